@@ -1,0 +1,71 @@
+/* The server half of the host edition: serves one IPC module on Unix sockets.
+ *
+ * A service listens on two sockets in one folder, MODULE.seq (SOCK_SEQPACKET, the set and get calls) and MODULE.dgram
+ * (SOCK_DGRAM, the datagram calls), MODULE being the module's number. The folder is BOARD_IPC_DIR, or else
+ * /run/board-ipc; the folder's and the sockets' owner and mode decide who may connect. */
+#ifndef BOARD_SERVICE_H
+#define BOARD_SERVICE_H
+
+#include <stdint.h>
+#include <sys/types.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef enum board_call { BOARD_CALL_SET, BOARD_CALL_GET, BOARD_CALL_DGRAM_SET, BOARD_CALL_DGRAM_GET } board_call;
+
+/* One request, as the handler sees it; nothing in it lives longer than the handler's call. */
+typedef struct board_request {
+    board_call call;
+    uint32_t msg_type; /* the channel */
+    const void *data;  /* the record, aligned for 32-bit words */
+    uint32_t length;   /* its length in bytes */
+    uint32_t allowed;  /* response bytes that the caller allows; 0: no bound stated */
+    pid_t pid;         /* the peer's credentials, from the kernel */
+    uid_t uid;
+    gid_t gid;
+} board_request;
+
+/* The answer under construction. What a handler does not state is: IPC result 0, status 0, no bytes, no result. */
+typedef struct board_answer board_answer;
+
+/* The status word that the caller receives. */
+void board_answer_status(board_answer *answer, uint32_t status);
+/* Makes the exchange itself fail: the caller's IPC call returns `result`, which must not be 0. */
+void board_answer_fail(board_answer *answer, int32_t result);
+/* The response bytes, copied at once; at most IPC_MAX_LENGTH. 0, or -1 when it is longer. */
+int board_answer_data(board_answer *answer, const void *data, uint32_t length);
+/* A result database under `key`, JSON text of `length` bytes, copied at once. One a request; the last one holds.
+ * 0; -1 when it is longer than BOARD_RESULT_MAX: then the caller gets no result, and its log says why. */
+int board_answer_result(board_answer *answer, uint32_t key, const char *json, uint32_t length);
+
+#define BOARD_RESULT_MAX 1048576u
+
+/* Handles one request. Calls are made one at a time, never two at once, whatever the number of clients. */
+typedef void board_handler(void *context, const board_request *request, board_answer *answer);
+
+typedef struct board_service_config {
+    uint32_t module;       /* the module number served */
+    const char *directory; /* folder of the sockets; null: BOARD_IPC_DIR or its default */
+    uint32_t socket_mode;  /* permission bits of the sockets, 0: 0660 */
+    board_handler *handler;
+    /* May be null. Asked before the handler: null lets the request pass; a text refuses it (the caller gets
+     * IPC_ERR_REFUSED) and goes to the service's log. */
+    const char *(*authorize)(void *context, const board_request *request);
+    void *context; /* passed to both */
+} board_service_config;
+
+typedef struct board_service board_service;
+
+/* Opens the sockets and starts to serve. Null on failure, with one log line that says why (another live service on
+ * the same folder and module among the reasons; what a dead one left behind is replaced). */
+board_service *board_service_start(const board_service_config *config);
+/* Stops serving: no handler runs any more when it returns; removes the sockets and releases everything. */
+void board_service_stop(board_service *service);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,58 @@
+/* The board's data-store library: result databases, that is tables and objects that a service left for its caller. */
+#ifndef BOARD_DATASTORE_H
+#define BOARD_DATASTORE_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#ifndef BOARD_DB_HANDLE
+#define BOARD_DB_HANDLE
+typedef struct db_handle db_handle;
+#endif
+
+/* The three ways to build a result database. Each returns a handle that the caller releases with db_free, or null
+ * where there is none: no such result, larger than the bound, or not a document (one log line says which).
+ *
+ * db_from_shmem: the result that came with the calling thread's last exchange under `key`, a command code, of at
+ * most `bound` bytes. db_from_string: the NUL-terminated `text`. db_create_fromfile: the contents of `file`. */
+db_handle *db_from_shmem(uint32_t key, uint32_t bound);
+db_handle *db_from_string(const char *text);
+db_handle *db_create_fromfile(const char *file);
+
+/* Releases a handle and everything read through it. Null is allowed. */
+void db_free(db_handle *db);
+
+/* A result database is a JSON document: an array of rows, each an object of named columns, or one object, which
+ * reads as a table of one row. Any other text is a table of no rows; db_text still gives it.
+ *
+ * Texts that these functions return belong to the handle, are NUL-terminated and live until db_free. */
+const char *db_text(const db_handle *db, uint32_t *length); /* the document as it came; length may be null */
+uint32_t db_rows(const db_handle *db);                      /* number of rows */
+uint32_t db_columns(const db_handle *db);                   /* number of columns, in order of appearance in row 0 */
+const char *db_column_name(const db_handle *db, uint32_t column); /* null when there is no such column */
+
+typedef enum db_type {
+    DB_NONE, /* no such row or column, or JSON null */
+    DB_BOOL,
+    DB_INTEGER,
+    DB_REAL,
+    DB_TEXT,
+    DB_NESTED /* an array or object: db_get_text gives its JSON text */
+} db_type;
+
+db_type db_get_type(const db_handle *db, uint32_t row, const char *column);
+/* 0 and the value stored; -1, and nothing stored, when the cell is absent or of a type that does not convert. */
+int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_t *value);
+int db_get_real(const db_handle *db, uint32_t row, const char *column, double *value);
+int db_get_bool(const db_handle *db, uint32_t row, const char *column, int *value);
+/* The cell as text, whatever its type; null when the cell is absent. */
+const char *db_get_text(db_handle *db, uint32_t row, const char *column);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,134 @@
+#include "catalogue.h"
+
+namespace catalogue
+{
+namespace
+{
+
+template <class Entry, class Matches>
+const Entry *find_if(std::span<const Entry> entries, Matches matches)
+{
+    for (const Entry &entry : entries)
+        if (matches(entry)) return &entry;
+    return nullptr;
+}
+
+template <class Entry>
+const Entry *find_named(std::span<const Entry> entries, std::string_view name)
+{
+    return find_if(entries, [name](const Entry &entry) { return entry.name == name; });
+}
+
+// The layout or view that names the command.
+template <class Entry>
+const Entry *find_using(std::span<const Entry> entries, const Command &command)
+{
+    return find_if(entries, [&command](const Entry &entry) {
+        for (const Command *used : entry.commands)
+            if (used == &command) return true;
+        return false;
+    });
+}
+
+} // namespace
+
+const Record *find_record(std::string_view name)
+{
+    return find_named(records(), name);
+}
+
+const Channel *find_channel(std::string_view name)
+{
+    return find_named(channels(), name);
+}
+
+const Channel *find_channel(uint32_t type)
+{
+    return find_if(channels(), [type](const Channel &channel) { return channel.type == type; });
+}
+
+const Command *find_command(std::string_view name)
+{
+    return find_named(commands(), name);
+}
+
+const Command *find_command(uint32_t channel_type, uint32_t code)
+{
+    return find_if(commands(), [=](const Command &command) {
+        return command.code == code && command.channel->type == channel_type;
+    });
+}
+
+const Status *find_status(uint32_t value)
+{
+    return find_if(statuses(), [value](const Status &status) { return status.value == value; });
+}
+
+const Layout *find_layout(const Command &command)
+{
+    return find_using(layouts(), command);
+}
+
+const View *find_view(const Command &command)
+{
+    return find_using(views(), command);
+}
+
+const Operation *find_operation(std::string_view name)
+{
+    return find_named(operations(), name);
+}
+
+const Field *find_field(std::span<const Field> fields, std::string_view name)
+{
+    return find_named(fields, name);
+}
+
+std::string_view to_text(Class impact)
+{
+    switch (impact) {
+    case Class::read:
+        return "read";
+    case Class::write:
+        return "write";
+    case Class::service_affecting:
+        return "service-affecting";
+    }
+    return {};
+}
+
+std::string_view to_text(Call call)
+{
+    switch (call) {
+    case Call::set:
+        return "set";
+    case Call::get:
+        return "get";
+    case Call::dgram_set:
+        return "dgram-set";
+    case Call::dgram_get:
+        return "dgram-get";
+    }
+    return {};
+}
+
+std::string_view to_text(FieldType type)
+{
+    switch (type) {
+    case FieldType::u32:
+        return "number";
+    case FieldType::u8:
+        return "byte";
+    case FieldType::mac:
+        return "MAC address";
+    case FieldType::text:
+        return "text";
+    case FieldType::bytes:
+        return "bytes";
+    case FieldType::idset:
+        return "set of ONU ids";
+    }
+    return {};
+}
+
+} // namespace catalogue

@@ -1,0 +1,159 @@
+// The contract as data, for the tool, the simulated service, the trace decoder and the tests. The tables behind these
+// functions are generated from the TOML files of this folder; nothing here needs the library itself.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace catalogue
+{
+
+// The module number of every exchange.
+extern const uint32_t module;
+
+enum class FieldType : uint8_t { u32, u8, mac, text, bytes, idset };
+
+struct Field {
+    std::string_view name;
+    FieldType type;
+    uint32_t offset;
+    uint32_t size; // bytes up to the end of the field
+    std::string_view unit;
+    std::string_view brief;
+};
+
+struct Record {
+    std::string_view name;
+    uint32_t size;
+    const Field *command; // null: the record carries no command code
+    const Field *payload; // null: a request is `size` bytes long; else its payload and 28 bytes
+    std::span<const Field> fields;
+    std::string_view brief;
+};
+
+struct Channel {
+    std::string_view name;
+    uint32_t type;
+    const Record *record;
+    std::string_view brief;
+};
+
+// What a command does to the network: for confirmation, access and audit.
+enum class Class : uint8_t { read, write, service_affecting };
+
+struct Command {
+    std::string_view name;
+    uint32_t code;
+    const Channel *channel;
+    Class impact;
+    std::string_view brief;
+};
+
+struct Status {
+    std::string_view name;
+    uint32_t value;
+    bool of_library; // else of the simulated service
+    std::string_view brief;
+};
+
+// The contents that the simulated service gives to an opaque part of a record.
+struct Layout {
+    std::string_view name;
+    const Record *record;
+    std::span<const Command *const> commands;
+    std::span<const Field> fields;
+    std::string_view brief;
+};
+
+enum class ColumnType : uint8_t { u32, text, mac, boolean, real };
+
+struct Column {
+    std::string_view name;
+    std::string_view title;
+    ColumnType type;
+    std::string_view unit;
+    std::string_view brief;
+};
+
+struct View {
+    std::string_view name;
+    std::span<const Command *const> commands;
+    std::span<const Column> columns;
+    std::string_view brief;
+};
+
+enum class Call : uint8_t { set, get, dgram_set, dgram_get };
+enum class Failure : uint8_t {
+    report, // log, BSP_ERR_IPC
+    pass,   // log, the IPC value
+    silent  // the IPC value
+};
+enum class Request : uint8_t {
+    built, // from the arguments
+    as_is, // the caller's record itself
+    copied // a copy of the caller's record, with the operation's command code
+};
+enum class Answer : uint8_t { none, own, in_place };
+
+enum class ArgumentType : uint8_t { u32, mac, text, block, length, record, db, text_out };
+
+// How a result database is fetched.
+enum class Source : uint8_t { none, shmem };
+
+struct Argument {
+    std::string_view name;
+    ArgumentType type;
+    bool required;      // null gives BSP_ERR_PARAM, nothing sent
+    bool optional;      // null is allowed and means "none"
+    const Field *field; // where it goes in the request, or where it comes from in the answer
+    int length_of;      // of a length: the index of the block it measures; else -1
+    Source source;      // of a db
+    const Field *key;   // of a db: the request field that holds the key
+    uint32_t bound;     // of a db
+    std::string_view brief;
+};
+
+struct Operation {
+    std::string_view name;
+    std::string_view family;
+    std::string_view brief;
+    std::string_view notes;
+    const Channel *channel;
+    const Record *record;
+    const Command *command; // null: the caller states the code
+    Class impact;
+    Call call;
+    Failure failure;
+    Request request;
+    Answer answer;
+    uint32_t response_size; // bytes of the response buffer
+    uint32_t preset;        // of the response length word
+    std::span<const Argument> arguments;
+};
+
+std::span<const Record> records();
+std::span<const Channel> channels();
+std::span<const Command> commands();
+std::span<const Status> statuses();
+std::span<const Layout> layouts();
+std::span<const View> views();
+std::span<const Operation> operations();
+
+// Each returns null where there is none. Channels and commands are found by name or by number.
+const Record *find_record(std::string_view name);
+const Channel *find_channel(std::string_view name);
+const Channel *find_channel(uint32_t type);
+const Command *find_command(std::string_view name);
+const Command *find_command(uint32_t channel_type, uint32_t code);
+const Status *find_status(uint32_t value);
+const Layout *find_layout(const Command &command);
+const View *find_view(const Command &command);
+const Operation *find_operation(std::string_view name);
+const Field *find_field(std::span<const Field> fields, std::string_view name);
+
+std::string_view to_text(Class impact);
+std::string_view to_text(Call call);
+std::string_view to_text(FieldType type);
+
+} // namespace catalogue

@@ -1,0 +1,627 @@
+#!/usr/bin/env python3
+"""Writes the public header, the export map and the tables from the catalogue's TOML files.
+
+generate.py            writes what has changed
+generate.py --check    writes nothing; exit status 1 and a line a file where something is stale
+generate.py --root D   works on another checkout (for tests)
+
+Wrong input is refused with the file, the entry and the reason, and nothing is written.
+"""
+
+import argparse
+import pathlib
+import sys
+import textwrap
+import tomllib
+
+SUBSYSTEMS = ["frame", "admission", "generic", "upgrade", "loopdetect", "debug", "platform", "onu", "config"]
+RECORD_SIZES = {"bsp_pon_msg": 944, "bsp_pon_msg_ext": 1044, "bsp_plat_msg": 1148, "bsp_onu_msg": 1888}
+CLASSES = {"read": "read", "write": "write", "service-affecting": "service_affecting"}
+CALLS = {"set": "set", "get": "get", "dgram-set": "dgram_set", "dgram-get": "dgram_get"}
+FAILURES = ["report", "pass", "silent"]
+REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied"}
+BUFFERS = {"own": "own", "in-place": "in_place"}
+BOUNDS = [10240, 1048576]
+FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16}
+COLUMN_TYPES = {"u32": "u32", "text": "text", "mac": "mac", "bool": "boolean", "real": "real"}
+# Argument types: the C declaration, and the field types that it may be written to or read from.
+ARGUMENTS = {
+    "u32": ("uint32_t {}", {"u32"}),
+    "mac": ("const uint8_t *{}", {"mac"}),
+    "text": ("const char *{}", {"text", "bytes"}),
+    "block": ("const void *{}", {"bytes"}),
+    "length": ("uint32_t {}", set()),
+    "record": ("{const}{record} *{}", set()),
+    "db": ("db_handle **{}", set()),
+    "text-out": ("char *{}", {"text", "bytes"}),
+}
+
+
+class CatalogueError(Exception):
+    """Wrong input: what() names file, entry and reason."""
+
+
+class Entry:
+    """One TOML table, with its place for messages and a check that every key is known."""
+
+    def __init__(self, file, kind, table, required, optional=()):
+        self.file, self.kind, self.table = file, kind, table
+        self.name = table.get("name", "?") if isinstance(table, dict) else "?"
+        if not isinstance(table, dict):
+            self.fail("not a table")
+        for key in required:
+            if key not in table:
+                self.fail(f"'{key}' is missing")
+        for key in table:
+            if key not in required and key not in optional:
+                self.fail(f"'{key}' is not a key of {kind} entries; known are {', '.join([*required, *optional])}")
+
+    def fail(self, reason):
+        raise CatalogueError(f"{self.file}: {self.kind} {self.name}: {reason}")
+
+    def get(self, key, default=None):
+        return self.table.get(key, default)
+
+    def text(self, key, default=None):
+        value = self.table.get(key, default)
+        if not isinstance(value, str) or (key == "brief" and not value.strip()):
+            self.fail(f"'{key}' must be a text, not {value!r}")
+        return value
+
+    def number(self, key):
+        value = self.table.get(key)
+        if not isinstance(value, int) or isinstance(value, bool) or not 0 <= value <= 0xFFFFFFFF:
+            self.fail(f"'{key}' must be a number from 0 to 4294967295, not {value!r}")
+        return value
+
+    def flag(self, key):
+        value = self.table.get(key, False)
+        if not isinstance(value, bool):
+            self.fail(f"'{key}' must be true or false, not {value!r}")
+        return value
+
+    def choice(self, key, known, default=None):
+        value = self.table.get(key, default)
+        if value not in known:
+            self.fail(f"'{key}' must be one of {', '.join(known)}, not {value!r}")
+        return value
+
+    def lookup(self, key, entries):
+        """The entry named by our `key`."""
+        value = self.text(key)
+        if value not in entries:
+            self.fail(f"'{key}' names {value!r}, which does not exist")
+        return entries[value]
+
+
+class Catalogue:
+    """All entries, read and checked."""
+
+    def __init__(self, root):
+        self.folder = root / "catalog"
+        self.root = root
+        self.records, self.channels, self.commands, self.statuses = {}, {}, {}, {}
+        self.layouts, self.views, self.families = {}, {}, []
+        self.read_records()
+        self.read_channels()
+        self.read_statuses()
+        families = [path for name in SUBSYSTEMS for path in sorted((self.folder / name).glob("*.toml"))]
+        views = sorted((self.folder / "views").glob("*.toml"))
+        layouts = sorted((self.folder / "layouts").glob("*.toml"))
+        loaded = {path: self.load(path) for path in [*families, *views, *layouts]}
+        for path, table in loaded.items():
+            self.read_commands(path, table)
+        for path in families:
+            self.read_family(path, loaded[path])
+        for path in layouts:
+            self.read_layouts(path, loaded[path])
+        for path in views:
+            self.read_views(path, loaded[path])
+
+    def load(self, path):
+        name = path.relative_to(self.root)
+        try:
+            table = tomllib.loads(path.read_text(encoding="utf-8"))
+        except FileNotFoundError:
+            raise CatalogueError(f"{name}: the file is missing") from None
+        except (tomllib.TOMLDecodeError, UnicodeDecodeError) as error:
+            raise CatalogueError(f"{name}: not TOML: {error}") from None
+        known = {"module", "channel", "record", "status", "family", "command", "operation", "layout", "view"}
+        for key in table:
+            if key not in known:
+                raise CatalogueError(f"{name}: unknown entry '{key}'; known are {', '.join(sorted(known))}")
+        return table
+
+    def entries(self, path, table, kind, required, optional=()):
+        name = path.relative_to(self.root)
+        return [Entry(name, kind, entry, required, optional) for entry in table.get(kind, [])]
+
+    def add(self, entries, entry):
+        if entry.name in entries:
+            entry.fail(f"the name is taken by an entry of {entries[entry.name].file}")
+        entries[entry.name] = entry
+
+    def read_fields(self, owner, size, kinds):
+        """Checked fields of a record or layout, in order of offset."""
+        fields = {}
+        for table in owner.get("fields"):
+            field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"], ["unit"])
+            kind, _, count = field.text("type").partition(":")
+            if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
+                field.fail(f"'type' must be one of {', '.join(kinds)} (text and bytes with :N), not {field.get('type')!r}")
+            field.brief, field.unit = field.text("brief"), field.text("unit", "")
+            field.type, field.size, field.offset = kind, FIELD_SIZES.get(kind) or int(count), field.number("offset")
+            if field.size == 0 or field.offset + field.size > size:
+                field.fail(f"bytes {field.offset} to {field.offset + field.size - 1} are not inside the record of {size} bytes")
+            if kind in ("u32", "idset") and field.offset % 4:
+                field.fail(f"a word at offset {field.offset} is not aligned to 4")
+            self.add(fields, field)
+        ordered = sorted(fields.values(), key=lambda field: field.offset)
+        for before, after in zip(ordered, ordered[1:]):
+            if before.offset + before.size > after.offset:
+                after.fail(f"overlaps field {before.name}, which ends at {before.offset + before.size}")
+        for index, field in enumerate(ordered):
+            field.reference = f"&{owner.name}_fields[{index}]"
+        return {field.name: field for field in ordered}
+
+    def read_records(self):
+        path = self.folder / "records.toml"
+        for record in self.entries(path, self.load(path), "record", ["name", "size", "brief", "fields"], ["command", "payload"]):
+            record.size, record.brief = record.number("size"), record.text("brief")
+            record.fields = self.read_fields(record, record.size, ["u32", "u8", "mac", "text", "bytes"])
+            record.command = record.lookup("command", record.fields) if record.get("command") else None
+            record.payload = record.lookup("payload", record.fields) if record.get("payload") else None
+            if record.payload:
+                if record.payload.offset + record.payload.size != record.size:
+                    record.fail("the payload does not reach the record's end")
+            elif record.name not in RECORD_SIZES or record.size != RECORD_SIZES[record.name]:
+                record.fail(f"{record.size} bytes is not the size of a record of this name")
+            self.add(self.records, record)
+
+    def read_channels(self):
+        path = self.folder / "channels.toml"
+        table = self.load(path)
+        self.module = Entry(path.relative_to(self.root), "module", {"name": "module", "number": table.get("module")}, ["name", "number"]).number("number")
+        for channel in self.entries(path, table, "channel", ["name", "type", "record", "brief"]):
+            channel.type, channel.record = channel.number("type"), channel.lookup("record", self.records)
+            channel.brief = channel.text("brief")
+            if any(other.type == channel.type for other in self.channels.values()):
+                channel.fail(f"type {channel.type} is taken by another channel")
+            self.add(self.channels, channel)
+
+    def read_statuses(self):
+        path = self.folder / "status.toml"
+        for status in self.entries(path, self.load(path), "status", ["name", "value", "origin", "brief"]):
+            status.value, status.brief = status.number("value"), status.text("brief")
+            status.of_library = status.choice("origin", ["library", "service"]) == "library"
+            if any(other.value == status.value for other in self.statuses.values()):
+                status.fail(f"value {status.value} is taken by another status")
+            self.add(self.statuses, status)
+
+    def read_commands(self, path, table):
+        for command in self.entries(path, table, "command", ["name", "code", "channel", "class", "brief"]):
+            command.code, command.brief = command.number("code"), command.text("brief")
+            command.channel = command.lookup("channel", self.channels)
+            command.impact = CLASSES[command.choice("class", CLASSES)]
+            if not command.name.startswith("BSP_CMD_"):
+                command.fail("the name must start with BSP_CMD_")
+            for other in self.commands.values():
+                if other.code == command.code and other.channel is command.channel:
+                    command.fail(f"code {command.code} is {other.name} on this channel")
+            self.add(self.commands, command)
+
+    def read_family(self, path, table):
+        family = table.get("family")
+        if not isinstance(family, str):
+            raise CatalogueError(f"{path.relative_to(self.root)}: 'family' is missing")
+        operations = self.entries(
+            path, table, "operation", ["name", "brief", "call", "failure", "args"],
+            ["channel", "command", "class", "request", "answer", "notes"])
+        taken = {operation.name: operation for _, others in self.families for operation in others}
+        for operation in operations:
+            self.add(taken, operation)
+            self.read_operation(operation)
+        self.families.append((family, operations))
+
+    def read_operation(self, operation):
+        operation.brief, operation.notes = operation.text("brief"), operation.text("notes", "")
+        operation.command = operation.lookup("command", self.commands) if operation.get("command") else None
+        if operation.command:
+            for key in ("channel", "class"):
+                if operation.get(key):
+                    operation.fail(f"'{key}' is stated by its command already")
+            operation.channel, operation.impact = operation.command.channel, operation.command.impact
+        else:
+            operation.channel = operation.lookup("channel", self.channels)
+            operation.impact = CLASSES[operation.choice("class", CLASSES)]
+        operation.record = operation.channel.record
+        operation.call = CALLS[operation.choice("call", CALLS)]
+        operation.failure = operation.choice("failure", FAILURES)
+        operation.request = REQUESTS[operation.choice("request", REQUESTS, "built")]
+        self.read_answer(operation)
+        operation.args = {}
+        for table in operation.get("args"):
+            argument = Entry(
+                operation.file, f"operation {operation.name}: argument", table, ["name", "type", "brief"],
+                ["to", "from", "of", "required", "optional", "ignored", "key", "bound"])
+            self.read_argument(operation, argument)
+            argument.index = len(operation.args)
+            self.add(operation.args, argument)
+        records = [argument for argument in operation.args.values() if argument.type == "record"]
+        if len(records) != (operation.request != "built"):
+            operation.fail("an operation that sends the caller's record has one argument of type record, others none")
+        for argument in operation.args.values():
+            if argument.type == "length":
+                argument.of = argument.lookup("of", operation.args)
+                if argument.of.type != "block":
+                    argument.fail(f"'of' names {argument.of.name}, which is not a block")
+
+    def read_answer(self, operation):
+        operation.answer, operation.preset, operation.response_size = "none", 0, 0
+        is_get = operation.call in ("get", "dgram_get")
+        if bool(operation.get("answer")) != is_get:
+            operation.fail("get calls have an 'answer', set calls have none")
+        if is_get:
+            answer = Entry(operation.file, f"operation {operation.name}: answer", operation.get("answer"), ["buffer", "preset"])
+            operation.answer = BUFFERS[answer.choice("buffer", BUFFERS)]
+            operation.preset = answer.number("preset")
+            operation.response_size = max(operation.preset, operation.record.size)
+            if operation.answer == "in_place" and operation.preset != operation.record.size:
+                answer.fail("an answer in place has the record's length as its preset")
+
+    def read_argument(self, operation, argument):
+        argument.brief = argument.text("brief")
+        argument.type = argument.choice("type", ARGUMENTS)
+        argument.required, argument.optional = argument.flag("required"), argument.flag("optional")
+        argument.ignored, argument.field, argument.of, argument.key = argument.flag("ignored"), None, None, None
+        argument.declaration, field_types = ARGUMENTS[argument.type]
+        outward = argument.type == "text-out"
+        allowed = {"name", "type", "brief", "required", "optional"}
+        if argument.type == "text":
+            argument.optional = not argument.required
+        if argument.ignored:
+            allowed |= {"ignored"}
+        elif field_types:
+            place = "from" if outward else "to"
+            allowed |= {place}
+            argument.field = argument.lookup(place, operation.record.fields)
+            if argument.field.type not in field_types:
+                argument.fail(f"'{place}' names {argument.field.name}, which is a {argument.field.type}")
+        elif argument.type == "length":
+            allowed |= {"of"}
+        elif argument.type == "db":
+            allowed |= {"from", "key", "bound"}
+            argument.choice("from", ["shmem"])
+            argument.key, argument.bound = argument.lookup("key", operation.record.fields), argument.number("bound")
+            if argument.bound not in BOUNDS:
+                argument.fail(f"'bound' must be one of {BOUNDS}, not {argument.bound}")
+        elif argument.type == "record":
+            argument.declaration = argument.declaration.replace("{record}", operation.record.name).replace(
+                "{const}", "" if operation.answer == "in_place" else "const ")
+        for key in argument.table:
+            if key not in allowed:
+                argument.fail(f"'{key}' means nothing for a {argument.type}")
+        if argument.required and argument.optional:
+            argument.fail("an argument is required or optional, not both")
+        if (argument.required or argument.optional) and "*" not in argument.declaration:
+            argument.fail("only pointers are required or optional")
+        if (outward or argument.type == "db") and operation.answer == "none":
+            argument.fail("a set call has no answer to take it from")
+
+    def read_uses(self, entry):
+        """The commands that a layout or view belongs to."""
+        entry.commands = []
+        for name in entry.get("commands"):
+            if name not in self.commands:
+                entry.fail(f"'commands' names {name!r}, which does not exist")
+            entry.commands.append(self.commands[name])
+
+    def read_layouts(self, path, table):
+        for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief", "fields"]):
+            layout.brief, layout.record = layout.text("brief"), layout.lookup("record", self.records)
+            layout.fields = self.read_fields(layout, layout.record.size, ["u32", "u8", "mac", "text", "bytes", "idset"])
+            self.read_uses(layout)
+            self.add(self.layouts, layout)
+
+    def read_views(self, path, table):
+        for view in self.entries(path, table, "view", ["name", "commands", "brief", "columns"]):
+            view.brief, view.columns = view.text("brief"), {}
+            self.read_uses(view)
+            for column in view.get("columns"):
+                column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"], ["unit"])
+                column.brief, column.title, column.unit = column.text("brief"), column.text("title"), column.text("unit", "")
+                column.type = COLUMN_TYPES[column.choice("type", COLUMN_TYPES)]
+                self.add(view.columns, column)
+            self.add(self.views, view)
+
+    def operations(self):
+        return [operation for _, operations in self.families for operation in operations]
+
+
+# --- The public header -------------------------------------------------------------------------------------------------
+
+GENERATED = "generated from the catalogue by catalog/generate.py; change the catalogue, not this file"
+HEADER_RULES = [
+    "The client library of the EPON OLT's PON management service.", "", "Rules that hold for every function:", "",
+    "- A call sends one request to the service and blocks until the board's IPC library returns. There is no start-up, "
+    "no shut-down and no state; every function may be called from any thread at once, with 16 KiB of stack left.",
+    "- The result is a status word: BSP_OK, the service's own word passed through unchanged, or one of the BSP_ERR_ "
+    "words. Where a function passes on the IPC library's own value, ipc_strerror has its text.",
+    "- Outputs are delivered after every exchange that succeeded, whatever the status word, and are untouched when the "
+    "exchange failed or a checked pointer was null. Test the status before you use them.",
+    "- A pointer is checked for null only where its description says so; others must be valid. Numbers are not checked.",
+    "- Integers are in host order, MAC addresses in transmission order, texts NUL-terminated. A text or block that is "
+    "longer than its field runs on into the fields behind it and ends with the record.",
+    "- Result databases (db_handle) belong to the caller, who reads and releases them with the board's data-store "
+    "library."]
+
+
+def comment(lines):
+    """A doc comment of wrapped paragraphs; a paragraph may be (text, hanging indent)."""
+    out = ["/**"]
+    for line in lines:
+        text, hanging = line if isinstance(line, tuple) else (line, "")
+        if text == "":
+            out.append(" *")
+            continue
+        wrapped = textwrap.wrap(
+            text, 116, subsequent_indent=hanging or ("  " if text.startswith("- ") else ""),
+            break_long_words=False, break_on_hyphens=False)
+        out += [f" * {row}" for row in wrapped]
+    return out + [" */"]
+
+
+def struct_of(record):
+    lines = comment([f"{record.brief} {record.size} bytes."]) + [f"struct {record.name} {{"]
+    at = 0
+    for field in [*record.fields.values(), None]:
+        offset = field.offset if field else record.size
+        if offset > at:
+            lines.append(f"    uint8_t reserved{at}[{offset - at}]; /* zero */")
+        if field:
+            ctype = {"u32": "uint32_t", "text": "char"}.get(field.type, "uint8_t")
+            count = "" if field.type in ("u32", "u8") else f"[{field.size}]"
+            lines.append(f"    {ctype} {field.name}{count}; /* {field.offset}: {field.brief} */")
+            at = offset + field.size
+    return lines + ["};", f"typedef struct {record.name} {record.name};", ""]
+
+
+def argument_text(argument):
+    text = argument.brief
+    if argument.required:
+        text += "; must not be null"
+    elif argument.type == "text":
+        text += "; null leaves the field empty"
+    if argument.type == "db":
+        text += "; receives a handle that the caller owns (null where the service left none)"
+    return text
+
+
+def result_text(operation):
+    parts = ["the service's status word"]
+    required = [argument.name for argument in operation.args.values() if argument.required]
+    if required:
+        parts.append(f"BSP_ERR_PARAM where {' or '.join(f'`{name}`' for name in required)} is null, nothing sent")
+    parts.append({
+        "report": "BSP_ERR_IPC after a failed exchange, which is logged",
+        "pass": "the IPC library's own value after a failed exchange, which is logged",
+        "silent": "the IPC library's own value after a failed exchange, which is not logged"}[operation.failure])
+    return "; ".join(parts) + "."
+
+
+def prototype(operation):
+    arguments = [argument.declaration.replace("{}", argument.name) for argument in operation.args.values()] or ["void"]
+    head = f"BSP_PON_API uint32_t {operation.name}("
+    rows = [head + arguments[0]]
+    for argument in arguments[1:]:
+        if len(rows[-1]) + len(argument) + 4 <= 120:
+            rows[-1] += f", {argument}"
+        else:
+            rows[-1] += ","
+            rows.append(" " * len(head) + argument)
+    return [*rows[:-1], rows[-1] + ");"]
+
+
+def function_of(operation):
+    record, channel = operation.record, operation.channel
+    code = f"{operation.command.name} ({operation.command.code})" if operation.command else "The caller's command"
+    lines = [
+        operation.brief, "",
+        f"{code} on {channel.name}, a {record.name} of {record.size} bytes; {operation.impact.replace('_', '-')}.",
+    ]
+    if operation.notes:
+        lines.append(operation.notes)
+    lines.append("")
+    lines += [(f"@param {argument.name} {argument_text(argument)}", "       ") for argument in operation.args.values()]
+    lines.append(("@return " + result_text(operation), "        "))
+    return comment(lines) + prototype(operation) + [""]
+
+
+def define(name, value, brief):
+    return f"#define {name} {value}u /* {brief} */"
+
+
+def header(catalogue):
+    lines = ["/* clang-format off */", f"/* {GENERATED}. */", *comment(HEADER_RULES)]
+    lines += [
+        "#ifndef BSP_PON_H", "#define BSP_PON_H", "", "#include <stdint.h>", "",
+        "#ifdef __cplusplus", 'extern "C" {', "#endif", "",
+        "#if defined(__GNUC__)", '#define BSP_PON_API __attribute__((visibility("default")))', "#else",
+        "#define BSP_PON_API", "#endif", "",
+        "#ifndef BOARD_DB_HANDLE", "#define BOARD_DB_HANDLE",
+        "typedef struct db_handle db_handle; /* a result database of the board's data-store library */", "#endif", ""]
+    lines += ["/* Status words of the library itself. */"]
+    lines += [define(status.name, status.value, status.brief) for status in catalogue.statuses.values() if status.of_library]
+    lines += ["", "/* The IPC module of the PON management service, and its channels (IPC message types). */"]
+    lines += [define("BSP_IPC_MODULE", catalogue.module, "module of every exchange")]
+    lines += [define(channel.name, channel.type, channel.brief) for channel in catalogue.channels.values()]
+    lines += ["", "/* Command codes. */"]
+    for command in sorted(catalogue.commands.values(), key=lambda command: (command.channel.type, command.code)):
+        lines.append(define(command.name, command.code, f"{command.channel.name}: {command.brief}"))
+    lines.append("")
+    for record in catalogue.records.values():
+        lines += struct_of(record)
+    for family, operations in catalogue.families:
+        lines += [f"/* --- {family} --- */", ""]
+        for operation in operations:
+            lines += function_of(operation)
+    lines += ["#ifdef __cplusplus", "}", "#endif", "", "#endif"]
+    return "\n".join(lines) + "\n"
+
+
+def exports(catalogue):
+    names = sorted(operation.name for operation in catalogue.operations())
+    return "\n".join([f"# {GENERATED}.", "{", "    global:", *[f"        {name};" for name in names], "    local:", "        *;", "};"]) + "\n"
+
+
+# --- The tables --------------------------------------------------------------------------------------------------------
+
+
+def quoted(text):
+    return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
+
+
+def flag(value):
+    return "true" if value else "false"
+
+
+def field_rows(owner):
+    rows = [f"constexpr Field {owner.name}_fields[] = {{"]
+    for field in owner.fields.values():
+        rows.append(f"    {{{quoted(field.name)}, FieldType::{field.type}, {field.offset}, {field.size}, "
+                    f"{quoted(field.unit)}, {quoted(field.brief)}}},")
+    return rows + ["};", ""]
+
+
+def argument_row(operation, argument):
+    field = argument.field.reference if argument.field else "nullptr"
+    key = argument.key.reference if argument.key else "nullptr"
+    source = "shmem" if argument.type == "db" else "none"
+    bound = argument.bound if argument.type == "db" else 0
+    return (f"    {{{quoted(argument.name)}, ArgumentType::{argument.type.replace('-', '_')}, {flag(argument.required)}, "
+            f"{flag(argument.optional)}, {field}, {argument.of.index if argument.of else -1}, Source::{source}, "
+            f"{key}, {bound}, {quoted(argument.brief)}}},")
+
+
+def tables(catalogue):
+    records = list(catalogue.records.values())
+    channels = list(catalogue.channels.values())
+    commands = sorted(catalogue.commands.values(), key=lambda command: (command.channel.type, command.code))
+    record_at = {record.name: f"&all_records[{index}]" for index, record in enumerate(records)}
+    channel_at = {channel.name: f"&all_channels[{index}]" for index, channel in enumerate(channels)}
+    command_at = {command.name: f"&all_commands[{index}]" for index, command in enumerate(commands)}
+    lines = [f"// {GENERATED}.", "// clang-format off", '#include "../catalogue.h"', "", "namespace catalogue", "{",
+             "namespace", "{", ""]
+    for record in records:
+        lines += field_rows(record)
+    lines.append("constexpr Record all_records[] = {")
+    for record in records:
+        command = record.command.reference if record.command else "nullptr"
+        payload = record.payload.reference if record.payload else "nullptr"
+        lines.append(f"    {{{quoted(record.name)}, {record.size}, {command}, {payload}, {record.name}_fields, {quoted(record.brief)}}},")
+    lines += ["};", "", "constexpr Channel all_channels[] = {"]
+    for channel in channels:
+        lines.append(f"    {{{quoted(channel.name)}, {channel.type}, {record_at[channel.record.name]}, {quoted(channel.brief)}}},")
+    lines += ["};", "", "constexpr Command all_commands[] = {"]
+    for command in commands:
+        lines.append(f"    {{{quoted(command.name)}, {command.code}, {channel_at[command.channel.name]}, "
+                     f"Class::{command.impact}, {quoted(command.brief)}}},")
+    lines += ["};", "", "constexpr Status all_statuses[] = {"]
+    for status in catalogue.statuses.values():
+        lines.append(f"    {{{quoted(status.name)}, {status.value}, {flag(status.of_library)}, {quoted(status.brief)}}},")
+    lines += ["};", ""]
+
+    def uses(entry):
+        references = ", ".join(command_at[command.name] for command in entry.commands)
+        return [f"constexpr const Command *{entry.name}_commands[] = {{{references}}};", ""]
+
+    for layout in catalogue.layouts.values():
+        lines += uses(layout) + field_rows(layout)
+    lines.append("constexpr Layout all_layouts[] = {")
+    for layout in catalogue.layouts.values():
+        lines.append(f"    {{{quoted(layout.name)}, {record_at[layout.record.name]}, {layout.name}_commands, "
+                     f"{layout.name}_fields, {quoted(layout.brief)}}},")
+    lines += ["};", ""]
+    for view in catalogue.views.values():
+        lines += uses(view) + [f"constexpr Column {view.name}_columns[] = {{"]
+        for column in view.columns.values():
+            lines.append(f"    {{{quoted(column.name)}, {quoted(column.title)}, ColumnType::{column.type}, "
+                         f"{quoted(column.unit)}, {quoted(column.brief)}}},")
+        lines += ["};", ""]
+    lines.append("constexpr View all_views[] = {")
+    for view in catalogue.views.values():
+        lines.append(f"    {{{quoted(view.name)}, {view.name}_commands, {view.name}_columns, {quoted(view.brief)}}},")
+    lines += ["};", ""]
+    for operation in catalogue.operations():
+        if operation.args:
+            lines.append(f"constexpr Argument {operation.name}_arguments[] = {{")
+            lines += [argument_row(operation, argument) for argument in operation.args.values()]
+            lines += ["};", ""]
+    lines.append("constexpr Operation all_operations[] = {")
+    for family, operations in catalogue.families:
+        for operation in operations:
+            arguments = f"{operation.name}_arguments" if operation.args else "{}"
+            command = command_at[operation.command.name] if operation.command else "nullptr"
+            lines += [
+                f"    {{{quoted(operation.name)}, {quoted(family)}, {quoted(operation.brief)}, {quoted(operation.notes)},",
+                f"     {channel_at[operation.channel.name]}, {record_at[operation.record.name]}, {command}, "
+                f"Class::{operation.impact}, Call::{operation.call}, Failure::{operation.failure},",
+                f"     Request::{operation.request}, Answer::{operation.answer}, {operation.response_size}, "
+                f"{operation.preset}, {arguments}}},"]
+    lines += ["};", "", "} // namespace", "", f"const uint32_t module = {catalogue.module};", ""]
+    for name in ["Record", "Channel", "Command", "Status", "Layout", "View", "Operation"]:
+        plural = {"Status": "statuses"}.get(name, name.lower() + "s")
+        lines += [f"std::span<const {name}> {plural}()", "{", f"    return all_{plural};", "}", ""]
+    return "\n".join([*lines, "} // namespace catalogue"]) + "\n"
+
+
+def thunks(catalogue):
+    lines = [f"// {GENERATED}.", "// clang-format off", '#include "../invoke.h"', "", '#include "bsp_pon.h"', "",
+             "namespace catalogue", "{", "namespace", "{", "", "using Thunk = uint32_t (*)(const Value *);", "",
+             "// In the order of operations().", "constexpr Thunk thunks[] = {"]
+    for operation in catalogue.operations():
+        values = []
+        for index, argument in enumerate(operation.args.values()):
+            if "*" in argument.declaration:
+                values.append(f"static_cast<{argument.declaration.replace('{}', '').strip()}>(v[{index}].pointer)")
+            else:
+                values.append(f"v[{index}].number")
+        lines.append(f"    [](const Value *v) {{ return {operation.name}({', '.join(values)}); }},")
+    return "\n".join([*lines, "};", "", "} // namespace", "",
+                      "uint32_t invoke(const Operation &operation, std::span<const Value> values)", "{",
+                      "    return thunks[&operation - operations().data()](values.data());", "}", "",
+                      "} // namespace catalogue"]) + "\n"
+
+
+OUTPUTS = {
+    "include/bsp_pon.h": header,
+    "catalog/generated/libbsp_pon.map": exports,
+    "catalog/generated/tables.cpp": tables,
+    "catalog/generated/thunks.cpp": thunks,
+}
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--check", action="store_true", help="only say what is stale")
+    parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parent.parent)
+    options = parser.parse_args()
+    try:
+        catalogue = Catalogue(options.root)
+        contents = {options.root / path: write(catalogue) for path, write in OUTPUTS.items()}
+    except CatalogueError as error:
+        print(f"generate.py: {error}", file=sys.stderr)
+        return 2
+    stale = [path for path, text in contents.items() if not path.exists() or path.read_text(encoding="utf-8") != text]
+    for path in stale:
+        if options.check:
+            print(f"generate.py: {path.relative_to(options.root)} is stale; run catalog/generate.py", file=sys.stderr)
+        else:
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_text(contents[path], encoding="utf-8")
+            print(f"generate.py: wrote {path.relative_to(options.root)}")
+    return 1 if options.check and stale else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,383 @@
+// generated from the catalogue by catalog/generate.py; change the catalogue, not this file.
+// clang-format off
+#include "../catalogue.h"
+
+namespace catalogue
+{
+namespace
+{
+
+constexpr Field bsp_pon_msg_fields[] = {
+    {"cmd", FieldType::u32, 0, 4, "", "command code"},
+    {"pon_port", FieldType::u32, 4, 4, "", "PON port number"},
+    {"onu_id", FieldType::u32, 8, 4, "", "ONU id on the port"},
+    {"arg_word12", FieldType::u32, 12, 4, "", "extra integer argument"},
+    {"arg_byte16", FieldType::u8, 16, 1, "", "extra byte argument"},
+    {"onu_mac", FieldType::mac, 17, 6, "", "ONU MAC address, transmission order"},
+    {"arg_word36", FieldType::u32, 36, 4, "", "extra integer argument"},
+    {"arg_value", FieldType::u32, 40, 4, "", "main integer argument"},
+    {"text45", FieldType::text, 45, 64, "", "text argument"},
+    {"text109", FieldType::text, 109, 64, "", "text argument"},
+    {"text173", FieldType::text, 173, 64, "", "text argument (binding: second text)"},
+    {"text237", FieldType::text, 237, 128, "", "text argument (binding: first text; ONU description)"},
+    {"text365", FieldType::text, 365, 64, "", "text argument (binding: third text)"},
+    {"data429", FieldType::bytes, 429, 515, "", "data block to the end of the record; in responses the result file name"},
+};
+
+constexpr Field bsp_pon_msg_ext_fields[] = {
+    {"cmd", FieldType::u32, 0, 4, "", "command code"},
+    {"ext_arg", FieldType::u32, 4, 4, "", "integer argument"},
+    {"ext_payload", FieldType::bytes, 20, 400, "", "block argument; in responses a text may start here"},
+};
+
+constexpr Field bsp_plat_msg_fields[] = {
+    {"plat_port", FieldType::u32, 0, 4, "", "port, PON port or index"},
+    {"plat_arg4", FieldType::u32, 4, 4, "", "ONU id, LLID or index"},
+    {"plat_cmd", FieldType::u32, 92, 4, "", "command code"},
+    {"plat_arg96", FieldType::u32, 96, 4, "", "integer argument"},
+    {"plat_arg100", FieldType::u32, 100, 4, "", "integer argument"},
+    {"plat_arg104", FieldType::u32, 104, 4, "", "integer argument"},
+    {"plat_arg108", FieldType::u32, 108, 4, "", "integer argument"},
+    {"plat_arg112", FieldType::u32, 112, 4, "", "integer argument"},
+    {"plat_arg116", FieldType::u32, 116, 4, "", "integer argument"},
+    {"plat_arg120", FieldType::u32, 120, 4, "", "integer argument"},
+    {"plat_data", FieldType::bytes, 124, 1024, "", "data block"},
+};
+
+constexpr Field bsp_onu_msg_fields[] = {
+    {"onu_pon_port", FieldType::u32, 0, 4, "", "PON port number"},
+    {"onu_onu_id", FieldType::u32, 4, 4, "", "ONU id on the port"},
+    {"onu_uni_port", FieldType::u8, 8, 1, "", "UNI (user) port number on the ONU"},
+    {"onu_cmd", FieldType::u32, 16, 4, "", "command code"},
+    {"onu_arg24", FieldType::u32, 24, 4, "", "integer argument"},
+    {"onu_data", FieldType::bytes, 352, 1536, "", "data block; in responses the returned value or text starts here"},
+};
+
+constexpr Field bsp_profile_msg_fields[] = {
+    {"action", FieldType::u32, 0, 4, "", "the caller's action code"},
+    {"is_get", FieldType::u32, 4, 4, "", "1 in the get forms, 0 in the set form"},
+    {"count", FieldType::u32, 8, 4, "", "in responses: bytes of the result file"},
+    {"data", FieldType::bytes, 24, 4096, "", "payload; in responses a file name may start here"},
+};
+
+constexpr Record all_records[] = {
+    {"bsp_pon_msg", 944, &bsp_pon_msg_fields[0], nullptr, bsp_pon_msg_fields, "Request and response of the PON channel."},
+    {"bsp_pon_msg_ext", 1044, &bsp_pon_msg_ext_fields[0], nullptr, bsp_pon_msg_ext_fields, "Request and response of the upgrade and loop-detection channels, and the larger response of several views."},
+    {"bsp_plat_msg", 1148, &bsp_plat_msg_fields[2], nullptr, bsp_plat_msg_fields, "Request and response of the platform, debug and write-out channels. The command code is not first."},
+    {"bsp_onu_msg", 1888, &bsp_onu_msg_fields[3], nullptr, bsp_onu_msg_fields, "Request and response of the remote-ONU channels."},
+    {"bsp_profile_msg", 4120, nullptr, &bsp_profile_msg_fields[3], bsp_profile_msg_fields, "Request and response of the profile channel: a header of six words, then the payload."},
+};
+
+constexpr Channel all_channels[] = {
+    {"BSP_MSG_PON", 232, &all_records[0], "binding, pass-through, stored views, lists, authentication, bulk data"},
+    {"BSP_MSG_PROFILE", 235, &all_records[4], "profile exchange (datagram calls only)"},
+    {"BSP_MSG_DEBUG", 236, &all_records[2], "chip debug and statistics"},
+    {"BSP_MSG_ONU_INFO", 237, &all_records[3], "information and status of a remote ONU"},
+    {"BSP_MSG_ONU_CFG", 238, &all_records[3], "configuration of a remote ONU"},
+    {"BSP_MSG_PLAT", 239, &all_records[2], "the OLT's platform services"},
+    {"BSP_MSG_CFGWR", 240, &all_records[2], "configuration write-out"},
+    {"BSP_MSG_ONU_SNMP", 241, &all_records[3], "remote ONU views for the SNMP agent"},
+    {"BSP_MSG_UPGRADE", 242, &all_records[1], "ONU upgrade types and upgrade runs"},
+    {"BSP_MSG_ONU_OAM", 243, &all_records[3], "OAM printing and serial numbers of remote ONUs"},
+    {"BSP_MSG_LOOP_DETECT", 244, &all_records[1], "loop detection"},
+};
+
+constexpr Command all_commands[] = {
+    {"BSP_CMD_ONU_BIND_AUTO", 364, &all_channels[0], Class::service_affecting, "bind an ONU by MAC address, the service picks the ONU id"},
+    {"BSP_CMD_ONU_BIND", 365, &all_channels[0], Class::service_affecting, "bind an ONU by MAC address to a given ONU id"},
+    {"BSP_CMD_ONU_RELEASE", 366, &all_channels[0], Class::service_affecting, "release the binding of one ONU, by id, by MAC address, or by both"},
+    {"BSP_CMD_ONU_RELEASE_BATCH", 367, &all_channels[0], Class::service_affecting, "release a batch of bindings described by the caller's record"},
+    {"BSP_CMD_ONU_REBOOT_BATCH", 368, &all_channels[0], Class::service_affecting, "reboot a batch of ONUs described by the caller's record"},
+    {"BSP_CMD_ONU_RELEASE_ALL", 369, &all_channels[0], Class::service_affecting, "release all bindings of a PON port"},
+    {"BSP_CMD_ONU_RELEASE_OFFLINE", 370, &all_channels[0], Class::service_affecting, "release all bindings of offline ONUs of a PON port"},
+    {"BSP_CMD_VIEW_ONU_INFO_SNMP", 383, &all_channels[0], Class::read, "ONU information of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_VIEW_ONU_INFO_WEB", 384, &all_channels[0], Class::read, "ONU information of one PON port, or of all for port 0, for the web server"},
+    {"BSP_CMD_VIEW_BASE_INFO_WEB", 386, &all_channels[0], Class::read, "base information of the OLT's PON ports, for the web server"},
+    {"BSP_CMD_ONU_SORT_BATCH", 423, &all_channels[0], Class::service_affecting, "re-sort a batch of ONUs described by the caller's record"},
+    {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, "set the optical ranging limits from the caller's record"},
+    {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, "set whether an ONU, named by its MAC address, is supported"},
+};
+
+constexpr Status all_statuses[] = {
+    {"BSP_OK", 0, true, "success"},
+    {"BSP_ERR_IPC", 1001, true, "the IPC exchange failed"},
+    {"BSP_ERR_NOMEM", 1002, true, "no memory for a result"},
+    {"BSP_ERR_PARAM", 3003, true, "a required pointer argument was null; nothing was sent"},
+    {"PON_ERR_UNKNOWN_COMMAND", 4001, false, "the service has no such command on this channel"},
+    {"PON_ERR_BAD_RECORD", 4002, false, "the record's length or contents make no sense for the command"},
+    {"PON_ERR_NO_PORT", 4003, false, "the OLT has no such PON port"},
+    {"PON_ERR_BAD_ONU_ID", 4004, false, "the ONU id is not one of 0 to 127"},
+    {"PON_ERR_NOT_BOUND", 4005, false, "no ONU is bound to this id or by this MAC address"},
+    {"PON_ERR_ID_IN_USE", 4006, false, "another ONU is bound to this id"},
+    {"PON_ERR_ALREADY_BOUND", 4007, false, "the ONU is bound to another id or port; release it first"},
+    {"PON_ERR_PORT_FULL", 4008, false, "all 128 ids of the port are in use"},
+    {"PON_ERR_UNSUPPORTED", 4009, false, "the ONU is marked as not supported"},
+    {"PON_ERR_MISMATCH", 4010, false, "the id and the MAC address name two different ONUs"},
+    {"PON_ERR_BAD_MAC", 4011, false, "not the MAC address of a station: all zero, or a group address"},
+    {"PON_ERR_STORE", 4012, false, "the service could not store the change; nothing was changed"},
+};
+
+constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[10]};
+
+constexpr Field onu_batch_fields[] = {
+    {"onu_set", FieldType::idset, 432, 16, "", "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
+};
+
+constexpr const Command *opt_range_commands[] = {&all_commands[11]};
+
+constexpr Field opt_range_fields[] = {
+    {"min_distance", FieldType::u32, 432, 4, "m", "nearest ONU that is ranged"},
+    {"max_distance", FieldType::u32, 436, 4, "m", "farthest ONU that is ranged, at most 20000"},
+};
+
+constexpr Layout all_layouts[] = {
+    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, "Several ONUs of one PON port (`pon_port`)."},
+    {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, "Ranging limits of one PON port (`pon_port`)."},
+};
+
+constexpr const Command *onu_info_commands[] = {&all_commands[7], &all_commands[8]};
+
+constexpr Column onu_info_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU waits"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"state", "STATE", ColumnType::text, "", "waiting, online, or offline"},
+    {"supported", "SUPPORTED", ColumnType::boolean, "", "whether the ONU is supported"},
+    {"distance", "DISTANCE", ColumnType::u32, "m", "round-trip ranging distance; null when never ranged"},
+    {"mode", "MODE", ColumnType::u32, "", "bind mode, as it was bound; null while the ONU waits"},
+    {"text_a", "TEXT A", ColumnType::text, "", "first bind text"},
+    {"text_b", "TEXT B", ColumnType::text, "", "second bind text"},
+    {"text_c", "TEXT C", ColumnType::text, "", "third bind text"},
+};
+
+constexpr const Command *base_info_commands[] = {&all_commands[9]};
+
+constexpr Column base_info_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"bound", "BOUND", ColumnType::u32, "", "bound ONUs"},
+    {"online", "ONLINE", ColumnType::u32, "", "bound ONUs that are online"},
+    {"waiting", "WAITING", ColumnType::u32, "", "ONUs that have arrived and wait"},
+    {"min_distance", "MIN", ColumnType::u32, "m", "nearest ONU that is ranged"},
+    {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
+};
+
+constexpr View all_views[] = {
+    {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address."},
+    {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
+};
+
+constexpr Argument bsp_pon_cfg_arguments[] = {
+    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code"},
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"data", ArgumentType::block, false, true, &bsp_pon_msg_fields[13], -1, Source::none, nullptr, 0, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
+    {"length", ArgumentType::length, false, false, nullptr, 2, Source::none, nullptr, 0, "bytes of `data` to send, at most 515"},
+};
+
+constexpr Argument bsp_ponmsg_cfg_set_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "the request, 944 bytes with the command code in `cmd`; not changed"},
+};
+
+constexpr Argument bsp_pon_bind_onu_auto_id_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, &bsp_pon_msg_fields[11], -1, Source::none, nullptr, 0, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, &bsp_pon_msg_fields[10], -1, Source::none, nullptr, 0, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, &bsp_pon_msg_fields[7], -1, Source::none, nullptr, 0, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, &bsp_pon_msg_fields[12], -1, Source::none, nullptr, 0, "third bind text, at most 63 characters"},
+};
+
+constexpr Argument bsp_pon_onu_support_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+    {"value", ArgumentType::u32, false, false, &bsp_pon_msg_fields[7], -1, Source::none, nullptr, 0, "support flag: 1 supported, 0 not"},
+};
+
+constexpr Argument bsp_pon_bind_onu_spec_id_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
+    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, &bsp_pon_msg_fields[11], -1, Source::none, nullptr, 0, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, &bsp_pon_msg_fields[10], -1, Source::none, nullptr, 0, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, &bsp_pon_msg_fields[7], -1, Source::none, nullptr, 0, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, &bsp_pon_msg_fields[12], -1, Source::none, nullptr, 0, "third bind text, at most 63 characters"},
+};
+
+constexpr Argument bsp_pon_no_bind_onu_spec_id_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_no_bind_onu_spec_id_and_mac_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
+    {"mac", ArgumentType::mac, false, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+};
+
+constexpr Argument bsp_pon_no_bind_onu_by_mac_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+};
+
+constexpr Argument bsp_pon_no_bind_onu_all_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+};
+
+constexpr Argument bsp_pon_no_bind_offline_onu_all_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+};
+
+constexpr Argument bsp_pon_no_bind_onu_batch_spec_id_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_reboot_onu_batch_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_onu_batch_sort_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_set_opt_range_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_exec_get_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+};
+
+constexpr Argument bsp_pon_exec_set_arguments[] = {
+    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "the request, 944 bytes with the command code in `cmd`; not changed"},
+};
+
+constexpr Argument bsp_pon_exec_get_json_arguments[] = {
+    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, nullptr, -1, Source::none, nullptr, 0, "ignored"},
+    {"db_out", ArgumentType::db, false, false, nullptr, -1, Source::shmem, &bsp_pon_msg_fields[0], 10240, "the result database"},
+};
+
+constexpr Argument bsp_pon_exec_get_json__arguments[] = {
+    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, nullptr, -1, Source::none, nullptr, 0, "ignored"},
+    {"db_out", ArgumentType::db, false, false, nullptr, -1, Source::shmem, &bsp_pon_msg_fields[0], 1048576, "the result database"},
+};
+
+constexpr Argument bsp_pon_exec_get_file_arguments[] = {
+    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view"},
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"name_out", ArgumentType::text_out, false, true, &bsp_pon_msg_fields[13], -1, Source::none, nullptr, 0, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
+};
+
+constexpr Argument bsp_pon_exec_get_onu_json_arguments[] = {
+    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
+    {"spare", ArgumentType::u32, false, false, nullptr, -1, Source::none, nullptr, 0, "ignored"},
+    {"db_out", ArgumentType::db, false, false, nullptr, -1, Source::shmem, &bsp_pon_msg_fields[0], 1048576, "the result database"},
+};
+
+constexpr Operation all_operations[] = {
+    {"bsp_pon_cfg", "ONU binding and unbinding", "Sends a free-form PON configuration command.", "",
+     &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_cfg_arguments},
+    {"bsp_ponmsg_cfg_set", "ONU binding and unbinding", "Sends a record that the caller built, as it stands, as a PON configuration command.", "",
+     &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
+     Request::as_is, Answer::none, 0, 0, bsp_ponmsg_cfg_set_arguments},
+    {"bsp_pon_bind_onu_auto_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to an ONU id that the service picks.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
+     &all_channels[0], &all_records[0], &all_commands[0], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_bind_onu_auto_id_arguments},
+    {"bsp_pon_onu_support_set", "ONU binding and unbinding", "Sets whether an ONU, named by its MAC address, is supported.", "",
+     &all_channels[0], &all_records[0], &all_commands[12], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_onu_support_set_arguments},
+    {"bsp_pon_bind_onu_spec_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to a given ONU id.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
+     &all_channels[0], &all_records[0], &all_commands[1], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_bind_onu_spec_id_arguments},
+    {"bsp_pon_no_bind_onu_spec_id", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id.", "",
+     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_spec_id_arguments},
+    {"bsp_pon_no_bind_onu_spec_id_and_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id and its MAC address.", "Unlike in bsp_pon_no_bind_onu_by_mac, the MAC pointer is not checked: it must be valid.",
+     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_spec_id_and_mac_arguments},
+    {"bsp_pon_no_bind_onu_by_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its MAC address.", "",
+     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_by_mac_arguments},
+    {"bsp_pon_no_bind_onu_all", "ONU binding and unbinding", "Releases all bindings of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[5], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_all_arguments},
+    {"bsp_pon_no_bind_offline_onu_all", "ONU binding and unbinding", "Releases the bindings of all offline ONUs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[6], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_offline_onu_all_arguments},
+    {"bsp_pon_no_bind_onu_batch_spec_id", "ONU binding and unbinding", "Releases a batch of bindings.", "",
+     &all_channels[0], &all_records[0], &all_commands[3], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, 0, 0, bsp_pon_no_bind_onu_batch_spec_id_arguments},
+    {"bsp_pon_reboot_onu_batch", "ONU binding and unbinding", "Reboots a batch of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[4], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, 0, 0, bsp_pon_reboot_onu_batch_arguments},
+    {"bsp_pon_onu_batch_sort", "ONU binding and unbinding", "Re-sorts a batch of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[10], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, 0, 0, bsp_pon_onu_batch_sort_arguments},
+    {"bsp_pon_set_opt_range", "ONU binding and unbinding", "Sets the optical ranging limits.", "",
+     &all_channels[0], &all_records[0], &all_commands[11], Class::write, Call::set, Failure::report,
+     Request::copied, Answer::none, 0, 0, bsp_pon_set_opt_range_arguments},
+    {"bsp_pon_exec_get", "Generic pass-through", "Sends a record that the caller built and takes the answer in the same record.", "",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::in_place, 944, 944, bsp_pon_exec_get_arguments},
+    {"bsp_pon_exec_set", "Generic pass-through", "Sends a record that the caller built, as it stands.", "",
+     &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
+     Request::as_is, Answer::none, 0, 0, bsp_pon_exec_set_arguments},
+    {"bsp_pon_exec_get_json", "Generic pass-through", "Asks for a small view of a PON port, at most 10240 bytes, as a result database.", "Differs from bsp_pon_exec_get_json_ in the bound alone.",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_json_arguments},
+    {"bsp_pon_exec_get_json_", "Generic pass-through", "Asks for a large view of a PON port, at most 1048576 bytes, as a result database.", "Differs from bsp_pon_exec_get_json in the bound alone.",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_json__arguments},
+    {"bsp_pon_exec_get_file", "Generic pass-through", "Asks for a view of a PON port that the service leaves in a file, and returns the file's name.", "The file is the caller's to remove.",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_file_arguments},
+    {"bsp_pon_exec_get_onu_json", "Generic pass-through", "Asks for a large view of one ONU, at most 1048576 bytes, as a result database.", "",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_onu_json_arguments},
+};
+
+} // namespace
+
+const uint32_t module = 6;
+
+std::span<const Record> records()
+{
+    return all_records;
+}
+
+std::span<const Channel> channels()
+{
+    return all_channels;
+}
+
+std::span<const Command> commands()
+{
+    return all_commands;
+}
+
+std::span<const Status> statuses()
+{
+    return all_statuses;
+}
+
+std::span<const Layout> layouts()
+{
+    return all_layouts;
+}
+
+std::span<const View> views()
+{
+    return all_views;
+}
+
+std::span<const Operation> operations()
+{
+    return all_operations;
+}
+
+} // namespace catalogue
