@@ -28,12 +28,21 @@ struct Site {
     }
 };
 
+// Where a record of each kind carries its command code.
+template <class Record>
+constexpr uint32_t Record::*command_of = nullptr;
+template <>
+inline constexpr uint32_t bsp_pon_msg::*command_of<bsp_pon_msg> = &bsp_pon_msg::cmd;
+
 // The size bounds of result databases in shared memory.
 constexpr uint32_t small_view = 10240;
 constexpr uint32_t large_view = 1048576;
 
 // A response length word that offers no bytes, on purpose: the answer comes another way.
 constexpr uint32_t no_length = 0;
+
+// Zeroes `length` bytes. A call, because the compiler's own way to clear a record of known size is slower and larger.
+void clear(void *record, uint32_t length);
 
 // The result of an operation whose exchange failed with `ipc_result`, after the log line that its style asks for.
 [[gnu::cold]] uint32_t failed(int32_t ipc_result, Failure failure, Site site);
@@ -57,21 +66,61 @@ inline uint32_t get_in_place(uint32_t channel, Record &record, Site site = Site:
     return ipc_result ? failed(ipc_result, failure, site) : status;
 }
 
-// A record to send, as the functions that need its response for a moment only take it.
-struct Sent {
-    uint32_t channel;
-    const void *record;
-    uint32_t length;
-    uint32_t preset; // of the response length word
-    Failure failure;
+// A cleared response buffer for a get call: as long as the length that the call presets and, where that states no
+// bound, as the channel's record.
+template <class Record, uint32_t preset>
+class Response
+{
+public:
+    // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
+    // failed, and `result` is the operation's.
+    template <Failure failure>
+    bool receive(uint32_t channel, const Record &request, uint32_t &result, Site site)
+    {
+        clear(bytes, size);
+        uint32_t length = preset;
+        uint32_t status = BSP_OK;
+        const int32_t ipc_result =
+            ipc_get_exec(BSP_IPC_MODULE, channel, &request, sizeof request, bytes, &length, &status);
+        result = ipc_result ? failed(ipc_result, failure, site) : status;
+        return ipc_result == IPC_OK;
+    }
+
+    // The text at `offset`, which ends with the record at the latest.
+    const char *text(uint32_t offset)
+    {
+        bytes[size - 1] = '\0';
+        return bytes + offset;
+    }
+
+private:
+    static constexpr uint32_t size = preset > sizeof(Record) ? preset : sizeof(Record);
+    alignas(Record) char bytes[size];
 };
 
-// Sends a record; then fetches the database that the service left in shared memory under `key`, which is read only
-// after the exchange, and stores its handle. Returns the service's status word.
-uint32_t get_database(const Sent &sent, const uint32_t &key, uint32_t bound, db_handle **out, Site site = Site::here());
+// Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
+// memory under the record's command code, as it stands after the exchange. Returns the service's status word.
+template <uint32_t preset, Failure failure = Failure::report, class Record>
+inline uint32_t get_database(uint32_t channel, const Record &request, uint32_t bound, db_handle **out,
+                             Site site = Site::here())
+{
+    Response<Record, preset> response;
+    uint32_t result;
+    if (response.template receive<failure>(channel, request, result, site))
+        *out = db_from_shmem(request.*command_of<Record>, bound);
+    return result;
+}
 
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
 // service's status word.
-uint32_t get_text(const Sent &sent, uint32_t offset, char *out, Site site = Site::here());
+template <uint32_t preset, Failure failure = Failure::report, class Record>
+inline uint32_t get_text(uint32_t channel, const Record &request, uint32_t offset, char *out, Site site = Site::here())
+{
+    Response<Record, preset> response;
+    uint32_t result;
+    if (response.template receive<failure>(channel, request, result, site) && out)
+        __builtin_strcpy(out, response.text(offset));
+    return result;
+}
 
 } // namespace frame

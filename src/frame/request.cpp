@@ -3,25 +3,18 @@
 namespace frame
 {
 
-void clear(void *record, uint32_t length)
+void put_text(char *to, uint32_t room, const char *text)
 {
-    __builtin_memset(record, 0, length);
-}
-
-void put_text(void *record, uint32_t length, uint32_t offset, const char *text)
-{
-    if (!text) return;
-    char *to = static_cast<char *>(record) + offset;
-    char *const end = static_cast<char *>(record) + length;
-    while (to != end && (*to++ = *text++)) {
+    // Four bytes a round, so that the room is looked at once for four.
+    for (; room >= 4; to += 4, text += 4, room -= 4)
+        if (!(to[0] = text[0]) || !(to[1] = text[1]) || !(to[2] = text[2]) || !(to[3] = text[3])) return;
+    while (room-- && (*to++ = *text++)) {
     }
 }
 
-void put_block(void *record, uint32_t length, uint32_t offset, const void *block, uint32_t count)
+void put_block(uint8_t *to, uint32_t room, const void *block, uint32_t count)
 {
-    if (!block) return;
-    if (count > length - offset) count = length - offset;
-    __builtin_memcpy(static_cast<char *>(record) + offset, block, count);
+    if (block) __builtin_memcpy(to, block, count < room ? count : room);
 }
 
 } // namespace frame

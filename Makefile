@@ -1,0 +1,54 @@
+# The commands of daily work. Each installs what is missing, builds what it needs and can be run on a fresh machine.
+
+PREFIX ?= /usr/local
+TEST_PRESETS := dev asan tsan fortify mips
+SOURCES = $(shell find src board catalog testing sim ponctl tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
+
+.PHONY: help demo test bench mutation generate format install packages $(TEST_PRESETS:%=test-%)
+
+help:
+	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
+	@echo 'make test      build and run every test: host, sanitizers, fortified, big-endian MIPS'
+	@echo 'make test-dev  the same for one configuration: $(TEST_PRESETS)'
+	@echo 'make bench     measure operations, exchanges, results and sizes'
+	@echo 'make mutation  show that the tests notice changes in the library'
+	@echo 'make generate  write the public header, export map and tables from the catalogue'
+	@echo 'make format    lay out the sources with clang-format'
+	@echo 'make install   install library, header, tool, simulator and pages below PREFIX ($(PREFIX))'
+
+packages:
+	@packaging/install-packages
+
+demo: packages
+	@cmake --preset release --log-level=WARNING >/dev/null
+	@cmake --build --preset release --target ponsim ponctl bind_example -- --quiet
+	@examples/demo build/release
+
+test: $(TEST_PRESETS:%=test-%)
+
+# One configuration after the other, whatever -j says: each uses all processors itself.
+.NOTPARALLEL:
+
+$(TEST_PRESETS:%=test-%): test-%: packages
+	cmake --preset $* --log-level=WARNING >/dev/null
+	cmake --build --preset $* -- --quiet
+	ctest --preset $*
+
+bench: packages
+	cmake --preset release --log-level=WARNING >/dev/null
+	cmake --build --preset release -- --quiet
+	@bench/run build/release
+
+mutation: packages
+	/usr/bin/python3 tests/mutation/run.py
+
+generate: packages
+	/usr/bin/python3 catalog/generate.py
+
+format: packages
+	clang-format -i $(SOURCES)
+
+install: packages
+	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	cmake --build --preset release -- --quiet
+	cmake --install build/release

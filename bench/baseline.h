@@ -1,0 +1,28 @@
+/* A few operations as a C programmer would write them, each in one function with the same clears, stores and calls. */
+#ifndef BENCH_BASELINE_H
+#define BENCH_BASELINE_H
+
+#include "bsp_pon.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+uint32_t c_bind(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a, const char *text_b,
+                uint32_t value, const char *text_c);
+/* The same with strcpy: what a caller who keeps to the fields would not notice. */
+uint32_t c_bind_unbounded(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a,
+                          const char *text_b, uint32_t value, const char *text_c);
+uint32_t c_release(uint32_t pon_port, uint32_t onu_id);
+uint32_t c_release_by_mac(uint32_t pon_port, const uint8_t *mac);
+uint32_t c_reboot_batch(const bsp_pon_msg *record);
+uint32_t c_cfg(uint32_t cmd, uint32_t pon_port, const void *data, uint32_t length);
+uint32_t c_get(bsp_pon_msg *record);
+uint32_t c_get_json(uint32_t cmd, uint32_t pon_port, uint32_t spare, db_handle **db_out);
+uint32_t c_get_file(uint32_t cmd, uint32_t pon_port, char *name_out);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
