@@ -58,7 +58,7 @@ int main(int argc, char **argv)
             std::puts(each.name);
         return 0;
     }
-    if (argc == 4) {
+    if (argc == 4 && argv[1][0] != '-') {
         for (const Case &each : cases) {
             if (std::string_view(argv[1]) != each.name) continue;
             repeat(std::string_view(argv[2]) == "lib" ? each.lib : each.c, std::atol(argv[3]));
