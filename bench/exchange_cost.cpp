@@ -1,98 +1,33 @@
 // The round trip of an operation through the host edition, beside a bare blocking SOCK_SEQPACKET ping-pong of the same
 // sizes between two processes. The two take turns in one run, so that the machine's mood falls on both.
 #include <sched.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
-#include <functional>
 #include <string>
-#include <vector>
 
 #include "board/ipc.h"
 #include "board/service.h"
 #include "bsp_pon.h"
 #include "frame.h"
+#include "processes.h"
 
 namespace
 {
 
 constexpr int rounds = 41;
 constexpr int exchanges_a_round = 2000;
-constexpr int any_processor = -1;
-
-[[noreturn]] void die(const char *what)
-{
-    std::perror(what);
-    std::exit(1);
-}
-
-void pin(int processor)
-{
-    if (processor == any_processor) return;
-    cpu_set_t set;
-    CPU_ZERO(&set);
-    CPU_SET(processor, &set);
-    if (sched_setaffinity(0, sizeof set, &set)) die("sched_setaffinity");
-}
-
-// A child on a processor, which runs `serve` until its parent ends it or dies; it has written a byte when it is ready.
-class Server
-{
-public:
-    Server(int processor, const std::function<void(int ready)> &serve)
-    {
-        int ready[2];
-        if (pipe(ready)) die("pipe");
-        child = fork();
-        if (child < 0) die("fork");
-        if (child == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            pin(processor);
-            serve(ready[1]);
-            _exit(0);
-        }
-        close(ready[1]);
-        char byte;
-        if (read(ready[0], &byte, 1) != 1) die("server");
-        close(ready[0]);
-    }
-    ~Server()
-    {
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-    }
-    Server(const Server &) = delete;
-
-private:
-    pid_t child;
-};
-
-void announce(int ready)
-{
-    if (write(ready, "", 1) != 1) die("write");
-}
 
 // Nanoseconds of one call, as the mean of a round.
 double time_round(const std::function<void()> &call)
 {
     const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < exchanges_a_round; ++i) call();
+    for (int i = 0; i < exchanges_a_round; ++i)
+        call();
     const std::chrono::duration<double, std::nano> spent = std::chrono::steady_clock::now() - start;
     return spent.count() / exchanges_a_round;
-}
-
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-    return values[values.size() / 2];
 }
 
 struct Exchange {
@@ -103,11 +38,12 @@ struct Exchange {
 };
 
 const Exchange exchanges[] = {
-    {"set, 944 bytes", board::request_size(sizeof(bsp_pon_msg)), board::answer_size(0),
+    {"set, 944 bytes", sizeof(board::RequestHeader) + sizeof(bsp_pon_msg), sizeof(board::AnswerHeader),
      [] {
          if (bsp_pon_no_bind_onu_spec_id(1, 5) != BSP_OK) die("bsp_pon_no_bind_onu_spec_id");
      }},
-    {"get, 944 bytes back", board::request_size(sizeof(bsp_pon_msg)), board::answer_size(sizeof(bsp_pon_msg)),
+    {"get, 944 bytes back", sizeof(board::RequestHeader) + sizeof(bsp_pon_msg),
+     sizeof(board::AnswerHeader) + sizeof(bsp_pon_msg),
      [] {
          static bsp_pon_msg record;
          if (bsp_pon_exec_get(&record) != BSP_OK) die("bsp_pon_exec_get");
