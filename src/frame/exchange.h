@@ -99,15 +99,14 @@ private:
 };
 
 // Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
-// memory under the record's command code, as it stands after the exchange. Returns the service's status word.
+// memory under `key`, which is read only after the exchange. Returns the service's status word.
 template <uint32_t preset, Failure failure = Failure::report, class Record>
-inline uint32_t get_database(uint32_t channel, const Record &request, uint32_t bound, db_handle **out,
-                             Site site = Site::here())
+inline uint32_t get_database(uint32_t channel, const Record &request, const uint32_t &key, uint32_t bound,
+                             db_handle **out, Site site = Site::here())
 {
     Response<Record, preset> response;
     uint32_t result;
-    if (response.template receive<failure>(channel, request, result, site))
-        *out = db_from_shmem(request.*command_of<Record>, bound);
+    if (response.template receive<failure>(channel, request, result, site)) *out = db_from_shmem(key, bound);
     return result;
 }
 
