@@ -1,0 +1,130 @@
+// Where the answers of get calls go.
+#include "selection.h"
+
+#include <algorithm>
+
+namespace contract
+{
+namespace
+{
+
+std::vector<const Operation *> answered_in(catalogue::Answer answer)
+{
+    return operations_where([answer](const Operation &each) { return each.answer == answer; });
+}
+
+} // namespace
+
+using OwnBuffer = OfOperation;
+
+TEST_P(OwnBuffer, OffersThePresetLength)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().preset, operation.preset);
+}
+
+TEST_P(OwnBuffer, IsNotTheRequest)
+{
+    subject.call();
+    ASSERT_NE(only_exchange().response, nullptr);
+    EXPECT_NE(only_exchange().response, only_exchange().request);
+}
+
+TEST_P(OwnBuffer, IsAlignedForWords)
+{
+    subject.call();
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(only_exchange().response) % 4, 0u);
+}
+
+TEST_P(OwnBuffer, IsClearedBeforeTheAnswer)
+{
+    subject.call();
+    ASSERT_EQ(only_exchange().room, operation.response_size);
+    EXPECT_EQ(Bytes(only_exchange().before, only_exchange().before + operation.response_size),
+              Bytes(operation.response_size));
+}
+
+TEST_P(OwnBuffer, HoldsAnAnswerOfTheWholeRecord)
+{
+    const Bytes full(operation.response_size, 0xFF);
+    script_exchange(IPC_OK, 0, full);
+    subject.call();
+    EXPECT_TRUE(subject.surroundings_untouched());
+}
+
+TEST_P(OwnBuffer, AnswerLeavesTheRequestAsItWas)
+{
+    static Bytes request_after_answer;
+    const auto look = [](const rb_exchange *exchange, void *response_size) {
+        const auto *request = static_cast<const uint8_t *>(exchange->request);
+        std::fill_n(static_cast<uint8_t *>(exchange->response), *static_cast<uint32_t *>(response_size), 0xFF);
+        request_after_answer.assign(request, request + exchange->request_length);
+    };
+    uint32_t response_size = operation.response_size;
+    rb_answer answer = {};
+    answer.during = look;
+    answer.context = &response_size;
+    rb_script_answer(&answer);
+    subject.call();
+    EXPECT_EQ(request_after_answer, sent());
+}
+
+ON_OPERATIONS(OwnBuffer, answered_in(catalogue::Answer::own));
+
+class InPlace : public OfOperation
+{
+protected:
+    Memory &record = subject.memory(*subject.argument_of(ArgumentType::record));
+};
+
+TEST_P(InPlace, OffersThePresetLength)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().preset, operation.preset);
+}
+
+TEST_P(InPlace, IsTheCallersRecord)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().request, record.pointer());
+    EXPECT_EQ(only_exchange().response, record.pointer());
+}
+
+TEST_P(InPlace, FullAnswerReplacesTheRecord)
+{
+    const Bytes full(operation.record->size, 0xFF);
+    script_exchange(IPC_OK, 0, full);
+    subject.call();
+    EXPECT_EQ(record.bytes(), full);
+    EXPECT_TRUE(record.guards_stand());
+}
+
+TEST_P(InPlace, ShortAnswerLeavesTheRest)
+{
+    const Bytes part(100, 0xFF);
+    script_exchange(IPC_OK, 0, part);
+    subject.call();
+    Bytes expected = record.as_lent();
+    std::copy(part.begin(), part.end(), expected.begin());
+    EXPECT_EQ(record.bytes(), expected);
+}
+
+TEST_P(InPlace, NoAnswerLeavesAll)
+{
+    subject.call();
+    EXPECT_TRUE(record.unchanged());
+}
+
+ON_OPERATIONS(InPlace, answered_in(catalogue::Answer::in_place));
+
+using NoAnswer = OfOperation;
+
+TEST_P(NoAnswer, OffersNoBuffer)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().response, nullptr);
+}
+
+ON_OPERATIONS(NoAnswer, answered_in(catalogue::Answer::none));
+
+} // namespace contract

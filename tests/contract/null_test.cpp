@@ -1,0 +1,72 @@
+// What becomes of null pointers.
+#include "selection.h"
+
+namespace contract
+{
+namespace
+{
+
+constexpr uint32_t bad_parameter = 3003;
+
+} // namespace
+
+class RequiredPointer : public OfArgument
+{
+protected:
+    void call_refused(Subject &refused)
+    {
+        EXPECT_EQ(refused.call(), bad_parameter);
+        EXPECT_EQ(rb_recorded(), 0u) << "something was sent, logged or asked for";
+        EXPECT_TRUE(refused.outputs_untouched());
+    }
+};
+
+TEST_P(RequiredPointer, NullIsRefusedBeforeAnythingElse)
+{
+    subject.set_null(argument);
+    call_refused(subject);
+}
+
+TEST_P(RequiredPointer, NullIsRefusedWithTheOtherCheckedOnes)
+{
+    for (const Argument &each : operation.arguments)
+        if (each.required || each.optional) subject.set_null(each);
+    call_refused(subject);
+}
+
+ON_ARGUMENTS(RequiredPointer, arguments_where([](const Argument &each) { return each.required; }));
+
+using OptionalPointer = OfArgument;
+
+TEST_P(OptionalPointer, NullMeansNone)
+{
+    subject.set_null(argument);
+    EXPECT_EQ(subject.call(), 0u);
+    EXPECT_EQ(sent(), subject.expected_request());
+}
+
+TEST_P(OptionalPointer, NullMeansNoneWithTheOtherOptionalOnes)
+{
+    for (const Argument &each : operation.arguments)
+        if (each.optional) subject.set_null(each);
+    EXPECT_EQ(subject.call(), 0u);
+    EXPECT_EQ(sent(), subject.expected_request());
+}
+
+ON_ARGUMENTS(OptionalPointer, arguments_where([](const Argument &each) { return each.optional; }));
+
+// A null pointer that is not checked is the caller's fault: it is used, and never taken for a reason to refuse or to
+// go on without.
+using UncheckedPointerDeathTest = OfArgument;
+
+TEST_P(UncheckedPointerDeathTest, NullIsUsed)
+{
+    subject.set_null(argument);
+    EXPECT_DEATH(subject.call(), "");
+}
+
+ON_ARGUMENTS(UncheckedPointerDeathTest, arguments_where([](const Argument &each) {
+                 return is_pointer(each) && !each.required && !each.optional;
+             }));
+
+} // namespace contract

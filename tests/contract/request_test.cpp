@@ -1,0 +1,93 @@
+// What every operation sends.
+#include "selection.h"
+
+namespace contract
+{
+
+namespace
+{
+
+rb_call stated_call(const Operation &operation)
+{
+    switch (operation.call) {
+    case catalogue::Call::set:
+        return RB_SET;
+    case catalogue::Call::get:
+        return RB_GET;
+    case catalogue::Call::dgram_set:
+        return RB_DGRAM_SET;
+    case catalogue::Call::dgram_get:
+        return RB_DGRAM_GET;
+    }
+    throw std::logic_error("a call that is not known here");
+}
+
+} // namespace
+
+using Request = OfOperation;
+
+TEST_P(Request, IsOneExchangeAndNothingIsLoggedOrAllocated)
+{
+    subject.call();
+    EXPECT_EQ(rb_exchanges(), 1u);
+    EXPECT_EQ(rb_logs(), 0u);
+    EXPECT_EQ(rb_utils(), 0u);
+}
+
+TEST_P(Request, GoesToTheModuleOnItsChannel)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().module, catalogue::module);
+    EXPECT_EQ(only_exchange().msg_type, operation.channel->type);
+}
+
+TEST_P(Request, GoesByTheStatedCall)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().call, stated_call(operation));
+}
+
+TEST_P(Request, IsAWholeRecord)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().request_length, operation.record->size);
+}
+
+TEST_P(Request, HoldsWhatTheArgumentsSayAndZerosElsewhere)
+{
+    subject.call();
+    EXPECT_EQ(sent(), subject.expected_request());
+}
+
+TEST_P(Request, IsAlignedForWords)
+{
+    subject.call();
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(only_exchange().request) % 4, 0u);
+}
+
+TEST_P(Request, PassesNumbersUnchecked)
+{
+    for (const uint32_t number : {0u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
+        Subject extreme(operation);
+        for (const Argument &argument : operation.arguments)
+            if (argument.type == ArgumentType::u32) extreme.set_number(argument, number);
+        extreme.call();
+        EXPECT_EQ(sent(), extreme.expected_request()) << number;
+    }
+}
+
+TEST_P(Request, PresetsTheStatusToZero)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().status_before, 0u);
+}
+
+TEST_P(Request, LeavesWhatItReadsAsItWas)
+{
+    subject.call();
+    EXPECT_TRUE(subject.surroundings_untouched());
+}
+
+ON_OPERATIONS(Request, all_operations());
+
+} // namespace contract

@@ -1,0 +1,200 @@
+#include "subject.h"
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+namespace contract
+{
+namespace
+{
+
+constexpr size_t default_block = 37;
+
+// As deep as an operation's frames may reach.
+[[gnu::noinline]] void dirty_stack()
+{
+    uint8_t rubbish[16 * 1024];
+    std::memset(rubbish, 0xA5, sizeof rubbish);
+    asm volatile("" : : "r"(rubbish) : "memory");
+}
+
+void put_word(Bytes &wire, const catalogue::Field &field, uint32_t number)
+{
+    if (field.type != catalogue::FieldType::u32) throw std::logic_error("a number in a field of another type");
+    std::memcpy(wire.data() + field.offset, &number, sizeof number);
+}
+
+} // namespace
+
+bool is_pointer(const Argument &argument)
+{
+    return argument.type != ArgumentType::u32 && argument.type != ArgumentType::length;
+}
+
+bool is_written(const Operation &operation, const Argument &argument)
+{
+    switch (argument.type) {
+    case ArgumentType::record:
+        return operation.answer == catalogue::Answer::in_place;
+    case ArgumentType::db:
+    case ArgumentType::text_out:
+        return true;
+    case ArgumentType::u32:
+    case ArgumentType::mac:
+    case ArgumentType::text:
+    case ArgumentType::block:
+    case ArgumentType::length:
+        return false;
+    }
+    return false;
+}
+
+Subject::Subject(const Operation &operation)
+    : subject(operation), values(operation.arguments.size()), memories(operation.arguments.size())
+{
+    rb_reset();
+    for (const Argument &argument : operation.arguments) {
+        switch (argument.type) {
+        case ArgumentType::u32:
+            set_number(argument, 0x01020304 + 0x11111111 * static_cast<uint32_t>(index_of(argument)));
+            break;
+        case ArgumentType::mac:
+            lend(argument, Memory::to_read({0xE2, 0xE4, 0xE6, 0xE9, 0xEB, 0xED}));
+            break;
+        case ArgumentType::text:
+            set_text(argument, "this is " + std::string(argument.name));
+            break;
+        case ArgumentType::block:
+            set_block(argument, pattern(default_block));
+            break;
+        case ArgumentType::length: // set with its block
+            break;
+        case ArgumentType::record:
+            lend(argument, Memory::to_write(pattern(operation.record->size), true));
+            break;
+        case ArgumentType::db:
+            lend(argument, Memory::to_write(pattern(sizeof(db_handle *)), true));
+            break;
+        case ArgumentType::text_out:
+            lend(argument, Memory::to_write(pattern(operation.record->size - argument.field->offset), false));
+            break;
+        }
+    }
+}
+
+void Subject::set_number(const Argument &argument, uint32_t number)
+{
+    values[index_of(argument)].number = number;
+}
+
+void Subject::set_null(const Argument &argument)
+{
+    values[index_of(argument)].pointer = nullptr;
+}
+
+void Subject::set_text(const Argument &argument, std::string_view text)
+{
+    Bytes content(text.begin(), text.end());
+    content.push_back(0);
+    lend(argument, Memory::to_read(std::move(content)));
+}
+
+void Subject::set_block(const Argument &argument, Bytes content)
+{
+    for (const Argument &length : subject.arguments)
+        if (length.length_of == static_cast<int>(index_of(argument)))
+            set_number(length, static_cast<uint32_t>(content.size()));
+    lend(argument, Memory::to_read(std::move(content)));
+}
+
+uint32_t Subject::call()
+{
+    dirty_stack();
+    return catalogue::invoke(subject, values);
+}
+
+Bytes Subject::expected_request() const
+{
+    if (subject.record->payload) throw std::logic_error("the length of a request with a payload is not known here");
+    Bytes wire(subject.record->size);
+    if (const Argument *record = argument_of(ArgumentType::record)) wire = memories[index_of(*record)].as_lent();
+    for (const Argument &argument : subject.arguments)
+        put(wire, argument);
+    if (subject.command && subject.request != catalogue::Request::as_is)
+        put_word(wire, *subject.record->command, subject.command->code);
+    wire.resize(subject.record->size);
+    return wire;
+}
+
+// An unbounded copy: the wire grows as it must.
+void Subject::put(Bytes &wire, const Argument &argument) const
+{
+    if (!argument.field || is_written(subject, argument)) return;
+    if (!is_pointer(argument)) return put_word(wire, *argument.field, number(argument));
+    if (!pointer(argument)) return;
+    const Bytes &content = memories[index_of(argument)].as_lent();
+    wire.resize(std::max(wire.size(), argument.field->offset + content.size()));
+    std::copy(content.begin(), content.end(), wire.begin() + static_cast<ptrdiff_t>(argument.field->offset));
+}
+
+const Argument *Subject::argument_of(ArgumentType type) const
+{
+    for (const Argument &argument : subject.arguments)
+        if (argument.type == type) return &argument;
+    return nullptr;
+}
+
+bool Subject::outputs_untouched() const
+{
+    return std::ranges::all_of(subject.arguments, [this](const Argument &argument) {
+        const Memory &memory = memories[index_of(argument)];
+        return !is_written(subject, argument) || (memory.unchanged() && memory.guards_stand());
+    });
+}
+
+bool Subject::surroundings_untouched() const
+{
+    return std::ranges::all_of(subject.arguments, [this](const Argument &argument) {
+        const Memory &memory = memories[index_of(argument)];
+        return memory.guards_stand() && (is_written(subject, argument) || memory.unchanged());
+    });
+}
+
+size_t Subject::index_of(const Argument &argument) const
+{
+    return static_cast<size_t>(&argument - subject.arguments.data());
+}
+
+void Subject::lend(const Argument &argument, Memory memory)
+{
+    const size_t index = index_of(argument);
+    memories[index] = std::move(memory);
+    values[index].pointer = memories[index].pointer();
+}
+
+const rb_exchange &only_exchange()
+{
+    if (rb_exchanges() != 1) throw std::runtime_error(std::to_string(rb_exchanges()) + " exchanges, not one");
+    return *rb_exchange_at(0);
+}
+
+Bytes sent()
+{
+    const rb_exchange &exchange = only_exchange();
+    return {exchange.sent, exchange.sent + std::min<size_t>(exchange.request_length, sizeof exchange.sent)};
+}
+
+void script_exchange(int32_t result, uint32_t status, Bytes bytes)
+{
+    static Bytes kept;
+    kept = std::move(bytes);
+    rb_answer answer = {};
+    answer.bytes = kept.data();
+    answer.length = static_cast<uint32_t>(kept.size());
+    answer.status = status;
+    answer.result = result;
+    rb_script_answer(&answer);
+}
+
+} // namespace contract
