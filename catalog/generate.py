@@ -593,8 +593,25 @@ def thunks(catalogue):
                       "} // namespace catalogue"]) + "\n"
 
 
+def service_words(catalogue):
+    """The simulated service's own status words, and where its layouts keep their fields."""
+    lines = [f"// {GENERATED}.", "// clang-format off", "#pragma once", "", "#include <cstdint>", "",
+             "// Status words of the simulated PON service."]
+    for status in catalogue.statuses.values():
+        if not status.of_library:
+            lines.append(f"inline constexpr uint32_t {status.name} = {status.value}; // {status.brief}")
+    lines += ["", "// Offsets of the fields that the service gives to opaque parts of a record."]
+    for layout in catalogue.layouts.values():
+        lines += ["", f"namespace layout::{layout.name}", "{"]
+        for field in layout.fields.values():
+            lines.append(f"inline constexpr uint32_t {field.name} = {field.offset}; // {field.type}: {field.brief}")
+        lines += [f"}} // namespace layout::{layout.name}"]
+    return "\n".join(lines) + "\n"
+
+
 OUTPUTS = {
     "include/bsp_pon.h": header,
+    "catalog/generated/service_words.h": service_words,
     "catalog/generated/libbsp_pon.map": exports,
     "catalog/generated/tables.cpp": tables,
     "catalog/generated/thunks.cpp": thunks,

@@ -115,6 +115,8 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_MISMATCH", 4010, false, "the id and the MAC address name two different ONUs"},
     {"PON_ERR_BAD_MAC", 4011, false, "not the MAC address of a station: all zero, or a group address"},
     {"PON_ERR_STORE", 4012, false, "the service could not store the change; nothing was changed"},
+    {"PON_ERR_OFFLINE", 4013, false, "an ONU that the command needs is offline; nothing was changed"},
+    {"PON_ERR_TABLE_FULL", 4014, false, "the service's table for this has no room left"},
 };
 
 constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[10]};
@@ -126,13 +128,13 @@ constexpr Field onu_batch_fields[] = {
 constexpr const Command *opt_range_commands[] = {&all_commands[11]};
 
 constexpr Field opt_range_fields[] = {
-    {"min_distance", FieldType::u32, 432, 4, "m", "nearest ONU that is ranged"},
+    {"min_distance", FieldType::u32, 432, 4, "m", "nearest ONU that is ranged, at most max_distance"},
     {"max_distance", FieldType::u32, 436, 4, "m", "farthest ONU that is ranged, at most 20000"},
 };
 
 constexpr Layout all_layouts[] = {
-    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, "Several ONUs of one PON port (`pon_port`)."},
-    {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, "Ranging limits of one PON port (`pon_port`)."},
+    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, "Several ONUs of one PON port (`pon_port`). Releasing and rebooting do all of them or, where one is not bound (for a reboot: not online), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
+    {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
 };
 
 constexpr const Command *onu_info_commands[] = {&all_commands[7], &all_commands[8]};
@@ -143,11 +145,12 @@ constexpr Column onu_info_columns[] = {
     {"mac", "MAC", ColumnType::mac, "", "MAC address"},
     {"state", "STATE", ColumnType::text, "", "waiting, online, or offline"},
     {"supported", "SUPPORTED", ColumnType::boolean, "", "whether the ONU is supported"},
-    {"distance", "DISTANCE", ColumnType::u32, "m", "round-trip ranging distance; null when never ranged"},
+    {"distance", "DISTANCE", ColumnType::u32, "m", "distance that ranging found; null while the ONU is offline"},
     {"mode", "MODE", ColumnType::u32, "", "bind mode, as it was bound; null while the ONU waits"},
-    {"text_a", "TEXT A", ColumnType::text, "", "first bind text"},
-    {"text_b", "TEXT B", ColumnType::text, "", "second bind text"},
-    {"text_c", "TEXT C", ColumnType::text, "", "third bind text"},
+    {"text_a", "TEXT A", ColumnType::text, "", "first bind text; null while the ONU waits"},
+    {"text_b", "TEXT B", ColumnType::text, "", "second bind text; null while the ONU waits"},
+    {"text_c", "TEXT C", ColumnType::text, "", "third bind text; null while the ONU waits"},
+    {"reboots", "REBOOTS", ColumnType::u32, "", "how often the ONU was rebooted by command"},
 };
 
 constexpr const Command *base_info_commands[] = {&all_commands[9]};
@@ -156,13 +159,13 @@ constexpr Column base_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
     {"bound", "BOUND", ColumnType::u32, "", "bound ONUs"},
     {"online", "ONLINE", ColumnType::u32, "", "bound ONUs that are online"},
-    {"waiting", "WAITING", ColumnType::u32, "", "ONUs that have arrived and wait"},
+    {"waiting", "WAITING", ColumnType::u32, "", "ONUs that have arrived, are in ranging limits and wait"},
     {"min_distance", "MIN", ColumnType::u32, "m", "nearest ONU that is ranged"},
     {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
 };
 
 constexpr View all_views[] = {
-    {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address."},
+    {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. Where the bind texts would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
 };
 
