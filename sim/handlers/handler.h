@@ -1,0 +1,53 @@
+// The commands that the service knows. A handler reads a request and the OLT, and says what is to be done; doing it,
+// and keeping it, is the simulator's business.
+//
+// A family of commands is a file of this folder with a table of its own; table.cpp lists the tables.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "model/olt.h"
+
+namespace ponsim
+{
+
+// The longest result that reaches a caller, in bytes.
+inline constexpr size_t max_result = 1048576;
+
+// A request whose record has the length of its channel's records.
+struct Request {
+    const void *record;
+
+    // The record, or a part of it at an offset.
+    template <class Value>
+    Value read(uint32_t offset = 0) const
+    {
+        Value value;
+        std::memcpy(&value, static_cast<const char *>(record) + offset, sizeof value);
+        return value;
+    }
+};
+
+struct Outcome {
+    uint32_t status;
+    Change change = {};                     // what becomes different; nothing unless the status is BSP_OK
+    std::optional<std::string> result = {}; // of a view: its table
+};
+
+struct Handler {
+    uint32_t channel;
+    uint32_t command;
+    Outcome (*handle)(const Olt &olt, const Request &request);
+};
+
+std::span<const Handler> binding_handlers();
+std::span<const Handler> view_handlers();
+
+// Null when the service does not know the command.
+const Handler *find_handler(uint32_t channel, uint32_t command);
+
+} // namespace ponsim

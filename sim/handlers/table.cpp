@@ -1,0 +1,37 @@
+#include <algorithm>
+#include <tuple>
+#include <vector>
+
+#include "handlers/handler.h"
+
+namespace ponsim
+{
+namespace
+{
+
+std::tuple<uint32_t, uint32_t> key(const Handler &handler)
+{
+    return {handler.channel, handler.command};
+}
+
+// Of all families, in order of channel and command.
+std::vector<Handler> all_handlers()
+{
+    std::vector<Handler> all;
+    for (std::span<const Handler> family : {binding_handlers(), view_handlers()})
+        all.insert(all.end(), family.begin(), family.end());
+    std::ranges::sort(all, {}, key);
+    return all;
+}
+
+} // namespace
+
+const Handler *find_handler(uint32_t channel, uint32_t command)
+{
+    static const std::vector<Handler> handlers = all_handlers();
+    const std::tuple wanted{channel, command};
+    const auto found = std::ranges::lower_bound(handlers, wanted, {}, key);
+    return found != handlers.end() && key(*found) == wanted ? &*found : nullptr;
+}
+
+} // namespace ponsim

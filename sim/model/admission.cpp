@@ -1,0 +1,162 @@
+#include "model/admission.h"
+
+#include <vector>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+
+namespace ponsim
+{
+namespace
+{
+
+Plan refuse(uint32_t status)
+{
+    return {status, {}};
+}
+
+std::optional<uint32_t> free_id(const PonPort &port)
+{
+    for (uint32_t onu_id = 1; onu_id < onus_per_port; ++onu_id)
+        if (!port.bindings[onu_id]) return onu_id;
+    if (!port.bindings[0]) return 0;
+    return std::nullopt;
+}
+
+Plan release_if(const Olt &olt, uint32_t pon_port, bool (*wanted)(const PonPort &, const Binding &))
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return refuse(PON_ERR_NO_PORT);
+    Plan plan{BSP_OK, {}};
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+        if (port->bindings[onu_id] && wanted(*port, *port->bindings[onu_id]))
+            plan.change.bindings.push_back({pon_port, onu_id, std::nullopt});
+    return plan;
+}
+
+// Why a command on a set of ids cannot be: BSP_OK when each of them is bound.
+uint32_t check(const PonPort *port, const OnuIds &onu_ids)
+{
+    if (!port) return PON_ERR_NO_PORT;
+    if (onu_ids.none()) return PON_ERR_BAD_RECORD;
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+        if (onu_ids[onu_id] && !port->bindings[onu_id]) return PON_ERR_NOT_BOUND;
+    return BSP_OK;
+}
+
+} // namespace
+
+Plan bind(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return refuse(PON_ERR_NO_PORT);
+    if (onu_id >= onus_per_port) return refuse(PON_ERR_BAD_ONU_ID);
+    if (!is_station(binding.mac)) return refuse(PON_ERR_BAD_MAC);
+    if (!port->record(binding.mac).supported) return refuse(PON_ERR_UNSUPPORTED);
+
+    if (const std::optional<Olt::Place> place = olt.find(binding.mac)) {
+        if (place->pon_port != pon_port || (onu_id && place->onu_id != *onu_id)) return refuse(PON_ERR_ALREADY_BOUND);
+        onu_id = place->onu_id;
+    } else if (!onu_id) {
+        onu_id = free_id(*port);
+        if (!onu_id) return refuse(PON_ERR_PORT_FULL);
+    } else if (port->bindings[*onu_id]) {
+        return refuse(PON_ERR_ID_IN_USE);
+    }
+    return {BSP_OK, {.bindings = {{pon_port, *onu_id, binding}}, .onus = {}, .ports = {}}};
+}
+
+Plan release(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return refuse(PON_ERR_NO_PORT);
+    if (onu_id >= onus_per_port) return refuse(PON_ERR_BAD_ONU_ID);
+
+    if (!is_zero(mac)) {
+        std::optional<Olt::Place> place = olt.find(mac);
+        if (place && place->pon_port != pon_port) place.reset();
+        if (onu_id == 0 && place) onu_id = place->onu_id;
+        const bool id_names_one = onu_id != 0 && port->bindings[onu_id];
+        if (!place && !id_names_one) return refuse(PON_ERR_NOT_BOUND);
+        if (!place || place->onu_id != onu_id) return refuse(PON_ERR_MISMATCH);
+    }
+    if (!port->bindings[onu_id]) return refuse(PON_ERR_NOT_BOUND);
+    return {BSP_OK, {.bindings = {{pon_port, onu_id, std::nullopt}}, .onus = {}, .ports = {}}};
+}
+
+Plan release(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
+{
+    if (const uint32_t status = check(olt.port(pon_port), onu_ids)) return refuse(status);
+    Plan plan{BSP_OK, {}};
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+        if (onu_ids[onu_id]) plan.change.bindings.push_back({pon_port, onu_id, std::nullopt});
+    return plan;
+}
+
+Plan release_all(const Olt &olt, uint32_t pon_port)
+{
+    return release_if(olt, pon_port, [](const PonPort &, const Binding &) { return true; });
+}
+
+Plan release_offline(const Olt &olt, uint32_t pon_port)
+{
+    return release_if(olt, pon_port, [](const PonPort &port, const Binding &binding) { return !port.online(binding); });
+}
+
+Plan reboot(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (const uint32_t status = check(port, onu_ids)) return refuse(status);
+    Plan plan{BSP_OK, {}};
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
+        if (!onu_ids[onu_id]) continue;
+        const Binding &binding = *port->bindings[onu_id];
+        if (!port->online(binding)) return refuse(PON_ERR_OFFLINE);
+        OnuRecord record = port->record(binding.mac);
+        ++record.reboots;
+        plan.change.onus.push_back({pon_port, binding.mac, record});
+    }
+    return plan;
+}
+
+Plan sort(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return refuse(PON_ERR_NO_PORT);
+    if (onu_ids.none()) return refuse(PON_ERR_BAD_RECORD);
+    std::vector<uint32_t> ids;
+    std::vector<const Binding *> bindings;
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
+        if (!onu_ids[onu_id] || !port->bindings[onu_id]) continue;
+        ids.push_back(onu_id);
+        bindings.push_back(&*port->bindings[onu_id]);
+    }
+    if (ids.empty()) return refuse(PON_ERR_NOT_BOUND);
+    std::ranges::sort(bindings, {}, &Binding::mac);
+    Plan plan{BSP_OK, {}};
+    for (size_t index = 0; index < ids.size(); ++index)
+        if (bindings[index] != &*port->bindings[ids[index]])
+            plan.change.bindings.push_back({pon_port, ids[index], *bindings[index]});
+    return plan;
+}
+
+Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &limits)
+{
+    if (!olt.port(pon_port)) return refuse(PON_ERR_NO_PORT);
+    if (limits.min > limits.max || limits.max > max_distance) return refuse(PON_ERR_BAD_RECORD);
+    return {BSP_OK, {.bindings = {}, .onus = {}, .ports = {{pon_port, limits}}}};
+}
+
+Plan set_supported(const Olt &olt, uint32_t pon_port, const Mac &mac, bool supported)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return refuse(PON_ERR_NO_PORT);
+    if (!is_station(mac)) return refuse(PON_ERR_BAD_MAC);
+    OnuRecord record = port->record(mac);
+    if (record.supported == supported) return {BSP_OK, {}};
+    if (!port->onus.contains(mac) && port->onus.size() >= max_onu_records) return refuse(PON_ERR_TABLE_FULL);
+    record.supported = supported;
+    return {BSP_OK, {.bindings = {}, .onus = {{pon_port, mac, record}}, .ports = {}}};
+}
+
+} // namespace ponsim

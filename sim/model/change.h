@@ -1,0 +1,66 @@
+// What the OLT keeps, and a change of it: the rows that become different. A change is what a request brings about, what
+// the store writes in one transaction, and what is read back from the store.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/mac.h"
+#include "model/population.h"
+
+namespace ponsim
+{
+
+// An ONU bound to an id of a port. Mode and texts are the caller's, kept as given.
+struct Binding {
+    Mac mac;
+    uint32_t mode = 0;
+    std::string text_a;
+    std::string text_b;
+    std::string text_c;
+
+    bool operator==(const Binding &) const = default;
+};
+
+// What is kept of an ONU, bound or not, at one port.
+struct OnuRecord {
+    bool supported = true;
+    uint32_t reboots = 0;
+
+    bool operator==(const OnuRecord &) const = default;
+};
+
+// Distances of the nearest and the farthest ONU that a port ranges, in m.
+struct RangingLimits {
+    uint32_t min = 0;
+    uint32_t max = max_distance;
+
+    bool operator==(const RangingLimits &) const = default;
+};
+
+struct Change {
+    struct BindingRow {
+        uint32_t pon_port;
+        uint32_t onu_id;
+        std::optional<Binding> binding; // none: the id is free
+    };
+    struct OnuRow {
+        uint32_t pon_port;
+        Mac mac;
+        OnuRecord record; // as a new one: nothing is kept
+    };
+    struct PortRow {
+        uint32_t pon_port;
+        RangingLimits limits;
+    };
+
+    std::vector<BindingRow> bindings;
+    std::vector<OnuRow> onus;
+    std::vector<PortRow> ports;
+
+    bool empty() const { return bindings.empty() && onus.empty() && ports.empty(); }
+};
+
+} // namespace ponsim

@@ -1,0 +1,68 @@
+#include "simulator.h"
+
+#include <cstring>
+
+#include "bsp_pon.h"
+#include "catalogue.h"
+#include "generated/service_words.h"
+
+namespace ponsim
+{
+namespace
+{
+
+Settings open_settings(Store &store, const WantedSettings &wanted)
+{
+    const std::optional<Settings> kept = store.settings();
+    const Settings base = kept.value_or(Settings{});
+    const Settings settings{wanted.seed.value_or(base.seed), wanted.ports.value_or(base.ports),
+                            wanted.arrivals.value_or(base.arrivals), wanted.silent.value_or(base.silent)};
+    if (!kept) {
+        store.set_settings(settings);
+    } else if (settings != base) {
+        throw StoreError("the stored state is that of an OLT with --seed " + std::to_string(base.seed) + " --ports " +
+                         std::to_string(base.ports) + " --arrivals " + std::to_string(base.arrivals) + " --silent " +
+                         std::to_string(base.silent) +
+                         "; leave these options out to go on with it, add --fresh to discard it, or name another "
+                         "file with --state");
+    }
+    return settings;
+}
+
+} // namespace
+
+std::optional<uint32_t> command_of(const Message &message)
+{
+    const catalogue::Channel *channel = catalogue::find_channel(message.channel);
+    if (!channel || !channel->record->command || message.length != channel->record->size) return std::nullopt;
+    return Request{message.data}.read<uint32_t>(channel->record->command->offset);
+}
+
+Simulator::Simulator(Store &store, const WantedSettings &wanted)
+    : kept(store), olt_settings(open_settings(store, wanted)), model(olt_settings)
+{
+    model.apply(store.load());
+}
+
+Reply Simulator::handle(const Message &message)
+{
+    const catalogue::Channel *channel = catalogue::find_channel(message.channel);
+    if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
+    const std::optional<uint32_t> command = command_of(message);
+    if (!command) return {PON_ERR_BAD_RECORD};
+    const Handler *handler = find_handler(message.channel, *command);
+    if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
+
+    Outcome outcome = handler->handle(model, {message.data});
+    if (!outcome.change.empty()) {
+        try {
+            kept.write(outcome.change);
+        } catch (const StoreError &error) {
+            return {PON_ERR_STORE, true, std::nullopt, error.what()};
+        }
+        model.apply(outcome.change);
+    }
+    return {outcome.status, true, std::move(outcome.result)};
+}
+
+} // namespace ponsim

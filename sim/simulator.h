@@ -1,0 +1,60 @@
+// The simulated PON service: one OLT, what it keeps, and the commands that act on it. Any transport can stand before
+// it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "handlers/handler.h"
+#include "model/olt.h"
+#include "store/store.h"
+
+namespace ponsim
+{
+
+// A request as it came.
+struct Message {
+    uint32_t channel;
+    const void *data;
+    uint32_t length;
+};
+
+// The command code of a message; none where its channel or record carries none.
+std::optional<uint32_t> command_of(const Message &message);
+
+struct Reply {
+    uint32_t status;
+    bool understood = false;                // the command is known: a get call answers with the request's record
+    std::optional<std::string> result = {}; // goes out under the command code
+    std::string problem = {};               // for the service's log
+};
+
+// What is asked of the OLT. What is left open is as the store has it, or else as in Settings.
+struct WantedSettings {
+    std::optional<uint64_t> seed;
+    std::optional<uint32_t> ports;
+    std::optional<uint32_t> arrivals;
+    std::optional<uint32_t> silent;
+};
+
+class Simulator
+{
+public:
+    // The OLT that the store belongs to, in the state that it keeps. An empty store becomes that of the OLT wanted.
+    // Throws StoreError: the store does not work, or belongs to another OLT than the one wanted.
+    Simulator(Store &store, const WantedSettings &wanted);
+
+    const Settings &settings() const { return olt_settings; }
+    const Olt &olt() const { return model; }
+
+    // Answers every message. What it changes is stored first: a status of BSP_OK means that it is kept.
+    Reply handle(const Message &message);
+
+private:
+    Store &kept;
+    Settings olt_settings;
+    Olt model;
+};
+
+} // namespace ponsim

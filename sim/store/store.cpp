@@ -1,0 +1,207 @@
+#include "store/store.h"
+
+#include <sqlite3.h>
+
+#include <vector>
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr int64_t application_id = 0x706f6e73; // "pons"
+constexpr int64_t schema_version = 1;
+
+// Small pages, because a change of a row writes whole pages.
+constexpr char pragmas[] = "PRAGMA page_size = 1024;"
+                           "PRAGMA journal_mode = WAL;"
+                           "PRAGMA synchronous = NORMAL;"
+                           "PRAGMA temp_store = MEMORY;";
+
+constexpr char schema[] =
+    "CREATE TABLE setting(seed INTEGER NOT NULL, ports INTEGER NOT NULL, arrivals INTEGER NOT NULL,"
+    " silent INTEGER NOT NULL) STRICT;"
+    "CREATE TABLE binding(pon_port INTEGER NOT NULL, onu_id INTEGER NOT NULL CHECK(onu_id BETWEEN 0 AND 127),"
+    " mac BLOB NOT NULL CHECK(length(mac) = 6), mode INTEGER NOT NULL, text_a TEXT NOT NULL, text_b TEXT NOT NULL,"
+    " text_c TEXT NOT NULL, PRIMARY KEY(pon_port, onu_id)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+    " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL)"
+    " STRICT;";
+
+uint32_t word(const Statement &statement, int column)
+{
+    return static_cast<uint32_t>(statement.number(column));
+}
+
+Mac mac(const Statement &statement, int column)
+{
+    const std::span<const uint8_t> bytes = statement.bytes(column);
+    Mac mac;
+    if (bytes.size() != mac.size()) throw StoreError("a MAC address in it is damaged");
+    std::ranges::copy(bytes, mac.begin());
+    return mac;
+}
+
+} // namespace
+
+struct Store::Statements {
+    explicit Statements(sqlite3 *db)
+        : begin(db, "BEGIN IMMEDIATE"),
+          commit(db, "COMMIT"),
+          put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?)"),
+          drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
+          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?)"),
+          drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
+          put_port(db, "REPLACE INTO port VALUES(?, ?, ?)")
+    {
+    }
+
+    Statement begin;
+    Statement commit;
+    Statement put_binding;
+    Statement drop_binding;
+    Statement put_onu;
+    Statement drop_onu;
+    Statement put_port;
+};
+
+void Store::Close::operator()(sqlite3 *db) const
+{
+    sqlite3_close(db);
+}
+
+void Store::Delete::operator()(Statements *statements) const
+{
+    delete statements;
+}
+
+Store::Store(const std::string &file, bool fresh)
+{
+    sqlite3 *opened = nullptr;
+    // One thread at a time uses the store.
+    constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int result = sqlite3_open_v2(file.empty() ? ":memory:" : file.c_str(), &opened, flags, nullptr);
+    db.reset(opened);
+    try {
+        if (result != SQLITE_OK) throw StoreError(opened ? sqlite3_errmsg(opened) : "no memory");
+        prepare_schema(fresh);
+        statements.reset(new Statements(opened));
+    } catch (const StoreError &error) {
+        const int code = opened ? sqlite3_errcode(opened) : SQLITE_NOMEM;
+        std::string reason = error.what();
+        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) reason = "in use by another process";
+        if (code == SQLITE_NOTADB) reason = "not a state file of ponsim; name another file";
+        throw StoreError(file + ": " + reason);
+    }
+}
+
+void Store::execute(const std::string &sql) const
+{
+    if (sqlite3_exec(db.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw StoreError(sqlite3_errmsg(db.get()));
+}
+
+void Store::prepare_schema(bool fresh)
+{
+    const auto number = [this](const char *sql) {
+        Statement statement(db.get(), sql);
+        return statement.row() ? statement.number(0) : 0;
+    };
+    // One process only: requests need neither locks nor shared memory.
+    execute("PRAGMA locking_mode = EXCLUSIVE");
+    const bool empty = number("SELECT count(*) FROM sqlite_schema") == 0;
+    if (!empty && number("PRAGMA application_id") != application_id)
+        throw StoreError("not a state file of ponsim; name another file");
+    if (!empty && !fresh && number("PRAGMA user_version") != schema_version)
+        throw StoreError("written by another version of ponsim; start over with --fresh, or name another file");
+    execute(pragmas);
+    std::string changes;
+    if (fresh) {
+        Statement names(db.get(), "SELECT name FROM sqlite_schema WHERE type = 'table'");
+        while (names.row())
+            changes += "DROP TABLE \"" + names.text(0) + "\";";
+    }
+    if (empty || fresh)
+        changes += "PRAGMA application_id = " + std::to_string(application_id) +
+                   "; PRAGMA user_version = " + std::to_string(schema_version) + ";" + schema;
+    // A transaction even when there is nothing to change: it finds out now whether another process uses the file.
+    execute("BEGIN IMMEDIATE;" + changes + "COMMIT;");
+}
+
+std::optional<Settings> Store::settings() const
+{
+    Statement select(db.get(), "SELECT seed, ports, arrivals, silent FROM setting");
+    if (!select.row()) return std::nullopt;
+    return Settings{static_cast<uint64_t>(select.number(0)), word(select, 1), word(select, 2), word(select, 3)};
+}
+
+void Store::set_settings(const Settings &settings)
+{
+    Statement(db.get(), "INSERT INTO setting VALUES(?, ?, ?, ?)")
+        .bind(static_cast<int64_t>(settings.seed))
+        .bind(settings.ports)
+        .bind(settings.arrivals)
+        .bind(settings.silent)
+        .run();
+}
+
+Change Store::load() const
+{
+    Change change;
+    const uint32_t ports = settings().value_or(Settings{}).ports;
+    const auto port = [ports](const Statement &statement) {
+        const uint32_t number = word(statement, 0);
+        if (number < 1 || number > ports) throw StoreError("a port in it is damaged");
+        return number;
+    };
+    Statement bindings(db.get(), "SELECT * FROM binding ORDER BY pon_port, onu_id");
+    while (bindings.row())
+        change.bindings.push_back(
+            {port(bindings), word(bindings, 1),
+             Binding{mac(bindings, 2), word(bindings, 3), bindings.text(4), bindings.text(5), bindings.text(6)}});
+    Statement onus(db.get(), "SELECT * FROM onu ORDER BY pon_port, mac");
+    while (onus.row())
+        change.onus.push_back({port(onus), mac(onus, 1), {onus.number(2) != 0, word(onus, 3)}});
+    Statement limits(db.get(), "SELECT * FROM port ORDER BY pon_port");
+    while (limits.row())
+        change.ports.push_back({port(limits), {word(limits, 1), word(limits, 2)}});
+    return change;
+}
+
+void Store::write(const Change &change)
+{
+    statements->begin.run();
+    try {
+        write_rows(change);
+        statements->commit.run();
+    } catch (const StoreError &) {
+        sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
+void Store::write_rows(const Change &change)
+{
+    for (const auto &[pon_port, onu_id, binding] : change.bindings) {
+        Statement &statement = binding ? statements->put_binding : statements->drop_binding;
+        statement.bind(pon_port).bind(onu_id);
+        if (binding)
+            statement.bind(binding->mac)
+                .bind(binding->mode)
+                .bind(binding->text_a)
+                .bind(binding->text_b)
+                .bind(binding->text_c);
+        statement.run();
+    }
+    for (const auto &[pon_port, mac, record] : change.onus) {
+        Statement &statement = record == OnuRecord{} ? statements->drop_onu : statements->put_onu;
+        statement.bind(pon_port).bind(mac);
+        if (record != OnuRecord{}) statement.bind(record.supported).bind(record.reboots);
+        statement.run();
+    }
+    for (const auto &[pon_port, limits] : change.ports)
+        statements->put_port.bind(pon_port).bind(limits.min).bind(limits.max).run();
+}
+
+} // namespace ponsim

@@ -1,0 +1,56 @@
+// What the OLT keeps, in an SQLite file of one process.
+//
+// A change is one transaction. When write() returns, the change is the operating system's: it survives the end of this
+// process however it comes, kill -9 included. The file is written ahead (WAL, synchronous = NORMAL), so that a power
+// failure may lose the last changes, but never a part of one. Forcing each change to the disk instead would make every
+// request wait for the disk.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "model/change.h"
+#include "model/population.h"
+#include "store/statement.h"
+
+namespace ponsim
+{
+
+class Store
+{
+public:
+    // Opens `file`, or makes it. An empty name keeps everything in memory only. `fresh` empties the store.
+    // Throws StoreError: not a store, of another version, in use, not accessible.
+    Store(const std::string &file, bool fresh);
+
+    // The settings of the OLT that the store belongs to; none when it is empty.
+    std::optional<Settings> settings() const;
+    // Makes an empty store that of an OLT.
+    void set_settings(const Settings &settings);
+
+    // All that is kept, as the change of an OLT that was just set up. Throws StoreError when it does not fit the
+    // settings.
+    Change load() const;
+
+    // Throws StoreError: then nothing is changed.
+    void write(const Change &change);
+
+private:
+    struct Close {
+        void operator()(sqlite3 *db) const;
+    };
+    struct Statements;
+    struct Delete {
+        void operator()(Statements *statements) const;
+    };
+
+    void execute(const std::string &sql) const;
+    void prepare_schema(bool fresh);
+    void write_rows(const Change &change);
+
+    std::unique_ptr<sqlite3, Close> db;
+    std::unique_ptr<Statements, Delete> statements;
+};
+
+} // namespace ponsim
