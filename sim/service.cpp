@@ -24,7 +24,7 @@ bool is_get(const board_request &request)
 void answer_with(const Reply &reply, const board_request &request, board_answer *answer)
 {
     board_answer_status(answer, reply.status);
-    if (!reply.problem.empty()) userlog_err("ponsim", 0, "%s\n", reply.problem.c_str());
+    if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
     if (!reply.understood || !is_get(request)) return;
     board_answer_data(answer, request.data, request.length);
     if (reply.result)
@@ -51,7 +51,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
     try {
         answer_with(static_cast<Service *>(context)->simulator.handle(message_of(*request)), *request, answer);
     } catch (const std::exception &error) {
-        userlog_err("ponsim", 0, "channel %u: %s\n", request->msg_type, error.what());
+        userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
     }
 }

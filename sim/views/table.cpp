@@ -7,7 +7,7 @@ namespace ponsim
 
 using catalogue::ColumnType;
 
-Table::Table(const catalogue::View &view) : view(view), writer(buffer)
+Table::Table(const catalogue::View &shown) : view(shown), writer(buffer)
 {
     writer.StartArray();
 }

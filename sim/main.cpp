@@ -1,0 +1,139 @@
+// ponsim: the simulated PON management service.
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <unistd.h>
+
+#include "service.h"
+#include "simulator.h"
+
+namespace
+{
+
+constexpr int exit_failure = 1;
+constexpr int exit_usage = 2;
+
+constexpr char description[] =
+    "Serves a simulated EPON OLT to the clients of the PON management library, on Unix sockets.";
+constexpr char examples[] = R"(
+Examples:
+  ponsim                                     serve on the default sockets, keep state in the default file
+  ponsim --socket-dir /tmp/olt --state none  an OLT to play with: nothing is kept
+  ponsim --seed 7 --ports 4 --arrivals 32    another OLT: needs its own --state FILE, or --fresh
+  ponsim --grant '*=read' --grant alice=service-affecting
+                                             everyone may look, alice may do everything
+See ponsim(8).)";
+
+struct Options {
+    std::string socket_dir = "/run/board-ipc";
+    std::string state;
+    bool fresh = false;
+    ponsim::WantedSettings wanted;
+    std::vector<std::string> grants;
+};
+
+std::string default_state()
+{
+    if (geteuid() == 0) return "/var/lib/ponsim/olt.db";
+    if (const char *state = getenv("XDG_STATE_HOME"); state && *state == '/')
+        return std::string(state) + "/ponsim/olt.db";
+    const char *home = getenv("HOME");
+    return std::string(home ? home : ".") + "/.local/state/ponsim/olt.db";
+}
+
+void declare(CLI::App &app, Options &options)
+{
+    app.footer(examples);
+    app.set_version_flag("--version", "ponsim " PONSIM_VERSION);
+    app.add_option("--socket-dir", options.socket_dir, "Folder of the sockets")
+        ->envname("BOARD_IPC_DIR")
+        ->capture_default_str()
+        ->type_name("DIR");
+    app.add_option("--state", options.state, "Where the OLT's state is kept; none keeps it in memory only")
+        ->default_str(default_state())
+        ->type_name("FILE");
+    app.add_flag("--fresh", options.fresh, "Discard the state that the file has, and start over");
+    app.add_option("--seed", options.wanted.seed, "Which OLT: another seed, other ONUs [1]")->type_name("N");
+    app.add_option("--ports", options.wanted.ports, "PON ports, 1 to 16 [16]")
+        ->check(CLI::Range(1u, ponsim::max_ports))
+        ->type_name("N");
+    app.add_option("--arrivals", options.wanted.arrivals, "ONUs that have arrived at each port, 0 to 128 [8]")
+        ->check(CLI::Range(0u, ponsim::onus_per_port))
+        ->type_name("N");
+    app.add_option("--silent", options.wanted.silent, "Percentage of them that go offline when bound, 0 to 100 [10]")
+        ->check(CLI::Range(0u, 100u))
+        ->type_name("PERCENT");
+    app.add_option("--grant", options.grants,
+                   "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
+                   "a name, a number, or * for everyone else; may be repeated [*=service-affecting]")
+        ->type_name("USER=CLASS")
+        ->allow_extra_args(false);
+}
+
+// The store's file with the folders that it needs, empty for none.
+std::string state_file(const std::string &wanted)
+{
+    if (wanted == "none") return {};
+    const std::filesystem::path file = wanted.empty() ? default_state() : wanted;
+    if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
+    return file.string();
+}
+
+int fail(const std::string &reason, int status)
+{
+    fprintf(stderr, "ponsim: %s\n", reason.c_str());
+    return status;
+}
+
+int serve(const Options &options, const ponsim::Access &access)
+{
+    // Blocked before any other thread starts, so that all of them leave the signals to the wait below.
+    sigset_t stop;
+    sigemptyset(&stop);
+    sigaddset(&stop, SIGINT);
+    sigaddset(&stop, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stop, nullptr);
+
+    const std::string state = state_file(options.state);
+    ponsim::Store store(state, options.fresh);
+    ponsim::Simulator simulator(store, options.wanted);
+    const ponsim::Service service(simulator, access, options.socket_dir);
+    if (!service.serving()) return fail("cannot serve on " + options.socket_dir, exit_failure);
+
+    const ponsim::Settings &settings = simulator.settings();
+    printf("ponsim: serving on %s (seed %llu, %u ports, %u arrivals a port, %u%% silent, state %s)\n",
+           options.socket_dir.c_str(), static_cast<unsigned long long>(settings.seed), settings.ports,
+           settings.arrivals, settings.silent, state.empty() ? "none" : state.c_str());
+    fflush(stdout);
+    int signal;
+    sigwait(&stop, &signal);
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Options options;
+    CLI::App app(description, "ponsim");
+    declare(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? EXIT_SUCCESS : exit_usage;
+    }
+    ponsim::Access access;
+    for (const std::string &grant : options.grants)
+        if (const std::string wrong = access.grant(grant); !wrong.empty())
+            return fail("--grant " + grant + ": " + wrong, exit_usage);
+    try {
+        return serve(options, access);
+    } catch (const std::exception &error) {
+        return fail(error.what(), exit_failure);
+    }
+}

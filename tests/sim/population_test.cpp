@@ -1,0 +1,75 @@
+// The ONUs that are found at an OLT.
+#include <set>
+
+#include "support.h"
+
+namespace ponsim
+{
+namespace
+{
+
+const Settings full{.seed = 7, .ports = 16, .arrivals = 128, .silent = 50};
+
+TEST(Population, TheSameSeedGivesTheSameOnus)
+{
+    EXPECT_EQ(arrivals_at(full, 3), arrivals_at(full, 3));
+    Settings other = full;
+    other.seed = 8;
+    EXPECT_NE(arrivals_at(full, 3), arrivals_at(other, 3));
+}
+
+TEST(Population, IsWhatItWasInEarlierVersions)
+{
+    // Stored states name ONUs of the population: it must never change.
+    const std::vector<Arrival> arrivals = arrivals_at({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0}, 1);
+    ASSERT_EQ(arrivals.size(), 1u);
+    EXPECT_EQ(to_text(arrivals[0].mac), "02:1e:61:97:01:00");
+    EXPECT_EQ(arrivals[0].distance, 1940u);
+}
+
+TEST(Population, AnOnuStaysWhenMoreArrive)
+{
+    Settings fewer = full;
+    fewer.arrivals = 5;
+    const std::vector<Arrival> all = arrivals_at(full, 3);
+    for (const Arrival &arrival : arrivals_at(fewer, 3))
+        EXPECT_NE(std::ranges::find(all, arrival), all.end());
+}
+
+TEST(Population, EveryOnuHasAnAddressOfItsOwn)
+{
+    std::set<Mac> macs;
+    for (uint32_t pon_port = 1; pon_port <= full.ports; ++pon_port)
+        for (const Arrival &arrival : arrivals_at(full, pon_port)) {
+            EXPECT_TRUE(is_station(arrival.mac));
+            EXPECT_EQ(arrival.mac[0] & 2, 2) << "not locally administered";
+            macs.insert(arrival.mac);
+        }
+    EXPECT_EQ(macs.size(), 2048u);
+}
+
+TEST(Population, DistancesAreFrom200To19500)
+{
+    for (const Arrival &arrival : arrivals_at(full, 1)) {
+        EXPECT_GE(arrival.distance, 200u);
+        EXPECT_LE(arrival.distance, 19500u);
+    }
+}
+
+TEST(Population, TheShareOfSilentOnusIsAsAsked)
+{
+    const auto silent_of_2048 = [](uint32_t percent) {
+        Settings settings = full;
+        settings.silent = percent;
+        int64_t silent = 0;
+        for (uint32_t pon_port = 1; pon_port <= settings.ports; ++pon_port)
+            silent += std::ranges::count_if(arrivals_at(settings, pon_port), &Arrival::silent);
+        return silent;
+    };
+    EXPECT_EQ(silent_of_2048(0), 0);
+    EXPECT_EQ(silent_of_2048(100), 2048);
+    EXPECT_NEAR(silent_of_2048(50), 1024, 100);
+}
+
+} // namespace
+} // namespace ponsim

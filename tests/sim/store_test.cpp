@@ -1,0 +1,178 @@
+// What is kept, and what survives.
+#include <csignal>
+#include <fstream>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "support.h"
+
+namespace ponsim
+{
+namespace
+{
+
+std::string error_of(const std::string &file, const WantedSettings &wanted = {}, bool fresh = false)
+{
+    try {
+        Desk desk(wanted, file, fresh);
+    } catch (const StoreError &error) {
+        return error.what();
+    }
+    return {};
+}
+
+bsp_pon_msg batch(uint32_t command, uint32_t pon_port, uint32_t first_word)
+{
+    bsp_pon_msg record = record_of(command, pon_port);
+    memcpy(reinterpret_cast<char *>(&record) + layout::onu_batch::onu_set, &first_word, sizeof first_word);
+    return record;
+}
+
+// One of each kind of change.
+void change_everything(Desk &desk)
+{
+    const auto arrived = [&](size_t index) { return desk.simulator.olt().port(1)->arrivals.at(index).mac; };
+    bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 1, 2, arrived(5));
+    bind.arg_value = 0xfffffffe;
+    strcpy(bind.text237, "über \"alles\"");
+    strcpy(bind.text173, "b");
+    strcpy(bind.text365, "c");
+    EXPECT_EQ(desk.send(bind), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, 3, arrived(1))), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, 4, stranger(4))), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 4)), BSP_OK);
+    EXPECT_EQ(desk.send(batch(BSP_CMD_ONU_REBOOT_BATCH, 1, 0b1100)), BSP_OK);
+    EXPECT_EQ(desk.send(batch(BSP_CMD_ONU_SORT_BATCH, 1, 0b1100)), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 16, 0, stranger(9))), BSP_OK);
+    bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 2);
+    const uint32_t range[] = {1000, 9000};
+    memcpy(reinterpret_cast<char *>(&limits) + layout::opt_range::min_distance, range, sizeof range);
+    EXPECT_EQ(desk.send(limits), BSP_OK);
+}
+
+TEST(Store, AReopenedOltIsTheSame)
+{
+    Folder folder;
+    const WantedSettings wanted{.seed = 5, .ports = {}, .arrivals = {}, .silent = 0};
+    std::string onus, base;
+    {
+        Desk desk(wanted, folder.file("olt.db"));
+        change_everything(desk);
+        onus = desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
+        base = desk.view(BSP_CMD_VIEW_BASE_INFO_WEB);
+    }
+    Desk desk({}, folder.file("olt.db"));
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP), onus);
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_BASE_INFO_WEB), base);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 16, 1, stranger(9))), PON_ERR_UNSUPPORTED);
+}
+
+TEST(Store, WhatWasAcknowledgedSurvivesAKill)
+{
+    constexpr uint8_t binds = 100;
+    Folder folder;
+    int acknowledged[2];
+    ASSERT_EQ(pipe(acknowledged), 0);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        Desk desk({}, folder.file("olt.db"));
+        for (uint8_t index = 0; index < binds; ++index)
+            if (desk.send(record_of(BSP_CMD_ONU_BIND, 1, index, stranger(index))) != BSP_OK) _exit(1);
+        if (write(acknowledged[1], "", 1) != 1) _exit(1);
+        pause();
+        _exit(1);
+    }
+    close(acknowledged[1]);
+    char byte;
+    EXPECT_EQ(read(acknowledged[0], &byte, 1), 1);
+    close(acknowledged[0]);
+    kill(child, SIGKILL);
+    int status;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status));
+
+    Desk desk({}, folder.file("olt.db"));
+    for (uint8_t index = 0; index < binds; ++index)
+        EXPECT_EQ(desk.simulator.olt().find(stranger(index)), (Olt::Place{1, index}));
+}
+
+TEST(Store, AChangeThatCannotBeStoredIsNotMade)
+{
+    Folder folder;
+    Desk desk({}, folder.file("olt.db"));
+    const std::string before = desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
+    rlimit limit;
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const auto old_handler = signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{0, limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+    const Reply reply = desk.simulator.handle(message_of(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    signal(SIGXFSZ, old_handler);
+
+    EXPECT_EQ(reply.status, PON_ERR_STORE);
+    EXPECT_FALSE(reply.problem.empty());
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP), before);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))), BSP_OK);
+}
+
+TEST(Store, KeepsItsSettings)
+{
+    Folder folder;
+    const Settings settings{.seed = 0xffffffffffffffff, .ports = 3, .arrivals = 128, .silent = 100};
+    {
+        Desk desk({settings.seed, settings.ports, settings.arrivals, settings.silent}, folder.file("olt.db"));
+    }
+    EXPECT_EQ(Desk({}, folder.file("olt.db")).simulator.settings(), settings);
+}
+
+TEST(Store, OtherSettingsAreRefusedWithAdvice)
+{
+    Folder folder;
+    {
+        Desk desk({.seed = 5, .ports = {}, .arrivals = {}, .silent = {}}, folder.file("olt.db"));
+    }
+    const std::string error = error_of(folder.file("olt.db"), {.seed = 6, .ports = {}, .arrivals = {}, .silent = {}});
+    EXPECT_NE(error.find("--seed 5"), std::string::npos) << error;
+    EXPECT_NE(error.find("--fresh"), std::string::npos) << error;
+    EXPECT_EQ(error_of(folder.file("olt.db"), {.seed = 5, .ports = {}, .arrivals = {}, .silent = {}}), "");
+}
+
+TEST(Store, FreshStartsOver)
+{
+    Folder folder;
+    const WantedSettings other{.seed = 6, .ports = {}, .arrivals = {}, .silent = {}};
+    {
+        Desk desk({}, folder.file("olt.db"));
+        change_everything(desk);
+    }
+    Desk desk(other, folder.file("olt.db"), true);
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP), Desk(other).view(BSP_CMD_VIEW_ONU_INFO_SNMP));
+}
+
+TEST(Store, AForeignFileIsLeftAlone)
+{
+    Folder folder;
+    const std::string text(5000, 'x');
+    std::ofstream(folder.file("letter.txt")) << text;
+    EXPECT_NE(error_of(folder.file("letter.txt"), {}, true).find("not a state file of ponsim"), std::string::npos);
+    std::ifstream file(folder.file("letter.txt"));
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), text);
+}
+
+TEST(Store, HasOneUser)
+{
+    Folder folder;
+    Desk desk({}, folder.file("olt.db"));
+    EXPECT_NE(error_of(folder.file("olt.db")).find("in use by another process"), std::string::npos);
+}
+
+TEST(Store, AFileThatCannotBeMadeIsNamed)
+{
+    EXPECT_NE(error_of("/nowhere/olt.db").find("/nowhere/olt.db"), std::string::npos);
+}
+
+} // namespace
+} // namespace ponsim

@@ -1,0 +1,214 @@
+// The tables that views answer with.
+#include <cstring>
+
+#include <rapidjson/document.h>
+
+#include "catalogue.h"
+#include "support.h"
+#include "views/table.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint32_t view_commands[] = {BSP_CMD_VIEW_ONU_INFO_SNMP, BSP_CMD_VIEW_ONU_INFO_WEB,
+                                      BSP_CMD_VIEW_BASE_INFO_WEB};
+
+rapidjson::Document parse(const std::string &text)
+{
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
+    EXPECT_FALSE(document.HasParseError()) << text.substr(0, 200);
+    EXPECT_TRUE(document.IsArray());
+    return document;
+}
+
+bool has_type(const rapidjson::Value &value, catalogue::ColumnType type)
+{
+    using catalogue::ColumnType;
+    if (value.IsNull()) return true;
+    if (type == ColumnType::u32) return value.IsUint();
+    if (type == ColumnType::boolean) return value.IsBool();
+    if (type == ColumnType::real) return value.IsNumber();
+    if (type == ColumnType::mac) return value.IsString() && value.GetStringLength() == 17;
+    return value.IsString();
+}
+
+// A whole OLT: every id of every port bound, every ONU of the population waiting, all values as long as they get.
+void fill(Desk &desk)
+{
+    for (uint32_t pon_port = 1; pon_port <= max_ports; ++pon_port)
+        for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
+            const Mac mac = stranger(static_cast<uint8_t>(onu_id), static_cast<uint8_t>(pon_port));
+            bsp_pon_msg record = record_of(BSP_CMD_ONU_BIND, pon_port, onu_id, mac);
+            record.arg_value = 0xffffffff;
+            memset(record.text237, '"', sizeof record.text237 - 1);
+            memset(record.text173, '\\', sizeof record.text173 - 1);
+            memset(record.text365, '"', sizeof record.text365 - 1);
+            ASSERT_EQ(desk.send(record), BSP_OK);
+        }
+}
+
+const WantedSettings crowded{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
+
+TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
+{
+    Desk desk;
+    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
+    for (uint32_t command : view_commands) {
+        const auto columns = catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, command))->columns;
+        const rapidjson::Document rows = parse(desk.view(command));
+        ASSERT_GT(rows.Size(), 0u);
+        for (const auto &row : rows.GetArray()) {
+            ASSERT_EQ(row.MemberCount(), columns.size());
+            auto column = columns.begin();
+            for (const auto &cell : row.GetObject()) {
+                EXPECT_EQ(cell.name.GetString(), column->name);
+                EXPECT_TRUE(has_type(cell.value, column->type)) << column->name;
+                ++column;
+            }
+        }
+    }
+}
+
+TEST(Views, EveryViewOfTheCatalogueIsAnswered)
+{
+    Desk desk;
+    for (const catalogue::View &view : catalogue::views())
+        for (const catalogue::Command *command : view.commands)
+            EXPECT_NE(desk.view(command->code), "no result") << command->name;
+}
+
+TEST(OnuInfo, ShowsABoundOnu)
+{
+    Desk desk({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0});
+    const Arrival &arrival = desk.simulator.olt().port(1)->arrivals[0];
+    bsp_pon_msg record = record_of(BSP_CMD_ONU_BIND, 1, 5, arrival.mac);
+    record.arg_value = 3;
+    strcpy(record.text237, "a");
+    strcpy(record.text173, "b");
+    strcpy(record.text365, "\"c\"");
+    desk.send(record);
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1),
+              R"([{"pon_port":1,"onu_id":5,"mac":")" + to_text(arrival.mac) +
+                  R"(","state":"online","supported":true,"distance":)" + std::to_string(arrival.distance) +
+                  R"(,"mode":3,"text_a":"a","text_b":"b","text_c":"\"c\"","reboots":0}])");
+}
+
+TEST(OnuInfo, ShowsAWaitingOnu)
+{
+    Desk desk({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0});
+    const Arrival &arrival = desk.simulator.olt().port(1)->arrivals[0];
+    desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 1, 0, arrival.mac));
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1),
+              R"([{"pon_port":1,"onu_id":null,"mac":")" + to_text(arrival.mac) +
+                  R"(","state":"waiting","supported":false,"distance":)" + std::to_string(arrival.distance) +
+                  R"(,"mode":null,"text_a":null,"text_b":null,"text_c":null,"reboots":0}])");
+}
+
+TEST(OnuInfo, AnOfflineOnuHasNoDistance)
+{
+    Desk desk({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0});
+    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
+    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1));
+    ASSERT_EQ(rows.Size(), 1u);
+    EXPECT_STREQ(rows[0]["state"].GetString(), "offline");
+    EXPECT_TRUE(rows[0]["distance"].IsNull());
+}
+
+TEST(OnuInfo, BoundOnesComeFirstAndAllAreInOrder)
+{
+    Desk desk({.seed = 1, .ports = 2, .arrivals = 3, .silent = 0});
+    desk.send(record_of(BSP_CMD_ONU_BIND, 2, 1, stranger(1)));
+    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 9, stranger(2)));
+    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 0, stranger(3)));
+    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP));
+    std::vector<std::string> macs, wanted{to_text(stranger(3)), to_text(stranger(2)), to_text(stranger(1))};
+    for (const auto &row : rows.GetArray())
+        macs.push_back(row["mac"].GetString());
+    for (const PonPort &port : desk.simulator.olt().ports())
+        for (const Arrival &arrival : port.arrivals)
+            wanted.push_back(to_text(arrival.mac));
+    EXPECT_EQ(macs, wanted);
+}
+
+TEST(OnuInfo, TheWebViewShowsOnePortOrForPort0All)
+{
+    Desk desk({.seed = 1, .ports = 3, .arrivals = 5, .silent = 0});
+    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 2));
+    ASSERT_EQ(rows.Size(), 5u);
+    for (const auto &row : rows.GetArray())
+        EXPECT_EQ(row["pon_port"].GetUint(), 2u);
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 0), desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP));
+}
+
+TEST(OnuInfo, APortThatDoesNotExistIsSaid)
+{
+    Desk desk;
+    const Reply reply = desk.simulator.handle(message_of(record_of(BSP_CMD_VIEW_ONU_INFO_WEB, 17)));
+    EXPECT_EQ(reply.status, PON_ERR_NO_PORT);
+    EXPECT_EQ(reply.result, std::nullopt);
+}
+
+TEST(OnuInfo, AnOltOf4096OnusFitsByLeavingAllTextsOut)
+{
+    Desk desk(crowded);
+    fill(desk);
+    const std::string text = desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
+    EXPECT_LE(text.size(), max_result);
+    const rapidjson::Document rows = parse(text);
+    EXPECT_EQ(rows.Size(), 4096u);
+    for (const auto &row : rows.GetArray())
+        EXPECT_TRUE(row["text_a"].IsNull() && row["text_b"].IsNull() && row["text_c"].IsNull());
+}
+
+TEST(OnuInfo, OnePortAlwaysHasItsTexts)
+{
+    Desk desk(crowded);
+    fill(desk);
+    const std::string text = desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 16);
+    EXPECT_LE(text.size(), max_result);
+    const rapidjson::Document rows = parse(text);
+    EXPECT_EQ(rows.Size(), 256u);
+    EXPECT_EQ(rows[0]["text_a"].GetString(), std::string(127, '"'));
+}
+
+TEST(BaseInfo, CountsThePorts)
+{
+    Desk desk({.seed = 1, .ports = 2, .arrivals = 4, .silent = 0});
+    desk.send(record_of(BSP_CMD_ONU_BIND, 2, 1, stranger(1)));
+    desk.send(record_of(BSP_CMD_ONU_BIND, 2, 2, desk.simulator.olt().port(2)->arrivals[0].mac));
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_BASE_INFO_WEB),
+              R"([{"pon_port":1,"bound":0,"online":0,"waiting":4,"min_distance":0,"max_distance":20000},)"
+              R"({"pon_port":2,"bound":2,"online":1,"waiting":3,"min_distance":0,"max_distance":20000}])");
+}
+
+TEST(Determinism, TheSameRequestsGiveTheSameBytes)
+{
+    const auto run = [] {
+        Desk desk({.seed = 42, .ports = {}, .arrivals = 20, .silent = 30});
+        std::string bytes;
+        for (uint8_t index = 0; index < 60; ++index) {
+            const uint32_t pon_port = index % 16 + 1;
+            const Mac mac = desk.simulator.olt().port(pon_port)->arrivals[index % 20].mac;
+            bytes += std::to_string(desk.send(record_of(BSP_CMD_ONU_BIND_AUTO, pon_port, 0, mac))) + " ";
+            if (index % 5 == 0) desk.send(record_of(BSP_CMD_ONU_RELEASE_OFFLINE, pon_port));
+            bytes += desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, pon_port);
+        }
+        return bytes;
+    };
+    EXPECT_EQ(run(), run());
+}
+
+TEST(Table, RefusesAColumnThatIsNotDue)
+{
+    Table table(*catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB)));
+    EXPECT_THROW(table.cell("bound", 1u), std::logic_error);
+    EXPECT_THROW(table.cell("pon_port", true), std::logic_error);
+    table.cell("pon_port", 1u);
+    EXPECT_THROW(table.text(), std::logic_error);
+}
+
+} // namespace
+} // namespace ponsim
