@@ -1,0 +1,260 @@
+#include "arguments.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "board/datastore.h"
+#include "errors.h"
+#include "words.h"
+
+namespace ponctl
+{
+
+using catalogue::Argument;
+using catalogue::ArgumentType;
+using catalogue::Operation;
+
+bool is_output(const Argument &argument)
+{
+    return argument.type == ArgumentType::db || argument.type == ArgumentType::text_out;
+}
+
+bool is_in_place(const Operation &operation, const Argument &argument)
+{
+    return argument.type == ArgumentType::record && operation.answer == catalogue::Answer::in_place;
+}
+
+bool is_ignored(const Argument &argument)
+{
+    return argument.type == ArgumentType::u32 && !argument.field;
+}
+
+bool may_be_omitted(const Argument &argument)
+{
+    return is_output(argument) || is_ignored(argument) || argument.optional || argument.type == ArgumentType::length;
+}
+
+std::string form_of(const Operation &operation, const Argument &argument)
+{
+    const std::string name(argument.name);
+    switch (argument.type) {
+    case ArgumentType::u32:
+        return name + (is_command(operation, argument) ? "=COMMAND" : "=NUMBER");
+    case ArgumentType::length:
+        return name + "=NUMBER";
+    case ArgumentType::mac:
+        return name + "=MAC";
+    case ArgumentType::text:
+        return name + "=TEXT";
+    case ArgumentType::block:
+        return name + "=BLOCK";
+    case ArgumentType::record:
+        return name + ".FIELD=VALUE or " + name + "=BLOCK";
+    case ArgumentType::db:
+    case ArgumentType::text_out:
+        break;
+    }
+    return {};
+}
+
+std::string_view type_name(const Operation &operation, const Argument &argument)
+{
+    switch (argument.type) {
+    case ArgumentType::u32:
+        return is_command(operation, argument) ? "command" : "number";
+    case ArgumentType::length:
+        return "length";
+    case ArgumentType::mac:
+        return "mac";
+    case ArgumentType::text:
+    case ArgumentType::text_out:
+        return "text";
+    case ArgumentType::block:
+        return "block";
+    case ArgumentType::record:
+        return "record";
+    case ArgumentType::db:
+        return "database";
+    }
+    return {};
+}
+
+bool is_command(const Operation &operation, const Argument &argument)
+{
+    return argument.field && argument.field == operation.record->command;
+}
+
+namespace
+{
+
+std::vector<std::string_view> input_names(const Operation &operation)
+{
+    std::vector<std::string_view> names;
+    for (const Argument &argument : operation.arguments)
+        if (!is_output(argument)) names.push_back(argument.name);
+    return names;
+}
+
+[[noreturn]] void refuse_unknown(const Operation &operation, const std::string &name)
+{
+    const auto names = input_names(operation);
+    if (names.empty()) throw UsageError(name + ": " + std::string(operation.name) + " takes no arguments");
+    throw UsageError(name + ": not an argument of " + std::string(operation.name) + suggestion(name, names) +
+                     " (known are " + join(names) + ")");
+}
+
+size_t index_of(const Operation &operation, const std::string &name)
+{
+    for (size_t index = 0; index < operation.arguments.size(); ++index) {
+        const Argument &argument = operation.arguments[index];
+        if (argument.name == name && !is_output(argument)) return index;
+    }
+    refuse_unknown(operation, name);
+}
+
+} // namespace
+
+struct Arguments::Given {
+    std::vector<const Assignment *> whole;       // by argument; null: not given
+    std::vector<std::vector<Assignment>> fields; // by argument: assignments to a record's fields
+
+    Given(const Operation &operation, std::span<const Assignment> assignments)
+        : whole(operation.arguments.size()), fields(operation.arguments.size())
+    {
+        for (const Assignment &assignment : assignments) {
+            const size_t dot = assignment.name.find('.');
+            const size_t index = index_of(operation, assignment.name.substr(0, dot));
+            const bool is_record = operation.arguments[index].type == ArgumentType::record;
+            if (dot != assignment.name.npos && is_record) {
+                fields[index].push_back({assignment.name.substr(dot + 1), assignment.value});
+                continue;
+            }
+            if (dot != assignment.name.npos) refuse_unknown(operation, assignment.name);
+            if (whole[index]) throw UsageError(assignment.name + ": given twice");
+            whole[index] = &assignment;
+        }
+    }
+
+    bool has(size_t index) const { return whole[index] || !fields[index].empty(); }
+};
+
+Arguments::Arguments(const Operation &operation, std::span<const std::string> words, bool allow_long)
+    : called(operation), memory(operation.arguments.size()), passed(operation.arguments.size())
+{
+    std::vector<Assignment> assignments;
+    for (const std::string &word : words)
+        assignments.push_back(parse_assignment(word));
+    const Given given(operation, assignments);
+    for (size_t index = 0; index < passed.size(); ++index) {
+        const Argument &argument = operation.arguments[index];
+        if (!given.has(index) && !may_be_omitted(argument))
+            throw UsageError(std::string(argument.name) + ": missing; give " + form_of(operation, argument) + " (" +
+                             std::string(argument.brief) + ")");
+        set(index, given, allow_long);
+    }
+    // A length is that of its block unless it is stated, so it comes after the blocks.
+    for (size_t index = 0; index < passed.size(); ++index)
+        if (operation.arguments[index].type == ArgumentType::length) set_length(index, given);
+}
+
+Arguments::~Arguments()
+{
+    for (const Memory &owned : memory)
+        db_free(owned.database);
+}
+
+void Arguments::set(size_t index, const Given &given, bool allow_long)
+{
+    const Argument &argument = called.arguments[index];
+    const Assignment *assignment = given.whole[index];
+    Memory &owned = memory[index];
+    catalogue::Value &value = passed[index];
+    switch (argument.type) {
+    case ArgumentType::u32:
+        if (!assignment) return;
+        value.number = is_command(called, argument)
+                           ? parse_command(assignment->name, assignment->value, *called.channel)
+                           : parse_number(assignment->name, assignment->value);
+        return;
+    case ArgumentType::mac: {
+        if (!assignment) return;
+        const auto mac = parse_mac(assignment->name, assignment->value);
+        owned.bytes.assign(mac.begin(), mac.end());
+        break;
+    }
+    case ArgumentType::text:
+        if (!assignment) return;
+        if (!allow_long) check_length(assignment->name, assignment->value.size(), *argument.field, true);
+        owned.bytes.assign(assignment->value.begin(), assignment->value.end());
+        owned.bytes.push_back(0);
+        break;
+    case ArgumentType::block:
+        if (assignment) set_block(index, *assignment, allow_long);
+        return;
+    case ArgumentType::length:
+        return;
+    case ArgumentType::record:
+        set_record(index, given, allow_long);
+        break;
+    case ArgumentType::db:
+        value.pointer = &owned.database;
+        return;
+    case ArgumentType::text_out:
+        owned.bytes.resize(called.response_size);
+        break;
+    }
+    value.pointer = owned.bytes.data();
+}
+
+void Arguments::set_block(size_t index, const Assignment &assignment, bool allow_long)
+{
+    const catalogue::Field &field = *called.arguments[index].field;
+    Bytes &block = memory[index].bytes;
+    block = parse_block(assignment.name, assignment.value);
+    if (!allow_long) check_length(assignment.name, block.size(), field, false);
+    // An empty block is still one: its address must not be null.
+    block.reserve(1);
+    passed[index].pointer = block.data();
+}
+
+void Arguments::set_length(size_t index, const Given &given)
+{
+    const Argument &argument = called.arguments[index];
+    const auto block = static_cast<size_t>(argument.length_of);
+    const auto size = static_cast<uint32_t>(memory[block].bytes.size());
+    passed[index].number = size;
+    if (!given.whole[index]) return;
+    const uint32_t stated = parse_number(argument.name, given.whole[index]->value);
+    if (stated > size)
+        throw UsageError(std::string(argument.name) + ": " + std::to_string(stated) + " is more than the " +
+                         std::to_string(size) + " bytes of " + std::string(called.arguments[block].name));
+    passed[index].number = stated;
+}
+
+void Arguments::set_record(size_t index, const Given &given, bool allow_long)
+{
+    Bytes &record = memory[index].bytes;
+    if (const Assignment *assignment = given.whole[index]) {
+        record = parse_block(assignment->name, assignment->value);
+        if (record.size() > called.record->size)
+            throw UsageError(assignment->name + ": " + std::to_string(record.size()) + " bytes are more than the " +
+                             std::to_string(called.record->size) + " of " + std::string(called.record->name));
+    }
+    record.resize(called.record->size);
+    set_fields(*called.record, *called.channel, given.fields[index], allow_long,
+               std::string(called.arguments[index].name) + ".", record, called.command);
+}
+
+const catalogue::Command *Arguments::command() const
+{
+    if (called.command || !called.record->command) return called.command;
+    for (size_t index = 0; index < passed.size(); ++index) {
+        const Argument &argument = called.arguments[index];
+        if (is_command(called, argument)) return catalogue::find_command(called.channel->type, passed[index].number);
+        if (argument.type == ArgumentType::record)
+            return command_of(*called.record, *called.channel, memory[index].bytes);
+    }
+    return nullptr;
+}
+
+} // namespace ponctl

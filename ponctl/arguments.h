@@ -1,0 +1,71 @@
+// The arguments of an operation, from words of the form name=value.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "decode.h"
+#include "invoke.h"
+
+struct db_handle;
+
+namespace ponctl
+{
+
+// Values ready for catalogue::invoke, with the memory that they point to: what was given, room for what the operation
+// delivers, and the databases that it delivered.
+class Arguments
+{
+public:
+    // Reads the words of a command line. Refused with a UsageError that names the argument and says what was expected:
+    // words that are not name=value, unknown, repeated and missing arguments, wrong values, and texts and blocks longer
+    // than their field (these go when `allow_long` says so).
+    Arguments(const catalogue::Operation &operation, std::span<const std::string> words, bool allow_long = false);
+    ~Arguments();
+    Arguments(const Arguments &) = delete;
+    Arguments &operator=(const Arguments &) = delete;
+
+    const catalogue::Operation &operation() const { return called; }
+    std::span<const catalogue::Value> values() const { return passed; }
+
+    // The command that the operation sends; null where the catalogue does not know it.
+    const catalogue::Command *command() const;
+
+    // What an argument's memory holds: a record, a text that was delivered, a database (null where none was delivered).
+    std::span<const uint8_t> bytes(size_t index) const { return memory[index].bytes; }
+    db_handle *database(size_t index) const { return memory[index].database; }
+
+private:
+    struct Memory {
+        Bytes bytes;
+        db_handle *database = nullptr;
+    };
+    struct Given; // the assignments, sorted out by argument
+
+    void set(size_t index, const Given &given, bool allow_long);
+    void set_record(size_t index, const Given &given, bool allow_long);
+    void set_length(size_t index, const Given &given);
+    void set_block(size_t index, const Assignment &assignment, bool allow_long);
+
+    const catalogue::Operation &called;
+    std::vector<Memory> memory;
+    std::vector<catalogue::Value> passed;
+};
+
+// Whether the tool fills an argument itself and a command line need not, or cannot, name it.
+bool is_output(const catalogue::Argument &argument);
+// Whether the operation answers into the argument that holds its request.
+bool is_in_place(const catalogue::Operation &operation, const catalogue::Argument &argument);
+// Whether the operation does not use the argument at all.
+bool is_ignored(const catalogue::Argument &argument);
+// Whether the argument is the command code, which may be given by name.
+bool is_command(const catalogue::Operation &operation, const catalogue::Argument &argument);
+// Whether a command line may leave the argument out.
+bool may_be_omitted(const catalogue::Argument &argument);
+// How a command line names the argument and what it takes: "pon_port=NUMBER". Empty for outputs.
+std::string form_of(const catalogue::Operation &operation, const catalogue::Argument &argument);
+// The argument's type in one word: number, command, mac, text, block, length, record, database.
+std::string_view type_name(const catalogue::Operation &operation, const catalogue::Argument &argument);
+
+} // namespace ponctl

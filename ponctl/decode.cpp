@@ -1,0 +1,230 @@
+#include "decode.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+
+#include "errors.h"
+#include "words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+using catalogue::Field;
+using catalogue::FieldType;
+
+std::vector<std::string_view> field_names(const Reading &reading)
+{
+    std::vector<std::string_view> names;
+    for (const Field &field : reading.record->fields)
+        names.push_back(field.name);
+    if (reading.layout)
+        for (const Field &field : reading.layout->fields)
+            names.push_back(field.name);
+    return names;
+}
+
+const Field &named_field(const Reading &reading, const std::string &prefix, const std::string &name)
+{
+    const Field *field = reading.layout ? catalogue::find_field(reading.layout->fields, name) : nullptr;
+    if (!field) field = catalogue::find_field(reading.record->fields, name);
+    if (field) return *field;
+    const auto names = field_names(reading);
+    throw UsageError(prefix + name + ": not a field of " + std::string(reading.record->name) + suggestion(name, names) +
+                     " (known are " + join(names) + ")");
+}
+
+// Copies a value to its field and on, as far as the record reaches.
+void put(const Field &field, const void *value, size_t length, Bytes &bytes)
+{
+    std::memcpy(bytes.data() + field.offset, value, std::min(length, bytes.size() - field.offset));
+}
+
+void put_block(const std::string &name, const Field &field, const Bytes &block, bool allow_long, Bytes &bytes)
+{
+    if (!allow_long) check_length(name, block.size(), field, false);
+    put(field, block.data(), block.size(), bytes);
+}
+
+void set_field(const catalogue::Record &record, const catalogue::Channel &channel, const Field &field,
+               const std::string &name, const std::string &value, bool allow_long, Bytes &bytes)
+{
+    switch (field.type) {
+    case FieldType::u32: {
+        const bool is_command = &field == record.command;
+        const uint32_t word = is_command ? parse_command(name, value, channel) : parse_number(name, value);
+        return put(field, &word, sizeof word, bytes);
+    }
+    case FieldType::u8: {
+        const auto byte = static_cast<uint8_t>(parse_number(name, value, UINT8_MAX));
+        return put(field, &byte, sizeof byte, bytes);
+    }
+    case FieldType::mac:
+        return put(field, parse_mac(name, value).data(), 6, bytes);
+    case FieldType::idset:
+        return put(field, parse_idset(name, value).data(), sizeof(IdSet), bytes);
+    case FieldType::text:
+        if (!allow_long) check_length(name, value.size(), field, true);
+        return put(field, value.c_str(), value.size() + 1, bytes);
+    case FieldType::bytes:
+        return put_block(name, field, parse_block(name, value), allow_long, bytes);
+    }
+}
+
+bool all_zero(std::span<const uint8_t> bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](uint8_t byte) { return byte == 0; });
+}
+
+// Bytes in the notation that a block is given in: as a text where they look like one.
+std::string block_text(std::span<const uint8_t> bytes)
+{
+    constexpr size_t shortest_text = 4;
+    bytes = without_trailing_zeros(bytes);
+    const bool is_text = bytes.size() >= shortest_text && std::all_of(bytes.begin(), bytes.end(), [](uint8_t byte) {
+                             return byte >= ' ' && byte < 0x7f;
+                         });
+    return is_text ? "text:" + std::string(bytes.begin(), bytes.end()) : "hex:" + format_hex(bytes);
+}
+
+std::string number_text(const Reading &reading, const Field &field, uint32_t number)
+{
+    std::string text = std::to_string(number);
+    if (&field == reading.record->command) {
+        const catalogue::Command *command = catalogue::find_command(reading.channel->type, number);
+        if (command) text.append(" ").append(command->name);
+    }
+    if (!field.unit.empty()) text.append(" ").append(field.unit);
+    return text;
+}
+
+std::string text_of(const Reading &reading, const Field &field, std::span<const uint8_t> bytes)
+{
+    if (all_zero(bytes)) return {};
+    switch (field.type) {
+    case FieldType::u32:
+        return number_text(reading, field, load_word(bytes.data()));
+    case FieldType::u8:
+        return number_text(reading, field, bytes[0]);
+    case FieldType::mac:
+        return format_mac(bytes.data());
+    case FieldType::idset: {
+        IdSet set;
+        std::memcpy(set.data(), bytes.data(), sizeof set);
+        return format_idset(set);
+    }
+    case FieldType::text:
+        return std::string(field_text(bytes));
+    case FieldType::bytes:
+        return block_text(bytes);
+    }
+    return {};
+}
+
+// Whether the bytes hold the whole of a field, or enough of it to be shown.
+bool reached(const Field &field, std::span<const uint8_t> bytes)
+{
+    const bool divisible = field.type == FieldType::text || field.type == FieldType::bytes;
+    return bytes.size() >= field.offset + (divisible ? 1 : field.size);
+}
+
+} // namespace
+
+uint32_t load_word(const uint8_t *bytes)
+{
+    uint32_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+const catalogue::Command *command_of(const catalogue::Record &record, const catalogue::Channel &channel,
+                                     std::span<const uint8_t> bytes)
+{
+    if (!record.command || !reached(*record.command, bytes)) return nullptr;
+    return catalogue::find_command(channel.type, load_word(bytes.data() + record.command->offset));
+}
+
+Reading read_record(const catalogue::Record &record, const catalogue::Channel &channel, std::span<const uint8_t> bytes,
+                    const catalogue::Command *command)
+{
+    if (!command) command = command_of(record, channel, bytes);
+    const catalogue::Layout *layout = command ? catalogue::find_layout(*command) : nullptr;
+    if (layout && layout->record != &record) layout = nullptr;
+    return {&record, layout, &channel, bytes};
+}
+
+void set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
+                std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
+                const catalogue::Command *command)
+{
+    // The command first: it says which layout's fields are known.
+    for (const Assignment &assignment : assignments)
+        if (record.command && assignment.name == record.command->name)
+            set_field(record, channel, *record.command, prefix + assignment.name, assignment.value, false, bytes);
+
+    const Reading reading = read_record(record, channel, bytes, command);
+    std::vector<const Field *> done;
+    for (const Assignment &assignment : assignments) {
+        const Field &field = named_field(reading, prefix, assignment.name);
+        if (std::find(done.begin(), done.end(), &field) != done.end())
+            throw UsageError(prefix + assignment.name + ": given twice");
+        done.push_back(&field);
+        set_field(record, channel, field, prefix + assignment.name, assignment.value, allow_long, bytes);
+    }
+}
+
+uint32_t longest(const Field &field, bool text)
+{
+    return text ? field.size - 1 : field.size;
+}
+
+void check_length(std::string_view name, size_t length, const Field &field, bool text)
+{
+    const uint32_t limit = longest(field, text);
+    if (length > limit)
+        throw UsageError(std::string(name) + ": " + std::to_string(length) + (text ? " characters" : " bytes") +
+                         " are more than the " + std::to_string(limit) + " that " + std::string(field.name) +
+                         " holds; --allow-long lets them run on into the fields behind it");
+}
+
+std::span<const uint8_t> field_bytes(const Field &field, std::span<const uint8_t> bytes)
+{
+    if (field.offset >= bytes.size()) return {};
+    return bytes.subspan(field.offset, std::min<size_t>(field.size, bytes.size() - field.offset));
+}
+
+std::string_view field_text(std::span<const uint8_t> bytes)
+{
+    const auto end = std::find(bytes.begin(), bytes.end(), uint8_t{0});
+    return {reinterpret_cast<const char *>(bytes.data()), static_cast<size_t>(end - bytes.begin())};
+}
+
+std::span<const uint8_t> without_trailing_zeros(std::span<const uint8_t> bytes)
+{
+    while (!bytes.empty() && bytes.back() == 0)
+        bytes = bytes.first(bytes.size() - 1);
+    return bytes;
+}
+
+std::vector<DecodedField> decode(const Reading &reading)
+{
+    // What the layout's fields name is not shown a second time as part of the record's opaque field.
+    Bytes rest(reading.bytes.begin(), reading.bytes.end());
+    if (reading.layout)
+        for (const Field &field : reading.layout->fields)
+            std::fill_n(rest.begin() + std::min<size_t>(field.offset, rest.size()), field_bytes(field, rest).size(),
+                        uint8_t{0});
+
+    std::vector<DecodedField> decoded;
+    const auto add = [&](std::span<const Field> fields, std::span<const uint8_t> bytes) {
+        for (const Field &field : fields)
+            if (reached(field, bytes)) decoded.push_back({&field, text_of(reading, field, field_bytes(field, bytes))});
+    };
+    add(reading.record->fields, rest);
+    if (reading.layout) add(reading.layout->fields, reading.bytes);
+    return decoded;
+}
+
+} // namespace ponctl

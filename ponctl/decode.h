@@ -1,0 +1,59 @@
+// Records as the catalogue reads them: setting a field from a word, and the fields of a record that was sent or
+// received.
+#pragma once
+
+#include <optional>
+
+#include "values.h"
+
+namespace ponctl
+{
+
+// A record's bytes, as many as there are, with what says how they are read.
+struct Reading {
+    const catalogue::Record *record;
+    const catalogue::Layout *layout; // of the opaque part, where the record's command has one; else null
+    const catalogue::Channel *channel;
+    std::span<const uint8_t> bytes;
+};
+
+// Reads a record of a channel by the command code that it carries, or by `command` where one is given.
+Reading read_record(const catalogue::Record &record, const catalogue::Channel &channel, std::span<const uint8_t> bytes,
+                    const catalogue::Command *command = nullptr);
+
+// The command that a record carries; null where it carries none or an unknown one.
+const catalogue::Command *command_of(const catalogue::Record &record, const catalogue::Channel &channel,
+                                     std::span<const uint8_t> bytes);
+
+uint32_t load_word(const uint8_t *bytes);
+
+// Sets fields of a record, which must have the record's size, from assignments FIELD=value. The fields of the layout
+// that belongs to the record's command are known too. `prefix` stands before the field's name in errors.
+//
+// Refused with a UsageError: unknown and repeated fields, wrong values, and a text or block that is longer than its
+// field, unless `allow_long` lets it run on into the fields behind it.
+void set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
+                std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
+                const catalogue::Command *command = nullptr);
+
+// The longest text or block of a field; of a text, without its NUL.
+uint32_t longest(const catalogue::Field &field, bool text);
+// Refuses a value that is longer than its field.
+void check_length(std::string_view name, size_t length, const catalogue::Field &field, bool text);
+
+struct DecodedField {
+    const catalogue::Field *field;
+    std::string text; // for people; empty: every byte of the field that no other field names is zero
+};
+
+// The fields in order of offset, the layout's behind the record's. Fields that the bytes do not reach are left out.
+std::vector<DecodedField> decode(const Reading &reading);
+
+// The bytes of a field, as far as they go.
+std::span<const uint8_t> field_bytes(const catalogue::Field &field, std::span<const uint8_t> bytes);
+// The text of a field, up to its NUL or its end.
+std::string_view field_text(std::span<const uint8_t> bytes);
+// Bytes without the zeros at their end.
+std::span<const uint8_t> without_trailing_zeros(std::span<const uint8_t> bytes);
+
+} // namespace ponctl

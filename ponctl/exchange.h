@@ -1,0 +1,36 @@
+// What an operation sends, and how its exchange goes.
+//
+// The library returns one word, in which an IPC failure and a service status cannot always be told apart. So the
+// program defines the four calls of the IPC library itself: each notes its request and result and passes the call on.
+#pragma once
+
+#include <cstdint>
+
+#include "catalogue.h"
+#include "values.h"
+
+namespace ponctl
+{
+
+struct Exchange {
+    bool made = false;  // false: nothing was handed to the IPC library
+    int32_t result = 0; // the IPC library's
+    const catalogue::Channel *channel = nullptr;
+    catalogue::Call call = catalogue::Call::set;
+    Bytes request;
+};
+
+// Notes the last exchange made while it lives; only one lives at a time.
+class Watch
+{
+public:
+    // Unless they are `sent`, requests are noted only, and count as answered with nothing.
+    explicit Watch(bool sent = true);
+    ~Watch();
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+
+    const Exchange &exchange() const;
+};
+
+} // namespace ponctl

@@ -1,0 +1,295 @@
+// ponctl ops: the operations that there are, and what the catalogue says of each.
+#include <sstream>
+
+#include "commands.h"
+#include "report.h"
+#include "words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+using catalogue::Argument;
+using catalogue::ArgumentType;
+using catalogue::Operation;
+
+constexpr size_t page_width = 80;
+
+// Words filled into lines, each of which starts with `indent` spaces.
+std::string filled(std::string_view text, size_t indent)
+{
+    std::string page, line;
+    std::istringstream words{std::string(text)};
+    for (std::string word; words >> word;) {
+        if (!line.empty() && indent + line.size() + 1 + word.size() > page_width) {
+            page.append(indent, ' ').append(line).push_back('\n');
+            line.clear();
+        }
+        if (!line.empty()) line.push_back(' ');
+        line.append(word);
+    }
+    return page.append(indent, ' ').append(line).append("\n");
+}
+
+std::string failure_text(const Operation &operation)
+{
+    switch (operation.failure) {
+    case catalogue::Failure::report:
+        return "a failed exchange is logged and returned as BSP_ERR_IPC (1001)";
+    case catalogue::Failure::pass:
+        return "a failed exchange is logged and returned as the IPC library's own value";
+    case catalogue::Failure::silent:
+        return "a failed exchange is returned as the IPC library's own value, without a log line";
+    }
+    return {};
+}
+
+std::string request_text(const Operation &operation)
+{
+    const std::string record(operation.record->name);
+    const std::string size = std::to_string(operation.record->size);
+    switch (operation.request) {
+    case catalogue::Request::built:
+        return record + " built from the arguments, " +
+               (operation.record->payload ? "its payload and 28 bytes" : size + " bytes");
+    case catalogue::Request::as_is:
+        return record + " as you give it, " + size + " bytes";
+    case catalogue::Request::copied:
+        return record + " as you give it but for the command code, " + size + " bytes";
+    }
+    return {};
+}
+
+std::string command_text(const Operation &operation)
+{
+    if (!operation.command) return operation.record->command ? "as you give it" : "none";
+    return std::string(operation.command->name) + " (" + std::to_string(operation.command->code) +
+           "): " + std::string(operation.command->brief);
+}
+
+const catalogue::View *view_of(const Operation &operation)
+{
+    return operation.command ? catalogue::find_view(*operation.command) : nullptr;
+}
+
+const catalogue::Layout *layout_of(const Operation &operation)
+{
+    return operation.command ? catalogue::find_layout(*operation.command) : nullptr;
+}
+
+// What a command line may leave out, and what an argument must keep to.
+std::string rule_text(const Argument &argument)
+{
+    if (is_output(argument)) return "read back";
+    if (is_ignored(argument)) return "not used; 0 when left out";
+    if (argument.type == ArgumentType::length) return "may be left out: the size of the block";
+    std::string rule = argument.optional ? "may be left out" : "required";
+    if (argument.field && argument.type == ArgumentType::text)
+        rule += ", at most " + std::to_string(longest(*argument.field, true)) + " characters";
+    if (argument.field && argument.type == ArgumentType::block)
+        rule += ", at most " + std::to_string(longest(*argument.field, false)) + " bytes";
+    return rule;
+}
+
+std::string place_text(const Argument &argument)
+{
+    if (!argument.field) return {};
+    return "; " + std::string(is_output(argument) ? "from " : "to ") + std::string(argument.field->name) +
+           " at offset " + std::to_string(argument.field->offset);
+}
+
+std::string field_page(const catalogue::Field &field)
+{
+    std::string about = std::string(catalogue::to_text(field.type)) + " at offset " + std::to_string(field.offset) +
+                        ": " + std::string(field.brief);
+    if (!field.unit.empty()) about.append(" (").append(field.unit).append(")");
+    return "    " + std::string(field.name) + "\n" + filled(about, 8);
+}
+
+std::string argument_page(const Operation &operation, const Argument &argument)
+{
+    const std::string form = form_of(operation, argument);
+    std::string page = "  " + (form.empty() ? std::string(argument.name) : form) + "\n" + filled(argument.brief, 6) +
+                       filled("(" + rule_text(argument) + place_text(argument) + ")", 6);
+    if (argument.type == ArgumentType::record) {
+        page += "      FIELD is one of\n";
+        for (const catalogue::Field &field : operation.record->fields)
+            page += field_page(field);
+        if (const catalogue::Layout *layout = layout_of(operation)) {
+            page += filled(
+                "and, as the simulated service reads this command's record (" + std::string(layout->brief) + ")", 6);
+            for (const catalogue::Field &field : layout->fields)
+                page += field_page(field);
+        } else if (!operation.command) {
+            page += filled("and the fields that the simulated service reads in the record of the command", 6);
+        }
+    }
+    return page;
+}
+
+std::string columns_page(const catalogue::View &view)
+{
+    std::string page = "\nColumns of the result: " + std::string(view.brief) + "\n";
+    for (const catalogue::Column &column : view.columns) {
+        std::string about(column.brief);
+        if (!column.unit.empty()) about.append(" (").append(column.unit).append(")");
+        page += "  " + std::string(column.name) + "\n" + filled(about, 6);
+    }
+    return page;
+}
+
+std::string usage_page(const Operation &operation)
+{
+    std::string usage = "ponctl call " + std::string(operation.name);
+    for (const Argument &argument : operation.arguments) {
+        if (is_output(argument)) continue;
+        const std::string form = argument.type == ArgumentType::record ? std::string(argument.name) + ".FIELD=VALUE..."
+                                                                       : form_of(operation, argument);
+        usage += may_be_omitted(argument) ? " [" + form + "]" : " " + form;
+    }
+    return "Usage:\n" + filled(usage, 2);
+}
+
+bool takes(const Operation &operation, ArgumentType type)
+{
+    for (const Argument &argument : operation.arguments)
+        if (argument.type == type) return true;
+    return false;
+}
+
+// What the words in capitals stand for, as far as the operation has such arguments.
+std::string forms_page(const Operation &operation)
+{
+    std::string page;
+    if (takes(operation, ArgumentType::u32)) page += "  NUMBER  decimal, or hexadecimal with 0x\n";
+    for (const Argument &argument : operation.arguments)
+        if (is_command(operation, argument)) page += "  COMMAND a BSP_CMD_ name or a number\n";
+    if (takes(operation, ArgumentType::mac)) page += "  MAC     00:11:22:33:44:55, 00-11-22-33-44-55, 0011.2233.4455\n";
+    if (takes(operation, ArgumentType::block) || takes(operation, ArgumentType::record))
+        page += "  BLOCK   hex:0011..., text:..., or @FILE\n";
+    if (takes(operation, ArgumentType::record))
+        page += "  VALUE   by the field's type: a NUMBER, MAC, BLOCK, text, or ids as 1-5,7\n";
+    return page;
+}
+
+std::string page_of(const Operation &operation)
+{
+    const std::string channel = std::string(operation.channel->name) + " (" + std::to_string(operation.channel->type) +
+                                "): " + std::string(operation.channel->brief);
+    std::string page = std::string(operation.name) + "\n" + filled(operation.brief, 2);
+    if (!operation.notes.empty()) page += filled(operation.notes, 2);
+    page += "\n" + usage_page(operation);
+    if (!operation.arguments.empty()) page += "\nArguments:\n";
+    for (const Argument &argument : operation.arguments)
+        page += argument_page(operation, argument);
+    if (const std::string forms = forms_page(operation); !forms.empty()) page += "\n" + forms;
+    if (const catalogue::View *view = view_of(operation)) page += columns_page(*view);
+    page += "\nFamily:  " + std::string(operation.family) + "\n";
+    page += "Class:   " + std::string(catalogue::to_text(operation.impact)) + "\n";
+    page += "Call:    " + std::string(catalogue::to_text(operation.call)) + "\n";
+    page += "Channel: " + channel + "\n";
+    page += "Command: " + command_text(operation) + "\n";
+    page += "Record:  " + request_text(operation) + "\n";
+    page += "Failure: " + failure_text(operation) + "\n";
+    return page;
+}
+
+void write_arguments(Json &json, const Operation &operation)
+{
+    json.key("arguments");
+    json->StartArray();
+    for (const Argument &argument : operation.arguments) {
+        json->StartObject();
+        json.member("name", argument.name);
+        json.member("type", type_name(operation, argument));
+        json.member("direction", is_output(argument) ? "out" : is_in_place(operation, argument) ? "in-out" : "in");
+        json.key("required");
+        json->Bool(!may_be_omitted(argument));
+        json.key("field");
+        if (argument.field)
+            json.text(argument.field->name);
+        else
+            json->Null();
+        json.member("brief", argument.brief);
+        json->EndObject();
+    }
+    json->EndArray();
+}
+
+void write_operation(Json &json, const Operation &operation)
+{
+    json->StartObject();
+    json.member("name", operation.name);
+    json.member("family", operation.family);
+    json.member("brief", operation.brief);
+    json.member("notes", operation.notes);
+    json.member("class", catalogue::to_text(operation.impact));
+    json.member("call", catalogue::to_text(operation.call));
+    json.member("channel", operation.channel->name);
+    json.member("record", operation.record->name);
+    json.key("command");
+    if (operation.command)
+        json.text(operation.command->name);
+    else
+        json->Null();
+    json.key("code");
+    if (operation.command)
+        json->Uint(operation.command->code);
+    else
+        json->Null();
+    json.member("failure", failure_text(operation));
+    write_arguments(json, operation);
+    json->EndObject();
+}
+
+void refuse_hex(const Output &output)
+{
+    if (output.format == Format::hex)
+        throw UsageError("--output: the catalogue has no bytes to show; take table or json");
+}
+
+} // namespace
+
+void print_page(const Output &output, const Operation &operation)
+{
+    refuse_hex(output);
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        write_operation(json, operation);
+    } else {
+        std::fputs(page_of(operation).c_str(), output.stream);
+    }
+}
+
+ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
+{
+    refuse_hex(output);
+    if (words.size() == 1)
+        if (const Operation *operation = catalogue::find_operation(words.front())) {
+            print_page(output, *operation);
+            return exit_success;
+        }
+
+    const auto found = find_operations(words);
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        json->StartArray();
+        for (const Operation *operation : found)
+            write_operation(json, *operation);
+        json->EndArray();
+        return exit_success;
+    }
+    if (found.empty()) complain("no operation has all of these words in its name, brief, family or command");
+    Table table({{"OPERATION"}, {"CLASS"}, {"COMMAND"}, {"CODE", true}, {"BRIEF"}});
+    for (const Operation *operation : found) {
+        const catalogue::Command *command = operation->command;
+        table.add({std::string(operation->name), std::string(catalogue::to_text(operation->impact)),
+                   command ? std::string(command->name) : "-", command ? std::to_string(command->code) : "-",
+                   std::string(operation->brief)});
+    }
+    table.print(output);
+    return exit_success;
+}
+
+} // namespace ponctl

@@ -1,0 +1,352 @@
+#include "output.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include <libsmartcols.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <unistd.h>
+
+namespace ponctl
+{
+namespace
+{
+
+using catalogue::Field;
+using catalogue::FieldType;
+
+constexpr const char *bold = "\033[1m";
+
+bool colour_wanted()
+{
+    const char *no_color = std::getenv("NO_COLOR");
+    return !no_color || !*no_color;
+}
+
+bool is_utf8(std::string_view text)
+{
+    rapidjson::MemoryStream in(text.data(), text.size());
+    rapidjson::StringBuffer out;
+    while (in.Tell() < text.size())
+        if (!rapidjson::UTF8<>::Validate(in, out)) return false;
+    return true;
+}
+
+bool is_json(std::string_view text)
+{
+    rapidjson::MemoryStream in(text.data(), text.size());
+    rapidjson::BaseReaderHandler<> ignore;
+    return !rapidjson::Reader().Parse(in, ignore).IsError();
+}
+
+std::string cell_text(db_handle *database, uint32_t row, const char *column)
+{
+    switch (db_get_type(database, row, column)) {
+    case DB_NONE:
+        return "-";
+    case DB_BOOL: {
+        int value = 0;
+        db_get_bool(database, row, column, &value);
+        return value ? "yes" : "no";
+    }
+    case DB_INTEGER:
+    case DB_REAL:
+    case DB_TEXT:
+    case DB_NESTED:
+        break;
+    }
+    const char *text = db_get_text(database, row, column);
+    return text ? text : "-";
+}
+
+struct ViewColumn {
+    std::string name;
+    Table::Heading heading;
+};
+
+std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::View *view)
+{
+    std::vector<ViewColumn> columns;
+    if (view)
+        for (const catalogue::Column &column : view->columns) {
+            std::string title(column.title);
+            if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
+            const bool number = column.type == catalogue::ColumnType::u32 || column.type == catalogue::ColumnType::real;
+            columns.push_back({std::string(column.name), {title, number}});
+        }
+    const size_t of_view = columns.size();
+    for (uint32_t index = 0; index < db_columns(database); ++index) {
+        const std::string name = db_column_name(database, index);
+        if (std::none_of(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(of_view),
+                         [&name](const ViewColumn &column) { return column.name == name; }))
+            columns.push_back({name, {name}});
+    }
+    return columns;
+}
+
+void write_field(Json &json, const Field &field, std::span<const uint8_t> bytes)
+{
+    switch (field.type) {
+    case FieldType::u32:
+        json->Uint(load_word(bytes.data()));
+        break;
+    case FieldType::u8:
+        json->Uint(bytes[0]);
+        break;
+    case FieldType::mac:
+        json.text(format_mac(bytes.data()));
+        break;
+    case FieldType::text:
+        json.text(field_text(bytes));
+        break;
+    case FieldType::bytes:
+        json.text(format_hex(without_trailing_zeros(bytes)));
+        break;
+    case FieldType::idset:
+        json->StartArray();
+        for (uint32_t id = 0; id < bytes.size() * 8; ++id)
+            if (load_word(bytes.data() + id / 32 * 4) >> id % 32 & 1) json->Uint(id);
+        json->EndArray();
+        break;
+    }
+}
+
+constexpr size_t bytes_a_line = 16;
+
+void print_line(std::FILE *stream, size_t offset, std::span<const uint8_t> bytes, std::string_view name)
+{
+    std::string hex, characters;
+    for (const uint8_t byte : bytes) {
+        hex.append(format_hex({&byte, 1})).push_back(' ');
+        characters.push_back(byte >= ' ' && byte < 0x7f ? static_cast<char>(byte) : '.');
+    }
+    hex.resize(3 * bytes_a_line, ' ');
+    if (!name.empty()) {
+        characters.resize(bytes_a_line, ' ');
+        characters.append("  ").append(name);
+    }
+    std::fprintf(stream, "%5zu  %s %s\n", offset, hex.c_str(), characters.c_str());
+}
+
+// The bytes of one field, or between two.
+void print_segment(std::FILE *stream, size_t offset, std::span<const uint8_t> bytes, std::string_view name)
+{
+    const auto zero = [](std::span<const uint8_t> line) { return without_trailing_zeros(line).empty(); };
+    bool starred = false;
+    for (size_t at = 0; at < bytes.size(); at += bytes_a_line) {
+        const auto line = bytes.subspan(at, std::min(bytes_a_line, bytes.size() - at));
+        const bool repeats = at > 0 && zero(line) && zero(bytes.subspan(at - bytes_a_line, bytes_a_line));
+        if (!repeats)
+            print_line(stream, offset + at, line, at == 0 ? name : std::string_view{});
+        else if (!starred)
+            std::fputs("    *\n", stream);
+        starred = repeats;
+    }
+}
+
+} // namespace
+
+void Table::print(const Output &output) const
+{
+    const bool terminal = isatty(fileno(output.stream));
+    const auto release = [](libscols_table *table) { scols_unref_table(table); };
+    const std::unique_ptr<libscols_table, decltype(release)> table(scols_new_table(), release);
+    if (!table) throw std::bad_alloc();
+    scols_table_set_stream(table.get(), output.stream);
+    scols_table_set_termforce(table.get(), terminal ? SCOLS_TERMFORCE_ALWAYS : SCOLS_TERMFORCE_NEVER);
+    scols_table_enable_noheadings(table.get(), !output.headings);
+    scols_table_enable_colors(table.get(), terminal && colour_wanted());
+    for (const Heading &heading : headings) {
+        libscols_column *column = scols_table_new_column(table.get(), heading.title.c_str(), 0,
+                                                         heading.right_aligned ? SCOLS_FL_RIGHT : SCOLS_FL_WRAP);
+        if (!column) throw std::bad_alloc();
+        scols_cell_set_color(scols_column_get_header(column), bold);
+    }
+    for (const auto &row : rows) {
+        libscols_line *line = scols_table_new_line(table.get(), nullptr);
+        if (!line) throw std::bad_alloc();
+        for (size_t index = 0; index < row.size(); ++index)
+            scols_line_set_data(line, index, row[index].c_str());
+    }
+    scols_print_table(table.get());
+}
+
+Json::Json(std::FILE *stream) : file(stream, buffer, sizeof buffer), writer(file)
+{
+    writer.SetIndent(' ', 2);
+}
+
+Json::~Json()
+{
+    file.Put('\n');
+    file.Flush();
+}
+
+void Json::text(std::string_view text)
+{
+    std::string utf8;
+    if (!is_utf8(text)) {
+        for (const char c : text) {
+            const auto byte = static_cast<unsigned char>(c);
+            if (byte >= 0x80) utf8.push_back(static_cast<char>(0xc0 | byte >> 6));
+            utf8.push_back(static_cast<char>(byte >= 0x80 ? 0x80 | (byte & 0x3f) : byte));
+        }
+        text = utf8;
+    }
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+void Json::member(std::string_view name, std::string_view value)
+{
+    key(name);
+    text(value);
+}
+
+void Json::member(std::string_view name, uint32_t value)
+{
+    key(name);
+    writer.Uint(value);
+}
+
+void Json::status(uint32_t status)
+{
+    member("status", status);
+    key("status_name");
+    if (const catalogue::Status *known = catalogue::find_status(status))
+        text(known->name);
+    else
+        writer.Null();
+}
+
+void Json::document(std::string_view document)
+{
+    if (!is_json(document)) return text(document);
+    rapidjson::MemoryStream in(document.data(), document.size());
+    // Numbers are passed on as they are written, whatever their size and precision.
+    rapidjson::Reader().Parse<rapidjson::kParseNumbersAsStringsFlag>(in, writer);
+}
+
+void Json::record(const Reading &reading)
+{
+    writer.StartObject();
+    for (const DecodedField &decoded : decode(reading)) {
+        key(decoded.field->name);
+        write_field(*this, *decoded.field, field_bytes(*decoded.field, reading.bytes));
+    }
+    writer.EndObject();
+}
+
+std::string printable(std::string_view text)
+{
+    std::string safe;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < ' ' || byte == 0x7f)
+            safe.append("\\x").append(format_hex({&byte, 1}));
+        else
+            safe.push_back(c);
+    }
+    return safe;
+}
+
+void print_fields(const Output &output, const Reading &reading)
+{
+    Table table({{"FIELD"}, {"VALUE"}});
+    for (const DecodedField &decoded : decode(reading))
+        if (!decoded.text.empty()) table.add({std::string(decoded.field->name), decoded.text});
+    table.print(output);
+}
+
+void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Reading *reading)
+{
+    std::vector<const Field *> fields;
+    if (reading) {
+        for (const Field &field : reading->record->fields)
+            fields.push_back(&field);
+        if (reading->layout)
+            for (const Field &field : reading->layout->fields)
+                fields.push_back(&field);
+    }
+    std::stable_sort(fields.begin(), fields.end(),
+                     [](const Field *a, const Field *b) { return a->offset < b->offset; });
+
+    // Each field reaches to the next one's start: the layout's lie inside an opaque field of the record.
+    size_t at = 0;
+    std::string_view name;
+    const auto print_to = [&](size_t end) {
+        end = std::min(end, bytes.size());
+        if (at < end) print_segment(output.stream, at, bytes.subspan(at, end - at), name);
+        at = std::max(at, end);
+    };
+    for (const Field *field : fields) {
+        print_to(field->offset);
+        name = field->name;
+        const bool holds_others = std::any_of(fields.begin(), fields.end(), [field](const Field *other) {
+            return other->offset > field->offset && other->offset < field->offset + field->size;
+        });
+        if (holds_others) continue;
+        print_to(field->offset + field->size);
+        name = {};
+    }
+    print_to(bytes.size());
+}
+
+std::string_view document_of(const db_handle *database)
+{
+    uint32_t length = 0;
+    const char *text = db_text(database, &length);
+    return {text, length};
+}
+
+void print_request(const Output &output, const Exchange &exchange, const catalogue::Record &record)
+{
+    const Reading reading = read_record(record, *exchange.channel, exchange.request);
+    if (output.format == Format::hex) return print_bytes(output, exchange.request, &reading);
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        json->StartObject();
+        json.member("channel", exchange.channel->name);
+        json.member("call", catalogue::to_text(exchange.call));
+        json.member("length", static_cast<uint32_t>(exchange.request.size()));
+        json.key("request");
+        json.record(reading);
+        json->EndObject();
+        return;
+    }
+    std::fprintf(output.stream, "not sent: %s on %s, %zu bytes\n",
+                 std::string(catalogue::to_text(exchange.call)).c_str(), std::string(exchange.channel->name).c_str(),
+                 exchange.request.size());
+    print_fields(output, reading);
+}
+
+void print_database(const Output &output, db_handle *database, const catalogue::View *view)
+{
+    const std::string_view document = document_of(database);
+    if (output.format == Format::hex) {
+        print_bytes(output, {reinterpret_cast<const uint8_t *>(document.data()), document.size()});
+        return;
+    }
+    const uint32_t rows = db_rows(database);
+    if (rows == 0 && document != "[]") {
+        std::fprintf(output.stream, "%s\n", printable(document).c_str());
+        return;
+    }
+    const std::vector<ViewColumn> columns = columns_of(database, view);
+    std::vector<Table::Heading> headings;
+    for (const ViewColumn &column : columns)
+        headings.push_back(column.heading);
+    Table table(std::move(headings));
+    for (uint32_t row = 0; row < rows; ++row) {
+        std::vector<std::string> cells;
+        for (const ViewColumn &column : columns)
+            cells.push_back(cell_text(database, row, column.name.c_str()));
+        table.add(std::move(cells));
+    }
+    table.print(output);
+}
+
+} // namespace ponctl

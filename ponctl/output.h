@@ -1,0 +1,94 @@
+// Results on standard output: tables for people, JSON for programs, bytes for whoever must see them.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <rapidjson/filewritestream.h>
+#include <rapidjson/prettywriter.h>
+
+#include "board/datastore.h"
+#include "decode.h"
+#include "exchange.h"
+
+namespace ponctl
+{
+
+enum class Format { table, json, hex };
+
+struct Output {
+    std::FILE *stream;
+    Format format = Format::table;
+    bool headings = true;
+};
+
+// A table, fitted to the terminal; on anything else every cell stands whole on its line.
+class Table
+{
+public:
+    struct Heading {
+        std::string title;
+        bool right_aligned = false;
+    };
+
+    explicit Table(std::vector<Heading> headings) : headings(std::move(headings)) {}
+    void add(std::vector<std::string> row) { rows.push_back(std::move(row)); }
+    void print(const Output &output) const;
+
+private:
+    std::vector<Heading> headings;
+    std::vector<std::vector<std::string>> rows;
+};
+
+// A JSON document on a stream, ended with a new line.
+class Json
+{
+public:
+    explicit Json(std::FILE *stream);
+    ~Json();
+    Json(const Json &) = delete;
+    Json &operator=(const Json &) = delete;
+
+    rapidjson::PrettyWriter<rapidjson::FileWriteStream> *operator->() { return &writer; }
+
+    void key(std::string_view name) { writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
+    // A text that need not be UTF-8: if it is not, each of its bytes counts as one character.
+    void text(std::string_view text);
+    // key and text; the number or null.
+    void member(std::string_view name, std::string_view value);
+    void member(std::string_view name, uint32_t value);
+    // "status" and "status_name", which is null where the word has no name.
+    void status(uint32_t status);
+    // A document that is JSON already; as a text if it is not.
+    void document(std::string_view document);
+    // An object of a record's fields, each as its type: numbers, texts, MAC addresses as texts, sets of ids as arrays
+    // of numbers, bytes as hexadecimal digits without the zeros at their end.
+    void record(const Reading &reading);
+
+private:
+    char buffer[4096];
+    rapidjson::FileWriteStream file;
+    rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer;
+};
+
+// A text with everything that a terminal could take for a command written as \xNN.
+std::string printable(std::string_view text);
+
+// The fields of a record that are not zero.
+void print_fields(const Output &output, const Reading &reading);
+
+// Bytes with their offsets in decimal, as the catalogue counts them, and the name of each field beside its first line.
+// A run of lines of zeros is one line with a star.
+void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Reading *reading = nullptr);
+
+// A request that was not sent: which call on which channel, and the record.
+void print_request(const Output &output, const Exchange &exchange, const catalogue::Record &record);
+
+// The JSON text of a result database.
+std::string_view document_of(const db_handle *database);
+
+// A result database: rows by the view's columns, then by those that only the database has.
+void print_database(const Output &output, db_handle *database, const catalogue::View *view);
+
+} // namespace ponctl

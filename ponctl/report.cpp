@@ -1,0 +1,34 @@
+#include "report.h"
+
+#include <cstdio>
+
+#include "board/ipc.h"
+
+namespace ponctl
+{
+
+void complain(const std::string &message)
+{
+    std::fprintf(stderr, "ponctl: %s\n", message.c_str());
+}
+
+std::string describe_status(uint32_t status)
+{
+    const catalogue::Status *known = catalogue::find_status(status);
+    return std::to_string(status) +
+           (known ? " " + std::string(known->name) + ": " + std::string(known->brief) : ", which has no name");
+}
+
+ExitCode report_exchange(std::string_view name, const Exchange &exchange, uint32_t status)
+{
+    const std::string start = std::string(name) + ": ";
+    if (exchange.result != IPC_OK) {
+        complain(start + "IPC failure " + std::to_string(exchange.result) + ": " + ipc_strerror(exchange.result));
+        return exit_ipc;
+    }
+    if (status == 0) return exit_success;
+    complain(start + "status " + describe_status(status));
+    return exit_status;
+}
+
+} // namespace ponctl

@@ -1,0 +1,23 @@
+// What the tool says of an exchange on standard error.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "errors.h"
+#include "exchange.h"
+
+namespace ponctl
+{
+
+// "ponctl: MESSAGE" on standard error.
+void complain(const std::string &message);
+
+// A status word in words: "4003 PON_ERR_NO_PORT: the OLT has no such PON port".
+std::string describe_status(uint32_t status);
+
+// The exit code of an exchange, after one line on standard error where it failed or its status is not zero.
+ExitCode report_exchange(std::string_view name, const Exchange &exchange, uint32_t status);
+
+} // namespace ponctl

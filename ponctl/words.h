@@ -1,0 +1,32 @@
+// Finding names by words, and the nearest name to a misspelt one.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "catalogue.h"
+
+namespace ponctl
+{
+
+std::string lower_case(std::string_view text);
+
+// The operations that each of the words occurs in: in the name, the brief, the family, the class, or the command's
+// name or code. Upper and lower case are the same.
+std::vector<const catalogue::Operation *> find_operations(std::span<const std::string> words);
+
+// The name nearest to `wrong`; empty where none is near.
+std::string_view nearest(std::string_view wrong, std::span<const std::string_view> names);
+
+// "; did you mean NAME?", or nothing where no name is near.
+std::string suggestion(std::string_view wrong, std::span<const std::string_view> names);
+
+// The names with commas between them.
+std::string join(std::span<const std::string_view> names, std::string_view separator = ", ");
+
+// The operation of this name; a UsageError with suggestions where there is none.
+const catalogue::Operation &named_operation(const std::string &name);
+
+} // namespace ponctl
