@@ -184,8 +184,8 @@ void check_length(std::string_view name, size_t length, const Field &field, bool
 {
     const uint32_t limit = longest(field, text);
     if (length > limit)
-        throw UsageError(std::string(name) + ": " + std::to_string(length) + (text ? " characters" : " bytes") +
-                         " are more than the " + std::to_string(limit) + " that " + std::string(field.name) +
+        throw UsageError(std::string(name) + ": " + std::to_string(length) + " bytes are more than the " +
+                         std::to_string(limit) + " that " + std::string(field.name) +
                          " holds; --allow-long lets them run on into the fields behind it");
 }
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <map>
+#include <memory>
 
 #include <CLI/CLI.hpp>
 
@@ -19,12 +19,19 @@ namespace
 {
 
 struct GlobalOptions {
-    Format format = Format::table;
+    std::string format = "table";
     bool no_headings = false;
     std::string socket_dir;
     std::string timeout;
 
-    Output output() const { return {stdout, format, !no_headings}; }
+    Output output() const
+    {
+        const bool headings = !no_headings;
+        if (format == "table") return {stdout, Format::table, headings};
+        if (format == "json") return {stdout, Format::json, headings};
+        if (format == "hex") return {stdout, Format::hex, headings};
+        throw UsageError("--output: '" + format + "' is not one of table, json, hex");
+    }
 
     // The board's IPC library reads its settings from the environment.
     void export_settings() const
@@ -76,7 +83,7 @@ void add_call(CLI::App &app, Command &command)
     call->callback([call, options, &command] {
         if (options->operation.empty()) {
             if (!options->help) throw UsageError("OPERATION: missing; 'ponctl ops' lists the operations");
-            throw CLI::Success();
+            throw CLI::CallForHelp();
         }
         const catalogue::Operation &operation = named_operation(options->operation);
         command = [options, &operation](const Output &output) {
@@ -170,10 +177,7 @@ int run(int argc, char **argv)
     app.require_subcommand(1);
     app.fallthrough();
     app.set_version_flag("--version", "ponctl " PONCTL_VERSION);
-    const std::map<std::string, Format> formats{{"table", Format::table}, {"json", Format::json}, {"hex", Format::hex}};
-    app.add_option("-o,--output", global.format, "table, json or hex")
-        ->transform(CLI::Transformer(formats).description(""))
-        ->option_text("FORMAT");
+    app.add_option("-o,--output", global.format, "table, json or hex")->option_text("FORMAT");
     app.add_flag("--no-headings", global.no_headings, "tables without their heading line");
     app.add_option("--socket-dir", global.socket_dir, "folder of the service's sockets")->option_text("DIR");
     app.add_option("--timeout", global.timeout, "milliseconds to wait for an answer")->option_text("MS");
@@ -189,7 +193,8 @@ int run(int argc, char **argv)
         return finish(command(global.output()));
     } catch (const CLI::ParseError &error) {
         if (error.get_exit_code() == 0) return finish(app.exit(error));
-        complain(std::string(error.what()) + " (see --help)");
+        const auto unknown = app.remaining(true);
+        complain((unknown.empty() ? error.what() : "unknown: " + unknown.front()) + " (see --help)");
     } catch (const UsageError &error) {
         complain(error.what());
     }

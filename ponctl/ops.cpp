@@ -1,4 +1,5 @@
 // ponctl ops: the operations that there are, and what the catalogue says of each.
+#include <algorithm>
 #include <sstream>
 
 #include "commands.h"
@@ -16,20 +17,28 @@ using catalogue::Operation;
 
 constexpr size_t page_width = 80;
 
-// Words filled into lines, each of which starts with `indent` spaces.
-std::string filled(std::string_view text, size_t indent)
+// Words filled into lines of the page, which start with `indent` spaces, the first one with what stands there already.
+std::string filled(std::string start, std::string_view text, size_t indent)
 {
-    std::string page, line;
+    std::string page, line = std::move(start);
+    line.resize(std::max(line.size(), indent), ' ');
+    size_t words_in_line = 0;
     std::istringstream words{std::string(text)};
     for (std::string word; words >> word;) {
-        if (!line.empty() && indent + line.size() + 1 + word.size() > page_width) {
-            page.append(indent, ' ').append(line).push_back('\n');
-            line.clear();
+        if (words_in_line > 0 && line.size() + 1 + word.size() > page_width) {
+            page.append(line).push_back('\n');
+            line.assign(indent, ' ');
+            words_in_line = 0;
         }
-        if (!line.empty()) line.push_back(' ');
+        if (words_in_line++ > 0) line.push_back(' ');
         line.append(word);
     }
-    return page.append(indent, ' ').append(line).append("\n");
+    return page.append(line).append("\n");
+}
+
+std::string filled(std::string_view text, size_t indent)
+{
+    return filled({}, text, indent);
 }
 
 std::string failure_text(const Operation &operation)
@@ -78,51 +87,59 @@ const catalogue::Layout *layout_of(const Operation &operation)
     return operation.command ? catalogue::find_layout(*operation.command) : nullptr;
 }
 
-// What a command line may leave out, and what an argument must keep to.
+// Whether an argument must be given, where it goes or comes from, and how much fits there.
 std::string rule_text(const Argument &argument)
 {
-    if (is_output(argument)) return "read back";
-    if (is_ignored(argument)) return "not used; 0 when left out";
-    if (argument.type == ArgumentType::length) return "may be left out: the size of the block";
-    std::string rule = argument.optional ? "may be left out" : "required";
-    if (argument.field && argument.type == ArgumentType::text)
-        rule += ", at most " + std::to_string(longest(*argument.field, true)) + " characters";
-    if (argument.field && argument.type == ArgumentType::block)
-        rule += ", at most " + std::to_string(longest(*argument.field, false)) + " bytes";
-    return rule;
-}
-
-std::string place_text(const Argument &argument)
-{
-    if (!argument.field) return {};
-    return "; " + std::string(is_output(argument) ? "from " : "to ") + std::string(argument.field->name) +
-           " at offset " + std::to_string(argument.field->offset);
+    if (is_ignored(argument)) return "(not used; 0 when left out)";
+    if (argument.type == ArgumentType::length) return "(the size of the block when left out)";
+    std::string rule = is_output(argument) ? "(read back" : argument.optional ? "(may be left out" : "(required";
+    if (argument.field) {
+        rule += std::string(is_output(argument) ? "; from " : "; to ") + std::string(argument.field->name) +
+                " at offset " + std::to_string(argument.field->offset);
+        if (argument.type == ArgumentType::text)
+            rule += ", which holds " + std::to_string(longest(*argument.field, true)) + " characters";
+        if (argument.type == ArgumentType::block)
+            rule += ", which holds " + std::to_string(longest(*argument.field, false)) + " bytes";
+    }
+    return rule + ")";
 }
 
 std::string field_page(const catalogue::Field &field)
 {
     std::string about = std::string(catalogue::to_text(field.type)) + " at offset " + std::to_string(field.offset) +
-                        ": " + std::string(field.brief);
+                        "; " + std::string(field.brief);
     if (!field.unit.empty()) about.append(" (").append(field.unit).append(")");
-    return "    " + std::string(field.name) + "\n" + filled(about, 8);
+    return filled("        " + std::string(field.name) + ": ", about, 12);
+}
+
+// The commands of a channel that only the operations reach to which they are given.
+std::string commands_page(const catalogue::Channel &channel)
+{
+    std::string page;
+    for (const catalogue::Command &command : catalogue::commands()) {
+        const auto sends = [&command](const Operation &operation) { return operation.command == &command; };
+        if (command.channel != &channel || std::ranges::any_of(catalogue::operations(), sends)) continue;
+        page += filled("        " + std::string(command.name) + ": ", command.brief, 12);
+    }
+    return page.empty() ? page : "      such as those that have no operation of their own:\n" + page;
 }
 
 std::string argument_page(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
     std::string page = "  " + (form.empty() ? std::string(argument.name) : form) + "\n" + filled(argument.brief, 6) +
-                       filled("(" + rule_text(argument) + place_text(argument) + ")", 6);
+                       filled(rule_text(argument), 6);
+    if (is_command(operation, argument)) page += commands_page(*operation.channel);
     if (argument.type == ArgumentType::record) {
         page += "      FIELD is one of\n";
         for (const catalogue::Field &field : operation.record->fields)
             page += field_page(field);
         if (const catalogue::Layout *layout = layout_of(operation)) {
-            page += filled(
-                "and, as the simulated service reads this command's record (" + std::string(layout->brief) + ")", 6);
+            page += filled("or, as the simulated service reads this command's record, one of", 6);
             for (const catalogue::Field &field : layout->fields)
                 page += field_page(field);
         } else if (!operation.command) {
-            page += filled("and the fields that the simulated service reads in the record of the command", 6);
+            page += filled("or of those that the simulated service reads in the record of the command", 6);
         }
     }
     return page;
@@ -130,11 +147,11 @@ std::string argument_page(const Operation &operation, const Argument &argument)
 
 std::string columns_page(const catalogue::View &view)
 {
-    std::string page = "\nColumns of the result: " + std::string(view.brief) + "\n";
+    std::string page = "\nColumns of the result:\n" + filled(view.brief, 2);
     for (const catalogue::Column &column : view.columns) {
         std::string about(column.brief);
         if (!column.unit.empty()) about.append(" (").append(column.unit).append(")");
-        page += "  " + std::string(column.name) + "\n" + filled(about, 6);
+        page += filled("  " + std::string(column.name) + ": ", about, 6);
     }
     return page;
 }
@@ -185,13 +202,15 @@ std::string page_of(const Operation &operation)
         page += argument_page(operation, argument);
     if (const std::string forms = forms_page(operation); !forms.empty()) page += "\n" + forms;
     if (const catalogue::View *view = view_of(operation)) page += columns_page(*view);
-    page += "\nFamily:  " + std::string(operation.family) + "\n";
-    page += "Class:   " + std::string(catalogue::to_text(operation.impact)) + "\n";
-    page += "Call:    " + std::string(catalogue::to_text(operation.call)) + "\n";
-    page += "Channel: " + channel + "\n";
-    page += "Command: " + command_text(operation) + "\n";
-    page += "Record:  " + request_text(operation) + "\n";
-    page += "Failure: " + failure_text(operation) + "\n";
+    page += "\n";
+    const auto line = [&page](const char *label, std::string_view text) { page += filled(label, text, 9); };
+    line("Family:", operation.family);
+    line("Class:", catalogue::to_text(operation.impact));
+    line("Call:", catalogue::to_text(operation.call));
+    line("Channel:", channel);
+    line("Command:", command_text(operation));
+    line("Record:", request_text(operation));
+    line("Failure:", failure_text(operation));
     return page;
 }
 

@@ -32,7 +32,7 @@ public:
         bool right_aligned = false;
     };
 
-    explicit Table(std::vector<Heading> headings) : headings(std::move(headings)) {}
+    explicit Table(std::vector<Heading> titles) : headings(std::move(titles)) {}
     void add(std::vector<std::string> row) { rows.push_back(std::move(row)); }
     void print(const Output &output) const;
 

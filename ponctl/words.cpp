@@ -37,6 +37,14 @@ std::string searched_text(const catalogue::Operation &operation)
     return lower_case(text);
 }
 
+// Whether every word occurs in the text, which is in lower case.
+bool contains_all(std::string_view text, std::span<const std::string> words)
+{
+    return std::all_of(words.begin(), words.end(),
+                       [text](const std::string &word) { return text.find(lower_case(word)) != text.npos; });
+}
+
+// The words that a name is made of.
 std::vector<std::string> parts_of(const std::string &name)
 {
     std::vector<std::string> parts(1);
@@ -62,10 +70,7 @@ std::vector<const catalogue::Operation *> find_operations(std::span<const std::s
 {
     std::vector<const catalogue::Operation *> found;
     for (const catalogue::Operation &operation : catalogue::operations()) {
-        const std::string text = searched_text(operation);
-        if (std::all_of(words.begin(), words.end(),
-                        [&text](const std::string &word) { return text.find(lower_case(word)) != text.npos; }))
-            found.push_back(&operation);
+        if (contains_all(searched_text(operation), words)) found.push_back(&operation);
     }
     return found;
 }
@@ -104,17 +109,18 @@ const catalogue::Operation &named_operation(const std::string &name)
 {
     if (const catalogue::Operation *operation = catalogue::find_operation(name)) return *operation;
 
-    constexpr size_t most = 8;
-    std::vector<std::string_view> candidates;
-    for (const catalogue::Operation *operation : find_operations(parts_of(name)))
-        candidates.push_back(operation->name);
-    if (candidates.empty()) {
-        std::vector<std::string_view> all;
-        for (const catalogue::Operation &operation : catalogue::operations())
-            all.push_back(operation.name);
-        if (const std::string_view near = nearest(name, all); !near.empty()) candidates.push_back(near);
+    // Those whose names hold every part of the wrong one; else the nearest.
+    constexpr size_t most = 10;
+    const std::vector<std::string> parts = parts_of(name);
+    std::vector<std::string_view> all, candidates;
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        all.push_back(operation.name);
+        if (contains_all(operation.name, parts)) candidates.push_back(operation.name);
     }
-    std::string message = "there is no operation '" + name + "'; ";
+    if (candidates.empty())
+        if (const std::string_view near = nearest(name, all); !near.empty()) candidates.push_back(near);
+
+    const std::string message = "there is no operation '" + name + "'; ";
     if (candidates.empty() || candidates.size() > most)
         throw UsageError(message + "look for it by words with 'ponctl ops WORD...'");
     throw UsageError(message + "did you mean " + join(candidates, " or ") + "?");

@@ -1,0 +1,91 @@
+// Records read by the catalogue.
+#include "decode.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace ponctl;
+
+const catalogue::Channel &pon()
+{
+    return *catalogue::find_channel("BSP_MSG_PON");
+}
+
+Bytes pon_record(const std::vector<Assignment> &assignments)
+{
+    Bytes bytes(pon().record->size);
+    set_fields(*pon().record, pon(), assignments, false, "", bytes);
+    return bytes;
+}
+
+// The fields that are shown, as NAME=TEXT.
+std::vector<std::string> shown(const Bytes &bytes)
+{
+    std::vector<std::string> fields;
+    for (const DecodedField &decoded : decode(read_record(*pon().record, pon(), bytes)))
+        if (!decoded.text.empty()) fields.push_back(std::string(decoded.field->name) + "=" + decoded.text);
+    return fields;
+}
+
+using Shown = std::vector<std::string>;
+
+TEST(Decode, ShowsFieldsAsTheyWereGiven)
+{
+    EXPECT_EQ(shown(pon_record({{"cmd", "365"},
+                                {"pon_port", "16"},
+                                {"arg_byte16", "255"},
+                                {"onu_mac", "00:11:22:33:44:55"},
+                                {"text237", "a text"},
+                                {"data429", "hex:00ff00"}})),
+              (Shown{"cmd=365 BSP_CMD_ONU_BIND", "pon_port=16", "arg_byte16=255", "onu_mac=00:11:22:33:44:55",
+                     "text237=a text", "data429=hex:00ff"}));
+}
+
+TEST(Decode, ShowsTheLayoutOfTheCommandInPlaceOfTheBlockThatHoldsIt)
+{
+    EXPECT_EQ(shown(pon_record({{"cmd", "BSP_CMD_OPT_RANGE_SET"}, {"min_distance", "10"}, {"max_distance", "20000"}})),
+              (Shown{"cmd=424 BSP_CMD_OPT_RANGE_SET", "min_distance=10 m", "max_distance=20000 m"}));
+}
+
+TEST(Decode, HidesNoByteThatTheLayoutDoesNotName)
+{
+    Bytes bytes = pon_record({{"cmd", "BSP_CMD_ONU_RELEASE_BATCH"}, {"onu_set", "3"}});
+    bytes[431] = 0xee;
+    EXPECT_EQ(shown(bytes), (Shown{"cmd=367 BSP_CMD_ONU_RELEASE_BATCH", "data429=hex:0000ee", "onu_set=3"}));
+}
+
+TEST(Decode, ShowsABlockThatIsATextAsOne)
+{
+    EXPECT_EQ(shown(pon_record({{"data429", "text:/tmp/result"}})), (Shown{"data429=text:/tmp/result"}));
+}
+
+TEST(Decode, LeavesOutWhatAShortRecordDoesNotReach)
+{
+    Bytes bytes = pon_record({{"cmd", "365"}, {"pon_port", "1"}, {"onu_id", "2"}});
+    bytes.resize(11);
+    EXPECT_EQ(shown(bytes), (Shown{"cmd=365 BSP_CMD_ONU_BIND", "pon_port=1"}));
+    bytes.resize(3);
+    EXPECT_EQ(shown(bytes), Shown{});
+    bytes.resize(0);
+    EXPECT_EQ(shown(bytes), Shown{});
+}
+
+TEST(Decode, TextWithoutAnEndStopsWithItsField)
+{
+    Bytes bytes(944);
+    std::fill(bytes.begin() + 45, bytes.begin() + 109, uint8_t{'x'});
+    EXPECT_EQ(shown(bytes), (Shown{"text45=" + std::string(64, 'x')}));
+}
+
+TEST(SetFields, LongTextsRunOnAndStopWithTheRecord)
+{
+    Bytes bytes(944);
+    set_fields(*pon().record, pon(), std::vector<Assignment>{{"text365", std::string(2000, 'x')}}, true, "", bytes);
+    EXPECT_EQ(bytes.size(), 944u);
+    EXPECT_EQ(bytes[364], 0);
+    EXPECT_EQ(bytes[943], 'x');
+}
+
+} // namespace

@@ -1,0 +1,125 @@
+// The catalogue as the tool shows it.
+#include <cstdlib>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include "commands.h"
+#include "usage_error.h"
+#include "words.h"
+
+namespace
+{
+
+using namespace ponctl;
+using testing::HasSubstr;
+
+std::string page_of(const catalogue::Operation &operation, Format format)
+{
+    char *text = nullptr;
+    size_t size = 0;
+    std::FILE *stream = open_memstream(&text, &size);
+    print_page({stream, format, true}, operation);
+    std::fclose(stream);
+    const std::string page(text, size);
+    std::free(text);
+    return page;
+}
+
+std::vector<std::string> found(const std::vector<std::string> &words)
+{
+    std::vector<std::string> names;
+    for (const catalogue::Operation *operation : find_operations(words))
+        names.emplace_back(operation->name);
+    return names;
+}
+
+using Names = std::vector<std::string>;
+
+TEST(Page, NamesEveryArgumentOfEveryOperation)
+{
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        const std::string page = page_of(operation, Format::table);
+        for (const catalogue::Argument &argument : operation.arguments)
+            EXPECT_THAT(page, HasSubstr("\n  " + std::string(argument.name))) << operation.name;
+    }
+}
+
+TEST(Page, NamesCommandChannelAndClassOfEveryOperation)
+{
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        const std::string page = page_of(operation, Format::table);
+        EXPECT_THAT(page, HasSubstr("Channel: " + std::string(operation.channel->name)));
+        EXPECT_THAT(page, HasSubstr("Class:   " + std::string(catalogue::to_text(operation.impact)) + "\n"));
+        if (operation.command) {
+            EXPECT_THAT(page, HasSubstr("Command: " + std::string(operation.command->name) + " (" +
+                                        std::to_string(operation.command->code) + ")"));
+        }
+    }
+}
+
+TEST(Page, FitsEightyColumns)
+{
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        std::istringstream lines(page_of(operation, Format::table));
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_LE(line.size(), 80u) << line;
+    }
+}
+
+TEST(Page, AsJsonHasAnEntryForEachArgument)
+{
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        rapidjson::Document page;
+        page.Parse(page_of(operation, Format::json).c_str());
+        ASSERT_FALSE(page.HasParseError()) << operation.name;
+        EXPECT_EQ(page["name"].GetString(), operation.name);
+        ASSERT_EQ(page["arguments"].Size(), operation.arguments.size());
+        for (rapidjson::SizeType index = 0; index < page["arguments"].Size(); ++index)
+            EXPECT_EQ(page["arguments"][index]["name"].GetString(), operation.arguments[index].name);
+    }
+}
+
+TEST(Page, ListsTheFieldsThatTheServiceReadsInARecord)
+{
+    EXPECT_THAT(page_of(*catalogue::find_operation("bsp_pon_no_bind_onu_batch_spec_id"), Format::table),
+                HasSubstr("onu_set: set of ONU ids at offset 432"));
+}
+
+TEST(Search, FindsByEveryWordInAnyCase)
+{
+    EXPECT_EQ(found({"OPTICAL", "ranging"}), Names{"bsp_pon_set_opt_range"});
+    EXPECT_EQ(found({"optical", "reboot"}), Names{});
+}
+
+TEST(Search, FindsByCommandNameAndCode)
+{
+    EXPECT_EQ(found({"BSP_CMD_ONU_REBOOT_BATCH"}), Names{"bsp_pon_reboot_onu_batch"});
+    EXPECT_EQ(found({"423"}), Names{"bsp_pon_onu_batch_sort"});
+}
+
+TEST(Search, WithoutWordsFindsAll)
+{
+    EXPECT_EQ(found({}).size(), catalogue::operations().size());
+}
+
+TEST(Name, ThatIsWrongBringsTheNearest)
+{
+    EXPECT_EQ(usage_error_of([] { named_operation("bsp_pon_onu_suport_set"); }),
+              "there is no operation 'bsp_pon_onu_suport_set'; did you mean bsp_pon_onu_support_set?");
+    EXPECT_EQ(usage_error_of([] { named_operation("Reboot-ONU"); }),
+              "there is no operation 'Reboot-ONU'; did you mean bsp_pon_reboot_onu_batch?");
+    EXPECT_EQ(usage_error_of([] { named_operation("zzzzzz"); }),
+              "there is no operation 'zzzzzz'; look for it by words with 'ponctl ops WORD...'");
+}
+
+TEST(Catalogue, HasNoBytesToShow)
+{
+    EXPECT_EQ(usage_error_of([] {
+                  run_ops({stdout, Format::hex, true}, {});
+              }),
+              "--output: the catalogue has no bytes to show; take table or json");
+}
+
+} // namespace
