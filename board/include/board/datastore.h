@@ -14,10 +14,12 @@ typedef struct db_handle db_handle;
 #endif
 
 /* The three ways to build a result database. Each returns a handle that the caller releases with db_free, or null
- * where there is none: no such result, larger than the bound, or not a document (one log line says which).
+ * where there is none, and then one log line says why: no such result, larger than the bound, no such file, no memory.
+ * What the text says is no reason: a text that is not JSON makes a handle too, with no rows.
  *
  * db_from_shmem: the result that came with the calling thread's last exchange under `key`, a command code, of at
- * most `bound` bytes. db_from_string: the NUL-terminated `text`. db_create_fromfile: the contents of `file`. */
+ * most `bound` bytes; it can be had until the thread's next exchange, also more than once. db_from_string: the
+ * NUL-terminated `text`; null makes none. db_create_fromfile: the contents of `file`. */
 db_handle *db_from_shmem(uint32_t key, uint32_t bound);
 db_handle *db_from_string(const char *text);
 db_handle *db_create_fromfile(const char *file);
@@ -26,9 +28,11 @@ db_handle *db_create_fromfile(const char *file);
 void db_free(db_handle *db);
 
 /* A result database is a JSON document: an array of rows, each an object of named columns, or one object, which
- * reads as a table of one row. Any other text is a table of no rows; db_text still gives it.
+ * reads as a table of one row. Any other text, an array with anything else in it included, is a table of no rows;
+ * db_text still gives it. Rows may differ in their columns; of columns of one name in a row the last holds.
  *
- * Texts that these functions return belong to the handle, are NUL-terminated and live until db_free. */
+ * Texts that these functions return belong to the handle, are NUL-terminated and live until db_free. A handle may be
+ * read from several threads at once. */
 const char *db_text(const db_handle *db, uint32_t *length); /* the document as it came; length may be null */
 uint32_t db_rows(const db_handle *db);                      /* number of rows */
 uint32_t db_columns(const db_handle *db);                   /* number of columns, in order of appearance in row 0 */
@@ -37,19 +41,21 @@ const char *db_column_name(const db_handle *db, uint32_t column); /* null when t
 typedef enum db_type {
     DB_NONE, /* no such row or column, or JSON null */
     DB_BOOL,
-    DB_INTEGER,
-    DB_REAL,
+    DB_INTEGER, /* a whole number that fits int64_t */
+    DB_REAL,    /* any other number */
     DB_TEXT,
     DB_NESTED /* an array or object: db_get_text gives its JSON text */
 } db_type;
 
 db_type db_get_type(const db_handle *db, uint32_t row, const char *column);
-/* 0 and the value stored; -1, and nothing stored, when the cell is absent or of a type that does not convert. */
+/* 0 and the value stored; -1, and nothing stored, when the cell is of another type. A whole number reads as a real
+ * too; nothing else converts, and a real beyond the range of a double does not read. */
 int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_t *value);
 int db_get_real(const db_handle *db, uint32_t row, const char *column, double *value);
 int db_get_bool(const db_handle *db, uint32_t row, const char *column, int *value);
-/* The cell as text, whatever its type; null when the cell is absent. */
-const char *db_get_text(db_handle *db, uint32_t row, const char *column);
+/* The cell as text, whatever its type: strings decoded, everything else as it stands in the document; null when the
+ * cell is DB_NONE. */
+const char *db_get_text(const db_handle *db, uint32_t row, const char *column);
 
 #ifdef __cplusplus
 }

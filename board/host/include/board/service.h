@@ -1,8 +1,9 @@
 /* The server half of the host edition: serves one IPC module on Unix sockets.
  *
  * A service listens on two sockets in one folder, MODULE.seq (SOCK_SEQPACKET, the set and get calls) and MODULE.dgram
- * (SOCK_DGRAM, the datagram calls), MODULE being the module's number. The folder is BOARD_IPC_DIR, or else
- * /run/board-ipc; the folder's and the sockets' owner and mode decide who may connect. */
+ * (SOCK_DGRAM, the datagram calls), MODULE being the module's number. The folder is BOARD_IPC_DIR; without it
+ * /run/board-ipc for root, and for others XDG_RUNTIME_DIR/board-ipc, or /tmp/board-ipc-UID as the last resort. A
+ * service makes the folder where it is missing. The folder's and the sockets' owner and mode decide who may connect. */
 #ifndef BOARD_SERVICE_H
 #define BOARD_SERVICE_H
 
@@ -12,6 +13,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* The folder of sockets that this process uses. The text is never to be freed. */
+const char *board_ipc_directory(void);
 
 typedef enum board_call { BOARD_CALL_SET, BOARD_CALL_GET, BOARD_CALL_DGRAM_SET, BOARD_CALL_DGRAM_GET } board_call;
 
@@ -42,16 +46,17 @@ int board_answer_result(board_answer *answer, uint32_t key, const char *json, ui
 
 #define BOARD_RESULT_MAX 1048576u
 
-/* Handles one request. Calls are made one at a time, never two at once, whatever the number of clients. */
+/* Handles one request. Calls are made one at a time, never two at once, whatever the number of clients, from threads
+ * with a stack of 1 MiB and all signals blocked. */
 typedef void board_handler(void *context, const board_request *request, board_answer *answer);
 
 typedef struct board_service_config {
     uint32_t module;       /* the module number served */
-    const char *directory; /* folder of the sockets; null: BOARD_IPC_DIR or its default */
+    const char *directory; /* folder of the sockets; null: board_ipc_directory() */
     uint32_t socket_mode;  /* permission bits of the sockets, 0: 0660 */
     board_handler *handler;
-    /* May be null. Asked before the handler: null lets the request pass; a text refuses it (the caller gets
-     * IPC_ERR_REFUSED) and goes to the service's log. */
+    /* May be null. Asked before the handler, in the same manner: null lets the request pass; a text refuses it (the
+     * caller gets IPC_ERR_REFUSED) and goes to the service's log. */
     const char *(*authorize)(void *context, const board_request *request);
     void *context; /* passed to both */
 } board_service_config;
@@ -61,7 +66,8 @@ typedef struct board_service board_service;
 /* Opens the sockets and starts to serve. Null on failure, with one log line that says why (another live service on
  * the same folder and module among the reasons; what a dead one left behind is replaced). */
 board_service *board_service_start(const board_service_config *config);
-/* Stops serving: no handler runs any more when it returns; removes the sockets and releases everything. */
+/* Stops serving: no handler runs any more when it returns; removes the sockets and releases everything. Not to be
+ * called from a handler. Null is allowed. */
 void board_service_stop(board_service *service);
 
 #ifdef __cplusplus

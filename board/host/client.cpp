@@ -1,0 +1,164 @@
+// The calls of board/ipc.h.
+#include "client.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "trace_writer.h"
+#include "transport.h"
+
+namespace board
+{
+namespace
+{
+
+struct Client {
+    std::unique_ptr<Transport> transport = make_unix_transport();
+    Result result{};
+};
+
+Client &this_threads_client()
+{
+    thread_local const std::unique_ptr<Client> client = std::make_unique<Client>();
+    return *client;
+}
+
+// A caller that states no bound has room for the channel's record: that is the contract of the channels' users, and
+// the service cannot know it. Of a channel that is not known nothing can be delivered safely.
+uint32_t record_length(uint32_t module, uint32_t msg_type)
+{
+    constexpr uint32_t pon_module = 6;
+    if (module != pon_module) return 0;
+    switch (msg_type) {
+    case 232:
+        return 944;
+    case 235:
+        return 4120;
+    case 236:
+    case 239:
+    case 240:
+        return 1148;
+    case 237:
+    case 238:
+    case 241:
+    case 243:
+        return 1888;
+    case 242:
+    case 244:
+        return 1044;
+    default:
+        return 0;
+    }
+}
+
+int32_t exchange(const Call &call, Reply &reply)
+{
+    Client &client = this_threads_client();
+    client.result = Result{};
+    const int32_t value = call.length > IPC_MAX_LENGTH ? IPC_ERR_TOO_LONG : client.transport->exchange(call, reply);
+    client.result = reply.result;
+    if (trace_is_on()) trace_exchange(call, value, reply, *client.transport);
+    return value;
+}
+
+int32_t set(board_call how, uint32_t module, uint32_t msg_type, const void *request, uint32_t length,
+            uint32_t *status) noexcept
+{
+    try {
+        Reply reply;
+        const int32_t value = exchange({how, module, msg_type, request, length, 0}, reply);
+        if (value == IPC_OK && status) *status = reply.status;
+        return value;
+    } catch (...) {
+        return IPC_ERR_SYSTEM;
+    }
+}
+
+int32_t get(board_call how, uint32_t module, uint32_t msg_type, const void *request, uint32_t length, void *response,
+            uint32_t *response_length, uint32_t *status) noexcept
+{
+    try {
+        const uint32_t allowed = response_length ? *response_length : 0;
+        Reply reply;
+        const int32_t value = exchange({how, module, msg_type, request, length, allowed}, reply);
+        if (value) return value;
+        const uint32_t bound = allowed ? allowed : record_length(module, msg_type);
+        const uint32_t delivered = response ? std::min(reply.length, bound) : 0;
+        if (delivered) std::memcpy(response, reply.data, delivered);
+        if (response_length) *response_length = delivered;
+        if (status) *status = reply.status;
+        return IPC_OK;
+    } catch (...) {
+        return IPC_ERR_SYSTEM;
+    }
+}
+
+} // namespace
+
+Result last_result()
+{
+    return this_threads_client().result;
+}
+
+bool copy_last_result(char *to)
+{
+    Client &client = this_threads_client();
+    return client.transport->copy_result(client.result, to);
+}
+
+} // namespace board
+
+int32_t ipc_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length, uint32_t *status)
+{
+    return board::set(BOARD_CALL_SET, module, msg_type, request, request_length, status);
+}
+
+int32_t ipc_get_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length, void *response,
+                     uint32_t *response_length, uint32_t *status)
+{
+    return board::get(BOARD_CALL_GET, module, msg_type, request, request_length, response, response_length, status);
+}
+
+int32_t ipc_dgram_get_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
+                           void *response, uint32_t *response_length, uint32_t *status)
+{
+    return board::get(BOARD_CALL_DGRAM_GET, module, msg_type, request, request_length, response, response_length,
+                      status);
+}
+
+int32_t ipc_dgram_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
+                           uint32_t *status)
+{
+    return board::set(BOARD_CALL_DGRAM_SET, module, msg_type, request, request_length, status);
+}
+
+const char *ipc_strerror(int32_t value)
+{
+    switch (value) {
+    case IPC_OK:
+        return "success";
+    case IPC_ERR_NO_SERVICE:
+        return "nobody serves the module";
+    case IPC_ERR_ACCESS:
+        return "no permission to connect to the service";
+    case IPC_ERR_TIMEOUT:
+        return "no answer within the time-out";
+    case IPC_ERR_PEER_LOST:
+        return "the service hung up before it answered";
+    case IPC_ERR_REFUSED:
+        return "the service's access rules refuse the request";
+    case IPC_ERR_INCOMPATIBLE:
+        return "the service speaks another frame version or byte order";
+    case IPC_ERR_BROKEN_ANSWER:
+        return "the service's answer is broken";
+    case IPC_ERR_TOO_LONG:
+        return "the request is too long";
+    case IPC_ERR_SYSTEM:
+        return "the operating system gave no socket or memory";
+    case IPC_ERR_SERVICE:
+        return "the service could not handle the request";
+    default:
+        return "an unknown IPC failure";
+    }
+}

@@ -1,0 +1,203 @@
+// The result databases of board/datastore.h.
+#include "board/datastore.h"
+
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <optional>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "board/util.h"
+#include "client.h"
+#include "descriptor.h"
+#include "table.h"
+
+struct db_handle {
+    std::unique_ptr<char[]> text; // NUL-terminated
+    uint32_t length = 0;
+
+    // Read when it is first asked for: many callers want the text alone.
+    const board::Table &table() const
+    {
+        std::call_once(read, [this] {
+            try {
+                contents.emplace(std::string_view(text.get(), length));
+            } catch (const std::bad_alloc &) {
+                userlog_err(__func__, __LINE__, "no memory to read a result of %u bytes",
+                            static_cast<unsigned>(length));
+                contents.emplace(std::string_view());
+            }
+        });
+        return *contents;
+    }
+
+private:
+    mutable std::once_flag read;
+    mutable std::optional<board::Table> contents;
+};
+
+namespace
+{
+
+std::unique_ptr<db_handle> new_handle(uint32_t length)
+{
+    auto db = std::make_unique<db_handle>();
+    db->text.reset(new char[size_t{length} + 1]);
+    db->text[length] = '\0';
+    db->length = length;
+    return db;
+}
+
+db_handle *no_memory(uint32_t length)
+{
+    userlog_err(__func__, __LINE__, "no memory for a result of %u bytes", static_cast<unsigned>(length));
+    return nullptr;
+}
+
+// The cell of a type that has a value.
+const board::Cell *cell_of(const db_handle *db, uint32_t row, const char *column)
+{
+    if (!column) return nullptr;
+    const board::Cell *cell = db->table().find(row, column);
+    return cell && cell->type != DB_NONE ? cell : nullptr;
+}
+
+template <class Number>
+int number_of(const board::Cell &cell, Number *value)
+{
+    Number number;
+    const auto [rest, error] = std::from_chars(cell.text, cell.text + cell.text_length, number);
+    if (error != std::errc{}) return -1;
+    *value = number;
+    return 0;
+}
+
+} // namespace
+
+db_handle *db_from_shmem(uint32_t key, uint32_t bound)
+{
+    uint32_t length = 0;
+    try {
+        const board::Result result = board::last_result();
+        length = result.length;
+        const unsigned shown_key = key;
+        if (result.state == board::Result::none || result.key != key) {
+            userlog_debug(__func__, __LINE__, "no result under key %u came with the last exchange", shown_key);
+            return nullptr;
+        }
+        if (result.state == board::Result::too_long || length > bound) {
+            userlog_err(__func__, __LINE__,
+                        "the result under key %u is not taken: %u bytes, larger than the bound of %u", shown_key,
+                        static_cast<unsigned>(length), static_cast<unsigned>(bound));
+            return nullptr;
+        }
+        auto db = new_handle(length);
+        if (board::copy_last_result(db->text.get())) return db.release();
+        userlog_err(__func__, __LINE__, "the service took the result under key %u back", shown_key);
+        return nullptr;
+    } catch (...) {
+        return no_memory(length);
+    }
+}
+
+db_handle *db_from_string(const char *text)
+{
+    if (!text) return nullptr;
+    const auto length = static_cast<uint32_t>(std::strlen(text));
+    try {
+        auto db = new_handle(length);
+        std::memcpy(db->text.get(), text, length);
+        return db.release();
+    } catch (...) {
+        return no_memory(length);
+    }
+}
+
+db_handle *db_create_fromfile(const char *file)
+{
+    uint32_t length = 0;
+    try {
+        const board::Descriptor opened(open(file, O_RDONLY | O_CLOEXEC));
+        struct stat found;
+        if (!opened || fstat(opened.get(), &found)) {
+            userlog_err(__func__, __LINE__, "no result in %s: %s", file, std::strerror(errno));
+            return nullptr;
+        }
+        if (!S_ISREG(found.st_mode) || found.st_size >= UINT32_MAX) {
+            userlog_err(__func__, __LINE__, "no result in %s: not a file, or too long a one", file);
+            return nullptr;
+        }
+        length = static_cast<uint32_t>(found.st_size);
+        auto db = new_handle(length);
+        if (get_from_file(file, length, db->text.get()) == 0) return db.release();
+        userlog_err(__func__, __LINE__, "no result in %s: it cannot be read", file);
+        return nullptr;
+    } catch (...) {
+        return no_memory(length);
+    }
+}
+
+void db_free(db_handle *db)
+{
+    delete db;
+}
+
+const char *db_text(const db_handle *db, uint32_t *length)
+{
+    if (length) *length = db->length;
+    return db->text.get();
+}
+
+uint32_t db_rows(const db_handle *db)
+{
+    return db->table().rows();
+}
+
+uint32_t db_columns(const db_handle *db)
+{
+    return static_cast<uint32_t>(db->table().columns().size());
+}
+
+const char *db_column_name(const db_handle *db, uint32_t column)
+{
+    const auto &names = db->table().columns();
+    return column < names.size() ? names[column] : nullptr;
+}
+
+db_type db_get_type(const db_handle *db, uint32_t row, const char *column)
+{
+    const board::Cell *cell = cell_of(db, row, column);
+    return cell ? cell->type : DB_NONE;
+}
+
+int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_t *value)
+{
+    const board::Cell *cell = cell_of(db, row, column);
+    return cell && cell->type == DB_INTEGER ? number_of(*cell, value) : -1;
+}
+
+int db_get_real(const db_handle *db, uint32_t row, const char *column, double *value)
+{
+    const board::Cell *cell = cell_of(db, row, column);
+    return cell && (cell->type == DB_INTEGER || cell->type == DB_REAL) ? number_of(*cell, value) : -1;
+}
+
+int db_get_bool(const db_handle *db, uint32_t row, const char *column, int *value)
+{
+    const board::Cell *cell = cell_of(db, row, column);
+    if (!cell || cell->type != DB_BOOL) return -1;
+    *value = *cell->text == 't';
+    return 0;
+}
+
+const char *db_get_text(const db_handle *db, uint32_t row, const char *column)
+{
+    const board::Cell *cell = cell_of(db, row, column);
+    return cell ? cell->text : nullptr;
+}

@@ -1,0 +1,36 @@
+// A file descriptor with an owner.
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace board
+{
+
+class Descriptor
+{
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd) : descriptor(fd) {}
+    Descriptor(Descriptor &&other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(descriptor, other.descriptor);
+        return *this;
+    }
+    ~Descriptor() { close(); }
+
+    int get() const { return descriptor; }
+    explicit operator bool() const { return descriptor >= 0; }
+
+    void close()
+    {
+        if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
+    }
+
+private:
+    int descriptor = -1;
+};
+
+} // namespace board

@@ -1,0 +1,69 @@
+/* Records of what went over the IPC, written by every client process that runs with BOARD_IPC_TRACE=FILE, and how to
+ * read them.
+ *
+ * The file: a board_trace_file, then records. A record: a board_trace_record, then the request's, the response's and
+ * the result's bytes, nothing between and nothing behind them. Several processes may write one file: each record is
+ * appended in one piece. All words are in the byte order that the file names. */
+#ifndef BOARD_TRACE_H
+#define BOARD_TRACE_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define BOARD_TRACE_MAGIC "BIPCTRC" /* with its NUL */
+#define BOARD_TRACE_VERSION 1
+#define BOARD_TRACE_LITTLE_ENDIAN 1
+#define BOARD_TRACE_BIG_ENDIAN 2
+
+typedef struct board_trace_file {
+    char magic[8];
+    uint8_t version;
+    uint8_t byte_order;
+    uint8_t zero[6];
+} board_trace_file;
+
+typedef struct board_trace_record {
+    uint64_t time; /* when the exchange ended: nanoseconds since 1970 */
+    uint32_t size; /* of the record, the bytes that follow included */
+    uint32_t pid;  /* the client's process and thread */
+    uint32_t tid;
+    uint32_t call; /* a board_call */
+    uint32_t module;
+    uint32_t msg_type;  /* the channel */
+    uint32_t allowed;   /* response bytes that the caller allowed; 0: no bound stated */
+    int32_t ipc_result; /* what the call returned; unless 0, what follows is 0 but the request */
+    uint32_t status;    /* the service's status word */
+    uint32_t request_length;
+    uint32_t response_length; /* as the service sent it, whatever the caller allowed */
+    uint32_t result_key;      /* 0 when no result database came */
+    uint32_t result_length;   /* of the result as the service states it */
+    uint32_t result_carried;  /* bytes of the result in the record; 0 when it was too long to travel */
+} board_trace_record;
+
+/* Reading. Everything comes out in the reader's byte order, but for the bytes of requests and responses. */
+typedef struct board_trace board_trace;
+
+typedef struct board_trace_entry {
+    board_trace_record record;
+    const uint8_t *request; /* the bytes live until the next call on the trace */
+    const uint8_t *response;
+    const char *result;
+} board_trace_entry;
+
+/* Opens a trace file; null on failure, and `*error` (may be null) then points to a static text that says why. */
+board_trace *board_trace_open(const char *file, const char **error);
+/* The byte order of the bytes of requests and responses: BOARD_TRACE_LITTLE_ENDIAN or BOARD_TRACE_BIG_ENDIAN. */
+int board_trace_byte_order(const board_trace *trace);
+/* Reads the next record: 1, 0 at the end of the file, -1 when the file is damaged here or cannot be read. */
+int board_trace_next(board_trace *trace, board_trace_entry *entry);
+/* Closes the file. Null is allowed. */
+void board_trace_close(board_trace *trace);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,256 @@
+// The server half's threads: one that accepts connections, one a connection, one for the datagrams.
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <condition_variable>
+#include <csignal>
+#include <cstring>
+#include <list>
+#include <memory>
+#include <mutex>
+
+#include <pthread.h>
+
+#include "answering.h"
+#include "board/service.h"
+#include "board/util.h"
+#include "endpoint.h"
+#include "settings.h"
+
+namespace
+{
+
+using namespace board;
+
+constexpr size_t max_connections = 256;
+constexpr size_t stack_size = size_t{1} << 20;
+
+struct Connection {
+    board_service *service;
+    Descriptor socket;
+    ucred peer;
+    pthread_t thread{};
+};
+
+// Starts a thread that takes no signals: they are the program's business, not the library's.
+bool start_thread(pthread_t &thread, void *(*body)(void *), void *argument)
+{
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_attr_t attributes;
+    if (pthread_attr_init(&attributes)) return false;
+    pthread_attr_setstacksize(&attributes, stack_size);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const int error = pthread_create(&thread, &attributes, body, argument);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    pthread_attr_destroy(&attributes);
+    if (error) userlog_err(__func__, __LINE__, "no thread: %s", std::strerror(error));
+    return !error;
+}
+
+} // namespace
+
+struct board_service {
+    explicit board_service(const board_service_config &service_config) : config(service_config), answering(config) {}
+
+    bool start(const std::string &directory);
+    ~board_service();
+
+private:
+    using Connections = std::list<Connection>;
+
+    static void *accept_loop(void *service);
+    static void *datagram_loop(void *service);
+    static void *connection_loop(void *connection);
+
+    void accept_connections();
+    void admit(Descriptor socket);
+    void serve(Connection &connection);
+    void serve_datagrams();
+    void leave(Connection &connection);
+
+    const board_service_config config;
+    Answering answering;
+    std::unique_ptr<Endpoint> endpoint;
+    std::atomic<bool> stopping{false};
+    pthread_t acceptor{}, datagrams{};
+    bool accepting = false, receiving = false; // the two threads above run
+
+    std::mutex mutex; // guards what follows
+    std::condition_variable changed;
+    Connections connections;
+    Connections left; // whose threads are at their end
+};
+
+bool board_service::start(const std::string &directory)
+{
+    endpoint = Endpoint::open(directory, config.module, config.socket_mode ? config.socket_mode : 0660);
+    if (!endpoint) return false;
+    receiving = start_thread(datagrams, datagram_loop, this);
+    accepting = receiving && start_thread(acceptor, accept_loop, this);
+    return accepting;
+}
+
+board_service::~board_service()
+{
+    {
+        // Under the lock, so that no one misses it between looking and waiting.
+        const std::lock_guard lock(mutex);
+        stopping = true;
+        changed.notify_all();
+    }
+    if (endpoint) {
+        shutdown(endpoint->connections(), SHUT_RDWR);
+        shutdown(endpoint->datagrams(), SHUT_RDWR);
+    }
+    if (accepting) pthread_join(acceptor, nullptr);
+    if (receiving) pthread_join(datagrams, nullptr);
+
+    std::unique_lock lock(mutex);
+    for (Connection &connection : connections)
+        shutdown(connection.socket.get(), SHUT_RDWR);
+    changed.wait(lock, [this] { return connections.empty(); });
+    for (Connection &connection : left)
+        pthread_join(connection.thread, nullptr);
+}
+
+void *board_service::accept_loop(void *service)
+{
+    static_cast<board_service *>(service)->accept_connections();
+    return nullptr;
+}
+
+void *board_service::datagram_loop(void *service)
+{
+    static_cast<board_service *>(service)->serve_datagrams();
+    return nullptr;
+}
+
+void *board_service::connection_loop(void *connection)
+{
+    Connection &own = *static_cast<Connection *>(connection);
+    own.service->serve(own);
+    own.service->leave(own);
+    return nullptr;
+}
+
+void board_service::accept_connections()
+{
+    while (!stopping) {
+        Descriptor socket(accept4(endpoint->connections(), nullptr, nullptr, SOCK_CLOEXEC));
+        if (socket) {
+            admit(std::move(socket));
+        } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
+            // The connection stays in the queue: give others the time to end.
+            userlog_err(__func__, __LINE__, "cannot accept a connection: %s", std::strerror(errno));
+            std::unique_lock lock(mutex);
+            changed.wait_for(lock, std::chrono::seconds(1), [this] { return stopping.load(); });
+        }
+    }
+}
+
+void board_service::admit(Descriptor socket)
+{
+    ucred peer{};
+    socklen_t length = sizeof peer;
+    getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &length);
+
+    const std::lock_guard lock(mutex);
+    if (connections.size() < max_connections) {
+        Connection &connection = connections.emplace_back(this, std::move(socket), peer);
+        if (start_thread(connection.thread, connection_loop, &connection)) return;
+        socket = std::move(connection.socket);
+        connections.pop_back();
+    }
+    answering.complaints.log(peer, "refused a connection", text_of(Refusal::busy));
+    const Head refusal = refusal_of(Refusal::busy);
+    send(socket.get(), &refusal, sizeof refusal, MSG_DONTWAIT | MSG_NOSIGNAL);
+}
+
+void board_service::serve(Connection &connection)
+{
+    const int socket = connection.socket.get();
+    RequestFrame request;
+    board_answer answer(false);
+    for (;;) {
+        const ssize_t received = recv(socket, &request, sizeof request, MSG_TRUNC);
+        if (received < 0 && errno == EINTR) continue;
+        if (received <= 0) return;
+        Head refusal;
+        if (!answering.handle(request, static_cast<size_t>(received), false, connection.peer, answer, refusal)) {
+            send(socket, &refusal, sizeof refusal, MSG_DONTWAIT | MSG_NOSIGNAL);
+            return;
+        }
+        if (!answering.send(socket, answer, nullptr, 0)) {
+            answering.complaints.log(connection.peer, "gave up a connection", std::strerror(errno));
+            return;
+        }
+    }
+}
+
+// The last act of a connection's thread. It cannot wait for its own end: the next to leave does, or the service.
+void board_service::leave(Connection &connection)
+{
+    Connections before;
+    {
+        const std::lock_guard lock(mutex);
+        connection.socket.close();
+        before.swap(left);
+        const auto own = std::find_if(connections.begin(), connections.end(),
+                                      [&](const Connection &other) { return &other == &connection; });
+        left.splice(left.end(), connections, own);
+        changed.notify_all();
+    }
+    for (Connection &other : before)
+        pthread_join(other.thread, nullptr);
+}
+
+void board_service::serve_datagrams()
+{
+    const int socket = endpoint->datagrams();
+    RequestFrame request;
+    while (!stopping) {
+        sockaddr_un from;
+        iovec part{&request, sizeof request};
+        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred))];
+        msghdr message{};
+        message.msg_name = &from;
+        message.msg_namelen = sizeof from;
+        message.msg_iov = &part;
+        message.msg_iovlen = 1;
+        message.msg_control = control;
+        message.msg_controllen = sizeof control;
+        const ssize_t received = recvmsg(socket, &message, MSG_TRUNC | MSG_CMSG_CLOEXEC);
+        if (received < 0 || stopping) continue;
+
+        ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
+        for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
+            if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS &&
+                at->cmsg_len >= CMSG_LEN(sizeof peer))
+                std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
+
+        board_answer answer(true);
+        Head refusal;
+        const auto *to = reinterpret_cast<const sockaddr *>(&from);
+        if (!answering.handle(request, static_cast<size_t>(received), true, peer, answer, refusal))
+            sendto(socket, &refusal, sizeof refusal, MSG_DONTWAIT | MSG_NOSIGNAL, to, message.msg_namelen);
+        else if (!answering.send(socket, answer, to, message.msg_namelen))
+            answering.complaints.log(peer, "could not deliver an answer", std::strerror(errno));
+    }
+}
+
+board_service *board_service_start(const board_service_config *config)
+{
+    try {
+        auto service = std::make_unique<board_service>(*config);
+        if (service->start(config->directory ? config->directory : settings().directory)) return service.release();
+    } catch (const std::exception &thrown) {
+        userlog_err(__func__, __LINE__, "the service does not start: %s", thrown.what());
+    }
+    return nullptr;
+}
+
+void board_service_stop(board_service *service)
+{
+    delete service;
+}

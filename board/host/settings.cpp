@@ -1,0 +1,92 @@
+#include "settings.h"
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "board/service.h"
+#include "board/util.h"
+
+namespace board
+{
+namespace
+{
+
+const char *environment(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value && *value ? value : nullptr;
+}
+
+// A number of the environment between `low` and `high`; anything else is logged and replaced.
+uint32_t number(const char *name, uint32_t low, uint32_t high, uint32_t standard)
+{
+    const char *text = environment(name);
+    if (!text) return standard;
+    uint32_t value = 0;
+    const char *end = text + std::strlen(text);
+    const auto [rest, error] = std::from_chars(text, end, value);
+    if (error == std::errc{} && rest == end && value >= low && value <= high) return value;
+    userlog_err(__func__, __LINE__, "%s is '%s', not a number from %u to %u; %u is used", name, text, low, high,
+                standard);
+    return standard;
+}
+
+std::string directory_in_tmp()
+{
+    return "/tmp/board-ipc-" + std::to_string(geteuid());
+}
+
+std::string default_directory()
+{
+    if (const char *directory = environment("BOARD_IPC_DIR")) return directory;
+    if (geteuid() == 0) return "/run/board-ipc";
+    if (const char *runtime = environment("XDG_RUNTIME_DIR")) return std::string(runtime) + "/board-ipc";
+    return directory_in_tmp();
+}
+
+} // namespace
+
+const Settings &settings()
+{
+    static const Settings instance = [] {
+        Settings s;
+        s.directory = default_directory();
+        s.timeout = std::chrono::milliseconds(number("BOARD_IPC_TIMEOUT_MS", 1, 3600000, 5000));
+        s.spin = std::chrono::microseconds(number("BOARD_IPC_SPIN_US", 0, 20, 0));
+        return s;
+    }();
+    return instance;
+}
+
+bool directory_is_safe(const std::string &directory)
+{
+    if (directory != directory_in_tmp()) return true;
+    struct stat found;
+    if (lstat(directory.c_str(), &found)) return errno == ENOENT;
+    return S_ISDIR(found.st_mode) && found.st_uid == geteuid();
+}
+
+bool socket_address(const std::string &directory, uint32_t module, const char *kind, sockaddr_un &address)
+{
+    address.sun_family = AF_UNIX;
+    const int length = std::snprintf(address.sun_path, sizeof address.sun_path, "%s/%u.%s", directory.c_str(),
+                                     static_cast<unsigned>(module), kind);
+    return length > 0 && static_cast<size_t>(length) < sizeof address.sun_path;
+}
+
+} // namespace board
+
+const char *board_ipc_directory(void)
+{
+    try {
+        return board::settings().directory.c_str();
+    } catch (...) {
+        return "";
+    }
+}

@@ -1,0 +1,28 @@
+// What the environment says about the IPC, read once.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+
+namespace board
+{
+
+struct Settings {
+    std::string directory;             // the folder of sockets
+    std::chrono::milliseconds timeout; // bound of one exchange
+    std::chrono::microseconds spin;    // how long to look for the answer before blocking for it
+};
+
+const Settings &settings();
+
+// False when the folder lies in /tmp and is not this user's own: then anybody may have made it.
+bool directory_is_safe(const std::string &directory);
+
+// The address of a module's socket, `kind` being "seq" or "dgram"; false when the path is too long for one.
+bool socket_address(const std::string &directory, uint32_t module, const char *kind, sockaddr_un &address);
+
+} // namespace board

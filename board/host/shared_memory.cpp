@@ -1,0 +1,126 @@
+#include "shared_memory.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include "board/util.h"
+
+// The C library's headers may be older than the seal.
+#ifndef F_SEAL_FUTURE_WRITE
+#define F_SEAL_FUTURE_WRITE 0x0010
+#endif
+
+namespace board
+{
+namespace
+{
+
+// The memory starts with the generation of the result that follows.
+constexpr uint32_t header_size = 64;
+constexpr uint32_t full_size = header_size + BOARD_RESULT_MAX;
+constexpr int size_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
+
+std::atomic_ref<uint32_t> generation_of(const Mapping &mapping)
+{
+    return std::atomic_ref<uint32_t>(*reinterpret_cast<uint32_t *>(mapping.data()));
+}
+
+} // namespace
+
+Mapping::Mapping(int descriptor, uint32_t size, bool writable)
+{
+    void *const at = mmap(nullptr, size, writable ? PROT_READ | PROT_WRITE : PROT_READ, MAP_SHARED, descriptor, 0);
+    if (at == MAP_FAILED) return;
+    address = at;
+    length = size;
+}
+
+Mapping::Mapping(Mapping &&other) noexcept
+    : address(std::exchange(other.address, nullptr)), length(std::exchange(other.length, 0))
+{
+}
+
+Mapping &Mapping::operator=(Mapping &&other) noexcept
+{
+    std::swap(address, other.address);
+    std::swap(length, other.length);
+    return *this;
+}
+
+Mapping::~Mapping()
+{
+    if (address) munmap(address, length);
+}
+
+bool ResultMemory::create(uint32_t length, Descriptor &created, Mapping &mapped) const
+{
+    created = Descriptor(memfd_create("board-result", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (!created || ftruncate(created.get(), length)) return false;
+    mapped = Mapping(created.get(), length, true);
+    return static_cast<bool>(mapped);
+}
+
+bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &result)
+{
+    // Sealed behind the own mapping, the memory is written by this side only, result after result; memory for one
+    // result is sealed when it is written and unmapped.
+    bool done = true;
+    if (one_result || !mapping) {
+        Descriptor created;
+        Mapping mapped;
+        done = create(one_result ? header_size + length : full_size, created, mapped) &&
+               (one_result || !fcntl(created.get(), F_ADD_SEALS, size_seals | F_SEAL_FUTURE_WRITE));
+        if (done) {
+            memory = std::move(created);
+            mapping = std::move(mapped);
+        }
+    }
+    if (done) {
+        generation_of(mapping).store(++generation, std::memory_order_relaxed);
+        std::atomic_thread_fence(std::memory_order_release);
+        std::memcpy(mapping.data() + header_size, json, length);
+        if (one_result) {
+            mapping = Mapping();
+            done = !fcntl(memory.get(), F_ADD_SEALS, size_seals | F_SEAL_WRITE);
+        }
+    }
+    if (!done) {
+        userlog_err(__func__, __LINE__, "no shared memory for a result: %s", std::strerror(errno));
+        return false;
+    }
+    result = {Result::shared, key, header_size, length, generation};
+    return true;
+}
+
+bool ResultView::adopt(const Descriptor &memory)
+{
+    const int seals = fcntl(memory.get(), F_GET_SEALS);
+    struct stat found;
+    if (seals < 0 || (seals & size_seals) != size_seals || !(seals & (F_SEAL_WRITE | F_SEAL_FUTURE_WRITE)) ||
+        fstat(memory.get(), &found) || found.st_size < header_size || found.st_size > full_size)
+        return false;
+    mapping = Mapping(memory.get(), static_cast<uint32_t>(found.st_size), false);
+    return static_cast<bool>(mapping);
+}
+
+bool ResultView::holds(const Result &result) const
+{
+    return result.offset >= header_size && result.offset <= mapping.size() &&
+           result.length <= mapping.size() - result.offset;
+}
+
+bool ResultView::copy(const Result &result, char *to) const
+{
+    // The generation, read after the copy, tells whether the service began to write the next result meanwhile.
+    std::memcpy(to, mapping.data() + result.offset, result.length);
+    std::atomic_thread_fence(std::memory_order_acquire);
+    return generation_of(mapping).load(std::memory_order_relaxed) == result.generation;
+}
+
+} // namespace board

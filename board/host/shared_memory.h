@@ -1,0 +1,71 @@
+// The memory in which result databases travel from a service to a client: a sealed memfd, passed over the socket.
+#pragma once
+
+#include <cstdint>
+
+#include "descriptor.h"
+#include "frame.h"
+
+namespace board
+{
+
+// A shared mapping.
+class Mapping
+{
+public:
+    Mapping() = default;
+    Mapping(int descriptor, uint32_t length, bool writable);
+    Mapping(Mapping &&other) noexcept;
+    Mapping &operator=(Mapping &&other) noexcept;
+    ~Mapping();
+
+    char *data() const { return static_cast<char *>(address); }
+    uint32_t size() const { return length; }
+    explicit operator bool() const { return address; }
+
+private:
+    void *address = nullptr;
+    uint32_t length = 0;
+};
+
+// The service's side: memory of one connection, which carries one result at a time, or of one datagram's answer.
+class ResultMemory
+{
+public:
+    explicit ResultMemory(bool for_one_result) : one_result(for_one_result) {}
+
+    // Puts a result of at most BOARD_RESULT_MAX bytes in the place of the one before and describes it; false when the
+    // system gives no memory.
+    bool put(uint32_t key, const char *json, uint32_t length, Result &result);
+
+    // The memory as the peer has still to get it, or -1.
+    int to_pass() const { return memory.get(); }
+    void passed() { memory.close(); }
+
+private:
+    bool create(uint32_t length, Descriptor &created, Mapping &mapped) const;
+
+    bool one_result;
+    uint32_t generation = 0;
+    Descriptor memory;
+    Mapping mapping;
+};
+
+// The client's side: the memory as a service passed it, which is believed only as far as it cannot do harm.
+class ResultView
+{
+public:
+    // Takes memory into use; false, with the memory left alone, when it could change its size under its reader.
+    bool adopt(const Descriptor &memory);
+
+    bool holds(const Result &result) const;
+    // Copies a result that `holds`; false when the memory no longer carries it.
+    bool copy(const Result &result, char *to) const;
+
+    explicit operator bool() const { return static_cast<bool>(mapping); }
+
+private:
+    Mapping mapping;
+};
+
+} // namespace board

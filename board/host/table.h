@@ -1,0 +1,42 @@
+// A JSON document read as a table of rows and columns.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "board/datastore.h"
+
+namespace board
+{
+
+struct Cell {
+    const char *name;
+    const char *text; // NUL-terminated
+    uint32_t name_length;
+    uint32_t text_length;
+    db_type type;
+};
+
+class Table
+{
+public:
+    // Reads a document: an array of objects or one object. Any other text makes a table of no rows.
+    explicit Table(std::string_view document);
+
+    uint32_t rows() const { return static_cast<uint32_t>(row_starts.size() - 1); }
+    const std::vector<const char *> &columns() const { return column_names; }
+    // Null when there is no such cell. Of cells of one name in a row the last holds.
+    const Cell *find(uint32_t row, std::string_view column) const;
+
+private:
+    class Reader;
+
+    std::unique_ptr<char[]> texts; // a copy of the document, in which the cells' texts are made
+    std::vector<Cell> cells;
+    std::vector<uint32_t> row_starts; // first cell of each row, and the end
+    std::vector<const char *> column_names;
+};
+
+} // namespace board

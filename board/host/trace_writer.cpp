@@ -1,0 +1,115 @@
+#include "trace_writer.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/uio.h>
+
+#include "board/trace.h"
+#include "board/util.h"
+#include "descriptor.h"
+
+static_assert(sizeof(board_trace_file) == 16 && sizeof(board_trace_record) == 64);
+static_assert(BOARD_TRACE_LITTLE_ENDIAN == board::little_endian && BOARD_TRACE_BIG_ENDIAN == board::big_endian);
+
+namespace board
+{
+namespace
+{
+
+constexpr board_trace_file own_header{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, native_order, {}};
+
+// The first process to come writes the file's header; the others must find the same.
+bool agree_on_header(int file)
+{
+    struct stat found;
+    if (fstat(file, &found)) return false;
+    if (found.st_size == 0) return write(file, &own_header, sizeof own_header) == sizeof own_header;
+    board_trace_file header;
+    errno = EINVAL;
+    return pread(file, &header, sizeof header, 0) == sizeof header && !std::memcmp(&header, &own_header, sizeof header);
+}
+
+Descriptor open_trace()
+{
+    const char *name = std::getenv("BOARD_IPC_TRACE");
+    if (!name || !*name) return {};
+    // Requests may carry secrets: the file is for its owner.
+    Descriptor file(open(name, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    if (file && !flock(file.get(), LOCK_EX)) {
+        const bool agreed = agree_on_header(file.get());
+        flock(file.get(), LOCK_UN);
+        if (agreed) return file;
+    }
+    userlog_err(__func__, __LINE__, "%s cannot be used for the trace: %s", name,
+                errno == EINVAL ? "it is not a trace file of this version and byte order" : std::strerror(errno));
+    return {};
+}
+
+struct Trace {
+    Descriptor file = open_trace();
+    std::atomic<bool> on = static_cast<bool>(file);
+};
+
+Trace &trace()
+{
+    static Trace instance;
+    return instance;
+}
+
+uint64_t now()
+{
+    timespec time;
+    clock_gettime(CLOCK_REALTIME, &time);
+    return static_cast<uint64_t>(time.tv_sec) * 1000000000u + static_cast<uint64_t>(time.tv_nsec);
+}
+
+} // namespace
+
+bool trace_is_on()
+{
+    return trace().on.load(std::memory_order_relaxed);
+}
+
+void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Transport &transport)
+{
+    std::vector<char> result;
+    if (reply.result.state == Result::shared) {
+        result.resize(reply.result.length);
+        if (!transport.copy_result(reply.result, result.data())) result.clear();
+    }
+    board_trace_record record{};
+    record.time = now();
+    record.size = static_cast<uint32_t>(sizeof record + call.length + reply.length + result.size());
+    record.pid = static_cast<uint32_t>(getpid());
+    record.tid = static_cast<uint32_t>(syscall(SYS_gettid));
+    record.call = call.call;
+    record.module = call.module;
+    record.msg_type = call.msg_type;
+    record.allowed = call.allowed;
+    record.ipc_result = ipc_result;
+    record.status = reply.status;
+    record.request_length = call.length;
+    record.response_length = reply.length;
+    record.result_key = reply.result.key;
+    record.result_length = reply.result.length;
+    record.result_carried = static_cast<uint32_t>(result.size());
+
+    const iovec parts[] = {{&record, sizeof record},
+                           {const_cast<void *>(call.request), call.length},
+                           {const_cast<void *>(reply.data), reply.length},
+                           {result.data(), result.size()}};
+    // Half a record would spoil those that follow it: the first failure is the last.
+    if (writev(trace().file.get(), parts, 4) == static_cast<ssize_t>(record.size)) return;
+    if (trace().on.exchange(false)) userlog_err(__func__, __LINE__, "no more trace: %s", std::strerror(errno));
+}
+
+} // namespace board

@@ -1,0 +1,44 @@
+// How the client half reaches a service. Each thread has a transport of its own.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "board/service.h"
+#include "frame.h"
+
+namespace board
+{
+
+struct Call {
+    board_call call;
+    uint32_t module;
+    uint32_t msg_type;
+    const void *request;
+    uint32_t length;
+    uint32_t allowed;
+};
+
+struct Reply {
+    uint32_t status = 0;
+    const void *data = nullptr; // until the next exchange
+    uint32_t length = 0;
+    Result result{};
+};
+
+class Transport
+{
+public:
+    virtual ~Transport() = default;
+
+    // One exchange, bounded in time and delivered at most once: IPC_OK and the reply, or another IPC value and no
+    // reply. The request is at most IPC_MAX_LENGTH bytes long.
+    virtual int32_t exchange(const Call &call, Reply &reply) = 0;
+
+    // Copies the result in shared memory that came with the last exchange; false when the service took it back.
+    virtual bool copy_result(const Result &result, char *to) = 0;
+};
+
+std::unique_ptr<Transport> make_unix_transport();
+
+} // namespace board

@@ -1,0 +1,313 @@
+// The transport over Unix sockets: one connection a thread for the set and get calls, one datagram socket for the
+// others, both kept from call to call.
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <new>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pthread.h>
+#include <sys/socket.h>
+
+#include "board/util.h"
+#include "descriptor.h"
+#include "settings.h"
+#include "shared_memory.h"
+#include "transport.h"
+
+namespace board
+{
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+// Counts this process' ancestors, so that a child knows the sockets that it must leave to its parent.
+std::atomic<uint32_t> forks{0};
+
+void watch_forks()
+{
+    static const int registered = pthread_atfork(nullptr, nullptr, [] { forks.fetch_add(1); });
+    static_cast<void>(registered);
+}
+
+// Waits until the socket is ready for `events`; false when the time is over.
+bool wait_for(int socket, short events, Clock::time_point deadline)
+{
+    for (;;) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        if (left <= 0) return false;
+        pollfd ready{socket, events, 0};
+        if (poll(&ready, 1, static_cast<int>(left)) > 0) return true;
+    }
+}
+
+int32_t value_of_connect_error(int error)
+{
+    switch (error) {
+    case EACCES:
+    case EPERM:
+        return IPC_ERR_ACCESS;
+    case EAGAIN:
+        return IPC_ERR_TIMEOUT;
+    case EMFILE:
+    case ENFILE:
+    case ENOBUFS:
+    case ENOMEM:
+        return IPC_ERR_SYSTEM;
+    default:
+        return IPC_ERR_NO_SERVICE;
+    }
+}
+
+int32_t value_of_refusal(Refusal reason)
+{
+    return reason == Refusal::busy ? IPC_ERR_SERVICE : IPC_ERR_INCOMPATIBLE;
+}
+
+// Descriptors that came with a packet: the first is kept, any other closed.
+Descriptor passed_descriptor(msghdr &message)
+{
+    Descriptor first;
+    for (cmsghdr *part = CMSG_FIRSTHDR(&message); part; part = CMSG_NXTHDR(&message, part)) {
+        if (part->cmsg_level != SOL_SOCKET || part->cmsg_type != SCM_RIGHTS) continue;
+        for (size_t at = 0; at + sizeof(int) <= part->cmsg_len - CMSG_LEN(0); at += sizeof(int)) {
+            int descriptor;
+            std::memcpy(&descriptor, CMSG_DATA(part) + at, sizeof descriptor);
+            Descriptor owned(descriptor);
+            if (!first) first = std::move(owned);
+        }
+    }
+    return first;
+}
+
+// A socket to one module, and the memory in which results come over it.
+class Line
+{
+public:
+    explicit Line(bool for_datagrams) : datagrams(for_datagrams) {}
+
+    int32_t exchange(const RequestFrame &request, AnswerFrame &answer);
+    bool copy_result(const Result &result, char *to) const { return view && view.copy(result, to); }
+    void drop()
+    {
+        socket.close();
+        view = ResultView();
+    }
+
+private:
+    int32_t open(uint32_t to_module);
+    int send(const RequestFrame &request);
+    int32_t receive(const RequestFrame &request, AnswerFrame &answer);
+    ssize_t receive_packet(msghdr &message);
+    int32_t take(const RequestFrame &request, const AnswerFrame &answer, size_t received, Descriptor passed);
+
+    const bool datagrams;
+    uint32_t module = 0;
+    Descriptor socket;
+    ResultView view;
+    Clock::time_point deadline;
+    bool waited = false; // part of the time is spent, so that the socket's own time-out would be too late
+};
+
+int32_t Line::open(uint32_t to_module)
+{
+    drop();
+    const std::string &directory = settings().directory;
+    sockaddr_un address;
+    if (!socket_address(directory, to_module, datagrams ? "dgram" : "seq", address)) {
+        userlog_err(__func__, __LINE__, "the folder of sockets has too long a name: %s", directory.c_str());
+        return IPC_ERR_NO_SERVICE;
+    }
+    if (!directory_is_safe(directory)) {
+        userlog_err(__func__, __LINE__, "%s is another user's; not used", directory.c_str());
+        return IPC_ERR_ACCESS;
+    }
+    Descriptor opened(::socket(AF_UNIX, (datagrams ? SOCK_DGRAM : SOCK_SEQPACKET) | SOCK_CLOEXEC, 0));
+    if (!opened) return IPC_ERR_SYSTEM;
+
+    const auto milliseconds = settings().timeout.count();
+    const timeval timeout{static_cast<time_t>(milliseconds / 1000),
+                          static_cast<suseconds_t>(milliseconds % 1000 * 1000)};
+    if (setsockopt(opened.get(), SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) ||
+        setsockopt(opened.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout))
+        return IPC_ERR_SYSTEM;
+    // A datagram's answer needs an address to go to: the kernel chooses one when the address is left out.
+    const sockaddr_un unnamed{.sun_family = AF_UNIX, .sun_path = {}};
+    if (datagrams && bind(opened.get(), reinterpret_cast<const sockaddr *>(&unnamed), sizeof unnamed.sun_family))
+        return IPC_ERR_SYSTEM;
+    if (connect(opened.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)) {
+        const int error = errno;
+        userlog_debug(__func__, __LINE__, "no connection to %s: %s", address.sun_path, std::strerror(error));
+        return value_of_connect_error(error);
+    }
+    socket = std::move(opened);
+    module = to_module;
+    waited = true;
+    return IPC_OK;
+}
+
+// Returns 0 or an error number. A request is sent whole or not at all.
+int Line::send(const RequestFrame &request)
+{
+    while (::send(socket.get(), &request, request.size(), MSG_DONTWAIT | MSG_NOSIGNAL) < 0) {
+        if (errno == EINTR) continue;
+        if (errno != EAGAIN) return errno;
+        waited = true;
+        if (!wait_for(socket.get(), POLLOUT, deadline)) return ETIMEDOUT;
+    }
+    return 0;
+}
+
+// Returns the packet's length, 0 when the peer is gone, -1 and an error number when there is no packet.
+ssize_t Line::receive_packet(msghdr &message)
+{
+    const size_t control_length = message.msg_controllen;
+    ssize_t received = -1;
+    // False when another attempt may bring a packet.
+    const auto attempt = [&](int how) {
+        message.msg_controllen = control_length;
+        received = recvmsg(socket.get(), &message, MSG_CMSG_CLOEXEC | MSG_TRUNC | how);
+        return received >= 0 || (errno != EAGAIN && errno != EINTR);
+    };
+
+    if (!waited) {
+        if (const auto spin = settings().spin; spin.count()) {
+            const auto end = Clock::now() + spin;
+            do {
+                if (attempt(MSG_DONTWAIT)) return received;
+            } while (Clock::now() < end);
+        }
+        if (attempt(0)) return received;
+        if (errno == EAGAIN) {
+            errno = ETIMEDOUT;
+            return -1;
+        }
+    }
+    while (!attempt(MSG_DONTWAIT)) {
+        if (!wait_for(socket.get(), POLLIN, deadline)) {
+            errno = ETIMEDOUT;
+            return -1;
+        }
+    }
+    return received;
+}
+
+int32_t Line::receive(const RequestFrame &request, AnswerFrame &answer)
+{
+    iovec part{&answer, sizeof answer};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))];
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control;
+    message.msg_controllen = sizeof control;
+
+    ssize_t received = receive_packet(message);
+    if (received < 0 && errno == ECONNRESET) {
+        // The peer hung up without reading all that it was sent; what it said before is still to be had.
+        waited = true;
+        message.msg_controllen = sizeof control;
+        received = receive_packet(message);
+    }
+    if (received < 0 && errno == ETIMEDOUT) return IPC_ERR_TIMEOUT;
+    if (received <= 0) return IPC_ERR_PEER_LOST;
+    return take(request, answer, static_cast<size_t>(received), passed_descriptor(message));
+}
+
+// Believes an answer only when everything in it holds.
+int32_t Line::take(const RequestFrame &request, const AnswerFrame &answer, size_t received, Descriptor passed)
+{
+    const AnswerHeader &header = answer.header;
+    switch (check_head(header.head, received)) {
+    case Refusal::none:
+        break;
+    case Refusal::not_a_frame:
+        return IPC_ERR_BROKEN_ANSWER;
+    default:
+        return IPC_ERR_INCOMPATIBLE;
+    }
+    if (header.head.kind == Kind::refusal) return value_of_refusal(static_cast<Refusal>(header.head.detail));
+    if (!answers(answer, received, request.header)) return IPC_ERR_BROKEN_ANSWER;
+
+    if (datagrams) view = ResultView();
+    if (passed && (view || !view.adopt(passed))) return IPC_ERR_BROKEN_ANSWER;
+    if (header.result.state == Result::shared && !view.holds(header.result)) return IPC_ERR_BROKEN_ANSWER;
+    return IPC_OK;
+}
+
+int32_t Line::exchange(const RequestFrame &request, AnswerFrame &answer)
+{
+    deadline = Clock::now() + settings().timeout;
+    waited = false;
+
+    // A kept connection may have lost its peer since the last call. What it does not take is surely not delivered.
+    int error = ENOTCONN;
+    if (socket && module == request.header.module) error = send(request);
+    if (error == EPIPE || error == ECONNRESET || error == ECONNREFUSED || error == ENOTCONN) {
+        if (const int32_t value = open(request.header.module)) return value;
+        error = send(request);
+    }
+
+    int32_t value;
+    if (error == 0 || error == EPIPE || error == ECONNRESET) {
+        // A service that refuses a connection says so before it hangs up.
+        value = receive(request, answer);
+    } else if (error == ETIMEDOUT) {
+        value = IPC_ERR_TIMEOUT;
+    } else {
+        value = error == ECONNREFUSED ? IPC_ERR_NO_SERVICE : IPC_ERR_SYSTEM;
+    }
+    // On a dropped line a late answer cannot be taken for the next one's.
+    if (value) drop();
+    return value;
+}
+
+class UnixTransport : public Transport
+{
+public:
+    int32_t exchange(const Call &call, Reply &reply) override
+    {
+        if (const uint32_t now = forks.load(std::memory_order_relaxed); now != forks_seen) {
+            connection.drop();
+            datagrams.drop();
+            forks_seen = now;
+        }
+        request.header = {.head = {.kind = Kind::request, .detail = static_cast<uint8_t>(call.call)},
+                          .module = call.module,
+                          .msg_type = call.msg_type,
+                          .sequence = ++sequence,
+                          .length = call.length,
+                          .allowed = call.allowed};
+        if (call.length) std::memcpy(request.data, call.request, call.length);
+
+        last = is_datagram(call.call) ? &datagrams : &connection;
+        if (const int32_t value = last->exchange(request, answer)) return value;
+        if (answer.header.ipc_result) return answer.header.ipc_result;
+        reply = {answer.header.status, answer.data, answer.header.length, answer.header.result};
+        return IPC_OK;
+    }
+
+    bool copy_result(const Result &result, char *to) override { return last->copy_result(result, to); }
+
+private:
+    Line connection{false};
+    Line datagrams{true};
+    Line *last = &connection;
+    uint64_t sequence = 0;
+    uint32_t forks_seen = forks.load();
+    RequestFrame request;
+    AnswerFrame answer;
+};
+
+} // namespace
+
+std::unique_ptr<Transport> make_unix_transport()
+{
+    watch_forks();
+    return std::make_unique<UnixTransport>();
+}
+
+} // namespace board
