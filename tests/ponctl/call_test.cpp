@@ -1,0 +1,304 @@
+// ponctl call, as a process, against a service.
+#include <cstring>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include "board/ipc.h"
+#include "catalogue.h"
+#include "fake_service.h"
+
+namespace
+{
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using Words = std::vector<std::string>;
+
+const Words bind{"call", "bsp_pon_bind_onu_spec_id", "pon_port=1", "onu_id=5", "mac=00:11:22:33:44:55", "value=2"};
+
+Words with(Words words, const Words &more)
+{
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
+FakeService::Handler status(uint32_t word)
+{
+    return [word](const board_request &, board_answer *answer) { board_answer_status(answer, word); };
+}
+
+FakeService::Handler result(uint32_t key, const std::string &json)
+{
+    return [key, json](const board_request &, board_answer *answer) {
+        board_answer_result(answer, key, json.data(), static_cast<uint32_t>(json.size()));
+    };
+}
+
+rapidjson::Document parsed(const std::string &text)
+{
+    rapidjson::Document document;
+    document.Parse(text.c_str());
+    EXPECT_FALSE(document.HasParseError()) << text;
+    return document;
+}
+
+// Arguments for any operation, by their types.
+Words words_for(const catalogue::Operation &operation)
+{
+    Words words{"call", std::string(operation.name)};
+    for (const catalogue::Argument &argument : operation.arguments) {
+        const std::string name(argument.name);
+        switch (argument.type) {
+        case catalogue::ArgumentType::u32:
+            words.push_back(name + "=0x1020304");
+            break;
+        case catalogue::ArgumentType::mac:
+            words.push_back(name + "=02:11:22:33:44:55");
+            break;
+        case catalogue::ArgumentType::text:
+            words.push_back(name + "=a text");
+            break;
+        case catalogue::ArgumentType::block:
+            words.push_back(name + "=hex:0102");
+            break;
+        case catalogue::ArgumentType::record:
+            words.push_back(name + "=hex:04030201");
+            break;
+        case catalogue::ArgumentType::length:
+        case catalogue::ArgumentType::db:
+        case catalogue::ArgumentType::text_out:
+            break;
+        }
+    }
+    return words;
+}
+
+TEST(Call, ReachesTheServiceWithEveryOperation)
+{
+    const FakeService service;
+    size_t expected = 0;
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        const Finished finished = service.ponctl(words_for(operation));
+        EXPECT_EQ(finished.code, 0) << operation.name << ": " << finished.err;
+        const std::vector<Received> received = service.received();
+        ASSERT_EQ(received.size(), ++expected) << operation.name;
+        EXPECT_EQ(received.back().channel, operation.channel->type) << operation.name;
+        EXPECT_EQ(static_cast<int>(received.back().call), static_cast<int>(operation.call)) << operation.name;
+        if (operation.command)
+            EXPECT_EQ(received.back().word(operation.record->command->offset), operation.command->code)
+                << operation.name;
+    }
+}
+
+TEST(Call, HasHelpForEveryOperation)
+{
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        const Finished finished = ponctl({"call", std::string(operation.name), "--help"});
+        EXPECT_EQ(finished.code, 0);
+        EXPECT_THAT(finished.out, HasSubstr(operation.name));
+    }
+}
+
+TEST(Call, SendsWhatItWasGiven)
+{
+    const FakeService service;
+    const Finished finished = service.ponctl(with(bind, {"text_a=first", "text_c=third"}));
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.out + finished.err, "");
+    ASSERT_EQ(service.received().size(), 1u);
+    const Received received = service.received().front();
+    EXPECT_EQ(received.word(4), 1u);
+    EXPECT_EQ(received.word(8), 5u);
+    EXPECT_EQ(std::memcmp(&received.record[17], "\x00\x11\x22\x33\x44\x55", 6), 0);
+    EXPECT_EQ(received.word(40), 2u);
+    EXPECT_STREQ(reinterpret_cast<const char *>(&received.record[237]), "first");
+    EXPECT_STREQ(reinterpret_cast<const char *>(&received.record[365]), "third");
+}
+
+TEST(Call, NamesTheStatusAndEndsWithOne)
+{
+    const FakeService service(status(4006));
+    const Finished finished = service.ponctl(bind);
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_EQ(finished.err, "ponctl: bsp_pon_bind_onu_spec_id: status 4006 PON_ERR_ID_IN_USE: another ONU is bound to "
+                            "this id\n");
+}
+
+TEST(Call, SaysThatAStatusHasNoName)
+{
+    const FakeService service(status(77));
+    const Finished finished = service.ponctl(bind);
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_EQ(finished.err, "ponctl: bsp_pon_bind_onu_spec_id: status 77, which has no name\n");
+}
+
+TEST(Call, TellsAServiceStatusOf1001FromAnIpcFailure)
+{
+    const FakeService service(status(1001));
+    EXPECT_EQ(service.ponctl(bind).code, 1);
+}
+
+TEST(Call, EndsWithThreeWhenNobodyServes)
+{
+    const Finished finished = ponctl(with({"--socket-dir", "/nowhere"}, bind));
+    EXPECT_EQ(finished.code, 3);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_THAT(finished.err, EndsWith("ponctl: bsp_pon_bind_onu_spec_id: IPC failure -1: " +
+                                       std::string(ipc_strerror(IPC_ERR_NO_SERVICE)) + "\n"));
+}
+
+TEST(Call, EndsWithThreeWhenTheServiceFailsTheExchange)
+{
+    const FakeService service(
+        [](const board_request &, board_answer *answer) { board_answer_fail(answer, IPC_ERR_SERVICE); });
+    const Finished finished = service.ponctl({"call", "bsp_pon_exec_get", "record.cmd=1"});
+    EXPECT_EQ(finished.code, 3);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_THAT(finished.err, HasSubstr(ipc_strerror(IPC_ERR_SERVICE)));
+}
+
+TEST(Call, SendsNothingAfterAWrongArgument)
+{
+    const FakeService service;
+    const Finished finished = service.ponctl(with(bind, {"colour=red"}));
+    EXPECT_EQ(finished.code, 2);
+    EXPECT_EQ(finished.err, "ponctl: colour: not an argument of bsp_pon_bind_onu_spec_id (known are pon_port, onu_id, "
+                            "mac, text_a, text_b, value, text_c)\n");
+    EXPECT_TRUE(service.received().empty());
+}
+
+TEST(Call, ShowsTheRowsOfAResultByItsView)
+{
+    const FakeService service(result(386, R"([{"pon_port":1,"bound":3,"max_distance":20000}])"));
+    const Finished finished =
+        service.ponctl({"call", "bsp_pon_exec_get_json", "cmd=BSP_CMD_VIEW_BASE_INFO_WEB", "pon_port=0"});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.out, "PORT BOUND ONLINE WAITING MIN (m) MAX (m)\n"
+                            "   1     3      -       -       -   20000\n");
+}
+
+TEST(Call, GivesStatusAndOutputsAsJson)
+{
+    const FakeService service([](const board_request &, board_answer *answer) {
+        board_answer_status(answer, 4003);
+        board_answer_result(answer, 386, "[{\"pon_port\":1}]", 16);
+    });
+    const Finished finished =
+        service.ponctl({"-o", "json", "call", "bsp_pon_exec_get_json", "cmd=BSP_CMD_VIEW_BASE_INFO_WEB", "pon_port=0"});
+    EXPECT_EQ(finished.code, 1);
+    const auto document = parsed(finished.out);
+    EXPECT_STREQ(document["operation"].GetString(), "bsp_pon_exec_get_json");
+    EXPECT_EQ(document["status"].GetUint(), 4003u);
+    EXPECT_STREQ(document["status_name"].GetString(), "PON_ERR_NO_PORT");
+    EXPECT_EQ(document["outputs"]["db_out"][0]["pon_port"].GetInt(), 1);
+}
+
+TEST(Call, SaysThatThereIsNoResult)
+{
+    const FakeService service;
+    const Words words{"call", "bsp_pon_exec_get_json", "cmd=386", "pon_port=0"};
+    const Finished finished = service.ponctl(words);
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(finished.err, "ponctl: db_out: the service left no result database\n");
+    EXPECT_TRUE(parsed(service.ponctl(with(words, {"-o", "json"})).out)["outputs"]["db_out"].IsNull());
+}
+
+// Answers with the request, in which a result file's name is put.
+void answer_with_name(const board_request &request, board_answer *answer)
+{
+    std::vector<uint8_t> record(request.length);
+    std::memcpy(record.data(), request.data, request.length);
+    std::memcpy(&record[429], "/tmp/a result", 14);
+    board_answer_data(answer, record.data(), request.length);
+}
+
+TEST(Call, PrintsATextThatItReadsBack)
+{
+    const FakeService service(answer_with_name);
+    const Finished finished = service.ponctl({"call", "bsp_pon_exec_get_file", "cmd=1", "pon_port=1"});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.out, "/tmp/a result\n");
+}
+
+TEST(Call, ShowsTheFieldsOfAnAnswerInPlace)
+{
+    const FakeService service(answer_with_name);
+    const Words words{"call", "bsp_pon_exec_get", "record.cmd=1", "record.onu_mac=00:11:22:33:44:55"};
+    EXPECT_EQ(service.ponctl(words).out, "FIELD   VALUE\n"
+                                         "cmd     1\n"
+                                         "onu_mac 00:11:22:33:44:55\n"
+                                         "data429 text:/tmp/a result\n");
+    const auto document = parsed(service.ponctl(with(words, {"-o", "json"})).out);
+    EXPECT_STREQ(document["outputs"]["record"]["onu_mac"].GetString(), "00:11:22:33:44:55");
+    EXPECT_EQ(document["outputs"]["record"]["pon_port"].GetUint(), 0u);
+    EXPECT_THAT(service.ponctl(with(words, {"-o", "hex"})).out,
+                HasSubstr("  429  2f 74 6d 70 2f 61 20 72 65 73 75 6c 74 00 00 00  /tmp/a result...  data429\n"));
+}
+
+TEST(Call, ShowsTheRequestOfADryRunAndSendsNothing)
+{
+    const FakeService service;
+    const Finished finished = service.ponctl(with(bind, {"--dry-run"}));
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.out, "not sent: set on BSP_MSG_PON, 944 bytes\n"
+                            "FIELD     VALUE\n"
+                            "cmd       365 BSP_CMD_ONU_BIND\n"
+                            "pon_port  1\n"
+                            "onu_id    5\n"
+                            "onu_mac   00:11:22:33:44:55\n"
+                            "arg_value 2\n");
+    EXPECT_TRUE(service.received().empty());
+}
+
+TEST(Call, LongTextGoesWhenItMay)
+{
+    const FakeService service;
+    EXPECT_EQ(service.ponctl(with(bind, {"text_b=" + std::string(70, 'x')})).code, 2);
+    EXPECT_EQ(service.ponctl(with(bind, {"text_b=" + std::string(70, 'x'), "--allow-long"})).code, 0);
+    ASSERT_EQ(service.received().size(), 1u);
+    EXPECT_EQ(service.received()[0].record[173 + 69], 'x');
+    EXPECT_EQ(service.received()[0].record[173 + 70], 0);
+}
+
+TEST(CommandLine, WrongWordsAreNamed)
+{
+    const std::vector<std::pair<Words, std::string>> cases{
+        {{}, "ponctl: A subcommand is required (see --help)\n"},
+        {{"bind"}, "ponctl: unknown: bind (see --help)\n"},
+        {{"call"}, "ponctl: OPERATION: missing; 'ponctl ops' lists the operations\n"},
+        {{"onu", "list", "1", "2"}, "ponctl: unknown: 2 (see --help)\n"},
+        {{"-o", "xml", "ops"}, "ponctl: --output: 'xml' is not one of table, json, hex\n"},
+        {{"--timeout", "0", "onu", "list"}, "ponctl: --timeout: '0' is not a number of milliseconds from 1\n"},
+    };
+    for (const auto &[words, error] : cases) {
+        const Finished finished = ponctl(words);
+        EXPECT_EQ(finished.code, 2);
+        EXPECT_EQ(finished.err, error);
+    }
+}
+
+TEST(CommandLine, HasHelpForEveryCommand)
+{
+    for (const Words &words : {Words{}, Words{"ops"}, Words{"call"}, Words{"raw"}, Words{"onu"}, Words{"onu", "list"},
+                               Words{"onu", "bind"}, Words{"onu", "release"}, Words{"port", "list"}}) {
+        const Finished finished = ponctl(with(words, {"--help"}));
+        EXPECT_EQ(finished.code, 0);
+        EXPECT_THAT(finished.out, HasSubstr("Usage: ponctl"));
+    }
+}
+
+TEST(CommandLine, TimeOutIsTheOneGiven)
+{
+    std::mutex holding;
+    std::unique_lock held(holding);
+    const FakeService service([&holding](const board_request &, board_answer *) { std::lock_guard wait(holding); });
+    const Finished finished = service.ponctl(with({"--timeout", "50"}, bind));
+    held.unlock();
+    EXPECT_EQ(finished.code, 3);
+    EXPECT_THAT(finished.err, HasSubstr(ipc_strerror(IPC_ERR_TIMEOUT)));
+}
+
+} // namespace

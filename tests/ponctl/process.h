@@ -1,0 +1,14 @@
+// Runs the tool as a process of its own.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct Finished {
+    int code;
+    std::string out;
+    std::string err;
+};
+
+// Runs ponctl with these arguments, with nothing on its standard input, and waits for it.
+Finished ponctl(const std::vector<std::string> &arguments);
