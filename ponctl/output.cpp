@@ -226,7 +226,6 @@ void Json::document(std::string_view document)
 {
     if (!is_json(document)) return text(document);
     rapidjson::MemoryStream in(document.data(), document.size());
-    // Numbers are passed on as they are written, whatever their size and precision.
     rapidjson::Reader().Parse<rapidjson::kParseNumbersAsStringsFlag>(in, writer);
 }
 

@@ -44,13 +44,22 @@ private:
 // A JSON document on a stream, ended with a new line.
 class Json
 {
+    struct Writer : rapidjson::PrettyWriter<rapidjson::FileWriteStream> {
+        using PrettyWriter::PrettyWriter;
+        // Of a document that is passed on: a number as it was written, whatever its size and precision.
+        bool RawNumber(const char *text, rapidjson::SizeType length, bool)
+        {
+            return RawValue(text, length, rapidjson::kNumberType);
+        }
+    };
+
 public:
     explicit Json(std::FILE *stream);
     ~Json();
     Json(const Json &) = delete;
     Json &operator=(const Json &) = delete;
 
-    rapidjson::PrettyWriter<rapidjson::FileWriteStream> *operator->() { return &writer; }
+    Writer *operator->() { return &writer; }
 
     void key(std::string_view name) { writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
     // A text that need not be UTF-8: if it is not, each of its bytes counts as one character.
@@ -69,7 +78,7 @@ public:
 private:
     char buffer[4096];
     rapidjson::FileWriteStream file;
-    rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer;
+    Writer writer;
 };
 
 // A text with everything that a terminal could take for a command written as \xNN.

@@ -86,9 +86,10 @@ TEST(Call, ReachesTheServiceWithEveryOperation)
         ASSERT_EQ(received.size(), ++expected) << operation.name;
         EXPECT_EQ(received.back().channel, operation.channel->type) << operation.name;
         EXPECT_EQ(static_cast<int>(received.back().call), static_cast<int>(operation.call)) << operation.name;
-        if (operation.command)
+        if (operation.command) {
             EXPECT_EQ(received.back().word(operation.record->command->offset), operation.command->code)
                 << operation.name;
+        }
     }
 }
 

@@ -105,7 +105,8 @@ TEST(OnuRelease, OfNoneOrOfTwoKindsIsRefused)
 TEST(PortList, ShowsAPortARow)
 {
     const FakeService service(rows(386, R"([{"pon_port":1,"bound":0},{"pon_port":2,"bound":7}])"));
-    EXPECT_EQ(service.ponctl({"port", "list", "--no-headings"}).out, "1 0 - - - -\n2 7 - - - -\n");
+    EXPECT_EQ(service.ponctl({"port", "list", "--no-headings"}).out, "   1     0      -       -       -       -\n"
+                                                                     "   2     7      -       -       -       -\n");
 }
 
 } // namespace
