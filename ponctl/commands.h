@@ -44,6 +44,9 @@ struct RawOptions {
 // Sends any record on any channel.
 ExitCode run_raw(const Output &output, const RawOptions &options);
 
+// Lists the exchanges of a trace file; `verbose`: with the fields of their records.
+ExitCode run_trace(const Output &output, const std::string &file, bool verbose);
+
 struct BindOptions {
     std::string port, mac, id, text_a, text_b, text_c, mode;
 };

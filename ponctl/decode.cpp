@@ -155,6 +155,20 @@ Reading read_record(const catalogue::Record &record, const catalogue::Channel &c
     return {&record, layout, &channel, bytes};
 }
 
+void swap_words(const catalogue::Record &record, const catalogue::Channel &channel, Bytes &bytes,
+                const catalogue::Command *command)
+{
+    const auto swap = [&bytes](std::span<const Field> fields) {
+        for (const Field &field : fields) {
+            if (!reached(field, bytes) || (field.type != FieldType::u32 && field.type != FieldType::idset)) continue;
+            for (uint32_t at = field.offset; at < field.offset + field.size; at += sizeof(uint32_t))
+                std::reverse(bytes.begin() + at, bytes.begin() + at + sizeof(uint32_t));
+        }
+    };
+    swap(record.fields);
+    if (const catalogue::Layout *layout = read_record(record, channel, bytes, command).layout) swap(layout->fields);
+}
+
 void set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
                 std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
                 const catalogue::Command *command)

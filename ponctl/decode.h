@@ -25,6 +25,11 @@ Reading read_record(const catalogue::Record &record, const catalogue::Channel &c
 const catalogue::Command *command_of(const catalogue::Record &record, const catalogue::Channel &channel,
                                      std::span<const uint8_t> bytes);
 
+// Turns the words of a record that was written in the other byte order. The command code says which words the opaque
+// part holds: the one in the record, or `command` where one is given.
+void swap_words(const catalogue::Record &record, const catalogue::Channel &channel, Bytes &bytes,
+                const catalogue::Command *command = nullptr);
+
 uint32_t load_word(const uint8_t *bytes);
 
 // Sets fields of a record, which must have the record's size, from assignments FIELD=value. The fields of the layout

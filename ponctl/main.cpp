@@ -112,6 +112,19 @@ void add_raw(CLI::App &app, Command &command)
         [options, &command] { command = [options](const Output &output) { return run_raw(output, *options); }; });
 }
 
+void add_trace(CLI::App &app, Command &command)
+{
+    CLI::App *trace =
+        app.add_subcommand("trace", "Lists what went over the IPC, from a file that BOARD_IPC_TRACE named");
+    auto file = std::make_shared<std::string>();
+    auto verbose = std::make_shared<bool>(false);
+    trace->add_option("FILE", *file, "the trace file")->required();
+    trace->add_flag("-v,--verbose", *verbose, "show the records too");
+    trace->callback([file, verbose, &command] {
+        command = [file, verbose](const Output &output) { return run_trace(output, *file, *verbose); };
+    });
+}
+
 void add_onu(CLI::App &app, Command &command)
 {
     CLI::App *onu = app.add_subcommand("onu", "Lists, binds and releases ONUs");
@@ -184,6 +197,7 @@ int run(int argc, char **argv)
     add_ops(app, command);
     add_call(app, command);
     add_raw(app, command);
+    add_trace(app, command);
     add_onu(app, command);
     add_port(app, command);
 
