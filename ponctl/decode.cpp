@@ -36,20 +36,22 @@ const Field &named_field(const Reading &reading, const std::string &prefix, cons
                      " (known are " + join(names) + ")");
 }
 
-// Copies a value to its field and on, as far as the record reaches.
-void put(const Field &field, const void *value, size_t length, Bytes &bytes)
+// Copies a value to its field and on, as far as the record reaches. Returns the offset behind its last byte.
+size_t put(const Field &field, const void *value, size_t length, Bytes &bytes)
 {
-    std::memcpy(bytes.data() + field.offset, value, std::min(length, bytes.size() - field.offset));
+    length = std::min(length, bytes.size() - field.offset);
+    std::memcpy(bytes.data() + field.offset, value, length);
+    return field.offset + length;
 }
 
-void put_block(const std::string &name, const Field &field, const Bytes &block, bool allow_long, Bytes &bytes)
+size_t put_block(const std::string &name, const Field &field, const Bytes &block, bool allow_long, Bytes &bytes)
 {
     if (!allow_long) check_length(name, block.size(), field, false);
-    put(field, block.data(), block.size(), bytes);
+    return put(field, block.data(), block.size(), bytes);
 }
 
-void set_field(const catalogue::Record &record, const catalogue::Channel &channel, const Field &field,
-               const std::string &name, const std::string &value, bool allow_long, Bytes &bytes)
+size_t set_field(const catalogue::Record &record, const catalogue::Channel &channel, const Field &field,
+                 const std::string &name, const std::string &value, bool allow_long, Bytes &bytes)
 {
     switch (field.type) {
     case FieldType::u32: {
@@ -71,6 +73,7 @@ void set_field(const catalogue::Record &record, const catalogue::Channel &channe
     case FieldType::bytes:
         return put_block(name, field, parse_block(name, value), allow_long, bytes);
     }
+    return 0;
 }
 
 bool all_zero(std::span<const uint8_t> bytes)
@@ -169,9 +172,9 @@ void swap_words(const catalogue::Record &record, const catalogue::Channel &chann
     if (const catalogue::Layout *layout = read_record(record, channel, bytes, command).layout) swap(layout->fields);
 }
 
-void set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
-                std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
-                const catalogue::Command *command)
+size_t set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
+                  std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
+                  const catalogue::Command *command)
 {
     // The command first: it says which layout's fields are known.
     for (const Assignment &assignment : assignments)
@@ -180,13 +183,16 @@ void set_fields(const catalogue::Record &record, const catalogue::Channel &chann
 
     const Reading reading = read_record(record, channel, bytes, command);
     std::vector<const Field *> done;
+    size_t end = 0;
     for (const Assignment &assignment : assignments) {
         const Field &field = named_field(reading, prefix, assignment.name);
         if (std::find(done.begin(), done.end(), &field) != done.end())
             throw UsageError(prefix + assignment.name + ": given twice");
         done.push_back(&field);
-        set_field(record, channel, field, prefix + assignment.name, assignment.value, allow_long, bytes);
+        end = std::max(
+            end, set_field(record, channel, field, prefix + assignment.name, assignment.value, allow_long, bytes));
     }
+    return end;
 }
 
 uint32_t longest(const Field &field, bool text)

@@ -36,10 +36,11 @@ uint32_t load_word(const uint8_t *bytes);
 // that belongs to the record's command are known too. `prefix` stands before the field's name in errors.
 //
 // Refused with a UsageError: unknown and repeated fields, wrong values, and a text or block that is longer than its
-// field, unless `allow_long` lets it run on into the fields behind it.
-void set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
-                std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
-                const catalogue::Command *command = nullptr);
+// field, unless `allow_long` lets it run on into the fields behind it. Returns the offset behind the last byte that was
+// set, 0 where none was.
+size_t set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
+                  std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
+                  const catalogue::Command *command = nullptr);
 
 // The longest text or block of a field; of a text, without its NUL.
 uint32_t longest(const catalogue::Field &field, bool text);

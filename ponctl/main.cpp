@@ -8,6 +8,8 @@
 #include <memory>
 
 #include <CLI/CLI.hpp>
+#include <poll.h>
+#include <unistd.h>
 
 #include "commands.h"
 #include "report.h"
@@ -171,14 +173,19 @@ void add_port(CLI::App &app, Command &command)
     });
 }
 
+// Whether the reader of our standard output has seen enough and gone.
+bool reader_is_gone()
+{
+    pollfd output{STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP));
+}
+
 // Exit code of a command whose result was written as far as `stdout` takes it.
 int finish(int code)
 {
     errno = 0;
-    if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return code;
-    // A reader that has seen enough is no error.
-    if (errno == EPIPE) return code;
-    complain(std::string("cannot write the output: ") + std::strerror(errno));
+    if ((std::fflush(stdout) == 0 && !std::ferror(stdout)) || reader_is_gone()) return code;
+    complain(std::string("cannot write the output") + (errno ? std::string(": ") + std::strerror(errno) : ""));
     return exit_output;
 }
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "commands.h"
+#include "report.h"
 
 namespace ponctl
 {
@@ -42,7 +43,10 @@ ExitCode release_many(const Output &output, const ReleaseOptions &options)
     if (!options.id.empty() || !options.mac.empty() || (options.all && options.offline))
         throw UsageError("--all and --offline stand alone: not with each other, not with --id or --mac");
     const std::string which = options.all ? "all ONUs" : "all offline ONUs";
-    if (!options.confirmed && !agreed("releasing " + which + " of port " + options.port)) return exit_usage;
+    if (!options.confirmed && !agreed("releasing " + which + " of port " + options.port)) {
+        complain("nothing was released");
+        return exit_usage;
+    }
     return call(output, options.all ? "bsp_pon_no_bind_onu_all" : "bsp_pon_no_bind_offline_onu_all",
                 words_of({{"pon_port", options.port}}));
 }

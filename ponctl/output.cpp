@@ -40,7 +40,8 @@ bool is_json(std::string_view text)
 {
     rapidjson::MemoryStream in(text.data(), text.size());
     rapidjson::BaseReaderHandler<> ignore;
-    return !rapidjson::Reader().Parse(in, ignore).IsError();
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+    return !rapidjson::Reader().Parse<flags>(in, ignore).IsError();
 }
 
 std::string cell_text(db_handle *database, uint32_t row, const char *column)
@@ -226,7 +227,8 @@ void Json::document(std::string_view document)
 {
     if (!is_json(document)) return text(document);
     rapidjson::MemoryStream in(document.data(), document.size());
-    rapidjson::Reader().Parse<rapidjson::kParseNumbersAsStringsFlag>(in, writer);
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    rapidjson::Reader().Parse<flags>(in, writer);
 }
 
 void Json::record(const Reading &reading)

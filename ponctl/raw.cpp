@@ -65,17 +65,14 @@ Bytes request_of(const RawOptions &options, const catalogue::Channel &channel, c
     if (request.size() > record.size)
         throw UsageError("--data: " + std::to_string(request.size()) + " bytes are more than the " +
                          std::to_string(record.size) + " of " + std::string(record.name));
-    size_t used = request.size();
+    const size_t given = request.size();
     request.resize(record.size);
-    set_fields(record, channel, assignments, options.allow_long, "", request);
+    const size_t set = set_fields(record, channel, assignments, options.allow_long, "", request);
     if (!record.payload) return request;
 
     // A record with a payload is as long as that, and 4 bytes more.
     constexpr size_t trailer = 4;
-    for (const Assignment &assignment : assignments)
-        if (assignment.name == record.payload->name)
-            used = record.payload->offset + parse_block(assignment.name, assignment.value).size();
-    request.resize(std::max<size_t>(used, record.payload->offset) + trailer);
+    request.resize(std::max<size_t>({given, set, record.payload->offset}) + trailer);
     return request;
 }
 

@@ -1,6 +1,9 @@
 // ponctl call, as a process, against a service.
 #include <cstring>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -300,6 +303,28 @@ TEST(CommandLine, TimeOutIsTheOneGiven)
     held.unlock();
     EXPECT_EQ(finished.code, 3);
     EXPECT_THAT(finished.err, HasSubstr(ipc_strerror(IPC_ERR_TIMEOUT)));
+}
+
+TEST(CommandLine, OutputThatCannotBeWrittenIsAnError)
+{
+    const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    const Finished finished = ponctl({"ops"}, full);
+    close(full);
+    EXPECT_EQ(finished.code, 4);
+    EXPECT_EQ(finished.err, "ponctl: cannot write the output: No space left on device\n");
+}
+
+TEST(CommandLine, ReaderThatHasGoneIsNoError)
+{
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    close(ends[0]);
+    for (const Words &words : {Words{"ops"}, Words{"ops", "-o", "json"}, Words{"ops", "bsp_pon_cfg"}}) {
+        const Finished finished = ponctl(words, ends[1]);
+        EXPECT_EQ(finished.code, 0);
+        EXPECT_EQ(finished.err, "");
+    }
+    close(ends[1]);
 }
 
 } // namespace

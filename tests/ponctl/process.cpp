@@ -28,13 +28,13 @@ std::string contents(std::FILE *file)
 
 } // namespace
 
-Finished ponctl(const std::vector<std::string> &arguments)
+Finished ponctl(const std::vector<std::string> &arguments, int output)
 {
     const File out(std::tmpfile()), err(std::tmpfile());
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", 0, 0);
-    posix_spawn_file_actions_adddup2(&actions, fileno(out.get()), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, output < 0 ? fileno(out.get()) : output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, fileno(err.get()), STDERR_FILENO);
 
     std::string program = PONCTL;

@@ -10,5 +10,6 @@ struct Finished {
     std::string err;
 };
 
-// Runs ponctl with these arguments, with nothing on its standard input, and waits for it.
-Finished ponctl(const std::vector<std::string> &arguments);
+// Runs ponctl with these arguments, with nothing on its standard input, and waits for it. Its output is what `out`
+// gets, unless it goes to a descriptor of the caller's.
+Finished ponctl(const std::vector<std::string> &arguments, int output = -1);

@@ -43,6 +43,16 @@ TEST(Raw, PayloadDecidesTheLengthOfAProfileRecord)
     EXPECT_EQ(service.received()[1].record.size(), 28u);
 }
 
+TEST(Raw, LongPayloadEndsWithTheRecordAndItsTrailer)
+{
+    const FakeService service;
+    const std::string data = "data=text:" + std::string(5000, 'x');
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", data}).code, 2);
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", data, "--allow-long"}).code, 0);
+    ASSERT_EQ(service.received().size(), 1u);
+    EXPECT_EQ(service.received()[0].record.size(), 4124u);
+}
+
 TEST(Raw, ShowsStatusAndFieldsOfTheAnswer)
 {
     const FakeService service(echo);
