@@ -300,12 +300,16 @@ ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
         return exit_success;
     }
     if (found.empty()) complain("no operation has all of these words in its name, brief, family or command");
-    Table table({{"OPERATION"}, {"CLASS"}, {"COMMAND"}, {"CODE", true}, {"BRIEF"}});
+    Table table({{"OPERATION"},
+                 {"BRIEF", Table::Fit::cut},
+                 {"CLASS", Table::Fit::cut},
+                 {"COMMAND", Table::Fit::cut},
+                 {"CODE", Table::Fit::right}});
     for (const Operation *operation : found) {
         const catalogue::Command *command = operation->command;
-        table.add({std::string(operation->name), std::string(catalogue::to_text(operation->impact)),
-                   command ? std::string(command->name) : "-", command ? std::to_string(command->code) : "-",
-                   std::string(operation->brief)});
+        table.add({std::string(operation->name), std::string(operation->brief),
+                   std::string(catalogue::to_text(operation->impact)), command ? std::string(command->name) : "-",
+                   command ? std::to_string(command->code) : "-"});
     }
     table.print(output);
     return exit_success;

@@ -77,14 +77,14 @@ std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::V
             std::string title(column.title);
             if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
             const bool number = column.type == catalogue::ColumnType::u32 || column.type == catalogue::ColumnType::real;
-            columns.push_back({std::string(column.name), {title, number}});
+            columns.push_back({std::string(column.name), {title, number ? Table::Fit::right : Table::Fit::wrap}});
         }
     const size_t of_view = columns.size();
     for (uint32_t index = 0; index < db_columns(database); ++index) {
         const std::string name = db_column_name(database, index);
         if (std::none_of(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(of_view),
                          [&name](const ViewColumn &column) { return column.name == name; }))
-            columns.push_back({name, {name}});
+            columns.push_back({name, {name, Table::Fit::wrap}});
     }
     return columns;
 }
@@ -151,6 +151,21 @@ void print_segment(std::FILE *stream, size_t offset, std::span<const uint8_t> by
 
 } // namespace
 
+int Table::flags_of(Fit fit)
+{
+    switch (fit) {
+    case Fit::whole:
+        return 0;
+    case Fit::right:
+        return SCOLS_FL_RIGHT;
+    case Fit::cut:
+        return SCOLS_FL_TRUNC;
+    case Fit::wrap:
+        return SCOLS_FL_WRAP;
+    }
+    return 0;
+}
+
 void Table::print(const Output &output) const
 {
     const bool terminal = isatty(fileno(output.stream));
@@ -162,8 +177,7 @@ void Table::print(const Output &output) const
     scols_table_enable_noheadings(table.get(), !output.headings);
     scols_table_enable_colors(table.get(), terminal && colour_wanted());
     for (const Heading &heading : headings) {
-        libscols_column *column = scols_table_new_column(table.get(), heading.title.c_str(), 0,
-                                                         heading.right_aligned ? SCOLS_FL_RIGHT : SCOLS_FL_WRAP);
+        libscols_column *column = scols_table_new_column(table.get(), heading.title.c_str(), 0, flags_of(heading.fit));
         if (!column) throw std::bad_alloc();
         scols_cell_set_color(scols_column_get_header(column), bold);
     }
@@ -256,7 +270,7 @@ std::string printable(std::string_view text)
 
 void print_fields(const Output &output, const Reading &reading)
 {
-    Table table({{"FIELD"}, {"VALUE"}});
+    Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const DecodedField &decoded : decode(reading))
         if (!decoded.text.empty()) table.add({std::string(decoded.field->name), decoded.text});
     table.print(output);

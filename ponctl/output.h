@@ -27,9 +27,16 @@ struct Output {
 class Table
 {
 public:
+    // What becomes of a column on a terminal that is too narrow.
+    enum class Fit {
+        whole, // stays as it is
+        right, // stays as it is, aligned to the right: numbers
+        cut,
+        wrap // goes on in further lines
+    };
     struct Heading {
         std::string title;
-        bool right_aligned = false;
+        Fit fit = Fit::whole;
     };
 
     explicit Table(std::vector<Heading> titles) : headings(std::move(titles)) {}
@@ -37,6 +44,8 @@ public:
     void print(const Output &output) const;
 
 private:
+    static int flags_of(Fit fit);
+
     std::vector<Heading> headings;
     std::vector<std::vector<std::string>> rows;
 };

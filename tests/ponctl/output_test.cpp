@@ -38,7 +38,7 @@ std::string table_of(const char *document, const catalogue::View *view, Format f
 TEST(Table, HasPlainHeadingsAndWholeCells)
 {
     const std::string text = written([](std::FILE *stream) {
-        Table table({{"NAME"}, {"SIZE", true}});
+        Table table({{"NAME"}, {"SIZE", Table::Fit::right}});
         table.add({"a", "1"});
         table.add({std::string(200, 'x'), "22"});
         table.print({stream});
