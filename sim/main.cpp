@@ -25,12 +25,13 @@ Examples:
   ponsim                                     serve on the default sockets, keep state in the default file
   ponsim --socket-dir /tmp/olt --state none  an OLT to play with: nothing is kept
   ponsim --seed 7 --ports 4 --arrivals 32    another OLT: needs its own --state FILE, or --fresh
-  ponsim --grant '*=read' --grant alice=service-affecting
+  ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";
 
 struct Options {
-    std::string socket_dir = "/run/board-ipc";
+    std::string socket_dir = board_ipc_directory();
+    std::string socket_mode = "0660";
     std::string state;
     bool fresh = false;
     ponsim::WantedSettings wanted;
@@ -46,14 +47,27 @@ std::string default_state()
     return std::string(home ? home : ".") + "/.local/state/ponsim/olt.db";
 }
 
+CLI::Validator octal_mode()
+{
+    return CLI::Validator(
+        [](const std::string &text) {
+            const bool octal = !text.empty() && text.find_first_not_of("01234567") == std::string::npos;
+            return octal && std::stoul(text.substr(0, 9), nullptr, 8) <= 0777 ? "" : "expected octal bits up to 0777";
+        },
+        "");
+}
+
 void declare(CLI::App &app, Options &options)
 {
     app.footer(examples);
     app.set_version_flag("--version", "ponsim " PONSIM_VERSION);
     app.add_option("--socket-dir", options.socket_dir, "Folder of the sockets")
-        ->envname("BOARD_IPC_DIR")
         ->capture_default_str()
         ->type_name("DIR");
+    app.add_option("--socket-mode", options.socket_mode, "Permission bits of the sockets, octal")
+        ->check(octal_mode())
+        ->capture_default_str()
+        ->type_name("MODE");
     app.add_option("--state", options.state, "Where the OLT's state is kept; none keeps it in memory only")
         ->default_str(default_state())
         ->type_name("FILE");
@@ -102,7 +116,8 @@ int serve(const Options &options, const ponsim::Access &access)
     const std::string state = state_file(options.state);
     ponsim::Store store(state, options.fresh);
     ponsim::Simulator simulator(store, options.wanted);
-    const ponsim::Service service(simulator, access, options.socket_dir);
+    const auto mode = static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
+    const ponsim::Service service(simulator, access, options.socket_dir, mode);
     if (!service.serving()) return fail("cannot serve on " + options.socket_dir, exit_failure);
 
     const ponsim::Settings &settings = simulator.settings();

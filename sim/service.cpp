@@ -34,12 +34,13 @@ void answer_with(const Reply &reply, const board_request &request, board_answer 
 
 } // namespace
 
-Service::Service(Simulator &served, const Access &rules, const std::string &directory)
+Service::Service(Simulator &served, const Access &rules, const std::string &directory, uint32_t mode)
     : simulator(served), access(rules)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
     config.directory = directory.c_str();
+    config.socket_mode = mode;
     config.handler = handle;
     config.authorize = authorize;
     config.context = this;

@@ -14,8 +14,9 @@ namespace ponsim
 class Service
 {
 public:
-    // Serves on the sockets of `directory` from now on until destroyed. Simulator and access rules must outlive it.
-    Service(Simulator &simulator, const Access &access, const std::string &directory);
+    // Serves on the sockets of `directory`, which get the permission bits `mode`, from now on until destroyed.
+    // Simulator and access rules must outlive it.
+    Service(Simulator &simulator, const Access &access, const std::string &directory, uint32_t mode);
 
     // False when the sockets could not be opened; the log says why.
     bool serving() const { return service != nullptr; }

@@ -1,0 +1,226 @@
+// The daemon, its options, and the service over its sockets.
+#include "daemon.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "board/datastore.h"
+#include "board/ipc.h"
+#include "support.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// The IPC library reads its folder once: one folder for all tests, with a daemon at a time.
+class DaemonTest : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        folder = new Folder;
+        setenv("BOARD_IPC_DIR", folder->file("ipc").c_str(), 1);
+    }
+    static void TearDownTestSuite() { delete folder; }
+
+    void SetUp() override { std::filesystem::remove(state()); }
+    static std::string state() { return folder->file("olt.db"); }
+    static std::vector<std::string> with(std::initializer_list<std::string> more)
+    {
+        std::vector<std::string> options{"--state", state()};
+        options.insert(options.end(), more.begin(), more.end());
+        return options;
+    }
+
+    static Folder *folder;
+};
+Folder *DaemonTest::folder;
+
+int32_t set(const bsp_pon_msg &record, uint32_t &status)
+{
+    return ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_PON, &record, sizeof record, &status);
+}
+
+uint32_t status_of(const bsp_pon_msg &record)
+{
+    uint32_t status = 0xdead;
+    EXPECT_EQ(set(record, status), IPC_OK);
+    return status;
+}
+
+struct Database {
+    explicit Database(uint32_t command, uint32_t pon_port = 0)
+    {
+        const bsp_pon_msg record = record_of(command, pon_port);
+        bsp_pon_msg response{};
+        uint32_t length = 0, status = 0xdead;
+        EXPECT_EQ(ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_PON, &record, sizeof record, &response, &length, &status),
+                  IPC_OK);
+        EXPECT_EQ(status, BSP_OK);
+        handle = db_from_shmem(command, max_result);
+    }
+    ~Database() { db_free(handle); }
+    Database(const Database &) = delete;
+
+    db_handle *handle;
+};
+
+TEST_F(DaemonTest, BindsAnOnuAndShowsIt)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 3, 5, stranger(1))), BSP_OK);
+    const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 3);
+    EXPECT_EQ(db_rows(onus.handle), 9u);
+    EXPECT_STREQ(db_get_text(onus.handle, 0, "mac"), to_text(stranger(1)).c_str());
+    EXPECT_STREQ(db_get_text(onus.handle, 0, "state"), "offline");
+}
+
+TEST_F(DaemonTest, AnswersAnUnknownCommand)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(status_of(record_of(1)), PON_ERR_UNKNOWN_COMMAND);
+}
+
+TEST_F(DaemonTest, AGetCallPerformsACommandAndReturnsItsRecord)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    const bsp_pon_msg record = record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1));
+    bsp_pon_msg response{};
+    uint32_t length = sizeof response, status = 0xdead;
+    EXPECT_EQ(ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_PON, &record, sizeof record, &response, &length, &status), IPC_OK);
+    EXPECT_EQ(status, BSP_OK);
+    EXPECT_EQ(length, sizeof record);
+    EXPECT_EQ(memcmp(&response, &record, sizeof record), 0);
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_RELEASE, 1, 5)), BSP_OK);
+}
+
+TEST_F(DaemonTest, AnswersDatagramsToo)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    const bsp_pon_msg record = record_of(BSP_CMD_ONU_RELEASE, 1, 5);
+    uint32_t status = 0xdead;
+    EXPECT_EQ(ipc_dgram_set_exec(BSP_IPC_MODULE, BSP_MSG_PON, &record, sizeof record, &status), IPC_OK);
+    EXPECT_EQ(status, PON_ERR_NOT_BOUND);
+}
+
+TEST_F(DaemonTest, KeepsWhatItAcknowledgedWhenItIsKilled)
+{
+    {
+        Daemon daemon(with({}));
+        ASSERT_TRUE(daemon.serves());
+        for (uint8_t index = 0; index < 50; ++index)
+            ASSERT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, index, stranger(index))), BSP_OK);
+        EXPECT_EQ(daemon.stop(SIGKILL), -SIGKILL);
+    }
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    for (uint8_t index = 0; index < 50; ++index)
+        EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_RELEASE, 1, index, stranger(index))), BSP_OK);
+}
+
+TEST_F(DaemonTest, StateNoneKeepsNothing)
+{
+    for (int run = 0; run < 2; ++run) {
+        Daemon daemon({"--state", "none"});
+        ASSERT_TRUE(daemon.serves());
+        EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_RELEASE, 1, 5)), PON_ERR_NOT_BOUND);
+        EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1))), BSP_OK);
+    }
+}
+
+TEST_F(DaemonTest, StopsCleanlyOnTermAndInt)
+{
+    for (int signal : {SIGTERM, SIGINT}) {
+        Daemon daemon(with({}));
+        ASSERT_TRUE(daemon.serves());
+        EXPECT_EQ(daemon.stop(signal), 0);
+        EXPECT_FALSE(std::filesystem::exists(folder->file("ipc/6.seq")));
+    }
+}
+
+TEST_F(DaemonTest, AGrantDecidesWhoMayDoWhat)
+{
+    Daemon daemon(with({"--grant", "*=read"}));
+    ASSERT_TRUE(daemon.serves());
+    uint32_t status = 0xdead;
+    EXPECT_EQ(set(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)), status), IPC_ERR_REFUSED);
+    EXPECT_EQ(status, 0xdeadu);
+    EXPECT_NE(daemon.line().find("command 365 on channel 232 is service-affecting"), std::string::npos);
+    const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 1);
+    EXPECT_EQ(db_rows(onus.handle), 8u);
+}
+
+TEST_F(DaemonTest, SocketsHaveTheModeAskedFor)
+{
+    Daemon daemon(with({"--socket-mode", "0600"}));
+    ASSERT_TRUE(daemon.serves());
+    const auto mode = std::filesystem::status(folder->file("ipc/6.seq")).permissions();
+    EXPECT_EQ(static_cast<unsigned>(mode), 0600u);
+}
+
+TEST_F(DaemonTest, MakesTheFolderOfItsState)
+{
+    Daemon daemon({"--state", folder->file("a/b/olt.db")});
+    EXPECT_TRUE(daemon.serves());
+    EXPECT_TRUE(std::filesystem::exists(folder->file("a/b/olt.db")));
+}
+
+TEST_F(DaemonTest, WrongUsageIsExplained)
+{
+    const std::vector<std::vector<std::string>> uses{{"--ports", "17"},      {"--ports", "0"}, {"--arrivals", "129"},
+                                                     {"--silent", "101"},    {"--seed", "x"},  {"--grant", "alice"},
+                                                     {"--socket-mode", "9"}, {"--nonsense"},   {"stray"}};
+    for (const std::vector<std::string> &use : uses) {
+        Daemon daemon(use);
+        int exit_status;
+        const std::string said = daemon.rest(exit_status);
+        EXPECT_EQ(exit_status, 2) << use[0];
+        EXPECT_NE(said.find(use[0]), std::string::npos) << said;
+    }
+}
+
+TEST_F(DaemonTest, AnotherOltsStateIsRefused)
+{
+    {
+        Daemon daemon(with({"--seed", "1"}));
+        ASSERT_TRUE(daemon.serves());
+        daemon.stop(SIGTERM);
+    }
+    Daemon other(with({"--seed", "2"}));
+    int exit_status;
+    EXPECT_NE(other.rest(exit_status).find("--fresh"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+    Daemon fresh(with({"--seed", "2", "--fresh"}));
+    EXPECT_TRUE(fresh.serves());
+}
+
+TEST_F(DaemonTest, ASecondServiceInTheFolderIsRefused)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    Daemon second({"--state", "none"});
+    int exit_status;
+    EXPECT_NE(second.rest(exit_status).find("cannot serve on"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+    EXPECT_EQ(status_of(record_of(1)), PON_ERR_UNKNOWN_COMMAND);
+}
+
+TEST_F(DaemonTest, HelpAndVersionGoWell)
+{
+    for (const auto &[option, wanted] : {std::pair{"--help", "Examples:"}, {"--version", "ponsim "}}) {
+        std::string command = std::string(PONSIM) + " " + option;
+        FILE *output = popen(command.c_str(), "r");
+        std::string said(10000, '\0');
+        said.resize(fread(said.data(), 1, said.size(), output));
+        EXPECT_EQ(pclose(output), 0);
+        EXPECT_NE(said.find(wanted), std::string::npos) << said;
+    }
+}
+
+} // namespace
+} // namespace ponsim
