@@ -73,13 +73,13 @@ void declare(CLI::App &app, Options &options)
         ->type_name("FILE");
     app.add_flag("--fresh", options.fresh, "Discard the state that the file has, and start over");
     app.add_option("--seed", options.wanted.seed, "Which OLT: another seed, other ONUs [1]")->type_name("N");
-    app.add_option("--ports", options.wanted.ports, "PON ports, 1 to 16 [16]")
+    app.add_option("--ports", options.wanted.ports, "PON ports [16]")
         ->check(CLI::Range(1u, ponsim::max_ports))
         ->type_name("N");
-    app.add_option("--arrivals", options.wanted.arrivals, "ONUs that have arrived at each port, 0 to 128 [8]")
+    app.add_option("--arrivals", options.wanted.arrivals, "ONUs that have arrived at each port [8]")
         ->check(CLI::Range(0u, ponsim::onus_per_port))
         ->type_name("N");
-    app.add_option("--silent", options.wanted.silent, "Percentage of them that go offline when bound, 0 to 100 [10]")
+    app.add_option("--silent", options.wanted.silent, "Percentage of them that go offline when bound [10]")
         ->check(CLI::Range(0u, 100u))
         ->type_name("PERCENT");
     app.add_option("--grant", options.grants,

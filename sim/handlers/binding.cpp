@@ -57,7 +57,7 @@ Outcome bind_to(const Olt &olt, const bsp_pon_msg &record, std::optional<uint32_
     const bool texts_are_good = get_text(record.text237, binding.text_a) && get_text(record.text173, binding.text_b) &&
                                 get_text(record.text365, binding.text_c);
     if (!texts_are_good) return {PON_ERR_BAD_RECORD};
-    return to_outcome(bind(olt, record.pon_port, onu_id, binding));
+    return to_outcome(bind_onu(olt, record.pon_port, onu_id, binding));
 }
 
 Outcome bind_auto(const Olt &olt, const Request &request)
@@ -74,17 +74,17 @@ Outcome bind_to_id(const Olt &olt, const Request &request)
 Outcome release_one(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_pon_msg>();
-    return to_outcome(release(olt, record.pon_port, record.onu_id, mac_of(record)));
+    return to_outcome(release_onu(olt, record.pon_port, record.onu_id, mac_of(record)));
 }
 
 Outcome release_batch(const Olt &olt, const Request &request)
 {
-    return to_outcome(release(olt, request.read<bsp_pon_msg>().pon_port, onu_set_of(request)));
+    return to_outcome(release_onus(olt, request.read<bsp_pon_msg>().pon_port, onu_set_of(request)));
 }
 
 Outcome reboot_batch(const Olt &olt, const Request &request)
 {
-    return to_outcome(reboot(olt, request.read<bsp_pon_msg>().pon_port, onu_set_of(request)));
+    return to_outcome(reboot_onus(olt, request.read<bsp_pon_msg>().pon_port, onu_set_of(request)));
 }
 
 Outcome release_whole_port(const Olt &olt, const Request &request)
@@ -99,7 +99,7 @@ Outcome release_offline_onus(const Olt &olt, const Request &request)
 
 Outcome sort_batch(const Olt &olt, const Request &request)
 {
-    return to_outcome(sort(olt, request.read<bsp_pon_msg>().pon_port, onu_set_of(request)));
+    return to_outcome(sort_onus(olt, request.read<bsp_pon_msg>().pon_port, onu_set_of(request)));
 }
 
 Outcome set_opt_range(const Olt &olt, const Request &request)

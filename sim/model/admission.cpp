@@ -1,5 +1,6 @@
 #include "model/admission.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "bsp_pon.h"
@@ -46,7 +47,7 @@ uint32_t check(const PonPort *port, const OnuIds &onu_ids)
 
 } // namespace
 
-Plan bind(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding)
+Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding)
 {
     const PonPort *port = olt.port(pon_port);
     if (!port) return refuse(PON_ERR_NO_PORT);
@@ -66,7 +67,7 @@ Plan bind(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, con
     return {BSP_OK, {.bindings = {{pon_port, *onu_id, binding}}, .onus = {}, .ports = {}}};
 }
 
-Plan release(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
+Plan release_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
 {
     const PonPort *port = olt.port(pon_port);
     if (!port) return refuse(PON_ERR_NO_PORT);
@@ -84,7 +85,7 @@ Plan release(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
     return {BSP_OK, {.bindings = {{pon_port, onu_id, std::nullopt}}, .onus = {}, .ports = {}}};
 }
 
-Plan release(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
+Plan release_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
 {
     if (const uint32_t status = check(olt.port(pon_port), onu_ids)) return refuse(status);
     Plan plan{BSP_OK, {}};
@@ -103,7 +104,7 @@ Plan release_offline(const Olt &olt, uint32_t pon_port)
     return release_if(olt, pon_port, [](const PonPort &port, const Binding &binding) { return !port.online(binding); });
 }
 
-Plan reboot(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
+Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
 {
     const PonPort *port = olt.port(pon_port);
     if (const uint32_t status = check(port, onu_ids)) return refuse(status);
@@ -119,7 +120,7 @@ Plan reboot(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
     return plan;
 }
 
-Plan sort(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
+Plan sort_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
 {
     const PonPort *port = olt.port(pon_port);
     if (!port) return refuse(PON_ERR_NO_PORT);

@@ -21,23 +21,23 @@ struct Plan {
 
 // Binds to `onu_id` or, without one, to the lowest free id from 1 on; id 0 is used last, because to several commands
 // it means "none". Binding again to the same id, or without one on the same port, replaces mode and texts.
-Plan bind(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding);
+Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding);
 
 // Releases what the id names or, where `mac` is not zero, what the MAC address names; an id other than 0 must then
 // name the same ONU.
-Plan release(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac);
+Plan release_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac);
 
 // All of the ids or, where one is not bound, none. No ids at all are a mistake in the record.
-Plan release(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
+Plan release_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 Plan release_all(const Olt &olt, uint32_t pon_port);
 Plan release_offline(const Olt &olt, uint32_t pon_port);
 
 // Reboots all of the ids or, where one is not bound or not online, none. The ONUs are back at once: a reboot shows in
 // their count of reboots only.
-Plan reboot(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
+Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 
 // The ONUs bound to the ids exchange these ids, so that MAC addresses ascend with ids. Ids not bound are left aside.
-Plan sort(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
+Plan sort_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 
 Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &limits);
 

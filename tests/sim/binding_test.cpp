@@ -44,7 +44,7 @@ TEST(Bind, KeepsModeAndTexts)
 {
     Bench bench;
     const Binding wanted{stranger(1), 7, "first", "second", "third"};
-    EXPECT_EQ(bench.done(bind(bench.olt, 1, 9, wanted)), BSP_OK);
+    EXPECT_EQ(bench.done(bind_onu(bench.olt, 1, 9, wanted)), BSP_OK);
     EXPECT_EQ(bench.port(1).bindings[9], wanted);
 }
 
@@ -82,7 +82,7 @@ TEST(Bind, AgainToTheSameIdReplacesModeAndTexts)
     Bench bench;
     bench.bind(1, 5, stranger(1));
     const Binding again{stranger(1), 3, "new", "", ""};
-    EXPECT_EQ(bench.done(bind(bench.olt, 1, 5, again)), BSP_OK);
+    EXPECT_EQ(bench.done(bind_onu(bench.olt, 1, 5, again)), BSP_OK);
     EXPECT_EQ(bench.port(1).bindings[5], again);
 }
 
@@ -91,7 +91,7 @@ TEST(Bind, AgainAutomaticallyKeepsTheId)
     Bench bench;
     bench.bind(1, 5, stranger(1));
     const Binding again{stranger(1), 3, "new", "", ""};
-    EXPECT_EQ(bench.done(bind(bench.olt, 1, {}, again)), BSP_OK);
+    EXPECT_EQ(bench.done(bind_onu(bench.olt, 1, {}, again)), BSP_OK);
     EXPECT_EQ(bench.port(1).bindings[5], again);
     EXPECT_EQ(bench.bound(1, 1), Mac{});
 }

@@ -10,7 +10,7 @@ TEST(Release, AnOnlineOnuWaitsAgain)
 {
     Bench bench;
     bench.bind(1, 5, bench.arrived(1));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 5, {})), BSP_OK);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 5, {})), BSP_OK);
     EXPECT_TRUE(bench.waits(1, bench.arrived(1)));
     EXPECT_EQ(bench.bound(1, 5), Mac{});
 }
@@ -19,7 +19,7 @@ TEST(Release, AReleasedOnuCanBeBoundElsewhere)
 {
     Bench bench;
     bench.bind(1, 5, stranger(1));
-    bench.done(release(bench.olt, 1, 5, {}));
+    bench.done(release_onu(bench.olt, 1, 5, {}));
     EXPECT_EQ(bench.bind(2, 6, stranger(1)), BSP_OK);
 }
 
@@ -28,7 +28,7 @@ TEST(Release, ByIdAlone)
     Bench bench;
     bench.bind(1, 0, stranger(1));
     bench.bind(1, 5, stranger(2));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 0, {})), BSP_OK);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 0, {})), BSP_OK);
     EXPECT_EQ(bench.bound(1, 0), Mac{});
     EXPECT_EQ(bench.bound(1, 5), stranger(2));
 }
@@ -38,7 +38,7 @@ TEST(Release, ByMacAlone)
     Bench bench;
     bench.bind(1, 0, stranger(1));
     bench.bind(1, 5, stranger(2));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 0, stranger(2))), BSP_OK);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 0, stranger(2))), BSP_OK);
     EXPECT_EQ(bench.bound(1, 5), Mac{});
     EXPECT_EQ(bench.bound(1, 0), stranger(1));
 }
@@ -47,7 +47,7 @@ TEST(Release, ByMacAloneReachesAnOnuOnId0)
 {
     Bench bench;
     bench.bind(1, 0, stranger(1));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 0, stranger(1))), BSP_OK);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 0, stranger(1))), BSP_OK);
     EXPECT_EQ(bench.bound(1, 0), Mac{});
 }
 
@@ -55,7 +55,7 @@ TEST(Release, ByIdAndMacThatAgree)
 {
     Bench bench;
     bench.bind(1, 5, stranger(1));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 5, stranger(1))), BSP_OK);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 5, stranger(1))), BSP_OK);
     EXPECT_EQ(bench.bound(1, 5), Mac{});
 }
 
@@ -64,9 +64,9 @@ TEST(Release, ByIdAndMacThatDisagreeReleasesNothing)
     Bench bench;
     bench.bind(1, 5, stranger(1));
     bench.bind(1, 6, stranger(2));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 5, stranger(2))), PON_ERR_MISMATCH);
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 5, stranger(9))), PON_ERR_MISMATCH);
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 7, stranger(2))), PON_ERR_MISMATCH);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 5, stranger(2))), PON_ERR_MISMATCH);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 5, stranger(9))), PON_ERR_MISMATCH);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 7, stranger(2))), PON_ERR_MISMATCH);
     EXPECT_EQ(bench.bound(1, 5), stranger(1));
     EXPECT_EQ(bench.bound(1, 6), stranger(2));
 }
@@ -75,25 +75,25 @@ TEST(Release, WhatIsNotBoundIsSaid)
 {
     Bench bench;
     bench.bind(1, 5, stranger(1));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 6, {})), PON_ERR_NOT_BOUND);
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 0, stranger(2))), PON_ERR_NOT_BOUND);
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 6, stranger(2))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 6, {})), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 0, stranger(2))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 6, stranger(2))), PON_ERR_NOT_BOUND);
 }
 
 TEST(Release, AnOnuOfAnotherPortIsNotReached)
 {
     Bench bench;
     bench.bind(2, 5, stranger(1));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 0, stranger(1))), PON_ERR_NOT_BOUND);
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 5, stranger(1))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 0, stranger(1))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 5, stranger(1))), PON_ERR_NOT_BOUND);
     EXPECT_EQ(bench.bound(2, 5), stranger(1));
 }
 
 TEST(Release, PortAndIdMustExist)
 {
     Bench bench;
-    EXPECT_EQ(bench.done(release(bench.olt, 3, 5, {})), PON_ERR_NO_PORT);
-    EXPECT_EQ(bench.done(release(bench.olt, 1, 128, {})), PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 3, 5, {})), PON_ERR_NO_PORT);
+    EXPECT_EQ(bench.done(release_onu(bench.olt, 1, 128, {})), PON_ERR_BAD_ONU_ID);
 }
 
 TEST(ReleaseBatch, ReleasesTheIdsOfTheSet)
@@ -101,7 +101,7 @@ TEST(ReleaseBatch, ReleasesTheIdsOfTheSet)
     Bench bench;
     for (uint8_t index : {0, 31, 32, 127})
         bench.bind(1, index, stranger(index));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, ids({0, 32, 127}))), BSP_OK);
+    EXPECT_EQ(bench.done(release_onus(bench.olt, 1, ids({0, 32, 127}))), BSP_OK);
     EXPECT_EQ(bench.bound(1, 0), Mac{});
     EXPECT_EQ(bench.bound(1, 31), stranger(31));
     EXPECT_EQ(bench.bound(1, 32), Mac{});
@@ -112,15 +112,15 @@ TEST(ReleaseBatch, ReleasesNothingWhereOneIdIsNotBound)
 {
     Bench bench;
     bench.bind(1, 1, stranger(1));
-    EXPECT_EQ(bench.done(release(bench.olt, 1, ids({1, 2}))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(release_onus(bench.olt, 1, ids({1, 2}))), PON_ERR_NOT_BOUND);
     EXPECT_EQ(bench.bound(1, 1), stranger(1));
 }
 
 TEST(ReleaseBatch, AnEmptySetIsAMistake)
 {
     Bench bench;
-    EXPECT_EQ(bench.done(release(bench.olt, 1, ids({}))), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(bench.done(release(bench.olt, 3, ids({1}))), PON_ERR_NO_PORT);
+    EXPECT_EQ(bench.done(release_onus(bench.olt, 1, ids({}))), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(bench.done(release_onus(bench.olt, 3, ids({1}))), PON_ERR_NO_PORT);
 }
 
 TEST(ReleaseAll, ReleasesOnePort)
@@ -159,8 +159,8 @@ TEST(Reboot, CountsAndLeavesTheOnuOnline)
     Bench bench;
     bench.bind(1, 1, bench.arrived(1, 0));
     bench.bind(1, 2, bench.arrived(1, 1));
-    EXPECT_EQ(bench.done(reboot(bench.olt, 1, ids({1}))), BSP_OK);
-    EXPECT_EQ(bench.done(reboot(bench.olt, 1, ids({1, 2}))), BSP_OK);
+    EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1}))), BSP_OK);
+    EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1, 2}))), BSP_OK);
     EXPECT_EQ(bench.port(1).record(bench.arrived(1, 0)).reboots, 2u);
     EXPECT_EQ(bench.port(1).record(bench.arrived(1, 1)).reboots, 1u);
     EXPECT_TRUE(bench.online(1, 1));
@@ -171,8 +171,8 @@ TEST(Reboot, RebootsNothingWhereOneIsOfflineOrNotBound)
     Bench bench;
     bench.bind(1, 1, bench.arrived(1));
     bench.bind(1, 2, stranger(2));
-    EXPECT_EQ(bench.done(reboot(bench.olt, 1, ids({1, 2}))), PON_ERR_OFFLINE);
-    EXPECT_EQ(bench.done(reboot(bench.olt, 1, ids({1, 3}))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1, 2}))), PON_ERR_OFFLINE);
+    EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1, 3}))), PON_ERR_NOT_BOUND);
     EXPECT_EQ(bench.port(1).record(bench.arrived(1)).reboots, 0u);
 }
 
@@ -182,7 +182,7 @@ TEST(Sort, MacAddressesAscendWithIds)
     bench.bind(1, 3, stranger(30));
     bench.bind(1, 7, stranger(20));
     bench.bind(1, 9, stranger(10));
-    EXPECT_EQ(bench.done(sort(bench.olt, 1, ids({3, 7, 9}))), BSP_OK);
+    EXPECT_EQ(bench.done(sort_onus(bench.olt, 1, ids({3, 7, 9}))), BSP_OK);
     EXPECT_EQ(bench.bound(1, 3), stranger(10));
     EXPECT_EQ(bench.bound(1, 7), stranger(20));
     EXPECT_EQ(bench.bound(1, 9), stranger(30));
@@ -194,7 +194,7 @@ TEST(Sort, LeavesOtherIdsAside)
     bench.bind(1, 3, stranger(30));
     bench.bind(1, 7, stranger(20));
     bench.bind(1, 9, stranger(10));
-    EXPECT_EQ(bench.done(sort(bench.olt, 1, ids({3, 5, 9}))), BSP_OK);
+    EXPECT_EQ(bench.done(sort_onus(bench.olt, 1, ids({3, 5, 9}))), BSP_OK);
     EXPECT_EQ(bench.bound(1, 3), stranger(10));
     EXPECT_EQ(bench.bound(1, 5), Mac{});
     EXPECT_EQ(bench.bound(1, 7), stranger(20));
@@ -206,7 +206,7 @@ TEST(Sort, TheOnusAreFoundAtTheirNewIds)
     Bench bench;
     for (uint8_t index = 0; index < onus_per_port; ++index)
         bench.bind(1, index, stranger(127 - index));
-    EXPECT_EQ(bench.done(sort(bench.olt, 1, OnuIds{}.set())), BSP_OK);
+    EXPECT_EQ(bench.done(sort_onus(bench.olt, 1, OnuIds{}.set())), BSP_OK);
     for (uint8_t index = 0; index < onus_per_port; ++index)
         EXPECT_EQ(bench.olt.find(stranger(index)), (Olt::Place{1, index}));
 }
@@ -214,9 +214,9 @@ TEST(Sort, TheOnusAreFoundAtTheirNewIds)
 TEST(Sort, NeedsABoundOnu)
 {
     Bench bench;
-    EXPECT_EQ(bench.done(sort(bench.olt, 1, ids({3}))), PON_ERR_NOT_BOUND);
-    EXPECT_EQ(bench.done(sort(bench.olt, 1, ids({}))), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(bench.done(sort(bench.olt, 3, ids({3}))), PON_ERR_NO_PORT);
+    EXPECT_EQ(bench.done(sort_onus(bench.olt, 1, ids({3}))), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(bench.done(sort_onus(bench.olt, 1, ids({}))), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(bench.done(sort_onus(bench.olt, 3, ids({3}))), PON_ERR_NO_PORT);
 }
 
 TEST(Ranging, AnOnuOutsideTheLimitsDoesNotWait)

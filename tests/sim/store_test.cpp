@@ -1,6 +1,7 @@
 // What is kept, and what survives.
 #include <csignal>
 #include <fstream>
+#include <sqlite3.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -160,6 +161,33 @@ TEST(Store, AForeignFileIsLeftAlone)
     EXPECT_NE(error_of(folder.file("letter.txt"), {}, true).find("not a state file of ponsim"), std::string::npos);
     std::ifstream file(folder.file("letter.txt"));
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), text);
+}
+
+TEST(Store, AForeignDatabaseIsLeftAlone)
+{
+    Folder folder;
+    sqlite3 *db;
+    ASSERT_EQ(sqlite3_open(folder.file("other.db").c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, "CREATE TABLE setting(x); INSERT INTO setting VALUES(1)", 0, 0, 0), SQLITE_OK);
+    EXPECT_NE(error_of(folder.file("other.db"), {}, true).find("not a state file of ponsim"), std::string::npos);
+    EXPECT_EQ(sqlite3_exec(db, "DELETE FROM setting WHERE x = 1", 0, 0, 0), SQLITE_OK);
+    EXPECT_EQ(sqlite3_changes(db), 1);
+    sqlite3_close(db);
+}
+
+TEST(Store, AnotherVersionsFileNeedsFresh)
+{
+    Folder folder;
+    {
+        Desk desk({}, folder.file("olt.db"));
+    }
+    sqlite3 *db;
+    ASSERT_EQ(sqlite3_open(folder.file("olt.db").c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, "PRAGMA user_version = 99; CREATE TABLE later(x)", 0, 0, 0), SQLITE_OK);
+    sqlite3_close(db);
+    EXPECT_NE(error_of(folder.file("olt.db")).find("--fresh"), std::string::npos);
+    EXPECT_EQ(error_of(folder.file("olt.db"), {}, true), "");
+    EXPECT_EQ(error_of(folder.file("olt.db")), "");
 }
 
 TEST(Store, HasOneUser)

@@ -47,10 +47,10 @@ struct Bench {
         olt.apply(plan.change);
         return plan.status;
     }
-    uint32_t bind(uint32_t pon_port, const Mac &mac) { return done(ponsim::bind(olt, pon_port, {}, binding_of(mac))); }
+    uint32_t bind(uint32_t pon_port, const Mac &mac) { return done(bind_onu(olt, pon_port, {}, binding_of(mac))); }
     uint32_t bind(uint32_t pon_port, uint32_t onu_id, const Mac &mac)
     {
-        return done(ponsim::bind(olt, pon_port, onu_id, binding_of(mac)));
+        return done(bind_onu(olt, pon_port, onu_id, binding_of(mac)));
     }
 
     const PonPort &port(uint32_t pon_port) const { return *olt.port(pon_port); }
