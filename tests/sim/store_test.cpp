@@ -69,9 +69,15 @@ TEST(Store, AReopenedOltIsTheSame)
     EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 16, 1, stranger(9))), PON_ERR_UNSUPPORTED);
 }
 
+// The n-th of the bindings that the killed process makes.
+bsp_pon_msg nth_bind(uint32_t n)
+{
+    const auto byte = [](uint32_t value) { return static_cast<uint8_t>(value); };
+    return record_of(BSP_CMD_ONU_BIND, n / 128 + 1, n % 128, stranger(byte(n), byte(n >> 8)));
+}
+
 TEST(Store, WhatWasAcknowledgedSurvivesAKill)
 {
-    constexpr uint8_t binds = 100;
     Folder folder;
     int acknowledged[2];
     ASSERT_EQ(pipe(acknowledged), 0);
@@ -79,24 +85,28 @@ TEST(Store, WhatWasAcknowledgedSurvivesAKill)
     ASSERT_GE(child, 0);
     if (child == 0) {
         Desk desk({}, folder.file("olt.db"));
-        for (uint8_t index = 0; index < binds; ++index)
-            if (desk.send(record_of(BSP_CMD_ONU_BIND, 1, index, stranger(index))) != BSP_OK) _exit(1);
-        if (write(acknowledged[1], "", 1) != 1) _exit(1);
+        for (uint32_t n = 0; n < 2048; ++n)
+            if (desk.send(nth_bind(n)) != BSP_OK || write(acknowledged[1], "", 1) != 1) _exit(1);
         pause();
         _exit(1);
     }
     close(acknowledged[1]);
+    uint32_t count = 0;
     char byte;
-    EXPECT_EQ(read(acknowledged[0], &byte, 1), 1);
-    close(acknowledged[0]);
+    while (count < 200 && read(acknowledged[0], &byte, 1) == 1)
+        ++count;
     kill(child, SIGKILL);
+    while (read(acknowledged[0], &byte, 1) == 1)
+        ++count;
+    close(acknowledged[0]);
     int status;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_GE(count, 200u);
 
     Desk desk({}, folder.file("olt.db"));
-    for (uint8_t index = 0; index < binds; ++index)
-        EXPECT_EQ(desk.simulator.olt().find(stranger(index)), (Olt::Place{1, index}));
+    for (uint32_t n = 0; n < count; ++n)
+        EXPECT_EQ(desk.simulator.olt().find(std::to_array(nth_bind(n).onu_mac)), (Olt::Place{n / 128 + 1, n % 128}));
 }
 
 TEST(Store, AChangeThatCannotBeStoredIsNotMade)
