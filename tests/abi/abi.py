@@ -1,0 +1,97 @@
+"""What the tests of the library's binary interface share: the header read as text, the library built and looked at."""
+
+import pathlib
+import re
+import shlex
+import shutil
+import subprocess
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+HEADER = ROOT / "include" / "bsp_pon.h"
+MAP = ROOT / "catalog" / "generated" / "libbsp_pon.map"
+
+# All that a board's build system has to know, as the README says it, and how to keep the C++ runtime out of the link.
+BUILD = ("{prefix}g++ -std=c++20 -shared -fPIC -fno-exceptions -fno-rtti -fvisibility=hidden "
+         "-Iinclude -Iboard/include -Isrc $(find src -name '*.cpp')")
+WITHOUT_RUNTIME = "-nodefaultlibs -lc"
+
+# Prefixes of the tool chains for the host and for the board.
+TARGETS = {"host": "", "mips": "mips-linux-gnu-"}
+
+
+def available(target):
+    return shutil.which(TARGETS[target] + "g++") is not None
+
+
+def run(command):
+    """The output of a command that must succeed without a word on standard error."""
+    done = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
+    if done.returncode or done.stderr:
+        raise AssertionError(f"{shlex.join(map(str, command))} failed:\n{done.stdout}{done.stderr}")
+    return done.stdout
+
+
+def shell(command):
+    return run(["sh", "-c", command])
+
+
+def build_library(target, optimisation, output):
+    build = BUILD.format(prefix=TARGETS[target])
+    shell(f"{build} {optimisation} {WITHOUT_RUNTIME} -o {shlex.quote(str(output))}")
+
+
+def build_objects(target, optimisation, folder):
+    """The library's object files, by the flags of its build."""
+    flags = BUILD.format(prefix=TARGETS[target]).replace("-shared ", "").split(" $(")[0]
+    for index, source in enumerate(sorted((ROOT / "src").rglob("*.cpp"))):
+        output = pathlib.Path(folder) / f"{index}-{source.stem}.o"
+        run([*flags.split(), optimisation, "-c", source, "-o", output])
+        yield output
+
+
+def dynamic_symbols(target, library, which):
+    """{name: type letter}; `which` is --defined-only or --undefined-only."""
+    rows = run([TARGETS[target] + "nm", "-D", which, library]).split("\n")
+    return {row.split()[-1].split("@")[0]: row.split()[-2] for row in rows if row}
+
+
+def sections(target, file):
+    """{name: size} of an object file."""
+    rows = run([TARGETS[target] + "size", "-A", file]).split("\n")[2:]
+    return {row.split()[0]: int(row.split()[1]) for row in rows if row.startswith(".")}
+
+
+def mapped_names():
+    names = re.findall(r"^\s+(\w+);$", MAP.read_text(encoding="utf-8"), re.MULTILINE)
+    return set(names)
+
+
+def without_comments(text):
+    return re.sub(r"/\*.*?\*/", "", text, flags=re.DOTALL)
+
+
+def header_text():
+    return without_comments(HEADER.read_text(encoding="utf-8"))
+
+
+def prototypes():
+    """{name: 'result(argument types)'} of the header's functions."""
+    found = {}
+    for result, name, arguments in re.findall(r"^BSP_PON_API (.+?)(\w+)\(([^)]*)\);", header_text(), re.MULTILINE):
+        types = [" ".join(re.sub(r"\w+$", "", argument.strip()).split()) if argument.strip() != "void" else "void"
+                 for argument in arguments.split(",")]
+        found[name] = f"{result.strip()}({', '.join(types)})"
+    return found
+
+
+def structs():
+    """{name: [member, ...]} of the header's records."""
+    found = {}
+    for name, body in re.findall(r"^struct (\w+) \{(.*?)^\};", header_text(), re.MULTILINE | re.DOTALL):
+        found[name] = re.findall(r"(\w+)(?:\[\d+\])?;", body)
+    return found
+
+
+def constants():
+    """{name: value as written} of the header's constants."""
+    return dict(re.findall(r"^#define (BSP_\w+) (\d+u)", header_text(), re.MULTILINE))

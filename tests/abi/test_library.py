@@ -1,0 +1,86 @@
+"""The library as a board's build system makes it: what it exports, what it needs, what it keeps.
+
+LIBBSP_PON names one more library to look at, built for the host.
+"""
+
+import os
+import pathlib
+import tempfile
+import unittest
+
+import abi
+
+BOARD_FUNCTIONS = {
+    "ipc_set_exec", "ipc_get_exec", "ipc_dgram_set_exec", "ipc_dgram_get_exec", "db_from_shmem", "db_from_string",
+    "db_create_fromfile", "userlog_err", "userlog_debug", "pmalloc", "pfree", "get_from_file", "delete_file"}
+C_FUNCTIONS = {"memset", "memcpy", "strcpy", "sprintf"}
+# What the compiler's own start-up objects ask for, weakly.
+START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable"}
+# Writable contents, and code that runs on loading. Constants that need relocation are read-only when they are used.
+STATE = (".data", ".bss", ".sdata", ".sbss", ".tdata", ".tbss", ".init", ".fini", ".ctors", ".dtors", ".preinit")
+READ_ONLY = (".data.rel.ro",)
+
+
+class Library(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(cls.folder.cleanup)
+        cls.libraries = []
+        for target in abi.TARGETS:
+            if not abi.available(target):
+                print(f"no {abi.TARGETS[target]}g++: nothing is tested for {target}")
+                continue
+            for optimisation in ("-O2", "-Os"):
+                library = pathlib.Path(cls.folder.name) / f"libbsp_pon-{target}{optimisation}.so"
+                abi.build_library(target, optimisation, library)
+                cls.libraries.append((target, library))
+        if "LIBBSP_PON" in os.environ:
+            cls.libraries.append(("host", pathlib.Path(os.environ["LIBBSP_PON"])))
+
+    def test_is_built_by_the_command_of_the_readme(self):
+        readme = " ".join((abi.ROOT / "README.md").read_text(encoding="utf-8").replace("\\\n", " ").split())
+        self.assertIn(abi.BUILD.format(prefix="") + " " + abi.WITHOUT_RUNTIME, readme)
+
+    def test_exports_exactly_the_catalogues_operations(self):
+        for target, library in self.libraries:
+            with self.subTest(library.name):
+                exported = abi.dynamic_symbols(target, library, "--defined-only")
+                self.assertEqual(set(exported), abi.mapped_names())
+                self.assertEqual(set(exported.values()), {"T"})
+
+    def test_header_declares_exactly_what_is_exported(self):
+        self.assertEqual(set(abi.prototypes()), abi.mapped_names())
+
+    def test_needs_the_board_and_four_c_functions_at_most(self):
+        for target, library in self.libraries:
+            with self.subTest(library.name):
+                undefined = abi.dynamic_symbols(target, library, "--undefined-only")
+                needed = {name for name in undefined if name not in START_UP}
+                self.assertEqual(needed - BOARD_FUNCTIONS - C_FUNCTIONS, set())
+                self.assertIn("ipc_set_exec", needed)
+                for name in START_UP & set(undefined):
+                    self.assertEqual(undefined[name], "w", f"{name} is needed for good")
+
+    def test_is_linked_with_no_library_but_that_of_c(self):
+        for target, library in self.libraries:
+            with self.subTest(library.name):
+                rows = abi.run([abi.TARGETS[target] + "readelf", "-d", library]).split("\n")
+                needed = [row.split("[")[1].rstrip("]") for row in rows if "(NEEDED)" in row]
+                self.assertEqual([name for name in needed if not name.startswith("libc.so")], [])
+
+    def test_keeps_no_state_and_runs_nothing_on_loading(self):
+        for target in abi.TARGETS:
+            if not abi.available(target):
+                continue
+            for optimisation in ("-O0", "-O2", "-Os"):
+                with tempfile.TemporaryDirectory() as folder:
+                    for file in abi.build_objects(target, optimisation, folder):
+                        with self.subTest(target, file=file.name, optimisation=optimisation):
+                            state = {name: size for name, size in abi.sections(target, file).items()
+                                     if size and name.startswith(STATE) and not name.startswith(READ_ONLY)}
+                            self.assertEqual(state, {})
+
+
+if __name__ == "__main__":
+    unittest.main()
