@@ -10,6 +10,7 @@ Wrong input is refused with the file, the entry and the reason, and nothing is w
 
 import argparse
 import pathlib
+import re
 import sys
 import textwrap
 import tomllib
@@ -22,6 +23,7 @@ FAILURES = ["report", "pass", "silent"]
 REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied"}
 BUFFERS = {"own": "own", "in-place": "in_place"}
 BOUNDS = [10240, 1048576]
+IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
 FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16}
 COLUMN_TYPES = {"u32": "u32", "text": "text", "mac": "mac", "bool": "boolean", "real": "real"}
 # Argument types: the C declaration, and the field types that it may be written to or read from.
@@ -55,6 +57,8 @@ class Entry:
         for key in table:
             if key not in required and key not in optional:
                 self.fail(f"'{key}' is not a key of {kind} entries; known are {', '.join([*required, *optional])}")
+        if "name" in required and not (isinstance(self.name, str) and IDENTIFIER.fullmatch(self.name)):
+            self.fail("'name' must be a C identifier")
 
     def fail(self, reason):
         raise CatalogueError(f"{self.file}: {self.kind} {self.name}: {reason}")
@@ -82,8 +86,14 @@ class Entry:
 
     def choice(self, key, known, default=None):
         value = self.table.get(key, default)
-        if value not in known:
+        if not isinstance(value, str) or value not in known:
             self.fail(f"'{key}' must be one of {', '.join(known)}, not {value!r}")
+        return value
+
+    def items(self, key):
+        value = self.table.get(key)
+        if not isinstance(value, list):
+            self.fail(f"'{key}' must be a list, not {value!r}")
         return value
 
     def lookup(self, key, entries):
@@ -134,7 +144,10 @@ class Catalogue:
 
     def entries(self, path, table, kind, required, optional=()):
         name = path.relative_to(self.root)
-        return [Entry(name, kind, entry, required, optional) for entry in table.get(kind, [])]
+        entries = table.get(kind, [])
+        if not isinstance(entries, list):
+            raise CatalogueError(f"{name}: {kind} entries start with [[{kind}]]")
+        return [Entry(name, kind, entry, required, optional) for entry in entries]
 
     def add(self, entries, entry):
         if entry.name in entries:
@@ -144,7 +157,7 @@ class Catalogue:
     def read_fields(self, owner, size, kinds):
         """Checked fields of a record or layout, in order of offset."""
         fields = {}
-        for table in owner.get("fields"):
+        for table in owner.items("fields"):
             field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"], ["unit"])
             kind, _, count = field.text("type").partition(":")
             if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
@@ -240,7 +253,7 @@ class Catalogue:
         operation.request = REQUESTS[operation.choice("request", REQUESTS, "built")]
         self.read_answer(operation)
         operation.args = {}
-        for table in operation.get("args"):
+        for table in operation.items("args"):
             argument = Entry(
                 operation.file, f"operation {operation.name}: argument", table, ["name", "type", "brief"],
                 ["to", "from", "of", "required", "optional", "ignored", "key", "bound"])
@@ -311,8 +324,8 @@ class Catalogue:
     def read_uses(self, entry):
         """The commands that a layout or view belongs to."""
         entry.commands = []
-        for name in entry.get("commands"):
-            if name not in self.commands:
+        for name in entry.items("commands"):
+            if not isinstance(name, str) or name not in self.commands:
                 entry.fail(f"'commands' names {name!r}, which does not exist")
             entry.commands.append(self.commands[name])
 
@@ -327,7 +340,7 @@ class Catalogue:
         for view in self.entries(path, table, "view", ["name", "commands", "brief", "columns"]):
             view.brief, view.columns = view.text("brief"), {}
             self.read_uses(view)
-            for column in view.get("columns"):
+            for column in view.items("columns"):
                 column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"], ["unit"])
                 column.brief, column.title, column.unit = column.text("brief"), column.text("title"), column.text("unit", "")
                 column.type = COLUMN_TYPES[column.choice("type", COLUMN_TYPES)]

@@ -1,0 +1,190 @@
+"""Wrong input of each kind is refused with file, entry and reason, and nothing is written."""
+
+import unittest
+
+from generator import Copy, generate
+
+RECORDS = "catalog/records.toml"
+CHANNELS = "catalog/channels.toml"
+STATUS = "catalog/status.toml"
+BINDING = "catalog/admission/binding.toml"
+PASSTHROUGH = "catalog/generic/passthrough.toml"
+LAYOUTS = "catalog/layouts/batch.toml"
+VIEWS = "catalog/views/onu.toml"
+
+# file, what is replaced, by what, and what must be said: the entry, then the reason.
+BROKEN = {
+    # The file as a whole.
+    "not TOML": (CHANNELS, "[[channel]]", "[[channel", "", "not TOML"),
+    "unknown kind of entry": (BINDING, "[[operation]]", "[[operatoin]]", "", "unknown entry 'operatoin'"),
+    "one table instead of a list": ("catalog/views/new.toml", "", "[view]\nname = 'x'\n", "view",
+                                    "entries start with [[view]]"),
+    "family missing": (BINDING, 'family = "ONU', '# family = "ONU', "", "'family' is missing"),
+    "module missing": (CHANNELS, "module = 6", "", "module", "'number' must be a number"),
+
+    # Any entry.
+    "key missing": (CHANNELS, 'brief  = "loop detection"', "", "channel BSP_MSG_LOOP_DETECT", "'brief' is missing"),
+    "brief empty": (CHANNELS, 'brief  = "loop detection"', 'brief  = " "', "channel BSP_MSG_LOOP_DETECT",
+                    "'brief' must be"),
+    "key unknown": (CHANNELS, "type   = 244", "type   = 244\nsort   = 1", "channel BSP_MSG_LOOP_DETECT",
+                    "'sort' is not a key"),
+    "number too large": (CHANNELS, "type   = 244", "type   = 4294967296", "channel BSP_MSG_LOOP_DETECT",
+                         "'type' must be a number"),
+    "number negative": (CHANNELS, "type   = 244", "type   = -1", "channel BSP_MSG_LOOP_DETECT",
+                        "'type' must be a number"),
+    "number not one": (CHANNELS, "type   = 244", "type   = true", "channel BSP_MSG_LOOP_DETECT",
+                       "'type' must be a number"),
+    "name not one": (CHANNELS, '"BSP_MSG_LOOP_DETECT"', '"BSP MSG"', "channel BSP MSG", "must be a C identifier"),
+    "name a number": (CHANNELS, '"BSP_MSG_LOOP_DETECT"', "5", "channel 5", "must be a C identifier"),
+    "entry not a table": (RECORDS, "fields  = [", "fields  = [ 5,", "record bsp_pon_msg: field", "not a table"),
+
+    # Records.
+    "record of a wrong size": (RECORDS, "size    = 944", "size    = 948", "record bsp_pon_msg",
+                               "948 bytes is not the size"),
+    "record of an unknown name": (RECORDS, '"bsp_onu_msg"', '"bsp_other_msg"', "record bsp_other_msg",
+                                  "is not the size"),
+    "record twice": (RECORDS, '"bsp_pon_msg_ext"\nsize    = 1044', '"bsp_pon_msg"\nsize    = 944', "record bsp_pon_msg",
+                     "the name is taken"),
+    "record's command not a field": (RECORDS, 'command = "cmd"', 'command = "code"', "record bsp_pon_msg",
+                                     "names 'code'"),
+    "record's fields not a list": (RECORDS, "", "[[record]]\nname = 'r'\nsize = 4\nbrief = 'x'\nfields = 3\n",
+                                   "record r",
+                                   "'fields' must be a list"),
+    "payload short of the end": (RECORDS, "size    = 4120", "size    = 4124", "record bsp_profile_msg",
+                                 "does not reach"),
+    "fields overlap": (RECORDS, "offset = 109, type", "offset = 108, type", "field text109", "overlaps field text45"),
+    "field outside": (RECORDS, "bytes:515", "bytes:516", "field data429", "not inside the record of 944 bytes"),
+    "field of no bytes": (RECORDS, "bytes:515", "bytes:0", "field data429", "not inside the record"),
+    "field twice": (RECORDS, '"text109"', '"text45" ', "field text45", "the name is taken"),
+    "word unaligned": (RECORDS, "offset = 36,  type", "offset = 35,  type", "field arg_word36", "not aligned to 4"),
+    "field of an unknown type": (RECORDS, '"text:128"', '"string:128"', "field text237", "'type' must be one of"),
+    "text without a size": (RECORDS, '"text:128"', '"text"', "field text237", "'type' must be one of"),
+    "word with a size": (RECORDS, 'offset = 4,   type = "u32"', 'offset = 4,   type = "u32:4"', "field pon_port",
+                         "'type' must be one of"),
+
+    # Channels, statuses, commands.
+    "channel type twice": (CHANNELS, "type   = 244", "type   = 243", "channel BSP_MSG_LOOP_DETECT",
+                           "type 243 is taken"),
+    "channel twice": (CHANNELS, '"BSP_MSG_LOOP_DETECT"', '"BSP_MSG_PON"', "channel BSP_MSG_PON", "the name is taken"),
+    "channel of an unknown record": (CHANNELS, 'record = "bsp_onu_msg"', 'record = "bsp_msg"',
+                                     "channel BSP_MSG_ONU_INFO",
+                                     "names 'bsp_msg', which does not exist"),
+    "status value twice": (STATUS, "value  = 1002", "value  = 1001", "status BSP_ERR_NOMEM", "value 1001 is taken"),
+    "status twice": (STATUS, '"BSP_ERR_NOMEM"', '"BSP_ERR_IPC"', "status BSP_ERR_IPC", "the name is taken"),
+    "status of unknown origin": (STATUS, 'origin = "library"', 'origin = "board"', "status BSP_OK",
+                                 "'origin' must be one of"),
+    "command code twice": (BINDING, "code    = 764", "code    = 424", "command BSP_CMD_ONU_SUPPORT_SET",
+                           "code 424 is BSP_CMD_OPT_RANGE_SET"),
+    "command code taken by a view's": (VIEWS, "code    = 383", "code    = 364", "", "code 364 is"),
+    "command twice": (BINDING, '"BSP_CMD_ONU_SUPPORT_SET"', '"BSP_CMD_OPT_RANGE_SET"', "command BSP_CMD_OPT_RANGE_SET",
+                      ""),
+    "command without the prefix": (BINDING, 'name    = "BSP_CMD_ONU_SUPPORT_SET"', 'name    = "ONU_SUPPORT_SET"',
+                                   "command ONU_SUPPORT_SET", "must start with BSP_CMD_"),
+    "command of an unknown class": (BINDING, 'class   = "write"', 'class   = "harmless"',
+                                    "command BSP_CMD_OPT_RANGE_SET",
+                                    "'class' must be one of"),
+    "command on an unknown channel": (BINDING, 'channel = "BSP_MSG_PON"', 'channel = "BSP_MSG"',
+                                      "command BSP_CMD_ONU_BIND_AUTO", "names 'BSP_MSG'"),
+
+    # Operations.
+    "operation twice": (BINDING, '"bsp_ponmsg_cfg_set"', '"bsp_pon_cfg"', "operation bsp_pon_cfg", "the name is taken"),
+    "operation of another family": (PASSTHROUGH, '"bsp_pon_exec_set"', '"bsp_pon_cfg"', "operation bsp_pon_cfg",
+                                    "taken by an entry of catalog/admission/binding.toml"),
+    "unknown command": (BINDING, 'command = "BSP_CMD_ONU_BIND"', 'command = "BSP_CMD_BIND"',
+                        "operation bsp_pon_bind_onu_spec_id", "names 'BSP_CMD_BIND', which does not exist"),
+    "channel beside a command": (BINDING, 'command = "BSP_CMD_ONU_BIND"',
+                                 'command = "BSP_CMD_ONU_BIND"\nchannel = "BSP_MSG_PON"',
+                                 "operation bsp_pon_bind_onu_spec_id", "'channel' is stated by its command already"),
+    "unknown call": (BINDING, 'call    = "set"', 'call    = "put"', "operation bsp_pon_cfg", "'call' must be one of"),
+    "call not a text": (BINDING, 'call    = "set"', 'call    = ["set"]', "operation bsp_pon_cfg",
+                        "'call' must be one of"),
+    "unknown failure": (BINDING, 'failure = "report"', 'failure = "A"', "operation bsp_pon_cfg",
+                        "'failure' must be one of"),
+    "unknown request": (BINDING, 'request = "as-is"', 'request = "raw"', "operation bsp_ponmsg_cfg_set",
+                        "'request' must be one of"),
+    "get without an answer": (BINDING, 'call    = "set"', 'call    = "get"', "operation bsp_pon_cfg",
+                              "get calls have an 'answer'"),
+    "set with an answer": (PASSTHROUGH, 'call    = "get"', 'call    = "set"', "operation bsp_pon_exec_get",
+                           "set calls have none"),
+    "answer in an unknown place": (PASSTHROUGH, 'buffer = "own"', 'buffer = "mine"', "operation bsp_pon_exec_get_json",
+                                   "'buffer' must be one of"),
+    "answer in place of another length": (PASSTHROUGH, "preset = 944", "preset = 940", "operation bsp_pon_exec_get",
+                                          "the record's length as its preset"),
+    "as-is without a record": (BINDING, 'call    = "set"', 'call    = "set"\nrequest = "as-is"',
+                               "operation bsp_pon_cfg",
+                               "has one argument of type record"),
+    "record in a built request": (BINDING, 'request = "as-is"', 'request = "built"', "operation bsp_ponmsg_cfg_set",
+                                  "others none"),
+    "arguments not a list": (BINDING, "", "[[operation]]\nname = 'o'\nbrief = 'x'\ncommand = 'BSP_CMD_ONU_BIND'\n"
+                             "call = 'set'\nfailure = 'report'\nargs = 3\n", "operation o", "'args' must be a list"),
+
+    # Arguments.
+    "argument twice": (BINDING, '"pon_port", type', '"cmd", type', "argument cmd", "the name is taken"),
+    "argument of an unknown type": (BINDING, 'type = "mac"', 'type = "MAC"', "argument mac", "'type' must be one of"),
+    "argument into an unknown field": (BINDING, 'to = "onu_mac"', 'to = "mac"', "argument mac",
+                                       "names 'mac', which does not exist"),
+    "argument into a field of another type": (BINDING, 'to = "onu_mac"', 'to = "text45"', "argument mac",
+                                              "text45, which is a text"),
+    "argument into no field": (BINDING, 'type = "u32",    to = "cmd",      brief', 'type = "u32", brief',
+                               "argument cmd", "'to' must be"),
+    "flag not one": (BINDING, "required = true", "required = 1", "argument mac", "'required' must be true or false"),
+    "required and optional": (BINDING, "required = true", "required = true, optional = true", "argument mac",
+                              "not both"),
+    "number required": (BINDING, 'to = "pon_port",  brief', 'to = "pon_port", required = true, brief',
+                        "argument pon_port",
+                        "only pointers"),
+    "key of another type": (BINDING, 'to = "onu_mac",   brief', 'to = "onu_mac", bound = 10240, brief', "argument mac",
+                            "'bound' means nothing for a mac"),
+    "length of nothing": (BINDING, 'of = "data"', 'of = "block"', "argument length", "names 'block'"),
+    "length of a number": (BINDING, 'of = "data"', 'of = "cmd"', "argument length", "cmd, which is not a block"),
+    "bound not known": (PASSTHROUGH, "bound = 10240", "bound = 10000", "argument db_out", "'bound' must be one of"),
+    "database from elsewhere": (PASSTHROUGH, 'from = "shmem"', 'from = "disk"', "argument db_out",
+                                "'from' must be one of"),
+    "database without a key": (PASSTHROUGH, 'key = "cmd"', 'key = "code"', "argument db_out", "names 'code'"),
+    "database of a set call": (BINDING, 'type = "length", of = "data"',
+                               'type = "db", from = "shmem", key = "cmd", bound = 10240',
+                               "argument length", "a set call has no answer"),
+
+    # Layouts and views.
+    "layout of an unknown command": (LAYOUTS, '"BSP_CMD_OPT_RANGE_SET"', '"BSP_CMD_OPT"', "layout opt_range",
+                                     "names 'BSP_CMD_OPT'"),
+    "layout's commands not a list": (LAYOUTS, '["BSP_CMD_OPT_RANGE_SET"]', '"BSP_CMD_OPT_RANGE_SET"',
+                                     "layout opt_range",
+                                     "'commands' must be a list"),
+    "layout of an unknown record": (LAYOUTS, 'record   = "bsp_pon_msg"', 'record   = "bsp_msg"', "layout onu_batch",
+                                    "names 'bsp_msg'"),
+    "layout's field outside": (LAYOUTS, "offset = 436", "offset = 944", "field max_distance", "not inside the record"),
+    "layout's fields overlap": (LAYOUTS, "offset = 436", "offset = 432", "overlaps field", ""),
+    "view of an unknown command": (VIEWS, '"BSP_CMD_VIEW_BASE_INFO_WEB"]', '"BSP_CMD_VIEW"]', "view base_info",
+                                   "names 'BSP_CMD_VIEW'"),
+    "column of an unknown type": (VIEWS, 'type = "mac"', 'type = "macaddr"', "column mac", "'type' must be one of"),
+    "column twice": (VIEWS, '"onu_id"', '"pon_port"', "column pon_port", "the name is taken"),
+}
+
+
+class WrongInput(unittest.TestCase):
+    def refused(self, copy):
+        before = copy.contents()
+        status, said = generate(copy.root)
+        self.assertEqual(status, 2, said)
+        self.assertEqual(said.count("\n"), 1, said)
+        self.assertEqual(copy.contents(), before)
+        return said
+
+    def test_is_refused_with_file_entry_and_reason(self):
+        for name, (file, old, new, entry, reason) in BROKEN.items():
+            with self.subTest(name), Copy() as copy:
+                copy.replace(file, old, new)
+                said = self.refused(copy)
+                self.assertTrue(said.startswith(f"generate.py: {file}: "), said)
+                self.assertIn(entry, said)
+                self.assertIn(reason, said)
+
+    def test_missing_file_is_named(self):
+        with Copy() as copy:
+            (copy.root / "catalog" / "status.toml").unlink()
+            self.assertEqual(self.refused(copy), "generate.py: catalog/status.toml: the file is missing\n")
+
+
+if __name__ == "__main__":
+    unittest.main()
