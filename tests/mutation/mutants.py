@@ -1,0 +1,175 @@
+"""Alters the library's sources: one small change a mutant, each the kind of slip that a hand makes."""
+
+import dataclasses
+import re
+
+COMMENT_OR_TEXT = re.compile(r'//[^\n]*|"(?:\\.|[^"\\\n])*"')
+FUNCTION = re.compile(r"^uint32_t (\w+)\(([^)]*)\)\n\{\n(.*?)^\}", re.MULTILINE | re.DOTALL)
+NOT_A_STATEMENT = r"(?!return|const|using|static|template|uint32_t|int32_t|char|alignas|extern|friend|explicit|break)"
+OPERAND = r"(?:[^:?;()\n]|::|\([^()\n]*\))+"
+FAILURES = ["report", "pass", "silent"]
+
+
+@dataclasses.dataclass(frozen=True)
+class Mutant:
+    file: str  # relative to src/
+    line: int
+    kind: str
+    old: str
+    new: str
+    text: str  # the whole file, altered; as many lines as before
+
+    @property
+    def change(self):
+        return f"{' '.join(self.old.split())} -> {' '.join(self.new.split()) or '(nothing)'}"
+
+    @property
+    def altered_line(self):
+        return " ".join(self.text.split("\n")[self.line - 1].split())
+
+
+def blanked(text):
+    """The text with its comments and string literals blanked out, every character at its place."""
+    return COMMENT_OR_TEXT.sub(lambda match: re.sub(r"[^\n]", " ", match[0]), text)
+
+
+class Header:
+    """What the public header knows by name: what can be taken for each other."""
+
+    def __init__(self, text):
+        self.commands = re.findall(r"^#define (BSP_CMD_\w+)", text, re.MULTILINE)
+        self.channels = re.findall(r"^#define (BSP_MSG_\w+)", text, re.MULTILINE)
+        self.structs = {}
+        for name, body in re.findall(r"^struct (\w+) \{(.*?)^\};", text, re.MULTILINE | re.DOTALL):
+            self.structs[name] = re.findall(r"^    (\w+) (\w+?)(\[\d+\])?;", body, re.MULTILINE)
+
+    @staticmethod
+    def next(names, name):
+        return [names[(names.index(name) + 1) % len(names)]] if len(names) > 1 and name in names else []
+
+    def fields_like(self, name):
+        """The next fields of the same kind, one a record that has a field of this name."""
+        found = []
+        for members in self.structs.values():
+            kinds = {member: (kind, bool(count)) for kind, member, count in members
+                     if not member.startswith("reserved")}
+            if name in kinds:
+                found += self.next([member for member in kinds if kinds[member] == kinds[name]], name)
+        return found
+
+
+class Source:
+    """One file of the library and all its mutants."""
+
+    def __init__(self, file, text, header):
+        self.file, self.text, self.header = file, text, header
+        self.code = blanked(text)
+        self.found = {}
+
+    def alter(self, kind, start, end, new, of=None):
+        old = self.text[start:end]
+        text = self.text[:start] + new + "\n" * (old.count("\n") - new.count("\n")) + self.text[end:]
+        if text != self.text and text not in self.found:
+            line = self.text.count("\n", 0, start) + 1
+            self.found[text] = Mutant(self.file, line, kind, of or old, new, text)
+
+    def replace(self, kind, pattern, *news, within=None):
+        """Replaces each match by each of `news`: a template for match.expand, or a function that gives a list."""
+        start, end = within or (0, len(self.code))
+        for match in re.compile(pattern, re.MULTILINE).finditer(self.code, start, end):
+            for new in news:
+                for text in (new(match) if callable(new) else [match.expand(new)]):
+                    self.alter(kind, match.start(), match.end(), text)
+
+    def mutants(self):
+        self.wire()
+        self.checks()
+        self.failures()
+        self.answers()
+        self.statements()
+        self.expressions()
+        return sorted(self.found.values(), key=lambda mutant: (mutant.line, mutant.kind, mutant.new))
+
+    def wire(self):
+        """What goes out: command, channel, call, fields, arguments."""
+        header = self.header
+        self.replace("command", r"\bBSP_CMD_\w+", lambda match: header.next(header.commands, match[0]))
+        self.replace("channel", r"\bBSP_MSG_\w+", lambda match: header.next(header.channels, match[0]))
+        self.replace("module", r"\bBSP_IPC_MODULE\b", r"(\g<0> + 1)")
+        self.replace("call", r"\bipc_(set|get)_exec\b", r"ipc_dgram_\1_exec")
+        self.replace("field", r"(?<=->)\w+(?= = )|(?<=::)(?:text|data)\d+|(?<=, )(?:text|data)\d+(?=\))",
+                     lambda match: header.fields_like(match[0]))
+        self.replace("record", r"\*Request\{(\w+), \*(\w+)\}", r"*\2", r"*Request<bsp_pon_msg>{\1}")
+        for match in FUNCTION.finditer(self.code):
+            numbers = re.findall(r"uint32_t (\w+)", match[2])
+            texts = re.findall(r"const char \*(\w+)", match[2])
+            body = match.span(3)
+            self.replace("argument", r"(?<= = )\w+(?=;)", lambda use: header.next(numbers, use[0]), within=body)
+            self.replace("argument", r"\b\w+(?=\);)", lambda use: header.next(texts, use[0]), within=body)
+
+    def checks(self):
+        """Null checks, which were there or were not."""
+        self.replace("null check", r"if \(!(\w+)\) return BSP_ERR_PARAM;", "", r"if (\1) return BSP_ERR_PARAM;",
+                     r"if (!\1) return BSP_ERR_IPC;", r"if (!\1) return BSP_OK;")
+        for match in FUNCTION.finditer(self.code):
+            for pointer in re.findall(r"\*+(\w+)", match[2]):
+                if f"if (!{pointer})" not in match[3]:
+                    check = f"if (!{pointer}) return BSP_ERR_PARAM;"
+                    self.alter("null check", match.start(3), match.start(3), check, of=match[1])
+
+    def failures(self):
+        """What becomes of a failed exchange."""
+        self.replace("failure", r"\b(set|get_in_place)(?=\(BSP_MSG)", r"\1<frame::Failure::pass>",
+                     r"\1<frame::Failure::silent>")
+        self.replace("failure", r"(?<=frame::no_length)(?=>\(BSP_MSG)", ", frame::Failure::pass",
+                     ", frame::Failure::silent")
+        self.replace("failure", r"\bFailure::(\w+)",
+                     lambda match: [f"Failure::{other}" for other in FAILURES if other != match[1]])
+        self.replace("status", r"\bBSP_ERR_IPC\b", "BSP_ERR_NOMEM")
+        self.replace("status", r"\bBSP_OK\b", "BSP_ERR_IPC")
+        self.replace("log", r"\buserlog_err\b", "userlog_debug")
+        self.replace("log", r"\bsite\.function\b", '"frame"')
+        self.replace("log", r"\bsite\.line\b", "0")
+        for match in re.finditer(r'"[^"\n]* failed[^"\n]*"', self.text):
+            self.alter("log", *match.span(), match[0].replace("\\n", ""))
+            self.alter("log", *match.span(), match[0].replace("failed", "failure"))
+            self.alter("log", *match.span(), match[0].replace("%d", "%u"))
+
+    def answers(self):
+        """Where an answer goes and how long it may be."""
+        self.replace("bound", r"\bframe::small_view\b", "frame::large_view")
+        self.replace("bound", r"\bframe::large_view\b", "frame::small_view")
+        self.replace("preset", r"\bframe::no_length\b", "sizeof(bsp_pon_msg)", "1044")
+        self.replace("place", r"\bframe::get_in_place\b", "frame::set")
+
+    def statements(self):
+        """A statement forgotten, or two texts in the other order."""
+        self.replace("statement", rf"^ +{NOT_A_STATEMENT}[\w>.:*\-]+(?:\(| = )[^;{{}}]*;$", "")
+        self.replace("statement", r"(?<=\) )(?:\*?\w+ = |__builtin_)[^;{}]*;$", ";")
+        for match in re.finditer(r"^( +request\.put\([^\n]*\n)( +request\.put\([^\n]*\n)", self.code, re.MULTILINE):
+            first, second = (self.text[slice(*match.span(group))] for group in (1, 2))
+            self.alter("order", match.start(), match.end(), second + first)
+
+    def expressions(self):
+        """Operators, constants, sizes."""
+        for old, *news in [("==", "!="), ("!=", "=="), (">", ">=", "<"), (">=", ">"), ("<", "<=", ">"), ("&&", "||"),
+                           ("||", "&&"), ("+", "-"), ("-", "+")]:
+            self.replace("operator", rf"(?<= ){re.escape(old)}(?= )", *news)
+        self.replace("operator", r"\(!(?=\w)", "(")
+        self.replace("operator", rf"\? ({OPERAND}) : ({OPERAND})", r"? \2 : \1")
+        self.replace("operator", r"\b(ipc_result|text|block|out)(?= [?&)]|\) )", r"!\1")
+        self.replace("constant", r"(?<![\w.'])\d+(?![\w.'])",
+                     lambda match: [str(int(match[0]) + step) for step in (1, -1) if int(match[0]) + step >= 0])
+        self.replace("constant", r"'\\0'", "'x'")
+        self.replace("size", r"\bsizeof (?:record\.onu_mac|record|request)(?![\w.])|\bsizeof\(Record\)",
+                     r"\g<0> - 1", r"\g<0> - 4", r"\g<0> + 4")
+        self.replace("size", r"\bsize(?=[);])", "size - 1")
+
+
+def mutants_of(folder, header):
+    """All mutants of the sources below a folder, in order."""
+    names = Header(header.read_text(encoding="utf-8"))
+    found = []
+    for path in sorted([*folder.rglob("*.cpp"), *folder.rglob("*.h")]):
+        found += Source(str(path.relative_to(folder)), path.read_text(encoding="utf-8"), names).mutants()
+    return found
