@@ -68,16 +68,6 @@ const board::Cell *cell_of(const db_handle *db, uint32_t row, const char *column
     return cell && cell->type != DB_NONE ? cell : nullptr;
 }
 
-template <class Number>
-int number_of(const board::Cell &cell, Number *value)
-{
-    Number number;
-    const auto [rest, error] = std::from_chars(cell.text, cell.text + cell.text_length, number);
-    if (error != std::errc{}) return -1;
-    *value = number;
-    return 0;
-}
-
 } // namespace
 
 db_handle *db_from_shmem(uint32_t key, uint32_t bound)
@@ -179,13 +169,20 @@ db_type db_get_type(const db_handle *db, uint32_t row, const char *column)
 int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_t *value)
 {
     const board::Cell *cell = cell_of(db, row, column);
-    return cell && cell->type == DB_INTEGER ? number_of(*cell, value) : -1;
+    if (!cell || cell->type != DB_INTEGER) return -1;
+    std::from_chars(cell->text, cell->text + cell->text_length, *value);
+    return 0;
 }
 
 int db_get_real(const db_handle *db, uint32_t row, const char *column, double *value)
 {
     const board::Cell *cell = cell_of(db, row, column);
-    return cell && (cell->type == DB_INTEGER || cell->type == DB_REAL) ? number_of(*cell, value) : -1;
+    if (!cell || (cell->type != DB_INTEGER && cell->type != DB_REAL)) return -1;
+    // The table takes no number that is too large, so that what is stored nowhere is too small.
+    double number = 0;
+    std::from_chars(cell->text, cell->text + cell->text_length, number);
+    *value = number;
+    return 0;
 }
 
 int db_get_bool(const db_handle *db, uint32_t row, const char *column, int *value)

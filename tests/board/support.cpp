@@ -86,9 +86,8 @@ size_t open_descriptors()
     return count;
 }
 
-size_t mappings()
+size_t shared_mappings()
 {
-    // Shared memory only: the allocator's own mappings come and go as they please.
     std::ifstream maps("/proc/self/maps");
     size_t count = 0;
     for (std::string line; std::getline(maps, line);)

@@ -52,9 +52,9 @@ Handler echo(uint32_t status = 0);
 // Runs `body` in a forked child and returns its result as an exit status, or 128 + the signal that ended it.
 int in_child(const std::function<int()> &body);
 
-// What this process has open and mapped.
+// What this process has open, and the memory for results that it has mapped.
 size_t open_descriptors();
-size_t mappings();
+size_t shared_mappings();
 
 // What standard error receives while `body` runs.
 std::string log_of(const std::function<void()> &body);

@@ -28,8 +28,9 @@ db_handle *db_create_fromfile(const char *file);
 void db_free(db_handle *db);
 
 /* A result database is a JSON document: an array of rows, each an object of named columns, or one object, which
- * reads as a table of one row. Any other text, an array with anything else in it included, is a table of no rows;
- * db_text still gives it. Rows may differ in their columns; of columns of one name in a row the last holds.
+ * reads as a table of one row. Any other text is a table of no rows, also an array with anything else in it or a number
+ * beyond the range of a double; db_text still gives it. Rows may differ in their columns; of columns of one name in a
+ * row the last holds.
  *
  * Texts that these functions return belong to the handle, are NUL-terminated and live until db_free. A handle may be
  * read from several threads at once. */
@@ -49,7 +50,7 @@ typedef enum db_type {
 
 db_type db_get_type(const db_handle *db, uint32_t row, const char *column);
 /* 0 and the value stored; -1, and nothing stored, when the cell is of another type. A whole number reads as a real
- * too; nothing else converts, and a real beyond the range of a double does not read. */
+ * too; nothing else converts. */
 int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_t *value);
 int db_get_real(const db_handle *db, uint32_t row, const char *column, double *value);
 int db_get_bool(const db_handle *db, uint32_t row, const char *column, int *value);
