@@ -1,12 +1,12 @@
 #include "answering.h"
 
-#include <cerrno>
 #include <cstring>
 #include <exception>
 
 #include <sys/socket.h>
 
 #include "board/util.h"
+#include "packet.h"
 
 namespace board
 {
@@ -22,7 +22,7 @@ void Complaints::log(const ucred &peer, const char *what, const char *why)
     const std::lock_guard lock(mutex);
     const auto now = std::chrono::steady_clock::now();
     if (now - second >= std::chrono::seconds(1)) {
-        if (left_out) userlog_err(__func__, __LINE__, "%u more complaints about peers left out", left_out);
+        if (left_out) userlog_err("board_service", __LINE__, "%u more complaints about peers left out", left_out);
         second = now;
         logged = left_out = 0;
     }
@@ -31,7 +31,7 @@ void Complaints::log(const ucred &peer, const char *what, const char *why)
         return;
     }
     ++logged;
-    userlog_err(__func__, __LINE__, "%s of process %d, user %u: %s", what, static_cast<int>(peer.pid),
+    userlog_err("board_service", __LINE__, "%s of process %d, user %u: %s", what, static_cast<int>(peer.pid),
                 static_cast<unsigned>(peer.uid), why);
 }
 
@@ -77,30 +77,11 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
     return true;
 }
 
-bool Answering::send(int socket, board_answer &answer, const sockaddr *to, socklen_t to_length) const
+bool Answering::send(int socket, board_answer &answer)
 {
-    constexpr int flags = MSG_DONTWAIT | MSG_NOSIGNAL;
-    const int memory = answer.frame.header.result.state == Result::shared ? answer.memory.to_pass() : -1;
-    if (memory < 0) return sendto(socket, &answer.frame, answer.frame.size(), flags, to, to_length) >= 0;
-
-    iovec part{&answer.frame, answer.frame.size()};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))] = {};
-    msghdr message{};
-    message.msg_name = const_cast<sockaddr *>(to);
-    message.msg_namelen = to_length;
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-    cmsghdr *const passed = CMSG_FIRSTHDR(&message);
-    passed->cmsg_level = SOL_SOCKET;
-    passed->cmsg_type = SCM_RIGHTS;
-    passed->cmsg_len = CMSG_LEN(sizeof memory);
-    std::memcpy(CMSG_DATA(passed), &memory, sizeof memory);
-    const bool sent = sendmsg(socket, &message, flags) >= 0;
-    const int error = errno;
-    answer.memory.passed();
-    errno = error;
+    const bool pass = answer.frame.header.result.state == Result::shared;
+    const bool sent = send_packet(socket, &answer.frame, answer.frame.size(), pass ? answer.memory.to_pass() : -1) >= 0;
+    if (pass && sent) answer.memory.passed();
     return sent;
 }
 

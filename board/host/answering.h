@@ -46,7 +46,7 @@ public:
 
     // Sends an answer, with its memory when the peer has still to get it. False when the peer does not take it: it
     // must not be waited for.
-    bool send(int socket, board_answer &answer, const sockaddr *to, socklen_t to_length) const;
+    static bool send(int socket, board_answer &answer);
 
     Complaints complaints;
 

@@ -15,6 +15,7 @@
 #include "board/service.h"
 #include "board/util.h"
 #include "endpoint.h"
+#include "packet.h"
 #include "settings.h"
 
 namespace
@@ -164,7 +165,7 @@ void board_service::admit(Descriptor socket)
     }
     answering.complaints.log(peer, "refused a connection", text_of(Refusal::busy));
     const Head refusal = refusal_of(Refusal::busy);
-    send(socket.get(), &refusal, sizeof refusal, MSG_DONTWAIT | MSG_NOSIGNAL);
+    send_packet(socket.get(), &refusal, sizeof refusal, -1);
 }
 
 void board_service::serve(Connection &connection)
@@ -178,10 +179,10 @@ void board_service::serve(Connection &connection)
         if (received <= 0) return;
         Head refusal;
         if (!answering.handle(request, static_cast<size_t>(received), false, connection.peer, answer, refusal)) {
-            send(socket, &refusal, sizeof refusal, MSG_DONTWAIT | MSG_NOSIGNAL);
+            send_packet(socket, &refusal, sizeof refusal, -1);
             return;
         }
-        if (!answering.send(socket, answer, nullptr, 0)) {
+        if (!answering.send(socket, answer)) {
             answering.complaints.log(connection.peer, "gave up a connection", std::strerror(errno));
             return;
         }
@@ -210,12 +211,9 @@ void board_service::serve_datagrams()
     const int socket = endpoint->datagrams();
     RequestFrame request;
     while (!stopping) {
-        sockaddr_un from;
         iovec part{&request, sizeof request};
-        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred))];
+        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
         msghdr message{};
-        message.msg_name = &from;
-        message.msg_namelen = sizeof from;
         message.msg_iov = &part;
         message.msg_iovlen = 1;
         message.msg_control = control;
@@ -225,16 +223,18 @@ void board_service::serve_datagrams()
 
         ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
         for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
-            if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS &&
-                at->cmsg_len >= CMSG_LEN(sizeof peer))
+            if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
                 std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
-
+        const Descriptor way_back = passed_descriptor(message);
+        if (!way_back) {
+            answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
+            continue;
+        }
         board_answer answer(true);
         Head refusal;
-        const auto *to = reinterpret_cast<const sockaddr *>(&from);
         if (!answering.handle(request, static_cast<size_t>(received), true, peer, answer, refusal))
-            sendto(socket, &refusal, sizeof refusal, MSG_DONTWAIT | MSG_NOSIGNAL, to, message.msg_namelen);
-        else if (!answering.send(socket, answer, to, message.msg_namelen))
+            send_packet(way_back.get(), &refusal, sizeof refusal, -1);
+        else if (!answering.send(way_back.get(), answer))
             answering.complaints.log(peer, "could not deliver an answer", std::strerror(errno));
     }
 }

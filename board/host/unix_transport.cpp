@@ -1,5 +1,8 @@
 // The transport over Unix sockets: one connection a thread for the set and get calls, one datagram socket for the
 // others, both kept from call to call.
+//
+// A datagram carries the socket that its answer is to be written to. So each client's answers take up room of its own,
+// and a client that leaves its answers unread is in nobody's way.
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -13,6 +16,7 @@
 
 #include "board/util.h"
 #include "descriptor.h"
+#include "packet.h"
 #include "settings.h"
 #include "shared_memory.h"
 #include "transport.h"
@@ -67,22 +71,6 @@ int32_t value_of_refusal(Refusal reason)
     return reason == Refusal::busy ? IPC_ERR_SERVICE : IPC_ERR_INCOMPATIBLE;
 }
 
-// Descriptors that came with a packet: the first is kept, any other closed.
-Descriptor passed_descriptor(msghdr &message)
-{
-    Descriptor first;
-    for (cmsghdr *part = CMSG_FIRSTHDR(&message); part; part = CMSG_NXTHDR(&message, part)) {
-        if (part->cmsg_level != SOL_SOCKET || part->cmsg_type != SCM_RIGHTS) continue;
-        for (size_t at = 0; at + sizeof(int) <= part->cmsg_len - CMSG_LEN(0); at += sizeof(int)) {
-            int descriptor;
-            std::memcpy(&descriptor, CMSG_DATA(part) + at, sizeof descriptor);
-            Descriptor owned(descriptor);
-            if (!first) first = std::move(owned);
-        }
-    }
-    return first;
-}
-
 // A socket to one module, and the memory in which results come over it.
 class Line
 {
@@ -94,19 +82,23 @@ public:
     void drop()
     {
         socket.close();
+        near_end.close();
+        far_end.close();
         view = ResultView();
     }
 
 private:
+    int source() const { return datagrams ? near_end.get() : socket.get(); }
     int32_t open(uint32_t to_module);
     int send(const RequestFrame &request);
     int32_t receive(const RequestFrame &request, AnswerFrame &answer);
     ssize_t receive_packet(msghdr &message);
-    int32_t take(const RequestFrame &request, const AnswerFrame &answer, size_t received, Descriptor passed);
+    int32_t take(const RequestFrame &request, const AnswerFrame &answer, size_t received, const Descriptor &passed);
 
     const bool datagrams;
     uint32_t module = 0;
     Descriptor socket;
+    Descriptor near_end, far_end; // of datagrams: the two ends of the way back
     ResultView view;
     Clock::time_point deadline;
     bool waited = false; // part of the time is spent, so that the socket's own time-out would be too late
@@ -134,10 +126,13 @@ int32_t Line::open(uint32_t to_module)
     if (setsockopt(opened.get(), SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) ||
         setsockopt(opened.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout))
         return IPC_ERR_SYSTEM;
-    // A datagram's answer needs an address to go to: the kernel chooses one when the address is left out.
-    const sockaddr_un unnamed{.sun_family = AF_UNIX, .sun_path = {}};
-    if (datagrams && bind(opened.get(), reinterpret_cast<const sockaddr *>(&unnamed), sizeof unnamed.sun_family))
-        return IPC_ERR_SYSTEM;
+    if (datagrams) {
+        int ends[2];
+        if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends)) return IPC_ERR_SYSTEM;
+        near_end = Descriptor(ends[0]);
+        far_end = Descriptor(ends[1]);
+        if (setsockopt(near_end.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout)) return IPC_ERR_SYSTEM;
+    }
     if (connect(opened.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)) {
         const int error = errno;
         userlog_debug(__func__, __LINE__, "no connection to %s: %s", address.sun_path, std::strerror(error));
@@ -152,7 +147,7 @@ int32_t Line::open(uint32_t to_module)
 // Returns 0 or an error number. A request is sent whole or not at all.
 int Line::send(const RequestFrame &request)
 {
-    while (::send(socket.get(), &request, request.size(), MSG_DONTWAIT | MSG_NOSIGNAL) < 0) {
+    while (send_packet(socket.get(), &request, request.size(), far_end.get()) < 0) {
         if (errno == EINTR) continue;
         if (errno != EAGAIN) return errno;
         waited = true;
@@ -169,7 +164,7 @@ ssize_t Line::receive_packet(msghdr &message)
     // False when another attempt may bring a packet.
     const auto attempt = [&](int how) {
         message.msg_controllen = control_length;
-        received = recvmsg(socket.get(), &message, MSG_CMSG_CLOEXEC | MSG_TRUNC | how);
+        received = recvmsg(source(), &message, MSG_CMSG_CLOEXEC | MSG_TRUNC | how);
         return received >= 0 || (errno != EAGAIN && errno != EINTR);
     };
 
@@ -187,7 +182,7 @@ ssize_t Line::receive_packet(msghdr &message)
         }
     }
     while (!attempt(MSG_DONTWAIT)) {
-        if (!wait_for(socket.get(), POLLIN, deadline)) {
+        if (!wait_for(source(), POLLIN, deadline)) {
             errno = ETIMEDOUT;
             return -1;
         }
@@ -218,7 +213,7 @@ int32_t Line::receive(const RequestFrame &request, AnswerFrame &answer)
 }
 
 // Believes an answer only when everything in it holds.
-int32_t Line::take(const RequestFrame &request, const AnswerFrame &answer, size_t received, Descriptor passed)
+int32_t Line::take(const RequestFrame &request, const AnswerFrame &answer, size_t received, const Descriptor &passed)
 {
     const AnswerHeader &header = answer.header;
     switch (check_head(header.head, received)) {

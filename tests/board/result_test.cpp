@@ -132,7 +132,7 @@ TEST_P(ResultDatabase, leaves_nothing_behind_in_ten_thousand_queries)
         ASSERT_EQ(taken(key, bound), 2 + query % 100);
     }
     // Client and service are this one process.
-    EXPECT_EQ(open_descriptors(), descriptors);
+    EXPECT_TRUE(eventually([&] { return open_descriptors() == descriptors; }));
     EXPECT_EQ(shared_mappings(), mapped);
 }
 

@@ -1,0 +1,236 @@
+// Services whose answers are not what they should be: the client believes none, and comes to no harm.
+#include <cstring>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "board/datastore.h"
+#include "support.h"
+
+namespace
+{
+
+const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}});
+
+using Packets = std::vector<RawService::Packet>;
+
+constexpr uint32_t key = 352;
+constexpr off_t memory_header = 64;
+constexpr int all_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL | F_SEAL_WRITE;
+
+// Memory as a service in order passes it, with the bytes `{}` as a result of generation 1, but for size and seals.
+board::Descriptor memory_for_a_result(off_t size, int seals)
+{
+    board::Descriptor memory(memfd_create("hostile", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    const uint32_t generation = 1;
+    EXPECT_EQ(ftruncate(memory.get(), size), 0);
+    if (size >= memory_header + 2) {
+        EXPECT_EQ(pwrite(memory.get(), &generation, sizeof generation, 0), 4);
+        EXPECT_EQ(pwrite(memory.get(), "{}", 2, memory_header), 2);
+    }
+    EXPECT_EQ(fcntl(memory.get(), F_ADD_SEALS, seals), 0);
+    return memory;
+}
+
+board::AnswerFrame with_result(const board::RequestFrame &request)
+{
+    board::AnswerFrame answer = answer_to(request);
+    answer.header.result = {board::Result::shared, key, memory_header, 2, 1};
+    return answer;
+}
+
+struct Kind {
+    const char *kind;
+    decltype(&ipc_get_exec) get;
+};
+
+void PrintTo(const Kind &kind, std::ostream *out)
+{
+    *out << kind.kind;
+}
+
+class HostileService : public testing::TestWithParam<Kind>
+{
+protected:
+    ~HostileService() { unlink(socket_path(GetParam().kind).c_str()); }
+
+    // What a call makes of an answer.
+    int32_t value_of(const RawService::Answers &answers) const
+    {
+        RawService service(GetParam().kind, answers);
+        return call();
+    }
+    int32_t value_of_altered(const std::function<void(board::AnswerFrame &)> &alter) const
+    {
+        return value_of([&](const board::RequestFrame &request) {
+            board::AnswerFrame answer = answer_to(request);
+            alter(answer);
+            return Packets{{std::string(reinterpret_cast<const char *>(&answer), sizeof answer.header + 3)}};
+        });
+    }
+    int32_t value_of_result(const board::Descriptor &memory, const board::Result &result) const
+    {
+        return value_of([&](const board::RequestFrame &request) {
+            board::AnswerFrame answer = answer_to(request);
+            answer.header.result = result;
+            return Packets{{bytes_of(answer), memory.get()}};
+        });
+    }
+    int32_t call() const
+    {
+        char response[3];
+        uint32_t length = 3, status;
+        return GetParam().get(test_module, test_channel, "abc", 3, response, &length, &status);
+    }
+};
+
+TEST_P(HostileService, is_believed_when_it_is_none)
+{
+    EXPECT_EQ(value_of_altered([](board::AnswerFrame &) {}), IPC_OK);
+    EXPECT_EQ(value_of_result(memory_for_a_result(memory_header + 2, all_seals),
+                              {board::Result::shared, key, memory_header, 2, 1}),
+              IPC_OK);
+}
+
+TEST_P(HostileService, answers_garbage)
+{
+    EXPECT_EQ(value_of([](const auto &) { return Packets{{"garbage of some length"}}; }), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of([](const auto &) { return Packets{{"BIPC"}}; }), IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, answers_half_a_frame)
+{
+    EXPECT_EQ(value_of([](const board::RequestFrame &request) {
+                  return Packets{{bytes_of(answer_to(request)).substr(0, 30)}};
+              }),
+              IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, sends_the_request_back)
+{
+    EXPECT_EQ(value_of([](const board::RequestFrame &request) {
+                  return Packets{{std::string(reinterpret_cast<const char *>(&request), request.size())}};
+              }),
+              IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, answers_with_a_stale_sequence_number)
+{
+    EXPECT_EQ(value_of_altered([](board::AnswerFrame &answer) { --answer.header.sequence; }), IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, answers_another_request)
+{
+    EXPECT_EQ(value_of_altered([](auto &answer) { ++answer.header.msg_type; }), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_altered([](auto &answer) { ++answer.header.module; }), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_altered([](auto &answer) { answer.header.head.detail ^= 1; }), IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, states_a_length_that_is_not_the_packets)
+{
+    EXPECT_EQ(value_of_altered([](auto &answer) { answer.header.length = 2; }), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_altered([](auto &answer) { answer.header.length = 4; }), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_altered([](auto &answer) { answer.header.length = 0xffffffff; }), IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, sends_more_than_a_frame_holds)
+{
+    EXPECT_EQ(value_of([](const board::RequestFrame &request) {
+                  board::AnswerFrame answer = answer_to(request);
+                  answer.header.length = IPC_MAX_LENGTH + 1;
+                  const std::string header(reinterpret_cast<const char *>(&answer), sizeof answer.header);
+                  return Packets{{header + std::string(IPC_MAX_LENGTH + 1, 'x')}};
+              }),
+              IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, sends_every_answer_twice_and_none_is_taken_for_the_next)
+{
+    RawService service(GetParam().kind, [](const board::RequestFrame &request) {
+        return Packets{{bytes_of(answer_to(request))}, {bytes_of(answer_to(request))}};
+    });
+    for (const char *token : {"abc", "def", "ghi", "jkl"}) {
+        char response[4] = "###";
+        uint32_t length = 3, status;
+        const int32_t value = GetParam().get(test_module, test_channel, token, 3, response, &length, &status);
+        EXPECT_TRUE(value == IPC_OK || value == IPC_ERR_BROKEN_ANSWER) << value;
+        EXPECT_STREQ(response, value == IPC_OK ? token : "###");
+    }
+}
+
+TEST_P(HostileService, passes_memory_that_could_shrink_or_change)
+{
+    for (const int missing : {F_SEAL_SHRINK, F_SEAL_GROW, F_SEAL_SEAL, F_SEAL_WRITE}) {
+        const auto memory = memory_for_a_result(memory_header + 2, all_seals & ~missing);
+        EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, memory_header, 2, 1}), IPC_ERR_BROKEN_ANSWER)
+            << "without seal " << missing;
+    }
+}
+
+TEST_P(HostileService, passes_a_file_that_is_no_memory)
+{
+    const board::Descriptor null(open("/dev/null", O_RDWR));
+    EXPECT_EQ(value_of_result(null, {board::Result::shared, key, memory_header, 2, 1}), IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, passes_memory_of_a_wrong_length)
+{
+    for (const off_t size : {off_t{0}, off_t{10}, off_t{memory_header + BOARD_RESULT_MAX + 1}}) {
+        const auto memory = memory_for_a_result(size, all_seals);
+        EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, memory_header, 2, 1}), IPC_ERR_BROKEN_ANSWER)
+            << "of " << size;
+    }
+}
+
+TEST_P(HostileService, points_outside_of_its_memory)
+{
+    const auto memory = memory_for_a_result(memory_header + 2, all_seals);
+    const std::pair<uint32_t, uint32_t> places[] = {{0, 2},  {63, 2},          {65, 2},        {64, 3},
+                                                    {67, 0}, {64, 0xffffffff}, {0xffffffff, 2}};
+    for (const auto &[offset, length] : places) {
+        EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, offset, length, 1}), IPC_ERR_BROKEN_ANSWER)
+            << offset << ", " << length;
+    }
+}
+
+TEST_P(HostileService, announces_a_result_and_passes_no_memory)
+{
+    EXPECT_EQ(value_of([](const board::RequestFrame &request) { return Packets{{bytes_of(with_result(request))}}; }),
+              IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, has_taken_the_result_back)
+{
+    const auto memory = memory_for_a_result(memory_header + 2, all_seals);
+    EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, memory_header, 2, 2}), IPC_OK);
+    const std::string log = log_of([] { EXPECT_EQ(db_from_shmem(key, 100), nullptr); });
+    EXPECT_NE(log.find("took the result"), std::string::npos) << log;
+}
+
+TEST_P(HostileService, passes_descriptors_that_the_client_does_not_keep)
+{
+    const auto memory = memory_for_a_result(10, all_seals);
+    const board::Descriptor null(open("/dev/null", O_RDWR));
+    value_of([](const auto &) { return Packets{{"the end of any connection before"}}; });
+    const size_t before = open_descriptors();
+    for (int round = 0; round < 10; ++round) {
+        value_of_result(memory, {});
+        value_of_result(null, {});
+        value_of([&](const auto &) { return Packets{{"garbage", null.get()}}; });
+    }
+    EXPECT_EQ(open_descriptors(), before);
+}
+
+TEST_P(HostileService, is_followed_by_one_that_is_served_as_if_nothing_had_been)
+{
+    value_of([](const auto &) { return Packets{{"garbage"}}; });
+    TestService service(echo());
+    EXPECT_EQ(call(), IPC_OK);
+}
+
+INSTANTIATE_TEST_SUITE_P(Connection, HostileService, testing::Values(Kind{"seq", ipc_get_exec}));
+INSTANTIATE_TEST_SUITE_P(Datagram, HostileService, testing::Values(Kind{"dgram", ipc_dgram_get_exec}));
+
+} // namespace

@@ -1,0 +1,87 @@
+// Log lines. Each test logs in a child, because BOARD_LOG is read once a process.
+#include <cerrno>
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "board/util.h"
+#include "support.h"
+
+namespace
+{
+
+// What `body` logs with BOARD_LOG set so.
+std::string logged(const char *setting, const std::function<void()> &body)
+{
+    return log_of([&] {
+        in_child([&] {
+            if (setting)
+                setenv("BOARD_LOG", setting, 1);
+            else
+                unsetenv("BOARD_LOG");
+            body();
+            return 0;
+        });
+    });
+}
+
+void log_both()
+{
+    userlog_err("fails", 12, "ipc msg failed. rv=%d\n", -3);
+    userlog_debug("looks", 34, "nothing there");
+}
+
+TEST(Log, has_errors_only_unless_told_otherwise)
+{
+    EXPECT_EQ(logged(nullptr, log_both), "ERROR fails:12: ipc msg failed. rv=-3\n");
+    EXPECT_EQ(logged("err", log_both), "ERROR fails:12: ipc msg failed. rv=-3\n");
+}
+
+TEST(Log, has_everything_with_debug)
+{
+    EXPECT_EQ(logged("debug", log_both), "ERROR fails:12: ipc msg failed. rv=-3\nDEBUG looks:34: nothing there\n");
+}
+
+TEST(Log, has_nothing_with_off)
+{
+    EXPECT_EQ(logged("off", log_both), "");
+}
+
+TEST(Log, goes_past_standard_error_to_the_systems_log)
+{
+    EXPECT_EQ(logged("debug,syslog", log_both), "");
+}
+
+TEST(Log, ends_each_line_with_one_newline)
+{
+    EXPECT_EQ(logged("err", [] { userlog_err("f", 1, "%s", ""); }), "ERROR f:1: \n");
+    EXPECT_EQ(logged("err", [] { userlog_err("f", 1, "\n"); }), "ERROR f:1: \n");
+}
+
+TEST(Log, lets_no_text_look_like_two_lines)
+{
+    EXPECT_EQ(logged("err", [] { userlog_err("f", 1, "%s", "one\nERROR g:2: two\r\033[2J\n"); }),
+              "ERROR f:1: one ERROR g:2: two  [2J\n");
+}
+
+TEST(Log, cuts_a_line_that_is_too_long)
+{
+    const std::string line = logged("err", [] { userlog_err("f", 1, "%s\n", std::string(5000, 'x').c_str()); });
+    EXPECT_EQ(line.substr(0, 12), "ERROR f:1: x");
+    EXPECT_GT(line.size(), 900u);
+    EXPECT_LT(line.size(), 1100u);
+    EXPECT_EQ(line.find('\n'), line.size() - 1);
+}
+
+TEST(Log, leaves_errno_alone)
+{
+    EXPECT_EQ(logged("err",
+                     [] {
+                         errno = ENOENT;
+                         userlog_err("f", 1, "first");
+                         userlog_err("f", 2, "%d", errno == ENOENT);
+                     }),
+              "ERROR f:1: first\nERROR f:2: 1\n");
+}
+
+} // namespace

@@ -1,0 +1,161 @@
+// A service's life: its place in the folder of sockets, and how it ends.
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support.h"
+
+namespace
+{
+
+const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}});
+
+bool exists(const std::string &path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
+int32_t call()
+{
+    uint32_t status;
+    return ipc_set_exec(test_module, test_channel, "", 1, &status);
+}
+
+void ignore(void *, const board_request *, board_answer *) {}
+
+board_service *start(uint32_t module, const std::string &directory, uint32_t mode = 0)
+{
+    board_service_config config{};
+    config.module = module;
+    config.directory = directory.c_str();
+    config.socket_mode = mode;
+    config.handler = ignore;
+    return board_service_start(&config);
+}
+
+TEST(Service, uses_the_folder_that_the_environment_names)
+{
+    EXPECT_STREQ(board_ipc_directory(), getenv("BOARD_IPC_DIR"));
+    TestService service(echo());
+    EXPECT_TRUE(exists(board_ipc_directory() + std::string("/6.seq")));
+    EXPECT_TRUE(exists(board_ipc_directory() + std::string("/6.dgram")));
+}
+
+TEST(Service, leaves_nothing_behind_when_it_stops)
+{
+    const std::string folder = board_ipc_directory() + std::string("/own");
+    board_service *service = start(7, folder);
+    ASSERT_NE(service, nullptr);
+    board_service_stop(service);
+    EXPECT_EQ(rmdir(folder.c_str()), 0) << "the folder, made by the service, is empty";
+}
+
+TEST(Service, gives_its_sockets_the_mode_asked_for_whatever_the_umask)
+{
+    const mode_t before = umask(0177);
+    board_service *standard = start(7, board_ipc_directory()), *open = start(8, board_ipc_directory(), 0666);
+    umask(before);
+    const auto mode = [](const char *name) {
+        struct stat found {
+        };
+        stat((board_ipc_directory() + std::string(name)).c_str(), &found);
+        return found.st_mode & 07777;
+    };
+    for (const char *name : {"/7.seq", "/7.dgram"})
+        EXPECT_EQ(mode(name), 0660u);
+    for (const char *name : {"/8.seq", "/8.dgram"})
+        EXPECT_EQ(mode(name), 0666u);
+    board_service_stop(standard);
+    board_service_stop(open);
+}
+
+TEST(Service, is_the_only_one_of_its_module_and_folder)
+{
+    TestService first(echo());
+    const std::string log = log_of([] { EXPECT_EQ(start(test_module, board_ipc_directory()), nullptr); });
+    EXPECT_NE(log.find("another live service"), std::string::npos) << log;
+    EXPECT_EQ(call(), IPC_OK) << "the first is none the worse";
+    board_service *other = start(test_module + 1, board_ipc_directory());
+    EXPECT_NE(other, nullptr);
+    board_service_stop(other);
+}
+
+TEST(Service, takes_the_place_of_a_dead_one)
+{
+    const int exit_status = in_child([] {
+        board_service *service = start(test_module, board_ipc_directory());
+        // Dies without a word, and leaves its sockets and its lock.
+        return service && exists(socket_path("seq")) ? 0 : 1;
+    });
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_TRUE(exists(socket_path("seq")));
+    TestService next(echo());
+    EXPECT_TRUE(next.is_running());
+    EXPECT_EQ(call(), IPC_OK);
+}
+
+TEST(Service, says_why_it_cannot_start)
+{
+    const std::string log = log_of([] {
+        EXPECT_EQ(start(7, "/nonexistent/folder/of/sockets"), nullptr);
+        EXPECT_EQ(start(7, "/dev/null"), nullptr);
+        EXPECT_EQ(start(7, "/tmp/" + std::string(200, 'x')), nullptr);
+    });
+    EXPECT_NE(log.find("/nonexistent/folder/of/sockets: No such file"), std::string::npos) << log;
+    EXPECT_NE(log.find("/dev/null"), std::string::npos) << log;
+    EXPECT_NE(log.find("too long a name"), std::string::npos) << log;
+    rmdir(("/tmp/" + std::string(200, 'x')).c_str());
+}
+
+TEST(Service, stops_while_clients_are_connected)
+{
+    TestService service(echo());
+    EXPECT_EQ(call(), IPC_OK);
+    std::vector<RawClient> idle;
+    for (int client = 0; client < 10; ++client)
+        idle.emplace_back("seq");
+    service.stop();
+    for (RawClient &client : idle)
+        EXPECT_EQ(client.next_packet(), "");
+    EXPECT_EQ(call(), IPC_ERR_NO_SERVICE);
+}
+
+TEST(Service, releases_what_its_clients_used)
+{
+    TestService service(echo());
+    call();
+    const size_t before = open_descriptors();
+    for (int round = 0; round < 50; ++round)
+        std::thread([] { EXPECT_EQ(call(), IPC_OK); }).join();
+    EXPECT_TRUE(eventually([&] { return open_descriptors() == before; }));
+}
+
+TEST(Service, asks_for_leave_with_the_request_in_hand)
+{
+    TestService service(echo(), [](const board_request &request) -> const char * {
+        return request.length == 2 ? "no requests of two bytes" : nullptr;
+    });
+    uint32_t status;
+    log_of([&] { EXPECT_EQ(ipc_set_exec(test_module, test_channel, "ab", 2, &status), IPC_ERR_REFUSED); });
+    EXPECT_EQ(ipc_set_exec(test_module, test_channel, "abc", 3, &status), IPC_OK);
+}
+
+TEST(Service, refuses_an_answer_that_no_frame_holds)
+{
+    int refused = 0;
+    TestService service([&](const board_request &, board_answer &answer) {
+        const std::string data(IPC_MAX_LENGTH + 1, 'x');
+        refused = board_answer_data(&answer, data.data(), IPC_MAX_LENGTH + 1);
+    });
+    EXPECT_EQ(call(), IPC_OK);
+    EXPECT_EQ(refused, -1);
+}
+
+TEST(Service, stops_when_there_is_none)
+{
+    board_service_stop(nullptr);
+}
+
+} // namespace

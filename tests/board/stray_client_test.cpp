@@ -1,0 +1,222 @@
+// Clients that speak no frames, or not this service's: refused and logged, while the others are served on.
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstring>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+
+#include "support.h"
+
+namespace
+{
+
+const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}});
+
+board::RequestFrame good_request(board_call call)
+{
+    board::RequestFrame request{};
+    request.header.head = {.kind = board::Kind::request, .detail = static_cast<uint8_t>(call)};
+    request.header.module = test_module;
+    request.header.msg_type = test_channel;
+    request.header.length = 4;
+    return request;
+}
+
+std::string bytes_of(const board::RequestFrame &request)
+{
+    return {reinterpret_cast<const char *>(&request), request.size()};
+}
+
+size_t lines_in(const std::string &log)
+{
+    return static_cast<size_t>(std::count(log.begin(), log.end(), '\n'));
+}
+
+struct Kind {
+    const char *kind;
+    board_call call;
+};
+
+void PrintTo(const Kind &kind, std::ostream *out)
+{
+    *out << kind.kind;
+}
+
+class StrayClient : public testing::TestWithParam<Kind>
+{
+protected:
+    // Sends `packet`, checks that it is refused for `reason` and logged, and that another client is served after it.
+    void expect_refusal(const std::string &packet, board::Refusal reason, const char *in_log)
+    {
+        const std::string log = log_of([&] {
+            std::atomic<int> handled{0};
+            TestService service([&](const board_request &, board_answer &) { ++handled; });
+            RawClient client(GetParam().kind);
+            ASSERT_TRUE(client.send(packet));
+
+            const board::Head refusal{.kind = board::Kind::refusal, .detail = static_cast<uint8_t>(reason)};
+            EXPECT_EQ(client.next_packet(), std::string(reinterpret_cast<const char *>(&refusal), sizeof refusal));
+            if (GetParam().call == BOARD_CALL_GET) {
+                EXPECT_EQ(client.next_packet(), "") << "the service hangs up";
+            }
+            EXPECT_EQ(handled, 0);
+
+            uint32_t status;
+            EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+            EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+        });
+        EXPECT_EQ(lines_in(log), 1u) << log;
+        EXPECT_NE(log.find(in_log), std::string::npos) << log;
+        EXPECT_NE(log.find("process " + std::to_string(getpid())), std::string::npos) << log;
+    }
+
+    board::RequestFrame request = good_request(GetParam().call);
+};
+
+TEST_P(StrayClient, is_none_when_it_speaks_frames)
+{
+    TestService service(echo());
+    RawClient client(GetParam().kind);
+    client.send(bytes_of(request));
+    EXPECT_EQ(client.next_packet().size(), sizeof(board::AnswerHeader) + 4);
+}
+
+TEST_P(StrayClient, sends_garbage)
+{
+    expect_refusal("GET / HTTP/1.1", board::Refusal::not_a_frame, "not a frame");
+}
+
+TEST_P(StrayClient, sends_half_a_head)
+{
+    expect_refusal(bytes_of(request).substr(0, 5), board::Refusal::not_a_frame, "not a frame");
+}
+
+TEST_P(StrayClient, sends_half_a_frame)
+{
+    expect_refusal(bytes_of(request).substr(0, 20), board::Refusal::wrong_length, "length is wrong");
+    expect_refusal(bytes_of(request).substr(0, request.size() - 1), board::Refusal::wrong_length, "length is wrong");
+}
+
+TEST_P(StrayClient, states_a_length_that_is_not_the_packets)
+{
+    request.header.length = 0xfffffff0;
+    const std::string packet(reinterpret_cast<const char *>(&request), sizeof request.header + 4);
+    expect_refusal(packet, board::Refusal::wrong_length, "length is wrong");
+}
+
+TEST_P(StrayClient, speaks_another_version)
+{
+    ++request.header.head.version;
+    expect_refusal(bytes_of(request), board::Refusal::other_version, "another version");
+}
+
+TEST_P(StrayClient, speaks_the_other_byte_order)
+{
+    request.header.head.byte_order ^= 3;
+    expect_refusal(bytes_of(request), board::Refusal::other_byte_order, "other byte order");
+}
+
+TEST_P(StrayClient, means_another_module_or_socket)
+{
+    request.header.head.detail ^= 2;
+    expect_refusal(bytes_of(request), board::Refusal::wrong_address, "another module or call");
+    request = good_request(GetParam().call);
+    ++request.header.module;
+    expect_refusal(bytes_of(request), board::Refusal::wrong_address, "another module or call");
+}
+
+TEST_P(StrayClient, sends_an_answer)
+{
+    request.header.head.kind = board::Kind::answer;
+    expect_refusal(bytes_of(request), board::Refusal::not_a_frame, "not a frame");
+}
+
+TEST_P(StrayClient, sends_the_largest_packet_that_the_kernel_takes)
+{
+    TestService service(echo());
+    RawClient client(GetParam().kind);
+    size_t size = 10u << 20;
+    const int room = static_cast<int>(2 * size);
+    setsockopt(client.socket.get(), SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
+    std::string packet(size, '\0');
+    std::memcpy(packet.data(), &request, sizeof request.header);
+    const std::string log = log_of([&] {
+        while (!client.send(packet.data(), size))
+            size /= 2;
+        EXPECT_EQ(client.next_packet().size(), sizeof(board::Head));
+    });
+    EXPECT_GT(size, sizeof(board::RequestFrame));
+    EXPECT_NE(log.find("length is wrong"), std::string::npos) << log;
+    uint32_t status;
+    EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+}
+
+TEST_P(StrayClient, sends_nonsense_without_end_and_does_not_fill_the_log)
+{
+    const auto start = std::chrono::steady_clock::now();
+    const std::string log = log_of([&] {
+        TestService service(echo());
+        for (int packet = 0; packet < 1000; ++packet) {
+            RawClient client(GetParam().kind);
+            client.send("nonsense");
+            EXPECT_EQ(client.next_packet().size(), sizeof(board::Head));
+        }
+        uint32_t status;
+        EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_GE(lines_in(log), 1u);
+    EXPECT_LE(lines_in(log), static_cast<size_t>(11 * (seconds + 1)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Connection, StrayClient, testing::Values(Kind{"seq", BOARD_CALL_GET}));
+INSTANTIATE_TEST_SUITE_P(Datagram, StrayClient, testing::Values(Kind{"dgram", BOARD_CALL_DGRAM_GET}));
+
+TEST(StrayClientOfAConnection, that_never_reads_its_answers_holds_up_nobody)
+{
+    TestService service(echo());
+    RawClient greedy("seq");
+    board::RequestFrame request = good_request(BOARD_CALL_GET);
+    request.header.length = IPC_MAX_LENGTH;
+    const std::string log = log_of([&] {
+        // The service gives it up when the kernel takes no more for it.
+        EXPECT_TRUE(eventually([&] { return !greedy.send(&request, request.size(), false) && errno != EAGAIN; }));
+        uint32_t status;
+        EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_NE(log.find("gave up a connection"), std::string::npos) << log;
+}
+
+TEST(StrayClientOfDatagrams, that_never_reads_its_answers_holds_up_nobody)
+{
+    TestService service(echo());
+    RawClient greedy("dgram");
+    board::RequestFrame request = good_request(BOARD_CALL_DGRAM_GET);
+    request.header.length = IPC_MAX_LENGTH;
+    const std::string log = log_of([&] {
+        for (int packet = 0; packet < 1000; ++packet)
+            greedy.send(bytes_of(request));
+        uint32_t status;
+        EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_NE(log.find("could not deliver an answer"), std::string::npos) << log;
+}
+
+TEST(StrayClientOfDatagrams, that_offers_no_way_to_answer_it_is_refused)
+{
+    int handled = 0;
+    const std::string log = log_of([&] {
+        TestService service([&](const board_request &, board_answer &) { ++handled; });
+        RawClient client("dgram");
+        const board::RequestFrame request = good_request(BOARD_CALL_DGRAM_SET);
+        send(client.socket.get(), &request, request.size(), 0);
+        uint32_t status;
+        EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_EQ(handled, 1);
+    EXPECT_NE(log.find("no socket for the answer"), std::string::npos) << log;
+}
+
+} // namespace

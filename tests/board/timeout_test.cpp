@@ -1,0 +1,114 @@
+// Services that let their clients wait.
+#include <condition_variable>
+#include <csignal>
+#include <mutex>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "support.h"
+
+namespace
+{
+
+const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "200"}});
+
+// Keeps handlers waiting while it is closed.
+class Gate
+{
+public:
+    void set(bool is_open)
+    {
+        const std::lock_guard lock(mutex);
+        open = is_open;
+        changed.notify_all();
+    }
+    void pass()
+    {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [this] { return open; });
+    }
+
+private:
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool open = true;
+};
+
+class Timeout : public testing::TestWithParam<decltype(&ipc_get_exec)>
+{
+protected:
+    // The answer's token; "" when the exchange failed.
+    std::string echoed(const std::string &token)
+    {
+        std::string response(token.size(), '#');
+        uint32_t length = static_cast<uint32_t>(token.size()), status;
+        value = GetParam()(test_module, test_channel, token.data(), length, response.data(), &length, &status);
+        return value == IPC_OK ? response.substr(0, length) : "";
+    }
+
+    int32_t value = 0;
+    Gate gate;
+    TestService service{[this](const board_request &request, board_answer &answer) {
+        gate.pass();
+        echo()(request, answer);
+    }};
+    ~Timeout() { gate.set(true); }
+};
+
+TEST_P(Timeout, ends_a_call_that_is_not_answered)
+{
+    gate.set(false);
+    EXPECT_EQ(echoed("first"), "");
+    EXPECT_EQ(value, IPC_ERR_TIMEOUT);
+}
+
+TEST_P(Timeout, leaves_no_late_answer_for_the_next_call)
+{
+    gate.set(false);
+    EXPECT_EQ(echoed("first"), "");
+    gate.set(true);
+    for (int round = 0; round < 20; ++round) {
+        const std::string token = "token" + std::to_string(round);
+        const std::string answer = echoed(token);
+        EXPECT_TRUE(answer == token || value == IPC_ERR_TIMEOUT) << answer << ", " << value;
+    }
+    EXPECT_TRUE(eventually([&] { return echoed("at last") == "at last"; }));
+}
+
+TEST_P(Timeout, holds_while_signals_keep_coming)
+{
+    struct sigaction ignore_with_a_handler {
+    };
+    ignore_with_a_handler.sa_handler = [](int) {};
+    sigaction(SIGALRM, &ignore_with_a_handler, nullptr);
+    gate.set(false);
+    const itimerval often{{0, 20000}, {0, 20000}}, never{};
+    setitimer(ITIMER_REAL, &often, nullptr);
+    EXPECT_EQ(echoed("first"), "");
+    setitimer(ITIMER_REAL, &never, nullptr);
+    EXPECT_EQ(value, IPC_ERR_TIMEOUT);
+}
+
+INSTANTIATE_TEST_SUITE_P(Connection, Timeout, testing::Values(ipc_get_exec));
+INSTANTIATE_TEST_SUITE_P(Datagram, Timeout, testing::Values(ipc_dgram_get_exec));
+
+TEST(TimeoutOfAConnection, ends_a_call_to_a_service_that_accepts_nobody)
+{
+    const board::Descriptor listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    socket_path("seq").copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(bind(listener.get(), reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(listener.get(), 0), 0);
+    uint32_t status;
+    // The first fills the queue of connections; the second finds it full.
+    EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_ERR_TIMEOUT);
+    EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_ERR_TIMEOUT);
+    unlink(address.sun_path);
+}
+
+} // namespace

@@ -1,0 +1,236 @@
+// BOARD_IPC_TRACE: what is recorded, and reading it back.
+#include <bit>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "board/datastore.h"
+#include "board/trace.h"
+#include "support.h"
+
+namespace
+{
+
+const std::string &trace_name()
+{
+    static const std::string name = "/tmp/board-trace-" + std::to_string(getpid());
+    return name;
+}
+
+const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}, {"BOARD_IPC_TRACE", trace_name().c_str()}});
+
+struct Close {
+    void operator()(board_trace *trace) const { board_trace_close(trace); }
+};
+using Trace = std::unique_ptr<board_trace, Close>;
+
+class Tracing : public testing::Test
+{
+protected:
+    // Each test reads what itself has caused.
+    void SetUp() override
+    {
+        if (Trace trace{board_trace_open(trace_name().c_str(), nullptr)}) {
+            board_trace_entry entry;
+            while (board_trace_next(trace.get(), &entry) == 1)
+                ++before;
+        }
+    }
+    static void TearDownTestSuite() { unlink(trace_name().c_str()); }
+
+    Trace news()
+    {
+        Trace trace{board_trace_open(trace_name().c_str(), nullptr)};
+        board_trace_entry entry;
+        for (int seen = 0; trace && seen < before; ++seen)
+            board_trace_next(trace.get(), &entry);
+        return trace;
+    }
+
+    int before = 0;
+};
+
+TEST_F(Tracing, records_an_exchange)
+{
+    TestService service([](const board_request &, board_answer &answer) {
+        board_answer_status(&answer, 17);
+        board_answer_data(&answer, "response", 8);
+        board_answer_result(&answer, 352, "{}", 2);
+    });
+    char record[8] = "request";
+    uint32_t length = 3, status;
+    ASSERT_EQ(ipc_get_exec(test_module, test_channel, record, 7, record, &length, &status), IPC_OK);
+
+    const Trace trace = news();
+    ASSERT_NE(trace, nullptr);
+    board_trace_entry entry;
+    ASSERT_EQ(board_trace_next(trace.get(), &entry), 1);
+    const board_trace_record &seen = entry.record;
+    EXPECT_EQ(seen.pid, static_cast<uint32_t>(getpid()));
+    EXPECT_EQ(seen.call, BOARD_CALL_GET);
+    EXPECT_EQ(seen.module, test_module);
+    EXPECT_EQ(seen.msg_type, test_channel);
+    EXPECT_EQ(seen.allowed, 3u);
+    EXPECT_EQ(seen.ipc_result, IPC_OK);
+    EXPECT_EQ(seen.status, 17u);
+    EXPECT_EQ(seen.result_key, 352u);
+    EXPECT_EQ(seen.result_length, 2u);
+    EXPECT_EQ(std::string(entry.request, entry.request + seen.request_length), "request");
+    EXPECT_EQ(std::string(entry.response, entry.response + seen.response_length), "response");
+    EXPECT_EQ(std::string(entry.result, seen.result_carried), "{}");
+    EXPECT_EQ(board_trace_next(trace.get(), &entry), 0);
+}
+
+TEST_F(Tracing, leaves_the_result_to_the_caller)
+{
+    TestService service(
+        [](const board_request &, board_answer &answer) { board_answer_result(&answer, 352, "{}", 2); });
+    uint32_t status;
+    ASSERT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    db_handle *db = db_from_shmem(352, 100);
+    ASSERT_NE(db, nullptr);
+    db_free(db);
+}
+
+TEST_F(Tracing, records_a_failure)
+{
+    uint32_t status;
+    ASSERT_EQ(ipc_dgram_set_exec(test_module, test_channel, "lost", 4, &status), IPC_ERR_NO_SERVICE);
+    const Trace trace = news();
+    board_trace_entry entry;
+    ASSERT_EQ(board_trace_next(trace.get(), &entry), 1);
+    EXPECT_EQ(entry.record.call, BOARD_CALL_DGRAM_SET);
+    EXPECT_EQ(entry.record.ipc_result, IPC_ERR_NO_SERVICE);
+    EXPECT_EQ(std::string(entry.request, entry.request + entry.record.request_length), "lost");
+    EXPECT_EQ(entry.record.response_length, 0u);
+}
+
+TEST_F(Tracing, records_whole_exchanges_of_several_processes_and_threads)
+{
+    TestService service(echo());
+    const auto calls = [] {
+        const std::string request(500, 'r');
+        uint32_t status;
+        for (int round = 0; round < 50; ++round)
+            if (ipc_set_exec(test_module, test_channel, request.data(), 500, &status)) return 1;
+        return 0;
+    };
+    std::vector<std::thread> callers;
+    for (int caller = 0; caller < 4; ++caller)
+        callers.emplace_back([&] { EXPECT_EQ(in_child(calls), 0); });
+    EXPECT_EQ(calls(), 0);
+    for (std::thread &caller : callers)
+        caller.join();
+
+    const Trace trace = news();
+    board_trace_entry entry;
+    for (int record = 0; record < 250; ++record) {
+        ASSERT_EQ(board_trace_next(trace.get(), &entry), 1);
+        ASSERT_EQ(std::string(entry.request, entry.request + entry.record.request_length), std::string(500, 'r'));
+    }
+    EXPECT_EQ(board_trace_next(trace.get(), &entry), 0);
+}
+
+TEST_F(Tracing, is_for_its_owner_only)
+{
+    uint32_t status;
+    ipc_set_exec(test_module, test_channel, "", 1, &status);
+    struct stat found {
+    };
+    ASSERT_EQ(stat(trace_name().c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 0777, 0600u);
+}
+
+class TraceFile : public testing::Test
+{
+protected:
+    ~TraceFile() { unlink(name.c_str()); }
+
+    Trace open(const std::string &bytes)
+    {
+        std::ofstream(name, std::ios::binary) << bytes;
+        return Trace(board_trace_open(name.c_str(), &why));
+    }
+    static std::string header(uint8_t order)
+    {
+        const board_trace_file file{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, order, {}};
+        return {reinterpret_cast<const char *>(&file), sizeof file};
+    }
+
+    const std::string name = trace_name() + ".file";
+    const char *why = "";
+    board_trace_entry entry;
+};
+
+TEST_F(TraceFile, that_is_none_is_refused_with_the_reason)
+{
+    EXPECT_EQ(open("some other file"), nullptr);
+    EXPECT_STREQ(why, "not a trace file");
+    std::string other = header(BOARD_TRACE_LITTLE_ENDIAN);
+    other[8] = 9;
+    EXPECT_EQ(open(other), nullptr);
+    EXPECT_STREQ(why, "a trace file of another version");
+    EXPECT_EQ(board_trace_open("/nonexistent", &why), nullptr);
+    EXPECT_STREQ(why, "No such file or directory");
+}
+
+TEST_F(TraceFile, of_a_big_endian_client_reads_everywhere)
+{
+    const unsigned char record[64] = {0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08, // time
+                                      0,    0,    0,    68,   0,    0,    1,    2,    // size, pid
+                                      0,    0,    1,    3,    0,    0,    0,    1,    // tid, call
+                                      0,    0,    0,    6,    0,    0,    0,    232,  // module, msg_type
+                                      0,    0,    3,    0xb0, 0xff, 0xff, 0xff, 0xfd, // allowed, ipc_result
+                                      0xca, 0xfe, 0xba, 0xbe, 0,    0,    0,    1,    // status, request_length
+                                      0,    0,    0,    2,    0,    0,    1,    0x60, // response_length, result_key
+                                      0,    0x10, 0,    1,    0,    0,    0,    1};   // result_length, carried
+    const Trace trace = open(header(BOARD_TRACE_BIG_ENDIAN) + std::string(record, record + 64) + "qaar");
+    ASSERT_NE(trace, nullptr);
+    EXPECT_EQ(board_trace_byte_order(trace.get()), BOARD_TRACE_BIG_ENDIAN);
+    ASSERT_EQ(board_trace_next(trace.get(), &entry), 1);
+    const board_trace_record &read = entry.record;
+    EXPECT_EQ(read.time, 0x0102030405060708u);
+    EXPECT_EQ(read.pid, 0x102u);
+    EXPECT_EQ(read.tid, 0x103u);
+    EXPECT_EQ(read.allowed, 944u);
+    EXPECT_EQ(read.ipc_result, IPC_ERR_TIMEOUT);
+    EXPECT_EQ(read.status, 0xcafebabeu);
+    EXPECT_EQ(read.result_length, 0x100001u);
+    EXPECT_EQ(*entry.request, 'q');
+    EXPECT_EQ(*entry.response, 'a');
+    EXPECT_EQ(*entry.result, 'r');
+    EXPECT_EQ(board_trace_next(trace.get(), &entry), 0);
+}
+
+TEST_F(TraceFile, that_ends_within_a_record_is_damaged)
+{
+    board_trace_record record{};
+    record.size = sizeof record + 4;
+    record.request_length = 4;
+    const std::string head(reinterpret_cast<const char *>(&record), sizeof record);
+    const auto own = std::endian::native == std::endian::little ? BOARD_TRACE_LITTLE_ENDIAN : BOARD_TRACE_BIG_ENDIAN;
+    for (const std::string &rest : {head.substr(0, 63), head, head + "123"}) {
+        const Trace trace = open(header(own) + rest);
+        ASSERT_NE(trace, nullptr);
+        EXPECT_EQ(board_trace_next(trace.get(), &entry), -1);
+    }
+}
+
+TEST_F(TraceFile, with_lengths_that_do_not_add_up_is_damaged)
+{
+    board_trace_record record{};
+    record.size = 0xfffffff0;
+    record.request_length = 0xfffffff0 - sizeof record;
+    const std::string head(reinterpret_cast<const char *>(&record), sizeof record);
+    const auto own = std::endian::native == std::endian::little ? BOARD_TRACE_LITTLE_ENDIAN : BOARD_TRACE_BIG_ENDIAN;
+    const Trace trace = open(header(own) + head + std::string(100, 'x'));
+    ASSERT_NE(trace, nullptr);
+    EXPECT_EQ(board_trace_next(trace.get(), &entry), -1);
+}
+
+} // namespace
