@@ -82,8 +82,7 @@ bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &
         }
     }
     if (done) {
-        generation_of(mapping).store(++generation, std::memory_order_relaxed);
-        std::atomic_thread_fence(std::memory_order_release);
+        generation_of(mapping).store(++generation);
         std::memcpy(mapping.data() + header_size, json, length);
         if (one_result) {
             mapping = Mapping();
@@ -117,10 +116,10 @@ bool ResultView::holds(const Result &result) const
 
 bool ResultView::copy(const Result &result, char *to) const
 {
-    // The generation, read after the copy, tells whether the service began to write the next result meanwhile.
+    // A service in order writes only between a request and its answer. Read after the copy, the generation tells of one
+    // that did not wait; what was copied is the client's own, whatever comes next.
     std::memcpy(to, mapping.data() + result.offset, result.length);
-    std::atomic_thread_fence(std::memory_order_acquire);
-    return generation_of(mapping).load(std::memory_order_relaxed) == result.generation;
+    return generation_of(mapping).load() == result.generation;
 }
 
 } // namespace board

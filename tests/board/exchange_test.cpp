@@ -1,5 +1,6 @@
 // Set and get calls over both kinds of socket, when everything is in order.
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <thread>
 #include <vector>
@@ -29,6 +30,7 @@ TEST(Exchange, a_set_delivers_the_record_and_returns_the_status_word)
     uint32_t status = 7;
     EXPECT_EQ(ipc_set_exec(test_module, test_channel, "record", 6, &status), IPC_OK);
     EXPECT_EQ(status, 0xc0ffee01u);
+    service.stop();
     EXPECT_EQ(seen.data, "record");
     EXPECT_EQ(seen.request.call, BOARD_CALL_SET);
     EXPECT_EQ(seen.request.msg_type, test_channel);
@@ -41,6 +43,7 @@ TEST(Exchange, the_service_sees_who_calls)
         TestService service([&](const board_request &request, board_answer &) { seen.request = request; });
         uint32_t status;
         EXPECT_EQ(call(test_module, test_channel, "", 1, &status), IPC_OK);
+        service.stop();
         EXPECT_EQ(seen.request.pid, getpid());
         EXPECT_EQ(seen.request.uid, geteuid());
         EXPECT_EQ(seen.request.gid, getegid());
@@ -119,7 +122,7 @@ TEST_P(GetCall, carries_the_longest_request_and_answer)
 
 TEST_P(GetCall, sends_nothing_that_is_longer)
 {
-    int handled = 0;
+    std::atomic<int> handled{0};
     TestService service([&](const board_request &, board_answer &) { ++handled; });
     const std::vector<char> request(IPC_MAX_LENGTH + 1);
     uint32_t length = 0, status = 7;
@@ -131,7 +134,7 @@ TEST_P(GetCall, sends_nothing_that_is_longer)
 
 TEST_P(GetCall, tells_the_service_the_length_that_it_allows)
 {
-    uint32_t allowed = 0;
+    std::atomic<uint32_t> allowed{0};
     TestService service([&](const board_request &request, board_answer &) { allowed = request.allowed; });
     char response[944];
     uint32_t length = 123, status;

@@ -1,4 +1,5 @@
 // Exchanges that fail: each kind has its value and its text, and the caller's outputs stay as they were.
+#include <atomic>
 #include <cstring>
 #include <set>
 #include <stdexcept>
@@ -71,7 +72,7 @@ TEST_P(Failure, access_when_the_sockets_mode_says_no)
 
 TEST_P(Failure, refused_by_the_services_access_rules_and_the_log_says_why)
 {
-    int handled = 0;
+    std::atomic<int> handled{0};
     const std::string log = log_of([&] {
         TestService service([&](const board_request &, board_answer &) { ++handled; },
                             [](const board_request &) { return "reading is not for guests"; });

@@ -1,4 +1,5 @@
 // A service that is killed in the middle of its clients' calls, and started again; clients that fork.
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstring>
@@ -121,7 +122,7 @@ TEST(Restart, between_two_calls_goes_unnoticed)
 
 TEST(Fork, gives_the_child_a_connection_of_its_own)
 {
-    pid_t caller = 0;
+    std::atomic<pid_t> caller{0};
     TestService service([&](const board_request &request, board_answer &answer) {
         caller = request.pid;
         echo()(request, answer);

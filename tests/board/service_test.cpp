@@ -1,4 +1,5 @@
 // A service's life: its place in the folder of sockets, and how it ends.
+#include <atomic>
 #include <cstdlib>
 
 #include <gtest/gtest.h>
@@ -144,7 +145,7 @@ TEST(Service, asks_for_leave_with_the_request_in_hand)
 
 TEST(Service, refuses_an_answer_that_no_frame_holds)
 {
-    int refused = 0;
+    std::atomic<int> refused{0};
     TestService service([&](const board_request &, board_answer &answer) {
         const std::string data(IPC_MAX_LENGTH + 1, 'x');
         refused = board_answer_data(&answer, data.data(), IPC_MAX_LENGTH + 1);

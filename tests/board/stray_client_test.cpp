@@ -206,7 +206,7 @@ TEST(StrayClientOfDatagrams, that_never_reads_its_answers_holds_up_nobody)
 
 TEST(StrayClientOfDatagrams, that_offers_no_way_to_answer_it_is_refused)
 {
-    int handled = 0;
+    std::atomic<int> handled{0};
     const std::string log = log_of([&] {
         TestService service([&](const board_request &, board_answer &) { ++handled; });
         RawClient client("dgram");
