@@ -79,10 +79,14 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
 
 bool Answering::send(int socket, board_answer &answer)
 {
-    const bool pass = answer.frame.header.result.state == Result::shared;
-    const bool sent = send_packet(socket, &answer.frame, answer.frame.size(), pass ? answer.memory.to_pass() : -1) >= 0;
-    if (pass && sent) answer.memory.passed();
-    return sent;
+    Result &result = answer.frame.header.result;
+    result.new_memory = result.state == Result::shared && answer.memory.to_pass() >= 0;
+    if (send_packet(socket, &answer.frame, answer.frame.size(), -1) < 0) return false;
+    if (!result.new_memory) return true;
+    const Head memory{.kind = Kind::memory, .detail = 0};
+    if (send_packet(socket, &memory, sizeof memory, answer.memory.to_pass()) < 0) return false;
+    answer.memory.passed();
+    return true;
 }
 
 } // namespace board
@@ -108,7 +112,7 @@ int board_answer_data(board_answer *answer, const void *data, uint32_t length)
 int board_answer_result(board_answer *answer, uint32_t key, const char *json, uint32_t length)
 {
     board::Result &result = answer->frame.header.result;
-    result = {board::Result::too_long, key, 0, length, 0};
+    result = {board::Result::too_long, 0, key, 0, length, 0};
     if (length > BOARD_RESULT_MAX) return -1;
     if (answer->memory.put(key, json, length, result)) return 0;
     result = {};

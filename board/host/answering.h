@@ -44,8 +44,8 @@ public:
     bool handle(const RequestFrame &request, size_t received, bool datagram, const ucred &peer, board_answer &answer,
                 Head &refusal);
 
-    // Sends an answer, with its memory when the peer has still to get it. False when the peer does not take it: it
-    // must not be waited for.
+    // Sends an answer, and its memory behind it when the peer has still to get it. False when the peer does not take
+    // it: it must not be waited for.
     static bool send(int socket, board_answer &answer);
 
     Complaints complaints;

@@ -1,4 +1,5 @@
-// What travels over the sockets: one frame a packet, a request one way and its answer the other.
+// What travels over the sockets: one frame a packet, a request one way and its answer the other. An answer that needs
+// memory which the client has not yet is followed by a packet that passes it.
 //
 // A frame starts with eight bytes that read the same in any byte order; what follows is in the order that they name.
 // A peer that cannot go on with a frame answers with a refusal, which is those eight bytes alone, so that a peer of any
@@ -20,7 +21,7 @@ constexpr uint8_t little_endian = 1;
 constexpr uint8_t big_endian = 2;
 constexpr uint8_t native_order = std::endian::native == std::endian::little ? little_endian : big_endian;
 
-enum class Kind : uint8_t { request = 1, answer = 2, refusal = 3 };
+enum class Kind : uint8_t { request = 1, answer = 2, refusal = 3, memory = 4 };
 
 // Why a frame is refused.
 enum class Refusal : uint8_t { none, not_a_frame, other_version, other_byte_order, wrong_length, wrong_address, busy };
@@ -32,7 +33,7 @@ struct Head {
     uint8_t version = frame_version;
     uint8_t byte_order = native_order;
     Kind kind;
-    uint8_t detail; // request and answer: the board_call; refusal: the reason
+    uint8_t detail; // request and answer: the board_call; refusal: the reason; memory: 0
 };
 
 struct RequestHeader {
@@ -46,12 +47,13 @@ struct RequestHeader {
 
 // The result database that comes with an answer.
 struct Result {
-    enum State : uint32_t {
+    enum State : uint16_t {
         none,
         shared,  // in the memory shared by service and client
         too_long // longer than that memory: only its length is told
     };
-    uint32_t state;
+    uint16_t state;
+    uint16_t new_memory; // 1: the next packet passes the memory, in the place of any before
     uint32_t key;
     uint32_t offset;
     uint32_t length;

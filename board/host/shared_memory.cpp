@@ -93,7 +93,7 @@ bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &
         userlog_err(__func__, __LINE__, "no shared memory for a result: %s", std::strerror(errno));
         return false;
     }
-    result = {Result::shared, key, header_size, length, generation};
+    result = {Result::shared, 0, key, header_size, length, generation};
     return true;
 }
 

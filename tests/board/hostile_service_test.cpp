@@ -34,11 +34,18 @@ board::Descriptor memory_for_a_result(off_t size, int seals)
     return memory;
 }
 
-board::AnswerFrame with_result(const board::RequestFrame &request)
+// A result at this place of memory that the next packet passes.
+board::Result result_at(uint32_t offset, uint32_t length, uint32_t generation = 1)
 {
-    board::AnswerFrame answer = answer_to(request);
-    answer.header.result = {board::Result::shared, key, memory_header, 2, 1};
-    return answer;
+    return {board::Result::shared, 1, key, offset, length, generation};
+}
+
+const board::Result good_result = result_at(memory_header, 2);
+
+std::string head_of(board::Kind kind)
+{
+    const board::Head head{.kind = kind, .detail = 0};
+    return {reinterpret_cast<const char *>(&head), sizeof head};
 }
 
 struct Kind {
@@ -70,13 +77,20 @@ protected:
             return Packets{{std::string(reinterpret_cast<const char *>(&answer), sizeof answer.header + 3)}};
         });
     }
-    int32_t value_of_result(const board::Descriptor &memory, const board::Result &result) const
+    // What a call makes of an answer with a result, and of the packets behind it.
+    int32_t value_of_result(const board::Result &result, const Packets &behind) const
     {
         return value_of([&](const board::RequestFrame &request) {
             board::AnswerFrame answer = answer_to(request);
             answer.header.result = result;
-            return Packets{{bytes_of(answer), memory.get()}};
+            Packets packets{{bytes_of(answer)}};
+            packets.insert(packets.end(), behind.begin(), behind.end());
+            return packets;
         });
+    }
+    int32_t value_of_memory(const board::Descriptor &memory, const board::Result &result = good_result) const
+    {
+        return value_of_result(result, {{head_of(board::Kind::memory), memory.get()}});
     }
     int32_t call() const
     {
@@ -89,9 +103,7 @@ protected:
 TEST_P(HostileService, is_believed_when_it_is_none)
 {
     EXPECT_EQ(value_of_altered([](board::AnswerFrame &) {}), IPC_OK);
-    EXPECT_EQ(value_of_result(memory_for_a_result(memory_header + 2, all_seals),
-                              {board::Result::shared, key, memory_header, 2, 1}),
-              IPC_OK);
+    EXPECT_EQ(value_of_memory(memory_for_a_result(memory_header + 2, all_seals)), IPC_OK);
 }
 
 TEST_P(HostileService, answers_garbage)
@@ -164,23 +176,21 @@ TEST_P(HostileService, passes_memory_that_could_shrink_or_change)
 {
     for (const int missing : {F_SEAL_SHRINK, F_SEAL_GROW, F_SEAL_SEAL, F_SEAL_WRITE}) {
         const auto memory = memory_for_a_result(memory_header + 2, all_seals & ~missing);
-        EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, memory_header, 2, 1}), IPC_ERR_BROKEN_ANSWER)
-            << "without seal " << missing;
+        EXPECT_EQ(value_of_memory(memory), IPC_ERR_BROKEN_ANSWER) << "without seal " << missing;
     }
 }
 
 TEST_P(HostileService, passes_a_file_that_is_no_memory)
 {
     const board::Descriptor null(open("/dev/null", O_RDWR));
-    EXPECT_EQ(value_of_result(null, {board::Result::shared, key, memory_header, 2, 1}), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_memory(null), IPC_ERR_BROKEN_ANSWER);
 }
 
 TEST_P(HostileService, passes_memory_of_a_wrong_length)
 {
     for (const off_t size : {off_t{0}, off_t{10}, off_t{memory_header + BOARD_RESULT_MAX + 1}}) {
         const auto memory = memory_for_a_result(size, all_seals);
-        EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, memory_header, 2, 1}), IPC_ERR_BROKEN_ANSWER)
-            << "of " << size;
+        EXPECT_EQ(value_of_memory(memory), IPC_ERR_BROKEN_ANSWER) << "of " << size;
     }
 }
 
@@ -190,21 +200,32 @@ TEST_P(HostileService, points_outside_of_its_memory)
     const std::pair<uint32_t, uint32_t> places[] = {{0, 2},  {63, 2},          {65, 2},        {64, 3},
                                                     {67, 0}, {64, 0xffffffff}, {0xffffffff, 2}};
     for (const auto &[offset, length] : places) {
-        EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, offset, length, 1}), IPC_ERR_BROKEN_ANSWER)
+        EXPECT_EQ(value_of_memory(memory, result_at(offset, length)), IPC_ERR_BROKEN_ANSWER)
             << offset << ", " << length;
     }
 }
 
-TEST_P(HostileService, announces_a_result_and_passes_no_memory)
+TEST_P(HostileService, announces_memory_and_passes_none)
 {
-    EXPECT_EQ(value_of([](const board::RequestFrame &request) { return Packets{{bytes_of(with_result(request))}}; }),
+    board::Result in_no_memory = good_result;
+    in_no_memory.new_memory = 0;
+    EXPECT_EQ(value_of_result(in_no_memory, {}), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_result(good_result, {{head_of(board::Kind::memory)}}), IPC_ERR_BROKEN_ANSWER);
+}
+
+TEST_P(HostileService, passes_memory_with_another_packet_than_its_own)
+{
+    const auto memory = memory_for_a_result(memory_header + 2, all_seals);
+    EXPECT_EQ(value_of_result(good_result, {{head_of(board::Kind::answer), memory.get()}}), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_result(good_result, {{"memory", memory.get()}}), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(value_of_result(good_result, {{head_of(board::Kind::memory) + "and more", memory.get()}}),
               IPC_ERR_BROKEN_ANSWER);
 }
 
 TEST_P(HostileService, has_taken_the_result_back)
 {
     const auto memory = memory_for_a_result(memory_header + 2, all_seals);
-    EXPECT_EQ(value_of_result(memory, {board::Result::shared, key, memory_header, 2, 2}), IPC_OK);
+    EXPECT_EQ(value_of_memory(memory, result_at(memory_header, 2, 2)), IPC_OK);
     const std::string log = log_of([] { EXPECT_EQ(db_from_shmem(key, 100), nullptr); });
     EXPECT_NE(log.find("took the result"), std::string::npos) << log;
 }
@@ -216,8 +237,8 @@ TEST_P(HostileService, passes_descriptors_that_the_client_does_not_keep)
     value_of([](const auto &) { return Packets{{"the end of any connection before"}}; });
     const size_t before = open_descriptors();
     for (int round = 0; round < 10; ++round) {
-        value_of_result(memory, {});
-        value_of_result(null, {});
+        value_of_memory(memory);
+        value_of_memory(null);
         value_of([&](const auto &) { return Packets{{"garbage", null.get()}}; });
     }
     EXPECT_EQ(open_descriptors(), before);
