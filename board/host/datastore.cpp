@@ -65,7 +65,7 @@ const board::Cell *cell_of(const db_handle *db, uint32_t row, const char *column
 {
     if (!column) return nullptr;
     const board::Cell *cell = db->table().find(row, column);
-    return cell && cell->type != DB_NONE ? cell : nullptr;
+    return cell && cell->kind != DB_NONE ? cell : nullptr;
 }
 
 } // namespace
@@ -163,13 +163,13 @@ const char *db_column_name(const db_handle *db, uint32_t column)
 db_type db_get_type(const db_handle *db, uint32_t row, const char *column)
 {
     const board::Cell *cell = cell_of(db, row, column);
-    return cell ? cell->type : DB_NONE;
+    return cell ? cell->type() : DB_NONE;
 }
 
 int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_t *value)
 {
     const board::Cell *cell = cell_of(db, row, column);
-    if (!cell || cell->type != DB_INTEGER) return -1;
+    if (!cell || cell->type() != DB_INTEGER) return -1;
     std::from_chars(cell->text, cell->text + cell->text_length, *value);
     return 0;
 }
@@ -177,7 +177,7 @@ int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_
 int db_get_real(const db_handle *db, uint32_t row, const char *column, double *value)
 {
     const board::Cell *cell = cell_of(db, row, column);
-    if (!cell || (cell->type != DB_INTEGER && cell->type != DB_REAL)) return -1;
+    if (!cell || cell->kind != DB_REAL) return -1;
     // The table takes no number that is too large, so that what is stored nowhere is too small.
     double number = 0;
     std::from_chars(cell->text, cell->text + cell->text_length, number);
@@ -188,7 +188,7 @@ int db_get_real(const db_handle *db, uint32_t row, const char *column, double *v
 int db_get_bool(const db_handle *db, uint32_t row, const char *column, int *value)
 {
     const board::Cell *cell = cell_of(db, row, column);
-    if (!cell || cell->type != DB_BOOL) return -1;
+    if (!cell || cell->kind != DB_BOOL) return -1;
     *value = *cell->text == 't';
     return 0;
 }

@@ -34,17 +34,16 @@ private:
     }
 };
 
-db_type type_of_number(std::string_view text)
-{
-    int64_t value;
-    const auto [rest, error] = std::from_chars(text.begin(), text.end(), value);
-    return error == std::errc{} && rest == text.end() ? DB_INTEGER : DB_REAL;
-}
+// So that a hostile document cannot use up the stack: RapidJSON's way to read without recursion is a good deal slower.
+constexpr uint32_t deepest = 100;
+
+// What a cell takes in the documents that services write, or less: a guess that saves moving the cells around.
+constexpr size_t bytes_a_cell = 12;
 
 } // namespace
 
 // Takes the document's events. RapidJSON makes the texts of names and strings in the copy of the document, where they
-// stand; numbers and nested values are cut out there when everything is read and their last byte's neighbour is free.
+// stand; numbers and nested values are cut out there too, when the byte behind them has been read.
 class Table::Reader
 {
 public:
@@ -56,28 +55,20 @@ public:
     bool read()
     {
         rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, Allocator> reader;
-        constexpr unsigned flags =
-            rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+        constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
+        table.cells.reserve(document.size() / bytes_a_cell);
         if (!reader.Parse<flags>(stream, *this)) return false;
         table.row_starts.push_back(static_cast<uint32_t>(table.cells.size()));
-        for (Cell &cell : table.cells) {
-            char *const text = const_cast<char *>(cell.text);
-            if (cell.type == DB_NESTED)
-                std::memcpy(text, document.data() + (text - table.texts.get()), cell.text_length);
-            text[cell.text_length] = '\0';
-        }
         return true;
     }
 
     bool Null() { return literal(DB_NONE, "null"); }
     bool Bool(bool value) { return value ? literal(DB_BOOL, "true") : literal(DB_BOOL, "false"); }
-    bool RawNumber(const char *text, SizeType length, bool)
-    {
-        return cell(type_of_number({text, length}), text, length);
-    }
+    bool RawNumber(const char *text, SizeType length, bool) { return cut(DB_REAL, text, length); }
     bool String(const char *text, SizeType length, bool) { return cell(DB_TEXT, text, length); }
     bool StartObject()
     {
+        terminate();
         if (depth == row_depth) table.row_starts.push_back(static_cast<uint32_t>(table.cells.size()));
         return open();
     }
@@ -89,6 +80,7 @@ public:
     }
     bool Key(const char *text, SizeType length, bool)
     {
+        terminate();
         if (depth == row_depth + 1) {
             name = text;
             name_length = length;
@@ -107,29 +99,42 @@ public:
 
 private:
     // Inside a row is a cell, deeper a part of one. Outside of a row only the array of rows may stand.
-    bool cell(db_type type, const char *text, size_t length)
+    bool cell(db_type kind, const char *text, size_t length)
     {
         if (depth == row_depth + 1)
-            table.cells.push_back({name, text, name_length, static_cast<uint32_t>(length), type});
+            table.cells.push_back({name, text, name_length, static_cast<uint32_t>(length), kind});
         return depth > row_depth;
     }
-    // The word has been read, so that its text is made in its place.
-    bool literal(db_type type, std::string_view word)
+    // A cell whose text is not terminated yet: the byte behind it is still to be read.
+    bool cut(db_type kind, const char *text, size_t length)
     {
-        return cell(type, table.texts.get() + stream.Tell() - word.size(), word.size());
+        terminate();
+        unterminated = const_cast<char *>(text) + length;
+        return cell(kind, text, length);
     }
+    void terminate()
+    {
+        if (unterminated) *unterminated = '\0';
+        unterminated = nullptr;
+    }
+    // The word has just been read.
+    bool literal(db_type kind, std::string_view word) { return cut(kind, here() - word.size(), word.size()); }
+    // The bracket has just been read.
     bool open()
     {
-        if (depth == row_depth + 1) nested_start = stream.Tell();
-        ++depth;
-        return true;
+        if (depth == row_depth + 1) nested = here() - 1;
+        return ++depth <= deepest;
     }
     bool close()
     {
+        terminate();
         --depth;
         if (depth != row_depth + 1) return true;
-        return cell(DB_NESTED, table.texts.get() + nested_start, stream.Tell() + 1 - nested_start);
+        const size_t length = static_cast<size_t>(here() - nested);
+        std::memcpy(nested, document.data() + (nested - table.texts.get()), length);
+        return cut(DB_NESTED, nested, length);
     }
+    char *here() { return table.texts.get() + stream.Tell(); }
 
     Table &table;
     std::string_view document;
@@ -138,8 +143,17 @@ private:
     uint32_t row_depth = 0; // at which rows start: 1 in an array
     const char *name = nullptr;
     uint32_t name_length = 0;
-    size_t nested_start = 0;
+    char *nested = nullptr;       // start of the nested value that is being read
+    char *unterminated = nullptr; // end of a text, where its NUL is to stand
 };
+
+db_type Cell::type() const
+{
+    if (kind != DB_REAL) return kind;
+    int64_t value;
+    const auto [rest, error] = std::from_chars(text, text + text_length, value);
+    return error == std::errc{} && rest == text + text_length ? DB_INTEGER : DB_REAL;
+}
 
 Table::Table(std::string_view document) : texts(new char[document.size() + 1])
 {

@@ -16,7 +16,9 @@ struct Cell {
     const char *text; // NUL-terminated
     uint32_t name_length;
     uint32_t text_length;
-    db_type type;
+    db_type kind; // DB_REAL: a number of either type
+
+    db_type type() const;
 };
 
 class Table

@@ -182,13 +182,18 @@ TEST(Datastore, reading_leaves_the_document_as_it_came)
     EXPECT_STREQ(db_text(db.get(), nullptr), document);
 }
 
-TEST(Datastore, half_a_million_levels_are_no_danger)
+// A row with a value that makes the document so many levels deep.
+std::string document_of(size_t levels)
 {
-    const size_t levels = 500000;
-    const std::string deep = std::string(levels, '[') + std::string(levels, ']');
-    EXPECT_EQ(db_rows(read(deep).get()), 0u);
-    const auto db = read("{\"deep\":" + deep + "}");
-    EXPECT_EQ(text(db, 0, "deep"), deep);
+    return "{\"deep\":" + std::string(levels - 1, '[') + std::string(levels - 1, ']') + "}";
+}
+
+TEST(Datastore, a_document_may_be_a_hundred_levels_deep_and_a_deeper_one_has_no_rows)
+{
+    EXPECT_EQ(text(read(document_of(100)), 0, "deep"), std::string(99, '[') + std::string(99, ']'));
+    EXPECT_EQ(db_rows(read(document_of(101)).get()), 0u);
+    EXPECT_EQ(db_rows(read(document_of(500000)).get()), 0u);
+    EXPECT_EQ(db_rows(read(std::string(500000, '[')).get()), 0u);
 }
 
 TEST(Datastore, a_wide_row_has_all_its_columns)

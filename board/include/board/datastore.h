@@ -28,9 +28,9 @@ db_handle *db_create_fromfile(const char *file);
 void db_free(db_handle *db);
 
 /* A result database is a JSON document: an array of rows, each an object of named columns, or one object, which
- * reads as a table of one row. Any other text is a table of no rows, also an array with anything else in it or a number
- * beyond the range of a double; db_text still gives it. Rows may differ in their columns; of columns of one name in a
- * row the last holds.
+ * reads as a table of one row. Any other text is a table of no rows, also an array with anything else in it, a number
+ * beyond the range of a double or more than 100 levels of nesting; db_text still gives it. Rows may differ in their
+ * columns; of columns of one name in a row the last holds.
  *
  * Texts that these functions return belong to the handle, are NUL-terminated and live until db_free. A handle may be
  * read from several threads at once. */
