@@ -1,11 +1,13 @@
 // A service that dies in the middle of eight busy clients, and comes back.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <cstdlib>
+#include <deque>
 #include <map>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -16,106 +18,137 @@
 namespace
 {
 
-constexpr int clients = 8;
-constexpr int kills = 3;
+constexpr uint32_t clients = 8;
+constexpr int kills = 5;
 constexpr uint32_t ids = 100;
+constexpr uint32_t calls_between_kills = 200; // of each client, acknowledged
+constexpr std::chrono::seconds twice_the_time_out{10};
 
-// What one client, alone on its port, knows of its bindings.
-struct Client {
-    uint32_t pon_port;
-    std::map<uint32_t, bool> bound; // by ONU id: acknowledged as bound, or as released
-    std::vector<uint32_t> unknown;  // ids of calls whose outcome the failed exchange does not tell
-    uint32_t acknowledged = 0;
-    uint32_t failed = 0;
-    uint32_t unexpected = 0; // neither what the model must answer nor the operation's IPC failure
-    std::chrono::steady_clock::duration longest{};
+using Clock = std::chrono::steady_clock;
+
+// A client alone on its port binds and releases, so that each of its calls has one right answer.
+class Client
+{
+public:
+    explicit Client(uint32_t pon_port) : port(pon_port) {}
+
+    void work(const std::atomic<bool> &stop)
+    {
+        for (uint32_t turn = 0; !stop; ++turn) {
+            const uint32_t onu_id = turn % ids;
+            const bool bind = !bound[onu_id];
+            uint32_t status = call(bind, onu_id);
+            // Whether a failed call took effect nobody can tell. Binding once more makes it sure.
+            while (status == BSP_ERR_IPC && !stop)
+                status = call(true, onu_id);
+            if (status == BSP_OK)
+                bound[onu_id] = call_was_bind;
+            else
+                unknown.insert(onu_id);
+            if (turn % 16 == 0) look_at_port();
+        }
+    }
+
+    // Compares what was acknowledged with what the service has.
+    void expect_acknowledged_bindings() const
+    {
+        db_handle *db = nullptr;
+        ASSERT_EQ(bsp_pon_exec_get_json_(BSP_CMD_VIEW_ONU_INFO_WEB, port, 0, &db), BSP_OK);
+        std::set<uint32_t> found;
+        for (uint32_t row = 0; row < db_rows(db); ++row) {
+            int64_t onu_id = -1;
+            EXPECT_EQ(db_get_integer(db, row, "onu_id", &onu_id), 0);
+            found.insert(static_cast<uint32_t>(onu_id));
+        }
+        db_free(db);
+        for (const auto &[onu_id, is_bound] : bound) {
+            if (unknown.contains(onu_id)) continue;
+            EXPECT_EQ(found.contains(onu_id), is_bound) << "ONU id " << onu_id;
+        }
+    }
+
+    const uint32_t port;
+    std::atomic<uint32_t> acknowledged = 0;
+    uint32_t wrong = 0; // answers that are neither the model's nor the operation's IPC failure
+    Clock::duration longest{};
+
+private:
+    uint32_t call(bool bind, uint32_t onu_id)
+    {
+        const uint8_t mac[] = {0x06, 0, 0, 0, static_cast<uint8_t>(port), static_cast<uint8_t>(onu_id)};
+        call_was_bind = bind;
+        return timed([&] {
+            return bind ? bsp_pon_bind_onu_spec_id(port, onu_id, mac, nullptr, nullptr, 0, nullptr)
+                        : bsp_pon_no_bind_onu_spec_id(port, onu_id);
+        });
+    }
+
+    // Every row of the answer must be of the own port.
+    void look_at_port()
+    {
+        db_handle *db = nullptr;
+        timed([&] { return bsp_pon_exec_get_json_(BSP_CMD_VIEW_ONU_INFO_WEB, port, 0, &db); });
+        for (uint32_t row = 0; row < db_rows(db); ++row) {
+            int64_t pon_port = 0;
+            wrong += db_get_integer(db, row, "pon_port", &pon_port) || pon_port != port;
+        }
+        db_free(db);
+    }
+
+    template <class Call>
+    uint32_t timed(Call call)
+    {
+        const Clock::time_point start = Clock::now();
+        const uint32_t status = call();
+        longest = std::max(longest, Clock::now() - start);
+        acknowledged += status == BSP_OK;
+        wrong += status != BSP_OK && status != BSP_ERR_IPC;
+        return status;
+    }
+
+    bool call_was_bind = false;
+    std::map<uint32_t, bool> bound; // by ONU id, as acknowledged
+    std::set<uint32_t> unknown;     // where the last call failed
 };
 
-std::array<uint8_t, 6> mac_of(uint32_t pon_port, uint32_t onu_id)
+// Waits until every client has had so many more calls acknowledged.
+void wait_for_progress(const std::deque<Client> &all)
 {
-    return {0x06, 0, 0, 0, static_cast<uint8_t>(pon_port), static_cast<uint8_t>(onu_id)};
-}
-
-// Binds and releases, one id after the other, until told to stop. Its answers are its own: nobody else uses the port,
-// so each call has one right status.
-void work(Client &client, const std::atomic<bool> &stop)
-{
-    for (uint32_t turn = 0; !stop; ++turn) {
-        const uint32_t onu_id = 1 + turn % ids;
-        const bool bind = !client.bound[onu_id];
-        const auto start = std::chrono::steady_clock::now();
-        const auto mac = mac_of(client.pon_port, onu_id);
-        const uint32_t status =
-            bind ? bsp_pon_bind_onu_spec_id(client.pon_port, onu_id, mac.data(), nullptr, nullptr, turn, nullptr)
-                 : bsp_pon_no_bind_onu_spec_id(client.pon_port, onu_id);
-        client.longest = std::max(client.longest, std::chrono::steady_clock::now() - start);
-        if (status == BSP_OK) {
-            ++client.acknowledged;
-            client.bound[onu_id] = bind;
-        } else if (status == BSP_ERR_IPC) {
-            ++client.failed;
-            client.unknown.push_back(onu_id);
-            // Whatever became of it, it is bound after this, or the service is still away.
-            while (!stop && bsp_pon_bind_onu_spec_id(client.pon_port, onu_id, mac.data(), nullptr, nullptr, turn,
-                                                     nullptr) != BSP_OK)
-                std::this_thread::yield();
-            client.bound[onu_id] = true;
-            if (!stop) client.unknown.pop_back();
-        } else {
-            ++client.unexpected;
+    const Clock::time_point deadline = Clock::now() + std::chrono::minutes(2);
+    for (const Client &client : all) {
+        const uint32_t enough = client.acknowledged + calls_between_kills;
+        while (client.acknowledged < enough) {
+            ASSERT_LT(Clock::now(), deadline) << "the client of port " << client.port << " makes no progress";
+            std::this_thread::yield();
         }
     }
 }
 
 TEST(Crash, EveryAcknowledgedBindingSurvivesAndNobodyHangs)
 {
-    setenv("BOARD_LOG", "off", 1); // failures are expected by the thousand
     Simulator simulator{{"--arrivals", "0"}};
     std::atomic<bool> stop = false;
-    std::vector<Client> all(clients);
+    std::deque<Client> all;
+    for (uint32_t port = 1; port <= clients; ++port)
+        all.emplace_back(port);
     std::vector<std::thread> threads;
-    for (int i = 0; i < clients; ++i) {
-        all[i].pon_port = 1 + i;
-        threads.emplace_back(work, std::ref(all[i]), std::cref(stop));
-    }
-    const auto progress = [&] {
-        // Each client is at work again before the next blow.
-        std::vector<db_handle *> views;
-        for (int view = 0; view < 20; ++view) {
-            db_handle *db = nullptr;
-            EXPECT_EQ(bsp_pon_exec_get_json_(BSP_CMD_VIEW_ONU_INFO_WEB, 1, 0, &db), BSP_OK);
-            db_free(db);
-        }
-    };
+    for (Client &client : all)
+        threads.emplace_back(&Client::work, &client, std::cref(stop));
     for (int i = 0; i < kills; ++i) {
-        progress();
+        wait_for_progress(all);
         simulator.kill();
         simulator.start();
     }
-    progress();
+    wait_for_progress(all);
     stop = true;
     for (std::thread &thread : threads)
         thread.join();
 
     for (const Client &client : all) {
-        SCOPED_TRACE(client.pon_port);
-        EXPECT_GT(client.acknowledged, 0u);
-        EXPECT_EQ(client.unexpected, 0u);
-        EXPECT_LT(client.longest, std::chrono::seconds(10)); // twice the time-out
-
-        db_handle *db = nullptr;
-        ASSERT_EQ(bsp_pon_exec_get_json_(BSP_CMD_VIEW_ONU_INFO_WEB, client.pon_port, 0, &db), BSP_OK);
-        std::map<uint32_t, bool> found;
-        for (uint32_t row = 0; row < db_rows(db); ++row) {
-            int64_t onu_id = -1;
-            ASSERT_EQ(db_get_integer(db, row, "onu_id", &onu_id), 0);
-            found[static_cast<uint32_t>(onu_id)] = true;
-        }
-        db_free(db);
-        for (const auto &[onu_id, bound] : client.bound) {
-            if (std::find(client.unknown.begin(), client.unknown.end(), onu_id) != client.unknown.end()) continue;
-            EXPECT_EQ(found[onu_id], bound) << "ONU id " << onu_id;
-        }
+        SCOPED_TRACE(client.port);
+        EXPECT_EQ(client.wrong, 0u);
+        EXPECT_LT(client.longest, twice_the_time_out);
+        client.expect_acknowledged_bindings();
     }
 }
 

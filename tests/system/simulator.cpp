@@ -10,19 +10,47 @@
 #include <filesystem>
 #include <stdexcept>
 
-Simulator::Simulator(std::vector<std::string> arguments) : options(std::move(arguments))
+namespace
 {
-    directory = (std::filesystem::temp_directory_path() / "ponsim-test.XXXXXX").string();
-    if (!mkdtemp(directory.data())) throw std::runtime_error("mkdtemp");
-    setenv("BOARD_IPC_DIR", (directory + "/ipc").c_str(), 1);
-    options.insert(options.begin(), {PONSIM, "--state", directory + "/olt.db"});
+
+// A folder that goes with the process.
+struct Folder {
+    std::string path = (std::filesystem::temp_directory_path() / "ponsim-test.XXXXXX").string();
+
+    Folder()
+    {
+        if (!mkdtemp(path.data())) throw std::runtime_error("mkdtemp");
+        setenv("BOARD_IPC_DIR", (path + "/ipc").c_str(), 1);
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+};
+
+// One for all simulators, because the board's libraries look once where the service is.
+const std::string &folder_of_process()
+{
+    static const Folder folder;
+    return folder.path;
+}
+
+} // namespace
+
+Simulator::Simulator(std::vector<std::string> arguments)
+    : options(std::move(arguments)), state(folder_of_process() + "/olt.db")
+{
+    options.insert(options.begin(), {PONSIM, "--state", state});
     start();
 }
 
 Simulator::~Simulator()
 {
     if (pid) kill();
-    std::filesystem::remove_all(directory);
+    for (const char *suffix : {"", "-wal", "-shm"})
+        std::filesystem::remove(state + suffix);
+}
+
+const std::string &Simulator::folder()
+{
+    return folder_of_process();
 }
 
 void Simulator::start()

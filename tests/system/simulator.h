@@ -1,4 +1,4 @@
-// A ponsim of the test's own, in a folder of its own that goes with it.
+// A ponsim of the test's own, with a state of its own that goes with it. One at a time.
 #pragma once
 
 #include <sys/types.h>
@@ -9,7 +9,7 @@
 class Simulator
 {
 public:
-    // Makes the folder, points BOARD_IPC_DIR to it and starts the daemon with these arguments besides.
+    // Starts the daemon with these arguments besides, where this process's library looks for it.
     explicit Simulator(std::vector<std::string> arguments = {});
     ~Simulator();
     Simulator(const Simulator &) = delete;
@@ -21,10 +21,11 @@ public:
     void kill();
 
     pid_t process() const { return pid; }
-    const std::string &folder() const { return directory; }
+    // Where its sockets and its state are.
+    static const std::string &folder();
 
 private:
-    std::string directory;
     std::vector<std::string> options;
+    std::string state;
     pid_t pid = 0;
 };
