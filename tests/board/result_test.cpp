@@ -131,8 +131,8 @@ TEST_P(ResultDatabase, leaves_nothing_behind_in_ten_thousand_queries)
         ASSERT_EQ(ask_for(2 + query % 100), IPC_OK);
         ASSERT_EQ(taken(key, bound), 2 + query % 100);
     }
-    // Client and service are this one process.
-    EXPECT_TRUE(eventually([&] { return open_descriptors() == descriptors; }));
+    // Client and service are this one process, and the service may still be closing what it has passed.
+    EXPECT_TRUE(eventually([&] { return open_descriptors() <= descriptors; }));
     EXPECT_EQ(shared_mappings(), mapped);
 }
 
