@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim ponctl tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: help demo test bench mutation generate format install packages $(TEST_PRESETS:%=test-%)
+.PHONY: help demo test bench mutation generate format format-check install packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -47,6 +47,9 @@ generate: packages
 
 format: packages
 	clang-format -i $(SOURCES)
+
+format-check:
+	@clang-format --dry-run -Werror $(SOURCES)
 
 install: packages
 	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)

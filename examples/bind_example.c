@@ -57,7 +57,8 @@ int main(int argc, char **argv)
         fprintf(stderr, "bind_example: no ONU waits on port %u\n", pon_port);
         return 1;
     }
-    for (i = 0; i < 6; ++i) mac[i] = (uint8_t)byte[i];
+    for (i = 0; i < 6; ++i)
+        mac[i] = (uint8_t)byte[i];
 
     status = bsp_pon_bind_onu_auto_id(pon_port, mac, "example", NULL, 0, NULL);
     printf("bound %s on port %u: status %u\n", mac_text, pon_port, status);

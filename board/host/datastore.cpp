@@ -60,11 +60,18 @@ db_handle *no_memory(uint32_t length)
     return nullptr;
 }
 
+// What a handle holds; nothing where it is null.
+const board::Table &table_of(const db_handle *db)
+{
+    static const board::Table nothing{std::string_view()};
+    return db ? db->table() : nothing;
+}
+
 // The cell of a type that has a value.
 const board::Cell *cell_of(const db_handle *db, uint32_t row, const char *column)
 {
     if (!column) return nullptr;
-    const board::Cell *cell = db->table().find(row, column);
+    const board::Cell *cell = table_of(db).find(row, column);
     return cell && cell->kind != DB_NONE ? cell : nullptr;
 }
 
@@ -140,23 +147,23 @@ void db_free(db_handle *db)
 
 const char *db_text(const db_handle *db, uint32_t *length)
 {
-    if (length) *length = db->length;
-    return db->text.get();
+    if (length) *length = db ? db->length : 0;
+    return db ? db->text.get() : "";
 }
 
 uint32_t db_rows(const db_handle *db)
 {
-    return db->table().rows();
+    return table_of(db).rows();
 }
 
 uint32_t db_columns(const db_handle *db)
 {
-    return static_cast<uint32_t>(db->table().columns().size());
+    return static_cast<uint32_t>(table_of(db).columns().size());
 }
 
 const char *db_column_name(const db_handle *db, uint32_t column)
 {
-    const auto &names = db->table().columns();
+    const auto &names = table_of(db).columns();
     return column < names.size() ? names[column] : nullptr;
 }
 

@@ -255,6 +255,18 @@ TEST_F(DatastoreFile, that_is_a_folder_makes_none_and_is_logged)
     EXPECT_NE(log.find("/tmp: not a file"), std::string::npos) << log;
 }
 
+TEST(Datastore, no_handle_reads_as_a_table_of_no_rows)
+{
+    uint32_t length = 1;
+    EXPECT_STREQ(db_text(nullptr, &length), "");
+    EXPECT_EQ(length, 0u);
+    EXPECT_EQ(db_rows(nullptr), 0u);
+    EXPECT_EQ(db_columns(nullptr), 0u);
+    EXPECT_EQ(db_column_name(nullptr, 0), nullptr);
+    EXPECT_EQ(db_get_type(nullptr, 0, "a"), DB_NONE);
+    EXPECT_EQ(db_get_text(nullptr, 0, "a"), nullptr);
+}
+
 TEST(Datastore, releasing_nothing_is_allowed)
 {
     db_free(nullptr);

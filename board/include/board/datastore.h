@@ -32,6 +32,8 @@ void db_free(db_handle *db);
  * beyond the range of a double or more than 100 levels of nesting; db_text still gives it. Rows may differ in their
  * columns; of columns of one name in a row the last holds.
  *
+ * A null handle reads as a table of no rows with an empty text.
+ *
  * Texts that these functions return belong to the handle, are NUL-terminated and live until db_free. A handle may be
  * read from several threads at once. */
 const char *db_text(const db_handle *db, uint32_t *length); /* the document as it came; length may be null */
