@@ -3,9 +3,21 @@
 #include <cstdio>
 
 #include "board/ipc.h"
+#include "board/service.h"
 
 namespace ponctl
 {
+
+namespace
+{
+
+std::string advice_on(int32_t ipc_result)
+{
+    if (ipc_result != IPC_ERR_NO_SERVICE) return {};
+    return std::string(" in ") + board_ipc_directory() + "; start ponsim, or name its folder with --socket-dir";
+}
+
+} // namespace
 
 void complain(const std::string &message)
 {
@@ -23,7 +35,8 @@ ExitCode report_exchange(std::string_view name, const Exchange &exchange, uint32
 {
     const std::string start = std::string(name) + ": ";
     if (exchange.result != IPC_OK) {
-        complain(start + "IPC failure " + std::to_string(exchange.result) + ": " + ipc_strerror(exchange.result));
+        complain(start + "IPC failure " + std::to_string(exchange.result) + ": " + ipc_strerror(exchange.result) +
+                 advice_on(exchange.result));
         return exit_ipc;
     }
     if (status == 0) return exit_success;
