@@ -622,9 +622,25 @@ def service_words(catalogue):
     return "\n".join(lines) + "\n"
 
 
+def record_length(catalogue):
+    """For the board's stand-ins, in C: what a caller who states no bound has room for."""
+    lines = [f"/* {GENERATED}. */", "/* clang-format off */", "#ifndef RECORD_LENGTH_H", "#define RECORD_LENGTH_H", "",
+             "#include <stdint.h>", "",
+             "/* The length of the records of a channel; 0 where the channel is not known. */",
+             "static inline uint32_t record_length(uint32_t module, uint32_t msg_type)", "{",
+             f"    if (module != {catalogue.module}) return 0;", "    switch (msg_type) {"]
+    by_size = {}
+    for channel in catalogue.channels.values():
+        by_size.setdefault(channel.record.size, []).append(channel.type)
+    for size, types in by_size.items():
+        lines += [f"    case {channel_type}:" for channel_type in types] + [f"        return {size};"]
+    return "\n".join([*lines, "    default:", "        return 0;", "    }", "}", "", "#endif"]) + "\n"
+
+
 OUTPUTS = {
     "include/bsp_pon.h": header,
     "catalog/generated/service_words.h": service_words,
+    "catalog/generated/record_length.h": record_length,
     "catalog/generated/libbsp_pon.map": exports,
     "catalog/generated/tables.cpp": tables,
     "catalog/generated/thunks.cpp": thunks,

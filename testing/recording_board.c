@@ -1,5 +1,7 @@
 #include "bsp_testing/board.h"
 
+#include "generated/record_length.h"
+
 #include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -107,31 +109,6 @@ void rb_script_file(int result, const void *bytes, uint32_t length)
 
 /* --- The IPC library --- */
 
-/* The record length of a channel: what an answer may fill when the caller states no bound. */
-static uint32_t channel_length(uint32_t msg_type)
-{
-    switch (msg_type) {
-    case 232:
-        return 944;
-    case 235:
-        return 4120;
-    case 236:
-    case 239:
-    case 240:
-        return 1148;
-    case 237:
-    case 238:
-    case 241:
-    case 243:
-        return 1888;
-    case 242:
-    case 244:
-        return 1044;
-    default:
-        return 0;
-    }
-}
-
 static int32_t exchange(rb_call call, uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
                         void *response, uint32_t *response_length, uint32_t *status)
 {
@@ -146,7 +123,8 @@ static int32_t exchange(rb_call call, uint32_t module, uint32_t msg_type, const 
     if (response) {
         record->response = response;
         record->preset = *response_length;
-        record->room = smaller(record->preset ? record->preset : channel_length(msg_type), sizeof record->before);
+        record->room =
+            smaller(record->preset ? record->preset : record_length(module, msg_type), sizeof record->before);
         memcpy(record->before, response, record->room);
     }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 
+#include "generated/record_length.h"
 #include "trace_writer.h"
 #include "transport.h"
 
@@ -22,34 +23,6 @@ Client &this_threads_client()
 {
     thread_local const std::unique_ptr<Client> client = std::make_unique<Client>();
     return *client;
-}
-
-// A caller that states no bound has room for the channel's record: that is the contract of the channels' users, and
-// the service cannot know it. Of a channel that is not known nothing can be delivered safely.
-uint32_t record_length(uint32_t module, uint32_t msg_type)
-{
-    constexpr uint32_t pon_module = 6;
-    if (module != pon_module) return 0;
-    switch (msg_type) {
-    case 232:
-        return 944;
-    case 235:
-        return 4120;
-    case 236:
-    case 239:
-    case 240:
-        return 1148;
-    case 237:
-    case 238:
-    case 241:
-    case 243:
-        return 1888;
-    case 242:
-    case 244:
-        return 1044;
-    default:
-        return 0;
-    }
 }
 
 int32_t exchange(const Call &call, Reply &reply)
@@ -83,6 +56,8 @@ int32_t get(board_call how, uint32_t module, uint32_t msg_type, const void *requ
         Reply reply;
         const int32_t value = exchange({how, module, msg_type, request, length, allowed}, reply);
         if (value) return value;
+        // A caller that states no bound has room for the channel's record: that is the contract of the channels' users,
+        // and the service cannot know it. Of a channel that is not known nothing can be delivered safely.
         const uint32_t bound = allowed ? allowed : record_length(module, msg_type);
         const uint32_t delivered = response ? std::min(reply.length, bound) : 0;
         if (delivered) std::memcpy(response, reply.data, delivered);

@@ -5,6 +5,23 @@
 using frame::Request;
 using frame::set;
 
+namespace
+{
+
+// What both ways to bind say of an ONU. In the record, the first text stands behind the second.
+inline void describe(Request<bsp_pon_msg> &request, uint32_t pon_port, const uint8_t *mac, const char *text_a,
+                     const char *text_b, uint32_t value, const char *text_c)
+{
+    request->pon_port = pon_port;
+    request.put_mac(mac);
+    request.put(&bsp_pon_msg::text237, text_a);
+    request.put(&bsp_pon_msg::text173, text_b);
+    request.put(&bsp_pon_msg::text365, text_c);
+    request->arg_value = value;
+}
+
+} // namespace
+
 uint32_t bsp_pon_cfg(uint32_t cmd, uint32_t pon_port, const void *data, uint32_t length)
 {
     Request<bsp_pon_msg> request{cmd};
@@ -23,12 +40,7 @@ uint32_t bsp_pon_bind_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const c
 {
     if (!mac) return BSP_ERR_PARAM;
     Request<bsp_pon_msg> request{BSP_CMD_ONU_BIND_AUTO};
-    request->pon_port = pon_port;
-    request.put_mac(mac);
-    request.put(&bsp_pon_msg::text237, text_a);
-    request.put(&bsp_pon_msg::text173, text_b);
-    request.put(&bsp_pon_msg::text365, text_c);
-    request->arg_value = value;
+    describe(request, pon_port, mac, text_a, text_b, value, text_c);
     return set(BSP_MSG_PON, *request);
 }
 
@@ -47,13 +59,8 @@ uint32_t bsp_pon_bind_onu_spec_id(uint32_t pon_port, uint32_t onu_id, const uint
 {
     if (!mac) return BSP_ERR_PARAM;
     Request<bsp_pon_msg> request{BSP_CMD_ONU_BIND};
-    request->pon_port = pon_port;
     request->onu_id = onu_id;
-    request.put_mac(mac);
-    request.put(&bsp_pon_msg::text237, text_a);
-    request.put(&bsp_pon_msg::text173, text_b);
-    request.put(&bsp_pon_msg::text365, text_c);
-    request->arg_value = value;
+    describe(request, pon_port, mac, text_a, text_b, value, text_c);
     return set(BSP_MSG_PON, *request);
 }
 
