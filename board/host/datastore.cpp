@@ -31,7 +31,7 @@ struct db_handle {
             } catch (const std::bad_alloc &) {
                 userlog_err(__func__, __LINE__, "no memory to read a result of %u bytes",
                             static_cast<unsigned>(length));
-                contents.emplace(std::string_view());
+                contents.emplace("");
             }
         });
         return *contents;
@@ -63,7 +63,7 @@ db_handle *no_memory(uint32_t length)
 // What a handle holds; nothing where it is null.
 const board::Table &table_of(const db_handle *db)
 {
-    static const board::Table nothing{std::string_view()};
+    static const board::Table nothing{""};
     return db ? db->table() : nothing;
 }
 

@@ -150,7 +150,8 @@ TEST(Call, EndsWithThreeWhenNobodyServes)
     EXPECT_EQ(finished.code, 3);
     EXPECT_EQ(finished.out, "");
     EXPECT_THAT(finished.err, EndsWith("ponctl: bsp_pon_bind_onu_spec_id: IPC failure -1: " +
-                                       std::string(ipc_strerror(IPC_ERR_NO_SERVICE)) + "\n"));
+                                       std::string(ipc_strerror(IPC_ERR_NO_SERVICE)) +
+                                       " in /nowhere; start ponsim, or name its folder with --socket-dir\n"));
 }
 
 TEST(Call, EndsWithThreeWhenTheServiceFailsTheExchange)
