@@ -20,6 +20,7 @@ packages:
 	@packaging/install-packages
 
 demo: packages
+	@echo 'Building the library, the simulator and the tool ...'
 	@cmake --preset release --log-level=WARNING >/dev/null
 	@cmake --build --preset release --target ponsim ponctl bind_example -- --quiet
 	@examples/demo build/release
