@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "board/ipc.h"
+#include "board/service.h"
 #include "commands.h"
 #include "exchange.h"
 #include "report.h"
@@ -13,8 +14,6 @@ namespace
 {
 
 using catalogue::Call;
-
-constexpr uint32_t largest_result = 1048576;
 
 const catalogue::Channel &channel_of(const std::string &text)
 {
@@ -164,7 +163,7 @@ ExitCode run_raw(const Output &output, const RawOptions &options)
     const catalogue::Command *command = command_of(record, channel, request);
     if (watch.exchange().result == IPC_OK) {
         if (answers(call) && record.command)
-            answer.database = db_from_shmem(load_word(request.data() + record.command->offset), largest_result);
+            answer.database = db_from_shmem(load_word(request.data() + record.command->offset), BOARD_RESULT_MAX);
         show_answer(output, channel, record, call, command, answer);
     }
     return report_exchange(channel.name, watch.exchange(), answer.status);

@@ -5,11 +5,14 @@
 #include "board/ipc.h"
 #include "board/util.h"
 #include "bsp_pon.h"
+#include "handlers/handler.h"
 
 namespace ponsim
 {
 namespace
 {
+
+static_assert(max_result == BOARD_RESULT_MAX);
 
 Message message_of(const board_request &request)
 {

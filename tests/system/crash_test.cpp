@@ -36,13 +36,15 @@ public:
     {
         for (uint32_t turn = 0; !stop; ++turn) {
             const uint32_t onu_id = turn % ids;
-            const bool bind = !bound[onu_id];
+            bool bind = !bound[onu_id];
             uint32_t status = call(bind, onu_id);
             // Whether a failed call took effect nobody can tell. Binding once more makes it sure.
-            while (status == BSP_ERR_IPC && !stop)
-                status = call(true, onu_id);
+            while (status == BSP_ERR_IPC && !stop) {
+                bind = true;
+                status = call(bind, onu_id);
+            }
             if (status == BSP_OK)
-                bound[onu_id] = call_was_bind;
+                bound[onu_id] = bind;
             else
                 unknown.insert(onu_id);
             if (turn % 16 == 0) look_at_port();
@@ -76,7 +78,6 @@ private:
     uint32_t call(bool bind, uint32_t onu_id)
     {
         const uint8_t mac[] = {0x06, 0, 0, 0, static_cast<uint8_t>(port), static_cast<uint8_t>(onu_id)};
-        call_was_bind = bind;
         return timed([&] {
             return bind ? bsp_pon_bind_onu_spec_id(port, onu_id, mac, nullptr, nullptr, 0, nullptr)
                         : bsp_pon_no_bind_onu_spec_id(port, onu_id);
@@ -106,7 +107,6 @@ private:
         return status;
     }
 
-    bool call_was_bind = false;
     std::map<uint32_t, bool> bound; // by ONU id, as acknowledged
     std::set<uint32_t> unknown;     // where the last call failed
 };
