@@ -20,12 +20,12 @@ const Entry *find_named(std::span<const Entry> entries, std::string_view name)
 }
 
 // The layout or view that names the command.
-template <class Entry>
-const Entry *find_using(std::span<const Entry> entries, const Command &command)
+template <class Entry, class Suits>
+const Entry *find_using(std::span<const Entry> entries, const Command &command, Suits suits)
 {
-    return find_if(entries, [&command](const Entry &entry) {
+    return find_if(entries, [&command, &suits](const Entry &entry) {
         for (const Command *used : entry.commands)
-            if (used == &command) return true;
+            if (used == &command) return suits(entry);
         return false;
     });
 }
@@ -52,10 +52,11 @@ const Command *find_command(std::string_view name)
     return find_named(commands(), name);
 }
 
-const Command *find_command(uint32_t channel_type, uint32_t code)
+const Command *find_command(uint32_t channel_type, uint32_t code, std::optional<Call> call)
 {
     return find_if(commands(), [=](const Command &command) {
-        return command.code == code && command.channel->type == channel_type;
+        return command.code == code && command.channel->type == channel_type &&
+               (!command.call || !call || command.call == call);
     });
 }
 
@@ -64,14 +65,14 @@ const Status *find_status(uint32_t value)
     return find_if(statuses(), [value](const Status &status) { return status.value == value; });
 }
 
-const Layout *find_layout(const Command &command)
+const Layout *find_layout(const Command &command, bool of_answer)
 {
-    return find_using(layouts(), command);
+    return find_using(layouts(), command, [of_answer](const Layout &layout) { return layout.of_answer == of_answer; });
 }
 
 const View *find_view(const Command &command)
 {
-    return find_using(views(), command);
+    return find_using(views(), command, [](const View &) { return true; });
 }
 
 const Operation *find_operation(std::string_view name)
@@ -82,6 +83,11 @@ const Operation *find_operation(std::string_view name)
 const Field *find_field(std::span<const Field> fields, std::string_view name)
 {
     return find_named(fields, name);
+}
+
+const Oddity *find_oddity(const Operation &operation, Facet facet)
+{
+    return find_if(operation.odd, [facet](const Oddity &oddity) { return oddity.facet == facet; });
 }
 
 std::string_view to_text(Class impact)

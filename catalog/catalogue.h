@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -42,11 +43,14 @@ struct Channel {
 // What a command does to the network: for confirmation, access and audit.
 enum class Class : uint8_t { read, write, service_affecting };
 
+enum class Call : uint8_t { set, get, dgram_set, dgram_get };
+
 struct Command {
     std::string_view name;
     uint32_t code;
     const Channel *channel;
     Class impact;
+    std::optional<Call> call; // of two commands that share a code: the call that this one is for
     std::string_view brief;
 };
 
@@ -63,6 +67,7 @@ struct Layout {
     const Record *record;
     std::span<const Command *const> commands;
     std::span<const Field> fields;
+    bool of_answer; // else of the request
     std::string_view brief;
 };
 
@@ -83,34 +88,60 @@ struct View {
     std::string_view brief;
 };
 
-enum class Call : uint8_t { set, get, dgram_set, dgram_get };
 enum class Failure : uint8_t {
     report, // log, BSP_ERR_IPC
     pass,   // log, the IPC value
     silent  // the IPC value
 };
 enum class Request : uint8_t {
-    built, // from the arguments
-    as_is, // the caller's record itself
-    copied // a copy of the caller's record, with the operation's command code
+    built,  // from the arguments
+    as_is,  // the caller's record itself
+    copied, // a copy of the caller's record, with the operation's command code
+    stamped // the caller's record itself, after the operation's command code was written into it
 };
-enum class Answer : uint8_t { none, own, in_place };
+enum class Answer : uint8_t {
+    none,
+    own,      // into a buffer of the library
+    in_place, // into the caller's record
+    caller    // into a buffer of the caller
+};
 
-enum class ArgumentType : uint8_t { u32, mac, text, block, length, record, db, text_out };
+enum class ArgumentType : uint8_t { u32, mac, text, block, length, record, db, text_out, response };
 
-// How a result database is fetched.
-enum class Source : uint8_t { none, shmem };
+// How a result database is made.
+enum class Source : uint8_t {
+    none,
+    shmem, // from shared memory, by its key
+    text   // from a text in the answer
+};
+
+// What names a result in shared memory.
+enum class Key : uint8_t {
+    none,
+    argument, // the argument that states the command
+    command,  // the operation's command
+    request   // the command code that stands in the request after the exchange
+};
 
 struct Argument {
     std::string_view name;
     ArgumentType type;
     bool required;      // null gives BSP_ERR_PARAM, nothing sent
     bool optional;      // null is allowed and means "none"
+    bool dropped;       // of a db: it is made and never handed out
     const Field *field; // where it goes in the request, or where it comes from in the answer
-    int length_of;      // of a length: the index of the block it measures; else -1
+    int other;          // the index of the block that a length measures, of the argument that keys a db; else -1
     Source source;      // of a db
-    const Field *key;   // of a db: the request field that holds the key
-    uint32_t bound;     // of a db
+    Key key;            // of a db from shared memory
+    uint32_t bound;     // of a db from shared memory
+    std::span<const Field *const> picked; // of a record that is not sent: what goes into the request of it
+    std::string_view brief;
+};
+
+// What of an operation this catalogue cannot say. A test of its own covers it.
+enum class Facet : uint8_t { request, status };
+struct Oddity {
+    Facet facet;
     std::string_view brief;
 };
 
@@ -127,9 +158,21 @@ struct Operation {
     Failure failure;
     Request request;
     Answer answer;
-    uint32_t response_size; // bytes of the response buffer
-    uint32_t preset;        // of the response length word
+    const Record *response;     // how the answer reads; null: there is none
+    uint32_t response_size;     // bytes of the response buffer, at least
+    uint32_t preset;            // of the response length word
+    std::string_view logged_as; // its own name, or that of the operation that it goes through
+    std::span<const Oddity> odd;
     std::span<const Argument> arguments;
+};
+
+// A function that makes no request.
+struct Function {
+    std::string_view name;
+    std::string_view family;
+    std::string_view brief;
+    std::string_view notes;
+    std::string_view prototype;
 };
 
 std::span<const Record> records();
@@ -139,18 +182,21 @@ std::span<const Status> statuses();
 std::span<const Layout> layouts();
 std::span<const View> views();
 std::span<const Operation> operations();
+std::span<const Function> functions();
 
 // Each returns null where there is none. Channels and commands are found by name or by number.
 const Record *find_record(std::string_view name);
 const Channel *find_channel(std::string_view name);
 const Channel *find_channel(uint32_t type);
 const Command *find_command(std::string_view name);
-const Command *find_command(uint32_t channel_type, uint32_t code);
+// Of two that share a code, the one for `call`; without a call, the first.
+const Command *find_command(uint32_t channel_type, uint32_t code, std::optional<Call> call = std::nullopt);
 const Status *find_status(uint32_t value);
-const Layout *find_layout(const Command &command);
+const Layout *find_layout(const Command &command, bool of_answer = false);
 const View *find_view(const Command &command);
 const Operation *find_operation(std::string_view name);
 const Field *find_field(std::span<const Field> fields, std::string_view name);
+const Oddity *find_oddity(const Operation &operation, Facet facet);
 
 std::string_view to_text(Class impact);
 std::string_view to_text(Call call);

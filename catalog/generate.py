@@ -20,8 +20,10 @@ RECORD_SIZES = {"bsp_pon_msg": 944, "bsp_pon_msg_ext": 1044, "bsp_plat_msg": 114
 CLASSES = {"read": "read", "write": "write", "service-affecting": "service_affecting"}
 CALLS = {"set": "set", "get": "get", "dgram-set": "dgram_set", "dgram-get": "dgram_get"}
 FAILURES = ["report", "pass", "silent"]
-REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied"}
-BUFFERS = {"own": "own", "in-place": "in_place"}
+REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied", "stamped": "stamped"}
+BUFFERS = {"own": "own", "in-place": "in_place", "caller": "caller"}
+SOURCES = {"shmem": "shmem", "text": "text"}
+FACETS = ["request", "status"]
 BOUNDS = [10240, 1048576]
 IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
 FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16}
@@ -36,6 +38,7 @@ ARGUMENTS = {
     "record": ("{const}{record} *{}", set()),
     "db": ("db_handle **{}", set()),
     "text-out": ("char *{}", {"text", "bytes"}),
+    "response": ("void *{}", set()),
 }
 
 
@@ -111,7 +114,8 @@ class Catalogue:
         self.folder = root / "catalog"
         self.root = root
         self.records, self.channels, self.commands, self.statuses = {}, {}, {}, {}
-        self.layouts, self.views, self.families = {}, {}, []
+        self.layouts, self.views, self.families, self.types, self.functions = {}, {}, [], {}, {}
+        self.taken = {}
         self.read_records()
         self.read_channels()
         self.read_statuses()
@@ -123,6 +127,8 @@ class Catalogue:
             self.read_commands(path, table)
         for path in families:
             self.read_family(path, loaded[path])
+        for operation in self.operations():
+            self.read_operation(operation)
         for path in layouts:
             self.read_layouts(path, loaded[path])
         for path in views:
@@ -136,7 +142,8 @@ class Catalogue:
             raise CatalogueError(f"{name}: the file is missing") from None
         except (tomllib.TOMLDecodeError, UnicodeDecodeError) as error:
             raise CatalogueError(f"{name}: not TOML: {error}") from None
-        known = {"module", "channel", "record", "status", "family", "command", "operation", "layout", "view"}
+        known = {"module", "channel", "record", "status", "family", "command", "operation", "layout", "view",
+                 "type", "function"}
         for key in table:
             if key not in known:
                 raise CatalogueError(f"{name}: unknown entry '{key}'; known are {', '.join(sorted(known))}")
@@ -212,15 +219,18 @@ class Catalogue:
             self.add(self.statuses, status)
 
     def read_commands(self, path, table):
-        for command in self.entries(path, table, "command", ["name", "code", "channel", "class", "brief"]):
+        for command in self.entries(path, table, "command", ["name", "code", "channel", "class", "brief"], ["call"]):
             command.code, command.brief = command.number("code"), command.text("brief")
             command.channel = command.lookup("channel", self.channels)
             command.impact = CLASSES[command.choice("class", CLASSES)]
             if not command.name.startswith("BSP_CMD_"):
                 command.fail("the name must start with BSP_CMD_")
+            command.call = CALLS[command.choice("call", CALLS)] if command.get("call") else None
             for other in self.commands.values():
-                if other.code == command.code and other.channel is command.channel:
-                    command.fail(f"code {command.code} is {other.name} on this channel")
+                if (other.code, other.channel) == (command.code, command.channel) and (
+                        not command.call or not other.call or command.call == other.call):
+                    command.fail(f"code {command.code} is {other.name} on this channel; two that share a code state the "
+                                 "'call' that each is for")
             self.add(self.commands, command)
 
     def read_family(self, path, table):
@@ -228,17 +238,84 @@ class Catalogue:
         if not isinstance(family, str):
             raise CatalogueError(f"{path.relative_to(self.root)}: 'family' is missing")
         operations = self.entries(
-            path, table, "operation", ["name", "brief", "call", "failure", "args"],
-            ["channel", "command", "class", "request", "answer", "notes"])
-        taken = {operation.name: operation for _, others in self.families for operation in others}
+            path, table, "operation", ["name", "brief", "args"],
+            ["channel", "command", "class", "call", "failure", "request", "answer", "via", "odd", "notes"])
         for operation in operations:
-            self.add(taken, operation)
-            self.read_operation(operation)
-        self.families.append((family, operations))
+            self.add(self.taken, operation)
+        types = self.entries(path, table, "type", ["name", "brief", "members"])
+        for entry in types:
+            self.read_type(entry)
+        functions = self.entries(path, table, "function", ["name", "brief", "returns", "args"], ["notes"])
+        for function in functions:
+            self.add(self.taken, function)
+            self.read_function(function)
+        self.families.append((family, types, functions, operations))
+
+    def read_type(self, entry):
+        """A structure that the library works on but never sends: words only."""
+        entry.brief, entry.members = entry.text("brief"), []
+        for table in entry.items("members"):
+            member = Entry(entry.file, f"type {entry.name}: member", table, ["name", "words", "brief"])
+            member.words, member.brief = member.number("words"), member.text("brief")
+            entry.members.append(member)
+        self.add(self.types, entry)
+
+    def read_function(self, function):
+        """A function that makes no request."""
+        function.brief, function.notes, function.args = function.text("brief"), function.text("notes", ""), {}
+        function.returns = Entry(function.file, f"function {function.name}: returns", function.get("returns"), ["type", "brief"])
+        function.returns.brief, function.returns.type = function.returns.text("brief"), function.returns.text("type")
+        for table in function.items("args"):
+            argument = Entry(function.file, f"function {function.name}: argument", table, ["name", "declaration", "brief"])
+            argument.brief, argument.declaration = argument.text("brief"), argument.text("declaration")
+            if argument.declaration.count("{}") != 1:
+                argument.fail("'declaration' holds {} where the name goes")
+            self.add(function.args, argument)
 
     def read_operation(self, operation):
+        """Once, whether first met by itself or by an operation that goes through it."""
+        if hasattr(operation, "args"):
+            return
+        operation.args = {}
         operation.brief, operation.notes = operation.text("brief"), operation.text("notes", "")
+        operation.odd = self.read_oddities(operation)
         operation.command = operation.lookup("command", self.commands) if operation.get("command") else None
+        operation.via = operation.lookup("via", self.taken) if operation.get("via") else None
+        if operation.via:
+            self.inherit(operation)
+        else:
+            for key in ("call", "failure"):
+                if not operation.get(key):
+                    operation.fail(f"'{key}' is missing")
+            self.read_channel(operation)
+            operation.call = CALLS[operation.choice("call", CALLS)]
+            operation.failure = operation.choice("failure", FAILURES)
+            self.read_answer(operation)
+        operation.request = REQUESTS[operation.choice("request", REQUESTS, "built")]
+        if operation.request in ("copied", "stamped") and not operation.command:
+            operation.fail("a record can only be given the operation's own command code where it has one")
+        if operation.command and operation.command.call not in (None, operation.call):
+            operation.fail(f"{operation.command.name} is for {operation.command.get('call')} calls only")
+        for table in operation.items("args"):
+            argument = Entry(
+                operation.file, f"operation {operation.name}: argument", table, ["name", "type", "brief"],
+                ["to", "from", "at", "of", "required", "optional", "ignored", "key", "bound", "dropped", "fields"])
+            self.read_argument(operation, argument)
+            argument.index = len(operation.args)
+            self.add(operation.args, argument)
+        self.check_arguments(operation)
+
+    def read_oddities(self, operation):
+        """What a hand-written test covers, because this language cannot say it: facet and words."""
+        odd = operation.get("odd", {})
+        if not isinstance(odd, dict) or not all(isinstance(text, str) and text for text in odd.values()):
+            operation.fail("'odd' says in words how a facet differs")
+        for facet in odd:
+            if facet not in FACETS:
+                operation.fail(f"'odd' knows {', '.join(FACETS)}, not {facet!r}")
+        return odd
+
+    def read_channel(self, operation):
         if operation.command:
             for key in ("channel", "class"):
                 if operation.get(key):
@@ -248,37 +325,67 @@ class Catalogue:
             operation.channel = operation.lookup("channel", self.channels)
             operation.impact = CLASSES[operation.choice("class", CLASSES)]
         operation.record = operation.channel.record
-        operation.call = CALLS[operation.choice("call", CALLS)]
-        operation.failure = operation.choice("failure", FAILURES)
-        operation.request = REQUESTS[operation.choice("request", REQUESTS, "built")]
-        self.read_answer(operation)
-        operation.args = {}
-        for table in operation.items("args"):
-            argument = Entry(
-                operation.file, f"operation {operation.name}: argument", table, ["name", "type", "brief"],
-                ["to", "from", "of", "required", "optional", "ignored", "key", "bound"])
-            self.read_argument(operation, argument)
-            argument.index = len(operation.args)
-            self.add(operation.args, argument)
-        records = [argument for argument in operation.args.values() if argument.type == "record"]
-        if len(records) != (operation.request != "built"):
+
+    def inherit(self, operation):
+        """A thin wrapper: a call of another operation with a fixed command code."""
+        callee = operation.via
+        if callee is operation or callee.kind != "operation":
+            operation.fail("'via' names another operation")
+        self.read_operation(callee)
+        for key in ("channel", "class", "call", "failure", "answer"):
+            if operation.get(key):
+                operation.fail(f"'{key}' is that of {callee.name}, which it goes through")
+        if not operation.command or operation.command.channel is not callee.channel:
+            operation.fail(f"needs a command of {callee.channel.name}, on which {callee.name} sends")
+        for name in ("channel", "record", "call", "failure", "answer", "preset", "response_size", "response_record"):
+            setattr(operation, name, getattr(callee, name))
+        operation.impact = operation.command.impact
+
+    def check_arguments(self, operation):
+        def of_type(kind):
+            return [argument for argument in operation.args.values() if argument.type == kind]
+
+        if len([record for record in of_type("record") if not record.picked]) != (operation.request != "built"):
             operation.fail("an operation that sends the caller's record has one argument of type record, others none")
+        if len(of_type("response")) != (operation.answer == "caller"):
+            operation.fail("an answer into the caller's buffer has one argument of type response, others none")
         for argument in operation.args.values():
             if argument.type == "length":
                 argument.of = argument.lookup("of", operation.args)
                 if argument.of.type != "block":
                     argument.fail(f"'of' names {argument.of.name}, which is not a block")
+            if argument.source == "shmem":
+                self.read_key(operation, argument)
+
+    def read_key(self, operation, argument):
+        """What names the result: the operation's command, the request's code as it stands after the exchange, or an
+        argument that states a command."""
+        if operation.via:
+            argument.key, argument.bound = operation.via_database.key, operation.via_database.bound
+            return
+        argument.bound = argument.number("bound")
+        if argument.bound not in BOUNDS:
+            argument.fail(f"'bound' must be one of {BOUNDS}, not {argument.bound}")
+        argument.key = argument.text("key")
+        if argument.key == "command" and not operation.command:
+            argument.fail("'key' is the operation's command, and it has none")
+        if argument.key not in ("command", "request"):
+            argument.of, argument.key = argument.lookup("key", operation.args), "argument"
+            if argument.of.field is not operation.record.command:
+                argument.fail(f"'key' names {argument.of.name}, which is not the command code")
 
     def read_answer(self, operation):
-        operation.answer, operation.preset, operation.response_size = "none", 0, 0
+        operation.answer, operation.preset, operation.response_size, operation.response_record = "none", 0, 0, None
         is_get = operation.call in ("get", "dgram_get")
         if bool(operation.get("answer")) != is_get:
             operation.fail("get calls have an 'answer', set calls have none")
         if is_get:
-            answer = Entry(operation.file, f"operation {operation.name}: answer", operation.get("answer"), ["buffer", "preset"])
+            answer = Entry(operation.file, f"operation {operation.name}: answer", operation.get("answer"),
+                           ["buffer", "preset"], ["record"])
             operation.answer = BUFFERS[answer.choice("buffer", BUFFERS)]
             operation.preset = answer.number("preset")
-            operation.response_size = max(operation.preset, operation.record.size)
+            operation.response_size = operation.preset or operation.record.size
+            operation.response_record = answer.lookup("record", self.records) if answer.get("record") else operation.record
             if operation.answer == "in_place" and operation.preset != operation.record.size:
                 answer.fail("an answer in place has the record's length as its preset")
 
@@ -287,6 +394,7 @@ class Catalogue:
         argument.type = argument.choice("type", ARGUMENTS)
         argument.required, argument.optional = argument.flag("required"), argument.flag("optional")
         argument.ignored, argument.field, argument.of, argument.key = argument.flag("ignored"), None, None, None
+        argument.source, argument.bound, argument.picked, argument.dropped = None, 0, [], argument.flag("dropped")
         argument.declaration, field_types = ARGUMENTS[argument.type]
         outward = argument.type == "text-out"
         allowed = {"name", "type", "brief", "required", "optional"}
@@ -297,20 +405,20 @@ class Catalogue:
         elif field_types:
             place = "from" if outward else "to"
             allowed |= {place}
-            argument.field = argument.lookup(place, operation.record.fields)
+            record = operation.response_record if outward and operation.answer != "none" else operation.record
+            argument.field = argument.lookup(place, record.fields)
             if argument.field.type not in field_types:
                 argument.fail(f"'{place}' names {argument.field.name}, which is a {argument.field.type}")
         elif argument.type == "length":
             allowed |= {"of"}
         elif argument.type == "db":
-            allowed |= {"from", "key", "bound"}
-            argument.choice("from", ["shmem"])
-            argument.key, argument.bound = argument.lookup("key", operation.record.fields), argument.number("bound")
-            if argument.bound not in BOUNDS:
-                argument.fail(f"'bound' must be one of {BOUNDS}, not {argument.bound}")
+            allowed |= self.read_database(operation, argument)
         elif argument.type == "record":
+            allowed |= {"fields"}
+            argument.picked = [self.picked(operation, argument, name) for name in argument.get("fields", [])]
+            written = operation.answer == "in_place" or operation.request == "stamped"
             argument.declaration = argument.declaration.replace("{record}", operation.record.name).replace(
-                "{const}", "" if operation.answer == "in_place" else "const ")
+                "{const}", "" if written else "const ")
         for key in argument.table:
             if key not in allowed:
                 argument.fail(f"'{key}' means nothing for a {argument.type}")
@@ -321,6 +429,29 @@ class Catalogue:
         if (outward or argument.type == "db") and operation.answer == "none":
             argument.fail("a set call has no answer to take it from")
 
+    def picked(self, operation, argument, name):
+        if name not in operation.record.fields:
+            argument.fail(f"'fields' names {name!r}, which {operation.record.name} does not have")
+        return operation.record.fields[name]
+
+    def read_database(self, operation, argument):
+        """Where a result database comes from; of a wrapper, where its callee's does. Returns the keys allowed."""
+        if operation.via:
+            operation.via_database = next((each for each in operation.via.args.values() if each.type == "db"), None)
+            if not operation.via_database:
+                argument.fail(f"{operation.via.name} has no result database")
+            for name in ("source", "field", "dropped", "optional"):
+                setattr(argument, name, getattr(operation.via_database, name))
+            return set()
+        argument.source = SOURCES[argument.choice("from", SOURCES)]
+        if argument.dropped:
+            argument.optional = True
+        if argument.source == "shmem":
+            return {"from", "key", "bound", "dropped"}
+        if operation.answer != "none":
+            argument.field = argument.lookup("at", operation.response_record.fields)
+        return {"from", "at"}
+
     def read_uses(self, entry):
         """The commands that a layout or view belongs to."""
         entry.commands = []
@@ -330,7 +461,8 @@ class Catalogue:
             entry.commands.append(self.commands[name])
 
     def read_layouts(self, path, table):
-        for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief", "fields"]):
+        for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief", "fields"], ["answer"]):
+            layout.of_answer = layout.flag("answer")
             layout.brief, layout.record = layout.text("brief"), layout.lookup("record", self.records)
             layout.fields = self.read_fields(layout, layout.record.size, ["u32", "u8", "mac", "text", "bytes", "idset"])
             self.read_uses(layout)
@@ -348,7 +480,7 @@ class Catalogue:
             self.add(self.views, view)
 
     def operations(self):
-        return [operation for _, operations in self.families for operation in operations]
+        return [operation for _, _, _, operations in self.families for operation in operations]
 
 
 # --- The public header -------------------------------------------------------------------------------------------------
@@ -405,13 +537,15 @@ def argument_text(argument):
         text += "; must not be null"
     elif argument.type == "text":
         text += "; null leaves the field empty"
-    if argument.type == "db":
+    if argument.dropped:
+        text += "; never written, may be null"
+    elif argument.type == "db":
         text += "; receives a handle that the caller owns (null where the service left none)"
     return text
 
 
 def result_text(operation):
-    parts = ["the service's status word"]
+    parts = [operation.odd.get("status", "the service's status word")]
     required = [argument.name for argument in operation.args.values() if argument.required]
     if required:
         parts.append(f"BSP_ERR_PARAM where {' or '.join(f'`{name}`' for name in required)} is null, nothing sent")
@@ -422,9 +556,9 @@ def result_text(operation):
     return "; ".join(parts) + "."
 
 
-def prototype(operation):
+def prototype(operation, result="uint32_t "):
     arguments = [argument.declaration.replace("{}", argument.name) for argument in operation.args.values()] or ["void"]
-    head = f"BSP_PON_API uint32_t {operation.name}("
+    head = f"BSP_PON_API {result}{operation.name}("
     rows = [head + arguments[0]]
     for argument in arguments[1:]:
         if len(rows[-1]) + len(argument) + 4 <= 120:
@@ -438,9 +572,10 @@ def prototype(operation):
 def function_of(operation):
     record, channel = operation.record, operation.channel
     code = f"{operation.command.name} ({operation.command.code})" if operation.command else "The caller's command"
+    through = f", sent and logged as by {operation.via.name}" if operation.via else ""
     lines = [
         operation.brief, "",
-        f"{code} on {channel.name}, a {record.name} of {record.size} bytes; {operation.impact.replace('_', '-')}.",
+        f"{code} on {channel.name}, a {record.name} of {record.size} bytes; {operation.impact.replace('_', '-')}{through}.",
     ]
     if operation.notes:
         lines.append(operation.notes)
@@ -448,6 +583,23 @@ def function_of(operation):
     lines += [(f"@param {argument.name} {argument_text(argument)}", "       ") for argument in operation.args.values()]
     lines.append(("@return " + result_text(operation), "        "))
     return comment(lines) + prototype(operation) + [""]
+
+
+def type_of(entry):
+    lines = [f"struct {entry.name} {{"]
+    lines += [f"    uint32_t {member.name}[{member.words}]; /* {member.brief} */" for member in entry.members]
+    return [*comment([entry.brief]), *lines, "};", f"typedef struct {entry.name} {entry.name};", ""]
+
+
+def local_function_of(function):
+    lines = [function.brief, "", "Makes no request."]
+    if function.notes:
+        lines.append(function.notes)
+    lines.append("")
+    lines += [(f"@param {argument.name} {argument.brief}", "       ") for argument in function.args.values()]
+    lines.append((f"@return {function.returns.brief}.", "        "))
+    result = function.returns.type
+    return [*comment(lines), *prototype(function, result if result.endswith("*") else result + " "), ""]
 
 
 def define(name, value, brief):
@@ -474,8 +626,12 @@ def header(catalogue):
     lines.append("")
     for record in catalogue.records.values():
         lines += struct_of(record)
-    for family, operations in catalogue.families:
+    for family, types, functions, operations in catalogue.families:
         lines += [f"/* --- {family} --- */", ""]
+        for entry in types:
+            lines += type_of(entry)
+        for function in functions:
+            lines += local_function_of(function)
         for operation in operations:
             lines += function_of(operation)
     lines += ["#ifdef __cplusplus", "}", "#endif", "", "#endif"]
@@ -483,7 +639,7 @@ def header(catalogue):
 
 
 def exports(catalogue):
-    names = sorted(operation.name for operation in catalogue.operations())
+    names = sorted(catalogue.taken)
     return "\n".join([f"# {GENERATED}.", "{", "    global:", *[f"        {name};" for name in names], "    local:", "        *;", "};"]) + "\n"
 
 
@@ -508,12 +664,11 @@ def field_rows(owner):
 
 def argument_row(operation, argument):
     field = argument.field.reference if argument.field else "nullptr"
-    key = argument.key.reference if argument.key else "nullptr"
-    source = "shmem" if argument.type == "db" else "none"
-    bound = argument.bound if argument.type == "db" else 0
+    picked = f"{operation.name}_{argument.name}_fields" if argument.picked else "{}"
     return (f"    {{{quoted(argument.name)}, ArgumentType::{argument.type.replace('-', '_')}, {flag(argument.required)}, "
-            f"{flag(argument.optional)}, {field}, {argument.of.index if argument.of else -1}, Source::{source}, "
-            f"{key}, {bound}, {quoted(argument.brief)}}},")
+            f"{flag(argument.optional)}, {flag(argument.dropped)}, {field}, {argument.of.index if argument.of else -1}, "
+            f"Source::{argument.source or 'none'}, Key::{argument.key or 'none'}, {argument.bound}, {picked}, "
+            f"{quoted(argument.brief)}}},")
 
 
 def tables(catalogue):
@@ -538,7 +693,8 @@ def tables(catalogue):
     lines += ["};", "", "constexpr Command all_commands[] = {"]
     for command in commands:
         lines.append(f"    {{{quoted(command.name)}, {command.code}, {channel_at[command.channel.name]}, "
-                     f"Class::{command.impact}, {quoted(command.brief)}}},")
+                     f"Class::{command.impact}, {f'Call::{command.call}' if command.call else 'std::nullopt'}, "
+                     f"{quoted(command.brief)}}},")
     lines += ["};", "", "constexpr Status all_statuses[] = {"]
     for status in catalogue.statuses.values():
         lines.append(f"    {{{quoted(status.name)}, {status.value}, {flag(status.of_library)}, {quoted(status.brief)}}},")
@@ -553,7 +709,7 @@ def tables(catalogue):
     lines.append("constexpr Layout all_layouts[] = {")
     for layout in catalogue.layouts.values():
         lines.append(f"    {{{quoted(layout.name)}, {record_at[layout.record.name]}, {layout.name}_commands, "
-                     f"{layout.name}_fields, {quoted(layout.brief)}}},")
+                     f"{layout.name}_fields, {flag(layout.of_answer)}, {quoted(layout.brief)}}},")
     lines += ["};", ""]
     for view in catalogue.views.values():
         lines += uses(view) + [f"constexpr Column {view.name}_columns[] = {{"]
@@ -566,23 +722,39 @@ def tables(catalogue):
         lines.append(f"    {{{quoted(view.name)}, {view.name}_commands, {view.name}_columns, {quoted(view.brief)}}},")
     lines += ["};", ""]
     for operation in catalogue.operations():
+        for argument in operation.args.values():
+            if argument.picked:
+                references = ", ".join(field.reference for field in argument.picked)
+                lines += [f"constexpr const Field *{operation.name}_{argument.name}_fields[] = {{{references}}};"]
+        if operation.odd:
+            oddities = ", ".join(f"{{Facet::{facet}, {quoted(text)}}}" for facet, text in operation.odd.items())
+            lines += [f"constexpr Oddity {operation.name}_odd[] = {{{oddities}}};"]
         if operation.args:
             lines.append(f"constexpr Argument {operation.name}_arguments[] = {{")
             lines += [argument_row(operation, argument) for argument in operation.args.values()]
             lines += ["};", ""]
     lines.append("constexpr Operation all_operations[] = {")
-    for family, operations in catalogue.families:
+    for family, _, _, operations in catalogue.families:
         for operation in operations:
             arguments = f"{operation.name}_arguments" if operation.args else "{}"
+            response = record_at[operation.response_record.name] if operation.response_record else "nullptr"
+            odd = f"{operation.name}_odd" if operation.odd else "{}"
             command = command_at[operation.command.name] if operation.command else "nullptr"
             lines += [
                 f"    {{{quoted(operation.name)}, {quoted(family)}, {quoted(operation.brief)}, {quoted(operation.notes)},",
                 f"     {channel_at[operation.channel.name]}, {record_at[operation.record.name]}, {command}, "
                 f"Class::{operation.impact}, Call::{operation.call}, Failure::{operation.failure},",
-                f"     Request::{operation.request}, Answer::{operation.answer}, {operation.response_size}, "
-                f"{operation.preset}, {arguments}}},"]
+                f"     Request::{operation.request}, Answer::{operation.answer}, {response}, {operation.response_size}, "
+                f"{operation.preset}, {quoted(operation.via.name if operation.via else operation.name)}, {odd}, "
+                f"{arguments}}},"]
+    lines += ["};", "", "constexpr Function all_functions[] = {"]
+    for family, _, functions, _ in catalogue.families:
+        for function in functions:
+            call = " ".join(row.strip() for row in prototype(function, f"{function.returns.type} "))
+            lines.append(f"    {{{quoted(function.name)}, {quoted(family)}, {quoted(function.brief)}, {quoted(function.notes)}, "
+                         f"{quoted(call.removeprefix('BSP_PON_API ').replace('* ', '*'))}}},")
     lines += ["};", "", "} // namespace", "", f"const uint32_t module = {catalogue.module};", ""]
-    for name in ["Record", "Channel", "Command", "Status", "Layout", "View", "Operation"]:
+    for name in ["Record", "Channel", "Command", "Status", "Layout", "View", "Operation", "Function"]:
         plural = {"Status": "statuses"}.get(name, name.lower() + "s")
         lines += [f"std::span<const {name}> {plural}()", "{", f"    return all_{plural};", "}", ""]
     return "\n".join([*lines, "} // namespace catalogue"]) + "\n"

@@ -65,12 +65,38 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_REBOOT_BATCH 368u /* BSP_MSG_PON: reboot a batch of ONUs described by the caller's record */
 #define BSP_CMD_ONU_RELEASE_ALL 369u /* BSP_MSG_PON: release all bindings of a PON port */
 #define BSP_CMD_ONU_RELEASE_OFFLINE 370u /* BSP_MSG_PON: release all bindings of offline ONUs of a PON port */
+#define BSP_CMD_BLACKLIST_ADD_AUTO 371u /* BSP_MSG_PON: put an ONU, named by its MAC address, on the blacklist; the service picks the id there */
+#define BSP_CMD_BLACKLIST_REJECT 372u /* BSP_MSG_PON: put the ONU that is bound to an ONU id on the blacklist */
+#define BSP_CMD_BLACKLIST_REJECT_BATCH 373u /* BSP_MSG_PON: put a batch of ONUs, described by the caller's record, on the blacklist */
+#define BSP_CMD_BLACKLIST_REMOVE 374u /* BSP_MSG_PON: take an ONU, named by its MAC address, off the blacklist */
+#define BSP_CMD_BLACKLIST_REMOVE_BATCH 375u /* BSP_MSG_PON: take a batch of ONUs, described by the caller's record, off the blacklist */
+#define BSP_CMD_AUTH_SET 376u /* BSP_MSG_PON: set the authentication mode of a PON port */
+#define BSP_CMD_AUTH_GET 377u /* BSP_MSG_PON: the authentication mode of a PON port */
+#define BSP_CMD_AUTH_LIST 378u /* BSP_MSG_PON: the authentication records: a summary of all PON ports for port 0, else those of one port */
+#define BSP_CMD_ONU_CONFIRM 380u /* BSP_MSG_PON: confirm an ONU that waits, named by its ONU id or else by its MAC address */
+#define BSP_CMD_WHITELIST_GET 381u /* BSP_MSG_PON: look up one ONU of the whitelist, by id or by MAC address */
+#define BSP_CMD_ONU_INFO_GET 381u /* BSP_MSG_PON: ONU information, by datagram: of one ONU by id or MAC address, of one PON port, or of all */
 #define BSP_CMD_VIEW_ONU_INFO_SNMP 383u /* BSP_MSG_PON: ONU information of the whole OLT, for the SNMP agent */
 #define BSP_CMD_VIEW_ONU_INFO_WEB 384u /* BSP_MSG_PON: ONU information of one PON port, or of all for port 0, for the web server */
+#define BSP_CMD_VIEW_ONU_CAP_SNMP 385u /* BSP_MSG_PON: capabilities of the bound ONUs of the whole OLT, for the SNMP agent */
 #define BSP_CMD_VIEW_BASE_INFO_WEB 386u /* BSP_MSG_PON: base information of the OLT's PON ports, for the web server */
+#define BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB 387u /* BSP_MSG_PON: what an upgrade must know of the bound ONUs of one PON port, or of all for port 0, for the web server */
+#define BSP_CMD_VIEW_ONU_ALARM 388u /* BSP_MSG_PON: alarms of one ONU, of one PON port, or of all for port 0 */
+#define BSP_CMD_ONU_ALARM_CLEAR 389u /* BSP_MSG_PON: clear alarms of one ONU, of one PON port, or of all for port 0 */
+#define BSP_CMD_WHITELIST_IDS 390u /* BSP_MSG_PON: which ONU ids of a port are in use on the whitelist */
+#define BSP_CMD_BLACKLIST_GET 391u /* BSP_MSG_PON: the blacklist: whole, of a port, or one ONU by id or by MAC address */
+#define BSP_CMD_VIEW_BLACKLIST_SNMP 392u /* BSP_MSG_PON: the blacklist of the whole OLT, for the SNMP agent */
+#define BSP_CMD_VIEW_BLACKLIST_WEB 393u /* BSP_MSG_PON: the blacklist of one PON port, or of all for port 0, for the web server */
+#define BSP_CMD_BLACKLIST_IDS 394u /* BSP_MSG_PON: which ids of a port are in use on the blacklist */
+#define BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP 395u /* BSP_MSG_PON: attributes of the UNI ports of the whole OLT, for the SNMP agent */
+#define BSP_CMD_ONU_DESCRIPTION_SET 398u /* BSP_MSG_PON: describe a bound ONU in a text */
 #define BSP_CMD_ONU_SORT_BATCH 423u /* BSP_MSG_PON: re-sort a batch of ONUs described by the caller's record */
 #define BSP_CMD_OPT_RANGE_SET 424u /* BSP_MSG_PON: set the optical ranging limits from the caller's record */
 #define BSP_CMD_ONU_SUPPORT_SET 764u /* BSP_MSG_PON: set whether an ONU, named by its MAC address, is supported */
+#define BSP_CMD_VIEW_ONU_CONFIG 709u /* BSP_MSG_ONU_CFG: configuration of one ONU */
+#define BSP_CMD_VIEW_ONU_PORT_CONFIG 710u /* BSP_MSG_ONU_CFG: configuration of the UNI ports of one ONU */
+#define BSP_CMD_VIEW_VLAN_MODE_SNMP 787u /* BSP_MSG_ONU_SNMP: VLAN modes of UNI ports, for the SNMP agent */
+#define BSP_CMD_VIEW_VLAN_LIST_SNMP 788u /* BSP_MSG_ONU_SNMP: VLANs of UNI ports, for the SNMP agent */
 
 /**
  * Request and response of the PON channel. 944 bytes.
@@ -154,6 +180,130 @@ struct bsp_profile_msg {
     uint8_t data[4096]; /* 24: payload; in responses a file name may start here */
 };
 typedef struct bsp_profile_msg bsp_profile_msg;
+
+/* --- ONU-id sets --- */
+
+/**
+ * 128 ONU ids: id w*32+b is a member when bit b (bit 0 the least significant) of word w is 1. 16 bytes.
+ */
+struct onu_id_set {
+    uint32_t words[4]; /* ids 0 to 31 in the first word, 96 to 127 in the last */
+};
+typedef struct onu_id_set onu_id_set;
+
+/**
+ * Tells whether a set of ONU ids has members.
+ *
+ * Makes no request.
+ *
+ * @param set the set, read only
+ * @return 1 if any id is a member, else 0; 0 also for a null set, after a line in the log.
+ */
+BSP_PON_API int ont_id_res_exists_ont(const onu_id_set *set);
+
+/**
+ * Prints a set of ONU ids as ranges, such as 1-5,7,9-12.
+ *
+ * Makes no request.
+ * Two ids in a row print as two, three or more as first and last. Three ways of printing are as they always were, and
+ * front ends rely on them: a word without members does not end a run (ids 31 and 64 print as 31,32); a run that is
+ * still open at the end of the last word with members is not closed, so that of ids 120 to 127 only 120 is printed;
+ * and at `last_id`, from the second id of a run on, the length of the run so far is printed behind a dash (ids 120 to
+ * 127 with `last_id` 127: 120-8). The length is counted in 8 bits with a sign: all 128 ids with `last_id` 127 print as
+ * 0--128. Use ont_id_res_str_expand where every id must be told.
+ *
+ * @param set the set, read only
+ * @param last_id the id at which the length of an open run is printed; one that is no member for none, as 128
+ * @param text room for 402 bytes, receives the text, NUL-terminated; an empty set leaves it as it was
+ * @return `text`; null if `set` or `text` is null, after a line in the log.
+ */
+BSP_PON_API char *ont_id_res_str(const onu_id_set *set, uint32_t last_id, char *text);
+
+/**
+ * Prints a set of ONU ids as a list of all members in ascending order, such as 1,2,3,7.
+ *
+ * Makes no request.
+ *
+ * @param set the set, read only
+ * @param spare ignored
+ * @param text room for 402 bytes, receives the text, NUL-terminated; an empty set leaves it as it was
+ * @return `text`; null if `set` or `text` is null, after a line in the log.
+ */
+BSP_PON_API char *ont_id_res_str_expand(const onu_id_set *set, uint32_t spare, char *text);
+
+/* --- Authentication, confirmation and description --- */
+
+/**
+ * Sets the authentication mode of a PON port.
+ *
+ * BSP_CMD_AUTH_SET (376) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param text_a first authentication text, at most 63 characters; null leaves the field empty
+ * @param text_b second authentication text, at most 63 characters; null leaves the field empty
+ * @param mode authentication mode, the service's to define
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_auth_mode_type_set(uint32_t pon_port, const char *text_a, const char *text_b,
+                                                    uint32_t mode);
+
+/**
+ * Sets the authentication of a PON port from a record that the caller built.
+ *
+ * BSP_CMD_AUTH_SET (376) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param record port, mode and texts, 944 bytes; copied, not changed, its `cmd` is not used
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_auth_set(const bsp_pon_msg *record);
+
+/**
+ * Asks for the authentication mode of a PON port.
+ *
+ * BSP_CMD_AUTH_GET (377) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param resp room for 944 bytes, receives the answer, a bsp_pon_msg; handed to the IPC library as it is
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_auth_mode_type_get(uint32_t pon_port, void *resp);
+
+/**
+ * Asks for the authentication records as a result database of at most 10240 bytes.
+ *
+ * BSP_CMD_AUTH_LIST (378) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_auth_infolist_get(db_handle **db_out);
+
+/**
+ * Confirms an ONU that waits.
+ *
+ * BSP_CMD_ONU_CONFIRM (380) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ * Of the record, `onu_id` is sent where it is not 0 and otherwise `onu_mac`, never both; further `arg_byte16` and
+ * `arg_word36`.
+ *
+ * @param pon_port PON port number
+ * @param onu which ONU, 944 bytes; not changed, nothing else of it is used; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `onu` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu);
+
+/**
+ * Describes a bound ONU in a text.
+ *
+ * BSP_CMD_ONU_DESCRIPTION_SET (398) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; write.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param text the description, at most 127 characters; empty for none; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `text` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_description(uint32_t pon_port, uint32_t onu_id, const char *text);
 
 /* --- ONU binding and unbinding --- */
 
@@ -329,6 +479,178 @@ BSP_PON_API uint32_t bsp_pon_onu_batch_sort(const bsp_pon_msg *record);
  */
 BSP_PON_API uint32_t bsp_pon_set_opt_range(const bsp_pon_msg *record);
 
+/* --- Whitelist and blacklist --- */
+
+/**
+ * Puts an ONU, named by its MAC address, on the blacklist; the service picks the id there.
+ *
+ * BSP_CMD_BLACKLIST_ADD_AUTO (371) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param mac ONU MAC address, 6 bytes in transmission order; must not be null
+ * @param text free text of the entry, at most 514 characters; null leaves the field empty
+ * @return the service's status word; BSP_ERR_PARAM where `mac` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_blacklist_add_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const char *text);
+
+/**
+ * Puts the ONU that is bound to an ONU id on the blacklist.
+ *
+ * BSP_CMD_BLACKLIST_REJECT (372) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Puts a batch of ONUs on the blacklist.
+ *
+ * BSP_CMD_BLACKLIST_REJECT_BATCH (373) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param record which ONUs, 944 bytes; copied, not changed, its `cmd` is not used; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `record` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record);
+
+/**
+ * Takes an ONU, named by its MAC address, off the blacklist.
+ *
+ * BSP_CMD_BLACKLIST_REMOVE (374) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param mac ONU MAC address, 6 bytes in transmission order; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `mac` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *mac);
+
+/**
+ * Takes a batch of ONUs off the blacklist.
+ *
+ * BSP_CMD_BLACKLIST_REMOVE_BATCH (375) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ * Unlike bsp_pon_reject_onu_to_blacklist_batch, it sends the caller's own record.
+ *
+ * @param record which ONUs, 944 bytes; its `cmd` becomes the command code and stays so; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `record` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record);
+
+/**
+ * Looks up one ONU of the whitelist, named by its ONU id.
+ *
+ * BSP_CMD_WHITELIST_GET (381) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param resp room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is
+ *        dropped
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_w_onu_spec_id(uint32_t pon_port, uint32_t onu_id, void *resp);
+
+/**
+ * Looks up one ONU of the whitelist, named by its MAC address.
+ *
+ * BSP_CMD_WHITELIST_GET (381) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param mac ONU MAC address, 6 bytes in transmission order; must not be null
+ * @param resp room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is
+ *        dropped
+ * @return the service's status word; BSP_ERR_PARAM where `mac` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_w_onu_by_mac(uint32_t pon_port, const uint8_t *mac, void *resp);
+
+/**
+ * Asks which ONU ids of a port are in use on the whitelist.
+ *
+ * BSP_CMD_WHITELIST_IDS (390) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param resp room for 944 bytes, receives the answer, a bsp_pon_msg; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `resp` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_w_onu_id_resouce(uint32_t pon_port, void *resp);
+
+/**
+ * Asks which ids of a port are in use on the blacklist.
+ *
+ * BSP_CMD_BLACKLIST_IDS (394) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param resp room for 944 bytes, receives the answer, a bsp_pon_msg; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `resp` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_b_onu_id_resouce(uint32_t pon_port, void *resp);
+
+/**
+ * Asks for the blacklist, as the caller's record selects it, as a result database of at most 1048576 bytes.
+ *
+ * BSP_CMD_BLACKLIST_GET (391) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param record PON port, ONU id or MAC address as wanted, 944 bytes; its `cmd` becomes the command code and stays so
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_blacklist(bsp_pon_msg *record, db_handle **db_out);
+
+/**
+ * Asks for one ONU of the blacklist, named by its id there, as a result database of at most 1048576 bytes.
+ *
+ * BSP_CMD_BLACKLIST_GET (391) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param record 944 bytes, of which only `pon_port` and `onu_id` are used; not changed
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_b_onu_spec_id(const bsp_pon_msg *record, db_handle **db_out);
+
+/**
+ * Asks for one ONU of the blacklist, named by its MAC address, as a result database of at most 1048576 bytes.
+ *
+ * BSP_CMD_BLACKLIST_GET (391) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param mac ONU MAC address, 6 bytes in transmission order; must not be null
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_PARAM where `mac` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_b_onu_by_mac(uint32_t pon_port, const uint8_t *mac, db_handle **db_out);
+
+/**
+ * Asks for the blacklist of the whole OLT, for the SNMP agent.
+ *
+ * BSP_CMD_VIEW_BLACKLIST_SNMP (392) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_blacklist_snmp(db_handle **db_out);
+
+/**
+ * Asks for the blacklist of a PON port, for the web server.
+ *
+ * BSP_CMD_VIEW_BLACKLIST_WEB (393) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param record `pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_blacklist_web(db_handle **db_out, bsp_pon_msg *record);
+
 /* --- Generic pass-through --- */
 
 /**
@@ -407,6 +729,218 @@ BSP_PON_API uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char
  */
 BSP_PON_API uint32_t bsp_pon_exec_get_onu_json(uint32_t cmd, uint32_t pon_port, uint32_t onu_id, uint32_t spare,
                                                db_handle **db_out);
+
+/* --- Stored views --- */
+
+/**
+ * Asks for a view of the PON channel, at most 1048576 bytes, by a record that the caller built.
+ *
+ * The caller's command on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param record the request, 944 bytes with the command code of the view in `cmd`, which is also the key of its
+ *        result; not changed
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_config_by_db(db_handle **db_out, const bsp_pon_msg *record);
+
+/**
+ * Asks for a view of remote-ONU configuration, at most 10240 bytes, by a record that the caller built.
+ *
+ * The caller's command on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param record the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its
+ *        result; not changed
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pononu_ctc_config_by_db(db_handle **db_out, const bsp_onu_msg *record);
+
+/**
+ * Asks for a view of the OLT's platform, at most 10240 bytes, by a record that the caller built.
+ *
+ * The caller's command on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param record the request, 1148 bytes with the command code of the view in `plat_cmd`, which is also the key of its
+ *        result; not changed
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_platform_by_db(db_handle **db_out, const bsp_plat_msg *record);
+
+/**
+ * Asks for ONU information, by datagram, as a result database of at most 1048576 bytes.
+ *
+ * BSP_CMD_ONU_INFO_GET (381) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param record `pon_port`, `onu_id` and `onu_mac` as wanted, 944 bytes; its `cmd` becomes the command code and stays
+ *        so
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_info(db_handle **db_out, bsp_pon_msg *record);
+
+/**
+ * Asks for ONU information of the whole OLT, for the SNMP agent.
+ *
+ * BSP_CMD_VIEW_ONU_INFO_SNMP (383) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_info_snmp(db_handle **db_out);
+
+/**
+ * Asks for ONU information of a PON port, for the web server.
+ *
+ * BSP_CMD_VIEW_ONU_INFO_WEB (384) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param record `pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_info_web(db_handle **db_out, bsp_pon_msg *record);
+
+/**
+ * Asks for the capabilities of the bound ONUs of the whole OLT, for the SNMP agent.
+ *
+ * BSP_CMD_VIEW_ONU_CAP_SNMP (385) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_cap_snmp(db_handle **db_out);
+
+/**
+ * Asks for base information of the OLT's PON ports, for the web server.
+ *
+ * BSP_CMD_VIEW_BASE_INFO_WEB (386) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param record `pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_base_info_web(db_handle **db_out, bsp_pon_msg *record);
+
+/**
+ * Asks for what an upgrade must know of the bound ONUs of a PON port, for the web server.
+ *
+ * BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB (387) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param record `pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_upgrade_base_info_web(db_handle **db_out, bsp_pon_msg *record);
+
+/**
+ * Asks for alarms of ONUs.
+ *
+ * BSP_CMD_VIEW_ONU_ALARM (388) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param record `pon_port` and `onu_id` as wanted, 944 bytes; its `cmd` becomes the command code and stays so
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_alarm(db_handle **db_out, bsp_pon_msg *record);
+
+/**
+ * Clears alarms of ONUs.
+ *
+ * BSP_CMD_ONU_ALARM_CLEAR (389) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; write.
+ *
+ * @param record `pon_port`, `onu_id` and the alarm as wanted, 944 bytes; its `cmd` becomes the command code and stays
+ *        so; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `record` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_clear_onu_alarm(bsp_pon_msg *record);
+
+/**
+ * Asks for the attributes of the UNI ports of the whole OLT, for the SNMP agent.
+ *
+ * BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP (395) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read, sent and logged as by
+ * bsp_pon_config_by_db.
+ *
+ * @param db_out the result database, at most 1048576 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_uni_attribute_snmp(db_handle **db_out);
+
+/**
+ * Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.
+ *
+ * BSP_CMD_VIEW_ONU_CONFIG (709) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return BSP_OK after every exchange that succeeded: the service's status word is dropped; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_cfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Asks for the configuration of the UNI ports of one ONU.
+ *
+ * BSP_CMD_VIEW_ONU_PORT_CONFIG (710) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pononu_ctc_config_by_db.
+ *
+ * @param db_out the result database, at most 10240 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only
+ * the status reaches the caller.
+ *
+ * The caller's command on BSP_MSG_ONU_SNMP, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out ignored; never written, may be null
+ * @param record the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its
+ *        result; not changed
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pononu_ctc_config_snmp_get(db_handle **db_out, const bsp_onu_msg *record);
+
+/**
+ * Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.
+ *
+ * BSP_CMD_VIEW_VLAN_MODE_SNMP (787) on BSP_MSG_ONU_SNMP, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pononu_ctc_config_snmp_get.
+ *
+ * @param db_out ignored; never written, may be null
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_vlan_mode_snmp(db_handle **db_out);
+
+/**
+ * Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.
+ *
+ * BSP_CMD_VIEW_VLAN_LIST_SNMP (788) on BSP_MSG_ONU_SNMP, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pononu_ctc_config_snmp_get.
+ *
+ * @param db_out ignored; never written, may be null
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_vlanlist_snmp(db_handle **db_out);
 
 #ifdef __cplusplus
 }

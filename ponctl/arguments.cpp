@@ -220,7 +220,7 @@ void Arguments::set_block(size_t index, const Assignment &assignment, bool allow
 void Arguments::set_length(size_t index, const Given &given)
 {
     const Argument &argument = called.arguments[index];
-    const auto block = static_cast<size_t>(argument.length_of);
+    const auto block = static_cast<size_t>(argument.other);
     const auto size = static_cast<uint32_t>(memory[block].bytes.size());
     passed[index].number = size;
     if (!given.whole[index]) return;

@@ -83,19 +83,45 @@ constexpr Channel all_channels[] = {
 };
 
 constexpr Command all_commands[] = {
-    {"BSP_CMD_ONU_BIND_AUTO", 364, &all_channels[0], Class::service_affecting, "bind an ONU by MAC address, the service picks the ONU id"},
-    {"BSP_CMD_ONU_BIND", 365, &all_channels[0], Class::service_affecting, "bind an ONU by MAC address to a given ONU id"},
-    {"BSP_CMD_ONU_RELEASE", 366, &all_channels[0], Class::service_affecting, "release the binding of one ONU, by id, by MAC address, or by both"},
-    {"BSP_CMD_ONU_RELEASE_BATCH", 367, &all_channels[0], Class::service_affecting, "release a batch of bindings described by the caller's record"},
-    {"BSP_CMD_ONU_REBOOT_BATCH", 368, &all_channels[0], Class::service_affecting, "reboot a batch of ONUs described by the caller's record"},
-    {"BSP_CMD_ONU_RELEASE_ALL", 369, &all_channels[0], Class::service_affecting, "release all bindings of a PON port"},
-    {"BSP_CMD_ONU_RELEASE_OFFLINE", 370, &all_channels[0], Class::service_affecting, "release all bindings of offline ONUs of a PON port"},
-    {"BSP_CMD_VIEW_ONU_INFO_SNMP", 383, &all_channels[0], Class::read, "ONU information of the whole OLT, for the SNMP agent"},
-    {"BSP_CMD_VIEW_ONU_INFO_WEB", 384, &all_channels[0], Class::read, "ONU information of one PON port, or of all for port 0, for the web server"},
-    {"BSP_CMD_VIEW_BASE_INFO_WEB", 386, &all_channels[0], Class::read, "base information of the OLT's PON ports, for the web server"},
-    {"BSP_CMD_ONU_SORT_BATCH", 423, &all_channels[0], Class::service_affecting, "re-sort a batch of ONUs described by the caller's record"},
-    {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, "set the optical ranging limits from the caller's record"},
-    {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, "set whether an ONU, named by its MAC address, is supported"},
+    {"BSP_CMD_ONU_BIND_AUTO", 364, &all_channels[0], Class::service_affecting, std::nullopt, "bind an ONU by MAC address, the service picks the ONU id"},
+    {"BSP_CMD_ONU_BIND", 365, &all_channels[0], Class::service_affecting, std::nullopt, "bind an ONU by MAC address to a given ONU id"},
+    {"BSP_CMD_ONU_RELEASE", 366, &all_channels[0], Class::service_affecting, std::nullopt, "release the binding of one ONU, by id, by MAC address, or by both"},
+    {"BSP_CMD_ONU_RELEASE_BATCH", 367, &all_channels[0], Class::service_affecting, std::nullopt, "release a batch of bindings described by the caller's record"},
+    {"BSP_CMD_ONU_REBOOT_BATCH", 368, &all_channels[0], Class::service_affecting, std::nullopt, "reboot a batch of ONUs described by the caller's record"},
+    {"BSP_CMD_ONU_RELEASE_ALL", 369, &all_channels[0], Class::service_affecting, std::nullopt, "release all bindings of a PON port"},
+    {"BSP_CMD_ONU_RELEASE_OFFLINE", 370, &all_channels[0], Class::service_affecting, std::nullopt, "release all bindings of offline ONUs of a PON port"},
+    {"BSP_CMD_BLACKLIST_ADD_AUTO", 371, &all_channels[0], Class::service_affecting, std::nullopt, "put an ONU, named by its MAC address, on the blacklist; the service picks the id there"},
+    {"BSP_CMD_BLACKLIST_REJECT", 372, &all_channels[0], Class::service_affecting, std::nullopt, "put the ONU that is bound to an ONU id on the blacklist"},
+    {"BSP_CMD_BLACKLIST_REJECT_BATCH", 373, &all_channels[0], Class::service_affecting, std::nullopt, "put a batch of ONUs, described by the caller's record, on the blacklist"},
+    {"BSP_CMD_BLACKLIST_REMOVE", 374, &all_channels[0], Class::service_affecting, std::nullopt, "take an ONU, named by its MAC address, off the blacklist"},
+    {"BSP_CMD_BLACKLIST_REMOVE_BATCH", 375, &all_channels[0], Class::service_affecting, std::nullopt, "take a batch of ONUs, described by the caller's record, off the blacklist"},
+    {"BSP_CMD_AUTH_SET", 376, &all_channels[0], Class::service_affecting, std::nullopt, "set the authentication mode of a PON port"},
+    {"BSP_CMD_AUTH_GET", 377, &all_channels[0], Class::read, std::nullopt, "the authentication mode of a PON port"},
+    {"BSP_CMD_AUTH_LIST", 378, &all_channels[0], Class::read, std::nullopt, "the authentication records: a summary of all PON ports for port 0, else those of one port"},
+    {"BSP_CMD_ONU_CONFIRM", 380, &all_channels[0], Class::service_affecting, std::nullopt, "confirm an ONU that waits, named by its ONU id or else by its MAC address"},
+    {"BSP_CMD_WHITELIST_GET", 381, &all_channels[0], Class::read, Call::get, "look up one ONU of the whitelist, by id or by MAC address"},
+    {"BSP_CMD_ONU_INFO_GET", 381, &all_channels[0], Class::read, Call::dgram_get, "ONU information, by datagram: of one ONU by id or MAC address, of one PON port, or of all"},
+    {"BSP_CMD_VIEW_ONU_INFO_SNMP", 383, &all_channels[0], Class::read, std::nullopt, "ONU information of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_VIEW_ONU_INFO_WEB", 384, &all_channels[0], Class::read, std::nullopt, "ONU information of one PON port, or of all for port 0, for the web server"},
+    {"BSP_CMD_VIEW_ONU_CAP_SNMP", 385, &all_channels[0], Class::read, std::nullopt, "capabilities of the bound ONUs of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_VIEW_BASE_INFO_WEB", 386, &all_channels[0], Class::read, std::nullopt, "base information of the OLT's PON ports, for the web server"},
+    {"BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB", 387, &all_channels[0], Class::read, std::nullopt, "what an upgrade must know of the bound ONUs of one PON port, or of all for port 0, for the web server"},
+    {"BSP_CMD_VIEW_ONU_ALARM", 388, &all_channels[0], Class::read, std::nullopt, "alarms of one ONU, of one PON port, or of all for port 0"},
+    {"BSP_CMD_ONU_ALARM_CLEAR", 389, &all_channels[0], Class::write, std::nullopt, "clear alarms of one ONU, of one PON port, or of all for port 0"},
+    {"BSP_CMD_WHITELIST_IDS", 390, &all_channels[0], Class::read, std::nullopt, "which ONU ids of a port are in use on the whitelist"},
+    {"BSP_CMD_BLACKLIST_GET", 391, &all_channels[0], Class::read, std::nullopt, "the blacklist: whole, of a port, or one ONU by id or by MAC address"},
+    {"BSP_CMD_VIEW_BLACKLIST_SNMP", 392, &all_channels[0], Class::read, std::nullopt, "the blacklist of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_VIEW_BLACKLIST_WEB", 393, &all_channels[0], Class::read, std::nullopt, "the blacklist of one PON port, or of all for port 0, for the web server"},
+    {"BSP_CMD_BLACKLIST_IDS", 394, &all_channels[0], Class::read, std::nullopt, "which ids of a port are in use on the blacklist"},
+    {"BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP", 395, &all_channels[0], Class::read, std::nullopt, "attributes of the UNI ports of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_ONU_DESCRIPTION_SET", 398, &all_channels[0], Class::write, std::nullopt, "describe a bound ONU in a text"},
+    {"BSP_CMD_ONU_SORT_BATCH", 423, &all_channels[0], Class::service_affecting, std::nullopt, "re-sort a batch of ONUs described by the caller's record"},
+    {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, std::nullopt, "set the optical ranging limits from the caller's record"},
+    {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, std::nullopt, "set whether an ONU, named by its MAC address, is supported"},
+    {"BSP_CMD_VIEW_ONU_CONFIG", 709, &all_channels[4], Class::read, std::nullopt, "configuration of one ONU"},
+    {"BSP_CMD_VIEW_ONU_PORT_CONFIG", 710, &all_channels[4], Class::read, std::nullopt, "configuration of the UNI ports of one ONU"},
+    {"BSP_CMD_VIEW_VLAN_MODE_SNMP", 787, &all_channels[7], Class::read, std::nullopt, "VLAN modes of UNI ports, for the SNMP agent"},
+    {"BSP_CMD_VIEW_VLAN_LIST_SNMP", 788, &all_channels[7], Class::read, std::nullopt, "VLANs of UNI ports, for the SNMP agent"},
 };
 
 constexpr Status all_statuses[] = {
@@ -119,13 +145,13 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_TABLE_FULL", 4014, false, "the service's table for this has no room left"},
 };
 
-constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[10]};
+constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[32]};
 
 constexpr Field onu_batch_fields[] = {
     {"onu_set", FieldType::idset, 432, 16, "", "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *opt_range_commands[] = {&all_commands[11]};
+constexpr const Command *opt_range_commands[] = {&all_commands[33]};
 
 constexpr Field opt_range_fields[] = {
     {"min_distance", FieldType::u32, 432, 4, "m", "nearest ONU that is ranged, at most max_distance"},
@@ -133,11 +159,11 @@ constexpr Field opt_range_fields[] = {
 };
 
 constexpr Layout all_layouts[] = {
-    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, "Several ONUs of one PON port (`pon_port`). Releasing and rebooting do all of them or, where one is not bound (for a reboot: not online), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
-    {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
+    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing and rebooting do all of them or, where one is not bound (for a reboot: not online), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
+    {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, false, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
 };
 
-constexpr const Command *onu_info_commands[] = {&all_commands[7], &all_commands[8]};
+constexpr const Command *onu_info_commands[] = {&all_commands[18], &all_commands[19]};
 
 constexpr Column onu_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -153,7 +179,7 @@ constexpr Column onu_info_columns[] = {
     {"reboots", "REBOOTS", ColumnType::u32, "", "how often the ONU was rebooted by command"},
 };
 
-constexpr const Command *base_info_commands[] = {&all_commands[9]};
+constexpr const Command *base_info_commands[] = {&all_commands[21]};
 
 constexpr Column base_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -169,179 +195,483 @@ constexpr View all_views[] = {
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
 };
 
+constexpr Argument bsp_pon_onu_auth_mode_type_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[8], -1, Source::none, Key::none, 0, {}, "first authentication text, at most 63 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[9], -1, Source::none, Key::none, 0, {}, "second authentication text, at most 63 characters"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[3], -1, Source::none, Key::none, 0, {}, "authentication mode, the service's to define"},
+};
+
+constexpr Argument bsp_pon_onu_auth_set_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "port, mode and texts, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_onu_auth_mode_type_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"resp", ArgumentType::response, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg; handed to the IPC library as it is"},
+};
+
+constexpr Argument bsp_pon_onu_auth_infolist_get_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+};
+
+constexpr const Field *bsp_pon_confirm_onu_onu_fields[] = {&bsp_pon_msg_fields[2], &bsp_pon_msg_fields[4], &bsp_pon_msg_fields[5], &bsp_pon_msg_fields[6]};
+constexpr Oddity bsp_pon_confirm_onu_odd[] = {{Facet::request, "the ONU id and the MAC address of the record are never both sent: the id where it is not 0, else the address"}};
+constexpr Argument bsp_pon_confirm_onu_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, bsp_pon_confirm_onu_onu_fields, "which ONU, 944 bytes; not changed, nothing else of it is used"},
+};
+
+constexpr Argument bsp_pon_onu_description_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"text", ArgumentType::text, true, false, false, &bsp_pon_msg_fields[11], -1, Source::none, Key::none, 0, {}, "the description, at most 127 characters; empty for none"},
+};
+
 constexpr Argument bsp_pon_cfg_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code"},
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"data", ArgumentType::block, false, true, &bsp_pon_msg_fields[13], -1, Source::none, nullptr, 0, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
-    {"length", ArgumentType::length, false, false, nullptr, 2, Source::none, nullptr, 0, "bytes of `data` to send, at most 515"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], -1, Source::none, Key::none, 0, {}, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
+    {"length", ArgumentType::length, false, false, false, nullptr, 2, Source::none, Key::none, 0, {}, "bytes of `data` to send, at most 515"},
 };
 
 constexpr Argument bsp_ponmsg_cfg_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_pon_bind_onu_auto_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
-    {"text_a", ArgumentType::text, false, true, &bsp_pon_msg_fields[11], -1, Source::none, nullptr, 0, "first bind text, at most 127 characters"},
-    {"text_b", ArgumentType::text, false, true, &bsp_pon_msg_fields[10], -1, Source::none, nullptr, 0, "second bind text, at most 63 characters"},
-    {"value", ArgumentType::u32, false, false, &bsp_pon_msg_fields[7], -1, Source::none, nullptr, 0, "bind mode, the service's to define"},
-    {"text_c", ArgumentType::text, false, true, &bsp_pon_msg_fields[12], -1, Source::none, nullptr, 0, "third bind text, at most 63 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
 };
 
 constexpr Argument bsp_pon_onu_support_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
-    {"value", ArgumentType::u32, false, false, &bsp_pon_msg_fields[7], -1, Source::none, nullptr, 0, "support flag: 1 supported, 0 not"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], -1, Source::none, Key::none, 0, {}, "support flag: 1 supported, 0 not"},
 };
 
 constexpr Argument bsp_pon_bind_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
-    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
-    {"text_a", ArgumentType::text, false, true, &bsp_pon_msg_fields[11], -1, Source::none, nullptr, 0, "first bind text, at most 127 characters"},
-    {"text_b", ArgumentType::text, false, true, &bsp_pon_msg_fields[10], -1, Source::none, nullptr, 0, "second bind text, at most 63 characters"},
-    {"value", ArgumentType::u32, false, false, &bsp_pon_msg_fields[7], -1, Source::none, nullptr, 0, "bind mode, the service's to define"},
-    {"text_c", ArgumentType::text, false, true, &bsp_pon_msg_fields[12], -1, Source::none, nullptr, 0, "third bind text, at most 63 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_spec_id_and_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
-    {"mac", ArgumentType::mac, false, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"mac", ArgumentType::mac, false, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, &bsp_pon_msg_fields[5], -1, Source::none, nullptr, 0, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_all_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_no_bind_offline_onu_all_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_batch_spec_id_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_reboot_onu_batch_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_onu_batch_sort_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_set_opt_range_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_blacklist_add_onu_auto_id_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[13], -1, Source::none, Key::none, 0, {}, "free text of the entry, at most 514 characters"},
+};
+
+constexpr Argument bsp_pon_reject_onu_to_blacklist_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_reject_onu_to_blacklist_batch_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+};
+
+constexpr Argument bsp_pon_no_bind_blacklist_onu_by_mac_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+};
+
+constexpr Argument bsp_pon_no_bind_blacklist_batch_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_w_onu_spec_id_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"resp", ArgumentType::response, false, true, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
+};
+
+constexpr Argument bsp_pon_get_w_onu_by_mac_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"resp", ArgumentType::response, false, true, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
+};
+
+constexpr Argument bsp_pon_get_w_onu_id_resouce_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
+};
+
+constexpr Argument bsp_pon_get_b_onu_id_resouce_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
+};
+
+constexpr Argument bsp_pon_get_onu_blacklist_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "PON port, ONU id or MAC address as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+};
+
+constexpr const Field *bsp_pon_get_b_onu_spec_id_record_fields[] = {&bsp_pon_msg_fields[1], &bsp_pon_msg_fields[2]};
+constexpr Argument bsp_pon_get_b_onu_spec_id_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, bsp_pon_get_b_onu_spec_id_record_fields, "944 bytes, of which only `pon_port` and `onu_id` are used; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_b_onu_by_mac_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_onu_blacklist_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+};
+
+constexpr Argument bsp_pon_get_onu_blacklist_web_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_exec_get_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
 };
 
 constexpr Argument bsp_pon_exec_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, nullptr, -1, Source::none, nullptr, 0, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_pon_exec_get_json_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"spare", ArgumentType::u32, false, false, nullptr, -1, Source::none, nullptr, 0, "ignored"},
-    {"db_out", ArgumentType::db, false, false, nullptr, -1, Source::shmem, &bsp_pon_msg_fields[0], 10240, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, Source::shmem, Key::argument, 10240, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_exec_get_json__arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"spare", ArgumentType::u32, false, false, nullptr, -1, Source::none, nullptr, 0, "ignored"},
-    {"db_out", ArgumentType::db, false, false, nullptr, -1, Source::shmem, &bsp_pon_msg_fields[0], 1048576, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_exec_get_file_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view"},
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"name_out", ArgumentType::text_out, false, true, &bsp_pon_msg_fields[13], -1, Source::none, nullptr, 0, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"name_out", ArgumentType::text_out, false, true, false, &bsp_pon_msg_fields[13], -1, Source::none, Key::none, 0, {}, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
 };
 
 constexpr Argument bsp_pon_exec_get_onu_json_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, &bsp_pon_msg_fields[0], -1, Source::none, nullptr, 0, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, &bsp_pon_msg_fields[1], -1, Source::none, nullptr, 0, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, &bsp_pon_msg_fields[2], -1, Source::none, nullptr, 0, "ONU id on the port"},
-    {"spare", ArgumentType::u32, false, false, nullptr, -1, Source::none, nullptr, 0, "ignored"},
-    {"db_out", ArgumentType::db, false, false, nullptr, -1, Source::shmem, &bsp_pon_msg_fields[0], 1048576, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_config_by_db_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code of the view in `cmd`, which is also the key of its result; not changed"},
+};
+
+constexpr Argument bsp_pononu_ctc_config_by_db_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
+};
+
+constexpr Argument bsp_pon_platform_by_db_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code of the view in `plat_cmd`, which is also the key of its result; not changed"},
+};
+
+constexpr Argument bsp_pon_get_onu_info_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::command, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and `onu_mac` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_onu_info_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+};
+
+constexpr Argument bsp_pon_get_onu_info_web_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_onu_cap_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+};
+
+constexpr Argument bsp_pon_get_base_info_web_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_upgrade_base_info_web_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_onu_alarm_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` and `onu_id` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_clear_onu_alarm_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and the alarm as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_uni_attribute_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+};
+
+constexpr Oddity bsp_pon_onu_get_cfg_info_odd[] = {{Facet::status, "BSP_OK after every exchange that succeeded: the service's status word is dropped"}};
+constexpr Argument bsp_pon_onu_get_cfg_info_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, &bsp_pon_msg_ext_fields[2], -1, Source::text, Key::none, 0, {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_get_portcfg_info_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pononu_ctc_config_snmp_get_arguments[] = {
+    {"db_out", ArgumentType::db, false, true, true, nullptr, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
+};
+
+constexpr Argument bsp_pon_onu_get_vlan_mode_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, true, true, nullptr, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+};
+
+constexpr Argument bsp_pon_onu_get_vlanlist_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, true, true, nullptr, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
 };
 
 constexpr Operation all_operations[] = {
+    {"bsp_pon_onu_auth_mode_type_set", "Authentication, confirmation and description", "Sets the authentication mode of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[12], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_auth_mode_type_set", {}, bsp_pon_onu_auth_mode_type_set_arguments},
+    {"bsp_pon_onu_auth_set", "Authentication, confirmation and description", "Sets the authentication of a PON port from a record that the caller built.", "",
+     &all_channels[0], &all_records[0], &all_commands[12], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_auth_set", {}, bsp_pon_onu_auth_set_arguments},
+    {"bsp_pon_onu_auth_mode_type_get", "Authentication, confirmation and description", "Asks for the authentication mode of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[13], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_onu_auth_mode_type_get", {}, bsp_pon_onu_auth_mode_type_get_arguments},
+    {"bsp_pon_onu_auth_infolist_get", "Authentication, confirmation and description", "Asks for the authentication records as a result database of at most 10240 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[14], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_auth_infolist_get", {}, bsp_pon_onu_auth_infolist_get_arguments},
+    {"bsp_pon_confirm_onu", "Authentication, confirmation and description", "Confirms an ONU that waits.", "Of the record, `onu_id` is sent where it is not 0 and otherwise `onu_mac`, never both; further `arg_byte16` and `arg_word36`.",
+     &all_channels[0], &all_records[0], &all_commands[15], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_confirm_onu", bsp_pon_confirm_onu_odd, bsp_pon_confirm_onu_arguments},
+    {"bsp_pon_onu_description", "Authentication, confirmation and description", "Describes a bound ONU in a text.", "",
+     &all_channels[0], &all_records[0], &all_commands[31], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_description", {}, bsp_pon_onu_description_arguments},
     {"bsp_pon_cfg", "ONU binding and unbinding", "Sends a free-form PON configuration command.", "",
      &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_cfg_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_cfg", {}, bsp_pon_cfg_arguments},
     {"bsp_ponmsg_cfg_set", "ONU binding and unbinding", "Sends a record that the caller built, as it stands, as a PON configuration command.", "",
      &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, 0, 0, bsp_ponmsg_cfg_set_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_ponmsg_cfg_set", {}, bsp_ponmsg_cfg_set_arguments},
     {"bsp_pon_bind_onu_auto_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to an ONU id that the service picks.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
      &all_channels[0], &all_records[0], &all_commands[0], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_bind_onu_auto_id_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_auto_id", {}, bsp_pon_bind_onu_auto_id_arguments},
     {"bsp_pon_onu_support_set", "ONU binding and unbinding", "Sets whether an ONU, named by its MAC address, is supported.", "",
-     &all_channels[0], &all_records[0], &all_commands[12], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_onu_support_set_arguments},
+     &all_channels[0], &all_records[0], &all_commands[34], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_support_set", {}, bsp_pon_onu_support_set_arguments},
     {"bsp_pon_bind_onu_spec_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to a given ONU id.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
      &all_channels[0], &all_records[0], &all_commands[1], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_bind_onu_spec_id_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_spec_id", {}, bsp_pon_bind_onu_spec_id_arguments},
     {"bsp_pon_no_bind_onu_spec_id", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id.", "",
      &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_spec_id_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_spec_id", {}, bsp_pon_no_bind_onu_spec_id_arguments},
     {"bsp_pon_no_bind_onu_spec_id_and_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id and its MAC address.", "Unlike in bsp_pon_no_bind_onu_by_mac, the MAC pointer is not checked: it must be valid.",
      &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_spec_id_and_mac_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_spec_id_and_mac", {}, bsp_pon_no_bind_onu_spec_id_and_mac_arguments},
     {"bsp_pon_no_bind_onu_by_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its MAC address.", "",
      &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_by_mac_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_by_mac", {}, bsp_pon_no_bind_onu_by_mac_arguments},
     {"bsp_pon_no_bind_onu_all", "ONU binding and unbinding", "Releases all bindings of a PON port.", "",
      &all_channels[0], &all_records[0], &all_commands[5], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_onu_all_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_all", {}, bsp_pon_no_bind_onu_all_arguments},
     {"bsp_pon_no_bind_offline_onu_all", "ONU binding and unbinding", "Releases the bindings of all offline ONUs of a PON port.", "",
      &all_channels[0], &all_records[0], &all_commands[6], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, 0, 0, bsp_pon_no_bind_offline_onu_all_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_offline_onu_all", {}, bsp_pon_no_bind_offline_onu_all_arguments},
     {"bsp_pon_no_bind_onu_batch_spec_id", "ONU binding and unbinding", "Releases a batch of bindings.", "",
      &all_channels[0], &all_records[0], &all_commands[3], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, 0, 0, bsp_pon_no_bind_onu_batch_spec_id_arguments},
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_batch_spec_id", {}, bsp_pon_no_bind_onu_batch_spec_id_arguments},
     {"bsp_pon_reboot_onu_batch", "ONU binding and unbinding", "Reboots a batch of ONUs.", "",
      &all_channels[0], &all_records[0], &all_commands[4], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, 0, 0, bsp_pon_reboot_onu_batch_arguments},
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reboot_onu_batch", {}, bsp_pon_reboot_onu_batch_arguments},
     {"bsp_pon_onu_batch_sort", "ONU binding and unbinding", "Re-sorts a batch of ONUs.", "",
-     &all_channels[0], &all_records[0], &all_commands[10], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, 0, 0, bsp_pon_onu_batch_sort_arguments},
+     &all_channels[0], &all_records[0], &all_commands[32], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_batch_sort", {}, bsp_pon_onu_batch_sort_arguments},
     {"bsp_pon_set_opt_range", "ONU binding and unbinding", "Sets the optical ranging limits.", "",
-     &all_channels[0], &all_records[0], &all_commands[11], Class::write, Call::set, Failure::report,
-     Request::copied, Answer::none, 0, 0, bsp_pon_set_opt_range_arguments},
+     &all_channels[0], &all_records[0], &all_commands[33], Class::write, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_set_opt_range", {}, bsp_pon_set_opt_range_arguments},
+    {"bsp_pon_blacklist_add_onu_auto_id", "Whitelist and blacklist", "Puts an ONU, named by its MAC address, on the blacklist; the service picks the id there.", "",
+     &all_channels[0], &all_records[0], &all_commands[7], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_blacklist_add_onu_auto_id", {}, bsp_pon_blacklist_add_onu_auto_id_arguments},
+    {"bsp_pon_reject_onu_to_blacklist", "Whitelist and blacklist", "Puts the ONU that is bound to an ONU id on the blacklist.", "",
+     &all_channels[0], &all_records[0], &all_commands[8], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_reject_onu_to_blacklist", {}, bsp_pon_reject_onu_to_blacklist_arguments},
+    {"bsp_pon_reject_onu_to_blacklist_batch", "Whitelist and blacklist", "Puts a batch of ONUs on the blacklist.", "",
+     &all_channels[0], &all_records[0], &all_commands[9], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reject_onu_to_blacklist_batch", {}, bsp_pon_reject_onu_to_blacklist_batch_arguments},
+    {"bsp_pon_no_bind_blacklist_onu_by_mac", "Whitelist and blacklist", "Takes an ONU, named by its MAC address, off the blacklist.", "",
+     &all_channels[0], &all_records[0], &all_commands[10], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_blacklist_onu_by_mac", {}, bsp_pon_no_bind_blacklist_onu_by_mac_arguments},
+    {"bsp_pon_no_bind_blacklist_batch", "Whitelist and blacklist", "Takes a batch of ONUs off the blacklist.", "Unlike bsp_pon_reject_onu_to_blacklist_batch, it sends the caller's own record.",
+     &all_channels[0], &all_records[0], &all_commands[11], Class::service_affecting, Call::set, Failure::report,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_blacklist_batch", {}, bsp_pon_no_bind_blacklist_batch_arguments},
+    {"bsp_pon_get_w_onu_spec_id", "Whitelist and blacklist", "Looks up one ONU of the whitelist, named by its ONU id.", "",
+     &all_channels[0], &all_records[0], &all_commands[16], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 776, 776, "bsp_pon_get_w_onu_spec_id", {}, bsp_pon_get_w_onu_spec_id_arguments},
+    {"bsp_pon_get_w_onu_by_mac", "Whitelist and blacklist", "Looks up one ONU of the whitelist, named by its MAC address.", "",
+     &all_channels[0], &all_records[0], &all_commands[16], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 776, 776, "bsp_pon_get_w_onu_by_mac", {}, bsp_pon_get_w_onu_by_mac_arguments},
+    {"bsp_pon_get_w_onu_id_resouce", "Whitelist and blacklist", "Asks which ONU ids of a port are in use on the whitelist.", "",
+     &all_channels[0], &all_records[0], &all_commands[25], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_get_w_onu_id_resouce", {}, bsp_pon_get_w_onu_id_resouce_arguments},
+    {"bsp_pon_get_b_onu_id_resouce", "Whitelist and blacklist", "Asks which ids of a port are in use on the blacklist.", "",
+     &all_channels[0], &all_records[0], &all_commands[29], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_get_b_onu_id_resouce", {}, bsp_pon_get_b_onu_id_resouce_arguments},
+    {"bsp_pon_get_onu_blacklist", "Whitelist and blacklist", "Asks for the blacklist, as the caller's record selects it, as a result database of at most 1048576 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_onu_blacklist", {}, bsp_pon_get_onu_blacklist_arguments},
+    {"bsp_pon_get_b_onu_spec_id", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its id there, as a result database of at most 1048576 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_b_onu_spec_id", {}, bsp_pon_get_b_onu_spec_id_arguments},
+    {"bsp_pon_get_b_onu_by_mac", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its MAC address, as a result database of at most 1048576 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 776, 776, "bsp_pon_get_b_onu_by_mac", {}, bsp_pon_get_b_onu_by_mac_arguments},
+    {"bsp_pon_get_onu_blacklist_snmp", "Whitelist and blacklist", "Asks for the blacklist of the whole OLT, for the SNMP agent.", "",
+     &all_channels[0], &all_records[0], &all_commands[27], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_blacklist_snmp_arguments},
+    {"bsp_pon_get_onu_blacklist_web", "Whitelist and blacklist", "Asks for the blacklist of a PON port, for the web server.", "",
+     &all_channels[0], &all_records[0], &all_commands[28], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_blacklist_web_arguments},
     {"bsp_pon_exec_get", "Generic pass-through", "Sends a record that the caller built and takes the answer in the same record.", "",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::in_place, 944, 944, bsp_pon_exec_get_arguments},
+     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_pon_exec_get", {}, bsp_pon_exec_get_arguments},
     {"bsp_pon_exec_set", "Generic pass-through", "Sends a record that the caller built, as it stands.", "",
      &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, 0, 0, bsp_pon_exec_set_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_exec_set", {}, bsp_pon_exec_set_arguments},
     {"bsp_pon_exec_get_json", "Generic pass-through", "Asks for a small view of a PON port, at most 10240 bytes, as a result database.", "Differs from bsp_pon_exec_get_json_ in the bound alone.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_json_arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_json", {}, bsp_pon_exec_get_json_arguments},
     {"bsp_pon_exec_get_json_", "Generic pass-through", "Asks for a large view of a PON port, at most 1048576 bytes, as a result database.", "Differs from bsp_pon_exec_get_json in the bound alone.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_json__arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_json_", {}, bsp_pon_exec_get_json__arguments},
     {"bsp_pon_exec_get_file", "Generic pass-through", "Asks for a view of a PON port that the service leaves in a file, and returns the file's name.", "The file is the caller's to remove.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_file_arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_file", {}, bsp_pon_exec_get_file_arguments},
     {"bsp_pon_exec_get_onu_json", "Generic pass-through", "Asks for a large view of one ONU, at most 1048576 bytes, as a result database.", "",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, 944, 0, bsp_pon_exec_get_onu_json_arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_onu_json", {}, bsp_pon_exec_get_onu_json_arguments},
+    {"bsp_pon_config_by_db", "Stored views", "Asks for a view of the PON channel, at most 1048576 bytes, by a record that the caller built.", "",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_config_by_db_arguments},
+    {"bsp_pononu_ctc_config_by_db", "Stored views", "Asks for a view of remote-ONU configuration, at most 10240 bytes, by a record that the caller built.", "",
+     &all_channels[4], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pononu_ctc_config_by_db_arguments},
+    {"bsp_pon_platform_by_db", "Stored views", "Asks for a view of the OLT's platform, at most 10240 bytes, by a record that the caller built.", "",
+     &all_channels[5], &all_records[2], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_platform_by_db_arguments},
+    {"bsp_pon_get_onu_info", "Stored views", "Asks for ONU information, by datagram, as a result database of at most 1048576 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[17], Class::read, Call::dgram_get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_info", {}, bsp_pon_get_onu_info_arguments},
+    {"bsp_pon_get_onu_info_snmp", "Stored views", "Asks for ONU information of the whole OLT, for the SNMP agent.", "",
+     &all_channels[0], &all_records[0], &all_commands[18], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_info_snmp_arguments},
+    {"bsp_pon_get_onu_info_web", "Stored views", "Asks for ONU information of a PON port, for the web server.", "",
+     &all_channels[0], &all_records[0], &all_commands[19], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_info_web_arguments},
+    {"bsp_pon_get_onu_cap_snmp", "Stored views", "Asks for the capabilities of the bound ONUs of the whole OLT, for the SNMP agent.", "",
+     &all_channels[0], &all_records[0], &all_commands[20], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_cap_snmp_arguments},
+    {"bsp_pon_get_base_info_web", "Stored views", "Asks for base information of the OLT's PON ports, for the web server.", "",
+     &all_channels[0], &all_records[0], &all_commands[21], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_base_info_web_arguments},
+    {"bsp_pon_get_upgrade_base_info_web", "Stored views", "Asks for what an upgrade must know of the bound ONUs of a PON port, for the web server.", "",
+     &all_channels[0], &all_records[0], &all_commands[22], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_upgrade_base_info_web_arguments},
+    {"bsp_pon_get_onu_alarm", "Stored views", "Asks for alarms of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[23], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_alarm_arguments},
+    {"bsp_pon_clear_onu_alarm", "Stored views", "Clears alarms of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[24], Class::write, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_clear_onu_alarm", {}, bsp_pon_clear_onu_alarm_arguments},
+    {"bsp_pon_get_uni_attribute_snmp", "Stored views", "Asks for the attributes of the UNI ports of the whole OLT, for the SNMP agent.", "",
+     &all_channels[0], &all_records[0], &all_commands[30], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_uni_attribute_snmp_arguments},
+    {"bsp_pon_onu_get_cfg_info", "Stored views", "Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.", "",
+     &all_channels[4], &all_records[3], &all_commands[35], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
+    {"bsp_pon_onu_get_portcfg_info", "Stored views", "Asks for the configuration of the UNI ports of one ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[36], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_get_portcfg_info_arguments},
+    {"bsp_pononu_ctc_config_snmp_get", "Stored views", "Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only the status reaches the caller.", "",
+     &all_channels[7], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pononu_ctc_config_snmp_get_arguments},
+    {"bsp_pon_onu_get_vlan_mode_snmp", "Stored views", "Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
+     &all_channels[7], &all_records[3], &all_commands[37], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
+    {"bsp_pon_onu_get_vlanlist_snmp", "Stored views", "Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
+     &all_channels[7], &all_records[3], &all_commands[38], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
+};
+
+constexpr Function all_functions[] = {
+    {"ont_id_res_exists_ont", "ONU-id sets", "Tells whether a set of ONU ids has members.", "", "int ont_id_res_exists_ont(const onu_id_set *set);"},
+    {"ont_id_res_str", "ONU-id sets", "Prints a set of ONU ids as ranges, such as 1-5,7,9-12.", "Two ids in a row print as two, three or more as first and last. Three ways of printing are as they always were, and front ends rely on them: a word without members does not end a run (ids 31 and 64 print as 31,32); a run that is still open at the end of the last word with members is not closed, so that of ids 120 to 127 only 120 is printed; and at `last_id`, from the second id of a run on, the length of the run so far is printed behind a dash (ids 120 to 127 with `last_id` 127: 120-8). The length is counted in 8 bits with a sign: all 128 ids with `last_id` 127 print as 0--128. Use ont_id_res_str_expand where every id must be told.", "char *ont_id_res_str(const onu_id_set *set, uint32_t last_id, char *text);"},
+    {"ont_id_res_str_expand", "ONU-id sets", "Prints a set of ONU ids as a list of all members in ascending order, such as 1,2,3,7.", "", "char *ont_id_res_str_expand(const onu_id_set *set, uint32_t spare, char *text);"},
 };
 
 } // namespace
@@ -381,6 +711,11 @@ std::span<const View> views()
 std::span<const Operation> operations()
 {
     return all_operations;
+}
+
+std::span<const Function> functions()
+{
+    return all_functions;
 }
 
 } // namespace catalogue

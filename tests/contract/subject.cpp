@@ -103,7 +103,7 @@ void Subject::set_text(const Argument &argument, std::string_view text)
 void Subject::set_block(const Argument &argument, Bytes content)
 {
     for (const Argument &length : subject.arguments)
-        if (length.length_of == static_cast<int>(index_of(argument)))
+        if (length.other == static_cast<int>(index_of(argument)))
             set_number(length, static_cast<uint32_t>(content.size()));
     lend(argument, Memory::to_read(std::move(content)));
 }
