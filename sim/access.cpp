@@ -49,13 +49,13 @@ std::string Access::grant(std::string_view text)
     return {};
 }
 
-std::string Access::refuse(uid_t user, const Message &message, bool get) const
+std::string Access::refuse(uid_t user, const Message &message) const
 {
     const auto found = users.find(user);
     const Class granted = found == users.end() ? everyone : found->second;
     const std::optional<uint32_t> code = command_of(message);
-    const catalogue::Command *command = code ? catalogue::find_command(message.channel, *code) : nullptr;
-    const Class needed = command ? command->impact : get ? Class::read : Class::write;
+    const catalogue::Command *command = code ? catalogue::find_command(message.channel, *code, message.call) : nullptr;
+    const Class needed = command ? command->impact : is_get(message) ? Class::read : Class::write;
     if (needed <= granted) return {};
 
     const std::string what = code ? "command " + std::to_string(*code) : "a message without a command";

@@ -24,7 +24,7 @@ public:
 
     // Empty when the user may send the message; else why not. A command that the catalogue does not have counts as
     // reading on a get call and as writing on a set call.
-    std::string refuse(uid_t user, const Message &message, bool get) const;
+    std::string refuse(uid_t user, const Message &message) const;
 
 private:
     std::map<uid_t, catalogue::Class> users;

@@ -1,6 +1,6 @@
 #include "service.h"
 
-#include <exception>
+#include <stdexcept>
 
 #include "board/ipc.h"
 #include "board/util.h"
@@ -14,24 +14,37 @@ namespace
 
 static_assert(max_result == BOARD_RESULT_MAX);
 
+catalogue::Call call_of(const board_request &request)
+{
+    switch (request.call) {
+    case BOARD_CALL_SET:
+        return catalogue::Call::set;
+    case BOARD_CALL_GET:
+        return catalogue::Call::get;
+    case BOARD_CALL_DGRAM_SET:
+        return catalogue::Call::dgram_set;
+    case BOARD_CALL_DGRAM_GET:
+        return catalogue::Call::dgram_get;
+    }
+    throw std::logic_error("a call that the service does not know");
+}
+
 Message message_of(const board_request &request)
 {
-    return {request.msg_type, request.data, request.length};
+    return {request.msg_type, request.data, request.length, call_of(request)};
 }
 
-bool is_get(const board_request &request)
-{
-    return request.call == BOARD_CALL_GET || request.call == BOARD_CALL_DGRAM_GET;
-}
-
-void answer_with(const Reply &reply, const board_request &request, board_answer *answer)
+void answer_with(const Reply &reply, const Message &message, board_answer *answer)
 {
     board_answer_status(answer, reply.status);
     if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
-    if (!reply.understood || !is_get(request)) return;
-    board_answer_data(answer, request.data, request.length);
+    if (!reply.understood || !is_get(message)) return;
+    if (reply.answer)
+        board_answer_data(answer, reply.answer->data(), static_cast<uint32_t>(reply.answer->size()));
+    else
+        board_answer_data(answer, message.data, message.length);
     if (reply.result)
-        board_answer_result(answer, *command_of(message_of(request)), reply.result->data(),
+        board_answer_result(answer, *command_of(message), reply.result->data(),
                             static_cast<uint32_t>(reply.result->size()));
 }
 
@@ -53,7 +66,8 @@ Service::Service(Simulator &served, const Access &rules, const std::string &dire
 void Service::handle(void *context, const board_request *request, board_answer *answer)
 {
     try {
-        answer_with(static_cast<Service *>(context)->simulator.handle(message_of(*request)), *request, answer);
+        const Message message = message_of(*request);
+        answer_with(static_cast<Service *>(context)->simulator.handle(message), message, answer);
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
@@ -63,7 +77,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
 const char *Service::authorize(void *context, const board_request *request)
 {
     Service &self = *static_cast<Service *>(context);
-    self.refusal = self.access.refuse(request->uid, message_of(*request), is_get(*request));
+    self.refusal = self.access.refuse(request->uid, message_of(*request));
     return self.refusal.empty() ? nullptr : self.refusal.c_str();
 }
 

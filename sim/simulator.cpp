@@ -31,6 +31,11 @@ Settings open_settings(Store &store, const WantedSettings &wanted)
 
 } // namespace
 
+bool is_get(const Message &message)
+{
+    return message.call == catalogue::Call::get || message.call == catalogue::Call::dgram_get;
+}
+
 std::optional<uint32_t> command_of(const Message &message)
 {
     const catalogue::Channel *channel = catalogue::find_channel(message.channel);
@@ -50,7 +55,7 @@ Reply Simulator::handle(const Message &message)
     if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
     const std::optional<uint32_t> command = command_of(message);
     if (!command) return {PON_ERR_BAD_RECORD};
-    const Handler *handler = find_handler(message.channel, *command);
+    const Handler *handler = find_handler(message.channel, *command, message.call);
     if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
 
     Outcome outcome = handler->handle(model, {message.data});
@@ -58,11 +63,11 @@ Reply Simulator::handle(const Message &message)
         try {
             kept.write(outcome.change);
         } catch (const StoreError &error) {
-            return {PON_ERR_STORE, true, std::nullopt, error.what()};
+            return {PON_ERR_STORE, true, {}, {}, error.what()};
         }
         model.apply(outcome.change);
     }
-    return {outcome.status, true, std::move(outcome.result)};
+    return {outcome.status, true, std::move(outcome.result), std::move(outcome.answer)};
 }
 
 } // namespace ponsim

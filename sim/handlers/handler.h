@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 
+#include "catalogue.h"
 #include "model/olt.h"
 
 namespace ponsim
@@ -36,18 +37,20 @@ struct Outcome {
     uint32_t status;
     Change change = {};                     // what becomes different; nothing unless the status is BSP_OK
     std::optional<std::string> result = {}; // of a view: its table
+    std::optional<std::string> answer = {}; // of a get call: the bytes of the answer; else the request's record
 };
 
 struct Handler {
     uint32_t channel;
     uint32_t command;
     Outcome (*handle)(const Olt &olt, const Request &request);
+    std::optional<catalogue::Call> call = {}; // of two commands that share a code: the call that this one is for
 };
 
 std::span<const Handler> binding_handlers();
 std::span<const Handler> view_handlers();
 
-// Null when the service does not know the command.
-const Handler *find_handler(uint32_t channel, uint32_t command);
+// Null when the service does not know the command, or not by this call.
+const Handler *find_handler(uint32_t channel, uint32_t command, catalogue::Call call);
 
 } // namespace ponsim

@@ -26,12 +26,12 @@ std::vector<Handler> all_handlers()
 
 } // namespace
 
-const Handler *find_handler(uint32_t channel, uint32_t command)
+const Handler *find_handler(uint32_t channel, uint32_t command, catalogue::Call call)
 {
     static const std::vector<Handler> handlers = all_handlers();
-    const std::tuple wanted{channel, command};
-    const auto found = std::ranges::lower_bound(handlers, wanted, {}, key);
-    return found != handlers.end() && key(*found) == wanted ? &*found : nullptr;
+    for (const Handler &handler : std::ranges::equal_range(handlers, std::tuple{channel, command}, {}, key))
+        if (!handler.call || handler.call == call) return &handler;
+    return nullptr;
 }
 
 } // namespace ponsim

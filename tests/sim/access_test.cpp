@@ -12,9 +12,9 @@ namespace
 constexpr uid_t alice = 40001;
 constexpr uid_t bob = 40002;
 
-bool may(const Access &access, uid_t user, const bsp_pon_msg &record, bool get = false)
+bool may(const Access &access, uid_t user, const bsp_pon_msg &record, catalogue::Call call = catalogue::Call::set)
 {
-    return access.refuse(user, message_of(record), get).empty();
+    return access.refuse(user, {BSP_MSG_PON, &record, sizeof record, call}).empty();
 }
 
 const bsp_pon_msg view = record_of(BSP_CMD_VIEW_BASE_INFO_WEB); // read
@@ -51,17 +51,17 @@ TEST(Access, AnUnknownCommandReadsOnAGetCallAndWritesOnASetCall)
 {
     Access access;
     ASSERT_EQ(access.grant("*=read"), "");
-    EXPECT_TRUE(may(access, alice, unknown, true));
-    EXPECT_FALSE(may(access, alice, unknown, false));
+    EXPECT_TRUE(may(access, alice, unknown, catalogue::Call::get));
+    EXPECT_FALSE(may(access, alice, unknown, catalogue::Call::set));
     ASSERT_EQ(access.grant("*=write"), "");
-    EXPECT_TRUE(may(access, alice, unknown, false));
+    EXPECT_TRUE(may(access, alice, unknown, catalogue::Call::set));
 }
 
 TEST(Access, AGetCallDoesNotMakeACommandHarmless)
 {
     Access access;
     ASSERT_EQ(access.grant("*=read"), "");
-    EXPECT_FALSE(may(access, alice, release, true));
+    EXPECT_FALSE(may(access, alice, release, catalogue::Call::get));
 }
 
 TEST(Access, UsersHaveNames)
@@ -76,7 +76,7 @@ TEST(Access, ARefusalSaysWhoAndWhy)
 {
     Access access;
     ASSERT_EQ(access.grant("*=read"), "");
-    EXPECT_EQ(access.refuse(alice, message_of(release), false),
+    EXPECT_EQ(access.refuse(alice, message_of(release)),
               "user 40001 has read access; command 369 on channel 232 is service-affecting");
 }
 

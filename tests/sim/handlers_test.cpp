@@ -18,7 +18,9 @@ bsp_pon_msg bind_record(const Mac &mac = stranger(1))
 TEST(Handlers, EveryCommandOfTheCatalogueIsKnown)
 {
     for (const catalogue::Command &command : catalogue::commands())
-        EXPECT_NE(find_handler(command.channel->type, command.code), nullptr) << command.name;
+        EXPECT_NE(find_handler(command.channel->type, command.code, command.call.value_or(catalogue::Call::get)),
+                  nullptr)
+            << command.name;
 }
 
 TEST(Handlers, NoOtherCommandIsKnown)
