@@ -120,9 +120,9 @@ static int32_t exchange(rb_call call, uint32_t module, uint32_t msg_type, const 
     record->request_length = request_length;
     memcpy(record->sent, request, smaller(request_length, sizeof record->sent));
     record->status_before = *status;
+    if (response_length) record->preset = *response_length;
     if (response) {
         record->response = response;
-        record->preset = *response_length;
         record->room =
             smaller(record->preset ? record->preset : record_length(module, msg_type), sizeof record->before);
         memcpy(record->before, response, record->room);
@@ -189,6 +189,7 @@ db_handle *db_from_string(const char *text)
 {
     rb_db *record = new_db();
     record->call = RB_FROM_STRING;
+    record->text_length = (uint32_t)strlen(text);
     keep_text(record->text, text);
     return hand_out(record);
 }
@@ -197,6 +198,7 @@ db_handle *db_create_fromfile(const char *file)
 {
     rb_db *record = new_db();
     record->call = RB_FROM_FILE;
+    record->text_length = (uint32_t)strlen(file);
     keep_text(record->text, file);
     return hand_out(record);
 }

@@ -33,12 +33,16 @@ template <class Record>
 constexpr uint32_t Record::*command_of = nullptr;
 template <>
 inline constexpr uint32_t bsp_pon_msg::*command_of<bsp_pon_msg> = &bsp_pon_msg::cmd;
+template <>
+inline constexpr uint32_t bsp_onu_msg::*command_of<bsp_onu_msg> = &bsp_onu_msg::onu_cmd;
 
 // The size bounds of result databases in shared memory.
 constexpr uint32_t small_view = 10240;
 constexpr uint32_t large_view = 1048576;
 
-// A response length word that offers no bytes, on purpose: the answer comes another way.
+// Response length words. The views' is that of a bsp_pon_msg_ext, whatever the request; no length offers no bytes, on
+// purpose: the answer comes another way.
+constexpr uint32_t view_length = sizeof(bsp_pon_msg_ext);
 constexpr uint32_t no_length = 0;
 
 // Zeroes `length` bytes. A call, because the compiler's own way to clear a record of known size is slower and larger.
@@ -56,32 +60,42 @@ inline uint32_t set(uint32_t channel, const Record &record, Site site = Site::he
     return ipc_result ? failed(ipc_result, failure, site) : status;
 }
 
+// Sends a record and receives the answer in `response`, at most `length` bytes of it. Returns the service's status
+// word.
+template <Failure failure = Failure::report, class Record>
+inline uint32_t get_into(uint32_t channel, const Record &request, void *response, uint32_t length,
+                         Site site = Site::here())
+{
+    uint32_t status = BSP_OK;
+    const int32_t ipc_result =
+        ipc_get_exec(BSP_IPC_MODULE, channel, &request, sizeof request, response, &length, &status);
+    return ipc_result ? failed(ipc_result, failure, site) : status;
+}
+
 // Sends a record and receives the answer in its place. Returns the service's status word.
 template <Failure failure = Failure::report, class Record>
 inline uint32_t get_in_place(uint32_t channel, Record &record, Site site = Site::here())
 {
-    uint32_t status = BSP_OK;
-    uint32_t length = sizeof record;
-    const int32_t ipc_result = ipc_get_exec(BSP_IPC_MODULE, channel, &record, sizeof record, &record, &length, &status);
-    return ipc_result ? failed(ipc_result, failure, site) : status;
+    return get_into<failure>(channel, record, &record, sizeof record, site);
 }
 
-// A cleared response buffer for a get call: as long as the length that the call presets and, where that states no
-// bound, as the channel's record.
-template <class Record, uint32_t preset>
+// A response buffer for a get call: cleared as far as the length that the call presets and, where that states no
+// bound, as far as a record of the request's length.
 class Response
 {
 public:
+    using Call = decltype(ipc_get_exec);
+
     // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
     // failed, and `result` is the operation's.
-    template <Failure failure>
-    bool receive(uint32_t channel, const Record &request, uint32_t &result, Site site)
+    template <Call *exec = ipc_get_exec>
+    bool receive(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset, uint32_t &result,
+                 Failure failure, Site site)
     {
+        size = preset ? preset : request_length;
         clear(bytes, size);
-        uint32_t length = preset;
         uint32_t status = BSP_OK;
-        const int32_t ipc_result =
-            ipc_get_exec(BSP_IPC_MODULE, channel, &request, sizeof request, bytes, &length, &status);
+        const int32_t ipc_result = exec(BSP_IPC_MODULE, channel, request, request_length, bytes, &preset, &status);
         result = ipc_result ? failed(ipc_result, failure, site) : status;
         return ipc_result == IPC_OK;
     }
@@ -94,30 +108,38 @@ public:
     }
 
 private:
-    static constexpr uint32_t size = preset > sizeof(Record) ? preset : sizeof(Record);
-    alignas(Record) char bytes[size];
+    uint32_t size;
+    alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
 };
 
 // Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
 // memory under `key`, which is read only after the exchange. Returns the service's status word.
-template <uint32_t preset, Failure failure = Failure::report, class Record>
-inline uint32_t get_database(uint32_t channel, const Record &request, const uint32_t &key, uint32_t bound,
-                             db_handle **out, Site site = Site::here())
+inline uint32_t get_database(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
+                             const uint32_t &key, uint32_t bound, db_handle **out, Site site)
 {
-    Response<Record, preset> response;
+    Response response;
     uint32_t result;
-    if (response.template receive<failure>(channel, request, result, site)) *out = db_from_shmem(key, bound);
+    if (response.receive(channel, request, request_length, preset, result, Failure::report, site))
+        *out = db_from_shmem(key, bound);
     return result;
+}
+
+template <class Record>
+inline uint32_t get_database(uint32_t channel, const Record &request, uint32_t preset, const uint32_t &key,
+                             uint32_t bound, db_handle **out, Site site = Site::here())
+{
+    return get_database(channel, &request, sizeof request, preset, key, bound, out, site);
 }
 
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
 // service's status word.
-template <uint32_t preset, Failure failure = Failure::report, class Record>
-inline uint32_t get_text(uint32_t channel, const Record &request, uint32_t offset, char *out, Site site = Site::here())
+template <class Record>
+inline uint32_t get_text(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, char *out,
+                         Site site = Site::here())
 {
-    Response<Record, preset> response;
+    Response response;
     uint32_t result;
-    if (response.template receive<failure>(channel, request, result, site) && out)
+    if (response.receive(channel, &request, sizeof request, preset, result, Failure::report, site) && out)
         __builtin_strcpy(out, response.text(offset));
     return result;
 }

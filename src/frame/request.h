@@ -40,8 +40,8 @@ public:
 
     // A text or block longer than its field runs on into the fields behind it, and stops at the record's last byte.
     // A null text leaves its field empty.
-    template <size_t size>
-    void put(char (Record::*field)[size], const char *text)
+    template <class Byte, size_t size>
+    void put(Byte (Record::*field)[size], const char *text)
     {
         if (text) put_text(base() + offset_of(field), sizeof record - offset_of(field), text);
     }

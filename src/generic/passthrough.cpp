@@ -18,21 +18,21 @@ uint32_t bsp_pon_exec_get_json(uint32_t cmd, uint32_t pon_port, uint32_t, db_han
 {
     Request<bsp_pon_msg> request{cmd};
     request->pon_port = pon_port;
-    return frame::get_database<frame::no_length>(BSP_MSG_PON, *request, cmd, frame::small_view, db_out);
+    return frame::get_database(BSP_MSG_PON, *request, frame::no_length, cmd, frame::small_view, db_out);
 }
 
 uint32_t bsp_pon_exec_get_json_(uint32_t cmd, uint32_t pon_port, uint32_t, db_handle **db_out)
 {
     Request<bsp_pon_msg> request{cmd};
     request->pon_port = pon_port;
-    return frame::get_database<frame::no_length>(BSP_MSG_PON, *request, cmd, frame::large_view, db_out);
+    return frame::get_database(BSP_MSG_PON, *request, frame::no_length, cmd, frame::large_view, db_out);
 }
 
 uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char *name_out)
 {
     Request<bsp_pon_msg> request{cmd};
     request->pon_port = pon_port;
-    return frame::get_text<frame::no_length>(BSP_MSG_PON, *request, offsetof(bsp_pon_msg, data429), name_out);
+    return frame::get_text(BSP_MSG_PON, *request, frame::no_length, offsetof(bsp_pon_msg, data429), name_out);
 }
 
 uint32_t bsp_pon_exec_get_onu_json(uint32_t cmd, uint32_t pon_port, uint32_t onu_id, uint32_t, db_handle **db_out)
@@ -40,5 +40,5 @@ uint32_t bsp_pon_exec_get_onu_json(uint32_t cmd, uint32_t pon_port, uint32_t onu
     Request<bsp_pon_msg> request{cmd};
     request->pon_port = pon_port;
     request->onu_id = onu_id;
-    return frame::get_database<frame::no_length>(BSP_MSG_PON, *request, cmd, frame::large_view, db_out);
+    return frame::get_database(BSP_MSG_PON, *request, frame::no_length, cmd, frame::large_view, db_out);
 }

@@ -117,6 +117,89 @@ TEST_P(InPlace, NoAnswerLeavesAll)
 
 ON_OPERATIONS(InPlace, answered_in(catalogue::Answer::in_place));
 
+class CallersBuffer : public OfOperation
+{
+protected:
+    Memory &buffer = subject.memory(*subject.argument_of(ArgumentType::response));
+};
+
+TEST_P(CallersBuffer, OffersThePresetLength)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().preset, operation.preset);
+}
+
+TEST_P(CallersBuffer, IsHandedToTheIpcLibrary)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().response, buffer.pointer());
+}
+
+TEST_P(CallersBuffer, ReceivesAFullAnswerAndNotAByteMore)
+{
+    script_exchange(IPC_OK, 0, Bytes(IPC_MAX_LENGTH, 0xFF));
+    subject.call();
+    EXPECT_EQ(buffer.bytes(), Bytes(operation.preset, 0xFF));
+    EXPECT_TRUE(buffer.guards_stand());
+}
+
+TEST_P(CallersBuffer, KeepsWhatAShortAnswerDoesNotReach)
+{
+    const Bytes part(100, 0xFF);
+    script_exchange(IPC_OK, 0, part);
+    subject.call();
+    Bytes expected = buffer.as_lent();
+    std::ranges::copy(part, expected.begin());
+    EXPECT_EQ(buffer.bytes(), expected);
+}
+
+TEST_P(CallersBuffer, KeepsAllWithoutAnAnswer)
+{
+    subject.call();
+    EXPECT_TRUE(buffer.unchanged());
+}
+
+TEST_P(CallersBuffer, ReceivesTheAnswerWhateverTheStatus)
+{
+    script_exchange(IPC_OK, 4001, Bytes(operation.preset, 0xFF));
+    EXPECT_EQ(subject.call(), 4001u);
+    EXPECT_EQ(buffer.bytes(), Bytes(operation.preset, 0xFF));
+}
+
+ON_OPERATIONS(CallersBuffer, answered_in(catalogue::Answer::caller));
+
+// A caller who wants no answer: it goes to memory of the library.
+class DroppedAnswer : public OfArgument
+{
+protected:
+    void SetUp() override { subject.set_null(argument); }
+};
+
+TEST_P(DroppedAnswer, IsOfferedThePresetLength)
+{
+    subject.call();
+    EXPECT_EQ(only_exchange().preset, operation.preset);
+}
+
+TEST_P(DroppedAnswer, GoesToClearedMemoryThatIsNotTheRequest)
+{
+    subject.call();
+    ASSERT_NE(only_exchange().response, nullptr);
+    EXPECT_NE(only_exchange().response, only_exchange().request);
+    EXPECT_EQ(Bytes(only_exchange().before, only_exchange().before + operation.preset), Bytes(operation.preset));
+}
+
+TEST_P(DroppedAnswer, LeavesTheStatus)
+{
+    script_exchange(IPC_OK, 4001, Bytes(IPC_MAX_LENGTH, 0xFF));
+    EXPECT_EQ(subject.call(), 4001u);
+    EXPECT_TRUE(subject.surroundings_untouched());
+}
+
+ON_ARGUMENTS(DroppedAnswer, arguments_where([](const Argument &each) {
+                 return each.type == ArgumentType::response && each.optional;
+             }));
+
 using NoAnswer = OfOperation;
 
 TEST_P(NoAnswer, OffersNoBuffer)

@@ -1,6 +1,7 @@
-// Result databases that come through shared memory.
+// Result databases.
 #include "selection.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace contract
@@ -10,88 +11,179 @@ namespace
 
 constexpr uint32_t other_command = 0xABCDEF01;
 
+template <class Holds>
+std::vector<Place> databases_where(Holds holds)
+{
+    return arguments_where([holds](const Argument &each) { return each.type == ArgumentType::db && holds(each); });
+}
+
 } // namespace
 
-class Database : public OfArgument
+using Database = OfArgument;
+
+TEST_P(Database, IsMadeOnceAfterTheExchange)
+{
+    subject.call();
+    ASSERT_EQ(rb_dbs(), 1u);
+    EXPECT_GT(rb_db_at(0)->at, only_exchange().at);
+}
+
+ON_ARGUMENTS(Database, arguments_of(ArgumentType::db));
+
+// Through shared memory.
+class KeyedDatabase : public OfArgument
 {
 protected:
-    db_handle *delivered()
-    {
-        db_handle *handle;
-        std::memcpy(&handle, subject.memory(argument).pointer(), sizeof handle);
-        return handle;
-    }
-
-    // The key that the operation puts into its request.
     uint32_t expected_key() const
     {
-        uint32_t key;
-        std::memcpy(&key, subject.expected_request().data() + argument.key->offset, sizeof key);
-        return key;
+        switch (argument.key) {
+        case catalogue::Key::argument:
+            return subject.number(operation.arguments[static_cast<size_t>(argument.other)]);
+        case catalogue::Key::command:
+            return operation.command->code;
+        case catalogue::Key::request: {
+            uint32_t key;
+            std::memcpy(&key, subject.expected_request().data() + operation.record->command->offset, sizeof key);
+            return key;
+        }
+        case catalogue::Key::none:
+            break;
+        }
+        throw std::logic_error("a result in shared memory without a key");
     }
 };
 
-TEST_P(Database, IsFetchedOnceAfterTheExchange)
+TEST_P(KeyedDatabase, IsFetchedByItsKeyWithinItsBound)
 {
     subject.call();
     ASSERT_EQ(rb_dbs(), 1u);
     EXPECT_EQ(rb_db_at(0)->call, RB_FROM_SHMEM);
-    EXPECT_GT(rb_db_at(0)->at, only_exchange().at);
-}
-
-TEST_P(Database, IsFetchedByItsKeyWithinItsBound)
-{
-    subject.call();
-    ASSERT_EQ(rb_dbs(), 1u);
     EXPECT_EQ(rb_db_at(0)->key, expected_key());
     EXPECT_EQ(rb_db_at(0)->bound, argument.bound);
 }
 
-TEST_P(Database, KeyIsTheCallersWhateverBecomesOfTheRequest)
+// The service may answer into the request, as far as anyone can tell.
+TEST_P(KeyedDatabase, KeyOfTheRequestIsReadAfterTheExchangeAndNoOther)
 {
     rb_answer answer = {};
     answer.during = [](const rb_exchange *exchange, void *offset) {
         std::memcpy(static_cast<uint8_t *>(exchange->request) + *static_cast<uint32_t *>(offset), &other_command,
                     sizeof other_command);
     };
-    uint32_t offset = argument.key->offset;
+    uint32_t offset = operation.record->command->offset;
     answer.context = &offset;
     rb_script_answer(&answer);
     subject.call();
     ASSERT_EQ(rb_dbs(), 1u);
-    EXPECT_EQ(rb_db_at(0)->key, expected_key());
+    EXPECT_EQ(rb_db_at(0)->key, argument.key == catalogue::Key::request ? other_command : expected_key());
 }
 
-TEST_P(Database, GoesToTheCaller)
+ON_ARGUMENTS(KeyedDatabase,
+             databases_where([](const Argument &each) { return each.source == catalogue::Source::shmem; }));
+
+// From a text in the answer.
+class TextDatabase : public OfArgument
+{
+protected:
+    uint32_t offset = argument.field->offset;
+
+    void expect_made_from(std::string_view text, const Bytes &answer)
+    {
+        script_exchange(IPC_OK, 0, answer);
+        subject.call();
+        ASSERT_EQ(rb_dbs(), 1u);
+        EXPECT_EQ(rb_db_at(0)->call, RB_FROM_STRING);
+        EXPECT_EQ(rb_db_at(0)->text_length, text.size());
+        EXPECT_EQ(rb_db_at(0)->text, text.substr(0, RB_TEXT_LENGTH - 1));
+    }
+
+    // An answer, 0xFF before the text, which stands at its place.
+    Bytes answer_with(std::string_view text) const
+    {
+        Bytes bytes(offset, 0xFF);
+        bytes.insert(bytes.end(), text.begin(), text.end());
+        return bytes;
+    }
+};
+
+TEST_P(TextDatabase, IsMadeFromTheTextAtItsPlace)
+{
+    expect_made_from("{}", answer_with(std::string("{}\0rest", 7)));
+}
+
+TEST_P(TextDatabase, OfAShortAnswerIsMadeFromWhatThereIs)
+{
+    expect_made_from("{", answer_with("{"));
+}
+
+TEST_P(TextDatabase, OfNoAnswerIsMadeFromAnEmptyText)
+{
+    expect_made_from("", {});
+}
+
+TEST_P(TextDatabase, WithoutItsNulEndsWithTheRecord)
+{
+    const std::string endless(operation.response_size - offset, 'x');
+    expect_made_from(endless.substr(1), answer_with(endless));
+}
+
+ON_ARGUMENTS(TextDatabase,
+             databases_where([](const Argument &each) { return each.source == catalogue::Source::text; }));
+
+class HandedOutDatabase : public OfArgument
+{
+protected:
+    static db_handle *delivered(Subject &called, const Argument &out)
+    {
+        db_handle *handle;
+        std::memcpy(&handle, called.memory(out).pointer(), sizeof handle);
+        return handle;
+    }
+};
+
+TEST_P(HandedOutDatabase, GoesToTheCaller)
 {
     char token;
     rb_script_db(reinterpret_cast<db_handle *>(&token));
     subject.call();
-    EXPECT_EQ(delivered(), reinterpret_cast<db_handle *>(&token));
+    EXPECT_EQ(delivered(subject, argument), reinterpret_cast<db_handle *>(&token));
     EXPECT_TRUE(subject.surroundings_untouched());
 }
 
-TEST_P(Database, GoesToTheCallerAlsoWhenThereIsNone)
+TEST_P(HandedOutDatabase, GoesToTheCallerAlsoWhenThereIsNone)
 {
     rb_script_db(nullptr);
     EXPECT_EQ(subject.call(), 0u);
-    EXPECT_EQ(delivered(), nullptr);
+    EXPECT_EQ(delivered(subject, argument), nullptr);
 }
 
-TEST_P(Database, GoesToTheCallerWhateverTheStatus)
+TEST_P(HandedOutDatabase, GoesToTheCallerWhateverTheStatus)
 {
     for (const uint32_t status : {1001u, 3003u, 4001u, 0xFFFFFFFFu}) {
         char token;
         Subject answered(operation);
         script_exchange(IPC_OK, status, {});
         rb_script_db(reinterpret_cast<db_handle *>(&token));
-        EXPECT_EQ(answered.call(), status);
-        db_handle *handle;
-        std::memcpy(&handle, answered.memory(argument).pointer(), sizeof handle);
-        EXPECT_EQ(handle, reinterpret_cast<db_handle *>(&token)) << status;
+        answered.call();
+        EXPECT_EQ(delivered(answered, argument), reinterpret_cast<db_handle *>(&token)) << status;
     }
 }
 
-ON_ARGUMENTS(Database, arguments_of(ArgumentType::db));
+ON_ARGUMENTS(HandedOutDatabase, databases_where([](const Argument &each) { return !each.dropped; }));
+
+// Callers rely on the status alone.
+using DroppedDatabase = OfArgument;
+
+TEST_P(DroppedDatabase, IsNotHandedOut)
+{
+    for (const uint32_t status : {0u, 4001u}) {
+        Subject answered(operation);
+        script_exchange(IPC_OK, status, {});
+        EXPECT_EQ(answered.call(), status);
+        EXPECT_TRUE(answered.memory(argument).unchanged());
+    }
+}
+
+ON_ARGUMENTS(DroppedDatabase, databases_where([](const Argument &each) { return each.dropped; }));
 
 } // namespace contract

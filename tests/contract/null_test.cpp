@@ -66,7 +66,22 @@ TEST_P(UncheckedPointerDeathTest, NullIsUsed)
 }
 
 ON_ARGUMENTS(UncheckedPointerDeathTest, arguments_where([](const Argument &each) {
-                 return is_pointer(each) && !each.required && !each.optional;
+                 return is_pointer(each) && !each.required && !each.optional && each.type != ArgumentType::response;
+             }));
+
+// A buffer for the answer that is not checked is the IPC library's to use.
+using HandedOnPointer = OfArgument;
+
+TEST_P(HandedOnPointer, NullReachesTheIpcLibrary)
+{
+    subject.set_null(argument);
+    EXPECT_EQ(subject.call(), 0u);
+    EXPECT_EQ(only_exchange().response, nullptr);
+    EXPECT_EQ(only_exchange().preset, operation.preset);
+}
+
+ON_ARGUMENTS(HandedOnPointer, arguments_where([](const Argument &each) {
+                 return each.type == ArgumentType::response && !each.required && !each.optional;
              }));
 
 } // namespace contract

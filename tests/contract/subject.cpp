@@ -36,9 +36,11 @@ bool is_written(const Operation &operation, const Argument &argument)
 {
     switch (argument.type) {
     case ArgumentType::record:
-        return operation.answer == catalogue::Answer::in_place;
+        return operation.answer == catalogue::Answer::in_place || operation.request == catalogue::Request::stamped;
     case ArgumentType::db:
+        return !argument.dropped;
     case ArgumentType::text_out:
+    case ArgumentType::response:
         return true;
     case ArgumentType::u32:
     case ArgumentType::mac:
@@ -48,6 +50,12 @@ bool is_written(const Operation &operation, const Argument &argument)
         return false;
     }
     return false;
+}
+
+bool is_output(const Operation &operation, const Argument &argument)
+{
+    if (argument.type == ArgumentType::record) return operation.answer == catalogue::Answer::in_place;
+    return is_written(operation, argument);
 }
 
 Subject::Subject(const Operation &operation)
@@ -78,6 +86,9 @@ Subject::Subject(const Operation &operation)
             break;
         case ArgumentType::text_out:
             lend(argument, Memory::to_write(pattern(operation.record->size - argument.field->offset), false));
+            break;
+        case ArgumentType::response:
+            lend(argument, Memory::to_write(pattern(operation.response_size), false));
             break;
         }
     }
@@ -118,7 +129,12 @@ Bytes Subject::expected_request() const
 {
     if (subject.record->payload) throw std::logic_error("the length of a request with a payload is not known here");
     Bytes wire(subject.record->size);
-    if (const Argument *record = argument_of(ArgumentType::record)) wire = memories[index_of(*record)].as_lent();
+    if (const Argument *record = argument_of(ArgumentType::record)) {
+        const Bytes &lent = memories[index_of(*record)].as_lent();
+        if (record->picked.empty()) wire = lent;
+        for (const catalogue::Field *field : record->picked)
+            std::copy_n(lent.begin() + field->offset, field->size, wire.begin() + field->offset);
+    }
     for (const Argument &argument : subject.arguments)
         put(wire, argument);
     if (subject.command && subject.request != catalogue::Request::as_is)
@@ -149,7 +165,7 @@ bool Subject::outputs_untouched() const
 {
     return std::ranges::all_of(subject.arguments, [this](const Argument &argument) {
         const Memory &memory = memories[index_of(argument)];
-        return !is_written(subject, argument) || (memory.unchanged() && memory.guards_stand());
+        return !is_output(subject, argument) || (memory.unchanged() && memory.guards_stand());
     });
 }
 

@@ -19,6 +19,8 @@ using catalogue::Operation;
 bool is_pointer(const Argument &argument);
 // True: the operation writes through the argument.
 bool is_written(const Operation &operation, const Argument &argument);
+// True: what the service answered goes there.
+bool is_output(const Operation &operation, const Argument &argument);
 
 class Subject
 {
@@ -46,7 +48,7 @@ public:
     // Null: the operation has no argument of the type.
     const Argument *argument_of(ArgumentType type) const;
 
-    // True: nothing that the operation writes to has changed.
+    // True: nothing that an answer goes to has changed.
     bool outputs_untouched() const;
     // True: nothing that the operation only reads has changed, nor anything around what it writes.
     bool surroundings_untouched() const;

@@ -56,7 +56,7 @@ typedef struct rb_exchange {
     void *request;
     uint32_t request_length;        /* as stated, also where it is more than was kept */
     uint8_t sent[IPC_MAX_LENGTH];   /* the record's bytes at the call */
-    void *response;                 /* where the answer went */
+    void *response;                 /* where the answer went; null where there was no place for it */
     uint32_t preset;                /* the response length word at the call */
     uint32_t room;                  /* bytes that an answer may fill: the preset or, for 0, the channel's record */
     uint8_t before[IPC_MAX_LENGTH]; /* these bytes of the response buffer at the call */
@@ -90,6 +90,7 @@ typedef struct rb_db {
     uint32_t key;              /* of db_from_shmem */
     uint32_t bound;            /* of db_from_shmem */
     char text[RB_TEXT_LENGTH]; /* the text of db_from_string, the name of db_create_fromfile */
+    uint32_t text_length;      /* its length, also where it is more than was kept */
     db_handle *handle;         /* what was handed out, or released */
 } rb_db;
 

@@ -1,0 +1,59 @@
+// How the ONUs of a PON port prove who they are; confirming those that wait, and describing those that are bound.
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+using frame::Request;
+using frame::set;
+
+uint32_t bsp_pon_onu_auth_mode_type_set(uint32_t pon_port, const char *text_a, const char *text_b, uint32_t mode)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_AUTH_SET};
+    request->pon_port = pon_port;
+    request.put(&bsp_pon_msg::text45, text_a);
+    request.put(&bsp_pon_msg::text109, text_b);
+    request->arg_word12 = mode;
+    return set(BSP_MSG_PON, *request);
+}
+
+uint32_t bsp_pon_onu_auth_set(const bsp_pon_msg *record)
+{
+    return set(BSP_MSG_PON, *Request{BSP_CMD_AUTH_SET, *record});
+}
+
+uint32_t bsp_pon_onu_auth_mode_type_get(uint32_t pon_port, void *resp)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_AUTH_GET};
+    request->pon_port = pon_port;
+    return frame::get_into(BSP_MSG_PON, *request, resp, sizeof *request);
+}
+
+uint32_t bsp_pon_onu_auth_infolist_get(db_handle **db_out)
+{
+    const uint32_t command = BSP_CMD_AUTH_LIST;
+    return frame::get_database(BSP_MSG_PON, *Request<bsp_pon_msg>{command}, sizeof(bsp_pon_msg), command,
+                               frame::small_view, db_out);
+}
+
+uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu)
+{
+    if (!onu) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_ONU_CONFIRM};
+    request->pon_port = pon_port;
+    if (onu->onu_id)
+        request->onu_id = onu->onu_id;
+    else
+        request.put_mac(onu->onu_mac);
+    request->arg_byte16 = onu->arg_byte16;
+    request->arg_word36 = onu->arg_word36;
+    return set(BSP_MSG_PON, *request);
+}
+
+uint32_t bsp_pon_onu_description(uint32_t pon_port, uint32_t onu_id, const char *text)
+{
+    if (!text) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_ONU_DESCRIPTION_SET};
+    request->pon_port = pon_port;
+    request->onu_id = onu_id;
+    request.put(&bsp_pon_msg::text237, text);
+    return set(BSP_MSG_PON, *request);
+}

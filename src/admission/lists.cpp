@@ -1,0 +1,137 @@
+// Whitelist and blacklist.
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+using frame::Request;
+using frame::set;
+using frame::Site;
+
+namespace
+{
+
+// The whitelist's answers are shorter than a record.
+constexpr uint32_t lookup_length = 776;
+
+// Receives the answer in `resp`; null: it is dropped.
+uint32_t look_up(const bsp_pon_msg &request, void *resp, Site site)
+{
+    uint32_t dropped[lookup_length / sizeof(uint32_t)];
+    if (!resp) {
+        frame::clear(dropped, sizeof dropped);
+        resp = dropped;
+    }
+    return frame::get_into(BSP_MSG_PON, request, resp, lookup_length, site);
+}
+
+uint32_t ids_in_use(uint32_t command, uint32_t pon_port, void *resp, Site site)
+{
+    Request<bsp_pon_msg> request{command};
+    request->pon_port = pon_port;
+    return frame::get_into(BSP_MSG_PON, *request, resp, sizeof *request, site);
+}
+
+} // namespace
+
+uint32_t bsp_pon_blacklist_add_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const char *text)
+{
+    if (!mac) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_ADD_AUTO};
+    request->pon_port = pon_port;
+    request.put_mac(mac);
+    request.put(&bsp_pon_msg::data429, text);
+    return set(BSP_MSG_PON, *request);
+}
+
+uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_REJECT};
+    request->pon_port = pon_port;
+    request->onu_id = onu_id;
+    return set(BSP_MSG_PON, *request);
+}
+
+uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
+{
+    if (!record) return BSP_ERR_PARAM;
+    return set(BSP_MSG_PON, *Request{BSP_CMD_BLACKLIST_REJECT_BATCH, *record});
+}
+
+uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
+{
+    if (!mac) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_REMOVE};
+    request->pon_port = pon_port;
+    request.put_mac(mac);
+    return set(BSP_MSG_PON, *request);
+}
+
+uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record)
+{
+    if (!record) return BSP_ERR_PARAM;
+    record->cmd = BSP_CMD_BLACKLIST_REMOVE_BATCH;
+    return set(BSP_MSG_PON, *record);
+}
+
+uint32_t bsp_pon_get_w_onu_spec_id(uint32_t pon_port, uint32_t onu_id, void *resp)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
+    request->pon_port = pon_port;
+    request->onu_id = onu_id;
+    return look_up(*request, resp, Site::here());
+}
+
+uint32_t bsp_pon_get_w_onu_by_mac(uint32_t pon_port, const uint8_t *mac, void *resp)
+{
+    if (!mac) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
+    request->pon_port = pon_port;
+    request.put_mac(mac);
+    return look_up(*request, resp, Site::here());
+}
+
+uint32_t bsp_pon_get_w_onu_id_resouce(uint32_t pon_port, void *resp)
+{
+    if (!resp) return BSP_ERR_PARAM;
+    return ids_in_use(BSP_CMD_WHITELIST_IDS, pon_port, resp, Site::here());
+}
+
+uint32_t bsp_pon_get_b_onu_id_resouce(uint32_t pon_port, void *resp)
+{
+    if (!resp) return BSP_ERR_PARAM;
+    return ids_in_use(BSP_CMD_BLACKLIST_IDS, pon_port, resp, Site::here());
+}
+
+uint32_t bsp_pon_get_onu_blacklist(bsp_pon_msg *record, db_handle **db_out)
+{
+    record->cmd = BSP_CMD_BLACKLIST_GET;
+    return frame::get_database(BSP_MSG_PON, *record, frame::view_length, record->cmd, frame::large_view, db_out);
+}
+
+uint32_t bsp_pon_get_b_onu_spec_id(const bsp_pon_msg *record, db_handle **db_out)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET};
+    request->pon_port = record->pon_port;
+    request->onu_id = record->onu_id;
+    return frame::get_database(BSP_MSG_PON, *request, frame::view_length, request->cmd, frame::large_view, db_out);
+}
+
+uint32_t bsp_pon_get_b_onu_by_mac(uint32_t pon_port, const uint8_t *mac, db_handle **db_out)
+{
+    if (!mac) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET};
+    request->pon_port = pon_port;
+    request.put_mac(mac);
+    // Less than its siblings offer.
+    return frame::get_database(BSP_MSG_PON, *request, lookup_length, request->cmd, frame::large_view, db_out);
+}
+
+uint32_t bsp_pon_get_onu_blacklist_snmp(db_handle **db_out)
+{
+    return bsp_pon_config_by_db(db_out, &*Request<bsp_pon_msg>{BSP_CMD_VIEW_BLACKLIST_SNMP});
+}
+
+uint32_t bsp_pon_get_onu_blacklist_web(db_handle **db_out, bsp_pon_msg *record)
+{
+    record->cmd = BSP_CMD_VIEW_BLACKLIST_WEB;
+    return bsp_pon_config_by_db(db_out, record);
+}

@@ -1,0 +1,135 @@
+// Views that the service keeps, as result databases. Who asks by function goes through one of the generic queries.
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+using frame::Request;
+
+namespace
+{
+
+// A view of the whole OLT: nothing but its command is asked.
+uint32_t view_of_all(uint32_t command, db_handle **db_out)
+{
+    return bsp_pon_config_by_db(db_out, &*Request<bsp_pon_msg>{command});
+}
+
+// A view that the caller's record narrows.
+uint32_t view_by_record(uint32_t command, db_handle **db_out, bsp_pon_msg *record)
+{
+    record->cmd = command;
+    return bsp_pon_config_by_db(db_out, record);
+}
+
+uint32_t onu_view_of_all(uint32_t command, db_handle **db_out)
+{
+    return bsp_pononu_ctc_config_snmp_get(db_out, &*Request<bsp_onu_msg>{command});
+}
+
+} // namespace
+
+uint32_t bsp_pon_config_by_db(db_handle **db_out, const bsp_pon_msg *record)
+{
+    return frame::get_database(BSP_MSG_PON, *record, frame::view_length, record->cmd, frame::large_view, db_out);
+}
+
+uint32_t bsp_pononu_ctc_config_by_db(db_handle **db_out, const bsp_onu_msg *record)
+{
+    return frame::get_database(BSP_MSG_ONU_CFG, *record, frame::view_length, record->onu_cmd, frame::small_view,
+                               db_out);
+}
+
+uint32_t bsp_pon_platform_by_db(db_handle **db_out, const bsp_plat_msg *record)
+{
+    return frame::get_database(BSP_MSG_PLAT, *record, frame::view_length, record->plat_cmd, frame::small_view, db_out);
+}
+
+uint32_t bsp_pon_get_onu_info(db_handle **db_out, bsp_pon_msg *record)
+{
+    record->cmd = BSP_CMD_ONU_INFO_GET;
+    frame::Response response;
+    uint32_t result;
+    if (response.receive<ipc_dgram_get_exec>(BSP_MSG_PON, record, sizeof *record, sizeof *record, result,
+                                             frame::Failure::report, frame::Site::here()))
+        *db_out = db_from_shmem(BSP_CMD_ONU_INFO_GET, frame::large_view);
+    return result;
+}
+
+uint32_t bsp_pon_get_onu_info_snmp(db_handle **db_out)
+{
+    return view_of_all(BSP_CMD_VIEW_ONU_INFO_SNMP, db_out);
+}
+
+uint32_t bsp_pon_get_onu_info_web(db_handle **db_out, bsp_pon_msg *record)
+{
+    return view_by_record(BSP_CMD_VIEW_ONU_INFO_WEB, db_out, record);
+}
+
+uint32_t bsp_pon_get_onu_cap_snmp(db_handle **db_out)
+{
+    return view_of_all(BSP_CMD_VIEW_ONU_CAP_SNMP, db_out);
+}
+
+uint32_t bsp_pon_get_base_info_web(db_handle **db_out, bsp_pon_msg *record)
+{
+    return view_by_record(BSP_CMD_VIEW_BASE_INFO_WEB, db_out, record);
+}
+
+uint32_t bsp_pon_get_upgrade_base_info_web(db_handle **db_out, bsp_pon_msg *record)
+{
+    return view_by_record(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, db_out, record);
+}
+
+uint32_t bsp_pon_get_onu_alarm(db_handle **db_out, bsp_pon_msg *record)
+{
+    return view_by_record(BSP_CMD_VIEW_ONU_ALARM, db_out, record);
+}
+
+uint32_t bsp_pon_clear_onu_alarm(bsp_pon_msg *record)
+{
+    if (!record) return BSP_ERR_PARAM;
+    record->cmd = BSP_CMD_ONU_ALARM_CLEAR;
+    return frame::set<frame::Failure::pass>(BSP_MSG_PON, *record);
+}
+
+uint32_t bsp_pon_get_uni_attribute_snmp(db_handle **db_out)
+{
+    return view_of_all(BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP, db_out);
+}
+
+uint32_t bsp_pon_onu_get_cfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id)
+{
+    Request<bsp_onu_msg> request{BSP_CMD_VIEW_ONU_CONFIG};
+    request->onu_pon_port = pon_port;
+    request->onu_onu_id = onu_id;
+    frame::Response response;
+    uint32_t result;
+    if (!response.receive(BSP_MSG_ONU_CFG, &*request, sizeof *request, frame::no_length, result, frame::Failure::report,
+                          frame::Site::here()))
+        return result;
+    *db_out = db_from_string(response.text(offsetof(bsp_pon_msg_ext, ext_payload)));
+    return BSP_OK; // whatever the service's status word says
+}
+
+uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id)
+{
+    Request<bsp_onu_msg> request{BSP_CMD_VIEW_ONU_PORT_CONFIG};
+    request->onu_pon_port = pon_port;
+    request->onu_onu_id = onu_id;
+    return bsp_pononu_ctc_config_by_db(db_out, &*request);
+}
+
+uint32_t bsp_pononu_ctc_config_snmp_get(db_handle **, const bsp_onu_msg *record)
+{
+    db_handle *dropped; // callers rely on the status alone
+    return frame::get_database(BSP_MSG_ONU_SNMP, *record, sizeof *record, record->onu_cmd, frame::small_view, &dropped);
+}
+
+uint32_t bsp_pon_onu_get_vlan_mode_snmp(db_handle **db_out)
+{
+    return onu_view_of_all(BSP_CMD_VIEW_VLAN_MODE_SNMP, db_out);
+}
+
+uint32_t bsp_pon_onu_get_vlanlist_snmp(db_handle **db_out)
+{
+    return onu_view_of_all(BSP_CMD_VIEW_VLAN_LIST_SNMP, db_out);
+}
