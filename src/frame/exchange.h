@@ -88,9 +88,8 @@ public:
 
     // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
     // failed, and `result` is the operation's.
-    template <Call *exec = ipc_get_exec>
     bool receive(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset, uint32_t &result,
-                 Failure failure, Site site)
+                 Failure failure, Site site, Call *exec = ipc_get_exec)
     {
         size = preset ? preset : request_length;
         clear(bytes, size);
@@ -112,23 +111,23 @@ private:
     alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
 };
 
-// Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
-// memory under `key`, which is read only after the exchange. Returns the service's status word.
 inline uint32_t get_database(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
-                             const uint32_t &key, uint32_t bound, db_handle **out, Site site)
+                             const uint32_t &key, uint32_t bound, db_handle **out, Failure failure, Site site)
 {
     Response response;
     uint32_t result;
-    if (response.receive(channel, request, request_length, preset, result, Failure::report, site))
+    if (response.receive(channel, request, request_length, preset, result, failure, site))
         *out = db_from_shmem(key, bound);
     return result;
 }
 
-template <class Record>
+// Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
+// memory under `key`, which is read only after the exchange. Returns the service's status word.
+template <Failure failure = Failure::report, class Record>
 inline uint32_t get_database(uint32_t channel, const Record &request, uint32_t preset, const uint32_t &key,
                              uint32_t bound, db_handle **out, Site site = Site::here())
 {
-    return get_database(channel, &request, sizeof request, preset, key, bound, out, site);
+    return get_database(channel, &request, sizeof request, preset, key, bound, out, failure, site);
 }
 
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the

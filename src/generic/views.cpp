@@ -48,8 +48,8 @@ uint32_t bsp_pon_get_onu_info(db_handle **db_out, bsp_pon_msg *record)
     record->cmd = BSP_CMD_ONU_INFO_GET;
     frame::Response response;
     uint32_t result;
-    if (response.receive<ipc_dgram_get_exec>(BSP_MSG_PON, record, sizeof *record, sizeof *record, result,
-                                             frame::Failure::report, frame::Site::here()))
+    if (response.receive(BSP_MSG_PON, record, sizeof *record, sizeof *record, result, frame::Failure::report,
+                         frame::Site::here(), ipc_dgram_get_exec))
         *db_out = db_from_shmem(BSP_CMD_ONU_INFO_GET, frame::large_view);
     return result;
 }

@@ -71,9 +71,9 @@ TEST_F(Frame, GetDatabaseFailsByItsStyle)
 {
     db_handle *handle;
     fail_with(9);
-    EXPECT_EQ((frame::get_database<944, Failure::pass>(BSP_MSG_PON, *request, request->cmd, 1, &handle)), 9u);
+    EXPECT_EQ(frame::get_database<Failure::pass>(BSP_MSG_PON, *request, 944, request->cmd, 1, &handle), 9u);
     fail_with(9);
-    EXPECT_EQ((frame::get_database<944, Failure::silent>(BSP_MSG_PON, *request, request->cmd, 1, &handle)), 9u);
+    EXPECT_EQ(frame::get_database<Failure::silent>(BSP_MSG_PON, *request, 944, request->cmd, 1, &handle), 9u);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
@@ -89,7 +89,7 @@ TEST_F(Frame, LogLineNamesTheCallersFunctionAndLine)
 TEST_F(Frame, ResponseLongerThanTheRecordIsOfferedAndClearedWhole)
 {
     db_handle *handle;
-    frame::get_database<1044>(BSP_MSG_PON, *request, request->cmd, 1, &handle);
+    frame::get_database(BSP_MSG_PON, *request, 1044, request->cmd, 1, &handle);
     EXPECT_EQ(rb_exchange_at(0)->preset, 1044u);
     for (uint32_t i = 0; i < 1044; ++i)
         ASSERT_EQ(rb_exchange_at(0)->before[i], 0) << i;
@@ -98,7 +98,7 @@ TEST_F(Frame, ResponseLongerThanTheRecordIsOfferedAndClearedWhole)
 TEST_F(Frame, PresetShorterThanTheRecordIsOfferedAsItIs)
 {
     db_handle *handle;
-    frame::get_database<776>(BSP_MSG_PON, *request, request->cmd, 1, &handle);
+    frame::get_database(BSP_MSG_PON, *request, 776, request->cmd, 1, &handle);
     EXPECT_EQ(rb_exchange_at(0)->preset, 776u);
 }
 
@@ -110,7 +110,7 @@ TEST_F(Frame, DatabaseKeyIsReadAfterTheExchange)
         static_cast<bsp_pon_msg *>(exchange->request)->cmd = 0xABCD;
     };
     rb_script_answer(&answer);
-    frame::get_database<944>(BSP_MSG_PON, *request, request->cmd, 1, &handle);
+    frame::get_database(BSP_MSG_PON, *request, 944, request->cmd, 1, &handle);
     EXPECT_EQ(rb_db_at(0)->key, 0xABCDu);
 }
 
@@ -120,7 +120,7 @@ TEST_F(Frame, TextOfALongerResponseMayReachItsEnd)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     char text[1044 - 20] = {};
-    frame::get_text<1044>(BSP_MSG_PON, *request, 20, text);
+    frame::get_text(BSP_MSG_PON, *request, 1044, 20, text);
     EXPECT_EQ(text, std::string(1044 - 20 - 1, 'x'));
 }
 
