@@ -329,8 +329,8 @@ class Catalogue:
     def inherit(self, operation):
         """A thin wrapper: a call of another operation with a fixed command code."""
         callee = operation.via
-        if callee is operation or callee.kind != "operation":
-            operation.fail("'via' names another operation")
+        if callee.kind != "operation" or callee.get("via"):
+            operation.fail("'via' names an operation that does not go through another itself")
         self.read_operation(callee)
         for key in ("channel", "class", "call", "failure", "answer"):
             if operation.get(key):

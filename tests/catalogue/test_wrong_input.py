@@ -8,7 +8,11 @@ RECORDS = "catalog/records.toml"
 CHANNELS = "catalog/channels.toml"
 STATUS = "catalog/status.toml"
 BINDING = "catalog/admission/binding.toml"
+LISTS = "catalog/admission/lists.toml"
+AUTHENTICATION = "catalog/admission/authentication.toml"
 PASSTHROUGH = "catalog/generic/passthrough.toml"
+STORED = "catalog/generic/views.toml"
+IDS = "catalog/frame/onu_ids.toml"
 LAYOUTS = "catalog/layouts/batch.toml"
 VIEWS = "catalog/views/onu.toml"
 
@@ -75,7 +79,14 @@ BROKEN = {
                                  "'origin' must be one of"),
     "command code twice": (BINDING, "code    = 764", "code    = 424", "command BSP_CMD_ONU_SUPPORT_SET",
                            "code 424 is BSP_CMD_OPT_RANGE_SET"),
-    "command code taken by a view's": (VIEWS, "code    = 383", "code    = 364", "", "code 364 is"),
+    "command code of another family": (STORED, "code    = 383", "code    = 364", "command BSP_CMD_VIEW_ONU_INFO_SNMP",
+                                       "code 364 is BSP_CMD_ONU_BIND_AUTO"),
+    "command code shared without a call": (STORED, 'call    = "dgram-get"\n', "", "command BSP_CMD_ONU_INFO_GET",
+                                           "state the 'call' that each is for"),
+    "command code shared by one call": (STORED, 'call    = "dgram-get"', 'call    = "get"',
+                                        "command BSP_CMD_ONU_INFO_GET", "code 381 is BSP_CMD_WHITELIST_GET"),
+    "command of an unknown call": (STORED, 'call    = "dgram-get"', 'call    = "mail"', "command BSP_CMD_ONU_INFO_GET",
+                                   "'call' must be one of"),
     "command twice": (BINDING, '"BSP_CMD_ONU_SUPPORT_SET"', '"BSP_CMD_OPT_RANGE_SET"', "command BSP_CMD_OPT_RANGE_SET",
                       ""),
     "command without the prefix": (BINDING, 'name    = "BSP_CMD_ONU_SUPPORT_SET"', 'name    = "ONU_SUPPORT_SET"',
@@ -115,6 +126,39 @@ BROKEN = {
                                "has one argument of type record"),
     "record in a built request": (BINDING, 'request = "as-is"', 'request = "built"', "operation bsp_ponmsg_cfg_set",
                                   "others none"),
+    "call missing": (BINDING, 'call    = "set"\n', "", "operation bsp_pon_cfg", "'call' is missing"),
+    "failure missing": (BINDING, 'failure = "report"\n', "", "operation bsp_pon_cfg", "'failure' is missing"),
+    "command by another call": (LISTS, 'call    = "get"\nfailure', 'call    = "dgram-get"\nfailure',
+                                "operation bsp_pon_get_w_onu_spec_id", "BSP_CMD_WHITELIST_GET is for get calls only"),
+    "stamped without a command": (BINDING, 'request = "as-is"', 'request = "stamped"', "operation bsp_ponmsg_cfg_set",
+                                  "where it has one"),
+    "answer of an unknown record": (STORED, 'preset = 0, record = "bsp_pon_msg_ext"', 'preset = 0, record = "bsp_msg"',
+                                    "operation bsp_pon_onu_get_cfg_info", "names 'bsp_msg'"),
+    "caller's buffer without an argument": (PASSTHROUGH, 'buffer = "own"', 'buffer = "caller"',
+                                            "operation bsp_pon_exec_get_json", "one argument of type response"),
+    "response in a buffer of our own": (LISTS, 'buffer = "caller"', 'buffer = "own"',
+                                        "operation bsp_pon_get_w_onu_spec_id", "others none"),
+    "oddity of an unknown facet": (STORED, "odd     = { status", "odd     = { weather",
+                                   "operation bsp_pon_onu_get_cfg_info", "'odd' knows request, status, not 'weather'"),
+    "oddity without words": (STORED, "odd     = { status = \"BSP_OK after every exchange that succeeded: the service's "
+                             "status word is dropped\" }", "odd     = { status = true }",
+                             "operation bsp_pon_onu_get_cfg_info", "says in words"),
+    "wrapper of nothing": (LISTS, 'via     = "bsp_pon_config_by_db"', 'via     = "bsp_pon_config"',
+                           "operation bsp_pon_get_onu_blacklist_snmp", "names 'bsp_pon_config'"),
+    "wrapper of a local function": (LISTS, 'via     = "bsp_pon_config_by_db"', 'via     = "ont_id_res_str"',
+                                    "operation bsp_pon_get_onu_blacklist_snmp", "does not go through another itself"),
+    "wrapper of a wrapper": (LISTS, 'via     = "bsp_pon_config_by_db"', 'via     = "bsp_pon_get_onu_info_snmp"',
+                             "operation bsp_pon_get_onu_blacklist_snmp", "does not go through another itself"),
+    "wrapper of itself": (LISTS, 'via     = "bsp_pon_config_by_db"', 'via     = "bsp_pon_get_onu_blacklist_snmp"',
+                          "operation bsp_pon_get_onu_blacklist_snmp", "does not go through another itself"),
+    "wrapper with a call of its own": (LISTS, 'via     = "bsp_pon_config_by_db"',
+                                       'via     = "bsp_pon_config_by_db"\ncall    = "get"',
+                                       "operation bsp_pon_get_onu_blacklist_snmp", "that of bsp_pon_config_by_db"),
+    "wrapper on another channel": (LISTS, 'via     = "bsp_pon_config_by_db"', 'via     = "bsp_pon_platform_by_db"',
+                                   "operation bsp_pon_get_onu_blacklist_snmp", "a command of BSP_MSG_PLAT"),
+    "wrapper's database where there is none": (LISTS, 'via     = "bsp_pon_config_by_db"',
+                                               'via     = "bsp_pon_reject_onu_to_blacklist"',
+                                               "argument db_out", "has no result database"),
     "arguments not a list": (BINDING, "", "[[operation]]\nname = 'o'\nbrief = 'x'\ncommand = 'BSP_CMD_ONU_BIND'\n"
                              "call = 'set'\nfailure = 'report'\nargs = 3\n", "operation o", "'args' must be a list"),
 
@@ -140,12 +184,35 @@ BROKEN = {
     "bound not known": (PASSTHROUGH, "bound = 10240", "bound = 10000", "argument db_out", "'bound' must be one of"),
     "database from elsewhere": (PASSTHROUGH, 'from = "shmem"', 'from = "disk"', "argument db_out",
                                 "'from' must be one of"),
+    "database keyed by a command that is not stated": (PASSTHROUGH, 'key = "cmd"', 'key = "command"',
+                                                       "argument db_out", "it has none"),
+    "database keyed by another argument": (PASSTHROUGH, 'key = "cmd"', 'key = "pon_port"', "argument db_out",
+                                           "not the command code"),
+    "database from no text": (STORED, 'at = "ext_payload"', 'at = "payload"', "argument db_out", "names 'payload'"),
+    "bound of a text": (STORED, 'at = "ext_payload"', 'at = "ext_payload", bound = 10240', "argument db_out",
+                        "'bound' means nothing for a db"),
+    "wrapper's database with a bound": (LISTS, '{ name = "db_out", type = "db", brief',
+                                        '{ name = "db_out", type = "db", bound = 10240, brief', "argument db_out",
+                                        "'bound' means nothing"),
+    "picked field that is none": (LISTS, 'fields = ["pon_port", "onu_id"]', 'fields = ["pon_port", "id"]',
+                                  "argument record", "names 'id'"),
     "database without a key": (PASSTHROUGH, 'key = "cmd"', 'key = "code"', "argument db_out", "names 'code'"),
     "database of a set call": (BINDING, 'type = "length", of = "data"',
                                'type = "db", from = "shmem", key = "cmd", bound = 10240',
                                "argument length", "a set call has no answer"),
 
+    # Types and functions.
+    "member of a type without words": (IDS, "words = 4, ", "", "type onu_id_set: member", "'words' is missing"),
+    "declaration without a name": (IDS, 'declaration = "uint32_t {}"', 'declaration = "uint32_t"', "argument last_id",
+                                   "where the name goes"),
+    "function twice": (IDS, '"ont_id_res_str_expand"', '"ont_id_res_str"', "function ont_id_res_str",
+                       "the name is taken"),
+    "function of an operation's name": (BINDING, '"bsp_pon_cfg"', '"ont_id_res_str"', "operation ont_id_res_str",
+                                        "taken by an entry of catalog/frame/onu_ids.toml"),
+
     # Layouts and views.
+    "layout of half an answer": (LAYOUTS, 'name     = "opt_range"', 'name     = "opt_range"\nanswer   = "no"',
+                                 "layout opt_range", "'answer' must be true or false"),
     "layout of an unknown command": (LAYOUTS, '"BSP_CMD_OPT_RANGE_SET"', '"BSP_CMD_OPT"', "layout opt_range",
                                      "names 'BSP_CMD_OPT'"),
     "layout's commands not a list": (LAYOUTS, '["BSP_CMD_OPT_RANGE_SET"]', '"BSP_CMD_OPT_RANGE_SET"',
