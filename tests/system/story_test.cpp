@@ -1,0 +1,134 @@
+// How an unknown ONU becomes a customer's. Each step is a front end of its own: a process that makes one call through
+// the library and ends.
+#include <algorithm>
+#include <cstring>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "process.h"
+#include "simulator.h"
+#include "view.h"
+
+namespace
+{
+
+constexpr uint32_t port = 3;
+
+bsp_pon_msg record_of_port()
+{
+    bsp_pon_msg record{};
+    record.pon_port = port;
+    return record;
+}
+
+// The status word of a call that another process makes.
+template <class Call>
+std::string status_of(Call call)
+{
+    return elsewhere([&call] { return std::to_string(call()); });
+}
+
+// A view that another process asks for, with a record of the port where it takes one: a cell of the ONU, "none" where
+// the view does not have it.
+using ByRecord = uint32_t (*)(db_handle **, bsp_pon_msg *);
+using OfAll = uint32_t (*)(db_handle **);
+
+std::string cell(ByRecord ask, const std::string &mac, const char *column)
+{
+    return elsewhere([&] {
+        bsp_pon_msg record = record_of_port();
+        return View([&](db_handle **db) { return ask(db, &record); }).of(mac, column);
+    });
+}
+
+std::string cell(OfAll ask, const std::string &mac, const char *column)
+{
+    return elsewhere([&] { return View(ask).of(mac, column); });
+}
+
+class Story : public testing::Test
+{
+protected:
+    std::string information(const char *column) { return cell(bsp_pon_get_onu_info_web, mac, column); }
+    uint32_t onu_id() { return static_cast<uint32_t>(std::stoul(information("onu_id"))); }
+
+    Simulator simulator{{"--arrivals", "4", "--silent", "0"}};
+    std::string mac = elsewhere([] {
+        bsp_pon_msg record = record_of_port();
+        return View([&](db_handle **db) { return bsp_pon_get_onu_info_web(db, &record); }).text(0, "mac");
+    });
+    Mac address = parse(mac);
+};
+
+TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
+{
+    // It has arrived, and nobody knows it.
+    EXPECT_EQ(information("state"), "waiting");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "pon_port"), "none");
+
+    // It is rejected, and shows in the black list of each front end.
+    EXPECT_EQ(status_of([&] { return bsp_pon_blacklist_add_onu_auto_id(port, address.data(), "stolen"); }), "0");
+    EXPECT_EQ(information("state"), "none");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "pon_port"), "3");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "text"), "stolen");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_web, mac, "text"), "stolen");
+
+    // As long as it stands there, nothing admits it, and a restart of the service does not forget it.
+    EXPECT_NE(status_of([&] { return bsp_pon_bind_onu_auto_id(port, address.data(), nullptr, nullptr, 0, nullptr); }),
+              "0");
+    simulator.kill();
+    simulator.start();
+    EXPECT_EQ(information("state"), "none");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_web, mac, "text"), "stolen");
+
+    // It is taken off, and waits again.
+    EXPECT_EQ(status_of([&] { return bsp_pon_no_bind_blacklist_onu_by_mac(port, address.data()); }), "0");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "pon_port"), "none");
+    EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_web, mac, "pon_port"), "none");
+    EXPECT_EQ(information("state"), "waiting");
+
+    // It is confirmed.
+    EXPECT_EQ(status_of([&] {
+                  bsp_pon_msg onu{};
+                  std::ranges::copy(address, onu.onu_mac);
+                  return bsp_pon_confirm_onu(port, &onu);
+              }),
+              "0");
+    EXPECT_EQ(information("state"), "online");
+
+    // It gets a description.
+    const uint32_t id = onu_id();
+    EXPECT_EQ(status_of([&] { return bsp_pon_onu_description(port, id, "customer 1207"); }), "0");
+    EXPECT_EQ(information("description"), "customer 1207");
+
+    // It raises an alarm: what a reboot looks like from here.
+    const auto alarm = [&] { return cell(bsp_pon_get_onu_alarm, mac, "name"); };
+    EXPECT_EQ(status_of([] {
+                  bsp_pon_msg record = record_of_port();
+                  return bsp_pon_clear_onu_alarm(&record);
+              }),
+              "0");
+    EXPECT_EQ(alarm(), "none");
+    EXPECT_EQ(status_of([&] {
+                  bsp_pon_msg batch = record_of_port();
+                  onu_id_set ids{};
+                  ids.words[id / 32] = 1u << id % 32;
+                  std::memcpy(reinterpret_cast<char *>(&batch) + layout::onu_batch::onu_set, &ids, sizeof ids);
+                  return bsp_pon_reboot_onu_batch(&batch);
+              }),
+              "0");
+    EXPECT_EQ(alarm(), "dying_gasp");
+
+    // It is cleared, and the customer is served.
+    EXPECT_EQ(status_of([&] {
+                  bsp_pon_msg record = record_of_port();
+                  record.onu_id = id;
+                  return bsp_pon_clear_onu_alarm(&record);
+              }),
+              "0");
+    EXPECT_EQ(alarm(), "none");
+    EXPECT_EQ(information("state"), "online");
+    EXPECT_EQ(information("onu_id"), std::to_string(id));
+}
+
+} // namespace
