@@ -32,3 +32,8 @@ namespace layout::opt_range
 inline constexpr uint32_t min_distance = 432; // u32: nearest ONU that is ranged, at most max_distance
 inline constexpr uint32_t max_distance = 436; // u32: farthest ONU that is ranged, at most 20000
 } // namespace layout::opt_range
+
+namespace layout::vlan_view
+{
+inline constexpr uint32_t scope = 352; // u32: 0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port
+} // namespace layout::vlan_view

@@ -158,9 +158,128 @@ constexpr Field opt_range_fields[] = {
     {"max_distance", FieldType::u32, 436, 4, "m", "farthest ONU that is ranged, at most 20000"},
 };
 
+constexpr const Command *vlan_view_commands[] = {&all_commands[37], &all_commands[38]};
+
+constexpr Field vlan_view_fields[] = {
+    {"scope", FieldType::u32, 352, 4, "", "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
+};
+
 constexpr Layout all_layouts[] = {
     {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing and rebooting do all of them or, where one is not bound (for a reboot: not online), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
     {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, false, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
+    {"vlan_view", &all_records[3], vlan_view_commands, vlan_view_fields, false, "What of the OLT to show: all PON ports for `onu_pon_port` 0, else one PON port, or one ONU of it. Id 0 is an ONU's, so that a scope says which."},
+};
+
+constexpr const Command *onu_capabilities_commands[] = {&all_commands[20]};
+
+constexpr Column onu_capabilities_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"vendor", "VENDOR", ColumnType::text, "", "vendor id, 4 characters"},
+    {"model", "MODEL", ColumnType::text, "", "model"},
+    {"chipset", "CHIPSET", ColumnType::text, "", "chipset"},
+    {"ge_ports", "GE", ColumnType::u32, "", "GE UNI ports; they are the first ones"},
+    {"fe_ports", "FE", ColumnType::u32, "", "FE UNI ports"},
+    {"pots_ports", "POTS", ColumnType::u32, "", "POTS ports"},
+    {"us_queues", "QUEUES", ColumnType::u32, "", "upstream queues"},
+    {"fec", "FEC", ColumnType::boolean, "", "whether FEC is supported"},
+    {"battery", "BATTERY", ColumnType::boolean, "", "whether there is battery backup"},
+    {"igmp_snooping", "IGMP", ColumnType::boolean, "", "whether IGMP snooping is supported"},
+    {"multicast_control", "MC CONTROL", ColumnType::boolean, "", "whether controllable multicast is supported"},
+    {"fast_leave", "FAST LEAVE", ColumnType::boolean, "", "whether fast leave is supported"},
+    {"vlan_translation", "VLAN TRANSLATION", ColumnType::boolean, "", "whether UNI ports can translate VLANs; all can be transparent and tag"},
+    {"vlan_trunk", "VLAN TRUNK", ColumnType::boolean, "", "whether UNI ports can be VLAN trunks"},
+    {"max_vlans", "VLANS", ColumnType::u32, "", "VLANs in the list of a UNI port, at most; 0 where it can neither translate nor be a trunk"},
+};
+
+constexpr const Command *upgrade_base_info_commands[] = {&all_commands[22]};
+
+constexpr Column upgrade_base_info_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"state", "STATE", ColumnType::text, "", "online or offline"},
+    {"vendor", "VENDOR", ColumnType::text, "", "vendor id, 4 characters"},
+    {"model", "MODEL", ColumnType::text, "", "model"},
+    {"hardware", "HARDWARE", ColumnType::text, "", "hardware version"},
+    {"software", "SOFTWARE", ColumnType::text, "", "software version"},
+};
+
+constexpr const Command *uni_attributes_commands[] = {&all_commands[30]};
+
+constexpr Column uni_attributes_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"admin", "ADMIN", ColumnType::boolean, "", "whether the port is enabled"},
+    {"link", "LINK", ColumnType::text, "", "down, or speed in Mbit/s and duplex: 10HD, 1000FD; null while the ONU is offline"},
+    {"autoneg", "AUTONEG", ColumnType::boolean, "", "whether speed and duplex are negotiated"},
+    {"pause", "PAUSE", ColumnType::boolean, "", "whether there is flow control"},
+    {"ingress", "INGRESS", ColumnType::u32, "kbit/s", "rate limit into the ONU; null without one"},
+    {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
+};
+
+constexpr const Command *onu_config_commands[] = {&all_commands[35]};
+
+constexpr Column onu_config_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"state", "STATE", ColumnType::text, "", "online or offline"},
+    {"vendor", "VENDOR", ColumnType::text, "", "vendor id, 4 characters"},
+    {"model", "MODEL", ColumnType::text, "", "model"},
+    {"hardware", "HARDWARE", ColumnType::text, "", "hardware version"},
+    {"software", "SOFTWARE", ColumnType::text, "", "software version"},
+    {"unis", "UNIS", ColumnType::u32, "", "UNI ports"},
+    {"enabled", "ENABLED", ColumnType::u32, "", "UNI ports that are enabled"},
+    {"mode", "MODE", ColumnType::u32, "", "bind mode, as it was bound"},
+    {"text_a", "TEXT A", ColumnType::text, "", "first bind text"},
+    {"text_b", "TEXT B", ColumnType::text, "", "second bind text"},
+    {"text_c", "TEXT C", ColumnType::text, "", "third bind text"},
+};
+
+constexpr const Command *uni_config_commands[] = {&all_commands[36]};
+
+constexpr Column uni_config_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"line_rate", "RATE", ColumnType::u32, "Mbit/s", "line rate: 100 of an FE port, 1000 of a GE port"},
+    {"admin", "ADMIN", ColumnType::boolean, "", "whether the port is enabled"},
+    {"link", "LINK", ColumnType::text, "", "down, or speed in Mbit/s and duplex: 10HD, 1000FD; null while the ONU is offline"},
+    {"autoneg", "AUTONEG", ColumnType::boolean, "", "whether speed and duplex are negotiated"},
+    {"speed", "SPEED", ColumnType::u32, "Mbit/s", "speed without negotiation; null with it"},
+    {"duplex", "DUPLEX", ColumnType::text, "", "full or half, without negotiation; null with it"},
+    {"pause", "PAUSE", ColumnType::boolean, "", "whether there is flow control"},
+    {"ingress", "INGRESS", ColumnType::u32, "kbit/s", "rate limit into the ONU; null without one"},
+    {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
+    {"vlan_mode", "VLAN MODE", ColumnType::text, "", "transparent, tag, translation or trunk"},
+    {"pvid", "PVID", ColumnType::u32, "", "VLAN of untagged frames"},
+    {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
+};
+
+constexpr const Command *vlan_modes_commands[] = {&all_commands[37]};
+
+constexpr Column vlan_modes_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id; null in the row of a PON port"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number; null in the row of a PON port or ONU"},
+    {"transp", "TRANSPARENT", ColumnType::u32, "", "transparent UNI ports"},
+    {"tag", "TAG", ColumnType::u32, "", "tagging UNI ports"},
+    {"transl", "TRANSLATION", ColumnType::u32, "", "translating UNI ports"},
+    {"trunk", "TRUNK", ColumnType::u32, "", "UNI ports that are trunks"},
+};
+
+constexpr const Command *vlan_lists_commands[] = {&all_commands[38]};
+
+constexpr Column vlan_lists_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id; null in the row of a PON port"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number; null in the row of a PON port or ONU"},
+    {"pvid", "PVID", ColumnType::u32, "", "VLAN of untagged frames; null in the row of a PON port or ONU"},
+    {"vlans", "VLANS", ColumnType::u32, "", "number of entries in the VLAN lists"},
+    {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
 constexpr const Command *onu_info_commands[] = {&all_commands[18], &all_commands[19]};
@@ -191,6 +310,13 @@ constexpr Column base_info_columns[] = {
 };
 
 constexpr View all_views[] = {
+    {"onu_capabilities", onu_capabilities_commands, onu_capabilities_columns, "A row a bound ONU, in order of port and id, whether it is online or not."},
+    {"upgrade_base_info", upgrade_base_info_commands, upgrade_base_info_columns, "A row a bound ONU, in order of port and id."},
+    {"uni_attributes", uni_attributes_commands, uni_attributes_columns, "A row a UNI port of every bound ONU, in order of PON port, id and UNI port. The rows are short, so that 8192 of them stay within 1 MiB; more of one ONU's ports stands in the configuration of its UNI ports."},
+    {"onu_config", onu_config_commands, onu_config_columns, "One row: the ONU bound to an id (`onu_pon_port`, `onu_onu_id`), as a text in the answer and as a result. The text always fits the answer, with the longest bind texts too; where the ONU cannot be shown, it is a table of no rows."},
+    {"uni_config", uni_config_commands, uni_config_columns, "A row a UNI port of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`)."},
+    {"vlan_modes", vlan_modes_commands, vlan_modes_columns, "How many UNI ports of bound ONUs are in each VLAN mode, always within 10240 bytes: for PON port 0 a row a PON port; for one PON port a row an ONU or, with scope 1, a row a UNI port of one ONU, which has a 1 at its mode."},
+    {"vlan_lists", vlan_lists_commands, vlan_lists_columns, "The VLANs of UNI ports of bound ONUs, always within 10240 bytes: for PON port 0 a row a PON port; for one PON port a row an ONU or, with scope 1, a row a UNI port of one ONU, which alone has the list itself."},
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. Where the bind texts would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
 };

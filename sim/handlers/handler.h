@@ -48,6 +48,7 @@ struct Handler {
 };
 
 std::span<const Handler> binding_handlers();
+std::span<const Handler> device_handlers();
 std::span<const Handler> view_handlers();
 
 // Null when the service does not know the command, or not by this call.

@@ -1,6 +1,5 @@
 // Views of ONUs and of the OLT.
 #include "bsp_pon.h"
-#include "catalogue.h"
 #include "generated/service_words.h"
 #include "handlers/handler.h"
 #include "views/table.h"
@@ -12,7 +11,7 @@ namespace
 
 Table table_for(uint32_t command)
 {
-    return Table{*catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, command))};
+    return Table{BSP_MSG_PON, command};
 }
 
 Outcome finish(Table &table)

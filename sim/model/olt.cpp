@@ -24,7 +24,7 @@ bool PonPort::online(const Binding &binding) const
     return arrival && !arrival->silent;
 }
 
-Olt::Olt(const Settings &settings)
+Olt::Olt(const Settings &settings) : own_seed(settings.seed)
 {
     for (uint32_t number = 1; number <= settings.ports; ++number)
         pon_ports.push_back({number, {}, {}, arrivals_at(settings, number), {}});

@@ -31,6 +31,9 @@ class Olt
 public:
     explicit Olt(const Settings &settings);
 
+    // What the devices of its ONUs follow from.
+    uint64_t seed() const { return own_seed; }
+
     // In order of number.
     const std::vector<PonPort> &ports() const { return pon_ports; }
     // Null when there is no such port.
@@ -54,6 +57,7 @@ public:
 private:
     void forget(const Place &place);
 
+    uint64_t own_seed;
     std::vector<PonPort> pon_ports;
     std::map<Mac, Place> places;
 };

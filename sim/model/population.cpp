@@ -1,30 +1,11 @@
 #include "model/population.h"
 
+#include "model/random.h"
+
 namespace ponsim
 {
 namespace
 {
-
-// SplitMix64: the same numbers on every machine and with every library.
-class Random
-{
-public:
-    Random(uint64_t seed, uint64_t stream) : state(seed) { state = next() ^ stream; }
-
-    uint64_t next()
-    {
-        state += 0x9e3779b97f4a7c15;
-        uint64_t z = state;
-        z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9;
-        z = (z ^ (z >> 27)) * 0x94d049bb133111eb;
-        return z ^ (z >> 31);
-    }
-
-    uint32_t below(uint32_t bound) { return static_cast<uint32_t>(next() % bound); }
-
-private:
-    uint64_t state;
-};
 
 constexpr uint8_t locally_administered = 0x02;
 constexpr uint32_t nearest = 200;    // m
@@ -44,7 +25,7 @@ std::vector<Arrival> arrivals_at(const Settings &settings, uint32_t pon_port)
         const Mac mac{locally_administered, byte(olt),      byte(olt >> 8),
                       byte(random.next()),  byte(pon_port), byte(index)};
         const uint32_t distance = nearest + random.below(farthest - nearest + 1);
-        arrivals.push_back({mac, distance, random.below(100) < settings.silent});
+        arrivals.push_back({mac, distance, random.happens(settings.silent)});
     }
     std::ranges::sort(arrivals, {}, &Arrival::mac);
     return arrivals;

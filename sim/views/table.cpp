@@ -12,6 +12,11 @@ Table::Table(const catalogue::View &shown) : view(shown), writer(buffer)
     writer.StartArray();
 }
 
+Table::Table(uint32_t channel, uint32_t command)
+    : Table(*catalogue::find_view(*catalogue::find_command(channel, command)))
+{
+}
+
 void Table::next(std::string_view name, std::optional<ColumnType> type)
 {
     const catalogue::Column &expected = view.columns[column];

@@ -19,6 +19,8 @@ class Table
 {
 public:
     explicit Table(const catalogue::View &view);
+    // Of the view that a command asks for.
+    Table(uint32_t channel, uint32_t command);
 
     // The next cell of the row; the row ends with its last column. Throws std::logic_error when name or type are not
     // those of the column.
@@ -27,6 +29,11 @@ public:
     void cell(std::string_view name, std::string_view value);
     void cell(std::string_view name, const Mac &value);
     void cell(std::string_view name, std::nullopt_t); // of any type
+    template <class Value>
+    void cell(std::string_view name, const std::optional<Value> &value)
+    {
+        value ? cell(name, *value) : cell(name, std::nullopt);
+    }
 
     // The JSON text. Throws std::logic_error within a row.
     std::string_view text();

@@ -1,0 +1,169 @@
+// Views of what ONUs are and of their UNI ports.
+#include <cstddef>
+#include <stdexcept>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "handlers/handler.h"
+#include "views/devices.h"
+
+namespace ponsim
+{
+namespace
+{
+
+BoundOnu bound_onu(const Olt &olt, const PonPort &port, uint32_t onu_id)
+{
+    const Binding &binding = *port.bindings[onu_id];
+    const Device device = device_of(olt.seed(), binding.mac);
+    return {port.number,          onu_id, &binding,
+            port.online(binding), device, default_configs(olt.seed(), binding.mac, device)};
+}
+
+std::vector<BoundOnu> bound_onus(const Olt &olt, std::span<const PonPort> ports)
+{
+    std::vector<BoundOnu> onus;
+    for (const PonPort &port : ports)
+        for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+            if (port.bindings[onu_id]) onus.push_back(bound_onu(olt, port, onu_id));
+    return onus;
+}
+
+// Why the ONU cannot be shown; BSP_OK when one is bound to the id.
+uint32_t check(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return PON_ERR_NO_PORT;
+    if (onu_id >= onus_per_port) return PON_ERR_BAD_ONU_ID;
+    return port->bindings[onu_id] ? BSP_OK : PON_ERR_NOT_BOUND;
+}
+
+Outcome shown(std::string &&table)
+{
+    return {BSP_OK, {}, std::move(table)};
+}
+
+Outcome capabilities(const Olt &olt, const Request &)
+{
+    return shown(capabilities_table(bound_onus(olt, olt.ports())));
+}
+
+Outcome upgrade_base_info(const Olt &olt, const Request &request)
+{
+    const uint32_t pon_port = request.read<bsp_pon_msg>().pon_port;
+    if (pon_port == 0) return shown(upgrade_table(bound_onus(olt, olt.ports())));
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    return shown(upgrade_table(bound_onus(olt, {port, 1})));
+}
+
+Outcome uni_attributes(const Olt &olt, const Request &)
+{
+    return shown(uni_attributes_table(bound_onus(olt, olt.ports())));
+}
+
+// The answer that carries a table as a text.
+std::string answer_with(uint32_t command, std::string_view table)
+{
+    constexpr size_t start = offsetof(bsp_pon_msg_ext, ext_payload);
+    std::string answer(sizeof(bsp_pon_msg_ext), '\0');
+    if (start + table.size() >= answer.size()) throw std::logic_error("a table is too long for the answer");
+    std::memcpy(answer.data(), &command, sizeof command);
+    table.copy(answer.data() + start, table.size());
+    return answer;
+}
+
+// The library drops the status word of this command: an ONU that cannot be shown has to read as a table of no rows.
+Outcome onu_config(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_onu_msg>();
+    Outcome outcome{check(olt, record.onu_pon_port, record.onu_onu_id)};
+    std::vector<BoundOnu> onus;
+    if (outcome.status == BSP_OK) onus = {bound_onu(olt, *olt.port(record.onu_pon_port), record.onu_onu_id)};
+    const std::string table = onu_config_table(onus);
+    outcome.answer = answer_with(record.onu_cmd, table);
+    if (outcome.status == BSP_OK) outcome.result = table;
+    return outcome;
+}
+
+Outcome uni_config(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_onu_msg>();
+    if (const uint32_t status = check(olt, record.onu_pon_port, record.onu_onu_id)) return {status};
+    const BoundOnu onu = bound_onu(olt, *olt.port(record.onu_pon_port), record.onu_onu_id);
+    return shown(uni_config_table({&onu, 1}));
+}
+
+std::vector<UniGroup> groups_of_ports(const Olt &olt)
+{
+    std::vector<UniGroup> groups;
+    for (const PonPort &port : olt.ports()) {
+        UniGroup group{port.number, {}, {}, {}};
+        for (const BoundOnu &onu : bound_onus(olt, {&port, 1}))
+            group.configs.insert(group.configs.end(), onu.configs.begin(), onu.configs.end());
+        groups.push_back(std::move(group));
+    }
+    return groups;
+}
+
+std::vector<UniGroup> groups_of_onus(const Olt &olt, const PonPort &port)
+{
+    std::vector<UniGroup> groups;
+    for (const BoundOnu &onu : bound_onus(olt, {&port, 1}))
+        groups.push_back({onu.pon_port, onu.onu_id, {}, onu.configs});
+    return groups;
+}
+
+std::vector<UniGroup> groups_of_unis(const BoundOnu &onu)
+{
+    std::vector<UniGroup> groups;
+    for (uint32_t index = 0; index < onu.configs.size(); ++index)
+        groups.push_back({onu.pon_port, onu.onu_id, index + 1, {onu.configs[index]}});
+    return groups;
+}
+
+enum Scope : uint32_t { whole_port = 0, one_onu = 1 };
+
+Outcome vlan_view(const Olt &olt, const Request &request, std::string (*table)(std::span<const UniGroup>))
+{
+    const auto record = request.read<bsp_onu_msg>();
+    const auto scope = request.read<uint32_t>(layout::vlan_view::scope);
+    if (scope > one_onu) return {PON_ERR_BAD_RECORD};
+    if (scope == one_onu) {
+        if (const uint32_t status = check(olt, record.onu_pon_port, record.onu_onu_id)) return {status};
+        return shown(table(groups_of_unis(bound_onu(olt, *olt.port(record.onu_pon_port), record.onu_onu_id))));
+    }
+    if (record.onu_pon_port == 0) return shown(table(groups_of_ports(olt)));
+    const PonPort *port = olt.port(record.onu_pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    return shown(table(groups_of_onus(olt, *port)));
+}
+
+Outcome vlan_modes(const Olt &olt, const Request &request)
+{
+    return vlan_view(olt, request, vlan_modes_table);
+}
+
+Outcome vlan_lists(const Olt &olt, const Request &request)
+{
+    return vlan_view(olt, request, vlan_lists_table);
+}
+
+constexpr Handler handlers[] = {
+    {BSP_MSG_PON, BSP_CMD_VIEW_ONU_CAP_SNMP, capabilities},
+    {BSP_MSG_PON, BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, upgrade_base_info},
+    {BSP_MSG_PON, BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP, uni_attributes},
+    {BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_CONFIG, onu_config},
+    {BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_PORT_CONFIG, uni_config},
+    {BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_MODE_SNMP, vlan_modes},
+    {BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP, vlan_lists},
+};
+
+} // namespace
+
+std::span<const Handler> device_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim
