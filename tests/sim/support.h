@@ -87,6 +87,21 @@ inline Message message_of(const bsp_pon_msg &record)
     return {BSP_MSG_PON, &record, sizeof record};
 }
 
+// Of a remote ONU.
+inline bsp_onu_msg onu_record_of(uint32_t command, uint32_t pon_port = 0, uint32_t onu_id = 0)
+{
+    bsp_onu_msg record{};
+    record.onu_cmd = command;
+    record.onu_pon_port = pon_port;
+    record.onu_onu_id = onu_id;
+    return record;
+}
+
+inline Message message_of(uint32_t channel, const bsp_onu_msg &record)
+{
+    return {channel, &record, sizeof record};
+}
+
 // The whole service but its transport, with its state in memory or in a file.
 struct Desk {
     Store store;

@@ -12,8 +12,13 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t view_commands[] = {BSP_CMD_VIEW_ONU_INFO_SNMP, BSP_CMD_VIEW_ONU_INFO_WEB,
-                                      BSP_CMD_VIEW_BASE_INFO_WEB};
+// The result of any view; it is asked for id 5 of port 1.
+std::string result_of(Desk &desk, const catalogue::Command &command)
+{
+    const uint32_t channel = command.channel->type;
+    if (channel == BSP_MSG_PON) return desk.view(command.code, 1);
+    return desk.simulator.handle(message_of(channel, onu_record_of(command.code, 1, 5))).result.value_or("no result");
+}
 
 rapidjson::Document parse(const std::string &text)
 {
@@ -56,28 +61,20 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
 {
     Desk desk;
     desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
-    for (uint32_t command : view_commands) {
-        const auto columns = catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, command))->columns;
-        const rapidjson::Document rows = parse(desk.view(command));
-        ASSERT_GT(rows.Size(), 0u);
-        for (const auto &row : rows.GetArray()) {
-            ASSERT_EQ(row.MemberCount(), columns.size());
-            auto column = columns.begin();
-            for (const auto &cell : row.GetObject()) {
-                EXPECT_EQ(cell.name.GetString(), column->name);
-                EXPECT_TRUE(has_type(cell.value, column->type)) << column->name;
-                ++column;
+    for (const catalogue::View &view : catalogue::views())
+        for (const catalogue::Command *command : view.commands) {
+            const rapidjson::Document rows = parse(result_of(desk, *command));
+            ASSERT_GT(rows.Size(), 0u) << command->name;
+            for (const auto &row : rows.GetArray()) {
+                ASSERT_EQ(row.MemberCount(), view.columns.size());
+                auto column = view.columns.begin();
+                for (const auto &cell : row.GetObject()) {
+                    EXPECT_EQ(cell.name.GetString(), column->name);
+                    EXPECT_TRUE(has_type(cell.value, column->type)) << column->name;
+                    ++column;
+                }
             }
         }
-    }
-}
-
-TEST(Views, EveryViewOfTheCatalogueIsAnswered)
-{
-    Desk desk;
-    for (const catalogue::View &view : catalogue::views())
-        for (const catalogue::Command *command : view.commands)
-            EXPECT_NE(desk.view(command->code), "no result") << command->name;
 }
 
 TEST(OnuInfo, ShowsABoundOnu)
@@ -203,7 +200,7 @@ TEST(Determinism, TheSameRequestsGiveTheSameBytes)
 
 TEST(Table, RefusesAColumnThatIsNotDue)
 {
-    Table table(*catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB)));
+    Table table(BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB);
     EXPECT_THROW(table.cell("bound", 1u), std::logic_error);
     EXPECT_THROW(table.cell("pon_port", true), std::logic_error);
     table.cell("pon_port", 1u);
