@@ -98,6 +98,23 @@ TEST_F(DaemonTest, AGetCallPerformsACommandAndReturnsItsRecord)
     EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_RELEASE, 1, 5)), BSP_OK);
 }
 
+TEST_F(DaemonTest, SendsAnOnusConfigurationAsATextInTheAnswer)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    ASSERT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 3, 5, stranger(1))), BSP_OK);
+    const bsp_onu_msg record = onu_record_of(BSP_CMD_VIEW_ONU_CONFIG, 3, 5);
+    char response[sizeof(bsp_pon_msg_ext)];
+    uint32_t length = sizeof response, status = 0xdead;
+    EXPECT_EQ(ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_ONU_CFG, &record, sizeof record, response, &length, &status),
+              IPC_OK);
+    EXPECT_EQ(status, BSP_OK);
+    EXPECT_EQ(length, sizeof response);
+    db_handle *onu = db_from_string(response + offsetof(bsp_pon_msg_ext, ext_payload));
+    EXPECT_STREQ(db_get_text(onu, 0, "mac"), to_text(stranger(1)).c_str());
+    db_free(onu);
+}
+
 TEST_F(DaemonTest, AnswersDatagramsToo)
 {
     Daemon daemon(with({}));
