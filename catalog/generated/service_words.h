@@ -19,6 +19,9 @@ inline constexpr uint32_t PON_ERR_BAD_MAC = 4011; // not the MAC address of a st
 inline constexpr uint32_t PON_ERR_STORE = 4012; // the service could not store the change; nothing was changed
 inline constexpr uint32_t PON_ERR_OFFLINE = 4013; // an ONU that the command needs is offline; nothing was changed
 inline constexpr uint32_t PON_ERR_TABLE_FULL = 4014; // the service's table for this has no room left
+inline constexpr uint32_t PON_ERR_NOT_LISTED = 4015; // not on the black list, or no such authentication record
+inline constexpr uint32_t PON_ERR_BLACKLISTED = 4016; // the ONU is on the black list of the port; take it off first
+inline constexpr uint32_t PON_ERR_NOT_WAITING = 4017; // no ONU with this MAC address waits at the port: it has not arrived, or is not ranged
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 

@@ -143,6 +143,9 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_STORE", 4012, false, "the service could not store the change; nothing was changed"},
     {"PON_ERR_OFFLINE", 4013, false, "an ONU that the command needs is offline; nothing was changed"},
     {"PON_ERR_TABLE_FULL", 4014, false, "the service's table for this has no room left"},
+    {"PON_ERR_NOT_LISTED", 4015, false, "not on the black list, or no such authentication record"},
+    {"PON_ERR_BLACKLISTED", 4016, false, "the ONU is on the black list of the port; take it off first"},
+    {"PON_ERR_NOT_WAITING", 4017, false, "no ONU with this MAC address waits at the port: it has not arrived, or is not ranged"},
 };
 
 constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[32]};

@@ -5,6 +5,8 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/alarms.h"
+#include "model/registration.h"
 
 namespace ponsim
 {
@@ -13,39 +15,45 @@ namespace
 
 Plan refuse(uint32_t status)
 {
-    return {status, {}};
-}
-
-std::optional<uint32_t> free_id(const PonPort &port)
-{
-    for (uint32_t onu_id = 1; onu_id < onus_per_port; ++onu_id)
-        if (!port.bindings[onu_id]) return onu_id;
-    if (!port.bindings[0]) return 0;
-    return std::nullopt;
+    return {status};
 }
 
 Plan release_if(const Olt &olt, uint32_t pon_port, bool (*wanted)(const PonPort &, const Binding &))
 {
     const PonPort *port = olt.port(pon_port);
     if (!port) return refuse(PON_ERR_NO_PORT);
-    Plan plan{BSP_OK, {}};
+    Plan plan{BSP_OK};
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
         if (port->bindings[onu_id] && wanted(*port, *port->bindings[onu_id]))
             plan.change.bindings.push_back({pon_port, onu_id, std::nullopt});
     return plan;
 }
 
-// Why a command on a set of ids cannot be: BSP_OK when each of them is bound.
-uint32_t check(const PonPort *port, const OnuIds &onu_ids)
+} // namespace
+
+uint32_t check_bound(const PonPort *port, const OnuIds &onu_ids)
 {
     if (!port) return PON_ERR_NO_PORT;
     if (onu_ids.none()) return PON_ERR_BAD_RECORD;
-    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-        if (onu_ids[onu_id] && !port->bindings[onu_id]) return PON_ERR_NOT_BOUND;
-    return BSP_OK;
+    return (onu_ids & ~ids_of(port->bindings)).any() ? PON_ERR_NOT_BOUND : BSP_OK;
 }
 
-} // namespace
+Named find_bound(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT, onu_id};
+    if (onu_id >= onus_per_port) return {PON_ERR_BAD_ONU_ID, onu_id};
+
+    if (!is_zero(mac)) {
+        std::optional<Olt::Place> place = olt.find(mac);
+        if (place && place->pon_port != pon_port) place.reset();
+        if (onu_id == 0 && place) onu_id = place->onu_id;
+        const bool id_names_one = onu_id != 0 && port->bindings[onu_id];
+        if (!place && !id_names_one) return {PON_ERR_NOT_BOUND, onu_id};
+        if (!place || place->onu_id != onu_id) return {PON_ERR_MISMATCH, onu_id};
+    }
+    return {port->bindings[onu_id] ? BSP_OK : PON_ERR_NOT_BOUND, onu_id};
+}
 
 Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding)
 {
@@ -53,42 +61,35 @@ Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id,
     if (!port) return refuse(PON_ERR_NO_PORT);
     if (onu_id >= onus_per_port) return refuse(PON_ERR_BAD_ONU_ID);
     if (!is_station(binding.mac)) return refuse(PON_ERR_BAD_MAC);
+    if (port->refuses(binding.mac)) return refuse(PON_ERR_BLACKLISTED);
     if (!port->record(binding.mac).supported) return refuse(PON_ERR_UNSUPPORTED);
 
+    Binding bound = binding;
     if (const std::optional<Olt::Place> place = olt.find(binding.mac)) {
         if (place->pon_port != pon_port || (onu_id && place->onu_id != *onu_id)) return refuse(PON_ERR_ALREADY_BOUND);
         onu_id = place->onu_id;
+        bound.description = port->bindings[*onu_id]->description;
+        bound.exempt = port->bindings[*onu_id]->exempt;
     } else if (!onu_id) {
-        onu_id = free_id(*port);
+        onu_id = lowest_free(ids_of(port->bindings));
         if (!onu_id) return refuse(PON_ERR_PORT_FULL);
     } else if (port->bindings[*onu_id]) {
         return refuse(PON_ERR_ID_IN_USE);
     }
-    return {BSP_OK, {.bindings = {{pon_port, *onu_id, binding}}, .onus = {}, .ports = {}}};
+    return {BSP_OK, {.bindings = {{pon_port, *onu_id, bound}}}};
 }
 
 Plan release_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
 {
-    const PonPort *port = olt.port(pon_port);
-    if (!port) return refuse(PON_ERR_NO_PORT);
-    if (onu_id >= onus_per_port) return refuse(PON_ERR_BAD_ONU_ID);
-
-    if (!is_zero(mac)) {
-        std::optional<Olt::Place> place = olt.find(mac);
-        if (place && place->pon_port != pon_port) place.reset();
-        if (onu_id == 0 && place) onu_id = place->onu_id;
-        const bool id_names_one = onu_id != 0 && port->bindings[onu_id];
-        if (!place && !id_names_one) return refuse(PON_ERR_NOT_BOUND);
-        if (!place || place->onu_id != onu_id) return refuse(PON_ERR_MISMATCH);
-    }
-    if (!port->bindings[onu_id]) return refuse(PON_ERR_NOT_BOUND);
-    return {BSP_OK, {.bindings = {{pon_port, onu_id, std::nullopt}}, .onus = {}, .ports = {}}};
+    const Named onu = find_bound(olt, pon_port, onu_id, mac);
+    if (onu.status != BSP_OK) return refuse(onu.status);
+    return {BSP_OK, {.bindings = {{pon_port, onu.onu_id, std::nullopt}}}};
 }
 
 Plan release_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
 {
-    if (const uint32_t status = check(olt.port(pon_port), onu_ids)) return refuse(status);
-    Plan plan{BSP_OK, {}};
+    if (const uint32_t status = check_bound(olt.port(pon_port), onu_ids)) return refuse(status);
+    Plan plan{BSP_OK};
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
         if (onu_ids[onu_id]) plan.change.bindings.push_back({pon_port, onu_id, std::nullopt});
     return plan;
@@ -101,14 +102,16 @@ Plan release_all(const Olt &olt, uint32_t pon_port)
 
 Plan release_offline(const Olt &olt, uint32_t pon_port)
 {
-    return release_if(olt, pon_port, [](const PonPort &port, const Binding &binding) { return !port.online(binding); });
+    return release_if(olt, pon_port, [](const PonPort &port, const Binding &binding) {
+        return port.state(binding) == OnuState::offline;
+    });
 }
 
 Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
 {
     const PonPort *port = olt.port(pon_port);
-    if (const uint32_t status = check(port, onu_ids)) return refuse(status);
-    Plan plan{BSP_OK, {}};
+    if (const uint32_t status = check_bound(port, onu_ids)) return refuse(status);
+    Plan plan{BSP_OK};
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
         if (!onu_ids[onu_id]) continue;
         const Binding &binding = *port->bindings[onu_id];
@@ -116,6 +119,7 @@ Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
         OnuRecord record = port->record(binding.mac);
         ++record.reboots;
         plan.change.onus.push_back({pon_port, binding.mac, record});
+        raise(*port, binding.mac, Alarm::dying_gasp, plan.change);
     }
     return plan;
 }
@@ -134,7 +138,7 @@ Plan sort_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
     }
     if (ids.empty()) return refuse(PON_ERR_NOT_BOUND);
     std::ranges::sort(bindings, {}, &Binding::mac);
-    Plan plan{BSP_OK, {}};
+    Plan plan{BSP_OK};
     for (size_t index = 0; index < ids.size(); ++index)
         if (bindings[index] != &*port->bindings[ids[index]])
             plan.change.bindings.push_back({pon_port, ids[index], *bindings[index]});
@@ -143,9 +147,26 @@ Plan sort_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
 
 Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &limits)
 {
-    if (!olt.port(pon_port)) return refuse(PON_ERR_NO_PORT);
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return refuse(PON_ERR_NO_PORT);
     if (limits.min > limits.max || limits.max > max_distance) return refuse(PON_ERR_BAD_RECORD);
-    return {BSP_OK, {.bindings = {}, .onus = {}, .ports = {{pon_port, limits}}}};
+    Plan plan{BSP_OK};
+    plan.change.ports.push_back({pon_port, limits, static_cast<uint32_t>(port->authentication.mode)});
+    Registration registration(olt, *port, port->authentication, plan.change);
+    for (const Arrival &arrival : port->arrivals) {
+        const bool was_ranged = port->limits.contain(arrival.distance);
+        if (was_ranged == limits.contain(arrival.distance)) continue;
+        const std::optional<Olt::Place> place = olt.find(arrival.mac);
+        if (was_ranged) {
+            if (place && place->pon_port == pon_port && port->online(*port->bindings[place->onu_id]))
+                raise(*port, arrival.mac, Alarm::los, plan.change);
+        } else if (port->refuses(arrival.mac)) {
+            raise(*port, arrival.mac, Alarm::rejected, plan.change);
+        } else {
+            registration.add(arrival, false);
+        }
+    }
+    return plan;
 }
 
 Plan set_supported(const Olt &olt, uint32_t pon_port, const Mac &mac, bool supported)
@@ -154,10 +175,10 @@ Plan set_supported(const Olt &olt, uint32_t pon_port, const Mac &mac, bool suppo
     if (!port) return refuse(PON_ERR_NO_PORT);
     if (!is_station(mac)) return refuse(PON_ERR_BAD_MAC);
     OnuRecord record = port->record(mac);
-    if (record.supported == supported) return {BSP_OK, {}};
+    if (record.supported == supported) return {BSP_OK};
     if (!port->onus.contains(mac) && port->onus.size() >= max_onu_records) return refuse(PON_ERR_TABLE_FULL);
     record.supported = supported;
-    return {BSP_OK, {.bindings = {}, .onus = {{pon_port, mac, record}}, .ports = {}}};
+    return {BSP_OK, {.onus = {{pon_port, mac, record}}}};
 }
 
 } // namespace ponsim

@@ -1,30 +1,33 @@
 // What the binding commands do to the OLT. Each function reads it and says what is to change, or why nothing is.
 #pragma once
 
-#include <bitset>
 #include <cstdint>
 #include <optional>
 
 #include "model/olt.h"
+#include "model/plan.h"
 
 namespace ponsim
 {
 
-using OnuIds = std::bitset<onus_per_port>;
-
 inline constexpr size_t max_onu_records = 1024; // a port
 
-struct Plan {
+// The ONU that is bound to the id or, where `mac` is not zero, has that address; an id other than 0 must then name the
+// same ONU. The status is BSP_OK where there is one.
+struct Named {
     uint32_t status;
-    Change change; // empty unless the status is BSP_OK
+    uint32_t onu_id;
 };
+Named find_bound(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac);
 
-// Binds to `onu_id` or, without one, to the lowest free id from 1 on; id 0 is used last, because to several commands
-// it means "none". Binding again to the same id, or without one on the same port, replaces mode and texts.
+// Why a command on a set of ids cannot be: BSP_OK when each of them is bound. `port` may be null.
+uint32_t check_bound(const PonPort *port, const OnuIds &onu_ids);
+
+// Binds to `onu_id` or, without one, to the lowest free id, as in lowest_free(). Binding again to the same id, or
+// without one on the same port, replaces mode and texts.
 Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id, const Binding &binding);
 
-// Releases what the id names or, where `mac` is not zero, what the MAC address names; an id other than 0 must then
-// name the same ONU.
+// Releases the ONU that find_bound() finds. It waits until it registers again.
 Plan release_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac);
 
 // All of the ids or, where one is not bound, none. No ids at all are a mistake in the record.
@@ -39,6 +42,7 @@ Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 // The ONUs bound to the ids exchange these ids, so that MAC addresses ascend with ids. Ids not bound are left aside.
 Plan sort_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 
+// The ONUs that come into reach register.
 Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &limits);
 
 // Decides on later bindings; one that exists stays.

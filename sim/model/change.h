@@ -13,13 +13,15 @@
 namespace ponsim
 {
 
-// An ONU bound to an id of a port. Mode and texts are the caller's, kept as given.
+// An ONU bound to an id of a port. Mode, texts and description are the caller's, kept as given.
 struct Binding {
     Mac mac;
     uint32_t mode = 0;
     std::string text_a;
     std::string text_b;
     std::string text_c;
+    std::string description = {};
+    bool exempt = false; // from authentication by LOID
 
     bool operator==(const Binding &) const = default;
 };
@@ -32,11 +34,18 @@ struct OnuRecord {
     bool operator==(const OnuRecord &) const = default;
 };
 
+// An ONU that a port refuses.
+struct BlacklistEntry {
+    Mac mac;
+    std::string text;
+};
+
 // Distances of the nearest and the farthest ONU that a port ranges, in m.
 struct RangingLimits {
     uint32_t min = 0;
     uint32_t max = max_distance;
 
+    bool contain(uint32_t distance) const { return distance >= min && distance <= max; }
     bool operator==(const RangingLimits &) const = default;
 };
 
@@ -54,13 +63,36 @@ struct Change {
     struct PortRow {
         uint32_t pon_port;
         RangingLimits limits;
+        uint32_t auth_mode;
+    };
+    struct BlacklistRow {
+        uint32_t pon_port;
+        uint32_t id;
+        std::optional<BlacklistEntry> entry; // none: the id is free
+    };
+    struct AuthRow {
+        uint32_t pon_port;
+        std::string loid;
+        std::optional<std::string> password; // none: there is no such record
+    };
+    struct AlarmRow {
+        uint32_t pon_port;
+        Mac mac;
+        uint32_t alarm;
+        uint32_t count; // 0: cleared
     };
 
-    std::vector<BindingRow> bindings;
-    std::vector<OnuRow> onus;
-    std::vector<PortRow> ports;
+    std::vector<BindingRow> bindings = {};
+    std::vector<OnuRow> onus = {};
+    std::vector<PortRow> ports = {};
+    std::vector<BlacklistRow> blacklist = {};
+    std::vector<AuthRow> auth = {};
+    std::vector<AlarmRow> alarms = {};
 
-    bool empty() const { return bindings.empty() && onus.empty() && ports.empty(); }
+    bool empty() const
+    {
+        return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() && alarms.empty();
+    }
 };
 
 } // namespace ponsim

@@ -5,11 +5,25 @@
 namespace ponsim
 {
 
+bool Authentication::accepts(const Arrival &arrival) const
+{
+    if (mode == AuthMode::mac) return false;
+    const auto found = records.find(arrival.loid);
+    if (found == records.end()) return false;
+    return mode != AuthMode::loid_and_password || found->second == arrival.password;
+}
+
+bool Authentication::turns_away(const Arrival &arrival, const Binding *binding) const
+{
+    if (mode == AuthMode::mac || mode == AuthMode::mac_or_loid) return false;
+    return !(binding && binding->exempt) && !accepts(arrival);
+}
+
 const Arrival *PonPort::ranged(const Mac &mac) const
 {
     const auto found = std::ranges::lower_bound(arrivals, mac, {}, &Arrival::mac);
     if (found == arrivals.end() || found->mac != mac) return nullptr;
-    return found->distance >= limits.min && found->distance <= limits.max ? &*found : nullptr;
+    return limits.contain(found->distance) ? &*found : nullptr;
 }
 
 OnuRecord PonPort::record(const Mac &mac) const
@@ -18,16 +32,17 @@ OnuRecord PonPort::record(const Mac &mac) const
     return found == onus.end() ? OnuRecord{} : found->second;
 }
 
-bool PonPort::online(const Binding &binding) const
+OnuState PonPort::state(const Binding &binding) const
 {
     const Arrival *arrival = ranged(binding.mac);
-    return arrival && !arrival->silent;
+    if (!arrival || arrival->silent) return OnuState::offline;
+    return authentication.turns_away(*arrival, &binding) ? OnuState::unauthenticated : OnuState::online;
 }
 
 Olt::Olt(const Settings &settings) : own_seed(settings.seed)
 {
     for (uint32_t number = 1; number <= settings.ports; ++number)
-        pon_ports.push_back({number, {}, {}, arrivals_at(settings, number), {}});
+        pon_ports.push_back({number, arrivals_at(settings, number)});
 }
 
 const PonPort *Olt::port(uint32_t number) const
@@ -42,14 +57,18 @@ std::optional<Olt::Place> Olt::find(const Mac &mac) const
     return found->second;
 }
 
+bool Olt::waits(const PonPort &port, const Arrival &arrival) const
+{
+    const std::optional<Place> place = find(arrival.mac);
+    const bool bound_here = place && place->pon_port == port.number;
+    return !bound_here && port.limits.contain(arrival.distance) && !port.refuses(arrival.mac);
+}
+
 std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
 {
     std::vector<const Arrival *> result;
-    for (const Arrival &arrival : port.arrivals) {
-        const std::optional<Place> place = find(arrival.mac);
-        const bool bound_here = place && place->pon_port == port.number;
-        if (!bound_here && port.ranged(arrival.mac)) result.push_back(&arrival);
-    }
+    for (const Arrival &arrival : port.arrivals)
+        if (waits(port, arrival)) result.push_back(&arrival);
     return result;
 }
 
@@ -67,8 +86,32 @@ void Olt::apply(const Change &change)
         else
             onus[mac] = record;
     }
-    for (const auto &[pon_port, limits] : change.ports)
-        pon_ports.at(pon_port - 1).limits = limits;
+    for (const auto &[pon_port, limits, auth_mode] : change.ports) {
+        PonPort &port = pon_ports.at(pon_port - 1);
+        port.limits = limits;
+        port.authentication.mode = AuthMode{auth_mode};
+    }
+    for (const auto &[pon_port, id, entry] : change.blacklist) {
+        PonPort &port = pon_ports.at(pon_port - 1);
+        std::optional<BlacklistEntry> &kept = port.blacklist.at(id);
+        if (kept) port.blacklist_ids.erase(kept->mac);
+        if (entry) port.blacklist_ids[entry->mac] = id;
+        kept = entry;
+    }
+    for (const auto &[pon_port, loid, password] : change.auth) {
+        std::map<std::string, std::string> &records = pon_ports.at(pon_port - 1).authentication.records;
+        if (password)
+            records[loid] = *password;
+        else
+            records.erase(loid);
+    }
+    for (const auto &[pon_port, mac, alarm, count] : change.alarms) {
+        auto &alarms = pon_ports.at(pon_port - 1).alarms;
+        if (count == 0)
+            alarms.erase({mac, alarm});
+        else
+            alarms[{mac, alarm}] = count;
+    }
 }
 
 // The place that is about to be taken or freed no longer is its ONU's, unless that has moved on within the change.

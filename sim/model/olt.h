@@ -4,6 +4,8 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "model/change.h"
@@ -12,18 +14,41 @@
 namespace ponsim
 {
 
+// What ONUs prove who they are with, at one port.
+enum class AuthMode : uint32_t { mac, loid, loid_and_password, mac_or_loid };
+
+struct Authentication {
+    AuthMode mode = AuthMode::mac;
+    std::map<std::string, std::string> records; // password by LOID
+
+    // Whether the ONU is let in by its LOID, and its password where the mode asks for it.
+    bool accepts(const Arrival &arrival) const;
+    // Whether the ONU is kept out, although it is on the fibre: the mode asks for a LOID, and this one's will not do.
+    // `binding` is null while it is not bound.
+    bool turns_away(const Arrival &arrival, const Binding *binding) const;
+};
+
+// Of a bound ONU.
+enum class OnuState : uint32_t { offline, online, unauthenticated };
+
 struct PonPort {
     uint32_t number;
-    RangingLimits limits;
-    std::array<std::optional<Binding>, onus_per_port> bindings; // by ONU id
-    std::vector<Arrival> arrivals;                              // in order of MAC address
-    std::map<Mac, OnuRecord> onus;                              // those that differ from a new one
+    std::vector<Arrival> arrivals; // in order of MAC address
+    RangingLimits limits = {};
+    std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
+    std::map<Mac, OnuRecord> onus = {};                                      // those that differ from a new one
+    std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by id there
+    std::map<Mac, uint32_t> blacklist_ids = {};
+    Authentication authentication = {};
+    std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; none is 0
 
     // The ONU as it has arrived and is ranged; null when it has not or is not.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
-    // Whether the bound ONU answers. It does not when it is silent, has not arrived here, or is not ranged.
-    bool online(const Binding &binding) const;
+    // A bound ONU is offline when it is silent, has not arrived here, or is not ranged.
+    OnuState state(const Binding &binding) const;
+    bool online(const Binding &binding) const { return state(binding) == OnuState::online; }
+    bool refuses(const Mac &mac) const { return blacklist_ids.contains(mac); }
 };
 
 class Olt
@@ -48,7 +73,9 @@ public:
     };
     std::optional<Place> find(const Mac &mac) const;
 
-    // The ONUs that wait at a port, that is, have arrived, are ranged and not bound there; in order of MAC address.
+    // Whether the ONU waits at the port: it is not bound there, and not on its black list.
+    bool waits(const PonPort &port, const Arrival &arrival) const;
+    // The ONUs that wait at a port, in order of MAC address.
     std::vector<const Arrival *> waiting(const PonPort &port) const;
 
     // Ports and ids of the change must exist.

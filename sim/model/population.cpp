@@ -11,6 +11,13 @@ constexpr uint8_t locally_administered = 0x02;
 constexpr uint32_t nearest = 200;    // m
 constexpr uint32_t farthest = 19500; // m
 
+// `number` with leading zeros.
+std::string digits(uint32_t number, size_t count)
+{
+    const std::string text = std::to_string(number);
+    return std::string(count - text.size(), '0') + text;
+}
+
 } // namespace
 
 std::vector<Arrival> arrivals_at(const Settings &settings, uint32_t pon_port)
@@ -25,7 +32,11 @@ std::vector<Arrival> arrivals_at(const Settings &settings, uint32_t pon_port)
         const Mac mac{locally_administered, byte(olt),      byte(olt >> 8),
                       byte(random.next()),  byte(pon_port), byte(index)};
         const uint32_t distance = nearest + random.below(farthest - nearest + 1);
-        arrivals.push_back({mac, distance, random.happens(settings.silent)});
+        const bool silent = random.happens(settings.silent);
+        // Port and index make the LOID unique, too; the password can be told from it.
+        const std::string drawn = digits(random.below(1000000), 6);
+        arrivals.push_back(
+            {mac, distance, silent, "loid" + drawn + digits(pon_port, 2) + digits(index, 3), "pw" + drawn});
     }
     std::ranges::sort(arrivals, {}, &Arrival::mac);
     return arrivals;

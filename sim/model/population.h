@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "model/mac.h"
@@ -27,6 +28,8 @@ struct Arrival {
     Mac mac;
     uint32_t distance; // m
     bool silent;       // offline while it is bound
+    std::string loid;  // what it proves who it is with: its logical ONU id, and a password
+    std::string password;
 
     bool operator==(const Arrival &) const = default;
 };

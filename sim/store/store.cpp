@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-constexpr int64_t schema_version = 1;
+constexpr int64_t schema_version = 2;
 
 // Small pages, because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -23,11 +23,18 @@ constexpr char schema[] =
     " silent INTEGER NOT NULL) STRICT;"
     "CREATE TABLE binding(pon_port INTEGER NOT NULL, onu_id INTEGER NOT NULL CHECK(onu_id BETWEEN 0 AND 127),"
     " mac BLOB NOT NULL CHECK(length(mac) = 6), mode INTEGER NOT NULL, text_a TEXT NOT NULL, text_b TEXT NOT NULL,"
-    " text_c TEXT NOT NULL, PRIMARY KEY(pon_port, onu_id)) STRICT, WITHOUT ROWID;"
+    " text_c TEXT NOT NULL, description TEXT NOT NULL, exempt INTEGER NOT NULL, PRIMARY KEY(pon_port, onu_id)) STRICT, "
+    "WITHOUT ROWID;"
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
-    "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL)"
-    " STRICT;";
+    "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL,"
+    " auth_mode INTEGER NOT NULL CHECK(auth_mode BETWEEN 0 AND 3)) STRICT;"
+    "CREATE TABLE blacklist(pon_port INTEGER NOT NULL, id INTEGER NOT NULL CHECK(id BETWEEN 0 AND 127),"
+    " mac BLOB NOT NULL CHECK(length(mac) = 6), text TEXT NOT NULL, PRIMARY KEY(pon_port, id)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE auth(pon_port INTEGER NOT NULL, loid TEXT NOT NULL, password TEXT NOT NULL,"
+    " PRIMARY KEY(pon_port, loid)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL,"
+    " count INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;";
 
 uint32_t word(const Statement &statement, int column)
 {
@@ -49,11 +56,17 @@ struct Store::Statements {
     explicit Statements(sqlite3 *db)
         : begin(db, "BEGIN IMMEDIATE"),
           commit(db, "COMMIT"),
-          put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?)"),
+          put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
           put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?)"),
           drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
-          put_port(db, "REPLACE INTO port VALUES(?, ?, ?)")
+          put_port(db, "REPLACE INTO port VALUES(?, ?, ?, ?)"),
+          put_blacklist(db, "REPLACE INTO blacklist VALUES(?, ?, ?, ?)"),
+          drop_blacklist(db, "DELETE FROM blacklist WHERE pon_port = ? AND id = ?"),
+          put_auth(db, "REPLACE INTO auth VALUES(?, ?, ?)"),
+          drop_auth(db, "DELETE FROM auth WHERE pon_port = ? AND loid = ?"),
+          put_alarm(db, "REPLACE INTO alarm VALUES(?, ?, ?, ?)"),
+          drop_alarm(db, "DELETE FROM alarm WHERE pon_port = ? AND mac = ? AND alarm = ?")
     {
     }
 
@@ -64,6 +77,12 @@ struct Store::Statements {
     Statement put_onu;
     Statement drop_onu;
     Statement put_port;
+    Statement put_blacklist;
+    Statement drop_blacklist;
+    Statement put_auth;
+    Statement drop_auth;
+    Statement put_alarm;
+    Statement drop_alarm;
 };
 
 void Store::Close::operator()(sqlite3 *db) const
@@ -157,15 +176,25 @@ Change Store::load() const
     };
     Statement bindings(db.get(), "SELECT * FROM binding ORDER BY pon_port, onu_id");
     while (bindings.row())
-        change.bindings.push_back(
-            {port(bindings), word(bindings, 1),
-             Binding{mac(bindings, 2), word(bindings, 3), bindings.text(4), bindings.text(5), bindings.text(6)}});
+        change.bindings.push_back({port(bindings), word(bindings, 1),
+                                   Binding{mac(bindings, 2), word(bindings, 3), bindings.text(4), bindings.text(5),
+                                           bindings.text(6), bindings.text(7), bindings.number(8) != 0}});
     Statement onus(db.get(), "SELECT * FROM onu ORDER BY pon_port, mac");
     while (onus.row())
         change.onus.push_back({port(onus), mac(onus, 1), {onus.number(2) != 0, word(onus, 3)}});
-    Statement limits(db.get(), "SELECT * FROM port ORDER BY pon_port");
-    while (limits.row())
-        change.ports.push_back({port(limits), {word(limits, 1), word(limits, 2)}});
+    Statement port_rows(db.get(), "SELECT * FROM port ORDER BY pon_port");
+    while (port_rows.row())
+        change.ports.push_back({port(port_rows), {word(port_rows, 1), word(port_rows, 2)}, word(port_rows, 3)});
+    Statement blacklist(db.get(), "SELECT * FROM blacklist ORDER BY pon_port, id");
+    while (blacklist.row())
+        change.blacklist.push_back(
+            {port(blacklist), word(blacklist, 1), BlacklistEntry{mac(blacklist, 2), blacklist.text(3)}});
+    Statement auth(db.get(), "SELECT * FROM auth ORDER BY pon_port, loid");
+    while (auth.row())
+        change.auth.push_back({port(auth), auth.text(1), auth.text(2)});
+    Statement alarms(db.get(), "SELECT * FROM alarm ORDER BY pon_port, mac, alarm");
+    while (alarms.row())
+        change.alarms.push_back({port(alarms), mac(alarms, 1), word(alarms, 2), word(alarms, 3)});
     return change;
 }
 
@@ -191,7 +220,9 @@ void Store::write_rows(const Change &change)
                 .bind(binding->mode)
                 .bind(binding->text_a)
                 .bind(binding->text_b)
-                .bind(binding->text_c);
+                .bind(binding->text_c)
+                .bind(binding->description)
+                .bind(binding->exempt);
         statement.run();
     }
     for (const auto &[pon_port, mac, record] : change.onus) {
@@ -200,8 +231,26 @@ void Store::write_rows(const Change &change)
         if (record != OnuRecord{}) statement.bind(record.supported).bind(record.reboots);
         statement.run();
     }
-    for (const auto &[pon_port, limits] : change.ports)
-        statements->put_port.bind(pon_port).bind(limits.min).bind(limits.max).run();
+    for (const auto &[pon_port, limits, auth_mode] : change.ports)
+        statements->put_port.bind(pon_port).bind(limits.min).bind(limits.max).bind(auth_mode).run();
+    for (const auto &[pon_port, id, entry] : change.blacklist) {
+        Statement &statement = entry ? statements->put_blacklist : statements->drop_blacklist;
+        statement.bind(pon_port).bind(id);
+        if (entry) statement.bind(entry->mac).bind(entry->text);
+        statement.run();
+    }
+    for (const auto &[pon_port, loid, password] : change.auth) {
+        Statement &statement = password ? statements->put_auth : statements->drop_auth;
+        statement.bind(pon_port).bind(loid);
+        if (password) statement.bind(*password);
+        statement.run();
+    }
+    for (const auto &[pon_port, mac, alarm, count] : change.alarms) {
+        Statement &statement = count ? statements->put_alarm : statements->drop_alarm;
+        statement.bind(pon_port).bind(mac).bind(alarm);
+        if (count) statement.bind(count);
+        statement.run();
+    }
 }
 
 } // namespace ponsim

@@ -1,0 +1,31 @@
+#include "model/registration.h"
+
+#include "model/alarms.h"
+
+namespace ponsim
+{
+
+Registration::Registration(const Olt &model, const PonPort &at, const Authentication &rules, Change &planned)
+    : olt(model), port(at), authentication(rules), change(planned), taken(ids_of(at.bindings))
+{
+}
+
+void Registration::add(const Arrival &arrival, bool was_registered)
+{
+    const std::optional<Olt::Place> place = olt.find(arrival.mac);
+    const Binding *binding = place && place->pon_port == port.number ? &*port.bindings[place->onu_id] : nullptr;
+    if (binding && arrival.silent) return;
+    if (authentication.turns_away(arrival, binding)) {
+        const bool turned_away_before = was_registered && port.authentication.turns_away(arrival, binding);
+        if (!turned_away_before) raise(port, arrival.mac, Alarm::auth_failed, change);
+    } else if (!place && authentication.accepts(arrival) && port.record(arrival.mac).supported) {
+        const std::optional<uint32_t> onu_id = lowest_free(taken);
+        if (!onu_id) return;
+        taken.set(*onu_id);
+        change.bindings.push_back(
+            {port.number, *onu_id,
+             Binding{.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}}});
+    }
+}
+
+} // namespace ponsim

@@ -1,0 +1,29 @@
+// What comes of an ONU that registers at a port: it is let in, turned away, or waits.
+#pragma once
+
+#include "model/olt.h"
+#include "model/plan.h"
+
+namespace ponsim
+{
+
+class Registration
+{
+public:
+    // Adds to `change` what comes of it. `authentication` is that of the port once the change is made.
+    Registration(const Olt &olt, const PonPort &port, const Authentication &authentication, Change &change);
+
+    // An ONU that is on the fibre and not on the black list. One that is not bound, and is accepted by its LOID, is
+    // bound to the next free id; it waits where there is none, where it is not supported, and while it is bound
+    // elsewhere. One that is turned away raises an alarm, unless it was on the fibre and turned away before.
+    void add(const Arrival &arrival, bool was_registered);
+
+private:
+    const Olt &olt;
+    const PonPort &port;
+    const Authentication &authentication;
+    Change &change;
+    OnuIds taken;
+};
+
+} // namespace ponsim
