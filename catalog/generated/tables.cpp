@@ -148,7 +148,29 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NOT_WAITING", 4017, false, "no ONU with this MAC address waits at the port: it has not arrived, or is not ranged"},
 };
 
-constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[32]};
+constexpr const Command *auth_record_commands[] = {&all_commands[12]};
+
+constexpr Field auth_record_fields[] = {
+    {"remove", FieldType::u32, 432, 4, "", "1 removes the record of the LOID, else 0"},
+};
+
+constexpr const Command *auth_counts_commands[] = {&all_commands[13]};
+
+constexpr Field auth_counts_fields[] = {
+    {"records", FieldType::u32, 432, 4, "", "authentication records"},
+    {"admitted", FieldType::u32, 436, 4, "", "bound ONUs that are online"},
+    {"unauthenticated", FieldType::u32, 440, 4, "", "bound ONUs that are turned away for their LOID"},
+    {"waiting", FieldType::u32, 444, 4, "", "ONUs that wait to be bound"},
+    {"rejected", FieldType::u32, 448, 4, "", "ONUs on the fibre that are on the black list"},
+};
+
+constexpr const Command *onu_confirm_commands[] = {&all_commands[15]};
+
+constexpr Field onu_confirm_fields[] = {
+    {"by_mode", FieldType::u8, 16, 1, "", "0: the port's authentication does not concern the ONU while it is bound; 1: it does, so that a LOID mode may still turn it away"},
+};
+
+constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[32], &all_commands[9]};
 
 constexpr Field onu_batch_fields[] = {
     {"onu_set", FieldType::idset, 432, 16, "", "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
@@ -167,10 +189,49 @@ constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
+constexpr const Command *blacklist_text_commands[] = {&all_commands[7]};
+
+constexpr Field blacklist_text_fields[] = {
+    {"text", FieldType::text, 429, 201, "", "free text of the entry, at most 200 bytes of UTF-8"},
+};
+
+constexpr const Command *blacklist_batch_commands[] = {&all_commands[11]};
+
+constexpr Field blacklist_batch_fields[] = {
+    {"id_set", FieldType::idset, 432, 16, "", "the ids on the black list, 128 bits: id w*32+b is bit b of word w"},
+};
+
+constexpr const Command *id_usage_commands[] = {&all_commands[25], &all_commands[29]};
+
+constexpr Field id_usage_fields[] = {
+    {"id_set", FieldType::idset, 432, 16, "", "the ids in use, 128 bits: id w*32+b is bit b of word w"},
+    {"count", FieldType::u32, 448, 4, "", "how many they are"},
+};
+
+constexpr const Command *whitelist_entry_commands[] = {&all_commands[16]};
+
+constexpr Field whitelist_entry_fields[] = {
+    {"state", FieldType::u32, 432, 4, "", "0 offline, 1 online, 2 unauthenticated"},
+    {"distance", FieldType::u32, 436, 4, "m", "distance that ranging found; 0 while the ONU is offline"},
+    {"authenticated", FieldType::u32, 440, 4, "", "1 where the ONU is on the fibre and let in, else 0"},
+    {"exempt", FieldType::u32, 444, 4, "", "1 where it was confirmed, so that the port's authentication does not concern it, else 0"},
+    {"supported", FieldType::u32, 448, 4, "", "1 where the ONU is supported, else 0"},
+    {"reboots", FieldType::u32, 452, 4, "", "how often the ONU was rebooted by command"},
+    {"description", FieldType::text, 456, 128, "", "the description"},
+    {"loid", FieldType::text, 584, 25, "", "the LOID that the ONU tells; empty while it is offline"},
+};
+
 constexpr Layout all_layouts[] = {
-    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing and rebooting do all of them or, where one is not bound (for a reboot: not online), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
+    {"auth_record", &all_records[0], auth_record_commands, auth_record_fields, false, "Authentication of one PON port (`pon_port`). Mode (`arg_word12`): 0 MAC address, 1 LOID, 2 LOID and password, 3 MAC address or LOID. A LOID (`text45`, at most 24 printable ASCII characters) adds a record with its password (`text109`, at most 12, may be empty), or replaces the password of the one that is there; without a LOID the records stay. A port has up to 128 records. In modes 1 to 3 an ONU that registers with a LOID of a record (mode 2: and its password) and is not bound is bound to the next free id, with bind mode 0 and no texts; in modes 1 and 2 a bound ONU with another LOID is unauthenticated, unless it was confirmed. The ONUs on the fibre register with each such request."},
+    {"auth_counts", &all_records[0], auth_counts_commands, auth_counts_fields, true, "Authentication of one PON port (`pon_port`): the mode in `arg_word12`, and how its ONUs stand."},
+    {"onu_confirm", &all_records[0], onu_confirm_commands, onu_confirm_fields, false, "An ONU of one PON port (`pon_port`) that is to be let in. The id, where it is not 0, else the MAC address names a bound ONU; one that is unauthenticated goes online, for one that is online nothing changes, one that is offline is refused. Else the address names one that waits: it is bound to the next free id with the bind mode of `arg_word36`. With neither it is the ONU bound to id 0."},
+    {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing, rebooting and rejecting do all of them or, where one is not bound (for a reboot: not online; for rejecting: does not fit on the black list), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
     {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, false, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
     {"vlan_view", &all_records[3], vlan_view_commands, vlan_view_fields, false, "What of the OLT to show: all PON ports for `onu_pon_port` 0, else one PON port, or one ONU of it. Id 0 is an ONU's, so that a scope says which."},
+    {"blacklist_text", &all_records[0], blacklist_text_commands, blacklist_text_fields, false, "An ONU of one PON port (`pon_port`), named by its MAC address (`onu_mac`), that is to be refused there: it is deregistered until it is taken off. It takes the lowest free id of the black list, from 1 on and 0 last; 128 fit on it. Where it is bound at the port, it is released. For one that is on the list already, the text is replaced and the id stays."},
+    {"blacklist_batch", &all_records[0], blacklist_batch_commands, blacklist_batch_fields, false, "Several entries of the black list of one PON port (`pon_port`), by their ids there. All of them are taken off or, where there is no entry of an id, none. Those that are on the fibre register again."},
+    {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
+    {"whitelist_entry", &all_records[0], whitelist_entry_commands, whitelist_entry_fields, true, "A bound ONU. The request names it by id, by MAC address, or by both where they agree; with neither it is the ONU on id 0. The answer has `pon_port`, `onu_id`, `onu_mac`, the bind mode in `arg_value` and the bind texts in `text237`, `text173` and `text365`; all that counts lies in its first 776 bytes."},
 };
 
 constexpr const Command *onu_capabilities_commands[] = {&all_commands[20]};
@@ -285,13 +346,51 @@ constexpr Column vlan_lists_columns[] = {
     {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
-constexpr const Command *onu_info_commands[] = {&all_commands[18], &all_commands[19]};
+constexpr const Command *blacklist_commands[] = {&all_commands[26], &all_commands[27], &all_commands[28]};
+
+constexpr Column blacklist_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"id", "ID", ColumnType::u32, "", "id on the black list"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"text", "TEXT", ColumnType::text, "", "free text of the entry"},
+    {"registering", "REGISTERING", ColumnType::boolean, "", "whether the ONU is on the fibre, and so tries to register"},
+};
+
+constexpr const Command *auth_commands[] = {&all_commands[14]};
+
+constexpr Column auth_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"mode", "MODE", ColumnType::u32, "", "authentication mode: 0 MAC address, 1 LOID, 2 LOID and password, 3 MAC address or LOID"},
+    {"records", "RECORDS", ColumnType::u32, "", "authentication records"},
+    {"admitted", "ADMITTED", ColumnType::u32, "", "bound ONUs that are online"},
+    {"unauthenticated", "UNAUTHENTICATED", ColumnType::u32, "", "bound ONUs that are turned away for their LOID"},
+    {"waiting", "WAITING", ColumnType::u32, "", "ONUs that wait to be bound"},
+    {"rejected", "REJECTED", ColumnType::u32, "", "ONUs on the fibre that are on the black list"},
+    {"loid", "LOID", ColumnType::text, "", "LOID of the record"},
+    {"has_password", "PASSWORD", ColumnType::boolean, "", "whether the record has a password"},
+    {"mac", "MAC", ColumnType::mac, "", "the ONU with this LOID; null while none is on the fibre"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id that it is bound to; null while it is not bound at this port"},
+};
+
+constexpr const Command *onu_alarm_commands[] = {&all_commands[23]};
+
+constexpr Column onu_alarm_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU is not bound at this port"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID"},
+    {"name", "NAME", ColumnType::text, "", "the alarm in a word"},
+    {"severity", "SEVERITY", ColumnType::text, "", "critical, major or minor"},
+    {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
+};
+
+constexpr const Command *onu_info_commands[] = {&all_commands[18], &all_commands[19], &all_commands[17]};
 
 constexpr Column onu_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
     {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU waits"},
     {"mac", "MAC", ColumnType::mac, "", "MAC address"},
-    {"state", "STATE", ColumnType::text, "", "waiting, online, or offline"},
+    {"state", "STATE", ColumnType::text, "", "waiting, online, offline, or unauthenticated: bound, and turned away for its LOID"},
     {"supported", "SUPPORTED", ColumnType::boolean, "", "whether the ONU is supported"},
     {"distance", "DISTANCE", ColumnType::u32, "m", "distance that ranging found; null while the ONU is offline"},
     {"mode", "MODE", ColumnType::u32, "", "bind mode, as it was bound; null while the ONU waits"},
@@ -299,6 +398,8 @@ constexpr Column onu_info_columns[] = {
     {"text_b", "TEXT B", ColumnType::text, "", "second bind text; null while the ONU waits"},
     {"text_c", "TEXT C", ColumnType::text, "", "third bind text; null while the ONU waits"},
     {"reboots", "REBOOTS", ColumnType::u32, "", "how often the ONU was rebooted by command"},
+    {"description", "DESCRIPTION", ColumnType::text, "", "description; null while the ONU waits"},
+    {"loid", "LOID", ColumnType::text, "", "logical ONU id that the ONU tells; null while it is offline"},
 };
 
 constexpr const Command *base_info_commands[] = {&all_commands[21]};
@@ -320,7 +421,10 @@ constexpr View all_views[] = {
     {"uni_config", uni_config_commands, uni_config_columns, "A row a UNI port of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`)."},
     {"vlan_modes", vlan_modes_commands, vlan_modes_columns, "How many UNI ports of bound ONUs are in each VLAN mode, always within 10240 bytes: for PON port 0 a row a PON port; for one PON port a row an ONU or, with scope 1, a row a UNI port of one ONU, which has a 1 at its mode."},
     {"vlan_lists", vlan_lists_commands, vlan_lists_columns, "The VLANs of UNI ports of bound ONUs, always within 10240 bytes: for PON port 0 a row a PON port; for one PON port a row an ONU or, with scope 1, a row a UNI port of one ONU, which alone has the list itself."},
-    {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. Where the bind texts would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
+    {"blacklist", blacklist_commands, blacklist_columns, "A row an entry, in order of port and id. BSP_CMD_BLACKLIST_GET: of one port, or of all for port 0, narrowed to the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where that leaves none, the status says so and the table is empty."},
+    {"auth", auth_commands, auth_columns, "For port 0 a row a port, with the columns from mode to rejected, at most 10240 bytes in all; for a port a row an authentication record, in order of LOID, with the columns from loid on. The other columns are null. Passwords are not shown."},
+    {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},
+    {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
 };
 

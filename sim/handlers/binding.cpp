@@ -1,10 +1,7 @@
 // Binding ONUs to ONU ids and releasing them.
-#include <rapidjson/encodings.h>
-#include <rapidjson/memorystream.h>
-
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "handlers/handler.h"
+#include "handlers/record.h"
 #include "model/admission.h"
 
 namespace ponsim
@@ -12,43 +9,9 @@ namespace ponsim
 namespace
 {
 
-struct NoOutput {
-    void Put(char) {}
-};
-
-// Texts are kept as they come and go out in JSON: they must be UTF-8 without control characters, and end in their
-// field.
-template <size_t size>
-bool get_text(const char (&field)[size], std::string &out)
-{
-    out.assign(field, strnlen(field, size));
-    if (out.size() == size) return false;
-    rapidjson::MemoryStream in(out.data(), out.size());
-    NoOutput none;
-    while (in.Tell() < out.size()) {
-        const auto byte = static_cast<unsigned char>(in.Peek());
-        if (byte < 0x20 || byte == 0x7f || !rapidjson::UTF8<>::Validate(in, none)) return false;
-    }
-    return true;
-}
-
-Outcome to_outcome(Plan &&plan)
-{
-    return {plan.status, std::move(plan.change)};
-}
-
-Mac mac_of(const bsp_pon_msg &record)
-{
-    return std::to_array(record.onu_mac);
-}
-
 OnuIds onu_set_of(const Request &request)
 {
-    const auto words = request.read<std::array<uint32_t, onus_per_port / 32>>(layout::onu_batch::onu_set);
-    OnuIds onu_ids;
-    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-        onu_ids[onu_id] = words[onu_id / 32] >> onu_id % 32 & 1;
-    return onu_ids;
+    return id_set(request, layout::onu_batch::onu_set);
 }
 
 Outcome bind_to(const Olt &olt, const bsp_pon_msg &record, std::optional<uint32_t> onu_id)

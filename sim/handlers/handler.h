@@ -47,8 +47,11 @@ struct Handler {
     std::optional<catalogue::Call> call = {}; // of two commands that share a code: the call that this one is for
 };
 
+std::span<const Handler> alarm_handlers();
+std::span<const Handler> authentication_handlers();
 std::span<const Handler> binding_handlers();
 std::span<const Handler> device_handlers();
+std::span<const Handler> list_handlers();
 std::span<const Handler> view_handlers();
 
 // Null when the service does not know the command, or not by this call.

@@ -1,27 +1,30 @@
 // Views of ONUs and of the OLT.
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "handlers/handler.h"
-#include "views/table.h"
+#include "handlers/record.h"
 
 namespace ponsim
 {
 namespace
 {
 
-Table table_for(uint32_t command)
+std::string_view to_text(OnuState state)
 {
-    return Table{BSP_MSG_PON, command};
-}
-
-Outcome finish(Table &table)
-{
-    return {BSP_OK, {}, std::string(table.text())};
+    switch (state) {
+    case OnuState::offline:
+        return "offline";
+    case OnuState::online:
+        return "online";
+    case OnuState::unauthenticated:
+        return "unauthenticated";
+    }
+    return {};
 }
 
 void add_bound(Table &table, const PonPort &port, uint32_t onu_id, const Binding &binding, bool with_texts)
 {
-    const bool online = port.online(binding);
+    const OnuState state = port.state(binding);
+    const Arrival *arrival = state == OnuState::offline ? nullptr : port.ranged(binding.mac);
     const OnuRecord record = port.record(binding.mac);
     const auto text = [&](std::string_view name, const std::string &value) {
         with_texts ? table.cell(name, std::string_view(value)) : table.cell(name, std::nullopt);
@@ -29,14 +32,16 @@ void add_bound(Table &table, const PonPort &port, uint32_t onu_id, const Binding
     table.cell("pon_port", port.number);
     table.cell("onu_id", onu_id);
     table.cell("mac", binding.mac);
-    table.cell("state", std::string_view(online ? "online" : "offline"));
+    table.cell("state", to_text(state));
     table.cell("supported", record.supported);
-    online ? table.cell("distance", port.ranged(binding.mac)->distance) : table.cell("distance", std::nullopt);
+    arrival ? table.cell("distance", arrival->distance) : table.cell("distance", std::nullopt);
     table.cell("mode", binding.mode);
     text("text_a", binding.text_a);
     text("text_b", binding.text_b);
     text("text_c", binding.text_c);
     table.cell("reboots", record.reboots);
+    text("description", binding.description);
+    arrival ? table.cell("loid", std::string_view(arrival->loid)) : table.cell("loid", std::nullopt);
 }
 
 void add_waiting(Table &table, const PonPort &port, const Arrival &arrival)
@@ -51,39 +56,71 @@ void add_waiting(Table &table, const PonPort &port, const Arrival &arrival)
     for (const char *name : {"mode", "text_a", "text_b", "text_c"})
         table.cell(name, std::nullopt);
     table.cell("reboots", record.reboots);
+    table.cell("description", std::nullopt);
+    table.cell("loid", std::string_view(arrival.loid));
 }
 
-Outcome onu_info(const Olt &olt, uint32_t command, std::span<const PonPort> ports, bool with_texts)
+// The ids of the bound ONUs that are selected.
+std::vector<uint32_t> bound_ids(const Olt &olt, const PonPort &port, const Selection &selection)
 {
-    Table table = table_for(command);
-    for (const PonPort &port : ports)
+    std::vector<uint32_t> ids;
+    if (is_zero(selection.mac)) {
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-            if (port.bindings[onu_id]) add_bound(table, port, onu_id, *port.bindings[onu_id], with_texts);
-    for (const PonPort &port : ports)
-        for (const Arrival *arrival : olt.waiting(port))
-            add_waiting(table, port, *arrival);
-    return finish(table);
+            if (port.bindings[onu_id] && (selection.id == 0 || selection.id == onu_id)) ids.push_back(onu_id);
+    } else if (const std::optional<uint32_t> onu_id = olt.id_at(port.number, selection.mac)) {
+        if (selection.id == 0 || selection.id == *onu_id) ids.push_back(*onu_id);
+    }
+    return ids;
 }
 
-Outcome onu_info(const Olt &olt, uint32_t command, std::span<const PonPort> ports)
+// Those that wait and are selected. They have no id yet.
+std::vector<const Arrival *> waiting_onus(const Olt &olt, const PonPort &port, const Selection &selection)
 {
-    Outcome outcome = onu_info(olt, command, ports, true);
-    if (outcome.result->size() > max_result) outcome = onu_info(olt, command, ports, false);
+    if (selection.id != 0) return {};
+    if (is_zero(selection.mac)) return olt.waiting(port);
+    const Arrival *arrival = port.ranged(selection.mac);
+    if (!arrival || !olt.waits(port, *arrival)) return {};
+    return {arrival};
+}
+
+Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts)
+{
+    Table table = table_for(BSP_CMD_VIEW_ONU_INFO_SNMP);
+    bool found = false;
+    for (const PonPort &port : selection.ports)
+        for (uint32_t onu_id : bound_ids(olt, port, selection)) {
+            add_bound(table, port, onu_id, *port.bindings[onu_id], with_texts);
+            found = true;
+        }
+    for (const PonPort &port : selection.ports)
+        for (const Arrival *arrival : waiting_onus(olt, port, selection)) {
+            add_waiting(table, port, *arrival);
+            found = true;
+        }
+    return {selection.narrowed() && !found ? PON_ERR_NOT_BOUND : BSP_OK, {}, std::string(table.text())};
+}
+
+Outcome onu_info(const Olt &olt, const Selection &selection)
+{
+    if (selection.status != BSP_OK) return {selection.status};
+    Outcome outcome = onu_info(olt, selection, true);
+    if (outcome.result->size() > max_result) outcome = onu_info(olt, selection, false);
     return outcome;
+}
+
+Outcome onu_info_get(const Olt &olt, const Request &request)
+{
+    return onu_info(olt, selection_of(olt, request));
 }
 
 Outcome onu_info_snmp(const Olt &olt, const Request &)
 {
-    return onu_info(olt, BSP_CMD_VIEW_ONU_INFO_SNMP, olt.ports());
+    return onu_info(olt, {BSP_OK, olt.ports(), 0, {}});
 }
 
 Outcome onu_info_web(const Olt &olt, const Request &request)
 {
-    const uint32_t pon_port = request.read<bsp_pon_msg>().pon_port;
-    if (pon_port == 0) return onu_info(olt, BSP_CMD_VIEW_ONU_INFO_WEB, olt.ports());
-    const PonPort *port = olt.port(pon_port);
-    if (!port) return {PON_ERR_NO_PORT};
-    return onu_info(olt, BSP_CMD_VIEW_ONU_INFO_WEB, {port, 1});
+    return onu_info(olt, port_selection_of(olt, request));
 }
 
 Outcome base_info_web(const Olt &olt, const Request &)
@@ -103,10 +140,11 @@ Outcome base_info_web(const Olt &olt, const Request &)
         table.cell("min_distance", port.limits.min);
         table.cell("max_distance", port.limits.max);
     }
-    return finish(table);
+    return {BSP_OK, {}, std::string(table.text())};
 }
 
 constexpr Handler handlers[] = {
+    {BSP_MSG_PON, BSP_CMD_ONU_INFO_GET, onu_info_get, catalogue::Call::dgram_get},
     {BSP_MSG_PON, BSP_CMD_VIEW_ONU_INFO_SNMP, onu_info_snmp},
     {BSP_MSG_PON, BSP_CMD_VIEW_ONU_INFO_WEB, onu_info_web},
     {BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB, base_info_web},

@@ -45,12 +45,11 @@ Named find_bound(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &
     if (onu_id >= onus_per_port) return {PON_ERR_BAD_ONU_ID, onu_id};
 
     if (!is_zero(mac)) {
-        std::optional<Olt::Place> place = olt.find(mac);
-        if (place && place->pon_port != pon_port) place.reset();
-        if (onu_id == 0 && place) onu_id = place->onu_id;
+        const std::optional<uint32_t> bound_id = olt.id_at(pon_port, mac);
+        if (onu_id == 0 && bound_id) onu_id = *bound_id;
         const bool id_names_one = onu_id != 0 && port->bindings[onu_id];
-        if (!place && !id_names_one) return {PON_ERR_NOT_BOUND, onu_id};
-        if (!place || place->onu_id != onu_id) return {PON_ERR_MISMATCH, onu_id};
+        if (!bound_id && !id_names_one) return {PON_ERR_NOT_BOUND, onu_id};
+        if (bound_id != onu_id) return {PON_ERR_MISMATCH, onu_id};
     }
     return {port->bindings[onu_id] ? BSP_OK : PON_ERR_NOT_BOUND, onu_id};
 }
@@ -156,10 +155,9 @@ Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &
     for (const Arrival &arrival : port->arrivals) {
         const bool was_ranged = port->limits.contain(arrival.distance);
         if (was_ranged == limits.contain(arrival.distance)) continue;
-        const std::optional<Olt::Place> place = olt.find(arrival.mac);
         if (was_ranged) {
-            if (place && place->pon_port == pon_port && port->online(*port->bindings[place->onu_id]))
-                raise(*port, arrival.mac, Alarm::los, plan.change);
+            const std::optional<uint32_t> onu_id = olt.id_at(pon_port, arrival.mac);
+            if (onu_id && port->online(*port->bindings[*onu_id])) raise(*port, arrival.mac, Alarm::los, plan.change);
         } else if (port->refuses(arrival.mac)) {
             raise(*port, arrival.mac, Alarm::rejected, plan.change);
         } else {

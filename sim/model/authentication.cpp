@@ -77,8 +77,8 @@ Plan confirm_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &
     if (!port) return {PON_ERR_NO_PORT};
     if (onu_id >= onus_per_port) return {PON_ERR_BAD_ONU_ID};
     if (onu_id != 0 || is_zero(mac)) return confirm_bound(*port, onu_id, confirmation);
-    const std::optional<Olt::Place> place = olt.find(mac);
-    if (place && place->pon_port == pon_port) return confirm_bound(*port, place->onu_id, confirmation);
+    if (const std::optional<uint32_t> bound_id = olt.id_at(pon_port, mac))
+        return confirm_bound(*port, *bound_id, confirmation);
     if (port->refuses(mac)) return {PON_ERR_BLACKLISTED};
     if (!port->ranged(mac)) return {PON_ERR_NOT_WAITING};
     return bind_onu(olt, pon_port, std::nullopt,

@@ -23,9 +23,8 @@ Plan put_on(const Olt &olt, const PonPort &port, std::span<const Mac> macs, cons
         if (!id) return {PON_ERR_TABLE_FULL};
         taken.set(*id);
         plan.change.blacklist.push_back({port.number, *id, BlacklistEntry{mac, text}});
-        const std::optional<Olt::Place> place = olt.find(mac);
-        if (place && place->pon_port == port.number)
-            plan.change.bindings.push_back({port.number, place->onu_id, std::nullopt});
+        if (const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac))
+            plan.change.bindings.push_back({port.number, *onu_id, std::nullopt});
         if (port.ranged(mac)) raise(port, mac, Alarm::rejected, plan.change);
     }
     return plan;

@@ -57,11 +57,16 @@ std::optional<Olt::Place> Olt::find(const Mac &mac) const
     return found->second;
 }
 
+std::optional<uint32_t> Olt::id_at(uint32_t pon_port, const Mac &mac) const
+{
+    const std::optional<Place> place = find(mac);
+    if (!place || place->pon_port != pon_port) return std::nullopt;
+    return place->onu_id;
+}
+
 bool Olt::waits(const PonPort &port, const Arrival &arrival) const
 {
-    const std::optional<Place> place = find(arrival.mac);
-    const bool bound_here = place && place->pon_port == port.number;
-    return !bound_here && port.limits.contain(arrival.distance) && !port.refuses(arrival.mac);
+    return port.limits.contain(arrival.distance) && !port.refuses(arrival.mac) && !id_at(port.number, arrival.mac);
 }
 
 std::vector<const Arrival *> Olt::waiting(const PonPort &port) const

@@ -72,6 +72,8 @@ public:
         bool operator==(const Place &) const = default;
     };
     std::optional<Place> find(const Mac &mac) const;
+    // The ONU id that it is bound to at this port.
+    std::optional<uint32_t> id_at(uint32_t pon_port, const Mac &mac) const;
 
     // Whether the ONU waits at the port: it is not bound there, and not on its black list.
     bool waits(const PonPort &port, const Arrival &arrival) const;

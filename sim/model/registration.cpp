@@ -12,13 +12,13 @@ Registration::Registration(const Olt &model, const PonPort &at, const Authentica
 
 void Registration::add(const Arrival &arrival, bool was_registered)
 {
-    const std::optional<Olt::Place> place = olt.find(arrival.mac);
-    const Binding *binding = place && place->pon_port == port.number ? &*port.bindings[place->onu_id] : nullptr;
+    const std::optional<uint32_t> bound_id = olt.id_at(port.number, arrival.mac);
+    const Binding *binding = bound_id ? &*port.bindings[*bound_id] : nullptr;
     if (binding && arrival.silent) return;
     if (authentication.turns_away(arrival, binding)) {
         const bool turned_away_before = was_registered && port.authentication.turns_away(arrival, binding);
         if (!turned_away_before) raise(port, arrival.mac, Alarm::auth_failed, change);
-    } else if (!place && authentication.accepts(arrival) && port.record(arrival.mac).supported) {
+    } else if (!olt.find(arrival.mac) && authentication.accepts(arrival) && port.record(arrival.mac).supported) {
         const std::optional<uint32_t> onu_id = lowest_free(taken);
         if (!onu_id) return;
         taken.set(*onu_id);

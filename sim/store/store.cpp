@@ -33,7 +33,8 @@ constexpr char schema[] =
     " mac BLOB NOT NULL CHECK(length(mac) = 6), text TEXT NOT NULL, PRIMARY KEY(pon_port, id)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE auth(pon_port INTEGER NOT NULL, loid TEXT NOT NULL, password TEXT NOT NULL,"
     " PRIMARY KEY(pon_port, loid)) STRICT, WITHOUT ROWID;"
-    "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL,"
+    "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL "
+    "CHECK(alarm BETWEEN 1 AND 4),"
     " count INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;";
 
 uint32_t word(const Statement &statement, int column)

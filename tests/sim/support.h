@@ -113,9 +113,15 @@ struct Desk {
     }
 
     uint32_t send(const bsp_pon_msg &record) { return simulator.handle(message_of(record)).status; }
-    std::string view(uint32_t command, uint32_t pon_port = 0)
+    std::string view(uint32_t command, uint32_t pon_port = 0, catalogue::Call call = catalogue::Call::get)
     {
-        return simulator.handle(message_of(record_of(command, pon_port))).result.value_or("no result");
+        return ask(record_of(command, pon_port), call).result.value_or("no result");
+    }
+    Reply ask(const bsp_pon_msg &record, catalogue::Call call = catalogue::Call::get)
+    {
+        Message message = message_of(record);
+        message.call = call;
+        return simulator.handle(message);
     }
 };
 

@@ -90,7 +90,8 @@ TEST(OnuInfo, ShowsABoundOnu)
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1),
               R"([{"pon_port":1,"onu_id":5,"mac":")" + to_text(arrival.mac) +
                   R"(","state":"online","supported":true,"distance":)" + std::to_string(arrival.distance) +
-                  R"(,"mode":3,"text_a":"a","text_b":"b","text_c":"\"c\"","reboots":0}])");
+                  R"(,"mode":3,"text_a":"a","text_b":"b","text_c":"\"c\"","reboots":0,"description":"","loid":")" +
+                  arrival.loid + R"("}])");
 }
 
 TEST(OnuInfo, ShowsAWaitingOnu)
@@ -101,7 +102,8 @@ TEST(OnuInfo, ShowsAWaitingOnu)
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1),
               R"([{"pon_port":1,"onu_id":null,"mac":")" + to_text(arrival.mac) +
                   R"(","state":"waiting","supported":false,"distance":)" + std::to_string(arrival.distance) +
-                  R"(,"mode":null,"text_a":null,"text_b":null,"text_c":null,"reboots":0}])");
+                  R"(,"mode":null,"text_a":null,"text_b":null,"text_c":null,"reboots":0,"description":null,"loid":")" +
+                  arrival.loid + R"("}])");
 }
 
 TEST(OnuInfo, AnOfflineOnuHasNoDistance)

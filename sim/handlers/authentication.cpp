@@ -1,0 +1,126 @@
+// Authentication of ONUs, confirming and describing them.
+#include "model/authentication.h"
+
+#include <map>
+
+#include "generated/service_words.h"
+#include "handlers/record.h"
+
+namespace ponsim
+{
+namespace
+{
+
+Outcome auth_set(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_pon_msg>();
+    const auto remove = request.read<uint32_t>(layout::auth_record::remove);
+    AuthRequest wanted{record.arg_word12, {}, {}, remove == 1};
+    const bool texts_are_good = get_text(record.text45, wanted.loid) && get_text(record.text109, wanted.password);
+    if (!texts_are_good || remove > 1) return {PON_ERR_BAD_RECORD};
+    return to_outcome(set_authentication(olt, record.pon_port, wanted));
+}
+
+Outcome auth_get(const Olt &olt, const Request &request)
+{
+    bsp_pon_msg common{};
+    common.cmd = request.read<bsp_pon_msg>().cmd;
+    common.pon_port = request.read<bsp_pon_msg>().pon_port;
+    const PonPort *port = olt.port(common.pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    common.arg_word12 = static_cast<uint32_t>(port->authentication.mode);
+    const AuthCounts counts = count_onus(olt, *port);
+    Answer answer(common);
+    answer.put(layout::auth_counts::records, counts.records);
+    answer.put(layout::auth_counts::admitted, counts.admitted);
+    answer.put(layout::auth_counts::unauthenticated, counts.unauthenticated);
+    answer.put(layout::auth_counts::waiting, counts.waiting);
+    answer.put(layout::auth_counts::rejected, counts.rejected);
+    return answer.outcome();
+}
+
+void add_port(Table &table, const Olt &olt, const PonPort &port)
+{
+    const AuthCounts counts = count_onus(olt, port);
+    table.cell("pon_port", port.number);
+    table.cell("mode", static_cast<uint32_t>(port.authentication.mode));
+    table.cell("records", counts.records);
+    table.cell("admitted", counts.admitted);
+    table.cell("unauthenticated", counts.unauthenticated);
+    table.cell("waiting", counts.waiting);
+    table.cell("rejected", counts.rejected);
+    for (const char *name : {"loid", "has_password", "mac", "onu_id"})
+        table.cell(name, std::nullopt);
+}
+
+void add_record(Table &table, const PonPort &port, const std::string &loid, const std::string &password)
+{
+    table.cell("pon_port", port.number);
+    for (const char *name : {"mode", "records", "admitted", "unauthenticated", "waiting", "rejected"})
+        table.cell(name, std::nullopt);
+    table.cell("loid", std::string_view(loid));
+    table.cell("has_password", !password.empty());
+}
+
+void add_owner(Table &table, const Olt &olt, const PonPort &port, const Arrival *owner)
+{
+    owner ? table.cell("mac", owner->mac) : table.cell("mac", std::nullopt);
+    const std::optional<uint32_t> onu_id = owner ? olt.id_at(port.number, owner->mac) : std::nullopt;
+    onu_id ? table.cell("onu_id", *onu_id) : table.cell("onu_id", std::nullopt);
+}
+
+Outcome auth_list(const Olt &olt, const Request &request)
+{
+    const Selection selection = port_selection_of(olt, request);
+    if (selection.status != BSP_OK) return {selection.status};
+    Table table = table_for(BSP_CMD_AUTH_LIST);
+    if (request.read<bsp_pon_msg>().pon_port == 0) {
+        for (const PonPort &port : selection.ports)
+            add_port(table, olt, port);
+        return {BSP_OK, {}, std::string(table.text())};
+    }
+    const PonPort &port = selection.ports.front();
+    std::map<std::string_view, const Arrival *> owners;
+    for (const Arrival &arrival : port.arrivals)
+        if (port.limits.contain(arrival.distance)) owners[arrival.loid] = &arrival;
+    for (const auto &[loid, password] : port.authentication.records) {
+        const auto owner = owners.find(loid);
+        add_record(table, port, loid, password);
+        add_owner(table, olt, port, owner == owners.end() ? nullptr : owner->second);
+    }
+    return {BSP_OK, {}, std::string(table.text())};
+}
+
+Outcome confirm(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_pon_msg>();
+    const auto by_mode = request.read<uint8_t>(layout::onu_confirm::by_mode);
+    if (by_mode > 1) return {PON_ERR_BAD_RECORD};
+    const Confirmation confirmation{.exempt = by_mode == 0, .mode = record.arg_word36};
+    return to_outcome(confirm_onu(olt, record.pon_port, record.onu_id, mac_of(record), confirmation));
+}
+
+Outcome describe(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_pon_msg>();
+    std::string description;
+    if (!get_text(record.text237, description)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(describe_onu(olt, record.pon_port, record.onu_id, description));
+}
+
+constexpr Handler handlers[] = {
+    {BSP_MSG_PON, BSP_CMD_AUTH_SET, auth_set},
+    {BSP_MSG_PON, BSP_CMD_AUTH_GET, auth_get},
+    {BSP_MSG_PON, BSP_CMD_AUTH_LIST, auth_list},
+    {BSP_MSG_PON, BSP_CMD_ONU_CONFIRM, confirm},
+    {BSP_MSG_PON, BSP_CMD_ONU_DESCRIPTION_SET, describe},
+};
+
+} // namespace
+
+std::span<const Handler> authentication_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim

@@ -1,0 +1,82 @@
+#include "handlers/record.h"
+
+#include <array>
+
+#include <rapidjson/encodings.h>
+#include <rapidjson/memorystream.h>
+
+#include "catalogue.h"
+#include "generated/service_words.h"
+
+namespace ponsim
+{
+namespace
+{
+
+using Words = std::array<uint32_t, onus_per_port / 32>;
+
+struct NoOutput {
+    void Put(char) {}
+};
+
+bool is_clean(const std::string &text)
+{
+    rapidjson::MemoryStream in(text.data(), text.size());
+    NoOutput none;
+    while (in.Tell() < text.size()) {
+        const auto byte = static_cast<unsigned char>(in.Peek());
+        if (byte < 0x20 || byte == 0x7f || !rapidjson::UTF8<>::Validate(in, none)) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+OnuIds id_set(const Request &request, uint32_t offset)
+{
+    const auto words = request.read<Words>(offset);
+    OnuIds ids;
+    for (uint32_t id = 0; id < onus_per_port; ++id)
+        ids[id] = words[id / 32] >> id % 32 & 1;
+    return ids;
+}
+
+bool get_text(const char *field, size_t size, std::string &out)
+{
+    out.assign(field, strnlen(field, size));
+    return out.size() < size && is_clean(out);
+}
+
+void Answer::put(uint32_t offset, const OnuIds &ids)
+{
+    Words words{};
+    for (uint32_t id = 0; id < onus_per_port; ++id)
+        words[id / 32] |= uint32_t{ids[id]} << id % 32;
+    std::memcpy(&bytes[offset], words.data(), sizeof words);
+}
+
+Selection selection_of(const Olt &olt, const Request &request)
+{
+    Selection selection = port_selection_of(olt, request);
+    const auto record = request.read<bsp_pon_msg>();
+    selection.id = record.onu_id;
+    selection.mac = mac_of(record);
+    if (selection.status == BSP_OK && record.onu_id >= onus_per_port) selection.status = PON_ERR_BAD_ONU_ID;
+    return selection;
+}
+
+Selection port_selection_of(const Olt &olt, const Request &request)
+{
+    const uint32_t pon_port = request.read<bsp_pon_msg>().pon_port;
+    if (pon_port == 0) return {BSP_OK, olt.ports(), 0, {}};
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT, {}, 0, {}};
+    return {BSP_OK, {port, 1}, 0, {}};
+}
+
+Table table_for(uint32_t command)
+{
+    return Table{*catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, command))};
+}
+
+} // namespace ponsim

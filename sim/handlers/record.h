@@ -1,0 +1,72 @@
+// What handlers of several families read in a record of the PON channel, and write into an answer.
+#pragma once
+
+#include <cstring>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "bsp_pon.h"
+#include "handlers/handler.h"
+#include "model/plan.h"
+#include "views/table.h"
+
+namespace ponsim
+{
+
+inline Outcome to_outcome(Plan &&plan)
+{
+    return {plan.status, std::move(plan.change)};
+}
+
+inline Mac mac_of(const bsp_pon_msg &record)
+{
+    return std::to_array(record.onu_mac);
+}
+
+// The set of ids at an offset of the record.
+OnuIds id_set(const Request &request, uint32_t offset);
+
+// A text of at most `size` bytes with its NUL. Texts are kept as they come and go out in JSON: false when it does not
+// end in these bytes, or is not UTF-8 without control characters.
+bool get_text(const char *field, size_t size, std::string &out);
+
+template <size_t size>
+bool get_text(const char (&field)[size], std::string &out)
+{
+    return get_text(field, size, out);
+}
+
+// An answer that is a record of the PON channel. What is not put into it is zero.
+class Answer
+{
+public:
+    explicit Answer(const bsp_pon_msg &record) : bytes(reinterpret_cast<const char *>(&record), sizeof record) {}
+
+    void put(uint32_t offset, uint32_t word) { std::memcpy(&bytes[offset], &word, sizeof word); }
+    void put(uint32_t offset, std::string_view text) { text.copy(&bytes[offset], text.size()); }
+    void put(uint32_t offset, const OnuIds &ids);
+
+    Outcome outcome() const { return {BSP_OK, {}, {}, bytes}; }
+
+private:
+    std::string bytes;
+};
+
+// What a record selects of a list: port 0 all ports; an id or a MAC address that is not zero narrows it.
+struct Selection {
+    uint32_t status; // whether port and id can be
+    std::span<const PonPort> ports;
+    uint32_t id;
+    Mac mac;
+
+    bool narrowed() const { return id != 0 || !is_zero(mac); }
+};
+Selection selection_of(const Olt &olt, const Request &request);
+// The same by its port alone.
+Selection port_selection_of(const Olt &olt, const Request &request);
+
+// The table of the view that a command of the PON channel answers with.
+Table table_for(uint32_t command);
+
+} // namespace ponsim
