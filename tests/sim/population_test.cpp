@@ -25,6 +25,20 @@ TEST(Population, IsWhatItWasInEarlierVersions)
     ASSERT_EQ(arrivals.size(), 1u);
     EXPECT_EQ(to_text(arrivals[0].mac), "02:1e:61:97:01:00");
     EXPECT_EQ(arrivals[0].distance, 1940u);
+    EXPECT_EQ(arrivals[0].loid, "loid10471001000");
+    EXPECT_EQ(arrivals[0].password, "pw104710");
+}
+
+TEST(Population, EveryOnuHasALoidOfItsOwnAndItsPasswordFollows)
+{
+    std::set<std::string> loids;
+    for (uint32_t pon_port = 1; pon_port <= full.ports; ++pon_port)
+        for (const Arrival &arrival : arrivals_at(full, pon_port)) {
+            EXPECT_LE(arrival.loid.size(), max_loid);
+            EXPECT_EQ(arrival.password, "pw" + arrival.loid.substr(4, 6));
+            loids.insert(arrival.loid);
+        }
+    EXPECT_EQ(loids.size(), 2048u);
 }
 
 TEST(Population, AnOnuStaysWhenMoreArrive)

@@ -50,22 +50,55 @@ void change_everything(Desk &desk)
     const uint32_t range[] = {1000, 9000};
     memcpy(reinterpret_cast<char *>(&limits) + layout::opt_range::min_distance, range, sizeof range);
     EXPECT_EQ(desk.send(limits), BSP_OK);
+
+    bsp_pon_msg description = record_of(BSP_CMD_ONU_DESCRIPTION_SET, 1, 2);
+    strcpy(description.text237, "Träger");
+    EXPECT_EQ(desk.send(description), BSP_OK);
+    for (uint8_t index : {1, 2, 3})
+        EXPECT_EQ(desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 3, 0, desk.port(3).arrivals[index].mac)), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_BLACKLIST_REMOVE, 3, 0, desk.port(3).arrivals[2].mac)), BSP_OK);
+    bsp_pon_msg auth = record_of(BSP_CMD_AUTH_SET, 4);
+    auth.arg_word12 = 2;
+    for (const char *loid : {"gone", "kept"}) {
+        strcpy(auth.text45, loid);
+        strcpy(auth.text109, "secret");
+        EXPECT_EQ(desk.send(auth), BSP_OK);
+    }
+    strcpy(auth.text45, "gone");
+    put(auth, layout::auth_record::remove, uint32_t{1});
+    EXPECT_EQ(desk.send(auth), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_CONFIRM, 4, 0, desk.port(4).arrivals[0].mac)), BSP_OK);
+    bsp_pon_msg clear = record_of(BSP_CMD_ONU_ALARM_CLEAR, 4, 1);
+    EXPECT_EQ(desk.send(clear), BSP_OK);
+}
+
+// All views, of the OLT and of its ports.
+std::string all_views(Desk &desk)
+{
+    std::string text;
+    for (uint32_t command :
+         {BSP_CMD_VIEW_ONU_INFO_SNMP, BSP_CMD_VIEW_BASE_INFO_WEB, BSP_CMD_BLACKLIST_GET, BSP_CMD_VIEW_ONU_ALARM})
+        text += desk.view(command);
+    for (uint32_t pon_port = 0; pon_port <= max_ports; ++pon_port)
+        text += desk.view(BSP_CMD_AUTH_LIST, pon_port);
+    return text;
 }
 
 TEST(Store, AReopenedOltIsTheSame)
 {
     Folder folder;
     const WantedSettings wanted{.seed = 5, .ports = {}, .arrivals = {}, .silent = 0};
-    std::string onus, base;
+    std::string views;
     {
         Desk desk(wanted, folder.file("olt.db"));
         change_everything(desk);
-        onus = desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
-        base = desk.view(BSP_CMD_VIEW_BASE_INFO_WEB);
+        views = all_views(desk);
     }
     Desk desk({}, folder.file("olt.db"));
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP), onus);
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_BASE_INFO_WEB), base);
+    EXPECT_EQ(all_views(desk), views);
+    EXPECT_TRUE(desk.port(4).bindings[1].value().exempt);
+    EXPECT_EQ(desk.port(4).authentication.records, (std::map<std::string, std::string>{{"kept", "secret"}}));
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND_AUTO, 3, 0, desk.port(3).arrivals[1].mac)), PON_ERR_BLACKLISTED);
     EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 16, 1, stranger(9))), PON_ERR_UNSUPPORTED);
 }
 

@@ -1,6 +1,8 @@
 // What the simulator's tests share: an OLT to plan changes on, records to send, and a folder to keep state in.
 #pragma once
 
+#include <array>
+#include <cstring>
 #include <filesystem>
 #include <initializer_list>
 #include <string>
@@ -11,6 +13,9 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/admission.h"
+#include "model/alarms.h"
+#include "model/authentication.h"
+#include "model/blacklist.h"
 #include "simulator.h"
 
 namespace ponsim
@@ -53,6 +58,32 @@ struct Bench {
         return done(bind_onu(olt, pon_port, onu_id, binding_of(mac)));
     }
 
+    uint32_t reject(uint32_t pon_port, const Mac &mac) { return done(add_to_blacklist(olt, pon_port, mac, {})); }
+    uint32_t set_mode(uint32_t pon_port, AuthMode mode)
+    {
+        return done(set_authentication(olt, pon_port, {static_cast<uint32_t>(mode), {}, {}, false}));
+    }
+    // Adds the record of this LOID and leaves the mode.
+    uint32_t accept(uint32_t pon_port, const std::string &loid, const std::string &password = {})
+    {
+        const auto mode = static_cast<uint32_t>(port(pon_port).authentication.mode);
+        return done(set_authentication(olt, pon_port, {mode, loid, password, false}));
+    }
+    uint32_t confirm(uint32_t pon_port, uint32_t onu_id, const Mac &mac, bool exempt = true)
+    {
+        return done(confirm_onu(olt, pon_port, onu_id, mac, {.exempt = exempt, .mode = 0}));
+    }
+    void range(uint32_t pon_port, uint32_t min, uint32_t max)
+    {
+        EXPECT_EQ(done(set_ranging_limits(olt, pon_port, {min, max})), BSP_OK);
+    }
+    uint32_t alarms(uint32_t pon_port, const Mac &mac, Alarm alarm) const
+    {
+        const auto &raised = port(pon_port).alarms;
+        const auto found = raised.find({mac, static_cast<uint32_t>(alarm)});
+        return found == raised.end() ? 0 : found->second;
+    }
+
     const PonPort &port(uint32_t pon_port) const { return *olt.port(pon_port); }
     // The ONU bound to an id; all zero where there is none.
     Mac bound(uint32_t pon_port, uint32_t onu_id) const
@@ -61,6 +92,11 @@ struct Bench {
         return binding ? binding->mac : Mac{};
     }
     Mac arrived(uint32_t pon_port, size_t index = 0) const { return port(pon_port).arrivals.at(index).mac; }
+    const Arrival &arrival(uint32_t pon_port, size_t index = 0) const { return port(pon_port).arrivals.at(index); }
+    OnuState state(uint32_t pon_port, uint32_t onu_id) const
+    {
+        return port(pon_port).state(port(pon_port).bindings[onu_id].value());
+    }
     bool waits(uint32_t pon_port, const Mac &mac) const
     {
         const auto waiting = olt.waiting(port(pon_port));
@@ -102,6 +138,51 @@ inline Message message_of(uint32_t channel, const bsp_onu_msg &record)
     return {channel, &record, sizeof record};
 }
 
+template <class Value>
+void put(bsp_pon_msg &record, uint32_t offset, const Value &value)
+{
+    std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
+}
+
+inline std::array<uint32_t, 4> words_of(const OnuIds &ids)
+{
+    std::array<uint32_t, 4> words{};
+    for (uint32_t id = 0; id < onus_per_port; ++id)
+        words[id / 32] |= uint32_t{ids[id]} << id % 32;
+    return words;
+}
+
+// An answer that is a record of the PON channel.
+struct AnswerRecord {
+    bsp_pon_msg record{};
+    uint32_t status;
+
+    explicit AnswerRecord(const Reply &reply) : status(reply.status)
+    {
+        EXPECT_EQ(reply.answer.value_or("").size(), sizeof record);
+        if (reply.answer) std::memcpy(&record, reply.answer->data(), std::min(reply.answer->size(), sizeof record));
+    }
+    uint32_t word(uint32_t offset) const
+    {
+        uint32_t value;
+        std::memcpy(&value, reinterpret_cast<const char *>(&record) + offset, sizeof value);
+        return value;
+    }
+    std::string text(uint32_t offset) const { return reinterpret_cast<const char *>(&record) + offset; }
+    std::array<uint32_t, 4> words(uint32_t offset) const
+    {
+        return {word(offset), word(offset + 4), word(offset + 8), word(offset + 12)};
+    }
+};
+
+inline Store store_with(const Settings &settings, const Change &kept)
+{
+    Store store({}, false);
+    store.set_settings(settings);
+    store.write(kept);
+    return store;
+}
+
 // The whole service but its transport, with its state in memory or in a file.
 struct Desk {
     Store store;
@@ -112,6 +193,10 @@ struct Desk {
     {
     }
 
+    // An OLT that was left in this state, in memory.
+    Desk(const Settings &settings, const Change &kept) : store(store_with(settings, kept)), simulator(store, {}) {}
+
+    const PonPort &port(uint32_t pon_port) const { return *simulator.olt().port(pon_port); }
     uint32_t send(const bsp_pon_msg &record) { return simulator.handle(message_of(record)).status; }
     std::string view(uint32_t command, uint32_t pon_port = 0, catalogue::Call call = catalogue::Call::get)
     {

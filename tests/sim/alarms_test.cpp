@@ -1,0 +1,270 @@
+// What raises alarms, and who sees and clears them.
+#include "rows.h"
+#include "support.h"
+
+namespace ponsim
+{
+namespace
+{
+
+bsp_pon_msg clear_record(uint32_t pon_port, uint32_t onu_id, const Mac &mac, uint32_t alarm)
+{
+    bsp_pon_msg record = record_of(BSP_CMD_ONU_ALARM_CLEAR, pon_port, onu_id, mac);
+    record.arg_value = alarm;
+    return record;
+}
+
+TEST(Los, ComesWhenAnOnlineOnuIsOutOfReach)
+{
+    Bench bench;
+    bench.bind(1, 5, bench.arrived(1, 0));
+    bench.range(1, 0, 0);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::los), 1u);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::los), 0u) << "it was not online";
+}
+
+TEST(Los, IsCountedAndStays)
+{
+    Bench bench;
+    bench.bind(1, 5, bench.arrived(1));
+    for (int time = 0; time < 2; ++time) {
+        bench.range(1, 0, 0);
+        bench.range(1, 0, 0);
+        bench.range(1, 0, max_distance);
+    }
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::los), 2u);
+}
+
+TEST(Los, IsOfThePortWhoseLimitsChange)
+{
+    Bench bench;
+    bench.bind(2, 5, bench.arrived(1));
+    bench.range(1, 0, 0);
+    EXPECT_TRUE(bench.port(1).alarms.empty());
+}
+
+TEST(Los, DoesNotComeForASilentOrUnauthenticatedOnu)
+{
+    Bench silent{{.seed = 1, .ports = 1, .arrivals = 1, .silent = 100}};
+    silent.bind(1, 5, silent.arrived(1));
+    silent.range(1, 0, 0);
+    EXPECT_EQ(silent.alarms(1, silent.arrived(1), Alarm::los), 0u);
+    Bench bench;
+    bench.bind(1, 5, bench.arrived(1));
+    bench.set_mode(1, AuthMode::loid);
+    bench.range(1, 0, 0);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::los), 0u);
+}
+
+TEST(DyingGasp, ComesWithAReboot)
+{
+    Bench bench;
+    bench.bind(1, 5, bench.arrived(1, 0));
+    bench.bind(1, 6, bench.arrived(1, 1));
+    bench.done(reboot_onus(bench.olt, 1, ids({5, 6})));
+    bench.done(reboot_onus(bench.olt, 1, ids({6})));
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::dying_gasp), 1u);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::dying_gasp), 2u);
+}
+
+TEST(Rejected, ComesForABlackListedOnuOnTheFibre)
+{
+    Bench bench;
+    bench.reject(1, bench.arrived(1));
+    bench.reject(1, stranger(1));
+    bench.reject(1, bench.arrived(2));
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 1u);
+    EXPECT_EQ(bench.port(1).alarms.size(), 1u);
+}
+
+TEST(Rejected, DoesNotComeAgainWithANewText)
+{
+    Bench bench;
+    bench.reject(1, bench.arrived(1));
+    bench.reject(1, bench.arrived(1));
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 1u);
+}
+
+TEST(Rejected, ComesWhenABlackListedOnuComesIntoReach)
+{
+    Bench bench;
+    bench.range(1, 0, 0);
+    bench.reject(1, bench.arrived(1));
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 0u);
+    bench.range(1, 0, max_distance);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 1u);
+}
+
+TEST(AuthFailed, ComesForBoundAndWaitingOnusThatALoidModeTurnsAway)
+{
+    Bench bench;
+    bench.bind(1, 5, bench.arrived(1, 0));
+    bench.accept(1, bench.arrival(1, 2).loid);
+    bench.set_mode(1, AuthMode::loid);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 1u);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::auth_failed), 1u);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 2), Alarm::auth_failed), 0u);
+}
+
+TEST(AuthFailed, DoesNotComeWhereTheMacAddressWillDo)
+{
+    Bench bench;
+    bench.set_mode(1, AuthMode::mac_or_loid);
+    EXPECT_TRUE(bench.port(1).alarms.empty());
+}
+
+TEST(AuthFailed, ComesOnceUntilTheOnuIsLetInAndTurnedAwayAgain)
+{
+    Bench bench;
+    const Arrival onu = bench.arrival(1);
+    bench.set_mode(1, AuthMode::loid);
+    bench.set_mode(1, AuthMode::loid_and_password);
+    bench.accept(1, "another");
+    EXPECT_EQ(bench.alarms(1, onu.mac, Alarm::auth_failed), 1u);
+    bench.accept(1, onu.loid, onu.password);
+    bench.accept(1, onu.loid, "changed");
+    EXPECT_EQ(bench.alarms(1, onu.mac, Alarm::auth_failed), 2u);
+}
+
+TEST(AuthFailed, DoesNotComeForOnusThatAreExemptOrSilentOrOutOfReachOrBlackListed)
+{
+    Bench silent{{.seed = 1, .ports = 1, .arrivals = 1, .silent = 100}};
+    silent.bind(1, 5, silent.arrived(1));
+    silent.set_mode(1, AuthMode::loid);
+    EXPECT_TRUE(silent.port(1).alarms.empty());
+
+    Bench bench{{.seed = 1, .ports = 1, .arrivals = 3, .silent = 0}};
+    bench.confirm(1, 0, bench.arrived(1, 0));
+    bench.reject(1, bench.arrived(1, 1));
+    bench.range(1, bench.arrival(1, 0).distance, bench.arrival(1, 0).distance);
+    bench.set_mode(1, AuthMode::loid);
+    for (size_t index : {0, 1, 2})
+        EXPECT_EQ(bench.alarms(1, bench.arrived(1, index), Alarm::auth_failed), 0u);
+}
+
+TEST(AuthFailed, ComesWhenAnOnuComesIntoReachOrOffTheBlackList)
+{
+    Bench bench;
+    bench.reject(1, bench.arrived(1, 0));
+    bench.range(1, 0, 0);
+    bench.set_mode(1, AuthMode::loid);
+    bench.range(1, 0, max_distance);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 0u);
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::auth_failed), 1u);
+    bench.done(remove_from_blacklist(bench.olt, 1, bench.arrived(1, 0)));
+    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 1u);
+}
+
+// Two ONUs at each of two ports, the first of them bound to id 5, with alarms 3 and 4 for the waiting, 1 and 2 for the
+// bound.
+Desk alarmed()
+{
+    const Settings settings{.seed = 1, .ports = 2, .arrivals = 2, .silent = 0};
+    const Olt olt(settings);
+    Change kept;
+    for (const PonPort &port : olt.ports()) {
+        kept.bindings.push_back({port.number, 5, binding_of(port.arrivals[0].mac)});
+        for (uint32_t alarm = 1; alarm <= max_alarm; ++alarm)
+            kept.alarms.push_back({port.number, port.arrivals[alarm > 2].mac, alarm, alarm * 10});
+    }
+    return Desk(settings, kept);
+}
+
+TEST(AlarmView, ShowsAlarmsInOrder)
+{
+    Desk desk = alarmed();
+    const std::string bound = to_text(desk.port(1).arrivals[0].mac), waiting = to_text(desk.port(1).arrivals[1].mac);
+    const auto row = [](const std::string &id, const std::string &mac, const std::string &rest) {
+        return R"({"pon_port":1,"onu_id":)" + id + R"(,"mac":")" + mac + R"(",)" + rest + "}";
+    };
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1),
+              "[" + row("5", bound, R"("alarm":1,"name":"los","severity":"critical","count":10)") + "," +
+                  row("5", bound, R"("alarm":2,"name":"dying_gasp","severity":"major","count":20)") + "," +
+                  row("null", waiting, R"("alarm":3,"name":"rejected","severity":"minor","count":30)") + "," +
+                  row("null", waiting, R"("alarm":4,"name":"auth_failed","severity":"major","count":40)") + "]");
+}
+
+TEST(AlarmView, IsOfAllPortsOneOrOneOnu)
+{
+    Desk desk = alarmed();
+    const auto rows = [&](uint32_t pon_port, uint32_t onu_id, const Mac &mac) {
+        const Reply reply = desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, pon_port, onu_id, mac));
+        EXPECT_EQ(reply.status, BSP_OK);
+        return parse(reply.result.value()).Size();
+    };
+    EXPECT_EQ(rows(0, 0, {}), 8u);
+    EXPECT_EQ(rows(2, 0, {}), 4u);
+    EXPECT_EQ(rows(2, 5, {}), 2u);
+    EXPECT_EQ(rows(0, 0, desk.port(2).arrivals[1].mac), 2u);
+    EXPECT_EQ(rows(1, 0, desk.port(2).arrivals[1].mac), 0u);
+}
+
+TEST(AlarmView, AnIdThatIsNotBoundIsSaid)
+{
+    Desk desk = alarmed();
+    for (const bsp_pon_msg &record : {record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 6),
+                                      record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 5, desk.port(1).arrivals[1].mac)}) {
+        const Reply reply = desk.ask(record);
+        EXPECT_EQ(reply.status, PON_ERR_NOT_BOUND);
+        EXPECT_EQ(reply.result, "[]");
+    }
+    EXPECT_EQ(desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, 3)).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 128)).status, PON_ERR_BAD_ONU_ID);
+}
+
+TEST(AlarmClear, ClearsWhatItSelects)
+{
+    const auto left_after = [](const bsp_pon_msg &record) {
+        Desk desk = alarmed();
+        EXPECT_EQ(desk.send(record), BSP_OK);
+        return parse(desk.view(BSP_CMD_VIEW_ONU_ALARM)).Size();
+    };
+    const Mac waiting = alarmed().port(2).arrivals[1].mac;
+    EXPECT_EQ(left_after(clear_record(0, 0, {}, 0)), 0u);
+    EXPECT_EQ(left_after(clear_record(0, 0, {}, 4)), 6u);
+    EXPECT_EQ(left_after(clear_record(2, 0, {}, 0)), 4u);
+    EXPECT_EQ(left_after(clear_record(2, 5, {}, 0)), 6u);
+    EXPECT_EQ(left_after(clear_record(2, 5, {}, 1)), 7u);
+    EXPECT_EQ(left_after(clear_record(0, 0, waiting, 0)), 6u);
+    EXPECT_EQ(left_after(clear_record(2, 5, {}, 3)), 8u);
+}
+
+TEST(AlarmClear, RefusesWhatDoesNotExist)
+{
+    Desk desk = alarmed();
+    const std::string before = desk.view(BSP_CMD_VIEW_ONU_ALARM);
+    EXPECT_EQ(desk.send(clear_record(0, 0, {}, 5)), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(desk.send(clear_record(3, 0, {}, 0)), PON_ERR_NO_PORT);
+    EXPECT_EQ(desk.send(clear_record(1, 6, {}, 0)), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(desk.send(clear_record(1, 128, {}, 0)), PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_ALARM), before);
+}
+
+TEST(AlarmClear, ACountStartsAgain)
+{
+    Desk desk = alarmed();
+    bsp_pon_msg reboot = record_of(BSP_CMD_ONU_REBOOT_BATCH, 1);
+    put(reboot, layout::onu_batch::onu_set, words_of(ids({5})));
+    desk.send(clear_record(1, 5, {}, 2));
+    desk.send(reboot);
+    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1))[1]["count"].GetUint(), 1u);
+}
+
+TEST(AlarmView, OfAllAlarmsOfAllOnusFits)
+{
+    const Settings settings{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
+    const Olt olt(settings);
+    Change kept;
+    for (const PonPort &port : olt.ports())
+        for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
+            kept.bindings.push_back({port.number, onu_id, binding_of(port.arrivals[onu_id].mac)});
+            for (uint32_t alarm = 1; alarm <= max_alarm; ++alarm)
+                kept.alarms.push_back({port.number, port.arrivals[onu_id].mac, alarm, 0xffffffff});
+        }
+    const std::string text = Desk(settings, kept).view(BSP_CMD_VIEW_ONU_ALARM);
+    EXPECT_LE(text.size(), max_result);
+    EXPECT_EQ(parse(text).Size(), 8192u);
+}
+
+} // namespace
+} // namespace ponsim
