@@ -36,7 +36,7 @@ Outcome view(const Olt &olt, const Request &request)
 {
     const Selection selection = selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    Table table = table_for(BSP_CMD_VIEW_ONU_ALARM);
+    Table table{BSP_MSG_PON, BSP_CMD_VIEW_ONU_ALARM};
     const bool found = each_alarm(selection, [&](const PonPort &port, const Mac &mac, uint32_t code, uint32_t count) {
         const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
         table.cell("pon_port", port.number);

@@ -73,7 +73,7 @@ Outcome auth_list(const Olt &olt, const Request &request)
 {
     const Selection selection = port_selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    Table table = table_for(BSP_CMD_AUTH_LIST);
+    Table table{BSP_MSG_PON, BSP_CMD_AUTH_LIST};
     if (request.read<bsp_pon_msg>().pon_port == 0) {
         for (const PonPort &port : selection.ports)
             add_port(table, olt, port);

@@ -2,9 +2,8 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "handlers/handler.h"
+#include "handlers/record.h"
 #include "views/devices.h"
 
 namespace ponsim
@@ -16,8 +15,8 @@ BoundOnu bound_onu(const Olt &olt, const PonPort &port, uint32_t onu_id)
 {
     const Binding &binding = *port.bindings[onu_id];
     const Device device = device_of(olt.seed(), binding.mac);
-    return {port.number,          onu_id, &binding,
-            port.online(binding), device, default_configs(olt.seed(), binding.mac, device)};
+    return {port.number,         onu_id, &binding,
+            port.state(binding), device, default_configs(olt.seed(), binding.mac, device)};
 }
 
 std::vector<BoundOnu> bound_onus(const Olt &olt, std::span<const PonPort> ports)
@@ -50,11 +49,9 @@ Outcome capabilities(const Olt &olt, const Request &)
 
 Outcome upgrade_base_info(const Olt &olt, const Request &request)
 {
-    const uint32_t pon_port = request.read<bsp_pon_msg>().pon_port;
-    if (pon_port == 0) return shown(upgrade_table(bound_onus(olt, olt.ports())));
-    const PonPort *port = olt.port(pon_port);
-    if (!port) return {PON_ERR_NO_PORT};
-    return shown(upgrade_table(bound_onus(olt, {port, 1})));
+    const Selection selection = port_selection_of(olt, request);
+    if (selection.status != BSP_OK) return {selection.status};
+    return shown(upgrade_table(bound_onus(olt, selection.ports)));
 }
 
 Outcome uni_attributes(const Olt &olt, const Request &)

@@ -117,7 +117,7 @@ void add_entry(Table &table, const PonPort &port, uint32_t id)
 Outcome blacklist(const Selection &selection)
 {
     if (selection.status != BSP_OK) return {selection.status};
-    Table table = table_for(BSP_CMD_BLACKLIST_GET);
+    Table table{BSP_MSG_PON, BSP_CMD_BLACKLIST_GET};
     bool found = false;
     for (const PonPort &port : selection.ports)
         for (uint32_t id = 0; id < onus_per_port; ++id) {

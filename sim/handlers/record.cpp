@@ -74,9 +74,4 @@ Selection port_selection_of(const Olt &olt, const Request &request)
     return {BSP_OK, {port, 1}, 0, {}};
 }
 
-Table table_for(uint32_t command)
-{
-    return Table{*catalogue::find_view(*catalogue::find_command(BSP_MSG_PON, command))};
-}
-
 } // namespace ponsim

@@ -66,7 +66,4 @@ Selection selection_of(const Olt &olt, const Request &request);
 // The same by its port alone.
 Selection port_selection_of(const Olt &olt, const Request &request);
 
-// The table of the view that a command of the PON channel answers with.
-Table table_for(uint32_t command);
-
 } // namespace ponsim

@@ -8,19 +8,6 @@ namespace ponsim
 namespace
 {
 
-std::string_view to_text(OnuState state)
-{
-    switch (state) {
-    case OnuState::offline:
-        return "offline";
-    case OnuState::online:
-        return "online";
-    case OnuState::unauthenticated:
-        return "unauthenticated";
-    }
-    return {};
-}
-
 void add_bound(Table &table, const PonPort &port, uint32_t onu_id, const Binding &binding, bool with_texts)
 {
     const OnuState state = port.state(binding);
@@ -85,7 +72,7 @@ std::vector<const Arrival *> waiting_onus(const Olt &olt, const PonPort &port, c
 
 Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts)
 {
-    Table table = table_for(BSP_CMD_VIEW_ONU_INFO_SNMP);
+    Table table{BSP_MSG_PON, BSP_CMD_VIEW_ONU_INFO_SNMP};
     bool found = false;
     for (const PonPort &port : selection.ports)
         for (uint32_t onu_id : bound_ids(olt, port, selection)) {
@@ -125,7 +112,7 @@ Outcome onu_info_web(const Olt &olt, const Request &request)
 
 Outcome base_info_web(const Olt &olt, const Request &)
 {
-    Table table = table_for(BSP_CMD_VIEW_BASE_INFO_WEB);
+    Table table{BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB};
     for (const PonPort &port : olt.ports()) {
         uint32_t bound = 0;
         uint32_t online = 0;

@@ -19,6 +19,19 @@ bool Authentication::turns_away(const Arrival &arrival, const Binding *binding) 
     return !(binding && binding->exempt) && !accepts(arrival);
 }
 
+std::string_view to_text(OnuState state)
+{
+    switch (state) {
+    case OnuState::offline:
+        return "offline";
+    case OnuState::online:
+        return "online";
+    case OnuState::unauthenticated:
+        return "unauthenticated";
+    }
+    return {};
+}
+
 const Arrival *PonPort::ranged(const Mac &mac) const
 {
     const auto found = std::ranges::lower_bound(arrivals, mac, {}, &Arrival::mac);

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,6 +31,7 @@ struct Authentication {
 
 // Of a bound ONU.
 enum class OnuState : uint32_t { offline, online, unauthenticated };
+std::string_view to_text(OnuState state);
 
 struct PonPort {
     uint32_t number;

@@ -10,15 +10,10 @@ namespace ponsim
 namespace
 {
 
-std::string_view state_text(const BoundOnu &onu)
-{
-    return onu.online ? "online" : "offline";
-}
-
-// As the ONU reports it: nothing while it is offline.
+// As the ONU reports it: nothing unless it is online.
 std::optional<std::string> link_text(const BoundOnu &onu, size_t index)
 {
-    if (!onu.online) return std::nullopt;
+    if (onu.state != OnuState::online) return std::nullopt;
     const std::optional<LinkMode> link = link_of(onu.device.unis[index], onu.configs[index]);
     return link ? to_text(*link) : "down";
 }
@@ -33,7 +28,7 @@ void identity_cells(Table &table, const BoundOnu &onu)
 {
     place_cells(table, onu);
     table.cell("mac", onu.binding->mac);
-    table.cell("state", state_text(onu));
+    table.cell("state", to_text(onu.state));
     table.cell("vendor", onu.device.type->vendor);
     table.cell("model", onu.device.type->model);
     table.cell("hardware", onu.device.hardware);
@@ -98,6 +93,7 @@ void add_onu_config(Table &table, const BoundOnu &onu)
     table.cell("text_a", std::string_view(onu.binding->text_a));
     table.cell("text_b", std::string_view(onu.binding->text_b));
     table.cell("text_c", std::string_view(onu.binding->text_c));
+    table.cell("description", std::string_view(onu.binding->description));
 }
 
 std::optional<std::string> vlan_text(const UniConfig &config)

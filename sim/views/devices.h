@@ -17,7 +17,7 @@ struct BoundOnu {
     uint32_t pon_port;
     uint32_t onu_id;
     const Binding *binding;
-    bool online;
+    OnuState state;
     Device device;
     std::vector<UniConfig> configs; // of the device's UNI ports
 };

@@ -3,8 +3,7 @@
 
 #include <cstring>
 
-#include <rapidjson/document.h>
-
+#include "rows.h"
 #include "support.h"
 
 namespace ponsim
@@ -15,15 +14,6 @@ namespace
 constexpr size_t small_result = 10240; // of the channels of remote ONUs
 constexpr size_t longest_answer_text = 1023;
 constexpr uint32_t whole_port = 0, one_onu = 1;
-
-rapidjson::Document parse(const std::string &text)
-{
-    rapidjson::Document document;
-    document.Parse<rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
-    EXPECT_FALSE(document.HasParseError()) << text.substr(0, 200);
-    EXPECT_TRUE(document.IsArray());
-    return document;
-}
 
 Reply ask(Desk &desk, uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, uint32_t scope = 0)
 {
@@ -103,22 +93,25 @@ const UniConfig longest_config{.enabled = true, // a link that is up is longer t
                                .pvid = 4094,
                                .vlans = std::vector<Vlan>(max_vlans, Vlan{4093, 4094})};
 
-const Binding longest_binding{stranger(1), 0xffffffff, std::string(127, '"'), std::string(63, '\\'),
-                              std::string(63, '"')};
+const Binding longest_binding{
+    stranger(1),           0xffffffff, std::string(127, '"'), std::string(63, '\\'), std::string(63, '"'),
+    std::string(127, '"'), false};
 
-BoundOnu longest_onu(uint32_t pon_port, uint32_t onu_id, bool online)
+constexpr OnuState every_state[] = {OnuState::offline, OnuState::online, OnuState::unauthenticated};
+
+BoundOnu longest_onu(uint32_t pon_port, uint32_t onu_id, OnuState state)
 {
     const Device device{&longest_type, "HHHHHHHH", "SSSSSSSSSSSSSSSS",
                         std::vector<Uni>(max_unis, Uni{1000, LinkMode{1000, true}})};
-    return {pon_port, onu_id, &longest_binding, online, device, std::vector<UniConfig>(max_unis, longest_config)};
+    return {pon_port, onu_id, &longest_binding, state, device, std::vector<UniConfig>(max_unis, longest_config)};
 }
 
-std::vector<BoundOnu> longest_olt(bool online)
+std::vector<BoundOnu> longest_olt(OnuState state)
 {
     std::vector<BoundOnu> onus;
     for (uint32_t pon_port = 1; pon_port <= max_ports; ++pon_port)
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-            onus.push_back(longest_onu(pon_port, onu_id, online));
+            onus.push_back(longest_onu(pon_port, onu_id, state));
     return onus;
 }
 
@@ -140,8 +133,8 @@ std::vector<UniGroup> longest_ports()
 
 TEST(Longest, ViewsOfTheWholeOltStayWithin1MiB)
 {
-    for (bool online : {false, true}) {
-        const std::vector<BoundOnu> onus = longest_olt(online);
+    for (OnuState state : every_state) {
+        const std::vector<BoundOnu> onus = longest_olt(state);
         EXPECT_LE(capabilities_table(onus).size(), max_result);
         EXPECT_LE(upgrade_table(onus).size(), max_result);
         EXPECT_LE(uni_attributes_table(onus).size(), max_result);
@@ -150,12 +143,12 @@ TEST(Longest, ViewsOfTheWholeOltStayWithin1MiB)
 
 TEST(Longest, TheUniAttributesOfTheWholeOltAreAllThere)
 {
-    EXPECT_EQ(parse(uni_attributes_table(longest_olt(true))).Size(), max_ports * onus_per_port * max_unis);
+    EXPECT_EQ(parse(uni_attributes_table(longest_olt(OnuState::online))).Size(), max_ports * onus_per_port * max_unis);
 }
 
 TEST(Longest, ADisabledPortIsNoLongerThanOneThatIsUp)
 {
-    std::vector<BoundOnu> onu{longest_onu(1, 1, true)};
+    std::vector<BoundOnu> onu{longest_onu(1, 1, OnuState::online)};
     const size_t up = uni_attributes_table(onu).size();
     for (UniConfig &config : onu[0].configs)
         config.enabled = false;
@@ -164,15 +157,15 @@ TEST(Longest, ADisabledPortIsNoLongerThanOneThatIsUp)
 
 TEST(Longest, AnOnusConfigurationFitsTheAnswer)
 {
-    for (bool online : {false, true}) {
-        const std::vector<BoundOnu> onu{longest_onu(16, 127, online)};
+    for (OnuState state : every_state) {
+        const std::vector<BoundOnu> onu{longest_onu(16, 127, state)};
         EXPECT_LE(onu_config_table(onu).size(), longest_answer_text);
     }
 }
 
 TEST(Longest, TheUniPortsOfAnOnuStayWithin10240)
 {
-    const std::vector<BoundOnu> onu{longest_onu(16, 127, true)};
+    const std::vector<BoundOnu> onu{longest_onu(16, 127, OnuState::online)};
     EXPECT_LE(uni_config_table(onu).size(), small_result);
 }
 
@@ -252,7 +245,7 @@ TEST(UniAttributes, LinksOfAnOfflineOnuAreUnknown)
 
 TEST(UniAttributes, ARowLooksLikeThis)
 {
-    BoundOnu onu = longest_onu(3, 7, true);
+    BoundOnu onu = longest_onu(3, 7, OnuState::online);
     onu.configs.resize(2);
     onu.configs[0].egress.reset();
     onu.configs[1].enabled = false;
@@ -318,7 +311,7 @@ TEST(UniConfigView, HasARowAUniPort)
 
 TEST(UniConfigView, SpeedAndDuplexAreConfiguredWithoutNegotiationOnly)
 {
-    BoundOnu onu = longest_onu(1, 1, true);
+    BoundOnu onu = longest_onu(1, 1, OnuState::online);
     onu.configs.resize(2);
     onu.configs[1].autoneg = true;
     const rapidjson::Document rows = parse(uni_config_table({&onu, 1}));
