@@ -80,6 +80,11 @@ const Operation *find_operation(std::string_view name)
     return find_named(operations(), name);
 }
 
+const Function *find_function(std::string_view name)
+{
+    return find_named(functions(), name);
+}
+
 const Field *find_field(std::span<const Field> fields, std::string_view name)
 {
     return find_named(fields, name);

@@ -195,6 +195,7 @@ const Status *find_status(uint32_t value);
 const Layout *find_layout(const Command &command, bool of_answer = false);
 const View *find_view(const Command &command);
 const Operation *find_operation(std::string_view name);
+const Function *find_function(std::string_view name);
 const Field *find_field(std::span<const Field> fields, std::string_view name);
 const Oddity *find_oddity(const Operation &operation, Facet facet);
 

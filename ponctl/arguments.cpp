@@ -16,7 +16,8 @@ using catalogue::Operation;
 
 bool is_output(const Argument &argument)
 {
-    return argument.type == ArgumentType::db || argument.type == ArgumentType::text_out;
+    return argument.type == ArgumentType::db || argument.type == ArgumentType::text_out ||
+           argument.type == ArgumentType::response;
 }
 
 bool is_in_place(const Operation &operation, const Argument &argument)
@@ -52,6 +53,7 @@ std::string form_of(const Operation &operation, const Argument &argument)
         return name + ".FIELD=VALUE or " + name + "=BLOCK";
     case ArgumentType::db:
     case ArgumentType::text_out:
+    case ArgumentType::response:
         break;
     }
     return {};
@@ -73,6 +75,8 @@ std::string_view type_name(const Operation &operation, const Argument &argument)
         return "block";
     case ArgumentType::record:
         return "record";
+    case ArgumentType::response:
+        return "response";
     case ArgumentType::db:
         return "database";
     }
@@ -82,6 +86,15 @@ std::string_view type_name(const Operation &operation, const Argument &argument)
 bool is_command(const Operation &operation, const Argument &argument)
 {
     return argument.field && argument.field == operation.record->command;
+}
+
+std::vector<const catalogue::Field *> fields_of(const Operation &operation, const Argument &argument)
+{
+    if (!argument.picked.empty()) return {argument.picked.begin(), argument.picked.end()};
+    std::vector<const catalogue::Field *> fields;
+    for (const catalogue::Field &field : operation.record->fields)
+        if (!operation.command || &field != operation.record->command) fields.push_back(&field);
+    return fields;
 }
 
 namespace
@@ -110,6 +123,29 @@ size_t index_of(const Operation &operation, const std::string &name)
         if (argument.name == name && !is_output(argument)) return index;
     }
     refuse_unknown(operation, name);
+}
+
+// Refuses fields of a record that do not count: what the operation does not pick, and the command code where it writes
+// its own.
+void check_fields(const Operation &operation, const Argument &argument, std::span<const Assignment> fields)
+{
+    for (const Assignment &assignment : fields) {
+        const std::string name = std::string(argument.name) + "." + assignment.name;
+        const catalogue::Field *command = operation.record->command;
+        if (argument.picked.empty()) {
+            if (operation.command && command && assignment.name == command->name)
+                throw UsageError(name + ": " + std::string(operation.name) + " writes its own command code, " +
+                                 std::string(operation.command->name));
+            continue;
+        }
+        std::vector<std::string_view> picked;
+        for (const catalogue::Field *field : argument.picked)
+            picked.push_back(field->name);
+        if (std::ranges::find(picked, assignment.name) == picked.end())
+            throw UsageError(name + ": not used by " + std::string(operation.name) +
+                             suggestion(assignment.name, picked) + " (what counts of " + std::string(argument.name) +
+                             " is " + join(picked) + ")");
+    }
 }
 
 } // namespace
@@ -200,6 +236,7 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
         value.pointer = &owned.database;
         return;
     case ArgumentType::text_out:
+    case ArgumentType::response:
         owned.bytes.resize(called.response_size);
         break;
     }
@@ -241,8 +278,9 @@ void Arguments::set_record(size_t index, const Given &given, bool allow_long)
                              std::to_string(called.record->size) + " of " + std::string(called.record->name));
     }
     record.resize(called.record->size);
-    set_fields(*called.record, *called.channel, given.fields[index], allow_long,
-               std::string(called.arguments[index].name) + ".", record, called.command);
+    check_fields(called, called.arguments[index], given.fields[index]);
+    set_fields(*called.record, {called.channel, called.call, called.command}, given.fields[index], allow_long,
+               std::string(called.arguments[index].name) + ".", record);
 }
 
 const catalogue::Command *Arguments::command() const
@@ -250,9 +288,10 @@ const catalogue::Command *Arguments::command() const
     if (called.command || !called.record->command) return called.command;
     for (size_t index = 0; index < passed.size(); ++index) {
         const Argument &argument = called.arguments[index];
-        if (is_command(called, argument)) return catalogue::find_command(called.channel->type, passed[index].number);
+        if (is_command(called, argument))
+            return catalogue::find_command(called.channel->type, passed[index].number, called.call);
         if (argument.type == ArgumentType::record)
-            return command_of(*called.record, *called.channel, memory[index].bytes);
+            return command_of(*called.record, {called.channel, called.call}, memory[index].bytes);
     }
     return nullptr;
 }

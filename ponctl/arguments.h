@@ -29,10 +29,11 @@ public:
     const catalogue::Operation &operation() const { return called; }
     std::span<const catalogue::Value> values() const { return passed; }
 
-    // The command that the operation sends; null where the catalogue does not know it.
+    // The command that the operation sends with its call; null where the catalogue does not know it.
     const catalogue::Command *command() const;
 
-    // What an argument's memory holds: a record, a text that was delivered, a database (null where none was delivered).
+    // What an argument's memory holds: a record, a response, a text that was delivered, a database (null where none was
+    // delivered).
     std::span<const uint8_t> bytes(size_t index) const { return memory[index].bytes; }
     db_handle *database(size_t index) const { return memory[index].database; }
 
@@ -61,11 +62,15 @@ bool is_in_place(const catalogue::Operation &operation, const catalogue::Argumen
 bool is_ignored(const catalogue::Argument &argument);
 // Whether the argument is the command code, which may be given by name.
 bool is_command(const catalogue::Operation &operation, const catalogue::Argument &argument);
+// The fields that may be set in an argument that is a record: where the operation picks some for its request, these;
+// else all but the command code where the operation writes its own.
+std::vector<const catalogue::Field *> fields_of(const catalogue::Operation &operation,
+                                                const catalogue::Argument &argument);
 // Whether a command line may leave the argument out.
 bool may_be_omitted(const catalogue::Argument &argument);
 // How a command line names the argument and what it takes: "pon_port=NUMBER". Empty for outputs.
 std::string form_of(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// The argument's type in one word: number, command, mac, text, block, length, record, database.
+// The argument's type in one word: number, command, mac, text, block, length, record, response, database.
 std::string_view type_name(const catalogue::Operation &operation, const catalogue::Argument &argument);
 
 } // namespace ponctl

@@ -12,11 +12,12 @@
 namespace ponctl
 {
 
-// Lists the operations in which all of the words occur; one that is named exactly is shown whole.
+// Lists the operations and local functions in which all of the words occur; one that is named exactly is shown whole.
 ExitCode run_ops(const Output &output, const std::vector<std::string> &words);
 
-// The page of an operation: everything that the catalogue says of it.
+// The page of an operation, or of a local function: everything that the catalogue says of it.
 void print_page(const Output &output, const catalogue::Operation &operation);
+void print_page(const Output &output, const catalogue::Function &function);
 
 struct CallOptions {
     bool allow_long = false;

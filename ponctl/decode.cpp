@@ -50,13 +50,13 @@ size_t put_block(const std::string &name, const Field &field, const Bytes &block
     return put(field, block.data(), block.size(), bytes);
 }
 
-size_t set_field(const catalogue::Record &record, const catalogue::Channel &channel, const Field &field,
-                 const std::string &name, const std::string &value, bool allow_long, Bytes &bytes)
+size_t set_field(const catalogue::Record &record, const Place &place, const Field &field, const std::string &name,
+                 const std::string &value, bool allow_long, Bytes &bytes)
 {
     switch (field.type) {
     case FieldType::u32: {
         const bool is_command = &field == record.command;
-        const uint32_t word = is_command ? parse_command(name, value, channel) : parse_number(name, value);
+        const uint32_t word = is_command ? parse_command(name, value, *place.channel) : parse_number(name, value);
         return put(field, &word, sizeof word, bytes);
     }
     case FieldType::u8: {
@@ -96,7 +96,8 @@ std::string number_text(const Reading &reading, const Field &field, uint32_t num
 {
     std::string text = std::to_string(number);
     if (&field == reading.record->command) {
-        const catalogue::Command *command = catalogue::find_command(reading.channel->type, number);
+        const catalogue::Command *command =
+            catalogue::find_command(reading.place.channel->type, number, reading.place.call);
         if (command) text.append(" ").append(command->name);
     }
     if (!field.unit.empty()) text.append(" ").append(field.unit);
@@ -142,24 +143,33 @@ uint32_t load_word(const uint8_t *bytes)
     return word;
 }
 
-const catalogue::Command *command_of(const catalogue::Record &record, const catalogue::Channel &channel,
+const catalogue::Command *command_of(const catalogue::Record &record, const Place &place,
                                      std::span<const uint8_t> bytes)
 {
+    if (place.command) return place.command;
     if (!record.command || !reached(*record.command, bytes)) return nullptr;
-    return catalogue::find_command(channel.type, load_word(bytes.data() + record.command->offset));
+    return catalogue::find_command(place.channel->type, load_word(bytes.data() + record.command->offset), place.call);
 }
 
-Reading read_record(const catalogue::Record &record, const catalogue::Channel &channel, std::span<const uint8_t> bytes,
-                    const catalogue::Command *command)
+const catalogue::Record &answer_record(const catalogue::Record &record, const catalogue::Command *command)
 {
-    if (!command) command = command_of(record, channel, bytes);
-    const catalogue::Layout *layout = command ? catalogue::find_layout(*command) : nullptr;
-    if (layout && layout->record != &record) layout = nullptr;
-    return {&record, layout, &channel, bytes};
+    if (command)
+        for (const catalogue::Operation &operation : catalogue::operations())
+            if (operation.command == command && operation.response) return *operation.response;
+    return record;
 }
 
-void swap_words(const catalogue::Record &record, const catalogue::Channel &channel, Bytes &bytes,
-                const catalogue::Command *command)
+Reading read_record(const catalogue::Record &record, const Place &place, std::span<const uint8_t> bytes)
+{
+    const catalogue::Command *command = command_of(record, place, bytes);
+    const catalogue::Layout *layout = nullptr;
+    if (command && place.is_answer) layout = catalogue::find_layout(*command, true);
+    if (command && !layout) layout = catalogue::find_layout(*command);
+    if (layout && layout->record != &record) layout = nullptr;
+    return {&record, layout, place, bytes};
+}
+
+void swap_words(const catalogue::Record &record, const Place &place, Bytes &bytes)
 {
     const auto swap = [&bytes](std::span<const Field> fields) {
         for (const Field &field : fields) {
@@ -169,19 +179,18 @@ void swap_words(const catalogue::Record &record, const catalogue::Channel &chann
         }
     };
     swap(record.fields);
-    if (const catalogue::Layout *layout = read_record(record, channel, bytes, command).layout) swap(layout->fields);
+    if (const catalogue::Layout *layout = read_record(record, place, bytes).layout) swap(layout->fields);
 }
 
-size_t set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
-                  std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
-                  const catalogue::Command *command)
+size_t set_fields(const catalogue::Record &record, const Place &place, std::span<const Assignment> assignments,
+                  bool allow_long, const std::string &prefix, Bytes &bytes)
 {
     // The command first: it says which layout's fields are known.
     for (const Assignment &assignment : assignments)
         if (record.command && assignment.name == record.command->name)
-            set_field(record, channel, *record.command, prefix + assignment.name, assignment.value, false, bytes);
+            set_field(record, place, *record.command, prefix + assignment.name, assignment.value, false, bytes);
 
-    const Reading reading = read_record(record, channel, bytes, command);
+    const Reading reading = read_record(record, place, bytes);
     std::vector<const Field *> done;
     size_t end = 0;
     for (const Assignment &assignment : assignments) {
@@ -189,8 +198,8 @@ size_t set_fields(const catalogue::Record &record, const catalogue::Channel &cha
         if (std::find(done.begin(), done.end(), &field) != done.end())
             throw UsageError(prefix + assignment.name + ": given twice");
         done.push_back(&field);
-        end = std::max(
-            end, set_field(record, channel, field, prefix + assignment.name, assignment.value, allow_long, bytes));
+        end = std::max(end,
+                       set_field(record, place, field, prefix + assignment.name, assignment.value, allow_long, bytes));
     }
     return end;
 }

@@ -9,38 +9,46 @@
 namespace ponctl
 {
 
+// Which exchange a record belongs to, and on which side of it.
+struct Place {
+    const catalogue::Channel *channel;
+    catalogue::Call call;
+    const catalogue::Command *command = nullptr; // null: the one whose code the record carries
+    bool is_answer = false;
+};
+
 // A record's bytes, as many as there are, with what says how they are read.
 struct Reading {
     const catalogue::Record *record;
     const catalogue::Layout *layout; // of the opaque part, where the record's command has one; else null
-    const catalogue::Channel *channel;
+    Place place;
     std::span<const uint8_t> bytes;
 };
 
-// Reads a record of a channel by the command code that it carries, or by `command` where one is given.
-Reading read_record(const catalogue::Record &record, const catalogue::Channel &channel, std::span<const uint8_t> bytes,
-                    const catalogue::Command *command = nullptr);
+// Reads a record by the layout of its command: an answer by that of the answer, or where there is none, as a request.
+Reading read_record(const catalogue::Record &record, const Place &place, std::span<const uint8_t> bytes);
 
-// The command that a record carries; null where it carries none or an unknown one.
-const catalogue::Command *command_of(const catalogue::Record &record, const catalogue::Channel &channel,
+// The command of a record; null where its place states none, and it carries none or an unknown one.
+const catalogue::Command *command_of(const catalogue::Record &record, const Place &place,
                                      std::span<const uint8_t> bytes);
 
-// Turns the words of a record that was written in the other byte order. The command code says which words the opaque
-// part holds: the one in the record, or `command` where one is given.
-void swap_words(const catalogue::Record &record, const catalogue::Channel &channel, Bytes &bytes,
-                const catalogue::Command *command = nullptr);
+// The record that the answer to a command is, where the request is `record`.
+const catalogue::Record &answer_record(const catalogue::Record &record, const catalogue::Command *command);
+
+// Turns the words of a record that was written in the other byte order. Its command says which words the opaque part
+// holds.
+void swap_words(const catalogue::Record &record, const Place &place, Bytes &bytes);
 
 uint32_t load_word(const uint8_t *bytes);
 
-// Sets fields of a record, which must have the record's size, from assignments FIELD=value. The fields of the layout
-// that belongs to the record's command are known too. `prefix` stands before the field's name in errors.
+// Sets fields of a request, which must have the record's size, from assignments FIELD=value. The fields of the layout
+// that belongs to its command are known too. `prefix` stands before the field's name in errors.
 //
 // Refused with a UsageError: unknown and repeated fields, wrong values, and a text or block that is longer than its
 // field, unless `allow_long` lets it run on into the fields behind it. Returns the offset behind the last byte that was
 // set, 0 where none was.
-size_t set_fields(const catalogue::Record &record, const catalogue::Channel &channel,
-                  std::span<const Assignment> assignments, bool allow_long, const std::string &prefix, Bytes &bytes,
-                  const catalogue::Command *command = nullptr);
+size_t set_fields(const catalogue::Record &record, const Place &place, std::span<const Assignment> assignments,
+                  bool allow_long, const std::string &prefix, Bytes &bytes);
 
 // The longest text or block of a field; of a text, without its NUL.
 uint32_t longest(const catalogue::Field &field, bool text);

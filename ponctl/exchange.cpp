@@ -1,5 +1,7 @@
 #include "exchange.h"
 
+#include <tuple>
+
 #include <dlfcn.h>
 
 #include "board/ipc.h"
@@ -13,19 +15,21 @@ bool watching = false;
 bool sending = true;
 Exchange last;
 
-// Notes a call and passes it on to the IPC library's function of the same name.
+// Notes a call and passes it on to the IPC library's function of the same name. The last of the arguments is where the
+// status word goes.
 template <class Function, class... Rest>
 int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_t msg_type, const void *request,
                 uint32_t request_length, Rest... rest)
 {
     if (watching) {
         const auto *bytes = static_cast<const uint8_t *>(request);
-        last = {true, IPC_OK, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length}};
+        last = {true, IPC_OK, 0, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length}};
         if (!sending) return IPC_OK;
     }
     const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
     const int32_t result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
     last.result = result;
+    if (result == IPC_OK) last.status = *std::get<sizeof...(rest) - 1>(std::tuple(rest...));
     return result;
 }
 

@@ -13,8 +13,9 @@ namespace ponctl
 {
 
 struct Exchange {
-    bool made = false;  // false: nothing was handed to the IPC library
-    int32_t result = 0; // the IPC library's
+    bool made = false;   // false: nothing was handed to the IPC library
+    int32_t result = 0;  // the IPC library's
+    uint32_t status = 0; // the service's, whatever the operation returns
     const catalogue::Channel *channel = nullptr;
     catalogue::Call call = catalogue::Call::set;
     Bytes request;

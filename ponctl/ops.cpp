@@ -16,6 +16,7 @@ using catalogue::ArgumentType;
 using catalogue::Operation;
 
 constexpr size_t page_width = 80;
+constexpr std::string_view local = "local"; // the class of functions that make no request
 
 // Words filled into lines of the page, which start with `indent` spaces, the first one with what stands there already.
 std::string filled(std::string start, std::string_view text, size_t indent)
@@ -39,6 +40,11 @@ std::string filled(std::string start, std::string_view text, size_t indent)
 std::string filled(std::string_view text, size_t indent)
 {
     return filled({}, text, indent);
+}
+
+bool goes_through(const Operation &operation)
+{
+    return operation.logged_as != operation.name;
 }
 
 std::string failure_text(const Operation &operation)
@@ -66,6 +72,26 @@ std::string request_text(const Operation &operation)
         return record + " as you give it, " + size + " bytes";
     case catalogue::Request::copied:
         return record + " as you give it but for the command code, " + size + " bytes";
+    case catalogue::Request::stamped:
+        return record + " as you give it, with the command code written into it, " + size + " bytes";
+    }
+    return {};
+}
+
+std::string answer_text(const Operation &operation)
+{
+    if (!operation.response) return "the status alone";
+    const std::string size = std::to_string(operation.response_size) + " bytes";
+    const std::string record(operation.response->name);
+    switch (operation.answer) {
+    case catalogue::Answer::none:
+        break;
+    case catalogue::Answer::own:
+        return record + ", into a buffer of the library";
+    case catalogue::Answer::in_place:
+        return record + ", into the record that you gave, " + size;
+    case catalogue::Answer::caller:
+        return record + " as far as " + size + " go, into your buffer";
     }
     return {};
 }
@@ -82,9 +108,9 @@ const catalogue::View *view_of(const Operation &operation)
     return operation.command ? catalogue::find_view(*operation.command) : nullptr;
 }
 
-const catalogue::Layout *layout_of(const Operation &operation)
+const catalogue::Layout *layout_of(const Operation &operation, bool of_answer)
 {
-    return operation.command ? catalogue::find_layout(*operation.command) : nullptr;
+    return operation.command ? catalogue::find_layout(*operation.command, of_answer) : nullptr;
 }
 
 // Whether an argument must be given, where it goes or comes from, and how much fits there.
@@ -92,6 +118,7 @@ std::string rule_text(const Argument &argument)
 {
     if (is_ignored(argument)) return "(not used; 0 when left out)";
     if (argument.type == ArgumentType::length) return "(the size of the block when left out)";
+    if (argument.dropped) return "(the service's result is taken and dropped: nothing is handed out)";
     std::string rule = is_output(argument) ? "(read back" : argument.optional ? "(may be left out" : "(required";
     if (argument.field) {
         rule += std::string(is_output(argument) ? "; from " : "; to ") + std::string(argument.field->name) +
@@ -110,6 +137,14 @@ std::string field_page(const catalogue::Field &field)
                         "; " + std::string(field.brief);
     if (!field.unit.empty()) about.append(" (").append(field.unit).append(")");
     return filled("        " + std::string(field.name) + ": ", about, 12);
+}
+
+std::string layout_page(std::string_view what, const catalogue::Layout &layout)
+{
+    std::string page = filled(what, 6);
+    for (const catalogue::Field &field : layout.fields)
+        page += field_page(field);
+    return page;
 }
 
 // The commands of a channel that only the operations reach to which they are given.
@@ -132,16 +167,17 @@ std::string argument_page(const Operation &operation, const Argument &argument)
     if (is_command(operation, argument)) page += commands_page(*operation.channel);
     if (argument.type == ArgumentType::record) {
         page += "      FIELD is one of\n";
-        for (const catalogue::Field &field : operation.record->fields)
-            page += field_page(field);
-        if (const catalogue::Layout *layout = layout_of(operation)) {
-            page += filled("or, as the simulated service reads this command's record, one of", 6);
-            for (const catalogue::Field &field : layout->fields)
-                page += field_page(field);
-        } else if (!operation.command) {
+        for (const catalogue::Field *field : fields_of(operation, argument))
+            page += field_page(*field);
+        if (!argument.picked.empty()) return page;
+        if (const catalogue::Layout *layout = layout_of(operation, false))
+            page += layout_page("or, as the simulated service reads this command's record, one of", *layout);
+        else if (!operation.command)
             page += filled("or of those that the simulated service reads in the record of the command", 6);
-        }
     }
+    if (argument.type == ArgumentType::response)
+        if (const catalogue::Layout *layout = layout_of(operation, true))
+            page += layout_page("which the simulated service answers with, beside the record's own fields", *layout);
     return page;
 }
 
@@ -210,8 +246,34 @@ std::string page_of(const Operation &operation)
     line("Channel:", channel);
     line("Command:", command_text(operation));
     line("Record:", request_text(operation));
+    line("Answer:", answer_text(operation));
     line("Failure:", failure_text(operation));
+    if (goes_through(operation)) line("Through:", std::string(operation.logged_as) + ", whose name stands in the log");
+    for (const catalogue::Oddity &oddity : operation.odd)
+        line("Oddity:", oddity.brief);
     return page;
+}
+
+std::string page_of(const catalogue::Function &function)
+{
+    std::string page = std::string(function.name) + "\n" + filled(function.brief, 2);
+    if (!function.notes.empty()) page += filled(function.notes, 2);
+    page += "\nPrototype:\n" + filled(function.prototype, 2) + "\n";
+    page += filled("Family:", function.family, 9);
+    page +=
+        filled("Class:", std::string(local) + ", makes no request: for the command line there is 'ponctl idset'", 9);
+    return page;
+}
+
+// A member that is the entry's name, or null where there is none.
+template <class Entry>
+void write_name(Json &json, std::string_view key, const Entry *entry)
+{
+    json.key(key);
+    if (entry)
+        json.text(entry->name);
+    else
+        json->Null();
 }
 
 void write_arguments(Json &json, const Operation &operation)
@@ -225,11 +287,7 @@ void write_arguments(Json &json, const Operation &operation)
         json.member("direction", is_output(argument) ? "out" : is_in_place(operation, argument) ? "in-out" : "in");
         json.key("required");
         json->Bool(!may_be_omitted(argument));
-        json.key("field");
-        if (argument.field)
-            json.text(argument.field->name);
-        else
-            json->Null();
+        write_name(json, "field", argument.field);
         json.member("brief", argument.brief);
         json->EndObject();
     }
@@ -247,18 +305,33 @@ void write_operation(Json &json, const Operation &operation)
     json.member("call", catalogue::to_text(operation.call));
     json.member("channel", operation.channel->name);
     json.member("record", operation.record->name);
-    json.key("command");
-    if (operation.command)
-        json.text(operation.command->name);
-    else
-        json->Null();
+    write_name(json, "command", operation.command);
     json.key("code");
     if (operation.command)
         json->Uint(operation.command->code);
     else
         json->Null();
     json.member("failure", failure_text(operation));
+    write_name(json, "response", operation.response);
+    write_name(json, "through", goes_through(operation) ? catalogue::find_operation(operation.logged_as) : nullptr);
+    json.key("oddities");
+    json->StartArray();
+    for (const catalogue::Oddity &oddity : operation.odd)
+        json.text(oddity.brief);
+    json->EndArray();
     write_arguments(json, operation);
+    json->EndObject();
+}
+
+void write_function(Json &json, const catalogue::Function &function)
+{
+    json->StartObject();
+    json.member("name", function.name);
+    json.member("family", function.family);
+    json.member("brief", function.brief);
+    json.member("notes", function.notes);
+    json.member("class", local);
+    json.member("prototype", function.prototype);
     json->EndObject();
 }
 
@@ -281,25 +354,45 @@ void print_page(const Output &output, const Operation &operation)
     }
 }
 
+void print_page(const Output &output, const catalogue::Function &function)
+{
+    refuse_hex(output);
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        write_function(json, function);
+    } else {
+        std::fputs(page_of(function).c_str(), output.stream);
+    }
+}
+
 ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
 {
     refuse_hex(output);
-    if (words.size() == 1)
+    if (words.size() == 1) {
         if (const Operation *operation = catalogue::find_operation(words.front())) {
             print_page(output, *operation);
             return exit_success;
         }
+        if (const catalogue::Function *function = catalogue::find_function(words.front())) {
+            print_page(output, *function);
+            return exit_success;
+        }
+    }
 
     const auto found = find_operations(words);
+    const auto functions = find_functions(words);
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartArray();
         for (const Operation *operation : found)
             write_operation(json, *operation);
+        for (const catalogue::Function *function : functions)
+            write_function(json, *function);
         json->EndArray();
         return exit_success;
     }
-    if (found.empty()) complain("no operation has all of these words in its name, brief, family or command");
+    if (found.empty() && functions.empty())
+        complain("no operation has all of these words in its name, brief, family or command");
     Table table({{"OPERATION"},
                  {"BRIEF", Table::Fit::cut},
                  {"CLASS", Table::Fit::cut},
@@ -311,6 +404,8 @@ ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
                    std::string(catalogue::to_text(operation->impact)), command ? std::string(command->name) : "-",
                    command ? std::to_string(command->code) : "-"});
     }
+    for (const catalogue::Function *function : functions)
+        table.add({std::string(function->name), std::string(function->brief), std::string(local), "-", "-"});
     table.print(output);
     return exit_success;
 }

@@ -245,6 +245,14 @@ void Json::document(std::string_view document)
     rapidjson::Reader().Parse<flags>(in, writer);
 }
 
+void Json::document(const db_handle *database)
+{
+    if (database)
+        document(document_of(database));
+    else
+        writer.Null();
+}
+
 void Json::record(const Reading &reading)
 {
     writer.StartObject();
@@ -319,7 +327,7 @@ std::string_view document_of(const db_handle *database)
 
 void print_request(const Output &output, const Exchange &exchange, const catalogue::Record &record)
 {
-    const Reading reading = read_record(record, *exchange.channel, exchange.request);
+    const Reading reading = read_record(record, {exchange.channel, exchange.call}, exchange.request);
     if (output.format == Format::hex) return print_bytes(output, exchange.request, &reading);
     if (output.format == Format::json) {
         Json json(output.stream);

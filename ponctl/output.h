@@ -80,6 +80,8 @@ public:
     void status(uint32_t status);
     // A document that is JSON already; as a text if it is not.
     void document(std::string_view document);
+    // That of a result database; null where there is no database.
+    void document(const db_handle *database);
     // An object of a record's fields, each as its type: numbers, texts, MAC addresses as texts, sets of ids as arrays
     // of numbers, bytes as hexadecimal digits without the zeros at their end.
     void record(const Reading &reading);

@@ -54,7 +54,7 @@ bool answers(Call call)
 }
 
 // The request: the given bytes, the given fields, and zeros up to the record's length.
-Bytes request_of(const RawOptions &options, const catalogue::Channel &channel, const catalogue::Record &record)
+Bytes request_of(const RawOptions &options, const Place &place, const catalogue::Record &record)
 {
     std::vector<Assignment> assignments;
     for (const std::string &word : options.fields)
@@ -66,7 +66,7 @@ Bytes request_of(const RawOptions &options, const catalogue::Channel &channel, c
                          std::to_string(record.size) + " of " + std::string(record.name));
     const size_t given = request.size();
     request.resize(record.size);
-    const size_t set = set_fields(record, channel, assignments, options.allow_long, "", request);
+    const size_t set = set_fields(record, place, assignments, options.allow_long, "", request);
     if (!record.payload) return request;
 
     // A record with a payload is as long as that, and 4 bytes more.
@@ -106,14 +106,14 @@ void exchange_record(const catalogue::Channel &channel, Call call, const Bytes &
     answer.bytes.resize(std::min<size_t>(received, answer.bytes.size()));
 }
 
-void show_answer(const Output &output, const catalogue::Channel &channel, const catalogue::Record &record, Call call,
-                 const catalogue::Command *command, const Answer &answer)
+void show_answer(const Output &output, const Place &place, const catalogue::Record &record, const Answer &answer)
 {
-    const Reading reading = read_record(record, channel, answer.bytes, command);
+    const Call call = place.call;
+    const Reading reading = read_record(answer_record(record, place.command), place, answer.bytes);
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartObject();
-        json.member("channel", channel.name);
+        json.member("channel", place.channel->name);
         json.member("call", catalogue::to_text(call));
         json.status(answer.status);
         if (answers(call)) {
@@ -121,10 +121,7 @@ void show_answer(const Output &output, const catalogue::Channel &channel, const 
             json.key("response");
             json.record(reading);
             json.key("result");
-            if (answer.database)
-                json.document(document_of(answer.database));
-            else
-                json->Null();
+            json.document(answer.database);
         }
         json->EndObject();
         return;
@@ -137,7 +134,8 @@ void show_answer(const Output &output, const catalogue::Channel &channel, const 
     } else {
         print_bytes(output, answer.bytes, &reading);
     }
-    if (answer.database) print_database(output, answer.database, command ? catalogue::find_view(*command) : nullptr);
+    if (answer.database)
+        print_database(output, answer.database, place.command ? catalogue::find_view(*place.command) : nullptr);
 }
 
 } // namespace
@@ -151,7 +149,7 @@ ExitCode run_raw(const Output &output, const RawOptions &options)
         throw UsageError("--preset: only get and dgram-get have an answer to bound");
     const uint32_t preset =
         options.preset.empty() ? record.size : parse_number("--preset", options.preset, IPC_MAX_LENGTH);
-    const Bytes request = request_of(options, channel, record);
+    const Bytes request = request_of(options, {&channel, call}, record);
 
     const Watch watch(!options.dry_run);
     Answer answer;
@@ -160,11 +158,10 @@ ExitCode run_raw(const Output &output, const RawOptions &options)
         print_request(output, watch.exchange(), record);
         return exit_success;
     }
-    const catalogue::Command *command = command_of(record, channel, request);
     if (watch.exchange().result == IPC_OK) {
         if (answers(call) && record.command)
             answer.database = db_from_shmem(load_word(request.data() + record.command->offset), BOARD_RESULT_MAX);
-        show_answer(output, channel, record, call, command, answer);
+        show_answer(output, {&channel, call, command_of(record, {&channel, call}, request), true}, record, answer);
     }
     return report_exchange(channel.name, watch.exchange(), answer.status);
 }

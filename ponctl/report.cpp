@@ -39,8 +39,11 @@ ExitCode report_exchange(std::string_view name, const Exchange &exchange, uint32
                  advice_on(exchange.result));
         return exit_ipc;
     }
-    if (status == 0) return exit_success;
-    complain(start + "status " + describe_status(status));
+    if (status == 0 && exchange.status == 0) return exit_success;
+    if (status == 0)
+        complain(start + "the service's status, which the operation drops, is " + describe_status(exchange.status));
+    else
+        complain(start + "status " + describe_status(status));
     return exit_status;
 }
 

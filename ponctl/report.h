@@ -17,7 +17,8 @@ void complain(const std::string &message);
 // A status word in words: "4003 PON_ERR_NO_PORT: the OLT has no such PON port".
 std::string describe_status(uint32_t status);
 
-// The exit code of an exchange, after one line on standard error where it failed or its status is not zero.
+// The exit code of an exchange, after one line on standard error where it failed or its status is not zero, be it only
+// the service's and not `status`, the one that the operation returned.
 ExitCode report_exchange(std::string_view name, const Exchange &exchange, uint32_t status);
 
 } // namespace ponctl

@@ -33,7 +33,7 @@ struct Traced {
     const board_trace_record &record;
     const catalogue::Channel *channel; // null: unknown
     const catalogue::Command *command = nullptr;
-    const catalogue::Record *kind = nullptr;
+    const catalogue::Record *kind = nullptr; // of the request
     Bytes request, response;
     std::string_view result;
 
@@ -46,15 +46,21 @@ struct Traced {
     {
         if (!channel) return;
         kind = &record_of(*channel, request.size());
-        if (swapped) swap_words(*kind, *channel, request);
-        command = command_of(*kind, *channel, request);
-        if (swapped) swap_words(*kind, *channel, response, command);
+        if (swapped) swap_words(*kind, place(), request);
+        command = command_of(*kind, place(), request);
+        if (swapped) swap_words(answer_record(*kind, command), place(true), response);
     }
 
-    Reading reading(const Bytes &bytes) const { return read_record(*kind, *channel, bytes, command); }
+    Place place(bool is_answer = false) const { return {channel, call(), command, is_answer}; }
+    const Bytes &bytes(bool of_answer) const { return of_answer ? response : request; }
+    Reading reading(bool of_answer) const
+    {
+        return read_record(of_answer ? answer_record(*kind, command) : *kind, place(of_answer), bytes(of_answer));
+    }
     bool answered() const { return record.ipc_result == IPC_OK; }
 
-    std::string_view call() const { return catalogue::to_text(static_cast<catalogue::Call>(record.call)); }
+    catalogue::Call call() const { return static_cast<catalogue::Call>(record.call); }
+    std::string call_text() const { return std::string(catalogue::to_text(call())); }
 
     std::string channel_text() const { return channel ? std::string(channel->name) : std::to_string(record.msg_type); }
 
@@ -88,18 +94,18 @@ struct Traced {
 
 void write_exchange(Json &json, const Traced &traced)
 {
-    const auto record = [&](std::string_view name, const Bytes &bytes) {
+    const auto record = [&](std::string_view name, bool of_answer) {
         json.key(name);
         if (traced.channel)
-            json.record(traced.reading(bytes));
+            json.record(traced.reading(of_answer));
         else
-            json.text(format_hex(bytes));
+            json.text(format_hex(traced.bytes(of_answer)));
     };
     json->StartObject();
     json.member("time", traced.time());
     json.member("pid", traced.record.pid);
     json.member("tid", traced.record.tid);
-    json.member("call", traced.call());
+    json.member("call", traced.call_text());
     json.member("channel", traced.channel_text());
     json.member("command", traced.command_text());
     json.key("ipc_result");
@@ -113,8 +119,8 @@ void write_exchange(Json &json, const Traced &traced)
         json->Null();
     }
     json.member("allowed", traced.record.allowed);
-    record("request", traced.request);
-    record("response", traced.response);
+    record("request", false);
+    record("response", true);
     json.key("result");
     if (traced.result.empty())
         json->Null();
@@ -123,12 +129,13 @@ void write_exchange(Json &json, const Traced &traced)
     json->EndObject();
 }
 
-void print_record(const Output &output, const char *label, const Traced &traced, const Bytes &bytes)
+void print_record(const Output &output, const char *label, const Traced &traced, bool of_answer)
 {
+    const Bytes &bytes = traced.bytes(of_answer);
     if (bytes.empty()) return;
     std::fprintf(output.stream, "%s, %zu bytes\n", label, bytes.size());
     if (!traced.channel) return print_bytes(output, bytes);
-    const Reading reading = traced.reading(bytes);
+    const Reading reading = traced.reading(of_answer);
     if (output.format == Format::hex)
         print_bytes(output, bytes, &reading);
     else
@@ -138,10 +145,10 @@ void print_record(const Output &output, const char *label, const Traced &traced,
 void print_exchange(const Output &output, const Traced &traced)
 {
     std::fprintf(output.stream, "%s process %u: %s on %s, command %s: %s\n", traced.time().c_str(), traced.record.pid,
-                 std::string(traced.call()).c_str(), traced.channel_text().c_str(), traced.command_text().c_str(),
+                 traced.call_text().c_str(), traced.channel_text().c_str(), traced.command_text().c_str(),
                  traced.outcome().c_str());
-    print_record(output, "request", traced, traced.request);
-    print_record(output, "response", traced, traced.response);
+    print_record(output, "request", traced, false);
+    print_record(output, "response", traced, true);
     if (traced.record.result_length > 0) {
         std::fprintf(output.stream, "result under key %u, %u bytes\n", traced.record.result_key,
                      traced.record.result_length);
@@ -186,7 +193,7 @@ bool show_trace(const Output &output, const Trace &trace, bool verbose)
     Table table(
         {{"TIME"}, {"PROCESS", Table::Fit::right}, {"CALL"}, {"CHANNEL"}, {"COMMAND"}, {"OUTCOME", Table::Fit::cut}});
     const bool whole = show_all(trace, [&table](const Traced &traced) {
-        table.add({traced.time(), std::to_string(traced.record.pid), std::string(traced.call()), traced.channel_text(),
+        table.add({traced.time(), std::to_string(traced.record.pid), traced.call_text(), traced.channel_text(),
                    traced.command_text(), traced.outcome()});
     });
     table.print(output);

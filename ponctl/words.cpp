@@ -75,6 +75,17 @@ std::vector<const catalogue::Operation *> find_operations(std::span<const std::s
     return found;
 }
 
+std::vector<const catalogue::Function *> find_functions(std::span<const std::string> words)
+{
+    std::vector<const catalogue::Function *> found;
+    for (const catalogue::Function &function : catalogue::functions()) {
+        const std::string text =
+            std::string(function.name) + "\n" + std::string(function.brief) + "\n" + std::string(function.family);
+        if (contains_all(lower_case(text), words)) found.push_back(&function);
+    }
+    return found;
+}
+
 std::string_view nearest(std::string_view wrong, std::span<const std::string_view> names)
 {
     std::string_view best;
@@ -108,6 +119,8 @@ std::string join(std::span<const std::string_view> names, std::string_view separ
 const catalogue::Operation &named_operation(const std::string &name)
 {
     if (const catalogue::Operation *operation = catalogue::find_operation(name)) return *operation;
+    if (catalogue::find_function(name))
+        throw UsageError(name + " makes no request, so there is nothing to call; see 'ponctl ops " + name + "'");
 
     // Those whose names hold every part of the wrong one; else the nearest.
     constexpr size_t most = 10;

@@ -16,6 +16,8 @@ std::string lower_case(std::string_view text);
 // The operations that each of the words occurs in: in the name, the brief, the family, the class, or the command's
 // name or code. Upper and lower case are the same.
 std::vector<const catalogue::Operation *> find_operations(std::span<const std::string> words);
+// The functions without a request that each of the words occurs in: in the name, the brief or the family.
+std::vector<const catalogue::Function *> find_functions(std::span<const std::string> words);
 
 // The name nearest to `wrong`; empty where none is near.
 std::string_view nearest(std::string_view wrong, std::span<const std::string_view> names);

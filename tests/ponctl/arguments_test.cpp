@@ -164,6 +164,23 @@ TEST(Arguments, FieldsOfARecordAreCheckedByTheirTypes)
                 HasSubstr("record.text365: 64 bytes are more than the 63 that text365 holds"));
 }
 
+TEST(Arguments, RecordTakesOnlyTheFieldsThatTheOperationUses)
+{
+    const Arguments arguments(operation("bsp_pon_confirm_onu"), Words{"pon_port=1", "onu.onu_id=7"});
+    EXPECT_EQ(load_word(arguments.bytes(1).data() + 8), 7u);
+    EXPECT_EQ(error_of("bsp_pon_confirm_onu", {"pon_port=1", "onu.pon_port=1"}),
+              "onu.pon_port: not used by bsp_pon_confirm_onu (what counts of onu is onu_id, arg_byte16, onu_mac, "
+              "arg_word36)");
+    EXPECT_THAT(error_of("bsp_pon_confirm_onu", {"pon_port=1", "onu.onu_ld=1"}), HasSubstr("did you mean onu_id?"));
+}
+
+TEST(Arguments, CommandCodeThatTheOperationWritesIsNotTheCallers)
+{
+    for (const char *writing : {batch, "bsp_pon_get_onu_info", "bsp_pon_no_bind_blacklist_batch"})
+        EXPECT_THAT(error_of(writing, {"record.cmd=1"}),
+                    HasSubstr("record.cmd: " + std::string(writing) + " writes its own command code, BSP_CMD_"));
+}
+
 TEST(Arguments, RecordMayBeABlockWithFieldsSetOnIt)
 {
     const Arguments arguments(operation(batch), Words{"record=hex:0102030405060708090a", "record.onu_id=7"});
@@ -185,11 +202,24 @@ TEST(Arguments, OutputsHaveRoomForAWholeResponse)
     EXPECT_EQ(arguments.values()[2].pointer, arguments.bytes(2).data());
 }
 
+TEST(Arguments, ResponsesHaveRoomForWhatTheOperationAllows)
+{
+    for (const auto &[name, size] :
+         {std::pair{"bsp_pon_get_w_onu_spec_id", 776u}, {"bsp_pon_onu_auth_mode_type_get", 944u}}) {
+        const Words words = size == 776 ? Words{"pon_port=1", "onu_id=1"} : Words{"pon_port=1"};
+        const Arguments arguments(operation(name), words);
+        EXPECT_EQ(arguments.bytes(words.size()).size(), size);
+        EXPECT_EQ(arguments.values()[words.size()].pointer, arguments.bytes(words.size()).data());
+    }
+}
+
 TEST(Arguments, CommandIsTheOperationsOrTheCallers)
 {
-    EXPECT_EQ(Arguments(operation(batch), Words{"record.cmd=1"}).command()->code, 367u);
+    EXPECT_EQ(Arguments(operation(batch), Words{"record=hex:01000000"}).command()->code, 367u);
     EXPECT_EQ(Arguments(operation("bsp_pon_exec_set"), Words{"record.cmd=365"}).command()->code, 365u);
     EXPECT_EQ(Arguments(operation("bsp_pon_exec_get_json"), Words{"cmd=384", "pon_port=0"}).command()->code, 384u);
+    EXPECT_EQ(Arguments(operation("bsp_pon_exec_get"), Words{"record.cmd=381"}).command()->name,
+              "BSP_CMD_WHITELIST_GET");
     EXPECT_EQ(Arguments(operation("bsp_pon_exec_get_json"), Words{"cmd=1", "pon_port=0"}).command(), nullptr);
 }
 

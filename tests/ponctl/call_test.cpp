@@ -72,6 +72,7 @@ Words words_for(const catalogue::Operation &operation)
         case catalogue::ArgumentType::length:
         case catalogue::ArgumentType::db:
         case catalogue::ArgumentType::text_out:
+        case catalogue::ArgumentType::response:
             break;
         }
     }
@@ -241,6 +242,62 @@ TEST(Call, ShowsTheFieldsOfAnAnswerInPlace)
     EXPECT_EQ(document["outputs"]["record"]["pon_port"].GetUint(), 0u);
     EXPECT_THAT(service.ponctl(with(words, {"-o", "hex"})).out,
                 HasSubstr("  429  2f 74 6d 70 2f 61 20 72 65 73 75 6c 74 00 00 00  /tmp/a result...  data429\n"));
+}
+
+TEST(Call, ShowsTheFieldsOfAResponseAsFarAsItGoes)
+{
+    const FakeService service([](const board_request &request, board_answer *answer) {
+        board_answer_data(answer, request.data, request.length);
+    });
+    const Words words{"call", "bsp_pon_get_w_onu_by_mac", "pon_port=3", "mac=00:11:22:33:44:55"};
+    EXPECT_EQ(service.ponctl(with(words, {"-o", "hex"})).out.substr(0, 5), "    0");
+    const Finished finished = service.ponctl(words);
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_THAT(finished.out, HasSubstr("pon_port 3\n"));
+    EXPECT_THAT(finished.out, HasSubstr("onu_mac  00:11:22:33:44:55\n"));
+    const auto document = parsed(service.ponctl(with(words, {"-o", "json"})).out);
+    EXPECT_EQ(document["outputs"]["resp"]["pon_port"].GetUint(), 3u);
+    EXPECT_EQ(service.received()[0].allowed, 776u);
+}
+
+TEST(Call, SaysThatAnOperationHandsOutNoDatabase)
+{
+    const FakeService service(result(787, "[]"));
+    const Finished finished = service.ponctl({"call", "bsp_pon_onu_get_vlan_mode_snmp"});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(finished.err, "ponctl: db_out: bsp_pon_onu_get_vlan_mode_snmp hands out no database, only the status\n");
+}
+
+// Answers with a text at the place where the configuration of an ONU stands.
+FakeService::Handler configuration(const std::string &json, uint32_t status_word = 0)
+{
+    return [=](const board_request &, board_answer *answer) {
+        std::vector<uint8_t> record(1044);
+        std::memcpy(&record[20], json.data(), json.size());
+        board_answer_status(answer, status_word);
+        board_answer_data(answer, record.data(), static_cast<uint32_t>(record.size()));
+    };
+}
+
+TEST(Call, ReadsADatabaseThatIsATextInTheAnswer)
+{
+    const FakeService service(configuration(R"([{"model":"E8010"}])"));
+    const Words words{"call", "bsp_pon_onu_get_cfg_info", "pon_port=1", "onu_id=2", "-o", "json"};
+    EXPECT_STREQ(parsed(service.ponctl(words).out)["outputs"]["db_out"][0]["model"].GetString(), "E8010");
+}
+
+TEST(Call, TellsAStatusThatTheOperationDrops)
+{
+    const FakeService service(configuration("", 4005));
+    const Words words{"call", "bsp_pon_onu_get_cfg_info", "pon_port=1", "onu_id=2"};
+    const Finished finished = service.ponctl(words);
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_EQ(finished.err,
+              "ponctl: db_out: the service left no result database\n"
+              "ponctl: bsp_pon_onu_get_cfg_info: the service's status, which the operation drops, is 4005 "
+              "PON_ERR_NOT_BOUND: no ONU is bound to this id or by this MAC address\n");
+    EXPECT_EQ(parsed(service.ponctl(with(words, {"-o", "json"})).out)["status"].GetUint(), 0u);
 }
 
 TEST(Call, ShowsTheRequestOfADryRunAndSendsNothing)

@@ -13,18 +13,20 @@ const catalogue::Channel &pon()
     return *catalogue::find_channel("BSP_MSG_PON");
 }
 
+constexpr catalogue::Call set = catalogue::Call::set;
+
 Bytes pon_record(const std::vector<Assignment> &assignments)
 {
     Bytes bytes(pon().record->size);
-    set_fields(*pon().record, pon(), assignments, false, "", bytes);
+    set_fields(*pon().record, {&pon(), set}, assignments, false, "", bytes);
     return bytes;
 }
 
 // The fields that are shown, as NAME=TEXT.
-std::vector<std::string> shown(const Bytes &bytes)
+std::vector<std::string> shown(const Bytes &bytes, catalogue::Call call = set)
 {
     std::vector<std::string> fields;
-    for (const DecodedField &decoded : decode(read_record(*pon().record, pon(), bytes)))
+    for (const DecodedField &decoded : decode(read_record(*pon().record, {&pon(), call}, bytes)))
         if (!decoded.text.empty()) fields.push_back(std::string(decoded.field->name) + "=" + decoded.text);
     return fields;
 }
@@ -56,6 +58,21 @@ TEST(Decode, HidesNoByteThatTheLayoutDoesNotName)
     EXPECT_EQ(shown(bytes), (Shown{"cmd=367 BSP_CMD_ONU_RELEASE_BATCH", "data429=hex:0000ee", "onu_set=3"}));
 }
 
+TEST(Decode, NamesTheCommandThatTheCallIsFor)
+{
+    const Bytes bytes = pon_record({{"cmd", "381"}});
+    EXPECT_EQ(shown(bytes, catalogue::Call::get), (Shown{"cmd=381 BSP_CMD_WHITELIST_GET"}));
+    EXPECT_EQ(shown(bytes, catalogue::Call::dgram_get), (Shown{"cmd=381 BSP_CMD_ONU_INFO_GET"}));
+}
+
+TEST(Decode, ReadsTheAnswerOfACommandByTheRecordThatItIs)
+{
+    const catalogue::Channel &configuration = *catalogue::find_channel("BSP_MSG_ONU_CFG");
+    const catalogue::Command *command = catalogue::find_command("BSP_CMD_VIEW_ONU_CONFIG");
+    EXPECT_EQ(answer_record(*configuration.record, command).name, "bsp_pon_msg_ext");
+    EXPECT_EQ(answer_record(*configuration.record, nullptr).name, "bsp_onu_msg");
+}
+
 TEST(Decode, ShowsABlockThatIsATextAsOne)
 {
     EXPECT_EQ(shown(pon_record({{"data429", "text:/tmp/result"}})), (Shown{"data429=text:/tmp/result"}));
@@ -82,7 +99,8 @@ TEST(Decode, TextWithoutAnEndStopsWithItsField)
 TEST(SetFields, LongTextsRunOnAndStopWithTheRecord)
 {
     Bytes bytes(944);
-    set_fields(*pon().record, pon(), std::vector<Assignment>{{"text365", std::string(2000, 'x')}}, true, "", bytes);
+    set_fields(*pon().record, {&pon(), set}, std::vector<Assignment>{{"text365", std::string(2000, 'x')}}, true, "",
+               bytes);
     EXPECT_EQ(bytes.size(), 944u);
     EXPECT_EQ(bytes[364], 0);
     EXPECT_EQ(bytes[943], 'x');

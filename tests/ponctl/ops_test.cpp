@@ -1,5 +1,6 @@
 // The catalogue as the tool shows it.
 #include <cstdlib>
+#include <regex>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,13 +15,15 @@ namespace
 
 using namespace ponctl;
 using testing::HasSubstr;
+using testing::Not;
 
-std::string page_of(const catalogue::Operation &operation, Format format)
+template <class Entry>
+std::string page_of(const Entry &entry, Format format)
 {
     char *text = nullptr;
     size_t size = 0;
     std::FILE *stream = open_memstream(&text, &size);
-    print_page({stream, format, true}, operation);
+    print_page({stream, format, true}, entry);
     std::fclose(stream);
     const std::string page(text, size);
     std::free(text);
@@ -87,6 +90,49 @@ TEST(Page, ListsTheFieldsThatTheServiceReadsInARecord)
                 HasSubstr("onu_set: set of ONU ids at offset 432"));
 }
 
+TEST(Page, ListsOnlyTheFieldsThatCount)
+{
+    const std::string page = page_of(*catalogue::find_operation("bsp_pon_get_b_onu_spec_id"), Format::table);
+    EXPECT_THAT(page, HasSubstr("        onu_id: "));
+    EXPECT_THAT(page, Not(HasSubstr("        onu_mac: ")));
+    EXPECT_THAT(page_of(*catalogue::find_operation("bsp_pon_get_onu_info"), Format::table),
+                Not(HasSubstr("        cmd: ")));
+}
+
+TEST(Page, SaysWhereTheAnswerGoesAndWhatTheOperationGoesThrough)
+{
+    EXPECT_THAT(page_of(*catalogue::find_operation("bsp_pon_get_w_onu_spec_id"), Format::table),
+                HasSubstr("Answer:  bsp_pon_msg as far as 776 bytes go, into your buffer\n"));
+    EXPECT_THAT(page_of(*catalogue::find_operation("bsp_pon_get_onu_info_web"), Format::table),
+                HasSubstr("Through: bsp_pon_config_by_db, whose name stands in the log\n"));
+}
+
+TEST(Page, TellsEveryOddity)
+{
+    for (const catalogue::Operation &operation : catalogue::operations()) {
+        rapidjson::Document page;
+        page.Parse(page_of(operation, Format::json).c_str());
+        EXPECT_EQ(page["oddities"].Size(), operation.odd.size()) << operation.name;
+        EXPECT_EQ(page_of(operation, Format::table).find("\nOddity:") != std::string::npos, !operation.odd.empty());
+    }
+}
+
+TEST(Page, OfALocalFunctionHasItsPrototypeAndPointsToTheCommand)
+{
+    for (const catalogue::Function &function : catalogue::functions()) {
+        std::string page = page_of(function, Format::table);
+        page = std::regex_replace(page, std::regex("\n +"), " ");
+        EXPECT_THAT(page, HasSubstr("Prototype: " + std::string(function.prototype) + "\n"));
+        EXPECT_THAT(page, HasSubstr("ponctl idset"));
+    }
+}
+
+TEST(Search, FindsLocalFunctions)
+{
+    ASSERT_EQ(find_functions(std::vector<std::string>{"ont", "EXPAND"}).size(), 1u);
+    EXPECT_TRUE(find_functions(std::vector<std::string>{"reboot"}).empty());
+}
+
 TEST(Search, FindsByEveryWordInAnyCase)
 {
     EXPECT_EQ(found({"OPTICAL", "ranging"}), Names{"bsp_pon_set_opt_range"});
@@ -112,6 +158,8 @@ TEST(Name, ThatIsWrongBringsTheNearest)
               "there is no operation 'Reboot-ONU'; did you mean bsp_pon_reboot_onu_batch?");
     EXPECT_EQ(usage_error_of([] { named_operation("zzzzzz"); }),
               "there is no operation 'zzzzzz'; look for it by words with 'ponctl ops WORD...'");
+    EXPECT_EQ(usage_error_of([] { named_operation("ont_id_res_str"); }),
+              "ont_id_res_str makes no request, so there is nothing to call; see 'ponctl ops ont_id_res_str'");
 }
 
 TEST(Catalogue, HasNoBytesToShow)

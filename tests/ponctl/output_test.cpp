@@ -99,10 +99,10 @@ TEST(Bytes, AreShownByFieldWithRunsOfZerosFolded)
 {
     const catalogue::Channel &pon = *catalogue::find_channel("BSP_MSG_PON");
     Bytes record(944);
-    set_fields(*pon.record, pon,
+    set_fields(*pon.record, {&pon, catalogue::Call::set},
                std::vector<Assignment>{{"cmd", "367"}, {"onu_mac", "00:11:22:33:44:55"}, {"onu_set", "0"}}, false, "",
                record);
-    const Reading reading = read_record(*pon.record, pon, record);
+    const Reading reading = read_record(*pon.record, {&pon, catalogue::Call::set}, record);
     const std::string text = written([&](std::FILE *stream) {
         print_bytes({stream, Format::hex, true}, record, &reading);
     });

@@ -108,6 +108,23 @@ TEST(Raw, EndsWithOneForAStatus)
                             "on this channel\n");
 }
 
+TEST(Raw, NamesTheCommandThatItsCallIsFor)
+{
+    EXPECT_THAT(ponctl({"raw", "BSP_MSG_PON", "dgram-get", "cmd=381", "--dry-run"}).out,
+                HasSubstr("cmd   381 BSP_CMD_ONU_INFO_GET\n"));
+}
+
+TEST(Raw, ReadsTheAnswerAsTheRecordThatItIs)
+{
+    const FakeService service([](const board_request &, board_answer *answer) {
+        std::vector<uint8_t> record(1044);
+        record[20] = '7';
+        board_answer_data(answer, record.data(), 1044);
+    });
+    EXPECT_THAT(service.ponctl({"raw", "BSP_MSG_ONU_CFG", "get", "onu_cmd=709"}).out,
+                HasSubstr("ext_payload hex:37\n"));
+}
+
 TEST(Raw, WrongWordsAreNamed)
 {
     const FakeService service;

@@ -88,6 +88,17 @@ TEST_F(Trace, HasRecordsAndResultsAsJson)
     EXPECT_EQ(document[1]["result"][0]["pon_port"].GetInt(), 1);
 }
 
+TEST_F(Trace, TellsTwoCommandsOfOneCodeApartByTheCall)
+{
+    const FakeService service;
+    service.ponctl({"call", "bsp_pon_get_w_onu_spec_id", "pon_port=1", "onu_id=2"});
+    service.ponctl({"call", "bsp_pon_get_onu_info", "record.pon_port=1"});
+    unsetenv("BOARD_IPC_TRACE");
+    const auto document = as_json();
+    EXPECT_STREQ(document[0]["command"].GetString(), "BSP_CMD_WHITELIST_GET");
+    EXPECT_STREQ(document[1]["command"].GetString(), "BSP_CMD_ONU_INFO_GET");
+}
+
 TEST_F(Trace, HasNoStatusForAFailedExchange)
 {
     ponctl({"--socket-dir", "/nowhere", "port", "list"});

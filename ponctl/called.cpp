@@ -1,0 +1,60 @@
+#include "called.h"
+
+#include "report.h"
+
+namespace ponctl
+{
+
+using catalogue::Argument;
+using catalogue::ArgumentType;
+
+Called::Called(const catalogue::Operation &operation, const std::vector<std::string> &words, const CallOptions &options)
+    : arguments(operation, words, options.allow_long), command(arguments.command())
+{
+    const Watch watch(!options.dry_run);
+    returned = catalogue::invoke(operation, arguments.values());
+    exchanged = watch.exchange();
+}
+
+Called::Called(const char *operation, const std::vector<std::string> &words)
+    : Called(*catalogue::find_operation(operation), words)
+{
+}
+
+ExitCode Called::report() const
+{
+    return report_exchange(operation().name, exchanged, returned);
+}
+
+bool Called::delivers(size_t index) const
+{
+    const Argument &argument = operation().arguments[index];
+    return is_output(argument) || is_in_place(operation(), argument);
+}
+
+db_handle *Called::database(size_t index) const
+{
+    db_handle *database = arguments.database(index);
+    return document_of(database).empty() ? nullptr : database;
+}
+
+std::string_view Called::text(size_t index) const
+{
+    return field_text(arguments.bytes(index));
+}
+
+Reading Called::reading(size_t index) const
+{
+    return read_record(*operation().response, {operation().channel, operation().call, command, true},
+                       arguments.bytes(index));
+}
+
+size_t Called::index_of(ArgumentType type) const
+{
+    size_t index = 0;
+    while (operation().arguments[index].type != type)
+        ++index;
+    return index;
+}
+
+} // namespace ponctl

@@ -1,0 +1,53 @@
+// An operation that was called: how its exchange went, and what it delivered.
+#pragma once
+
+#include "arguments.h"
+#include "commands.h"
+#include "exchange.h"
+
+namespace ponctl
+{
+
+class Called
+{
+public:
+    // Calls the operation with arguments of the form name=value. Wrong ones are a UsageError, and nothing is sent.
+    Called(const catalogue::Operation &operation, const std::vector<std::string> &words,
+           const CallOptions &options = {});
+    Called(const char *operation, const std::vector<std::string> &words);
+
+    const catalogue::Operation &operation() const { return arguments.operation(); }
+    const Exchange &exchange() const { return exchanged; }
+    // What the operation returned.
+    uint32_t status() const { return returned; }
+    // Whether the exchange succeeded, so that there is something to show, whatever the status.
+    bool answered() const { return exchanged.made && exchanged.result == 0; }
+    // Whether the service agreed, too.
+    bool good() const { return answered() && returned == 0 && exchanged.status == 0; }
+    // The exit code, after one line on standard error unless all is good.
+    ExitCode report() const;
+
+    // Whether the operation delivers something through an argument.
+    bool delivers(size_t index) const;
+    // The database that an argument delivered; null where there is none, or nothing in it.
+    db_handle *database(size_t index) const;
+    std::string_view text(size_t index) const;
+    // A record or response that an argument delivered.
+    Reading reading(size_t index) const;
+
+    // The operation's only database, and its only response; it must have one.
+    db_handle *database() const { return database(index_of(catalogue::ArgumentType::db)); }
+    Reading response() const { return reading(index_of(catalogue::ArgumentType::response)); }
+    // The view that its database is.
+    const catalogue::View *view() const { return command ? catalogue::find_view(*command) : nullptr; }
+
+private:
+    size_t index_of(catalogue::ArgumentType type) const;
+
+    Arguments arguments;
+    const catalogue::Command *command; // null: unknown
+    Exchange exchanged;
+    uint32_t returned;
+};
+
+} // namespace ponctl
