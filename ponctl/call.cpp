@@ -10,12 +10,7 @@ namespace
 using catalogue::Argument;
 using catalogue::ArgumentType;
 
-void complain_of_no_database(const Called &called, const Argument &argument)
-{
-    complain(std::string(argument.name) +
-             (argument.dropped ? ": " + std::string(called.operation().name) + " hands out no database, only the status"
-                               : ": the service left no result database"));
-}
+constexpr const char *no_database = ": the service left no result database";
 
 void print_output(const Output &output, const Called &called, size_t index)
 {
@@ -23,8 +18,11 @@ void print_output(const Output &output, const Called &called, size_t index)
     if (argument.type == ArgumentType::db) {
         if (db_handle *database = called.database(index))
             print_database(output, database, called.view());
+        else if (argument.dropped)
+            complain(std::string(argument.name) + ": " + std::string(called.operation().name) +
+                     " hands out no database, only the status");
         else
-            complain_of_no_database(called, argument);
+            complain(std::string(argument.name) + no_database);
     } else if (argument.type == ArgumentType::text_out) {
         const std::string_view text = called.text(index);
         if (output.format == Format::hex)
@@ -85,15 +83,18 @@ ExitCode run_call(const Output &output, const catalogue::Operation &operation, c
     return called.report();
 }
 
-ExitCode run_list(const Output &output, const char *operation, const std::vector<std::string> &words)
+ExitCode run_list(const Output &output, const char *operation, const std::vector<std::string> &words,
+                  const TableStyle &style)
 {
     const Called called(operation, words);
     if (called.answered()) {
-        if (output.format == Format::json && called.database())
-            Json(output.stream).document(called.database());
-        else
-            for (size_t index = 0; index < called.operation().arguments.size(); ++index)
-                if (is_output(called.operation().arguments[index])) print_output(output, called, index);
+        db_handle *database = called.database();
+        if (!database && called.good())
+            complain(std::string(operation) + no_database);
+        else if (database && output.format == Format::json)
+            Json(output.stream).document(database);
+        else if (database)
+            print_database(output, database, called.view(), style);
     }
     return called.report();
 }

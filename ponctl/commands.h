@@ -2,6 +2,7 @@
 // what the service's status means, and returns the exit code. Wrong arguments are a UsageError.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -29,7 +30,8 @@ ExitCode run_call(const Output &output, const catalogue::Operation &operation, c
                   const CallOptions &options);
 
 // Calls an operation for what it delivers: shows the rows of its database alone.
-ExitCode run_list(const Output &output, const char *operation, const std::vector<std::string> &words);
+ExitCode run_list(const Output &output, const char *operation, const std::vector<std::string> &words,
+                  const TableStyle &style = {});
 
 struct RawOptions {
     std::string channel;             // name or number
@@ -48,6 +50,21 @@ ExitCode run_raw(const Output &output, const RawOptions &options);
 // Lists the exchanges of a trace file; `verbose`: with the fields of their records.
 ExitCode run_trace(const Output &output, const std::string &file, bool verbose);
 
+struct IdSetOptions {
+    std::vector<std::string> ids; // 1-5,7, also with blanks
+    std::string words;            // four, with commas
+    std::string last_id = "128";  // of the library's printer; this one prints no length
+};
+
+// Sets of ONU ids as texts: for people, and as the library prints them.
+ExitCode run_idset(const Output &output, const IdSetOptions &options);
+
+// The commands of daily work. A port that is left out stands for all. Where ONUs in service may be hit, one who sits at
+// a terminal is asked unless that is `confirmed`.
+struct OnuOptions {
+    std::string port, onu; // id or MAC address
+};
+
 struct BindOptions {
     std::string port, mac, id, text_a, text_b, text_c, mode;
 };
@@ -56,12 +73,61 @@ struct ReleaseOptions {
     std::string port, mac, id;
     bool offline = false;
     bool all = false;
-    bool confirmed = false; // else one who sits at a terminal is asked before many ONUs are released
+    bool confirmed = false; // asked for with `offline` and `all`
+};
+
+struct ConfirmOptions : OnuOptions {
+    std::string mode; // bind mode
+    bool as_mode_says = false;
+};
+
+struct DescribeOptions {
+    std::string port, id, text;
+};
+
+struct RejectOptions {
+    std::string port;
+    std::vector<std::string> ids;
+    std::string mac, text;
+    bool confirmed = false;
+};
+
+struct AllowOptions {
+    std::string port, mac, ids;
 };
 
 ExitCode run_onu_list(const Output &output, const std::string &port);
+ExitCode run_onu_show(const Output &output, const OnuOptions &options);
 ExitCode run_onu_bind(const Output &output, const BindOptions &options);
 ExitCode run_onu_release(const Output &output, const ReleaseOptions &options);
+ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options);
+ExitCode run_onu_describe(const Output &output, const DescribeOptions &options);
+ExitCode run_onu_reject(const Output &output, const RejectOptions &options);
+ExitCode run_onu_allow(const Output &output, const AllowOptions &options);
 ExitCode run_port_list(const Output &output);
+
+ExitCode run_blacklist(const Output &output, const std::string &port);
+ExitCode run_blacklist_ids(const Output &output, const std::string &port);
+ExitCode run_whitelist_ids(const Output &output, const std::string &port);
+
+// The authentication modes from 0 on.
+inline constexpr std::array<std::string_view, 4> auth_modes{"mac", "loid", "loid-password", "hybrid"};
+
+struct AuthOptions {
+    std::string port, mode, loid, password;
+    bool confirmed = false;
+};
+
+ExitCode run_auth_show(const Output &output, const std::string &port);
+ExitCode run_auth_set(const Output &output, const AuthOptions &options);
+ExitCode run_auth_remove(const Output &output, const AuthOptions &options);
+
+struct AlarmOptions : OnuOptions {
+    std::string alarm;      // code
+    bool confirmed = false; // asked for when all alarms of all ports are cleared
+};
+
+ExitCode run_alarm_list(const Output &output, const AlarmOptions &options);
+ExitCode run_alarm_clear(const Output &output, const AlarmOptions &options);
 
 } // namespace ponctl

@@ -1,9 +1,7 @@
-// ponctl onu, ponctl port: daily work, as calls of the operations with their arguments filled in.
-#include <iostream>
+// ponctl onu, ponctl port.
+#include <algorithm>
 
-#include <unistd.h>
-
-#include "commands.h"
+#include "daily.h"
 #include "report.h"
 
 namespace ponctl
@@ -13,42 +11,109 @@ namespace
 
 constexpr const char *view_operation = "bsp_pon_exec_get_json_";
 
-// name=value for each option that was given.
-std::vector<std::string> words_of(std::initializer_list<Assignment> options)
-{
-    std::vector<std::string> words;
-    for (const Assignment &option : options)
-        if (!option.value.empty()) words.push_back(option.name + "=" + option.value);
-    return words;
-}
-
-ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words)
-{
-    return run_call(output, *catalogue::find_operation(operation), words, {});
-}
-
-// Whether one who sits at the terminal agrees. With nobody to ask, that is a UsageError.
-bool agreed(const std::string &action)
-{
-    if (!isatty(STDIN_FILENO))
-        throw UsageError("--yes: missing; " + action + " needs it when no terminal is there to ask");
-    std::cerr << "ponctl: " << action << "? [y/N] " << std::flush;
-    std::string answer;
-    std::getline(std::cin, answer);
-    return answer == "y" || answer == "yes";
-}
-
 ExitCode release_many(const Output &output, const ReleaseOptions &options)
 {
     if (!options.id.empty() || !options.mac.empty() || (options.all && options.offline))
         throw UsageError("--all and --offline stand alone: not with each other, not with --id or --mac");
     const std::string which = options.all ? "all ONUs" : "all offline ONUs";
-    if (!options.confirmed && !agreed("releasing " + which + " of port " + options.port)) {
-        complain("nothing was released");
-        return exit_usage;
-    }
+    ask(options.confirmed, "releasing " + which + " of port " + options.port);
     return call(output, options.all ? "bsp_pon_no_bind_onu_all" : "bsp_pon_no_bind_offline_onu_all",
                 words_of({{"pon_port", options.port}}));
+}
+
+// Binds an ONU, and looks up which id the service picked for it.
+ExitCode bind_and_look_up(const Output &output, const std::vector<std::string> &words, const BindOptions &options)
+{
+    const Called bound("bsp_pon_bind_onu_auto_id", words);
+    if (!bound.good()) return bound.report();
+    const Called found("bsp_pon_get_w_onu_by_mac", words_of({{"pon_port", options.port}, {"mac", options.mac}}));
+    if (!found.good()) {
+        complain("the ONU is bound, but its id could not be looked up");
+        return found.report();
+    }
+    const Reading reading = found.response();
+    const uint32_t id =
+        load_word(field_bytes(*catalogue::find_field(reading.record->fields, "onu_id"), reading.bytes).data());
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        json->StartObject();
+        json.member("operation", bound.operation().name);
+        json.status(bound.status());
+        json.key("outputs");
+        json->StartObject();
+        json.member("onu_id", id);
+        json->EndObject();
+        json->EndObject();
+    } else if (output.format == Format::hex) {
+        print_bytes(output, reading.bytes, &reading);
+    } else {
+        std::fprintf(output.stream, "bound to ONU id %u\n", id);
+    }
+    return exit_success;
+}
+
+// The row of an ONU among those that the service found; nothing where there is none.
+std::optional<uint32_t> row_of(const db_handle *database, const OnuName &onu)
+{
+    const char *column = onu.id.empty() ? "mac" : "onu_id";
+    for (uint32_t row = 0; row < db_rows(database); ++row) {
+        const char *cell = db_get_text(database, row, column);
+        if (cell && (onu.id.empty() ? onu.mac : onu.id) == cell) return row;
+    }
+    return std::nullopt;
+}
+
+// All that is known of one ONU.
+struct Onu {
+    const Called *information;
+    uint32_t row;
+    const Called *configuration; // null of an ONU that is not bound, as are its UNI ports
+    const Called *uni_ports;
+};
+
+void write_onu(Json &json, const Onu &onu)
+{
+    json->StartObject();
+    json.key("information");
+    json.row(onu.information->database(), onu.row);
+    json.key("configuration");
+    if (onu.configuration && db_rows(onu.configuration->database()) > 0)
+        json.row(onu.configuration->database(), 0);
+    else
+        json->Null();
+    json.key("uni_ports");
+    json.document(onu.uni_ports ? onu.uni_ports->database() : nullptr);
+    json->EndObject();
+}
+
+void print_onu(const Output &output, const Onu &onu)
+{
+    const auto heading = [&output](const char *title) {
+        if (output.headings && output.format == Format::table) std::fprintf(output.stream, "%s\n", title);
+    };
+    print_row(output, onu.information->database(), onu.row, onu.information->view());
+    if (onu.configuration && db_rows(onu.configuration->database()) > 0) {
+        heading("\nConfiguration");
+        print_row(output, onu.configuration->database(), 0, onu.configuration->view());
+    }
+    if (onu.uni_ports && onu.uni_ports->database()) {
+        heading("\nUNI ports");
+        print_database(output, onu.uni_ports->database(), onu.uni_ports->view());
+    }
+}
+
+ExitCode show(const Output &output, const Onu &onu)
+{
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        write_onu(json, onu);
+    } else {
+        print_onu(output, onu);
+    }
+    ExitCode code = exit_success;
+    for (const Called *called : {onu.configuration, onu.uni_ports})
+        if (called) code = std::max(code, called->report());
+    return code;
 }
 
 } // namespace
@@ -56,7 +121,32 @@ ExitCode release_many(const Output &output, const ReleaseOptions &options)
 ExitCode run_onu_list(const Output &output, const std::string &port)
 {
     return run_list(output, view_operation,
-                    words_of({{"cmd", "BSP_CMD_VIEW_ONU_INFO_WEB"}, {"pon_port", port.empty() ? "0" : port}}));
+                    words_of({{"cmd", "BSP_CMD_VIEW_ONU_INFO_WEB"}, {"pon_port", port_of(port)}}));
+}
+
+ExitCode run_onu_show(const Output &output, const OnuOptions &options)
+{
+    const OnuName name = onu_of(options.onu);
+    const std::string port = port_of(options.port);
+    if (port == "0" && !name.id.empty())
+        throw UsageError("PORT: 0 stands for all ports; there, name the ONU by its MAC address");
+    const Called information(
+        "bsp_pon_get_onu_info",
+        words_of({{"record.pon_port", port}, {"record.onu_id", name.id}, {"record.onu_mac", name.mac}}));
+    if (!information.good()) return information.report();
+    // For id 0 the service tells of the whole port, since 0 narrows nothing.
+    const std::optional<uint32_t> row = row_of(information.database(), name);
+    if (!row) {
+        complain("there is no ONU " + options.onu + " at port " + port);
+        return exit_status;
+    }
+    const char *const bound_port = db_get_text(information.database(), *row, "pon_port");
+    const char *const bound_id = db_get_text(information.database(), *row, "onu_id");
+    if (!bound_port || !bound_id) return show(output, {&information, *row, nullptr, nullptr});
+    const auto place = words_of({{"pon_port", bound_port}, {"onu_id", bound_id}});
+    const Called configuration("bsp_pon_onu_get_cfg_info", place);
+    const Called uni_ports("bsp_pon_onu_get_portcfg_info", place);
+    return show(output, {&information, *row, &configuration, &uni_ports});
 }
 
 ExitCode run_port_list(const Output &output)
@@ -66,14 +156,15 @@ ExitCode run_port_list(const Output &output)
 
 ExitCode run_onu_bind(const Output &output, const BindOptions &options)
 {
-    return call(output, options.id.empty() ? "bsp_pon_bind_onu_auto_id" : "bsp_pon_bind_onu_spec_id",
-                words_of({{"pon_port", options.port},
-                          {"onu_id", options.id},
-                          {"mac", options.mac},
-                          {"text_a", options.text_a},
-                          {"text_b", options.text_b},
-                          {"value", options.mode.empty() ? "0" : options.mode},
-                          {"text_c", options.text_c}}));
+    const auto words = words_of({{"pon_port", options.port},
+                                 {"onu_id", options.id},
+                                 {"mac", options.mac},
+                                 {"text_a", options.text_a},
+                                 {"text_b", options.text_b},
+                                 {"value", options.mode.empty() ? "0" : options.mode},
+                                 {"text_c", options.text_c}});
+    return options.id.empty() ? bind_and_look_up(output, words, options)
+                              : call(output, "bsp_pon_bind_onu_spec_id", words);
 }
 
 ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
@@ -86,6 +177,25 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
                                                  : "bsp_pon_no_bind_onu_spec_id_and_mac";
     return call(output, operation,
                 words_of({{"pon_port", options.port}, {"onu_id", options.id}, {"mac", options.mac}}));
+}
+
+ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options)
+{
+    const OnuName onu = onu_but_0_of(options.onu);
+    return call(output, "bsp_pon_confirm_onu",
+                words_of({{"pon_port", port_of(options.port)},
+                          {"onu.onu_id", onu.id},
+                          {"onu.onu_mac", onu.mac},
+                          {"onu.arg_byte16", options.as_mode_says ? "1" : "0"},
+                          {"onu.arg_word36", options.mode}}));
+}
+
+ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
+{
+    auto words = words_of(
+        {{"pon_port", port_of(options.port)}, {"onu_id", std::to_string(parse_number("ID", options.id, max_onu_id))}});
+    words.push_back("text=" + options.text);
+    return call(output, "bsp_pon_onu_description", words);
 }
 
 } // namespace ponctl

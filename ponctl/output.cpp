@@ -64,6 +64,23 @@ std::string cell_text(db_handle *database, uint32_t row, const char *column)
     return text ? text : "-";
 }
 
+// A number as the word for it, where it has one.
+std::string cell_word(db_handle *database, uint32_t row, const std::string &column,
+                      std::span<const std::string_view> words)
+{
+    int64_t number = 0;
+    const bool known = db_get_integer(database, row, column.c_str(), &number) == 0 && number >= 0 &&
+                       static_cast<uint64_t>(number) < words.size();
+    return known ? std::string(words[static_cast<size_t>(number)]) : cell_text(database, row, column.c_str());
+}
+
+bool is_empty(db_handle *database, const std::string &column)
+{
+    for (uint32_t row = 0; row < db_rows(database); ++row)
+        if (db_get_type(database, row, column.c_str()) != DB_NONE) return false;
+    return true;
+}
+
 struct ViewColumn {
     std::string name;
     Table::Heading heading;
@@ -107,12 +124,12 @@ void write_field(Json &json, const Field &field, std::span<const uint8_t> bytes)
     case FieldType::bytes:
         json.text(format_hex(without_trailing_zeros(bytes)));
         break;
-    case FieldType::idset:
-        json->StartArray();
-        for (uint32_t id = 0; id < bytes.size() * 8; ++id)
-            if (load_word(bytes.data() + id / 32 * 4) >> id % 32 & 1) json->Uint(id);
-        json->EndArray();
+    case FieldType::idset: {
+        IdSet set;
+        std::memcpy(set.data(), bytes.data(), sizeof set);
+        json.ids(set);
         break;
+    }
     }
 }
 
@@ -147,6 +164,11 @@ void print_segment(std::FILE *stream, size_t offset, std::span<const uint8_t> by
             std::fputs("    *\n", stream);
         starred = repeats;
     }
+}
+
+void print_document(const Output &output, std::string_view document)
+{
+    print_bytes(output, {reinterpret_cast<const uint8_t *>(document.data()), document.size()});
 }
 
 } // namespace
@@ -235,6 +257,31 @@ void Json::status(uint32_t status)
         text(known->name);
     else
         writer.Null();
+}
+
+void Json::ids(const IdSet &set)
+{
+    writer.StartArray();
+    for (uint32_t id = 0; id <= max_onu_id; ++id)
+        if (holds(set, id)) writer.Uint(id);
+    writer.EndArray();
+}
+
+void Json::row(db_handle *database, uint32_t row)
+{
+    writer.StartObject();
+    for (uint32_t column = 0; column < db_columns(database); ++column) {
+        const char *name = db_column_name(database, column);
+        key(name);
+        const char *cell = db_get_text(database, row, name);
+        if (!cell)
+            writer.Null();
+        else if (db_get_type(database, row, name) == DB_TEXT)
+            text(cell);
+        else
+            document(cell);
+    }
+    writer.EndObject();
 }
 
 void Json::document(std::string_view document)
@@ -346,19 +393,18 @@ void print_request(const Output &output, const Exchange &exchange, const catalog
     print_fields(output, reading);
 }
 
-void print_database(const Output &output, db_handle *database, const catalogue::View *view)
+void print_database(const Output &output, db_handle *database, const catalogue::View *view, const TableStyle &style)
 {
     const std::string_view document = document_of(database);
-    if (output.format == Format::hex) {
-        print_bytes(output, {reinterpret_cast<const uint8_t *>(document.data()), document.size()});
-        return;
-    }
+    if (output.format == Format::hex) return print_document(output, document);
     const uint32_t rows = db_rows(database);
     if (rows == 0 && document != "[]") {
         std::fprintf(output.stream, "%s\n", printable(document).c_str());
         return;
     }
-    const std::vector<ViewColumn> columns = columns_of(database, view);
+    std::vector<ViewColumn> columns = columns_of(database, view);
+    if (style.filled_only)
+        std::erase_if(columns, [database](const ViewColumn &column) { return is_empty(database, column.name); });
     std::vector<Table::Heading> headings;
     for (const ViewColumn &column : columns)
         headings.push_back(column.heading);
@@ -366,9 +412,19 @@ void print_database(const Output &output, db_handle *database, const catalogue::
     for (uint32_t row = 0; row < rows; ++row) {
         std::vector<std::string> cells;
         for (const ViewColumn &column : columns)
-            cells.push_back(cell_text(database, row, column.name.c_str()));
+            cells.push_back(column.name == style.worded ? cell_word(database, row, column.name, style.words)
+                                                        : cell_text(database, row, column.name.c_str()));
         table.add(std::move(cells));
     }
+    table.print(output);
+}
+
+void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view)
+{
+    if (output.format == Format::hex) return print_document(output, document_of(database));
+    Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
+    for (const ViewColumn &column : columns_of(database, view))
+        table.add({column.heading.title, cell_text(database, row, column.name.c_str())});
     table.print(output);
 }
 

@@ -78,6 +78,10 @@ public:
     void member(std::string_view name, uint32_t value);
     // "status" and "status_name", which is null where the word has no name.
     void status(uint32_t status);
+    // An array of the ids of a set.
+    void ids(const IdSet &set);
+    // An object of the cells of a row.
+    void row(db_handle *database, uint32_t row);
     // A document that is JSON already; as a text if it is not.
     void document(std::string_view document);
     // That of a result database; null where there is no database.
@@ -108,7 +112,18 @@ void print_request(const Output &output, const Exchange &exchange, const catalog
 // The JSON text of a result database.
 std::string_view document_of(const db_handle *database);
 
+// How a result database is printed for people.
+struct TableStyle {
+    bool filled_only = false;                     // without the columns that hold nothing in any row
+    std::string_view worded = {};                 // the column whose numbers are printed as words
+    std::span<const std::string_view> words = {}; // of its numbers from 0 on
+};
+
 // A result database: rows by the view's columns, then by those that only the database has.
-void print_database(const Output &output, db_handle *database, const catalogue::View *view);
+void print_database(const Output &output, db_handle *database, const catalogue::View *view,
+                    const TableStyle &style = {});
+
+// One row of a result database, a line a column.
+void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view);
 
 } // namespace ponctl

@@ -1,5 +1,6 @@
 #include "values.h"
 
+#include <bit>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
@@ -13,8 +14,6 @@ namespace ponctl
 {
 namespace
 {
-
-constexpr uint32_t onu_ids = 128;
 
 [[noreturn]] void refuse(std::string_view name, std::string_view text, const std::string &expected)
 {
@@ -82,6 +81,12 @@ Assignment parse_assignment(const std::string &word)
     return {word.substr(0, equals), word.substr(equals + 1)};
 }
 
+bool is_number(std::string_view text)
+{
+    uint32_t number = 0;
+    return read_number(text, number);
+}
+
 uint32_t parse_number(std::string_view name, std::string_view text, uint32_t greatest)
 {
     uint32_t number = 0;
@@ -107,7 +112,7 @@ uint32_t parse_command(std::string_view name, std::string_view text, const catal
     return command->code;
 }
 
-std::array<uint8_t, 6> parse_mac(std::string_view name, std::string_view text)
+std::array<uint8_t, 6> parse_mac(std::string_view name, std::string_view text, const std::string &or_else)
 {
     for (const char separator : {':', '-', '.'}) {
         const auto groups = split(text, separator);
@@ -121,7 +126,7 @@ std::array<uint8_t, 6> parse_mac(std::string_view name, std::string_view text)
         std::memcpy(mac.data(), bytes.data(), mac.size());
         return mac;
     }
-    refuse(name, text, "a MAC address: six pairs of hexadecimal digits, as 00:11:22:33:44:55");
+    refuse(name, text, or_else + "a MAC address: six pairs of hexadecimal digits, as 00:11:22:33:44:55");
 }
 
 IdSet parse_idset(std::string_view name, std::string_view text)
@@ -132,12 +137,44 @@ IdSet parse_idset(std::string_view name, std::string_view text)
         const auto ends = split(run, '-');
         uint32_t first = 0, last = 0;
         if (ends.size() > 2 || !read_number(ends.front(), first) || !read_number(ends.back(), last) || first > last ||
-            last >= onu_ids)
+            last > max_onu_id)
             refuse(name, text, "a set of ONU ids from 0 to 127, as 1-5,7");
         for (uint32_t id = first; id <= last; ++id)
             set[id / 32] |= uint32_t{1} << id % 32;
     }
     return set;
+}
+
+IdSet parse_idset_words(std::string_view name, std::string_view text)
+{
+    IdSet set{};
+    const auto words = split(text, ',');
+    bool good = words.size() == set.size();
+    for (size_t index = 0; good && index < set.size(); ++index)
+        good = read_number(words[index], set[index]);
+    if (!good) refuse(name, text, "four words with commas between them, as 0x3e,0,0,0");
+    return set;
+}
+
+std::string join_words(const std::vector<std::string> &words)
+{
+    std::string text;
+    for (const std::string &word : words)
+        text += (text.empty() ? "" : ",") + word;
+    return text;
+}
+
+bool holds(const IdSet &set, uint32_t id)
+{
+    return id <= max_onu_id && (set[id / 32] >> id % 32 & 1);
+}
+
+uint32_t count_of(const IdSet &set)
+{
+    int count = 0;
+    for (const uint32_t word : set)
+        count += std::popcount(word);
+    return static_cast<uint32_t>(count);
 }
 
 Bytes parse_block(std::string_view name, std::string_view text)
@@ -171,12 +208,11 @@ std::string format_mac(const uint8_t *mac)
 
 std::string format_idset(const IdSet &set)
 {
-    const auto holds = [&set](uint32_t id) { return id < onu_ids && (set[id / 32] >> id % 32 & 1); };
     std::string text;
-    for (uint32_t first = 0; first < onu_ids; ++first) {
-        if (!holds(first)) continue;
+    for (uint32_t first = 0; first <= max_onu_id; ++first) {
+        if (!holds(set, first)) continue;
         uint32_t last = first;
-        while (holds(last + 1))
+        while (holds(set, last + 1))
             ++last;
         if (!text.empty()) text.push_back(',');
         text.append(std::to_string(first));

@@ -1,0 +1,40 @@
+// The command line: which command, with which options.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
+#include "commands.h"
+
+namespace ponctl
+{
+
+// The command that the command line chose.
+using Command = std::function<ExitCode(const Output &)>;
+
+// Each adds one command with what belongs to it.
+void add_ops(CLI::App &app, Command &command);
+void add_call(CLI::App &app, Command &command);
+void add_raw(CLI::App &app, Command &command);
+void add_trace(CLI::App &app, Command &command);
+void add_idset(CLI::App &app, Command &command);
+void add_onu(CLI::App &app, Command &command);
+void add_port(CLI::App &app, Command &command);
+void add_whitelist(CLI::App &app, Command &command);
+void add_blacklist(CLI::App &app, Command &command);
+void add_auth(CLI::App &app, Command &command);
+void add_alarm(CLI::App &app, Command &command);
+
+// Has a command of the command line run `run` with its options. Where it has commands of its own and one of them is
+// given, that one runs.
+template <class Options, class Run>
+void runs(CLI::App *app, Command &command, const std::shared_ptr<Options> &options, Run run)
+{
+    app->callback([=, &command] {
+        if (app->get_subcommands().empty()) command = [=](const Output &output) { return run(output, *options); };
+    });
+}
+
+} // namespace ponctl

@@ -1,0 +1,133 @@
+// ponctl onu and ponctl port.
+#include "cli/cli.h"
+
+namespace ponctl
+{
+namespace
+{
+
+constexpr const char *port_help = "PON port number";
+constexpr const char *onu_help = "ONU id on the port, or MAC address";
+
+std::string brief_of(const char *operation, const char *argument)
+{
+    for (const catalogue::Argument &known : catalogue::find_operation(operation)->arguments)
+        if (known.name == argument) return std::string(known.brief);
+    return {};
+}
+
+void add_list(CLI::App &onu, Command &command)
+{
+    CLI::App *list = onu.add_subcommand("list", "Lists the ONUs: the bound ones, and those that wait");
+    auto port = std::make_shared<std::string>();
+    list->add_option("PORT", *port, "PON port number; all ports when left out");
+    runs(list, command, port, run_onu_list);
+}
+
+void add_show(CLI::App &onu, Command &command)
+{
+    CLI::App *show = onu.add_subcommand("show", "Shows all that is known of one ONU");
+    auto options = std::make_shared<OnuOptions>();
+    show->add_option("PORT", options->port, "PON port number; 0 looks for a MAC address on all ports")->required();
+    show->add_option("ONU", options->onu, onu_help)->required();
+    runs(show, command, options, run_onu_show);
+}
+
+void add_bind(CLI::App &onu, Command &command)
+{
+    constexpr const char *binding = "bsp_pon_bind_onu_spec_id";
+    CLI::App *bind = onu.add_subcommand("bind", "Binds an ONU to an ONU id");
+    auto options = std::make_shared<BindOptions>();
+    bind->add_option("PORT", options->port, brief_of(binding, "pon_port"))->required();
+    bind->add_option("MAC", options->mac, brief_of(binding, "mac"))->required();
+    bind->add_option("--id", options->id,
+                     brief_of(binding, "onu_id") + "; when left out, the service picks one, which is printed");
+    bind->add_option("--text-a", options->text_a, brief_of(binding, "text_a"));
+    bind->add_option("--text-b", options->text_b, brief_of(binding, "text_b"));
+    bind->add_option("--text-c", options->text_c, brief_of(binding, "text_c"));
+    bind->add_option("--mode", options->mode, brief_of(binding, "value") + "; 0 when left out");
+    runs(bind, command, options, run_onu_bind);
+}
+
+void add_release(CLI::App &onu, Command &command)
+{
+    CLI::App *release = onu.add_subcommand("release", "Releases the binding of an ONU, or of many");
+    auto options = std::make_shared<ReleaseOptions>();
+    release->add_option("PORT", options->port, port_help)->required();
+    release->add_option("--id", options->id, "ONU id on the port");
+    release->add_option("--mac", options->mac, "MAC address");
+    release->add_flag("--offline", options->offline, "release all offline ONUs of the port");
+    release->add_flag("--all", options->all, "release all ONUs of the port");
+    release->add_flag("--yes", options->confirmed, "do not ask before --all and --offline");
+    runs(release, command, options, run_onu_release);
+}
+
+void add_confirm(CLI::App &onu, Command &command)
+{
+    CLI::App *confirm = onu.add_subcommand("confirm", "Lets in an ONU that waits, or that authentication turned away");
+    auto options = std::make_shared<ConfirmOptions>();
+    confirm->add_option("PORT", options->port, port_help)->required();
+    confirm
+        ->add_option("ONU", options->onu,
+                     "ONU id on the port, or MAC address; id 0 cannot be given, for there it means none")
+        ->required();
+    confirm->add_option("--mode", options->mode, "bind mode of one that is bound by this; 0 when left out");
+    confirm->add_flag("--as-mode-says", options->as_mode_says,
+                      "the port's authentication goes on to concern the ONU; else it is exempt from now on");
+    runs(confirm, command, options, run_onu_confirm);
+}
+
+void add_describe(CLI::App &onu, Command &command)
+{
+    CLI::App *describe = onu.add_subcommand("describe", "Describes a bound ONU in a text");
+    auto options = std::make_shared<DescribeOptions>();
+    describe->add_option("PORT", options->port, port_help)->required();
+    describe->add_option("ID", options->id, "ONU id on the port")->required();
+    describe->add_option("TEXT", options->text, "the description, at most 127 characters; an empty one removes it")
+        ->required();
+    runs(describe, command, options, run_onu_describe);
+}
+
+void add_reject(CLI::App &onu, Command &command)
+{
+    CLI::App *reject =
+        onu.add_subcommand("reject", "Puts ONUs on the black list: they are released and stay away until allowed");
+    auto options = std::make_shared<RejectOptions>();
+    reject->add_option("PORT", options->port, port_help)->required();
+    reject->add_option("ID", options->ids, "ONU ids of bound ONUs, as 5 or 1-5,7");
+    reject->add_option("--mac", options->mac, "MAC address of any ONU, in place of ids");
+    reject->add_option("--text", options->text, "text of the entry, with --mac");
+    reject->add_flag("--yes", options->confirmed, "do not ask");
+    runs(reject, command, options, run_onu_reject);
+}
+
+void add_allow(CLI::App &onu, Command &command)
+{
+    CLI::App *allow = onu.add_subcommand("allow", "Takes ONUs off the black list");
+    auto options = std::make_shared<AllowOptions>();
+    allow->add_option("PORT", options->port, port_help)->required();
+    allow->add_option("MAC", options->mac, "MAC address of the ONU");
+    allow->add_option("--ids", options->ids, "in place of MAC: ids on the black list, as 1-5,7");
+    runs(allow, command, options, run_onu_allow);
+}
+
+} // namespace
+
+void add_onu(CLI::App &app, Command &command)
+{
+    CLI::App *onu = app.add_subcommand("onu", "Lists, shows, binds, releases, confirms and rejects ONUs");
+    onu->require_subcommand(1);
+    for (const auto add : {add_list, add_show, add_bind, add_release, add_confirm, add_describe, add_reject, add_allow})
+        add(*onu, command);
+}
+
+void add_port(CLI::App &app, Command &command)
+{
+    CLI::App *port = app.add_subcommand("port", "Lists the PON ports");
+    port->require_subcommand(1);
+    port->add_subcommand("list", "Lists the PON ports with their ONUs and ranging limits")->callback([&command] {
+        command = run_port_list;
+    });
+}
+
+} // namespace ponctl

@@ -1,0 +1,91 @@
+// ponctl ops, call, raw, trace and idset: all that the library can.
+#include "cli/cli.h"
+#include "words.h"
+
+namespace ponctl
+{
+
+void add_ops(CLI::App &app, Command &command)
+{
+    CLI::App *ops = app.add_subcommand("ops", "Lists the operations and local functions, or shows one of them");
+    auto words = std::make_shared<std::vector<std::string>>();
+    ops->add_option("WORD", *words,
+                    "words that must all occur in name, brief, family, class or command; an operation's whole name "
+                    "shows its page");
+    runs(ops, command, words, run_ops);
+}
+
+void add_call(CLI::App &app, Command &command)
+{
+    struct Options : CallOptions {
+        std::string operation;
+        std::vector<std::string> words;
+        bool help = false;
+    };
+    CLI::App *call = app.add_subcommand("call", "Calls an operation; 'ponctl ops' lists them");
+    auto options = std::make_shared<Options>();
+    call->set_help_flag();
+    call->add_flag("-h,--help", options->help, "Print this help; with an OPERATION, the page of that operation");
+    call->add_option("OPERATION", options->operation, "name of the operation");
+    call->add_option("ARGUMENT", options->words, "its arguments, as name=value, in any order");
+    call->add_flag("--allow-long", options->allow_long,
+                   "let texts and blocks that are longer than their field run on into the fields behind it");
+    call->add_flag("--dry-run", options->dry_run, "show the request that would be sent, and send nothing");
+    call->callback([call, options, &command] {
+        if (options->operation.empty()) {
+            if (!options->help) throw UsageError("OPERATION: missing; 'ponctl ops' lists the operations");
+            throw CLI::CallForHelp();
+        }
+        const catalogue::Operation &operation = named_operation(options->operation);
+        command = [options, &operation](const Output &output) {
+            if (!options->help) return run_call(output, operation, options->words, *options);
+            print_page(output, operation);
+            return exit_success;
+        };
+    });
+}
+
+void add_raw(CLI::App &app, Command &command)
+{
+    CLI::App *raw = app.add_subcommand("raw", "Sends any record on any channel");
+    auto options = std::make_shared<RawOptions>();
+    raw->add_option("CHANNEL", options->channel, "name or number of the channel, as BSP_MSG_PON or 232")->required();
+    raw->add_option("CALL", options->call, "set, get, dgram-set or dgram-get")->required();
+    raw->add_option("FIELD=VALUE", options->fields, "fields of the record; all others are zero");
+    raw->add_option("--record", options->record, "another record than the channel's own");
+    raw->add_option("--data", options->data, "first bytes of the record: hex:0011..., text:..., or @FILE");
+    raw->add_option("--preset", options->preset,
+                    "response bytes allowed; 0 states no bound (default: the record's size)");
+    raw->add_flag("--allow-long", options->allow_long,
+                  "let texts and blocks that are longer than their field run on into the fields behind it");
+    raw->add_flag("--dry-run", options->dry_run, "show the request that would be sent, and send nothing");
+    runs(raw, command, options, run_raw);
+}
+
+void add_trace(CLI::App &app, Command &command)
+{
+    CLI::App *trace =
+        app.add_subcommand("trace", "Lists what went over the IPC, from a file that BOARD_IPC_TRACE named");
+    struct Options {
+        std::string file;
+        bool verbose = false;
+    };
+    auto options = std::make_shared<Options>();
+    trace->add_option("FILE", options->file, "the trace file")->required();
+    trace->add_flag("-v,--verbose", options->verbose, "show the records too");
+    runs(trace, command, options,
+         [](const Output &output, const Options &given) { return run_trace(output, given.file, given.verbose); });
+}
+
+void add_idset(CLI::App &app, Command &command)
+{
+    CLI::App *idset = app.add_subcommand("idset", "Prints a set of ONU ids in every form; asks no service");
+    auto options = std::make_shared<IdSetOptions>();
+    idset->add_option("SET", options->ids, "ids from 0 to 127 and runs of them in any order, as 1-5,7,9-12");
+    idset->add_option("--words", options->words, "the set as its four words, as 0x3e,0,0,0; ids 0 to 31 in the first");
+    idset->add_option("--last-id", options->last_id,
+                      "last id for the library's printer ont_id_res_str; 128, which is no id, when left out");
+    runs(idset, command, options, run_idset);
+}
+
+} // namespace ponctl

@@ -1,0 +1,52 @@
+#include "daily.h"
+
+#include <iostream>
+
+#include <unistd.h>
+
+namespace ponctl
+{
+
+std::vector<std::string> words_of(std::initializer_list<Assignment> arguments)
+{
+    std::vector<std::string> words;
+    for (const Assignment &argument : arguments)
+        if (!argument.value.empty()) words.push_back(argument.name + "=" + argument.value);
+    return words;
+}
+
+std::string port_of(const std::string &text)
+{
+    return text.empty() ? "0" : std::to_string(parse_number("PORT", text));
+}
+
+OnuName onu_of(const std::string &text)
+{
+    if (is_number(text)) return {std::to_string(parse_number("ONU", text, max_onu_id)), {}};
+    return {{}, format_mac(parse_mac("ONU", text, "an ONU id from 0 to 127, or ").data())};
+}
+
+OnuName onu_but_0_of(const std::string &text)
+{
+    const OnuName onu = onu_of(text);
+    if (onu.id == "0") throw UsageError("ONU: here id 0 means none; name that ONU by its MAC address");
+    return onu;
+}
+
+ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words)
+{
+    return run_call(output, *catalogue::find_operation(operation), words, {});
+}
+
+void ask(bool confirmed, const std::string &action)
+{
+    if (confirmed) return;
+    if (!isatty(STDIN_FILENO))
+        throw UsageError("--yes: missing; " + action + " needs it when no terminal is there to ask");
+    std::cerr << "ponctl: " << action << "? [y/N] " << std::flush;
+    std::string answer;
+    std::getline(std::cin, answer);
+    if (answer != "y" && answer != "yes") throw UsageError("nothing was changed");
+}
+
+} // namespace ponctl

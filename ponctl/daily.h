@@ -1,0 +1,32 @@
+// What the commands for daily work share: each calls operations with their arguments filled in.
+#pragma once
+
+#include <optional>
+
+#include "called.h"
+
+namespace ponctl
+{
+
+// name=value for each argument that was given: those with an empty value were not.
+std::vector<std::string> words_of(std::initializer_list<Assignment> arguments);
+
+// A PON port as a command line names it; 0 where it is left out and that stands for all ports.
+std::string port_of(const std::string &text);
+
+// One ONU of a port as a command line names it: by its id or by its MAC address.
+struct OnuName {
+    std::string id, mac; // one of them is empty
+};
+OnuName onu_of(const std::string &text);
+// The same for operations to which id 0 is none: there it is a UsageError that says so.
+OnuName onu_but_0_of(const std::string &text);
+
+// Shows what an operation delivers, as `ponctl call` does.
+ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words);
+
+// Asks one who sits at the terminal whether to do it, unless that is `confirmed`. A no is a UsageError, and so is
+// nobody to ask.
+void ask(bool confirmed, const std::string &action);
+
+} // namespace ponctl
