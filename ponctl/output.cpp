@@ -86,6 +86,21 @@ struct ViewColumn {
     Table::Heading heading;
 };
 
+Table::Fit fit_of(catalogue::ColumnType type)
+{
+    switch (type) {
+    case catalogue::ColumnType::u32:
+    case catalogue::ColumnType::real:
+        return Table::Fit::right;
+    case catalogue::ColumnType::mac:
+    case catalogue::ColumnType::boolean:
+        return Table::Fit::whole;
+    case catalogue::ColumnType::text:
+        return Table::Fit::wrap;
+    }
+    return Table::Fit::wrap;
+}
+
 std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::View *view)
 {
     std::vector<ViewColumn> columns;
@@ -93,8 +108,7 @@ std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::V
         for (const catalogue::Column &column : view->columns) {
             std::string title(column.title);
             if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
-            const bool number = column.type == catalogue::ColumnType::u32 || column.type == catalogue::ColumnType::real;
-            columns.push_back({std::string(column.name), {title, number ? Table::Fit::right : Table::Fit::wrap}});
+            columns.push_back({std::string(column.name), {title, fit_of(column.type)}});
         }
     const size_t of_view = columns.size();
     for (uint32_t index = 0; index < db_columns(database); ++index) {
@@ -407,7 +421,8 @@ void print_database(const Output &output, db_handle *database, const catalogue::
         std::erase_if(columns, [database](const ViewColumn &column) { return is_empty(database, column.name); });
     std::vector<Table::Heading> headings;
     for (const ViewColumn &column : columns)
-        headings.push_back(column.heading);
+        headings.push_back(
+            {column.heading.title, column.name == style.worded ? Table::Fit::whole : column.heading.fit});
     Table table(std::move(headings));
     for (uint32_t row = 0; row < rows; ++row) {
         std::vector<std::string> cells;

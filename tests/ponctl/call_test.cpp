@@ -6,7 +6,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <rapidjson/document.h>
 
 #include "board/ipc.h"
 #include "catalogue.h"
@@ -25,26 +24,6 @@ Words with(Words words, const Words &more)
 {
     words.insert(words.end(), more.begin(), more.end());
     return words;
-}
-
-FakeService::Handler status(uint32_t word)
-{
-    return [word](const board_request &, board_answer *answer) { board_answer_status(answer, word); };
-}
-
-FakeService::Handler result(uint32_t key, const std::string &json)
-{
-    return [key, json](const board_request &, board_answer *answer) {
-        board_answer_result(answer, key, json.data(), static_cast<uint32_t>(json.size()));
-    };
-}
-
-rapidjson::Document parsed(const std::string &text)
-{
-    rapidjson::Document document;
-    document.Parse(text.c_str());
-    EXPECT_FALSE(document.HasParseError()) << text;
-    return document;
 }
 
 // Arguments for any operation, by their types.
@@ -344,8 +323,31 @@ TEST(CommandLine, WrongWordsAreNamed)
 
 TEST(CommandLine, HasHelpForEveryCommand)
 {
-    for (const Words &words : {Words{}, Words{"ops"}, Words{"call"}, Words{"raw"}, Words{"onu"}, Words{"onu", "list"},
-                               Words{"onu", "bind"}, Words{"onu", "release"}, Words{"port", "list"}}) {
+    const std::vector<Words> commands{{},
+                                      {"ops"},
+                                      {"call"},
+                                      {"raw"},
+                                      {"trace"},
+                                      {"idset"},
+                                      {"onu"},
+                                      {"onu", "list"},
+                                      {"onu", "show"},
+                                      {"onu", "bind"},
+                                      {"onu", "release"},
+                                      {"onu", "confirm"},
+                                      {"onu", "describe"},
+                                      {"onu", "reject"},
+                                      {"onu", "allow"},
+                                      {"port", "list"},
+                                      {"whitelist", "ids"},
+                                      {"blacklist"},
+                                      {"blacklist", "ids"},
+                                      {"auth", "show"},
+                                      {"auth", "set"},
+                                      {"auth", "remove"},
+                                      {"alarm", "list"},
+                                      {"alarm", "clear"}};
+    for (const Words &words : commands) {
         const Finished finished = ponctl(with(words, {"--help"}));
         EXPECT_EQ(finished.code, 0);
         EXPECT_THAT(finished.out, HasSubstr("Usage: ponctl"));

@@ -1,5 +1,6 @@
 #include "fake_service.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -12,6 +13,19 @@ uint32_t Received::word(size_t offset) const
     uint32_t value;
     std::memcpy(&value, record.data() + offset, sizeof value);
     return value;
+}
+
+std::string Received::text(size_t offset) const
+{
+    return reinterpret_cast<const char *>(record.data() + offset);
+}
+
+std::string Received::mac() const
+{
+    char mac[18];
+    std::snprintf(mac, sizeof mac, "%02x:%02x:%02x:%02x:%02x:%02x", record[17], record[18], record[19], record[20],
+                  record[21], record[22]);
+    return mac;
 }
 
 FakeService::FakeService(Handler answering) : handler(std::move(answering))
@@ -51,8 +65,53 @@ std::vector<Received> FakeService::received() const
     return requests;
 }
 
-Finished FakeService::ponctl(std::vector<std::string> arguments) const
+Finished FakeService::ponctl(std::vector<std::string> arguments, int output, int input) const
 {
     arguments.insert(arguments.begin(), {"--socket-dir", directory});
-    return ::ponctl(arguments);
+    return ::ponctl(arguments, output, input);
+}
+
+FakeService::Handler status(uint32_t word)
+{
+    return [word](const board_request &, board_answer *answer) { board_answer_status(answer, word); };
+}
+
+FakeService::Handler result(uint32_t key, std::string json)
+{
+    return [key, json = std::move(json)](const board_request &, board_answer *answer) {
+        board_answer_result(answer, key, json.data(), static_cast<uint32_t>(json.size()));
+    };
+}
+
+FakeService::Handler bytes(std::vector<uint8_t> data)
+{
+    return [data = std::move(data)](const board_request &, board_answer *answer) {
+        board_answer_data(answer, data.data(), static_cast<uint32_t>(data.size()));
+    };
+}
+
+FakeService::Handler by_command(std::map<uint32_t, FakeService::Handler> handlers)
+{
+    return [handlers = std::move(handlers)](const board_request &request, board_answer *answer) {
+        const catalogue::Field &command = *catalogue::find_channel(request.msg_type)->record->command;
+        uint32_t code;
+        std::memcpy(&code, static_cast<const uint8_t *>(request.data) + command.offset, sizeof code);
+        if (const auto handler = handlers.find(code); handler != handlers.end()) handler->second(request, answer);
+    };
+}
+
+std::vector<uint8_t> pon_record(const std::map<size_t, uint32_t> &words)
+{
+    std::vector<uint8_t> record(944);
+    for (const auto &[offset, word] : words)
+        std::memcpy(&record[offset], &word, sizeof word);
+    return record;
+}
+
+rapidjson::Document parsed(const std::string &text)
+{
+    rapidjson::Document document;
+    document.Parse(text.c_str());
+    if (document.HasParseError()) throw std::runtime_error("not JSON: " + text);
+    return document;
 }

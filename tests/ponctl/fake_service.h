@@ -2,9 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include <rapidjson/document.h>
 
 #include "board/service.h"
 #include "process.h"
@@ -16,6 +19,8 @@ struct Received {
     std::vector<uint8_t> record;
 
     uint32_t word(size_t offset) const;
+    std::string text(size_t offset) const;
+    std::string mac() const; // of a record of the PON channel
 };
 
 class FakeService
@@ -30,7 +35,7 @@ public:
     FakeService &operator=(const FakeService &) = delete;
 
     // Runs ponctl against this service.
-    Finished ponctl(std::vector<std::string> arguments) const;
+    Finished ponctl(std::vector<std::string> arguments, int output = -1, int input = -1) const;
     std::vector<Received> received() const;
 
 private:
@@ -42,3 +47,16 @@ private:
     std::vector<Received> requests;
     board_service *service;
 };
+
+// Handlers: a status word; a result database under its key; bytes.
+FakeService::Handler status(uint32_t word);
+FakeService::Handler result(uint32_t key, std::string json);
+FakeService::Handler bytes(std::vector<uint8_t> answer);
+// What the handlers for the command codes do; status 0 and nothing else for the other commands.
+FakeService::Handler by_command(std::map<uint32_t, FakeService::Handler> handlers);
+
+// A record of the PON channel for an answer, with these words by offset.
+std::vector<uint8_t> pon_record(const std::map<size_t, uint32_t> &words);
+
+// A text that must be JSON.
+rapidjson::Document parsed(const std::string &text);

@@ -1,10 +1,13 @@
 #include "process.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 
+#include <fcntl.h>
 #include <spawn.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,12 +31,15 @@ std::string contents(std::FILE *file)
 
 } // namespace
 
-Finished ponctl(const std::vector<std::string> &arguments, int output)
+Finished ponctl(const std::vector<std::string> &arguments, int output, int input)
 {
     const File out(std::tmpfile()), err(std::tmpfile());
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", 0, 0);
+    if (input < 0)
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", 0, 0);
+    else
+        posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, output < 0 ? fileno(out.get()) : output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, fileno(err.get()), STDERR_FILENO);
 
@@ -51,4 +57,30 @@ Finished ponctl(const std::vector<std::string> &arguments, int output)
     int status = 0;
     waitpid(pid, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out.get()), contents(err.get())};
+}
+
+Terminal::Terminal(unsigned short columns) : keyboard(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+{
+    const winsize size{24, columns, 0, 0};
+    if (grantpt(keyboard) || unlockpt(keyboard) ||
+        (terminal = open(ptsname(keyboard), O_RDWR | O_NOCTTY | O_CLOEXEC)) < 0 || ioctl(terminal, TIOCSWINSZ, &size))
+        throw std::runtime_error("no terminal");
+}
+
+Terminal::~Terminal()
+{
+    close(terminal);
+    close(keyboard);
+}
+
+void Terminal::type(const std::string &text) const
+{
+    if (write(keyboard, text.data(), text.size()) < 0) throw std::runtime_error("cannot type");
+}
+
+std::string Terminal::text() const
+{
+    char text[4096];
+    const ssize_t length = read(keyboard, text, sizeof text);
+    return {text, static_cast<size_t>(length > 0 ? length : 0)};
 }

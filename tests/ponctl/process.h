@@ -10,6 +10,25 @@ struct Finished {
     std::string err;
 };
 
-// Runs ponctl with these arguments, with nothing on its standard input, and waits for it. Its output is what `out`
-// gets, unless it goes to a descriptor of the caller's.
-Finished ponctl(const std::vector<std::string> &arguments, int output = -1);
+// Runs ponctl with these arguments and waits for it. Its output is what `out` gets, unless it goes to a descriptor of
+// the caller's; its input is one of the caller's, or nothing.
+Finished ponctl(const std::vector<std::string> &arguments, int output = -1, int input = -1);
+
+// A terminal, to run ponctl on.
+class Terminal
+{
+public:
+    explicit Terminal(unsigned short columns = 80);
+    ~Terminal();
+    Terminal(const Terminal &) = delete;
+    Terminal &operator=(const Terminal &) = delete;
+
+    int descriptor() const { return terminal; }
+    // Has someone type this.
+    void type(const std::string &text) const;
+    // What was written on it, at most what a terminal buffers.
+    std::string text() const;
+
+private:
+    int keyboard, terminal;
+};

@@ -2,10 +2,6 @@
 #include <cstdlib>
 #include <sstream>
 
-#include <fcntl.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,22 +13,11 @@ namespace
 using testing::HasSubstr;
 using testing::Not;
 
-// What ponctl writes on a terminal of 80 columns; at most what a terminal buffers.
 std::string on_terminal(const std::vector<std::string> &arguments)
 {
-    const int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    EXPECT_EQ(grantpt(master), 0);
-    EXPECT_EQ(unlockpt(master), 0);
-    const int terminal = open(ptsname(master), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    const winsize size{24, 80, 0, 0};
-    EXPECT_EQ(ioctl(terminal, TIOCSWINSZ, &size), 0);
-    EXPECT_EQ(ponctl(arguments, terminal).code, 0);
-
-    char text[4096];
-    const ssize_t length = read(master, text, sizeof text);
-    close(terminal);
-    close(master);
-    return {text, static_cast<size_t>(length > 0 ? length : 0)};
+    const Terminal terminal;
+    EXPECT_EQ(ponctl(arguments, terminal.descriptor()).code, 0);
+    return terminal.text();
 }
 
 TEST(Terminal, IsNotNarrowerThanATable)
