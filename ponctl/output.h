@@ -23,7 +23,8 @@ struct Output {
     bool headings = true;
 };
 
-// A table, fitted to the terminal; on anything else every cell stands whole on its line.
+// A table, fitted to the terminal; on anything else every cell stands whole on its line. Where a terminal is too narrow
+// for all columns, some are left out, empty ones first and then from the last on, and standard error says which.
 class Table
 {
 public:
@@ -45,6 +46,12 @@ public:
 
 private:
     static int flags_of(Fit fit);
+    // How wide a column is, and how wide at least where it is narrowed.
+    size_t width_of(size_t column) const;
+    size_t least_width_of(size_t column) const;
+    bool is_empty(size_t column) const;
+    // The columns for a terminal of this width.
+    std::vector<size_t> columns_in(size_t terminal_width) const;
 
     std::vector<Heading> headings;
     std::vector<std::vector<std::string>> rows;

@@ -190,8 +190,12 @@ bool show_trace(const Output &output, const Trace &trace, bool verbose)
     }
     if (verbose || output.format == Format::hex)
         return show_all(trace, [&output](const Traced &traced) { print_exchange(output, traced); });
-    Table table(
-        {{"TIME"}, {"PROCESS", Table::Fit::right}, {"CALL"}, {"CHANNEL"}, {"COMMAND"}, {"OUTCOME", Table::Fit::cut}});
+    Table table({{"TIME"},
+                 {"PROCESS", Table::Fit::right},
+                 {"CALL"},
+                 {"CHANNEL"},
+                 {"COMMAND", Table::Fit::cut},
+                 {"OUTCOME", Table::Fit::cut}});
     const bool whole = show_all(trace, [&table](const Traced &traced) {
         table.add({traced.time(), std::to_string(traced.record.pid), traced.call_text(), traced.channel_text(),
                    traced.command_text(), traced.outcome()});

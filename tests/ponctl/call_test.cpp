@@ -239,6 +239,19 @@ TEST(Call, ShowsTheFieldsOfAResponseAsFarAsItGoes)
     EXPECT_EQ(service.received()[0].allowed, 776u);
 }
 
+TEST(Call, ReadsAResponseByTheLayoutOfTheAnswer)
+{
+    const FakeService service(bytes(pon_record({{8, 5}, {432, 1}, {436, 1940}})));
+    const Words words{"call", "bsp_pon_get_w_onu_spec_id", "pon_port=3", "onu_id=5"};
+    EXPECT_EQ(service.ponctl(words).out, "FIELD    VALUE\n"
+                                         "onu_id   5\n"
+                                         "state    1\n"
+                                         "distance 1940 m\n");
+    const auto document = parsed(service.ponctl(with(words, {"-o", "json"})).out);
+    EXPECT_EQ(document["outputs"]["resp"]["distance"].GetUint(), 1940u);
+    EXPECT_STREQ(document["outputs"]["resp"]["loid"].GetString(), "");
+}
+
 TEST(Call, SaysThatAnOperationHandsOutNoDatabase)
 {
     const FakeService service(result(787, "[]"));

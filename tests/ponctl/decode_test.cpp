@@ -73,6 +73,32 @@ TEST(Decode, ReadsTheAnswerOfACommandByTheRecordThatItIs)
     EXPECT_EQ(answer_record(*configuration.record, nullptr).name, "bsp_onu_msg");
 }
 
+TEST(Decode, ReadsAnswersByTheLayoutOfTheAnswer)
+{
+    const Bytes bytes = pon_record({{"cmd", "BSP_CMD_AUTH_GET"}, {"pon_port", "3"}});
+    const auto layout = [&bytes](bool is_answer) {
+        return read_record(*pon().record, {&pon(), catalogue::Call::get, nullptr, is_answer}, bytes).layout;
+    };
+    EXPECT_EQ(layout(false), nullptr);
+    ASSERT_NE(layout(true), nullptr);
+    EXPECT_EQ(layout(true)->name, "auth_counts");
+}
+
+TEST(Decode, ReadsAnAnswerWithoutALayoutOfItsOwnAsTheRequest)
+{
+    const Bytes bytes = pon_record({{"cmd", "BSP_CMD_ONU_RELEASE_BATCH"}, {"onu_set", "3"}});
+    EXPECT_EQ(read_record(*pon().record, {&pon(), set, nullptr, true}, bytes).layout->name, "onu_batch");
+}
+
+TEST(Decode, TurnsTheWordsThatTheLayoutOfTheAnswerNames)
+{
+    Bytes bytes = pon_record({{"cmd", "BSP_CMD_WHITELIST_IDS"}});
+    bytes[432] = 1;
+    swap_words(*pon().record, {&pon(), catalogue::Call::get, catalogue::find_command("BSP_CMD_WHITELIST_IDS"), true},
+               bytes);
+    EXPECT_EQ(bytes[435], 1);
+}
+
 TEST(Decode, ShowsABlockThatIsATextAsOne)
 {
     EXPECT_EQ(shown(pon_record({{"data429", "text:/tmp/result"}})), (Shown{"data429=text:/tmp/result"}));

@@ -1,4 +1,6 @@
 // ponctl onu and ponctl port, as a process, against a service.
+#include <sstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -36,6 +38,22 @@ TEST(OnuList, IsATableOrTheRowsAsJson)
     const auto document = parsed(service.ponctl({"onu", "list", "-o", "json"}).out);
     ASSERT_TRUE(document.IsArray());
     EXPECT_STREQ(document[0]["state"].GetString(), "waiting");
+}
+
+TEST(OnuList, LeavesOutWhatDoesNotFitATerminalAndSaysSo)
+{
+    const FakeService service(result(384, R"([{"pon_port":1,"onu_id":5,"mac":"00:11:22:33:44:55","state":"online",)"
+                                          R"("text_a":"the shop at the corner of the street","text_b":""}])"));
+    const Terminal terminal(80);
+    const Finished finished = service.ponctl({"onu", "list", "--no-headings"}, terminal.descriptor());
+    EXPECT_EQ(finished.err,
+              "ponctl: the terminal is too narrow for TEXT C, REBOOTS, DESCRIPTION, LOID; -o json has all\n");
+    std::istringstream lines(terminal.text());
+    std::string shown;
+    for (std::string line; std::getline(lines, line); shown += line)
+        EXPECT_LE(line.find_last_not_of(" \r") + 1, 80u) << line;
+    EXPECT_THAT(shown, HasSubstr("00:11:22:33:44:55"));
+    EXPECT_THAT(shown, HasSubstr("the shop"));
 }
 
 TEST(OnuBind, TakesTheGivenIdOrLetsTheServicePickOne)
