@@ -19,13 +19,6 @@ std::string mode_of(const std::string &word)
     return std::to_string(mode - auth_modes.begin());
 }
 
-void check_text(const char *name, const std::string &text, size_t longest)
-{
-    if (text.size() > longest)
-        throw UsageError(std::string(name) + ": " + std::to_string(text.size()) + " bytes are more than the " +
-                         std::to_string(longest) + " that there can be");
-}
-
 } // namespace
 
 ExitCode run_auth_show(const Output &output, const std::string &port)

@@ -33,6 +33,13 @@ OnuName onu_but_0_of(const std::string &text)
     return onu;
 }
 
+void check_text(const char *name, const std::string &text, size_t greatest)
+{
+    if (text.size() > greatest)
+        throw UsageError(std::string(name) + ": " + std::to_string(text.size()) + " bytes are more than the " +
+                         std::to_string(greatest) + " that there can be");
+}
+
 ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words)
 {
     return run_call(output, *catalogue::find_operation(operation), words, {});

@@ -22,6 +22,9 @@ OnuName onu_of(const std::string &text);
 // The same for operations to which id 0 is none: there it is a UsageError that says so.
 OnuName onu_but_0_of(const std::string &text);
 
+// Refuses a text of more bytes than there can be.
+void check_text(const char *name, const std::string &text, size_t greatest);
+
 // Shows what an operation delivers, as `ponctl call` does.
 ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words);
 

@@ -8,6 +8,8 @@ namespace ponctl
 namespace
 {
 
+constexpr size_t longest_entry_text = 200;
+
 // Ids in use, as an operation answers them.
 ExitCode run_ids(const Output &output, const char *operation, const std::string &port)
 {
@@ -44,6 +46,7 @@ ExitCode reject_by_mac(const Output &output, const RejectOptions &options, const
 {
     if (!options.ids.empty()) throw UsageError("--mac: not together with ids");
     const std::string mac = format_mac(parse_mac("--mac", options.mac).data());
+    check_text("--text", options.text, longest_entry_text);
     ask(options.confirmed, "rejecting ONU " + mac + " at port " + port);
     return call(output, "bsp_pon_blacklist_add_onu_auto_id",
                 words_of({{"pon_port", port}, {"mac", mac}, {"text", options.text}}));

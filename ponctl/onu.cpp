@@ -10,6 +10,13 @@ namespace
 {
 
 constexpr const char *view_operation = "bsp_pon_exec_get_json_";
+constexpr size_t longest_text = 127;
+constexpr size_t longest_short_text = 63; // second and third bind text
+
+std::string mode_of(const std::string &text)
+{
+    return text.empty() ? "0" : std::to_string(parse_number("--mode", text));
+}
 
 ExitCode release_many(const Output &output, const ReleaseOptions &options)
 {
@@ -156,12 +163,15 @@ ExitCode run_port_list(const Output &output)
 
 ExitCode run_onu_bind(const Output &output, const BindOptions &options)
 {
-    const auto words = words_of({{"pon_port", options.port},
+    check_text("--text-a", options.text_a, longest_text);
+    check_text("--text-b", options.text_b, longest_short_text);
+    check_text("--text-c", options.text_c, longest_short_text);
+    const auto words = words_of({{"pon_port", port_of(options.port)},
                                  {"onu_id", options.id},
                                  {"mac", options.mac},
                                  {"text_a", options.text_a},
                                  {"text_b", options.text_b},
-                                 {"value", options.mode.empty() ? "0" : options.mode},
+                                 {"value", mode_of(options.mode)},
                                  {"text_c", options.text_c}});
     return options.id.empty() ? bind_and_look_up(output, words, options)
                               : call(output, "bsp_pon_bind_onu_spec_id", words);
@@ -187,11 +197,12 @@ ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options)
                           {"onu.onu_id", onu.id},
                           {"onu.onu_mac", onu.mac},
                           {"onu.arg_byte16", options.as_mode_says ? "1" : "0"},
-                          {"onu.arg_word36", options.mode}}));
+                          {"onu.arg_word36", mode_of(options.mode)}}));
 }
 
 ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
 {
+    check_text("TEXT", options.text, longest_text);
     auto words = words_of(
         {{"pon_port", port_of(options.port)}, {"onu_id", std::to_string(parse_number("ID", options.id, max_onu_id))}});
     words.push_back("text=" + options.text);

@@ -16,6 +16,7 @@ namespace
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using Words = std::vector<std::string>;
 
 const Words bind{"call", "bsp_pon_bind_onu_spec_id", "pon_port=1", "onu_id=5", "mac=00:11:22:33:44:55", "value=2"};
@@ -252,13 +253,16 @@ TEST(Call, ReadsAResponseByTheLayoutOfTheAnswer)
     EXPECT_STREQ(document["outputs"]["resp"]["loid"].GetString(), "");
 }
 
+// The service leaves no result here: the operation would drop it, which a run that looks for leaks takes for one.
 TEST(Call, SaysThatAnOperationHandsOutNoDatabase)
 {
-    const FakeService service(result(787, "[]"));
+    const FakeService service;
     const Finished finished = service.ponctl({"call", "bsp_pon_onu_get_vlan_mode_snmp"});
     EXPECT_EQ(finished.code, 0);
     EXPECT_EQ(finished.out, "");
-    EXPECT_EQ(finished.err, "ponctl: db_out: bsp_pon_onu_get_vlan_mode_snmp hands out no database, only the status\n");
+    EXPECT_THAT(finished.err,
+                EndsWith("ponctl: db_out: bsp_pon_onu_get_vlan_mode_snmp hands out no database, only the status\n"));
+    EXPECT_THAT(finished.err, Not(HasSubstr("left no result database")));
 }
 
 // Answers with a text at the place where the configuration of an ONU stands.

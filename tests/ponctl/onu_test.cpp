@@ -83,6 +83,17 @@ TEST(OnuBind, TellsTheIdThatTheServicePicked)
     EXPECT_EQ(parsed(service.ponctl(with(words, {"-o", "json"})).out)["outputs"]["onu_id"].GetUint(), 17u);
 }
 
+TEST(OnuBind, NamesTheOptionThatIsWrong)
+{
+    const FakeService service;
+    const Words words{"onu", "bind", "3", "00:11:22:33:44:55"};
+    EXPECT_EQ(service.ponctl(with(words, {"--mode", "x"})).err,
+              "ponctl: --mode: 'x' is not a number from 0 to 4294967295, decimal or hexadecimal with 0x\n");
+    EXPECT_EQ(service.ponctl(with(words, {"--text-b", std::string(64, 'x')})).err,
+              "ponctl: --text-b: 64 bytes are more than the 63 that there can be\n");
+    EXPECT_TRUE(service.received().empty());
+}
+
 TEST(OnuBind, LooksUpNothingWhereTheServiceRefuses)
 {
     const FakeService service(status(4008));
@@ -137,7 +148,8 @@ TEST(OnuDescribe, SendsTheText)
     const FakeService service;
     EXPECT_EQ(service.ponctl({"onu", "describe", "1", "0", "the shop"}).code, 0);
     EXPECT_EQ(service.ponctl({"onu", "describe", "1", "5", ""}).code, 0);
-    EXPECT_EQ(service.ponctl({"onu", "describe", "1", "5", std::string(128, 'x')}).code, 2);
+    EXPECT_EQ(service.ponctl({"onu", "describe", "1", "5", std::string(128, 'x')}).err,
+              "ponctl: TEXT: 128 bytes are more than the 127 that there can be\n");
     const auto received = service.received();
     ASSERT_EQ(received.size(), 2u);
     EXPECT_EQ(received[0].word(0), 398u);
