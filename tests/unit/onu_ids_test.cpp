@@ -217,7 +217,7 @@ protected:
 TEST_F(OnuIds, PrintAsModelledInManyRandomSets)
 {
     Random random;
-    for (int round = 0; round < 30000; ++round)
+    for (int round = 0; round < 21000; ++round)
         for (const Ids &ids : {random.scattered(3), random.scattered(50), random.scattered(95), random.of_runs(),
                                random.with_empty_words()})
             ASSERT_NO_FATAL_FAILURE(expect_as_modelled(ids, random.last_id(ids)));
