@@ -164,3 +164,51 @@ uint32_t c_get_file(uint32_t cmd, uint32_t pon_port, char *name_out)
     if (rv == 0 && name_out != NULL) strcpy(name_out, (const char *)response.data429);
     return outcome(rv, status, __func__, __LINE__);
 }
+
+uint32_t c_white(uint32_t pon_port, uint32_t onu_id, void *resp)
+{
+    bsp_pon_msg msg;
+    uint8_t scratch[776];
+    uint32_t length = sizeof scratch;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&msg, 0, sizeof msg);
+    if (resp == NULL) {
+        memset(scratch, 0, sizeof scratch);
+        resp = scratch;
+    }
+    msg.cmd = BSP_CMD_WHITELIST_GET;
+    msg.pon_port = pon_port;
+    msg.onu_id = onu_id;
+    rv = ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_PON, &msg, sizeof msg, resp, &length, &status);
+    return outcome(rv, status, __func__, __LINE__);
+}
+
+uint32_t c_view(db_handle **db_out, const bsp_pon_msg *record)
+{
+    bsp_pon_msg_ext response;
+    uint32_t length = sizeof response;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&response, 0, sizeof response);
+    rv = ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_PON, record, sizeof *record, &response, &length, &status);
+    if (rv == 0) *db_out = db_from_shmem(record->cmd, 1048576);
+    return outcome(rv, status, __func__, __LINE__);
+}
+
+uint32_t c_view_web(db_handle **db_out, bsp_pon_msg *record)
+{
+    record->cmd = BSP_CMD_VIEW_ONU_INFO_WEB;
+    return c_view(db_out, record);
+}
+
+uint32_t c_view_snmp(db_handle **db_out)
+{
+    bsp_pon_msg msg;
+
+    memset(&msg, 0, sizeof msg);
+    msg.cmd = BSP_CMD_VIEW_ONU_INFO_SNMP;
+    return c_view(db_out, &msg);
+}

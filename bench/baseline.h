@@ -20,6 +20,10 @@ uint32_t c_cfg(uint32_t cmd, uint32_t pon_port, const void *data, uint32_t lengt
 uint32_t c_get(bsp_pon_msg *record);
 uint32_t c_get_json(uint32_t cmd, uint32_t pon_port, uint32_t spare, db_handle **db_out);
 uint32_t c_get_file(uint32_t cmd, uint32_t pon_port, char *name_out);
+uint32_t c_white(uint32_t pon_port, uint32_t onu_id, void *resp);
+uint32_t c_view(db_handle **db_out, const bsp_pon_msg *record);
+uint32_t c_view_web(db_handle **db_out, bsp_pon_msg *record);
+uint32_t c_view_snmp(db_handle **db_out);
 
 #ifdef __cplusplus
 }

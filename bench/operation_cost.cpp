@@ -41,6 +41,9 @@ const Case cases[] = {
     {"exec_get", [] { return bsp_pon_exec_get(&record); }, [] { return c_get(&record); }},
     {"exec_get_json", [] { return bsp_pon_exec_get_json(384, 1, 0, &db); }, [] { return c_get_json(384, 1, 0, &db); }},
     {"exec_get_file", [] { return bsp_pon_exec_get_file(384, 1, name); }, [] { return c_get_file(384, 1, name); }},
+    {"whitelist", [] { return bsp_pon_get_w_onu_spec_id(1, 5, &record); }, [] { return c_white(1, 5, &record); }},
+    {"view_web", [] { return bsp_pon_get_onu_info_web(&db, &record); }, [] { return c_view_web(&db, &record); }},
+    {"view_snmp", [] { return bsp_pon_get_onu_info_snmp(&db); }, [] { return c_view_snmp(&db); }},
 };
 
 void repeat(uint32_t (*call)(), long count)

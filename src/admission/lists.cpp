@@ -13,7 +13,7 @@ namespace
 constexpr uint32_t lookup_length = 776;
 
 // Receives the answer in `resp`; null: it is dropped.
-uint32_t look_up(const bsp_pon_msg &request, void *resp, Site site)
+FRAME_SHARED uint32_t look_up(const bsp_pon_msg &request, void *resp, Site site)
 {
     uint32_t dropped[lookup_length / sizeof(uint32_t)];
     if (!resp) {
@@ -23,7 +23,7 @@ uint32_t look_up(const bsp_pon_msg &request, void *resp, Site site)
     return frame::get_into(BSP_MSG_PON, request, resp, lookup_length, site);
 }
 
-uint32_t ids_in_use(uint32_t command, uint32_t pon_port, void *resp, Site site)
+FRAME_SHARED uint32_t ids_in_use(uint32_t command, uint32_t pon_port, void *resp, Site site)
 {
     Request<bsp_pon_msg> request{command};
     request->pon_port = pon_port;

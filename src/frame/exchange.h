@@ -7,6 +7,15 @@
 #include "board/ipc.h"
 #include "bsp_pon.h"
 
+// What operations share stands in each of them where speed counts, and once for all of them where size does. Left to
+// itself the compiler does neither: it would inline what one file uses once, and call what another uses often.
+#define FRAME_INLINE [[gnu::always_inline]] inline
+#ifdef __OPTIMIZE_SIZE__
+#define FRAME_SHARED [[gnu::noinline]] inline
+#else
+#define FRAME_SHARED FRAME_INLINE
+#endif
+
 namespace frame
 {
 
@@ -53,7 +62,7 @@ void clear(void *record, uint32_t length);
 
 // Sends a record and returns the service's status word.
 template <Failure failure = Failure::report, class Record>
-inline uint32_t set(uint32_t channel, const Record &record, Site site = Site::here())
+FRAME_SHARED uint32_t set(uint32_t channel, const Record &record, Site site = Site::here())
 {
     uint32_t status = BSP_OK;
     const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, channel, &record, sizeof record, &status);
@@ -63,8 +72,8 @@ inline uint32_t set(uint32_t channel, const Record &record, Site site = Site::he
 // Sends a record and receives the answer in `response`, at most `length` bytes of it. Returns the service's status
 // word.
 template <Failure failure = Failure::report, class Record>
-inline uint32_t get_into(uint32_t channel, const Record &request, void *response, uint32_t length,
-                         Site site = Site::here())
+FRAME_SHARED uint32_t get_into(uint32_t channel, const Record &request, void *response, uint32_t length,
+                               Site site = Site::here())
 {
     uint32_t status = BSP_OK;
     const int32_t ipc_result =
@@ -74,7 +83,7 @@ inline uint32_t get_into(uint32_t channel, const Record &request, void *response
 
 // Sends a record and receives the answer in its place. Returns the service's status word.
 template <Failure failure = Failure::report, class Record>
-inline uint32_t get_in_place(uint32_t channel, Record &record, Site site = Site::here())
+FRAME_INLINE uint32_t get_in_place(uint32_t channel, Record &record, Site site = Site::here())
 {
     return get_into<failure>(channel, record, &record, sizeof record, site);
 }
@@ -88,8 +97,8 @@ public:
 
     // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
     // failed, and `result` is the operation's.
-    bool receive(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset, uint32_t &result,
-                 Failure failure, Site site, Call *exec = ipc_get_exec)
+    FRAME_SHARED bool receive(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
+                              uint32_t &result, Failure failure, Site site, Call *exec = ipc_get_exec)
     {
         size = preset ? preset : request_length;
         clear(bytes, size);
@@ -111,8 +120,8 @@ private:
     alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
 };
 
-inline uint32_t get_database(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
-                             const uint32_t &key, uint32_t bound, db_handle **out, Failure failure, Site site)
+FRAME_SHARED uint32_t get_database(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
+                                   const uint32_t &key, uint32_t bound, db_handle **out, Failure failure, Site site)
 {
     Response response;
     uint32_t result;
@@ -124,8 +133,8 @@ inline uint32_t get_database(uint32_t channel, const void *request, uint32_t req
 // Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
 // memory under `key`, which is read only after the exchange. Returns the service's status word.
 template <Failure failure = Failure::report, class Record>
-inline uint32_t get_database(uint32_t channel, const Record &request, uint32_t preset, const uint32_t &key,
-                             uint32_t bound, db_handle **out, Site site = Site::here())
+FRAME_INLINE uint32_t get_database(uint32_t channel, const Record &request, uint32_t preset, const uint32_t &key,
+                                   uint32_t bound, db_handle **out, Site site = Site::here())
 {
     return get_database(channel, &request, sizeof request, preset, key, bound, out, failure, site);
 }
@@ -133,8 +142,8 @@ inline uint32_t get_database(uint32_t channel, const Record &request, uint32_t p
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
 // service's status word.
 template <class Record>
-inline uint32_t get_text(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, char *out,
-                         Site site = Site::here())
+FRAME_SHARED uint32_t get_text(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, char *out,
+                               Site site = Site::here())
 {
     Response response;
     uint32_t result;

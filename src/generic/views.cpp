@@ -8,19 +8,19 @@ namespace
 {
 
 // A view of the whole OLT: nothing but its command is asked.
-uint32_t view_of_all(uint32_t command, db_handle **db_out)
+FRAME_SHARED uint32_t view_of_all(uint32_t command, db_handle **db_out)
 {
     return bsp_pon_config_by_db(db_out, &*Request<bsp_pon_msg>{command});
 }
 
 // A view that the caller's record narrows.
-uint32_t view_by_record(uint32_t command, db_handle **db_out, bsp_pon_msg *record)
+FRAME_SHARED uint32_t view_by_record(uint32_t command, db_handle **db_out, bsp_pon_msg *record)
 {
     record->cmd = command;
     return bsp_pon_config_by_db(db_out, record);
 }
 
-uint32_t onu_view_of_all(uint32_t command, db_handle **db_out)
+FRAME_SHARED uint32_t onu_view_of_all(uint32_t command, db_handle **db_out)
 {
     return bsp_pononu_ctc_config_snmp_get(db_out, &*Request<bsp_onu_msg>{command});
 }
