@@ -15,13 +15,18 @@ std::vector<const Operation *> answered_in(catalogue::Answer answer)
 
 } // namespace
 
-using OwnBuffer = OfOperation;
+using AnyAnswer = OfOperation;
 
-TEST_P(OwnBuffer, OffersThePresetLength)
+TEST_P(AnyAnswer, IsOfferedThePresetLength)
 {
     subject.call();
     EXPECT_EQ(only_exchange().preset, operation.preset);
 }
+
+ON_OPERATIONS(AnyAnswer,
+              operations_where([](const Operation &each) { return each.answer != catalogue::Answer::none; }));
+
+using OwnBuffer = OfOperation;
 
 TEST_P(OwnBuffer, IsNotTheRequest)
 {
@@ -71,102 +76,55 @@ TEST_P(OwnBuffer, AnswerLeavesTheRequestAsItWas)
 
 ON_OPERATIONS(OwnBuffer, answered_in(catalogue::Answer::own));
 
-class InPlace : public OfOperation
+// Answers that go straight to the caller's memory: to the record that was sent, or to a buffer of its own.
+class CallersMemory : public OfOperation
 {
 protected:
-    Memory &record = subject.memory(*subject.argument_of(ArgumentType::record));
+    bool in_place = operation.answer == catalogue::Answer::in_place;
+    Memory &place = subject.memory(*subject.argument_of(in_place ? ArgumentType::record : ArgumentType::response));
 };
 
-TEST_P(InPlace, OffersThePresetLength)
+TEST_P(CallersMemory, IsHandedToTheIpcLibrary)
 {
     subject.call();
-    EXPECT_EQ(only_exchange().preset, operation.preset);
+    EXPECT_EQ(only_exchange().response, place.pointer());
+    EXPECT_EQ(only_exchange().request == place.pointer(), in_place);
 }
 
-TEST_P(InPlace, IsTheCallersRecord)
-{
-    subject.call();
-    EXPECT_EQ(only_exchange().request, record.pointer());
-    EXPECT_EQ(only_exchange().response, record.pointer());
-}
-
-TEST_P(InPlace, FullAnswerReplacesTheRecord)
-{
-    const Bytes full(operation.record->size, 0xFF);
-    script_exchange(IPC_OK, 0, full);
-    subject.call();
-    EXPECT_EQ(record.bytes(), full);
-    EXPECT_TRUE(record.guards_stand());
-}
-
-TEST_P(InPlace, ShortAnswerLeavesTheRest)
-{
-    const Bytes part(100, 0xFF);
-    script_exchange(IPC_OK, 0, part);
-    subject.call();
-    Bytes expected = record.as_lent();
-    std::copy(part.begin(), part.end(), expected.begin());
-    EXPECT_EQ(record.bytes(), expected);
-}
-
-TEST_P(InPlace, NoAnswerLeavesAll)
-{
-    subject.call();
-    EXPECT_TRUE(record.unchanged());
-}
-
-ON_OPERATIONS(InPlace, answered_in(catalogue::Answer::in_place));
-
-class CallersBuffer : public OfOperation
-{
-protected:
-    Memory &buffer = subject.memory(*subject.argument_of(ArgumentType::response));
-};
-
-TEST_P(CallersBuffer, OffersThePresetLength)
-{
-    subject.call();
-    EXPECT_EQ(only_exchange().preset, operation.preset);
-}
-
-TEST_P(CallersBuffer, IsHandedToTheIpcLibrary)
-{
-    subject.call();
-    EXPECT_EQ(only_exchange().response, buffer.pointer());
-}
-
-TEST_P(CallersBuffer, ReceivesAFullAnswerAndNotAByteMore)
+TEST_P(CallersMemory, ReceivesAFullAnswerAndNotAByteMore)
 {
     script_exchange(IPC_OK, 0, Bytes(IPC_MAX_LENGTH, 0xFF));
     subject.call();
-    EXPECT_EQ(buffer.bytes(), Bytes(operation.preset, 0xFF));
-    EXPECT_TRUE(buffer.guards_stand());
+    EXPECT_EQ(place.bytes(), Bytes(operation.preset, 0xFF));
+    EXPECT_TRUE(place.guards_stand());
 }
 
-TEST_P(CallersBuffer, KeepsWhatAShortAnswerDoesNotReach)
+TEST_P(CallersMemory, KeepsWhatAShortAnswerDoesNotReach)
 {
     const Bytes part(100, 0xFF);
     script_exchange(IPC_OK, 0, part);
     subject.call();
-    Bytes expected = buffer.as_lent();
+    Bytes expected = place.as_lent();
     std::ranges::copy(part, expected.begin());
-    EXPECT_EQ(buffer.bytes(), expected);
+    EXPECT_EQ(place.bytes(), expected);
 }
 
-TEST_P(CallersBuffer, KeepsAllWithoutAnAnswer)
+TEST_P(CallersMemory, KeepsAllWithoutAnAnswer)
 {
     subject.call();
-    EXPECT_TRUE(buffer.unchanged());
+    EXPECT_TRUE(place.unchanged());
 }
 
-TEST_P(CallersBuffer, ReceivesTheAnswerWhateverTheStatus)
+TEST_P(CallersMemory, ReceivesTheAnswerWhateverTheStatus)
 {
     script_exchange(IPC_OK, 4001, Bytes(operation.preset, 0xFF));
     EXPECT_EQ(subject.call(), 4001u);
-    EXPECT_EQ(buffer.bytes(), Bytes(operation.preset, 0xFF));
+    EXPECT_EQ(place.bytes(), Bytes(operation.preset, 0xFF));
 }
 
-ON_OPERATIONS(CallersBuffer, answered_in(catalogue::Answer::caller));
+ON_OPERATIONS(CallersMemory, operations_where([](const Operation &each) {
+                  return each.answer == catalogue::Answer::in_place || each.answer == catalogue::Answer::caller;
+              }));
 
 // A caller who wants no answer: it goes to memory of the library.
 class DroppedAnswer : public OfArgument
