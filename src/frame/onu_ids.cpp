@@ -63,10 +63,10 @@ char *ont_id_res_str(const onu_id_set *set, uint32_t last_id, char *text)
                 ++length;
                 if (id == last_id && length != 1) end = append(end, "-%d", static_cast<uint32_t>(length));
             } else if (in_run) {
-                if (length == 2)
-                    end = append(end, ",%d", start + 1);
-                else if (length >= 3)
+                if (length > 2)
                     end = append(end, "-%d", start + static_cast<uint32_t>(length) - 1);
+                else if (length == 2)
+                    end = append(end, ",%d", start + 1);
                 closed_before = true;
                 in_run = false;
                 length = 0;
