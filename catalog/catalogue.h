@@ -106,7 +106,21 @@ enum class Answer : uint8_t {
     caller    // into a buffer of the caller
 };
 
-enum class ArgumentType : uint8_t { u32, mac, text, block, length, record, db, text_out, response };
+enum class ArgumentType : uint8_t {
+    u32,
+    u8, // goes out zero-extended where its field is a word
+    mac,
+    text,
+    block,
+    length,
+    record,
+    db,
+    text_out,
+    u32_out,
+    block_out,
+    block_inout, // goes out, and is overwritten by the answer
+    response
+};
 
 // How a result database is made.
 enum class Source : uint8_t {
@@ -130,6 +144,7 @@ struct Argument {
     bool optional;      // null is allowed and means "none"
     bool dropped;       // of a db: it is made and never handed out
     const Field *field; // where it goes in the request, or where it comes from in the answer
+    uint32_t size;      // of a block that always has as many bytes; else 0
     int other;          // the index of the block that a length measures, of the argument that keys a db; else -1
     Source source;      // of a db
     Key key;            // of a db from shared memory
@@ -139,7 +154,7 @@ struct Argument {
 };
 
 // What of an operation this catalogue cannot say. A test of its own covers it.
-enum class Facet : uint8_t { request, status };
+enum class Facet : uint8_t { request, status, null };
 struct Oddity {
     Facet facet;
     std::string_view brief;

@@ -23,7 +23,7 @@ FAILURES = ["report", "pass", "silent"]
 REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied", "stamped": "stamped"}
 BUFFERS = {"own": "own", "in-place": "in_place", "caller": "caller"}
 SOURCES = {"shmem": "shmem", "text": "text"}
-FACETS = ["request", "status"]
+FACETS = ["request", "status", "null"]
 BOUNDS = [10240, 1048576]
 IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
 FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16}
@@ -34,10 +34,14 @@ ARGUMENTS = {
     "mac": ("const uint8_t *{}", {"mac"}),
     "text": ("const char *{}", {"text", "bytes"}),
     "block": ("const void *{}", {"bytes"}),
+    "u8": ("uint8_t {}", {"u32", "bytes"}),
     "length": ("uint32_t {}", set()),
     "record": ("{const}{record} *{}", set()),
     "db": ("db_handle **{}", set()),
     "text-out": ("char *{}", {"text", "bytes"}),
+    "u32-out": ("uint32_t *{}", {"u32"}),
+    "block-out": ("void *{}", {"bytes"}),
+    "block-inout": ("void *{}", {"bytes"}),
     "response": ("void *{}", set()),
 }
 
@@ -219,18 +223,21 @@ class Catalogue:
             self.add(self.statuses, status)
 
     def read_commands(self, path, table):
-        for command in self.entries(path, table, "command", ["name", "code", "channel", "class", "brief"], ["call"]):
+        for command in self.entries(path, table, "command", ["name", "code", "channel", "class", "brief"], ["call", "twin"]):
             command.code, command.brief = command.number("code"), command.text("brief")
             command.channel = command.lookup("channel", self.channels)
             command.impact = CLASSES[command.choice("class", CLASSES)]
             if not command.name.startswith("BSP_CMD_"):
                 command.fail("the name must start with BSP_CMD_")
             command.call = CALLS[command.choice("call", CALLS)] if command.get("call") else None
+            twin = command.lookup("twin", self.commands) if command.get("twin") else None
+            if twin and (twin.code, twin.channel) != (command.code, command.channel):
+                command.fail(f"'twin' names {twin.name}, which has another code or channel")
             for other in self.commands.values():
-                if (other.code, other.channel) == (command.code, command.channel) and (
+                if other is not twin and (other.code, other.channel) == (command.code, command.channel) and (
                         not command.call or not other.call or command.call == other.call):
                     command.fail(f"code {command.code} is {other.name} on this channel; two that share a code state the "
-                                 "'call' that each is for")
+                                 "'call' that each is for or, where nothing tells them apart, one its 'twin'")
             self.add(self.commands, command)
 
     def read_family(self, path, table):
@@ -239,7 +246,7 @@ class Catalogue:
             raise CatalogueError(f"{path.relative_to(self.root)}: 'family' is missing")
         operations = self.entries(
             path, table, "operation", ["name", "brief", "args"],
-            ["channel", "command", "class", "call", "failure", "request", "answer", "via", "odd", "notes"])
+            ["channel", "command", "class", "record", "call", "failure", "request", "answer", "via", "odd", "notes"])
         for operation in operations:
             self.add(self.taken, operation)
         types = self.entries(path, table, "type", ["name", "brief", "members"])
@@ -299,7 +306,7 @@ class Catalogue:
         for table in operation.items("args"):
             argument = Entry(
                 operation.file, f"operation {operation.name}: argument", table, ["name", "type", "brief"],
-                ["to", "from", "at", "of", "required", "optional", "ignored", "key", "bound", "dropped", "fields"])
+                ["to", "from", "at", "of", "size", "required", "optional", "ignored", "key", "bound", "dropped", "fields"])
             self.read_argument(operation, argument)
             argument.index = len(operation.args)
             self.add(operation.args, argument)
@@ -324,7 +331,7 @@ class Catalogue:
         else:
             operation.channel = operation.lookup("channel", self.channels)
             operation.impact = CLASSES[operation.choice("class", CLASSES)]
-        operation.record = operation.channel.record
+        operation.record = operation.lookup("record", self.records) if operation.get("record") else operation.channel.record
 
     def inherit(self, operation):
         """A thin wrapper: a call of another operation with a fixed command code."""
@@ -332,7 +339,7 @@ class Catalogue:
         if callee.kind != "operation" or callee.get("via"):
             operation.fail("'via' names an operation that does not go through another itself")
         self.read_operation(callee)
-        for key in ("channel", "class", "call", "failure", "answer"):
+        for key in ("channel", "class", "record", "call", "failure", "answer"):
             if operation.get(key):
                 operation.fail(f"'{key}' is that of {callee.name}, which it goes through")
         if not operation.command or operation.command.channel is not callee.channel:
@@ -396,7 +403,8 @@ class Catalogue:
         argument.ignored, argument.field, argument.of, argument.key = argument.flag("ignored"), None, None, None
         argument.source, argument.bound, argument.picked, argument.dropped = None, 0, [], argument.flag("dropped")
         argument.declaration, field_types = ARGUMENTS[argument.type]
-        outward = argument.type == "text-out"
+        outward = argument.type in ("text-out", "u32-out", "block-out")
+        argument.size = 0
         allowed = {"name", "type", "brief", "required", "optional"}
         if argument.type == "text":
             argument.optional = not argument.required
@@ -404,11 +412,15 @@ class Catalogue:
             allowed |= {"ignored"}
         elif field_types:
             place = "from" if outward else "to"
-            allowed |= {place}
+            allowed |= {"to", "from"} if argument.type == "block-inout" else {place}
             record = operation.response_record if outward and operation.answer != "none" else operation.record
             argument.field = argument.lookup(place, record.fields)
             if argument.field.type not in field_types:
                 argument.fail(f"'{place}' names {argument.field.name}, which is a {argument.field.type}")
+            if argument.type == "block-inout" and argument.lookup("from", record.fields) is not argument.field:
+                argument.fail("a block goes and comes by the same field")
+            if argument.type in ("block", "block-out", "block-inout"):
+                allowed |= self.read_size(operation, argument)
         elif argument.type == "length":
             allowed |= {"of"}
         elif argument.type == "db":
@@ -426,8 +438,20 @@ class Catalogue:
             argument.fail("an argument is required or optional, not both")
         if (argument.required or argument.optional) and "*" not in argument.declaration:
             argument.fail("only pointers are required or optional")
-        if (outward or argument.type == "db") and operation.answer == "none":
+        if (outward or argument.type in ("db", "block-inout")) and operation.answer == "none":
             argument.fail("a set call has no answer to take it from")
+
+    def read_size(self, operation, argument):
+        """The bytes of a block that always has the same; one whose length another argument states has none."""
+        has_length = any(isinstance(table, dict) and table.get("type") == "length" for table in operation.items("args"))
+        if has_length and argument.get("size") is None:
+            return set()
+        argument.size = argument.number("size")
+        if argument.size == 0:
+            argument.fail("'size' must be at least one byte")
+        if argument.type != "block-out" and argument.size > argument.field.size:
+            argument.fail(f"{argument.size} bytes do not fit {argument.field.name}, which has {argument.field.size}")
+        return {"size"}
 
     def picked(self, operation, argument, name):
         if name not in operation.record.fields:
@@ -666,7 +690,7 @@ def argument_row(operation, argument):
     field = argument.field.reference if argument.field else "nullptr"
     picked = f"{operation.name}_{argument.name}_fields" if argument.picked else "{}"
     return (f"    {{{quoted(argument.name)}, ArgumentType::{argument.type.replace('-', '_')}, {flag(argument.required)}, "
-            f"{flag(argument.optional)}, {flag(argument.dropped)}, {field}, {argument.of.index if argument.of else -1}, "
+            f"{flag(argument.optional)}, {flag(argument.dropped)}, {field}, {argument.size}, {argument.of.index if argument.of else -1}, "
             f"Source::{argument.source or 'none'}, Key::{argument.key or 'none'}, {argument.bound}, {picked}, "
             f"{quoted(argument.brief)}}},")
 
@@ -770,7 +794,8 @@ def thunks(catalogue):
             if "*" in argument.declaration:
                 values.append(f"static_cast<{argument.declaration.replace('{}', '').strip()}>(v[{index}].pointer)")
             else:
-                values.append(f"v[{index}].number")
+                number = f"v[{index}].number"
+                values.append(f"static_cast<uint8_t>({number})" if argument.type == "u8" else number)
         lines.append(f"    [](const Value *v) {{ return {operation.name}({', '.join(values)}); }},")
     return "\n".join([*lines, "};", "", "} // namespace", "",
                       "uint32_t invoke(const Operation &operation, std::span<const Value> values)", "{",

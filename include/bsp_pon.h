@@ -93,10 +93,76 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_SORT_BATCH 423u /* BSP_MSG_PON: re-sort a batch of ONUs described by the caller's record */
 #define BSP_CMD_OPT_RANGE_SET 424u /* BSP_MSG_PON: set the optical ranging limits from the caller's record */
 #define BSP_CMD_ONU_SUPPORT_SET 764u /* BSP_MSG_PON: set whether an ONU, named by its MAC address, is supported */
+#define BSP_CMD_DEBUG_PON_STATS 237u /* BSP_MSG_DEBUG: counters of a PON port */
+#define BSP_CMD_DEBUG_GE_STATS 238u /* BSP_MSG_DEBUG: counters of a GE port */
+#define BSP_CMD_DEBUG_GE_PHY_GET 239u /* BSP_MSG_DEBUG: PHY of a GE port */
+#define BSP_CMD_DEBUG_GE_PHY_SET 240u /* BSP_MSG_DEBUG: set the PHY of a GE port */
+#define BSP_CMD_DEBUG_INGRESS_GET 241u /* BSP_MSG_DEBUG: ingress behaviour of a port */
+#define BSP_CMD_DEBUG_EGRESS_GET 242u /* BSP_MSG_DEBUG: egress behaviour of a port */
+#define BSP_CMD_DEBUG_PON_MAC_GET 243u /* BSP_MSG_DEBUG: MAC of a PON port */
+#define BSP_CMD_DEBUG_PON_PHY_GET 244u /* BSP_MSG_DEBUG: PHY of a PON port */
+#define BSP_CMD_DEBUG_PON_LASER_GET 245u /* BSP_MSG_DEBUG: laser state of a PON port */
+#define BSP_CMD_DEBUG_GE_MAC_GET 246u /* BSP_MSG_DEBUG: MAC of a GE port */
+#define BSP_CMD_DEBUG_XAUI_MAC_GET 247u /* BSP_MSG_DEBUG: MAC of a XAUI interface */
+#define BSP_CMD_DEBUG_XAUI_PHY_GET 248u /* BSP_MSG_DEBUG: PHY of a XAUI interface */
+#define BSP_CMD_DEBUG_I2C_READ 251u /* BSP_MSG_DEBUG: read bytes from the I2C bus */
+#define BSP_CMD_DEBUG_I2C_WRITE 252u /* BSP_MSG_DEBUG: write bytes to the I2C bus */
+#define BSP_CMD_DEBUG_FDB_DUMP 253u /* BSP_MSG_DEBUG: have the chip's forwarding database dumped */
+#define BSP_CMD_DEBUG_MGMT_CFG_GET 259u /* BSP_MSG_DEBUG: configuration of a management port */
+#define BSP_CMD_DEBUG_CTC_OAM 261u /* BSP_MSG_DEBUG: switch debug output of CTC OAM */
+#define BSP_CMD_DEBUG_ONU 262u /* BSP_MSG_DEBUG: switch debug output of ONUs */
+#define BSP_CMD_DEBUG_SLA_GET 470u /* BSP_MSG_DEBUG: the upstream SLA of an ONU, as the chip's debug service has it */
 #define BSP_CMD_VIEW_ONU_CONFIG 709u /* BSP_MSG_ONU_CFG: configuration of one ONU */
 #define BSP_CMD_VIEW_ONU_PORT_CONFIG 710u /* BSP_MSG_ONU_CFG: configuration of the UNI ports of one ONU */
+#define BSP_CMD_MPCP_SET 454u /* BSP_MSG_PLAT: set MPCP parameters of a PON port */
+#define BSP_CMD_OPTICS_STATUS_SET 454u /* BSP_MSG_PLAT: hand an optical status block to the PON chip's debug layer */
+#define BSP_CMD_ONU_DEREGISTER 455u /* BSP_MSG_PLAT: deregister an ONU */
+#define BSP_CMD_PORT_REREGISTER 456u /* BSP_MSG_PLAT: deregister the ONUs of a PON port and have them register again */
+#define BSP_CMD_P2P_STATE_SET 459u /* BSP_MSG_PLAT: switch P2P forwarding */
+#define BSP_CMD_P2P_OWN_PORT_SET 460u /* BSP_MSG_PLAT: set the own port of P2P forwarding */
+#define BSP_CMD_P2P_OWN_PORT_GET 461u /* BSP_MSG_PLAT: the own port of P2P forwarding */
+#define BSP_CMD_P2P_STATE_GET 462u /* BSP_MSG_PLAT: the state of P2P forwarding */
+#define BSP_CMD_P2P_ENTRY_SET 463u /* BSP_MSG_PLAT: set a forwarding entry */
+#define BSP_CMD_P2P_CFG_SET 465u /* BSP_MSG_PLAT: configure P2P forwarding of a PON port */
+#define BSP_CMD_LLID_BEHAVIOR_SET 467u /* BSP_MSG_PLAT: set the behaviour of an LLID */
+#define BSP_CMD_SLA_SET 469u /* BSP_MSG_PLAT: store an upstream SLA */
+#define BSP_CMD_SLA_GET 470u /* BSP_MSG_PLAT: the upstream SLA of an ONU */
+#define BSP_CMD_SLA_PORT_GET 471u /* BSP_MSG_PLAT: the SLA summary of a PON port */
+#define BSP_CMD_VIEW_SLA_WEB 472u /* BSP_MSG_PLAT: upstream SLAs of a PON port, for the web server */
+#define BSP_CMD_VIEW_SLA_SNMP 473u /* BSP_MSG_PLAT: upstream SLAs of the whole OLT, for the SNMP agent */
+#define BSP_CMD_SLA_DOWN_SET 474u /* BSP_MSG_PLAT: store a downstream SLA */
+#define BSP_CMD_SLA_DOWN_GET 475u /* BSP_MSG_PLAT: the downstream SLA of an ONU */
+#define BSP_CMD_VIEW_SLA_DOWN_WEB 476u /* BSP_MSG_PLAT: downstream SLAs of a PON port, for the web server */
+#define BSP_CMD_OPM_TRIGGER 478u /* BSP_MSG_PLAT: start an optical power measurement */
+#define BSP_CMD_OPM_CANCEL 479u /* BSP_MSG_PLAT: cancel an optical power measurement */
+#define BSP_CMD_LAO_MODE_SET 480u /* BSP_MSG_PLAT: set the LAO mode of an optical module */
+#define BSP_CMD_LOL_MODE_SET 481u /* BSP_MSG_PLAT: set the LOL mode of an optical module */
+#define BSP_CMD_FDB_CFG_SET 482u /* BSP_MSG_PLAT: configure the FDB */
+#define BSP_CMD_FDB_FLUSH 483u /* BSP_MSG_PLAT: flush entries of the FDB */
+#define BSP_CMD_MAC_AGE_GET 484u /* BSP_MSG_PLAT: the ageing of MAC addresses */
+#define BSP_CMD_MAC_GET 485u /* BSP_MSG_PLAT: query the MAC table of the PON side */
+#define BSP_CMD_MAC_NNI_GET 486u /* BSP_MSG_PLAT: query the MAC table of the network side (NNI) */
+#define BSP_CMD_OPTICS_DIAG_GET 487u /* BSP_MSG_PLAT: digital diagnostics of a PON port's optical module */
+#define BSP_CMD_OPTICS_RSSI_GET 488u /* BSP_MSG_PLAT: a received signal strength (RSSI) reading */
+#define BSP_CMD_SFP_INFO_GET 489u /* BSP_MSG_PLAT: diagnostic information of an SFP cage, as a block */
+#define BSP_CMD_VIEW_SFP_INFO 490u /* BSP_MSG_PLAT: diagnostic information of an SFP cage, as a table */
 #define BSP_CMD_VIEW_VLAN_MODE_SNMP 787u /* BSP_MSG_ONU_SNMP: VLAN modes of UNI ports, for the SNMP agent */
 #define BSP_CMD_VIEW_VLAN_LIST_SNMP 788u /* BSP_MSG_ONU_SNMP: VLANs of UNI ports, for the SNMP agent */
+#define BSP_CMD_UPGRADE_TYPE_ADD 790u /* BSP_MSG_UPGRADE: add an upgrade type */
+#define BSP_CMD_UPGRADE_TYPE_DELETE 791u /* BSP_MSG_UPGRADE: delete an upgrade type */
+#define BSP_CMD_UPGRADE_TYPE_LIST 792u /* BSP_MSG_UPGRADE: the upgrade types */
+#define BSP_CMD_UPGRADE_TYPE_LOAD 793u /* BSP_MSG_UPGRADE: load the upgrade types from a file */
+#define BSP_CMD_UPGRADE_TYPE_BIND_ONUS 795u /* BSP_MSG_UPGRADE: bind an upgrade type to some ONUs */
+#define BSP_CMD_UPGRADE_TYPE_BIND_PORT 796u /* BSP_MSG_UPGRADE: bind an upgrade type to the ONUs of a PON port */
+#define BSP_CMD_UPGRADE_ONU 797u /* BSP_MSG_UPGRADE: upgrade one ONU */
+#define BSP_CMD_UPGRADE_PORT 798u /* BSP_MSG_UPGRADE: upgrade the ONUs of a PON port */
+#define BSP_CMD_LOOP_STATE_SET 779u /* BSP_MSG_LOOP_DETECT: switch loop detection on or off */
+#define BSP_CMD_LOOP_RECOVER_MODE_SET 780u /* BSP_MSG_LOOP_DETECT: set how ports recover from a loop */
+#define BSP_CMD_LOOP_RECOVER 781u /* BSP_MSG_LOOP_DETECT: recover the ports that a loop shut down, now */
+#define BSP_CMD_LOOP_RECOVER_TIME_SET 782u /* BSP_MSG_LOOP_DETECT: set after which time ports recover from a loop */
+#define BSP_CMD_LOOP_INTERVAL_SET 783u /* BSP_MSG_LOOP_DETECT: set the interval between detection packets */
+#define BSP_CMD_LOOP_INFO 784u /* BSP_MSG_LOOP_DETECT: what loop detection has found */
+#define BSP_CMD_LOOP_CONFIG_GET 785u /* BSP_MSG_LOOP_DETECT: the settings of loop detection */
 
 /**
  * Request and response of the PON channel. 944 bytes.
@@ -941,6 +1007,870 @@ BSP_PON_API uint32_t bsp_pon_onu_get_vlan_mode_snmp(db_handle **db_out);
  * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
  */
 BSP_PON_API uint32_t bsp_pon_onu_get_vlanlist_snmp(db_handle **db_out);
+
+/* --- Upgrade types and upgrade runs --- */
+
+/**
+ * Adds an upgrade type: which firmware goes to which kind of ONU.
+ *
+ * BSP_CMD_UPGRADE_TYPE_ADD (790) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param block 400 bytes, read only: the upgrade type
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_set_onu_upgrade_type_add(const void *block);
+
+/**
+ * Deletes an upgrade type.
+ *
+ * BSP_CMD_UPGRADE_TYPE_DELETE (791) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param block 400 bytes, read only: the upgrade type
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_set_onu_upgrade_type_del(const void *block);
+
+/**
+ * Asks for the upgrade types as a result database of at most 10240 bytes.
+ *
+ * BSP_CMD_UPGRADE_TYPE_LIST (792) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_upgrade_type(db_handle **db_out);
+
+/**
+ * Loads the upgrade types from a file.
+ *
+ * BSP_CMD_UPGRADE_TYPE_LOAD (793) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param block 400 bytes, read only: the file
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_load_onu_upgrade_type_file(const void *block);
+
+/**
+ * Binds an upgrade type to some ONUs.
+ *
+ * BSP_CMD_UPGRADE_TYPE_BIND_ONUS (795) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param block 400 bytes, read only: the upgrade type and the ONUs
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_upgrade_type_bind_some(const void *block);
+
+/**
+ * Binds an upgrade type to the ONUs of a PON port.
+ *
+ * BSP_CMD_UPGRADE_TYPE_BIND_PORT (796) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param block 400 bytes, read only: the upgrade type and the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_upgrade_type_bind_ponport(const void *block);
+
+/**
+ * Starts the upgrade of one ONU.
+ *
+ * BSP_CMD_UPGRADE_ONU (797) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; service-affecting.
+ *
+ * @param block 400 bytes, read only: the ONU
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_upgrade_one(const void *block);
+
+/**
+ * Starts the upgrade of the ONUs of a PON port.
+ *
+ * BSP_CMD_UPGRADE_PORT (798) on BSP_MSG_UPGRADE, a bsp_pon_msg_ext of 1044 bytes; service-affecting.
+ *
+ * @param block 400 bytes, read only: the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_upgrade_ponport(const void *block);
+
+/* --- Loop detection --- */
+
+/**
+ * Switches loop detection on or off.
+ *
+ * BSP_CMD_LOOP_STATE_SET (779) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; service-affecting.
+ *
+ * @param state the state, the service's to define; sent as a word
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_loop_detect_status(uint8_t state);
+
+/**
+ * Sets how ports that a loop shut down recover.
+ *
+ * BSP_CMD_LOOP_RECOVER_MODE_SET (780) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param mode the mode, the service's to define; sent as a word
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_loop_detect_recover_mode(uint8_t mode);
+
+/**
+ * Recovers the ports that a loop shut down, now.
+ *
+ * BSP_CMD_LOOP_RECOVER (781) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; service-affecting.
+ *
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_loop_detect_recover_manual(void);
+
+/**
+ * Sets after which time ports that a loop shut down recover.
+ *
+ * BSP_CMD_LOOP_RECOVER_TIME_SET (782) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param time the time, in the service's unit
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_loop_detect_recover_time(uint32_t time);
+
+/**
+ * Sets the interval between detection packets.
+ *
+ * BSP_CMD_LOOP_INTERVAL_SET (783) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; write.
+ *
+ * @param interval the interval, in the service's unit
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_loop_detect_pkt_send_interval(uint32_t interval);
+
+/**
+ * Asks what loop detection has found, as a result database of at most 10240 bytes.
+ *
+ * BSP_CMD_LOOP_INFO (784) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_loop_detect_info(db_handle **db_out);
+
+/**
+ * Asks for the settings of loop detection.
+ *
+ * BSP_CMD_LOOP_CONFIG_GET (785) on BSP_MSG_LOOP_DETECT, a bsp_pon_msg_ext of 1044 bytes; read.
+ *
+ * @param cfg room for 80 bytes, receives the settings
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_loop_detect_config(void *cfg);
+
+/* --- Chip debug and statistics --- */
+
+/**
+ * Reads the counters of a PON port.
+ *
+ * BSP_CMD_DEBUG_PON_STATS (237) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 160 bytes, receives the counters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_8022_pon_stats(uint32_t port, void *out);
+
+/**
+ * Reads the counters of a GE port.
+ *
+ * BSP_CMD_DEBUG_GE_STATS (238) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 160 bytes, receives the counters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_8022_ge_stats(uint32_t port, void *out);
+
+/**
+ * Reads the PHY of a GE port.
+ *
+ * BSP_CMD_DEBUG_GE_PHY_GET (239) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 20 bytes, receives the registers
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_ge_phy_get(uint32_t port, void *out);
+
+/**
+ * Reads the ingress behaviour of a port.
+ *
+ * BSP_CMD_DEBUG_INGRESS_GET (241) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param selector which behaviour, the service's to define
+ * @param out room for 54 bytes, receives the behaviour
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_ingress_behavior_get(uint32_t port, uint32_t selector, void *out);
+
+/**
+ * Reads the egress behaviour of a port.
+ *
+ * BSP_CMD_DEBUG_EGRESS_GET (242) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param selector which behaviour, the service's to define
+ * @param out room for 8 bytes, receives the behaviour
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_egress_behavior_get(uint32_t port, uint32_t selector, void *out);
+
+/**
+ * Reads the MAC of a PON port.
+ *
+ * BSP_CMD_DEBUG_PON_MAC_GET (243) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 36 bytes, receives the registers
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_pon_mac_get(uint32_t port, void *out);
+
+/**
+ * Reads the PHY of a PON port.
+ *
+ * BSP_CMD_DEBUG_PON_PHY_GET (244) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 12 bytes, receives the registers
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_pon_phy_get(uint32_t port, void *out);
+
+/**
+ * Reads the laser state of a PON port.
+ *
+ * BSP_CMD_DEBUG_PON_LASER_GET (245) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 4 bytes, receives the state
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_pon_laser_get(uint32_t port, void *out);
+
+/**
+ * Reads the MAC of a GE port.
+ *
+ * BSP_CMD_DEBUG_GE_MAC_GET (246) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 22 bytes, receives the registers
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_ge_mac_get(uint32_t port, void *out);
+
+/**
+ * Reads the MAC of a XAUI interface.
+ *
+ * BSP_CMD_DEBUG_XAUI_MAC_GET (247) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 28 bytes, receives the registers
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_xaui_mac_get(uint32_t port, void *out);
+
+/**
+ * Reads the PHY of a XAUI interface.
+ *
+ * BSP_CMD_DEBUG_XAUI_PHY_GET (248) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 12 bytes, receives the registers
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_xaui_phy_get(uint32_t port, void *out);
+
+/**
+ * Reads the configuration of a management port.
+ *
+ * BSP_CMD_DEBUG_MGMT_CFG_GET (259) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param out room for 4 bytes, receives the configuration
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_mgmt_cfg_get(uint32_t port, void *out);
+
+/**
+ * Sets the PHY of a GE port.
+ *
+ * BSP_CMD_DEBUG_GE_PHY_SET (240) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param port port or interface number
+ * @param value the setting, the service's to define; sent as one byte
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_plat_ge_phy_set(uint32_t port, uint8_t value);
+
+/**
+ * Reads bytes from the I2C bus of a port.
+ *
+ * BSP_CMD_DEBUG_I2C_READ (251) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port port or interface number
+ * @param buf 144 bytes; in: what is to be read; out: what was answered
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_8022_i2c_read(uint32_t port, void *buf);
+
+/**
+ * Writes bytes to the I2C bus of a port.
+ *
+ * BSP_CMD_DEBUG_I2C_WRITE (252) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param port port or interface number
+ * @param spare ignored
+ * @param buf 144 bytes, read only: where to write, and what
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_8022_i2c_write(uint32_t port, uint32_t spare, const void *buf);
+
+/**
+ * Has the chip's forwarding database dumped; nothing but the status comes back.
+ *
+ * BSP_CMD_DEBUG_FDB_DUMP (253) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ * The selector comes before the port.
+ *
+ * @param selector which entries, the service's to define
+ * @param port port number
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_cs8022_get_fdb(uint32_t selector, uint32_t port);
+
+/**
+ * Switches debug output of CTC OAM.
+ *
+ * BSP_CMD_DEBUG_CTC_OAM (261) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; write.
+ *
+ * @param first first argument, the service's to define
+ * @param second second argument, the service's to define
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_ctc_oam(uint32_t first, uint32_t second);
+
+/**
+ * Switches debug output of ONUs.
+ *
+ * BSP_CMD_DEBUG_ONU (262) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; write.
+ *
+ * @param first first argument, the service's to define
+ * @param second second argument, the service's to define
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_onu_debug(uint32_t first, uint32_t second);
+
+/**
+ * Sends a record that the caller built, as it stands, to the chip's debug service.
+ *
+ * The caller's command on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; write.
+ *
+ * @param record the request, 1148 bytes with the command code in `plat_cmd`; not changed; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `record` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_cs8022_set(const bsp_plat_msg *record);
+
+/**
+ * Sends a record that the caller built, as it stands, to the chip's debug service, and takes the answer.
+ *
+ * The caller's command on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ * A null pointer is logged at debug level.
+ *
+ * @param record the request, 1148 bytes with the command code in `plat_cmd`; not changed; must not be null
+ * @param resp room for 1148 bytes, receives the answer, a bsp_plat_msg; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `record` or `resp` is null, nothing sent; the IPC library's
+ *         own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_cs8022_get(const bsp_plat_msg *record, void *resp);
+
+/**
+ * Sets MPCP parameters of a PON port.
+ *
+ * BSP_CMD_MPCP_SET (454) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param value which parameters, the service's to define
+ * @param data 32 bytes, read only: the parameters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_8022_mpcp_set(uint32_t pon_port, uint32_t value, const void *data);
+
+/**
+ * Deregisters an ONU.
+ *
+ * BSP_CMD_ONU_DEREGISTER (455) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_8022_deregister_onu(uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Deregisters the ONUs of a PON port and has them register again.
+ *
+ * BSP_CMD_PORT_REREGISTER (456) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_8022_deregister_onu_state_register(uint32_t pon_port);
+
+/* --- FDB and MAC tables --- */
+
+/**
+ * Configures the FDB.
+ *
+ * BSP_CMD_FDB_CFG_SET (482) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param cfg 12 bytes, read only: the configuration
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_plat_fdb_cfg_set(const void *cfg);
+
+/**
+ * Flushes entries of the FDB.
+ *
+ * BSP_CMD_FDB_FLUSH (483) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param filter 16 bytes, read only: which entries
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_plat_fdb_flush(const void *filter);
+
+/**
+ * Reads the ageing of MAC addresses.
+ *
+ * BSP_CMD_MAC_AGE_GET (484) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param first receives the first value, from offset 120 of the answer
+ * @param second receives the second value, from offset 112 of the answer
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_plat_mac_age_get(uint32_t *first, uint32_t *second);
+
+/**
+ * Queries the MAC table of the PON side.
+ *
+ * BSP_CMD_MAC_GET (485) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param query 92 bytes, read only: which entries
+ * @param result receives the result word
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_plat_mac_get(const void *query, uint32_t *result);
+
+/**
+ * Queries the MAC table of the network side (NNI).
+ *
+ * BSP_CMD_MAC_NNI_GET (486) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param query 92 bytes, read only: which entries
+ * @param result receives the result word
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_plat_mac_nni_get(const void *query, uint32_t *result);
+
+/* --- Platform functions and PON settings --- */
+
+/**
+ * Sends a platform command, as it stands.
+ *
+ * The caller's command on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; write.
+ *
+ * @param record the request, 1148 bytes with the command code in `plat_cmd`; not changed
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t plat_bsp_funcset(const bsp_plat_msg *record);
+
+/**
+ * Sends a platform command and takes the answer in the same record.
+ *
+ * The caller's command on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param record in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from
+ *        the first byte on
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t plat_bsp_funcget(bsp_plat_msg *record);
+
+/**
+ * Sends a platform command, takes the answer in the same record, and its result as a database of at most 10240 bytes.
+ *
+ * The caller's command on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param record in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from
+ *        the first byte on
+ * @param db_out the result database, under the command code that the answer carries; receives a handle that the caller
+ *        owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t plat_bsp_funcget_json(bsp_plat_msg *record, db_handle **db_out);
+
+/**
+ * Sends a PON setting on the platform channel, as it stands.
+ *
+ * The caller's command on BSP_MSG_PLAT, a bsp_pon_msg of 944 bytes; write.
+ *
+ * @param record the request, 944 bytes with the command code in `cmd`; not changed
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_poncfg_set(const bsp_pon_msg *record);
+
+/**
+ * Sends a PON setting on the platform channel and takes the answer in the same record.
+ *
+ * The caller's command on BSP_MSG_PLAT, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param record in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the
+ *        first byte on
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_poncfg_get(bsp_pon_msg *record);
+
+/**
+ * Sends a command on the PON channel, takes the answer in the same record, and its result as a database of at most
+ * 10240 bytes.
+ *
+ * The caller's command on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ * Unlike its two neighbours, it goes by the PON channel.
+ *
+ * @param record in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the
+ *        first byte on
+ * @param db_out the result database, under the command code that the answer carries; receives a handle that the caller
+ *        owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_poncfg_funcget_json(bsp_pon_msg *record, db_handle **db_out);
+
+/* --- LLID and optical module control --- */
+
+/**
+ * Sets the behaviour of an LLID.
+ *
+ * BSP_CMD_LLID_BEHAVIOR_SET (467) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param llid LLID
+ * @param behavior the behaviour, the service's to define
+ * @param params 24 bytes, read only: its parameters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_llid_behavior_set(uint32_t pon_port, uint32_t llid, uint32_t behavior, const void *params);
+
+/**
+ * Starts an optical power measurement (OPM).
+ *
+ * BSP_CMD_OPM_TRIGGER (478) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; write.
+ *
+ * @param pon_port PON port number
+ * @param id what is measured, the service's to define
+ * @param params 12 bytes, read only: its parameters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_om_opm_trigger_set(uint32_t pon_port, uint32_t id, const void *params);
+
+/**
+ * Cancels the optical power measurement (OPM) of a PON port.
+ *
+ * BSP_CMD_OPM_CANCEL (479) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; write.
+ *
+ * @param pon_port PON port number
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_om_opm_cancel_set(uint32_t pon_port);
+
+/**
+ * Sets the LAO mode of a PON port's optical module.
+ *
+ * BSP_CMD_LAO_MODE_SET (480) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param mode the mode, the service's to define
+ * @param params 12 bytes, read only: its parameters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_om_lao_mode_set(uint32_t pon_port, uint32_t mode, const void *params);
+
+/**
+ * Sets the LOL mode of a PON port's optical module.
+ *
+ * BSP_CMD_LOL_MODE_SET (481) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ * Unlike bsp_om_lao_mode_set, it has a second selector before the mode.
+ *
+ * @param pon_port PON port number
+ * @param id second selector, the service's to define
+ * @param mode the mode, the service's to define
+ * @param params 8 bytes, read only: its parameters
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_om_lol_mode_set(uint32_t pon_port, uint32_t id, uint32_t mode, const void *params);
+
+/* --- Optical diagnostics --- */
+
+/**
+ * Reads the digital diagnostics of a PON port's optical module.
+ *
+ * BSP_CMD_OPTICS_DIAG_GET (487) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param out room for 56 bytes, receives the diagnostics
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_om_plat_diag_get(uint32_t pon_port, void *out);
+
+/**
+ * Takes a received signal strength (RSSI) reading.
+ *
+ * BSP_CMD_OPTICS_RSSI_GET (488) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param id second selector, the ONU as a rule
+ * @param sel third selector, the service's to define
+ * @param out room for 64 bytes, receives the reading
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_om_plat_diag_rssi_get(uint32_t pon_port, uint32_t id, uint32_t sel, void *out);
+
+/**
+ * Reads the diagnostic information of an SFP cage.
+ *
+ * BSP_CMD_SFP_INFO_GET (489) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port SFP cage number
+ * @param out room for 464 bytes, receives the information
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_sfp_diag_info_get(uint32_t port, void *out);
+
+/**
+ * Asks for the diagnostic information of an SFP cage as a result database of at most 10240 bytes.
+ *
+ * BSP_CMD_VIEW_SFP_INFO (490) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param port SFP cage number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_sfp_diag_info_get_json(uint32_t port, db_handle **db_out);
+
+/**
+ * Hands an optical status block to the PON chip's debug layer.
+ *
+ * BSP_CMD_OPTICS_STATUS_SET (454) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; write.
+ * It sends a block, and reads none.
+ *
+ * @param pon_port PON port number
+ * @param id ignored
+ * @param status 32 bytes, read only: the status
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_debug_8022_optical_status(uint32_t pon_port, uint32_t id, const void *status);
+
+/* --- P2P forwarding --- */
+
+/**
+ * Switches P2P forwarding.
+ *
+ * BSP_CMD_P2P_STATE_SET (459) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param first first argument, the service's to define
+ * @param second second argument, the service's to define
+ * @param state the state, the service's to define; sent as a word
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_p2p_state_set(uint32_t first, uint32_t second, uint8_t state);
+
+/**
+ * Sets the own port of P2P forwarding.
+ *
+ * BSP_CMD_P2P_OWN_PORT_SET (460) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param value the own port, the service's to define
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_p2p_own_port_set(uint32_t pon_port, uint32_t value);
+
+/**
+ * Reads the own port of P2P forwarding.
+ *
+ * BSP_CMD_P2P_OWN_PORT_GET (461) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param value receives the own port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_p2p_own_port_get(uint32_t pon_port, uint32_t *value);
+
+/**
+ * Asks for the state of P2P forwarding, which comes as a text in the answer, as a result database.
+ *
+ * BSP_CMD_P2P_STATE_GET (462) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_p2p_state(db_handle **db_out);
+
+/**
+ * Sets a forwarding entry.
+ *
+ * BSP_CMD_P2P_ENTRY_SET (463) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ * The word for offset 108 comes before that for offset 104.
+ *
+ * @param pon_port PON port number
+ * @param arg108 which traffic, the service's to define
+ * @param arg104 entry argument, the service's to define
+ * @param entry 12 bytes, read only: the entry
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_p2p_entry_set(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry);
+
+/**
+ * Sets a forwarding entry that matches everything: bsp_p2p_entry_set with a zero at offset 108.
+ *
+ * BSP_CMD_P2P_ENTRY_SET (463) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param arg104 entry argument, the service's to define
+ * @param entry 12 bytes, read only: the entry
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_p2p_entry_set_matchall(uint32_t pon_port, uint32_t arg104, const void *entry);
+
+/**
+ * Configures P2P forwarding of a PON port.
+ *
+ * BSP_CMD_P2P_CFG_SET (465) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param arg108 configuration argument, the service's to define
+ * @param cfg 10 bytes, read only: the configuration
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_p2p_cfg_set(uint32_t pon_port, uint32_t arg108, const void *cfg);
+
+/* --- Service level agreements --- */
+
+/**
+ * Stores an upstream SLA.
+ *
+ * BSP_CMD_SLA_SET (469) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param record the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so; must not be
+ *        null
+ * @return the service's status word; BSP_ERR_PARAM where `record` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_config(bsp_plat_msg *record);
+
+/**
+ * Stores a downstream SLA.
+ *
+ * BSP_CMD_SLA_DOWN_SET (474) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; service-affecting.
+ *
+ * @param record the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so; must not be
+ *        null
+ * @return the service's status word; BSP_ERR_PARAM where `record` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_down_config(bsp_plat_msg *record);
+
+/**
+ * Reads the upstream SLA of an ONU.
+ *
+ * BSP_CMD_SLA_GET (470) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out room for 20 bytes, receives the SLA; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Reads the upstream SLA of an ONU from the chip's debug service.
+ *
+ * BSP_CMD_DEBUG_SLA_GET (470) on BSP_MSG_DEBUG, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out room for 20 bytes, receives the SLA; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_plat_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Reads the downstream SLA of an ONU.
+ *
+ * BSP_CMD_SLA_DOWN_GET (475) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out room for 4 bytes, receives the SLA; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_down_get(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Reads the SLA summary of a PON port.
+ *
+ * BSP_CMD_SLA_PORT_GET (471) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param out room for 20 bytes, receives the summary; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_all_get(uint32_t pon_port, void *out);
+
+/**
+ * Asks for the upstream SLAs of a PON port, for the web server.
+ *
+ * BSP_CMD_VIEW_SLA_WEB (472) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read, sent and logged as by
+ * bsp_pon_platform_by_db.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database, at most 10240 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_get_web(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the downstream SLAs of a PON port, for the web server.
+ *
+ * BSP_CMD_VIEW_SLA_DOWN_WEB (476) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read, sent and logged as by
+ * bsp_pon_platform_by_db.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database, at most 10240 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_down_get_web(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the upstream SLAs of the whole OLT, for the SNMP agent.
+ *
+ * BSP_CMD_VIEW_SLA_SNMP (473) on BSP_MSG_PLAT, a bsp_plat_msg of 1148 bytes; read, sent and logged as by
+ * bsp_pon_platform_by_db.
+ *
+ * @param db_out the result database, at most 10240 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_sla_get_snmp(db_handle **db_out);
 
 #ifdef __cplusplus
 }

@@ -118,10 +118,76 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_ONU_SORT_BATCH", 423, &all_channels[0], Class::service_affecting, std::nullopt, "re-sort a batch of ONUs described by the caller's record"},
     {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, std::nullopt, "set the optical ranging limits from the caller's record"},
     {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, std::nullopt, "set whether an ONU, named by its MAC address, is supported"},
+    {"BSP_CMD_DEBUG_PON_STATS", 237, &all_channels[2], Class::read, std::nullopt, "counters of a PON port"},
+    {"BSP_CMD_DEBUG_GE_STATS", 238, &all_channels[2], Class::read, std::nullopt, "counters of a GE port"},
+    {"BSP_CMD_DEBUG_GE_PHY_GET", 239, &all_channels[2], Class::read, std::nullopt, "PHY of a GE port"},
+    {"BSP_CMD_DEBUG_GE_PHY_SET", 240, &all_channels[2], Class::service_affecting, std::nullopt, "set the PHY of a GE port"},
+    {"BSP_CMD_DEBUG_INGRESS_GET", 241, &all_channels[2], Class::read, std::nullopt, "ingress behaviour of a port"},
+    {"BSP_CMD_DEBUG_EGRESS_GET", 242, &all_channels[2], Class::read, std::nullopt, "egress behaviour of a port"},
+    {"BSP_CMD_DEBUG_PON_MAC_GET", 243, &all_channels[2], Class::read, std::nullopt, "MAC of a PON port"},
+    {"BSP_CMD_DEBUG_PON_PHY_GET", 244, &all_channels[2], Class::read, std::nullopt, "PHY of a PON port"},
+    {"BSP_CMD_DEBUG_PON_LASER_GET", 245, &all_channels[2], Class::read, std::nullopt, "laser state of a PON port"},
+    {"BSP_CMD_DEBUG_GE_MAC_GET", 246, &all_channels[2], Class::read, std::nullopt, "MAC of a GE port"},
+    {"BSP_CMD_DEBUG_XAUI_MAC_GET", 247, &all_channels[2], Class::read, std::nullopt, "MAC of a XAUI interface"},
+    {"BSP_CMD_DEBUG_XAUI_PHY_GET", 248, &all_channels[2], Class::read, std::nullopt, "PHY of a XAUI interface"},
+    {"BSP_CMD_DEBUG_I2C_READ", 251, &all_channels[2], Class::read, std::nullopt, "read bytes from the I2C bus"},
+    {"BSP_CMD_DEBUG_I2C_WRITE", 252, &all_channels[2], Class::service_affecting, std::nullopt, "write bytes to the I2C bus"},
+    {"BSP_CMD_DEBUG_FDB_DUMP", 253, &all_channels[2], Class::read, std::nullopt, "have the chip's forwarding database dumped"},
+    {"BSP_CMD_DEBUG_MGMT_CFG_GET", 259, &all_channels[2], Class::read, std::nullopt, "configuration of a management port"},
+    {"BSP_CMD_DEBUG_CTC_OAM", 261, &all_channels[2], Class::write, std::nullopt, "switch debug output of CTC OAM"},
+    {"BSP_CMD_DEBUG_ONU", 262, &all_channels[2], Class::write, std::nullopt, "switch debug output of ONUs"},
+    {"BSP_CMD_DEBUG_SLA_GET", 470, &all_channels[2], Class::read, std::nullopt, "the upstream SLA of an ONU, as the chip's debug service has it"},
     {"BSP_CMD_VIEW_ONU_CONFIG", 709, &all_channels[4], Class::read, std::nullopt, "configuration of one ONU"},
     {"BSP_CMD_VIEW_ONU_PORT_CONFIG", 710, &all_channels[4], Class::read, std::nullopt, "configuration of the UNI ports of one ONU"},
+    {"BSP_CMD_MPCP_SET", 454, &all_channels[5], Class::service_affecting, std::nullopt, "set MPCP parameters of a PON port"},
+    {"BSP_CMD_OPTICS_STATUS_SET", 454, &all_channels[5], Class::write, std::nullopt, "hand an optical status block to the PON chip's debug layer"},
+    {"BSP_CMD_ONU_DEREGISTER", 455, &all_channels[5], Class::service_affecting, std::nullopt, "deregister an ONU"},
+    {"BSP_CMD_PORT_REREGISTER", 456, &all_channels[5], Class::service_affecting, std::nullopt, "deregister the ONUs of a PON port and have them register again"},
+    {"BSP_CMD_P2P_STATE_SET", 459, &all_channels[5], Class::service_affecting, std::nullopt, "switch P2P forwarding"},
+    {"BSP_CMD_P2P_OWN_PORT_SET", 460, &all_channels[5], Class::service_affecting, std::nullopt, "set the own port of P2P forwarding"},
+    {"BSP_CMD_P2P_OWN_PORT_GET", 461, &all_channels[5], Class::read, std::nullopt, "the own port of P2P forwarding"},
+    {"BSP_CMD_P2P_STATE_GET", 462, &all_channels[5], Class::read, std::nullopt, "the state of P2P forwarding"},
+    {"BSP_CMD_P2P_ENTRY_SET", 463, &all_channels[5], Class::service_affecting, std::nullopt, "set a forwarding entry"},
+    {"BSP_CMD_P2P_CFG_SET", 465, &all_channels[5], Class::service_affecting, std::nullopt, "configure P2P forwarding of a PON port"},
+    {"BSP_CMD_LLID_BEHAVIOR_SET", 467, &all_channels[5], Class::service_affecting, std::nullopt, "set the behaviour of an LLID"},
+    {"BSP_CMD_SLA_SET", 469, &all_channels[5], Class::service_affecting, std::nullopt, "store an upstream SLA"},
+    {"BSP_CMD_SLA_GET", 470, &all_channels[5], Class::read, std::nullopt, "the upstream SLA of an ONU"},
+    {"BSP_CMD_SLA_PORT_GET", 471, &all_channels[5], Class::read, std::nullopt, "the SLA summary of a PON port"},
+    {"BSP_CMD_VIEW_SLA_WEB", 472, &all_channels[5], Class::read, std::nullopt, "upstream SLAs of a PON port, for the web server"},
+    {"BSP_CMD_VIEW_SLA_SNMP", 473, &all_channels[5], Class::read, std::nullopt, "upstream SLAs of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_SLA_DOWN_SET", 474, &all_channels[5], Class::service_affecting, std::nullopt, "store a downstream SLA"},
+    {"BSP_CMD_SLA_DOWN_GET", 475, &all_channels[5], Class::read, std::nullopt, "the downstream SLA of an ONU"},
+    {"BSP_CMD_VIEW_SLA_DOWN_WEB", 476, &all_channels[5], Class::read, std::nullopt, "downstream SLAs of a PON port, for the web server"},
+    {"BSP_CMD_OPM_TRIGGER", 478, &all_channels[5], Class::write, std::nullopt, "start an optical power measurement"},
+    {"BSP_CMD_OPM_CANCEL", 479, &all_channels[5], Class::write, std::nullopt, "cancel an optical power measurement"},
+    {"BSP_CMD_LAO_MODE_SET", 480, &all_channels[5], Class::service_affecting, std::nullopt, "set the LAO mode of an optical module"},
+    {"BSP_CMD_LOL_MODE_SET", 481, &all_channels[5], Class::service_affecting, std::nullopt, "set the LOL mode of an optical module"},
+    {"BSP_CMD_FDB_CFG_SET", 482, &all_channels[5], Class::service_affecting, std::nullopt, "configure the FDB"},
+    {"BSP_CMD_FDB_FLUSH", 483, &all_channels[5], Class::service_affecting, std::nullopt, "flush entries of the FDB"},
+    {"BSP_CMD_MAC_AGE_GET", 484, &all_channels[5], Class::read, std::nullopt, "the ageing of MAC addresses"},
+    {"BSP_CMD_MAC_GET", 485, &all_channels[5], Class::read, std::nullopt, "query the MAC table of the PON side"},
+    {"BSP_CMD_MAC_NNI_GET", 486, &all_channels[5], Class::read, std::nullopt, "query the MAC table of the network side (NNI)"},
+    {"BSP_CMD_OPTICS_DIAG_GET", 487, &all_channels[5], Class::read, std::nullopt, "digital diagnostics of a PON port's optical module"},
+    {"BSP_CMD_OPTICS_RSSI_GET", 488, &all_channels[5], Class::read, std::nullopt, "a received signal strength (RSSI) reading"},
+    {"BSP_CMD_SFP_INFO_GET", 489, &all_channels[5], Class::read, std::nullopt, "diagnostic information of an SFP cage, as a block"},
+    {"BSP_CMD_VIEW_SFP_INFO", 490, &all_channels[5], Class::read, std::nullopt, "diagnostic information of an SFP cage, as a table"},
     {"BSP_CMD_VIEW_VLAN_MODE_SNMP", 787, &all_channels[7], Class::read, std::nullopt, "VLAN modes of UNI ports, for the SNMP agent"},
     {"BSP_CMD_VIEW_VLAN_LIST_SNMP", 788, &all_channels[7], Class::read, std::nullopt, "VLANs of UNI ports, for the SNMP agent"},
+    {"BSP_CMD_UPGRADE_TYPE_ADD", 790, &all_channels[8], Class::write, std::nullopt, "add an upgrade type"},
+    {"BSP_CMD_UPGRADE_TYPE_DELETE", 791, &all_channels[8], Class::write, std::nullopt, "delete an upgrade type"},
+    {"BSP_CMD_UPGRADE_TYPE_LIST", 792, &all_channels[8], Class::read, std::nullopt, "the upgrade types"},
+    {"BSP_CMD_UPGRADE_TYPE_LOAD", 793, &all_channels[8], Class::write, std::nullopt, "load the upgrade types from a file"},
+    {"BSP_CMD_UPGRADE_TYPE_BIND_ONUS", 795, &all_channels[8], Class::write, std::nullopt, "bind an upgrade type to some ONUs"},
+    {"BSP_CMD_UPGRADE_TYPE_BIND_PORT", 796, &all_channels[8], Class::write, std::nullopt, "bind an upgrade type to the ONUs of a PON port"},
+    {"BSP_CMD_UPGRADE_ONU", 797, &all_channels[8], Class::service_affecting, std::nullopt, "upgrade one ONU"},
+    {"BSP_CMD_UPGRADE_PORT", 798, &all_channels[8], Class::service_affecting, std::nullopt, "upgrade the ONUs of a PON port"},
+    {"BSP_CMD_LOOP_STATE_SET", 779, &all_channels[10], Class::service_affecting, std::nullopt, "switch loop detection on or off"},
+    {"BSP_CMD_LOOP_RECOVER_MODE_SET", 780, &all_channels[10], Class::write, std::nullopt, "set how ports recover from a loop"},
+    {"BSP_CMD_LOOP_RECOVER", 781, &all_channels[10], Class::service_affecting, std::nullopt, "recover the ports that a loop shut down, now"},
+    {"BSP_CMD_LOOP_RECOVER_TIME_SET", 782, &all_channels[10], Class::write, std::nullopt, "set after which time ports recover from a loop"},
+    {"BSP_CMD_LOOP_INTERVAL_SET", 783, &all_channels[10], Class::write, std::nullopt, "set the interval between detection packets"},
+    {"BSP_CMD_LOOP_INFO", 784, &all_channels[10], Class::read, std::nullopt, "what loop detection has found"},
+    {"BSP_CMD_LOOP_CONFIG_GET", 785, &all_channels[10], Class::read, std::nullopt, "the settings of loop detection"},
 };
 
 constexpr Status all_statuses[] = {
@@ -430,302 +496,667 @@ constexpr View all_views[] = {
 };
 
 constexpr Argument bsp_pon_onu_auth_mode_type_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[8], -1, Source::none, Key::none, 0, {}, "first authentication text, at most 63 characters"},
-    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[9], -1, Source::none, Key::none, 0, {}, "second authentication text, at most 63 characters"},
-    {"mode", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[3], -1, Source::none, Key::none, 0, {}, "authentication mode, the service's to define"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "first authentication text, at most 63 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "second authentication text, at most 63 characters"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[3], 0, -1, Source::none, Key::none, 0, {}, "authentication mode, the service's to define"},
 };
 
 constexpr Argument bsp_pon_onu_auth_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "port, mode and texts, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "port, mode and texts, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_onu_auth_mode_type_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"resp", ArgumentType::response, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg; handed to the IPC library as it is"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"resp", ArgumentType::response, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg; handed to the IPC library as it is"},
 };
 
 constexpr Argument bsp_pon_onu_auth_infolist_get_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
 };
 
 constexpr const Field *bsp_pon_confirm_onu_onu_fields[] = {&bsp_pon_msg_fields[2], &bsp_pon_msg_fields[4], &bsp_pon_msg_fields[5], &bsp_pon_msg_fields[6]};
 constexpr Oddity bsp_pon_confirm_onu_odd[] = {{Facet::request, "the ONU id and the MAC address of the record are never both sent: the id where it is not 0, else the address"}};
 constexpr Argument bsp_pon_confirm_onu_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, bsp_pon_confirm_onu_onu_fields, "which ONU, 944 bytes; not changed, nothing else of it is used"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, bsp_pon_confirm_onu_onu_fields, "which ONU, 944 bytes; not changed, nothing else of it is used"},
 };
 
 constexpr Argument bsp_pon_onu_description_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"text", ArgumentType::text, true, false, false, &bsp_pon_msg_fields[11], -1, Source::none, Key::none, 0, {}, "the description, at most 127 characters; empty for none"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"text", ArgumentType::text, true, false, false, &bsp_pon_msg_fields[11], 0, -1, Source::none, Key::none, 0, {}, "the description, at most 127 characters; empty for none"},
 };
 
 constexpr Argument bsp_pon_cfg_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], -1, Source::none, Key::none, 0, {}, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
-    {"length", ArgumentType::length, false, false, false, nullptr, 2, Source::none, Key::none, 0, {}, "bytes of `data` to send, at most 515"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], 0, -1, Source::none, Key::none, 0, {}, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
+    {"length", ArgumentType::length, false, false, false, nullptr, 0, 2, Source::none, Key::none, 0, {}, "bytes of `data` to send, at most 515"},
 };
 
 constexpr Argument bsp_ponmsg_cfg_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_pon_bind_onu_auto_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
-    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
-    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], 0, -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], 0, -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], 0, -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
 };
 
 constexpr Argument bsp_pon_onu_support_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], -1, Source::none, Key::none, 0, {}, "support flag: 1 supported, 0 not"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "support flag: 1 supported, 0 not"},
 };
 
 constexpr Argument bsp_pon_bind_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
-    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
-    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], 0, -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], 0, -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], 0, -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_spec_id_and_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"mac", ArgumentType::mac, false, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"mac", ArgumentType::mac, false, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_all_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_no_bind_offline_onu_all_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_batch_spec_id_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_reboot_onu_batch_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_onu_batch_sort_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_set_opt_range_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_blacklist_add_onu_auto_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"text", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[13], -1, Source::none, Key::none, 0, {}, "free text of the entry, at most 514 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[13], 0, -1, Source::none, Key::none, 0, {}, "free text of the entry, at most 514 characters"},
 };
 
 constexpr Argument bsp_pon_reject_onu_to_blacklist_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_reject_onu_to_blacklist_batch_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_no_bind_blacklist_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_blacklist_batch_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_w_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"resp", ArgumentType::response, false, true, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"resp", ArgumentType::response, false, true, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
 };
 
 constexpr Argument bsp_pon_get_w_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"resp", ArgumentType::response, false, true, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"resp", ArgumentType::response, false, true, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
 };
 
 constexpr Argument bsp_pon_get_w_onu_id_resouce_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"resp", ArgumentType::response, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
 };
 
 constexpr Argument bsp_pon_get_b_onu_id_resouce_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"resp", ArgumentType::response, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
 };
 
 constexpr Argument bsp_pon_get_onu_blacklist_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "PON port, ONU id or MAC address as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "PON port, ONU id or MAC address as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
 };
 
 constexpr const Field *bsp_pon_get_b_onu_spec_id_record_fields[] = {&bsp_pon_msg_fields[1], &bsp_pon_msg_fields[2]};
 constexpr Argument bsp_pon_get_b_onu_spec_id_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, bsp_pon_get_b_onu_spec_id_record_fields, "944 bytes, of which only `pon_port` and `onu_id` are used; not changed"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, bsp_pon_get_b_onu_spec_id_record_fields, "944 bytes, of which only `pon_port` and `onu_id` are used; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_get_b_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_get_onu_blacklist_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Argument bsp_pon_get_onu_blacklist_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_exec_get_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
 };
 
 constexpr Argument bsp_pon_exec_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_pon_exec_get_json_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, Source::shmem, Key::argument, 10240, {}, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, Source::shmem, Key::argument, 10240, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_exec_get_json__arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_exec_get_file_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"name_out", ArgumentType::text_out, false, true, false, &bsp_pon_msg_fields[13], -1, Source::none, Key::none, 0, {}, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"name_out", ArgumentType::text_out, false, true, false, &bsp_pon_msg_fields[13], 0, -1, Source::none, Key::none, 0, {}, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
 };
 
 constexpr Argument bsp_pon_exec_get_onu_json_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_config_by_db_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code of the view in `cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code of the view in `cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pononu_ctc_config_by_db_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pon_platform_by_db_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code of the view in `plat_cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code of the view in `plat_cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pon_get_onu_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::command, 1048576, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and `onu_mac` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and `onu_mac` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_onu_info_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Argument bsp_pon_get_onu_info_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_onu_cap_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Argument bsp_pon_get_base_info_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_upgrade_base_info_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_onu_alarm_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port` and `onu_id` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` and `onu_id` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_clear_onu_alarm_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and the alarm as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and the alarm as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_uni_attribute_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Oddity bsp_pon_onu_get_cfg_info_odd[] = {{Facet::status, "BSP_OK after every exchange that succeeded: the service's status word is dropped"}};
 constexpr Argument bsp_pon_onu_get_cfg_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, &bsp_pon_msg_ext_fields[2], -1, Source::text, Key::none, 0, {}, "the result database"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, &bsp_pon_msg_ext_fields[2], 0, -1, Source::text, Key::none, 0, {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_onu_get_portcfg_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pononu_ctc_config_snmp_get_arguments[] = {
-    {"db_out", ArgumentType::db, false, true, true, nullptr, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
-    {"record", ArgumentType::record, false, false, false, nullptr, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pon_onu_get_vlan_mode_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, true, true, nullptr, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
 };
 
 constexpr Argument bsp_pon_onu_get_vlanlist_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, true, true, nullptr, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+};
+
+constexpr Argument bsp_pon_set_onu_upgrade_type_add_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type"},
+};
+
+constexpr Argument bsp_pon_set_onu_upgrade_type_del_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type"},
+};
+
+constexpr Argument bsp_pon_get_onu_upgrade_type_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_load_onu_upgrade_type_file_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the file"},
+};
+
+constexpr Argument bsp_pon_onu_upgrade_type_bind_some_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type and the ONUs"},
+};
+
+constexpr Argument bsp_pon_onu_upgrade_type_bind_ponport_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type and the port"},
+};
+
+constexpr Argument bsp_pon_onu_upgrade_one_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the ONU"},
+};
+
+constexpr Argument bsp_pon_onu_upgrade_ponport_arguments[] = {
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the port"},
+};
+
+constexpr Argument bsp_pon_loop_detect_status_arguments[] = {
+    {"state", ArgumentType::u8, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the state, the service's to define; sent as a word"},
+};
+
+constexpr Argument bsp_pon_loop_detect_recover_mode_arguments[] = {
+    {"mode", ArgumentType::u8, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the mode, the service's to define; sent as a word"},
+};
+
+constexpr Argument bsp_pon_loop_detect_recover_time_arguments[] = {
+    {"time", ArgumentType::u32, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the time, in the service's unit"},
+};
+
+constexpr Argument bsp_pon_loop_detect_pkt_send_interval_arguments[] = {
+    {"interval", ArgumentType::u32, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the interval, in the service's unit"},
+};
+
+constexpr Argument bsp_pon_get_loop_detect_info_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_loop_detect_config_arguments[] = {
+    {"cfg", ArgumentType::block_out, false, false, false, &bsp_pon_msg_ext_fields[2], 80, -1, Source::none, Key::none, 0, {}, "room for 80 bytes, receives the settings"},
+};
+
+constexpr Argument bsp_debug_8022_pon_stats_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 160, -1, Source::none, Key::none, 0, {}, "room for 160 bytes, receives the counters"},
+};
+
+constexpr Argument bsp_debug_8022_ge_stats_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 160, -1, Source::none, Key::none, 0, {}, "room for 160 bytes, receives the counters"},
+};
+
+constexpr Argument bsp_debug_plat_ge_phy_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the registers"},
+};
+
+constexpr Argument bsp_debug_plat_ingress_behavior_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "which behaviour, the service's to define"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 54, -1, Source::none, Key::none, 0, {}, "room for 54 bytes, receives the behaviour"},
+};
+
+constexpr Argument bsp_debug_plat_egress_behavior_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "which behaviour, the service's to define"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 8, -1, Source::none, Key::none, 0, {}, "room for 8 bytes, receives the behaviour"},
+};
+
+constexpr Argument bsp_debug_plat_pon_mac_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 36, -1, Source::none, Key::none, 0, {}, "room for 36 bytes, receives the registers"},
+};
+
+constexpr Argument bsp_debug_plat_pon_phy_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "room for 12 bytes, receives the registers"},
+};
+
+constexpr Argument bsp_debug_plat_pon_laser_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 4, -1, Source::none, Key::none, 0, {}, "room for 4 bytes, receives the state"},
+};
+
+constexpr Argument bsp_debug_plat_ge_mac_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 22, -1, Source::none, Key::none, 0, {}, "room for 22 bytes, receives the registers"},
+};
+
+constexpr Argument bsp_debug_plat_xaui_mac_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 28, -1, Source::none, Key::none, 0, {}, "room for 28 bytes, receives the registers"},
+};
+
+constexpr Argument bsp_debug_plat_xaui_phy_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "room for 12 bytes, receives the registers"},
+};
+
+constexpr Argument bsp_debug_plat_mgmt_cfg_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 4, -1, Source::none, Key::none, 0, {}, "room for 4 bytes, receives the configuration"},
+};
+
+constexpr Argument bsp_debug_plat_ge_phy_set_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"value", ArgumentType::u8, false, false, false, &bsp_plat_msg_fields[10], 0, -1, Source::none, Key::none, 0, {}, "the setting, the service's to define; sent as one byte"},
+};
+
+constexpr Argument bsp_debug_8022_i2c_read_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"buf", ArgumentType::block_inout, false, false, false, &bsp_plat_msg_fields[10], 144, -1, Source::none, Key::none, 0, {}, "144 bytes; in: what is to be read; out: what was answered"},
+};
+
+constexpr Argument bsp_debug_8022_i2c_write_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"buf", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 144, -1, Source::none, Key::none, 0, {}, "144 bytes, read only: where to write, and what"},
+};
+
+constexpr Argument bsp_debug_cs8022_get_fdb_arguments[] = {
+    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "which entries, the service's to define"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port number"},
+};
+
+constexpr Argument bsp_debug_ctc_oam_arguments[] = {
+    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "first argument, the service's to define"},
+    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "second argument, the service's to define"},
+};
+
+constexpr Argument bsp_debug_onu_debug_arguments[] = {
+    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "first argument, the service's to define"},
+    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "second argument, the service's to define"},
+};
+
+constexpr Argument bsp_debug_cs8022_set_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
+};
+
+constexpr Oddity bsp_debug_cs8022_get_odd[] = {{Facet::null, "a null pointer is logged at debug level"}};
+constexpr Argument bsp_debug_cs8022_get_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 1148 bytes, receives the answer, a bsp_plat_msg"},
+};
+
+constexpr Argument bsp_debug_8022_mpcp_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "which parameters, the service's to define"},
+    {"data", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 32, -1, Source::none, Key::none, 0, {}, "32 bytes, read only: the parameters"},
+};
+
+constexpr Argument bsp_8022_deregister_onu_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_8022_deregister_onu_state_register_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+};
+
+constexpr Argument bsp_pon_plat_fdb_cfg_set_arguments[] = {
+    {"cfg", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: the configuration"},
+};
+
+constexpr Argument bsp_pon_plat_fdb_flush_arguments[] = {
+    {"filter", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 16, -1, Source::none, Key::none, 0, {}, "16 bytes, read only: which entries"},
+};
+
+constexpr Argument bsp_pon_plat_mac_age_get_arguments[] = {
+    {"first", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "receives the first value, from offset 120 of the answer"},
+    {"second", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "receives the second value, from offset 112 of the answer"},
+};
+
+constexpr Argument bsp_pon_plat_mac_get_arguments[] = {
+    {"query", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 92, -1, Source::none, Key::none, 0, {}, "92 bytes, read only: which entries"},
+    {"result", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "receives the result word"},
+};
+
+constexpr Argument bsp_pon_plat_mac_nni_get_arguments[] = {
+    {"query", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 92, -1, Source::none, Key::none, 0, {}, "92 bytes, read only: which entries"},
+    {"result", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "receives the result word"},
+};
+
+constexpr Argument plat_bsp_funcset_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
+};
+
+constexpr Argument plat_bsp_funcget_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from the first byte on"},
+};
+
+constexpr Argument plat_bsp_funcget_json_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from the first byte on"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, under the command code that the answer carries"},
+};
+
+constexpr Argument bsp_poncfg_set_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
+};
+
+constexpr Argument bsp_poncfg_get_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+};
+
+constexpr Argument bsp_poncfg_funcget_json_arguments[] = {
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, under the command code that the answer carries"},
+};
+
+constexpr Argument bsp_llid_behavior_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"llid", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "LLID"},
+    {"behavior", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "the behaviour, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 24, -1, Source::none, Key::none, 0, {}, "24 bytes, read only: its parameters"},
+};
+
+constexpr Argument bsp_om_opm_trigger_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "what is measured, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: its parameters"},
+};
+
+constexpr Argument bsp_om_opm_cancel_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+};
+
+constexpr Argument bsp_om_lao_mode_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "the mode, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: its parameters"},
+};
+
+constexpr Argument bsp_om_lol_mode_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "second selector, the service's to define"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "the mode, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 8, -1, Source::none, Key::none, 0, {}, "8 bytes, read only: its parameters"},
+};
+
+constexpr Argument bsp_om_plat_diag_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 56, -1, Source::none, Key::none, 0, {}, "room for 56 bytes, receives the diagnostics"},
+};
+
+constexpr Argument bsp_om_plat_diag_rssi_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "second selector, the ONU as a rule"},
+    {"sel", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "third selector, the service's to define"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 64, -1, Source::none, Key::none, 0, {}, "room for 64 bytes, receives the reading"},
+};
+
+constexpr Argument bsp_sfp_diag_info_get_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "SFP cage number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 464, -1, Source::none, Key::none, 0, {}, "room for 464 bytes, receives the information"},
+};
+
+constexpr Argument bsp_sfp_diag_info_get_json_arguments[] = {
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "SFP cage number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+};
+
+constexpr Argument bsp_debug_8022_optical_status_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
+    {"status", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 32, -1, Source::none, Key::none, 0, {}, "32 bytes, read only: the status"},
+};
+
+constexpr Argument bsp_p2p_state_set_arguments[] = {
+    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[3], 0, -1, Source::none, Key::none, 0, {}, "first argument, the service's to define"},
+    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[4], 0, -1, Source::none, Key::none, 0, {}, "second argument, the service's to define"},
+    {"state", ArgumentType::u8, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "the state, the service's to define; sent as a word"},
+};
+
+constexpr Argument bsp_onu_p2p_own_port_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "the own port, the service's to define"},
+};
+
+constexpr Argument bsp_onu_p2p_own_port_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"value", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "receives the own port"},
+};
+
+constexpr Argument bsp_pon_get_p2p_state_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, &bsp_plat_msg_fields[10], 0, -1, Source::text, Key::none, 0, {}, "the result database"},
+};
+
+constexpr Argument bsp_p2p_entry_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"arg108", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "which traffic, the service's to define"},
+    {"arg104", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "entry argument, the service's to define"},
+    {"entry", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: the entry"},
+};
+
+constexpr Argument bsp_p2p_entry_set_matchall_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"arg104", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "entry argument, the service's to define"},
+    {"entry", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: the entry"},
+};
+
+constexpr Argument bsp_p2p_cfg_set_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"arg108", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "configuration argument, the service's to define"},
+    {"cfg", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 10, -1, Source::none, Key::none, 0, {}, "10 bytes, read only: the configuration"},
+};
+
+constexpr Argument bsp_pon_onu_sla_config_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_onu_sla_down_config_arguments[] = {
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_onu_sla_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the SLA"},
+};
+
+constexpr Argument bsp_pon_plat_onu_sla_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the SLA"},
+};
+
+constexpr Argument bsp_pon_onu_sla_down_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 4, -1, Source::none, Key::none, 0, {}, "room for 4 bytes, receives the SLA"},
+};
+
+constexpr Argument bsp_pon_onu_sla_all_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the summary"},
+};
+
+constexpr Argument bsp_pon_onu_sla_get_web_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_sla_down_get_web_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_sla_get_snmp_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
 };
 
 constexpr Operation all_operations[] = {
@@ -886,20 +1317,245 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[30], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_uni_attribute_snmp_arguments},
     {"bsp_pon_onu_get_cfg_info", "Stored views", "Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.", "",
-     &all_channels[4], &all_records[3], &all_commands[35], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[54], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
     {"bsp_pon_onu_get_portcfg_info", "Stored views", "Asks for the configuration of the UNI ports of one ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[36], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[55], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_get_portcfg_info_arguments},
     {"bsp_pononu_ctc_config_snmp_get", "Stored views", "Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only the status reaches the caller.", "",
      &all_channels[7], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pononu_ctc_config_snmp_get_arguments},
     {"bsp_pon_onu_get_vlan_mode_snmp", "Stored views", "Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[37], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[88], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
     {"bsp_pon_onu_get_vlanlist_snmp", "Stored views", "Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[38], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
+    {"bsp_pon_set_onu_upgrade_type_add", "Upgrade types and upgrade runs", "Adds an upgrade type: which firmware goes to which kind of ONU.", "",
+     &all_channels[8], &all_records[1], &all_commands[90], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_add", {}, bsp_pon_set_onu_upgrade_type_add_arguments},
+    {"bsp_pon_set_onu_upgrade_type_del", "Upgrade types and upgrade runs", "Deletes an upgrade type.", "",
+     &all_channels[8], &all_records[1], &all_commands[91], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_del", {}, bsp_pon_set_onu_upgrade_type_del_arguments},
+    {"bsp_pon_get_onu_upgrade_type", "Upgrade types and upgrade runs", "Asks for the upgrade types as a result database of at most 10240 bytes.", "",
+     &all_channels[8], &all_records[1], &all_commands[92], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_onu_upgrade_type", {}, bsp_pon_get_onu_upgrade_type_arguments},
+    {"bsp_pon_load_onu_upgrade_type_file", "Upgrade types and upgrade runs", "Loads the upgrade types from a file.", "",
+     &all_channels[8], &all_records[1], &all_commands[93], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_load_onu_upgrade_type_file", {}, bsp_pon_load_onu_upgrade_type_file_arguments},
+    {"bsp_pon_onu_upgrade_type_bind_some", "Upgrade types and upgrade runs", "Binds an upgrade type to some ONUs.", "",
+     &all_channels[8], &all_records[1], &all_commands[94], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_some", {}, bsp_pon_onu_upgrade_type_bind_some_arguments},
+    {"bsp_pon_onu_upgrade_type_bind_ponport", "Upgrade types and upgrade runs", "Binds an upgrade type to the ONUs of a PON port.", "",
+     &all_channels[8], &all_records[1], &all_commands[95], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_ponport", {}, bsp_pon_onu_upgrade_type_bind_ponport_arguments},
+    {"bsp_pon_onu_upgrade_one", "Upgrade types and upgrade runs", "Starts the upgrade of one ONU.", "",
+     &all_channels[8], &all_records[1], &all_commands[96], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_one", {}, bsp_pon_onu_upgrade_one_arguments},
+    {"bsp_pon_onu_upgrade_ponport", "Upgrade types and upgrade runs", "Starts the upgrade of the ONUs of a PON port.", "",
+     &all_channels[8], &all_records[1], &all_commands[97], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_ponport", {}, bsp_pon_onu_upgrade_ponport_arguments},
+    {"bsp_pon_loop_detect_status", "Loop detection", "Switches loop detection on or off.", "",
+     &all_channels[10], &all_records[1], &all_commands[98], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_status", {}, bsp_pon_loop_detect_status_arguments},
+    {"bsp_pon_loop_detect_recover_mode", "Loop detection", "Sets how ports that a loop shut down recover.", "",
+     &all_channels[10], &all_records[1], &all_commands[99], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_mode", {}, bsp_pon_loop_detect_recover_mode_arguments},
+    {"bsp_pon_loop_detect_recover_manual", "Loop detection", "Recovers the ports that a loop shut down, now.", "",
+     &all_channels[10], &all_records[1], &all_commands[100], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_manual", {}, {}},
+    {"bsp_pon_loop_detect_recover_time", "Loop detection", "Sets after which time ports that a loop shut down recover.", "",
+     &all_channels[10], &all_records[1], &all_commands[101], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_time", {}, bsp_pon_loop_detect_recover_time_arguments},
+    {"bsp_pon_loop_detect_pkt_send_interval", "Loop detection", "Sets the interval between detection packets.", "",
+     &all_channels[10], &all_records[1], &all_commands[102], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_pkt_send_interval", {}, bsp_pon_loop_detect_pkt_send_interval_arguments},
+    {"bsp_pon_get_loop_detect_info", "Loop detection", "Asks what loop detection has found, as a result database of at most 10240 bytes.", "",
+     &all_channels[10], &all_records[1], &all_commands[103], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_info", {}, bsp_pon_get_loop_detect_info_arguments},
+    {"bsp_pon_get_loop_detect_config", "Loop detection", "Asks for the settings of loop detection.", "",
+     &all_channels[10], &all_records[1], &all_commands[104], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_config", {}, bsp_pon_get_loop_detect_config_arguments},
+    {"bsp_debug_8022_pon_stats", "Chip debug and statistics", "Reads the counters of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[35], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_pon_stats", {}, bsp_debug_8022_pon_stats_arguments},
+    {"bsp_debug_8022_ge_stats", "Chip debug and statistics", "Reads the counters of a GE port.", "",
+     &all_channels[2], &all_records[2], &all_commands[36], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_ge_stats", {}, bsp_debug_8022_ge_stats_arguments},
+    {"bsp_debug_plat_ge_phy_get", "Chip debug and statistics", "Reads the PHY of a GE port.", "",
+     &all_channels[2], &all_records[2], &all_commands[37], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_phy_get", {}, bsp_debug_plat_ge_phy_get_arguments},
+    {"bsp_debug_plat_ingress_behavior_get", "Chip debug and statistics", "Reads the ingress behaviour of a port.", "",
+     &all_channels[2], &all_records[2], &all_commands[39], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ingress_behavior_get", {}, bsp_debug_plat_ingress_behavior_get_arguments},
+    {"bsp_debug_plat_egress_behavior_get", "Chip debug and statistics", "Reads the egress behaviour of a port.", "",
+     &all_channels[2], &all_records[2], &all_commands[40], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_egress_behavior_get", {}, bsp_debug_plat_egress_behavior_get_arguments},
+    {"bsp_debug_plat_pon_mac_get", "Chip debug and statistics", "Reads the MAC of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[41], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_mac_get", {}, bsp_debug_plat_pon_mac_get_arguments},
+    {"bsp_debug_plat_pon_phy_get", "Chip debug and statistics", "Reads the PHY of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[42], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_phy_get", {}, bsp_debug_plat_pon_phy_get_arguments},
+    {"bsp_debug_plat_pon_laser_get", "Chip debug and statistics", "Reads the laser state of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[43], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_laser_get", {}, bsp_debug_plat_pon_laser_get_arguments},
+    {"bsp_debug_plat_ge_mac_get", "Chip debug and statistics", "Reads the MAC of a GE port.", "",
+     &all_channels[2], &all_records[2], &all_commands[44], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_mac_get", {}, bsp_debug_plat_ge_mac_get_arguments},
+    {"bsp_debug_plat_xaui_mac_get", "Chip debug and statistics", "Reads the MAC of a XAUI interface.", "",
+     &all_channels[2], &all_records[2], &all_commands[45], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_mac_get", {}, bsp_debug_plat_xaui_mac_get_arguments},
+    {"bsp_debug_plat_xaui_phy_get", "Chip debug and statistics", "Reads the PHY of a XAUI interface.", "",
+     &all_channels[2], &all_records[2], &all_commands[46], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_phy_get", {}, bsp_debug_plat_xaui_phy_get_arguments},
+    {"bsp_debug_plat_mgmt_cfg_get", "Chip debug and statistics", "Reads the configuration of a management port.", "",
+     &all_channels[2], &all_records[2], &all_commands[50], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_mgmt_cfg_get", {}, bsp_debug_plat_mgmt_cfg_get_arguments},
+    {"bsp_debug_plat_ge_phy_set", "Chip debug and statistics", "Sets the PHY of a GE port.", "",
+     &all_channels[2], &all_records[2], &all_commands[38], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_plat_ge_phy_set", {}, bsp_debug_plat_ge_phy_set_arguments},
+    {"bsp_debug_8022_i2c_read", "Chip debug and statistics", "Reads bytes from the I2C bus of a port.", "",
+     &all_channels[2], &all_records[2], &all_commands[47], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_i2c_read", {}, bsp_debug_8022_i2c_read_arguments},
+    {"bsp_debug_8022_i2c_write", "Chip debug and statistics", "Writes bytes to the I2C bus of a port.", "",
+     &all_channels[2], &all_records[2], &all_commands[48], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_i2c_write", {}, bsp_debug_8022_i2c_write_arguments},
+    {"bsp_debug_cs8022_get_fdb", "Chip debug and statistics", "Has the chip's forwarding database dumped; nothing but the status comes back.", "The selector comes before the port.",
+     &all_channels[2], &all_records[2], &all_commands[49], Class::read, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_get_fdb", {}, bsp_debug_cs8022_get_fdb_arguments},
+    {"bsp_debug_ctc_oam", "Chip debug and statistics", "Switches debug output of CTC OAM.", "",
+     &all_channels[2], &all_records[2], &all_commands[51], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_ctc_oam", {}, bsp_debug_ctc_oam_arguments},
+    {"bsp_debug_onu_debug", "Chip debug and statistics", "Switches debug output of ONUs.", "",
+     &all_channels[2], &all_records[2], &all_commands[52], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_onu_debug", {}, bsp_debug_onu_debug_arguments},
+    {"bsp_debug_cs8022_set", "Chip debug and statistics", "Sends a record that the caller built, as it stands, to the chip's debug service.", "",
+     &all_channels[2], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_set", {}, bsp_debug_cs8022_set_arguments},
+    {"bsp_debug_cs8022_get", "Chip debug and statistics", "Sends a record that the caller built, as it stands, to the chip's debug service, and takes the answer.", "A null pointer is logged at debug level.",
+     &all_channels[2], &all_records[2], nullptr, Class::read, Call::get, Failure::pass,
+     Request::as_is, Answer::caller, &all_records[2], 1148, 1148, "bsp_debug_cs8022_get", bsp_debug_cs8022_get_odd, bsp_debug_cs8022_get_arguments},
+    {"bsp_debug_8022_mpcp_set", "Chip debug and statistics", "Sets MPCP parameters of a PON port.", "",
+     &all_channels[5], &all_records[2], &all_commands[56], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_mpcp_set", {}, bsp_debug_8022_mpcp_set_arguments},
+    {"bsp_8022_deregister_onu", "Chip debug and statistics", "Deregisters an ONU.", "",
+     &all_channels[5], &all_records[2], &all_commands[58], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu", {}, bsp_8022_deregister_onu_arguments},
+    {"bsp_8022_deregister_onu_state_register", "Chip debug and statistics", "Deregisters the ONUs of a PON port and has them register again.", "",
+     &all_channels[5], &all_records[2], &all_commands[59], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu_state_register", {}, bsp_8022_deregister_onu_state_register_arguments},
+    {"bsp_pon_plat_fdb_cfg_set", "FDB and MAC tables", "Configures the FDB.", "",
+     &all_channels[5], &all_records[2], &all_commands[79], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_cfg_set", {}, bsp_pon_plat_fdb_cfg_set_arguments},
+    {"bsp_pon_plat_fdb_flush", "FDB and MAC tables", "Flushes entries of the FDB.", "",
+     &all_channels[5], &all_records[2], &all_commands[80], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_flush", {}, bsp_pon_plat_fdb_flush_arguments},
+    {"bsp_pon_plat_mac_age_get", "FDB and MAC tables", "Reads the ageing of MAC addresses.", "",
+     &all_channels[5], &all_records[2], &all_commands[81], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_age_get", {}, bsp_pon_plat_mac_age_get_arguments},
+    {"bsp_pon_plat_mac_get", "FDB and MAC tables", "Queries the MAC table of the PON side.", "",
+     &all_channels[5], &all_records[2], &all_commands[82], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_get", {}, bsp_pon_plat_mac_get_arguments},
+    {"bsp_pon_plat_mac_nni_get", "FDB and MAC tables", "Queries the MAC table of the network side (NNI).", "",
+     &all_channels[5], &all_records[2], &all_commands[83], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_nni_get", {}, bsp_pon_plat_mac_nni_get_arguments},
+    {"plat_bsp_funcset", "Platform functions and PON settings", "Sends a platform command, as it stands.", "",
+     &all_channels[5], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
+     Request::as_is, Answer::none, nullptr, 0, 0, "plat_bsp_funcset", {}, plat_bsp_funcset_arguments},
+    {"plat_bsp_funcget", "Platform functions and PON settings", "Sends a platform command and takes the answer in the same record.", "",
+     &all_channels[5], &all_records[2], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::in_place, &all_records[2], 1148, 1148, "plat_bsp_funcget", {}, plat_bsp_funcget_arguments},
+    {"plat_bsp_funcget_json", "Platform functions and PON settings", "Sends a platform command, takes the answer in the same record, and its result as a database of at most 10240 bytes.", "",
+     &all_channels[5], &all_records[2], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::in_place, &all_records[2], 1148, 1148, "plat_bsp_funcget_json", {}, plat_bsp_funcget_json_arguments},
+    {"bsp_poncfg_set", "Platform functions and PON settings", "Sends a PON setting on the platform channel, as it stands.", "",
+     &all_channels[5], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_poncfg_set", {}, bsp_poncfg_set_arguments},
+    {"bsp_poncfg_get", "Platform functions and PON settings", "Sends a PON setting on the platform channel and takes the answer in the same record.", "",
+     &all_channels[5], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_get", {}, bsp_poncfg_get_arguments},
+    {"bsp_poncfg_funcget_json", "Platform functions and PON settings", "Sends a command on the PON channel, takes the answer in the same record, and its result as a database of at most 10240 bytes.", "Unlike its two neighbours, it goes by the PON channel.",
+     &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
+     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_funcget_json", {}, bsp_poncfg_funcget_json_arguments},
+    {"bsp_llid_behavior_set", "LLID and optical module control", "Sets the behaviour of an LLID.", "",
+     &all_channels[5], &all_records[2], &all_commands[66], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_llid_behavior_set", {}, bsp_llid_behavior_set_arguments},
+    {"bsp_om_opm_trigger_set", "LLID and optical module control", "Starts an optical power measurement (OPM).", "",
+     &all_channels[5], &all_records[2], &all_commands[75], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_trigger_set", {}, bsp_om_opm_trigger_set_arguments},
+    {"bsp_om_opm_cancel_set", "LLID and optical module control", "Cancels the optical power measurement (OPM) of a PON port.", "",
+     &all_channels[5], &all_records[2], &all_commands[76], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_cancel_set", {}, bsp_om_opm_cancel_set_arguments},
+    {"bsp_om_lao_mode_set", "LLID and optical module control", "Sets the LAO mode of a PON port's optical module.", "",
+     &all_channels[5], &all_records[2], &all_commands[77], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lao_mode_set", {}, bsp_om_lao_mode_set_arguments},
+    {"bsp_om_lol_mode_set", "LLID and optical module control", "Sets the LOL mode of a PON port's optical module.", "Unlike bsp_om_lao_mode_set, it has a second selector before the mode.",
+     &all_channels[5], &all_records[2], &all_commands[78], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lol_mode_set", {}, bsp_om_lol_mode_set_arguments},
+    {"bsp_om_plat_diag_get", "Optical diagnostics", "Reads the digital diagnostics of a PON port's optical module.", "",
+     &all_channels[5], &all_records[2], &all_commands[84], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_get", {}, bsp_om_plat_diag_get_arguments},
+    {"bsp_om_plat_diag_rssi_get", "Optical diagnostics", "Takes a received signal strength (RSSI) reading.", "",
+     &all_channels[5], &all_records[2], &all_commands[85], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_rssi_get", {}, bsp_om_plat_diag_rssi_get_arguments},
+    {"bsp_sfp_diag_info_get", "Optical diagnostics", "Reads the diagnostic information of an SFP cage.", "",
+     &all_channels[5], &all_records[2], &all_commands[86], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get", {}, bsp_sfp_diag_info_get_arguments},
+    {"bsp_sfp_diag_info_get_json", "Optical diagnostics", "Asks for the diagnostic information of an SFP cage as a result database of at most 10240 bytes.", "",
+     &all_channels[5], &all_records[2], &all_commands[87], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get_json", {}, bsp_sfp_diag_info_get_json_arguments},
+    {"bsp_debug_8022_optical_status", "Optical diagnostics", "Hands an optical status block to the PON chip's debug layer.", "It sends a block, and reads none.",
+     &all_channels[5], &all_records[2], &all_commands[57], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_optical_status", {}, bsp_debug_8022_optical_status_arguments},
+    {"bsp_p2p_state_set", "P2P forwarding", "Switches P2P forwarding.", "",
+     &all_channels[5], &all_records[2], &all_commands[60], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_state_set", {}, bsp_p2p_state_set_arguments},
+    {"bsp_onu_p2p_own_port_set", "P2P forwarding", "Sets the own port of P2P forwarding.", "",
+     &all_channels[5], &all_records[2], &all_commands[61], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_onu_p2p_own_port_set", {}, bsp_onu_p2p_own_port_set_arguments},
+    {"bsp_onu_p2p_own_port_get", "P2P forwarding", "Reads the own port of P2P forwarding.", "",
+     &all_channels[5], &all_records[2], &all_commands[62], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_onu_p2p_own_port_get", {}, bsp_onu_p2p_own_port_get_arguments},
+    {"bsp_pon_get_p2p_state", "P2P forwarding", "Asks for the state of P2P forwarding, which comes as a text in the answer, as a result database.", "",
+     &all_channels[5], &all_records[2], &all_commands[63], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_p2p_state", {}, bsp_pon_get_p2p_state_arguments},
+    {"bsp_p2p_entry_set", "P2P forwarding", "Sets a forwarding entry.", "The word for offset 108 comes before that for offset 104.",
+     &all_channels[5], &all_records[2], &all_commands[64], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set", {}, bsp_p2p_entry_set_arguments},
+    {"bsp_p2p_entry_set_matchall", "P2P forwarding", "Sets a forwarding entry that matches everything: bsp_p2p_entry_set with a zero at offset 108.", "",
+     &all_channels[5], &all_records[2], &all_commands[64], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set_matchall", {}, bsp_p2p_entry_set_matchall_arguments},
+    {"bsp_p2p_cfg_set", "P2P forwarding", "Configures P2P forwarding of a PON port.", "",
+     &all_channels[5], &all_records[2], &all_commands[65], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_cfg_set", {}, bsp_p2p_cfg_set_arguments},
+    {"bsp_pon_onu_sla_config", "Service level agreements", "Stores an upstream SLA.", "",
+     &all_channels[5], &all_records[2], &all_commands[67], Class::service_affecting, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_config", {}, bsp_pon_onu_sla_config_arguments},
+    {"bsp_pon_onu_sla_down_config", "Service level agreements", "Stores a downstream SLA.", "",
+     &all_channels[5], &all_records[2], &all_commands[72], Class::service_affecting, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_down_config", {}, bsp_pon_onu_sla_down_config_arguments},
+    {"bsp_pon_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU.", "",
+     &all_channels[5], &all_records[2], &all_commands[68], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_get", {}, bsp_pon_onu_sla_get_arguments},
+    {"bsp_pon_plat_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU from the chip's debug service.", "",
+     &all_channels[2], &all_records[2], &all_commands[53], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_plat_onu_sla_get", {}, bsp_pon_plat_onu_sla_get_arguments},
+    {"bsp_pon_onu_sla_down_get", "Service level agreements", "Reads the downstream SLA of an ONU.", "",
+     &all_channels[5], &all_records[2], &all_commands[73], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_down_get", {}, bsp_pon_onu_sla_down_get_arguments},
+    {"bsp_pon_onu_sla_all_get", "Service level agreements", "Reads the SLA summary of a PON port.", "",
+     &all_channels[5], &all_records[2], &all_commands[69], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_all_get", {}, bsp_pon_onu_sla_all_get_arguments},
+    {"bsp_pon_onu_sla_get_web", "Service level agreements", "Asks for the upstream SLAs of a PON port, for the web server.", "",
+     &all_channels[5], &all_records[2], &all_commands[70], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_web_arguments},
+    {"bsp_pon_onu_sla_down_get_web", "Service level agreements", "Asks for the downstream SLAs of a PON port, for the web server.", "",
+     &all_channels[5], &all_records[2], &all_commands[74], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_down_get_web_arguments},
+    {"bsp_pon_onu_sla_get_snmp", "Service level agreements", "Asks for the upstream SLAs of the whole OLT, for the SNMP agent.", "",
+     &all_channels[5], &all_records[2], &all_commands[71], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_snmp_arguments},
 };
 
 constexpr Function all_functions[] = {

@@ -13,6 +13,10 @@ AUTHENTICATION = "catalog/admission/authentication.toml"
 PASSTHROUGH = "catalog/generic/passthrough.toml"
 STORED = "catalog/generic/views.toml"
 IDS = "catalog/frame/onu_ids.toml"
+CHIP = "catalog/debug/chip.toml"
+FDB = "catalog/platform/fdb.toml"
+FUNCTIONS = "catalog/platform/functions.toml"
+OPTICS = "catalog/platform/optics.toml"
 LAYOUTS = "catalog/layouts/batch.toml"
 VIEWS = "catalog/views/onu.toml"
 
@@ -85,6 +89,10 @@ BROKEN = {
                                            "state the 'call' that each is for"),
     "command code shared by one call": (STORED, 'call    = "dgram-get"', 'call    = "get"',
                                         "command BSP_CMD_ONU_INFO_GET", "code 381 is BSP_CMD_WHITELIST_GET"),
+    "command with a twin of another code": (OPTICS, 'twin    = "BSP_CMD_MPCP_SET"', 'twin    = "BSP_CMD_ONU_DEREGISTER"',
+                                            "command BSP_CMD_OPTICS_STATUS_SET", "another code or channel"),
+    "command with a twin that is none": (OPTICS, 'twin    = "BSP_CMD_MPCP_SET"', 'twin    = "BSP_CMD_MPCP"',
+                                         "command BSP_CMD_OPTICS_STATUS_SET", "names 'BSP_CMD_MPCP'"),
     "command of an unknown call": (STORED, 'call    = "dgram-get"', 'call    = "mail"', "command BSP_CMD_ONU_INFO_GET",
                                    "'call' must be one of"),
     "command twice": (BINDING, '"BSP_CMD_ONU_SUPPORT_SET"', '"BSP_CMD_OPT_RANGE_SET"', "command BSP_CMD_OPT_RANGE_SET",
@@ -139,7 +147,7 @@ BROKEN = {
     "response in a buffer of our own": (LISTS, 'buffer = "caller"', 'buffer = "own"',
                                         "operation bsp_pon_get_w_onu_spec_id", "others none"),
     "oddity of an unknown facet": (STORED, "odd     = { status", "odd     = { weather",
-                                   "operation bsp_pon_onu_get_cfg_info", "'odd' knows request, status, not 'weather'"),
+                                   "operation bsp_pon_onu_get_cfg_info", "'odd' knows request, status, null, not 'weather'"),
     "oddity without words": (STORED, "odd     = { status = \"BSP_OK after every exchange that succeeded: the service's "
                              "status word is dropped\" }", "odd     = { status = true }",
                              "operation bsp_pon_onu_get_cfg_info", "says in words"),
@@ -194,12 +202,24 @@ BROKEN = {
     "wrapper's database with a bound": (LISTS, '{ name = "db_out", type = "db", brief',
                                         '{ name = "db_out", type = "db", bound = 10240, brief', "argument db_out",
                                         "'bound' means nothing"),
+    "block of no bytes": (OPTICS, "size = 464", "size = 0", "argument out", "at least one byte"),
+    "block without a size": (OPTICS, "size = 464, ", "", "argument out", "'size' must be a number"),
+    "block longer than its field": (OPTICS, 'to = "plat_data", size = 32', 'to = "plat_data", size = 1025',
+                                    "argument status", "1025 bytes do not fit plat_data, which has 1024"),
+    "block of two fields": (CHIP, 'to = "plat_data", from = "plat_data"', 'to = "plat_data", from = "plat_arg96"',
+                            "argument buf", "goes and comes by the same field"),
+    "size of a number": (OPTICS, 'to = "plat_arg120", brief', 'to = "plat_arg120", size = 4, brief', "argument sel",
+                         "'size' means nothing for a u32"),
+    "word out of a block": (FDB, 'from = "plat_arg112"', 'from = "plat_data"', "argument second",
+                            "plat_data, which is a bytes"),
+    "operation of an unknown record": (FUNCTIONS, 'record  = "bsp_pon_msg"', 'record  = "bsp_msg"',
+                                       "operation bsp_poncfg_set", "names 'bsp_msg'"),
     "picked field that is none": (LISTS, 'fields = ["pon_port", "onu_id"]', 'fields = ["pon_port", "id"]',
                                   "argument record", "names 'id'"),
     "database without a key": (PASSTHROUGH, 'key = "cmd"', 'key = "code"', "argument db_out", "names 'code'"),
-    "database of a set call": (BINDING, 'type = "length", of = "data"',
-                               'type = "db", from = "shmem", key = "cmd", bound = 10240',
-                               "argument length", "a set call has no answer"),
+    "database of a set call": (BINDING, 'type = "u32", to = "arg_value", brief = "support',
+                               'type = "db", from = "shmem", key = "command", bound = 10240, brief = "support',
+                               "argument value", "a set call has no answer"),
 
     # Types and functions.
     "member of a type without words": (IDS, "words = 4, ", "", "type onu_id_set: member", "'words' is missing"),
