@@ -39,3 +39,8 @@ void userlog_err(const char *function, int line, const char *format, ...)
 {
     (void)function, (void)line, (void)format;
 }
+
+void userlog_debug(const char *function, int line, const char *format, ...)
+{
+    (void)function, (void)line, (void)format;
+}

@@ -796,7 +796,7 @@ def thunks(catalogue):
             else:
                 number = f"v[{index}].number"
                 values.append(f"static_cast<uint8_t>({number})" if argument.type == "u8" else number)
-        lines.append(f"    [](const Value *v) {{ return {operation.name}({', '.join(values)}); }},")
+        lines.append(f"    []([[maybe_unused]] const Value *v) {{ return {operation.name}({', '.join(values)}); }},")
     return "\n".join([*lines, "};", "", "} // namespace", "",
                       "uint32_t invoke(const Operation &operation, std::span<const Value> values)", "{",
                       "    return thunks[&operation - operations().data()](values.data());", "}", "",

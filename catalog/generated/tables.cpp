@@ -249,7 +249,7 @@ constexpr Field opt_range_fields[] = {
     {"max_distance", FieldType::u32, 436, 4, "m", "farthest ONU that is ranged, at most 20000"},
 };
 
-constexpr const Command *vlan_view_commands[] = {&all_commands[37], &all_commands[38]};
+constexpr const Command *vlan_view_commands[] = {&all_commands[88], &all_commands[89]};
 
 constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
@@ -350,7 +350,7 @@ constexpr Column uni_attributes_columns[] = {
     {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
 };
 
-constexpr const Command *onu_config_commands[] = {&all_commands[35]};
+constexpr const Command *onu_config_commands[] = {&all_commands[54]};
 
 constexpr Column onu_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -370,7 +370,7 @@ constexpr Column onu_config_columns[] = {
     {"description", "DESCRIPTION", ColumnType::text, "", "description; empty where there is none"},
 };
 
-constexpr const Command *uni_config_commands[] = {&all_commands[36]};
+constexpr const Command *uni_config_commands[] = {&all_commands[55]};
 
 constexpr Column uni_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -390,7 +390,7 @@ constexpr Column uni_config_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *vlan_modes_commands[] = {&all_commands[37]};
+constexpr const Command *vlan_modes_commands[] = {&all_commands[88]};
 
 constexpr Column vlan_modes_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -402,7 +402,7 @@ constexpr Column vlan_modes_columns[] = {
     {"trunk", "TRUNK", ColumnType::u32, "", "UNI ports that are trunks"},
 };
 
-constexpr const Command *vlan_lists_commands[] = {&all_commands[38]};
+constexpr const Command *vlan_lists_commands[] = {&all_commands[89]};
 
 constexpr Column vlan_lists_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},

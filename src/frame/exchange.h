@@ -43,6 +43,10 @@ constexpr uint32_t Record::*command_of = nullptr;
 template <>
 inline constexpr uint32_t bsp_pon_msg::*command_of<bsp_pon_msg> = &bsp_pon_msg::cmd;
 template <>
+inline constexpr uint32_t bsp_pon_msg_ext::*command_of<bsp_pon_msg_ext> = &bsp_pon_msg_ext::cmd;
+template <>
+inline constexpr uint32_t bsp_plat_msg::*command_of<bsp_plat_msg> = &bsp_plat_msg::plat_cmd;
+template <>
 inline constexpr uint32_t bsp_onu_msg::*command_of<bsp_onu_msg> = &bsp_onu_msg::onu_cmd;
 
 // The size bounds of result databases in shared memory.
@@ -115,6 +119,16 @@ public:
         return bytes + offset;
     }
 
+    // What the response holds from `offset` on, `count` bytes of it; zeros behind its end.
+    void copy(uint32_t offset, void *out, uint32_t count) const;
+
+    uint32_t word(uint32_t offset) const
+    {
+        uint32_t value;
+        __builtin_memcpy(&value, bytes + offset, sizeof value);
+        return value;
+    }
+
 private:
     uint32_t size;
     alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
@@ -137,6 +151,31 @@ FRAME_INLINE uint32_t get_database(uint32_t channel, const Record &request, uint
                                    uint32_t bound, db_handle **out, Site site = Site::here())
 {
     return get_database(channel, &request, sizeof request, preset, key, bound, out, failure, site);
+}
+
+// Sends a record; then copies `count` bytes that start at `offset` of the response, zeros for what it does not hold.
+// Returns the service's status word.
+template <Failure failure = Failure::report, class Record>
+inline uint32_t get_block(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, void *out,
+                          uint32_t count, Site site = Site::here())
+{
+    Response response;
+    uint32_t result;
+    if (response.receive(channel, &request, sizeof request, preset, result, failure, site))
+        response.copy(offset, out, count);
+    return result;
+}
+
+// Sends a record; then makes a database of the text that starts at `offset` of the response. True: `result` is the
+// service's status word. False: the exchange failed, and `result` is the operation's.
+template <class Record>
+inline bool get_text_database(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset,
+                              db_handle **out, uint32_t &result, Site site = Site::here())
+{
+    Response response;
+    if (!response.receive(channel, &request, sizeof request, preset, result, Failure::report, site)) return false;
+    *out = db_from_string(response.text(offset));
+    return true;
 }
 
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the

@@ -53,6 +53,14 @@ public:
                   count);
     }
 
+    // A block that has as many bytes whatever it says; it must be there.
+    template <uint32_t count, size_t size>
+    void copy(uint8_t (Record::*field)[size], const void *block)
+    {
+        static_assert(count <= size);
+        __builtin_memcpy(record.*field, block, count);
+    }
+
 private:
     // Copies start from the record as a whole: a field is not where they end.
     char *base() { return reinterpret_cast<char *>(&record); }

@@ -101,13 +101,10 @@ uint32_t bsp_pon_onu_get_cfg_info(db_handle **db_out, uint32_t pon_port, uint32_
     Request<bsp_onu_msg> request{BSP_CMD_VIEW_ONU_CONFIG};
     request->onu_pon_port = pon_port;
     request->onu_onu_id = onu_id;
-    frame::Response response;
     uint32_t result;
-    if (!response.receive(BSP_MSG_ONU_CFG, &*request, sizeof *request, frame::no_length, result, frame::Failure::report,
-                          frame::Site::here()))
-        return result;
-    *db_out = db_from_string(response.text(offsetof(bsp_pon_msg_ext, ext_payload)));
-    return BSP_OK; // whatever the service's status word says
+    const bool answered = frame::get_text_database(BSP_MSG_ONU_CFG, *request, frame::no_length,
+                                                   offsetof(bsp_pon_msg_ext, ext_payload), db_out, result);
+    return answered ? BSP_OK : result; // whatever the service's status word says
 }
 
 uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id)

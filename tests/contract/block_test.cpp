@@ -4,6 +4,7 @@
 namespace contract
 {
 
+// Of the length that another argument states.
 class Block : public OfArgument
 {
 protected:
@@ -61,6 +62,23 @@ TEST_P(Block, NullIsNoBlockWhateverTheLength)
     }
 }
 
-ON_ARGUMENTS(Block, arguments_of(ArgumentType::block));
+ON_ARGUMENTS(Block,
+             arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size == 0; }));
+
+// Of a length that is always the same. Not one byte more is readable.
+using FixedBlock = OfArgument;
+
+TEST_P(FixedBlock, IsSentWholeWhateverItHolds)
+{
+    for (const uint8_t byte : {0x00, 0x7F, 0xFF}) {
+        Subject writer(operation);
+        writer.set_block(argument, Bytes(argument.size, byte));
+        EXPECT_EQ(writer.call(), 0u);
+        EXPECT_EQ(sent(), writer.expected_request());
+    }
+}
+
+ON_ARGUMENTS(FixedBlock,
+             arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size != 0; }));
 
 } // namespace contract

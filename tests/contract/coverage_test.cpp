@@ -51,18 +51,23 @@ bool tested(const std::string &suite, const Operation &operation, const Argument
     return tested(suite).contains(std::string(operation.name) + "_of_" + std::string(argument.name));
 }
 
-std::string suite_of(ArgumentType type)
+std::string suite_of(const Argument &argument)
 {
-    switch (type) {
+    switch (argument.type) {
     case ArgumentType::text:
         return "Text";
     case ArgumentType::block:
-        return "Block";
+        return argument.size ? "FixedBlock" : "Block";
     case ArgumentType::db:
         return "Database";
     case ArgumentType::text_out:
         return "TextOut";
+    case ArgumentType::u32_out:
+    case ArgumentType::block_out:
+    case ArgumentType::block_inout:
+        return "DataOut";
     case ArgumentType::u32:
+    case ArgumentType::u8:
     case ArgumentType::length:
     case ArgumentType::mac:
     case ArgumentType::record:
@@ -92,6 +97,7 @@ TEST(Coverage, EveryOddityHasItsOwnTests)
             return catalogue::find_oddity(operation, facet) != nullptr;
         };
         EXPECT_NE(odd(catalogue::Facet::request, "Request"), tested("RequestBytes", operation)) << operation.name;
+        odd(catalogue::Facet::null, "Null");
         EXPECT_NE(odd(catalogue::Facet::status, "Status"), tested("ServiceStatus", operation)) << operation.name;
     }
     Names found;
@@ -135,7 +141,8 @@ TEST(Coverage, EveryPointerHasItsNullTested)
         for (const Argument &argument : operation.arguments)
             EXPECT_EQ(tested("RequiredPointer", operation, argument) + tested("OptionalPointer", operation, argument) +
                           tested("UncheckedPointerDeathTest", operation, argument) +
-                          tested("HandedOnPointer", operation, argument),
+                          tested("HandedOnPointer", operation, argument) +
+                          (argument.required && catalogue::find_oddity(operation, catalogue::Facet::null)),
                       is_pointer(argument) ? 1 : 0)
                 << operation.name << ' ' << argument.name;
 }
@@ -144,8 +151,8 @@ TEST(Coverage, EveryArgumentIsUnderTheFactsOfItsType)
 {
     for (const Operation &operation : catalogue::operations())
         for (const Argument &argument : operation.arguments)
-            for (const char *suite : {"Text", "Block", "Database", "TextOut"})
-                EXPECT_EQ(tested(suite, operation, argument), suite_of(argument.type) == suite)
+            for (const char *suite : {"Text", "Block", "FixedBlock", "Database", "TextOut", "DataOut"})
+                EXPECT_EQ(tested(suite, operation, argument), suite_of(argument) == suite)
                     << suite << ' ' << operation.name << ' ' << argument.name;
 }
 

@@ -109,7 +109,4 @@ TEST_P(PassedFailure, IsTheValueOfTheIpcLibrary)
 ON_OPERATIONS(PassedFailure,
               operations_where([](const Operation &each) { return each.failure != catalogue::Failure::report; }));
 
-// Families that fail silently may be missing from the catalogue.
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SilentFailure);
-
 } // namespace contract

@@ -89,4 +89,22 @@ TEST(Status_of_bsp_pon_onu_get_cfg_info, IsZeroAfterEveryExchangeThatSucceeded)
     }
 }
 
+TEST(Null_of_bsp_debug_cs8022_get, IsRefusedWithOneLineAtDebugLevel)
+{
+    bsp_plat_msg record{};
+    bsp_plat_msg answer{};
+    const std::pair<bsp_plat_msg *, bsp_plat_msg *> calls[] = {{nullptr, &answer}, {&record, nullptr}, {}};
+    for (const auto &[request, response] : calls) {
+        rb_reset();
+        EXPECT_EQ(bsp_debug_cs8022_get(request, response), 3003u);
+        ASSERT_EQ(rb_recorded(), 1u);
+        ASSERT_EQ(rb_logs(), 1u);
+        EXPECT_EQ(rb_log_at(0)->level, RB_DEBUG);
+        EXPECT_STREQ(rb_log_at(0)->function, "bsp_debug_cs8022_get");
+        EXPECT_GT(rb_log_at(0)->line, 0);
+        EXPECT_STREQ(rb_log_at(0)->format, "param error");
+        EXPECT_STREQ(rb_log_at(0)->text, "param error");
+    }
+}
+
 } // namespace contract

@@ -83,10 +83,10 @@ TEST_P(RequestBytes, HoldWhatTheArgumentsSayAndZerosElsewhere)
 
 TEST_P(RequestBytes, PassNumbersUnchecked)
 {
-    for (const uint32_t number : {0u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
+    for (const uint32_t number : {0u, 0x7Fu, 0x80u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
         Subject extreme(operation);
         for (const Argument &argument : operation.arguments)
-            if (argument.type == ArgumentType::u32) extreme.set_number(argument, number);
+            if (is_number(argument)) extreme.set_number(argument, number);
         extreme.call();
         EXPECT_EQ(sent(), extreme.expected_request()) << number;
     }

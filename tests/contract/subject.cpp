@@ -25,11 +25,25 @@ void put_word(Bytes &wire, const catalogue::Field &field, uint32_t number)
     std::memcpy(wire.data() + field.offset, &number, sizeof number);
 }
 
+// Where the field is a word, the byte fills it with zeros before it.
+void put_byte(Bytes &wire, const catalogue::Field &field, uint32_t number)
+{
+    if (field.type == catalogue::FieldType::u32)
+        put_word(wire, field, number & 0xFF);
+    else
+        wire[field.offset] = static_cast<uint8_t>(number);
+}
+
 } // namespace
+
+bool is_number(const Argument &argument)
+{
+    return argument.type == ArgumentType::u32 || argument.type == ArgumentType::u8;
+}
 
 bool is_pointer(const Argument &argument)
 {
-    return argument.type != ArgumentType::u32 && argument.type != ArgumentType::length;
+    return !is_number(argument) && argument.type != ArgumentType::length;
 }
 
 bool is_written(const Operation &operation, const Argument &argument)
@@ -40,9 +54,13 @@ bool is_written(const Operation &operation, const Argument &argument)
     case ArgumentType::db:
         return !argument.dropped;
     case ArgumentType::text_out:
+    case ArgumentType::u32_out:
+    case ArgumentType::block_out:
+    case ArgumentType::block_inout:
     case ArgumentType::response:
         return true;
     case ArgumentType::u32:
+    case ArgumentType::u8:
     case ArgumentType::mac:
     case ArgumentType::text:
     case ArgumentType::block:
@@ -67,6 +85,9 @@ Subject::Subject(const Operation &operation)
         case ArgumentType::u32:
             set_number(argument, 0x01020304 + 0x11111111 * static_cast<uint32_t>(index_of(argument)));
             break;
+        case ArgumentType::u8:
+            set_number(argument, 0xC1 + 0x11 * static_cast<uint32_t>(index_of(argument)) % 0x3E);
+            break;
         case ArgumentType::mac:
             lend(argument, Memory::to_read({0xE2, 0xE4, 0xE6, 0xE9, 0xEB, 0xED}));
             break;
@@ -74,7 +95,7 @@ Subject::Subject(const Operation &operation)
             set_text(argument, "this is " + std::string(argument.name));
             break;
         case ArgumentType::block:
-            set_block(argument, pattern(default_block));
+            set_block(argument, pattern(argument.size ? argument.size : default_block));
             break;
         case ArgumentType::length: // set with its block
             break;
@@ -86,6 +107,13 @@ Subject::Subject(const Operation &operation)
             break;
         case ArgumentType::text_out:
             lend(argument, Memory::to_write(pattern(operation.record->size - argument.field->offset), false));
+            break;
+        case ArgumentType::u32_out:
+            lend(argument, Memory::to_write(pattern(sizeof(uint32_t)), true));
+            break;
+        case ArgumentType::block_out:
+        case ArgumentType::block_inout:
+            lend(argument, Memory::to_write(pattern(argument.size), false));
             break;
         case ArgumentType::response:
             lend(argument, Memory::to_write(pattern(operation.response_size), false));
@@ -146,7 +174,9 @@ Bytes Subject::expected_request() const
 // An unbounded copy: the wire grows as it must.
 void Subject::put(Bytes &wire, const Argument &argument) const
 {
-    if (!argument.field || is_written(subject, argument)) return;
+    const bool comes_out = is_written(subject, argument) && argument.type != ArgumentType::block_inout;
+    if (!argument.field || comes_out) return;
+    if (argument.type == ArgumentType::u8) return put_byte(wire, *argument.field, number(argument));
     if (!is_pointer(argument)) return put_word(wire, *argument.field, number(argument));
     if (!pointer(argument)) return;
     const Bytes &content = memories[index_of(argument)].as_lent();

@@ -15,6 +15,8 @@ using catalogue::Argument;
 using catalogue::ArgumentType;
 using catalogue::Operation;
 
+// True: the argument is a number of the caller's.
+bool is_number(const Argument &argument);
 // True: the argument is a pointer.
 bool is_pointer(const Argument &argument);
 // True: the operation writes through the argument.

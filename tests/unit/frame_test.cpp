@@ -124,6 +124,26 @@ TEST_F(Frame, TextOfALongerResponseMayReachItsEnd)
     EXPECT_EQ(text, std::string(1044 - 20 - 1, 'x'));
 }
 
+TEST_F(Frame, BlockBeyondTheResponseIsFilledUpWithZeros)
+{
+    char full[944];
+    std::memset(full, 'x', sizeof full);
+    answer_with(full, sizeof full);
+    std::string block(2000, '.');
+    frame::get_block(BSP_MSG_PON, *request, 944, 429, block.data(), 1999);
+    EXPECT_EQ(block, std::string(944 - 429, 'x') + std::string(1999 - (944 - 429), '\0') + '.');
+}
+
+TEST_F(Frame, BlockAtTheEndOfTheResponseMayEndWithIt)
+{
+    char full[944];
+    std::memset(full, 'x', sizeof full);
+    answer_with(full, sizeof full);
+    std::string block(516, '.');
+    frame::get_block(BSP_MSG_PON, *request, 944, 429, block.data(), 515);
+    EXPECT_EQ(block, std::string(515, 'x') + '.');
+}
+
 TEST_F(Frame, CopyOfTheCallersRecordHasTheCommandAlone)
 {
     bsp_pon_msg callers = {};

@@ -1,0 +1,176 @@
+// Counters, registers, laser and I2C of the PON chip and the board's interfaces, for engineers; MPCP and
+// deregistration.
+#include "board/util.h"
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+using frame::Request;
+using frame::set;
+using frame::Site;
+
+namespace
+{
+
+constexpr uint32_t i2c_size = 144;
+constexpr uint32_t mpcp_size = 32;
+
+// The first `size` bytes of the answer's data.
+uint32_t read(uint32_t command, uint32_t port, uint32_t selector, void *out, uint32_t size, Site site = Site::here())
+{
+    Request<bsp_plat_msg> request{command};
+    request->plat_port = port;
+    request->plat_arg120 = selector;
+    return frame::get_block(BSP_MSG_DEBUG, *request, sizeof *request, offsetof(bsp_plat_msg, plat_data), out, size,
+                            site);
+}
+
+uint32_t switch_output(uint32_t command, uint32_t first, uint32_t second, Site site = Site::here())
+{
+    Request<bsp_plat_msg> request{command};
+    request->plat_arg116 = first;
+    request->plat_arg120 = second;
+    return set(BSP_MSG_DEBUG, *request, site);
+}
+
+} // namespace
+
+uint32_t bsp_debug_8022_pon_stats(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_PON_STATS, port, 0, out, 160);
+}
+
+uint32_t bsp_debug_8022_ge_stats(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_GE_STATS, port, 0, out, 160);
+}
+
+uint32_t bsp_debug_plat_ge_phy_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_GE_PHY_GET, port, 0, out, 20);
+}
+
+uint32_t bsp_debug_plat_ingress_behavior_get(uint32_t port, uint32_t selector, void *out)
+{
+    return read(BSP_CMD_DEBUG_INGRESS_GET, port, selector, out, 54);
+}
+
+uint32_t bsp_debug_plat_egress_behavior_get(uint32_t port, uint32_t selector, void *out)
+{
+    return read(BSP_CMD_DEBUG_EGRESS_GET, port, selector, out, 8);
+}
+
+uint32_t bsp_debug_plat_pon_mac_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_PON_MAC_GET, port, 0, out, 36);
+}
+
+uint32_t bsp_debug_plat_pon_phy_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_PON_PHY_GET, port, 0, out, 12);
+}
+
+uint32_t bsp_debug_plat_pon_laser_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_PON_LASER_GET, port, 0, out, 4);
+}
+
+uint32_t bsp_debug_plat_ge_mac_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_GE_MAC_GET, port, 0, out, 22);
+}
+
+uint32_t bsp_debug_plat_xaui_mac_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_XAUI_MAC_GET, port, 0, out, 28);
+}
+
+uint32_t bsp_debug_plat_xaui_phy_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_XAUI_PHY_GET, port, 0, out, 12);
+}
+
+uint32_t bsp_debug_plat_mgmt_cfg_get(uint32_t port, void *out)
+{
+    return read(BSP_CMD_DEBUG_MGMT_CFG_GET, port, 0, out, 4);
+}
+
+uint32_t bsp_debug_plat_ge_phy_set(uint32_t port, uint8_t value)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_DEBUG_GE_PHY_SET};
+    request->plat_port = port;
+    request->plat_data[0] = value;
+    return set(BSP_MSG_DEBUG, *request);
+}
+
+uint32_t bsp_debug_8022_i2c_read(uint32_t port, void *buf)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_DEBUG_I2C_READ};
+    request->plat_port = port;
+    request.copy<i2c_size>(&bsp_plat_msg::plat_data, buf);
+    return frame::get_block(BSP_MSG_DEBUG, *request, sizeof *request, offsetof(bsp_plat_msg, plat_data), buf, i2c_size);
+}
+
+uint32_t bsp_debug_8022_i2c_write(uint32_t port, uint32_t, const void *buf)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_DEBUG_I2C_WRITE};
+    request->plat_port = port;
+    request.copy<i2c_size>(&bsp_plat_msg::plat_data, buf);
+    return set(BSP_MSG_DEBUG, *request);
+}
+
+uint32_t bsp_debug_cs8022_get_fdb(uint32_t selector, uint32_t port)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_DEBUG_FDB_DUMP};
+    request->plat_port = port;
+    request->plat_arg120 = selector;
+    return set(BSP_MSG_DEBUG, *request);
+}
+
+uint32_t bsp_debug_ctc_oam(uint32_t first, uint32_t second)
+{
+    return switch_output(BSP_CMD_DEBUG_CTC_OAM, first, second);
+}
+
+uint32_t bsp_debug_onu_debug(uint32_t first, uint32_t second)
+{
+    return switch_output(BSP_CMD_DEBUG_ONU, first, second);
+}
+
+uint32_t bsp_debug_cs8022_set(const bsp_plat_msg *record)
+{
+    if (!record) return BSP_ERR_PARAM;
+    return set(BSP_MSG_DEBUG, *record);
+}
+
+uint32_t bsp_debug_cs8022_get(const bsp_plat_msg *record, void *resp)
+{
+    if (!record || !resp) {
+        userlog_debug(__func__, __LINE__, "param error");
+        return BSP_ERR_PARAM;
+    }
+    return frame::get_into<frame::Failure::pass>(BSP_MSG_DEBUG, *record, resp, sizeof *record);
+}
+
+uint32_t bsp_debug_8022_mpcp_set(uint32_t pon_port, uint32_t value, const void *data)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_MPCP_SET};
+    request->plat_port = pon_port;
+    request->plat_arg108 = value;
+    request.copy<mpcp_size>(&bsp_plat_msg::plat_data, data);
+    return set(BSP_MSG_PLAT, *request);
+}
+
+uint32_t bsp_8022_deregister_onu(uint32_t pon_port, uint32_t onu_id)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_ONU_DEREGISTER};
+    request->plat_port = pon_port;
+    request->plat_arg4 = onu_id;
+    return set(BSP_MSG_PLAT, *request);
+}
+
+uint32_t bsp_8022_deregister_onu_state_register(uint32_t pon_port)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_PORT_REREGISTER};
+    request->plat_port = pon_port;
+    return set(BSP_MSG_PLAT, *request);
+}

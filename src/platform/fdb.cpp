@@ -1,0 +1,61 @@
+// The OLT's forwarding database (FDB) and its MAC tables.
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+using frame::Request;
+using frame::set;
+using frame::Site;
+
+namespace
+{
+
+constexpr uint32_t config_size = 12;
+constexpr uint32_t filter_size = 16;
+constexpr uint32_t query_size = 92;
+
+uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word, Site site = Site::here())
+{
+    Request<bsp_plat_msg> request{command};
+    request.copy<query_size>(&bsp_plat_msg::plat_data, query);
+    return frame::get_block(BSP_MSG_PLAT, *request, sizeof *request, offsetof(bsp_plat_msg, plat_arg120), result_word,
+                            sizeof *result_word, site);
+}
+
+} // namespace
+
+uint32_t bsp_pon_plat_fdb_cfg_set(const void *cfg)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_FDB_CFG_SET};
+    request.copy<config_size>(&bsp_plat_msg::plat_data, cfg);
+    return set(BSP_MSG_PLAT, *request);
+}
+
+uint32_t bsp_pon_plat_fdb_flush(const void *filter)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_FDB_FLUSH};
+    request.copy<filter_size>(&bsp_plat_msg::plat_data, filter);
+    return set(BSP_MSG_PLAT, *request);
+}
+
+uint32_t bsp_pon_plat_mac_age_get(uint32_t *first, uint32_t *second)
+{
+    Request<bsp_plat_msg> request{BSP_CMD_MAC_AGE_GET};
+    frame::Response response;
+    uint32_t result;
+    if (response.receive(BSP_MSG_PLAT, &*request, sizeof *request, sizeof *request, result, frame::Failure::report,
+                         Site::here())) {
+        *first = response.word(offsetof(bsp_plat_msg, plat_arg120));
+        *second = response.word(offsetof(bsp_plat_msg, plat_arg112));
+    }
+    return result;
+}
+
+uint32_t bsp_pon_plat_mac_get(const void *query, uint32_t *result)
+{
+    return look_up(BSP_CMD_MAC_GET, query, result);
+}
+
+uint32_t bsp_pon_plat_mac_nni_get(const void *query, uint32_t *result)
+{
+    return look_up(BSP_CMD_MAC_NNI_GET, query, result);
+}

@@ -1,0 +1,86 @@
+// Service level agreements. Unlike most, these pass the IPC library's own value on when an exchange fails.
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+using frame::Failure;
+using frame::Request;
+using frame::Site;
+
+namespace
+{
+
+constexpr uint32_t sla_size = 20;
+constexpr uint32_t sla_down_size = 4;
+
+// The first `size` bytes of the answer's data, of which the length word offers none.
+uint32_t read(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, void *out, uint32_t size,
+              Site site = Site::here())
+{
+    if (!out) return BSP_ERR_PARAM;
+    Request<bsp_plat_msg> request{command};
+    request->plat_port = pon_port;
+    request->plat_arg4 = onu_id;
+    return frame::get_block<Failure::pass>(channel, *request, frame::no_length, offsetof(bsp_plat_msg, plat_data), out,
+                                           size, site);
+}
+
+uint32_t store(uint32_t command, bsp_plat_msg *record, Site site = Site::here())
+{
+    if (!record) return BSP_ERR_PARAM;
+    record->plat_cmd = command;
+    return frame::set<Failure::pass>(BSP_MSG_PLAT, *record, site);
+}
+
+uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_out)
+{
+    Request<bsp_plat_msg> request{command};
+    request->plat_port = pon_port;
+    return bsp_pon_platform_by_db(db_out, &*request);
+}
+
+} // namespace
+
+uint32_t bsp_pon_onu_sla_config(bsp_plat_msg *record)
+{
+    return store(BSP_CMD_SLA_SET, record);
+}
+
+uint32_t bsp_pon_onu_sla_down_config(bsp_plat_msg *record)
+{
+    return store(BSP_CMD_SLA_DOWN_SET, record);
+}
+
+uint32_t bsp_pon_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
+{
+    return read(BSP_MSG_PLAT, BSP_CMD_SLA_GET, pon_port, onu_id, out, sla_size);
+}
+
+uint32_t bsp_pon_plat_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
+{
+    return read(BSP_MSG_DEBUG, BSP_CMD_DEBUG_SLA_GET, pon_port, onu_id, out, sla_size);
+}
+
+uint32_t bsp_pon_onu_sla_down_get(uint32_t pon_port, uint32_t onu_id, void *out)
+{
+    return read(BSP_MSG_PLAT, BSP_CMD_SLA_DOWN_GET, pon_port, onu_id, out, sla_down_size);
+}
+
+uint32_t bsp_pon_onu_sla_all_get(uint32_t pon_port, void *out)
+{
+    return read(BSP_MSG_PLAT, BSP_CMD_SLA_PORT_GET, pon_port, 0, out, sla_size);
+}
+
+uint32_t bsp_pon_onu_sla_get_web(uint32_t pon_port, db_handle **db_out)
+{
+    return view(BSP_CMD_VIEW_SLA_WEB, pon_port, db_out);
+}
+
+uint32_t bsp_pon_onu_sla_down_get_web(uint32_t pon_port, db_handle **db_out)
+{
+    return view(BSP_CMD_VIEW_SLA_DOWN_WEB, pon_port, db_out);
+}
+
+uint32_t bsp_pon_onu_sla_get_snmp(db_handle **db_out)
+{
+    return view(BSP_CMD_VIEW_SLA_SNMP, 0, db_out);
+}
