@@ -49,10 +49,23 @@ std::string Access::grant(std::string_view text)
     return {};
 }
 
-std::string Access::refuse(uid_t user, const Message &message) const
+Class Access::granted_to(uid_t user) const
 {
     const auto found = users.find(user);
-    const Class granted = found == users.end() ? everyone : found->second;
+    return found == users.end() ? everyone : found->second;
+}
+
+std::string Access::refuse_control(uid_t user) const
+{
+    const Class granted = granted_to(user);
+    if (granted == Class::service_affecting) return {};
+    return "user " + std::to_string(user) + " has " + std::string(to_text(granted)) +
+           " access; controlling the simulation is service-affecting";
+}
+
+std::string Access::refuse(uid_t user, const Message &message) const
+{
+    const Class granted = granted_to(user);
     const std::optional<uint32_t> code = command_of(message);
     const catalogue::Command *command = code ? catalogue::find_command(message.channel, *code, message.call) : nullptr;
     const Class needed = command ? command->impact : is_get(message) ? Class::read : Class::write;

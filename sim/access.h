@@ -25,8 +25,12 @@ public:
     // Empty when the user may send the message; else why not. A command that the catalogue does not have counts as
     // reading on a get call and as writing on a set call.
     std::string refuse(uid_t user, const Message &message) const;
+    // The same for the control of the simulation, which needs service-affecting access.
+    std::string refuse_control(uid_t user) const;
 
 private:
+    catalogue::Class granted_to(uid_t user) const;
+
     std::map<uid_t, catalogue::Class> users;
     catalogue::Class everyone = catalogue::Class::service_affecting;
 };

@@ -9,6 +9,8 @@
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
+#include "board/ipc.h"
+#include "control.h"
 #include "service.h"
 #include "simulator.h"
 
@@ -30,12 +32,14 @@ Examples:
 See ponsim(8).)";
 
 struct Options {
-    std::string socket_dir = board_ipc_directory();
+    std::string socket_dir; // empty: the board library's own
     std::string socket_mode = "0660";
     std::string state;
     bool fresh = false;
     ponsim::WantedSettings wanted;
     std::vector<std::string> grants;
+    double speed = 1;
+    std::vector<std::string> words; // of a control command
 };
 
 std::string default_state()
@@ -60,9 +64,9 @@ CLI::Validator octal_mode()
 void declare(CLI::App &app, Options &options)
 {
     app.footer(examples);
+    app.fallthrough();
     app.set_version_flag("--version", "ponsim " PONSIM_VERSION);
-    app.add_option("--socket-dir", options.socket_dir, "Folder of the sockets")
-        ->capture_default_str()
+    app.add_option("--socket-dir", options.socket_dir, "Folder of the sockets [BOARD_IPC_DIR, or see ponsim(8)]")
         ->type_name("DIR");
     app.add_option("--socket-mode", options.socket_mode, "Permission bits of the sockets, octal")
         ->check(octal_mode())
@@ -82,11 +86,46 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--silent", options.wanted.silent, "Percentage of them that go offline when bound [10]")
         ->check(CLI::Range(0u, 100u))
         ->type_name("PERCENT");
+    app.add_option("--speed", options.speed,
+                   "How many times as fast as the time of day model time passes; 0 stops it, "
+                   "but for ponsim ctl step")
+        ->check(CLI::Range(0.0, 1e6))
+        ->capture_default_str()
+        ->type_name("FACTOR");
+    CLI::App *ctl = app.add_subcommand("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
+    ctl->add_option("WORDS", options.words, "A command and its words");
     app.add_option("--grant", options.grants,
                    "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
                    "a name, a number, or * for everyone else; may be repeated [*=service-affecting]")
         ->type_name("USER=CLASS")
         ->allow_extra_args(false);
+}
+
+int fail(const std::string &reason, int status)
+{
+    fprintf(stderr, "ponsim: %s\n", reason.c_str());
+    return status;
+}
+
+// Sends the words to a running ponsim, and prints what it says.
+int control(const Options &options)
+{
+    std::string line;
+    for (const std::string &word : options.words)
+        line += (line.empty() ? "" : " ") + word;
+    if (line.size() > IPC_MAX_LENGTH) return fail("the command is too long", exit_usage);
+    // Before the board library looks for its folder, which it does once.
+    if (!options.socket_dir.empty()) setenv("BOARD_IPC_DIR", options.socket_dir.c_str(), 1);
+    std::string said(IPC_MAX_LENGTH, '\0');
+    auto length = static_cast<uint32_t>(said.size());
+    uint32_t status = 0;
+    const int32_t result = ipc_get_exec(ponsim::control_module, ponsim::control_channel, line.data(),
+                                        static_cast<uint32_t>(line.size()), said.data(), &length, &status);
+    if (result != IPC_OK) return fail(std::string(board_ipc_directory()) + ": " + ipc_strerror(result), exit_failure);
+    said.resize(length);
+    if (status != 0) return fail(said, exit_usage);
+    fputs(said.c_str(), stdout);
+    return EXIT_SUCCESS;
 }
 
 // The store's file with the folders that it needs, empty for none.
@@ -98,14 +137,9 @@ std::string state_file(const std::string &wanted)
     return file.string();
 }
 
-int fail(const std::string &reason, int status)
-{
-    fprintf(stderr, "ponsim: %s\n", reason.c_str());
-    return status;
-}
-
 int serve(const Options &options, const ponsim::Access &access)
 {
+    const std::string socket_dir = options.socket_dir.empty() ? board_ipc_directory() : options.socket_dir;
     // Blocked before any other thread starts, so that all of them leave the signals to the wait below.
     sigset_t stop;
     sigemptyset(&stop);
@@ -117,16 +151,20 @@ int serve(const Options &options, const ponsim::Access &access)
     ponsim::Store store(state, options.fresh);
     ponsim::Simulator simulator(store, options.wanted);
     const auto mode = static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
-    const ponsim::Service service(simulator, access, options.socket_dir, mode);
-    if (!service.serving()) return fail("cannot serve on " + options.socket_dir, exit_failure);
+    ponsim::Clock clock(simulator.olt().now(), options.speed);
+    ponsim::Service service(simulator, clock, access, socket_dir, mode);
+    if (!service.serving()) return fail("cannot serve on " + socket_dir, exit_failure);
 
     const ponsim::Settings &settings = simulator.settings();
     printf("ponsim: serving on %s (seed %llu, %u ports, %u arrivals a port, %u%% silent, state %s)\n",
-           options.socket_dir.c_str(), static_cast<unsigned long long>(settings.seed), settings.ports,
-           settings.arrivals, settings.silent, state.empty() ? "none" : state.c_str());
+           socket_dir.c_str(), static_cast<unsigned long long>(settings.seed), settings.ports, settings.arrivals,
+           settings.silent, state.empty() ? "none" : state.c_str());
     fflush(stdout);
     int signal;
     sigwait(&stop, &signal);
+    service.stop();
+    simulator.advance(clock.now());
+    simulator.keep_time();
     return EXIT_SUCCESS;
 }
 
@@ -147,6 +185,7 @@ int main(int argc, char **argv)
         if (const std::string wrong = access.grant(grant); !wrong.empty())
             return fail("--grant " + grant + ": " + wrong, exit_usage);
     try {
+        if (app.got_subcommand("ctl")) return control(options);
         return serve(options, access);
     } catch (const std::exception &error) {
         return fail(error.what(), exit_failure);

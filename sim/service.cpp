@@ -1,10 +1,12 @@
 #include "service.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "board/ipc.h"
 #include "board/util.h"
 #include "bsp_pon.h"
+#include "control.h"
 #include "handlers/handler.h"
 
 namespace ponsim
@@ -50,8 +52,8 @@ void answer_with(const Reply &reply, const Message &message, board_answer *answe
 
 } // namespace
 
-Service::Service(Simulator &served, const Access &rules, const std::string &directory, uint32_t mode)
-    : simulator(served), access(rules)
+Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode)
+    : simulator(served), clock(time), access(rules)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
@@ -61,17 +63,54 @@ Service::Service(Simulator &served, const Access &rules, const std::string &dire
     config.authorize = authorize;
     config.context = this;
     service.reset(board_service_start(&config));
+    if (!service) return;
+    config.module = control_module;
+    config.handler = handle_control;
+    config.authorize = authorize_control;
+    control.reset(board_service_start(&config));
+}
+
+void Service::stop()
+{
+    service.reset();
+    control.reset();
 }
 
 void Service::handle(void *context, const board_request *request, board_answer *answer)
 {
+    Service &self = *static_cast<Service *>(context);
     try {
+        const std::lock_guard lock(self.turn);
+        self.simulator.advance(self.clock.now());
         const Message message = message_of(*request);
-        answer_with(static_cast<Service *>(context)->simulator.handle(message), message, answer);
+        answer_with(self.simulator.handle(message), message, answer);
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
     }
+}
+
+// The status is 0 when the line was carried out; the answer is what it said, or what is wrong with it.
+void Service::handle_control(void *context, const board_request *request, board_answer *answer)
+{
+    Service &self = *static_cast<Service *>(context);
+    std::string said;
+    try {
+        const std::lock_guard lock(self.turn);
+        self.simulator.advance(self.clock.now());
+        said = ponsim::control(self.simulator, self.clock, {static_cast<const char *>(request->data), request->length});
+    } catch (const std::exception &error) {
+        said = error.what();
+        board_answer_status(answer, 1);
+    }
+    board_answer_data(answer, said.data(), static_cast<uint32_t>(std::min<size_t>(said.size(), IPC_MAX_LENGTH)));
+}
+
+const char *Service::authorize_control(void *context, const board_request *request)
+{
+    Service &self = *static_cast<Service *>(context);
+    self.control_refusal = self.access.refuse_control(request->uid);
+    return self.control_refusal.empty() ? nullptr : self.control_refusal.c_str();
 }
 
 const char *Service::authorize(void *context, const board_request *request)

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 #include "access.h"
 #include "board/service.h"
+#include "clock.h"
 #include "simulator.h"
 
 namespace ponsim
@@ -15,11 +17,14 @@ class Service
 {
 public:
     // Serves on the sockets of `directory`, which get the permission bits `mode`, from now on until destroyed.
-    // Simulator and access rules must outlive it.
-    Service(Simulator &simulator, const Access &access, const std::string &directory, uint32_t mode);
+    // Simulator, clock and access rules must outlive it.
+    Service(Simulator &simulator, Clock &clock, const Access &access, const std::string &directory, uint32_t mode);
 
     // False when the sockets could not be opened; the log says why.
-    bool serving() const { return service != nullptr; }
+    bool serving() const { return service && control; }
+
+    // Handles no more requests.
+    void stop();
 
 private:
     struct Stop {
@@ -27,12 +32,18 @@ private:
     };
 
     static void handle(void *context, const board_request *request, board_answer *answer);
+    static void handle_control(void *context, const board_request *request, board_answer *answer);
+    static const char *authorize_control(void *context, const board_request *request);
     static const char *authorize(void *context, const board_request *request);
 
     Simulator &simulator;
+    Clock &clock;
     const Access &access;
+    std::mutex turn;     // of the two services, each of which calls one at a time
     std::string refusal; // the text that the last refusal was reported with
+    std::string control_refusal;
     std::unique_ptr<board_service, Stop> service;
+    std::unique_ptr<board_service, Stop> control;
 };
 
 } // namespace ponsim

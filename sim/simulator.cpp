@@ -5,6 +5,7 @@
 #include "bsp_pon.h"
 #include "catalogue.h"
 #include "generated/service_words.h"
+#include "model/process.h"
 
 namespace ponsim
 {
@@ -49,6 +50,36 @@ Simulator::Simulator(Store &store, const WantedSettings &wanted)
     model.apply(store.load());
 }
 
+void Simulator::change(Change change)
+{
+    change.now = model.now();
+    kept.write(change);
+    model.apply(change);
+}
+
+void Simulator::keep_time()
+{
+    change({});
+}
+
+void Simulator::advance(ModelTime to)
+{
+    for (;;) {
+        const Process *first = nullptr;
+        ModelTime at = to;
+        for (const Process &process : processes()) {
+            const std::optional<ModelTime> next = process.next(model);
+            if (!next || *next > at || (first && *next == at)) continue;
+            first = &process;
+            at = *next;
+        }
+        if (!first) break;
+        model.advance(at);
+        change(first->happen(model));
+    }
+    model.advance(to);
+}
+
 Reply Simulator::handle(const Message &message)
 {
     const catalogue::Channel *channel = catalogue::find_channel(message.channel);
@@ -61,11 +92,10 @@ Reply Simulator::handle(const Message &message)
     Outcome outcome = handler->handle(model, {message.data});
     if (!outcome.change.empty()) {
         try {
-            kept.write(outcome.change);
+            change(std::move(outcome.change));
         } catch (const StoreError &error) {
             return {PON_ERR_STORE, true, {}, {}, error.what()};
         }
-        model.apply(outcome.change);
     }
     return {outcome.status, true, std::move(outcome.result), std::move(outcome.answer)};
 }

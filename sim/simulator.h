@@ -52,6 +52,13 @@ public:
     const Settings &settings() const { return olt_settings; }
     const Olt &olt() const { return model; }
 
+    // Lets model time pass, and happen what happens by then. Throws StoreError: what happened until then is kept.
+    void advance(ModelTime to);
+    // Changes the OLT from outside. Throws StoreError: then nothing is changed.
+    void change(Change change);
+    // Keeps the time, so that the OLT goes on from here when it is started anew. Throws StoreError.
+    void keep_time();
+
     // Answers every message. What it changes is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "model/clock.h"
 #include "model/mac.h"
 #include "model/population.h"
 
@@ -82,16 +83,29 @@ struct Change {
         uint32_t count; // 0: cleared
     };
 
+    // What a set command left for the matching get, as bytes: by the set command's channel and code, the port and what
+    // else tells one from another.
+    struct BlockRow {
+        uint32_t channel;
+        uint32_t command;
+        uint32_t pon_port;
+        uint32_t index;
+        std::optional<std::string> bytes; // none: as if nothing had been set
+    };
+
     std::vector<BindingRow> bindings = {};
     std::vector<OnuRow> onus = {};
     std::vector<PortRow> ports = {};
     std::vector<BlacklistRow> blacklist = {};
     std::vector<AuthRow> auth = {};
     std::vector<AlarmRow> alarms = {};
+    std::vector<BlockRow> blocks = {};
+    std::optional<ModelTime> now = {}; // set by the simulator
 
     bool empty() const
     {
-        return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() && alarms.empty();
+        return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
+               alarms.empty() && blocks.empty();
     }
 };
 

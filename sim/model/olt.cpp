@@ -130,6 +130,25 @@ void Olt::apply(const Change &change)
         else
             alarms[{mac, alarm}] = count;
     }
+    for (const auto &[channel, command, pon_port, index, bytes] : change.blocks) {
+        const std::array key{channel, command, pon_port, index};
+        if (bytes)
+            blocks[key] = *bytes;
+        else
+            blocks.erase(key);
+    }
+    if (change.now) time = *change.now;
+}
+
+void Olt::advance(ModelTime to)
+{
+    time = std::max(time, to);
+}
+
+const std::string *Olt::block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index) const
+{
+    const auto found = blocks.find({channel, command, pon_port, index});
+    return found == blocks.end() ? nullptr : &found->second;
 }
 
 // The place that is about to be taken or freed no longer is its ONU's, unless that has moved on within the change.

@@ -58,6 +58,10 @@ class Olt
 public:
     explicit Olt(const Settings &settings);
 
+    ModelTime now() const { return time; }
+    // What a set command left; null when nothing. See Change::BlockRow.
+    const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
+
     // What the devices of its ONUs follow from.
     uint64_t seed() const { return own_seed; }
 
@@ -84,6 +88,8 @@ public:
 
     // Ports and ids of the change must exist.
     void apply(const Change &change);
+    // Lets time pass; it does not go back.
+    void advance(ModelTime to);
 
 private:
     void forget(const Place &place);
@@ -91,6 +97,8 @@ private:
     uint64_t own_seed;
     std::vector<PonPort> pon_ports;
     std::map<Mac, Place> places;
+    std::map<std::array<uint32_t, 4>, std::string> blocks;
+    ModelTime time = 0;
 };
 
 } // namespace ponsim

@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-constexpr int64_t schema_version = 2;
+constexpr int64_t schema_version = 3;
 
 // Small pages, because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -35,11 +35,20 @@ constexpr char schema[] =
     " PRIMARY KEY(pon_port, loid)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL "
     "CHECK(alarm BETWEEN 1 AND 4),"
-    " count INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;";
+    " count INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE block(channel INTEGER NOT NULL, command INTEGER NOT NULL, pon_port INTEGER NOT NULL,"
+    " idx INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY(channel, command, pon_port, idx)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1), now INTEGER NOT NULL) STRICT;";
 
 uint32_t word(const Statement &statement, int column)
 {
     return static_cast<uint32_t>(statement.number(column));
+}
+
+std::string bytes(const Statement &statement, int column)
+{
+    const std::span<const uint8_t> found = statement.bytes(column);
+    return {found.begin(), found.end()};
 }
 
 Mac mac(const Statement &statement, int column)
@@ -67,7 +76,10 @@ struct Store::Statements {
           put_auth(db, "REPLACE INTO auth VALUES(?, ?, ?)"),
           drop_auth(db, "DELETE FROM auth WHERE pon_port = ? AND loid = ?"),
           put_alarm(db, "REPLACE INTO alarm VALUES(?, ?, ?, ?)"),
-          drop_alarm(db, "DELETE FROM alarm WHERE pon_port = ? AND mac = ? AND alarm = ?")
+          drop_alarm(db, "DELETE FROM alarm WHERE pon_port = ? AND mac = ? AND alarm = ?"),
+          put_block(db, "REPLACE INTO block VALUES(?, ?, ?, ?, ?)"),
+          drop_block(db, "DELETE FROM block WHERE channel = ? AND command = ? AND pon_port = ? AND idx = ?"),
+          put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
     }
 
@@ -84,6 +96,9 @@ struct Store::Statements {
     Statement drop_auth;
     Statement put_alarm;
     Statement drop_alarm;
+    Statement put_block;
+    Statement drop_block;
+    Statement put_clock;
 };
 
 void Store::Close::operator()(sqlite3 *db) const
@@ -196,6 +211,11 @@ Change Store::load() const
     Statement alarms(db.get(), "SELECT * FROM alarm ORDER BY pon_port, mac, alarm");
     while (alarms.row())
         change.alarms.push_back({port(alarms), mac(alarms, 1), word(alarms, 2), word(alarms, 3)});
+    Statement blocks(db.get(), "SELECT * FROM block ORDER BY channel, command, pon_port, idx");
+    while (blocks.row())
+        change.blocks.push_back({word(blocks, 0), word(blocks, 1), word(blocks, 2), word(blocks, 3), bytes(blocks, 4)});
+    Statement clock(db.get(), "SELECT now FROM clock");
+    if (clock.row()) change.now = static_cast<ModelTime>(clock.number(0));
     return change;
 }
 
@@ -252,6 +272,13 @@ void Store::write_rows(const Change &change)
         if (count) statement.bind(count);
         statement.run();
     }
+    for (const auto &[channel, command, pon_port, index, bytes] : change.blocks) {
+        Statement &statement = bytes ? statements->put_block : statements->drop_block;
+        statement.bind(channel).bind(command).bind(pon_port).bind(index);
+        if (bytes) statement.bind(std::span(reinterpret_cast<const uint8_t *>(bytes->data()), bytes->size()));
+        statement.run();
+    }
+    if (change.now) statements->put_clock.bind(static_cast<int64_t>(*change.now)).run();
 }
 
 } // namespace ponsim

@@ -1,0 +1,101 @@
+#include "control.h"
+
+#include <algorithm>
+#include <charconv>
+#include <sstream>
+
+#include "bsp_pon.h"
+#include "catalogue.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr ModelTime longest_step = 1000ull * 365 * 24 * 3600; // s: a thousand years
+
+std::string seconds(ModelTime time)
+{
+    return std::to_string(time / ms_per_second) + " s of model time";
+}
+
+std::string help()
+{
+    std::string text = "now             how much model time has passed\n"
+                       "step SECONDS    lets model time pass\n";
+    for (const Control &each : controls()) {
+        std::string head = std::string(each.name) + ' ' + std::string(each.usage);
+        head.resize(std::max<size_t>(head.size() + 1, 16), ' ');
+        text += head + std::string(each.brief) + '\n';
+    }
+    return text;
+}
+
+std::string describe(uint32_t status)
+{
+    const catalogue::Status *known = catalogue::find_status(status);
+    return known ? std::string(known->brief) : "status " + std::to_string(status);
+}
+
+} // namespace
+
+std::span<const Control> controls()
+{
+    return {};
+}
+
+uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest)
+{
+    uint64_t number = 0;
+    const char *const end = word.data() + word.size();
+    const auto [last, error] = std::from_chars(word.data(), end, number);
+    if (error != std::errc{} || last != end || number < least || number > greatest)
+        throw ControlError(word + ": expected a number from " + std::to_string(least) + " to " +
+                           std::to_string(greatest));
+    return number;
+}
+
+bool control_switch(const std::string &word)
+{
+    if (word != "on" && word != "off") throw ControlError(word + ": expected on or off");
+    return word == "on";
+}
+
+Mac control_mac(const std::string &word)
+{
+    Mac mac{};
+    bool good = word.size() == 17;
+    for (size_t i = 0; good && i < mac.size(); ++i) {
+        const char *const pair = word.data() + 3 * i;
+        const auto [last, error] = std::from_chars(pair, pair + 2, mac[i], 16);
+        good = error == std::errc{} && last == pair + 2 && (i + 1 == mac.size() || *last == ':');
+    }
+    if (!good) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
+    return mac;
+}
+
+std::string control(Simulator &simulator, Clock &clock, std::string_view line)
+{
+    std::istringstream in{std::string(line)};
+    std::vector<std::string> words;
+    for (std::string word; in >> word;)
+        words.push_back(word);
+    if (words.empty() || words[0] == "help") return help();
+    const std::string name = words[0];
+    words.erase(words.begin());
+
+    if (name == "now" && words.empty()) return seconds(simulator.olt().now()) + '\n';
+    if (name == "step" && words.size() == 1) {
+        clock.step(control_number(words[0], 0, longest_step) * ms_per_second);
+        simulator.advance(clock.now());
+        return seconds(simulator.olt().now()) + '\n';
+    }
+    const auto found = std::ranges::find(controls(), name, &Control::name);
+    if (found == controls().end()) throw ControlError(name + ": not a command; the commands are\n" + help());
+    Plan plan = found->plan(simulator.olt(), words);
+    if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
+    simulator.change(plan.change);
+    return {};
+}
+
+} // namespace ponsim

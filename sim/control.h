@@ -1,0 +1,45 @@
+// Commands of whoever runs the simulation: what happens to the OLT from outside, and how time goes by. They come as
+// lines of words over the control module, and are answered with text.
+#pragma once
+
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "clock.h"
+#include "model/plan.h"
+#include "simulator.h"
+
+namespace ponsim
+{
+
+// The IPC module beside that of the PON service, on the same sockets' folder; it has one channel.
+inline constexpr uint32_t control_module = 106;
+inline constexpr uint32_t control_channel = 1;
+
+// A command that changes the OLT. `plan` throws ControlError when the words make no sense.
+struct Control {
+    std::string_view name;
+    std::string_view usage; // the words behind the name
+    std::string_view brief;
+    Plan (*plan)(const Olt &olt, std::span<const std::string> words);
+};
+
+class ControlError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+std::span<const Control> controls();
+
+// What the words of the commands say; each throws ControlError.
+uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);
+bool control_switch(const std::string &word); // on or off
+Mac control_mac(const std::string &word);
+
+// Carries out one line. The answer is a text for people; throws ControlError, and StoreError.
+std::string control(Simulator &simulator, Clock &clock, std::string_view line);
+
+} // namespace ponsim
