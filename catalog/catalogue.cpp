@@ -126,8 +126,13 @@ std::string_view to_text(Call call)
 std::string_view to_text(FieldType type)
 {
     switch (type) {
+    case FieldType::u16:
     case FieldType::u32:
+    case FieldType::u64:
         return "number";
+    case FieldType::s16:
+    case FieldType::s32:
+        return "number with a sign";
     case FieldType::u8:
         return "byte";
     case FieldType::mac:

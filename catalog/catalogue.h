@@ -13,7 +13,7 @@ namespace catalogue
 // The module number of every exchange.
 extern const uint32_t module;
 
-enum class FieldType : uint8_t { u32, u8, mac, text, bytes, idset };
+enum class FieldType : uint8_t { u8, u16, s16, u32, s32, u64, mac, text, bytes, idset };
 
 struct Field {
     std::string_view name;
@@ -21,6 +21,7 @@ struct Field {
     uint32_t offset;
     uint32_t size; // bytes up to the end of the field
     std::string_view unit;
+    double scale; // of a number: what one is, in the unit
     std::string_view brief;
 };
 

@@ -26,7 +26,8 @@ SOURCES = {"shmem": "shmem", "text": "text"}
 FACETS = ["request", "status", "null"]
 BOUNDS = [10240, 1048576]
 IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
-FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16}
+FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s32": 4, "u64": 8}
+ALIGNMENTS = {"u32": 4, "idset": 4, "u16": 2, "s16": 2, "s32": 4, "u64": 4}
 COLUMN_TYPES = {"u32": "u32", "text": "text", "mac": "mac", "bool": "boolean", "real": "real"}
 # Argument types: the C declaration, and the field types that it may be written to or read from.
 ARGUMENTS = {
@@ -169,7 +170,8 @@ class Catalogue:
         """Checked fields of a record or layout, in order of offset."""
         fields = {}
         for table in owner.items("fields"):
-            field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"], ["unit"])
+            field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
+                          ["unit", "scale"])
             kind, _, count = field.text("type").partition(":")
             if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
                 field.fail(f"'type' must be one of {', '.join(kinds)} (text and bytes with :N), not {field.get('type')!r}")
@@ -177,8 +179,14 @@ class Catalogue:
             field.type, field.size, field.offset = kind, FIELD_SIZES.get(kind) or int(count), field.number("offset")
             if field.size == 0 or field.offset + field.size > size:
                 field.fail(f"bytes {field.offset} to {field.offset + field.size - 1} are not inside the record of {size} bytes")
-            if kind in ("u32", "idset") and field.offset % 4:
-                field.fail(f"a word at offset {field.offset} is not aligned to 4")
+            alignment = ALIGNMENTS.get(kind, 1)
+            if field.offset % alignment:
+                field.fail(f"a {kind} at offset {field.offset} is not aligned to {alignment}")
+            field.scale = field.get("scale", 1)
+            if isinstance(field.scale, bool) or not isinstance(field.scale, (int, float)) or field.scale <= 0:
+                field.fail(f"'scale' must be a number above 0, not {field.scale!r}")
+            if field.scale != 1 and (kind not in ("u8", "u16", "s16", "u32", "s32", "u64") or not field.get("unit")):
+                field.fail("only numbers with a unit have a scale")
             self.add(fields, field)
         ordered = sorted(fields.values(), key=lambda field: field.offset)
         for before, after in zip(ordered, ordered[1:]):
@@ -488,7 +496,7 @@ class Catalogue:
         for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief", "fields"], ["answer"]):
             layout.of_answer = layout.flag("answer")
             layout.brief, layout.record = layout.text("brief"), layout.lookup("record", self.records)
-            layout.fields = self.read_fields(layout, layout.record.size, ["u32", "u8", "mac", "text", "bytes", "idset"])
+            layout.fields = self.read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", *ALIGNMENTS])
             self.read_uses(layout)
             self.add(self.layouts, layout)
 
@@ -682,7 +690,7 @@ def field_rows(owner):
     rows = [f"constexpr Field {owner.name}_fields[] = {{"]
     for field in owner.fields.values():
         rows.append(f"    {{{quoted(field.name)}, FieldType::{field.type}, {field.offset}, {field.size}, "
-                    f"{quoted(field.unit)}, {quoted(field.brief)}}},")
+                    f"{quoted(field.unit)}, {field.scale}, {quoted(field.brief)}}},")
     return rows + ["};", ""]
 
 

@@ -8,56 +8,56 @@ namespace
 {
 
 constexpr Field bsp_pon_msg_fields[] = {
-    {"cmd", FieldType::u32, 0, 4, "", "command code"},
-    {"pon_port", FieldType::u32, 4, 4, "", "PON port number"},
-    {"onu_id", FieldType::u32, 8, 4, "", "ONU id on the port"},
-    {"arg_word12", FieldType::u32, 12, 4, "", "extra integer argument"},
-    {"arg_byte16", FieldType::u8, 16, 1, "", "extra byte argument"},
-    {"onu_mac", FieldType::mac, 17, 6, "", "ONU MAC address, transmission order"},
-    {"arg_word36", FieldType::u32, 36, 4, "", "extra integer argument"},
-    {"arg_value", FieldType::u32, 40, 4, "", "main integer argument"},
-    {"text45", FieldType::text, 45, 64, "", "text argument"},
-    {"text109", FieldType::text, 109, 64, "", "text argument"},
-    {"text173", FieldType::text, 173, 64, "", "text argument (binding: second text)"},
-    {"text237", FieldType::text, 237, 128, "", "text argument (binding: first text; ONU description)"},
-    {"text365", FieldType::text, 365, 64, "", "text argument (binding: third text)"},
-    {"data429", FieldType::bytes, 429, 515, "", "data block to the end of the record; in responses the result file name"},
+    {"cmd", FieldType::u32, 0, 4, "", 1, "command code"},
+    {"pon_port", FieldType::u32, 4, 4, "", 1, "PON port number"},
+    {"onu_id", FieldType::u32, 8, 4, "", 1, "ONU id on the port"},
+    {"arg_word12", FieldType::u32, 12, 4, "", 1, "extra integer argument"},
+    {"arg_byte16", FieldType::u8, 16, 1, "", 1, "extra byte argument"},
+    {"onu_mac", FieldType::mac, 17, 6, "", 1, "ONU MAC address, transmission order"},
+    {"arg_word36", FieldType::u32, 36, 4, "", 1, "extra integer argument"},
+    {"arg_value", FieldType::u32, 40, 4, "", 1, "main integer argument"},
+    {"text45", FieldType::text, 45, 64, "", 1, "text argument"},
+    {"text109", FieldType::text, 109, 64, "", 1, "text argument"},
+    {"text173", FieldType::text, 173, 64, "", 1, "text argument (binding: second text)"},
+    {"text237", FieldType::text, 237, 128, "", 1, "text argument (binding: first text; ONU description)"},
+    {"text365", FieldType::text, 365, 64, "", 1, "text argument (binding: third text)"},
+    {"data429", FieldType::bytes, 429, 515, "", 1, "data block to the end of the record; in responses the result file name"},
 };
 
 constexpr Field bsp_pon_msg_ext_fields[] = {
-    {"cmd", FieldType::u32, 0, 4, "", "command code"},
-    {"ext_arg", FieldType::u32, 4, 4, "", "integer argument"},
-    {"ext_payload", FieldType::bytes, 20, 400, "", "block argument; in responses a text may start here"},
+    {"cmd", FieldType::u32, 0, 4, "", 1, "command code"},
+    {"ext_arg", FieldType::u32, 4, 4, "", 1, "integer argument"},
+    {"ext_payload", FieldType::bytes, 20, 400, "", 1, "block argument; in responses a text may start here"},
 };
 
 constexpr Field bsp_plat_msg_fields[] = {
-    {"plat_port", FieldType::u32, 0, 4, "", "port, PON port or index"},
-    {"plat_arg4", FieldType::u32, 4, 4, "", "ONU id, LLID or index"},
-    {"plat_cmd", FieldType::u32, 92, 4, "", "command code"},
-    {"plat_arg96", FieldType::u32, 96, 4, "", "integer argument"},
-    {"plat_arg100", FieldType::u32, 100, 4, "", "integer argument"},
-    {"plat_arg104", FieldType::u32, 104, 4, "", "integer argument"},
-    {"plat_arg108", FieldType::u32, 108, 4, "", "integer argument"},
-    {"plat_arg112", FieldType::u32, 112, 4, "", "integer argument"},
-    {"plat_arg116", FieldType::u32, 116, 4, "", "integer argument"},
-    {"plat_arg120", FieldType::u32, 120, 4, "", "integer argument"},
-    {"plat_data", FieldType::bytes, 124, 1024, "", "data block"},
+    {"plat_port", FieldType::u32, 0, 4, "", 1, "port, PON port or index"},
+    {"plat_arg4", FieldType::u32, 4, 4, "", 1, "ONU id, LLID or index"},
+    {"plat_cmd", FieldType::u32, 92, 4, "", 1, "command code"},
+    {"plat_arg96", FieldType::u32, 96, 4, "", 1, "integer argument"},
+    {"plat_arg100", FieldType::u32, 100, 4, "", 1, "integer argument"},
+    {"plat_arg104", FieldType::u32, 104, 4, "", 1, "integer argument"},
+    {"plat_arg108", FieldType::u32, 108, 4, "", 1, "integer argument"},
+    {"plat_arg112", FieldType::u32, 112, 4, "", 1, "integer argument"},
+    {"plat_arg116", FieldType::u32, 116, 4, "", 1, "integer argument"},
+    {"plat_arg120", FieldType::u32, 120, 4, "", 1, "integer argument"},
+    {"plat_data", FieldType::bytes, 124, 1024, "", 1, "data block"},
 };
 
 constexpr Field bsp_onu_msg_fields[] = {
-    {"onu_pon_port", FieldType::u32, 0, 4, "", "PON port number"},
-    {"onu_onu_id", FieldType::u32, 4, 4, "", "ONU id on the port"},
-    {"onu_uni_port", FieldType::u8, 8, 1, "", "UNI (user) port number on the ONU"},
-    {"onu_cmd", FieldType::u32, 16, 4, "", "command code"},
-    {"onu_arg24", FieldType::u32, 24, 4, "", "integer argument"},
-    {"onu_data", FieldType::bytes, 352, 1536, "", "data block; in responses the returned value or text starts here"},
+    {"onu_pon_port", FieldType::u32, 0, 4, "", 1, "PON port number"},
+    {"onu_onu_id", FieldType::u32, 4, 4, "", 1, "ONU id on the port"},
+    {"onu_uni_port", FieldType::u8, 8, 1, "", 1, "UNI (user) port number on the ONU"},
+    {"onu_cmd", FieldType::u32, 16, 4, "", 1, "command code"},
+    {"onu_arg24", FieldType::u32, 24, 4, "", 1, "integer argument"},
+    {"onu_data", FieldType::bytes, 352, 1536, "", 1, "data block; in responses the returned value or text starts here"},
 };
 
 constexpr Field bsp_profile_msg_fields[] = {
-    {"action", FieldType::u32, 0, 4, "", "the caller's action code"},
-    {"is_get", FieldType::u32, 4, 4, "", "1 in the get forms, 0 in the set form"},
-    {"count", FieldType::u32, 8, 4, "", "in responses: bytes of the result file"},
-    {"data", FieldType::bytes, 24, 4096, "", "payload; in responses a file name may start here"},
+    {"action", FieldType::u32, 0, 4, "", 1, "the caller's action code"},
+    {"is_get", FieldType::u32, 4, 4, "", 1, "1 in the get forms, 0 in the set form"},
+    {"count", FieldType::u32, 8, 4, "", 1, "in responses: bytes of the result file"},
+    {"data", FieldType::bytes, 24, 4096, "", 1, "payload; in responses a file name may start here"},
 };
 
 constexpr Record all_records[] = {
@@ -217,74 +217,74 @@ constexpr Status all_statuses[] = {
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
 
 constexpr Field auth_record_fields[] = {
-    {"remove", FieldType::u32, 432, 4, "", "1 removes the record of the LOID, else 0"},
+    {"remove", FieldType::u32, 432, 4, "", 1, "1 removes the record of the LOID, else 0"},
 };
 
 constexpr const Command *auth_counts_commands[] = {&all_commands[13]};
 
 constexpr Field auth_counts_fields[] = {
-    {"records", FieldType::u32, 432, 4, "", "authentication records"},
-    {"admitted", FieldType::u32, 436, 4, "", "bound ONUs that are online"},
-    {"unauthenticated", FieldType::u32, 440, 4, "", "bound ONUs that are turned away for their LOID"},
-    {"waiting", FieldType::u32, 444, 4, "", "ONUs that wait to be bound"},
-    {"rejected", FieldType::u32, 448, 4, "", "ONUs on the fibre that are on the black list"},
+    {"records", FieldType::u32, 432, 4, "", 1, "authentication records"},
+    {"admitted", FieldType::u32, 436, 4, "", 1, "bound ONUs that are online"},
+    {"unauthenticated", FieldType::u32, 440, 4, "", 1, "bound ONUs that are turned away for their LOID"},
+    {"waiting", FieldType::u32, 444, 4, "", 1, "ONUs that wait to be bound"},
+    {"rejected", FieldType::u32, 448, 4, "", 1, "ONUs on the fibre that are on the black list"},
 };
 
 constexpr const Command *onu_confirm_commands[] = {&all_commands[15]};
 
 constexpr Field onu_confirm_fields[] = {
-    {"by_mode", FieldType::u8, 16, 1, "", "0: the port's authentication does not concern the ONU while it is bound; 1: it does, so that a LOID mode may still turn it away"},
+    {"by_mode", FieldType::u8, 16, 1, "", 1, "0: the port's authentication does not concern the ONU while it is bound; 1: it does, so that a LOID mode may still turn it away"},
 };
 
 constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[32], &all_commands[9]};
 
 constexpr Field onu_batch_fields[] = {
-    {"onu_set", FieldType::idset, 432, 16, "", "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
+    {"onu_set", FieldType::idset, 432, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
 constexpr const Command *opt_range_commands[] = {&all_commands[33]};
 
 constexpr Field opt_range_fields[] = {
-    {"min_distance", FieldType::u32, 432, 4, "m", "nearest ONU that is ranged, at most max_distance"},
-    {"max_distance", FieldType::u32, 436, 4, "m", "farthest ONU that is ranged, at most 20000"},
+    {"min_distance", FieldType::u32, 432, 4, "m", 1, "nearest ONU that is ranged, at most max_distance"},
+    {"max_distance", FieldType::u32, 436, 4, "m", 1, "farthest ONU that is ranged, at most 20000"},
 };
 
 constexpr const Command *vlan_view_commands[] = {&all_commands[88], &all_commands[89]};
 
 constexpr Field vlan_view_fields[] = {
-    {"scope", FieldType::u32, 352, 4, "", "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
+    {"scope", FieldType::u32, 352, 4, "", 1, "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
 constexpr const Command *blacklist_text_commands[] = {&all_commands[7]};
 
 constexpr Field blacklist_text_fields[] = {
-    {"text", FieldType::text, 429, 201, "", "free text of the entry, at most 200 bytes of UTF-8"},
+    {"text", FieldType::text, 429, 201, "", 1, "free text of the entry, at most 200 bytes of UTF-8"},
 };
 
 constexpr const Command *blacklist_batch_commands[] = {&all_commands[11]};
 
 constexpr Field blacklist_batch_fields[] = {
-    {"id_set", FieldType::idset, 432, 16, "", "the ids on the black list, 128 bits: id w*32+b is bit b of word w"},
+    {"id_set", FieldType::idset, 432, 16, "", 1, "the ids on the black list, 128 bits: id w*32+b is bit b of word w"},
 };
 
 constexpr const Command *id_usage_commands[] = {&all_commands[25], &all_commands[29]};
 
 constexpr Field id_usage_fields[] = {
-    {"id_set", FieldType::idset, 432, 16, "", "the ids in use, 128 bits: id w*32+b is bit b of word w"},
-    {"count", FieldType::u32, 448, 4, "", "how many they are"},
+    {"id_set", FieldType::idset, 432, 16, "", 1, "the ids in use, 128 bits: id w*32+b is bit b of word w"},
+    {"count", FieldType::u32, 448, 4, "", 1, "how many they are"},
 };
 
 constexpr const Command *whitelist_entry_commands[] = {&all_commands[16]};
 
 constexpr Field whitelist_entry_fields[] = {
-    {"state", FieldType::u32, 432, 4, "", "0 offline, 1 online, 2 unauthenticated"},
-    {"distance", FieldType::u32, 436, 4, "m", "distance that ranging found; 0 while the ONU is offline"},
-    {"authenticated", FieldType::u32, 440, 4, "", "1 where the ONU is on the fibre and let in, else 0"},
-    {"exempt", FieldType::u32, 444, 4, "", "1 where it was confirmed, so that the port's authentication does not concern it, else 0"},
-    {"supported", FieldType::u32, 448, 4, "", "1 where the ONU is supported, else 0"},
-    {"reboots", FieldType::u32, 452, 4, "", "how often the ONU was rebooted by command"},
-    {"description", FieldType::text, 456, 128, "", "the description"},
-    {"loid", FieldType::text, 584, 25, "", "the LOID that the ONU tells; empty while it is offline"},
+    {"state", FieldType::u32, 432, 4, "", 1, "0 offline, 1 online, 2 unauthenticated"},
+    {"distance", FieldType::u32, 436, 4, "m", 1, "distance that ranging found; 0 while the ONU is offline"},
+    {"authenticated", FieldType::u32, 440, 4, "", 1, "1 where the ONU is on the fibre and let in, else 0"},
+    {"exempt", FieldType::u32, 444, 4, "", 1, "1 where it was confirmed, so that the port's authentication does not concern it, else 0"},
+    {"supported", FieldType::u32, 448, 4, "", 1, "1 where the ONU is supported, else 0"},
+    {"reboots", FieldType::u32, 452, 4, "", 1, "how often the ONU was rebooted by command"},
+    {"description", FieldType::text, 456, 128, "", 1, "the description"},
+    {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
 
 constexpr Layout all_layouts[] = {
