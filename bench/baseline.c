@@ -212,3 +212,64 @@ uint32_t c_view_snmp(db_handle **db_out)
     msg.cmd = BSP_CMD_VIEW_ONU_INFO_SNMP;
     return c_view(db_out, &msg);
 }
+
+uint32_t c_pon_stats(uint32_t port, void *out)
+{
+    bsp_plat_msg msg, response;
+    uint32_t length = sizeof response;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&msg, 0, sizeof msg);
+    memset(&response, 0, sizeof response);
+    msg.plat_port = port;
+    msg.plat_cmd = BSP_CMD_DEBUG_PON_STATS;
+    rv = ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_DEBUG, &msg, sizeof msg, &response, &length, &status);
+    if (rv == 0) memcpy(out, response.plat_data, 160);
+    return outcome(rv, status, __func__, __LINE__);
+}
+
+uint32_t c_own_port(uint32_t pon_port, uint32_t *value)
+{
+    bsp_plat_msg msg, response;
+    uint32_t length = sizeof response;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&msg, 0, sizeof msg);
+    memset(&response, 0, sizeof response);
+    msg.plat_port = pon_port;
+    msg.plat_cmd = BSP_CMD_P2P_OWN_PORT_GET;
+    rv = ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_PLAT, &msg, sizeof msg, &response, &length, &status);
+    if (rv == 0) *value = response.plat_arg116;
+    return outcome(rv, status, __func__, __LINE__);
+}
+
+uint32_t c_upgrade(const void *block)
+{
+    bsp_pon_msg_ext msg;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&msg, 0, sizeof msg);
+    msg.cmd = BSP_CMD_UPGRADE_ONU;
+    memcpy(msg.ext_payload, block, 400);
+    rv = ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_UPGRADE, &msg, sizeof msg, &status);
+    return outcome(rv, status, __func__, __LINE__);
+}
+
+uint32_t c_lol_mode(uint32_t pon_port, uint32_t id, uint32_t mode, const void *params)
+{
+    bsp_plat_msg msg;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&msg, 0, sizeof msg);
+    msg.plat_port = pon_port;
+    msg.plat_arg4 = id;
+    msg.plat_cmd = BSP_CMD_LOL_MODE_SET;
+    msg.plat_arg112 = mode;
+    memcpy(msg.plat_data, params, 8);
+    rv = ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_PLAT, &msg, sizeof msg, &status);
+    return outcome(rv, status, __func__, __LINE__);
+}

@@ -24,6 +24,10 @@ uint32_t c_white(uint32_t pon_port, uint32_t onu_id, void *resp);
 uint32_t c_view(db_handle **db_out, const bsp_pon_msg *record);
 uint32_t c_view_web(db_handle **db_out, bsp_pon_msg *record);
 uint32_t c_view_snmp(db_handle **db_out);
+uint32_t c_pon_stats(uint32_t port, void *out);
+uint32_t c_own_port(uint32_t pon_port, uint32_t *value);
+uint32_t c_upgrade(const void *block);
+uint32_t c_lol_mode(uint32_t pon_port, uint32_t id, uint32_t mode, const void *params);
 
 #ifdef __cplusplus
 }

@@ -19,6 +19,7 @@ const uint8_t mac[] = {0x02, 0x00, 0x5e, 0x10, 0x00, 0x01};
 bsp_pon_msg record;
 db_handle *db;
 char name[515];
+uint32_t word;
 
 struct Case {
     const char *name;
@@ -44,6 +45,10 @@ const Case cases[] = {
     {"whitelist", [] { return bsp_pon_get_w_onu_spec_id(1, 5, &record); }, [] { return c_white(1, 5, &record); }},
     {"view_web", [] { return bsp_pon_get_onu_info_web(&db, &record); }, [] { return c_view_web(&db, &record); }},
     {"view_snmp", [] { return bsp_pon_get_onu_info_snmp(&db); }, [] { return c_view_snmp(&db); }},
+    {"pon_stats", [] { return bsp_debug_8022_pon_stats(1, &record); }, [] { return c_pon_stats(1, &record); }},
+    {"own_port_get", [] { return bsp_onu_p2p_own_port_get(1, &word); }, [] { return c_own_port(1, &word); }},
+    {"upgrade_one", [] { return bsp_pon_onu_upgrade_one(&record); }, [] { return c_upgrade(&record); }},
+    {"lol_mode", [] { return bsp_om_lol_mode_set(1, 5, 2, &record); }, [] { return c_lol_mode(1, 5, 2, &record); }},
 };
 
 void repeat(uint32_t (*call)(), long count)

@@ -15,7 +15,8 @@ constexpr uint32_t i2c_size = 144;
 constexpr uint32_t mpcp_size = 32;
 
 // The first `size` bytes of the answer's data.
-uint32_t read(uint32_t command, uint32_t port, uint32_t selector, void *out, uint32_t size, Site site = Site::here())
+FRAME_SHARED uint32_t read(uint32_t command, uint32_t port, uint32_t selector, void *out, uint32_t size,
+                           Site site = Site::here())
 {
     Request<bsp_plat_msg> request{command};
     request->plat_port = port;
@@ -24,7 +25,7 @@ uint32_t read(uint32_t command, uint32_t port, uint32_t selector, void *out, uin
                             site);
 }
 
-uint32_t switch_output(uint32_t command, uint32_t first, uint32_t second, Site site = Site::here())
+FRAME_SHARED uint32_t switch_output(uint32_t command, uint32_t first, uint32_t second, Site site = Site::here())
 {
     Request<bsp_plat_msg> request{command};
     request->plat_arg116 = first;

@@ -16,11 +16,4 @@ uint32_t failed(int32_t ipc_result, Failure failure, Site site)
     return failure == Failure::report ? BSP_ERR_IPC : static_cast<uint32_t>(ipc_result);
 }
 
-void Response::copy(uint32_t offset, void *out, uint32_t count) const
-{
-    const uint32_t held = count < size - offset ? count : size - offset;
-    __builtin_memcpy(out, bytes + offset, held);
-    clear(static_cast<char *>(out) + held, count - held);
-}
-
 } // namespace frame

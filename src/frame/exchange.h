@@ -92,11 +92,17 @@ FRAME_INLINE uint32_t get_in_place(uint32_t channel, Record &record, Site site =
     return get_into<failure>(channel, record, &record, sizeof record, site);
 }
 
-// A response buffer for a get call: cleared as far as the length that the call presets and, where that states no
-// bound, as far as a record of the request's length.
+// A response buffer for a get call.
 class Response
 {
 public:
+    // The response's length: what the call presets and, where that states no bound, a record of the request's length.
+    // It is not kept in here, where for all the compiler knows the exchange could change it.
+    static constexpr uint32_t size_for(uint32_t preset, uint32_t request_length)
+    {
+        return preset ? preset : request_length;
+    }
+
     using Call = decltype(ipc_get_exec);
 
     // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
@@ -104,23 +110,27 @@ public:
     FRAME_SHARED bool receive(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
                               uint32_t &result, Failure failure, Site site, Call *exec = ipc_get_exec)
     {
-        size = preset ? preset : request_length;
-        clear(bytes, size);
+        clear(bytes, size_for(preset, request_length));
         uint32_t status = BSP_OK;
         const int32_t ipc_result = exec(BSP_IPC_MODULE, channel, request, request_length, bytes, &preset, &status);
         result = ipc_result ? failed(ipc_result, failure, site) : status;
         return ipc_result == IPC_OK;
     }
 
-    // The text at `offset`, which ends with the record at the latest.
-    const char *text(uint32_t offset)
+    // The text at `offset`, which ends with the response's `size` bytes at the latest.
+    const char *text(uint32_t size, uint32_t offset)
     {
         bytes[size - 1] = '\0';
         return bytes + offset;
     }
 
-    // What the response holds from `offset` on, `count` bytes of it; zeros behind its end.
-    void copy(uint32_t offset, void *out, uint32_t count) const;
+    // What the response's `size` bytes hold from `offset` on, `count` bytes of it; zeros behind their end.
+    FRAME_SHARED void copy(uint32_t size, uint32_t offset, void *out, uint32_t count) const
+    {
+        const uint32_t held = count < size - offset ? count : size - offset;
+        __builtin_memcpy(out, bytes + offset, held);
+        if (held < count) clear(static_cast<char *>(out) + held, count - held);
+    }
 
     uint32_t word(uint32_t offset) const
     {
@@ -130,7 +140,6 @@ public:
     }
 
 private:
-    uint32_t size;
     alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
 };
 
@@ -153,28 +162,34 @@ FRAME_INLINE uint32_t get_database(uint32_t channel, const Record &request, uint
     return get_database(channel, &request, sizeof request, preset, key, bound, out, failure, site);
 }
 
-// Sends a record; then copies `count` bytes that start at `offset` of the response, zeros for what it does not hold.
-// Returns the service's status word.
-template <Failure failure = Failure::report, class Record>
-inline uint32_t get_block(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, void *out,
-                          uint32_t count, Site site = Site::here())
+FRAME_SHARED uint32_t get_block(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
+                                uint32_t offset, void *out, uint32_t count, Failure failure, Site site)
 {
     Response response;
     uint32_t result;
-    if (response.receive(channel, &request, sizeof request, preset, result, failure, site))
-        response.copy(offset, out, count);
+    if (response.receive(channel, request, request_length, preset, result, failure, site))
+        response.copy(Response::size_for(preset, request_length), offset, out, count);
     return result;
+}
+
+// Sends a record; then copies `count` bytes that start at `offset` of the response, zeros for what it does not hold.
+// Returns the service's status word.
+template <Failure failure = Failure::report, class Record>
+FRAME_INLINE uint32_t get_block(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, void *out,
+                                uint32_t count, Site site = Site::here())
+{
+    return get_block(channel, &request, sizeof request, preset, offset, out, count, failure, site);
 }
 
 // Sends a record; then makes a database of the text that starts at `offset` of the response. True: `result` is the
 // service's status word. False: the exchange failed, and `result` is the operation's.
 template <class Record>
-inline bool get_text_database(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset,
-                              db_handle **out, uint32_t &result, Site site = Site::here())
+FRAME_SHARED bool get_text_database(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset,
+                                    db_handle **out, uint32_t &result, Site site = Site::here())
 {
     Response response;
     if (!response.receive(channel, &request, sizeof request, preset, result, Failure::report, site)) return false;
-    *out = db_from_string(response.text(offset));
+    *out = db_from_string(response.text(Response::size_for(preset, sizeof request), offset));
     return true;
 }
 
@@ -187,7 +202,7 @@ FRAME_SHARED uint32_t get_text(uint32_t channel, const Record &request, uint32_t
     Response response;
     uint32_t result;
     if (response.receive(channel, &request, sizeof request, preset, result, Failure::report, site) && out)
-        __builtin_strcpy(out, response.text(offset));
+        __builtin_strcpy(out, response.text(Response::size_for(preset, sizeof request), offset));
     return result;
 }
 

@@ -10,7 +10,7 @@ namespace
 
 constexpr uint32_t config_size = 80;
 
-uint32_t send(uint32_t command, uint32_t setting, Site site = Site::here())
+FRAME_SHARED uint32_t send(uint32_t command, uint32_t setting, Site site = Site::here())
 {
     Request<bsp_pon_msg_ext> request{command};
     request->ext_arg = setting;

@@ -13,7 +13,7 @@ constexpr uint32_t config_size = 12;
 constexpr uint32_t filter_size = 16;
 constexpr uint32_t query_size = 92;
 
-uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word, Site site = Site::here())
+FRAME_SHARED uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word, Site site = Site::here())
 {
     Request<bsp_plat_msg> request{command};
     request.copy<query_size>(&bsp_plat_msg::plat_data, query);

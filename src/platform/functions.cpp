@@ -6,8 +6,8 @@ namespace
 
 // The result is named by the command code that stands in the answer.
 template <class Record>
-inline uint32_t get_in_place_database(uint32_t channel, Record &record, db_handle **db_out,
-                                      frame::Site site = frame::Site::here())
+FRAME_SHARED uint32_t get_in_place_database(uint32_t channel, Record &record, db_handle **db_out,
+                                            frame::Site site = frame::Site::here())
 {
     uint32_t length = sizeof record;
     uint32_t status = BSP_OK;

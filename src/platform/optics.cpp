@@ -14,8 +14,8 @@ constexpr uint32_t sfp_size = 464;
 constexpr uint32_t status_size = 32;
 
 // The first `size` bytes of the answer's data.
-uint32_t read(uint32_t command, uint32_t port, uint32_t id, uint32_t sel, void *out, uint32_t size,
-              Site site = Site::here())
+FRAME_SHARED uint32_t read(uint32_t command, uint32_t port, uint32_t id, uint32_t sel, void *out, uint32_t size,
+                           Site site = Site::here())
 {
     Request<bsp_plat_msg> request{command};
     request->plat_port = port;

@@ -13,7 +13,8 @@ constexpr uint32_t config_size = 10;
 constexpr uint32_t entry_size = 12;
 
 // Both forms of a forwarding entry; the one that matches everything has no `arg108`.
-uint32_t set_entry(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry, Site site = Site::here())
+FRAME_SHARED uint32_t set_entry(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry,
+                                Site site = Site::here())
 {
     Request<bsp_plat_msg> request{BSP_CMD_P2P_ENTRY_SET};
     request->plat_port = pon_port;

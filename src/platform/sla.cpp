@@ -13,8 +13,8 @@ constexpr uint32_t sla_size = 20;
 constexpr uint32_t sla_down_size = 4;
 
 // The first `size` bytes of the answer's data, of which the length word offers none.
-uint32_t read(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, void *out, uint32_t size,
-              Site site = Site::here())
+FRAME_SHARED uint32_t read(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, void *out,
+                           uint32_t size, Site site = Site::here())
 {
     if (!out) return BSP_ERR_PARAM;
     Request<bsp_plat_msg> request{command};
@@ -24,14 +24,14 @@ uint32_t read(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t on
                                            size, site);
 }
 
-uint32_t store(uint32_t command, bsp_plat_msg *record, Site site = Site::here())
+FRAME_SHARED uint32_t store(uint32_t command, bsp_plat_msg *record, Site site = Site::here())
 {
     if (!record) return BSP_ERR_PARAM;
     record->plat_cmd = command;
     return frame::set<Failure::pass>(BSP_MSG_PLAT, *record, site);
 }
 
-uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_out)
+FRAME_SHARED uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_out)
 {
     Request<bsp_plat_msg> request{command};
     request->plat_port = pon_port;

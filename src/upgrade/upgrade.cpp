@@ -10,7 +10,7 @@ namespace
 
 constexpr uint32_t block_size = 400;
 
-uint32_t send(uint32_t command, const void *block, Site site = Site::here())
+FRAME_SHARED uint32_t send(uint32_t command, const void *block, Site site = Site::here())
 {
     Request<bsp_pon_msg_ext> request{command};
     request.copy<block_size>(&bsp_pon_msg_ext::ext_payload, block);
