@@ -67,7 +67,8 @@ std::string Access::refuse(uid_t user, const Message &message) const
 {
     const Class granted = granted_to(user);
     const std::optional<uint32_t> code = command_of(message);
-    const catalogue::Command *command = code ? catalogue::find_command(message.channel, *code, message.call) : nullptr;
+    const catalogue::Command *command =
+        code ? catalogue::find_command(command_channel(message), *code, message.call) : nullptr;
     const Class needed = command ? command->impact : is_get(message) ? Class::read : Class::write;
     if (needed <= granted) return {};
 

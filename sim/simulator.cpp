@@ -37,9 +37,15 @@ bool is_get(const Message &message)
     return message.call == catalogue::Call::get || message.call == catalogue::Call::dgram_get;
 }
 
+uint32_t command_channel(const Message &message)
+{
+    const bool pon_setting = message.channel == BSP_MSG_PLAT && message.length == sizeof(bsp_pon_msg);
+    return pon_setting ? BSP_MSG_PON : message.channel;
+}
+
 std::optional<uint32_t> command_of(const Message &message)
 {
-    const catalogue::Channel *channel = catalogue::find_channel(message.channel);
+    const catalogue::Channel *channel = catalogue::find_channel(command_channel(message));
     if (!channel || !channel->record->command || message.length != channel->record->size) return std::nullopt;
     return Request{message.data}.read<uint32_t>(channel->record->command->offset);
 }
@@ -86,7 +92,7 @@ Reply Simulator::handle(const Message &message)
     if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
     const std::optional<uint32_t> command = command_of(message);
     if (!command) return {PON_ERR_BAD_RECORD};
-    const Handler *handler = find_handler(message.channel, *command, message.call);
+    const Handler *handler = find_handler(command_channel(message), *command, message.call);
     if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
 
     Outcome outcome = handler->handle(model, {message.data});

@@ -23,6 +23,10 @@ struct Message {
 
 bool is_get(const Message &message);
 
+// The channel whose commands a message carries: its own; or that of the PON settings, which come by the platform
+// channel, too, as records of theirs.
+uint32_t command_channel(const Message &message);
+
 // The command code of a message; none where its channel or record carries none.
 std::optional<uint32_t> command_of(const Message &message);
 

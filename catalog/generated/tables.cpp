@@ -212,6 +212,9 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NOT_LISTED", 4015, false, "not on the black list, or no such authentication record"},
     {"PON_ERR_BLACKLISTED", 4016, false, "the ONU is on the black list of the port; take it off first"},
     {"PON_ERR_NOT_WAITING", 4017, false, "no ONU with this MAC address waits at the port: it has not arrived, or is not ranged"},
+    {"PON_ERR_BAD_SLA", 4050, false, "fixed and assured bandwidth exceed the maximum, the maximum is not 1 to 1000000 kbit/s, the priority not 0 to 7, or the weight not 1 to 100"},
+    {"PON_ERR_SLA_CAPACITY", 4051, false, "the fixed and assured bandwidth of the port's ONUs would exceed its capacity"},
+    {"PON_ERR_BAD_LLID", 4052, false, "the LLID is not one of 1 to 128, which are the ONU id and 1 more"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -255,6 +258,150 @@ constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", 1, "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
+constexpr const Command *sla_commands[] = {&all_commands[67]};
+
+constexpr Field sla_fields[] = {
+    {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
+    {"assured", FieldType::u32, 128, 4, "kbit/s", 1, "further bandwidth that is granted when asked for"},
+    {"maximum", FieldType::u32, 132, 4, "kbit/s", 1, "bandwidth that is never exceeded, 1 to 1000000"},
+    {"priority", FieldType::u32, 136, 4, "", 1, "of what is left: 0 lowest to 7 highest"},
+    {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority, 1 to 100"},
+};
+
+constexpr const Command *sla_of_onu_commands[] = {&all_commands[68], &all_commands[53]};
+
+constexpr Field sla_of_onu_fields[] = {
+    {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
+    {"assured", FieldType::u32, 128, 4, "kbit/s", 1, "further bandwidth that is granted when asked for"},
+    {"maximum", FieldType::u32, 132, 4, "kbit/s", 1, "bandwidth that is never exceeded"},
+    {"priority", FieldType::u32, 136, 4, "", 1, "of what is left: 0 lowest to 7 highest"},
+    {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority"},
+};
+
+constexpr const Command *sla_down_commands[] = {&all_commands[72]};
+
+constexpr Field sla_down_fields[] = {
+    {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded, at most 1000000; 0 takes the SLA away: the default holds again, which is 1000000"},
+};
+
+constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[73]};
+
+constexpr Field sla_down_of_onu_fields[] = {
+    {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded: what was stored, or the default, which is 1000000"},
+};
+
+constexpr const Command *sla_of_port_commands[] = {&all_commands[69]};
+
+constexpr Field sla_of_port_fields[] = {
+    {"onus", FieldType::u32, 124, 4, "", 1, "bound ONUs with a stored SLA"},
+    {"fixed", FieldType::u32, 128, 4, "kbit/s", 1, "sum of their fixed bandwidth"},
+    {"assured", FieldType::u32, 132, 4, "kbit/s", 1, "sum of their assured bandwidth"},
+    {"capacity", FieldType::u32, 136, 4, "kbit/s", 1, "what the port has for both"},
+    {"free", FieldType::u32, 140, 4, "kbit/s", 1, "what is left of it"},
+};
+
+constexpr const Command *p2p_switch_commands[] = {&all_commands[60]};
+
+constexpr Field p2p_switch_fields[] = {
+    {"port", FieldType::u32, 96, 4, "", 1, "PON port number, 0 all ports"},
+    {"onu", FieldType::u32, 100, 4, "", 1, "ONU id of a bound ONU, or 128: the switch of the port itself"},
+    {"on", FieldType::u32, 116, 4, "", 1, "0 off, 1 on"},
+};
+
+constexpr const Command *p2p_own_port_commands[] = {&all_commands[61]};
+
+constexpr Field p2p_own_port_fields[] = {
+    {"own_port", FieldType::u32, 116, 4, "", 1, "GE uplink, 1 to 4, that takes the frames of the PON port that P2P forwarding leaves; 0 any, as at first"},
+};
+
+constexpr const Command *p2p_of_port_commands[] = {&all_commands[62]};
+
+constexpr Field p2p_of_port_fields[] = {
+    {"on", FieldType::u32, 100, 4, "", 1, "the switch of the port: 0 off, 1 on"},
+    {"rest", FieldType::u32, 108, 4, "", 1, "what happens to frames between ONUs that no entry concerns: 0 dropped, 1 forwarded"},
+    {"own_port", FieldType::u32, 116, 4, "", 1, "GE uplink that takes what P2P forwarding leaves; 0 any"},
+    {"rate", FieldType::u32, 124, 4, "kbit/s", 1, "of all frames between ONUs together; 0 not limited"},
+    {"first_vlan", FieldType::u16, 128, 2, "", 1, "first VLAN that is forwarded; 0 all of them"},
+    {"last_vlan", FieldType::u16, 130, 2, "", 1, "last one; 0 with first_vlan 0"},
+    {"broadcast", FieldType::u8, 132, 1, "", 1, "1 where broadcast frames are forwarded, else 0"},
+    {"multicast", FieldType::u8, 133, 1, "", 1, "1 where multicast frames are forwarded, else 0"},
+    {"onu_set", FieldType::idset, 136, 16, "", 1, "bound ONUs that the switch is on for, 128 bits: id w*32+b is bit b of word w"},
+};
+
+constexpr const Command *p2p_config_commands[] = {&all_commands[65]};
+
+constexpr Field p2p_config_fields[] = {
+    {"rate", FieldType::u32, 124, 4, "kbit/s", 1, "of all frames between ONUs together, at most 1000000; 0 not limited"},
+    {"first_vlan", FieldType::u16, 128, 2, "", 1, "first VLAN that is forwarded, 1 to 4094; 0 all of them"},
+    {"last_vlan", FieldType::u16, 130, 2, "", 1, "last one, at least first_vlan; 0 with first_vlan 0"},
+    {"broadcast", FieldType::u8, 132, 1, "", 1, "1 to forward broadcast frames, else 0"},
+    {"multicast", FieldType::u8, 133, 1, "", 1, "1 to forward multicast frames, else 0"},
+};
+
+constexpr const Command *p2p_entry_commands[] = {&all_commands[64]};
+
+constexpr Field p2p_entry_fields[] = {
+    {"action", FieldType::u16, 124, 2, "", 1, "1 forward, 2 drop, 0 remove the entry"},
+    {"from_onu", FieldType::u16, 126, 2, "", 1, "ONU id that the frames come from, 128 any"},
+    {"to_port", FieldType::u16, 128, 2, "", 1, "PON port that they go to"},
+    {"to_onu", FieldType::u16, 130, 2, "", 1, "ONU id there, 128 any"},
+    {"rate", FieldType::u32, 132, 4, "kbit/s", 1, "at most 1000000; 0 not limited"},
+};
+
+constexpr const Command *llid_behavior_commands[] = {&all_commands[66]};
+
+constexpr Field llid_behavior_fields[] = {
+    {"mac_limit", FieldType::u32, 124, 4, "", 1, "addresses that are learned at most; 0 not limited"},
+    {"broadcast_rate", FieldType::u32, 128, 4, "kbit/s", 1, "of broadcast frames, at most 1000000; 0 not limited"},
+    {"multicast_rate", FieldType::u32, 132, 4, "kbit/s", 1, "of multicast frames, at most 1000000; 0 not limited"},
+    {"unknown_rate", FieldType::u32, 136, 4, "kbit/s", 1, "of frames to unknown addresses, at most 1000000; 0 not limited"},
+    {"over_limit", FieldType::u32, 140, 4, "", 1, "frames from addresses that mac_limit keeps from being learned: 0 forwarded, 1 dropped"},
+    {"isolated", FieldType::u32, 144, 4, "", 1, "1 where P2P forwarding leaves the LLID out, else 0"},
+};
+
+constexpr const Command *fdb_config_commands[] = {&all_commands[79]};
+
+constexpr Field fdb_config_fields[] = {
+    {"ageing", FieldType::u32, 124, 4, "s", 1, "how long an address stays that is not heard of, 10 to 1000000; 0 for ever"},
+    {"learning", FieldType::u32, 128, 4, "", 1, "1 on; 0 off: no address is learned, and none that is known is refreshed"},
+    {"port_limit", FieldType::u32, 132, 4, "", 1, "addresses that a PON port has at most, those that were learned first; 0 not limited"},
+};
+
+constexpr const Command *fdb_flush_commands[] = {&all_commands[80]};
+
+constexpr Field fdb_flush_fields[] = {
+    {"side", FieldType::u16, 124, 2, "", 1, "0 both, 1 the PON side, 2 the network side"},
+    {"port", FieldType::u16, 126, 2, "", 1, "PON port (side 1) or GE uplink (side 2); 0 all"},
+    {"llid", FieldType::u16, 128, 2, "", 1, "LLID of the PON port, 1 to 128; 0 all"},
+    {"vlan", FieldType::u16, 130, 2, "", 1, "VLAN; 0 all"},
+    {"mac", FieldType::mac, 132, 6, "", 1, "MAC address; zero all"},
+};
+
+constexpr const Command *mac_query_commands[] = {&all_commands[82], &all_commands[83]};
+
+constexpr Field mac_query_fields[] = {
+    {"from", FieldType::u32, 124, 4, "", 1, "how many of them to pass over"},
+    {"count", FieldType::u32, 128, 4, "", 1, "how many to show then, at most 100; 0 as many as there may be"},
+    {"port", FieldType::u32, 132, 4, "", 1, "PON port, or GE uplink of the network side; 0 all"},
+    {"llid", FieldType::u32, 136, 4, "", 1, "LLID of the PON port, 1 to 128; 0 all, and on the network side"},
+    {"uni", FieldType::u32, 140, 4, "", 1, "UNI port of the ONU; 0 all, and on the network side"},
+    {"vlan", FieldType::u32, 144, 4, "", 1, "VLAN; 0 all"},
+    {"mac", FieldType::mac, 148, 6, "", 1, "MAC address; zero all"},
+};
+
+constexpr const Command *mac_count_commands[] = {&all_commands[82], &all_commands[83]};
+
+constexpr Field mac_count_fields[] = {
+    {"matching", FieldType::u32, 120, 4, "", 1, "entries that the query matches, shown or not"},
+};
+
+constexpr const Command *mac_ageing_commands[] = {&all_commands[81]};
+
+constexpr Field mac_ageing_fields[] = {
+    {"entries", FieldType::u32, 112, 4, "", 1, "entries of both sides"},
+    {"ageing", FieldType::u32, 120, 4, "s", 1, "how long an address stays that is not heard of; 0 for ever"},
+};
+
 constexpr const Command *blacklist_text_commands[] = {&all_commands[7]};
 
 constexpr Field blacklist_text_fields[] = {
@@ -294,6 +441,22 @@ constexpr Layout all_layouts[] = {
     {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing, rebooting and rejecting do all of them or, where one is not bound (for a reboot: not online; for rejecting: does not fit on the black list), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
     {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, false, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
     {"vlan_view", &all_records[3], vlan_view_commands, vlan_view_fields, false, "What of the OLT to show: all PON ports for `onu_pon_port` 0, else one PON port, or one ONU of it. Id 0 is an ONU's, so that a scope says which."},
+    {"sla", &all_records[2], sla_commands, sla_fields, false, "Upstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`). It goes with the binding: it follows the ONU to another id, and is gone with its release. Fixed and assured bandwidth together are at most the maximum, and those of a port's ONUs together at most 1000000 kbit/s. Five zeros take the SLA away: the default holds again, which is 0, 0, 1000000, 0 and 1."},
+    {"sla_of_onu", &all_records[2], sla_of_onu_commands, sla_of_onu_fields, true, "Upstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`): what was stored, or the default, which is 0, 0, 1000000, 0 and 1."},
+    {"sla_down", &all_records[2], sla_down_commands, sla_down_fields, false, "Downstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`). It goes with the binding."},
+    {"sla_down_of_onu", &all_records[2], sla_down_of_onu_commands, sla_down_of_onu_fields, true, "Downstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`)."},
+    {"sla_of_port", &all_records[2], sla_of_port_commands, sla_of_port_fields, true, "Upstream bandwidth of a PON port (`plat_port`), as its ONUs have it by SLA."},
+    {"p2p_switch", &all_records[2], p2p_switch_commands, p2p_switch_fields, false, "Switches forwarding between ONUs of a PON port at the OLT. Frames are forwarded between two ONUs while it is on for the port and for both; at first it is off for every port and on for every ONU. That of an ONU goes with its binding."},
+    {"p2p_own_port", &all_records[2], p2p_own_port_commands, p2p_own_port_fields, false, "Own port of a PON port (`plat_port`)."},
+    {"p2p_of_port", &all_records[2], p2p_of_port_commands, p2p_of_port_fields, true, "P2P forwarding of a PON port (`plat_port`). Its forwarding entries come as a result database under the same command code."},
+    {"p2p_config", &all_records[2], p2p_config_commands, p2p_config_fields, false, "Configures P2P forwarding of a PON port (`plat_port`). `plat_arg108` says what happens to frames between ONUs that no entry concerns: 0 they are dropped, 1 forwarded. At first everything is 0."},
+    {"p2p_entry", &all_records[2], p2p_entry_commands, p2p_entry_fields, false, "A forwarding entry of a PON port (`plat_port`), one of 32: `plat_arg104` is its number, 0 to 31. The entry of the lowest number that matches decides. `plat_arg108` is which traffic it matches: 0 all, a VLAN of 1 to 4094, or an ethertype of 1536 (0x600) to 65535."},
+    {"llid_behavior", &all_records[2], llid_behavior_commands, llid_behavior_fields, false, "Behaviour of an LLID (`plat_arg4`, 1 to 128) of a PON port (`plat_port`), kept for the LLID whichever ONU has it. The rates are kept, and change nothing of the modelled traffic. `plat_arg108`: 0 its frames are forwarded, and their source addresses learned; 1 they are forwarded, and nothing is learned; 2 they are dropped. At first everything is 0."},
+    {"fdb_config", &all_records[2], fdb_config_commands, fdb_config_fields, false, "Configuration of the forwarding database. At first 300, 1 and 0."},
+    {"fdb_flush", &all_records[2], fdb_flush_commands, fdb_flush_fields, false, "Which entries of the forwarding database to forget: those that all of it holds for. All entries are dynamic: an address is learned again when its station sends, which each does every 2 to 8 s."},
+    {"mac_query", &all_records[2], mac_query_commands, mac_query_fields, false, "Which entries of a MAC table to count, and which of these to show: those that all of it holds for. Of the 92 bytes the rest is not read."},
+    {"mac_count", &all_records[2], mac_count_commands, mac_count_fields, true, "How many entries match; those asked for come as a result database under the same command code."},
+    {"mac_ageing", &all_records[2], mac_ageing_commands, mac_ageing_fields, true, "Ageing of the forwarding database."},
     {"blacklist_text", &all_records[0], blacklist_text_commands, blacklist_text_fields, false, "An ONU of one PON port (`pon_port`), named by its MAC address (`onu_mac`), that is to be refused there: it is deregistered until it is taken off. It takes the lowest free id of the black list, from 1 on and 0 last; 128 fit on it. Where it is bound at the port, it is released. For one that is on the list already, the text is replaced and the id stays."},
     {"blacklist_batch", &all_records[0], blacklist_batch_commands, blacklist_batch_fields, false, "Several entries of the black list of one PON port (`pon_port`), by their ids there. All of them are taken off or, where there is no entry of an id, none. Those that are on the fibre register again."},
     {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
@@ -413,6 +576,79 @@ constexpr Column vlan_lists_columns[] = {
     {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
+constexpr const Command *slas_commands[] = {&all_commands[70]};
+
+constexpr Column slas_columns[] = {
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"fixed", "FIXED", ColumnType::u32, "kbit/s", "fixed bandwidth"},
+    {"assured", "ASSURED", ColumnType::u32, "kbit/s", "assured bandwidth"},
+    {"max", "MAX", ColumnType::u32, "kbit/s", "maximum bandwidth"},
+    {"prio", "PRIORITY", ColumnType::u32, "", "of what is left: 0 lowest to 7 highest"},
+    {"wt", "WEIGHT", ColumnType::u32, "", "share among those of one priority"},
+};
+
+constexpr const Command *slas_of_ports_commands[] = {&all_commands[71]};
+
+constexpr Column slas_of_ports_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"bound", "BOUND", ColumnType::u32, "", "bound ONUs"},
+    {"slas", "UP", ColumnType::u32, "", "those with a stored upstream SLA"},
+    {"down", "DOWN", ColumnType::u32, "", "those with a stored downstream SLA"},
+    {"fixed", "FIXED", ColumnType::u32, "kbit/s", "sum of fixed bandwidth"},
+    {"assured", "ASSURED", ColumnType::u32, "kbit/s", "sum of assured bandwidth"},
+    {"capacity", "CAPACITY", ColumnType::u32, "kbit/s", "what the port has for both"},
+    {"free", "FREE", ColumnType::u32, "kbit/s", "what is left of it"},
+};
+
+constexpr const Command *slas_down_commands[] = {&all_commands[74]};
+
+constexpr Column slas_down_columns[] = {
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"max", "MAX", ColumnType::u32, "kbit/s", "maximum bandwidth; null where no SLA is stored and the default holds"},
+};
+
+constexpr const Command *p2p_commands[] = {&all_commands[63]};
+
+constexpr Column p2p_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"on", "ON", ColumnType::boolean, "", "the switch of the port"},
+    {"own", "OWN", ColumnType::u32, "", "GE uplink that takes what P2P forwarding leaves; null any"},
+    {"onus", "ONUS", ColumnType::u32, "", "ONUs that frames are forwarded between now: online, the switch is on for port and ONU, and their LLIDs are neither dropped nor isolated"},
+    {"entries", "ENTRIES", ColumnType::u32, "", "forwarding entries"},
+};
+
+constexpr const Command *p2p_entries_commands[] = {&all_commands[62]};
+
+constexpr Column p2p_entries_columns[] = {
+    {"entry", "ENTRY", ColumnType::u32, "", "number of the entry"},
+    {"traffic", "TRAFFIC", ColumnType::u32, "", "VLAN (1 to 4094) or ethertype (1536 to 65535) that it matches; null all"},
+    {"action", "ACTION", ColumnType::text, "", "forward or drop"},
+    {"from_onu", "FROM", ColumnType::u32, "", "ONU id that the frames come from; null any"},
+    {"to_port", "PORT", ColumnType::u32, "", "PON port that they go to"},
+    {"to_onu", "TO", ColumnType::u32, "", "ONU id there; null any"},
+    {"rate", "RATE", ColumnType::u32, "kbit/s", "rate limit; null none"},
+};
+
+constexpr const Command *mac_table_commands[] = {&all_commands[82]};
+
+constexpr Column mac_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id; the last one, where the ONU is no longer bound"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port of the ONU"},
+    {"vlan", "VLAN", ColumnType::u32, "", "VLAN beyond the ONU"},
+    {"mac", "MAC", ColumnType::mac, "", "address of the station"},
+    {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
+};
+
+constexpr const Command *mac_table_nni_commands[] = {&all_commands[83]};
+
+constexpr Column mac_table_nni_columns[] = {
+    {"uplink", "UPLINK", ColumnType::u32, "", "GE uplink"},
+    {"vlan", "VLAN", ColumnType::u32, "", "VLAN"},
+    {"mac", "MAC", ColumnType::mac, "", "address of the station"},
+    {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
+};
+
 constexpr const Command *blacklist_commands[] = {&all_commands[26], &all_commands[27], &all_commands[28]};
 
 constexpr Column blacklist_columns[] = {
@@ -488,6 +724,13 @@ constexpr View all_views[] = {
     {"uni_config", uni_config_commands, uni_config_columns, "A row a UNI port of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`)."},
     {"vlan_modes", vlan_modes_commands, vlan_modes_columns, "How many UNI ports of bound ONUs are in each VLAN mode, always within 10240 bytes: for PON port 0 a row a PON port; for one PON port a row an ONU or, with scope 1, a row a UNI port of one ONU, which has a 1 at its mode."},
     {"vlan_lists", vlan_lists_commands, vlan_lists_columns, "The VLANs of UNI ports of bound ONUs, always within 10240 bytes: for PON port 0 a row a PON port; for one PON port a row an ONU or, with scope 1, a row a UNI port of one ONU, which alone has the list itself."},
+    {"slas", slas_commands, slas_columns, "A row a bound ONU of one PON port, in order of id. An ONU without a stored SLA has null but for its id: the default holds for it."},
+    {"slas_of_ports", slas_of_ports_commands, slas_of_ports_columns, "A row a PON port: the SLAs of 2048 ONUs would not fit the 10240 bytes that this view has. The ONUs of one port are in the view for the web server."},
+    {"slas_down", slas_down_commands, slas_down_columns, "A row a bound ONU of one PON port, in order of id."},
+    {"p2p", p2p_commands, p2p_columns, "A row a PON port, at most 1023 bytes in all: it comes as a text in the answer, and as a result database."},
+    {"p2p_entries", p2p_entries_commands, p2p_entries_columns, "A row a forwarding entry of one PON port, in order of number."},
+    {"mac_table", mac_table_commands, mac_table_columns, "The addresses behind ONUs that the query asks for, at most 100 of them, in order of port, ONU id, UNI port and address."},
+    {"mac_table_nni", mac_table_nni_commands, mac_table_nni_columns, "The addresses of the network side that the query asks for, at most 100 of them, in order of uplink and address."},
     {"blacklist", blacklist_commands, blacklist_columns, "A row an entry, in order of port and id. BSP_CMD_BLACKLIST_GET: of one port, or of all for port 0, narrowed to the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where that leaves none, the status says so and the table is empty."},
     {"auth", auth_commands, auth_columns, "For port 0 a row a port, with the columns from mode to rejected, at most 10240 bytes in all; for a port a row an authentication record, in order of LOID, with the columns from loid on. The other columns are null. Passwords are not shown."},
     {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},

@@ -55,6 +55,15 @@ void Answer::put(uint32_t offset, const OnuIds &ids)
     std::memcpy(&bytes[offset], words.data(), sizeof words);
 }
 
+bsp_plat_msg head_of(const bsp_plat_msg &request)
+{
+    bsp_plat_msg head{};
+    head.plat_port = request.plat_port;
+    head.plat_arg4 = request.plat_arg4;
+    head.plat_cmd = request.plat_cmd;
+    return head;
+}
+
 Selection selection_of(const Olt &olt, const Request &request)
 {
     Selection selection = port_selection_of(olt, request);

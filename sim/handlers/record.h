@@ -1,6 +1,7 @@
-// What handlers of several families read in a record of the PON channel, and write into an answer.
+// What handlers of several families read in a record, and write into an answer.
 #pragma once
 
+#include <concepts>
 #include <cstring>
 #include <span>
 #include <string>
@@ -37,13 +38,20 @@ bool get_text(const char (&field)[size], std::string &out)
     return get_text(field, size, out);
 }
 
-// An answer that is a record of the PON channel. What is not put into it is zero.
+// An answer that is a record. What is not put into it is zero.
 class Answer
 {
 public:
-    explicit Answer(const bsp_pon_msg &record) : bytes(reinterpret_cast<const char *>(&record), sizeof record) {}
+    template <class Record>
+    explicit Answer(const Record &record) : bytes(reinterpret_cast<const char *>(&record), sizeof record)
+    {
+    }
 
     void put(uint32_t offset, uint32_t word) { std::memcpy(&bytes[offset], &word, sizeof word); }
+    // A narrower number, of exactly its type.
+    template <class Number>
+    requires std::same_as<Number, uint16_t> || std::same_as<Number, uint8_t>
+    void put(uint32_t offset, Number number) { std::memcpy(&bytes[offset], &number, sizeof number); }
     void put(uint32_t offset, std::string_view text) { text.copy(&bytes[offset], text.size()); }
     void put(uint32_t offset, const OnuIds &ids);
 
@@ -52,6 +60,9 @@ public:
 private:
     std::string bytes;
 };
+
+// What answers of the platform and debug channels have of their request.
+bsp_plat_msg head_of(const bsp_plat_msg &request);
 
 // What a record selects of a list: port 0 all ports; an id or a MAC address that is not zero narrows it.
 struct Selection {

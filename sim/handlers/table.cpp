@@ -18,8 +18,9 @@ std::tuple<uint32_t, uint32_t> key(const Handler &handler)
 std::vector<Handler> all_handlers()
 {
     std::vector<Handler> all;
-    for (std::span<const Handler> family : {alarm_handlers(), authentication_handlers(), binding_handlers(),
-                                            device_handlers(), list_handlers(), view_handlers()})
+    for (std::span<const Handler> family :
+         {alarm_handlers(), authentication_handlers(), binding_handlers(), device_handlers(), fdb_handlers(),
+          list_handlers(), p2p_handlers(), sla_handlers(), view_handlers()})
         all.insert(all.end(), family.begin(), family.end());
     std::ranges::sort(all, {}, key);
     return all;

@@ -67,8 +67,11 @@ Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id,
     if (const std::optional<Olt::Place> place = olt.find(binding.mac)) {
         if (place->pon_port != pon_port || (onu_id && place->onu_id != *onu_id)) return refuse(PON_ERR_ALREADY_BOUND);
         onu_id = place->onu_id;
-        bound.description = port->bindings[*onu_id]->description;
-        bound.exempt = port->bindings[*onu_id]->exempt;
+        bound = *port->bindings[*onu_id];
+        bound.mode = binding.mode;
+        bound.text_a = binding.text_a;
+        bound.text_b = binding.text_b;
+        bound.text_c = binding.text_c;
     } else if (!onu_id) {
         onu_id = lowest_free(ids_of(port->bindings));
         if (!onu_id) return refuse(PON_ERR_PORT_FULL);

@@ -14,6 +14,17 @@
 namespace ponsim
 {
 
+// An upstream service level agreement. Bandwidths are in kbit/s.
+struct Sla {
+    uint32_t fixed = 0;
+    uint32_t assured = 0;
+    uint32_t maximum = 0;
+    uint32_t priority = 0;
+    uint32_t weight = 0;
+
+    bool operator==(const Sla &) const = default;
+};
+
 // An ONU bound to an id of a port. Mode, texts and description are the caller's, kept as given.
 struct Binding {
     Mac mac;
@@ -23,6 +34,9 @@ struct Binding {
     std::string text_c;
     std::string description = {};
     bool exempt = false; // from authentication by LOID
+    std::optional<Sla> sla = {};
+    std::optional<uint32_t> sla_down = {}; // maximum, kbit/s
+    bool p2p = true;                       // whether P2P forwarding concerns it
 
     bool operator==(const Binding &) const = default;
 };
@@ -48,6 +62,17 @@ struct RangingLimits {
 
     bool contain(uint32_t distance) const { return distance >= min && distance <= max; }
     bool operator==(const RangingLimits &) const = default;
+};
+
+// Entries of the forwarding database: those that all of it holds for. 0 holds for all.
+struct FdbFilter {
+    bool pon = true;     // of the PON side
+    bool network = true; // of the network side
+    uint32_t port = 0;   // PON port or GE uplink
+    uint32_t llid = 0;
+    uint32_t uni = 0;
+    uint32_t vlan = 0;
+    Mac mac = {};
 };
 
 struct Change {
@@ -100,12 +125,13 @@ struct Change {
     std::vector<AuthRow> auth = {};
     std::vector<AlarmRow> alarms = {};
     std::vector<BlockRow> blocks = {};
-    std::optional<ModelTime> now = {}; // set by the simulator
+    std::vector<FdbFilter> flushes = {}; // forgotten; the store does not know the forwarding database
+    std::optional<ModelTime> now = {};   // set by the simulator
 
     bool empty() const
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
-               alarms.empty() && blocks.empty();
+               alarms.empty() && blocks.empty() && flushes.empty();
     }
 };
 

@@ -85,18 +85,6 @@ constexpr std::string_view software_versions[] = {"1.0.7", "1.2.0", "1.2.3", "2.
 constexpr uint32_t fe_rate = 100;
 constexpr uint32_t ge_rate = 1000;
 
-// The streams of a MAC address: they lie above those of the arrivals. Nature and configuration have one each, so that
-// neither shifts the other.
-enum class Purpose : uint64_t { device = 1, configuration = 2 };
-
-Random random_for(uint64_t seed, Purpose purpose, const Mac &mac)
-{
-    uint64_t stream = static_cast<uint64_t>(purpose);
-    for (uint8_t byte : mac)
-        stream = stream << 8 | byte;
-    return {seed, stream};
-}
-
 template <class Values>
 const auto &pick(Random &random, const Values &values)
 {

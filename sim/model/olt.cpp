@@ -56,6 +56,7 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed)
 {
     for (uint32_t number = 1; number <= settings.ports; ++number)
         pon_ports.push_back({number, arrivals_at(settings, number)});
+    forwarding.start(*this);
 }
 
 const PonPort *Olt::port(uint32_t number) const
@@ -92,7 +93,10 @@ std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
 
 void Olt::apply(const Change &change)
 {
+    std::vector<std::pair<uint32_t, Mac>> moved; // ONUs, and at which port
     for (const auto &[pon_port, onu_id, binding] : change.bindings) {
+        if (const auto &old = pon_ports.at(pon_port - 1).bindings.at(onu_id)) moved.push_back({pon_port, old->mac});
+        if (binding) moved.push_back({pon_port, binding->mac});
         forget({pon_port, onu_id});
         pon_ports.at(pon_port - 1).bindings.at(onu_id) = binding;
         if (binding) places[binding->mac] = {pon_port, onu_id};
@@ -138,6 +142,7 @@ void Olt::apply(const Change &change)
             blocks.erase(key);
     }
     if (change.now) time = *change.now;
+    forwarding.follow(*this, change, moved);
 }
 
 void Olt::advance(ModelTime to)

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/change.h"
+#include "model/fdb.h"
 #include "model/population.h"
 
 namespace ponsim
@@ -62,6 +63,8 @@ public:
     // What a set command left; null when nothing. See Change::BlockRow.
     const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
 
+    const Fdb &fdb() const { return forwarding; }
+
     // What the devices of its ONUs follow from.
     uint64_t seed() const { return own_seed; }
 
@@ -99,6 +102,7 @@ private:
     std::map<Mac, Place> places;
     std::map<std::array<uint32_t, 4>, std::string> blocks;
     ModelTime time = 0;
+    Fdb forwarding;
 };
 
 } // namespace ponsim

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "model/mac.h"
+
 namespace ponsim
 {
 
@@ -27,5 +29,17 @@ public:
 private:
     uint64_t state;
 };
+
+// The streams of a MAC address: they lie above those of the arrivals. Each purpose has its own, so that none shifts
+// another.
+enum class Purpose : uint64_t { device = 1, configuration = 2, stations = 6 };
+
+inline Random random_for(uint64_t seed, Purpose purpose, const Mac &mac)
+{
+    uint64_t stream = static_cast<uint64_t>(purpose);
+    for (uint8_t byte : mac)
+        stream = stream << 8 | byte;
+    return {seed, stream};
+}
 
 } // namespace ponsim

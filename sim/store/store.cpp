@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-constexpr int64_t schema_version = 3;
+constexpr int64_t schema_version = 4;
 
 // Small pages, because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -23,7 +23,11 @@ constexpr char schema[] =
     " silent INTEGER NOT NULL) STRICT;"
     "CREATE TABLE binding(pon_port INTEGER NOT NULL, onu_id INTEGER NOT NULL CHECK(onu_id BETWEEN 0 AND 127),"
     " mac BLOB NOT NULL CHECK(length(mac) = 6), mode INTEGER NOT NULL, text_a TEXT NOT NULL, text_b TEXT NOT NULL,"
-    " text_c TEXT NOT NULL, description TEXT NOT NULL, exempt INTEGER NOT NULL, PRIMARY KEY(pon_port, onu_id)) STRICT, "
+    " text_c TEXT NOT NULL, description TEXT NOT NULL, exempt INTEGER NOT NULL,"
+    // An SLA with a maximum of 0 is none.
+    " sla_fixed INTEGER NOT NULL, sla_assured INTEGER NOT NULL, sla_maximum INTEGER NOT NULL,"
+    " sla_priority INTEGER NOT NULL, sla_weight INTEGER NOT NULL, sla_down INTEGER NOT NULL, p2p INTEGER NOT NULL,"
+    " PRIMARY KEY(pon_port, onu_id)) STRICT, "
     "WITHOUT ROWID;"
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
@@ -60,13 +64,24 @@ Mac mac(const Statement &statement, int column)
     return mac;
 }
 
+// Of a row of its table.
+Binding binding(const Statement &row)
+{
+    Binding binding{mac(row, 2), word(row, 3), row.text(4), row.text(5), row.text(6), row.text(7), row.number(8) != 0};
+    const Sla sla{word(row, 9), word(row, 10), word(row, 11), word(row, 12), word(row, 13)};
+    if (sla.maximum != 0) binding.sla = sla;
+    if (word(row, 14) != 0) binding.sla_down = word(row, 14);
+    binding.p2p = row.number(15) != 0;
+    return binding;
+}
+
 } // namespace
 
 struct Store::Statements {
     explicit Statements(sqlite3 *db)
         : begin(db, "BEGIN IMMEDIATE"),
           commit(db, "COMMIT"),
-          put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+          put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
           put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?)"),
           drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
@@ -192,9 +207,7 @@ Change Store::load() const
     };
     Statement bindings(db.get(), "SELECT * FROM binding ORDER BY pon_port, onu_id");
     while (bindings.row())
-        change.bindings.push_back({port(bindings), word(bindings, 1),
-                                   Binding{mac(bindings, 2), word(bindings, 3), bindings.text(4), bindings.text(5),
-                                           bindings.text(6), bindings.text(7), bindings.number(8) != 0}});
+        change.bindings.push_back({port(bindings), word(bindings, 1), binding(bindings)});
     Statement onus(db.get(), "SELECT * FROM onu ORDER BY pon_port, mac");
     while (onus.row())
         change.onus.push_back({port(onus), mac(onus, 1), {onus.number(2) != 0, word(onus, 3)}});
@@ -236,14 +249,23 @@ void Store::write_rows(const Change &change)
     for (const auto &[pon_port, onu_id, binding] : change.bindings) {
         Statement &statement = binding ? statements->put_binding : statements->drop_binding;
         statement.bind(pon_port).bind(onu_id);
-        if (binding)
+        if (binding) {
+            const Sla sla = binding->sla.value_or(Sla{});
             statement.bind(binding->mac)
                 .bind(binding->mode)
                 .bind(binding->text_a)
                 .bind(binding->text_b)
                 .bind(binding->text_c)
                 .bind(binding->description)
-                .bind(binding->exempt);
+                .bind(binding->exempt)
+                .bind(sla.fixed)
+                .bind(sla.assured)
+                .bind(sla.maximum)
+                .bind(sla.priority)
+                .bind(sla.weight)
+                .bind(binding->sla_down.value_or(0))
+                .bind(binding->p2p);
+        }
         statement.run();
     }
     for (const auto &[pon_port, mac, record] : change.onus) {
