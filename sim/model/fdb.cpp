@@ -78,7 +78,6 @@ void Fdb::start(const Olt &olt)
         onus.emplace_back(port.arrivals.size());
     network.stations = network_stations(olt.seed());
     network.learned.resize(network.stations.size());
-    network.listening = true;
 }
 
 void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair<uint32_t, Mac>> moved)
@@ -100,6 +99,7 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
         if (row.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(row.pon_port));
         if (row.command == BSP_CMD_FDB_CFG_SET) configure(olt);
     }
+    listen(network, config.learning, olt.now());
 }
 
 std::vector<FdbEntry> Fdb::entries(const Olt &olt, const FdbFilter &filter) const
@@ -190,7 +190,6 @@ void Fdb::configure(const Olt &olt)
     config = fdb_config(olt);
     for (const PonPort &port : olt.ports())
         look(olt, port);
-    listen(network, config.learning, olt.now());
 }
 
 void Fdb::flush(const FdbFilter &filter, ModelTime now)

@@ -51,6 +51,7 @@ struct FdbEntry {
 class Fdb
 {
 public:
+    // Of an OLT that has its ports. It learns from the first change on.
     void start(const Olt &olt);
 
     // What a change, which has been made, means to what is heard. `moved` are the ONUs of its bindings, before and

@@ -1,0 +1,495 @@
+// The forwarding database: learning, ageing, flushing, limits, and the MAC tables.
+#include "model/fdb.h"
+
+#include <set>
+
+#include "forwarding.h"
+#include "model/device.h"
+#include "model/llid.h"
+#include "rows.h"
+#include "views/forwarding.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint32_t every_station_has_sent = 10; // s
+
+Reply query(Desk &desk, uint32_t command = BSP_CMD_MAC_GET, const FdbFilter &filter = {}, uint32_t from = 0,
+            uint32_t count = 0)
+{
+    return Platform(command)
+        .put(layout::mac_query::from, from)
+        .put(layout::mac_query::count, count)
+        .put(layout::mac_query::port, filter.port)
+        .put(layout::mac_query::llid, filter.llid)
+        .put(layout::mac_query::uni, filter.uni)
+        .put(layout::mac_query::vlan, filter.vlan)
+        .put(layout::mac_query::mac, filter.mac)
+        .send(desk);
+}
+
+// How many entries there are.
+uint32_t matching(Desk &desk, const FdbFilter &filter = {}, uint32_t command = BSP_CMD_MAC_GET)
+{
+    const Reply reply = query(desk, command, filter);
+    EXPECT_EQ(reply.status, BSP_OK);
+    return number_at(reply, layout::mac_count::matching);
+}
+
+uint32_t configure(Desk &desk, const FdbConfig &config)
+{
+    return Platform(BSP_CMD_FDB_CFG_SET)
+        .put(layout::fdb_config::ageing, config.ageing)
+        .put(layout::fdb_config::learning, config.learning)
+        .put(layout::fdb_config::port_limit, config.port_limit)
+        .status(desk);
+}
+
+uint32_t flush(Desk &desk, uint16_t side, const FdbFilter &filter = {})
+{
+    return Platform(BSP_CMD_FDB_FLUSH)
+        .put(layout::fdb_flush::side, side)
+        .put(layout::fdb_flush::port, static_cast<uint16_t>(filter.port))
+        .put(layout::fdb_flush::llid, static_cast<uint16_t>(filter.llid))
+        .put(layout::fdb_flush::vlan, static_cast<uint16_t>(filter.vlan))
+        .put(layout::fdb_flush::mac, filter.mac)
+        .status(desk);
+}
+
+uint32_t behave(Desk &desk, uint32_t llid, Frames frames, uint32_t mac_limit = 0)
+{
+    Platform request(BSP_CMD_LLID_BEHAVIOR_SET, 1, llid);
+    request.record.plat_arg108 = static_cast<uint32_t>(frames);
+    return request.put(layout::llid_behavior::mac_limit, mac_limit).status(desk);
+}
+
+void cut_off(Desk &desk, uint32_t pon_port, bool off = true)
+{
+    bsp_pon_msg record = record_of(BSP_CMD_OPT_RANGE_SET, pon_port);
+    put(record, layout::opt_range::min_distance, std::array<uint32_t, 2>{0, off ? 0u : 20000u});
+    EXPECT_EQ(desk.send(record), BSP_OK);
+}
+
+// The entries of an ONU or of a port, one with UNI ports enough for some.
+std::vector<FdbEntry> entries(const Desk &desk, const FdbFilter &filter = {})
+{
+    return desk.simulator.olt().fdb().entries(desk.simulator.olt(), filter);
+}
+
+// Two ports with eight ONUs each, all bound from id 1 on.
+struct Bound : Desk {
+    explicit Bound(const std::string &file = {}) : Desk(everyone_online(2, 8), file)
+    {
+        for (uint32_t pon_port : {1, 2})
+            for (uint32_t index = 0; index < 8; ++index)
+                bind_arrived(*this, pon_port, index + 1, index);
+    }
+};
+
+// The same, and its stations have been learned.
+struct Learned : Bound {
+    Learned() { let_pass(*this, every_station_has_sent); }
+};
+
+size_t stations_at(const Desk &desk, uint32_t pon_port)
+{
+    size_t count = 0;
+    for (const Arrival &arrival : desk.port(pon_port).arrivals)
+        count += stations_behind(desk.simulator.olt().seed(), arrival.mac).size();
+    return count;
+}
+
+TEST(Stations, NoTwoOfAnOltHaveTheSameAddress)
+{
+    const Settings settings{.seed = 3, .ports = 16, .arrivals = 128, .silent = 0};
+    std::set<Mac> macs;
+    size_t count = 0;
+    const auto add = [&](const std::vector<Station> &stations) {
+        count += stations.size();
+        for (const Station &station : stations)
+            EXPECT_TRUE(is_station(station.mac) && macs.insert(station.mac).second);
+    };
+    for (uint32_t pon_port = 1; pon_port <= settings.ports; ++pon_port)
+        for (const Arrival &arrival : arrivals_at(settings, pon_port)) {
+            EXPECT_TRUE(macs.insert(arrival.mac).second);
+            add(stations_behind(settings.seed, arrival.mac));
+        }
+    add(network_stations(settings.seed));
+    EXPECT_GT(count, 2048u);
+}
+
+TEST(Stations, AreBehindUniPortsThatAreUp)
+{
+    for (uint8_t last = 0; last < 50; ++last) {
+        const Device device = device_of(1, stranger(last));
+        const std::vector<UniConfig> configs = default_configs(1, stranger(last), device);
+        std::set<uint32_t> up;
+        for (uint32_t index = 0; index < device.unis.size(); ++index)
+            if (link_of(device.unis[index], configs[index])) up.insert(index + 1);
+        std::set<uint32_t> with_stations;
+        for (const Station &station : stations_behind(1, stranger(last)))
+            with_stations.insert(station.port);
+        EXPECT_EQ(with_stations, up);
+    }
+}
+
+TEST(Stations, SendEvery2To8Seconds)
+{
+    for (const Station &station : network_stations(1)) {
+        const ModelTime first = station.next_frame(20000);
+        const ModelTime second = station.next_frame(first);
+        EXPECT_GT(first, 20000u);
+        EXPECT_GE(second - first, 2000u);
+        EXPECT_LE(second - first, 8000u);
+        EXPECT_EQ(station.last_frame(first), first);
+        EXPECT_EQ(station.last_frame(second - 1), first);
+    }
+}
+
+TEST(Fdb, TheStationsOfOnlineOnusAreLearnedAsTheySend)
+{
+    Bound desk;
+    EXPECT_EQ(matching(desk), 0u);
+    let_pass(desk, 3);
+    const uint32_t some = matching(desk);
+    let_pass(desk, every_station_has_sent);
+    EXPECT_GT(some, 0u);
+    EXPECT_LT(some, matching(desk));
+    EXPECT_EQ(matching(desk), stations_at(desk, 1) + stations_at(desk, 2));
+}
+
+TEST(Fdb, AnOnuThatIsNotBoundOrSilentIsNotHeard)
+{
+    Desk desk({.seed = 1, .ports = 1, .arrivals = 2, .silent = 100});
+    bind_arrived(desk, 1, 1, 0);
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk), 0u);
+}
+
+TEST(Fdb, TheNetworkSideIsAlwaysHeard)
+{
+    Desk desk(everyone_online());
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk, {}, BSP_CMD_MAC_NNI_GET), network_stations(1).size());
+    let_pass(desk, 100000);
+    EXPECT_EQ(matching(desk, {}, BSP_CMD_MAC_NNI_GET), network_stations(1).size());
+}
+
+TEST(Fdb, EntriesOfAnOnuThatGoesOfflineAgeOut)
+{
+    Learned desk;
+    const uint32_t before = matching(desk, {.port = 1});
+    cut_off(desk, 1);
+    let_pass(desk, 290);
+    EXPECT_EQ(matching(desk, {.port = 1}), before);
+    let_pass(desk, 10);
+    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
+    EXPECT_EQ(matching(desk, {.port = 2}), stations_at(desk, 2));
+}
+
+TEST(Fdb, AReleasedOnusEntriesKeepItsLastId)
+{
+    Learned desk;
+    const uint32_t before = matching(desk, {.port = 1, .llid = to_llid(3)});
+    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 3));
+    let_pass(desk, 100);
+    EXPECT_EQ(matching(desk, {.port = 1, .llid = to_llid(3)}), before);
+    let_pass(desk, 300);
+    EXPECT_EQ(matching(desk, {.port = 1, .llid = to_llid(3)}), 0u);
+}
+
+TEST(Fdb, AnEntryThatIsRefreshedInTimeStaysAsItWas)
+{
+    Learned desk;
+    const ModelTime since = entries(desk, {.network = false, .port = 1}).at(0).since;
+    cut_off(desk, 1);
+    let_pass(desk, 200);
+    cut_off(desk, 1, false);
+    let_pass(desk, 1000);
+    const FdbEntry entry = entries(desk, {.network = false, .port = 1}).at(0);
+    EXPECT_EQ(entry.since, since);
+    EXPECT_LE(desk.simulator.olt().now() - entry.seen, longest_silence);
+}
+
+TEST(Fdb, AnEntryThatAgedOutIsLearnedAnew)
+{
+    Learned desk;
+    const ModelTime since = entries(desk, {.network = false, .port = 1}).at(0).since;
+    cut_off(desk, 1);
+    let_pass(desk, 1000);
+    cut_off(desk, 1, false);
+    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
+    let_pass(desk, every_station_has_sent);
+    EXPECT_GT(entries(desk, {.network = false, .port = 1}).at(0).since, since);
+}
+
+TEST(Fdb, HowItIsLookedAtDoesNotMatter)
+{
+    Learned often;
+    Learned once;
+    cut_off(often, 1);
+    cut_off(once, 1);
+    for (int i = 0; i < 29; ++i) {
+        let_pass(often, 10);
+        matching(often);
+    }
+    let_pass(once, 290);
+    EXPECT_EQ(query(often).result, query(once).result);
+}
+
+TEST(Fdb, TheAgeingTimeIsConfigured)
+{
+    Learned desk;
+    EXPECT_EQ(configure(desk, {.ageing = 20}), BSP_OK);
+    cut_off(desk, 1);
+    let_pass(desk, 20);
+    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
+    EXPECT_EQ(configure(desk, {.ageing = 0}), BSP_OK);
+    cut_off(desk, 2);
+    let_pass(desk, 2000000);
+    EXPECT_EQ(matching(desk, {.port = 2}), stations_at(desk, 2));
+}
+
+TEST(Fdb, TheAgeingIsTold)
+{
+    Learned desk;
+    configure(desk, {.ageing = 77});
+    const Reply reply = Platform(BSP_CMD_MAC_AGE_GET).send(desk);
+    EXPECT_EQ(number_at(reply, 120), 77u);
+    EXPECT_EQ(number_at(reply, 112), matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET));
+}
+
+TEST(Fdb, WithoutLearningNothingIsLearnedAndEverythingAges)
+{
+    Learned desk;
+    const uint32_t before = matching(desk);
+    EXPECT_EQ(configure(desk, {.learning = 0}), BSP_OK);
+    EXPECT_EQ(matching(desk), before);
+    let_pass(desk, 300);
+    EXPECT_EQ(matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET), 0u);
+    configure(desk, {});
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk), before);
+}
+
+TEST(Fdb, APortHasNoMoreThanItsLimit)
+{
+    Learned desk;
+    EXPECT_EQ(configure(desk, {.port_limit = 5}), BSP_OK);
+    EXPECT_EQ(matching(desk, {.port = 1}), 5u);
+    EXPECT_EQ(matching(desk), 10u);
+}
+
+TEST(Fdb, ThoseThatWereLearnedFirstStayWithinTheLimit)
+{
+    Learned desk;
+    std::vector<FdbEntry> all = entries(desk, {.network = false, .port = 1});
+    std::ranges::sort(all, {}, &FdbEntry::since);
+    configure(desk, {.port_limit = 1});
+    EXPECT_EQ(entries(desk, {.network = false, .port = 1}).at(0).since, all.front().since);
+}
+
+TEST(Fdb, AConfigurationHasToMakeSense)
+{
+    Desk desk(everyone_online());
+    for (const FdbConfig &bad : {FdbConfig{.ageing = 9}, FdbConfig{.ageing = 1000001}, FdbConfig{.learning = 2}})
+        EXPECT_EQ(configure(desk, bad), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(configure(desk, {.ageing = 10}), BSP_OK);
+    EXPECT_EQ(configure(desk, {.ageing = 1000000}), BSP_OK);
+}
+
+TEST(Fdb, FlushedEntriesComeBackWhenTheirStationsSend)
+{
+    Learned desk;
+    const uint32_t before = matching(desk);
+    EXPECT_EQ(flush(desk, 0), BSP_OK);
+    EXPECT_EQ(matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET), 0u);
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk), before);
+}
+
+TEST(Fdb, FlushedEntriesOfAnOfflineOnuStayAway)
+{
+    Learned desk;
+    cut_off(desk, 1);
+    flush(desk, 1);
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
+    EXPECT_EQ(matching(desk, {.port = 2}), stations_at(desk, 2));
+}
+
+TEST(Fdb, AFlushForgetsWhatItsFilterHoldsForAndNothingElse)
+{
+    const auto left_after = [](uint16_t side, const FdbFilter &filter) {
+        Learned desk;
+        EXPECT_EQ(flush(desk, side, filter), BSP_OK);
+        return entries(desk).size();
+    };
+    Learned desk;
+    const std::vector<FdbEntry> all = entries(desk);
+    const auto without = [&](auto matches) {
+        return all.size() - static_cast<size_t>(std::ranges::count_if(all, matches));
+    };
+    const FdbEntry &first = all.front();
+    EXPECT_EQ(left_after(1, {}), without([](const FdbEntry &entry) { return entry.onu_id.has_value(); }));
+    EXPECT_EQ(left_after(2, {}), without([](const FdbEntry &entry) { return !entry.onu_id; }));
+    EXPECT_EQ(left_after(1, {.port = 2}),
+              without([](const FdbEntry &entry) { return entry.onu_id && entry.port == 2; }));
+    EXPECT_EQ(left_after(2, {.port = 2}),
+              without([](const FdbEntry &entry) { return !entry.onu_id && entry.port == 2; }));
+    EXPECT_EQ(left_after(1, {.port = first.port, .llid = to_llid(*first.onu_id)}),
+              without([&](const FdbEntry &entry) { return entry.port == first.port && entry.onu_id == first.onu_id; }));
+    EXPECT_EQ(left_after(0, {.vlan = 1}), without([](const FdbEntry &entry) { return entry.vlan == 1; }));
+    EXPECT_EQ(left_after(0, {.mac = first.mac}), all.size() - 1);
+}
+
+TEST(Fdb, AFlushReachesWhatALimitHides)
+{
+    Learned desk;
+    configure(desk, {.port_limit = 1});
+    flush(desk, 1);
+    EXPECT_EQ(matching(desk), 0u);
+}
+
+TEST(Fdb, AFilterHasToMakeSense)
+{
+    Desk desk(everyone_online());
+    EXPECT_EQ(flush(desk, 3), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(flush(desk, 0, {.port = 1}), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(flush(desk, 1, {.port = 3}), PON_ERR_NO_PORT);
+    EXPECT_EQ(flush(desk, 2, {.port = 5}), PON_ERR_NO_PORT);
+    EXPECT_EQ(flush(desk, 2, {.llid = 1}), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(flush(desk, 1, {.llid = 129}), PON_ERR_BAD_LLID);
+    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {.port = 3}).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(query(desk, BSP_CMD_MAC_NNI_GET, {.uni = 1}).status, PON_ERR_BAD_RECORD);
+    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {}, 0, 101).status, PON_ERR_BAD_RECORD);
+}
+
+TEST(Fdb, IsForgottenByARestartButItsConfigurationIsNot)
+{
+    Folder folder;
+    {
+        Bound desk(folder.file("olt.db"));
+        configure(desk, {.ageing = 30, .port_limit = 2});
+        let_pass(desk, every_station_has_sent);
+        EXPECT_EQ(matching(desk), 4u);
+        desk.simulator.keep_time();
+    }
+    Desk desk({}, folder.file("olt.db"));
+    EXPECT_EQ(matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET), 0u);
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk), 4u);
+    cut_off(desk, 1);
+    let_pass(desk, 30);
+    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
+}
+
+TEST(LlidBehavior, LimitsWhatIsLearnedFromALink)
+{
+    Learned desk;
+    ASSERT_GT(matching(desk, {.port = 1, .llid = 2}), 1u);
+    EXPECT_EQ(behave(desk, 2, Frames::learned, 1), BSP_OK);
+    EXPECT_EQ(matching(desk, {.port = 1, .llid = 2}), 1u);
+    EXPECT_EQ(behave(desk, 2, Frames::learned, 0), BSP_OK);
+    EXPECT_GT(matching(desk, {.port = 1, .llid = 2}), 1u);
+}
+
+TEST(LlidBehavior, OfALinkThatIsNotLearnedFromOrDroppedEntriesAge)
+{
+    for (Frames frames : {Frames::forwarded, Frames::dropped}) {
+        Learned desk;
+        EXPECT_EQ(behave(desk, 2, frames), BSP_OK);
+        EXPECT_GT(matching(desk, {.port = 1, .llid = 2}), 0u);
+        let_pass(desk, 300);
+        EXPECT_EQ(matching(desk, {.port = 1, .llid = 2}), 0u);
+    }
+}
+
+TEST(LlidBehavior, IsOfTheLinkNotOfTheOnu)
+{
+    Learned desk;
+    behave(desk, 2, Frames::dropped);
+    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 1));
+    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 2));
+    bind_arrived(desk, 1, 2, 0);
+    let_pass(desk, 300);
+    EXPECT_GT(matching(desk, {.port = 1, .llid = 3}), 0u);
+    EXPECT_EQ(llid_behavior(desk.simulator.olt(), 1, 2).frames, Frames::dropped);
+}
+
+TEST(LlidBehavior, HasToMakeSense)
+{
+    Desk desk(everyone_online());
+    EXPECT_EQ(behave(desk, 0, Frames::learned), PON_ERR_BAD_LLID);
+    EXPECT_EQ(behave(desk, 129, Frames::learned), PON_ERR_BAD_LLID);
+    EXPECT_EQ(behave(desk, 128, Frames::learned), BSP_OK);
+    EXPECT_EQ(behave(desk, 1, Frames{3}), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 3, 1).status(desk), PON_ERR_NO_PORT);
+    for (uint32_t offset : {layout::llid_behavior::broadcast_rate, layout::llid_behavior::multicast_rate,
+                            layout::llid_behavior::unknown_rate})
+        EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{1000001}).status(desk),
+                  PON_ERR_BAD_RECORD);
+    for (uint32_t offset : {layout::llid_behavior::over_limit, layout::llid_behavior::isolated})
+        EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{2}).status(desk), PON_ERR_BAD_RECORD);
+}
+
+TEST(LlidBehavior, SurvivesARestart)
+{
+    Folder folder;
+    {
+        Bound desk(folder.file("olt.db"));
+        behave(desk, 2, Frames::learned, 1);
+        behave(desk, 3, Frames::dropped);
+    }
+    Desk desk({}, folder.file("olt.db"));
+    let_pass(desk, every_station_has_sent);
+    EXPECT_EQ(matching(desk, {.port = 1, .llid = 2}), 1u);
+    EXPECT_EQ(matching(desk, {.port = 1, .llid = 3}), 0u);
+}
+
+TEST(MacTable, ShowsWhereAStationIs)
+{
+    Learned desk;
+    const FdbEntry entry = entries(desk).front();
+    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {.mac = entry.mac}).result,
+              R"([{"pon_port":1,"onu_id":)" + std::to_string(*entry.onu_id) + R"(,"uni":)" + std::to_string(entry.uni) +
+                  R"(,"vlan":)" + std::to_string(entry.vlan) + R"(,"mac":")" + to_text(entry.mac) + R"(","age":)" +
+                  std::to_string((desk.simulator.olt().now() - entry.seen) / 1000) + "}]");
+}
+
+TEST(MacTable, IsPagedByFromAndCount)
+{
+    Learned desk;
+    const rapidjson::Document all = parse(query(desk).result.value());
+    const Reply page = query(desk, BSP_CMD_MAC_GET, {}, 3, 2);
+    const rapidjson::Document rows = parse(page.result.value());
+    ASSERT_EQ(rows.Size(), 2u);
+    EXPECT_EQ(rows[0], all[3]);
+    EXPECT_EQ(rows[1], all[4]);
+    EXPECT_EQ(number_at(page, layout::mac_count::matching), all.Size());
+    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {}, 0xffffffff, 2).result, "[]");
+}
+
+TEST(MacTable, OfTheNetworkSideNamesUplinks)
+{
+    Learned desk;
+    const rapidjson::Document rows = parse(query(desk, BSP_CMD_MAC_NNI_GET).result.value());
+    ASSERT_EQ(rows.Size(), network_stations(1).size());
+    for (const auto &row : rows.GetArray()) {
+        EXPECT_GE(row["uplink"].GetUint(), 1u);
+        EXPECT_LE(row["uplink"].GetUint(), ge_uplinks);
+    }
+}
+
+TEST(MacTable, TheLongestStaysWithin10240)
+{
+    const std::vector<FdbEntry> longest(max_shown, FdbEntry{16, 127, 4, 4094, stranger(1), 0, 0});
+    // Without ageing an entry may be as old as the model's time goes.
+    EXPECT_LE(mac_table(longest, ModelTime{0xffffffff} * ms_per_second).size(), platform_result);
+    EXPECT_LE(network_mac_table(longest, ModelTime{0xffffffff} * ms_per_second).size(), platform_result);
+}
+
+} // namespace
+} // namespace ponsim
