@@ -450,7 +450,7 @@ constexpr Layout all_layouts[] = {
     {"p2p_own_port", &all_records[2], p2p_own_port_commands, p2p_own_port_fields, false, "Own port of a PON port (`plat_port`)."},
     {"p2p_of_port", &all_records[2], p2p_of_port_commands, p2p_of_port_fields, true, "P2P forwarding of a PON port (`plat_port`). Its forwarding entries come as a result database under the same command code."},
     {"p2p_config", &all_records[2], p2p_config_commands, p2p_config_fields, false, "Configures P2P forwarding of a PON port (`plat_port`). `plat_arg108` says what happens to frames between ONUs that no entry concerns: 0 they are dropped, 1 forwarded. At first everything is 0."},
-    {"p2p_entry", &all_records[2], p2p_entry_commands, p2p_entry_fields, false, "A forwarding entry of a PON port (`plat_port`), one of 32: `plat_arg104` is its number, 0 to 31. The entry of the lowest number that matches decides. `plat_arg108` is which traffic it matches: 0 all, a VLAN of 1 to 4094, or an ethertype of 1536 (0x600) to 65535."},
+    {"p2p_entry", &all_records[2], p2p_entry_commands, p2p_entry_fields, false, "A forwarding entry of a PON port (`plat_port`), one of 32: `plat_arg104` is its number, 0 to 31. The entry of the lowest number that matches decides. `plat_arg108` is which traffic it matches: 0 all, or an ethertype of 1536 (0x600) to 65535. Which VLANs are forwarded at all the configuration of the port says."},
     {"llid_behavior", &all_records[2], llid_behavior_commands, llid_behavior_fields, false, "Behaviour of an LLID (`plat_arg4`, 1 to 128) of a PON port (`plat_port`), kept for the LLID whichever ONU has it. The rates are kept, and change nothing of the modelled traffic. `plat_arg108`: 0 its frames are forwarded, and their source addresses learned; 1 they are forwarded, and nothing is learned; 2 they are dropped. At first everything is 0."},
     {"fdb_config", &all_records[2], fdb_config_commands, fdb_config_fields, false, "Configuration of the forwarding database. At first 300, 1 and 0."},
     {"fdb_flush", &all_records[2], fdb_flush_commands, fdb_flush_fields, false, "Which entries of the forwarding database to forget: those that all of it holds for. All entries are dynamic: an address is learned again when its station sends, which each does every 2 to 8 s."},
@@ -621,7 +621,7 @@ constexpr const Command *p2p_entries_commands[] = {&all_commands[62]};
 
 constexpr Column p2p_entries_columns[] = {
     {"entry", "ENTRY", ColumnType::u32, "", "number of the entry"},
-    {"traffic", "TRAFFIC", ColumnType::u32, "", "VLAN (1 to 4094) or ethertype (1536 to 65535) that it matches; null all"},
+    {"traffic", "TRAFFIC", ColumnType::u32, "", "ethertype that it matches; null all"},
     {"action", "ACTION", ColumnType::text, "", "forward or drop"},
     {"from_onu", "FROM", ColumnType::u32, "", "ONU id that the frames come from; null any"},
     {"to_port", "PORT", ColumnType::u32, "", "PON port that they go to"},

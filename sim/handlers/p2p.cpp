@@ -77,10 +77,10 @@ Outcome own_port_get(const Olt &olt, const Request &request)
     answer.put(block::rest, config.rest);
     answer.put(block::own_port, p2p_own_port(olt, port->number));
     answer.put(block::rate, config.rate);
-    answer.put(block::first_vlan, static_cast<uint16_t>(config.first_vlan));
-    answer.put(block::last_vlan, static_cast<uint16_t>(config.last_vlan));
-    answer.put(block::broadcast, static_cast<uint8_t>(config.broadcast));
-    answer.put(block::multicast, static_cast<uint8_t>(config.multicast));
+    answer.put<uint16_t>(block::first_vlan, static_cast<uint16_t>(config.first_vlan));
+    answer.put<uint16_t>(block::last_vlan, static_cast<uint16_t>(config.last_vlan));
+    answer.put<uint8_t>(block::broadcast, static_cast<uint8_t>(config.broadcast));
+    answer.put<uint8_t>(block::multicast, static_cast<uint8_t>(config.multicast));
     answer.put(block::onu_set, ids);
     Outcome outcome = answer.outcome();
     outcome.result = p2p_entries_table(entries_of(olt, port->number));

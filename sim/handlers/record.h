@@ -1,11 +1,11 @@
 // What handlers of several families read in a record, and write into an answer.
 #pragma once
 
-#include <concepts>
 #include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "bsp_pon.h"
 #include "handlers/handler.h"
@@ -38,7 +38,7 @@ bool get_text(const char (&field)[size], std::string &out)
     return get_text(field, size, out);
 }
 
-// An answer that is a record. What is not put into it is zero.
+// An answer that is a record. What is not put into it is as in the one that it is made from.
 class Answer
 {
 public:
@@ -47,11 +47,14 @@ public:
     {
     }
 
-    void put(uint32_t offset, uint32_t word) { std::memcpy(&bytes[offset], &word, sizeof word); }
-    // A narrower number, of exactly its type.
+    // A number as wide as the type that is named.
     template <class Number>
-    requires std::same_as<Number, uint16_t> || std::same_as<Number, uint8_t>
-    void put(uint32_t offset, Number number) { std::memcpy(&bytes[offset], &number, sizeof number); }
+    void put(uint32_t offset, std::type_identity_t<Number> number)
+    {
+        std::memcpy(&bytes[offset], &number, sizeof number);
+    }
+    void put(uint32_t offset, std::span<const uint8_t> part) { std::memcpy(&bytes[offset], part.data(), part.size()); }
+    void put(uint32_t offset, uint32_t word) { std::memcpy(&bytes[offset], &word, sizeof word); }
     void put(uint32_t offset, std::string_view text) { text.copy(&bytes[offset], text.size()); }
     void put(uint32_t offset, const OnuIds &ids);
 

@@ -113,8 +113,7 @@ Plan set_p2p_entry(const Olt &olt, uint32_t pon_port, uint32_t number, const P2p
     if (!olt.port(entry.to_port)) return {PON_ERR_NO_PORT};
     if (entry.from_onu > any_onu || entry.to_onu > any_onu) return {PON_ERR_BAD_ONU_ID};
     const bool ethertype = entry.traffic >= min_ethertype && entry.traffic <= max_ethertype;
-    if (entry.traffic > max_vlan && !ethertype) return {PON_ERR_BAD_RECORD};
-    if (entry.rate > line_rate) return {PON_ERR_BAD_RECORD};
+    if ((entry.traffic != 0 && !ethertype) || entry.rate > line_rate) return {PON_ERR_BAD_RECORD};
     return keep(BSP_CMD_P2P_ENTRY_SET, pon_port, number, to_block(entry));
 }
 

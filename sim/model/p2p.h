@@ -29,7 +29,7 @@ struct P2pConfig {
 enum class P2pAction : uint32_t { none, forward, drop };
 
 struct P2pEntry {
-    uint32_t traffic; // 0 all, or a VLAN, or an ethertype
+    uint32_t traffic; // 0 all, or an ethertype
     P2pAction action;
     uint32_t from_onu;
     uint32_t to_port;

@@ -30,10 +30,10 @@ private:
     uint64_t state;
 };
 
-// The streams of a MAC address: they lie above those of the arrivals. Each purpose has its own, so that none shifts
-// another.
+// What the streams of a MAC address are for. Each has one of its own, so that none shifts another.
 enum class Purpose : uint64_t { device = 1, configuration = 2, stations = 6 };
 
+// The streams of MAC addresses lie above those of the arrivals.
 inline Random random_for(uint64_t seed, Purpose purpose, const Mac &mac)
 {
     uint64_t stream = static_cast<uint64_t>(purpose);

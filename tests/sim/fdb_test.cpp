@@ -19,15 +19,14 @@ constexpr uint32_t every_station_has_sent = 10; // s
 Reply query(Desk &desk, uint32_t command = BSP_CMD_MAC_GET, const FdbFilter &filter = {}, uint32_t from = 0,
             uint32_t count = 0)
 {
-    return Platform(command)
-        .put(layout::mac_query::from, from)
-        .put(layout::mac_query::count, count)
-        .put(layout::mac_query::port, filter.port)
-        .put(layout::mac_query::llid, filter.llid)
-        .put(layout::mac_query::uni, filter.uni)
-        .put(layout::mac_query::vlan, filter.vlan)
-        .put(layout::mac_query::mac, filter.mac)
-        .send(desk);
+    return ask(desk, PlatRecord(command, 0)
+                         .put(layout::mac_query::from, from)
+                         .put(layout::mac_query::count, count)
+                         .put(layout::mac_query::port, filter.port)
+                         .put(layout::mac_query::llid, filter.llid)
+                         .put(layout::mac_query::uni, filter.uni)
+                         .put(layout::mac_query::vlan, filter.vlan)
+                         .put(layout::mac_query::mac, filter.mac));
 }
 
 // How many entries there are.
@@ -40,29 +39,27 @@ uint32_t matching(Desk &desk, const FdbFilter &filter = {}, uint32_t command = B
 
 uint32_t configure(Desk &desk, const FdbConfig &config)
 {
-    return Platform(BSP_CMD_FDB_CFG_SET)
-        .put(layout::fdb_config::ageing, config.ageing)
-        .put(layout::fdb_config::learning, config.learning)
-        .put(layout::fdb_config::port_limit, config.port_limit)
-        .status(desk);
+    return send(desk, PlatRecord(BSP_CMD_FDB_CFG_SET, 0)
+                          .put(layout::fdb_config::ageing, config.ageing)
+                          .put(layout::fdb_config::learning, config.learning)
+                          .put(layout::fdb_config::port_limit, config.port_limit));
 }
 
 uint32_t flush(Desk &desk, uint16_t side, const FdbFilter &filter = {})
 {
-    return Platform(BSP_CMD_FDB_FLUSH)
-        .put(layout::fdb_flush::side, side)
-        .put(layout::fdb_flush::port, static_cast<uint16_t>(filter.port))
-        .put(layout::fdb_flush::llid, static_cast<uint16_t>(filter.llid))
-        .put(layout::fdb_flush::vlan, static_cast<uint16_t>(filter.vlan))
-        .put(layout::fdb_flush::mac, filter.mac)
-        .status(desk);
+    return send(desk, PlatRecord(BSP_CMD_FDB_FLUSH, 0)
+                          .put(layout::fdb_flush::side, side)
+                          .put(layout::fdb_flush::port, static_cast<uint16_t>(filter.port))
+                          .put(layout::fdb_flush::llid, static_cast<uint16_t>(filter.llid))
+                          .put(layout::fdb_flush::vlan, static_cast<uint16_t>(filter.vlan))
+                          .put(layout::fdb_flush::mac, filter.mac));
 }
 
 uint32_t behave(Desk &desk, uint32_t llid, Frames frames, uint32_t mac_limit = 0)
 {
-    Platform request(BSP_CMD_LLID_BEHAVIOR_SET, 1, llid);
+    PlatRecord request(BSP_CMD_LLID_BEHAVIOR_SET, 1, llid);
     request.record.plat_arg108 = static_cast<uint32_t>(frames);
-    return request.put(layout::llid_behavior::mac_limit, mac_limit).status(desk);
+    return send(desk, std::move(request).put(layout::llid_behavior::mac_limit, mac_limit));
 }
 
 void cut_off(Desk &desk, uint32_t pon_port, bool off = true)
@@ -256,7 +253,7 @@ TEST(Fdb, TheAgeingIsTold)
 {
     Learned desk;
     configure(desk, {.ageing = 77});
-    const Reply reply = Platform(BSP_CMD_MAC_AGE_GET).send(desk);
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_MAC_AGE_GET, 0));
     EXPECT_EQ(number_at(reply, 120), 77u);
     EXPECT_EQ(number_at(reply, 112), matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET));
 }
@@ -426,13 +423,13 @@ TEST(LlidBehavior, HasToMakeSense)
     EXPECT_EQ(behave(desk, 129, Frames::learned), PON_ERR_BAD_LLID);
     EXPECT_EQ(behave(desk, 128, Frames::learned), BSP_OK);
     EXPECT_EQ(behave(desk, 1, Frames{3}), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 3, 1).status(desk), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 3, 1)), PON_ERR_NO_PORT);
     for (uint32_t offset : {layout::llid_behavior::broadcast_rate, layout::llid_behavior::multicast_rate,
                             layout::llid_behavior::unknown_rate})
-        EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{1000001}).status(desk),
+        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{1000001})),
                   PON_ERR_BAD_RECORD);
     for (uint32_t offset : {layout::llid_behavior::over_limit, layout::llid_behavior::isolated})
-        EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{2}).status(desk), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{2})), PON_ERR_BAD_RECORD);
 }
 
 TEST(LlidBehavior, SurvivesARestart)

@@ -1,47 +1,33 @@
-// What the tests of bandwidth, P2P forwarding and the forwarding database share: records of the platform channel.
+// What the tests of bandwidth, P2P forwarding and the forwarding database share: exchanges on the platform channel.
 #pragma once
 
 #include <string>
 
-#include "support.h"
+#include "plat.h"
 
 namespace ponsim
 {
 
 inline constexpr size_t platform_result = 10240; // of the platform channel, in bytes
 
-// A request, and what comes of it. Fields of blocks are put at their offsets.
-struct Platform {
-    bsp_plat_msg record{};
-
-    explicit Platform(uint32_t command, uint32_t pon_port = 0, uint32_t arg4 = 0)
-    {
-        record.plat_cmd = command;
-        record.plat_port = pon_port;
-        record.plat_arg4 = arg4;
-    }
-    template <class Value>
-    Platform &put(uint32_t offset, Value value)
-    {
-        std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
-        return *this;
-    }
-    Reply send(Desk &desk, uint32_t channel = BSP_MSG_PLAT) const
-    {
-        return desk.simulator.handle({channel, &record, sizeof record});
-    }
-    uint32_t status(Desk &desk) const { return send(desk).status; }
-};
-
-// A number of an answer that is a record of the platform channel.
-template <class Value = uint32_t>
-Value number_at(const Reply &reply, uint32_t offset)
+inline Reply ask(Desk &desk, const PlatRecord &request, uint32_t channel = BSP_MSG_PLAT)
 {
-    Value value{};
+    return PlatAnswer(desk, channel, request).reply;
+}
+
+inline uint32_t send(Desk &desk, const PlatRecord &request)
+{
+    return ask(desk, request).status;
+}
+
+// A number of an answer.
+template <class Number = uint32_t>
+Number number_at(const Reply &reply, uint32_t offset)
+{
+    Number number{};
     EXPECT_EQ(reply.answer.value_or("").size(), sizeof(bsp_plat_msg));
-    if (reply.answer && reply.answer->size() >= offset + sizeof value)
-        std::memcpy(&value, reply.answer->data() + offset, sizeof value);
-    return value;
+    if (reply.answer) std::memcpy(&number, reply.answer->data() + offset, sizeof number);
+    return number;
 }
 
 inline WantedSettings everyone_online(uint32_t ports = 2, uint32_t arrivals = 4)

@@ -14,48 +14,47 @@ constexpr size_t longest_answer_text = 1023;
 
 uint32_t switch_p2p(Desk &desk, uint32_t pon_port, uint32_t onu, uint32_t on)
 {
-    return Platform(BSP_CMD_P2P_STATE_SET)
-        .put(layout::p2p_switch::port, pon_port)
-        .put(layout::p2p_switch::onu, onu)
-        .put(layout::p2p_switch::on, on)
-        .status(desk);
+    return send(desk, PlatRecord(BSP_CMD_P2P_STATE_SET, 0)
+                          .put(layout::p2p_switch::port, pon_port)
+                          .put(layout::p2p_switch::onu, onu)
+                          .put(layout::p2p_switch::on, on));
 }
 
-Platform entry(uint32_t pon_port, uint32_t number, uint32_t traffic, const P2pEntry &wanted)
+PlatRecord entry(uint32_t pon_port, uint32_t number, uint32_t traffic, const P2pEntry &wanted)
 {
-    Platform request(BSP_CMD_P2P_ENTRY_SET, pon_port);
+    PlatRecord request(BSP_CMD_P2P_ENTRY_SET, pon_port);
     request.record.plat_arg104 = number;
     request.record.plat_arg108 = traffic;
-    request.put(layout::p2p_entry::action, static_cast<uint16_t>(wanted.action))
+    return std::move(request)
+        .put(layout::p2p_entry::action, static_cast<uint16_t>(wanted.action))
         .put(layout::p2p_entry::from_onu, static_cast<uint16_t>(wanted.from_onu))
         .put(layout::p2p_entry::to_port, static_cast<uint16_t>(wanted.to_port))
         .put(layout::p2p_entry::to_onu, static_cast<uint16_t>(wanted.to_onu))
         .put(layout::p2p_entry::rate, wanted.rate);
-    return request;
 }
 
 constexpr P2pEntry drop_all{0, P2pAction::drop, any_onu, 1, any_onu, 0};
 
-Platform config(uint32_t pon_port, const P2pConfig &wanted)
+PlatRecord config(uint32_t pon_port, const P2pConfig &wanted)
 {
-    Platform request(BSP_CMD_P2P_CFG_SET, pon_port);
+    PlatRecord request(BSP_CMD_P2P_CFG_SET, pon_port);
     request.record.plat_arg108 = wanted.rest;
-    request.put(layout::p2p_config::rate, wanted.rate)
+    return std::move(request)
+        .put(layout::p2p_config::rate, wanted.rate)
         .put(layout::p2p_config::first_vlan, static_cast<uint16_t>(wanted.first_vlan))
         .put(layout::p2p_config::last_vlan, static_cast<uint16_t>(wanted.last_vlan))
         .put(layout::p2p_config::broadcast, static_cast<uint8_t>(wanted.broadcast))
         .put(layout::p2p_config::multicast, static_cast<uint8_t>(wanted.multicast));
-    return request;
 }
 
 Reply of_port(Desk &desk, uint32_t pon_port)
 {
-    return Platform(BSP_CMD_P2P_OWN_PORT_GET, pon_port).send(desk);
+    return ask(desk, PlatRecord(BSP_CMD_P2P_OWN_PORT_GET, pon_port));
 }
 
 std::string state(Desk &desk)
 {
-    const Reply reply = Platform(BSP_CMD_P2P_STATE_GET).send(desk);
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_P2P_STATE_GET, 0));
     return reply.answer ? reply.answer->c_str() + offsetof(bsp_plat_msg, plat_data) : "no answer";
 }
 
@@ -69,7 +68,7 @@ TEST(P2p, ThePortsSwitchIsOffAtFirst)
 TEST(P2p, TheStateComesAsATextAndAsAResult)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(Platform(BSP_CMD_P2P_STATE_GET).send(desk).result, state(desk));
+    EXPECT_EQ(ask(desk, PlatRecord(BSP_CMD_P2P_STATE_GET, 0)).result, state(desk));
 }
 
 TEST(P2p, IsSwitchedForAPortOrForAll)
@@ -94,7 +93,7 @@ TEST(P2p, ConcernsOnlineOnusThatAreNotSwitchedOff)
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 3u);
     EXPECT_EQ(switch_p2p(desk, 1, 0, 0), BSP_OK);
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 2u);
-    EXPECT_EQ(Platform(BSP_CMD_LLID_BEHAVIOR_SET, 1, 2).put(layout::llid_behavior::isolated, uint32_t{1}).status(desk),
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 2).put(layout::llid_behavior::isolated, uint32_t{1})),
               BSP_OK);
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 1u);
 }
@@ -122,7 +121,7 @@ TEST(P2p, TheOwnPortIsReadBack)
 {
     Desk desk(everyone_online());
     const auto set = [&](uint32_t pon_port, uint32_t own_port) {
-        return Platform(BSP_CMD_P2P_OWN_PORT_SET, pon_port).put(layout::p2p_own_port::own_port, own_port).status(desk);
+        return send(desk, PlatRecord(BSP_CMD_P2P_OWN_PORT_SET, pon_port).put(layout::p2p_own_port::own_port, own_port));
     };
     EXPECT_EQ(set(1, 4), BSP_OK);
     EXPECT_EQ(number_at(of_port(desk, 1), layout::p2p_of_port::own_port), 4u);
@@ -135,7 +134,7 @@ TEST(P2p, TheOwnPortIsReadBack)
 TEST(P2p, TheConfigurationIsReadBackWithTheOwnPort)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(config(2, {1, 50000, 10, 20, 1, 0}).status(desk), BSP_OK);
+    EXPECT_EQ(send(desk, config(2, {1, 50000, 10, 20, 1, 0})), BSP_OK);
     const Reply reply = of_port(desk, 2);
     EXPECT_EQ(number_at(reply, layout::p2p_of_port::rest), 1u);
     EXPECT_EQ(number_at(reply, layout::p2p_of_port::rate), 50000u);
@@ -152,15 +151,15 @@ TEST(P2p, AConfigurationHasToMakeSense)
          {P2pConfig{2, 0, 0, 0, 0, 0}, P2pConfig{0, 1000001, 0, 0, 0, 0}, P2pConfig{0, 0, 0, 5, 0, 0},
           P2pConfig{0, 0, 20, 10, 0, 0}, P2pConfig{0, 0, 1, 4095, 0, 0}, P2pConfig{0, 0, 0, 0, 2, 0},
           P2pConfig{0, 0, 0, 0, 0, 2}})
-        EXPECT_EQ(config(1, bad).status(desk), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(config(3, {}).status(desk), PON_ERR_NO_PORT);
+        EXPECT_EQ(send(desk, config(1, bad)), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send(desk, config(3, {})), PON_ERR_NO_PORT);
 }
 
 TEST(P2p, EntriesAreShownWithTheOwnPort)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(entry(1, 31, 0, drop_all).status(desk), BSP_OK);
-    EXPECT_EQ(entry(1, 0, 0x800, {0, P2pAction::forward, 3, 2, 127, 64000}).status(desk), BSP_OK);
+    EXPECT_EQ(send(desk, entry(1, 31, 0, drop_all)), BSP_OK);
+    EXPECT_EQ(send(desk, entry(1, 0, 0x800, {0, P2pAction::forward, 3, 2, 127, 64000})), BSP_OK);
     EXPECT_EQ(of_port(desk, 1).result,
               R"([{"entry":0,"traffic":2048,"action":"forward","from_onu":3,"to_port":2,"to_onu":127,"rate":64000},)"
               R"({"entry":31,"traffic":null,"action":"drop","from_onu":null,"to_port":1,"to_onu":null,"rate":null}])");
@@ -170,25 +169,25 @@ TEST(P2p, EntriesAreShownWithTheOwnPort)
 TEST(P2p, AnEntryIsReplacedAndRemoved)
 {
     Desk desk(everyone_online());
-    entry(1, 7, 0, drop_all).send(desk);
-    entry(1, 7, 100, drop_all).send(desk);
-    EXPECT_EQ(p2p_entry(desk.simulator.olt(), 1, 7)->traffic, 100u);
-    EXPECT_EQ(entry(1, 7, 0, {}).status(desk), BSP_OK);
+    send(desk, entry(1, 7, 0, drop_all));
+    send(desk, entry(1, 7, 0x806, drop_all));
+    EXPECT_EQ(p2p_entry(desk.simulator.olt(), 1, 7)->traffic, 0x806u);
+    EXPECT_EQ(send(desk, entry(1, 7, 0, {})), BSP_OK);
     EXPECT_EQ(of_port(desk, 1).result, "[]");
 }
 
 TEST(P2p, AnEntryHasToMakeSense)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(entry(3, 0, 0, drop_all).status(desk), PON_ERR_NO_PORT);
-    EXPECT_EQ(entry(1, 32, 0, drop_all).status(desk), PON_ERR_BAD_RECORD);
-    for (uint32_t traffic : {4095u, 0x5ffu, 0x10000u})
-        EXPECT_EQ(entry(1, 0, traffic, drop_all).status(desk), PON_ERR_BAD_RECORD) << traffic;
-    EXPECT_EQ(entry(1, 0, 0, {0, P2pAction{3}, 0, 1, 0, 0}).status(desk), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(entry(1, 0, 0, {0, P2pAction::drop, 129, 1, 0, 0}).status(desk), PON_ERR_BAD_ONU_ID);
-    EXPECT_EQ(entry(1, 0, 0, {0, P2pAction::drop, 0, 1, 129, 0}).status(desk), PON_ERR_BAD_ONU_ID);
-    EXPECT_EQ(entry(1, 0, 0, {0, P2pAction::drop, 0, 0, 0, 0}).status(desk), PON_ERR_NO_PORT);
-    EXPECT_EQ(entry(1, 0, 0, {0, P2pAction::drop, 0, 1, 0, 1000001}).status(desk), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send(desk, entry(3, 0, 0, drop_all)), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(desk, entry(1, 32, 0, drop_all)), PON_ERR_BAD_RECORD);
+    for (uint32_t traffic : {1u, 0x5ffu, 0x10000u})
+        EXPECT_EQ(send(desk, entry(1, 0, traffic, drop_all)), PON_ERR_BAD_RECORD) << traffic;
+    EXPECT_EQ(send(desk, entry(1, 0, 0, {0, P2pAction{3}, 0, 1, 0, 0})), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send(desk, entry(1, 0, 0, {0, P2pAction::drop, 129, 1, 0, 0})), PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(send(desk, entry(1, 0, 0, {0, P2pAction::drop, 0, 1, 129, 0})), PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(send(desk, entry(1, 0, 0, {0, P2pAction::drop, 0, 0, 0, 0})), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(desk, entry(1, 0, 0, {0, P2pAction::drop, 0, 1, 0, 1000001})), PON_ERR_BAD_RECORD);
 }
 
 TEST(P2p, SurvivesARestart)
@@ -201,8 +200,8 @@ TEST(P2p, SurvivesARestart)
             bind_arrived(desk, 2, onu_id, onu_id);
         switch_p2p(desk, 2, port_itself, 1);
         switch_p2p(desk, 2, 1, 0);
-        config(2, {1, 50000, 10, 20, 1, 0}).send(desk);
-        entry(2, 3, 0, drop_all).send(desk);
+        send(desk, config(2, {1, 50000, 10, 20, 1, 0}));
+        send(desk, entry(2, 3, 0, drop_all));
         before = state(desk) + of_port(desk, 2).answer.value() + of_port(desk, 2).result.value();
         EXPECT_EQ(parse(state(desk))[1]["onus"].GetUint(), 1u);
     }

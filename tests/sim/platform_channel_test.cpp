@@ -1,4 +1,6 @@
 // What the platform channel carries beside commands of its own: PON settings, in records of the PON channel.
+#include <cstddef>
+
 #include "access.h"
 #include "forwarding.h"
 
@@ -24,7 +26,7 @@ TEST(PonSettings, ByThePlatformChannelDoAsThoseByThePonChannel)
 TEST(PonSettings, TheirCommandStandsWhereThePonChannelHasIt)
 {
     EXPECT_EQ(command_of(pon_setting(record_of(BSP_CMD_ONU_BIND))), BSP_CMD_ONU_BIND);
-    const Platform get(BSP_CMD_SLA_GET);
+    const PlatRecord get(BSP_CMD_SLA_GET, 0);
     EXPECT_EQ(command_of({BSP_MSG_PLAT, &get.record, sizeof get.record}), BSP_CMD_SLA_GET);
 }
 
@@ -32,8 +34,7 @@ TEST(PonSettings, AreNotCommandsOfThePlatformChannel)
 {
     Desk desk(everyone_online());
     EXPECT_EQ(desk.simulator.handle(pon_setting(record_of(BSP_CMD_SLA_PORT_GET, 1))).status, PON_ERR_UNKNOWN_COMMAND);
-    Platform bind(BSP_CMD_ONU_BIND, 1, 5);
-    EXPECT_EQ(bind.status(desk), PON_ERR_UNKNOWN_COMMAND);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_ONU_BIND, 1, 5)), PON_ERR_UNKNOWN_COMMAND);
 }
 
 TEST(PonSettings, GoByNoOtherChannel)
@@ -57,15 +58,34 @@ TEST(PonSettings, NeedTheAccessOfTheirCommand)
 TEST(PlatformFunctions, AGetAnswersInARecordThatNamesItsCommand)
 {
     Desk desk(everyone_online());
-    const Reply reply = Platform(BSP_CMD_SLA_PORT_GET, 2).send(desk);
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 2));
     EXPECT_EQ(number_at(reply, offsetof(bsp_plat_msg, plat_cmd)), BSP_CMD_SLA_PORT_GET);
     EXPECT_EQ(number_at(reply, offsetof(bsp_plat_msg, plat_port)), 2u);
 }
 
-TEST(PlatformFunctions, AMacQueryHasAResultToo)
+TEST(PlatformFunctions, ASetStores)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(Platform(BSP_CMD_MAC_GET).send(desk).result, "[]");
+    const PlatRecord set = PlatRecord(BSP_CMD_P2P_OWN_PORT_SET, 2).put(layout::p2p_own_port::own_port, uint32_t{3});
+    const Message message{BSP_MSG_PLAT, &set.record, sizeof set.record, catalogue::Call::set};
+    EXPECT_EQ(desk.simulator.handle(message).status, BSP_OK);
+    EXPECT_EQ(number_at(ask(desk, PlatRecord(BSP_CMD_P2P_OWN_PORT_GET, 2)), layout::p2p_own_port::own_port), 3u);
+}
+
+TEST(PlatformFunctions, AQueryHasAResultBesideItsAnswer)
+{
+    Desk desk(everyone_online());
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_MAC_GET, 0));
+    EXPECT_EQ(reply.result, "[]");
+    EXPECT_EQ(number_at(reply, offsetof(bsp_plat_msg, plat_cmd)), BSP_CMD_MAC_GET);
+}
+
+TEST(PonSettings, OfThePonChannelHaveResults)
+{
+    Desk desk(everyone_online());
+    const Reply reply = desk.ask(record_of(BSP_CMD_AUTH_LIST, 0));
+    EXPECT_TRUE(reply.understood);
+    EXPECT_LE(reply.result.value().size(), platform_result);
 }
 
 } // namespace

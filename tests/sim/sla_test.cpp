@@ -12,23 +12,22 @@ namespace
 
 uint32_t store(Desk &desk, uint32_t pon_port, uint32_t onu_id, const Sla &sla)
 {
-    return Platform(BSP_CMD_SLA_SET, pon_port, onu_id)
-        .put(layout::sla::fixed, sla.fixed)
-        .put(layout::sla::assured, sla.assured)
-        .put(layout::sla::maximum, sla.maximum)
-        .put(layout::sla::priority, sla.priority)
-        .put(layout::sla::weight, sla.weight)
-        .status(desk);
+    return send(desk, PlatRecord(BSP_CMD_SLA_SET, pon_port, onu_id)
+                          .put(layout::sla::fixed, sla.fixed)
+                          .put(layout::sla::assured, sla.assured)
+                          .put(layout::sla::maximum, sla.maximum)
+                          .put(layout::sla::priority, sla.priority)
+                          .put(layout::sla::weight, sla.weight));
 }
 
 uint32_t store_down(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t maximum)
 {
-    return Platform(BSP_CMD_SLA_DOWN_SET, pon_port, onu_id).put(layout::sla_down::maximum, maximum).status(desk);
+    return send(desk, PlatRecord(BSP_CMD_SLA_DOWN_SET, pon_port, onu_id).put(layout::sla_down::maximum, maximum));
 }
 
 Sla read(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t channel = BSP_MSG_PLAT)
 {
-    const Reply reply = Platform(BSP_CMD_SLA_GET, pon_port, onu_id).send(desk, channel);
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id), channel);
     EXPECT_EQ(reply.status, BSP_OK);
     return {number_at(reply, 124), number_at(reply, 128), number_at(reply, 132), number_at(reply, 136),
             number_at(reply, 140)};
@@ -36,7 +35,7 @@ Sla read(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t channel = BSP_
 
 uint32_t read_down(Desk &desk, uint32_t pon_port, uint32_t onu_id)
 {
-    const Reply reply = Platform(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id).send(desk);
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id));
     EXPECT_EQ(reply.status, BSP_OK);
     return number_at(reply, 124);
 }
@@ -89,8 +88,8 @@ TEST(Sla, IsOfABoundOnu)
                                                    {1u, 4u, PON_ERR_NOT_BOUND}}) {
         EXPECT_EQ(store(desk, pon_port, onu_id, some_sla), status);
         EXPECT_EQ(store_down(desk, pon_port, onu_id, 1), status);
-        EXPECT_EQ(Platform(BSP_CMD_SLA_GET, pon_port, onu_id).status(desk), status);
-        EXPECT_EQ(Platform(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id).status(desk), status);
+        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id)), status);
+        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id)), status);
     }
 }
 
@@ -182,13 +181,13 @@ TEST(Sla, ThePortsSummaryAddsUp)
     Bound desk;
     store(desk, 1, 3, some_sla);
     store(desk, 1, 9, {5, 6, 11, 0, 1});
-    const Reply reply = Platform(BSP_CMD_SLA_PORT_GET, 1).send(desk);
+    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 1));
     EXPECT_EQ(number_at(reply, layout::sla_of_port::onus), 2u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::fixed), 1005u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::assured), 20006u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::capacity), 1000000u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::free), 1000000u - 1005 - 20006);
-    EXPECT_EQ(Platform(BSP_CMD_SLA_PORT_GET, 3).status(desk), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 3)), PON_ERR_NO_PORT);
 }
 
 TEST(SlaViews, HaveARowABoundOnu)
@@ -196,13 +195,13 @@ TEST(SlaViews, HaveARowABoundOnu)
     Bound desk;
     store(desk, 1, 3, some_sla);
     store_down(desk, 1, 9, 70000);
-    EXPECT_EQ(Platform(BSP_CMD_VIEW_SLA_WEB, 1).send(desk).result,
+    EXPECT_EQ(ask(desk, PlatRecord(BSP_CMD_VIEW_SLA_WEB, 1)).result,
               R"([{"onu_id":3,"fixed":1000,"assured":20000,"max":300000,"prio":5,"wt":60},)"
               R"({"onu_id":9,"fixed":null,"assured":null,"max":null,"prio":null,"wt":null}])");
-    EXPECT_EQ(Platform(BSP_CMD_VIEW_SLA_DOWN_WEB, 1).send(desk).result,
+    EXPECT_EQ(ask(desk, PlatRecord(BSP_CMD_VIEW_SLA_DOWN_WEB, 1)).result,
               R"([{"onu_id":3,"max":null},{"onu_id":9,"max":70000}])");
-    EXPECT_EQ(Platform(BSP_CMD_VIEW_SLA_WEB, 0).status(desk), PON_ERR_NO_PORT);
-    EXPECT_EQ(Platform(BSP_CMD_VIEW_SLA_DOWN_WEB, 3).status(desk), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_VIEW_SLA_WEB, 0)), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_VIEW_SLA_DOWN_WEB, 3)), PON_ERR_NO_PORT);
 }
 
 TEST(SlaViews, OfTheOltHaveARowAPort)
@@ -210,7 +209,7 @@ TEST(SlaViews, OfTheOltHaveARowAPort)
     Bound desk;
     store(desk, 1, 3, some_sla);
     store_down(desk, 1, 9, 70000);
-    const rapidjson::Document rows = parse(Platform(BSP_CMD_VIEW_SLA_SNMP).send(desk).result.value());
+    const rapidjson::Document rows = parse(ask(desk, PlatRecord(BSP_CMD_VIEW_SLA_SNMP, 0)).result.value());
     ASSERT_EQ(rows.Size(), 2u);
     EXPECT_EQ(rows[0]["bound"].GetUint(), 2u);
     EXPECT_EQ(rows[0]["slas"].GetUint(), 1u);

@@ -2,8 +2,9 @@
 #include <cstring>
 
 #include "catalogue.h"
+#include "model/station.h"
+#include "plat.h"
 #include "rows.h"
-#include "support.h"
 #include "views/table.h"
 
 namespace ponsim
@@ -16,6 +17,8 @@ std::string result_of(Desk &desk, const catalogue::Command &command)
 {
     const uint32_t channel = command.channel->type;
     if (channel == BSP_MSG_PON) return desk.view(command.code, 1, command.call.value_or(catalogue::Call::get));
+    if (command.channel->record->size == sizeof(bsp_plat_msg))
+        return PlatAnswer(desk, channel, {command.code, 1, 5}).reply.result.value_or("no result");
     return desk.simulator.handle(message_of(channel, onu_record_of(command.code, 1, 5))).result.value_or("no result");
 }
 
@@ -64,6 +67,12 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
     bsp_pon_msg authentication = record_of(BSP_CMD_AUTH_SET, 1);
     std::strcpy(authentication.text45, "loid");
     desk.send(authentication);
+    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 6, desk.port(1).arrivals[1].mac));
+    PlatAnswer(desk, BSP_MSG_PLAT,
+               PlatRecord(BSP_CMD_P2P_ENTRY_SET, 1)
+                   .put(layout::p2p_entry::action, uint16_t{1})
+                   .put(layout::p2p_entry::to_port, uint16_t{1}));
+    desk.simulator.advance(longest_silence);
     for (const catalogue::View &view : catalogue::views())
         for (const catalogue::Command *command : view.commands) {
             const rapidjson::Document rows = parse(result_of(desk, *command));

@@ -1,0 +1,47 @@
+// Records of the platform and debug channels, and reading their answers.
+#pragma once
+
+#include "support.h"
+
+namespace ponsim
+{
+
+struct PlatRecord {
+    bsp_plat_msg record{};
+
+    PlatRecord(uint32_t command, uint32_t port, uint32_t arg4 = 0)
+    {
+        record.plat_cmd = command;
+        record.plat_port = port;
+        record.plat_arg4 = arg4;
+    }
+    template <class Number>
+    PlatRecord &&put(uint32_t offset, Number number) &&
+    {
+        std::memcpy(reinterpret_cast<char *>(&record) + offset, &number, sizeof number);
+        return std::move(*this);
+    }
+};
+
+// What came back on a channel.
+struct PlatAnswer {
+    Reply reply;
+
+    PlatAnswer(Desk &desk, uint32_t channel, const PlatRecord &request)
+        : reply(desk.simulator.handle({channel, &request.record, sizeof request.record}))
+    {
+    }
+    uint32_t status() const { return reply.status; }
+    template <class Number>
+    Number get(uint32_t offset) const
+    {
+        Number number{};
+        const std::string &answer = reply.answer.value();
+        EXPECT_EQ(answer.size(), sizeof(bsp_plat_msg));
+        std::memcpy(&number, answer.data() + offset, sizeof number);
+        return number;
+    }
+    std::string text(uint32_t offset) const { return reply.answer.value().c_str() + offset; }
+};
+
+} // namespace ponsim
