@@ -41,7 +41,13 @@ std::string describe(uint32_t status)
 
 std::span<const Control> controls()
 {
-    return {};
+    static const std::vector<Control> all = [] {
+        std::vector<Control> collected;
+        for (std::span<const Control> family : {optics_controls()})
+            collected.insert(collected.end(), family.begin(), family.end());
+        return collected;
+    }();
+    return all;
 }
 
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest)

@@ -32,7 +32,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Of all families; a family is a file of the folder controls with a table of its own.
 std::span<const Control> controls();
+std::span<const Control> optics_controls();
 
 // What the words of the commands say; each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);

@@ -25,6 +25,11 @@ inline constexpr uint32_t PON_ERR_NOT_WAITING = 4017; // no ONU with this MAC ad
 inline constexpr uint32_t PON_ERR_BAD_SLA = 4050; // fixed and assured bandwidth exceed the maximum, the maximum is not 1 to 1000000 kbit/s, the priority not 0 to 7, or the weight not 1 to 100
 inline constexpr uint32_t PON_ERR_SLA_CAPACITY = 4051; // the fixed and assured bandwidth of the port's ONUs would exceed its capacity
 inline constexpr uint32_t PON_ERR_BAD_LLID = 4052; // the LLID is not one of 1 to 128, which are the ONU id and 1 more
+inline constexpr uint32_t PON_ERR_NO_MEASUREMENT = 4030; // the power of this ONU was not measured, or that of another was measured since
+inline constexpr uint32_t PON_ERR_MEASURING = 4031; // a power measurement is under way at the port; cancel it first
+inline constexpr uint32_t PON_ERR_NO_CAGE = 4032; // the OLT has no such SFP cage
+inline constexpr uint32_t PON_ERR_NO_DEVICE = 4033; // nothing answers at this address of the I2C bus
+inline constexpr uint32_t PON_ERR_READ_ONLY = 4034; // some of these bytes of the module's memory cannot be written; none was
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -218,3 +223,183 @@ inline constexpr uint32_t reboots = 452; // u32: how often the ONU was rebooted 
 inline constexpr uint32_t description = 456; // text: the description
 inline constexpr uint32_t loid = 584; // text: the LOID that the ONU tells; empty while it is offline
 } // namespace layout::whitelist_entry
+
+namespace layout::optics_diagnostics
+{
+inline constexpr uint32_t temperature = 124; // s32: temperature
+inline constexpr uint32_t voltage = 128; // u32: supply voltage
+inline constexpr uint32_t bias = 132; // u32: bias of the laser
+inline constexpr uint32_t launch_power = 136; // s32: launch power; -40 while the laser is off
+inline constexpr uint32_t received_power = 140; // s32: received power that was measured last; -40 where it found no light, and before the first measurement
+inline constexpr uint32_t alarms = 144; // u16: alarm flags: from the highest bit on, high and low of temperature, voltage, bias, launch power, received power (this one only when it was measured)
+inline constexpr uint32_t warnings = 146; // u16: warning flags, likewise
+inline constexpr uint32_t laser = 148; // u8: 1 while the laser is on
+inline constexpr uint32_t tx_fault = 149; // u8: 1 while the bias is above its alarm threshold
+inline constexpr uint32_t rx_los = 150; // u8: 1 where the received power is below the LOL level
+inline constexpr uint32_t measuring = 151; // u8: 1 while a power measurement is under way
+inline constexpr uint32_t lao_mode = 152; // u8: LAO mode: 1 where the laser stays on in spite of TX disable
+inline constexpr uint32_t lol_mode = 153; // u8: LOL mode: 1 where the LOL level was set, 0 where it is the low alarm threshold of received power
+inline constexpr uint32_t measured_onu = 154; // u16: id of the ONU that was measured last; 65535 before the first measurement, and where it is bound here no more
+inline constexpr uint32_t age = 156; // u32: age of the laser
+inline constexpr uint32_t bias_high_warning = 160; // u32: warning threshold of a bias too high
+inline constexpr uint32_t bias_high_alarm = 164; // u32: its alarm threshold
+inline constexpr uint32_t launch_low_warning = 168; // s32: warning threshold of a launch power too low
+inline constexpr uint32_t launch_low_alarm = 172; // s32: its alarm threshold
+inline constexpr uint32_t lol_level = 176; // s32: LOL level: received power below it counts as loss of light
+} // namespace layout::optics_diagnostics
+
+namespace layout::optics_rssi
+{
+inline constexpr uint32_t mac = 124; // mac: MAC address of the ONU
+inline constexpr uint32_t onu_id = 130; // u8: its id
+inline constexpr uint32_t light = 131; // u8: 1 where the received power reaches the LOL level
+inline constexpr uint32_t received_power = 132; // s32: received power; of a measurement the average
+inline constexpr uint32_t onu_launch_power = 136; // s32: what the ONU launches now; -40 while it is offline
+inline constexpr uint32_t loss = 140; // s32: what is lost between it and the port: splitter, fibre and connectors
+inline constexpr uint32_t distance = 144; // u32: distance of the ONU; 0 while it is offline
+inline constexpr uint32_t samples = 148; // u32: of how many samples the received power is the average
+inline constexpr uint32_t least = 152; // s32: the weakest of them
+inline constexpr uint32_t greatest = 156; // s32: the strongest
+inline constexpr uint32_t time = 160; // u64: model time of the last of them
+inline constexpr uint32_t temperature = 168; // s32: temperature of the module
+inline constexpr uint32_t voltage = 172; // u32: its supply voltage
+inline constexpr uint32_t bias = 176; // u32: bias of its laser
+inline constexpr uint32_t launch_power = 180; // s32: its launch power; -40 while the laser is off
+inline constexpr uint32_t state = 184; // u32: of the received power: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm
+} // namespace layout::optics_rssi
+
+namespace layout::sfp_info
+{
+inline constexpr uint32_t cage = 124; // u32: SFP cage number
+inline constexpr uint32_t pon_port = 128; // u32: PON port of the module; 0 of an uplink
+inline constexpr uint32_t vendor = 132; // text: vendor name
+inline constexpr uint32_t part = 152; // text: part number
+inline constexpr uint32_t revision = 172; // text: revision
+inline constexpr uint32_t serial = 180; // text: serial number
+inline constexpr uint32_t date = 200; // text: date of manufacture, YYMMDD
+inline constexpr uint32_t oui = 212; // bytes: OUI of the vendor
+inline constexpr uint32_t connector = 215; // u8: connector, code of SFF-8472: 1 SC, 7 LC
+inline constexpr uint32_t wavelength = 216; // u32: wavelength of the laser
+inline constexpr uint32_t reach = 220; // u32: length of single-mode fibre, at most
+inline constexpr uint32_t rate = 224; // u32: line rate
+inline constexpr uint32_t age = 228; // u32: age of the laser
+inline constexpr uint32_t laser = 232; // u8: 1 while the laser is on
+inline constexpr uint32_t tx_fault = 233; // u8: 1 while the bias is above its alarm threshold
+inline constexpr uint32_t rx_los = 234; // u8: 1 where the received power is below the LOL level
+inline constexpr uint32_t measuring = 235; // u8: 1 while a power measurement is under way
+inline constexpr uint32_t alarms = 236; // u16: alarm flags: from the highest bit on, high and low of temperature, voltage, bias, launch power, received power (of a PON port only when it was measured)
+inline constexpr uint32_t warnings = 238; // u16: warning flags, likewise
+inline constexpr uint32_t temperature = 240; // s32: temperature
+inline constexpr uint32_t temperature_high_alarm = 244; // s32: high alarm threshold
+inline constexpr uint32_t temperature_low_alarm = 248; // s32: low alarm threshold
+inline constexpr uint32_t temperature_high_warning = 252; // s32: high warning threshold
+inline constexpr uint32_t temperature_low_warning = 256; // s32: low warning threshold
+inline constexpr uint32_t temperature_state = 260; // u32: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm
+inline constexpr uint32_t voltage = 264; // u32: voltage
+inline constexpr uint32_t voltage_high_alarm = 268; // u32: high alarm threshold
+inline constexpr uint32_t voltage_low_alarm = 272; // u32: low alarm threshold
+inline constexpr uint32_t voltage_high_warning = 276; // u32: high warning threshold
+inline constexpr uint32_t voltage_low_warning = 280; // u32: low warning threshold
+inline constexpr uint32_t voltage_state = 284; // u32: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm
+inline constexpr uint32_t bias = 288; // u32: bias
+inline constexpr uint32_t bias_high_alarm = 292; // u32: high alarm threshold
+inline constexpr uint32_t bias_low_alarm = 296; // u32: low alarm threshold
+inline constexpr uint32_t bias_high_warning = 300; // u32: high warning threshold
+inline constexpr uint32_t bias_low_warning = 304; // u32: low warning threshold
+inline constexpr uint32_t bias_state = 308; // u32: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm
+inline constexpr uint32_t launch_power = 312; // s32: launch power
+inline constexpr uint32_t launch_power_high_alarm = 316; // s32: high alarm threshold
+inline constexpr uint32_t launch_power_low_alarm = 320; // s32: low alarm threshold
+inline constexpr uint32_t launch_power_high_warning = 324; // s32: high warning threshold
+inline constexpr uint32_t launch_power_low_warning = 328; // s32: low warning threshold
+inline constexpr uint32_t launch_power_state = 332; // u32: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm
+inline constexpr uint32_t received_power = 336; // s32: received power; of a PON port's module that of the ONU which was measured last
+inline constexpr uint32_t received_power_high_alarm = 340; // s32: high alarm threshold
+inline constexpr uint32_t received_power_low_alarm = 344; // s32: low alarm threshold
+inline constexpr uint32_t received_power_high_warning = 348; // s32: high warning threshold
+inline constexpr uint32_t received_power_low_warning = 352; // s32: low warning threshold
+inline constexpr uint32_t received_power_state = 356; // u32: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm
+inline constexpr uint32_t identity_memory = 360; // bytes: the module's memory at A0h, bytes 0 to 95, as in SFF-8472
+inline constexpr uint32_t diagnostic_memory = 456; // bytes: its memory at A2h, bytes 0 to 119
+inline constexpr uint32_t lao_mode = 576; // u32: LAO mode: 1 where the laser stays on in spite of TX disable
+inline constexpr uint32_t lol_mode = 580; // u32: LOL mode: 1 where the LOL level was set, 0 where it is the low alarm threshold of received power
+inline constexpr uint32_t lol_level = 584; // s32: LOL level: received power below it counts as loss of light
+} // namespace layout::sfp_info
+
+namespace layout::opm_trigger
+{
+inline constexpr uint32_t samples = 124; // u32: how many samples to take, at most 100; 0 is 1
+inline constexpr uint32_t interval = 128; // u32: time between two samples, at most 60000
+inline constexpr uint32_t delay = 132; // u32: time before the first, at most 3600000
+} // namespace layout::opm_trigger
+
+namespace layout::lao_mode
+{
+inline constexpr uint32_t reserved = 124; // bytes: zero
+} // namespace layout::lao_mode
+
+namespace layout::lol_mode
+{
+inline constexpr uint32_t level = 124; // s32: the level of mode 1, -40 to 0; 0 in mode 0
+inline constexpr uint32_t reserved = 128; // bytes: zero
+} // namespace layout::lol_mode
+
+namespace layout::optical_status
+{
+inline constexpr uint32_t valid = 124; // u8: 1; 0 makes the debug layer forget what it was told, and the rest does not count
+inline constexpr uint32_t laser = 125; // u8: 1 where the laser is on, else 0
+inline constexpr uint32_t tx_fault = 126; // u8: 1 where the transmitter has a fault, else 0
+inline constexpr uint32_t rx_los = 127; // u8: 1 where light is lost, else 0
+inline constexpr uint32_t temperature = 128; // s32: temperature
+inline constexpr uint32_t voltage = 132; // u32: supply voltage
+inline constexpr uint32_t bias = 136; // u32: bias of the laser
+inline constexpr uint32_t launch_power = 140; // s32: launch power
+inline constexpr uint32_t received_power = 144; // s32: received power
+inline constexpr uint32_t time = 148; // u64: when it was measured
+} // namespace layout::optical_status
+
+namespace layout::pon_laser
+{
+inline constexpr uint32_t state = 124; // u32: 0 off by TX disable, 1 on, 2 on in spite of TX disable by LAO mode
+} // namespace layout::pon_laser
+
+namespace layout::pon_phy
+{
+inline constexpr uint32_t laser = 124; // u8: 1 while the laser is on
+inline constexpr uint32_t tx_fault = 125; // u8: 1 while the bias is above its alarm threshold
+inline constexpr uint32_t rx_los = 126; // u8: 1 where the received power is below the LOL level
+inline constexpr uint32_t lao_mode = 127; // u8: LAO mode
+inline constexpr uint32_t told = 128; // u8: 1 where the debug layer was told an optical status; else the next three are 0
+inline constexpr uint32_t told_laser = 129; // u8: 1 where the laser is on
+inline constexpr uint32_t told_tx_fault = 130; // u8: 1 where the transmitter has a fault
+inline constexpr uint32_t told_rx_los = 131; // u8: 1 where light is lost
+inline constexpr uint32_t rate = 132; // u16: line rate, each way
+inline constexpr uint32_t wavelength = 134; // u16: wavelength of the laser
+} // namespace layout::pon_phy
+
+namespace layout::i2c_read
+{
+inline constexpr uint32_t address = 124; // u32: bus address, 0xa0 or 0xa2
+inline constexpr uint32_t offset = 128; // u32: first byte of the memory
+inline constexpr uint32_t length = 132; // u32: bytes, 1 to 128, not beyond byte 255 of the memory
+inline constexpr uint32_t result = 136; // u32: not read
+inline constexpr uint32_t data = 140; // bytes: not read
+} // namespace layout::i2c_read
+
+namespace layout::i2c_bytes
+{
+inline constexpr uint32_t address = 124; // u32: bus address, 0xa0 or 0xa2
+inline constexpr uint32_t offset = 128; // u32: first byte of the memory
+inline constexpr uint32_t length = 132; // u32: bytes, 1 to 128, not beyond byte 255 of the memory
+inline constexpr uint32_t result = 136; // u32: bytes that were read; 0 where the status is not
+inline constexpr uint32_t data = 140; // bytes: the bytes; behind them zero
+} // namespace layout::i2c_bytes
+
+namespace layout::i2c_write
+{
+inline constexpr uint32_t address = 124; // u32: bus address, 0xa0 or 0xa2
+inline constexpr uint32_t offset = 128; // u32: first byte of the memory
+inline constexpr uint32_t length = 132; // u32: bytes, 1 to 128, not beyond byte 255 of the memory
+inline constexpr uint32_t result = 136; // u32: not read
+inline constexpr uint32_t data = 140; // bytes: the bytes to write
+} // namespace layout::i2c_write

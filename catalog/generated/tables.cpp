@@ -215,6 +215,11 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_BAD_SLA", 4050, false, "fixed and assured bandwidth exceed the maximum, the maximum is not 1 to 1000000 kbit/s, the priority not 0 to 7, or the weight not 1 to 100"},
     {"PON_ERR_SLA_CAPACITY", 4051, false, "the fixed and assured bandwidth of the port's ONUs would exceed its capacity"},
     {"PON_ERR_BAD_LLID", 4052, false, "the LLID is not one of 1 to 128, which are the ONU id and 1 more"},
+    {"PON_ERR_NO_MEASUREMENT", 4030, false, "the power of this ONU was not measured, or that of another was measured since"},
+    {"PON_ERR_MEASURING", 4031, false, "a power measurement is under way at the port; cancel it first"},
+    {"PON_ERR_NO_CAGE", 4032, false, "the OLT has no such SFP cage"},
+    {"PON_ERR_NO_DEVICE", 4033, false, "nothing answers at this address of the I2C bus"},
+    {"PON_ERR_READ_ONLY", 4034, false, "some of these bytes of the module's memory cannot be written; none was"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -434,6 +439,198 @@ constexpr Field whitelist_entry_fields[] = {
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
 
+constexpr const Command *optics_diagnostics_commands[] = {&all_commands[84]};
+
+constexpr Field optics_diagnostics_fields[] = {
+    {"temperature", FieldType::s32, 124, 4, "degC", 0.01, "temperature"},
+    {"voltage", FieldType::u32, 128, 4, "V", 0.0001, "supply voltage"},
+    {"bias", FieldType::u32, 132, 4, "mA", 0.001, "bias of the laser"},
+    {"launch_power", FieldType::s32, 136, 4, "dBm", 0.01, "launch power; -40 while the laser is off"},
+    {"received_power", FieldType::s32, 140, 4, "dBm", 0.01, "received power that was measured last; -40 where it found no light, and before the first measurement"},
+    {"alarms", FieldType::u16, 144, 2, "", 1, "alarm flags: from the highest bit on, high and low of temperature, voltage, bias, launch power, received power (this one only when it was measured)"},
+    {"warnings", FieldType::u16, 146, 2, "", 1, "warning flags, likewise"},
+    {"laser", FieldType::u8, 148, 1, "", 1, "1 while the laser is on"},
+    {"tx_fault", FieldType::u8, 149, 1, "", 1, "1 while the bias is above its alarm threshold"},
+    {"rx_los", FieldType::u8, 150, 1, "", 1, "1 where the received power is below the LOL level"},
+    {"measuring", FieldType::u8, 151, 1, "", 1, "1 while a power measurement is under way"},
+    {"lao_mode", FieldType::u8, 152, 1, "", 1, "LAO mode: 1 where the laser stays on in spite of TX disable"},
+    {"lol_mode", FieldType::u8, 153, 1, "", 1, "LOL mode: 1 where the LOL level was set, 0 where it is the low alarm threshold of received power"},
+    {"measured_onu", FieldType::u16, 154, 2, "", 1, "id of the ONU that was measured last; 65535 before the first measurement, and where it is bound here no more"},
+    {"age", FieldType::u32, 156, 4, "h", 1, "age of the laser"},
+    {"bias_high_warning", FieldType::u32, 160, 4, "mA", 0.001, "warning threshold of a bias too high"},
+    {"bias_high_alarm", FieldType::u32, 164, 4, "mA", 0.001, "its alarm threshold"},
+    {"launch_low_warning", FieldType::s32, 168, 4, "dBm", 0.01, "warning threshold of a launch power too low"},
+    {"launch_low_alarm", FieldType::s32, 172, 4, "dBm", 0.01, "its alarm threshold"},
+    {"lol_level", FieldType::s32, 176, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
+};
+
+constexpr const Command *optics_rssi_commands[] = {&all_commands[85]};
+
+constexpr Field optics_rssi_fields[] = {
+    {"mac", FieldType::mac, 124, 6, "", 1, "MAC address of the ONU"},
+    {"onu_id", FieldType::u8, 130, 1, "", 1, "its id"},
+    {"light", FieldType::u8, 131, 1, "", 1, "1 where the received power reaches the LOL level"},
+    {"received_power", FieldType::s32, 132, 4, "dBm", 0.01, "received power; of a measurement the average"},
+    {"onu_launch_power", FieldType::s32, 136, 4, "dBm", 0.01, "what the ONU launches now; -40 while it is offline"},
+    {"loss", FieldType::s32, 140, 4, "dB", 0.01, "what is lost between it and the port: splitter, fibre and connectors"},
+    {"distance", FieldType::u32, 144, 4, "m", 1, "distance of the ONU; 0 while it is offline"},
+    {"samples", FieldType::u32, 148, 4, "", 1, "of how many samples the received power is the average"},
+    {"least", FieldType::s32, 152, 4, "dBm", 0.01, "the weakest of them"},
+    {"greatest", FieldType::s32, 156, 4, "dBm", 0.01, "the strongest"},
+    {"time", FieldType::u64, 160, 8, "ms", 1, "model time of the last of them"},
+    {"temperature", FieldType::s32, 168, 4, "degC", 0.01, "temperature of the module"},
+    {"voltage", FieldType::u32, 172, 4, "V", 0.0001, "its supply voltage"},
+    {"bias", FieldType::u32, 176, 4, "mA", 0.001, "bias of its laser"},
+    {"launch_power", FieldType::s32, 180, 4, "dBm", 0.01, "its launch power; -40 while the laser is off"},
+    {"state", FieldType::u32, 184, 4, "", 1, "of the received power: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
+};
+
+constexpr const Command *sfp_info_commands[] = {&all_commands[86]};
+
+constexpr Field sfp_info_fields[] = {
+    {"cage", FieldType::u32, 124, 4, "", 1, "SFP cage number"},
+    {"pon_port", FieldType::u32, 128, 4, "", 1, "PON port of the module; 0 of an uplink"},
+    {"vendor", FieldType::text, 132, 20, "", 1, "vendor name"},
+    {"part", FieldType::text, 152, 20, "", 1, "part number"},
+    {"revision", FieldType::text, 172, 8, "", 1, "revision"},
+    {"serial", FieldType::text, 180, 20, "", 1, "serial number"},
+    {"date", FieldType::text, 200, 12, "", 1, "date of manufacture, YYMMDD"},
+    {"oui", FieldType::bytes, 212, 3, "", 1, "OUI of the vendor"},
+    {"connector", FieldType::u8, 215, 1, "", 1, "connector, code of SFF-8472: 1 SC, 7 LC"},
+    {"wavelength", FieldType::u32, 216, 4, "nm", 1, "wavelength of the laser"},
+    {"reach", FieldType::u32, 220, 4, "km", 1, "length of single-mode fibre, at most"},
+    {"rate", FieldType::u32, 224, 4, "MBd", 1, "line rate"},
+    {"age", FieldType::u32, 228, 4, "h", 1, "age of the laser"},
+    {"laser", FieldType::u8, 232, 1, "", 1, "1 while the laser is on"},
+    {"tx_fault", FieldType::u8, 233, 1, "", 1, "1 while the bias is above its alarm threshold"},
+    {"rx_los", FieldType::u8, 234, 1, "", 1, "1 where the received power is below the LOL level"},
+    {"measuring", FieldType::u8, 235, 1, "", 1, "1 while a power measurement is under way"},
+    {"alarms", FieldType::u16, 236, 2, "", 1, "alarm flags: from the highest bit on, high and low of temperature, voltage, bias, launch power, received power (of a PON port only when it was measured)"},
+    {"warnings", FieldType::u16, 238, 2, "", 1, "warning flags, likewise"},
+    {"temperature", FieldType::s32, 240, 4, "degC", 0.01, "temperature"},
+    {"temperature_high_alarm", FieldType::s32, 244, 4, "degC", 0.01, "high alarm threshold"},
+    {"temperature_low_alarm", FieldType::s32, 248, 4, "degC", 0.01, "low alarm threshold"},
+    {"temperature_high_warning", FieldType::s32, 252, 4, "degC", 0.01, "high warning threshold"},
+    {"temperature_low_warning", FieldType::s32, 256, 4, "degC", 0.01, "low warning threshold"},
+    {"temperature_state", FieldType::u32, 260, 4, "", 1, "0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
+    {"voltage", FieldType::u32, 264, 4, "V", 0.0001, "voltage"},
+    {"voltage_high_alarm", FieldType::u32, 268, 4, "V", 0.0001, "high alarm threshold"},
+    {"voltage_low_alarm", FieldType::u32, 272, 4, "V", 0.0001, "low alarm threshold"},
+    {"voltage_high_warning", FieldType::u32, 276, 4, "V", 0.0001, "high warning threshold"},
+    {"voltage_low_warning", FieldType::u32, 280, 4, "V", 0.0001, "low warning threshold"},
+    {"voltage_state", FieldType::u32, 284, 4, "", 1, "0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
+    {"bias", FieldType::u32, 288, 4, "mA", 0.001, "bias"},
+    {"bias_high_alarm", FieldType::u32, 292, 4, "mA", 0.001, "high alarm threshold"},
+    {"bias_low_alarm", FieldType::u32, 296, 4, "mA", 0.001, "low alarm threshold"},
+    {"bias_high_warning", FieldType::u32, 300, 4, "mA", 0.001, "high warning threshold"},
+    {"bias_low_warning", FieldType::u32, 304, 4, "mA", 0.001, "low warning threshold"},
+    {"bias_state", FieldType::u32, 308, 4, "", 1, "0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
+    {"launch_power", FieldType::s32, 312, 4, "dBm", 0.01, "launch power"},
+    {"launch_power_high_alarm", FieldType::s32, 316, 4, "dBm", 0.01, "high alarm threshold"},
+    {"launch_power_low_alarm", FieldType::s32, 320, 4, "dBm", 0.01, "low alarm threshold"},
+    {"launch_power_high_warning", FieldType::s32, 324, 4, "dBm", 0.01, "high warning threshold"},
+    {"launch_power_low_warning", FieldType::s32, 328, 4, "dBm", 0.01, "low warning threshold"},
+    {"launch_power_state", FieldType::u32, 332, 4, "", 1, "0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
+    {"received_power", FieldType::s32, 336, 4, "dBm", 0.01, "received power; of a PON port's module that of the ONU which was measured last"},
+    {"received_power_high_alarm", FieldType::s32, 340, 4, "dBm", 0.01, "high alarm threshold"},
+    {"received_power_low_alarm", FieldType::s32, 344, 4, "dBm", 0.01, "low alarm threshold"},
+    {"received_power_high_warning", FieldType::s32, 348, 4, "dBm", 0.01, "high warning threshold"},
+    {"received_power_low_warning", FieldType::s32, 352, 4, "dBm", 0.01, "low warning threshold"},
+    {"received_power_state", FieldType::u32, 356, 4, "", 1, "0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
+    {"identity_memory", FieldType::bytes, 360, 96, "", 1, "the module's memory at A0h, bytes 0 to 95, as in SFF-8472"},
+    {"diagnostic_memory", FieldType::bytes, 456, 120, "", 1, "its memory at A2h, bytes 0 to 119"},
+    {"lao_mode", FieldType::u32, 576, 4, "", 1, "LAO mode: 1 where the laser stays on in spite of TX disable"},
+    {"lol_mode", FieldType::u32, 580, 4, "", 1, "LOL mode: 1 where the LOL level was set, 0 where it is the low alarm threshold of received power"},
+    {"lol_level", FieldType::s32, 584, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
+};
+
+constexpr const Command *opm_trigger_commands[] = {&all_commands[75]};
+
+constexpr Field opm_trigger_fields[] = {
+    {"samples", FieldType::u32, 124, 4, "", 1, "how many samples to take, at most 100; 0 is 1"},
+    {"interval", FieldType::u32, 128, 4, "ms", 1, "time between two samples, at most 60000"},
+    {"delay", FieldType::u32, 132, 4, "ms", 1, "time before the first, at most 3600000"},
+};
+
+constexpr const Command *lao_mode_commands[] = {&all_commands[77]};
+
+constexpr Field lao_mode_fields[] = {
+    {"reserved", FieldType::bytes, 124, 12, "", 1, "zero"},
+};
+
+constexpr const Command *lol_mode_commands[] = {&all_commands[78]};
+
+constexpr Field lol_mode_fields[] = {
+    {"level", FieldType::s32, 124, 4, "dBm", 0.01, "the level of mode 1, -40 to 0; 0 in mode 0"},
+    {"reserved", FieldType::bytes, 128, 4, "", 1, "zero"},
+};
+
+constexpr const Command *optical_status_commands[] = {&all_commands[57]};
+
+constexpr Field optical_status_fields[] = {
+    {"valid", FieldType::u8, 124, 1, "", 1, "1; 0 makes the debug layer forget what it was told, and the rest does not count"},
+    {"laser", FieldType::u8, 125, 1, "", 1, "1 where the laser is on, else 0"},
+    {"tx_fault", FieldType::u8, 126, 1, "", 1, "1 where the transmitter has a fault, else 0"},
+    {"rx_los", FieldType::u8, 127, 1, "", 1, "1 where light is lost, else 0"},
+    {"temperature", FieldType::s32, 128, 4, "degC", 0.01, "temperature"},
+    {"voltage", FieldType::u32, 132, 4, "V", 0.0001, "supply voltage"},
+    {"bias", FieldType::u32, 136, 4, "mA", 0.001, "bias of the laser"},
+    {"launch_power", FieldType::s32, 140, 4, "dBm", 0.01, "launch power"},
+    {"received_power", FieldType::s32, 144, 4, "dBm", 0.01, "received power"},
+    {"time", FieldType::u64, 148, 8, "ms", 1, "when it was measured"},
+};
+
+constexpr const Command *pon_laser_commands[] = {&all_commands[43]};
+
+constexpr Field pon_laser_fields[] = {
+    {"state", FieldType::u32, 124, 4, "", 1, "0 off by TX disable, 1 on, 2 on in spite of TX disable by LAO mode"},
+};
+
+constexpr const Command *pon_phy_commands[] = {&all_commands[42]};
+
+constexpr Field pon_phy_fields[] = {
+    {"laser", FieldType::u8, 124, 1, "", 1, "1 while the laser is on"},
+    {"tx_fault", FieldType::u8, 125, 1, "", 1, "1 while the bias is above its alarm threshold"},
+    {"rx_los", FieldType::u8, 126, 1, "", 1, "1 where the received power is below the LOL level"},
+    {"lao_mode", FieldType::u8, 127, 1, "", 1, "LAO mode"},
+    {"told", FieldType::u8, 128, 1, "", 1, "1 where the debug layer was told an optical status; else the next three are 0"},
+    {"told_laser", FieldType::u8, 129, 1, "", 1, "1 where the laser is on"},
+    {"told_tx_fault", FieldType::u8, 130, 1, "", 1, "1 where the transmitter has a fault"},
+    {"told_rx_los", FieldType::u8, 131, 1, "", 1, "1 where light is lost"},
+    {"rate", FieldType::u16, 132, 2, "MBd", 1, "line rate, each way"},
+    {"wavelength", FieldType::u16, 134, 2, "nm", 1, "wavelength of the laser"},
+};
+
+constexpr const Command *i2c_read_commands[] = {&all_commands[47]};
+
+constexpr Field i2c_read_fields[] = {
+    {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
+    {"offset", FieldType::u32, 128, 4, "", 1, "first byte of the memory"},
+    {"length", FieldType::u32, 132, 4, "", 1, "bytes, 1 to 128, not beyond byte 255 of the memory"},
+    {"result", FieldType::u32, 136, 4, "", 1, "not read"},
+    {"data", FieldType::bytes, 140, 128, "", 1, "not read"},
+};
+
+constexpr const Command *i2c_bytes_commands[] = {&all_commands[47]};
+
+constexpr Field i2c_bytes_fields[] = {
+    {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
+    {"offset", FieldType::u32, 128, 4, "", 1, "first byte of the memory"},
+    {"length", FieldType::u32, 132, 4, "", 1, "bytes, 1 to 128, not beyond byte 255 of the memory"},
+    {"result", FieldType::u32, 136, 4, "", 1, "bytes that were read; 0 where the status is not"},
+    {"data", FieldType::bytes, 140, 128, "", 1, "the bytes; behind them zero"},
+};
+
+constexpr const Command *i2c_write_commands[] = {&all_commands[48]};
+
+constexpr Field i2c_write_fields[] = {
+    {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
+    {"offset", FieldType::u32, 128, 4, "", 1, "first byte of the memory"},
+    {"length", FieldType::u32, 132, 4, "", 1, "bytes, 1 to 128, not beyond byte 255 of the memory"},
+    {"result", FieldType::u32, 136, 4, "", 1, "not read"},
+    {"data", FieldType::bytes, 140, 128, "", 1, "the bytes to write"},
+};
+
 constexpr Layout all_layouts[] = {
     {"auth_record", &all_records[0], auth_record_commands, auth_record_fields, false, "Authentication of one PON port (`pon_port`). Mode (`arg_word12`): 0 MAC address, 1 LOID, 2 LOID and password, 3 MAC address or LOID. A LOID (`text45`, at most 24 printable ASCII characters) adds a record with its password (`text109`, at most 12, may be empty), or replaces the password of the one that is there; without a LOID the records stay. A port has up to 128 records. In modes 1 to 3 an ONU that registers with a LOID of a record (mode 2: and its password) and is not bound is bound to the next free id, with bind mode 0 and no texts; in modes 1 and 2 a bound ONU with another LOID is unauthenticated, unless it was confirmed. The ONUs on the fibre register with each such request."},
     {"auth_counts", &all_records[0], auth_counts_commands, auth_counts_fields, true, "Authentication of one PON port (`pon_port`): the mode in `arg_word12`, and how its ONUs stand."},
@@ -461,6 +658,18 @@ constexpr Layout all_layouts[] = {
     {"blacklist_batch", &all_records[0], blacklist_batch_commands, blacklist_batch_fields, false, "Several entries of the black list of one PON port (`pon_port`), by their ids there. All of them are taken off or, where there is no entry of an id, none. Those that are on the fibre register again."},
     {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
     {"whitelist_entry", &all_records[0], whitelist_entry_commands, whitelist_entry_fields, true, "A bound ONU. The request names it by id, by MAC address, or by both where they agree; with neither it is the ONU on id 0. The answer has `pon_port`, `onu_id`, `onu_mac`, the bind mode in `arg_value` and the bind texts in `text237`, `text173` and `text365`; all that counts lies in its first 776 bytes."},
+    {"optics_diagnostics", &all_records[2], optics_diagnostics_commands, optics_diagnostics_fields, true, "Diagnostics of the optical module of one PON port (`plat_port`), 56 bytes. The received power is that of the ONU which was measured last: the light of ONUs comes in bursts."},
+    {"optics_rssi", &all_records[2], optics_rssi_commands, optics_rssi_fields, true, "The power that a PON port (`plat_port`) receives from one of its ONUs (`plat_arg4`), 64 bytes. `plat_arg120` says which: 0 what is received now, of an ONU that is not offline; 1 what the power measurement found, where the last one at the port was of this ONU."},
+    {"sfp_info", &all_records[2], sfp_info_commands, sfp_info_fields, true, "The module in an SFP cage (`plat_port`), 464 bytes: what it is, what it measures with its thresholds, and its memory. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
+    {"opm_trigger", &all_records[2], opm_trigger_commands, opm_trigger_fields, false, "Has the module of a PON port (`plat_port`) measure the power that it receives from an ONU (`plat_arg4`) which is on the fibre: 12 bytes. With the last sample the result stands in the module's diagnostics and in the RSSI reading 1. One measurement at a time is under way at a port; zeros take one sample at once."},
+    {"lao_mode", &all_records[2], lao_mode_commands, lao_mode_fields, false, "LAO (laser always on) mode of the module of a PON port (`plat_port`): `plat_arg112` 0 the laser obeys TX disable, 1 it stays on in spite of it."},
+    {"lol_mode", &all_records[2], lol_mode_commands, lol_mode_fields, false, "LOL (loss of light) mode of the module of a PON port (`plat_port`), 8 bytes: below which received power light counts as lost. `plat_arg112` 0 the module's low alarm threshold, 1 the level given here. `plat_arg4` is the receiver, of which a module has one: 0."},
+    {"optical_status", &all_records[2], optical_status_commands, optical_status_fields, false, "What the PON chip's debug layer is told of the optics of a PON port (`plat_port`), 32 bytes. It keeps this until it is told otherwise, and shows the flags beside those of the module itself, which are not touched."},
+    {"pon_laser", &all_records[2], pon_laser_commands, pon_laser_fields, true, "The laser of a PON port (`plat_port`), 4 bytes."},
+    {"pon_phy", &all_records[2], pon_phy_commands, pon_phy_fields, true, "The PHY of a PON port (`plat_port`), 12 bytes: its optics as the module says, and as the chip's debug layer was told."},
+    {"i2c_read", &all_records[2], i2c_read_commands, i2c_read_fields, false, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472."},
+    {"i2c_bytes", &all_records[2], i2c_bytes_commands, i2c_bytes_fields, true, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472."},
+    {"i2c_write", &all_records[2], i2c_write_commands, i2c_write_fields, false, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472. Of 0xa2 byte 110 and bytes 128 to 247 can be written: soft TX disable (bit 6 of byte 110), by which the laser goes off, and with it the port's ONUs; and what the user keeps. Where another byte is meant, none is written."},
 };
 
 constexpr const Command *onu_capabilities_commands[] = {&all_commands[20]};
@@ -679,9 +888,9 @@ constexpr const Command *onu_alarm_commands[] = {&all_commands[23]};
 
 constexpr Column onu_alarm_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
-    {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU is not bound at this port"},
-    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
-    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU is not bound at this port, and of the port itself"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address; null of the port itself"},
+    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID; of the port: 5 bias_high: the bias of its laser has risen to the alarm threshold as it ages; 6 power_low: the launch power has fallen to it"},
     {"name", "NAME", ColumnType::text, "", "the alarm in a word"},
     {"severity", "SEVERITY", ColumnType::text, "", "critical, major or minor"},
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
@@ -716,6 +925,19 @@ constexpr Column base_info_columns[] = {
     {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
 };
 
+constexpr const Command *sfp_quantities_commands[] = {&all_commands[87]};
+
+constexpr Column sfp_quantities_columns[] = {
+    {"quantity", "QUANTITY", ColumnType::text, "", "temperature, voltage, bias, launch power or received power"},
+    {"value", "VALUE", ColumnType::real, "", "what is measured; received power of a PON port's module is that of the ONU which was measured last, and null before the first measurement"},
+    {"unit", "UNIT", ColumnType::text, "", "degC, V, mA or dBm: of the value and the thresholds"},
+    {"low_alarm", "LOW ALARM", ColumnType::real, "", "low alarm threshold"},
+    {"low_warning", "LOW WARNING", ColumnType::real, "", "low warning threshold"},
+    {"high_warning", "HIGH WARNING", ColumnType::real, "", "high warning threshold"},
+    {"high_alarm", "HIGH ALARM", ColumnType::real, "", "high alarm threshold"},
+    {"state", "STATE", ColumnType::text, "", "normal, low warning, low alarm, high warning or high alarm; null where nothing was measured"},
+};
+
 constexpr View all_views[] = {
     {"onu_capabilities", onu_capabilities_commands, onu_capabilities_columns, "A row a bound ONU, in order of port and id, whether it is online or not."},
     {"upgrade_base_info", upgrade_base_info_commands, upgrade_base_info_columns, "A row a bound ONU, in order of port and id."},
@@ -733,9 +955,10 @@ constexpr View all_views[] = {
     {"mac_table_nni", mac_table_nni_commands, mac_table_nni_columns, "The addresses of the network side that the query asks for, at most 100 of them, in order of uplink and address."},
     {"blacklist", blacklist_commands, blacklist_columns, "A row an entry, in order of port and id. BSP_CMD_BLACKLIST_GET: of one port, or of all for port 0, narrowed to the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where that leaves none, the status says so and the table is empty."},
     {"auth", auth_commands, auth_columns, "For port 0 a row a port, with the columns from mode to rejected, at most 10240 bytes in all; for a port a row an authentication record, in order of LOID, with the columns from loid on. The other columns are null. Passwords are not shown."},
-    {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},
+    {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of a PON port itself or of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. The alarms of the port itself have neither id nor MAC address, and come first. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
+    {"sfp_quantities", sfp_quantities_commands, sfp_quantities_columns, "The module in an SFP cage (`plat_port`): a row a quantity that it measures. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
 };
 
 constexpr Argument bsp_pon_onu_auth_mode_type_set_arguments[] = {

@@ -1,4 +1,4 @@
-// Alarms of ONUs.
+// Alarms of ONUs and of ports.
 #include "model/alarms.h"
 
 #include "generated/service_words.h"
@@ -41,7 +41,7 @@ Outcome view(const Olt &olt, const Request &request)
         const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
         table.cell("pon_port", port.number);
         onu_id ? table.cell("onu_id", *onu_id) : table.cell("onu_id", std::nullopt);
-        table.cell("mac", mac);
+        is_zero(mac) ? table.cell("mac", std::nullopt) : table.cell("mac", mac);
         table.cell("alarm", code);
         table.cell("name", name_of(Alarm{code}));
         table.cell("severity", severity_of(Alarm{code}));

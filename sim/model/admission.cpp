@@ -154,19 +154,7 @@ Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &
     if (limits.min > limits.max || limits.max > max_distance) return refuse(PON_ERR_BAD_RECORD);
     Plan plan{BSP_OK};
     plan.change.ports.push_back({pon_port, limits, static_cast<uint32_t>(port->authentication.mode)});
-    Registration registration(olt, *port, port->authentication, plan.change);
-    for (const Arrival &arrival : port->arrivals) {
-        const bool was_ranged = port->limits.contain(arrival.distance);
-        if (was_ranged == limits.contain(arrival.distance)) continue;
-        if (was_ranged) {
-            const std::optional<uint32_t> onu_id = olt.id_at(pon_port, arrival.mac);
-            if (onu_id && port->online(*port->bindings[*onu_id])) raise(*port, arrival.mac, Alarm::los, plan.change);
-        } else if (port->refuses(arrival.mac)) {
-            raise(*port, arrival.mac, Alarm::rejected, plan.change);
-        } else {
-            registration.add(arrival, false);
-        }
-    }
+    change_reach(olt, *port, {limits, port->lit}, plan.change);
     return plan;
 }
 

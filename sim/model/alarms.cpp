@@ -18,6 +18,8 @@ constexpr std::array<Kind, max_alarm> kinds{{
     {"dying_gasp", "major"},
     {"rejected", "minor"},
     {"auth_failed", "major"},
+    {"bias_high", "major"},
+    {"power_low", "major"},
 }};
 
 const Kind &kind_of(Alarm alarm)

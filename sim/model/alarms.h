@@ -1,4 +1,5 @@
-// Alarms of ONUs. An alarm is raised by the change that is its cause, and stays until it is cleared.
+// Alarms of ONUs, and of PON ports themselves. An alarm is raised by the change that is its cause, and stays until it
+// is cleared.
 #pragma once
 
 #include <cstdint>
@@ -14,14 +15,19 @@ enum class Alarm : uint32_t {
     dying_gasp,  // was rebooted by command
     rejected,    // registers, and is on the black list
     auth_failed, // is on the fibre, and now is turned away for its LOID
+    bias_high,   // of the port: the bias of its laser has risen to the alarm threshold
+    power_low,   // of the port: the launch power of its laser has fallen to the alarm threshold
 };
 
-inline constexpr uint32_t max_alarm = 4;
+inline constexpr uint32_t max_alarm = 6;
+
+// In the place of an ONU's address, for the alarms of a port.
+inline constexpr Mac port_itself{};
 
 std::string_view name_of(Alarm alarm);
 std::string_view severity_of(Alarm alarm); // critical, major or minor
 
-// Once more for this ONU, at most once in a change.
+// Once more for this ONU, or for the port itself, at most once in a change.
 void raise(const PonPort &port, const Mac &mac, Alarm alarm, Change &change);
 
 } // namespace ponsim

@@ -2,6 +2,7 @@
 // the store writes in one transaction, and what is read back from the store.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -75,6 +76,40 @@ struct FdbFilter {
     Mac mac = {};
 };
 
+// What is kept of an optical module.
+struct ModuleRecord {
+    // A measurement of the power received from an ONU, over model time.
+    struct Measurement {
+        Mac mac;
+        ModelTime end; // of its last sample
+        uint32_t samples;
+        uint32_t interval; // ms
+
+        bool operator==(const Measurement &) const = default;
+    };
+    struct Result {
+        Mac mac;
+        ModelTime at;
+        uint32_t samples;
+        uint32_t average; // 0.1 uW, as the least and the greatest
+        uint32_t least;
+        uint32_t greatest;
+
+        bool operator==(const Result &) const = default;
+    };
+
+    uint32_t added_hours = 0;               // the laser's age beyond the time of the OLT
+    bool tx_disabled = false;               // by the soft control in the module's memory
+    bool always_on = false;                 // LAO: the laser stays on all the same
+    std::optional<int32_t> loss_level = {}; // LOL, 0.01 dBm: below it light is lost; none: the module's own threshold
+    uint32_t raised = 0;                    // alarms of the laser's age, by bit of their code
+    std::array<uint8_t, 120> user = {};     // the memory that is its user's
+    std::optional<Measurement> measurement = {}; // under way
+    std::optional<Result> result = {};           // of the last one
+
+    bool operator==(const ModuleRecord &) const = default;
+};
+
 struct Change {
     struct BindingRow {
         uint32_t pon_port;
@@ -103,9 +138,13 @@ struct Change {
     };
     struct AlarmRow {
         uint32_t pon_port;
-        Mac mac;
+        Mac mac; // zero: of the port itself
         uint32_t alarm;
         uint32_t count; // 0: cleared
+    };
+    struct ModuleRow {
+        uint32_t cage;
+        ModuleRecord record;
     };
 
     // What a set command left for the matching get, as bytes: by the set command's channel and code, the port and what
@@ -126,12 +165,13 @@ struct Change {
     std::vector<AlarmRow> alarms = {};
     std::vector<BlockRow> blocks = {};
     std::vector<FdbFilter> flushes = {}; // forgotten; the store does not know the forwarding database
-    std::optional<ModelTime> now = {};   // set by the simulator
+    std::vector<ModuleRow> modules = {};
+    std::optional<ModelTime> now = {}; // set by the simulator
 
     bool empty() const
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
-               alarms.empty() && blocks.empty() && flushes.empty();
+               alarms.empty() && blocks.empty() && flushes.empty() && modules.empty();
     }
 };
 

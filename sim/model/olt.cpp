@@ -36,7 +36,7 @@ const Arrival *PonPort::ranged(const Mac &mac) const
 {
     const auto found = std::ranges::lower_bound(arrivals, mac, {}, &Arrival::mac);
     if (found == arrivals.end() || found->mac != mac) return nullptr;
-    return limits.contain(found->distance) ? &*found : nullptr;
+    return reach().contains(*found) ? &*found : nullptr;
 }
 
 OnuRecord PonPort::record(const Mac &mac) const
@@ -56,12 +56,19 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed)
 {
     for (uint32_t number = 1; number <= settings.ports; ++number)
         pon_ports.push_back({number, arrivals_at(settings, number)});
+    for (uint32_t cage = 1; cage <= settings.ports + uplink_ports; ++cage)
+        optics.emplace_back(settings.seed, cage, cage <= settings.ports);
     forwarding.start(*this);
 }
 
 const PonPort *Olt::port(uint32_t number) const
 {
     return number >= 1 && number <= pon_ports.size() ? &pon_ports[number - 1] : nullptr;
+}
+
+const Module *Olt::module(uint32_t cage) const
+{
+    return cage >= 1 && cage <= optics.size() ? &optics[cage - 1] : nullptr;
 }
 
 std::optional<Olt::Place> Olt::find(const Mac &mac) const
@@ -80,7 +87,7 @@ std::optional<uint32_t> Olt::id_at(uint32_t pon_port, const Mac &mac) const
 
 bool Olt::waits(const PonPort &port, const Arrival &arrival) const
 {
-    return port.limits.contain(arrival.distance) && !port.refuses(arrival.mac) && !id_at(port.number, arrival.mac);
+    return port.reach().contains(arrival) && !port.refuses(arrival.mac) && !id_at(port.number, arrival.mac);
 }
 
 std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
@@ -93,6 +100,7 @@ std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
 
 void Olt::apply(const Change &change)
 {
+    if (change.now) time = *change.now;
     std::vector<std::pair<uint32_t, Mac>> moved; // ONUs, and at which port
     for (const auto &[pon_port, onu_id, binding] : change.bindings) {
         if (const auto &old = pon_ports.at(pon_port - 1).bindings.at(onu_id)) moved.push_back({pon_port, old->mac});
@@ -141,7 +149,11 @@ void Olt::apply(const Change &change)
         else
             blocks.erase(key);
     }
-    if (change.now) time = *change.now;
+    for (const auto &[cage, record] : change.modules) {
+        Module &module = optics.at(cage - 1);
+        module.set(record, time);
+        if (module.of_pon_port()) pon_ports.at(cage - 1).lit = module.laser_on();
+    }
     forwarding.follow(*this, change, moved);
 }
 

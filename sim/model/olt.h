@@ -11,6 +11,7 @@
 
 #include "model/change.h"
 #include "model/fdb.h"
+#include "model/module.h"
 #include "model/population.h"
 
 namespace ponsim
@@ -34,17 +35,28 @@ struct Authentication {
 enum class OnuState : uint32_t { offline, online, unauthenticated };
 std::string_view to_text(OnuState state);
 
+// Which ONUs on the fibre a port reaches.
+struct Reach {
+    RangingLimits limits;
+    bool lit; // the laser is on
+
+    bool contains(const Arrival &arrival) const { return lit && limits.contain(arrival.distance); }
+};
+
 struct PonPort {
     uint32_t number;
     std::vector<Arrival> arrivals; // in order of MAC address
     RangingLimits limits = {};
+    bool lit = true;                                                         // the laser of its optical module is on
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
     std::map<Mac, OnuRecord> onus = {};                                      // those that differ from a new one
     std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by id there
     std::map<Mac, uint32_t> blacklist_ids = {};
     Authentication authentication = {};
-    std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; none is 0
+    std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; none is 0.
+                                                              // Alarms of the port itself have a zero address.
 
+    Reach reach() const { return {limits, lit}; }
     // The ONU as it has arrived and is ranged; null when it has not or is not.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
@@ -73,6 +85,11 @@ public:
     // Null when there is no such port.
     const PonPort *port(uint32_t number) const;
 
+    // The optical modules, in order of cage.
+    const std::vector<Module> &modules() const { return optics; }
+    // Null when there is no such cage.
+    const Module *module(uint32_t cage) const;
+
     // Where an ONU is bound.
     struct Place {
         uint32_t pon_port;
@@ -99,6 +116,7 @@ private:
 
     uint64_t own_seed;
     std::vector<PonPort> pon_ports;
+    std::vector<Module> optics;
     std::map<Mac, Place> places;
     std::map<std::array<uint32_t, 4>, std::string> blocks;
     ModelTime time = 0;

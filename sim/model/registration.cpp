@@ -28,4 +28,21 @@ void Registration::add(const Arrival &arrival, bool was_registered)
     }
 }
 
+void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change)
+{
+    Registration registration(olt, port, port.authentication, change);
+    for (const Arrival &arrival : port.arrivals) {
+        const bool was_ranged = port.reach().contains(arrival);
+        if (was_ranged == reach.contains(arrival)) continue;
+        if (was_ranged) {
+            const std::optional<uint32_t> onu_id = olt.id_at(port.number, arrival.mac);
+            if (onu_id && port.online(*port.bindings[*onu_id])) raise(port, arrival.mac, Alarm::los, change);
+        } else if (port.refuses(arrival.mac)) {
+            raise(port, arrival.mac, Alarm::rejected, change);
+        } else {
+            registration.add(arrival, false);
+        }
+    }
+}
+
 } // namespace ponsim

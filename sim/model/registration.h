@@ -26,4 +26,8 @@ private:
     OnuIds taken;
 };
 
+// Adds to `change` what comes of the ONUs of a port that now reaches these: those that come into reach register, for
+// those online that go out of it an alarm is raised. The reach itself is the caller's to change.
+void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change);
+
 } // namespace ponsim

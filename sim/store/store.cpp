@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "model/module.h"
+
 namespace ponsim
 {
 namespace
@@ -38,10 +40,19 @@ constexpr char schema[] =
     "CREATE TABLE auth(pon_port INTEGER NOT NULL, loid TEXT NOT NULL, password TEXT NOT NULL,"
     " PRIMARY KEY(pon_port, loid)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL "
-    "CHECK(alarm BETWEEN 1 AND 4),"
+    "CHECK(alarm BETWEEN 1 AND 6),"
     " count INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE block(channel INTEGER NOT NULL, command INTEGER NOT NULL, pon_port INTEGER NOT NULL,"
     " idx INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY(channel, command, pon_port, idx)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE module(cage INTEGER PRIMARY KEY, added_hours INTEGER NOT NULL, tx_disabled INTEGER NOT NULL,"
+    " always_on INTEGER NOT NULL, own_loss_level INTEGER NOT NULL, loss_level INTEGER NOT NULL, raised INTEGER NOT "
+    "NULL,"
+    " user BLOB NOT NULL CHECK(length(user) = 120)) STRICT;"
+    "CREATE TABLE measurement(cage INTEGER PRIMARY KEY, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+    " ends INTEGER NOT NULL, samples INTEGER NOT NULL, interval INTEGER NOT NULL) STRICT;"
+    "CREATE TABLE measured(cage INTEGER PRIMARY KEY, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+    " taken INTEGER NOT NULL, samples INTEGER NOT NULL, average INTEGER NOT NULL, least INTEGER NOT NULL,"
+    " greatest INTEGER NOT NULL) STRICT;"
     "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1), now INTEGER NOT NULL) STRICT;";
 
 uint32_t word(const Statement &statement, int column)
@@ -94,6 +105,11 @@ struct Store::Statements {
           drop_alarm(db, "DELETE FROM alarm WHERE pon_port = ? AND mac = ? AND alarm = ?"),
           put_block(db, "REPLACE INTO block VALUES(?, ?, ?, ?, ?)"),
           drop_block(db, "DELETE FROM block WHERE channel = ? AND command = ? AND pon_port = ? AND idx = ?"),
+          put_module(db, "REPLACE INTO module VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
+          put_measurement(db, "REPLACE INTO measurement VALUES(?, ?, ?, ?, ?)"),
+          drop_measurement(db, "DELETE FROM measurement WHERE cage = ?"),
+          put_measured(db, "REPLACE INTO measured VALUES(?, ?, ?, ?, ?, ?, ?)"),
+          drop_measured(db, "DELETE FROM measured WHERE cage = ?"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
     }
@@ -113,6 +129,11 @@ struct Store::Statements {
     Statement drop_alarm;
     Statement put_block;
     Statement drop_block;
+    Statement put_module;
+    Statement put_measurement;
+    Statement drop_measurement;
+    Statement put_measured;
+    Statement drop_measured;
     Statement put_clock;
 };
 
@@ -227,9 +248,36 @@ Change Store::load() const
     Statement blocks(db.get(), "SELECT * FROM block ORDER BY channel, command, pon_port, idx");
     while (blocks.row())
         change.blocks.push_back({word(blocks, 0), word(blocks, 1), word(blocks, 2), word(blocks, 3), bytes(blocks, 4)});
+    load_modules(change, ports);
     Statement clock(db.get(), "SELECT now FROM clock");
     if (clock.row()) change.now = static_cast<ModelTime>(clock.number(0));
     return change;
+}
+
+void Store::load_modules(Change &change, uint32_t ports) const
+{
+    Statement modules(db.get(), "SELECT module.*, measurement.*, measured.* FROM module"
+                                " LEFT JOIN measurement USING(cage) LEFT JOIN measured USING(cage) ORDER BY cage");
+    while (modules.row()) {
+        const uint32_t cage = word(modules, 0);
+        const std::span<const uint8_t> user = modules.bytes(7);
+        ModuleRecord record{.added_hours = word(modules, 1),
+                            .tx_disabled = modules.number(2) != 0,
+                            .always_on = modules.number(3) != 0,
+                            .raised = word(modules, 6)};
+        if (cage < 1 || cage > ports + uplink_ports || user.size() != record.user.size())
+            throw StoreError("an optical module in it is damaged");
+        if (modules.number(4)) record.loss_level = static_cast<int32_t>(modules.number(5));
+        std::ranges::copy(user, record.user.begin());
+        if (modules.number(8))
+            record.measurement = {mac(modules, 9), static_cast<ModelTime>(modules.number(10)), word(modules, 11),
+                                  word(modules, 12)};
+        if (modules.number(13))
+            record.result = {mac(modules, 14),  static_cast<ModelTime>(modules.number(15)),
+                             word(modules, 16), word(modules, 17),
+                             word(modules, 18), word(modules, 19)};
+        change.modules.push_back({cage, record});
+    }
 }
 
 void Store::write(const Change &change)
@@ -299,6 +347,35 @@ void Store::write_rows(const Change &change)
         statement.bind(channel).bind(command).bind(pon_port).bind(index);
         if (bytes) statement.bind(std::span(reinterpret_cast<const uint8_t *>(bytes->data()), bytes->size()));
         statement.run();
+    }
+    for (const auto &[cage, record] : change.modules) {
+        statements->put_module.bind(cage)
+            .bind(record.added_hours)
+            .bind(record.tx_disabled)
+            .bind(record.always_on)
+            .bind(record.loss_level.has_value())
+            .bind(record.loss_level.value_or(0))
+            .bind(record.raised)
+            .bind(record.user)
+            .run();
+        Statement &measurement = record.measurement ? statements->put_measurement : statements->drop_measurement;
+        measurement.bind(cage);
+        if (const auto &under_way = record.measurement)
+            measurement.bind(under_way->mac)
+                .bind(static_cast<int64_t>(under_way->end))
+                .bind(under_way->samples)
+                .bind(under_way->interval);
+        measurement.run();
+        Statement &measured = record.result ? statements->put_measured : statements->drop_measured;
+        measured.bind(cage);
+        if (const auto &result = record.result)
+            measured.bind(result->mac)
+                .bind(static_cast<int64_t>(result->at))
+                .bind(result->samples)
+                .bind(result->average)
+                .bind(result->least)
+                .bind(result->greatest);
+        measured.run();
     }
     if (change.now) statements->put_clock.bind(static_cast<int64_t>(*change.now)).run();
 }

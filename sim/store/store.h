@@ -47,6 +47,7 @@ private:
 
     void execute(const std::string &sql) const;
     void prepare_schema(bool fresh);
+    void load_modules(Change &change, uint32_t ports) const;
     void write_rows(const Change &change);
 
     std::unique_ptr<sqlite3, Close> db;

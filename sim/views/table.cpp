@@ -41,6 +41,13 @@ void Table::cell(std::string_view name, uint32_t value)
     end_cell();
 }
 
+void Table::cell(std::string_view name, double value)
+{
+    next(name, ColumnType::real);
+    writer.Double(value);
+    end_cell();
+}
+
 void Table::cell(std::string_view name, bool value)
 {
     next(name, ColumnType::boolean);

@@ -1,0 +1,360 @@
+// The OLT's optical modules: what they measure, their memory, their modes.
+#include "model/optics.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "generated/service_words.h"
+#include "handlers/record.h"
+#include "model/module_memory.h"
+#include "views/optics.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint32_t identity_address = 0xa0;
+constexpr uint32_t diagnostic_address = 0xa2;
+constexpr uint16_t line_rate = 1250; // MBd
+constexpr size_t status_size = 32;
+
+// What `record` tells, with an empty data block.
+Answer empty_answer(bsp_plat_msg record)
+{
+    std::ranges::fill(record.plat_data, uint8_t{0});
+    return Answer(record);
+}
+
+int32_t formatted(Quantity quantity, int32_t reading)
+{
+    return format_of(quantity).convert(reading);
+}
+
+int32_t threshold(const Module &module, Quantity quantity, int32_t Thresholds::*which)
+{
+    return formatted(quantity, module.type().thresholds[quantity].*which);
+}
+
+// The module of the PON port that the record names; null where there is none.
+const Module *port_module(const Olt &olt, const bsp_plat_msg &record)
+{
+    return olt.port(record.plat_port) ? olt.module(record.plat_port) : nullptr;
+}
+
+int32_t loss_level(const Module &module)
+{
+    return module.record().loss_level.value_or(centi_dbm(module.loss_level()));
+}
+
+uint16_t measured_onu(const Olt &olt, const Module &module)
+{
+    constexpr uint16_t none = 0xffff;
+    if (!module.record().result) return none;
+    return static_cast<uint16_t>(olt.id_at(module.cage(), module.record().result->mac).value_or(none));
+}
+
+Outcome diagnostics(const Olt &olt, const Request &request)
+{
+    namespace at = layout::optics_diagnostics;
+    const auto record = request.read<bsp_plat_msg>();
+    const Module *module = port_module(olt, record);
+    if (!module) return {PON_ERR_NO_PORT};
+    const Readings readings = module->readings(olt.now());
+    Answer answer = empty_answer(record);
+    for (uint32_t quantity = 0; quantity < quantities; ++quantity)
+        answer.put<int32_t>(at::temperature + 4 * quantity, formatted(Quantity{quantity}, readings[quantity]));
+    answer.put<uint16_t>(at::alarms, module->alarms(olt.now()));
+    answer.put<uint16_t>(at::warnings, module->warnings(olt.now()));
+    answer.put<uint8_t>(at::laser, module->laser_on());
+    answer.put<uint8_t>(at::tx_fault, module->fault(olt.now()));
+    answer.put<uint8_t>(at::rx_los, module->loss_of_light(olt.now()));
+    answer.put<uint8_t>(at::measuring, module->record().measurement.has_value());
+    answer.put<uint8_t>(at::lao_mode, module->record().always_on);
+    answer.put<uint8_t>(at::lol_mode, module->record().loss_level.has_value());
+    answer.put<uint16_t>(at::measured_onu, measured_onu(olt, *module));
+    answer.put(at::age, module->laser_hours(olt.now()));
+    answer.put<int32_t>(at::bias_high_warning, threshold(*module, bias, &Thresholds::high_warning));
+    answer.put<int32_t>(at::bias_high_alarm, threshold(*module, bias, &Thresholds::high_alarm));
+    answer.put<int32_t>(at::launch_low_warning, threshold(*module, launch_power, &Thresholds::low_warning));
+    answer.put<int32_t>(at::launch_low_alarm, threshold(*module, launch_power, &Thresholds::low_alarm));
+    answer.put<int32_t>(at::lol_level, loss_level(*module));
+    return answer.outcome();
+}
+
+// A reading that was taken, in 0.1 uW.
+struct Rssi {
+    ModelTime time;
+    uint32_t samples;
+    int32_t average;
+    int32_t least;
+    int32_t greatest;
+};
+
+Outcome rssi_answer(const Olt &olt, const bsp_plat_msg &record, const Arrival *arrival, const Rssi &rssi)
+{
+    namespace at = layout::optics_rssi;
+    const Module &module = *olt.module(record.plat_port);
+    const Readings readings = module.readings(olt.now());
+    const Mac &mac = olt.port(record.plat_port)->bindings[record.plat_arg4]->mac;
+    Answer answer = empty_answer(record);
+    answer.put(at::mac, std::span(mac));
+    answer.put<uint8_t>(at::onu_id, static_cast<uint8_t>(record.plat_arg4));
+    answer.put<uint8_t>(at::light, rssi.average >= module.loss_level());
+    answer.put<int32_t>(at::received_power, formatted(received_power, rssi.average));
+    answer.put<int32_t>(at::onu_launch_power,
+                        arrival ? onu_launch_power(olt.seed(), mac, olt.now()) : formatted(launch_power, 0));
+    answer.put<int32_t>(at::loss, arrival ? path_loss(arrival->distance) : 0);
+    answer.put(at::distance, arrival ? arrival->distance : 0);
+    answer.put(at::samples, rssi.samples);
+    answer.put<int32_t>(at::least, formatted(received_power, rssi.least));
+    answer.put<int32_t>(at::greatest, formatted(received_power, rssi.greatest));
+    answer.put<uint64_t>(at::time, rssi.time);
+    answer.put<int32_t>(at::temperature, formatted(temperature, readings[temperature]));
+    answer.put<int32_t>(at::voltage, formatted(voltage, readings[voltage]));
+    answer.put<int32_t>(at::bias, formatted(bias, readings[bias]));
+    answer.put<int32_t>(at::launch_power, formatted(launch_power, readings[launch_power]));
+    answer.put(at::state, static_cast<uint32_t>(standing(rssi.average, module.type().thresholds[received_power])));
+    return answer.outcome();
+}
+
+enum RssiSelector : uint32_t { received_now = 0, last_measurement = 1 };
+
+Outcome rssi(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_plat_msg>();
+    if (record.plat_arg120 > last_measurement) return {PON_ERR_BAD_RECORD};
+    const Measurable onu = find_measurable(olt, record.plat_port, record.plat_arg4);
+    if (record.plat_arg120 == received_now) {
+        if (onu.status != BSP_OK) return {onu.status};
+        const int32_t power = received_from(olt.seed(), *onu.arrival, olt.now());
+        return rssi_answer(olt, record, onu.arrival, {olt.now(), 1, power, power, power});
+    }
+    if (onu.status != BSP_OK && onu.status != PON_ERR_OFFLINE) return {onu.status};
+    const auto &result = olt.module(record.plat_port)->record().result;
+    if (!result || result->mac != olt.port(record.plat_port)->bindings[record.plat_arg4]->mac)
+        return {PON_ERR_NO_MEASUREMENT};
+    return rssi_answer(olt, record, onu.arrival,
+                       {result->at, result->samples, static_cast<int32_t>(result->average),
+                        static_cast<int32_t>(result->least), static_cast<int32_t>(result->greatest)});
+}
+
+Outcome sfp_info(const Olt &olt, const Request &request)
+{
+    namespace at = layout::sfp_info;
+    const auto record = request.read<bsp_plat_msg>();
+    const Module *module = olt.module(record.plat_port);
+    if (!module) return {PON_ERR_NO_CAGE};
+    const ModelTime now = olt.now();
+    const ModuleType &type = module->type();
+    const ModuleMemory identity = identity_memory(*module);
+    const ModuleMemory diagnostic = diagnostic_memory(*module, now);
+    Answer answer = empty_answer(record);
+    answer.put(at::cage, module->cage());
+    answer.put(at::pon_port, module->of_pon_port() ? module->cage() : 0);
+    answer.put(at::vendor, type.vendor);
+    answer.put(at::part, type.part);
+    answer.put(at::revision, type.revision);
+    answer.put(at::serial, module->serial());
+    answer.put(at::date, module->date());
+    answer.put(at::oui, std::span(identity).subspan(37, 3));
+    answer.put<uint8_t>(at::connector, type.connector);
+    answer.put(at::wavelength, type.wavelength);
+    answer.put(at::reach, type.reach);
+    answer.put(at::rate, line_rate);
+    answer.put(at::age, module->laser_hours(now));
+    answer.put<uint8_t>(at::laser, module->laser_on());
+    answer.put<uint8_t>(at::tx_fault, module->fault(now));
+    answer.put<uint8_t>(at::rx_los, module->loss_of_light(now));
+    answer.put<uint8_t>(at::measuring, module->record().measurement.has_value());
+    answer.put<uint16_t>(at::alarms, module->alarms(now));
+    answer.put<uint16_t>(at::warnings, module->warnings(now));
+
+    const Readings readings = module->readings(now);
+    constexpr uint32_t per_quantity = at::voltage - at::temperature;
+    for (uint32_t index = 0; index < quantities; ++index) {
+        const Quantity quantity{index};
+        const uint32_t offset = per_quantity * index;
+        const Thresholds &thresholds = type.thresholds[quantity];
+        const bool measured = quantity != received_power || module->receives();
+        answer.put<int32_t>(at::temperature + offset, formatted(quantity, readings[quantity]));
+        answer.put<int32_t>(at::temperature_high_alarm + offset, formatted(quantity, thresholds.high_alarm));
+        answer.put<int32_t>(at::temperature_low_alarm + offset, formatted(quantity, thresholds.low_alarm));
+        answer.put<int32_t>(at::temperature_high_warning + offset, formatted(quantity, thresholds.high_warning));
+        answer.put<int32_t>(at::temperature_low_warning + offset, formatted(quantity, thresholds.low_warning));
+        answer.put(at::temperature_state + offset,
+                   static_cast<uint32_t>(measured ? standing(readings[quantity], thresholds) : Standing::normal));
+    }
+    answer.put(at::identity_memory, std::span(identity).first(96));
+    answer.put(at::diagnostic_memory, std::span(diagnostic).first(120));
+    answer.put(at::lao_mode, uint32_t{module->record().always_on});
+    answer.put(at::lol_mode, uint32_t{module->record().loss_level.has_value()});
+    answer.put<int32_t>(at::lol_level, loss_level(*module));
+    return answer.outcome();
+}
+
+Outcome sfp_table(const Olt &olt, const Request &request)
+{
+    const Module *module = olt.module(request.read<bsp_plat_msg>().plat_port);
+    if (!module) return {PON_ERR_NO_CAGE};
+    return {BSP_OK, {}, module_table(*module, olt.now())};
+}
+
+// Where on the bus bytes are wanted.
+struct I2cPlace {
+    uint32_t address;
+    uint32_t offset;
+    uint32_t length;
+    uint32_t result;
+    std::array<uint8_t, 128> data;
+};
+static_assert(layout::i2c_write::address + sizeof(I2cPlace) == layout::i2c_write::data + 128);
+
+uint32_t check(const Olt &olt, uint32_t cage, const I2cPlace &place)
+{
+    constexpr uint32_t end = std::tuple_size_v<ModuleMemory>;
+    if (!olt.module(cage)) return PON_ERR_NO_CAGE;
+    if (place.address != identity_address && place.address != diagnostic_address) return PON_ERR_NO_DEVICE;
+    const bool good = place.length >= 1 && place.length <= place.data.size() && place.offset < end &&
+                      place.length <= end - place.offset;
+    return good ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+Outcome i2c_read(const Olt &olt, const Request &request)
+{
+    namespace at = layout::i2c_bytes;
+    const auto record = request.read<bsp_plat_msg>();
+    const auto place = request.read<I2cPlace>(layout::i2c_read::address);
+    Answer answer = empty_answer(record);
+    answer.put(at::address, place.address);
+    answer.put(at::offset, place.offset);
+    answer.put(at::length, place.length);
+    Outcome outcome{check(olt, record.plat_port, place)};
+    if (outcome.status == BSP_OK) {
+        const Module &module = *olt.module(record.plat_port);
+        const ModuleMemory memory =
+            place.address == identity_address ? identity_memory(module) : diagnostic_memory(module, olt.now());
+        answer.put(at::result, place.length);
+        answer.put(at::data, std::span(memory).subspan(place.offset, place.length));
+    }
+    outcome.answer = answer.outcome().answer;
+    return outcome;
+}
+
+Outcome i2c_write(const Olt &olt, const Request &request)
+{
+    const uint32_t cage = request.read<bsp_plat_msg>().plat_port;
+    const auto place = request.read<I2cPlace>(layout::i2c_write::address);
+    if (const uint32_t status = check(olt, cage, place)) return {status};
+    if (place.address == identity_address) return {PON_ERR_READ_ONLY};
+    return to_outcome(write_module(olt, cage, place.offset, std::span(place.data).first(place.length)));
+}
+
+Outcome opm_trigger(const Olt &olt, const Request &request)
+{
+    namespace at = layout::opm_trigger;
+    const auto record = request.read<bsp_plat_msg>();
+    const Sampling sampling{request.read<uint32_t>(at::samples), request.read<uint32_t>(at::interval),
+                            request.read<uint32_t>(at::delay)};
+    return to_outcome(start_measurement(olt, record.plat_port, record.plat_arg4, sampling));
+}
+
+Outcome opm_cancel(const Olt &olt, const Request &request)
+{
+    return to_outcome(cancel_measurement(olt, request.read<bsp_plat_msg>().plat_port));
+}
+
+bool is_zero(std::span<const uint8_t> bytes)
+{
+    return std::ranges::all_of(bytes, [](uint8_t byte) { return byte == 0; });
+}
+
+Outcome lao_mode(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_plat_msg>();
+    const auto reserved = request.read<std::array<uint8_t, 12>>(layout::lao_mode::reserved);
+    if (record.plat_arg112 > 1 || !is_zero(reserved)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(set_always_on(olt, record.plat_port, record.plat_arg112 == 1));
+}
+
+Outcome lol_mode(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_plat_msg>();
+    const auto level = request.read<int32_t>(layout::lol_mode::level);
+    const auto reserved = request.read<std::array<uint8_t, 4>>(layout::lol_mode::reserved);
+    const bool own_level = record.plat_arg112 == 1;
+    if (record.plat_arg4 != 0 || record.plat_arg112 > 1 || !is_zero(reserved) || (!own_level && level != 0))
+        return {PON_ERR_BAD_RECORD};
+    return to_outcome(set_loss_level(olt, record.plat_port, own_level ? std::optional(level) : std::nullopt));
+}
+
+// The code is that of the MPCP setting, too, which has an argument other than 0.
+Outcome optical_status(const Olt &olt, const Request &request)
+{
+    namespace at = layout::optical_status;
+    const auto record = request.read<bsp_plat_msg>();
+    if (record.plat_arg108 != 0) return {PON_ERR_BAD_RECORD};
+    if (!olt.port(record.plat_port)) return {PON_ERR_NO_PORT};
+    const auto flags = request.read<std::array<uint8_t, 4>>(at::valid);
+    if (std::ranges::any_of(flags, [](uint8_t flag) { return flag > 1; })) return {PON_ERR_BAD_RECORD};
+    const auto block = request.read<std::array<char, status_size>>(at::valid);
+    const bool valid = flags[0] == 1;
+    return {BSP_OK,
+            {.blocks = {{BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port, 0,
+                         valid ? std::optional(std::string(block.begin(), block.end())) : std::nullopt}}}};
+}
+
+Outcome pon_laser(const Olt &olt, const Request &request)
+{
+    enum State : uint32_t { off, on, forced_on };
+    const auto record = request.read<bsp_plat_msg>();
+    const Module *module = port_module(olt, record);
+    if (!module) return {PON_ERR_NO_PORT};
+    Answer answer = empty_answer(record);
+    const State when_on = module->record().tx_disabled ? forced_on : on;
+    answer.put(layout::pon_laser::state, uint32_t{module->laser_on() ? when_on : off});
+    return answer.outcome();
+}
+
+Outcome pon_phy(const Olt &olt, const Request &request)
+{
+    namespace at = layout::pon_phy;
+    const auto record = request.read<bsp_plat_msg>();
+    const Module *module = port_module(olt, record);
+    if (!module) return {PON_ERR_NO_PORT};
+    Answer answer = empty_answer(record);
+    answer.put<uint8_t>(at::laser, module->laser_on());
+    answer.put<uint8_t>(at::tx_fault, module->fault(olt.now()));
+    answer.put<uint8_t>(at::rx_los, module->loss_of_light(olt.now()));
+    answer.put<uint8_t>(at::lao_mode, module->record().always_on);
+    if (const std::string *told = olt.block(BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port))
+        answer.put(at::told, std::string_view(*told).substr(0, 4));
+    answer.put<uint16_t>(at::rate, line_rate);
+    answer.put<uint16_t>(at::wavelength, static_cast<uint16_t>(module->type().wavelength));
+    return answer.outcome();
+}
+
+constexpr Handler handlers[] = {
+    {BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_PHY_GET, pon_phy},
+    {BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_LASER_GET, pon_laser},
+    {BSP_MSG_DEBUG, BSP_CMD_DEBUG_I2C_READ, i2c_read},
+    {BSP_MSG_DEBUG, BSP_CMD_DEBUG_I2C_WRITE, i2c_write},
+    {BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, optical_status},
+    {BSP_MSG_PLAT, BSP_CMD_OPM_TRIGGER, opm_trigger},
+    {BSP_MSG_PLAT, BSP_CMD_OPM_CANCEL, opm_cancel},
+    {BSP_MSG_PLAT, BSP_CMD_LAO_MODE_SET, lao_mode},
+    {BSP_MSG_PLAT, BSP_CMD_LOL_MODE_SET, lol_mode},
+    {BSP_MSG_PLAT, BSP_CMD_OPTICS_DIAG_GET, diagnostics},
+    {BSP_MSG_PLAT, BSP_CMD_OPTICS_RSSI_GET, rssi},
+    {BSP_MSG_PLAT, BSP_CMD_SFP_INFO_GET, sfp_info},
+    {BSP_MSG_PLAT, BSP_CMD_VIEW_SFP_INFO, sfp_table},
+};
+
+} // namespace
+
+std::span<const Handler> optics_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim
