@@ -19,6 +19,7 @@ enum class Alarm : uint32_t {
     power_low,   // of the port: the launch power of its laser has fallen to the alarm threshold
 };
 
+inline constexpr uint32_t last_onu_alarm = 4; // those behind it are of ports
 inline constexpr uint32_t max_alarm = 6;
 
 // In the place of an ONU's address, for the alarms of a port.

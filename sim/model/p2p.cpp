@@ -72,7 +72,7 @@ uint32_t p2p_onus(const Olt &olt, const PonPort &port)
 Plan set_p2p(const Olt &olt, uint32_t pon_port, uint32_t onu, uint32_t on)
 {
     if (on > 1) return {PON_ERR_BAD_RECORD};
-    if (onu == port_itself) {
+    if (onu == whole_p2p_port) {
         if (pon_port != 0 && !olt.port(pon_port)) return {PON_ERR_NO_PORT};
         Plan plan{BSP_OK};
         for (const PonPort &port : olt.ports())

@@ -13,7 +13,7 @@ namespace ponsim
 
 inline constexpr uint32_t max_p2p_entries = 32;    // of a port, numbered from 0
 inline constexpr uint32_t any_onu = onus_per_port; // where an entry asks for an ONU id
-inline constexpr uint32_t port_itself = onus_per_port;
+inline constexpr uint32_t whole_p2p_port = onus_per_port;
 
 struct P2pConfig {
     uint32_t rest = 0; // what happens to frames that no entry concerns: 0 dropped, 1 forwarded
@@ -46,7 +46,7 @@ std::optional<P2pEntry> p2p_entry(const Olt &olt, uint32_t pon_port, uint32_t nu
 // How many ONUs frames are forwarded between.
 uint32_t p2p_onus(const Olt &olt, const PonPort &port);
 
-// Of port 0: all ports. `onu` is an ONU id, or port_itself.
+// Of port 0: all ports. `onu` is an ONU id, or whole_p2p_port.
 Plan set_p2p(const Olt &olt, uint32_t pon_port, uint32_t onu, uint32_t on);
 Plan set_p2p_own_port(const Olt &olt, uint32_t pon_port, uint32_t own_port);
 Plan set_p2p_config(const Olt &olt, uint32_t pon_port, const P2pConfig &config);

@@ -164,7 +164,7 @@ Desk alarmed()
     Change kept;
     for (const PonPort &port : olt.ports()) {
         kept.bindings.push_back({port.number, 5, binding_of(port.arrivals[0].mac)});
-        for (uint32_t alarm = 1; alarm <= max_alarm; ++alarm)
+        for (uint32_t alarm = 1; alarm <= last_onu_alarm; ++alarm)
             kept.alarms.push_back({port.number, port.arrivals[alarm > 2].mac, alarm, alarm * 10});
     }
     return Desk(settings, kept);
@@ -233,7 +233,7 @@ TEST(AlarmClear, RefusesWhatDoesNotExist)
 {
     Desk desk = alarmed();
     const std::string before = desk.view(BSP_CMD_VIEW_ONU_ALARM);
-    EXPECT_EQ(desk.send(clear_record(0, 0, {}, 5)), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(desk.send(clear_record(0, 0, {}, max_alarm + 1)), PON_ERR_BAD_RECORD);
     EXPECT_EQ(desk.send(clear_record(3, 0, {}, 0)), PON_ERR_NO_PORT);
     EXPECT_EQ(desk.send(clear_record(1, 6, {}, 0)), PON_ERR_NOT_BOUND);
     EXPECT_EQ(desk.send(clear_record(1, 128, {}, 0)), PON_ERR_BAD_ONU_ID);
@@ -250,20 +250,23 @@ TEST(AlarmClear, ACountStartsAgain)
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1))[1]["count"].GetUint(), 1u);
 }
 
-TEST(AlarmView, OfAllAlarmsOfAllOnusFits)
+TEST(AlarmView, OfAllAlarmsOfAllOnusAndPortsFits)
 {
     const Settings settings{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
     const Olt olt(settings);
     Change kept;
-    for (const PonPort &port : olt.ports())
+    for (const PonPort &port : olt.ports()) {
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
             kept.bindings.push_back({port.number, onu_id, binding_of(port.arrivals[onu_id].mac)});
-            for (uint32_t alarm = 1; alarm <= max_alarm; ++alarm)
+            for (uint32_t alarm = 1; alarm <= last_onu_alarm; ++alarm)
                 kept.alarms.push_back({port.number, port.arrivals[onu_id].mac, alarm, 0xffffffff});
         }
+        for (uint32_t alarm = last_onu_alarm + 1; alarm <= max_alarm; ++alarm)
+            kept.alarms.push_back({port.number, port_itself, alarm, 0xffffffff});
+    }
     const std::string text = Desk(settings, kept).view(BSP_CMD_VIEW_ONU_ALARM);
     EXPECT_LE(text.size(), max_result);
-    EXPECT_EQ(parse(text).Size(), 8192u);
+    EXPECT_EQ(parse(text).Size(), 8192u + 32);
 }
 
 } // namespace

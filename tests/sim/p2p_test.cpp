@@ -74,12 +74,12 @@ TEST(P2p, TheStateComesAsATextAndAsAResult)
 TEST(P2p, IsSwitchedForAPortOrForAll)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(switch_p2p(desk, 2, port_itself, 1), BSP_OK);
+    EXPECT_EQ(switch_p2p(desk, 2, whole_p2p_port, 1), BSP_OK);
     EXPECT_FALSE(p2p_on(desk.simulator.olt(), 1));
     EXPECT_TRUE(p2p_on(desk.simulator.olt(), 2));
-    EXPECT_EQ(switch_p2p(desk, 0, port_itself, 1), BSP_OK);
+    EXPECT_EQ(switch_p2p(desk, 0, whole_p2p_port, 1), BSP_OK);
     EXPECT_TRUE(p2p_on(desk.simulator.olt(), 1));
-    EXPECT_EQ(switch_p2p(desk, 0, port_itself, 0), BSP_OK);
+    EXPECT_EQ(switch_p2p(desk, 0, whole_p2p_port, 0), BSP_OK);
     EXPECT_FALSE(p2p_on(desk.simulator.olt(), 2));
 }
 
@@ -89,7 +89,7 @@ TEST(P2p, ConcernsOnlineOnusThatAreNotSwitchedOff)
     for (uint32_t onu_id : {0, 1, 2})
         bind_arrived(desk, 1, onu_id, onu_id);
     desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(5)));
-    switch_p2p(desk, 1, port_itself, 1);
+    switch_p2p(desk, 1, whole_p2p_port, 1);
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 3u);
     EXPECT_EQ(switch_p2p(desk, 1, 0, 0), BSP_OK);
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 2u);
@@ -110,8 +110,8 @@ TEST(P2p, TheOnusOfThePortAreASet)
 TEST(P2p, ASwitchHasToMakeSense)
 {
     Desk desk(everyone_online());
-    EXPECT_EQ(switch_p2p(desk, 1, port_itself, 2), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(switch_p2p(desk, 3, port_itself, 1), PON_ERR_NO_PORT);
+    EXPECT_EQ(switch_p2p(desk, 1, whole_p2p_port, 2), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(switch_p2p(desk, 3, whole_p2p_port, 1), PON_ERR_NO_PORT);
     EXPECT_EQ(switch_p2p(desk, 0, 1, 1), PON_ERR_NO_PORT);
     EXPECT_EQ(switch_p2p(desk, 1, 129, 1), PON_ERR_BAD_ONU_ID);
     EXPECT_EQ(switch_p2p(desk, 1, 1, 1), PON_ERR_NOT_BOUND);
@@ -198,7 +198,7 @@ TEST(P2p, SurvivesARestart)
         Desk desk(everyone_online(), folder.file("olt.db"));
         for (uint32_t onu_id : {1, 2})
             bind_arrived(desk, 2, onu_id, onu_id);
-        switch_p2p(desk, 2, port_itself, 1);
+        switch_p2p(desk, 2, whole_p2p_port, 1);
         switch_p2p(desk, 2, 1, 0);
         send(desk, config(2, {1, 50000, 10, 20, 1, 0}));
         send(desk, entry(2, 3, 0, drop_all));
