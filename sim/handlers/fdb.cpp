@@ -54,7 +54,7 @@ Outcome flush(const Olt &olt, const Request &request)
 Outcome ageing_get(const Olt &olt, const Request &request)
 {
     Answer answer(head_of(request.read<bsp_plat_msg>()));
-    answer.put(layout::mac_ageing::entries, static_cast<uint32_t>(olt.fdb().entries(olt, {}).size()));
+    answer.put(layout::mac_ageing::entries, static_cast<uint32_t>(olt.fdb().entries({}, olt.now()).size()));
     answer.put(layout::mac_ageing::ageing, fdb_config(olt).ageing);
     return answer.outcome();
 }
@@ -74,7 +74,7 @@ Outcome query(const Olt &olt, const Request &request, Side side,
     if (count > max_shown) return {PON_ERR_BAD_RECORD};
     if (const uint32_t status = check_filter(olt, filter)) return {status};
 
-    const std::vector<FdbEntry> entries = olt.fdb().entries(olt, filter);
+    const std::vector<FdbEntry> entries = olt.fdb().entries(filter, olt.now());
     const size_t from = std::min<size_t>(request.read<uint32_t>(block::from), entries.size());
     const size_t shown = std::min<size_t>(count == 0 ? max_shown : count, entries.size() - from);
     Answer answer(head_of(request.read<bsp_plat_msg>()));

@@ -29,12 +29,15 @@ bool holds_for(const FdbFilter &filter, const FdbEntry &entry)
     return is_zero(filter.mac) || filter.mac == entry.mac;
 }
 
-// The first `limit` that were learned; 0 keeps all.
+// Leaves the first `limit` that were learned, in their order; 0 leaves all.
 void keep_first(std::vector<FdbEntry> &entries, uint32_t limit)
 {
     if (limit == 0 || entries.size() <= limit) return;
-    std::ranges::sort(entries, {}, [](const FdbEntry &entry) { return std::tuple(entry.since, entry.mac); });
-    entries.resize(limit);
+    const auto age = [](const FdbEntry &entry) { return std::tuple(entry.since, entry.mac); };
+    std::vector<FdbEntry> oldest = entries;
+    std::ranges::nth_element(oldest, oldest.begin() + limit, {}, age);
+    const auto first_left_out = age(oldest[limit]);
+    std::erase_if(entries, [&](const FdbEntry &entry) { return age(entry) >= first_left_out; });
 }
 
 } // namespace
@@ -77,6 +80,7 @@ void Fdb::start(const Olt &olt)
     for (const PonPort &port : olt.ports())
         onus.emplace_back(port.arrivals.size());
     network.stations = network_stations(olt.seed());
+    std::ranges::sort(network.stations, {}, &Station::port);
     network.learned.resize(network.stations.size());
 }
 
@@ -102,29 +106,30 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
     listen(network, config.learning, olt.now());
 }
 
-std::vector<FdbEntry> Fdb::entries(const Olt &olt, const FdbFilter &filter) const
+std::vector<FdbEntry> Fdb::entries(const FdbFilter &filter, ModelTime now) const
 {
-    std::vector<FdbEntry> all;
-    const auto add = [&](std::vector<FdbEntry> &entries) {
-        std::ranges::sort(entries, {}, [](const FdbEntry &entry) {
-            return std::tuple(entry.port, entry.onu_id, entry.uni, entry.mac, entry.vlan);
-        });
-        std::ranges::copy_if(entries, std::back_inserter(all),
+    std::vector<FdbEntry> matching;
+    const auto add = [&](const std::vector<FdbEntry> &entries) {
+        std::ranges::copy_if(entries, std::back_inserter(matching),
                              [&](const FdbEntry &entry) { return holds_for(filter, entry); });
     };
-    for (const PonPort &port : olt.ports()) {
-        if (!filter.pon || (filter.port != 0 && filter.port != port.number)) continue;
-        std::vector<FdbEntry> of_port;
-        for (const Group &group : onus[port.number - 1])
-            std::ranges::copy(entries_of(group, port.number, olt.now()), std::back_inserter(of_port));
-        keep_first(of_port, config.port_limit);
-        add(of_port);
-    }
-    if (filter.network) {
-        std::vector<FdbEntry> of_network = entries_of(network, 0, olt.now());
-        add(of_network);
-    }
-    return all;
+    for (uint32_t pon_port = 1; filter.pon && pon_port <= onus.size(); ++pon_port)
+        if (filter.port == 0 || filter.port == pon_port) add(entries_at(pon_port, now));
+    if (filter.network) add(entries_of(network, 0, now));
+    return matching;
+}
+
+std::vector<FdbEntry> Fdb::entries_at(uint32_t pon_port, ModelTime now) const
+{
+    std::vector<const Group *> groups;
+    for (const Group &group : onus[pon_port - 1])
+        groups.push_back(&group);
+    std::ranges::stable_sort(groups, {}, &Group::onu_id);
+    std::vector<FdbEntry> entries;
+    for (const Group *group : groups)
+        std::ranges::copy(entries_of(*group, pon_port, now), std::back_inserter(entries));
+    keep_first(entries, config.port_limit);
+    return entries;
 }
 
 std::optional<Fdb::Learned> Fdb::learned(const Group &group, size_t index, ModelTime now) const

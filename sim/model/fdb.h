@@ -58,9 +58,9 @@ public:
     // after, and at which port.
     void follow(const Olt &olt, const Change &change, std::span<const std::pair<uint32_t, Mac>> moved);
 
-    // The entries that the filter holds for: those of the PON side, in order of port, ONU id, UNI port and address;
-    // then those of the network side, in order of uplink and address.
-    std::vector<FdbEntry> entries(const Olt &olt, const FdbFilter &filter) const;
+    // The entries that the filter holds for: those of the PON side, in order of port, ONU id and UNI port; then those
+    // of the network side, in order of uplink.
+    std::vector<FdbEntry> entries(const FdbFilter &filter, ModelTime now) const;
 
 private:
     struct Learned {
@@ -86,8 +86,9 @@ private:
     void flush(const FdbFilter &filter, ModelTime now);
     // The entry of a station, where there is one. Of the network side: port 0.
     std::optional<FdbEntry> entry_of(const Group &group, size_t index, uint32_t pon_port, ModelTime now) const;
-    // As many as the limit allows.
+    // As many as the limit allows, of a group and of a port.
     std::vector<FdbEntry> entries_of(const Group &group, uint32_t pon_port, ModelTime now) const;
+    std::vector<FdbEntry> entries_at(uint32_t pon_port, ModelTime now) const;
 
     FdbConfig config = {};
     std::vector<std::vector<Group>> onus = {}; // by port and arrival

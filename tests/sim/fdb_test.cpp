@@ -72,7 +72,7 @@ void cut_off(Desk &desk, uint32_t pon_port, bool off = true)
 // The entries of an ONU or of a port, one with UNI ports enough for some.
 std::vector<FdbEntry> entries(const Desk &desk, const FdbFilter &filter = {})
 {
-    return desk.simulator.olt().fdb().entries(desk.simulator.olt(), filter);
+    return desk.simulator.olt().fdb().entries(filter, desk.simulator.olt().now());
 }
 
 // Two ports with eight ONUs each, all bound from id 1 on.
