@@ -19,13 +19,6 @@ constexpr uint32_t diagnostic_address = 0xa2;
 constexpr uint16_t line_rate = 1250; // MBd
 constexpr size_t status_size = 32;
 
-// What `record` tells, with an empty data block.
-Answer empty_answer(bsp_plat_msg record)
-{
-    std::ranges::fill(record.plat_data, uint8_t{0});
-    return Answer(record);
-}
-
 int32_t formatted(Quantity quantity, int32_t reading)
 {
     return format_of(quantity).convert(reading);
@@ -61,7 +54,7 @@ Outcome diagnostics(const Olt &olt, const Request &request)
     const Module *module = port_module(olt, record);
     if (!module) return {PON_ERR_NO_PORT};
     const Readings readings = module->readings(olt.now());
-    Answer answer = empty_answer(record);
+    Answer answer(head_of(record));
     for (uint32_t quantity = 0; quantity < quantities; ++quantity)
         answer.put<int32_t>(at::temperature + 4 * quantity, formatted(Quantity{quantity}, readings[quantity]));
     answer.put<uint16_t>(at::alarms, module->alarms(olt.now()));
@@ -97,7 +90,7 @@ Outcome rssi_answer(const Olt &olt, const bsp_plat_msg &record, const Arrival *a
     const Module &module = *olt.module(record.plat_port);
     const Readings readings = module.readings(olt.now());
     const Mac &mac = olt.port(record.plat_port)->bindings[record.plat_arg4]->mac;
-    Answer answer = empty_answer(record);
+    Answer answer(head_of(record));
     answer.put(at::mac, std::span(mac));
     answer.put<uint8_t>(at::onu_id, static_cast<uint8_t>(record.plat_arg4));
     answer.put<uint8_t>(at::light, rssi.average >= module.loss_level());
@@ -149,7 +142,7 @@ Outcome sfp_info(const Olt &olt, const Request &request)
     const ModuleType &type = module->type();
     const ModuleMemory identity = identity_memory(*module);
     const ModuleMemory diagnostic = diagnostic_memory(*module, now);
-    Answer answer = empty_answer(record);
+    Answer answer(head_of(record));
     answer.put(at::cage, module->cage());
     answer.put(at::pon_port, module->of_pon_port() ? module->cage() : 0);
     answer.put(at::vendor, type.vendor);
@@ -225,7 +218,7 @@ Outcome i2c_read(const Olt &olt, const Request &request)
     namespace at = layout::i2c_bytes;
     const auto record = request.read<bsp_plat_msg>();
     const auto place = request.read<I2cPlace>(layout::i2c_read::address);
-    Answer answer = empty_answer(record);
+    Answer answer(head_of(record));
     answer.put(at::address, place.address);
     answer.put(at::offset, place.offset);
     answer.put(at::length, place.length);
@@ -310,7 +303,7 @@ Outcome pon_laser(const Olt &olt, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     const Module *module = port_module(olt, record);
     if (!module) return {PON_ERR_NO_PORT};
-    Answer answer = empty_answer(record);
+    Answer answer(head_of(record));
     const State when_on = module->record().tx_disabled ? forced_on : on;
     answer.put(layout::pon_laser::state, uint32_t{module->laser_on() ? when_on : off});
     return answer.outcome();
@@ -322,7 +315,7 @@ Outcome pon_phy(const Olt &olt, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     const Module *module = port_module(olt, record);
     if (!module) return {PON_ERR_NO_PORT};
-    Answer answer = empty_answer(record);
+    Answer answer(head_of(record));
     answer.put<uint8_t>(at::laser, module->laser_on());
     answer.put<uint8_t>(at::tx_fault, module->fault(olt.now()));
     answer.put<uint8_t>(at::rx_los, module->loss_of_light(olt.now()));

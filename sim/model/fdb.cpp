@@ -88,12 +88,18 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
 {
     for (const FdbFilter &filter : change.flushes)
         flush(filter, olt.now());
-    for (const auto &[pon_port, mac] : moved) {
+    const auto look_at = [&](uint32_t pon_port, const Mac &mac) {
         const PonPort &port = *olt.port(pon_port);
         const auto found = std::ranges::lower_bound(port.arrivals, mac, {}, &Arrival::mac);
         if (found != port.arrivals.end() && found->mac == mac)
             look(olt, port, static_cast<size_t>(found - port.arrivals.begin()));
-    }
+    };
+    for (const auto &[pon_port, mac] : moved)
+        look_at(pon_port, mac);
+    for (const Change::OnuRow &row : change.onus)
+        look_at(row.pon_port, row.mac);
+    for (const Change::ModuleRow &row : change.modules)
+        if (const PonPort *port = olt.port(row.cage)) look(olt, *port);
     for (const Change::PortRow &row : change.ports)
         look(olt, *olt.port(row.pon_port));
     for (const Change::AuthRow &row : change.auth)

@@ -16,7 +16,6 @@ namespace ponsim
 {
 
 // The cage of PON port N has number N, that of uplink (GE) port N the number of PON ports + N.
-inline constexpr uint32_t uplink_ports = 4;
 
 // In the order of SFF-8472, that of thresholds, measurements and flags alike.
 enum Quantity : uint32_t { temperature, voltage, bias, launch_power, received_power };

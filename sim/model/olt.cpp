@@ -56,7 +56,7 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed)
 {
     for (uint32_t number = 1; number <= settings.ports; ++number)
         pon_ports.push_back({number, arrivals_at(settings, number)});
-    for (uint32_t cage = 1; cage <= settings.ports + uplink_ports; ++cage)
+    for (uint32_t cage = 1; cage <= settings.ports + ge_uplinks; ++cage)
         optics.emplace_back(settings.seed, cage, cage <= settings.ports);
     forwarding.start(*this);
 }

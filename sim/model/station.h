@@ -11,7 +11,6 @@
 namespace ponsim
 {
 
-inline constexpr uint32_t ge_uplinks = 4; // numbered from 1
 inline constexpr ModelTime shortest_silence = 2 * ms_per_second;
 inline constexpr ModelTime longest_silence = 8 * ms_per_second;
 

@@ -265,7 +265,7 @@ void Store::load_modules(Change &change, uint32_t ports) const
                             .tx_disabled = modules.number(2) != 0,
                             .always_on = modules.number(3) != 0,
                             .raised = word(modules, 6)};
-        if (cage < 1 || cage > ports + uplink_ports || user.size() != record.user.size())
+        if (cage < 1 || cage > ports + ge_uplinks || user.size() != record.user.size())
             throw StoreError("an optical module in it is damaged");
         if (modules.number(4)) record.loss_level = static_cast<int32_t>(modules.number(5));
         std::ranges::copy(user, record.user.begin());
