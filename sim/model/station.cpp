@@ -1,8 +1,7 @@
 #include "model/station.h"
 
-#include "model/population.h"
-
 #include "model/device.h"
+#include "model/population.h"
 #include "model/random.h"
 
 namespace ponsim
