@@ -16,18 +16,46 @@ using catalogue::Operation;
 
 bool is_output(const Argument &argument)
 {
-    return argument.type == ArgumentType::db || argument.type == ArgumentType::text_out ||
-           argument.type == ArgumentType::response;
+    switch (argument.type) {
+    case ArgumentType::db:
+    case ArgumentType::text_out:
+    case ArgumentType::u32_out:
+    case ArgumentType::block_out:
+    case ArgumentType::response:
+        return true;
+    case ArgumentType::u32:
+    case ArgumentType::u8:
+    case ArgumentType::mac:
+    case ArgumentType::text:
+    case ArgumentType::block:
+    case ArgumentType::block_inout:
+    case ArgumentType::length:
+    case ArgumentType::record:
+        break;
+    }
+    return false;
 }
 
 bool is_in_place(const Operation &operation, const Argument &argument)
 {
-    return argument.type == ArgumentType::record && operation.answer == catalogue::Answer::in_place;
+    return argument.type == ArgumentType::block_inout ||
+           (argument.type == ArgumentType::record && operation.answer == catalogue::Answer::in_place);
 }
 
 bool is_ignored(const Argument &argument)
 {
-    return argument.type == ArgumentType::u32 && !argument.field;
+    return (argument.type == ArgumentType::u32 || argument.type == ArgumentType::u8) && !argument.field;
+}
+
+bool is_sized_block(const Argument &argument)
+{
+    return argument.type == ArgumentType::block_inout || (argument.type == ArgumentType::block && argument.size > 0);
+}
+
+bool takes_fields(const Operation &operation, const Argument &argument)
+{
+    return argument.type == ArgumentType::record ||
+           (is_sized_block(argument) && !fields_of(operation, argument).empty());
 }
 
 bool may_be_omitted(const Argument &argument)
@@ -43,16 +71,20 @@ std::string form_of(const Operation &operation, const Argument &argument)
         return name + (is_command(operation, argument) ? "=COMMAND" : "=NUMBER");
     case ArgumentType::length:
         return name + "=NUMBER";
+    case ArgumentType::u8:
+        return name + "=BYTE";
     case ArgumentType::mac:
         return name + "=MAC";
     case ArgumentType::text:
         return name + "=TEXT";
     case ArgumentType::block:
-        return name + "=BLOCK";
+    case ArgumentType::block_inout:
     case ArgumentType::record:
-        return name + ".FIELD=VALUE or " + name + "=BLOCK";
+        return (takes_fields(operation, argument) ? name + ".FIELD=VALUE or " : std::string()) + name + "=BLOCK";
     case ArgumentType::db:
     case ArgumentType::text_out:
+    case ArgumentType::u32_out:
+    case ArgumentType::block_out:
     case ArgumentType::response:
         break;
     }
@@ -64,6 +96,10 @@ std::string_view type_name(const Operation &operation, const Argument &argument)
     switch (argument.type) {
     case ArgumentType::u32:
         return is_command(operation, argument) ? "command" : "number";
+    case ArgumentType::u32_out:
+        return "number";
+    case ArgumentType::u8:
+        return "byte";
     case ArgumentType::length:
         return "length";
     case ArgumentType::mac:
@@ -72,6 +108,8 @@ std::string_view type_name(const Operation &operation, const Argument &argument)
     case ArgumentType::text_out:
         return "text";
     case ArgumentType::block:
+    case ArgumentType::block_out:
+    case ArgumentType::block_inout:
         return "block";
     case ArgumentType::record:
         return "record";
@@ -92,6 +130,14 @@ std::vector<const catalogue::Field *> fields_of(const Operation &operation, cons
 {
     if (!argument.picked.empty()) return {argument.picked.begin(), argument.picked.end()};
     std::vector<const catalogue::Field *> fields;
+    if (is_sized_block(argument)) {
+        const catalogue::Layout *layout = operation.command ? catalogue::find_layout(*operation.command) : nullptr;
+        if (!layout || layout->record != operation.record) return fields;
+        const uint32_t start = argument.field->offset;
+        for (const catalogue::Field &field : layout->fields)
+            if (field.offset >= start && field.offset + field.size <= start + argument.size) fields.push_back(&field);
+        return fields;
+    }
     for (const catalogue::Field &field : operation.record->fields)
         if (!operation.command || &field != operation.record->command) fields.push_back(&field);
     return fields;
@@ -125,21 +171,21 @@ size_t index_of(const Operation &operation, const std::string &name)
     refuse_unknown(operation, name);
 }
 
-// Refuses fields of a record that do not count: what the operation does not pick, and the command code where it writes
-// its own.
+// Refuses fields of a record or block that do not count: what the operation does not pick or the block does not hold,
+// and the command code where the operation writes its own.
 void check_fields(const Operation &operation, const Argument &argument, std::span<const Assignment> fields)
 {
     for (const Assignment &assignment : fields) {
         const std::string name = std::string(argument.name) + "." + assignment.name;
         const catalogue::Field *command = operation.record->command;
-        if (argument.picked.empty()) {
+        if (argument.type == ArgumentType::record && argument.picked.empty()) {
             if (operation.command && command && assignment.name == command->name)
                 throw UsageError(name + ": " + std::string(operation.name) + " writes its own command code, " +
                                  std::string(operation.command->name));
             continue;
         }
         std::vector<std::string_view> picked;
-        for (const catalogue::Field *field : argument.picked)
+        for (const catalogue::Field *field : fields_of(operation, argument))
             picked.push_back(field->name);
         if (std::ranges::find(picked, assignment.name) == picked.end())
             throw UsageError(name + ": not used by " + std::string(operation.name) +
@@ -160,8 +206,7 @@ struct Arguments::Given {
         for (const Assignment &assignment : assignments) {
             const size_t dot = assignment.name.find('.');
             const size_t index = index_of(operation, assignment.name.substr(0, dot));
-            const bool is_record = operation.arguments[index].type == ArgumentType::record;
-            if (dot != assignment.name.npos && is_record) {
+            if (dot != assignment.name.npos && takes_fields(operation, operation.arguments[index])) {
                 fields[index].push_back({assignment.name.substr(dot + 1), assignment.value});
                 continue;
             }
@@ -212,6 +257,9 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
                            ? parse_command(assignment->name, assignment->value, *called.channel)
                            : parse_number(assignment->name, assignment->value);
         return;
+    case ArgumentType::u8:
+        if (assignment) value.number = parse_number(assignment->name, assignment->value, UINT8_MAX);
+        return;
     case ArgumentType::mac: {
         if (!assignment) return;
         const auto mac = parse_mac(assignment->name, assignment->value);
@@ -225,8 +273,21 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
         owned.bytes.push_back(0);
         break;
     case ArgumentType::block:
-        if (assignment) set_block(index, *assignment, allow_long);
+        if (argument.size > 0)
+            set_sized_block(index, given, allow_long);
+        else if (assignment)
+            set_block(index, *assignment, allow_long);
         return;
+    case ArgumentType::block_inout:
+        set_sized_block(index, given, allow_long);
+        return;
+    case ArgumentType::block_out:
+    case ArgumentType::u32_out: {
+        const uint32_t size = argument.type == ArgumentType::u32_out ? sizeof(uint32_t) : argument.size;
+        owned.bytes.resize(argument.field->offset + size);
+        value.pointer = owned.bytes.data() + argument.field->offset;
+        return;
+    }
     case ArgumentType::length:
         return;
     case ArgumentType::record:
@@ -254,6 +315,25 @@ void Arguments::set_block(size_t index, const Assignment &assignment, bool allow
     passed[index].pointer = block.data();
 }
 
+void Arguments::set_sized_block(size_t index, const Given &given, bool allow_long)
+{
+    const Argument &argument = called.arguments[index];
+    if (!given.has(index)) return;
+    const uint32_t start = argument.field->offset;
+    Bytes &record = memory[index].bytes;
+    record.resize(called.record->size);
+    if (const Assignment *assignment = given.whole[index]) {
+        const Bytes block = parse_block(assignment->name, assignment->value);
+        if (block.size() > argument.size)
+            throw UsageError(assignment->name + ": " + std::to_string(block.size()) + " bytes are more than its " +
+                             std::to_string(argument.size));
+        std::copy(block.begin(), block.end(), record.begin() + start);
+    }
+    set_fields_of(index, given, allow_long);
+    record.resize(start + argument.size);
+    passed[index].pointer = record.data() + start;
+}
+
 void Arguments::set_length(size_t index, const Given &given)
 {
     const Argument &argument = called.arguments[index];
@@ -278,9 +358,14 @@ void Arguments::set_record(size_t index, const Given &given, bool allow_long)
                              std::to_string(called.record->size) + " of " + std::string(called.record->name));
     }
     record.resize(called.record->size);
+    set_fields_of(index, given, allow_long);
+}
+
+void Arguments::set_fields_of(size_t index, const Given &given, bool allow_long)
+{
     check_fields(called, called.arguments[index], given.fields[index]);
     set_fields(*called.record, {called.channel, called.call, called.command}, given.fields[index], allow_long,
-               std::string(called.arguments[index].name) + ".", record);
+               std::string(called.arguments[index].name) + ".", memory[index].bytes);
 }
 
 const catalogue::Command *Arguments::command() const

@@ -33,7 +33,7 @@ public:
     const catalogue::Command *command() const;
 
     // What an argument's memory holds: a record, a response, a text that was delivered, a database (null where none was
-    // delivered).
+    // delivered). A block or word of the answer stands where it stands in the answer's record, at the memory's end.
     std::span<const uint8_t> bytes(size_t index) const { return memory[index].bytes; }
     db_handle *database(size_t index) const { return memory[index].database; }
 
@@ -48,6 +48,8 @@ private:
     void set_record(size_t index, const Given &given, bool allow_long);
     void set_length(size_t index, const Given &given);
     void set_block(size_t index, const Assignment &assignment, bool allow_long);
+    void set_sized_block(size_t index, const Given &given, bool allow_long);
+    void set_fields_of(size_t index, const Given &given, bool allow_long);
 
     const catalogue::Operation &called;
     std::vector<Memory> memory;
@@ -56,21 +58,25 @@ private:
 
 // Whether the tool fills an argument itself and a command line need not, or cannot, name it.
 bool is_output(const catalogue::Argument &argument);
-// Whether the operation answers into the argument that holds its request.
+// Whether the operation answers into the argument that holds its request, or a part of that.
 bool is_in_place(const catalogue::Operation &operation, const catalogue::Argument &argument);
+// Whether the argument always has as many bytes, which are a part of the request.
+bool is_sized_block(const catalogue::Argument &argument);
+// Whether a command line may set fields of the argument.
+bool takes_fields(const catalogue::Operation &operation, const catalogue::Argument &argument);
 // Whether the operation does not use the argument at all.
 bool is_ignored(const catalogue::Argument &argument);
 // Whether the argument is the command code, which may be given by name.
 bool is_command(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// The fields that may be set in an argument that is a record: where the operation picks some for its request, these;
-// else all but the command code where the operation writes its own.
+// The fields that may be set in an argument. Of a record: where the operation picks some for its request, these; else
+// all but the command code where the operation writes its own. Of a block: those of the command's layout inside it.
 std::vector<const catalogue::Field *> fields_of(const catalogue::Operation &operation,
                                                 const catalogue::Argument &argument);
 // Whether a command line may leave the argument out.
 bool may_be_omitted(const catalogue::Argument &argument);
 // How a command line names the argument and what it takes: "pon_port=NUMBER". Empty for outputs.
 std::string form_of(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// The argument's type in one word: number, command, mac, text, block, length, record, response, database.
+// The argument's type in one word: number, byte, command, mac, text, block, length, record, response, database.
 std::string_view type_name(const catalogue::Operation &operation, const catalogue::Argument &argument);
 
 } // namespace ponctl

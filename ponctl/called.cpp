@@ -1,5 +1,6 @@
 #include "called.h"
 
+#include "numbers.h"
 #include "report.h"
 
 namespace ponctl
@@ -45,8 +46,22 @@ std::string_view Called::text(size_t index) const
 
 Reading Called::reading(size_t index) const
 {
-    return read_record(*operation().response, {operation().channel, operation().call, command, true},
-                       arguments.bytes(index));
+    Reading reading = read_record(*operation().response, {operation().channel, operation().call, command, true},
+                                  arguments.bytes(index));
+    const Argument &argument = operation().arguments[index];
+    const bool is_part = argument.type == ArgumentType::block_out || argument.type == ArgumentType::block_inout ||
+                         argument.type == ArgumentType::u32_out;
+    if (is_part) reading.start = argument.field->offset;
+    return reading;
+}
+
+const catalogue::Field &Called::word_field(size_t index) const
+{
+    const catalogue::Field &field = *operation().arguments[index].field;
+    if (const catalogue::Layout *layout = reading(index).layout)
+        for (const catalogue::Field &named : layout->fields)
+            if (named.offset == field.offset && is_number(named.type)) return named;
+    return field;
 }
 
 size_t Called::index_of(ArgumentType type) const

@@ -32,8 +32,10 @@ public:
     // The database that an argument delivered; null where there is none, or nothing in it.
     db_handle *database(size_t index) const;
     std::string_view text(size_t index) const;
-    // A record or response that an argument delivered.
+    // A record, response, block or word that an argument delivered.
     Reading reading(size_t index) const;
+    // A word that an argument delivered: the field that it is, by its layout where there is one.
+    const catalogue::Field &word_field(size_t index) const;
 
     // The operation's only database, and its only response; it must have one.
     db_handle *database() const { return database(index_of(catalogue::ArgumentType::db)); }

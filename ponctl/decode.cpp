@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "errors.h"
+#include "numbers.h"
 #include "words.h"
 
 namespace ponctl
@@ -53,15 +54,19 @@ size_t put_block(const std::string &name, const Field &field, const Bytes &block
 size_t set_field(const catalogue::Record &record, const Place &place, const Field &field, const std::string &name,
                  const std::string &value, bool allow_long, Bytes &bytes)
 {
-    switch (field.type) {
-    case FieldType::u32: {
-        const bool is_command = &field == record.command;
-        const uint32_t word = is_command ? parse_command(name, value, *place.channel) : parse_number(name, value);
-        return put(field, &word, sizeof word, bytes);
+    if (&field == record.command) {
+        const uint32_t code = parse_command(name, value, *place.channel);
+        return put(field, &code, sizeof code, bytes);
     }
-    case FieldType::u8: {
-        const auto byte = static_cast<uint8_t>(parse_number(name, value, UINT8_MAX));
-        return put(field, &byte, sizeof byte, bytes);
+    switch (field.type) {
+    case FieldType::u8:
+    case FieldType::u16:
+    case FieldType::s16:
+    case FieldType::u32:
+    case FieldType::s32:
+    case FieldType::u64: {
+        const uint64_t number = parse_number(name, value, field);
+        return put(field, &number, field.size, bytes);
     }
     case FieldType::mac:
         return put(field, parse_mac(name, value).data(), 6, bytes);
@@ -92,12 +97,12 @@ std::string block_text(std::span<const uint8_t> bytes)
     return is_text ? "text:" + std::string(bytes.begin(), bytes.end()) : "hex:" + format_hex(bytes);
 }
 
-std::string number_text(const Reading &reading, const Field &field, uint32_t number)
+std::string value_text(const Reading &reading, const Field &field, std::span<const uint8_t> bytes)
 {
-    std::string text = std::to_string(number);
+    std::string text = number_text(field, bytes);
     if (&field == reading.record->command) {
         const catalogue::Command *command =
-            catalogue::find_command(reading.place.channel->type, number, reading.place.call);
+            catalogue::find_command(reading.place.channel->type, load_word(bytes.data()), reading.place.call);
         if (command) text.append(" ").append(command->name);
     }
     if (!field.unit.empty()) text.append(" ").append(field.unit);
@@ -106,12 +111,14 @@ std::string number_text(const Reading &reading, const Field &field, uint32_t num
 
 std::string text_of(const Reading &reading, const Field &field, std::span<const uint8_t> bytes)
 {
-    if (all_zero(bytes)) return {};
     switch (field.type) {
-    case FieldType::u32:
-        return number_text(reading, field, load_word(bytes.data()));
     case FieldType::u8:
-        return number_text(reading, field, bytes[0]);
+    case FieldType::u16:
+    case FieldType::s16:
+    case FieldType::u32:
+    case FieldType::s32:
+    case FieldType::u64:
+        return value_text(reading, field, bytes);
     case FieldType::mac:
         return format_mac(bytes.data());
     case FieldType::idset: {
@@ -169,17 +176,29 @@ Reading read_record(const catalogue::Record &record, const Place &place, std::sp
     return {&record, layout, place, bytes};
 }
 
+void swap_words(std::span<const Field> fields, Bytes &bytes)
+{
+    for (const Field &field : fields) {
+        if (!reached(field, bytes) || (field.type != FieldType::idset && !is_number(field.type))) continue;
+        const uint32_t word = field.type == FieldType::idset ? sizeof(uint32_t) : field.size;
+        for (uint32_t at = field.offset; at < field.offset + field.size; at += word)
+            std::reverse(bytes.begin() + at, bytes.begin() + at + word);
+    }
+}
+
 void swap_words(const catalogue::Record &record, const Place &place, Bytes &bytes)
 {
-    const auto swap = [&bytes](std::span<const Field> fields) {
-        for (const Field &field : fields) {
-            if (!reached(field, bytes) || (field.type != FieldType::u32 && field.type != FieldType::idset)) continue;
-            for (uint32_t at = field.offset; at < field.offset + field.size; at += sizeof(uint32_t))
-                std::reverse(bytes.begin() + at, bytes.begin() + at + sizeof(uint32_t));
-        }
-    };
-    swap(record.fields);
-    if (const catalogue::Layout *layout = read_record(record, place, bytes).layout) swap(layout->fields);
+    swap_words(record.fields, bytes);
+    const catalogue::Layout *layout = read_record(record, place, bytes).layout;
+    if (!layout) return;
+    // What the layout names of the record's own words is turned already.
+    std::vector<Field> opaque;
+    for (const Field &field : layout->fields)
+        if (std::ranges::none_of(record.fields, [&field](const Field &own) {
+                return own.offset == field.offset && is_number(own.type);
+            }))
+            opaque.push_back(field);
+    swap_words(opaque, bytes);
 }
 
 size_t set_fields(const catalogue::Record &record, const Place &place, std::span<const Assignment> assignments,
@@ -247,13 +266,27 @@ std::vector<DecodedField> decode(const Reading &reading)
                         uint8_t{0});
 
     std::vector<DecodedField> decoded;
-    const auto add = [&](std::span<const Field> fields, std::span<const uint8_t> bytes) {
-        for (const Field &field : fields)
-            if (reached(field, bytes)) decoded.push_back({&field, text_of(reading, field, field_bytes(field, bytes))});
+    const auto add = [&](const Field &field, std::span<const uint8_t> bytes) {
+        const auto own = field_bytes(field, bytes);
+        if (reading.reaches(field)) decoded.push_back({&field, text_of(reading, field, own), all_zero(own)});
     };
-    add(reading.record->fields, rest);
-    if (reading.layout) add(reading.layout->fields, reading.bytes);
+    const bool named = reading.is_block() && reading.layout;
+    for (const Field &field : reading.record->fields)
+        if (!named || !all_zero(field_bytes(field, rest))) add(field, rest);
+    if (reading.layout)
+        for (const Field &field : reading.layout->fields)
+            add(field, reading.bytes);
     return decoded;
+}
+
+std::string text_of(const Reading &reading, const Field &field)
+{
+    return text_of(reading, field, field_bytes(field, reading.bytes));
+}
+
+bool Reading::reaches(const Field &field) const
+{
+    return field.offset >= start && reached(field, bytes);
 }
 
 } // namespace ponctl

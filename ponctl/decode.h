@@ -23,6 +23,11 @@ struct Reading {
     const catalogue::Layout *layout; // of the opaque part, where the record's command has one; else null
     Place place;
     std::span<const uint8_t> bytes;
+    size_t start = 0; // where a block starts that is all there is of the record; the bytes before it do not count
+
+    bool is_block() const { return start > 0; }
+    // Whether it holds the whole of a field, or enough of it to be shown.
+    bool reaches(const catalogue::Field &field) const;
 };
 
 // Reads a record by the layout of its command: an answer by that of the answer, or where there is none, as a request.
@@ -38,6 +43,8 @@ const catalogue::Record &answer_record(const catalogue::Record &record, const ca
 // Turns the words of a record that was written in the other byte order. Its command says which words the opaque part
 // holds.
 void swap_words(const catalogue::Record &record, const Place &place, Bytes &bytes);
+// Turns the numbers of these fields, each as wide as it is.
+void swap_words(std::span<const catalogue::Field> fields, Bytes &bytes);
 
 uint32_t load_word(const uint8_t *bytes);
 
@@ -57,11 +64,16 @@ void check_length(std::string_view name, size_t length, const catalogue::Field &
 
 struct DecodedField {
     const catalogue::Field *field;
-    std::string text; // for people; empty: every byte of the field that no other field names is zero
+    std::string text; // for people
+    bool zero;        // every byte of the field that no other field names is zero
 };
 
-// The fields in order of offset, the layout's behind the record's. Fields that the bytes do not reach are left out.
+// The fields in order of offset, the layout's behind the record's. Fields that the bytes do not reach are left out, and
+// of a block with a layout so are bytes without a name that are zero.
 std::vector<DecodedField> decode(const Reading &reading);
+
+// The value of one field for people.
+std::string text_of(const Reading &reading, const catalogue::Field &field);
 
 // The bytes of a field, as far as they go.
 std::span<const uint8_t> field_bytes(const catalogue::Field &field, std::span<const uint8_t> bytes);

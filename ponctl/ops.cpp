@@ -120,22 +120,35 @@ std::string rule_text(const Argument &argument)
     if (argument.type == ArgumentType::length) return "(the size of the block when left out)";
     if (argument.dropped) return "(the service's result is taken and dropped: nothing is handed out)";
     std::string rule = is_output(argument) ? "(read back" : argument.optional ? "(may be left out" : "(required";
+    if (argument.type == ArgumentType::block_inout) rule += " and read back";
     if (argument.field) {
         rule += std::string(is_output(argument) ? "; from " : "; to ") + std::string(argument.field->name) +
                 " at offset " + std::to_string(argument.field->offset);
         if (argument.type == ArgumentType::text)
             rule += ", which holds " + std::to_string(longest(*argument.field, true)) + " characters";
-        if (argument.type == ArgumentType::block)
+        if (argument.type == ArgumentType::block && argument.size == 0)
             rule += ", which holds " + std::to_string(longest(*argument.field, false)) + " bytes";
     }
+    if (argument.size > 0) rule += "; " + std::to_string(argument.size) + " bytes";
+    if (is_sized_block(argument)) rule += ", those not given zero";
     return rule + ")";
+}
+
+// Of a scaled number: the steps that it comes in.
+std::string steps_of(const catalogue::Field &field)
+{
+    if (field.scale == 1) return {};
+    char steps[32];
+    std::snprintf(steps, sizeof steps, ", in steps of %g", field.scale);
+    return steps;
 }
 
 std::string field_page(const catalogue::Field &field)
 {
-    std::string about = std::string(catalogue::to_text(field.type)) + " at offset " + std::to_string(field.offset) +
-                        "; " + std::string(field.brief);
-    if (!field.unit.empty()) about.append(" (").append(field.unit).append(")");
+    std::string about = std::string(catalogue::to_text(field.type)) + " of " + std::to_string(field.size) +
+                        (field.size == 1 ? " byte" : " bytes") + " at offset " + std::to_string(field.offset) + "; " +
+                        std::string(field.brief);
+    if (!field.unit.empty()) about.append(" (").append(field.unit).append(steps_of(field)).append(")");
     return filled("        " + std::string(field.name) + ": ", about, 12);
 }
 
@@ -159,23 +172,31 @@ std::string commands_page(const catalogue::Channel &channel)
     return page.empty() ? page : "      such as those that have no operation of their own:\n" + page;
 }
 
+// Whether the fields of the answer's layout come back in the argument.
+bool reads_back_fields(const Argument &argument)
+{
+    return argument.type == ArgumentType::response || argument.type == ArgumentType::block_out ||
+           argument.type == ArgumentType::block_inout;
+}
+
 std::string argument_page(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
     std::string page = "  " + (form.empty() ? std::string(argument.name) : form) + "\n" + filled(argument.brief, 6) +
                        filled(rule_text(argument), 6);
     if (is_command(operation, argument)) page += commands_page(*operation.channel);
-    if (argument.type == ArgumentType::record) {
+    if (takes_fields(operation, argument)) {
         page += "      FIELD is one of\n";
         for (const catalogue::Field *field : fields_of(operation, argument))
             page += field_page(*field);
-        if (!argument.picked.empty()) return page;
+    }
+    if (argument.type == ArgumentType::record && argument.picked.empty()) {
         if (const catalogue::Layout *layout = layout_of(operation, false))
             page += layout_page("or, as the simulated service reads this command's record, one of", *layout);
         else if (!operation.command)
             page += filled("or of those that the simulated service reads in the record of the command", 6);
     }
-    if (argument.type == ArgumentType::response)
+    if (reads_back_fields(argument))
         if (const catalogue::Layout *layout = layout_of(operation, true))
             page += layout_page("which the simulated service answers with, beside the record's own fields", *layout);
     return page;
@@ -197,8 +218,8 @@ std::string usage_page(const Operation &operation)
     std::string usage = "ponctl call " + std::string(operation.name);
     for (const Argument &argument : operation.arguments) {
         if (is_output(argument)) continue;
-        const std::string form = argument.type == ArgumentType::record ? std::string(argument.name) + ".FIELD=VALUE..."
-                                                                       : form_of(operation, argument);
+        const std::string form = takes_fields(operation, argument) ? std::string(argument.name) + ".FIELD=VALUE..."
+                                                                   : form_of(operation, argument);
         usage += may_be_omitted(argument) ? " [" + form + "]" : " " + form;
     }
     return "Usage:\n" + filled(usage, 2);
@@ -216,13 +237,15 @@ std::string forms_page(const Operation &operation)
 {
     std::string page;
     if (takes(operation, ArgumentType::u32)) page += "  NUMBER  decimal, or hexadecimal with 0x\n";
+    if (takes(operation, ArgumentType::u8)) page += "  BYTE    a NUMBER up to 255\n";
     for (const Argument &argument : operation.arguments)
         if (is_command(operation, argument)) page += "  COMMAND a BSP_CMD_ name or a number\n";
     if (takes(operation, ArgumentType::mac)) page += "  MAC     00:11:22:33:44:55, 00-11-22-33-44-55, 0011.2233.4455\n";
-    if (takes(operation, ArgumentType::block) || takes(operation, ArgumentType::record))
+    if (takes(operation, ArgumentType::block) || takes(operation, ArgumentType::block_inout) ||
+        takes(operation, ArgumentType::record))
         page += "  BLOCK   hex:0011..., text:..., or @FILE\n";
-    if (takes(operation, ArgumentType::record))
-        page += "  VALUE   by the field's type: a NUMBER, MAC, BLOCK, text, or ids as 1-5,7\n";
+    if (std::ranges::any_of(operation.arguments, [&](const Argument &each) { return takes_fields(operation, each); }))
+        page += "  VALUE   by the field's type: a number in its unit, MAC, BLOCK, text, or ids as 1-5,7\n";
     return page;
 }
 
@@ -288,6 +311,7 @@ void write_arguments(Json &json, const Operation &operation)
         json.key("required");
         json->Bool(!may_be_omitted(argument));
         write_name(json, "field", argument.field);
+        if (argument.size > 0) json.member("size", argument.size);
         json.member("brief", argument.brief);
         json->EndObject();
     }

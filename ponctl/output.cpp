@@ -12,6 +12,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <unistd.h>
 
+#include "numbers.h"
 #include "report.h"
 
 namespace ponctl
@@ -135,11 +136,13 @@ std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::V
 void write_field(Json &json, const Field &field, std::span<const uint8_t> bytes)
 {
     switch (field.type) {
-    case FieldType::u32:
-        json->Uint(load_word(bytes.data()));
-        break;
     case FieldType::u8:
-        json->Uint(bytes[0]);
+    case FieldType::u16:
+    case FieldType::s16:
+    case FieldType::u32:
+    case FieldType::s32:
+    case FieldType::u64:
+        json.number(number_text(field, bytes));
         break;
     case FieldType::mac:
         json.text(format_mac(bytes.data()));
@@ -325,6 +328,11 @@ void Json::member(std::string_view name, uint32_t value)
     writer.Uint(value);
 }
 
+void Json::number(const std::string &digits)
+{
+    writer.RawNumber(digits.data(), static_cast<rapidjson::SizeType>(digits.size()), true);
+}
+
 void Json::status(uint32_t status)
 {
     member("status", status);
@@ -403,7 +411,7 @@ void print_fields(const Output &output, const Reading &reading)
 {
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const DecodedField &decoded : decode(reading))
-        if (!decoded.text.empty()) table.add({std::string(decoded.field->name), decoded.text});
+        if (reading.is_block() || !decoded.zero) table.add({std::string(decoded.field->name), decoded.text});
     table.print(output);
 }
 
@@ -421,7 +429,7 @@ void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Rea
                      [](const Field *a, const Field *b) { return a->offset < b->offset; });
 
     // Each field reaches to the next one's start: the layout's lie inside an opaque field of the record.
-    size_t at = 0;
+    size_t at = reading ? reading->start : 0;
     std::string_view name;
     const auto print_to = [&](size_t end) {
         end = std::min(end, bytes.size());
@@ -429,6 +437,7 @@ void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Rea
         at = std::max(at, end);
     };
     for (const Field *field : fields) {
+        if (field->offset < at) continue;
         print_to(field->offset);
         name = field->name;
         const bool holds_others = std::any_of(fields.begin(), fields.end(), [field](const Field *other) {

@@ -83,6 +83,8 @@ public:
     // key and text; the number or null.
     void member(std::string_view name, std::string_view value);
     void member(std::string_view name, uint32_t value);
+    // A number that is a text already.
+    void number(const std::string &digits);
     // "status" and "status_name", which is null where the word has no name.
     void status(uint32_t status);
     // An array of the ids of a set.
@@ -106,7 +108,7 @@ private:
 // A text with everything that a terminal could take for a command written as \xNN.
 std::string printable(std::string_view text);
 
-// The fields of a record that are not zero.
+// The fields of a record that are not zero; of a block all.
 void print_fields(const Output &output, const Reading &reading);
 
 // Bytes with their offsets in decimal, as the catalogue counts them, and the name of each field beside its first line.

@@ -37,6 +37,9 @@ Words words_for(const catalogue::Operation &operation)
         case catalogue::ArgumentType::u32:
             words.push_back(name + "=0x1020304");
             break;
+        case catalogue::ArgumentType::u8:
+            words.push_back(name + "=0x81");
+            break;
         case catalogue::ArgumentType::mac:
             words.push_back(name + "=02:11:22:33:44:55");
             break;
@@ -44,6 +47,7 @@ Words words_for(const catalogue::Operation &operation)
             words.push_back(name + "=a text");
             break;
         case catalogue::ArgumentType::block:
+        case catalogue::ArgumentType::block_inout:
             words.push_back(name + "=hex:0102");
             break;
         case catalogue::ArgumentType::record:
@@ -52,6 +56,8 @@ Words words_for(const catalogue::Operation &operation)
         case catalogue::ArgumentType::length:
         case catalogue::ArgumentType::db:
         case catalogue::ArgumentType::text_out:
+        case catalogue::ArgumentType::u32_out:
+        case catalogue::ArgumentType::block_out:
         case catalogue::ArgumentType::response:
             break;
         }

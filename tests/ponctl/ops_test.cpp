@@ -87,7 +87,7 @@ TEST(Page, AsJsonHasAnEntryForEachArgument)
 TEST(Page, ListsTheFieldsThatTheServiceReadsInARecord)
 {
     EXPECT_THAT(page_of(*catalogue::find_operation("bsp_pon_no_bind_onu_batch_spec_id"), Format::table),
-                HasSubstr("onu_set: set of ONU ids at offset 432"));
+                HasSubstr("onu_set: set of ONU ids of 16 bytes at offset 432"));
 }
 
 TEST(Page, ListsOnlyTheFieldsThatCount)
