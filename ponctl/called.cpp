@@ -55,6 +55,17 @@ Reading Called::reading(size_t index) const
     return reading;
 }
 
+Reading Called::block() const
+{
+    return reading(index_of(has(ArgumentType::block_out) ? ArgumentType::block_out : ArgumentType::block_inout));
+}
+
+Reading Called::answer() const
+{
+    return read_record(*operation().response, {operation().channel, operation().call, command, true},
+                       exchanged.response);
+}
+
 const catalogue::Field &Called::word_field(size_t index) const
 {
     const catalogue::Field &field = *operation().arguments[index].field;
@@ -67,7 +78,7 @@ const catalogue::Field &Called::word_field(size_t index) const
 size_t Called::index_of(ArgumentType type) const
 {
     size_t index = 0;
-    while (operation().arguments[index].type != type)
+    while (index < operation().arguments.size() && operation().arguments[index].type != type)
         ++index;
     return index;
 }

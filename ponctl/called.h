@@ -37,9 +37,14 @@ public:
     // A word that an argument delivered: the field that it is, by its layout where there is one.
     const catalogue::Field &word_field(size_t index) const;
 
-    // The operation's only database, and its only response; it must have one.
+    // The operation's only database, its only response and its only block; it must have one.
     db_handle *database() const { return database(index_of(catalogue::ArgumentType::db)); }
     Reading response() const { return reading(index_of(catalogue::ArgumentType::response)); }
+    Reading block() const;
+    // The answer as it was received, whatever the operation delivers of it.
+    Reading answer() const;
+    // Whether the operation has an argument of this type.
+    bool has(catalogue::ArgumentType type) const { return index_of(type) < operation().arguments.size(); }
     // The view that its database is.
     const catalogue::View *view() const { return command ? catalogue::find_view(*command) : nullptr; }
 

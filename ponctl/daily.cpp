@@ -20,6 +20,11 @@ std::string port_of(const std::string &text)
     return text.empty() ? "0" : std::to_string(parse_number("PORT", text));
 }
 
+std::string number_word(std::string_view name, const std::string &text, uint32_t greatest)
+{
+    return text.empty() ? text : std::to_string(parse_number(name, text, greatest));
+}
+
 OnuName onu_of(const std::string &text)
 {
     if (is_number(text)) return {std::to_string(parse_number("ONU", text, max_onu_id)), {}};

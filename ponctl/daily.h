@@ -14,6 +14,9 @@ std::vector<std::string> words_of(std::initializer_list<Assignment> arguments);
 // A PON port as a command line names it; 0 where it is left out and that stands for all ports.
 std::string port_of(const std::string &text);
 
+// A number of a command line; empty where it is left out.
+std::string number_word(std::string_view name, const std::string &text, uint32_t greatest = UINT32_MAX);
+
 // One ONU of a port as a command line names it: by its id or by its MAC address.
 struct OnuName {
     std::string id, mac; // one of them is empty

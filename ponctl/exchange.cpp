@@ -1,7 +1,5 @@
 #include "exchange.h"
 
-#include <tuple>
-
 #include <dlfcn.h>
 
 #include "board/ipc.h"
@@ -15,6 +13,18 @@ bool watching = false;
 bool sending = true;
 Exchange last;
 
+void note_answer(const uint32_t *status)
+{
+    last.status = *status;
+}
+
+void note_answer(const void *response, const uint32_t *length, const uint32_t *status)
+{
+    const auto *bytes = static_cast<const uint8_t *>(response);
+    if (watching) last.response.assign(bytes, bytes + *length);
+    note_answer(status);
+}
+
 // Notes a call and passes it on to the IPC library's function of the same name. The last of the arguments is where the
 // status word goes.
 template <class Function, class... Rest>
@@ -23,13 +33,13 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
 {
     if (watching) {
         const auto *bytes = static_cast<const uint8_t *>(request);
-        last = {true, IPC_OK, 0, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length}};
+        last = {true, IPC_OK, 0, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length}, {}};
         if (!sending) return IPC_OK;
     }
     const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
     const int32_t result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
     last.result = result;
-    if (result == IPC_OK) last.status = *std::get<sizeof...(rest) - 1>(std::tuple(rest...));
+    if (result == IPC_OK) note_answer(rest...);
     return result;
 }
 

@@ -19,6 +19,7 @@ struct Exchange {
     const catalogue::Channel *channel = nullptr;
     catalogue::Call call = catalogue::Call::set;
     Bytes request;
+    Bytes response; // as much as was received
 };
 
 // Notes the last exchange made while it lives; only one lives at a time.

@@ -81,6 +81,12 @@ int run(int argc, char **argv)
     add_blacklist(app, command);
     add_auth(app, command);
     add_alarm(app, command);
+    add_optics(app, command);
+    add_sla(app, command);
+    add_p2p(app, command);
+    add_fdb(app, command);
+    add_debug(app, command);
+    add_i2c(app, command);
 
     try {
         app.parse(argc, argv);

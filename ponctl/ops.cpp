@@ -245,7 +245,7 @@ std::string forms_page(const Operation &operation)
         takes(operation, ArgumentType::record))
         page += "  BLOCK   hex:0011..., text:..., or @FILE\n";
     if (std::ranges::any_of(operation.arguments, [&](const Argument &each) { return takes_fields(operation, each); }))
-        page += "  VALUE   by the field's type: a number in its unit, MAC, BLOCK, text, or ids as 1-5,7\n";
+        page += "  VALUE   by the field's type: number, MAC, BLOCK, text, or ids as 1-5,7\n";
     return page;
 }
 

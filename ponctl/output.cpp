@@ -389,9 +389,14 @@ void Json::record(const Reading &reading)
     writer.StartObject();
     for (const DecodedField &decoded : decode(reading)) {
         key(decoded.field->name);
-        write_field(*this, *decoded.field, field_bytes(*decoded.field, reading.bytes));
+        field(*decoded.field, reading);
     }
     writer.EndObject();
+}
+
+void Json::field(const catalogue::Field &field, const Reading &reading)
+{
+    write_field(*this, field, field_bytes(field, reading.bytes));
 }
 
 std::string printable(std::string_view text)

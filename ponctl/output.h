@@ -95,6 +95,8 @@ public:
     void document(std::string_view document);
     // That of a result database; null where there is no database.
     void document(const db_handle *database);
+    // The value of one field of a record.
+    void field(const catalogue::Field &field, const Reading &reading);
     // An object of a record's fields, each as its type: numbers, texts, MAC addresses as texts, sets of ids as arrays
     // of numbers, bytes as hexadecimal digits without the zeros at their end.
     void record(const Reading &reading);

@@ -26,6 +26,12 @@ void add_whitelist(CLI::App &app, Command &command);
 void add_blacklist(CLI::App &app, Command &command);
 void add_auth(CLI::App &app, Command &command);
 void add_alarm(CLI::App &app, Command &command);
+void add_optics(CLI::App &app, Command &command);
+void add_sla(CLI::App &app, Command &command);
+void add_p2p(CLI::App &app, Command &command);
+void add_fdb(CLI::App &app, Command &command);
+void add_debug(CLI::App &app, Command &command);
+void add_i2c(CLI::App &app, Command &command);
 
 // Has a command of the command line run `run` with its options. Where it has commands of its own and one of them is
 // given, that one runs.

@@ -1,4 +1,4 @@
-// ponctl onu and ponctl port.
+// ponctl onu.
 #include "cli/cli.h"
 
 namespace ponctl
@@ -119,15 +119,6 @@ void add_onu(CLI::App &app, Command &command)
     onu->require_subcommand(1);
     for (const auto add : {add_list, add_show, add_bind, add_release, add_confirm, add_describe, add_reject, add_allow})
         add(*onu, command);
-}
-
-void add_port(CLI::App &app, Command &command)
-{
-    CLI::App *port = app.add_subcommand("port", "Lists the PON ports");
-    port->require_subcommand(1);
-    port->add_subcommand("list", "Lists the PON ports with their ONUs and ranging limits")->callback([&command] {
-        command = run_port_list;
-    });
 }
 
 } // namespace ponctl

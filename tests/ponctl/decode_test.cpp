@@ -27,7 +27,7 @@ std::vector<std::string> shown(const Bytes &bytes, catalogue::Call call = set)
 {
     std::vector<std::string> fields;
     for (const DecodedField &decoded : decode(read_record(*pon().record, {&pon(), call}, bytes)))
-        if (!decoded.text.empty()) fields.push_back(std::string(decoded.field->name) + "=" + decoded.text);
+        if (!decoded.zero) fields.push_back(std::string(decoded.field->name) + "=" + decoded.text);
     return fields;
 }
 

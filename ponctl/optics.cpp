@@ -1,0 +1,249 @@
+// ponctl optics: what the optical modules measure, at once and over time.
+#include <clocale>
+#include <ctime>
+#include <memory>
+
+#include <langinfo.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "chart.h"
+#include "daily.h"
+#include "numbers.h"
+#include "platform.h"
+#include "repeat.h"
+#include "report.h"
+#include "sections.h"
+#include "words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+constexpr std::array<std::string_view, 5> states{"normal", "low warning", "low alarm", "high warning", "high alarm"};
+constexpr std::array<std::string_view, 2> lol_modes{"low alarm threshold", "level set"};
+
+// What the flags say, from the highest bit on.
+constexpr std::array<std::string_view, 10> flag_names{
+    "temperature high", "temperature low",   "voltage high",     "voltage low",         "bias high",
+    "bias low",         "launch power high", "launch power low", "received power high", "received power low"};
+
+std::string flags_text(const Reading &reading, std::string_view field)
+{
+    const auto flags = static_cast<uint32_t>(field_number(reading, field).value_or(0));
+    std::vector<std::string_view> names;
+    for (size_t flag = 0; flag < flag_names.size(); ++flag)
+        if (flags & 0x8000u >> flag) names.push_back(flag_names[flag]);
+    return names.empty() ? "-" : join(names);
+}
+
+// The PON ports that there are, in order.
+std::vector<std::string> ports_of(const Called &base)
+{
+    std::vector<std::string> ports;
+    const db_handle *rows = base.database();
+    for (uint32_t row = 0; rows && row < db_rows(rows); ++row)
+        if (const char *port = db_get_text(rows, row, "pon_port")) ports.emplace_back(port);
+    return ports;
+}
+
+ExitCode show_all(const Output &output)
+{
+    if (output.format == Format::hex) throw UsageError("PORT: missing; the bytes are those of one port");
+    const Called base("bsp_pon_exec_get_json_", words_of({{"cmd", "BSP_CMD_VIEW_BASE_INFO_WEB"}, {"pon_port", "0"}}));
+    if (!base.good()) return base.report();
+    std::vector<std::pair<std::string, std::unique_ptr<const Called>>> modules;
+    ExitCode code = exit_success;
+    for (const std::string &port : ports_of(base)) {
+        auto called = std::make_unique<const Called>("bsp_om_plat_diag_get", words_of({{"pon_port", port}}));
+        code = std::max(code, called->report());
+        if (!called->answered()) break;
+        if (called->good()) modules.emplace_back(port, std::move(called));
+    }
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        json->StartArray();
+        for (const auto &[port, called] : modules) {
+            json->StartObject();
+            json.key("pon_port");
+            json.number(port);
+            for (const DecodedField &decoded : decode(called->block())) {
+                json.key(decoded.field->name);
+                json.field(*decoded.field, called->block());
+            }
+            json->EndObject();
+        }
+        json->EndArray();
+        return code;
+    }
+    Table table({{"PORT", Table::Fit::right},
+                 {"TEMPERATURE", Table::Fit::right},
+                 {"VOLTAGE", Table::Fit::right},
+                 {"BIAS", Table::Fit::right},
+                 {"LAUNCH POWER", Table::Fit::right},
+                 {"LASER"},
+                 {"ALARMS", Table::Fit::wrap}});
+    for (const auto &[port, called] : modules) {
+        const Reading reading = called->block();
+        table.add({port, field_text(reading, "temperature"), field_text(reading, "voltage"),
+                   field_text(reading, "bias"), field_text(reading, "launch_power"),
+                   word_of_number(field_digits(reading, "laser"), off_on), flags_text(reading, "alarms")});
+    }
+    table.print(output);
+    return code;
+}
+
+ExitCode show_port(const Output &output, const std::string &port)
+{
+    const Called diagnostics("bsp_om_plat_diag_get", words_of({{"pon_port", port}}));
+    if (!diagnostics.good()) return diagnostics.report();
+    // PON port N has its module in SFP cage N.
+    const Called module("bsp_sfp_diag_info_get", words_of({{"port", port}}));
+    const Called quantities("bsp_sfp_diag_info_get_json", words_of({{"port", port}}));
+    const std::vector<FieldStyle> of_module{{"vendor"}, {"part"},       {"revision"}, {"serial"},
+                                            {"date"},   {"wavelength"}, {"reach"},    {"rate"}};
+    const ExitCode code = show(output, {{"module", "Module", &module, of_module, true},
+                                        {"diagnostics",
+                                         "Diagnostics",
+                                         &diagnostics,
+                                         {{"laser", {}, off_on},
+                                          {"tx_fault", {}, no_yes},
+                                          {"rx_los", {}, no_yes},
+                                          {"measuring", {}, no_yes},
+                                          {"lao_mode", {}, off_on},
+                                          {"lol_mode", {}, lol_modes}}},
+                                        {"quantities", "Quantities and thresholds", &quantities}});
+    if (output.format == Format::table)
+        std::fprintf(output.stream, "\nalarms: %s\nwarnings: %s\n", flags_text(diagnostics.block(), "alarms").c_str(),
+                     flags_text(diagnostics.block(), "warnings").c_str());
+    return code;
+}
+
+// What is read of a port again and again, or of one ONU there.
+struct Source {
+    const char *operation;
+    std::vector<std::string> words;
+};
+
+Source source_of(const OpticsOptions &options)
+{
+    const std::string port = port_of(options.port);
+    if (options.onu.empty()) return {"bsp_om_plat_diag_get", words_of({{"pon_port", port}})};
+    return {"bsp_om_plat_diag_rssi_get", words_of({{"pon_port", port},
+                                                   {"id", number_word("--onu", options.onu, max_onu_id)},
+                                                   {"sel", options.measured ? "1" : "0"}})};
+}
+
+// The field of the answer that a quantity is.
+const catalogue::Field &quantity_of(const Source &source, const std::string &name)
+{
+    const catalogue::Command &command = *catalogue::find_operation(source.operation)->command;
+    std::vector<std::string_view> names;
+    for (const catalogue::Field &field : catalogue::find_layout(command, true)->fields) {
+        if (!is_number(field.type)) continue;
+        if (field.name == name) return field;
+        names.push_back(field.name);
+    }
+    throw UsageError("--quantity: '" + name + "' is not one of " + join(names));
+}
+
+std::string time_text()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+    return text;
+}
+
+// The readings of one quantity, drawn again with each of them.
+class Drawing
+{
+public:
+    Drawing(const Output &output, const catalogue::Field &quantity, std::string title)
+        : stream(output.stream), heading(std::move(title))
+    {
+        winsize size{};
+        style.decimals = decimals_of(quantity);
+        style.blocks = std::string_view(nl_langinfo(CODESET)) == "UTF-8";
+        if (ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+            style.width = size.ws_col - 1u;
+            // The heading and the cursor's line stay free.
+            if (size.ws_row > 3) style.height = std::min<size_t>(style.height, size.ws_row - 2u);
+        }
+    }
+
+    void add(double value, const std::string &text)
+    {
+        values.push_back(value);
+        if (values.size() > chart_columns(style)) values.pop_front();
+        if (drawn > 0) std::fprintf(stream, "\033[%zuA\033[J", drawn);
+        std::fprintf(stream, "%s %s\n", heading.c_str(), text.c_str());
+        drawn = 1;
+        for (const std::string &line : chart(values, style)) {
+            std::fprintf(stream, "%s\n", line.c_str());
+            ++drawn;
+        }
+        std::fflush(stream);
+    }
+
+private:
+    std::FILE *stream;
+    std::string heading;
+    ChartStyle style;
+    std::deque<double> values;
+    size_t drawn = 0;
+};
+
+ExitCode watch(const Output &output, const OpticsOptions &options)
+{
+    if (output.format == Format::hex) throw UsageError("--watch: has no bytes to show; take table or json");
+    const Source source = source_of(options);
+    const std::string name = !options.quantity.empty() ? options.quantity
+                             : options.onu.empty()     ? "temperature"
+                                                       : "received_power";
+    const catalogue::Field &field = quantity_of(source, name);
+    Repeat repeat("--interval", options.interval, options.count);
+    Drawing drawing(output, field,
+                    "port " + options.port + (options.onu.empty() ? "" : " ONU " + options.onu) + " " + name);
+    const bool terminal = isatty(fileno(output.stream));
+    while (repeat.next()) {
+        const Called called(source.operation, source.words);
+        if (!called.good()) return called.report();
+        const Reading reading = called.block();
+        if (output.format == Format::json) {
+            Json json(output.stream);
+            json->StartObject();
+            json.member("time", time_text());
+            json.key(name);
+            json.field(field, reading);
+            json->EndObject();
+        } else if (terminal) {
+            drawing.add(field_number(reading, name).value_or(0), field_text(reading, name));
+        } else {
+            std::fprintf(output.stream, "%s %s\n", time_text().c_str(), field_text(reading, name).c_str());
+        }
+        std::fflush(output.stream);
+    }
+    return exit_success;
+}
+
+} // namespace
+
+ExitCode run_optics(const Output &output, const OpticsOptions &options)
+{
+    if (options.port.empty() && (options.watched || !options.onu.empty()))
+        throw UsageError("PORT: missing; --watch and --onu are for one port");
+    if (options.measured && options.onu.empty()) throw UsageError("--measured: goes with --onu alone");
+    if (!options.watched && !(options.quantity + options.count).empty())
+        throw UsageError("--quantity and --count: go with --watch alone");
+    if (options.port.empty()) return show_all(output);
+    if (options.watched) return watch(output, options);
+    if (options.onu.empty()) return show_port(output, port_of(options.port));
+    const Source source = source_of(options);
+    return run_show(output, source.operation, source.words, {{"light", {}, no_yes}, {"state", {}, states}});
+}
+
+} // namespace ponctl

@@ -1,0 +1,147 @@
+// ponctl p2p: forwarding between ONUs at the OLT.
+#include "daily.h"
+#include "platform.h"
+#include "sections.h"
+
+namespace ponctl
+{
+namespace
+{
+
+// What stands for the port itself, and for any ONU.
+constexpr const char *no_onu = "128";
+constexpr uint32_t greatest_vlan = 4094;
+
+constexpr std::array<std::string_view, 2> drop_forward{"drop", "forward"};
+constexpr std::array<std::string_view, 3> actions{"remove", "forward", "drop"};
+
+std::string onu_or_any(const char *name, const std::string &text)
+{
+    return text.empty() ? no_onu : std::to_string(parse_number(name, text, max_onu_id));
+}
+
+// All that the service tells of P2P forwarding of a port: its answer, and the entries as rows.
+Called ask_for_port(const std::string &port)
+{
+    return {"bsp_pon_platform_by_db",
+            words_of({{"record.plat_cmd", "BSP_CMD_P2P_OWN_PORT_GET"}, {"record.plat_port", port}})};
+}
+
+struct Vlans {
+    std::string first, last;
+};
+
+// FIRST-LAST, one VLAN, or all.
+Vlans parse_vlans(const std::string &text)
+{
+    if (text == "all") return {"0", "0"};
+    const size_t dash = text.find('-');
+    const std::string first = text.substr(0, dash), last = dash == text.npos ? first : text.substr(dash + 1);
+    return {std::to_string(parse_number("--vlans", first, greatest_vlan)),
+            std::to_string(parse_number("--vlans", last, greatest_vlan))};
+}
+
+// Changes what is given of a port's configuration, and keeps the rest as it is.
+ExitCode configure(const P2pSwitchOptions &options, const std::string &port)
+{
+    const Called current = ask_for_port(port);
+    if (!current.good()) return current.report();
+    const Reading now = current.answer();
+    const auto kept_or_word = [&now](const char *field, const char *name, const std::string &word, Words words) {
+        return word.empty() ? field_digits(now, field) : number_of_word(name, word, words);
+    };
+    const Vlans vlans = options.vlans.empty() ? Vlans{field_digits(now, "first_vlan"), field_digits(now, "last_vlan")}
+                                              : parse_vlans(options.vlans);
+    return Called("bsp_p2p_cfg_set",
+                  words_of({{"pon_port", port},
+                            {"arg108", kept_or_word("rest", "--rest", options.rest, drop_forward)},
+                            {"cfg.rate", options.rate.empty() ? field_digits(now, "rate") : options.rate},
+                            {"cfg.first_vlan", vlans.first},
+                            {"cfg.last_vlan", vlans.last},
+                            {"cfg.broadcast", kept_or_word("broadcast", "--broadcast", options.broadcast, off_on)},
+                            {"cfg.multicast", kept_or_word("multicast", "--multicast", options.multicast, off_on)}}))
+        .report();
+}
+
+} // namespace
+
+ExitCode run_p2p_show(const Output &output, const std::string &port)
+{
+    if (port.empty()) return run_list(output, "bsp_pon_get_p2p_state", {});
+    const Called called = ask_for_port(port_of(port));
+    if (!called.good()) return called.report();
+    const std::vector<FieldStyle> styles{{"on", "state", off_on},
+                                         {"onu_set", "onus"},
+                                         {"rest", "rest", drop_forward},
+                                         {"own_port"},
+                                         {"rate"},
+                                         {"first_vlan"},
+                                         {"last_vlan"},
+                                         {"broadcast", "broadcast", off_on},
+                                         {"multicast", "multicast", off_on}};
+    return show(output, {{"port", "Port", &called, styles, true, true}, {"entries", "Entries", &called}});
+}
+
+ExitCode run_p2p_set(const Output &, const P2pSwitchOptions &options)
+{
+    const std::string port = port_of(options.port);
+    const bool configured =
+        !(options.rest + options.rate + options.vlans + options.broadcast + options.multicast).empty();
+    if (options.state.empty() && !configured)
+        throw UsageError("nothing to set; give on or off, or one of --rest, --rate, --vlans, --broadcast and "
+                         "--multicast");
+    if (options.state.empty() && !options.onu.empty()) throw UsageError("--onu: goes with on or off alone");
+    if (configured && port == "0") throw UsageError("PORT: 0 stands for all ports, which only on and off are for");
+    // All that can be wrong is found before anyone is asked.
+    const std::string onu = onu_or_any("--onu", options.onu);
+    const std::string state = options.state.empty() ? "" : number_of_word("STATE", options.state, off_on);
+    if (!options.rest.empty()) number_of_word("--rest", options.rest, drop_forward);
+    number_word("--rate", options.rate);
+    if (!options.vlans.empty()) parse_vlans(options.vlans);
+    for (const auto &[name, word] : {std::pair{"--broadcast", options.broadcast}, {"--multicast", options.multicast}})
+        if (!word.empty()) number_of_word(name, word, off_on);
+    ask(options.confirmed,
+        "changing which ONUs of " + (port == "0" ? "all ports" : "port " + port) + " reach each other");
+    if (configured)
+        if (const ExitCode code = configure(options, port); code != exit_success) return code;
+    if (state.empty()) return exit_success;
+    return Called("bsp_p2p_state_set", words_of({{"first", port}, {"second", onu}, {"state", state}})).report();
+}
+
+ExitCode run_p2p_entry(const Output &, const P2pEntryOptions &options)
+{
+    const std::string port = port_of(options.port);
+    const std::string action = number_of_word("ACTION", options.action, actions);
+    if (!options.vlan.empty() && !options.ethertype.empty())
+        throw UsageError("--vlan and --ethertype: an entry matches one of them, or all traffic");
+    if (action == "1" && options.to_port.empty())
+        throw UsageError("--to-port: missing; the PON port that the frames go to");
+    const std::string traffic = !options.vlan.empty() ? number_word("--vlan", options.vlan, greatest_vlan)
+                                                      : number_word("--ethertype", options.ethertype, UINT16_MAX);
+    const std::vector<std::string> words = words_of(
+        {{"pon_port", port},
+         {"arg108", traffic.empty() ? "0" : traffic},
+         {"arg104", number_word("ENTRY", options.entry)},
+         {"entry.action", action},
+         {"entry.from_onu", onu_or_any("--from-onu", options.from_onu)},
+         {"entry.to_port", options.to_port.empty() ? port : number_word("--to-port", options.to_port, UINT16_MAX)},
+         {"entry.to_onu", onu_or_any("--to-onu", options.to_onu)},
+         {"entry.rate", number_word("--rate", options.rate)}});
+    ask(options.confirmed, "changing which ONUs of port " + port + " reach others");
+    return Called("bsp_p2p_entry_set", words).report();
+}
+
+ExitCode run_p2p_own_port(const Output &output, const P2pOwnPortOptions &options)
+{
+    const std::string port = port_of(options.port);
+    if (options.uplink.empty()) {
+        const Called called("bsp_onu_p2p_own_port_get", words_of({{"pon_port", port}}));
+        return show(output, {{{}, {}, &called, {{"own_port"}}, true, true}});
+    }
+    const std::string uplink = options.uplink == "any" ? "0" : options.uplink;
+    parse_number("UPLINK", uplink);
+    ask(options.confirmed, "changing by which uplink traffic of port " + port + " goes");
+    return Called("bsp_onu_p2p_own_port_set", words_of({{"pon_port", port}, {"value", uplink}})).report();
+}
+
+} // namespace ponctl

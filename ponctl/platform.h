@@ -1,0 +1,124 @@
+// The commands for the OLT's own side, beside those of commands.h, whose rules hold here too.
+#pragma once
+
+#include "commands.h"
+
+namespace ponctl
+{
+
+struct PortStatsOptions {
+    std::string port;     // PON port
+    std::string ge;       // or GE port; one of them is given
+    std::string interval; // seconds; empty: one reading
+    std::string count;    // of readings; empty: without an end
+};
+
+ExitCode run_port_show(const Output &output, const std::string &port);
+ExitCode run_port_stats(const Output &output, const PortStatsOptions &options);
+
+struct OpticsOptions {
+    std::string port; // empty: all
+    std::string onu;  // id; its power as the port receives it
+    bool measured = false;
+    bool watched = false;
+    std::string quantity, interval = "1", count;
+};
+
+ExitCode run_optics(const Output &output, const OpticsOptions &options);
+
+struct SlaOptions {
+    std::string port, onu; // id; empty: all of the port
+};
+
+struct SlaSetOptions : SlaOptions {
+    std::string fixed, assured, maximum, priority, weight, down; // those left out stay
+    bool confirmed = false;
+};
+
+ExitCode run_sla_show(const Output &output, const SlaOptions &options);
+ExitCode run_sla_set(const Output &output, const SlaSetOptions &options);
+ExitCode run_sla_clear(const Output &output, const SlaSetOptions &options);
+
+struct P2pSwitchOptions {
+    std::string port; // 0: all ports
+    std::string state, onu;
+    std::string rest, rate, vlans, broadcast, multicast; // those left out stay
+    bool confirmed = false;
+};
+
+struct P2pEntryOptions {
+    std::string port, entry, action;
+    std::string from_onu, to_port, to_onu, rate, vlan, ethertype;
+    bool confirmed = false;
+};
+
+struct P2pOwnPortOptions {
+    std::string port, uplink;
+    bool confirmed = false;
+};
+
+ExitCode run_p2p_show(const Output &output, const std::string &port);
+ExitCode run_p2p_set(const Output &output, const P2pSwitchOptions &options);
+ExitCode run_p2p_entry(const Output &output, const P2pEntryOptions &options);
+ExitCode run_p2p_own_port(const Output &output, const P2pOwnPortOptions &options);
+
+struct FdbOptions {
+    std::string port; // empty: all
+    std::string llid, uni, vlan, mac, from, count;
+    bool network = false; // the side of the uplinks
+};
+
+struct FdbFlushOptions {
+    std::string side, port, llid, vlan, mac;
+    bool confirmed = false;
+};
+
+struct FdbSetOptions {
+    std::string ageing, learning = "on", limit = "0";
+    bool confirmed = false;
+};
+
+ExitCode run_fdb_show(const Output &output, const FdbOptions &options);
+ExitCode run_fdb_age(const Output &output);
+ExitCode run_fdb_flush(const Output &output, const FdbFlushOptions &options);
+ExitCode run_fdb_set(const Output &output, const FdbSetOptions &options);
+
+struct DebugView {
+    const char *name, *operation, *brief;
+    bool has_selector;
+};
+
+// The register views of the chip and the interfaces.
+extern const std::array<DebugView, 10> debug_views;
+
+struct DebugOptions {
+    const DebugView *view;
+    std::string port, selector;
+};
+
+struct DebugSetOptions {
+    std::string port, value;
+    bool confirmed = false;
+};
+
+struct DebugPairOptions {
+    std::string first, second;
+};
+
+ExitCode run_debug_view(const Output &output, const DebugOptions &options);
+ExitCode run_debug_ge_phy_set(const Output &output, const DebugSetOptions &options);
+ExitCode run_debug_fdb(const Output &output, const DebugPairOptions &options);
+ExitCode run_debug_ctc_oam(const Output &output, const DebugPairOptions &options);
+ExitCode run_debug_onu(const Output &output, const DebugPairOptions &options);
+
+struct I2cOptions {
+    std::string port, address, offset;
+    std::string length; // of what is read
+    std::string bytes;  // to write
+    bool confirmed = false;
+};
+
+ExitCode run_i2c_read(const Output &output, const I2cOptions &options);
+ExitCode run_i2c_write(const Output &output, const I2cOptions &options);
+
+} // namespace ponctl

@@ -1,0 +1,52 @@
+#include "repeat.h"
+
+#include <ctime>
+
+#include "errors.h"
+#include "numbers.h"
+#include "values.h"
+
+namespace ponctl
+{
+namespace
+{
+
+uint32_t parse_interval(const char *name, const std::string &seconds)
+{
+    constexpr catalogue::Field field{"interval", catalogue::FieldType::u32, 0, 4, "s", 0.001, {}};
+    return static_cast<uint32_t>(parse_number(name, seconds, field));
+}
+
+uint32_t parse_count(const std::string &count)
+{
+    if (count.empty()) return 0;
+    const uint32_t number = parse_number("--count", count);
+    if (number == 0) throw UsageError("--count: '0' is not a number of readings from 1");
+    return number;
+}
+
+} // namespace
+
+Repeat::Repeat(const char *interval_name, const std::string &interval, const std::string &count)
+    : milliseconds(parse_interval(interval_name, interval)), wanted(parse_count(count))
+{
+    sigemptyset(&ending);
+    sigaddset(&ending, SIGINT);
+    sigaddset(&ending, SIGTERM);
+    sigprocmask(SIG_BLOCK, &ending, &before);
+}
+
+Repeat::~Repeat()
+{
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+}
+
+bool Repeat::next()
+{
+    if (wanted > 0 && taken == wanted) return false;
+    if (taken++ == 0) return true;
+    const timespec wait{milliseconds / 1000, static_cast<long>(milliseconds % 1000) * 1000000};
+    return sigtimedwait(&ending, nullptr, &wait) < 0;
+}
+
+} // namespace ponctl

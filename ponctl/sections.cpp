@@ -1,0 +1,168 @@
+#include "sections.h"
+
+#include <algorithm>
+
+#include "numbers.h"
+#include "words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+using catalogue::ArgumentType;
+
+// The fields of a section in the order in which they are shown, each with its style.
+struct Styled {
+    const catalogue::Field *field;
+    FieldStyle style;
+};
+
+std::vector<Styled> fields_of(const Section &section, const Reading &reading)
+{
+    std::vector<Styled> fields;
+    if (section.styled_only) {
+        for (const FieldStyle &style : section.styles)
+            if (const catalogue::Field *field = find_field(reading, style.field)) fields.push_back({field, style});
+        return fields;
+    }
+    for (const DecodedField &decoded : decode(reading)) {
+        const auto style = std::ranges::find(section.styles, decoded.field->name, &FieldStyle::field);
+        fields.push_back({decoded.field, style == section.styles.end() ? FieldStyle{decoded.field->name} : *style});
+    }
+    return fields;
+}
+
+std::string title_of(const Styled &styled)
+{
+    return std::string(styled.style.title.empty() ? styled.style.field : styled.style.title);
+}
+
+std::string styled_text(const Reading &reading, const Styled &styled)
+{
+    if (styled.style.words.empty()) return printable(text_of(reading, *styled.field));
+    return word_of_number(number_text(*styled.field, field_bytes(*styled.field, reading.bytes)), styled.style.words);
+}
+
+bool is_database(const Section &section)
+{
+    return !section.of_answer && section.called->has(ArgumentType::db);
+}
+
+Reading reading_of(const Section &section)
+{
+    if (section.of_answer) return section.called->answer();
+    return section.called->has(ArgumentType::response) ? section.called->response() : section.called->block();
+}
+
+void write(Json &json, const Section &section)
+{
+    if (!section.called->good()) {
+        json->Null();
+        return;
+    }
+    if (is_database(section)) return json.document(section.called->database());
+    const Reading reading = reading_of(section);
+    json->StartObject();
+    for (const Styled &styled : fields_of(section, reading)) {
+        json.key(title_of(styled));
+        json.field(*styled.field, reading);
+    }
+    json->EndObject();
+}
+
+void print(const Output &output, const Section &section)
+{
+    if (is_database(section)) {
+        if (db_handle *database = section.called->database()) print_database(output, database, section.called->view());
+        return;
+    }
+    const Reading reading = reading_of(section);
+    if (output.format == Format::hex) return print_bytes(output, reading.bytes, &reading);
+    Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
+    for (const Styled &styled : fields_of(section, reading))
+        table.add({title_of(styled), styled_text(reading, styled)});
+    table.print(output);
+}
+
+} // namespace
+
+const catalogue::Field *find_field(const Reading &reading, std::string_view name)
+{
+    const catalogue::Field *field = reading.layout ? catalogue::find_field(reading.layout->fields, name) : nullptr;
+    if (!field) field = catalogue::find_field(reading.record->fields, name);
+    return field && reading.reaches(*field) ? field : nullptr;
+}
+
+std::string field_text(const Reading &reading, std::string_view name)
+{
+    const catalogue::Field *field = find_field(reading, name);
+    return field ? printable(text_of(reading, *field)) : "-";
+}
+
+std::optional<double> field_number(const Reading &reading, std::string_view name)
+{
+    const catalogue::Field *field = find_field(reading, name);
+    if (!field || !is_number(field->type)) return std::nullopt;
+    return number_of(*field, field_bytes(*field, reading.bytes));
+}
+
+std::string field_digits(const Reading &reading, std::string_view name)
+{
+    const catalogue::Field *field = find_field(reading, name);
+    if (!field || !is_number(field->type)) return {};
+    return number_text(*field, field_bytes(*field, reading.bytes));
+}
+
+std::string number_of_word(std::string_view name, std::string_view word, Words words)
+{
+    const auto found = std::ranges::find(words, word);
+    if (found == words.end())
+        throw UsageError(std::string(name) + ": '" + std::string(word) + "' is not one of " + join(words));
+    return std::to_string(found - words.begin());
+}
+
+std::string word_of_number(const std::string &digits, Words words)
+{
+    for (size_t number = 0; number < words.size(); ++number)
+        if (std::to_string(number) == digits) return std::string(words[number]);
+    return digits;
+}
+
+ExitCode show(const Output &output, const std::vector<Section> &sections)
+{
+    if (output.format == Format::json) {
+        if (sections.size() > 1 || sections.front().called->good()) {
+            Json json(output.stream);
+            if (sections.size() > 1) json->StartObject();
+            for (const Section &section : sections) {
+                if (sections.size() > 1) json.key(section.name);
+                write(json, section);
+            }
+            if (sections.size() > 1) json->EndObject();
+        }
+    } else {
+        bool first = true;
+        for (const Section &section : sections) {
+            if (!section.called->good()) continue;
+            if (!first) std::fputc('\n', output.stream);
+            if (sections.size() > 1 && output.headings)
+                std::fprintf(output.stream, "%s\n", std::string(section.title).c_str());
+            print(output, section);
+            first = false;
+        }
+    }
+    ExitCode code = exit_success;
+    for (const Section &section : sections)
+        code = std::max(code, section.called->report());
+    return code;
+}
+
+ExitCode run_show(const Output &output, const char *operation, const std::vector<std::string> &words,
+                  const std::vector<FieldStyle> &styles)
+{
+    const Called called(operation, words);
+    return show(output, {{{}, {}, &called, styles}});
+}
+
+} // namespace ponctl

@@ -1,0 +1,55 @@
+// Parts of an answer by the names that the layouts of the simulated service give them, and results of several calls
+// shown as one.
+#pragma once
+
+#include <optional>
+
+#include "called.h"
+
+namespace ponctl
+{
+
+// A field of an answer by its name in the layout; null where there is none, or the answer does not reach it.
+const catalogue::Field *find_field(const Reading &reading, std::string_view name);
+// Its value for people, or "-".
+std::string field_text(const Reading &reading, std::string_view name);
+std::optional<double> field_number(const Reading &reading, std::string_view name);
+// A whole number as a word of a command line; empty where there is none.
+std::string field_digits(const Reading &reading, std::string_view name);
+
+using Words = std::span<const std::string_view>;
+
+inline constexpr std::array<std::string_view, 2> off_on{"off", "on"};
+inline constexpr std::array<std::string_view, 2> no_yes{"no", "yes"};
+
+// The number of a word among `words`; a UsageError that starts with `name` where it is none of them.
+std::string number_of_word(std::string_view name, std::string_view word, Words words);
+// The word of a number, or the number where there is none.
+std::string word_of_number(const std::string &digits, Words words);
+
+// How a field is shown.
+struct FieldStyle {
+    std::string_view field;
+    std::string_view title = {}; // empty: the field's name
+    Words words = {};            // for people: of its numbers from 0 on
+};
+
+// What one call delivered, as a part of a result.
+struct Section {
+    std::string_view name;  // of the member in JSON
+    std::string_view title; // for people
+    const Called *called;
+    std::vector<FieldStyle> styles = {};
+    bool styled_only = false; // show no fields but those
+    bool of_answer = false;   // show fields of the answer itself, in place of what the operation delivers
+};
+
+// Shows what the calls delivered: one alone as it is, several under their titles, or as members of one JSON object.
+// Those that failed are left out, or null, and said on standard error; the worst of them is the exit code.
+ExitCode show(const Output &output, const std::vector<Section> &sections);
+
+// Calls an operation and shows what it delivers.
+ExitCode run_show(const Output &output, const char *operation, const std::vector<std::string> &words,
+                  const std::vector<FieldStyle> &styles = {});
+
+} // namespace ponctl
