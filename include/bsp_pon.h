@@ -79,7 +79,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_VIEW_ONU_INFO_SNMP 383u /* BSP_MSG_PON: ONU information of the whole OLT, for the SNMP agent */
 #define BSP_CMD_VIEW_ONU_INFO_WEB 384u /* BSP_MSG_PON: ONU information of one PON port, or of all for port 0, for the web server */
 #define BSP_CMD_VIEW_ONU_CAP_SNMP 385u /* BSP_MSG_PON: capabilities of the bound ONUs of the whole OLT, for the SNMP agent */
-#define BSP_CMD_VIEW_BASE_INFO_WEB 386u /* BSP_MSG_PON: base information of the OLT's PON ports, for the web server */
+#define BSP_CMD_VIEW_BASE_INFO_WEB 386u /* BSP_MSG_PON: base information of one PON port, or of all for port 0, for the web server */
 #define BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB 387u /* BSP_MSG_PON: what an upgrade must know of the bound ONUs of one PON port, or of all for port 0, for the web server */
 #define BSP_CMD_VIEW_ONU_ALARM 388u /* BSP_MSG_PON: alarms of one ONU, of one PON port, or of all for port 0 */
 #define BSP_CMD_ONU_ALARM_CLEAR 389u /* BSP_MSG_PON: clear alarms of one ONU, of one PON port, or of all for port 0 */

@@ -104,7 +104,7 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_VIEW_ONU_INFO_SNMP", 383, &all_channels[0], Class::read, std::nullopt, "ONU information of the whole OLT, for the SNMP agent"},
     {"BSP_CMD_VIEW_ONU_INFO_WEB", 384, &all_channels[0], Class::read, std::nullopt, "ONU information of one PON port, or of all for port 0, for the web server"},
     {"BSP_CMD_VIEW_ONU_CAP_SNMP", 385, &all_channels[0], Class::read, std::nullopt, "capabilities of the bound ONUs of the whole OLT, for the SNMP agent"},
-    {"BSP_CMD_VIEW_BASE_INFO_WEB", 386, &all_channels[0], Class::read, std::nullopt, "base information of the OLT's PON ports, for the web server"},
+    {"BSP_CMD_VIEW_BASE_INFO_WEB", 386, &all_channels[0], Class::read, std::nullopt, "base information of one PON port, or of all for port 0, for the web server"},
     {"BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB", 387, &all_channels[0], Class::read, std::nullopt, "what an upgrade must know of the bound ONUs of one PON port, or of all for port 0, for the web server"},
     {"BSP_CMD_VIEW_ONU_ALARM", 388, &all_channels[0], Class::read, std::nullopt, "alarms of one ONU, of one PON port, or of all for port 0"},
     {"BSP_CMD_ONU_ALARM_CLEAR", 389, &all_channels[0], Class::write, std::nullopt, "clear alarms of one ONU, of one PON port, or of all for port 0"},

@@ -110,10 +110,12 @@ Outcome onu_info_web(const Olt &olt, const Request &request)
     return onu_info(olt, port_selection_of(olt, request));
 }
 
-Outcome base_info_web(const Olt &olt, const Request &)
+Outcome base_info_web(const Olt &olt, const Request &request)
 {
+    const Selection selection = port_selection_of(olt, request);
+    if (selection.status != BSP_OK) return {selection.status};
     Table table{BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB};
-    for (const PonPort &port : olt.ports()) {
+    for (const PonPort &port : selection.ports) {
         uint32_t bound = 0;
         uint32_t online = 0;
         for (const std::optional<Binding> &binding : port.bindings) {

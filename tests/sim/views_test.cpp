@@ -195,6 +195,14 @@ TEST(BaseInfo, CountsThePorts)
               R"({"pon_port":2,"bound":2,"online":1,"waiting":3,"min_distance":0,"max_distance":20000}])");
 }
 
+TEST(BaseInfo, ShowsOnePortWhereOneIsAskedFor)
+{
+    Desk desk({.seed = 1, .ports = 2, .arrivals = 4, .silent = 0});
+    EXPECT_EQ(desk.view(BSP_CMD_VIEW_BASE_INFO_WEB, 2),
+              R"([{"pon_port":2,"bound":0,"online":0,"waiting":4,"min_distance":0,"max_distance":20000}])");
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_VIEW_BASE_INFO_WEB, 3)), PON_ERR_NO_PORT);
+}
+
 TEST(Determinism, TheSameRequestsGiveTheSameBytes)
 {
     const auto run = [] {
