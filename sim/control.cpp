@@ -43,7 +43,7 @@ std::span<const Control> controls()
 {
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
-        for (std::span<const Control> family : {optics_controls()})
+        for (std::span<const Control> family : {optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();

@@ -35,6 +35,7 @@ public:
 // Of all families; a family is a file of the folder controls with a table of its own.
 std::span<const Control> controls();
 std::span<const Control> optics_controls();
+std::span<const Control> upgrade_controls();
 
 // What the words of the commands say; each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);

@@ -103,7 +103,7 @@ Reply Simulator::handle(const Message &message)
             return {PON_ERR_STORE, true, {}, {}, error.what()};
         }
     }
-    return {outcome.status, true, std::move(outcome.result), std::move(outcome.answer)};
+    return {outcome.status, true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem)};
 }
 
 } // namespace ponsim

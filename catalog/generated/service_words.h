@@ -30,6 +30,13 @@ inline constexpr uint32_t PON_ERR_MEASURING = 4031; // a power measurement is un
 inline constexpr uint32_t PON_ERR_NO_CAGE = 4032; // the OLT has no such SFP cage
 inline constexpr uint32_t PON_ERR_NO_DEVICE = 4033; // nothing answers at this address of the I2C bus
 inline constexpr uint32_t PON_ERR_READ_ONLY = 4034; // some of these bytes of the module's memory cannot be written; none was
+inline constexpr uint32_t PON_ERR_NO_UPGRADE_TYPE = 4060; // there is no upgrade type of this name, or none is bound to the ONU or its port
+inline constexpr uint32_t PON_ERR_UPGRADE_TYPE_IN_USE = 4061; // an upgrade run that is under way uses the upgrade type; nothing was changed
+inline constexpr uint32_t PON_ERR_WRONG_UPGRADE_TYPE = 4062; // the upgrade type is for another vendor or model than the ONU's
+inline constexpr uint32_t PON_ERR_UP_TO_DATE = 4063; // the ONU has the version of its upgrade type already
+inline constexpr uint32_t PON_ERR_UPGRADING = 4064; // an upgrade run of this ONU is under way
+inline constexpr uint32_t PON_ERR_NOTHING_TO_UPGRADE = 4065; // none of the ONUs of the port can be upgraded: each is offline, without a type that fits, up to date or under way
+inline constexpr uint32_t PON_ERR_NO_FILE = 4066; // the service cannot read the file; its log says why
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -219,7 +226,7 @@ inline constexpr uint32_t distance = 436; // u32: distance that ranging found; 0
 inline constexpr uint32_t authenticated = 440; // u32: 1 where the ONU is on the fibre and let in, else 0
 inline constexpr uint32_t exempt = 444; // u32: 1 where it was confirmed, so that the port's authentication does not concern it, else 0
 inline constexpr uint32_t supported = 448; // u32: 1 where the ONU is supported, else 0
-inline constexpr uint32_t reboots = 452; // u32: how often the ONU was rebooted by command
+inline constexpr uint32_t reboots = 452; // u32: how often the ONU was rebooted by command, or after an upgrade
 inline constexpr uint32_t description = 456; // text: the description
 inline constexpr uint32_t loid = 584; // text: the LOID that the ONU tells; empty while it is offline
 } // namespace layout::whitelist_entry
@@ -403,3 +410,47 @@ inline constexpr uint32_t length = 132; // u32: bytes, 1 to 128, not beyond byte
 inline constexpr uint32_t result = 136; // u32: not read
 inline constexpr uint32_t data = 140; // bytes: the bytes to write
 } // namespace layout::i2c_write
+
+namespace layout::upgrade_type
+{
+inline constexpr uint32_t name = 20; // text: name of the type
+inline constexpr uint32_t vendor = 52; // text: vendor id of the ONUs that it is for
+inline constexpr uint32_t model = 57; // text: their model
+inline constexpr uint32_t version = 73; // text: software version that they get
+inline constexpr uint32_t size = 92; // u32: size of the image, at least 1
+inline constexpr uint32_t file = 96; // text: file name of the image; it is shown only, and may be empty
+} // namespace layout::upgrade_type
+
+namespace layout::upgrade_type_name
+{
+inline constexpr uint32_t name = 20; // text: name of the type
+} // namespace layout::upgrade_type_name
+
+namespace layout::upgrade_type_file
+{
+inline constexpr uint32_t file = 20; // text: absolute path of the file, where the service runs
+} // namespace layout::upgrade_type_file
+
+namespace layout::upgrade_bind_onus
+{
+inline constexpr uint32_t pon_port = 20; // u32: PON port number
+inline constexpr uint32_t name = 24; // text: name of the type; empty: none is bound any more
+inline constexpr uint32_t onu_set = 56; // idset: the ONU ids, 128 bits: id w*32+b is bit b of word w
+} // namespace layout::upgrade_bind_onus
+
+namespace layout::upgrade_bind_port
+{
+inline constexpr uint32_t pon_port = 20; // u32: PON port number
+inline constexpr uint32_t name = 24; // text: name of the type; empty: none is bound any more
+} // namespace layout::upgrade_bind_port
+
+namespace layout::upgrade_onu
+{
+inline constexpr uint32_t pon_port = 20; // u32: PON port number
+inline constexpr uint32_t onu_id = 24; // u32: ONU id
+} // namespace layout::upgrade_onu
+
+namespace layout::upgrade_port
+{
+inline constexpr uint32_t pon_port = 20; // u32: PON port number
+} // namespace layout::upgrade_port

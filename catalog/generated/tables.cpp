@@ -220,6 +220,13 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NO_CAGE", 4032, false, "the OLT has no such SFP cage"},
     {"PON_ERR_NO_DEVICE", 4033, false, "nothing answers at this address of the I2C bus"},
     {"PON_ERR_READ_ONLY", 4034, false, "some of these bytes of the module's memory cannot be written; none was"},
+    {"PON_ERR_NO_UPGRADE_TYPE", 4060, false, "there is no upgrade type of this name, or none is bound to the ONU or its port"},
+    {"PON_ERR_UPGRADE_TYPE_IN_USE", 4061, false, "an upgrade run that is under way uses the upgrade type; nothing was changed"},
+    {"PON_ERR_WRONG_UPGRADE_TYPE", 4062, false, "the upgrade type is for another vendor or model than the ONU's"},
+    {"PON_ERR_UP_TO_DATE", 4063, false, "the ONU has the version of its upgrade type already"},
+    {"PON_ERR_UPGRADING", 4064, false, "an upgrade run of this ONU is under way"},
+    {"PON_ERR_NOTHING_TO_UPGRADE", 4065, false, "none of the ONUs of the port can be upgraded: each is offline, without a type that fits, up to date or under way"},
+    {"PON_ERR_NO_FILE", 4066, false, "the service cannot read the file; its log says why"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -434,7 +441,7 @@ constexpr Field whitelist_entry_fields[] = {
     {"authenticated", FieldType::u32, 440, 4, "", 1, "1 where the ONU is on the fibre and let in, else 0"},
     {"exempt", FieldType::u32, 444, 4, "", 1, "1 where it was confirmed, so that the port's authentication does not concern it, else 0"},
     {"supported", FieldType::u32, 448, 4, "", 1, "1 where the ONU is supported, else 0"},
-    {"reboots", FieldType::u32, 452, 4, "", 1, "how often the ONU was rebooted by command"},
+    {"reboots", FieldType::u32, 452, 4, "", 1, "how often the ONU was rebooted by command, or after an upgrade"},
     {"description", FieldType::text, 456, 128, "", 1, "the description"},
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
@@ -631,6 +638,57 @@ constexpr Field i2c_write_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes to write"},
 };
 
+constexpr const Command *upgrade_type_commands[] = {&all_commands[90]};
+
+constexpr Field upgrade_type_fields[] = {
+    {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
+    {"vendor", FieldType::text, 52, 5, "", 1, "vendor id of the ONUs that it is for"},
+    {"model", FieldType::text, 57, 16, "", 1, "their model"},
+    {"version", FieldType::text, 73, 17, "", 1, "software version that they get"},
+    {"size", FieldType::u32, 92, 4, "bytes", 1, "size of the image, at least 1"},
+    {"file", FieldType::text, 96, 64, "", 1, "file name of the image; it is shown only, and may be empty"},
+};
+
+constexpr const Command *upgrade_type_name_commands[] = {&all_commands[91]};
+
+constexpr Field upgrade_type_name_fields[] = {
+    {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
+};
+
+constexpr const Command *upgrade_type_file_commands[] = {&all_commands[93]};
+
+constexpr Field upgrade_type_file_fields[] = {
+    {"file", FieldType::text, 20, 256, "", 1, "absolute path of the file, where the service runs"},
+};
+
+constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[94]};
+
+constexpr Field upgrade_bind_onus_fields[] = {
+    {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
+    {"name", FieldType::text, 24, 32, "", 1, "name of the type; empty: none is bound any more"},
+    {"onu_set", FieldType::idset, 56, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
+};
+
+constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[95]};
+
+constexpr Field upgrade_bind_port_fields[] = {
+    {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
+    {"name", FieldType::text, 24, 32, "", 1, "name of the type; empty: none is bound any more"},
+};
+
+constexpr const Command *upgrade_onu_commands[] = {&all_commands[96]};
+
+constexpr Field upgrade_onu_fields[] = {
+    {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
+    {"onu_id", FieldType::u32, 24, 4, "", 1, "ONU id"},
+};
+
+constexpr const Command *upgrade_port_commands[] = {&all_commands[97]};
+
+constexpr Field upgrade_port_fields[] = {
+    {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
+};
+
 constexpr Layout all_layouts[] = {
     {"auth_record", &all_records[0], auth_record_commands, auth_record_fields, false, "Authentication of one PON port (`pon_port`). Mode (`arg_word12`): 0 MAC address, 1 LOID, 2 LOID and password, 3 MAC address or LOID. A LOID (`text45`, at most 24 printable ASCII characters) adds a record with its password (`text109`, at most 12, may be empty), or replaces the password of the one that is there; without a LOID the records stay. A port has up to 128 records. In modes 1 to 3 an ONU that registers with a LOID of a record (mode 2: and its password) and is not bound is bound to the next free id, with bind mode 0 and no texts; in modes 1 and 2 a bound ONU with another LOID is unauthenticated, unless it was confirmed. The ONUs on the fibre register with each such request."},
     {"auth_counts", &all_records[0], auth_counts_commands, auth_counts_fields, true, "Authentication of one PON port (`pon_port`): the mode in `arg_word12`, and how its ONUs stand."},
@@ -670,6 +728,13 @@ constexpr Layout all_layouts[] = {
     {"i2c_read", &all_records[2], i2c_read_commands, i2c_read_fields, false, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472."},
     {"i2c_bytes", &all_records[2], i2c_bytes_commands, i2c_bytes_fields, true, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472."},
     {"i2c_write", &all_records[2], i2c_write_commands, i2c_write_fields, false, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472. Of 0xa2 byte 110 and bytes 128 to 247 can be written: soft TX disable (bit 6 of byte 110), by which the laser goes off, and with it the port's ONUs; and what the user keeps. Where another byte is meant, none is written."},
+    {"upgrade_type", &all_records[1], upgrade_type_commands, upgrade_type_fields, false, "An upgrade type. One of the same name takes its place, unless an upgrade run uses it; there are at most 32. Name, vendor, model and version are visible ASCII characters without blanks, quotes and backslashes, at least one each."},
+    {"upgrade_type_name", &all_records[1], upgrade_type_name_commands, upgrade_type_name_fields, false, "The upgrade type that is deleted. Ports and ONUs that it is bound to have none then."},
+    {"upgrade_type_file", &all_records[1], upgrade_type_file_commands, upgrade_type_file_fields, false, "A file of upgrade types, at most 64 KiB and 32 types. A line is a type: name, vendor, model, version and size in bytes, separated by blanks; empty lines, and what follows a #, do not count. Types of other names stay. Where a line is wrong, nothing is changed, and the service's log says what is wrong."},
+    {"upgrade_bind_onus", &all_records[1], upgrade_bind_onus_commands, upgrade_bind_onus_fields, false, "Binds an upgrade type to ONUs of one PON port, all of them or, where one id is not bound, none. It goes before that of the port, and stays with the ONU's MAC address at the port."},
+    {"upgrade_bind_port", &all_records[1], upgrade_bind_port_commands, upgrade_bind_port_fields, false, "Binds an upgrade type to the ONUs of one PON port that have none of their own."},
+    {"upgrade_onu", &all_records[1], upgrade_onu_commands, upgrade_onu_fields, false, "Starts to upgrade one ONU, which must be online. Its type must fit its vendor and model, and have another version."},
+    {"upgrade_port", &all_records[1], upgrade_port_commands, upgrade_port_fields, false, "Starts to upgrade the ONUs of one PON port that can be upgraded; the others are left aside."},
 };
 
 constexpr const Command *onu_capabilities_commands[] = {&all_commands[20]};
@@ -706,6 +771,10 @@ constexpr Column upgrade_base_info_columns[] = {
     {"model", "MODEL", ColumnType::text, "", "model"},
     {"hardware", "HARDWARE", ColumnType::text, "", "hardware version"},
     {"software", "SOFTWARE", ColumnType::text, "", "software version"},
+    {"type", "TYPE", ColumnType::text, "", "upgrade type that is bound to the ONU or, where none is, to its port"},
+    {"run", "RUN", ColumnType::text, "", "upgrade run under way, or the last one: queued, downloading, verifying, rebooting, done or failed"},
+    {"progress", "PROGRESS", ColumnType::u32, "%", "how much of the image is downloaded; null where the run failed"},
+    {"reason", "REASON", ColumnType::text, "", "why the run failed: offline, released, rejected or verification"},
 };
 
 constexpr const Command *uni_attributes_commands[] = {&all_commands[30]};
@@ -909,7 +978,7 @@ constexpr Column onu_info_columns[] = {
     {"text_a", "TEXT A", ColumnType::text, "", "first bind text; null while the ONU waits"},
     {"text_b", "TEXT B", ColumnType::text, "", "second bind text; null while the ONU waits"},
     {"text_c", "TEXT C", ColumnType::text, "", "third bind text; null while the ONU waits"},
-    {"reboots", "REBOOTS", ColumnType::u32, "", "how often the ONU was rebooted by command"},
+    {"reboots", "REBOOTS", ColumnType::u32, "", "how often the ONU was rebooted by command, or after an upgrade"},
     {"description", "DESCRIPTION", ColumnType::text, "", "description; null while the ONU waits"},
     {"loid", "LOID", ColumnType::text, "", "logical ONU id that the ONU tells; null while it is offline"},
 };
@@ -938,9 +1007,20 @@ constexpr Column sfp_quantities_columns[] = {
     {"state", "STATE", ColumnType::text, "", "normal, low warning, low alarm, high warning or high alarm; null where nothing was measured"},
 };
 
+constexpr const Command *upgrade_types_commands[] = {&all_commands[92]};
+
+constexpr Column upgrade_types_columns[] = {
+    {"name", "NAME", ColumnType::text, "", "name of the type"},
+    {"vendor", "VENDOR", ColumnType::text, "", "vendor id of the ONUs that it is for"},
+    {"model", "MODEL", ColumnType::text, "", "their model"},
+    {"version", "VERSION", ColumnType::text, "", "software version that they get"},
+    {"size", "SIZE", ColumnType::u32, "bytes", "size of the image"},
+    {"file", "FILE", ColumnType::text, "", "file name of the image; empty where none was given"},
+};
+
 constexpr View all_views[] = {
     {"onu_capabilities", onu_capabilities_commands, onu_capabilities_columns, "A row a bound ONU, in order of port and id, whether it is online or not."},
-    {"upgrade_base_info", upgrade_base_info_commands, upgrade_base_info_columns, "A row a bound ONU, in order of port and id."},
+    {"upgrade_base_info", upgrade_base_info_commands, upgrade_base_info_columns, "A row a bound ONU, in order of port and id. The last columns tell of its upgrade; they are null where there is none."},
     {"uni_attributes", uni_attributes_commands, uni_attributes_columns, "A row a UNI port of every bound ONU, in order of PON port, id and UNI port. The rows are short, so that 8192 of them stay within 1 MiB; more of one ONU's ports stands in the configuration of its UNI ports."},
     {"onu_config", onu_config_commands, onu_config_columns, "One row: the ONU bound to an id (`onu_pon_port`, `onu_onu_id`), as a text in the answer and as a result. The text always fits the answer, with the longest texts too; where the ONU cannot be shown, it is a table of no rows."},
     {"uni_config", uni_config_commands, uni_config_columns, "A row a UNI port of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`)."},
@@ -959,6 +1039,7 @@ constexpr View all_views[] = {
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
     {"sfp_quantities", sfp_quantities_commands, sfp_quantities_columns, "The module in an SFP cage (`plat_port`): a row a quantity that it measures. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
+    {"upgrade_types", upgrade_types_commands, upgrade_types_columns, "A row an upgrade type, in order of name. All of them always stay within 10240 bytes."},
 };
 
 constexpr Argument bsp_pon_onu_auth_mode_type_set_arguments[] = {

@@ -14,7 +14,7 @@ namespace
 BoundOnu bound_onu(const Olt &olt, const PonPort &port, uint32_t onu_id)
 {
     const Binding &binding = *port.bindings[onu_id];
-    const Device device = device_of(olt.seed(), binding.mac);
+    const Device device = device_at(olt, port, binding.mac);
     return {port.number,         onu_id, &binding,
             port.state(binding), device, default_configs(olt.seed(), binding.mac, device)};
 }
@@ -51,7 +51,10 @@ Outcome upgrade_base_info(const Olt &olt, const Request &request)
 {
     const Selection selection = port_selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    return shown(upgrade_table(bound_onus(olt, selection.ports)));
+    std::vector<BoundOnu> onus = bound_onus(olt, selection.ports);
+    for (BoundOnu &onu : onus)
+        onu.upgrade = upgrade_progress(olt, *olt.port(onu.pon_port), onu.binding->mac);
+    return shown(upgrade_table(onus));
 }
 
 Outcome uni_attributes(const Olt &olt, const Request &)

@@ -38,6 +38,7 @@ struct Outcome {
     Change change = {};                     // what becomes different; nothing unless the status is BSP_OK
     std::optional<std::string> result = {}; // of a view: its table
     std::optional<std::string> answer = {}; // of a get call: the bytes of the answer; else the request's record
+    std::string problem = {};               // for the service's log
 };
 
 struct Handler {
@@ -56,6 +57,7 @@ std::span<const Handler> list_handlers();
 std::span<const Handler> p2p_handlers();
 std::span<const Handler> sla_handlers();
 std::span<const Handler> optics_handlers();
+std::span<const Handler> upgrade_handlers();
 std::span<const Handler> view_handlers();
 
 // Null when the service does not know the command, or not by this call.

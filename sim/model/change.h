@@ -46,6 +46,9 @@ struct Binding {
 struct OnuRecord {
     bool supported = true;
     uint32_t reboots = 0;
+    std::string software = {};     // version that it was upgraded to; empty: that of its device
+    std::string upgrade_type = {}; // bound to it; empty: that of the port
+    bool bad_image = false;        // what it downloads fails verification
 
     bool operator==(const OnuRecord &) const = default;
 };
@@ -110,6 +113,34 @@ struct ModuleRecord {
     bool operator==(const ModuleRecord &) const = default;
 };
 
+// Which firmware goes to which kind of ONU.
+struct UpgradeType {
+    std::string vendor;
+    std::string model;
+    std::string version;
+    uint32_t size; // bytes
+    std::string file;
+
+    bool operator==(const UpgradeType &) const = default;
+};
+
+// The upgrade of an ONU that is under way, or its last one.
+struct UpgradeRun {
+    enum class State : uint32_t { queued, downloading, verifying, rebooting, done, failed };
+    enum class Reason : uint32_t { none, offline, released, rejected, verification };
+
+    std::string type;    // name of its upgrade type
+    std::string version; // of the type, as the run began
+    uint32_t size;
+    State state;
+    ModelTime since; // when the state began
+    Reason reason = Reason::none;
+
+    bool under_way() const { return state != State::done && state != State::failed; }
+    // When the state ends by itself; none for a run that is queued, done or failed.
+    std::optional<ModelTime> end() const;
+};
+
 struct Change {
     struct BindingRow {
         uint32_t pon_port;
@@ -146,6 +177,15 @@ struct Change {
         uint32_t cage;
         ModuleRecord record;
     };
+    struct UpgradeTypeRow {
+        std::string name;
+        std::optional<UpgradeType> type; // none: there is no such type
+    };
+    struct UpgradeRunRow {
+        uint32_t pon_port;
+        Mac mac;
+        UpgradeRun run;
+    };
 
     // What a set command left for the matching get, as bytes: by the set command's channel and code, the port and what
     // else tells one from another.
@@ -166,12 +206,15 @@ struct Change {
     std::vector<BlockRow> blocks = {};
     std::vector<FdbFilter> flushes = {}; // forgotten; the store does not know the forwarding database
     std::vector<ModuleRow> modules = {};
+    std::vector<UpgradeTypeRow> upgrade_types = {};
+    std::vector<UpgradeRunRow> upgrade_runs = {};
     std::optional<ModelTime> now = {}; // set by the simulator
 
     bool empty() const
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
-               alarms.empty() && blocks.empty() && flushes.empty() && modules.empty();
+               alarms.empty() && blocks.empty() && flushes.empty() && modules.empty() && upgrade_types.empty() &&
+               upgrade_runs.empty();
     }
 };
 

@@ -32,6 +32,31 @@ std::string_view to_text(OnuState state)
     return {};
 }
 
+const UpgradeRun *UpgradeRuns::find(const Mac &mac) const
+{
+    const auto found = runs.find(mac);
+    return found == runs.end() ? nullptr : &found->second;
+}
+
+bool UpgradeRuns::rebooting(const Mac &mac) const
+{
+    const UpgradeRun *run = find(mac);
+    return run && run->state == UpgradeRun::State::rebooting;
+}
+
+void UpgradeRuns::set(const Mac &mac, const UpgradeRun &run)
+{
+    if (const UpgradeRun *before = find(mac)) {
+        if (const std::optional<ModelTime> end = before->end()) ends.erase({*end, mac});
+        queue.erase({before->since, mac});
+        downloading -= before->state == UpgradeRun::State::downloading;
+    }
+    runs[mac] = run;
+    if (const std::optional<ModelTime> end = run.end()) ends.insert({*end, mac});
+    if (run.state == UpgradeRun::State::queued) queue.insert({run.since, mac});
+    downloading += run.state == UpgradeRun::State::downloading;
+}
+
 const Arrival *PonPort::ranged(const Mac &mac) const
 {
     const auto found = std::ranges::lower_bound(arrivals, mac, {}, &Arrival::mac);
@@ -46,6 +71,11 @@ OnuRecord PonPort::record(const Mac &mac) const
 }
 
 OnuState PonPort::state(const Binding &binding) const
+{
+    return upgrades.rebooting(binding.mac) ? OnuState::offline : state_rebooted(binding);
+}
+
+OnuState PonPort::state_rebooted(const Binding &binding) const
 {
     const Arrival *arrival = ranged(binding.mac);
     if (!arrival || arrival->silent) return OnuState::offline;
@@ -154,6 +184,14 @@ void Olt::apply(const Change &change)
         module.set(record, time);
         if (module.of_pon_port()) pon_ports.at(cage - 1).lit = module.laser_on();
     }
+    for (const auto &[name, type] : change.upgrade_types) {
+        if (type)
+            types[name] = *type;
+        else
+            types.erase(name);
+    }
+    for (const auto &[pon_port, mac, run] : change.upgrade_runs)
+        pon_ports.at(pon_port - 1).upgrades.set(mac, run);
     forwarding.follow(*this, change, moved);
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,6 +44,30 @@ struct Reach {
     bool contains(const Arrival &arrival) const { return lit && limits.contain(arrival.distance); }
 };
 
+// The upgrade runs of a port's ONUs.
+class UpgradeRuns
+{
+public:
+    using Times = std::set<std::pair<ModelTime, Mac>>;
+
+    // The last of an ONU; null when there was none.
+    const UpgradeRun *find(const Mac &mac) const;
+    // Those whose state ends by itself, in order of that.
+    const Times &stepping() const { return ends; }
+    // Those that wait, in order of when they began to, and of MAC address.
+    const Times &queued() const { return queue; }
+    uint32_t downloads() const { return downloading; }
+    bool rebooting(const Mac &mac) const;
+
+    void set(const Mac &mac, const UpgradeRun &run);
+
+private:
+    std::map<Mac, UpgradeRun> runs;
+    Times ends;
+    Times queue;
+    uint32_t downloading = 0;
+};
+
 struct PonPort {
     uint32_t number;
     std::vector<Arrival> arrivals; // in order of MAC address
@@ -56,12 +81,16 @@ struct PonPort {
     std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; none is 0.
                                                               // Alarms of the port itself have a zero address.
 
+    UpgradeRuns upgrades = {};
+
     Reach reach() const { return {limits, lit}; }
     // The ONU as it has arrived and is ranged; null when it has not or is not.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
-    // A bound ONU is offline when it is silent, has not arrived here, or is not ranged.
+    // A bound ONU is offline when it is silent, has not arrived here, is not ranged, or reboots after an upgrade.
     OnuState state(const Binding &binding) const;
+    // The same once it has rebooted.
+    OnuState state_rebooted(const Binding &binding) const;
     bool online(const Binding &binding) const { return state(binding) == OnuState::online; }
     bool refuses(const Mac &mac) const { return blacklist_ids.contains(mac); }
 };
@@ -89,6 +118,9 @@ public:
     const std::vector<Module> &modules() const { return optics; }
     // Null when there is no such cage.
     const Module *module(uint32_t cage) const;
+
+    // By name.
+    const std::map<std::string, UpgradeType> &upgrade_types() const { return types; }
 
     // Where an ONU is bound.
     struct Place {
@@ -118,6 +150,7 @@ private:
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
     std::map<Mac, Place> places;
+    std::map<std::string, UpgradeType> types;
     std::map<std::array<uint32_t, 4>, std::string> blocks;
     ModelTime time = 0;
     Fdb forwarding;

@@ -32,7 +32,8 @@ constexpr char schema[] =
     " PRIMARY KEY(pon_port, onu_id)) STRICT, "
     "WITHOUT ROWID;"
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
-    " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL, upgrade_type TEXT NOT NULL,"
+    " bad_image INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL,"
     " auth_mode INTEGER NOT NULL CHECK(auth_mode BETWEEN 0 AND 3)) STRICT;"
     "CREATE TABLE blacklist(pon_port INTEGER NOT NULL, id INTEGER NOT NULL CHECK(id BETWEEN 0 AND 127),"
@@ -53,6 +54,12 @@ constexpr char schema[] =
     "CREATE TABLE measured(cage INTEGER PRIMARY KEY, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " taken INTEGER NOT NULL, samples INTEGER NOT NULL, average INTEGER NOT NULL, least INTEGER NOT NULL,"
     " greatest INTEGER NOT NULL) STRICT;"
+    "CREATE TABLE upgrade_type(name TEXT PRIMARY KEY, vendor TEXT NOT NULL, model TEXT NOT NULL,"
+    " version TEXT NOT NULL, size INTEGER NOT NULL, file TEXT NOT NULL) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE upgrade_run(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+    " type TEXT NOT NULL, version TEXT NOT NULL, size INTEGER NOT NULL,"
+    " state INTEGER NOT NULL CHECK(state BETWEEN 0 AND 5), since INTEGER NOT NULL,"
+    " reason INTEGER NOT NULL CHECK(reason BETWEEN 0 AND 4), PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1), now INTEGER NOT NULL) STRICT;";
 
 uint32_t word(const Statement &statement, int column)
@@ -94,7 +101,7 @@ struct Store::Statements {
           commit(db, "COMMIT"),
           put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
-          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?)"),
+          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?)"),
           drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
           put_port(db, "REPLACE INTO port VALUES(?, ?, ?, ?)"),
           put_blacklist(db, "REPLACE INTO blacklist VALUES(?, ?, ?, ?)"),
@@ -110,6 +117,9 @@ struct Store::Statements {
           drop_measurement(db, "DELETE FROM measurement WHERE cage = ?"),
           put_measured(db, "REPLACE INTO measured VALUES(?, ?, ?, ?, ?, ?, ?)"),
           drop_measured(db, "DELETE FROM measured WHERE cage = ?"),
+          put_upgrade_type(db, "REPLACE INTO upgrade_type VALUES(?, ?, ?, ?, ?, ?)"),
+          drop_upgrade_type(db, "DELETE FROM upgrade_type WHERE name = ?"),
+          put_upgrade_run(db, "REPLACE INTO upgrade_run VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
     }
@@ -134,6 +144,9 @@ struct Store::Statements {
     Statement drop_measurement;
     Statement put_measured;
     Statement drop_measured;
+    Statement put_upgrade_type;
+    Statement drop_upgrade_type;
+    Statement put_upgrade_run;
     Statement put_clock;
 };
 
@@ -231,7 +244,9 @@ Change Store::load() const
         change.bindings.push_back({port(bindings), word(bindings, 1), binding(bindings)});
     Statement onus(db.get(), "SELECT * FROM onu ORDER BY pon_port, mac");
     while (onus.row())
-        change.onus.push_back({port(onus), mac(onus, 1), {onus.number(2) != 0, word(onus, 3)}});
+        change.onus.push_back({port(onus),
+                               mac(onus, 1),
+                               {onus.number(2) != 0, word(onus, 3), onus.text(4), onus.text(5), onus.number(6) != 0}});
     Statement port_rows(db.get(), "SELECT * FROM port ORDER BY pon_port");
     while (port_rows.row())
         change.ports.push_back({port(port_rows), {word(port_rows, 1), word(port_rows, 2)}, word(port_rows, 3)});
@@ -249,6 +264,16 @@ Change Store::load() const
     while (blocks.row())
         change.blocks.push_back({word(blocks, 0), word(blocks, 1), word(blocks, 2), word(blocks, 3), bytes(blocks, 4)});
     load_modules(change, ports);
+    Statement types(db.get(), "SELECT * FROM upgrade_type ORDER BY name");
+    while (types.row())
+        change.upgrade_types.push_back(
+            {types.text(0), UpgradeType{types.text(1), types.text(2), types.text(3), word(types, 4), types.text(5)}});
+    Statement runs(db.get(), "SELECT * FROM upgrade_run ORDER BY pon_port, mac");
+    while (runs.row())
+        change.upgrade_runs.push_back(
+            {port(runs), mac(runs, 1),
+             UpgradeRun{runs.text(2), runs.text(3), word(runs, 4), UpgradeRun::State{word(runs, 5)},
+                        static_cast<ModelTime>(runs.number(6)), UpgradeRun::Reason{word(runs, 7)}}});
     Statement clock(db.get(), "SELECT now FROM clock");
     if (clock.row()) change.now = static_cast<ModelTime>(clock.number(0));
     return change;
@@ -319,7 +344,12 @@ void Store::write_rows(const Change &change)
     for (const auto &[pon_port, mac, record] : change.onus) {
         Statement &statement = record == OnuRecord{} ? statements->drop_onu : statements->put_onu;
         statement.bind(pon_port).bind(mac);
-        if (record != OnuRecord{}) statement.bind(record.supported).bind(record.reboots);
+        if (record != OnuRecord{})
+            statement.bind(record.supported)
+                .bind(record.reboots)
+                .bind(record.software)
+                .bind(record.upgrade_type)
+                .bind(record.bad_image);
         statement.run();
     }
     for (const auto &[pon_port, limits, auth_mode] : change.ports)
@@ -377,6 +407,22 @@ void Store::write_rows(const Change &change)
                 .bind(result->greatest);
         measured.run();
     }
+    for (const auto &[name, type] : change.upgrade_types) {
+        Statement &statement = type ? statements->put_upgrade_type : statements->drop_upgrade_type;
+        statement.bind(name);
+        if (type) statement.bind(type->vendor).bind(type->model).bind(type->version).bind(type->size).bind(type->file);
+        statement.run();
+    }
+    for (const auto &[pon_port, mac, run] : change.upgrade_runs)
+        statements->put_upgrade_run.bind(pon_port)
+            .bind(mac)
+            .bind(run.type)
+            .bind(run.version)
+            .bind(run.size)
+            .bind(static_cast<uint32_t>(run.state))
+            .bind(static_cast<int64_t>(run.since))
+            .bind(static_cast<uint32_t>(run.reason))
+            .run();
     if (change.now) statements->put_clock.bind(static_cast<int64_t>(*change.now)).run();
 }
 

@@ -68,6 +68,15 @@ void add_capabilities(Table &table, const BoundOnu &onu)
     table.cell("max_vlans", type.vlan_translation || type.vlan_trunk ? max_vlans : 0);
 }
 
+void add_upgrade(Table &table, const BoundOnu &onu)
+{
+    identity_cells(table, onu);
+    table.cell("type", onu.upgrade.type);
+    table.cell("run", onu.upgrade.state);
+    table.cell("progress", onu.upgrade.progress);
+    table.cell("reason", onu.upgrade.reason);
+}
+
 void add_uni_attributes(Table &table, const BoundOnu &onu)
 {
     for (uint32_t index = 0; index < onu.configs.size(); ++index) {
@@ -174,7 +183,7 @@ std::string capabilities_table(std::span<const BoundOnu> onus)
 
 std::string upgrade_table(std::span<const BoundOnu> onus)
 {
-    return table_of(BSP_MSG_PON, BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, onus, identity_cells);
+    return table_of(BSP_MSG_PON, BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, onus, add_upgrade);
 }
 
 std::string uni_attributes_table(std::span<const BoundOnu> onus)

@@ -9,6 +9,7 @@
 
 #include "model/device.h"
 #include "model/olt.h"
+#include "model/upgrade.h"
 
 namespace ponsim
 {
@@ -20,6 +21,7 @@ struct BoundOnu {
     OnuState state;
     Device device;
     std::vector<UniConfig> configs; // of the device's UNI ports
+    UpgradeProgress upgrade = {};   // read by upgrade_table() alone
 };
 
 std::string capabilities_table(std::span<const BoundOnu> onus);

@@ -1,0 +1,13 @@
+// The table of upgrade types.
+#pragma once
+
+#include <string>
+
+#include "model/upgrade.h"
+
+namespace ponsim
+{
+
+std::string upgrade_types_table(const UpgradeTypes &types);
+
+} // namespace ponsim

@@ -1,0 +1,84 @@
+// What the tests of upgrades ask for.
+#pragma once
+
+#include <string>
+
+#include "model/upgrade.h"
+#include "support.h"
+
+namespace ponsim
+{
+
+struct UpgradeRecord {
+    bsp_pon_msg_ext record{};
+
+    explicit UpgradeRecord(uint32_t command) { put(0, command); }
+    template <class Value>
+    UpgradeRecord &put(uint32_t offset, const Value &value)
+    {
+        std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
+        return *this;
+    }
+    UpgradeRecord &put(uint32_t offset, const std::string &text)
+    {
+        std::memcpy(reinterpret_cast<char *>(&record) + offset, text.data(), text.size());
+        return *this;
+    }
+};
+
+inline Reply ask(Desk &desk, const UpgradeRecord &request)
+{
+    return desk.simulator.handle({BSP_MSG_UPGRADE, &request.record, sizeof request.record});
+}
+
+inline uint32_t add_type(Desk &desk, const std::string &name, const std::string &vendor, const std::string &model,
+                         const std::string &version, uint32_t size, const std::string &file = {})
+{
+    namespace at = layout::upgrade_type;
+    UpgradeRecord record(BSP_CMD_UPGRADE_TYPE_ADD);
+    record.put(at::name, name).put(at::vendor, vendor).put(at::model, model).put(at::version, version);
+    return ask(desk, record.put(at::size, size).put(at::file, file)).status;
+}
+
+inline uint32_t add_type(Desk &desk, const std::string &name, const DeviceType &kind, const std::string &version,
+                         uint32_t size)
+{
+    return add_type(desk, name, std::string(kind.vendor), std::string(kind.model), version, size);
+}
+
+inline uint32_t delete_type(Desk &desk, const std::string &name)
+{
+    return ask(desk, UpgradeRecord(BSP_CMD_UPGRADE_TYPE_DELETE).put(layout::upgrade_type_name::name, name)).status;
+}
+
+inline Reply load_types(Desk &desk, const std::string &file)
+{
+    return ask(desk, UpgradeRecord(BSP_CMD_UPGRADE_TYPE_LOAD).put(layout::upgrade_type_file::file, file));
+}
+
+inline uint32_t bind_to_onus(Desk &desk, uint32_t pon_port, const OnuIds &onu_ids, const std::string &name)
+{
+    namespace at = layout::upgrade_bind_onus;
+    UpgradeRecord record(BSP_CMD_UPGRADE_TYPE_BIND_ONUS);
+    return ask(desk, record.put(at::pon_port, pon_port).put(at::name, name).put(at::onu_set, words_of(onu_ids))).status;
+}
+
+inline uint32_t bind_to_port(Desk &desk, uint32_t pon_port, const std::string &name)
+{
+    namespace at = layout::upgrade_bind_port;
+    UpgradeRecord record(BSP_CMD_UPGRADE_TYPE_BIND_PORT);
+    return ask(desk, record.put(at::pon_port, pon_port).put(at::name, name)).status;
+}
+
+inline uint32_t upgrade_one(Desk &desk, uint32_t pon_port, uint32_t onu_id)
+{
+    namespace at = layout::upgrade_onu;
+    return ask(desk, UpgradeRecord(BSP_CMD_UPGRADE_ONU).put(at::pon_port, pon_port).put(at::onu_id, onu_id)).status;
+}
+
+inline uint32_t upgrade_all(Desk &desk, uint32_t pon_port)
+{
+    return ask(desk, UpgradeRecord(BSP_CMD_UPGRADE_PORT).put(layout::upgrade_port::pon_port, pon_port)).status;
+}
+
+} // namespace ponsim
