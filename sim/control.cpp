@@ -19,15 +19,18 @@ std::string seconds(ModelTime time)
     return std::to_string(time / ms_per_second) + " s of model time";
 }
 
+std::string help_line(std::string head, std::string_view brief)
+{
+    head.resize(std::max<size_t>(head.size() + 1, 26), ' ');
+    return head + std::string(brief) + '\n';
+}
+
 std::string help()
 {
-    std::string text = "now             how much model time has passed\n"
-                       "step SECONDS    lets model time pass\n";
-    for (const Control &each : controls()) {
-        std::string head = std::string(each.name) + ' ' + std::string(each.usage);
-        head.resize(std::max<size_t>(head.size() + 1, 16), ' ');
-        text += head + std::string(each.brief) + '\n';
-    }
+    std::string text = help_line("help", "lists these commands") + help_line("now", "how much model time has passed") +
+                       help_line("step SECONDS", "lets model time pass");
+    for (const Control &each : controls())
+        text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
     return text;
 }
 
@@ -43,7 +46,7 @@ std::span<const Control> controls()
 {
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
-        for (std::span<const Control> family : {optics_controls(), upgrade_controls()})
+        for (std::span<const Control> family : {onu_controls(), optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();
@@ -90,14 +93,18 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
     const std::string name = words[0];
     words.erase(words.begin());
 
-    if (name == "now" && words.empty()) return seconds(simulator.olt().now()) + '\n';
-    if (name == "step" && words.size() == 1) {
+    if (name == "now") {
+        if (!words.empty()) throw ControlError("now: expected no more words");
+        return seconds(simulator.olt().now()) + '\n';
+    }
+    if (name == "step") {
+        if (words.size() != 1) throw ControlError("step: expected a number of seconds");
         clock.step(control_number(words[0], 0, longest_step) * ms_per_second);
         simulator.advance(clock.now());
         return seconds(simulator.olt().now()) + '\n';
     }
     const auto found = std::ranges::find(controls(), name, &Control::name);
-    if (found == controls().end()) throw ControlError(name + ": not a command; the commands are\n" + help());
+    if (found == controls().end()) throw ControlError(name + ": not a command; ponsim ctl help lists the commands");
     Plan plan = found->plan(simulator.olt(), words);
     if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
     simulator.change(plan.change);

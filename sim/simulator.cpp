@@ -70,18 +70,9 @@ void Simulator::keep_time()
 
 void Simulator::advance(ModelTime to)
 {
-    for (;;) {
-        const Process *first = nullptr;
-        ModelTime at = to;
-        for (const Process &process : processes()) {
-            const std::optional<ModelTime> next = process.next(model);
-            if (!next || *next > at || (first && *next == at)) continue;
-            first = &process;
-            at = *next;
-        }
-        if (!first) break;
-        model.advance(at);
-        change(first->happen(model));
+    while (const std::optional<Happening> due = first_due(processes(), model, to)) {
+        model.advance(due->at);
+        change(due->process->happen(model));
     }
     model.advance(to);
 }

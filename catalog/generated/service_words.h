@@ -37,6 +37,8 @@ inline constexpr uint32_t PON_ERR_UP_TO_DATE = 4063; // the ONU has the version 
 inline constexpr uint32_t PON_ERR_UPGRADING = 4064; // an upgrade run of this ONU is under way
 inline constexpr uint32_t PON_ERR_NOTHING_TO_UPGRADE = 4065; // none of the ONUs of the port can be upgraded: each is offline, without a type that fits, up to date or under way
 inline constexpr uint32_t PON_ERR_NO_FILE = 4066; // the service cannot read the file; its log says why
+inline constexpr uint32_t PON_ERR_NOT_ARRIVED = 4020; // no ONU with this MAC address has arrived at the port
+inline constexpr uint32_t PON_ERR_NO_UNI = 4021; // the ONU has no such UNI port
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -230,6 +232,18 @@ inline constexpr uint32_t reboots = 452; // u32: how often the ONU was rebooted 
 inline constexpr uint32_t description = 456; // text: the description
 inline constexpr uint32_t loid = 584; // text: the LOID that the ONU tells; empty while it is offline
 } // namespace layout::whitelist_entry
+
+namespace layout::loop_config
+{
+inline constexpr uint32_t state = 20; // u32: 1 while loops are detected, else 0
+inline constexpr uint32_t mode = 24; // u32: how ports recover: 0 automatically after the recovery time, 1 by command only
+inline constexpr uint32_t time = 28; // u32: recovery time, 10 to 86400
+inline constexpr uint32_t interval = 32; // u32: interval between detection packets, 1 to 600
+inline constexpr uint32_t shut = 36; // u32: how many UNI ports are shut now
+inline constexpr uint32_t detected = 40; // u32: how many loops were detected so far; one that is there again after a recovery counts again
+inline constexpr uint32_t recovered = 44; // u32: how many recoveries there were so far
+inline constexpr uint32_t reserved = 48; // bytes: zero
+} // namespace layout::loop_config
 
 namespace layout::optics_diagnostics
 {

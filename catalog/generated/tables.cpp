@@ -227,6 +227,8 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_UPGRADING", 4064, false, "an upgrade run of this ONU is under way"},
     {"PON_ERR_NOTHING_TO_UPGRADE", 4065, false, "none of the ONUs of the port can be upgraded: each is offline, without a type that fits, up to date or under way"},
     {"PON_ERR_NO_FILE", 4066, false, "the service cannot read the file; its log says why"},
+    {"PON_ERR_NOT_ARRIVED", 4020, false, "no ONU with this MAC address has arrived at the port"},
+    {"PON_ERR_NO_UNI", 4021, false, "the ONU has no such UNI port"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -444,6 +446,19 @@ constexpr Field whitelist_entry_fields[] = {
     {"reboots", FieldType::u32, 452, 4, "", 1, "how often the ONU was rebooted by command, or after an upgrade"},
     {"description", FieldType::text, 456, 128, "", 1, "the description"},
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
+};
+
+constexpr const Command *loop_config_commands[] = {&all_commands[104]};
+
+constexpr Field loop_config_fields[] = {
+    {"state", FieldType::u32, 20, 4, "", 1, "1 while loops are detected, else 0"},
+    {"mode", FieldType::u32, 24, 4, "", 1, "how ports recover: 0 automatically after the recovery time, 1 by command only"},
+    {"time", FieldType::u32, 28, 4, "s", 1, "recovery time, 10 to 86400"},
+    {"interval", FieldType::u32, 32, 4, "s", 1, "interval between detection packets, 1 to 600"},
+    {"shut", FieldType::u32, 36, 4, "", 1, "how many UNI ports are shut now"},
+    {"detected", FieldType::u32, 40, 4, "", 1, "how many loops were detected so far; one that is there again after a recovery counts again"},
+    {"recovered", FieldType::u32, 44, 4, "", 1, "how many recoveries there were so far"},
+    {"reserved", FieldType::bytes, 48, 52, "", 1, "zero"},
 };
 
 constexpr const Command *optics_diagnostics_commands[] = {&all_commands[84]};
@@ -716,6 +731,7 @@ constexpr Layout all_layouts[] = {
     {"blacklist_batch", &all_records[0], blacklist_batch_commands, blacklist_batch_fields, false, "Several entries of the black list of one PON port (`pon_port`), by their ids there. All of them are taken off or, where there is no entry of an id, none. Those that are on the fibre register again."},
     {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
     {"whitelist_entry", &all_records[0], whitelist_entry_commands, whitelist_entry_fields, true, "A bound ONU. The request names it by id, by MAC address, or by both where they agree; with neither it is the ONU on id 0. The answer has `pon_port`, `onu_id`, `onu_mac`, the bind mode in `arg_value` and the bind texts in `text237`, `text173` and `text365`; all that counts lies in its first 776 bytes."},
+    {"loop_config", &all_records[1], loop_config_commands, loop_config_fields, true, "Settings of loop detection, and how many loops it met, 80 bytes. What is set is set as the word `ext_arg`, in the same units."},
     {"optics_diagnostics", &all_records[2], optics_diagnostics_commands, optics_diagnostics_fields, true, "Diagnostics of the optical module of one PON port (`plat_port`), 56 bytes. The received power is that of the ONU which was measured last: the light of ONUs comes in bursts."},
     {"optics_rssi", &all_records[2], optics_rssi_commands, optics_rssi_fields, true, "The power that a PON port (`plat_port`) receives from one of its ONUs (`plat_arg4`), 64 bytes. `plat_arg120` says which: 0 what is received now, of an ONU that is not offline; 1 what the power measurement found, where the last one at the port was of this ONU."},
     {"sfp_info", &all_records[2], sfp_info_commands, sfp_info_fields, true, "The module in an SFP cage (`plat_port`), 464 bytes: what it is, what it measures with its thresholds, and its memory. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
@@ -965,6 +981,19 @@ constexpr Column onu_alarm_columns[] = {
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
 };
 
+constexpr const Command *loop_info_commands[] = {&all_commands[103]};
+
+constexpr Column loop_info_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ONU", ColumnType::u32, "", "ONU id; null where the ONU is bound here no more"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address of the ONU"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port of the ONU"},
+    {"state", "STATE", ColumnType::text, "", "looped: it has a loop and is open; shut: by loop detection; recovered: it is open again, and the loop is gone"},
+    {"detected", "DETECTED", ColumnType::u32, "", "how often a loop was detected here"},
+    {"changed", "CHANGED", ColumnType::u32, "s", "seconds of model time since the state changed"},
+    {"recovers", "RECOVERS", ColumnType::u32, "s", "seconds of model time until the port recovers; null where it is not shut, or recovers by command only"},
+};
+
 constexpr const Command *onu_info_commands[] = {&all_commands[18], &all_commands[19], &all_commands[17]};
 
 constexpr Column onu_info_columns[] = {
@@ -1036,6 +1065,7 @@ constexpr View all_views[] = {
     {"blacklist", blacklist_commands, blacklist_columns, "A row an entry, in order of port and id. BSP_CMD_BLACKLIST_GET: of one port, or of all for port 0, narrowed to the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where that leaves none, the status says so and the table is empty."},
     {"auth", auth_commands, auth_columns, "For port 0 a row a port, with the columns from mode to rejected, at most 10240 bytes in all; for a port a row an authentication record, in order of LOID, with the columns from loid on. The other columns are null. Passwords are not shown."},
     {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of a PON port itself or of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. The alarms of the port itself have neither id nor MAC address, and come first. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},
+    {"loop_info", loop_info_commands, loop_info_columns, "A row a UNI port that has a loop, is shut for one, or was, in order of PON port, MAC address and UNI port. There are at most 48 of them: a new loop takes the place of the port that recovered longest ago, and where none has recovered, no further loop can be made."},
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
     {"sfp_quantities", sfp_quantities_commands, sfp_quantities_columns, "The module in an SFP cage (`plat_port`): a row a quantity that it measures. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},

@@ -82,7 +82,7 @@ Outcome auth_list(const Olt &olt, const Request &request)
     const PonPort &port = selection.ports.front();
     std::map<std::string_view, const Arrival *> owners;
     for (const Arrival &arrival : port.arrivals)
-        if (port.reach().contains(arrival)) owners[arrival.loid] = &arrival;
+        if (port.ranges(arrival)) owners[arrival.loid] = &arrival;
     for (const auto &[loid, password] : port.authentication.records) {
         const auto owner = owners.find(loid);
         add_record(table, port, loid, password);

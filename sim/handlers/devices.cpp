@@ -15,8 +15,12 @@ BoundOnu bound_onu(const Olt &olt, const PonPort &port, uint32_t onu_id)
 {
     const Binding &binding = *port.bindings[onu_id];
     const Device device = device_at(olt, port, binding.mac);
-    return {port.number,         onu_id, &binding,
-            port.state(binding), device, default_configs(olt.seed(), binding.mac, device)};
+    std::vector<bool> shut;
+    for (uint32_t uni = 1; uni <= device.unis.size(); ++uni)
+        shut.push_back(olt.shut({port.number, binding.mac, uni}));
+    return {
+        port.number, onu_id, &binding, port.state(binding), device, default_configs(olt.seed(), binding.mac, device),
+        shut};
 }
 
 std::vector<BoundOnu> bound_onus(const Olt &olt, std::span<const PonPort> ports)

@@ -56,6 +56,7 @@ std::span<const Handler> fdb_handlers();
 std::span<const Handler> list_handlers();
 std::span<const Handler> p2p_handlers();
 std::span<const Handler> sla_handlers();
+std::span<const Handler> loop_handlers();
 std::span<const Handler> optics_handlers();
 std::span<const Handler> upgrade_handlers();
 std::span<const Handler> view_handlers();

@@ -11,8 +11,8 @@ namespace ponsim
 {
 
 enum class Alarm : uint32_t {
-    los = 1,     // was online, and now is not ranged
-    dying_gasp,  // was rebooted by command
+    los = 1,     // was online, and now is not ranged, or has no power
+    dying_gasp,  // was rebooted by command, or lost its power
     rejected,    // registers, and is on the black list
     auth_failed, // is on the fibre, and now is turned away for its LOID
     bias_high,   // of the port: the bias of its laser has risen to the alarm threshold

@@ -67,7 +67,7 @@ Plan set_authentication(const Olt &olt, uint32_t pon_port, const AuthRequest &re
     }
     Registration registration(olt, *port, authentication, plan.change);
     for (const Arrival &arrival : port->arrivals)
-        if (port->reach().contains(arrival) && !port->refuses(arrival.mac)) registration.add(arrival, true);
+        if (port->ranges(arrival) && !port->refuses(arrival.mac)) registration.add(arrival, true);
     return plan;
 }
 

@@ -49,6 +49,7 @@ struct OnuRecord {
     std::string software = {};     // version that it was upgraded to; empty: that of its device
     std::string upgrade_type = {}; // bound to it; empty: that of the port
     bool bad_image = false;        // what it downloads fails verification
+    bool powered = true;           // without power it is not on the fibre
 
     bool operator==(const OnuRecord &) const = default;
 };
@@ -141,6 +142,38 @@ struct UpgradeRun {
     std::optional<ModelTime> end() const;
 };
 
+// A UNI port of an ONU.
+struct UniPlace {
+    uint32_t pon_port;
+    Mac mac;
+    uint32_t uni;
+
+    auto operator<=>(const UniPlace &) const = default;
+};
+
+// What is kept of a UNI port that has a loop, is shut, or was.
+struct LoopRecord {
+    bool looped = false; // the loop is there
+    bool shut = false;   // by loop detection
+    uint32_t detected = 0;
+    ModelTime since = 0;                        // of the last change of its state
+    std::optional<ModelTime> watched_from = {}; // while detection packets reach the loop: since when
+
+    bool operator==(const LoopRecord &) const = default;
+};
+
+// How loops are detected, and how many were.
+struct LoopDetection {
+    bool on = false;
+    bool manual = false;          // shut ports recover by command only
+    uint32_t recovery_time = 300; // s
+    uint32_t interval = 5;        // s, between detection packets
+    uint32_t detected = 0;
+    uint32_t recovered = 0;
+
+    bool operator==(const LoopDetection &) const = default;
+};
+
 struct Change {
     struct BindingRow {
         uint32_t pon_port;
@@ -186,6 +219,10 @@ struct Change {
         Mac mac;
         UpgradeRun run;
     };
+    struct LoopRow {
+        UniPlace place;
+        std::optional<LoopRecord> record; // none: there is no loop, and nothing to tell of one
+    };
 
     // What a set command left for the matching get, as bytes: by the set command's channel and code, the port and what
     // else tells one from another.
@@ -208,13 +245,15 @@ struct Change {
     std::vector<ModuleRow> modules = {};
     std::vector<UpgradeTypeRow> upgrade_types = {};
     std::vector<UpgradeRunRow> upgrade_runs = {};
+    std::vector<LoopRow> loops = {};
+    std::optional<LoopDetection> loop_detection = {};
     std::optional<ModelTime> now = {}; // set by the simulator
 
     bool empty() const
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
                alarms.empty() && blocks.empty() && flushes.empty() && modules.empty() && upgrade_types.empty() &&
-               upgrade_runs.empty();
+               upgrade_runs.empty() && loops.empty() && !loop_detection;
     }
 };
 

@@ -57,11 +57,16 @@ void UpgradeRuns::set(const Mac &mac, const UpgradeRun &run)
     downloading += run.state == UpgradeRun::State::downloading;
 }
 
-const Arrival *PonPort::ranged(const Mac &mac) const
+const Arrival *PonPort::arrived(const Mac &mac) const
 {
     const auto found = std::ranges::lower_bound(arrivals, mac, {}, &Arrival::mac);
-    if (found == arrivals.end() || found->mac != mac) return nullptr;
-    return reach().contains(*found) ? &*found : nullptr;
+    return found != arrivals.end() && found->mac == mac ? &*found : nullptr;
+}
+
+const Arrival *PonPort::ranged(const Mac &mac) const
+{
+    const Arrival *arrival = arrived(mac);
+    return arrival && ranges(*arrival) ? arrival : nullptr;
 }
 
 OnuRecord PonPort::record(const Mac &mac) const
@@ -117,7 +122,7 @@ std::optional<uint32_t> Olt::id_at(uint32_t pon_port, const Mac &mac) const
 
 bool Olt::waits(const PonPort &port, const Arrival &arrival) const
 {
-    return port.reach().contains(arrival) && !port.refuses(arrival.mac) && !id_at(port.number, arrival.mac);
+    return port.ranges(arrival) && !port.refuses(arrival.mac) && !id_at(port.number, arrival.mac);
 }
 
 std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
@@ -192,7 +197,20 @@ void Olt::apply(const Change &change)
     }
     for (const auto &[pon_port, mac, run] : change.upgrade_runs)
         pon_ports.at(pon_port - 1).upgrades.set(mac, run);
+    for (const auto &[place, record] : change.loops) {
+        if (record)
+            looped_unis[place] = *record;
+        else
+            looped_unis.erase(place);
+    }
+    if (change.loop_detection) detection = *change.loop_detection;
     forwarding.follow(*this, change, moved);
+}
+
+bool Olt::shut(const UniPlace &place) const
+{
+    const auto found = looped_unis.find(place);
+    return found != looped_unis.end() && found->second.shut;
 }
 
 void Olt::advance(ModelTime to)

@@ -84,6 +84,10 @@ struct PonPort {
     UpgradeRuns upgrades = {};
 
     Reach reach() const { return {limits, lit}; }
+    // The ONU as it has arrived; null when it has not.
+    const Arrival *arrived(const Mac &mac) const;
+    // Whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power.
+    bool ranges(const Arrival &arrival) const { return reach().contains(arrival) && record(arrival.mac).powered; }
     // The ONU as it has arrived and is ranged; null when it has not or is not.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
@@ -121,6 +125,11 @@ public:
 
     // By name.
     const std::map<std::string, UpgradeType> &upgrade_types() const { return types; }
+    // UNI ports that have a loop, are shut, or were.
+    const std::map<UniPlace, LoopRecord> &loops() const { return looped_unis; }
+    const LoopDetection &loop_detection() const { return detection; }
+    // Whether loop detection has shut the UNI port.
+    bool shut(const UniPlace &place) const;
 
     // Where an ONU is bound.
     struct Place {
@@ -149,6 +158,8 @@ private:
     uint64_t own_seed;
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
+    std::map<UniPlace, LoopRecord> looped_unis;
+    LoopDetection detection;
     std::map<Mac, Place> places;
     std::map<std::string, UpgradeType> types;
     std::map<std::array<uint32_t, 4>, std::string> blocks;

@@ -1,5 +1,6 @@
 #include "model/process.h"
 
+#include "model/loops.h"
 #include "model/optics.h"
 #include "model/upgrade.h"
 
@@ -8,8 +9,18 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {measurement_process, ageing_process, upgrade_process};
+    static const Process all[] = {measurement_process, ageing_process, upgrade_process, loop_process};
     return all;
+}
+
+std::optional<Happening> first_due(std::span<const Process> processes, const Olt &olt, ModelTime to)
+{
+    std::optional<Happening> first;
+    for (const Process &process : processes) {
+        const std::optional<ModelTime> next = process.next(olt);
+        if (next && *next <= to && (!first || *next < first->at)) first = {&process, *next};
+    }
+    return first;
 }
 
 } // namespace ponsim

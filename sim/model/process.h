@@ -24,4 +24,11 @@ struct Process {
 // In the order in which they happen when they are due at the same time.
 std::span<const Process> processes();
 
+struct Happening {
+    const Process *process;
+    ModelTime at;
+};
+// What happens first, no later than `to`.
+std::optional<Happening> first_due(std::span<const Process> processes, const Olt &olt, ModelTime to);
+
 } // namespace ponsim

@@ -1,5 +1,7 @@
 #include "model/registration.h"
 
+#include "bsp_pon.h"
+#include "generated/service_words.h"
 #include "model/alarms.h"
 
 namespace ponsim
@@ -28,21 +30,57 @@ void Registration::add(const Arrival &arrival, bool was_registered)
     }
 }
 
+namespace
+{
+
+// What comes of an ONU that is on the fibre and was not.
+void arrive(const PonPort &port, const Arrival &arrival, Registration &registration, Change &change)
+{
+    if (port.refuses(arrival.mac))
+        raise(port, arrival.mac, Alarm::rejected, change);
+    else
+        registration.add(arrival, false);
+}
+
+bool bound_and_online(const Olt &olt, const PonPort &port, const Mac &mac)
+{
+    const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
+    return onu_id && port.online(*port.bindings[*onu_id]);
+}
+
+} // namespace
+
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change)
 {
     Registration registration(olt, port, port.authentication, change);
     for (const Arrival &arrival : port.arrivals) {
-        const bool was_ranged = port.reach().contains(arrival);
-        if (was_ranged == reach.contains(arrival)) continue;
-        if (was_ranged) {
-            const std::optional<uint32_t> onu_id = olt.id_at(port.number, arrival.mac);
-            if (onu_id && port.online(*port.bindings[*onu_id])) raise(port, arrival.mac, Alarm::los, change);
-        } else if (port.refuses(arrival.mac)) {
-            raise(port, arrival.mac, Alarm::rejected, change);
-        } else {
-            registration.add(arrival, false);
-        }
+        const bool powered = port.record(arrival.mac).powered;
+        if (!powered || port.reach().contains(arrival) == reach.contains(arrival)) continue;
+        if (reach.contains(arrival))
+            arrive(port, arrival, registration, change);
+        else if (bound_and_online(olt, port, arrival.mac))
+            raise(port, arrival.mac, Alarm::los, change);
     }
+}
+
+Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    const Arrival *arrival = port->arrived(mac);
+    if (!arrival) return {PON_ERR_NOT_ARRIVED};
+    OnuRecord record = port->record(mac);
+    if (record.powered == on) return {BSP_OK};
+    record.powered = on;
+    Plan plan{BSP_OK, {.onus = {{pon_port, mac, record}}}};
+    if (on && port->reach().contains(*arrival)) {
+        Registration registration(olt, *port, port->authentication, plan.change);
+        arrive(*port, *arrival, registration, plan.change);
+    } else if (!on && bound_and_online(olt, *port, mac)) {
+        raise(*port, mac, Alarm::dying_gasp, plan.change);
+        raise(*port, mac, Alarm::los, plan.change);
+    }
+    return plan;
 }
 
 } // namespace ponsim

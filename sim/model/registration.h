@@ -30,4 +30,8 @@ private:
 // those online that go out of it an alarm is raised. The reach itself is the caller's to change.
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change);
 
+// An ONU that has arrived at the port loses its power, or has it again. One that was online raises its last alarms; one
+// that is in reach again registers.
+Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on);
+
 } // namespace ponsim

@@ -33,7 +33,7 @@ constexpr char schema[] =
     "WITHOUT ROWID;"
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL, upgrade_type TEXT NOT NULL,"
-    " bad_image INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    " bad_image INTEGER NOT NULL, powered INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL,"
     " auth_mode INTEGER NOT NULL CHECK(auth_mode BETWEEN 0 AND 3)) STRICT;"
     "CREATE TABLE blacklist(pon_port INTEGER NOT NULL, id INTEGER NOT NULL CHECK(id BETWEEN 0 AND 127),"
@@ -60,6 +60,12 @@ constexpr char schema[] =
     " type TEXT NOT NULL, version TEXT NOT NULL, size INTEGER NOT NULL,"
     " state INTEGER NOT NULL CHECK(state BETWEEN 0 AND 5), since INTEGER NOT NULL,"
     " reason INTEGER NOT NULL CHECK(reason BETWEEN 0 AND 4), PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE loop(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), uni INTEGER NOT NULL,"
+    " looped INTEGER NOT NULL, shut INTEGER NOT NULL, detected INTEGER NOT NULL, since INTEGER NOT NULL,"
+    " watched INTEGER NOT NULL, watched_from INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, uni)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE loop_detection(one INTEGER PRIMARY KEY CHECK(one = 1), switched_on INTEGER NOT NULL,"
+    " manual INTEGER NOT NULL, recovery_time INTEGER NOT NULL, interval INTEGER NOT NULL, detected INTEGER NOT NULL,"
+    " recovered INTEGER NOT NULL) STRICT;"
     "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1), now INTEGER NOT NULL) STRICT;";
 
 uint32_t word(const Statement &statement, int column)
@@ -101,7 +107,7 @@ struct Store::Statements {
           commit(db, "COMMIT"),
           put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
-          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?)"),
+          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
           put_port(db, "REPLACE INTO port VALUES(?, ?, ?, ?)"),
           put_blacklist(db, "REPLACE INTO blacklist VALUES(?, ?, ?, ?)"),
@@ -120,6 +126,9 @@ struct Store::Statements {
           put_upgrade_type(db, "REPLACE INTO upgrade_type VALUES(?, ?, ?, ?, ?, ?)"),
           drop_upgrade_type(db, "DELETE FROM upgrade_type WHERE name = ?"),
           put_upgrade_run(db, "REPLACE INTO upgrade_run VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
+          put_loop(db, "REPLACE INTO loop VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+          drop_loop(db, "DELETE FROM loop WHERE pon_port = ? AND mac = ? AND uni = ?"),
+          put_loop_detection(db, "REPLACE INTO loop_detection VALUES(1, ?, ?, ?, ?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
     }
@@ -147,6 +156,9 @@ struct Store::Statements {
     Statement put_upgrade_type;
     Statement drop_upgrade_type;
     Statement put_upgrade_run;
+    Statement put_loop;
+    Statement drop_loop;
+    Statement put_loop_detection;
     Statement put_clock;
 };
 
@@ -246,7 +258,8 @@ Change Store::load() const
     while (onus.row())
         change.onus.push_back({port(onus),
                                mac(onus, 1),
-                               {onus.number(2) != 0, word(onus, 3), onus.text(4), onus.text(5), onus.number(6) != 0}});
+                               {onus.number(2) != 0, word(onus, 3), onus.text(4), onus.text(5), onus.number(6) != 0,
+                                onus.number(7) != 0}});
     Statement port_rows(db.get(), "SELECT * FROM port ORDER BY pon_port");
     while (port_rows.row())
         change.ports.push_back({port(port_rows), {word(port_rows, 1), word(port_rows, 2)}, word(port_rows, 3)});
@@ -274,6 +287,17 @@ Change Store::load() const
             {port(runs), mac(runs, 1),
              UpgradeRun{runs.text(2), runs.text(3), word(runs, 4), UpgradeRun::State{word(runs, 5)},
                         static_cast<ModelTime>(runs.number(6)), UpgradeRun::Reason{word(runs, 7)}}});
+    Statement loops(db.get(), "SELECT * FROM loop ORDER BY pon_port, mac, uni");
+    while (loops.row()) {
+        LoopRecord record{loops.number(3) != 0, loops.number(4) != 0, word(loops, 5),
+                          static_cast<ModelTime>(loops.number(6))};
+        if (loops.number(7)) record.watched_from = static_cast<ModelTime>(loops.number(8));
+        change.loops.push_back({{port(loops), mac(loops, 1), word(loops, 2)}, record});
+    }
+    Statement detection(db.get(), "SELECT * FROM loop_detection");
+    if (detection.row())
+        change.loop_detection = {detection.number(1) != 0, detection.number(2) != 0, word(detection, 3),
+                                 word(detection, 4),       word(detection, 5),       word(detection, 6)};
     Statement clock(db.get(), "SELECT now FROM clock");
     if (clock.row()) change.now = static_cast<ModelTime>(clock.number(0));
     return change;
@@ -349,7 +373,8 @@ void Store::write_rows(const Change &change)
                 .bind(record.reboots)
                 .bind(record.software)
                 .bind(record.upgrade_type)
-                .bind(record.bad_image);
+                .bind(record.bad_image)
+                .bind(record.powered);
         statement.run();
     }
     for (const auto &[pon_port, limits, auth_mode] : change.ports)
@@ -422,6 +447,26 @@ void Store::write_rows(const Change &change)
             .bind(static_cast<uint32_t>(run.state))
             .bind(static_cast<int64_t>(run.since))
             .bind(static_cast<uint32_t>(run.reason))
+            .run();
+    for (const auto &[place, record] : change.loops) {
+        Statement &statement = record ? statements->put_loop : statements->drop_loop;
+        statement.bind(place.pon_port).bind(place.mac).bind(place.uni);
+        if (record)
+            statement.bind(record->looped)
+                .bind(record->shut)
+                .bind(record->detected)
+                .bind(static_cast<int64_t>(record->since))
+                .bind(record->watched_from.has_value())
+                .bind(static_cast<int64_t>(record->watched_from.value_or(0)));
+        statement.run();
+    }
+    if (const auto &detection = change.loop_detection)
+        statements->put_loop_detection.bind(detection->on)
+            .bind(detection->manual)
+            .bind(detection->recovery_time)
+            .bind(detection->interval)
+            .bind(detection->detected)
+            .bind(detection->recovered)
             .run();
     if (change.now) statements->put_clock.bind(static_cast<int64_t>(*change.now)).run();
 }

@@ -14,6 +14,7 @@ namespace
 std::optional<std::string> link_text(const BoundOnu &onu, size_t index)
 {
     if (onu.state != OnuState::online) return std::nullopt;
+    if (onu.shut[index]) return "down";
     const std::optional<LinkMode> link = link_of(onu.device.unis[index], onu.configs[index]);
     return link ? to_text(*link) : "down";
 }

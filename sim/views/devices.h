@@ -21,6 +21,7 @@ struct BoundOnu {
     OnuState state;
     Device device;
     std::vector<UniConfig> configs; // of the device's UNI ports
+    std::vector<bool> shut;         // of these: by loop detection
     UpgradeProgress upgrade = {};   // read by upgrade_table() alone
 };
 

@@ -227,6 +227,82 @@ TEST_F(DaemonTest, ASecondServiceInTheFolderIsRefused)
     EXPECT_EQ(status_of(record_of(1)), PON_ERR_UNKNOWN_COMMAND);
 }
 
+// What `ponsim ctl` says to the running daemon, and the status that it ends with.
+std::string control(std::vector<std::string> words, int &exit_status)
+{
+    words.insert(words.begin(), "ctl");
+    return Daemon(words).rest(exit_status);
+}
+
+TEST_F(DaemonTest, IsControlled)
+{
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    int exit_status;
+    EXPECT_EQ(control({"now"}, exit_status), "0 s of model time\n");
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_EQ(control({"step", "100"}, exit_status), "100 s of model time\n");
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_NE(control({"help"}, exit_status).find("step SECONDS"), std::string::npos);
+    EXPECT_EQ(exit_status, 0);
+}
+
+TEST_F(DaemonTest, GoesOnWithItsTimeWhenItIsStartedAnew)
+{
+    int exit_status;
+    {
+        Daemon daemon(with({"--speed", "0"}));
+        ASSERT_TRUE(daemon.serves());
+        control({"step", "100"}, exit_status);
+        daemon.stop(SIGTERM);
+    }
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(control({"now"}, exit_status), "100 s of model time\n");
+}
+
+TEST_F(DaemonTest, ATimeThatWasOnlySteppedIsLostWhenItIsKilled)
+{
+    int exit_status;
+    {
+        Daemon daemon(with({"--speed", "0"}));
+        ASSERT_TRUE(daemon.serves());
+        control({"step", "100"}, exit_status);
+        ASSERT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1))), BSP_OK);
+        control({"step", "50"}, exit_status);
+        daemon.stop(SIGKILL);
+    }
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(control({"now"}, exit_status), "100 s of model time\n");
+}
+
+TEST_F(DaemonTest, AnUnknownControlCommandIsExplainedInALine)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    int exit_status;
+    EXPECT_EQ(control({"jump", "5"}, exit_status), "ponsim: jump: not a command; ponsim ctl help lists the commands\n");
+    EXPECT_EQ(exit_status, 2);
+}
+
+TEST_F(DaemonTest, ControlNeedsARunningDaemon)
+{
+    int exit_status;
+    EXPECT_NE(control({"now"}, exit_status).find(folder->file("ipc")), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+}
+
+TEST_F(DaemonTest, OnlyWhoMayDoEverythingControls)
+{
+    Daemon daemon(with({"--speed", "0", "--grant", "*=write"}));
+    ASSERT_TRUE(daemon.serves());
+    int exit_status;
+    EXPECT_NE(control({"step", "100"}, exit_status).find("refused"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+    EXPECT_NE(daemon.line().find("controlling the simulation is service-affecting"), std::string::npos);
+}
+
 TEST_F(DaemonTest, HelpAndVersionGoWell)
 {
     for (const auto &[option, wanted] : {std::pair{"--help", "Examples:"}, {"--version", "ponsim "}}) {

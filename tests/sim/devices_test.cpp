@@ -104,7 +104,13 @@ BoundOnu longest_onu(uint32_t pon_port, uint32_t onu_id, OnuState state)
     const Device device{&longest_type, "HHHHHHHH", "SSSSSSSSSSSSSSSS",
                         std::vector<Uni>(max_unis, Uni{1000, LinkMode{1000, true}})};
     const UpgradeProgress upgrade{std::string(31, 't'), "downloading", 100, "verification"};
-    return {pon_port, onu_id, &longest_binding, state, device, std::vector<UniConfig>(max_unis, longest_config),
+    return {pon_port,
+            onu_id,
+            &longest_binding,
+            state,
+            device,
+            std::vector<UniConfig>(max_unis, longest_config),
+            std::vector<bool>(max_unis),
             upgrade};
 }
 

@@ -1,0 +1,153 @@
+// Model time: how it passes, in which order things happen, and that it is kept.
+#include "model/process.h"
+
+#include "optics.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// Processes that do nothing at fixed times.
+template <ModelTime at>
+constexpr Process due_at{[](const Olt &) { return std::optional<ModelTime>(at); },
+                         [](const Olt &) { return Change{}; }};
+constexpr Process never{[](const Olt &) { return std::optional<ModelTime>(); }, [](const Olt &) { return Change{}; }};
+
+std::string say(Simulator &simulator, Clock &clock, const std::string &line)
+{
+    try {
+        return control(simulator, clock, line);
+    } catch (const ControlError &error) {
+        return std::string("error: ") + error.what();
+    }
+}
+
+TEST(ModelTime, TheEarliestHappensFirst)
+{
+    const Olt olt{Settings{}};
+    const Process both[] = {never, due_at<20>, due_at<10>};
+    const auto first = first_due(both, olt, 30);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->process, &both[2]);
+    EXPECT_EQ(first->at, 10u);
+}
+
+TEST(ModelTime, WhatIsDueAtTheSameTimeHappensInTheOrderOfTheTable)
+{
+    const Olt olt{Settings{}};
+    const Process both[] = {never, due_at<10>, due_at<10>};
+    const auto first = first_due(both, olt, 30);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->process, &both[1]);
+}
+
+TEST(ModelTime, WhatIsDueLaterDoesNotHappenYet)
+{
+    const Olt olt{Settings{}};
+    const Process both[] = {due_at<20>, never};
+    EXPECT_FALSE(first_due(both, olt, 19));
+    EXPECT_TRUE(first_due(both, olt, 20));
+}
+
+TEST(ModelTime, TwoThingsThatHappenToAModuleAtTheSameTimeBothHappen)
+{
+    Desk desk(lively());
+    bind_arrival(desk, 5);
+    EXPECT_EQ(trigger(desk, 1, 5), BSP_OK);
+    control_line(desk, "age 1 130000");
+    pass(desk, 0);
+    const ModuleRecord &record = desk.simulator.olt().module(1)->record();
+    EXPECT_TRUE(record.result);
+    EXPECT_FALSE(record.measurement);
+    EXPECT_NE(record.raised, 0u);
+}
+
+TEST(ModelTime, DoesNotGoBack)
+{
+    Desk desk;
+    desk.simulator.advance(1000);
+    desk.simulator.advance(500);
+    EXPECT_EQ(desk.simulator.olt().now(), 1000u);
+}
+
+TEST(ModelTime, IsKeptOverARestart)
+{
+    const Folder folder;
+    {
+        Desk desk({}, folder.file("olt.db"));
+        desk.simulator.advance(123456789);
+        desk.simulator.keep_time();
+    }
+    EXPECT_EQ(Desk({}, folder.file("olt.db")).simulator.olt().now(), 123456789u);
+}
+
+TEST(ModelTime, AChangeKeepsTheTimeAtWhichItWasMade)
+{
+    const Folder folder;
+    {
+        Desk desk({}, folder.file("olt.db"));
+        desk.simulator.advance(5000);
+        desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
+        desk.simulator.advance(9000);
+    }
+    EXPECT_EQ(Desk({}, folder.file("olt.db")).simulator.olt().now(), 5000u);
+}
+
+TEST(ModelTime, AStoppedClockMovesByStepsAlone)
+{
+    Clock clock(7, 0);
+    EXPECT_EQ(clock.now(), 7u);
+    clock.step(93);
+    EXPECT_EQ(clock.now(), 100u);
+}
+
+TEST(ModelTime, AFastClockIsAheadOfASlowOne)
+{
+    const Clock fast(0, 1e6), slow(0, 1);
+    while (slow.now() == 0) {
+    }
+    EXPECT_GE(fast.now(), 1000000u);
+}
+
+TEST(Control, StepsTimeAndTellsIt)
+{
+    Desk desk;
+    Clock clock(0, 0);
+    EXPECT_EQ(say(desk.simulator, clock, "now"), "0 s of model time\n");
+    EXPECT_EQ(say(desk.simulator, clock, "step 90"), "90 s of model time\n");
+    EXPECT_EQ(say(desk.simulator, clock, "  now "), "90 s of model time\n");
+}
+
+TEST(Control, HelpNamesEachCommandInALineOfItsOwn)
+{
+    Desk desk;
+    Clock clock(0, 0);
+    const std::string help = "\n" + say(desk.simulator, clock, "help");
+    EXPECT_EQ(say(desk.simulator, clock, ""), help.substr(1));
+    for (const std::string name :
+         {"help ", "now ", "step SECONDS ", "age CAGE HOURS ", "power PORT MAC on|off ", "loop PORT MAC UNI on|off "})
+        EXPECT_NE(help.find("\n" + name), std::string::npos) << name;
+}
+
+TEST(Control, WrongCommandsChangeNothingAndAreExplainedInALine)
+{
+    Desk desk;
+    Clock clock(0, 0);
+    for (const auto &[line, part] : {std::pair{"jump 5", "jump: not a command; ponsim ctl help"},
+                                     {"step", "step: expected"},
+                                     {"step 1 2", "step: expected"},
+                                     {"step -1", "-1: expected a number"},
+                                     {"step 1.5", "1.5: expected a number"},
+                                     {"step 99999999999999999999", "expected a number"},
+                                     {"now 1", "now: expected"}}) {
+        const std::string said = say(desk.simulator, clock, line);
+        EXPECT_TRUE(said.starts_with("error: ")) << line;
+        EXPECT_NE(said.find(part), std::string::npos) << said;
+        EXPECT_EQ(said.find('\n'), std::string::npos) << said;
+    }
+    EXPECT_EQ(clock.now(), 0u);
+}
+
+} // namespace
+} // namespace ponsim

@@ -1,0 +1,502 @@
+// Loops behind UNI ports, and ONUs that lose their power: what comes from outside, and what the OLT makes of it.
+#include "model/loops.h"
+
+#include "model/device.h"
+#include "model/registration.h"
+#include "optics.h"
+#include "rows.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr ModelTime second = ms_per_second;
+
+Reply ask(Desk &desk, uint32_t command, uint32_t argument = 0)
+{
+    bsp_pon_msg_ext record{};
+    record.cmd = command;
+    record.ext_arg = argument;
+    return desk.simulator.handle({BSP_MSG_LOOP_DETECT, &record, sizeof record});
+}
+
+uint32_t order(Desk &desk, uint32_t command, uint32_t argument = 0)
+{
+    return ask(desk, command, argument).status;
+}
+
+// A word of the configuration.
+uint32_t config(Desk &desk, uint32_t offset)
+{
+    const Reply reply = ask(desk, BSP_CMD_LOOP_CONFIG_GET);
+    EXPECT_EQ(reply.status, BSP_OK);
+    EXPECT_EQ(reply.answer.value_or("").size(), sizeof(bsp_pon_msg_ext));
+    uint32_t word = 0;
+    std::memcpy(&word, reply.answer->data() + offset, sizeof word);
+    return word;
+}
+
+rapidjson::Document rows(Desk &desk)
+{
+    return parse(ask(desk, BSP_CMD_LOOP_INFO).result.value_or("no result"));
+}
+
+std::string state(Desk &desk)
+{
+    const auto found = rows(desk);
+    return found.Size() == 1 ? found[0]["state"].GetString() : std::to_string(found.Size()) + " rows";
+}
+
+// ONU 5 of port 1 is online, and detection is on.
+struct LoopDesk : Desk {
+    Mac mac;
+
+    explicit LoopDesk(const std::string &file = {}) : Desk(lively(), file), mac(port(1).arrivals[0].mac)
+    {
+        bind_arrival(*this, 5);
+        order(*this, BSP_CMD_LOOP_STATE_SET, 1);
+    }
+    void say(const std::string &before, const std::string &after, uint32_t pon_port = 1)
+    {
+        control_line(*this, before + ' ' + std::to_string(pon_port) + ' ' + to_text(mac) + ' ' + after);
+    }
+};
+
+std::string refusal(Desk &desk, const std::string &line)
+{
+    try {
+        control_line(desk, line);
+    } catch (const ControlError &error) {
+        return error.what();
+    }
+    return "not refused";
+}
+
+TEST(Loop, IsDetectedOneIntervalLaterToTheMillisecond)
+{
+    LoopDesk desk;
+    pass(desk, 1234);
+    desk.say("loop", "1 on");
+    EXPECT_EQ(state(desk), "looped");
+    pass(desk, 5 * second - 1);
+    EXPECT_EQ(state(desk), "looped");
+    pass(desk, 1);
+    EXPECT_EQ(state(desk), "shut");
+    EXPECT_EQ(config(desk, layout::loop_config::detected), 1u);
+    EXPECT_EQ(config(desk, layout::loop_config::shut), 1u);
+}
+
+TEST(Loop, IsNotDetectedWhileDetectionIsOff)
+{
+    LoopDesk desk;
+    order(desk, BSP_CMD_LOOP_STATE_SET, 0);
+    desk.say("loop", "1 on");
+    pass(desk, hours);
+    EXPECT_EQ(state(desk), "looped");
+    order(desk, BSP_CMD_LOOP_STATE_SET, 1);
+    pass(desk, 5 * second - 1);
+    EXPECT_EQ(state(desk), "looped");
+    pass(desk, 1);
+    EXPECT_EQ(state(desk), "shut");
+}
+
+TEST(Loop, TheIntervalStartsAnewWhenTheOnuComesBack)
+{
+    LoopDesk desk;
+    desk.say("loop", "1 on");
+    pass(desk, 4 * second);
+    desk.say("power", "off");
+    pass(desk, hours);
+    EXPECT_EQ(state(desk), "looped");
+    desk.say("power", "on");
+    pass(desk, 5 * second - 1);
+    EXPECT_EQ(state(desk), "looped");
+    pass(desk, 1);
+    EXPECT_EQ(state(desk), "shut");
+}
+
+TEST(Loop, ThePortRecoversAndIsShutAgainWhileTheLoopIsThere)
+{
+    LoopDesk desk;
+    desk.say("loop", "1 on");
+    pass(desk, (5 + 299) * second);
+    EXPECT_EQ(rows(desk)[0]["recovers"].GetUint(), 1u);
+    pass(desk, second);
+    EXPECT_EQ(state(desk), "looped");
+    EXPECT_EQ(config(desk, layout::loop_config::recovered), 1u);
+    EXPECT_EQ(config(desk, layout::loop_config::shut), 0u);
+    pass(desk, 5 * second);
+    EXPECT_EQ(state(desk), "shut");
+    EXPECT_EQ(rows(desk)[0]["detected"].GetUint(), 2u);
+    EXPECT_EQ(config(desk, layout::loop_config::detected), 2u);
+}
+
+TEST(Loop, OneLongStepDoesWhatManyShortOnesDo)
+{
+    LoopDesk at_once, by_seconds;
+    at_once.say("loop", "1 on");
+    by_seconds.say("loop", "1 on");
+    pass(at_once, hours);
+    for (int passed = 0; passed < 3600; ++passed)
+        pass(by_seconds, second);
+    EXPECT_EQ(ask(at_once, BSP_CMD_LOOP_INFO).result, ask(by_seconds, BSP_CMD_LOOP_INFO).result);
+    // Found after 5 s, then every 305 s.
+    EXPECT_EQ(config(at_once, layout::loop_config::detected), 12u);
+}
+
+TEST(Loop, ALoopThatIsGoneLeavesARecoveredPort)
+{
+    LoopDesk desk;
+    desk.say("loop", "1 on");
+    pass(desk, 5 * second);
+    desk.say("loop", "1 off");
+    EXPECT_EQ(state(desk), "shut");
+    pass(desk, 310 * second);
+    EXPECT_EQ(state(desk), "recovered");
+    EXPECT_EQ(rows(desk)[0]["changed"].GetUint(), 10u);
+    EXPECT_TRUE(rows(desk)[0]["recovers"].IsNull());
+}
+
+TEST(Loop, ALoopThatWasNeverFoundLeavesNothing)
+{
+    LoopDesk desk;
+    desk.say("loop", "1 on");
+    pass(desk, 2 * second);
+    desk.say("loop", "1 off");
+    pass(desk, hours);
+    EXPECT_EQ(state(desk), "0 rows");
+    EXPECT_EQ(config(desk, layout::loop_config::detected), 0u);
+}
+
+TEST(Loop, InManualModeAPortRecoversByCommandOnly)
+{
+    LoopDesk desk;
+    order(desk, BSP_CMD_LOOP_RECOVER_MODE_SET, 1);
+    desk.say("loop", "1 on");
+    pass(desk, 24 * hours);
+    EXPECT_EQ(state(desk), "shut");
+    EXPECT_TRUE(rows(desk)[0]["recovers"].IsNull());
+    desk.say("loop", "1 off");
+    EXPECT_EQ(order(desk, BSP_CMD_LOOP_RECOVER), BSP_OK);
+    EXPECT_EQ(state(desk), "recovered");
+    EXPECT_EQ(config(desk, layout::loop_config::recovered), 1u);
+}
+
+TEST(Loop, PortsStayShutWhenDetectionIsSwitchedOff)
+{
+    LoopDesk desk;
+    desk.say("loop", "1 on");
+    pass(desk, 5 * second);
+    order(desk, BSP_CMD_LOOP_STATE_SET, 0);
+    pass(desk, 24 * hours);
+    EXPECT_EQ(state(desk), "shut");
+    EXPECT_EQ(order(desk, BSP_CMD_LOOP_RECOVER), BSP_OK);
+    pass(desk, 24 * hours);
+    EXPECT_EQ(state(desk), "looped");
+    EXPECT_EQ(config(desk, layout::loop_config::detected), 1u);
+}
+
+TEST(Loop, TimeAndIntervalAreThoseThatWereSet)
+{
+    LoopDesk desk;
+    order(desk, BSP_CMD_LOOP_RECOVER_TIME_SET, 10);
+    order(desk, BSP_CMD_LOOP_INTERVAL_SET, 600);
+    desk.say("loop", "1 on");
+    pass(desk, 600 * second - 1);
+    EXPECT_EQ(state(desk), "looped");
+    pass(desk, 1);
+    EXPECT_EQ(state(desk), "shut");
+    pass(desk, 10 * second);
+    EXPECT_EQ(state(desk), "looped");
+}
+
+TEST(Loop, TheConfigurationIsWhatWasSet)
+{
+    Desk desk;
+    namespace at = layout::loop_config;
+    EXPECT_EQ(config(desk, at::state), 0u);
+    EXPECT_EQ(config(desk, at::mode), 0u);
+    EXPECT_EQ(config(desk, at::time), 300u);
+    EXPECT_EQ(config(desk, at::interval), 5u);
+    const std::tuple<uint32_t, uint32_t, std::vector<uint32_t>, std::vector<uint32_t>> settings[] = {
+        {BSP_CMD_LOOP_STATE_SET, at::state, {0, 1}, {2, 255}},
+        {BSP_CMD_LOOP_RECOVER_MODE_SET, at::mode, {0, 1}, {2, 255}},
+        {BSP_CMD_LOOP_RECOVER_TIME_SET, at::time, {10, 86400}, {0, 9, 86401}},
+        {BSP_CMD_LOOP_INTERVAL_SET, at::interval, {1, 600}, {0, 601}},
+    };
+    for (const auto &[command, offset, good, bad] : settings) {
+        for (uint32_t value : good) {
+            EXPECT_EQ(order(desk, command, value), BSP_OK) << command;
+            EXPECT_EQ(config(desk, offset), value) << command;
+        }
+        for (uint32_t value : bad) {
+            EXPECT_EQ(order(desk, command, value), PON_ERR_BAD_RECORD) << command << ": " << value;
+            EXPECT_EQ(config(desk, offset), good.back()) << command;
+        }
+    }
+}
+
+TEST(Loop, WhatFollowsTheConfigurationInItsBlockIsZero)
+{
+    Desk desk;
+    bsp_pon_msg_ext record{};
+    std::memset(&record, 0xff, sizeof record);
+    record.cmd = BSP_CMD_LOOP_CONFIG_GET;
+    const Reply reply = desk.simulator.handle({BSP_MSG_LOOP_DETECT, &record, sizeof record});
+    EXPECT_EQ(reply.answer.value().substr(layout::loop_config::reserved, 52), std::string(52, '\0'));
+}
+
+TEST(Loop, AShutPortIsDownInTheDeviceViews)
+{
+    LoopDesk desk;
+    // One that has a port with a link.
+    const Device *linked = nullptr;
+    Device device;
+    size_t uni = 0;
+    for (const Arrival &arrival : desk.port(2).arrivals) {
+        device = device_of(desk.simulator.olt().seed(), arrival.mac);
+        const auto configs = default_configs(desk.simulator.olt().seed(), arrival.mac, device);
+        for (uni = 0; !linked && uni < configs.size(); ++uni)
+            if (link_of(device.unis[uni], configs[uni])) linked = &device;
+        desk.mac = arrival.mac;
+        if (linked) break;
+    }
+    ASSERT_TRUE(linked);
+    ASSERT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 2, 7, desk.mac)), BSP_OK);
+
+    const auto links = [&] {
+        const bsp_onu_msg one = onu_record_of(BSP_CMD_VIEW_ONU_PORT_CONFIG, 2, 7);
+        const auto config = parse(desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, one)).result.value());
+        const auto attributes = parse(desk.view(BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP));
+        const auto first = attributes.Size() - config.Size();
+        const auto row = static_cast<rapidjson::SizeType>(uni - 1);
+        EXPECT_EQ(attributes[first + row]["pon_port"].GetUint(), 2u);
+        return std::pair<std::string, std::string>{config[row]["link"].GetString(),
+                                                   attributes[first + row]["link"].GetString()};
+    };
+    const auto before = links();
+    EXPECT_NE(before.first, "down");
+    desk.say("loop", std::to_string(uni) + " on", 2);
+    pass(desk, 5 * second);
+    EXPECT_EQ(links(), (std::pair<std::string, std::string>{"down", "down"}));
+    order(desk, BSP_CMD_LOOP_RECOVER);
+    EXPECT_EQ(links(), before);
+}
+
+TEST(Loop, AReleasedOnusPortIsListedWithoutAnId)
+{
+    LoopDesk desk;
+    desk.say("loop", "1 on");
+    EXPECT_EQ(rows(desk)[0]["onu_id"].GetUint(), 5u);
+    EXPECT_EQ(rows(desk)[0]["mac"].GetString(), to_text(desk.mac));
+    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 5));
+    pass(desk, hours);
+    EXPECT_TRUE(rows(desk)[0]["onu_id"].IsNull());
+    EXPECT_EQ(state(desk), "looped") << "nobody can shut the port of an ONU that is not bound";
+}
+
+// Adds loops at as many ONUs, with ids from 1 on; the places that they have.
+std::vector<UniPlace> fill(Desk &desk, size_t wanted)
+{
+    std::vector<UniPlace> places;
+    for (const PonPort &port : desk.simulator.olt().ports())
+        for (const Arrival &arrival : port.arrivals) {
+            if (places.size() == wanted) return places;
+            desk.send(record_of(BSP_CMD_ONU_BIND_AUTO, port.number, 0, arrival.mac));
+            places.push_back({port.number, arrival.mac, 1});
+        }
+    return places;
+}
+
+std::string loop_line(const UniPlace &place, bool on)
+{
+    return "loop " + std::to_string(place.pon_port) + ' ' + to_text(place.mac) + " 1 " + (on ? "on" : "off");
+}
+
+TEST(Loop, ANewOneReplacesThePortThatRecoveredLongestAgo)
+{
+    Desk desk(lively());
+    order(desk, BSP_CMD_LOOP_STATE_SET, 1);
+    const auto places = fill(desk, max_loops + 2);
+    for (size_t index = 0; index < max_loops; ++index)
+        control_line(desk, loop_line(places[index], true));
+    pass(desk, 5 * second);
+    // The 30th recovers before the 10th.
+    for (size_t index : {30u, 10u}) {
+        control_line(desk, loop_line(places[index], false));
+        order(desk, BSP_CMD_LOOP_RECOVER);
+        pass(desk, 5 * second);
+    }
+    control_line(desk, loop_line(places[max_loops], true));
+    EXPECT_FALSE(desk.simulator.olt().loops().contains(places[30]));
+    EXPECT_TRUE(desk.simulator.olt().loops().contains(places[10]));
+    EXPECT_EQ(desk.simulator.olt().loops().size(), max_loops);
+}
+
+TEST(Loop, NoMoreOfThemThanAreKept)
+{
+    Desk desk(lively());
+    const auto places = fill(desk, max_loops + 1);
+    for (size_t index = 0; index < max_loops; ++index)
+        control_line(desk, loop_line(places[index], true));
+    EXPECT_NE(refusal(desk, loop_line(places[max_loops], true)).find("no room left"), std::string::npos);
+    EXPECT_EQ(rows(desk).Size(), max_loops);
+}
+
+TEST(Loop, TheLongestTableFitsItsBound)
+{
+    constexpr uint32_t most = 0xffffffff;
+    Change kept{.loop_detection = LoopDetection{.on = true, .recovery_time = 86400}, .now = ModelTime{most} * second};
+    for (uint32_t index = 0; index < max_loops; ++index) {
+        const uint32_t onu_id = onus_per_port - 1 - index / max_unis;
+        const Mac mac = stranger(static_cast<uint8_t>(onu_id));
+        if (index % max_unis == 0) kept.bindings.push_back({16, onu_id, binding_of(mac)});
+        // "recovered" is the longest state, and a port that is to recover the longest of the rest.
+        kept.loops.push_back({{16, mac, 1 + index % max_unis}, LoopRecord{.shut = true, .detected = most}});
+    }
+    Desk desk(Settings{}, kept);
+    const size_t beyond_shut = std::string("recovered").size() - std::string("shut").size();
+    const size_t beyond_soon = std::string("86400").size() - std::string("0").size();
+    const std::string table = ask(desk, BSP_CMD_LOOP_INFO).result.value();
+    EXPECT_NE(table.find("\"detected\":4294967295,\"changed\":4294967295,\"recovers\":0"), std::string::npos);
+    EXPECT_LE(table.size() + max_loops * (beyond_shut + beyond_soon) + 1, 10240u);
+}
+
+TEST(Loop, AllIsKeptOverARestart)
+{
+    const Folder folder;
+    std::string before;
+    {
+        LoopDesk desk(folder.file("olt.db"));
+        order(desk, BSP_CMD_LOOP_INTERVAL_SET, 7);
+        desk.say("loop", "1 on");
+        pass(desk, 9 * second);
+        desk.say("loop", "1 off");
+        bind_arrival(desk, 6, 1);
+        control_line(desk, loop_line({1, desk.port(1).arrivals[1].mac, 1}, true));
+        pass(desk, 3 * second);
+        desk.simulator.keep_time();
+        before = ask(desk, BSP_CMD_LOOP_INFO).result.value();
+    }
+    Desk desk({}, folder.file("olt.db"));
+    EXPECT_EQ(ask(desk, BSP_CMD_LOOP_INFO).result, before);
+    EXPECT_EQ(config(desk, layout::loop_config::interval), 7u);
+    EXPECT_EQ(config(desk, layout::loop_config::detected), 1u);
+    pass(desk, 4 * second);
+    EXPECT_EQ(config(desk, layout::loop_config::detected), 2u) << "the interval goes on where it was";
+}
+
+TEST(Loop, TheControlSaysWhatIsWrong)
+{
+    LoopDesk desk;
+    const std::string mac = to_text(desk.mac);
+    const std::string unbound = to_text(desk.port(1).arrivals[1].mac);
+    for (const auto &[line, part] : {std::pair<std::string, std::string>{"loop 1 " + mac + " 1", "expected a PON port"},
+                                     {"loop 17 " + mac + " 1 on", "17: expected a number from 1 to 16"},
+                                     {"loop 1 nonsense 1 on", "nonsense: expected a MAC address"},
+                                     {"loop 1 " + mac + " 1 maybe", "maybe: expected on or off"},
+                                     {"loop 1 " + mac + " 5 on", "5: expected a number from 1 to 4"},
+                                     {"loop 1 " + unbound + " 1 on", "no ONU is bound"},
+                                     {"loop 2 " + mac + " 1 on", "no ONU is bound"}})
+        EXPECT_NE(refusal(desk, line).find(part), std::string::npos) << line << ": " << refusal(desk, line);
+}
+
+TEST(Loop, AnOnuHasTheUniPortsOfItsDevice)
+{
+    Desk desk(lively());
+    for (const UniPlace &place : fill(desk, 40)) {
+        const size_t unis = device_of(desk.simulator.olt().seed(), place.mac).unis.size();
+        for (uint32_t uni = 1; uni <= max_unis; ++uni)
+            EXPECT_EQ(set_loop(desk.simulator.olt(), {place.pon_port, place.mac, uni}, true).status,
+                      uni <= unis ? BSP_OK : PON_ERR_NO_UNI);
+    }
+}
+
+uint32_t alarms(const Desk &desk, const Mac &mac, Alarm alarm)
+{
+    const auto &all = desk.port(1).alarms;
+    const auto found = all.find({mac, static_cast<uint32_t>(alarm)});
+    return found == all.end() ? 0 : found->second;
+}
+
+TEST(Power, AnOnlineOnuThatLosesItGoesOfflineWithItsLastAlarms)
+{
+    LoopDesk desk;
+    desk.say("power", "off");
+    EXPECT_FALSE(desk.port(1).online(*desk.port(1).bindings[5]));
+    EXPECT_EQ(alarms(desk, desk.mac, Alarm::dying_gasp), 1u);
+    EXPECT_EQ(alarms(desk, desk.mac, Alarm::los), 1u);
+    desk.say("power", "off");
+    EXPECT_EQ(alarms(desk, desk.mac, Alarm::los), 1u) << "it has lost it already";
+    desk.say("power", "on");
+    EXPECT_TRUE(desk.port(1).online(*desk.port(1).bindings[5]));
+    EXPECT_EQ(desk.port(1).onus.size(), 0u);
+}
+
+TEST(Power, AnOnuThatWaitsWithoutItIsNotSeen)
+{
+    Desk desk(lively());
+    const Mac mac = desk.port(1).arrivals[0].mac;
+    control_line(desk, "power 1 " + to_text(mac) + " off");
+    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1)).Size(), 7u);
+    EXPECT_TRUE(desk.port(1).alarms.empty());
+    control_line(desk, "power 1 " + to_text(mac) + " on");
+    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1)).Size(), 8u);
+}
+
+TEST(Power, WithItAgainAnOnuRegisters)
+{
+    Bench bench;
+    const Arrival &arrival = bench.arrival(1);
+    const auto switch_power = [&](bool on) { EXPECT_EQ(bench.done(set_power(bench.olt, 1, arrival.mac, on)), BSP_OK); };
+    switch_power(false);
+    bench.set_mode(1, AuthMode::loid);
+    bench.accept(1, arrival.loid);
+    EXPECT_FALSE(bench.olt.find(arrival.mac)) << "it could not register without power";
+    switch_power(true);
+    EXPECT_TRUE(bench.olt.find(arrival.mac));
+    switch_power(false);
+    bench.reject(1, arrival.mac);
+    switch_power(true);
+    EXPECT_EQ(bench.alarms(1, arrival.mac, Alarm::rejected), 1u);
+}
+
+TEST(Power, OutOfReachItChangesNothingYet)
+{
+    Bench bench;
+    const Arrival &arrival = bench.arrival(1);
+    bench.bind(1, 5, arrival.mac);
+    bench.done(set_power(bench.olt, 1, arrival.mac, false));
+    bench.range(1, arrival.distance + 1, max_distance);
+    EXPECT_EQ(bench.alarms(1, arrival.mac, Alarm::los), 1u) << "the one of the power";
+    bench.done(set_power(bench.olt, 1, arrival.mac, true));
+    EXPECT_FALSE(bench.online(1, 5));
+    bench.range(1, 0, max_distance);
+    EXPECT_TRUE(bench.online(1, 5));
+}
+
+TEST(Power, IsKeptOverARestart)
+{
+    const Folder folder;
+    {
+        LoopDesk desk(folder.file("olt.db"));
+        desk.say("power", "off");
+    }
+    const Desk desk({}, folder.file("olt.db"));
+    EXPECT_FALSE(desk.port(1).online(*desk.port(1).bindings[5]));
+}
+
+TEST(Power, TheControlSaysWhatIsWrong)
+{
+    LoopDesk desk;
+    for (const auto &[line, part] :
+         {std::pair<std::string, std::string>{"power 1 " + to_text(stranger(1)) + " off", "has arrived at the port"},
+          {"power 2 " + to_text(desk.mac) + " off", "has arrived at the port"},
+          {"power 1 " + to_text(desk.mac), "expected a PON port"},
+          {"power 0 " + to_text(desk.mac) + " off", "0: expected a number from 1 to 16"}})
+        EXPECT_NE(refusal(desk, line).find(part), std::string::npos) << line << ": " << refusal(desk, line);
+}
+
+} // namespace
+} // namespace ponsim
