@@ -433,7 +433,8 @@ TEST(UpgradeRuns, ARestartInTheMiddleOfThemChangesNothing)
         Fleet desk(7, file);
         desk.bind_port();
         bind_to_onus(desk, 1, ids({7}), "new");
-        control_line(desk, "upgrade-fault 1 " + to_text(desk.mac(2)) + " on");
+        for (uint32_t onu_id : {2u, 6u}) // one whose run fails before the restart, and one after it
+            control_line(desk, "upgrade-fault 1 " + to_text(desk.mac(onu_id)) + " on");
         desk.simulator.advance(ms_per_second);
         upgrade_all(desk, 1);
         pass(desk, download + to_verify + ms_per_second);
@@ -449,10 +450,12 @@ TEST(UpgradeRuns, ARestartInTheMiddleOfThemChangesNothing)
     EXPECT_EQ(delete_type(again, "new"), PON_ERR_UPGRADE_TYPE_IN_USE);
     pass(again, hours);
     const rapidjson::Document rows = parse(again.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 1));
-    for (const auto &row : rows.GetArray())
-        EXPECT_STREQ(row["software"].GetString(), row["onu_id"].GetUint() == 2
-                                                      ? device_of(1, again.port(1).bindings[2]->mac).software.data()
-                                                      : "9.9");
+    ASSERT_EQ(rows.Size(), 7u);
+    for (const auto &row : rows.GetArray()) {
+        const bool faulty = row["onu_id"].GetUint() == 2 || row["onu_id"].GetUint() == 6;
+        EXPECT_STREQ(row["run"].GetString(), faulty ? "failed" : "done");
+        EXPECT_EQ(std::string(row["software"].GetString()) == "9.9", !faulty);
+    }
     EXPECT_EQ(delete_type(again, "new"), BSP_OK);
 }
 
