@@ -430,17 +430,20 @@ TEST(UpgradeRuns, ARestartInTheMiddleOfThemChangesNothing)
     const std::string file = folder.file("state");
     std::string shown, listed;
     {
-        Fleet desk(7, file);
+        Fleet desk(10, file);
+        add_type(desk, "large", *desk.kind(), "9.9", 10 * one_mib);
         desk.bind_port();
-        bind_to_onus(desk, 1, ids({7}), "new");
+        bind_to_onus(desk, 1, ids({6, 7, 8, 9}), "large");
         for (uint32_t onu_id : {2u, 6u}) // one whose run fails before the restart, and one after it
             control_line(desk, "upgrade-fault 1 " + to_text(desk.mac(onu_id)) + " on");
-        desk.simulator.advance(ms_per_second);
         upgrade_all(desk, 1);
-        pass(desk, download + to_verify + ms_per_second);
+        pass(desk, download + to_verify + to_reboot + ms_per_second);
         desk.simulator.keep_time();
-        EXPECT_EQ(desk.in_state("rebooting"), 3u);
-        EXPECT_EQ(desk.in_state("downloading"), 3u);
+        EXPECT_EQ(desk.in_state("done"), 3u);
+        EXPECT_EQ(desk.in_state("failed"), 1u);
+        EXPECT_EQ(desk.in_state("rebooting"), 1u);
+        EXPECT_EQ(desk.in_state("downloading"), 4u);
+        EXPECT_EQ(desk.in_state("queued"), 1u);
         shown = desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 1);
         listed = types(desk);
     }
@@ -450,7 +453,7 @@ TEST(UpgradeRuns, ARestartInTheMiddleOfThemChangesNothing)
     EXPECT_EQ(delete_type(again, "new"), PON_ERR_UPGRADE_TYPE_IN_USE);
     pass(again, hours);
     const rapidjson::Document rows = parse(again.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 1));
-    ASSERT_EQ(rows.Size(), 7u);
+    ASSERT_EQ(rows.Size(), 10u);
     for (const auto &row : rows.GetArray()) {
         const bool faulty = row["onu_id"].GetUint() == 2 || row["onu_id"].GetUint() == 6;
         EXPECT_STREQ(row["run"].GetString(), faulty ? "failed" : "done");
