@@ -298,7 +298,7 @@ TEST_F(DaemonTest, OnlyWhoMayDoEverythingControls)
     Daemon daemon(with({"--speed", "0", "--grant", "*=write"}));
     ASSERT_TRUE(daemon.serves());
     int exit_status;
-    EXPECT_NE(control({"step", "100"}, exit_status).find("refused"), std::string::npos);
+    EXPECT_NE(control({"step", "100"}, exit_status).find("refuse the request"), std::string::npos);
     EXPECT_EQ(exit_status, 1);
     EXPECT_NE(daemon.line().find("controlling the simulation is service-affecting"), std::string::npos);
 }

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "catalogue.h"
+#include "model/loops.h"
 #include "model/station.h"
 #include "plat.h"
 #include "rows.h"
@@ -20,7 +21,11 @@ std::string result_of(Desk &desk, const catalogue::Command &command)
     if (channel == BSP_MSG_PON) return desk.view(command.code, 1, command.call.value_or(catalogue::Call::get));
     if (command.channel->record->size == sizeof(bsp_plat_msg))
         return PlatAnswer(desk, channel, {command.code, 1, 5}).reply.result.value_or("no result");
-    if (channel == BSP_MSG_UPGRADE) return ask(desk, UpgradeRecord(command.code)).result.value_or("no result");
+    if (command.channel->record->size == sizeof(bsp_pon_msg_ext)) {
+        bsp_pon_msg_ext record{};
+        record.cmd = command.code;
+        return desk.simulator.handle({channel, &record, sizeof record}).result.value_or("no result");
+    }
     return desk.simulator.handle(message_of(channel, onu_record_of(command.code, 1, 5))).result.value_or("no result");
 }
 
@@ -76,6 +81,7 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
                    .put(layout::p2p_entry::to_port, uint16_t{1}));
     desk.simulator.advance(longest_silence);
     add_type(desk, "type", "SIMA", "S100", "2.0", 1);
+    desk.simulator.change(set_loop(desk.simulator.olt(), {1, stranger(1), 1}, true).change);
     for (const catalogue::View &view : catalogue::views())
         for (const catalogue::Command *command : view.commands) {
             const rapidjson::Document rows = parse(result_of(desk, *command));
