@@ -30,10 +30,7 @@ Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t
 // Whether detection packets come back by the loop.
 bool found_by_packets(const Olt &olt, const UniPlace &place, const LoopRecord &record)
 {
-    if (!olt.loop_detection().on || !record.looped || record.shut) return false;
-    const std::optional<uint32_t> onu_id = olt.id_at(place.pon_port, place.mac);
-    const PonPort &port = *olt.port(place.pon_port);
-    return onu_id && port.online(*port.bindings[*onu_id]);
+    return olt.loop_detection().on && record.looped && !record.shut && olt.online(*olt.port(place.pon_port), place.mac);
 }
 
 LoopRecord recovered(const Olt &olt, LoopRecord record)

@@ -120,6 +120,12 @@ std::optional<uint32_t> Olt::id_at(uint32_t pon_port, const Mac &mac) const
     return place->onu_id;
 }
 
+bool Olt::online(const PonPort &port, const Mac &mac) const
+{
+    const std::optional<uint32_t> onu_id = id_at(port.number, mac);
+    return onu_id && port.online(*port.bindings[*onu_id]);
+}
+
 bool Olt::waits(const PonPort &port, const Arrival &arrival) const
 {
     return port.ranges(arrival) && !port.refuses(arrival.mac) && !id_at(port.number, arrival.mac);

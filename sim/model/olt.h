@@ -142,6 +142,8 @@ public:
     // The ONU id that it is bound to at this port.
     std::optional<uint32_t> id_at(uint32_t pon_port, const Mac &mac) const;
 
+    // Whether the ONU is bound at the port, and online.
+    bool online(const PonPort &port, const Mac &mac) const;
     // Whether the ONU waits at the port: it is not bound there, and not on its black list.
     bool waits(const PonPort &port, const Arrival &arrival) const;
     // The ONUs that wait at a port, in order of MAC address.

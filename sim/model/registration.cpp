@@ -42,12 +42,6 @@ void arrive(const PonPort &port, const Arrival &arrival, Registration &registrat
         registration.add(arrival, false);
 }
 
-bool bound_and_online(const Olt &olt, const PonPort &port, const Mac &mac)
-{
-    const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
-    return onu_id && port.online(*port.bindings[*onu_id]);
-}
-
 } // namespace
 
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change)
@@ -58,7 +52,7 @@ void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Chang
         if (!powered || port.reach().contains(arrival) == reach.contains(arrival)) continue;
         if (reach.contains(arrival))
             arrive(port, arrival, registration, change);
-        else if (bound_and_online(olt, port, arrival.mac))
+        else if (olt.online(port, arrival.mac))
             raise(port, arrival.mac, Alarm::los, change);
     }
 }
@@ -76,7 +70,7 @@ Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
     if (on && port->reach().contains(*arrival)) {
         Registration registration(olt, *port, port->authentication, plan.change);
         arrive(*port, *arrival, registration, plan.change);
-    } else if (!on && bound_and_online(olt, *port, mac)) {
+    } else if (!on && olt.online(*port, mac)) {
         raise(*port, mac, Alarm::dying_gasp, plan.change);
         raise(*port, mac, Alarm::los, plan.change);
     }
