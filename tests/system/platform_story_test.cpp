@@ -129,4 +129,136 @@ TEST_F(PlatformStory, OfALaserThatAgesUntilItsAlarmComes)
     EXPECT_NE(alarms().of("null", "name"), name);
 }
 
+// A block that the upgrade operations take, its fields by their places in the record.
+class UpgradeBlock
+{
+public:
+    template <class Value>
+    UpgradeBlock &put(uint32_t offset, const Value &value)
+    {
+        std::memcpy(bytes + offset - start, &value, sizeof value);
+        return *this;
+    }
+    UpgradeBlock &put(uint32_t offset, const std::string &text)
+    {
+        text.copy(bytes + offset - start, text.size());
+        return *this;
+    }
+    const void *block() const { return bytes; }
+
+private:
+    static constexpr uint32_t start = offsetof(bsp_pon_msg_ext, ext_payload);
+    char bytes[400] = {};
+};
+
+// What is known of the port's ONUs for upgrades.
+View upgrades()
+{
+    bsp_pon_msg record{};
+    record.pon_port = port;
+    return View([&record](db_handle **db) { return bsp_pon_get_upgrade_base_info_web(db, &record); });
+}
+
+// A type that fits the ONU, bound to it alone.
+void bind_type(const std::string &mac, uint32_t onu_id, const std::string &name)
+{
+    namespace type = layout::upgrade_type;
+    const View known = upgrades();
+    UpgradeBlock added;
+    added.put(type::name, name).put(type::vendor, known.of(mac, "vendor")).put(type::model, known.of(mac, "model"));
+    added.put(type::version, std::string("9.9.9")).put(type::size, 6000000u);
+    ASSERT_EQ(bsp_pon_set_onu_upgrade_type_add(added.block()), BSP_OK);
+
+    namespace bind = layout::upgrade_bind_onus;
+    onu_id_set ids{};
+    ids.words[onu_id / 32] = 1u << onu_id % 32;
+    const UpgradeBlock bound = UpgradeBlock().put(bind::pon_port, port).put(bind::name, name).put(bind::onu_set, ids);
+    ASSERT_EQ(bsp_pon_onu_upgrade_type_bind_some(bound.block()), BSP_OK);
+}
+
+TEST_F(PlatformStory, OfAnUpgradeInWhichAnOnuLosesPower)
+{
+    bind_type(mac[0], 1, "first");
+    bind_type(mac[1], 2, "second");
+    const std::string old_version = upgrades().of(mac[1], "software");
+    const UpgradeBlock run = UpgradeBlock().put(layout::upgrade_port::pon_port, port);
+    ASSERT_EQ(bsp_pon_onu_upgrade_ponport(run.block()), BSP_OK);
+
+    // Both are downloading when the second loses power.
+    control("step 10");
+    EXPECT_EQ(upgrades().of(mac[0], "run"), "downloading");
+    EXPECT_EQ(upgrades().of(mac[1], "run"), "downloading");
+    EXPECT_NE(upgrades().of(mac[0], "progress"), "0");
+    control("power 3 " + mac[1] + " off");
+    EXPECT_EQ(onus().of(mac[1], "state"), "offline");
+
+    // A restart of the service in the middle stops neither time nor runs.
+    simulator.kill();
+    simulator.start();
+    control("step 600");
+    const View after = upgrades();
+    EXPECT_EQ(after.of(mac[0], "run"), "done");
+    EXPECT_EQ(after.of(mac[0], "software"), "9.9.9");
+    EXPECT_EQ(after.of(mac[1], "run"), "failed");
+    EXPECT_EQ(after.of(mac[1], "reason"), "offline");
+    EXPECT_EQ(after.of(mac[1], "software"), old_version);
+    EXPECT_EQ(onus().of(mac[0], "state"), "online");
+
+    // With power again it is upgraded at the second go.
+    control("power 3 " + mac[1] + " on");
+    EXPECT_EQ(onus().of(mac[1], "state"), "online");
+    const UpgradeBlock again =
+        UpgradeBlock().put(layout::upgrade_onu::pon_port, port).put(layout::upgrade_onu::onu_id, 2u);
+    ASSERT_EQ(bsp_pon_onu_upgrade_one(again.block()), BSP_OK);
+    control("step 600");
+    EXPECT_EQ(upgrades().of(mac[1], "software"), "9.9.9");
+}
+
+View loops()
+{
+    return View([](db_handle **db) { return bsp_pon_get_loop_detect_info(db); });
+}
+
+// Whether the first UNI port of the port's ONU 1 has a link.
+std::string link_of_uni_1()
+{
+    const View unis([](db_handle **db) { return bsp_pon_onu_get_portcfg_info(db, port, 1); });
+    return unis.text(0, "link");
+}
+
+TEST_F(PlatformStory, OfALoopThatShutsAPortAndIsRecovered)
+{
+    ASSERT_EQ(bsp_pon_loop_detect_pkt_send_interval(5), BSP_OK);
+    ASSERT_EQ(bsp_pon_loop_detect_recover_time(60), BSP_OK);
+    ASSERT_EQ(bsp_pon_loop_detect_recover_mode(0), BSP_OK);
+    ASSERT_EQ(bsp_pon_loop_detect_status(1), BSP_OK);
+
+    // Somebody plugs both ends of a cable in. An interval later the port is shut.
+    control("loop 3 " + mac[0] + " 1 on");
+    control("step 4");
+    EXPECT_EQ(loops().of(mac[0], "state"), "looped");
+    control("step 1");
+    EXPECT_EQ(loops().of(mac[0], "state"), "shut");
+    EXPECT_EQ(link_of_uni_1(), "down");
+
+    // It recovers by itself, and is shut again, for the cable is still there.
+    control("step 66");
+    EXPECT_EQ(loops().of(mac[0], "state"), "shut");
+    EXPECT_EQ(loops().of(mac[0], "detected"), "2");
+
+    // The cable is unplugged, and the operator does not want to wait.
+    control("loop 3 " + mac[0] + " 1 off");
+    ASSERT_EQ(bsp_pon_loop_detect_recover_manual(), BSP_OK);
+    EXPECT_EQ(loops().of(mac[0], "state"), "recovered");
+
+    uint32_t config[20];
+    ASSERT_EQ(bsp_pon_get_loop_detect_config(config), BSP_OK);
+    const auto setting = [&config](uint32_t offset) {
+        return config[(offset - offsetof(bsp_pon_msg_ext, ext_payload)) / sizeof(uint32_t)];
+    };
+    EXPECT_EQ(setting(layout::loop_config::detected), 2u);
+    EXPECT_EQ(setting(layout::loop_config::recovered), 2u);
+    EXPECT_EQ(setting(layout::loop_config::shut), 0u);
+}
+
 } // namespace
