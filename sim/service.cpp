@@ -76,6 +76,12 @@ void Service::stop()
     control.reset();
 }
 
+void Service::tell()
+{
+    for (const std::string &line : simulator.take_log())
+        userlog_debug("ponsim", __LINE__, "%s\n", line.c_str());
+}
+
 void Service::handle(void *context, const board_request *request, board_answer *answer)
 {
     Service &self = *static_cast<Service *>(context);
@@ -84,6 +90,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
         self.simulator.advance(self.clock.now());
         const Message message = message_of(*request);
         answer_with(self.simulator.handle(message), message, answer);
+        self.tell();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
@@ -99,6 +106,7 @@ void Service::handle_control(void *context, const board_request *request, board_
         const std::lock_guard lock(self.turn);
         self.simulator.advance(self.clock.now());
         said = ponsim::control(self.simulator, self.clock, {static_cast<const char *>(request->data), request->length});
+        self.tell();
     } catch (const std::exception &error) {
         said = error.what();
         board_answer_status(answer, 1);

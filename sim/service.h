@@ -31,6 +31,8 @@ private:
         void operator()(board_service *service) const { board_service_stop(service); }
     };
 
+    void tell(); // the log what happened
+
     static void handle(void *context, const board_request *request, board_answer *answer);
     static void handle_control(void *context, const board_request *request, board_answer *answer);
     static const char *authorize_control(void *context, const board_request *request);

@@ -59,8 +59,15 @@ Simulator::Simulator(Store &store, const WantedSettings &wanted)
 void Simulator::change(Change change)
 {
     change.now = model.now();
+    model.add_traffic(change);
     kept.write(change);
     model.apply(change);
+    note(change);
+}
+
+void Simulator::note(const Change &change)
+{
+    log.insert(log.end(), change.log.begin(), change.log.end());
 }
 
 void Simulator::keep_time()
@@ -87,7 +94,9 @@ Reply Simulator::handle(const Message &message)
     if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
 
     Outcome outcome = handler->handle(model, {message.data});
-    if (!outcome.change.empty()) {
+    if (outcome.change.empty()) {
+        note(outcome.change);
+    } else {
         try {
             change(std::move(outcome.change));
         } catch (const StoreError &error) {

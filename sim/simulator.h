@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "handlers/handler.h"
 #include "model/olt.h"
@@ -66,10 +68,16 @@ public:
     // Answers every message. What it changes is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
 
+    // Lines for the service's log, of what happened since it was asked last.
+    std::vector<std::string> take_log() { return std::exchange(log, {}); }
+
 private:
+    void note(const Change &change);
+
     Store &kept;
     Settings olt_settings;
     Olt model;
+    std::vector<std::string> log;
 };
 
 } // namespace ponsim

@@ -39,6 +39,8 @@ inline constexpr uint32_t PON_ERR_NOTHING_TO_UPGRADE = 4065; // none of the ONUs
 inline constexpr uint32_t PON_ERR_NO_FILE = 4066; // the service cannot read the file; its log says why
 inline constexpr uint32_t PON_ERR_NOT_ARRIVED = 4020; // no ONU with this MAC address has arrived at the port
 inline constexpr uint32_t PON_ERR_NO_UNI = 4021; // the ONU has no such UNI port
+inline constexpr uint32_t PON_ERR_TOO_LARGE = 4040; // the table is longer than a result can be; ask for less of it, one PON port for example
+inline constexpr uint32_t PON_ERR_NO_INTERFACE = 4041; // the board has no such GE port (1 to 4), XAUI interface (1 and 2) or management port (1)
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -71,6 +73,175 @@ namespace layout::opt_range
 inline constexpr uint32_t min_distance = 432; // u32: nearest ONU that is ranged, at most max_distance
 inline constexpr uint32_t max_distance = 436; // u32: farthest ONU that is ranged, at most 20000
 } // namespace layout::opt_range
+
+namespace layout::port_stats
+{
+inline constexpr uint32_t in_octets = 124; // u64: received, of frames without errors (ifHCInOctets)
+inline constexpr uint32_t in_unicast = 132; // u64: received without errors, to one station (ifHCInUcastPkts)
+inline constexpr uint32_t in_multicast = 140; // u64: received without errors, to groups (ifHCInMulticastPkts, aMulticastFramesReceivedOK)
+inline constexpr uint32_t in_broadcast = 148; // u64: received without errors, to all (ifHCInBroadcastPkts, aBroadcastFramesReceivedOK)
+inline constexpr uint32_t in_fcs_errors = 156; // u64: dropped for a wrong frame check sequence (aFrameCheckSequenceErrors)
+inline constexpr uint32_t in_code_errors = 164; // u64: dropped for a wrong CRC-8 in the preamble, of a PON port (aOMPEmulationCRC8Errors), or for a wrong symbol, of a GE port (aSymbolErrorDuringCarrier)
+inline constexpr uint32_t in_discards = 172; // u64: received without errors, and dropped by policing (ifInDiscards)
+inline constexpr uint32_t in_discard_octets = 180; // u64: of in_discards
+inline constexpr uint32_t out_octets = 188; // u64: sent (ifHCOutOctets)
+inline constexpr uint32_t out_unicast = 196; // u64: sent to one station (ifHCOutUcastPkts)
+inline constexpr uint32_t out_multicast = 204; // u64: sent to groups (ifHCOutMulticastPkts, aMulticastFramesXmittedOK)
+inline constexpr uint32_t out_broadcast = 212; // u64: sent to all (ifHCOutBroadcastPkts, aBroadcastFramesXmittedOK)
+inline constexpr uint32_t out_discards = 220; // u64: not sent, for want of room or of a link (ifOutDiscards)
+inline constexpr uint32_t out_discard_octets = 228; // u64: of out_discards
+inline constexpr uint32_t frames_64 = 236; // u64: received without errors or sent, of 64 octets (etherStatsPkts64Octets)
+inline constexpr uint32_t frames_65_127 = 244; // u64: of 65 to 127 octets (etherStatsPkts65to127Octets)
+inline constexpr uint32_t frames_128_255 = 252; // u64: of 128 to 255 octets (etherStatsPkts128to255Octets)
+inline constexpr uint32_t frames_256_511 = 260; // u64: of 256 to 511 octets (etherStatsPkts256to511Octets)
+inline constexpr uint32_t frames_512_1023 = 268; // u64: of 512 to 1023 octets (etherStatsPkts512to1023Octets)
+inline constexpr uint32_t frames_1024_1518 = 276; // u64: of 1024 to 1518 octets (etherStatsPkts1024to1518Octets)
+} // namespace layout::port_stats
+
+namespace layout::ge_phy
+{
+inline constexpr uint32_t control = 124; // u16: register 0: bit 14 loopback, 13 and 6 speed (01: 1000 Mbit/s), 12 auto-negotiation, 11 power down, 10 isolate, 8 full duplex
+inline constexpr uint32_t status = 126; // u16: register 1: bit 8 extended status, 6 preamble suppression, 5 auto-negotiation complete, 3 able to auto-negotiate, 2 link up, 0 extended registers
+inline constexpr uint32_t phy_id_high = 128; // u16: register 2: the PHY's identifier, bits 3 to 18 of its OUI
+inline constexpr uint32_t phy_id_low = 130; // u16: register 3: bits 19 to 24 of the OUI, model, revision
+inline constexpr uint32_t advertised = 132; // u16: register 4: bit 5 full duplex, 6 half duplex, 7 pause, 8 asymmetric pause
+inline constexpr uint32_t partner = 134; // u16: register 5: what the other end advertises, in the same bits, 14 acknowledged; 0 until auto-negotiation is complete
+inline constexpr uint32_t expansion = 136; // u16: register 6: bit 1 page received, 2 able to exchange next pages
+inline constexpr uint32_t next_page = 138; // u16: register 7: next page to send; bit 13 message page
+inline constexpr uint32_t partner_page = 140; // u16: register 8: next page of the other end
+inline constexpr uint32_t extended_status = 142; // u16: register 15: bit 15 1000BASE-X full duplex, 14 1000BASE-X half duplex
+} // namespace layout::ge_phy
+
+namespace layout::ge_phy_control
+{
+inline constexpr uint32_t control = 124; // u8: the upper byte of the control register: bit 7 reset (to auto-negotiation and full duplex, whatever the others), 6 loopback, 5 is refused (100 Mbit/s), 4 auto-negotiation, 3 power down, 2 isolate, 1 restart auto-negotiation (done at once), 0 full duplex
+} // namespace layout::ge_phy_control
+
+namespace layout::behavior_view
+{
+inline constexpr uint32_t selector = 120; // u32: 0 the PON port, 1 the GE port (1 to 4)
+} // namespace layout::behavior_view
+
+namespace layout::ingress
+{
+inline constexpr uint32_t vlan_mode = 124; // u8: 0: tags pass unchanged
+inline constexpr uint32_t acceptable = 125; // u8: frames that are let in: 0 all, 1 tagged only, 2 untagged only
+inline constexpr uint32_t vlan_filter = 126; // u8: 1 where frames of VLANs that the port is no member of are dropped
+inline constexpr uint32_t default_priority = 127; // u8: 802.1p priority of untagged frames
+inline constexpr uint32_t pvid = 128; // u16: VLAN of untagged frames
+inline constexpr uint32_t tpid = 130; // u16: type that a tag is known by
+inline constexpr uint32_t max_frame = 132; // u16: longest frame that is let in
+inline constexpr uint32_t trust = 134; // u8: what the queue follows from: 0 the port, 1 the 802.1p priority, 2 the DSCP
+inline constexpr uint32_t learning = 135; // u8: 1 where source addresses are learnt
+inline constexpr uint32_t committed_rate = 136; // u32: rate limit of policing
+inline constexpr uint32_t committed_burst = 140; // u32: how much may come at once beyond it
+inline constexpr uint32_t peak_rate = 144; // u32: rate beyond which all is dropped
+inline constexpr uint32_t peak_burst = 148; // u32: how much may come at once beyond that
+inline constexpr uint32_t broadcast_limit = 152; // u32: storm control of broadcast frames
+inline constexpr uint32_t multicast_limit = 156; // u32: storm control of multicast frames
+inline constexpr uint32_t unknown_limit = 160; // u32: storm control of unicast frames to unknown addresses
+inline constexpr uint32_t policed_share = 164; // u32: of the frames received without errors, those that policing drops
+inline constexpr uint32_t queue_of = 168; // bytes: queue of the 802.1p priorities 0 to 7
+inline constexpr uint32_t queues = 176; // u8: number of queues
+inline constexpr uint32_t policing = 177; // u8: 1 where policing is on
+} // namespace layout::ingress
+
+namespace layout::egress
+{
+inline constexpr uint32_t tagging = 124; // u8: 0: frames leave as they are
+inline constexpr uint32_t scheduler = 125; // u8: 0 strict priority, 1 weighted round robin
+inline constexpr uint32_t discard_share = 126; // u16: of the frames to be sent, those that find no room in their queue
+inline constexpr uint32_t shaping_rate = 128; // u32: rate limit
+} // namespace layout::egress
+
+namespace layout::pon_mac
+{
+inline constexpr uint32_t registered = 124; // u32: bound ONUs that are online
+inline constexpr uint32_t discovery_interval = 128; // u32: from one discovery window to the next
+inline constexpr uint32_t discovery_window = 132; // u32: its length
+inline constexpr uint32_t report_timeout = 136; // u32: without a REPORT, after which an ONU is deregistered
+inline constexpr uint32_t gate_timeout = 140; // u32: without a GATE, after which an ONU sends no more
+inline constexpr uint32_t grant_length = 144; // u32: grant of an ONU with full queues
+inline constexpr uint32_t grant_cycle = 148; // u32: from one grant of an ONU to the next
+inline constexpr uint32_t sync_time = 152; // u16: that the receiver needs at a grant's start
+inline constexpr uint32_t laser_on = 154; // u16: that an ONU's laser needs to come on
+inline constexpr uint32_t laser_off = 156; // u16: that it needs to go off
+inline constexpr uint32_t fec = 158; // u8: 1 with forward error correction
+inline constexpr uint32_t uplink = 159; // u8: GE port that the traffic goes through
+} // namespace layout::pon_mac
+
+namespace layout::mpcp
+{
+inline constexpr uint32_t discovery_interval = 124; // u32: 1: from one discovery window to the next, 100 to 10000; at first 1000
+inline constexpr uint32_t discovery_window = 128; // u32: 1: its length, 12500 (the round trip of 20 km) to 65535; at first 16384
+inline constexpr uint32_t report_timeout = 132; // u32: 2: without a REPORT, after which an ONU is deregistered, 50 to 10000; at first 1000
+inline constexpr uint32_t gate_timeout = 136; // u32: 2: without a GATE, after which an ONU sends no more, 10 to 1000; at first 50
+inline constexpr uint32_t grant_length = 140; // u32: 3: grant of an ONU with full queues, 64 to 65535; at first 2048
+inline constexpr uint32_t grant_cycle = 144; // u32: 3: from one grant of an ONU to the next, 250 to 10000; at first 1000
+inline constexpr uint32_t sync_time = 148; // u32: 3: that the receiver needs at a grant's start, from 1, less than grant_length; at first 64
+inline constexpr uint32_t fec = 152; // u32: 3: 1 with forward error correction, else 0; at first 0
+} // namespace layout::mpcp
+
+namespace layout::ge_mac
+{
+inline constexpr uint32_t mac = 124; // mac: its address
+inline constexpr uint32_t max_frame = 130; // u16: longest frame
+inline constexpr uint32_t speed = 132; // u16: 0 while the link is down
+inline constexpr uint32_t full_duplex = 134; // u8: 1 while the link is up: it is full duplex
+inline constexpr uint32_t link = 135; // u8: 1 while the link is up
+inline constexpr uint32_t tx_enabled = 136; // u8: 1 where it may send
+inline constexpr uint32_t rx_enabled = 137; // u8: 1 where it may receive
+inline constexpr uint32_t pause_tx = 138; // u8: 1 where it may send PAUSE
+inline constexpr uint32_t pause_rx = 139; // u8: 1 where it obeys PAUSE
+inline constexpr uint32_t pause_quanta = 140; // u16: what it asks for in a PAUSE, in 512 bit times
+inline constexpr uint32_t inter_frame_gap = 142; // u16: between frames that it sends
+inline constexpr uint32_t loopback = 144; // u8: 1 while the PHY is in loopback
+inline constexpr uint32_t promiscuous = 145; // u8: 1: it takes frames to any address
+} // namespace layout::ge_mac
+
+namespace layout::xaui_mac
+{
+inline constexpr uint32_t mac = 124; // mac: its address
+inline constexpr uint32_t max_frame = 130; // u16: longest frame
+inline constexpr uint32_t speed = 132; // u32: always 10000
+inline constexpr uint32_t full_duplex = 136; // u8: always 1
+inline constexpr uint32_t link = 137; // u8: 1 while its lanes are aligned
+inline constexpr uint32_t pause_tx = 138; // u8: 1 where it may send PAUSE
+inline constexpr uint32_t pause_rx = 139; // u8: 1 where it obeys PAUSE
+inline constexpr uint32_t local_fault = 140; // u8: 1 while it sees no signal
+inline constexpr uint32_t remote_fault = 141; // u8: 1 while the other end sees none
+inline constexpr uint32_t pause_quanta = 142; // u16: what it asks for in a PAUSE, in 512 bit times
+inline constexpr uint32_t in_load = 144; // u32: offered by the network for the ONUs, now
+inline constexpr uint32_t out_load = 148; // u32: offered by the ONUs for the network, now
+} // namespace layout::xaui_mac
+
+namespace layout::xaui_phy
+{
+inline constexpr uint32_t control = 124; // u16: register 0: bits 13 and 6 speed (11: 10 Gbit/s), 14 loopback, 11 low power
+inline constexpr uint32_t status = 126; // u16: register 1: bit 2 link up, 1 able to save power, 7 fault
+inline constexpr uint32_t speed = 128; // u16: register 4: bit 0 able to do 10 Gbit/s
+inline constexpr uint32_t status_2 = 130; // u16: register 8: bits 15 and 14 present (10), 11 transmit fault, 10 receive fault
+inline constexpr uint32_t lane_status = 132; // u16: register 24: bit 12 lanes aligned, 11 able to send test patterns, 3 to 0 lanes synchronised
+inline constexpr uint32_t test = 134; // u16: register 25: bit 2 test pattern on, 1 and 0 which
+} // namespace layout::xaui_phy
+
+namespace layout::mgmt_cfg
+{
+inline constexpr uint32_t enabled = 124; // u8: 1 where it is enabled
+inline constexpr uint32_t full_duplex = 125; // u8: 1 with full duplex
+inline constexpr uint32_t speed = 126; // u16: its speed
+} // namespace layout::mgmt_cfg
+
+namespace layout::fdb_dump
+{
+inline constexpr uint32_t selector = 120; // u32: 0 all entries, 1 dynamic ones, 2 static ones
+} // namespace layout::fdb_dump
+
+namespace layout::debug_switch
+{
+inline constexpr uint32_t on = 116; // u32: 1 on, 0 off
+inline constexpr uint32_t pon_port = 120; // u32: PON port, 0 for all
+} // namespace layout::debug_switch
 
 namespace layout::vlan_view
 {

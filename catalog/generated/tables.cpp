@@ -229,6 +229,8 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NO_FILE", 4066, false, "the service cannot read the file; its log says why"},
     {"PON_ERR_NOT_ARRIVED", 4020, false, "no ONU with this MAC address has arrived at the port"},
     {"PON_ERR_NO_UNI", 4021, false, "the ONU has no such UNI port"},
+    {"PON_ERR_TOO_LARGE", 4040, false, "the table is longer than a result can be; ask for less of it, one PON port for example"},
+    {"PON_ERR_NO_INTERFACE", 4041, false, "the board has no such GE port (1 to 4), XAUI interface (1 and 2) or management port (1)"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -264,6 +266,189 @@ constexpr const Command *opt_range_commands[] = {&all_commands[33]};
 constexpr Field opt_range_fields[] = {
     {"min_distance", FieldType::u32, 432, 4, "m", 1, "nearest ONU that is ranged, at most max_distance"},
     {"max_distance", FieldType::u32, 436, 4, "m", 1, "farthest ONU that is ranged, at most 20000"},
+};
+
+constexpr const Command *port_stats_commands[] = {&all_commands[35], &all_commands[36]};
+
+constexpr Field port_stats_fields[] = {
+    {"in_octets", FieldType::u64, 124, 8, "octets", 1, "received, of frames without errors (ifHCInOctets)"},
+    {"in_unicast", FieldType::u64, 132, 8, "frames", 1, "received without errors, to one station (ifHCInUcastPkts)"},
+    {"in_multicast", FieldType::u64, 140, 8, "frames", 1, "received without errors, to groups (ifHCInMulticastPkts, aMulticastFramesReceivedOK)"},
+    {"in_broadcast", FieldType::u64, 148, 8, "frames", 1, "received without errors, to all (ifHCInBroadcastPkts, aBroadcastFramesReceivedOK)"},
+    {"in_fcs_errors", FieldType::u64, 156, 8, "frames", 1, "dropped for a wrong frame check sequence (aFrameCheckSequenceErrors)"},
+    {"in_code_errors", FieldType::u64, 164, 8, "frames", 1, "dropped for a wrong CRC-8 in the preamble, of a PON port (aOMPEmulationCRC8Errors), or for a wrong symbol, of a GE port (aSymbolErrorDuringCarrier)"},
+    {"in_discards", FieldType::u64, 172, 8, "frames", 1, "received without errors, and dropped by policing (ifInDiscards)"},
+    {"in_discard_octets", FieldType::u64, 180, 8, "octets", 1, "of in_discards"},
+    {"out_octets", FieldType::u64, 188, 8, "octets", 1, "sent (ifHCOutOctets)"},
+    {"out_unicast", FieldType::u64, 196, 8, "frames", 1, "sent to one station (ifHCOutUcastPkts)"},
+    {"out_multicast", FieldType::u64, 204, 8, "frames", 1, "sent to groups (ifHCOutMulticastPkts, aMulticastFramesXmittedOK)"},
+    {"out_broadcast", FieldType::u64, 212, 8, "frames", 1, "sent to all (ifHCOutBroadcastPkts, aBroadcastFramesXmittedOK)"},
+    {"out_discards", FieldType::u64, 220, 8, "frames", 1, "not sent, for want of room or of a link (ifOutDiscards)"},
+    {"out_discard_octets", FieldType::u64, 228, 8, "octets", 1, "of out_discards"},
+    {"frames_64", FieldType::u64, 236, 8, "frames", 1, "received without errors or sent, of 64 octets (etherStatsPkts64Octets)"},
+    {"frames_65_127", FieldType::u64, 244, 8, "frames", 1, "of 65 to 127 octets (etherStatsPkts65to127Octets)"},
+    {"frames_128_255", FieldType::u64, 252, 8, "frames", 1, "of 128 to 255 octets (etherStatsPkts128to255Octets)"},
+    {"frames_256_511", FieldType::u64, 260, 8, "frames", 1, "of 256 to 511 octets (etherStatsPkts256to511Octets)"},
+    {"frames_512_1023", FieldType::u64, 268, 8, "frames", 1, "of 512 to 1023 octets (etherStatsPkts512to1023Octets)"},
+    {"frames_1024_1518", FieldType::u64, 276, 8, "frames", 1, "of 1024 to 1518 octets (etherStatsPkts1024to1518Octets)"},
+};
+
+constexpr const Command *ge_phy_commands[] = {&all_commands[37]};
+
+constexpr Field ge_phy_fields[] = {
+    {"control", FieldType::u16, 124, 2, "", 1, "register 0: bit 14 loopback, 13 and 6 speed (01: 1000 Mbit/s), 12 auto-negotiation, 11 power down, 10 isolate, 8 full duplex"},
+    {"status", FieldType::u16, 126, 2, "", 1, "register 1: bit 8 extended status, 6 preamble suppression, 5 auto-negotiation complete, 3 able to auto-negotiate, 2 link up, 0 extended registers"},
+    {"phy_id_high", FieldType::u16, 128, 2, "", 1, "register 2: the PHY's identifier, bits 3 to 18 of its OUI"},
+    {"phy_id_low", FieldType::u16, 130, 2, "", 1, "register 3: bits 19 to 24 of the OUI, model, revision"},
+    {"advertised", FieldType::u16, 132, 2, "", 1, "register 4: bit 5 full duplex, 6 half duplex, 7 pause, 8 asymmetric pause"},
+    {"partner", FieldType::u16, 134, 2, "", 1, "register 5: what the other end advertises, in the same bits, 14 acknowledged; 0 until auto-negotiation is complete"},
+    {"expansion", FieldType::u16, 136, 2, "", 1, "register 6: bit 1 page received, 2 able to exchange next pages"},
+    {"next_page", FieldType::u16, 138, 2, "", 1, "register 7: next page to send; bit 13 message page"},
+    {"partner_page", FieldType::u16, 140, 2, "", 1, "register 8: next page of the other end"},
+    {"extended_status", FieldType::u16, 142, 2, "", 1, "register 15: bit 15 1000BASE-X full duplex, 14 1000BASE-X half duplex"},
+};
+
+constexpr const Command *ge_phy_control_commands[] = {&all_commands[38]};
+
+constexpr Field ge_phy_control_fields[] = {
+    {"control", FieldType::u8, 124, 1, "", 1, "the upper byte of the control register: bit 7 reset (to auto-negotiation and full duplex, whatever the others), 6 loopback, 5 is refused (100 Mbit/s), 4 auto-negotiation, 3 power down, 2 isolate, 1 restart auto-negotiation (done at once), 0 full duplex"},
+};
+
+constexpr const Command *behavior_view_commands[] = {&all_commands[39], &all_commands[40]};
+
+constexpr Field behavior_view_fields[] = {
+    {"selector", FieldType::u32, 120, 4, "", 1, "0 the PON port, 1 the GE port (1 to 4)"},
+};
+
+constexpr const Command *ingress_commands[] = {&all_commands[39]};
+
+constexpr Field ingress_fields[] = {
+    {"vlan_mode", FieldType::u8, 124, 1, "", 1, "0: tags pass unchanged"},
+    {"acceptable", FieldType::u8, 125, 1, "", 1, "frames that are let in: 0 all, 1 tagged only, 2 untagged only"},
+    {"vlan_filter", FieldType::u8, 126, 1, "", 1, "1 where frames of VLANs that the port is no member of are dropped"},
+    {"default_priority", FieldType::u8, 127, 1, "", 1, "802.1p priority of untagged frames"},
+    {"pvid", FieldType::u16, 128, 2, "", 1, "VLAN of untagged frames"},
+    {"tpid", FieldType::u16, 130, 2, "", 1, "type that a tag is known by"},
+    {"max_frame", FieldType::u16, 132, 2, "octets", 1, "longest frame that is let in"},
+    {"trust", FieldType::u8, 134, 1, "", 1, "what the queue follows from: 0 the port, 1 the 802.1p priority, 2 the DSCP"},
+    {"learning", FieldType::u8, 135, 1, "", 1, "1 where source addresses are learnt"},
+    {"committed_rate", FieldType::u32, 136, 4, "kbit/s", 1, "rate limit of policing"},
+    {"committed_burst", FieldType::u32, 140, 4, "octets", 1, "how much may come at once beyond it"},
+    {"peak_rate", FieldType::u32, 144, 4, "kbit/s", 1, "rate beyond which all is dropped"},
+    {"peak_burst", FieldType::u32, 148, 4, "octets", 1, "how much may come at once beyond that"},
+    {"broadcast_limit", FieldType::u32, 152, 4, "frames/s", 1, "storm control of broadcast frames"},
+    {"multicast_limit", FieldType::u32, 156, 4, "frames/s", 1, "storm control of multicast frames"},
+    {"unknown_limit", FieldType::u32, 160, 4, "frames/s", 1, "storm control of unicast frames to unknown addresses"},
+    {"policed_share", FieldType::u32, 164, 4, "ppm", 1, "of the frames received without errors, those that policing drops"},
+    {"queue_of", FieldType::bytes, 168, 8, "", 1, "queue of the 802.1p priorities 0 to 7"},
+    {"queues", FieldType::u8, 176, 1, "", 1, "number of queues"},
+    {"policing", FieldType::u8, 177, 1, "", 1, "1 where policing is on"},
+};
+
+constexpr const Command *egress_commands[] = {&all_commands[40]};
+
+constexpr Field egress_fields[] = {
+    {"tagging", FieldType::u8, 124, 1, "", 1, "0: frames leave as they are"},
+    {"scheduler", FieldType::u8, 125, 1, "", 1, "0 strict priority, 1 weighted round robin"},
+    {"discard_share", FieldType::u16, 126, 2, "ppm", 1, "of the frames to be sent, those that find no room in their queue"},
+    {"shaping_rate", FieldType::u32, 128, 4, "kbit/s", 1, "rate limit"},
+};
+
+constexpr const Command *pon_mac_commands[] = {&all_commands[41]};
+
+constexpr Field pon_mac_fields[] = {
+    {"registered", FieldType::u32, 124, 4, "", 1, "bound ONUs that are online"},
+    {"discovery_interval", FieldType::u32, 128, 4, "ms", 1, "from one discovery window to the next"},
+    {"discovery_window", FieldType::u32, 132, 4, "TQ", 1, "its length"},
+    {"report_timeout", FieldType::u32, 136, 4, "ms", 1, "without a REPORT, after which an ONU is deregistered"},
+    {"gate_timeout", FieldType::u32, 140, 4, "ms", 1, "without a GATE, after which an ONU sends no more"},
+    {"grant_length", FieldType::u32, 144, 4, "TQ", 1, "grant of an ONU with full queues"},
+    {"grant_cycle", FieldType::u32, 148, 4, "us", 1, "from one grant of an ONU to the next"},
+    {"sync_time", FieldType::u16, 152, 2, "TQ", 1, "that the receiver needs at a grant's start"},
+    {"laser_on", FieldType::u16, 154, 2, "TQ", 1, "that an ONU's laser needs to come on"},
+    {"laser_off", FieldType::u16, 156, 2, "TQ", 1, "that it needs to go off"},
+    {"fec", FieldType::u8, 158, 1, "", 1, "1 with forward error correction"},
+    {"uplink", FieldType::u8, 159, 1, "", 1, "GE port that the traffic goes through"},
+};
+
+constexpr const Command *mpcp_commands[] = {&all_commands[56]};
+
+constexpr Field mpcp_fields[] = {
+    {"discovery_interval", FieldType::u32, 124, 4, "ms", 1, "1: from one discovery window to the next, 100 to 10000; at first 1000"},
+    {"discovery_window", FieldType::u32, 128, 4, "TQ", 1, "1: its length, 12500 (the round trip of 20 km) to 65535; at first 16384"},
+    {"report_timeout", FieldType::u32, 132, 4, "ms", 1, "2: without a REPORT, after which an ONU is deregistered, 50 to 10000; at first 1000"},
+    {"gate_timeout", FieldType::u32, 136, 4, "ms", 1, "2: without a GATE, after which an ONU sends no more, 10 to 1000; at first 50"},
+    {"grant_length", FieldType::u32, 140, 4, "TQ", 1, "3: grant of an ONU with full queues, 64 to 65535; at first 2048"},
+    {"grant_cycle", FieldType::u32, 144, 4, "us", 1, "3: from one grant of an ONU to the next, 250 to 10000; at first 1000"},
+    {"sync_time", FieldType::u32, 148, 4, "TQ", 1, "3: that the receiver needs at a grant's start, from 1, less than grant_length; at first 64"},
+    {"fec", FieldType::u32, 152, 4, "", 1, "3: 1 with forward error correction, else 0; at first 0"},
+};
+
+constexpr const Command *ge_mac_commands[] = {&all_commands[44]};
+
+constexpr Field ge_mac_fields[] = {
+    {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
+    {"max_frame", FieldType::u16, 130, 2, "octets", 1, "longest frame"},
+    {"speed", FieldType::u16, 132, 2, "Mbit/s", 1, "0 while the link is down"},
+    {"full_duplex", FieldType::u8, 134, 1, "", 1, "1 while the link is up: it is full duplex"},
+    {"link", FieldType::u8, 135, 1, "", 1, "1 while the link is up"},
+    {"tx_enabled", FieldType::u8, 136, 1, "", 1, "1 where it may send"},
+    {"rx_enabled", FieldType::u8, 137, 1, "", 1, "1 where it may receive"},
+    {"pause_tx", FieldType::u8, 138, 1, "", 1, "1 where it may send PAUSE"},
+    {"pause_rx", FieldType::u8, 139, 1, "", 1, "1 where it obeys PAUSE"},
+    {"pause_quanta", FieldType::u16, 140, 2, "", 1, "what it asks for in a PAUSE, in 512 bit times"},
+    {"inter_frame_gap", FieldType::u16, 142, 2, "bit times", 1, "between frames that it sends"},
+    {"loopback", FieldType::u8, 144, 1, "", 1, "1 while the PHY is in loopback"},
+    {"promiscuous", FieldType::u8, 145, 1, "", 1, "1: it takes frames to any address"},
+};
+
+constexpr const Command *xaui_mac_commands[] = {&all_commands[45]};
+
+constexpr Field xaui_mac_fields[] = {
+    {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
+    {"max_frame", FieldType::u16, 130, 2, "octets", 1, "longest frame"},
+    {"speed", FieldType::u32, 132, 4, "Mbit/s", 1, "always 10000"},
+    {"full_duplex", FieldType::u8, 136, 1, "", 1, "always 1"},
+    {"link", FieldType::u8, 137, 1, "", 1, "1 while its lanes are aligned"},
+    {"pause_tx", FieldType::u8, 138, 1, "", 1, "1 where it may send PAUSE"},
+    {"pause_rx", FieldType::u8, 139, 1, "", 1, "1 where it obeys PAUSE"},
+    {"local_fault", FieldType::u8, 140, 1, "", 1, "1 while it sees no signal"},
+    {"remote_fault", FieldType::u8, 141, 1, "", 1, "1 while the other end sees none"},
+    {"pause_quanta", FieldType::u16, 142, 2, "", 1, "what it asks for in a PAUSE, in 512 bit times"},
+    {"in_load", FieldType::u32, 144, 4, "kbit/s", 1, "offered by the network for the ONUs, now"},
+    {"out_load", FieldType::u32, 148, 4, "kbit/s", 1, "offered by the ONUs for the network, now"},
+};
+
+constexpr const Command *xaui_phy_commands[] = {&all_commands[46]};
+
+constexpr Field xaui_phy_fields[] = {
+    {"control", FieldType::u16, 124, 2, "", 1, "register 0: bits 13 and 6 speed (11: 10 Gbit/s), 14 loopback, 11 low power"},
+    {"status", FieldType::u16, 126, 2, "", 1, "register 1: bit 2 link up, 1 able to save power, 7 fault"},
+    {"speed", FieldType::u16, 128, 2, "", 1, "register 4: bit 0 able to do 10 Gbit/s"},
+    {"status_2", FieldType::u16, 130, 2, "", 1, "register 8: bits 15 and 14 present (10), 11 transmit fault, 10 receive fault"},
+    {"lane_status", FieldType::u16, 132, 2, "", 1, "register 24: bit 12 lanes aligned, 11 able to send test patterns, 3 to 0 lanes synchronised"},
+    {"test", FieldType::u16, 134, 2, "", 1, "register 25: bit 2 test pattern on, 1 and 0 which"},
+};
+
+constexpr const Command *mgmt_cfg_commands[] = {&all_commands[50]};
+
+constexpr Field mgmt_cfg_fields[] = {
+    {"enabled", FieldType::u8, 124, 1, "", 1, "1 where it is enabled"},
+    {"full_duplex", FieldType::u8, 125, 1, "", 1, "1 with full duplex"},
+    {"speed", FieldType::u16, 126, 2, "Mbit/s", 1, "its speed"},
+};
+
+constexpr const Command *fdb_dump_commands[] = {&all_commands[49]};
+
+constexpr Field fdb_dump_fields[] = {
+    {"selector", FieldType::u32, 120, 4, "", 1, "0 all entries, 1 dynamic ones, 2 static ones"},
+};
+
+constexpr const Command *debug_switch_commands[] = {&all_commands[51], &all_commands[52]};
+
+constexpr Field debug_switch_fields[] = {
+    {"on", FieldType::u32, 116, 4, "", 1, "1 on, 0 off"},
+    {"pon_port", FieldType::u32, 120, 4, "", 1, "PON port, 0 for all"},
 };
 
 constexpr const Command *vlan_view_commands[] = {&all_commands[88], &all_commands[89]};
@@ -710,6 +895,20 @@ constexpr Layout all_layouts[] = {
     {"onu_confirm", &all_records[0], onu_confirm_commands, onu_confirm_fields, false, "An ONU of one PON port (`pon_port`) that is to be let in. The id, where it is not 0, else the MAC address names a bound ONU; one that is unauthenticated goes online, for one that is online nothing changes, one that is offline is refused. Else the address names one that waits: it is bound to the next free id with the bind mode of `arg_word36`. With neither it is the ONU bound to id 0."},
     {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing, rebooting and rejecting do all of them or, where one is not bound (for a reboot: not online; for rejecting: does not fit on the black list), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
     {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, false, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
+    {"port_stats", &all_records[2], port_stats_commands, port_stats_fields, true, "Counters of a PON port or of a GE port (1 to 4), of the traffic that ONUs and network offered since the OLT was first switched on. In is from the fibre: of a PON port from its ONUs, of a GE port from the network. Octets are those of whole frames with their check sequence. They add up: what a GE port sent and could not send is what its PON ports received less their in_discards; what PON ports sent and could not send is what their GE port received less its in_discards."},
+    {"ge_phy", &all_records[2], ge_phy_commands, ge_phy_fields, true, "PHY of a GE port (1 to 4): its registers as IEEE 802.3 clauses 22 and 37 have them for 1000BASE-X, which has one speed, 1000 Mbit/s."},
+    {"ge_phy_control", &all_records[2], ge_phy_control_commands, ge_phy_control_fields, false, "What a PHY of a GE port (1 to 4) is set to. The link is up with auto-negotiation or full duplex, unless the PHY is in loopback, powered down or isolated; while it is down the network offers nothing to the port's PON ports, and the port drops what they send."},
+    {"behavior_view", &all_records[2], behavior_view_commands, behavior_view_fields, false, "Whose behaviour to show: `plat_port` is the number of a PON port or of a GE port."},
+    {"ingress", &all_records[2], ingress_commands, ingress_fields, true, "What a port does with frames that it receives. It cannot be set."},
+    {"egress", &all_records[2], egress_commands, egress_fields, true, "What a port does with frames that it sends. It cannot be set."},
+    {"pon_mac", &all_records[2], pon_mac_commands, pon_mac_fields, true, "MAC and multi-point control protocol (MPCP) of a PON port. A time quantum (TQ) is 16 ns."},
+    {"mpcp", &all_records[2], mpcp_commands, mpcp_fields, false, "Multi-point control protocol (MPCP) parameters of a PON port. `plat_arg108` says which are set, the others are not looked at: 1 discovery, 2 timeouts, 3 grants. (0 is no MPCP parameter: then the block is an optical status.) A time quantum (TQ) is 16 ns. A deregistered ONU registers at a discovery window."},
+    {"ge_mac", &all_records[2], ge_mac_commands, ge_mac_fields, true, "MAC of a GE port (1 to 4)."},
+    {"xaui_mac", &all_records[2], xaui_mac_commands, xaui_mac_fields, true, "MAC of a XAUI interface (1 or 2)."},
+    {"xaui_phy", &all_records[2], xaui_phy_commands, xaui_phy_fields, true, "PHY of a XAUI interface (1 or 2): registers of the PHY XS (MMD 4) as IEEE 802.3 clause 45 has them."},
+    {"mgmt_cfg", &all_records[2], mgmt_cfg_commands, mgmt_cfg_fields, true, "Configuration of the management port (1)."},
+    {"fdb_dump", &all_records[2], fdb_dump_commands, fdb_dump_fields, false, "What of the forwarding database the service writes to its log, at debug level: of one PON port, or of all for port 0, a line a port."},
+    {"debug_switch", &all_records[2], debug_switch_commands, debug_switch_fields, false, "Switches lines in the service's log, at debug level: of ONUs that are deregistered by command and register again (ONU), or whose extended OAM is discovered then (CTC OAM). The switches are kept."},
     {"vlan_view", &all_records[3], vlan_view_commands, vlan_view_fields, false, "What of the OLT to show: all PON ports for `onu_pon_port` 0, else one PON port, or one ONU of it. Id 0 is an ONU's, so that a scope says which."},
     {"sla", &all_records[2], sla_commands, sla_fields, false, "Upstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`). It goes with the binding: it follows the ONU to another id, and is gone with its release. Fixed and assured bandwidth together are at most the maximum, and those of a port's ONUs together at most 1000000 kbit/s. Five zeros take the SLA away: the default holds again, which is 0, 0, 1000000, 0 and 1."},
     {"sla_of_onu", &all_records[2], sla_of_onu_commands, sla_of_onu_fields, true, "Upstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`): what was stored, or the default, which is 0, 0, 1000000, 0 and 1."},
@@ -975,7 +1174,7 @@ constexpr Column onu_alarm_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
     {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU is not bound at this port, and of the port itself"},
     {"mac", "MAC", ColumnType::mac, "", "MAC address; null of the port itself"},
-    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID; of the port: 5 bias_high: the bias of its laser has risen to the alarm threshold as it ages; 6 power_low: the launch power has fallen to it"},
+    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID; of the port: 5 bias_high: the bias of its laser has risen to the alarm threshold as it ages; 6 power_low: the launch power has fallen to it; 10 deregistered: the ONU was deregistered by command"},
     {"name", "NAME", ColumnType::text, "", "the alarm in a word"},
     {"severity", "SEVERITY", ColumnType::text, "", "critical, major or minor"},
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
@@ -1064,7 +1263,7 @@ constexpr View all_views[] = {
     {"mac_table_nni", mac_table_nni_commands, mac_table_nni_columns, "The addresses of the network side that the query asks for, at most 100 of them, in order of uplink."},
     {"blacklist", blacklist_commands, blacklist_columns, "A row an entry, in order of port and id. BSP_CMD_BLACKLIST_GET: of one port, or of all for port 0, narrowed to the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where that leaves none, the status says so and the table is empty."},
     {"auth", auth_commands, auth_columns, "For port 0 a row a port, with the columns from mode to rejected, at most 10240 bytes in all; for a port a row an authentication record, in order of LOID, with the columns from loid on. The other columns are null. Passwords are not shown."},
-    {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of a PON port itself or of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. The alarms of the port itself have neither id nor MAC address, and come first. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},
+    {"onu_alarm", onu_alarm_commands, onu_alarm_columns, "A row an alarm of a PON port itself or of an ONU, in order of port, MAC address and code: of one port, or of all for port 0, narrowed to the ONU with the id (`onu_id`) and the MAC address (`onu_mac`) that are not zero; where no ONU is bound to the id, the status says so and the table is empty. A table that would not fit into a result is refused; one port's always fits. The alarms of the port itself have neither id nor MAC address, and come first. An alarm stays until it is cleared. BSP_CMD_ONU_ALARM_CLEAR selects in the same way, and further one code (`arg_value`, 0 for all)."},
     {"loop_info", loop_info_commands, loop_info_columns, "A row a UNI port that has a loop, is shut for one, or was, in order of PON port, MAC address and UNI port. There are at most 48 of them: a new loop takes the place of the port that recovered longest ago, and where none has recovered, no further loop can be made."},
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},

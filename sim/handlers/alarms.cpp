@@ -47,6 +47,7 @@ Outcome view(const Olt &olt, const Request &request)
         table.cell("severity", severity_of(Alarm{code}));
         table.cell("count", count);
     });
+    if (table.text().size() > max_result) return {PON_ERR_TOO_LARGE};
     return {found ? BSP_OK : PON_ERR_NOT_BOUND, {}, std::string(table.text())};
 }
 
@@ -55,7 +56,7 @@ Outcome clear(const Olt &olt, const Request &request)
     const Selection selection = selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
     const uint32_t wanted = request.read<bsp_pon_msg>().arg_value;
-    if (wanted > max_alarm) return {PON_ERR_BAD_RECORD};
+    if (wanted != 0 && !is_alarm(wanted)) return {PON_ERR_BAD_RECORD};
     Change change;
     const bool found = each_alarm(selection, [&](const PonPort &port, const Mac &mac, uint32_t code, uint32_t) {
         if (wanted == 0 || wanted == code) change.alarms.push_back({port.number, mac, code, 0});

@@ -51,6 +51,7 @@ struct Handler {
 std::span<const Handler> alarm_handlers();
 std::span<const Handler> authentication_handlers();
 std::span<const Handler> binding_handlers();
+std::span<const Handler> chip_handlers();
 std::span<const Handler> device_handlers();
 std::span<const Handler> fdb_handlers();
 std::span<const Handler> list_handlers();

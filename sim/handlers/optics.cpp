@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "generated/service_words.h"
+#include "handlers/chip.h"
 #include "handlers/record.h"
 #include "model/module_memory.h"
 #include "views/optics.h"
@@ -286,7 +287,7 @@ Outcome optical_status(const Olt &olt, const Request &request)
 {
     namespace at = layout::optical_status;
     const auto record = request.read<bsp_plat_msg>();
-    if (record.plat_arg108 != 0) return {PON_ERR_BAD_RECORD};
+    if (record.plat_arg108 != 0) return mpcp_set(olt, request);
     if (!olt.port(record.plat_port)) return {PON_ERR_NO_PORT};
     const auto flags = request.read<std::array<uint8_t, 4>>(at::valid);
     if (std::ranges::any_of(flags, [](uint8_t flag) { return flag > 1; })) return {PON_ERR_BAD_RECORD};

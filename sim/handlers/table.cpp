@@ -19,9 +19,9 @@ std::vector<Handler> all_handlers()
 {
     std::vector<Handler> all;
     for (std::span<const Handler> family :
-         {alarm_handlers(), authentication_handlers(), binding_handlers(), device_handlers(), fdb_handlers(),
-          list_handlers(), loop_handlers(), optics_handlers(), p2p_handlers(), sla_handlers(), upgrade_handlers(),
-          view_handlers()})
+         {alarm_handlers(), authentication_handlers(), binding_handlers(), chip_handlers(), device_handlers(),
+          fdb_handlers(), list_handlers(), loop_handlers(), optics_handlers(), p2p_handlers(), sla_handlers(),
+          upgrade_handlers(), view_handlers()})
         all.insert(all.end(), family.begin(), family.end());
     std::ranges::sort(all, {}, key);
     return all;

@@ -1,6 +1,8 @@
 #include "model/alarms.h"
 
-#include <array>
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
 
 namespace ponsim
 {
@@ -8,26 +10,34 @@ namespace
 {
 
 struct Kind {
+    Alarm alarm;
     std::string_view name;
     std::string_view severity;
 };
 
-// In order of code, from 1 on.
-constexpr std::array<Kind, max_alarm> kinds{{
-    {"los", "critical"},
-    {"dying_gasp", "major"},
-    {"rejected", "minor"},
-    {"auth_failed", "major"},
-    {"bias_high", "major"},
-    {"power_low", "major"},
-}};
+constexpr Kind kinds[] = {
+    {Alarm::los, "los", "critical"},
+    {Alarm::dying_gasp, "dying_gasp", "major"},
+    {Alarm::rejected, "rejected", "minor"},
+    {Alarm::auth_failed, "auth_failed", "major"},
+    {Alarm::bias_high, "bias_high", "major"},
+    {Alarm::power_low, "power_low", "major"},
+    {Alarm::deregistered, "deregistered", "major"},
+};
 
 const Kind &kind_of(Alarm alarm)
 {
-    return kinds.at(static_cast<uint32_t>(alarm) - 1);
+    const Kind *found = std::ranges::find(kinds, alarm, &Kind::alarm);
+    if (found == std::end(kinds)) throw std::logic_error("an alarm without a name");
+    return *found;
 }
 
 } // namespace
+
+bool is_alarm(uint32_t code)
+{
+    return std::ranges::find(kinds, Alarm{code}, &Kind::alarm) != std::end(kinds);
+}
 
 std::string_view name_of(Alarm alarm)
 {

@@ -11,6 +11,7 @@
 #include "model/clock.h"
 #include "model/mac.h"
 #include "model/population.h"
+#include "model/traffic.h"
 
 namespace ponsim
 {
@@ -50,6 +51,10 @@ struct OnuRecord {
     std::string upgrade_type = {}; // bound to it; empty: that of the port
     bool bad_image = false;        // what it downloads fails verification
     bool powered = true;           // without power it is not on the fibre
+    ModelTime registers_at = 0;    // once it is deregistered; 0 while it is not
+
+    // Where it has arrived and the port reaches it, it is on the fibre.
+    bool present() const { return powered && registers_at == 0; }
 
     bool operator==(const OnuRecord &) const = default;
 };
@@ -234,6 +239,12 @@ struct Change {
         std::optional<std::string> bytes; // none: as if nothing had been set
     };
 
+    // What a PON port has been offered before the change; it says nothing new, and is there to be kept.
+    struct TrafficRow {
+        uint32_t pon_port;
+        Offered offered;
+    };
+
     std::vector<BindingRow> bindings = {};
     std::vector<OnuRow> onus = {};
     std::vector<PortRow> ports = {};
@@ -247,7 +258,9 @@ struct Change {
     std::vector<UpgradeRunRow> upgrade_runs = {};
     std::vector<LoopRow> loops = {};
     std::optional<LoopDetection> loop_detection = {};
-    std::optional<ModelTime> now = {}; // set by the simulator
+    std::vector<TrafficRow> traffic = {}; // set by the simulator
+    std::vector<std::string> log = {};    // lines for the service's log; not kept
+    std::optional<ModelTime> now = {};    // set by the simulator
 
     bool empty() const
     {

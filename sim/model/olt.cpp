@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "bsp_pon.h"
+#include "model/interfaces.h"
+
 namespace ponsim
 {
 
@@ -139,9 +142,54 @@ std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
     return result;
 }
 
+// The ids, by PON port, of ONUs that may come online or go offline by the change. A port without any may gain or lose
+// its uplink.
+std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
+{
+    std::map<uint32_t, OnuIds> ids;
+    for (const auto &row : change.bindings)
+        ids[row.pon_port].set(row.onu_id);
+    for (const auto &row : change.onus)
+        if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
+    for (const auto &row : change.ports)
+        ids[row.pon_port].set();
+    for (const auto &row : change.auth)
+        ids[row.pon_port].set();
+    for (const auto &row : change.modules)
+        if (port(row.cage)) ids[row.cage].set();
+    for (const auto &row : change.upgrade_runs)
+        if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
+    for (const auto &row : change.blocks)
+        if (row.channel == BSP_MSG_DEBUG && row.command == BSP_CMD_DEBUG_GE_PHY_SET)
+            for (const PonPort &port : pon_ports)
+                if (uplink_of(port.number) == row.pon_port) ids[port.number];
+    return ids;
+}
+
+void Olt::add_to_traffic(PonPort &port, const OnuIds &onu_ids, void (Traffic::*add)(const Rates &)) const
+{
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
+        if (!onu_ids[onu_id]) continue;
+        const std::optional<Binding> &binding = port.bindings[onu_id];
+        if (binding && port.online(*binding)) (port.traffic.*add)(rates_of(own_seed, binding->mac));
+    }
+}
+
+void Olt::add_traffic(Change &change) const
+{
+    for (const auto &[pon_port, onu_ids] : concerned(change))
+        change.traffic.push_back({pon_port, pon_ports.at(pon_port - 1).traffic.offered(time)});
+}
+
 void Olt::apply(const Change &change)
 {
-    if (change.now) time = *change.now;
+    const std::map<uint32_t, OnuIds> traffic_of = concerned(change);
+    time = change.now.value_or(time);
+    for (const auto &[pon_port, onu_ids] : traffic_of) {
+        PonPort &port = pon_ports.at(pon_port - 1);
+        port.traffic.settle(time);
+        add_to_traffic(port, onu_ids, &Traffic::remove);
+    }
     std::vector<std::pair<uint32_t, Mac>> moved; // ONUs, and at which port
     for (const auto &[pon_port, onu_id, binding] : change.bindings) {
         if (const auto &old = pon_ports.at(pon_port - 1).bindings.at(onu_id)) moved.push_back({pon_port, old->mac});
@@ -152,6 +200,8 @@ void Olt::apply(const Change &change)
     }
     for (const auto &[pon_port, mac, record] : change.onus) {
         std::map<Mac, OnuRecord> &onus = pon_ports.at(pon_port - 1).onus;
+        due.erase({pon_ports.at(pon_port - 1).record(mac).registers_at, pon_port, mac});
+        if (record.registers_at != 0) due.insert({record.registers_at, pon_port, mac});
         if (record == OnuRecord{})
             onus.erase(mac);
         else
@@ -210,6 +260,13 @@ void Olt::apply(const Change &change)
             looped_unis.erase(place);
     }
     if (change.loop_detection) detection = *change.loop_detection;
+    for (const auto &[pon_port, onu_ids] : traffic_of) {
+        PonPort &port = pon_ports.at(pon_port - 1);
+        add_to_traffic(port, onu_ids, &Traffic::add);
+        port.traffic.set_uplink(phy_control(*this, uplink_of(pon_port)).link_up());
+    }
+    for (const auto &[pon_port, offered] : change.traffic)
+        pon_ports.at(pon_port - 1).traffic.restore(offered);
     forwarding.follow(*this, change, moved);
 }
 

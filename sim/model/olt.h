@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <map>
 #include <optional>
 #include <set>
@@ -13,7 +14,9 @@
 #include "model/change.h"
 #include "model/fdb.h"
 #include "model/module.h"
+#include "model/plan.h"
 #include "model/population.h"
+#include "model/traffic.h"
 
 namespace ponsim
 {
@@ -82,12 +85,14 @@ struct PonPort {
                                                               // Alarms of the port itself have a zero address.
 
     UpgradeRuns upgrades = {};
+    Traffic traffic = {};
 
     Reach reach() const { return {limits, lit}; }
     // The ONU as it has arrived; null when it has not.
     const Arrival *arrived(const Mac &mac) const;
-    // Whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power.
-    bool ranges(const Arrival &arrival) const { return reach().contains(arrival) && record(arrival.mac).powered; }
+    // Whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power and is not
+    // deregistered.
+    bool ranges(const Arrival &arrival) const { return reach().contains(arrival) && record(arrival.mac).present(); }
     // The ONU as it has arrived and is ranged; null when it has not or is not.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
@@ -149,12 +154,26 @@ public:
     // The ONUs that wait at a port, in order of MAC address.
     std::vector<const Arrival *> waiting(const PonPort &port) const;
 
+    // The ONUs that are deregistered, in the order in which they will register.
+    struct Due {
+        ModelTime at;
+        uint32_t pon_port;
+        Mac mac;
+
+        auto operator<=>(const Due &) const = default;
+    };
+    const std::set<Due> &registrations() const { return due; }
+
+    // Adds to the change what PON ports have been offered until now, where it may end or begin an ONU's traffic.
+    void add_traffic(Change &change) const;
     // Ports and ids of the change must exist.
     void apply(const Change &change);
     // Lets time pass; it does not go back.
     void advance(ModelTime to);
 
 private:
+    std::map<uint32_t, OnuIds> concerned(const Change &change) const;
+    void add_to_traffic(PonPort &port, const OnuIds &onu_ids, void (Traffic::*add)(const Rates &)) const;
     void forget(const Place &place);
 
     uint64_t own_seed;
@@ -164,6 +183,7 @@ private:
     LoopDetection detection;
     std::map<Mac, Place> places;
     std::map<std::string, UpgradeType> types;
+    std::set<Due> due;
     std::map<std::array<uint32_t, 4>, std::string> blocks;
     ModelTime time = 0;
     Fdb forwarding;

@@ -1,5 +1,6 @@
 #include "model/process.h"
 
+#include "model/deregistration.h"
 #include "model/loops.h"
 #include "model/optics.h"
 #include "model/upgrade.h"
@@ -9,7 +10,8 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {measurement_process, ageing_process, upgrade_process, loop_process};
+    static const Process all[] = {measurement_process, ageing_process, upgrade_process, loop_process,
+                                  Process{next_registration, register_onus}};
     return all;
 }
 

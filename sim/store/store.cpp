@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
 #include <vector>
 
 #include "model/module.h"
@@ -33,7 +34,8 @@ constexpr char schema[] =
     "WITHOUT ROWID;"
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL, upgrade_type TEXT NOT NULL,"
-    " bad_image INTEGER NOT NULL, powered INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    " bad_image INTEGER NOT NULL, powered INTEGER NOT NULL, registers_at INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) "
+    "STRICT, WITHOUT ROWID;"
     "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL,"
     " auth_mode INTEGER NOT NULL CHECK(auth_mode BETWEEN 0 AND 3)) STRICT;"
     "CREATE TABLE blacklist(pon_port INTEGER NOT NULL, id INTEGER NOT NULL CHECK(id BETWEEN 0 AND 127),"
@@ -41,7 +43,7 @@ constexpr char schema[] =
     "CREATE TABLE auth(pon_port INTEGER NOT NULL, loid TEXT NOT NULL, password TEXT NOT NULL,"
     " PRIMARY KEY(pon_port, loid)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL "
-    "CHECK(alarm BETWEEN 1 AND 6),"
+    "CHECK(alarm BETWEEN 1 AND 10),"
     " count INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE block(channel INTEGER NOT NULL, command INTEGER NOT NULL, pon_port INTEGER NOT NULL,"
     " idx INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY(channel, command, pon_port, idx)) STRICT, WITHOUT ROWID;"
@@ -66,6 +68,8 @@ constexpr char schema[] =
     "CREATE TABLE loop_detection(one INTEGER PRIMARY KEY CHECK(one = 1), switched_on INTEGER NOT NULL,"
     " manual INTEGER NOT NULL, recovery_time INTEGER NOT NULL, interval INTEGER NOT NULL, detected INTEGER NOT NULL,"
     " recovered INTEGER NOT NULL) STRICT;"
+    "CREATE TABLE traffic(pon_port INTEGER PRIMARY KEY, until INTEGER NOT NULL, up BLOB NOT NULL,"
+    " up_lost BLOB NOT NULL, down BLOB NOT NULL) STRICT;"
     "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1), now INTEGER NOT NULL) STRICT;";
 
 uint32_t word(const Statement &statement, int column)
@@ -77,6 +81,20 @@ std::string bytes(const Statement &statement, int column)
 {
     const std::span<const uint8_t> found = statement.bytes(column);
     return {found.begin(), found.end()};
+}
+
+PerFlow frames(const Statement &statement, int column)
+{
+    const std::span<const uint8_t> found = statement.bytes(column);
+    PerFlow frames;
+    if (found.size() != sizeof frames) throw StoreError("a count of frames in it is damaged");
+    std::memcpy(frames.data(), found.data(), sizeof frames);
+    return frames;
+}
+
+std::span<const uint8_t> bytes(const PerFlow &frames)
+{
+    return {reinterpret_cast<const uint8_t *>(frames.data()), sizeof frames};
 }
 
 Mac mac(const Statement &statement, int column)
@@ -107,7 +125,7 @@ struct Store::Statements {
           commit(db, "COMMIT"),
           put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
-          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
+          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
           put_port(db, "REPLACE INTO port VALUES(?, ?, ?, ?)"),
           put_blacklist(db, "REPLACE INTO blacklist VALUES(?, ?, ?, ?)"),
@@ -129,6 +147,7 @@ struct Store::Statements {
           put_loop(db, "REPLACE INTO loop VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_loop(db, "DELETE FROM loop WHERE pon_port = ? AND mac = ? AND uni = ?"),
           put_loop_detection(db, "REPLACE INTO loop_detection VALUES(1, ?, ?, ?, ?, ?, ?)"),
+          put_traffic(db, "REPLACE INTO traffic VALUES(?, ?, ?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
     }
@@ -159,6 +178,7 @@ struct Store::Statements {
     Statement put_loop;
     Statement drop_loop;
     Statement put_loop_detection;
+    Statement put_traffic;
     Statement put_clock;
 };
 
@@ -259,7 +279,7 @@ Change Store::load() const
         change.onus.push_back({port(onus),
                                mac(onus, 1),
                                {onus.number(2) != 0, word(onus, 3), onus.text(4), onus.text(5), onus.number(6) != 0,
-                                onus.number(7) != 0}});
+                                onus.number(7) != 0, static_cast<ModelTime>(onus.number(8))}});
     Statement port_rows(db.get(), "SELECT * FROM port ORDER BY pon_port");
     while (port_rows.row())
         change.ports.push_back({port(port_rows), {word(port_rows, 1), word(port_rows, 2)}, word(port_rows, 3)});
@@ -298,6 +318,11 @@ Change Store::load() const
     if (detection.row())
         change.loop_detection = {detection.number(1) != 0, detection.number(2) != 0, word(detection, 3),
                                  word(detection, 4),       word(detection, 5),       word(detection, 6)};
+    Statement traffic(db.get(), "SELECT * FROM traffic ORDER BY pon_port");
+    while (traffic.row())
+        change.traffic.push_back(
+            {port(traffic),
+             {static_cast<ModelTime>(traffic.number(1)), frames(traffic, 2), frames(traffic, 3), frames(traffic, 4)}});
     Statement clock(db.get(), "SELECT now FROM clock");
     if (clock.row()) change.now = static_cast<ModelTime>(clock.number(0));
     return change;
@@ -374,7 +399,8 @@ void Store::write_rows(const Change &change)
                 .bind(record.software)
                 .bind(record.upgrade_type)
                 .bind(record.bad_image)
-                .bind(record.powered);
+                .bind(record.powered)
+                .bind(static_cast<int64_t>(record.registers_at));
         statement.run();
     }
     for (const auto &[pon_port, limits, auth_mode] : change.ports)
@@ -467,6 +493,13 @@ void Store::write_rows(const Change &change)
             .bind(detection->interval)
             .bind(detection->detected)
             .bind(detection->recovered)
+            .run();
+    for (const auto &[pon_port, offered] : change.traffic)
+        statements->put_traffic.bind(pon_port)
+            .bind(static_cast<int64_t>(offered.until))
+            .bind(bytes(offered.up))
+            .bind(bytes(offered.up_lost))
+            .bind(bytes(offered.down))
             .run();
     if (change.now) statements->put_clock.bind(static_cast<int64_t>(*change.now)).run();
 }

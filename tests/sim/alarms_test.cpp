@@ -157,6 +157,11 @@ TEST(AuthFailed, ComesWhenAnOnuComesIntoReachOrOffTheBlackList)
 
 // Two ONUs at each of two ports, the first of them bound to id 5, with alarms 3 and 4 for the waiting, 1 and 2 for the
 // bound.
+// Those of ONUs that last as long as their cause.
+constexpr uint32_t onu_alarms[] = {1, 2, 3, 4};
+constexpr uint32_t port_alarms[] = {5, 6};
+constexpr uint32_t deregistered = 10;
+
 Desk alarmed()
 {
     const Settings settings{.seed = 1, .ports = 2, .arrivals = 2, .silent = 0};
@@ -164,7 +169,7 @@ Desk alarmed()
     Change kept;
     for (const PonPort &port : olt.ports()) {
         kept.bindings.push_back({port.number, 5, binding_of(port.arrivals[0].mac)});
-        for (uint32_t alarm = 1; alarm <= last_onu_alarm; ++alarm)
+        for (uint32_t alarm : onu_alarms)
             kept.alarms.push_back({port.number, port.arrivals[alarm > 2].mac, alarm, alarm * 10});
     }
     return Desk(settings, kept);
@@ -250,23 +255,43 @@ TEST(AlarmClear, ACountStartsAgain)
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1))[1]["count"].GetUint(), 1u);
 }
 
-TEST(AlarmView, OfAllAlarmsOfAllOnusAndPortsFits)
+// Alarms of every ONU of a whole OLT, and of its ports.
+Desk alarmed_everywhere(std::initializer_list<uint32_t> more)
 {
     const Settings settings{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
     const Olt olt(settings);
     Change kept;
     for (const PonPort &port : olt.ports()) {
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
-            kept.bindings.push_back({port.number, onu_id, binding_of(port.arrivals[onu_id].mac)});
-            for (uint32_t alarm = 1; alarm <= last_onu_alarm; ++alarm)
-                kept.alarms.push_back({port.number, port.arrivals[onu_id].mac, alarm, 0xffffffff});
+            const Mac &mac = port.arrivals[onu_id].mac;
+            kept.bindings.push_back({port.number, onu_id, binding_of(mac)});
+            for (uint32_t alarm : onu_alarms)
+                kept.alarms.push_back({port.number, mac, alarm, 0xffffffff});
+            for (uint32_t alarm : more)
+                kept.alarms.push_back({port.number, mac, alarm, 0xffffffff});
         }
-        for (uint32_t alarm = last_onu_alarm + 1; alarm <= max_alarm; ++alarm)
+        for (uint32_t alarm : port_alarms)
             kept.alarms.push_back({port.number, port_itself, alarm, 0xffffffff});
     }
-    const std::string text = Desk(settings, kept).view(BSP_CMD_VIEW_ONU_ALARM);
+    return Desk(settings, kept);
+}
+
+TEST(AlarmView, OfAllLastingAlarmsOfAllOnusAndPortsFits)
+{
+    Desk desk = alarmed_everywhere({});
+    const std::string text = desk.view(BSP_CMD_VIEW_ONU_ALARM);
     EXPECT_LE(text.size(), max_result);
     EXPECT_EQ(parse(text).Size(), 8192u + 32);
+}
+
+TEST(AlarmView, ThatWouldNotFitIsRefusedAndOnePortsFits)
+{
+    Desk desk = alarmed_everywhere({deregistered});
+    const Reply reply = desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM));
+    EXPECT_EQ(reply.status, PON_ERR_TOO_LARGE);
+    EXPECT_EQ(reply.result, std::nullopt);
+    const std::string text = desk.view(BSP_CMD_VIEW_ONU_ALARM, 16);
+    EXPECT_EQ(parse(text).Size(), 128u * 5 + 2);
 }
 
 } // namespace

@@ -1,0 +1,167 @@
+#include "model/counters.h"
+
+#include <algorithm>
+
+#include "model/random.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint64_t million = 1000000;
+constexpr uint64_t thousandths = 1000;
+
+// Takes a share out of the frames, and gives what it took. Neither that nor what is left ever shrinks when there are
+// more frames.
+PerFlow take(PerFlow &frames, uint32_t share)
+{
+    PerFlow taken{};
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        taken[flow] = frames[flow] * share / million;
+        frames[flow] -= taken[flow];
+    }
+    return taken;
+}
+
+PerFlow whole(const PerFlow &fractions)
+{
+    PerFlow frames{};
+    std::ranges::transform(fractions, frames.begin(), [](uint64_t fraction) { return fraction / thousandths; });
+    return frames;
+}
+
+uint64_t number_of(const PerFlow &frames)
+{
+    uint64_t sum = 0;
+    for (uint64_t number : frames)
+        sum += number;
+    return sum;
+}
+
+uint64_t octets_of(const PerFlow &frames)
+{
+    uint64_t sum = 0;
+    for (size_t flow = 0; flow < flows.size(); ++flow)
+        sum += frames[flow] * flows[flow].length;
+    return sum;
+}
+
+uint64_t number_of(const PerFlow &frames, Cast cast)
+{
+    uint64_t sum = 0;
+    for (size_t flow = 0; flow < flows.size(); ++flow)
+        if (flows[flow].cast == cast) sum += frames[flow];
+    return sum;
+}
+
+void count_sizes(const PerFlow &frames, Counters &counters)
+{
+    constexpr std::array<uint32_t, 5> upper_ends{64, 127, 255, 511, 1023};
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        const auto size = std::ranges::lower_bound(upper_ends, flows[flow].length) - upper_ends.begin();
+        counters.sizes.at(static_cast<size_t>(size)) += frames[flow];
+    }
+}
+
+// The port is offered the frames. What it passes on is left of them.
+void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
+{
+    counters.in_fcs_errors += number_of(take(frames, shares.fcs_errors));
+    counters.in_code_errors += number_of(take(frames, shares.code_errors));
+    counters.in_octets += octets_of(frames);
+    counters.in_unicast += number_of(frames, Cast::unicast);
+    counters.in_multicast += number_of(frames, Cast::multicast);
+    counters.in_broadcast += number_of(frames, Cast::broadcast);
+    count_sizes(frames, counters);
+    const PerFlow policed = take(frames, shares.policed);
+    counters.in_discards += number_of(policed);
+    counters.in_discard_octets += octets_of(policed);
+}
+
+void discard(const PerFlow &frames, Counters &counters)
+{
+    counters.out_discards += number_of(frames);
+    counters.out_discard_octets += octets_of(frames);
+}
+
+// The port is given the frames to send.
+void send(PerFlow frames, const DropShares &shares, Counters &counters)
+{
+    discard(take(frames, shares.discarded), counters);
+    counters.out_octets += octets_of(frames);
+    counters.out_unicast += number_of(frames, Cast::unicast);
+    counters.out_multicast += number_of(frames, Cast::multicast);
+    counters.out_broadcast += number_of(frames, Cast::broadcast);
+    count_sizes(frames, counters);
+}
+
+DropShares pon_shares(const Olt &olt, const PonPort &port)
+{
+    return drop_shares(olt.seed(), Interface::pon, port.number);
+}
+
+DropShares uplink_shares(const Olt &olt, uint32_t uplink)
+{
+    return drop_shares(olt.seed(), Interface::ge, uplink);
+}
+
+} // namespace
+
+DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number)
+{
+    Random random = random_for(seed, Purpose::traffic, interface_address(seed, interface, number));
+    // Evaluated in order.
+    return {1 + random.below(10), 1 + random.below(5), 50 + random.below(200), 10 + random.below(50)};
+}
+
+Counters pon_counters(const Olt &olt, const PonPort &port)
+{
+    const Offered offered = port.traffic.offered(olt.now());
+    const DropShares shares = pon_shares(olt, port);
+    Counters counters{};
+    PerFlow up = whole(offered.up);
+    receive(up, shares, counters);
+    PerFlow lost = whole(offered.up_lost);
+    receive(lost, shares, counters);
+    PerFlow down = whole(offered.down);
+    Counters of_uplink{};
+    receive(down, uplink_shares(olt, uplink_of(port.number)), of_uplink);
+    send(down, shares, counters);
+    return counters;
+}
+
+Counters uplink_counters(const Olt &olt, uint32_t uplink)
+{
+    const DropShares shares = uplink_shares(olt, uplink);
+    Counters counters{};
+    for (const PonPort &port : olt.ports()) {
+        if (uplink_of(port.number) != uplink) continue;
+        const Offered offered = port.traffic.offered(olt.now());
+        Counters of_port{};
+        PerFlow up = whole(offered.up);
+        receive(up, pon_shares(olt, port), of_port);
+        send(up, shares, counters);
+        PerFlow lost = whole(offered.up_lost);
+        receive(lost, pon_shares(olt, port), of_port);
+        discard(lost, counters);
+        PerFlow down = whole(offered.down);
+        receive(down, shares, counters);
+    }
+    return counters;
+}
+
+Load xaui_load(const Olt &olt, uint32_t xaui)
+{
+    constexpr uint64_t bits = 8;
+    Load load;
+    for (const PonPort &port : olt.ports()) {
+        const uint32_t uplink = uplink_of(port.number);
+        if (xaui_of(uplink) != xaui || !phy_control(olt, uplink).link_up()) continue;
+        load.in += octets_of(port.traffic.rates().down) * bits;
+        load.out += octets_of(port.traffic.rates().up) * bits;
+    }
+    return load;
+}
+
+} // namespace ponsim
