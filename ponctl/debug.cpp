@@ -1,70 +1,114 @@
-// ponctl debug: registers of the PON chip and the interfaces, and the switches of its debug output.
+// ponctl debug: the PON chip and the interfaces, and the switches of the service's debug output.
+#include <algorithm>
+
 #include "daily.h"
 #include "platform.h"
 #include "sections.h"
+#include "words.h"
 
 namespace ponctl
 {
 
 const std::array<DebugView, 10> debug_views{{
-    {"pon-mac", "bsp_debug_plat_pon_mac_get", "MAC of a PON port", false},
-    {"pon-phy", "bsp_debug_plat_pon_phy_get", "PHY of a PON port", false},
-    {"laser", "bsp_debug_plat_pon_laser_get", "laser state of a PON port", false},
-    {"ge-mac", "bsp_debug_plat_ge_mac_get", "MAC of a GE port", false},
-    {"ge-phy", "bsp_debug_plat_ge_phy_get", "PHY of a GE port", false},
-    {"xaui-mac", "bsp_debug_plat_xaui_mac_get", "MAC of a XAUI interface", false},
-    {"xaui-phy", "bsp_debug_plat_xaui_phy_get", "PHY of a XAUI interface", false},
-    {"mgmt", "bsp_debug_plat_mgmt_cfg_get", "configuration of a management port", false},
-    {"ingress", "bsp_debug_plat_ingress_behavior_get", "ingress behaviour of a port", true},
-    {"egress", "bsp_debug_plat_egress_behavior_get", "egress behaviour of a port", true},
+    {"pon-mac", "bsp_debug_plat_pon_mac_get", "MAC of a PON port", false, false},
+    {"pon-phy", "bsp_debug_plat_pon_phy_get", "PHY of a PON port", false, false},
+    {"laser", "bsp_debug_plat_pon_laser_get", "laser state of a PON port", false, false},
+    {"ge-mac", "bsp_debug_plat_ge_mac_get", "MAC of a GE port", false, false},
+    {"ge-phy", "bsp_debug_plat_ge_phy_get", "PHY of a GE port", true, false},
+    {"xaui-mac", "bsp_debug_plat_xaui_mac_get", "MAC of a XAUI interface", false, false},
+    {"xaui-phy", "bsp_debug_plat_xaui_phy_get", "PHY of a XAUI interface", true, false},
+    {"mgmt", "bsp_debug_plat_mgmt_cfg_get", "configuration of a management port", false, false},
+    {"ingress", "bsp_debug_plat_ingress_behavior_get", "ingress behaviour of a port", false, true},
+    {"egress", "bsp_debug_plat_egress_behavior_get", "egress behaviour of a port", false, true},
 }};
 
 namespace
 {
 
 constexpr std::array<std::string_view, 3> laser_states{"off", "on", "on in spite of TX disable"};
+constexpr std::array<std::string_view, 3> frames{"all", "tagged", "untagged"};
+constexpr std::array<std::string_view, 3> trusts{"port", "802.1p", "DSCP"};
+constexpr std::array<std::string_view, 2> schedulers{"strict priority", "weighted round robin"};
+constexpr std::array<std::string_view, 2> down_up{"down", "up"};
+constexpr std::array<std::string_view, 3> entries{"all", "dynamic", "static"};
+
+// By the names of fields, which mean the same in every view.
+std::vector<FieldStyle> styles_of(const DebugView &view)
+{
+    if (view.name == std::string_view("laser")) return {{"state", {}, laser_states}};
+    if (view.name == std::string_view("pon-phy")) return pon_phy_styles();
+    return {{"fec", {}, off_on},         {"link", {}, down_up},        {"full_duplex", {}, no_yes},
+            {"tx_enabled", {}, no_yes},  {"rx_enabled", {}, no_yes},   {"pause_tx", {}, no_yes},
+            {"pause_rx", {}, no_yes},    {"loopback", {}, no_yes},     {"promiscuous", {}, no_yes},
+            {"local_fault", {}, no_yes}, {"remote_fault", {}, no_yes}, {"enabled", {}, no_yes},
+            {"acceptable", {}, frames},  {"vlan_filter", {}, off_on},  {"trust", {}, trusts},
+            {"learning", {}, off_on},    {"policing", {}, off_on},     {"scheduler", {}, schedulers}};
+}
+
+uint32_t settings_of(const std::vector<std::string> &words)
+{
+    if (words.size() == 1 && is_number(words.front())) return parse_number("SETTING", words.front(), UINT8_MAX);
+    uint32_t settings = 0;
+    for (const std::string &word : words) {
+        uint32_t bit = 0x80;
+        for (const std::string_view setting : phy_settings) {
+            if (!word.empty() && setting == word) settings |= bit;
+            bit >>= 1;
+        }
+        std::vector<std::string_view> known;
+        for (const std::string_view setting : phy_settings)
+            if (!setting.empty()) known.push_back(setting);
+        if (std::ranges::find(known, word) == known.end())
+            throw UsageError("SETTING: '" + word + "' is not a number up to 255, nor one of " + join(known));
+    }
+    return settings;
+}
+
+ExitCode switch_debug(const char *operation, const DebugSwitchOptions &options)
+{
+    return Called(operation, words_of({{"first", number_of_word("STATE", options.state, off_on)},
+                                       {"second", port_of(options.port)}}))
+        .report();
+}
 
 } // namespace
 
 ExitCode run_debug_view(const Output &output, const DebugOptions &options)
 {
-    std::vector<FieldStyle> styles;
-    if (options.view->operation == std::string_view("bsp_debug_plat_pon_laser_get"))
-        styles.push_back({"state", "state", laser_states});
-    return run_show(
-        output, options.view->operation,
-        words_of({{"port", number_word("PORT", options.port)},
-                  {"selector", options.view->has_selector ? number_word("SELECTOR", options.selector) : ""}}),
-        styles);
+    const DebugView &view = *options.view;
+    const Called called(view.operation, words_of({{"port", number_word("PORT", options.port)},
+                                                  {"selector", !view.of_either_port ? ""
+                                                               : options.ge         ? "1"
+                                                                                    : "0"}}));
+    Section section{{}, {}, &called, styles_of(view)};
+    section.registers = view.registers;
+    return show(output, {section});
 }
 
-ExitCode run_debug_ge_phy_set(const Output &, const DebugSetOptions &options)
+ExitCode run_debug_ge_phy_set(const Output &, const DebugPhyOptions &options)
 {
     const auto words = words_of(
-        {{"port", number_word("PORT", options.port)}, {"value", number_word("VALUE", options.value, UINT8_MAX)}});
+        {{"port", number_word("PORT", options.port)}, {"value", std::to_string(settings_of(options.settings))}});
     ask(options.confirmed, "setting the PHY of GE port " + options.port);
     return Called("bsp_debug_plat_ge_phy_set", words).report();
 }
 
-ExitCode run_debug_fdb(const Output &, const DebugPairOptions &options)
+ExitCode run_debug_fdb(const Output &, const DebugFdbOptions &options)
 {
-    return Called("bsp_debug_cs8022_get_fdb", words_of({{"port", number_word("PORT", options.first)},
-                                                        {"selector", number_word("SELECTOR", options.second)}}))
+    return Called("bsp_debug_cs8022_get_fdb",
+                  words_of({{"selector", number_of_word("--entries", options.entries, entries)},
+                            {"port", port_of(options.port)}}))
         .report();
 }
 
-ExitCode run_debug_ctc_oam(const Output &, const DebugPairOptions &options)
+ExitCode run_debug_ctc_oam(const Output &, const DebugSwitchOptions &options)
 {
-    return Called("bsp_debug_ctc_oam", words_of({{"first", number_word("FIRST", options.first)},
-                                                 {"second", number_word("SECOND", options.second)}}))
-        .report();
+    return switch_debug("bsp_debug_ctc_oam", options);
 }
 
-ExitCode run_debug_onu(const Output &, const DebugPairOptions &options)
+ExitCode run_debug_onu(const Output &, const DebugSwitchOptions &options)
 {
-    return Called("bsp_debug_onu_debug", words_of({{"first", number_word("FIRST", options.first)},
-                                                   {"second", number_word("SECOND", options.second)}}))
-        .report();
+    return switch_debug("bsp_debug_onu_debug", options);
 }
 
 } // namespace ponctl

@@ -29,15 +29,6 @@ constexpr std::array<std::string_view, 10> flag_names{
     "temperature high", "temperature low",   "voltage high",     "voltage low",         "bias high",
     "bias low",         "launch power high", "launch power low", "received power high", "received power low"};
 
-std::string flags_text(const Reading &reading, std::string_view field)
-{
-    const auto flags = static_cast<uint32_t>(field_number(reading, field).value_or(0));
-    std::vector<std::string_view> names;
-    for (size_t flag = 0; flag < flag_names.size(); ++flag)
-        if (flags & 0x8000u >> flag) names.push_back(flag_names[flag]);
-    return names.empty() ? "-" : join(names);
-}
-
 // The PON ports that there are, in order.
 std::vector<std::string> ports_of(const Called &base)
 {
@@ -88,7 +79,7 @@ ExitCode show_all(const Output &output)
         const Reading reading = called->block();
         table.add({port, field_text(reading, "temperature"), field_text(reading, "voltage"),
                    field_text(reading, "bias"), field_text(reading, "launch_power"),
-                   word_of_number(field_digits(reading, "laser"), off_on), flags_text(reading, "alarms")});
+                   styled_text(reading, {"laser", {}, off_on}), styled_text(reading, {"alarms", {}, {}, flag_names})});
     }
     table.print(output);
     return code;
@@ -103,21 +94,19 @@ ExitCode show_port(const Output &output, const std::string &port)
     const Called quantities("bsp_sfp_diag_info_get_json", words_of({{"port", port}}));
     const std::vector<FieldStyle> of_module{{"vendor"}, {"part"},       {"revision"}, {"serial"},
                                             {"date"},   {"wavelength"}, {"reach"},    {"rate"}};
-    const ExitCode code = show(output, {{"module", "Module", &module, of_module, true},
-                                        {"diagnostics",
-                                         "Diagnostics",
-                                         &diagnostics,
-                                         {{"laser", {}, off_on},
-                                          {"tx_fault", {}, no_yes},
-                                          {"rx_los", {}, no_yes},
-                                          {"measuring", {}, no_yes},
-                                          {"lao_mode", {}, off_on},
-                                          {"lol_mode", {}, lol_modes}}},
-                                        {"quantities", "Quantities and thresholds", &quantities}});
-    if (output.format == Format::table)
-        std::fprintf(output.stream, "\nalarms: %s\nwarnings: %s\n", flags_text(diagnostics.block(), "alarms").c_str(),
-                     flags_text(diagnostics.block(), "warnings").c_str());
-    return code;
+    return show(output, {{"module", "Module", &module, of_module, true},
+                         {"diagnostics",
+                          "Diagnostics",
+                          &diagnostics,
+                          {{"alarms", {}, {}, flag_names},
+                           {"warnings", {}, {}, flag_names},
+                           {"laser", {}, off_on},
+                           {"tx_fault", {}, no_yes},
+                           {"rx_los", {}, no_yes},
+                           {"measuring", {}, no_yes},
+                           {"lao_mode", {}, off_on},
+                           {"lol_mode", {}, lol_modes}}},
+                         {"quantities", "Quantities and thresholds", &quantities}});
 }
 
 // What is read of a port again and again, or of one ONU there.

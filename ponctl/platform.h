@@ -85,31 +85,42 @@ ExitCode run_fdb_set(const Output &output, const FdbSetOptions &options);
 
 struct DebugView {
     const char *name, *operation, *brief;
-    bool has_selector;
+    bool registers;      // what it shows are registers
+    bool of_either_port; // of a PON port or a GE port
 };
 
-// The register views of the chip and the interfaces.
+// The settings of a PHY, from the highest bit on; one has no meaning.
+inline constexpr std::array<std::string_view, 8> phy_settings{
+    "reset", "loopback", "", "auto-negotiation", "power-down", "isolate", "restart-negotiation", "full-duplex"};
+
+// The views of the chip and the interfaces.
 extern const std::array<DebugView, 10> debug_views;
 
 struct DebugOptions {
     const DebugView *view;
-    std::string port, selector;
+    std::string port;
+    bool ge = false; // where that can be chosen
 };
 
-struct DebugSetOptions {
-    std::string port, value;
+struct DebugPhyOptions {
+    std::string port;
+    std::vector<std::string> settings; // words, or one number
     bool confirmed = false;
 };
 
-struct DebugPairOptions {
-    std::string first, second;
+struct DebugFdbOptions {
+    std::string port, entries = "all";
+};
+
+struct DebugSwitchOptions {
+    std::string state, port; // empty: all ports
 };
 
 ExitCode run_debug_view(const Output &output, const DebugOptions &options);
-ExitCode run_debug_ge_phy_set(const Output &output, const DebugSetOptions &options);
-ExitCode run_debug_fdb(const Output &output, const DebugPairOptions &options);
-ExitCode run_debug_ctc_oam(const Output &output, const DebugPairOptions &options);
-ExitCode run_debug_onu(const Output &output, const DebugPairOptions &options);
+ExitCode run_debug_ge_phy_set(const Output &output, const DebugPhyOptions &options);
+ExitCode run_debug_fdb(const Output &output, const DebugFdbOptions &options);
+ExitCode run_debug_ctc_oam(const Output &output, const DebugSwitchOptions &options);
+ExitCode run_debug_onu(const Output &output, const DebugSwitchOptions &options);
 
 struct I2cOptions {
     std::string port, address, offset;

@@ -81,6 +81,17 @@ ExitCode watch(const Output &output, const char *operation, const std::vector<st
     return exit_success;
 }
 
+// The row of a port in the view of all; nothing where there is none.
+std::optional<uint32_t> row_of(const Called &base, const std::string &port)
+{
+    const db_handle *rows = base.database();
+    for (uint32_t row = 0; rows && row < db_rows(rows); ++row) {
+        const char *cell = db_get_text(rows, row, "pon_port");
+        if (cell && port == cell) return row;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 ExitCode run_port_show(const Output &output, const std::string &port)
@@ -90,13 +101,18 @@ ExitCode run_port_show(const Output &output, const std::string &port)
     const Called base("bsp_pon_exec_get_json_",
                       words_of({{"cmd", "BSP_CMD_VIEW_BASE_INFO_WEB"}, {"pon_port", port_of(port)}}));
     if (!base.good()) return base.report();
+    const std::optional<uint32_t> row = row_of(base, port_of(port));
+    if (!row) {
+        complain("there is no PON port " + port_of(port));
+        return exit_status;
+    }
     const Called authentication("bsp_pon_onu_auth_mode_type_get", pon_port);
     const Called sla("bsp_pon_onu_sla_all_get", pon_port);
     const Called optics("bsp_om_plat_diag_get", pon_port);
     const Called mac("bsp_debug_plat_pon_mac_get", any_port);
     const Called phy("bsp_debug_plat_pon_phy_get", any_port);
     return show(output,
-                {{"port", "Port", &base},
+                {{.name = "port", .title = "Port", .called = &base, .row = row},
                  {"authentication", "Authentication", &authentication, {{"arg_word12", "mode", auth_modes}}, true},
                  {"sla", "Bandwidth", &sla},
                  {"optics",
@@ -111,7 +127,7 @@ ExitCode run_port_show(const Output &output, const std::string &port)
                    {"tx_fault", "tx_fault", no_yes}},
                   true},
                  {"mac", "MAC", &mac},
-                 {"phy", "PHY", &phy}});
+                 {"phy", "PHY", &phy, pon_phy_styles()}});
 }
 
 ExitCode run_port_stats(const Output &output, const PortStatsOptions &options)

@@ -1,6 +1,7 @@
 #include "sections.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "numbers.h"
 #include "words.h"
@@ -38,10 +39,37 @@ std::string title_of(const Styled &styled)
     return std::string(styled.style.title.empty() ? styled.style.field : styled.style.title);
 }
 
-std::string styled_text(const Reading &reading, const Styled &styled)
+// A register as 0x and all its digits.
+std::string register_text(const Reading &reading, const catalogue::Field &field)
 {
-    if (styled.style.words.empty()) return printable(text_of(reading, *styled.field));
-    return word_of_number(number_text(*styled.field, field_bytes(*styled.field, reading.bytes)), styled.style.words);
+    std::vector<uint8_t> bytes(field_bytes(field, reading.bytes).begin(), field_bytes(field, reading.bytes).end());
+    if constexpr (std::endian::native == std::endian::little) std::ranges::reverse(bytes);
+    return "0x" + format_hex(bytes);
+}
+
+std::string value_of(const Section &section, const Reading &reading, const Styled &styled)
+{
+    const catalogue::Field &field = *styled.field;
+    if (section.registers && is_number(field.type) && field.unit.empty()) return register_text(reading, field);
+    return styled_text(reading, styled.style);
+}
+
+// The word of a number, or the number where there is none.
+std::string word_of_number(const std::string &digits, Words words)
+{
+    for (size_t number = 0; number < words.size(); ++number)
+        if (std::to_string(number) == digits) return std::string(words[number]);
+    return digits;
+}
+
+// The names of the flags that are set, or "-".
+std::string names_of_flags(const catalogue::Field &field, std::span<const uint8_t> bytes, Words flags)
+{
+    const auto number = static_cast<uint64_t>(number_of(field, bytes));
+    std::vector<std::string_view> names;
+    for (size_t flag = 0; flag < flags.size(); ++flag)
+        if (number >> (8 * field.size - 1 - flag) & 1) names.push_back(flags[flag]);
+    return names.empty() ? "-" : join(names);
 }
 
 bool is_database(const Section &section)
@@ -61,6 +89,7 @@ void write(Json &json, const Section &section)
         json->Null();
         return;
     }
+    if (is_database(section) && section.row) return json.row(section.called->database(), *section.row);
     if (is_database(section)) return json.document(section.called->database());
     const Reading reading = reading_of(section);
     json->StartObject();
@@ -74,14 +103,18 @@ void write(Json &json, const Section &section)
 void print(const Output &output, const Section &section)
 {
     if (is_database(section)) {
-        if (db_handle *database = section.called->database()) print_database(output, database, section.called->view());
+        db_handle *database = section.called->database();
+        if (database && section.row)
+            print_row(output, database, *section.row, section.called->view());
+        else if (database)
+            print_database(output, database, section.called->view());
         return;
     }
     const Reading reading = reading_of(section);
     if (output.format == Format::hex) return print_bytes(output, reading.bytes, &reading);
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const Styled &styled : fields_of(section, reading))
-        table.add({title_of(styled), styled_text(reading, styled)});
+        table.add({title_of(styled), value_of(section, reading, styled)});
     table.print(output);
 }
 
@@ -122,11 +155,20 @@ std::string number_of_word(std::string_view name, std::string_view word, Words w
     return std::to_string(found - words.begin());
 }
 
-std::string word_of_number(const std::string &digits, Words words)
+std::string styled_text(const Reading &reading, const FieldStyle &style)
 {
-    for (size_t number = 0; number < words.size(); ++number)
-        if (std::to_string(number) == digits) return std::string(words[number]);
-    return digits;
+    const catalogue::Field *field = find_field(reading, style.field);
+    if (!field) return "-";
+    if (!style.flags.empty()) return names_of_flags(*field, field_bytes(*field, reading.bytes), style.flags);
+    if (!style.words.empty()) return word_of_number(field_digits(reading, style.field), style.words);
+    return printable(text_of(reading, *field));
+}
+
+std::vector<FieldStyle> pon_phy_styles()
+{
+    return {{"laser", {}, off_on},         {"tx_fault", {}, no_yes},   {"rx_los", {}, no_yes},
+            {"lao_mode", {}, off_on},      {"told", {}, no_yes},       {"told_laser", {}, off_on},
+            {"told_tx_fault", {}, no_yes}, {"told_rx_los", {}, no_yes}};
 }
 
 ExitCode show(const Output &output, const std::vector<Section> &sections)

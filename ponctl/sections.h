@@ -24,15 +24,19 @@ inline constexpr std::array<std::string_view, 2> no_yes{"no", "yes"};
 
 // The number of a word among `words`; a UsageError that starts with `name` where it is none of them.
 std::string number_of_word(std::string_view name, std::string_view word, Words words);
-// The word of a number, or the number where there is none.
-std::string word_of_number(const std::string &digits, Words words);
-
 // How a field is shown.
 struct FieldStyle {
     std::string_view field;
     std::string_view title = {}; // empty: the field's name
     Words words = {};            // for people: of its numbers from 0 on
+    Words flags = {};            // or of its bits, from the highest on
 };
+
+// The value of a field for people, or "-" where there is none.
+std::string styled_text(const Reading &reading, const FieldStyle &style);
+
+// Of the PHY of a PON port.
+std::vector<FieldStyle> pon_phy_styles();
 
 // What one call delivered, as a part of a result.
 struct Section {
@@ -40,8 +44,10 @@ struct Section {
     std::string_view title; // for people
     const Called *called;
     std::vector<FieldStyle> styles = {};
-    bool styled_only = false; // show no fields but those
-    bool of_answer = false;   // show fields of the answer itself, in place of what the operation delivers
+    bool styled_only = false;         // show no fields but those
+    bool of_answer = false;           // show fields of the answer itself, in place of what the operation delivers
+    bool registers = false;           // show numbers without a unit in hexadecimal, for people
+    std::optional<uint32_t> row = {}; // show this row of a database alone
 };
 
 // Shows what the calls delivered: one alone as it is, several under their titles, or as members of one JSON object.

@@ -13,20 +13,17 @@ void add_view(CLI::App &debug, Command &command, const DebugView &view)
     auto options = std::make_shared<DebugOptions>();
     options->view = &view;
     one->add_option("PORT", options->port, "port or interface number")->required();
-    if (view.has_selector) {
-        options->selector = "0";
-        one->add_option("SELECTOR", options->selector, "which behaviour; 0 when left out");
-    }
+    if (view.of_either_port) one->add_flag("--ge", options->ge, "PORT is a GE port; else a PON port");
     runs(one, command, options, run_debug_view);
 }
 
-void add_pair(CLI::App &debug, Command &command, const char *name, const char *brief,
-              ExitCode (*run)(const Output &, const DebugPairOptions &))
+void add_switch(CLI::App &debug, Command &command, const char *name, const char *brief,
+                ExitCode (*run)(const Output &, const DebugSwitchOptions &))
 {
     CLI::App *one = debug.add_subcommand(name, brief);
-    auto options = std::make_shared<DebugPairOptions>();
-    one->add_option("FIRST", options->first, "first argument")->required();
-    one->add_option("SECOND", options->second, "second argument")->required();
+    auto options = std::make_shared<DebugSwitchOptions>();
+    one->add_option("STATE", options->state, "on or off")->required();
+    one->add_option("PORT", options->port, "PON port number; all ports when left out");
     runs(one, command, options, run);
 }
 
@@ -46,22 +43,26 @@ void add_debug(CLI::App &app, Command &command)
     for (const DebugView &view : debug_views)
         add_view(*debug, command, view);
 
-    CLI::App *set = debug->add_subcommand("ge-phy-set", "Sets the PHY of a GE port");
-    auto options = std::make_shared<DebugSetOptions>();
+    CLI::App *set = debug->add_subcommand("ge-phy-set", "Sets the PHY of a GE port, all of it at once");
+    auto options = std::make_shared<DebugPhyOptions>();
     set->add_option("PORT", options->port, "GE port number")->required();
-    set->add_option("VALUE", options->value, "the setting, a number up to 255")->required();
+    set->add_option(
+           "SETTING", options->settings,
+           "reset, loopback, auto-negotiation, power-down, isolate, restart-negotiation, full-duplex; or all of "
+           "them as a number, the upper byte of the control register")
+        ->required();
     set->add_flag("--yes", options->confirmed, "do not ask: the port may lose its link");
     runs(set, command, options, run_debug_ge_phy_set);
 
-    CLI::App *fdb = debug->add_subcommand("fdb-dump", "Has the chip's forwarding database dumped to the service's log");
-    auto dumped = std::make_shared<DebugPairOptions>();
-    dumped->second = "0";
-    fdb->add_option("PORT", dumped->first, "port number")->required();
-    fdb->add_option("SELECTOR", dumped->second, "which entries; 0 when left out");
+    CLI::App *fdb =
+        debug->add_subcommand("fdb-dump", "Has the chip's forwarding database written to the service's log");
+    auto dumped = std::make_shared<DebugFdbOptions>();
+    fdb->add_option("PORT", dumped->port, "PON port number; all ports when left out");
+    fdb->add_option("--entries", dumped->entries, "all, dynamic or static; all when left out");
     runs(fdb, command, dumped, run_debug_fdb);
 
-    add_pair(*debug, command, "ctc-oam", "Switches debug output of CTC OAM", run_debug_ctc_oam);
-    add_pair(*debug, command, "onu", "Switches debug output of ONUs", run_debug_onu);
+    add_switch(*debug, command, "ctc-oam", "Switches debug output of CTC OAM", run_debug_ctc_oam);
+    add_switch(*debug, command, "onu", "Switches debug output of ONUs", run_debug_onu);
 }
 
 void add_i2c(CLI::App &app, Command &command)
