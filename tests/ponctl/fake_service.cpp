@@ -1,5 +1,6 @@
 #include "fake_service.h"
 
+#include <bit>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -18,6 +19,22 @@ uint32_t Received::word(size_t offset) const
 std::string Received::text(size_t offset) const
 {
     return reinterpret_cast<const char *>(record.data() + offset);
+}
+
+uint64_t Received::number(std::string_view name) const
+{
+    const catalogue::Record &kind = *catalogue::find_channel(channel)->record;
+    const catalogue::Command *command = catalogue::find_command(channel, word(kind.command->offset));
+    const catalogue::Layout *layout = command ? catalogue::find_layout(*command) : nullptr;
+    const catalogue::Field *field = layout ? catalogue::find_field(layout->fields, name) : nullptr;
+    if (!field) field = catalogue::find_field(kind.fields, name);
+    if (!field) throw std::runtime_error("no field " + std::string(name));
+    uint64_t bytes = 0;
+    auto *const number = reinterpret_cast<uint8_t *>(&bytes);
+    // The low bytes of the number are first on a little-endian host and last on the other.
+    const size_t start = std::endian::native == std::endian::big ? sizeof bytes - field->size : 0;
+    std::memcpy(number + start, record.data() + field->offset, field->size);
+    return bytes;
 }
 
 std::string Received::mac() const
@@ -105,6 +122,20 @@ std::vector<uint8_t> pon_record(const std::map<size_t, uint32_t> &words)
     std::vector<uint8_t> record(944);
     for (const auto &[offset, word] : words)
         std::memcpy(&record[offset], &word, sizeof word);
+    return record;
+}
+
+std::vector<uint8_t> answer_to(const char *command, const std::map<std::string, int64_t> &numbers)
+{
+    const catalogue::Layout &layout = *catalogue::find_layout(*catalogue::find_command(command), true);
+    std::vector<uint8_t> record(layout.record->size);
+    for (const auto &[name, number] : numbers) {
+        const catalogue::Field *field = catalogue::find_field(layout.fields, name);
+        if (!field) throw std::runtime_error("no field " + name);
+        const auto *bytes = reinterpret_cast<const uint8_t *>(&number);
+        const size_t start = std::endian::native == std::endian::big ? sizeof number - field->size : 0;
+        std::memcpy(&record[field->offset], bytes + start, field->size);
+    }
     return record;
 }
 

@@ -21,6 +21,8 @@ struct Received {
     uint32_t word(size_t offset) const;
     std::string text(size_t offset) const;
     std::string mac() const; // of a record of the PON channel
+    // A number by the name that the record, or the layout of its command, has for it.
+    uint64_t number(std::string_view field) const;
 };
 
 class FakeService
@@ -57,6 +59,9 @@ FakeService::Handler by_command(std::map<uint32_t, FakeService::Handler> handler
 
 // A record of the PON channel for an answer, with these words by offset.
 std::vector<uint8_t> pon_record(const std::map<size_t, uint32_t> &words);
+
+// The answer to a command, with these numbers by the names of its layout; scaled ones as they are stored.
+std::vector<uint8_t> answer_to(const char *command, const std::map<std::string, int64_t> &numbers);
 
 // A text that must be JSON.
 rapidjson::Document parsed(const std::string &text);
