@@ -85,6 +85,8 @@ int run(int argc, char **argv)
     add_sla(app, command);
     add_p2p(app, command);
     add_fdb(app, command);
+    add_upgrade(app, command);
+    add_loop(app, command);
     add_debug(app, command);
     add_i2c(app, command);
 

@@ -132,4 +132,42 @@ struct I2cOptions {
 ExitCode run_i2c_read(const Output &output, const I2cOptions &options);
 ExitCode run_i2c_write(const Output &output, const I2cOptions &options);
 
+struct UpgradeAddOptions {
+    std::string name, vendor, model, version, size, file;
+};
+
+struct UpgradeBindOptions {
+    std::string port, name;
+    bool none = false; // in place of the name
+    std::string onus;  // a set; empty: the whole port
+};
+
+struct UpgradeStartOptions {
+    std::string port, onu; // id; empty: all of the port
+    bool confirmed = false;
+};
+
+ExitCode run_upgrade_types(const Output &output);
+ExitCode run_upgrade_add(const Output &output, const UpgradeAddOptions &options);
+ExitCode run_upgrade_delete(const Output &output, const std::string &name);
+ExitCode run_upgrade_load(const Output &output, const std::string &file);
+ExitCode run_upgrade_bind(const Output &output, const UpgradeBindOptions &options);
+ExitCode run_upgrade_start(const Output &output, const UpgradeStartOptions &options);
+ExitCode run_upgrade_status(const Output &output, const std::string &port);
+
+// How ports that a loop shut recover, from 0 on.
+inline constexpr std::array<std::string_view, 2> loop_modes{"automatic", "manual"};
+
+struct LoopOptions {
+    bool confirmed = false;
+};
+
+ExitCode run_loop_show(const Output &output);
+ExitCode run_loop_on(const Output &output, const LoopOptions &options);
+ExitCode run_loop_off(const Output &output, const LoopOptions &options);
+ExitCode run_loop_recover(const Output &output, const LoopOptions &options);
+ExitCode run_loop_mode(const Output &output, const std::string &mode);
+ExitCode run_loop_time(const Output &output, const std::string &seconds);
+ExitCode run_loop_interval(const Output &output, const std::string &seconds);
+
 } // namespace ponctl

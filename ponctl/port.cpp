@@ -48,7 +48,10 @@ std::string rate_text(const Counter &now, const std::vector<Counter> &before, do
 void print_rates(const Output &output, const std::vector<Counter> &now, const std::vector<Counter> &before,
                  double seconds)
 {
-    if (isatty(fileno(output.stream))) std::fputs("\033[H\033[J", output.stream);
+    if (isatty(fileno(output.stream)))
+        std::fputs("\033[H\033[J", output.stream);
+    else if (!before.empty())
+        std::fputc('\n', output.stream);
     Table table({{"COUNTER"}, {"VALUE", Table::Fit::right}, {"A SECOND", Table::Fit::right}});
     for (const Counter &counter : now)
         table.add({std::string(counter.name), counter.text, rate_text(counter, before, seconds)});
@@ -126,7 +129,7 @@ ExitCode run_port_show(const Output &output, const std::string &port)
                    {"laser", "laser", off_on},
                    {"tx_fault", "tx_fault", no_yes}},
                   true},
-                 {"mac", "MAC", &mac},
+                 {"mac", "MAC", &mac, {{"fec", {}, off_on}}},
                  {"phy", "PHY", &phy, pon_phy_styles()}});
 }
 

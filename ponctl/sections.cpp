@@ -106,6 +106,8 @@ void print(const Output &output, const Section &section)
         db_handle *database = section.called->database();
         if (database && section.row)
             print_row(output, database, *section.row, section.called->view());
+        else if (database && db_rows(database) == 0 && document_of(database) == "[]" && output.format == Format::table)
+            std::fputs("none\n", output.stream);
         else if (database)
             print_database(output, database, section.called->view());
         return;

@@ -30,6 +30,8 @@ void add_optics(CLI::App &app, Command &command);
 void add_sla(CLI::App &app, Command &command);
 void add_p2p(CLI::App &app, Command &command);
 void add_fdb(CLI::App &app, Command &command);
+void add_upgrade(CLI::App &app, Command &command);
+void add_loop(CLI::App &app, Command &command);
 void add_debug(CLI::App &app, Command &command);
 void add_i2c(CLI::App &app, Command &command);
 
