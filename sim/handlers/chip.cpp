@@ -69,7 +69,7 @@ Outcome pon_stats(const Olt &olt, const Request &request)
 Outcome ge_stats(const Olt &olt, const Request &request)
 {
     const uint32_t uplink = request.read<bsp_plat_msg>().plat_port;
-    if (!is_one_of(uplink, uplink_ports)) return {PON_ERR_NO_INTERFACE};
+    if (!is_one_of(uplink, ge_uplinks)) return {PON_ERR_NO_INTERFACE};
     return stats(request, uplink_counters(olt, uplink));
 }
 
@@ -86,7 +86,7 @@ Outcome ge_phy(const Olt &olt, const Request &request)
     constexpr uint16_t full_and_half = 0xc000;
 
     const uint32_t uplink = request.read<bsp_plat_msg>().plat_port;
-    if (!is_one_of(uplink, uplink_ports)) return {PON_ERR_NO_INTERFACE};
+    if (!is_one_of(uplink, ge_uplinks)) return {PON_ERR_NO_INTERFACE};
     const PhyControl phy = phy_control(olt, uplink);
     const bool negotiated = phy.link_up() && phy.has(PhyControl::autoneg);
     Answer answer = answer_to(request);
@@ -105,7 +105,7 @@ Outcome ge_phy(const Olt &olt, const Request &request)
 Outcome set_ge_phy(const Olt &, const Request &request)
 {
     const uint32_t uplink = request.read<bsp_plat_msg>().plat_port;
-    if (!is_one_of(uplink, uplink_ports)) return {PON_ERR_NO_INTERFACE};
+    if (!is_one_of(uplink, ge_uplinks)) return {PON_ERR_NO_INTERFACE};
     PhyControl phy{request.read<uint8_t>(layout::ge_phy_control::control)};
     if (phy.has(PhyControl::reset)) phy = {};
     if (phy.has(PhyControl::speed)) return {PON_ERR_BAD_RECORD};
@@ -127,7 +127,7 @@ Side side_of(const Olt &olt, const Request &request)
     case 0:
         return {olt.port(number) ? BSP_OK : PON_ERR_NO_PORT, Interface::pon, number};
     case 1:
-        return {is_one_of(number, uplink_ports) ? BSP_OK : PON_ERR_NO_INTERFACE, Interface::ge, number};
+        return {is_one_of(number, ge_uplinks) ? BSP_OK : PON_ERR_NO_INTERFACE, Interface::ge, number};
     default:
         return {PON_ERR_BAD_RECORD, Interface::pon, number};
     }
@@ -199,7 +199,7 @@ Outcome ge_mac(const Olt &olt, const Request &request)
 {
     namespace at = layout::ge_mac;
     const uint32_t uplink = request.read<bsp_plat_msg>().plat_port;
-    if (!is_one_of(uplink, uplink_ports)) return {PON_ERR_NO_INTERFACE};
+    if (!is_one_of(uplink, ge_uplinks)) return {PON_ERR_NO_INTERFACE};
     const PhyControl phy = phy_control(olt, uplink);
     const bool enabled = !phy.has(PhyControl::power_down | PhyControl::isolate);
     Answer answer = answer_to(request);

@@ -4,25 +4,25 @@
 #include <cstdint>
 
 #include "model/mac.h"
+#include "model/population.h"
 
 namespace ponsim
 {
 
 class Olt;
 
-inline constexpr uint32_t uplink_ports = 4;     // GE ports towards the network, numbered from 1
 inline constexpr uint32_t xaui_ports = 2;       // between PON chip and switch: 1 leads to GE 1 and 2, 2 to GE 3 and 4
 inline constexpr uint32_t management_ports = 1; // out of band
 
 // The GE port that a PON port's traffic goes through.
 inline uint32_t uplink_of(uint32_t pon_port)
 {
-    return (pon_port - 1) % uplink_ports + 1;
+    return (pon_port - 1) % ge_uplinks + 1;
 }
 
 inline uint32_t xaui_of(uint32_t uplink)
 {
-    return (uplink - 1) / (uplink_ports / xaui_ports) + 1;
+    return (uplink - 1) / (ge_uplinks / xaui_ports) + 1;
 }
 
 enum class Interface : uint8_t { pon, ge, xaui, management };
