@@ -41,20 +41,19 @@ std::vector<std::string> chart(const std::deque<double> &values, const ChartStyl
     const size_t columns = std::min(values.size(), chart_columns(style));
     const auto first = values.end() - static_cast<std::ptrdiff_t>(columns);
     const auto [least, greatest] = std::minmax_element(first, values.end());
-    // A quantity that does not change is a line in the middle.
-    const double step = std::pow(10.0, -style.decimals);
-    const bool level = *greatest - *least < step;
-    const double bottom = level ? *least - step : *least, top = level ? *greatest + step : *greatest;
-
     const auto lines = static_cast<int>(style.height);
+    const int gaps = std::max(lines - 1, 1);
+    // Each line stands for another value, and a quantity that does not change is in the middle.
+    const double span = std::max(*greatest - *least, gaps * std::pow(10.0, -style.decimals));
+    const double bottom = (*least + *greatest - span) / 2;
+
     std::vector<std::string> drawn;
     for (int line = lines - 1; line >= 0; --line) {
-        const double at = bottom + (top - bottom) * line / std::max(lines - 1, 1);
+        const double at = bottom + span * line / gaps;
         drawn.push_back(axis_text(at, style.decimals));
         for (auto value = first; value != values.end(); ++value) {
             // The least value still has a mark.
-            const auto filled =
-                static_cast<int>(std::round((*value - bottom) / (top - bottom) * (lines * eighths - 1))) + 1;
+            const auto filled = static_cast<int>(std::round((*value - bottom) / span * (lines * eighths - 1))) + 1;
             drawn.back() += cell(filled - line * eighths, style.blocks);
         }
     }
