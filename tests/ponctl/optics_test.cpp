@@ -1,5 +1,4 @@
 // ponctl optics, as a process, against a service.
-#include <algorithm>
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -67,6 +66,19 @@ TEST(OpticsWatch, DrawsAChartThatFitsTheTerminal)
     const std::string text = terminal.text();
     EXPECT_THAT(text, HasSubstr("port 1 bias 31.604 mA"));
     EXPECT_THAT(text, HasSubstr("    31.604 |"));
+}
+
+TEST(OpticsWatch, EndsWithSuccessWhenInterrupted)
+{
+    // The interrupt comes with the first reading; without it the next would be an hour away.
+    const FakeService service([](const board_request &request, board_answer *answer) {
+        kill(request.pid, SIGINT);
+        bytes(diagnostics)(request, answer);
+    });
+    const Finished finished = service.ponctl({"optics", "1", "--watch", "--interval", "3600"});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_THAT(finished.out, MatchesRegex("[0-9T:Z-]+ 44.57 degC\n"));
+    EXPECT_EQ(service.received().size(), 1u);
 }
 
 TEST(OpticsWatch, EndsWithAFailedReading)
