@@ -38,7 +38,7 @@ PROGRAMS = ["tests/contract/contract_test", "tests/unit/binding_test"]
 # Of one file alone; it takes too long to run for the others.
 PROGRAMS_OF = {"frame/onu_ids.cpp": ["tests/unit/onu_ids_test"]}
 FRAME_TEST = "tests/unit/frame_test"
-TIME_LIMIT = 60
+TIME_LIMIT = 240
 
 
 class SetUpError(Exception):
