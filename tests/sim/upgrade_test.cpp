@@ -36,7 +36,8 @@ struct Fleet : Desk {
     // A cell of the ONU's row as JSON.
     std::string cell(uint32_t onu_id, const char *column)
     {
-        for (const auto &row : rows().GetArray()) {
+        const rapidjson::Document all = rows();
+        for (const auto &row : all.GetArray()) {
             if (row["onu_id"].GetUint() != onu_id) continue;
             const rapidjson::Value &value = row[column];
             if (value.IsString()) return value.GetString();
