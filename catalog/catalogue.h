@@ -109,14 +109,18 @@ enum class Answer : uint8_t {
 
 enum class ArgumentType : uint8_t {
     u32,
-    u8, // goes out zero-extended where its field is a word
+    u8,  // goes out zero-extended where its field is a word
+    u16, // the same; of it only the low byte where its field is one
     mac,
     text,
     block,
     length,
+    length_at, // a pointer to a length
     record,
     db,
     text_out,
+    u8_out,
+    u16_out, // a byte of the answer, zero-extended
     u32_out,
     block_out,
     block_inout, // goes out, and is overwritten by the answer
@@ -141,15 +145,17 @@ enum class Key : uint8_t {
 struct Argument {
     std::string_view name;
     ArgumentType type;
-    bool required;      // null gives BSP_ERR_PARAM, nothing sent
-    bool optional;      // null is allowed and means "none"
-    bool dropped;       // of a db: it is made and never handed out
-    const Field *field; // where it goes in the request, or where it comes from in the answer
-    uint32_t size;      // of a block that always has as many bytes; else 0
-    int other;          // the index of the block that a length measures, of the argument that keys a db; else -1
-    Source source;      // of a db
-    Key key;            // of a db from shared memory
-    uint32_t bound;     // of a db from shared memory
+    bool required;           // null gives BSP_ERR_PARAM, nothing sent
+    bool optional;           // null is allowed and means "none"
+    bool dropped;            // of a db: it is made and never handed out
+    const Field *field;      // where it goes in the request, or where it comes from in the answer
+    uint32_t size;           // of a block that always has as many bytes; else 0
+    uint32_t skip;           // what comes out of an answer goes as many bytes behind the pointer
+    int other;               // the index of the block that a length measures, of the argument that keys a db; else -1
+    Source source;           // of a db
+    Key key;                 // of a db from shared memory
+    uint32_t bound;          // of a db from shared memory
+    std::string_view logged; // of a db from a text: the format of the line that logs the text first; or empty
     std::span<const Field *const> picked; // of a record that is not sent: what goes into the request of it
     std::string_view brief;
 };

@@ -35,16 +35,23 @@ ARGUMENTS = {
     "mac": ("const uint8_t *{}", {"mac"}),
     "text": ("const char *{}", {"text", "bytes"}),
     "block": ("const void *{}", {"bytes"}),
-    "u8": ("uint8_t {}", {"u32", "bytes"}),
+    "u8": ("uint8_t {}", {"u32", "u8", "bytes"}),
+    "u16": ("uint16_t {}", {"u32", "u8"}),
     "length": ("uint32_t {}", set()),
+    "length-at": ("const uint32_t *{}", set()),
     "record": ("{const}{record} *{}", set()),
     "db": ("db_handle **{}", set()),
     "text-out": ("char *{}", {"text", "bytes"}),
-    "u32-out": ("uint32_t *{}", {"u32"}),
+    "u8-out": ("uint8_t *{}", {"u8", "bytes"}),
+    "u16-out": ("uint16_t *{}", {"u8"}),
+    "u32-out": ("uint32_t *{}", {"u32", "bytes"}),
     "block-out": ("void *{}", {"bytes"}),
     "block-inout": ("void *{}", {"bytes"}),
     "response": ("void *{}", set()),
 }
+
+
+OUTWARD = ("text-out", "u8-out", "u16-out", "u32-out", "block-out")
 
 
 class CatalogueError(Exception):
@@ -169,13 +176,17 @@ class Catalogue:
     def read_fields(self, owner, size, kinds):
         """Checked fields of a record or layout, in order of offset."""
         fields = {}
+        tables = []
         for table in owner.items("fields"):
+            tables += self.repeated(owner, table)
+        for table in tables:
             field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
-                          ["unit", "scale"])
+                          ["unit", "scale", "step"])
             kind, _, count = field.text("type").partition(":")
             if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
                 field.fail(f"'type' must be one of {', '.join(kinds)} (text and bytes with :N), not {field.get('type')!r}")
             field.brief, field.unit = field.text("brief"), field.text("unit", "")
+            field.step = field.get("step")
             field.type, field.size, field.offset = kind, FIELD_SIZES.get(kind) or int(count), field.number("offset")
             if field.size == 0 or field.offset + field.size > size:
                 field.fail(f"bytes {field.offset} to {field.offset + field.size - 1} are not inside the record of {size} bytes")
@@ -195,6 +206,20 @@ class Catalogue:
         for index, field in enumerate(ordered):
             field.reference = f"&{owner.name}_fields[{index}]"
         return {field.name: field for field in ordered}
+
+    def repeated(self, owner, table):
+        """A field that comes several times, as often as `times` says, each `every` bytes behind the one before: name_1,
+        name_2 and so on."""
+        field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name"],
+                      ["offset", "type", "brief", "unit", "scale", "every", "times"])
+        if field.get("times") is None and field.get("every") is None:
+            return [table]
+        times, every, offset = field.number("times"), field.number("every"), field.number("offset")
+        if times < 2 or every < 1:
+            field.fail("'times' must be 2 at least, and 'every' 1")
+        same = {key: value for key, value in table.items() if key not in ("times", "every")}
+        return [{**same, "name": f"{field.name}_{index + 1}", "offset": offset + index * every,
+                 "step": {"name": field.name, "every": every, "first": index == 0}} for index in range(times)]
 
     def read_records(self):
         path = self.folder / "records.toml"
@@ -314,7 +339,8 @@ class Catalogue:
         for table in operation.items("args"):
             argument = Entry(
                 operation.file, f"operation {operation.name}: argument", table, ["name", "type", "brief"],
-                ["to", "from", "at", "of", "size", "required", "optional", "ignored", "key", "bound", "dropped", "fields"])
+                ["to", "from", "at", "of", "size", "required", "optional", "ignored", "key", "bound", "dropped", "fields", "skip",
+                 "logged"])
             self.read_argument(operation, argument)
             argument.index = len(operation.args)
             self.add(operation.args, argument)
@@ -365,9 +391,9 @@ class Catalogue:
         if len(of_type("response")) != (operation.answer == "caller"):
             operation.fail("an answer into the caller's buffer has one argument of type response, others none")
         for argument in operation.args.values():
-            if argument.type == "length":
+            if argument.type in ("length", "length-at"):
                 argument.of = argument.lookup("of", operation.args)
-                if argument.of.type != "block":
+                if argument.of.type not in ("block", "block-out"):
                     argument.fail(f"'of' names {argument.of.name}, which is not a block")
             if argument.source == "shmem":
                 self.read_key(operation, argument)
@@ -411,8 +437,8 @@ class Catalogue:
         argument.ignored, argument.field, argument.of, argument.key = argument.flag("ignored"), None, None, None
         argument.source, argument.bound, argument.picked, argument.dropped = None, 0, [], argument.flag("dropped")
         argument.declaration, field_types = ARGUMENTS[argument.type]
-        outward = argument.type in ("text-out", "u32-out", "block-out")
-        argument.size = 0
+        outward = argument.type in OUTWARD
+        argument.size, argument.skip, argument.logged = 0, 0, ""
         allowed = {"name", "type", "brief", "required", "optional"}
         if argument.type == "text":
             argument.optional = not argument.required
@@ -429,7 +455,10 @@ class Catalogue:
                 argument.fail("a block goes and comes by the same field")
             if argument.type in ("block", "block-out", "block-inout"):
                 allowed |= self.read_size(operation, argument)
-        elif argument.type == "length":
+            if outward and argument.type != "text-out" and argument.get("skip") is not None:
+                argument.skip = argument.number("skip")
+                allowed |= {"skip"}
+        elif argument.type in ("length", "length-at"):
             allowed |= {"of"}
         elif argument.type == "db":
             allowed |= self.read_database(operation, argument)
@@ -451,7 +480,8 @@ class Catalogue:
 
     def read_size(self, operation, argument):
         """The bytes of a block that always has the same; one whose length another argument states has none."""
-        has_length = any(isinstance(table, dict) and table.get("type") == "length" for table in operation.items("args"))
+        has_length = any(isinstance(table, dict) and table.get("type") in ("length", "length-at")
+                         for table in operation.items("args"))
         if has_length and argument.get("size") is None:
             return set()
         argument.size = argument.number("size")
@@ -472,7 +502,7 @@ class Catalogue:
             operation.via_database = next((each for each in operation.via.args.values() if each.type == "db"), None)
             if not operation.via_database:
                 argument.fail(f"{operation.via.name} has no result database")
-            for name in ("source", "field", "dropped", "optional"):
+            for name in ("source", "field", "dropped", "optional", "logged"):
                 setattr(argument, name, getattr(operation.via_database, name))
             return set()
         argument.source = SOURCES[argument.choice("from", SOURCES)]
@@ -482,7 +512,11 @@ class Catalogue:
             return {"from", "key", "bound", "dropped"}
         if operation.answer != "none":
             argument.field = argument.lookup("at", operation.response_record.fields)
-        return {"from", "at"}
+        if argument.get("logged") is not None:
+            argument.logged = argument.text("logged")
+            if argument.logged.count("%s") != 1 or argument.logged.count("%") != 1:
+                argument.fail("'logged' holds %s where the text goes")
+        return {"from", "at", "logged"}
 
     def read_uses(self, entry):
         """The commands that a layout or view belongs to."""
@@ -571,6 +605,8 @@ def argument_text(argument):
         text += "; null leaves the field empty"
     if argument.dropped:
         text += "; never written, may be null"
+    elif argument.type in OUTWARD and argument.optional:
+        text += "; null for none"
     elif argument.type == "db":
         text += "; receives a handle that the caller owns (null where the service left none)"
     return text
@@ -698,8 +734,9 @@ def argument_row(operation, argument):
     field = argument.field.reference if argument.field else "nullptr"
     picked = f"{operation.name}_{argument.name}_fields" if argument.picked else "{}"
     return (f"    {{{quoted(argument.name)}, ArgumentType::{argument.type.replace('-', '_')}, {flag(argument.required)}, "
-            f"{flag(argument.optional)}, {flag(argument.dropped)}, {field}, {argument.size}, {argument.of.index if argument.of else -1}, "
-            f"Source::{argument.source or 'none'}, Key::{argument.key or 'none'}, {argument.bound}, {picked}, "
+            f"{flag(argument.optional)}, {flag(argument.dropped)}, {field}, {argument.size}, {argument.skip}, "
+            f"{argument.of.index if argument.of else -1}, Source::{argument.source or 'none'}, Key::{argument.key or 'none'}, "
+            f"{argument.bound}, {quoted(argument.logged)}, {picked}, "
             f"{quoted(argument.brief)}}},")
 
 
@@ -803,7 +840,8 @@ def thunks(catalogue):
                 values.append(f"static_cast<{argument.declaration.replace('{}', '').strip()}>(v[{index}].pointer)")
             else:
                 number = f"v[{index}].number"
-                values.append(f"static_cast<uint8_t>({number})" if argument.type == "u8" else number)
+                narrow = {"u8": "uint8_t", "u16": "uint16_t"}.get(argument.type)
+                values.append(f"static_cast<{narrow}>({number})" if narrow else number)
         lines.append(f"    []([[maybe_unused]] const Value *v) {{ return {operation.name}({', '.join(values)}); }},")
     return "\n".join([*lines, "};", "", "} // namespace", "",
                       "uint32_t invoke(const Operation &operation, std::span<const Value> values)", "{",
@@ -822,7 +860,12 @@ def service_words(catalogue):
     for layout in catalogue.layouts.values():
         lines += ["", f"namespace layout::{layout.name}", "{"]
         for field in layout.fields.values():
-            lines.append(f"inline constexpr uint32_t {field.name} = {field.offset}; // {field.type}: {field.brief}")
+            if field.step and not field.step["first"]:
+                continue
+            name = field.step["name"] if field.step else field.name
+            lines.append(f"inline constexpr uint32_t {name} = {field.offset}; // {field.type}: {field.brief}")
+            if field.step:
+                lines.append(f"inline constexpr uint32_t {name}_every = {field.step['every']}; // from one {name} to the next")
         lines += [f"}} // namespace layout::{layout.name}"]
     return "\n".join(lines) + "\n"
 

@@ -90,6 +90,11 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_BLACKLIST_IDS 394u /* BSP_MSG_PON: which ids of a port are in use on the blacklist */
 #define BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP 395u /* BSP_MSG_PON: attributes of the UNI ports of the whole OLT, for the SNMP agent */
 #define BSP_CMD_ONU_DESCRIPTION_SET 398u /* BSP_MSG_PON: describe a bound ONU in a text */
+#define BSP_CMD_VIEW_ONU_WLAN_TABLE 413u /* BSP_MSG_PON: WLANs of the ONUs of a PON port */
+#define BSP_CMD_VIEW_ONU_WAN_TABLE 414u /* BSP_MSG_PON: WAN connections of the ONUs of a PON port */
+#define BSP_CMD_VIEW_ONU_CATV_TABLE 415u /* BSP_MSG_PON: CATV ports of the ONUs of a PON port */
+#define BSP_CMD_VIEW_ONU_SIP_TABLE 416u /* BSP_MSG_PON: SIP users of the ONUs of a PON port */
+#define BSP_CMD_VIEW_ONU_UPGRADE_STATUS 418u /* BSP_MSG_PON: image updates of ONUs */
 #define BSP_CMD_ONU_SORT_BATCH 423u /* BSP_MSG_PON: re-sort a batch of ONUs described by the caller's record */
 #define BSP_CMD_OPT_RANGE_SET 424u /* BSP_MSG_PON: set the optical ranging limits from the caller's record */
 #define BSP_CMD_ONU_SUPPORT_SET 764u /* BSP_MSG_PON: set whether an ONU, named by its MAC address, is supported */
@@ -112,8 +117,71 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_DEBUG_CTC_OAM 261u /* BSP_MSG_DEBUG: switch debug output of CTC OAM */
 #define BSP_CMD_DEBUG_ONU 262u /* BSP_MSG_DEBUG: switch debug output of ONUs */
 #define BSP_CMD_DEBUG_SLA_GET 470u /* BSP_MSG_DEBUG: the upstream SLA of an ONU, as the chip's debug service has it */
+#define BSP_CMD_ONU_CAP2_GET 636u /* BSP_MSG_ONU_INFO: more capabilities of an ONU */
+#define BSP_CMD_ONU_SN_GET 637u /* BSP_MSG_ONU_INFO: identity of an ONU */
+#define BSP_CMD_ONU_FW_GET 638u /* BSP_MSG_ONU_INFO: firmware version of an ONU */
+#define BSP_CMD_ONU_CHIP_ID_GET 639u /* BSP_MSG_ONU_INFO: chipset of an ONU */
+#define BSP_CMD_ONU_CAP_GET 640u /* BSP_MSG_ONU_INFO: capabilities of an ONU */
+#define BSP_CMD_ONU_MEM_INFO_GET 641u /* BSP_MSG_ONU_INFO: memory of an ONU */
+#define BSP_CMD_ONU_MULTI_LLID_SET 642u /* BSP_MSG_ONU_INFO: set the number of LLIDs of an ONU */
+#define BSP_CMD_ONU_ADMIN_STATE_GET 688u /* BSP_MSG_ONU_INFO: whether a UNI port is on */
+#define BSP_CMD_ONU_AUTONEG_GET 690u /* BSP_MSG_ONU_INFO: whether a UNI port negotiates its speed */
+#define BSP_CMD_ONU_AUTONEG_LOCAL_GET 692u /* BSP_MSG_ONU_INFO: what a UNI port can negotiate */
+#define BSP_CMD_ONU_AUTONEG_ADV_GET 693u /* BSP_MSG_ONU_INFO: what a UNI port offers in auto-negotiation */
+#define BSP_CMD_ONU_CLASSIFICATION_GET 696u /* BSP_MSG_ONU_INFO: classification rules of a UNI port */
+#define BSP_CMD_ONU_SLA_GET 697u /* BSP_MSG_ONU_INFO: service level agreement as an ONU has it */
+#define BSP_CMD_ONU_IMAGE_WRITE 698u /* BSP_MSG_ONU_INFO: a part of an image for an ONU */
+#define BSP_CMD_ONU_IMAGE_COMMIT 699u /* BSP_MSG_ONU_INFO: make an ONU start its new image from now on */
+#define BSP_CMD_ONU_IMAGE_STATUS_GET 702u /* BSP_MSG_ONU_INFO: how an ONU's image update stands */
+#define BSP_CMD_ONU_ABOUT_GET 703u /* BSP_MSG_ONU_INFO: all about an ONU */
+#define BSP_CMD_ONU_PHY_INFO_GET 705u /* BSP_MSG_ONU_INFO: PHY of a UNI port */
+#define BSP_CMD_ONU_TIME_GET 706u /* BSP_MSG_ONU_INFO: time configuration of an ONU */
+#define BSP_CMD_ONU_BANKS_GET 714u /* BSP_MSG_ONU_INFO: image banks of an ONU */
+#define BSP_CMD_ONU_CATV_STATE_GET 716u /* BSP_MSG_ONU_INFO: whether an ONU's CATV port is on */
+#define BSP_CMD_ONU_PERF_MONITOR_SET 717u /* BSP_MSG_ONU_INFO: switch performance monitoring of an ONU */
+#define BSP_CMD_ONU_CATV_SET 717u /* BSP_MSG_ONU_INFO: switch the CATV port of an ONU */
+#define BSP_CMD_ONU_PERF_MONITOR_GET 718u /* BSP_MSG_ONU_INFO: performance monitoring of a UNI port */
+#define BSP_CMD_ONU_PERF_CURRENT_GET 720u /* BSP_MSG_ONU_INFO: counters of a UNI port in the current period */
+#define BSP_CMD_ONU_PERF_HISTORY_GET 722u /* BSP_MSG_ONU_INFO: counters of a UNI port in the period before */
+#define BSP_CMD_ONU_DEVICE_INFO_GET 634u /* BSP_MSG_ONU_CFG: device information of an ONU */
+#define BSP_CMD_ONU_VLAN_GET 644u /* BSP_MSG_ONU_CFG: VLANs of a UNI port */
+#define BSP_CMD_VIEW_ONU_VLAN 645u /* BSP_MSG_ONU_CFG: VLANs of the UNI ports of an ONU */
+#define BSP_CMD_ONU_OPTICS_GET 648u /* BSP_MSG_ONU_CFG: optical transceiver of an ONU */
+#define BSP_CMD_ONU_MAX_PORT_GET 650u /* BSP_MSG_ONU_CFG: number of UNI ports of an ONU */
+#define BSP_CMD_ONU_MGMT_GET 651u /* BSP_MSG_ONU_CFG: management address of an ONU */
+#define BSP_CMD_ONU_MGMT_SET 652u /* BSP_MSG_ONU_CFG: set the management address of an ONU */
+#define BSP_CMD_ONU_RATE_LIMIT_GET 655u /* BSP_MSG_ONU_CFG: rate limits of a UNI port */
+#define BSP_CMD_ONU_LOOP_DETECT_GET 657u /* BSP_MSG_ONU_CFG: loop detection of an ONU */
+#define BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET 658u /* BSP_MSG_ONU_CFG: which forms of multicast fast leave an ONU knows */
+#define BSP_CMD_ONU_FAST_LEAVE_GET 659u /* BSP_MSG_ONU_CFG: multicast fast leave, as an ONU has it */
+#define BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET 660u /* BSP_MSG_ONU_CFG: multicast fast leave of an ONU, as the OLT has it */
+#define BSP_CMD_ONU_MC_SWITCH_GET 662u /* BSP_MSG_ONU_CFG: multicast mode, as an ONU has it */
+#define BSP_CMD_ONU_MC_SWITCH_LOCAL_GET 663u /* BSP_MSG_ONU_CFG: multicast mode of an ONU, as the OLT has it */
+#define BSP_CMD_ONU_MC_GROUP_MAX_GET 665u /* BSP_MSG_ONU_CFG: how many multicast groups a UNI port may join, as the ONU has it */
+#define BSP_CMD_ONU_MC_GROUP_MAX_LOCAL_GET 666u /* BSP_MSG_ONU_CFG: how many multicast groups a UNI port may join, as the OLT has it */
+#define BSP_CMD_ONU_MC_VLAN_MODE_GET 668u /* BSP_MSG_ONU_CFG: tags of multicast frames at a UNI port, as the ONU has it */
+#define BSP_CMD_ONU_MC_VLAN_MODE_LOCAL_GET 669u /* BSP_MSG_ONU_CFG: tags of multicast frames at a UNI port, as the OLT has it */
+#define BSP_CMD_ONU_MC_VLAN_GET 670u /* BSP_MSG_ONU_CFG: multicast VLANs of a UNI port, as the ONU has them */
+#define BSP_CMD_ONU_MC_VLAN_LOCAL_GET 671u /* BSP_MSG_ONU_CFG: multicast VLANs of a UNI port, as the OLT has them */
+#define BSP_CMD_ONU_MC_GROUP_GET 672u /* BSP_MSG_ONU_CFG: multicast groups of an ONU */
+#define BSP_CMD_VIEW_ONU_MC_CONFIG 678u /* BSP_MSG_ONU_CFG: multicast configuration of an ONU */
+#define BSP_CMD_VIEW_ONU_UNI_MC_CONFIG 679u /* BSP_MSG_ONU_CFG: multicast configuration of the UNI ports of an ONU */
+#define BSP_CMD_VIEW_ONU_MC_TRANSLATION 680u /* BSP_MSG_ONU_CFG: multicast VLAN translation of a UNI port */
+#define BSP_CMD_VIEW_ONU_MC_VLAN 681u /* BSP_MSG_ONU_CFG: multicast VLANs of the UNI ports of an ONU */
+#define BSP_CMD_ONU_LINK_STATE_GET 682u /* BSP_MSG_ONU_CFG: links of the UNI ports of an ONU */
+#define BSP_CMD_ONU_PAUSE_GET 683u /* BSP_MSG_ONU_CFG: flow control of a UNI port */
+#define BSP_CMD_ONU_FEC_GET 685u /* BSP_MSG_ONU_CFG: forward error correction of an ONU */
+#define BSP_CMD_ONU_FEC_ABILITY_GET 686u /* BSP_MSG_ONU_CFG: whether an ONU can correct errors */
+#define BSP_CMD_ONU_IMAGE_UPDATE 694u /* BSP_MSG_ONU_CFG: have the OLT update an image of an ONU */
 #define BSP_CMD_VIEW_ONU_CONFIG 709u /* BSP_MSG_ONU_CFG: configuration of one ONU */
 #define BSP_CMD_VIEW_ONU_PORT_CONFIG 710u /* BSP_MSG_ONU_CFG: configuration of the UNI ports of one ONU */
+#define BSP_CMD_VIEW_ONU_WAN 734u /* BSP_MSG_ONU_CFG: WAN connections of an ONU */
+#define BSP_CMD_VIEW_ONU_WLAN 736u /* BSP_MSG_ONU_CFG: WLANs of an ONU */
+#define BSP_CMD_VIEW_ONU_CATV 737u /* BSP_MSG_ONU_CFG: CATV port of an ONU */
+#define BSP_CMD_VIEW_ONU_VOIP 751u /* BSP_MSG_ONU_CFG: voice ports of an ONU */
+#define BSP_CMD_VIEW_ONU_ACL 757u /* BSP_MSG_ONU_CFG: access control list of an ONU */
+#define BSP_CMD_VIEW_ONU_DHCP 761u /* BSP_MSG_ONU_CFG: DHCP server of an ONU */
+#define BSP_CMD_VIEW_ONU_UNI_SNMP 772u /* BSP_MSG_ONU_CFG: UNI ports of an ONU, for the SNMP agent */
 #define BSP_CMD_MPCP_SET 454u /* BSP_MSG_PLAT: set MPCP parameters of a PON port */
 #define BSP_CMD_OPTICS_STATUS_SET 454u /* BSP_MSG_PLAT: hand an optical status block to the PON chip's debug layer */
 #define BSP_CMD_ONU_DEREGISTER 455u /* BSP_MSG_PLAT: deregister an ONU */
@@ -156,6 +224,8 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_UPGRADE_TYPE_BIND_PORT 796u /* BSP_MSG_UPGRADE: bind an upgrade type to the ONUs of a PON port */
 #define BSP_CMD_UPGRADE_ONU 797u /* BSP_MSG_UPGRADE: upgrade one ONU */
 #define BSP_CMD_UPGRADE_PORT 798u /* BSP_MSG_UPGRADE: upgrade the ONUs of a PON port */
+#define BSP_CMD_OAM_PRINT 0u /* BSP_MSG_ONU_OAM: set what is printed of OAM, by a request without a command code */
+#define BSP_CMD_VIEW_ONU_SN 776u /* BSP_MSG_ONU_OAM: serial numbers of the ONUs of a PON port */
 #define BSP_CMD_LOOP_STATE_SET 779u /* BSP_MSG_LOOP_DETECT: switch loop detection on or off */
 #define BSP_CMD_LOOP_RECOVER_MODE_SET 780u /* BSP_MSG_LOOP_DETECT: set how ports recover from a loop */
 #define BSP_CMD_LOOP_RECOVER 781u /* BSP_MSG_LOOP_DETECT: recover the ports that a loop shut down, now */
@@ -776,7 +846,7 @@ BSP_PON_API uint32_t bsp_pon_exec_get_json_(uint32_t cmd, uint32_t pon_port, uin
  *
  * @param cmd command code of the view
  * @param pon_port PON port number
- * @param name_out room for 515 bytes, receives the file's name, NUL-terminated; may be null
+ * @param name_out room for 515 bytes, receives the file's name, NUL-terminated; may be null; null for none
  * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
  */
 BSP_PON_API uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char *name_out);
@@ -1871,6 +1941,1063 @@ BSP_PON_API uint32_t bsp_pon_onu_sla_down_get_web(uint32_t pon_port, db_handle *
  * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
  */
 BSP_PON_API uint32_t bsp_pon_onu_sla_get_snmp(db_handle **db_out);
+
+/* --- Remote ONU queries --- */
+
+/**
+ * Asks for the UNI ports of an ONU, for the SNMP agent.
+ *
+ * BSP_CMD_VIEW_ONU_UNI_SNMP (772) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_uniobj_snmp(uint32_t pon_port, uint32_t onu_id, db_handle **out);
+
+/**
+ * Asks a remote ONU whether a UNI port negotiates its speed.
+ *
+ * BSP_CMD_ONU_AUTONEG_GET (690) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the state, 4 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_autoneg_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out);
+
+/**
+ * Asks a remote ONU whether a UNI port is on.
+ *
+ * BSP_CMD_ONU_ADMIN_STATE_GET (688) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the state, 4 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_phy_adminstate_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                        void *out);
+
+/**
+ * Asks a remote ONU for the classification rules of a UNI port.
+ *
+ * BSP_CMD_ONU_CLASSIFICATION_GET (696) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the rules, 298 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_classification_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                        void *out);
+
+/**
+ * Asks for device information of an ONU.
+ *
+ * BSP_CMD_ONU_DEVICE_INFO_GET (634) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the information; zeros behind the 1536 bytes that an answer holds, 8058 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_dev_info(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks for the number of UNI ports of an ONU.
+ *
+ * BSP_CMD_ONU_MAX_PORT_GET (650) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the number, 0 to 255; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_max_port(uint32_t pon_port, uint32_t onu_id, uint16_t *out);
+
+/**
+ * Asks a remote ONU for the VLANs of a UNI port.
+ *
+ * BSP_CMD_ONU_VLAN_GET (644) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the VLANs, 159 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_vlan(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out);
+
+/**
+ * Asks a remote ONU for its image banks.
+ *
+ * BSP_CMD_ONU_BANKS_GET (714) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the banks, 64 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_tk_onu_get_fw(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for its memory.
+ *
+ * BSP_CMD_ONU_MEM_INFO_GET (641) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the memory; zeros behind the 1536 bytes that an answer holds, 8058 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mem_info(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for the rate limits of a UNI port.
+ *
+ * BSP_CMD_ONU_RATE_LIMIT_GET (655) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the limits, 22 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_rate_limit(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out);
+
+/**
+ * Asks a remote ONU for loop detection at a UNI port.
+ *
+ * BSP_CMD_ONU_LOOP_DETECT_GET (657) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the state, 8 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_loop_detect(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out);
+
+/**
+ * Asks a remote ONU for its management address.
+ *
+ * BSP_CMD_ONU_MGMT_GET (651) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the address, 17 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mgmt(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks for the links of the UNI ports of an ONU, by datagram.
+ *
+ * BSP_CMD_ONU_LINK_STATE_GET (682) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ * Every answer is logged as an error, with its text.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the result database, made of the text in the answer; must not be null; receives a handle that the caller
+ *        owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; BSP_ERR_IPC after a failed
+ *         exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_linkstate(uint32_t pon_port, uint32_t onu_id, db_handle **out);
+
+/**
+ * Asks a remote ONU for flow control of a UNI port.
+ *
+ * BSP_CMD_ONU_PAUSE_GET (683) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out the state; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_eth_pause(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, uint8_t *out);
+
+/**
+ * Asks a remote ONU which forms of multicast fast leave it knows.
+ *
+ * BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET (658) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out its first 4 bytes stay, behind them the abilities go, 28 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_fast_leave_ability(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for multicast fast leave.
+ *
+ * BSP_CMD_ONU_FAST_LEAVE_GET (659) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the state, 4 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_fast_leave(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks the OLT for multicast fast leave of an ONU.
+ *
+ * BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET (660) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the state and the abilities, 32 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_fast_leave_local(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for the multicast mode.
+ *
+ * BSP_CMD_ONU_MC_SWITCH_GET (662) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the mode; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_switch_remote(uint32_t pon_port, uint32_t onu_id, uint8_t *out);
+
+/**
+ * Asks the OLT for the multicast mode of an ONU.
+ *
+ * BSP_CMD_ONU_MC_SWITCH_LOCAL_GET (663) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the mode; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_switch_local(uint32_t pon_port, uint32_t onu_id, uint8_t *out);
+
+/**
+ * Asks a remote ONU how many multicast groups a UNI port may join.
+ *
+ * BSP_CMD_ONU_MC_GROUP_MAX_GET (665) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number
+ * @param out the number, 2 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_group_num_max_remote(uint32_t pon_port, uint32_t onu_id, uint8_t uni_port,
+                                                                 void *out);
+
+/**
+ * Asks the OLT how many multicast groups a UNI port may join of an ONU.
+ *
+ * BSP_CMD_ONU_MC_GROUP_MAX_LOCAL_GET (666) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number
+ * @param out the number, 2 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_group_num_max_local(uint32_t pon_port, uint32_t onu_id, uint8_t uni_port,
+                                                                void *out);
+
+/**
+ * Asks a remote ONU what becomes of the tags of multicast frames at a UNI port.
+ *
+ * BSP_CMD_ONU_MC_VLAN_MODE_GET (668) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number
+ * @param out the tags, 34 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_vlan_mode_remote(uint32_t pon_port, uint32_t onu_id, uint8_t uni_port,
+                                                             void *out);
+
+/**
+ * Asks the OLT what becomes of the tags of multicast frames at a UNI port of an ONU.
+ *
+ * BSP_CMD_ONU_MC_VLAN_MODE_LOCAL_GET (669) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number
+ * @param out the tags, 34 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_vlan_mode_local(uint32_t pon_port, uint32_t onu_id, uint8_t uni_port,
+                                                            void *out);
+
+/**
+ * Asks a remote ONU for the multicast VLANs of a UNI port.
+ *
+ * BSP_CMD_ONU_MC_VLAN_GET (670) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number
+ * @param out the VLANs, 18 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_vlan_remote(uint32_t pon_port, uint32_t onu_id, uint8_t uni_port,
+                                                        void *out);
+
+/**
+ * Asks the OLT for the multicast VLANs of a UNI port of an ONU.
+ *
+ * BSP_CMD_ONU_MC_VLAN_LOCAL_GET (671) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number
+ * @param out the VLANs, 16 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_vlan_local(uint32_t pon_port, uint32_t onu_id, uint8_t uni_port, void *out);
+
+/**
+ * Asks a remote ONU for its multicast groups.
+ *
+ * BSP_CMD_ONU_MC_GROUP_GET (672) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the groups, 1284 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_group(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks for the serial numbers of the ONUs of a PON port.
+ *
+ * BSP_CMD_VIEW_ONU_SN (776) on BSP_MSG_ONU_OAM, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_sn_ponport(uint32_t pon_port, db_handle **out);
+
+/**
+ * Sends a query of the information channel that the caller built, and receives the answer in its place.
+ *
+ * The caller's command on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param msg the request, 1888 bytes with the command code in `onu_cmd`; becomes the answer; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `msg` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_debug_get(bsp_onu_msg *msg);
+
+/**
+ * Sends a query of the configuration channel that the caller built, and receives the answer in its place.
+ *
+ * The caller's command on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param msg the request, 1888 bytes with the command code in `onu_cmd`; becomes the answer; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `msg` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_config_get(bsp_onu_msg *msg);
+
+/**
+ * Asks for the optical transceiver of an ONU, by a record that the caller built.
+ *
+ * BSP_CMD_ONU_OPTICS_GET (648) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_config_get.
+ *
+ * @param msg the request, 1888 bytes with `onu_pon_port` and `onu_onu_id`; its `onu_cmd` becomes the command code, and
+ *        the whole of it the answer
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_optical_diagnose_get(bsp_onu_msg *msg);
+
+/**
+ * Asks for the VLANs of the UNI ports of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_VLAN (645) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pononu_ctc_config_by_db.
+ *
+ * @param result the result database, at most 10240 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_vlan_json(db_handle **result, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Asks for the VLAN modes of the UNI ports of an ONU: the same request, under another name.
+ *
+ * BSP_CMD_VIEW_ONU_VLAN (645) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pononu_ctc_config_by_db.
+ *
+ * @param result the result database, at most 10240 bytes; receives a handle that the caller owns (null where the
+ *        service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_vlan_mode_json(db_handle **result, uint32_t pon_port, uint32_t onu_id);
+
+/* --- Remote ONU requests --- */
+
+/**
+ * Asks a remote ONU anything of the information channel.
+ *
+ * The caller's command on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param cmd command code
+ * @param out receives the first `out_len` bytes of the answer's data, zeros behind its 1536; null for none
+ * @param out_len bytes wanted
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_info(uint32_t pon_port, uint32_t onu_id, uint32_t cmd, void *out,
+                                              uint32_t out_len);
+
+/**
+ * Sets anything of the information channel at a remote ONU.
+ *
+ * The caller's command on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param cmd command code
+ * @param data what to set
+ * @param data_len its length in bytes; up to 1536 are sent
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_set_info(uint32_t pon_port, uint32_t onu_id, uint32_t cmd, const void *data,
+                                              uint32_t data_len);
+
+/**
+ * Asks a remote ONU anything of the information channel about one of its UNI ports.
+ *
+ * The caller's command on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param cmd command code
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_port_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, uint32_t cmd,
+                                              void *out, const uint32_t *out_len);
+
+/**
+ * Asks a remote ONU who it is.
+ *
+ * BSP_CMD_ONU_SN_GET (637) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out its identity, 54 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_sn(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for its firmware version.
+ *
+ * BSP_CMD_ONU_FW_GET (638) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the version, 128 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_fw(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for its chipset.
+ *
+ * BSP_CMD_ONU_CHIP_ID_GET (639) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the chipset, 8 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_chipid(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for its capabilities.
+ *
+ * BSP_CMD_ONU_CAP_GET (640) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the capabilities, 26 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_cap(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for more of its capabilities.
+ *
+ * BSP_CMD_ONU_CAP2_GET (636) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the capabilities, 64 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_cap2(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for its service level agreement.
+ *
+ * BSP_CMD_ONU_SLA_GET (697) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the agreement, 88 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_sla(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU for all about it.
+ *
+ * BSP_CMD_ONU_ABOUT_GET (703) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out all about it; zeros behind the 1536 bytes that an answer holds, 8058 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_onuinfo(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU how its image update stands.
+ *
+ * BSP_CMD_ONU_IMAGE_STATUS_GET (702) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the state, 20 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_upgrade_status(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks a remote ONU whether its CATV port is on.
+ *
+ * BSP_CMD_ONU_CATV_STATE_GET (716) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_get_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the state, 1 bytes; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_catv_status(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Sends a part of an image to a remote ONU.
+ *
+ * BSP_CMD_ONU_IMAGE_WRITE (698) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; service-affecting, sent and logged
+ * as by bsp_pon_onu_ctc_set_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param data the part
+ * @param data_len its length in bytes; up to 1536 are sent
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_upgrade(uint32_t pon_port, uint32_t onu_id, const void *data, uint32_t data_len);
+
+/**
+ * Makes a remote ONU start its new image from now on.
+ *
+ * BSP_CMD_ONU_IMAGE_COMMIT (699) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; service-affecting, sent and logged
+ * as by bsp_pon_onu_ctc_set_info.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_upgrade_commit(uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Switches performance monitoring of a remote ONU.
+ *
+ * BSP_CMD_ONU_PERF_MONITOR_SET (717) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; write, sent and logged as by
+ * bsp_pon_onu_ctc_set_info.
+ * The request is that of bsp_pon_onu_ctc_set_catv: a service cannot tell them apart.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port not used: the request names no UNI port
+ * @param enable 1 on, 0 off
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_set_perf_monitor_status(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                             uint8_t enable);
+
+/**
+ * Switches the CATV port of a remote ONU.
+ *
+ * BSP_CMD_ONU_CATV_SET (717) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; service-affecting, sent and logged as
+ * by bsp_pon_onu_ctc_set_info.
+ * The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot tell them apart.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param value 1 on, 0 off
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_set_catv(uint32_t pon_port, uint32_t onu_id, uint8_t value);
+
+/**
+ * Asks a remote ONU what a UNI port can negotiate.
+ *
+ * BSP_CMD_ONU_AUTONEG_LOCAL_GET (692) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_port_get.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_get_autoneg_local_abt(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                       void *out, const uint32_t *out_len);
+
+/**
+ * Asks a remote ONU what a UNI port offers in auto-negotiation.
+ *
+ * BSP_CMD_ONU_AUTONEG_ADV_GET (693) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_port_get.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_get_autoneg_adv_abt(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out,
+                                                     const uint32_t *out_len);
+
+/**
+ * Asks a remote ONU for the PHY of a UNI port.
+ *
+ * BSP_CMD_ONU_PHY_INFO_GET (705) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_port_get.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_get_phyinfo(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out,
+                                             const uint32_t *out_len);
+
+/**
+ * Asks a remote ONU whether it monitors the performance of a UNI port.
+ *
+ * BSP_CMD_ONU_PERF_MONITOR_GET (718) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_port_get.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_get_perf_monitor_status(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                         void *out, const uint32_t *out_len);
+
+/**
+ * Asks a remote ONU for the counters of a UNI port in the current period.
+ *
+ * BSP_CMD_ONU_PERF_CURRENT_GET (720) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_port_get.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_get_perf_current_data(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                       void *out, const uint32_t *out_len);
+
+/**
+ * Asks a remote ONU for the counters of a UNI port in the period before.
+ *
+ * BSP_CMD_ONU_PERF_HISTORY_GET (722) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read, sent and logged as by
+ * bsp_pon_onu_ctc_port_get.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param uni_port UNI port number, of which the low 8 bits count
+ * @param out receives the first `*out_len` bytes of the answer's data, zeros behind its 1536; must not be null
+ * @param out_len bytes wanted; only read
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_get_perf_history_data(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port,
+                                                       void *out, const uint32_t *out_len);
+
+/* --- Remote ONU service views --- */
+
+/**
+ * Asks for the multicast configuration of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_MC_CONFIG (678) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_config_json(db_handle **db_out, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Asks for the multicast configuration of the UNI ports of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_UNI_MC_CONFIG (679) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_uni_ctc_get_mc_config_json(db_handle **db_out, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Asks for the multicast VLAN translation of a UNI port.
+ *
+ * BSP_CMD_VIEW_ONU_MC_TRANSLATION (680) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param byte_arg UNI port number
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_vlan_translate_json(db_handle **db_out, uint32_t pon_port, uint32_t onu_id,
+                                                                uint8_t byte_arg);
+
+/**
+ * Asks for the multicast VLANs of the UNI ports of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_MC_VLAN (681) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_mc_vlan_json(db_handle **db_out, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Asks for the voice ports of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_VOIP (751) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_voipinfo_json(db_handle **db_out, uint32_t pon_port, uint32_t onu_id);
+
+/**
+ * Asks for forward error correction of an ONU.
+ *
+ * BSP_CMD_ONU_FEC_GET (685) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the mode, into the first word
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_fec_mode(uint32_t pon_port, uint32_t onu_id, uint32_t *out);
+
+/**
+ * Asks whether an ONU can correct errors.
+ *
+ * BSP_CMD_ONU_FEC_ABILITY_GET (686) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the ability, into the second word; the first stays, so that a caller may keep mode and ability side by
+ *        side
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onuc_get_fec_ability(uint32_t pon_port, uint32_t onu_id, uint32_t *out);
+
+/**
+ * Asks a remote ONU for its time configuration.
+ *
+ * BSP_CMD_ONU_TIME_GET (706) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out the configuration, 16 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `out` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_time_config(uint32_t pon_port, uint32_t onu_id, void *out);
+
+/**
+ * Asks for WAN connections of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_WAN (734) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param index number of the WAN connection
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_wanc(uint32_t pon_port, uint32_t onu_id, uint32_t index, db_handle **db_out);
+
+/**
+ * Asks for the WLANs of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_WLAN (736) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_wlan(uint32_t pon_port, uint32_t onu_id, db_handle **db_out);
+
+/**
+ * Asks for the CATV port of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_CATV (737) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_catv(uint32_t pon_port, uint32_t onu_id, db_handle **db_out);
+
+/**
+ * Asks for the access control list of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_ACL (757) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_acl(uint32_t pon_port, uint32_t onu_id, db_handle **db_out);
+
+/**
+ * Asks for the DHCP server of an ONU.
+ *
+ * BSP_CMD_VIEW_ONU_DHCP (761) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_dhcp(uint32_t pon_port, uint32_t onu_id, db_handle **db_out);
+
+/**
+ * Asks for the WLANs of the ONUs of a PON port.
+ *
+ * BSP_CMD_VIEW_ONU_WLAN_TABLE (413) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_wlantab(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the WAN connections of the ONUs of a PON port.
+ *
+ * BSP_CMD_VIEW_ONU_WAN_TABLE (414) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_wanctab(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the CATV ports of the ONUs of a PON port.
+ *
+ * BSP_CMD_VIEW_ONU_CATV_TABLE (415) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_catvtab(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the SIP users of the ONUs of a PON port.
+ *
+ * BSP_CMD_VIEW_ONU_SIP_TABLE (416) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_sipusertab(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks how image updates of ONUs stand.
+ *
+ * BSP_CMD_VIEW_ONU_UPGRADE_STATUS (418) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_get_upgradestatus_json(uint32_t pon_port, uint32_t onu_id, db_handle **db_out);
+
+/* --- Remote ONU settings --- */
+
+/**
+ * Sends a setting of the information channel that the caller built.
+ *
+ * The caller's command on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param msg the request, 1888 bytes with the command code in `onu_cmd`; not changed; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `msg` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_debug(const bsp_onu_msg *msg);
+
+/**
+ * Sends a setting of the configuration channel that the caller built.
+ *
+ * The caller's command on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param msg the request, 1888 bytes with the command code in `onu_cmd`; not changed; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `msg` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_config(const bsp_onu_msg *msg);
+
+/**
+ * Triggers extra alarms for a test, by a record that the caller built.
+ *
+ * The caller's command on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; write.
+ *
+ * @param msg the request, 1888 bytes with the command code in `onu_cmd`; not changed
+ * @return 0 after every exchange that succeeded, whatever the service's status word says; the IPC library's own value
+ *         after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_alarm_more_test(const bsp_onu_msg *msg);
+
+/**
+ * Sets what the service prints of OAM.
+ *
+ * BSP_CMD_OAM_PRINT (0) on BSP_MSG_ONU_OAM, a bsp_onu_msg of 1888 bytes; write.
+ *
+ * @param value what is printed; the service knows the values
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_oam_print(uint32_t value);
+
+/**
+ * Sets the number of LLIDs of an ONU.
+ *
+ * BSP_CMD_ONU_MULTI_LLID_SET (642) on BSP_MSG_ONU_INFO, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param count number of LLIDs
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_set_multillid(uint32_t pon_port, uint32_t onu_id, uint32_t count);
+
+/**
+ * Has the OLT update an image of an ONU.
+ *
+ * BSP_CMD_ONU_IMAGE_UPDATE (694) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param image which image and where, 260 bytes; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `image` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_update_image(uint32_t pon_port, uint32_t onu_id, const void *image);
+
+/**
+ * Sets the management address of an ONU.
+ *
+ * BSP_CMD_ONU_MGMT_SET (652) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param mgmt the address, 17 bytes as bsp_pon_onu_ctc_get_mgmt reads them; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `mgmt` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_set_mgmt(uint32_t pon_port, uint32_t onu_id, const void *mgmt);
 
 #ifdef __cplusplus
 }

@@ -14,26 +14,55 @@ using catalogue::Argument;
 using catalogue::ArgumentType;
 using catalogue::Operation;
 
+namespace
+{
+
+// Of what comes out of an answer, in bytes: more than that is a slip of the keyboard.
+constexpr uint32_t greatest_wanted = 1048576;
+
+} // namespace
+
 bool is_output(const Argument &argument)
 {
     switch (argument.type) {
     case ArgumentType::db:
     case ArgumentType::text_out:
+    case ArgumentType::u8_out:
+    case ArgumentType::u16_out:
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
     case ArgumentType::response:
         return true;
     case ArgumentType::u32:
+    case ArgumentType::u16:
     case ArgumentType::u8:
     case ArgumentType::mac:
     case ArgumentType::text:
     case ArgumentType::block:
     case ArgumentType::block_inout:
     case ArgumentType::length:
+    case ArgumentType::length_at:
     case ArgumentType::record:
         break;
     }
     return false;
+}
+
+bool is_number(const Argument &argument)
+{
+    return argument.type == ArgumentType::u32 || argument.type == ArgumentType::u16 ||
+           argument.type == ArgumentType::u8;
+}
+
+bool is_length(const Argument &argument)
+{
+    return argument.type == ArgumentType::length || argument.type == ArgumentType::length_at;
+}
+
+bool is_number_out(const Argument &argument)
+{
+    return argument.type == ArgumentType::u32_out || argument.type == ArgumentType::u16_out ||
+           argument.type == ArgumentType::u8_out;
 }
 
 bool is_in_place(const Operation &operation, const Argument &argument)
@@ -44,7 +73,7 @@ bool is_in_place(const Operation &operation, const Argument &argument)
 
 bool is_ignored(const Argument &argument)
 {
-    return (argument.type == ArgumentType::u32 || argument.type == ArgumentType::u8) && !argument.field;
+    return is_number(argument) && !argument.field;
 }
 
 bool is_sized_block(const Argument &argument)
@@ -60,7 +89,7 @@ bool takes_fields(const Operation &operation, const Argument &argument)
 
 bool may_be_omitted(const Argument &argument)
 {
-    return is_output(argument) || is_ignored(argument) || argument.optional || argument.type == ArgumentType::length;
+    return is_output(argument) || is_ignored(argument) || argument.optional || is_length(argument);
 }
 
 std::string form_of(const Operation &operation, const Argument &argument)
@@ -69,7 +98,9 @@ std::string form_of(const Operation &operation, const Argument &argument)
     switch (argument.type) {
     case ArgumentType::u32:
         return name + (is_command(operation, argument) ? "=COMMAND" : "=NUMBER");
+    case ArgumentType::u16:
     case ArgumentType::length:
+    case ArgumentType::length_at:
         return name + "=NUMBER";
     case ArgumentType::u8:
         return name + "=BYTE";
@@ -83,6 +114,8 @@ std::string form_of(const Operation &operation, const Argument &argument)
         return (takes_fields(operation, argument) ? name + ".FIELD=VALUE or " : std::string()) + name + "=BLOCK";
     case ArgumentType::db:
     case ArgumentType::text_out:
+    case ArgumentType::u8_out:
+    case ArgumentType::u16_out:
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
     case ArgumentType::response:
@@ -96,11 +129,15 @@ std::string_view type_name(const Operation &operation, const Argument &argument)
     switch (argument.type) {
     case ArgumentType::u32:
         return is_command(operation, argument) ? "command" : "number";
+    case ArgumentType::u16:
+    case ArgumentType::u16_out:
     case ArgumentType::u32_out:
         return "number";
     case ArgumentType::u8:
+    case ArgumentType::u8_out:
         return "byte";
     case ArgumentType::length:
+    case ArgumentType::length_at:
         return "length";
     case ArgumentType::mac:
         return "mac";
@@ -235,7 +272,7 @@ Arguments::Arguments(const Operation &operation, std::span<const std::string> wo
     }
     // A length is that of its block unless it is stated, so it comes after the blocks.
     for (size_t index = 0; index < passed.size(); ++index)
-        if (operation.arguments[index].type == ArgumentType::length) set_length(index, given);
+        if (is_length(operation.arguments[index])) set_length(index, given);
 }
 
 Arguments::~Arguments()
@@ -256,6 +293,9 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
         value.number = is_command(called, argument)
                            ? parse_command(assignment->name, assignment->value, *called.channel)
                            : parse_number(assignment->name, assignment->value);
+        return;
+    case ArgumentType::u16:
+        if (assignment) value.number = parse_number(assignment->name, assignment->value, UINT16_MAX);
         return;
     case ArgumentType::u8:
         if (assignment) value.number = parse_number(assignment->name, assignment->value, UINT8_MAX);
@@ -281,14 +321,20 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
     case ArgumentType::block_inout:
         set_sized_block(index, given, allow_long);
         return;
-    case ArgumentType::block_out:
-    case ArgumentType::u32_out: {
-        const uint32_t size = argument.type == ArgumentType::u32_out ? sizeof(uint32_t) : argument.size;
-        owned.bytes.resize(argument.field->offset + size);
-        value.pointer = owned.bytes.data() + argument.field->offset;
+    case ArgumentType::block_out: // set with its length where it has one
+        set_room(index, argument.size ? argument.size : argument.field->size);
         return;
-    }
+    case ArgumentType::u8_out:
+        set_room(index, sizeof(uint8_t));
+        return;
+    case ArgumentType::u16_out:
+        value.pointer = &owned.number;
+        return;
+    case ArgumentType::u32_out:
+        set_room(index, sizeof(uint32_t));
+        return;
     case ArgumentType::length:
+    case ArgumentType::length_at:
         return;
     case ArgumentType::record:
         set_record(index, given, allow_long);
@@ -334,10 +380,43 @@ void Arguments::set_sized_block(size_t index, const Given &given, bool allow_lon
     passed[index].pointer = record.data() + start;
 }
 
+// Room for what stands in the answer where it will stand here: whoever reads it finds it as in the answer.
+void Arguments::set_room(size_t index, uint32_t size)
+{
+    const Argument &argument = called.arguments[index];
+    Bytes &bytes = memory[index].bytes;
+    bytes.resize(argument.field->offset + size);
+    passed[index].pointer = bytes.data() + argument.field->offset - argument.skip;
+}
+
+void Arguments::settle()
+{
+    for (size_t index = 0; index < passed.size(); ++index) {
+        const Argument &argument = called.arguments[index];
+        if (argument.type != ArgumentType::u16_out) continue;
+        memory[index].bytes.resize(argument.field->offset);
+        memory[index].bytes.push_back(static_cast<uint8_t>(memory[index].number));
+    }
+}
+
+// How many bytes of an answer are wanted: all that it can hold, unless it is stated.
+void Arguments::set_wanted(size_t index, const Given &given)
+{
+    const Argument &argument = called.arguments[index];
+    const auto block = static_cast<size_t>(argument.other);
+    uint32_t wanted = called.arguments[block].field->size;
+    if (given.whole[index]) wanted = parse_number(argument.name, given.whole[index]->value, greatest_wanted);
+    set_room(block, wanted);
+    passed[index].number = wanted;
+    memory[index].wanted = wanted;
+    passed[index].pointer = &memory[index].wanted;
+}
+
 void Arguments::set_length(size_t index, const Given &given)
 {
     const Argument &argument = called.arguments[index];
     const auto block = static_cast<size_t>(argument.other);
+    if (is_output(called.arguments[block])) return set_wanted(index, given);
     const auto size = static_cast<uint32_t>(memory[block].bytes.size());
     passed[index].number = size;
     if (!given.whole[index]) return;

@@ -32,6 +32,9 @@ public:
     // The command that the operation sends with its call; null where the catalogue does not know it.
     const catalogue::Command *command() const;
 
+    // Once the operation was called: puts what came out widened where it stands in the answer.
+    void settle();
+
     // What an argument's memory holds: a record, a response, a text that was delivered, a database (null where none was
     // delivered). A block or word of the answer stands where it stands in the answer's record, at the memory's end.
     std::span<const uint8_t> bytes(size_t index) const { return memory[index].bytes; }
@@ -40,13 +43,17 @@ public:
 private:
     struct Memory {
         Bytes bytes;
+        uint16_t number = 0; // of a byte that comes out widened
+        uint32_t wanted = 0; // of a length that is read through a pointer
         db_handle *database = nullptr;
     };
     struct Given; // the assignments, sorted out by argument
 
     void set(size_t index, const Given &given, bool allow_long);
     void set_record(size_t index, const Given &given, bool allow_long);
+    void set_room(size_t index, uint32_t size);
     void set_length(size_t index, const Given &given);
+    void set_wanted(size_t index, const Given &given);
     void set_block(size_t index, const Assignment &assignment, bool allow_long);
     void set_sized_block(size_t index, const Given &given, bool allow_long);
     void set_fields_of(size_t index, const Given &given, bool allow_long);
@@ -72,6 +79,10 @@ bool is_command(const catalogue::Operation &operation, const catalogue::Argument
 // all but the command code where the operation writes its own. Of a block: those of the command's layout inside it.
 std::vector<const catalogue::Field *> fields_of(const catalogue::Operation &operation,
                                                 const catalogue::Argument &argument);
+// Whether the argument is a number of the caller's, the length of a block, or a number that comes out of an answer.
+bool is_number(const catalogue::Argument &argument);
+bool is_length(const catalogue::Argument &argument);
+bool is_number_out(const catalogue::Argument &argument);
 // Whether a command line may leave the argument out.
 bool may_be_omitted(const catalogue::Argument &argument);
 // How a command line names the argument and what it takes: "pon_port=NUMBER". Empty for outputs.

@@ -30,7 +30,7 @@ void print_output(const Output &output, const Called &called, size_t index)
             print_bytes(output, {reinterpret_cast<const uint8_t *>(text.data()), text.size()});
         else
             std::fprintf(output.stream, "%s\n", printable(text).c_str());
-    } else if (argument.type == ArgumentType::u32_out && output.format != Format::hex) {
+    } else if (is_number_out(argument) && output.format != Format::hex) {
         std::fprintf(output.stream, "%s: %s\n", std::string(argument.name).c_str(),
                      text_of(called.reading(index), called.word_field(index)).c_str());
     } else {
@@ -50,7 +50,7 @@ void write_output(Json &json, const Called &called, size_t index)
         json.document(called.database(index));
     else if (argument.type == ArgumentType::text_out)
         json.text(called.text(index));
-    else if (argument.type == ArgumentType::u32_out)
+    else if (is_number_out(argument))
         json.number(
             number_text(called.word_field(index), field_bytes(called.word_field(index), called.reading(index).bytes)));
     else

@@ -15,6 +15,7 @@ Called::Called(const catalogue::Operation &operation, const std::vector<std::str
     const Watch watch(!options.dry_run);
     returned = catalogue::invoke(operation, arguments.values());
     exchanged = watch.exchange();
+    arguments.settle();
 }
 
 Called::Called(const char *operation, const std::vector<std::string> &words)
@@ -50,7 +51,7 @@ Reading Called::reading(size_t index) const
                                   arguments.bytes(index));
     const Argument &argument = operation().arguments[index];
     const bool is_part = argument.type == ArgumentType::block_out || argument.type == ArgumentType::block_inout ||
-                         argument.type == ArgumentType::u32_out;
+                         is_number_out(argument);
     if (is_part) reading.start = argument.field->offset;
     return reading;
 }

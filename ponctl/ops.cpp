@@ -117,7 +117,8 @@ const catalogue::Layout *layout_of(const Operation &operation, bool of_answer)
 std::string rule_text(const Argument &argument)
 {
     if (is_ignored(argument)) return "(not used; 0 when left out)";
-    if (argument.type == ArgumentType::length) return "(the size of the block when left out)";
+    if (argument.type == ArgumentType::length_at) return "(all that an answer holds when left out)";
+    if (argument.type == ArgumentType::length) return "(all that there is when left out)";
     if (argument.dropped) return "(the service's result is taken and dropped: nothing is handed out)";
     std::string rule = is_output(argument) ? "(read back" : argument.optional ? "(may be left out" : "(required";
     if (argument.type == ArgumentType::block_inout) rule += " and read back";
@@ -236,7 +237,8 @@ bool takes(const Operation &operation, ArgumentType type)
 std::string forms_page(const Operation &operation)
 {
     std::string page;
-    if (takes(operation, ArgumentType::u32)) page += "  NUMBER  decimal, or hexadecimal with 0x\n";
+    if (takes(operation, ArgumentType::u32) || takes(operation, ArgumentType::u16))
+        page += "  NUMBER  decimal, or hexadecimal with 0x\n";
     if (takes(operation, ArgumentType::u8)) page += "  BYTE    a NUMBER up to 255\n";
     for (const Argument &argument : operation.arguments)
         if (is_command(operation, argument)) page += "  COMMAND a BSP_CMD_ name or a number\n";

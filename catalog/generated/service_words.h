@@ -41,6 +41,9 @@ inline constexpr uint32_t PON_ERR_NOT_ARRIVED = 4020; // no ONU with this MAC ad
 inline constexpr uint32_t PON_ERR_NO_UNI = 4021; // the ONU has no such UNI port
 inline constexpr uint32_t PON_ERR_TOO_LARGE = 4040; // the table is longer than a result can be; ask for less of it, one PON port for example
 inline constexpr uint32_t PON_ERR_NO_INTERFACE = 4041; // the board has no such GE port (1 to 4), XAUI interface (1 and 2) or management port (1)
+inline constexpr uint32_t PON_ERR_NOT_ABLE = 4070; // this kind of ONU is not able to do it
+inline constexpr uint32_t PON_ERR_BAD_IMAGE = 4071; // the part does not go on where the image has got to, or the image is not what was announced
+inline constexpr uint32_t PON_ERR_NO_IMAGE = 4072; // the ONU has no complete image to commit or to start
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 

@@ -115,6 +115,11 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_BLACKLIST_IDS", 394, &all_channels[0], Class::read, std::nullopt, "which ids of a port are in use on the blacklist"},
     {"BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP", 395, &all_channels[0], Class::read, std::nullopt, "attributes of the UNI ports of the whole OLT, for the SNMP agent"},
     {"BSP_CMD_ONU_DESCRIPTION_SET", 398, &all_channels[0], Class::write, std::nullopt, "describe a bound ONU in a text"},
+    {"BSP_CMD_VIEW_ONU_WLAN_TABLE", 413, &all_channels[0], Class::read, std::nullopt, "WLANs of the ONUs of a PON port"},
+    {"BSP_CMD_VIEW_ONU_WAN_TABLE", 414, &all_channels[0], Class::read, std::nullopt, "WAN connections of the ONUs of a PON port"},
+    {"BSP_CMD_VIEW_ONU_CATV_TABLE", 415, &all_channels[0], Class::read, std::nullopt, "CATV ports of the ONUs of a PON port"},
+    {"BSP_CMD_VIEW_ONU_SIP_TABLE", 416, &all_channels[0], Class::read, std::nullopt, "SIP users of the ONUs of a PON port"},
+    {"BSP_CMD_VIEW_ONU_UPGRADE_STATUS", 418, &all_channels[0], Class::read, std::nullopt, "image updates of ONUs"},
     {"BSP_CMD_ONU_SORT_BATCH", 423, &all_channels[0], Class::service_affecting, std::nullopt, "re-sort a batch of ONUs described by the caller's record"},
     {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, std::nullopt, "set the optical ranging limits from the caller's record"},
     {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, std::nullopt, "set whether an ONU, named by its MAC address, is supported"},
@@ -137,8 +142,71 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_DEBUG_CTC_OAM", 261, &all_channels[2], Class::write, std::nullopt, "switch debug output of CTC OAM"},
     {"BSP_CMD_DEBUG_ONU", 262, &all_channels[2], Class::write, std::nullopt, "switch debug output of ONUs"},
     {"BSP_CMD_DEBUG_SLA_GET", 470, &all_channels[2], Class::read, std::nullopt, "the upstream SLA of an ONU, as the chip's debug service has it"},
+    {"BSP_CMD_ONU_CAP2_GET", 636, &all_channels[3], Class::read, std::nullopt, "more capabilities of an ONU"},
+    {"BSP_CMD_ONU_SN_GET", 637, &all_channels[3], Class::read, std::nullopt, "identity of an ONU"},
+    {"BSP_CMD_ONU_FW_GET", 638, &all_channels[3], Class::read, std::nullopt, "firmware version of an ONU"},
+    {"BSP_CMD_ONU_CHIP_ID_GET", 639, &all_channels[3], Class::read, std::nullopt, "chipset of an ONU"},
+    {"BSP_CMD_ONU_CAP_GET", 640, &all_channels[3], Class::read, std::nullopt, "capabilities of an ONU"},
+    {"BSP_CMD_ONU_MEM_INFO_GET", 641, &all_channels[3], Class::read, std::nullopt, "memory of an ONU"},
+    {"BSP_CMD_ONU_MULTI_LLID_SET", 642, &all_channels[3], Class::service_affecting, std::nullopt, "set the number of LLIDs of an ONU"},
+    {"BSP_CMD_ONU_ADMIN_STATE_GET", 688, &all_channels[3], Class::read, Call::get, "whether a UNI port is on"},
+    {"BSP_CMD_ONU_AUTONEG_GET", 690, &all_channels[3], Class::read, Call::get, "whether a UNI port negotiates its speed"},
+    {"BSP_CMD_ONU_AUTONEG_LOCAL_GET", 692, &all_channels[3], Class::read, std::nullopt, "what a UNI port can negotiate"},
+    {"BSP_CMD_ONU_AUTONEG_ADV_GET", 693, &all_channels[3], Class::read, std::nullopt, "what a UNI port offers in auto-negotiation"},
+    {"BSP_CMD_ONU_CLASSIFICATION_GET", 696, &all_channels[3], Class::read, Call::get, "classification rules of a UNI port"},
+    {"BSP_CMD_ONU_SLA_GET", 697, &all_channels[3], Class::read, Call::get, "service level agreement as an ONU has it"},
+    {"BSP_CMD_ONU_IMAGE_WRITE", 698, &all_channels[3], Class::service_affecting, std::nullopt, "a part of an image for an ONU"},
+    {"BSP_CMD_ONU_IMAGE_COMMIT", 699, &all_channels[3], Class::service_affecting, std::nullopt, "make an ONU start its new image from now on"},
+    {"BSP_CMD_ONU_IMAGE_STATUS_GET", 702, &all_channels[3], Class::read, std::nullopt, "how an ONU's image update stands"},
+    {"BSP_CMD_ONU_ABOUT_GET", 703, &all_channels[3], Class::read, std::nullopt, "all about an ONU"},
+    {"BSP_CMD_ONU_PHY_INFO_GET", 705, &all_channels[3], Class::read, std::nullopt, "PHY of a UNI port"},
+    {"BSP_CMD_ONU_TIME_GET", 706, &all_channels[3], Class::read, Call::get, "time configuration of an ONU"},
+    {"BSP_CMD_ONU_BANKS_GET", 714, &all_channels[3], Class::read, std::nullopt, "image banks of an ONU"},
+    {"BSP_CMD_ONU_CATV_STATE_GET", 716, &all_channels[3], Class::read, std::nullopt, "whether an ONU's CATV port is on"},
+    {"BSP_CMD_ONU_PERF_MONITOR_SET", 717, &all_channels[3], Class::write, std::nullopt, "switch performance monitoring of an ONU"},
+    {"BSP_CMD_ONU_CATV_SET", 717, &all_channels[3], Class::service_affecting, std::nullopt, "switch the CATV port of an ONU"},
+    {"BSP_CMD_ONU_PERF_MONITOR_GET", 718, &all_channels[3], Class::read, std::nullopt, "performance monitoring of a UNI port"},
+    {"BSP_CMD_ONU_PERF_CURRENT_GET", 720, &all_channels[3], Class::read, std::nullopt, "counters of a UNI port in the current period"},
+    {"BSP_CMD_ONU_PERF_HISTORY_GET", 722, &all_channels[3], Class::read, std::nullopt, "counters of a UNI port in the period before"},
+    {"BSP_CMD_ONU_DEVICE_INFO_GET", 634, &all_channels[4], Class::read, std::nullopt, "device information of an ONU"},
+    {"BSP_CMD_ONU_VLAN_GET", 644, &all_channels[4], Class::read, Call::get, "VLANs of a UNI port"},
+    {"BSP_CMD_VIEW_ONU_VLAN", 645, &all_channels[4], Class::read, std::nullopt, "VLANs of the UNI ports of an ONU"},
+    {"BSP_CMD_ONU_OPTICS_GET", 648, &all_channels[4], Class::read, std::nullopt, "optical transceiver of an ONU"},
+    {"BSP_CMD_ONU_MAX_PORT_GET", 650, &all_channels[4], Class::read, std::nullopt, "number of UNI ports of an ONU"},
+    {"BSP_CMD_ONU_MGMT_GET", 651, &all_channels[4], Class::read, std::nullopt, "management address of an ONU"},
+    {"BSP_CMD_ONU_MGMT_SET", 652, &all_channels[4], Class::service_affecting, std::nullopt, "set the management address of an ONU"},
+    {"BSP_CMD_ONU_RATE_LIMIT_GET", 655, &all_channels[4], Class::read, Call::get, "rate limits of a UNI port"},
+    {"BSP_CMD_ONU_LOOP_DETECT_GET", 657, &all_channels[4], Class::read, Call::get, "loop detection of an ONU"},
+    {"BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET", 658, &all_channels[4], Class::read, std::nullopt, "which forms of multicast fast leave an ONU knows"},
+    {"BSP_CMD_ONU_FAST_LEAVE_GET", 659, &all_channels[4], Class::read, Call::get, "multicast fast leave, as an ONU has it"},
+    {"BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET", 660, &all_channels[4], Class::read, std::nullopt, "multicast fast leave of an ONU, as the OLT has it"},
+    {"BSP_CMD_ONU_MC_SWITCH_GET", 662, &all_channels[4], Class::read, Call::get, "multicast mode, as an ONU has it"},
+    {"BSP_CMD_ONU_MC_SWITCH_LOCAL_GET", 663, &all_channels[4], Class::read, std::nullopt, "multicast mode of an ONU, as the OLT has it"},
+    {"BSP_CMD_ONU_MC_GROUP_MAX_GET", 665, &all_channels[4], Class::read, Call::get, "how many multicast groups a UNI port may join, as the ONU has it"},
+    {"BSP_CMD_ONU_MC_GROUP_MAX_LOCAL_GET", 666, &all_channels[4], Class::read, std::nullopt, "how many multicast groups a UNI port may join, as the OLT has it"},
+    {"BSP_CMD_ONU_MC_VLAN_MODE_GET", 668, &all_channels[4], Class::read, Call::get, "tags of multicast frames at a UNI port, as the ONU has it"},
+    {"BSP_CMD_ONU_MC_VLAN_MODE_LOCAL_GET", 669, &all_channels[4], Class::read, std::nullopt, "tags of multicast frames at a UNI port, as the OLT has it"},
+    {"BSP_CMD_ONU_MC_VLAN_GET", 670, &all_channels[4], Class::read, Call::get, "multicast VLANs of a UNI port, as the ONU has them"},
+    {"BSP_CMD_ONU_MC_VLAN_LOCAL_GET", 671, &all_channels[4], Class::read, std::nullopt, "multicast VLANs of a UNI port, as the OLT has them"},
+    {"BSP_CMD_ONU_MC_GROUP_GET", 672, &all_channels[4], Class::read, std::nullopt, "multicast groups of an ONU"},
+    {"BSP_CMD_VIEW_ONU_MC_CONFIG", 678, &all_channels[4], Class::read, std::nullopt, "multicast configuration of an ONU"},
+    {"BSP_CMD_VIEW_ONU_UNI_MC_CONFIG", 679, &all_channels[4], Class::read, std::nullopt, "multicast configuration of the UNI ports of an ONU"},
+    {"BSP_CMD_VIEW_ONU_MC_TRANSLATION", 680, &all_channels[4], Class::read, std::nullopt, "multicast VLAN translation of a UNI port"},
+    {"BSP_CMD_VIEW_ONU_MC_VLAN", 681, &all_channels[4], Class::read, std::nullopt, "multicast VLANs of the UNI ports of an ONU"},
+    {"BSP_CMD_ONU_LINK_STATE_GET", 682, &all_channels[4], Class::read, std::nullopt, "links of the UNI ports of an ONU"},
+    {"BSP_CMD_ONU_PAUSE_GET", 683, &all_channels[4], Class::read, Call::get, "flow control of a UNI port"},
+    {"BSP_CMD_ONU_FEC_GET", 685, &all_channels[4], Class::read, Call::get, "forward error correction of an ONU"},
+    {"BSP_CMD_ONU_FEC_ABILITY_GET", 686, &all_channels[4], Class::read, std::nullopt, "whether an ONU can correct errors"},
+    {"BSP_CMD_ONU_IMAGE_UPDATE", 694, &all_channels[4], Class::service_affecting, std::nullopt, "have the OLT update an image of an ONU"},
     {"BSP_CMD_VIEW_ONU_CONFIG", 709, &all_channels[4], Class::read, std::nullopt, "configuration of one ONU"},
     {"BSP_CMD_VIEW_ONU_PORT_CONFIG", 710, &all_channels[4], Class::read, std::nullopt, "configuration of the UNI ports of one ONU"},
+    {"BSP_CMD_VIEW_ONU_WAN", 734, &all_channels[4], Class::read, Call::get, "WAN connections of an ONU"},
+    {"BSP_CMD_VIEW_ONU_WLAN", 736, &all_channels[4], Class::read, Call::get, "WLANs of an ONU"},
+    {"BSP_CMD_VIEW_ONU_CATV", 737, &all_channels[4], Class::read, Call::get, "CATV port of an ONU"},
+    {"BSP_CMD_VIEW_ONU_VOIP", 751, &all_channels[4], Class::read, Call::get, "voice ports of an ONU"},
+    {"BSP_CMD_VIEW_ONU_ACL", 757, &all_channels[4], Class::read, Call::get, "access control list of an ONU"},
+    {"BSP_CMD_VIEW_ONU_DHCP", 761, &all_channels[4], Class::read, Call::get, "DHCP server of an ONU"},
+    {"BSP_CMD_VIEW_ONU_UNI_SNMP", 772, &all_channels[4], Class::read, std::nullopt, "UNI ports of an ONU, for the SNMP agent"},
     {"BSP_CMD_MPCP_SET", 454, &all_channels[5], Class::service_affecting, std::nullopt, "set MPCP parameters of a PON port"},
     {"BSP_CMD_OPTICS_STATUS_SET", 454, &all_channels[5], Class::write, std::nullopt, "hand an optical status block to the PON chip's debug layer"},
     {"BSP_CMD_ONU_DEREGISTER", 455, &all_channels[5], Class::service_affecting, std::nullopt, "deregister an ONU"},
@@ -181,6 +249,8 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_UPGRADE_TYPE_BIND_PORT", 796, &all_channels[8], Class::write, std::nullopt, "bind an upgrade type to the ONUs of a PON port"},
     {"BSP_CMD_UPGRADE_ONU", 797, &all_channels[8], Class::service_affecting, std::nullopt, "upgrade one ONU"},
     {"BSP_CMD_UPGRADE_PORT", 798, &all_channels[8], Class::service_affecting, std::nullopt, "upgrade the ONUs of a PON port"},
+    {"BSP_CMD_OAM_PRINT", 0, &all_channels[9], Class::write, Call::set, "set what is printed of OAM, by a request without a command code"},
+    {"BSP_CMD_VIEW_ONU_SN", 776, &all_channels[9], Class::read, std::nullopt, "serial numbers of the ONUs of a PON port"},
     {"BSP_CMD_LOOP_STATE_SET", 779, &all_channels[10], Class::service_affecting, std::nullopt, "switch loop detection on or off"},
     {"BSP_CMD_LOOP_RECOVER_MODE_SET", 780, &all_channels[10], Class::write, std::nullopt, "set how ports recover from a loop"},
     {"BSP_CMD_LOOP_RECOVER", 781, &all_channels[10], Class::service_affecting, std::nullopt, "recover the ports that a loop shut down, now"},
@@ -231,6 +301,9 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NO_UNI", 4021, false, "the ONU has no such UNI port"},
     {"PON_ERR_TOO_LARGE", 4040, false, "the table is longer than a result can be; ask for less of it, one PON port for example"},
     {"PON_ERR_NO_INTERFACE", 4041, false, "the board has no such GE port (1 to 4), XAUI interface (1 and 2) or management port (1)"},
+    {"PON_ERR_NOT_ABLE", 4070, false, "this kind of ONU is not able to do it"},
+    {"PON_ERR_BAD_IMAGE", 4071, false, "the part does not go on where the image has got to, or the image is not what was announced"},
+    {"PON_ERR_NO_IMAGE", 4072, false, "the ONU has no complete image to commit or to start"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -255,20 +328,20 @@ constexpr Field onu_confirm_fields[] = {
     {"by_mode", FieldType::u8, 16, 1, "", 1, "0: the port's authentication does not concern the ONU while it is bound; 1: it does, so that a LOID mode may still turn it away"},
 };
 
-constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[32], &all_commands[9]};
+constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[37], &all_commands[9]};
 
 constexpr Field onu_batch_fields[] = {
     {"onu_set", FieldType::idset, 432, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *opt_range_commands[] = {&all_commands[33]};
+constexpr const Command *opt_range_commands[] = {&all_commands[38]};
 
 constexpr Field opt_range_fields[] = {
     {"min_distance", FieldType::u32, 432, 4, "m", 1, "nearest ONU that is ranged, at most max_distance"},
     {"max_distance", FieldType::u32, 436, 4, "m", 1, "farthest ONU that is ranged, at most 20000"},
 };
 
-constexpr const Command *port_stats_commands[] = {&all_commands[35], &all_commands[36]};
+constexpr const Command *port_stats_commands[] = {&all_commands[40], &all_commands[41]};
 
 constexpr Field port_stats_fields[] = {
     {"in_octets", FieldType::u64, 124, 8, "octets", 1, "received, of frames without errors (ifHCInOctets)"},
@@ -293,7 +366,7 @@ constexpr Field port_stats_fields[] = {
     {"frames_1024_1518", FieldType::u64, 276, 8, "frames", 1, "of 1024 to 1518 octets (etherStatsPkts1024to1518Octets)"},
 };
 
-constexpr const Command *ge_phy_commands[] = {&all_commands[37]};
+constexpr const Command *ge_phy_commands[] = {&all_commands[42]};
 
 constexpr Field ge_phy_fields[] = {
     {"control", FieldType::u16, 124, 2, "", 1, "register 0: bit 14 loopback, 13 and 6 speed (01: 1000 Mbit/s), 12 auto-negotiation, 11 power down, 10 isolate, 8 full duplex"},
@@ -308,19 +381,19 @@ constexpr Field ge_phy_fields[] = {
     {"extended_status", FieldType::u16, 142, 2, "", 1, "register 15: bit 15 1000BASE-X full duplex, 14 1000BASE-X half duplex"},
 };
 
-constexpr const Command *ge_phy_control_commands[] = {&all_commands[38]};
+constexpr const Command *ge_phy_control_commands[] = {&all_commands[43]};
 
 constexpr Field ge_phy_control_fields[] = {
     {"control", FieldType::u8, 124, 1, "", 1, "the upper byte of the control register: bit 7 reset (to auto-negotiation and full duplex, whatever the others), 6 loopback, 5 is refused (100 Mbit/s), 4 auto-negotiation, 3 power down, 2 isolate, 1 restart auto-negotiation (done at once), 0 full duplex"},
 };
 
-constexpr const Command *behavior_view_commands[] = {&all_commands[39], &all_commands[40]};
+constexpr const Command *behavior_view_commands[] = {&all_commands[44], &all_commands[45]};
 
 constexpr Field behavior_view_fields[] = {
     {"selector", FieldType::u32, 120, 4, "", 1, "0 the PON port, 1 the GE port (1 to 4)"},
 };
 
-constexpr const Command *ingress_commands[] = {&all_commands[39]};
+constexpr const Command *ingress_commands[] = {&all_commands[44]};
 
 constexpr Field ingress_fields[] = {
     {"vlan_mode", FieldType::u8, 124, 1, "", 1, "0: tags pass unchanged"},
@@ -345,7 +418,7 @@ constexpr Field ingress_fields[] = {
     {"policing", FieldType::u8, 177, 1, "", 1, "1 where policing is on"},
 };
 
-constexpr const Command *egress_commands[] = {&all_commands[40]};
+constexpr const Command *egress_commands[] = {&all_commands[45]};
 
 constexpr Field egress_fields[] = {
     {"tagging", FieldType::u8, 124, 1, "", 1, "0: frames leave as they are"},
@@ -354,7 +427,7 @@ constexpr Field egress_fields[] = {
     {"shaping_rate", FieldType::u32, 128, 4, "kbit/s", 1, "rate limit"},
 };
 
-constexpr const Command *pon_mac_commands[] = {&all_commands[41]};
+constexpr const Command *pon_mac_commands[] = {&all_commands[46]};
 
 constexpr Field pon_mac_fields[] = {
     {"registered", FieldType::u32, 124, 4, "", 1, "bound ONUs that are online"},
@@ -371,7 +444,7 @@ constexpr Field pon_mac_fields[] = {
     {"uplink", FieldType::u8, 159, 1, "", 1, "GE port that the traffic goes through"},
 };
 
-constexpr const Command *mpcp_commands[] = {&all_commands[56]};
+constexpr const Command *mpcp_commands[] = {&all_commands[124]};
 
 constexpr Field mpcp_fields[] = {
     {"discovery_interval", FieldType::u32, 124, 4, "ms", 1, "1: from one discovery window to the next, 100 to 10000; at first 1000"},
@@ -384,7 +457,7 @@ constexpr Field mpcp_fields[] = {
     {"fec", FieldType::u32, 152, 4, "", 1, "3: 1 with forward error correction, else 0; at first 0"},
 };
 
-constexpr const Command *ge_mac_commands[] = {&all_commands[44]};
+constexpr const Command *ge_mac_commands[] = {&all_commands[49]};
 
 constexpr Field ge_mac_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
@@ -402,7 +475,7 @@ constexpr Field ge_mac_fields[] = {
     {"promiscuous", FieldType::u8, 145, 1, "", 1, "1: it takes frames to any address"},
 };
 
-constexpr const Command *xaui_mac_commands[] = {&all_commands[45]};
+constexpr const Command *xaui_mac_commands[] = {&all_commands[50]};
 
 constexpr Field xaui_mac_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
@@ -419,7 +492,7 @@ constexpr Field xaui_mac_fields[] = {
     {"out_load", FieldType::u32, 148, 4, "kbit/s", 1, "offered by the ONUs for the network, now"},
 };
 
-constexpr const Command *xaui_phy_commands[] = {&all_commands[46]};
+constexpr const Command *xaui_phy_commands[] = {&all_commands[51]};
 
 constexpr Field xaui_phy_fields[] = {
     {"control", FieldType::u16, 124, 2, "", 1, "register 0: bits 13 and 6 speed (11: 10 Gbit/s), 14 loopback, 11 low power"},
@@ -430,7 +503,7 @@ constexpr Field xaui_phy_fields[] = {
     {"test", FieldType::u16, 134, 2, "", 1, "register 25: bit 2 test pattern on, 1 and 0 which"},
 };
 
-constexpr const Command *mgmt_cfg_commands[] = {&all_commands[50]};
+constexpr const Command *mgmt_cfg_commands[] = {&all_commands[55]};
 
 constexpr Field mgmt_cfg_fields[] = {
     {"enabled", FieldType::u8, 124, 1, "", 1, "1 where it is enabled"},
@@ -438,26 +511,26 @@ constexpr Field mgmt_cfg_fields[] = {
     {"speed", FieldType::u16, 126, 2, "Mbit/s", 1, "its speed"},
 };
 
-constexpr const Command *fdb_dump_commands[] = {&all_commands[49]};
+constexpr const Command *fdb_dump_commands[] = {&all_commands[54]};
 
 constexpr Field fdb_dump_fields[] = {
     {"selector", FieldType::u32, 120, 4, "", 1, "0 all entries, 1 dynamic ones, 2 static ones"},
 };
 
-constexpr const Command *debug_switch_commands[] = {&all_commands[51], &all_commands[52]};
+constexpr const Command *debug_switch_commands[] = {&all_commands[56], &all_commands[57]};
 
 constexpr Field debug_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "1 on, 0 off"},
     {"pon_port", FieldType::u32, 120, 4, "", 1, "PON port, 0 for all"},
 };
 
-constexpr const Command *vlan_view_commands[] = {&all_commands[88], &all_commands[89]};
+constexpr const Command *vlan_view_commands[] = {&all_commands[156], &all_commands[157]};
 
 constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", 1, "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
-constexpr const Command *sla_commands[] = {&all_commands[67]};
+constexpr const Command *sla_commands[] = {&all_commands[135]};
 
 constexpr Field sla_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -467,7 +540,7 @@ constexpr Field sla_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority, 1 to 100"},
 };
 
-constexpr const Command *sla_of_onu_commands[] = {&all_commands[68], &all_commands[53]};
+constexpr const Command *sla_of_onu_commands[] = {&all_commands[136], &all_commands[58]};
 
 constexpr Field sla_of_onu_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -477,19 +550,19 @@ constexpr Field sla_of_onu_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority"},
 };
 
-constexpr const Command *sla_down_commands[] = {&all_commands[72]};
+constexpr const Command *sla_down_commands[] = {&all_commands[140]};
 
 constexpr Field sla_down_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded, at most 1000000; 0 takes the SLA away: the default holds again, which is 1000000"},
 };
 
-constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[73]};
+constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[141]};
 
 constexpr Field sla_down_of_onu_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded: what was stored, or the default, which is 1000000"},
 };
 
-constexpr const Command *sla_of_port_commands[] = {&all_commands[69]};
+constexpr const Command *sla_of_port_commands[] = {&all_commands[137]};
 
 constexpr Field sla_of_port_fields[] = {
     {"onus", FieldType::u32, 124, 4, "", 1, "bound ONUs with a stored SLA"},
@@ -499,7 +572,7 @@ constexpr Field sla_of_port_fields[] = {
     {"free", FieldType::u32, 140, 4, "kbit/s", 1, "what is left of it"},
 };
 
-constexpr const Command *p2p_switch_commands[] = {&all_commands[60]};
+constexpr const Command *p2p_switch_commands[] = {&all_commands[128]};
 
 constexpr Field p2p_switch_fields[] = {
     {"port", FieldType::u32, 96, 4, "", 1, "PON port number, 0 all ports"},
@@ -507,13 +580,13 @@ constexpr Field p2p_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "0 off, 1 on"},
 };
 
-constexpr const Command *p2p_own_port_commands[] = {&all_commands[61]};
+constexpr const Command *p2p_own_port_commands[] = {&all_commands[129]};
 
 constexpr Field p2p_own_port_fields[] = {
     {"own_port", FieldType::u32, 116, 4, "", 1, "GE uplink, 1 to 4, that takes the frames of the PON port that P2P forwarding leaves; 0 any, as at first"},
 };
 
-constexpr const Command *p2p_of_port_commands[] = {&all_commands[62]};
+constexpr const Command *p2p_of_port_commands[] = {&all_commands[130]};
 
 constexpr Field p2p_of_port_fields[] = {
     {"on", FieldType::u32, 100, 4, "", 1, "the switch of the port: 0 off, 1 on"},
@@ -527,7 +600,7 @@ constexpr Field p2p_of_port_fields[] = {
     {"onu_set", FieldType::idset, 136, 16, "", 1, "bound ONUs that the switch is on for, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *p2p_config_commands[] = {&all_commands[65]};
+constexpr const Command *p2p_config_commands[] = {&all_commands[133]};
 
 constexpr Field p2p_config_fields[] = {
     {"rate", FieldType::u32, 124, 4, "kbit/s", 1, "of all frames between ONUs together, at most 1000000; 0 not limited"},
@@ -537,7 +610,7 @@ constexpr Field p2p_config_fields[] = {
     {"multicast", FieldType::u8, 133, 1, "", 1, "1 to forward multicast frames, else 0"},
 };
 
-constexpr const Command *p2p_entry_commands[] = {&all_commands[64]};
+constexpr const Command *p2p_entry_commands[] = {&all_commands[132]};
 
 constexpr Field p2p_entry_fields[] = {
     {"action", FieldType::u16, 124, 2, "", 1, "1 forward, 2 drop, 0 remove the entry"},
@@ -547,7 +620,7 @@ constexpr Field p2p_entry_fields[] = {
     {"rate", FieldType::u32, 132, 4, "kbit/s", 1, "at most 1000000; 0 not limited"},
 };
 
-constexpr const Command *llid_behavior_commands[] = {&all_commands[66]};
+constexpr const Command *llid_behavior_commands[] = {&all_commands[134]};
 
 constexpr Field llid_behavior_fields[] = {
     {"mac_limit", FieldType::u32, 124, 4, "", 1, "addresses that are learned at most; 0 not limited"},
@@ -558,7 +631,7 @@ constexpr Field llid_behavior_fields[] = {
     {"isolated", FieldType::u32, 144, 4, "", 1, "1 where P2P forwarding leaves the LLID out, else 0"},
 };
 
-constexpr const Command *fdb_config_commands[] = {&all_commands[79]};
+constexpr const Command *fdb_config_commands[] = {&all_commands[147]};
 
 constexpr Field fdb_config_fields[] = {
     {"ageing", FieldType::u32, 124, 4, "s", 1, "how long an address stays that is not heard of, 10 to 1000000; 0 for ever"},
@@ -566,7 +639,7 @@ constexpr Field fdb_config_fields[] = {
     {"port_limit", FieldType::u32, 132, 4, "", 1, "addresses that a PON port has at most, those that were learned first; 0 not limited"},
 };
 
-constexpr const Command *fdb_flush_commands[] = {&all_commands[80]};
+constexpr const Command *fdb_flush_commands[] = {&all_commands[148]};
 
 constexpr Field fdb_flush_fields[] = {
     {"side", FieldType::u16, 124, 2, "", 1, "0 both, 1 the PON side, 2 the network side"},
@@ -576,7 +649,7 @@ constexpr Field fdb_flush_fields[] = {
     {"mac", FieldType::mac, 132, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_query_commands[] = {&all_commands[82], &all_commands[83]};
+constexpr const Command *mac_query_commands[] = {&all_commands[150], &all_commands[151]};
 
 constexpr Field mac_query_fields[] = {
     {"from", FieldType::u32, 124, 4, "", 1, "how many of them to pass over"},
@@ -588,13 +661,13 @@ constexpr Field mac_query_fields[] = {
     {"mac", FieldType::mac, 148, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_count_commands[] = {&all_commands[82], &all_commands[83]};
+constexpr const Command *mac_count_commands[] = {&all_commands[150], &all_commands[151]};
 
 constexpr Field mac_count_fields[] = {
     {"matching", FieldType::u32, 120, 4, "", 1, "entries that the query matches, shown or not"},
 };
 
-constexpr const Command *mac_ageing_commands[] = {&all_commands[81]};
+constexpr const Command *mac_ageing_commands[] = {&all_commands[149]};
 
 constexpr Field mac_ageing_fields[] = {
     {"entries", FieldType::u32, 112, 4, "", 1, "entries of both sides"},
@@ -633,7 +706,7 @@ constexpr Field whitelist_entry_fields[] = {
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
 
-constexpr const Command *loop_config_commands[] = {&all_commands[104]};
+constexpr const Command *loop_config_commands[] = {&all_commands[174]};
 
 constexpr Field loop_config_fields[] = {
     {"state", FieldType::u32, 20, 4, "", 1, "1 while loops are detected, else 0"},
@@ -646,7 +719,7 @@ constexpr Field loop_config_fields[] = {
     {"reserved", FieldType::bytes, 48, 52, "", 1, "zero"},
 };
 
-constexpr const Command *optics_diagnostics_commands[] = {&all_commands[84]};
+constexpr const Command *optics_diagnostics_commands[] = {&all_commands[152]};
 
 constexpr Field optics_diagnostics_fields[] = {
     {"temperature", FieldType::s32, 124, 4, "degC", 0.01, "temperature"},
@@ -671,7 +744,7 @@ constexpr Field optics_diagnostics_fields[] = {
     {"lol_level", FieldType::s32, 176, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *optics_rssi_commands[] = {&all_commands[85]};
+constexpr const Command *optics_rssi_commands[] = {&all_commands[153]};
 
 constexpr Field optics_rssi_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "MAC address of the ONU"},
@@ -692,7 +765,7 @@ constexpr Field optics_rssi_fields[] = {
     {"state", FieldType::u32, 184, 4, "", 1, "of the received power: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
 };
 
-constexpr const Command *sfp_info_commands[] = {&all_commands[86]};
+constexpr const Command *sfp_info_commands[] = {&all_commands[154]};
 
 constexpr Field sfp_info_fields[] = {
     {"cage", FieldType::u32, 124, 4, "", 1, "SFP cage number"},
@@ -751,7 +824,7 @@ constexpr Field sfp_info_fields[] = {
     {"lol_level", FieldType::s32, 584, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *opm_trigger_commands[] = {&all_commands[75]};
+constexpr const Command *opm_trigger_commands[] = {&all_commands[143]};
 
 constexpr Field opm_trigger_fields[] = {
     {"samples", FieldType::u32, 124, 4, "", 1, "how many samples to take, at most 100; 0 is 1"},
@@ -759,20 +832,20 @@ constexpr Field opm_trigger_fields[] = {
     {"delay", FieldType::u32, 132, 4, "ms", 1, "time before the first, at most 3600000"},
 };
 
-constexpr const Command *lao_mode_commands[] = {&all_commands[77]};
+constexpr const Command *lao_mode_commands[] = {&all_commands[145]};
 
 constexpr Field lao_mode_fields[] = {
     {"reserved", FieldType::bytes, 124, 12, "", 1, "zero"},
 };
 
-constexpr const Command *lol_mode_commands[] = {&all_commands[78]};
+constexpr const Command *lol_mode_commands[] = {&all_commands[146]};
 
 constexpr Field lol_mode_fields[] = {
     {"level", FieldType::s32, 124, 4, "dBm", 0.01, "the level of mode 1, -40 to 0; 0 in mode 0"},
     {"reserved", FieldType::bytes, 128, 4, "", 1, "zero"},
 };
 
-constexpr const Command *optical_status_commands[] = {&all_commands[57]};
+constexpr const Command *optical_status_commands[] = {&all_commands[125]};
 
 constexpr Field optical_status_fields[] = {
     {"valid", FieldType::u8, 124, 1, "", 1, "1; 0 makes the debug layer forget what it was told, and the rest does not count"},
@@ -787,13 +860,13 @@ constexpr Field optical_status_fields[] = {
     {"time", FieldType::u64, 148, 8, "ms", 1, "when it was measured"},
 };
 
-constexpr const Command *pon_laser_commands[] = {&all_commands[43]};
+constexpr const Command *pon_laser_commands[] = {&all_commands[48]};
 
 constexpr Field pon_laser_fields[] = {
     {"state", FieldType::u32, 124, 4, "", 1, "0 off by TX disable, 1 on, 2 on in spite of TX disable by LAO mode"},
 };
 
-constexpr const Command *pon_phy_commands[] = {&all_commands[42]};
+constexpr const Command *pon_phy_commands[] = {&all_commands[47]};
 
 constexpr Field pon_phy_fields[] = {
     {"laser", FieldType::u8, 124, 1, "", 1, "1 while the laser is on"},
@@ -808,7 +881,7 @@ constexpr Field pon_phy_fields[] = {
     {"wavelength", FieldType::u16, 134, 2, "nm", 1, "wavelength of the laser"},
 };
 
-constexpr const Command *i2c_read_commands[] = {&all_commands[47]};
+constexpr const Command *i2c_read_commands[] = {&all_commands[52]};
 
 constexpr Field i2c_read_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -818,7 +891,7 @@ constexpr Field i2c_read_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "not read"},
 };
 
-constexpr const Command *i2c_bytes_commands[] = {&all_commands[47]};
+constexpr const Command *i2c_bytes_commands[] = {&all_commands[52]};
 
 constexpr Field i2c_bytes_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -828,7 +901,7 @@ constexpr Field i2c_bytes_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes; behind them zero"},
 };
 
-constexpr const Command *i2c_write_commands[] = {&all_commands[48]};
+constexpr const Command *i2c_write_commands[] = {&all_commands[53]};
 
 constexpr Field i2c_write_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -838,7 +911,7 @@ constexpr Field i2c_write_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes to write"},
 };
 
-constexpr const Command *upgrade_type_commands[] = {&all_commands[90]};
+constexpr const Command *upgrade_type_commands[] = {&all_commands[158]};
 
 constexpr Field upgrade_type_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
@@ -849,19 +922,19 @@ constexpr Field upgrade_type_fields[] = {
     {"file", FieldType::text, 96, 64, "", 1, "file name of the image; it is shown only, and may be empty"},
 };
 
-constexpr const Command *upgrade_type_name_commands[] = {&all_commands[91]};
+constexpr const Command *upgrade_type_name_commands[] = {&all_commands[159]};
 
 constexpr Field upgrade_type_name_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
 };
 
-constexpr const Command *upgrade_type_file_commands[] = {&all_commands[93]};
+constexpr const Command *upgrade_type_file_commands[] = {&all_commands[161]};
 
 constexpr Field upgrade_type_file_fields[] = {
     {"file", FieldType::text, 20, 256, "", 1, "absolute path of the file, where the service runs"},
 };
 
-constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[94]};
+constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[162]};
 
 constexpr Field upgrade_bind_onus_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -869,21 +942,21 @@ constexpr Field upgrade_bind_onus_fields[] = {
     {"onu_set", FieldType::idset, 56, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[95]};
+constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[163]};
 
 constexpr Field upgrade_bind_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"name", FieldType::text, 24, 32, "", 1, "name of the type; empty: none is bound any more"},
 };
 
-constexpr const Command *upgrade_onu_commands[] = {&all_commands[96]};
+constexpr const Command *upgrade_onu_commands[] = {&all_commands[164]};
 
 constexpr Field upgrade_onu_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"onu_id", FieldType::u32, 24, 4, "", 1, "ONU id"},
 };
 
-constexpr const Command *upgrade_port_commands[] = {&all_commands[97]};
+constexpr const Command *upgrade_port_commands[] = {&all_commands[165]};
 
 constexpr Field upgrade_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -1006,7 +1079,7 @@ constexpr Column uni_attributes_columns[] = {
     {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
 };
 
-constexpr const Command *onu_config_commands[] = {&all_commands[54]};
+constexpr const Command *onu_config_commands[] = {&all_commands[115]};
 
 constexpr Column onu_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1026,7 +1099,7 @@ constexpr Column onu_config_columns[] = {
     {"description", "DESCRIPTION", ColumnType::text, "", "description; empty where there is none"},
 };
 
-constexpr const Command *uni_config_commands[] = {&all_commands[55]};
+constexpr const Command *uni_config_commands[] = {&all_commands[116]};
 
 constexpr Column uni_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1046,7 +1119,7 @@ constexpr Column uni_config_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *vlan_modes_commands[] = {&all_commands[88]};
+constexpr const Command *vlan_modes_commands[] = {&all_commands[156]};
 
 constexpr Column vlan_modes_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1058,7 +1131,7 @@ constexpr Column vlan_modes_columns[] = {
     {"trunk", "TRUNK", ColumnType::u32, "", "UNI ports that are trunks"},
 };
 
-constexpr const Command *vlan_lists_commands[] = {&all_commands[89]};
+constexpr const Command *vlan_lists_commands[] = {&all_commands[157]};
 
 constexpr Column vlan_lists_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1069,7 +1142,7 @@ constexpr Column vlan_lists_columns[] = {
     {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
-constexpr const Command *slas_commands[] = {&all_commands[70]};
+constexpr const Command *slas_commands[] = {&all_commands[138]};
 
 constexpr Column slas_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
@@ -1080,7 +1153,7 @@ constexpr Column slas_columns[] = {
     {"wt", "WEIGHT", ColumnType::u32, "", "share among those of one priority"},
 };
 
-constexpr const Command *slas_of_ports_commands[] = {&all_commands[71]};
+constexpr const Command *slas_of_ports_commands[] = {&all_commands[139]};
 
 constexpr Column slas_of_ports_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1093,14 +1166,14 @@ constexpr Column slas_of_ports_columns[] = {
     {"free", "FREE", ColumnType::u32, "kbit/s", "what is left of it"},
 };
 
-constexpr const Command *slas_down_commands[] = {&all_commands[74]};
+constexpr const Command *slas_down_commands[] = {&all_commands[142]};
 
 constexpr Column slas_down_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
     {"max", "MAX", ColumnType::u32, "kbit/s", "maximum bandwidth; null where no SLA is stored and the default holds"},
 };
 
-constexpr const Command *p2p_commands[] = {&all_commands[63]};
+constexpr const Command *p2p_commands[] = {&all_commands[131]};
 
 constexpr Column p2p_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1110,7 +1183,7 @@ constexpr Column p2p_columns[] = {
     {"entries", "ENTRIES", ColumnType::u32, "", "forwarding entries"},
 };
 
-constexpr const Command *p2p_entries_commands[] = {&all_commands[62]};
+constexpr const Command *p2p_entries_commands[] = {&all_commands[130]};
 
 constexpr Column p2p_entries_columns[] = {
     {"entry", "ENTRY", ColumnType::u32, "", "number of the entry"},
@@ -1122,7 +1195,7 @@ constexpr Column p2p_entries_columns[] = {
     {"rate", "RATE", ColumnType::u32, "kbit/s", "rate limit; null none"},
 };
 
-constexpr const Command *mac_table_commands[] = {&all_commands[82]};
+constexpr const Command *mac_table_commands[] = {&all_commands[150]};
 
 constexpr Column mac_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1133,7 +1206,7 @@ constexpr Column mac_table_columns[] = {
     {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
 };
 
-constexpr const Command *mac_table_nni_commands[] = {&all_commands[83]};
+constexpr const Command *mac_table_nni_commands[] = {&all_commands[151]};
 
 constexpr Column mac_table_nni_columns[] = {
     {"uplink", "UPLINK", ColumnType::u32, "", "GE uplink"},
@@ -1180,7 +1253,7 @@ constexpr Column onu_alarm_columns[] = {
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
 };
 
-constexpr const Command *loop_info_commands[] = {&all_commands[103]};
+constexpr const Command *loop_info_commands[] = {&all_commands[173]};
 
 constexpr Column loop_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1222,7 +1295,7 @@ constexpr Column base_info_columns[] = {
     {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
 };
 
-constexpr const Command *sfp_quantities_commands[] = {&all_commands[87]};
+constexpr const Command *sfp_quantities_commands[] = {&all_commands[155]};
 
 constexpr Column sfp_quantities_columns[] = {
     {"quantity", "QUANTITY", ColumnType::text, "", "temperature, voltage, bias, launch power or received power"},
@@ -1235,7 +1308,7 @@ constexpr Column sfp_quantities_columns[] = {
     {"state", "STATE", ColumnType::text, "", "normal, low warning, low alarm, high warning or high alarm; null where nothing was measured"},
 };
 
-constexpr const Command *upgrade_types_commands[] = {&all_commands[92]};
+constexpr const Command *upgrade_types_commands[] = {&all_commands[160]};
 
 constexpr Column upgrade_types_columns[] = {
     {"name", "NAME", ColumnType::text, "", "name of the type"},
@@ -1272,667 +1345,1158 @@ constexpr View all_views[] = {
 };
 
 constexpr Argument bsp_pon_onu_auth_mode_type_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "first authentication text, at most 63 characters"},
-    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "second authentication text, at most 63 characters"},
-    {"mode", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[3], 0, -1, Source::none, Key::none, 0, {}, "authentication mode, the service's to define"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[8], 0, 0, -1, Source::none, Key::none, 0, "", {}, "first authentication text, at most 63 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second authentication text, at most 63 characters"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "authentication mode, the service's to define"},
 };
 
 constexpr Argument bsp_pon_onu_auth_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "port, mode and texts, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "port, mode and texts, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_onu_auth_mode_type_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"resp", ArgumentType::response, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg; handed to the IPC library as it is"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"resp", ArgumentType::response, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 944 bytes, receives the answer, a bsp_pon_msg; handed to the IPC library as it is"},
 };
 
 constexpr Argument bsp_pon_onu_auth_infolist_get_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
 };
 
 constexpr const Field *bsp_pon_confirm_onu_onu_fields[] = {&bsp_pon_msg_fields[2], &bsp_pon_msg_fields[4], &bsp_pon_msg_fields[5], &bsp_pon_msg_fields[6]};
 constexpr Oddity bsp_pon_confirm_onu_odd[] = {{Facet::request, "the ONU id and the MAC address of the record are never both sent: the id where it is not 0, else the address"}};
 constexpr Argument bsp_pon_confirm_onu_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, bsp_pon_confirm_onu_onu_fields, "which ONU, 944 bytes; not changed, nothing else of it is used"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", bsp_pon_confirm_onu_onu_fields, "which ONU, 944 bytes; not changed, nothing else of it is used"},
 };
 
 constexpr Argument bsp_pon_onu_description_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"text", ArgumentType::text, true, false, false, &bsp_pon_msg_fields[11], 0, -1, Source::none, Key::none, 0, {}, "the description, at most 127 characters; empty for none"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"text", ArgumentType::text, true, false, false, &bsp_pon_msg_fields[11], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the description, at most 127 characters; empty for none"},
 };
 
 constexpr Argument bsp_pon_cfg_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], 0, -1, Source::none, Key::none, 0, {}, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
-    {"length", ArgumentType::length, false, false, false, nullptr, 0, 2, Source::none, Key::none, 0, {}, "bytes of `data` to send, at most 515"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::none, Key::none, 0, "", {}, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
+    {"length", ArgumentType::length, false, false, false, nullptr, 0, 0, 2, Source::none, Key::none, 0, "", {}, "bytes of `data` to send, at most 515"},
 };
 
 constexpr Argument bsp_ponmsg_cfg_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_pon_bind_onu_auto_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], 0, -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
-    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], 0, -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
-    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], 0, -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], 0, 0, -1, Source::none, Key::none, 0, "", {}, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], 0, 0, -1, Source::none, Key::none, 0, "", {}, "third bind text, at most 63 characters"},
 };
 
 constexpr Argument bsp_pon_onu_support_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "support flag: 1 supported, 0 not"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "support flag: 1 supported, 0 not"},
 };
 
 constexpr Argument bsp_pon_bind_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], 0, -1, Source::none, Key::none, 0, {}, "first bind text, at most 127 characters"},
-    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], 0, -1, Source::none, Key::none, 0, {}, "second bind text, at most 63 characters"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "bind mode, the service's to define"},
-    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], 0, -1, Source::none, Key::none, 0, {}, "third bind text, at most 63 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text_a", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[11], 0, 0, -1, Source::none, Key::none, 0, "", {}, "first bind text, at most 127 characters"},
+    {"text_b", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[10], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second bind text, at most 63 characters"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "bind mode, the service's to define"},
+    {"text_c", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[12], 0, 0, -1, Source::none, Key::none, 0, "", {}, "third bind text, at most 63 characters"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_spec_id_and_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"mac", ArgumentType::mac, false, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"mac", ArgumentType::mac, false, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_all_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_no_bind_offline_onu_all_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_no_bind_onu_batch_spec_id_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_reboot_onu_batch_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_onu_batch_sort_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_set_opt_range_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the limits, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_blacklist_add_onu_auto_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"text", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[13], 0, -1, Source::none, Key::none, 0, {}, "free text of the entry, at most 514 characters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"text", ArgumentType::text, false, true, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::none, Key::none, 0, "", {}, "free text of the entry, at most 514 characters"},
 };
 
 constexpr Argument bsp_pon_reject_onu_to_blacklist_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_reject_onu_to_blacklist_batch_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "which ONUs, 944 bytes; copied, not changed, its `cmd` is not used"},
 };
 
 constexpr Argument bsp_pon_no_bind_blacklist_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
 };
 
 constexpr Argument bsp_pon_no_bind_blacklist_batch_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "which ONUs, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "which ONUs, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_w_onu_spec_id_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"resp", ArgumentType::response, false, true, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"resp", ArgumentType::response, false, true, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
 };
 
 constexpr Argument bsp_pon_get_w_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"resp", ArgumentType::response, false, true, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"resp", ArgumentType::response, false, true, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 776 bytes, receives the answer, a bsp_pon_msg as far as that goes; may be null: the answer is dropped"},
 };
 
 constexpr Argument bsp_pon_get_w_onu_id_resouce_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"resp", ArgumentType::response, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
 };
 
 constexpr Argument bsp_pon_get_b_onu_id_resouce_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"resp", ArgumentType::response, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 944 bytes, receives the answer, a bsp_pon_msg"},
 };
 
 constexpr Argument bsp_pon_get_onu_blacklist_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "PON port, ONU id or MAC address as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port, ONU id or MAC address as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database"},
 };
 
 constexpr const Field *bsp_pon_get_b_onu_spec_id_record_fields[] = {&bsp_pon_msg_fields[1], &bsp_pon_msg_fields[2]};
 constexpr Argument bsp_pon_get_b_onu_spec_id_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, bsp_pon_get_b_onu_spec_id_record_fields, "944 bytes, of which only `pon_port` and `onu_id` are used; not changed"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", bsp_pon_get_b_onu_spec_id_record_fields, "944 bytes, of which only `pon_port` and `onu_id` are used; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_get_b_onu_by_mac_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "ONU MAC address, 6 bytes in transmission order"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mac", ArgumentType::mac, true, false, false, &bsp_pon_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU MAC address, 6 bytes in transmission order"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_get_onu_blacklist_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Argument bsp_pon_get_onu_blacklist_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_exec_get_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
 };
 
 constexpr Argument bsp_pon_exec_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_pon_exec_get_json_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, Source::shmem, Key::argument, 10240, {}, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, 0, Source::shmem, Key::argument, 10240, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_exec_get_json__arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, 0, Source::shmem, Key::argument, 1048576, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_exec_get_file_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"name_out", ArgumentType::text_out, false, true, false, &bsp_pon_msg_fields[13], 0, -1, Source::none, Key::none, 0, {}, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code of the view"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"name_out", ArgumentType::text_out, false, true, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 515 bytes, receives the file's name, NUL-terminated; may be null"},
 };
 
 constexpr Argument bsp_pon_exec_get_onu_json_arguments[] = {
-    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "command code of the view, and the key of its result"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, Source::shmem, Key::argument, 1048576, {}, "the result database"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code of the view, and the key of its result"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "ignored"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, 0, Source::shmem, Key::argument, 1048576, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_config_by_db_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code of the view in `cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 944 bytes with the command code of the view in `cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pononu_ctc_config_by_db_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pon_platform_by_db_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code of the view in `plat_cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1148 bytes with the command code of the view in `plat_cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pon_get_onu_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 1048576, {}, "the result database"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and `onu_mac` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port`, `onu_id` and `onu_mac` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_onu_info_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Argument bsp_pon_get_onu_info_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_onu_cap_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Argument bsp_pon_get_base_info_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_upgrade_base_info_web_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_onu_alarm_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port` and `onu_id` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` and `onu_id` as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_clear_onu_alarm_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "`pon_port`, `onu_id` and the alarm as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port`, `onu_id` and the alarm as wanted, 944 bytes; its `cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_get_uni_attribute_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 1048576, {}, "the result database, at most 1048576 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 1048576, "", {}, "the result database, at most 1048576 bytes"},
 };
 
 constexpr Oddity bsp_pon_onu_get_cfg_info_odd[] = {{Facet::status, "BSP_OK after every exchange that succeeded: the service's status word is dropped"}};
 constexpr Argument bsp_pon_onu_get_cfg_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, &bsp_pon_msg_ext_fields[2], 0, -1, Source::text, Key::none, 0, {}, "the result database"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, &bsp_pon_msg_ext_fields[2], 0, 0, -1, Source::text, Key::none, 0, "", {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pon_onu_get_portcfg_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_pononu_ctc_config_snmp_get_arguments[] = {
-    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
+    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "ignored"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code of the view in `onu_cmd`, which is also the key of its result; not changed"},
 };
 
 constexpr Argument bsp_pon_onu_get_vlan_mode_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "ignored"},
 };
 
 constexpr Argument bsp_pon_onu_get_vlanlist_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "ignored"},
+    {"db_out", ArgumentType::db, false, true, true, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "ignored"},
 };
 
 constexpr Argument bsp_pon_set_onu_upgrade_type_add_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the upgrade type"},
 };
 
 constexpr Argument bsp_pon_set_onu_upgrade_type_del_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the upgrade type"},
 };
 
 constexpr Argument bsp_pon_get_onu_upgrade_type_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_load_onu_upgrade_type_file_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the file"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the file"},
 };
 
 constexpr Argument bsp_pon_onu_upgrade_type_bind_some_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type and the ONUs"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the upgrade type and the ONUs"},
 };
 
 constexpr Argument bsp_pon_onu_upgrade_type_bind_ponport_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the upgrade type and the port"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the upgrade type and the port"},
 };
 
 constexpr Argument bsp_pon_onu_upgrade_one_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the ONU"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the ONU"},
 };
 
 constexpr Argument bsp_pon_onu_upgrade_ponport_arguments[] = {
-    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, -1, Source::none, Key::none, 0, {}, "400 bytes, read only: the port"},
+    {"block", ArgumentType::block, false, false, false, &bsp_pon_msg_ext_fields[2], 400, 0, -1, Source::none, Key::none, 0, "", {}, "400 bytes, read only: the port"},
 };
 
 constexpr Argument bsp_pon_loop_detect_status_arguments[] = {
-    {"state", ArgumentType::u8, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the state, the service's to define; sent as a word"},
+    {"state", ArgumentType::u8, false, false, false, &bsp_pon_msg_ext_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the state, the service's to define; sent as a word"},
 };
 
 constexpr Argument bsp_pon_loop_detect_recover_mode_arguments[] = {
-    {"mode", ArgumentType::u8, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the mode, the service's to define; sent as a word"},
+    {"mode", ArgumentType::u8, false, false, false, &bsp_pon_msg_ext_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode, the service's to define; sent as a word"},
 };
 
 constexpr Argument bsp_pon_loop_detect_recover_time_arguments[] = {
-    {"time", ArgumentType::u32, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the time, in the service's unit"},
+    {"time", ArgumentType::u32, false, false, false, &bsp_pon_msg_ext_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the time, in the service's unit"},
 };
 
 constexpr Argument bsp_pon_loop_detect_pkt_send_interval_arguments[] = {
-    {"interval", ArgumentType::u32, false, false, false, &bsp_pon_msg_ext_fields[1], 0, -1, Source::none, Key::none, 0, {}, "the interval, in the service's unit"},
+    {"interval", ArgumentType::u32, false, false, false, &bsp_pon_msg_ext_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the interval, in the service's unit"},
 };
 
 constexpr Argument bsp_pon_get_loop_detect_info_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_pon_get_loop_detect_config_arguments[] = {
-    {"cfg", ArgumentType::block_out, false, false, false, &bsp_pon_msg_ext_fields[2], 80, -1, Source::none, Key::none, 0, {}, "room for 80 bytes, receives the settings"},
+    {"cfg", ArgumentType::block_out, false, false, false, &bsp_pon_msg_ext_fields[2], 80, 0, -1, Source::none, Key::none, 0, "", {}, "room for 80 bytes, receives the settings"},
 };
 
 constexpr Argument bsp_debug_8022_pon_stats_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 160, -1, Source::none, Key::none, 0, {}, "room for 160 bytes, receives the counters"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 160, 0, -1, Source::none, Key::none, 0, "", {}, "room for 160 bytes, receives the counters"},
 };
 
 constexpr Argument bsp_debug_8022_ge_stats_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 160, -1, Source::none, Key::none, 0, {}, "room for 160 bytes, receives the counters"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 160, 0, -1, Source::none, Key::none, 0, "", {}, "room for 160 bytes, receives the counters"},
 };
 
 constexpr Argument bsp_debug_plat_ge_phy_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the registers"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 20, 0, -1, Source::none, Key::none, 0, "", {}, "room for 20 bytes, receives the registers"},
 };
 
 constexpr Argument bsp_debug_plat_ingress_behavior_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "which behaviour, the service's to define"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 54, -1, Source::none, Key::none, 0, {}, "room for 54 bytes, receives the behaviour"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "which behaviour, the service's to define"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 54, 0, -1, Source::none, Key::none, 0, "", {}, "room for 54 bytes, receives the behaviour"},
 };
 
 constexpr Argument bsp_debug_plat_egress_behavior_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "which behaviour, the service's to define"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 8, -1, Source::none, Key::none, 0, {}, "room for 8 bytes, receives the behaviour"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "which behaviour, the service's to define"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 8, 0, -1, Source::none, Key::none, 0, "", {}, "room for 8 bytes, receives the behaviour"},
 };
 
 constexpr Argument bsp_debug_plat_pon_mac_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 36, -1, Source::none, Key::none, 0, {}, "room for 36 bytes, receives the registers"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 36, 0, -1, Source::none, Key::none, 0, "", {}, "room for 36 bytes, receives the registers"},
 };
 
 constexpr Argument bsp_debug_plat_pon_phy_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "room for 12 bytes, receives the registers"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "room for 12 bytes, receives the registers"},
 };
 
 constexpr Argument bsp_debug_plat_pon_laser_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 4, -1, Source::none, Key::none, 0, {}, "room for 4 bytes, receives the state"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 4, 0, -1, Source::none, Key::none, 0, "", {}, "room for 4 bytes, receives the state"},
 };
 
 constexpr Argument bsp_debug_plat_ge_mac_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 22, -1, Source::none, Key::none, 0, {}, "room for 22 bytes, receives the registers"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 22, 0, -1, Source::none, Key::none, 0, "", {}, "room for 22 bytes, receives the registers"},
 };
 
 constexpr Argument bsp_debug_plat_xaui_mac_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 28, -1, Source::none, Key::none, 0, {}, "room for 28 bytes, receives the registers"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 28, 0, -1, Source::none, Key::none, 0, "", {}, "room for 28 bytes, receives the registers"},
 };
 
 constexpr Argument bsp_debug_plat_xaui_phy_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "room for 12 bytes, receives the registers"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "room for 12 bytes, receives the registers"},
 };
 
 constexpr Argument bsp_debug_plat_mgmt_cfg_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 4, -1, Source::none, Key::none, 0, {}, "room for 4 bytes, receives the configuration"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 4, 0, -1, Source::none, Key::none, 0, "", {}, "room for 4 bytes, receives the configuration"},
 };
 
 constexpr Argument bsp_debug_plat_ge_phy_set_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"value", ArgumentType::u8, false, false, false, &bsp_plat_msg_fields[10], 0, -1, Source::none, Key::none, 0, {}, "the setting, the service's to define; sent as one byte"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"value", ArgumentType::u8, false, false, false, &bsp_plat_msg_fields[10], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the setting, the service's to define; sent as one byte"},
 };
 
 constexpr Argument bsp_debug_8022_i2c_read_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"buf", ArgumentType::block_inout, false, false, false, &bsp_plat_msg_fields[10], 144, -1, Source::none, Key::none, 0, {}, "144 bytes; in: what is to be read; out: what was answered"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"buf", ArgumentType::block_inout, false, false, false, &bsp_plat_msg_fields[10], 144, 0, -1, Source::none, Key::none, 0, "", {}, "144 bytes; in: what is to be read; out: what was answered"},
 };
 
 constexpr Argument bsp_debug_8022_i2c_write_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port or interface number"},
-    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"buf", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 144, -1, Source::none, Key::none, 0, {}, "144 bytes, read only: where to write, and what"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port or interface number"},
+    {"spare", ArgumentType::u32, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "ignored"},
+    {"buf", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 144, 0, -1, Source::none, Key::none, 0, "", {}, "144 bytes, read only: where to write, and what"},
 };
 
 constexpr Argument bsp_debug_cs8022_get_fdb_arguments[] = {
-    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "which entries, the service's to define"},
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "port number"},
+    {"selector", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "which entries, the service's to define"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "port number"},
 };
 
 constexpr Argument bsp_debug_ctc_oam_arguments[] = {
-    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "first argument, the service's to define"},
-    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "second argument, the service's to define"},
+    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, 0, -1, Source::none, Key::none, 0, "", {}, "first argument, the service's to define"},
+    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second argument, the service's to define"},
 };
 
 constexpr Argument bsp_debug_onu_debug_arguments[] = {
-    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "first argument, the service's to define"},
-    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "second argument, the service's to define"},
+    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, 0, -1, Source::none, Key::none, 0, "", {}, "first argument, the service's to define"},
+    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second argument, the service's to define"},
 };
 
 constexpr Argument bsp_debug_cs8022_set_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
 };
 
 constexpr Oddity bsp_debug_cs8022_get_odd[] = {{Facet::null, "a null pointer is logged at debug level"}};
 constexpr Argument bsp_debug_cs8022_get_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
-    {"resp", ArgumentType::response, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "room for 1148 bytes, receives the answer, a bsp_plat_msg"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
+    {"resp", ArgumentType::response, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "room for 1148 bytes, receives the answer, a bsp_plat_msg"},
 };
 
 constexpr Argument bsp_debug_8022_mpcp_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "which parameters, the service's to define"},
-    {"data", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 32, -1, Source::none, Key::none, 0, {}, "32 bytes, read only: the parameters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "which parameters, the service's to define"},
+    {"data", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 32, 0, -1, Source::none, Key::none, 0, "", {}, "32 bytes, read only: the parameters"},
 };
 
 constexpr Argument bsp_8022_deregister_onu_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
 };
 
 constexpr Argument bsp_8022_deregister_onu_state_register_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
 };
 
 constexpr Argument bsp_pon_plat_fdb_cfg_set_arguments[] = {
-    {"cfg", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: the configuration"},
+    {"cfg", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "12 bytes, read only: the configuration"},
 };
 
 constexpr Argument bsp_pon_plat_fdb_flush_arguments[] = {
-    {"filter", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 16, -1, Source::none, Key::none, 0, {}, "16 bytes, read only: which entries"},
+    {"filter", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 16, 0, -1, Source::none, Key::none, 0, "", {}, "16 bytes, read only: which entries"},
 };
 
 constexpr Argument bsp_pon_plat_mac_age_get_arguments[] = {
-    {"first", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "receives the first value, from offset 120 of the answer"},
-    {"second", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "receives the second value, from offset 112 of the answer"},
+    {"first", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first value, from offset 120 of the answer"},
+    {"second", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the second value, from offset 112 of the answer"},
 };
 
 constexpr Argument bsp_pon_plat_mac_get_arguments[] = {
-    {"query", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 92, -1, Source::none, Key::none, 0, {}, "92 bytes, read only: which entries"},
-    {"result", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "receives the result word"},
+    {"query", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 92, 0, -1, Source::none, Key::none, 0, "", {}, "92 bytes, read only: which entries"},
+    {"result", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the result word"},
 };
 
 constexpr Argument bsp_pon_plat_mac_nni_get_arguments[] = {
-    {"query", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 92, -1, Source::none, Key::none, 0, {}, "92 bytes, read only: which entries"},
-    {"result", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "receives the result word"},
+    {"query", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 92, 0, -1, Source::none, Key::none, 0, "", {}, "92 bytes, read only: which entries"},
+    {"result", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the result word"},
 };
 
 constexpr Argument plat_bsp_funcset_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1148 bytes with the command code in `plat_cmd`; not changed"},
 };
 
 constexpr Argument plat_bsp_funcget_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from the first byte on"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from the first byte on"},
 };
 
 constexpr Argument plat_bsp_funcget_json_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from the first byte on"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, under the command code that the answer carries"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "in: the request, 1148 bytes with the command code in `plat_cmd`; out: what the service answered, from the first byte on"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, under the command code that the answer carries"},
 };
 
 constexpr Argument bsp_poncfg_set_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 944 bytes with the command code in `cmd`; not changed"},
 };
 
 constexpr Argument bsp_poncfg_get_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
 };
 
 constexpr Argument bsp_poncfg_funcget_json_arguments[] = {
-    {"record", ArgumentType::record, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, under the command code that the answer carries"},
+    {"record", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "in: the request, 944 bytes with the command code in `cmd`; out: what the service answered, from the first byte on"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, under the command code that the answer carries"},
 };
 
 constexpr Argument bsp_llid_behavior_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"llid", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "LLID"},
-    {"behavior", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "the behaviour, the service's to define"},
-    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 24, -1, Source::none, Key::none, 0, {}, "24 bytes, read only: its parameters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"llid", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "LLID"},
+    {"behavior", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the behaviour, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 24, 0, -1, Source::none, Key::none, 0, "", {}, "24 bytes, read only: its parameters"},
 };
 
 constexpr Argument bsp_om_opm_trigger_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "what is measured, the service's to define"},
-    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: its parameters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what is measured, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "12 bytes, read only: its parameters"},
 };
 
 constexpr Argument bsp_om_opm_cancel_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
 };
 
 constexpr Argument bsp_om_lao_mode_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"mode", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "the mode, the service's to define"},
-    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: its parameters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "12 bytes, read only: its parameters"},
 };
 
 constexpr Argument bsp_om_lol_mode_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "second selector, the service's to define"},
-    {"mode", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[7], 0, -1, Source::none, Key::none, 0, {}, "the mode, the service's to define"},
-    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 8, -1, Source::none, Key::none, 0, {}, "8 bytes, read only: its parameters"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second selector, the service's to define"},
+    {"mode", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode, the service's to define"},
+    {"params", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 8, 0, -1, Source::none, Key::none, 0, "", {}, "8 bytes, read only: its parameters"},
 };
 
 constexpr Argument bsp_om_plat_diag_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 56, -1, Source::none, Key::none, 0, {}, "room for 56 bytes, receives the diagnostics"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 56, 0, -1, Source::none, Key::none, 0, "", {}, "room for 56 bytes, receives the diagnostics"},
 };
 
 constexpr Argument bsp_om_plat_diag_rssi_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "second selector, the ONU as a rule"},
-    {"sel", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, -1, Source::none, Key::none, 0, {}, "third selector, the service's to define"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 64, -1, Source::none, Key::none, 0, {}, "room for 64 bytes, receives the reading"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second selector, the ONU as a rule"},
+    {"sel", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "third selector, the service's to define"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 64, 0, -1, Source::none, Key::none, 0, "", {}, "room for 64 bytes, receives the reading"},
 };
 
 constexpr Argument bsp_sfp_diag_info_get_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "SFP cage number"},
-    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 464, -1, Source::none, Key::none, 0, {}, "room for 464 bytes, receives the information"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "SFP cage number"},
+    {"out", ArgumentType::block_out, false, false, false, &bsp_plat_msg_fields[10], 464, 0, -1, Source::none, Key::none, 0, "", {}, "room for 464 bytes, receives the information"},
 };
 
 constexpr Argument bsp_sfp_diag_info_get_json_arguments[] = {
-    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "SFP cage number"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::command, 10240, {}, "the result database"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "SFP cage number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_debug_8022_optical_status_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"id", ArgumentType::u32, false, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "ignored"},
-    {"status", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 32, -1, Source::none, Key::none, 0, {}, "32 bytes, read only: the status"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"id", ArgumentType::u32, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "ignored"},
+    {"status", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 32, 0, -1, Source::none, Key::none, 0, "", {}, "32 bytes, read only: the status"},
 };
 
 constexpr Argument bsp_p2p_state_set_arguments[] = {
-    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[3], 0, -1, Source::none, Key::none, 0, {}, "first argument, the service's to define"},
-    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[4], 0, -1, Source::none, Key::none, 0, {}, "second argument, the service's to define"},
-    {"state", ArgumentType::u8, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "the state, the service's to define; sent as a word"},
+    {"first", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "first argument, the service's to define"},
+    {"second", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "second argument, the service's to define"},
+    {"state", ArgumentType::u8, false, false, false, &bsp_plat_msg_fields[8], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the state, the service's to define; sent as a word"},
 };
 
 constexpr Argument bsp_onu_p2p_own_port_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"value", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "the own port, the service's to define"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[8], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the own port, the service's to define"},
 };
 
 constexpr Argument bsp_onu_p2p_own_port_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"value", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[8], 0, -1, Source::none, Key::none, 0, {}, "receives the own port"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"value", ArgumentType::u32_out, false, false, false, &bsp_plat_msg_fields[8], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the own port"},
 };
 
 constexpr Argument bsp_pon_get_p2p_state_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, &bsp_plat_msg_fields[10], 0, -1, Source::text, Key::none, 0, {}, "the result database"},
+    {"db_out", ArgumentType::db, false, false, false, &bsp_plat_msg_fields[10], 0, 0, -1, Source::text, Key::none, 0, "", {}, "the result database"},
 };
 
 constexpr Argument bsp_p2p_entry_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"arg108", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "which traffic, the service's to define"},
-    {"arg104", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "entry argument, the service's to define"},
-    {"entry", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: the entry"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"arg108", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "which traffic, the service's to define"},
+    {"arg104", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "entry argument, the service's to define"},
+    {"entry", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "12 bytes, read only: the entry"},
 };
 
 constexpr Argument bsp_p2p_entry_set_matchall_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"arg104", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[5], 0, -1, Source::none, Key::none, 0, {}, "entry argument, the service's to define"},
-    {"entry", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, -1, Source::none, Key::none, 0, {}, "12 bytes, read only: the entry"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"arg104", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "entry argument, the service's to define"},
+    {"entry", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 12, 0, -1, Source::none, Key::none, 0, "", {}, "12 bytes, read only: the entry"},
 };
 
 constexpr Argument bsp_p2p_cfg_set_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"arg108", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, -1, Source::none, Key::none, 0, {}, "configuration argument, the service's to define"},
-    {"cfg", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 10, -1, Source::none, Key::none, 0, {}, "10 bytes, read only: the configuration"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"arg108", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "configuration argument, the service's to define"},
+    {"cfg", ArgumentType::block, false, false, false, &bsp_plat_msg_fields[10], 10, 0, -1, Source::none, Key::none, 0, "", {}, "10 bytes, read only: the configuration"},
 };
 
 constexpr Argument bsp_pon_onu_sla_config_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_onu_sla_down_config_arguments[] = {
-    {"record", ArgumentType::record, true, false, false, nullptr, 0, -1, Source::none, Key::none, 0, {}, "the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so"},
+    {"record", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the ONU and the SLA, 1148 bytes; its `plat_cmd` becomes the command code and stays so"},
 };
 
 constexpr Argument bsp_pon_onu_sla_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the SLA"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, 0, -1, Source::none, Key::none, 0, "", {}, "room for 20 bytes, receives the SLA"},
 };
 
 constexpr Argument bsp_pon_plat_onu_sla_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the SLA"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, 0, -1, Source::none, Key::none, 0, "", {}, "room for 20 bytes, receives the SLA"},
 };
 
 constexpr Argument bsp_pon_onu_sla_down_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, -1, Source::none, Key::none, 0, {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 4, -1, Source::none, Key::none, 0, {}, "room for 4 bytes, receives the SLA"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 4, 0, -1, Source::none, Key::none, 0, "", {}, "room for 4 bytes, receives the SLA"},
 };
 
 constexpr Argument bsp_pon_onu_sla_all_get_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, -1, Source::none, Key::none, 0, {}, "room for 20 bytes, receives the summary"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_plat_msg_fields[10], 20, 0, -1, Source::none, Key::none, 0, "", {}, "room for 20 bytes, receives the summary"},
 };
 
 constexpr Argument bsp_pon_onu_sla_get_web_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, at most 10240 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_sla_down_get_web_arguments[] = {
-    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, -1, Source::none, Key::none, 0, {}, "PON port number"},
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, at most 10240 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_sla_get_snmp_arguments[] = {
-    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, -1, Source::shmem, Key::request, 10240, {}, "the result database, at most 10240 bytes"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, at most 10240 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_get_uniobj_snmp_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_autoneg_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_phy_adminstate_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_classification_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 298, 0, -1, Source::none, Key::none, 0, "", {}, "the rules, 298 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_dev_info_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "the information; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_get_max_port_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::u16_out, true, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 0 to 255"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_vlan_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 159, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 159 bytes"},
+};
+
+constexpr Argument bsp_pon_tk_onu_get_fw_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 64, 0, -1, Source::none, Key::none, 0, "", {}, "the banks, 64 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mem_info_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "the memory; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_rate_limit_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 22, 0, -1, Source::none, Key::none, 0, "", {}, "the limits, 22 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_loop_detect_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 8, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 8 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mgmt_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 17, 0, -1, Source::none, Key::none, 0, "", {}, "the address, 17 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_linkstate_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::db, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::text, Key::none, 0, "filename=%s", {}, "the result database, made of the text in the answer"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_eth_pause_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the state"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_fast_leave_ability_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 28, 4, -1, Source::none, Key::none, 0, "", {}, "its first 4 bytes stay, behind them the abilities go, 28 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_fast_leave_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_fast_leave_local_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 32, 0, -1, Source::none, Key::none, 0, "", {}, "the state and the abilities, 32 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_switch_remote_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_switch_local_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 2, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 2 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 2, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 2 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 34, 0, -1, Source::none, Key::none, 0, "", {}, "the tags, 34 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 34, 0, -1, Source::none, Key::none, 0, "", {}, "the tags, 34 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_remote_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 18, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 18 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_local_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 16, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 16 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_group_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 1284, 0, -1, Source::none, Key::none, 0, "", {}, "the groups, 1284 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_sn_ponport_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_debug_get_arguments[] = {
+    {"msg", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code in `onu_cmd`; becomes the answer"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_config_get_arguments[] = {
+    {"msg", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code in `onu_cmd`; becomes the answer"},
+};
+
+constexpr Argument bsp_pon_onu_optical_diagnose_get_arguments[] = {
+    {"msg", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with `onu_pon_port` and `onu_onu_id`; its `onu_cmd` becomes the command code, and the whole of it the answer"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_vlan_json_arguments[] = {
+    {"result", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_vlan_mode_json_arguments[] = {
+    {"result", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database, at most 10240 bytes"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_info_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_set_info_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
+    {"data", ArgumentType::block, false, true, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what to set"},
+    {"data_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "its length in bytes; up to 1536 are sent"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_port_get_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"cmd", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 4, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_sn_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 54, 0, -1, Source::none, Key::none, 0, "", {}, "its identity, 54 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_fw_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 128, 0, -1, Source::none, Key::none, 0, "", {}, "the version, 128 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_chipid_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 8, 0, -1, Source::none, Key::none, 0, "", {}, "the chipset, 8 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_cap_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 26, 0, -1, Source::none, Key::none, 0, "", {}, "the capabilities, 26 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_cap2_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 64, 0, -1, Source::none, Key::none, 0, "", {}, "the capabilities, 64 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_sla_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 88, 0, -1, Source::none, Key::none, 0, "", {}, "the agreement, 88 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_onuinfo_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "all about it; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_upgrade_status_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 20, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 20 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_catv_status_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 1, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 1 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_upgrade_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"data", ArgumentType::block, false, true, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the part"},
+    {"data_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 2, Source::none, Key::none, 0, "", {}, "its length in bytes; up to 1536 are sent"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_upgrade_commit_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_set_perf_monitor_status_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "not used: the request names no UNI port"},
+    {"enable", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "1 on, 0 off"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_set_catv_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"value", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "1 on, 0 off"},
+};
+
+constexpr Argument bsp_onu_ctc_get_autoneg_local_abt_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_onu_ctc_get_autoneg_adv_abt_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_onu_ctc_get_phyinfo_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_onu_ctc_get_perf_monitor_status_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_onu_ctc_get_perf_current_data_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_onu_ctc_get_perf_history_data_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_config_json_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_uni_ctc_get_mc_config_json_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_translate_json_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"byte_arg", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_json_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_voipinfo_json_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+};
+
+constexpr Argument bsp_pon_onu_get_fec_mode_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode, into the first word"},
+};
+
+constexpr Argument bsp_pon_onuc_get_fec_ability_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[5], 0, 4, -1, Source::none, Key::none, 0, "", {}, "the ability, into the second word; the first stays, so that a caller may keep mode and ability side by side"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_time_config_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 16, 0, -1, Source::none, Key::none, 0, "", {}, "the configuration, 16 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_wanc_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"index", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of the WAN connection"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_wlan_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_catv_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_acl_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_dhcp_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_wlantab_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_wanctab_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_catvtab_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_sipusertab_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_get_upgradestatus_json_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_debug_arguments[] = {
+    {"msg", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code in `onu_cmd`; not changed"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_config_arguments[] = {
+    {"msg", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code in `onu_cmd`; not changed"},
+};
+
+constexpr Oddity bsp_pon_onu_alarm_more_test_odd[] = {{Facet::status, "0 after every exchange that succeeded, whatever the service's status word says"}};
+constexpr Argument bsp_pon_onu_alarm_more_test_arguments[] = {
+    {"msg", ArgumentType::record, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the request, 1888 bytes with the command code in `onu_cmd`; not changed"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_oam_print_arguments[] = {
+    {"value", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what is printed; the service knows the values"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_set_multillid_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"count", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of LLIDs"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_update_image_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"image", ArgumentType::block, true, false, false, &bsp_onu_msg_fields[5], 260, 0, -1, Source::none, Key::none, 0, "", {}, "which image and where, 260 bytes"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_set_mgmt_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"mgmt", ArgumentType::block, true, false, false, &bsp_onu_msg_fields[5], 17, 0, -1, Source::none, Key::none, 0, "", {}, "the address, 17 bytes as bsp_pon_onu_ctc_get_mgmt reads them"},
 };
 
 constexpr Operation all_operations[] = {
@@ -1964,7 +2528,7 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[0], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_auto_id", {}, bsp_pon_bind_onu_auto_id_arguments},
     {"bsp_pon_onu_support_set", "ONU binding and unbinding", "Sets whether an ONU, named by its MAC address, is supported.", "",
-     &all_channels[0], &all_records[0], &all_commands[34], Class::write, Call::set, Failure::report,
+     &all_channels[0], &all_records[0], &all_commands[39], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_support_set", {}, bsp_pon_onu_support_set_arguments},
     {"bsp_pon_bind_onu_spec_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to a given ONU id.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
      &all_channels[0], &all_records[0], &all_commands[1], Class::service_affecting, Call::set, Failure::report,
@@ -1991,10 +2555,10 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[4], Class::service_affecting, Call::set, Failure::report,
      Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reboot_onu_batch", {}, bsp_pon_reboot_onu_batch_arguments},
     {"bsp_pon_onu_batch_sort", "ONU binding and unbinding", "Re-sorts a batch of ONUs.", "",
-     &all_channels[0], &all_records[0], &all_commands[32], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[0], &all_records[0], &all_commands[37], Class::service_affecting, Call::set, Failure::report,
      Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_batch_sort", {}, bsp_pon_onu_batch_sort_arguments},
     {"bsp_pon_set_opt_range", "ONU binding and unbinding", "Sets the optical ranging limits.", "",
-     &all_channels[0], &all_records[0], &all_commands[33], Class::write, Call::set, Failure::report,
+     &all_channels[0], &all_records[0], &all_commands[38], Class::write, Call::set, Failure::report,
      Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_set_opt_range", {}, bsp_pon_set_opt_range_arguments},
     {"bsp_pon_blacklist_add_onu_auto_id", "Whitelist and blacklist", "Puts an ONU, named by its MAC address, on the blacklist; the service picks the id there.", "",
      &all_channels[0], &all_records[0], &all_commands[7], Class::service_affecting, Call::set, Failure::report,
@@ -2093,118 +2657,118 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[30], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_uni_attribute_snmp_arguments},
     {"bsp_pon_onu_get_cfg_info", "Stored views", "Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.", "",
-     &all_channels[4], &all_records[3], &all_commands[54], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
     {"bsp_pon_onu_get_portcfg_info", "Stored views", "Asks for the configuration of the UNI ports of one ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[55], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[116], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_get_portcfg_info_arguments},
     {"bsp_pononu_ctc_config_snmp_get", "Stored views", "Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only the status reaches the caller.", "",
      &all_channels[7], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pononu_ctc_config_snmp_get_arguments},
     {"bsp_pon_onu_get_vlan_mode_snmp", "Stored views", "Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[88], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[156], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
     {"bsp_pon_onu_get_vlanlist_snmp", "Stored views", "Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[157], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
     {"bsp_pon_set_onu_upgrade_type_add", "Upgrade types and upgrade runs", "Adds an upgrade type: which firmware goes to which kind of ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[90], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[158], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_add", {}, bsp_pon_set_onu_upgrade_type_add_arguments},
     {"bsp_pon_set_onu_upgrade_type_del", "Upgrade types and upgrade runs", "Deletes an upgrade type.", "",
-     &all_channels[8], &all_records[1], &all_commands[91], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[159], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_del", {}, bsp_pon_set_onu_upgrade_type_del_arguments},
     {"bsp_pon_get_onu_upgrade_type", "Upgrade types and upgrade runs", "Asks for the upgrade types as a result database of at most 10240 bytes.", "",
-     &all_channels[8], &all_records[1], &all_commands[92], Class::read, Call::get, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[160], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_onu_upgrade_type", {}, bsp_pon_get_onu_upgrade_type_arguments},
     {"bsp_pon_load_onu_upgrade_type_file", "Upgrade types and upgrade runs", "Loads the upgrade types from a file.", "",
-     &all_channels[8], &all_records[1], &all_commands[93], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[161], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_load_onu_upgrade_type_file", {}, bsp_pon_load_onu_upgrade_type_file_arguments},
     {"bsp_pon_onu_upgrade_type_bind_some", "Upgrade types and upgrade runs", "Binds an upgrade type to some ONUs.", "",
-     &all_channels[8], &all_records[1], &all_commands[94], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[162], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_some", {}, bsp_pon_onu_upgrade_type_bind_some_arguments},
     {"bsp_pon_onu_upgrade_type_bind_ponport", "Upgrade types and upgrade runs", "Binds an upgrade type to the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[95], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[163], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_ponport", {}, bsp_pon_onu_upgrade_type_bind_ponport_arguments},
     {"bsp_pon_onu_upgrade_one", "Upgrade types and upgrade runs", "Starts the upgrade of one ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[96], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[164], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_one", {}, bsp_pon_onu_upgrade_one_arguments},
     {"bsp_pon_onu_upgrade_ponport", "Upgrade types and upgrade runs", "Starts the upgrade of the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[97], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[165], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_ponport", {}, bsp_pon_onu_upgrade_ponport_arguments},
     {"bsp_pon_loop_detect_status", "Loop detection", "Switches loop detection on or off.", "",
-     &all_channels[10], &all_records[1], &all_commands[98], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[168], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_status", {}, bsp_pon_loop_detect_status_arguments},
     {"bsp_pon_loop_detect_recover_mode", "Loop detection", "Sets how ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[99], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[169], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_mode", {}, bsp_pon_loop_detect_recover_mode_arguments},
     {"bsp_pon_loop_detect_recover_manual", "Loop detection", "Recovers the ports that a loop shut down, now.", "",
-     &all_channels[10], &all_records[1], &all_commands[100], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[170], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_manual", {}, {}},
     {"bsp_pon_loop_detect_recover_time", "Loop detection", "Sets after which time ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[101], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[171], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_time", {}, bsp_pon_loop_detect_recover_time_arguments},
     {"bsp_pon_loop_detect_pkt_send_interval", "Loop detection", "Sets the interval between detection packets.", "",
-     &all_channels[10], &all_records[1], &all_commands[102], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[172], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_pkt_send_interval", {}, bsp_pon_loop_detect_pkt_send_interval_arguments},
     {"bsp_pon_get_loop_detect_info", "Loop detection", "Asks what loop detection has found, as a result database of at most 10240 bytes.", "",
-     &all_channels[10], &all_records[1], &all_commands[103], Class::read, Call::get, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[173], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_info", {}, bsp_pon_get_loop_detect_info_arguments},
     {"bsp_pon_get_loop_detect_config", "Loop detection", "Asks for the settings of loop detection.", "",
-     &all_channels[10], &all_records[1], &all_commands[104], Class::read, Call::get, Failure::silent,
+     &all_channels[10], &all_records[1], &all_commands[174], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_config", {}, bsp_pon_get_loop_detect_config_arguments},
     {"bsp_debug_8022_pon_stats", "Chip debug and statistics", "Reads the counters of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[35], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[40], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_pon_stats", {}, bsp_debug_8022_pon_stats_arguments},
     {"bsp_debug_8022_ge_stats", "Chip debug and statistics", "Reads the counters of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[36], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[41], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_ge_stats", {}, bsp_debug_8022_ge_stats_arguments},
     {"bsp_debug_plat_ge_phy_get", "Chip debug and statistics", "Reads the PHY of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[37], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[42], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_phy_get", {}, bsp_debug_plat_ge_phy_get_arguments},
     {"bsp_debug_plat_ingress_behavior_get", "Chip debug and statistics", "Reads the ingress behaviour of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[39], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[44], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ingress_behavior_get", {}, bsp_debug_plat_ingress_behavior_get_arguments},
     {"bsp_debug_plat_egress_behavior_get", "Chip debug and statistics", "Reads the egress behaviour of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[40], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[45], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_egress_behavior_get", {}, bsp_debug_plat_egress_behavior_get_arguments},
     {"bsp_debug_plat_pon_mac_get", "Chip debug and statistics", "Reads the MAC of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[41], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[46], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_mac_get", {}, bsp_debug_plat_pon_mac_get_arguments},
     {"bsp_debug_plat_pon_phy_get", "Chip debug and statistics", "Reads the PHY of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[42], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[47], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_phy_get", {}, bsp_debug_plat_pon_phy_get_arguments},
     {"bsp_debug_plat_pon_laser_get", "Chip debug and statistics", "Reads the laser state of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[43], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[48], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_laser_get", {}, bsp_debug_plat_pon_laser_get_arguments},
     {"bsp_debug_plat_ge_mac_get", "Chip debug and statistics", "Reads the MAC of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[44], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[49], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_mac_get", {}, bsp_debug_plat_ge_mac_get_arguments},
     {"bsp_debug_plat_xaui_mac_get", "Chip debug and statistics", "Reads the MAC of a XAUI interface.", "",
-     &all_channels[2], &all_records[2], &all_commands[45], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[50], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_mac_get", {}, bsp_debug_plat_xaui_mac_get_arguments},
     {"bsp_debug_plat_xaui_phy_get", "Chip debug and statistics", "Reads the PHY of a XAUI interface.", "",
-     &all_channels[2], &all_records[2], &all_commands[46], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[51], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_phy_get", {}, bsp_debug_plat_xaui_phy_get_arguments},
     {"bsp_debug_plat_mgmt_cfg_get", "Chip debug and statistics", "Reads the configuration of a management port.", "",
-     &all_channels[2], &all_records[2], &all_commands[50], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[55], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_mgmt_cfg_get", {}, bsp_debug_plat_mgmt_cfg_get_arguments},
     {"bsp_debug_plat_ge_phy_set", "Chip debug and statistics", "Sets the PHY of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[38], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[43], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_plat_ge_phy_set", {}, bsp_debug_plat_ge_phy_set_arguments},
     {"bsp_debug_8022_i2c_read", "Chip debug and statistics", "Reads bytes from the I2C bus of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[47], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[52], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_i2c_read", {}, bsp_debug_8022_i2c_read_arguments},
     {"bsp_debug_8022_i2c_write", "Chip debug and statistics", "Writes bytes to the I2C bus of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[48], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[53], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_i2c_write", {}, bsp_debug_8022_i2c_write_arguments},
     {"bsp_debug_cs8022_get_fdb", "Chip debug and statistics", "Has the chip's forwarding database dumped; nothing but the status comes back.", "The selector comes before the port.",
-     &all_channels[2], &all_records[2], &all_commands[49], Class::read, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[54], Class::read, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_get_fdb", {}, bsp_debug_cs8022_get_fdb_arguments},
     {"bsp_debug_ctc_oam", "Chip debug and statistics", "Switches debug output of CTC OAM.", "",
-     &all_channels[2], &all_records[2], &all_commands[51], Class::write, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[56], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_ctc_oam", {}, bsp_debug_ctc_oam_arguments},
     {"bsp_debug_onu_debug", "Chip debug and statistics", "Switches debug output of ONUs.", "",
-     &all_channels[2], &all_records[2], &all_commands[52], Class::write, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[57], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_onu_debug", {}, bsp_debug_onu_debug_arguments},
     {"bsp_debug_cs8022_set", "Chip debug and statistics", "Sends a record that the caller built, as it stands, to the chip's debug service.", "",
      &all_channels[2], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
@@ -2213,28 +2777,28 @@ constexpr Operation all_operations[] = {
      &all_channels[2], &all_records[2], nullptr, Class::read, Call::get, Failure::pass,
      Request::as_is, Answer::caller, &all_records[2], 1148, 1148, "bsp_debug_cs8022_get", bsp_debug_cs8022_get_odd, bsp_debug_cs8022_get_arguments},
     {"bsp_debug_8022_mpcp_set", "Chip debug and statistics", "Sets MPCP parameters of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[56], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[124], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_mpcp_set", {}, bsp_debug_8022_mpcp_set_arguments},
     {"bsp_8022_deregister_onu", "Chip debug and statistics", "Deregisters an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[58], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[126], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu", {}, bsp_8022_deregister_onu_arguments},
     {"bsp_8022_deregister_onu_state_register", "Chip debug and statistics", "Deregisters the ONUs of a PON port and has them register again.", "",
-     &all_channels[5], &all_records[2], &all_commands[59], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[127], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu_state_register", {}, bsp_8022_deregister_onu_state_register_arguments},
     {"bsp_pon_plat_fdb_cfg_set", "FDB and MAC tables", "Configures the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[79], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[147], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_cfg_set", {}, bsp_pon_plat_fdb_cfg_set_arguments},
     {"bsp_pon_plat_fdb_flush", "FDB and MAC tables", "Flushes entries of the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[80], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[148], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_flush", {}, bsp_pon_plat_fdb_flush_arguments},
     {"bsp_pon_plat_mac_age_get", "FDB and MAC tables", "Reads the ageing of MAC addresses.", "",
-     &all_channels[5], &all_records[2], &all_commands[81], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[149], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_age_get", {}, bsp_pon_plat_mac_age_get_arguments},
     {"bsp_pon_plat_mac_get", "FDB and MAC tables", "Queries the MAC table of the PON side.", "",
-     &all_channels[5], &all_records[2], &all_commands[82], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[150], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_get", {}, bsp_pon_plat_mac_get_arguments},
     {"bsp_pon_plat_mac_nni_get", "FDB and MAC tables", "Queries the MAC table of the network side (NNI).", "",
-     &all_channels[5], &all_records[2], &all_commands[83], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[151], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_nni_get", {}, bsp_pon_plat_mac_nni_get_arguments},
     {"plat_bsp_funcset", "Platform functions and PON settings", "Sends a platform command, as it stands.", "",
      &all_channels[5], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
@@ -2255,83 +2819,320 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_funcget_json", {}, bsp_poncfg_funcget_json_arguments},
     {"bsp_llid_behavior_set", "LLID and optical module control", "Sets the behaviour of an LLID.", "",
-     &all_channels[5], &all_records[2], &all_commands[66], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[134], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_llid_behavior_set", {}, bsp_llid_behavior_set_arguments},
     {"bsp_om_opm_trigger_set", "LLID and optical module control", "Starts an optical power measurement (OPM).", "",
-     &all_channels[5], &all_records[2], &all_commands[75], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[143], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_trigger_set", {}, bsp_om_opm_trigger_set_arguments},
     {"bsp_om_opm_cancel_set", "LLID and optical module control", "Cancels the optical power measurement (OPM) of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[76], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[144], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_cancel_set", {}, bsp_om_opm_cancel_set_arguments},
     {"bsp_om_lao_mode_set", "LLID and optical module control", "Sets the LAO mode of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[77], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[145], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lao_mode_set", {}, bsp_om_lao_mode_set_arguments},
     {"bsp_om_lol_mode_set", "LLID and optical module control", "Sets the LOL mode of a PON port's optical module.", "Unlike bsp_om_lao_mode_set, it has a second selector before the mode.",
-     &all_channels[5], &all_records[2], &all_commands[78], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[146], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lol_mode_set", {}, bsp_om_lol_mode_set_arguments},
     {"bsp_om_plat_diag_get", "Optical diagnostics", "Reads the digital diagnostics of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[84], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[152], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_get", {}, bsp_om_plat_diag_get_arguments},
     {"bsp_om_plat_diag_rssi_get", "Optical diagnostics", "Takes a received signal strength (RSSI) reading.", "",
-     &all_channels[5], &all_records[2], &all_commands[85], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[153], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_rssi_get", {}, bsp_om_plat_diag_rssi_get_arguments},
     {"bsp_sfp_diag_info_get", "Optical diagnostics", "Reads the diagnostic information of an SFP cage.", "",
-     &all_channels[5], &all_records[2], &all_commands[86], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[154], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get", {}, bsp_sfp_diag_info_get_arguments},
     {"bsp_sfp_diag_info_get_json", "Optical diagnostics", "Asks for the diagnostic information of an SFP cage as a result database of at most 10240 bytes.", "",
-     &all_channels[5], &all_records[2], &all_commands[87], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[155], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get_json", {}, bsp_sfp_diag_info_get_json_arguments},
     {"bsp_debug_8022_optical_status", "Optical diagnostics", "Hands an optical status block to the PON chip's debug layer.", "It sends a block, and reads none.",
-     &all_channels[5], &all_records[2], &all_commands[57], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[125], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_optical_status", {}, bsp_debug_8022_optical_status_arguments},
     {"bsp_p2p_state_set", "P2P forwarding", "Switches P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[60], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[128], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_state_set", {}, bsp_p2p_state_set_arguments},
     {"bsp_onu_p2p_own_port_set", "P2P forwarding", "Sets the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[61], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[129], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_onu_p2p_own_port_set", {}, bsp_onu_p2p_own_port_set_arguments},
     {"bsp_onu_p2p_own_port_get", "P2P forwarding", "Reads the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[62], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[130], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_onu_p2p_own_port_get", {}, bsp_onu_p2p_own_port_get_arguments},
     {"bsp_pon_get_p2p_state", "P2P forwarding", "Asks for the state of P2P forwarding, which comes as a text in the answer, as a result database.", "",
-     &all_channels[5], &all_records[2], &all_commands[63], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[131], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_p2p_state", {}, bsp_pon_get_p2p_state_arguments},
     {"bsp_p2p_entry_set", "P2P forwarding", "Sets a forwarding entry.", "The word for offset 108 comes before that for offset 104.",
-     &all_channels[5], &all_records[2], &all_commands[64], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[132], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set", {}, bsp_p2p_entry_set_arguments},
     {"bsp_p2p_entry_set_matchall", "P2P forwarding", "Sets a forwarding entry that matches everything: bsp_p2p_entry_set with a zero at offset 108.", "",
-     &all_channels[5], &all_records[2], &all_commands[64], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[132], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set_matchall", {}, bsp_p2p_entry_set_matchall_arguments},
     {"bsp_p2p_cfg_set", "P2P forwarding", "Configures P2P forwarding of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[65], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[133], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_cfg_set", {}, bsp_p2p_cfg_set_arguments},
     {"bsp_pon_onu_sla_config", "Service level agreements", "Stores an upstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[67], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[135], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_config", {}, bsp_pon_onu_sla_config_arguments},
     {"bsp_pon_onu_sla_down_config", "Service level agreements", "Stores a downstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[72], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[140], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_down_config", {}, bsp_pon_onu_sla_down_config_arguments},
     {"bsp_pon_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[68], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[136], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_get", {}, bsp_pon_onu_sla_get_arguments},
     {"bsp_pon_plat_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU from the chip's debug service.", "",
-     &all_channels[2], &all_records[2], &all_commands[53], Class::read, Call::get, Failure::pass,
+     &all_channels[2], &all_records[2], &all_commands[58], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_plat_onu_sla_get", {}, bsp_pon_plat_onu_sla_get_arguments},
     {"bsp_pon_onu_sla_down_get", "Service level agreements", "Reads the downstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[73], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[141], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_down_get", {}, bsp_pon_onu_sla_down_get_arguments},
     {"bsp_pon_onu_sla_all_get", "Service level agreements", "Reads the SLA summary of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[69], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[137], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_all_get", {}, bsp_pon_onu_sla_all_get_arguments},
     {"bsp_pon_onu_sla_get_web", "Service level agreements", "Asks for the upstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[70], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[138], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_web_arguments},
     {"bsp_pon_onu_sla_down_get_web", "Service level agreements", "Asks for the downstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[74], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[142], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_down_get_web_arguments},
     {"bsp_pon_onu_sla_get_snmp", "Service level agreements", "Asks for the upstream SLAs of the whole OLT, for the SNMP agent.", "",
-     &all_channels[5], &all_records[2], &all_commands[71], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[139], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_snmp_arguments},
+    {"bsp_pon_onu_get_uniobj_snmp", "Remote ONU queries", "Asks for the UNI ports of an ONU, for the SNMP agent.", "",
+     &all_channels[4], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_uniobj_snmp", {}, bsp_pon_onu_get_uniobj_snmp_arguments},
+    {"bsp_pon_onu_ctc_autoneg_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port negotiates its speed.", "",
+     &all_channels[3], &all_records[3], &all_commands[67], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_autoneg_get", {}, bsp_pon_onu_ctc_autoneg_get_arguments},
+    {"bsp_pon_onu_ctc_phy_adminstate_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port is on.", "",
+     &all_channels[3], &all_records[3], &all_commands[66], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_phy_adminstate_get", {}, bsp_pon_onu_ctc_phy_adminstate_get_arguments},
+    {"bsp_pon_onu_ctc_classification_get", "Remote ONU queries", "Asks a remote ONU for the classification rules of a UNI port.", "",
+     &all_channels[3], &all_records[3], &all_commands[70], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_classification_get", {}, bsp_pon_onu_ctc_classification_get_arguments},
+    {"bsp_pon_onu_ctc_get_dev_info", "Remote ONU queries", "Asks for device information of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[85], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_ctc_get_dev_info", {}, bsp_pon_onu_ctc_get_dev_info_arguments},
+    {"bsp_pon_onu_get_max_port", "Remote ONU queries", "Asks for the number of UNI ports of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_get_max_port", {}, bsp_pon_onu_get_max_port_arguments},
+    {"bsp_pon_onu_ctc_get_vlan", "Remote ONU queries", "Asks a remote ONU for the VLANs of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[86], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_vlan", {}, bsp_pon_onu_ctc_get_vlan_arguments},
+    {"bsp_pon_tk_onu_get_fw", "Remote ONU queries", "Asks a remote ONU for its image banks.", "",
+     &all_channels[3], &all_records[3], &all_commands[78], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_tk_onu_get_fw", {}, bsp_pon_tk_onu_get_fw_arguments},
+    {"bsp_pon_onu_ctc_get_mem_info", "Remote ONU queries", "Asks a remote ONU for its memory.", "",
+     &all_channels[3], &all_records[3], &all_commands[64], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mem_info", {}, bsp_pon_onu_ctc_get_mem_info_arguments},
+    {"bsp_pon_onu_ctc_get_rate_limit", "Remote ONU queries", "Asks a remote ONU for the rate limits of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[92], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_rate_limit", {}, bsp_pon_onu_ctc_get_rate_limit_arguments},
+    {"bsp_pon_onu_ctc_get_loop_detect", "Remote ONU queries", "Asks a remote ONU for loop detection at a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[93], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_loop_detect", {}, bsp_pon_onu_ctc_get_loop_detect_arguments},
+    {"bsp_pon_onu_ctc_get_mgmt", "Remote ONU queries", "Asks a remote ONU for its management address.", "",
+     &all_channels[4], &all_records[3], &all_commands[90], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mgmt", {}, bsp_pon_onu_ctc_get_mgmt_arguments},
+    {"bsp_pon_onu_ctc_get_linkstate", "Remote ONU queries", "Asks for the links of the UNI ports of an ONU, by datagram.", "Every answer is logged as an error, with its text.",
+     &all_channels[4], &all_records[3], &all_commands[110], Class::read, Call::dgram_get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_linkstate", {}, bsp_pon_onu_ctc_get_linkstate_arguments},
+    {"bsp_pon_onu_ctc_get_eth_pause", "Remote ONU queries", "Asks a remote ONU for flow control of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[111], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_eth_pause", {}, bsp_pon_onu_ctc_get_eth_pause_arguments},
+    {"bsp_pon_onu_ctc_get_fast_leave_ability", "Remote ONU queries", "Asks a remote ONU which forms of multicast fast leave it knows.", "",
+     &all_channels[4], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_ability", {}, bsp_pon_onu_ctc_get_fast_leave_ability_arguments},
+    {"bsp_pon_onu_ctc_get_fast_leave", "Remote ONU queries", "Asks a remote ONU for multicast fast leave.", "",
+     &all_channels[4], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave", {}, bsp_pon_onu_ctc_get_fast_leave_arguments},
+    {"bsp_pon_onu_ctc_get_fast_leave_local", "Remote ONU queries", "Asks the OLT for multicast fast leave of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[96], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_local", {}, bsp_pon_onu_ctc_get_fast_leave_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_switch_remote", "Remote ONU queries", "Asks a remote ONU for the multicast mode.", "",
+     &all_channels[4], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_remote", {}, bsp_pon_onu_ctc_get_mc_switch_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_switch_local", "Remote ONU queries", "Asks the OLT for the multicast mode of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[98], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_local", {}, bsp_pon_onu_ctc_get_mc_switch_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "Remote ONU queries", "Asks a remote ONU how many multicast groups a UNI port may join.", "",
+     &all_channels[4], &all_records[3], &all_commands[99], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_remote", {}, bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_group_num_max_local", "Remote ONU queries", "Asks the OLT how many multicast groups a UNI port may join of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[100], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_local", {}, bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "Remote ONU queries", "Asks a remote ONU what becomes of the tags of multicast frames at a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_remote", {}, bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "Remote ONU queries", "Asks the OLT what becomes of the tags of multicast frames at a UNI port of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[102], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_local", {}, bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_remote", "Remote ONU queries", "Asks a remote ONU for the multicast VLANs of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_remote", {}, bsp_pon_onu_ctc_get_mc_vlan_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_local", "Remote ONU queries", "Asks the OLT for the multicast VLANs of a UNI port of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[104], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_local", {}, bsp_pon_onu_ctc_get_mc_vlan_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_group", "Remote ONU queries", "Asks a remote ONU for its multicast groups.", "",
+     &all_channels[4], &all_records[3], &all_commands[105], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group", {}, bsp_pon_onu_ctc_get_mc_group_arguments},
+    {"bsp_pon_onu_ctc_get_sn_ponport", "Remote ONU queries", "Asks for the serial numbers of the ONUs of a PON port.", "",
+     &all_channels[9], &all_records[3], &all_commands[167], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_sn_ponport", {}, bsp_pon_onu_ctc_get_sn_ponport_arguments},
+    {"bsp_pon_onu_ctc_debug_get", "Remote ONU queries", "Sends a query of the information channel that the caller built, and receives the answer in its place.", "",
+     &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
+     Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_debug_get", {}, bsp_pon_onu_ctc_debug_get_arguments},
+    {"bsp_pon_onu_ctc_config_get", "Remote ONU queries", "Sends a query of the configuration channel that the caller built, and receives the answer in its place.", "",
+     &all_channels[4], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
+     Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, bsp_pon_onu_ctc_config_get_arguments},
+    {"bsp_pon_onu_optical_diagnose_get", "Remote ONU queries", "Asks for the optical transceiver of an ONU, by a record that the caller built.", "",
+     &all_channels[4], &all_records[3], &all_commands[88], Class::read, Call::get, Failure::pass,
+     Request::stamped, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, bsp_pon_onu_optical_diagnose_get_arguments},
+    {"bsp_pon_onu_ctc_get_vlan_json", "Remote ONU queries", "Asks for the VLANs of the UNI ports of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_ctc_get_vlan_json_arguments},
+    {"bsp_pon_onu_ctc_get_vlan_mode_json", "Remote ONU queries", "Asks for the VLAN modes of the UNI ports of an ONU: the same request, under another name.", "",
+     &all_channels[4], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_ctc_get_vlan_mode_json_arguments},
+    {"bsp_pon_onu_ctc_get_info", "Remote ONU requests", "Asks a remote ONU anything of the information channel.", "",
+     &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_info_arguments},
+    {"bsp_pon_onu_ctc_set_info", "Remote ONU requests", "Sets anything of the information channel at a remote ONU.", "",
+     &all_channels[3], &all_records[3], nullptr, Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_info_arguments},
+    {"bsp_pon_onu_ctc_port_get", "Remote ONU requests", "Asks a remote ONU anything of the information channel about one of its UNI ports.", "",
+     &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_pon_onu_ctc_port_get_arguments},
+    {"bsp_pon_onu_ctc_get_sn", "Remote ONU requests", "Asks a remote ONU who it is.", "",
+     &all_channels[3], &all_records[3], &all_commands[60], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_sn_arguments},
+    {"bsp_pon_onu_ctc_get_fw", "Remote ONU requests", "Asks a remote ONU for its firmware version.", "",
+     &all_channels[3], &all_records[3], &all_commands[61], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_fw_arguments},
+    {"bsp_pon_onu_ctc_get_chipid", "Remote ONU requests", "Asks a remote ONU for its chipset.", "",
+     &all_channels[3], &all_records[3], &all_commands[62], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_chipid_arguments},
+    {"bsp_pon_onu_ctc_get_cap", "Remote ONU requests", "Asks a remote ONU for its capabilities.", "",
+     &all_channels[3], &all_records[3], &all_commands[63], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_cap_arguments},
+    {"bsp_pon_onu_ctc_get_cap2", "Remote ONU requests", "Asks a remote ONU for more of its capabilities.", "",
+     &all_channels[3], &all_records[3], &all_commands[59], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_cap2_arguments},
+    {"bsp_pon_onu_ctc_get_sla", "Remote ONU requests", "Asks a remote ONU for its service level agreement.", "",
+     &all_channels[3], &all_records[3], &all_commands[71], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_sla_arguments},
+    {"bsp_pon_onu_ctc_get_onuinfo", "Remote ONU requests", "Asks a remote ONU for all about it.", "",
+     &all_channels[3], &all_records[3], &all_commands[75], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_onuinfo_arguments},
+    {"bsp_pon_onu_ctc_get_upgrade_status", "Remote ONU requests", "Asks a remote ONU how its image update stands.", "",
+     &all_channels[3], &all_records[3], &all_commands[74], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_upgrade_status_arguments},
+    {"bsp_pon_onu_ctc_get_catv_status", "Remote ONU requests", "Asks a remote ONU whether its CATV port is on.", "",
+     &all_channels[3], &all_records[3], &all_commands[79], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_catv_status_arguments},
+    {"bsp_pon_onu_ctc_upgrade", "Remote ONU requests", "Sends a part of an image to a remote ONU.", "",
+     &all_channels[3], &all_records[3], &all_commands[72], Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_upgrade_arguments},
+    {"bsp_pon_onu_ctc_upgrade_commit", "Remote ONU requests", "Makes a remote ONU start its new image from now on.", "",
+     &all_channels[3], &all_records[3], &all_commands[73], Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_upgrade_commit_arguments},
+    {"bsp_pon_onu_ctc_set_perf_monitor_status", "Remote ONU requests", "Switches performance monitoring of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_catv: a service cannot tell them apart.",
+     &all_channels[3], &all_records[3], &all_commands[80], Class::write, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_perf_monitor_status_arguments},
+    {"bsp_pon_onu_ctc_set_catv", "Remote ONU requests", "Switches the CATV port of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot tell them apart.",
+     &all_channels[3], &all_records[3], &all_commands[81], Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_catv_arguments},
+    {"bsp_onu_ctc_get_autoneg_local_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port can negotiate.", "",
+     &all_channels[3], &all_records[3], &all_commands[68], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_autoneg_local_abt_arguments},
+    {"bsp_onu_ctc_get_autoneg_adv_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port offers in auto-negotiation.", "",
+     &all_channels[3], &all_records[3], &all_commands[69], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_autoneg_adv_abt_arguments},
+    {"bsp_onu_ctc_get_phyinfo", "Remote ONU requests", "Asks a remote ONU for the PHY of a UNI port.", "",
+     &all_channels[3], &all_records[3], &all_commands[76], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_phyinfo_arguments},
+    {"bsp_onu_ctc_get_perf_monitor_status", "Remote ONU requests", "Asks a remote ONU whether it monitors the performance of a UNI port.", "",
+     &all_channels[3], &all_records[3], &all_commands[82], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_monitor_status_arguments},
+    {"bsp_onu_ctc_get_perf_current_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the current period.", "",
+     &all_channels[3], &all_records[3], &all_commands[83], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_current_data_arguments},
+    {"bsp_onu_ctc_get_perf_history_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the period before.", "",
+     &all_channels[3], &all_records[3], &all_commands[84], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_history_data_arguments},
+    {"bsp_pon_onu_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[106], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_config_json", {}, bsp_pon_onu_ctc_get_mc_config_json_arguments},
+    {"bsp_pon_onu_uni_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of the UNI ports of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[107], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_uni_ctc_get_mc_config_json", {}, bsp_pon_onu_uni_ctc_get_mc_config_json_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_translate_json", "Remote ONU service views", "Asks for the multicast VLAN translation of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_translate_json", {}, bsp_pon_onu_ctc_get_mc_vlan_translate_json_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_json", "Remote ONU service views", "Asks for the multicast VLANs of the UNI ports of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[109], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_json", {}, bsp_pon_onu_ctc_get_mc_vlan_json_arguments},
+    {"bsp_pon_onu_ctc_get_voipinfo_json", "Remote ONU service views", "Asks for the voice ports of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[120], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_voipinfo_json", {}, bsp_pon_onu_ctc_get_voipinfo_json_arguments},
+    {"bsp_pon_onu_get_fec_mode", "Remote ONU service views", "Asks for forward error correction of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[112], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_fec_mode", {}, bsp_pon_onu_get_fec_mode_arguments},
+    {"bsp_pon_onuc_get_fec_ability", "Remote ONU service views", "Asks whether an ONU can correct errors.", "",
+     &all_channels[4], &all_records[3], &all_commands[113], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onuc_get_fec_ability", {}, bsp_pon_onuc_get_fec_ability_arguments},
+    {"bsp_pon_onu_ctc_get_time_config", "Remote ONU service views", "Asks a remote ONU for its time configuration.", "",
+     &all_channels[3], &all_records[3], &all_commands[77], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_time_config", {}, bsp_pon_onu_ctc_get_time_config_arguments},
+    {"bsp_pon_onu_ctc_get_wanc", "Remote ONU service views", "Asks for WAN connections of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[117], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wanc", {}, bsp_pon_onu_ctc_get_wanc_arguments},
+    {"bsp_pon_onu_ctc_get_wlan", "Remote ONU service views", "Asks for the WLANs of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[118], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wlan", {}, bsp_pon_onu_ctc_get_wlan_arguments},
+    {"bsp_pon_onu_ctc_get_catv", "Remote ONU service views", "Asks for the CATV port of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[119], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_catv", {}, bsp_pon_onu_ctc_get_catv_arguments},
+    {"bsp_pon_onu_ctc_get_acl", "Remote ONU service views", "Asks for the access control list of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[121], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_acl", {}, bsp_pon_onu_ctc_get_acl_arguments},
+    {"bsp_pon_onu_ctc_get_dhcp", "Remote ONU service views", "Asks for the DHCP server of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[122], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_dhcp", {}, bsp_pon_onu_ctc_get_dhcp_arguments},
+    {"bsp_pon_onu_ctc_get_wlantab", "Remote ONU service views", "Asks for the WLANs of the ONUs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[32], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_wlantab", {}, bsp_pon_onu_ctc_get_wlantab_arguments},
+    {"bsp_pon_onu_ctc_get_wanctab", "Remote ONU service views", "Asks for the WAN connections of the ONUs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[33], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_wanctab", {}, bsp_pon_onu_ctc_get_wanctab_arguments},
+    {"bsp_pon_onu_ctc_get_catvtab", "Remote ONU service views", "Asks for the CATV ports of the ONUs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[34], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_catvtab", {}, bsp_pon_onu_ctc_get_catvtab_arguments},
+    {"bsp_pon_onu_ctc_get_sipusertab", "Remote ONU service views", "Asks for the SIP users of the ONUs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[35], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_sipusertab", {}, bsp_pon_onu_ctc_get_sipusertab_arguments},
+    {"bsp_pon_onu_ctc_get_upgradestatus_json", "Remote ONU service views", "Asks how image updates of ONUs stand.", "",
+     &all_channels[0], &all_records[0], &all_commands[36], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_upgradestatus_json", {}, bsp_pon_onu_ctc_get_upgradestatus_json_arguments},
+    {"bsp_pon_onu_ctc_debug", "Remote ONU settings", "Sends a setting of the information channel that the caller built.", "",
+     &all_channels[3], &all_records[3], nullptr, Class::service_affecting, Call::set, Failure::pass,
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_debug", {}, bsp_pon_onu_ctc_debug_arguments},
+    {"bsp_pon_onu_ctc_config", "Remote ONU settings", "Sends a setting of the configuration channel that the caller built.", "",
+     &all_channels[4], &all_records[3], nullptr, Class::service_affecting, Call::set, Failure::pass,
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_config", {}, bsp_pon_onu_ctc_config_arguments},
+    {"bsp_pon_onu_alarm_more_test", "Remote ONU settings", "Triggers extra alarms for a test, by a record that the caller built.", "",
+     &all_channels[3], &all_records[3], nullptr, Class::write, Call::set, Failure::silent,
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_alarm_more_test", bsp_pon_onu_alarm_more_test_odd, bsp_pon_onu_alarm_more_test_arguments},
+    {"bsp_pon_onu_ctc_oam_print", "Remote ONU settings", "Sets what the service prints of OAM.", "",
+     &all_channels[9], &all_records[3], &all_commands[166], Class::write, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_oam_print", {}, bsp_pon_onu_ctc_oam_print_arguments},
+    {"bsp_pon_onu_ctc_set_multillid", "Remote ONU settings", "Sets the number of LLIDs of an ONU.", "",
+     &all_channels[3], &all_records[3], &all_commands[65], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_multillid", {}, bsp_pon_onu_ctc_set_multillid_arguments},
+    {"bsp_pon_onu_ctc_update_image", "Remote ONU settings", "Has the OLT update an image of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[114], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_update_image", {}, bsp_pon_onu_ctc_update_image_arguments},
+    {"bsp_pon_onu_ctc_set_mgmt", "Remote ONU settings", "Sets the management address of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[91], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_mgmt", {}, bsp_pon_onu_ctc_set_mgmt_arguments},
 };
 
 constexpr Function all_functions[] = {

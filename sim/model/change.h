@@ -167,6 +167,25 @@ struct LoopRecord {
     bool operator==(const LoopRecord &) const = default;
 };
 
+// Something that an ONU can be told: by the command that asks for it.
+struct SettingPlace {
+    uint32_t pon_port;
+    Mac mac;
+    uint32_t command;
+    uint32_t uni; // 0: of the ONU itself
+
+    auto operator<=>(const SettingPlace &) const = default;
+};
+
+// What an ONU was told, as the bytes of its block.
+struct OnuSetting {
+    std::string told;
+    std::string before; // what the ONU has until that arrives
+    ModelTime arrives;
+
+    bool operator==(const OnuSetting &) const = default;
+};
+
 // How loops are detected, and how many were.
 struct LoopDetection {
     bool on = false;
@@ -229,6 +248,11 @@ struct Change {
         std::optional<LoopRecord> record; // none: there is no loop, and nothing to tell of one
     };
 
+    struct OnuSettingRow {
+        SettingPlace place;
+        OnuSetting setting;
+    };
+
     // What a set command left for the matching get, as bytes: by the set command's channel and code, the port and what
     // else tells one from another.
     struct BlockRow {
@@ -257,6 +281,7 @@ struct Change {
     std::vector<UpgradeTypeRow> upgrade_types = {};
     std::vector<UpgradeRunRow> upgrade_runs = {};
     std::vector<LoopRow> loops = {};
+    std::vector<OnuSettingRow> onu_settings = {};
     std::optional<LoopDetection> loop_detection = {};
     std::vector<TrafficRow> traffic = {}; // set by the simulator
     std::vector<std::string> log = {};    // lines for the service's log; not kept
@@ -266,7 +291,7 @@ struct Change {
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
                alarms.empty() && blocks.empty() && flushes.empty() && modules.empty() && upgrade_types.empty() &&
-               upgrade_runs.empty() && loops.empty() && !loop_detection;
+               upgrade_runs.empty() && loops.empty() && onu_settings.empty() && !loop_detection;
     }
 };
 

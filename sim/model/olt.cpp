@@ -260,6 +260,8 @@ void Olt::apply(const Change &change)
             looped_unis.erase(place);
     }
     if (change.loop_detection) detection = *change.loop_detection;
+    for (const auto &[place, setting] : change.onu_settings)
+        onu_settings[place] = setting;
     for (const auto &[pon_port, onu_ids] : traffic_of) {
         PonPort &port = pon_ports.at(pon_port - 1);
         add_to_traffic(port, onu_ids, &Traffic::add);
@@ -274,6 +276,12 @@ bool Olt::shut(const UniPlace &place) const
 {
     const auto found = looped_unis.find(place);
     return found != looped_unis.end() && found->second.shut;
+}
+
+const OnuSetting *Olt::setting(const SettingPlace &place) const
+{
+    const auto found = onu_settings.find(place);
+    return found == onu_settings.end() ? nullptr : &found->second;
 }
 
 void Olt::advance(ModelTime to)

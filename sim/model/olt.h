@@ -133,6 +133,8 @@ public:
     // UNI ports that have a loop, are shut, or were.
     const std::map<UniPlace, LoopRecord> &loops() const { return looped_unis; }
     const LoopDetection &loop_detection() const { return detection; }
+    // What an ONU was told; null when nothing. It stays with the ONU, bound or not.
+    const OnuSetting *setting(const SettingPlace &place) const;
     // Whether loop detection has shut the UNI port.
     bool shut(const UniPlace &place) const;
 
@@ -181,6 +183,7 @@ private:
     std::vector<Module> optics;
     std::map<UniPlace, LoopRecord> looped_unis;
     LoopDetection detection;
+    std::map<SettingPlace, OnuSetting> onu_settings;
     std::map<Mac, Place> places;
     std::map<std::string, UpgradeType> types;
     std::set<Due> due;

@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-constexpr int64_t schema_version = 4;
+constexpr int64_t schema_version = 5;
 
 // Small pages, because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -65,6 +65,9 @@ constexpr char schema[] =
     "CREATE TABLE loop(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), uni INTEGER NOT NULL,"
     " looped INTEGER NOT NULL, shut INTEGER NOT NULL, detected INTEGER NOT NULL, since INTEGER NOT NULL,"
     " watched INTEGER NOT NULL, watched_from INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, uni)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE onu_setting(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+    " command INTEGER NOT NULL, uni INTEGER NOT NULL, told BLOB NOT NULL, before BLOB NOT NULL,"
+    " arrives INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, command, uni)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE loop_detection(one INTEGER PRIMARY KEY CHECK(one = 1), switched_on INTEGER NOT NULL,"
     " manual INTEGER NOT NULL, recovery_time INTEGER NOT NULL, interval INTEGER NOT NULL, detected INTEGER NOT NULL,"
     " recovered INTEGER NOT NULL) STRICT;"
@@ -90,6 +93,11 @@ PerFlow frames(const Statement &statement, int column)
     if (found.size() != sizeof frames) throw StoreError("a count of frames in it is damaged");
     std::memcpy(frames.data(), found.data(), sizeof frames);
     return frames;
+}
+
+std::span<const uint8_t> bytes(const std::string &text)
+{
+    return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
 }
 
 std::span<const uint8_t> bytes(const PerFlow &frames)
@@ -146,6 +154,7 @@ struct Store::Statements {
           put_upgrade_run(db, "REPLACE INTO upgrade_run VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
           put_loop(db, "REPLACE INTO loop VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_loop(db, "DELETE FROM loop WHERE pon_port = ? AND mac = ? AND uni = ?"),
+          put_onu_setting(db, "REPLACE INTO onu_setting VALUES(?, ?, ?, ?, ?, ?, ?)"),
           put_loop_detection(db, "REPLACE INTO loop_detection VALUES(1, ?, ?, ?, ?, ?, ?)"),
           put_traffic(db, "REPLACE INTO traffic VALUES(?, ?, ?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
@@ -177,6 +186,7 @@ struct Store::Statements {
     Statement put_upgrade_run;
     Statement put_loop;
     Statement drop_loop;
+    Statement put_onu_setting;
     Statement put_loop_detection;
     Statement put_traffic;
     Statement put_clock;
@@ -314,6 +324,11 @@ Change Store::load() const
         if (loops.number(7)) record.watched_from = static_cast<ModelTime>(loops.number(8));
         change.loops.push_back({{port(loops), mac(loops, 1), word(loops, 2)}, record});
     }
+    Statement settings(db.get(), "SELECT * FROM onu_setting ORDER BY pon_port, mac, command, uni");
+    while (settings.row())
+        change.onu_settings.push_back(
+            {{port(settings), mac(settings, 1), word(settings, 2), word(settings, 3)},
+             {bytes(settings, 4), bytes(settings, 5), static_cast<ModelTime>(settings.number(6))}});
     Statement detection(db.get(), "SELECT * FROM loop_detection");
     if (detection.row())
         change.loop_detection = {detection.number(1) != 0, detection.number(2) != 0, word(detection, 3),
@@ -426,7 +441,7 @@ void Store::write_rows(const Change &change)
     for (const auto &[channel, command, pon_port, index, bytes] : change.blocks) {
         Statement &statement = bytes ? statements->put_block : statements->drop_block;
         statement.bind(channel).bind(command).bind(pon_port).bind(index);
-        if (bytes) statement.bind(std::span(reinterpret_cast<const uint8_t *>(bytes->data()), bytes->size()));
+        if (bytes) statement.bind(ponsim::bytes(*bytes));
         statement.run();
     }
     for (const auto &[cage, record] : change.modules) {
@@ -486,6 +501,15 @@ void Store::write_rows(const Change &change)
                 .bind(static_cast<int64_t>(record->watched_from.value_or(0)));
         statement.run();
     }
+    for (const auto &[place, setting] : change.onu_settings)
+        statements->put_onu_setting.bind(place.pon_port)
+            .bind(place.mac)
+            .bind(place.command)
+            .bind(place.uni)
+            .bind(bytes(setting.told))
+            .bind(bytes(setting.before))
+            .bind(static_cast<int64_t>(setting.arrives))
+            .run();
     if (const auto &detection = change.loop_detection)
         statements->put_loop_detection.bind(detection->on)
             .bind(detection->manual)

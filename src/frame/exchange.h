@@ -132,6 +132,8 @@ public:
         if (held < count) clear(static_cast<char *>(out) + held, count - held);
     }
 
+    uint8_t byte(uint32_t offset) const { return static_cast<uint8_t>(bytes[offset]); }
+
     uint32_t word(uint32_t offset) const
     {
         uint32_t value;

@@ -16,6 +16,8 @@ IDS = "catalog/frame/onu_ids.toml"
 CHIP = "catalog/debug/chip.toml"
 FDB = "catalog/platform/fdb.toml"
 FUNCTIONS = "catalog/platform/functions.toml"
+QUERIES = "catalog/onu/queries.toml"
+REQUESTS = "catalog/onu/requests.toml"
 OPTICS = "catalog/platform/optics.toml"
 LAYOUTS = "catalog/layouts/batch.toml"
 VIEWS = "catalog/views/onu.toml"
@@ -214,8 +216,19 @@ BROKEN = {
                             "argument buf", "goes and comes by the same field"),
     "size of a number": (OPTICS, 'to = "plat_arg120", brief', 'to = "plat_arg120", size = 4, brief', "argument sel",
                          "'size' means nothing for a u32"),
-    "word out of a block": (FDB, 'from = "plat_arg112"', 'from = "plat_data"', "argument second",
-                            "plat_data, which is a bytes"),
+    "word out of a number of another width": (REQUESTS, 'type = "block-out", from = "onu_data", size = 1, optional = true',
+                                              'type = "u16-out", from = "onu_data"', "argument out",
+                                              "onu_data, which is a bytes"),
+    "skipped bytes that are no number": (QUERIES, "skip = 4", "skip = true", "argument out", "'skip' must be a number"),
+    "skipped bytes of a text": (PASSTHROUGH, 'type = "text-out", from', 'type = "text-out", skip = 4, from',
+                                "argument name_out", "'skip' means nothing for a text-out"),
+    "length of a word that comes out": (REQUESTS, 'type = "block-out", from = "onu_data", optional = true',
+                                        'type = "u32-out", from = "onu_data"', "argument out_len",
+                                        "out, which is not a block"),
+    "log line without a text": (QUERIES, 'logged = "filename=%s"', 'logged = "filename"', "argument out",
+                                "holds %s where the text goes"),
+    "log line with a number": (QUERIES, 'logged = "filename=%s"', 'logged = "%d filename=%s"', "argument out",
+                               "holds %s where the text goes"),
     "operation of an unknown record": (FUNCTIONS, 'record  = "bsp_pon_msg"', 'record  = "bsp_msg"',
                                        "operation bsp_poncfg_set", "names 'bsp_msg'"),
     "picked field that is none": (LISTS, 'fields = ["pon_port", "onu_id"]', 'fields = ["pon_port", "id"]',
@@ -246,6 +259,12 @@ BROKEN = {
                                     "names 'bsp_msg'"),
     "layout's field outside": (LAYOUTS, "offset = 436", "offset = 944", "field max_distance", "not inside the record"),
     "layout's fields overlap": (LAYOUTS, "offset = 436", "offset = 432", "overlaps field", ""),
+    "layout's field that comes once": (LAYOUTS, "offset = 436", "times = 1, every = 4, offset = 436",
+                                       "field max_distance", "'times' must be 2 at least"),
+    "layout's fields that overlap themselves": (LAYOUTS, "offset = 436", "times = 3, every = 3, offset = 436",
+                                                "field max_distance_2", "is not aligned"),
+    "layout's field that comes often, at no distance": (LAYOUTS, "offset = 436", "times = 3, offset = 436",
+                                                        "field max_distance", "'every' must be a number"),
     "view of an unknown command": (VIEWS, '"BSP_CMD_VIEW_BASE_INFO_WEB"]', '"BSP_CMD_VIEW"]', "view base_info",
                                    "names 'BSP_CMD_VIEW'"),
     "column of an unknown type": (VIEWS, 'type = "mac"', 'type = "macaddr"', "column mac", "'type' must be one of"),

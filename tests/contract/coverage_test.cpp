@@ -62,13 +62,17 @@ std::string suite_of(const Argument &argument)
         return "Database";
     case ArgumentType::text_out:
         return "TextOut";
+    case ArgumentType::u8_out:
+    case ArgumentType::u16_out:
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
     case ArgumentType::block_inout:
         return "DataOut";
     case ArgumentType::u32:
+    case ArgumentType::u16:
     case ArgumentType::u8:
     case ArgumentType::length:
+    case ArgumentType::length_at:
     case ArgumentType::mac:
     case ArgumentType::record:
     case ArgumentType::response:
@@ -167,7 +171,17 @@ TEST(Coverage, EveryDatabaseIsTestedByWhereItComesFromAndGoes)
             EXPECT_EQ(tested("HandedOutDatabase", operation, argument) + tested("DroppedDatabase", operation, argument),
                       is_database)
                 << operation.name;
+            EXPECT_EQ(tested("LoggedText", operation, argument), !argument.logged.empty()) << operation.name;
         }
+}
+
+TEST(Coverage, EveryBlockOfTheCallersLengthIsTested)
+{
+    for (const Operation &operation : catalogue::operations())
+        for (const Argument &argument : operation.arguments)
+            EXPECT_EQ(tested("DataOutOfLength", operation, argument),
+                      argument.type == ArgumentType::block_out && argument.size == 0)
+                << operation.name;
 }
 
 TEST(Coverage, EveryAnswerThatMayBeDroppedIsTested)

@@ -7,12 +7,16 @@
 namespace contract
 {
 
-// An argument that receives bytes of the answer, always as many.
+// An argument that receives bytes of the answer.
 class DataOut : public OfArgument
 {
 protected:
     uint32_t offset = argument.field->offset;
-    uint32_t size = argument.type == ArgumentType::u32_out ? sizeof(uint32_t) : argument.size;
+    // What it takes of an answer; of a block whose length the caller states, what is lent.
+    uint32_t size = argument.type == ArgumentType::u32_out ? sizeof(uint32_t)
+                    : argument.type == ArgumentType::u16_out || argument.type == ArgumentType::u8_out
+                        ? 1
+                        : static_cast<uint32_t>(subject.memory(argument).as_lent().size()) - argument.skip;
 
     // An answer of `length` bytes, unlike anything that is lent.
     static Bytes answer_of(size_t length)
@@ -23,14 +27,25 @@ protected:
         return bytes;
     }
 
-    // Zeros for what the answer does not hold.
+    static Bytes widened(uint16_t number)
+    {
+        Bytes bytes(sizeof number);
+        std::memcpy(bytes.data(), &number, sizeof number);
+        return bytes;
+    }
+
+    // Zeros for what the answer does not hold; what is before it stays.
     void expect_delivered(const Bytes &answer, uint32_t status = 0)
     {
         script_exchange(IPC_OK, status, answer);
         EXPECT_EQ(subject.call(), status);
-        Bytes expected(size);
-        if (answer.size() > offset)
-            std::copy_n(answer.begin() + offset, std::min<size_t>(answer.size() - offset, size), expected.begin());
+        Bytes delivered(size);
+        const size_t held = std::min<size_t>(answer.size(), operation.response_size);
+        if (held > offset)
+            std::copy_n(answer.begin() + offset, std::min<size_t>(held - offset, size), delivered.begin());
+        if (argument.type == ArgumentType::u16_out) delivered = widened(delivered[0]);
+        Bytes expected = subject.memory(argument).as_lent();
+        std::ranges::copy(delivered, expected.begin() + argument.skip);
         EXPECT_EQ(subject.memory(argument).bytes(), expected);
         EXPECT_TRUE(subject.surroundings_untouched());
     }
@@ -61,6 +76,11 @@ TEST_P(DataOut, IsDeliveredWhateverTheStatus)
     expect_delivered(answer_of(operation.response_size), 4001);
 }
 
+TEST_P(DataOut, OfMoreThanAnAnswerHoldsEndsWithTheRecord)
+{
+    expect_delivered(answer_of(operation.response_size + 100));
+}
+
 TEST_P(DataOut, AsksForNothingElse)
 {
     subject.call();
@@ -68,8 +88,56 @@ TEST_P(DataOut, AsksForNothingElse)
 }
 
 ON_ARGUMENTS(DataOut, arguments_where([](const Argument &each) {
-                 return each.type == ArgumentType::u32_out || each.type == ArgumentType::block_out ||
+                 return each.type == ArgumentType::u8_out || each.type == ArgumentType::u16_out ||
+                        each.type == ArgumentType::u32_out || each.type == ArgumentType::block_out ||
                         each.type == ArgumentType::block_inout;
+             }));
+
+// Of as many bytes as the caller wants.
+class DataOutOfLength : public OfArgument
+{
+protected:
+    uint32_t held = operation.response_size - argument.field->offset;
+
+    // Zeros for what the response record does not hold.
+    void expect_delivered(uint32_t length)
+    {
+        Subject wanting(operation);
+        wanting.set_room(argument, length);
+        script_exchange(IPC_OK, 0, Bytes(operation.response_size, 0x5A));
+        EXPECT_EQ(wanting.call(), 0u);
+        Bytes expected(length);
+        std::fill_n(expected.begin(), std::min(length, held), 0x5A);
+        EXPECT_EQ(wanting.memory(argument).bytes(), expected) << length << " bytes";
+        EXPECT_TRUE(wanting.surroundings_untouched());
+    }
+};
+
+TEST_P(DataOutOfLength, OfNoBytesIsNothing)
+{
+    expect_delivered(0);
+}
+
+TEST_P(DataOutOfLength, OfAFewBytesIsNoMore)
+{
+    expect_delivered(1);
+    expect_delivered(100);
+}
+
+TEST_P(DataOutOfLength, OfAllThatTheRecordHolds)
+{
+    expect_delivered(held);
+}
+
+TEST_P(DataOutOfLength, OfMoreIsFilledUpWithZeros)
+{
+    expect_delivered(held + 1);
+    expect_delivered(8058);
+    expect_delivered(100000);
+}
+
+ON_ARGUMENTS(DataOutOfLength, arguments_where([](const Argument &each) {
+                 return each.type == ArgumentType::block_out && each.size == 0;
              }));
 
 } // namespace contract

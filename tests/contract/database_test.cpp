@@ -130,6 +130,33 @@ TEST_P(TextDatabase, WithoutItsNulEndsWithTheRecord)
 ON_ARGUMENTS(TextDatabase,
              databases_where([](const Argument &each) { return each.source == catalogue::Source::text; }));
 
+// Whose text is logged first, as an error.
+using LoggedText = TextDatabase;
+
+TEST_P(LoggedText, IsOneLineBeforeTheDatabaseIsMade)
+{
+    script_exchange(IPC_OK, 0, answer_with(std::string("{}\0rest", 7)));
+    subject.call();
+    ASSERT_EQ(rb_logs(), 1u);
+    EXPECT_EQ(rb_log_at(0)->level, RB_ERR);
+    EXPECT_EQ(rb_log_at(0)->function, operation.logged_as);
+    EXPECT_GT(rb_log_at(0)->line, 0);
+    EXPECT_EQ(rb_log_at(0)->format, argument.logged);
+    std::string line(argument.logged);
+    EXPECT_EQ(rb_log_at(0)->text, line.replace(line.find("%s"), 2, "{}"));
+    ASSERT_EQ(rb_dbs(), 1u);
+    EXPECT_LT(rb_log_at(0)->at, rb_db_at(0)->at);
+}
+
+TEST_P(LoggedText, IsLoggedWhateverTheStatus)
+{
+    script_exchange(IPC_OK, 4001, answer_with("{}"));
+    EXPECT_EQ(subject.call(), 4001u);
+    EXPECT_EQ(rb_logs(), 1u);
+}
+
+ON_ARGUMENTS(LoggedText, databases_where([](const Argument &each) { return !each.logged.empty(); }));
+
 class HandedOutDatabase : public OfArgument
 {
 protected:

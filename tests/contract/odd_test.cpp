@@ -89,6 +89,17 @@ TEST(Status_of_bsp_pon_onu_get_cfg_info, IsZeroAfterEveryExchangeThatSucceeded)
     }
 }
 
+TEST(Status_of_bsp_pon_onu_alarm_more_test, IsTheIpcResultWhateverTheServiceSays)
+{
+    const bsp_onu_msg record{};
+    for (const uint32_t status : {0u, 1u, 1001u, 3003u, 4001u, 0xFFFFFFFFu}) {
+        rb_reset();
+        script_exchange(IPC_OK, status, {});
+        EXPECT_EQ(bsp_pon_onu_alarm_more_test(&record), 0u) << status;
+        EXPECT_EQ(rb_recorded(), 1u);
+    }
+}
+
 TEST(Null_of_bsp_debug_cs8022_get, IsRefusedWithOneLineAtDebugLevel)
 {
     bsp_plat_msg record{};

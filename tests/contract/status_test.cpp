@@ -27,7 +27,7 @@ TEST_P(ServiceStatus, IsNotLogged)
 {
     script_exchange(IPC_OK, 4001, {});
     subject.call();
-    EXPECT_EQ(rb_logs(), 0u);
+    EXPECT_EQ(rb_logs(), lines_logged(operation));
 }
 
 ON_OPERATIONS(ServiceStatus, operations_where([](const Operation &each) {

@@ -25,11 +25,11 @@ void put_word(Bytes &wire, const catalogue::Field &field, uint32_t number)
     std::memcpy(wire.data() + field.offset, &number, sizeof number);
 }
 
-// Where the field is a word, the byte fills it with zeros before it.
-void put_byte(Bytes &wire, const catalogue::Field &field, uint32_t number)
+// A number of less than a word: where the field is one, it fills it with zeros before it; else its low byte goes there.
+void put_narrow(Bytes &wire, const catalogue::Field &field, uint32_t number)
 {
     if (field.type == catalogue::FieldType::u32)
-        put_word(wire, field, number & 0xFF);
+        put_word(wire, field, number);
     else
         wire[field.offset] = static_cast<uint8_t>(number);
 }
@@ -38,7 +38,8 @@ void put_byte(Bytes &wire, const catalogue::Field &field, uint32_t number)
 
 bool is_number(const Argument &argument)
 {
-    return argument.type == ArgumentType::u32 || argument.type == ArgumentType::u8;
+    return argument.type == ArgumentType::u32 || argument.type == ArgumentType::u16 ||
+           argument.type == ArgumentType::u8;
 }
 
 bool is_pointer(const Argument &argument)
@@ -54,17 +55,21 @@ bool is_written(const Operation &operation, const Argument &argument)
     case ArgumentType::db:
         return !argument.dropped;
     case ArgumentType::text_out:
+    case ArgumentType::u8_out:
+    case ArgumentType::u16_out:
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
     case ArgumentType::block_inout:
     case ArgumentType::response:
         return true;
     case ArgumentType::u32:
+    case ArgumentType::u16:
     case ArgumentType::u8:
     case ArgumentType::mac:
     case ArgumentType::text:
     case ArgumentType::block:
     case ArgumentType::length:
+    case ArgumentType::length_at:
         return false;
     }
     return false;
@@ -74,6 +79,12 @@ bool is_output(const Operation &operation, const Argument &argument)
 {
     if (argument.type == ArgumentType::record) return operation.answer == catalogue::Answer::in_place;
     return is_written(operation, argument);
+}
+
+uint32_t lines_logged(const Operation &operation)
+{
+    return static_cast<uint32_t>(
+        std::ranges::count_if(operation.arguments, [](const Argument &each) { return !each.logged.empty(); }));
 }
 
 Subject::Subject(const Operation &operation)
@@ -88,6 +99,9 @@ Subject::Subject(const Operation &operation)
         case ArgumentType::u8:
             set_number(argument, 0xC1 + 0x11 * static_cast<uint32_t>(index_of(argument)) % 0x3E);
             break;
+        case ArgumentType::u16:
+            set_number(argument, 0xC1D2 + 0x1101 * static_cast<uint32_t>(index_of(argument)) % 0x3E00);
+            break;
         case ArgumentType::mac:
             lend(argument, Memory::to_read({0xE2, 0xE4, 0xE6, 0xE9, 0xEB, 0xED}));
             break;
@@ -98,6 +112,7 @@ Subject::Subject(const Operation &operation)
             set_block(argument, pattern(argument.size ? argument.size : default_block));
             break;
         case ArgumentType::length: // set with its block
+        case ArgumentType::length_at:
             break;
         case ArgumentType::record:
             lend(argument, Memory::to_write(pattern(operation.record->size), true));
@@ -108,10 +123,18 @@ Subject::Subject(const Operation &operation)
         case ArgumentType::text_out:
             lend(argument, Memory::to_write(pattern(operation.record->size - argument.field->offset), false));
             break;
+        case ArgumentType::u8_out:
+            lend(argument, Memory::to_write(pattern(argument.skip + sizeof(uint8_t)), false));
+            break;
+        case ArgumentType::u16_out:
+            lend(argument, Memory::to_write(pattern(argument.skip + sizeof(uint16_t)), true));
+            break;
         case ArgumentType::u32_out:
-            lend(argument, Memory::to_write(pattern(sizeof(uint32_t)), true));
+            lend(argument, Memory::to_write(pattern(argument.skip + sizeof(uint32_t)), true));
             break;
         case ArgumentType::block_out:
+            set_room(argument, argument.size ? argument.size : default_block);
+            break;
         case ArgumentType::block_inout:
             lend(argument, Memory::to_write(pattern(argument.size), false));
             break;
@@ -141,10 +164,25 @@ void Subject::set_text(const Argument &argument, std::string_view text)
 
 void Subject::set_block(const Argument &argument, Bytes content)
 {
-    for (const Argument &length : subject.arguments)
-        if (length.other == static_cast<int>(index_of(argument)))
-            set_number(length, static_cast<uint32_t>(content.size()));
+    set_length_of(argument, static_cast<uint32_t>(content.size()));
     lend(argument, Memory::to_read(std::move(content)));
+}
+
+void Subject::set_room(const Argument &argument, uint32_t size)
+{
+    set_length_of(argument, size);
+    lend(argument, Memory::to_write(pattern(argument.skip + size), false));
+}
+
+void Subject::set_length_of(const Argument &block, uint32_t length)
+{
+    Bytes word(sizeof length);
+    std::memcpy(word.data(), &length, sizeof length);
+    for (const Argument &each : subject.arguments) {
+        if (each.other != static_cast<int>(index_of(block))) continue;
+        if (each.type == ArgumentType::length) set_number(each, length);
+        if (each.type == ArgumentType::length_at) lend(each, Memory::to_write(word, true));
+    }
 }
 
 uint32_t Subject::call()
@@ -176,7 +214,8 @@ void Subject::put(Bytes &wire, const Argument &argument) const
 {
     const bool comes_out = is_written(subject, argument) && argument.type != ArgumentType::block_inout;
     if (!argument.field || comes_out) return;
-    if (argument.type == ArgumentType::u8) return put_byte(wire, *argument.field, number(argument));
+    if (argument.type == ArgumentType::u8) return put_narrow(wire, *argument.field, number(argument) & 0xFF);
+    if (argument.type == ArgumentType::u16) return put_narrow(wire, *argument.field, number(argument) & 0xFFFF);
     if (!is_pointer(argument)) return put_word(wire, *argument.field, number(argument));
     if (!pointer(argument)) return;
     const Bytes &content = memories[index_of(argument)].as_lent();
@@ -195,7 +234,9 @@ bool Subject::outputs_untouched() const
 {
     return std::ranges::all_of(subject.arguments, [this](const Argument &argument) {
         const Memory &memory = memories[index_of(argument)];
-        return !is_output(subject, argument) || (memory.unchanged() && memory.guards_stand());
+        if (!is_output(subject, argument)) return true;
+        const bool stamped = argument.type == ArgumentType::record && subject.request == catalogue::Request::stamped;
+        return memory.bytes() == (stamped ? expected_request() : memory.as_lent()) && memory.guards_stand();
     });
 }
 

@@ -23,6 +23,8 @@ bool is_pointer(const Argument &argument);
 bool is_written(const Operation &operation, const Argument &argument);
 // True: what the service answered goes there.
 bool is_output(const Operation &operation, const Argument &argument);
+// The lines that the operation logs when all goes well.
+uint32_t lines_logged(const Operation &operation);
 
 class Subject
 {
@@ -36,6 +38,8 @@ public:
     void set_text(const Argument &argument, std::string_view text);
     // Also sets the length that belongs to it.
     void set_block(const Argument &argument, Bytes content);
+    // The same for a block that comes out of an answer: as many bytes of it are wanted.
+    void set_room(const Argument &argument, uint32_t size);
 
     // Calls the operation on a stack full of rubbish.
     uint32_t call();
@@ -57,6 +61,7 @@ public:
 
 private:
     size_t index_of(const Argument &argument) const;
+    void set_length_of(const Argument &block, uint32_t length);
     void lend(const Argument &argument, Memory memory);
     void put(Bytes &wire, const Argument &argument) const;
 

@@ -37,6 +37,9 @@ Words words_for(const catalogue::Operation &operation)
         case catalogue::ArgumentType::u32:
             words.push_back(name + "=0x1020304");
             break;
+        case catalogue::ArgumentType::u16:
+            words.push_back(name + "=0x181");
+            break;
         case catalogue::ArgumentType::u8:
             words.push_back(name + "=0x81");
             break;
@@ -54,8 +57,11 @@ Words words_for(const catalogue::Operation &operation)
             words.push_back(name + "=hex:04030201");
             break;
         case catalogue::ArgumentType::length:
+        case catalogue::ArgumentType::length_at:
         case catalogue::ArgumentType::db:
         case catalogue::ArgumentType::text_out:
+        case catalogue::ArgumentType::u8_out:
+        case catalogue::ArgumentType::u16_out:
         case catalogue::ArgumentType::u32_out:
         case catalogue::ArgumentType::block_out:
         case catalogue::ArgumentType::response:

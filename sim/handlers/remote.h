@@ -1,0 +1,39 @@
+// What handlers of remote ONUs share: which ONU a request is about, and settings that are blocks.
+#pragma once
+
+#include "handlers/record.h"
+#include "model/remote.h"
+
+namespace ponsim
+{
+
+// The ONU that a request names. An ONU that is asked something itself must be online, and so must one that is told
+// something; what the OLT has of it can be asked whatever its state.
+FoundOnu onu_of(const Olt &olt, const Request &request, bool must_be_online = true);
+// The same; the request must name one of its UNI ports.
+FoundOnu onu_and_uni_of(const Olt &olt, const Request &request, bool must_be_online = true);
+
+// The answer to a request with this data.
+Outcome answer_with(const Request &request, std::string_view data);
+inline Outcome answer_with(const Request &request, const OnuBlock &block)
+{
+    return answer_with(request, block.bytes());
+}
+
+// A setting that is a block of the same form in requests and answers.
+struct BlockSetting {
+    uint32_t command; // that asks for it
+    bool of_uni;      // of each of the UNI ports; else of the ONU
+    uint32_t size;
+    // What an ONU has until it is told otherwise.
+    OnuBlock (*otherwise)(const Olt &olt, const RemoteOnu &onu, uint32_t uni);
+    // Why the ONU cannot be told this; BSP_OK when it can.
+    uint32_t (*check)(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
+};
+
+OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side, const BlockSetting &setting);
+
+Outcome get_setting(const Olt &olt, const Request &request, const BlockSetting &setting, Side side = Side::remote);
+Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &setting);
+
+} // namespace ponsim

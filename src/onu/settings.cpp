@@ -1,0 +1,61 @@
+// What an ONU, or the service's OAM, is told by a record, a block or a word.
+#include "onu/remote.h"
+
+using frame::Failure;
+using frame::set;
+
+namespace
+{
+
+constexpr uint32_t image_size = 260;
+constexpr uint32_t mgmt_size = 17;
+
+} // namespace
+
+uint32_t bsp_pon_onu_ctc_debug(const bsp_onu_msg *msg)
+{
+    if (!msg) return BSP_ERR_PARAM;
+    return set<Failure::pass>(BSP_MSG_ONU_INFO, *msg);
+}
+
+uint32_t bsp_pon_onu_ctc_config(const bsp_onu_msg *msg)
+{
+    if (!msg) return BSP_ERR_PARAM;
+    return set<Failure::pass>(BSP_MSG_ONU_CFG, *msg);
+}
+
+uint32_t bsp_pon_onu_alarm_more_test(const bsp_onu_msg *msg)
+{
+    uint32_t ignored = BSP_OK; // what the service says of a test is not the result
+    return static_cast<uint32_t>(ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_ONU_INFO, msg, sizeof *msg, &ignored));
+}
+
+uint32_t bsp_pon_onu_ctc_oam_print(uint32_t value)
+{
+    frame::Request<bsp_onu_msg> request{BSP_CMD_OAM_PRINT};
+    request->onu_arg24 = value;
+    return set<Failure::silent>(BSP_MSG_ONU_OAM, *request);
+}
+
+uint32_t bsp_pon_onu_ctc_set_multillid(uint32_t pon_port, uint32_t onu_id, uint32_t count)
+{
+    auto request = onu::request_to(BSP_CMD_ONU_MULTI_LLID_SET, pon_port, onu_id);
+    request->onu_arg24 = count;
+    return set<Failure::pass>(BSP_MSG_ONU_INFO, *request);
+}
+
+uint32_t bsp_pon_onu_ctc_update_image(uint32_t pon_port, uint32_t onu_id, const void *image)
+{
+    if (!image) return BSP_ERR_PARAM;
+    auto request = onu::request_to(BSP_CMD_ONU_IMAGE_UPDATE, pon_port, onu_id);
+    request.copy<image_size>(&bsp_onu_msg::onu_data, image);
+    return set<Failure::pass>(BSP_MSG_ONU_CFG, *request);
+}
+
+uint32_t bsp_pon_onu_ctc_set_mgmt(uint32_t pon_port, uint32_t onu_id, const void *mgmt)
+{
+    if (!mgmt) return BSP_ERR_PARAM;
+    auto request = onu::request_to(BSP_CMD_ONU_MGMT_SET, pon_port, onu_id);
+    request.copy<mgmt_size>(&bsp_onu_msg::onu_data, mgmt);
+    return set<Failure::pass>(BSP_MSG_ONU_CFG, *request);
+}
