@@ -39,6 +39,7 @@ TEST_P(Block, EndsWithTheRecord)
 {
     expect_sent_for(room);
     expect_sent_for(room + 1);
+    expect_sent_for(8058);
     expect_sent_for(100000);
 }
 
