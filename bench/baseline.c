@@ -273,3 +273,50 @@ uint32_t c_lol_mode(uint32_t pon_port, uint32_t id, uint32_t mode, const void *p
     rv = ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_PLAT, &msg, sizeof msg, &status);
     return outcome(rv, status, __func__, __LINE__);
 }
+
+static uint32_t ask(uint32_t channel, uint32_t cmd, uint32_t pon_port, uint32_t onu_id, uint32_t uni_port, void *out,
+                    uint32_t size)
+{
+    bsp_onu_msg msg, response;
+    uint32_t length = sizeof response;
+    uint32_t status = 0;
+    int32_t rv;
+
+    memset(&msg, 0, sizeof msg);
+    memset(&response, 0, sizeof response);
+    msg.onu_pon_port = pon_port;
+    msg.onu_onu_id = onu_id;
+    msg.onu_uni_port = (uint8_t)uni_port;
+    msg.onu_cmd = cmd;
+    rv = ipc_get_exec(BSP_IPC_MODULE, channel, &msg, sizeof msg, &response, &length, &status);
+    if (rv != 0) return (uint32_t)rv;
+    if (out) memcpy(out, response.onu_data, size);
+    return status;
+}
+
+uint32_t c_onu_sn(uint32_t pon_port, uint32_t onu_id, void *out)
+{
+    return ask(BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET, pon_port, onu_id, 0, out, 54);
+}
+
+uint32_t c_onu_vlan(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out)
+{
+    if (!out) return BSP_ERR_PARAM;
+    return ask(BSP_MSG_ONU_CFG, BSP_CMD_ONU_VLAN_GET, pon_port, onu_id, uni_port, out, 159);
+}
+
+uint32_t c_onu_mgmt_set(uint32_t pon_port, uint32_t onu_id, const void *mgmt)
+{
+    bsp_onu_msg msg;
+    uint32_t status = 0;
+    int32_t rv;
+
+    if (!mgmt) return BSP_ERR_PARAM;
+    memset(&msg, 0, sizeof msg);
+    msg.onu_pon_port = pon_port;
+    msg.onu_onu_id = onu_id;
+    msg.onu_cmd = BSP_CMD_ONU_MGMT_SET;
+    memcpy(msg.onu_data, mgmt, 17);
+    rv = ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_ONU_CFG, &msg, sizeof msg, &status);
+    return outcome(rv, status, __func__, __LINE__);
+}

@@ -28,6 +28,9 @@ uint32_t c_pon_stats(uint32_t port, void *out);
 uint32_t c_own_port(uint32_t pon_port, uint32_t *value);
 uint32_t c_upgrade(const void *block);
 uint32_t c_lol_mode(uint32_t pon_port, uint32_t id, uint32_t mode, const void *params);
+uint32_t c_onu_sn(uint32_t pon_port, uint32_t onu_id, void *out);
+uint32_t c_onu_vlan(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out);
+uint32_t c_onu_mgmt_set(uint32_t pon_port, uint32_t onu_id, const void *mgmt);
 
 #ifdef __cplusplus
 }

@@ -49,6 +49,11 @@ const Case cases[] = {
     {"own_port_get", [] { return bsp_onu_p2p_own_port_get(1, &word); }, [] { return c_own_port(1, &word); }},
     {"upgrade_one", [] { return bsp_pon_onu_upgrade_one(&record); }, [] { return c_upgrade(&record); }},
     {"lol_mode", [] { return bsp_om_lol_mode_set(1, 5, 2, &record); }, [] { return c_lol_mode(1, 5, 2, &record); }},
+    {"onu_sn", [] { return bsp_pon_onu_ctc_get_sn(1, 5, &record); }, [] { return c_onu_sn(1, 5, &record); }},
+    {"onu_vlan", [] { return bsp_pon_onu_ctc_get_vlan(1, 5, 2, &record); },
+     [] { return c_onu_vlan(1, 5, 2, &record); }},
+    {"onu_mgmt_set", [] { return bsp_pon_onu_ctc_set_mgmt(1, 5, &record); },
+     [] { return c_onu_mgmt_set(1, 5, &record); }},
 };
 
 void repeat(uint32_t (*call)(), long count)
