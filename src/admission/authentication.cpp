@@ -1,6 +1,5 @@
 // How the ONUs of a PON port prove who they are; confirming those that wait, and describing those that are bound.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "frame/view.h"
 
 using frame::Request;
 using frame::set;
@@ -29,9 +28,7 @@ uint32_t bsp_pon_onu_auth_mode_type_get(uint32_t pon_port, void *resp)
 
 uint32_t bsp_pon_onu_auth_infolist_get(db_handle **db_out)
 {
-    const uint32_t command = BSP_CMD_AUTH_LIST;
-    return frame::get_database(BSP_MSG_PON, *Request<bsp_pon_msg>{command}, sizeof(bsp_pon_msg), command,
-                               frame::small_view, db_out);
+    return frame::get_view(0, 0, BSP_CMD_AUTH_LIST, db_out, frame::small_view);
 }
 
 uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu)

@@ -1,7 +1,7 @@
 // Whitelist and blacklist.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "admission/send.h"
 
+using admission::send;
 using frame::Request;
 using frame::set;
 using frame::Site;
@@ -12,19 +12,25 @@ namespace
 // The whitelist's answers are shorter than a record.
 constexpr uint32_t lookup_length = 776;
 
-// Receives the answer in `resp`; null: it is dropped.
-FRAME_SHARED uint32_t look_up(const bsp_pon_msg &request, void *resp, Site site)
+// Receives the answer in `resp`; null: it is dropped. A null `mac` names no ONU by its MAC address.
+FRAME_SHARED uint32_t look_up(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, void *resp,
+                              Site site = Site::here())
 {
+    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
+    request->pon_port = pon_port;
+    request->onu_id = onu_id;
+    if (mac) request.put_mac(mac);
     uint32_t dropped[lookup_length / sizeof(uint32_t)];
     if (!resp) {
         frame::clear(dropped, sizeof dropped);
         resp = dropped;
     }
-    return frame::get_into(BSP_MSG_PON, request, resp, lookup_length, site);
+    return frame::get_into(BSP_MSG_PON, *request, resp, lookup_length, site);
 }
 
-FRAME_SHARED uint32_t ids_in_use(uint32_t command, uint32_t pon_port, void *resp, Site site)
+FRAME_SHARED uint32_t ids_in_use(uint32_t pon_port, uint32_t command, void *resp, Site site = Site::here())
 {
+    if (!resp) return BSP_ERR_PARAM;
     Request<bsp_pon_msg> request{command};
     request->pon_port = pon_port;
     return frame::get_into(BSP_MSG_PON, *request, resp, sizeof *request, site);
@@ -44,10 +50,7 @@ uint32_t bsp_pon_blacklist_add_onu_auto_id(uint32_t pon_port, const uint8_t *mac
 
 uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_REJECT};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
-    return set(BSP_MSG_PON, *request);
+    return send(pon_port, onu_id, BSP_CMD_BLACKLIST_REJECT);
 }
 
 uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
@@ -59,10 +62,7 @@ uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
 uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
 {
     if (!mac) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_REMOVE};
-    request->pon_port = pon_port;
-    request.put_mac(mac);
-    return set(BSP_MSG_PON, *request);
+    return send(pon_port, 0, BSP_CMD_BLACKLIST_REMOVE, mac);
 }
 
 uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record)
@@ -74,31 +74,23 @@ uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record)
 
 uint32_t bsp_pon_get_w_onu_spec_id(uint32_t pon_port, uint32_t onu_id, void *resp)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
-    return look_up(*request, resp, Site::here());
+    return look_up(pon_port, onu_id, nullptr, resp);
 }
 
 uint32_t bsp_pon_get_w_onu_by_mac(uint32_t pon_port, const uint8_t *mac, void *resp)
 {
     if (!mac) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
-    request->pon_port = pon_port;
-    request.put_mac(mac);
-    return look_up(*request, resp, Site::here());
+    return look_up(pon_port, 0, mac, resp);
 }
 
 uint32_t bsp_pon_get_w_onu_id_resouce(uint32_t pon_port, void *resp)
 {
-    if (!resp) return BSP_ERR_PARAM;
-    return ids_in_use(BSP_CMD_WHITELIST_IDS, pon_port, resp, Site::here());
+    return ids_in_use(pon_port, BSP_CMD_WHITELIST_IDS, resp);
 }
 
 uint32_t bsp_pon_get_b_onu_id_resouce(uint32_t pon_port, void *resp)
 {
-    if (!resp) return BSP_ERR_PARAM;
-    return ids_in_use(BSP_CMD_BLACKLIST_IDS, pon_port, resp, Site::here());
+    return ids_in_use(pon_port, BSP_CMD_BLACKLIST_IDS, resp);
 }
 
 uint32_t bsp_pon_get_onu_blacklist(bsp_pon_msg *record, db_handle **db_out)

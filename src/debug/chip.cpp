@@ -1,8 +1,7 @@
 // Counters, registers, laser and I2C of the PON chip and the board's interfaces, for engineers; MPCP and
 // deregistration.
 #include "board/util.h"
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "platform/requests.h"
 
 using frame::Request;
 using frame::set;
@@ -13,17 +12,6 @@ namespace
 
 constexpr uint32_t i2c_size = 144;
 constexpr uint32_t mpcp_size = 32;
-
-// The first `size` bytes of the answer's data.
-FRAME_SHARED uint32_t read(uint32_t command, uint32_t port, uint32_t selector, void *out, uint32_t size,
-                           Site site = Site::here())
-{
-    Request<bsp_plat_msg> request{command};
-    request->plat_port = port;
-    request->plat_arg120 = selector;
-    return frame::get_block(BSP_MSG_DEBUG, *request, sizeof *request, offsetof(bsp_plat_msg, plat_data), out, size,
-                            site);
-}
 
 FRAME_SHARED uint32_t switch_output(uint32_t command, uint32_t first, uint32_t second, Site site = Site::here())
 {
@@ -37,62 +25,62 @@ FRAME_SHARED uint32_t switch_output(uint32_t command, uint32_t first, uint32_t s
 
 uint32_t bsp_debug_8022_pon_stats(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_PON_STATS, port, 0, out, 160);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_STATS, 160);
 }
 
 uint32_t bsp_debug_8022_ge_stats(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_GE_STATS, port, 0, out, 160);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_STATS, 160);
 }
 
 uint32_t bsp_debug_plat_ge_phy_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_GE_PHY_GET, port, 0, out, 20);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_GET, 20);
 }
 
 uint32_t bsp_debug_plat_ingress_behavior_get(uint32_t port, uint32_t selector, void *out)
 {
-    return read(BSP_CMD_DEBUG_INGRESS_GET, port, selector, out, 54);
+    return platform::read(port, 0, selector, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_INGRESS_GET, 54);
 }
 
 uint32_t bsp_debug_plat_egress_behavior_get(uint32_t port, uint32_t selector, void *out)
 {
-    return read(BSP_CMD_DEBUG_EGRESS_GET, port, selector, out, 8);
+    return platform::read(port, 0, selector, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_EGRESS_GET, 8);
 }
 
 uint32_t bsp_debug_plat_pon_mac_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_PON_MAC_GET, port, 0, out, 36);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_MAC_GET, 36);
 }
 
 uint32_t bsp_debug_plat_pon_phy_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_PON_PHY_GET, port, 0, out, 12);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_PHY_GET, 12);
 }
 
 uint32_t bsp_debug_plat_pon_laser_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_PON_LASER_GET, port, 0, out, 4);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_LASER_GET, 4);
 }
 
 uint32_t bsp_debug_plat_ge_mac_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_GE_MAC_GET, port, 0, out, 22);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_MAC_GET, 22);
 }
 
 uint32_t bsp_debug_plat_xaui_mac_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_XAUI_MAC_GET, port, 0, out, 28);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_XAUI_MAC_GET, 28);
 }
 
 uint32_t bsp_debug_plat_xaui_phy_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_XAUI_PHY_GET, port, 0, out, 12);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_XAUI_PHY_GET, 12);
 }
 
 uint32_t bsp_debug_plat_mgmt_cfg_get(uint32_t port, void *out)
 {
-    return read(BSP_CMD_DEBUG_MGMT_CFG_GET, port, 0, out, 4);
+    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_MGMT_CFG_GET, 4);
 }
 
 uint32_t bsp_debug_plat_ge_phy_set(uint32_t port, uint8_t value)
@@ -154,24 +142,15 @@ uint32_t bsp_debug_cs8022_get(const bsp_plat_msg *record, void *resp)
 
 uint32_t bsp_debug_8022_mpcp_set(uint32_t pon_port, uint32_t value, const void *data)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_MPCP_SET};
-    request->plat_port = pon_port;
-    request->plat_arg108 = value;
-    request.copy<mpcp_size>(&bsp_plat_msg::plat_data, data);
-    return set(BSP_MSG_PLAT, *request);
+    return platform::send(pon_port, 0, BSP_CMD_MPCP_SET, data, mpcp_size, value);
 }
 
 uint32_t bsp_8022_deregister_onu(uint32_t pon_port, uint32_t onu_id)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_ONU_DEREGISTER};
-    request->plat_port = pon_port;
-    request->plat_arg4 = onu_id;
-    return set(BSP_MSG_PLAT, *request);
+    return platform::send(pon_port, onu_id, BSP_CMD_ONU_DEREGISTER, nullptr, 0);
 }
 
 uint32_t bsp_8022_deregister_onu_state_register(uint32_t pon_port)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_PORT_REREGISTER};
-    request->plat_port = pon_port;
-    return set(BSP_MSG_PLAT, *request);
+    return platform::send(pon_port, 0, BSP_CMD_PORT_REREGISTER, nullptr, 0);
 }

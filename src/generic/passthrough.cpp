@@ -1,7 +1,8 @@
 // Any command of the PON channel, without an operation of its own.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "frame/view.h"
 
+using frame::Failure;
+using frame::get_view;
 using frame::Request;
 
 uint32_t bsp_pon_exec_get(bsp_pon_msg *record)
@@ -16,16 +17,12 @@ uint32_t bsp_pon_exec_set(const bsp_pon_msg *record)
 
 uint32_t bsp_pon_exec_get_json(uint32_t cmd, uint32_t pon_port, uint32_t, db_handle **db_out)
 {
-    Request<bsp_pon_msg> request{cmd};
-    request->pon_port = pon_port;
-    return frame::get_database(BSP_MSG_PON, *request, frame::no_length, cmd, frame::small_view, db_out);
+    return get_view(pon_port, 0, cmd, db_out, frame::small_view, Failure::report, frame::no_length);
 }
 
 uint32_t bsp_pon_exec_get_json_(uint32_t cmd, uint32_t pon_port, uint32_t, db_handle **db_out)
 {
-    Request<bsp_pon_msg> request{cmd};
-    request->pon_port = pon_port;
-    return frame::get_database(BSP_MSG_PON, *request, frame::no_length, cmd, frame::large_view, db_out);
+    return get_view(pon_port, 0, cmd, db_out, frame::large_view, Failure::report, frame::no_length);
 }
 
 uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char *name_out)
@@ -37,8 +34,5 @@ uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char *name_out)
 
 uint32_t bsp_pon_exec_get_onu_json(uint32_t cmd, uint32_t pon_port, uint32_t onu_id, uint32_t, db_handle **db_out)
 {
-    Request<bsp_pon_msg> request{cmd};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
-    return frame::get_database(BSP_MSG_PON, *request, frame::no_length, cmd, frame::large_view, db_out);
+    return get_view(pon_port, onu_id, cmd, db_out, frame::large_view, Failure::report, frame::no_length);
 }

@@ -5,7 +5,6 @@
 using frame::Failure;
 using frame::Request;
 using onu::ask;
-using onu::ask_logged;
 
 namespace
 {
@@ -16,9 +15,7 @@ constexpr uint32_t whole_data = 8058; // more than an answer holds
 
 uint32_t bsp_pon_onu_get_uniobj_snmp(uint32_t pon_port, uint32_t onu_id, db_handle **out)
 {
-    auto request = onu::request_to(BSP_CMD_VIEW_ONU_UNI_SNMP, pon_port, onu_id);
-    return frame::get_database(BSP_MSG_ONU_CFG, *request, sizeof *request, BSP_CMD_VIEW_ONU_UNI_SNMP, frame::small_view,
-                               out);
+    return onu::view(pon_port, onu_id, BSP_CMD_VIEW_ONU_UNI_SNMP, out);
 }
 
 uint32_t bsp_pon_onu_ctc_autoneg_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out)
@@ -38,8 +35,9 @@ uint32_t bsp_pon_onu_ctc_classification_get(uint32_t pon_port, uint32_t onu_id, 
 
 uint32_t bsp_pon_onu_ctc_get_dev_info(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return ask_logged(pon_port, onu_id, 0, out, BSP_MSG_ONU_CFG, {BSP_CMD_ONU_DEVICE_INFO_GET, whole_data},
-                      frame::no_length);
+    if (!out) return BSP_ERR_PARAM;
+    return onu::ask_unchecked(pon_port, onu_id, 0, out, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET, whole_data,
+                              Failure::pass, frame::no_length);
 }
 
 uint32_t bsp_pon_onu_get_max_port(uint32_t pon_port, uint32_t onu_id, uint16_t *out)
@@ -76,12 +74,15 @@ uint32_t bsp_pon_onu_ctc_get_rate_limit(uint32_t pon_port, uint32_t onu_id, uint
 
 uint32_t bsp_pon_onu_ctc_get_loop_detect(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out)
 {
-    return ask_logged(pon_port, onu_id, uni_port, out, BSP_MSG_ONU_CFG, {BSP_CMD_ONU_LOOP_DETECT_GET, 8});
+    if (!out) return BSP_ERR_PARAM;
+    return onu::ask_unchecked(pon_port, onu_id, uni_port, out, BSP_MSG_ONU_CFG, BSP_CMD_ONU_LOOP_DETECT_GET, 8,
+                              Failure::pass);
 }
 
 uint32_t bsp_pon_onu_ctc_get_mgmt(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return ask_logged(pon_port, onu_id, 0, out, BSP_MSG_ONU_CFG, {BSP_CMD_ONU_MGMT_GET, 17});
+    if (!out) return BSP_ERR_PARAM;
+    return onu::ask_unchecked(pon_port, onu_id, 0, out, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MGMT_GET, 17, Failure::pass);
 }
 
 uint32_t bsp_pon_onu_ctc_get_linkstate(uint32_t pon_port, uint32_t onu_id, db_handle **out)
@@ -168,8 +169,7 @@ uint32_t bsp_pon_onu_ctc_get_mc_group(uint32_t pon_port, uint32_t onu_id, void *
 
 uint32_t bsp_pon_onu_ctc_get_sn_ponport(uint32_t pon_port, db_handle **out)
 {
-    auto request = onu::request_to(BSP_CMD_VIEW_ONU_SN, pon_port, 0);
-    return frame::get_database(BSP_MSG_ONU_OAM, *request, sizeof *request, BSP_CMD_VIEW_ONU_SN, frame::small_view, out);
+    return onu::view(pon_port, 0, BSP_CMD_VIEW_ONU_SN, out, Failure::report, 0, 0, BSP_MSG_ONU_OAM);
 }
 
 uint32_t bsp_pon_onu_ctc_debug_get(bsp_onu_msg *msg)

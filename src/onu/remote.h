@@ -51,13 +51,34 @@ FRAME_SHARED uint32_t ask(uint32_t pon_port, uint32_t onu_id, uint32_t uni_port,
     return ask_if_wanted(pon_port, onu_id, uni_port, out, channel, query.command, query.size);
 }
 
-// The same; a failed exchange is logged.
-FRAME_SHARED uint32_t ask_logged(uint32_t pon_port, uint32_t onu_id, uint32_t uni_port, void *out, uint32_t channel,
-                                 Query query, uint32_t preset = sizeof(bsp_onu_msg), Site site = Site::here())
+// The answer's data, wanted or not.
+FRAME_SHARED uint32_t ask_unchecked(uint32_t pon_port, uint32_t onu_id, uint32_t uni_port, void *out, uint32_t channel,
+                                    uint32_t command, uint32_t size, Failure failure,
+                                    uint32_t preset = sizeof(bsp_onu_msg), Site site = Site::here())
 {
-    if (!out) return BSP_ERR_PARAM;
-    auto request = request_to(query.command, pon_port, onu_id, uni_port);
-    return frame::get_block<Failure::pass>(channel, *request, preset, data_offset, out, query.size, site);
+    auto request = request_to(command, pon_port, onu_id, uni_port);
+    return frame::get_block(channel, &*request, sizeof *request, preset, data_offset, out, size, failure, site);
+}
+
+// A view that its command code names.
+FRAME_SHARED uint32_t view(uint32_t pon_port, uint32_t onu_id, uint32_t command, db_handle **db_out,
+                           Failure failure = Failure::report, uint32_t uni_port = 0, uint32_t index = 0,
+                           uint32_t channel = BSP_MSG_ONU_CFG, Site site = Site::here())
+{
+    auto request = request_to(command, pon_port, onu_id, uni_port);
+    request->onu_arg24 = index;
+    return frame::get_database(channel, &*request, sizeof *request, sizeof *request, command, frame::small_view, db_out,
+                               failure, site);
+}
+
+// A block for an ONU, which must be there.
+FRAME_SHARED uint32_t tell(uint32_t pon_port, uint32_t onu_id, uint32_t command, const void *data, uint32_t size,
+                           Site site = Site::here())
+{
+    if (!data) return BSP_ERR_PARAM;
+    auto request = request_to(command, pon_port, onu_id);
+    __builtin_memcpy(request->onu_data, data, size);
+    return frame::set<Failure::pass>(BSP_MSG_ONU_CFG, *request, site);
 }
 
 } // namespace onu

@@ -18,9 +18,7 @@ uint32_t bsp_pon_onu_ctc_port_get(uint32_t pon_port, uint32_t onu_id, uint16_t u
                                   const uint32_t *out_len)
 {
     if (!out) return BSP_ERR_PARAM;
-    auto request = onu::request_to(cmd, pon_port, onu_id, uni_port);
-    return frame::get_block<frame::Failure::pass>(BSP_MSG_ONU_INFO, *request, sizeof *request, onu::data_offset, out,
-                                                  *out_len);
+    return onu::ask_unchecked(pon_port, onu_id, uni_port, out, BSP_MSG_ONU_INFO, cmd, *out_len, frame::Failure::pass);
 }
 
 uint32_t bsp_pon_onu_ctc_get_sn(uint32_t pon_port, uint32_t onu_id, void *out)

@@ -46,16 +46,10 @@ uint32_t bsp_pon_onu_ctc_set_multillid(uint32_t pon_port, uint32_t onu_id, uint3
 
 uint32_t bsp_pon_onu_ctc_update_image(uint32_t pon_port, uint32_t onu_id, const void *image)
 {
-    if (!image) return BSP_ERR_PARAM;
-    auto request = onu::request_to(BSP_CMD_ONU_IMAGE_UPDATE, pon_port, onu_id);
-    request.copy<image_size>(&bsp_onu_msg::onu_data, image);
-    return set<Failure::pass>(BSP_MSG_ONU_CFG, *request);
+    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_IMAGE_UPDATE, image, image_size);
 }
 
 uint32_t bsp_pon_onu_ctc_set_mgmt(uint32_t pon_port, uint32_t onu_id, const void *mgmt)
 {
-    if (!mgmt) return BSP_ERR_PARAM;
-    auto request = onu::request_to(BSP_CMD_ONU_MGMT_SET, pon_port, onu_id);
-    request.copy<mgmt_size>(&bsp_onu_msg::onu_data, mgmt);
-    return set<Failure::pass>(BSP_MSG_ONU_CFG, *request);
+    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_MGMT_SET, mgmt, mgmt_size);
 }

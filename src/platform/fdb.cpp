@@ -1,9 +1,7 @@
 // The OLT's forwarding database (FDB) and its MAC tables.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "platform/requests.h"
 
 using frame::Request;
-using frame::set;
 using frame::Site;
 
 namespace
@@ -25,16 +23,12 @@ FRAME_SHARED uint32_t look_up(uint32_t command, const void *query, uint32_t *res
 
 uint32_t bsp_pon_plat_fdb_cfg_set(const void *cfg)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_FDB_CFG_SET};
-    request.copy<config_size>(&bsp_plat_msg::plat_data, cfg);
-    return set(BSP_MSG_PLAT, *request);
+    return platform::send(0, 0, BSP_CMD_FDB_CFG_SET, cfg, config_size);
 }
 
 uint32_t bsp_pon_plat_fdb_flush(const void *filter)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_FDB_FLUSH};
-    request.copy<filter_size>(&bsp_plat_msg::plat_data, filter);
-    return set(BSP_MSG_PLAT, *request);
+    return platform::send(0, 0, BSP_CMD_FDB_FLUSH, filter, filter_size);
 }
 
 uint32_t bsp_pon_plat_mac_age_get(uint32_t *first, uint32_t *second)

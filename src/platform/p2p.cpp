@@ -1,6 +1,5 @@
 // P2P forwarding between ONUs.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "platform/requests.h"
 
 using frame::Request;
 using frame::set;
@@ -71,9 +70,5 @@ uint32_t bsp_p2p_entry_set_matchall(uint32_t pon_port, uint32_t arg104, const vo
 
 uint32_t bsp_p2p_cfg_set(uint32_t pon_port, uint32_t arg108, const void *cfg)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_P2P_CFG_SET};
-    request->plat_port = pon_port;
-    request->plat_arg108 = arg108;
-    request.copy<config_size>(&bsp_plat_msg::plat_data, cfg);
-    return set(BSP_MSG_PLAT, *request);
+    return platform::send(pon_port, 0, BSP_CMD_P2P_CFG_SET, cfg, config_size, arg108);
 }

@@ -1,6 +1,5 @@
 // Service level agreements. Unlike most, these pass the IPC library's own value on when an exchange fails.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "platform/requests.h"
 
 using frame::Failure;
 using frame::Request;
@@ -11,18 +10,6 @@ namespace
 
 constexpr uint32_t sla_size = 20;
 constexpr uint32_t sla_down_size = 4;
-
-// The first `size` bytes of the answer's data, of which the length word offers none.
-FRAME_SHARED uint32_t read(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, void *out,
-                           uint32_t size, Site site = Site::here())
-{
-    if (!out) return BSP_ERR_PARAM;
-    Request<bsp_plat_msg> request{command};
-    request->plat_port = pon_port;
-    request->plat_arg4 = onu_id;
-    return frame::get_block<Failure::pass>(channel, *request, frame::no_length, offsetof(bsp_plat_msg, plat_data), out,
-                                           size, site);
-}
 
 FRAME_SHARED uint32_t store(uint32_t command, bsp_plat_msg *record, Site site = Site::here())
 {
@@ -52,22 +39,30 @@ uint32_t bsp_pon_onu_sla_down_config(bsp_plat_msg *record)
 
 uint32_t bsp_pon_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return read(BSP_MSG_PLAT, BSP_CMD_SLA_GET, pon_port, onu_id, out, sla_size);
+    if (!out) return BSP_ERR_PARAM;
+    return platform::read(pon_port, onu_id, 0, out, BSP_MSG_PLAT, BSP_CMD_SLA_GET, sla_size, Failure::pass,
+                          frame::no_length);
 }
 
 uint32_t bsp_pon_plat_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return read(BSP_MSG_DEBUG, BSP_CMD_DEBUG_SLA_GET, pon_port, onu_id, out, sla_size);
+    if (!out) return BSP_ERR_PARAM;
+    return platform::read(pon_port, onu_id, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_SLA_GET, sla_size, Failure::pass,
+                          frame::no_length);
 }
 
 uint32_t bsp_pon_onu_sla_down_get(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return read(BSP_MSG_PLAT, BSP_CMD_SLA_DOWN_GET, pon_port, onu_id, out, sla_down_size);
+    if (!out) return BSP_ERR_PARAM;
+    return platform::read(pon_port, onu_id, 0, out, BSP_MSG_PLAT, BSP_CMD_SLA_DOWN_GET, sla_down_size, Failure::pass,
+                          frame::no_length);
 }
 
 uint32_t bsp_pon_onu_sla_all_get(uint32_t pon_port, void *out)
 {
-    return read(BSP_MSG_PLAT, BSP_CMD_SLA_PORT_GET, pon_port, 0, out, sla_size);
+    if (!out) return BSP_ERR_PARAM;
+    return platform::read(pon_port, 0, 0, out, BSP_MSG_PLAT, BSP_CMD_SLA_PORT_GET, sla_size, Failure::pass,
+                          frame::no_length);
 }
 
 uint32_t bsp_pon_onu_sla_get_web(uint32_t pon_port, db_handle **db_out)
