@@ -1,6 +1,7 @@
 // How the ONUs of a PON port prove who they are; confirming those that wait, and describing those that are bound.
 #include "frame/view.h"
 
+using frame::on;
 using frame::Request;
 using frame::set;
 
@@ -11,24 +12,24 @@ uint32_t bsp_pon_onu_auth_mode_type_set(uint32_t pon_port, const char *text_a, c
     request.put(&bsp_pon_msg::text45, text_a);
     request.put(&bsp_pon_msg::text109, text_b);
     request->arg_word12 = mode;
-    return set(BSP_MSG_PON, *request);
+    return set(*request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_auth_set(const bsp_pon_msg *record)
 {
-    return set(BSP_MSG_PON, *Request{BSP_CMD_AUTH_SET, *record});
+    return set(*Request{BSP_CMD_AUTH_SET, *record}, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_auth_mode_type_get(uint32_t pon_port, void *resp)
 {
     Request<bsp_pon_msg> request{BSP_CMD_AUTH_GET};
     request->pon_port = pon_port;
-    return frame::get_into(BSP_MSG_PON, *request, resp, sizeof *request);
+    return frame::get_into(*request, resp, sizeof *request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_auth_infolist_get(db_handle **db_out)
 {
-    return frame::get_view(0, 0, BSP_CMD_AUTH_LIST, db_out, frame::small_view);
+    return frame::get_view(0, 0, BSP_CMD_AUTH_LIST, db_out, frame::small_view, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu)
@@ -42,7 +43,7 @@ uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu)
         request.put_mac(onu->onu_mac);
     request->arg_byte16 = onu->arg_byte16;
     request->arg_word36 = onu->arg_word36;
-    return set(BSP_MSG_PON, *request);
+    return set(*request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_description(uint32_t pon_port, uint32_t onu_id, const char *text)
@@ -52,5 +53,5 @@ uint32_t bsp_pon_onu_description(uint32_t pon_port, uint32_t onu_id, const char 
     request->pon_port = pon_port;
     request->onu_id = onu_id;
     request.put(&bsp_pon_msg::text237, text);
-    return set(BSP_MSG_PON, *request);
+    return set(*request, on(BSP_MSG_PON));
 }

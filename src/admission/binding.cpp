@@ -2,16 +2,17 @@
 #include "admission/send.h"
 
 using admission::send;
+using frame::on;
 using frame::Request;
 using frame::set;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
 
 // In the record, the first text stands behind the second.
 FRAME_SHARED uint32_t bind(uint32_t command, uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a,
-                           const char *text_b, uint32_t value, const char *text_c, Site site = Site::here())
+                           const char *text_b, uint32_t value, const char *text_c, Way way = on(BSP_MSG_PON))
 {
     if (!mac) return BSP_ERR_PARAM;
     Request<bsp_pon_msg> request{command};
@@ -22,7 +23,7 @@ FRAME_SHARED uint32_t bind(uint32_t command, uint32_t pon_port, uint32_t onu_id,
     request.put(&bsp_pon_msg::text173, text_b);
     request.put(&bsp_pon_msg::text365, text_c);
     request->arg_value = value;
-    return set(BSP_MSG_PON, *request, site);
+    return set(*request, way);
 }
 
 } // namespace
@@ -32,12 +33,12 @@ uint32_t bsp_pon_cfg(uint32_t cmd, uint32_t pon_port, const void *data, uint32_t
     Request<bsp_pon_msg> request{cmd};
     request->pon_port = pon_port;
     request.put(&bsp_pon_msg::data429, data, length);
-    return set(BSP_MSG_PON, *request);
+    return set(*request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_ponmsg_cfg_set(const bsp_pon_msg *record)
 {
-    return set(BSP_MSG_PON, *record);
+    return set(*record, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_bind_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const char *text_a, const char *text_b,
@@ -69,7 +70,7 @@ uint32_t bsp_pon_no_bind_onu_spec_id_and_mac(uint32_t pon_port, uint32_t onu_id,
     request->pon_port = pon_port;
     request->onu_id = onu_id;
     request.put_mac(mac);
-    return set(BSP_MSG_PON, *request);
+    return set(*request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
@@ -90,20 +91,20 @@ uint32_t bsp_pon_no_bind_offline_onu_all(uint32_t pon_port)
 
 uint32_t bsp_pon_no_bind_onu_batch_spec_id(const bsp_pon_msg *record)
 {
-    return set(BSP_MSG_PON, *Request{BSP_CMD_ONU_RELEASE_BATCH, *record});
+    return set(*Request{BSP_CMD_ONU_RELEASE_BATCH, *record}, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_reboot_onu_batch(const bsp_pon_msg *record)
 {
-    return set(BSP_MSG_PON, *Request{BSP_CMD_ONU_REBOOT_BATCH, *record});
+    return set(*Request{BSP_CMD_ONU_REBOOT_BATCH, *record}, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_batch_sort(const bsp_pon_msg *record)
 {
-    return set(BSP_MSG_PON, *Request{BSP_CMD_ONU_SORT_BATCH, *record});
+    return set(*Request{BSP_CMD_ONU_SORT_BATCH, *record}, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_set_opt_range(const bsp_pon_msg *record)
 {
-    return set(BSP_MSG_PON, *Request{BSP_CMD_OPT_RANGE_SET, *record});
+    return set(*Request{BSP_CMD_OPT_RANGE_SET, *record}, on(BSP_MSG_PON));
 }

@@ -2,9 +2,10 @@
 #include "admission/send.h"
 
 using admission::send;
+using frame::on;
 using frame::Request;
 using frame::set;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
@@ -14,7 +15,7 @@ constexpr uint32_t lookup_length = 776;
 
 // Receives the answer in `resp`; null: it is dropped. A null `mac` names no ONU by its MAC address.
 FRAME_SHARED uint32_t look_up(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, void *resp,
-                              Site site = Site::here())
+                              Way way = on(BSP_MSG_PON))
 {
     Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
     request->pon_port = pon_port;
@@ -25,15 +26,15 @@ FRAME_SHARED uint32_t look_up(uint32_t pon_port, uint32_t onu_id, const uint8_t 
         frame::clear(dropped, sizeof dropped);
         resp = dropped;
     }
-    return frame::get_into(BSP_MSG_PON, *request, resp, lookup_length, site);
+    return frame::get_into(*request, resp, lookup_length, way);
 }
 
-FRAME_SHARED uint32_t ids_in_use(uint32_t pon_port, uint32_t command, void *resp, Site site = Site::here())
+FRAME_SHARED uint32_t ids_in_use(uint32_t pon_port, uint32_t command, void *resp, Way way = on(BSP_MSG_PON))
 {
     if (!resp) return BSP_ERR_PARAM;
     Request<bsp_pon_msg> request{command};
     request->pon_port = pon_port;
-    return frame::get_into(BSP_MSG_PON, *request, resp, sizeof *request, site);
+    return frame::get_into(*request, resp, sizeof *request, way);
 }
 
 } // namespace
@@ -45,7 +46,7 @@ uint32_t bsp_pon_blacklist_add_onu_auto_id(uint32_t pon_port, const uint8_t *mac
     request->pon_port = pon_port;
     request.put_mac(mac);
     request.put(&bsp_pon_msg::data429, text);
-    return set(BSP_MSG_PON, *request);
+    return set(*request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id)
@@ -56,7 +57,7 @@ uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id)
 uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
 {
     if (!record) return BSP_ERR_PARAM;
-    return set(BSP_MSG_PON, *Request{BSP_CMD_BLACKLIST_REJECT_BATCH, *record});
+    return set(*Request{BSP_CMD_BLACKLIST_REJECT_BATCH, *record}, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
@@ -69,7 +70,7 @@ uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record)
 {
     if (!record) return BSP_ERR_PARAM;
     record->cmd = BSP_CMD_BLACKLIST_REMOVE_BATCH;
-    return set(BSP_MSG_PON, *record);
+    return set(*record, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_w_onu_spec_id(uint32_t pon_port, uint32_t onu_id, void *resp)
@@ -96,7 +97,7 @@ uint32_t bsp_pon_get_b_onu_id_resouce(uint32_t pon_port, void *resp)
 uint32_t bsp_pon_get_onu_blacklist(bsp_pon_msg *record, db_handle **db_out)
 {
     record->cmd = BSP_CMD_BLACKLIST_GET;
-    return frame::get_database(BSP_MSG_PON, *record, frame::view_length, record->cmd, frame::large_view, db_out);
+    return frame::get_database(*record, frame::view_length, record->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_b_onu_spec_id(const bsp_pon_msg *record, db_handle **db_out)
@@ -104,7 +105,7 @@ uint32_t bsp_pon_get_b_onu_spec_id(const bsp_pon_msg *record, db_handle **db_out
     Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET};
     request->pon_port = record->pon_port;
     request->onu_id = record->onu_id;
-    return frame::get_database(BSP_MSG_PON, *request, frame::view_length, request->cmd, frame::large_view, db_out);
+    return frame::get_database(*request, frame::view_length, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_b_onu_by_mac(uint32_t pon_port, const uint8_t *mac, db_handle **db_out)
@@ -114,7 +115,7 @@ uint32_t bsp_pon_get_b_onu_by_mac(uint32_t pon_port, const uint8_t *mac, db_hand
     request->pon_port = pon_port;
     request.put_mac(mac);
     // Less than its siblings offer.
-    return frame::get_database(BSP_MSG_PON, *request, lookup_length, request->cmd, frame::large_view, db_out);
+    return frame::get_database(*request, lookup_length, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_onu_blacklist_snmp(db_handle **db_out)

@@ -3,9 +3,10 @@
 #include "board/util.h"
 #include "platform/requests.h"
 
+using frame::on;
 using frame::Request;
 using frame::set;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
@@ -13,74 +14,74 @@ namespace
 constexpr uint32_t i2c_size = 144;
 constexpr uint32_t mpcp_size = 32;
 
-FRAME_SHARED uint32_t switch_output(uint32_t command, uint32_t first, uint32_t second, Site site = Site::here())
+FRAME_SHARED uint32_t switch_output(uint32_t command, uint32_t first, uint32_t second, Way way = on(BSP_MSG_DEBUG))
 {
     Request<bsp_plat_msg> request{command};
     request->plat_arg116 = first;
     request->plat_arg120 = second;
-    return set(BSP_MSG_DEBUG, *request, site);
+    return set(*request, way);
 }
 
 } // namespace
 
 uint32_t bsp_debug_8022_pon_stats(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_STATS, 160);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_PON_STATS, 160}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_8022_ge_stats(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_STATS, 160);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_GE_STATS, 160}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_ge_phy_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_GET, 20);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_GE_PHY_GET, 20}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_ingress_behavior_get(uint32_t port, uint32_t selector, void *out)
 {
-    return platform::read(port, 0, selector, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_INGRESS_GET, 54);
+    return platform::read(port, 0, selector, out, {BSP_CMD_DEBUG_INGRESS_GET, 54}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_egress_behavior_get(uint32_t port, uint32_t selector, void *out)
 {
-    return platform::read(port, 0, selector, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_EGRESS_GET, 8);
+    return platform::read(port, 0, selector, out, {BSP_CMD_DEBUG_EGRESS_GET, 8}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_pon_mac_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_MAC_GET, 36);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_PON_MAC_GET, 36}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_pon_phy_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_PHY_GET, 12);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_PON_PHY_GET, 12}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_pon_laser_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_PON_LASER_GET, 4);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_PON_LASER_GET, 4}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_ge_mac_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_MAC_GET, 22);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_GE_MAC_GET, 22}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_xaui_mac_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_XAUI_MAC_GET, 28);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_XAUI_MAC_GET, 28}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_xaui_phy_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_XAUI_PHY_GET, 12);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_XAUI_PHY_GET, 12}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_mgmt_cfg_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_MGMT_CFG_GET, 4);
+    return platform::read(port, 0, 0, out, {BSP_CMD_DEBUG_MGMT_CFG_GET, 4}, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_plat_ge_phy_set(uint32_t port, uint8_t value)
@@ -88,7 +89,7 @@ uint32_t bsp_debug_plat_ge_phy_set(uint32_t port, uint8_t value)
     Request<bsp_plat_msg> request{BSP_CMD_DEBUG_GE_PHY_SET};
     request->plat_port = port;
     request->plat_data[0] = value;
-    return set(BSP_MSG_DEBUG, *request);
+    return set(*request, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_8022_i2c_read(uint32_t port, void *buf)
@@ -96,7 +97,8 @@ uint32_t bsp_debug_8022_i2c_read(uint32_t port, void *buf)
     Request<bsp_plat_msg> request{BSP_CMD_DEBUG_I2C_READ};
     request->plat_port = port;
     request.copy<i2c_size>(&bsp_plat_msg::plat_data, buf);
-    return frame::get_block(BSP_MSG_DEBUG, *request, sizeof *request, offsetof(bsp_plat_msg, plat_data), buf, i2c_size);
+    return frame::get_block(*request, sizeof *request, offsetof(bsp_plat_msg, plat_data), buf, i2c_size,
+                            on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_8022_i2c_write(uint32_t port, uint32_t, const void *buf)
@@ -104,7 +106,7 @@ uint32_t bsp_debug_8022_i2c_write(uint32_t port, uint32_t, const void *buf)
     Request<bsp_plat_msg> request{BSP_CMD_DEBUG_I2C_WRITE};
     request->plat_port = port;
     request.copy<i2c_size>(&bsp_plat_msg::plat_data, buf);
-    return set(BSP_MSG_DEBUG, *request);
+    return set(*request, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_cs8022_get_fdb(uint32_t selector, uint32_t port)
@@ -112,7 +114,7 @@ uint32_t bsp_debug_cs8022_get_fdb(uint32_t selector, uint32_t port)
     Request<bsp_plat_msg> request{BSP_CMD_DEBUG_FDB_DUMP};
     request->plat_port = port;
     request->plat_arg120 = selector;
-    return set(BSP_MSG_DEBUG, *request);
+    return set(*request, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_ctc_oam(uint32_t first, uint32_t second)
@@ -128,7 +130,7 @@ uint32_t bsp_debug_onu_debug(uint32_t first, uint32_t second)
 uint32_t bsp_debug_cs8022_set(const bsp_plat_msg *record)
 {
     if (!record) return BSP_ERR_PARAM;
-    return set(BSP_MSG_DEBUG, *record);
+    return set(*record, on(BSP_MSG_DEBUG));
 }
 
 uint32_t bsp_debug_cs8022_get(const bsp_plat_msg *record, void *resp)
@@ -137,7 +139,7 @@ uint32_t bsp_debug_cs8022_get(const bsp_plat_msg *record, void *resp)
         userlog_debug(__func__, __LINE__, "param error");
         return BSP_ERR_PARAM;
     }
-    return frame::get_into<frame::Failure::pass>(BSP_MSG_DEBUG, *record, resp, sizeof *record);
+    return frame::get_into(*record, resp, sizeof *record, on(BSP_MSG_DEBUG, frame::Failure::pass));
 }
 
 uint32_t bsp_debug_8022_mpcp_set(uint32_t pon_port, uint32_t value, const void *data)

@@ -26,16 +26,26 @@ enum class Failure : uint8_t {
     silent  // the IPC value
 };
 
-// The operation that a log line names, and its line: the place of the call, by default.
-struct Site {
-    const char *function;
-    int line;
-
-    static constexpr Site here(const char *function = __builtin_FUNCTION(), int line = __builtin_LINE())
-    {
-        return {function, line};
-    }
+// A command, and how many bytes of its answer are wanted.
+struct Query {
+    uint16_t command;
+    uint16_t size;
 };
+
+// By which channel an exchange goes, what becomes of its failure, and which operation and line a log line names: those
+// of the place where on() stands, by default. Two words, however much they say.
+struct Way {
+    const char *function;
+    uint16_t line;
+    uint8_t channel;
+    Failure failure;
+};
+
+constexpr Way on(uint8_t channel, Failure failure = Failure::report, const char *function = __builtin_FUNCTION(),
+                 int line = __builtin_LINE())
+{
+    return {function, static_cast<uint16_t>(line), channel, failure};
+}
 
 // Where a record of each kind carries its command code.
 template <class Record>
@@ -61,35 +71,44 @@ constexpr uint32_t no_length = 0;
 // Zeroes `length` bytes. A call, because the compiler's own way to clear a record of known size is slower and larger.
 void clear(void *record, uint32_t length);
 
-// The result of an operation whose exchange failed with `ipc_result`, after the log line that its style asks for.
-[[gnu::cold]] uint32_t failed(int32_t ipc_result, Failure failure, Site site);
+// The result of an operation whose exchange failed with `ipc_result`, after the log line that its failure asks for.
+[[gnu::cold]] uint32_t failed(int32_t ipc_result, Way way);
 
-// Sends a record and returns the service's status word.
-template <Failure failure = Failure::report, class Record>
-FRAME_SHARED uint32_t set(uint32_t channel, const Record &record, Site site = Site::here())
+FRAME_SHARED uint32_t set(const void *record, uint32_t length, Way way)
 {
     uint32_t status = BSP_OK;
-    const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, channel, &record, sizeof record, &status);
-    return ipc_result ? failed(ipc_result, failure, site) : status;
+    const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, way.channel, record, length, &status);
+    return ipc_result ? failed(ipc_result, way) : status;
+}
+
+// Sends a record and returns the service's status word.
+template <class Record>
+FRAME_SHARED uint32_t set(const Record &record, Way way)
+{
+    return set(&record, sizeof record, way);
+}
+
+FRAME_SHARED uint32_t get_into(const void *request, uint32_t request_length, void *response, uint32_t length, Way way)
+{
+    uint32_t status = BSP_OK;
+    const int32_t ipc_result =
+        ipc_get_exec(BSP_IPC_MODULE, way.channel, request, request_length, response, &length, &status);
+    return ipc_result ? failed(ipc_result, way) : status;
 }
 
 // Sends a record and receives the answer in `response`, at most `length` bytes of it. Returns the service's status
 // word.
-template <Failure failure = Failure::report, class Record>
-FRAME_SHARED uint32_t get_into(uint32_t channel, const Record &request, void *response, uint32_t length,
-                               Site site = Site::here())
+template <class Record>
+FRAME_INLINE uint32_t get_into(const Record &request, void *response, uint32_t length, Way way)
 {
-    uint32_t status = BSP_OK;
-    const int32_t ipc_result =
-        ipc_get_exec(BSP_IPC_MODULE, channel, &request, sizeof request, response, &length, &status);
-    return ipc_result ? failed(ipc_result, failure, site) : status;
+    return get_into(&request, sizeof request, response, length, way);
 }
 
 // Sends a record and receives the answer in its place. Returns the service's status word.
-template <Failure failure = Failure::report, class Record>
-FRAME_INLINE uint32_t get_in_place(uint32_t channel, Record &record, Site site = Site::here())
+template <class Record>
+FRAME_INLINE uint32_t get_in_place(Record &record, Way way)
 {
-    return get_into<failure>(channel, record, &record, sizeof record, site);
+    return get_into(record, &record, sizeof record, way);
 }
 
 // A response buffer for a get call.
@@ -107,13 +126,13 @@ public:
 
     // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
     // failed, and `result` is the operation's.
-    FRAME_SHARED bool receive(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
-                              uint32_t &result, Failure failure, Site site, Call *exec = ipc_get_exec)
+    FRAME_SHARED bool receive(const void *request, uint32_t request_length, uint32_t preset, uint32_t &result, Way way,
+                              Call *exec = ipc_get_exec)
     {
         clear(bytes, size_for(preset, request_length));
         uint32_t status = BSP_OK;
-        const int32_t ipc_result = exec(BSP_IPC_MODULE, channel, request, request_length, bytes, &preset, &status);
-        result = ipc_result ? failed(ipc_result, failure, site) : status;
+        const int32_t ipc_result = exec(BSP_IPC_MODULE, way.channel, request, request_length, bytes, &preset, &status);
+        result = ipc_result ? failed(ipc_result, way) : status;
         return ipc_result == IPC_OK;
     }
 
@@ -145,65 +164,69 @@ private:
     alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
 };
 
-FRAME_SHARED uint32_t get_database(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
-                                   const uint32_t &key, uint32_t bound, db_handle **out, Failure failure, Site site)
+FRAME_SHARED uint32_t get_database(const void *request, uint32_t request_length, uint32_t preset, const uint32_t &key,
+                                   uint32_t bound, db_handle **out, Way way)
 {
     Response response;
     uint32_t result;
-    if (response.receive(channel, request, request_length, preset, result, failure, site))
-        *out = db_from_shmem(key, bound);
+    if (response.receive(request, request_length, preset, result, way)) *out = db_from_shmem(key, bound);
     return result;
 }
 
 // Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
 // memory under `key`, which is read only after the exchange. Returns the service's status word.
-template <Failure failure = Failure::report, class Record>
-FRAME_INLINE uint32_t get_database(uint32_t channel, const Record &request, uint32_t preset, const uint32_t &key,
-                                   uint32_t bound, db_handle **out, Site site = Site::here())
+template <class Record>
+FRAME_INLINE uint32_t get_database(const Record &request, uint32_t preset, const uint32_t &key, uint32_t bound,
+                                   db_handle **out, Way way)
 {
-    return get_database(channel, &request, sizeof request, preset, key, bound, out, failure, site);
+    return get_database(&request, sizeof request, preset, key, bound, out, way);
 }
 
-FRAME_SHARED uint32_t get_block(uint32_t channel, const void *request, uint32_t request_length, uint32_t preset,
-                                uint32_t offset, void *out, uint32_t count, Failure failure, Site site)
+FRAME_SHARED uint32_t get_block(const void *request, uint32_t request_length, uint32_t preset, uint32_t offset,
+                                void *out, uint32_t count, Way way)
 {
     Response response;
     uint32_t result;
-    if (response.receive(channel, request, request_length, preset, result, failure, site))
+    if (response.receive(request, request_length, preset, result, way))
         response.copy(Response::size_for(preset, request_length), offset, out, count);
     return result;
 }
 
 // Sends a record; then copies `count` bytes that start at `offset` of the response, zeros for what it does not hold.
 // Returns the service's status word.
-template <Failure failure = Failure::report, class Record>
-FRAME_INLINE uint32_t get_block(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, void *out,
-                                uint32_t count, Site site = Site::here())
+template <class Record>
+FRAME_INLINE uint32_t get_block(const Record &request, uint32_t preset, uint32_t offset, void *out, uint32_t count,
+                                Way way)
 {
-    return get_block(channel, &request, sizeof request, preset, offset, out, count, failure, site);
+    return get_block(&request, sizeof request, preset, offset, out, count, way);
+}
+
+FRAME_SHARED bool get_text_database(const void *request, uint32_t request_length, uint32_t preset, uint32_t offset,
+                                    db_handle **out, uint32_t &result, Way way)
+{
+    Response response;
+    if (!response.receive(request, request_length, preset, result, way)) return false;
+    *out = db_from_string(response.text(Response::size_for(preset, request_length), offset));
+    return true;
 }
 
 // Sends a record; then makes a database of the text that starts at `offset` of the response. True: `result` is the
 // service's status word. False: the exchange failed, and `result` is the operation's.
 template <class Record>
-FRAME_SHARED bool get_text_database(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset,
-                                    db_handle **out, uint32_t &result, Site site = Site::here())
+FRAME_INLINE bool get_text_database(const Record &request, uint32_t preset, uint32_t offset, db_handle **out,
+                                    uint32_t &result, Way way)
 {
-    Response response;
-    if (!response.receive(channel, &request, sizeof request, preset, result, Failure::report, site)) return false;
-    *out = db_from_string(response.text(Response::size_for(preset, sizeof request), offset));
-    return true;
+    return get_text_database(&request, sizeof request, preset, offset, out, result, way);
 }
 
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
 // service's status word.
 template <class Record>
-FRAME_SHARED uint32_t get_text(uint32_t channel, const Record &request, uint32_t preset, uint32_t offset, char *out,
-                               Site site = Site::here())
+FRAME_SHARED uint32_t get_text(const Record &request, uint32_t preset, uint32_t offset, char *out, Way way)
 {
     Response response;
     uint32_t result;
-    if (response.receive(channel, &request, sizeof request, preset, result, Failure::report, site) && out)
+    if (response.receive(&request, sizeof request, preset, result, way) && out)
         __builtin_strcpy(out, response.text(Response::size_for(preset, sizeof request), offset));
     return result;
 }

@@ -14,10 +14,11 @@ bool has(uint32_t word, uint32_t bit)
 }
 
 // Both printers refuse alike.
-bool is_missing(const onu_id_set *set, const char *text, frame::Site site = frame::Site::here())
+bool is_missing(const onu_id_set *set, const char *text, const char *function = __builtin_FUNCTION(),
+                int line = __builtin_LINE())
 {
     if (set && text) return false;
-    userlog_err(site.function, site.line, "convert abitmap to string error. parameter failed.");
+    userlog_err(function, line, "convert abitmap to string error. parameter failed.");
     return true;
 }
 

@@ -2,6 +2,7 @@
 #include "frame/exchange.h"
 #include "frame/request.h"
 
+using frame::on;
 using frame::Request;
 
 namespace
@@ -29,18 +30,19 @@ FRAME_SHARED uint32_t onu_view_of_all(uint32_t command, db_handle **db_out)
 
 uint32_t bsp_pon_config_by_db(db_handle **db_out, const bsp_pon_msg *record)
 {
-    return frame::get_database(BSP_MSG_PON, *record, frame::view_length, record->cmd, frame::large_view, db_out);
+    return frame::get_database(*record, frame::view_length, record->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pononu_ctc_config_by_db(db_handle **db_out, const bsp_onu_msg *record)
 {
-    return frame::get_database(BSP_MSG_ONU_CFG, *record, frame::view_length, record->onu_cmd, frame::small_view,
-                               db_out);
+    return frame::get_database(*record, frame::view_length, record->onu_cmd, frame::small_view, db_out,
+                               on(BSP_MSG_ONU_CFG));
 }
 
 uint32_t bsp_pon_platform_by_db(db_handle **db_out, const bsp_plat_msg *record)
 {
-    return frame::get_database(BSP_MSG_PLAT, *record, frame::view_length, record->plat_cmd, frame::small_view, db_out);
+    return frame::get_database(*record, frame::view_length, record->plat_cmd, frame::small_view, db_out,
+                               on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_pon_get_onu_info(db_handle **db_out, bsp_pon_msg *record)
@@ -48,8 +50,7 @@ uint32_t bsp_pon_get_onu_info(db_handle **db_out, bsp_pon_msg *record)
     record->cmd = BSP_CMD_ONU_INFO_GET;
     frame::Response response;
     uint32_t result;
-    if (response.receive(BSP_MSG_PON, record, sizeof *record, sizeof *record, result, frame::Failure::report,
-                         frame::Site::here(), ipc_dgram_get_exec))
+    if (response.receive(record, sizeof *record, sizeof *record, result, on(BSP_MSG_PON), ipc_dgram_get_exec))
         *db_out = db_from_shmem(BSP_CMD_ONU_INFO_GET, frame::large_view);
     return result;
 }
@@ -88,7 +89,7 @@ uint32_t bsp_pon_clear_onu_alarm(bsp_pon_msg *record)
 {
     if (!record) return BSP_ERR_PARAM;
     record->cmd = BSP_CMD_ONU_ALARM_CLEAR;
-    return frame::set<frame::Failure::pass>(BSP_MSG_PON, *record);
+    return frame::set(*record, on(BSP_MSG_PON, frame::Failure::pass));
 }
 
 uint32_t bsp_pon_get_uni_attribute_snmp(db_handle **db_out)
@@ -102,8 +103,8 @@ uint32_t bsp_pon_onu_get_cfg_info(db_handle **db_out, uint32_t pon_port, uint32_
     request->onu_pon_port = pon_port;
     request->onu_onu_id = onu_id;
     uint32_t result;
-    const bool answered = frame::get_text_database(BSP_MSG_ONU_CFG, *request, frame::no_length,
-                                                   offsetof(bsp_pon_msg_ext, ext_payload), db_out, result);
+    const bool answered = frame::get_text_database(*request, frame::no_length, offsetof(bsp_pon_msg_ext, ext_payload),
+                                                   db_out, result, on(BSP_MSG_ONU_CFG));
     return answered ? BSP_OK : result; // whatever the service's status word says
 }
 
@@ -118,7 +119,8 @@ uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uin
 uint32_t bsp_pononu_ctc_config_snmp_get(db_handle **, const bsp_onu_msg *record)
 {
     db_handle *dropped; // callers rely on the status alone
-    return frame::get_database(BSP_MSG_ONU_SNMP, *record, sizeof *record, record->onu_cmd, frame::small_view, &dropped);
+    return frame::get_database(*record, sizeof *record, record->onu_cmd, frame::small_view, &dropped,
+                               on(BSP_MSG_ONU_SNMP));
 }
 
 uint32_t bsp_pon_onu_get_vlan_mode_snmp(db_handle **db_out)

@@ -2,19 +2,20 @@
 #include "frame/exchange.h"
 #include "frame/request.h"
 
+using frame::on;
 using frame::Request;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
 
 constexpr uint32_t config_size = 80;
 
-FRAME_SHARED uint32_t send(uint32_t command, uint32_t setting, Site site = Site::here())
+FRAME_SHARED uint32_t send(uint32_t command, uint32_t setting, Way way = on(BSP_MSG_LOOP_DETECT))
 {
     Request<bsp_pon_msg_ext> request{command};
     request->ext_arg = setting;
-    return frame::set(BSP_MSG_LOOP_DETECT, *request, site);
+    return frame::set(*request, way);
 }
 
 } // namespace
@@ -47,13 +48,13 @@ uint32_t bsp_pon_loop_detect_pkt_send_interval(uint32_t interval)
 uint32_t bsp_pon_get_loop_detect_info(db_handle **db_out)
 {
     const uint32_t command = BSP_CMD_LOOP_INFO;
-    return frame::get_database(BSP_MSG_LOOP_DETECT, *Request<bsp_pon_msg_ext>{command}, sizeof(bsp_pon_msg_ext),
-                               command, frame::small_view, db_out);
+    return frame::get_database(*Request<bsp_pon_msg_ext>{command}, sizeof(bsp_pon_msg_ext), command, frame::small_view,
+                               db_out, on(BSP_MSG_LOOP_DETECT));
 }
 
 uint32_t bsp_pon_get_loop_detect_config(void *cfg)
 {
-    return frame::get_block<frame::Failure::silent>(
-        BSP_MSG_LOOP_DETECT, *Request<bsp_pon_msg_ext>{BSP_CMD_LOOP_CONFIG_GET}, sizeof(bsp_pon_msg_ext),
-        offsetof(bsp_pon_msg_ext, ext_payload), cfg, config_size);
+    return frame::get_block(*Request<bsp_pon_msg_ext>{BSP_CMD_LOOP_CONFIG_GET}, sizeof(bsp_pon_msg_ext),
+                            offsetof(bsp_pon_msg_ext, ext_payload), cfg, config_size,
+                            on(BSP_MSG_LOOP_DETECT, frame::Failure::silent));
 }

@@ -3,7 +3,7 @@
 #include "onu/remote.h"
 
 using frame::Failure;
-using frame::Request;
+using frame::on;
 using onu::ask;
 
 namespace
@@ -15,7 +15,7 @@ constexpr uint32_t whole_data = 8058; // more than an answer holds
 
 uint32_t bsp_pon_onu_get_uniobj_snmp(uint32_t pon_port, uint32_t onu_id, db_handle **out)
 {
-    return onu::view(pon_port, onu_id, BSP_CMD_VIEW_ONU_UNI_SNMP, out);
+    return onu::view(pon_port, onu_id, BSP_CMD_VIEW_ONU_UNI_SNMP, out, on(BSP_MSG_ONU_CFG));
 }
 
 uint32_t bsp_pon_onu_ctc_autoneg_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out)
@@ -36,8 +36,8 @@ uint32_t bsp_pon_onu_ctc_classification_get(uint32_t pon_port, uint32_t onu_id, 
 uint32_t bsp_pon_onu_ctc_get_dev_info(uint32_t pon_port, uint32_t onu_id, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return onu::ask_unchecked(pon_port, onu_id, 0, out, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET, whole_data,
-                              Failure::pass, frame::no_length);
+    return onu::ask_unchecked(pon_port, onu_id, 0, out, {BSP_CMD_ONU_DEVICE_INFO_GET, whole_data},
+                              on(BSP_MSG_ONU_CFG, Failure::pass), frame::no_length);
 }
 
 uint32_t bsp_pon_onu_get_max_port(uint32_t pon_port, uint32_t onu_id, uint16_t *out)
@@ -46,8 +46,7 @@ uint32_t bsp_pon_onu_get_max_port(uint32_t pon_port, uint32_t onu_id, uint16_t *
     auto request = onu::request_to(BSP_CMD_ONU_MAX_PORT_GET, pon_port, onu_id);
     frame::Response response;
     uint32_t result;
-    if (response.receive(BSP_MSG_ONU_CFG, &*request, sizeof *request, frame::no_length, result, Failure::pass,
-                         frame::Site::here()))
+    if (response.receive(&*request, sizeof *request, frame::no_length, result, on(BSP_MSG_ONU_CFG, Failure::pass)))
         *out = response.byte(offsetof(bsp_onu_msg, onu_uni_port));
     return result;
 }
@@ -75,14 +74,14 @@ uint32_t bsp_pon_onu_ctc_get_rate_limit(uint32_t pon_port, uint32_t onu_id, uint
 uint32_t bsp_pon_onu_ctc_get_loop_detect(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return onu::ask_unchecked(pon_port, onu_id, uni_port, out, BSP_MSG_ONU_CFG, BSP_CMD_ONU_LOOP_DETECT_GET, 8,
-                              Failure::pass);
+    return onu::ask_unchecked(pon_port, onu_id, uni_port, out, {BSP_CMD_ONU_LOOP_DETECT_GET, 8},
+                              on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_get_mgmt(uint32_t pon_port, uint32_t onu_id, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return onu::ask_unchecked(pon_port, onu_id, 0, out, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MGMT_GET, 17, Failure::pass);
+    return onu::ask_unchecked(pon_port, onu_id, 0, out, {BSP_CMD_ONU_MGMT_GET, 17}, on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_get_linkstate(uint32_t pon_port, uint32_t onu_id, db_handle **out)
@@ -91,8 +90,8 @@ uint32_t bsp_pon_onu_ctc_get_linkstate(uint32_t pon_port, uint32_t onu_id, db_ha
     auto request = onu::request_to(BSP_CMD_ONU_LINK_STATE_GET, pon_port, onu_id);
     frame::Response response;
     uint32_t result;
-    if (response.receive(BSP_MSG_ONU_CFG, &*request, sizeof *request, sizeof *request, result, Failure::report,
-                         frame::Site::here(), ipc_dgram_get_exec)) {
+    if (response.receive(&*request, sizeof *request, sizeof *request, result, on(BSP_MSG_ONU_CFG),
+                         ipc_dgram_get_exec)) {
         const char *text = response.text(sizeof *request, onu::data_offset);
         userlog_err(__func__, __LINE__, "filename=%s", text); // at this level on purpose
         *out = db_from_string(text);
@@ -169,19 +168,19 @@ uint32_t bsp_pon_onu_ctc_get_mc_group(uint32_t pon_port, uint32_t onu_id, void *
 
 uint32_t bsp_pon_onu_ctc_get_sn_ponport(uint32_t pon_port, db_handle **out)
 {
-    return onu::view(pon_port, 0, BSP_CMD_VIEW_ONU_SN, out, Failure::report, 0, 0, BSP_MSG_ONU_OAM);
+    return onu::view(pon_port, 0, BSP_CMD_VIEW_ONU_SN, out, on(BSP_MSG_ONU_OAM));
 }
 
 uint32_t bsp_pon_onu_ctc_debug_get(bsp_onu_msg *msg)
 {
     if (!msg) return BSP_ERR_PARAM;
-    return frame::get_in_place<Failure::pass>(BSP_MSG_ONU_INFO, *msg);
+    return frame::get_in_place(*msg, on(BSP_MSG_ONU_INFO, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_config_get(bsp_onu_msg *msg)
 {
     if (!msg) return BSP_ERR_PARAM;
-    return frame::get_in_place<Failure::pass>(BSP_MSG_ONU_CFG, *msg);
+    return frame::get_in_place(*msg, on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_optical_diagnose_get(bsp_onu_msg *msg)

@@ -2,6 +2,8 @@
 // with a fixed code that go through them.
 #include "onu/remote.h"
 
+using frame::on;
+
 uint32_t bsp_pon_onu_ctc_get_info(uint32_t pon_port, uint32_t onu_id, uint32_t cmd, void *out, uint32_t out_len)
 {
     return onu::ask_if_wanted(pon_port, onu_id, 0, out, BSP_MSG_ONU_INFO, cmd, out_len);
@@ -11,14 +13,16 @@ uint32_t bsp_pon_onu_ctc_set_info(uint32_t pon_port, uint32_t onu_id, uint32_t c
 {
     auto request = onu::request_to(cmd, pon_port, onu_id);
     request.put(&bsp_onu_msg::onu_data, data, data_len);
-    return frame::set<frame::Failure::silent>(BSP_MSG_ONU_INFO, *request);
+    return frame::set(*request, on(BSP_MSG_ONU_INFO, frame::Failure::silent));
 }
 
 uint32_t bsp_pon_onu_ctc_port_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, uint32_t cmd, void *out,
                                   const uint32_t *out_len)
 {
     if (!out) return BSP_ERR_PARAM;
-    return onu::ask_unchecked(pon_port, onu_id, uni_port, out, BSP_MSG_ONU_INFO, cmd, *out_len, frame::Failure::pass);
+    auto request = onu::request_to(cmd, pon_port, onu_id, uni_port);
+    return frame::get_block(*request, sizeof *request, onu::data_offset, out, *out_len,
+                            on(BSP_MSG_ONU_INFO, frame::Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_get_sn(uint32_t pon_port, uint32_t onu_id, void *out)

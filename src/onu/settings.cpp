@@ -2,6 +2,7 @@
 #include "onu/remote.h"
 
 using frame::Failure;
+using frame::on;
 using frame::set;
 
 namespace
@@ -15,13 +16,13 @@ constexpr uint32_t mgmt_size = 17;
 uint32_t bsp_pon_onu_ctc_debug(const bsp_onu_msg *msg)
 {
     if (!msg) return BSP_ERR_PARAM;
-    return set<Failure::pass>(BSP_MSG_ONU_INFO, *msg);
+    return set(*msg, on(BSP_MSG_ONU_INFO, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_config(const bsp_onu_msg *msg)
 {
     if (!msg) return BSP_ERR_PARAM;
-    return set<Failure::pass>(BSP_MSG_ONU_CFG, *msg);
+    return set(*msg, on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_alarm_more_test(const bsp_onu_msg *msg)
@@ -34,14 +35,14 @@ uint32_t bsp_pon_onu_ctc_oam_print(uint32_t value)
 {
     frame::Request<bsp_onu_msg> request{BSP_CMD_OAM_PRINT};
     request->onu_arg24 = value;
-    return set<Failure::silent>(BSP_MSG_ONU_OAM, *request);
+    return set(*request, on(BSP_MSG_ONU_OAM, Failure::silent));
 }
 
 uint32_t bsp_pon_onu_ctc_set_multillid(uint32_t pon_port, uint32_t onu_id, uint32_t count)
 {
     auto request = onu::request_to(BSP_CMD_ONU_MULTI_LLID_SET, pon_port, onu_id);
     request->onu_arg24 = count;
-    return set<Failure::pass>(BSP_MSG_ONU_INFO, *request);
+    return set(*request, on(BSP_MSG_ONU_INFO, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_update_image(uint32_t pon_port, uint32_t onu_id, const void *image)

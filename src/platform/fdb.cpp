@@ -1,8 +1,9 @@
 // The OLT's forwarding database (FDB) and its MAC tables.
 #include "platform/requests.h"
 
+using frame::on;
 using frame::Request;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
@@ -11,12 +12,12 @@ constexpr uint32_t config_size = 12;
 constexpr uint32_t filter_size = 16;
 constexpr uint32_t query_size = 92;
 
-FRAME_SHARED uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word, Site site = Site::here())
+FRAME_SHARED uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word, Way way = on(BSP_MSG_PLAT))
 {
     Request<bsp_plat_msg> request{command};
     request.copy<query_size>(&bsp_plat_msg::plat_data, query);
-    return frame::get_block(BSP_MSG_PLAT, *request, sizeof *request, offsetof(bsp_plat_msg, plat_arg120), result_word,
-                            sizeof *result_word, site);
+    return frame::get_block(*request, sizeof *request, offsetof(bsp_plat_msg, plat_arg120), result_word,
+                            sizeof *result_word, way);
 }
 
 } // namespace
@@ -36,8 +37,7 @@ uint32_t bsp_pon_plat_mac_age_get(uint32_t *first, uint32_t *second)
     Request<bsp_plat_msg> request{BSP_CMD_MAC_AGE_GET};
     frame::Response response;
     uint32_t result;
-    if (response.receive(BSP_MSG_PLAT, &*request, sizeof *request, sizeof *request, result, frame::Failure::report,
-                         Site::here())) {
+    if (response.receive(&*request, sizeof *request, sizeof *request, result, on(BSP_MSG_PLAT))) {
         *first = response.word(offsetof(bsp_plat_msg, plat_arg120));
         *second = response.word(offsetof(bsp_plat_msg, plat_arg112));
     }

@@ -1,18 +1,20 @@
 // Any command of the platform channel, and PON settings, in records that the caller built.
 #include "frame/exchange.h"
 
+using frame::on;
+
 namespace
 {
 
 // The result is named by the command code that stands in the answer.
 template <class Record>
-FRAME_SHARED uint32_t get_in_place_database(uint32_t channel, Record &record, db_handle **db_out,
-                                            frame::Site site = frame::Site::here())
+FRAME_SHARED uint32_t get_in_place_database(Record &record, db_handle **db_out, frame::Way way)
 {
     uint32_t length = sizeof record;
     uint32_t status = BSP_OK;
-    const int32_t ipc_result = ipc_get_exec(BSP_IPC_MODULE, channel, &record, sizeof record, &record, &length, &status);
-    if (ipc_result) return frame::failed(ipc_result, frame::Failure::report, site);
+    const int32_t ipc_result =
+        ipc_get_exec(BSP_IPC_MODULE, way.channel, &record, sizeof record, &record, &length, &status);
+    if (ipc_result) return frame::failed(ipc_result, way);
     *db_out = db_from_shmem(record.*frame::command_of<Record>, frame::small_view);
     return status;
 }
@@ -21,30 +23,30 @@ FRAME_SHARED uint32_t get_in_place_database(uint32_t channel, Record &record, db
 
 uint32_t plat_bsp_funcset(const bsp_plat_msg *record)
 {
-    return frame::set(BSP_MSG_PLAT, *record);
+    return frame::set(*record, on(BSP_MSG_PLAT));
 }
 
 uint32_t plat_bsp_funcget(bsp_plat_msg *record)
 {
-    return frame::get_in_place(BSP_MSG_PLAT, *record);
+    return frame::get_in_place(*record, on(BSP_MSG_PLAT));
 }
 
 uint32_t plat_bsp_funcget_json(bsp_plat_msg *record, db_handle **db_out)
 {
-    return get_in_place_database(BSP_MSG_PLAT, *record, db_out);
+    return get_in_place_database(*record, db_out, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_poncfg_set(const bsp_pon_msg *record)
 {
-    return frame::set(BSP_MSG_PLAT, *record);
+    return frame::set(*record, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_poncfg_get(bsp_pon_msg *record)
 {
-    return frame::get_in_place(BSP_MSG_PLAT, *record);
+    return frame::get_in_place(*record, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_poncfg_funcget_json(bsp_pon_msg *record, db_handle **db_out)
 {
-    return get_in_place_database(BSP_MSG_PON, *record, db_out);
+    return get_in_place_database(*record, db_out, on(BSP_MSG_PON));
 }

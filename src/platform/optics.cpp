@@ -1,6 +1,7 @@
 // Diagnostics of the OLT's optics.
 #include "platform/requests.h"
 
+using frame::on;
 using frame::Request;
 
 namespace
@@ -15,17 +16,17 @@ constexpr uint32_t status_size = 32;
 
 uint32_t bsp_om_plat_diag_get(uint32_t pon_port, void *out)
 {
-    return platform::read(pon_port, 0, 0, out, BSP_MSG_PLAT, BSP_CMD_OPTICS_DIAG_GET, diag_size);
+    return platform::read(pon_port, 0, 0, out, {BSP_CMD_OPTICS_DIAG_GET, diag_size}, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_om_plat_diag_rssi_get(uint32_t pon_port, uint32_t id, uint32_t sel, void *out)
 {
-    return platform::read(pon_port, id, sel, out, BSP_MSG_PLAT, BSP_CMD_OPTICS_RSSI_GET, rssi_size);
+    return platform::read(pon_port, id, sel, out, {BSP_CMD_OPTICS_RSSI_GET, rssi_size}, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_sfp_diag_info_get(uint32_t port, void *out)
 {
-    return platform::read(port, 0, 0, out, BSP_MSG_PLAT, BSP_CMD_SFP_INFO_GET, sfp_size);
+    return platform::read(port, 0, 0, out, {BSP_CMD_SFP_INFO_GET, sfp_size}, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_sfp_diag_info_get_json(uint32_t port, db_handle **db_out)
@@ -33,7 +34,7 @@ uint32_t bsp_sfp_diag_info_get_json(uint32_t port, db_handle **db_out)
     const uint32_t command = BSP_CMD_VIEW_SFP_INFO;
     Request<bsp_plat_msg> request{command};
     request->plat_port = port;
-    return frame::get_database(BSP_MSG_PLAT, *request, sizeof *request, command, frame::small_view, db_out);
+    return frame::get_database(*request, sizeof *request, command, frame::small_view, db_out, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_debug_8022_optical_status(uint32_t pon_port, uint32_t, const void *status)

@@ -1,9 +1,10 @@
 // P2P forwarding between ONUs.
 #include "platform/requests.h"
 
+using frame::on;
 using frame::Request;
 using frame::set;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
@@ -13,14 +14,14 @@ constexpr uint32_t entry_size = 12;
 
 // Both forms of a forwarding entry; the one that matches everything has no `arg108`.
 FRAME_SHARED uint32_t set_entry(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry,
-                                Site site = Site::here())
+                                Way way = on(BSP_MSG_PLAT))
 {
     Request<bsp_plat_msg> request{BSP_CMD_P2P_ENTRY_SET};
     request->plat_port = pon_port;
     request->plat_arg108 = arg108;
     request->plat_arg104 = arg104;
     request.copy<entry_size>(&bsp_plat_msg::plat_data, entry);
-    return set(BSP_MSG_PLAT, *request, site);
+    return set(*request, way);
 }
 
 } // namespace
@@ -31,7 +32,7 @@ uint32_t bsp_p2p_state_set(uint32_t first, uint32_t second, uint8_t state)
     request->plat_arg96 = first;
     request->plat_arg100 = second;
     request->plat_arg116 = state;
-    return set(BSP_MSG_PLAT, *request);
+    return set(*request, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_onu_p2p_own_port_set(uint32_t pon_port, uint32_t value)
@@ -39,22 +40,22 @@ uint32_t bsp_onu_p2p_own_port_set(uint32_t pon_port, uint32_t value)
     Request<bsp_plat_msg> request{BSP_CMD_P2P_OWN_PORT_SET};
     request->plat_port = pon_port;
     request->plat_arg116 = value;
-    return set(BSP_MSG_PLAT, *request);
+    return set(*request, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_onu_p2p_own_port_get(uint32_t pon_port, uint32_t *value)
 {
     Request<bsp_plat_msg> request{BSP_CMD_P2P_OWN_PORT_GET};
     request->plat_port = pon_port;
-    return frame::get_block(BSP_MSG_PLAT, *request, sizeof *request, offsetof(bsp_plat_msg, plat_arg116), value,
-                            sizeof *value);
+    return frame::get_block(*request, sizeof *request, offsetof(bsp_plat_msg, plat_arg116), value, sizeof *value,
+                            on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_pon_get_p2p_state(db_handle **db_out)
 {
     uint32_t result;
-    frame::get_text_database(BSP_MSG_PLAT, *Request<bsp_plat_msg>{BSP_CMD_P2P_STATE_GET}, sizeof(bsp_plat_msg),
-                             offsetof(bsp_plat_msg, plat_data), db_out, result);
+    frame::get_text_database(*Request<bsp_plat_msg>{BSP_CMD_P2P_STATE_GET}, sizeof(bsp_plat_msg),
+                             offsetof(bsp_plat_msg, plat_data), db_out, result, on(BSP_MSG_PLAT));
     return result;
 }
 

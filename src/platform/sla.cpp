@@ -3,7 +3,7 @@
 
 using frame::Failure;
 using frame::Request;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
@@ -11,11 +11,11 @@ namespace
 constexpr uint32_t sla_size = 20;
 constexpr uint32_t sla_down_size = 4;
 
-FRAME_SHARED uint32_t store(uint32_t command, bsp_plat_msg *record, Site site = Site::here())
+FRAME_SHARED uint32_t store(uint32_t command, bsp_plat_msg *record, Way way = on(BSP_MSG_PLAT, Failure::pass))
 {
     if (!record) return BSP_ERR_PARAM;
     record->plat_cmd = command;
-    return frame::set<Failure::pass>(BSP_MSG_PLAT, *record, site);
+    return frame::set(*record, way);
 }
 
 FRAME_SHARED uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_out)
@@ -40,28 +40,28 @@ uint32_t bsp_pon_onu_sla_down_config(bsp_plat_msg *record)
 uint32_t bsp_pon_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return platform::read(pon_port, onu_id, 0, out, BSP_MSG_PLAT, BSP_CMD_SLA_GET, sla_size, Failure::pass,
+    return platform::read(pon_port, onu_id, 0, out, {BSP_CMD_SLA_GET, sla_size}, on(BSP_MSG_PLAT, Failure::pass),
                           frame::no_length);
 }
 
 uint32_t bsp_pon_plat_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return platform::read(pon_port, onu_id, 0, out, BSP_MSG_DEBUG, BSP_CMD_DEBUG_SLA_GET, sla_size, Failure::pass,
+    return platform::read(pon_port, onu_id, 0, out, {BSP_CMD_DEBUG_SLA_GET, sla_size}, on(BSP_MSG_DEBUG, Failure::pass),
                           frame::no_length);
 }
 
 uint32_t bsp_pon_onu_sla_down_get(uint32_t pon_port, uint32_t onu_id, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return platform::read(pon_port, onu_id, 0, out, BSP_MSG_PLAT, BSP_CMD_SLA_DOWN_GET, sla_down_size, Failure::pass,
-                          frame::no_length);
+    return platform::read(pon_port, onu_id, 0, out, {BSP_CMD_SLA_DOWN_GET, sla_down_size},
+                          on(BSP_MSG_PLAT, Failure::pass), frame::no_length);
 }
 
 uint32_t bsp_pon_onu_sla_all_get(uint32_t pon_port, void *out)
 {
     if (!out) return BSP_ERR_PARAM;
-    return platform::read(pon_port, 0, 0, out, BSP_MSG_PLAT, BSP_CMD_SLA_PORT_GET, sla_size, Failure::pass,
+    return platform::read(pon_port, 0, 0, out, {BSP_CMD_SLA_PORT_GET, sla_size}, on(BSP_MSG_PLAT, Failure::pass),
                           frame::no_length);
 }
 

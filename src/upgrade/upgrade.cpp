@@ -2,19 +2,20 @@
 #include "frame/exchange.h"
 #include "frame/request.h"
 
+using frame::on;
 using frame::Request;
-using frame::Site;
+using frame::Way;
 
 namespace
 {
 
 constexpr uint32_t block_size = 400;
 
-FRAME_SHARED uint32_t send(uint32_t command, const void *block, Site site = Site::here())
+FRAME_SHARED uint32_t send(uint32_t command, const void *block, Way way = on(BSP_MSG_UPGRADE))
 {
     Request<bsp_pon_msg_ext> request{command};
     request.copy<block_size>(&bsp_pon_msg_ext::ext_payload, block);
-    return frame::set(BSP_MSG_UPGRADE, *request, site);
+    return frame::set(*request, way);
 }
 
 } // namespace
@@ -32,8 +33,8 @@ uint32_t bsp_pon_set_onu_upgrade_type_del(const void *block)
 uint32_t bsp_pon_get_onu_upgrade_type(db_handle **db_out)
 {
     const uint32_t command = BSP_CMD_UPGRADE_TYPE_LIST;
-    return frame::get_database(BSP_MSG_UPGRADE, *Request<bsp_pon_msg_ext>{command}, sizeof(bsp_pon_msg_ext), command,
-                               frame::small_view, db_out);
+    return frame::get_database(*Request<bsp_pon_msg_ext>{command}, sizeof(bsp_pon_msg_ext), command, frame::small_view,
+                               db_out, on(BSP_MSG_UPGRADE));
 }
 
 uint32_t bsp_pon_load_onu_upgrade_type_file(const void *block)

@@ -11,6 +11,7 @@ namespace
 {
 
 using frame::Failure;
+using frame::on;
 using frame::Request;
 
 class Frame : public testing::Test
@@ -39,21 +40,21 @@ protected:
 TEST_F(Frame, ReportedFailureIsLoggedAndAStatusOfTheLibrary)
 {
     fail_with(-3);
-    EXPECT_EQ(frame::set<Failure::report>(BSP_MSG_PON, *request), BSP_ERR_IPC);
+    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON)), BSP_ERR_IPC);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
 TEST_F(Frame, PassedFailureIsLoggedAndTheIpcValue)
 {
     fail_with(-3);
-    EXPECT_EQ(frame::set<Failure::pass>(BSP_MSG_PON, *request), 0xFFFFFFFDu);
+    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON, Failure::pass)), 0xFFFFFFFDu);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
 TEST_F(Frame, SilentFailureIsTheIpcValueAlone)
 {
     fail_with(-3);
-    EXPECT_EQ(frame::set<Failure::silent>(BSP_MSG_PON, *request), 0xFFFFFFFDu);
+    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON, Failure::silent)), 0xFFFFFFFDu);
     EXPECT_EQ(rb_logs(), 0u);
 }
 
@@ -61,9 +62,9 @@ TEST_F(Frame, GetInPlaceFailsByItsStyle)
 {
     bsp_pon_msg record = {};
     fail_with(9);
-    EXPECT_EQ(frame::get_in_place<Failure::pass>(BSP_MSG_PON, record), 9u);
+    EXPECT_EQ(frame::get_in_place(record, on(BSP_MSG_PON, Failure::pass)), 9u);
     fail_with(9);
-    EXPECT_EQ(frame::get_in_place<Failure::silent>(BSP_MSG_PON, record), 9u);
+    EXPECT_EQ(frame::get_in_place(record, on(BSP_MSG_PON, Failure::silent)), 9u);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
@@ -71,9 +72,9 @@ TEST_F(Frame, GetDatabaseFailsByItsStyle)
 {
     db_handle *handle;
     fail_with(9);
-    EXPECT_EQ(frame::get_database<Failure::pass>(BSP_MSG_PON, *request, 944, request->cmd, 1, &handle), 9u);
+    EXPECT_EQ(frame::get_database(*request, 944, request->cmd, 1, &handle, on(BSP_MSG_PON, Failure::pass)), 9u);
     fail_with(9);
-    EXPECT_EQ(frame::get_database<Failure::silent>(BSP_MSG_PON, *request, 944, request->cmd, 1, &handle), 9u);
+    EXPECT_EQ(frame::get_database(*request, 944, request->cmd, 1, &handle, on(BSP_MSG_PON, Failure::silent)), 9u);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
@@ -81,7 +82,7 @@ TEST_F(Frame, LogLineNamesTheCallersFunctionAndLine)
 {
     fail_with(1);
     const int line = __LINE__ + 1;
-    frame::set(BSP_MSG_PON, *request);
+    frame::set(*request, on(BSP_MSG_PON));
     EXPECT_STREQ(rb_log_at(0)->function, __func__);
     EXPECT_EQ(rb_log_at(0)->line, line);
 }
@@ -89,7 +90,7 @@ TEST_F(Frame, LogLineNamesTheCallersFunctionAndLine)
 TEST_F(Frame, ResponseLongerThanTheRecordIsOfferedAndClearedWhole)
 {
     db_handle *handle;
-    frame::get_database(BSP_MSG_PON, *request, 1044, request->cmd, 1, &handle);
+    frame::get_database(*request, 1044, request->cmd, 1, &handle, on(BSP_MSG_PON));
     EXPECT_EQ(rb_exchange_at(0)->preset, 1044u);
     for (uint32_t i = 0; i < 1044; ++i)
         ASSERT_EQ(rb_exchange_at(0)->before[i], 0) << i;
@@ -98,7 +99,7 @@ TEST_F(Frame, ResponseLongerThanTheRecordIsOfferedAndClearedWhole)
 TEST_F(Frame, PresetShorterThanTheRecordIsOfferedAsItIs)
 {
     db_handle *handle;
-    frame::get_database(BSP_MSG_PON, *request, 776, request->cmd, 1, &handle);
+    frame::get_database(*request, 776, request->cmd, 1, &handle, on(BSP_MSG_PON));
     EXPECT_EQ(rb_exchange_at(0)->preset, 776u);
 }
 
@@ -110,7 +111,7 @@ TEST_F(Frame, DatabaseKeyIsReadAfterTheExchange)
         static_cast<bsp_pon_msg *>(exchange->request)->cmd = 0xABCD;
     };
     rb_script_answer(&answer);
-    frame::get_database(BSP_MSG_PON, *request, 944, request->cmd, 1, &handle);
+    frame::get_database(*request, 944, request->cmd, 1, &handle, on(BSP_MSG_PON));
     EXPECT_EQ(rb_db_at(0)->key, 0xABCDu);
 }
 
@@ -120,7 +121,7 @@ TEST_F(Frame, TextOfALongerResponseMayReachItsEnd)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     char text[1044 - 20] = {};
-    frame::get_text(BSP_MSG_PON, *request, 1044, 20, text);
+    frame::get_text(*request, 1044, 20, text, on(BSP_MSG_PON));
     EXPECT_EQ(text, std::string(1044 - 20 - 1, 'x'));
 }
 
@@ -130,7 +131,7 @@ TEST_F(Frame, BlockBeyondTheResponseIsFilledUpWithZeros)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     std::string block(2000, '.');
-    frame::get_block(BSP_MSG_PON, *request, 944, 429, block.data(), 1999);
+    frame::get_block(*request, 944, 429, block.data(), 1999, on(BSP_MSG_PON));
     EXPECT_EQ(block, std::string(944 - 429, 'x') + std::string(1999 - (944 - 429), '\0') + '.');
 }
 
@@ -140,7 +141,7 @@ TEST_F(Frame, BlockAtTheEndOfTheResponseMayEndWithIt)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     std::string block(516, '.');
-    frame::get_block(BSP_MSG_PON, *request, 944, 429, block.data(), 515);
+    frame::get_block(*request, 944, 429, block.data(), 515, on(BSP_MSG_PON));
     EXPECT_EQ(block, std::string(515, 'x') + '.');
 }
 
