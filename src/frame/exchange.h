@@ -11,7 +11,7 @@
 // itself the compiler does neither: it would inline what one file uses once, and call what another uses often.
 #define FRAME_INLINE [[gnu::always_inline]] inline
 #ifdef __OPTIMIZE_SIZE__
-#define FRAME_SHARED [[gnu::noinline]] inline
+#define FRAME_SHARED [[gnu::noinline, gnu::noclone]] inline
 #else
 #define FRAME_SHARED FRAME_INLINE
 #endif

@@ -1,6 +1,5 @@
 // Views that the service keeps, as result databases. Who asks by function goes through one of the generic queries.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "onu/remote.h"
 
 using frame::on;
 using frame::Request;
@@ -110,10 +109,7 @@ uint32_t bsp_pon_onu_get_cfg_info(db_handle **db_out, uint32_t pon_port, uint32_
 
 uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id)
 {
-    Request<bsp_onu_msg> request{BSP_CMD_VIEW_ONU_PORT_CONFIG};
-    request->onu_pon_port = pon_port;
-    request->onu_onu_id = onu_id;
-    return bsp_pononu_ctc_config_by_db(db_out, &*request);
+    return onu::stored_view(pon_port, onu_id, BSP_CMD_VIEW_ONU_PORT_CONFIG, db_out);
 }
 
 uint32_t bsp_pononu_ctc_config_snmp_get(db_handle **, const bsp_onu_msg *record)

@@ -1,6 +1,5 @@
 // Detection of forwarding loops behind the PON ports, and recovery of the ports that it shut down.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "frame/view.h"
 
 using frame::on;
 using frame::Request;
@@ -47,9 +46,7 @@ uint32_t bsp_pon_loop_detect_pkt_send_interval(uint32_t interval)
 
 uint32_t bsp_pon_get_loop_detect_info(db_handle **db_out)
 {
-    const uint32_t command = BSP_CMD_LOOP_INFO;
-    return frame::get_database(*Request<bsp_pon_msg_ext>{command}, sizeof(bsp_pon_msg_ext), command, frame::small_view,
-                               db_out, on(BSP_MSG_LOOP_DETECT));
+    return frame::get_view_of_all(BSP_CMD_LOOP_INFO, db_out, on(BSP_MSG_LOOP_DETECT));
 }
 
 uint32_t bsp_pon_get_loop_detect_config(void *cfg)

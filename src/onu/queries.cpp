@@ -191,12 +191,10 @@ uint32_t bsp_pon_onu_optical_diagnose_get(bsp_onu_msg *msg)
 
 uint32_t bsp_pon_onu_ctc_get_vlan_json(db_handle **result, uint32_t pon_port, uint32_t onu_id)
 {
-    auto request = onu::request_to(BSP_CMD_VIEW_ONU_VLAN, pon_port, onu_id);
-    return bsp_pononu_ctc_config_by_db(result, &*request);
+    return onu::stored_view(pon_port, onu_id, BSP_CMD_VIEW_ONU_VLAN, result);
 }
 
 uint32_t bsp_pon_onu_ctc_get_vlan_mode_json(db_handle **result, uint32_t pon_port, uint32_t onu_id)
 {
-    auto request = onu::request_to(BSP_CMD_VIEW_ONU_VLAN, pon_port, onu_id);
-    return bsp_pononu_ctc_config_by_db(result, &*request);
+    return onu::stored_view(pon_port, onu_id, BSP_CMD_VIEW_ONU_VLAN, result);
 }

@@ -65,6 +65,13 @@ FRAME_SHARED uint32_t view(uint32_t pon_port, uint32_t onu_id, uint32_t command,
     return frame::get_database(*request, sizeof *request, command, frame::small_view, db_out, way);
 }
 
+// A view that goes through the general query, as what that logs and returns shows.
+FRAME_SHARED uint32_t stored_view(uint32_t pon_port, uint32_t onu_id, uint32_t command, db_handle **db_out)
+{
+    auto request = request_to(command, pon_port, onu_id);
+    return bsp_pononu_ctc_config_by_db(db_out, &*request);
+}
+
 // A block for an ONU, which must be there.
 FRAME_SHARED uint32_t tell(uint32_t pon_port, uint32_t onu_id, uint32_t command, const void *data, uint32_t size,
                            Way way = frame::on(BSP_MSG_ONU_CFG, Failure::pass))

@@ -7,15 +7,14 @@ namespace
 {
 
 // The result is named by the command code that stands in the answer.
-template <class Record>
-FRAME_SHARED uint32_t get_in_place_database(Record &record, db_handle **db_out, frame::Way way)
+FRAME_SHARED uint32_t get_in_place_database(void *record, uint32_t length, const uint32_t &key, db_handle **db_out,
+                                            frame::Way way)
 {
-    uint32_t length = sizeof record;
+    uint32_t received = length;
     uint32_t status = BSP_OK;
-    const int32_t ipc_result =
-        ipc_get_exec(BSP_IPC_MODULE, way.channel, &record, sizeof record, &record, &length, &status);
+    const int32_t ipc_result = ipc_get_exec(BSP_IPC_MODULE, way.channel, record, length, record, &received, &status);
     if (ipc_result) return frame::failed(ipc_result, way);
-    *db_out = db_from_shmem(record.*frame::command_of<Record>, frame::small_view);
+    *db_out = db_from_shmem(key, frame::small_view);
     return status;
 }
 
@@ -33,7 +32,7 @@ uint32_t plat_bsp_funcget(bsp_plat_msg *record)
 
 uint32_t plat_bsp_funcget_json(bsp_plat_msg *record, db_handle **db_out)
 {
-    return get_in_place_database(*record, db_out, on(BSP_MSG_PLAT));
+    return get_in_place_database(record, sizeof *record, record->plat_cmd, db_out, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_poncfg_set(const bsp_pon_msg *record)
@@ -48,5 +47,5 @@ uint32_t bsp_poncfg_get(bsp_pon_msg *record)
 
 uint32_t bsp_poncfg_funcget_json(bsp_pon_msg *record, db_handle **db_out)
 {
-    return get_in_place_database(*record, db_out, on(BSP_MSG_PON));
+    return get_in_place_database(record, sizeof *record, record->cmd, db_out, on(BSP_MSG_PON));
 }

@@ -1,6 +1,5 @@
 // Which firmware goes to which kind of ONU, and upgrade runs.
-#include "frame/exchange.h"
-#include "frame/request.h"
+#include "frame/view.h"
 
 using frame::on;
 using frame::Request;
@@ -32,9 +31,7 @@ uint32_t bsp_pon_set_onu_upgrade_type_del(const void *block)
 
 uint32_t bsp_pon_get_onu_upgrade_type(db_handle **db_out)
 {
-    const uint32_t command = BSP_CMD_UPGRADE_TYPE_LIST;
-    return frame::get_database(*Request<bsp_pon_msg_ext>{command}, sizeof(bsp_pon_msg_ext), command, frame::small_view,
-                               db_out, on(BSP_MSG_UPGRADE));
+    return frame::get_view_of_all(BSP_CMD_UPGRADE_TYPE_LIST, db_out, on(BSP_MSG_UPGRADE));
 }
 
 uint32_t bsp_pon_load_onu_upgrade_type_file(const void *block)
