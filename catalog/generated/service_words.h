@@ -44,6 +44,7 @@ inline constexpr uint32_t PON_ERR_NO_INTERFACE = 4041; // the board has no such 
 inline constexpr uint32_t PON_ERR_NOT_ABLE = 4070; // this kind of ONU is not able to do it
 inline constexpr uint32_t PON_ERR_BAD_IMAGE = 4071; // the part does not go on where the image has got to, or the image is not what was announced
 inline constexpr uint32_t PON_ERR_NO_IMAGE = 4072; // the ONU has no complete image to commit or to start
+inline constexpr uint32_t PON_ERR_NOT_MONITORED = 4073; // the ONU does not monitor performance, or did not yet in the period before
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -418,6 +419,64 @@ inline constexpr uint32_t detected = 40; // u32: how many loops were detected so
 inline constexpr uint32_t recovered = 44; // u32: how many recoveries there were so far
 inline constexpr uint32_t reserved = 48; // bytes: zero
 } // namespace layout::loop_config
+
+namespace layout::onu_switch
+{
+inline constexpr uint32_t on = 352; // u8: 1 on, 0 off
+} // namespace layout::onu_switch
+
+namespace layout::onu_catv_state
+{
+inline constexpr uint32_t on = 352; // u8: 1 on, 0 off
+} // namespace layout::onu_catv_state
+
+namespace layout::onu_perf_monitor
+{
+inline constexpr uint32_t state = 352; // u16: 1 on, 0 off
+inline constexpr uint32_t period = 356; // u32: how long a period is: 900; the first begins when monitoring does
+inline constexpr uint32_t since = 360; // u64: model time at which monitoring began; 0 while it is off
+} // namespace layout::onu_perf_monitor
+
+namespace layout::onu_performance
+{
+inline constexpr uint32_t down_drop_events = 352; // u64: downstream drop events: each discarded frame is one
+inline constexpr uint32_t up_drop_events = 360; // u64: upstream drop events: each discarded frame is one
+inline constexpr uint32_t down_octets = 368; // u64: downstream octets of frames, with their check sequence
+inline constexpr uint32_t up_octets = 376; // u64: upstream octets of frames, with their check sequence
+inline constexpr uint32_t down_frames = 384; // u64: downstream frames that passed well: the sum of those of each length
+inline constexpr uint32_t up_frames = 392; // u64: upstream frames that passed well: the sum of those of each length
+inline constexpr uint32_t down_broadcast = 400; // u64: downstream broadcast frames among them
+inline constexpr uint32_t up_broadcast = 408; // u64: upstream broadcast frames among them
+inline constexpr uint32_t down_multicast = 416; // u64: downstream multicast frames among them
+inline constexpr uint32_t up_multicast = 424; // u64: upstream multicast frames among them
+inline constexpr uint32_t down_crc_errored = 432; // u64: downstream frames with a wrong check sequence
+inline constexpr uint32_t up_crc_errored = 440; // u64: upstream frames with a wrong check sequence
+inline constexpr uint32_t down_undersize = 448; // u64: downstream frames below 64 octets: not modelled, 0
+inline constexpr uint32_t up_undersize = 456; // u64: upstream frames below 64 octets: not modelled, 0
+inline constexpr uint32_t down_oversize = 464; // u64: downstream frames above 1518 octets: not modelled, 0
+inline constexpr uint32_t up_oversize = 472; // u64: upstream frames above 1518 octets: not modelled, 0
+inline constexpr uint32_t down_fragments = 480; // u64: downstream broken frames below 64 octets, which collisions leave on a half-duplex link
+inline constexpr uint32_t up_fragments = 488; // u64: upstream broken frames below 64 octets, which collisions leave on a half-duplex link
+inline constexpr uint32_t down_jabbers = 496; // u64: downstream broken frames above 1518 octets: not modelled, 0
+inline constexpr uint32_t up_jabbers = 504; // u64: upstream broken frames above 1518 octets: not modelled, 0
+inline constexpr uint32_t down_octets_64 = 512; // u64: downstream frames of 64 octets
+inline constexpr uint32_t up_octets_64 = 520; // u64: upstream frames of 64 octets
+inline constexpr uint32_t down_octets_65_127 = 528; // u64: downstream frames of 65 to 127 octets
+inline constexpr uint32_t up_octets_65_127 = 536; // u64: upstream frames of 65 to 127 octets
+inline constexpr uint32_t down_octets_128_255 = 544; // u64: downstream frames of 128 to 255 octets
+inline constexpr uint32_t up_octets_128_255 = 552; // u64: upstream frames of 128 to 255 octets
+inline constexpr uint32_t down_octets_256_511 = 560; // u64: downstream frames of 256 to 511 octets
+inline constexpr uint32_t up_octets_256_511 = 568; // u64: upstream frames of 256 to 511 octets
+inline constexpr uint32_t down_octets_512_1023 = 576; // u64: downstream frames of 512 to 1023 octets
+inline constexpr uint32_t up_octets_512_1023 = 584; // u64: upstream frames of 512 to 1023 octets
+inline constexpr uint32_t down_octets_1024_1518 = 592; // u64: downstream frames of 1024 to 1518 octets
+inline constexpr uint32_t up_octets_1024_1518 = 600; // u64: upstream frames of 1024 to 1518 octets
+inline constexpr uint32_t down_discarded = 608; // u64: downstream frames that were not sent for want of room; upstream there is always room: 0
+inline constexpr uint32_t up_discarded = 616; // u64: upstream frames that were not sent for want of room; upstream there is always room: 0
+inline constexpr uint32_t down_errored = 624; // u64: downstream frames with errors: with a wrong check sequence, undersize, oversize, fragments and jabbers
+inline constexpr uint32_t up_errored = 632; // u64: upstream frames with errors: with a wrong check sequence, undersize, oversize, fragments and jabbers
+inline constexpr uint32_t status_changes = 640; // u64: changes of the link's state: not modelled, 0
+} // namespace layout::onu_performance
 
 namespace layout::optics_diagnostics
 {

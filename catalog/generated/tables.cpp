@@ -304,6 +304,7 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NOT_ABLE", 4070, false, "this kind of ONU is not able to do it"},
     {"PON_ERR_BAD_IMAGE", 4071, false, "the part does not go on where the image has got to, or the image is not what was announced"},
     {"PON_ERR_NO_IMAGE", 4072, false, "the ONU has no complete image to commit or to start"},
+    {"PON_ERR_NOT_MONITORED", 4073, false, "the ONU does not monitor performance, or did not yet in the period before"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -719,6 +720,68 @@ constexpr Field loop_config_fields[] = {
     {"reserved", FieldType::bytes, 48, 52, "", 1, "zero"},
 };
 
+constexpr const Command *onu_switch_commands[] = {&all_commands[80], &all_commands[81]};
+
+constexpr Field onu_switch_fields[] = {
+    {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_catv_state_commands[] = {&all_commands[79]};
+
+constexpr Field onu_catv_state_fields[] = {
+    {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[82]};
+
+constexpr Field onu_perf_monitor_fields[] = {
+    {"state", FieldType::u16, 352, 2, "", 1, "1 on, 0 off"},
+    {"period", FieldType::u32, 356, 4, "s", 1, "how long a period is: 900; the first begins when monitoring does"},
+    {"since", FieldType::u64, 360, 8, "ms", 1, "model time at which monitoring began; 0 while it is off"},
+};
+
+constexpr const Command *onu_performance_commands[] = {&all_commands[83], &all_commands[84]};
+
+constexpr Field onu_performance_fields[] = {
+    {"down_drop_events", FieldType::u64, 352, 8, "events", 1, "downstream drop events: each discarded frame is one"},
+    {"up_drop_events", FieldType::u64, 360, 8, "events", 1, "upstream drop events: each discarded frame is one"},
+    {"down_octets", FieldType::u64, 368, 8, "octets", 1, "downstream octets of frames, with their check sequence"},
+    {"up_octets", FieldType::u64, 376, 8, "octets", 1, "upstream octets of frames, with their check sequence"},
+    {"down_frames", FieldType::u64, 384, 8, "frames", 1, "downstream frames that passed well: the sum of those of each length"},
+    {"up_frames", FieldType::u64, 392, 8, "frames", 1, "upstream frames that passed well: the sum of those of each length"},
+    {"down_broadcast", FieldType::u64, 400, 8, "frames", 1, "downstream broadcast frames among them"},
+    {"up_broadcast", FieldType::u64, 408, 8, "frames", 1, "upstream broadcast frames among them"},
+    {"down_multicast", FieldType::u64, 416, 8, "frames", 1, "downstream multicast frames among them"},
+    {"up_multicast", FieldType::u64, 424, 8, "frames", 1, "upstream multicast frames among them"},
+    {"down_crc_errored", FieldType::u64, 432, 8, "frames", 1, "downstream frames with a wrong check sequence"},
+    {"up_crc_errored", FieldType::u64, 440, 8, "frames", 1, "upstream frames with a wrong check sequence"},
+    {"down_undersize", FieldType::u64, 448, 8, "frames", 1, "downstream frames below 64 octets: not modelled, 0"},
+    {"up_undersize", FieldType::u64, 456, 8, "frames", 1, "upstream frames below 64 octets: not modelled, 0"},
+    {"down_oversize", FieldType::u64, 464, 8, "frames", 1, "downstream frames above 1518 octets: not modelled, 0"},
+    {"up_oversize", FieldType::u64, 472, 8, "frames", 1, "upstream frames above 1518 octets: not modelled, 0"},
+    {"down_fragments", FieldType::u64, 480, 8, "frames", 1, "downstream broken frames below 64 octets, which collisions leave on a half-duplex link"},
+    {"up_fragments", FieldType::u64, 488, 8, "frames", 1, "upstream broken frames below 64 octets, which collisions leave on a half-duplex link"},
+    {"down_jabbers", FieldType::u64, 496, 8, "frames", 1, "downstream broken frames above 1518 octets: not modelled, 0"},
+    {"up_jabbers", FieldType::u64, 504, 8, "frames", 1, "upstream broken frames above 1518 octets: not modelled, 0"},
+    {"down_octets_64", FieldType::u64, 512, 8, "frames", 1, "downstream frames of 64 octets"},
+    {"up_octets_64", FieldType::u64, 520, 8, "frames", 1, "upstream frames of 64 octets"},
+    {"down_octets_65_127", FieldType::u64, 528, 8, "frames", 1, "downstream frames of 65 to 127 octets"},
+    {"up_octets_65_127", FieldType::u64, 536, 8, "frames", 1, "upstream frames of 65 to 127 octets"},
+    {"down_octets_128_255", FieldType::u64, 544, 8, "frames", 1, "downstream frames of 128 to 255 octets"},
+    {"up_octets_128_255", FieldType::u64, 552, 8, "frames", 1, "upstream frames of 128 to 255 octets"},
+    {"down_octets_256_511", FieldType::u64, 560, 8, "frames", 1, "downstream frames of 256 to 511 octets"},
+    {"up_octets_256_511", FieldType::u64, 568, 8, "frames", 1, "upstream frames of 256 to 511 octets"},
+    {"down_octets_512_1023", FieldType::u64, 576, 8, "frames", 1, "downstream frames of 512 to 1023 octets"},
+    {"up_octets_512_1023", FieldType::u64, 584, 8, "frames", 1, "upstream frames of 512 to 1023 octets"},
+    {"down_octets_1024_1518", FieldType::u64, 592, 8, "frames", 1, "downstream frames of 1024 to 1518 octets"},
+    {"up_octets_1024_1518", FieldType::u64, 600, 8, "frames", 1, "upstream frames of 1024 to 1518 octets"},
+    {"down_discarded", FieldType::u64, 608, 8, "frames", 1, "downstream frames that were not sent for want of room; upstream there is always room: 0"},
+    {"up_discarded", FieldType::u64, 616, 8, "frames", 1, "upstream frames that were not sent for want of room; upstream there is always room: 0"},
+    {"down_errored", FieldType::u64, 624, 8, "frames", 1, "downstream frames with errors: with a wrong check sequence, undersize, oversize, fragments and jabbers"},
+    {"up_errored", FieldType::u64, 632, 8, "frames", 1, "upstream frames with errors: with a wrong check sequence, undersize, oversize, fragments and jabbers"},
+    {"status_changes", FieldType::u64, 640, 8, "changes", 1, "changes of the link's state: not modelled, 0"},
+};
+
 constexpr const Command *optics_diagnostics_commands[] = {&all_commands[152]};
 
 constexpr Field optics_diagnostics_fields[] = {
@@ -1004,6 +1067,10 @@ constexpr Layout all_layouts[] = {
     {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
     {"whitelist_entry", &all_records[0], whitelist_entry_commands, whitelist_entry_fields, true, "A bound ONU. The request names it by id, by MAC address, or by both where they agree; with neither it is the ONU on id 0. The answer has `pon_port`, `onu_id`, `onu_mac`, the bind mode in `arg_value` and the bind texts in `text237`, `text173` and `text365`; all that counts lies in its first 776 bytes."},
     {"loop_config", &all_records[1], loop_config_commands, loop_config_fields, true, "Settings of loop detection, and how many loops it met, 80 bytes. What is set is set as the word `ext_arg`, in the same units."},
+    {"onu_switch", &all_records[3], onu_switch_commands, onu_switch_fields, false, "Switches performance monitoring of all UNI ports of an ONU, and its CATV port where it has one, alike: the two requests cannot be told apart. 1 byte."},
+    {"onu_catv_state", &all_records[3], onu_catv_state_commands, onu_catv_state_fields, true, "Whether the CATV port of an ONU is on, 1 byte. ONUs with telephone ports have a CATV port."},
+    {"onu_perf_monitor", &all_records[3], onu_perf_monitor_commands, onu_perf_monitor_fields, true, "Performance monitoring of a UNI port, 16 bytes."},
+    {"onu_performance", &all_records[3], onu_performance_commands, onu_performance_fields, true, "Counters of a UNI port, 296 bytes: those of the period that is running, and those of the whole period before it. Downstream is what the port sends to the user, upstream what it receives from there. The traffic is the ONU's own, divided evenly among its UNI ports that have a link from the start; one without a link counts nothing. Time in which the ONU was offline is counted like any other."},
     {"optics_diagnostics", &all_records[2], optics_diagnostics_commands, optics_diagnostics_fields, true, "Diagnostics of the optical module of one PON port (`plat_port`), 56 bytes. The received power is that of the ONU which was measured last: the light of ONUs comes in bursts."},
     {"optics_rssi", &all_records[2], optics_rssi_commands, optics_rssi_fields, true, "The power that a PON port (`plat_port`) receives from one of its ONUs (`plat_arg4`), 64 bytes. `plat_arg120` says which: 0 what is received now, of an ONU that is not offline; 1 what the power measurement found, where the last one at the port was of this ONU."},
     {"sfp_info", &all_records[2], sfp_info_commands, sfp_info_fields, true, "The module in an SFP cage (`plat_port`), 464 bytes: what it is, what it measures with its thresholds, and its memory. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},

@@ -57,11 +57,8 @@ uint64_t number_of(const PerFlow &frames, Cast cast)
 
 void count_sizes(const PerFlow &frames, Counters &counters)
 {
-    constexpr std::array<uint32_t, 5> upper_ends{64, 127, 255, 511, 1023};
-    for (size_t flow = 0; flow < flows.size(); ++flow) {
-        const auto size = std::ranges::lower_bound(upper_ends, flows[flow].length) - upper_ends.begin();
-        counters.sizes.at(static_cast<size_t>(size)) += frames[flow];
-    }
+    for (size_t flow = 0; flow < flows.size(); ++flow)
+        counters.sizes.at(size_class(flows[flow].length)) += frames[flow];
 }
 
 // The port is offered the frames. What it passes on is left of them.
@@ -107,6 +104,12 @@ DropShares uplink_shares(const Olt &olt, uint32_t uplink)
 }
 
 } // namespace
+
+size_t size_class(uint32_t length)
+{
+    constexpr std::array<uint32_t, size_classes - 1> upper_ends{64, 127, 255, 511, 1023};
+    return static_cast<size_t>(std::ranges::lower_bound(upper_ends, length) - upper_ends.begin());
+}
 
 DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number)
 {

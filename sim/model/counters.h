@@ -18,6 +18,10 @@ struct DropShares {
 };
 DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number);
 
+// Counters of frames are kept by length: 64, 65-127, 128-255, 256-511, 512-1023, 1024-1518 octets.
+inline constexpr size_t size_classes = 6;
+size_t size_class(uint32_t length);
+
 // Octets are those of whole frames with their check sequence.
 struct Counters {
     uint64_t in_octets; // of frames that were received well
@@ -34,7 +38,7 @@ struct Counters {
     uint64_t out_broadcast;
     uint64_t out_discards;
     uint64_t out_discard_octets;
-    std::array<uint64_t, 6> sizes; // received well or sent: of 64, 65-127, 128-255, 256-511, 512-1023, 1024-1518 octets
+    std::array<uint64_t, size_classes> sizes; // received well or sent
 
     uint64_t in_frames() const { return in_unicast + in_multicast + in_broadcast; }
     uint64_t out_frames() const { return out_unicast + out_multicast + out_broadcast; }

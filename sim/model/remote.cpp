@@ -52,22 +52,40 @@ namespace
 {
 
 constexpr uint32_t switch_command = BSP_CMD_ONU_CATV_SET;
+constexpr uint32_t since_offset = 352;
 
-OnuBlock switch_block(bool on)
+// Since when they are on; 0 while they are off. No ONU is told anything at time 0.
+OnuBlock switch_block(ModelTime since)
 {
-    return OnuBlock(std::string(1, static_cast<char>(on)));
+    OnuBlock block(sizeof since);
+    block.put<ModelTime>(since_offset, since);
+    return block;
+}
+
+ModelTime since(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    return setting_of(olt, onu.place(switch_command), side, switch_block(0)).get<ModelTime>(since_offset);
 }
 
 } // namespace
 
 bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return setting_of(olt, onu.place(switch_command), side, switch_block(false)) == switch_block(true);
+    return since(olt, onu, side) != 0;
+}
+
+std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu)
+{
+    if (!switched_on(olt, onu, Side::remote)) return std::nullopt;
+    return since(olt, onu, Side::remote);
 }
 
 Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on)
 {
-    return tell(olt, onu, onu.place(switch_command), switch_block(on), switch_block(false));
+    const bool same = switched_on(olt, onu, Side::local) == on;
+    const ModelTime arrives = on ? olt.now() + oam_delay : 0;
+    return tell(olt, onu, onu.place(switch_command), switch_block(same ? since(olt, onu, Side::local) : arrives),
+                switch_block(0));
 }
 
 Plan tell(const Olt &olt, const RemoteOnu &onu, const SettingPlace &place, const OnuBlock &block,

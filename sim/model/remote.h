@@ -81,6 +81,13 @@ OnuBlock setting_of(const Olt &olt, const SettingPlace &place, Side side, const 
 // Whether the ONU's CATV port and its performance monitoring are on: one request, of one byte, switches both, because
 // nothing in it says which of the two is meant.
 bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side);
+// Since when the ONU has them on; none while it has not.
+std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu);
+// ONUs for homes have a CATV port: those that have telephone ports, too.
+inline bool has_catv(const Device &device)
+{
+    return device.type->pots_ports > 0;
+}
 Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on);
 
 // Tells an ONU, which must be online, something. Nothing changes where it was told the same before.

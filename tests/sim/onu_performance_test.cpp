@@ -1,0 +1,308 @@
+// Performance monitoring of UNI ports, and the CATV port that is switched with it.
+#include "model/performance.h"
+#include "plat.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr ModelTime second = ms_per_second;
+constexpr WantedSettings wanted{.seed = 1, .ports = 8, .arrivals = 4, .silent = 0};
+
+// An OLT with four ONUs bound at each of its ports, and one of them to look at.
+struct Monitored : Desk {
+    uint32_t pon_port = 1;
+    uint32_t onu_id = 1;
+
+    explicit Monitored(const std::string &file = {}) : Desk(wanted, file, true)
+    {
+        for (uint32_t number = 1; number <= 8; ++number)
+            for (uint32_t index = 0; index < 4; ++index)
+                EXPECT_EQ(send(record_of(BSP_CMD_ONU_BIND, number, index + 1, port(number).arrivals[index].mac)),
+                          BSP_OK);
+        choose([](const RemoteOnu &, const auto &links) { return std::ranges::count(links, true) >= 2; });
+    }
+
+    const Olt &olt() const { return simulator.olt(); }
+    RemoteOnu onu() const { return find_onu(olt(), pon_port, onu_id).onu; }
+    uint32_t unis() const { return static_cast<uint32_t>(onu().device.unis.size()); }
+    // Of each UNI port, the first one first.
+    std::vector<bool> links_of(const RemoteOnu &onu) const
+    {
+        const auto configs = default_configs(olt().seed(), onu.binding->mac, onu.device);
+        std::vector<bool> links;
+        for (size_t index = 0; index < configs.size(); ++index)
+            links.push_back(link_of(onu.device.unis[index], configs[index]).has_value());
+        return links;
+    }
+    // Looks at the first ONU of which this is true.
+    template <class Condition>
+    void choose(Condition condition)
+    {
+        for (const PonPort &port : olt().ports())
+            for (const RemoteOnu &each : onus_of(olt(), port))
+                if (condition(each, links_of(each))) {
+                    pon_port = port.number;
+                    onu_id = each.onu_id;
+                    return;
+                }
+        ADD_FAILURE() << "no such ONU";
+    }
+
+    Reply ask(uint32_t command, uint32_t uni = 0, uint8_t byte = 0)
+    {
+        bsp_onu_msg record = onu_record_of(command, pon_port, onu_id);
+        record.onu_uni_port = static_cast<uint8_t>(uni);
+        record.onu_data[0] = byte;
+        return simulator.handle(message_of(BSP_MSG_ONU_INFO, record));
+    }
+    uint32_t turn(uint8_t on) { return ask(BSP_CMD_ONU_PERF_MONITOR_SET, 0, on).status; }
+    void pass(ModelTime time) { simulator.advance(olt().now() + time); }
+    // So that the ONU has it at a whole second.
+    void turn_on()
+    {
+        pass(second - oam_delay);
+        EXPECT_EQ(turn(1), BSP_OK);
+        pass(oam_delay);
+    }
+
+    template <class Number>
+    Number value(uint32_t command, uint32_t offset, uint32_t uni = 0)
+    {
+        const Reply reply = ask(command, uni);
+        EXPECT_EQ(reply.status, BSP_OK);
+        Number number{};
+        if (reply.answer) std::memcpy(&number, reply.answer->data() + offset, sizeof number);
+        return number;
+    }
+    uint64_t counter(uint32_t offset, uint32_t uni, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
+    {
+        return value<uint64_t>(command, offset, uni);
+    }
+    // Of all UNI ports.
+    uint64_t sum(uint32_t offset, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
+    {
+        uint64_t sum = 0;
+        for (uint32_t uni = 1; uni <= unis(); ++uni)
+            sum += counter(offset, uni, command);
+        return sum;
+    }
+    uint16_t monitoring(uint32_t uni)
+    {
+        return value<uint16_t>(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::state, uni);
+    }
+};
+
+namespace at = layout::onu_performance;
+
+uint64_t sum_of(const PerFlow &rates)
+{
+    uint64_t sum = 0;
+    for (uint64_t rate : rates)
+        sum += rate;
+    return sum;
+}
+
+TEST(OnuPerformance, OneRequestSwitchesMonitoringOfAllUniPortsAndCatv)
+{
+    Monitored desk;
+    desk.choose([](const RemoteOnu &onu, const auto &) { return onu.device.type->pots_ports > 0; });
+    for (const uint8_t on : {1, 0}) {
+        ASSERT_EQ(desk.ask(BSP_CMD_ONU_CATV_SET, 0, on).status, BSP_OK);
+        desk.pass(oam_delay);
+        for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
+            EXPECT_EQ(desk.monitoring(uni), on) << uni;
+        EXPECT_EQ(desk.value<uint8_t>(BSP_CMD_ONU_CATV_STATE_GET, layout::onu_catv_state::on), on);
+    }
+}
+
+TEST(OnuPerformance, MonitoringBeginsWhenTheOnuHasTheRequest)
+{
+    Monitored desk;
+    desk.pass(5 * second);
+    ASSERT_EQ(desk.turn(1), BSP_OK);
+    EXPECT_TRUE(switched_on(desk.olt(), desk.onu(), Side::local));
+    desk.pass(oam_delay - 1);
+    EXPECT_EQ(desk.monitoring(1), 0);
+    desk.pass(1);
+    EXPECT_EQ(desk.monitoring(1), 1);
+    EXPECT_EQ(desk.value<uint64_t>(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::since, 1),
+              5 * second + oam_delay);
+    EXPECT_EQ(desk.value<uint32_t>(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::period, 1), 900u);
+}
+
+TEST(OnuPerformance, UniPortsTogetherCountTheTrafficOfTheirOnu)
+{
+    Monitored desk;
+    desk.turn_on();
+    const Rates rates = rates_of(desk.olt().seed(), desk.onu().binding->mac);
+    for (uint64_t seconds : {1, 60, 899}) {
+        desk.pass(seconds * second - (desk.olt().now() - second));
+        EXPECT_EQ(desk.sum(at::up_frames), sum_of(rates.up) * seconds);
+        EXPECT_EQ(desk.sum(at::down_frames) + desk.sum(at::down_discarded), sum_of(rates.down) * seconds);
+    }
+    EXPECT_GT(desk.sum(at::down_discarded), 0u);
+}
+
+TEST(OnuPerformance, UniPortsOfALoneOnuCountWhatItsPonPortReceives)
+{
+    Monitored desk;
+    for (uint32_t id = 1; id <= 4; ++id)
+        if (id != desk.onu_id) {
+            ASSERT_EQ(desk.send(record_of(BSP_CMD_ONU_RELEASE, desk.pon_port, id)), BSP_OK);
+        }
+    desk.turn_on();
+    const auto received = [&] {
+        const Counters counters = pon_counters(desk.olt(), desk.port(desk.pon_port));
+        return counters.in_frames() + counters.in_fcs_errors + counters.in_code_errors;
+    };
+    const uint64_t before = received();
+    desk.pass(600 * second);
+    EXPECT_EQ(desk.sum(at::up_frames), received() - before);
+}
+
+TEST(OnuPerformance, FramesAreThoseOfAllLengths)
+{
+    Monitored desk;
+    desk.turn_on();
+    desk.pass(777777);
+    const uint32_t every = at::down_octets_65_127 - at::down_octets_64;
+    for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
+        for (const uint32_t way : {at::down_frames, at::up_frames}) {
+            uint64_t frames = 0;
+            for (uint32_t size = 0; size < 6; ++size)
+                frames += desk.counter(at::down_octets_64 + way - at::down_frames + size * every, uni);
+            EXPECT_EQ(desk.counter(way, uni), frames);
+            EXPECT_GE(desk.counter(at::down_octets + way - at::down_frames, uni), frames * 64);
+            EXPECT_LE(desk.counter(at::down_octets + way - at::down_frames, uni), frames * 1518);
+        }
+}
+
+TEST(OnuPerformance, ErroredFramesAreThoseOfAllKinds)
+{
+    Monitored desk;
+    desk.turn_on();
+    desk.pass(899 * second);
+    EXPECT_GT(desk.sum(at::up_crc_errored), 0u);
+    EXPECT_EQ(desk.sum(at::up_errored), desk.sum(at::up_crc_errored) + desk.sum(at::up_fragments));
+}
+
+TEST(OnuPerformance, APortWithoutALinkCountsNothingAndEveryOtherDoes)
+{
+    Monitored desk;
+    desk.choose([](const RemoteOnu &, const auto &links) {
+        return std::ranges::count(links, true) >= 1 && std::ranges::count(links, false) >= 1;
+    });
+    desk.turn_on();
+    desk.pass(60 * second);
+    const std::vector<bool> links = desk.links_of(desk.onu());
+    for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
+        EXPECT_EQ(desk.counter(at::up_octets, uni) > 0, links[uni - 1]) << uni;
+}
+
+TEST(OnuPerformance, APeriodBecomesHistoryWhenItEnds)
+{
+    Monitored desk;
+    desk.turn_on();
+    const uint64_t rate = sum_of(rates_of(desk.olt().seed(), desk.onu().binding->mac).up);
+    desk.pass(monitoring_period - 1);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
+    EXPECT_GT(desk.sum(at::up_frames), 899 * rate);
+    desk.pass(1);
+    EXPECT_EQ(desk.sum(at::up_frames), 0u);
+    EXPECT_EQ(desk.sum(at::up_frames, BSP_CMD_ONU_PERF_HISTORY_GET), 900 * rate);
+}
+
+TEST(OnuPerformance, HistoryIsTheWholePeriodBeforeAllThroughTheNext)
+{
+    Monitored desk;
+    desk.turn_on();
+    desk.pass(2 * monitoring_period);
+    const Reply first = desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1);
+    desk.pass(monitoring_period - 1);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).answer, first.answer);
+}
+
+TEST(OnuPerformance, NothingIsCountedWhileMonitoringIsOff)
+{
+    Monitored desk;
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).status, PON_ERR_NOT_MONITORED);
+    desk.turn_on();
+    desk.pass(monitoring_period + 60 * second);
+    ASSERT_EQ(desk.turn(0), BSP_OK);
+    desk.pass(monitoring_period);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).status, PON_ERR_NOT_MONITORED);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
+    desk.turn_on();
+    EXPECT_EQ(desk.sum(at::up_frames), 0u);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
+}
+
+TEST(OnuPerformance, TurningOnAgainDoesNotBeginAnew)
+{
+    Monitored desk;
+    desk.turn_on();
+    desk.pass(60 * second);
+    const uint64_t frames = desk.sum(at::up_frames);
+    desk.turn_on();
+    EXPECT_GT(desk.sum(at::up_frames), frames);
+}
+
+TEST(OnuPerformance, WhatCannotBeAskedOrToldIsRefused)
+{
+    Monitored desk;
+    EXPECT_EQ(desk.turn(2), PON_ERR_BAD_RECORD);
+    const std::initializer_list<uint32_t> of_unis{BSP_CMD_ONU_PERF_MONITOR_GET, BSP_CMD_ONU_PERF_CURRENT_GET,
+                                                  BSP_CMD_ONU_PERF_HISTORY_GET};
+    for (const uint32_t command : of_unis)
+        for (const uint32_t uni : {0u, desk.unis() + 1})
+            EXPECT_EQ(desk.ask(command, uni).status, PON_ERR_NO_UNI) << command;
+    ASSERT_EQ(PlatAnswer(desk, BSP_MSG_PLAT, PlatRecord(BSP_CMD_ONU_DEREGISTER, desk.pon_port, desk.onu_id)).status(),
+              BSP_OK);
+    EXPECT_EQ(desk.turn(1), PON_ERR_OFFLINE);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_CATV_STATE_GET).status, PON_ERR_OFFLINE);
+    for (const uint32_t command : of_unis)
+        EXPECT_EQ(desk.ask(command, 1).status, PON_ERR_OFFLINE) << command;
+}
+
+TEST(OnuPerformance, AnOnuWithoutCatvPortMonitorsButHasNoCatvState)
+{
+    Monitored desk;
+    desk.choose([](const RemoteOnu &onu, const auto &) { return onu.device.type->pots_ports == 0; });
+    desk.turn_on();
+    EXPECT_EQ(desk.monitoring(1), 1);
+    EXPECT_EQ(desk.ask(BSP_CMD_ONU_CATV_STATE_GET).status, PON_ERR_NOT_ABLE);
+}
+
+TEST(OnuPerformance, CountersSurviveTheService)
+{
+    const Folder folder;
+    std::optional<std::string> answer;
+    {
+        Monitored desk(folder.file("state"));
+        desk.turn_on();
+        desk.pass(60 * second);
+        answer = desk.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).answer;
+    }
+    Desk again({}, folder.file("state"));
+    Monitored names; // which ONU it was
+    again.simulator.advance(names.olt().now() + 61 * second);
+    bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, names.pon_port, names.onu_id);
+    record.onu_uni_port = 1;
+    EXPECT_EQ(again.simulator.handle(message_of(BSP_MSG_ONU_INFO, record)).answer, answer);
+}
+
+TEST(OnuPerformance, FollowsFromTheSeed)
+{
+    Monitored one;
+    Monitored other;
+    for (Monitored *desk : {&one, &other}) {
+        desk->turn_on();
+        desk->pass(1234567);
+    }
+    EXPECT_EQ(one.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 2).answer, other.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 2).answer);
+}
+
+} // namespace
+} // namespace ponsim
