@@ -35,9 +35,9 @@ std::optional<Line> line_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
     std::optional<Line> line;
     uint64_t lines = 0;
     for (uint32_t index = 0; index < onu.device.unis.size(); ++index) {
-        const uint32_t crc_errored = 1 + random.below(10);
-        const uint32_t fragments = 1 + random.below(20);
-        const uint32_t discarded = 10 + random.below(50);
+        const uint32_t crc_errored = 50 + random.below(100);
+        const uint32_t fragments = 100 + random.below(400);
+        const uint32_t discarded = 50 + random.below(200);
         const std::optional<LinkMode> link = link_of(onu.device.unis[index], configs[index]);
         if (link && index + 1 == uni) line = Line{lines, 0, crc_errored, link->full_duplex ? 0 : fragments, discarded};
         lines += link.has_value();

@@ -278,18 +278,20 @@ TEST(OnuPerformance, AnOnuWithoutCatvPortMonitorsButHasNoCatvState)
 TEST(OnuPerformance, CountersSurviveTheService)
 {
     const Folder folder;
+    bsp_onu_msg record{};
     std::optional<std::string> answer;
+    ModelTime asked = 0;
     {
         Monitored desk(folder.file("state"));
         desk.turn_on();
         desk.pass(60 * second);
-        answer = desk.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).answer;
+        record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, desk.pon_port, desk.onu_id);
+        record.onu_uni_port = 1;
+        answer = desk.simulator.handle(message_of(BSP_MSG_ONU_INFO, record)).answer;
+        asked = desk.olt().now();
     }
     Desk again({}, folder.file("state"));
-    Monitored names; // which ONU it was
-    again.simulator.advance(names.olt().now() + 61 * second);
-    bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, names.pon_port, names.onu_id);
-    record.onu_uni_port = 1;
+    again.simulator.advance(asked);
     EXPECT_EQ(again.simulator.handle(message_of(BSP_MSG_ONU_INFO, record)).answer, answer);
 }
 
