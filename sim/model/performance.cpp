@@ -65,11 +65,10 @@ UniCounters counted(const Line &line, const Rates &rates, ModelTime time)
         counters.discarded.down += discarded;
         pass(flows[index], down - discarded, &UniCounters::Count::down, counters);
         // What the ONU sends on is what it received well.
-        const uint64_t up = line.share(rates.up[index], time);
-        counters.crc_errored.up += up * line.crc_errored / million;
-        counters.fragments.up += up * line.fragments / million;
-        pass(flows[index], up, &UniCounters::Count::up, counters);
+        pass(flows[index], line.share(rates.up[index], time), &UniCounters::Count::up, counters);
     }
+    counters.crc_errored.up = counters.frames.up * line.crc_errored / million;
+    counters.fragments.up = counters.frames.up * line.fragments / million;
     counters.drop_events = counters.discarded;
     counters.errored.up = counters.crc_errored.up + counters.fragments.up;
     return counters;
