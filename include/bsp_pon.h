@@ -125,10 +125,14 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_MEM_INFO_GET 641u /* BSP_MSG_ONU_INFO: memory of an ONU */
 #define BSP_CMD_ONU_MULTI_LLID_SET 642u /* BSP_MSG_ONU_INFO: set the number of LLIDs of an ONU */
 #define BSP_CMD_ONU_ADMIN_STATE_GET 688u /* BSP_MSG_ONU_INFO: whether a UNI port is on */
+#define BSP_CMD_ONU_ADMIN_STATE_SET 688u /* BSP_MSG_ONU_INFO: switches a UNI port on or off */
 #define BSP_CMD_ONU_AUTONEG_GET 690u /* BSP_MSG_ONU_INFO: whether a UNI port negotiates its speed */
+#define BSP_CMD_ONU_AUTONEG_SET 690u /* BSP_MSG_ONU_INFO: has a UNI port negotiate its speed, or not */
 #define BSP_CMD_ONU_AUTONEG_LOCAL_GET 692u /* BSP_MSG_ONU_INFO: what a UNI port can negotiate */
 #define BSP_CMD_ONU_AUTONEG_ADV_GET 693u /* BSP_MSG_ONU_INFO: what a UNI port offers in auto-negotiation */
+#define BSP_CMD_ONU_AUTONEG_ADV_SET 693u /* BSP_MSG_ONU_INFO: says what a UNI port offers in auto-negotiation */
 #define BSP_CMD_ONU_CLASSIFICATION_GET 696u /* BSP_MSG_ONU_INFO: classification rules of a UNI port */
+#define BSP_CMD_ONU_CLASSIFICATION_SET 696u /* BSP_MSG_ONU_INFO: changes the classification rules of a UNI port */
 #define BSP_CMD_ONU_SLA_GET 697u /* BSP_MSG_ONU_INFO: service level agreement as an ONU has it */
 #define BSP_CMD_ONU_IMAGE_WRITE 698u /* BSP_MSG_ONU_INFO: a part of an image for an ONU */
 #define BSP_CMD_ONU_IMAGE_COMMIT 699u /* BSP_MSG_ONU_INFO: make an ONU start its new image from now on */
@@ -145,13 +149,16 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_PERF_HISTORY_GET 722u /* BSP_MSG_ONU_INFO: counters of a UNI port in the period before */
 #define BSP_CMD_ONU_DEVICE_INFO_GET 634u /* BSP_MSG_ONU_CFG: device information of an ONU */
 #define BSP_CMD_ONU_VLAN_GET 644u /* BSP_MSG_ONU_CFG: VLANs of a UNI port */
+#define BSP_CMD_ONU_VLAN_SET 644u /* BSP_MSG_ONU_CFG: sets the VLANs of a UNI port */
 #define BSP_CMD_VIEW_ONU_VLAN 645u /* BSP_MSG_ONU_CFG: VLANs of the UNI ports of an ONU */
 #define BSP_CMD_ONU_OPTICS_GET 648u /* BSP_MSG_ONU_CFG: optical transceiver of an ONU */
 #define BSP_CMD_ONU_MAX_PORT_GET 650u /* BSP_MSG_ONU_CFG: number of UNI ports of an ONU */
 #define BSP_CMD_ONU_MGMT_GET 651u /* BSP_MSG_ONU_CFG: management address of an ONU */
 #define BSP_CMD_ONU_MGMT_SET 652u /* BSP_MSG_ONU_CFG: set the management address of an ONU */
 #define BSP_CMD_ONU_RATE_LIMIT_GET 655u /* BSP_MSG_ONU_CFG: rate limits of a UNI port */
+#define BSP_CMD_ONU_RATE_LIMIT_SET 655u /* BSP_MSG_ONU_CFG: limits the rates of a UNI port */
 #define BSP_CMD_ONU_LOOP_DETECT_GET 657u /* BSP_MSG_ONU_CFG: loop detection of an ONU */
+#define BSP_CMD_ONU_LOOP_DETECT_SET 657u /* BSP_MSG_ONU_CFG: switches loop detection at a UNI port */
 #define BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET 658u /* BSP_MSG_ONU_CFG: which forms of multicast fast leave an ONU knows */
 #define BSP_CMD_ONU_FAST_LEAVE_GET 659u /* BSP_MSG_ONU_CFG: multicast fast leave, as an ONU has it */
 #define BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET 660u /* BSP_MSG_ONU_CFG: multicast fast leave of an ONU, as the OLT has it */
@@ -170,6 +177,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_VIEW_ONU_MC_VLAN 681u /* BSP_MSG_ONU_CFG: multicast VLANs of the UNI ports of an ONU */
 #define BSP_CMD_ONU_LINK_STATE_GET 682u /* BSP_MSG_ONU_CFG: links of the UNI ports of an ONU */
 #define BSP_CMD_ONU_PAUSE_GET 683u /* BSP_MSG_ONU_CFG: flow control of a UNI port */
+#define BSP_CMD_ONU_PAUSE_SET 683u /* BSP_MSG_ONU_CFG: switches flow control of a UNI port */
 #define BSP_CMD_ONU_FEC_GET 685u /* BSP_MSG_ONU_CFG: forward error correction of an ONU */
 #define BSP_CMD_ONU_FEC_ABILITY_GET 686u /* BSP_MSG_ONU_CFG: whether an ONU can correct errors */
 #define BSP_CMD_ONU_IMAGE_UPDATE 694u /* BSP_MSG_ONU_CFG: have the OLT update an image of an ONU */

@@ -3,7 +3,8 @@
 #include <stdexcept>
 
 #include "generated/service_words.h"
-#include "handlers/record.h"
+#include "handlers/remote.h"
+#include "model/uni_config.h"
 #include "views/devices.h"
 
 namespace ponsim
@@ -11,34 +12,19 @@ namespace ponsim
 namespace
 {
 
-BoundOnu bound_onu(const Olt &olt, const PonPort &port, uint32_t onu_id)
+BoundOnu bound_onu(const Olt &olt, const RemoteOnu &onu)
 {
-    const Binding &binding = *port.bindings[onu_id];
-    const Device device = device_at(olt, port, binding.mac);
-    std::vector<bool> shut;
-    for (uint32_t uni = 1; uni <= device.unis.size(); ++uni)
-        shut.push_back(olt.shut({port.number, binding.mac, uni}));
-    return {
-        port.number, onu_id, &binding, port.state(binding), device, default_configs(olt.seed(), binding.mac, device),
-        shut};
+    return {onu.port->number,   onu.onu_id, onu.binding, onu.state, onu.device, uni_configs(olt, onu, Side::local),
+            uni_links(olt, onu)};
 }
 
 std::vector<BoundOnu> bound_onus(const Olt &olt, std::span<const PonPort> ports)
 {
     std::vector<BoundOnu> onus;
     for (const PonPort &port : ports)
-        for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-            if (port.bindings[onu_id]) onus.push_back(bound_onu(olt, port, onu_id));
+        for (const RemoteOnu &onu : onus_of(olt, port))
+            onus.push_back(bound_onu(olt, onu));
     return onus;
-}
-
-// Why the ONU cannot be shown; BSP_OK when one is bound to the id.
-uint32_t check(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
-{
-    const PonPort *port = olt.port(pon_port);
-    if (!port) return PON_ERR_NO_PORT;
-    if (onu_id >= onus_per_port) return PON_ERR_BAD_ONU_ID;
-    return port->bindings[onu_id] ? BSP_OK : PON_ERR_NOT_BOUND;
 }
 
 Outcome shown(std::string &&table)
@@ -80,21 +66,21 @@ std::string answer_with(uint32_t command, std::string_view table)
 // The library drops the status word of this command: an ONU that cannot be shown has to read as a table of no rows.
 Outcome onu_config(const Olt &olt, const Request &request)
 {
-    const auto record = request.read<bsp_onu_msg>();
-    Outcome outcome{check(olt, record.onu_pon_port, record.onu_onu_id)};
+    const FoundOnu found = onu_of(olt, request, false);
+    Outcome outcome{found.status};
     std::vector<BoundOnu> onus;
-    if (outcome.status == BSP_OK) onus = {bound_onu(olt, *olt.port(record.onu_pon_port), record.onu_onu_id)};
+    if (outcome.status == BSP_OK) onus = {bound_onu(olt, found.onu)};
     const std::string table = onu_config_table(onus);
-    outcome.answer = answer_with(record.onu_cmd, table);
+    outcome.answer = answer_with(request.read<bsp_onu_msg>().onu_cmd, table);
     if (outcome.status == BSP_OK) outcome.result = table;
     return outcome;
 }
 
 Outcome uni_config(const Olt &olt, const Request &request)
 {
-    const auto record = request.read<bsp_onu_msg>();
-    if (const uint32_t status = check(olt, record.onu_pon_port, record.onu_onu_id)) return {status};
-    const BoundOnu onu = bound_onu(olt, *olt.port(record.onu_pon_port), record.onu_onu_id);
+    const FoundOnu found = onu_of(olt, request, false);
+    if (found.status != BSP_OK) return {found.status};
+    const BoundOnu onu = bound_onu(olt, found.onu);
     return shown(uni_config_table({&onu, 1}));
 }
 
@@ -134,8 +120,9 @@ Outcome vlan_view(const Olt &olt, const Request &request, std::string (*table)(s
     const auto scope = request.read<uint32_t>(layout::vlan_view::scope);
     if (scope > one_onu) return {PON_ERR_BAD_RECORD};
     if (scope == one_onu) {
-        if (const uint32_t status = check(olt, record.onu_pon_port, record.onu_onu_id)) return {status};
-        return shown(table(groups_of_unis(bound_onu(olt, *olt.port(record.onu_pon_port), record.onu_onu_id))));
+        const FoundOnu found = onu_of(olt, request, false);
+        if (found.status != BSP_OK) return {found.status};
+        return shown(table(groups_of_unis(bound_onu(olt, found.onu))));
     }
     if (record.onu_pon_port == 0) return shown(table(groups_of_ports(olt)));
     const PonPort *port = olt.port(record.onu_pon_port);

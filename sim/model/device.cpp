@@ -82,6 +82,10 @@ constexpr DeviceType types[] = {
 constexpr std::string_view hardware_versions[] = {"V1.0", "V1.1", "V2.0"};
 constexpr std::string_view software_versions[] = {"1.0.7", "1.2.0", "1.2.3", "2.0.1"};
 
+// Those of a GE port; an FE port has not the last.
+constexpr Ability abilities[] = {
+    {14, {10, false}}, {142, {10, true}}, {25, {100, false}}, {252, {100, true}}, {402, {1000, true}}};
+
 constexpr uint32_t fe_rate = 100;
 constexpr uint32_t ge_rate = 1000;
 
@@ -173,10 +177,24 @@ std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Devi
     return configs;
 }
 
+std::span<const Ability> abilities_of(const Uni &uni)
+{
+    return std::span(abilities).first(std::size(abilities) - (uni.line_rate == ge_rate ? 0 : 1));
+}
+
 std::optional<LinkMode> link_of(const Uni &uni, const UniConfig &config)
 {
     if (!config.enabled || !uni.partner) return std::nullopt;
-    return config.autoneg ? *uni.partner : config.forced;
+    if (!config.autoneg) return config.forced;
+    // The partner offers its mode and the slower ones; full duplex only where its own mode is.
+    std::optional<LinkMode> best;
+    const std::span<const Ability> own = abilities_of(uni);
+    for (size_t index = 0; index < own.size(); ++index) {
+        const LinkMode &mode = own[index].mode;
+        const bool common = mode.speed <= uni.partner->speed && (!mode.full_duplex || uni.partner->full_duplex);
+        if (common && (config.offered >> index & 1)) best = mode;
+    }
+    return best;
 }
 
 std::string to_text(const LinkMode &mode)

@@ -45,6 +45,12 @@ struct LinkMode {
     bool operator==(const LinkMode &) const = default;
 };
 
+// A mode that UNI ports may offer in auto-negotiation, by its AutoNegTechnology of IEEE 802.3, Annex 30B.
+struct Ability {
+    uint32_t technology;
+    LinkMode mode;
+};
+
 // A UNI port by nature.
 struct Uni {
     uint32_t line_rate;              // Mbit/s: 100 of an FE port, 1000 of a GE port
@@ -72,6 +78,8 @@ struct Vlan {
     bool operator==(const Vlan &) const = default;
 };
 
+inline constexpr uint32_t every_ability = 0xffffffff;
+
 // How a UNI port is configured.
 struct UniConfig {
     bool enabled;
@@ -82,7 +90,10 @@ struct UniConfig {
     std::optional<uint32_t> egress;
     VlanMode vlan_mode;
     uint32_t pvid;
-    std::vector<Vlan> vlans; // of translation and trunk; ascending
+    std::vector<Vlan> vlans;          // of translation and trunk; ascending
+    uint32_t priority = 0;            // 802.1p, of untagged frames
+    uint32_t tpid = 0x8100;           // of tags at the UNI port
+    uint32_t offered = every_ability; // in auto-negotiation: bit N is ability N of the port
 
     bool operator==(const UniConfig &) const = default;
 };
@@ -91,6 +102,9 @@ Device device_of(uint64_t seed, const Mac &mac);
 
 // Of each of the ONU's UNI ports: what they have until they are configured otherwise.
 std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Device &device);
+
+// What a UNI port can offer in auto-negotiation, the slowest first.
+std::span<const Ability> abilities_of(const Uni &uni);
 
 // None while the port is down.
 std::optional<LinkMode> link_of(const Uni &uni, const UniConfig &config);

@@ -27,10 +27,16 @@ Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t
     return plan;
 }
 
+SettingPlace switch_place(const UniPlace &place)
+{
+    return {place.pon_port, place.mac, BSP_CMD_ONU_LOOP_DETECT_GET, place.uni};
+}
+
 // Whether detection packets come back by the loop.
 bool found_by_packets(const Olt &olt, const UniPlace &place, const LoopRecord &record)
 {
-    return olt.loop_detection().on && record.looped && !record.shut && olt.online(*olt.port(place.pon_port), place.mac);
+    return olt.loop_detection().on && detects_loops(olt, place, Side::remote) && record.looped && !record.shut &&
+           olt.online(*olt.port(place.pon_port), place.mac);
 }
 
 LoopRecord recovered(const Olt &olt, LoopRecord record)
@@ -49,13 +55,19 @@ std::optional<ModelTime> next_of(const Olt &olt, const UniPlace &place, const Lo
     return recovery_of(olt, record);
 }
 
+// When a switch of loop detection that is on its way reaches the UNI port.
+std::optional<ModelTime> switched(const Olt &olt, const UniPlace &place)
+{
+    const OnuSetting *setting = olt.setting(switch_place(place));
+    return setting && setting->arrives > olt.now() ? std::optional(setting->arrives) : std::nullopt;
+}
+
 std::optional<ModelTime> next(const Olt &olt)
 {
     std::optional<ModelTime> first;
-    for (const auto &[place, record] : olt.loops()) {
-        const std::optional<ModelTime> time = next_of(olt, place, record);
-        if (time && (!first || *time < *first)) first = time;
-    }
+    for (const auto &[place, record] : olt.loops())
+        for (const std::optional<ModelTime> &time : {next_of(olt, place, record), switched(olt, place)})
+            if (time && (!first || *time < *first)) first = time;
     return first;
 }
 
@@ -88,6 +100,18 @@ Change happen(const Olt &olt)
 } // namespace
 
 const Process loop_process{next, happen};
+
+OnuBlock loop_detect_block(bool on)
+{
+    OnuBlock block(sizeof(uint32_t));
+    block.put<uint32_t>(layout::onu_loop_detect_set::on, on);
+    return block;
+}
+
+bool detects_loops(const Olt &olt, const UniPlace &place, Side side)
+{
+    return setting_of(olt, switch_place(place), side, loop_detect_block(true)) == loop_detect_block(true);
+}
 
 LoopState state_of(const LoopRecord &record)
 {

@@ -6,6 +6,7 @@
 #include "model/olt.h"
 #include "model/plan.h"
 #include "model/process.h"
+#include "model/remote.h"
 
 namespace ponsim
 {
@@ -21,6 +22,11 @@ std::optional<ModelTime> recovery_of(const Olt &olt, const LoopRecord &record);
 // A loop appears behind a UNI port of a bound ONU, or is gone. A new one takes the place of the port that recovered
 // longest ago where there are max_loops.
 Plan set_loop(const Olt &olt, const UniPlace &place, bool looped);
+
+// Whether detection is switched on at a UNI port, as an ONU is told by this block. It is until the ONU is told
+// otherwise.
+bool detects_loops(const Olt &olt, const UniPlace &place, Side side);
+OnuBlock loop_detect_block(bool on);
 
 // The settings, each within its limits. While detection is off, no port recovers but by command.
 Plan detect_loops(const Olt &olt, uint32_t on);

@@ -10,15 +10,6 @@ namespace ponsim
 namespace
 {
 
-// As the ONU reports it: nothing unless it is online.
-std::optional<std::string> link_text(const BoundOnu &onu, size_t index)
-{
-    if (onu.state != OnuState::online) return std::nullopt;
-    if (onu.shut[index]) return "down";
-    const std::optional<LinkMode> link = link_of(onu.device.unis[index], onu.configs[index]);
-    return link ? to_text(*link) : "down";
-}
-
 void place_cells(Table &table, const BoundOnu &onu)
 {
     table.cell("pon_port", onu.pon_port);
@@ -85,7 +76,7 @@ void add_uni_attributes(Table &table, const BoundOnu &onu)
         place_cells(table, onu);
         table.cell("uni", index + 1);
         table.cell("admin", config.enabled);
-        table.cell("link", link_text(onu, index));
+        table.cell("link", link_text(onu.state, onu.links[index]));
         table.cell("autoneg", config.autoneg);
         table.cell("pause", config.pause);
         table.cell("ingress", config.ingress);
@@ -106,12 +97,6 @@ void add_onu_config(Table &table, const BoundOnu &onu)
     table.cell("description", std::string_view(onu.binding->description));
 }
 
-std::optional<std::string> vlan_text(const UniConfig &config)
-{
-    if (config.vlans.empty()) return std::nullopt;
-    return to_text(config.vlans);
-}
-
 void add_uni_configs(Table &table, const BoundOnu &onu)
 {
     for (uint32_t index = 0; index < onu.configs.size(); ++index) {
@@ -120,7 +105,7 @@ void add_uni_configs(Table &table, const BoundOnu &onu)
         table.cell("uni", index + 1);
         table.cell("line_rate", onu.device.unis[index].line_rate);
         table.cell("admin", config.enabled);
-        table.cell("link", link_text(onu, index));
+        table.cell("link", link_text(onu.state, onu.links[index]));
         table.cell("autoneg", config.autoneg);
         if (config.autoneg) {
             table.cell("speed", std::nullopt);
@@ -176,6 +161,18 @@ void add_vlan_lists(Table &table, const UniGroup &group)
 }
 
 } // namespace
+
+std::optional<std::string> link_text(OnuState state, const std::optional<LinkMode> &link)
+{
+    if (state != OnuState::online) return std::nullopt;
+    return link ? to_text(*link) : "down";
+}
+
+std::optional<std::string> vlan_text(const UniConfig &config)
+{
+    if (config.vlans.empty()) return std::nullopt;
+    return to_text(config.vlans);
+}
 
 std::string capabilities_table(std::span<const BoundOnu> onus)
 {

@@ -20,10 +20,16 @@ struct BoundOnu {
     const Binding *binding;
     OnuState state;
     Device device;
-    std::vector<UniConfig> configs; // of the device's UNI ports
-    std::vector<bool> shut;         // of these: by loop detection
-    UpgradeProgress upgrade = {};   // read by upgrade_table() alone
+    std::vector<UniConfig> configs;             // of the device's UNI ports, as the OLT told it
+    std::vector<std::optional<LinkMode>> links; // of these, while the ONU is online
+    UpgradeProgress upgrade = {};               // read by upgrade_table() alone
 };
+
+// Of one of its UNI ports, as the ONU reports it: nothing unless it is online.
+std::optional<std::string> link_text(OnuState state, const std::optional<LinkMode> &link);
+
+// The VLANs of a UNI port; nothing where its mode has none.
+std::optional<std::string> vlan_text(const UniConfig &config);
 
 std::string capabilities_table(std::span<const BoundOnu> onus);
 std::string upgrade_table(std::span<const BoundOnu> onus);

@@ -110,7 +110,7 @@ BoundOnu longest_onu(uint32_t pon_port, uint32_t onu_id, OnuState state)
             state,
             device,
             std::vector<UniConfig>(max_unis, longest_config),
-            std::vector<bool>(max_unis),
+            std::vector<std::optional<LinkMode>>(max_unis, LinkMode{1000, true}),
             upgrade};
 }
 
@@ -160,6 +160,7 @@ TEST(Longest, ADisabledPortIsNoLongerThanOneThatIsUp)
     const size_t up = uni_attributes_table(onu).size();
     for (UniConfig &config : onu[0].configs)
         config.enabled = false;
+    std::ranges::fill(onu[0].links, std::nullopt);
     EXPECT_LE(uni_attributes_table(onu).size(), up);
 }
 
@@ -257,6 +258,7 @@ TEST(UniAttributes, ARowLooksLikeThis)
     onu.configs.resize(2);
     onu.configs[0].egress.reset();
     onu.configs[1].enabled = false;
+    onu.links[1].reset();
     EXPECT_EQ(uni_attributes_table({&onu, 1}),
               R"([{"pon_port":3,"onu_id":7,"uni":1,"admin":true,"link":"1000FD","autoneg":false,"pause":false,)"
               R"("ingress":999999,"egress":null},)"
