@@ -1,0 +1,438 @@
+// UNI ports of remote ONUs: links, negotiation, rate limits, loops and classification.
+#include "model/loops.h"
+#include "uni.h"
+#include "views/onu_uni.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint32_t info = BSP_MSG_ONU_INFO, config = BSP_MSG_ONU_CFG;
+constexpr ModelTime second = ms_per_second;
+
+// A UNI port of the desk's ONU with a link at its line rate, which is negotiated.
+uint32_t linked_uni(const UniDesk &desk)
+{
+    const std::vector<UniConfig> configs = default_configs(1, desk.mac, desk.device);
+    for (uint32_t index = 0; index < configs.size(); ++index)
+        if (configs[index].autoneg && link_of(desk.device.unis[index], configs[index]) == LinkMode{100, true})
+            return index + 1;
+    ADD_FAILURE() << "no such port";
+    return 1;
+}
+
+uint32_t admin(UniDesk &desk, uint32_t uni)
+{
+    return desk.block(info, BSP_CMD_ONU_ADMIN_STATE_GET, uni, 4).get<uint32_t>(layout::onu_admin_state::on);
+}
+
+uint32_t phy(UniDesk &desk, uint32_t uni, uint32_t offset)
+{
+    return desk.block(info, BSP_CMD_ONU_PHY_INFO_GET, uni, 24).get<uint32_t>(offset);
+}
+
+OnuBlock abilities(std::initializer_list<uint32_t> technologies)
+{
+    namespace at = layout::onu_autoneg_adv;
+    OnuBlock block(24);
+    block.put<uint32_t>(at::count, static_cast<uint32_t>(technologies.size()));
+    uint32_t offset = at::ability;
+    for (const uint32_t technology : technologies) {
+        block.put<uint32_t>(offset, technology);
+        offset += at::ability_every;
+    }
+    return block;
+}
+
+OnuBlock limits(uint32_t up, uint32_t burst, uint32_t down, uint32_t peak)
+{
+    namespace at = layout::onu_rate_limit;
+    OnuBlock block(22);
+    block.put<uint32_t>(at::up_cir, up);
+    block.put<uint32_t>(at::up_cbs, burst);
+    block.put<uint32_t>(at::down_cir, down);
+    block.put<uint32_t>(at::down_pir, peak);
+    block.put<uint8_t>(at::up_on, 1);
+    block.put<uint8_t>(at::down_on, 1);
+    return block;
+}
+
+TEST(OnuUni, WhatItAnswersFollowsFromItsDefaults)
+{
+    UniDesk desk;
+    const std::vector<UniConfig> configs = default_configs(1, desk.mac, desk.device);
+    for (uint32_t uni = 1; uni <= configs.size(); ++uni) {
+        const UniConfig &wanted = configs[uni - 1];
+        namespace at = layout::onu_rate_limit;
+        EXPECT_EQ(admin(desk, uni), wanted.enabled);
+        EXPECT_EQ(desk.block(info, BSP_CMD_ONU_AUTONEG_GET, uni, 4), word_block(wanted.autoneg));
+        EXPECT_EQ(desk.block(config, BSP_CMD_ONU_PAUSE_GET, uni, 1).get<uint8_t>(layout::onu_pause::on), wanted.pause);
+        const OnuBlock limit = desk.block(config, BSP_CMD_ONU_RATE_LIMIT_GET, uni, 22);
+        EXPECT_EQ(limit.get<uint8_t>(at::up_on), wanted.ingress.has_value());
+        EXPECT_EQ(limit.get<uint32_t>(at::up_cir), wanted.ingress.value_or(0));
+        EXPECT_EQ(limit.get<uint32_t>(at::down_pir), wanted.egress.value_or(0));
+    }
+}
+
+TEST(OnuUni, APortThatIsSwitchedOffHasNoLinkOnceItKnows)
+{
+    UniDesk desk;
+    const uint32_t uni = linked_uni(desk);
+    ASSERT_EQ(desk.tell(info, BSP_CMD_ONU_ADMIN_STATE_SET, uni, word_block(0)), BSP_OK);
+    EXPECT_EQ(admin(desk, uni), 1u) << "it does not know yet";
+    EXPECT_EQ(desk.link(uni), "100FD");
+    EXPECT_FALSE(desk.table(config, BSP_CMD_VIEW_ONU_PORT_CONFIG)[uni - 1]["admin"].GetBool()) << "the OLT told it";
+    desk.pass(oam_delay);
+    EXPECT_EQ(admin(desk, uni), 0u);
+    EXPECT_EQ(desk.link(uni), "down");
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::link), 0u);
+}
+
+TEST(OnuUni, TheOtherPortsStayAsTheyAre)
+{
+    UniDesk desk;
+    const uint32_t before = admin(desk, 2);
+    ASSERT_EQ(desk.tell(info, BSP_CMD_ONU_ADMIN_STATE_SET, 1, word_block(1 - admin(desk, 1))), BSP_OK);
+    desk.pass(oam_delay);
+    EXPECT_EQ(admin(desk, 2), before);
+}
+
+TEST(OnuUni, TheNumberOfEnabledPortsCountsWhatWasTold)
+{
+    UniDesk desk;
+    const auto enabled = [&desk] { return desk.table(config, BSP_CMD_VIEW_ONU_CONFIG)[0]["enabled"].GetUint(); };
+    const uint32_t before = enabled();
+    ASSERT_EQ(desk.tell(info, BSP_CMD_ONU_ADMIN_STATE_SET, linked_uni(desk), word_block(0)), BSP_OK);
+    EXPECT_EQ(enabled(), before - 1);
+}
+
+TEST(OnuUni, SettingsSurviveARestart)
+{
+    const Folder folder;
+    uint32_t uni = 0;
+    {
+        UniDesk desk(able, folder.file("state"));
+        uni = linked_uni(desk);
+        ASSERT_EQ(desk.tell(info, BSP_CMD_ONU_ADMIN_STATE_SET, uni, word_block(0)), BSP_OK);
+        desk.pass(oam_delay);
+        desk.simulator.keep_time();
+    }
+    UniDesk desk(able, folder.file("state"));
+    EXPECT_EQ(admin(desk, uni), 0u);
+}
+
+TEST(OnuUni, NeitherAskedNorToldWhileItIsOfflineOrWithoutThePort)
+{
+    UniDesk desk;
+    for (const auto &[channel, command] : {std::pair{info, BSP_CMD_ONU_ADMIN_STATE_GET},
+                                           {info, BSP_CMD_ONU_AUTONEG_LOCAL_GET},
+                                           {info, BSP_CMD_ONU_AUTONEG_ADV_GET},
+                                           {info, BSP_CMD_ONU_PHY_INFO_GET},
+                                           {config, BSP_CMD_ONU_PAUSE_GET},
+                                           {config, BSP_CMD_ONU_RATE_LIMIT_GET},
+                                           {config, BSP_CMD_ONU_LOOP_DETECT_GET},
+                                           {config, BSP_CMD_ONU_VLAN_GET},
+                                           {info, BSP_CMD_ONU_CLASSIFICATION_GET}}) {
+        EXPECT_EQ(desk.ask(channel, command, 1, 6).status, PON_ERR_OFFLINE) << command;
+        EXPECT_EQ(desk.ask(channel, command, 0).status, PON_ERR_NO_UNI) << command;
+        EXPECT_EQ(desk.ask(channel, command, 5).status, PON_ERR_NO_UNI) << command;
+    }
+    EXPECT_EQ(desk.tell(info, BSP_CMD_ONU_ADMIN_STATE_SET, 1, word_block(1), 6), PON_ERR_OFFLINE);
+    EXPECT_EQ(desk.tell(info, BSP_CMD_ONU_CLASSIFICATION_SET, 1, OnuBlock(298), 6), PON_ERR_OFFLINE);
+    EXPECT_EQ(desk.tell(config, BSP_CMD_ONU_LOOP_DETECT_SET, 5, word_block(1)), PON_ERR_NO_UNI);
+}
+
+TEST(OnuUni, SwitchesAre0Or1)
+{
+    UniDesk desk;
+    EXPECT_EQ(desk.tell(info, BSP_CMD_ONU_ADMIN_STATE_SET, 1, word_block(2)), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(desk.tell(info, BSP_CMD_ONU_AUTONEG_SET, 1, word_block(0x01000000)), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(desk.tell(config, BSP_CMD_ONU_PAUSE_SET, 1, OnuBlock(std::string(1, 2))), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(desk.tell(config, BSP_CMD_ONU_LOOP_DETECT_SET, 1, word_block(2)), PON_ERR_BAD_RECORD);
+}
+
+TEST(OnuUni, FlowControlNeedsFullDuplex)
+{
+    UniDesk desk;
+    const uint32_t uni = linked_uni(desk);
+    desk.tell(config, BSP_CMD_ONU_PAUSE_SET, uni, OnuBlock(std::string(1, 1)));
+    desk.pass(oam_delay);
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::pause), 1u);
+    desk.tell(info, BSP_CMD_ONU_AUTONEG_ADV_SET, uni, abilities({25}));
+    desk.pass(oam_delay);
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::full_duplex), 0u);
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::pause), 0u);
+}
+
+TEST(OnuAutoneg, AnFePortOffersFourAbilitiesAndAGePortFive)
+{
+    UniDesk fe;
+    EXPECT_EQ(fe.block(info, BSP_CMD_ONU_AUTONEG_LOCAL_GET, 1, 24), abilities({14, 142, 25, 252}));
+    UniDesk ge("B400");
+    EXPECT_EQ(ge.block(info, BSP_CMD_ONU_AUTONEG_LOCAL_GET, 1, 24), abilities({14, 142, 25, 252, 402}));
+    EXPECT_EQ(ge.block(info, BSP_CMD_ONU_AUTONEG_ADV_GET, 1, 24), abilities({14, 142, 25, 252, 402}));
+}
+
+TEST(OnuAutoneg, TheLinkIsTheBestThatIsOffered)
+{
+    UniDesk desk;
+    const uint32_t uni = linked_uni(desk);
+    for (const auto &[offered, link] : {std::pair{abilities({142, 14}), "10FD"}, {abilities({25, 142}), "100HD"}}) {
+        ASSERT_EQ(desk.tell(info, BSP_CMD_ONU_AUTONEG_ADV_SET, uni, offered), BSP_OK);
+        desk.pass(oam_delay);
+        EXPECT_EQ(desk.link(uni), link);
+        EXPECT_EQ(desk.block(info, BSP_CMD_ONU_AUTONEG_ADV_GET, uni, 24), offered);
+    }
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::speed), 100u);
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::line_rate), 100u);
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::negotiation), 2u);
+}
+
+TEST(OnuAutoneg, WithoutItTheLinkIsAsConfigured)
+{
+    UniDesk desk;
+    const uint32_t uni = linked_uni(desk);
+    ASSERT_EQ(desk.tell(info, BSP_CMD_ONU_AUTONEG_SET, uni, word_block(0)), BSP_OK);
+    desk.pass(oam_delay);
+    EXPECT_EQ(desk.link(uni), to_text(default_configs(1, desk.mac, desk.device)[uni - 1].forced));
+    EXPECT_EQ(phy(desk, uni, layout::onu_phy_info::negotiation), 0u);
+}
+
+TEST(OnuAutoneg, NoCommonModeIsNoLink)
+{
+    const Uni hub{.line_rate = 100, .partner = LinkMode{10, false}};
+    UniConfig offers{};
+    offers.enabled = offers.autoneg = true;
+    EXPECT_EQ(link_of(hub, offers), (LinkMode{10, false}));
+    offers.offered = 0b1110; // all but 10BASE-T
+    EXPECT_EQ(link_of(hub, offers), std::nullopt);
+}
+
+TEST(OnuAutoneg, OnlyWhatThePortCanIsOfferedOnceAndAtLeastOne)
+{
+    UniDesk desk;
+    OnuBlock behind = abilities({14});
+    behind.put<uint32_t>(layout::onu_autoneg_adv::ability + 4, 142);
+    OnuBlock many = abilities({14});
+    many.put<uint32_t>(layout::onu_autoneg_adv::count, 6);
+    for (const OnuBlock &bad : {abilities({}), abilities({402}), abilities({14, 14}), abilities({1}), behind, many})
+        EXPECT_EQ(desk.tell(info, BSP_CMD_ONU_AUTONEG_ADV_SET, 1, bad), PON_ERR_BAD_RECORD);
+}
+
+TEST(OnuRateLimit, IsAnsweredAndShownAsItWasTold)
+{
+    UniDesk desk;
+    const OnuBlock told = limits(2000, 1522, 3000, 4000);
+    ASSERT_EQ(desk.tell(config, BSP_CMD_ONU_RATE_LIMIT_SET, 1, told), BSP_OK);
+    desk.pass(oam_delay);
+    EXPECT_EQ(desk.block(config, BSP_CMD_ONU_RATE_LIMIT_GET, 1, 22), told);
+    const rapidjson::Document rows = desk.table(config, BSP_CMD_VIEW_ONU_PORT_CONFIG);
+    EXPECT_EQ(rows[0]["ingress"].GetUint(), 2000u);
+    EXPECT_EQ(rows[0]["egress"].GetUint(), 4000u);
+    ASSERT_EQ(desk.tell(config, BSP_CMD_ONU_RATE_LIMIT_SET, 1, OnuBlock(22)), BSP_OK);
+    EXPECT_TRUE(desk.table(config, BSP_CMD_VIEW_ONU_PORT_CONFIG)[0]["ingress"].IsNull());
+}
+
+TEST(OnuRateLimit, HasBounds)
+{
+    UniDesk desk;
+    OnuBlock wrong_switch = limits(1, 1522, 1, 1);
+    wrong_switch.put<uint8_t>(layout::onu_rate_limit::down_on, 2);
+    OnuBlock excess = limits(1, 1522, 1, 1);
+    excess.put<uint32_t>(layout::onu_rate_limit::up_ebs, 0x1000000);
+    for (const OnuBlock &bad : {limits(0, 1522, 1, 1), limits(max_rate_limit + 1, 1522, 1, 1), limits(1, 1521, 1, 1),
+                                limits(1, 0x1000000, 1, 1), limits(1, 1522, 0, 0), limits(1, 1522, 2, 1),
+                                limits(1, 1522, 1, max_rate_limit + 1), wrong_switch, excess})
+        EXPECT_EQ(desk.tell(config, BSP_CMD_ONU_RATE_LIMIT_SET, 1, bad), PON_ERR_BAD_RECORD);
+    const OnuBlock most = limits(max_rate_limit, 0xffffff, max_rate_limit, max_rate_limit);
+    EXPECT_EQ(desk.tell(config, BSP_CMD_ONU_RATE_LIMIT_SET, 1, most), BSP_OK);
+}
+
+// The OLT detects loops, and there is one behind UNI port 1.
+struct LoopedDesk : UniDesk {
+    LoopedDesk()
+    {
+        simulator.change(detect_loops(simulator.olt(), 1).change);
+        simulator.change(set_loop(simulator.olt(), {1, mac, 1}, true).change);
+    }
+    std::pair<uint32_t, uint32_t> state()
+    {
+        namespace at = layout::onu_loop_detect;
+        const OnuBlock answer = block(config, BSP_CMD_ONU_LOOP_DETECT_GET, 1, 8);
+        return {answer.get<uint32_t>(at::on), answer.get<uint32_t>(at::state)};
+    }
+};
+
+TEST(OnuLoopDetect, SeesALoopAndThatThePortIsShutForIt)
+{
+    LoopedDesk desk;
+    EXPECT_EQ(desk.state(), std::pair(1u, 1u));
+    desk.pass(5 * second);
+    EXPECT_EQ(desk.state(), std::pair(1u, 2u));
+}
+
+TEST(OnuLoopDetect, SeesAndShutsNothingWhileItIsOff)
+{
+    LoopedDesk desk;
+    ASSERT_EQ(desk.tell(config, BSP_CMD_ONU_LOOP_DETECT_SET, 1, word_block(0)), BSP_OK);
+    desk.pass(10 * second);
+    EXPECT_EQ(desk.state(), std::pair(0u, 0u));
+    EXPECT_FALSE(desk.simulator.olt().shut({1, desk.mac, 1}));
+}
+
+TEST(OnuLoopDetect, ShutsAnIntervalAfterTheOnuLearnedThatItIsOn)
+{
+    LoopedDesk desk;
+    ASSERT_EQ(desk.tell(config, BSP_CMD_ONU_LOOP_DETECT_SET, 1, word_block(0)), BSP_OK);
+    desk.pass(10 * second);
+    ASSERT_EQ(desk.tell(config, BSP_CMD_ONU_LOOP_DETECT_SET, 1, word_block(1)), BSP_OK);
+    desk.pass(oam_delay + 5 * second - 1);
+    EXPECT_EQ(desk.state(), std::pair(1u, 1u));
+    desk.pass(1);
+    EXPECT_EQ(desk.state(), std::pair(1u, 2u));
+}
+
+// A rule of one condition.
+struct RuleBytes {
+    uint8_t precedence, queue, mark, field, low_byte, op;
+};
+
+OnuBlock rules(uint8_t action, std::initializer_list<RuleBytes> list)
+{
+    namespace at = layout::onu_classification;
+    OnuBlock block(298);
+    block.put<uint8_t>(at::action, action);
+    block.put<uint8_t>(at::count, static_cast<uint8_t>(list.size()));
+    uint32_t step = 0;
+    for (const RuleBytes &rule : list) {
+        block.put<uint8_t>(at::precedence + step, rule.precedence);
+        block.put<uint8_t>(at::length + step, 11);
+        block.put<uint8_t>(at::queue + step, rule.queue);
+        block.put<uint8_t>(at::mark + step, rule.mark);
+        block.put<uint8_t>(at::entries + step, 1);
+        block.put<uint8_t>(at::field_a + step, rule.field);
+        block.put<uint8_t>(at::value_a + step + 5, rule.low_byte);
+        block.put<uint8_t>(at::operator_a + step, rule.op);
+        step += 37;
+    }
+    return block;
+}
+
+struct ClassDesk : UniDesk {
+    uint32_t change(const OnuBlock &block)
+    {
+        const uint32_t status = tell(info, BSP_CMD_ONU_CLASSIFICATION_SET, 1, block);
+        pass(oam_delay);
+        return status;
+    }
+    OnuBlock told() { return block(info, BSP_CMD_ONU_CLASSIFICATION_GET, 1, 298); }
+};
+
+constexpr RuleBytes voice{3, 3, 7, 2, 7, 1}, video{5, 2, 255, 3, 100, 1}, rest{9, 0, 255, 0, 0, 7};
+
+TEST(OnuClassification, RulesAreAddedAndComeInOrderOfPrecedence)
+{
+    ClassDesk desk;
+    EXPECT_EQ(desk.told(), rules(1, {}));
+    ASSERT_EQ(desk.change(rules(1, {rest, voice})), BSP_OK);
+    ASSERT_EQ(desk.change(rules(1, {video})), BSP_OK);
+    EXPECT_EQ(desk.told(), rules(1, {voice, video, rest}));
+}
+
+TEST(OnuClassification, ARuleTakesThePlaceOfAnother)
+{
+    ClassDesk desk;
+    ASSERT_EQ(desk.change(rules(1, {voice, rest})), BSP_OK);
+    RuleBytes other = voice;
+    other.queue = 1;
+    ASSERT_EQ(desk.change(rules(1, {other})), BSP_OK);
+    EXPECT_EQ(desk.told(), rules(1, {other, rest}));
+}
+
+TEST(OnuClassification, RulesAreDeletedByPrecedenceOrAll)
+{
+    ClassDesk desk;
+    ASSERT_EQ(desk.change(rules(1, {voice, video, rest})), BSP_OK);
+    ASSERT_EQ(desk.change(rules(0, {video})), BSP_OK);
+    EXPECT_EQ(desk.told(), rules(1, {voice, rest}));
+    EXPECT_EQ(desk.change(rules(2, {voice})), PON_ERR_BAD_RECORD);
+    ASSERT_EQ(desk.change(rules(2, {})), BSP_OK);
+    EXPECT_EQ(desk.told(), rules(1, {}));
+}
+
+TEST(OnuClassification, ThereAre8RulesAtMost)
+{
+    ClassDesk desk;
+    for (uint8_t precedence = 1; precedence <= 8; ++precedence)
+        ASSERT_EQ(desk.change(rules(1, {{precedence, 0, 255, 0, 0, 7}})), BSP_OK);
+    EXPECT_EQ(desk.change(rules(1, {rest})), PON_ERR_TABLE_FULL);
+    OnuBlock nine = rules(0, {});
+    nine.put<uint8_t>(layout::onu_classification::count, 9);
+    EXPECT_EQ(desk.change(nine), PON_ERR_BAD_RECORD);
+}
+
+TEST(OnuClassification, QueuesBeyondThoseOfTheOnuItIsNotAbleTo)
+{
+    ClassDesk desk; // has 4
+    EXPECT_EQ(desk.change(rules(1, {{1, 4, 255, 0, 0, 7}})), PON_ERR_NOT_ABLE);
+    EXPECT_EQ(desk.change(rules(1, {{1, 8, 255, 0, 0, 7}})), PON_ERR_BAD_RECORD);
+}
+
+TEST(OnuClassification, WhatMakesNoSenseIsRefused)
+{
+    ClassDesk desk;
+    OnuBlock no_entry = rules(1, {voice});
+    no_entry.put<uint8_t>(layout::onu_classification::entries, 0);
+    OnuBlock five_entries = rules(1, {voice});
+    five_entries.put<uint8_t>(layout::onu_classification::entries, 5);
+    constexpr RuleBytes wrong_mark{1, 0, 8, 0, 0, 7}, wrong_field{1, 0, 255, 12, 0, 1},
+        wrong_operator{1, 0, 255, 0, 0, 8}, too_wide{1, 0, 255, 2, 8, 4};
+    for (const OnuBlock &bad : {no_entry, five_entries, rules(3, {}), rules(1, {voice, voice}), rules(1, {wrong_mark}),
+                                rules(1, {wrong_field}), rules(1, {wrong_operator}), rules(1, {too_wide})})
+        EXPECT_EQ(desk.change(bad), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(desk.told(), rules(1, {}));
+}
+
+// The text that an answer carries.
+std::string text_of(const Reply &reply)
+{
+    return reply.answer ? reply.answer->c_str() + offsetof(bsp_onu_msg, onu_data) : "no answer";
+}
+
+TEST(OnuLinkState, IsATextInTheAnswer)
+{
+    UniDesk desk;
+    const uint32_t uni = linked_uni(desk);
+    const Reply reply = desk.ask(config, BSP_CMD_ONU_LINK_STATE_GET);
+    EXPECT_EQ(text_of(reply), reply.result);
+    const rapidjson::Document rows = parse(text_of(reply));
+    ASSERT_EQ(rows.Size(), desk.device.unis.size());
+    EXPECT_EQ(rows[uni - 1]["uni"].GetUint(), uni);
+    EXPECT_STREQ(rows[uni - 1]["link"].GetString(), "100FD");
+    EXPECT_FALSE(rows[uni - 1]["shut"].GetBool());
+}
+
+TEST(OnuLinkState, OfAnOnuThatIsOfflineIsUnknown)
+{
+    UniDesk desk;
+    for (const auto &row : parse(text_of(desk.ask(config, BSP_CMD_ONU_LINK_STATE_GET, 0, 6))).GetArray())
+        EXPECT_TRUE(row["link"].IsNull());
+}
+
+TEST(OnuLinkState, OfNoOnuIsAStatusAndATextOfNoRows)
+{
+    UniDesk desk;
+    const Reply reply = desk.ask(config, BSP_CMD_ONU_LINK_STATE_GET, 0, 7);
+    EXPECT_EQ(reply.status, PON_ERR_NOT_BOUND);
+    EXPECT_EQ(text_of(reply), "[]");
+}
+
+TEST(OnuLinkState, OfTheLargestOnuFitsTheAnswer)
+{
+    const std::vector<UniLink> unis(max_unis, UniLink{false, "1000FD", false});
+    EXPECT_LE(onu_links_table(unis).size(), 1535u);
+}
+
+} // namespace
+} // namespace ponsim

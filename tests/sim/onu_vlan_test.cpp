@@ -1,0 +1,177 @@
+// VLANs of the UNI ports of remote ONUs.
+#include "uni.h"
+#include "views/onu_uni.h"
+
+namespace ponsim
+{
+namespace
+{
+
+namespace at = layout::onu_vlan;
+
+constexpr uint32_t config = BSP_MSG_ONU_CFG;
+
+OnuBlock vlans(VlanMode mode, uint16_t pvid, std::initializer_list<Vlan> list = {})
+{
+    OnuBlock block(159);
+    block.put<uint8_t>(at::mode, static_cast<uint8_t>(mode));
+    block.put<uint8_t>(at::count, static_cast<uint8_t>(list.size()));
+    block.put<uint16_t>(at::pvid, pvid);
+    block.put<uint8_t>(at::priority, 3);
+    block.put<uint16_t>(at::tpid, 0x88a8);
+    uint32_t step = 0;
+    for (const Vlan &vlan : list) {
+        block.put<uint16_t>(at::user + step, static_cast<uint16_t>(vlan.user));
+        block.put<uint16_t>(at::network + step, static_cast<uint16_t>(vlan.network));
+        step += 4;
+    }
+    return block;
+}
+
+template <class Number>
+OnuBlock with(OnuBlock block, uint32_t offset, Number number)
+{
+    block.put<Number>(offset, number);
+    return block;
+}
+
+uint32_t tell(UniDesk &desk, const OnuBlock &block, uint32_t uni = 1)
+{
+    return desk.tell(config, BSP_CMD_ONU_VLAN_SET, uni, block);
+}
+
+OnuBlock told(UniDesk &desk, uint32_t uni = 1)
+{
+    return desk.block(config, BSP_CMD_ONU_VLAN_GET, uni, 159);
+}
+
+std::string text_of(const rapidjson::Value &cell)
+{
+    return cell.IsNull() ? "null" : cell.GetString();
+}
+
+TEST(OnuVlan, OfAnyOnuIsAsTheTablesSayUntilItIsTold)
+{
+    for (const std::string_view model : {"S100", "S040", "E020", "H132", "B400"}) {
+        UniDesk desk(model);
+        const rapidjson::Document rows = desk.table(config, BSP_CMD_VIEW_ONU_VLAN);
+        ASSERT_EQ(rows.Size(), desk.device.unis.size());
+        for (const auto &row : rows.GetArray()) {
+            const OnuBlock block = told(desk, row["uni"].GetUint());
+            std::vector<Vlan> list;
+            for (uint32_t pair = 0; pair < block.get<uint8_t>(at::count); ++pair)
+                list.push_back({block.get<uint16_t>(at::user + 4 * pair), block.get<uint16_t>(at::network + 4 * pair)});
+            EXPECT_EQ(text_of(row["vlan_mode"]), to_text(VlanMode{block.get<uint8_t>(at::mode)}));
+            EXPECT_EQ(row["pvid"].GetUint(), block.get<uint16_t>(at::pvid));
+            EXPECT_EQ(row["priority"].GetUint(), block.get<uint8_t>(at::priority));
+            EXPECT_EQ(row["tpid"].GetUint(), block.get<uint16_t>(at::tpid));
+            EXPECT_EQ(text_of(row["vlans"]), list.empty() ? "null" : to_text(list));
+        }
+    }
+}
+
+TEST(OnuVlan, WhatAnOnuHasCanBeToldAgain)
+{
+    for (const std::string_view model : {"S100", "S040", "E020", "H132", "B400"}) {
+        UniDesk desk(model);
+        for (uint32_t uni = 1; uni <= desk.device.unis.size(); ++uni)
+            EXPECT_EQ(tell(desk, told(desk, uni), uni), BSP_OK) << model << uni;
+    }
+}
+
+TEST(OnuVlan, TheOltShowsItAtOnceAndTheOnuHasItLater)
+{
+    UniDesk desk;
+    const OnuBlock before = told(desk);
+    const OnuBlock trunk = vlans(VlanMode::trunk, 4094, {{1, 1}, {4094, 4094}});
+    ASSERT_EQ(tell(desk, trunk), BSP_OK);
+    EXPECT_EQ(told(desk), before);
+    for (const uint32_t view : {BSP_CMD_VIEW_ONU_VLAN, BSP_CMD_VIEW_ONU_PORT_CONFIG}) {
+        const rapidjson::Document rows = desk.table(config, view);
+        EXPECT_EQ(text_of(rows[0]["vlan_mode"]), "trunk");
+        EXPECT_EQ(text_of(rows[0]["vlans"]), "1,4094");
+    }
+    desk.pass(oam_delay);
+    EXPECT_EQ(told(desk), trunk);
+}
+
+TEST(OnuVlan, AllViewsOfVlansShowWhatWasTold)
+{
+    UniDesk desk;
+    for (uint32_t uni = 1; uni <= max_unis; ++uni)
+        ASSERT_EQ(tell(desk, vlans(VlanMode::translation, 7, {{10, 110}, {20, 120}}), uni), BSP_OK);
+    const rapidjson::Document modes = desk.table(BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_MODE_SNMP);
+    EXPECT_EQ(modes[0]["onu_id"].GetUint(), 5u);
+    EXPECT_EQ(modes[0]["transl"].GetUint(), 4u);
+    EXPECT_EQ(desk.table(BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP)[0]["vlans"].GetUint(), 8u);
+}
+
+TEST(OnuVlan, SurviveARestart)
+{
+    const Folder folder;
+    const OnuBlock tag = vlans(VlanMode::tag, 77);
+    {
+        UniDesk desk(able, folder.file("state"));
+        ASSERT_EQ(tell(desk, tag), BSP_OK);
+        desk.pass(oam_delay);
+        desk.simulator.keep_time();
+    }
+    UniDesk desk(able, folder.file("state"));
+    EXPECT_EQ(told(desk), tag);
+}
+
+TEST(OnuVlan, NotEveryOnuTranslatesOrIsATrunk)
+{
+    const OnuBlock translation = vlans(VlanMode::translation, 1, {{10, 20}});
+    const OnuBlock trunk = vlans(VlanMode::trunk, 1, {{10, 10}});
+    UniDesk translator("S100");
+    EXPECT_EQ(tell(translator, translation), BSP_OK);
+    EXPECT_EQ(tell(translator, trunk), PON_ERR_NOT_ABLE);
+    UniDesk neither("E020");
+    EXPECT_EQ(tell(neither, translation), PON_ERR_NOT_ABLE);
+    EXPECT_EQ(tell(neither, vlans(VlanMode::tag, 10)), BSP_OK);
+}
+
+TEST(OnuVlan, VlansAre1To4094)
+{
+    UniDesk desk;
+    for (const uint16_t wrong : {0, 4095}) {
+        EXPECT_EQ(tell(desk, vlans(VlanMode::tag, wrong)), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(tell(desk, vlans(VlanMode::translation, 1, {{wrong, 5}})), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(tell(desk, vlans(VlanMode::translation, 1, {{5, wrong}})), PON_ERR_BAD_RECORD);
+    }
+}
+
+TEST(OnuVlan, WhatMakesNoSenseIsRefused)
+{
+    UniDesk desk;
+    const OnuBlock tag = vlans(VlanMode::tag, 10);
+    for (const OnuBlock &bad :
+         {vlans(VlanMode{4}, 10), vlans(VlanMode::tag, 10, {{1, 1}}), vlans(VlanMode::trunk, 10),
+          vlans(VlanMode::trunk, 10, {{1, 2}}), vlans(VlanMode::translation, 10, {{20, 1}, {10, 2}}),
+          vlans(VlanMode::translation, 10, {{10, 2}, {10, 3}}), vlans(VlanMode::translation, 10, {{10, 2}, {11, 2}}),
+          with<uint8_t>(tag, at::priority, 8), with<uint16_t>(tag, at::tpid, 0x05ff), with<uint16_t>(tag, at::user, 1),
+          with<uint8_t>(tag, at::tpid - 1, 1), with<uint8_t>(tag, 352 + 158, 1), with<uint8_t>(tag, at::count, 9)})
+        EXPECT_EQ(tell(desk, bad), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(tell(desk, tag), BSP_OK);
+}
+
+TEST(OnuVlan, AreShownWhileTheOnuIsOfflineButNotOfNone)
+{
+    UniDesk desk;
+    EXPECT_EQ(desk.table(config, BSP_CMD_VIEW_ONU_VLAN, 6).Size(), device_of(1, stranger(6)).unis.size());
+    EXPECT_EQ(desk.ask(config, BSP_CMD_VIEW_ONU_VLAN, 0, 7).status, PON_ERR_NOT_BOUND);
+}
+
+TEST(OnuVlan, TheLongestTableStaysWithin10240)
+{
+    UniConfig longest{};
+    longest.vlan_mode = VlanMode::translation;
+    longest.pvid = 4094;
+    longest.tpid = 0xffff;
+    longest.vlans.assign(max_vlans, {4093, 4094});
+    EXPECT_LE(onu_vlans_table(16, 127, std::vector<UniConfig>(max_unis, longest)).size(), 10240u);
+}
+
+} // namespace
+} // namespace ponsim
