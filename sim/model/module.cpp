@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr uint64_t hour = 3600; // s
-constexpr uint64_t half_day = 12 * hour;
+static_assert(half_day == 12 * hour);
 constexpr uint64_t horizon = 1000 * 365 * 2 * half_day; // how far ahead alarms are looked for
 
 constexpr int32_t degree = 256; // of temperature
@@ -82,14 +82,6 @@ constexpr uint32_t bit_of(Alarm alarm)
     return 1u << static_cast<uint32_t>(alarm);
 }
 
-// How far the room is between the coldest hour, midnight, and the warmest, noon: 0 to half_day. A straight line each
-// way, so that all that follows it is exact.
-uint64_t warmth(uint64_t second)
-{
-    const uint64_t of_day = second % (2 * half_day);
-    return std::min(of_day, 2 * half_day - of_day);
-}
-
 int32_t number_from(Random &random, uint32_t least, uint32_t range)
 {
     return static_cast<int32_t>(least + random.below(range + 1));
@@ -123,6 +115,12 @@ uint64_t first_second(uint64_t from, uint64_t to, Holds holds)
 }
 
 } // namespace
+
+uint64_t warmth(uint64_t second)
+{
+    const uint64_t of_day = second % (2 * half_day);
+    return std::min(of_day, 2 * half_day - of_day);
+}
 
 int32_t path_loss(uint32_t distance)
 {

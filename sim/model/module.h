@@ -52,6 +52,11 @@ struct ModuleType {
     uint32_t hours_per_power;
 };
 
+inline constexpr uint64_t half_day = 12 * 60 * 60; // s
+// How far the room is between the coldest hour, midnight, and the warmest, noon: 0 to half_day. A straight line each
+// way, so that all that follows it is exact.
+uint64_t warmth(uint64_t second);
+
 // The light that is lost on the way from an ONU to its port, in 0.01 dB.
 int32_t path_loss(uint32_t distance);
 // What an ONU launches, in 0.01 dBm.

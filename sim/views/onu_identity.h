@@ -1,0 +1,16 @@
+// The tables of what ONUs are.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "model/onu_identity.h"
+
+namespace ponsim
+{
+
+// The UNI ports of one ONU, from port 1 on. Their links show while it is online.
+std::string onu_unis_table(std::span<const OnuUni> unis, bool online);
+std::string onu_serial_numbers_table(std::span<const RemoteOnu> onus);
+
+} // namespace ponsim
