@@ -4,7 +4,6 @@
 #include <bit>
 #include <set>
 
-#include "handlers/handler.h"
 #include "model/llid.h"
 #include "optics.h"
 #include "rows.h"
