@@ -12,7 +12,7 @@ namespace ponsim
 namespace
 {
 
-constexpr ModelTime longest_step = 1000ull * 365 * 24 * 3600; // s: a thousand years
+constexpr ModelTime longest_step = 10ull * 365 * 24 * 3600; // s: ten years
 
 std::string seconds(ModelTime time)
 {

@@ -6,7 +6,9 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/alarms.h"
+#include "model/images.h"
 #include "model/registration.h"
+#include "model/upgrade.h"
 
 namespace ponsim
 {
@@ -114,15 +116,19 @@ Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
     const PonPort *port = olt.port(pon_port);
     if (const uint32_t status = check_bound(port, onu_ids)) return refuse(status);
     Plan plan{BSP_OK};
+    std::vector<Mac> macs;
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
         if (!onu_ids[onu_id]) continue;
         const Binding &binding = *port->bindings[onu_id];
         if (!port->online(binding)) return refuse(PON_ERR_OFFLINE);
         OnuRecord record = port->record(binding.mac);
         ++record.reboots;
+        start_committed(olt, *port, binding.mac, record, plan.change);
         plan.change.onus.push_back({pon_port, binding.mac, record});
         raise(*port, binding.mac, Alarm::dying_gasp, plan.change);
+        macs.push_back(binding.mac);
     }
+    interrupt_runs(olt, *port, macs, plan.change);
     return plan;
 }
 

@@ -35,8 +35,8 @@ Plan release_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 Plan release_all(const Olt &olt, uint32_t pon_port);
 Plan release_offline(const Olt &olt, uint32_t pon_port);
 
-// Reboots all of the ids or, where one is not bound or not online, none. The ONUs are back at once: a reboot shows in
-// their count of reboots only.
+// Reboots all of the ids or, where one is not bound or not online, none. The ONUs are back at once, and
+// run their committed images. What they were downloading is lost.
 Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids);
 
 // The ONUs bound to the ids exchange these ids, so that MAC addresses ascend with ids. Ids not bound are left aside.

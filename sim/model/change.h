@@ -47,7 +47,7 @@ struct Binding {
 struct OnuRecord {
     bool supported = true;
     uint32_t reboots = 0;
-    std::string software = {};     // version that it was upgraded to; empty: that of its device
+    std::string software = {};     // version of the image that took the place of its own; empty: that of its device
     std::string upgrade_type = {}; // bound to it; empty: that of the port
     bool bad_image = false;        // what it downloads fails verification
     bool powered = true;           // without power it is not on the fibre
@@ -133,7 +133,7 @@ struct UpgradeType {
 // The upgrade of an ONU that is under way, or its last one.
 struct UpgradeRun {
     enum class State : uint32_t { queued, downloading, verifying, rebooting, done, failed };
-    enum class Reason : uint32_t { none, offline, released, rejected, verification };
+    enum class Reason : uint32_t { none, offline, released, rejected, verification, rebooted };
 
     std::string type;    // name of its upgrade type
     std::string version; // of the type, as the run began

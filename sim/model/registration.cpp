@@ -3,6 +3,8 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/alarms.h"
+#include "model/images.h"
+#include "model/upgrade.h"
 
 namespace ponsim
 {
@@ -66,7 +68,12 @@ Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
     OnuRecord record = port->record(mac);
     if (record.powered == on) return {BSP_OK};
     record.powered = on;
-    Plan plan{BSP_OK, {.onus = {{pon_port, mac, record}}}};
+    Plan plan{BSP_OK};
+    if (on) {
+        start_committed(olt, *port, mac, record, plan.change);
+        interrupt_runs(olt, *port, {&mac, 1}, plan.change);
+    }
+    plan.change.onus.push_back({pon_port, mac, record});
     if (on && port->reach().contains(*arrival)) {
         Registration registration(olt, *port, port->authentication, plan.change);
         arrive(*port, *arrival, registration, plan.change);

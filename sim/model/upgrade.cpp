@@ -6,6 +6,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/admission.h"
+#include "model/images.h"
 
 namespace ponsim
 {
@@ -74,13 +75,30 @@ bool is_full(const PonPort &port, const Mac &mac)
     return !port.onus.contains(mac) && port.onus.size() >= max_onu_records;
 }
 
-// A run of a bound ONU as it begins, or why it cannot.
+bool fits(const UpgradeType &type, const DeviceType &device)
+{
+    return type.vendor == device.vendor && type.model == device.model;
+}
+
+// The name of the type with this file that fits the device, or of another with it; empty where there is none.
+std::string type_with_file(const Olt &olt, const std::string &file, const DeviceType &device)
+{
+    std::string found;
+    for (const auto &[name, type] : olt.upgrade_types()) {
+        if (type.file != file) continue;
+        if (fits(type, device)) return name;
+        found = name;
+    }
+    return found;
+}
+
+// A run of a bound ONU with the type of this name, as it begins, or why it cannot.
 struct Start {
     uint32_t status;
     UpgradeRun run;
 };
 
-Start start_of(const Olt &olt, const PonPort &port, const Binding &binding)
+Start start_of(const Olt &olt, const PonPort &port, const Binding &binding, const std::string &name)
 {
     if (!port.online(binding)) {
         const bool reboots = port.upgrades.rebooting(binding.mac);
@@ -88,13 +106,19 @@ Start start_of(const Olt &olt, const PonPort &port, const Binding &binding)
     }
     const UpgradeRun *last = port.upgrades.find(binding.mac);
     if (last && last->under_way()) return {PON_ERR_UPGRADING, {}};
-    const std::string name = type_of(olt, port, binding.mac);
     if (name.empty()) return {PON_ERR_NO_UPGRADE_TYPE, {}};
     const UpgradeType &type = olt.upgrade_types().at(name);
     const Device device = device_at(olt, port, binding.mac);
-    if (type.vendor != device.type->vendor || type.model != device.type->model) return {PON_ERR_WRONG_UPGRADE_TYPE, {}};
+    if (!fits(type, *device.type)) return {PON_ERR_WRONG_UPGRADE_TYPE, {}};
     if (type.version == device.software) return {PON_ERR_UP_TO_DATE, {}};
     return {BSP_OK, {name, type.version, type.size, State::queued, olt.now()}};
+}
+
+Plan start_one(const PonPort &port, const Binding &binding, Start start)
+{
+    if (start.status != BSP_OK) return refuse(start.status);
+    if (port.upgrades.downloads() < max_downloads) start.run.state = State::downloading;
+    return {BSP_OK, {.upgrade_runs = {{port.number, binding.mac, start.run}}}};
 }
 
 // Why a run cannot go on. A reboot of its own does not count.
@@ -121,16 +145,17 @@ UpgradeRun failed(const Olt &olt, const UpgradeRun &run, Reason reason)
     return result;
 }
 
-// The first runs that wait and can go on take the place of a download that has ended.
-void start_next(const Olt &olt, const PonPort &port, Change &change)
+// The first runs that wait and can go on take the places of so many downloads that have ended.
+void start_next(const Olt &olt, const PonPort &port, uint32_t places, Change &change)
 {
     for (const auto &[since, mac] : port.upgrades.queued()) {
+        if (places == 0) return;
         const UpgradeRun &run = *port.upgrades.find(mac);
         const Reason reason = hindrance(olt, port, mac);
         const bool good = reason == Reason::none;
         change.upgrade_runs.push_back(
             {port.number, mac, good ? moved(olt, run, State::downloading) : failed(olt, run, reason)});
-        if (good) return;
+        places -= good;
     }
 }
 
@@ -145,7 +170,7 @@ UpgradeRun step(const Olt &olt, const PonPort &port, const Mac &mac, Change &cha
     case State::verifying:
         return record.bad_image ? failed(olt, run, Reason::verification) : moved(olt, run, State::rebooting);
     default:
-        record.software = run.version;
+        start_upgraded(olt, port, mac, run, record, change);
         ++record.reboots;
         change.onus.push_back({port.number, mac, record});
         return moved(olt, run, State::done);
@@ -170,7 +195,7 @@ Change take_steps(const Olt &olt)
         const UpgradeRuns::Times &times = port.upgrades.stepping();
         if (times.empty() || times.begin()->first > olt.now()) continue;
         const Mac &mac = times.begin()->second;
-        if (port.upgrades.find(mac)->state == State::downloading) start_next(olt, port, change);
+        if (port.upgrades.find(mac)->state == State::downloading) start_next(olt, port, 1, change);
         change.upgrade_runs.push_back({port.number, mac, step(olt, port, mac, change)});
     }
     return change;
@@ -201,10 +226,15 @@ std::optional<ModelTime> UpgradeRun::end() const
     }
 }
 
+bool is_version(const std::string &text)
+{
+    return is_word(text, longest_version);
+}
+
 bool is_good(const std::string &name, const UpgradeType &type)
 {
     return is_word(name, longest_name) && is_word(type.vendor, longest_vendor) && is_word(type.model, longest_model) &&
-           is_word(type.version, longest_version) && type.size > 0 && type.file.size() <= longest_file;
+           is_version(type.version) && type.size > 0 && type.file.size() <= longest_file;
 }
 
 Plan add_upgrade_types(const Olt &olt, const UpgradeTypes &types)
@@ -274,10 +304,13 @@ Plan upgrade_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
     if (onu.status != BSP_OK) return refuse(onu.status);
     const PonPort &port = *olt.port(pon_port);
     const Binding &binding = *port.bindings[onu_id];
-    Start start = start_of(olt, port, binding);
-    if (start.status != BSP_OK) return refuse(start.status);
-    if (port.upgrades.downloads() < max_downloads) start.run.state = State::downloading;
-    return {BSP_OK, {.upgrade_runs = {{pon_port, binding.mac, start.run}}}};
+    return start_one(port, binding, start_of(olt, port, binding, type_of(olt, port, binding.mac)));
+}
+
+Plan upgrade_onu_with(const Olt &olt, const PonPort &port, const Binding &binding, const std::string &file)
+{
+    const std::string name = type_with_file(olt, file, *device_of(olt.seed(), binding.mac).type);
+    return start_one(port, binding, start_of(olt, port, binding, name));
 }
 
 Plan upgrade_port(const Olt &olt, uint32_t pon_port)
@@ -288,7 +321,7 @@ Plan upgrade_port(const Olt &olt, uint32_t pon_port)
     uint32_t downloads = port->upgrades.downloads();
     for (const std::optional<Binding> &binding : port->bindings) {
         if (!binding) continue;
-        Start start = start_of(olt, *port, *binding);
+        Start start = start_of(olt, *port, *binding, type_of(olt, *port, binding->mac));
         if (start.status != BSP_OK) continue;
         if (downloads < max_downloads) {
             start.run.state = State::downloading;
@@ -311,6 +344,18 @@ Plan set_bad_image(const Olt &olt, uint32_t pon_port, const Mac &mac, bool bad)
     return {BSP_OK, {.onus = {{pon_port, mac, record}}}};
 }
 
+void interrupt_runs(const Olt &olt, const PonPort &port, std::span<const Mac> macs, Change &change)
+{
+    uint32_t places = 0;
+    for (const Mac &mac : macs) {
+        const UpgradeRun *run = port.upgrades.find(mac);
+        if (!run || (run->state != State::downloading && run->state != State::verifying)) continue;
+        places += run->state == State::downloading;
+        change.upgrade_runs.push_back({port.number, mac, failed(olt, *run, Reason::rebooted)});
+    }
+    start_next(olt, port, places, change);
+}
+
 Device device_at(const Olt &olt, const PonPort &port, const Mac &mac)
 {
     Device device = device_of(olt.seed(), mac);
@@ -322,7 +367,7 @@ Device device_at(const Olt &olt, const PonPort &port, const Mac &mac)
 UpgradeProgress upgrade_progress(const Olt &olt, const PonPort &port, const Mac &mac)
 {
     constexpr std::string_view states[] = {"queued", "downloading", "verifying", "rebooting", "done", "failed"};
-    constexpr std::string_view reasons[] = {"", "offline", "released", "rejected", "verification"};
+    constexpr std::string_view reasons[] = {"", "offline", "released", "rejected", "verification", "rebooted"};
     UpgradeProgress result;
     if (const std::string type = type_of(olt, port, mac); !type.empty()) result.type = type;
     const UpgradeRun *run = port.upgrades.find(mac);

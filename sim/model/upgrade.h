@@ -21,6 +21,9 @@ inline constexpr uint32_t max_downloads = 4; // at a time, a port
 
 using UpgradeTypes = std::map<std::string, UpgradeType>; // by name
 
+// Whether the text can be a software version.
+bool is_version(const std::string &text);
+
 // Whether the type can be: its texts are short enough for the layout, and name, vendor, model and version are words.
 bool is_good(const std::string &name, const UpgradeType &type);
 
@@ -35,13 +38,18 @@ Plan bind_upgrade_type(const Olt &olt, uint32_t pon_port, const std::string &nam
 
 // Starts a run; it waits where the port has max_downloads downloads under way.
 Plan upgrade_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id);
+// The same with the type whose image has this file name; of several, one that fits the ONU.
+Plan upgrade_onu_with(const Olt &olt, const PonPort &port, const Binding &binding, const std::string &file);
 // Starts runs of all ONUs of the port that can be upgraded.
 Plan upgrade_port(const Olt &olt, uint32_t pon_port);
 
 // Whether what the ONU downloads fails verification.
 Plan set_bad_image(const Olt &olt, uint32_t pon_port, const Mac &mac, bool bad);
 
-// The device as it is now, with the software that it was upgraded to. It must not outlive a change of the OLT.
+// ONUs restart: what they had downloaded is lost, and such runs fail. Others take their places.
+void interrupt_runs(const Olt &olt, const PonPort &port, std::span<const Mac> macs, Change &change);
+
+// The device as it is now, with the software that it runs. It must not outlive a change of the OLT.
 Device device_at(const Olt &olt, const PonPort &port, const Mac &mac);
 
 // What is to be shown of an ONU's upgrade.

@@ -140,6 +140,7 @@ TEST(Control, WrongCommandsChangeNothingAndAreExplainedInALine)
                                      {"step -1", "-1: expected a number"},
                                      {"step 1.5", "1.5: expected a number"},
                                      {"step 99999999999999999999", "expected a number"},
+                                     {"step 315360001", "expected a number from 0 to 315360000"},
                                      {"now 1", "now: expected"}}) {
         const std::string said = say(desk.simulator, clock, line);
         EXPECT_TRUE(said.starts_with("error: ")) << line;
