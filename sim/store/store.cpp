@@ -61,7 +61,7 @@ constexpr char schema[] =
     "CREATE TABLE upgrade_run(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " type TEXT NOT NULL, version TEXT NOT NULL, size INTEGER NOT NULL,"
     " state INTEGER NOT NULL CHECK(state BETWEEN 0 AND 5), since INTEGER NOT NULL,"
-    " reason INTEGER NOT NULL CHECK(reason BETWEEN 0 AND 4), PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    " reason INTEGER NOT NULL CHECK(reason BETWEEN 0 AND 5), PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE loop(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6), uni INTEGER NOT NULL,"
     " looped INTEGER NOT NULL, shut INTEGER NOT NULL, detected INTEGER NOT NULL, since INTEGER NOT NULL,"
     " watched INTEGER NOT NULL, watched_from INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, uni)) STRICT, WITHOUT ROWID;"
