@@ -68,12 +68,16 @@ Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &
 {
     const FoundOnu found = onu_of(olt, request, setting, true);
     if (found.status != BSP_OK) return {found.status};
-    const uint32_t uni = uni_of(request, setting);
+    return set_setting(olt, request, found.onu, uni_of(request, setting), setting);
+}
+
+Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
+                    const BlockSetting &setting)
+{
     const auto record = request.read<bsp_onu_msg>();
     const OnuBlock block(std::string(reinterpret_cast<const char *>(record.onu_data), setting.size));
-    if (const uint32_t status = setting.check(found.onu, uni, block)) return {status};
-    return to_outcome(
-        tell(olt, found.onu, found.onu.place(setting.command, uni), block, setting.otherwise(olt, found.onu, uni)));
+    if (const uint32_t status = setting.check(onu, number, block)) return {status};
+    return to_outcome(tell(olt, onu, onu.place(setting.command, number), block, setting.otherwise(olt, onu, number)));
 }
 
 } // namespace ponsim

@@ -35,5 +35,8 @@ OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side sid
 
 Outcome get_setting(const Olt &olt, const Request &request, const BlockSetting &setting, Side side = Side::remote);
 Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &setting);
+// The same for a setting of which an ONU has several, by number.
+Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
+                    const BlockSetting &setting);
 
 } // namespace ponsim

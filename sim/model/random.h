@@ -34,6 +34,7 @@ private:
 enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, lines = 9 };
 enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, usage = 11 };
 enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, viewers = 12 };
+enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, gateway = 12 };
 
 // The streams of MAC addresses lie above those of the arrivals.
 inline Random random_for(uint64_t seed, Purpose purpose, const Mac &mac)
