@@ -218,7 +218,8 @@ TEST(OnuWlan, HasClientsWhileTheOnuHasItEnabled)
         ASSERT_EQ(home.set(BSP_CMD_ONU_WLAN_SET, gateway, number, a_wlan()), BSP_OK);
     const auto clients = [&home] {
         uint32_t sum = 0;
-        for (const auto &row : home.rows(BSP_CMD_VIEW_ONU_WLAN).GetArray())
+        const rapidjson::Document rows = home.rows(BSP_CMD_VIEW_ONU_WLAN);
+        for (const auto &row : rows.GetArray())
             if (row["index"].GetUint() > 1) sum += row["clients"].GetUint();
         return sum;
     };
@@ -431,7 +432,8 @@ TEST(OnuGatewayTables, CatvHasARowAnOnuWithACatvPort)
     const uint32_t with_port = bind_with_catv(home, true);
     const uint32_t without = bind_with_catv(home, false);
     std::vector<uint32_t> shown;
-    for (const auto &row : home.port_rows(BSP_CMD_VIEW_ONU_CATV_TABLE).GetArray())
+    const rapidjson::Document rows = home.port_rows(BSP_CMD_VIEW_ONU_CATV_TABLE);
+    for (const auto &row : rows.GetArray())
         shown.push_back(row["onu_id"].GetUint());
     EXPECT_EQ(std::ranges::count(shown, with_port), 1);
     EXPECT_EQ(std::ranges::count(shown, without), 0);
