@@ -23,9 +23,9 @@ Called::Called(const char *operation, const std::vector<std::string> &words)
 {
 }
 
-ExitCode Called::report() const
+ExitCode Called::report(const std::string &subject) const
 {
-    return report_exchange(operation().name, exchanged, returned);
+    return report_exchange(subject + std::string(operation().name), exchanged, returned);
 }
 
 bool Called::delivers(size_t index) const

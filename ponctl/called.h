@@ -24,8 +24,8 @@ public:
     bool answered() const { return exchanged.made && exchanged.result == 0; }
     // Whether the service agreed, too.
     bool good() const { return answered() && returned == 0 && exchanged.status == 0; }
-    // The exit code, after one line on standard error unless all is good.
-    ExitCode report() const;
+    // The exit code, after one line on standard error unless all is good, which starts with `subject`.
+    ExitCode report(const std::string &subject = {}) const;
 
     // Whether the operation delivers something through an argument.
     bool delivers(size_t index) const;

@@ -1,6 +1,7 @@
 #include "output.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
@@ -87,10 +88,11 @@ std::string cell_word(db_handle *database, uint32_t row, const std::string &colu
     return known ? std::string(words[static_cast<size_t>(number)]) : cell_text(database, row, column.c_str());
 }
 
-bool is_empty(db_handle *database, const std::string &column)
+bool is_empty(std::span<const Owned> databases, const std::string &column)
 {
-    for (uint32_t row = 0; row < db_rows(database); ++row)
-        if (db_get_type(database, row, column.c_str()) != DB_NONE) return false;
+    for (const Owned &owned : databases)
+        for (uint32_t row = 0; row < db_rows(owned.database); ++row)
+            if (db_get_type(owned.database, row, column.c_str()) != DB_NONE) return false;
     return true;
 }
 
@@ -114,7 +116,7 @@ Table::Fit fit_of(catalogue::ColumnType type)
     return Table::Fit::wrap;
 }
 
-std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::View *view)
+std::vector<ViewColumn> columns_of(std::span<const Owned> databases, const catalogue::View *view)
 {
     std::vector<ViewColumn> columns;
     if (view)
@@ -123,14 +125,38 @@ std::vector<ViewColumn> columns_of(const db_handle *database, const catalogue::V
             if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
             columns.push_back({std::string(column.name), {title, fit_of(column.type)}});
         }
-    const size_t of_view = columns.size();
-    for (uint32_t index = 0; index < db_columns(database); ++index) {
-        const std::string name = db_column_name(database, index);
-        if (std::none_of(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(of_view),
-                         [&name](const ViewColumn &column) { return column.name == name; }))
-            columns.push_back({name, {name, Table::Fit::wrap}});
-    }
+    for (const Owned &owned : databases)
+        for (uint32_t index = 0; index < db_columns(owned.database); ++index) {
+            const std::string name = db_column_name(owned.database, index);
+            if (std::ranges::find(columns, name, &ViewColumn::name) == columns.end())
+                columns.push_back({name, {name, Table::Fit::wrap}});
+        }
     return columns;
+}
+
+// The rows of databases, with their owners in a first column if that has a title.
+void print_rows(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
+                const catalogue::View *view, const TableStyle &style)
+{
+    std::vector<ViewColumn> columns = columns_of(databases, view);
+    if (style.filled_only)
+        std::erase_if(columns, [databases](const ViewColumn &column) { return is_empty(databases, column.name); });
+    std::vector<Table::Heading> headings;
+    if (!owner_title.empty()) headings.push_back({owner_title});
+    for (const ViewColumn &column : columns)
+        headings.push_back(
+            {column.heading.title, column.name == style.worded ? Table::Fit::whole : column.heading.fit});
+    Table table(std::move(headings));
+    for (const auto &[owner, database] : databases)
+        for (uint32_t row = 0; row < db_rows(database); ++row) {
+            std::vector<std::string> cells;
+            if (!owner_title.empty()) cells.push_back(owner);
+            for (const ViewColumn &column : columns)
+                cells.push_back(column.name == style.worded ? cell_word(database, row, column.name, style.words)
+                                                            : cell_text(database, row, column.name.c_str()));
+            table.add(std::move(cells));
+        }
+    table.print(output);
 }
 
 void write_field(Json &json, const Field &field, std::span<const uint8_t> bytes)
@@ -487,34 +513,24 @@ void print_database(const Output &output, db_handle *database, const catalogue::
 {
     const std::string_view document = document_of(database);
     if (output.format == Format::hex) return print_document(output, document);
-    const uint32_t rows = db_rows(database);
-    if (rows == 0 && document != "[]") {
+    if (db_rows(database) == 0 && document != "[]") {
         std::fprintf(output.stream, "%s\n", printable(document).c_str());
         return;
     }
-    std::vector<ViewColumn> columns = columns_of(database, view);
-    if (style.filled_only)
-        std::erase_if(columns, [database](const ViewColumn &column) { return is_empty(database, column.name); });
-    std::vector<Table::Heading> headings;
-    for (const ViewColumn &column : columns)
-        headings.push_back(
-            {column.heading.title, column.name == style.worded ? Table::Fit::whole : column.heading.fit});
-    Table table(std::move(headings));
-    for (uint32_t row = 0; row < rows; ++row) {
-        std::vector<std::string> cells;
-        for (const ViewColumn &column : columns)
-            cells.push_back(column.name == style.worded ? cell_word(database, row, column.name, style.words)
-                                                        : cell_text(database, row, column.name.c_str()));
-        table.add(std::move(cells));
-    }
-    table.print(output);
+    print_rows(output, {}, std::array{Owned{{}, database}}, view, style);
+}
+
+void print_databases(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
+                     const catalogue::View *view)
+{
+    print_rows(output, owner_title, databases, view, {});
 }
 
 void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view)
 {
     if (output.format == Format::hex) return print_document(output, document_of(database));
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
-    for (const ViewColumn &column : columns_of(database, view))
+    for (const ViewColumn &column : columns_of(std::array{Owned{{}, database}}, view))
         table.add({column.heading.title, cell_text(database, row, column.name.c_str())});
     table.print(output);
 }

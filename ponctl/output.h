@@ -134,6 +134,14 @@ struct TableStyle {
 void print_database(const Output &output, db_handle *database, const catalogue::View *view,
                     const TableStyle &style = {});
 
+// Result databases of several owners as one table, with a first column that names the owner.
+struct Owned {
+    std::string owner;
+    db_handle *database;
+};
+void print_databases(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
+                     const catalogue::View *view);
+
 // One row of a result database, a line a column.
 void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view);
 

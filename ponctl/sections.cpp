@@ -19,9 +19,22 @@ struct Styled {
     FieldStyle style;
 };
 
+// The argument through which a call delivers a single number; nothing where it delivers something else.
+std::optional<size_t> number_index(const Section &section)
+{
+    const auto &arguments = section.called->operation().arguments;
+    const auto found = std::ranges::find_if(arguments, is_number_out);
+    if (section.of_answer || found == arguments.end()) return std::nullopt;
+    return static_cast<size_t>(found - arguments.begin());
+}
+
 std::vector<Styled> fields_of(const Section &section, const Reading &reading)
 {
     std::vector<Styled> fields;
+    if (const auto index = number_index(section)) {
+        const catalogue::Field &field = section.called->word_field(*index);
+        return {{&field, {field.name, section.name}}};
+    }
     if (section.styled_only) {
         for (const FieldStyle &style : section.styles)
             if (const catalogue::Field *field = find_field(reading, style.field)) fields.push_back({field, style});
@@ -79,7 +92,12 @@ bool is_database(const Section &section)
 
 Reading reading_of(const Section &section)
 {
-    if (section.of_answer) return section.called->answer();
+    if (section.of_answer) {
+        Reading reading = section.called->answer();
+        reading.start = section.start;
+        return reading;
+    }
+    if (const auto index = number_index(section)) return section.called->reading(*index);
     return section.called->has(ArgumentType::response) ? section.called->response() : section.called->block();
 }
 
@@ -92,6 +110,7 @@ void write(Json &json, const Section &section)
     if (is_database(section) && section.row) return json.row(section.called->database(), *section.row);
     if (is_database(section)) return json.document(section.called->database());
     const Reading reading = reading_of(section);
+    if (const auto index = number_index(section)) return json.field(section.called->word_field(*index), reading);
     json->StartObject();
     for (const Styled &styled : fields_of(section, reading)) {
         json.key(title_of(styled));
@@ -118,6 +137,55 @@ void print(const Output &output, const Section &section)
     for (const Styled &styled : fields_of(section, reading))
         table.add({title_of(styled), value_of(section, reading, styled)});
     table.print(output);
+}
+
+void write(Json &json, const std::vector<Section> &sections, bool titled)
+{
+    if (titled) json->StartObject();
+    for (const Section &section : sections) {
+        if (titled) json.key(section.name);
+        write(json, section);
+    }
+    if (titled) json->EndObject();
+}
+
+// What stands above a part of the result, with an empty line before all but the first.
+void print_title(const Output &output, std::string_view title, bool &first)
+{
+    if (!first) std::fputc('\n', output.stream);
+    if (!title.empty() && output.headings) std::fprintf(output.stream, "%s\n", std::string(title).c_str());
+    first = false;
+}
+
+constexpr const char *onu_title = "ONU";
+
+// The same section of several ONUs as one table.
+void print_together(const Output &output, const std::vector<std::pair<std::string, const Section *>> &sections)
+{
+    const Section &any = *sections.front().second;
+    if (is_database(any)) {
+        std::vector<Owned> databases;
+        for (const auto &[onu, section] : sections)
+            if (db_handle *database = section->called->database()) databases.push_back({onu, database});
+        return print_databases(output, onu_title, databases, any.called->view());
+    }
+    Table table({{onu_title}, {"FIELD"}, {"VALUE", Table::Fit::wrap}});
+    for (const auto &[onu, section] : sections) {
+        const Reading reading = reading_of(*section);
+        for (const Styled &styled : fields_of(*section, reading))
+            table.add({onu, title_of(styled), value_of(*section, reading, styled)});
+    }
+    table.print(output);
+}
+
+// The names of the sections that any ONU has, in their order.
+std::vector<std::string_view> names_of(const std::vector<Subject> &subjects)
+{
+    std::vector<std::string_view> names;
+    for (const Subject &subject : subjects)
+        for (const Section &section : subject.sections)
+            if (std::ranges::find(names, section.name) == names.end()) names.push_back(section.name);
+    return names;
 }
 
 } // namespace
@@ -173,29 +241,55 @@ std::vector<FieldStyle> pon_phy_styles()
             {"told_tx_fault", {}, no_yes}, {"told_rx_los", {}, no_yes}};
 }
 
-ExitCode show(const Output &output, const std::vector<Section> &sections)
+void print_sections(const Output &output, const std::vector<Section> &sections, bool titled)
 {
     if (output.format == Format::json) {
-        if (sections.size() > 1 || sections.front().called->good()) {
-            Json json(output.stream);
-            if (sections.size() > 1) json->StartObject();
-            for (const Section &section : sections) {
-                if (sections.size() > 1) json.key(section.name);
-                write(json, section);
-            }
-            if (sections.size() > 1) json->EndObject();
+        if (!titled && !sections.front().called->good()) return;
+        Json json(output.stream);
+        return write(json, sections, titled);
+    }
+    bool first = true;
+    for (const Section &section : sections) {
+        if (!section.called->good()) continue;
+        print_title(output, titled ? section.title : std::string_view(), first);
+        print(output, section);
+    }
+}
+
+void print_each(const Output &output, const std::vector<Subject> &subjects, bool titled)
+{
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        json->StartObject();
+        for (const Subject &subject : subjects) {
+            json.key(subject.onu);
+            write(json, subject.sections, titled);
         }
-    } else {
-        bool first = true;
-        for (const Section &section : sections) {
-            if (!section.called->good()) continue;
-            if (!first) std::fputc('\n', output.stream);
-            if (sections.size() > 1 && output.headings)
-                std::fprintf(output.stream, "%s\n", std::string(section.title).c_str());
-            print(output, section);
-            first = false;
+        json->EndObject();
+        return;
+    }
+    bool first = true;
+    for (const std::string_view name : names_of(subjects)) {
+        std::vector<std::pair<std::string, const Section *>> good;
+        for (const Subject &subject : subjects)
+            for (const Section &section : subject.sections)
+                if (section.name == name && section.called->good()) good.emplace_back(subject.onu, &section);
+        if (good.empty()) continue;
+        if (output.format == Format::table) {
+            print_title(output, titled ? good.front().second->title : std::string_view(), first);
+            print_together(output, good);
+            continue;
+        }
+        for (const auto &[onu, section] : good) {
+            print_title(output, onu + (titled ? " " + std::string(section->title) : std::string()), first);
+            print(output, *section);
         }
     }
+}
+
+ExitCode show(const Output &output, const std::vector<Section> &sections)
+{
+    print_sections(output, sections, sections.size() > 1);
     ExitCode code = exit_success;
     for (const Section &section : sections)
         code = std::max(code, section.called->report());

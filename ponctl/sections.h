@@ -48,10 +48,25 @@ struct Section {
     bool of_answer = false;           // show fields of the answer itself, in place of what the operation delivers
     bool registers = false;           // show numbers without a unit in hexadecimal, for people
     std::optional<uint32_t> row = {}; // show this row of a database alone
+    size_t start = 0;                 // of an answer: where what is shown of it starts
 };
 
-// Shows what the calls delivered: one alone as it is, several under their titles, or as members of one JSON object.
-// Those that failed are left out, or null, and said on standard error; the worst of them is the exit code.
+// Shows what the calls delivered: as it is, where there is one without a title, or each under its title, or as members
+// of one JSON object. Those that failed are left out, or null.
+void print_sections(const Output &output, const std::vector<Section> &sections, bool titled);
+
+// What was called for one of several ONUs.
+struct Subject {
+    std::string onu; // its name
+    std::vector<Section> sections;
+};
+
+// The same of several ONUs: a table of all under each title, with a first column that names the ONU, or JSON objects as
+// members of one.
+void print_each(const Output &output, const std::vector<Subject> &subjects, bool titled);
+
+// Shows what the calls delivered, several under their titles. Those that failed are said on standard error; the worst
+// of them is the exit code.
 ExitCode show(const Output &output, const std::vector<Section> &sections);
 
 // Calls an operation and shows what it delivers.

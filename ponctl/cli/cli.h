@@ -21,6 +21,8 @@ void add_raw(CLI::App &app, Command &command);
 void add_trace(CLI::App &app, Command &command);
 void add_idset(CLI::App &app, Command &command);
 void add_onu(CLI::App &app, Command &command);
+// The commands for remote ONUs go to that one.
+void add_remote(CLI::App &onu, Command &command);
 void add_port(CLI::App &app, Command &command);
 void add_whitelist(CLI::App &app, Command &command);
 void add_blacklist(CLI::App &app, Command &command);

@@ -82,10 +82,10 @@ std::vector<Received> FakeService::received() const
     return requests;
 }
 
-Finished FakeService::ponctl(std::vector<std::string> arguments, int output, int input) const
+Finished FakeService::ponctl(std::vector<std::string> arguments, int output, int input, int error) const
 {
     arguments.insert(arguments.begin(), {"--socket-dir", directory});
-    return ::ponctl(arguments, output, input);
+    return ::ponctl(arguments, output, input, error);
 }
 
 FakeService::Handler status(uint32_t word)

@@ -37,7 +37,7 @@ public:
     FakeService &operator=(const FakeService &) = delete;
 
     // Runs ponctl against this service.
-    Finished ponctl(std::vector<std::string> arguments, int output = -1, int input = -1) const;
+    Finished ponctl(std::vector<std::string> arguments, int output = -1, int input = -1, int error = -1) const;
     std::vector<Received> received() const;
 
 private:

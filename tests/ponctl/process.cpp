@@ -31,7 +31,7 @@ std::string contents(std::FILE *file)
 
 } // namespace
 
-Finished ponctl(const std::vector<std::string> &arguments, int output, int input)
+Finished ponctl(const std::vector<std::string> &arguments, int output, int input, int error)
 {
     const File out(std::tmpfile()), err(std::tmpfile());
     posix_spawn_file_actions_t actions;
@@ -41,7 +41,7 @@ Finished ponctl(const std::vector<std::string> &arguments, int output, int input
     else
         posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, output < 0 ? fileno(out.get()) : output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, fileno(err.get()), STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, error < 0 ? fileno(err.get()) : error, STDERR_FILENO);
 
     std::string program = PONCTL;
     std::vector<std::string> words = arguments;
@@ -50,9 +50,9 @@ Finished ponctl(const std::vector<std::string> &arguments, int output, int input
         argv.push_back(word.data());
     argv.push_back(nullptr);
     pid_t pid = 0;
-    const int error = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
+    const int failure = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    if (error) throw std::runtime_error("cannot run " + program);
+    if (failure) throw std::runtime_error("cannot run " + program);
 
     int status = 0;
     waitpid(pid, &status, 0);

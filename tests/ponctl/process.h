@@ -11,8 +11,8 @@ struct Finished {
 };
 
 // Runs ponctl with these arguments and waits for it. Its output is what `out` gets, unless it goes to a descriptor of
-// the caller's; its input is one of the caller's, or nothing.
-Finished ponctl(const std::vector<std::string> &arguments, int output = -1, int input = -1);
+// the caller's; its input is one of the caller's, or nothing; its standard error is `err`, or one of the caller's.
+Finished ponctl(const std::vector<std::string> &arguments, int output = -1, int input = -1, int error = -1);
 
 // A terminal, to run ponctl on.
 class Terminal

@@ -1,0 +1,248 @@
+// ponctl onu: what remote ONUs are told.
+#include <algorithm>
+
+#include "daily.h"
+#include "onu_set.h"
+#include "remote.h"
+#include "words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+using catalogue::Channel;
+using catalogue::Command;
+
+// Calls one operation for each ONU of the set.
+ExitCode tell_onus(const OnuSet &set, const char *name, const std::vector<std::string> &words = {})
+{
+    const catalogue::Operation &operation = *catalogue::find_operation(name);
+    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
+        calls.emplace_back(operation, onu_words(operation, onu, words));
+    });
+}
+
+// The operation that sends settings of a channel as they are; null where there is none.
+const char *setter_of(const Channel &channel)
+{
+    if (channel.name == "BSP_MSG_ONU_CFG") return "bsp_pon_onu_ctc_config";
+    if (channel.name == "BSP_MSG_ONU_INFO") return "bsp_pon_onu_ctc_debug";
+    return nullptr;
+}
+
+std::vector<const Command *> settings()
+{
+    std::vector<const Command *> found;
+    for (const Command &command : catalogue::commands())
+        if (setter_of(*command.channel) && command.impact != catalogue::Class::read &&
+            command.call.value_or(catalogue::Call::set) == catalogue::Call::set)
+            found.push_back(&command);
+    return found;
+}
+
+// The words of a setting's name with hyphens between them: BSP_CMD_ONU_MULTI_LLID_SET as multi-llid.
+std::string short_name(std::string_view name)
+{
+    std::string text = lower_case(name);
+    std::ranges::replace(text, '_', '-');
+    for (const std::string_view start : {"bsp-cmd-", "onu-"})
+        if (text.starts_with(start)) text.erase(0, start.size());
+    if (text.ends_with("-set")) text.erase(text.size() - 4);
+    return text;
+}
+
+const Command &named_setting(const std::vector<std::string> &words)
+{
+    std::string wanted;
+    for (const std::string &word : words)
+        wanted += (wanted.empty() ? "" : "-") + word;
+    if (wanted.empty()) throw UsageError("COMMAND: missing; 'ponctl onu settings' lists the settings");
+    wanted = short_name(wanted);
+    std::vector<std::string> names;
+    for (const Command *command : settings()) {
+        if (short_name(command->name) == wanted) return *command;
+        names.push_back(short_name(command->name));
+    }
+    const std::vector<std::string_view> known(names.begin(), names.end());
+    throw UsageError("COMMAND: '" + wanted + "' is not a setting" + suggestion(wanted, known) +
+                     " ('ponctl onu settings' lists them)");
+}
+
+// What a command line calls the UNI port of a setting.
+constexpr std::string_view uni = "uni";
+
+// The fields of a setting: those that its layout names, else the record's own.
+std::vector<const catalogue::Field *> fields_of(const Command &command)
+{
+    std::vector<const catalogue::Field *> fields;
+    const catalogue::Layout *layout = catalogue::find_layout(command);
+    if (layout)
+        for (const catalogue::Field &field : layout->fields)
+            fields.push_back(&field);
+    else
+        for (const char *name : {"onu_arg24", "onu_data"})
+            fields.push_back(catalogue::find_field(command.channel->record->fields, name));
+    return fields;
+}
+
+void check_field(const Command &command, const std::string &name)
+{
+    std::vector<std::string_view> known{uni};
+    for (const catalogue::Field *field : fields_of(command))
+        known.push_back(field->name);
+    if (std::ranges::find(known, name) == known.end())
+        throw UsageError(name + ": not a field of " + std::string(command.name) + suggestion(name, known) +
+                         " (known are " + join(known) + ")");
+}
+
+// The request of a setting, for an ONU that is not named yet.
+Bytes request_of(const Command &command, const std::vector<Assignment> &given)
+{
+    const catalogue::Record &record = *command.channel->record;
+    std::vector<Assignment> fields;
+    for (const Assignment &field : given) {
+        check_field(command, field.name);
+        fields.push_back({field.name == uni ? "onu_uni_port" : field.name, field.value});
+    }
+    const bool takes_fields = catalogue::find_layout(command) && !fields_of(command).empty();
+    if (takes_fields && std::ranges::all_of(given, [](const Assignment &field) { return field.name == uni; }))
+        throw UsageError("FIELD=VALUE: missing; 'ponctl onu settings " + short_name(command.name) +
+                         "' lists the fields");
+    Bytes bytes(record.size);
+    const Place place{command.channel, catalogue::Call::set, &command};
+    fields.push_back({std::string(record.command->name), std::string(command.name)});
+    set_fields(record, place, fields, false, {}, bytes);
+    return bytes;
+}
+
+// The blocks that carry an image, a part each.
+std::vector<Bytes> parts_of(const Bytes &image, const std::string &version)
+{
+    const Command &command = *catalogue::find_command("BSP_CMD_ONU_IMAGE_WRITE");
+    const catalogue::Layout *layout = catalogue::find_layout(command);
+    if (!layout) throw UsageError("FILE: cannot be sent, since the catalogue lays out no parts of images");
+    const catalogue::Record &record = *layout->record;
+    const catalogue::Field &data = *catalogue::find_field(layout->fields, "data");
+    check_text("--version", version, longest(*catalogue::find_field(layout->fields, "version"), true));
+    std::vector<Bytes> parts;
+    for (size_t at = 0; at < image.size(); at += data.size) {
+        const size_t length = std::min<size_t>(data.size, image.size() - at);
+        Bytes bytes(record.size);
+        set_fields(record, {command.channel, catalogue::Call::set, &command},
+                   std::vector<Assignment>{{"offset", std::to_string(at)},
+                                           {"size", std::to_string(image.size())},
+                                           {"length", std::to_string(length)},
+                                           {"version", version}},
+                   false, {}, bytes);
+        std::copy_n(image.begin() + static_cast<std::ptrdiff_t>(at), length, bytes.begin() + data.offset);
+        bytes.resize(data.offset + length);
+        const uint32_t start = catalogue::find_field(record.fields, "onu_data")->offset;
+        parts.emplace_back(bytes.begin() + start, bytes.end());
+    }
+    return parts;
+}
+
+// Rows of texts under their names, which JSON has in lower case.
+ExitCode print_texts(const Output &output, const std::vector<std::string> &names,
+                     const std::vector<std::vector<std::string>> &rows)
+{
+    if (output.format != Format::json) {
+        std::vector<Table::Heading> headings;
+        for (const std::string &name : names)
+            headings.push_back({name, &name == &names.back() ? Table::Fit::wrap : Table::Fit::whole});
+        Table table(std::move(headings));
+        for (const auto &row : rows)
+            table.add(row);
+        table.print(output);
+        return exit_success;
+    }
+    Json json(output.stream);
+    json->StartArray();
+    for (const auto &row : rows) {
+        json->StartObject();
+        for (size_t column = 0; column < row.size(); ++column)
+            json.member(lower_case(names[column]), row[column]);
+        json->EndObject();
+    }
+    json->EndArray();
+    return exit_success;
+}
+
+ExitCode list_settings(const Output &output)
+{
+    std::vector<std::vector<std::string>> rows;
+    for (const Command *command : settings())
+        rows.push_back(
+            {short_name(command->name), std::string(catalogue::to_text(command->impact)), std::string(command->brief)});
+    return print_texts(output, {"COMMAND", "CLASS", "BRIEF"}, rows);
+}
+
+ExitCode list_fields(const Output &output, const Command &command)
+{
+    std::vector<std::vector<std::string>> rows{
+        {std::string(uni), "u8", "", "UNI port number, where the setting is one of a UNI port"}};
+    for (const catalogue::Field *field : fields_of(command))
+        rows.push_back({std::string(field->name), std::string(catalogue::to_text(field->type)),
+                        std::string(field->unit), std::string(field->brief)});
+    return print_texts(output, {"FIELD", "TYPE", "UNIT", "BRIEF"}, rows);
+}
+
+} // namespace
+
+ExitCode run_onu_image_push(const Output &, const ImagePushOptions &options)
+{
+    const OnuSet set = parse_onu_set(options.set);
+    const Bytes image = parse_block("FILE", "@" + options.file);
+    if (image.empty()) throw UsageError("FILE: '" + options.file + "' is empty");
+    const std::vector<Bytes> parts = parts_of(image, options.version);
+    ask(options.confirmed, "sending a new image to " + describe_onu_set(set));
+    const catalogue::Operation &operation = *catalogue::find_operation("bsp_pon_onu_ctc_upgrade");
+    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
+        for (const Bytes &part : parts) {
+            calls.clear();
+            if (!calls.emplace_back(operation, onu_words(operation, onu, {"data=hex:" + format_hex(part)})).good())
+                return;
+        }
+    });
+}
+
+ExitCode run_onu_image_commit(const Output &, const ImageCommitOptions &options)
+{
+    const OnuSet set = parse_onu_set(options.set);
+    ask(options.confirmed, "having " + describe_onu_set(set) + " start the new image from now on");
+    return tell_onus(set, "bsp_pon_onu_ctc_upgrade_commit");
+}
+
+ExitCode run_onu_multillid(const Output &, const MultiLlidOptions &options)
+{
+    const OnuSet set = parse_onu_set(options.set);
+    const std::string count = number_word("COUNT", options.count);
+    ask(options.confirmed, "changing the number of LLIDs of " + describe_onu_set(set));
+    return tell_onus(set, "bsp_pon_onu_ctc_set_multillid", {"count=" + count});
+}
+
+ExitCode run_onu_set(const Output &, const SettingOptions &options)
+{
+    const OnuSet set = parse_onu_set(options.set);
+    std::vector<std::string> name;
+    std::vector<Assignment> fields;
+    for (const std::string &word : options.words) {
+        if (word.find('=') == word.npos)
+            name.push_back(word);
+        else
+            fields.push_back(parse_assignment(word));
+    }
+    const Command &command = named_setting(name);
+    const std::string request = "msg=hex:" + format_hex(request_of(command, fields));
+    if (command.impact == catalogue::Class::service_affecting)
+        ask(options.confirmed, "sending " + std::string(command.name) + " to " + describe_onu_set(set));
+    return tell_onus(set, setter_of(*command.channel), {request});
+}
+
+ExitCode run_onu_settings(const Output &output, const std::vector<std::string> &words)
+{
+    return words.empty() ? list_settings(output) : list_fields(output, named_setting(words));
+}
+
+} // namespace ponctl

@@ -1,0 +1,301 @@
+// What ponctl onu asks remote ONUs, as a process, against a service.
+#include <cstring>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "catalogue.h"
+#include "fake_service.h"
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using Words = std::vector<std::string>;
+
+constexpr size_t port = 0, onu = 4, uni = 8, code = 16, data = 352; // of a record of the remote-ONU channels
+
+// Answers for all but one ONU, which is offline.
+FakeService::Handler all_but(uint32_t offline, FakeService::Handler handler)
+{
+    return [offline, handler = std::move(handler)](const board_request &request, board_answer *answer) {
+        uint32_t id;
+        std::memcpy(&id, static_cast<const uint8_t *>(request.data) + onu, sizeof id);
+        if (id == offline)
+            status(4013)(request, answer);
+        else
+            handler(request, answer);
+    };
+}
+
+FakeService::Handler vlans()
+{
+    return result(645, R"([{"uni":1,"mode":"tag"},{"uni":2,"mode":"transparent"}])");
+}
+
+std::vector<uint32_t> codes_of(const FakeService &service)
+{
+    std::vector<uint32_t> codes;
+    for (const Received &received : service.received())
+        codes.push_back(received.word(code));
+    return codes;
+}
+
+std::vector<uint32_t> onus_of(const FakeService &service)
+{
+    std::vector<uint32_t> onus;
+    for (const Received &received : service.received())
+        onus.push_back(received.word(onu));
+    return onus;
+}
+
+// The codes that a command sends for one ONU.
+std::vector<uint32_t> codes_of(const Words &more)
+{
+    const FakeService service;
+    Words words{"onu"};
+    words.insert(words.end(), more.begin(), more.end());
+    const Finished finished = service.ponctl(words);
+    EXPECT_EQ(finished.code, 0) << finished.err;
+    return codes_of(service);
+}
+
+TEST(RemoteOnus, AreAskedInOrder)
+{
+    const FakeService service(vlans());
+    EXPECT_EQ(service.ponctl({"onu", "vlan", "2/20,3-5"}).code, 0);
+    EXPECT_THAT(onus_of(service), ElementsAre(3, 4, 5, 20));
+    EXPECT_EQ(service.received()[0].word(port), 2u);
+}
+
+TEST(RemoteOnus, AreAllThatAreBoundWhereTheSetSaysSo)
+{
+    const FakeService service([](const board_request &request, board_answer *answer) {
+        const bool listing = request.msg_type == catalogue::find_channel("BSP_MSG_PON")->type;
+        (listing ? result(384, R"([{"onu_id":9},{"onu_id":null},{"onu_id":2}])") : vlans())(request, answer);
+    });
+    const auto document = parsed(service.ponctl({"onu", "vlan", "1/all", "-o", "json"}).out);
+    EXPECT_EQ(document.MemberCount(), 2u);
+    EXPECT_TRUE(document.HasMember("1/2"));
+    EXPECT_TRUE(document.HasMember("1/9"));
+    EXPECT_EQ(service.received().at(0).word(4), 1u);
+}
+
+TEST(RemoteOnus, OfWhichNoneIsBoundAreAnError)
+{
+    const FakeService service(result(384, "[]"));
+    const Finished finished = service.ponctl({"onu", "vlan", "1/all"});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_EQ(finished.err, "ponctl: no ONU is bound at port 1\n");
+    EXPECT_EQ(service.received().size(), 1u);
+}
+
+TEST(RemoteOnus, AreAFirstColumnWhereTheyAreSeveral)
+{
+    const FakeService service(vlans());
+    const std::string out = service.ponctl({"onu", "vlan", "1/3,14"}).out;
+    EXPECT_EQ(out.substr(0, 4), "ONU ");
+    EXPECT_THAT(out, testing::ContainsRegex("\n1/3 .*tag *\n1/3 .*transparent *\n1/14 .*tag"));
+    EXPECT_THAT(service.ponctl({"onu", "vlan", "1/3"}).out, Not(HasSubstr("1/3")));
+}
+
+TEST(RemoteOnus, AreKeysInJsonWhereTheyAreSeveral)
+{
+    const FakeService service(vlans());
+    const auto document = parsed(service.ponctl({"onu", "vlan", "1/3-4", "-o", "json"}).out);
+    EXPECT_STREQ(document["1/4"][1]["mode"].GetString(), "transparent");
+    EXPECT_TRUE(parsed(service.ponctl({"onu", "vlan", "1/3", "-o", "json"}).out).IsArray());
+}
+
+TEST(RemoteOnus, AreHeadingsOfBytes)
+{
+    const FakeService service(vlans());
+    EXPECT_THAT(service.ponctl({"onu", "vlan", "1/3-4", "-o", "hex"}).out, HasSubstr("\n1/4\n    0  5b 7b"));
+}
+
+TEST(RemoteOnus, GoOnWhereOneFailsAndSayWhich)
+{
+    const FakeService service(all_but(4, vlans()));
+    const Finished finished = service.ponctl({"onu", "vlan", "1/3-5", "-o", "json"});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_THAT(finished.err, testing::MatchesRegex("ponctl: 1/4: bsp_pon_onu_ctc_get_vlan_json: status 4013 .*\n"
+                                                    "ponctl: 1 of 3 ONUs failed: 1/4\n"));
+    const auto document = parsed(finished.out);
+    EXPECT_TRUE(document["1/3"].IsArray());
+    EXPECT_TRUE(document["1/4"].IsNull());
+    EXPECT_TRUE(document["1/5"].IsArray());
+    EXPECT_THAT(service.ponctl({"onu", "vlan", "1/3-5"}).out, Not(HasSubstr("1/4")));
+}
+
+TEST(RemoteOnus, OfWhichOneAloneFailsNeedNoSummary)
+{
+    const FakeService service(status(4013));
+    const Finished finished = service.ponctl({"onu", "vlan", "1/4", "-o", "json"});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(finished.err.find("ponctl: bsp_pon_onu_ctc_get_vlan_json: status 4013"), 0u);
+    EXPECT_THAT(finished.err, Not(HasSubstr("failed")));
+}
+
+TEST(RemoteOnus, EndWithTheWorstExitCode)
+{
+    const Finished finished = ponctl({"--socket-dir", "/nowhere", "onu", "vlan", "1/3-5,9"});
+    EXPECT_EQ(finished.code, 3);
+    EXPECT_THAT(finished.err, HasSubstr("ponctl: 4 of 4 ONUs failed: 1/3-5,9\n"));
+}
+
+TEST(RemoteOnus, AreCountedOnATerminalAndTheCountIsWiped)
+{
+    const FakeService service(vlans());
+    const Terminal terminal;
+    EXPECT_EQ(service.ponctl({"onu", "vlan", "1/3-4"}, -1, -1, terminal.descriptor()).code, 0);
+    EXPECT_EQ(terminal.text(), "\r\033[K1 of 2: ONU 1/3\r\033[K2 of 2: ONU 1/4\r\033[K");
+    EXPECT_EQ(service.ponctl({"onu", "vlan", "1/3-4"}).err, "");
+}
+
+TEST(OnuInfo, IsAMemberAQuestion)
+{
+    EXPECT_THAT(codes_of({"info", "1/5"}), ElementsAre(637, 638, 639, 640, 634, 650));
+    std::vector<uint8_t> answer(1888);
+    answer[uni] = 4;
+    const FakeService service(by_command({{650, bytes(answer)}, {634, status(4013)}}));
+    const Finished finished = service.ponctl({"onu", "info", "1/5", "-o", "json"});
+    EXPECT_EQ(finished.code, 1);
+    const auto document = parsed(finished.out);
+    EXPECT_EQ(document["uni_ports"].GetUint(), 4u);
+    EXPECT_TRUE(document["identity"].IsObject());
+    EXPECT_TRUE(document["device"].IsNull());
+    EXPECT_THAT(service.ponctl({"onu", "info", "1/5"}).out, HasSubstr("\nUNI ports\nFIELD     VALUE\nuni_ports 4\n"));
+    EXPECT_EQ(parsed(service.ponctl({"onu", "info", "1/5-6", "-o", "json"}).out)["1/6"]["uni_ports"].GetUint(), 4u);
+}
+
+TEST(OnuPorts, AreTheLinksOrAllOfOnePort)
+{
+    const FakeService service(by_command({}));
+    EXPECT_EQ(service.ponctl({"onu", "ports", "1/5", "--uni", "2"}).code, 0);
+    EXPECT_THAT(codes_of(service), ElementsAre(688, 690, 683, 655));
+    for (const Received &received : service.received())
+        EXPECT_EQ(received.record[uni], 2);
+    EXPECT_THAT(codes_of({"ports", "1/5"}), ElementsAre(682));
+}
+
+TEST(OnuVlan, OfOnePortIsItsBlock)
+{
+    EXPECT_THAT(codes_of({"vlan", "1/5", "--uni", "2"}), ElementsAre(644));
+}
+
+TEST(OnuMulticast, IsAsTheOnuOrAsTheOltHasIt)
+{
+    EXPECT_THAT(codes_of({"multicast", "1/5"}), ElementsAre(678, 679, 681, 662, 659, 658, 672));
+    EXPECT_THAT(codes_of({"multicast", "1/5", "--uni", "2"}), ElementsAre(665, 668, 670, 680));
+    EXPECT_THAT(codes_of({"multicast", "1/5", "--local"}), ElementsAre(663, 660));
+    EXPECT_THAT(codes_of({"multicast", "1/5", "--local", "--uni", "2"}), ElementsAre(666, 669, 671));
+}
+
+TEST(OnuPerf, ShowsCountersAndSwitchesMonitoring)
+{
+    EXPECT_THAT(codes_of({"perf", "1/5", "--uni", "2"}), ElementsAre(718, 720));
+    EXPECT_THAT(codes_of({"perf", "1/5", "--uni", "2", "--history"}), ElementsAre(718, 722));
+    const FakeService service;
+    EXPECT_EQ(service.ponctl({"onu", "perf", "on", "1/5-6"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "perf", "off", "1/5"}).code, 0);
+    const auto received = service.received();
+    ASSERT_EQ(received.size(), 3u);
+    EXPECT_EQ(received[1].word(code), 717u);
+    EXPECT_EQ(received[1].record[data], 1);
+    EXPECT_EQ(received[2].record[data], 0);
+}
+
+TEST(OnuOptics, IsTheDataOfTheAnswer)
+{
+    std::vector<uint8_t> answer(1888);
+    answer[port] = 77;
+    answer[data] = 0x5a;
+    const FakeService service(bytes(answer));
+    const std::string out = service.ponctl({"onu", "optics", "1/5", "-o", "hex"}).out;
+    EXPECT_EQ(out.find("  352  5a"), 0u);
+    EXPECT_EQ(service.received().at(0).word(code), 648u);
+    EXPECT_EQ(service.received().at(0).word(onu), 5u);
+}
+
+TEST(OnuServices, LeaveOutWhatTheOnuHasNot)
+{
+    const FakeService service(by_command({{737, status(4070)}, {751, status(4070)}, {734, result(734, "[]")}}));
+    const Finished finished = service.ponctl({"onu", "services", "1/5", "-o", "json"});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_THAT(codes_of(service), ElementsAre(734, 736, 737, 751, 757, 761, 685, 686, 706, 651));
+    const auto document = parsed(finished.out);
+    EXPECT_TRUE(document["wan"].IsArray());
+    EXPECT_FALSE(document.HasMember("catv"));
+    EXPECT_FALSE(document.HasMember("voip"));
+}
+
+TEST(OnuServices, ThatAreNamedMustBeThere)
+{
+    const FakeService service(status(4070));
+    EXPECT_EQ(service.ponctl({"onu", "services", "1/5", "catv"}).code, 1);
+    EXPECT_THAT(codes_of(service), ElementsAre(737));
+}
+
+TEST(OnuServices, OfWanMayBeOneConnection)
+{
+    const FakeService service(result(734, "[]"));
+    EXPECT_EQ(service.ponctl({"onu", "services", "1/5", "wan", "--wan", "3"}).out, "none\n");
+    EXPECT_EQ(service.received().at(0).word(24), 3u);
+}
+
+TEST(OnuImage, IsBanksAndUpdate)
+{
+    EXPECT_THAT(codes_of({"image", "1/5"}), ElementsAre(714, 702));
+}
+
+TEST(RemoteOnus, AreRefusedBeforeAnythingIsSent)
+{
+    const FakeService service;
+    const std::vector<std::pair<Words, std::string>> cases{
+        {{"info"}, "SET: missing; give a PON port and ids of its ONUs"},
+        {{"image", "5"}, "SET: '5' is not a PON port and ids of its ONUs"},
+        {{"ports", "1/5", "--uni", "256"}, "--uni: '256' is not a number from 0 to 255"},
+        {{"perf", "1/5"}, "--uni: missing"},
+        {{"services", "1/5", "tv"}, "SERVICE: 'tv' is not one of wan, wlan"},
+        {{"services", "1/5", "fec", "fec"}, "SERVICE: 'fec' given twice"},
+        {{"services", "1/5", "--wan", "x"}, "--wan: 'x' is not a number"},
+    };
+    for (const auto &[more, error] : cases) {
+        Words words{"onu"};
+        words.insert(words.end(), more.begin(), more.end());
+        const Finished finished = service.ponctl(words);
+        EXPECT_EQ(finished.code, 2) << error;
+        EXPECT_THAT(finished.err, HasSubstr("ponctl: " + error));
+    }
+    EXPECT_TRUE(service.received().empty());
+}
+
+TEST(RemoteOnus, HaveHelpForEachCommand)
+{
+    for (const Words &words : std::vector<Words>{{"info"},
+                                                 {"ports"},
+                                                 {"vlan"},
+                                                 {"multicast"},
+                                                 {"perf"},
+                                                 {"perf", "on"},
+                                                 {"perf", "off"},
+                                                 {"optics"},
+                                                 {"services"},
+                                                 {"image"},
+                                                 {"image", "push"},
+                                                 {"image", "commit"},
+                                                 {"multillid"},
+                                                 {"set"}}) {
+        Words help{"onu"};
+        help.insert(help.end(), words.begin(), words.end());
+        help.push_back("--help");
+        const Finished finished = ponctl(help);
+        EXPECT_EQ(finished.code, 0) << words.back();
+        EXPECT_THAT(finished.out, HasSubstr("1/5, 1/3-17,20 or 1/all")) << words.back();
+    }
+}
+
+} // namespace
