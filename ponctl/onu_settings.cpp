@@ -72,17 +72,15 @@ const Command &named_setting(const std::vector<std::string> &words)
 // What a command line calls the UNI port of a setting.
 constexpr std::string_view uni = "uni";
 
-// The fields of a setting: those that its layout names, else the record's own.
+// The fields of a setting: those that its layout names, and the record's own.
 std::vector<const catalogue::Field *> fields_of(const Command &command)
 {
     std::vector<const catalogue::Field *> fields;
-    const catalogue::Layout *layout = catalogue::find_layout(command);
-    if (layout)
+    if (const catalogue::Layout *layout = catalogue::find_layout(command))
         for (const catalogue::Field &field : layout->fields)
             fields.push_back(&field);
-    else
-        for (const char *name : {"onu_arg24", "onu_data"})
-            fields.push_back(catalogue::find_field(command.channel->record->fields, name));
+    for (const char *name : {"onu_arg24", "onu_data"})
+        fields.push_back(catalogue::find_field(command.channel->record->fields, name));
     return fields;
 }
 
@@ -105,7 +103,7 @@ Bytes request_of(const Command &command, const std::vector<Assignment> &given)
         check_field(command, field.name);
         fields.push_back({field.name == uni ? "onu_uni_port" : field.name, field.value});
     }
-    const bool takes_fields = catalogue::find_layout(command) && !fields_of(command).empty();
+    const bool takes_fields = catalogue::find_layout(command);
     if (takes_fields && std::ranges::all_of(given, [](const Assignment &field) { return field.name == uni; }))
         throw UsageError("FIELD=VALUE: missing; 'ponctl onu settings " + short_name(command.name) +
                          "' lists the fields");
