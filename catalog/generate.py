@@ -127,7 +127,7 @@ class Catalogue:
         self.root = root
         self.records, self.channels, self.commands, self.statuses = {}, {}, {}, {}
         self.layouts, self.views, self.families, self.types, self.functions = {}, {}, [], {}, {}
-        self.taken = {}
+        self.taken, self.shown = {}, {}
         self.read_records()
         self.read_channels()
         self.read_statuses()
@@ -532,12 +532,14 @@ class Catalogue:
             layout.brief, layout.record = layout.text("brief"), layout.lookup("record", self.records)
             layout.fields = self.read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", *ALIGNMENTS])
             self.read_uses(layout)
+            self.add(self.shown, layout)
             self.add(self.layouts, layout)
 
     def read_views(self, path, table):
         for view in self.entries(path, table, "view", ["name", "commands", "brief", "columns"]):
             view.brief, view.columns = view.text("brief"), {}
             self.read_uses(view)
+            self.add(self.shown, view)
             for column in view.items("columns"):
                 column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"], ["unit"])
                 column.brief, column.title, column.unit = column.text("brief"), column.text("title"), column.text("unit", "")

@@ -140,6 +140,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_ABOUT_GET 703u /* BSP_MSG_ONU_INFO: all about an ONU */
 #define BSP_CMD_ONU_PHY_INFO_GET 705u /* BSP_MSG_ONU_INFO: PHY of a UNI port */
 #define BSP_CMD_ONU_TIME_GET 706u /* BSP_MSG_ONU_INFO: time configuration of an ONU */
+#define BSP_CMD_ONU_TIME_SET 706u /* BSP_MSG_ONU_INFO: set the time configuration of an ONU */
 #define BSP_CMD_ONU_BANKS_GET 714u /* BSP_MSG_ONU_INFO: image banks of an ONU */
 #define BSP_CMD_ONU_CATV_STATE_GET 716u /* BSP_MSG_ONU_INFO: whether an ONU's CATV port is on */
 #define BSP_CMD_ONU_PERF_MONITOR_SET 717u /* BSP_MSG_ONU_INFO: switch performance monitoring of an ONU */
@@ -147,6 +148,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_PERF_MONITOR_GET 718u /* BSP_MSG_ONU_INFO: performance monitoring of a UNI port */
 #define BSP_CMD_ONU_PERF_CURRENT_GET 720u /* BSP_MSG_ONU_INFO: counters of a UNI port in the current period */
 #define BSP_CMD_ONU_PERF_HISTORY_GET 722u /* BSP_MSG_ONU_INFO: counters of a UNI port in the period before */
+#define BSP_CMD_ONU_ALARM_TEST 777u /* BSP_MSG_ONU_INFO: raise an alarm of an ONU as a test */
 #define BSP_CMD_ONU_DEVICE_INFO_GET 634u /* BSP_MSG_ONU_CFG: device information of an ONU */
 #define BSP_CMD_ONU_VLAN_GET 644u /* BSP_MSG_ONU_CFG: VLANs of a UNI port */
 #define BSP_CMD_ONU_VLAN_SET 644u /* BSP_MSG_ONU_CFG: sets the VLANs of a UNI port */
@@ -161,16 +163,22 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_LOOP_DETECT_SET 657u /* BSP_MSG_ONU_CFG: switches loop detection at a UNI port */
 #define BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET 658u /* BSP_MSG_ONU_CFG: which forms of multicast fast leave an ONU knows */
 #define BSP_CMD_ONU_FAST_LEAVE_GET 659u /* BSP_MSG_ONU_CFG: multicast fast leave, as an ONU has it */
+#define BSP_CMD_ONU_FAST_LEAVE_SET 659u /* BSP_MSG_ONU_CFG: set multicast fast leave of an ONU */
 #define BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET 660u /* BSP_MSG_ONU_CFG: multicast fast leave of an ONU, as the OLT has it */
 #define BSP_CMD_ONU_MC_SWITCH_GET 662u /* BSP_MSG_ONU_CFG: multicast mode, as an ONU has it */
+#define BSP_CMD_ONU_MC_SWITCH_SET 662u /* BSP_MSG_ONU_CFG: set the multicast mode of an ONU */
 #define BSP_CMD_ONU_MC_SWITCH_LOCAL_GET 663u /* BSP_MSG_ONU_CFG: multicast mode of an ONU, as the OLT has it */
 #define BSP_CMD_ONU_MC_GROUP_MAX_GET 665u /* BSP_MSG_ONU_CFG: how many multicast groups a UNI port may join, as the ONU has it */
+#define BSP_CMD_ONU_MC_GROUP_MAX_SET 665u /* BSP_MSG_ONU_CFG: set how many multicast groups a UNI port may join */
 #define BSP_CMD_ONU_MC_GROUP_MAX_LOCAL_GET 666u /* BSP_MSG_ONU_CFG: how many multicast groups a UNI port may join, as the OLT has it */
 #define BSP_CMD_ONU_MC_VLAN_MODE_GET 668u /* BSP_MSG_ONU_CFG: tags of multicast frames at a UNI port, as the ONU has it */
+#define BSP_CMD_ONU_MC_VLAN_MODE_SET 668u /* BSP_MSG_ONU_CFG: set what becomes of the tags of multicast frames at a UNI port */
 #define BSP_CMD_ONU_MC_VLAN_MODE_LOCAL_GET 669u /* BSP_MSG_ONU_CFG: tags of multicast frames at a UNI port, as the OLT has it */
 #define BSP_CMD_ONU_MC_VLAN_GET 670u /* BSP_MSG_ONU_CFG: multicast VLANs of a UNI port, as the ONU has them */
+#define BSP_CMD_ONU_MC_VLAN_SET 670u /* BSP_MSG_ONU_CFG: add multicast VLANs to a UNI port, or take them away */
 #define BSP_CMD_ONU_MC_VLAN_LOCAL_GET 671u /* BSP_MSG_ONU_CFG: multicast VLANs of a UNI port, as the OLT has them */
 #define BSP_CMD_ONU_MC_GROUP_GET 672u /* BSP_MSG_ONU_CFG: multicast groups of an ONU */
+#define BSP_CMD_ONU_MC_GROUP_SET 672u /* BSP_MSG_ONU_CFG: let UNI ports of an ONU join multicast groups, or stop them, in controllable multicast */
 #define BSP_CMD_VIEW_ONU_MC_CONFIG 678u /* BSP_MSG_ONU_CFG: multicast configuration of an ONU */
 #define BSP_CMD_VIEW_ONU_UNI_MC_CONFIG 679u /* BSP_MSG_ONU_CFG: multicast configuration of the UNI ports of an ONU */
 #define BSP_CMD_VIEW_ONU_MC_TRANSLATION 680u /* BSP_MSG_ONU_CFG: multicast VLAN translation of a UNI port */
@@ -179,16 +187,21 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_PAUSE_GET 683u /* BSP_MSG_ONU_CFG: flow control of a UNI port */
 #define BSP_CMD_ONU_PAUSE_SET 683u /* BSP_MSG_ONU_CFG: switches flow control of a UNI port */
 #define BSP_CMD_ONU_FEC_GET 685u /* BSP_MSG_ONU_CFG: forward error correction of an ONU */
+#define BSP_CMD_ONU_FEC_SET 685u /* BSP_MSG_ONU_CFG: switch forward error correction of an ONU */
 #define BSP_CMD_ONU_FEC_ABILITY_GET 686u /* BSP_MSG_ONU_CFG: whether an ONU can correct errors */
 #define BSP_CMD_ONU_IMAGE_UPDATE 694u /* BSP_MSG_ONU_CFG: have the OLT update an image of an ONU */
 #define BSP_CMD_VIEW_ONU_CONFIG 709u /* BSP_MSG_ONU_CFG: configuration of one ONU */
 #define BSP_CMD_VIEW_ONU_PORT_CONFIG 710u /* BSP_MSG_ONU_CFG: configuration of the UNI ports of one ONU */
 #define BSP_CMD_VIEW_ONU_WAN 734u /* BSP_MSG_ONU_CFG: WAN connections of an ONU */
+#define BSP_CMD_ONU_WAN_SET 734u /* BSP_MSG_ONU_CFG: add, change or remove a WAN connection of an ONU */
 #define BSP_CMD_VIEW_ONU_WLAN 736u /* BSP_MSG_ONU_CFG: WLANs of an ONU */
+#define BSP_CMD_ONU_WLAN_SET 736u /* BSP_MSG_ONU_CFG: set one WLAN of an ONU */
 #define BSP_CMD_VIEW_ONU_CATV 737u /* BSP_MSG_ONU_CFG: CATV port of an ONU */
 #define BSP_CMD_VIEW_ONU_VOIP 751u /* BSP_MSG_ONU_CFG: voice ports of an ONU */
 #define BSP_CMD_VIEW_ONU_ACL 757u /* BSP_MSG_ONU_CFG: access control list of an ONU */
+#define BSP_CMD_ONU_ACL_SET 757u /* BSP_MSG_ONU_CFG: add, change or remove a rule of an ONU's access control list */
 #define BSP_CMD_VIEW_ONU_DHCP 761u /* BSP_MSG_ONU_CFG: DHCP server of an ONU */
+#define BSP_CMD_ONU_DHCP_SET 761u /* BSP_MSG_ONU_CFG: set the DHCP server of an ONU */
 #define BSP_CMD_VIEW_ONU_UNI_SNMP 772u /* BSP_MSG_ONU_CFG: UNI ports of an ONU, for the SNMP agent */
 #define BSP_CMD_MPCP_SET 454u /* BSP_MSG_PLAT: set MPCP parameters of a PON port */
 #define BSP_CMD_OPTICS_STATUS_SET 454u /* BSP_MSG_PLAT: hand an optical status block to the PON chip's debug layer */

@@ -45,6 +45,7 @@ inline constexpr uint32_t PON_ERR_NOT_ABLE = 4070; // this kind of ONU is not ab
 inline constexpr uint32_t PON_ERR_BAD_IMAGE = 4071; // the part does not go on where the image has got to, or the image is not what was announced
 inline constexpr uint32_t PON_ERR_NO_IMAGE = 4072; // the ONU has no complete image to commit or to start
 inline constexpr uint32_t PON_ERR_NOT_MONITORED = 4073; // the ONU does not monitor performance, or did not yet in the period before
+inline constexpr uint32_t PON_ERR_SNOOPING = 4080; // the ONU does IGMP/MLD snooping; switch it to controllable multicast first
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -420,6 +421,338 @@ inline constexpr uint32_t recovered = 44; // u32: how many recoveries there were
 inline constexpr uint32_t reserved = 48; // bytes: zero
 } // namespace layout::loop_config
 
+namespace layout::onu_wan_view
+{
+inline constexpr uint32_t index = 24; // u32: number of the connection, 1 to 8; 0 all
+} // namespace layout::onu_wan_view
+
+namespace layout::onu_wan
+{
+inline constexpr uint32_t index = 24; // u32: number of the connection, 1 to 8
+inline constexpr uint32_t mode = 352; // u8: 0 removed, 1 bridge, 2 route: gateways only
+inline constexpr uint32_t service = 353; // u8: what it is for: 1 internet, 2 voice, 3 management, 4 other
+inline constexpr uint32_t ip_mode = 354; // u8: 0 of a bridge; of a route 1 static, 2 DHCP, 3 PPPoE
+inline constexpr uint32_t priority = 355; // u8: 802.1p priority, 0 to 7
+inline constexpr uint32_t vlan = 356; // u16: VLAN, 1 to 4094; 0 untagged
+inline constexpr uint32_t address = 360; // bytes: IPv4 address of a host; 0 unless static
+inline constexpr uint32_t mask = 364; // bytes: network mask, of 1 to 30 bits from the left; 0 unless static
+inline constexpr uint32_t gateway = 368; // bytes: IPv4 address of the gateway, another host of the network, or 0 none; 0 unless static
+inline constexpr uint32_t name = 372; // text: name, 1 to 23 bytes
+} // namespace layout::onu_wan
+
+namespace layout::onu_wlan
+{
+inline constexpr uint32_t index = 24; // u32: number of the WLAN, 1 to 4
+inline constexpr uint32_t enabled = 352; // u8: 1 enabled, else 0
+inline constexpr uint32_t channel = 353; // u8: channel, 1 to 13; 0 chosen by the ONU
+inline constexpr uint32_t security = 354; // u8: 0 open, 1 WPA2, 2 WPA2 and WPA3, 3 WPA3
+inline constexpr uint32_t hidden = 355; // u8: 1 where the name is not announced, else 0
+inline constexpr uint32_t name = 356; // text: SSID, 1 to 32 bytes
+} // namespace layout::onu_wlan
+
+namespace layout::onu_acl
+{
+inline constexpr uint32_t index = 24; // u32: number of the rule, 1 to 8
+inline constexpr uint32_t action = 352; // u8: 0 removed, 1 permit, 2 deny
+inline constexpr uint32_t direction = 353; // u8: 1 upstream, 2 downstream
+inline constexpr uint32_t protocol = 354; // u8: IP protocol number, 6 TCP and 17 UDP; 0 any
+inline constexpr uint32_t source = 356; // bytes: IPv4 address of the sender's network
+inline constexpr uint32_t source_mask = 360; // bytes: its mask, of 1 to 32 bits from the left; 0 with source 0: any
+inline constexpr uint32_t dest = 364; // bytes: IPv4 address of the receiver's network
+inline constexpr uint32_t dest_mask = 368; // bytes: its mask, of 1 to 32 bits from the left; 0 with dest 0: any
+inline constexpr uint32_t first_port = 372; // u16: first port of the receiver, of TCP and UDP only; 0 any
+inline constexpr uint32_t last_port = 374; // u16: last one, at least first_port; 0 with first_port 0
+} // namespace layout::onu_acl
+
+namespace layout::onu_dhcp
+{
+inline constexpr uint32_t enabled = 352; // u8: 1 enabled, else 0
+inline constexpr uint32_t lease_time = 356; // u32: how long an address is leased, 60 to 864000
+inline constexpr uint32_t address = 360; // bytes: IPv4 address of the gateway on the users' side, a host's
+inline constexpr uint32_t mask = 364; // bytes: network mask, of 1 to 30 bits from the left
+inline constexpr uint32_t first = 368; // bytes: first address that is leased, a host's of the network
+inline constexpr uint32_t last = 372; // bytes: last one, at least the first; the gateway's is not among them
+} // namespace layout::onu_dhcp
+
+namespace layout::onu_sn
+{
+inline constexpr uint32_t vendor = 352; // text: vendor id
+inline constexpr uint32_t model = 356; // text: model
+inline constexpr uint32_t mac = 360; // mac: ONU id: its MAC address
+inline constexpr uint32_t hardware = 366; // text: hardware version
+inline constexpr uint32_t software = 374; // text: software version that runs
+inline constexpr uint32_t extended_model = 390; // text: extended model: the model, and its user ports
+} // namespace layout::onu_sn
+
+namespace layout::onu_fw
+{
+inline constexpr uint32_t version = 352; // text: version of the firmware that runs: that of the software, after an upgrade the new one
+} // namespace layout::onu_fw
+
+namespace layout::onu_chip_id
+{
+inline constexpr uint32_t vendor = 352; // text: vendor id
+inline constexpr uint32_t model = 354; // u16: model number
+inline constexpr uint32_t revision = 356; // u8: revision, from 1 on
+inline constexpr uint32_t date = 357; // bytes: date of its design, YYMMDD, a decimal digit each half of a byte
+} // namespace layout::onu_chip_id
+
+namespace layout::onu_cap
+{
+inline constexpr uint32_t services = 352; // u8: services: bit 0 GE, 1 FE, 2 VoIP, 3 TDM
+inline constexpr uint32_t ge_ports = 353; // u8: number of GE ports
+inline constexpr uint32_t ge_bitmap = 354; // bytes: which UNI ports are GE ports
+inline constexpr uint32_t fe_ports = 362; // u8: number of FE ports
+inline constexpr uint32_t fe_bitmap = 363; // bytes: which UNI ports are FE ports
+inline constexpr uint32_t pots_ports = 371; // u8: number of POTS ports
+inline constexpr uint32_t e1_ports = 372; // u8: number of E1 ports: none has any
+inline constexpr uint32_t us_queues = 373; // u8: upstream queues of the ONU
+inline constexpr uint32_t us_queues_of_port = 374; // u8: upstream queues of a UNI port, at most: its ports share those of the ONU
+inline constexpr uint32_t ds_queues = 375; // u8: downstream queues of the ONU
+inline constexpr uint32_t ds_queues_of_port = 376; // u8: downstream queues of a UNI port, at most
+inline constexpr uint32_t battery = 377; // u8: 1 where there is battery backup, else 0
+} // namespace layout::onu_cap
+
+namespace layout::onu_cap2
+{
+inline constexpr uint32_t onu_type = 352; // u32: 0 SFU, 1 HGU, 2 SBU
+inline constexpr uint32_t multi_llid = 356; // u8: 1: more than one LLID can be set
+inline constexpr uint32_t protection = 357; // u8: protection of its PON interface: 0 none, 1 type C, 2 type D
+inline constexpr uint32_t pon_interfaces = 358; // u8: number of PON interfaces
+inline constexpr uint32_t slots = 359; // u8: number of slots: 0, no ONU has cards
+inline constexpr uint32_t interface_types = 360; // u8: how many of the interface types that follow count
+inline constexpr uint32_t interface_type = 364; // u8: interface type: 0 GE, 1 FE, 2 VoIP
+inline constexpr uint32_t interface_type_every = 6; // from one interface_type to the next
+inline constexpr uint32_t interface_number = 366; // u8: how many interfaces of this type there are
+inline constexpr uint32_t interface_number_every = 6; // from one interface_number to the next
+inline constexpr uint32_t battery = 415; // u8: 1 where there is battery backup, else 0
+} // namespace layout::onu_cap2
+
+namespace layout::onu_mem_info
+{
+inline constexpr uint32_t memory_total = 352; // u32: memory
+inline constexpr uint32_t memory_free = 356; // u32: what of it is free
+inline constexpr uint32_t flash_total = 360; // u32: flash memory
+inline constexpr uint32_t flash_free = 364; // u32: what of it is free
+} // namespace layout::onu_mem_info
+
+namespace layout::onu_device_info
+{
+inline constexpr uint32_t mac = 352; // mac: MAC address
+inline constexpr uint32_t onu_type = 358; // u8: 0 SFU, 1 HGU, 2 SBU
+inline constexpr uint32_t ge_ports = 359; // u8: number of GE UNI ports; they are the first ones
+inline constexpr uint32_t fe_ports = 360; // u8: number of FE UNI ports
+inline constexpr uint32_t pots_ports = 361; // u8: number of POTS ports
+inline constexpr uint32_t battery = 362; // u8: 1 where there is battery backup, else 0
+inline constexpr uint32_t cpu_load = 363; // u8: load of its processor in five seconds of model time
+inline constexpr uint32_t llids = 364; // u32: number of LLIDs that it has
+inline constexpr uint32_t memory_total = 368; // u32: memory
+inline constexpr uint32_t flash_total = 372; // u32: flash memory
+inline constexpr uint32_t temperature = 376; // s32: temperature of its optical transceiver
+inline constexpr uint32_t chip_revision = 380; // u32: revision of its PON chip, from 1 on
+inline constexpr uint32_t vendor = 384; // text: vendor id
+inline constexpr uint32_t model = 388; // text: model
+inline constexpr uint32_t extended_model = 392; // text: extended model: the model, and its user ports
+inline constexpr uint32_t serial = 408; // text: serial number: the vendor id, and the last four bytes of the MAC address
+inline constexpr uint32_t hardware = 420; // text: hardware version
+inline constexpr uint32_t software = 428; // text: software version that runs
+inline constexpr uint32_t chipset = 444; // text: PON chip: vendor id and model number
+} // namespace layout::onu_device_info
+
+namespace layout::onu_about
+{
+inline constexpr uint32_t mac = 352; // mac: MAC address
+inline constexpr uint32_t onu_id = 358; // u8: id that it is bound to
+inline constexpr uint32_t state = 359; // u8: 0 offline, 1 online, 2 unauthenticated: turned away for its LOID
+inline constexpr uint32_t pon_port = 360; // u32: PON port number
+inline constexpr uint32_t llid = 364; // u32: its LLID, where it has several the first
+inline constexpr uint32_t llids = 368; // u32: how many LLIDs it was told to have
+inline constexpr uint32_t distance = 372; // u32: distance that ranging found; 0 while the ONU is offline
+inline constexpr uint32_t received_power = 376; // s32: what the port receives of it; -40 while it is offline
+inline constexpr uint32_t reboots = 380; // u32: how often it was rebooted by command, or after an upgrade
+inline constexpr uint32_t vendor = 384; // text: vendor id
+inline constexpr uint32_t model = 388; // text: model
+inline constexpr uint32_t extended_model = 392; // text: extended model: the model, and its user ports
+inline constexpr uint32_t serial = 408; // text: serial number: the vendor id, and the last four bytes of the MAC address
+inline constexpr uint32_t hardware = 420; // text: hardware version
+inline constexpr uint32_t software = 428; // text: software version
+inline constexpr uint32_t chipset = 444; // text: PON chip: vendor id and model number
+inline constexpr uint32_t ge_ports = 452; // u8: number of GE UNI ports; they are the first ones
+inline constexpr uint32_t fe_ports = 453; // u8: number of FE UNI ports
+inline constexpr uint32_t pots_ports = 454; // u8: number of POTS ports
+inline constexpr uint32_t battery = 455; // u8: 1 where there is battery backup, else 0
+inline constexpr uint32_t unis_enabled = 456; // u32: how many of its UNI ports are enabled
+inline constexpr uint32_t unis_up = 460; // u32: how many of its UNI ports have a link; 0 unless it is online
+} // namespace layout::onu_about
+
+namespace layout::onu_max_port
+{
+inline constexpr uint32_t unis = 8; // u8: number of UNI ports, 1 to 4
+} // namespace layout::onu_max_port
+
+namespace layout::onu_optics
+{
+inline constexpr uint32_t temperature = 352; // s16: temperature, in 1/256 degC
+inline constexpr uint32_t voltage = 354; // u16: supply voltage
+inline constexpr uint32_t bias = 356; // u16: bias of the laser
+inline constexpr uint32_t launch_power = 358; // u16: launch power
+inline constexpr uint32_t received_power = 360; // u16: power received from the OLT
+} // namespace layout::onu_optics
+
+namespace layout::onu_image_part
+{
+inline constexpr uint32_t offset = 352; // u32: where in the image the part begins: 0, or where the image has got to
+inline constexpr uint32_t size = 356; // u32: size of the whole image, 1 to 16777216; the same in all of its parts
+inline constexpr uint32_t length = 360; // u32: length of this part, 1 to 1504
+inline constexpr uint32_t version = 364; // text: software version of the image, in its first part: 1 to 16 visible ASCII characters without blanks, quotes and backslashes; not read in the others
+inline constexpr uint32_t bytes = 384; // bytes: the bytes of the image, from the left
+} // namespace layout::onu_image_part
+
+namespace layout::onu_image_status
+{
+inline constexpr uint32_t state = 352; // u32: 0 none, 1 receiving, 2 complete, 3 committed: the ONU runs it from its next restart on, 4 started: the ONU runs it, 5 failed verification
+inline constexpr uint32_t received = 356; // u32: how much the ONU has received; the next part begins there
+inline constexpr uint32_t size = 360; // u32: size of the whole image
+inline constexpr uint32_t crc = 364; // u32: CRC-32 (as in Ethernet) of what the ONU has received
+inline constexpr uint32_t bank = 368; // u16: bank that it goes to, 1 or 2
+inline constexpr uint32_t progress = 370; // u16: how much of the image the ONU has received
+} // namespace layout::onu_image_status
+
+namespace layout::onu_banks
+{
+inline constexpr uint32_t version = 352; // text: software version of the image
+inline constexpr uint32_t version_every = 32; // from one version to the next
+inline constexpr uint32_t valid = 369; // u8: 1 where the image is complete and verified
+inline constexpr uint32_t valid_every = 32; // from one valid to the next
+inline constexpr uint32_t active = 370; // u8: 1 where the ONU runs the image
+inline constexpr uint32_t active_every = 32; // from one active to the next
+inline constexpr uint32_t committed = 371; // u8: 1 where the ONU runs the image from its next restart on
+inline constexpr uint32_t committed_every = 32; // from one committed to the next
+inline constexpr uint32_t size = 372; // u32: size of the image
+inline constexpr uint32_t size_every = 32; // from one size to the next
+inline constexpr uint32_t crc = 376; // u32: CRC-32 of the image, while it is received of what has come. Of an image that was not pushed, the same for all ONUs of a vendor and model with the version
+inline constexpr uint32_t crc_every = 32; // from one crc to the next
+} // namespace layout::onu_banks
+
+namespace layout::onu_image_update
+{
+inline constexpr uint32_t bank = 352; // u32: bank that the image goes to, 1 or 2, which must not be the active one; 0 the one that is not
+inline constexpr uint32_t file = 356; // text: file name of the image, as the upgrade type has it
+} // namespace layout::onu_image_update
+
+namespace layout::onu_fast_leave_ability
+{
+inline constexpr uint32_t number = 352; // u32: how many of the words behind it count, 0 to 4; 0 where the ONU knows no multicast
+inline constexpr uint32_t ability = 356; // u32: 0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast
+inline constexpr uint32_t ability_every = 4; // from one ability to the next
+} // namespace layout::onu_fast_leave_ability
+
+namespace layout::onu_fast_leave
+{
+inline constexpr uint32_t state = 352; // u32: 0 off, which it is until set; 1 on
+} // namespace layout::onu_fast_leave
+
+namespace layout::onu_fast_leave_set
+{
+inline constexpr uint32_t state = 352; // u32: 0 off: a port leaves a group once queries stay unanswered; 1 on: with the first leave message
+} // namespace layout::onu_fast_leave_set
+
+namespace layout::onu_fast_leave_local
+{
+inline constexpr uint32_t state = 352; // u32: 0 off, 1 on
+inline constexpr uint32_t number = 356; // u32: how many of the words behind it count, 0 to 4; 0 where the ONU knows no multicast
+inline constexpr uint32_t ability = 360; // u32: 0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast
+inline constexpr uint32_t ability_every = 4; // from one ability to the next
+} // namespace layout::onu_fast_leave_local
+
+namespace layout::onu_mc_switch
+{
+inline constexpr uint32_t mode = 352; // u8: 0 IGMP/MLD snooping, which it is until set, and of kinds of ONUs without multicast; 1 controllable multicast
+} // namespace layout::onu_mc_switch
+
+namespace layout::onu_mc_switch_set
+{
+inline constexpr uint32_t mode = 352; // u8: 0 IGMP/MLD snooping: users join what they like in the multicast VLANs of their UNI port; 1 controllable multicast: UNI ports join what the OLT tells
+} // namespace layout::onu_mc_switch_set
+
+namespace layout::onu_mc_group_max
+{
+inline constexpr uint32_t maximum = 352; // u16: 0 to 255; 32 until set, and 0 of kinds of ONUs without multicast
+} // namespace layout::onu_mc_group_max
+
+namespace layout::onu_mc_group_max_set
+{
+inline constexpr uint32_t maximum = 352; // u16: 0 to 255; with 0 it joins none
+} // namespace layout::onu_mc_group_max_set
+
+namespace layout::onu_mc_vlan_mode
+{
+inline constexpr uint32_t mode = 352; // u8: 0 they stay, which it is until set; 1 they are stripped; 2 they are translated
+inline constexpr uint32_t number = 353; // u8: how many pairs count: 1 to 8 where tags are translated, else 0
+inline constexpr uint32_t mc_vlan = 354; // u16: multicast VLAN; 0 where the pair does not count
+inline constexpr uint32_t mc_vlan_every = 4; // from one mc_vlan to the next
+inline constexpr uint32_t user_vlan = 356; // u16: VLAN that its frames are tagged with at the port; 0 where the pair does not count
+inline constexpr uint32_t user_vlan_every = 4; // from one user_vlan to the next
+} // namespace layout::onu_mc_vlan_mode
+
+namespace layout::onu_mc_vlan_mode_set
+{
+inline constexpr uint32_t mode = 352; // u8: 0 they stay; 1 they are stripped; 2 they are translated
+inline constexpr uint32_t number = 353; // u8: how many pairs count: 1 to 8 where tags are translated, else 0
+inline constexpr uint32_t mc_vlan = 354; // u16: multicast VLAN, 1 to 4094, each once; 0 where the pair does not count
+inline constexpr uint32_t mc_vlan_every = 4; // from one mc_vlan to the next
+inline constexpr uint32_t user_vlan = 356; // u16: VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count
+inline constexpr uint32_t user_vlan_every = 4; // from one user_vlan to the next
+} // namespace layout::onu_mc_vlan_mode_set
+
+namespace layout::onu_mc_vlan
+{
+inline constexpr uint32_t operation = 352; // u8: 3: a list
+inline constexpr uint32_t number = 353; // u8: how many VLANs there are, 0 to 8
+inline constexpr uint32_t vlan = 354; // u16: the VLANs in the order in which they were added, 1 to 4094; 0 behind the last
+inline constexpr uint32_t vlan_every = 2; // from one vlan to the next
+} // namespace layout::onu_mc_vlan
+
+namespace layout::onu_mc_vlan_set
+{
+inline constexpr uint32_t operation = 352; // u8: 0 delete these VLANs, 1 add them, 2 clear: delete all
+inline constexpr uint32_t number = 353; // u8: how many VLANs count: 1 to 8; 0 to clear
+inline constexpr uint32_t vlan = 354; // u16: the VLANs, 1 to 4094, each once; those that do not count are not read
+inline constexpr uint32_t vlan_every = 2; // from one vlan to the next
+} // namespace layout::onu_mc_vlan_set
+
+namespace layout::onu_mc_vlan_local
+{
+inline constexpr uint32_t vlan = 352; // u16: the VLANs in the order in which they were added, 1 to 4094; 0 behind the last
+inline constexpr uint32_t vlan_every = 2; // from one vlan to the next
+} // namespace layout::onu_mc_vlan_local
+
+namespace layout::onu_mc_group
+{
+inline constexpr uint32_t action = 352; // u8: 3: a list
+inline constexpr uint32_t control_type = 353; // u8: 1: groups are told apart by MAC address and VLAN
+inline constexpr uint32_t number = 354; // u8: how many entries there are, 0 to 128; those behind them are zero
+inline constexpr uint32_t uni = 356; // u16: UNI port
+inline constexpr uint32_t uni_every = 10; // from one uni to the next
+inline constexpr uint32_t vlan = 358; // u16: multicast VLAN
+inline constexpr uint32_t vlan_every = 10; // from one vlan to the next
+inline constexpr uint32_t group = 360; // mac: MAC address of the group
+inline constexpr uint32_t group_every = 10; // from one group to the next
+} // namespace layout::onu_mc_group
+
+namespace layout::onu_mc_group_set
+{
+inline constexpr uint32_t action = 352; // u8: 0 delete these entries, 1 add them, 2 clear: delete all
+inline constexpr uint32_t control_type = 353; // u8: 1: groups are told apart by MAC address and VLAN
+inline constexpr uint32_t number = 354; // u8: how many entries count: 1 to 128; 0 to clear
+inline constexpr uint32_t uni = 356; // u16: UNI port; entries that do not count are not read
+inline constexpr uint32_t uni_every = 10; // from one uni to the next
+inline constexpr uint32_t vlan = 358; // u16: multicast VLAN, 1 to 4094
+inline constexpr uint32_t vlan_every = 10; // from one vlan to the next
+inline constexpr uint32_t group = 360; // mac: MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice
+inline constexpr uint32_t group_every = 10; // from one group to the next
+} // namespace layout::onu_mc_group_set
+
 namespace layout::onu_switch
 {
 inline constexpr uint32_t on = 352; // u8: 1 on, 0 off
@@ -477,6 +810,299 @@ inline constexpr uint32_t down_errored = 624; // u64: downstream frames with err
 inline constexpr uint32_t up_errored = 632; // u64: upstream frames with errors: with a wrong check sequence, undersize, oversize, fragments and jabbers
 inline constexpr uint32_t status_changes = 640; // u64: changes of the link's state: not modelled, 0
 } // namespace layout::onu_performance
+
+namespace layout::onu_mgmt
+{
+inline constexpr uint32_t address = 352; // bytes: IPv4 address
+inline constexpr uint32_t mask = 356; // bytes: network mask
+inline constexpr uint32_t gateway = 360; // bytes: IPv4 address of the gateway; 0 none
+inline constexpr uint32_t vlan = 364; // u16: VLAN, 1 to 4094; 0 untagged
+inline constexpr uint32_t priority = 366; // u8: 802.1p priority, 0 to 7
+inline constexpr uint32_t mode = 367; // u8: 0 off, 1 static address
+inline constexpr uint32_t dscp = 368; // u8: DSCP of what the ONU sends, 0 to 63
+} // namespace layout::onu_mgmt
+
+namespace layout::onu_mgmt_set
+{
+inline constexpr uint32_t address = 352; // bytes: IPv4 address of a host: neither the first nor the last of its network
+inline constexpr uint32_t mask = 356; // bytes: network mask, of 1 to 30 bits from the left
+inline constexpr uint32_t gateway = 360; // bytes: IPv4 address of the gateway, another host of the network; 0 none
+inline constexpr uint32_t vlan = 364; // u16: VLAN, 1 to 4094; 0 untagged
+inline constexpr uint32_t priority = 366; // u8: 802.1p priority, 0 to 7
+inline constexpr uint32_t mode = 367; // u8: 0 off, 1 static address
+inline constexpr uint32_t dscp = 368; // u8: DSCP of what the ONU sends, 0 to 63
+} // namespace layout::onu_mgmt_set
+
+namespace layout::onu_fec
+{
+inline constexpr uint32_t mode = 352; // u32: 1 unknown: the ONU cannot correct errors; 2 enabled, 3 disabled
+} // namespace layout::onu_fec
+
+namespace layout::onu_fec_set
+{
+inline constexpr uint32_t mode = 352; // u32: 2 enabled, 3 disabled
+} // namespace layout::onu_fec_set
+
+namespace layout::onu_fec_ability
+{
+inline constexpr uint32_t ability = 352; // u32: 2 supported, 3 not supported
+} // namespace layout::onu_fec_ability
+
+namespace layout::onu_time
+{
+inline constexpr uint32_t server = 352; // bytes: IPv4 address of the time server; 0 none
+inline constexpr uint32_t backup = 356; // bytes: IPv4 address of a second one; 0 none
+inline constexpr uint32_t interval = 360; // u32: between two questions to the server, 16 to 86400
+inline constexpr uint32_t zone = 364; // s16: time zone, east of UTC: -720 to 840
+inline constexpr uint32_t mode = 366; // u8: 0 the time of the OLT, 1 SNTP
+inline constexpr uint32_t summer = 367; // u8: 1 while summer time adds an hour to the zone, else 0
+} // namespace layout::onu_time
+
+namespace layout::onu_time_set
+{
+inline constexpr uint32_t server = 352; // bytes: IPv4 address of the time server; 0 none, in mode 0 only
+inline constexpr uint32_t backup = 356; // bytes: IPv4 address of a second one; 0 none
+inline constexpr uint32_t interval = 360; // u32: between two questions to the server, 16 to 86400
+inline constexpr uint32_t zone = 364; // s16: time zone, east of UTC: -720 to 840
+inline constexpr uint32_t mode = 366; // u8: 0 the time of the OLT, 1 SNTP
+inline constexpr uint32_t summer = 367; // u8: 1 while summer time adds an hour to the zone, else 0
+} // namespace layout::onu_time_set
+
+namespace layout::onu_sla
+{
+inline constexpr uint32_t operation = 352; // u8: 1 where the OLT has an SLA stored, 0 where the default holds
+inline constexpr uint32_t scheduling = 353; // u8: 0 strict priority
+inline constexpr uint32_t boundary = 354; // u8: lowest queue that is served by strict priority
+inline constexpr uint32_t services = 355; // u8: number of services, 0 to 8
+inline constexpr uint32_t cycle = 356; // u32: time in which fixed bandwidth is granted once
+inline constexpr uint32_t queue = 360; // u8: queue of the service: the SLA's priority, 0 lowest to 7 highest
+inline constexpr uint32_t queue_every = 10; // from one queue to the next
+inline constexpr uint32_t weight = 361; // u8: share among those of one priority
+inline constexpr uint32_t weight_every = 10; // from one weight to the next
+inline constexpr uint32_t packet_size = 362; // u16: size of the packets that fixed bandwidth is for; 0 without any
+inline constexpr uint32_t packet_size_every = 10; // from one packet_size to the next
+inline constexpr uint32_t fixed = 364; // u16: bandwidth that is granted whether used or not
+inline constexpr uint32_t fixed_every = 10; // from one fixed to the next
+inline constexpr uint32_t guaranteed = 366; // u16: further bandwidth that is granted when asked for
+inline constexpr uint32_t guaranteed_every = 10; // from one guaranteed to the next
+inline constexpr uint32_t best_effort = 368; // u16: bandwidth that is never exceeded
+inline constexpr uint32_t best_effort_every = 10; // from one best_effort to the next
+} // namespace layout::onu_sla
+
+namespace layout::onu_multi_llid
+{
+inline constexpr uint32_t llids = 24; // u32: how many, 1 to 8; 1 at first
+} // namespace layout::onu_multi_llid
+
+namespace layout::oam_print
+{
+inline constexpr uint32_t level = 24; // u32: 0 nothing, as at first; 1 errors, 2 errors and messages
+} // namespace layout::oam_print
+
+namespace layout::onu_alarm_test
+{
+inline constexpr uint32_t alarm = 24; // u32: an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 10 deregistered
+} // namespace layout::onu_alarm_test
+
+namespace layout::onu_admin_state
+{
+inline constexpr uint32_t on = 352; // u32: 1 on, 0 off
+} // namespace layout::onu_admin_state
+
+namespace layout::onu_admin_state_set
+{
+inline constexpr uint32_t on = 352; // u32: 1 on, 0 off
+} // namespace layout::onu_admin_state_set
+
+namespace layout::onu_autoneg
+{
+inline constexpr uint32_t on = 352; // u32: 1 on, 0 off
+} // namespace layout::onu_autoneg
+
+namespace layout::onu_autoneg_set
+{
+inline constexpr uint32_t on = 352; // u32: 1 on, 0 off
+} // namespace layout::onu_autoneg_set
+
+namespace layout::onu_autoneg_local
+{
+inline constexpr uint32_t count = 352; // u32: how many abilities there are, 1 to 5
+inline constexpr uint32_t ability = 356; // u32: AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last
+inline constexpr uint32_t ability_every = 4; // from one ability to the next
+} // namespace layout::onu_autoneg_local
+
+namespace layout::onu_autoneg_adv
+{
+inline constexpr uint32_t count = 352; // u32: how many abilities there are, 1 to 5
+inline constexpr uint32_t ability = 356; // u32: AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last
+inline constexpr uint32_t ability_every = 4; // from one ability to the next
+} // namespace layout::onu_autoneg_adv
+
+namespace layout::onu_autoneg_adv_set
+{
+inline constexpr uint32_t count = 352; // u32: how many abilities there are, 1 to 5
+inline constexpr uint32_t ability = 356; // u32: AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last
+inline constexpr uint32_t ability_every = 4; // from one ability to the next
+} // namespace layout::onu_autoneg_adv_set
+
+namespace layout::onu_pause
+{
+inline constexpr uint32_t on = 352; // u8: 1 on, 0 off
+} // namespace layout::onu_pause
+
+namespace layout::onu_pause_set
+{
+inline constexpr uint32_t on = 352; // u8: 1 on, 0 off
+} // namespace layout::onu_pause_set
+
+namespace layout::onu_phy_info
+{
+inline constexpr uint32_t link = 352; // u32: 1 while there is a link, else 0
+inline constexpr uint32_t speed = 356; // u32: speed of the link; 0 without one
+inline constexpr uint32_t full_duplex = 360; // u32: 1 where the link is full duplex
+inline constexpr uint32_t line_rate = 364; // u32: highest speed of the port: 100 of an FE port, 1000 of a GE port
+inline constexpr uint32_t negotiation = 368; // u32: auto-negotiation: 0 off, 1 without a result, 2 complete
+inline constexpr uint32_t pause = 372; // u32: 1 while there is flow control: it is on, and the link is full duplex
+} // namespace layout::onu_phy_info
+
+namespace layout::onu_rate_limit
+{
+inline constexpr uint32_t up_cir = 352; // u32: upstream committed rate, 1 to 999999
+inline constexpr uint32_t up_cbs = 356; // u32: upstream committed burst, 1522 to 16777215
+inline constexpr uint32_t up_ebs = 360; // u32: upstream excess burst, at most 16777215
+inline constexpr uint32_t down_cir = 364; // u32: downstream committed rate, at most down_pir
+inline constexpr uint32_t down_pir = 368; // u32: downstream peak rate, which limits it, 1 to 999999
+inline constexpr uint32_t up_on = 372; // u8: 1 where upstream is limited, else 0: then its values do not count
+inline constexpr uint32_t down_on = 373; // u8: the same of downstream
+} // namespace layout::onu_rate_limit
+
+namespace layout::onu_rate_limit_set
+{
+inline constexpr uint32_t up_cir = 352; // u32: upstream committed rate, 1 to 999999
+inline constexpr uint32_t up_cbs = 356; // u32: upstream committed burst, 1522 to 16777215
+inline constexpr uint32_t up_ebs = 360; // u32: upstream excess burst, at most 16777215
+inline constexpr uint32_t down_cir = 364; // u32: downstream committed rate, at most down_pir
+inline constexpr uint32_t down_pir = 368; // u32: downstream peak rate, which limits it, 1 to 999999
+inline constexpr uint32_t up_on = 372; // u8: 1 where upstream is limited, else 0: then its values do not count
+inline constexpr uint32_t down_on = 373; // u8: the same of downstream
+} // namespace layout::onu_rate_limit_set
+
+namespace layout::onu_loop_detect
+{
+inline constexpr uint32_t on = 352; // u32: 1 on, which it is until it is told otherwise; 0 off
+inline constexpr uint32_t state = 356; // u32: 0 no loop, 1 a loop is there, 2 the port is shut for one
+} // namespace layout::onu_loop_detect
+
+namespace layout::onu_loop_detect_set
+{
+inline constexpr uint32_t on = 352; // u32: 1 on, 0 off
+} // namespace layout::onu_loop_detect_set
+
+namespace layout::onu_vlan
+{
+inline constexpr uint32_t mode = 352; // u8: 0 transparent, 1 tag, 2 translation, 3 trunk
+inline constexpr uint32_t count = 353; // u8: how many VLANs there are: 1 to 8 of a translation or trunk, else 0
+inline constexpr uint32_t pvid = 354; // u16: VLAN of untagged frames, 1 to 4094
+inline constexpr uint32_t priority = 356; // u8: 802.1p priority of untagged frames, 0 to 7
+inline constexpr uint32_t tpid = 358; // u16: type that a tag is known by, at least 1536; usually 33024 (8100h)
+inline constexpr uint32_t user = 360; // u16: VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last
+inline constexpr uint32_t user_every = 4; // from one user to the next
+inline constexpr uint32_t network = 362; // u16: the same beyond the ONU: of a translation another for each, of a trunk that of the user
+inline constexpr uint32_t network_every = 4; // from one network to the next
+} // namespace layout::onu_vlan
+
+namespace layout::onu_vlan_set
+{
+inline constexpr uint32_t mode = 352; // u8: 0 transparent, 1 tag, 2 translation, 3 trunk
+inline constexpr uint32_t count = 353; // u8: how many VLANs there are: 1 to 8 of a translation or trunk, else 0
+inline constexpr uint32_t pvid = 354; // u16: VLAN of untagged frames, 1 to 4094
+inline constexpr uint32_t priority = 356; // u8: 802.1p priority of untagged frames, 0 to 7
+inline constexpr uint32_t tpid = 358; // u16: type that a tag is known by, at least 1536; usually 33024 (8100h)
+inline constexpr uint32_t user = 360; // u16: VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last
+inline constexpr uint32_t user_every = 4; // from one user to the next
+inline constexpr uint32_t network = 362; // u16: the same beyond the ONU: of a translation another for each, of a trunk that of the user
+inline constexpr uint32_t network_every = 4; // from one network to the next
+} // namespace layout::onu_vlan_set
+
+namespace layout::onu_classification
+{
+inline constexpr uint32_t action = 352; // u8: in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1
+inline constexpr uint32_t count = 353; // u8: how many rules follow, at most 8
+inline constexpr uint32_t precedence = 354; // u8: tells one rule from another; the rule with the lowest is tried first
+inline constexpr uint32_t precedence_every = 37; // from one precedence to the next
+inline constexpr uint32_t length = 355; // u8: bytes of the rule behind this one; in requests it does not count
+inline constexpr uint32_t length_every = 37; // from one length to the next
+inline constexpr uint32_t queue = 356; // u8: queue for frames that match, 0 to 7, and less than the ONU has
+inline constexpr uint32_t queue_every = 37; // from one queue to the next
+inline constexpr uint32_t mark = 357; // u8: 802.1p priority that they are given, 0 to 7; 255 leaves it
+inline constexpr uint32_t mark_every = 37; // from one mark to the next
+inline constexpr uint32_t entries = 358; // u8: how many conditions there are, 1 to 4; a frame must meet all
+inline constexpr uint32_t entries_every = 37; // from one entries to the next
+inline constexpr uint32_t field_a = 359; // u8: what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port
+inline constexpr uint32_t field_a_every = 37; // from one field_a to the next
+inline constexpr uint32_t value_a = 360; // bytes: value, a number with the highest byte first, no wider than what it is compared with
+inline constexpr uint32_t value_a_every = 37; // from one value_a to the next
+inline constexpr uint32_t operator_a = 366; // u8: 0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always
+inline constexpr uint32_t operator_a_every = 37; // from one operator_a to the next
+inline constexpr uint32_t field_b = 367; // u8: of the next condition, likewise
+inline constexpr uint32_t field_b_every = 37; // from one field_b to the next
+inline constexpr uint32_t value_b = 368; // bytes: its value
+inline constexpr uint32_t value_b_every = 37; // from one value_b to the next
+inline constexpr uint32_t operator_b = 374; // u8: its operator
+inline constexpr uint32_t operator_b_every = 37; // from one operator_b to the next
+inline constexpr uint32_t field_c = 375; // u8: of the next condition, likewise
+inline constexpr uint32_t field_c_every = 37; // from one field_c to the next
+inline constexpr uint32_t value_c = 376; // bytes: its value
+inline constexpr uint32_t value_c_every = 37; // from one value_c to the next
+inline constexpr uint32_t operator_c = 382; // u8: its operator
+inline constexpr uint32_t operator_c_every = 37; // from one operator_c to the next
+inline constexpr uint32_t field_d = 383; // u8: of the next condition, likewise
+inline constexpr uint32_t field_d_every = 37; // from one field_d to the next
+inline constexpr uint32_t value_d = 384; // bytes: its value
+inline constexpr uint32_t value_d_every = 37; // from one value_d to the next
+inline constexpr uint32_t operator_d = 390; // u8: its operator
+inline constexpr uint32_t operator_d_every = 37; // from one operator_d to the next
+} // namespace layout::onu_classification
+
+namespace layout::onu_classification_set
+{
+inline constexpr uint32_t action = 352; // u8: in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1
+inline constexpr uint32_t count = 353; // u8: how many rules follow, at most 8
+inline constexpr uint32_t precedence = 354; // u8: tells one rule from another; the rule with the lowest is tried first
+inline constexpr uint32_t precedence_every = 37; // from one precedence to the next
+inline constexpr uint32_t length = 355; // u8: bytes of the rule behind this one; in requests it does not count
+inline constexpr uint32_t length_every = 37; // from one length to the next
+inline constexpr uint32_t queue = 356; // u8: queue for frames that match, 0 to 7, and less than the ONU has
+inline constexpr uint32_t queue_every = 37; // from one queue to the next
+inline constexpr uint32_t mark = 357; // u8: 802.1p priority that they are given, 0 to 7; 255 leaves it
+inline constexpr uint32_t mark_every = 37; // from one mark to the next
+inline constexpr uint32_t entries = 358; // u8: how many conditions there are, 1 to 4; a frame must meet all
+inline constexpr uint32_t entries_every = 37; // from one entries to the next
+inline constexpr uint32_t field_a = 359; // u8: what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port
+inline constexpr uint32_t field_a_every = 37; // from one field_a to the next
+inline constexpr uint32_t value_a = 360; // bytes: value, a number with the highest byte first, no wider than what it is compared with
+inline constexpr uint32_t value_a_every = 37; // from one value_a to the next
+inline constexpr uint32_t operator_a = 366; // u8: 0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always
+inline constexpr uint32_t operator_a_every = 37; // from one operator_a to the next
+inline constexpr uint32_t field_b = 367; // u8: of the next condition, likewise
+inline constexpr uint32_t field_b_every = 37; // from one field_b to the next
+inline constexpr uint32_t value_b = 368; // bytes: its value
+inline constexpr uint32_t value_b_every = 37; // from one value_b to the next
+inline constexpr uint32_t operator_b = 374; // u8: its operator
+inline constexpr uint32_t operator_b_every = 37; // from one operator_b to the next
+inline constexpr uint32_t field_c = 375; // u8: of the next condition, likewise
+inline constexpr uint32_t field_c_every = 37; // from one field_c to the next
+inline constexpr uint32_t value_c = 376; // bytes: its value
+inline constexpr uint32_t value_c_every = 37; // from one value_c to the next
+inline constexpr uint32_t operator_c = 382; // u8: its operator
+inline constexpr uint32_t operator_c_every = 37; // from one operator_c to the next
+inline constexpr uint32_t field_d = 383; // u8: of the next condition, likewise
+inline constexpr uint32_t field_d_every = 37; // from one field_d to the next
+inline constexpr uint32_t value_d = 384; // bytes: its value
+inline constexpr uint32_t value_d_every = 37; // from one value_d to the next
+inline constexpr uint32_t operator_d = 390; // u8: its operator
+inline constexpr uint32_t operator_d_every = 37; // from one operator_d to the next
+} // namespace layout::onu_classification_set
 
 namespace layout::optics_diagnostics
 {

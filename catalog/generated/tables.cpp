@@ -150,10 +150,14 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_ONU_MEM_INFO_GET", 641, &all_channels[3], Class::read, std::nullopt, "memory of an ONU"},
     {"BSP_CMD_ONU_MULTI_LLID_SET", 642, &all_channels[3], Class::service_affecting, std::nullopt, "set the number of LLIDs of an ONU"},
     {"BSP_CMD_ONU_ADMIN_STATE_GET", 688, &all_channels[3], Class::read, Call::get, "whether a UNI port is on"},
+    {"BSP_CMD_ONU_ADMIN_STATE_SET", 688, &all_channels[3], Class::service_affecting, Call::set, "switches a UNI port on or off"},
     {"BSP_CMD_ONU_AUTONEG_GET", 690, &all_channels[3], Class::read, Call::get, "whether a UNI port negotiates its speed"},
+    {"BSP_CMD_ONU_AUTONEG_SET", 690, &all_channels[3], Class::service_affecting, Call::set, "has a UNI port negotiate its speed, or not"},
     {"BSP_CMD_ONU_AUTONEG_LOCAL_GET", 692, &all_channels[3], Class::read, std::nullopt, "what a UNI port can negotiate"},
-    {"BSP_CMD_ONU_AUTONEG_ADV_GET", 693, &all_channels[3], Class::read, std::nullopt, "what a UNI port offers in auto-negotiation"},
+    {"BSP_CMD_ONU_AUTONEG_ADV_GET", 693, &all_channels[3], Class::read, Call::get, "what a UNI port offers in auto-negotiation"},
+    {"BSP_CMD_ONU_AUTONEG_ADV_SET", 693, &all_channels[3], Class::service_affecting, Call::set, "says what a UNI port offers in auto-negotiation"},
     {"BSP_CMD_ONU_CLASSIFICATION_GET", 696, &all_channels[3], Class::read, Call::get, "classification rules of a UNI port"},
+    {"BSP_CMD_ONU_CLASSIFICATION_SET", 696, &all_channels[3], Class::service_affecting, Call::set, "changes the classification rules of a UNI port"},
     {"BSP_CMD_ONU_SLA_GET", 697, &all_channels[3], Class::read, Call::get, "service level agreement as an ONU has it"},
     {"BSP_CMD_ONU_IMAGE_WRITE", 698, &all_channels[3], Class::service_affecting, std::nullopt, "a part of an image for an ONU"},
     {"BSP_CMD_ONU_IMAGE_COMMIT", 699, &all_channels[3], Class::service_affecting, std::nullopt, "make an ONU start its new image from now on"},
@@ -161,6 +165,7 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_ONU_ABOUT_GET", 703, &all_channels[3], Class::read, std::nullopt, "all about an ONU"},
     {"BSP_CMD_ONU_PHY_INFO_GET", 705, &all_channels[3], Class::read, std::nullopt, "PHY of a UNI port"},
     {"BSP_CMD_ONU_TIME_GET", 706, &all_channels[3], Class::read, Call::get, "time configuration of an ONU"},
+    {"BSP_CMD_ONU_TIME_SET", 706, &all_channels[3], Class::write, Call::set, "set the time configuration of an ONU"},
     {"BSP_CMD_ONU_BANKS_GET", 714, &all_channels[3], Class::read, std::nullopt, "image banks of an ONU"},
     {"BSP_CMD_ONU_CATV_STATE_GET", 716, &all_channels[3], Class::read, std::nullopt, "whether an ONU's CATV port is on"},
     {"BSP_CMD_ONU_PERF_MONITOR_SET", 717, &all_channels[3], Class::write, std::nullopt, "switch performance monitoring of an ONU"},
@@ -168,44 +173,60 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_ONU_PERF_MONITOR_GET", 718, &all_channels[3], Class::read, std::nullopt, "performance monitoring of a UNI port"},
     {"BSP_CMD_ONU_PERF_CURRENT_GET", 720, &all_channels[3], Class::read, std::nullopt, "counters of a UNI port in the current period"},
     {"BSP_CMD_ONU_PERF_HISTORY_GET", 722, &all_channels[3], Class::read, std::nullopt, "counters of a UNI port in the period before"},
+    {"BSP_CMD_ONU_ALARM_TEST", 777, &all_channels[3], Class::write, Call::set, "raise an alarm of an ONU as a test"},
     {"BSP_CMD_ONU_DEVICE_INFO_GET", 634, &all_channels[4], Class::read, std::nullopt, "device information of an ONU"},
     {"BSP_CMD_ONU_VLAN_GET", 644, &all_channels[4], Class::read, Call::get, "VLANs of a UNI port"},
+    {"BSP_CMD_ONU_VLAN_SET", 644, &all_channels[4], Class::service_affecting, Call::set, "sets the VLANs of a UNI port"},
     {"BSP_CMD_VIEW_ONU_VLAN", 645, &all_channels[4], Class::read, std::nullopt, "VLANs of the UNI ports of an ONU"},
     {"BSP_CMD_ONU_OPTICS_GET", 648, &all_channels[4], Class::read, std::nullopt, "optical transceiver of an ONU"},
     {"BSP_CMD_ONU_MAX_PORT_GET", 650, &all_channels[4], Class::read, std::nullopt, "number of UNI ports of an ONU"},
     {"BSP_CMD_ONU_MGMT_GET", 651, &all_channels[4], Class::read, std::nullopt, "management address of an ONU"},
     {"BSP_CMD_ONU_MGMT_SET", 652, &all_channels[4], Class::service_affecting, std::nullopt, "set the management address of an ONU"},
     {"BSP_CMD_ONU_RATE_LIMIT_GET", 655, &all_channels[4], Class::read, Call::get, "rate limits of a UNI port"},
+    {"BSP_CMD_ONU_RATE_LIMIT_SET", 655, &all_channels[4], Class::service_affecting, Call::set, "limits the rates of a UNI port"},
     {"BSP_CMD_ONU_LOOP_DETECT_GET", 657, &all_channels[4], Class::read, Call::get, "loop detection of an ONU"},
+    {"BSP_CMD_ONU_LOOP_DETECT_SET", 657, &all_channels[4], Class::service_affecting, Call::set, "switches loop detection at a UNI port"},
     {"BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET", 658, &all_channels[4], Class::read, std::nullopt, "which forms of multicast fast leave an ONU knows"},
     {"BSP_CMD_ONU_FAST_LEAVE_GET", 659, &all_channels[4], Class::read, Call::get, "multicast fast leave, as an ONU has it"},
+    {"BSP_CMD_ONU_FAST_LEAVE_SET", 659, &all_channels[4], Class::service_affecting, Call::set, "set multicast fast leave of an ONU"},
     {"BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET", 660, &all_channels[4], Class::read, std::nullopt, "multicast fast leave of an ONU, as the OLT has it"},
     {"BSP_CMD_ONU_MC_SWITCH_GET", 662, &all_channels[4], Class::read, Call::get, "multicast mode, as an ONU has it"},
+    {"BSP_CMD_ONU_MC_SWITCH_SET", 662, &all_channels[4], Class::service_affecting, Call::set, "set the multicast mode of an ONU"},
     {"BSP_CMD_ONU_MC_SWITCH_LOCAL_GET", 663, &all_channels[4], Class::read, std::nullopt, "multicast mode of an ONU, as the OLT has it"},
     {"BSP_CMD_ONU_MC_GROUP_MAX_GET", 665, &all_channels[4], Class::read, Call::get, "how many multicast groups a UNI port may join, as the ONU has it"},
+    {"BSP_CMD_ONU_MC_GROUP_MAX_SET", 665, &all_channels[4], Class::service_affecting, Call::set, "set how many multicast groups a UNI port may join"},
     {"BSP_CMD_ONU_MC_GROUP_MAX_LOCAL_GET", 666, &all_channels[4], Class::read, std::nullopt, "how many multicast groups a UNI port may join, as the OLT has it"},
     {"BSP_CMD_ONU_MC_VLAN_MODE_GET", 668, &all_channels[4], Class::read, Call::get, "tags of multicast frames at a UNI port, as the ONU has it"},
+    {"BSP_CMD_ONU_MC_VLAN_MODE_SET", 668, &all_channels[4], Class::service_affecting, Call::set, "set what becomes of the tags of multicast frames at a UNI port"},
     {"BSP_CMD_ONU_MC_VLAN_MODE_LOCAL_GET", 669, &all_channels[4], Class::read, std::nullopt, "tags of multicast frames at a UNI port, as the OLT has it"},
     {"BSP_CMD_ONU_MC_VLAN_GET", 670, &all_channels[4], Class::read, Call::get, "multicast VLANs of a UNI port, as the ONU has them"},
+    {"BSP_CMD_ONU_MC_VLAN_SET", 670, &all_channels[4], Class::service_affecting, Call::set, "add multicast VLANs to a UNI port, or take them away"},
     {"BSP_CMD_ONU_MC_VLAN_LOCAL_GET", 671, &all_channels[4], Class::read, std::nullopt, "multicast VLANs of a UNI port, as the OLT has them"},
-    {"BSP_CMD_ONU_MC_GROUP_GET", 672, &all_channels[4], Class::read, std::nullopt, "multicast groups of an ONU"},
+    {"BSP_CMD_ONU_MC_GROUP_GET", 672, &all_channels[4], Class::read, Call::get, "multicast groups of an ONU"},
+    {"BSP_CMD_ONU_MC_GROUP_SET", 672, &all_channels[4], Class::service_affecting, Call::set, "let UNI ports of an ONU join multicast groups, or stop them, in controllable multicast"},
     {"BSP_CMD_VIEW_ONU_MC_CONFIG", 678, &all_channels[4], Class::read, std::nullopt, "multicast configuration of an ONU"},
     {"BSP_CMD_VIEW_ONU_UNI_MC_CONFIG", 679, &all_channels[4], Class::read, std::nullopt, "multicast configuration of the UNI ports of an ONU"},
     {"BSP_CMD_VIEW_ONU_MC_TRANSLATION", 680, &all_channels[4], Class::read, std::nullopt, "multicast VLAN translation of a UNI port"},
     {"BSP_CMD_VIEW_ONU_MC_VLAN", 681, &all_channels[4], Class::read, std::nullopt, "multicast VLANs of the UNI ports of an ONU"},
     {"BSP_CMD_ONU_LINK_STATE_GET", 682, &all_channels[4], Class::read, std::nullopt, "links of the UNI ports of an ONU"},
     {"BSP_CMD_ONU_PAUSE_GET", 683, &all_channels[4], Class::read, Call::get, "flow control of a UNI port"},
+    {"BSP_CMD_ONU_PAUSE_SET", 683, &all_channels[4], Class::service_affecting, Call::set, "switches flow control of a UNI port"},
     {"BSP_CMD_ONU_FEC_GET", 685, &all_channels[4], Class::read, Call::get, "forward error correction of an ONU"},
+    {"BSP_CMD_ONU_FEC_SET", 685, &all_channels[4], Class::service_affecting, Call::set, "switch forward error correction of an ONU"},
     {"BSP_CMD_ONU_FEC_ABILITY_GET", 686, &all_channels[4], Class::read, std::nullopt, "whether an ONU can correct errors"},
     {"BSP_CMD_ONU_IMAGE_UPDATE", 694, &all_channels[4], Class::service_affecting, std::nullopt, "have the OLT update an image of an ONU"},
     {"BSP_CMD_VIEW_ONU_CONFIG", 709, &all_channels[4], Class::read, std::nullopt, "configuration of one ONU"},
     {"BSP_CMD_VIEW_ONU_PORT_CONFIG", 710, &all_channels[4], Class::read, std::nullopt, "configuration of the UNI ports of one ONU"},
     {"BSP_CMD_VIEW_ONU_WAN", 734, &all_channels[4], Class::read, Call::get, "WAN connections of an ONU"},
+    {"BSP_CMD_ONU_WAN_SET", 734, &all_channels[4], Class::service_affecting, Call::set, "add, change or remove a WAN connection of an ONU"},
     {"BSP_CMD_VIEW_ONU_WLAN", 736, &all_channels[4], Class::read, Call::get, "WLANs of an ONU"},
+    {"BSP_CMD_ONU_WLAN_SET", 736, &all_channels[4], Class::service_affecting, Call::set, "set one WLAN of an ONU"},
     {"BSP_CMD_VIEW_ONU_CATV", 737, &all_channels[4], Class::read, Call::get, "CATV port of an ONU"},
     {"BSP_CMD_VIEW_ONU_VOIP", 751, &all_channels[4], Class::read, Call::get, "voice ports of an ONU"},
     {"BSP_CMD_VIEW_ONU_ACL", 757, &all_channels[4], Class::read, Call::get, "access control list of an ONU"},
+    {"BSP_CMD_ONU_ACL_SET", 757, &all_channels[4], Class::service_affecting, Call::set, "add, change or remove a rule of an ONU's access control list"},
     {"BSP_CMD_VIEW_ONU_DHCP", 761, &all_channels[4], Class::read, Call::get, "DHCP server of an ONU"},
+    {"BSP_CMD_ONU_DHCP_SET", 761, &all_channels[4], Class::service_affecting, Call::set, "set the DHCP server of an ONU"},
     {"BSP_CMD_VIEW_ONU_UNI_SNMP", 772, &all_channels[4], Class::read, std::nullopt, "UNI ports of an ONU, for the SNMP agent"},
     {"BSP_CMD_MPCP_SET", 454, &all_channels[5], Class::service_affecting, std::nullopt, "set MPCP parameters of a PON port"},
     {"BSP_CMD_OPTICS_STATUS_SET", 454, &all_channels[5], Class::write, std::nullopt, "hand an optical status block to the PON chip's debug layer"},
@@ -305,6 +326,7 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_BAD_IMAGE", 4071, false, "the part does not go on where the image has got to, or the image is not what was announced"},
     {"PON_ERR_NO_IMAGE", 4072, false, "the ONU has no complete image to commit or to start"},
     {"PON_ERR_NOT_MONITORED", 4073, false, "the ONU does not monitor performance, or did not yet in the period before"},
+    {"PON_ERR_SNOOPING", 4080, false, "the ONU does IGMP/MLD snooping; switch it to controllable multicast first"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[12]};
@@ -445,7 +467,7 @@ constexpr Field pon_mac_fields[] = {
     {"uplink", FieldType::u8, 159, 1, "", 1, "GE port that the traffic goes through"},
 };
 
-constexpr const Command *mpcp_commands[] = {&all_commands[124]};
+constexpr const Command *mpcp_commands[] = {&all_commands[145]};
 
 constexpr Field mpcp_fields[] = {
     {"discovery_interval", FieldType::u32, 124, 4, "ms", 1, "1: from one discovery window to the next, 100 to 10000; at first 1000"},
@@ -525,13 +547,13 @@ constexpr Field debug_switch_fields[] = {
     {"pon_port", FieldType::u32, 120, 4, "", 1, "PON port, 0 for all"},
 };
 
-constexpr const Command *vlan_view_commands[] = {&all_commands[156], &all_commands[157]};
+constexpr const Command *vlan_view_commands[] = {&all_commands[177], &all_commands[178]};
 
 constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", 1, "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
-constexpr const Command *sla_commands[] = {&all_commands[135]};
+constexpr const Command *sla_commands[] = {&all_commands[156]};
 
 constexpr Field sla_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -541,7 +563,7 @@ constexpr Field sla_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority, 1 to 100"},
 };
 
-constexpr const Command *sla_of_onu_commands[] = {&all_commands[136], &all_commands[58]};
+constexpr const Command *sla_of_onu_commands[] = {&all_commands[157], &all_commands[58]};
 
 constexpr Field sla_of_onu_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -551,19 +573,19 @@ constexpr Field sla_of_onu_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority"},
 };
 
-constexpr const Command *sla_down_commands[] = {&all_commands[140]};
+constexpr const Command *sla_down_commands[] = {&all_commands[161]};
 
 constexpr Field sla_down_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded, at most 1000000; 0 takes the SLA away: the default holds again, which is 1000000"},
 };
 
-constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[141]};
+constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[162]};
 
 constexpr Field sla_down_of_onu_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded: what was stored, or the default, which is 1000000"},
 };
 
-constexpr const Command *sla_of_port_commands[] = {&all_commands[137]};
+constexpr const Command *sla_of_port_commands[] = {&all_commands[158]};
 
 constexpr Field sla_of_port_fields[] = {
     {"onus", FieldType::u32, 124, 4, "", 1, "bound ONUs with a stored SLA"},
@@ -573,7 +595,7 @@ constexpr Field sla_of_port_fields[] = {
     {"free", FieldType::u32, 140, 4, "kbit/s", 1, "what is left of it"},
 };
 
-constexpr const Command *p2p_switch_commands[] = {&all_commands[128]};
+constexpr const Command *p2p_switch_commands[] = {&all_commands[149]};
 
 constexpr Field p2p_switch_fields[] = {
     {"port", FieldType::u32, 96, 4, "", 1, "PON port number, 0 all ports"},
@@ -581,13 +603,13 @@ constexpr Field p2p_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "0 off, 1 on"},
 };
 
-constexpr const Command *p2p_own_port_commands[] = {&all_commands[129]};
+constexpr const Command *p2p_own_port_commands[] = {&all_commands[150]};
 
 constexpr Field p2p_own_port_fields[] = {
     {"own_port", FieldType::u32, 116, 4, "", 1, "GE uplink, 1 to 4, that takes the frames of the PON port that P2P forwarding leaves; 0 any, as at first"},
 };
 
-constexpr const Command *p2p_of_port_commands[] = {&all_commands[130]};
+constexpr const Command *p2p_of_port_commands[] = {&all_commands[151]};
 
 constexpr Field p2p_of_port_fields[] = {
     {"on", FieldType::u32, 100, 4, "", 1, "the switch of the port: 0 off, 1 on"},
@@ -601,7 +623,7 @@ constexpr Field p2p_of_port_fields[] = {
     {"onu_set", FieldType::idset, 136, 16, "", 1, "bound ONUs that the switch is on for, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *p2p_config_commands[] = {&all_commands[133]};
+constexpr const Command *p2p_config_commands[] = {&all_commands[154]};
 
 constexpr Field p2p_config_fields[] = {
     {"rate", FieldType::u32, 124, 4, "kbit/s", 1, "of all frames between ONUs together, at most 1000000; 0 not limited"},
@@ -611,7 +633,7 @@ constexpr Field p2p_config_fields[] = {
     {"multicast", FieldType::u8, 133, 1, "", 1, "1 to forward multicast frames, else 0"},
 };
 
-constexpr const Command *p2p_entry_commands[] = {&all_commands[132]};
+constexpr const Command *p2p_entry_commands[] = {&all_commands[153]};
 
 constexpr Field p2p_entry_fields[] = {
     {"action", FieldType::u16, 124, 2, "", 1, "1 forward, 2 drop, 0 remove the entry"},
@@ -621,7 +643,7 @@ constexpr Field p2p_entry_fields[] = {
     {"rate", FieldType::u32, 132, 4, "kbit/s", 1, "at most 1000000; 0 not limited"},
 };
 
-constexpr const Command *llid_behavior_commands[] = {&all_commands[134]};
+constexpr const Command *llid_behavior_commands[] = {&all_commands[155]};
 
 constexpr Field llid_behavior_fields[] = {
     {"mac_limit", FieldType::u32, 124, 4, "", 1, "addresses that are learned at most; 0 not limited"},
@@ -632,7 +654,7 @@ constexpr Field llid_behavior_fields[] = {
     {"isolated", FieldType::u32, 144, 4, "", 1, "1 where P2P forwarding leaves the LLID out, else 0"},
 };
 
-constexpr const Command *fdb_config_commands[] = {&all_commands[147]};
+constexpr const Command *fdb_config_commands[] = {&all_commands[168]};
 
 constexpr Field fdb_config_fields[] = {
     {"ageing", FieldType::u32, 124, 4, "s", 1, "how long an address stays that is not heard of, 10 to 1000000; 0 for ever"},
@@ -640,7 +662,7 @@ constexpr Field fdb_config_fields[] = {
     {"port_limit", FieldType::u32, 132, 4, "", 1, "addresses that a PON port has at most, those that were learned first; 0 not limited"},
 };
 
-constexpr const Command *fdb_flush_commands[] = {&all_commands[148]};
+constexpr const Command *fdb_flush_commands[] = {&all_commands[169]};
 
 constexpr Field fdb_flush_fields[] = {
     {"side", FieldType::u16, 124, 2, "", 1, "0 both, 1 the PON side, 2 the network side"},
@@ -650,7 +672,7 @@ constexpr Field fdb_flush_fields[] = {
     {"mac", FieldType::mac, 132, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_query_commands[] = {&all_commands[150], &all_commands[151]};
+constexpr const Command *mac_query_commands[] = {&all_commands[171], &all_commands[172]};
 
 constexpr Field mac_query_fields[] = {
     {"from", FieldType::u32, 124, 4, "", 1, "how many of them to pass over"},
@@ -662,13 +684,13 @@ constexpr Field mac_query_fields[] = {
     {"mac", FieldType::mac, 148, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_count_commands[] = {&all_commands[150], &all_commands[151]};
+constexpr const Command *mac_count_commands[] = {&all_commands[171], &all_commands[172]};
 
 constexpr Field mac_count_fields[] = {
     {"matching", FieldType::u32, 120, 4, "", 1, "entries that the query matches, shown or not"},
 };
 
-constexpr const Command *mac_ageing_commands[] = {&all_commands[149]};
+constexpr const Command *mac_ageing_commands[] = {&all_commands[170]};
 
 constexpr Field mac_ageing_fields[] = {
     {"entries", FieldType::u32, 112, 4, "", 1, "entries of both sides"},
@@ -707,7 +729,7 @@ constexpr Field whitelist_entry_fields[] = {
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
 
-constexpr const Command *loop_config_commands[] = {&all_commands[174]};
+constexpr const Command *loop_config_commands[] = {&all_commands[195]};
 
 constexpr Field loop_config_fields[] = {
     {"state", FieldType::u32, 20, 4, "", 1, "1 while loops are detected, else 0"},
@@ -720,19 +742,1205 @@ constexpr Field loop_config_fields[] = {
     {"reserved", FieldType::bytes, 48, 52, "", 1, "zero"},
 };
 
-constexpr const Command *onu_switch_commands[] = {&all_commands[80], &all_commands[81]};
+constexpr const Command *onu_wan_view_commands[] = {&all_commands[134]};
+
+constexpr Field onu_wan_view_fields[] = {
+    {"index", FieldType::u32, 24, 4, "", 1, "number of the connection, 1 to 8; 0 all"},
+};
+
+constexpr const Command *onu_wan_commands[] = {&all_commands[135]};
+
+constexpr Field onu_wan_fields[] = {
+    {"index", FieldType::u32, 24, 4, "", 1, "number of the connection, 1 to 8"},
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 removed, 1 bridge, 2 route: gateways only"},
+    {"service", FieldType::u8, 353, 1, "", 1, "what it is for: 1 internet, 2 voice, 3 management, 4 other"},
+    {"ip_mode", FieldType::u8, 354, 1, "", 1, "0 of a bridge; of a route 1 static, 2 DHCP, 3 PPPoE"},
+    {"priority", FieldType::u8, 355, 1, "", 1, "802.1p priority, 0 to 7"},
+    {"vlan", FieldType::u16, 356, 2, "", 1, "VLAN, 1 to 4094; 0 untagged"},
+    {"address", FieldType::bytes, 360, 4, "", 1, "IPv4 address of a host; 0 unless static"},
+    {"mask", FieldType::bytes, 364, 4, "", 1, "network mask, of 1 to 30 bits from the left; 0 unless static"},
+    {"gateway", FieldType::bytes, 368, 4, "", 1, "IPv4 address of the gateway, another host of the network, or 0 none; 0 unless static"},
+    {"name", FieldType::text, 372, 24, "", 1, "name, 1 to 23 bytes"},
+};
+
+constexpr const Command *onu_wlan_commands[] = {&all_commands[137]};
+
+constexpr Field onu_wlan_fields[] = {
+    {"index", FieldType::u32, 24, 4, "", 1, "number of the WLAN, 1 to 4"},
+    {"enabled", FieldType::u8, 352, 1, "", 1, "1 enabled, else 0"},
+    {"channel", FieldType::u8, 353, 1, "", 1, "channel, 1 to 13; 0 chosen by the ONU"},
+    {"security", FieldType::u8, 354, 1, "", 1, "0 open, 1 WPA2, 2 WPA2 and WPA3, 3 WPA3"},
+    {"hidden", FieldType::u8, 355, 1, "", 1, "1 where the name is not announced, else 0"},
+    {"name", FieldType::text, 356, 33, "", 1, "SSID, 1 to 32 bytes"},
+};
+
+constexpr const Command *onu_acl_commands[] = {&all_commands[141]};
+
+constexpr Field onu_acl_fields[] = {
+    {"index", FieldType::u32, 24, 4, "", 1, "number of the rule, 1 to 8"},
+    {"action", FieldType::u8, 352, 1, "", 1, "0 removed, 1 permit, 2 deny"},
+    {"direction", FieldType::u8, 353, 1, "", 1, "1 upstream, 2 downstream"},
+    {"protocol", FieldType::u8, 354, 1, "", 1, "IP protocol number, 6 TCP and 17 UDP; 0 any"},
+    {"source", FieldType::bytes, 356, 4, "", 1, "IPv4 address of the sender's network"},
+    {"source_mask", FieldType::bytes, 360, 4, "", 1, "its mask, of 1 to 32 bits from the left; 0 with source 0: any"},
+    {"dest", FieldType::bytes, 364, 4, "", 1, "IPv4 address of the receiver's network"},
+    {"dest_mask", FieldType::bytes, 368, 4, "", 1, "its mask, of 1 to 32 bits from the left; 0 with dest 0: any"},
+    {"first_port", FieldType::u16, 372, 2, "", 1, "first port of the receiver, of TCP and UDP only; 0 any"},
+    {"last_port", FieldType::u16, 374, 2, "", 1, "last one, at least first_port; 0 with first_port 0"},
+};
+
+constexpr const Command *onu_dhcp_commands[] = {&all_commands[143]};
+
+constexpr Field onu_dhcp_fields[] = {
+    {"enabled", FieldType::u8, 352, 1, "", 1, "1 enabled, else 0"},
+    {"lease_time", FieldType::u32, 356, 4, "s", 1, "how long an address is leased, 60 to 864000"},
+    {"address", FieldType::bytes, 360, 4, "", 1, "IPv4 address of the gateway on the users' side, a host's"},
+    {"mask", FieldType::bytes, 364, 4, "", 1, "network mask, of 1 to 30 bits from the left"},
+    {"first", FieldType::bytes, 368, 4, "", 1, "first address that is leased, a host's of the network"},
+    {"last", FieldType::bytes, 372, 4, "", 1, "last one, at least the first; the gateway's is not among them"},
+};
+
+constexpr const Command *onu_sn_commands[] = {&all_commands[60]};
+
+constexpr Field onu_sn_fields[] = {
+    {"vendor", FieldType::text, 352, 4, "", 1, "vendor id"},
+    {"model", FieldType::text, 356, 4, "", 1, "model"},
+    {"mac", FieldType::mac, 360, 6, "", 1, "ONU id: its MAC address"},
+    {"hardware", FieldType::text, 366, 8, "", 1, "hardware version"},
+    {"software", FieldType::text, 374, 16, "", 1, "software version that runs"},
+    {"extended_model", FieldType::text, 390, 16, "", 1, "extended model: the model, and its user ports"},
+};
+
+constexpr const Command *onu_fw_commands[] = {&all_commands[61]};
+
+constexpr Field onu_fw_fields[] = {
+    {"version", FieldType::text, 352, 128, "", 1, "version of the firmware that runs: that of the software, after an upgrade the new one"},
+};
+
+constexpr const Command *onu_chip_id_commands[] = {&all_commands[62]};
+
+constexpr Field onu_chip_id_fields[] = {
+    {"vendor", FieldType::text, 352, 2, "", 1, "vendor id"},
+    {"model", FieldType::u16, 354, 2, "", 1, "model number"},
+    {"revision", FieldType::u8, 356, 1, "", 1, "revision, from 1 on"},
+    {"date", FieldType::bytes, 357, 3, "", 1, "date of its design, YYMMDD, a decimal digit each half of a byte"},
+};
+
+constexpr const Command *onu_cap_commands[] = {&all_commands[63]};
+
+constexpr Field onu_cap_fields[] = {
+    {"services", FieldType::u8, 352, 1, "", 1, "services: bit 0 GE, 1 FE, 2 VoIP, 3 TDM"},
+    {"ge_ports", FieldType::u8, 353, 1, "", 1, "number of GE ports"},
+    {"ge_bitmap", FieldType::bytes, 354, 8, "", 1, "which UNI ports are GE ports"},
+    {"fe_ports", FieldType::u8, 362, 1, "", 1, "number of FE ports"},
+    {"fe_bitmap", FieldType::bytes, 363, 8, "", 1, "which UNI ports are FE ports"},
+    {"pots_ports", FieldType::u8, 371, 1, "", 1, "number of POTS ports"},
+    {"e1_ports", FieldType::u8, 372, 1, "", 1, "number of E1 ports: none has any"},
+    {"us_queues", FieldType::u8, 373, 1, "", 1, "upstream queues of the ONU"},
+    {"us_queues_of_port", FieldType::u8, 374, 1, "", 1, "upstream queues of a UNI port, at most: its ports share those of the ONU"},
+    {"ds_queues", FieldType::u8, 375, 1, "", 1, "downstream queues of the ONU"},
+    {"ds_queues_of_port", FieldType::u8, 376, 1, "", 1, "downstream queues of a UNI port, at most"},
+    {"battery", FieldType::u8, 377, 1, "", 1, "1 where there is battery backup, else 0"},
+};
+
+constexpr const Command *onu_cap2_commands[] = {&all_commands[59]};
+
+constexpr Field onu_cap2_fields[] = {
+    {"onu_type", FieldType::u32, 352, 4, "", 1, "0 SFU, 1 HGU, 2 SBU"},
+    {"multi_llid", FieldType::u8, 356, 1, "", 1, "1: more than one LLID can be set"},
+    {"protection", FieldType::u8, 357, 1, "", 1, "protection of its PON interface: 0 none, 1 type C, 2 type D"},
+    {"pon_interfaces", FieldType::u8, 358, 1, "", 1, "number of PON interfaces"},
+    {"slots", FieldType::u8, 359, 1, "", 1, "number of slots: 0, no ONU has cards"},
+    {"interface_types", FieldType::u8, 360, 1, "", 1, "how many of the interface types that follow count"},
+    {"interface_type_1", FieldType::u8, 364, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_1", FieldType::u8, 366, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_2", FieldType::u8, 370, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_2", FieldType::u8, 372, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_3", FieldType::u8, 376, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_3", FieldType::u8, 378, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_4", FieldType::u8, 382, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_4", FieldType::u8, 384, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_5", FieldType::u8, 388, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_5", FieldType::u8, 390, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_6", FieldType::u8, 394, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_6", FieldType::u8, 396, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_7", FieldType::u8, 400, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_7", FieldType::u8, 402, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_8", FieldType::u8, 406, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_8", FieldType::u8, 408, 1, "", 1, "how many interfaces of this type there are"},
+    {"interface_type_9", FieldType::u8, 412, 1, "", 1, "interface type: 0 GE, 1 FE, 2 VoIP"},
+    {"interface_number_9", FieldType::u8, 414, 1, "", 1, "how many interfaces of this type there are"},
+    {"battery", FieldType::u8, 415, 1, "", 1, "1 where there is battery backup, else 0"},
+};
+
+constexpr const Command *onu_mem_info_commands[] = {&all_commands[64]};
+
+constexpr Field onu_mem_info_fields[] = {
+    {"memory_total", FieldType::u32, 352, 4, "KiB", 1, "memory"},
+    {"memory_free", FieldType::u32, 356, 4, "KiB", 1, "what of it is free"},
+    {"flash_total", FieldType::u32, 360, 4, "KiB", 1, "flash memory"},
+    {"flash_free", FieldType::u32, 364, 4, "KiB", 1, "what of it is free"},
+};
+
+constexpr const Command *onu_device_info_commands[] = {&all_commands[91]};
+
+constexpr Field onu_device_info_fields[] = {
+    {"mac", FieldType::mac, 352, 6, "", 1, "MAC address"},
+    {"onu_type", FieldType::u8, 358, 1, "", 1, "0 SFU, 1 HGU, 2 SBU"},
+    {"ge_ports", FieldType::u8, 359, 1, "", 1, "number of GE UNI ports; they are the first ones"},
+    {"fe_ports", FieldType::u8, 360, 1, "", 1, "number of FE UNI ports"},
+    {"pots_ports", FieldType::u8, 361, 1, "", 1, "number of POTS ports"},
+    {"battery", FieldType::u8, 362, 1, "", 1, "1 where there is battery backup, else 0"},
+    {"cpu_load", FieldType::u8, 363, 1, "%", 1, "load of its processor in five seconds of model time"},
+    {"llids", FieldType::u32, 364, 4, "", 1, "number of LLIDs that it has"},
+    {"memory_total", FieldType::u32, 368, 4, "KiB", 1, "memory"},
+    {"flash_total", FieldType::u32, 372, 4, "KiB", 1, "flash memory"},
+    {"temperature", FieldType::s32, 376, 4, "degC", 0.01, "temperature of its optical transceiver"},
+    {"chip_revision", FieldType::u32, 380, 4, "", 1, "revision of its PON chip, from 1 on"},
+    {"vendor", FieldType::text, 384, 4, "", 1, "vendor id"},
+    {"model", FieldType::text, 388, 4, "", 1, "model"},
+    {"extended_model", FieldType::text, 392, 16, "", 1, "extended model: the model, and its user ports"},
+    {"serial", FieldType::text, 408, 12, "", 1, "serial number: the vendor id, and the last four bytes of the MAC address"},
+    {"hardware", FieldType::text, 420, 8, "", 1, "hardware version"},
+    {"software", FieldType::text, 428, 16, "", 1, "software version that runs"},
+    {"chipset", FieldType::text, 444, 8, "", 1, "PON chip: vendor id and model number"},
+};
+
+constexpr const Command *onu_about_commands[] = {&all_commands[79]};
+
+constexpr Field onu_about_fields[] = {
+    {"mac", FieldType::mac, 352, 6, "", 1, "MAC address"},
+    {"onu_id", FieldType::u8, 358, 1, "", 1, "id that it is bound to"},
+    {"state", FieldType::u8, 359, 1, "", 1, "0 offline, 1 online, 2 unauthenticated: turned away for its LOID"},
+    {"pon_port", FieldType::u32, 360, 4, "", 1, "PON port number"},
+    {"llid", FieldType::u32, 364, 4, "", 1, "its LLID, where it has several the first"},
+    {"llids", FieldType::u32, 368, 4, "", 1, "how many LLIDs it was told to have"},
+    {"distance", FieldType::u32, 372, 4, "m", 1, "distance that ranging found; 0 while the ONU is offline"},
+    {"received_power", FieldType::s32, 376, 4, "dBm", 0.01, "what the port receives of it; -40 while it is offline"},
+    {"reboots", FieldType::u32, 380, 4, "", 1, "how often it was rebooted by command, or after an upgrade"},
+    {"vendor", FieldType::text, 384, 4, "", 1, "vendor id"},
+    {"model", FieldType::text, 388, 4, "", 1, "model"},
+    {"extended_model", FieldType::text, 392, 16, "", 1, "extended model: the model, and its user ports"},
+    {"serial", FieldType::text, 408, 12, "", 1, "serial number: the vendor id, and the last four bytes of the MAC address"},
+    {"hardware", FieldType::text, 420, 8, "", 1, "hardware version"},
+    {"software", FieldType::text, 428, 16, "", 1, "software version"},
+    {"chipset", FieldType::text, 444, 8, "", 1, "PON chip: vendor id and model number"},
+    {"ge_ports", FieldType::u8, 452, 1, "", 1, "number of GE UNI ports; they are the first ones"},
+    {"fe_ports", FieldType::u8, 453, 1, "", 1, "number of FE UNI ports"},
+    {"pots_ports", FieldType::u8, 454, 1, "", 1, "number of POTS ports"},
+    {"battery", FieldType::u8, 455, 1, "", 1, "1 where there is battery backup, else 0"},
+    {"unis_enabled", FieldType::u32, 456, 4, "", 1, "how many of its UNI ports are enabled"},
+    {"unis_up", FieldType::u32, 460, 4, "", 1, "how many of its UNI ports have a link; 0 unless it is online"},
+};
+
+constexpr const Command *onu_max_port_commands[] = {&all_commands[96]};
+
+constexpr Field onu_max_port_fields[] = {
+    {"unis", FieldType::u8, 8, 1, "", 1, "number of UNI ports, 1 to 4"},
+};
+
+constexpr const Command *onu_optics_commands[] = {&all_commands[95]};
+
+constexpr Field onu_optics_fields[] = {
+    {"temperature", FieldType::s16, 352, 2, "degC", 0.00390625, "temperature, in 1/256 degC"},
+    {"voltage", FieldType::u16, 354, 2, "V", 0.0001, "supply voltage"},
+    {"bias", FieldType::u16, 356, 2, "mA", 0.002, "bias of the laser"},
+    {"launch_power", FieldType::u16, 358, 2, "uW", 0.1, "launch power"},
+    {"received_power", FieldType::u16, 360, 2, "uW", 0.1, "power received from the OLT"},
+};
+
+constexpr const Command *onu_image_part_commands[] = {&all_commands[76]};
+
+constexpr Field onu_image_part_fields[] = {
+    {"offset", FieldType::u32, 352, 4, "bytes", 1, "where in the image the part begins: 0, or where the image has got to"},
+    {"size", FieldType::u32, 356, 4, "bytes", 1, "size of the whole image, 1 to 16777216; the same in all of its parts"},
+    {"length", FieldType::u32, 360, 4, "bytes", 1, "length of this part, 1 to 1504"},
+    {"version", FieldType::text, 364, 17, "", 1, "software version of the image, in its first part: 1 to 16 visible ASCII characters without blanks, quotes and backslashes; not read in the others"},
+    {"bytes", FieldType::bytes, 384, 1504, "", 1, "the bytes of the image, from the left"},
+};
+
+constexpr const Command *onu_image_status_commands[] = {&all_commands[78]};
+
+constexpr Field onu_image_status_fields[] = {
+    {"state", FieldType::u32, 352, 4, "", 1, "0 none, 1 receiving, 2 complete, 3 committed: the ONU runs it from its next restart on, 4 started: the ONU runs it, 5 failed verification"},
+    {"received", FieldType::u32, 356, 4, "bytes", 1, "how much the ONU has received; the next part begins there"},
+    {"size", FieldType::u32, 360, 4, "bytes", 1, "size of the whole image"},
+    {"crc", FieldType::u32, 364, 4, "", 1, "CRC-32 (as in Ethernet) of what the ONU has received"},
+    {"bank", FieldType::u16, 368, 2, "", 1, "bank that it goes to, 1 or 2"},
+    {"progress", FieldType::u16, 370, 2, "%", 1, "how much of the image the ONU has received"},
+};
+
+constexpr const Command *onu_banks_commands[] = {&all_commands[83]};
+
+constexpr Field onu_banks_fields[] = {
+    {"version_1", FieldType::text, 352, 17, "", 1, "software version of the image"},
+    {"valid_1", FieldType::u8, 369, 1, "", 1, "1 where the image is complete and verified"},
+    {"active_1", FieldType::u8, 370, 1, "", 1, "1 where the ONU runs the image"},
+    {"committed_1", FieldType::u8, 371, 1, "", 1, "1 where the ONU runs the image from its next restart on"},
+    {"size_1", FieldType::u32, 372, 4, "bytes", 1, "size of the image"},
+    {"crc_1", FieldType::u32, 376, 4, "", 1, "CRC-32 of the image, while it is received of what has come. Of an image that was not pushed, the same for all ONUs of a vendor and model with the version"},
+    {"version_2", FieldType::text, 384, 17, "", 1, "software version of the image"},
+    {"valid_2", FieldType::u8, 401, 1, "", 1, "1 where the image is complete and verified"},
+    {"active_2", FieldType::u8, 402, 1, "", 1, "1 where the ONU runs the image"},
+    {"committed_2", FieldType::u8, 403, 1, "", 1, "1 where the ONU runs the image from its next restart on"},
+    {"size_2", FieldType::u32, 404, 4, "bytes", 1, "size of the image"},
+    {"crc_2", FieldType::u32, 408, 4, "", 1, "CRC-32 of the image, while it is received of what has come. Of an image that was not pushed, the same for all ONUs of a vendor and model with the version"},
+};
+
+constexpr const Command *onu_image_update_commands[] = {&all_commands[131]};
+
+constexpr Field onu_image_update_fields[] = {
+    {"bank", FieldType::u32, 352, 4, "", 1, "bank that the image goes to, 1 or 2, which must not be the active one; 0 the one that is not"},
+    {"file", FieldType::text, 356, 256, "", 1, "file name of the image, as the upgrade type has it"},
+};
+
+constexpr const Command *onu_fast_leave_ability_commands[] = {&all_commands[103]};
+
+constexpr Field onu_fast_leave_ability_fields[] = {
+    {"number", FieldType::u32, 352, 4, "", 1, "how many of the words behind it count, 0 to 4; 0 where the ONU knows no multicast"},
+    {"ability_1", FieldType::u32, 356, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_2", FieldType::u32, 360, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_3", FieldType::u32, 364, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_4", FieldType::u32, 368, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_5", FieldType::u32, 372, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_6", FieldType::u32, 376, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+};
+
+constexpr const Command *onu_fast_leave_commands[] = {&all_commands[104]};
+
+constexpr Field onu_fast_leave_fields[] = {
+    {"state", FieldType::u32, 352, 4, "", 1, "0 off, which it is until set; 1 on"},
+};
+
+constexpr const Command *onu_fast_leave_set_commands[] = {&all_commands[105]};
+
+constexpr Field onu_fast_leave_set_fields[] = {
+    {"state", FieldType::u32, 352, 4, "", 1, "0 off: a port leaves a group once queries stay unanswered; 1 on: with the first leave message"},
+};
+
+constexpr const Command *onu_fast_leave_local_commands[] = {&all_commands[106]};
+
+constexpr Field onu_fast_leave_local_fields[] = {
+    {"state", FieldType::u32, 352, 4, "", 1, "0 off, 1 on"},
+    {"number", FieldType::u32, 356, 4, "", 1, "how many of the words behind it count, 0 to 4; 0 where the ONU knows no multicast"},
+    {"ability_1", FieldType::u32, 360, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_2", FieldType::u32, 364, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_3", FieldType::u32, 368, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_4", FieldType::u32, 372, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_5", FieldType::u32, 376, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+    {"ability_6", FieldType::u32, 380, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
+};
+
+constexpr const Command *onu_mc_switch_commands[] = {&all_commands[107], &all_commands[109]};
+
+constexpr Field onu_mc_switch_fields[] = {
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 IGMP/MLD snooping, which it is until set, and of kinds of ONUs without multicast; 1 controllable multicast"},
+};
+
+constexpr const Command *onu_mc_switch_set_commands[] = {&all_commands[108]};
+
+constexpr Field onu_mc_switch_set_fields[] = {
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 IGMP/MLD snooping: users join what they like in the multicast VLANs of their UNI port; 1 controllable multicast: UNI ports join what the OLT tells"},
+};
+
+constexpr const Command *onu_mc_group_max_commands[] = {&all_commands[110], &all_commands[112]};
+
+constexpr Field onu_mc_group_max_fields[] = {
+    {"maximum", FieldType::u16, 352, 2, "", 1, "0 to 255; 32 until set, and 0 of kinds of ONUs without multicast"},
+};
+
+constexpr const Command *onu_mc_group_max_set_commands[] = {&all_commands[111]};
+
+constexpr Field onu_mc_group_max_set_fields[] = {
+    {"maximum", FieldType::u16, 352, 2, "", 1, "0 to 255; with 0 it joins none"},
+};
+
+constexpr const Command *onu_mc_vlan_mode_commands[] = {&all_commands[113], &all_commands[115]};
+
+constexpr Field onu_mc_vlan_mode_fields[] = {
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 they stay, which it is until set; 1 they are stripped; 2 they are translated"},
+    {"number", FieldType::u8, 353, 1, "", 1, "how many pairs count: 1 to 8 where tags are translated, else 0"},
+    {"mc_vlan_1", FieldType::u16, 354, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_1", FieldType::u16, 356, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_2", FieldType::u16, 358, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_2", FieldType::u16, 360, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_3", FieldType::u16, 362, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_3", FieldType::u16, 364, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_4", FieldType::u16, 366, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_4", FieldType::u16, 368, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_5", FieldType::u16, 370, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_5", FieldType::u16, 372, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_6", FieldType::u16, 374, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_6", FieldType::u16, 376, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_7", FieldType::u16, 378, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_7", FieldType::u16, 380, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+    {"mc_vlan_8", FieldType::u16, 382, 2, "", 1, "multicast VLAN; 0 where the pair does not count"},
+    {"user_vlan_8", FieldType::u16, 384, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
+};
+
+constexpr const Command *onu_mc_vlan_mode_set_commands[] = {&all_commands[114]};
+
+constexpr Field onu_mc_vlan_mode_set_fields[] = {
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 they stay; 1 they are stripped; 2 they are translated"},
+    {"number", FieldType::u8, 353, 1, "", 1, "how many pairs count: 1 to 8 where tags are translated, else 0"},
+    {"mc_vlan_1", FieldType::u16, 354, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_1", FieldType::u16, 356, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_2", FieldType::u16, 358, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_2", FieldType::u16, 360, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_3", FieldType::u16, 362, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_3", FieldType::u16, 364, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_4", FieldType::u16, 366, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_4", FieldType::u16, 368, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_5", FieldType::u16, 370, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_5", FieldType::u16, 372, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_6", FieldType::u16, 374, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_6", FieldType::u16, 376, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_7", FieldType::u16, 378, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_7", FieldType::u16, 380, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+    {"mc_vlan_8", FieldType::u16, 382, 2, "", 1, "multicast VLAN, 1 to 4094, each once; 0 where the pair does not count"},
+    {"user_vlan_8", FieldType::u16, 384, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
+};
+
+constexpr const Command *onu_mc_vlan_commands[] = {&all_commands[116]};
+
+constexpr Field onu_mc_vlan_fields[] = {
+    {"operation", FieldType::u8, 352, 1, "", 1, "3: a list"},
+    {"number", FieldType::u8, 353, 1, "", 1, "how many VLANs there are, 0 to 8"},
+    {"vlan_1", FieldType::u16, 354, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_2", FieldType::u16, 356, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_3", FieldType::u16, 358, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_4", FieldType::u16, 360, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_5", FieldType::u16, 362, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_6", FieldType::u16, 364, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_7", FieldType::u16, 366, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_8", FieldType::u16, 368, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+};
+
+constexpr const Command *onu_mc_vlan_set_commands[] = {&all_commands[117]};
+
+constexpr Field onu_mc_vlan_set_fields[] = {
+    {"operation", FieldType::u8, 352, 1, "", 1, "0 delete these VLANs, 1 add them, 2 clear: delete all"},
+    {"number", FieldType::u8, 353, 1, "", 1, "how many VLANs count: 1 to 8; 0 to clear"},
+    {"vlan_1", FieldType::u16, 354, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_2", FieldType::u16, 356, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_3", FieldType::u16, 358, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_4", FieldType::u16, 360, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_5", FieldType::u16, 362, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_6", FieldType::u16, 364, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_7", FieldType::u16, 366, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+    {"vlan_8", FieldType::u16, 368, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
+};
+
+constexpr const Command *onu_mc_vlan_local_commands[] = {&all_commands[118]};
+
+constexpr Field onu_mc_vlan_local_fields[] = {
+    {"vlan_1", FieldType::u16, 352, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_2", FieldType::u16, 354, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_3", FieldType::u16, 356, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_4", FieldType::u16, 358, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_5", FieldType::u16, 360, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_6", FieldType::u16, 362, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_7", FieldType::u16, 364, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+    {"vlan_8", FieldType::u16, 366, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
+};
+
+constexpr const Command *onu_mc_group_commands[] = {&all_commands[119]};
+
+constexpr Field onu_mc_group_fields[] = {
+    {"action", FieldType::u8, 352, 1, "", 1, "3: a list"},
+    {"control_type", FieldType::u8, 353, 1, "", 1, "1: groups are told apart by MAC address and VLAN"},
+    {"number", FieldType::u8, 354, 1, "", 1, "how many entries there are, 0 to 128; those behind them are zero"},
+    {"uni_1", FieldType::u16, 356, 2, "", 1, "UNI port"},
+    {"vlan_1", FieldType::u16, 358, 2, "", 1, "multicast VLAN"},
+    {"group_1", FieldType::mac, 360, 6, "", 1, "MAC address of the group"},
+    {"uni_2", FieldType::u16, 366, 2, "", 1, "UNI port"},
+    {"vlan_2", FieldType::u16, 368, 2, "", 1, "multicast VLAN"},
+    {"group_2", FieldType::mac, 370, 6, "", 1, "MAC address of the group"},
+    {"uni_3", FieldType::u16, 376, 2, "", 1, "UNI port"},
+    {"vlan_3", FieldType::u16, 378, 2, "", 1, "multicast VLAN"},
+    {"group_3", FieldType::mac, 380, 6, "", 1, "MAC address of the group"},
+    {"uni_4", FieldType::u16, 386, 2, "", 1, "UNI port"},
+    {"vlan_4", FieldType::u16, 388, 2, "", 1, "multicast VLAN"},
+    {"group_4", FieldType::mac, 390, 6, "", 1, "MAC address of the group"},
+    {"uni_5", FieldType::u16, 396, 2, "", 1, "UNI port"},
+    {"vlan_5", FieldType::u16, 398, 2, "", 1, "multicast VLAN"},
+    {"group_5", FieldType::mac, 400, 6, "", 1, "MAC address of the group"},
+    {"uni_6", FieldType::u16, 406, 2, "", 1, "UNI port"},
+    {"vlan_6", FieldType::u16, 408, 2, "", 1, "multicast VLAN"},
+    {"group_6", FieldType::mac, 410, 6, "", 1, "MAC address of the group"},
+    {"uni_7", FieldType::u16, 416, 2, "", 1, "UNI port"},
+    {"vlan_7", FieldType::u16, 418, 2, "", 1, "multicast VLAN"},
+    {"group_7", FieldType::mac, 420, 6, "", 1, "MAC address of the group"},
+    {"uni_8", FieldType::u16, 426, 2, "", 1, "UNI port"},
+    {"vlan_8", FieldType::u16, 428, 2, "", 1, "multicast VLAN"},
+    {"group_8", FieldType::mac, 430, 6, "", 1, "MAC address of the group"},
+    {"uni_9", FieldType::u16, 436, 2, "", 1, "UNI port"},
+    {"vlan_9", FieldType::u16, 438, 2, "", 1, "multicast VLAN"},
+    {"group_9", FieldType::mac, 440, 6, "", 1, "MAC address of the group"},
+    {"uni_10", FieldType::u16, 446, 2, "", 1, "UNI port"},
+    {"vlan_10", FieldType::u16, 448, 2, "", 1, "multicast VLAN"},
+    {"group_10", FieldType::mac, 450, 6, "", 1, "MAC address of the group"},
+    {"uni_11", FieldType::u16, 456, 2, "", 1, "UNI port"},
+    {"vlan_11", FieldType::u16, 458, 2, "", 1, "multicast VLAN"},
+    {"group_11", FieldType::mac, 460, 6, "", 1, "MAC address of the group"},
+    {"uni_12", FieldType::u16, 466, 2, "", 1, "UNI port"},
+    {"vlan_12", FieldType::u16, 468, 2, "", 1, "multicast VLAN"},
+    {"group_12", FieldType::mac, 470, 6, "", 1, "MAC address of the group"},
+    {"uni_13", FieldType::u16, 476, 2, "", 1, "UNI port"},
+    {"vlan_13", FieldType::u16, 478, 2, "", 1, "multicast VLAN"},
+    {"group_13", FieldType::mac, 480, 6, "", 1, "MAC address of the group"},
+    {"uni_14", FieldType::u16, 486, 2, "", 1, "UNI port"},
+    {"vlan_14", FieldType::u16, 488, 2, "", 1, "multicast VLAN"},
+    {"group_14", FieldType::mac, 490, 6, "", 1, "MAC address of the group"},
+    {"uni_15", FieldType::u16, 496, 2, "", 1, "UNI port"},
+    {"vlan_15", FieldType::u16, 498, 2, "", 1, "multicast VLAN"},
+    {"group_15", FieldType::mac, 500, 6, "", 1, "MAC address of the group"},
+    {"uni_16", FieldType::u16, 506, 2, "", 1, "UNI port"},
+    {"vlan_16", FieldType::u16, 508, 2, "", 1, "multicast VLAN"},
+    {"group_16", FieldType::mac, 510, 6, "", 1, "MAC address of the group"},
+    {"uni_17", FieldType::u16, 516, 2, "", 1, "UNI port"},
+    {"vlan_17", FieldType::u16, 518, 2, "", 1, "multicast VLAN"},
+    {"group_17", FieldType::mac, 520, 6, "", 1, "MAC address of the group"},
+    {"uni_18", FieldType::u16, 526, 2, "", 1, "UNI port"},
+    {"vlan_18", FieldType::u16, 528, 2, "", 1, "multicast VLAN"},
+    {"group_18", FieldType::mac, 530, 6, "", 1, "MAC address of the group"},
+    {"uni_19", FieldType::u16, 536, 2, "", 1, "UNI port"},
+    {"vlan_19", FieldType::u16, 538, 2, "", 1, "multicast VLAN"},
+    {"group_19", FieldType::mac, 540, 6, "", 1, "MAC address of the group"},
+    {"uni_20", FieldType::u16, 546, 2, "", 1, "UNI port"},
+    {"vlan_20", FieldType::u16, 548, 2, "", 1, "multicast VLAN"},
+    {"group_20", FieldType::mac, 550, 6, "", 1, "MAC address of the group"},
+    {"uni_21", FieldType::u16, 556, 2, "", 1, "UNI port"},
+    {"vlan_21", FieldType::u16, 558, 2, "", 1, "multicast VLAN"},
+    {"group_21", FieldType::mac, 560, 6, "", 1, "MAC address of the group"},
+    {"uni_22", FieldType::u16, 566, 2, "", 1, "UNI port"},
+    {"vlan_22", FieldType::u16, 568, 2, "", 1, "multicast VLAN"},
+    {"group_22", FieldType::mac, 570, 6, "", 1, "MAC address of the group"},
+    {"uni_23", FieldType::u16, 576, 2, "", 1, "UNI port"},
+    {"vlan_23", FieldType::u16, 578, 2, "", 1, "multicast VLAN"},
+    {"group_23", FieldType::mac, 580, 6, "", 1, "MAC address of the group"},
+    {"uni_24", FieldType::u16, 586, 2, "", 1, "UNI port"},
+    {"vlan_24", FieldType::u16, 588, 2, "", 1, "multicast VLAN"},
+    {"group_24", FieldType::mac, 590, 6, "", 1, "MAC address of the group"},
+    {"uni_25", FieldType::u16, 596, 2, "", 1, "UNI port"},
+    {"vlan_25", FieldType::u16, 598, 2, "", 1, "multicast VLAN"},
+    {"group_25", FieldType::mac, 600, 6, "", 1, "MAC address of the group"},
+    {"uni_26", FieldType::u16, 606, 2, "", 1, "UNI port"},
+    {"vlan_26", FieldType::u16, 608, 2, "", 1, "multicast VLAN"},
+    {"group_26", FieldType::mac, 610, 6, "", 1, "MAC address of the group"},
+    {"uni_27", FieldType::u16, 616, 2, "", 1, "UNI port"},
+    {"vlan_27", FieldType::u16, 618, 2, "", 1, "multicast VLAN"},
+    {"group_27", FieldType::mac, 620, 6, "", 1, "MAC address of the group"},
+    {"uni_28", FieldType::u16, 626, 2, "", 1, "UNI port"},
+    {"vlan_28", FieldType::u16, 628, 2, "", 1, "multicast VLAN"},
+    {"group_28", FieldType::mac, 630, 6, "", 1, "MAC address of the group"},
+    {"uni_29", FieldType::u16, 636, 2, "", 1, "UNI port"},
+    {"vlan_29", FieldType::u16, 638, 2, "", 1, "multicast VLAN"},
+    {"group_29", FieldType::mac, 640, 6, "", 1, "MAC address of the group"},
+    {"uni_30", FieldType::u16, 646, 2, "", 1, "UNI port"},
+    {"vlan_30", FieldType::u16, 648, 2, "", 1, "multicast VLAN"},
+    {"group_30", FieldType::mac, 650, 6, "", 1, "MAC address of the group"},
+    {"uni_31", FieldType::u16, 656, 2, "", 1, "UNI port"},
+    {"vlan_31", FieldType::u16, 658, 2, "", 1, "multicast VLAN"},
+    {"group_31", FieldType::mac, 660, 6, "", 1, "MAC address of the group"},
+    {"uni_32", FieldType::u16, 666, 2, "", 1, "UNI port"},
+    {"vlan_32", FieldType::u16, 668, 2, "", 1, "multicast VLAN"},
+    {"group_32", FieldType::mac, 670, 6, "", 1, "MAC address of the group"},
+    {"uni_33", FieldType::u16, 676, 2, "", 1, "UNI port"},
+    {"vlan_33", FieldType::u16, 678, 2, "", 1, "multicast VLAN"},
+    {"group_33", FieldType::mac, 680, 6, "", 1, "MAC address of the group"},
+    {"uni_34", FieldType::u16, 686, 2, "", 1, "UNI port"},
+    {"vlan_34", FieldType::u16, 688, 2, "", 1, "multicast VLAN"},
+    {"group_34", FieldType::mac, 690, 6, "", 1, "MAC address of the group"},
+    {"uni_35", FieldType::u16, 696, 2, "", 1, "UNI port"},
+    {"vlan_35", FieldType::u16, 698, 2, "", 1, "multicast VLAN"},
+    {"group_35", FieldType::mac, 700, 6, "", 1, "MAC address of the group"},
+    {"uni_36", FieldType::u16, 706, 2, "", 1, "UNI port"},
+    {"vlan_36", FieldType::u16, 708, 2, "", 1, "multicast VLAN"},
+    {"group_36", FieldType::mac, 710, 6, "", 1, "MAC address of the group"},
+    {"uni_37", FieldType::u16, 716, 2, "", 1, "UNI port"},
+    {"vlan_37", FieldType::u16, 718, 2, "", 1, "multicast VLAN"},
+    {"group_37", FieldType::mac, 720, 6, "", 1, "MAC address of the group"},
+    {"uni_38", FieldType::u16, 726, 2, "", 1, "UNI port"},
+    {"vlan_38", FieldType::u16, 728, 2, "", 1, "multicast VLAN"},
+    {"group_38", FieldType::mac, 730, 6, "", 1, "MAC address of the group"},
+    {"uni_39", FieldType::u16, 736, 2, "", 1, "UNI port"},
+    {"vlan_39", FieldType::u16, 738, 2, "", 1, "multicast VLAN"},
+    {"group_39", FieldType::mac, 740, 6, "", 1, "MAC address of the group"},
+    {"uni_40", FieldType::u16, 746, 2, "", 1, "UNI port"},
+    {"vlan_40", FieldType::u16, 748, 2, "", 1, "multicast VLAN"},
+    {"group_40", FieldType::mac, 750, 6, "", 1, "MAC address of the group"},
+    {"uni_41", FieldType::u16, 756, 2, "", 1, "UNI port"},
+    {"vlan_41", FieldType::u16, 758, 2, "", 1, "multicast VLAN"},
+    {"group_41", FieldType::mac, 760, 6, "", 1, "MAC address of the group"},
+    {"uni_42", FieldType::u16, 766, 2, "", 1, "UNI port"},
+    {"vlan_42", FieldType::u16, 768, 2, "", 1, "multicast VLAN"},
+    {"group_42", FieldType::mac, 770, 6, "", 1, "MAC address of the group"},
+    {"uni_43", FieldType::u16, 776, 2, "", 1, "UNI port"},
+    {"vlan_43", FieldType::u16, 778, 2, "", 1, "multicast VLAN"},
+    {"group_43", FieldType::mac, 780, 6, "", 1, "MAC address of the group"},
+    {"uni_44", FieldType::u16, 786, 2, "", 1, "UNI port"},
+    {"vlan_44", FieldType::u16, 788, 2, "", 1, "multicast VLAN"},
+    {"group_44", FieldType::mac, 790, 6, "", 1, "MAC address of the group"},
+    {"uni_45", FieldType::u16, 796, 2, "", 1, "UNI port"},
+    {"vlan_45", FieldType::u16, 798, 2, "", 1, "multicast VLAN"},
+    {"group_45", FieldType::mac, 800, 6, "", 1, "MAC address of the group"},
+    {"uni_46", FieldType::u16, 806, 2, "", 1, "UNI port"},
+    {"vlan_46", FieldType::u16, 808, 2, "", 1, "multicast VLAN"},
+    {"group_46", FieldType::mac, 810, 6, "", 1, "MAC address of the group"},
+    {"uni_47", FieldType::u16, 816, 2, "", 1, "UNI port"},
+    {"vlan_47", FieldType::u16, 818, 2, "", 1, "multicast VLAN"},
+    {"group_47", FieldType::mac, 820, 6, "", 1, "MAC address of the group"},
+    {"uni_48", FieldType::u16, 826, 2, "", 1, "UNI port"},
+    {"vlan_48", FieldType::u16, 828, 2, "", 1, "multicast VLAN"},
+    {"group_48", FieldType::mac, 830, 6, "", 1, "MAC address of the group"},
+    {"uni_49", FieldType::u16, 836, 2, "", 1, "UNI port"},
+    {"vlan_49", FieldType::u16, 838, 2, "", 1, "multicast VLAN"},
+    {"group_49", FieldType::mac, 840, 6, "", 1, "MAC address of the group"},
+    {"uni_50", FieldType::u16, 846, 2, "", 1, "UNI port"},
+    {"vlan_50", FieldType::u16, 848, 2, "", 1, "multicast VLAN"},
+    {"group_50", FieldType::mac, 850, 6, "", 1, "MAC address of the group"},
+    {"uni_51", FieldType::u16, 856, 2, "", 1, "UNI port"},
+    {"vlan_51", FieldType::u16, 858, 2, "", 1, "multicast VLAN"},
+    {"group_51", FieldType::mac, 860, 6, "", 1, "MAC address of the group"},
+    {"uni_52", FieldType::u16, 866, 2, "", 1, "UNI port"},
+    {"vlan_52", FieldType::u16, 868, 2, "", 1, "multicast VLAN"},
+    {"group_52", FieldType::mac, 870, 6, "", 1, "MAC address of the group"},
+    {"uni_53", FieldType::u16, 876, 2, "", 1, "UNI port"},
+    {"vlan_53", FieldType::u16, 878, 2, "", 1, "multicast VLAN"},
+    {"group_53", FieldType::mac, 880, 6, "", 1, "MAC address of the group"},
+    {"uni_54", FieldType::u16, 886, 2, "", 1, "UNI port"},
+    {"vlan_54", FieldType::u16, 888, 2, "", 1, "multicast VLAN"},
+    {"group_54", FieldType::mac, 890, 6, "", 1, "MAC address of the group"},
+    {"uni_55", FieldType::u16, 896, 2, "", 1, "UNI port"},
+    {"vlan_55", FieldType::u16, 898, 2, "", 1, "multicast VLAN"},
+    {"group_55", FieldType::mac, 900, 6, "", 1, "MAC address of the group"},
+    {"uni_56", FieldType::u16, 906, 2, "", 1, "UNI port"},
+    {"vlan_56", FieldType::u16, 908, 2, "", 1, "multicast VLAN"},
+    {"group_56", FieldType::mac, 910, 6, "", 1, "MAC address of the group"},
+    {"uni_57", FieldType::u16, 916, 2, "", 1, "UNI port"},
+    {"vlan_57", FieldType::u16, 918, 2, "", 1, "multicast VLAN"},
+    {"group_57", FieldType::mac, 920, 6, "", 1, "MAC address of the group"},
+    {"uni_58", FieldType::u16, 926, 2, "", 1, "UNI port"},
+    {"vlan_58", FieldType::u16, 928, 2, "", 1, "multicast VLAN"},
+    {"group_58", FieldType::mac, 930, 6, "", 1, "MAC address of the group"},
+    {"uni_59", FieldType::u16, 936, 2, "", 1, "UNI port"},
+    {"vlan_59", FieldType::u16, 938, 2, "", 1, "multicast VLAN"},
+    {"group_59", FieldType::mac, 940, 6, "", 1, "MAC address of the group"},
+    {"uni_60", FieldType::u16, 946, 2, "", 1, "UNI port"},
+    {"vlan_60", FieldType::u16, 948, 2, "", 1, "multicast VLAN"},
+    {"group_60", FieldType::mac, 950, 6, "", 1, "MAC address of the group"},
+    {"uni_61", FieldType::u16, 956, 2, "", 1, "UNI port"},
+    {"vlan_61", FieldType::u16, 958, 2, "", 1, "multicast VLAN"},
+    {"group_61", FieldType::mac, 960, 6, "", 1, "MAC address of the group"},
+    {"uni_62", FieldType::u16, 966, 2, "", 1, "UNI port"},
+    {"vlan_62", FieldType::u16, 968, 2, "", 1, "multicast VLAN"},
+    {"group_62", FieldType::mac, 970, 6, "", 1, "MAC address of the group"},
+    {"uni_63", FieldType::u16, 976, 2, "", 1, "UNI port"},
+    {"vlan_63", FieldType::u16, 978, 2, "", 1, "multicast VLAN"},
+    {"group_63", FieldType::mac, 980, 6, "", 1, "MAC address of the group"},
+    {"uni_64", FieldType::u16, 986, 2, "", 1, "UNI port"},
+    {"vlan_64", FieldType::u16, 988, 2, "", 1, "multicast VLAN"},
+    {"group_64", FieldType::mac, 990, 6, "", 1, "MAC address of the group"},
+    {"uni_65", FieldType::u16, 996, 2, "", 1, "UNI port"},
+    {"vlan_65", FieldType::u16, 998, 2, "", 1, "multicast VLAN"},
+    {"group_65", FieldType::mac, 1000, 6, "", 1, "MAC address of the group"},
+    {"uni_66", FieldType::u16, 1006, 2, "", 1, "UNI port"},
+    {"vlan_66", FieldType::u16, 1008, 2, "", 1, "multicast VLAN"},
+    {"group_66", FieldType::mac, 1010, 6, "", 1, "MAC address of the group"},
+    {"uni_67", FieldType::u16, 1016, 2, "", 1, "UNI port"},
+    {"vlan_67", FieldType::u16, 1018, 2, "", 1, "multicast VLAN"},
+    {"group_67", FieldType::mac, 1020, 6, "", 1, "MAC address of the group"},
+    {"uni_68", FieldType::u16, 1026, 2, "", 1, "UNI port"},
+    {"vlan_68", FieldType::u16, 1028, 2, "", 1, "multicast VLAN"},
+    {"group_68", FieldType::mac, 1030, 6, "", 1, "MAC address of the group"},
+    {"uni_69", FieldType::u16, 1036, 2, "", 1, "UNI port"},
+    {"vlan_69", FieldType::u16, 1038, 2, "", 1, "multicast VLAN"},
+    {"group_69", FieldType::mac, 1040, 6, "", 1, "MAC address of the group"},
+    {"uni_70", FieldType::u16, 1046, 2, "", 1, "UNI port"},
+    {"vlan_70", FieldType::u16, 1048, 2, "", 1, "multicast VLAN"},
+    {"group_70", FieldType::mac, 1050, 6, "", 1, "MAC address of the group"},
+    {"uni_71", FieldType::u16, 1056, 2, "", 1, "UNI port"},
+    {"vlan_71", FieldType::u16, 1058, 2, "", 1, "multicast VLAN"},
+    {"group_71", FieldType::mac, 1060, 6, "", 1, "MAC address of the group"},
+    {"uni_72", FieldType::u16, 1066, 2, "", 1, "UNI port"},
+    {"vlan_72", FieldType::u16, 1068, 2, "", 1, "multicast VLAN"},
+    {"group_72", FieldType::mac, 1070, 6, "", 1, "MAC address of the group"},
+    {"uni_73", FieldType::u16, 1076, 2, "", 1, "UNI port"},
+    {"vlan_73", FieldType::u16, 1078, 2, "", 1, "multicast VLAN"},
+    {"group_73", FieldType::mac, 1080, 6, "", 1, "MAC address of the group"},
+    {"uni_74", FieldType::u16, 1086, 2, "", 1, "UNI port"},
+    {"vlan_74", FieldType::u16, 1088, 2, "", 1, "multicast VLAN"},
+    {"group_74", FieldType::mac, 1090, 6, "", 1, "MAC address of the group"},
+    {"uni_75", FieldType::u16, 1096, 2, "", 1, "UNI port"},
+    {"vlan_75", FieldType::u16, 1098, 2, "", 1, "multicast VLAN"},
+    {"group_75", FieldType::mac, 1100, 6, "", 1, "MAC address of the group"},
+    {"uni_76", FieldType::u16, 1106, 2, "", 1, "UNI port"},
+    {"vlan_76", FieldType::u16, 1108, 2, "", 1, "multicast VLAN"},
+    {"group_76", FieldType::mac, 1110, 6, "", 1, "MAC address of the group"},
+    {"uni_77", FieldType::u16, 1116, 2, "", 1, "UNI port"},
+    {"vlan_77", FieldType::u16, 1118, 2, "", 1, "multicast VLAN"},
+    {"group_77", FieldType::mac, 1120, 6, "", 1, "MAC address of the group"},
+    {"uni_78", FieldType::u16, 1126, 2, "", 1, "UNI port"},
+    {"vlan_78", FieldType::u16, 1128, 2, "", 1, "multicast VLAN"},
+    {"group_78", FieldType::mac, 1130, 6, "", 1, "MAC address of the group"},
+    {"uni_79", FieldType::u16, 1136, 2, "", 1, "UNI port"},
+    {"vlan_79", FieldType::u16, 1138, 2, "", 1, "multicast VLAN"},
+    {"group_79", FieldType::mac, 1140, 6, "", 1, "MAC address of the group"},
+    {"uni_80", FieldType::u16, 1146, 2, "", 1, "UNI port"},
+    {"vlan_80", FieldType::u16, 1148, 2, "", 1, "multicast VLAN"},
+    {"group_80", FieldType::mac, 1150, 6, "", 1, "MAC address of the group"},
+    {"uni_81", FieldType::u16, 1156, 2, "", 1, "UNI port"},
+    {"vlan_81", FieldType::u16, 1158, 2, "", 1, "multicast VLAN"},
+    {"group_81", FieldType::mac, 1160, 6, "", 1, "MAC address of the group"},
+    {"uni_82", FieldType::u16, 1166, 2, "", 1, "UNI port"},
+    {"vlan_82", FieldType::u16, 1168, 2, "", 1, "multicast VLAN"},
+    {"group_82", FieldType::mac, 1170, 6, "", 1, "MAC address of the group"},
+    {"uni_83", FieldType::u16, 1176, 2, "", 1, "UNI port"},
+    {"vlan_83", FieldType::u16, 1178, 2, "", 1, "multicast VLAN"},
+    {"group_83", FieldType::mac, 1180, 6, "", 1, "MAC address of the group"},
+    {"uni_84", FieldType::u16, 1186, 2, "", 1, "UNI port"},
+    {"vlan_84", FieldType::u16, 1188, 2, "", 1, "multicast VLAN"},
+    {"group_84", FieldType::mac, 1190, 6, "", 1, "MAC address of the group"},
+    {"uni_85", FieldType::u16, 1196, 2, "", 1, "UNI port"},
+    {"vlan_85", FieldType::u16, 1198, 2, "", 1, "multicast VLAN"},
+    {"group_85", FieldType::mac, 1200, 6, "", 1, "MAC address of the group"},
+    {"uni_86", FieldType::u16, 1206, 2, "", 1, "UNI port"},
+    {"vlan_86", FieldType::u16, 1208, 2, "", 1, "multicast VLAN"},
+    {"group_86", FieldType::mac, 1210, 6, "", 1, "MAC address of the group"},
+    {"uni_87", FieldType::u16, 1216, 2, "", 1, "UNI port"},
+    {"vlan_87", FieldType::u16, 1218, 2, "", 1, "multicast VLAN"},
+    {"group_87", FieldType::mac, 1220, 6, "", 1, "MAC address of the group"},
+    {"uni_88", FieldType::u16, 1226, 2, "", 1, "UNI port"},
+    {"vlan_88", FieldType::u16, 1228, 2, "", 1, "multicast VLAN"},
+    {"group_88", FieldType::mac, 1230, 6, "", 1, "MAC address of the group"},
+    {"uni_89", FieldType::u16, 1236, 2, "", 1, "UNI port"},
+    {"vlan_89", FieldType::u16, 1238, 2, "", 1, "multicast VLAN"},
+    {"group_89", FieldType::mac, 1240, 6, "", 1, "MAC address of the group"},
+    {"uni_90", FieldType::u16, 1246, 2, "", 1, "UNI port"},
+    {"vlan_90", FieldType::u16, 1248, 2, "", 1, "multicast VLAN"},
+    {"group_90", FieldType::mac, 1250, 6, "", 1, "MAC address of the group"},
+    {"uni_91", FieldType::u16, 1256, 2, "", 1, "UNI port"},
+    {"vlan_91", FieldType::u16, 1258, 2, "", 1, "multicast VLAN"},
+    {"group_91", FieldType::mac, 1260, 6, "", 1, "MAC address of the group"},
+    {"uni_92", FieldType::u16, 1266, 2, "", 1, "UNI port"},
+    {"vlan_92", FieldType::u16, 1268, 2, "", 1, "multicast VLAN"},
+    {"group_92", FieldType::mac, 1270, 6, "", 1, "MAC address of the group"},
+    {"uni_93", FieldType::u16, 1276, 2, "", 1, "UNI port"},
+    {"vlan_93", FieldType::u16, 1278, 2, "", 1, "multicast VLAN"},
+    {"group_93", FieldType::mac, 1280, 6, "", 1, "MAC address of the group"},
+    {"uni_94", FieldType::u16, 1286, 2, "", 1, "UNI port"},
+    {"vlan_94", FieldType::u16, 1288, 2, "", 1, "multicast VLAN"},
+    {"group_94", FieldType::mac, 1290, 6, "", 1, "MAC address of the group"},
+    {"uni_95", FieldType::u16, 1296, 2, "", 1, "UNI port"},
+    {"vlan_95", FieldType::u16, 1298, 2, "", 1, "multicast VLAN"},
+    {"group_95", FieldType::mac, 1300, 6, "", 1, "MAC address of the group"},
+    {"uni_96", FieldType::u16, 1306, 2, "", 1, "UNI port"},
+    {"vlan_96", FieldType::u16, 1308, 2, "", 1, "multicast VLAN"},
+    {"group_96", FieldType::mac, 1310, 6, "", 1, "MAC address of the group"},
+    {"uni_97", FieldType::u16, 1316, 2, "", 1, "UNI port"},
+    {"vlan_97", FieldType::u16, 1318, 2, "", 1, "multicast VLAN"},
+    {"group_97", FieldType::mac, 1320, 6, "", 1, "MAC address of the group"},
+    {"uni_98", FieldType::u16, 1326, 2, "", 1, "UNI port"},
+    {"vlan_98", FieldType::u16, 1328, 2, "", 1, "multicast VLAN"},
+    {"group_98", FieldType::mac, 1330, 6, "", 1, "MAC address of the group"},
+    {"uni_99", FieldType::u16, 1336, 2, "", 1, "UNI port"},
+    {"vlan_99", FieldType::u16, 1338, 2, "", 1, "multicast VLAN"},
+    {"group_99", FieldType::mac, 1340, 6, "", 1, "MAC address of the group"},
+    {"uni_100", FieldType::u16, 1346, 2, "", 1, "UNI port"},
+    {"vlan_100", FieldType::u16, 1348, 2, "", 1, "multicast VLAN"},
+    {"group_100", FieldType::mac, 1350, 6, "", 1, "MAC address of the group"},
+    {"uni_101", FieldType::u16, 1356, 2, "", 1, "UNI port"},
+    {"vlan_101", FieldType::u16, 1358, 2, "", 1, "multicast VLAN"},
+    {"group_101", FieldType::mac, 1360, 6, "", 1, "MAC address of the group"},
+    {"uni_102", FieldType::u16, 1366, 2, "", 1, "UNI port"},
+    {"vlan_102", FieldType::u16, 1368, 2, "", 1, "multicast VLAN"},
+    {"group_102", FieldType::mac, 1370, 6, "", 1, "MAC address of the group"},
+    {"uni_103", FieldType::u16, 1376, 2, "", 1, "UNI port"},
+    {"vlan_103", FieldType::u16, 1378, 2, "", 1, "multicast VLAN"},
+    {"group_103", FieldType::mac, 1380, 6, "", 1, "MAC address of the group"},
+    {"uni_104", FieldType::u16, 1386, 2, "", 1, "UNI port"},
+    {"vlan_104", FieldType::u16, 1388, 2, "", 1, "multicast VLAN"},
+    {"group_104", FieldType::mac, 1390, 6, "", 1, "MAC address of the group"},
+    {"uni_105", FieldType::u16, 1396, 2, "", 1, "UNI port"},
+    {"vlan_105", FieldType::u16, 1398, 2, "", 1, "multicast VLAN"},
+    {"group_105", FieldType::mac, 1400, 6, "", 1, "MAC address of the group"},
+    {"uni_106", FieldType::u16, 1406, 2, "", 1, "UNI port"},
+    {"vlan_106", FieldType::u16, 1408, 2, "", 1, "multicast VLAN"},
+    {"group_106", FieldType::mac, 1410, 6, "", 1, "MAC address of the group"},
+    {"uni_107", FieldType::u16, 1416, 2, "", 1, "UNI port"},
+    {"vlan_107", FieldType::u16, 1418, 2, "", 1, "multicast VLAN"},
+    {"group_107", FieldType::mac, 1420, 6, "", 1, "MAC address of the group"},
+    {"uni_108", FieldType::u16, 1426, 2, "", 1, "UNI port"},
+    {"vlan_108", FieldType::u16, 1428, 2, "", 1, "multicast VLAN"},
+    {"group_108", FieldType::mac, 1430, 6, "", 1, "MAC address of the group"},
+    {"uni_109", FieldType::u16, 1436, 2, "", 1, "UNI port"},
+    {"vlan_109", FieldType::u16, 1438, 2, "", 1, "multicast VLAN"},
+    {"group_109", FieldType::mac, 1440, 6, "", 1, "MAC address of the group"},
+    {"uni_110", FieldType::u16, 1446, 2, "", 1, "UNI port"},
+    {"vlan_110", FieldType::u16, 1448, 2, "", 1, "multicast VLAN"},
+    {"group_110", FieldType::mac, 1450, 6, "", 1, "MAC address of the group"},
+    {"uni_111", FieldType::u16, 1456, 2, "", 1, "UNI port"},
+    {"vlan_111", FieldType::u16, 1458, 2, "", 1, "multicast VLAN"},
+    {"group_111", FieldType::mac, 1460, 6, "", 1, "MAC address of the group"},
+    {"uni_112", FieldType::u16, 1466, 2, "", 1, "UNI port"},
+    {"vlan_112", FieldType::u16, 1468, 2, "", 1, "multicast VLAN"},
+    {"group_112", FieldType::mac, 1470, 6, "", 1, "MAC address of the group"},
+    {"uni_113", FieldType::u16, 1476, 2, "", 1, "UNI port"},
+    {"vlan_113", FieldType::u16, 1478, 2, "", 1, "multicast VLAN"},
+    {"group_113", FieldType::mac, 1480, 6, "", 1, "MAC address of the group"},
+    {"uni_114", FieldType::u16, 1486, 2, "", 1, "UNI port"},
+    {"vlan_114", FieldType::u16, 1488, 2, "", 1, "multicast VLAN"},
+    {"group_114", FieldType::mac, 1490, 6, "", 1, "MAC address of the group"},
+    {"uni_115", FieldType::u16, 1496, 2, "", 1, "UNI port"},
+    {"vlan_115", FieldType::u16, 1498, 2, "", 1, "multicast VLAN"},
+    {"group_115", FieldType::mac, 1500, 6, "", 1, "MAC address of the group"},
+    {"uni_116", FieldType::u16, 1506, 2, "", 1, "UNI port"},
+    {"vlan_116", FieldType::u16, 1508, 2, "", 1, "multicast VLAN"},
+    {"group_116", FieldType::mac, 1510, 6, "", 1, "MAC address of the group"},
+    {"uni_117", FieldType::u16, 1516, 2, "", 1, "UNI port"},
+    {"vlan_117", FieldType::u16, 1518, 2, "", 1, "multicast VLAN"},
+    {"group_117", FieldType::mac, 1520, 6, "", 1, "MAC address of the group"},
+    {"uni_118", FieldType::u16, 1526, 2, "", 1, "UNI port"},
+    {"vlan_118", FieldType::u16, 1528, 2, "", 1, "multicast VLAN"},
+    {"group_118", FieldType::mac, 1530, 6, "", 1, "MAC address of the group"},
+    {"uni_119", FieldType::u16, 1536, 2, "", 1, "UNI port"},
+    {"vlan_119", FieldType::u16, 1538, 2, "", 1, "multicast VLAN"},
+    {"group_119", FieldType::mac, 1540, 6, "", 1, "MAC address of the group"},
+    {"uni_120", FieldType::u16, 1546, 2, "", 1, "UNI port"},
+    {"vlan_120", FieldType::u16, 1548, 2, "", 1, "multicast VLAN"},
+    {"group_120", FieldType::mac, 1550, 6, "", 1, "MAC address of the group"},
+    {"uni_121", FieldType::u16, 1556, 2, "", 1, "UNI port"},
+    {"vlan_121", FieldType::u16, 1558, 2, "", 1, "multicast VLAN"},
+    {"group_121", FieldType::mac, 1560, 6, "", 1, "MAC address of the group"},
+    {"uni_122", FieldType::u16, 1566, 2, "", 1, "UNI port"},
+    {"vlan_122", FieldType::u16, 1568, 2, "", 1, "multicast VLAN"},
+    {"group_122", FieldType::mac, 1570, 6, "", 1, "MAC address of the group"},
+    {"uni_123", FieldType::u16, 1576, 2, "", 1, "UNI port"},
+    {"vlan_123", FieldType::u16, 1578, 2, "", 1, "multicast VLAN"},
+    {"group_123", FieldType::mac, 1580, 6, "", 1, "MAC address of the group"},
+    {"uni_124", FieldType::u16, 1586, 2, "", 1, "UNI port"},
+    {"vlan_124", FieldType::u16, 1588, 2, "", 1, "multicast VLAN"},
+    {"group_124", FieldType::mac, 1590, 6, "", 1, "MAC address of the group"},
+    {"uni_125", FieldType::u16, 1596, 2, "", 1, "UNI port"},
+    {"vlan_125", FieldType::u16, 1598, 2, "", 1, "multicast VLAN"},
+    {"group_125", FieldType::mac, 1600, 6, "", 1, "MAC address of the group"},
+    {"uni_126", FieldType::u16, 1606, 2, "", 1, "UNI port"},
+    {"vlan_126", FieldType::u16, 1608, 2, "", 1, "multicast VLAN"},
+    {"group_126", FieldType::mac, 1610, 6, "", 1, "MAC address of the group"},
+    {"uni_127", FieldType::u16, 1616, 2, "", 1, "UNI port"},
+    {"vlan_127", FieldType::u16, 1618, 2, "", 1, "multicast VLAN"},
+    {"group_127", FieldType::mac, 1620, 6, "", 1, "MAC address of the group"},
+    {"uni_128", FieldType::u16, 1626, 2, "", 1, "UNI port"},
+    {"vlan_128", FieldType::u16, 1628, 2, "", 1, "multicast VLAN"},
+    {"group_128", FieldType::mac, 1630, 6, "", 1, "MAC address of the group"},
+};
+
+constexpr const Command *onu_mc_group_set_commands[] = {&all_commands[120]};
+
+constexpr Field onu_mc_group_set_fields[] = {
+    {"action", FieldType::u8, 352, 1, "", 1, "0 delete these entries, 1 add them, 2 clear: delete all"},
+    {"control_type", FieldType::u8, 353, 1, "", 1, "1: groups are told apart by MAC address and VLAN"},
+    {"number", FieldType::u8, 354, 1, "", 1, "how many entries count: 1 to 128; 0 to clear"},
+    {"uni_1", FieldType::u16, 356, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_1", FieldType::u16, 358, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_1", FieldType::mac, 360, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_2", FieldType::u16, 366, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_2", FieldType::u16, 368, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_2", FieldType::mac, 370, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_3", FieldType::u16, 376, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_3", FieldType::u16, 378, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_3", FieldType::mac, 380, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_4", FieldType::u16, 386, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_4", FieldType::u16, 388, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_4", FieldType::mac, 390, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_5", FieldType::u16, 396, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_5", FieldType::u16, 398, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_5", FieldType::mac, 400, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_6", FieldType::u16, 406, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_6", FieldType::u16, 408, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_6", FieldType::mac, 410, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_7", FieldType::u16, 416, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_7", FieldType::u16, 418, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_7", FieldType::mac, 420, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_8", FieldType::u16, 426, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_8", FieldType::u16, 428, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_8", FieldType::mac, 430, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_9", FieldType::u16, 436, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_9", FieldType::u16, 438, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_9", FieldType::mac, 440, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_10", FieldType::u16, 446, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_10", FieldType::u16, 448, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_10", FieldType::mac, 450, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_11", FieldType::u16, 456, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_11", FieldType::u16, 458, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_11", FieldType::mac, 460, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_12", FieldType::u16, 466, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_12", FieldType::u16, 468, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_12", FieldType::mac, 470, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_13", FieldType::u16, 476, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_13", FieldType::u16, 478, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_13", FieldType::mac, 480, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_14", FieldType::u16, 486, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_14", FieldType::u16, 488, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_14", FieldType::mac, 490, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_15", FieldType::u16, 496, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_15", FieldType::u16, 498, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_15", FieldType::mac, 500, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_16", FieldType::u16, 506, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_16", FieldType::u16, 508, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_16", FieldType::mac, 510, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_17", FieldType::u16, 516, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_17", FieldType::u16, 518, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_17", FieldType::mac, 520, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_18", FieldType::u16, 526, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_18", FieldType::u16, 528, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_18", FieldType::mac, 530, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_19", FieldType::u16, 536, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_19", FieldType::u16, 538, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_19", FieldType::mac, 540, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_20", FieldType::u16, 546, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_20", FieldType::u16, 548, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_20", FieldType::mac, 550, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_21", FieldType::u16, 556, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_21", FieldType::u16, 558, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_21", FieldType::mac, 560, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_22", FieldType::u16, 566, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_22", FieldType::u16, 568, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_22", FieldType::mac, 570, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_23", FieldType::u16, 576, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_23", FieldType::u16, 578, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_23", FieldType::mac, 580, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_24", FieldType::u16, 586, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_24", FieldType::u16, 588, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_24", FieldType::mac, 590, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_25", FieldType::u16, 596, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_25", FieldType::u16, 598, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_25", FieldType::mac, 600, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_26", FieldType::u16, 606, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_26", FieldType::u16, 608, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_26", FieldType::mac, 610, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_27", FieldType::u16, 616, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_27", FieldType::u16, 618, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_27", FieldType::mac, 620, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_28", FieldType::u16, 626, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_28", FieldType::u16, 628, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_28", FieldType::mac, 630, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_29", FieldType::u16, 636, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_29", FieldType::u16, 638, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_29", FieldType::mac, 640, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_30", FieldType::u16, 646, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_30", FieldType::u16, 648, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_30", FieldType::mac, 650, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_31", FieldType::u16, 656, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_31", FieldType::u16, 658, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_31", FieldType::mac, 660, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_32", FieldType::u16, 666, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_32", FieldType::u16, 668, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_32", FieldType::mac, 670, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_33", FieldType::u16, 676, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_33", FieldType::u16, 678, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_33", FieldType::mac, 680, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_34", FieldType::u16, 686, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_34", FieldType::u16, 688, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_34", FieldType::mac, 690, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_35", FieldType::u16, 696, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_35", FieldType::u16, 698, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_35", FieldType::mac, 700, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_36", FieldType::u16, 706, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_36", FieldType::u16, 708, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_36", FieldType::mac, 710, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_37", FieldType::u16, 716, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_37", FieldType::u16, 718, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_37", FieldType::mac, 720, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_38", FieldType::u16, 726, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_38", FieldType::u16, 728, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_38", FieldType::mac, 730, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_39", FieldType::u16, 736, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_39", FieldType::u16, 738, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_39", FieldType::mac, 740, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_40", FieldType::u16, 746, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_40", FieldType::u16, 748, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_40", FieldType::mac, 750, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_41", FieldType::u16, 756, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_41", FieldType::u16, 758, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_41", FieldType::mac, 760, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_42", FieldType::u16, 766, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_42", FieldType::u16, 768, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_42", FieldType::mac, 770, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_43", FieldType::u16, 776, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_43", FieldType::u16, 778, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_43", FieldType::mac, 780, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_44", FieldType::u16, 786, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_44", FieldType::u16, 788, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_44", FieldType::mac, 790, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_45", FieldType::u16, 796, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_45", FieldType::u16, 798, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_45", FieldType::mac, 800, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_46", FieldType::u16, 806, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_46", FieldType::u16, 808, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_46", FieldType::mac, 810, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_47", FieldType::u16, 816, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_47", FieldType::u16, 818, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_47", FieldType::mac, 820, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_48", FieldType::u16, 826, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_48", FieldType::u16, 828, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_48", FieldType::mac, 830, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_49", FieldType::u16, 836, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_49", FieldType::u16, 838, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_49", FieldType::mac, 840, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_50", FieldType::u16, 846, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_50", FieldType::u16, 848, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_50", FieldType::mac, 850, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_51", FieldType::u16, 856, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_51", FieldType::u16, 858, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_51", FieldType::mac, 860, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_52", FieldType::u16, 866, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_52", FieldType::u16, 868, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_52", FieldType::mac, 870, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_53", FieldType::u16, 876, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_53", FieldType::u16, 878, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_53", FieldType::mac, 880, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_54", FieldType::u16, 886, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_54", FieldType::u16, 888, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_54", FieldType::mac, 890, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_55", FieldType::u16, 896, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_55", FieldType::u16, 898, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_55", FieldType::mac, 900, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_56", FieldType::u16, 906, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_56", FieldType::u16, 908, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_56", FieldType::mac, 910, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_57", FieldType::u16, 916, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_57", FieldType::u16, 918, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_57", FieldType::mac, 920, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_58", FieldType::u16, 926, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_58", FieldType::u16, 928, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_58", FieldType::mac, 930, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_59", FieldType::u16, 936, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_59", FieldType::u16, 938, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_59", FieldType::mac, 940, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_60", FieldType::u16, 946, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_60", FieldType::u16, 948, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_60", FieldType::mac, 950, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_61", FieldType::u16, 956, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_61", FieldType::u16, 958, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_61", FieldType::mac, 960, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_62", FieldType::u16, 966, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_62", FieldType::u16, 968, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_62", FieldType::mac, 970, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_63", FieldType::u16, 976, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_63", FieldType::u16, 978, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_63", FieldType::mac, 980, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_64", FieldType::u16, 986, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_64", FieldType::u16, 988, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_64", FieldType::mac, 990, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_65", FieldType::u16, 996, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_65", FieldType::u16, 998, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_65", FieldType::mac, 1000, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_66", FieldType::u16, 1006, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_66", FieldType::u16, 1008, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_66", FieldType::mac, 1010, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_67", FieldType::u16, 1016, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_67", FieldType::u16, 1018, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_67", FieldType::mac, 1020, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_68", FieldType::u16, 1026, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_68", FieldType::u16, 1028, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_68", FieldType::mac, 1030, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_69", FieldType::u16, 1036, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_69", FieldType::u16, 1038, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_69", FieldType::mac, 1040, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_70", FieldType::u16, 1046, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_70", FieldType::u16, 1048, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_70", FieldType::mac, 1050, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_71", FieldType::u16, 1056, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_71", FieldType::u16, 1058, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_71", FieldType::mac, 1060, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_72", FieldType::u16, 1066, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_72", FieldType::u16, 1068, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_72", FieldType::mac, 1070, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_73", FieldType::u16, 1076, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_73", FieldType::u16, 1078, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_73", FieldType::mac, 1080, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_74", FieldType::u16, 1086, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_74", FieldType::u16, 1088, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_74", FieldType::mac, 1090, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_75", FieldType::u16, 1096, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_75", FieldType::u16, 1098, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_75", FieldType::mac, 1100, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_76", FieldType::u16, 1106, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_76", FieldType::u16, 1108, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_76", FieldType::mac, 1110, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_77", FieldType::u16, 1116, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_77", FieldType::u16, 1118, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_77", FieldType::mac, 1120, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_78", FieldType::u16, 1126, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_78", FieldType::u16, 1128, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_78", FieldType::mac, 1130, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_79", FieldType::u16, 1136, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_79", FieldType::u16, 1138, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_79", FieldType::mac, 1140, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_80", FieldType::u16, 1146, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_80", FieldType::u16, 1148, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_80", FieldType::mac, 1150, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_81", FieldType::u16, 1156, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_81", FieldType::u16, 1158, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_81", FieldType::mac, 1160, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_82", FieldType::u16, 1166, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_82", FieldType::u16, 1168, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_82", FieldType::mac, 1170, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_83", FieldType::u16, 1176, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_83", FieldType::u16, 1178, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_83", FieldType::mac, 1180, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_84", FieldType::u16, 1186, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_84", FieldType::u16, 1188, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_84", FieldType::mac, 1190, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_85", FieldType::u16, 1196, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_85", FieldType::u16, 1198, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_85", FieldType::mac, 1200, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_86", FieldType::u16, 1206, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_86", FieldType::u16, 1208, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_86", FieldType::mac, 1210, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_87", FieldType::u16, 1216, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_87", FieldType::u16, 1218, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_87", FieldType::mac, 1220, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_88", FieldType::u16, 1226, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_88", FieldType::u16, 1228, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_88", FieldType::mac, 1230, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_89", FieldType::u16, 1236, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_89", FieldType::u16, 1238, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_89", FieldType::mac, 1240, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_90", FieldType::u16, 1246, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_90", FieldType::u16, 1248, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_90", FieldType::mac, 1250, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_91", FieldType::u16, 1256, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_91", FieldType::u16, 1258, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_91", FieldType::mac, 1260, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_92", FieldType::u16, 1266, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_92", FieldType::u16, 1268, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_92", FieldType::mac, 1270, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_93", FieldType::u16, 1276, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_93", FieldType::u16, 1278, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_93", FieldType::mac, 1280, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_94", FieldType::u16, 1286, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_94", FieldType::u16, 1288, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_94", FieldType::mac, 1290, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_95", FieldType::u16, 1296, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_95", FieldType::u16, 1298, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_95", FieldType::mac, 1300, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_96", FieldType::u16, 1306, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_96", FieldType::u16, 1308, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_96", FieldType::mac, 1310, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_97", FieldType::u16, 1316, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_97", FieldType::u16, 1318, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_97", FieldType::mac, 1320, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_98", FieldType::u16, 1326, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_98", FieldType::u16, 1328, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_98", FieldType::mac, 1330, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_99", FieldType::u16, 1336, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_99", FieldType::u16, 1338, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_99", FieldType::mac, 1340, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_100", FieldType::u16, 1346, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_100", FieldType::u16, 1348, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_100", FieldType::mac, 1350, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_101", FieldType::u16, 1356, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_101", FieldType::u16, 1358, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_101", FieldType::mac, 1360, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_102", FieldType::u16, 1366, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_102", FieldType::u16, 1368, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_102", FieldType::mac, 1370, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_103", FieldType::u16, 1376, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_103", FieldType::u16, 1378, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_103", FieldType::mac, 1380, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_104", FieldType::u16, 1386, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_104", FieldType::u16, 1388, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_104", FieldType::mac, 1390, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_105", FieldType::u16, 1396, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_105", FieldType::u16, 1398, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_105", FieldType::mac, 1400, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_106", FieldType::u16, 1406, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_106", FieldType::u16, 1408, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_106", FieldType::mac, 1410, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_107", FieldType::u16, 1416, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_107", FieldType::u16, 1418, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_107", FieldType::mac, 1420, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_108", FieldType::u16, 1426, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_108", FieldType::u16, 1428, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_108", FieldType::mac, 1430, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_109", FieldType::u16, 1436, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_109", FieldType::u16, 1438, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_109", FieldType::mac, 1440, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_110", FieldType::u16, 1446, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_110", FieldType::u16, 1448, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_110", FieldType::mac, 1450, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_111", FieldType::u16, 1456, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_111", FieldType::u16, 1458, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_111", FieldType::mac, 1460, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_112", FieldType::u16, 1466, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_112", FieldType::u16, 1468, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_112", FieldType::mac, 1470, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_113", FieldType::u16, 1476, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_113", FieldType::u16, 1478, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_113", FieldType::mac, 1480, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_114", FieldType::u16, 1486, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_114", FieldType::u16, 1488, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_114", FieldType::mac, 1490, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_115", FieldType::u16, 1496, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_115", FieldType::u16, 1498, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_115", FieldType::mac, 1500, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_116", FieldType::u16, 1506, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_116", FieldType::u16, 1508, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_116", FieldType::mac, 1510, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_117", FieldType::u16, 1516, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_117", FieldType::u16, 1518, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_117", FieldType::mac, 1520, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_118", FieldType::u16, 1526, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_118", FieldType::u16, 1528, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_118", FieldType::mac, 1530, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_119", FieldType::u16, 1536, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_119", FieldType::u16, 1538, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_119", FieldType::mac, 1540, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_120", FieldType::u16, 1546, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_120", FieldType::u16, 1548, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_120", FieldType::mac, 1550, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_121", FieldType::u16, 1556, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_121", FieldType::u16, 1558, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_121", FieldType::mac, 1560, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_122", FieldType::u16, 1566, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_122", FieldType::u16, 1568, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_122", FieldType::mac, 1570, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_123", FieldType::u16, 1576, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_123", FieldType::u16, 1578, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_123", FieldType::mac, 1580, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_124", FieldType::u16, 1586, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_124", FieldType::u16, 1588, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_124", FieldType::mac, 1590, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_125", FieldType::u16, 1596, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_125", FieldType::u16, 1598, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_125", FieldType::mac, 1600, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_126", FieldType::u16, 1606, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_126", FieldType::u16, 1608, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_126", FieldType::mac, 1610, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_127", FieldType::u16, 1616, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_127", FieldType::u16, 1618, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_127", FieldType::mac, 1620, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+    {"uni_128", FieldType::u16, 1626, 2, "", 1, "UNI port; entries that do not count are not read"},
+    {"vlan_128", FieldType::u16, 1628, 2, "", 1, "multicast VLAN, 1 to 4094"},
+    {"group_128", FieldType::mac, 1630, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
+};
+
+constexpr const Command *onu_switch_commands[] = {&all_commands[85], &all_commands[86]};
 
 constexpr Field onu_switch_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_catv_state_commands[] = {&all_commands[79]};
+constexpr const Command *onu_catv_state_commands[] = {&all_commands[84]};
 
 constexpr Field onu_catv_state_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[82]};
+constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[87]};
 
 constexpr Field onu_perf_monitor_fields[] = {
     {"state", FieldType::u16, 352, 2, "", 1, "1 on, 0 off"},
@@ -740,7 +1948,7 @@ constexpr Field onu_perf_monitor_fields[] = {
     {"since", FieldType::u64, 360, 8, "ms", 1, "model time at which monitoring began; 0 while it is off"},
 };
 
-constexpr const Command *onu_performance_commands[] = {&all_commands[83], &all_commands[84]};
+constexpr const Command *onu_performance_commands[] = {&all_commands[88], &all_commands[89]};
 
 constexpr Field onu_performance_fields[] = {
     {"down_drop_events", FieldType::u64, 352, 8, "events", 1, "downstream drop events: each discarded frame is one"},
@@ -782,7 +1990,602 @@ constexpr Field onu_performance_fields[] = {
     {"status_changes", FieldType::u64, 640, 8, "changes", 1, "changes of the link's state: not modelled, 0"},
 };
 
-constexpr const Command *optics_diagnostics_commands[] = {&all_commands[152]};
+constexpr const Command *onu_mgmt_commands[] = {&all_commands[97]};
+
+constexpr Field onu_mgmt_fields[] = {
+    {"address", FieldType::bytes, 352, 4, "", 1, "IPv4 address"},
+    {"mask", FieldType::bytes, 356, 4, "", 1, "network mask"},
+    {"gateway", FieldType::bytes, 360, 4, "", 1, "IPv4 address of the gateway; 0 none"},
+    {"vlan", FieldType::u16, 364, 2, "", 1, "VLAN, 1 to 4094; 0 untagged"},
+    {"priority", FieldType::u8, 366, 1, "", 1, "802.1p priority, 0 to 7"},
+    {"mode", FieldType::u8, 367, 1, "", 1, "0 off, 1 static address"},
+    {"dscp", FieldType::u8, 368, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
+};
+
+constexpr const Command *onu_mgmt_set_commands[] = {&all_commands[98]};
+
+constexpr Field onu_mgmt_set_fields[] = {
+    {"address", FieldType::bytes, 352, 4, "", 1, "IPv4 address of a host: neither the first nor the last of its network"},
+    {"mask", FieldType::bytes, 356, 4, "", 1, "network mask, of 1 to 30 bits from the left"},
+    {"gateway", FieldType::bytes, 360, 4, "", 1, "IPv4 address of the gateway, another host of the network; 0 none"},
+    {"vlan", FieldType::u16, 364, 2, "", 1, "VLAN, 1 to 4094; 0 untagged"},
+    {"priority", FieldType::u8, 366, 1, "", 1, "802.1p priority, 0 to 7"},
+    {"mode", FieldType::u8, 367, 1, "", 1, "0 off, 1 static address"},
+    {"dscp", FieldType::u8, 368, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
+};
+
+constexpr const Command *onu_fec_commands[] = {&all_commands[128]};
+
+constexpr Field onu_fec_fields[] = {
+    {"mode", FieldType::u32, 352, 4, "", 1, "1 unknown: the ONU cannot correct errors; 2 enabled, 3 disabled"},
+};
+
+constexpr const Command *onu_fec_set_commands[] = {&all_commands[129]};
+
+constexpr Field onu_fec_set_fields[] = {
+    {"mode", FieldType::u32, 352, 4, "", 1, "2 enabled, 3 disabled"},
+};
+
+constexpr const Command *onu_fec_ability_commands[] = {&all_commands[130]};
+
+constexpr Field onu_fec_ability_fields[] = {
+    {"ability", FieldType::u32, 352, 4, "", 1, "2 supported, 3 not supported"},
+};
+
+constexpr const Command *onu_time_commands[] = {&all_commands[81]};
+
+constexpr Field onu_time_fields[] = {
+    {"server", FieldType::bytes, 352, 4, "", 1, "IPv4 address of the time server; 0 none"},
+    {"backup", FieldType::bytes, 356, 4, "", 1, "IPv4 address of a second one; 0 none"},
+    {"interval", FieldType::u32, 360, 4, "s", 1, "between two questions to the server, 16 to 86400"},
+    {"zone", FieldType::s16, 364, 2, "min", 1, "time zone, east of UTC: -720 to 840"},
+    {"mode", FieldType::u8, 366, 1, "", 1, "0 the time of the OLT, 1 SNTP"},
+    {"summer", FieldType::u8, 367, 1, "", 1, "1 while summer time adds an hour to the zone, else 0"},
+};
+
+constexpr const Command *onu_time_set_commands[] = {&all_commands[82]};
+
+constexpr Field onu_time_set_fields[] = {
+    {"server", FieldType::bytes, 352, 4, "", 1, "IPv4 address of the time server; 0 none, in mode 0 only"},
+    {"backup", FieldType::bytes, 356, 4, "", 1, "IPv4 address of a second one; 0 none"},
+    {"interval", FieldType::u32, 360, 4, "s", 1, "between two questions to the server, 16 to 86400"},
+    {"zone", FieldType::s16, 364, 2, "min", 1, "time zone, east of UTC: -720 to 840"},
+    {"mode", FieldType::u8, 366, 1, "", 1, "0 the time of the OLT, 1 SNTP"},
+    {"summer", FieldType::u8, 367, 1, "", 1, "1 while summer time adds an hour to the zone, else 0"},
+};
+
+constexpr const Command *onu_sla_commands[] = {&all_commands[75]};
+
+constexpr Field onu_sla_fields[] = {
+    {"operation", FieldType::u8, 352, 1, "", 1, "1 where the OLT has an SLA stored, 0 where the default holds"},
+    {"scheduling", FieldType::u8, 353, 1, "", 1, "0 strict priority"},
+    {"boundary", FieldType::u8, 354, 1, "", 1, "lowest queue that is served by strict priority"},
+    {"services", FieldType::u8, 355, 1, "", 1, "number of services, 0 to 8"},
+    {"cycle", FieldType::u32, 356, 4, "us", 1, "time in which fixed bandwidth is granted once"},
+    {"queue_1", FieldType::u8, 360, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_1", FieldType::u8, 361, 1, "", 1, "share among those of one priority"},
+    {"packet_size_1", FieldType::u16, 362, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_1", FieldType::u16, 364, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_1", FieldType::u16, 366, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_1", FieldType::u16, 368, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_2", FieldType::u8, 370, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_2", FieldType::u8, 371, 1, "", 1, "share among those of one priority"},
+    {"packet_size_2", FieldType::u16, 372, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_2", FieldType::u16, 374, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_2", FieldType::u16, 376, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_2", FieldType::u16, 378, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_3", FieldType::u8, 380, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_3", FieldType::u8, 381, 1, "", 1, "share among those of one priority"},
+    {"packet_size_3", FieldType::u16, 382, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_3", FieldType::u16, 384, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_3", FieldType::u16, 386, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_3", FieldType::u16, 388, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_4", FieldType::u8, 390, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_4", FieldType::u8, 391, 1, "", 1, "share among those of one priority"},
+    {"packet_size_4", FieldType::u16, 392, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_4", FieldType::u16, 394, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_4", FieldType::u16, 396, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_4", FieldType::u16, 398, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_5", FieldType::u8, 400, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_5", FieldType::u8, 401, 1, "", 1, "share among those of one priority"},
+    {"packet_size_5", FieldType::u16, 402, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_5", FieldType::u16, 404, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_5", FieldType::u16, 406, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_5", FieldType::u16, 408, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_6", FieldType::u8, 410, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_6", FieldType::u8, 411, 1, "", 1, "share among those of one priority"},
+    {"packet_size_6", FieldType::u16, 412, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_6", FieldType::u16, 414, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_6", FieldType::u16, 416, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_6", FieldType::u16, 418, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_7", FieldType::u8, 420, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_7", FieldType::u8, 421, 1, "", 1, "share among those of one priority"},
+    {"packet_size_7", FieldType::u16, 422, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_7", FieldType::u16, 424, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_7", FieldType::u16, 426, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_7", FieldType::u16, 428, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+    {"queue_8", FieldType::u8, 430, 1, "", 1, "queue of the service: the SLA's priority, 0 lowest to 7 highest"},
+    {"weight_8", FieldType::u8, 431, 1, "", 1, "share among those of one priority"},
+    {"packet_size_8", FieldType::u16, 432, 2, "bytes", 1, "size of the packets that fixed bandwidth is for; 0 without any"},
+    {"fixed_8", FieldType::u16, 434, 2, "kbit/s", 64, "bandwidth that is granted whether used or not"},
+    {"guaranteed_8", FieldType::u16, 436, 2, "kbit/s", 64, "further bandwidth that is granted when asked for"},
+    {"best_effort_8", FieldType::u16, 438, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
+};
+
+constexpr const Command *onu_multi_llid_commands[] = {&all_commands[65]};
+
+constexpr Field onu_multi_llid_fields[] = {
+    {"llids", FieldType::u32, 24, 4, "", 1, "how many, 1 to 8; 1 at first"},
+};
+
+constexpr const Command *oam_print_commands[] = {&all_commands[187]};
+
+constexpr Field oam_print_fields[] = {
+    {"level", FieldType::u32, 24, 4, "", 1, "0 nothing, as at first; 1 errors, 2 errors and messages"},
+};
+
+constexpr const Command *onu_alarm_test_commands[] = {&all_commands[90]};
+
+constexpr Field onu_alarm_test_fields[] = {
+    {"alarm", FieldType::u32, 24, 4, "", 1, "an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 10 deregistered"},
+};
+
+constexpr const Command *onu_admin_state_commands[] = {&all_commands[66]};
+
+constexpr Field onu_admin_state_fields[] = {
+    {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_admin_state_set_commands[] = {&all_commands[67]};
+
+constexpr Field onu_admin_state_set_fields[] = {
+    {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_autoneg_commands[] = {&all_commands[68]};
+
+constexpr Field onu_autoneg_fields[] = {
+    {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_autoneg_set_commands[] = {&all_commands[69]};
+
+constexpr Field onu_autoneg_set_fields[] = {
+    {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_autoneg_local_commands[] = {&all_commands[70]};
+
+constexpr Field onu_autoneg_local_fields[] = {
+    {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
+    {"ability_1", FieldType::u32, 356, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_2", FieldType::u32, 360, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_3", FieldType::u32, 364, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_4", FieldType::u32, 368, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+};
+
+constexpr const Command *onu_autoneg_adv_commands[] = {&all_commands[71]};
+
+constexpr Field onu_autoneg_adv_fields[] = {
+    {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
+    {"ability_1", FieldType::u32, 356, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_2", FieldType::u32, 360, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_3", FieldType::u32, 364, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_4", FieldType::u32, 368, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+};
+
+constexpr const Command *onu_autoneg_adv_set_commands[] = {&all_commands[72]};
+
+constexpr Field onu_autoneg_adv_set_fields[] = {
+    {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
+    {"ability_1", FieldType::u32, 356, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_2", FieldType::u32, 360, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_3", FieldType::u32, 364, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_4", FieldType::u32, 368, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+    {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
+};
+
+constexpr const Command *onu_pause_commands[] = {&all_commands[126]};
+
+constexpr Field onu_pause_fields[] = {
+    {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_pause_set_commands[] = {&all_commands[127]};
+
+constexpr Field onu_pause_set_fields[] = {
+    {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_phy_info_commands[] = {&all_commands[80]};
+
+constexpr Field onu_phy_info_fields[] = {
+    {"link", FieldType::u32, 352, 4, "", 1, "1 while there is a link, else 0"},
+    {"speed", FieldType::u32, 356, 4, "Mbit/s", 1, "speed of the link; 0 without one"},
+    {"full_duplex", FieldType::u32, 360, 4, "", 1, "1 where the link is full duplex"},
+    {"line_rate", FieldType::u32, 364, 4, "Mbit/s", 1, "highest speed of the port: 100 of an FE port, 1000 of a GE port"},
+    {"negotiation", FieldType::u32, 368, 4, "", 1, "auto-negotiation: 0 off, 1 without a result, 2 complete"},
+    {"pause", FieldType::u32, 372, 4, "", 1, "1 while there is flow control: it is on, and the link is full duplex"},
+};
+
+constexpr const Command *onu_rate_limit_commands[] = {&all_commands[99]};
+
+constexpr Field onu_rate_limit_fields[] = {
+    {"up_cir", FieldType::u32, 352, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
+    {"up_cbs", FieldType::u32, 356, 4, "byte", 1, "upstream committed burst, 1522 to 16777215"},
+    {"up_ebs", FieldType::u32, 360, 4, "byte", 1, "upstream excess burst, at most 16777215"},
+    {"down_cir", FieldType::u32, 364, 4, "kbit/s", 1, "downstream committed rate, at most down_pir"},
+    {"down_pir", FieldType::u32, 368, 4, "kbit/s", 1, "downstream peak rate, which limits it, 1 to 999999"},
+    {"up_on", FieldType::u8, 372, 1, "", 1, "1 where upstream is limited, else 0: then its values do not count"},
+    {"down_on", FieldType::u8, 373, 1, "", 1, "the same of downstream"},
+};
+
+constexpr const Command *onu_rate_limit_set_commands[] = {&all_commands[100]};
+
+constexpr Field onu_rate_limit_set_fields[] = {
+    {"up_cir", FieldType::u32, 352, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
+    {"up_cbs", FieldType::u32, 356, 4, "byte", 1, "upstream committed burst, 1522 to 16777215"},
+    {"up_ebs", FieldType::u32, 360, 4, "byte", 1, "upstream excess burst, at most 16777215"},
+    {"down_cir", FieldType::u32, 364, 4, "kbit/s", 1, "downstream committed rate, at most down_pir"},
+    {"down_pir", FieldType::u32, 368, 4, "kbit/s", 1, "downstream peak rate, which limits it, 1 to 999999"},
+    {"up_on", FieldType::u8, 372, 1, "", 1, "1 where upstream is limited, else 0: then its values do not count"},
+    {"down_on", FieldType::u8, 373, 1, "", 1, "the same of downstream"},
+};
+
+constexpr const Command *onu_loop_detect_commands[] = {&all_commands[101]};
+
+constexpr Field onu_loop_detect_fields[] = {
+    {"on", FieldType::u32, 352, 4, "", 1, "1 on, which it is until it is told otherwise; 0 off"},
+    {"state", FieldType::u32, 356, 4, "", 1, "0 no loop, 1 a loop is there, 2 the port is shut for one"},
+};
+
+constexpr const Command *onu_loop_detect_set_commands[] = {&all_commands[102]};
+
+constexpr Field onu_loop_detect_set_fields[] = {
+    {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
+};
+
+constexpr const Command *onu_vlan_commands[] = {&all_commands[92]};
+
+constexpr Field onu_vlan_fields[] = {
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
+    {"count", FieldType::u8, 353, 1, "", 1, "how many VLANs there are: 1 to 8 of a translation or trunk, else 0"},
+    {"pvid", FieldType::u16, 354, 2, "", 1, "VLAN of untagged frames, 1 to 4094"},
+    {"priority", FieldType::u8, 356, 1, "", 1, "802.1p priority of untagged frames, 0 to 7"},
+    {"tpid", FieldType::u16, 358, 2, "", 1, "type that a tag is known by, at least 1536; usually 33024 (8100h)"},
+    {"user_1", FieldType::u16, 360, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_1", FieldType::u16, 362, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_2", FieldType::u16, 364, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_2", FieldType::u16, 366, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_3", FieldType::u16, 368, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_3", FieldType::u16, 370, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_4", FieldType::u16, 372, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_4", FieldType::u16, 374, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_5", FieldType::u16, 376, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_5", FieldType::u16, 378, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_6", FieldType::u16, 380, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_6", FieldType::u16, 382, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_7", FieldType::u16, 384, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_7", FieldType::u16, 386, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_8", FieldType::u16, 388, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_8", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+};
+
+constexpr const Command *onu_vlan_set_commands[] = {&all_commands[93]};
+
+constexpr Field onu_vlan_set_fields[] = {
+    {"mode", FieldType::u8, 352, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
+    {"count", FieldType::u8, 353, 1, "", 1, "how many VLANs there are: 1 to 8 of a translation or trunk, else 0"},
+    {"pvid", FieldType::u16, 354, 2, "", 1, "VLAN of untagged frames, 1 to 4094"},
+    {"priority", FieldType::u8, 356, 1, "", 1, "802.1p priority of untagged frames, 0 to 7"},
+    {"tpid", FieldType::u16, 358, 2, "", 1, "type that a tag is known by, at least 1536; usually 33024 (8100h)"},
+    {"user_1", FieldType::u16, 360, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_1", FieldType::u16, 362, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_2", FieldType::u16, 364, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_2", FieldType::u16, 366, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_3", FieldType::u16, 368, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_3", FieldType::u16, 370, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_4", FieldType::u16, 372, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_4", FieldType::u16, 374, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_5", FieldType::u16, 376, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_5", FieldType::u16, 378, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_6", FieldType::u16, 380, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_6", FieldType::u16, 382, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_7", FieldType::u16, 384, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_7", FieldType::u16, 386, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_8", FieldType::u16, 388, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_8", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+};
+
+constexpr const Command *onu_classification_commands[] = {&all_commands[73]};
+
+constexpr Field onu_classification_fields[] = {
+    {"action", FieldType::u8, 352, 1, "", 1, "in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1"},
+    {"count", FieldType::u8, 353, 1, "", 1, "how many rules follow, at most 8"},
+    {"precedence_1", FieldType::u8, 354, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_1", FieldType::u8, 355, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_1", FieldType::u8, 356, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_1", FieldType::u8, 357, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_1", FieldType::u8, 358, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_1", FieldType::u8, 359, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_1", FieldType::bytes, 360, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_1", FieldType::u8, 366, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_1", FieldType::u8, 367, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_1", FieldType::bytes, 368, 6, "", 1, "its value"},
+    {"operator_b_1", FieldType::u8, 374, 1, "", 1, "its operator"},
+    {"field_c_1", FieldType::u8, 375, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_1", FieldType::bytes, 376, 6, "", 1, "its value"},
+    {"operator_c_1", FieldType::u8, 382, 1, "", 1, "its operator"},
+    {"field_d_1", FieldType::u8, 383, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_1", FieldType::bytes, 384, 6, "", 1, "its value"},
+    {"operator_d_1", FieldType::u8, 390, 1, "", 1, "its operator"},
+    {"precedence_2", FieldType::u8, 391, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_2", FieldType::u8, 392, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_2", FieldType::u8, 393, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_2", FieldType::u8, 394, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_2", FieldType::u8, 395, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_2", FieldType::u8, 396, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_2", FieldType::bytes, 397, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_2", FieldType::u8, 403, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_2", FieldType::u8, 404, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_2", FieldType::bytes, 405, 6, "", 1, "its value"},
+    {"operator_b_2", FieldType::u8, 411, 1, "", 1, "its operator"},
+    {"field_c_2", FieldType::u8, 412, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_2", FieldType::bytes, 413, 6, "", 1, "its value"},
+    {"operator_c_2", FieldType::u8, 419, 1, "", 1, "its operator"},
+    {"field_d_2", FieldType::u8, 420, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_2", FieldType::bytes, 421, 6, "", 1, "its value"},
+    {"operator_d_2", FieldType::u8, 427, 1, "", 1, "its operator"},
+    {"precedence_3", FieldType::u8, 428, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_3", FieldType::u8, 429, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_3", FieldType::u8, 430, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_3", FieldType::u8, 431, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_3", FieldType::u8, 432, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_3", FieldType::u8, 433, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_3", FieldType::bytes, 434, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_3", FieldType::u8, 440, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_3", FieldType::u8, 441, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_3", FieldType::bytes, 442, 6, "", 1, "its value"},
+    {"operator_b_3", FieldType::u8, 448, 1, "", 1, "its operator"},
+    {"field_c_3", FieldType::u8, 449, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_3", FieldType::bytes, 450, 6, "", 1, "its value"},
+    {"operator_c_3", FieldType::u8, 456, 1, "", 1, "its operator"},
+    {"field_d_3", FieldType::u8, 457, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_3", FieldType::bytes, 458, 6, "", 1, "its value"},
+    {"operator_d_3", FieldType::u8, 464, 1, "", 1, "its operator"},
+    {"precedence_4", FieldType::u8, 465, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_4", FieldType::u8, 466, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_4", FieldType::u8, 467, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_4", FieldType::u8, 468, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_4", FieldType::u8, 469, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_4", FieldType::u8, 470, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_4", FieldType::bytes, 471, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_4", FieldType::u8, 477, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_4", FieldType::u8, 478, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_4", FieldType::bytes, 479, 6, "", 1, "its value"},
+    {"operator_b_4", FieldType::u8, 485, 1, "", 1, "its operator"},
+    {"field_c_4", FieldType::u8, 486, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_4", FieldType::bytes, 487, 6, "", 1, "its value"},
+    {"operator_c_4", FieldType::u8, 493, 1, "", 1, "its operator"},
+    {"field_d_4", FieldType::u8, 494, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_4", FieldType::bytes, 495, 6, "", 1, "its value"},
+    {"operator_d_4", FieldType::u8, 501, 1, "", 1, "its operator"},
+    {"precedence_5", FieldType::u8, 502, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_5", FieldType::u8, 503, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_5", FieldType::u8, 504, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_5", FieldType::u8, 505, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_5", FieldType::u8, 506, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_5", FieldType::u8, 507, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_5", FieldType::bytes, 508, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_5", FieldType::u8, 514, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_5", FieldType::u8, 515, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_5", FieldType::bytes, 516, 6, "", 1, "its value"},
+    {"operator_b_5", FieldType::u8, 522, 1, "", 1, "its operator"},
+    {"field_c_5", FieldType::u8, 523, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_5", FieldType::bytes, 524, 6, "", 1, "its value"},
+    {"operator_c_5", FieldType::u8, 530, 1, "", 1, "its operator"},
+    {"field_d_5", FieldType::u8, 531, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_5", FieldType::bytes, 532, 6, "", 1, "its value"},
+    {"operator_d_5", FieldType::u8, 538, 1, "", 1, "its operator"},
+    {"precedence_6", FieldType::u8, 539, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_6", FieldType::u8, 540, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_6", FieldType::u8, 541, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_6", FieldType::u8, 542, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_6", FieldType::u8, 543, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_6", FieldType::u8, 544, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_6", FieldType::bytes, 545, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_6", FieldType::u8, 551, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_6", FieldType::u8, 552, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_6", FieldType::bytes, 553, 6, "", 1, "its value"},
+    {"operator_b_6", FieldType::u8, 559, 1, "", 1, "its operator"},
+    {"field_c_6", FieldType::u8, 560, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_6", FieldType::bytes, 561, 6, "", 1, "its value"},
+    {"operator_c_6", FieldType::u8, 567, 1, "", 1, "its operator"},
+    {"field_d_6", FieldType::u8, 568, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_6", FieldType::bytes, 569, 6, "", 1, "its value"},
+    {"operator_d_6", FieldType::u8, 575, 1, "", 1, "its operator"},
+    {"precedence_7", FieldType::u8, 576, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_7", FieldType::u8, 577, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_7", FieldType::u8, 578, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_7", FieldType::u8, 579, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_7", FieldType::u8, 580, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_7", FieldType::u8, 581, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_7", FieldType::bytes, 582, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_7", FieldType::u8, 588, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_7", FieldType::u8, 589, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_7", FieldType::bytes, 590, 6, "", 1, "its value"},
+    {"operator_b_7", FieldType::u8, 596, 1, "", 1, "its operator"},
+    {"field_c_7", FieldType::u8, 597, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_7", FieldType::bytes, 598, 6, "", 1, "its value"},
+    {"operator_c_7", FieldType::u8, 604, 1, "", 1, "its operator"},
+    {"field_d_7", FieldType::u8, 605, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_7", FieldType::bytes, 606, 6, "", 1, "its value"},
+    {"operator_d_7", FieldType::u8, 612, 1, "", 1, "its operator"},
+    {"precedence_8", FieldType::u8, 613, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_8", FieldType::u8, 614, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_8", FieldType::u8, 615, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_8", FieldType::u8, 616, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_8", FieldType::u8, 617, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_8", FieldType::u8, 618, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_8", FieldType::bytes, 619, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_8", FieldType::u8, 625, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_8", FieldType::u8, 626, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_8", FieldType::bytes, 627, 6, "", 1, "its value"},
+    {"operator_b_8", FieldType::u8, 633, 1, "", 1, "its operator"},
+    {"field_c_8", FieldType::u8, 634, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_8", FieldType::bytes, 635, 6, "", 1, "its value"},
+    {"operator_c_8", FieldType::u8, 641, 1, "", 1, "its operator"},
+    {"field_d_8", FieldType::u8, 642, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_8", FieldType::bytes, 643, 6, "", 1, "its value"},
+    {"operator_d_8", FieldType::u8, 649, 1, "", 1, "its operator"},
+};
+
+constexpr const Command *onu_classification_set_commands[] = {&all_commands[74]};
+
+constexpr Field onu_classification_set_fields[] = {
+    {"action", FieldType::u8, 352, 1, "", 1, "in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1"},
+    {"count", FieldType::u8, 353, 1, "", 1, "how many rules follow, at most 8"},
+    {"precedence_1", FieldType::u8, 354, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_1", FieldType::u8, 355, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_1", FieldType::u8, 356, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_1", FieldType::u8, 357, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_1", FieldType::u8, 358, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_1", FieldType::u8, 359, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_1", FieldType::bytes, 360, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_1", FieldType::u8, 366, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_1", FieldType::u8, 367, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_1", FieldType::bytes, 368, 6, "", 1, "its value"},
+    {"operator_b_1", FieldType::u8, 374, 1, "", 1, "its operator"},
+    {"field_c_1", FieldType::u8, 375, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_1", FieldType::bytes, 376, 6, "", 1, "its value"},
+    {"operator_c_1", FieldType::u8, 382, 1, "", 1, "its operator"},
+    {"field_d_1", FieldType::u8, 383, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_1", FieldType::bytes, 384, 6, "", 1, "its value"},
+    {"operator_d_1", FieldType::u8, 390, 1, "", 1, "its operator"},
+    {"precedence_2", FieldType::u8, 391, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_2", FieldType::u8, 392, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_2", FieldType::u8, 393, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_2", FieldType::u8, 394, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_2", FieldType::u8, 395, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_2", FieldType::u8, 396, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_2", FieldType::bytes, 397, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_2", FieldType::u8, 403, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_2", FieldType::u8, 404, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_2", FieldType::bytes, 405, 6, "", 1, "its value"},
+    {"operator_b_2", FieldType::u8, 411, 1, "", 1, "its operator"},
+    {"field_c_2", FieldType::u8, 412, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_2", FieldType::bytes, 413, 6, "", 1, "its value"},
+    {"operator_c_2", FieldType::u8, 419, 1, "", 1, "its operator"},
+    {"field_d_2", FieldType::u8, 420, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_2", FieldType::bytes, 421, 6, "", 1, "its value"},
+    {"operator_d_2", FieldType::u8, 427, 1, "", 1, "its operator"},
+    {"precedence_3", FieldType::u8, 428, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_3", FieldType::u8, 429, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_3", FieldType::u8, 430, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_3", FieldType::u8, 431, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_3", FieldType::u8, 432, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_3", FieldType::u8, 433, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_3", FieldType::bytes, 434, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_3", FieldType::u8, 440, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_3", FieldType::u8, 441, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_3", FieldType::bytes, 442, 6, "", 1, "its value"},
+    {"operator_b_3", FieldType::u8, 448, 1, "", 1, "its operator"},
+    {"field_c_3", FieldType::u8, 449, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_3", FieldType::bytes, 450, 6, "", 1, "its value"},
+    {"operator_c_3", FieldType::u8, 456, 1, "", 1, "its operator"},
+    {"field_d_3", FieldType::u8, 457, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_3", FieldType::bytes, 458, 6, "", 1, "its value"},
+    {"operator_d_3", FieldType::u8, 464, 1, "", 1, "its operator"},
+    {"precedence_4", FieldType::u8, 465, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_4", FieldType::u8, 466, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_4", FieldType::u8, 467, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_4", FieldType::u8, 468, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_4", FieldType::u8, 469, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_4", FieldType::u8, 470, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_4", FieldType::bytes, 471, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_4", FieldType::u8, 477, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_4", FieldType::u8, 478, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_4", FieldType::bytes, 479, 6, "", 1, "its value"},
+    {"operator_b_4", FieldType::u8, 485, 1, "", 1, "its operator"},
+    {"field_c_4", FieldType::u8, 486, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_4", FieldType::bytes, 487, 6, "", 1, "its value"},
+    {"operator_c_4", FieldType::u8, 493, 1, "", 1, "its operator"},
+    {"field_d_4", FieldType::u8, 494, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_4", FieldType::bytes, 495, 6, "", 1, "its value"},
+    {"operator_d_4", FieldType::u8, 501, 1, "", 1, "its operator"},
+    {"precedence_5", FieldType::u8, 502, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_5", FieldType::u8, 503, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_5", FieldType::u8, 504, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_5", FieldType::u8, 505, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_5", FieldType::u8, 506, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_5", FieldType::u8, 507, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_5", FieldType::bytes, 508, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_5", FieldType::u8, 514, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_5", FieldType::u8, 515, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_5", FieldType::bytes, 516, 6, "", 1, "its value"},
+    {"operator_b_5", FieldType::u8, 522, 1, "", 1, "its operator"},
+    {"field_c_5", FieldType::u8, 523, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_5", FieldType::bytes, 524, 6, "", 1, "its value"},
+    {"operator_c_5", FieldType::u8, 530, 1, "", 1, "its operator"},
+    {"field_d_5", FieldType::u8, 531, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_5", FieldType::bytes, 532, 6, "", 1, "its value"},
+    {"operator_d_5", FieldType::u8, 538, 1, "", 1, "its operator"},
+    {"precedence_6", FieldType::u8, 539, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_6", FieldType::u8, 540, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_6", FieldType::u8, 541, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_6", FieldType::u8, 542, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_6", FieldType::u8, 543, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_6", FieldType::u8, 544, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_6", FieldType::bytes, 545, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_6", FieldType::u8, 551, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_6", FieldType::u8, 552, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_6", FieldType::bytes, 553, 6, "", 1, "its value"},
+    {"operator_b_6", FieldType::u8, 559, 1, "", 1, "its operator"},
+    {"field_c_6", FieldType::u8, 560, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_6", FieldType::bytes, 561, 6, "", 1, "its value"},
+    {"operator_c_6", FieldType::u8, 567, 1, "", 1, "its operator"},
+    {"field_d_6", FieldType::u8, 568, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_6", FieldType::bytes, 569, 6, "", 1, "its value"},
+    {"operator_d_6", FieldType::u8, 575, 1, "", 1, "its operator"},
+    {"precedence_7", FieldType::u8, 576, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_7", FieldType::u8, 577, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_7", FieldType::u8, 578, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_7", FieldType::u8, 579, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_7", FieldType::u8, 580, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_7", FieldType::u8, 581, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_7", FieldType::bytes, 582, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_7", FieldType::u8, 588, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_7", FieldType::u8, 589, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_7", FieldType::bytes, 590, 6, "", 1, "its value"},
+    {"operator_b_7", FieldType::u8, 596, 1, "", 1, "its operator"},
+    {"field_c_7", FieldType::u8, 597, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_7", FieldType::bytes, 598, 6, "", 1, "its value"},
+    {"operator_c_7", FieldType::u8, 604, 1, "", 1, "its operator"},
+    {"field_d_7", FieldType::u8, 605, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_7", FieldType::bytes, 606, 6, "", 1, "its value"},
+    {"operator_d_7", FieldType::u8, 612, 1, "", 1, "its operator"},
+    {"precedence_8", FieldType::u8, 613, 1, "", 1, "tells one rule from another; the rule with the lowest is tried first"},
+    {"length_8", FieldType::u8, 614, 1, "", 1, "bytes of the rule behind this one; in requests it does not count"},
+    {"queue_8", FieldType::u8, 615, 1, "", 1, "queue for frames that match, 0 to 7, and less than the ONU has"},
+    {"mark_8", FieldType::u8, 616, 1, "", 1, "802.1p priority that they are given, 0 to 7; 255 leaves it"},
+    {"entries_8", FieldType::u8, 617, 1, "", 1, "how many conditions there are, 1 to 4; a frame must meet all"},
+    {"field_a_8", FieldType::u8, 618, 1, "", 1, "what is compared: 0 destination MAC, 1 source MAC, 2 802.1p priority, 3 VLAN, 4 Ethertype, 5 destination IPv4, 6 source IPv4, 7 IP protocol, 8 DSCP of IPv4, 9 traffic class of IPv6, 10 source port, 11 destination port"},
+    {"value_a_8", FieldType::bytes, 619, 6, "", 1, "value, a number with the highest byte first, no wider than what it is compared with"},
+    {"operator_a_8", FieldType::u8, 625, 1, "", 1, "0 never, 1 equal, 2 not equal, 3 at most, 4 at least, 5 the frame has it, 6 it has it not, 7 always"},
+    {"field_b_8", FieldType::u8, 626, 1, "", 1, "of the next condition, likewise"},
+    {"value_b_8", FieldType::bytes, 627, 6, "", 1, "its value"},
+    {"operator_b_8", FieldType::u8, 633, 1, "", 1, "its operator"},
+    {"field_c_8", FieldType::u8, 634, 1, "", 1, "of the next condition, likewise"},
+    {"value_c_8", FieldType::bytes, 635, 6, "", 1, "its value"},
+    {"operator_c_8", FieldType::u8, 641, 1, "", 1, "its operator"},
+    {"field_d_8", FieldType::u8, 642, 1, "", 1, "of the next condition, likewise"},
+    {"value_d_8", FieldType::bytes, 643, 6, "", 1, "its value"},
+    {"operator_d_8", FieldType::u8, 649, 1, "", 1, "its operator"},
+};
+
+constexpr const Command *optics_diagnostics_commands[] = {&all_commands[173]};
 
 constexpr Field optics_diagnostics_fields[] = {
     {"temperature", FieldType::s32, 124, 4, "degC", 0.01, "temperature"},
@@ -807,7 +2610,7 @@ constexpr Field optics_diagnostics_fields[] = {
     {"lol_level", FieldType::s32, 176, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *optics_rssi_commands[] = {&all_commands[153]};
+constexpr const Command *optics_rssi_commands[] = {&all_commands[174]};
 
 constexpr Field optics_rssi_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "MAC address of the ONU"},
@@ -828,7 +2631,7 @@ constexpr Field optics_rssi_fields[] = {
     {"state", FieldType::u32, 184, 4, "", 1, "of the received power: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
 };
 
-constexpr const Command *sfp_info_commands[] = {&all_commands[154]};
+constexpr const Command *sfp_info_commands[] = {&all_commands[175]};
 
 constexpr Field sfp_info_fields[] = {
     {"cage", FieldType::u32, 124, 4, "", 1, "SFP cage number"},
@@ -887,7 +2690,7 @@ constexpr Field sfp_info_fields[] = {
     {"lol_level", FieldType::s32, 584, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *opm_trigger_commands[] = {&all_commands[143]};
+constexpr const Command *opm_trigger_commands[] = {&all_commands[164]};
 
 constexpr Field opm_trigger_fields[] = {
     {"samples", FieldType::u32, 124, 4, "", 1, "how many samples to take, at most 100; 0 is 1"},
@@ -895,20 +2698,20 @@ constexpr Field opm_trigger_fields[] = {
     {"delay", FieldType::u32, 132, 4, "ms", 1, "time before the first, at most 3600000"},
 };
 
-constexpr const Command *lao_mode_commands[] = {&all_commands[145]};
+constexpr const Command *lao_mode_commands[] = {&all_commands[166]};
 
 constexpr Field lao_mode_fields[] = {
     {"reserved", FieldType::bytes, 124, 12, "", 1, "zero"},
 };
 
-constexpr const Command *lol_mode_commands[] = {&all_commands[146]};
+constexpr const Command *lol_mode_commands[] = {&all_commands[167]};
 
 constexpr Field lol_mode_fields[] = {
     {"level", FieldType::s32, 124, 4, "dBm", 0.01, "the level of mode 1, -40 to 0; 0 in mode 0"},
     {"reserved", FieldType::bytes, 128, 4, "", 1, "zero"},
 };
 
-constexpr const Command *optical_status_commands[] = {&all_commands[125]};
+constexpr const Command *optical_status_commands[] = {&all_commands[146]};
 
 constexpr Field optical_status_fields[] = {
     {"valid", FieldType::u8, 124, 1, "", 1, "1; 0 makes the debug layer forget what it was told, and the rest does not count"},
@@ -974,7 +2777,7 @@ constexpr Field i2c_write_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes to write"},
 };
 
-constexpr const Command *upgrade_type_commands[] = {&all_commands[158]};
+constexpr const Command *upgrade_type_commands[] = {&all_commands[179]};
 
 constexpr Field upgrade_type_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
@@ -985,19 +2788,19 @@ constexpr Field upgrade_type_fields[] = {
     {"file", FieldType::text, 96, 64, "", 1, "file name of the image; it is shown only, and may be empty"},
 };
 
-constexpr const Command *upgrade_type_name_commands[] = {&all_commands[159]};
+constexpr const Command *upgrade_type_name_commands[] = {&all_commands[180]};
 
 constexpr Field upgrade_type_name_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
 };
 
-constexpr const Command *upgrade_type_file_commands[] = {&all_commands[161]};
+constexpr const Command *upgrade_type_file_commands[] = {&all_commands[182]};
 
 constexpr Field upgrade_type_file_fields[] = {
     {"file", FieldType::text, 20, 256, "", 1, "absolute path of the file, where the service runs"},
 };
 
-constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[162]};
+constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[183]};
 
 constexpr Field upgrade_bind_onus_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -1005,21 +2808,21 @@ constexpr Field upgrade_bind_onus_fields[] = {
     {"onu_set", FieldType::idset, 56, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[163]};
+constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[184]};
 
 constexpr Field upgrade_bind_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"name", FieldType::text, 24, 32, "", 1, "name of the type; empty: none is bound any more"},
 };
 
-constexpr const Command *upgrade_onu_commands[] = {&all_commands[164]};
+constexpr const Command *upgrade_onu_commands[] = {&all_commands[185]};
 
 constexpr Field upgrade_onu_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"onu_id", FieldType::u32, 24, 4, "", 1, "ONU id"},
 };
 
-constexpr const Command *upgrade_port_commands[] = {&all_commands[165]};
+constexpr const Command *upgrade_port_commands[] = {&all_commands[186]};
 
 constexpr Field upgrade_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -1067,10 +2870,73 @@ constexpr Layout all_layouts[] = {
     {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
     {"whitelist_entry", &all_records[0], whitelist_entry_commands, whitelist_entry_fields, true, "A bound ONU. The request names it by id, by MAC address, or by both where they agree; with neither it is the ONU on id 0. The answer has `pon_port`, `onu_id`, `onu_mac`, the bind mode in `arg_value` and the bind texts in `text237`, `text173` and `text365`; all that counts lies in its first 776 bytes."},
     {"loop_config", &all_records[1], loop_config_commands, loop_config_fields, true, "Settings of loop detection, and how many loops it met, 80 bytes. What is set is set as the word `ext_arg`, in the same units."},
+    {"onu_wan_view", &all_records[3], onu_wan_view_commands, onu_wan_view_fields, false, "Which WAN connections of an ONU to show."},
+    {"onu_wan", &all_records[3], onu_wan_commands, onu_wan_fields, false, "A WAN connection of an ONU. With mode 0, which removes it, everything but its number is 0."},
+    {"onu_wlan", &all_records[3], onu_wlan_commands, onu_wlan_fields, false, "One of the four WLANs of a gateway."},
+    {"onu_acl", &all_records[3], onu_acl_commands, onu_acl_fields, false, "A rule of the access control list of a gateway; the rule of the lowest number that matches decides. With action 0, which removes it, everything but its number is 0."},
+    {"onu_dhcp", &all_records[3], onu_dhcp_commands, onu_dhcp_fields, false, "DHCP server of a gateway, for the users' side."},
+    {"onu_sn", &all_records[3], onu_sn_commands, onu_sn_fields, true, "Identity of an ONU, 54 bytes: the CTC attribute ONU SN. Texts are filled up with NUL and need not end in one."},
+    {"onu_fw", &all_records[3], onu_fw_commands, onu_fw_fields, true, "Firmware version of an ONU, 128 bytes."},
+    {"onu_chip_id", &all_records[3], onu_chip_id_commands, onu_chip_id_fields, true, "PON chip of an ONU, 8 bytes: the CTC attribute Chipset ID."},
+    {"onu_cap", &all_records[3], onu_cap_commands, onu_cap_fields, true, "Capabilities of an ONU, 26 bytes: the CTC attribute ONU capabilities. In a bitmap, the lowest bit of the last byte is UNI port 1; GE ports come before FE ports."},
+    {"onu_cap2", &all_records[3], onu_cap2_commands, onu_cap2_fields, true, "More capabilities of an ONU, 64 bytes: the CTC attribute ONU capabilities-2, with room for 9 interface types. Of these, each with a type in 4 bytes and a number in 2, the fields are the last bytes; those before them are zero."},
+    {"onu_mem_info", &all_records[3], onu_mem_info_commands, onu_mem_info_fields, true, "Memory of an ONU, 16 bytes. What is free differs from one five seconds of model time to the next."},
+    {"onu_device_info", &all_records[3], onu_device_info_commands, onu_device_info_fields, true, "Device information of an ONU, 100 bytes. Texts are filled up with NUL and need not end in one."},
+    {"onu_about", &all_records[3], onu_about_commands, onu_about_fields, true, "All that the OLT has of an ONU, at a glance, 112 bytes. It is answered whatever the ONU's state. Texts are filled up with NUL and need not end in one."},
+    {"onu_max_port", &all_records[3], onu_max_port_commands, onu_max_port_fields, true, "Number of UNI ports of an ONU, in place of the UNI port number."},
+    {"onu_optics", &all_records[3], onu_optics_commands, onu_optics_fields, true, "Diagnosis of the optical transceiver of an ONU, 10 bytes: the CTC attribute Optical Transceiver Diagnosis."},
+    {"onu_image_part", &all_records[3], onu_image_part_commands, onu_image_part_fields, false, "A part of an image that is pushed to an ONU, to the bank that does not run. Parts come in order; offset 0 starts anew, and the bank is not committed any more. The last part completes the image. A reboot loses one that is not complete."},
+    {"onu_image_status", &all_records[3], onu_image_status_commands, onu_image_status_fields, true, "How the image that was pushed to an ONU last stands, 20 bytes; all zero while there is none. Upgrade runs are not told of here."},
+    {"onu_banks", &all_records[3], onu_banks_commands, onu_banks_fields, true, "The two image banks of an ONU, 64 bytes. One bank is active and one is committed, mostly the same; an empty bank is all zero."},
+    {"onu_image_update", &all_records[3], onu_image_update_commands, onu_image_update_fields, false, "Has the OLT upgrade an ONU with an image file that it holds: that of an upgrade type. It starts an upgrade run of that type, as BSP_CMD_UPGRADE_ONU does of the type that is bound to the ONU; of several types with this file, one for the ONU's vendor and model. The run commits the image and reboots the ONU."},
+    {"onu_fast_leave_ability", &all_records[3], onu_fast_leave_ability_commands, onu_fast_leave_ability_fields, true, "The forms of fast leave that the kind of ONU (`onu_pon_port`, `onu_onu_id`) knows, in ascending order; the ONU must be online. 28 bytes."},
+    {"onu_fast_leave", &all_records[3], onu_fast_leave_commands, onu_fast_leave_fields, true, "Fast leave as the ONU has it, which must be online. 4 bytes."},
+    {"onu_fast_leave_set", &all_records[3], onu_fast_leave_set_commands, onu_fast_leave_set_fields, false, "Fast leave of an ONU that is online. Not every kind of ONU is able to switch it on."},
+    {"onu_fast_leave_local", &all_records[3], onu_fast_leave_local_commands, onu_fast_leave_local_fields, true, "Fast leave of an ONU as the OLT told it, and what the ONU told of its abilities; whether it is online or not. 32 bytes."},
+    {"onu_mc_switch", &all_records[3], onu_mc_switch_commands, onu_mc_switch_fields, true, "The multicast mode: as the ONU has it, which must be online, or as the OLT told it, whether it is online or not. 1 byte."},
+    {"onu_mc_switch_set", &all_records[3], onu_mc_switch_set_commands, onu_mc_switch_set_fields, false, "The multicast mode of an ONU that is online. Not every kind of ONU is able to do both. The groups of controllable multicast are kept while the ONU snoops."},
+    {"onu_mc_group_max", &all_records[3], onu_mc_group_max_commands, onu_mc_group_max_fields, true, "How many multicast groups a UNI port (`onu_uni_port`) may join: as the ONU has it, which must be online, or as the OLT told it, whether it is online or not. 2 bytes."},
+    {"onu_mc_group_max_set", &all_records[3], onu_mc_group_max_set_commands, onu_mc_group_max_set_fields, false, "How many multicast groups a UNI port (`onu_uni_port`) may join, of an ONU that is online. Groups beyond it stay out until there is room."},
+    {"onu_mc_vlan_mode", &all_records[3], onu_mc_vlan_mode_commands, onu_mc_vlan_mode_fields, true, "What becomes of the VLAN tags of multicast frames that leave at a UNI port (`onu_uni_port`): as the ONU has it, which must be online, or as the OLT told it, whether it is online or not. 34 bytes."},
+    {"onu_mc_vlan_mode_set", &all_records[3], onu_mc_vlan_mode_set_commands, onu_mc_vlan_mode_set_fields, false, "What becomes of the VLAN tags of multicast frames that leave at a UNI port (`onu_uni_port`), of an ONU that is online. It takes the place of all that was set before."},
+    {"onu_mc_vlan", &all_records[3], onu_mc_vlan_commands, onu_mc_vlan_fields, true, "The multicast VLANs of a UNI port (`onu_uni_port`) as the ONU has them, which must be online. Until set they are what the ONU came with, at most 2. 18 bytes."},
+    {"onu_mc_vlan_set", &all_records[3], onu_mc_vlan_set_commands, onu_mc_vlan_set_fields, false, "A change of the multicast VLANs of a UNI port (`onu_uni_port`), of an ONU that is online. The port has at most 8; where they would be more, none is added. To add one that it has, or delete one that it has not, changes nothing."},
+    {"onu_mc_vlan_local", &all_records[3], onu_mc_vlan_local_commands, onu_mc_vlan_local_fields, true, "The multicast VLANs of a UNI port (`onu_uni_port`) as the OLT told them, whether the ONU is online or not. 16 bytes."},
+    {"onu_mc_group", &all_records[3], onu_mc_group_commands, onu_mc_group_fields, true, "The multicast groups that UNI ports of an ONU, which must be online, have joined, none of them more than its maximum: in IGMP/MLD snooping what users behind ports with a link watch, in the port's multicast VLANs, in order of UNI port; in controllable multicast what the OLT told, in the order in which it did. 1284 bytes."},
+    {"onu_mc_group_set", &all_records[3], onu_mc_group_set_commands, onu_mc_group_set_fields, false, "A change of the multicast groups that UNI ports of an ONU join in controllable multicast; the ONU must be online and set to that mode. There are at most 128 entries; where they would be more, none is added. To add one that is there, or delete one that is not, changes nothing."},
     {"onu_switch", &all_records[3], onu_switch_commands, onu_switch_fields, false, "Switches performance monitoring of all UNI ports of an ONU, and its CATV port where it has one, alike: the two requests cannot be told apart. 1 byte."},
     {"onu_catv_state", &all_records[3], onu_catv_state_commands, onu_catv_state_fields, true, "Whether the CATV port of an ONU is on, 1 byte. ONUs with telephone ports have a CATV port."},
     {"onu_perf_monitor", &all_records[3], onu_perf_monitor_commands, onu_perf_monitor_fields, true, "Performance monitoring of a UNI port, 16 bytes."},
     {"onu_performance", &all_records[3], onu_performance_commands, onu_performance_fields, true, "Counters of a UNI port, 296 bytes: those of the period that is running, and those of the whole period before it. Downstream is what the port sends to the user, upstream what it receives from there: downstream frames may be discarded, upstream ones may have errors, and never the other way. The traffic is the ONU's own, divided evenly among its UNI ports that have a link from the start; one without a link counts nothing. Time in which the ONU was offline is counted like any other."},
+    {"onu_mgmt", &all_records[3], onu_mgmt_commands, onu_mgmt_fields, true, "Management address of an ONU, 17 bytes. At first it is off, and everything 0."},
+    {"onu_mgmt_set", &all_records[3], onu_mgmt_set_commands, onu_mgmt_set_fields, false, "Management address of an ONU, 17 bytes. With mode 0 everything is 0."},
+    {"onu_fec", &all_records[3], onu_fec_commands, onu_fec_fields, true, "Forward error correction of an ONU, numbered as by CTC. At first it is disabled."},
+    {"onu_fec_set", &all_records[3], onu_fec_set_commands, onu_fec_set_fields, false, "Forward error correction of an ONU that can correct errors, numbered as by CTC."},
+    {"onu_fec_ability", &all_records[3], onu_fec_ability_commands, onu_fec_ability_fields, true, "Whether an ONU can correct errors, numbered as by CTC."},
+    {"onu_time", &all_records[3], onu_time_commands, onu_time_fields, true, "Time configuration of an ONU, 16 bytes. At first mode 0 with an interval of 3600 s, everything else 0."},
+    {"onu_time_set", &all_records[3], onu_time_set_commands, onu_time_set_fields, false, "Time configuration of an ONU, 16 bytes."},
+    {"onu_sla", &all_records[3], onu_sla_commands, onu_sla_fields, true, "Service SLA of an ONU as by CTC, 88 bytes. It is the upstream SLA that the OLT has for the ONU, as its first and only service; that is where it is set. Bandwidths are rounded up."},
+    {"onu_multi_llid", &all_records[3], onu_multi_llid_commands, onu_multi_llid_fields, false, "LLIDs of an ONU."},
+    {"oam_print", &all_records[3], oam_print_commands, oam_print_fields, false, "What the service is to print of OAM. It keeps this, and says in its log when it changes; the modelled links print nothing more."},
+    {"onu_alarm_test", &all_records[3], onu_alarm_test_commands, onu_alarm_test_fields, false, "An alarm that an ONU, which must be online, raises once more as a test; it counts and is cleared as any other. The command code is this service's own choice: the operation that sends such tests has the code from its caller."},
+    {"onu_admin_state", &all_records[3], onu_admin_state_commands, onu_admin_state_fields, true, "Whether a UNI port is on, 4 bytes."},
+    {"onu_admin_state_set", &all_records[3], onu_admin_state_set_commands, onu_admin_state_set_fields, false, "Switches a UNI port on or off. One that is off has no link."},
+    {"onu_autoneg", &all_records[3], onu_autoneg_commands, onu_autoneg_fields, true, "Whether a UNI port negotiates speed and duplex, 4 bytes."},
+    {"onu_autoneg_set", &all_records[3], onu_autoneg_set_commands, onu_autoneg_set_fields, false, "Has a UNI port negotiate speed and duplex, or take those that it is configured to."},
+    {"onu_autoneg_local", &all_records[3], onu_autoneg_local_commands, onu_autoneg_local_fields, true, "What a UNI port can offer in auto-negotiation, 24 bytes: 4 abilities of an FE port, 5 of a GE port."},
+    {"onu_autoneg_adv", &all_records[3], onu_autoneg_adv_commands, onu_autoneg_adv_fields, true, "What a UNI port offers in auto-negotiation, 24 bytes; all that it can until it is told otherwise."},
+    {"onu_autoneg_adv_set", &all_records[3], onu_autoneg_adv_set_commands, onu_autoneg_adv_set_fields, false, "What a UNI port is to offer in auto-negotiation, in any order: some of what it can, each once. Where the other end offers none of it, there is no link."},
+    {"onu_pause", &all_records[3], onu_pause_commands, onu_pause_fields, true, "Flow control of a UNI port, 1 byte."},
+    {"onu_pause_set", &all_records[3], onu_pause_set_commands, onu_pause_set_fields, false, "Switches flow control of a UNI port."},
+    {"onu_phy_info", &all_records[3], onu_phy_info_commands, onu_phy_info_fields, true, "The PHY of a UNI port, 24 bytes."},
+    {"onu_rate_limit", &all_records[3], onu_rate_limit_commands, onu_rate_limit_fields, true, "Rate limits of a UNI port, 22 bytes: policing upstream, shaping downstream."},
+    {"onu_rate_limit_set", &all_records[3], onu_rate_limit_set_commands, onu_rate_limit_set_fields, false, "Limits the rates of a UNI port: policing upstream, shaping downstream."},
+    {"onu_loop_detect", &all_records[3], onu_loop_detect_commands, onu_loop_detect_fields, true, "Loop detection at a UNI port, 8 bytes."},
+    {"onu_loop_detect_set", &all_records[3], onu_loop_detect_set_commands, onu_loop_detect_set_fields, false, "Switches loop detection at a UNI port. It shuts a port only while the OLT detects loops, too."},
+    {"onu_vlan", &all_records[3], onu_vlan_commands, onu_vlan_fields, true, "VLANs of a UNI port, 159 bytes."},
+    {"onu_vlan_set", &all_records[3], onu_vlan_set_commands, onu_vlan_set_fields, false, "Sets the VLANs of a UNI port, 159 bytes. All of it is set; what has no meaning in the mode must be 0. Not every ONU can translate, or be a trunk."},
+    {"onu_classification", &all_records[3], onu_classification_commands, onu_classification_fields, true, "Classification rules of a UNI port, 298 bytes, in order of precedence; none until it is told some."},
+    {"onu_classification_set", &all_records[3], onu_classification_set_commands, onu_classification_set_fields, false, "Changes the classification rules of a UNI port, 298 bytes. It has 8 at most."},
     {"optics_diagnostics", &all_records[2], optics_diagnostics_commands, optics_diagnostics_fields, true, "Diagnostics of the optical module of one PON port (`plat_port`), 56 bytes. The received power is that of the ONU which was measured last: the light of ONUs comes in bursts."},
     {"optics_rssi", &all_records[2], optics_rssi_commands, optics_rssi_fields, true, "The power that a PON port (`plat_port`) receives from one of its ONUs (`plat_arg4`), 64 bytes. `plat_arg120` says which: 0 what is received now, of an ONU that is not offline; 1 what the power measurement found, where the last one at the port was of this ONU."},
     {"sfp_info", &all_records[2], sfp_info_commands, sfp_info_fields, true, "The module in an SFP cage (`plat_port`), 464 bytes: what it is, what it measures with its thresholds, and its memory. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
@@ -1129,7 +2995,7 @@ constexpr Column upgrade_base_info_columns[] = {
     {"type", "TYPE", ColumnType::text, "", "upgrade type that is bound to the ONU or, where none is, to its port"},
     {"run", "RUN", ColumnType::text, "", "upgrade run under way, or the last one: queued, downloading, verifying, rebooting, done or failed"},
     {"progress", "PROGRESS", ColumnType::u32, "%", "how much of the image is downloaded; null where the run failed"},
-    {"reason", "REASON", ColumnType::text, "", "why the run failed: offline, released, rejected or verification"},
+    {"reason", "REASON", ColumnType::text, "", "why the run failed: offline, released, rejected, verification or rebooted"},
 };
 
 constexpr const Command *uni_attributes_commands[] = {&all_commands[30]};
@@ -1146,7 +3012,7 @@ constexpr Column uni_attributes_columns[] = {
     {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
 };
 
-constexpr const Command *onu_config_commands[] = {&all_commands[115]};
+constexpr const Command *onu_config_commands[] = {&all_commands[132]};
 
 constexpr Column onu_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1166,7 +3032,7 @@ constexpr Column onu_config_columns[] = {
     {"description", "DESCRIPTION", ColumnType::text, "", "description; empty where there is none"},
 };
 
-constexpr const Command *uni_config_commands[] = {&all_commands[116]};
+constexpr const Command *uni_config_commands[] = {&all_commands[133]};
 
 constexpr Column uni_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1186,7 +3052,7 @@ constexpr Column uni_config_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *vlan_modes_commands[] = {&all_commands[156]};
+constexpr const Command *vlan_modes_commands[] = {&all_commands[177]};
 
 constexpr Column vlan_modes_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1198,7 +3064,7 @@ constexpr Column vlan_modes_columns[] = {
     {"trunk", "TRUNK", ColumnType::u32, "", "UNI ports that are trunks"},
 };
 
-constexpr const Command *vlan_lists_commands[] = {&all_commands[157]};
+constexpr const Command *vlan_lists_commands[] = {&all_commands[178]};
 
 constexpr Column vlan_lists_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1209,7 +3075,7 @@ constexpr Column vlan_lists_columns[] = {
     {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
-constexpr const Command *slas_commands[] = {&all_commands[138]};
+constexpr const Command *slas_commands[] = {&all_commands[159]};
 
 constexpr Column slas_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
@@ -1220,7 +3086,7 @@ constexpr Column slas_columns[] = {
     {"wt", "WEIGHT", ColumnType::u32, "", "share among those of one priority"},
 };
 
-constexpr const Command *slas_of_ports_commands[] = {&all_commands[139]};
+constexpr const Command *slas_of_ports_commands[] = {&all_commands[160]};
 
 constexpr Column slas_of_ports_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1233,14 +3099,14 @@ constexpr Column slas_of_ports_columns[] = {
     {"free", "FREE", ColumnType::u32, "kbit/s", "what is left of it"},
 };
 
-constexpr const Command *slas_down_commands[] = {&all_commands[142]};
+constexpr const Command *slas_down_commands[] = {&all_commands[163]};
 
 constexpr Column slas_down_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
     {"max", "MAX", ColumnType::u32, "kbit/s", "maximum bandwidth; null where no SLA is stored and the default holds"},
 };
 
-constexpr const Command *p2p_commands[] = {&all_commands[131]};
+constexpr const Command *p2p_commands[] = {&all_commands[152]};
 
 constexpr Column p2p_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1250,7 +3116,7 @@ constexpr Column p2p_columns[] = {
     {"entries", "ENTRIES", ColumnType::u32, "", "forwarding entries"},
 };
 
-constexpr const Command *p2p_entries_commands[] = {&all_commands[130]};
+constexpr const Command *p2p_entries_commands[] = {&all_commands[151]};
 
 constexpr Column p2p_entries_columns[] = {
     {"entry", "ENTRY", ColumnType::u32, "", "number of the entry"},
@@ -1262,7 +3128,7 @@ constexpr Column p2p_entries_columns[] = {
     {"rate", "RATE", ColumnType::u32, "kbit/s", "rate limit; null none"},
 };
 
-constexpr const Command *mac_table_commands[] = {&all_commands[150]};
+constexpr const Command *mac_table_commands[] = {&all_commands[171]};
 
 constexpr Column mac_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1273,7 +3139,7 @@ constexpr Column mac_table_columns[] = {
     {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
 };
 
-constexpr const Command *mac_table_nni_commands[] = {&all_commands[151]};
+constexpr const Command *mac_table_nni_commands[] = {&all_commands[172]};
 
 constexpr Column mac_table_nni_columns[] = {
     {"uplink", "UPLINK", ColumnType::u32, "", "GE uplink"},
@@ -1320,7 +3186,7 @@ constexpr Column onu_alarm_columns[] = {
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
 };
 
-constexpr const Command *loop_info_commands[] = {&all_commands[173]};
+constexpr const Command *loop_info_commands[] = {&all_commands[194]};
 
 constexpr Column loop_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -1362,7 +3228,219 @@ constexpr Column base_info_columns[] = {
     {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
 };
 
-constexpr const Command *sfp_quantities_commands[] = {&all_commands[155]};
+constexpr const Command *onu_wans_commands[] = {&all_commands[134]};
+
+constexpr Column onu_wans_columns[] = {
+    {"index", "NR", ColumnType::u32, "", "number of the connection, 1 to 8"},
+    {"name", "NAME", ColumnType::text, "", "name"},
+    {"mode", "MODE", ColumnType::text, "", "bridge or route"},
+    {"service", "SERVICE", ColumnType::text, "", "what it is for: internet, voice, management or other"},
+    {"vlan", "VLAN", ColumnType::u32, "", "VLAN; null where it is untagged"},
+    {"priority", "PRIORITY", ColumnType::u32, "", "802.1p priority, 0 to 7"},
+    {"ip_mode", "IP MODE", ColumnType::text, "", "static, DHCP or PPPoE; null of a bridge"},
+    {"address", "ADDRESS", ColumnType::text, "", "IPv4 address and length of the mask; null of a bridge, and without one"},
+    {"gateway", "GATEWAY", ColumnType::text, "", "IPv4 address of the gateway; null of a bridge, and without one"},
+    {"state", "STATE", ColumnType::text, "", "up, or connecting until the ONU has what it was told"},
+};
+
+constexpr const Command *onu_wlans_commands[] = {&all_commands[136]};
+
+constexpr Column onu_wlans_columns[] = {
+    {"index", "NR", ColumnType::u32, "", "number of the WLAN, 1 to 4"},
+    {"enabled", "ENABLED", ColumnType::boolean, "", "whether it is enabled"},
+    {"name", "NAME", ColumnType::text, "", "SSID"},
+    {"channel", "CHANNEL", ColumnType::u32, "", "channel; null where the ONU chooses it"},
+    {"security", "SECURITY", ColumnType::text, "", "open, WPA2, WPA2/WPA3 or WPA3"},
+    {"hidden", "HIDDEN", ColumnType::boolean, "", "whether the name is not announced"},
+    {"clients", "CLIENTS", ColumnType::u32, "", "stations in the WLAN"},
+};
+
+constexpr const Command *onu_catv_port_commands[] = {&all_commands[138]};
+
+constexpr Column onu_catv_port_columns[] = {
+    {"on", "ON", ColumnType::boolean, "", "whether it is switched on"},
+    {"input", "INPUT", ColumnType::real, "dBm", "received optical power of the CATV signal"},
+};
+
+constexpr const Command *onu_voice_ports_commands[] = {&all_commands[139]};
+
+constexpr Column onu_voice_ports_columns[] = {
+    {"pots", "POTS", ColumnType::u32, "", "POTS port number"},
+    {"user", "USER", ColumnType::text, "", "SIP user"},
+    {"server", "SERVER", ColumnType::text, "", "SIP server"},
+    {"state", "STATE", ColumnType::text, "", "registered, or unregistered while the ONU has no WAN connection for voice that is up"},
+};
+
+constexpr const Command *onu_acl_rules_commands[] = {&all_commands[140]};
+
+constexpr Column onu_acl_rules_columns[] = {
+    {"index", "NR", ColumnType::u32, "", "number of the rule, 1 to 8"},
+    {"action", "ACTION", ColumnType::text, "", "permit or deny"},
+    {"direction", "DIRECTION", ColumnType::text, "", "upstream or downstream"},
+    {"protocol", "PROTOCOL", ColumnType::u32, "", "IP protocol number; null any"},
+    {"source", "SOURCE", ColumnType::text, "", "network of the sender: 10.0.0.0/8; null any"},
+    {"dest", "DEST", ColumnType::text, "", "network of the receiver; null any"},
+    {"first_port", "FIRST PORT", ColumnType::u32, "", "first port of the receiver; null any"},
+    {"last_port", "LAST PORT", ColumnType::u32, "", "last one; null any"},
+};
+
+constexpr const Command *onu_dhcp_server_commands[] = {&all_commands[142]};
+
+constexpr Column onu_dhcp_server_columns[] = {
+    {"enabled", "ENABLED", ColumnType::boolean, "", "whether it is enabled"},
+    {"address", "ADDRESS", ColumnType::text, "", "IPv4 address of the gateway on the users' side, and length of the mask"},
+    {"first", "FIRST", ColumnType::text, "", "first address that is leased"},
+    {"last", "LAST", ColumnType::text, "", "last one"},
+    {"lease_time", "LEASE TIME", ColumnType::u32, "s", "how long an address is leased"},
+    {"leases", "LEASES", ColumnType::u32, "", "addresses that are leased"},
+};
+
+constexpr const Command *onu_wlan_table_commands[] = {&all_commands[32]};
+
+constexpr Column onu_wlan_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"wlans", "WLANS", ColumnType::u32, "", "WLANs"},
+    {"enabled", "ENABLED", ColumnType::u32, "", "those that are enabled"},
+    {"clients", "CLIENTS", ColumnType::u32, "", "stations in them; null unless the ONU is online"},
+};
+
+constexpr const Command *onu_wan_table_commands[] = {&all_commands[33]};
+
+constexpr Column onu_wan_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"wans", "WANS", ColumnType::u32, "", "WAN connections"},
+    {"up", "UP", ColumnType::u32, "", "those that are up; null unless the ONU is online"},
+    {"address", "ADDRESS", ColumnType::text, "", "IPv4 address of the first one that has one; null without one"},
+};
+
+constexpr const Command *onu_catv_table_commands[] = {&all_commands[34]};
+
+constexpr Column onu_catv_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"on", "ON", ColumnType::boolean, "", "whether it is switched on"},
+    {"input", "INPUT", ColumnType::real, "dBm", "received optical power of the CATV signal; null unless the ONU is online"},
+};
+
+constexpr const Command *onu_sip_table_commands[] = {&all_commands[35]};
+
+constexpr Column onu_sip_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"pots", "POTS", ColumnType::u32, "", "POTS port number"},
+    {"user", "USER", ColumnType::text, "", "SIP user"},
+    {"server", "SERVER", ColumnType::text, "", "SIP server"},
+    {"state", "STATE", ColumnType::text, "", "registered, or unregistered while the ONU has no WAN connection for voice that is up; null unless the ONU is online"},
+};
+
+constexpr const Command *onu_unis_commands[] = {&all_commands[144]};
+
+constexpr Column onu_unis_columns[] = {
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"kind", "KIND", ColumnType::text, "", "GE or FE"},
+    {"line_rate", "RATE", ColumnType::u32, "Mbit/s", "line rate, at most"},
+    {"admin", "ADMIN", ColumnType::boolean, "", "whether the port is enabled, as the ONU has it"},
+    {"autoneg", "AUTONEG", ColumnType::boolean, "", "whether speed and duplex are negotiated, as the ONU has it"},
+    {"shut", "SHUT", ColumnType::boolean, "", "whether loop detection has shut the port"},
+    {"link", "LINK", ColumnType::text, "", "down, or speed in Mbit/s and duplex: 10HD, 1000FD; null unless the ONU is online"},
+};
+
+constexpr const Command *onu_serial_numbers_commands[] = {&all_commands[188]};
+
+constexpr Column onu_serial_numbers_columns[] = {
+    {"id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"dev", "DEVICE", ColumnType::text, "", "vendor id and model, which the ONU tells: null unless it is online"},
+    {"sw", "SOFTWARE", ColumnType::text, "", "software version, which the ONU tells: null unless it is online"},
+};
+
+constexpr const Command *onu_upgrade_status_commands[] = {&all_commands[36]};
+
+constexpr Column onu_upgrade_status_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"state", "STATE", ColumnType::text, "", "online, offline, or unauthenticated"},
+    {"bank", "BANK", ColumnType::u32, "", "bank that the ONU runs, 1 or 2"},
+    {"running", "RUNNING", ColumnType::text, "", "software version that the ONU runs"},
+    {"committed", "COMMITTED", ColumnType::text, "", "software version that it runs from its next restart on"},
+    {"run", "RUN", ColumnType::text, "", "upgrade run under way, or the last one: queued, downloading, verifying, rebooting, done or failed"},
+    {"progress", "PROGRESS", ColumnType::u32, "%", "how much of its image is downloaded; null where the run failed"},
+    {"reason", "REASON", ColumnType::text, "", "why the run failed: offline, released, rejected, verification or rebooted"},
+    {"pushed", "PUSHED", ColumnType::text, "", "image that was pushed: receiving, complete, committed, started or failed"},
+    {"version", "VERSION", ColumnType::text, "", "its software version"},
+    {"received", "RECEIVED", ColumnType::u32, "%", "how much of it the ONU has received"},
+};
+
+constexpr const Command *onu_mc_config_commands[] = {&all_commands[121]};
+
+constexpr Column onu_mc_config_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mode", "MODE", ColumnType::text, "", "snooping or control; null of kinds of ONUs without multicast"},
+    {"fast_leave", "FAST LEAVE", ColumnType::boolean, "", "whether fast leave is on"},
+    {"igmp_snooping", "IGMP", ColumnType::boolean, "", "whether IGMP/MLD snooping is supported"},
+    {"multicast_control", "MC CONTROL", ColumnType::boolean, "", "whether controllable multicast is supported"},
+    {"fast_leave_able", "FAST LEAVE ABLE", ColumnType::boolean, "", "whether fast leave is supported"},
+    {"groups", "GROUPS", ColumnType::u32, "", "multicast groups that its UNI ports have joined; null unless the ONU is online"},
+};
+
+constexpr const Command *onu_uni_mc_config_commands[] = {&all_commands[122]};
+
+constexpr Column onu_uni_mc_config_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"group_max", "MAX", ColumnType::u32, "", "multicast groups that it may join, 0 to 255"},
+    {"tags", "TAGS", ColumnType::text, "", "what becomes of the tags of multicast frames: keep, strip or translate"},
+    {"vlans", "VLANS", ColumnType::text, "", "multicast VLANs, separated by commas; null where there are none"},
+    {"groups", "GROUPS", ColumnType::u32, "", "multicast groups that it has joined; null unless the ONU is online"},
+};
+
+constexpr const Command *onu_mc_translation_commands[] = {&all_commands[123]};
+
+constexpr Column onu_mc_translation_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"mc_vlan", "MC VLAN", ColumnType::u32, "", "multicast VLAN"},
+    {"user_vlan", "USER VLAN", ColumnType::u32, "", "VLAN that its frames are tagged with at the port"},
+};
+
+constexpr const Command *onu_mc_vlans_commands[] = {&all_commands[124]};
+
+constexpr Column onu_mc_vlans_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"mc_vlan", "MC VLAN", ColumnType::u32, "", "multicast VLAN"},
+};
+
+constexpr const Command *onu_vlans_commands[] = {&all_commands[94]};
+
+constexpr Column onu_vlans_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"vlan_mode", "VLAN MODE", ColumnType::text, "", "transparent, tag, translation or trunk"},
+    {"pvid", "PVID", ColumnType::u32, "", "VLAN of untagged frames"},
+    {"priority", "PRIORITY", ColumnType::u32, "", "802.1p priority of untagged frames"},
+    {"tpid", "TPID", ColumnType::u32, "", "type that a tag is known by"},
+    {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
+};
+
+constexpr const Command *onu_links_commands[] = {&all_commands[125]};
+
+constexpr Column onu_links_columns[] = {
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"admin", "ADMIN", ColumnType::boolean, "", "whether the port is enabled"},
+    {"link", "LINK", ColumnType::text, "", "down, or speed in Mbit/s and duplex: 10HD, 1000FD; null unless the ONU is online"},
+    {"shut", "SHUT", ColumnType::boolean, "", "whether loop detection has shut the port"},
+};
+
+constexpr const Command *sfp_quantities_commands[] = {&all_commands[176]};
 
 constexpr Column sfp_quantities_columns[] = {
     {"quantity", "QUANTITY", ColumnType::text, "", "temperature, voltage, bias, launch power or received power"},
@@ -1375,7 +3453,7 @@ constexpr Column sfp_quantities_columns[] = {
     {"state", "STATE", ColumnType::text, "", "normal, low warning, low alarm, high warning or high alarm; null where nothing was measured"},
 };
 
-constexpr const Command *upgrade_types_commands[] = {&all_commands[160]};
+constexpr const Command *upgrade_types_commands[] = {&all_commands[181]};
 
 constexpr Column upgrade_types_columns[] = {
     {"name", "NAME", ColumnType::text, "", "name of the type"},
@@ -1407,6 +3485,25 @@ constexpr View all_views[] = {
     {"loop_info", loop_info_commands, loop_info_columns, "A row a UNI port that has a loop, is shut for one, or was, in order of PON port, MAC address and UNI port. There are at most 48 of them: a new loop takes the place of the port that recovered longest ago, and where none has recovered, no further loop can be made."},
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
+    {"onu_wans", onu_wans_commands, onu_wans_columns, "A row a WAN connection of an ONU, in order of number."},
+    {"onu_wlans", onu_wlans_commands, onu_wlans_columns, "A row a WLAN of an ONU, in order of number; none of an ONU that is no gateway."},
+    {"onu_catv_port", onu_catv_port_commands, onu_catv_port_columns, "The CATV port of an ONU: a row, or none where the ONU has no such port."},
+    {"onu_voice_ports", onu_voice_ports_commands, onu_voice_ports_columns, "A row a POTS port of an ONU, in order of number."},
+    {"onu_acl_rules", onu_acl_rules_commands, onu_acl_rules_columns, "A row a rule of the access control list of an ONU, in order of number; none of an ONU that is no gateway."},
+    {"onu_dhcp_server", onu_dhcp_server_commands, onu_dhcp_server_columns, "The DHCP server of an ONU: a row, or none where the ONU is no gateway."},
+    {"onu_wlan_table", onu_wlan_table_commands, onu_wlan_table_columns, "A row a bound ONU of the PON port that is a gateway, in order of id."},
+    {"onu_wan_table", onu_wan_table_commands, onu_wan_table_columns, "A row a bound ONU of the PON port, in order of id."},
+    {"onu_catv_table", onu_catv_table_commands, onu_catv_table_columns, "A row a bound ONU of the PON port that has a CATV port, in order of id."},
+    {"onu_sip_table", onu_sip_table_commands, onu_sip_table_columns, "A row a POTS port of a bound ONU of the PON port, in order of id and number."},
+    {"onu_unis", onu_unis_commands, onu_unis_columns, "A row a UNI port of one ONU, in order of number, whether the ONU is online or not."},
+    {"onu_serial_numbers", onu_serial_numbers_commands, onu_serial_numbers_columns, "A row an ONU that is bound at the PON port, in order of id. The rows are short, so that 128 of them stay within 10240 bytes; the hardware version and more stand in the answer of each ONU to BSP_CMD_ONU_SN_GET."},
+    {"onu_upgrade_status", onu_upgrade_status_commands, onu_upgrade_status_columns, "A row a bound ONU, in order of PON port and id: its image banks, its upgrade run and the image that was pushed to it last; null where there is none. Of one port, or of all for port 0; of one ONU, or of all for ONU id 0. It always stays within 1 MiB."},
+    {"onu_mc_config", onu_mc_config_commands, onu_mc_config_columns, "One row: multicast at the ONU bound to an id (`onu_pon_port`, `onu_onu_id`), as the OLT told it. The number of groups is the ONU's own."},
+    {"onu_uni_mc_config", onu_uni_mc_config_commands, onu_uni_mc_config_columns, "A row a UNI port of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`): multicast as the OLT told it. The number of groups is the ONU's own."},
+    {"onu_mc_translation", onu_mc_translation_commands, onu_mc_translation_columns, "A row a translation of multicast VLANs at one UNI port (`onu_uni_port`) of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`), as the OLT told it; no rows where tags are not translated."},
+    {"onu_mc_vlans", onu_mc_vlans_commands, onu_mc_vlans_columns, "A row a multicast VLAN of each UNI port of the ONU bound to an id (`onu_pon_port`, `onu_onu_id`), as the OLT told it, in order of UNI port; a port without one has no row."},
+    {"onu_vlans", onu_vlans_commands, onu_vlans_columns, "A row a UNI port of the ONU, with the VLANs that it was told: what it has may lag behind for a moment."},
+    {"onu_links", onu_links_commands, onu_links_columns, "A row a UNI port of the ONU, as a text in the answer and as a result. The text always fits the answer; where the ONU cannot be shown, it is a table of no rows."},
     {"sfp_quantities", sfp_quantities_commands, sfp_quantities_columns, "The module in an SFP cage (`plat_port`): a row a quantity that it measures. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
     {"upgrade_types", upgrade_types_commands, upgrade_types_columns, "A row an upgrade type, in order of name. All of them always stay within 10240 bytes."},
 };
@@ -2724,64 +4821,64 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[30], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_uni_attribute_snmp_arguments},
     {"bsp_pon_onu_get_cfg_info", "Stored views", "Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.", "",
-     &all_channels[4], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[132], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
     {"bsp_pon_onu_get_portcfg_info", "Stored views", "Asks for the configuration of the UNI ports of one ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[116], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[133], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_get_portcfg_info_arguments},
     {"bsp_pononu_ctc_config_snmp_get", "Stored views", "Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only the status reaches the caller.", "",
      &all_channels[7], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pononu_ctc_config_snmp_get_arguments},
     {"bsp_pon_onu_get_vlan_mode_snmp", "Stored views", "Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[156], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[177], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
     {"bsp_pon_onu_get_vlanlist_snmp", "Stored views", "Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[157], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[178], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
     {"bsp_pon_set_onu_upgrade_type_add", "Upgrade types and upgrade runs", "Adds an upgrade type: which firmware goes to which kind of ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[158], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[179], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_add", {}, bsp_pon_set_onu_upgrade_type_add_arguments},
     {"bsp_pon_set_onu_upgrade_type_del", "Upgrade types and upgrade runs", "Deletes an upgrade type.", "",
-     &all_channels[8], &all_records[1], &all_commands[159], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[180], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_del", {}, bsp_pon_set_onu_upgrade_type_del_arguments},
     {"bsp_pon_get_onu_upgrade_type", "Upgrade types and upgrade runs", "Asks for the upgrade types as a result database of at most 10240 bytes.", "",
-     &all_channels[8], &all_records[1], &all_commands[160], Class::read, Call::get, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[181], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_onu_upgrade_type", {}, bsp_pon_get_onu_upgrade_type_arguments},
     {"bsp_pon_load_onu_upgrade_type_file", "Upgrade types and upgrade runs", "Loads the upgrade types from a file.", "",
-     &all_channels[8], &all_records[1], &all_commands[161], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[182], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_load_onu_upgrade_type_file", {}, bsp_pon_load_onu_upgrade_type_file_arguments},
     {"bsp_pon_onu_upgrade_type_bind_some", "Upgrade types and upgrade runs", "Binds an upgrade type to some ONUs.", "",
-     &all_channels[8], &all_records[1], &all_commands[162], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[183], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_some", {}, bsp_pon_onu_upgrade_type_bind_some_arguments},
     {"bsp_pon_onu_upgrade_type_bind_ponport", "Upgrade types and upgrade runs", "Binds an upgrade type to the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[163], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[184], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_ponport", {}, bsp_pon_onu_upgrade_type_bind_ponport_arguments},
     {"bsp_pon_onu_upgrade_one", "Upgrade types and upgrade runs", "Starts the upgrade of one ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[164], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[185], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_one", {}, bsp_pon_onu_upgrade_one_arguments},
     {"bsp_pon_onu_upgrade_ponport", "Upgrade types and upgrade runs", "Starts the upgrade of the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[165], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[186], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_ponport", {}, bsp_pon_onu_upgrade_ponport_arguments},
     {"bsp_pon_loop_detect_status", "Loop detection", "Switches loop detection on or off.", "",
-     &all_channels[10], &all_records[1], &all_commands[168], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[189], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_status", {}, bsp_pon_loop_detect_status_arguments},
     {"bsp_pon_loop_detect_recover_mode", "Loop detection", "Sets how ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[169], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[190], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_mode", {}, bsp_pon_loop_detect_recover_mode_arguments},
     {"bsp_pon_loop_detect_recover_manual", "Loop detection", "Recovers the ports that a loop shut down, now.", "",
-     &all_channels[10], &all_records[1], &all_commands[170], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[191], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_manual", {}, {}},
     {"bsp_pon_loop_detect_recover_time", "Loop detection", "Sets after which time ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[171], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[192], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_time", {}, bsp_pon_loop_detect_recover_time_arguments},
     {"bsp_pon_loop_detect_pkt_send_interval", "Loop detection", "Sets the interval between detection packets.", "",
-     &all_channels[10], &all_records[1], &all_commands[172], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[193], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_pkt_send_interval", {}, bsp_pon_loop_detect_pkt_send_interval_arguments},
     {"bsp_pon_get_loop_detect_info", "Loop detection", "Asks what loop detection has found, as a result database of at most 10240 bytes.", "",
-     &all_channels[10], &all_records[1], &all_commands[173], Class::read, Call::get, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[194], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_info", {}, bsp_pon_get_loop_detect_info_arguments},
     {"bsp_pon_get_loop_detect_config", "Loop detection", "Asks for the settings of loop detection.", "",
-     &all_channels[10], &all_records[1], &all_commands[174], Class::read, Call::get, Failure::silent,
+     &all_channels[10], &all_records[1], &all_commands[195], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_config", {}, bsp_pon_get_loop_detect_config_arguments},
     {"bsp_debug_8022_pon_stats", "Chip debug and statistics", "Reads the counters of a PON port.", "",
      &all_channels[2], &all_records[2], &all_commands[40], Class::read, Call::get, Failure::report,
@@ -2844,28 +4941,28 @@ constexpr Operation all_operations[] = {
      &all_channels[2], &all_records[2], nullptr, Class::read, Call::get, Failure::pass,
      Request::as_is, Answer::caller, &all_records[2], 1148, 1148, "bsp_debug_cs8022_get", bsp_debug_cs8022_get_odd, bsp_debug_cs8022_get_arguments},
     {"bsp_debug_8022_mpcp_set", "Chip debug and statistics", "Sets MPCP parameters of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[124], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[145], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_mpcp_set", {}, bsp_debug_8022_mpcp_set_arguments},
     {"bsp_8022_deregister_onu", "Chip debug and statistics", "Deregisters an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[126], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[147], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu", {}, bsp_8022_deregister_onu_arguments},
     {"bsp_8022_deregister_onu_state_register", "Chip debug and statistics", "Deregisters the ONUs of a PON port and has them register again.", "",
-     &all_channels[5], &all_records[2], &all_commands[127], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[148], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu_state_register", {}, bsp_8022_deregister_onu_state_register_arguments},
     {"bsp_pon_plat_fdb_cfg_set", "FDB and MAC tables", "Configures the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[147], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[168], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_cfg_set", {}, bsp_pon_plat_fdb_cfg_set_arguments},
     {"bsp_pon_plat_fdb_flush", "FDB and MAC tables", "Flushes entries of the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[148], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[169], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_flush", {}, bsp_pon_plat_fdb_flush_arguments},
     {"bsp_pon_plat_mac_age_get", "FDB and MAC tables", "Reads the ageing of MAC addresses.", "",
-     &all_channels[5], &all_records[2], &all_commands[149], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[170], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_age_get", {}, bsp_pon_plat_mac_age_get_arguments},
     {"bsp_pon_plat_mac_get", "FDB and MAC tables", "Queries the MAC table of the PON side.", "",
-     &all_channels[5], &all_records[2], &all_commands[150], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[171], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_get", {}, bsp_pon_plat_mac_get_arguments},
     {"bsp_pon_plat_mac_nni_get", "FDB and MAC tables", "Queries the MAC table of the network side (NNI).", "",
-     &all_channels[5], &all_records[2], &all_commands[151], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[172], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_nni_get", {}, bsp_pon_plat_mac_nni_get_arguments},
     {"plat_bsp_funcset", "Platform functions and PON settings", "Sends a platform command, as it stands.", "",
      &all_channels[5], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
@@ -2886,163 +4983,163 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_funcget_json", {}, bsp_poncfg_funcget_json_arguments},
     {"bsp_llid_behavior_set", "LLID and optical module control", "Sets the behaviour of an LLID.", "",
-     &all_channels[5], &all_records[2], &all_commands[134], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[155], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_llid_behavior_set", {}, bsp_llid_behavior_set_arguments},
     {"bsp_om_opm_trigger_set", "LLID and optical module control", "Starts an optical power measurement (OPM).", "",
-     &all_channels[5], &all_records[2], &all_commands[143], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[164], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_trigger_set", {}, bsp_om_opm_trigger_set_arguments},
     {"bsp_om_opm_cancel_set", "LLID and optical module control", "Cancels the optical power measurement (OPM) of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[144], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[165], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_cancel_set", {}, bsp_om_opm_cancel_set_arguments},
     {"bsp_om_lao_mode_set", "LLID and optical module control", "Sets the LAO mode of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[145], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[166], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lao_mode_set", {}, bsp_om_lao_mode_set_arguments},
     {"bsp_om_lol_mode_set", "LLID and optical module control", "Sets the LOL mode of a PON port's optical module.", "Unlike bsp_om_lao_mode_set, it has a second selector before the mode.",
-     &all_channels[5], &all_records[2], &all_commands[146], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[167], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lol_mode_set", {}, bsp_om_lol_mode_set_arguments},
     {"bsp_om_plat_diag_get", "Optical diagnostics", "Reads the digital diagnostics of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[152], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[173], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_get", {}, bsp_om_plat_diag_get_arguments},
     {"bsp_om_plat_diag_rssi_get", "Optical diagnostics", "Takes a received signal strength (RSSI) reading.", "",
-     &all_channels[5], &all_records[2], &all_commands[153], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[174], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_rssi_get", {}, bsp_om_plat_diag_rssi_get_arguments},
     {"bsp_sfp_diag_info_get", "Optical diagnostics", "Reads the diagnostic information of an SFP cage.", "",
-     &all_channels[5], &all_records[2], &all_commands[154], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[175], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get", {}, bsp_sfp_diag_info_get_arguments},
     {"bsp_sfp_diag_info_get_json", "Optical diagnostics", "Asks for the diagnostic information of an SFP cage as a result database of at most 10240 bytes.", "",
-     &all_channels[5], &all_records[2], &all_commands[155], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[176], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get_json", {}, bsp_sfp_diag_info_get_json_arguments},
     {"bsp_debug_8022_optical_status", "Optical diagnostics", "Hands an optical status block to the PON chip's debug layer.", "It sends a block, and reads none.",
-     &all_channels[5], &all_records[2], &all_commands[125], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[146], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_optical_status", {}, bsp_debug_8022_optical_status_arguments},
     {"bsp_p2p_state_set", "P2P forwarding", "Switches P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[128], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[149], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_state_set", {}, bsp_p2p_state_set_arguments},
     {"bsp_onu_p2p_own_port_set", "P2P forwarding", "Sets the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[129], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[150], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_onu_p2p_own_port_set", {}, bsp_onu_p2p_own_port_set_arguments},
     {"bsp_onu_p2p_own_port_get", "P2P forwarding", "Reads the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[130], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[151], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_onu_p2p_own_port_get", {}, bsp_onu_p2p_own_port_get_arguments},
     {"bsp_pon_get_p2p_state", "P2P forwarding", "Asks for the state of P2P forwarding, which comes as a text in the answer, as a result database.", "",
-     &all_channels[5], &all_records[2], &all_commands[131], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[152], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_p2p_state", {}, bsp_pon_get_p2p_state_arguments},
     {"bsp_p2p_entry_set", "P2P forwarding", "Sets a forwarding entry.", "The word for offset 108 comes before that for offset 104.",
-     &all_channels[5], &all_records[2], &all_commands[132], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[153], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set", {}, bsp_p2p_entry_set_arguments},
     {"bsp_p2p_entry_set_matchall", "P2P forwarding", "Sets a forwarding entry that matches everything: bsp_p2p_entry_set with a zero at offset 108.", "",
-     &all_channels[5], &all_records[2], &all_commands[132], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[153], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set_matchall", {}, bsp_p2p_entry_set_matchall_arguments},
     {"bsp_p2p_cfg_set", "P2P forwarding", "Configures P2P forwarding of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[133], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[154], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_cfg_set", {}, bsp_p2p_cfg_set_arguments},
     {"bsp_pon_onu_sla_config", "Service level agreements", "Stores an upstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[135], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[156], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_config", {}, bsp_pon_onu_sla_config_arguments},
     {"bsp_pon_onu_sla_down_config", "Service level agreements", "Stores a downstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[140], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[161], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_down_config", {}, bsp_pon_onu_sla_down_config_arguments},
     {"bsp_pon_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[136], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[157], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_get", {}, bsp_pon_onu_sla_get_arguments},
     {"bsp_pon_plat_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU from the chip's debug service.", "",
      &all_channels[2], &all_records[2], &all_commands[58], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_plat_onu_sla_get", {}, bsp_pon_plat_onu_sla_get_arguments},
     {"bsp_pon_onu_sla_down_get", "Service level agreements", "Reads the downstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[141], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[162], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_down_get", {}, bsp_pon_onu_sla_down_get_arguments},
     {"bsp_pon_onu_sla_all_get", "Service level agreements", "Reads the SLA summary of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[137], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[158], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_all_get", {}, bsp_pon_onu_sla_all_get_arguments},
     {"bsp_pon_onu_sla_get_web", "Service level agreements", "Asks for the upstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[138], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[159], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_web_arguments},
     {"bsp_pon_onu_sla_down_get_web", "Service level agreements", "Asks for the downstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[142], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[163], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_down_get_web_arguments},
     {"bsp_pon_onu_sla_get_snmp", "Service level agreements", "Asks for the upstream SLAs of the whole OLT, for the SNMP agent.", "",
-     &all_channels[5], &all_records[2], &all_commands[139], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[160], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_snmp_arguments},
     {"bsp_pon_onu_get_uniobj_snmp", "Remote ONU queries", "Asks for the UNI ports of an ONU, for the SNMP agent.", "",
-     &all_channels[4], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[144], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_uniobj_snmp", {}, bsp_pon_onu_get_uniobj_snmp_arguments},
     {"bsp_pon_onu_ctc_autoneg_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port negotiates its speed.", "",
-     &all_channels[3], &all_records[3], &all_commands[67], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[68], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_autoneg_get", {}, bsp_pon_onu_ctc_autoneg_get_arguments},
     {"bsp_pon_onu_ctc_phy_adminstate_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port is on.", "",
      &all_channels[3], &all_records[3], &all_commands[66], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_phy_adminstate_get", {}, bsp_pon_onu_ctc_phy_adminstate_get_arguments},
     {"bsp_pon_onu_ctc_classification_get", "Remote ONU queries", "Asks a remote ONU for the classification rules of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[70], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[73], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_classification_get", {}, bsp_pon_onu_ctc_classification_get_arguments},
     {"bsp_pon_onu_ctc_get_dev_info", "Remote ONU queries", "Asks for device information of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[85], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[91], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_ctc_get_dev_info", {}, bsp_pon_onu_ctc_get_dev_info_arguments},
     {"bsp_pon_onu_get_max_port", "Remote ONU queries", "Asks for the number of UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[96], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_get_max_port", {}, bsp_pon_onu_get_max_port_arguments},
     {"bsp_pon_onu_ctc_get_vlan", "Remote ONU queries", "Asks a remote ONU for the VLANs of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[86], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[92], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_vlan", {}, bsp_pon_onu_ctc_get_vlan_arguments},
     {"bsp_pon_tk_onu_get_fw", "Remote ONU queries", "Asks a remote ONU for its image banks.", "",
-     &all_channels[3], &all_records[3], &all_commands[78], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[83], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_tk_onu_get_fw", {}, bsp_pon_tk_onu_get_fw_arguments},
     {"bsp_pon_onu_ctc_get_mem_info", "Remote ONU queries", "Asks a remote ONU for its memory.", "",
      &all_channels[3], &all_records[3], &all_commands[64], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mem_info", {}, bsp_pon_onu_ctc_get_mem_info_arguments},
     {"bsp_pon_onu_ctc_get_rate_limit", "Remote ONU queries", "Asks a remote ONU for the rate limits of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[92], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[99], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_rate_limit", {}, bsp_pon_onu_ctc_get_rate_limit_arguments},
     {"bsp_pon_onu_ctc_get_loop_detect", "Remote ONU queries", "Asks a remote ONU for loop detection at a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[93], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_loop_detect", {}, bsp_pon_onu_ctc_get_loop_detect_arguments},
     {"bsp_pon_onu_ctc_get_mgmt", "Remote ONU queries", "Asks a remote ONU for its management address.", "",
-     &all_channels[4], &all_records[3], &all_commands[90], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mgmt", {}, bsp_pon_onu_ctc_get_mgmt_arguments},
     {"bsp_pon_onu_ctc_get_linkstate", "Remote ONU queries", "Asks for the links of the UNI ports of an ONU, by datagram.", "Every answer is logged as an error, with its text.",
-     &all_channels[4], &all_records[3], &all_commands[110], Class::read, Call::dgram_get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[125], Class::read, Call::dgram_get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_linkstate", {}, bsp_pon_onu_ctc_get_linkstate_arguments},
     {"bsp_pon_onu_ctc_get_eth_pause", "Remote ONU queries", "Asks a remote ONU for flow control of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[111], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[126], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_eth_pause", {}, bsp_pon_onu_ctc_get_eth_pause_arguments},
     {"bsp_pon_onu_ctc_get_fast_leave_ability", "Remote ONU queries", "Asks a remote ONU which forms of multicast fast leave it knows.", "",
-     &all_channels[4], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_ability", {}, bsp_pon_onu_ctc_get_fast_leave_ability_arguments},
     {"bsp_pon_onu_ctc_get_fast_leave", "Remote ONU queries", "Asks a remote ONU for multicast fast leave.", "",
-     &all_channels[4], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[104], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave", {}, bsp_pon_onu_ctc_get_fast_leave_arguments},
     {"bsp_pon_onu_ctc_get_fast_leave_local", "Remote ONU queries", "Asks the OLT for multicast fast leave of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[96], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[106], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_local", {}, bsp_pon_onu_ctc_get_fast_leave_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_switch_remote", "Remote ONU queries", "Asks a remote ONU for the multicast mode.", "",
-     &all_channels[4], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[107], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_remote", {}, bsp_pon_onu_ctc_get_mc_switch_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_switch_local", "Remote ONU queries", "Asks the OLT for the multicast mode of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[98], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[109], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_local", {}, bsp_pon_onu_ctc_get_mc_switch_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "Remote ONU queries", "Asks a remote ONU how many multicast groups a UNI port may join.", "",
-     &all_channels[4], &all_records[3], &all_commands[99], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[110], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_remote", {}, bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_group_num_max_local", "Remote ONU queries", "Asks the OLT how many multicast groups a UNI port may join of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[100], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[112], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_local", {}, bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "Remote ONU queries", "Asks a remote ONU what becomes of the tags of multicast frames at a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[113], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_remote", {}, bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "Remote ONU queries", "Asks the OLT what becomes of the tags of multicast frames at a UNI port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[102], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_local", {}, bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_remote", "Remote ONU queries", "Asks a remote ONU for the multicast VLANs of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[116], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_remote", {}, bsp_pon_onu_ctc_get_mc_vlan_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_local", "Remote ONU queries", "Asks the OLT for the multicast VLANs of a UNI port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[104], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[118], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_local", {}, bsp_pon_onu_ctc_get_mc_vlan_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_group", "Remote ONU queries", "Asks a remote ONU for its multicast groups.", "",
-     &all_channels[4], &all_records[3], &all_commands[105], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[119], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group", {}, bsp_pon_onu_ctc_get_mc_group_arguments},
     {"bsp_pon_onu_ctc_get_sn_ponport", "Remote ONU queries", "Asks for the serial numbers of the ONUs of a PON port.", "",
-     &all_channels[9], &all_records[3], &all_commands[167], Class::read, Call::get, Failure::report,
+     &all_channels[9], &all_records[3], &all_commands[188], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_sn_ponport", {}, bsp_pon_onu_ctc_get_sn_ponport_arguments},
     {"bsp_pon_onu_ctc_debug_get", "Remote ONU queries", "Sends a query of the information channel that the caller built, and receives the answer in its place.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
@@ -3051,13 +5148,13 @@ constexpr Operation all_operations[] = {
      &all_channels[4], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
      Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, bsp_pon_onu_ctc_config_get_arguments},
     {"bsp_pon_onu_optical_diagnose_get", "Remote ONU queries", "Asks for the optical transceiver of an ONU, by a record that the caller built.", "",
-     &all_channels[4], &all_records[3], &all_commands[88], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::pass,
      Request::stamped, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, bsp_pon_onu_optical_diagnose_get_arguments},
     {"bsp_pon_onu_ctc_get_vlan_json", "Remote ONU queries", "Asks for the VLANs of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_ctc_get_vlan_json_arguments},
     {"bsp_pon_onu_ctc_get_vlan_mode_json", "Remote ONU queries", "Asks for the VLAN modes of the UNI ports of an ONU: the same request, under another name.", "",
-     &all_channels[4], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_ctc_get_vlan_mode_json_arguments},
     {"bsp_pon_onu_ctc_get_info", "Remote ONU requests", "Asks a remote ONU anything of the information channel.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::silent,
@@ -3084,85 +5181,85 @@ constexpr Operation all_operations[] = {
      &all_channels[3], &all_records[3], &all_commands[59], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_cap2_arguments},
     {"bsp_pon_onu_ctc_get_sla", "Remote ONU requests", "Asks a remote ONU for its service level agreement.", "",
-     &all_channels[3], &all_records[3], &all_commands[71], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[75], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_sla_arguments},
     {"bsp_pon_onu_ctc_get_onuinfo", "Remote ONU requests", "Asks a remote ONU for all about it.", "",
-     &all_channels[3], &all_records[3], &all_commands[75], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[79], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_onuinfo_arguments},
     {"bsp_pon_onu_ctc_get_upgrade_status", "Remote ONU requests", "Asks a remote ONU how its image update stands.", "",
-     &all_channels[3], &all_records[3], &all_commands[74], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[78], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_upgrade_status_arguments},
     {"bsp_pon_onu_ctc_get_catv_status", "Remote ONU requests", "Asks a remote ONU whether its CATV port is on.", "",
-     &all_channels[3], &all_records[3], &all_commands[79], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[84], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_catv_status_arguments},
     {"bsp_pon_onu_ctc_upgrade", "Remote ONU requests", "Sends a part of an image to a remote ONU.", "",
-     &all_channels[3], &all_records[3], &all_commands[72], Class::service_affecting, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[76], Class::service_affecting, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_upgrade_arguments},
     {"bsp_pon_onu_ctc_upgrade_commit", "Remote ONU requests", "Makes a remote ONU start its new image from now on.", "",
-     &all_channels[3], &all_records[3], &all_commands[73], Class::service_affecting, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[77], Class::service_affecting, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_upgrade_commit_arguments},
     {"bsp_pon_onu_ctc_set_perf_monitor_status", "Remote ONU requests", "Switches performance monitoring of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_catv: a service cannot tell them apart.",
-     &all_channels[3], &all_records[3], &all_commands[80], Class::write, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[85], Class::write, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_perf_monitor_status_arguments},
     {"bsp_pon_onu_ctc_set_catv", "Remote ONU requests", "Switches the CATV port of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot tell them apart.",
-     &all_channels[3], &all_records[3], &all_commands[81], Class::service_affecting, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[86], Class::service_affecting, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_catv_arguments},
     {"bsp_onu_ctc_get_autoneg_local_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port can negotiate.", "",
-     &all_channels[3], &all_records[3], &all_commands[68], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[70], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_autoneg_local_abt_arguments},
     {"bsp_onu_ctc_get_autoneg_adv_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port offers in auto-negotiation.", "",
-     &all_channels[3], &all_records[3], &all_commands[69], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[71], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_autoneg_adv_abt_arguments},
     {"bsp_onu_ctc_get_phyinfo", "Remote ONU requests", "Asks a remote ONU for the PHY of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[76], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[80], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_phyinfo_arguments},
     {"bsp_onu_ctc_get_perf_monitor_status", "Remote ONU requests", "Asks a remote ONU whether it monitors the performance of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[82], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_monitor_status_arguments},
     {"bsp_onu_ctc_get_perf_current_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the current period.", "",
-     &all_channels[3], &all_records[3], &all_commands[83], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[88], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_current_data_arguments},
     {"bsp_onu_ctc_get_perf_history_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the period before.", "",
-     &all_channels[3], &all_records[3], &all_commands[84], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_history_data_arguments},
     {"bsp_pon_onu_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[106], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[121], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_config_json", {}, bsp_pon_onu_ctc_get_mc_config_json_arguments},
     {"bsp_pon_onu_uni_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[107], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[122], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_uni_ctc_get_mc_config_json", {}, bsp_pon_onu_uni_ctc_get_mc_config_json_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_translate_json", "Remote ONU service views", "Asks for the multicast VLAN translation of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_translate_json", {}, bsp_pon_onu_ctc_get_mc_vlan_translate_json_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_json", "Remote ONU service views", "Asks for the multicast VLANs of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[109], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[124], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_json", {}, bsp_pon_onu_ctc_get_mc_vlan_json_arguments},
     {"bsp_pon_onu_ctc_get_voipinfo_json", "Remote ONU service views", "Asks for the voice ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[120], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[139], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_voipinfo_json", {}, bsp_pon_onu_ctc_get_voipinfo_json_arguments},
     {"bsp_pon_onu_get_fec_mode", "Remote ONU service views", "Asks for forward error correction of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[112], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[128], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_fec_mode", {}, bsp_pon_onu_get_fec_mode_arguments},
     {"bsp_pon_onuc_get_fec_ability", "Remote ONU service views", "Asks whether an ONU can correct errors.", "",
-     &all_channels[4], &all_records[3], &all_commands[113], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[130], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onuc_get_fec_ability", {}, bsp_pon_onuc_get_fec_ability_arguments},
     {"bsp_pon_onu_ctc_get_time_config", "Remote ONU service views", "Asks a remote ONU for its time configuration.", "",
-     &all_channels[3], &all_records[3], &all_commands[77], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[81], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_time_config", {}, bsp_pon_onu_ctc_get_time_config_arguments},
     {"bsp_pon_onu_ctc_get_wanc", "Remote ONU service views", "Asks for WAN connections of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[117], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[134], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wanc", {}, bsp_pon_onu_ctc_get_wanc_arguments},
     {"bsp_pon_onu_ctc_get_wlan", "Remote ONU service views", "Asks for the WLANs of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[118], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[136], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wlan", {}, bsp_pon_onu_ctc_get_wlan_arguments},
     {"bsp_pon_onu_ctc_get_catv", "Remote ONU service views", "Asks for the CATV port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[119], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[138], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_catv", {}, bsp_pon_onu_ctc_get_catv_arguments},
     {"bsp_pon_onu_ctc_get_acl", "Remote ONU service views", "Asks for the access control list of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[121], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[140], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_acl", {}, bsp_pon_onu_ctc_get_acl_arguments},
     {"bsp_pon_onu_ctc_get_dhcp", "Remote ONU service views", "Asks for the DHCP server of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[122], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[142], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_dhcp", {}, bsp_pon_onu_ctc_get_dhcp_arguments},
     {"bsp_pon_onu_ctc_get_wlantab", "Remote ONU service views", "Asks for the WLANs of the ONUs of a PON port.", "",
      &all_channels[0], &all_records[0], &all_commands[32], Class::read, Call::get, Failure::pass,
@@ -3189,16 +5286,16 @@ constexpr Operation all_operations[] = {
      &all_channels[3], &all_records[3], nullptr, Class::write, Call::set, Failure::silent,
      Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_alarm_more_test", bsp_pon_onu_alarm_more_test_odd, bsp_pon_onu_alarm_more_test_arguments},
     {"bsp_pon_onu_ctc_oam_print", "Remote ONU settings", "Sets what the service prints of OAM.", "",
-     &all_channels[9], &all_records[3], &all_commands[166], Class::write, Call::set, Failure::silent,
+     &all_channels[9], &all_records[3], &all_commands[187], Class::write, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_oam_print", {}, bsp_pon_onu_ctc_oam_print_arguments},
     {"bsp_pon_onu_ctc_set_multillid", "Remote ONU settings", "Sets the number of LLIDs of an ONU.", "",
      &all_channels[3], &all_records[3], &all_commands[65], Class::service_affecting, Call::set, Failure::pass,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_multillid", {}, bsp_pon_onu_ctc_set_multillid_arguments},
     {"bsp_pon_onu_ctc_update_image", "Remote ONU settings", "Has the OLT update an image of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[114], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[131], Class::service_affecting, Call::set, Failure::pass,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_update_image", {}, bsp_pon_onu_ctc_update_image_arguments},
     {"bsp_pon_onu_ctc_set_mgmt", "Remote ONU settings", "Sets the management address of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[91], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[98], Class::service_affecting, Call::set, Failure::pass,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_mgmt", {}, bsp_pon_onu_ctc_set_mgmt_arguments},
 };
 

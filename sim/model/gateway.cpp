@@ -17,7 +17,6 @@ constexpr std::string_view sip_server = "sip.example.net";
 
 // What follows from the seed.
 struct Nature {
-    bool catv;
     double catv_input; // dBm
     uint16_t internet_vlan;
     WanIpMode internet_ip;
@@ -32,7 +31,6 @@ Nature nature_of(const Olt &olt, const RemoteOnu &onu)
 {
     Random random = random_for(olt.seed(), Purpose::gateway, onu.binding->mac);
     Nature nature{};
-    nature.catv = random.happens(40);
     nature.catv_input = -(static_cast<double>(random.below(80)) / 10);
     nature.internet_vlan = static_cast<uint16_t>(100 + random.below(900));
     nature.internet_ip = random.happens(50) ? ip_dhcp : ip_pppoe;
@@ -128,7 +126,7 @@ UserServices user_services(const Olt &olt, const RemoteOnu &onu)
     const Nature nature = nature_of(olt, onu);
     UserServices services{onu.port->number, onu.onu_id, onu.online(), wans_of(olt, onu, nature), {}, {}, {}, {}, {}};
     services.voice = voice_of(onu, nature, services.wans);
-    if (nature.catv) services.catv = Catv{switched_on(olt, onu, Side::local), nature.catv_input};
+    if (has_catv(onu.device)) services.catv = Catv{switched_on(olt, onu, Side::local), nature.catv_input};
     if (!is_gateway_onu(onu)) return services;
     services.wlans = wlans_of(olt, onu, nature);
     services.acl = acl_of(olt, onu);

@@ -31,10 +31,17 @@ private:
 };
 
 // What the streams of a MAC address are for. Each has one of its own, so that none shifts another.
-enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, lines = 9 };
-enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, usage = 11 };
-enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, viewers = 12 };
-enum class Purpose : uint64_t { device = 1, configuration = 2, optics = 4, traffic = 5, stations = 6, gateway = 12 };
+enum class Purpose : uint64_t {
+    device = 1,
+    configuration = 2,
+    optics = 4,
+    traffic = 5,
+    stations = 6,
+    lines = 9,
+    usage = 11,
+    viewers = 12,
+    gateway = 13
+};
 
 // The streams of MAC addresses lie above those of the arrivals.
 inline Random random_for(uint64_t seed, Purpose purpose, const Mac &mac)

@@ -15,7 +15,7 @@ namespace ponsim
 namespace
 {
 
-// The result of any view; it is asked for id 5 of port 1.
+// The result of any view; it is asked for id 5 of port 1, and UNI port 1.
 std::string result_of(Desk &desk, const catalogue::Command &command)
 {
     const uint32_t channel = command.channel->type;
@@ -27,7 +27,9 @@ std::string result_of(Desk &desk, const catalogue::Command &command)
         record.cmd = command.code;
         return desk.simulator.handle({channel, &record, sizeof record}).result.value_or("no result");
     }
-    return desk.simulator.handle(message_of(channel, onu_record_of(command.code, 1, 5))).result.value_or("no result");
+    bsp_onu_msg record = onu_record_of(command.code, 1, 5);
+    record.onu_uni_port = 1;
+    return desk.simulator.handle(message_of(channel, record)).result.value_or("no result");
 }
 
 bool has_type(const rapidjson::Value &value, catalogue::ColumnType type)
@@ -80,6 +82,23 @@ Mac bind_with_everything(Desk &desk)
     return {};
 }
 
+// At UNI port 1 of id 5.
+void translate_multicast(Desk &desk)
+{
+    namespace block = layout::onu_mc_vlan_mode_set;
+    bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_MC_VLAN_MODE_SET, 1, 5);
+    record.onu_uni_port = 1;
+    OnuBlock data(34);
+    data.put<uint8_t>(block::mode, 2);
+    data.put<uint8_t>(block::number, 1);
+    data.put<uint16_t>(block::mc_vlan, 100);
+    data.put<uint16_t>(block::user_vlan, 200);
+    data.bytes().copy(reinterpret_cast<char *>(record.onu_data), data.bytes().size());
+    Message message = message_of(BSP_MSG_ONU_CFG, record);
+    message.call = catalogue::Call::set;
+    EXPECT_EQ(desk.simulator.handle(message).status, BSP_OK);
+}
+
 TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
 {
     Desk desk({.seed = 1, .ports = 16, .arrivals = 128, .silent = 0});
@@ -95,9 +114,11 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
                    .put(layout::p2p_entry::to_port, uint16_t{1}));
     desk.simulator.advance(longest_silence);
     add_type(desk, "type", "SIMA", "S100", "2.0", 1);
+    translate_multicast(desk);
     desk.simulator.change(set_loop(desk.simulator.olt(), {1, mac, 1}, true).change);
     for (const catalogue::View &view : catalogue::views())
         for (const catalogue::Command *command : view.commands) {
+            SCOPED_TRACE(command->name);
             const rapidjson::Document rows = parse(result_of(desk, *command));
             ASSERT_GT(rows.Size(), 0u) << command->name;
             for (const auto &row : rows.GetArray()) {
