@@ -44,3 +44,38 @@ void userlog_debug(const char *function, int line, const char *format, ...)
 {
     (void)function, (void)line, (void)format;
 }
+
+int32_t ipc_dgram_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
+                           uint32_t *status)
+{
+    return ipc_set_exec(module, msg_type, request, request_length, status);
+}
+
+db_handle *db_create_fromfile(const char *file)
+{
+    (void)file;
+    return 0;
+}
+
+int delete_file(const char *file)
+{
+    (void)file;
+    return 0;
+}
+
+int get_from_file(const char *file, uint32_t count, void *destination)
+{
+    (void)file, (void)count, (void)destination;
+    return 1;
+}
+
+void *pmalloc(uint32_t size)
+{
+    (void)size;
+    return 0;
+}
+
+void pfree(void *block)
+{
+    (void)block;
+}

@@ -124,14 +124,16 @@ enum class ArgumentType : uint8_t {
     u32_out,
     block_out,
     block_inout, // goes out, and is overwritten by the answer
-    response
+    response,
+    pblock_out // receives a block of the board's memory
 };
 
 // How a result database is made.
 enum class Source : uint8_t {
     none,
     shmem, // from shared memory, by its key
-    text   // from a text in the answer
+    text,  // from a text in the answer
+    file   // from a file that the answer names, and that is removed
 };
 
 // What names a result in shared memory.
@@ -155,16 +157,22 @@ struct Argument {
     Source source;           // of a db
     Key key;                 // of a db from shared memory
     uint32_t bound;          // of a db from shared memory
-    std::string_view logged; // of a db from a text: the format of the line that logs the text first; or empty
+    std::string_view logged; // of a db from a text or file: the format of the line that logs it; or empty
     std::span<const Field *const> picked; // of a record that is not sent: what goes into the request of it
     std::string_view brief;
 };
 
 // What of an operation this catalogue cannot say. A test of its own covers it.
-enum class Facet : uint8_t { request, status, null };
+enum class Facet : uint8_t { request, status, null, answer };
 struct Oddity {
     Facet facet;
     std::string_view brief;
+};
+
+// A word that is the same in every request.
+struct Constant {
+    const Field *field;
+    uint32_t value;
 };
 
 struct Operation {
@@ -184,6 +192,7 @@ struct Operation {
     uint32_t response_size;     // bytes of the response buffer, at least
     uint32_t preset;            // of the response length word
     std::string_view logged_as; // its own name, or that of the operation that it goes through
+    std::span<const Constant> constants;
     std::span<const Oddity> odd;
     std::span<const Argument> arguments;
 };

@@ -22,8 +22,9 @@ CALLS = {"set": "set", "get": "get", "dgram-set": "dgram_set", "dgram-get": "dgr
 FAILURES = ["report", "pass", "silent"]
 REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied", "stamped": "stamped"}
 BUFFERS = {"own": "own", "in-place": "in_place", "caller": "caller"}
-SOURCES = {"shmem": "shmem", "text": "text"}
-FACETS = ["request", "status", "null"]
+SOURCES = {"shmem": "shmem", "text": "text", "file": "file"}
+PAYLOAD_HEADER = 28  # what a request with a payload has beside it
+FACETS = ["request", "status", "null", "answer"]
 BOUNDS = [10240, 1048576]
 IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
 FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s32": 4, "u64": 8}
@@ -35,6 +36,7 @@ ARGUMENTS = {
     "mac": ("const uint8_t *{}", {"mac"}),
     "text": ("const char *{}", {"text", "bytes"}),
     "block": ("const void *{}", {"bytes"}),
+    "oui": ("const uint8_t *{}", {"bytes"}),
     "u8": ("uint8_t {}", {"u32", "u8", "bytes"}),
     "u16": ("uint16_t {}", {"u32", "u8"}),
     "length": ("uint32_t {}", set()),
@@ -48,6 +50,7 @@ ARGUMENTS = {
     "block-out": ("void *{}", {"bytes"}),
     "block-inout": ("void *{}", {"bytes"}),
     "response": ("void *{}", set()),
+    "pblock-out": ("void **{}", set()),
 }
 
 
@@ -279,7 +282,8 @@ class Catalogue:
             raise CatalogueError(f"{path.relative_to(self.root)}: 'family' is missing")
         operations = self.entries(
             path, table, "operation", ["name", "brief", "args"],
-            ["channel", "command", "class", "record", "call", "failure", "request", "answer", "via", "odd", "notes"])
+            ["channel", "command", "class", "record", "call", "failure", "request", "answer", "via", "odd", "constants",
+             "notes"])
         for operation in operations:
             self.add(self.taken, operation)
         types = self.entries(path, table, "type", ["name", "brief", "members"])
@@ -332,6 +336,7 @@ class Catalogue:
             operation.failure = operation.choice("failure", FAILURES)
             self.read_answer(operation)
         operation.request = REQUESTS[operation.choice("request", REQUESTS, "built")]
+        operation.constants = self.read_constants(operation)
         if operation.request in ("copied", "stamped") and not operation.command:
             operation.fail("a record can only be given the operation's own command code where it has one")
         if operation.command and operation.command.call not in (None, operation.call):
@@ -345,6 +350,18 @@ class Catalogue:
             argument.index = len(operation.args)
             self.add(operation.args, argument)
         self.check_arguments(operation)
+
+    def read_constants(self, operation):
+        """Words that are the same in every request: field and value."""
+        constants = operation.get("constants", {})
+        if not isinstance(constants, dict):
+            operation.fail("'constants' gives fields their values")
+        for name, value in constants.items():
+            if name not in operation.record.fields or operation.record.fields[name].type != "u32":
+                operation.fail(f"'constants' names {name!r}, which is not a word of {operation.record.name}")
+            if isinstance(value, bool) or not isinstance(value, int) or not 0 <= value <= 0xFFFFFFFF:
+                operation.fail(f"'constants' gives {name} the value {value!r}, which is not a number")
+        return [(operation.record.fields[name], value) for name, value in constants.items()]
 
     def read_oddities(self, operation):
         """What a hand-written test covers, because this language cannot say it: facet and words."""
@@ -393,7 +410,7 @@ class Catalogue:
         for argument in operation.args.values():
             if argument.type in ("length", "length-at"):
                 argument.of = argument.lookup("of", operation.args)
-                if argument.of.type not in ("block", "block-out"):
+                if argument.of.type not in ("block", "block-out", "block-inout"):
                     argument.fail(f"'of' names {argument.of.name}, which is not a block")
             if argument.source == "shmem":
                 self.read_key(operation, argument)
@@ -453,7 +470,9 @@ class Catalogue:
                 argument.fail(f"'{place}' names {argument.field.name}, which is a {argument.field.type}")
             if argument.type == "block-inout" and argument.lookup("from", record.fields) is not argument.field:
                 argument.fail("a block goes and comes by the same field")
-            if argument.type in ("block", "block-out", "block-inout"):
+            if argument.type == "oui":
+                argument.type, argument.size = "block", 3
+            elif argument.type in ("block", "block-out", "block-inout"):
                 allowed |= self.read_size(operation, argument)
             if outward and argument.type != "text-out" and argument.get("skip") is not None:
                 argument.skip = argument.number("skip")
@@ -475,7 +494,7 @@ class Catalogue:
             argument.fail("an argument is required or optional, not both")
         if (argument.required or argument.optional) and "*" not in argument.declaration:
             argument.fail("only pointers are required or optional")
-        if (outward or argument.type in ("db", "block-inout")) and operation.answer == "none":
+        if (outward or argument.type in ("db", "block-inout", "pblock-out")) and operation.answer == "none":
             argument.fail("a set call has no answer to take it from")
 
     def read_size(self, operation, argument):
@@ -619,6 +638,9 @@ def result_text(operation):
     required = [argument.name for argument in operation.args.values() if argument.required]
     if required:
         parts.append(f"BSP_ERR_PARAM where {' or '.join(f'`{name}`' for name in required)} is null, nothing sent")
+    lengths = [argument for argument in operation.args.values() if argument.type == "length"]
+    if operation.record.payload and lengths:
+        parts.append(f"BSP_ERR_PARAM where `{lengths[0].name}` is more than {operation.record.size - PAYLOAD_HEADER}, nothing sent")
     parts.append({
         "report": "BSP_ERR_IPC after a failed exchange, which is logged",
         "pass": "the IPC library's own value after a failed exchange, which is logged",
@@ -639,13 +661,20 @@ def prototype(operation, result="uint32_t "):
     return [*rows[:-1], rows[-1] + ");"]
 
 
+def size_text(record):
+    if record.payload:
+        return f"a {record.name} of {PAYLOAD_HEADER} bytes and the payload"
+    return f"a {record.name} of {record.size} bytes"
+
+
 def function_of(operation):
     record, channel = operation.record, operation.channel
-    code = f"{operation.command.name} ({operation.command.code})" if operation.command else "The caller's command"
+    code = f"{operation.command.name} ({operation.command.code})" if operation.command else (
+        "The caller's command" if record.command else "The caller's action")
     through = f", sent and logged as by {operation.via.name}" if operation.via else ""
     lines = [
         operation.brief, "",
-        f"{code} on {channel.name}, a {record.name} of {record.size} bytes; {operation.impact.replace('_', '-')}{through}.",
+        f"{code} on {channel.name}, {size_text(record)}; {operation.impact.replace('_', '-')}{through}.",
     ]
     if operation.notes:
         lines.append(operation.notes)
@@ -797,6 +826,9 @@ def tables(catalogue):
             if argument.picked:
                 references = ", ".join(field.reference for field in argument.picked)
                 lines += [f"constexpr const Field *{operation.name}_{argument.name}_fields[] = {{{references}}};"]
+        if operation.constants:
+            constants = ", ".join(f"{{{field.reference}, {value}}}" for field, value in operation.constants)
+            lines += [f"constexpr Constant {operation.name}_constants[] = {{{constants}}};"]
         if operation.odd:
             oddities = ", ".join(f"{{Facet::{facet}, {quoted(text)}}}" for facet, text in operation.odd.items())
             lines += [f"constexpr Oddity {operation.name}_odd[] = {{{oddities}}};"]
@@ -810,14 +842,15 @@ def tables(catalogue):
             arguments = f"{operation.name}_arguments" if operation.args else "{}"
             response = record_at[operation.response_record.name] if operation.response_record else "nullptr"
             odd = f"{operation.name}_odd" if operation.odd else "{}"
+            constants = f"{operation.name}_constants" if operation.constants else "{}"
             command = command_at[operation.command.name] if operation.command else "nullptr"
             lines += [
                 f"    {{{quoted(operation.name)}, {quoted(family)}, {quoted(operation.brief)}, {quoted(operation.notes)},",
                 f"     {channel_at[operation.channel.name]}, {record_at[operation.record.name]}, {command}, "
                 f"Class::{operation.impact}, Call::{operation.call}, Failure::{operation.failure},",
                 f"     Request::{operation.request}, Answer::{operation.answer}, {response}, {operation.response_size}, "
-                f"{operation.preset}, {quoted(operation.via.name if operation.via else operation.name)}, {odd}, "
-                f"{arguments}}},"]
+                f"{operation.preset}, {quoted(operation.via.name if operation.via else operation.name)}, {constants}, "
+                f"{odd}, {arguments}}},"]
     lines += ["};", "", "constexpr Function all_functions[] = {"]
     for family, _, functions, _ in catalogue.families:
         for function in functions:

@@ -63,8 +63,15 @@ TEST_P(Block, NullIsNoBlockWhateverTheLength)
     }
 }
 
-ON_ARGUMENTS(Block,
-             arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size == 0; }));
+std::vector<Place> blocks_in_records()
+{
+    std::vector<Place> selected =
+        arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size == 0; });
+    std::erase_if(selected, [](const Place &place) { return place.operation->record->payload != nullptr; });
+    return selected;
+}
+
+ON_ARGUMENTS(Block, blocks_in_records());
 
 // Of a length that is always the same. Not one byte more is readable.
 using FixedBlock = OfArgument;
@@ -81,5 +88,85 @@ TEST_P(FixedBlock, IsSentWholeWhateverItHolds)
 
 ON_ARGUMENTS(FixedBlock,
              arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size != 0; }));
+
+// A payload of the caller's length: the request is as long as it makes it.
+class PayloadOfLength : public OfOperation
+{
+protected:
+    static constexpr uint32_t longest = 4092;
+
+    // Blocks where the operation may write, too.
+    void set(Subject &writer, uint32_t length) const
+    {
+        const Argument &payload = *writer.argument_of(
+            operation.call == catalogue::Call::dgram_set ? ArgumentType::block : ArgumentType::block_inout);
+        if (payload.type == ArgumentType::block)
+            writer.set_block(payload, pattern(length));
+        else
+            writer.set_room(payload, length);
+    }
+
+    void set_null(Subject &writer) const
+    {
+        for (const Argument &each : operation.arguments)
+            if (each.type == ArgumentType::block || each.type == ArgumentType::block_inout) writer.set_null(each);
+    }
+};
+
+TEST_P(PayloadOfLength, IsSentWithFourZerosBehindIt)
+{
+    for (const uint32_t length : {0u, 1u, 4u, 100u, longest}) {
+        Subject writer(operation);
+        set(writer, length);
+        EXPECT_EQ(writer.call(), 0u);
+        EXPECT_EQ(only_exchange().request_length, length + 28) << length;
+        const Bytes request = sent();
+        EXPECT_EQ(request, writer.expected_request()) << length;
+        EXPECT_EQ(Bytes(request.end() - 4, request.end()), Bytes(4)) << length;
+    }
+}
+
+TEST_P(PayloadOfLength, NullIsAsManyZeros)
+{
+    for (const uint32_t length : {0u, 1u, 100u, longest}) {
+        Subject writer(operation);
+        set(writer, length);
+        set_null(writer);
+        EXPECT_EQ(writer.call(), 0u);
+        EXPECT_EQ(only_exchange().request_length, length + 28) << length;
+        EXPECT_EQ(sent(), writer.expected_request()) << length;
+    }
+}
+
+TEST_P(PayloadOfLength, TooLongIsRefusedBeforeAnythingElse)
+{
+    for (const uint32_t length : {longest + 1, longest + 4, 8058u, 100000u}) {
+        Subject writer(operation);
+        set(writer, length);
+        EXPECT_EQ(writer.call(), 3003u) << length;
+        EXPECT_EQ(rb_recorded(), 0u) << length;
+        EXPECT_TRUE(writer.outputs_untouched()) << length;
+    }
+}
+
+TEST_P(PayloadOfLength, TooLongIsRefusedWithoutAPayloadToo)
+{
+    for (const uint32_t length : {longest + 1, 0x80000000u, UINT32_MAX - 27, UINT32_MAX}) {
+        Subject writer(operation);
+        set_null(writer);
+        for (const Argument &each : operation.arguments)
+            if (each.type == ArgumentType::length) writer.set_number(each, length);
+        EXPECT_EQ(writer.call(), 3003u) << length;
+        EXPECT_EQ(rb_recorded(), 0u) << length;
+    }
+}
+
+std::vector<const Operation *> with_payloads()
+{
+    return operations_where(
+        [](const Operation &each) { return each.record->payload && Subject(each).argument_of(ArgumentType::length); });
+}
+
+ON_OPERATIONS(PayloadOfLength, with_payloads());
 
 } // namespace contract

@@ -51,13 +51,13 @@ bool tested(const std::string &suite, const Operation &operation, const Argument
     return tested(suite).contains(std::string(operation.name) + "_of_" + std::string(argument.name));
 }
 
-std::string suite_of(const Argument &argument)
+std::string suite_of(const Operation &operation, const Argument &argument)
 {
     switch (argument.type) {
     case ArgumentType::text:
         return "Text";
     case ArgumentType::block:
-        return argument.size ? "FixedBlock" : "Block";
+        return argument.size ? "FixedBlock" : operation.record->payload ? "" : "Block";
     case ArgumentType::db:
         return "Database";
     case ArgumentType::text_out:
@@ -67,7 +67,7 @@ std::string suite_of(const Argument &argument)
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
     case ArgumentType::block_inout:
-        return "DataOut";
+    case ArgumentType::pblock_out: // by what of the answer goes there
     case ArgumentType::u32:
     case ArgumentType::u16:
     case ArgumentType::u8:
@@ -102,6 +102,7 @@ TEST(Coverage, EveryOddityHasItsOwnTests)
         };
         EXPECT_NE(odd(catalogue::Facet::request, "Request"), tested("RequestBytes", operation)) << operation.name;
         odd(catalogue::Facet::null, "Null");
+        odd(catalogue::Facet::answer, "Answer");
         EXPECT_NE(odd(catalogue::Facet::status, "Status"), tested("ServiceStatus", operation)) << operation.name;
     }
     Names found;
@@ -146,7 +147,9 @@ TEST(Coverage, EveryPointerHasItsNullTested)
             EXPECT_EQ(tested("RequiredPointer", operation, argument) + tested("OptionalPointer", operation, argument) +
                           tested("UncheckedPointerDeathTest", operation, argument) +
                           tested("HandedOnPointer", operation, argument) +
-                          (argument.required && catalogue::find_oddity(operation, catalogue::Facet::null)),
+                          (argument.required && catalogue::find_oddity(operation, catalogue::Facet::null)) +
+                          (is_pointer(argument) && !argument.required && !argument.optional &&
+                           catalogue::find_oddity(operation, catalogue::Facet::answer)),
                       is_pointer(argument) ? 1 : 0)
                 << operation.name << ' ' << argument.name;
 }
@@ -155,8 +158,8 @@ TEST(Coverage, EveryArgumentIsUnderTheFactsOfItsType)
 {
     for (const Operation &operation : catalogue::operations())
         for (const Argument &argument : operation.arguments)
-            for (const char *suite : {"Text", "Block", "FixedBlock", "Database", "TextOut", "DataOut"})
-                EXPECT_EQ(tested(suite, operation, argument), suite_of(argument) == suite)
+            for (const char *suite : {"Text", "Block", "FixedBlock", "Database", "TextOut"})
+                EXPECT_EQ(tested(suite, operation, argument), suite_of(operation, argument) == suite)
                     << suite << ' ' << operation.name << ' ' << argument.name;
 }
 
@@ -165,23 +168,39 @@ TEST(Coverage, EveryDatabaseIsTestedByWhereItComesFromAndGoes)
     for (const Operation &operation : catalogue::operations())
         for (const Argument &argument : operation.arguments) {
             const bool is_database = argument.type == ArgumentType::db;
-            EXPECT_EQ(tested("KeyedDatabase", operation, argument) + tested("TextDatabase", operation, argument),
+            EXPECT_EQ(tested("KeyedDatabase", operation, argument) + tested("TextDatabase", operation, argument) +
+                          tested("FileDatabase", operation, argument),
                       is_database)
                 << operation.name;
             EXPECT_EQ(tested("HandedOutDatabase", operation, argument) + tested("DroppedDatabase", operation, argument),
                       is_database)
                 << operation.name;
-            EXPECT_EQ(tested("LoggedText", operation, argument), !argument.logged.empty()) << operation.name;
+            EXPECT_EQ(tested("LoggedText", operation, argument) + tested("LoggedFile", operation, argument),
+                      !argument.logged.empty())
+                << operation.name;
         }
 }
 
-TEST(Coverage, EveryBlockOfTheCallersLengthIsTested)
+TEST(Coverage, EveryAnswerThatIsDeliveredIsTested)
+{
+    for (const Operation &operation : catalogue::operations()) {
+        const bool odd = catalogue::find_oddity(operation, catalogue::Facet::answer);
+        for (const Argument &argument : operation.arguments) {
+            EXPECT_EQ(tested("DataOut", operation, argument), is_data_out(argument) && !odd) << operation.name;
+            EXPECT_EQ(tested("DataOutOfLength", operation, argument),
+                      argument.type == ArgumentType::block_out && argument.size == 0 && !odd)
+                << operation.name;
+            EXPECT_TRUE(argument.type != ArgumentType::pblock_out || odd) << operation.name;
+        }
+    }
+}
+
+TEST(Coverage, EveryPayloadIsTested)
 {
     for (const Operation &operation : catalogue::operations())
-        for (const Argument &argument : operation.arguments)
-            EXPECT_EQ(tested("DataOutOfLength", operation, argument),
-                      argument.type == ArgumentType::block_out && argument.size == 0)
-                << operation.name;
+        EXPECT_EQ(tested("PayloadOfLength", operation),
+                  operation.record->payload && Subject(operation).argument_of(ArgumentType::length))
+            << operation.name;
 }
 
 TEST(Coverage, EveryAnswerThatMayBeDroppedIsTested)

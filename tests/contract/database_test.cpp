@@ -130,6 +130,95 @@ TEST_P(TextDatabase, WithoutItsNulEndsWithTheRecord)
 ON_ARGUMENTS(TextDatabase,
              databases_where([](const Argument &each) { return each.source == catalogue::Source::text; }));
 
+// From a file that the answer names.
+class FileDatabase : public OfArgument
+{
+protected:
+    uint32_t offset = argument.field->offset;
+
+    void answer(std::string_view name, uint32_t status = 0)
+    {
+        Bytes bytes(offset, 0xFF);
+        bytes.insert(bytes.end(), name.begin(), name.end());
+        script_exchange(IPC_OK, status, bytes);
+    }
+
+    static void expect_taken(std::string_view name)
+    {
+        ASSERT_EQ(rb_dbs(), 1u);
+        EXPECT_EQ(rb_db_at(0)->call, RB_FROM_FILE);
+        EXPECT_EQ(rb_db_at(0)->text, name);
+        ASSERT_EQ(rb_utils(), 1u);
+        EXPECT_EQ(rb_util_at(0)->call, RB_DELETE_FILE);
+        EXPECT_EQ(rb_util_at(0)->file, name);
+        EXPECT_GT(rb_util_at(0)->at, rb_db_at(0)->at);
+    }
+};
+
+TEST_P(FileDatabase, IsMadeFromTheFileAndTheFileRemoved)
+{
+    answer(std::string("/tmp/table\0rest", 15));
+    subject.call();
+    expect_taken("/tmp/table");
+}
+
+TEST_P(FileDatabase, IsTakenAlsoWhenThereIsNone)
+{
+    answer("/tmp/table");
+    rb_script_db(nullptr);
+    subject.call();
+    expect_taken("/tmp/table");
+}
+
+TEST_P(FileDatabase, IsTakenWhateverTheStatus)
+{
+    answer("/tmp/table", 4001);
+    EXPECT_EQ(subject.call(), 4001u);
+    expect_taken("/tmp/table");
+}
+
+TEST_P(FileDatabase, OfNoAnswerIsThatOfAnEmptyName)
+{
+    subject.call();
+    expect_taken("");
+}
+
+TEST_P(FileDatabase, WithoutItsNulEndsWithTheAnswer)
+{
+    const std::string endless(operation.response_size - offset, 'x');
+    answer(endless);
+    subject.call();
+    ASSERT_EQ(rb_dbs(), 1u);
+    EXPECT_LE(rb_db_at(0)->text_length, endless.size());
+    EXPECT_EQ(std::string_view(rb_db_at(0)->text),
+              std::string_view(endless).substr(0, std::min<size_t>(rb_db_at(0)->text_length, RB_TEXT_LENGTH - 1)));
+}
+
+ON_ARGUMENTS(FileDatabase,
+             databases_where([](const Argument &each) { return each.source == catalogue::Source::file; }));
+
+// Whose name is logged before it is removed.
+using LoggedFile = FileDatabase;
+
+TEST_P(LoggedFile, IsOneLineAtDebugLevelBetweenMakingAndRemoving)
+{
+    answer(std::string("/tmp/table\0rest", 15));
+    subject.call();
+    ASSERT_EQ(rb_logs(), 1u);
+    EXPECT_EQ(rb_log_at(0)->level, RB_DEBUG);
+    EXPECT_EQ(rb_log_at(0)->function, operation.logged_as);
+    EXPECT_GT(rb_log_at(0)->line, 0);
+    EXPECT_EQ(rb_log_at(0)->format, argument.logged);
+    std::string line(argument.logged);
+    EXPECT_EQ(rb_log_at(0)->text, line.replace(line.find("%s"), 2, "/tmp/table"));
+    EXPECT_GT(rb_log_at(0)->at, rb_db_at(0)->at);
+    EXPECT_LT(rb_log_at(0)->at, rb_util_at(0)->at);
+}
+
+ON_ARGUMENTS(LoggedFile, databases_where([](const Argument &each) {
+                 return each.source == catalogue::Source::file && !each.logged.empty();
+             }));
+
 // Whose text is logged first, as an error.
 using LoggedText = TextDatabase;
 
@@ -155,7 +244,9 @@ TEST_P(LoggedText, IsLoggedWhateverTheStatus)
     EXPECT_EQ(rb_logs(), 1u);
 }
 
-ON_ARGUMENTS(LoggedText, databases_where([](const Argument &each) { return !each.logged.empty(); }));
+ON_ARGUMENTS(LoggedText, databases_where([](const Argument &each) {
+                 return each.source == catalogue::Source::text && !each.logged.empty();
+             }));
 
 class HandedOutDatabase : public OfArgument
 {

@@ -31,7 +31,7 @@ TEST_P(Request, IsOneExchangeAndNoMoreIsLoggedOrAllocated)
     subject.call();
     EXPECT_EQ(rb_exchanges(), 1u);
     EXPECT_EQ(rb_logs(), lines_logged(operation));
-    EXPECT_EQ(rb_utils(), 0u);
+    EXPECT_EQ(rb_utils(), files_removed(operation));
 }
 
 TEST_P(Request, GoesToTheModuleOnItsChannel)
@@ -47,10 +47,10 @@ TEST_P(Request, GoesByTheStatedCall)
     EXPECT_EQ(only_exchange().call, stated_call(operation));
 }
 
-TEST_P(Request, IsAWholeRecord)
+TEST_P(Request, IsAWholeRecordOrAHeaderAndThePayload)
 {
     subject.call();
-    EXPECT_EQ(only_exchange().request_length, operation.record->size);
+    EXPECT_EQ(only_exchange().request_length, subject.expected_request().size());
 }
 
 TEST_P(Request, IsAlignedForWords)

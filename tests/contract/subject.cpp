@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr size_t default_block = 37;
+constexpr uint32_t payload_header = 28; // what a request with a payload has beside it
 
 // As deep as an operation's frames may reach.
 [[gnu::noinline]] void dirty_stack()
@@ -61,6 +62,7 @@ bool is_written(const Operation &operation, const Argument &argument)
     case ArgumentType::block_out:
     case ArgumentType::block_inout:
     case ArgumentType::response:
+    case ArgumentType::pblock_out:
         return true;
     case ArgumentType::u32:
     case ArgumentType::u16:
@@ -81,10 +83,22 @@ bool is_output(const Operation &operation, const Argument &argument)
     return is_written(operation, argument);
 }
 
+bool is_data_out(const Argument &argument)
+{
+    return argument.type == ArgumentType::u8_out || argument.type == ArgumentType::u16_out ||
+           argument.type == ArgumentType::u32_out || argument.type == ArgumentType::block_out ||
+           argument.type == ArgumentType::block_inout;
+}
+
 uint32_t lines_logged(const Operation &operation)
 {
     return static_cast<uint32_t>(
         std::ranges::count_if(operation.arguments, [](const Argument &each) { return !each.logged.empty(); }));
+}
+
+uint32_t files_removed(const Operation &operation)
+{
+    return static_cast<uint32_t>(std::ranges::count(operation.arguments, catalogue::Source::file, &Argument::source));
 }
 
 Subject::Subject(const Operation &operation)
@@ -121,7 +135,7 @@ Subject::Subject(const Operation &operation)
             lend(argument, Memory::to_write(pattern(sizeof(db_handle *)), true));
             break;
         case ArgumentType::text_out:
-            lend(argument, Memory::to_write(pattern(operation.record->size - argument.field->offset), false));
+            lend(argument, Memory::to_write(pattern(operation.response_size - argument.field->offset), false));
             break;
         case ArgumentType::u8_out:
             lend(argument, Memory::to_write(pattern(argument.skip + sizeof(uint8_t)), false));
@@ -136,7 +150,10 @@ Subject::Subject(const Operation &operation)
             set_room(argument, argument.size ? argument.size : default_block);
             break;
         case ArgumentType::block_inout:
-            lend(argument, Memory::to_write(pattern(argument.size), false));
+            set_room(argument, argument.size ? argument.size : default_block);
+            break;
+        case ArgumentType::pblock_out:
+            lend(argument, Memory::to_write(pattern(sizeof(void *)), true));
             break;
         case ArgumentType::response:
             lend(argument, Memory::to_write(pattern(operation.response_size), false));
@@ -193,7 +210,6 @@ uint32_t Subject::call()
 
 Bytes Subject::expected_request() const
 {
-    if (subject.record->payload) throw std::logic_error("the length of a request with a payload is not known here");
     Bytes wire(subject.record->size);
     if (const Argument *record = argument_of(ArgumentType::record)) {
         const Bytes &lent = memories[index_of(*record)].as_lent();
@@ -205,8 +221,20 @@ Bytes Subject::expected_request() const
         put(wire, argument);
     if (subject.command && subject.request != catalogue::Request::as_is)
         put_word(wire, *subject.record->command, subject.command->code);
-    wire.resize(subject.record->size);
+    for (const catalogue::Constant &constant : subject.constants)
+        put_word(wire, *constant.field, constant.value);
+    wire.resize(subject.record->payload ? payload_header + payload_length() : subject.record->size);
     return wire;
+}
+
+// Also where there is no payload: then zeros are sent.
+uint32_t Subject::payload_length() const
+{
+    for (const Argument &argument : subject.arguments)
+        if (argument.type == ArgumentType::length &&
+            subject.arguments[static_cast<size_t>(argument.other)].type != ArgumentType::block_out)
+            return number(argument);
+    return 0;
 }
 
 // An unbounded copy: the wire grows as it must.

@@ -23,8 +23,12 @@ bool is_pointer(const Argument &argument);
 bool is_written(const Operation &operation, const Argument &argument);
 // True: what the service answered goes there.
 bool is_output(const Operation &operation, const Argument &argument);
+// True: bytes of an answer, as they stand there, go there.
+bool is_data_out(const Argument &argument);
 // The lines that the operation logs when all goes well.
 uint32_t lines_logged(const Operation &operation);
+// The files that it removes then.
+uint32_t files_removed(const Operation &operation);
 
 class Subject
 {
@@ -61,6 +65,7 @@ public:
 
 private:
     size_t index_of(const Argument &argument) const;
+    uint32_t payload_length() const;
     void set_length_of(const Argument &block, uint32_t length);
     void lend(const Argument &argument, Memory memory);
     void put(Bytes &wire, const Argument &argument) const;

@@ -10,7 +10,7 @@ class TextOut : public OfArgument
 {
 protected:
     uint32_t offset = argument.field->offset;
-    uint32_t room = operation.record->size - offset;
+    uint32_t room = operation.response_size - offset;
 
     // A response, 0xFF before the text, which stands at its place with what is behind it.
     Bytes response(std::string_view text) const

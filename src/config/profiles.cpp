@@ -1,0 +1,134 @@
+// Profiles and the service's configuration, which the library passes on unread. The profile channel logs no failed
+// exchange, and its requests are as long as their payload makes them.
+#include "board/util.h"
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+namespace
+{
+
+// Sent with each payload, which starts 4 bytes before their end: so many zeros follow it.
+constexpr uint32_t header_length = 28;
+constexpr uint32_t longest_payload = sizeof(bsp_profile_msg) - header_length;
+
+constexpr uint32_t no_answer_length = 0;
+constexpr uint32_t file_name_length = 61; // of an answer with a file's name
+
+// Writes a request; returns its length.
+FRAME_SHARED uint32_t put_request(bsp_profile_msg &request, uint32_t action, uint32_t is_get, const void *payload,
+                                  uint32_t length)
+{
+    frame::clear(&request, length + header_length);
+    request.action = action;
+    request.is_get = is_get;
+    if (payload && length) __builtin_memcpy(request.data, payload, length);
+    return length + header_length;
+}
+
+// True: `result` is the service's status word, and `response` its answer, which ends as a text would. False: nothing
+// was sent, or the exchange failed, and `result` is the operation's.
+FRAME_SHARED bool ask(bsp_profile_msg &response, uint32_t action, const void *payload, uint32_t length,
+                      uint32_t answer_length, uint32_t &result)
+{
+    result = BSP_ERR_PARAM;
+    if (length > longest_payload) return false;
+    bsp_profile_msg request;
+    const uint32_t request_length = put_request(request, action, 1, payload, length);
+    frame::clear(&response, sizeof response);
+    uint32_t status = BSP_OK;
+    const int32_t ipc_result = ipc_dgram_get_exec(BSP_IPC_MODULE, BSP_MSG_PROFILE, &request, request_length, &response,
+                                                  &answer_length, &status);
+    result = ipc_result ? static_cast<uint32_t>(ipc_result) : status;
+    return ipc_result == IPC_OK;
+}
+
+// The file's name in an answer.
+const char *file_name(bsp_profile_msg &response)
+{
+    char *name = reinterpret_cast<char *>(&response) + offsetof(bsp_profile_msg, data);
+    name[sizeof response.data - 1] = '\0';
+    return name;
+}
+
+} // namespace
+
+uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out, uint32_t port, uint32_t arg)
+{
+    frame::Request<bsp_plat_msg> request{BSP_CMD_CONFIG_WRITE};
+    request->plat_port = port;
+    request->plat_arg4 = arg;
+    frame::Response response;
+    uint32_t result;
+    if (response.receive(&*request, sizeof *request, sizeof *request, result, frame::on(BSP_MSG_CFGWR)) && text_out) {
+        __builtin_strcpy(text_out, response.text(sizeof *request, offsetof(bsp_plat_msg, plat_data)));
+        if (word_out) *word_out = response.word(offsetof(bsp_plat_msg, plat_arg120));
+    }
+    return result;
+}
+
+uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t len)
+{
+    bsp_profile_msg response;
+    uint32_t result;
+    if (ask(response, action, buf, len, no_answer_length, result) && buf) __builtin_memcpy(buf, response.data, len);
+    return result;
+}
+
+uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t len, void *out, uint32_t out_len)
+{
+    bsp_profile_msg response;
+    uint32_t result;
+    if (!ask(response, action, buf, len, no_answer_length, result) || result != BSP_OK) return result;
+    if (out) {
+        const uint32_t held = out_len < sizeof response.data ? out_len : sizeof response.data;
+        __builtin_memcpy(out, response.data, held);
+        frame::clear(static_cast<char *>(out) + held, out_len - held);
+    } else if (buf) {
+        __builtin_memcpy(buf, response.data, len);
+    }
+    return result;
+}
+
+uint32_t bsp_profile_exec_get_json(uint32_t action, db_handle **db_out)
+{
+    bsp_profile_msg response;
+    uint32_t result;
+    if (!ask(response, action, nullptr, 0, file_name_length, result)) return result;
+    const char *name = file_name(response);
+    *db_out = db_create_fromfile(name);
+    userlog_debug(__func__, __LINE__, "content filename:%s", name);
+    delete_file(name);
+    return result;
+}
+
+uint32_t bsp_profile_exec_set(uint32_t action, const void *buf, uint32_t len)
+{
+    if (len > longest_payload) return BSP_ERR_PARAM;
+    bsp_profile_msg request;
+    const uint32_t request_length = put_request(request, action, 0, buf, len);
+    uint32_t status = BSP_OK;
+    const int32_t ipc_result = ipc_dgram_set_exec(BSP_IPC_MODULE, BSP_MSG_PROFILE, &request, request_length, &status);
+    return ipc_result ? static_cast<uint32_t>(ipc_result) : status;
+}
+
+uint32_t bsp_profile_exec_get_cfgwr(uint32_t action, void **data_out, uint32_t *len_out)
+{
+    bsp_profile_msg response;
+    uint32_t result;
+    if (!ask(response, action, nullptr, 0, no_answer_length, result) || result != BSP_OK || response.count == 0)
+        return result;
+    void *block = pmalloc(response.count);
+    if (!block) {
+        userlog_err(__func__, __LINE__, "pmalloc failed. action:%d", static_cast<int>(action));
+        return BSP_ERR_NOMEM;
+    }
+    const int failure = get_from_file(file_name(response), response.count, block);
+    if (failure) {
+        userlog_err(__func__, __LINE__, "get count from file failed. rv=%d", failure);
+        pfree(block);
+        return static_cast<uint32_t>(failure);
+    }
+    *data_out = block;
+    *len_out = response.count;
+    return BSP_OK;
+}

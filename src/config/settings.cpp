@@ -1,0 +1,92 @@
+// The configuration of ONUs, LOIDs and the OUI, the ARP table, UNI profiles and the batch.
+#include "board/util.h"
+#include "frame/view.h"
+
+using frame::Failure;
+using frame::on;
+using frame::Request;
+using frame::set;
+using frame::Way;
+
+namespace
+{
+
+constexpr uint32_t oui_size = 3;
+
+// The caller's record itself, with the operation's command.
+template <class Record>
+FRAME_SHARED uint32_t send(Record *record, uint32_t command, Way way)
+{
+    if (!record) return BSP_ERR_PARAM;
+    record->*frame::command_of<Record> = command;
+    return set(*record, way);
+}
+
+} // namespace
+
+uint32_t bsp_onu_ctc_set_cfg(bsp_onu_msg *rec)
+{
+    return send(rec, BSP_CMD_ONU_CONFIG_SET, on(BSP_MSG_ONU_CFG, Failure::pass));
+}
+
+uint32_t bsp_pon_onu_ctc_set_oui(const uint8_t *oui)
+{
+    if (!oui) return BSP_ERR_PARAM;
+    Request<bsp_pon_msg> request{BSP_CMD_OUI_SET};
+    request.copy<oui_size>(&bsp_pon_msg::data429, oui);
+    return set(*request, on(BSP_MSG_PON, Failure::pass));
+}
+
+uint32_t bsp_pon_onu_ctc_add_loid(bsp_pon_msg *rec)
+{
+    return send(rec, BSP_CMD_LOID_ADD, on(BSP_MSG_PON, Failure::pass));
+}
+
+uint32_t bsp_pon_onu_ctc_delete_loid(bsp_pon_msg *rec)
+{
+    return send(rec, BSP_CMD_LOID_DELETE, on(BSP_MSG_PON, Failure::pass));
+}
+
+uint32_t bsp_pon_get_onu_loidlist(uint32_t pon_port, db_handle **db_out)
+{
+    return frame::get_view(pon_port, 0, BSP_CMD_VIEW_LOID_LIST, db_out, frame::large_view, on(BSP_MSG_PON));
+}
+
+uint32_t bsp_pon_get_arptable(uint32_t pon_port, db_handle **db_out)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_ARP_TABLE};
+    request->pon_port = pon_port;
+    frame::Response response;
+    uint32_t result;
+    if (response.receive(&*request, sizeof *request, sizeof *request, result, on(BSP_MSG_PON))) {
+        const char *name = response.text(sizeof *request, offsetof(bsp_pon_msg, data429));
+        *db_out = db_create_fromfile(name);
+        delete_file(name);
+    }
+    return result;
+}
+
+uint32_t bsp_pon_prof_uni_set(uint32_t profile_id, uint16_t value, const void *body, uint32_t body_len)
+{
+    Request<bsp_pon_msg> request{BSP_CMD_UNI_PROFILE_SET};
+    request->pon_port = profile_id;
+    request->arg_value = value;
+    request.put(&bsp_pon_msg::data429, body, body_len);
+    return set(*request, on(BSP_MSG_PON, Failure::pass));
+}
+
+uint32_t bsp_pon_prof_uni_get(uint32_t profile_id, db_handle **db_out)
+{
+    return frame::get_view(profile_id, 0, BSP_CMD_VIEW_UNI_PROFILE, db_out, frame::small_view,
+                           on(BSP_MSG_PON, Failure::pass));
+}
+
+uint32_t bsp_onu_ctc_set_portcfg(bsp_onu_msg *rec)
+{
+    return send(rec, BSP_CMD_ONU_PORT_CONFIG_SET, on(BSP_MSG_ONU_CFG, Failure::pass));
+}
+
+uint32_t bsp_pon_onucfg_set_batch(uint32_t)
+{
+    return set(*Request<bsp_pon_msg>{BSP_CMD_ONU_CONFIG_BATCH}, on(BSP_MSG_PON, Failure::pass));
+}
