@@ -58,6 +58,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_MSG_LOOP_DETECT 244u /* loop detection */
 
 /* Command codes. */
+#define BSP_CMD_ONU_CONFIG_BATCH 0u /* BSP_MSG_PON: apply the configuration of ONUs, by a request without a command code */
 #define BSP_CMD_ONU_BIND_AUTO 364u /* BSP_MSG_PON: bind an ONU by MAC address, the service picks the ONU id */
 #define BSP_CMD_ONU_BIND 365u /* BSP_MSG_PON: bind an ONU by MAC address to a given ONU id */
 #define BSP_CMD_ONU_RELEASE 366u /* BSP_MSG_PON: release the binding of one ONU, by id, by MAC address, or by both */
@@ -89,7 +90,19 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_VIEW_BLACKLIST_WEB 393u /* BSP_MSG_PON: the blacklist of one PON port, or of all for port 0, for the web server */
 #define BSP_CMD_BLACKLIST_IDS 394u /* BSP_MSG_PON: which ids of a port are in use on the blacklist */
 #define BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP 395u /* BSP_MSG_PON: attributes of the UNI ports of the whole OLT, for the SNMP agent */
+#define BSP_CMD_UNI_PROFILE_SET 396u /* BSP_MSG_PON: set a UNI profile */
+#define BSP_CMD_VIEW_UNI_PROFILE 397u /* BSP_MSG_PON: a UNI profile */
 #define BSP_CMD_ONU_DESCRIPTION_SET 398u /* BSP_MSG_PON: describe a bound ONU in a text */
+#define BSP_CMD_VIEW_PORT_INFO 399u /* BSP_MSG_PON: PON ports */
+#define BSP_CMD_VIEW_BASIC_INFO 400u /* BSP_MSG_PON: the OLT */
+#define BSP_CMD_ALL_ONU_INFO 401u /* BSP_MSG_PON: all ONUs, in a text */
+#define BSP_CMD_VIEW_ONU_OPTICS 402u /* BSP_MSG_PON: optical diagnostics of the ONUs of a PON port */
+#define BSP_CMD_VIEW_ONU_OPTICS_ALL 403u /* BSP_MSG_PON: optical diagnostics of all ONUs */
+#define BSP_CMD_VIEW_ONU_STATS_ALL 404u /* BSP_MSG_PON: performance statistics of all ONUs */
+#define BSP_CMD_LOID_ADD 408u /* BSP_MSG_PON: add a LOID */
+#define BSP_CMD_LOID_DELETE 409u /* BSP_MSG_PON: delete a LOID */
+#define BSP_CMD_VIEW_LOID_LIST 410u /* BSP_MSG_PON: LOIDs of a PON port */
+#define BSP_CMD_ARP_TABLE 411u /* BSP_MSG_PON: ARP table of a PON port */
 #define BSP_CMD_VIEW_ONU_WLAN_TABLE 413u /* BSP_MSG_PON: WLANs of the ONUs of a PON port */
 #define BSP_CMD_VIEW_ONU_WAN_TABLE 414u /* BSP_MSG_PON: WAN connections of the ONUs of a PON port */
 #define BSP_CMD_VIEW_ONU_CATV_TABLE 415u /* BSP_MSG_PON: CATV ports of the ONUs of a PON port */
@@ -97,6 +110,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_VIEW_ONU_UPGRADE_STATUS 418u /* BSP_MSG_PON: image updates of ONUs */
 #define BSP_CMD_ONU_SORT_BATCH 423u /* BSP_MSG_PON: re-sort a batch of ONUs described by the caller's record */
 #define BSP_CMD_OPT_RANGE_SET 424u /* BSP_MSG_PON: set the optical ranging limits from the caller's record */
+#define BSP_CMD_OUI_SET 425u /* BSP_MSG_PON: set the OUI */
 #define BSP_CMD_ONU_SUPPORT_SET 764u /* BSP_MSG_PON: set whether an ONU, named by its MAC address, is supported */
 #define BSP_CMD_DEBUG_PON_STATS 237u /* BSP_MSG_DEBUG: counters of a PON port */
 #define BSP_CMD_DEBUG_GE_STATS 238u /* BSP_MSG_DEBUG: counters of a GE port */
@@ -190,8 +204,11 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_ONU_FEC_SET 685u /* BSP_MSG_ONU_CFG: switch forward error correction of an ONU */
 #define BSP_CMD_ONU_FEC_ABILITY_GET 686u /* BSP_MSG_ONU_CFG: whether an ONU can correct errors */
 #define BSP_CMD_ONU_IMAGE_UPDATE 694u /* BSP_MSG_ONU_CFG: have the OLT update an image of an ONU */
+#define BSP_CMD_ONU_CONFIG_WORD 707u /* BSP_MSG_ONU_CFG: the configure word of an ONU */
+#define BSP_CMD_ONU_CONFIG_SET 708u /* BSP_MSG_ONU_CFG: set the configuration of an ONU */
 #define BSP_CMD_VIEW_ONU_CONFIG 709u /* BSP_MSG_ONU_CFG: configuration of one ONU */
 #define BSP_CMD_VIEW_ONU_PORT_CONFIG 710u /* BSP_MSG_ONU_CFG: configuration of the UNI ports of one ONU */
+#define BSP_CMD_ONU_PORT_CONFIG_SET 711u /* BSP_MSG_ONU_CFG: set the configuration of a UNI port */
 #define BSP_CMD_VIEW_ONU_WAN 734u /* BSP_MSG_ONU_CFG: WAN connections of an ONU */
 #define BSP_CMD_ONU_WAN_SET 734u /* BSP_MSG_ONU_CFG: add, change or remove a WAN connection of an ONU */
 #define BSP_CMD_VIEW_ONU_WLAN 736u /* BSP_MSG_ONU_CFG: WLANs of an ONU */
@@ -235,6 +252,7 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_OPTICS_RSSI_GET 488u /* BSP_MSG_PLAT: a received signal strength (RSSI) reading */
 #define BSP_CMD_SFP_INFO_GET 489u /* BSP_MSG_PLAT: diagnostic information of an SFP cage, as a block */
 #define BSP_CMD_VIEW_SFP_INFO 490u /* BSP_MSG_PLAT: diagnostic information of an SFP cage, as a table */
+#define BSP_CMD_CONFIG_WRITE 0u /* BSP_MSG_CFGWR: the service's configuration, by a request without a command code */
 #define BSP_CMD_VIEW_VLAN_MODE_SNMP 787u /* BSP_MSG_ONU_SNMP: VLAN modes of UNI ports, for the SNMP agent */
 #define BSP_CMD_VIEW_VLAN_LIST_SNMP 788u /* BSP_MSG_ONU_SNMP: VLANs of UNI ports, for the SNMP agent */
 #define BSP_CMD_UPGRADE_TYPE_ADD 790u /* BSP_MSG_UPGRADE: add an upgrade type */
@@ -319,7 +337,7 @@ struct bsp_onu_msg {
     uint8_t onu_uni_port; /* 8: UNI (user) port number on the ONU */
     uint8_t reserved9[7]; /* zero */
     uint32_t onu_cmd; /* 16: command code */
-    uint8_t reserved20[4]; /* zero */
+    uint32_t onu_word20; /* 20: in a response: the word that is returned */
     uint32_t onu_arg24; /* 24: integer argument */
     uint8_t reserved28[324]; /* zero */
     uint8_t onu_data[1536]; /* 352: data block; in responses the returned value or text starts here */
@@ -3019,6 +3037,284 @@ BSP_PON_API uint32_t bsp_pon_onu_ctc_update_image(uint32_t pon_port, uint32_t on
  *         after a failed exchange, which is logged.
  */
 BSP_PON_API uint32_t bsp_pon_onu_ctc_set_mgmt(uint32_t pon_port, uint32_t onu_id, const void *mgmt);
+
+/* --- Bulk data --- */
+
+/**
+ * Asks for the optical diagnostics of the ONUs of a PON port.
+ *
+ * BSP_CMD_VIEW_ONU_OPTICS (402) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_optical_diag_by_pon(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the optical diagnostics of all ONUs.
+ *
+ * BSP_CMD_VIEW_ONU_OPTICS_ALL (403) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_optical_diag_data_all(db_handle **db_out);
+
+/**
+ * Asks for the performance statistics of all ONUs.
+ *
+ * BSP_CMD_VIEW_ONU_STATS_ALL (404) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_perf_stat_data_all(db_handle **db_out);
+
+/**
+ * Asks for the configure word of an ONU.
+ *
+ * BSP_CMD_ONU_CONFIG_WORD (707) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param onu_id ONU id on the port
+ * @param out receives the word
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_get_configure(uint32_t pon_port, uint32_t onu_id, uint32_t *out);
+
+/**
+ * Asks for all ONUs, in a text.
+ *
+ * BSP_CMD_ALL_ONU_INFO (401) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param text_out receives the text, at most 1023 characters and the NUL; null for none
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_allonuinfo(char *text_out);
+
+/**
+ * Asks for the PON ports.
+ *
+ * BSP_CMD_VIEW_PORT_INFO (399) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_port_info(db_handle **db_out);
+
+/**
+ * Asks for the OLT.
+ *
+ * BSP_CMD_VIEW_BASIC_INFO (400) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_basic_info(db_handle **db_out);
+
+/* --- Profiles and configuration --- */
+
+/**
+ * Asks for the service's configuration, as a text or a file's name, and a word.
+ *
+ * BSP_CMD_CONFIG_WRITE (0) on BSP_MSG_CFGWR, a bsp_plat_msg of 1148 bytes; read.
+ *
+ * @param text_out receives the text, at most 1023 characters and the NUL; null for none
+ * @param word_out receives the word; null for none
+ * @param port PON port number, or what the service takes for all
+ * @param arg what is wanted; the service knows the values
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out, uint32_t port, uint32_t arg);
+
+/**
+ * Sends a payload on the profile channel and receives the answer in its place.
+ *
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * Without `buf`, `len` zeros are sent.
+ *
+ * @param action action code; the service knows the values
+ * @param buf the payload, which the answer overwrites
+ * @param len its length in bytes, at most 4092
+ * @return the service's status word; BSP_ERR_PARAM where `len` is more than 4092, nothing sent; the IPC library's own
+ *         value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t len);
+
+/**
+ * Sends a payload on the profile channel and receives the answer in a buffer of its own, or else in the payload's
+ * place.
+ *
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.
+ *
+ * @param action action code; the service knows the values
+ * @param buf the payload, which the answer overwrites where there is no `out`
+ * @param len its length in bytes, at most 4092
+ * @param out receives the answer; then `buf` is left alone; null for none
+ * @param out_len bytes wanted
+ * @return the service's status word; BSP_ERR_PARAM where `len` is more than 4092, nothing sent; the IPC library's own
+ *         value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t len, void *out, uint32_t out_len);
+
+/**
+ * Asks for a result database on the profile channel.
+ *
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * It comes by a file that the answer names, in at most 36 characters; the file is removed.
+ *
+ * @param action action code; the service knows the values
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_profile_exec_get_json(uint32_t action, db_handle **db_out);
+
+/**
+ * Sends a payload on the profile channel.
+ *
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
+ * Without `buf`, `len` zeros are sent.
+ *
+ * @param action action code; the service knows the values
+ * @param buf the payload
+ * @param len its length in bytes, at most 4092
+ * @return the service's status word; BSP_ERR_PARAM where `len` is more than 4092, nothing sent; the IPC library's own
+ *         value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_profile_exec_set(uint32_t action, const void *buf, uint32_t len);
+
+/**
+ * Asks for a result file on the profile channel, and reads it into memory.
+ *
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The file stays.
+ *
+ * @param action action code; the service knows the values
+ * @param data_out receives a block that the caller owns and releases with pfree; not written where the status is not 0
+ *        or the file is empty
+ * @param len_out receives its length in bytes; not written where the block is not
+ * @return the service's status word; BSP_ERR_NOMEM where there is no memory for the file, and what reading it failed
+ *         with, both logged; the IPC library's own value after a failed exchange, which is not logged.
+ */
+BSP_PON_API uint32_t bsp_profile_exec_get_cfgwr(uint32_t action, void **data_out, uint32_t *len_out);
+
+/* --- ONU configuration, LOIDs and UNI profiles --- */
+
+/**
+ * Sets the configuration of an ONU.
+ *
+ * BSP_CMD_ONU_CONFIG_SET (708) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param rec the configuration, 1888 bytes; its command becomes the command code and stays so; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `rec` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_set_cfg(bsp_onu_msg *rec);
+
+/**
+ * Sets the OUI that remote ONUs are known by.
+ *
+ * BSP_CMD_OUI_SET (425) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param oui the OUI, 3 bytes in transmission order; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `oui` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_set_oui(const uint8_t *oui);
+
+/**
+ * Adds a LOID to a PON port.
+ *
+ * BSP_CMD_LOID_ADD (408) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; write.
+ *
+ * @param rec `pon_port` and what the service takes for the LOID, 944 bytes; its command becomes the command code and
+ *        stays so; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `rec` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_add_loid(bsp_pon_msg *rec);
+
+/**
+ * Deletes a LOID of a PON port.
+ *
+ * BSP_CMD_LOID_DELETE (409) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; write.
+ *
+ * @param rec `pon_port` and what the service takes for the LOID, 944 bytes; its command becomes the command code and
+ *        stays so; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `rec` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onu_ctc_delete_loid(bsp_pon_msg *rec);
+
+/**
+ * Asks for the LOIDs of a PON port.
+ *
+ * BSP_CMD_VIEW_LOID_LIST (410) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_onu_loidlist(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Asks for the ARP table of a PON port.
+ *
+ * BSP_CMD_ARP_TABLE (411) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ * It comes by a file that the answer names; the file is removed.
+ *
+ * @param pon_port PON port number
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_get_arptable(uint32_t pon_port, db_handle **db_out);
+
+/**
+ * Sets a UNI profile.
+ *
+ * BSP_CMD_UNI_PROFILE_SET (396) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; write.
+ *
+ * @param profile_id number of the profile
+ * @param value passed to the service with the profile
+ * @param body the profile
+ * @param body_len its length in bytes; up to 515 are sent
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_prof_uni_set(uint32_t profile_id, uint16_t value, const void *body, uint32_t body_len);
+
+/**
+ * Asks for a UNI profile.
+ *
+ * BSP_CMD_VIEW_UNI_PROFILE (397) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; read.
+ *
+ * @param profile_id number of the profile
+ * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_prof_uni_get(uint32_t profile_id, db_handle **db_out);
+
+/**
+ * Sets the configuration of a UNI port of an ONU.
+ *
+ * BSP_CMD_ONU_PORT_CONFIG_SET (711) on BSP_MSG_ONU_CFG, a bsp_onu_msg of 1888 bytes; service-affecting.
+ *
+ * @param rec the configuration, 1888 bytes; its command becomes the command code and stays so; must not be null
+ * @return the service's status word; BSP_ERR_PARAM where `rec` is null, nothing sent; the IPC library's own value
+ *         after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_onu_ctc_set_portcfg(bsp_onu_msg *rec);
+
+/**
+ * Has the service apply the configuration of ONUs.
+ *
+ * BSP_CMD_ONU_CONFIG_BATCH (0) on BSP_MSG_PON, a bsp_pon_msg of 944 bytes; service-affecting.
+ *
+ * @param value not used: the request is all zero
+ * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
+ */
+BSP_PON_API uint32_t bsp_pon_onucfg_set_batch(uint32_t value);
 
 #ifdef __cplusplus
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "board/datastore.h"
+#include "board/util.h"
 #include "errors.h"
 #include "words.h"
 
@@ -20,6 +21,8 @@ namespace
 // Of what comes out of an answer, in bytes: more than that is a slip of the keyboard.
 constexpr uint32_t greatest_wanted = 1048576;
 
+constexpr size_t longest_payload = 4092; // bytes
+
 } // namespace
 
 bool is_output(const Argument &argument)
@@ -31,6 +34,7 @@ bool is_output(const Argument &argument)
     case ArgumentType::u16_out:
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
+    case ArgumentType::pblock_out:
     case ArgumentType::response:
         return true;
     case ArgumentType::u32:
@@ -78,7 +82,7 @@ bool is_ignored(const Argument &argument)
 
 bool is_sized_block(const Argument &argument)
 {
-    return argument.type == ArgumentType::block_inout || (argument.type == ArgumentType::block && argument.size > 0);
+    return (argument.type == ArgumentType::block_inout || argument.type == ArgumentType::block) && argument.size > 0;
 }
 
 bool takes_fields(const Operation &operation, const Argument &argument)
@@ -118,6 +122,7 @@ std::string form_of(const Operation &operation, const Argument &argument)
     case ArgumentType::u16_out:
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
+    case ArgumentType::pblock_out:
     case ArgumentType::response:
         break;
     }
@@ -147,6 +152,7 @@ std::string_view type_name(const Operation &operation, const Argument &argument)
     case ArgumentType::block:
     case ArgumentType::block_out:
     case ArgumentType::block_inout:
+    case ArgumentType::pblock_out:
         return "block";
     case ArgumentType::record:
         return "record";
@@ -319,7 +325,10 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
             set_block(index, *assignment, allow_long);
         return;
     case ArgumentType::block_inout:
-        set_sized_block(index, given, allow_long);
+        if (argument.size > 0)
+            set_sized_block(index, given, allow_long);
+        else if (assignment)
+            set_payload(index, *assignment);
         return;
     case ArgumentType::block_out: // set with its length where it has one
         set_room(index, argument.size ? argument.size : argument.field->size);
@@ -342,6 +351,9 @@ void Arguments::set(size_t index, const Given &given, bool allow_long)
     case ArgumentType::db:
         value.pointer = &owned.database;
         return;
+    case ArgumentType::pblock_out:
+        value.pointer = &owned.block;
+        return;
     case ArgumentType::text_out:
     case ArgumentType::response:
         owned.bytes.resize(called.response_size);
@@ -359,6 +371,17 @@ void Arguments::set_block(size_t index, const Assignment &assignment, bool allow
     // An empty block is still one: its address must not be null.
     block.reserve(1);
     passed[index].pointer = block.data();
+}
+
+// A payload stands where the answer will stand that takes its place.
+void Arguments::set_payload(size_t index, const Assignment &assignment)
+{
+    const Bytes payload = parse_block(assignment.name, assignment.value);
+    if (payload.size() > longest_payload)
+        throw UsageError(assignment.name + ": " + std::to_string(payload.size()) + " bytes are more than the " +
+                         std::to_string(longest_payload) + " of a payload");
+    set_room(index, static_cast<uint32_t>(payload.size()));
+    std::ranges::copy(payload, memory[index].bytes.end() - static_cast<ptrdiff_t>(payload.size()));
 }
 
 void Arguments::set_sized_block(size_t index, const Given &given, bool allow_long)
@@ -393,10 +416,26 @@ void Arguments::settle()
 {
     for (size_t index = 0; index < passed.size(); ++index) {
         const Argument &argument = called.arguments[index];
-        if (argument.type != ArgumentType::u16_out) continue;
-        memory[index].bytes.resize(argument.field->offset);
-        memory[index].bytes.push_back(static_cast<uint8_t>(memory[index].number));
+        Memory &owned = memory[index];
+        if (argument.type == ArgumentType::u16_out) {
+            owned.bytes.resize(argument.field->offset);
+            owned.bytes.push_back(static_cast<uint8_t>(owned.number));
+        } else if (argument.type == ArgumentType::pblock_out && owned.block) {
+            const auto *start = static_cast<const uint8_t *>(owned.block);
+            owned.bytes.assign(start, start + delivered_length());
+            pfree(owned.block);
+        }
     }
+}
+
+// Of the block of the board's memory.
+uint32_t Arguments::delivered_length() const
+{
+    uint32_t length = 0;
+    for (size_t index = 0; index < passed.size(); ++index)
+        if (called.arguments[index].type == ArgumentType::u32_out)
+            std::memcpy(&length, passed[index].pointer, sizeof length);
+    return length;
 }
 
 // How many bytes of an answer are wanted: all that it can hold, unless it is stated.
@@ -417,7 +456,9 @@ void Arguments::set_length(size_t index, const Given &given)
     const Argument &argument = called.arguments[index];
     const auto block = static_cast<size_t>(argument.other);
     if (is_output(called.arguments[block])) return set_wanted(index, given);
-    const auto size = static_cast<uint32_t>(memory[block].bytes.size());
+    const uint32_t start =
+        called.arguments[block].type == ArgumentType::block_inout ? called.arguments[block].field->offset : 0;
+    const auto size = static_cast<uint32_t>(passed[block].pointer ? memory[block].bytes.size() - start : 0);
     passed[index].number = size;
     if (!given.whole[index]) return;
     const uint32_t stated = parse_number(argument.name, given.whole[index]->value);

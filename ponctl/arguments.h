@@ -43,8 +43,9 @@ public:
 private:
     struct Memory {
         Bytes bytes;
-        uint16_t number = 0; // of a byte that comes out widened
-        uint32_t wanted = 0; // of a length that is read through a pointer
+        uint16_t number = 0;   // of a byte that comes out widened
+        uint32_t wanted = 0;   // of a length that is read through a pointer
+        void *block = nullptr; // of the board's memory, as it was delivered
         db_handle *database = nullptr;
     };
     struct Given; // the assignments, sorted out by argument
@@ -52,7 +53,9 @@ private:
     void set(size_t index, const Given &given, bool allow_long);
     void set_record(size_t index, const Given &given, bool allow_long);
     void set_room(size_t index, uint32_t size);
+    void set_payload(size_t index, const Assignment &assignment);
     void set_length(size_t index, const Given &given);
+    uint32_t delivered_length() const;
     void set_wanted(size_t index, const Given &given);
     void set_block(size_t index, const Assignment &assignment, bool allow_long);
     void set_sized_block(size_t index, const Given &given, bool allow_long);

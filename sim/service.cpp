@@ -36,8 +36,18 @@ Message message_of(const board_request &request)
     return {request.msg_type, request.data, request.length, call_of(request)};
 }
 
-void answer_with(const Reply &reply, const Message &message, board_answer *answer)
+// The answer with the name of a result file in it.
+std::string naming(std::string answer, const ResultFile &file, const std::string &name)
 {
+    if (answer.size() < file.name_at + name.size() + 1) answer.resize(file.name_at + name.size() + 1);
+    answer.replace(file.name_at, name.size(), name);
+    return answer;
+}
+
+void answer_with(Reply reply, const Message &message, ResultFiles &files, board_answer *answer)
+{
+    if (reply.file)
+        reply.answer = naming(reply.answer.value_or(std::string()), *reply.file, files.write(reply.file->content));
     board_answer_status(answer, reply.status);
     if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
     if (!reply.understood || !is_get(message)) return;
@@ -53,7 +63,7 @@ void answer_with(const Reply &reply, const Message &message, board_answer *answe
 } // namespace
 
 Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode)
-    : simulator(served), clock(time), access(rules)
+    : simulator(served), clock(time), access(rules), files(mode)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
@@ -89,7 +99,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
         const std::lock_guard lock(self.turn);
         self.simulator.advance(self.clock.now());
         const Message message = message_of(*request);
-        answer_with(self.simulator.handle(message), message, answer);
+        answer_with(self.simulator.handle(message), message, self.files, answer);
         self.tell();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());

@@ -8,6 +8,7 @@
 #include "access.h"
 #include "board/service.h"
 #include "clock.h"
+#include "files.h"
 #include "simulator.h"
 
 namespace ponsim
@@ -41,6 +42,7 @@ private:
     Simulator &simulator;
     Clock &clock;
     const Access &access;
+    ResultFiles files;
     std::mutex turn;     // of the two services, each of which calls one at a time
     std::string refusal; // the text that the last refusal was reported with
     std::string control_refusal;

@@ -46,8 +46,12 @@ uint32_t command_channel(const Message &message)
 std::optional<uint32_t> command_of(const Message &message)
 {
     const catalogue::Channel *channel = catalogue::find_channel(command_channel(message));
-    if (!channel || !channel->record->command || message.length != channel->record->size) return std::nullopt;
-    return Request{message.data}.read<uint32_t>(channel->record->command->offset);
+    if (!channel) return std::nullopt;
+    const catalogue::Record &record = *channel->record;
+    const bool fits = record.payload ? message.length >= payload_header && message.length <= record.size
+                                     : message.length == record.size;
+    if (!record.command || !fits) return std::nullopt;
+    return Request{message.data, message.length}.read<uint32_t>(record.command->offset);
 }
 
 Simulator::Simulator(Store &store, const WantedSettings &wanted)
@@ -93,7 +97,7 @@ Reply Simulator::handle(const Message &message)
     const Handler *handler = find_handler(command_channel(message), *command, message.call);
     if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
 
-    Outcome outcome = handler->handle(model, {message.data});
+    Outcome outcome = handler->handle(model, {message.data, message.length});
     if (outcome.change.empty()) {
         note(outcome.change);
     } else {
@@ -103,7 +107,9 @@ Reply Simulator::handle(const Message &message)
             return {PON_ERR_STORE, true, {}, {}, error.what()};
         }
     }
-    return {outcome.status, true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem)};
+    return {
+        outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),
+        std::move(outcome.file)};
 }
 
 } // namespace ponsim

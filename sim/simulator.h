@@ -38,6 +38,7 @@ struct Reply {
     std::optional<std::string> result = {}; // goes out under the command code
     std::optional<std::string> answer = {}; // the answer's bytes; else those of the request's record
     std::string problem = {};               // for the service's log
+    std::optional<ResultFile> file = {};
 };
 
 // What is asked of the OLT. What is left open is as the store has it, or else as in Settings.

@@ -49,6 +49,7 @@ constexpr Field bsp_onu_msg_fields[] = {
     {"onu_onu_id", FieldType::u32, 4, 4, "", 1, "ONU id on the port"},
     {"onu_uni_port", FieldType::u8, 8, 1, "", 1, "UNI (user) port number on the ONU"},
     {"onu_cmd", FieldType::u32, 16, 4, "", 1, "command code"},
+    {"onu_word20", FieldType::u32, 20, 4, "", 1, "in a response: the word that is returned"},
     {"onu_arg24", FieldType::u32, 24, 4, "", 1, "integer argument"},
     {"onu_data", FieldType::bytes, 352, 1536, "", 1, "data block; in responses the returned value or text starts here"},
 };
@@ -83,6 +84,7 @@ constexpr Channel all_channels[] = {
 };
 
 constexpr Command all_commands[] = {
+    {"BSP_CMD_ONU_CONFIG_BATCH", 0, &all_channels[0], Class::service_affecting, Call::set, "apply the configuration of ONUs, by a request without a command code"},
     {"BSP_CMD_ONU_BIND_AUTO", 364, &all_channels[0], Class::service_affecting, std::nullopt, "bind an ONU by MAC address, the service picks the ONU id"},
     {"BSP_CMD_ONU_BIND", 365, &all_channels[0], Class::service_affecting, std::nullopt, "bind an ONU by MAC address to a given ONU id"},
     {"BSP_CMD_ONU_RELEASE", 366, &all_channels[0], Class::service_affecting, std::nullopt, "release the binding of one ONU, by id, by MAC address, or by both"},
@@ -114,7 +116,19 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_VIEW_BLACKLIST_WEB", 393, &all_channels[0], Class::read, std::nullopt, "the blacklist of one PON port, or of all for port 0, for the web server"},
     {"BSP_CMD_BLACKLIST_IDS", 394, &all_channels[0], Class::read, std::nullopt, "which ids of a port are in use on the blacklist"},
     {"BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP", 395, &all_channels[0], Class::read, std::nullopt, "attributes of the UNI ports of the whole OLT, for the SNMP agent"},
+    {"BSP_CMD_UNI_PROFILE_SET", 396, &all_channels[0], Class::write, std::nullopt, "set a UNI profile"},
+    {"BSP_CMD_VIEW_UNI_PROFILE", 397, &all_channels[0], Class::read, std::nullopt, "a UNI profile"},
     {"BSP_CMD_ONU_DESCRIPTION_SET", 398, &all_channels[0], Class::write, std::nullopt, "describe a bound ONU in a text"},
+    {"BSP_CMD_VIEW_PORT_INFO", 399, &all_channels[0], Class::read, std::nullopt, "PON ports"},
+    {"BSP_CMD_VIEW_BASIC_INFO", 400, &all_channels[0], Class::read, std::nullopt, "the OLT"},
+    {"BSP_CMD_ALL_ONU_INFO", 401, &all_channels[0], Class::read, std::nullopt, "all ONUs, in a text"},
+    {"BSP_CMD_VIEW_ONU_OPTICS", 402, &all_channels[0], Class::read, std::nullopt, "optical diagnostics of the ONUs of a PON port"},
+    {"BSP_CMD_VIEW_ONU_OPTICS_ALL", 403, &all_channels[0], Class::read, std::nullopt, "optical diagnostics of all ONUs"},
+    {"BSP_CMD_VIEW_ONU_STATS_ALL", 404, &all_channels[0], Class::read, std::nullopt, "performance statistics of all ONUs"},
+    {"BSP_CMD_LOID_ADD", 408, &all_channels[0], Class::write, std::nullopt, "add a LOID"},
+    {"BSP_CMD_LOID_DELETE", 409, &all_channels[0], Class::write, std::nullopt, "delete a LOID"},
+    {"BSP_CMD_VIEW_LOID_LIST", 410, &all_channels[0], Class::read, std::nullopt, "LOIDs of a PON port"},
+    {"BSP_CMD_ARP_TABLE", 411, &all_channels[0], Class::read, std::nullopt, "ARP table of a PON port"},
     {"BSP_CMD_VIEW_ONU_WLAN_TABLE", 413, &all_channels[0], Class::read, std::nullopt, "WLANs of the ONUs of a PON port"},
     {"BSP_CMD_VIEW_ONU_WAN_TABLE", 414, &all_channels[0], Class::read, std::nullopt, "WAN connections of the ONUs of a PON port"},
     {"BSP_CMD_VIEW_ONU_CATV_TABLE", 415, &all_channels[0], Class::read, std::nullopt, "CATV ports of the ONUs of a PON port"},
@@ -122,6 +136,7 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_VIEW_ONU_UPGRADE_STATUS", 418, &all_channels[0], Class::read, std::nullopt, "image updates of ONUs"},
     {"BSP_CMD_ONU_SORT_BATCH", 423, &all_channels[0], Class::service_affecting, std::nullopt, "re-sort a batch of ONUs described by the caller's record"},
     {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, std::nullopt, "set the optical ranging limits from the caller's record"},
+    {"BSP_CMD_OUI_SET", 425, &all_channels[0], Class::service_affecting, std::nullopt, "set the OUI"},
     {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, std::nullopt, "set whether an ONU, named by its MAC address, is supported"},
     {"BSP_CMD_DEBUG_PON_STATS", 237, &all_channels[2], Class::read, std::nullopt, "counters of a PON port"},
     {"BSP_CMD_DEBUG_GE_STATS", 238, &all_channels[2], Class::read, std::nullopt, "counters of a GE port"},
@@ -215,8 +230,11 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_ONU_FEC_SET", 685, &all_channels[4], Class::service_affecting, Call::set, "switch forward error correction of an ONU"},
     {"BSP_CMD_ONU_FEC_ABILITY_GET", 686, &all_channels[4], Class::read, std::nullopt, "whether an ONU can correct errors"},
     {"BSP_CMD_ONU_IMAGE_UPDATE", 694, &all_channels[4], Class::service_affecting, std::nullopt, "have the OLT update an image of an ONU"},
+    {"BSP_CMD_ONU_CONFIG_WORD", 707, &all_channels[4], Class::read, std::nullopt, "the configure word of an ONU"},
+    {"BSP_CMD_ONU_CONFIG_SET", 708, &all_channels[4], Class::service_affecting, std::nullopt, "set the configuration of an ONU"},
     {"BSP_CMD_VIEW_ONU_CONFIG", 709, &all_channels[4], Class::read, std::nullopt, "configuration of one ONU"},
     {"BSP_CMD_VIEW_ONU_PORT_CONFIG", 710, &all_channels[4], Class::read, std::nullopt, "configuration of the UNI ports of one ONU"},
+    {"BSP_CMD_ONU_PORT_CONFIG_SET", 711, &all_channels[4], Class::service_affecting, std::nullopt, "set the configuration of a UNI port"},
     {"BSP_CMD_VIEW_ONU_WAN", 734, &all_channels[4], Class::read, Call::get, "WAN connections of an ONU"},
     {"BSP_CMD_ONU_WAN_SET", 734, &all_channels[4], Class::service_affecting, Call::set, "add, change or remove a WAN connection of an ONU"},
     {"BSP_CMD_VIEW_ONU_WLAN", 736, &all_channels[4], Class::read, Call::get, "WLANs of an ONU"},
@@ -260,6 +278,7 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_OPTICS_RSSI_GET", 488, &all_channels[5], Class::read, std::nullopt, "a received signal strength (RSSI) reading"},
     {"BSP_CMD_SFP_INFO_GET", 489, &all_channels[5], Class::read, std::nullopt, "diagnostic information of an SFP cage, as a block"},
     {"BSP_CMD_VIEW_SFP_INFO", 490, &all_channels[5], Class::read, std::nullopt, "diagnostic information of an SFP cage, as a table"},
+    {"BSP_CMD_CONFIG_WRITE", 0, &all_channels[6], Class::read, std::nullopt, "the service's configuration, by a request without a command code"},
     {"BSP_CMD_VIEW_VLAN_MODE_SNMP", 787, &all_channels[7], Class::read, std::nullopt, "VLAN modes of UNI ports, for the SNMP agent"},
     {"BSP_CMD_VIEW_VLAN_LIST_SNMP", 788, &all_channels[7], Class::read, std::nullopt, "VLANs of UNI ports, for the SNMP agent"},
     {"BSP_CMD_UPGRADE_TYPE_ADD", 790, &all_channels[8], Class::write, std::nullopt, "add an upgrade type"},
@@ -329,13 +348,13 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_SNOOPING", 4080, false, "the ONU does IGMP/MLD snooping; switch it to controllable multicast first"},
 };
 
-constexpr const Command *auth_record_commands[] = {&all_commands[12]};
+constexpr const Command *auth_record_commands[] = {&all_commands[13]};
 
 constexpr Field auth_record_fields[] = {
     {"remove", FieldType::u32, 432, 4, "", 1, "1 removes the record of the LOID, else 0"},
 };
 
-constexpr const Command *auth_counts_commands[] = {&all_commands[13]};
+constexpr const Command *auth_counts_commands[] = {&all_commands[14]};
 
 constexpr Field auth_counts_fields[] = {
     {"records", FieldType::u32, 432, 4, "", 1, "authentication records"},
@@ -345,26 +364,26 @@ constexpr Field auth_counts_fields[] = {
     {"rejected", FieldType::u32, 448, 4, "", 1, "ONUs on the fibre that are on the black list"},
 };
 
-constexpr const Command *onu_confirm_commands[] = {&all_commands[15]};
+constexpr const Command *onu_confirm_commands[] = {&all_commands[16]};
 
 constexpr Field onu_confirm_fields[] = {
     {"by_mode", FieldType::u8, 16, 1, "", 1, "0: the port's authentication does not concern the ONU while it is bound; 1: it does, so that a LOID mode may still turn it away"},
 };
 
-constexpr const Command *onu_batch_commands[] = {&all_commands[3], &all_commands[4], &all_commands[37], &all_commands[9]};
+constexpr const Command *onu_batch_commands[] = {&all_commands[4], &all_commands[5], &all_commands[50], &all_commands[10]};
 
 constexpr Field onu_batch_fields[] = {
     {"onu_set", FieldType::idset, 432, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *opt_range_commands[] = {&all_commands[38]};
+constexpr const Command *opt_range_commands[] = {&all_commands[51]};
 
 constexpr Field opt_range_fields[] = {
     {"min_distance", FieldType::u32, 432, 4, "m", 1, "nearest ONU that is ranged, at most max_distance"},
     {"max_distance", FieldType::u32, 436, 4, "m", 1, "farthest ONU that is ranged, at most 20000"},
 };
 
-constexpr const Command *port_stats_commands[] = {&all_commands[40], &all_commands[41]};
+constexpr const Command *port_stats_commands[] = {&all_commands[54], &all_commands[55]};
 
 constexpr Field port_stats_fields[] = {
     {"in_octets", FieldType::u64, 124, 8, "octets", 1, "received, of frames without errors (ifHCInOctets)"},
@@ -389,7 +408,7 @@ constexpr Field port_stats_fields[] = {
     {"frames_1024_1518", FieldType::u64, 276, 8, "frames", 1, "of 1024 to 1518 octets (etherStatsPkts1024to1518Octets)"},
 };
 
-constexpr const Command *ge_phy_commands[] = {&all_commands[42]};
+constexpr const Command *ge_phy_commands[] = {&all_commands[56]};
 
 constexpr Field ge_phy_fields[] = {
     {"control", FieldType::u16, 124, 2, "", 1, "register 0: bit 14 loopback, 13 and 6 speed (01: 1000 Mbit/s), 12 auto-negotiation, 11 power down, 10 isolate, 8 full duplex"},
@@ -404,19 +423,19 @@ constexpr Field ge_phy_fields[] = {
     {"extended_status", FieldType::u16, 142, 2, "", 1, "register 15: bit 15 1000BASE-X full duplex, 14 1000BASE-X half duplex"},
 };
 
-constexpr const Command *ge_phy_control_commands[] = {&all_commands[43]};
+constexpr const Command *ge_phy_control_commands[] = {&all_commands[57]};
 
 constexpr Field ge_phy_control_fields[] = {
     {"control", FieldType::u8, 124, 1, "", 1, "the upper byte of the control register: bit 7 reset (to auto-negotiation and full duplex, whatever the others), 6 loopback, 5 is refused (100 Mbit/s), 4 auto-negotiation, 3 power down, 2 isolate, 1 restart auto-negotiation (done at once), 0 full duplex"},
 };
 
-constexpr const Command *behavior_view_commands[] = {&all_commands[44], &all_commands[45]};
+constexpr const Command *behavior_view_commands[] = {&all_commands[58], &all_commands[59]};
 
 constexpr Field behavior_view_fields[] = {
     {"selector", FieldType::u32, 120, 4, "", 1, "0 the PON port, 1 the GE port (1 to 4)"},
 };
 
-constexpr const Command *ingress_commands[] = {&all_commands[44]};
+constexpr const Command *ingress_commands[] = {&all_commands[58]};
 
 constexpr Field ingress_fields[] = {
     {"vlan_mode", FieldType::u8, 124, 1, "", 1, "0: tags pass unchanged"},
@@ -441,7 +460,7 @@ constexpr Field ingress_fields[] = {
     {"policing", FieldType::u8, 177, 1, "", 1, "1 where policing is on"},
 };
 
-constexpr const Command *egress_commands[] = {&all_commands[45]};
+constexpr const Command *egress_commands[] = {&all_commands[59]};
 
 constexpr Field egress_fields[] = {
     {"tagging", FieldType::u8, 124, 1, "", 1, "0: frames leave as they are"},
@@ -450,7 +469,7 @@ constexpr Field egress_fields[] = {
     {"shaping_rate", FieldType::u32, 128, 4, "kbit/s", 1, "rate limit"},
 };
 
-constexpr const Command *pon_mac_commands[] = {&all_commands[46]};
+constexpr const Command *pon_mac_commands[] = {&all_commands[60]};
 
 constexpr Field pon_mac_fields[] = {
     {"registered", FieldType::u32, 124, 4, "", 1, "bound ONUs that are online"},
@@ -467,7 +486,7 @@ constexpr Field pon_mac_fields[] = {
     {"uplink", FieldType::u8, 159, 1, "", 1, "GE port that the traffic goes through"},
 };
 
-constexpr const Command *mpcp_commands[] = {&all_commands[145]};
+constexpr const Command *mpcp_commands[] = {&all_commands[162]};
 
 constexpr Field mpcp_fields[] = {
     {"discovery_interval", FieldType::u32, 124, 4, "ms", 1, "1: from one discovery window to the next, 100 to 10000; at first 1000"},
@@ -480,7 +499,7 @@ constexpr Field mpcp_fields[] = {
     {"fec", FieldType::u32, 152, 4, "", 1, "3: 1 with forward error correction, else 0; at first 0"},
 };
 
-constexpr const Command *ge_mac_commands[] = {&all_commands[49]};
+constexpr const Command *ge_mac_commands[] = {&all_commands[63]};
 
 constexpr Field ge_mac_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
@@ -498,7 +517,7 @@ constexpr Field ge_mac_fields[] = {
     {"promiscuous", FieldType::u8, 145, 1, "", 1, "1: it takes frames to any address"},
 };
 
-constexpr const Command *xaui_mac_commands[] = {&all_commands[50]};
+constexpr const Command *xaui_mac_commands[] = {&all_commands[64]};
 
 constexpr Field xaui_mac_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
@@ -515,7 +534,7 @@ constexpr Field xaui_mac_fields[] = {
     {"out_load", FieldType::u32, 148, 4, "kbit/s", 1, "offered by the ONUs for the network, now"},
 };
 
-constexpr const Command *xaui_phy_commands[] = {&all_commands[51]};
+constexpr const Command *xaui_phy_commands[] = {&all_commands[65]};
 
 constexpr Field xaui_phy_fields[] = {
     {"control", FieldType::u16, 124, 2, "", 1, "register 0: bits 13 and 6 speed (11: 10 Gbit/s), 14 loopback, 11 low power"},
@@ -526,7 +545,7 @@ constexpr Field xaui_phy_fields[] = {
     {"test", FieldType::u16, 134, 2, "", 1, "register 25: bit 2 test pattern on, 1 and 0 which"},
 };
 
-constexpr const Command *mgmt_cfg_commands[] = {&all_commands[55]};
+constexpr const Command *mgmt_cfg_commands[] = {&all_commands[69]};
 
 constexpr Field mgmt_cfg_fields[] = {
     {"enabled", FieldType::u8, 124, 1, "", 1, "1 where it is enabled"},
@@ -534,26 +553,26 @@ constexpr Field mgmt_cfg_fields[] = {
     {"speed", FieldType::u16, 126, 2, "Mbit/s", 1, "its speed"},
 };
 
-constexpr const Command *fdb_dump_commands[] = {&all_commands[54]};
+constexpr const Command *fdb_dump_commands[] = {&all_commands[68]};
 
 constexpr Field fdb_dump_fields[] = {
     {"selector", FieldType::u32, 120, 4, "", 1, "0 all entries, 1 dynamic ones, 2 static ones"},
 };
 
-constexpr const Command *debug_switch_commands[] = {&all_commands[56], &all_commands[57]};
+constexpr const Command *debug_switch_commands[] = {&all_commands[70], &all_commands[71]};
 
 constexpr Field debug_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "1 on, 0 off"},
     {"pon_port", FieldType::u32, 120, 4, "", 1, "PON port, 0 for all"},
 };
 
-constexpr const Command *vlan_view_commands[] = {&all_commands[177], &all_commands[178]};
+constexpr const Command *vlan_view_commands[] = {&all_commands[195], &all_commands[196]};
 
 constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", 1, "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
-constexpr const Command *sla_commands[] = {&all_commands[156]};
+constexpr const Command *sla_commands[] = {&all_commands[173]};
 
 constexpr Field sla_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -563,7 +582,7 @@ constexpr Field sla_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority, 1 to 100"},
 };
 
-constexpr const Command *sla_of_onu_commands[] = {&all_commands[157], &all_commands[58]};
+constexpr const Command *sla_of_onu_commands[] = {&all_commands[174], &all_commands[72]};
 
 constexpr Field sla_of_onu_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -573,19 +592,19 @@ constexpr Field sla_of_onu_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority"},
 };
 
-constexpr const Command *sla_down_commands[] = {&all_commands[161]};
+constexpr const Command *sla_down_commands[] = {&all_commands[178]};
 
 constexpr Field sla_down_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded, at most 1000000; 0 takes the SLA away: the default holds again, which is 1000000"},
 };
 
-constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[162]};
+constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[179]};
 
 constexpr Field sla_down_of_onu_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded: what was stored, or the default, which is 1000000"},
 };
 
-constexpr const Command *sla_of_port_commands[] = {&all_commands[158]};
+constexpr const Command *sla_of_port_commands[] = {&all_commands[175]};
 
 constexpr Field sla_of_port_fields[] = {
     {"onus", FieldType::u32, 124, 4, "", 1, "bound ONUs with a stored SLA"},
@@ -595,7 +614,7 @@ constexpr Field sla_of_port_fields[] = {
     {"free", FieldType::u32, 140, 4, "kbit/s", 1, "what is left of it"},
 };
 
-constexpr const Command *p2p_switch_commands[] = {&all_commands[149]};
+constexpr const Command *p2p_switch_commands[] = {&all_commands[166]};
 
 constexpr Field p2p_switch_fields[] = {
     {"port", FieldType::u32, 96, 4, "", 1, "PON port number, 0 all ports"},
@@ -603,13 +622,13 @@ constexpr Field p2p_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "0 off, 1 on"},
 };
 
-constexpr const Command *p2p_own_port_commands[] = {&all_commands[150]};
+constexpr const Command *p2p_own_port_commands[] = {&all_commands[167]};
 
 constexpr Field p2p_own_port_fields[] = {
     {"own_port", FieldType::u32, 116, 4, "", 1, "GE uplink, 1 to 4, that takes the frames of the PON port that P2P forwarding leaves; 0 any, as at first"},
 };
 
-constexpr const Command *p2p_of_port_commands[] = {&all_commands[151]};
+constexpr const Command *p2p_of_port_commands[] = {&all_commands[168]};
 
 constexpr Field p2p_of_port_fields[] = {
     {"on", FieldType::u32, 100, 4, "", 1, "the switch of the port: 0 off, 1 on"},
@@ -623,7 +642,7 @@ constexpr Field p2p_of_port_fields[] = {
     {"onu_set", FieldType::idset, 136, 16, "", 1, "bound ONUs that the switch is on for, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *p2p_config_commands[] = {&all_commands[154]};
+constexpr const Command *p2p_config_commands[] = {&all_commands[171]};
 
 constexpr Field p2p_config_fields[] = {
     {"rate", FieldType::u32, 124, 4, "kbit/s", 1, "of all frames between ONUs together, at most 1000000; 0 not limited"},
@@ -633,7 +652,7 @@ constexpr Field p2p_config_fields[] = {
     {"multicast", FieldType::u8, 133, 1, "", 1, "1 to forward multicast frames, else 0"},
 };
 
-constexpr const Command *p2p_entry_commands[] = {&all_commands[153]};
+constexpr const Command *p2p_entry_commands[] = {&all_commands[170]};
 
 constexpr Field p2p_entry_fields[] = {
     {"action", FieldType::u16, 124, 2, "", 1, "1 forward, 2 drop, 0 remove the entry"},
@@ -643,7 +662,7 @@ constexpr Field p2p_entry_fields[] = {
     {"rate", FieldType::u32, 132, 4, "kbit/s", 1, "at most 1000000; 0 not limited"},
 };
 
-constexpr const Command *llid_behavior_commands[] = {&all_commands[155]};
+constexpr const Command *llid_behavior_commands[] = {&all_commands[172]};
 
 constexpr Field llid_behavior_fields[] = {
     {"mac_limit", FieldType::u32, 124, 4, "", 1, "addresses that are learned at most; 0 not limited"},
@@ -654,7 +673,7 @@ constexpr Field llid_behavior_fields[] = {
     {"isolated", FieldType::u32, 144, 4, "", 1, "1 where P2P forwarding leaves the LLID out, else 0"},
 };
 
-constexpr const Command *fdb_config_commands[] = {&all_commands[168]};
+constexpr const Command *fdb_config_commands[] = {&all_commands[185]};
 
 constexpr Field fdb_config_fields[] = {
     {"ageing", FieldType::u32, 124, 4, "s", 1, "how long an address stays that is not heard of, 10 to 1000000; 0 for ever"},
@@ -662,7 +681,7 @@ constexpr Field fdb_config_fields[] = {
     {"port_limit", FieldType::u32, 132, 4, "", 1, "addresses that a PON port has at most, those that were learned first; 0 not limited"},
 };
 
-constexpr const Command *fdb_flush_commands[] = {&all_commands[169]};
+constexpr const Command *fdb_flush_commands[] = {&all_commands[186]};
 
 constexpr Field fdb_flush_fields[] = {
     {"side", FieldType::u16, 124, 2, "", 1, "0 both, 1 the PON side, 2 the network side"},
@@ -672,7 +691,7 @@ constexpr Field fdb_flush_fields[] = {
     {"mac", FieldType::mac, 132, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_query_commands[] = {&all_commands[171], &all_commands[172]};
+constexpr const Command *mac_query_commands[] = {&all_commands[188], &all_commands[189]};
 
 constexpr Field mac_query_fields[] = {
     {"from", FieldType::u32, 124, 4, "", 1, "how many of them to pass over"},
@@ -684,39 +703,39 @@ constexpr Field mac_query_fields[] = {
     {"mac", FieldType::mac, 148, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_count_commands[] = {&all_commands[171], &all_commands[172]};
+constexpr const Command *mac_count_commands[] = {&all_commands[188], &all_commands[189]};
 
 constexpr Field mac_count_fields[] = {
     {"matching", FieldType::u32, 120, 4, "", 1, "entries that the query matches, shown or not"},
 };
 
-constexpr const Command *mac_ageing_commands[] = {&all_commands[170]};
+constexpr const Command *mac_ageing_commands[] = {&all_commands[187]};
 
 constexpr Field mac_ageing_fields[] = {
     {"entries", FieldType::u32, 112, 4, "", 1, "entries of both sides"},
     {"ageing", FieldType::u32, 120, 4, "s", 1, "how long an address stays that is not heard of; 0 for ever"},
 };
 
-constexpr const Command *blacklist_text_commands[] = {&all_commands[7]};
+constexpr const Command *blacklist_text_commands[] = {&all_commands[8]};
 
 constexpr Field blacklist_text_fields[] = {
     {"text", FieldType::text, 429, 201, "", 1, "free text of the entry, at most 200 bytes of UTF-8"},
 };
 
-constexpr const Command *blacklist_batch_commands[] = {&all_commands[11]};
+constexpr const Command *blacklist_batch_commands[] = {&all_commands[12]};
 
 constexpr Field blacklist_batch_fields[] = {
     {"id_set", FieldType::idset, 432, 16, "", 1, "the ids on the black list, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *id_usage_commands[] = {&all_commands[25], &all_commands[29]};
+constexpr const Command *id_usage_commands[] = {&all_commands[26], &all_commands[30]};
 
 constexpr Field id_usage_fields[] = {
     {"id_set", FieldType::idset, 432, 16, "", 1, "the ids in use, 128 bits: id w*32+b is bit b of word w"},
     {"count", FieldType::u32, 448, 4, "", 1, "how many they are"},
 };
 
-constexpr const Command *whitelist_entry_commands[] = {&all_commands[16]};
+constexpr const Command *whitelist_entry_commands[] = {&all_commands[17]};
 
 constexpr Field whitelist_entry_fields[] = {
     {"state", FieldType::u32, 432, 4, "", 1, "0 offline, 1 online, 2 unauthenticated"},
@@ -729,7 +748,7 @@ constexpr Field whitelist_entry_fields[] = {
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
 
-constexpr const Command *loop_config_commands[] = {&all_commands[195]};
+constexpr const Command *loop_config_commands[] = {&all_commands[213]};
 
 constexpr Field loop_config_fields[] = {
     {"state", FieldType::u32, 20, 4, "", 1, "1 while loops are detected, else 0"},
@@ -742,13 +761,13 @@ constexpr Field loop_config_fields[] = {
     {"reserved", FieldType::bytes, 48, 52, "", 1, "zero"},
 };
 
-constexpr const Command *onu_wan_view_commands[] = {&all_commands[134]};
+constexpr const Command *onu_wan_view_commands[] = {&all_commands[151]};
 
 constexpr Field onu_wan_view_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the connection, 1 to 8; 0 all"},
 };
 
-constexpr const Command *onu_wan_commands[] = {&all_commands[135]};
+constexpr const Command *onu_wan_commands[] = {&all_commands[152]};
 
 constexpr Field onu_wan_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the connection, 1 to 8"},
@@ -763,7 +782,7 @@ constexpr Field onu_wan_fields[] = {
     {"name", FieldType::text, 372, 24, "", 1, "name, 1 to 23 bytes"},
 };
 
-constexpr const Command *onu_wlan_commands[] = {&all_commands[137]};
+constexpr const Command *onu_wlan_commands[] = {&all_commands[154]};
 
 constexpr Field onu_wlan_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the WLAN, 1 to 4"},
@@ -774,7 +793,7 @@ constexpr Field onu_wlan_fields[] = {
     {"name", FieldType::text, 356, 33, "", 1, "SSID, 1 to 32 bytes"},
 };
 
-constexpr const Command *onu_acl_commands[] = {&all_commands[141]};
+constexpr const Command *onu_acl_commands[] = {&all_commands[158]};
 
 constexpr Field onu_acl_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the rule, 1 to 8"},
@@ -789,7 +808,7 @@ constexpr Field onu_acl_fields[] = {
     {"last_port", FieldType::u16, 374, 2, "", 1, "last one, at least first_port; 0 with first_port 0"},
 };
 
-constexpr const Command *onu_dhcp_commands[] = {&all_commands[143]};
+constexpr const Command *onu_dhcp_commands[] = {&all_commands[160]};
 
 constexpr Field onu_dhcp_fields[] = {
     {"enabled", FieldType::u8, 352, 1, "", 1, "1 enabled, else 0"},
@@ -800,7 +819,7 @@ constexpr Field onu_dhcp_fields[] = {
     {"last", FieldType::bytes, 372, 4, "", 1, "last one, at least the first; the gateway's is not among them"},
 };
 
-constexpr const Command *onu_sn_commands[] = {&all_commands[60]};
+constexpr const Command *onu_sn_commands[] = {&all_commands[74]};
 
 constexpr Field onu_sn_fields[] = {
     {"vendor", FieldType::text, 352, 4, "", 1, "vendor id"},
@@ -811,13 +830,13 @@ constexpr Field onu_sn_fields[] = {
     {"extended_model", FieldType::text, 390, 16, "", 1, "extended model: the model, and its user ports"},
 };
 
-constexpr const Command *onu_fw_commands[] = {&all_commands[61]};
+constexpr const Command *onu_fw_commands[] = {&all_commands[75]};
 
 constexpr Field onu_fw_fields[] = {
     {"version", FieldType::text, 352, 128, "", 1, "version of the firmware that runs: that of the software, after an upgrade the new one"},
 };
 
-constexpr const Command *onu_chip_id_commands[] = {&all_commands[62]};
+constexpr const Command *onu_chip_id_commands[] = {&all_commands[76]};
 
 constexpr Field onu_chip_id_fields[] = {
     {"vendor", FieldType::text, 352, 2, "", 1, "vendor id"},
@@ -826,7 +845,7 @@ constexpr Field onu_chip_id_fields[] = {
     {"date", FieldType::bytes, 357, 3, "", 1, "date of its design, YYMMDD, a decimal digit each half of a byte"},
 };
 
-constexpr const Command *onu_cap_commands[] = {&all_commands[63]};
+constexpr const Command *onu_cap_commands[] = {&all_commands[77]};
 
 constexpr Field onu_cap_fields[] = {
     {"services", FieldType::u8, 352, 1, "", 1, "services: bit 0 GE, 1 FE, 2 VoIP, 3 TDM"},
@@ -843,7 +862,7 @@ constexpr Field onu_cap_fields[] = {
     {"battery", FieldType::u8, 377, 1, "", 1, "1 where there is battery backup, else 0"},
 };
 
-constexpr const Command *onu_cap2_commands[] = {&all_commands[59]};
+constexpr const Command *onu_cap2_commands[] = {&all_commands[73]};
 
 constexpr Field onu_cap2_fields[] = {
     {"onu_type", FieldType::u32, 352, 4, "", 1, "0 SFU, 1 HGU, 2 SBU"},
@@ -873,7 +892,7 @@ constexpr Field onu_cap2_fields[] = {
     {"battery", FieldType::u8, 415, 1, "", 1, "1 where there is battery backup, else 0"},
 };
 
-constexpr const Command *onu_mem_info_commands[] = {&all_commands[64]};
+constexpr const Command *onu_mem_info_commands[] = {&all_commands[78]};
 
 constexpr Field onu_mem_info_fields[] = {
     {"memory_total", FieldType::u32, 352, 4, "KiB", 1, "memory"},
@@ -882,7 +901,7 @@ constexpr Field onu_mem_info_fields[] = {
     {"flash_free", FieldType::u32, 364, 4, "KiB", 1, "what of it is free"},
 };
 
-constexpr const Command *onu_device_info_commands[] = {&all_commands[91]};
+constexpr const Command *onu_device_info_commands[] = {&all_commands[105]};
 
 constexpr Field onu_device_info_fields[] = {
     {"mac", FieldType::mac, 352, 6, "", 1, "MAC address"},
@@ -906,7 +925,7 @@ constexpr Field onu_device_info_fields[] = {
     {"chipset", FieldType::text, 444, 8, "", 1, "PON chip: vendor id and model number"},
 };
 
-constexpr const Command *onu_about_commands[] = {&all_commands[79]};
+constexpr const Command *onu_about_commands[] = {&all_commands[93]};
 
 constexpr Field onu_about_fields[] = {
     {"mac", FieldType::mac, 352, 6, "", 1, "MAC address"},
@@ -933,13 +952,13 @@ constexpr Field onu_about_fields[] = {
     {"unis_up", FieldType::u32, 460, 4, "", 1, "how many of its UNI ports have a link; 0 unless it is online"},
 };
 
-constexpr const Command *onu_max_port_commands[] = {&all_commands[96]};
+constexpr const Command *onu_max_port_commands[] = {&all_commands[110]};
 
 constexpr Field onu_max_port_fields[] = {
     {"unis", FieldType::u8, 8, 1, "", 1, "number of UNI ports, 1 to 4"},
 };
 
-constexpr const Command *onu_optics_commands[] = {&all_commands[95]};
+constexpr const Command *onu_optics_commands[] = {&all_commands[109]};
 
 constexpr Field onu_optics_fields[] = {
     {"temperature", FieldType::s16, 352, 2, "degC", 0.00390625, "temperature, in 1/256 degC"},
@@ -949,7 +968,7 @@ constexpr Field onu_optics_fields[] = {
     {"received_power", FieldType::u16, 360, 2, "uW", 0.1, "power received from the OLT"},
 };
 
-constexpr const Command *onu_image_part_commands[] = {&all_commands[76]};
+constexpr const Command *onu_image_part_commands[] = {&all_commands[90]};
 
 constexpr Field onu_image_part_fields[] = {
     {"offset", FieldType::u32, 352, 4, "bytes", 1, "where in the image the part begins: 0, or where the image has got to"},
@@ -959,7 +978,7 @@ constexpr Field onu_image_part_fields[] = {
     {"bytes", FieldType::bytes, 384, 1504, "", 1, "the bytes of the image, from the left"},
 };
 
-constexpr const Command *onu_image_status_commands[] = {&all_commands[78]};
+constexpr const Command *onu_image_status_commands[] = {&all_commands[92]};
 
 constexpr Field onu_image_status_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 none, 1 receiving, 2 complete, 3 committed: the ONU runs it from its next restart on, 4 started: the ONU runs it, 5 failed verification"},
@@ -970,7 +989,7 @@ constexpr Field onu_image_status_fields[] = {
     {"progress", FieldType::u16, 370, 2, "%", 1, "how much of the image the ONU has received"},
 };
 
-constexpr const Command *onu_banks_commands[] = {&all_commands[83]};
+constexpr const Command *onu_banks_commands[] = {&all_commands[97]};
 
 constexpr Field onu_banks_fields[] = {
     {"version_1", FieldType::text, 352, 17, "", 1, "software version of the image"},
@@ -987,14 +1006,14 @@ constexpr Field onu_banks_fields[] = {
     {"crc_2", FieldType::u32, 408, 4, "", 1, "CRC-32 of the image, while it is received of what has come. Of an image that was not pushed, the same for all ONUs of a vendor and model with the version"},
 };
 
-constexpr const Command *onu_image_update_commands[] = {&all_commands[131]};
+constexpr const Command *onu_image_update_commands[] = {&all_commands[145]};
 
 constexpr Field onu_image_update_fields[] = {
     {"bank", FieldType::u32, 352, 4, "", 1, "bank that the image goes to, 1 or 2, which must not be the active one; 0 the one that is not"},
     {"file", FieldType::text, 356, 256, "", 1, "file name of the image, as the upgrade type has it"},
 };
 
-constexpr const Command *onu_fast_leave_ability_commands[] = {&all_commands[103]};
+constexpr const Command *onu_fast_leave_ability_commands[] = {&all_commands[117]};
 
 constexpr Field onu_fast_leave_ability_fields[] = {
     {"number", FieldType::u32, 352, 4, "", 1, "how many of the words behind it count, 0 to 4; 0 where the ONU knows no multicast"},
@@ -1006,19 +1025,19 @@ constexpr Field onu_fast_leave_ability_fields[] = {
     {"ability_6", FieldType::u32, 376, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
 };
 
-constexpr const Command *onu_fast_leave_commands[] = {&all_commands[104]};
+constexpr const Command *onu_fast_leave_commands[] = {&all_commands[118]};
 
 constexpr Field onu_fast_leave_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 off, which it is until set; 1 on"},
 };
 
-constexpr const Command *onu_fast_leave_set_commands[] = {&all_commands[105]};
+constexpr const Command *onu_fast_leave_set_commands[] = {&all_commands[119]};
 
 constexpr Field onu_fast_leave_set_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 off: a port leaves a group once queries stay unanswered; 1 on: with the first leave message"},
 };
 
-constexpr const Command *onu_fast_leave_local_commands[] = {&all_commands[106]};
+constexpr const Command *onu_fast_leave_local_commands[] = {&all_commands[120]};
 
 constexpr Field onu_fast_leave_local_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 off, 1 on"},
@@ -1031,31 +1050,31 @@ constexpr Field onu_fast_leave_local_fields[] = {
     {"ability_6", FieldType::u32, 380, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
 };
 
-constexpr const Command *onu_mc_switch_commands[] = {&all_commands[107], &all_commands[109]};
+constexpr const Command *onu_mc_switch_commands[] = {&all_commands[121], &all_commands[123]};
 
 constexpr Field onu_mc_switch_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 IGMP/MLD snooping, which it is until set, and of kinds of ONUs without multicast; 1 controllable multicast"},
 };
 
-constexpr const Command *onu_mc_switch_set_commands[] = {&all_commands[108]};
+constexpr const Command *onu_mc_switch_set_commands[] = {&all_commands[122]};
 
 constexpr Field onu_mc_switch_set_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 IGMP/MLD snooping: users join what they like in the multicast VLANs of their UNI port; 1 controllable multicast: UNI ports join what the OLT tells"},
 };
 
-constexpr const Command *onu_mc_group_max_commands[] = {&all_commands[110], &all_commands[112]};
+constexpr const Command *onu_mc_group_max_commands[] = {&all_commands[124], &all_commands[126]};
 
 constexpr Field onu_mc_group_max_fields[] = {
     {"maximum", FieldType::u16, 352, 2, "", 1, "0 to 255; 32 until set, and 0 of kinds of ONUs without multicast"},
 };
 
-constexpr const Command *onu_mc_group_max_set_commands[] = {&all_commands[111]};
+constexpr const Command *onu_mc_group_max_set_commands[] = {&all_commands[125]};
 
 constexpr Field onu_mc_group_max_set_fields[] = {
     {"maximum", FieldType::u16, 352, 2, "", 1, "0 to 255; with 0 it joins none"},
 };
 
-constexpr const Command *onu_mc_vlan_mode_commands[] = {&all_commands[113], &all_commands[115]};
+constexpr const Command *onu_mc_vlan_mode_commands[] = {&all_commands[127], &all_commands[129]};
 
 constexpr Field onu_mc_vlan_mode_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 they stay, which it is until set; 1 they are stripped; 2 they are translated"},
@@ -1078,7 +1097,7 @@ constexpr Field onu_mc_vlan_mode_fields[] = {
     {"user_vlan_8", FieldType::u16, 384, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
 };
 
-constexpr const Command *onu_mc_vlan_mode_set_commands[] = {&all_commands[114]};
+constexpr const Command *onu_mc_vlan_mode_set_commands[] = {&all_commands[128]};
 
 constexpr Field onu_mc_vlan_mode_set_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 they stay; 1 they are stripped; 2 they are translated"},
@@ -1101,7 +1120,7 @@ constexpr Field onu_mc_vlan_mode_set_fields[] = {
     {"user_vlan_8", FieldType::u16, 384, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
 };
 
-constexpr const Command *onu_mc_vlan_commands[] = {&all_commands[116]};
+constexpr const Command *onu_mc_vlan_commands[] = {&all_commands[130]};
 
 constexpr Field onu_mc_vlan_fields[] = {
     {"operation", FieldType::u8, 352, 1, "", 1, "3: a list"},
@@ -1116,7 +1135,7 @@ constexpr Field onu_mc_vlan_fields[] = {
     {"vlan_8", FieldType::u16, 368, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
 };
 
-constexpr const Command *onu_mc_vlan_set_commands[] = {&all_commands[117]};
+constexpr const Command *onu_mc_vlan_set_commands[] = {&all_commands[131]};
 
 constexpr Field onu_mc_vlan_set_fields[] = {
     {"operation", FieldType::u8, 352, 1, "", 1, "0 delete these VLANs, 1 add them, 2 clear: delete all"},
@@ -1131,7 +1150,7 @@ constexpr Field onu_mc_vlan_set_fields[] = {
     {"vlan_8", FieldType::u16, 368, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
 };
 
-constexpr const Command *onu_mc_vlan_local_commands[] = {&all_commands[118]};
+constexpr const Command *onu_mc_vlan_local_commands[] = {&all_commands[132]};
 
 constexpr Field onu_mc_vlan_local_fields[] = {
     {"vlan_1", FieldType::u16, 352, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
@@ -1144,7 +1163,7 @@ constexpr Field onu_mc_vlan_local_fields[] = {
     {"vlan_8", FieldType::u16, 366, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
 };
 
-constexpr const Command *onu_mc_group_commands[] = {&all_commands[119]};
+constexpr const Command *onu_mc_group_commands[] = {&all_commands[133]};
 
 constexpr Field onu_mc_group_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "3: a list"},
@@ -1536,7 +1555,7 @@ constexpr Field onu_mc_group_fields[] = {
     {"group_128", FieldType::mac, 1630, 6, "", 1, "MAC address of the group"},
 };
 
-constexpr const Command *onu_mc_group_set_commands[] = {&all_commands[120]};
+constexpr const Command *onu_mc_group_set_commands[] = {&all_commands[134]};
 
 constexpr Field onu_mc_group_set_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "0 delete these entries, 1 add them, 2 clear: delete all"},
@@ -1928,19 +1947,19 @@ constexpr Field onu_mc_group_set_fields[] = {
     {"group_128", FieldType::mac, 1630, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
 };
 
-constexpr const Command *onu_switch_commands[] = {&all_commands[85], &all_commands[86]};
+constexpr const Command *onu_switch_commands[] = {&all_commands[99], &all_commands[100]};
 
 constexpr Field onu_switch_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_catv_state_commands[] = {&all_commands[84]};
+constexpr const Command *onu_catv_state_commands[] = {&all_commands[98]};
 
 constexpr Field onu_catv_state_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[87]};
+constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[101]};
 
 constexpr Field onu_perf_monitor_fields[] = {
     {"state", FieldType::u16, 352, 2, "", 1, "1 on, 0 off"},
@@ -1948,7 +1967,7 @@ constexpr Field onu_perf_monitor_fields[] = {
     {"since", FieldType::u64, 360, 8, "ms", 1, "model time at which monitoring began; 0 while it is off"},
 };
 
-constexpr const Command *onu_performance_commands[] = {&all_commands[88], &all_commands[89]};
+constexpr const Command *onu_performance_commands[] = {&all_commands[102], &all_commands[103]};
 
 constexpr Field onu_performance_fields[] = {
     {"down_drop_events", FieldType::u64, 352, 8, "events", 1, "downstream drop events: each discarded frame is one"},
@@ -1990,7 +2009,7 @@ constexpr Field onu_performance_fields[] = {
     {"status_changes", FieldType::u64, 640, 8, "changes", 1, "changes of the link's state: not modelled, 0"},
 };
 
-constexpr const Command *onu_mgmt_commands[] = {&all_commands[97]};
+constexpr const Command *onu_mgmt_commands[] = {&all_commands[111]};
 
 constexpr Field onu_mgmt_fields[] = {
     {"address", FieldType::bytes, 352, 4, "", 1, "IPv4 address"},
@@ -2002,7 +2021,7 @@ constexpr Field onu_mgmt_fields[] = {
     {"dscp", FieldType::u8, 368, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
 };
 
-constexpr const Command *onu_mgmt_set_commands[] = {&all_commands[98]};
+constexpr const Command *onu_mgmt_set_commands[] = {&all_commands[112]};
 
 constexpr Field onu_mgmt_set_fields[] = {
     {"address", FieldType::bytes, 352, 4, "", 1, "IPv4 address of a host: neither the first nor the last of its network"},
@@ -2014,25 +2033,25 @@ constexpr Field onu_mgmt_set_fields[] = {
     {"dscp", FieldType::u8, 368, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
 };
 
-constexpr const Command *onu_fec_commands[] = {&all_commands[128]};
+constexpr const Command *onu_fec_commands[] = {&all_commands[142]};
 
 constexpr Field onu_fec_fields[] = {
     {"mode", FieldType::u32, 352, 4, "", 1, "1 unknown: the ONU cannot correct errors; 2 enabled, 3 disabled"},
 };
 
-constexpr const Command *onu_fec_set_commands[] = {&all_commands[129]};
+constexpr const Command *onu_fec_set_commands[] = {&all_commands[143]};
 
 constexpr Field onu_fec_set_fields[] = {
     {"mode", FieldType::u32, 352, 4, "", 1, "2 enabled, 3 disabled"},
 };
 
-constexpr const Command *onu_fec_ability_commands[] = {&all_commands[130]};
+constexpr const Command *onu_fec_ability_commands[] = {&all_commands[144]};
 
 constexpr Field onu_fec_ability_fields[] = {
     {"ability", FieldType::u32, 352, 4, "", 1, "2 supported, 3 not supported"},
 };
 
-constexpr const Command *onu_time_commands[] = {&all_commands[81]};
+constexpr const Command *onu_time_commands[] = {&all_commands[95]};
 
 constexpr Field onu_time_fields[] = {
     {"server", FieldType::bytes, 352, 4, "", 1, "IPv4 address of the time server; 0 none"},
@@ -2043,7 +2062,7 @@ constexpr Field onu_time_fields[] = {
     {"summer", FieldType::u8, 367, 1, "", 1, "1 while summer time adds an hour to the zone, else 0"},
 };
 
-constexpr const Command *onu_time_set_commands[] = {&all_commands[82]};
+constexpr const Command *onu_time_set_commands[] = {&all_commands[96]};
 
 constexpr Field onu_time_set_fields[] = {
     {"server", FieldType::bytes, 352, 4, "", 1, "IPv4 address of the time server; 0 none, in mode 0 only"},
@@ -2054,7 +2073,7 @@ constexpr Field onu_time_set_fields[] = {
     {"summer", FieldType::u8, 367, 1, "", 1, "1 while summer time adds an hour to the zone, else 0"},
 };
 
-constexpr const Command *onu_sla_commands[] = {&all_commands[75]};
+constexpr const Command *onu_sla_commands[] = {&all_commands[89]};
 
 constexpr Field onu_sla_fields[] = {
     {"operation", FieldType::u8, 352, 1, "", 1, "1 where the OLT has an SLA stored, 0 where the default holds"},
@@ -2112,49 +2131,49 @@ constexpr Field onu_sla_fields[] = {
     {"best_effort_8", FieldType::u16, 438, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
 };
 
-constexpr const Command *onu_multi_llid_commands[] = {&all_commands[65]};
+constexpr const Command *onu_multi_llid_commands[] = {&all_commands[79]};
 
 constexpr Field onu_multi_llid_fields[] = {
     {"llids", FieldType::u32, 24, 4, "", 1, "how many, 1 to 8; 1 at first"},
 };
 
-constexpr const Command *oam_print_commands[] = {&all_commands[187]};
+constexpr const Command *oam_print_commands[] = {&all_commands[205]};
 
 constexpr Field oam_print_fields[] = {
     {"level", FieldType::u32, 24, 4, "", 1, "0 nothing, as at first; 1 errors, 2 errors and messages"},
 };
 
-constexpr const Command *onu_alarm_test_commands[] = {&all_commands[90]};
+constexpr const Command *onu_alarm_test_commands[] = {&all_commands[104]};
 
 constexpr Field onu_alarm_test_fields[] = {
     {"alarm", FieldType::u32, 24, 4, "", 1, "an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 10 deregistered"},
 };
 
-constexpr const Command *onu_admin_state_commands[] = {&all_commands[66]};
+constexpr const Command *onu_admin_state_commands[] = {&all_commands[80]};
 
 constexpr Field onu_admin_state_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_admin_state_set_commands[] = {&all_commands[67]};
+constexpr const Command *onu_admin_state_set_commands[] = {&all_commands[81]};
 
 constexpr Field onu_admin_state_set_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_autoneg_commands[] = {&all_commands[68]};
+constexpr const Command *onu_autoneg_commands[] = {&all_commands[82]};
 
 constexpr Field onu_autoneg_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_autoneg_set_commands[] = {&all_commands[69]};
+constexpr const Command *onu_autoneg_set_commands[] = {&all_commands[83]};
 
 constexpr Field onu_autoneg_set_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_autoneg_local_commands[] = {&all_commands[70]};
+constexpr const Command *onu_autoneg_local_commands[] = {&all_commands[84]};
 
 constexpr Field onu_autoneg_local_fields[] = {
     {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
@@ -2165,7 +2184,7 @@ constexpr Field onu_autoneg_local_fields[] = {
     {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
 };
 
-constexpr const Command *onu_autoneg_adv_commands[] = {&all_commands[71]};
+constexpr const Command *onu_autoneg_adv_commands[] = {&all_commands[85]};
 
 constexpr Field onu_autoneg_adv_fields[] = {
     {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
@@ -2176,7 +2195,7 @@ constexpr Field onu_autoneg_adv_fields[] = {
     {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
 };
 
-constexpr const Command *onu_autoneg_adv_set_commands[] = {&all_commands[72]};
+constexpr const Command *onu_autoneg_adv_set_commands[] = {&all_commands[86]};
 
 constexpr Field onu_autoneg_adv_set_fields[] = {
     {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
@@ -2187,19 +2206,19 @@ constexpr Field onu_autoneg_adv_set_fields[] = {
     {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
 };
 
-constexpr const Command *onu_pause_commands[] = {&all_commands[126]};
+constexpr const Command *onu_pause_commands[] = {&all_commands[140]};
 
 constexpr Field onu_pause_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_pause_set_commands[] = {&all_commands[127]};
+constexpr const Command *onu_pause_set_commands[] = {&all_commands[141]};
 
 constexpr Field onu_pause_set_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_phy_info_commands[] = {&all_commands[80]};
+constexpr const Command *onu_phy_info_commands[] = {&all_commands[94]};
 
 constexpr Field onu_phy_info_fields[] = {
     {"link", FieldType::u32, 352, 4, "", 1, "1 while there is a link, else 0"},
@@ -2210,7 +2229,7 @@ constexpr Field onu_phy_info_fields[] = {
     {"pause", FieldType::u32, 372, 4, "", 1, "1 while there is flow control: it is on, and the link is full duplex"},
 };
 
-constexpr const Command *onu_rate_limit_commands[] = {&all_commands[99]};
+constexpr const Command *onu_rate_limit_commands[] = {&all_commands[113]};
 
 constexpr Field onu_rate_limit_fields[] = {
     {"up_cir", FieldType::u32, 352, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
@@ -2222,7 +2241,7 @@ constexpr Field onu_rate_limit_fields[] = {
     {"down_on", FieldType::u8, 373, 1, "", 1, "the same of downstream"},
 };
 
-constexpr const Command *onu_rate_limit_set_commands[] = {&all_commands[100]};
+constexpr const Command *onu_rate_limit_set_commands[] = {&all_commands[114]};
 
 constexpr Field onu_rate_limit_set_fields[] = {
     {"up_cir", FieldType::u32, 352, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
@@ -2234,20 +2253,20 @@ constexpr Field onu_rate_limit_set_fields[] = {
     {"down_on", FieldType::u8, 373, 1, "", 1, "the same of downstream"},
 };
 
-constexpr const Command *onu_loop_detect_commands[] = {&all_commands[101]};
+constexpr const Command *onu_loop_detect_commands[] = {&all_commands[115]};
 
 constexpr Field onu_loop_detect_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, which it is until it is told otherwise; 0 off"},
     {"state", FieldType::u32, 356, 4, "", 1, "0 no loop, 1 a loop is there, 2 the port is shut for one"},
 };
 
-constexpr const Command *onu_loop_detect_set_commands[] = {&all_commands[102]};
+constexpr const Command *onu_loop_detect_set_commands[] = {&all_commands[116]};
 
 constexpr Field onu_loop_detect_set_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_vlan_commands[] = {&all_commands[92]};
+constexpr const Command *onu_vlan_commands[] = {&all_commands[106]};
 
 constexpr Field onu_vlan_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
@@ -2273,7 +2292,7 @@ constexpr Field onu_vlan_fields[] = {
     {"network_8", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
 };
 
-constexpr const Command *onu_vlan_set_commands[] = {&all_commands[93]};
+constexpr const Command *onu_vlan_set_commands[] = {&all_commands[107]};
 
 constexpr Field onu_vlan_set_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
@@ -2299,7 +2318,7 @@ constexpr Field onu_vlan_set_fields[] = {
     {"network_8", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
 };
 
-constexpr const Command *onu_classification_commands[] = {&all_commands[73]};
+constexpr const Command *onu_classification_commands[] = {&all_commands[87]};
 
 constexpr Field onu_classification_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1"},
@@ -2442,7 +2461,7 @@ constexpr Field onu_classification_fields[] = {
     {"operator_d_8", FieldType::u8, 649, 1, "", 1, "its operator"},
 };
 
-constexpr const Command *onu_classification_set_commands[] = {&all_commands[74]};
+constexpr const Command *onu_classification_set_commands[] = {&all_commands[88]};
 
 constexpr Field onu_classification_set_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1"},
@@ -2585,7 +2604,7 @@ constexpr Field onu_classification_set_fields[] = {
     {"operator_d_8", FieldType::u8, 649, 1, "", 1, "its operator"},
 };
 
-constexpr const Command *optics_diagnostics_commands[] = {&all_commands[173]};
+constexpr const Command *optics_diagnostics_commands[] = {&all_commands[190]};
 
 constexpr Field optics_diagnostics_fields[] = {
     {"temperature", FieldType::s32, 124, 4, "degC", 0.01, "temperature"},
@@ -2610,7 +2629,7 @@ constexpr Field optics_diagnostics_fields[] = {
     {"lol_level", FieldType::s32, 176, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *optics_rssi_commands[] = {&all_commands[174]};
+constexpr const Command *optics_rssi_commands[] = {&all_commands[191]};
 
 constexpr Field optics_rssi_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "MAC address of the ONU"},
@@ -2631,7 +2650,7 @@ constexpr Field optics_rssi_fields[] = {
     {"state", FieldType::u32, 184, 4, "", 1, "of the received power: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
 };
 
-constexpr const Command *sfp_info_commands[] = {&all_commands[175]};
+constexpr const Command *sfp_info_commands[] = {&all_commands[192]};
 
 constexpr Field sfp_info_fields[] = {
     {"cage", FieldType::u32, 124, 4, "", 1, "SFP cage number"},
@@ -2690,7 +2709,7 @@ constexpr Field sfp_info_fields[] = {
     {"lol_level", FieldType::s32, 584, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *opm_trigger_commands[] = {&all_commands[164]};
+constexpr const Command *opm_trigger_commands[] = {&all_commands[181]};
 
 constexpr Field opm_trigger_fields[] = {
     {"samples", FieldType::u32, 124, 4, "", 1, "how many samples to take, at most 100; 0 is 1"},
@@ -2698,20 +2717,20 @@ constexpr Field opm_trigger_fields[] = {
     {"delay", FieldType::u32, 132, 4, "ms", 1, "time before the first, at most 3600000"},
 };
 
-constexpr const Command *lao_mode_commands[] = {&all_commands[166]};
+constexpr const Command *lao_mode_commands[] = {&all_commands[183]};
 
 constexpr Field lao_mode_fields[] = {
     {"reserved", FieldType::bytes, 124, 12, "", 1, "zero"},
 };
 
-constexpr const Command *lol_mode_commands[] = {&all_commands[167]};
+constexpr const Command *lol_mode_commands[] = {&all_commands[184]};
 
 constexpr Field lol_mode_fields[] = {
     {"level", FieldType::s32, 124, 4, "dBm", 0.01, "the level of mode 1, -40 to 0; 0 in mode 0"},
     {"reserved", FieldType::bytes, 128, 4, "", 1, "zero"},
 };
 
-constexpr const Command *optical_status_commands[] = {&all_commands[146]};
+constexpr const Command *optical_status_commands[] = {&all_commands[163]};
 
 constexpr Field optical_status_fields[] = {
     {"valid", FieldType::u8, 124, 1, "", 1, "1; 0 makes the debug layer forget what it was told, and the rest does not count"},
@@ -2726,13 +2745,13 @@ constexpr Field optical_status_fields[] = {
     {"time", FieldType::u64, 148, 8, "ms", 1, "when it was measured"},
 };
 
-constexpr const Command *pon_laser_commands[] = {&all_commands[48]};
+constexpr const Command *pon_laser_commands[] = {&all_commands[62]};
 
 constexpr Field pon_laser_fields[] = {
     {"state", FieldType::u32, 124, 4, "", 1, "0 off by TX disable, 1 on, 2 on in spite of TX disable by LAO mode"},
 };
 
-constexpr const Command *pon_phy_commands[] = {&all_commands[47]};
+constexpr const Command *pon_phy_commands[] = {&all_commands[61]};
 
 constexpr Field pon_phy_fields[] = {
     {"laser", FieldType::u8, 124, 1, "", 1, "1 while the laser is on"},
@@ -2747,7 +2766,7 @@ constexpr Field pon_phy_fields[] = {
     {"wavelength", FieldType::u16, 134, 2, "nm", 1, "wavelength of the laser"},
 };
 
-constexpr const Command *i2c_read_commands[] = {&all_commands[52]};
+constexpr const Command *i2c_read_commands[] = {&all_commands[66]};
 
 constexpr Field i2c_read_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -2757,7 +2776,7 @@ constexpr Field i2c_read_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "not read"},
 };
 
-constexpr const Command *i2c_bytes_commands[] = {&all_commands[52]};
+constexpr const Command *i2c_bytes_commands[] = {&all_commands[66]};
 
 constexpr Field i2c_bytes_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -2767,7 +2786,7 @@ constexpr Field i2c_bytes_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes; behind them zero"},
 };
 
-constexpr const Command *i2c_write_commands[] = {&all_commands[53]};
+constexpr const Command *i2c_write_commands[] = {&all_commands[67]};
 
 constexpr Field i2c_write_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -2777,7 +2796,7 @@ constexpr Field i2c_write_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes to write"},
 };
 
-constexpr const Command *upgrade_type_commands[] = {&all_commands[179]};
+constexpr const Command *upgrade_type_commands[] = {&all_commands[197]};
 
 constexpr Field upgrade_type_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
@@ -2788,19 +2807,19 @@ constexpr Field upgrade_type_fields[] = {
     {"file", FieldType::text, 96, 64, "", 1, "file name of the image; it is shown only, and may be empty"},
 };
 
-constexpr const Command *upgrade_type_name_commands[] = {&all_commands[180]};
+constexpr const Command *upgrade_type_name_commands[] = {&all_commands[198]};
 
 constexpr Field upgrade_type_name_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
 };
 
-constexpr const Command *upgrade_type_file_commands[] = {&all_commands[182]};
+constexpr const Command *upgrade_type_file_commands[] = {&all_commands[200]};
 
 constexpr Field upgrade_type_file_fields[] = {
     {"file", FieldType::text, 20, 256, "", 1, "absolute path of the file, where the service runs"},
 };
 
-constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[183]};
+constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[201]};
 
 constexpr Field upgrade_bind_onus_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -2808,21 +2827,21 @@ constexpr Field upgrade_bind_onus_fields[] = {
     {"onu_set", FieldType::idset, 56, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[184]};
+constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[202]};
 
 constexpr Field upgrade_bind_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"name", FieldType::text, 24, 32, "", 1, "name of the type; empty: none is bound any more"},
 };
 
-constexpr const Command *upgrade_onu_commands[] = {&all_commands[185]};
+constexpr const Command *upgrade_onu_commands[] = {&all_commands[203]};
 
 constexpr Field upgrade_onu_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"onu_id", FieldType::u32, 24, 4, "", 1, "ONU id"},
 };
 
-constexpr const Command *upgrade_port_commands[] = {&all_commands[186]};
+constexpr const Command *upgrade_port_commands[] = {&all_commands[204]};
 
 constexpr Field upgrade_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -2958,7 +2977,7 @@ constexpr Layout all_layouts[] = {
     {"upgrade_port", &all_records[1], upgrade_port_commands, upgrade_port_fields, false, "Starts to upgrade the ONUs of one PON port that can be upgraded; the others are left aside."},
 };
 
-constexpr const Command *onu_capabilities_commands[] = {&all_commands[20]};
+constexpr const Command *onu_capabilities_commands[] = {&all_commands[21]};
 
 constexpr Column onu_capabilities_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -2981,7 +3000,7 @@ constexpr Column onu_capabilities_columns[] = {
     {"max_vlans", "VLANS", ColumnType::u32, "", "VLANs in the list of a UNI port, at most; 0 where it can neither translate nor be a trunk"},
 };
 
-constexpr const Command *upgrade_base_info_commands[] = {&all_commands[22]};
+constexpr const Command *upgrade_base_info_commands[] = {&all_commands[23]};
 
 constexpr Column upgrade_base_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -2998,7 +3017,7 @@ constexpr Column upgrade_base_info_columns[] = {
     {"reason", "REASON", ColumnType::text, "", "why the run failed: offline, released, rejected, verification or rebooted"},
 };
 
-constexpr const Command *uni_attributes_commands[] = {&all_commands[30]};
+constexpr const Command *uni_attributes_commands[] = {&all_commands[31]};
 
 constexpr Column uni_attributes_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3012,7 +3031,7 @@ constexpr Column uni_attributes_columns[] = {
     {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
 };
 
-constexpr const Command *onu_config_commands[] = {&all_commands[132]};
+constexpr const Command *onu_config_commands[] = {&all_commands[148]};
 
 constexpr Column onu_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3032,7 +3051,7 @@ constexpr Column onu_config_columns[] = {
     {"description", "DESCRIPTION", ColumnType::text, "", "description; empty where there is none"},
 };
 
-constexpr const Command *uni_config_commands[] = {&all_commands[133]};
+constexpr const Command *uni_config_commands[] = {&all_commands[149]};
 
 constexpr Column uni_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3052,7 +3071,7 @@ constexpr Column uni_config_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *vlan_modes_commands[] = {&all_commands[177]};
+constexpr const Command *vlan_modes_commands[] = {&all_commands[195]};
 
 constexpr Column vlan_modes_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3064,7 +3083,7 @@ constexpr Column vlan_modes_columns[] = {
     {"trunk", "TRUNK", ColumnType::u32, "", "UNI ports that are trunks"},
 };
 
-constexpr const Command *vlan_lists_commands[] = {&all_commands[178]};
+constexpr const Command *vlan_lists_commands[] = {&all_commands[196]};
 
 constexpr Column vlan_lists_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3075,7 +3094,7 @@ constexpr Column vlan_lists_columns[] = {
     {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
-constexpr const Command *slas_commands[] = {&all_commands[159]};
+constexpr const Command *slas_commands[] = {&all_commands[176]};
 
 constexpr Column slas_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
@@ -3086,7 +3105,7 @@ constexpr Column slas_columns[] = {
     {"wt", "WEIGHT", ColumnType::u32, "", "share among those of one priority"},
 };
 
-constexpr const Command *slas_of_ports_commands[] = {&all_commands[160]};
+constexpr const Command *slas_of_ports_commands[] = {&all_commands[177]};
 
 constexpr Column slas_of_ports_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3099,14 +3118,14 @@ constexpr Column slas_of_ports_columns[] = {
     {"free", "FREE", ColumnType::u32, "kbit/s", "what is left of it"},
 };
 
-constexpr const Command *slas_down_commands[] = {&all_commands[163]};
+constexpr const Command *slas_down_commands[] = {&all_commands[180]};
 
 constexpr Column slas_down_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
     {"max", "MAX", ColumnType::u32, "kbit/s", "maximum bandwidth; null where no SLA is stored and the default holds"},
 };
 
-constexpr const Command *p2p_commands[] = {&all_commands[152]};
+constexpr const Command *p2p_commands[] = {&all_commands[169]};
 
 constexpr Column p2p_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3116,7 +3135,7 @@ constexpr Column p2p_columns[] = {
     {"entries", "ENTRIES", ColumnType::u32, "", "forwarding entries"},
 };
 
-constexpr const Command *p2p_entries_commands[] = {&all_commands[151]};
+constexpr const Command *p2p_entries_commands[] = {&all_commands[168]};
 
 constexpr Column p2p_entries_columns[] = {
     {"entry", "ENTRY", ColumnType::u32, "", "number of the entry"},
@@ -3128,7 +3147,7 @@ constexpr Column p2p_entries_columns[] = {
     {"rate", "RATE", ColumnType::u32, "kbit/s", "rate limit; null none"},
 };
 
-constexpr const Command *mac_table_commands[] = {&all_commands[171]};
+constexpr const Command *mac_table_commands[] = {&all_commands[188]};
 
 constexpr Column mac_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3139,7 +3158,7 @@ constexpr Column mac_table_columns[] = {
     {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
 };
 
-constexpr const Command *mac_table_nni_commands[] = {&all_commands[172]};
+constexpr const Command *mac_table_nni_commands[] = {&all_commands[189]};
 
 constexpr Column mac_table_nni_columns[] = {
     {"uplink", "UPLINK", ColumnType::u32, "", "GE uplink"},
@@ -3148,7 +3167,7 @@ constexpr Column mac_table_nni_columns[] = {
     {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
 };
 
-constexpr const Command *blacklist_commands[] = {&all_commands[26], &all_commands[27], &all_commands[28]};
+constexpr const Command *blacklist_commands[] = {&all_commands[27], &all_commands[28], &all_commands[29]};
 
 constexpr Column blacklist_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3158,7 +3177,7 @@ constexpr Column blacklist_columns[] = {
     {"registering", "REGISTERING", ColumnType::boolean, "", "whether the ONU is on the fibre, and so tries to register"},
 };
 
-constexpr const Command *auth_commands[] = {&all_commands[14]};
+constexpr const Command *auth_commands[] = {&all_commands[15]};
 
 constexpr Column auth_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3174,7 +3193,7 @@ constexpr Column auth_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id that it is bound to; null while it is not bound at this port"},
 };
 
-constexpr const Command *onu_alarm_commands[] = {&all_commands[23]};
+constexpr const Command *onu_alarm_commands[] = {&all_commands[24]};
 
 constexpr Column onu_alarm_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3186,7 +3205,7 @@ constexpr Column onu_alarm_columns[] = {
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
 };
 
-constexpr const Command *loop_info_commands[] = {&all_commands[194]};
+constexpr const Command *loop_info_commands[] = {&all_commands[212]};
 
 constexpr Column loop_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3199,7 +3218,7 @@ constexpr Column loop_info_columns[] = {
     {"recovers", "RECOVERS", ColumnType::u32, "s", "seconds of model time until the port recovers; null where it is not shut, or recovers by command only"},
 };
 
-constexpr const Command *onu_info_commands[] = {&all_commands[18], &all_commands[19], &all_commands[17]};
+constexpr const Command *onu_info_commands[] = {&all_commands[19], &all_commands[20], &all_commands[18]};
 
 constexpr Column onu_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3217,7 +3236,7 @@ constexpr Column onu_info_columns[] = {
     {"loid", "LOID", ColumnType::text, "", "logical ONU id that the ONU tells; null while it is offline"},
 };
 
-constexpr const Command *base_info_commands[] = {&all_commands[21]};
+constexpr const Command *base_info_commands[] = {&all_commands[22]};
 
 constexpr Column base_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3228,7 +3247,7 @@ constexpr Column base_info_columns[] = {
     {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
 };
 
-constexpr const Command *onu_wans_commands[] = {&all_commands[134]};
+constexpr const Command *onu_wans_commands[] = {&all_commands[151]};
 
 constexpr Column onu_wans_columns[] = {
     {"index", "NR", ColumnType::u32, "", "number of the connection, 1 to 8"},
@@ -3243,7 +3262,7 @@ constexpr Column onu_wans_columns[] = {
     {"state", "STATE", ColumnType::text, "", "up, or connecting until the ONU has what it was told"},
 };
 
-constexpr const Command *onu_wlans_commands[] = {&all_commands[136]};
+constexpr const Command *onu_wlans_commands[] = {&all_commands[153]};
 
 constexpr Column onu_wlans_columns[] = {
     {"index", "NR", ColumnType::u32, "", "number of the WLAN, 1 to 4"},
@@ -3255,14 +3274,14 @@ constexpr Column onu_wlans_columns[] = {
     {"clients", "CLIENTS", ColumnType::u32, "", "stations in the WLAN"},
 };
 
-constexpr const Command *onu_catv_port_commands[] = {&all_commands[138]};
+constexpr const Command *onu_catv_port_commands[] = {&all_commands[155]};
 
 constexpr Column onu_catv_port_columns[] = {
     {"on", "ON", ColumnType::boolean, "", "whether it is switched on"},
     {"input", "INPUT", ColumnType::real, "dBm", "received optical power of the CATV signal"},
 };
 
-constexpr const Command *onu_voice_ports_commands[] = {&all_commands[139]};
+constexpr const Command *onu_voice_ports_commands[] = {&all_commands[156]};
 
 constexpr Column onu_voice_ports_columns[] = {
     {"pots", "POTS", ColumnType::u32, "", "POTS port number"},
@@ -3271,7 +3290,7 @@ constexpr Column onu_voice_ports_columns[] = {
     {"state", "STATE", ColumnType::text, "", "registered, or unregistered while the ONU has no WAN connection for voice that is up"},
 };
 
-constexpr const Command *onu_acl_rules_commands[] = {&all_commands[140]};
+constexpr const Command *onu_acl_rules_commands[] = {&all_commands[157]};
 
 constexpr Column onu_acl_rules_columns[] = {
     {"index", "NR", ColumnType::u32, "", "number of the rule, 1 to 8"},
@@ -3284,7 +3303,7 @@ constexpr Column onu_acl_rules_columns[] = {
     {"last_port", "LAST PORT", ColumnType::u32, "", "last one; null any"},
 };
 
-constexpr const Command *onu_dhcp_server_commands[] = {&all_commands[142]};
+constexpr const Command *onu_dhcp_server_commands[] = {&all_commands[159]};
 
 constexpr Column onu_dhcp_server_columns[] = {
     {"enabled", "ENABLED", ColumnType::boolean, "", "whether it is enabled"},
@@ -3295,7 +3314,7 @@ constexpr Column onu_dhcp_server_columns[] = {
     {"leases", "LEASES", ColumnType::u32, "", "addresses that are leased"},
 };
 
-constexpr const Command *onu_wlan_table_commands[] = {&all_commands[32]};
+constexpr const Command *onu_wlan_table_commands[] = {&all_commands[45]};
 
 constexpr Column onu_wlan_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3305,7 +3324,7 @@ constexpr Column onu_wlan_table_columns[] = {
     {"clients", "CLIENTS", ColumnType::u32, "", "stations in them; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_wan_table_commands[] = {&all_commands[33]};
+constexpr const Command *onu_wan_table_commands[] = {&all_commands[46]};
 
 constexpr Column onu_wan_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3315,7 +3334,7 @@ constexpr Column onu_wan_table_columns[] = {
     {"address", "ADDRESS", ColumnType::text, "", "IPv4 address of the first one that has one; null without one"},
 };
 
-constexpr const Command *onu_catv_table_commands[] = {&all_commands[34]};
+constexpr const Command *onu_catv_table_commands[] = {&all_commands[47]};
 
 constexpr Column onu_catv_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3324,7 +3343,7 @@ constexpr Column onu_catv_table_columns[] = {
     {"input", "INPUT", ColumnType::real, "dBm", "received optical power of the CATV signal; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_sip_table_commands[] = {&all_commands[35]};
+constexpr const Command *onu_sip_table_commands[] = {&all_commands[48]};
 
 constexpr Column onu_sip_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3335,7 +3354,7 @@ constexpr Column onu_sip_table_columns[] = {
     {"state", "STATE", ColumnType::text, "", "registered, or unregistered while the ONU has no WAN connection for voice that is up; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_unis_commands[] = {&all_commands[144]};
+constexpr const Command *onu_unis_commands[] = {&all_commands[161]};
 
 constexpr Column onu_unis_columns[] = {
     {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
@@ -3347,7 +3366,7 @@ constexpr Column onu_unis_columns[] = {
     {"link", "LINK", ColumnType::text, "", "down, or speed in Mbit/s and duplex: 10HD, 1000FD; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_serial_numbers_commands[] = {&all_commands[188]};
+constexpr const Command *onu_serial_numbers_commands[] = {&all_commands[206]};
 
 constexpr Column onu_serial_numbers_columns[] = {
     {"id", "ID", ColumnType::u32, "", "ONU id"},
@@ -3356,7 +3375,7 @@ constexpr Column onu_serial_numbers_columns[] = {
     {"sw", "SOFTWARE", ColumnType::text, "", "software version, which the ONU tells: null unless it is online"},
 };
 
-constexpr const Command *onu_upgrade_status_commands[] = {&all_commands[36]};
+constexpr const Command *onu_upgrade_status_commands[] = {&all_commands[49]};
 
 constexpr Column onu_upgrade_status_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3374,7 +3393,7 @@ constexpr Column onu_upgrade_status_columns[] = {
     {"received", "RECEIVED", ColumnType::u32, "%", "how much of it the ONU has received"},
 };
 
-constexpr const Command *onu_mc_config_commands[] = {&all_commands[121]};
+constexpr const Command *onu_mc_config_commands[] = {&all_commands[135]};
 
 constexpr Column onu_mc_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3387,7 +3406,7 @@ constexpr Column onu_mc_config_columns[] = {
     {"groups", "GROUPS", ColumnType::u32, "", "multicast groups that its UNI ports have joined; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_uni_mc_config_commands[] = {&all_commands[122]};
+constexpr const Command *onu_uni_mc_config_commands[] = {&all_commands[136]};
 
 constexpr Column onu_uni_mc_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3399,7 +3418,7 @@ constexpr Column onu_uni_mc_config_columns[] = {
     {"groups", "GROUPS", ColumnType::u32, "", "multicast groups that it has joined; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_mc_translation_commands[] = {&all_commands[123]};
+constexpr const Command *onu_mc_translation_commands[] = {&all_commands[137]};
 
 constexpr Column onu_mc_translation_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3409,7 +3428,7 @@ constexpr Column onu_mc_translation_columns[] = {
     {"user_vlan", "USER VLAN", ColumnType::u32, "", "VLAN that its frames are tagged with at the port"},
 };
 
-constexpr const Command *onu_mc_vlans_commands[] = {&all_commands[124]};
+constexpr const Command *onu_mc_vlans_commands[] = {&all_commands[138]};
 
 constexpr Column onu_mc_vlans_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3418,7 +3437,7 @@ constexpr Column onu_mc_vlans_columns[] = {
     {"mc_vlan", "MC VLAN", ColumnType::u32, "", "multicast VLAN"},
 };
 
-constexpr const Command *onu_vlans_commands[] = {&all_commands[94]};
+constexpr const Command *onu_vlans_commands[] = {&all_commands[108]};
 
 constexpr Column onu_vlans_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3431,7 +3450,7 @@ constexpr Column onu_vlans_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *onu_links_commands[] = {&all_commands[125]};
+constexpr const Command *onu_links_commands[] = {&all_commands[139]};
 
 constexpr Column onu_links_columns[] = {
     {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
@@ -3440,7 +3459,7 @@ constexpr Column onu_links_columns[] = {
     {"shut", "SHUT", ColumnType::boolean, "", "whether loop detection has shut the port"},
 };
 
-constexpr const Command *sfp_quantities_commands[] = {&all_commands[176]};
+constexpr const Command *sfp_quantities_commands[] = {&all_commands[193]};
 
 constexpr Column sfp_quantities_columns[] = {
     {"quantity", "QUANTITY", ColumnType::text, "", "temperature, voltage, bias, launch power or received power"},
@@ -3453,7 +3472,7 @@ constexpr Column sfp_quantities_columns[] = {
     {"state", "STATE", ColumnType::text, "", "normal, low warning, low alarm, high warning or high alarm; null where nothing was measured"},
 };
 
-constexpr const Command *upgrade_types_commands[] = {&all_commands[181]};
+constexpr const Command *upgrade_types_commands[] = {&all_commands[199]};
 
 constexpr Column upgrade_types_columns[] = {
     {"name", "NAME", ColumnType::text, "", "name of the type"},
@@ -4182,27 +4201,27 @@ constexpr Argument bsp_pon_onu_ctc_autoneg_get_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_phy_adminstate_get_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_classification_get_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 298, 0, -1, Source::none, Key::none, 0, "", {}, "the rules, 298 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 298, 0, -1, Source::none, Key::none, 0, "", {}, "the rules, 298 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_dev_info_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "the information; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "the information; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_get_max_port_arguments[] = {
@@ -4215,130 +4234,130 @@ constexpr Argument bsp_pon_onu_ctc_get_vlan_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 159, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 159 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 159, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 159 bytes"},
 };
 
 constexpr Argument bsp_pon_tk_onu_get_fw_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 64, 0, -1, Source::none, Key::none, 0, "", {}, "the banks, 64 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 64, 0, -1, Source::none, Key::none, 0, "", {}, "the banks, 64 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mem_info_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "the memory; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "the memory; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_rate_limit_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 22, 0, -1, Source::none, Key::none, 0, "", {}, "the limits, 22 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 22, 0, -1, Source::none, Key::none, 0, "", {}, "the limits, 22 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_loop_detect_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 8, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 8 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 8, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 8 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mgmt_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 17, 0, -1, Source::none, Key::none, 0, "", {}, "the address, 17 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 17, 0, -1, Source::none, Key::none, 0, "", {}, "the address, 17 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_linkstate_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::db, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::text, Key::none, 0, "filename=%s", {}, "the result database, made of the text in the answer"},
+    {"out", ArgumentType::db, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::text, Key::none, 0, "filename=%s", {}, "the result database, made of the text in the answer"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_eth_pause_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the state"},
+    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the state"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_fast_leave_ability_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 28, 4, -1, Source::none, Key::none, 0, "", {}, "its first 4 bytes stay, behind them the abilities go, 28 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 28, 4, -1, Source::none, Key::none, 0, "", {}, "its first 4 bytes stay, behind them the abilities go, 28 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_fast_leave_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 4, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 4 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_fast_leave_local_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 32, 0, -1, Source::none, Key::none, 0, "", {}, "the state and the abilities, 32 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 32, 0, -1, Source::none, Key::none, 0, "", {}, "the state and the abilities, 32 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_switch_remote_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode"},
+    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_switch_local_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode"},
+    {"out", ArgumentType::u8_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 2, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 2 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 2, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 2 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 2, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 2 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 2, 0, -1, Source::none, Key::none, 0, "", {}, "the number, 2 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 34, 0, -1, Source::none, Key::none, 0, "", {}, "the tags, 34 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 34, 0, -1, Source::none, Key::none, 0, "", {}, "the tags, 34 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 34, 0, -1, Source::none, Key::none, 0, "", {}, "the tags, 34 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 34, 0, -1, Source::none, Key::none, 0, "", {}, "the tags, 34 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_remote_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 18, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 18 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 18, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 18 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_vlan_local_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 16, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 16 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 16, 0, -1, Source::none, Key::none, 0, "", {}, "the VLANs, 16 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_mc_group_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 1284, 0, -1, Source::none, Key::none, 0, "", {}, "the groups, 1284 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 1284, 0, -1, Source::none, Key::none, 0, "", {}, "the groups, 1284 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_sn_ponport_arguments[] = {
@@ -4374,7 +4393,7 @@ constexpr Argument bsp_pon_onu_ctc_get_info_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"cmd", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted"},
 };
 
@@ -4382,7 +4401,7 @@ constexpr Argument bsp_pon_onu_ctc_set_info_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"cmd", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
-    {"data", ArgumentType::block, false, true, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what to set"},
+    {"data", ArgumentType::block, false, true, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what to set"},
     {"data_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "its length in bytes; up to 1536 are sent"},
 };
 
@@ -4391,68 +4410,68 @@ constexpr Argument bsp_pon_onu_ctc_port_get_arguments[] = {
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
     {"cmd", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 4, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_sn_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 54, 0, -1, Source::none, Key::none, 0, "", {}, "its identity, 54 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 54, 0, -1, Source::none, Key::none, 0, "", {}, "its identity, 54 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_fw_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 128, 0, -1, Source::none, Key::none, 0, "", {}, "the version, 128 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 128, 0, -1, Source::none, Key::none, 0, "", {}, "the version, 128 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_chipid_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 8, 0, -1, Source::none, Key::none, 0, "", {}, "the chipset, 8 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 8, 0, -1, Source::none, Key::none, 0, "", {}, "the chipset, 8 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_cap_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 26, 0, -1, Source::none, Key::none, 0, "", {}, "the capabilities, 26 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 26, 0, -1, Source::none, Key::none, 0, "", {}, "the capabilities, 26 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_cap2_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 64, 0, -1, Source::none, Key::none, 0, "", {}, "the capabilities, 64 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 64, 0, -1, Source::none, Key::none, 0, "", {}, "the capabilities, 64 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_sla_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 88, 0, -1, Source::none, Key::none, 0, "", {}, "the agreement, 88 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 88, 0, -1, Source::none, Key::none, 0, "", {}, "the agreement, 88 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_onuinfo_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "all about it; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 8058, 0, -1, Source::none, Key::none, 0, "", {}, "all about it; zeros behind the 1536 bytes that an answer holds, 8058 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_upgrade_status_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 20, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 20 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 20, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 20 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_catv_status_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[5], 1, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 1 bytes"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_onu_msg_fields[6], 1, 0, -1, Source::none, Key::none, 0, "", {}, "the state, 1 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_upgrade_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"data", ArgumentType::block, false, true, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the part"},
+    {"data", ArgumentType::block, false, true, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the part"},
     {"data_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 2, Source::none, Key::none, 0, "", {}, "its length in bytes; up to 1536 are sent"},
 };
 
@@ -4465,20 +4484,20 @@ constexpr Argument bsp_pon_onu_ctc_set_perf_monitor_status_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "not used: the request names no UNI port"},
-    {"enable", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "1 on, 0 off"},
+    {"enable", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "1 on, 0 off"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_set_catv_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"value", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "1 on, 0 off"},
+    {"value", ArgumentType::u8, false, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "1 on, 0 off"},
 };
 
 constexpr Argument bsp_onu_ctc_get_autoneg_local_abt_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
@@ -4486,7 +4505,7 @@ constexpr Argument bsp_onu_ctc_get_autoneg_adv_abt_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
@@ -4494,7 +4513,7 @@ constexpr Argument bsp_onu_ctc_get_phyinfo_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
@@ -4502,7 +4521,7 @@ constexpr Argument bsp_onu_ctc_get_perf_monitor_status_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
@@ -4510,7 +4529,7 @@ constexpr Argument bsp_onu_ctc_get_perf_current_data_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
@@ -4518,7 +4537,7 @@ constexpr Argument bsp_onu_ctc_get_perf_history_data_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
     {"uni_port", ArgumentType::u16, false, false, false, &bsp_onu_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "UNI port number, of which the low 8 bits count"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the first `*out_len` bytes of the answer's data, zeros behind its 1536"},
     {"out_len", ArgumentType::length_at, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted; only read"},
 };
 
@@ -4556,25 +4575,25 @@ constexpr Argument bsp_pon_onu_ctc_get_voipinfo_json_arguments[] = {
 constexpr Argument bsp_pon_onu_get_fec_mode_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode, into the first word"},
+    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[6], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the mode, into the first word"},
 };
 
 constexpr Argument bsp_pon_onuc_get_fec_ability_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[5], 0, 4, -1, Source::none, Key::none, 0, "", {}, "the ability, into the second word; the first stays, so that a caller may keep mode and ability side by side"},
+    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[6], 0, 4, -1, Source::none, Key::none, 0, "", {}, "the ability, into the second word; the first stays, so that a caller may keep mode and ability side by side"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_time_config_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[5], 16, 0, -1, Source::none, Key::none, 0, "", {}, "the configuration, 16 bytes"},
+    {"out", ArgumentType::block_out, true, false, false, &bsp_onu_msg_fields[6], 16, 0, -1, Source::none, Key::none, 0, "", {}, "the configuration, 16 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_get_wanc_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"index", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of the WAN connection"},
+    {"index", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of the WAN connection"},
     {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
 };
 
@@ -4642,661 +4661,852 @@ constexpr Argument bsp_pon_onu_alarm_more_test_arguments[] = {
 };
 
 constexpr Argument bsp_pon_onu_ctc_oam_print_arguments[] = {
-    {"value", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what is printed; the service knows the values"},
+    {"value", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what is printed; the service knows the values"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_set_multillid_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"count", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of LLIDs"},
+    {"count", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[5], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of LLIDs"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_update_image_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"image", ArgumentType::block, true, false, false, &bsp_onu_msg_fields[5], 260, 0, -1, Source::none, Key::none, 0, "", {}, "which image and where, 260 bytes"},
+    {"image", ArgumentType::block, true, false, false, &bsp_onu_msg_fields[6], 260, 0, -1, Source::none, Key::none, 0, "", {}, "which image and where, 260 bytes"},
 };
 
 constexpr Argument bsp_pon_onu_ctc_set_mgmt_arguments[] = {
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
     {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
-    {"mgmt", ArgumentType::block, true, false, false, &bsp_onu_msg_fields[5], 17, 0, -1, Source::none, Key::none, 0, "", {}, "the address, 17 bytes as bsp_pon_onu_ctc_get_mgmt reads them"},
+    {"mgmt", ArgumentType::block, true, false, false, &bsp_onu_msg_fields[6], 17, 0, -1, Source::none, Key::none, 0, "", {}, "the address, 17 bytes as bsp_pon_onu_ctc_get_mgmt reads them"},
+};
+
+constexpr Argument bsp_pon_get_onu_optical_diag_by_pon_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_onu_optical_diag_data_all_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_onu_perf_stat_data_all_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_onu_get_configure_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"onu_id", ArgumentType::u32, false, false, false, &bsp_onu_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "ONU id on the port"},
+    {"out", ArgumentType::u32_out, false, false, false, &bsp_onu_msg_fields[4], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the word"},
+};
+
+constexpr Argument bsp_pon_get_allonuinfo_arguments[] = {
+    {"text_out", ArgumentType::text_out, false, true, false, &bsp_pon_msg_ext_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the text, at most 1023 characters and the NUL"},
+};
+
+constexpr Argument bsp_pon_get_port_info_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_basic_info_arguments[] = {
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::request, 10240, "", {}, "the result database"},
+};
+
+constexpr Oddity bsp_pon_get_config_write_odd[] = {{Facet::null, "without `text_out` nothing is stored through `word_out` either"}};
+constexpr Argument bsp_pon_get_config_write_arguments[] = {
+    {"text_out", ArgumentType::text_out, false, true, false, &bsp_plat_msg_fields[10], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the text, at most 1023 characters and the NUL"},
+    {"word_out", ArgumentType::u32_out, false, true, false, &bsp_plat_msg_fields[9], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the word"},
+    {"port", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number, or what the service takes for all"},
+    {"arg", ArgumentType::u32, false, false, false, &bsp_plat_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "what is wanted; the service knows the values"},
+};
+
+constexpr Constant bsp_profile_exec_get_constants[] = {{&bsp_profile_msg_fields[1], 1}};
+constexpr Argument bsp_profile_exec_get_arguments[] = {
+    {"action", ArgumentType::u32, false, false, false, &bsp_profile_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "action code; the service knows the values"},
+    {"buf", ArgumentType::block_inout, false, true, false, &bsp_profile_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the payload, which the answer overwrites"},
+    {"len", ArgumentType::length, false, false, false, nullptr, 0, 0, 1, Source::none, Key::none, 0, "", {}, "its length in bytes, at most 4092"},
+};
+
+constexpr Constant bsp_profile_exec_get__constants[] = {{&bsp_profile_msg_fields[1], 1}};
+constexpr Oddity bsp_profile_exec_get__odd[] = {{Facet::answer, "delivered only where the status is 0, into `out` or else into `buf`"}};
+constexpr Argument bsp_profile_exec_get__arguments[] = {
+    {"action", ArgumentType::u32, false, false, false, &bsp_profile_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "action code; the service knows the values"},
+    {"buf", ArgumentType::block_inout, false, true, false, &bsp_profile_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the payload, which the answer overwrites where there is no `out`"},
+    {"len", ArgumentType::length, false, false, false, nullptr, 0, 0, 1, Source::none, Key::none, 0, "", {}, "its length in bytes, at most 4092"},
+    {"out", ArgumentType::block_out, false, true, false, &bsp_profile_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives the answer; then `buf` is left alone"},
+    {"out_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 3, Source::none, Key::none, 0, "", {}, "bytes wanted"},
+};
+
+constexpr Constant bsp_profile_exec_get_json_constants[] = {{&bsp_profile_msg_fields[1], 1}};
+constexpr Argument bsp_profile_exec_get_json_arguments[] = {
+    {"action", ArgumentType::u32, false, false, false, &bsp_profile_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "action code; the service knows the values"},
+    {"db_out", ArgumentType::db, false, false, false, &bsp_profile_msg_fields[3], 0, 0, -1, Source::file, Key::none, 0, "content filename:%s", {}, "the result database"},
+};
+
+constexpr Argument bsp_profile_exec_set_arguments[] = {
+    {"action", ArgumentType::u32, false, false, false, &bsp_profile_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "action code; the service knows the values"},
+    {"buf", ArgumentType::block, false, true, false, &bsp_profile_msg_fields[3], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the payload"},
+    {"len", ArgumentType::length, false, false, false, nullptr, 0, 0, 1, Source::none, Key::none, 0, "", {}, "its length in bytes, at most 4092"},
+};
+
+constexpr Constant bsp_profile_exec_get_cfgwr_constants[] = {{&bsp_profile_msg_fields[1], 1}};
+constexpr Oddity bsp_profile_exec_get_cfgwr_odd[] = {{Facet::answer, "a file that is read into a block of memory where the status is 0 and the file is not empty"}, {Facet::status, "the service's status word; BSP_ERR_NOMEM where there is no memory for the file, and what reading it failed with, both logged"}};
+constexpr Argument bsp_profile_exec_get_cfgwr_arguments[] = {
+    {"action", ArgumentType::u32, false, false, false, &bsp_profile_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "action code; the service knows the values"},
+    {"data_out", ArgumentType::pblock_out, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives a block that the caller owns and releases with pfree; not written where the status is not 0 or the file is empty"},
+    {"len_out", ArgumentType::u32_out, false, false, false, &bsp_profile_msg_fields[2], 0, 0, -1, Source::none, Key::none, 0, "", {}, "receives its length in bytes; not written where the block is not"},
+};
+
+constexpr Argument bsp_onu_ctc_set_cfg_arguments[] = {
+    {"rec", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the configuration, 1888 bytes; its command becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_set_oui_arguments[] = {
+    {"oui", ArgumentType::block, true, false, false, &bsp_pon_msg_fields[13], 3, 0, -1, Source::none, Key::none, 0, "", {}, "the OUI, 3 bytes in transmission order"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_add_loid_arguments[] = {
+    {"rec", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` and what the service takes for the LOID, 944 bytes; its command becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_onu_ctc_delete_loid_arguments[] = {
+    {"rec", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "`pon_port` and what the service takes for the LOID, 944 bytes; its command becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_get_onu_loidlist_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 1048576, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_get_arptable_arguments[] = {
+    {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
+    {"db_out", ArgumentType::db, false, false, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::file, Key::none, 0, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_pon_prof_uni_set_arguments[] = {
+    {"profile_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of the profile"},
+    {"value", ArgumentType::u16, false, false, false, &bsp_pon_msg_fields[7], 0, 0, -1, Source::none, Key::none, 0, "", {}, "passed to the service with the profile"},
+    {"body", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::none, Key::none, 0, "", {}, "the profile"},
+    {"body_len", ArgumentType::length, false, false, false, nullptr, 0, 0, 2, Source::none, Key::none, 0, "", {}, "its length in bytes; up to 515 are sent"},
+};
+
+constexpr Argument bsp_pon_prof_uni_get_arguments[] = {
+    {"profile_id", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "number of the profile"},
+    {"db_out", ArgumentType::db, false, false, false, nullptr, 0, 0, -1, Source::shmem, Key::command, 10240, "", {}, "the result database"},
+};
+
+constexpr Argument bsp_onu_ctc_set_portcfg_arguments[] = {
+    {"rec", ArgumentType::record, true, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "the configuration, 1888 bytes; its command becomes the command code and stays so"},
+};
+
+constexpr Argument bsp_pon_onucfg_set_batch_arguments[] = {
+    {"value", ArgumentType::u32, false, false, false, nullptr, 0, 0, -1, Source::none, Key::none, 0, "", {}, "not used: the request is all zero"},
 };
 
 constexpr Operation all_operations[] = {
     {"bsp_pon_onu_auth_mode_type_set", "Authentication, confirmation and description", "Sets the authentication mode of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[12], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_auth_mode_type_set", {}, bsp_pon_onu_auth_mode_type_set_arguments},
+     &all_channels[0], &all_records[0], &all_commands[13], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_auth_mode_type_set", {}, {}, bsp_pon_onu_auth_mode_type_set_arguments},
     {"bsp_pon_onu_auth_set", "Authentication, confirmation and description", "Sets the authentication of a PON port from a record that the caller built.", "",
-     &all_channels[0], &all_records[0], &all_commands[12], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_auth_set", {}, bsp_pon_onu_auth_set_arguments},
+     &all_channels[0], &all_records[0], &all_commands[13], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_auth_set", {}, {}, bsp_pon_onu_auth_set_arguments},
     {"bsp_pon_onu_auth_mode_type_get", "Authentication, confirmation and description", "Asks for the authentication mode of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[13], Class::read, Call::get, Failure::report,
-     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_onu_auth_mode_type_get", {}, bsp_pon_onu_auth_mode_type_get_arguments},
-    {"bsp_pon_onu_auth_infolist_get", "Authentication, confirmation and description", "Asks for the authentication records as a result database of at most 10240 bytes.", "",
      &all_channels[0], &all_records[0], &all_commands[14], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_auth_infolist_get", {}, bsp_pon_onu_auth_infolist_get_arguments},
+     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_onu_auth_mode_type_get", {}, {}, bsp_pon_onu_auth_mode_type_get_arguments},
+    {"bsp_pon_onu_auth_infolist_get", "Authentication, confirmation and description", "Asks for the authentication records as a result database of at most 10240 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[15], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_auth_infolist_get", {}, {}, bsp_pon_onu_auth_infolist_get_arguments},
     {"bsp_pon_confirm_onu", "Authentication, confirmation and description", "Confirms an ONU that waits.", "Of the record, `onu_id` is sent where it is not 0 and otherwise `onu_mac`, never both; further `arg_byte16` and `arg_word36`.",
-     &all_channels[0], &all_records[0], &all_commands[15], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_confirm_onu", bsp_pon_confirm_onu_odd, bsp_pon_confirm_onu_arguments},
+     &all_channels[0], &all_records[0], &all_commands[16], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_confirm_onu", {}, bsp_pon_confirm_onu_odd, bsp_pon_confirm_onu_arguments},
     {"bsp_pon_onu_description", "Authentication, confirmation and description", "Describes a bound ONU in a text.", "",
-     &all_channels[0], &all_records[0], &all_commands[31], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_description", {}, bsp_pon_onu_description_arguments},
+     &all_channels[0], &all_records[0], &all_commands[34], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_description", {}, {}, bsp_pon_onu_description_arguments},
     {"bsp_pon_cfg", "ONU binding and unbinding", "Sends a free-form PON configuration command.", "",
      &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_cfg", {}, bsp_pon_cfg_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_cfg", {}, {}, bsp_pon_cfg_arguments},
     {"bsp_ponmsg_cfg_set", "ONU binding and unbinding", "Sends a record that the caller built, as it stands, as a PON configuration command.", "",
      &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_ponmsg_cfg_set", {}, bsp_ponmsg_cfg_set_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_ponmsg_cfg_set", {}, {}, bsp_ponmsg_cfg_set_arguments},
     {"bsp_pon_bind_onu_auto_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to an ONU id that the service picks.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
-     &all_channels[0], &all_records[0], &all_commands[0], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_auto_id", {}, bsp_pon_bind_onu_auto_id_arguments},
-    {"bsp_pon_onu_support_set", "ONU binding and unbinding", "Sets whether an ONU, named by its MAC address, is supported.", "",
-     &all_channels[0], &all_records[0], &all_commands[39], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_support_set", {}, bsp_pon_onu_support_set_arguments},
-    {"bsp_pon_bind_onu_spec_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to a given ONU id.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
      &all_channels[0], &all_records[0], &all_commands[1], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_spec_id", {}, bsp_pon_bind_onu_spec_id_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_auto_id", {}, {}, bsp_pon_bind_onu_auto_id_arguments},
+    {"bsp_pon_onu_support_set", "ONU binding and unbinding", "Sets whether an ONU, named by its MAC address, is supported.", "",
+     &all_channels[0], &all_records[0], &all_commands[53], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_support_set", {}, {}, bsp_pon_onu_support_set_arguments},
+    {"bsp_pon_bind_onu_spec_id", "ONU binding and unbinding", "Binds an ONU, named by its MAC address, to a given ONU id.", "The first text goes to the later field of the record: the order of the texts is that of the arguments, not of the record.",
+     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_bind_onu_spec_id", {}, {}, bsp_pon_bind_onu_spec_id_arguments},
     {"bsp_pon_no_bind_onu_spec_id", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id.", "",
-     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_spec_id", {}, bsp_pon_no_bind_onu_spec_id_arguments},
-    {"bsp_pon_no_bind_onu_spec_id_and_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id and its MAC address.", "Unlike in bsp_pon_no_bind_onu_by_mac, the MAC pointer is not checked: it must be valid.",
-     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_spec_id_and_mac", {}, bsp_pon_no_bind_onu_spec_id_and_mac_arguments},
-    {"bsp_pon_no_bind_onu_by_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its MAC address.", "",
-     &all_channels[0], &all_records[0], &all_commands[2], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_by_mac", {}, bsp_pon_no_bind_onu_by_mac_arguments},
-    {"bsp_pon_no_bind_onu_all", "ONU binding and unbinding", "Releases all bindings of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[5], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_all", {}, bsp_pon_no_bind_onu_all_arguments},
-    {"bsp_pon_no_bind_offline_onu_all", "ONU binding and unbinding", "Releases the bindings of all offline ONUs of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[6], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_offline_onu_all", {}, bsp_pon_no_bind_offline_onu_all_arguments},
-    {"bsp_pon_no_bind_onu_batch_spec_id", "ONU binding and unbinding", "Releases a batch of bindings.", "",
      &all_channels[0], &all_records[0], &all_commands[3], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_batch_spec_id", {}, bsp_pon_no_bind_onu_batch_spec_id_arguments},
-    {"bsp_pon_reboot_onu_batch", "ONU binding and unbinding", "Reboots a batch of ONUs.", "",
-     &all_channels[0], &all_records[0], &all_commands[4], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reboot_onu_batch", {}, bsp_pon_reboot_onu_batch_arguments},
-    {"bsp_pon_onu_batch_sort", "ONU binding and unbinding", "Re-sorts a batch of ONUs.", "",
-     &all_channels[0], &all_records[0], &all_commands[37], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_batch_sort", {}, bsp_pon_onu_batch_sort_arguments},
-    {"bsp_pon_set_opt_range", "ONU binding and unbinding", "Sets the optical ranging limits.", "",
-     &all_channels[0], &all_records[0], &all_commands[38], Class::write, Call::set, Failure::report,
-     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_set_opt_range", {}, bsp_pon_set_opt_range_arguments},
-    {"bsp_pon_blacklist_add_onu_auto_id", "Whitelist and blacklist", "Puts an ONU, named by its MAC address, on the blacklist; the service picks the id there.", "",
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_spec_id", {}, {}, bsp_pon_no_bind_onu_spec_id_arguments},
+    {"bsp_pon_no_bind_onu_spec_id_and_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its ONU id and its MAC address.", "Unlike in bsp_pon_no_bind_onu_by_mac, the MAC pointer is not checked: it must be valid.",
+     &all_channels[0], &all_records[0], &all_commands[3], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_spec_id_and_mac", {}, {}, bsp_pon_no_bind_onu_spec_id_and_mac_arguments},
+    {"bsp_pon_no_bind_onu_by_mac", "ONU binding and unbinding", "Releases the binding of one ONU, named by its MAC address.", "",
+     &all_channels[0], &all_records[0], &all_commands[3], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_by_mac", {}, {}, bsp_pon_no_bind_onu_by_mac_arguments},
+    {"bsp_pon_no_bind_onu_all", "ONU binding and unbinding", "Releases all bindings of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[6], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_all", {}, {}, bsp_pon_no_bind_onu_all_arguments},
+    {"bsp_pon_no_bind_offline_onu_all", "ONU binding and unbinding", "Releases the bindings of all offline ONUs of a PON port.", "",
      &all_channels[0], &all_records[0], &all_commands[7], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_blacklist_add_onu_auto_id", {}, bsp_pon_blacklist_add_onu_auto_id_arguments},
-    {"bsp_pon_reject_onu_to_blacklist", "Whitelist and blacklist", "Puts the ONU that is bound to an ONU id on the blacklist.", "",
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_offline_onu_all", {}, {}, bsp_pon_no_bind_offline_onu_all_arguments},
+    {"bsp_pon_no_bind_onu_batch_spec_id", "ONU binding and unbinding", "Releases a batch of bindings.", "",
+     &all_channels[0], &all_records[0], &all_commands[4], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_onu_batch_spec_id", {}, {}, bsp_pon_no_bind_onu_batch_spec_id_arguments},
+    {"bsp_pon_reboot_onu_batch", "ONU binding and unbinding", "Reboots a batch of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[5], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reboot_onu_batch", {}, {}, bsp_pon_reboot_onu_batch_arguments},
+    {"bsp_pon_onu_batch_sort", "ONU binding and unbinding", "Re-sorts a batch of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[50], Class::service_affecting, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_onu_batch_sort", {}, {}, bsp_pon_onu_batch_sort_arguments},
+    {"bsp_pon_set_opt_range", "ONU binding and unbinding", "Sets the optical ranging limits.", "",
+     &all_channels[0], &all_records[0], &all_commands[51], Class::write, Call::set, Failure::report,
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_set_opt_range", {}, {}, bsp_pon_set_opt_range_arguments},
+    {"bsp_pon_blacklist_add_onu_auto_id", "Whitelist and blacklist", "Puts an ONU, named by its MAC address, on the blacklist; the service picks the id there.", "",
      &all_channels[0], &all_records[0], &all_commands[8], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_reject_onu_to_blacklist", {}, bsp_pon_reject_onu_to_blacklist_arguments},
-    {"bsp_pon_reject_onu_to_blacklist_batch", "Whitelist and blacklist", "Puts a batch of ONUs on the blacklist.", "",
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_blacklist_add_onu_auto_id", {}, {}, bsp_pon_blacklist_add_onu_auto_id_arguments},
+    {"bsp_pon_reject_onu_to_blacklist", "Whitelist and blacklist", "Puts the ONU that is bound to an ONU id on the blacklist.", "",
      &all_channels[0], &all_records[0], &all_commands[9], Class::service_affecting, Call::set, Failure::report,
-     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reject_onu_to_blacklist_batch", {}, bsp_pon_reject_onu_to_blacklist_batch_arguments},
-    {"bsp_pon_no_bind_blacklist_onu_by_mac", "Whitelist and blacklist", "Takes an ONU, named by its MAC address, off the blacklist.", "",
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_reject_onu_to_blacklist", {}, {}, bsp_pon_reject_onu_to_blacklist_arguments},
+    {"bsp_pon_reject_onu_to_blacklist_batch", "Whitelist and blacklist", "Puts a batch of ONUs on the blacklist.", "",
      &all_channels[0], &all_records[0], &all_commands[10], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_blacklist_onu_by_mac", {}, bsp_pon_no_bind_blacklist_onu_by_mac_arguments},
-    {"bsp_pon_no_bind_blacklist_batch", "Whitelist and blacklist", "Takes a batch of ONUs off the blacklist.", "Unlike bsp_pon_reject_onu_to_blacklist_batch, it sends the caller's own record.",
+     Request::copied, Answer::none, nullptr, 0, 0, "bsp_pon_reject_onu_to_blacklist_batch", {}, {}, bsp_pon_reject_onu_to_blacklist_batch_arguments},
+    {"bsp_pon_no_bind_blacklist_onu_by_mac", "Whitelist and blacklist", "Takes an ONU, named by its MAC address, off the blacklist.", "",
      &all_channels[0], &all_records[0], &all_commands[11], Class::service_affecting, Call::set, Failure::report,
-     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_blacklist_batch", {}, bsp_pon_no_bind_blacklist_batch_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_blacklist_onu_by_mac", {}, {}, bsp_pon_no_bind_blacklist_onu_by_mac_arguments},
+    {"bsp_pon_no_bind_blacklist_batch", "Whitelist and blacklist", "Takes a batch of ONUs off the blacklist.", "Unlike bsp_pon_reject_onu_to_blacklist_batch, it sends the caller's own record.",
+     &all_channels[0], &all_records[0], &all_commands[12], Class::service_affecting, Call::set, Failure::report,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_no_bind_blacklist_batch", {}, {}, bsp_pon_no_bind_blacklist_batch_arguments},
     {"bsp_pon_get_w_onu_spec_id", "Whitelist and blacklist", "Looks up one ONU of the whitelist, named by its ONU id.", "",
-     &all_channels[0], &all_records[0], &all_commands[16], Class::read, Call::get, Failure::report,
-     Request::built, Answer::caller, &all_records[0], 776, 776, "bsp_pon_get_w_onu_spec_id", {}, bsp_pon_get_w_onu_spec_id_arguments},
+     &all_channels[0], &all_records[0], &all_commands[17], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 776, 776, "bsp_pon_get_w_onu_spec_id", {}, {}, bsp_pon_get_w_onu_spec_id_arguments},
     {"bsp_pon_get_w_onu_by_mac", "Whitelist and blacklist", "Looks up one ONU of the whitelist, named by its MAC address.", "",
-     &all_channels[0], &all_records[0], &all_commands[16], Class::read, Call::get, Failure::report,
-     Request::built, Answer::caller, &all_records[0], 776, 776, "bsp_pon_get_w_onu_by_mac", {}, bsp_pon_get_w_onu_by_mac_arguments},
+     &all_channels[0], &all_records[0], &all_commands[17], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 776, 776, "bsp_pon_get_w_onu_by_mac", {}, {}, bsp_pon_get_w_onu_by_mac_arguments},
     {"bsp_pon_get_w_onu_id_resouce", "Whitelist and blacklist", "Asks which ONU ids of a port are in use on the whitelist.", "",
-     &all_channels[0], &all_records[0], &all_commands[25], Class::read, Call::get, Failure::report,
-     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_get_w_onu_id_resouce", {}, bsp_pon_get_w_onu_id_resouce_arguments},
+     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_get_w_onu_id_resouce", {}, {}, bsp_pon_get_w_onu_id_resouce_arguments},
     {"bsp_pon_get_b_onu_id_resouce", "Whitelist and blacklist", "Asks which ids of a port are in use on the blacklist.", "",
-     &all_channels[0], &all_records[0], &all_commands[29], Class::read, Call::get, Failure::report,
-     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_get_b_onu_id_resouce", {}, bsp_pon_get_b_onu_id_resouce_arguments},
+     &all_channels[0], &all_records[0], &all_commands[30], Class::read, Call::get, Failure::report,
+     Request::built, Answer::caller, &all_records[0], 944, 944, "bsp_pon_get_b_onu_id_resouce", {}, {}, bsp_pon_get_b_onu_id_resouce_arguments},
     {"bsp_pon_get_onu_blacklist", "Whitelist and blacklist", "Asks for the blacklist, as the caller's record selects it, as a result database of at most 1048576 bytes.", "",
-     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_onu_blacklist", {}, bsp_pon_get_onu_blacklist_arguments},
-    {"bsp_pon_get_b_onu_spec_id", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its id there, as a result database of at most 1048576 bytes.", "",
-     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_b_onu_spec_id", {}, bsp_pon_get_b_onu_spec_id_arguments},
-    {"bsp_pon_get_b_onu_by_mac", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its MAC address, as a result database of at most 1048576 bytes.", "",
-     &all_channels[0], &all_records[0], &all_commands[26], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 776, 776, "bsp_pon_get_b_onu_by_mac", {}, bsp_pon_get_b_onu_by_mac_arguments},
-    {"bsp_pon_get_onu_blacklist_snmp", "Whitelist and blacklist", "Asks for the blacklist of the whole OLT, for the SNMP agent.", "",
      &all_channels[0], &all_records[0], &all_commands[27], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_blacklist_snmp_arguments},
-    {"bsp_pon_get_onu_blacklist_web", "Whitelist and blacklist", "Asks for the blacklist of a PON port, for the web server.", "",
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_onu_blacklist", {}, {}, bsp_pon_get_onu_blacklist_arguments},
+    {"bsp_pon_get_b_onu_spec_id", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its id there, as a result database of at most 1048576 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[27], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_b_onu_spec_id", {}, {}, bsp_pon_get_b_onu_spec_id_arguments},
+    {"bsp_pon_get_b_onu_by_mac", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its MAC address, as a result database of at most 1048576 bytes.", "",
+     &all_channels[0], &all_records[0], &all_commands[27], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 776, 776, "bsp_pon_get_b_onu_by_mac", {}, {}, bsp_pon_get_b_onu_by_mac_arguments},
+    {"bsp_pon_get_onu_blacklist_snmp", "Whitelist and blacklist", "Asks for the blacklist of the whole OLT, for the SNMP agent.", "",
      &all_channels[0], &all_records[0], &all_commands[28], Class::read, Call::get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_blacklist_web_arguments},
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_blacklist_snmp_arguments},
+    {"bsp_pon_get_onu_blacklist_web", "Whitelist and blacklist", "Asks for the blacklist of a PON port, for the web server.", "",
+     &all_channels[0], &all_records[0], &all_commands[29], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_blacklist_web_arguments},
     {"bsp_pon_exec_get", "Generic pass-through", "Sends a record that the caller built and takes the answer in the same record.", "",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_pon_exec_get", {}, bsp_pon_exec_get_arguments},
+     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_pon_exec_get", {}, {}, bsp_pon_exec_get_arguments},
     {"bsp_pon_exec_set", "Generic pass-through", "Sends a record that the caller built, as it stands.", "",
      &all_channels[0], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_exec_set", {}, bsp_pon_exec_set_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_exec_set", {}, {}, bsp_pon_exec_set_arguments},
     {"bsp_pon_exec_get_json", "Generic pass-through", "Asks for a small view of a PON port, at most 10240 bytes, as a result database.", "Differs from bsp_pon_exec_get_json_ in the bound alone.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_json", {}, bsp_pon_exec_get_json_arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_json", {}, {}, bsp_pon_exec_get_json_arguments},
     {"bsp_pon_exec_get_json_", "Generic pass-through", "Asks for a large view of a PON port, at most 1048576 bytes, as a result database.", "Differs from bsp_pon_exec_get_json in the bound alone.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_json_", {}, bsp_pon_exec_get_json__arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_json_", {}, {}, bsp_pon_exec_get_json__arguments},
     {"bsp_pon_exec_get_file", "Generic pass-through", "Asks for a view of a PON port that the service leaves in a file, and returns the file's name.", "The file is the caller's to remove.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_file", {}, bsp_pon_exec_get_file_arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_file", {}, {}, bsp_pon_exec_get_file_arguments},
     {"bsp_pon_exec_get_onu_json", "Generic pass-through", "Asks for a large view of one ONU, at most 1048576 bytes, as a result database.", "",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_onu_json", {}, bsp_pon_exec_get_onu_json_arguments},
+     Request::built, Answer::own, &all_records[0], 944, 0, "bsp_pon_exec_get_onu_json", {}, {}, bsp_pon_exec_get_onu_json_arguments},
     {"bsp_pon_config_by_db", "Stored views", "Asks for a view of the PON channel, at most 1048576 bytes, by a record that the caller built.", "",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_config_by_db_arguments},
+     Request::as_is, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_config_by_db_arguments},
     {"bsp_pononu_ctc_config_by_db", "Stored views", "Asks for a view of remote-ONU configuration, at most 10240 bytes, by a record that the caller built.", "",
      &all_channels[4], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pononu_ctc_config_by_db_arguments},
+     Request::as_is, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pononu_ctc_config_by_db_arguments},
     {"bsp_pon_platform_by_db", "Stored views", "Asks for a view of the OLT's platform, at most 10240 bytes, by a record that the caller built.", "",
      &all_channels[5], &all_records[2], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_platform_by_db_arguments},
+     Request::as_is, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_platform_by_db_arguments},
     {"bsp_pon_get_onu_info", "Stored views", "Asks for ONU information, by datagram, as a result database of at most 1048576 bytes.", "",
-     &all_channels[0], &all_records[0], &all_commands[17], Class::read, Call::dgram_get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_info", {}, bsp_pon_get_onu_info_arguments},
+     &all_channels[0], &all_records[0], &all_commands[18], Class::read, Call::dgram_get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_info", {}, {}, bsp_pon_get_onu_info_arguments},
     {"bsp_pon_get_onu_info_snmp", "Stored views", "Asks for ONU information of the whole OLT, for the SNMP agent.", "",
-     &all_channels[0], &all_records[0], &all_commands[18], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_info_snmp_arguments},
-    {"bsp_pon_get_onu_info_web", "Stored views", "Asks for ONU information of a PON port, for the web server.", "",
      &all_channels[0], &all_records[0], &all_commands[19], Class::read, Call::get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_info_web_arguments},
-    {"bsp_pon_get_onu_cap_snmp", "Stored views", "Asks for the capabilities of the bound ONUs of the whole OLT, for the SNMP agent.", "",
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_info_snmp_arguments},
+    {"bsp_pon_get_onu_info_web", "Stored views", "Asks for ONU information of a PON port, for the web server.", "",
      &all_channels[0], &all_records[0], &all_commands[20], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_cap_snmp_arguments},
-    {"bsp_pon_get_base_info_web", "Stored views", "Asks for base information of the OLT's PON ports, for the web server.", "",
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_info_web_arguments},
+    {"bsp_pon_get_onu_cap_snmp", "Stored views", "Asks for the capabilities of the bound ONUs of the whole OLT, for the SNMP agent.", "",
      &all_channels[0], &all_records[0], &all_commands[21], Class::read, Call::get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_base_info_web_arguments},
-    {"bsp_pon_get_upgrade_base_info_web", "Stored views", "Asks for what an upgrade must know of the bound ONUs of a PON port, for the web server.", "",
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_cap_snmp_arguments},
+    {"bsp_pon_get_base_info_web", "Stored views", "Asks for base information of the OLT's PON ports, for the web server.", "",
      &all_channels[0], &all_records[0], &all_commands[22], Class::read, Call::get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_upgrade_base_info_web_arguments},
-    {"bsp_pon_get_onu_alarm", "Stored views", "Asks for alarms of ONUs.", "",
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_base_info_web_arguments},
+    {"bsp_pon_get_upgrade_base_info_web", "Stored views", "Asks for what an upgrade must know of the bound ONUs of a PON port, for the web server.", "",
      &all_channels[0], &all_records[0], &all_commands[23], Class::read, Call::get, Failure::report,
-     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_onu_alarm_arguments},
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_upgrade_base_info_web_arguments},
+    {"bsp_pon_get_onu_alarm", "Stored views", "Asks for alarms of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[24], Class::read, Call::get, Failure::report,
+     Request::stamped, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_alarm_arguments},
     {"bsp_pon_clear_onu_alarm", "Stored views", "Clears alarms of ONUs.", "",
-     &all_channels[0], &all_records[0], &all_commands[24], Class::write, Call::set, Failure::pass,
-     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_clear_onu_alarm", {}, bsp_pon_clear_onu_alarm_arguments},
+     &all_channels[0], &all_records[0], &all_commands[25], Class::write, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_clear_onu_alarm", {}, {}, bsp_pon_clear_onu_alarm_arguments},
     {"bsp_pon_get_uni_attribute_snmp", "Stored views", "Asks for the attributes of the UNI ports of the whole OLT, for the SNMP agent.", "",
-     &all_channels[0], &all_records[0], &all_commands[30], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, bsp_pon_get_uni_attribute_snmp_arguments},
+     &all_channels[0], &all_records[0], &all_commands[31], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_uni_attribute_snmp_arguments},
     {"bsp_pon_onu_get_cfg_info", "Stored views", "Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.", "",
-     &all_channels[4], &all_records[3], &all_commands[132], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
+     &all_channels[4], &all_records[3], &all_commands[148], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", {}, bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
     {"bsp_pon_onu_get_portcfg_info", "Stored views", "Asks for the configuration of the UNI ports of one ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[133], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_get_portcfg_info_arguments},
+     &all_channels[4], &all_records[3], &all_commands[149], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pon_onu_get_portcfg_info_arguments},
     {"bsp_pononu_ctc_config_snmp_get", "Stored views", "Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only the status reaches the caller.", "",
      &all_channels[7], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pononu_ctc_config_snmp_get_arguments},
+     Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, {}, bsp_pononu_ctc_config_snmp_get_arguments},
     {"bsp_pon_onu_get_vlan_mode_snmp", "Stored views", "Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[177], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
+     &all_channels[7], &all_records[3], &all_commands[195], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
     {"bsp_pon_onu_get_vlanlist_snmp", "Stored views", "Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[178], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
+     &all_channels[7], &all_records[3], &all_commands[196], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
     {"bsp_pon_set_onu_upgrade_type_add", "Upgrade types and upgrade runs", "Adds an upgrade type: which firmware goes to which kind of ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[179], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_add", {}, bsp_pon_set_onu_upgrade_type_add_arguments},
+     &all_channels[8], &all_records[1], &all_commands[197], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_add", {}, {}, bsp_pon_set_onu_upgrade_type_add_arguments},
     {"bsp_pon_set_onu_upgrade_type_del", "Upgrade types and upgrade runs", "Deletes an upgrade type.", "",
-     &all_channels[8], &all_records[1], &all_commands[180], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_del", {}, bsp_pon_set_onu_upgrade_type_del_arguments},
+     &all_channels[8], &all_records[1], &all_commands[198], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_del", {}, {}, bsp_pon_set_onu_upgrade_type_del_arguments},
     {"bsp_pon_get_onu_upgrade_type", "Upgrade types and upgrade runs", "Asks for the upgrade types as a result database of at most 10240 bytes.", "",
-     &all_channels[8], &all_records[1], &all_commands[181], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_onu_upgrade_type", {}, bsp_pon_get_onu_upgrade_type_arguments},
+     &all_channels[8], &all_records[1], &all_commands[199], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_onu_upgrade_type", {}, {}, bsp_pon_get_onu_upgrade_type_arguments},
     {"bsp_pon_load_onu_upgrade_type_file", "Upgrade types and upgrade runs", "Loads the upgrade types from a file.", "",
-     &all_channels[8], &all_records[1], &all_commands[182], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_load_onu_upgrade_type_file", {}, bsp_pon_load_onu_upgrade_type_file_arguments},
+     &all_channels[8], &all_records[1], &all_commands[200], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_load_onu_upgrade_type_file", {}, {}, bsp_pon_load_onu_upgrade_type_file_arguments},
     {"bsp_pon_onu_upgrade_type_bind_some", "Upgrade types and upgrade runs", "Binds an upgrade type to some ONUs.", "",
-     &all_channels[8], &all_records[1], &all_commands[183], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_some", {}, bsp_pon_onu_upgrade_type_bind_some_arguments},
+     &all_channels[8], &all_records[1], &all_commands[201], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_some", {}, {}, bsp_pon_onu_upgrade_type_bind_some_arguments},
     {"bsp_pon_onu_upgrade_type_bind_ponport", "Upgrade types and upgrade runs", "Binds an upgrade type to the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[184], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_ponport", {}, bsp_pon_onu_upgrade_type_bind_ponport_arguments},
+     &all_channels[8], &all_records[1], &all_commands[202], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_ponport", {}, {}, bsp_pon_onu_upgrade_type_bind_ponport_arguments},
     {"bsp_pon_onu_upgrade_one", "Upgrade types and upgrade runs", "Starts the upgrade of one ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[185], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_one", {}, bsp_pon_onu_upgrade_one_arguments},
+     &all_channels[8], &all_records[1], &all_commands[203], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_one", {}, {}, bsp_pon_onu_upgrade_one_arguments},
     {"bsp_pon_onu_upgrade_ponport", "Upgrade types and upgrade runs", "Starts the upgrade of the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[186], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_ponport", {}, bsp_pon_onu_upgrade_ponport_arguments},
+     &all_channels[8], &all_records[1], &all_commands[204], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_ponport", {}, {}, bsp_pon_onu_upgrade_ponport_arguments},
     {"bsp_pon_loop_detect_status", "Loop detection", "Switches loop detection on or off.", "",
-     &all_channels[10], &all_records[1], &all_commands[189], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_status", {}, bsp_pon_loop_detect_status_arguments},
+     &all_channels[10], &all_records[1], &all_commands[207], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_status", {}, {}, bsp_pon_loop_detect_status_arguments},
     {"bsp_pon_loop_detect_recover_mode", "Loop detection", "Sets how ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[190], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_mode", {}, bsp_pon_loop_detect_recover_mode_arguments},
+     &all_channels[10], &all_records[1], &all_commands[208], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_mode", {}, {}, bsp_pon_loop_detect_recover_mode_arguments},
     {"bsp_pon_loop_detect_recover_manual", "Loop detection", "Recovers the ports that a loop shut down, now.", "",
-     &all_channels[10], &all_records[1], &all_commands[191], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_manual", {}, {}},
+     &all_channels[10], &all_records[1], &all_commands[209], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_manual", {}, {}, {}},
     {"bsp_pon_loop_detect_recover_time", "Loop detection", "Sets after which time ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[192], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_time", {}, bsp_pon_loop_detect_recover_time_arguments},
+     &all_channels[10], &all_records[1], &all_commands[210], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_time", {}, {}, bsp_pon_loop_detect_recover_time_arguments},
     {"bsp_pon_loop_detect_pkt_send_interval", "Loop detection", "Sets the interval between detection packets.", "",
-     &all_channels[10], &all_records[1], &all_commands[193], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_pkt_send_interval", {}, bsp_pon_loop_detect_pkt_send_interval_arguments},
+     &all_channels[10], &all_records[1], &all_commands[211], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_pkt_send_interval", {}, {}, bsp_pon_loop_detect_pkt_send_interval_arguments},
     {"bsp_pon_get_loop_detect_info", "Loop detection", "Asks what loop detection has found, as a result database of at most 10240 bytes.", "",
-     &all_channels[10], &all_records[1], &all_commands[194], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_info", {}, bsp_pon_get_loop_detect_info_arguments},
+     &all_channels[10], &all_records[1], &all_commands[212], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_info", {}, {}, bsp_pon_get_loop_detect_info_arguments},
     {"bsp_pon_get_loop_detect_config", "Loop detection", "Asks for the settings of loop detection.", "",
-     &all_channels[10], &all_records[1], &all_commands[195], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_config", {}, bsp_pon_get_loop_detect_config_arguments},
+     &all_channels[10], &all_records[1], &all_commands[213], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_config", {}, {}, bsp_pon_get_loop_detect_config_arguments},
     {"bsp_debug_8022_pon_stats", "Chip debug and statistics", "Reads the counters of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[40], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_pon_stats", {}, bsp_debug_8022_pon_stats_arguments},
+     &all_channels[2], &all_records[2], &all_commands[54], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_pon_stats", {}, {}, bsp_debug_8022_pon_stats_arguments},
     {"bsp_debug_8022_ge_stats", "Chip debug and statistics", "Reads the counters of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[41], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_ge_stats", {}, bsp_debug_8022_ge_stats_arguments},
-    {"bsp_debug_plat_ge_phy_get", "Chip debug and statistics", "Reads the PHY of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[42], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_phy_get", {}, bsp_debug_plat_ge_phy_get_arguments},
-    {"bsp_debug_plat_ingress_behavior_get", "Chip debug and statistics", "Reads the ingress behaviour of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[44], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ingress_behavior_get", {}, bsp_debug_plat_ingress_behavior_get_arguments},
-    {"bsp_debug_plat_egress_behavior_get", "Chip debug and statistics", "Reads the egress behaviour of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[45], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_egress_behavior_get", {}, bsp_debug_plat_egress_behavior_get_arguments},
-    {"bsp_debug_plat_pon_mac_get", "Chip debug and statistics", "Reads the MAC of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[46], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_mac_get", {}, bsp_debug_plat_pon_mac_get_arguments},
-    {"bsp_debug_plat_pon_phy_get", "Chip debug and statistics", "Reads the PHY of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[47], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_phy_get", {}, bsp_debug_plat_pon_phy_get_arguments},
-    {"bsp_debug_plat_pon_laser_get", "Chip debug and statistics", "Reads the laser state of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[48], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_laser_get", {}, bsp_debug_plat_pon_laser_get_arguments},
-    {"bsp_debug_plat_ge_mac_get", "Chip debug and statistics", "Reads the MAC of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[49], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_mac_get", {}, bsp_debug_plat_ge_mac_get_arguments},
-    {"bsp_debug_plat_xaui_mac_get", "Chip debug and statistics", "Reads the MAC of a XAUI interface.", "",
-     &all_channels[2], &all_records[2], &all_commands[50], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_mac_get", {}, bsp_debug_plat_xaui_mac_get_arguments},
-    {"bsp_debug_plat_xaui_phy_get", "Chip debug and statistics", "Reads the PHY of a XAUI interface.", "",
-     &all_channels[2], &all_records[2], &all_commands[51], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_phy_get", {}, bsp_debug_plat_xaui_phy_get_arguments},
-    {"bsp_debug_plat_mgmt_cfg_get", "Chip debug and statistics", "Reads the configuration of a management port.", "",
      &all_channels[2], &all_records[2], &all_commands[55], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_mgmt_cfg_get", {}, bsp_debug_plat_mgmt_cfg_get_arguments},
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_ge_stats", {}, {}, bsp_debug_8022_ge_stats_arguments},
+    {"bsp_debug_plat_ge_phy_get", "Chip debug and statistics", "Reads the PHY of a GE port.", "",
+     &all_channels[2], &all_records[2], &all_commands[56], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_phy_get", {}, {}, bsp_debug_plat_ge_phy_get_arguments},
+    {"bsp_debug_plat_ingress_behavior_get", "Chip debug and statistics", "Reads the ingress behaviour of a port.", "",
+     &all_channels[2], &all_records[2], &all_commands[58], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ingress_behavior_get", {}, {}, bsp_debug_plat_ingress_behavior_get_arguments},
+    {"bsp_debug_plat_egress_behavior_get", "Chip debug and statistics", "Reads the egress behaviour of a port.", "",
+     &all_channels[2], &all_records[2], &all_commands[59], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_egress_behavior_get", {}, {}, bsp_debug_plat_egress_behavior_get_arguments},
+    {"bsp_debug_plat_pon_mac_get", "Chip debug and statistics", "Reads the MAC of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[60], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_mac_get", {}, {}, bsp_debug_plat_pon_mac_get_arguments},
+    {"bsp_debug_plat_pon_phy_get", "Chip debug and statistics", "Reads the PHY of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[61], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_phy_get", {}, {}, bsp_debug_plat_pon_phy_get_arguments},
+    {"bsp_debug_plat_pon_laser_get", "Chip debug and statistics", "Reads the laser state of a PON port.", "",
+     &all_channels[2], &all_records[2], &all_commands[62], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_laser_get", {}, {}, bsp_debug_plat_pon_laser_get_arguments},
+    {"bsp_debug_plat_ge_mac_get", "Chip debug and statistics", "Reads the MAC of a GE port.", "",
+     &all_channels[2], &all_records[2], &all_commands[63], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_mac_get", {}, {}, bsp_debug_plat_ge_mac_get_arguments},
+    {"bsp_debug_plat_xaui_mac_get", "Chip debug and statistics", "Reads the MAC of a XAUI interface.", "",
+     &all_channels[2], &all_records[2], &all_commands[64], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_mac_get", {}, {}, bsp_debug_plat_xaui_mac_get_arguments},
+    {"bsp_debug_plat_xaui_phy_get", "Chip debug and statistics", "Reads the PHY of a XAUI interface.", "",
+     &all_channels[2], &all_records[2], &all_commands[65], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_phy_get", {}, {}, bsp_debug_plat_xaui_phy_get_arguments},
+    {"bsp_debug_plat_mgmt_cfg_get", "Chip debug and statistics", "Reads the configuration of a management port.", "",
+     &all_channels[2], &all_records[2], &all_commands[69], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_mgmt_cfg_get", {}, {}, bsp_debug_plat_mgmt_cfg_get_arguments},
     {"bsp_debug_plat_ge_phy_set", "Chip debug and statistics", "Sets the PHY of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[43], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_plat_ge_phy_set", {}, bsp_debug_plat_ge_phy_set_arguments},
+     &all_channels[2], &all_records[2], &all_commands[57], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_plat_ge_phy_set", {}, {}, bsp_debug_plat_ge_phy_set_arguments},
     {"bsp_debug_8022_i2c_read", "Chip debug and statistics", "Reads bytes from the I2C bus of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[52], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_i2c_read", {}, bsp_debug_8022_i2c_read_arguments},
+     &all_channels[2], &all_records[2], &all_commands[66], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_i2c_read", {}, {}, bsp_debug_8022_i2c_read_arguments},
     {"bsp_debug_8022_i2c_write", "Chip debug and statistics", "Writes bytes to the I2C bus of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[53], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_i2c_write", {}, bsp_debug_8022_i2c_write_arguments},
+     &all_channels[2], &all_records[2], &all_commands[67], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_i2c_write", {}, {}, bsp_debug_8022_i2c_write_arguments},
     {"bsp_debug_cs8022_get_fdb", "Chip debug and statistics", "Has the chip's forwarding database dumped; nothing but the status comes back.", "The selector comes before the port.",
-     &all_channels[2], &all_records[2], &all_commands[54], Class::read, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_get_fdb", {}, bsp_debug_cs8022_get_fdb_arguments},
+     &all_channels[2], &all_records[2], &all_commands[68], Class::read, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_get_fdb", {}, {}, bsp_debug_cs8022_get_fdb_arguments},
     {"bsp_debug_ctc_oam", "Chip debug and statistics", "Switches debug output of CTC OAM.", "",
-     &all_channels[2], &all_records[2], &all_commands[56], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_ctc_oam", {}, bsp_debug_ctc_oam_arguments},
+     &all_channels[2], &all_records[2], &all_commands[70], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_ctc_oam", {}, {}, bsp_debug_ctc_oam_arguments},
     {"bsp_debug_onu_debug", "Chip debug and statistics", "Switches debug output of ONUs.", "",
-     &all_channels[2], &all_records[2], &all_commands[57], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_onu_debug", {}, bsp_debug_onu_debug_arguments},
+     &all_channels[2], &all_records[2], &all_commands[71], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_onu_debug", {}, {}, bsp_debug_onu_debug_arguments},
     {"bsp_debug_cs8022_set", "Chip debug and statistics", "Sends a record that the caller built, as it stands, to the chip's debug service.", "",
      &all_channels[2], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_set", {}, bsp_debug_cs8022_set_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_set", {}, {}, bsp_debug_cs8022_set_arguments},
     {"bsp_debug_cs8022_get", "Chip debug and statistics", "Sends a record that the caller built, as it stands, to the chip's debug service, and takes the answer.", "A null pointer is logged at debug level.",
      &all_channels[2], &all_records[2], nullptr, Class::read, Call::get, Failure::pass,
-     Request::as_is, Answer::caller, &all_records[2], 1148, 1148, "bsp_debug_cs8022_get", bsp_debug_cs8022_get_odd, bsp_debug_cs8022_get_arguments},
+     Request::as_is, Answer::caller, &all_records[2], 1148, 1148, "bsp_debug_cs8022_get", {}, bsp_debug_cs8022_get_odd, bsp_debug_cs8022_get_arguments},
     {"bsp_debug_8022_mpcp_set", "Chip debug and statistics", "Sets MPCP parameters of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[145], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_mpcp_set", {}, bsp_debug_8022_mpcp_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[162], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_mpcp_set", {}, {}, bsp_debug_8022_mpcp_set_arguments},
     {"bsp_8022_deregister_onu", "Chip debug and statistics", "Deregisters an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[147], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu", {}, bsp_8022_deregister_onu_arguments},
+     &all_channels[5], &all_records[2], &all_commands[164], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu", {}, {}, bsp_8022_deregister_onu_arguments},
     {"bsp_8022_deregister_onu_state_register", "Chip debug and statistics", "Deregisters the ONUs of a PON port and has them register again.", "",
-     &all_channels[5], &all_records[2], &all_commands[148], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu_state_register", {}, bsp_8022_deregister_onu_state_register_arguments},
+     &all_channels[5], &all_records[2], &all_commands[165], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu_state_register", {}, {}, bsp_8022_deregister_onu_state_register_arguments},
     {"bsp_pon_plat_fdb_cfg_set", "FDB and MAC tables", "Configures the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[168], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_cfg_set", {}, bsp_pon_plat_fdb_cfg_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[185], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_cfg_set", {}, {}, bsp_pon_plat_fdb_cfg_set_arguments},
     {"bsp_pon_plat_fdb_flush", "FDB and MAC tables", "Flushes entries of the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[169], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_flush", {}, bsp_pon_plat_fdb_flush_arguments},
+     &all_channels[5], &all_records[2], &all_commands[186], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_flush", {}, {}, bsp_pon_plat_fdb_flush_arguments},
     {"bsp_pon_plat_mac_age_get", "FDB and MAC tables", "Reads the ageing of MAC addresses.", "",
-     &all_channels[5], &all_records[2], &all_commands[170], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_age_get", {}, bsp_pon_plat_mac_age_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[187], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_age_get", {}, {}, bsp_pon_plat_mac_age_get_arguments},
     {"bsp_pon_plat_mac_get", "FDB and MAC tables", "Queries the MAC table of the PON side.", "",
-     &all_channels[5], &all_records[2], &all_commands[171], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_get", {}, bsp_pon_plat_mac_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[188], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_get", {}, {}, bsp_pon_plat_mac_get_arguments},
     {"bsp_pon_plat_mac_nni_get", "FDB and MAC tables", "Queries the MAC table of the network side (NNI).", "",
-     &all_channels[5], &all_records[2], &all_commands[172], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_nni_get", {}, bsp_pon_plat_mac_nni_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[189], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_nni_get", {}, {}, bsp_pon_plat_mac_nni_get_arguments},
     {"plat_bsp_funcset", "Platform functions and PON settings", "Sends a platform command, as it stands.", "",
      &all_channels[5], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, nullptr, 0, 0, "plat_bsp_funcset", {}, plat_bsp_funcset_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "plat_bsp_funcset", {}, {}, plat_bsp_funcset_arguments},
     {"plat_bsp_funcget", "Platform functions and PON settings", "Sends a platform command and takes the answer in the same record.", "",
      &all_channels[5], &all_records[2], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::in_place, &all_records[2], 1148, 1148, "plat_bsp_funcget", {}, plat_bsp_funcget_arguments},
+     Request::as_is, Answer::in_place, &all_records[2], 1148, 1148, "plat_bsp_funcget", {}, {}, plat_bsp_funcget_arguments},
     {"plat_bsp_funcget_json", "Platform functions and PON settings", "Sends a platform command, takes the answer in the same record, and its result as a database of at most 10240 bytes.", "",
      &all_channels[5], &all_records[2], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::in_place, &all_records[2], 1148, 1148, "plat_bsp_funcget_json", {}, plat_bsp_funcget_json_arguments},
+     Request::as_is, Answer::in_place, &all_records[2], 1148, 1148, "plat_bsp_funcget_json", {}, {}, plat_bsp_funcget_json_arguments},
     {"bsp_poncfg_set", "Platform functions and PON settings", "Sends a PON setting on the platform channel, as it stands.", "",
      &all_channels[5], &all_records[0], nullptr, Class::write, Call::set, Failure::report,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_poncfg_set", {}, bsp_poncfg_set_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_poncfg_set", {}, {}, bsp_poncfg_set_arguments},
     {"bsp_poncfg_get", "Platform functions and PON settings", "Sends a PON setting on the platform channel and takes the answer in the same record.", "",
      &all_channels[5], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_get", {}, bsp_poncfg_get_arguments},
+     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_get", {}, {}, bsp_poncfg_get_arguments},
     {"bsp_poncfg_funcget_json", "Platform functions and PON settings", "Sends a command on the PON channel, takes the answer in the same record, and its result as a database of at most 10240 bytes.", "Unlike its two neighbours, it goes by the PON channel.",
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
-     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_funcget_json", {}, bsp_poncfg_funcget_json_arguments},
+     Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_funcget_json", {}, {}, bsp_poncfg_funcget_json_arguments},
     {"bsp_llid_behavior_set", "LLID and optical module control", "Sets the behaviour of an LLID.", "",
-     &all_channels[5], &all_records[2], &all_commands[155], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_llid_behavior_set", {}, bsp_llid_behavior_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[172], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_llid_behavior_set", {}, {}, bsp_llid_behavior_set_arguments},
     {"bsp_om_opm_trigger_set", "LLID and optical module control", "Starts an optical power measurement (OPM).", "",
-     &all_channels[5], &all_records[2], &all_commands[164], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_trigger_set", {}, bsp_om_opm_trigger_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[181], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_trigger_set", {}, {}, bsp_om_opm_trigger_set_arguments},
     {"bsp_om_opm_cancel_set", "LLID and optical module control", "Cancels the optical power measurement (OPM) of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[165], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_cancel_set", {}, bsp_om_opm_cancel_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[182], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_cancel_set", {}, {}, bsp_om_opm_cancel_set_arguments},
     {"bsp_om_lao_mode_set", "LLID and optical module control", "Sets the LAO mode of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[166], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lao_mode_set", {}, bsp_om_lao_mode_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[183], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lao_mode_set", {}, {}, bsp_om_lao_mode_set_arguments},
     {"bsp_om_lol_mode_set", "LLID and optical module control", "Sets the LOL mode of a PON port's optical module.", "Unlike bsp_om_lao_mode_set, it has a second selector before the mode.",
-     &all_channels[5], &all_records[2], &all_commands[167], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lol_mode_set", {}, bsp_om_lol_mode_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[184], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lol_mode_set", {}, {}, bsp_om_lol_mode_set_arguments},
     {"bsp_om_plat_diag_get", "Optical diagnostics", "Reads the digital diagnostics of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[173], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_get", {}, bsp_om_plat_diag_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[190], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_get", {}, {}, bsp_om_plat_diag_get_arguments},
     {"bsp_om_plat_diag_rssi_get", "Optical diagnostics", "Takes a received signal strength (RSSI) reading.", "",
-     &all_channels[5], &all_records[2], &all_commands[174], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_rssi_get", {}, bsp_om_plat_diag_rssi_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[191], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_rssi_get", {}, {}, bsp_om_plat_diag_rssi_get_arguments},
     {"bsp_sfp_diag_info_get", "Optical diagnostics", "Reads the diagnostic information of an SFP cage.", "",
-     &all_channels[5], &all_records[2], &all_commands[175], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get", {}, bsp_sfp_diag_info_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[192], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get", {}, {}, bsp_sfp_diag_info_get_arguments},
     {"bsp_sfp_diag_info_get_json", "Optical diagnostics", "Asks for the diagnostic information of an SFP cage as a result database of at most 10240 bytes.", "",
-     &all_channels[5], &all_records[2], &all_commands[176], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get_json", {}, bsp_sfp_diag_info_get_json_arguments},
+     &all_channels[5], &all_records[2], &all_commands[193], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get_json", {}, {}, bsp_sfp_diag_info_get_json_arguments},
     {"bsp_debug_8022_optical_status", "Optical diagnostics", "Hands an optical status block to the PON chip's debug layer.", "It sends a block, and reads none.",
-     &all_channels[5], &all_records[2], &all_commands[146], Class::write, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_optical_status", {}, bsp_debug_8022_optical_status_arguments},
+     &all_channels[5], &all_records[2], &all_commands[163], Class::write, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_optical_status", {}, {}, bsp_debug_8022_optical_status_arguments},
     {"bsp_p2p_state_set", "P2P forwarding", "Switches P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[149], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_state_set", {}, bsp_p2p_state_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[166], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_state_set", {}, {}, bsp_p2p_state_set_arguments},
     {"bsp_onu_p2p_own_port_set", "P2P forwarding", "Sets the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[150], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_onu_p2p_own_port_set", {}, bsp_onu_p2p_own_port_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[167], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_onu_p2p_own_port_set", {}, {}, bsp_onu_p2p_own_port_set_arguments},
     {"bsp_onu_p2p_own_port_get", "P2P forwarding", "Reads the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[151], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_onu_p2p_own_port_get", {}, bsp_onu_p2p_own_port_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[168], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_onu_p2p_own_port_get", {}, {}, bsp_onu_p2p_own_port_get_arguments},
     {"bsp_pon_get_p2p_state", "P2P forwarding", "Asks for the state of P2P forwarding, which comes as a text in the answer, as a result database.", "",
-     &all_channels[5], &all_records[2], &all_commands[152], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_p2p_state", {}, bsp_pon_get_p2p_state_arguments},
+     &all_channels[5], &all_records[2], &all_commands[169], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_p2p_state", {}, {}, bsp_pon_get_p2p_state_arguments},
     {"bsp_p2p_entry_set", "P2P forwarding", "Sets a forwarding entry.", "The word for offset 108 comes before that for offset 104.",
-     &all_channels[5], &all_records[2], &all_commands[153], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set", {}, bsp_p2p_entry_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[170], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set", {}, {}, bsp_p2p_entry_set_arguments},
     {"bsp_p2p_entry_set_matchall", "P2P forwarding", "Sets a forwarding entry that matches everything: bsp_p2p_entry_set with a zero at offset 108.", "",
-     &all_channels[5], &all_records[2], &all_commands[153], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set_matchall", {}, bsp_p2p_entry_set_matchall_arguments},
+     &all_channels[5], &all_records[2], &all_commands[170], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set_matchall", {}, {}, bsp_p2p_entry_set_matchall_arguments},
     {"bsp_p2p_cfg_set", "P2P forwarding", "Configures P2P forwarding of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[154], Class::service_affecting, Call::set, Failure::report,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_cfg_set", {}, bsp_p2p_cfg_set_arguments},
+     &all_channels[5], &all_records[2], &all_commands[171], Class::service_affecting, Call::set, Failure::report,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_cfg_set", {}, {}, bsp_p2p_cfg_set_arguments},
     {"bsp_pon_onu_sla_config", "Service level agreements", "Stores an upstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[156], Class::service_affecting, Call::set, Failure::pass,
-     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_config", {}, bsp_pon_onu_sla_config_arguments},
+     &all_channels[5], &all_records[2], &all_commands[173], Class::service_affecting, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_config", {}, {}, bsp_pon_onu_sla_config_arguments},
     {"bsp_pon_onu_sla_down_config", "Service level agreements", "Stores a downstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[161], Class::service_affecting, Call::set, Failure::pass,
-     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_down_config", {}, bsp_pon_onu_sla_down_config_arguments},
+     &all_channels[5], &all_records[2], &all_commands[178], Class::service_affecting, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_down_config", {}, {}, bsp_pon_onu_sla_down_config_arguments},
     {"bsp_pon_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[157], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_get", {}, bsp_pon_onu_sla_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[174], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_get", {}, {}, bsp_pon_onu_sla_get_arguments},
     {"bsp_pon_plat_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU from the chip's debug service.", "",
-     &all_channels[2], &all_records[2], &all_commands[58], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_plat_onu_sla_get", {}, bsp_pon_plat_onu_sla_get_arguments},
+     &all_channels[2], &all_records[2], &all_commands[72], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_plat_onu_sla_get", {}, {}, bsp_pon_plat_onu_sla_get_arguments},
     {"bsp_pon_onu_sla_down_get", "Service level agreements", "Reads the downstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[162], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_down_get", {}, bsp_pon_onu_sla_down_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[179], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_down_get", {}, {}, bsp_pon_onu_sla_down_get_arguments},
     {"bsp_pon_onu_sla_all_get", "Service level agreements", "Reads the SLA summary of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[158], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_all_get", {}, bsp_pon_onu_sla_all_get_arguments},
+     &all_channels[5], &all_records[2], &all_commands[175], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_all_get", {}, {}, bsp_pon_onu_sla_all_get_arguments},
     {"bsp_pon_onu_sla_get_web", "Service level agreements", "Asks for the upstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[159], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_web_arguments},
+     &all_channels[5], &all_records[2], &all_commands[176], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_onu_sla_get_web_arguments},
     {"bsp_pon_onu_sla_down_get_web", "Service level agreements", "Asks for the downstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[163], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_down_get_web_arguments},
+     &all_channels[5], &all_records[2], &all_commands[180], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_onu_sla_down_get_web_arguments},
     {"bsp_pon_onu_sla_get_snmp", "Service level agreements", "Asks for the upstream SLAs of the whole OLT, for the SNMP agent.", "",
-     &all_channels[5], &all_records[2], &all_commands[160], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, bsp_pon_onu_sla_get_snmp_arguments},
+     &all_channels[5], &all_records[2], &all_commands[177], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_onu_sla_get_snmp_arguments},
     {"bsp_pon_onu_get_uniobj_snmp", "Remote ONU queries", "Asks for the UNI ports of an ONU, for the SNMP agent.", "",
-     &all_channels[4], &all_records[3], &all_commands[144], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_uniobj_snmp", {}, bsp_pon_onu_get_uniobj_snmp_arguments},
+     &all_channels[4], &all_records[3], &all_commands[161], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_uniobj_snmp", {}, {}, bsp_pon_onu_get_uniobj_snmp_arguments},
     {"bsp_pon_onu_ctc_autoneg_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port negotiates its speed.", "",
-     &all_channels[3], &all_records[3], &all_commands[68], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_autoneg_get", {}, bsp_pon_onu_ctc_autoneg_get_arguments},
+     &all_channels[3], &all_records[3], &all_commands[82], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_autoneg_get", {}, {}, bsp_pon_onu_ctc_autoneg_get_arguments},
     {"bsp_pon_onu_ctc_phy_adminstate_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port is on.", "",
-     &all_channels[3], &all_records[3], &all_commands[66], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_phy_adminstate_get", {}, bsp_pon_onu_ctc_phy_adminstate_get_arguments},
+     &all_channels[3], &all_records[3], &all_commands[80], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_phy_adminstate_get", {}, {}, bsp_pon_onu_ctc_phy_adminstate_get_arguments},
     {"bsp_pon_onu_ctc_classification_get", "Remote ONU queries", "Asks a remote ONU for the classification rules of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[73], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_classification_get", {}, bsp_pon_onu_ctc_classification_get_arguments},
+     &all_channels[3], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_classification_get", {}, {}, bsp_pon_onu_ctc_classification_get_arguments},
     {"bsp_pon_onu_ctc_get_dev_info", "Remote ONU queries", "Asks for device information of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[91], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_ctc_get_dev_info", {}, bsp_pon_onu_ctc_get_dev_info_arguments},
+     &all_channels[4], &all_records[3], &all_commands[105], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_ctc_get_dev_info", {}, {}, bsp_pon_onu_ctc_get_dev_info_arguments},
     {"bsp_pon_onu_get_max_port", "Remote ONU queries", "Asks for the number of UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[96], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_get_max_port", {}, bsp_pon_onu_get_max_port_arguments},
+     &all_channels[4], &all_records[3], &all_commands[110], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_get_max_port", {}, {}, bsp_pon_onu_get_max_port_arguments},
     {"bsp_pon_onu_ctc_get_vlan", "Remote ONU queries", "Asks a remote ONU for the VLANs of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[92], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_vlan", {}, bsp_pon_onu_ctc_get_vlan_arguments},
-    {"bsp_pon_tk_onu_get_fw", "Remote ONU queries", "Asks a remote ONU for its image banks.", "",
-     &all_channels[3], &all_records[3], &all_commands[83], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_tk_onu_get_fw", {}, bsp_pon_tk_onu_get_fw_arguments},
-    {"bsp_pon_onu_ctc_get_mem_info", "Remote ONU queries", "Asks a remote ONU for its memory.", "",
-     &all_channels[3], &all_records[3], &all_commands[64], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mem_info", {}, bsp_pon_onu_ctc_get_mem_info_arguments},
-    {"bsp_pon_onu_ctc_get_rate_limit", "Remote ONU queries", "Asks a remote ONU for the rate limits of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[99], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_rate_limit", {}, bsp_pon_onu_ctc_get_rate_limit_arguments},
-    {"bsp_pon_onu_ctc_get_loop_detect", "Remote ONU queries", "Asks a remote ONU for loop detection at a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_loop_detect", {}, bsp_pon_onu_ctc_get_loop_detect_arguments},
-    {"bsp_pon_onu_ctc_get_mgmt", "Remote ONU queries", "Asks a remote ONU for its management address.", "",
-     &all_channels[4], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mgmt", {}, bsp_pon_onu_ctc_get_mgmt_arguments},
-    {"bsp_pon_onu_ctc_get_linkstate", "Remote ONU queries", "Asks for the links of the UNI ports of an ONU, by datagram.", "Every answer is logged as an error, with its text.",
-     &all_channels[4], &all_records[3], &all_commands[125], Class::read, Call::dgram_get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_linkstate", {}, bsp_pon_onu_ctc_get_linkstate_arguments},
-    {"bsp_pon_onu_ctc_get_eth_pause", "Remote ONU queries", "Asks a remote ONU for flow control of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[126], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_eth_pause", {}, bsp_pon_onu_ctc_get_eth_pause_arguments},
-    {"bsp_pon_onu_ctc_get_fast_leave_ability", "Remote ONU queries", "Asks a remote ONU which forms of multicast fast leave it knows.", "",
-     &all_channels[4], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_ability", {}, bsp_pon_onu_ctc_get_fast_leave_ability_arguments},
-    {"bsp_pon_onu_ctc_get_fast_leave", "Remote ONU queries", "Asks a remote ONU for multicast fast leave.", "",
-     &all_channels[4], &all_records[3], &all_commands[104], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave", {}, bsp_pon_onu_ctc_get_fast_leave_arguments},
-    {"bsp_pon_onu_ctc_get_fast_leave_local", "Remote ONU queries", "Asks the OLT for multicast fast leave of an ONU.", "",
      &all_channels[4], &all_records[3], &all_commands[106], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_local", {}, bsp_pon_onu_ctc_get_fast_leave_local_arguments},
-    {"bsp_pon_onu_ctc_get_mc_switch_remote", "Remote ONU queries", "Asks a remote ONU for the multicast mode.", "",
-     &all_channels[4], &all_records[3], &all_commands[107], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_remote", {}, bsp_pon_onu_ctc_get_mc_switch_remote_arguments},
-    {"bsp_pon_onu_ctc_get_mc_switch_local", "Remote ONU queries", "Asks the OLT for the multicast mode of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[109], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_local", {}, bsp_pon_onu_ctc_get_mc_switch_local_arguments},
-    {"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "Remote ONU queries", "Asks a remote ONU how many multicast groups a UNI port may join.", "",
-     &all_channels[4], &all_records[3], &all_commands[110], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_remote", {}, bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments},
-    {"bsp_pon_onu_ctc_get_mc_group_num_max_local", "Remote ONU queries", "Asks the OLT how many multicast groups a UNI port may join of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[112], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_local", {}, bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments},
-    {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "Remote ONU queries", "Asks a remote ONU what becomes of the tags of multicast frames at a UNI port.", "",
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_vlan", {}, {}, bsp_pon_onu_ctc_get_vlan_arguments},
+    {"bsp_pon_tk_onu_get_fw", "Remote ONU queries", "Asks a remote ONU for its image banks.", "",
+     &all_channels[3], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_tk_onu_get_fw", {}, {}, bsp_pon_tk_onu_get_fw_arguments},
+    {"bsp_pon_onu_ctc_get_mem_info", "Remote ONU queries", "Asks a remote ONU for its memory.", "",
+     &all_channels[3], &all_records[3], &all_commands[78], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mem_info", {}, {}, bsp_pon_onu_ctc_get_mem_info_arguments},
+    {"bsp_pon_onu_ctc_get_rate_limit", "Remote ONU queries", "Asks a remote ONU for the rate limits of a UNI port.", "",
      &all_channels[4], &all_records[3], &all_commands[113], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_remote", {}, bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments},
-    {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "Remote ONU queries", "Asks the OLT what becomes of the tags of multicast frames at a UNI port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_local", {}, bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments},
-    {"bsp_pon_onu_ctc_get_mc_vlan_remote", "Remote ONU queries", "Asks a remote ONU for the multicast VLANs of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[116], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_remote", {}, bsp_pon_onu_ctc_get_mc_vlan_remote_arguments},
-    {"bsp_pon_onu_ctc_get_mc_vlan_local", "Remote ONU queries", "Asks the OLT for the multicast VLANs of a UNI port of an ONU.", "",
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_rate_limit", {}, {}, bsp_pon_onu_ctc_get_rate_limit_arguments},
+    {"bsp_pon_onu_ctc_get_loop_detect", "Remote ONU queries", "Asks a remote ONU for loop detection at a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_loop_detect", {}, {}, bsp_pon_onu_ctc_get_loop_detect_arguments},
+    {"bsp_pon_onu_ctc_get_mgmt", "Remote ONU queries", "Asks a remote ONU for its management address.", "",
+     &all_channels[4], &all_records[3], &all_commands[111], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mgmt", {}, {}, bsp_pon_onu_ctc_get_mgmt_arguments},
+    {"bsp_pon_onu_ctc_get_linkstate", "Remote ONU queries", "Asks for the links of the UNI ports of an ONU, by datagram.", "Every answer is logged as an error, with its text.",
+     &all_channels[4], &all_records[3], &all_commands[139], Class::read, Call::dgram_get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_linkstate", {}, {}, bsp_pon_onu_ctc_get_linkstate_arguments},
+    {"bsp_pon_onu_ctc_get_eth_pause", "Remote ONU queries", "Asks a remote ONU for flow control of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[140], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_eth_pause", {}, {}, bsp_pon_onu_ctc_get_eth_pause_arguments},
+    {"bsp_pon_onu_ctc_get_fast_leave_ability", "Remote ONU queries", "Asks a remote ONU which forms of multicast fast leave it knows.", "",
+     &all_channels[4], &all_records[3], &all_commands[117], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_ability", {}, {}, bsp_pon_onu_ctc_get_fast_leave_ability_arguments},
+    {"bsp_pon_onu_ctc_get_fast_leave", "Remote ONU queries", "Asks a remote ONU for multicast fast leave.", "",
      &all_channels[4], &all_records[3], &all_commands[118], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_local", {}, bsp_pon_onu_ctc_get_mc_vlan_local_arguments},
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave", {}, {}, bsp_pon_onu_ctc_get_fast_leave_arguments},
+    {"bsp_pon_onu_ctc_get_fast_leave_local", "Remote ONU queries", "Asks the OLT for multicast fast leave of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[120], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_local", {}, {}, bsp_pon_onu_ctc_get_fast_leave_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_switch_remote", "Remote ONU queries", "Asks a remote ONU for the multicast mode.", "",
+     &all_channels[4], &all_records[3], &all_commands[121], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_remote", {}, {}, bsp_pon_onu_ctc_get_mc_switch_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_switch_local", "Remote ONU queries", "Asks the OLT for the multicast mode of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_local", {}, {}, bsp_pon_onu_ctc_get_mc_switch_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "Remote ONU queries", "Asks a remote ONU how many multicast groups a UNI port may join.", "",
+     &all_channels[4], &all_records[3], &all_commands[124], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_remote", {}, {}, bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_group_num_max_local", "Remote ONU queries", "Asks the OLT how many multicast groups a UNI port may join of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[126], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_local", {}, {}, bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "Remote ONU queries", "Asks a remote ONU what becomes of the tags of multicast frames at a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[127], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_remote", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "Remote ONU queries", "Asks the OLT what becomes of the tags of multicast frames at a UNI port of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[129], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_local", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_remote", "Remote ONU queries", "Asks a remote ONU for the multicast VLANs of a UNI port.", "",
+     &all_channels[4], &all_records[3], &all_commands[130], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_remote", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_remote_arguments},
+    {"bsp_pon_onu_ctc_get_mc_vlan_local", "Remote ONU queries", "Asks the OLT for the multicast VLANs of a UNI port of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[132], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_local", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_group", "Remote ONU queries", "Asks a remote ONU for its multicast groups.", "",
-     &all_channels[4], &all_records[3], &all_commands[119], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group", {}, bsp_pon_onu_ctc_get_mc_group_arguments},
+     &all_channels[4], &all_records[3], &all_commands[133], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group", {}, {}, bsp_pon_onu_ctc_get_mc_group_arguments},
     {"bsp_pon_onu_ctc_get_sn_ponport", "Remote ONU queries", "Asks for the serial numbers of the ONUs of a PON port.", "",
-     &all_channels[9], &all_records[3], &all_commands[188], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_sn_ponport", {}, bsp_pon_onu_ctc_get_sn_ponport_arguments},
+     &all_channels[9], &all_records[3], &all_commands[206], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_sn_ponport", {}, {}, bsp_pon_onu_ctc_get_sn_ponport_arguments},
     {"bsp_pon_onu_ctc_debug_get", "Remote ONU queries", "Sends a query of the information channel that the caller built, and receives the answer in its place.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
-     Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_debug_get", {}, bsp_pon_onu_ctc_debug_get_arguments},
+     Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_debug_get", {}, {}, bsp_pon_onu_ctc_debug_get_arguments},
     {"bsp_pon_onu_ctc_config_get", "Remote ONU queries", "Sends a query of the configuration channel that the caller built, and receives the answer in its place.", "",
      &all_channels[4], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
-     Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, bsp_pon_onu_ctc_config_get_arguments},
+     Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, {}, bsp_pon_onu_ctc_config_get_arguments},
     {"bsp_pon_onu_optical_diagnose_get", "Remote ONU queries", "Asks for the optical transceiver of an ONU, by a record that the caller built.", "",
-     &all_channels[4], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::pass,
-     Request::stamped, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, bsp_pon_onu_optical_diagnose_get_arguments},
+     &all_channels[4], &all_records[3], &all_commands[109], Class::read, Call::get, Failure::pass,
+     Request::stamped, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, {}, bsp_pon_onu_optical_diagnose_get_arguments},
     {"bsp_pon_onu_ctc_get_vlan_json", "Remote ONU queries", "Asks for the VLANs of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_ctc_get_vlan_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pon_onu_ctc_get_vlan_json_arguments},
     {"bsp_pon_onu_ctc_get_vlan_mode_json", "Remote ONU queries", "Asks for the VLAN modes of the UNI ports of an ONU: the same request, under another name.", "",
-     &all_channels[4], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, bsp_pon_onu_ctc_get_vlan_mode_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pon_onu_ctc_get_vlan_mode_json_arguments},
     {"bsp_pon_onu_ctc_get_info", "Remote ONU requests", "Asks a remote ONU anything of the information channel.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_info_arguments},
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_info_arguments},
     {"bsp_pon_onu_ctc_set_info", "Remote ONU requests", "Sets anything of the information channel at a remote ONU.", "",
      &all_channels[3], &all_records[3], nullptr, Class::service_affecting, Call::set, Failure::silent,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_info_arguments},
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_set_info_arguments},
     {"bsp_pon_onu_ctc_port_get", "Remote ONU requests", "Asks a remote ONU anything of the information channel about one of its UNI ports.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_pon_onu_ctc_port_get_arguments},
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_pon_onu_ctc_port_get_arguments},
     {"bsp_pon_onu_ctc_get_sn", "Remote ONU requests", "Asks a remote ONU who it is.", "",
-     &all_channels[3], &all_records[3], &all_commands[60], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_sn_arguments},
+     &all_channels[3], &all_records[3], &all_commands[74], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_sn_arguments},
     {"bsp_pon_onu_ctc_get_fw", "Remote ONU requests", "Asks a remote ONU for its firmware version.", "",
-     &all_channels[3], &all_records[3], &all_commands[61], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_fw_arguments},
-    {"bsp_pon_onu_ctc_get_chipid", "Remote ONU requests", "Asks a remote ONU for its chipset.", "",
-     &all_channels[3], &all_records[3], &all_commands[62], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_chipid_arguments},
-    {"bsp_pon_onu_ctc_get_cap", "Remote ONU requests", "Asks a remote ONU for its capabilities.", "",
-     &all_channels[3], &all_records[3], &all_commands[63], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_cap_arguments},
-    {"bsp_pon_onu_ctc_get_cap2", "Remote ONU requests", "Asks a remote ONU for more of its capabilities.", "",
-     &all_channels[3], &all_records[3], &all_commands[59], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_cap2_arguments},
-    {"bsp_pon_onu_ctc_get_sla", "Remote ONU requests", "Asks a remote ONU for its service level agreement.", "",
      &all_channels[3], &all_records[3], &all_commands[75], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_sla_arguments},
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_fw_arguments},
+    {"bsp_pon_onu_ctc_get_chipid", "Remote ONU requests", "Asks a remote ONU for its chipset.", "",
+     &all_channels[3], &all_records[3], &all_commands[76], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_chipid_arguments},
+    {"bsp_pon_onu_ctc_get_cap", "Remote ONU requests", "Asks a remote ONU for its capabilities.", "",
+     &all_channels[3], &all_records[3], &all_commands[77], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_cap_arguments},
+    {"bsp_pon_onu_ctc_get_cap2", "Remote ONU requests", "Asks a remote ONU for more of its capabilities.", "",
+     &all_channels[3], &all_records[3], &all_commands[73], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_cap2_arguments},
+    {"bsp_pon_onu_ctc_get_sla", "Remote ONU requests", "Asks a remote ONU for its service level agreement.", "",
+     &all_channels[3], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_sla_arguments},
     {"bsp_pon_onu_ctc_get_onuinfo", "Remote ONU requests", "Asks a remote ONU for all about it.", "",
-     &all_channels[3], &all_records[3], &all_commands[79], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_onuinfo_arguments},
+     &all_channels[3], &all_records[3], &all_commands[93], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_onuinfo_arguments},
     {"bsp_pon_onu_ctc_get_upgrade_status", "Remote ONU requests", "Asks a remote ONU how its image update stands.", "",
-     &all_channels[3], &all_records[3], &all_commands[78], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_upgrade_status_arguments},
+     &all_channels[3], &all_records[3], &all_commands[92], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_upgrade_status_arguments},
     {"bsp_pon_onu_ctc_get_catv_status", "Remote ONU requests", "Asks a remote ONU whether its CATV port is on.", "",
-     &all_channels[3], &all_records[3], &all_commands[84], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, bsp_pon_onu_ctc_get_catv_status_arguments},
+     &all_channels[3], &all_records[3], &all_commands[98], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_catv_status_arguments},
     {"bsp_pon_onu_ctc_upgrade", "Remote ONU requests", "Sends a part of an image to a remote ONU.", "",
-     &all_channels[3], &all_records[3], &all_commands[76], Class::service_affecting, Call::set, Failure::silent,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_upgrade_arguments},
+     &all_channels[3], &all_records[3], &all_commands[90], Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_upgrade_arguments},
     {"bsp_pon_onu_ctc_upgrade_commit", "Remote ONU requests", "Makes a remote ONU start its new image from now on.", "",
-     &all_channels[3], &all_records[3], &all_commands[77], Class::service_affecting, Call::set, Failure::silent,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_upgrade_commit_arguments},
+     &all_channels[3], &all_records[3], &all_commands[91], Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_upgrade_commit_arguments},
     {"bsp_pon_onu_ctc_set_perf_monitor_status", "Remote ONU requests", "Switches performance monitoring of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_catv: a service cannot tell them apart.",
-     &all_channels[3], &all_records[3], &all_commands[85], Class::write, Call::set, Failure::silent,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_perf_monitor_status_arguments},
+     &all_channels[3], &all_records[3], &all_commands[99], Class::write, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_set_perf_monitor_status_arguments},
     {"bsp_pon_onu_ctc_set_catv", "Remote ONU requests", "Switches the CATV port of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot tell them apart.",
-     &all_channels[3], &all_records[3], &all_commands[86], Class::service_affecting, Call::set, Failure::silent,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, bsp_pon_onu_ctc_set_catv_arguments},
+     &all_channels[3], &all_records[3], &all_commands[100], Class::service_affecting, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_set_catv_arguments},
     {"bsp_onu_ctc_get_autoneg_local_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port can negotiate.", "",
-     &all_channels[3], &all_records[3], &all_commands[70], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_autoneg_local_abt_arguments},
+     &all_channels[3], &all_records[3], &all_commands[84], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_autoneg_local_abt_arguments},
     {"bsp_onu_ctc_get_autoneg_adv_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port offers in auto-negotiation.", "",
-     &all_channels[3], &all_records[3], &all_commands[71], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_autoneg_adv_abt_arguments},
+     &all_channels[3], &all_records[3], &all_commands[85], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_autoneg_adv_abt_arguments},
     {"bsp_onu_ctc_get_phyinfo", "Remote ONU requests", "Asks a remote ONU for the PHY of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[80], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_phyinfo_arguments},
+     &all_channels[3], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_phyinfo_arguments},
     {"bsp_onu_ctc_get_perf_monitor_status", "Remote ONU requests", "Asks a remote ONU whether it monitors the performance of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_monitor_status_arguments},
+     &all_channels[3], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_perf_monitor_status_arguments},
     {"bsp_onu_ctc_get_perf_current_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the current period.", "",
-     &all_channels[3], &all_records[3], &all_commands[88], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_current_data_arguments},
+     &all_channels[3], &all_records[3], &all_commands[102], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_perf_current_data_arguments},
     {"bsp_onu_ctc_get_perf_history_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the period before.", "",
-     &all_channels[3], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, bsp_onu_ctc_get_perf_history_data_arguments},
+     &all_channels[3], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_perf_history_data_arguments},
     {"bsp_pon_onu_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[121], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_config_json", {}, bsp_pon_onu_ctc_get_mc_config_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[135], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_config_json", {}, {}, bsp_pon_onu_ctc_get_mc_config_json_arguments},
     {"bsp_pon_onu_uni_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[122], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_uni_ctc_get_mc_config_json", {}, bsp_pon_onu_uni_ctc_get_mc_config_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[136], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_uni_ctc_get_mc_config_json", {}, {}, bsp_pon_onu_uni_ctc_get_mc_config_json_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_translate_json", "Remote ONU service views", "Asks for the multicast VLAN translation of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_translate_json", {}, bsp_pon_onu_ctc_get_mc_vlan_translate_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[137], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_translate_json", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_translate_json_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_json", "Remote ONU service views", "Asks for the multicast VLANs of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[124], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_json", {}, bsp_pon_onu_ctc_get_mc_vlan_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[138], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_json", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_json_arguments},
     {"bsp_pon_onu_ctc_get_voipinfo_json", "Remote ONU service views", "Asks for the voice ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[139], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_voipinfo_json", {}, bsp_pon_onu_ctc_get_voipinfo_json_arguments},
+     &all_channels[4], &all_records[3], &all_commands[156], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_voipinfo_json", {}, {}, bsp_pon_onu_ctc_get_voipinfo_json_arguments},
     {"bsp_pon_onu_get_fec_mode", "Remote ONU service views", "Asks for forward error correction of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[128], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_fec_mode", {}, bsp_pon_onu_get_fec_mode_arguments},
+     &all_channels[4], &all_records[3], &all_commands[142], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_fec_mode", {}, {}, bsp_pon_onu_get_fec_mode_arguments},
     {"bsp_pon_onuc_get_fec_ability", "Remote ONU service views", "Asks whether an ONU can correct errors.", "",
-     &all_channels[4], &all_records[3], &all_commands[130], Class::read, Call::get, Failure::silent,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onuc_get_fec_ability", {}, bsp_pon_onuc_get_fec_ability_arguments},
+     &all_channels[4], &all_records[3], &all_commands[144], Class::read, Call::get, Failure::silent,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onuc_get_fec_ability", {}, {}, bsp_pon_onuc_get_fec_ability_arguments},
     {"bsp_pon_onu_ctc_get_time_config", "Remote ONU service views", "Asks a remote ONU for its time configuration.", "",
-     &all_channels[3], &all_records[3], &all_commands[81], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_time_config", {}, bsp_pon_onu_ctc_get_time_config_arguments},
+     &all_channels[3], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_time_config", {}, {}, bsp_pon_onu_ctc_get_time_config_arguments},
     {"bsp_pon_onu_ctc_get_wanc", "Remote ONU service views", "Asks for WAN connections of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[134], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wanc", {}, bsp_pon_onu_ctc_get_wanc_arguments},
+     &all_channels[4], &all_records[3], &all_commands[151], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wanc", {}, {}, bsp_pon_onu_ctc_get_wanc_arguments},
     {"bsp_pon_onu_ctc_get_wlan", "Remote ONU service views", "Asks for the WLANs of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[136], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wlan", {}, bsp_pon_onu_ctc_get_wlan_arguments},
+     &all_channels[4], &all_records[3], &all_commands[153], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wlan", {}, {}, bsp_pon_onu_ctc_get_wlan_arguments},
     {"bsp_pon_onu_ctc_get_catv", "Remote ONU service views", "Asks for the CATV port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[138], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_catv", {}, bsp_pon_onu_ctc_get_catv_arguments},
+     &all_channels[4], &all_records[3], &all_commands[155], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_catv", {}, {}, bsp_pon_onu_ctc_get_catv_arguments},
     {"bsp_pon_onu_ctc_get_acl", "Remote ONU service views", "Asks for the access control list of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[140], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_acl", {}, bsp_pon_onu_ctc_get_acl_arguments},
+     &all_channels[4], &all_records[3], &all_commands[157], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_acl", {}, {}, bsp_pon_onu_ctc_get_acl_arguments},
     {"bsp_pon_onu_ctc_get_dhcp", "Remote ONU service views", "Asks for the DHCP server of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[142], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_dhcp", {}, bsp_pon_onu_ctc_get_dhcp_arguments},
+     &all_channels[4], &all_records[3], &all_commands[159], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_dhcp", {}, {}, bsp_pon_onu_ctc_get_dhcp_arguments},
     {"bsp_pon_onu_ctc_get_wlantab", "Remote ONU service views", "Asks for the WLANs of the ONUs of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[32], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_wlantab", {}, bsp_pon_onu_ctc_get_wlantab_arguments},
+     &all_channels[0], &all_records[0], &all_commands[45], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_wlantab", {}, {}, bsp_pon_onu_ctc_get_wlantab_arguments},
     {"bsp_pon_onu_ctc_get_wanctab", "Remote ONU service views", "Asks for the WAN connections of the ONUs of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[33], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_wanctab", {}, bsp_pon_onu_ctc_get_wanctab_arguments},
+     &all_channels[0], &all_records[0], &all_commands[46], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_wanctab", {}, {}, bsp_pon_onu_ctc_get_wanctab_arguments},
     {"bsp_pon_onu_ctc_get_catvtab", "Remote ONU service views", "Asks for the CATV ports of the ONUs of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[34], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_catvtab", {}, bsp_pon_onu_ctc_get_catvtab_arguments},
+     &all_channels[0], &all_records[0], &all_commands[47], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_catvtab", {}, {}, bsp_pon_onu_ctc_get_catvtab_arguments},
     {"bsp_pon_onu_ctc_get_sipusertab", "Remote ONU service views", "Asks for the SIP users of the ONUs of a PON port.", "",
-     &all_channels[0], &all_records[0], &all_commands[35], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_sipusertab", {}, bsp_pon_onu_ctc_get_sipusertab_arguments},
+     &all_channels[0], &all_records[0], &all_commands[48], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_sipusertab", {}, {}, bsp_pon_onu_ctc_get_sipusertab_arguments},
     {"bsp_pon_onu_ctc_get_upgradestatus_json", "Remote ONU service views", "Asks how image updates of ONUs stand.", "",
-     &all_channels[0], &all_records[0], &all_commands[36], Class::read, Call::get, Failure::pass,
-     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_upgradestatus_json", {}, bsp_pon_onu_ctc_get_upgradestatus_json_arguments},
+     &all_channels[0], &all_records[0], &all_commands[49], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_onu_ctc_get_upgradestatus_json", {}, {}, bsp_pon_onu_ctc_get_upgradestatus_json_arguments},
     {"bsp_pon_onu_ctc_debug", "Remote ONU settings", "Sends a setting of the information channel that the caller built.", "",
      &all_channels[3], &all_records[3], nullptr, Class::service_affecting, Call::set, Failure::pass,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_debug", {}, bsp_pon_onu_ctc_debug_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_debug", {}, {}, bsp_pon_onu_ctc_debug_arguments},
     {"bsp_pon_onu_ctc_config", "Remote ONU settings", "Sends a setting of the configuration channel that the caller built.", "",
      &all_channels[4], &all_records[3], nullptr, Class::service_affecting, Call::set, Failure::pass,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_config", {}, bsp_pon_onu_ctc_config_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_config", {}, {}, bsp_pon_onu_ctc_config_arguments},
     {"bsp_pon_onu_alarm_more_test", "Remote ONU settings", "Triggers extra alarms for a test, by a record that the caller built.", "",
      &all_channels[3], &all_records[3], nullptr, Class::write, Call::set, Failure::silent,
-     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_alarm_more_test", bsp_pon_onu_alarm_more_test_odd, bsp_pon_onu_alarm_more_test_arguments},
+     Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_alarm_more_test", {}, bsp_pon_onu_alarm_more_test_odd, bsp_pon_onu_alarm_more_test_arguments},
     {"bsp_pon_onu_ctc_oam_print", "Remote ONU settings", "Sets what the service prints of OAM.", "",
-     &all_channels[9], &all_records[3], &all_commands[187], Class::write, Call::set, Failure::silent,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_oam_print", {}, bsp_pon_onu_ctc_oam_print_arguments},
+     &all_channels[9], &all_records[3], &all_commands[205], Class::write, Call::set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_oam_print", {}, {}, bsp_pon_onu_ctc_oam_print_arguments},
     {"bsp_pon_onu_ctc_set_multillid", "Remote ONU settings", "Sets the number of LLIDs of an ONU.", "",
-     &all_channels[3], &all_records[3], &all_commands[65], Class::service_affecting, Call::set, Failure::pass,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_multillid", {}, bsp_pon_onu_ctc_set_multillid_arguments},
+     &all_channels[3], &all_records[3], &all_commands[79], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_multillid", {}, {}, bsp_pon_onu_ctc_set_multillid_arguments},
     {"bsp_pon_onu_ctc_update_image", "Remote ONU settings", "Has the OLT update an image of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[131], Class::service_affecting, Call::set, Failure::pass,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_update_image", {}, bsp_pon_onu_ctc_update_image_arguments},
+     &all_channels[4], &all_records[3], &all_commands[145], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_update_image", {}, {}, bsp_pon_onu_ctc_update_image_arguments},
     {"bsp_pon_onu_ctc_set_mgmt", "Remote ONU settings", "Sets the management address of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[98], Class::service_affecting, Call::set, Failure::pass,
-     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_mgmt", {}, bsp_pon_onu_ctc_set_mgmt_arguments},
+     &all_channels[4], &all_records[3], &all_commands[112], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_mgmt", {}, {}, bsp_pon_onu_ctc_set_mgmt_arguments},
+    {"bsp_pon_get_onu_optical_diag_by_pon", "Bulk data", "Asks for the optical diagnostics of the ONUs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[38], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_optical_diag_by_pon", {}, {}, bsp_pon_get_onu_optical_diag_by_pon_arguments},
+    {"bsp_pon_get_onu_optical_diag_data_all", "Bulk data", "Asks for the optical diagnostics of all ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[39], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_optical_diag_data_all", {}, {}, bsp_pon_get_onu_optical_diag_data_all_arguments},
+    {"bsp_pon_get_onu_perf_stat_data_all", "Bulk data", "Asks for the performance statistics of all ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[40], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_perf_stat_data_all", {}, {}, bsp_pon_get_onu_perf_stat_data_all_arguments},
+    {"bsp_pon_onu_get_configure", "Bulk data", "Asks for the configure word of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[146], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_configure", {}, {}, bsp_pon_onu_get_configure_arguments},
+    {"bsp_pon_get_allonuinfo", "Bulk data", "Asks for all ONUs, in a text.", "",
+     &all_channels[0], &all_records[0], &all_commands[37], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_allonuinfo", {}, {}, bsp_pon_get_allonuinfo_arguments},
+    {"bsp_pon_get_port_info", "Bulk data", "Asks for the PON ports.", "",
+     &all_channels[0], &all_records[0], &all_commands[35], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_port_info", {}, {}, bsp_pon_get_port_info_arguments},
+    {"bsp_pon_get_basic_info", "Bulk data", "Asks for the OLT.", "",
+     &all_channels[0], &all_records[0], &all_commands[36], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_basic_info", {}, {}, bsp_pon_get_basic_info_arguments},
+    {"bsp_pon_get_config_write", "Profiles and configuration", "Asks for the service's configuration, as a text or a file's name, and a word.", "",
+     &all_channels[6], &all_records[2], &all_commands[194], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_config_write", {}, bsp_pon_get_config_write_odd, bsp_pon_get_config_write_arguments},
+    {"bsp_profile_exec_get", "Profiles and configuration", "Sends a payload on the profile channel and receives the answer in its place.", "Without `buf`, `len` zeros are sent.",
+     &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
+     Request::built, Answer::own, &all_records[4], 4120, 0, "bsp_profile_exec_get", bsp_profile_exec_get_constants, {}, bsp_profile_exec_get_arguments},
+    {"bsp_profile_exec_get_", "Profiles and configuration", "Sends a payload on the profile channel and receives the answer in a buffer of its own, or else in the payload's place.", "The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.",
+     &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
+     Request::built, Answer::own, &all_records[4], 4120, 0, "bsp_profile_exec_get_", bsp_profile_exec_get__constants, bsp_profile_exec_get__odd, bsp_profile_exec_get__arguments},
+    {"bsp_profile_exec_get_json", "Profiles and configuration", "Asks for a result database on the profile channel.", "It comes by a file that the answer names, in at most 36 characters; the file is removed.",
+     &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
+     Request::built, Answer::own, &all_records[4], 61, 61, "bsp_profile_exec_get_json", bsp_profile_exec_get_json_constants, {}, bsp_profile_exec_get_json_arguments},
+    {"bsp_profile_exec_set", "Profiles and configuration", "Sends a payload on the profile channel.", "Without `buf`, `len` zeros are sent.",
+     &all_channels[1], &all_records[4], nullptr, Class::write, Call::dgram_set, Failure::silent,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_profile_exec_set", {}, {}, bsp_profile_exec_set_arguments},
+    {"bsp_profile_exec_get_cfgwr", "Profiles and configuration", "Asks for a result file on the profile channel, and reads it into memory.", "The file stays.",
+     &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
+     Request::built, Answer::own, &all_records[4], 4120, 0, "bsp_profile_exec_get_cfgwr", bsp_profile_exec_get_cfgwr_constants, bsp_profile_exec_get_cfgwr_odd, bsp_profile_exec_get_cfgwr_arguments},
+    {"bsp_onu_ctc_set_cfg", "ONU configuration, LOIDs and UNI profiles", "Sets the configuration of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[147], Class::service_affecting, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_onu_ctc_set_cfg", {}, {}, bsp_onu_ctc_set_cfg_arguments},
+    {"bsp_pon_onu_ctc_set_oui", "ONU configuration, LOIDs and UNI profiles", "Sets the OUI that remote ONUs are known by.", "",
+     &all_channels[0], &all_records[0], &all_commands[52], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_oui", {}, {}, bsp_pon_onu_ctc_set_oui_arguments},
+    {"bsp_pon_onu_ctc_add_loid", "ONU configuration, LOIDs and UNI profiles", "Adds a LOID to a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[41], Class::write, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_add_loid", {}, {}, bsp_pon_onu_ctc_add_loid_arguments},
+    {"bsp_pon_onu_ctc_delete_loid", "ONU configuration, LOIDs and UNI profiles", "Deletes a LOID of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[42], Class::write, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_delete_loid", {}, {}, bsp_pon_onu_ctc_delete_loid_arguments},
+    {"bsp_pon_get_onu_loidlist", "ONU configuration, LOIDs and UNI profiles", "Asks for the LOIDs of a PON port.", "",
+     &all_channels[0], &all_records[0], &all_commands[43], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_loidlist", {}, {}, bsp_pon_get_onu_loidlist_arguments},
+    {"bsp_pon_get_arptable", "ONU configuration, LOIDs and UNI profiles", "Asks for the ARP table of a PON port.", "It comes by a file that the answer names; the file is removed.",
+     &all_channels[0], &all_records[0], &all_commands[44], Class::read, Call::get, Failure::report,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_arptable", {}, {}, bsp_pon_get_arptable_arguments},
+    {"bsp_pon_prof_uni_set", "ONU configuration, LOIDs and UNI profiles", "Sets a UNI profile.", "",
+     &all_channels[0], &all_records[0], &all_commands[32], Class::write, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_prof_uni_set", {}, {}, bsp_pon_prof_uni_set_arguments},
+    {"bsp_pon_prof_uni_get", "ONU configuration, LOIDs and UNI profiles", "Asks for a UNI profile.", "",
+     &all_channels[0], &all_records[0], &all_commands[33], Class::read, Call::get, Failure::pass,
+     Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_prof_uni_get", {}, {}, bsp_pon_prof_uni_get_arguments},
+    {"bsp_onu_ctc_set_portcfg", "ONU configuration, LOIDs and UNI profiles", "Sets the configuration of a UNI port of an ONU.", "",
+     &all_channels[4], &all_records[3], &all_commands[150], Class::service_affecting, Call::set, Failure::pass,
+     Request::stamped, Answer::none, nullptr, 0, 0, "bsp_onu_ctc_set_portcfg", {}, {}, bsp_onu_ctc_set_portcfg_arguments},
+    {"bsp_pon_onucfg_set_batch", "ONU configuration, LOIDs and UNI profiles", "Has the service apply the configuration of ONUs.", "",
+     &all_channels[0], &all_records[0], &all_commands[0], Class::service_affecting, Call::set, Failure::pass,
+     Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onucfg_set_batch", {}, {}, bsp_pon_onucfg_set_batch_arguments},
 };
 
 constexpr Function all_functions[] = {

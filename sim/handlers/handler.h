@@ -4,12 +4,15 @@
 // A family of commands is a file of this folder with a table of its own; table.cpp lists the tables.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
+#include "bsp_pon.h"
 #include "catalogue.h"
 #include "model/olt.h"
 
@@ -19,9 +22,19 @@ namespace ponsim
 // The longest result that reaches a caller, in bytes.
 inline constexpr size_t max_result = 1048576;
 
-// A request whose record has the length of its channel's records.
+// What a request with a payload has beside it, in bytes.
+inline constexpr uint32_t payload_header = 28;
+
+// A request whose record has the length of its channel's records or, where that has a payload, any that it may have.
 struct Request {
     const void *record;
+    uint32_t length;
+
+    // What follows the header of a record with a payload.
+    std::string_view payload() const
+    {
+        return {static_cast<const char *>(record) + offsetof(bsp_profile_msg, data), length - payload_header};
+    }
 
     // The record, or a part of it at an offset.
     template <class Value>
@@ -33,12 +46,19 @@ struct Request {
     }
 };
 
+// A result that goes into a file. Its name goes into the answer.
+struct ResultFile {
+    std::string content;
+    uint32_t name_at; // offset in the answer, where it ends with a NUL
+};
+
 struct Outcome {
     uint32_t status;
     Change change = {};                     // what becomes different; nothing unless the status is BSP_OK
     std::optional<std::string> result = {}; // of a view: its table
     std::optional<std::string> answer = {}; // of a get call: the bytes of the answer; else the request's record
     std::string problem = {};               // for the service's log
+    std::optional<ResultFile> file = {};
 };
 
 struct Handler {
@@ -51,13 +71,17 @@ struct Handler {
 std::span<const Handler> alarm_handlers();
 std::span<const Handler> authentication_handlers();
 std::span<const Handler> binding_handlers();
+std::span<const Handler> bulk_handlers();
 std::span<const Handler> chip_handlers();
+std::span<const Handler> configuration_handlers();
 std::span<const Handler> device_handlers();
 std::span<const Handler> fdb_handlers();
 std::span<const Handler> list_handlers();
 std::span<const Handler> p2p_handlers();
+std::span<const Handler> profiles_handlers();
 std::span<const Handler> sla_handlers();
 std::span<const Handler> loop_handlers();
+std::span<const Handler> onu_config_handlers();
 std::span<const Handler> onu_gateway_handlers();
 std::span<const Handler> onu_identity_handlers();
 std::span<const Handler> onu_images_handlers();

@@ -220,7 +220,7 @@ Outcome max_port(const Olt &olt, const Request &request)
     if (found.status != BSP_OK) return {found.status};
     auto record = request.read<bsp_onu_msg>();
     record.onu_uni_port = static_cast<uint8_t>(found.onu.device.unis.size());
-    return answer_with({&record}, std::string_view{});
+    return answer_with({&record, sizeof record}, std::string_view{});
 }
 
 Outcome unis(const Olt &olt, const Request &request)

@@ -18,26 +18,18 @@ std::tuple<uint32_t, uint32_t> key(const Handler &handler)
 std::vector<Handler> all_handlers()
 {
     std::vector<Handler> all;
-    for (std::span<const Handler> family : {alarm_handlers(),
-                                            authentication_handlers(),
-                                            binding_handlers(),
-                                            chip_handlers(),
-                                            device_handlers(),
-                                            fdb_handlers(),
-                                            list_handlers(),
-                                            loop_handlers(),
-                                            onu_gateway_handlers(),
-                                            onu_identity_handlers(),
-                                            onu_images_handlers(),
-                                            onu_multicast_handlers(),
-                                            onu_performance_handlers(),
-                                            onu_services_handlers(),
-                                            onu_uni_handlers(),
-                                            optics_handlers(),
-                                            p2p_handlers(),
-                                            sla_handlers(),
-                                            upgrade_handlers(),
-                                            view_handlers()})
+    for (std::span<const Handler> family : {alarm_handlers(),         authentication_handlers(),
+                                            binding_handlers(),       bulk_handlers(),
+                                            chip_handlers(),          configuration_handlers(),
+                                            device_handlers(),        fdb_handlers(),
+                                            list_handlers(),          loop_handlers(),
+                                            onu_config_handlers(),    onu_gateway_handlers(),
+                                            onu_identity_handlers(),  onu_images_handlers(),
+                                            onu_multicast_handlers(), onu_performance_handlers(),
+                                            onu_services_handlers(),  onu_uni_handlers(),
+                                            optics_handlers(),        p2p_handlers(),
+                                            profiles_handlers(),      sla_handlers(),
+                                            upgrade_handlers(),       view_handlers()})
         all.insert(all.end(), family.begin(), family.end());
     std::ranges::sort(all, {}, key);
     return all;

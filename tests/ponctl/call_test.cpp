@@ -64,6 +64,7 @@ Words words_for(const catalogue::Operation &operation)
         case catalogue::ArgumentType::u16_out:
         case catalogue::ArgumentType::u32_out:
         case catalogue::ArgumentType::block_out:
+        case catalogue::ArgumentType::pblock_out:
         case catalogue::ArgumentType::response:
             break;
         }

@@ -41,7 +41,7 @@ TEST(Handlers, ACommandBelongsToItsChannel)
                              .onu_uni_port = 0,
                              .reserved9 = {},
                              .onu_cmd = BSP_CMD_ONU_BIND,
-                             .reserved20 = {},
+                             .onu_word20 = {},
                              .onu_arg24 = 0,
                              .reserved28 = {},
                              .onu_data = {}};
