@@ -670,7 +670,7 @@ def size_text(record):
 def function_of(operation):
     record, channel = operation.record, operation.channel
     code = f"{operation.command.name} ({operation.command.code})" if operation.command else (
-        "The caller's command" if record.command else "The caller's action")
+        "The caller's action" if record.payload else "The caller's command")
     through = f", sent and logged as by {operation.via.name}" if operation.via else ""
     lines = [
         operation.brief, "",

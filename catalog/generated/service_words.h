@@ -605,7 +605,7 @@ inline constexpr uint32_t offset = 352; // u32: where in the image the part begi
 inline constexpr uint32_t size = 356; // u32: size of the whole image, 1 to 16777216; the same in all of its parts
 inline constexpr uint32_t length = 360; // u32: length of this part, 1 to 1504
 inline constexpr uint32_t version = 364; // text: software version of the image, in its first part: 1 to 16 visible ASCII characters without blanks, quotes and backslashes; not read in the others
-inline constexpr uint32_t bytes = 384; // bytes: the bytes of the image, from the left
+inline constexpr uint32_t data = 384; // bytes: the bytes of the image, from the left
 } // namespace layout::onu_image_part
 
 namespace layout::onu_image_status

@@ -66,7 +66,7 @@ constexpr Record all_records[] = {
     {"bsp_pon_msg_ext", 1044, &bsp_pon_msg_ext_fields[0], nullptr, bsp_pon_msg_ext_fields, "Request and response of the upgrade and loop-detection channels, and the larger response of several views."},
     {"bsp_plat_msg", 1148, &bsp_plat_msg_fields[2], nullptr, bsp_plat_msg_fields, "Request and response of the platform, debug and write-out channels. The command code is not first."},
     {"bsp_onu_msg", 1888, &bsp_onu_msg_fields[3], nullptr, bsp_onu_msg_fields, "Request and response of the remote-ONU channels."},
-    {"bsp_profile_msg", 4120, nullptr, &bsp_profile_msg_fields[3], bsp_profile_msg_fields, "Request and response of the profile channel: a header of six words, then the payload."},
+    {"bsp_profile_msg", 4120, &bsp_profile_msg_fields[0], &bsp_profile_msg_fields[3], bsp_profile_msg_fields, "Request and response of the profile channel: a header of six words, then the payload."},
 };
 
 constexpr Channel all_channels[] = {
@@ -975,7 +975,7 @@ constexpr Field onu_image_part_fields[] = {
     {"size", FieldType::u32, 356, 4, "bytes", 1, "size of the whole image, 1 to 16777216; the same in all of its parts"},
     {"length", FieldType::u32, 360, 4, "bytes", 1, "length of this part, 1 to 1504"},
     {"version", FieldType::text, 364, 17, "", 1, "software version of the image, in its first part: 1 to 16 visible ASCII characters without blanks, quotes and backslashes; not read in the others"},
-    {"bytes", FieldType::bytes, 384, 1504, "", 1, "the bytes of the image, from the left"},
+    {"data", FieldType::bytes, 384, 1504, "", 1, "the bytes of the image, from the left"},
 };
 
 constexpr const Command *onu_image_status_commands[] = {&all_commands[92]};

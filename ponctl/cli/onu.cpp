@@ -115,7 +115,8 @@ void add_allow(CLI::App &onu, Command &command)
 
 void add_onu(CLI::App &app, Command &command)
 {
-    CLI::App *onu = app.add_subcommand("onu", "Lists, shows, binds, releases, confirms and rejects ONUs; asks and sets remote ONUs");
+    CLI::App *onu = app.add_subcommand(
+        "onu", "Lists, shows, binds, releases, confirms and rejects ONUs; asks and sets remote ONUs");
     onu->require_subcommand(1);
     for (const auto add : {add_list, add_show, add_bind, add_release, add_confirm, add_describe, add_reject, add_allow})
         add(*onu, command);

@@ -17,7 +17,7 @@ Outcome write_part(const Olt &olt, const Request &request)
     namespace at = layout::onu_image_part;
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto bytes = request.read<std::array<char, sizeof(bsp_onu_msg) - at::bytes>>(at::bytes);
+    const auto bytes = request.read<std::array<char, sizeof(bsp_onu_msg) - at::data>>(at::data);
     const auto version = request.read<std::array<char, 17>>(at::version);
     const auto length = request.read<uint32_t>(at::length);
     ImagePart part{.offset = request.read<uint32_t>(at::offset),

@@ -16,6 +16,7 @@ IDS = "catalog/frame/onu_ids.toml"
 CHIP = "catalog/debug/chip.toml"
 FDB = "catalog/platform/fdb.toml"
 FUNCTIONS = "catalog/platform/functions.toml"
+PROFILES = "catalog/config/profiles.toml"
 QUERIES = "catalog/onu/queries.toml"
 REQUESTS = "catalog/onu/requests.toml"
 OPTICS = "catalog/platform/optics.toml"
@@ -153,7 +154,7 @@ BROKEN = {
     "response in a buffer of our own": (LISTS, 'buffer = "caller"', 'buffer = "own"',
                                         "operation bsp_pon_get_w_onu_spec_id", "others none"),
     "oddity of an unknown facet": (STORED, "odd     = { status", "odd     = { weather",
-                                   "operation bsp_pon_onu_get_cfg_info", "'odd' knows request, status, null, not 'weather'"),
+                                   "operation bsp_pon_onu_get_cfg_info", "'odd' knows request, status, null, answer, not 'weather'"),
     "oddity without words": (STORED, "odd     = { status = \"BSP_OK after every exchange that succeeded: the service's "
                              "status word is dropped\" }", "odd     = { status = true }",
                              "operation bsp_pon_onu_get_cfg_info", "says in words"),
@@ -225,6 +226,11 @@ BROKEN = {
     "length of a word that comes out": (REQUESTS, 'type = "block-out", from = "onu_data", optional = true',
                                         'type = "u32-out", from = "onu_data"', "argument out_len",
                                         "out, which is not a block"),
+    "constant that is no word": (PROFILES, "constants = { is_get = 1 }", "constants = { data = 1 }",
+                                 "operation bsp_profile_exec_get", "which is not a word of bsp_profile_msg"),
+    "constant without a value": (PROFILES, "constants = { is_get = 1 }", 'constants = { is_get = "yes" }',
+                                 "operation bsp_profile_exec_get", "which is not a number"),
+    "file of no answer": (PROFILES, 'at = "data", logged', 'at = "date", logged', "argument db_out", "names 'date'"),
     "log line without a text": (QUERIES, 'logged = "filename=%s"', 'logged = "filename"', "argument out",
                                 "holds %s where the text goes"),
     "log line with a number": (QUERIES, 'logged = "filename=%s"', 'logged = "%d filename=%s"', "argument out",
@@ -265,6 +271,8 @@ BROKEN = {
                                                 "field max_distance_2", "is not aligned"),
     "layout's field that comes often, at no distance": (LAYOUTS, "offset = 436", "times = 3, offset = 436",
                                                         "field max_distance", "'every' must be a number"),
+    "view of a layout's name": (VIEWS, 'name     = "base_info"', 'name     = "onu_batch"', "view onu_batch",
+                                "the name is taken"),
     "view of an unknown command": (VIEWS, '"BSP_CMD_VIEW_BASE_INFO_WEB"]', '"BSP_CMD_VIEW"]', "view base_info",
                                    "names 'BSP_CMD_VIEW'"),
     "column of an unknown type": (VIEWS, 'type = "mac"', 'type = "macaddr"', "column mac", "'type' must be one of"),

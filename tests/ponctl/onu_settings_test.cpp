@@ -103,7 +103,7 @@ TEST_F(OnuImagePush, SendsPartsUntilTheImageIsThere)
         EXPECT_EQ(part.number("offset"), next);
         EXPECT_EQ(part.number("size"), 3000u);
         for (size_t at = 0; at < part.number("length"); ++at)
-            ASSERT_EQ(part.record[data + 28 + at], (next + at) % 251);
+            ASSERT_EQ(part.record[data + 32 + at], (next + at) % 251);
         next += part.number("length");
     }
     EXPECT_EQ(next, 3000u);
@@ -122,8 +122,8 @@ TEST_F(OnuImagePush, StopsAtAPartThatIsRefusedAndGoesOnWithTheNextOnu)
 TEST_F(OnuImagePush, RefusesALongVersionAndAFileThatIsNotThere)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"onu", "image", "push", "1/5", path, "--version", std::string(16, '1'), "--yes"}).err,
-              "ponctl: --version: 16 bytes are more than the 15 that there can be\n");
+    EXPECT_EQ(service.ponctl({"onu", "image", "push", "1/5", path, "--version", std::string(17, '1'), "--yes"}).err,
+              "ponctl: --version: 17 bytes are more than the 16 that there can be\n");
     EXPECT_EQ(service.ponctl({"onu", "image", "push", "1/5", path + "x", "--version", "1", "--yes"}).code, 2);
     EXPECT_TRUE(service.received().empty());
 }

@@ -50,7 +50,7 @@ struct Pushing : Desk {
         memcpy(start + at::size, &size, sizeof size);
         memcpy(start + at::length, &length, sizeof length);
         version.copy(start + at::version, 17);
-        bytes.copy(start + at::bytes, part_size);
+        bytes.copy(start + at::data, part_size);
         return tell(BSP_MSG_ONU_INFO, record);
     }
     // The whole image, part by part.
