@@ -101,6 +101,7 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
         if (words.size() != 1) throw ControlError("step: expected a number of seconds");
         clock.step(control_number(words[0], 0, longest_step) * ms_per_second);
         simulator.advance(clock.now());
+        simulator.keep_time();
         return seconds(simulator.olt().now()) + '\n';
     }
     const auto found = std::ranges::find(controls(), name, &Control::name);
