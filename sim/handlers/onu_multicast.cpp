@@ -5,6 +5,7 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/onu_multicast.h"
+#include "model/uni_config.h"
 #include "views/onu_multicast.h"
 
 namespace ponsim
@@ -317,12 +318,11 @@ std::vector<McGroup> controlled_groups(const Olt &olt, const RemoteOnu &onu, Sid
 
 std::vector<McGroup> snooped_groups(const Olt &olt, const RemoteOnu &onu)
 {
-    const std::vector<UniConfig> configs = default_configs(olt.seed(), onu.binding->mac, onu.device);
+    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu);
     const std::vector<UniViewers> viewers = viewers_of(olt, onu);
     std::vector<McGroup> groups;
     for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni) {
-        const bool linked = link_of(onu.device.unis[uni - 1], configs[uni - 1]).has_value();
-        if (!linked || olt.shut({onu.port->number, onu.binding->mac, uni})) continue;
+        if (!links[uni - 1]) continue;
         const auto wanted = wanted_groups(uni, viewers[uni - 1], vlans_of(olt, onu, uni, Side::remote));
         groups.insert(groups.end(), wanted.begin(), wanted.end());
     }

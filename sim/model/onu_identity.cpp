@@ -7,6 +7,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/random.h"
+#include "model/uni_config.h"
 
 namespace ponsim
 {
@@ -107,21 +108,15 @@ uint32_t llids_of(const Olt &olt, const RemoteOnu &onu, Side side)
 
 std::vector<OnuUni> unis_of(const Olt &olt, const RemoteOnu &onu)
 {
-    const Mac &mac = onu.binding->mac;
-    const std::vector<UniConfig> configs = default_configs(olt.seed(), mac, onu.device);
+    const std::vector<UniConfig> configs = uni_configs(olt, onu, Side::remote);
+    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu);
     std::vector<OnuUni> unis;
-    for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni) {
-        UniConfig config = configs[uni - 1];
-        config.enabled = word_of(olt, onu.place(BSP_CMD_ONU_ADMIN_STATE_GET, uni), Side::remote, config.enabled) != 0;
-        config.autoneg = word_of(olt, onu.place(BSP_CMD_ONU_AUTONEG_GET, uni), Side::remote, config.autoneg) != 0;
-        const Uni &port = onu.device.unis[uni - 1];
-        const bool shut = olt.shut({onu.port->number, mac, uni});
-        unis.push_back({.line_rate = port.line_rate,
-                        .enabled = config.enabled,
-                        .autoneg = config.autoneg,
-                        .shut = shut,
-                        .link = shut ? std::nullopt : link_of(port, config)});
-    }
+    for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni)
+        unis.push_back({.line_rate = onu.device.unis[uni - 1].line_rate,
+                        .enabled = configs[uni - 1].enabled,
+                        .autoneg = configs[uni - 1].autoneg,
+                        .shut = olt.shut({onu.port->number, onu.binding->mac, uni}),
+                        .link = links[uni - 1]});
     return unis;
 }
 
