@@ -1,9 +1,9 @@
 // Binding ONUs to ONU ids and releasing them.
-#include "admission/send.h"
+#include "frame/send.h"
 
-using admission::send;
 using frame::on;
 using frame::Request;
+using frame::send;
 using frame::set;
 using frame::Way;
 
@@ -30,10 +30,7 @@ FRAME_SHARED uint32_t bind(uint32_t command, uint32_t pon_port, uint32_t onu_id,
 
 uint32_t bsp_pon_cfg(uint32_t cmd, uint32_t pon_port, const void *data, uint32_t length)
 {
-    Request<bsp_pon_msg> request{cmd};
-    request->pon_port = pon_port;
-    request.put(&bsp_pon_msg::data429, data, length);
-    return set(*request, on(BSP_MSG_PON));
+    return send(pon_port, 0, cmd, nullptr, on(BSP_MSG_PON), 0, data, length);
 }
 
 uint32_t bsp_ponmsg_cfg_set(const bsp_pon_msg *record)
@@ -50,7 +47,7 @@ uint32_t bsp_pon_bind_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const c
 uint32_t bsp_pon_onu_support_set(uint32_t pon_port, const uint8_t *mac, uint32_t value)
 {
     if (!mac) return BSP_ERR_PARAM;
-    return send(pon_port, 0, BSP_CMD_ONU_SUPPORT_SET, mac, value);
+    return send(pon_port, 0, BSP_CMD_ONU_SUPPORT_SET, mac, on(BSP_MSG_PON), value);
 }
 
 uint32_t bsp_pon_bind_onu_spec_id(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a,
@@ -61,7 +58,7 @@ uint32_t bsp_pon_bind_onu_spec_id(uint32_t pon_port, uint32_t onu_id, const uint
 
 uint32_t bsp_pon_no_bind_onu_spec_id(uint32_t pon_port, uint32_t onu_id)
 {
-    return send(pon_port, onu_id, BSP_CMD_ONU_RELEASE);
+    return send(pon_port, onu_id, BSP_CMD_ONU_RELEASE, nullptr, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_onu_spec_id_and_mac(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac)
@@ -76,17 +73,17 @@ uint32_t bsp_pon_no_bind_onu_spec_id_and_mac(uint32_t pon_port, uint32_t onu_id,
 uint32_t bsp_pon_no_bind_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
 {
     if (!mac) return BSP_ERR_PARAM;
-    return send(pon_port, 0, BSP_CMD_ONU_RELEASE, mac);
+    return send(pon_port, 0, BSP_CMD_ONU_RELEASE, mac, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_onu_all(uint32_t pon_port)
 {
-    return send(pon_port, 0, BSP_CMD_ONU_RELEASE_ALL);
+    return send(pon_port, 0, BSP_CMD_ONU_RELEASE_ALL, nullptr, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_offline_onu_all(uint32_t pon_port)
 {
-    return send(pon_port, 0, BSP_CMD_ONU_RELEASE_OFFLINE);
+    return send(pon_port, 0, BSP_CMD_ONU_RELEASE_OFFLINE, nullptr, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_onu_batch_spec_id(const bsp_pon_msg *record)

@@ -1,9 +1,9 @@
 // Whitelist and blacklist.
-#include "admission/send.h"
+#include "frame/send.h"
 
-using admission::send;
 using frame::on;
 using frame::Request;
+using frame::send;
 using frame::set;
 using frame::Way;
 
@@ -51,7 +51,7 @@ uint32_t bsp_pon_blacklist_add_onu_auto_id(uint32_t pon_port, const uint8_t *mac
 
 uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id)
 {
-    return send(pon_port, onu_id, BSP_CMD_BLACKLIST_REJECT);
+    return send(pon_port, onu_id, BSP_CMD_BLACKLIST_REJECT, nullptr, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
@@ -63,7 +63,7 @@ uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
 uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
 {
     if (!mac) return BSP_ERR_PARAM;
-    return send(pon_port, 0, BSP_CMD_BLACKLIST_REMOVE, mac);
+    return send(pon_port, 0, BSP_CMD_BLACKLIST_REMOVE, mac, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record)

@@ -1,5 +1,6 @@
 // The configuration of ONUs, LOIDs and the OUI, the ARP table, UNI profiles and the batch.
 #include "board/util.h"
+#include "frame/send.h"
 #include "frame/view.h"
 
 using frame::Failure;
@@ -32,9 +33,7 @@ uint32_t bsp_onu_ctc_set_cfg(bsp_onu_msg *rec)
 uint32_t bsp_pon_onu_ctc_set_oui(const uint8_t *oui)
 {
     if (!oui) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_OUI_SET};
-    request.copy<oui_size>(&bsp_pon_msg::data429, oui);
-    return set(*request, on(BSP_MSG_PON, Failure::pass));
+    return frame::send(0, 0, BSP_CMD_OUI_SET, nullptr, on(BSP_MSG_PON, Failure::pass), 0, oui, oui_size);
 }
 
 uint32_t bsp_pon_onu_ctc_add_loid(bsp_pon_msg *rec)
@@ -68,11 +67,8 @@ uint32_t bsp_pon_get_arptable(uint32_t pon_port, db_handle **db_out)
 
 uint32_t bsp_pon_prof_uni_set(uint32_t profile_id, uint16_t value, const void *body, uint32_t body_len)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_UNI_PROFILE_SET};
-    request->pon_port = profile_id;
-    request->arg_value = value;
-    request.put(&bsp_pon_msg::data429, body, body_len);
-    return set(*request, on(BSP_MSG_PON, Failure::pass));
+    return frame::send(profile_id, 0, BSP_CMD_UNI_PROFILE_SET, nullptr, on(BSP_MSG_PON, Failure::pass), value, body,
+                       body_len);
 }
 
 uint32_t bsp_pon_prof_uni_get(uint32_t profile_id, db_handle **db_out)
@@ -88,5 +84,5 @@ uint32_t bsp_onu_ctc_set_portcfg(bsp_onu_msg *rec)
 
 uint32_t bsp_pon_onucfg_set_batch(uint32_t)
 {
-    return set(*Request<bsp_pon_msg>{BSP_CMD_ONU_CONFIG_BATCH}, on(BSP_MSG_PON, Failure::pass));
+    return frame::send(0, 0, BSP_CMD_ONU_CONFIG_BATCH, nullptr, on(BSP_MSG_PON, Failure::pass));
 }

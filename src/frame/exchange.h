@@ -33,18 +33,25 @@ struct Query {
 };
 
 // By which channel an exchange goes, what becomes of its failure, and which operation and line a log line names: those
-// of the place where on() stands, by default. Two words, however much they say.
+// of the place where on() stands, by default. All but the operation share a word, of which they leave the upper half
+// free: one instruction sets it.
 struct Way {
     const char *function;
-    uint16_t line;
-    uint8_t channel;
-    Failure failure;
+    uint32_t details;
+
+    static constexpr uint32_t first_channel = BSP_MSG_PON; // the lowest
+    static constexpr uint32_t channels = 16, failures = 4, lines = 1024;
+
+    int line() const { return static_cast<int>(details / (failures * channels)); }
+    uint32_t channel() const { return first_channel + details / failures % channels; }
+    Failure failure() const { return static_cast<Failure>(details % failures); }
 };
 
-constexpr Way on(uint8_t channel, Failure failure = Failure::report, const char *function = __builtin_FUNCTION(),
-                 int line = __builtin_LINE())
+constexpr Way on(uint32_t channel, Failure failure = Failure::report, const char *function = __builtin_FUNCTION(),
+                 uint32_t line = __builtin_LINE())
 {
-    return {function, static_cast<uint16_t>(line), channel, failure};
+    return {function, (line % Way::lines * Way::channels + (channel - Way::first_channel)) * Way::failures +
+                          static_cast<uint32_t>(failure)};
 }
 
 // Where a record of each kind carries its command code.
@@ -77,7 +84,7 @@ void clear(void *record, uint32_t length);
 FRAME_SHARED uint32_t set(const void *record, uint32_t length, Way way)
 {
     uint32_t status = BSP_OK;
-    const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, way.channel, record, length, &status);
+    const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, way.channel(), record, length, &status);
     return ipc_result ? failed(ipc_result, way) : status;
 }
 
@@ -92,7 +99,7 @@ FRAME_SHARED uint32_t get_into(const void *request, uint32_t request_length, voi
 {
     uint32_t status = BSP_OK;
     const int32_t ipc_result =
-        ipc_get_exec(BSP_IPC_MODULE, way.channel, request, request_length, response, &length, &status);
+        ipc_get_exec(BSP_IPC_MODULE, way.channel(), request, request_length, response, &length, &status);
     return ipc_result ? failed(ipc_result, way) : status;
 }
 
@@ -131,7 +138,8 @@ public:
     {
         clear(bytes, size_for(preset, request_length));
         uint32_t status = BSP_OK;
-        const int32_t ipc_result = exec(BSP_IPC_MODULE, way.channel, request, request_length, bytes, &preset, &status);
+        const int32_t ipc_result =
+            exec(BSP_IPC_MODULE, way.channel(), request, request_length, bytes, &preset, &status);
         result = ipc_result ? failed(ipc_result, way) : status;
         return ipc_result == IPC_OK;
     }

@@ -72,13 +72,13 @@ FRAME_SHARED uint32_t stored_view(uint32_t pon_port, uint32_t onu_id, uint32_t c
     return bsp_pononu_ctc_config_by_db(db_out, &*request);
 }
 
-// A block for an ONU, which must be there.
+// Something for an ONU: a block, where there is one, and a word.
 FRAME_SHARED uint32_t tell(uint32_t pon_port, uint32_t onu_id, uint32_t command, const void *data, uint32_t size,
-                           Way way = frame::on(BSP_MSG_ONU_CFG, Failure::pass))
+                           uint32_t word, Way way)
 {
-    if (!data) return BSP_ERR_PARAM;
     auto request = request_to(command, pon_port, onu_id);
-    __builtin_memcpy(request->onu_data, data, size);
+    request->onu_arg24 = word;
+    request.put(&bsp_onu_msg::onu_data, data, size);
     return frame::set(*request, way);
 }
 

@@ -11,9 +11,7 @@ uint32_t bsp_pon_onu_ctc_get_info(uint32_t pon_port, uint32_t onu_id, uint32_t c
 
 uint32_t bsp_pon_onu_ctc_set_info(uint32_t pon_port, uint32_t onu_id, uint32_t cmd, const void *data, uint32_t data_len)
 {
-    auto request = onu::request_to(cmd, pon_port, onu_id);
-    request.put(&bsp_onu_msg::onu_data, data, data_len);
-    return frame::set(*request, on(BSP_MSG_ONU_INFO, frame::Failure::silent));
+    return onu::tell(pon_port, onu_id, cmd, data, data_len, 0, on(BSP_MSG_ONU_INFO, frame::Failure::silent));
 }
 
 uint32_t bsp_pon_onu_ctc_port_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, uint32_t cmd, void *out,

@@ -33,24 +33,24 @@ uint32_t bsp_pon_onu_alarm_more_test(const bsp_onu_msg *msg)
 
 uint32_t bsp_pon_onu_ctc_oam_print(uint32_t value)
 {
-    frame::Request<bsp_onu_msg> request{BSP_CMD_OAM_PRINT};
-    request->onu_arg24 = value;
-    return set(*request, on(BSP_MSG_ONU_OAM, Failure::silent));
+    return onu::tell(0, 0, BSP_CMD_OAM_PRINT, nullptr, 0, value, on(BSP_MSG_ONU_OAM, Failure::silent));
 }
 
 uint32_t bsp_pon_onu_ctc_set_multillid(uint32_t pon_port, uint32_t onu_id, uint32_t count)
 {
-    auto request = onu::request_to(BSP_CMD_ONU_MULTI_LLID_SET, pon_port, onu_id);
-    request->onu_arg24 = count;
-    return set(*request, on(BSP_MSG_ONU_INFO, Failure::pass));
+    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_MULTI_LLID_SET, nullptr, 0, count,
+                     on(BSP_MSG_ONU_INFO, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_update_image(uint32_t pon_port, uint32_t onu_id, const void *image)
 {
-    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_IMAGE_UPDATE, image, image_size);
+    if (!image) return BSP_ERR_PARAM;
+    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_IMAGE_UPDATE, image, image_size, 0,
+                     on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_set_mgmt(uint32_t pon_port, uint32_t onu_id, const void *mgmt)
 {
-    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_MGMT_SET, mgmt, mgmt_size);
+    if (!mgmt) return BSP_ERR_PARAM;
+    return onu::tell(pon_port, onu_id, BSP_CMD_ONU_MGMT_SET, mgmt, mgmt_size, 0, on(BSP_MSG_ONU_CFG, Failure::pass));
 }

@@ -12,7 +12,7 @@ FRAME_SHARED uint32_t get_in_place_database(void *record, uint32_t length, const
 {
     uint32_t received = length;
     uint32_t status = BSP_OK;
-    const int32_t ipc_result = ipc_get_exec(BSP_IPC_MODULE, way.channel, record, length, record, &received, &status);
+    const int32_t ipc_result = ipc_get_exec(BSP_IPC_MODULE, way.channel(), record, length, record, &received, &status);
     if (ipc_result) return frame::failed(ipc_result, way);
     *db_out = db_from_shmem(key, frame::small_view);
     return status;

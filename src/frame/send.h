@@ -1,0 +1,23 @@
+// Settings of the PON channel.
+#pragma once
+
+#include "frame/exchange.h"
+#include "frame/request.h"
+
+namespace frame
+{
+
+// A null `mac` names no ONU by its MAC address; a null block is none.
+FRAME_SHARED uint32_t send(uint32_t pon_port, uint32_t onu_id, uint32_t command, const uint8_t *mac, Way way,
+                           uint32_t value = 0, const void *block = nullptr, uint32_t size = 0)
+{
+    Request<bsp_pon_msg> request{command};
+    request->pon_port = pon_port;
+    request->onu_id = onu_id;
+    request->arg_value = value;
+    if (mac) request.put_mac(mac);
+    request.put(&bsp_pon_msg::data429, block, size);
+    return set(*request, way);
+}
+
+} // namespace frame
