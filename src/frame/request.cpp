@@ -12,9 +12,4 @@ void put_text(char *to, uint32_t room, const char *text)
     }
 }
 
-void put_block(uint8_t *to, uint32_t room, const void *block, uint32_t count)
-{
-    if (block) __builtin_memcpy(to, block, count < room ? count : room);
-}
-
 } // namespace frame

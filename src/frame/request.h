@@ -14,7 +14,10 @@ namespace frame
 void put_text(char *to, uint32_t room, const char *text);
 
 // Copies `count` bytes of `block` into `room` bytes, as many as fit. Null: nothing is copied.
-void put_block(uint8_t *to, uint32_t room, const void *block, uint32_t count);
+FRAME_SHARED void put_block(uint8_t *to, uint32_t room, const void *block, uint32_t count)
+{
+    if (block) __builtin_memcpy(to, block, count < room ? count : room);
+}
 
 template <class Record>
 class Request
