@@ -1,7 +1,4 @@
 // Views of what ONUs are and of their UNI ports.
-#include <cstddef>
-#include <stdexcept>
-
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/uni_config.h"
@@ -52,17 +49,6 @@ Outcome uni_attributes(const Olt &olt, const Request &)
     return shown(uni_attributes_table(bound_onus(olt, olt.ports())));
 }
 
-// The answer that carries a table as a text.
-std::string answer_with(uint32_t command, std::string_view table)
-{
-    constexpr size_t start = offsetof(bsp_pon_msg_ext, ext_payload);
-    std::string answer(sizeof(bsp_pon_msg_ext), '\0');
-    if (start + table.size() >= answer.size()) throw std::logic_error("a table is too long for the answer");
-    std::memcpy(answer.data(), &command, sizeof command);
-    table.copy(answer.data() + start, table.size());
-    return answer;
-}
-
 // The library drops the status word of this command: an ONU that cannot be shown has to read as a table of no rows.
 Outcome onu_config(const Olt &olt, const Request &request)
 {
@@ -71,7 +57,7 @@ Outcome onu_config(const Olt &olt, const Request &request)
     std::vector<BoundOnu> onus;
     if (outcome.status == BSP_OK) onus = {bound_onu(olt, found.onu)};
     const std::string table = onu_config_table(onus);
-    outcome.answer = answer_with(request.read<bsp_onu_msg>().onu_cmd, table);
+    outcome.answer = text_answer(request.read<bsp_onu_msg>().onu_cmd, table);
     if (outcome.status == BSP_OK) outcome.result = table;
     return outcome;
 }

@@ -140,7 +140,7 @@ void put_identity(OnuBlock &block, const RemoteOnu &onu)
     block.put(at::vendor, type.vendor, 4);
     block.put(at::model, type.model, 4);
     block.put(at::extended_model, extended_model(type), 16);
-    block.put(at::serial, serial_number(type, onu.binding->mac), 12);
+    block.put(at::serial, serial_number(type.vendor, onu.binding->mac), 12);
     block.put(at::hardware, onu.device.hardware, 8);
     block.put(at::software, onu.device.software, 16);
     block.put(at::chipset, type.chipset, 8);

@@ -1,6 +1,8 @@
 #include "handlers/record.h"
 
 #include <array>
+#include <cstddef>
+#include <stdexcept>
 
 #include <rapidjson/encodings.h>
 #include <rapidjson/memorystream.h>
@@ -53,6 +55,16 @@ void Answer::put(uint32_t offset, const OnuIds &ids)
     for (uint32_t id = 0; id < onus_per_port; ++id)
         words[id / 32] |= uint32_t{ids[id]} << id % 32;
     std::memcpy(&bytes[offset], words.data(), sizeof words);
+}
+
+std::string text_answer(uint32_t command, std::string_view text)
+{
+    constexpr size_t start = offsetof(bsp_pon_msg_ext, ext_payload);
+    std::string answer(sizeof(bsp_pon_msg_ext), '\0');
+    if (start + text.size() >= answer.size()) throw std::logic_error("a text is too long for the answer");
+    std::memcpy(answer.data(), &command, sizeof command);
+    text.copy(answer.data() + start, text.size());
+    return answer;
 }
 
 bsp_plat_msg head_of(const bsp_plat_msg &request)

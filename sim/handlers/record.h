@@ -64,6 +64,9 @@ private:
     std::string bytes;
 };
 
+// The answer that carries a text, of at most 1023 characters.
+std::string text_answer(uint32_t command, std::string_view text);
+
 // What answers of the platform and debug channels have of their request.
 bsp_plat_msg head_of(const bsp_plat_msg &request);
 

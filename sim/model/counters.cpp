@@ -11,6 +11,7 @@ namespace
 
 constexpr uint64_t million = 1000000;
 constexpr uint64_t thousandths = 1000;
+constexpr uint64_t bits = 8; // of an octet
 
 // Takes a share out of the frames, and gives what it took. Neither that nor what is left ever shrinks when there are
 // more frames.
@@ -154,15 +155,21 @@ Counters uplink_counters(const Olt &olt, uint32_t uplink)
     return counters;
 }
 
+Load pon_load(const Olt &olt, const PonPort &port, const Rates &rates)
+{
+    const bool uplink_is_up = phy_control(olt, uplink_of(port.number)).link_up();
+    return {.in = uplink_is_up ? octets_of(rates.down) * bits : 0, .out = octets_of(rates.up) * bits};
+}
+
 Load xaui_load(const Olt &olt, uint32_t xaui)
 {
-    constexpr uint64_t bits = 8;
     Load load;
     for (const PonPort &port : olt.ports()) {
         const uint32_t uplink = uplink_of(port.number);
         if (xaui_of(uplink) != xaui || !phy_control(olt, uplink).link_up()) continue;
-        load.in += octets_of(port.traffic.rates().down) * bits;
-        load.out += octets_of(port.traffic.rates().up) * bits;
+        const Load of_port = pon_load(olt, port, port.traffic.rates());
+        load.in += of_port.in;
+        load.out += of_port.out;
     }
     return load;
 }

@@ -47,11 +47,13 @@ struct Counters {
 Counters pon_counters(const Olt &olt, const PonPort &port);
 Counters uplink_counters(const Olt &olt, uint32_t uplink);
 
-// What passes a XAUI interface now.
+// What passes now, in bit/s.
 struct Load {
-    uint64_t in = 0; // from the network, bit/s
+    uint64_t in = 0; // from the network
     uint64_t out = 0;
 };
+// Between a PON port and those of its ONUs that are online and have these rates together.
+Load pon_load(const Olt &olt, const PonPort &port, const Rates &rates);
 Load xaui_load(const Olt &olt, uint32_t xaui);
 
 } // namespace ponsim

@@ -51,10 +51,10 @@ std::string extended_model(const DeviceType &type)
     return model;
 }
 
-std::string serial_number(const DeviceType &type, const Mac &mac)
+std::string serial_number(std::string_view vendor, const Mac &mac)
 {
     constexpr char digits[] = "0123456789ABCDEF";
-    std::string serial(type.vendor);
+    std::string serial(vendor);
     for (size_t index = 2; index < mac.size(); ++index) {
         serial += digits[mac[index] >> 4];
         serial += digits[mac[index] & 15];

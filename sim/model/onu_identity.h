@@ -31,7 +31,7 @@ const Hardware &hardware_of(const DeviceType &type);
 // The model with its user ports, at most 16 characters: H132-1GE3FE2POTS.
 std::string extended_model(const DeviceType &type);
 // 12 characters: the vendor, and the last four bytes of the address.
-std::string serial_number(const DeviceType &type, const Mac &mac);
+std::string serial_number(std::string_view vendor, const Mac &mac);
 
 // How busy an ONU is. It differs from one five seconds to the next.
 struct Usage {

@@ -271,7 +271,7 @@ TEST(OnuDeviceInfo, SaysWhatTheOnuIs)
 
 TEST(OnuDeviceInfo, TheSerialNumberIsVendorAndAddress)
 {
-    EXPECT_EQ(serial_number(device_types()[0], {0x02, 0x1e, 0x61, 0x97, 0x0a, 0xff}), "SIMA61970AFF");
+    EXPECT_EQ(serial_number("SIMA", {0x02, 0x1e, 0x61, 0x97, 0x0a, 0xff}), "SIMA61970AFF");
 }
 
 TEST(OnuDeviceInfo, TheProcessorIsNeverIdleNorFullyLoaded)
