@@ -50,7 +50,6 @@ struct Bulk : Desk {
             }
     }
     void pass(ModelTime time) { simulator.advance(olt().now() + time); }
-    // What the columns of a row have in common with the one of another table.
     static double number(const rapidjson::Value &row, const char *column) { return row[column].GetDouble(); }
 };
 
@@ -130,7 +129,8 @@ TEST(OnuStatsTable, CountsNothingWhereNothingIsMonitored)
 {
     Bulk desk;
     desk.pass(10 * ms_per_second);
-    for (const auto &row : desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL).GetArray())
+    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    for (const auto &row : rows.GetArray())
         for (const char *column : {"counted", "up_frames", "up_octets", "up_errors", "down_frames", "down_discarded"})
             EXPECT_TRUE(row[column].IsNull()) << column;
 }
@@ -183,8 +183,9 @@ TEST(OnuStatsTable, TheFramesOfAPortsOnusAreThoseThatItReceives)
     };
     const uint64_t before = received();
     desk.pass(1000 * ms_per_second);
+    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     double sum = 0;
-    for (const auto &row : desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL).GetArray())
+    for (const auto &row : rows.GetArray())
         if (row["pon_port"].GetUint() == 1 && !row["up_frames"].IsNull()) sum += row["up_frames"].GetDouble();
     // Both round down, each kind of frame by itself.
     EXPECT_NEAR(sum, static_cast<double>(received() - before), 3 * flows.size());
@@ -195,9 +196,10 @@ TEST(OnuStatsTable, TheLoadsOfAPortsOnusAreThatOfThePort)
 {
     Bulk desk;
     const auto ports = desk.rows(BSP_CMD_VIEW_PORT_INFO);
+    const auto onus = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     for (const char *column : {"up_load", "down_load"}) {
         double sum = 0;
-        for (const auto &row : desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL).GetArray())
+        for (const auto &row : onus.GetArray())
             if (row["pon_port"].GetUint() == 4 && !row[column].IsNull()) sum += row[column].GetDouble();
         EXPECT_NEAR(ports[3][column].GetDouble(), sum, 0.01);
         EXPECT_GT(sum, 0);
@@ -210,7 +212,7 @@ TEST(OnuStatsTable, NothingComesDownWhileTheUplinkIsDown)
     PhyControl down;
     down.bits |= PhyControl::power_down;
     const PlatAnswer set(desk, BSP_MSG_DEBUG,
-                         PlatRecord(BSP_CMD_DEBUG_PHY_SET, 2).put(layout::phy_set::value, uint32_t{down.bits}));
+                         PlatRecord(BSP_CMD_DEBUG_GE_PHY_SET, 2).put(layout::ge_phy_control::control, down.bits));
     ASSERT_EQ(set.status(), BSP_OK);
     const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     EXPECT_GT(rows[0]["down_load"].GetDouble(), 0);
@@ -292,7 +294,7 @@ TEST(AllOnus, AreALineAPortAndOneForAll)
                               "total: 7 bound, 5 online, 7 waiting\n");
 }
 
-// As many ONUs as there can be: half of them online where half of the ids are theirs.
+// As many ONUs as there can be, all online.
 Change full()
 {
     Change kept;
@@ -387,8 +389,7 @@ const Setting settings[] = {
      [](OnuBlock &block) { block.put<uint32_t>(layout::onu_fast_leave_set::state, 1); }},
     {8, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, [](OnuBlock &) {}},
     {9, BSP_MSG_ONU_INFO, BSP_CMD_ONU_AUTONEG_SET, [](OnuBlock &) {}},
-    {10, BSP_MSG_ONU_CFG, BSP_CMD_ONU_PAUSE_SET,
-     [](OnuBlock &block) { block.put<uint8_t>(layout::onu_pause::on, 1); }},
+    {10, BSP_MSG_ONU_CFG, BSP_CMD_ONU_PAUSE_SET, [](OnuBlock &block) { block.put<uint8_t>(layout::onu_pause::on, 1); }},
     {11, BSP_MSG_ONU_CFG, BSP_CMD_ONU_RATE_LIMIT_SET,
      [](OnuBlock &block) {
          block.put<uint32_t>(layout::onu_rate_limit_set::down_pir, 1000);
@@ -415,8 +416,8 @@ const Setting settings[] = {
 
 uint32_t config_word(Full &desk, uint32_t onu_id)
 {
-    const Reply reply = desk.simulator.handle(
-        message_of(BSP_MSG_ONU_CFG, onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id)));
+    const Reply reply =
+        desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id)));
     return value_at<uint32_t>(reply, layout::onu_config_word::word);
 }
 
@@ -465,7 +466,7 @@ TEST(ConfigWord, OfAnOnuThatWasToldNothingFollowsFromItsUniPorts)
 TEST(ConfigWord, AnSlaOfEitherDirectionIsBit3)
 {
     Binding upstream = binding_of(stranger(1)), downstream = binding_of(stranger(2));
-    upstream.sla = Sla{};
+    upstream.sla = Sla{.fixed = 0, .assured = 64, .maximum = 128, .priority = 0, .weight = 1};
     downstream.sla_down = 1000;
     Change kept;
     kept.bindings = {{1, 1, upstream}, {1, 2, downstream}, {1, 3, binding_of(stranger(3))}};
