@@ -172,6 +172,23 @@ TEST(OnuStatsTable, CountsOnOverTheEndOfAMonitoringPeriod)
     EXPECT_EQ(rows[0]["counted"].GetDouble(), 901);
 }
 
+TEST(OnuStatsTable, AnOnuThatMonitorsAndGoesOfflineTellsNothing)
+{
+    Bulk desk;
+    desk.monitor_all();
+    desk.pass(oam_delay);
+    OnuRecord dead;
+    dead.powered = false;
+    Change change;
+    change.onus = {{1, desk.port(1).bindings[1]->mac, dead}};
+    desk.simulator.change(change);
+    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    for (const char *column : {"up_load", "counted", "up_frames"}) {
+        EXPECT_TRUE(rows[0][column].IsNull()) << column;
+        EXPECT_FALSE(rows[1][column].IsNull()) << column;
+    }
+}
+
 TEST(OnuStatsTable, TheFramesOfAPortsOnusAreThoseThatItReceives)
 {
     Bulk desk;
