@@ -72,7 +72,7 @@ struct Layout {
     std::string_view brief;
 };
 
-enum class ColumnType : uint8_t { u32, text, mac, boolean, real };
+enum class ColumnType : uint8_t { u32, u64, text, mac, boolean, real };
 
 struct Column {
     std::string_view name;

@@ -29,7 +29,7 @@ BOUNDS = [10240, 1048576]
 IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
 FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s32": 4, "u64": 8}
 ALIGNMENTS = {"u32": 4, "idset": 4, "u16": 2, "s16": 2, "s32": 4, "u64": 4}
-COLUMN_TYPES = {"u32": "u32", "text": "text", "mac": "mac", "bool": "boolean", "real": "real"}
+COLUMN_TYPES = {"u32": "u32", "u64": "u64", "text": "text", "mac": "mac", "bool": "boolean", "real": "real"}
 # Argument types: the C declaration, and the field types that it may be written to or read from.
 ARGUMENTS = {
     "u32": ("uint32_t {}", {"u32"}),

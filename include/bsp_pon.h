@@ -3131,7 +3131,7 @@ BSP_PON_API uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out
 /**
  * Sends a payload on the profile channel and receives the answer in its place.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3146,7 +3146,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t l
  * Sends a payload on the profile channel and receives the answer in a buffer of its own, or else in the payload's
  * place.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3162,7 +3162,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t 
 /**
  * Asks for a result database on the profile channel.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * It comes by a file that the answer names, in at most 36 characters; the file is removed.
  *
  * @param action action code; the service knows the values
@@ -3174,7 +3174,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_json(uint32_t action, db_handle **db_o
 /**
  * Sends a payload on the profile channel.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3188,7 +3188,7 @@ BSP_PON_API uint32_t bsp_profile_exec_set(uint32_t action, const void *buf, uint
 /**
  * Asks for a result file on the profile channel, and reads it into memory.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * The file stays.
  *
  * @param action action code; the service knows the values

@@ -105,6 +105,7 @@ Table::Fit fit_of(catalogue::ColumnType type)
 {
     switch (type) {
     case catalogue::ColumnType::u32:
+    case catalogue::ColumnType::u64:
     case catalogue::ColumnType::real:
         return Table::Fit::right;
     case catalogue::ColumnType::mac:

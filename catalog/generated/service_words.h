@@ -79,6 +79,16 @@ inline constexpr uint32_t min_distance = 432; // u32: nearest ONU that is ranged
 inline constexpr uint32_t max_distance = 436; // u32: farthest ONU that is ranged, at most 20000
 } // namespace layout::opt_range
 
+namespace layout::all_onu_info
+{
+inline constexpr uint32_t text = 20; // text: the text, at most 1023 characters and a NUL
+} // namespace layout::all_onu_info
+
+namespace layout::onu_config_word
+{
+inline constexpr uint32_t word = 20; // u32: bits: 0 it has a management address; 1 FEC is enabled; 2 it has its time by SNTP; 3 an SLA is stored, upstream or downstream; 4 it has several LLIDs; 5 performance monitoring and CATV are on; 6 controllable multicast; 7 fast leave is on; and where it is so at any of its UNI ports: 8 disabled, 9 no auto-negotiation, 10 flow control, 11 a rate limit, 12 a VLAN mode other than transparent, 13 a classification rule, 14 no loop detection. All other bits are 0
+} // namespace layout::onu_config_word
+
 namespace layout::port_stats
 {
 inline constexpr uint32_t in_octets = 124; // u64: received, of frames without errors (ifHCInOctets)

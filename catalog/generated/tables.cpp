@@ -383,6 +383,18 @@ constexpr Field opt_range_fields[] = {
     {"max_distance", FieldType::u32, 436, 4, "m", 1, "farthest ONU that is ranged, at most 20000"},
 };
 
+constexpr const Command *all_onu_info_commands[] = {&all_commands[37]};
+
+constexpr Field all_onu_info_fields[] = {
+    {"text", FieldType::text, 20, 1024, "", 1, "the text, at most 1023 characters and a NUL"},
+};
+
+constexpr const Command *onu_config_word_commands[] = {&all_commands[146]};
+
+constexpr Field onu_config_word_fields[] = {
+    {"word", FieldType::u32, 20, 4, "", 1, "bits: 0 it has a management address; 1 FEC is enabled; 2 it has its time by SNTP; 3 an SLA is stored, upstream or downstream; 4 it has several LLIDs; 5 performance monitoring and CATV are on; 6 controllable multicast; 7 fast leave is on; and where it is so at any of its UNI ports: 8 disabled, 9 no auto-negotiation, 10 flow control, 11 a rate limit, 12 a VLAN mode other than transparent, 13 a classification rule, 14 no loop detection. All other bits are 0"},
+};
+
 constexpr const Command *port_stats_commands[] = {&all_commands[54], &all_commands[55]};
 
 constexpr Field port_stats_fields[] = {
@@ -2853,6 +2865,8 @@ constexpr Layout all_layouts[] = {
     {"onu_confirm", &all_records[0], onu_confirm_commands, onu_confirm_fields, false, "An ONU of one PON port (`pon_port`) that is to be let in. The id, where it is not 0, else the MAC address names a bound ONU; one that is unauthenticated goes online, for one that is online nothing changes, one that is offline is refused. Else the address names one that waits: it is bound to the next free id with the bind mode of `arg_word36`. With neither it is the ONU bound to id 0."},
     {"onu_batch", &all_records[0], onu_batch_commands, onu_batch_fields, false, "Several ONUs of one PON port (`pon_port`). Releasing, rebooting and rejecting do all of them or, where one is not bound (for a reboot: not online; for rejecting: does not fit on the black list), none. Sorting leaves ids aside that are not bound and deals the others out again, so that MAC addresses ascend with ids."},
     {"opt_range", &all_records[0], opt_range_commands, opt_range_fields, false, "Ranging limits of one PON port (`pon_port`). An ONU outside them is not ranged: it does not show as waiting, and a bound one goes offline."},
+    {"all_onu_info", &all_records[1], all_onu_info_commands, all_onu_info_fields, true, "How many ONUs there are, as a text of lines that each end with a newline: a line a PON port, as \"port 1: 5 bound, 3 online, 2 waiting\", and a last one of the whole OLT, as \"total: 5 bound, 3 online, 2 waiting\". It fits for 16 ports of 128 bound and 128 waiting ONUs."},
+    {"onu_config_word", &all_records[3], onu_config_word_commands, onu_config_word_fields, true, "What is configured at an ONU, as the OLT told it, whether the ONU is online or not."},
     {"port_stats", &all_records[2], port_stats_commands, port_stats_fields, true, "Counters of a PON port or of a GE port (1 to 4), of the traffic that ONUs and network offered since the OLT was first switched on. In is from the fibre: of a PON port from its ONUs, of a GE port from the network. Octets are those of whole frames with their check sequence. They add up: what a GE port sent and could not send is what its PON ports received less their in_discards; what PON ports sent and could not send is what their GE port received less its in_discards."},
     {"ge_phy", &all_records[2], ge_phy_commands, ge_phy_fields, true, "PHY of a GE port (1 to 4): its registers as IEEE 802.3 clauses 22 and 37 have them for 1000BASE-X, which has one speed, 1000 Mbit/s."},
     {"ge_phy_control", &all_records[2], ge_phy_control_commands, ge_phy_control_fields, false, "What a PHY of a GE port (1 to 4) is set to. The link is up with auto-negotiation or full duplex, unless the PHY is in loopback, powered down or isolated; while it is down the network offers nothing to the port's PON ports, and the port drops what they send."},
@@ -2975,6 +2989,68 @@ constexpr Layout all_layouts[] = {
     {"upgrade_bind_port", &all_records[1], upgrade_bind_port_commands, upgrade_bind_port_fields, false, "Binds an upgrade type to the ONUs of one PON port that have none of their own."},
     {"upgrade_onu", &all_records[1], upgrade_onu_commands, upgrade_onu_fields, false, "Starts to upgrade one ONU, which must be online. Its type must fit its vendor and model, and have another version."},
     {"upgrade_port", &all_records[1], upgrade_port_commands, upgrade_port_fields, false, "Starts to upgrade the ONUs of one PON port that can be upgraded; the others are left aside."},
+};
+
+constexpr const Command *port_info_commands[] = {&all_commands[35]};
+
+constexpr Column port_info_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"mac", "MAC", ColumnType::mac, "", "the port's own MAC address"},
+    {"uplink", "UPLINK", ColumnType::u32, "", "GE port that its traffic goes through"},
+    {"laser", "LASER", ColumnType::boolean, "", "whether the laser of its optical module is on"},
+    {"tx_power", "TX", ColumnType::real, "dBm", "launch power; -40 without light"},
+    {"temperature", "TEMP", ColumnType::real, "degC", "temperature of its optical module"},
+    {"bound", "BOUND", ColumnType::u32, "", "bound ONUs"},
+    {"online", "ONLINE", ColumnType::u32, "", "bound ONUs that are online"},
+    {"waiting", "WAITING", ColumnType::u32, "", "ONUs that have arrived, are in ranging limits and wait"},
+    {"up_load", "UP", ColumnType::real, "kbit/s", "upstream load"},
+    {"down_load", "DOWN", ColumnType::real, "kbit/s", "downstream load"},
+};
+
+constexpr const Command *basic_info_commands[] = {&all_commands[36]};
+
+constexpr Column basic_info_columns[] = {
+    {"model", "MODEL", ColumnType::text, "", "model of the simulated OLT"},
+    {"version", "VERSION", ColumnType::text, "", "version of its software"},
+    {"serial", "SERIAL", ColumnType::text, "", "serial number, 12 characters: the vendor, and the last four bytes of the MAC address"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address of the management port"},
+    {"pon_ports", "PON", ColumnType::u32, "", "PON ports"},
+    {"ge_ports", "GE", ColumnType::u32, "", "GE ports, the uplinks"},
+    {"uptime", "UPTIME", ColumnType::real, "s", "model time since the OLT was first switched on"},
+    {"bound", "BOUND", ColumnType::u32, "", "bound ONUs"},
+    {"online", "ONLINE", ColumnType::u32, "", "bound ONUs that are online"},
+    {"waiting", "WAITING", ColumnType::u32, "", "ONUs that have arrived, are in ranging limits and wait"},
+};
+
+constexpr const Command *onu_optics_table_commands[] = {&all_commands[38], &all_commands[39]};
+
+constexpr Column onu_optics_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"temperature", "TEMP", ColumnType::real, "degC", "temperature of the ONU's transceiver"},
+    {"voltage", "VOLTAGE", ColumnType::real, "V", "its supply voltage"},
+    {"bias", "BIAS", ColumnType::real, "mA", "bias of its laser"},
+    {"tx_power", "TX", ColumnType::real, "dBm", "power that the ONU launches"},
+    {"rx_power", "RX", ColumnType::real, "dBm", "power that the ONU receives from the OLT"},
+    {"olt_rx_power", "OLT RX", ColumnType::real, "dBm", "power that the OLT receives from the ONU"},
+};
+
+constexpr const Command *onu_stats_table_commands[] = {&all_commands[40]};
+
+constexpr Column onu_stats_table_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address"},
+    {"up_load", "UP", ColumnType::real, "kbit/s", "what the ONU offers its PON port at this time"},
+    {"down_load", "DOWN", ColumnType::real, "kbit/s", "what the network offers it; 0 while the PON port's uplink is down"},
+    {"counted", "COUNTED", ColumnType::real, "s", "how long it has been counting"},
+    {"up_frames", "UP FRAMES", ColumnType::u64, "", "upstream frames that passed well"},
+    {"up_octets", "UP OCTETS", ColumnType::u64, "", "their octets, with their check sequence"},
+    {"up_errors", "UP ERRORS", ColumnType::u64, "", "upstream frames with a wrong check sequence, and fragments; they are not among those that passed"},
+    {"down_frames", "DOWN FRAMES", ColumnType::u64, "", "downstream frames that passed well"},
+    {"down_octets", "DOWN OCTETS", ColumnType::u64, "", "their octets, with their check sequence"},
+    {"down_discarded", "DISCARDED", ColumnType::u64, "", "downstream frames that were not sent for want of room"},
 };
 
 constexpr const Command *onu_capabilities_commands[] = {&all_commands[21]};
@@ -3484,6 +3560,10 @@ constexpr Column upgrade_types_columns[] = {
 };
 
 constexpr View all_views[] = {
+    {"port_info", port_info_commands, port_info_columns, "A row a PON port. Its load is what its online ONUs offer, and what the network offers them, at this time; downstream passes only while the port's uplink has a link."},
+    {"basic_info", basic_info_commands, basic_info_columns, "One row: the OLT, with the ONUs of all its PON ports."},
+    {"onu_optics_table", onu_optics_table_commands, onu_optics_table_columns, "A row a bound ONU of the PON port (`pon_port`) or of the whole OLT, in order of port and id. What is measured is null unless the ONU is online. 2048 rows, as many as can be bound, stay within 1 MiB."},
+    {"onu_stats_table", onu_stats_table_commands, onu_stats_table_columns, "A row a bound ONU of the whole OLT, in order of port and id. The load adds up to that of the PON port; it is null unless the ONU is online. What is counted is what the ONU's UNI ports count together, from when the ONU began to monitor (BSP_CMD_ONU_PERF_MONITOR_SET) until now; it is null unless the ONU is online and monitors. Of an ONU that is online all the time, and has a UNI port with a link from the start, upstream frames are those that its PON port receives of it, and downstream frames, with discarded ones, those that the network offers it. Time in which the ONU was offline is counted like any other. 2048 rows, as many as can be bound, stay within 1 MiB."},
     {"onu_capabilities", onu_capabilities_commands, onu_capabilities_columns, "A row a bound ONU, in order of port and id, whether it is online or not."},
     {"upgrade_base_info", upgrade_base_info_commands, upgrade_base_info_columns, "A row a bound ONU, in order of port and id. The last columns tell of its upgrade; they are null where there is none."},
     {"uni_attributes", uni_attributes_commands, uni_attributes_columns, "A row a UNI port of every bound ONU, in order of PON port, id and UNI port. The rows are short, so that 8192 of them stay within 1 MiB; more of one ONU's ports stands in the configuration of its UNI ports."},

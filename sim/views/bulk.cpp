@@ -33,7 +33,7 @@ double kilobits(uint64_t bits)
 template <class Value, class Part>
 void cell_of(Table &table, std::string_view name, const std::optional<Value> &value, Part part)
 {
-    value ? table.cell(name, static_cast<double>(part(*value))) : table.cell(name, std::nullopt);
+    value ? table.cell(name, part(*value)) : table.cell(name, std::nullopt);
 }
 
 template <class Onu>

@@ -41,6 +41,13 @@ void Table::cell(std::string_view name, uint32_t value)
     end_cell();
 }
 
+void Table::cell(std::string_view name, uint64_t value)
+{
+    next(name, ColumnType::u64);
+    writer.Uint64(value);
+    end_cell();
+}
+
 void Table::cell(std::string_view name, double value)
 {
     next(name, ColumnType::real);

@@ -25,6 +25,7 @@ public:
     // The next cell of the row; the row ends with its last column. Throws std::logic_error when name or type are not
     // those of the column.
     void cell(std::string_view name, uint32_t value);
+    void cell(std::string_view name, uint64_t value); // of a count, which is far below 2^53
     void cell(std::string_view name, double value);
     void cell(std::string_view name, bool value);
     void cell(std::string_view name, std::string_view value);

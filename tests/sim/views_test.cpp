@@ -37,6 +37,7 @@ bool has_type(const rapidjson::Value &value, catalogue::ColumnType type)
     using catalogue::ColumnType;
     if (value.IsNull()) return true;
     if (type == ColumnType::u32) return value.IsUint();
+    if (type == ColumnType::u64) return value.IsUint64();
     if (type == ColumnType::boolean) return value.IsBool();
     if (type == ColumnType::real) return value.IsNumber();
     if (type == ColumnType::mac) return value.IsString() && value.GetStringLength() == 17;
