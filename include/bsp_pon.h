@@ -112,6 +112,24 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_OPT_RANGE_SET 424u /* BSP_MSG_PON: set the optical ranging limits from the caller's record */
 #define BSP_CMD_OUI_SET 425u /* BSP_MSG_PON: set the OUI */
 #define BSP_CMD_ONU_SUPPORT_SET 764u /* BSP_MSG_PON: set whether an ONU, named by its MAC address, is supported */
+#define BSP_CMD_PROFILE_LINE_STORE 17u /* BSP_MSG_PROFILE: store a line profile, or change the one of its name */
+#define BSP_CMD_PROFILE_LINE_FETCH 18u /* BSP_MSG_PROFILE: get a line profile by its name */
+#define BSP_CMD_PROFILE_LINE_DELETE 19u /* BSP_MSG_PROFILE: delete a line profile by its name */
+#define BSP_CMD_PROFILE_LINE_LIST 20u /* BSP_MSG_PROFILE: numbers and names of line profiles */
+#define BSP_CMD_PROFILE_LINE_TABLE 21u /* BSP_MSG_PROFILE: all line profiles, as a file of rows that the answer names */
+#define BSP_CMD_PROFILE_LINE_TEXT 22u /* BSP_MSG_PROFILE: all line profiles, as a file of text that the answer names with its length */
+#define BSP_CMD_PROFILE_SLA_STORE 33u /* BSP_MSG_PROFILE: store a SLA profile, or change the one of its name */
+#define BSP_CMD_PROFILE_SLA_FETCH 34u /* BSP_MSG_PROFILE: get a SLA profile by its name */
+#define BSP_CMD_PROFILE_SLA_DELETE 35u /* BSP_MSG_PROFILE: delete a SLA profile by its name */
+#define BSP_CMD_PROFILE_SLA_LIST 36u /* BSP_MSG_PROFILE: numbers and names of SLA profiles */
+#define BSP_CMD_PROFILE_SLA_TABLE 37u /* BSP_MSG_PROFILE: all SLA profiles, as a file of rows that the answer names */
+#define BSP_CMD_PROFILE_SLA_TEXT 38u /* BSP_MSG_PROFILE: all SLA profiles, as a file of text that the answer names with its length */
+#define BSP_CMD_PROFILE_ALARM_STORE 49u /* BSP_MSG_PROFILE: store a alarm profile, or change the one of its name */
+#define BSP_CMD_PROFILE_ALARM_FETCH 50u /* BSP_MSG_PROFILE: get a alarm profile by its name */
+#define BSP_CMD_PROFILE_ALARM_DELETE 51u /* BSP_MSG_PROFILE: delete a alarm profile by its name */
+#define BSP_CMD_PROFILE_ALARM_LIST 52u /* BSP_MSG_PROFILE: numbers and names of alarm profiles */
+#define BSP_CMD_PROFILE_ALARM_TABLE 53u /* BSP_MSG_PROFILE: all alarm profiles, as a file of rows that the answer names */
+#define BSP_CMD_PROFILE_ALARM_TEXT 54u /* BSP_MSG_PROFILE: all alarm profiles, as a file of text that the answer names with its length */
 #define BSP_CMD_DEBUG_PON_STATS 237u /* BSP_MSG_DEBUG: counters of a PON port */
 #define BSP_CMD_DEBUG_GE_STATS 238u /* BSP_MSG_DEBUG: counters of a GE port */
 #define BSP_CMD_DEBUG_GE_PHY_GET 239u /* BSP_MSG_DEBUG: PHY of a GE port */
@@ -3131,7 +3149,7 @@ BSP_PON_API uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out
 /**
  * Sends a payload on the profile channel and receives the answer in its place.
  *
- * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3146,7 +3164,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t l
  * Sends a payload on the profile channel and receives the answer in a buffer of its own, or else in the payload's
  * place.
  *
- * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3162,7 +3180,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t 
 /**
  * Asks for a result database on the profile channel.
  *
- * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * It comes by a file that the answer names, in at most 36 characters; the file is removed.
  *
  * @param action action code; the service knows the values
@@ -3174,7 +3192,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_json(uint32_t action, db_handle **db_o
 /**
  * Sends a payload on the profile channel.
  *
- * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
+ * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3188,7 +3206,7 @@ BSP_PON_API uint32_t bsp_profile_exec_set(uint32_t action, const void *buf, uint
 /**
  * Asks for a result file on the profile channel, and reads it into memory.
  *
- * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * The file stays.
  *
  * @param action action code; the service knows the values

@@ -198,6 +198,17 @@ struct LoopDetection {
     bool operator==(const LoopDetection &) const = default;
 };
 
+enum class ProfileKind : uint32_t { line = 1, sla, alarm };
+inline constexpr uint32_t profile_kinds = 3;
+
+// A named set of parameters.
+struct Profile {
+    std::string name;
+    std::vector<int32_t> values; // in order of its kind's fields
+
+    bool operator==(const Profile &) const = default;
+};
+
 struct Change {
     struct BindingRow {
         uint32_t pon_port;
@@ -263,6 +274,12 @@ struct Change {
         std::optional<std::string> bytes; // none: as if nothing had been set
     };
 
+    struct ProfileRow {
+        ProfileKind kind;
+        uint32_t id;
+        std::optional<Profile> profile; // none: the id is free
+    };
+
     // What a PON port has been offered before the change; it says nothing new, and is there to be kept.
     struct TrafficRow {
         uint32_t pon_port;
@@ -283,6 +300,7 @@ struct Change {
     std::vector<LoopRow> loops = {};
     std::vector<OnuSettingRow> onu_settings = {};
     std::optional<LoopDetection> loop_detection = {};
+    std::vector<ProfileRow> profiles = {};
     std::vector<TrafficRow> traffic = {}; // set by the simulator
     std::vector<std::string> log = {};    // lines for the service's log; not kept
     std::optional<ModelTime> now = {};    // set by the simulator
@@ -291,7 +309,7 @@ struct Change {
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
                alarms.empty() && blocks.empty() && flushes.empty() && modules.empty() && upgrade_types.empty() &&
-               upgrade_runs.empty() && loops.empty() && onu_settings.empty() && !loop_detection;
+               upgrade_runs.empty() && loops.empty() && onu_settings.empty() && !loop_detection && profiles.empty();
     }
 };
 

@@ -262,6 +262,13 @@ void Olt::apply(const Change &change)
     if (change.loop_detection) detection = *change.loop_detection;
     for (const auto &[place, setting] : change.onu_settings)
         onu_settings[place] = setting;
+    for (const auto &[kind, id, profile] : change.profiles) {
+        std::map<uint32_t, Profile> &profiles = profiles_of_kinds.at(static_cast<uint32_t>(kind) - 1);
+        if (profile)
+            profiles[id] = *profile;
+        else
+            profiles.erase(id);
+    }
     for (const auto &[pon_port, onu_ids] : traffic_of) {
         PonPort &port = pon_ports.at(pon_port - 1);
         add_to_traffic(port, onu_ids, &Traffic::add);
@@ -282,6 +289,11 @@ const OnuSetting *Olt::setting(const SettingPlace &place) const
 {
     const auto found = onu_settings.find(place);
     return found == onu_settings.end() ? nullptr : &found->second;
+}
+
+const std::map<uint32_t, Profile> &Olt::profiles(ProfileKind kind) const
+{
+    return profiles_of_kinds.at(static_cast<uint32_t>(kind) - 1);
 }
 
 void Olt::advance(ModelTime to)

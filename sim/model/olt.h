@@ -135,6 +135,8 @@ public:
     const LoopDetection &loop_detection() const { return detection; }
     // What an ONU was told; null when nothing. It stays with the ONU, bound or not.
     const OnuSetting *setting(const SettingPlace &place) const;
+    // By id.
+    const std::map<uint32_t, Profile> &profiles(ProfileKind kind) const;
     // Whether loop detection has shut the UNI port.
     bool shut(const UniPlace &place) const;
 
@@ -184,6 +186,7 @@ private:
     std::map<UniPlace, LoopRecord> looped_unis;
     LoopDetection detection;
     std::map<SettingPlace, OnuSetting> onu_settings;
+    std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
     std::map<Mac, Place> places;
     std::map<std::string, UpgradeType> types;
     std::set<Due> due;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/module.h"
+#include "model/profiles.h"
 
 namespace ponsim
 {
@@ -13,7 +14,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-constexpr int64_t schema_version = 5;
+constexpr int64_t schema_version = 6;
 
 // Small pages, because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -68,6 +69,8 @@ constexpr char schema[] =
     "CREATE TABLE onu_setting(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " command INTEGER NOT NULL, uni INTEGER NOT NULL, told BLOB NOT NULL, before BLOB NOT NULL,"
     " arrives INTEGER NOT NULL, PRIMARY KEY(pon_port, mac, command, uni)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE profile(kind INTEGER NOT NULL, id INTEGER NOT NULL, name TEXT NOT NULL, fields BLOB NOT NULL,"
+    " PRIMARY KEY(kind, id), UNIQUE(kind, name)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE loop_detection(one INTEGER PRIMARY KEY CHECK(one = 1), switched_on INTEGER NOT NULL,"
     " manual INTEGER NOT NULL, recovery_time INTEGER NOT NULL, interval INTEGER NOT NULL, detected INTEGER NOT NULL,"
     " recovered INTEGER NOT NULL) STRICT;"
@@ -100,6 +103,11 @@ std::span<const uint8_t> bytes(const std::string &text)
     return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
 }
 
+std::span<const uint8_t> bytes(const std::vector<int32_t> &values)
+{
+    return {reinterpret_cast<const uint8_t *>(values.data()), values.size() * sizeof values[0]};
+}
+
 std::span<const uint8_t> bytes(const PerFlow &frames)
 {
     return {reinterpret_cast<const uint8_t *>(frames.data()), sizeof frames};
@@ -123,6 +131,20 @@ Binding binding(const Statement &row)
     if (word(row, 14) != 0) binding.sla_down = word(row, 14);
     binding.p2p = row.number(15) != 0;
     return binding;
+}
+
+// Of a row of its table.
+Change::ProfileRow profile(const Statement &row)
+{
+    const ProfileKind kind{word(row, 0)};
+    const uint32_t id = word(row, 1);
+    const std::span<const uint8_t> found = row.bytes(3);
+    Profile profile{row.text(2), std::vector<int32_t>(found.size() / sizeof(int32_t))};
+    std::ranges::copy(found.first(profile.values.size() * sizeof(int32_t)),
+                      reinterpret_cast<uint8_t *>(profile.values.data()));
+    const bool known = kind >= ProfileKind::line && kind <= ProfileKind::alarm && id >= 1 && id <= max_profiles;
+    if (!known || !is_good(kind, profile)) throw StoreError("a profile in it is damaged");
+    return {kind, id, profile};
 }
 
 } // namespace
@@ -155,6 +177,8 @@ struct Store::Statements {
           put_loop(db, "REPLACE INTO loop VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_loop(db, "DELETE FROM loop WHERE pon_port = ? AND mac = ? AND uni = ?"),
           put_onu_setting(db, "REPLACE INTO onu_setting VALUES(?, ?, ?, ?, ?, ?, ?)"),
+          put_profile(db, "REPLACE INTO profile VALUES(?, ?, ?, ?)"),
+          drop_profile(db, "DELETE FROM profile WHERE kind = ? AND id = ?"),
           put_loop_detection(db, "REPLACE INTO loop_detection VALUES(1, ?, ?, ?, ?, ?, ?)"),
           put_traffic(db, "REPLACE INTO traffic VALUES(?, ?, ?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
@@ -187,6 +211,8 @@ struct Store::Statements {
     Statement put_loop;
     Statement drop_loop;
     Statement put_onu_setting;
+    Statement put_profile;
+    Statement drop_profile;
     Statement put_loop_detection;
     Statement put_traffic;
     Statement put_clock;
@@ -329,6 +355,9 @@ Change Store::load() const
         change.onu_settings.push_back(
             {{port(settings), mac(settings, 1), word(settings, 2), word(settings, 3)},
              {bytes(settings, 4), bytes(settings, 5), static_cast<ModelTime>(settings.number(6))}});
+    Statement profiles(db.get(), "SELECT * FROM profile ORDER BY kind, id");
+    while (profiles.row())
+        change.profiles.push_back(profile(profiles));
     Statement detection(db.get(), "SELECT * FROM loop_detection");
     if (detection.row())
         change.loop_detection = {detection.number(1) != 0, detection.number(2) != 0, word(detection, 3),
@@ -510,6 +539,12 @@ void Store::write_rows(const Change &change)
             .bind(bytes(setting.before))
             .bind(static_cast<int64_t>(setting.arrives))
             .run();
+    for (const auto &[kind, id, profile] : change.profiles) {
+        Statement &statement = profile ? statements->put_profile : statements->drop_profile;
+        statement.bind(static_cast<uint32_t>(kind)).bind(id);
+        if (profile) statement.bind(profile->name).bind(bytes(profile->values));
+        statement.run();
+    }
     if (const auto &detection = change.loop_detection)
         statements->put_loop_detection.bind(detection->on)
             .bind(detection->manual)
