@@ -118,15 +118,15 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_PROFILE_LINE_LIST 20u /* BSP_MSG_PROFILE: numbers and names of line profiles */
 #define BSP_CMD_PROFILE_LINE_TABLE 21u /* BSP_MSG_PROFILE: all line profiles, as a file of rows that the answer names */
 #define BSP_CMD_PROFILE_LINE_TEXT 22u /* BSP_MSG_PROFILE: all line profiles, as a file of text that the answer names with its length */
-#define BSP_CMD_PROFILE_SLA_STORE 33u /* BSP_MSG_PROFILE: store a SLA profile, or change the one of its name */
-#define BSP_CMD_PROFILE_SLA_FETCH 34u /* BSP_MSG_PROFILE: get a SLA profile by its name */
-#define BSP_CMD_PROFILE_SLA_DELETE 35u /* BSP_MSG_PROFILE: delete a SLA profile by its name */
+#define BSP_CMD_PROFILE_SLA_STORE 33u /* BSP_MSG_PROFILE: store an SLA profile, or change the one of its name */
+#define BSP_CMD_PROFILE_SLA_FETCH 34u /* BSP_MSG_PROFILE: get an SLA profile by its name */
+#define BSP_CMD_PROFILE_SLA_DELETE 35u /* BSP_MSG_PROFILE: delete an SLA profile by its name */
 #define BSP_CMD_PROFILE_SLA_LIST 36u /* BSP_MSG_PROFILE: numbers and names of SLA profiles */
 #define BSP_CMD_PROFILE_SLA_TABLE 37u /* BSP_MSG_PROFILE: all SLA profiles, as a file of rows that the answer names */
 #define BSP_CMD_PROFILE_SLA_TEXT 38u /* BSP_MSG_PROFILE: all SLA profiles, as a file of text that the answer names with its length */
-#define BSP_CMD_PROFILE_ALARM_STORE 49u /* BSP_MSG_PROFILE: store a alarm profile, or change the one of its name */
-#define BSP_CMD_PROFILE_ALARM_FETCH 50u /* BSP_MSG_PROFILE: get a alarm profile by its name */
-#define BSP_CMD_PROFILE_ALARM_DELETE 51u /* BSP_MSG_PROFILE: delete a alarm profile by its name */
+#define BSP_CMD_PROFILE_ALARM_STORE 49u /* BSP_MSG_PROFILE: store an alarm profile, or change the one of its name */
+#define BSP_CMD_PROFILE_ALARM_FETCH 50u /* BSP_MSG_PROFILE: get an alarm profile by its name */
+#define BSP_CMD_PROFILE_ALARM_DELETE 51u /* BSP_MSG_PROFILE: delete an alarm profile by its name */
 #define BSP_CMD_PROFILE_ALARM_LIST 52u /* BSP_MSG_PROFILE: numbers and names of alarm profiles */
 #define BSP_CMD_PROFILE_ALARM_TABLE 53u /* BSP_MSG_PROFILE: all alarm profiles, as a file of rows that the answer names */
 #define BSP_CMD_PROFILE_ALARM_TEXT 54u /* BSP_MSG_PROFILE: all alarm profiles, as a file of text that the answer names with its length */

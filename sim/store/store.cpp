@@ -139,11 +139,11 @@ Change::ProfileRow profile(const Statement &row)
     const ProfileKind kind{word(row, 0)};
     const uint32_t id = word(row, 1);
     const std::span<const uint8_t> found = row.bytes(3);
-    Profile profile{row.text(2), std::vector<int32_t>(found.size() / sizeof(int32_t))};
-    std::ranges::copy(found.first(profile.values.size() * sizeof(int32_t)),
-                      reinterpret_cast<uint8_t *>(profile.values.data()));
     const bool known = kind >= ProfileKind::line && kind <= ProfileKind::alarm && id >= 1 && id <= max_profiles;
-    if (!known || !is_good(kind, profile)) throw StoreError("a profile in it is damaged");
+    Profile profile{row.text(2), std::vector<int32_t>(found.size() / sizeof(int32_t))};
+    if (!known || found.size() % sizeof(int32_t) != 0) throw StoreError("a profile in it is damaged");
+    std::ranges::copy(found, reinterpret_cast<uint8_t *>(profile.values.data()));
+    if (!is_good(kind, profile)) throw StoreError("a profile in it is damaged");
     return {kind, id, profile};
 }
 

@@ -395,8 +395,9 @@ TEST(Profiles, TheySurviveReopening)
 
 TEST(Profiles, ADamagedOneIsFoundOnOpening)
 {
-    for (const char *damage : {"kind = 4", "kind = 0", "id = 257", "id = 0", "name = ''", "fields = x''",
-                               "fields = zeroblob(20)", "fields = CAST(fields || x'00' AS BLOB)", "fields = x'00'"}) {
+    for (const char *damage :
+         {"kind = 4", "kind = 0", "id = 257", "id = 0", "name = ''", "fields = x''", "fields = zeroblob(20)",
+          "fields = x'e8030000d007000088130000070000006400000000'", "fields = x'00'"}) {
         Folder folder;
         const std::string file = folder.file("olt.db");
         ProfileDesk(WantedSettings{}, file).keep(32, "gold", gold_sla);
