@@ -1,8 +1,6 @@
 // Authentication of ONUs, confirming and describing them.
 #include "model/authentication.h"
 
-#include <map>
-
 #include "generated/service_words.h"
 #include "handlers/record.h"
 
@@ -53,20 +51,15 @@ void add_port(Table &table, const Olt &olt, const PonPort &port)
         table.cell(name, std::nullopt);
 }
 
-void add_record(Table &table, const PonPort &port, const std::string &loid, const std::string &password)
+void add_record(Table &table, const PonPort &port, const LoidRecord &record)
 {
     table.cell("pon_port", port.number);
     for (const char *name : {"mode", "records", "admitted", "unauthenticated", "waiting", "rejected"})
         table.cell(name, std::nullopt);
-    table.cell("loid", std::string_view(loid));
-    table.cell("has_password", !password.empty());
-}
-
-void add_owner(Table &table, const Olt &olt, const PonPort &port, const Arrival *owner)
-{
-    owner ? table.cell("mac", owner->mac) : table.cell("mac", std::nullopt);
-    const std::optional<uint32_t> onu_id = owner ? olt.id_at(port.number, owner->mac) : std::nullopt;
-    onu_id ? table.cell("onu_id", *onu_id) : table.cell("onu_id", std::nullopt);
+    table.cell("loid", record.loid);
+    table.cell("has_password", record.has_password);
+    table.cell("mac", record.mac);
+    table.cell("onu_id", record.onu_id);
 }
 
 Outcome auth_list(const Olt &olt, const Request &request)
@@ -80,14 +73,8 @@ Outcome auth_list(const Olt &olt, const Request &request)
         return {BSP_OK, {}, std::string(table.text())};
     }
     const PonPort &port = selection.ports.front();
-    std::map<std::string_view, const Arrival *> owners;
-    for (const Arrival &arrival : port.arrivals)
-        if (port.ranges(arrival)) owners[arrival.loid] = &arrival;
-    for (const auto &[loid, password] : port.authentication.records) {
-        const auto owner = owners.find(loid);
-        add_record(table, port, loid, password);
-        add_owner(table, olt, port, owner == owners.end() ? nullptr : owner->second);
-    }
+    for (const LoidRecord &record : loid_records(olt, port))
+        add_record(table, port, record);
     return {BSP_OK, {}, std::string(table.text())};
 }
 

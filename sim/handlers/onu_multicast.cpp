@@ -454,6 +454,16 @@ constexpr Handler handlers[] = {
 
 } // namespace
 
+const BlockSetting &multicast_mode_setting()
+{
+    return mode;
+}
+
+const BlockSetting &fast_leave_setting()
+{
+    return fast_leave;
+}
+
 std::span<const Handler> onu_multicast_handlers()
 {
     return handlers;

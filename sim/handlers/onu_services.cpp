@@ -218,6 +218,16 @@ constexpr Handler handlers[] = {
 
 } // namespace
 
+const BlockSetting &management_setting()
+{
+    return management;
+}
+
+const BlockSetting &fec_setting()
+{
+    return fec;
+}
+
 std::span<const Handler> onu_services_handlers()
 {
     return handlers;

@@ -1,5 +1,8 @@
 // The UNI ports of ONUs: link, rate limits, VLANs, classification, loops.
 #include "views/onu_uni.h"
+
+#include <stdexcept>
+
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/classification.h"
@@ -166,6 +169,13 @@ constexpr Handler handlers[] = {
 };
 
 } // namespace
+
+const BlockSetting &uni_setting(uint32_t command)
+{
+    for (const BlockSetting *setting : {&admin_state, &autoneg, &offered, &pause, &rate_limit, &vlan, &loop_detect})
+        if (setting->command == command) return *setting;
+    throw std::logic_error("no setting of UNI ports has the command " + std::to_string(command));
+}
 
 std::span<const Handler> onu_uni_handlers()
 {

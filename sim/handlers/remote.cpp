@@ -76,8 +76,14 @@ Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu
 {
     const auto record = request.read<bsp_onu_msg>();
     const OnuBlock block(std::string(reinterpret_cast<const char *>(record.onu_data), setting.size));
+    return to_outcome(tell_setting(olt, onu, number, block, setting));
+}
+
+Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
+                  const BlockSetting &setting)
+{
     if (const uint32_t status = setting.check(onu, number, block)) return {status};
-    return to_outcome(tell(olt, onu, onu.place(setting.command, number), block, setting.otherwise(olt, onu, number)));
+    return tell(olt, onu, onu.place(setting.command, number), block, setting.otherwise(olt, onu, number));
 }
 
 } // namespace ponsim

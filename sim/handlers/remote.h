@@ -35,8 +35,18 @@ OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side sid
 
 Outcome get_setting(const Olt &olt, const Request &request, const BlockSetting &setting, Side side = Side::remote);
 Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &setting);
-// The same for a setting of which an ONU has several, by number.
+// Tells an ONU a block of a setting, unless it cannot be told that.
+Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
+                  const BlockSetting &setting);
+// The same as set_setting() for a setting of which an ONU has several, by number.
 Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
                     const BlockSetting &setting);
+
+// Settings that more than one command tells. Those of UNI ports go by the command that asks for them.
+const BlockSetting &management_setting();
+const BlockSetting &fec_setting();
+const BlockSetting &multicast_mode_setting();
+const BlockSetting &fast_leave_setting();
+const BlockSetting &uni_setting(uint32_t command);
 
 } // namespace ponsim

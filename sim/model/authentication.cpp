@@ -1,6 +1,7 @@
 #include "model/authentication.h"
 
 #include <algorithm>
+#include <map>
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
@@ -38,6 +39,13 @@ uint32_t change_record(Authentication &authentication, const AuthRequest &reques
     return BSP_OK;
 }
 
+void register_onus(const Olt &olt, const PonPort &port, const Authentication &authentication, Change &change)
+{
+    Registration registration(olt, port, authentication, change);
+    for (const Arrival &arrival : port.arrivals)
+        if (port.ranges(arrival) && !port.refuses(arrival.mac)) registration.add(arrival, true);
+}
+
 Plan confirm_bound(const PonPort &port, uint32_t onu_id, const Confirmation &confirmation)
 {
     if (!port.bindings[onu_id]) return {PON_ERR_NOT_BOUND};
@@ -65,9 +73,38 @@ Plan set_authentication(const Olt &olt, uint32_t pon_port, const AuthRequest &re
         plan.change.auth.push_back(
             {pon_port, request.loid, request.remove ? std::nullopt : std::optional(request.password)});
     }
-    Registration registration(olt, *port, authentication, plan.change);
-    for (const Arrival &arrival : port->arrivals)
-        if (port->ranges(arrival) && !port->refuses(arrival.mac)) registration.add(arrival, true);
+    register_onus(olt, *port, authentication, plan.change);
+    return plan;
+}
+
+std::vector<LoidRecord> loid_records(const Olt &olt, const PonPort &port)
+{
+    std::map<std::string_view, Mac> owners;
+    for (const Arrival &arrival : port.arrivals)
+        if (port.ranges(arrival)) owners[arrival.loid] = arrival.mac;
+    std::vector<LoidRecord> records;
+    for (const auto &[loid, password] : port.authentication.records) {
+        LoidRecord record{loid, !password.empty(), {}, {}};
+        if (const auto owner = owners.find(loid); owner != owners.end()) {
+            record.mac = owner->second;
+            record.onu_id = olt.id_at(port.number, owner->second);
+        }
+        records.push_back(record);
+    }
+    return records;
+}
+
+Plan set_oui(const Olt &olt, const Oui &oui)
+{
+    const bool of_onus = oui == onus_oui;
+    Plan plan{BSP_OK};
+    plan.change.blocks.push_back({BSP_MSG_PON, BSP_CMD_OUI_SET, 0, 0,
+                                  of_onus ? std::nullopt : std::optional(std::string(oui.begin(), oui.end()))});
+    for (const PonPort &port : olt.ports()) {
+        Authentication authentication = port.authentication;
+        authentication.extended_oam = of_onus;
+        register_onus(olt, port, authentication, plan.change);
+    }
     return plan;
 }
 

@@ -1,7 +1,11 @@
 // How ONUs prove who they are, and confirming and describing them.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "model/olt.h"
 #include "model/plan.h"
@@ -23,6 +27,22 @@ struct AuthRequest {
 // Sets mode and at most one record. All ONUs on the fibre register again: those that now are accepted by their LOID and
 // not bound are bound.
 Plan set_authentication(const Olt &olt, uint32_t pon_port, const AuthRequest &request);
+
+// The records of a port, in order of LOID.
+struct LoidRecord {
+    std::string_view loid;
+    bool has_password;
+    std::optional<Mac> mac;         // of the ONU on the fibre that has this LOID
+    std::optional<uint32_t> onu_id; // that it is bound to at this port
+};
+std::vector<LoidRecord> loid_records(const Olt &olt, const PonPort &port);
+
+// What extended OAM is known by.
+using Oui = std::array<uint8_t, 3>;
+inline constexpr Oui onus_oui{0x11, 0x11, 0x11}; // of the CTC extensions, which the ONUs speak
+
+// With another OUI than the ONUs' own there is no extended OAM. All ONUs on the fibre register again.
+Plan set_oui(const Olt &olt, const Oui &oui);
 
 struct Confirmation {
     bool exempt;   // from authentication by LOID

@@ -105,6 +105,8 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
     for (const Change::AuthRow &row : change.auth)
         look(olt, *olt.port(row.pon_port));
     for (const Change::BlockRow &row : change.blocks) {
+        for (const PonPort &port : olt.ports())
+            if (is_oui(row)) look(olt, port);
         if (row.channel != BSP_MSG_PLAT) continue;
         if (row.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(row.pon_port));
         if (row.command == BSP_CMD_FDB_CFG_SET) configure(olt);

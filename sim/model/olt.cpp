@@ -10,7 +10,7 @@ namespace ponsim
 
 bool Authentication::accepts(const Arrival &arrival) const
 {
-    if (mode == AuthMode::mac) return false;
+    if (mode == AuthMode::mac || !extended_oam) return false;
     const auto found = records.find(arrival.loid);
     if (found == records.end()) return false;
     return mode != AuthMode::loid_and_password || found->second == arrival.password;
@@ -20,6 +20,11 @@ bool Authentication::turns_away(const Arrival &arrival, const Binding *binding) 
 {
     if (mode == AuthMode::mac || mode == AuthMode::mac_or_loid) return false;
     return !(binding && binding->exempt) && !accepts(arrival);
+}
+
+bool is_oui(const Change::BlockRow &row)
+{
+    return row.channel == BSP_MSG_PON && row.command == BSP_CMD_OUI_SET;
 }
 
 std::string_view to_text(OnuState state)
@@ -160,9 +165,12 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
     for (const auto &row : change.upgrade_runs)
         if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
     for (const auto &row : change.blocks)
-        if (row.channel == BSP_MSG_DEBUG && row.command == BSP_CMD_DEBUG_GE_PHY_SET)
-            for (const PonPort &port : pon_ports)
-                if (uplink_of(port.number) == row.pon_port) ids[port.number];
+        for (const PonPort &port : pon_ports) {
+            if (is_oui(row)) ids[port.number].set();
+            if (row.channel == BSP_MSG_DEBUG && row.command == BSP_CMD_DEBUG_GE_PHY_SET &&
+                uplink_of(port.number) == row.pon_port)
+                ids[port.number];
+        }
     return ids;
 }
 
@@ -233,12 +241,16 @@ void Olt::apply(const Change &change)
         else
             alarms[{mac, alarm}] = count;
     }
-    for (const auto &[channel, command, pon_port, index, bytes] : change.blocks) {
+    for (const auto &row : change.blocks) {
+        const auto &[channel, command, pon_port, index, bytes] = row;
         const std::array key{channel, command, pon_port, index};
         if (bytes)
             blocks[key] = *bytes;
         else
             blocks.erase(key);
+        if (is_oui(row))
+            for (PonPort &port : pon_ports)
+                port.authentication.extended_oam = !bytes;
     }
     for (const auto &[cage, record] : change.modules) {
         Module &module = optics.at(cage - 1);

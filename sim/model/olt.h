@@ -27,13 +27,18 @@ enum class AuthMode : uint32_t { mac, loid, loid_and_password, mac_or_loid };
 struct Authentication {
     AuthMode mode = AuthMode::mac;
     std::map<std::string, std::string> records; // password by LOID
+    bool extended_oam = true;                   // the OLT knows the ONUs' extended OAM by their OUI
 
-    // Whether the ONU is let in by its LOID, and its password where the mode asks for it.
+    // Whether the ONU is let in by its LOID, and its password where the mode asks for it. It tells them by extended
+    // OAM: without that it cannot prove anything.
     bool accepts(const Arrival &arrival) const;
     // Whether the ONU is kept out, although it is on the fibre: the mode asks for a LOID, and this one's will not do.
     // `binding` is null while it is not bound.
     bool turns_away(const Arrival &arrival, const Binding *binding) const;
 };
+
+// Whether the row is the OUI that extended OAM is known by at all PON ports. While it is the ONUs' own, none is kept.
+bool is_oui(const Change::BlockRow &row);
 
 // Of a bound ONU.
 enum class OnuState : uint32_t { offline, online, unauthenticated };

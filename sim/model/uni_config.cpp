@@ -96,18 +96,6 @@ OnuBlock vlan_block(const UniConfig &config)
     return block;
 }
 
-void take_vlan(const OnuBlock &block, UniConfig &config)
-{
-    config.vlan_mode = static_cast<VlanMode>(block.get<uint8_t>(vlan::mode));
-    config.pvid = block.get<uint16_t>(vlan::pvid);
-    config.priority = block.get<uint8_t>(vlan::priority);
-    config.tpid = block.get<uint16_t>(vlan::tpid);
-    config.vlans.clear();
-    for (uint32_t number = 0; number < block.get<uint8_t>(vlan::count); ++number)
-        config.vlans.push_back({block.get<uint16_t>(vlan::user + vlan::user_every * number),
-                                block.get<uint16_t>(vlan::network + vlan::network_every * number)});
-}
-
 // What an ONU is told of a UNI port's configuration by one command.
 struct Part {
     uint32_t command; // that asks for it
@@ -141,6 +129,18 @@ constexpr Part parts[] = {
 };
 
 } // namespace
+
+void take_vlan(const OnuBlock &block, UniConfig &config)
+{
+    config.vlan_mode = static_cast<VlanMode>(block.get<uint8_t>(vlan::mode));
+    config.pvid = block.get<uint16_t>(vlan::pvid);
+    config.priority = block.get<uint8_t>(vlan::priority);
+    config.tpid = block.get<uint16_t>(vlan::tpid);
+    config.vlans.clear();
+    for (uint32_t number = 0; number < block.get<uint8_t>(vlan::count); ++number)
+        config.vlans.push_back({block.get<uint16_t>(vlan::user + vlan::user_every * number),
+                                block.get<uint16_t>(vlan::network + vlan::network_every * number)});
+}
 
 std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side side)
 {

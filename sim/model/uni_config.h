@@ -26,6 +26,9 @@ uint32_t check_offered(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block
 uint32_t check_rate_limit(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
 uint32_t check_vlan(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
 
+// Takes what a block of VLANs says into a configuration.
+void take_vlan(const OnuBlock &block, UniConfig &config);
+
 // What a UNI port can offer in auto-negotiation, in the form of what it offers.
 OnuBlock abilities_block(const Uni &uni);
 
