@@ -55,16 +55,22 @@ Outcome change_oui(const Olt &olt, const Request &request)
 
 // ARP
 
+// The id of an entry may be another ONU's by now.
+bool is_behind_online_onu(const Olt &olt, const PonPort &port, const FdbEntry &entry)
+{
+    const std::optional<Binding> &binding = port.bindings[entry.onu_id.value()];
+    if (!binding || !port.online(*binding)) return false;
+    const std::vector<Station> stations = stations_behind(olt.seed(), binding->mac);
+    return std::ranges::find(stations, entry.mac, &Station::mac) != stations.end();
+}
+
 Outcome view_arp(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_pon_msg>();
     const PonPort *port = olt.port(record.pon_port);
     if (!port) return {PON_ERR_NO_PORT};
     std::vector<FdbEntry> entries = olt.fdb().entries({.network = false, .port = port->number}, olt.now());
-    std::erase_if(entries, [&](const FdbEntry &entry) {
-        const std::optional<Binding> &binding = port->bindings[entry.onu_id.value()];
-        return !binding || !port->online(*binding);
-    });
+    std::erase_if(entries, [&](const FdbEntry &entry) { return !is_behind_online_onu(olt, *port, entry); });
     bsp_pon_msg head{};
     head.cmd = record.cmd;
     head.pon_port = record.pon_port;
