@@ -19,7 +19,10 @@ namespace
 std::string result_of(Desk &desk, const catalogue::Command &command)
 {
     const uint32_t channel = command.channel->type;
-    if (channel == BSP_MSG_PON) return desk.view(command.code, 1, command.call.value_or(catalogue::Call::get));
+    if (channel == BSP_MSG_PON) {
+        const Reply reply = desk.ask(record_of(command.code, 1), command.call.value_or(catalogue::Call::get));
+        return reply.file ? reply.file->content : reply.result.value_or("no result");
+    }
     if (command.channel->record->size == sizeof(bsp_plat_msg))
         return PlatAnswer(desk, channel, {command.code, 1, 5}).reply.result.value_or("no result");
     if (command.channel->record->size == sizeof(bsp_pon_msg_ext)) {
@@ -100,6 +103,16 @@ void translate_multicast(Desk &desk)
     EXPECT_EQ(desk.simulator.handle(message).status, BSP_OK);
 }
 
+void set_uni_profile(Desk &desk)
+{
+    namespace block = layout::uni_profile;
+    bsp_pon_msg record = record_of(BSP_CMD_UNI_PROFILE_SET, 1);
+    record.arg_value = 1;
+    put(record, block::pvid, uint16_t{1});
+    put(record, block::tpid, uint16_t{0x8100});
+    EXPECT_EQ(desk.send(record), BSP_OK);
+}
+
 TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
 {
     Desk desk({.seed = 1, .ports = 16, .arrivals = 128, .silent = 0});
@@ -116,6 +129,7 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
     desk.simulator.advance(longest_silence);
     add_type(desk, "type", "SIMA", "S100", "2.0", 1);
     translate_multicast(desk);
+    set_uni_profile(desk);
     desk.simulator.change(set_loop(desk.simulator.olt(), {1, mac, 1}, true).change);
     for (const catalogue::View &view : catalogue::views())
         for (const catalogue::Command *command : view.commands) {
