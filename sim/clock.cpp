@@ -11,4 +11,10 @@ ModelTime Clock::now() const
     return base + static_cast<ModelTime>(passed.count() * speed);
 }
 
+void Clock::reach(ModelTime time)
+{
+    const ModelTime reached = now();
+    if (time > reached) step(time - reached);
+}
+
 } // namespace ponsim

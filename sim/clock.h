@@ -16,6 +16,8 @@ public:
 
     ModelTime now() const;
     void step(ModelTime milliseconds) { base += milliseconds; }
+    // Goes on from that time, unless it is past already.
+    void reach(ModelTime time);
 
 private:
     ModelTime base;

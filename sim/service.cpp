@@ -100,6 +100,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
         self.simulator.advance(self.clock.now());
         const Message message = message_of(*request);
         answer_with(self.simulator.handle(message), message, self.files, answer);
+        self.clock.reach(self.simulator.olt().now()); // a configuration that was loaded may be ahead
         self.tell();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());

@@ -6,6 +6,7 @@
 #include "catalogue.h"
 #include "generated/service_words.h"
 #include "model/process.h"
+#include "store/configuration.h"
 
 namespace ponsim
 {
@@ -88,6 +89,58 @@ void Simulator::advance(ModelTime to)
     model.advance(to);
 }
 
+void Simulator::carry_out(const WriteConfiguration &wanted, Outcome &outcome)
+{
+    keep_time();
+    outcome.file = ResultFile{write_configuration(olt_settings, kept.rows()), wanted.name_at};
+    const auto size = static_cast<uint32_t>(outcome.file->content.size());
+    std::memcpy(outcome.answer.value().data() + wanted.size_at, &size, sizeof size);
+}
+
+void Simulator::carry_out(const ReceiveConfiguration &part, Outcome &outcome)
+{
+    if (part.offset == 0) {
+        received.clear();
+        announced = part.total;
+    }
+    if (part.offset != received.size() || part.total != announced)
+        outcome = {.status = PON_ERR_BAD_CONFIG,
+                   .problem = "configuration: a part at " + std::to_string(part.offset) + " of " +
+                              std::to_string(part.total) + " bytes, where " + std::to_string(received.size()) + " of " +
+                              std::to_string(announced) + " have come"};
+    else
+        received += part.bytes;
+}
+
+void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
+{
+    const auto refuse = [&](uint32_t status, const std::string &problem) {
+        outcome = {.status = status, .problem = "configuration: " + problem};
+    };
+    const std::string text = std::exchange(received, {});
+    if (text.empty() || text.size() != announced)
+        return refuse(PON_ERR_BAD_CONFIG,
+                      std::to_string(text.size()) + " of " + std::to_string(announced) + " bytes have come");
+    const ModelTime now = model.now();
+    try {
+        const Configuration configuration = read_configuration(text, olt_settings);
+        Olt loaded(olt_settings);
+        loaded.apply(configuration.change);
+        kept.replace(configuration.rows);
+        model = std::move(loaded);
+    } catch (const OtherOltError &error) {
+        return refuse(PON_ERR_OTHER_OLT, error.what());
+    } catch (const ConfigurationError &error) {
+        return refuse(PON_ERR_BAD_CONFIG, error.what());
+    } catch (const std::logic_error &error) {
+        // From a block of another size than its command's.
+        return refuse(PON_ERR_BAD_CONFIG, error.what());
+    }
+    log.push_back("configuration loaded");
+    // Time does not go back: an OLT that was left earlier has been on since.
+    advance(now);
+}
+
 Reply Simulator::handle(const Message &message)
 {
     const catalogue::Channel *channel = catalogue::find_channel(message.channel);
@@ -98,14 +151,15 @@ Reply Simulator::handle(const Message &message)
     if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
 
     Outcome outcome = handler->handle(model, {message.data, message.length});
-    if (outcome.change.empty()) {
-        note(outcome.change);
-    } else {
-        try {
+    try {
+        if (outcome.change.empty())
+            note(outcome.change);
+        else
             change(std::move(outcome.change));
-        } catch (const StoreError &error) {
-            return {PON_ERR_STORE, true, {}, {}, error.what()};
-        }
+        const ConfigurationTask task = std::move(outcome.configuration);
+        std::visit([&](const auto &wanted) { carry_out(wanted, outcome); }, task);
+    } catch (const StoreError &error) {
+        return {PON_ERR_STORE, true, {}, {}, error.what()};
     }
     return {
         outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),

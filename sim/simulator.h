@@ -75,10 +75,18 @@ public:
 private:
     void note(const Change &change);
 
+    // Each completes the outcome of the request. Throws StoreError.
+    void carry_out(std::monostate, Outcome &) {}
+    void carry_out(const WriteConfiguration &wanted, Outcome &outcome);
+    void carry_out(const ReceiveConfiguration &part, Outcome &outcome);
+    void carry_out(const LoadConfiguration &, Outcome &outcome);
+
     Store &kept;
     Settings olt_settings;
     Olt model;
     std::vector<std::string> log;
+    std::string received;   // of a configuration to load
+    uint32_t announced = 0; // its size in bytes
 };
 
 } // namespace ponsim

@@ -4,10 +4,62 @@
 
 namespace ponsim
 {
+namespace
+{
+
+constexpr uint32_t longest_text = 64 * 1024 * 1024;
+
+Outcome write_for_platform(const Olt &, const Request &request)
+{
+    const auto record = request.read<bsp_plat_msg>();
+    if (record.plat_port != 0 || record.plat_arg4 != 0) return {PON_ERR_BAD_RECORD};
+    Outcome outcome = Answer(head_of(record)).outcome();
+    outcome.configuration = WriteConfiguration{layout::config_written::size, layout::config_written::file};
+    return outcome;
+}
+
+Outcome write_for_profile(const Olt &, const Request &request)
+{
+    Outcome outcome = Answer(request.read<std::array<char, offsetof(bsp_profile_msg, data)>>()).outcome();
+    outcome.configuration = WriteConfiguration{layout::config_read::size, layout::config_read::file};
+    return outcome;
+}
+
+Outcome receive(const Olt &, const Request &request)
+{
+    namespace at = layout::config_part;
+    constexpr uint32_t head = at::bytes - offsetof(bsp_profile_msg, data);
+    const std::string_view payload = request.payload();
+    if (payload.size() < head) return {PON_ERR_BAD_RECORD};
+    const auto offset = request.read<uint32_t>(at::offset), total = request.read<uint32_t>(at::total),
+               length = request.read<uint32_t>(at::length);
+    const bool fits = length >= 1 && length <= payload.size() - head && total <= longest_text && offset <= total &&
+                      length <= total - offset;
+    if (!fits) return {PON_ERR_BAD_RECORD};
+    Outcome outcome{BSP_OK};
+    outcome.configuration = ReceiveConfiguration{offset, total, std::string(payload.substr(head, length))};
+    return outcome;
+}
+
+Outcome load(const Olt &, const Request &)
+{
+    Outcome outcome{BSP_OK};
+    outcome.configuration = LoadConfiguration{};
+    return outcome;
+}
+
+constexpr Handler handlers[] = {
+    {BSP_MSG_CFGWR, BSP_CMD_CONFIG_WRITE, write_for_platform},
+    {BSP_MSG_PROFILE, BSP_CMD_CONFIG_READ, write_for_profile, catalogue::Call::dgram_get},
+    {BSP_MSG_PROFILE, BSP_CMD_CONFIG_LOAD_PART, receive, catalogue::Call::dgram_set},
+    {BSP_MSG_PROFILE, BSP_CMD_CONFIG_LOAD, load, catalogue::Call::dgram_set},
+};
+
+} // namespace
 
 std::span<const Handler> configuration_handlers()
 {
-    return {};
+    return handlers;
 }
 
 } // namespace ponsim

@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "bsp_pon.h"
 #include "catalogue.h"
@@ -52,6 +53,20 @@ struct ResultFile {
     uint32_t name_at; // offset in the answer, where it ends with a NUL
 };
 
+// What a request wants of the OLT's configuration, all that is kept of it: the simulator has that, handlers do not.
+struct WriteConfiguration { // into a file
+    uint32_t size_at;       // offset in the answer of its size in bytes, a word
+    uint32_t name_at;       // and of its name
+};
+struct ReceiveConfiguration { // a part of a text to load
+    uint32_t offset;
+    uint32_t total; // bytes of the whole text
+    std::string bytes;
+};
+struct LoadConfiguration { // from the text that was received
+};
+using ConfigurationTask = std::variant<std::monostate, WriteConfiguration, ReceiveConfiguration, LoadConfiguration>;
+
 struct Outcome {
     uint32_t status;
     Change change = {};                     // what becomes different; nothing unless the status is BSP_OK
@@ -59,6 +74,7 @@ struct Outcome {
     std::optional<std::string> answer = {}; // of a get call: the bytes of the answer; else the request's record
     std::string problem = {};               // for the service's log
     std::optional<ResultFile> file = {};
+    ConfigurationTask configuration = {};
 };
 
 struct Handler {

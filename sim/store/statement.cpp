@@ -44,6 +44,14 @@ Statement &Statement::bind(std::span<const uint8_t> bytes)
     return *this;
 }
 
+Statement &Statement::bind_cell(const Cell &cell)
+{
+    if (const auto *number = std::get_if<int64_t>(&cell)) return bind(*number);
+    if (const auto *text = std::get_if<std::string>(&cell)) return bind(std::string_view(*text));
+    const std::string &bytes = std::get<Blob>(cell).bytes;
+    return bind(std::span(reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size()));
+}
+
 void Statement::run()
 {
     while (row()) {
@@ -75,6 +83,22 @@ std::span<const uint8_t> Statement::bytes(int column) const
 {
     const void *bytes = sqlite3_column_blob(statement.get(), column);
     return {static_cast<const uint8_t *>(bytes), static_cast<size_t>(sqlite3_column_bytes(statement.get(), column))};
+}
+
+std::vector<Cell> Statement::cells() const
+{
+    std::vector<Cell> cells;
+    for (int column = 0; column < sqlite3_column_count(statement.get()); ++column) {
+        const int type = sqlite3_column_type(statement.get(), column);
+        const std::span<const uint8_t> content = type == SQLITE_BLOB ? bytes(column) : std::span<const uint8_t>();
+        if (type == SQLITE_INTEGER)
+            cells.emplace_back(number(column));
+        else if (type == SQLITE_TEXT)
+            cells.emplace_back(text(column));
+        else
+            cells.emplace_back(Blob{{content.begin(), content.end()}});
+    }
+    return cells;
 }
 
 } // namespace ponsim

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "store/row.h"
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -31,6 +33,8 @@ public:
     Statement &bind(std::string_view text);
     Statement &bind(std::span<const uint8_t> bytes);
 
+    Statement &bind_cell(const Cell &cell);
+
     // Runs a statement that gives no rows.
     void run();
     // The next row; false after the last, and the statement can be run again.
@@ -40,6 +44,8 @@ public:
     int64_t number(int column) const;
     std::string text(int column) const;
     std::span<const uint8_t> bytes(int column) const;
+    // The whole row, none of whose values is null.
+    std::vector<Cell> cells() const;
 
 private:
     struct Finalize {

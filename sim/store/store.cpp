@@ -2,8 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstring>
-#include <vector>
+#include <map>
+#include <set>
+#include <utility>
 
 #include "model/module.h"
 #include "model/profiles.h"
@@ -308,8 +311,11 @@ Change Store::load() const
         return number;
     };
     Statement bindings(db.get(), "SELECT * FROM binding ORDER BY pon_port, onu_id");
-    while (bindings.row())
+    std::set<Mac> bound;
+    while (bindings.row()) {
         change.bindings.push_back({port(bindings), word(bindings, 1), binding(bindings)});
+        if (!bound.insert(mac(bindings, 2)).second) throw StoreError("an ONU in it is bound twice");
+    }
     Statement onus(db.get(), "SELECT * FROM onu ORDER BY pon_port, mac");
     while (onus.row())
         change.onus.push_back({port(onus),
@@ -320,9 +326,13 @@ Change Store::load() const
     while (port_rows.row())
         change.ports.push_back({port(port_rows), {word(port_rows, 1), word(port_rows, 2)}, word(port_rows, 3)});
     Statement blacklist(db.get(), "SELECT * FROM blacklist ORDER BY pon_port, id");
-    while (blacklist.row())
+    std::set<std::pair<uint32_t, Mac>> listed;
+    while (blacklist.row()) {
         change.blacklist.push_back(
             {port(blacklist), word(blacklist, 1), BlacklistEntry{mac(blacklist, 2), blacklist.text(3)}});
+        if (!listed.insert({port(blacklist), mac(blacklist, 2)}).second)
+            throw StoreError("an ONU in it is twice on the black list of a port");
+    }
     Statement auth(db.get(), "SELECT * FROM auth ORDER BY pon_port, loid");
     while (auth.row())
         change.auth.push_back({port(auth), auth.text(1), auth.text(2)});
@@ -398,16 +408,75 @@ void Store::load_modules(Change &change, uint32_t ports) const
     }
 }
 
-void Store::write(const Change &change)
+void Store::in_transaction(const std::function<void()> &work)
 {
     statements->begin.run();
     try {
-        write_rows(change);
+        work();
         statements->commit.run();
     } catch (const StoreError &) {
         sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
         throw;
     }
+}
+
+void Store::write(const Change &change)
+{
+    in_transaction([&] { write_rows(change); });
+}
+
+int64_t Store::version()
+{
+    return schema_version;
+}
+
+// But the settings.
+std::vector<std::string> Store::tables() const
+{
+    Statement select(db.get(), "SELECT name FROM sqlite_schema WHERE type = 'table' AND name <> 'setting' ORDER BY 1");
+    std::vector<std::string> names;
+    while (select.row())
+        names.push_back(select.text(0));
+    return names;
+}
+
+std::vector<Row> Store::rows() const
+{
+    std::vector<Row> rows;
+    for (const std::string &table : tables()) {
+        Statement select(db.get(), "SELECT * FROM \"" + table + "\"");
+        while (select.row())
+            rows.push_back({table, select.cells()});
+    }
+    // Keys are the first columns of their tables.
+    std::ranges::sort(rows);
+    return rows;
+}
+
+void Store::insert(std::span<const Row> rows)
+{
+    const std::vector<std::string> known = tables();
+    std::map<std::string, Statement> inserts; // by their SQL
+    for (const Row &row : rows) {
+        if (std::ranges::count(known, row.table) == 0) throw StoreError("there is no table " + row.table);
+        std::string sql = "INSERT INTO \"" + row.table + "\" VALUES(";
+        for (size_t column = 0; column < row.cells.size(); ++column)
+            sql += column == 0 ? "?" : ", ?";
+        sql += ')';
+        Statement &insert = inserts.try_emplace(sql, db.get(), sql).first->second;
+        for (const Cell &cell : row.cells)
+            insert.bind_cell(cell);
+        insert.run();
+    }
+}
+
+void Store::replace(std::span<const Row> rows)
+{
+    in_transaction([&] {
+        for (const std::string &table : tables())
+            Statement(db.get(), "DELETE FROM \"" + table + "\"").run();
+        insert(rows);
+    });
 }
 
 void Store::write_rows(const Change &change)

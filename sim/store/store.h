@@ -6,9 +6,12 @@
 // request wait for the disk.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "model/change.h"
 #include "model/population.h"
@@ -36,6 +39,15 @@ public:
     // Throws StoreError: then nothing is changed.
     void write(const Change &change);
 
+    // Of the schema. Rows of another version mean something else.
+    static int64_t version();
+    // All rows but the settings, in order of table and key.
+    std::vector<Row> rows() const;
+    // Adds them. Throws StoreError when there is no such table, or a row does not fit it; those before it are added.
+    void insert(std::span<const Row> rows);
+    // Puts these in the place of all rows but the settings. Throws StoreError: then nothing is changed.
+    void replace(std::span<const Row> rows);
+
 private:
     struct Close {
         void operator()(sqlite3 *db) const;
@@ -49,6 +61,9 @@ private:
     void prepare_schema(bool fresh);
     void load_modules(Change &change, uint32_t ports) const;
     void write_rows(const Change &change);
+    std::vector<std::string> tables() const;
+    // All that `work` does, or nothing of it.
+    void in_transaction(const std::function<void()> &work);
 
     std::unique_ptr<sqlite3, Close> db;
     std::unique_ptr<Statements, Delete> statements;

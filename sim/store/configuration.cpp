@@ -1,0 +1,269 @@
+#include "store/configuration.h"
+
+#include <algorithm>
+#include <optional>
+#include <ranges>
+
+#include <rapidjson/document.h>
+#include <rapidjson/error/en.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include "store/store.h"
+
+namespace ponsim
+{
+namespace
+{
+
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+
+constexpr char version_key[] = "ponsim_configuration";
+constexpr char digits[] = "0123456789abcdef";
+
+// Of the first row; one line a row.
+constexpr size_t first_row_line = 2;
+
+[[noreturn]] void fail(size_t line, const std::string &problem)
+{
+    throw ConfigurationError("line " + std::to_string(line) + ": " + problem);
+}
+
+void write(Writer &writer, const std::string &text)
+{
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+void write(Writer &writer, const Cell &cell)
+{
+    if (const auto *number = std::get_if<int64_t>(&cell)) {
+        writer.Int64(*number);
+    } else if (const auto *text = std::get_if<std::string>(&cell)) {
+        write(writer, *text);
+    } else {
+        std::string hex;
+        for (const char byte : std::get<Blob>(cell).bytes) {
+            hex += digits[static_cast<uint8_t>(byte) >> 4];
+            hex += digits[static_cast<uint8_t>(byte) & 15];
+        }
+        writer.StartObject();
+        writer.Key("hex");
+        write(writer, hex);
+        writer.EndObject();
+    }
+}
+
+template <class Put>
+void write_line(std::string &text, Put put)
+{
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.StartObject();
+    put(writer);
+    writer.EndObject();
+    text.append(buffer.GetString(), buffer.GetSize());
+    text += '\n';
+}
+
+std::string options(const Settings &settings)
+{
+    return "--seed " + std::to_string(settings.seed) + " --ports " + std::to_string(settings.ports) + " --arrivals " +
+           std::to_string(settings.arrivals) + " --silent " + std::to_string(settings.silent);
+}
+
+std::optional<Blob> to_blob(std::string_view hex)
+{
+    const std::string_view known(digits);
+    if (hex.size() % 2 != 0 || hex.find_first_not_of(known) != std::string_view::npos) return std::nullopt;
+    Blob blob;
+    for (size_t at = 0; at < hex.size(); at += 2)
+        blob.bytes += static_cast<char>(known.find(hex[at]) << 4 | known.find(hex[at + 1]));
+    return blob;
+}
+
+std::string_view text_of(const rapidjson::Value &value)
+{
+    return {value.GetString(), value.GetStringLength()};
+}
+
+std::optional<Cell> to_cell(const rapidjson::Value &value)
+{
+    if (value.IsInt64()) return value.GetInt64();
+    if (value.IsString()) return std::string(text_of(value));
+    if (value.IsObject() && value.MemberCount() == 1 && value.HasMember("hex") && value["hex"].IsString())
+        return to_blob(text_of(value["hex"]));
+    return std::nullopt;
+}
+
+// Reads the lines of a text one by one.
+class Lines
+{
+public:
+    explicit Lines(std::string_view text) : rest(text) {}
+
+    size_t number() const { return count; }
+    bool at_end() const { return rest.empty(); }
+
+    // The next line, which ends as all do.
+    const rapidjson::Document &next()
+    {
+        ++count;
+        const size_t end = rest.find('\n');
+        if (end == std::string_view::npos) fail(count, "the text is cut off here");
+        // Without recursion, so that nesting of any depth does no harm.
+        line.Parse<rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag>(rest.data(), end);
+        rest.remove_prefix(end + 1);
+        if (line.HasParseError()) fail(count, rapidjson::GetParseError_En(line.GetParseError()));
+        if (!line.IsObject()) fail(count, "not a JSON object");
+        return line;
+    }
+
+private:
+    std::string_view rest;
+    size_t count = 0;
+    rapidjson::Document line;
+};
+
+// A member that must be there.
+uint64_t number_of(const Lines &lines, const rapidjson::Document &line, const char *name)
+{
+    if (!line.HasMember(name) || !line[name].IsUint64()) fail(lines.number(), std::string("no number ") + name);
+    return line[name].GetUint64();
+}
+
+void check_header(Lines &lines, const Settings &settings)
+{
+    const rapidjson::Document &line = lines.next();
+    const uint64_t version = number_of(lines, line, version_key);
+    if (version != static_cast<uint64_t>(Store::version()))
+        fail(lines.number(), "version " + std::to_string(version) + " of the configuration; this ponsim has version " +
+                                 std::to_string(Store::version()));
+    const auto word = [&](const char *name) {
+        const uint64_t number = number_of(lines, line, name);
+        if (number > UINT32_MAX) fail(lines.number(), std::string(name) + " is too great");
+        return static_cast<uint32_t>(number);
+    };
+    const Settings found{number_of(lines, line, "seed"), word("ports"), word("arrivals"), word("silent")};
+    if (found != settings)
+        throw OtherOltError("line 1: the configuration of an OLT with " + options(found) + "; this one has " +
+                            options(settings));
+}
+
+Row row_of(const Lines &lines, const rapidjson::Document &line)
+{
+    if (!line.HasMember("table") || !line["table"].IsString() || !line.HasMember("row") || !line["row"].IsArray())
+        fail(lines.number(), "neither a table with a row nor the number of rows");
+    Row row{std::string(text_of(line["table"])), {}};
+    for (const rapidjson::Value &value : line["row"].GetArray()) {
+        std::optional<Cell> cell = to_cell(value);
+        if (!cell)
+            fail(lines.number(), "value " + std::to_string(row.cells.size() + 1) +
+                                     " of the row is neither a number nor a text nor bytes");
+        row.cells.push_back(std::move(*cell));
+    }
+    return row;
+}
+
+std::vector<Row> read_rows(std::string_view text, const Settings &settings)
+{
+    Lines lines(text);
+    check_header(lines, settings);
+    std::vector<Row> rows;
+    while (true) {
+        if (lines.at_end()) fail(lines.number() + 1, "the text ends without the number of its rows");
+        const rapidjson::Document &line = lines.next();
+        if (line.HasMember("rows")) {
+            if (number_of(lines, line, "rows") != rows.size())
+                fail(lines.number(), "the text has " + std::to_string(rows.size()) + " rows");
+            if (!lines.at_end()) fail(lines.number() + 1, "the text goes on after the number of its rows");
+            return rows;
+        }
+        rows.push_back(row_of(lines, line));
+    }
+}
+
+Store store_of(const Settings &settings)
+{
+    Store store({}, false);
+    store.set_settings(settings);
+    return store;
+}
+
+// What is wrong with rows taken together; empty where nothing is.
+std::string problem_of(const Settings &settings, std::span<const Row> rows)
+{
+    Store store = store_of(settings);
+    try {
+        store.insert(rows);
+        store.load();
+    } catch (const StoreError &error) {
+        return error.what();
+    }
+    return {};
+}
+
+// Throws for the first row that is wrong, by itself or beside those before it.
+[[noreturn]] void fail_at_the_first_wrong_row(const Settings &settings, std::span<const Row> rows)
+{
+    const auto counts = std::views::iota(size_t{1}, rows.size());
+    const size_t count = *std::ranges::partition_point(
+        counts, [&](size_t before) { return problem_of(settings, rows.first(before)).empty(); });
+    fail(first_row_line + count - 1, problem_of(settings, rows.first(count)));
+}
+
+} // namespace
+
+std::string write_configuration(const Settings &settings, std::span<const Row> rows)
+{
+    std::string text;
+    write_line(text, [&](Writer &writer) {
+        writer.Key(version_key);
+        writer.Int64(Store::version());
+        writer.Key("seed");
+        writer.Uint64(settings.seed);
+        writer.Key("ports");
+        writer.Uint(settings.ports);
+        writer.Key("arrivals");
+        writer.Uint(settings.arrivals);
+        writer.Key("silent");
+        writer.Uint(settings.silent);
+    });
+    for (const Row &row : rows)
+        write_line(text, [&](Writer &writer) {
+            writer.Key("table");
+            write(writer, row.table);
+            writer.Key("row");
+            writer.StartArray();
+            for (const Cell &cell : row.cells)
+                write(writer, cell);
+            writer.EndArray();
+        });
+    write_line(text, [&](Writer &writer) {
+        writer.Key("rows");
+        writer.Uint64(rows.size());
+    });
+    return text;
+}
+
+Configuration read_configuration(std::string_view text, const Settings &settings)
+{
+    const std::vector<Row> rows = read_rows(text, settings);
+    Configuration configuration;
+    Store store = store_of(settings);
+    try {
+        store.insert(rows);
+        configuration.change = store.load();
+    } catch (const StoreError &) {
+        fail_at_the_first_wrong_row(settings, rows);
+    }
+    // What the OLT would keep of it is just what the text has, or else the text has values that cannot be.
+    Store kept = store_of(settings);
+    kept.write(configuration.change);
+    configuration.rows = kept.rows();
+    for (size_t index = 0; index < rows.size(); ++index)
+        if (!std::ranges::binary_search(configuration.rows, rows[index]))
+            fail(first_row_line + index, "the OLT cannot be in this state");
+    return configuration;
+}
+
+} // namespace ponsim

@@ -1,0 +1,27 @@
+// Rows of the store's tables as they stand, whatever they mean.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace ponsim
+{
+
+struct Blob {
+    std::string bytes;
+
+    auto operator<=>(const Blob &) const = default;
+};
+
+using Cell = std::variant<int64_t, std::string, Blob>;
+
+struct Row {
+    std::string table;
+    std::vector<Cell> cells; // in order of column
+
+    auto operator<=>(const Row &) const = default;
+};
+
+} // namespace ponsim
