@@ -87,6 +87,7 @@ int run(int argc, char **argv)
     add_fdb(app, command);
     add_upgrade(app, command);
     add_loop(app, command);
+    add_config(app, command);
     add_debug(app, command);
     add_i2c(app, command);
 

@@ -170,4 +170,13 @@ ExitCode run_loop_mode(const Output &output, const std::string &mode);
 ExitCode run_loop_time(const Output &output, const std::string &seconds);
 ExitCode run_loop_interval(const Output &output, const std::string &seconds);
 
+struct ConfigLoadOptions {
+    std::string file;
+    bool confirmed = false;
+};
+
+// `-` is standard output.
+ExitCode run_config_save(const Output &output, const std::string &file);
+ExitCode run_config_load(const Output &output, const ConfigLoadOptions &options);
+
 } // namespace ponctl

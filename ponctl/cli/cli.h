@@ -34,6 +34,7 @@ void add_p2p(CLI::App &app, Command &command);
 void add_fdb(CLI::App &app, Command &command);
 void add_upgrade(CLI::App &app, Command &command);
 void add_loop(CLI::App &app, Command &command);
+void add_config(CLI::App &app, Command &command);
 void add_debug(CLI::App &app, Command &command);
 void add_i2c(CLI::App &app, Command &command);
 

@@ -29,15 +29,20 @@ constexpr char schema[] =
     "CREATE TABLE setting(seed INTEGER NOT NULL, ports INTEGER NOT NULL, arrivals INTEGER NOT NULL,"
     " silent INTEGER NOT NULL) STRICT;"
     "CREATE TABLE binding(pon_port INTEGER NOT NULL, onu_id INTEGER NOT NULL CHECK(onu_id BETWEEN 0 AND 127),"
-    " mac BLOB NOT NULL CHECK(length(mac) = 6), mode INTEGER NOT NULL, text_a TEXT NOT NULL, text_b TEXT NOT NULL,"
-    " text_c TEXT NOT NULL, description TEXT NOT NULL, exempt INTEGER NOT NULL,"
+    " mac BLOB NOT NULL CHECK(length(mac) = 6), mode INTEGER NOT NULL,"
+    // Texts have room in the records that they go out in.
+    " text_a TEXT NOT NULL CHECK(length(CAST(text_a AS BLOB)) < 128),"
+    " text_b TEXT NOT NULL CHECK(length(CAST(text_b AS BLOB)) < 64),"
+    " text_c TEXT NOT NULL CHECK(length(CAST(text_c AS BLOB)) < 64),"
+    " description TEXT NOT NULL CHECK(length(CAST(description AS BLOB)) < 128), exempt INTEGER NOT NULL,"
     // An SLA with a maximum of 0 is none.
     " sla_fixed INTEGER NOT NULL, sla_assured INTEGER NOT NULL, sla_maximum INTEGER NOT NULL,"
     " sla_priority INTEGER NOT NULL, sla_weight INTEGER NOT NULL, sla_down INTEGER NOT NULL, p2p INTEGER NOT NULL,"
     " PRIMARY KEY(pon_port, onu_id)) STRICT, "
     "WITHOUT ROWID;"
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
-    " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL, upgrade_type TEXT NOT NULL,"
+    " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL CHECK(length(software) < 17), "
+    "upgrade_type TEXT NOT NULL,"
     " bad_image INTEGER NOT NULL, powered INTEGER NOT NULL, registers_at INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) "
     "STRICT, WITHOUT ROWID;"
     "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL,"
@@ -79,7 +84,9 @@ constexpr char schema[] =
     " recovered INTEGER NOT NULL) STRICT;"
     "CREATE TABLE traffic(pon_port INTEGER PRIMARY KEY, until INTEGER NOT NULL, up BLOB NOT NULL,"
     " up_lost BLOB NOT NULL, down BLOB NOT NULL) STRICT;"
-    "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1), now INTEGER NOT NULL) STRICT;";
+    "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1),"
+    // At most ten thousand years, which leaves room for what is to happen after.
+    " now INTEGER NOT NULL CHECK(now BETWEEN 0 AND 315360000000000)) STRICT;";
 
 uint32_t word(const Statement &statement, int column)
 {

@@ -1,0 +1,126 @@
+// ponctl config, as a process, against a service.
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fake_service.h"
+
+namespace
+{
+
+using testing::HasSubstr;
+
+// A folder that lives as long as the test.
+class Config : public testing::Test
+{
+protected:
+    Config()
+    {
+        std::string name = testing::TempDir() + "ponctl-XXXXXX";
+        folder = mkdtemp(name.data());
+    }
+    ~Config() override { std::filesystem::remove_all(folder); }
+
+    std::string path(const char *name) const { return (folder / name).string(); }
+    void write(const char *name, const std::string &text) const { std::ofstream(path(name)) << text; }
+    std::string content(const char *name) const
+    {
+        std::ifstream file(path(name));
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // Answers with the file of this name as the configuration.
+    FakeService::Handler answer_with_file(const char *name) const
+    {
+        const std::string file = path(name);
+        std::vector<uint8_t> answer(24 + file.size() + 1);
+        const auto size = static_cast<uint32_t>(std::filesystem::file_size(file));
+        std::memcpy(&answer[8], &size, sizeof size);
+        std::memcpy(&answer[24], file.data(), file.size());
+        return bytes(answer);
+    }
+
+    std::filesystem::path folder;
+};
+
+TEST_F(Config, IsSavedInAFileThatOnlyItsOwnerReads)
+{
+    write("result", "line 1\nline 2\n");
+    write("saved", "old");
+    const FakeService service(answer_with_file("result"));
+    EXPECT_EQ(service.ponctl({"config", "save", path("saved")}).code, 0);
+    EXPECT_EQ(content("saved"), "line 1\nline 2\n");
+    EXPECT_EQ(std::filesystem::status(path("saved")).permissions(), std::filesystem::perms(0600));
+    EXPECT_EQ(service.received().at(0).word(0), 1u);
+    EXPECT_EQ(service.received().at(0).channel, 235u);
+}
+
+TEST_F(Config, IsSavedToStandardOutput)
+{
+    write("result", "line 1\nline 2\n");
+    const FakeService service(answer_with_file("result"));
+    EXPECT_EQ(service.ponctl({"config", "save", "-"}).out, "line 1\nline 2\n");
+}
+
+TEST_F(Config, AFileStaysWhereTheServiceRefuses)
+{
+    write("saved", "old");
+    const FakeService service(status(4026));
+    EXPECT_EQ(service.ponctl({"config", "save", path("saved")}).code, 1);
+    EXPECT_EQ(content("saved"), "old");
+}
+
+TEST_F(Config, AFileThatCannotBeWrittenIsNamed)
+{
+    write("result", "text");
+    const FakeService service(answer_with_file("result"));
+    const Finished finished = service.ponctl({"config", "save", "/nowhere/olt"});
+    EXPECT_EQ(finished.code, 4);
+    EXPECT_THAT(finished.err, HasSubstr("/nowhere/olt: cannot be written"));
+}
+
+TEST_F(Config, IsLoadedInPartsAndThenTaken)
+{
+    const std::string text = std::string(4080, 'a') + "rest";
+    write("saved", text);
+    const FakeService service;
+    EXPECT_EQ(service.ponctl({"config", "load", path("saved"), "--yes"}).code, 0);
+    const auto received = service.received();
+    ASSERT_EQ(received.size(), 3u);
+    EXPECT_EQ(received[0].word(0), 2u);
+    EXPECT_EQ(received[0].word(24), 0u);
+    EXPECT_EQ(received[0].word(28), 4084u);
+    EXPECT_EQ(received[0].word(32), 4080u);
+    EXPECT_EQ(received[1].word(24), 4080u);
+    EXPECT_EQ(received[1].word(32), 4u);
+    EXPECT_EQ(received[1].text(36), "rest");
+    EXPECT_EQ(received[2].word(0), 3u);
+    EXPECT_EQ(received[2].call, BOARD_CALL_DGRAM_SET);
+}
+
+TEST_F(Config, LoadingStopsAtAPartThatIsRefused)
+{
+    write("saved", std::string(10000, 'a'));
+    const FakeService service(status(4095));
+    const Finished finished = service.ponctl({"config", "load", path("saved"), "--yes"});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_THAT(finished.err, HasSubstr("PON_ERR_BAD_CONFIG"));
+    EXPECT_EQ(service.received().size(), 1u);
+}
+
+TEST_F(Config, LoadingNeedsAFileAndAConfirmation)
+{
+    write("saved", "text");
+    write("empty", "");
+    const FakeService service;
+    EXPECT_THAT(service.ponctl({"config", "load", path("saved")}).err, HasSubstr("--yes: missing; loading"));
+    EXPECT_THAT(service.ponctl({"config", "load", path("none"), "--yes"}).err, HasSubstr("none"));
+    EXPECT_THAT(service.ponctl({"config", "load", path("empty"), "--yes"}).err, HasSubstr("empty is empty"));
+    EXPECT_EQ(service.ponctl({"config", "load", path("empty"), "--yes"}).code, 2);
+    EXPECT_TRUE(service.received().empty());
+}
+
+} // namespace

@@ -1,0 +1,321 @@
+// The OLT's configuration, written out and taken back.
+#include <gmock/gmock.h>
+
+#include "plat.h"
+#include "store/configuration.h"
+
+namespace ponsim
+{
+namespace
+{
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr Settings settings{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
+constexpr WantedSettings wanted{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
+constexpr size_t longest_part = 4080;
+
+// A request of the profile channel.
+Reply profile(Desk &desk, uint32_t action, catalogue::Call call, const std::string &payload = {})
+{
+    bsp_profile_msg record{};
+    record.action = action;
+    payload.copy(reinterpret_cast<char *>(record.data), sizeof record.data);
+    return desk.simulator.handle(
+        {BSP_MSG_PROFILE, &record, payload_header + static_cast<uint32_t>(payload.size()), call});
+}
+
+Reply read(Desk &desk)
+{
+    return profile(desk, BSP_CMD_CONFIG_READ, catalogue::Call::dgram_get);
+}
+
+std::string saved(Desk &desk)
+{
+    return read(desk).file.value().content;
+}
+
+uint32_t send_part(Desk &desk, uint32_t offset, uint32_t total, const std::string &bytes)
+{
+    const uint32_t head[] = {offset, total, static_cast<uint32_t>(bytes.size())};
+    return profile(desk, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set,
+                   std::string(reinterpret_cast<const char *>(head), sizeof head) + bytes)
+        .status;
+}
+
+Reply load(Desk &desk)
+{
+    return profile(desk, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set);
+}
+
+Reply load(Desk &desk, const std::string &text)
+{
+    for (size_t offset = 0; offset < text.size(); offset += longest_part)
+        EXPECT_EQ(send_part(desk, static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
+                            text.substr(offset, longest_part)),
+                  BSP_OK);
+    return load(desk);
+}
+
+// An OLT that keeps something of every kind.
+struct FullDesk : Desk {
+    FullDesk() : Desk(wanted)
+    {
+        const Mac mac = port(1).arrivals[0].mac;
+        Change change;
+        Binding bound = binding_of(mac);
+        bound.text_a = "hex:00 \"Träger\"";
+        bound.sla = Sla{1, 2, 3, 4, 5};
+        bound.sla_down = 1000;
+        change.bindings = {{1, 7, bound}};
+        OnuRecord onu;
+        onu.reboots = 3;
+        change.onus = {{1, mac, onu}};
+        change.ports = {{2, {1000, 9000}, 2}};
+        change.blacklist = {{2, 0, BlacklistEntry{stranger(1), "no"}}};
+        change.auth = {{2, "loid", "secret"}};
+        change.alarms = {{1, mac, 3, 9}};
+        change.blocks = {{BSP_MSG_PLAT, BSP_CMD_P2P_STATE_SET, 1, 0, std::string("\1\0\0\0", 4)}};
+        ModuleRecord module;
+        module.measurement = {mac, 1000000, 10, 1000};
+        module.result = {mac, 1, 10, 20, 10, 30};
+        change.modules = {{1, module}};
+        change.upgrade_types = {{"home", UpgradeType{"SIMA", "E1", "2.0", 100, "f"}}};
+        change.upgrade_runs = {{1, mac, {"home", "2.0", 100, UpgradeRun::State::done, 1}}};
+        change.loops = {{{1, mac, 1}, LoopRecord{.looped = true}}};
+        change.onu_settings = {{{1, mac, 1, 1}, {std::string("\0\xff", 2), "", 5}}};
+        change.loop_detection = LoopDetection{.recovery_time = 60};
+        simulator.change(change);
+        simulator.advance(5000);
+    }
+};
+
+std::string views(Desk &desk)
+{
+    return desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP) + desk.view(BSP_CMD_BLACKLIST_GET) +
+           desk.view(BSP_CMD_VIEW_ONU_ALARM) + desk.view(BSP_CMD_AUTH_LIST, 2);
+}
+
+// What the service's log says of a text that is refused; the OLT must stay as it was.
+std::string problem_with(const std::string &text, uint32_t status = PON_ERR_BAD_CONFIG)
+{
+    FullDesk desk;
+    const std::string before = saved(desk);
+    const Reply reply = load(desk, text);
+    EXPECT_EQ(reply.status, status);
+    EXPECT_EQ(saved(desk), before);
+    return reply.problem;
+}
+
+// A text with these rows.
+std::string text_of(const std::vector<std::string> &rows)
+{
+    std::string text = write_configuration(settings, {});
+    text.resize(text.find('\n') + 1);
+    for (const std::string &row : rows)
+        text += row + '\n';
+    return text + "{\"rows\":" + std::to_string(rows.size()) + "}\n";
+}
+
+std::string bound_row(int onu_id, const std::string &mac, const std::string &text = {})
+{
+    return "{\"table\":\"binding\",\"row\":[1," + std::to_string(onu_id) + ",{\"hex\":\"" + mac + "\"},0,\"" + text +
+           "\",\"\",\"\",\"\",0,0,0,0,0,0,0,1]}";
+}
+
+TEST(Configuration, EveryTableIsInIt)
+{
+    FullDesk desk;
+    const std::string text = saved(desk);
+    std::set<std::string> found;
+    for (const Row &row : read_configuration(text, settings).rows)
+        found.insert(row.table);
+    for (const char *table :
+         {"alarm", "auth", "binding", "blacklist", "block", "clock", "loop", "loop_detection", "measured",
+          "measurement", "module", "onu", "onu_setting", "port", "traffic", "upgrade_run", "upgrade_type"})
+        EXPECT_TRUE(found.contains(table)) << table;
+}
+
+TEST(Configuration, AFreshOltBecomesTheSame)
+{
+    FullDesk first;
+    const std::string text = saved(first);
+    Desk second(wanted);
+    EXPECT_NE(views(second), views(first));
+    EXPECT_EQ(load(second, text).status, BSP_OK);
+    EXPECT_EQ(views(second), views(first));
+    EXPECT_EQ(saved(second), text);
+}
+
+TEST(Configuration, WhatWasLoadedIsKept)
+{
+    Folder folder;
+    FullDesk first;
+    {
+        Desk second(wanted, folder.file("olt.db"));
+        EXPECT_EQ(load(second, saved(first)).status, BSP_OK);
+    }
+    Desk reopened({}, folder.file("olt.db"));
+    EXPECT_EQ(saved(reopened), saved(first));
+}
+
+TEST(Configuration, WhatTheOltHadBeforeIsGone)
+{
+    FullDesk desk;
+    EXPECT_EQ(load(desk, text_of({})).status, BSP_OK);
+    Desk fresh(wanted);
+    EXPECT_EQ(views(desk), views(fresh));
+}
+
+TEST(Configuration, TimeGoesOnFromTheLaterOne)
+{
+    FullDesk first;
+    Desk early(wanted);
+    EXPECT_EQ(load(early, saved(first)).status, BSP_OK);
+    EXPECT_EQ(early.simulator.olt().now(), 5000u);
+    Desk late(wanted);
+    late.simulator.advance(9000);
+    EXPECT_EQ(load(late, saved(first)).status, BSP_OK);
+    EXPECT_EQ(late.simulator.olt().now(), 9000u);
+}
+
+TEST(Configuration, TheClockReachesATimeAndDoesNotGoBack)
+{
+    Clock clock(100, 0);
+    clock.reach(300);
+    EXPECT_EQ(clock.now(), 300u);
+    clock.reach(200);
+    EXPECT_EQ(clock.now(), 300u);
+}
+
+TEST(Configuration, BothChannelsTellTheSizeAndWhereTheNameGoes)
+{
+    FullDesk desk;
+    const PlatAnswer platform(desk, BSP_MSG_CFGWR, PlatRecord(0, 0));
+    const Reply reply = read(desk);
+    EXPECT_EQ(platform.get<uint32_t>(120), reply.file.value().content.size());
+    EXPECT_EQ(platform.reply.file.value().name_at, 124u);
+    EXPECT_EQ(platform.reply.file.value().content, reply.file.value().content);
+    uint32_t count;
+    std::memcpy(&count, reply.answer.value().data() + 8, sizeof count);
+    EXPECT_EQ(count, reply.file.value().content.size());
+    EXPECT_EQ(reply.file.value().name_at, 24u);
+}
+
+TEST(Configuration, OnlyTheWholeIsWritten)
+{
+    Desk desk;
+    EXPECT_EQ(PlatAnswer(desk, BSP_MSG_CFGWR, PlatRecord(0, 1)).status(), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(PlatAnswer(desk, BSP_MSG_CFGWR, PlatRecord(0, 0, 1)).status(), PON_ERR_BAD_RECORD);
+}
+
+TEST(Configuration, PartsMustGoOnWhereTheLastOneEnded)
+{
+    Desk desk(wanted);
+    EXPECT_EQ(send_part(desk, 3, 10, "def"), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(desk, 0, 10, "abc"), BSP_OK);
+    EXPECT_EQ(send_part(desk, 4, 10, "e"), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(desk, 3, 11, "d"), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(desk, 3, 10, "def"), BSP_OK);
+    EXPECT_THAT(load(desk).problem, HasSubstr("6 of 10 bytes have come"));
+}
+
+TEST(Configuration, OffsetZeroStartsAnew)
+{
+    FullDesk first;
+    Desk second(wanted);
+    EXPECT_EQ(send_part(second, 0, 10, "abc"), BSP_OK);
+    EXPECT_EQ(load(second, saved(first)).status, BSP_OK);
+}
+
+TEST(Configuration, PartsThatCannotBeAreRefused)
+{
+    Desk desk(wanted);
+    EXPECT_EQ(send_part(desk, 0, 10, ""), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_part(desk, 0, 2, "abc"), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_part(desk, 0xffffffff, 10, "abc"), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_part(desk, 0, 64 * 1024 * 1024 + 1, "abc"), PON_ERR_BAD_RECORD);
+    const std::string head("\0\0\0\0\4\0\0\0\4\0\0\0", 12);
+    EXPECT_EQ(profile(desk, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head + "abc").status,
+              PON_ERR_BAD_RECORD);
+    EXPECT_EQ(profile(desk, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head.substr(0, 11)).status,
+              PON_ERR_BAD_RECORD);
+}
+
+TEST(Configuration, ATextIsLoadedOnce)
+{
+    Desk desk(wanted);
+    EXPECT_EQ(load(desk, text_of({})).status, BSP_OK);
+    EXPECT_EQ(load(desk).status, PON_ERR_BAD_CONFIG);
+}
+
+TEST(Configuration, AnotherOltsIsRefused)
+{
+    Desk other({.seed = 6, .ports = 2, .arrivals = 4, .silent = 0});
+    EXPECT_THAT(problem_with(saved(other), PON_ERR_OTHER_OLT), HasSubstr("--seed 6 --ports 2"));
+}
+
+TEST(Configuration, AnotherVersionIsRefused)
+{
+    EXPECT_THAT(problem_with("{\"ponsim_configuration\":99}\n"), HasSubstr("line 1: version 99"));
+}
+
+TEST(Configuration, ATextThatIsCutOffIsRefused)
+{
+    FullDesk desk;
+    const std::string text = saved(desk);
+    EXPECT_THAT(problem_with(text.substr(0, text.size() - 1)), HasSubstr("cut off"));
+    EXPECT_THAT(problem_with(text.substr(0, text.rfind('\n', text.size() - 2) + 1)),
+                HasSubstr("the text ends without the number of its rows"));
+    EXPECT_THAT(problem_with(text + "{}\n"), HasSubstr("goes on"));
+}
+
+TEST(Configuration, AWrongRowIsNamedByItsLine)
+{
+    const std::string good = bound_row(1, "001b21aa0001");
+    const std::pair<std::string, const char *> cases[] = {
+        {"x", "line 3: Invalid value."},
+        {"[]", "line 3: not a JSON object"},
+        {"{\"table\":\"binding\"}", "line 3: neither a table"},
+        {"{\"table\":\"clock\",\"row\":[1,1.5]}", "line 3: value 2"},
+        {"{\"table\":\"clock\",\"row\":[1,{\"hex\":\"0\"}]}", "line 3: value 2"},
+        {"{\"table\":\"nothing\",\"row\":[1]}", "line 3: there is no table nothing"},
+        {"{\"table\":\"setting\",\"row\":[1,2,3,4]}", "line 3: there is no table setting"},
+        {"{\"table\":\"clock\",\"row\":[1]}", "line 3: table clock has 2 columns but 1 values were supplied"},
+        {"{\"table\":\"clock\",\"row\":[1,-1]}", "line 3: CHECK constraint failed"},
+        {"{\"table\":\"clock\",\"row\":[1,\"5\"]}", "line 3: the OLT cannot be in this state"},
+        {"{\"table\":\"port\",\"row\":[3,0,20000,0]}", "line 3: a port in it is damaged"},
+        {"{\"table\":\"port\",\"row\":[2,4294967296,20000,0]}", "line 3: the OLT cannot be in this state"},
+        {bound_row(2, "001b21aa00"), "line 3: CHECK constraint failed"},
+        {bound_row(1, "001b21aa0002"), "line 3: UNIQUE constraint failed"},
+        {bound_row(2, "001b21aa0001"), "line 3: an ONU in it is bound twice"},
+        {bound_row(2, "001b21aa0002", std::string(128, 'x')), "line 3: CHECK constraint failed"},
+    };
+    for (const auto &[row, problem] : cases)
+        EXPECT_THAT(problem_with(text_of({good, row, bound_row(9, "001b21aa0009")})),
+                    StartsWith(std::string("configuration: ") + problem));
+}
+
+TEST(Configuration, ABlockOfAnotherSizeThanItsCommandsIsRefused)
+{
+    const std::string channel = std::to_string(BSP_MSG_PLAT), command = std::to_string(BSP_CMD_P2P_STATE_SET);
+    const std::string row = "{\"table\":\"block\",\"row\":[" + channel + "," + command + ",1,0,{\"hex\":\"01\"}]}";
+    Desk desk(wanted);
+    EXPECT_EQ(load(desk, text_of({bound_row(1, "001b21aa0001"), row})).status, PON_ERR_BAD_CONFIG);
+}
+
+TEST(Configuration, TheWrongNumberOfRowsIsRefused)
+{
+    std::string text = text_of({bound_row(1, "001b21aa0001")});
+    text.replace(text.find("{\"rows\":1}"), 10, "{\"rows\":2}");
+    EXPECT_THAT(problem_with(text), HasSubstr("line 3: the text has 1 rows"));
+}
+
+TEST(Configuration, DeepNestingDoesNoHarm)
+{
+    EXPECT_THAT(problem_with(std::string(1000000, '[') + "\n"), HasSubstr("line 1"));
+}
+
+} // namespace
+} // namespace ponsim
