@@ -1,6 +1,7 @@
 // The OLT's configuration, written out and taken back.
 #include <gmock/gmock.h>
 
+#include "clock.h"
 #include "plat.h"
 #include "store/configuration.h"
 
@@ -299,10 +300,10 @@ TEST(Configuration, AWrongRowIsNamedByItsLine)
 
 TEST(Configuration, ABlockOfAnotherSizeThanItsCommandsIsRefused)
 {
-    const std::string channel = std::to_string(BSP_MSG_PLAT), command = std::to_string(BSP_CMD_P2P_STATE_SET);
-    const std::string row = "{\"table\":\"block\",\"row\":[" + channel + "," + command + ",1,0,{\"hex\":\"01\"}]}";
-    Desk desk(wanted);
-    EXPECT_EQ(load(desk, text_of({bound_row(1, "001b21aa0001"), row})).status, PON_ERR_BAD_CONFIG);
+    const std::string channel = std::to_string(BSP_MSG_DEBUG), command = std::to_string(BSP_CMD_DEBUG_GE_PHY_SET);
+    const std::string row =
+        "{\"table\":\"block\",\"row\":[" + channel + "," + command + ",1,0,{\"hex\":\"0102030405\"}]}";
+    EXPECT_THAT(problem_with(text_of({bound_row(1, "001b21aa0001"), row})), HasSubstr("another size"));
 }
 
 TEST(Configuration, TheWrongNumberOfRowsIsRefused)
