@@ -75,7 +75,7 @@ public:
 private:
     void note(const Change &change);
 
-    // Each completes the outcome of the request. Throws StoreError.
+    // What a request wants of the configuration; completes its outcome. Throws StoreError.
     void carry_out(std::monostate, Outcome &) {}
     void carry_out(const WriteConfiguration &wanted, Outcome &outcome);
     void carry_out(const ReceiveConfiguration &part, Outcome &outcome);
