@@ -21,7 +21,14 @@ namespace
 // Of what comes out of an answer, in bytes: more than that is a slip of the keyboard.
 constexpr uint32_t greatest_wanted = 1048576;
 
-constexpr size_t longest_payload = 4092; // bytes
+// The library refuses a longer payload: there are no fields behind it to run on into.
+void check_payload(std::string_view name, size_t size)
+{
+    constexpr size_t longest_payload = 4092; // bytes
+    if (size > longest_payload)
+        throw UsageError(std::string(name) + ": " + std::to_string(size) + " bytes are more than the " +
+                         std::to_string(longest_payload) + " of a payload");
+}
 
 } // namespace
 
@@ -367,7 +374,10 @@ void Arguments::set_block(size_t index, const Assignment &assignment, bool allow
     const catalogue::Field &field = *called.arguments[index].field;
     Bytes &block = memory[index].bytes;
     block = parse_block(assignment.name, assignment.value);
-    if (!allow_long) check_length(assignment.name, block.size(), field, false);
+    if (called.record->payload)
+        check_payload(assignment.name, block.size());
+    else if (!allow_long)
+        check_length(assignment.name, block.size(), field, false);
     // An empty block is still one: its address must not be null.
     block.reserve(1);
     passed[index].pointer = block.data();
@@ -377,9 +387,7 @@ void Arguments::set_block(size_t index, const Assignment &assignment, bool allow
 void Arguments::set_payload(size_t index, const Assignment &assignment)
 {
     const Bytes payload = parse_block(assignment.name, assignment.value);
-    if (payload.size() > longest_payload)
-        throw UsageError(assignment.name + ": " + std::to_string(payload.size()) + " bytes are more than the " +
-                         std::to_string(longest_payload) + " of a payload");
+    check_payload(assignment.name, payload.size());
     set_room(index, static_cast<uint32_t>(payload.size()));
     std::ranges::copy(payload, memory[index].bytes.end() - static_cast<ptrdiff_t>(payload.size()));
 }
@@ -462,7 +470,14 @@ void Arguments::set_length(size_t index, const Given &given)
     passed[index].number = size;
     if (!given.whole[index]) return;
     const uint32_t stated = parse_number(argument.name, given.whole[index]->value);
-    if (stated > size)
+    if (called.record->payload) {
+        check_payload(argument.name, stated);
+        // Zeros go out behind what was given, and leave room for a longer answer.
+        if (stated > size && passed[block].pointer) {
+            memory[block].bytes.resize(start + stated);
+            passed[block].pointer = memory[block].bytes.data() + start;
+        }
+    } else if (stated > size)
         throw UsageError(std::string(argument.name) + ": " + std::to_string(stated) + " is more than the " +
                          std::to_string(size) + " bytes of " + std::string(called.arguments[block].name));
     passed[index].number = stated;

@@ -12,6 +12,7 @@ using catalogue::Argument;
 using catalogue::ArgumentType;
 
 constexpr const char *no_database = ": the service left no result database";
+constexpr const char *no_file = ": the service left nothing in a result file";
 
 void print_output(const Output &output, const Called &called, size_t index)
 {
@@ -29,7 +30,12 @@ void print_output(const Output &output, const Called &called, size_t index)
         if (output.format == Format::hex)
             print_bytes(output, {reinterpret_cast<const uint8_t *>(text.data()), text.size()});
         else
-            std::fprintf(output.stream, "%s\n", printable(text).c_str());
+            print_text(output, text);
+    } else if (argument.type == ArgumentType::pblock_out) {
+        if (called.bytes(index).empty())
+            complain(std::string(argument.name) + no_file);
+        else
+            print_content(output, called.bytes(index));
     } else if (is_number_out(argument) && output.format != Format::hex) {
         std::fprintf(output.stream, "%s: %s\n", std::string(argument.name).c_str(),
                      text_of(called.reading(index), called.word_field(index)).c_str());
@@ -50,6 +56,8 @@ void write_output(Json &json, const Called &called, size_t index)
         json.document(called.database(index));
     else if (argument.type == ArgumentType::text_out)
         json.text(called.text(index));
+    else if (argument.type == ArgumentType::pblock_out)
+        json.content(called.bytes(index));
     else if (is_number_out(argument))
         json.number(
             number_text(called.word_field(index), field_bytes(called.word_field(index), called.reading(index).bytes)));

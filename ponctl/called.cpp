@@ -31,7 +31,13 @@ ExitCode Called::report(const std::string &subject) const
 bool Called::delivers(size_t index) const
 {
     const Argument &argument = operation().arguments[index];
-    return is_output(argument) || is_in_place(operation(), argument);
+    // The operations that deliver in a way of their own do so only where the status is 0.
+    if (returned != 0 && catalogue::find_oddity(operation(), catalogue::Facet::answer)) return false;
+    if (is_output(argument)) return true;
+    // A block that goes out is left alone where it is not given, or another one receives the answer.
+    const bool is_block = argument.type == ArgumentType::block_inout;
+    const bool left_alone = is_block && (bytes(index).empty() || has(ArgumentType::block_out));
+    return is_in_place(operation(), argument) && !left_alone;
 }
 
 db_handle *Called::database(size_t index) const
@@ -42,7 +48,7 @@ db_handle *Called::database(size_t index) const
 
 std::string_view Called::text(size_t index) const
 {
-    return field_text(arguments.bytes(index));
+    return field_text(bytes(index));
 }
 
 Reading Called::reading(size_t index) const

@@ -32,6 +32,8 @@ public:
     // The database that an argument delivered; null where there is none, or nothing in it.
     db_handle *database(size_t index) const;
     std::string_view text(size_t index) const;
+    // All that an argument delivered, as it is.
+    std::span<const uint8_t> bytes(size_t index) const { return arguments.bytes(index); }
     // A record, response, block or word that an argument delivered.
     Reading reading(size_t index) const;
     // A word that an argument delivered: the field that it is, by its layout where there is one.

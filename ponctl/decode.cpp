@@ -150,6 +150,14 @@ uint32_t load_word(const uint8_t *bytes)
     return word;
 }
 
+uint32_t end_of(const catalogue::Layout &layout)
+{
+    uint32_t end = 0;
+    for (const Field &field : layout.fields)
+        end = std::max(end, field.offset + field.size);
+    return end;
+}
+
 const catalogue::Command *command_of(const catalogue::Record &record, const Place &place,
                                      std::span<const uint8_t> bytes)
 {

@@ -46,6 +46,9 @@ void swap_words(const catalogue::Record &record, const Place &place, Bytes &byte
 // Turns the numbers of these fields, each as wide as it is.
 void swap_words(std::span<const catalogue::Field> fields, Bytes &bytes);
 
+// The offset behind all fields of a layout.
+uint32_t end_of(const catalogue::Layout &layout);
+
 uint32_t load_word(const uint8_t *bytes);
 
 // Sets fields of a request, which must have the record's size, from assignments FIELD=value. The fields of the layout

@@ -77,6 +77,10 @@ int run(int argc, char **argv)
     add_idset(app, command);
     add_onu(app, command);
     add_port(app, command);
+    add_arp(app, command);
+    add_bulk(app, command);
+    add_profile(app, command);
+    add_loid(app, command);
     add_whitelist(app, command);
     add_blacklist(app, command);
     add_auth(app, command);

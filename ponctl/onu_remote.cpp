@@ -183,6 +183,11 @@ ExitCode run_onu_optics(const Output &output, const RemoteOptions &options)
     return ask_onus(output, options.set, {{"bsp_pon_onu_optical_diagnose_get", "optics", "Optics"}});
 }
 
+ExitCode run_onu_configure(const Output &output, const RemoteOptions &options)
+{
+    return ask_onus(output, options.set, {{"bsp_pon_onu_get_configure", "configure", "Configure word"}});
+}
+
 ExitCode run_onu_services(const Output &output, const ServicesOptions &options)
 {
     const std::string wan = number_word("--wan", options.wan);

@@ -121,7 +121,7 @@ std::vector<Bytes> parts_of(const Bytes &image, const std::string &version)
     const catalogue::Layout *layout = catalogue::find_layout(command);
     if (!layout) throw UsageError("FILE: cannot be sent, since the catalogue lays out no parts of images");
     const catalogue::Record &record = *layout->record;
-    const catalogue::Field &data = *catalogue::find_field(layout->fields, "data");
+    const catalogue::Field &data = *catalogue::find_field(layout->fields, "bytes");
     check_text("--version", version, longest(*catalogue::find_field(layout->fields, "version"), true));
     std::vector<Bytes> parts;
     for (size_t at = 0; at < image.size(); at += data.size) {
@@ -141,39 +141,14 @@ std::vector<Bytes> parts_of(const Bytes &image, const std::string &version)
     return parts;
 }
 
-// Rows of texts under their names, which JSON has in lower case.
-ExitCode print_texts(const Output &output, const std::vector<std::string> &names,
-                     const std::vector<std::vector<std::string>> &rows)
-{
-    if (output.format != Format::json) {
-        std::vector<Table::Heading> headings;
-        for (const std::string &name : names)
-            headings.push_back({name, &name == &names.back() ? Table::Fit::wrap : Table::Fit::whole});
-        Table table(std::move(headings));
-        for (const auto &row : rows)
-            table.add(row);
-        table.print(output);
-        return exit_success;
-    }
-    Json json(output.stream);
-    json->StartArray();
-    for (const auto &row : rows) {
-        json->StartObject();
-        for (size_t column = 0; column < row.size(); ++column)
-            json.member(lower_case(names[column]), row[column]);
-        json->EndObject();
-    }
-    json->EndArray();
-    return exit_success;
-}
-
 ExitCode list_settings(const Output &output)
 {
     std::vector<std::vector<std::string>> rows;
     for (const Command *command : settings())
         rows.push_back(
             {short_name(command->name), std::string(catalogue::to_text(command->impact)), std::string(command->brief)});
-    return print_texts(output, {"COMMAND", "CLASS", "BRIEF"}, rows);
+    print_texts(output, {"COMMAND", "CLASS", "BRIEF"}, rows);
+    return exit_success;
 }
 
 ExitCode list_fields(const Output &output, const Command &command)
@@ -183,7 +158,8 @@ ExitCode list_fields(const Output &output, const Command &command)
     for (const catalogue::Field *field : fields_of(command))
         rows.push_back({std::string(field->name), std::string(catalogue::to_text(field->type)),
                         std::string(field->unit), std::string(field->brief)});
-    return print_texts(output, {"FIELD", "TYPE", "UNIT", "BRIEF"}, rows);
+    print_texts(output, {"FIELD", "TYPE", "UNIT", "BRIEF"}, rows);
+    return exit_success;
 }
 
 } // namespace

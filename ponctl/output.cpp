@@ -15,6 +15,7 @@
 
 #include "numbers.h"
 #include "report.h"
+#include "words.h"
 
 namespace ponctl
 {
@@ -47,6 +48,19 @@ bool is_json(std::string_view text)
     rapidjson::BaseReaderHandler<> ignore;
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
     return !rapidjson::Reader().Parse<flags>(in, ignore).IsError();
+}
+
+std::string_view text_of(std::span<const uint8_t> bytes)
+{
+    return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+}
+
+// Whether contents of a file are a text throughout: UTF-8 without control characters but tabs and line ends.
+bool is_text(std::string_view content)
+{
+    return is_utf8(content) && std::ranges::none_of(content, [](unsigned char byte) {
+               return (byte < ' ' && byte != '\t' && byte != '\n') || byte == 0x7f;
+           });
 }
 
 // How many columns of a terminal a text takes.
@@ -395,6 +409,14 @@ void Json::row(db_handle *database, uint32_t row)
     writer.EndObject();
 }
 
+void Json::content(std::span<const uint8_t> bytes)
+{
+    if (is_text(text_of(bytes)))
+        text(text_of(bytes));
+    else
+        text(format_hex(bytes));
+}
+
 void Json::document(std::string_view document)
 {
     if (!is_json(document)) return text(document);
@@ -437,6 +459,52 @@ std::string printable(std::string_view text)
             safe.push_back(c);
     }
     return safe;
+}
+
+void print_text(const Output &output, std::string_view text)
+{
+    std::string lines;
+    for (const char &c : text) {
+        if (c == '\t' || c == '\n')
+            lines.push_back(c);
+        else
+            lines.append(printable({&c, 1}));
+    }
+    if (!lines.ends_with('\n')) lines.push_back('\n');
+    std::fputs(lines.c_str(), output.stream);
+}
+
+void print_content(const Output &output, std::span<const uint8_t> bytes)
+{
+    if (output.format == Format::json)
+        Json(output.stream).content(bytes);
+    else if (output.format == Format::table && is_text(text_of(bytes)))
+        print_text(output, text_of(bytes));
+    else
+        print_bytes(output, bytes);
+}
+
+void print_texts(const Output &output, const std::vector<std::string> &names,
+                 const std::vector<std::vector<std::string>> &rows)
+{
+    if (output.format != Format::json) {
+        std::vector<Table::Heading> headings;
+        for (const std::string &name : names)
+            headings.push_back({name, &name == &names.back() ? Table::Fit::wrap : Table::Fit::whole});
+        Table table(std::move(headings));
+        for (const auto &row : rows)
+            table.add(row);
+        return table.print(output);
+    }
+    Json json(output.stream);
+    json->StartArray();
+    for (const auto &row : rows) {
+        json->StartObject();
+        for (size_t column = 0; column < row.size(); ++column)
+            json.member(lower_case(names[column]), row[column]);
+        json->EndObject();
+    }
+    json->EndArray();
 }
 
 void print_fields(const Output &output, const Reading &reading)

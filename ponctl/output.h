@@ -91,6 +91,8 @@ public:
     void ids(const IdSet &set);
     // An object of the cells of a row.
     void row(db_handle *database, uint32_t row);
+    // The contents of a file: a text where they are one throughout, else as hexadecimal digits.
+    void content(std::span<const uint8_t> bytes);
     // A document that is JSON already; as a text if it is not.
     void document(std::string_view document);
     // That of a result database; null where there is no database.
@@ -109,6 +111,16 @@ private:
 
 // A text with everything that a terminal could take for a command written as \xNN.
 std::string printable(std::string_view text);
+
+// A text of any number of lines. What a terminal could take for a command is written as printable() does.
+void print_text(const Output &output, std::string_view text);
+
+// The contents of a file: a text where they are one throughout, else bytes. In JSON a text, or hexadecimal digits.
+void print_content(const Output &output, std::span<const uint8_t> bytes);
+
+// Rows of texts under their names, which JSON has in lower case.
+void print_texts(const Output &output, const std::vector<std::string> &names,
+                 const std::vector<std::vector<std::string>> &rows);
 
 // The fields of a record that are not zero; of a block all.
 void print_fields(const Output &output, const Reading &reading);

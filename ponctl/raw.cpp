@@ -69,9 +69,11 @@ Bytes request_of(const RawOptions &options, const Place &place, const catalogue:
     const size_t set = set_fields(record, place, assignments, options.allow_long, "", request);
     if (!record.payload) return request;
 
-    // A record with a payload is as long as that, and 4 bytes more.
+    // A record with a payload is as long as that, with all that the service reads of it, and 4 bytes more.
     constexpr size_t trailer = 4;
-    request.resize(std::max<size_t>({given, set, record.payload->offset}) + trailer);
+    const catalogue::Layout *layout = read_record(record, place, request).layout;
+    const size_t read = layout ? end_of(*layout) : 0;
+    request.resize(std::max<size_t>({given, set, read, record.payload->offset}) + trailer);
     return request;
 }
 

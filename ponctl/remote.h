@@ -32,6 +32,7 @@ ExitCode run_onu_perf(const Output &output, const RemoteOptions &options);
 ExitCode run_onu_perf_on(const Output &output, const std::string &set);
 ExitCode run_onu_perf_off(const Output &output, const std::string &set);
 ExitCode run_onu_optics(const Output &output, const RemoteOptions &options);
+ExitCode run_onu_configure(const Output &output, const RemoteOptions &options);
 ExitCode run_onu_services(const Output &output, const ServicesOptions &options);
 ExitCode run_onu_image(const Output &output, const RemoteOptions &options);
 

@@ -24,6 +24,10 @@ void add_onu(CLI::App &app, Command &command);
 // The commands for remote ONUs go to that one.
 void add_remote(CLI::App &onu, Command &command);
 void add_port(CLI::App &app, Command &command);
+void add_arp(CLI::App &app, Command &command);
+void add_bulk(CLI::App &app, Command &command);
+void add_profile(CLI::App &app, Command &command);
+void add_loid(CLI::App &app, Command &command);
 void add_whitelist(CLI::App &app, Command &command);
 void add_blacklist(CLI::App &app, Command &command);
 void add_auth(CLI::App &app, Command &command);

@@ -74,7 +74,7 @@ void add_image(CLI::App &onu, Command &command)
     auto pushed = std::make_shared<ImagePushOptions>();
     push->add_option("SET", pushed->set, set_help)->required();
     push->add_option("FILE", pushed->file, "the image")->required();
-    push->add_option("--version", pushed->version, "version of the image, at most 15 characters")->required();
+    push->add_option("--version", pushed->version, "version of the image, at most 16 characters")->required();
     add_yes(push, pushed->confirmed);
     runs(push, command, pushed, run_onu_image_push);
 
@@ -126,6 +126,7 @@ void add_remote(CLI::App &onu, Command &command)
                             "as the OLT has it, in place of the ONU; only what both have");
     add_perf(onu, command);
     add_query(onu, command, "optics", "Asks for the optical transceivers", run_onu_optics);
+    add_query(onu, command, "configure", "Asks the service for the configure words of ONUs", run_onu_configure);
     add_services(onu, command);
     add_image(onu, command);
     add_settings(onu, command);

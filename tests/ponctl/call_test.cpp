@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "any_arguments.h"
 #include "board/ipc.h"
 #include "catalogue.h"
 #include "fake_service.h"
@@ -24,51 +25,6 @@ const Words bind{"call", "bsp_pon_bind_onu_spec_id", "pon_port=1", "onu_id=5", "
 Words with(Words words, const Words &more)
 {
     words.insert(words.end(), more.begin(), more.end());
-    return words;
-}
-
-// Arguments for any operation, by their types.
-Words words_for(const catalogue::Operation &operation)
-{
-    Words words{"call", std::string(operation.name)};
-    for (const catalogue::Argument &argument : operation.arguments) {
-        const std::string name(argument.name);
-        switch (argument.type) {
-        case catalogue::ArgumentType::u32:
-            words.push_back(name + "=0x1020304");
-            break;
-        case catalogue::ArgumentType::u16:
-            words.push_back(name + "=0x181");
-            break;
-        case catalogue::ArgumentType::u8:
-            words.push_back(name + "=0x81");
-            break;
-        case catalogue::ArgumentType::mac:
-            words.push_back(name + "=02:11:22:33:44:55");
-            break;
-        case catalogue::ArgumentType::text:
-            words.push_back(name + "=a text");
-            break;
-        case catalogue::ArgumentType::block:
-        case catalogue::ArgumentType::block_inout:
-            words.push_back(name + "=hex:0102");
-            break;
-        case catalogue::ArgumentType::record:
-            words.push_back(name + "=hex:04030201");
-            break;
-        case catalogue::ArgumentType::length:
-        case catalogue::ArgumentType::length_at:
-        case catalogue::ArgumentType::db:
-        case catalogue::ArgumentType::text_out:
-        case catalogue::ArgumentType::u8_out:
-        case catalogue::ArgumentType::u16_out:
-        case catalogue::ArgumentType::u32_out:
-        case catalogue::ArgumentType::block_out:
-        case catalogue::ArgumentType::pblock_out:
-        case catalogue::ArgumentType::response:
-            break;
-        }
-    }
     return words;
 }
 
