@@ -3,15 +3,14 @@
 std::vector<std::string> words_for(const catalogue::Operation &operation, const AnyArguments &any)
 {
     const catalogue::Field *stated = any.command ? operation.record->command : nullptr;
+    const std::string code = stated ? std::to_string(any.command->code) : std::string();
     const auto number = [&any](const char *all_bytes) { return any.number.empty() ? all_bytes : any.number; };
     std::vector<std::string> words{"call", std::string(operation.name)};
     for (const catalogue::Argument &argument : operation.arguments) {
         const std::string name(argument.name);
         switch (argument.type) {
         case catalogue::ArgumentType::u32:
-            words.push_back(
-                name + "=" +
-                (stated && argument.field == stated ? std::string(any.command->name) : number("0x1020304")));
+            words.push_back(name + "=" + (stated && argument.field == stated ? code : number("0x1020304")));
             break;
         case catalogue::ArgumentType::u16:
             words.push_back(name + "=" + number("0x181"));
@@ -31,7 +30,7 @@ std::vector<std::string> words_for(const catalogue::Operation &operation, const 
             break;
         case catalogue::ArgumentType::record:
             words.push_back(name + (any.number.empty() ? "=hex:04030201" : "=hex:00"));
-            if (stated) words.push_back(name + "." + std::string(stated->name) + "=" + std::string(any.command->name));
+            if (stated) words.push_back(name + "." + std::string(stated->name) + "=" + code);
             break;
         case catalogue::ArgumentType::length:
         case catalogue::ArgumentType::length_at:

@@ -122,12 +122,19 @@ TEST(Completeness, TheToolHasThem)
     expect_same(all(), names, "the tool");
 }
 
+// The channel whose commands an operation takes: its own or, where it sends the record of another, that one.
+const catalogue::Channel &channel_of(const catalogue::Operation &operation)
+{
+    if (operation.command || operation.record == operation.channel->record) return *operation.channel;
+    return *std::ranges::find(catalogue::channels(), operation.record, &catalogue::Channel::record);
+}
+
 // A command that a caller of this operation may state; null: there is none.
 const catalogue::Command *command_for(const catalogue::Operation &operation)
 {
     const bool asks = operation.call == catalogue::Call::get || operation.call == catalogue::Call::dgram_get;
     for (const catalogue::Command &command : catalogue::commands())
-        if (command.channel == operation.channel && command.call.value_or(operation.call) == operation.call &&
+        if (command.channel == &channel_of(operation) && command.call.value_or(operation.call) == operation.call &&
             asks == (command.impact == catalogue::Class::read))
             return &command;
     return nullptr;
@@ -138,7 +145,7 @@ TEST(Completeness, TheServiceHasAHandlerForEach)
     Names missing;
     for (const catalogue::Operation &operation : catalogue::operations()) {
         const catalogue::Command *command = operation.command ? operation.command : command_for(operation);
-        if (!command || !ponsim::find_handler(operation.channel->type, command->code, operation.call))
+        if (!command || !ponsim::find_handler(channel_of(operation).type, command->code, operation.call))
             missing.emplace(operation.name);
     }
     EXPECT_EQ(missing, Names());
