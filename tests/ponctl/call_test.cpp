@@ -76,8 +76,8 @@ TEST(Call, NamesTheStatusAndEndsWithOne)
     const FakeService service(status(4006));
     const Finished finished = service.ponctl(bind);
     EXPECT_EQ(finished.code, 1);
-    EXPECT_EQ(finished.err, "ponctl: bsp_pon_bind_onu_spec_id: status 4006 PON_ERR_ID_IN_USE: another ONU is bound to "
-                            "this id\n");
+    EXPECT_EQ(finished.err, "ponctl: bsp_pon_bind_onu_spec_id: status 4006 PON_ERR_ID_IN_USE: " +
+                                std::string(catalogue::find_status(4006)->brief) + "\n");
 }
 
 TEST(Call, SaysThatAStatusHasNoName)
