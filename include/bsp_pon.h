@@ -112,6 +112,9 @@ typedef struct db_handle db_handle; /* a result database of the board's data-sto
 #define BSP_CMD_OPT_RANGE_SET 424u /* BSP_MSG_PON: set the optical ranging limits from the caller's record */
 #define BSP_CMD_OUI_SET 425u /* BSP_MSG_PON: set the OUI */
 #define BSP_CMD_ONU_SUPPORT_SET 764u /* BSP_MSG_PON: set whether an ONU, named by its MAC address, is supported */
+#define BSP_CMD_CONFIG_READ 1u /* BSP_MSG_PROFILE: the OLT's configuration, in a file */
+#define BSP_CMD_CONFIG_LOAD_PART 2u /* BSP_MSG_PROFILE: receive a part of a configuration to load */
+#define BSP_CMD_CONFIG_LOAD 3u /* BSP_MSG_PROFILE: load the configuration that was received */
 #define BSP_CMD_PROFILE_LINE_STORE 17u /* BSP_MSG_PROFILE: store a line profile, or change the one of its name */
 #define BSP_CMD_PROFILE_LINE_FETCH 18u /* BSP_MSG_PROFILE: get a line profile by its name */
 #define BSP_CMD_PROFILE_LINE_DELETE 19u /* BSP_MSG_PROFILE: delete a line profile by its name */
@@ -3136,7 +3139,7 @@ BSP_PON_API uint32_t bsp_pon_get_basic_info(db_handle **db_out);
 /**
  * Asks for the service's configuration, as a text or a file's name, and a word.
  *
- * BSP_CMD_CONFIG_WRITE (0) on BSP_MSG_CFGWR, a bsp_plat_msg of 1148 bytes; read.
+ * BSP_CMD_CONFIG_WRITE (0) on BSP_MSG_CFGWR, a bsp_plat_msg of 1148 bytes; write.
  *
  * @param text_out receives the text, at most 1023 characters and the NUL; null for none
  * @param word_out receives the word; null for none
@@ -3149,7 +3152,7 @@ BSP_PON_API uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out
 /**
  * Sends a payload on the profile channel and receives the answer in its place.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3164,7 +3167,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t l
  * Sends a payload on the profile channel and receives the answer in a buffer of its own, or else in the payload's
  * place.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3180,7 +3183,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t 
 /**
  * Asks for a result database on the profile channel.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * It comes by a file that the answer names, in at most 36 characters; the file is removed.
  *
  * @param action action code; the service knows the values
@@ -3192,7 +3195,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_json(uint32_t action, db_handle **db_o
 /**
  * Sends a payload on the profile channel.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; write.
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
@@ -3206,7 +3209,7 @@ BSP_PON_API uint32_t bsp_profile_exec_set(uint32_t action, const void *buf, uint
 /**
  * Asks for a result file on the profile channel, and reads it into memory.
  *
- * The caller's command on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
+ * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
  * The file stays.
  *
  * @param action action code; the service knows the values

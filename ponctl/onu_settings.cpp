@@ -121,7 +121,7 @@ std::vector<Bytes> parts_of(const Bytes &image, const std::string &version)
     const catalogue::Layout *layout = catalogue::find_layout(command);
     if (!layout) throw UsageError("FILE: cannot be sent, since the catalogue lays out no parts of images");
     const catalogue::Record &record = *layout->record;
-    const catalogue::Field &data = *catalogue::find_field(layout->fields, "bytes");
+    const catalogue::Field &data = *catalogue::find_field(layout->fields, "data");
     check_text("--version", version, longest(*catalogue::find_field(layout->fields, "version"), true));
     std::vector<Bytes> parts;
     for (size_t at = 0; at < image.size(); at += data.size) {

@@ -10,7 +10,7 @@ inline constexpr uint32_t PON_ERR_BAD_RECORD = 4002; // the record's length or c
 inline constexpr uint32_t PON_ERR_NO_PORT = 4003; // the OLT has no such PON port
 inline constexpr uint32_t PON_ERR_BAD_ONU_ID = 4004; // the ONU id is not one of 0 to 127
 inline constexpr uint32_t PON_ERR_NOT_BOUND = 4005; // no ONU is bound to this id or by this MAC address
-inline constexpr uint32_t PON_ERR_ID_IN_USE = 4006; // another ONU is bound to this id
+inline constexpr uint32_t PON_ERR_ID_IN_USE = 4006; // another ONU is bound to this id, or another profile has this number
 inline constexpr uint32_t PON_ERR_ALREADY_BOUND = 4007; // the ONU is bound to another id or port; release it first
 inline constexpr uint32_t PON_ERR_PORT_FULL = 4008; // all 128 ids of the port are in use
 inline constexpr uint32_t PON_ERR_UNSUPPORTED = 4009; // the ONU is marked as not supported
@@ -46,6 +46,10 @@ inline constexpr uint32_t PON_ERR_BAD_IMAGE = 4071; // the part does not go on w
 inline constexpr uint32_t PON_ERR_NO_IMAGE = 4072; // the ONU has no complete image to commit or to start
 inline constexpr uint32_t PON_ERR_NOT_MONITORED = 4073; // the ONU does not monitor performance, or did not yet in the period before
 inline constexpr uint32_t PON_ERR_SNOOPING = 4080; // the ONU does IGMP/MLD snooping; switch it to controllable multicast first
+inline constexpr uint32_t PON_ERR_NO_PROFILE = 4090; // there is no profile of this name
+inline constexpr uint32_t PON_ERR_NO_UNI_PROFILE = 4092; // there is no UNI profile of this number; they are numbered from 1 to 32
+inline constexpr uint32_t PON_ERR_BAD_CONFIG = 4095; // the configuration is wrong or not complete, and nothing was changed; the service's log says what is wrong
+inline constexpr uint32_t PON_ERR_OTHER_OLT = 4096; // the configuration is that of an OLT with another seed, ports, arrivals or silent share; nothing was changed
 
 // Offsets of the fields that the service gives to opaque parts of a record.
 
@@ -258,6 +262,26 @@ inline constexpr uint32_t on = 116; // u32: 1 on, 0 off
 inline constexpr uint32_t pon_port = 120; // u32: PON port, 0 for all
 } // namespace layout::debug_switch
 
+namespace layout::config_written
+{
+inline constexpr uint32_t size = 120; // u32: size of the file
+inline constexpr uint32_t file = 124; // text: absolute path of the file, where the service runs
+} // namespace layout::config_written
+
+namespace layout::config_read
+{
+inline constexpr uint32_t size = 8; // u32: size of the file
+inline constexpr uint32_t file = 24; // text: absolute path of the file, where the service runs
+} // namespace layout::config_read
+
+namespace layout::config_part
+{
+inline constexpr uint32_t offset = 24; // u32: where in the text the part begins: 0, or where the last one ended
+inline constexpr uint32_t total = 28; // u32: size of the whole text, at most 67108864; the same in all of its parts
+inline constexpr uint32_t length = 32; // u32: length of this part, 1 to 4080
+inline constexpr uint32_t bytes = 36; // bytes: the bytes of the text, from the left
+} // namespace layout::config_part
+
 namespace layout::vlan_view
 {
 inline constexpr uint32_t scope = 352; // u32: 0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port
@@ -430,6 +454,84 @@ inline constexpr uint32_t detected = 40; // u32: how many loops were detected so
 inline constexpr uint32_t recovered = 44; // u32: how many recoveries there were so far
 inline constexpr uint32_t reserved = 48; // bytes: zero
 } // namespace layout::loop_config
+
+namespace layout::loid
+{
+inline constexpr uint32_t loid = 45; // text: LOID, 1 to 24 printable ASCII characters
+inline constexpr uint32_t password = 109; // text: its password, at most 12 printable ASCII characters; may be empty
+} // namespace layout::loid
+
+namespace layout::loid_delete
+{
+inline constexpr uint32_t loid = 45; // text: LOID, 1 to 24 printable ASCII characters
+} // namespace layout::loid_delete
+
+namespace layout::oui
+{
+inline constexpr uint32_t oui = 429; // bytes: OUI in transmission order
+} // namespace layout::oui
+
+namespace layout::uni_profile
+{
+inline constexpr uint32_t admin = 429; // u8: 1 the port is on, 0 off
+inline constexpr uint32_t autoneg = 430; // u8: 1 the port negotiates speed and duplex, 0 it takes those that it is configured to
+inline constexpr uint32_t pause = 431; // u8: flow control: 1 on, 0 off
+inline constexpr uint32_t up_cir = 432; // u32: upstream committed rate, 1 to 999999
+inline constexpr uint32_t up_cbs = 436; // u32: upstream committed burst, 1522 to 16777215
+inline constexpr uint32_t up_ebs = 440; // u32: upstream excess burst, at most 16777215
+inline constexpr uint32_t down_cir = 444; // u32: downstream committed rate, at most down_pir
+inline constexpr uint32_t down_pir = 448; // u32: downstream peak rate, which limits it, 1 to 999999
+inline constexpr uint32_t up_on = 452; // u8: 1 where upstream is limited, else 0: then its values do not count
+inline constexpr uint32_t down_on = 453; // u8: the same of downstream
+inline constexpr uint32_t vlan_mode = 456; // u8: 0 transparent, 1 tag, 2 translation, 3 trunk
+inline constexpr uint32_t vlans = 457; // u8: how many VLANs there are: 1 to 8 of a translation or trunk, else 0
+inline constexpr uint32_t pvid = 458; // u16: VLAN of untagged frames, 1 to 4094
+inline constexpr uint32_t priority = 460; // u8: 802.1p priority of untagged frames, 0 to 7
+inline constexpr uint32_t tpid = 462; // u16: type that a tag is known by, at least 1536; usually 33024 (8100h)
+inline constexpr uint32_t user = 464; // u16: VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last
+inline constexpr uint32_t user_every = 4; // from one user to the next
+inline constexpr uint32_t network = 466; // u16: the same beyond the ONU: of a translation another for each, of a trunk that of the user
+inline constexpr uint32_t network_every = 4; // from one network to the next
+} // namespace layout::uni_profile
+
+namespace layout::onu_port_config_set
+{
+inline constexpr uint32_t profile = 352; // u8: number of the UNI profile that the port takes, 1 to 32: then the rest does not count; 0 none
+inline constexpr uint32_t admin = 353; // u8: 1 the port is on, 0 off
+inline constexpr uint32_t autoneg = 354; // u8: 1 the port negotiates speed and duplex, 0 it takes those that it is configured to
+inline constexpr uint32_t pause = 355; // u8: flow control: 1 on, 0 off
+inline constexpr uint32_t up_cir = 356; // u32: upstream committed rate, 1 to 999999
+inline constexpr uint32_t up_cbs = 360; // u32: upstream committed burst, 1522 to 16777215
+inline constexpr uint32_t up_ebs = 364; // u32: upstream excess burst, at most 16777215
+inline constexpr uint32_t down_cir = 368; // u32: downstream committed rate, at most down_pir
+inline constexpr uint32_t down_pir = 372; // u32: downstream peak rate, which limits it, 1 to 999999
+inline constexpr uint32_t up_on = 376; // u8: 1 where upstream is limited, else 0: then its values do not count
+inline constexpr uint32_t down_on = 377; // u8: the same of downstream
+inline constexpr uint32_t vlan_mode = 380; // u8: 0 transparent, 1 tag, 2 translation, 3 trunk
+inline constexpr uint32_t vlans = 381; // u8: how many VLANs there are: 1 to 8 of a translation or trunk, else 0
+inline constexpr uint32_t pvid = 382; // u16: VLAN of untagged frames, 1 to 4094
+inline constexpr uint32_t priority = 384; // u8: 802.1p priority of untagged frames, 0 to 7
+inline constexpr uint32_t tpid = 386; // u16: type that a tag is known by, at least 1536; usually 33024 (8100h)
+inline constexpr uint32_t user = 388; // u16: VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last
+inline constexpr uint32_t user_every = 4; // from one user to the next
+inline constexpr uint32_t network = 390; // u16: the same beyond the ONU: of a translation another for each, of a trunk that of the user
+inline constexpr uint32_t network_every = 4; // from one network to the next
+} // namespace layout::onu_port_config_set
+
+namespace layout::onu_config_set
+{
+inline constexpr uint32_t parts = 352; // u8: what is set, a sum, 1 to 15: 1 FEC, 2 multicast mode, 4 fast leave, 8 management address; the rest does not count
+inline constexpr uint32_t multicast = 353; // u8: multicast mode: 0 IGMP/MLD snooping, 1 controllable multicast
+inline constexpr uint32_t fec = 356; // u32: forward error correction: 2 on, 3 off
+inline constexpr uint32_t fast_leave = 360; // u32: 1 on, 0 off
+inline constexpr uint32_t address = 364; // bytes: management address: IPv4 address of a host, neither the first nor the last of its network; with mode 0 this and the rest is 0
+inline constexpr uint32_t mask = 368; // bytes: network mask, of 1 to 30 bits from the left
+inline constexpr uint32_t gateway = 372; // bytes: IPv4 address of the gateway, another host of the network; 0 none
+inline constexpr uint32_t vlan = 376; // u16: VLAN, 1 to 4094; 0 untagged
+inline constexpr uint32_t priority = 378; // u8: 802.1p priority, 0 to 7
+inline constexpr uint32_t mode = 379; // u8: 0 off, 1 static address
+inline constexpr uint32_t dscp = 380; // u8: DSCP of what the ONU sends, 0 to 63
+} // namespace layout::onu_config_set
 
 namespace layout::onu_wan_view
 {
@@ -1293,6 +1395,93 @@ inline constexpr uint32_t length = 132; // u32: bytes, 1 to 128, not beyond byte
 inline constexpr uint32_t result = 136; // u32: not read
 inline constexpr uint32_t data = 140; // bytes: the bytes to write
 } // namespace layout::i2c_write
+
+namespace layout::profile_line
+{
+inline constexpr uint32_t name = 24; // text: name, at least one character: UTF-8 without control characters
+inline constexpr uint32_t id = 56; // u32: number, 1 to 256, that no other of the kind has; 0: the profile keeps the one it has, and a new one gets the lowest that is free
+inline constexpr uint32_t vlan = 60; // u32: VLAN of the service, 1 to 4094; 0 untagged
+inline constexpr uint32_t priority = 64; // u32: 802.1p priority, 0 to 7
+inline constexpr uint32_t upstream = 68; // u32: maximum upstream rate, 1 to 1000000; 0 no limit
+inline constexpr uint32_t downstream = 72; // u32: maximum downstream rate, 1 to 1000000; 0 no limit
+inline constexpr uint32_t mac_limit = 76; // u32: MAC addresses that may be learnt, 1 to 1024; 0 no limit
+} // namespace layout::profile_line
+
+namespace layout::profile_line_fetched
+{
+inline constexpr uint32_t name = 24; // text: name, at least one character: UTF-8 without control characters
+inline constexpr uint32_t id = 56; // u32: number, 1 to 256
+inline constexpr uint32_t vlan = 60; // u32: VLAN of the service, 1 to 4094; 0 untagged
+inline constexpr uint32_t priority = 64; // u32: 802.1p priority, 0 to 7
+inline constexpr uint32_t upstream = 68; // u32: maximum upstream rate, 1 to 1000000; 0 no limit
+inline constexpr uint32_t downstream = 72; // u32: maximum downstream rate, 1 to 1000000; 0 no limit
+inline constexpr uint32_t mac_limit = 76; // u32: MAC addresses that may be learnt, 1 to 1024; 0 no limit
+} // namespace layout::profile_line_fetched
+
+namespace layout::profile_sla
+{
+inline constexpr uint32_t name = 24; // text: name, at least one character: UTF-8 without control characters
+inline constexpr uint32_t id = 56; // u32: number, 1 to 256, that no other of the kind has; 0: the profile keeps the one it has, and a new one gets the lowest that is free
+inline constexpr uint32_t fixed = 60; // u32: fixed bandwidth, at most 1000000
+inline constexpr uint32_t assured = 64; // u32: assured bandwidth beside the fixed, at most 1000000
+inline constexpr uint32_t maximum = 68; // u32: maximum bandwidth, 1 to 1000000
+inline constexpr uint32_t priority = 72; // u32: priority, 0 to 7
+inline constexpr uint32_t weight = 76; // u32: weight, 1 to 100
+} // namespace layout::profile_sla
+
+namespace layout::profile_sla_fetched
+{
+inline constexpr uint32_t name = 24; // text: name, at least one character: UTF-8 without control characters
+inline constexpr uint32_t id = 56; // u32: number, 1 to 256
+inline constexpr uint32_t fixed = 60; // u32: fixed bandwidth, at most 1000000
+inline constexpr uint32_t assured = 64; // u32: assured bandwidth beside the fixed, at most 1000000
+inline constexpr uint32_t maximum = 68; // u32: maximum bandwidth, 1 to 1000000
+inline constexpr uint32_t priority = 72; // u32: priority, 0 to 7
+inline constexpr uint32_t weight = 76; // u32: weight, 1 to 100
+} // namespace layout::profile_sla_fetched
+
+namespace layout::profile_alarm
+{
+inline constexpr uint32_t name = 24; // text: name, at least one character: UTF-8 without control characters
+inline constexpr uint32_t id = 56; // u32: number, 1 to 256, that no other of the kind has; 0: the profile keeps the one it has, and a new one gets the lowest that is free
+inline constexpr uint32_t temperature_low = 60; // s32: low alarm threshold of the temperature, -40 to 120 degC
+inline constexpr uint32_t temperature_high = 64; // s32: high alarm threshold of the temperature, -40 to 120 degC
+inline constexpr uint32_t launch_power_low = 68; // s32: low alarm threshold of the launch power, -40 to 10 dBm
+inline constexpr uint32_t launch_power_high = 72; // s32: high alarm threshold of the launch power, -40 to 10 dBm
+inline constexpr uint32_t received_power_low = 76; // s32: low alarm threshold of the received power, -40 to 10 dBm
+inline constexpr uint32_t received_power_high = 80; // s32: high alarm threshold of the received power, -40 to 10 dBm
+} // namespace layout::profile_alarm
+
+namespace layout::profile_alarm_fetched
+{
+inline constexpr uint32_t name = 24; // text: name, at least one character: UTF-8 without control characters
+inline constexpr uint32_t id = 56; // u32: number, 1 to 256
+inline constexpr uint32_t temperature_low = 60; // s32: low alarm threshold of the temperature, -40 to 120 degC
+inline constexpr uint32_t temperature_high = 64; // s32: high alarm threshold of the temperature, -40 to 120 degC
+inline constexpr uint32_t launch_power_low = 68; // s32: low alarm threshold of the launch power, -40 to 10 dBm
+inline constexpr uint32_t launch_power_high = 72; // s32: high alarm threshold of the launch power, -40 to 10 dBm
+inline constexpr uint32_t received_power_low = 76; // s32: low alarm threshold of the received power, -40 to 10 dBm
+inline constexpr uint32_t received_power_high = 80; // s32: high alarm threshold of the received power, -40 to 10 dBm
+} // namespace layout::profile_alarm_fetched
+
+namespace layout::profile_name
+{
+inline constexpr uint32_t name = 24; // text: name of the profile
+} // namespace layout::profile_name
+
+namespace layout::profile_list_from
+{
+inline constexpr uint32_t from = 24; // u32: least number that is listed
+} // namespace layout::profile_list_from
+
+namespace layout::profile_list
+{
+inline constexpr uint32_t listed = 24; // u32: how many follow, at most 113
+inline constexpr uint32_t id = 28; // u32: number
+inline constexpr uint32_t id_every = 36; // from one id to the next
+inline constexpr uint32_t name = 32; // text: name
+inline constexpr uint32_t name_every = 36; // from one name to the next
+} // namespace layout::profile_list
 
 namespace layout::upgrade_type
 {

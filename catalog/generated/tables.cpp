@@ -138,6 +138,27 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_OPT_RANGE_SET", 424, &all_channels[0], Class::write, std::nullopt, "set the optical ranging limits from the caller's record"},
     {"BSP_CMD_OUI_SET", 425, &all_channels[0], Class::service_affecting, std::nullopt, "set the OUI"},
     {"BSP_CMD_ONU_SUPPORT_SET", 764, &all_channels[0], Class::write, std::nullopt, "set whether an ONU, named by its MAC address, is supported"},
+    {"BSP_CMD_CONFIG_READ", 1, &all_channels[1], Class::write, Call::dgram_get, "the OLT's configuration, in a file"},
+    {"BSP_CMD_CONFIG_LOAD_PART", 2, &all_channels[1], Class::write, Call::dgram_set, "receive a part of a configuration to load"},
+    {"BSP_CMD_CONFIG_LOAD", 3, &all_channels[1], Class::service_affecting, Call::dgram_set, "load the configuration that was received"},
+    {"BSP_CMD_PROFILE_LINE_STORE", 17, &all_channels[1], Class::write, Call::dgram_set, "store a line profile, or change the one of its name"},
+    {"BSP_CMD_PROFILE_LINE_FETCH", 18, &all_channels[1], Class::read, Call::dgram_get, "get a line profile by its name"},
+    {"BSP_CMD_PROFILE_LINE_DELETE", 19, &all_channels[1], Class::write, Call::dgram_set, "delete a line profile by its name"},
+    {"BSP_CMD_PROFILE_LINE_LIST", 20, &all_channels[1], Class::read, Call::dgram_get, "numbers and names of line profiles"},
+    {"BSP_CMD_PROFILE_LINE_TABLE", 21, &all_channels[1], Class::read, Call::dgram_get, "all line profiles, as a file of rows that the answer names"},
+    {"BSP_CMD_PROFILE_LINE_TEXT", 22, &all_channels[1], Class::read, Call::dgram_get, "all line profiles, as a file of text that the answer names with its length"},
+    {"BSP_CMD_PROFILE_SLA_STORE", 33, &all_channels[1], Class::write, Call::dgram_set, "store an SLA profile, or change the one of its name"},
+    {"BSP_CMD_PROFILE_SLA_FETCH", 34, &all_channels[1], Class::read, Call::dgram_get, "get an SLA profile by its name"},
+    {"BSP_CMD_PROFILE_SLA_DELETE", 35, &all_channels[1], Class::write, Call::dgram_set, "delete an SLA profile by its name"},
+    {"BSP_CMD_PROFILE_SLA_LIST", 36, &all_channels[1], Class::read, Call::dgram_get, "numbers and names of SLA profiles"},
+    {"BSP_CMD_PROFILE_SLA_TABLE", 37, &all_channels[1], Class::read, Call::dgram_get, "all SLA profiles, as a file of rows that the answer names"},
+    {"BSP_CMD_PROFILE_SLA_TEXT", 38, &all_channels[1], Class::read, Call::dgram_get, "all SLA profiles, as a file of text that the answer names with its length"},
+    {"BSP_CMD_PROFILE_ALARM_STORE", 49, &all_channels[1], Class::write, Call::dgram_set, "store an alarm profile, or change the one of its name"},
+    {"BSP_CMD_PROFILE_ALARM_FETCH", 50, &all_channels[1], Class::read, Call::dgram_get, "get an alarm profile by its name"},
+    {"BSP_CMD_PROFILE_ALARM_DELETE", 51, &all_channels[1], Class::write, Call::dgram_set, "delete an alarm profile by its name"},
+    {"BSP_CMD_PROFILE_ALARM_LIST", 52, &all_channels[1], Class::read, Call::dgram_get, "numbers and names of alarm profiles"},
+    {"BSP_CMD_PROFILE_ALARM_TABLE", 53, &all_channels[1], Class::read, Call::dgram_get, "all alarm profiles, as a file of rows that the answer names"},
+    {"BSP_CMD_PROFILE_ALARM_TEXT", 54, &all_channels[1], Class::read, Call::dgram_get, "all alarm profiles, as a file of text that the answer names with its length"},
     {"BSP_CMD_DEBUG_PON_STATS", 237, &all_channels[2], Class::read, std::nullopt, "counters of a PON port"},
     {"BSP_CMD_DEBUG_GE_STATS", 238, &all_channels[2], Class::read, std::nullopt, "counters of a GE port"},
     {"BSP_CMD_DEBUG_GE_PHY_GET", 239, &all_channels[2], Class::read, std::nullopt, "PHY of a GE port"},
@@ -278,7 +299,7 @@ constexpr Command all_commands[] = {
     {"BSP_CMD_OPTICS_RSSI_GET", 488, &all_channels[5], Class::read, std::nullopt, "a received signal strength (RSSI) reading"},
     {"BSP_CMD_SFP_INFO_GET", 489, &all_channels[5], Class::read, std::nullopt, "diagnostic information of an SFP cage, as a block"},
     {"BSP_CMD_VIEW_SFP_INFO", 490, &all_channels[5], Class::read, std::nullopt, "diagnostic information of an SFP cage, as a table"},
-    {"BSP_CMD_CONFIG_WRITE", 0, &all_channels[6], Class::read, std::nullopt, "the service's configuration, by a request without a command code"},
+    {"BSP_CMD_CONFIG_WRITE", 0, &all_channels[6], Class::write, std::nullopt, "the service's configuration, by a request without a command code"},
     {"BSP_CMD_VIEW_VLAN_MODE_SNMP", 787, &all_channels[7], Class::read, std::nullopt, "VLAN modes of UNI ports, for the SNMP agent"},
     {"BSP_CMD_VIEW_VLAN_LIST_SNMP", 788, &all_channels[7], Class::read, std::nullopt, "VLANs of UNI ports, for the SNMP agent"},
     {"BSP_CMD_UPGRADE_TYPE_ADD", 790, &all_channels[8], Class::write, std::nullopt, "add an upgrade type"},
@@ -310,7 +331,7 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NO_PORT", 4003, false, "the OLT has no such PON port"},
     {"PON_ERR_BAD_ONU_ID", 4004, false, "the ONU id is not one of 0 to 127"},
     {"PON_ERR_NOT_BOUND", 4005, false, "no ONU is bound to this id or by this MAC address"},
-    {"PON_ERR_ID_IN_USE", 4006, false, "another ONU is bound to this id"},
+    {"PON_ERR_ID_IN_USE", 4006, false, "another ONU is bound to this id, or another profile has this number"},
     {"PON_ERR_ALREADY_BOUND", 4007, false, "the ONU is bound to another id or port; release it first"},
     {"PON_ERR_PORT_FULL", 4008, false, "all 128 ids of the port are in use"},
     {"PON_ERR_UNSUPPORTED", 4009, false, "the ONU is marked as not supported"},
@@ -346,6 +367,10 @@ constexpr Status all_statuses[] = {
     {"PON_ERR_NO_IMAGE", 4072, false, "the ONU has no complete image to commit or to start"},
     {"PON_ERR_NOT_MONITORED", 4073, false, "the ONU does not monitor performance, or did not yet in the period before"},
     {"PON_ERR_SNOOPING", 4080, false, "the ONU does IGMP/MLD snooping; switch it to controllable multicast first"},
+    {"PON_ERR_NO_PROFILE", 4090, false, "there is no profile of this name"},
+    {"PON_ERR_NO_UNI_PROFILE", 4092, false, "there is no UNI profile of this number; they are numbered from 1 to 32"},
+    {"PON_ERR_BAD_CONFIG", 4095, false, "the configuration is wrong or not complete, and nothing was changed; the service's log says what is wrong"},
+    {"PON_ERR_OTHER_OLT", 4096, false, "the configuration is that of an OLT with another seed, ports, arrivals or silent share; nothing was changed"},
 };
 
 constexpr const Command *auth_record_commands[] = {&all_commands[13]};
@@ -389,13 +414,13 @@ constexpr Field all_onu_info_fields[] = {
     {"text", FieldType::text, 20, 1024, "", 1, "the text, at most 1023 characters and a NUL"},
 };
 
-constexpr const Command *onu_config_word_commands[] = {&all_commands[146]};
+constexpr const Command *onu_config_word_commands[] = {&all_commands[167]};
 
 constexpr Field onu_config_word_fields[] = {
     {"word", FieldType::u32, 20, 4, "", 1, "bits: 0 it has a management address; 1 FEC is enabled; 2 it has its time by SNTP; 3 an SLA is stored, upstream or downstream; 4 it has several LLIDs; 5 performance monitoring and CATV are on; 6 controllable multicast; 7 fast leave is on; and where it is so at any of its UNI ports: 8 disabled, 9 no auto-negotiation, 10 flow control, 11 a rate limit, 12 a VLAN mode other than transparent, 13 a classification rule, 14 no loop detection. All other bits are 0"},
 };
 
-constexpr const Command *port_stats_commands[] = {&all_commands[54], &all_commands[55]};
+constexpr const Command *port_stats_commands[] = {&all_commands[75], &all_commands[76]};
 
 constexpr Field port_stats_fields[] = {
     {"in_octets", FieldType::u64, 124, 8, "octets", 1, "received, of frames without errors (ifHCInOctets)"},
@@ -420,7 +445,7 @@ constexpr Field port_stats_fields[] = {
     {"frames_1024_1518", FieldType::u64, 276, 8, "frames", 1, "of 1024 to 1518 octets (etherStatsPkts1024to1518Octets)"},
 };
 
-constexpr const Command *ge_phy_commands[] = {&all_commands[56]};
+constexpr const Command *ge_phy_commands[] = {&all_commands[77]};
 
 constexpr Field ge_phy_fields[] = {
     {"control", FieldType::u16, 124, 2, "", 1, "register 0: bit 14 loopback, 13 and 6 speed (01: 1000 Mbit/s), 12 auto-negotiation, 11 power down, 10 isolate, 8 full duplex"},
@@ -435,19 +460,19 @@ constexpr Field ge_phy_fields[] = {
     {"extended_status", FieldType::u16, 142, 2, "", 1, "register 15: bit 15 1000BASE-X full duplex, 14 1000BASE-X half duplex"},
 };
 
-constexpr const Command *ge_phy_control_commands[] = {&all_commands[57]};
+constexpr const Command *ge_phy_control_commands[] = {&all_commands[78]};
 
 constexpr Field ge_phy_control_fields[] = {
     {"control", FieldType::u8, 124, 1, "", 1, "the upper byte of the control register: bit 7 reset (to auto-negotiation and full duplex, whatever the others), 6 loopback, 5 is refused (100 Mbit/s), 4 auto-negotiation, 3 power down, 2 isolate, 1 restart auto-negotiation (done at once), 0 full duplex"},
 };
 
-constexpr const Command *behavior_view_commands[] = {&all_commands[58], &all_commands[59]};
+constexpr const Command *behavior_view_commands[] = {&all_commands[79], &all_commands[80]};
 
 constexpr Field behavior_view_fields[] = {
     {"selector", FieldType::u32, 120, 4, "", 1, "0 the PON port, 1 the GE port (1 to 4)"},
 };
 
-constexpr const Command *ingress_commands[] = {&all_commands[58]};
+constexpr const Command *ingress_commands[] = {&all_commands[79]};
 
 constexpr Field ingress_fields[] = {
     {"vlan_mode", FieldType::u8, 124, 1, "", 1, "0: tags pass unchanged"},
@@ -472,7 +497,7 @@ constexpr Field ingress_fields[] = {
     {"policing", FieldType::u8, 177, 1, "", 1, "1 where policing is on"},
 };
 
-constexpr const Command *egress_commands[] = {&all_commands[59]};
+constexpr const Command *egress_commands[] = {&all_commands[80]};
 
 constexpr Field egress_fields[] = {
     {"tagging", FieldType::u8, 124, 1, "", 1, "0: frames leave as they are"},
@@ -481,7 +506,7 @@ constexpr Field egress_fields[] = {
     {"shaping_rate", FieldType::u32, 128, 4, "kbit/s", 1, "rate limit"},
 };
 
-constexpr const Command *pon_mac_commands[] = {&all_commands[60]};
+constexpr const Command *pon_mac_commands[] = {&all_commands[81]};
 
 constexpr Field pon_mac_fields[] = {
     {"registered", FieldType::u32, 124, 4, "", 1, "bound ONUs that are online"},
@@ -498,7 +523,7 @@ constexpr Field pon_mac_fields[] = {
     {"uplink", FieldType::u8, 159, 1, "", 1, "GE port that the traffic goes through"},
 };
 
-constexpr const Command *mpcp_commands[] = {&all_commands[162]};
+constexpr const Command *mpcp_commands[] = {&all_commands[183]};
 
 constexpr Field mpcp_fields[] = {
     {"discovery_interval", FieldType::u32, 124, 4, "ms", 1, "1: from one discovery window to the next, 100 to 10000; at first 1000"},
@@ -511,7 +536,7 @@ constexpr Field mpcp_fields[] = {
     {"fec", FieldType::u32, 152, 4, "", 1, "3: 1 with forward error correction, else 0; at first 0"},
 };
 
-constexpr const Command *ge_mac_commands[] = {&all_commands[63]};
+constexpr const Command *ge_mac_commands[] = {&all_commands[84]};
 
 constexpr Field ge_mac_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
@@ -529,7 +554,7 @@ constexpr Field ge_mac_fields[] = {
     {"promiscuous", FieldType::u8, 145, 1, "", 1, "1: it takes frames to any address"},
 };
 
-constexpr const Command *xaui_mac_commands[] = {&all_commands[64]};
+constexpr const Command *xaui_mac_commands[] = {&all_commands[85]};
 
 constexpr Field xaui_mac_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "its address"},
@@ -546,7 +571,7 @@ constexpr Field xaui_mac_fields[] = {
     {"out_load", FieldType::u32, 148, 4, "kbit/s", 1, "offered by the ONUs for the network, now"},
 };
 
-constexpr const Command *xaui_phy_commands[] = {&all_commands[65]};
+constexpr const Command *xaui_phy_commands[] = {&all_commands[86]};
 
 constexpr Field xaui_phy_fields[] = {
     {"control", FieldType::u16, 124, 2, "", 1, "register 0: bits 13 and 6 speed (11: 10 Gbit/s), 14 loopback, 11 low power"},
@@ -557,7 +582,7 @@ constexpr Field xaui_phy_fields[] = {
     {"test", FieldType::u16, 134, 2, "", 1, "register 25: bit 2 test pattern on, 1 and 0 which"},
 };
 
-constexpr const Command *mgmt_cfg_commands[] = {&all_commands[69]};
+constexpr const Command *mgmt_cfg_commands[] = {&all_commands[90]};
 
 constexpr Field mgmt_cfg_fields[] = {
     {"enabled", FieldType::u8, 124, 1, "", 1, "1 where it is enabled"},
@@ -565,26 +590,49 @@ constexpr Field mgmt_cfg_fields[] = {
     {"speed", FieldType::u16, 126, 2, "Mbit/s", 1, "its speed"},
 };
 
-constexpr const Command *fdb_dump_commands[] = {&all_commands[68]};
+constexpr const Command *fdb_dump_commands[] = {&all_commands[89]};
 
 constexpr Field fdb_dump_fields[] = {
     {"selector", FieldType::u32, 120, 4, "", 1, "0 all entries, 1 dynamic ones, 2 static ones"},
 };
 
-constexpr const Command *debug_switch_commands[] = {&all_commands[70], &all_commands[71]};
+constexpr const Command *debug_switch_commands[] = {&all_commands[91], &all_commands[92]};
 
 constexpr Field debug_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "1 on, 0 off"},
     {"pon_port", FieldType::u32, 120, 4, "", 1, "PON port, 0 for all"},
 };
 
-constexpr const Command *vlan_view_commands[] = {&all_commands[195], &all_commands[196]};
+constexpr const Command *config_written_commands[] = {&all_commands[215]};
+
+constexpr Field config_written_fields[] = {
+    {"size", FieldType::u32, 120, 4, "bytes", 1, "size of the file"},
+    {"file", FieldType::text, 124, 37, "", 1, "absolute path of the file, where the service runs"},
+};
+
+constexpr const Command *config_read_commands[] = {&all_commands[54]};
+
+constexpr Field config_read_fields[] = {
+    {"size", FieldType::u32, 8, 4, "bytes", 1, "size of the file"},
+    {"file", FieldType::text, 24, 37, "", 1, "absolute path of the file, where the service runs"},
+};
+
+constexpr const Command *config_part_commands[] = {&all_commands[55]};
+
+constexpr Field config_part_fields[] = {
+    {"offset", FieldType::u32, 24, 4, "bytes", 1, "where in the text the part begins: 0, or where the last one ended"},
+    {"total", FieldType::u32, 28, 4, "bytes", 1, "size of the whole text, at most 67108864; the same in all of its parts"},
+    {"length", FieldType::u32, 32, 4, "bytes", 1, "length of this part, 1 to 4080"},
+    {"bytes", FieldType::bytes, 36, 4080, "", 1, "the bytes of the text, from the left"},
+};
+
+constexpr const Command *vlan_view_commands[] = {&all_commands[216], &all_commands[217]};
 
 constexpr Field vlan_view_fields[] = {
     {"scope", FieldType::u32, 352, 4, "", 1, "0 all PON ports or the whole PON port, 1 the ONU `onu_onu_id` of the PON port"},
 };
 
-constexpr const Command *sla_commands[] = {&all_commands[173]};
+constexpr const Command *sla_commands[] = {&all_commands[194]};
 
 constexpr Field sla_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -594,7 +642,7 @@ constexpr Field sla_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority, 1 to 100"},
 };
 
-constexpr const Command *sla_of_onu_commands[] = {&all_commands[174], &all_commands[72]};
+constexpr const Command *sla_of_onu_commands[] = {&all_commands[195], &all_commands[93]};
 
 constexpr Field sla_of_onu_fields[] = {
     {"fixed", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is granted whether used or not"},
@@ -604,19 +652,19 @@ constexpr Field sla_of_onu_fields[] = {
     {"weight", FieldType::u32, 140, 4, "", 1, "share among those of one priority"},
 };
 
-constexpr const Command *sla_down_commands[] = {&all_commands[178]};
+constexpr const Command *sla_down_commands[] = {&all_commands[199]};
 
 constexpr Field sla_down_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded, at most 1000000; 0 takes the SLA away: the default holds again, which is 1000000"},
 };
 
-constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[179]};
+constexpr const Command *sla_down_of_onu_commands[] = {&all_commands[200]};
 
 constexpr Field sla_down_of_onu_fields[] = {
     {"maximum", FieldType::u32, 124, 4, "kbit/s", 1, "bandwidth that is never exceeded: what was stored, or the default, which is 1000000"},
 };
 
-constexpr const Command *sla_of_port_commands[] = {&all_commands[175]};
+constexpr const Command *sla_of_port_commands[] = {&all_commands[196]};
 
 constexpr Field sla_of_port_fields[] = {
     {"onus", FieldType::u32, 124, 4, "", 1, "bound ONUs with a stored SLA"},
@@ -626,7 +674,7 @@ constexpr Field sla_of_port_fields[] = {
     {"free", FieldType::u32, 140, 4, "kbit/s", 1, "what is left of it"},
 };
 
-constexpr const Command *p2p_switch_commands[] = {&all_commands[166]};
+constexpr const Command *p2p_switch_commands[] = {&all_commands[187]};
 
 constexpr Field p2p_switch_fields[] = {
     {"port", FieldType::u32, 96, 4, "", 1, "PON port number, 0 all ports"},
@@ -634,13 +682,13 @@ constexpr Field p2p_switch_fields[] = {
     {"on", FieldType::u32, 116, 4, "", 1, "0 off, 1 on"},
 };
 
-constexpr const Command *p2p_own_port_commands[] = {&all_commands[167]};
+constexpr const Command *p2p_own_port_commands[] = {&all_commands[188]};
 
 constexpr Field p2p_own_port_fields[] = {
     {"own_port", FieldType::u32, 116, 4, "", 1, "GE uplink, 1 to 4, that takes the frames of the PON port that P2P forwarding leaves; 0 any, as at first"},
 };
 
-constexpr const Command *p2p_of_port_commands[] = {&all_commands[168]};
+constexpr const Command *p2p_of_port_commands[] = {&all_commands[189]};
 
 constexpr Field p2p_of_port_fields[] = {
     {"on", FieldType::u32, 100, 4, "", 1, "the switch of the port: 0 off, 1 on"},
@@ -654,7 +702,7 @@ constexpr Field p2p_of_port_fields[] = {
     {"onu_set", FieldType::idset, 136, 16, "", 1, "bound ONUs that the switch is on for, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *p2p_config_commands[] = {&all_commands[171]};
+constexpr const Command *p2p_config_commands[] = {&all_commands[192]};
 
 constexpr Field p2p_config_fields[] = {
     {"rate", FieldType::u32, 124, 4, "kbit/s", 1, "of all frames between ONUs together, at most 1000000; 0 not limited"},
@@ -664,7 +712,7 @@ constexpr Field p2p_config_fields[] = {
     {"multicast", FieldType::u8, 133, 1, "", 1, "1 to forward multicast frames, else 0"},
 };
 
-constexpr const Command *p2p_entry_commands[] = {&all_commands[170]};
+constexpr const Command *p2p_entry_commands[] = {&all_commands[191]};
 
 constexpr Field p2p_entry_fields[] = {
     {"action", FieldType::u16, 124, 2, "", 1, "1 forward, 2 drop, 0 remove the entry"},
@@ -674,7 +722,7 @@ constexpr Field p2p_entry_fields[] = {
     {"rate", FieldType::u32, 132, 4, "kbit/s", 1, "at most 1000000; 0 not limited"},
 };
 
-constexpr const Command *llid_behavior_commands[] = {&all_commands[172]};
+constexpr const Command *llid_behavior_commands[] = {&all_commands[193]};
 
 constexpr Field llid_behavior_fields[] = {
     {"mac_limit", FieldType::u32, 124, 4, "", 1, "addresses that are learned at most; 0 not limited"},
@@ -685,7 +733,7 @@ constexpr Field llid_behavior_fields[] = {
     {"isolated", FieldType::u32, 144, 4, "", 1, "1 where P2P forwarding leaves the LLID out, else 0"},
 };
 
-constexpr const Command *fdb_config_commands[] = {&all_commands[185]};
+constexpr const Command *fdb_config_commands[] = {&all_commands[206]};
 
 constexpr Field fdb_config_fields[] = {
     {"ageing", FieldType::u32, 124, 4, "s", 1, "how long an address stays that is not heard of, 10 to 1000000; 0 for ever"},
@@ -693,7 +741,7 @@ constexpr Field fdb_config_fields[] = {
     {"port_limit", FieldType::u32, 132, 4, "", 1, "addresses that a PON port has at most, those that were learned first; 0 not limited"},
 };
 
-constexpr const Command *fdb_flush_commands[] = {&all_commands[186]};
+constexpr const Command *fdb_flush_commands[] = {&all_commands[207]};
 
 constexpr Field fdb_flush_fields[] = {
     {"side", FieldType::u16, 124, 2, "", 1, "0 both, 1 the PON side, 2 the network side"},
@@ -703,7 +751,7 @@ constexpr Field fdb_flush_fields[] = {
     {"mac", FieldType::mac, 132, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_query_commands[] = {&all_commands[188], &all_commands[189]};
+constexpr const Command *mac_query_commands[] = {&all_commands[209], &all_commands[210]};
 
 constexpr Field mac_query_fields[] = {
     {"from", FieldType::u32, 124, 4, "", 1, "how many of them to pass over"},
@@ -715,13 +763,13 @@ constexpr Field mac_query_fields[] = {
     {"mac", FieldType::mac, 148, 6, "", 1, "MAC address; zero all"},
 };
 
-constexpr const Command *mac_count_commands[] = {&all_commands[188], &all_commands[189]};
+constexpr const Command *mac_count_commands[] = {&all_commands[209], &all_commands[210]};
 
 constexpr Field mac_count_fields[] = {
     {"matching", FieldType::u32, 120, 4, "", 1, "entries that the query matches, shown or not"},
 };
 
-constexpr const Command *mac_ageing_commands[] = {&all_commands[187]};
+constexpr const Command *mac_ageing_commands[] = {&all_commands[208]};
 
 constexpr Field mac_ageing_fields[] = {
     {"entries", FieldType::u32, 112, 4, "", 1, "entries of both sides"},
@@ -760,7 +808,7 @@ constexpr Field whitelist_entry_fields[] = {
     {"loid", FieldType::text, 584, 25, "", 1, "the LOID that the ONU tells; empty while it is offline"},
 };
 
-constexpr const Command *loop_config_commands[] = {&all_commands[213]};
+constexpr const Command *loop_config_commands[] = {&all_commands[234]};
 
 constexpr Field loop_config_fields[] = {
     {"state", FieldType::u32, 20, 4, "", 1, "1 while loops are detected, else 0"},
@@ -773,13 +821,121 @@ constexpr Field loop_config_fields[] = {
     {"reserved", FieldType::bytes, 48, 52, "", 1, "zero"},
 };
 
-constexpr const Command *onu_wan_view_commands[] = {&all_commands[151]};
+constexpr const Command *loid_commands[] = {&all_commands[41]};
+
+constexpr Field loid_fields[] = {
+    {"loid", FieldType::text, 45, 64, "", 1, "LOID, 1 to 24 printable ASCII characters"},
+    {"password", FieldType::text, 109, 64, "", 1, "its password, at most 12 printable ASCII characters; may be empty"},
+};
+
+constexpr const Command *loid_delete_commands[] = {&all_commands[42]};
+
+constexpr Field loid_delete_fields[] = {
+    {"loid", FieldType::text, 45, 64, "", 1, "LOID, 1 to 24 printable ASCII characters"},
+};
+
+constexpr const Command *oui_commands[] = {&all_commands[52]};
+
+constexpr Field oui_fields[] = {
+    {"oui", FieldType::bytes, 429, 3, "", 1, "OUI in transmission order"},
+};
+
+constexpr const Command *uni_profile_commands[] = {&all_commands[32]};
+
+constexpr Field uni_profile_fields[] = {
+    {"admin", FieldType::u8, 429, 1, "", 1, "1 the port is on, 0 off"},
+    {"autoneg", FieldType::u8, 430, 1, "", 1, "1 the port negotiates speed and duplex, 0 it takes those that it is configured to"},
+    {"pause", FieldType::u8, 431, 1, "", 1, "flow control: 1 on, 0 off"},
+    {"up_cir", FieldType::u32, 432, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
+    {"up_cbs", FieldType::u32, 436, 4, "byte", 1, "upstream committed burst, 1522 to 16777215"},
+    {"up_ebs", FieldType::u32, 440, 4, "byte", 1, "upstream excess burst, at most 16777215"},
+    {"down_cir", FieldType::u32, 444, 4, "kbit/s", 1, "downstream committed rate, at most down_pir"},
+    {"down_pir", FieldType::u32, 448, 4, "kbit/s", 1, "downstream peak rate, which limits it, 1 to 999999"},
+    {"up_on", FieldType::u8, 452, 1, "", 1, "1 where upstream is limited, else 0: then its values do not count"},
+    {"down_on", FieldType::u8, 453, 1, "", 1, "the same of downstream"},
+    {"vlan_mode", FieldType::u8, 456, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
+    {"vlans", FieldType::u8, 457, 1, "", 1, "how many VLANs there are: 1 to 8 of a translation or trunk, else 0"},
+    {"pvid", FieldType::u16, 458, 2, "", 1, "VLAN of untagged frames, 1 to 4094"},
+    {"priority", FieldType::u8, 460, 1, "", 1, "802.1p priority of untagged frames, 0 to 7"},
+    {"tpid", FieldType::u16, 462, 2, "", 1, "type that a tag is known by, at least 1536; usually 33024 (8100h)"},
+    {"user_1", FieldType::u16, 464, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_1", FieldType::u16, 466, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_2", FieldType::u16, 468, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_2", FieldType::u16, 470, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_3", FieldType::u16, 472, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_3", FieldType::u16, 474, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_4", FieldType::u16, 476, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_4", FieldType::u16, 478, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_5", FieldType::u16, 480, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_5", FieldType::u16, 482, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_6", FieldType::u16, 484, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_6", FieldType::u16, 486, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_7", FieldType::u16, 488, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_7", FieldType::u16, 490, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_8", FieldType::u16, 492, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_8", FieldType::u16, 494, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+};
+
+constexpr const Command *onu_port_config_set_commands[] = {&all_commands[171]};
+
+constexpr Field onu_port_config_set_fields[] = {
+    {"profile", FieldType::u8, 352, 1, "", 1, "number of the UNI profile that the port takes, 1 to 32: then the rest does not count; 0 none"},
+    {"admin", FieldType::u8, 353, 1, "", 1, "1 the port is on, 0 off"},
+    {"autoneg", FieldType::u8, 354, 1, "", 1, "1 the port negotiates speed and duplex, 0 it takes those that it is configured to"},
+    {"pause", FieldType::u8, 355, 1, "", 1, "flow control: 1 on, 0 off"},
+    {"up_cir", FieldType::u32, 356, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
+    {"up_cbs", FieldType::u32, 360, 4, "byte", 1, "upstream committed burst, 1522 to 16777215"},
+    {"up_ebs", FieldType::u32, 364, 4, "byte", 1, "upstream excess burst, at most 16777215"},
+    {"down_cir", FieldType::u32, 368, 4, "kbit/s", 1, "downstream committed rate, at most down_pir"},
+    {"down_pir", FieldType::u32, 372, 4, "kbit/s", 1, "downstream peak rate, which limits it, 1 to 999999"},
+    {"up_on", FieldType::u8, 376, 1, "", 1, "1 where upstream is limited, else 0: then its values do not count"},
+    {"down_on", FieldType::u8, 377, 1, "", 1, "the same of downstream"},
+    {"vlan_mode", FieldType::u8, 380, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
+    {"vlans", FieldType::u8, 381, 1, "", 1, "how many VLANs there are: 1 to 8 of a translation or trunk, else 0"},
+    {"pvid", FieldType::u16, 382, 2, "", 1, "VLAN of untagged frames, 1 to 4094"},
+    {"priority", FieldType::u8, 384, 1, "", 1, "802.1p priority of untagged frames, 0 to 7"},
+    {"tpid", FieldType::u16, 386, 2, "", 1, "type that a tag is known by, at least 1536; usually 33024 (8100h)"},
+    {"user_1", FieldType::u16, 388, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_1", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_2", FieldType::u16, 392, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_2", FieldType::u16, 394, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_3", FieldType::u16, 396, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_3", FieldType::u16, 398, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_4", FieldType::u16, 400, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_4", FieldType::u16, 402, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_5", FieldType::u16, 404, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_5", FieldType::u16, 406, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_6", FieldType::u16, 408, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_6", FieldType::u16, 410, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_7", FieldType::u16, 412, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_7", FieldType::u16, 414, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+    {"user_8", FieldType::u16, 416, 2, "", 1, "VLAN at the UNI port, 1 to 4094, in ascending order; 0 behind the last"},
+    {"network_8", FieldType::u16, 418, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
+};
+
+constexpr const Command *onu_config_set_commands[] = {&all_commands[168]};
+
+constexpr Field onu_config_set_fields[] = {
+    {"parts", FieldType::u8, 352, 1, "", 1, "what is set, a sum, 1 to 15: 1 FEC, 2 multicast mode, 4 fast leave, 8 management address; the rest does not count"},
+    {"multicast", FieldType::u8, 353, 1, "", 1, "multicast mode: 0 IGMP/MLD snooping, 1 controllable multicast"},
+    {"fec", FieldType::u32, 356, 4, "", 1, "forward error correction: 2 on, 3 off"},
+    {"fast_leave", FieldType::u32, 360, 4, "", 1, "1 on, 0 off"},
+    {"address", FieldType::bytes, 364, 4, "", 1, "management address: IPv4 address of a host, neither the first nor the last of its network; with mode 0 this and the rest is 0"},
+    {"mask", FieldType::bytes, 368, 4, "", 1, "network mask, of 1 to 30 bits from the left"},
+    {"gateway", FieldType::bytes, 372, 4, "", 1, "IPv4 address of the gateway, another host of the network; 0 none"},
+    {"vlan", FieldType::u16, 376, 2, "", 1, "VLAN, 1 to 4094; 0 untagged"},
+    {"priority", FieldType::u8, 378, 1, "", 1, "802.1p priority, 0 to 7"},
+    {"mode", FieldType::u8, 379, 1, "", 1, "0 off, 1 static address"},
+    {"dscp", FieldType::u8, 380, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
+};
+
+constexpr const Command *onu_wan_view_commands[] = {&all_commands[172]};
 
 constexpr Field onu_wan_view_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the connection, 1 to 8; 0 all"},
 };
 
-constexpr const Command *onu_wan_commands[] = {&all_commands[152]};
+constexpr const Command *onu_wan_commands[] = {&all_commands[173]};
 
 constexpr Field onu_wan_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the connection, 1 to 8"},
@@ -794,7 +950,7 @@ constexpr Field onu_wan_fields[] = {
     {"name", FieldType::text, 372, 24, "", 1, "name, 1 to 23 bytes"},
 };
 
-constexpr const Command *onu_wlan_commands[] = {&all_commands[154]};
+constexpr const Command *onu_wlan_commands[] = {&all_commands[175]};
 
 constexpr Field onu_wlan_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the WLAN, 1 to 4"},
@@ -805,7 +961,7 @@ constexpr Field onu_wlan_fields[] = {
     {"name", FieldType::text, 356, 33, "", 1, "SSID, 1 to 32 bytes"},
 };
 
-constexpr const Command *onu_acl_commands[] = {&all_commands[158]};
+constexpr const Command *onu_acl_commands[] = {&all_commands[179]};
 
 constexpr Field onu_acl_fields[] = {
     {"index", FieldType::u32, 24, 4, "", 1, "number of the rule, 1 to 8"},
@@ -820,7 +976,7 @@ constexpr Field onu_acl_fields[] = {
     {"last_port", FieldType::u16, 374, 2, "", 1, "last one, at least first_port; 0 with first_port 0"},
 };
 
-constexpr const Command *onu_dhcp_commands[] = {&all_commands[160]};
+constexpr const Command *onu_dhcp_commands[] = {&all_commands[181]};
 
 constexpr Field onu_dhcp_fields[] = {
     {"enabled", FieldType::u8, 352, 1, "", 1, "1 enabled, else 0"},
@@ -831,7 +987,7 @@ constexpr Field onu_dhcp_fields[] = {
     {"last", FieldType::bytes, 372, 4, "", 1, "last one, at least the first; the gateway's is not among them"},
 };
 
-constexpr const Command *onu_sn_commands[] = {&all_commands[74]};
+constexpr const Command *onu_sn_commands[] = {&all_commands[95]};
 
 constexpr Field onu_sn_fields[] = {
     {"vendor", FieldType::text, 352, 4, "", 1, "vendor id"},
@@ -842,13 +998,13 @@ constexpr Field onu_sn_fields[] = {
     {"extended_model", FieldType::text, 390, 16, "", 1, "extended model: the model, and its user ports"},
 };
 
-constexpr const Command *onu_fw_commands[] = {&all_commands[75]};
+constexpr const Command *onu_fw_commands[] = {&all_commands[96]};
 
 constexpr Field onu_fw_fields[] = {
     {"version", FieldType::text, 352, 128, "", 1, "version of the firmware that runs: that of the software, after an upgrade the new one"},
 };
 
-constexpr const Command *onu_chip_id_commands[] = {&all_commands[76]};
+constexpr const Command *onu_chip_id_commands[] = {&all_commands[97]};
 
 constexpr Field onu_chip_id_fields[] = {
     {"vendor", FieldType::text, 352, 2, "", 1, "vendor id"},
@@ -857,7 +1013,7 @@ constexpr Field onu_chip_id_fields[] = {
     {"date", FieldType::bytes, 357, 3, "", 1, "date of its design, YYMMDD, a decimal digit each half of a byte"},
 };
 
-constexpr const Command *onu_cap_commands[] = {&all_commands[77]};
+constexpr const Command *onu_cap_commands[] = {&all_commands[98]};
 
 constexpr Field onu_cap_fields[] = {
     {"services", FieldType::u8, 352, 1, "", 1, "services: bit 0 GE, 1 FE, 2 VoIP, 3 TDM"},
@@ -874,7 +1030,7 @@ constexpr Field onu_cap_fields[] = {
     {"battery", FieldType::u8, 377, 1, "", 1, "1 where there is battery backup, else 0"},
 };
 
-constexpr const Command *onu_cap2_commands[] = {&all_commands[73]};
+constexpr const Command *onu_cap2_commands[] = {&all_commands[94]};
 
 constexpr Field onu_cap2_fields[] = {
     {"onu_type", FieldType::u32, 352, 4, "", 1, "0 SFU, 1 HGU, 2 SBU"},
@@ -904,7 +1060,7 @@ constexpr Field onu_cap2_fields[] = {
     {"battery", FieldType::u8, 415, 1, "", 1, "1 where there is battery backup, else 0"},
 };
 
-constexpr const Command *onu_mem_info_commands[] = {&all_commands[78]};
+constexpr const Command *onu_mem_info_commands[] = {&all_commands[99]};
 
 constexpr Field onu_mem_info_fields[] = {
     {"memory_total", FieldType::u32, 352, 4, "KiB", 1, "memory"},
@@ -913,7 +1069,7 @@ constexpr Field onu_mem_info_fields[] = {
     {"flash_free", FieldType::u32, 364, 4, "KiB", 1, "what of it is free"},
 };
 
-constexpr const Command *onu_device_info_commands[] = {&all_commands[105]};
+constexpr const Command *onu_device_info_commands[] = {&all_commands[126]};
 
 constexpr Field onu_device_info_fields[] = {
     {"mac", FieldType::mac, 352, 6, "", 1, "MAC address"},
@@ -937,7 +1093,7 @@ constexpr Field onu_device_info_fields[] = {
     {"chipset", FieldType::text, 444, 8, "", 1, "PON chip: vendor id and model number"},
 };
 
-constexpr const Command *onu_about_commands[] = {&all_commands[93]};
+constexpr const Command *onu_about_commands[] = {&all_commands[114]};
 
 constexpr Field onu_about_fields[] = {
     {"mac", FieldType::mac, 352, 6, "", 1, "MAC address"},
@@ -964,13 +1120,13 @@ constexpr Field onu_about_fields[] = {
     {"unis_up", FieldType::u32, 460, 4, "", 1, "how many of its UNI ports have a link; 0 unless it is online"},
 };
 
-constexpr const Command *onu_max_port_commands[] = {&all_commands[110]};
+constexpr const Command *onu_max_port_commands[] = {&all_commands[131]};
 
 constexpr Field onu_max_port_fields[] = {
     {"unis", FieldType::u8, 8, 1, "", 1, "number of UNI ports, 1 to 4"},
 };
 
-constexpr const Command *onu_optics_commands[] = {&all_commands[109]};
+constexpr const Command *onu_optics_commands[] = {&all_commands[130]};
 
 constexpr Field onu_optics_fields[] = {
     {"temperature", FieldType::s16, 352, 2, "degC", 0.00390625, "temperature, in 1/256 degC"},
@@ -980,7 +1136,7 @@ constexpr Field onu_optics_fields[] = {
     {"received_power", FieldType::u16, 360, 2, "uW", 0.1, "power received from the OLT"},
 };
 
-constexpr const Command *onu_image_part_commands[] = {&all_commands[90]};
+constexpr const Command *onu_image_part_commands[] = {&all_commands[111]};
 
 constexpr Field onu_image_part_fields[] = {
     {"offset", FieldType::u32, 352, 4, "bytes", 1, "where in the image the part begins: 0, or where the image has got to"},
@@ -990,7 +1146,7 @@ constexpr Field onu_image_part_fields[] = {
     {"data", FieldType::bytes, 384, 1504, "", 1, "the bytes of the image, from the left"},
 };
 
-constexpr const Command *onu_image_status_commands[] = {&all_commands[92]};
+constexpr const Command *onu_image_status_commands[] = {&all_commands[113]};
 
 constexpr Field onu_image_status_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 none, 1 receiving, 2 complete, 3 committed: the ONU runs it from its next restart on, 4 started: the ONU runs it, 5 failed verification"},
@@ -1001,7 +1157,7 @@ constexpr Field onu_image_status_fields[] = {
     {"progress", FieldType::u16, 370, 2, "%", 1, "how much of the image the ONU has received"},
 };
 
-constexpr const Command *onu_banks_commands[] = {&all_commands[97]};
+constexpr const Command *onu_banks_commands[] = {&all_commands[118]};
 
 constexpr Field onu_banks_fields[] = {
     {"version_1", FieldType::text, 352, 17, "", 1, "software version of the image"},
@@ -1018,14 +1174,14 @@ constexpr Field onu_banks_fields[] = {
     {"crc_2", FieldType::u32, 408, 4, "", 1, "CRC-32 of the image, while it is received of what has come. Of an image that was not pushed, the same for all ONUs of a vendor and model with the version"},
 };
 
-constexpr const Command *onu_image_update_commands[] = {&all_commands[145]};
+constexpr const Command *onu_image_update_commands[] = {&all_commands[166]};
 
 constexpr Field onu_image_update_fields[] = {
     {"bank", FieldType::u32, 352, 4, "", 1, "bank that the image goes to, 1 or 2, which must not be the active one; 0 the one that is not"},
     {"file", FieldType::text, 356, 256, "", 1, "file name of the image, as the upgrade type has it"},
 };
 
-constexpr const Command *onu_fast_leave_ability_commands[] = {&all_commands[117]};
+constexpr const Command *onu_fast_leave_ability_commands[] = {&all_commands[138]};
 
 constexpr Field onu_fast_leave_ability_fields[] = {
     {"number", FieldType::u32, 352, 4, "", 1, "how many of the words behind it count, 0 to 4; 0 where the ONU knows no multicast"},
@@ -1037,19 +1193,19 @@ constexpr Field onu_fast_leave_ability_fields[] = {
     {"ability_6", FieldType::u32, 376, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
 };
 
-constexpr const Command *onu_fast_leave_commands[] = {&all_commands[118]};
+constexpr const Command *onu_fast_leave_commands[] = {&all_commands[139]};
 
 constexpr Field onu_fast_leave_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 off, which it is until set; 1 on"},
 };
 
-constexpr const Command *onu_fast_leave_set_commands[] = {&all_commands[119]};
+constexpr const Command *onu_fast_leave_set_commands[] = {&all_commands[140]};
 
 constexpr Field onu_fast_leave_set_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 off: a port leaves a group once queries stay unanswered; 1 on: with the first leave message"},
 };
 
-constexpr const Command *onu_fast_leave_local_commands[] = {&all_commands[120]};
+constexpr const Command *onu_fast_leave_local_commands[] = {&all_commands[141]};
 
 constexpr Field onu_fast_leave_local_fields[] = {
     {"state", FieldType::u32, 352, 4, "", 1, "0 off, 1 on"},
@@ -1062,31 +1218,31 @@ constexpr Field onu_fast_leave_local_fields[] = {
     {"ability_6", FieldType::u32, 380, 4, "", 1, "0 leave with queries in snooping, 1 fast leave in snooping, 16 leave with queries in controllable multicast, 17 fast leave in controllable multicast"},
 };
 
-constexpr const Command *onu_mc_switch_commands[] = {&all_commands[121], &all_commands[123]};
+constexpr const Command *onu_mc_switch_commands[] = {&all_commands[142], &all_commands[144]};
 
 constexpr Field onu_mc_switch_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 IGMP/MLD snooping, which it is until set, and of kinds of ONUs without multicast; 1 controllable multicast"},
 };
 
-constexpr const Command *onu_mc_switch_set_commands[] = {&all_commands[122]};
+constexpr const Command *onu_mc_switch_set_commands[] = {&all_commands[143]};
 
 constexpr Field onu_mc_switch_set_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 IGMP/MLD snooping: users join what they like in the multicast VLANs of their UNI port; 1 controllable multicast: UNI ports join what the OLT tells"},
 };
 
-constexpr const Command *onu_mc_group_max_commands[] = {&all_commands[124], &all_commands[126]};
+constexpr const Command *onu_mc_group_max_commands[] = {&all_commands[145], &all_commands[147]};
 
 constexpr Field onu_mc_group_max_fields[] = {
     {"maximum", FieldType::u16, 352, 2, "", 1, "0 to 255; 32 until set, and 0 of kinds of ONUs without multicast"},
 };
 
-constexpr const Command *onu_mc_group_max_set_commands[] = {&all_commands[125]};
+constexpr const Command *onu_mc_group_max_set_commands[] = {&all_commands[146]};
 
 constexpr Field onu_mc_group_max_set_fields[] = {
     {"maximum", FieldType::u16, 352, 2, "", 1, "0 to 255; with 0 it joins none"},
 };
 
-constexpr const Command *onu_mc_vlan_mode_commands[] = {&all_commands[127], &all_commands[129]};
+constexpr const Command *onu_mc_vlan_mode_commands[] = {&all_commands[148], &all_commands[150]};
 
 constexpr Field onu_mc_vlan_mode_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 they stay, which it is until set; 1 they are stripped; 2 they are translated"},
@@ -1109,7 +1265,7 @@ constexpr Field onu_mc_vlan_mode_fields[] = {
     {"user_vlan_8", FieldType::u16, 384, 2, "", 1, "VLAN that its frames are tagged with at the port; 0 where the pair does not count"},
 };
 
-constexpr const Command *onu_mc_vlan_mode_set_commands[] = {&all_commands[128]};
+constexpr const Command *onu_mc_vlan_mode_set_commands[] = {&all_commands[149]};
 
 constexpr Field onu_mc_vlan_mode_set_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 they stay; 1 they are stripped; 2 they are translated"},
@@ -1132,7 +1288,7 @@ constexpr Field onu_mc_vlan_mode_set_fields[] = {
     {"user_vlan_8", FieldType::u16, 384, 2, "", 1, "VLAN that its frames are tagged with at the port, 1 to 4094; 0 where the pair does not count"},
 };
 
-constexpr const Command *onu_mc_vlan_commands[] = {&all_commands[130]};
+constexpr const Command *onu_mc_vlan_commands[] = {&all_commands[151]};
 
 constexpr Field onu_mc_vlan_fields[] = {
     {"operation", FieldType::u8, 352, 1, "", 1, "3: a list"},
@@ -1147,7 +1303,7 @@ constexpr Field onu_mc_vlan_fields[] = {
     {"vlan_8", FieldType::u16, 368, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
 };
 
-constexpr const Command *onu_mc_vlan_set_commands[] = {&all_commands[131]};
+constexpr const Command *onu_mc_vlan_set_commands[] = {&all_commands[152]};
 
 constexpr Field onu_mc_vlan_set_fields[] = {
     {"operation", FieldType::u8, 352, 1, "", 1, "0 delete these VLANs, 1 add them, 2 clear: delete all"},
@@ -1162,7 +1318,7 @@ constexpr Field onu_mc_vlan_set_fields[] = {
     {"vlan_8", FieldType::u16, 368, 2, "", 1, "the VLANs, 1 to 4094, each once; those that do not count are not read"},
 };
 
-constexpr const Command *onu_mc_vlan_local_commands[] = {&all_commands[132]};
+constexpr const Command *onu_mc_vlan_local_commands[] = {&all_commands[153]};
 
 constexpr Field onu_mc_vlan_local_fields[] = {
     {"vlan_1", FieldType::u16, 352, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
@@ -1175,7 +1331,7 @@ constexpr Field onu_mc_vlan_local_fields[] = {
     {"vlan_8", FieldType::u16, 366, 2, "", 1, "the VLANs in the order in which they were added, 1 to 4094; 0 behind the last"},
 };
 
-constexpr const Command *onu_mc_group_commands[] = {&all_commands[133]};
+constexpr const Command *onu_mc_group_commands[] = {&all_commands[154]};
 
 constexpr Field onu_mc_group_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "3: a list"},
@@ -1567,7 +1723,7 @@ constexpr Field onu_mc_group_fields[] = {
     {"group_128", FieldType::mac, 1630, 6, "", 1, "MAC address of the group"},
 };
 
-constexpr const Command *onu_mc_group_set_commands[] = {&all_commands[134]};
+constexpr const Command *onu_mc_group_set_commands[] = {&all_commands[155]};
 
 constexpr Field onu_mc_group_set_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "0 delete these entries, 1 add them, 2 clear: delete all"},
@@ -1959,19 +2115,19 @@ constexpr Field onu_mc_group_set_fields[] = {
     {"group_128", FieldType::mac, 1630, 6, "", 1, "MAC address of the group: 01:00:5e:* of IPv4, 33:33:* of IPv6; no entry twice"},
 };
 
-constexpr const Command *onu_switch_commands[] = {&all_commands[99], &all_commands[100]};
+constexpr const Command *onu_switch_commands[] = {&all_commands[120], &all_commands[121]};
 
 constexpr Field onu_switch_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_catv_state_commands[] = {&all_commands[98]};
+constexpr const Command *onu_catv_state_commands[] = {&all_commands[119]};
 
 constexpr Field onu_catv_state_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[101]};
+constexpr const Command *onu_perf_monitor_commands[] = {&all_commands[122]};
 
 constexpr Field onu_perf_monitor_fields[] = {
     {"state", FieldType::u16, 352, 2, "", 1, "1 on, 0 off"},
@@ -1979,7 +2135,7 @@ constexpr Field onu_perf_monitor_fields[] = {
     {"since", FieldType::u64, 360, 8, "ms", 1, "model time at which monitoring began; 0 while it is off"},
 };
 
-constexpr const Command *onu_performance_commands[] = {&all_commands[102], &all_commands[103]};
+constexpr const Command *onu_performance_commands[] = {&all_commands[123], &all_commands[124]};
 
 constexpr Field onu_performance_fields[] = {
     {"down_drop_events", FieldType::u64, 352, 8, "events", 1, "downstream drop events: each discarded frame is one"},
@@ -2021,7 +2177,7 @@ constexpr Field onu_performance_fields[] = {
     {"status_changes", FieldType::u64, 640, 8, "changes", 1, "changes of the link's state: not modelled, 0"},
 };
 
-constexpr const Command *onu_mgmt_commands[] = {&all_commands[111]};
+constexpr const Command *onu_mgmt_commands[] = {&all_commands[132]};
 
 constexpr Field onu_mgmt_fields[] = {
     {"address", FieldType::bytes, 352, 4, "", 1, "IPv4 address"},
@@ -2033,7 +2189,7 @@ constexpr Field onu_mgmt_fields[] = {
     {"dscp", FieldType::u8, 368, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
 };
 
-constexpr const Command *onu_mgmt_set_commands[] = {&all_commands[112]};
+constexpr const Command *onu_mgmt_set_commands[] = {&all_commands[133]};
 
 constexpr Field onu_mgmt_set_fields[] = {
     {"address", FieldType::bytes, 352, 4, "", 1, "IPv4 address of a host: neither the first nor the last of its network"},
@@ -2045,25 +2201,25 @@ constexpr Field onu_mgmt_set_fields[] = {
     {"dscp", FieldType::u8, 368, 1, "", 1, "DSCP of what the ONU sends, 0 to 63"},
 };
 
-constexpr const Command *onu_fec_commands[] = {&all_commands[142]};
+constexpr const Command *onu_fec_commands[] = {&all_commands[163]};
 
 constexpr Field onu_fec_fields[] = {
     {"mode", FieldType::u32, 352, 4, "", 1, "1 unknown: the ONU cannot correct errors; 2 enabled, 3 disabled"},
 };
 
-constexpr const Command *onu_fec_set_commands[] = {&all_commands[143]};
+constexpr const Command *onu_fec_set_commands[] = {&all_commands[164]};
 
 constexpr Field onu_fec_set_fields[] = {
     {"mode", FieldType::u32, 352, 4, "", 1, "2 enabled, 3 disabled"},
 };
 
-constexpr const Command *onu_fec_ability_commands[] = {&all_commands[144]};
+constexpr const Command *onu_fec_ability_commands[] = {&all_commands[165]};
 
 constexpr Field onu_fec_ability_fields[] = {
     {"ability", FieldType::u32, 352, 4, "", 1, "2 supported, 3 not supported"},
 };
 
-constexpr const Command *onu_time_commands[] = {&all_commands[95]};
+constexpr const Command *onu_time_commands[] = {&all_commands[116]};
 
 constexpr Field onu_time_fields[] = {
     {"server", FieldType::bytes, 352, 4, "", 1, "IPv4 address of the time server; 0 none"},
@@ -2074,7 +2230,7 @@ constexpr Field onu_time_fields[] = {
     {"summer", FieldType::u8, 367, 1, "", 1, "1 while summer time adds an hour to the zone, else 0"},
 };
 
-constexpr const Command *onu_time_set_commands[] = {&all_commands[96]};
+constexpr const Command *onu_time_set_commands[] = {&all_commands[117]};
 
 constexpr Field onu_time_set_fields[] = {
     {"server", FieldType::bytes, 352, 4, "", 1, "IPv4 address of the time server; 0 none, in mode 0 only"},
@@ -2085,7 +2241,7 @@ constexpr Field onu_time_set_fields[] = {
     {"summer", FieldType::u8, 367, 1, "", 1, "1 while summer time adds an hour to the zone, else 0"},
 };
 
-constexpr const Command *onu_sla_commands[] = {&all_commands[89]};
+constexpr const Command *onu_sla_commands[] = {&all_commands[110]};
 
 constexpr Field onu_sla_fields[] = {
     {"operation", FieldType::u8, 352, 1, "", 1, "1 where the OLT has an SLA stored, 0 where the default holds"},
@@ -2143,49 +2299,49 @@ constexpr Field onu_sla_fields[] = {
     {"best_effort_8", FieldType::u16, 438, 2, "kbit/s", 64, "bandwidth that is never exceeded"},
 };
 
-constexpr const Command *onu_multi_llid_commands[] = {&all_commands[79]};
+constexpr const Command *onu_multi_llid_commands[] = {&all_commands[100]};
 
 constexpr Field onu_multi_llid_fields[] = {
     {"llids", FieldType::u32, 24, 4, "", 1, "how many, 1 to 8; 1 at first"},
 };
 
-constexpr const Command *oam_print_commands[] = {&all_commands[205]};
+constexpr const Command *oam_print_commands[] = {&all_commands[226]};
 
 constexpr Field oam_print_fields[] = {
     {"level", FieldType::u32, 24, 4, "", 1, "0 nothing, as at first; 1 errors, 2 errors and messages"},
 };
 
-constexpr const Command *onu_alarm_test_commands[] = {&all_commands[104]};
+constexpr const Command *onu_alarm_test_commands[] = {&all_commands[125]};
 
 constexpr Field onu_alarm_test_fields[] = {
     {"alarm", FieldType::u32, 24, 4, "", 1, "an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 10 deregistered"},
 };
 
-constexpr const Command *onu_admin_state_commands[] = {&all_commands[80]};
+constexpr const Command *onu_admin_state_commands[] = {&all_commands[101]};
 
 constexpr Field onu_admin_state_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_admin_state_set_commands[] = {&all_commands[81]};
+constexpr const Command *onu_admin_state_set_commands[] = {&all_commands[102]};
 
 constexpr Field onu_admin_state_set_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_autoneg_commands[] = {&all_commands[82]};
+constexpr const Command *onu_autoneg_commands[] = {&all_commands[103]};
 
 constexpr Field onu_autoneg_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_autoneg_set_commands[] = {&all_commands[83]};
+constexpr const Command *onu_autoneg_set_commands[] = {&all_commands[104]};
 
 constexpr Field onu_autoneg_set_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_autoneg_local_commands[] = {&all_commands[84]};
+constexpr const Command *onu_autoneg_local_commands[] = {&all_commands[105]};
 
 constexpr Field onu_autoneg_local_fields[] = {
     {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
@@ -2196,7 +2352,7 @@ constexpr Field onu_autoneg_local_fields[] = {
     {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
 };
 
-constexpr const Command *onu_autoneg_adv_commands[] = {&all_commands[85]};
+constexpr const Command *onu_autoneg_adv_commands[] = {&all_commands[106]};
 
 constexpr Field onu_autoneg_adv_fields[] = {
     {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
@@ -2207,7 +2363,7 @@ constexpr Field onu_autoneg_adv_fields[] = {
     {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
 };
 
-constexpr const Command *onu_autoneg_adv_set_commands[] = {&all_commands[86]};
+constexpr const Command *onu_autoneg_adv_set_commands[] = {&all_commands[107]};
 
 constexpr Field onu_autoneg_adv_set_fields[] = {
     {"count", FieldType::u32, 352, 4, "", 1, "how many abilities there are, 1 to 5"},
@@ -2218,19 +2374,19 @@ constexpr Field onu_autoneg_adv_set_fields[] = {
     {"ability_5", FieldType::u32, 372, 4, "", 1, "AutoNegTechnology of IEEE 802.3, Annex 30B: 14 10BASE-T, 142 10BASE-T full duplex, 25 100BASE-TX, 252 100BASE-TX full duplex, 402 1000BASE-T full duplex; 0 behind the last"},
 };
 
-constexpr const Command *onu_pause_commands[] = {&all_commands[140]};
+constexpr const Command *onu_pause_commands[] = {&all_commands[161]};
 
 constexpr Field onu_pause_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_pause_set_commands[] = {&all_commands[141]};
+constexpr const Command *onu_pause_set_commands[] = {&all_commands[162]};
 
 constexpr Field onu_pause_set_fields[] = {
     {"on", FieldType::u8, 352, 1, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_phy_info_commands[] = {&all_commands[94]};
+constexpr const Command *onu_phy_info_commands[] = {&all_commands[115]};
 
 constexpr Field onu_phy_info_fields[] = {
     {"link", FieldType::u32, 352, 4, "", 1, "1 while there is a link, else 0"},
@@ -2241,7 +2397,7 @@ constexpr Field onu_phy_info_fields[] = {
     {"pause", FieldType::u32, 372, 4, "", 1, "1 while there is flow control: it is on, and the link is full duplex"},
 };
 
-constexpr const Command *onu_rate_limit_commands[] = {&all_commands[113]};
+constexpr const Command *onu_rate_limit_commands[] = {&all_commands[134]};
 
 constexpr Field onu_rate_limit_fields[] = {
     {"up_cir", FieldType::u32, 352, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
@@ -2253,7 +2409,7 @@ constexpr Field onu_rate_limit_fields[] = {
     {"down_on", FieldType::u8, 373, 1, "", 1, "the same of downstream"},
 };
 
-constexpr const Command *onu_rate_limit_set_commands[] = {&all_commands[114]};
+constexpr const Command *onu_rate_limit_set_commands[] = {&all_commands[135]};
 
 constexpr Field onu_rate_limit_set_fields[] = {
     {"up_cir", FieldType::u32, 352, 4, "kbit/s", 1, "upstream committed rate, 1 to 999999"},
@@ -2265,20 +2421,20 @@ constexpr Field onu_rate_limit_set_fields[] = {
     {"down_on", FieldType::u8, 373, 1, "", 1, "the same of downstream"},
 };
 
-constexpr const Command *onu_loop_detect_commands[] = {&all_commands[115]};
+constexpr const Command *onu_loop_detect_commands[] = {&all_commands[136]};
 
 constexpr Field onu_loop_detect_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, which it is until it is told otherwise; 0 off"},
     {"state", FieldType::u32, 356, 4, "", 1, "0 no loop, 1 a loop is there, 2 the port is shut for one"},
 };
 
-constexpr const Command *onu_loop_detect_set_commands[] = {&all_commands[116]};
+constexpr const Command *onu_loop_detect_set_commands[] = {&all_commands[137]};
 
 constexpr Field onu_loop_detect_set_fields[] = {
     {"on", FieldType::u32, 352, 4, "", 1, "1 on, 0 off"},
 };
 
-constexpr const Command *onu_vlan_commands[] = {&all_commands[106]};
+constexpr const Command *onu_vlan_commands[] = {&all_commands[127]};
 
 constexpr Field onu_vlan_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
@@ -2304,7 +2460,7 @@ constexpr Field onu_vlan_fields[] = {
     {"network_8", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
 };
 
-constexpr const Command *onu_vlan_set_commands[] = {&all_commands[107]};
+constexpr const Command *onu_vlan_set_commands[] = {&all_commands[128]};
 
 constexpr Field onu_vlan_set_fields[] = {
     {"mode", FieldType::u8, 352, 1, "", 1, "0 transparent, 1 tag, 2 translation, 3 trunk"},
@@ -2330,7 +2486,7 @@ constexpr Field onu_vlan_set_fields[] = {
     {"network_8", FieldType::u16, 390, 2, "", 1, "the same beyond the ONU: of a translation another for each, of a trunk that of the user"},
 };
 
-constexpr const Command *onu_classification_commands[] = {&all_commands[87]};
+constexpr const Command *onu_classification_commands[] = {&all_commands[108]};
 
 constexpr Field onu_classification_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1"},
@@ -2473,7 +2629,7 @@ constexpr Field onu_classification_fields[] = {
     {"operator_d_8", FieldType::u8, 649, 1, "", 1, "its operator"},
 };
 
-constexpr const Command *onu_classification_set_commands[] = {&all_commands[88]};
+constexpr const Command *onu_classification_set_commands[] = {&all_commands[109]};
 
 constexpr Field onu_classification_set_fields[] = {
     {"action", FieldType::u8, 352, 1, "", 1, "in requests: 0 deletes the rules with these precedences, 1 adds these, in the place of any of the same precedence, 2 deletes all (and has none); in answers 1"},
@@ -2616,7 +2772,7 @@ constexpr Field onu_classification_set_fields[] = {
     {"operator_d_8", FieldType::u8, 649, 1, "", 1, "its operator"},
 };
 
-constexpr const Command *optics_diagnostics_commands[] = {&all_commands[190]};
+constexpr const Command *optics_diagnostics_commands[] = {&all_commands[211]};
 
 constexpr Field optics_diagnostics_fields[] = {
     {"temperature", FieldType::s32, 124, 4, "degC", 0.01, "temperature"},
@@ -2641,7 +2797,7 @@ constexpr Field optics_diagnostics_fields[] = {
     {"lol_level", FieldType::s32, 176, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *optics_rssi_commands[] = {&all_commands[191]};
+constexpr const Command *optics_rssi_commands[] = {&all_commands[212]};
 
 constexpr Field optics_rssi_fields[] = {
     {"mac", FieldType::mac, 124, 6, "", 1, "MAC address of the ONU"},
@@ -2662,7 +2818,7 @@ constexpr Field optics_rssi_fields[] = {
     {"state", FieldType::u32, 184, 4, "", 1, "of the received power: 0 within the thresholds, 1 low warning, 2 low alarm, 3 high warning, 4 high alarm"},
 };
 
-constexpr const Command *sfp_info_commands[] = {&all_commands[192]};
+constexpr const Command *sfp_info_commands[] = {&all_commands[213]};
 
 constexpr Field sfp_info_fields[] = {
     {"cage", FieldType::u32, 124, 4, "", 1, "SFP cage number"},
@@ -2721,7 +2877,7 @@ constexpr Field sfp_info_fields[] = {
     {"lol_level", FieldType::s32, 584, 4, "dBm", 0.01, "LOL level: received power below it counts as loss of light"},
 };
 
-constexpr const Command *opm_trigger_commands[] = {&all_commands[181]};
+constexpr const Command *opm_trigger_commands[] = {&all_commands[202]};
 
 constexpr Field opm_trigger_fields[] = {
     {"samples", FieldType::u32, 124, 4, "", 1, "how many samples to take, at most 100; 0 is 1"},
@@ -2729,20 +2885,20 @@ constexpr Field opm_trigger_fields[] = {
     {"delay", FieldType::u32, 132, 4, "ms", 1, "time before the first, at most 3600000"},
 };
 
-constexpr const Command *lao_mode_commands[] = {&all_commands[183]};
+constexpr const Command *lao_mode_commands[] = {&all_commands[204]};
 
 constexpr Field lao_mode_fields[] = {
     {"reserved", FieldType::bytes, 124, 12, "", 1, "zero"},
 };
 
-constexpr const Command *lol_mode_commands[] = {&all_commands[184]};
+constexpr const Command *lol_mode_commands[] = {&all_commands[205]};
 
 constexpr Field lol_mode_fields[] = {
     {"level", FieldType::s32, 124, 4, "dBm", 0.01, "the level of mode 1, -40 to 0; 0 in mode 0"},
     {"reserved", FieldType::bytes, 128, 4, "", 1, "zero"},
 };
 
-constexpr const Command *optical_status_commands[] = {&all_commands[163]};
+constexpr const Command *optical_status_commands[] = {&all_commands[184]};
 
 constexpr Field optical_status_fields[] = {
     {"valid", FieldType::u8, 124, 1, "", 1, "1; 0 makes the debug layer forget what it was told, and the rest does not count"},
@@ -2757,13 +2913,13 @@ constexpr Field optical_status_fields[] = {
     {"time", FieldType::u64, 148, 8, "ms", 1, "when it was measured"},
 };
 
-constexpr const Command *pon_laser_commands[] = {&all_commands[62]};
+constexpr const Command *pon_laser_commands[] = {&all_commands[83]};
 
 constexpr Field pon_laser_fields[] = {
     {"state", FieldType::u32, 124, 4, "", 1, "0 off by TX disable, 1 on, 2 on in spite of TX disable by LAO mode"},
 };
 
-constexpr const Command *pon_phy_commands[] = {&all_commands[61]};
+constexpr const Command *pon_phy_commands[] = {&all_commands[82]};
 
 constexpr Field pon_phy_fields[] = {
     {"laser", FieldType::u8, 124, 1, "", 1, "1 while the laser is on"},
@@ -2778,7 +2934,7 @@ constexpr Field pon_phy_fields[] = {
     {"wavelength", FieldType::u16, 134, 2, "nm", 1, "wavelength of the laser"},
 };
 
-constexpr const Command *i2c_read_commands[] = {&all_commands[66]};
+constexpr const Command *i2c_read_commands[] = {&all_commands[87]};
 
 constexpr Field i2c_read_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -2788,7 +2944,7 @@ constexpr Field i2c_read_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "not read"},
 };
 
-constexpr const Command *i2c_bytes_commands[] = {&all_commands[66]};
+constexpr const Command *i2c_bytes_commands[] = {&all_commands[87]};
 
 constexpr Field i2c_bytes_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -2798,7 +2954,7 @@ constexpr Field i2c_bytes_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes; behind them zero"},
 };
 
-constexpr const Command *i2c_write_commands[] = {&all_commands[67]};
+constexpr const Command *i2c_write_commands[] = {&all_commands[88]};
 
 constexpr Field i2c_write_fields[] = {
     {"address", FieldType::u32, 124, 4, "", 1, "bus address, 0xa0 or 0xa2"},
@@ -2808,7 +2964,325 @@ constexpr Field i2c_write_fields[] = {
     {"data", FieldType::bytes, 140, 128, "", 1, "the bytes to write"},
 };
 
-constexpr const Command *upgrade_type_commands[] = {&all_commands[197]};
+constexpr const Command *profile_line_commands[] = {&all_commands[57]};
+
+constexpr Field profile_line_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name, at least one character: UTF-8 without control characters"},
+    {"id", FieldType::u32, 56, 4, "", 1, "number, 1 to 256, that no other of the kind has; 0: the profile keeps the one it has, and a new one gets the lowest that is free"},
+    {"vlan", FieldType::u32, 60, 4, "", 1, "VLAN of the service, 1 to 4094; 0 untagged"},
+    {"priority", FieldType::u32, 64, 4, "", 1, "802.1p priority, 0 to 7"},
+    {"upstream", FieldType::u32, 68, 4, "kbit/s", 1, "maximum upstream rate, 1 to 1000000; 0 no limit"},
+    {"downstream", FieldType::u32, 72, 4, "kbit/s", 1, "maximum downstream rate, 1 to 1000000; 0 no limit"},
+    {"mac_limit", FieldType::u32, 76, 4, "", 1, "MAC addresses that may be learnt, 1 to 1024; 0 no limit"},
+};
+
+constexpr const Command *profile_line_fetched_commands[] = {&all_commands[58]};
+
+constexpr Field profile_line_fetched_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name, at least one character: UTF-8 without control characters"},
+    {"id", FieldType::u32, 56, 4, "", 1, "number, 1 to 256"},
+    {"vlan", FieldType::u32, 60, 4, "", 1, "VLAN of the service, 1 to 4094; 0 untagged"},
+    {"priority", FieldType::u32, 64, 4, "", 1, "802.1p priority, 0 to 7"},
+    {"upstream", FieldType::u32, 68, 4, "kbit/s", 1, "maximum upstream rate, 1 to 1000000; 0 no limit"},
+    {"downstream", FieldType::u32, 72, 4, "kbit/s", 1, "maximum downstream rate, 1 to 1000000; 0 no limit"},
+    {"mac_limit", FieldType::u32, 76, 4, "", 1, "MAC addresses that may be learnt, 1 to 1024; 0 no limit"},
+};
+
+constexpr const Command *profile_sla_commands[] = {&all_commands[63]};
+
+constexpr Field profile_sla_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name, at least one character: UTF-8 without control characters"},
+    {"id", FieldType::u32, 56, 4, "", 1, "number, 1 to 256, that no other of the kind has; 0: the profile keeps the one it has, and a new one gets the lowest that is free"},
+    {"fixed", FieldType::u32, 60, 4, "kbit/s", 1, "fixed bandwidth, at most 1000000"},
+    {"assured", FieldType::u32, 64, 4, "kbit/s", 1, "assured bandwidth beside the fixed, at most 1000000"},
+    {"maximum", FieldType::u32, 68, 4, "kbit/s", 1, "maximum bandwidth, 1 to 1000000"},
+    {"priority", FieldType::u32, 72, 4, "", 1, "priority, 0 to 7"},
+    {"weight", FieldType::u32, 76, 4, "", 1, "weight, 1 to 100"},
+};
+
+constexpr const Command *profile_sla_fetched_commands[] = {&all_commands[64]};
+
+constexpr Field profile_sla_fetched_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name, at least one character: UTF-8 without control characters"},
+    {"id", FieldType::u32, 56, 4, "", 1, "number, 1 to 256"},
+    {"fixed", FieldType::u32, 60, 4, "kbit/s", 1, "fixed bandwidth, at most 1000000"},
+    {"assured", FieldType::u32, 64, 4, "kbit/s", 1, "assured bandwidth beside the fixed, at most 1000000"},
+    {"maximum", FieldType::u32, 68, 4, "kbit/s", 1, "maximum bandwidth, 1 to 1000000"},
+    {"priority", FieldType::u32, 72, 4, "", 1, "priority, 0 to 7"},
+    {"weight", FieldType::u32, 76, 4, "", 1, "weight, 1 to 100"},
+};
+
+constexpr const Command *profile_alarm_commands[] = {&all_commands[69]};
+
+constexpr Field profile_alarm_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name, at least one character: UTF-8 without control characters"},
+    {"id", FieldType::u32, 56, 4, "", 1, "number, 1 to 256, that no other of the kind has; 0: the profile keeps the one it has, and a new one gets the lowest that is free"},
+    {"temperature_low", FieldType::s32, 60, 4, "degC", 0.01, "low alarm threshold of the temperature, -40 to 120 degC"},
+    {"temperature_high", FieldType::s32, 64, 4, "degC", 0.01, "high alarm threshold of the temperature, -40 to 120 degC"},
+    {"launch_power_low", FieldType::s32, 68, 4, "dBm", 0.01, "low alarm threshold of the launch power, -40 to 10 dBm"},
+    {"launch_power_high", FieldType::s32, 72, 4, "dBm", 0.01, "high alarm threshold of the launch power, -40 to 10 dBm"},
+    {"received_power_low", FieldType::s32, 76, 4, "dBm", 0.01, "low alarm threshold of the received power, -40 to 10 dBm"},
+    {"received_power_high", FieldType::s32, 80, 4, "dBm", 0.01, "high alarm threshold of the received power, -40 to 10 dBm"},
+};
+
+constexpr const Command *profile_alarm_fetched_commands[] = {&all_commands[70]};
+
+constexpr Field profile_alarm_fetched_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name, at least one character: UTF-8 without control characters"},
+    {"id", FieldType::u32, 56, 4, "", 1, "number, 1 to 256"},
+    {"temperature_low", FieldType::s32, 60, 4, "degC", 0.01, "low alarm threshold of the temperature, -40 to 120 degC"},
+    {"temperature_high", FieldType::s32, 64, 4, "degC", 0.01, "high alarm threshold of the temperature, -40 to 120 degC"},
+    {"launch_power_low", FieldType::s32, 68, 4, "dBm", 0.01, "low alarm threshold of the launch power, -40 to 10 dBm"},
+    {"launch_power_high", FieldType::s32, 72, 4, "dBm", 0.01, "high alarm threshold of the launch power, -40 to 10 dBm"},
+    {"received_power_low", FieldType::s32, 76, 4, "dBm", 0.01, "low alarm threshold of the received power, -40 to 10 dBm"},
+    {"received_power_high", FieldType::s32, 80, 4, "dBm", 0.01, "high alarm threshold of the received power, -40 to 10 dBm"},
+};
+
+constexpr const Command *profile_name_commands[] = {&all_commands[58], &all_commands[59], &all_commands[64], &all_commands[65], &all_commands[70], &all_commands[71]};
+
+constexpr Field profile_name_fields[] = {
+    {"name", FieldType::text, 24, 32, "", 1, "name of the profile"},
+};
+
+constexpr const Command *profile_list_from_commands[] = {&all_commands[60], &all_commands[66], &all_commands[72]};
+
+constexpr Field profile_list_from_fields[] = {
+    {"from", FieldType::u32, 24, 4, "", 1, "least number that is listed"},
+};
+
+constexpr const Command *profile_list_commands[] = {&all_commands[60], &all_commands[66], &all_commands[72]};
+
+constexpr Field profile_list_fields[] = {
+    {"listed", FieldType::u32, 24, 4, "", 1, "how many follow, at most 113"},
+    {"id_1", FieldType::u32, 28, 4, "", 1, "number"},
+    {"name_1", FieldType::text, 32, 32, "", 1, "name"},
+    {"id_2", FieldType::u32, 64, 4, "", 1, "number"},
+    {"name_2", FieldType::text, 68, 32, "", 1, "name"},
+    {"id_3", FieldType::u32, 100, 4, "", 1, "number"},
+    {"name_3", FieldType::text, 104, 32, "", 1, "name"},
+    {"id_4", FieldType::u32, 136, 4, "", 1, "number"},
+    {"name_4", FieldType::text, 140, 32, "", 1, "name"},
+    {"id_5", FieldType::u32, 172, 4, "", 1, "number"},
+    {"name_5", FieldType::text, 176, 32, "", 1, "name"},
+    {"id_6", FieldType::u32, 208, 4, "", 1, "number"},
+    {"name_6", FieldType::text, 212, 32, "", 1, "name"},
+    {"id_7", FieldType::u32, 244, 4, "", 1, "number"},
+    {"name_7", FieldType::text, 248, 32, "", 1, "name"},
+    {"id_8", FieldType::u32, 280, 4, "", 1, "number"},
+    {"name_8", FieldType::text, 284, 32, "", 1, "name"},
+    {"id_9", FieldType::u32, 316, 4, "", 1, "number"},
+    {"name_9", FieldType::text, 320, 32, "", 1, "name"},
+    {"id_10", FieldType::u32, 352, 4, "", 1, "number"},
+    {"name_10", FieldType::text, 356, 32, "", 1, "name"},
+    {"id_11", FieldType::u32, 388, 4, "", 1, "number"},
+    {"name_11", FieldType::text, 392, 32, "", 1, "name"},
+    {"id_12", FieldType::u32, 424, 4, "", 1, "number"},
+    {"name_12", FieldType::text, 428, 32, "", 1, "name"},
+    {"id_13", FieldType::u32, 460, 4, "", 1, "number"},
+    {"name_13", FieldType::text, 464, 32, "", 1, "name"},
+    {"id_14", FieldType::u32, 496, 4, "", 1, "number"},
+    {"name_14", FieldType::text, 500, 32, "", 1, "name"},
+    {"id_15", FieldType::u32, 532, 4, "", 1, "number"},
+    {"name_15", FieldType::text, 536, 32, "", 1, "name"},
+    {"id_16", FieldType::u32, 568, 4, "", 1, "number"},
+    {"name_16", FieldType::text, 572, 32, "", 1, "name"},
+    {"id_17", FieldType::u32, 604, 4, "", 1, "number"},
+    {"name_17", FieldType::text, 608, 32, "", 1, "name"},
+    {"id_18", FieldType::u32, 640, 4, "", 1, "number"},
+    {"name_18", FieldType::text, 644, 32, "", 1, "name"},
+    {"id_19", FieldType::u32, 676, 4, "", 1, "number"},
+    {"name_19", FieldType::text, 680, 32, "", 1, "name"},
+    {"id_20", FieldType::u32, 712, 4, "", 1, "number"},
+    {"name_20", FieldType::text, 716, 32, "", 1, "name"},
+    {"id_21", FieldType::u32, 748, 4, "", 1, "number"},
+    {"name_21", FieldType::text, 752, 32, "", 1, "name"},
+    {"id_22", FieldType::u32, 784, 4, "", 1, "number"},
+    {"name_22", FieldType::text, 788, 32, "", 1, "name"},
+    {"id_23", FieldType::u32, 820, 4, "", 1, "number"},
+    {"name_23", FieldType::text, 824, 32, "", 1, "name"},
+    {"id_24", FieldType::u32, 856, 4, "", 1, "number"},
+    {"name_24", FieldType::text, 860, 32, "", 1, "name"},
+    {"id_25", FieldType::u32, 892, 4, "", 1, "number"},
+    {"name_25", FieldType::text, 896, 32, "", 1, "name"},
+    {"id_26", FieldType::u32, 928, 4, "", 1, "number"},
+    {"name_26", FieldType::text, 932, 32, "", 1, "name"},
+    {"id_27", FieldType::u32, 964, 4, "", 1, "number"},
+    {"name_27", FieldType::text, 968, 32, "", 1, "name"},
+    {"id_28", FieldType::u32, 1000, 4, "", 1, "number"},
+    {"name_28", FieldType::text, 1004, 32, "", 1, "name"},
+    {"id_29", FieldType::u32, 1036, 4, "", 1, "number"},
+    {"name_29", FieldType::text, 1040, 32, "", 1, "name"},
+    {"id_30", FieldType::u32, 1072, 4, "", 1, "number"},
+    {"name_30", FieldType::text, 1076, 32, "", 1, "name"},
+    {"id_31", FieldType::u32, 1108, 4, "", 1, "number"},
+    {"name_31", FieldType::text, 1112, 32, "", 1, "name"},
+    {"id_32", FieldType::u32, 1144, 4, "", 1, "number"},
+    {"name_32", FieldType::text, 1148, 32, "", 1, "name"},
+    {"id_33", FieldType::u32, 1180, 4, "", 1, "number"},
+    {"name_33", FieldType::text, 1184, 32, "", 1, "name"},
+    {"id_34", FieldType::u32, 1216, 4, "", 1, "number"},
+    {"name_34", FieldType::text, 1220, 32, "", 1, "name"},
+    {"id_35", FieldType::u32, 1252, 4, "", 1, "number"},
+    {"name_35", FieldType::text, 1256, 32, "", 1, "name"},
+    {"id_36", FieldType::u32, 1288, 4, "", 1, "number"},
+    {"name_36", FieldType::text, 1292, 32, "", 1, "name"},
+    {"id_37", FieldType::u32, 1324, 4, "", 1, "number"},
+    {"name_37", FieldType::text, 1328, 32, "", 1, "name"},
+    {"id_38", FieldType::u32, 1360, 4, "", 1, "number"},
+    {"name_38", FieldType::text, 1364, 32, "", 1, "name"},
+    {"id_39", FieldType::u32, 1396, 4, "", 1, "number"},
+    {"name_39", FieldType::text, 1400, 32, "", 1, "name"},
+    {"id_40", FieldType::u32, 1432, 4, "", 1, "number"},
+    {"name_40", FieldType::text, 1436, 32, "", 1, "name"},
+    {"id_41", FieldType::u32, 1468, 4, "", 1, "number"},
+    {"name_41", FieldType::text, 1472, 32, "", 1, "name"},
+    {"id_42", FieldType::u32, 1504, 4, "", 1, "number"},
+    {"name_42", FieldType::text, 1508, 32, "", 1, "name"},
+    {"id_43", FieldType::u32, 1540, 4, "", 1, "number"},
+    {"name_43", FieldType::text, 1544, 32, "", 1, "name"},
+    {"id_44", FieldType::u32, 1576, 4, "", 1, "number"},
+    {"name_44", FieldType::text, 1580, 32, "", 1, "name"},
+    {"id_45", FieldType::u32, 1612, 4, "", 1, "number"},
+    {"name_45", FieldType::text, 1616, 32, "", 1, "name"},
+    {"id_46", FieldType::u32, 1648, 4, "", 1, "number"},
+    {"name_46", FieldType::text, 1652, 32, "", 1, "name"},
+    {"id_47", FieldType::u32, 1684, 4, "", 1, "number"},
+    {"name_47", FieldType::text, 1688, 32, "", 1, "name"},
+    {"id_48", FieldType::u32, 1720, 4, "", 1, "number"},
+    {"name_48", FieldType::text, 1724, 32, "", 1, "name"},
+    {"id_49", FieldType::u32, 1756, 4, "", 1, "number"},
+    {"name_49", FieldType::text, 1760, 32, "", 1, "name"},
+    {"id_50", FieldType::u32, 1792, 4, "", 1, "number"},
+    {"name_50", FieldType::text, 1796, 32, "", 1, "name"},
+    {"id_51", FieldType::u32, 1828, 4, "", 1, "number"},
+    {"name_51", FieldType::text, 1832, 32, "", 1, "name"},
+    {"id_52", FieldType::u32, 1864, 4, "", 1, "number"},
+    {"name_52", FieldType::text, 1868, 32, "", 1, "name"},
+    {"id_53", FieldType::u32, 1900, 4, "", 1, "number"},
+    {"name_53", FieldType::text, 1904, 32, "", 1, "name"},
+    {"id_54", FieldType::u32, 1936, 4, "", 1, "number"},
+    {"name_54", FieldType::text, 1940, 32, "", 1, "name"},
+    {"id_55", FieldType::u32, 1972, 4, "", 1, "number"},
+    {"name_55", FieldType::text, 1976, 32, "", 1, "name"},
+    {"id_56", FieldType::u32, 2008, 4, "", 1, "number"},
+    {"name_56", FieldType::text, 2012, 32, "", 1, "name"},
+    {"id_57", FieldType::u32, 2044, 4, "", 1, "number"},
+    {"name_57", FieldType::text, 2048, 32, "", 1, "name"},
+    {"id_58", FieldType::u32, 2080, 4, "", 1, "number"},
+    {"name_58", FieldType::text, 2084, 32, "", 1, "name"},
+    {"id_59", FieldType::u32, 2116, 4, "", 1, "number"},
+    {"name_59", FieldType::text, 2120, 32, "", 1, "name"},
+    {"id_60", FieldType::u32, 2152, 4, "", 1, "number"},
+    {"name_60", FieldType::text, 2156, 32, "", 1, "name"},
+    {"id_61", FieldType::u32, 2188, 4, "", 1, "number"},
+    {"name_61", FieldType::text, 2192, 32, "", 1, "name"},
+    {"id_62", FieldType::u32, 2224, 4, "", 1, "number"},
+    {"name_62", FieldType::text, 2228, 32, "", 1, "name"},
+    {"id_63", FieldType::u32, 2260, 4, "", 1, "number"},
+    {"name_63", FieldType::text, 2264, 32, "", 1, "name"},
+    {"id_64", FieldType::u32, 2296, 4, "", 1, "number"},
+    {"name_64", FieldType::text, 2300, 32, "", 1, "name"},
+    {"id_65", FieldType::u32, 2332, 4, "", 1, "number"},
+    {"name_65", FieldType::text, 2336, 32, "", 1, "name"},
+    {"id_66", FieldType::u32, 2368, 4, "", 1, "number"},
+    {"name_66", FieldType::text, 2372, 32, "", 1, "name"},
+    {"id_67", FieldType::u32, 2404, 4, "", 1, "number"},
+    {"name_67", FieldType::text, 2408, 32, "", 1, "name"},
+    {"id_68", FieldType::u32, 2440, 4, "", 1, "number"},
+    {"name_68", FieldType::text, 2444, 32, "", 1, "name"},
+    {"id_69", FieldType::u32, 2476, 4, "", 1, "number"},
+    {"name_69", FieldType::text, 2480, 32, "", 1, "name"},
+    {"id_70", FieldType::u32, 2512, 4, "", 1, "number"},
+    {"name_70", FieldType::text, 2516, 32, "", 1, "name"},
+    {"id_71", FieldType::u32, 2548, 4, "", 1, "number"},
+    {"name_71", FieldType::text, 2552, 32, "", 1, "name"},
+    {"id_72", FieldType::u32, 2584, 4, "", 1, "number"},
+    {"name_72", FieldType::text, 2588, 32, "", 1, "name"},
+    {"id_73", FieldType::u32, 2620, 4, "", 1, "number"},
+    {"name_73", FieldType::text, 2624, 32, "", 1, "name"},
+    {"id_74", FieldType::u32, 2656, 4, "", 1, "number"},
+    {"name_74", FieldType::text, 2660, 32, "", 1, "name"},
+    {"id_75", FieldType::u32, 2692, 4, "", 1, "number"},
+    {"name_75", FieldType::text, 2696, 32, "", 1, "name"},
+    {"id_76", FieldType::u32, 2728, 4, "", 1, "number"},
+    {"name_76", FieldType::text, 2732, 32, "", 1, "name"},
+    {"id_77", FieldType::u32, 2764, 4, "", 1, "number"},
+    {"name_77", FieldType::text, 2768, 32, "", 1, "name"},
+    {"id_78", FieldType::u32, 2800, 4, "", 1, "number"},
+    {"name_78", FieldType::text, 2804, 32, "", 1, "name"},
+    {"id_79", FieldType::u32, 2836, 4, "", 1, "number"},
+    {"name_79", FieldType::text, 2840, 32, "", 1, "name"},
+    {"id_80", FieldType::u32, 2872, 4, "", 1, "number"},
+    {"name_80", FieldType::text, 2876, 32, "", 1, "name"},
+    {"id_81", FieldType::u32, 2908, 4, "", 1, "number"},
+    {"name_81", FieldType::text, 2912, 32, "", 1, "name"},
+    {"id_82", FieldType::u32, 2944, 4, "", 1, "number"},
+    {"name_82", FieldType::text, 2948, 32, "", 1, "name"},
+    {"id_83", FieldType::u32, 2980, 4, "", 1, "number"},
+    {"name_83", FieldType::text, 2984, 32, "", 1, "name"},
+    {"id_84", FieldType::u32, 3016, 4, "", 1, "number"},
+    {"name_84", FieldType::text, 3020, 32, "", 1, "name"},
+    {"id_85", FieldType::u32, 3052, 4, "", 1, "number"},
+    {"name_85", FieldType::text, 3056, 32, "", 1, "name"},
+    {"id_86", FieldType::u32, 3088, 4, "", 1, "number"},
+    {"name_86", FieldType::text, 3092, 32, "", 1, "name"},
+    {"id_87", FieldType::u32, 3124, 4, "", 1, "number"},
+    {"name_87", FieldType::text, 3128, 32, "", 1, "name"},
+    {"id_88", FieldType::u32, 3160, 4, "", 1, "number"},
+    {"name_88", FieldType::text, 3164, 32, "", 1, "name"},
+    {"id_89", FieldType::u32, 3196, 4, "", 1, "number"},
+    {"name_89", FieldType::text, 3200, 32, "", 1, "name"},
+    {"id_90", FieldType::u32, 3232, 4, "", 1, "number"},
+    {"name_90", FieldType::text, 3236, 32, "", 1, "name"},
+    {"id_91", FieldType::u32, 3268, 4, "", 1, "number"},
+    {"name_91", FieldType::text, 3272, 32, "", 1, "name"},
+    {"id_92", FieldType::u32, 3304, 4, "", 1, "number"},
+    {"name_92", FieldType::text, 3308, 32, "", 1, "name"},
+    {"id_93", FieldType::u32, 3340, 4, "", 1, "number"},
+    {"name_93", FieldType::text, 3344, 32, "", 1, "name"},
+    {"id_94", FieldType::u32, 3376, 4, "", 1, "number"},
+    {"name_94", FieldType::text, 3380, 32, "", 1, "name"},
+    {"id_95", FieldType::u32, 3412, 4, "", 1, "number"},
+    {"name_95", FieldType::text, 3416, 32, "", 1, "name"},
+    {"id_96", FieldType::u32, 3448, 4, "", 1, "number"},
+    {"name_96", FieldType::text, 3452, 32, "", 1, "name"},
+    {"id_97", FieldType::u32, 3484, 4, "", 1, "number"},
+    {"name_97", FieldType::text, 3488, 32, "", 1, "name"},
+    {"id_98", FieldType::u32, 3520, 4, "", 1, "number"},
+    {"name_98", FieldType::text, 3524, 32, "", 1, "name"},
+    {"id_99", FieldType::u32, 3556, 4, "", 1, "number"},
+    {"name_99", FieldType::text, 3560, 32, "", 1, "name"},
+    {"id_100", FieldType::u32, 3592, 4, "", 1, "number"},
+    {"name_100", FieldType::text, 3596, 32, "", 1, "name"},
+    {"id_101", FieldType::u32, 3628, 4, "", 1, "number"},
+    {"name_101", FieldType::text, 3632, 32, "", 1, "name"},
+    {"id_102", FieldType::u32, 3664, 4, "", 1, "number"},
+    {"name_102", FieldType::text, 3668, 32, "", 1, "name"},
+    {"id_103", FieldType::u32, 3700, 4, "", 1, "number"},
+    {"name_103", FieldType::text, 3704, 32, "", 1, "name"},
+    {"id_104", FieldType::u32, 3736, 4, "", 1, "number"},
+    {"name_104", FieldType::text, 3740, 32, "", 1, "name"},
+    {"id_105", FieldType::u32, 3772, 4, "", 1, "number"},
+    {"name_105", FieldType::text, 3776, 32, "", 1, "name"},
+    {"id_106", FieldType::u32, 3808, 4, "", 1, "number"},
+    {"name_106", FieldType::text, 3812, 32, "", 1, "name"},
+    {"id_107", FieldType::u32, 3844, 4, "", 1, "number"},
+    {"name_107", FieldType::text, 3848, 32, "", 1, "name"},
+    {"id_108", FieldType::u32, 3880, 4, "", 1, "number"},
+    {"name_108", FieldType::text, 3884, 32, "", 1, "name"},
+    {"id_109", FieldType::u32, 3916, 4, "", 1, "number"},
+    {"name_109", FieldType::text, 3920, 32, "", 1, "name"},
+    {"id_110", FieldType::u32, 3952, 4, "", 1, "number"},
+    {"name_110", FieldType::text, 3956, 32, "", 1, "name"},
+    {"id_111", FieldType::u32, 3988, 4, "", 1, "number"},
+    {"name_111", FieldType::text, 3992, 32, "", 1, "name"},
+    {"id_112", FieldType::u32, 4024, 4, "", 1, "number"},
+    {"name_112", FieldType::text, 4028, 32, "", 1, "name"},
+    {"id_113", FieldType::u32, 4060, 4, "", 1, "number"},
+    {"name_113", FieldType::text, 4064, 32, "", 1, "name"},
+};
+
+constexpr const Command *upgrade_type_commands[] = {&all_commands[218]};
 
 constexpr Field upgrade_type_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
@@ -2819,19 +3293,19 @@ constexpr Field upgrade_type_fields[] = {
     {"file", FieldType::text, 96, 64, "", 1, "file name of the image; it is shown only, and may be empty"},
 };
 
-constexpr const Command *upgrade_type_name_commands[] = {&all_commands[198]};
+constexpr const Command *upgrade_type_name_commands[] = {&all_commands[219]};
 
 constexpr Field upgrade_type_name_fields[] = {
     {"name", FieldType::text, 20, 32, "", 1, "name of the type"},
 };
 
-constexpr const Command *upgrade_type_file_commands[] = {&all_commands[200]};
+constexpr const Command *upgrade_type_file_commands[] = {&all_commands[221]};
 
 constexpr Field upgrade_type_file_fields[] = {
     {"file", FieldType::text, 20, 256, "", 1, "absolute path of the file, where the service runs"},
 };
 
-constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[201]};
+constexpr const Command *upgrade_bind_onus_commands[] = {&all_commands[222]};
 
 constexpr Field upgrade_bind_onus_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -2839,21 +3313,21 @@ constexpr Field upgrade_bind_onus_fields[] = {
     {"onu_set", FieldType::idset, 56, 16, "", 1, "the ONU ids, 128 bits: id w*32+b is bit b of word w"},
 };
 
-constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[202]};
+constexpr const Command *upgrade_bind_port_commands[] = {&all_commands[223]};
 
 constexpr Field upgrade_bind_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"name", FieldType::text, 24, 32, "", 1, "name of the type; empty: none is bound any more"},
 };
 
-constexpr const Command *upgrade_onu_commands[] = {&all_commands[203]};
+constexpr const Command *upgrade_onu_commands[] = {&all_commands[224]};
 
 constexpr Field upgrade_onu_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
     {"onu_id", FieldType::u32, 24, 4, "", 1, "ONU id"},
 };
 
-constexpr const Command *upgrade_port_commands[] = {&all_commands[204]};
+constexpr const Command *upgrade_port_commands[] = {&all_commands[225]};
 
 constexpr Field upgrade_port_fields[] = {
     {"pon_port", FieldType::u32, 20, 4, "", 1, "PON port number"},
@@ -2881,6 +3355,9 @@ constexpr Layout all_layouts[] = {
     {"mgmt_cfg", &all_records[2], mgmt_cfg_commands, mgmt_cfg_fields, true, "Configuration of the management port (1)."},
     {"fdb_dump", &all_records[2], fdb_dump_commands, fdb_dump_fields, false, "What of the forwarding database the service writes to its log, at debug level: of one PON port, or of all for port 0, a line a port."},
     {"debug_switch", &all_records[2], debug_switch_commands, debug_switch_fields, false, "Switches lines in the service's log, at debug level: of ONUs that are deregistered by command and register again (ONU), or whose extended OAM is discovered then (CTC OAM). The switches are kept."},
+    {"config_written", &all_records[2], config_written_commands, config_written_fields, true, "The file that has all that the OLT keeps, as a text that BSP_CMD_CONFIG_LOAD takes back. The request's port and `plat_arg4` are 0: the whole OLT, all of it. The file goes when later results need its place."},
+    {"config_read", &all_records[4], config_read_commands, config_read_fields, true, "The file that has all that the OLT keeps, as a text that BSP_CMD_CONFIG_LOAD takes back."},
+    {"config_part", &all_records[4], config_part_commands, config_part_fields, false, "A part of a configuration to load. Parts come in order; offset 0 starts anew. The service has them in memory until BSP_CMD_CONFIG_LOAD, which takes the complete text: the OLT becomes the one that the text is of, which needs the same seed, ports, arrivals and silent share. Where anything is wrong with the text nothing is changed, and the service's log says what and in which line; the text must be sent again. Model time goes on from that of the text, or from that of the OLT where it is later."},
     {"vlan_view", &all_records[3], vlan_view_commands, vlan_view_fields, false, "What of the OLT to show: all PON ports for `onu_pon_port` 0, else one PON port, or one ONU of it. Id 0 is an ONU's, so that a scope says which."},
     {"sla", &all_records[2], sla_commands, sla_fields, false, "Upstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`). It goes with the binding: it follows the ONU to another id, and is gone with its release. Fixed and assured bandwidth together are at most the maximum, and those of a port's ONUs together at most 1000000 kbit/s. Five zeros take the SLA away: the default holds again, which is 0, 0, 1000000, 0 and 1."},
     {"sla_of_onu", &all_records[2], sla_of_onu_commands, sla_of_onu_fields, true, "Upstream SLA of the ONU bound to an id (`plat_arg4`) of a PON port (`plat_port`): what was stored, or the default, which is 0, 0, 1000000, 0 and 1."},
@@ -2903,6 +3380,12 @@ constexpr Layout all_layouts[] = {
     {"id_usage", &all_records[0], id_usage_commands, id_usage_fields, true, "Which of the 128 ids of one PON port (`pon_port`) are in use: ONU ids on the white list, or ids on the black list."},
     {"whitelist_entry", &all_records[0], whitelist_entry_commands, whitelist_entry_fields, true, "A bound ONU. The request names it by id, by MAC address, or by both where they agree; with neither it is the ONU on id 0. The answer has `pon_port`, `onu_id`, `onu_mac`, the bind mode in `arg_value` and the bind texts in `text237`, `text173` and `text365`; all that counts lies in its first 776 bytes."},
     {"loop_config", &all_records[1], loop_config_commands, loop_config_fields, true, "Settings of loop detection, and how many loops it met, 80 bytes. What is set is set as the word `ext_arg`, in the same units."},
+    {"loid", &all_records[0], loid_commands, loid_fields, false, "An authentication record of a PON port (`pon_port`), as BSP_CMD_AUTH_SET adds it, but the mode stays. The password of one that is there is replaced. The ONUs on the fibre register with each such request."},
+    {"loid_delete", &all_records[0], loid_delete_commands, loid_delete_fields, false, "An authentication record of a PON port (`pon_port`) that is to go. An ONU that was let in by it stays bound; where the mode asks for a LOID, it is turned away."},
+    {"oui", &all_records[0], oui_commands, oui_fields, false, "The OUI that the extended OAM of ONUs is known by at all PON ports: 11:11:11 at first, that of the CTC extensions, which the ONUs speak. With another one there is no extended OAM: no ONU can tell its LOID, and where the mode asks for one it is turned away, unless it was confirmed. The ONUs on the fibre register with each such request."},
+    {"uni_profile", &all_records[0], uni_profile_commands, uni_profile_fields, false, "A UNI profile by its number (`pon_port`), 1 to 32: how a UNI port that takes it is configured, 67 bytes. `arg_value` is 1 to set all of it, or 0 to delete it; then what follows does not count. Ports that took it stay as they are: those of ONUs that are online are told what became different by BSP_CMD_ONU_CONFIG_BATCH."},
+    {"onu_port_config_set", &all_records[3], onu_port_config_set_commands, onu_port_config_set_fields, false, "All that a UNI port (`onu_uni_port`) of an ONU is told at once, 68 bytes: the settings behind the number, or those of a UNI profile. Where the ONU cannot be told a part of it, it is told nothing. The port remembers the profile until it is told settings of its own in this way."},
+    {"onu_config_set", &all_records[3], onu_config_set_commands, onu_config_set_fields, false, "Several settings of an ONU at once, 29 bytes: those that `parts` names. Where the ONU cannot be told one of them, it is told none."},
     {"onu_wan_view", &all_records[3], onu_wan_view_commands, onu_wan_view_fields, false, "Which WAN connections of an ONU to show."},
     {"onu_wan", &all_records[3], onu_wan_commands, onu_wan_fields, false, "A WAN connection of an ONU. With mode 0, which removes it, everything but its number is 0."},
     {"onu_wlan", &all_records[3], onu_wlan_commands, onu_wlan_fields, false, "One of the four WLANs of a gateway."},
@@ -2982,6 +3465,15 @@ constexpr Layout all_layouts[] = {
     {"i2c_read", &all_records[2], i2c_read_commands, i2c_read_fields, false, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472."},
     {"i2c_bytes", &all_records[2], i2c_bytes_commands, i2c_bytes_fields, true, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472."},
     {"i2c_write", &all_records[2], i2c_write_commands, i2c_write_fields, false, "The I2C bus of an SFP cage (`plat_port`), 144 bytes. A module has its memory at two addresses, 0xa0 what it is and 0xa2 what it measures, in the layout of SFF-8472. Of 0xa2 byte 110 and bytes 128 to 247 can be written: soft TX disable (bit 6 of byte 110), by which the laser goes off, and with it the port's ONUs; and what the user keeps. Where another byte is meant, none is written."},
+    {"profile_line", &all_records[4], profile_line_commands, profile_line_fields, false, "What a line profile gives the service of an ONU. Action 17, 56 bytes of payload. A profile of the same name takes its place."},
+    {"profile_line_fetched", &all_records[4], profile_line_fetched_commands, profile_line_fetched_fields, true, "What a line profile gives the service of an ONU. 56 bytes of payload, laid out as what stores it."},
+    {"profile_sla", &all_records[4], profile_sla_commands, profile_sla_fields, false, "The bandwidth that an SLA profile stands for; fixed and assured together are at most the maximum. Action 33, 56 bytes of payload. A profile of the same name takes its place."},
+    {"profile_sla_fetched", &all_records[4], profile_sla_fetched_commands, profile_sla_fetched_fields, true, "The bandwidth that an SLA profile stands for; fixed and assured together are at most the maximum. 56 bytes of payload, laid out as what stores it."},
+    {"profile_alarm", &all_records[4], profile_alarm_commands, profile_alarm_fields, false, "The alarm thresholds of an ONU's optical transceiver; each low one is below its high one. Action 49, 60 bytes of payload. A profile of the same name takes its place."},
+    {"profile_alarm_fetched", &all_records[4], profile_alarm_fetched_commands, profile_alarm_fetched_fields, true, "The alarm thresholds of an ONU's optical transceiver; each low one is below its high one. 60 bytes of payload, laid out as what stores it."},
+    {"profile_name", &all_records[4], profile_name_commands, profile_name_fields, false, "The profile that is got (actions 18, 34 and 50) or deleted (19, 35 and 51): 32 bytes of payload, or as many as the whole profile has, of which only the name counts."},
+    {"profile_list_from", &all_records[4], profile_list_from_commands, profile_list_from_fields, false, "Where the list begins (actions 20, 36 and 52). The payload may have any length; without one the list begins with the first profile."},
+    {"profile_list", &all_records[4], profile_list_commands, profile_list_fields, true, "Profiles of a kind, in order of number. What follows the last one listed is 0; where 113 are listed there may be more, from the number behind the last on."},
     {"upgrade_type", &all_records[1], upgrade_type_commands, upgrade_type_fields, false, "An upgrade type. One of the same name takes its place, unless an upgrade run uses it; there are at most 32. Name, vendor, model and version are visible ASCII characters without blanks, quotes and backslashes, at least one each."},
     {"upgrade_type_name", &all_records[1], upgrade_type_name_commands, upgrade_type_name_fields, false, "The upgrade type that is deleted. Ports and ONUs that it is bound to have none then."},
     {"upgrade_type_file", &all_records[1], upgrade_type_file_commands, upgrade_type_file_fields, false, "A file of upgrade types, at most 64 KiB and 32 types. A line is a type: name, vendor, model, version and size in bytes, separated by blanks; empty lines, and what follows a #, do not count. Types of other names stay. Where a line is wrong, nothing is changed, and the service's log says what is wrong."},
@@ -3107,7 +3599,7 @@ constexpr Column uni_attributes_columns[] = {
     {"egress", "EGRESS", ColumnType::u32, "kbit/s", "rate limit out of the ONU; null without one"},
 };
 
-constexpr const Command *onu_config_commands[] = {&all_commands[148]};
+constexpr const Command *onu_config_commands[] = {&all_commands[169]};
 
 constexpr Column onu_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3127,7 +3619,7 @@ constexpr Column onu_config_columns[] = {
     {"description", "DESCRIPTION", ColumnType::text, "", "description; empty where there is none"},
 };
 
-constexpr const Command *uni_config_commands[] = {&all_commands[149]};
+constexpr const Command *uni_config_commands[] = {&all_commands[170]};
 
 constexpr Column uni_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3147,7 +3639,7 @@ constexpr Column uni_config_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *vlan_modes_commands[] = {&all_commands[195]};
+constexpr const Command *vlan_modes_commands[] = {&all_commands[216]};
 
 constexpr Column vlan_modes_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3159,7 +3651,7 @@ constexpr Column vlan_modes_columns[] = {
     {"trunk", "TRUNK", ColumnType::u32, "", "UNI ports that are trunks"},
 };
 
-constexpr const Command *vlan_lists_commands[] = {&all_commands[196]};
+constexpr const Command *vlan_lists_commands[] = {&all_commands[217]};
 
 constexpr Column vlan_lists_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3170,7 +3662,7 @@ constexpr Column vlan_lists_columns[] = {
     {"list", "LIST", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the row of a PON port or ONU, and where there are none"},
 };
 
-constexpr const Command *slas_commands[] = {&all_commands[176]};
+constexpr const Command *slas_commands[] = {&all_commands[197]};
 
 constexpr Column slas_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
@@ -3181,7 +3673,7 @@ constexpr Column slas_columns[] = {
     {"wt", "WEIGHT", ColumnType::u32, "", "share among those of one priority"},
 };
 
-constexpr const Command *slas_of_ports_commands[] = {&all_commands[177]};
+constexpr const Command *slas_of_ports_commands[] = {&all_commands[198]};
 
 constexpr Column slas_of_ports_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3194,14 +3686,14 @@ constexpr Column slas_of_ports_columns[] = {
     {"free", "FREE", ColumnType::u32, "kbit/s", "what is left of it"},
 };
 
-constexpr const Command *slas_down_commands[] = {&all_commands[180]};
+constexpr const Command *slas_down_commands[] = {&all_commands[201]};
 
 constexpr Column slas_down_columns[] = {
     {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
     {"max", "MAX", ColumnType::u32, "kbit/s", "maximum bandwidth; null where no SLA is stored and the default holds"},
 };
 
-constexpr const Command *p2p_commands[] = {&all_commands[169]};
+constexpr const Command *p2p_commands[] = {&all_commands[190]};
 
 constexpr Column p2p_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3211,7 +3703,7 @@ constexpr Column p2p_columns[] = {
     {"entries", "ENTRIES", ColumnType::u32, "", "forwarding entries"},
 };
 
-constexpr const Command *p2p_entries_commands[] = {&all_commands[168]};
+constexpr const Command *p2p_entries_commands[] = {&all_commands[189]};
 
 constexpr Column p2p_entries_columns[] = {
     {"entry", "ENTRY", ColumnType::u32, "", "number of the entry"},
@@ -3223,7 +3715,7 @@ constexpr Column p2p_entries_columns[] = {
     {"rate", "RATE", ColumnType::u32, "kbit/s", "rate limit; null none"},
 };
 
-constexpr const Command *mac_table_commands[] = {&all_commands[188]};
+constexpr const Command *mac_table_commands[] = {&all_commands[209]};
 
 constexpr Column mac_table_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3234,7 +3726,7 @@ constexpr Column mac_table_columns[] = {
     {"age", "AGE", ColumnType::u32, "s", "since when it was not heard of"},
 };
 
-constexpr const Command *mac_table_nni_commands[] = {&all_commands[189]};
+constexpr const Command *mac_table_nni_commands[] = {&all_commands[210]};
 
 constexpr Column mac_table_nni_columns[] = {
     {"uplink", "UPLINK", ColumnType::u32, "", "GE uplink"},
@@ -3281,7 +3773,7 @@ constexpr Column onu_alarm_columns[] = {
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},
 };
 
-constexpr const Command *loop_info_commands[] = {&all_commands[212]};
+constexpr const Command *loop_info_commands[] = {&all_commands[233]};
 
 constexpr Column loop_info_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3323,7 +3815,48 @@ constexpr Column base_info_columns[] = {
     {"max_distance", "MAX", ColumnType::u32, "m", "farthest ONU that is ranged"},
 };
 
-constexpr const Command *onu_wans_commands[] = {&all_commands[151]};
+constexpr const Command *loids_commands[] = {&all_commands[43]};
+
+constexpr Column loids_columns[] = {
+    {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
+    {"loid", "LOID", ColumnType::text, "", "LOID of the record"},
+    {"has_password", "PASSWORD", ColumnType::boolean, "", "whether the record has a password"},
+    {"mac", "MAC", ColumnType::mac, "", "the ONU with this LOID; null while none is on the fibre"},
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id that it is bound to; null while it is not bound at this port"},
+};
+
+constexpr const Command *arp_commands[] = {&all_commands[44]};
+
+constexpr Column arp_columns[] = {
+    {"onu_id", "ID", ColumnType::u32, "", "ONU id"},
+    {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
+    {"ip", "IP", ColumnType::text, "", "IPv4 address of the station"},
+    {"mac", "MAC", ColumnType::mac, "", "MAC address of the station"},
+    {"vlan", "VLAN", ColumnType::u32, "", "VLAN beyond the ONU"},
+    {"interface", "INTERFACE", ColumnType::text, "", "where the OLT hears it: pon and the number of the PON port"},
+};
+
+constexpr const Command *uni_profiles_commands[] = {&all_commands[33]};
+
+constexpr Column uni_profiles_columns[] = {
+    {"id", "ID", ColumnType::u32, "", "number of the profile"},
+    {"admin", "ADMIN", ColumnType::boolean, "", "whether the port is on"},
+    {"autoneg", "AUTONEG", ColumnType::boolean, "", "whether speed and duplex are negotiated"},
+    {"pause", "PAUSE", ColumnType::boolean, "", "whether there is flow control"},
+    {"up_cir", "UP CIR", ColumnType::u32, "kbit/s", "upstream committed rate; null where upstream is not limited"},
+    {"up_cbs", "UP CBS", ColumnType::u32, "byte", "upstream committed burst, likewise"},
+    {"up_ebs", "UP EBS", ColumnType::u32, "byte", "upstream excess burst, likewise"},
+    {"down_cir", "DOWN CIR", ColumnType::u32, "kbit/s", "downstream committed rate; null where downstream is not limited"},
+    {"down_pir", "DOWN PIR", ColumnType::u32, "kbit/s", "downstream peak rate, likewise"},
+    {"vlan_mode", "VLAN MODE", ColumnType::text, "", "transparent, tag, translation or trunk"},
+    {"pvid", "PVID", ColumnType::u32, "", "VLAN of untagged frames"},
+    {"priority", "PRIORITY", ColumnType::u32, "", "802.1p priority of untagged frames"},
+    {"tpid", "TPID", ColumnType::u32, "", "type that a tag is known by"},
+    {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
+    {"ports", "PORTS", ColumnType::u32, "", "UNI ports of bound ONUs that took the profile"},
+};
+
+constexpr const Command *onu_wans_commands[] = {&all_commands[172]};
 
 constexpr Column onu_wans_columns[] = {
     {"index", "NR", ColumnType::u32, "", "number of the connection, 1 to 8"},
@@ -3338,7 +3871,7 @@ constexpr Column onu_wans_columns[] = {
     {"state", "STATE", ColumnType::text, "", "up, or connecting until the ONU has what it was told"},
 };
 
-constexpr const Command *onu_wlans_commands[] = {&all_commands[153]};
+constexpr const Command *onu_wlans_commands[] = {&all_commands[174]};
 
 constexpr Column onu_wlans_columns[] = {
     {"index", "NR", ColumnType::u32, "", "number of the WLAN, 1 to 4"},
@@ -3350,14 +3883,14 @@ constexpr Column onu_wlans_columns[] = {
     {"clients", "CLIENTS", ColumnType::u32, "", "stations in the WLAN"},
 };
 
-constexpr const Command *onu_catv_port_commands[] = {&all_commands[155]};
+constexpr const Command *onu_catv_port_commands[] = {&all_commands[176]};
 
 constexpr Column onu_catv_port_columns[] = {
     {"on", "ON", ColumnType::boolean, "", "whether it is switched on"},
     {"input", "INPUT", ColumnType::real, "dBm", "received optical power of the CATV signal"},
 };
 
-constexpr const Command *onu_voice_ports_commands[] = {&all_commands[156]};
+constexpr const Command *onu_voice_ports_commands[] = {&all_commands[177]};
 
 constexpr Column onu_voice_ports_columns[] = {
     {"pots", "POTS", ColumnType::u32, "", "POTS port number"},
@@ -3366,7 +3899,7 @@ constexpr Column onu_voice_ports_columns[] = {
     {"state", "STATE", ColumnType::text, "", "registered, or unregistered while the ONU has no WAN connection for voice that is up"},
 };
 
-constexpr const Command *onu_acl_rules_commands[] = {&all_commands[157]};
+constexpr const Command *onu_acl_rules_commands[] = {&all_commands[178]};
 
 constexpr Column onu_acl_rules_columns[] = {
     {"index", "NR", ColumnType::u32, "", "number of the rule, 1 to 8"},
@@ -3379,7 +3912,7 @@ constexpr Column onu_acl_rules_columns[] = {
     {"last_port", "LAST PORT", ColumnType::u32, "", "last one; null any"},
 };
 
-constexpr const Command *onu_dhcp_server_commands[] = {&all_commands[159]};
+constexpr const Command *onu_dhcp_server_commands[] = {&all_commands[180]};
 
 constexpr Column onu_dhcp_server_columns[] = {
     {"enabled", "ENABLED", ColumnType::boolean, "", "whether it is enabled"},
@@ -3430,7 +3963,7 @@ constexpr Column onu_sip_table_columns[] = {
     {"state", "STATE", ColumnType::text, "", "registered, or unregistered while the ONU has no WAN connection for voice that is up; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_unis_commands[] = {&all_commands[161]};
+constexpr const Command *onu_unis_commands[] = {&all_commands[182]};
 
 constexpr Column onu_unis_columns[] = {
     {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
@@ -3442,7 +3975,7 @@ constexpr Column onu_unis_columns[] = {
     {"link", "LINK", ColumnType::text, "", "down, or speed in Mbit/s and duplex: 10HD, 1000FD; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_serial_numbers_commands[] = {&all_commands[206]};
+constexpr const Command *onu_serial_numbers_commands[] = {&all_commands[227]};
 
 constexpr Column onu_serial_numbers_columns[] = {
     {"id", "ID", ColumnType::u32, "", "ONU id"},
@@ -3469,7 +4002,7 @@ constexpr Column onu_upgrade_status_columns[] = {
     {"received", "RECEIVED", ColumnType::u32, "%", "how much of it the ONU has received"},
 };
 
-constexpr const Command *onu_mc_config_commands[] = {&all_commands[135]};
+constexpr const Command *onu_mc_config_commands[] = {&all_commands[156]};
 
 constexpr Column onu_mc_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3482,7 +4015,7 @@ constexpr Column onu_mc_config_columns[] = {
     {"groups", "GROUPS", ColumnType::u32, "", "multicast groups that its UNI ports have joined; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_uni_mc_config_commands[] = {&all_commands[136]};
+constexpr const Command *onu_uni_mc_config_commands[] = {&all_commands[157]};
 
 constexpr Column onu_uni_mc_config_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3494,7 +4027,7 @@ constexpr Column onu_uni_mc_config_columns[] = {
     {"groups", "GROUPS", ColumnType::u32, "", "multicast groups that it has joined; null unless the ONU is online"},
 };
 
-constexpr const Command *onu_mc_translation_commands[] = {&all_commands[137]};
+constexpr const Command *onu_mc_translation_commands[] = {&all_commands[158]};
 
 constexpr Column onu_mc_translation_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3504,7 +4037,7 @@ constexpr Column onu_mc_translation_columns[] = {
     {"user_vlan", "USER VLAN", ColumnType::u32, "", "VLAN that its frames are tagged with at the port"},
 };
 
-constexpr const Command *onu_mc_vlans_commands[] = {&all_commands[138]};
+constexpr const Command *onu_mc_vlans_commands[] = {&all_commands[159]};
 
 constexpr Column onu_mc_vlans_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3513,7 +4046,7 @@ constexpr Column onu_mc_vlans_columns[] = {
     {"mc_vlan", "MC VLAN", ColumnType::u32, "", "multicast VLAN"},
 };
 
-constexpr const Command *onu_vlans_commands[] = {&all_commands[108]};
+constexpr const Command *onu_vlans_commands[] = {&all_commands[129]};
 
 constexpr Column onu_vlans_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
@@ -3526,7 +4059,7 @@ constexpr Column onu_vlans_columns[] = {
     {"vlans", "VLANS", ColumnType::text, "", "VLANs of a trunk, or user:network of a translation, separated by commas; null in the other modes"},
 };
 
-constexpr const Command *onu_links_commands[] = {&all_commands[139]};
+constexpr const Command *onu_links_commands[] = {&all_commands[160]};
 
 constexpr Column onu_links_columns[] = {
     {"uni", "UNI", ColumnType::u32, "", "UNI port number"},
@@ -3535,7 +4068,7 @@ constexpr Column onu_links_columns[] = {
     {"shut", "SHUT", ColumnType::boolean, "", "whether loop detection has shut the port"},
 };
 
-constexpr const Command *sfp_quantities_commands[] = {&all_commands[193]};
+constexpr const Command *sfp_quantities_commands[] = {&all_commands[214]};
 
 constexpr Column sfp_quantities_columns[] = {
     {"quantity", "QUANTITY", ColumnType::text, "", "temperature, voltage, bias, launch power or received power"},
@@ -3548,7 +4081,44 @@ constexpr Column sfp_quantities_columns[] = {
     {"state", "STATE", ColumnType::text, "", "normal, low warning, low alarm, high warning or high alarm; null where nothing was measured"},
 };
 
-constexpr const Command *upgrade_types_commands[] = {&all_commands[199]};
+constexpr const Command *line_profiles_commands[] = {&all_commands[61]};
+
+constexpr Column line_profiles_columns[] = {
+    {"id", "NR", ColumnType::u32, "", "number, 1 to 256"},
+    {"name", "NAME", ColumnType::text, "", "name"},
+    {"vlan", "VLAN", ColumnType::u32, "", "VLAN of the service, 1 to 4094; 0 untagged"},
+    {"priority", "PRIORITY", ColumnType::u32, "", "802.1p priority, 0 to 7"},
+    {"upstream", "UPSTREAM", ColumnType::u32, "kbit/s", "maximum upstream rate, 1 to 1000000; 0 no limit"},
+    {"downstream", "DOWNSTREAM", ColumnType::u32, "kbit/s", "maximum downstream rate, 1 to 1000000; 0 no limit"},
+    {"mac_limit", "MAC LIMIT", ColumnType::u32, "", "MAC addresses that may be learnt, 1 to 1024; 0 no limit"},
+};
+
+constexpr const Command *sla_profiles_commands[] = {&all_commands[67]};
+
+constexpr Column sla_profiles_columns[] = {
+    {"id", "NR", ColumnType::u32, "", "number, 1 to 256"},
+    {"name", "NAME", ColumnType::text, "", "name"},
+    {"fixed", "FIXED", ColumnType::u32, "kbit/s", "fixed bandwidth, at most 1000000"},
+    {"assured", "ASSURED", ColumnType::u32, "kbit/s", "assured bandwidth beside the fixed, at most 1000000"},
+    {"maximum", "MAXIMUM", ColumnType::u32, "kbit/s", "maximum bandwidth, 1 to 1000000"},
+    {"priority", "PRIORITY", ColumnType::u32, "", "priority, 0 to 7"},
+    {"weight", "WEIGHT", ColumnType::u32, "", "weight, 1 to 100"},
+};
+
+constexpr const Command *alarm_profiles_commands[] = {&all_commands[73]};
+
+constexpr Column alarm_profiles_columns[] = {
+    {"id", "NR", ColumnType::u32, "", "number, 1 to 256"},
+    {"name", "NAME", ColumnType::text, "", "name"},
+    {"temperature_low", "TEMP LOW", ColumnType::real, "degC", "low alarm threshold of the temperature, -40 to 120 degC"},
+    {"temperature_high", "TEMP HIGH", ColumnType::real, "degC", "high alarm threshold of the temperature, -40 to 120 degC"},
+    {"launch_power_low", "TX LOW", ColumnType::real, "dBm", "low alarm threshold of the launch power, -40 to 10 dBm"},
+    {"launch_power_high", "TX HIGH", ColumnType::real, "dBm", "high alarm threshold of the launch power, -40 to 10 dBm"},
+    {"received_power_low", "RX LOW", ColumnType::real, "dBm", "low alarm threshold of the received power, -40 to 10 dBm"},
+    {"received_power_high", "RX HIGH", ColumnType::real, "dBm", "high alarm threshold of the received power, -40 to 10 dBm"},
+};
+
+constexpr const Command *upgrade_types_commands[] = {&all_commands[220]};
 
 constexpr Column upgrade_types_columns[] = {
     {"name", "NAME", ColumnType::text, "", "name of the type"},
@@ -3584,6 +4154,9 @@ constexpr View all_views[] = {
     {"loop_info", loop_info_commands, loop_info_columns, "A row a UNI port that has a loop, is shut for one, or was, in order of PON port, MAC address and UNI port. There are at most 48 of them: a new loop takes the place of the port that recovered longest ago, and where none has recovered, no further loop can be made."},
     {"onu_info", onu_info_commands, onu_info_columns, "A row an ONU: the bound ones in order of port and id, then those that have arrived and wait, in order of port and MAC address. BSP_CMD_ONU_INFO_GET: of one port, or of all for port 0, narrowed to the ONU id and the MAC address that are not zero; where that leaves none, the status says so and the table is empty. Where bind texts and descriptions would make the table longer than 1 MiB, all of them are null: ask for one port at a time."},
     {"base_info", base_info_commands, base_info_columns, "A row a PON port."},
+    {"loids", loids_commands, loids_columns, "A row an authentication record of a PON port, in order of LOID; for port 0 of all ports. Passwords are not shown."},
+    {"arp", arp_commands, arp_columns, "A row a station behind an ONU of the PON port that is online, and which the OLT has in its forwarding database, in order of ONU id and UNI port."},
+    {"uni_profiles", uni_profiles_commands, uni_profiles_columns, "The row of one UNI profile; a row for each, in order of number, for number 0. All of them fit the 10240 bytes that the view has."},
     {"onu_wans", onu_wans_commands, onu_wans_columns, "A row a WAN connection of an ONU, in order of number."},
     {"onu_wlans", onu_wlans_commands, onu_wlans_columns, "A row a WLAN of an ONU, in order of number; none of an ONU that is no gateway."},
     {"onu_catv_port", onu_catv_port_commands, onu_catv_port_columns, "The CATV port of an ONU: a row, or none where the ONU has no such port."},
@@ -3604,6 +4177,9 @@ constexpr View all_views[] = {
     {"onu_vlans", onu_vlans_commands, onu_vlans_columns, "A row a UNI port of the ONU, with the VLANs that it was told: what it has may lag behind for a moment."},
     {"onu_links", onu_links_commands, onu_links_columns, "A row a UNI port of the ONU, as a text in the answer and as a result. The text always fits the answer; where the ONU cannot be shown, it is a table of no rows."},
     {"sfp_quantities", sfp_quantities_commands, sfp_quantities_columns, "The module in an SFP cage (`plat_port`): a row a quantity that it measures. Cages 1 to the number of PON ports are theirs; the four behind them are those of the uplinks, GE ports 1 to 4."},
+    {"line_profiles", line_profiles_commands, line_profiles_columns, "A row a profile, in order of number. It comes by a file (action 21)."},
+    {"sla_profiles", sla_profiles_commands, sla_profiles_columns, "A row a profile, in order of number. It comes by a file (action 37)."},
+    {"alarm_profiles", alarm_profiles_commands, alarm_profiles_columns, "A row a profile, in order of number. It comes by a file (action 53)."},
     {"upgrade_types", upgrade_types_commands, upgrade_types_columns, "A row an upgrade type, in order of name. All of them always stay within 10240 bytes."},
 };
 
@@ -5042,118 +5618,118 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[31], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_uni_attribute_snmp_arguments},
     {"bsp_pon_onu_get_cfg_info", "Stored views", "Asks for the configuration of one ONU, which comes as a text in the answer, as a result database.", "",
-     &all_channels[4], &all_records[3], &all_commands[148], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[169], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1888, 0, "bsp_pon_onu_get_cfg_info", {}, bsp_pon_onu_get_cfg_info_odd, bsp_pon_onu_get_cfg_info_arguments},
     {"bsp_pon_onu_get_portcfg_info", "Stored views", "Asks for the configuration of the UNI ports of one ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[149], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[170], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pon_onu_get_portcfg_info_arguments},
     {"bsp_pononu_ctc_config_snmp_get", "Stored views", "Has a view of remote ONUs prepared for the SNMP agent. Its result is taken, at most 10240 bytes, and dropped: only the status reaches the caller.", "",
      &all_channels[7], &all_records[3], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, {}, bsp_pononu_ctc_config_snmp_get_arguments},
     {"bsp_pon_onu_get_vlan_mode_snmp", "Stored views", "Has the VLAN modes of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[195], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[216], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, {}, bsp_pon_onu_get_vlan_mode_snmp_arguments},
     {"bsp_pon_onu_get_vlanlist_snmp", "Stored views", "Has the VLANs of UNI ports prepared for the SNMP agent; only the status reaches the caller.", "",
-     &all_channels[7], &all_records[3], &all_commands[196], Class::read, Call::get, Failure::report,
+     &all_channels[7], &all_records[3], &all_commands[217], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pononu_ctc_config_snmp_get", {}, {}, bsp_pon_onu_get_vlanlist_snmp_arguments},
     {"bsp_pon_set_onu_upgrade_type_add", "Upgrade types and upgrade runs", "Adds an upgrade type: which firmware goes to which kind of ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[197], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[218], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_add", {}, {}, bsp_pon_set_onu_upgrade_type_add_arguments},
     {"bsp_pon_set_onu_upgrade_type_del", "Upgrade types and upgrade runs", "Deletes an upgrade type.", "",
-     &all_channels[8], &all_records[1], &all_commands[198], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[219], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_set_onu_upgrade_type_del", {}, {}, bsp_pon_set_onu_upgrade_type_del_arguments},
     {"bsp_pon_get_onu_upgrade_type", "Upgrade types and upgrade runs", "Asks for the upgrade types as a result database of at most 10240 bytes.", "",
-     &all_channels[8], &all_records[1], &all_commands[199], Class::read, Call::get, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[220], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_onu_upgrade_type", {}, {}, bsp_pon_get_onu_upgrade_type_arguments},
     {"bsp_pon_load_onu_upgrade_type_file", "Upgrade types and upgrade runs", "Loads the upgrade types from a file.", "",
-     &all_channels[8], &all_records[1], &all_commands[200], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[221], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_load_onu_upgrade_type_file", {}, {}, bsp_pon_load_onu_upgrade_type_file_arguments},
     {"bsp_pon_onu_upgrade_type_bind_some", "Upgrade types and upgrade runs", "Binds an upgrade type to some ONUs.", "",
-     &all_channels[8], &all_records[1], &all_commands[201], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[222], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_some", {}, {}, bsp_pon_onu_upgrade_type_bind_some_arguments},
     {"bsp_pon_onu_upgrade_type_bind_ponport", "Upgrade types and upgrade runs", "Binds an upgrade type to the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[202], Class::write, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[223], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_type_bind_ponport", {}, {}, bsp_pon_onu_upgrade_type_bind_ponport_arguments},
     {"bsp_pon_onu_upgrade_one", "Upgrade types and upgrade runs", "Starts the upgrade of one ONU.", "",
-     &all_channels[8], &all_records[1], &all_commands[203], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[224], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_one", {}, {}, bsp_pon_onu_upgrade_one_arguments},
     {"bsp_pon_onu_upgrade_ponport", "Upgrade types and upgrade runs", "Starts the upgrade of the ONUs of a PON port.", "",
-     &all_channels[8], &all_records[1], &all_commands[204], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[8], &all_records[1], &all_commands[225], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_upgrade_ponport", {}, {}, bsp_pon_onu_upgrade_ponport_arguments},
     {"bsp_pon_loop_detect_status", "Loop detection", "Switches loop detection on or off.", "",
-     &all_channels[10], &all_records[1], &all_commands[207], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[228], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_status", {}, {}, bsp_pon_loop_detect_status_arguments},
     {"bsp_pon_loop_detect_recover_mode", "Loop detection", "Sets how ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[208], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[229], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_mode", {}, {}, bsp_pon_loop_detect_recover_mode_arguments},
     {"bsp_pon_loop_detect_recover_manual", "Loop detection", "Recovers the ports that a loop shut down, now.", "",
-     &all_channels[10], &all_records[1], &all_commands[209], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[230], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_manual", {}, {}, {}},
     {"bsp_pon_loop_detect_recover_time", "Loop detection", "Sets after which time ports that a loop shut down recover.", "",
-     &all_channels[10], &all_records[1], &all_commands[210], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[231], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_recover_time", {}, {}, bsp_pon_loop_detect_recover_time_arguments},
     {"bsp_pon_loop_detect_pkt_send_interval", "Loop detection", "Sets the interval between detection packets.", "",
-     &all_channels[10], &all_records[1], &all_commands[211], Class::write, Call::set, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[232], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_loop_detect_pkt_send_interval", {}, {}, bsp_pon_loop_detect_pkt_send_interval_arguments},
     {"bsp_pon_get_loop_detect_info", "Loop detection", "Asks what loop detection has found, as a result database of at most 10240 bytes.", "",
-     &all_channels[10], &all_records[1], &all_commands[212], Class::read, Call::get, Failure::report,
+     &all_channels[10], &all_records[1], &all_commands[233], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_info", {}, {}, bsp_pon_get_loop_detect_info_arguments},
     {"bsp_pon_get_loop_detect_config", "Loop detection", "Asks for the settings of loop detection.", "",
-     &all_channels[10], &all_records[1], &all_commands[213], Class::read, Call::get, Failure::silent,
+     &all_channels[10], &all_records[1], &all_commands[234], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[1], 1044, 1044, "bsp_pon_get_loop_detect_config", {}, {}, bsp_pon_get_loop_detect_config_arguments},
     {"bsp_debug_8022_pon_stats", "Chip debug and statistics", "Reads the counters of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[54], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[75], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_pon_stats", {}, {}, bsp_debug_8022_pon_stats_arguments},
     {"bsp_debug_8022_ge_stats", "Chip debug and statistics", "Reads the counters of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[55], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[76], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_ge_stats", {}, {}, bsp_debug_8022_ge_stats_arguments},
     {"bsp_debug_plat_ge_phy_get", "Chip debug and statistics", "Reads the PHY of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[56], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[77], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_phy_get", {}, {}, bsp_debug_plat_ge_phy_get_arguments},
     {"bsp_debug_plat_ingress_behavior_get", "Chip debug and statistics", "Reads the ingress behaviour of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[58], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[79], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ingress_behavior_get", {}, {}, bsp_debug_plat_ingress_behavior_get_arguments},
     {"bsp_debug_plat_egress_behavior_get", "Chip debug and statistics", "Reads the egress behaviour of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[59], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[80], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_egress_behavior_get", {}, {}, bsp_debug_plat_egress_behavior_get_arguments},
     {"bsp_debug_plat_pon_mac_get", "Chip debug and statistics", "Reads the MAC of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[60], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[81], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_mac_get", {}, {}, bsp_debug_plat_pon_mac_get_arguments},
     {"bsp_debug_plat_pon_phy_get", "Chip debug and statistics", "Reads the PHY of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[61], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[82], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_phy_get", {}, {}, bsp_debug_plat_pon_phy_get_arguments},
     {"bsp_debug_plat_pon_laser_get", "Chip debug and statistics", "Reads the laser state of a PON port.", "",
-     &all_channels[2], &all_records[2], &all_commands[62], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[83], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_pon_laser_get", {}, {}, bsp_debug_plat_pon_laser_get_arguments},
     {"bsp_debug_plat_ge_mac_get", "Chip debug and statistics", "Reads the MAC of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[63], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[84], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_ge_mac_get", {}, {}, bsp_debug_plat_ge_mac_get_arguments},
     {"bsp_debug_plat_xaui_mac_get", "Chip debug and statistics", "Reads the MAC of a XAUI interface.", "",
-     &all_channels[2], &all_records[2], &all_commands[64], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[85], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_mac_get", {}, {}, bsp_debug_plat_xaui_mac_get_arguments},
     {"bsp_debug_plat_xaui_phy_get", "Chip debug and statistics", "Reads the PHY of a XAUI interface.", "",
-     &all_channels[2], &all_records[2], &all_commands[65], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[86], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_xaui_phy_get", {}, {}, bsp_debug_plat_xaui_phy_get_arguments},
     {"bsp_debug_plat_mgmt_cfg_get", "Chip debug and statistics", "Reads the configuration of a management port.", "",
-     &all_channels[2], &all_records[2], &all_commands[69], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[90], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_plat_mgmt_cfg_get", {}, {}, bsp_debug_plat_mgmt_cfg_get_arguments},
     {"bsp_debug_plat_ge_phy_set", "Chip debug and statistics", "Sets the PHY of a GE port.", "",
-     &all_channels[2], &all_records[2], &all_commands[57], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[78], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_plat_ge_phy_set", {}, {}, bsp_debug_plat_ge_phy_set_arguments},
     {"bsp_debug_8022_i2c_read", "Chip debug and statistics", "Reads bytes from the I2C bus of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[66], Class::read, Call::get, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[87], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_debug_8022_i2c_read", {}, {}, bsp_debug_8022_i2c_read_arguments},
     {"bsp_debug_8022_i2c_write", "Chip debug and statistics", "Writes bytes to the I2C bus of a port.", "",
-     &all_channels[2], &all_records[2], &all_commands[67], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[88], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_i2c_write", {}, {}, bsp_debug_8022_i2c_write_arguments},
     {"bsp_debug_cs8022_get_fdb", "Chip debug and statistics", "Has the chip's forwarding database dumped; nothing but the status comes back.", "The selector comes before the port.",
-     &all_channels[2], &all_records[2], &all_commands[68], Class::read, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[89], Class::read, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_cs8022_get_fdb", {}, {}, bsp_debug_cs8022_get_fdb_arguments},
     {"bsp_debug_ctc_oam", "Chip debug and statistics", "Switches debug output of CTC OAM.", "",
-     &all_channels[2], &all_records[2], &all_commands[70], Class::write, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[91], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_ctc_oam", {}, {}, bsp_debug_ctc_oam_arguments},
     {"bsp_debug_onu_debug", "Chip debug and statistics", "Switches debug output of ONUs.", "",
-     &all_channels[2], &all_records[2], &all_commands[71], Class::write, Call::set, Failure::report,
+     &all_channels[2], &all_records[2], &all_commands[92], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_onu_debug", {}, {}, bsp_debug_onu_debug_arguments},
     {"bsp_debug_cs8022_set", "Chip debug and statistics", "Sends a record that the caller built, as it stands, to the chip's debug service.", "",
      &all_channels[2], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
@@ -5162,28 +5738,28 @@ constexpr Operation all_operations[] = {
      &all_channels[2], &all_records[2], nullptr, Class::read, Call::get, Failure::pass,
      Request::as_is, Answer::caller, &all_records[2], 1148, 1148, "bsp_debug_cs8022_get", {}, bsp_debug_cs8022_get_odd, bsp_debug_cs8022_get_arguments},
     {"bsp_debug_8022_mpcp_set", "Chip debug and statistics", "Sets MPCP parameters of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[162], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[183], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_mpcp_set", {}, {}, bsp_debug_8022_mpcp_set_arguments},
     {"bsp_8022_deregister_onu", "Chip debug and statistics", "Deregisters an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[164], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[185], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu", {}, {}, bsp_8022_deregister_onu_arguments},
     {"bsp_8022_deregister_onu_state_register", "Chip debug and statistics", "Deregisters the ONUs of a PON port and has them register again.", "",
-     &all_channels[5], &all_records[2], &all_commands[165], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[186], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_8022_deregister_onu_state_register", {}, {}, bsp_8022_deregister_onu_state_register_arguments},
     {"bsp_pon_plat_fdb_cfg_set", "FDB and MAC tables", "Configures the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[185], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[206], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_cfg_set", {}, {}, bsp_pon_plat_fdb_cfg_set_arguments},
     {"bsp_pon_plat_fdb_flush", "FDB and MAC tables", "Flushes entries of the FDB.", "",
-     &all_channels[5], &all_records[2], &all_commands[186], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[207], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_plat_fdb_flush", {}, {}, bsp_pon_plat_fdb_flush_arguments},
     {"bsp_pon_plat_mac_age_get", "FDB and MAC tables", "Reads the ageing of MAC addresses.", "",
-     &all_channels[5], &all_records[2], &all_commands[187], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[208], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_age_get", {}, {}, bsp_pon_plat_mac_age_get_arguments},
     {"bsp_pon_plat_mac_get", "FDB and MAC tables", "Queries the MAC table of the PON side.", "",
-     &all_channels[5], &all_records[2], &all_commands[188], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[209], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_get", {}, {}, bsp_pon_plat_mac_get_arguments},
     {"bsp_pon_plat_mac_nni_get", "FDB and MAC tables", "Queries the MAC table of the network side (NNI).", "",
-     &all_channels[5], &all_records[2], &all_commands[189], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[210], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_plat_mac_nni_get", {}, {}, bsp_pon_plat_mac_nni_get_arguments},
     {"plat_bsp_funcset", "Platform functions and PON settings", "Sends a platform command, as it stands.", "",
      &all_channels[5], &all_records[2], nullptr, Class::write, Call::set, Failure::report,
@@ -5204,163 +5780,163 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], nullptr, Class::read, Call::get, Failure::report,
      Request::as_is, Answer::in_place, &all_records[0], 944, 944, "bsp_poncfg_funcget_json", {}, {}, bsp_poncfg_funcget_json_arguments},
     {"bsp_llid_behavior_set", "LLID and optical module control", "Sets the behaviour of an LLID.", "",
-     &all_channels[5], &all_records[2], &all_commands[172], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[193], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_llid_behavior_set", {}, {}, bsp_llid_behavior_set_arguments},
     {"bsp_om_opm_trigger_set", "LLID and optical module control", "Starts an optical power measurement (OPM).", "",
-     &all_channels[5], &all_records[2], &all_commands[181], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[202], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_trigger_set", {}, {}, bsp_om_opm_trigger_set_arguments},
     {"bsp_om_opm_cancel_set", "LLID and optical module control", "Cancels the optical power measurement (OPM) of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[182], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[203], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_opm_cancel_set", {}, {}, bsp_om_opm_cancel_set_arguments},
     {"bsp_om_lao_mode_set", "LLID and optical module control", "Sets the LAO mode of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[183], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[204], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lao_mode_set", {}, {}, bsp_om_lao_mode_set_arguments},
     {"bsp_om_lol_mode_set", "LLID and optical module control", "Sets the LOL mode of a PON port's optical module.", "Unlike bsp_om_lao_mode_set, it has a second selector before the mode.",
-     &all_channels[5], &all_records[2], &all_commands[184], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[205], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_om_lol_mode_set", {}, {}, bsp_om_lol_mode_set_arguments},
     {"bsp_om_plat_diag_get", "Optical diagnostics", "Reads the digital diagnostics of a PON port's optical module.", "",
-     &all_channels[5], &all_records[2], &all_commands[190], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[211], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_get", {}, {}, bsp_om_plat_diag_get_arguments},
     {"bsp_om_plat_diag_rssi_get", "Optical diagnostics", "Takes a received signal strength (RSSI) reading.", "",
-     &all_channels[5], &all_records[2], &all_commands[191], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[212], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_om_plat_diag_rssi_get", {}, {}, bsp_om_plat_diag_rssi_get_arguments},
     {"bsp_sfp_diag_info_get", "Optical diagnostics", "Reads the diagnostic information of an SFP cage.", "",
-     &all_channels[5], &all_records[2], &all_commands[192], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[213], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get", {}, {}, bsp_sfp_diag_info_get_arguments},
     {"bsp_sfp_diag_info_get_json", "Optical diagnostics", "Asks for the diagnostic information of an SFP cage as a result database of at most 10240 bytes.", "",
-     &all_channels[5], &all_records[2], &all_commands[193], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[214], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_sfp_diag_info_get_json", {}, {}, bsp_sfp_diag_info_get_json_arguments},
     {"bsp_debug_8022_optical_status", "Optical diagnostics", "Hands an optical status block to the PON chip's debug layer.", "It sends a block, and reads none.",
-     &all_channels[5], &all_records[2], &all_commands[163], Class::write, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[184], Class::write, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_debug_8022_optical_status", {}, {}, bsp_debug_8022_optical_status_arguments},
     {"bsp_p2p_state_set", "P2P forwarding", "Switches P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[166], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[187], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_state_set", {}, {}, bsp_p2p_state_set_arguments},
     {"bsp_onu_p2p_own_port_set", "P2P forwarding", "Sets the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[167], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[188], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_onu_p2p_own_port_set", {}, {}, bsp_onu_p2p_own_port_set_arguments},
     {"bsp_onu_p2p_own_port_get", "P2P forwarding", "Reads the own port of P2P forwarding.", "",
-     &all_channels[5], &all_records[2], &all_commands[168], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[189], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_onu_p2p_own_port_get", {}, {}, bsp_onu_p2p_own_port_get_arguments},
     {"bsp_pon_get_p2p_state", "P2P forwarding", "Asks for the state of P2P forwarding, which comes as a text in the answer, as a result database.", "",
-     &all_channels[5], &all_records[2], &all_commands[169], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[190], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_p2p_state", {}, {}, bsp_pon_get_p2p_state_arguments},
     {"bsp_p2p_entry_set", "P2P forwarding", "Sets a forwarding entry.", "The word for offset 108 comes before that for offset 104.",
-     &all_channels[5], &all_records[2], &all_commands[170], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[191], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set", {}, {}, bsp_p2p_entry_set_arguments},
     {"bsp_p2p_entry_set_matchall", "P2P forwarding", "Sets a forwarding entry that matches everything: bsp_p2p_entry_set with a zero at offset 108.", "",
-     &all_channels[5], &all_records[2], &all_commands[170], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[191], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_entry_set_matchall", {}, {}, bsp_p2p_entry_set_matchall_arguments},
     {"bsp_p2p_cfg_set", "P2P forwarding", "Configures P2P forwarding of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[171], Class::service_affecting, Call::set, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[192], Class::service_affecting, Call::set, Failure::report,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_p2p_cfg_set", {}, {}, bsp_p2p_cfg_set_arguments},
     {"bsp_pon_onu_sla_config", "Service level agreements", "Stores an upstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[173], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[194], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_config", {}, {}, bsp_pon_onu_sla_config_arguments},
     {"bsp_pon_onu_sla_down_config", "Service level agreements", "Stores a downstream SLA.", "",
-     &all_channels[5], &all_records[2], &all_commands[178], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[199], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_pon_onu_sla_down_config", {}, {}, bsp_pon_onu_sla_down_config_arguments},
     {"bsp_pon_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[174], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[195], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_get", {}, {}, bsp_pon_onu_sla_get_arguments},
     {"bsp_pon_plat_onu_sla_get", "Service level agreements", "Reads the upstream SLA of an ONU from the chip's debug service.", "",
-     &all_channels[2], &all_records[2], &all_commands[72], Class::read, Call::get, Failure::pass,
+     &all_channels[2], &all_records[2], &all_commands[93], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_plat_onu_sla_get", {}, {}, bsp_pon_plat_onu_sla_get_arguments},
     {"bsp_pon_onu_sla_down_get", "Service level agreements", "Reads the downstream SLA of an ONU.", "",
-     &all_channels[5], &all_records[2], &all_commands[179], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[200], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_down_get", {}, {}, bsp_pon_onu_sla_down_get_arguments},
     {"bsp_pon_onu_sla_all_get", "Service level agreements", "Reads the SLA summary of a PON port.", "",
-     &all_channels[5], &all_records[2], &all_commands[175], Class::read, Call::get, Failure::pass,
+     &all_channels[5], &all_records[2], &all_commands[196], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[2], 1148, 0, "bsp_pon_onu_sla_all_get", {}, {}, bsp_pon_onu_sla_all_get_arguments},
     {"bsp_pon_onu_sla_get_web", "Service level agreements", "Asks for the upstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[176], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[197], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_onu_sla_get_web_arguments},
     {"bsp_pon_onu_sla_down_get_web", "Service level agreements", "Asks for the downstream SLAs of a PON port, for the web server.", "",
-     &all_channels[5], &all_records[2], &all_commands[180], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[201], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_onu_sla_down_get_web_arguments},
     {"bsp_pon_onu_sla_get_snmp", "Service level agreements", "Asks for the upstream SLAs of the whole OLT, for the SNMP agent.", "",
-     &all_channels[5], &all_records[2], &all_commands[177], Class::read, Call::get, Failure::report,
+     &all_channels[5], &all_records[2], &all_commands[198], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1044, 1044, "bsp_pon_platform_by_db", {}, {}, bsp_pon_onu_sla_get_snmp_arguments},
     {"bsp_pon_onu_get_uniobj_snmp", "Remote ONU queries", "Asks for the UNI ports of an ONU, for the SNMP agent.", "",
-     &all_channels[4], &all_records[3], &all_commands[161], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[182], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_uniobj_snmp", {}, {}, bsp_pon_onu_get_uniobj_snmp_arguments},
     {"bsp_pon_onu_ctc_autoneg_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port negotiates its speed.", "",
-     &all_channels[3], &all_records[3], &all_commands[82], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_autoneg_get", {}, {}, bsp_pon_onu_ctc_autoneg_get_arguments},
     {"bsp_pon_onu_ctc_phy_adminstate_get", "Remote ONU queries", "Asks a remote ONU whether a UNI port is on.", "",
-     &all_channels[3], &all_records[3], &all_commands[80], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_phy_adminstate_get", {}, {}, bsp_pon_onu_ctc_phy_adminstate_get_arguments},
     {"bsp_pon_onu_ctc_classification_get", "Remote ONU queries", "Asks a remote ONU for the classification rules of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[87], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_classification_get", {}, {}, bsp_pon_onu_ctc_classification_get_arguments},
     {"bsp_pon_onu_ctc_get_dev_info", "Remote ONU queries", "Asks for device information of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[105], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[126], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_ctc_get_dev_info", {}, {}, bsp_pon_onu_ctc_get_dev_info_arguments},
     {"bsp_pon_onu_get_max_port", "Remote ONU queries", "Asks for the number of UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[110], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[131], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 0, "bsp_pon_onu_get_max_port", {}, {}, bsp_pon_onu_get_max_port_arguments},
     {"bsp_pon_onu_ctc_get_vlan", "Remote ONU queries", "Asks a remote ONU for the VLANs of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[106], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[127], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_vlan", {}, {}, bsp_pon_onu_ctc_get_vlan_arguments},
     {"bsp_pon_tk_onu_get_fw", "Remote ONU queries", "Asks a remote ONU for its image banks.", "",
-     &all_channels[3], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[118], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_tk_onu_get_fw", {}, {}, bsp_pon_tk_onu_get_fw_arguments},
     {"bsp_pon_onu_ctc_get_mem_info", "Remote ONU queries", "Asks a remote ONU for its memory.", "",
-     &all_channels[3], &all_records[3], &all_commands[78], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[99], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mem_info", {}, {}, bsp_pon_onu_ctc_get_mem_info_arguments},
     {"bsp_pon_onu_ctc_get_rate_limit", "Remote ONU queries", "Asks a remote ONU for the rate limits of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[113], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[134], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_rate_limit", {}, {}, bsp_pon_onu_ctc_get_rate_limit_arguments},
     {"bsp_pon_onu_ctc_get_loop_detect", "Remote ONU queries", "Asks a remote ONU for loop detection at a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[136], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_loop_detect", {}, {}, bsp_pon_onu_ctc_get_loop_detect_arguments},
     {"bsp_pon_onu_ctc_get_mgmt", "Remote ONU queries", "Asks a remote ONU for its management address.", "",
-     &all_channels[4], &all_records[3], &all_commands[111], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[132], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mgmt", {}, {}, bsp_pon_onu_ctc_get_mgmt_arguments},
     {"bsp_pon_onu_ctc_get_linkstate", "Remote ONU queries", "Asks for the links of the UNI ports of an ONU, by datagram.", "Every answer is logged as an error, with its text.",
-     &all_channels[4], &all_records[3], &all_commands[139], Class::read, Call::dgram_get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[160], Class::read, Call::dgram_get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_linkstate", {}, {}, bsp_pon_onu_ctc_get_linkstate_arguments},
     {"bsp_pon_onu_ctc_get_eth_pause", "Remote ONU queries", "Asks a remote ONU for flow control of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[140], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[161], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_eth_pause", {}, {}, bsp_pon_onu_ctc_get_eth_pause_arguments},
     {"bsp_pon_onu_ctc_get_fast_leave_ability", "Remote ONU queries", "Asks a remote ONU which forms of multicast fast leave it knows.", "",
-     &all_channels[4], &all_records[3], &all_commands[117], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[138], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_ability", {}, {}, bsp_pon_onu_ctc_get_fast_leave_ability_arguments},
     {"bsp_pon_onu_ctc_get_fast_leave", "Remote ONU queries", "Asks a remote ONU for multicast fast leave.", "",
-     &all_channels[4], &all_records[3], &all_commands[118], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[139], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave", {}, {}, bsp_pon_onu_ctc_get_fast_leave_arguments},
     {"bsp_pon_onu_ctc_get_fast_leave_local", "Remote ONU queries", "Asks the OLT for multicast fast leave of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[120], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[141], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_fast_leave_local", {}, {}, bsp_pon_onu_ctc_get_fast_leave_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_switch_remote", "Remote ONU queries", "Asks a remote ONU for the multicast mode.", "",
-     &all_channels[4], &all_records[3], &all_commands[121], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[142], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_remote", {}, {}, bsp_pon_onu_ctc_get_mc_switch_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_switch_local", "Remote ONU queries", "Asks the OLT for the multicast mode of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[144], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_switch_local", {}, {}, bsp_pon_onu_ctc_get_mc_switch_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "Remote ONU queries", "Asks a remote ONU how many multicast groups a UNI port may join.", "",
-     &all_channels[4], &all_records[3], &all_commands[124], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[145], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_remote", {}, {}, bsp_pon_onu_ctc_get_mc_group_num_max_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_group_num_max_local", "Remote ONU queries", "Asks the OLT how many multicast groups a UNI port may join of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[126], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[147], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group_num_max_local", {}, {}, bsp_pon_onu_ctc_get_mc_group_num_max_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "Remote ONU queries", "Asks a remote ONU what becomes of the tags of multicast frames at a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[127], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[148], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_remote", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_mode_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "Remote ONU queries", "Asks the OLT what becomes of the tags of multicast frames at a UNI port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[129], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[150], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_mode_local", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_mode_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_remote", "Remote ONU queries", "Asks a remote ONU for the multicast VLANs of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[130], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[151], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_remote", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_remote_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_local", "Remote ONU queries", "Asks the OLT for the multicast VLANs of a UNI port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[132], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[153], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_local", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_local_arguments},
     {"bsp_pon_onu_ctc_get_mc_group", "Remote ONU queries", "Asks a remote ONU for its multicast groups.", "",
-     &all_channels[4], &all_records[3], &all_commands[133], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[154], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_group", {}, {}, bsp_pon_onu_ctc_get_mc_group_arguments},
     {"bsp_pon_onu_ctc_get_sn_ponport", "Remote ONU queries", "Asks for the serial numbers of the ONUs of a PON port.", "",
-     &all_channels[9], &all_records[3], &all_commands[206], Class::read, Call::get, Failure::report,
+     &all_channels[9], &all_records[3], &all_commands[227], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_sn_ponport", {}, {}, bsp_pon_onu_ctc_get_sn_ponport_arguments},
     {"bsp_pon_onu_ctc_debug_get", "Remote ONU queries", "Sends a query of the information channel that the caller built, and receives the answer in its place.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
@@ -5369,13 +5945,13 @@ constexpr Operation all_operations[] = {
      &all_channels[4], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
      Request::as_is, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, {}, bsp_pon_onu_ctc_config_get_arguments},
     {"bsp_pon_onu_optical_diagnose_get", "Remote ONU queries", "Asks for the optical transceiver of an ONU, by a record that the caller built.", "",
-     &all_channels[4], &all_records[3], &all_commands[109], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[130], Class::read, Call::get, Failure::pass,
      Request::stamped, Answer::in_place, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_config_get", {}, {}, bsp_pon_onu_optical_diagnose_get_arguments},
     {"bsp_pon_onu_ctc_get_vlan_json", "Remote ONU queries", "Asks for the VLANs of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[129], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pon_onu_ctc_get_vlan_json_arguments},
     {"bsp_pon_onu_ctc_get_vlan_mode_json", "Remote ONU queries", "Asks for the VLAN modes of the UNI ports of an ONU: the same request, under another name.", "",
-     &all_channels[4], &all_records[3], &all_commands[108], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[129], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1044, 1044, "bsp_pononu_ctc_config_by_db", {}, {}, bsp_pon_onu_ctc_get_vlan_mode_json_arguments},
     {"bsp_pon_onu_ctc_get_info", "Remote ONU requests", "Asks a remote ONU anything of the information channel.", "",
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::silent,
@@ -5387,100 +5963,100 @@ constexpr Operation all_operations[] = {
      &all_channels[3], &all_records[3], nullptr, Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_pon_onu_ctc_port_get_arguments},
     {"bsp_pon_onu_ctc_get_sn", "Remote ONU requests", "Asks a remote ONU who it is.", "",
-     &all_channels[3], &all_records[3], &all_commands[74], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_sn_arguments},
     {"bsp_pon_onu_ctc_get_fw", "Remote ONU requests", "Asks a remote ONU for its firmware version.", "",
-     &all_channels[3], &all_records[3], &all_commands[75], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[96], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_fw_arguments},
     {"bsp_pon_onu_ctc_get_chipid", "Remote ONU requests", "Asks a remote ONU for its chipset.", "",
-     &all_channels[3], &all_records[3], &all_commands[76], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[97], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_chipid_arguments},
     {"bsp_pon_onu_ctc_get_cap", "Remote ONU requests", "Asks a remote ONU for its capabilities.", "",
-     &all_channels[3], &all_records[3], &all_commands[77], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[98], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_cap_arguments},
     {"bsp_pon_onu_ctc_get_cap2", "Remote ONU requests", "Asks a remote ONU for more of its capabilities.", "",
-     &all_channels[3], &all_records[3], &all_commands[73], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_cap2_arguments},
     {"bsp_pon_onu_ctc_get_sla", "Remote ONU requests", "Asks a remote ONU for its service level agreement.", "",
-     &all_channels[3], &all_records[3], &all_commands[89], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[110], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_sla_arguments},
     {"bsp_pon_onu_ctc_get_onuinfo", "Remote ONU requests", "Asks a remote ONU for all about it.", "",
-     &all_channels[3], &all_records[3], &all_commands[93], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[114], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_onuinfo_arguments},
     {"bsp_pon_onu_ctc_get_upgrade_status", "Remote ONU requests", "Asks a remote ONU how its image update stands.", "",
-     &all_channels[3], &all_records[3], &all_commands[92], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[113], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_upgrade_status_arguments},
     {"bsp_pon_onu_ctc_get_catv_status", "Remote ONU requests", "Asks a remote ONU whether its CATV port is on.", "",
-     &all_channels[3], &all_records[3], &all_commands[98], Class::read, Call::get, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[119], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_info", {}, {}, bsp_pon_onu_ctc_get_catv_status_arguments},
     {"bsp_pon_onu_ctc_upgrade", "Remote ONU requests", "Sends a part of an image to a remote ONU.", "",
-     &all_channels[3], &all_records[3], &all_commands[90], Class::service_affecting, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[111], Class::service_affecting, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_upgrade_arguments},
     {"bsp_pon_onu_ctc_upgrade_commit", "Remote ONU requests", "Makes a remote ONU start its new image from now on.", "",
-     &all_channels[3], &all_records[3], &all_commands[91], Class::service_affecting, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[112], Class::service_affecting, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_upgrade_commit_arguments},
     {"bsp_pon_onu_ctc_set_perf_monitor_status", "Remote ONU requests", "Switches performance monitoring of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_catv: a service cannot tell them apart.",
-     &all_channels[3], &all_records[3], &all_commands[99], Class::write, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[120], Class::write, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_set_perf_monitor_status_arguments},
     {"bsp_pon_onu_ctc_set_catv", "Remote ONU requests", "Switches the CATV port of a remote ONU.", "The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot tell them apart.",
-     &all_channels[3], &all_records[3], &all_commands[100], Class::service_affecting, Call::set, Failure::silent,
+     &all_channels[3], &all_records[3], &all_commands[121], Class::service_affecting, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_info", {}, {}, bsp_pon_onu_ctc_set_catv_arguments},
     {"bsp_onu_ctc_get_autoneg_local_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port can negotiate.", "",
-     &all_channels[3], &all_records[3], &all_commands[84], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[105], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_autoneg_local_abt_arguments},
     {"bsp_onu_ctc_get_autoneg_adv_abt", "Remote ONU requests", "Asks a remote ONU what a UNI port offers in auto-negotiation.", "",
-     &all_channels[3], &all_records[3], &all_commands[85], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[106], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_autoneg_adv_abt_arguments},
     {"bsp_onu_ctc_get_phyinfo", "Remote ONU requests", "Asks a remote ONU for the PHY of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[94], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[115], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_phyinfo_arguments},
     {"bsp_onu_ctc_get_perf_monitor_status", "Remote ONU requests", "Asks a remote ONU whether it monitors the performance of a UNI port.", "",
-     &all_channels[3], &all_records[3], &all_commands[101], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[122], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_perf_monitor_status_arguments},
     {"bsp_onu_ctc_get_perf_current_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the current period.", "",
-     &all_channels[3], &all_records[3], &all_commands[102], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[123], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_perf_current_data_arguments},
     {"bsp_onu_ctc_get_perf_history_data", "Remote ONU requests", "Asks a remote ONU for the counters of a UNI port in the period before.", "",
-     &all_channels[3], &all_records[3], &all_commands[103], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[124], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_port_get", {}, {}, bsp_onu_ctc_get_perf_history_data_arguments},
     {"bsp_pon_onu_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[135], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[156], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_config_json", {}, {}, bsp_pon_onu_ctc_get_mc_config_json_arguments},
     {"bsp_pon_onu_uni_ctc_get_mc_config_json", "Remote ONU service views", "Asks for the multicast configuration of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[136], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[157], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_uni_ctc_get_mc_config_json", {}, {}, bsp_pon_onu_uni_ctc_get_mc_config_json_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_translate_json", "Remote ONU service views", "Asks for the multicast VLAN translation of a UNI port.", "",
-     &all_channels[4], &all_records[3], &all_commands[137], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[158], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_translate_json", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_translate_json_arguments},
     {"bsp_pon_onu_ctc_get_mc_vlan_json", "Remote ONU service views", "Asks for the multicast VLANs of the UNI ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[138], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[159], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_mc_vlan_json", {}, {}, bsp_pon_onu_ctc_get_mc_vlan_json_arguments},
     {"bsp_pon_onu_ctc_get_voipinfo_json", "Remote ONU service views", "Asks for the voice ports of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[156], Class::read, Call::get, Failure::report,
+     &all_channels[4], &all_records[3], &all_commands[177], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_voipinfo_json", {}, {}, bsp_pon_onu_ctc_get_voipinfo_json_arguments},
     {"bsp_pon_onu_get_fec_mode", "Remote ONU service views", "Asks for forward error correction of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[142], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[163], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_fec_mode", {}, {}, bsp_pon_onu_get_fec_mode_arguments},
     {"bsp_pon_onuc_get_fec_ability", "Remote ONU service views", "Asks whether an ONU can correct errors.", "",
-     &all_channels[4], &all_records[3], &all_commands[144], Class::read, Call::get, Failure::silent,
+     &all_channels[4], &all_records[3], &all_commands[165], Class::read, Call::get, Failure::silent,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onuc_get_fec_ability", {}, {}, bsp_pon_onuc_get_fec_ability_arguments},
     {"bsp_pon_onu_ctc_get_time_config", "Remote ONU service views", "Asks a remote ONU for its time configuration.", "",
-     &all_channels[3], &all_records[3], &all_commands[95], Class::read, Call::get, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[116], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_time_config", {}, {}, bsp_pon_onu_ctc_get_time_config_arguments},
     {"bsp_pon_onu_ctc_get_wanc", "Remote ONU service views", "Asks for WAN connections of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[151], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[172], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wanc", {}, {}, bsp_pon_onu_ctc_get_wanc_arguments},
     {"bsp_pon_onu_ctc_get_wlan", "Remote ONU service views", "Asks for the WLANs of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[153], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[174], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_wlan", {}, {}, bsp_pon_onu_ctc_get_wlan_arguments},
     {"bsp_pon_onu_ctc_get_catv", "Remote ONU service views", "Asks for the CATV port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[155], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[176], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_catv", {}, {}, bsp_pon_onu_ctc_get_catv_arguments},
     {"bsp_pon_onu_ctc_get_acl", "Remote ONU service views", "Asks for the access control list of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[157], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[178], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_acl", {}, {}, bsp_pon_onu_ctc_get_acl_arguments},
     {"bsp_pon_onu_ctc_get_dhcp", "Remote ONU service views", "Asks for the DHCP server of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[159], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[180], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_ctc_get_dhcp", {}, {}, bsp_pon_onu_ctc_get_dhcp_arguments},
     {"bsp_pon_onu_ctc_get_wlantab", "Remote ONU service views", "Asks for the WLANs of the ONUs of a PON port.", "",
      &all_channels[0], &all_records[0], &all_commands[45], Class::read, Call::get, Failure::pass,
@@ -5507,16 +6083,16 @@ constexpr Operation all_operations[] = {
      &all_channels[3], &all_records[3], nullptr, Class::write, Call::set, Failure::silent,
      Request::as_is, Answer::none, nullptr, 0, 0, "bsp_pon_onu_alarm_more_test", {}, bsp_pon_onu_alarm_more_test_odd, bsp_pon_onu_alarm_more_test_arguments},
     {"bsp_pon_onu_ctc_oam_print", "Remote ONU settings", "Sets what the service prints of OAM.", "",
-     &all_channels[9], &all_records[3], &all_commands[205], Class::write, Call::set, Failure::silent,
+     &all_channels[9], &all_records[3], &all_commands[226], Class::write, Call::set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_oam_print", {}, {}, bsp_pon_onu_ctc_oam_print_arguments},
     {"bsp_pon_onu_ctc_set_multillid", "Remote ONU settings", "Sets the number of LLIDs of an ONU.", "",
-     &all_channels[3], &all_records[3], &all_commands[79], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[3], &all_records[3], &all_commands[100], Class::service_affecting, Call::set, Failure::pass,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_multillid", {}, {}, bsp_pon_onu_ctc_set_multillid_arguments},
     {"bsp_pon_onu_ctc_update_image", "Remote ONU settings", "Has the OLT update an image of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[145], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[166], Class::service_affecting, Call::set, Failure::pass,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_update_image", {}, {}, bsp_pon_onu_ctc_update_image_arguments},
     {"bsp_pon_onu_ctc_set_mgmt", "Remote ONU settings", "Sets the management address of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[112], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[133], Class::service_affecting, Call::set, Failure::pass,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_pon_onu_ctc_set_mgmt", {}, {}, bsp_pon_onu_ctc_set_mgmt_arguments},
     {"bsp_pon_get_onu_optical_diag_by_pon", "Bulk data", "Asks for the optical diagnostics of the ONUs of a PON port.", "",
      &all_channels[0], &all_records[0], &all_commands[38], Class::read, Call::get, Failure::report,
@@ -5528,7 +6104,7 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[40], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_get_onu_perf_stat_data_all", {}, {}, bsp_pon_get_onu_perf_stat_data_all_arguments},
     {"bsp_pon_onu_get_configure", "Bulk data", "Asks for the configure word of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[146], Class::read, Call::get, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[167], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[3], 1888, 1888, "bsp_pon_onu_get_configure", {}, {}, bsp_pon_onu_get_configure_arguments},
     {"bsp_pon_get_allonuinfo", "Bulk data", "Asks for all ONUs, in a text.", "",
      &all_channels[0], &all_records[0], &all_commands[37], Class::read, Call::get, Failure::pass,
@@ -5540,7 +6116,7 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[36], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_basic_info", {}, {}, bsp_pon_get_basic_info_arguments},
     {"bsp_pon_get_config_write", "Profiles and configuration", "Asks for the service's configuration, as a text or a file's name, and a word.", "",
-     &all_channels[6], &all_records[2], &all_commands[194], Class::read, Call::get, Failure::report,
+     &all_channels[6], &all_records[2], &all_commands[215], Class::write, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[2], 1148, 1148, "bsp_pon_get_config_write", {}, bsp_pon_get_config_write_odd, bsp_pon_get_config_write_arguments},
     {"bsp_profile_exec_get", "Profiles and configuration", "Sends a payload on the profile channel and receives the answer in its place.", "Without `buf`, `len` zeros are sent.",
      &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
@@ -5558,7 +6134,7 @@ constexpr Operation all_operations[] = {
      &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
      Request::built, Answer::own, &all_records[4], 4120, 0, "bsp_profile_exec_get_cfgwr", bsp_profile_exec_get_cfgwr_constants, bsp_profile_exec_get_cfgwr_odd, bsp_profile_exec_get_cfgwr_arguments},
     {"bsp_onu_ctc_set_cfg", "ONU configuration, LOIDs and UNI profiles", "Sets the configuration of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[147], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[168], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_onu_ctc_set_cfg", {}, {}, bsp_onu_ctc_set_cfg_arguments},
     {"bsp_pon_onu_ctc_set_oui", "ONU configuration, LOIDs and UNI profiles", "Sets the OUI that remote ONUs are known by.", "",
      &all_channels[0], &all_records[0], &all_commands[52], Class::service_affecting, Call::set, Failure::pass,
@@ -5582,7 +6158,7 @@ constexpr Operation all_operations[] = {
      &all_channels[0], &all_records[0], &all_commands[33], Class::read, Call::get, Failure::pass,
      Request::built, Answer::own, &all_records[0], 944, 944, "bsp_pon_prof_uni_get", {}, {}, bsp_pon_prof_uni_get_arguments},
     {"bsp_onu_ctc_set_portcfg", "ONU configuration, LOIDs and UNI profiles", "Sets the configuration of a UNI port of an ONU.", "",
-     &all_channels[4], &all_records[3], &all_commands[150], Class::service_affecting, Call::set, Failure::pass,
+     &all_channels[4], &all_records[3], &all_commands[171], Class::service_affecting, Call::set, Failure::pass,
      Request::stamped, Answer::none, nullptr, 0, 0, "bsp_onu_ctc_set_portcfg", {}, {}, bsp_onu_ctc_set_portcfg_arguments},
     {"bsp_pon_onucfg_set_batch", "ONU configuration, LOIDs and UNI profiles", "Has the service apply the configuration of ONUs.", "",
      &all_channels[0], &all_records[0], &all_commands[0], Class::service_affecting, Call::set, Failure::pass,

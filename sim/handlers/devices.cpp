@@ -1,8 +1,8 @@
 // Views of what ONUs are and of their UNI ports.
+#include "views/devices.h"
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/uni_config.h"
-#include "views/devices.h"
 
 namespace ponsim
 {

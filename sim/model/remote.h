@@ -54,13 +54,13 @@ public:
     Number get(uint32_t offset) const
     {
         Number number;
-        std::memcpy(&number, &content.at(offset - start), sizeof number);
+        std::memcpy(&number, &content[place_of(offset, sizeof number)], sizeof number);
         return number;
     }
     template <class Number>
     void put(uint32_t offset, std::type_identity_t<Number> number)
     {
-        std::memcpy(&content.at(offset - start), &number, sizeof number);
+        std::memcpy(&content[place_of(offset, sizeof number)], &number, sizeof number);
     }
     // Cut to `room` bytes; zeros behind it.
     void put(uint32_t offset, std::string_view text, size_t room);
@@ -71,6 +71,13 @@ public:
 
 private:
     static constexpr uint32_t start = 352; // of the data in a record
+
+    // Throws std::out_of_range where the block is shorter.
+    size_t place_of(uint32_t offset, size_t size) const
+    {
+        static_cast<void>(content.at(offset - start + size - 1));
+        return offset - start;
+    }
 
     std::string content;
 };

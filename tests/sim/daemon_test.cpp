@@ -261,7 +261,7 @@ TEST_F(DaemonTest, GoesOnWithItsTimeWhenItIsStartedAnew)
     EXPECT_EQ(control({"now"}, exit_status), "100 s of model time\n");
 }
 
-TEST_F(DaemonTest, ATimeThatWasOnlySteppedIsLostWhenItIsKilled)
+TEST_F(DaemonTest, AStepIsKeptWhenItIsKilled)
 {
     int exit_status;
     {
@@ -274,7 +274,7 @@ TEST_F(DaemonTest, ATimeThatWasOnlySteppedIsLostWhenItIsKilled)
     }
     Daemon daemon(with({"--speed", "0"}));
     ASSERT_TRUE(daemon.serves());
-    EXPECT_EQ(control({"now"}, exit_status), "100 s of model time\n");
+    EXPECT_EQ(control({"now"}, exit_status), "150 s of model time\n");
 }
 
 TEST_F(DaemonTest, AnUnknownControlCommandIsExplainedInALine)

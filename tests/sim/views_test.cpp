@@ -6,6 +6,7 @@
 #include "model/loops.h"
 #include "model/station.h"
 #include "plat.h"
+#include "profiles.h"
 #include "rows.h"
 #include "upgrade.h"
 #include "views/table.h"
@@ -16,9 +17,10 @@ namespace
 {
 
 // The result of any view; it is asked for id 5 of port 1, and UNI port 1.
-std::string result_of(Desk &desk, const catalogue::Command &command)
+std::string result_of(ProfileDesk &desk, const catalogue::Command &command)
 {
     const uint32_t channel = command.channel->type;
+    if (channel == BSP_MSG_PROFILE) return desk.file(command.code);
     if (channel == BSP_MSG_PON) {
         const Reply reply = desk.ask(record_of(command.code, 1), command.call.value_or(catalogue::Call::get));
         return reply.file ? reply.file->content : reply.result.value_or("no result");
@@ -115,7 +117,7 @@ void set_uni_profile(Desk &desk)
 
 TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
 {
-    Desk desk({.seed = 1, .ports = 16, .arrivals = 128, .silent = 0});
+    ProfileDesk desk({.seed = 1, .ports = 16, .arrivals = 128, .silent = 0});
     const Mac mac = bind_with_everything(desk);
     desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 1, 0, desk.port(1).arrivals[0].mac));
     bsp_pon_msg authentication = record_of(BSP_CMD_AUTH_SET, 1);
@@ -130,6 +132,8 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
     add_type(desk, "type", "SIMA", "S100", "2.0", 1);
     translate_multicast(desk);
     set_uni_profile(desk);
+    for (const uint32_t kind : all_kinds)
+        EXPECT_EQ(desk.keep(kind, "profile", words_of_kind(kind)), BSP_OK);
     desk.simulator.change(set_loop(desk.simulator.olt(), {1, mac, 1}, true).change);
     for (const catalogue::View &view : catalogue::views())
         for (const catalogue::Command *command : view.commands) {
