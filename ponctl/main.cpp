@@ -31,9 +31,10 @@ struct GlobalOptions {
         throw UsageError("--output: '" + format + "' is not one of table, json, hex");
     }
 
-    // The board's IPC library reads its settings from the environment.
+    // The board's libraries read their settings from the environment. What they would log the tool says itself.
     void export_settings() const
     {
+        setenv("BOARD_LOG", "off", 0);
         if (!socket_dir.empty()) setenv("BOARD_IPC_DIR", socket_dir.c_str(), 1);
         if (timeout.empty()) return;
         if (parse_number("--timeout", timeout, INT32_MAX) == 0)

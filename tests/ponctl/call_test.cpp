@@ -1,4 +1,5 @@
 // ponctl call, as a process, against a service.
+#include <algorithm>
 #include <cstring>
 
 #include <fcntl.h>
@@ -102,6 +103,7 @@ TEST(Call, EndsWithThreeWhenNobodyServes)
     EXPECT_THAT(finished.err, EndsWith("ponctl: bsp_pon_bind_onu_spec_id: IPC failure -1: " +
                                        std::string(ipc_strerror(IPC_ERR_NO_SERVICE)) +
                                        " in /nowhere; start ponsim, or name its folder with --socket-dir\n"));
+    EXPECT_EQ(std::ranges::count(finished.err, '\n'), 1) << "what the library logs is said twice";
 }
 
 TEST(Call, EndsWithThreeWhenTheServiceFailsTheExchange)
