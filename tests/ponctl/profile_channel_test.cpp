@@ -214,7 +214,7 @@ TEST(ConfigWrite, ShowsTextAndWord)
     std::memcpy(&record[124], "port 1\nport 2", 13);
     const FakeService service(bytes(record));
     const Finished finished = service.ponctl({"call", "bsp_pon_get_config_write", "port=3", "arg=2"});
-    EXPECT_EQ(finished.out, "port 1\nport 2\nword_out: 83886085\n");
+    EXPECT_EQ(finished.out, "port 1\nport 2\nword_out: 83886085 bytes\n");
     EXPECT_EQ(service.received().at(0).channel, 240u);
     EXPECT_EQ(service.received().at(0).word(0), 3u);
     EXPECT_EQ(service.received().at(0).word(4), 2u);
@@ -293,7 +293,7 @@ TEST(Raw, SendsAllOfAProfileWhateverIsSetOfIt)
     EXPECT_EQ(service.received().at(0).record.size(), 84u);
 }
 
-TEST(Trace, HasRecordsAsLongAsTheyWere)
+TEST(TraceOfProfiles, HasRecordsAsLongAsTheyWere)
 {
     const FakeService service(answer("answer"));
     const std::string file = std::filesystem::temp_directory_path() / ("ponctl_trace_" + std::to_string(getpid()));

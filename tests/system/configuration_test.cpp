@@ -9,15 +9,12 @@
 #include "board/util.h"
 #include "bsp_pon.h"
 #include "control.h"
+#include "full_olt.h"
 #include "simulator.h"
 #include "view.h"
 
 namespace
 {
-
-constexpr uint32_t ports = 16;
-constexpr uint32_t onus_per_port = 128;
-const std::vector<std::string> olt{"--seed", "9", "--arrivals", "128", "--silent", "0", "--speed", "0"};
 
 std::string saved()
 {
@@ -74,20 +71,6 @@ std::string vlans(uint32_t pon_port)
     return text;
 }
 
-// The ONUs that wait at all ports, bound to the ids from 0 on.
-void bind_all()
-{
-    for (uint32_t port = 1; port <= ports; ++port) {
-        const View waiting(
-            [port](db_handle **db) { return bsp_pon_exec_get_json_(BSP_CMD_VIEW_ONU_INFO_WEB, port, 0, db); });
-        ASSERT_EQ(waiting.count(), onus_per_port);
-        for (uint32_t id = 0; id < onus_per_port; ++id)
-            ASSERT_EQ(bsp_pon_bind_onu_spec_id(port, id, parse(waiting.text(id, "mac")).data(), "customer", nullptr, id,
-                                               nullptr),
-                      BSP_OK);
-    }
-}
-
 void set_vlan(uint32_t pon_port, uint32_t onu_id, uint16_t vlan)
 {
     bsp_onu_msg record{};
@@ -116,14 +99,14 @@ TEST(Configuration, AFullOltBecomesTheSameOnAnotherService)
 {
     std::string text, before, vlans_before;
     {
-        Simulator first(olt);
+        Simulator first(full_olt);
         bind_all();
         tell_some();
         before = views();
         vlans_before = vlans(3);
         text = saved();
     }
-    const Simulator second(olt);
+    const Simulator second(full_olt);
     EXPECT_FALSE(views() == before);
     ASSERT_EQ(load(text), BSP_OK);
     EXPECT_TRUE(views() == before);
