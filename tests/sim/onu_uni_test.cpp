@@ -416,7 +416,8 @@ TEST(OnuLinkState, IsATextInTheAnswer)
 TEST(OnuLinkState, OfAnOnuThatIsOfflineIsUnknown)
 {
     UniDesk desk;
-    for (const auto &row : parse(text_of(desk.ask(config, BSP_CMD_ONU_LINK_STATE_GET, 0, 6))).GetArray())
+    const rapidjson::Document rows = parse(text_of(desk.ask(config, BSP_CMD_ONU_LINK_STATE_GET, 0, 6)));
+    for (const auto &row : rows.GetArray())
         EXPECT_TRUE(row["link"].IsNull());
 }
 
