@@ -546,7 +546,12 @@ class Catalogue:
             entry.commands.append(self.commands[name])
 
     def read_layouts(self, path, table):
-        for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief", "fields"], ["answer"]):
+        for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief"],
+                                   ["fields", "like", "answer"]):
+            if layout.get("like") is not None:
+                if layout.get("fields") is not None:
+                    layout.fail("a layout has 'fields' of its own or is 'like' another, not both")
+                layout.table["fields"] = layout.lookup("like", self.layouts).get("fields")
             layout.of_answer = layout.flag("answer")
             layout.brief, layout.record = layout.text("brief"), layout.lookup("record", self.records)
             layout.fields = self.read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", *ALIGNMENTS])

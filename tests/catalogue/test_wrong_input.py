@@ -21,6 +21,7 @@ QUERIES = "catalog/onu/queries.toml"
 REQUESTS = "catalog/onu/requests.toml"
 OPTICS = "catalog/platform/optics.toml"
 LAYOUTS = "catalog/layouts/batch.toml"
+UNI_LAYOUTS = "catalog/layouts/onu_uni.toml"
 VIEWS = "catalog/views/onu.toml"
 
 # file, what is replaced, by what, and what must be said: the entry, then the reason.
@@ -271,6 +272,10 @@ BROKEN = {
                                                 "field max_distance_2", "is not aligned"),
     "layout's field that comes often, at no distance": (LAYOUTS, "offset = 436", "times = 3, offset = 436",
                                                         "field max_distance", "'every' must be a number"),
+    "layout like none": (UNI_LAYOUTS, 'like     = "onu_vlan"', 'like     = "onu_vlans"', "layout onu_vlan_set",
+                         "names 'onu_vlans', which does not exist"),
+    "layout like another, and with fields": (UNI_LAYOUTS, 'like     = "onu_vlan"', 'like     = "onu_vlan"\nfields   = []',
+                                             "layout onu_vlan_set", "not both"),
     "view of a layout's name": (VIEWS, 'name     = "base_info"', 'name     = "onu_batch"', "view onu_batch",
                                 "the name is taken"),
     "view of an unknown command": (VIEWS, '"BSP_CMD_VIEW_BASE_INFO_WEB"]', '"BSP_CMD_VIEW"]', "view base_info",
