@@ -133,6 +133,15 @@ TEST_F(Answer_of_bsp_profile_exec_get_cfgwr, IsTheFileInABlockOfTheBoard)
     pfree(block);
 }
 
+TEST_F(Answer_of_bsp_profile_exec_get_cfgwr, NamesAFileThatEndsWithTheAnswerAtTheLatest)
+{
+    answer(std::string(4096, 'x'), 0, 6);
+    EXPECT_EQ(read(), 0u);
+    ASSERT_EQ(rb_utils(), 2u);
+    EXPECT_EQ(rb_util_at(1)->file, std::string(RB_TEXT_LENGTH - 1, 'x')) << "what is kept of a long name";
+    pfree(block);
+}
+
 TEST_F(Answer_of_bsp_profile_exec_get_cfgwr, IsNoneWithAStatus)
 {
     answer("/tmp/config", 4001, 6);
