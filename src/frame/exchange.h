@@ -41,6 +41,7 @@ struct Way {
 
     static constexpr uint32_t first_channel = BSP_MSG_PON; // the lowest
     static constexpr uint32_t channels = 16, failures = 4, lines = 1024;
+    static_assert(channels * failures * lines == 1u << 16);
 
     int line() const { return static_cast<int>(details / (failures * channels)); }
     uint32_t channel() const { return first_channel + details / failures % channels; }
