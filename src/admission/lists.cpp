@@ -68,9 +68,7 @@ uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *
 
 uint32_t bsp_pon_no_bind_blacklist_batch(bsp_pon_msg *record)
 {
-    if (!record) return BSP_ERR_PARAM;
-    record->cmd = BSP_CMD_BLACKLIST_REMOVE_BATCH;
-    return set(*record, on(BSP_MSG_PON));
+    return frame::send_stamped(record, BSP_CMD_BLACKLIST_REMOVE_BATCH, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_w_onu_spec_id(uint32_t pon_port, uint32_t onu_id, void *resp)

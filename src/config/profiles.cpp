@@ -11,7 +11,6 @@ namespace
 constexpr uint32_t header_length = 28;
 constexpr uint32_t longest_payload = sizeof(bsp_profile_msg) - header_length;
 
-constexpr uint32_t no_answer_length = 0;
 constexpr uint32_t file_name_length = 61; // of an answer with a file's name
 
 // Writes a request; returns its length.
@@ -25,8 +24,8 @@ FRAME_SHARED uint32_t put_request(bsp_profile_msg &request, uint32_t action, uin
     return length + header_length;
 }
 
-// True: `result` is the service's status word, and `response` its answer, which ends as a text would. False: nothing
-// was sent, or the exchange failed, and `result` is the operation's.
+// True: `result` is the service's status word, and `response` its answer. False: nothing was sent, or the exchange
+// failed, and `result` is the operation's.
 FRAME_SHARED bool ask(bsp_profile_msg &response, uint32_t action, const void *payload, uint32_t length,
                       uint32_t answer_length, uint32_t &result)
 {
@@ -70,7 +69,7 @@ uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t len)
 {
     bsp_profile_msg response;
     uint32_t result;
-    if (ask(response, action, buf, len, no_answer_length, result) && buf) __builtin_memcpy(buf, response.data, len);
+    if (ask(response, action, buf, len, frame::no_length, result) && buf) __builtin_memcpy(buf, response.data, len);
     return result;
 }
 
@@ -78,11 +77,9 @@ uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t len, void *o
 {
     bsp_profile_msg response;
     uint32_t result;
-    if (!ask(response, action, buf, len, no_answer_length, result) || result != BSP_OK) return result;
+    if (!ask(response, action, buf, len, frame::no_length, result) || result != BSP_OK) return result;
     if (out) {
-        const uint32_t held = out_len < sizeof response.data ? out_len : sizeof response.data;
-        __builtin_memcpy(out, response.data, held);
-        frame::clear(static_cast<char *>(out) + held, out_len - held);
+        frame::deliver(response.data, sizeof response.data, out, out_len);
     } else if (buf) {
         __builtin_memcpy(buf, response.data, len);
     }
@@ -115,7 +112,7 @@ uint32_t bsp_profile_exec_get_cfgwr(uint32_t action, void **data_out, uint32_t *
 {
     bsp_profile_msg response;
     uint32_t result;
-    if (!ask(response, action, nullptr, 0, no_answer_length, result) || result != BSP_OK || response.count == 0)
+    if (!ask(response, action, nullptr, 0, frame::no_length, result) || result != BSP_OK || response.count == 0)
         return result;
     void *block = pmalloc(response.count);
     if (!block) {

@@ -6,28 +6,17 @@
 using frame::Failure;
 using frame::on;
 using frame::Request;
-using frame::set;
-using frame::Way;
 
 namespace
 {
 
 constexpr uint32_t oui_size = 3;
 
-// The caller's record itself, with the operation's command.
-template <class Record>
-FRAME_SHARED uint32_t send(Record *record, uint32_t command, Way way)
-{
-    if (!record) return BSP_ERR_PARAM;
-    record->*frame::command_of<Record> = command;
-    return set(*record, way);
-}
-
 } // namespace
 
 uint32_t bsp_onu_ctc_set_cfg(bsp_onu_msg *rec)
 {
-    return send(rec, BSP_CMD_ONU_CONFIG_SET, on(BSP_MSG_ONU_CFG, Failure::pass));
+    return frame::send_stamped(rec, BSP_CMD_ONU_CONFIG_SET, on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_set_oui(const uint8_t *oui)
@@ -38,12 +27,12 @@ uint32_t bsp_pon_onu_ctc_set_oui(const uint8_t *oui)
 
 uint32_t bsp_pon_onu_ctc_add_loid(bsp_pon_msg *rec)
 {
-    return send(rec, BSP_CMD_LOID_ADD, on(BSP_MSG_PON, Failure::pass));
+    return frame::send_stamped(rec, BSP_CMD_LOID_ADD, on(BSP_MSG_PON, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_ctc_delete_loid(bsp_pon_msg *rec)
 {
-    return send(rec, BSP_CMD_LOID_DELETE, on(BSP_MSG_PON, Failure::pass));
+    return frame::send_stamped(rec, BSP_CMD_LOID_DELETE, on(BSP_MSG_PON, Failure::pass));
 }
 
 uint32_t bsp_pon_get_onu_loidlist(uint32_t pon_port, db_handle **db_out)
@@ -79,7 +68,7 @@ uint32_t bsp_pon_prof_uni_get(uint32_t profile_id, db_handle **db_out)
 
 uint32_t bsp_onu_ctc_set_portcfg(bsp_onu_msg *rec)
 {
-    return send(rec, BSP_CMD_ONU_PORT_CONFIG_SET, on(BSP_MSG_ONU_CFG, Failure::pass));
+    return frame::send_stamped(rec, BSP_CMD_ONU_PORT_CONFIG_SET, on(BSP_MSG_ONU_CFG, Failure::pass));
 }
 
 uint32_t bsp_pon_onucfg_set_batch(uint32_t)

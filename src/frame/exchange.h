@@ -119,6 +119,14 @@ FRAME_INLINE uint32_t get_in_place(Record &record, Way way)
     return get_into(record, &record, sizeof record, way);
 }
 
+// Copies `count` bytes of what a response holds, zeros behind its end.
+FRAME_SHARED void deliver(const void *held, uint32_t size, void *out, uint32_t count)
+{
+    const uint32_t copied = count < size ? count : size;
+    __builtin_memcpy(out, held, copied);
+    if (copied < count) clear(static_cast<char *>(out) + copied, count - copied);
+}
+
 // A response buffer for a get call.
 class Response
 {
@@ -153,11 +161,9 @@ public:
     }
 
     // What the response's `size` bytes hold from `offset` on, `count` bytes of it; zeros behind their end.
-    FRAME_SHARED void copy(uint32_t size, uint32_t offset, void *out, uint32_t count) const
+    void copy(uint32_t size, uint32_t offset, void *out, uint32_t count) const
     {
-        const uint32_t held = count < size - offset ? count : size - offset;
-        __builtin_memcpy(out, bytes + offset, held);
-        if (held < count) clear(static_cast<char *>(out) + held, count - held);
+        deliver(bytes + offset, size - offset, out, count);
     }
 
     uint8_t byte(uint32_t offset) const { return static_cast<uint8_t>(bytes[offset]); }

@@ -1,4 +1,4 @@
-// Settings of the PON channel.
+// Settings of the PON channel, and records that the caller built.
 #pragma once
 
 #include "frame/exchange.h"
@@ -18,6 +18,15 @@ FRAME_SHARED uint32_t send(uint32_t pon_port, uint32_t onu_id, uint32_t command,
     if (mac) request.put_mac(mac);
     request.put(&bsp_pon_msg::data429, block, size);
     return set(*request, way);
+}
+
+// The caller's record itself, which must be there and keeps the operation's command.
+template <class Record>
+FRAME_SHARED uint32_t send_stamped(Record *record, uint32_t command, Way way)
+{
+    if (!record) return BSP_ERR_PARAM;
+    record->*command_of<Record> = command;
+    return set(*record, way);
 }
 
 } // namespace frame

@@ -1,4 +1,5 @@
 // Views that the service keeps, as result databases. Who asks by function goes through one of the generic queries.
+#include "frame/send.h"
 #include "onu/remote.h"
 
 using frame::on;
@@ -86,9 +87,7 @@ uint32_t bsp_pon_get_onu_alarm(db_handle **db_out, bsp_pon_msg *record)
 
 uint32_t bsp_pon_clear_onu_alarm(bsp_pon_msg *record)
 {
-    if (!record) return BSP_ERR_PARAM;
-    record->cmd = BSP_CMD_ONU_ALARM_CLEAR;
-    return frame::set(*record, on(BSP_MSG_PON, frame::Failure::pass));
+    return frame::send_stamped(record, BSP_CMD_ONU_ALARM_CLEAR, on(BSP_MSG_PON, frame::Failure::pass));
 }
 
 uint32_t bsp_pon_get_uni_attribute_snmp(db_handle **db_out)

@@ -1,22 +1,16 @@
 // Service level agreements. Unlike most, these pass the IPC library's own value on when an exchange fails.
+#include "frame/send.h"
 #include "platform/requests.h"
 
 using frame::Failure;
+using frame::on;
 using frame::Request;
-using frame::Way;
 
 namespace
 {
 
 constexpr uint32_t sla_size = 20;
 constexpr uint32_t sla_down_size = 4;
-
-FRAME_SHARED uint32_t store(uint32_t command, bsp_plat_msg *record, Way way = on(BSP_MSG_PLAT, Failure::pass))
-{
-    if (!record) return BSP_ERR_PARAM;
-    record->plat_cmd = command;
-    return frame::set(*record, way);
-}
 
 FRAME_SHARED uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_out)
 {
@@ -29,12 +23,12 @@ FRAME_SHARED uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_o
 
 uint32_t bsp_pon_onu_sla_config(bsp_plat_msg *record)
 {
-    return store(BSP_CMD_SLA_SET, record);
+    return frame::send_stamped(record, BSP_CMD_SLA_SET, on(BSP_MSG_PLAT, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_sla_down_config(bsp_plat_msg *record)
 {
-    return store(BSP_CMD_SLA_DOWN_SET, record);
+    return frame::send_stamped(record, BSP_CMD_SLA_DOWN_SET, on(BSP_MSG_PLAT, Failure::pass));
 }
 
 uint32_t bsp_pon_onu_sla_get(uint32_t pon_port, uint32_t onu_id, void *out)
