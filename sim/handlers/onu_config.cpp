@@ -2,14 +2,12 @@
 #include "model/onu_config.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <vector>
 
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/authentication.h"
-#include "model/block.h"
 #include "views/onu_config.h"
 
 namespace ponsim
@@ -117,19 +115,13 @@ Plan configure_port(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const On
     return plan;
 }
 
-template <uint32_t size>
-OnuBlock data_of(const Request &request)
-{
-    return OnuBlock(to_block(request.read<std::array<uint8_t, size>>(offsetof(bsp_onu_msg, onu_data))));
-}
-
 Outcome set_port_config(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_and_uni_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
     const auto uni = request.read<bsp_onu_msg>().onu_uni_port;
     const auto profile = request.read<uint8_t>(layout::onu_port_config_set::profile);
-    if (profile == 0) return to_outcome(configure_port(olt, found.onu, uni, data_of<port_config_size>(request)));
+    if (profile == 0) return to_outcome(configure_port(olt, found.onu, uni, data_of(request, port_config_size)));
     const std::optional<OnuBlock> config = uni_profile(olt, profile);
     if (!config) return {PON_ERR_NO_UNI_PROFILE};
     return to_outcome(configure_port(olt, found.onu, uni, *config));

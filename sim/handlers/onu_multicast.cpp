@@ -21,12 +21,6 @@ uint32_t able(const RemoteOnu &onu)
     return knows_multicast(*onu.device.type) ? BSP_OK : PON_ERR_NOT_ABLE;
 }
 
-OnuBlock data_of(const Request &request, size_t size)
-{
-    const auto record = request.read<bsp_onu_msg>();
-    return OnuBlock(std::string(reinterpret_cast<const char *>(record.onu_data), size));
-}
-
 template <class Value>
 bool has(const std::vector<Value> &values, const Value &value)
 {

@@ -110,9 +110,7 @@ Outcome set_classification(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_and_uni_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto record = request.read<bsp_onu_msg>();
-    const OnuBlock block(std::string(reinterpret_cast<const char *>(record.onu_data), classification_size));
-    return to_outcome(classify(olt, found.onu, uni_of(request), block));
+    return to_outcome(classify(olt, found.onu, uni_of(request), data_of(request, classification_size)));
 }
 
 Outcome view_vlans(const Olt &olt, const Request &request)

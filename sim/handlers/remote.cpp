@@ -39,6 +39,12 @@ FoundOnu onu_and_uni_of(const Olt &olt, const Request &request, bool must_be_onl
     return found;
 }
 
+OnuBlock data_of(const Request &request, size_t size)
+{
+    const auto record = request.read<bsp_onu_msg>();
+    return OnuBlock(std::string(reinterpret_cast<const char *>(record.onu_data), size));
+}
+
 Outcome answer_with(const Request &request, std::string_view data)
 {
     const auto record = request.read<bsp_onu_msg>();
@@ -74,9 +80,7 @@ Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &
 Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
                     const BlockSetting &setting)
 {
-    const auto record = request.read<bsp_onu_msg>();
-    const OnuBlock block(std::string(reinterpret_cast<const char *>(record.onu_data), setting.size));
-    return to_outcome(tell_setting(olt, onu, number, block, setting));
+    return to_outcome(tell_setting(olt, onu, number, data_of(request, setting.size), setting));
 }
 
 Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,

@@ -13,6 +13,9 @@ FoundOnu onu_of(const Olt &olt, const Request &request, bool must_be_online = tr
 // The same; the request must name one of its UNI ports.
 FoundOnu onu_and_uni_of(const Olt &olt, const Request &request, bool must_be_online = true);
 
+// The first bytes of a request's data.
+OnuBlock data_of(const Request &request, size_t size);
+
 // The answer to a request with this data.
 Outcome answer_with(const Request &request, std::string_view data);
 inline Outcome answer_with(const Request &request, const OnuBlock &block)
