@@ -1,0 +1,38 @@
+// The program: every command and option of the command line, and how a command ends.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/cli.h"
+
+namespace ponctl
+{
+
+// What holds for every command.
+struct GlobalOptions {
+    std::string format = "table";
+    bool no_headings = false;
+    std::string socket_dir;
+    std::string timeout;
+
+    Output output() const; // throws UsageError
+    // The board's libraries read their settings from the environment, once a process. Throws UsageError.
+    void export_settings() const;
+};
+
+// Options keep what they were given: a command line has a program of its own.
+struct Program {
+    Program();
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
+    CLI::App app;
+    GlobalOptions global;
+    Command command;
+};
+
+// Runs one command line, without the program's name. What is wrong with it goes to standard error.
+int run_line(const std::vector<std::string> &words);
+
+} // namespace ponctl
