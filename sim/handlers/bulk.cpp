@@ -7,6 +7,7 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/classification.h"
+#include "model/light.h"
 #include "model/loops.h"
 #include "model/onu_identity.h"
 #include "model/performance.h"
@@ -79,7 +80,7 @@ Outcome optics_of(const Olt &olt, std::span<const PonPort> ports)
             const Mac &mac = onu.binding->mac;
             OnuOptics row{port.number, onu.onu_id, mac, {}};
             if (onu.online())
-                row.measured = {onu_readings(olt, onu), received_from(olt.seed(), *port.ranged(mac), olt.now())};
+                row.measured = {onu_readings(olt, onu), received_from(olt, port, *port.ranged(mac), olt.now())};
             rows.push_back(row);
         }
     return {BSP_OK, {}, onu_optics_table(rows)};

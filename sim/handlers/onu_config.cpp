@@ -58,7 +58,7 @@ bool is_behind_online_onu(const Olt &olt, const PonPort &port, const FdbEntry &e
 {
     const std::optional<Binding> &binding = port.bindings[entry.onu_id.value()];
     if (!binding || !port.online(*binding)) return false;
-    const std::vector<Station> stations = stations_behind(olt.seed(), binding->mac);
+    const std::vector<Station> stations = stations_behind(olt.seed(), binding->mac, olt.device_of(binding->mac));
     return std::ranges::find(stations, entry.mac, &Station::mac) != stations.end();
 }
 

@@ -6,6 +6,7 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/llid.h"
+#include "model/light.h"
 
 namespace ponsim
 {
@@ -201,7 +202,7 @@ Outcome about(const Olt &olt, const Request &request)
     block.put<uint32_t>(at::llid, to_llid(onu.onu_id));
     block.put<uint32_t>(at::llids, llids_of(olt, onu, Side::local));
     block.put<uint32_t>(at::distance, arrival ? arrival->distance : 0);
-    block.put<int32_t>(at::received_power, centi_dbm(arrival ? received_from(olt.seed(), *arrival, olt.now()) : 0));
+    block.put<int32_t>(at::received_power, centi_dbm(arrival ? received_from(olt, *onu.port, *arrival, olt.now()) : 0));
     block.put<uint32_t>(at::reboots, onu.port->record(mac).reboots);
     block.put<uint8_t>(at::ge_ports, type.ge_ports);
     block.put<uint8_t>(at::fe_ports, type.fe_ports);

@@ -7,6 +7,8 @@
 #include "generated/service_words.h"
 #include "handlers/chip.h"
 #include "handlers/record.h"
+#include "model/light.h"
+#include "model/plant.h"
 #include "model/module_memory.h"
 #include "views/optics.h"
 
@@ -98,7 +100,7 @@ Outcome rssi_answer(const Olt &olt, const bsp_plat_msg &record, const Arrival *a
     answer.put<int32_t>(at::received_power, formatted(received_power, rssi.average));
     answer.put<int32_t>(at::onu_launch_power,
                         arrival ? onu_launch_power(olt.seed(), mac, olt.now()) : formatted(launch_power, 0));
-    answer.put<int32_t>(at::loss, arrival ? path_loss(arrival->distance) : 0);
+    answer.put<int32_t>(at::loss, arrival ? path_loss(*olt.port(record.plat_port), *arrival) : 0);
     answer.put(at::distance, arrival ? arrival->distance : 0);
     answer.put(at::samples, rssi.samples);
     answer.put<int32_t>(at::least, formatted(received_power, rssi.least));
@@ -121,7 +123,7 @@ Outcome rssi(const Olt &olt, const Request &request)
     const Measurable onu = find_measurable(olt, record.plat_port, record.plat_arg4);
     if (record.plat_arg120 == received_now) {
         if (onu.status != BSP_OK) return {onu.status};
-        const int32_t power = received_from(olt.seed(), *onu.arrival, olt.now());
+        const int32_t power = received_from(olt, *olt.port(record.plat_port), *onu.arrival, olt.now());
         return rssi_answer(olt, record, onu.arrival, {olt.now(), 1, power, power, power});
     }
     if (onu.status != BSP_OK && onu.status != PON_ERR_OFFLINE) return {onu.status};

@@ -43,6 +43,23 @@ struct Binding {
     bool operator==(const Binding &) const = default;
 };
 
+// How far an ONU that is on the fibre has come with its registration.
+enum class Phase : uint32_t {
+    registered,
+    booting,        // it was switched on or restarted
+    discovery,      // until a discovery window of its port in which it is heard
+    mpcp,           // it was heard: REGISTER, GATE and REGISTER_ACK follow
+    oam,            // the OAM link comes up, then the extended one
+    authentication, // it is asked for its LOID
+};
+
+// How the light of an ONU reaches its port.
+enum class Light : uint32_t {
+    good,
+    degraded, // with bit errors
+    lost      // too weak: it is not heard
+};
+
 // What is kept of an ONU, bound or not, at one port.
 struct OnuRecord {
     bool supported = true;
@@ -51,10 +68,17 @@ struct OnuRecord {
     std::string upgrade_type = {}; // bound to it; empty: that of the port
     bool bad_image = false;        // what it downloads fails verification
     bool powered = true;           // without power it is not on the fibre
-    ModelTime registers_at = 0;    // once it is deregistered; 0 while it is not
+    Phase phase = Phase::registered;
+    ModelTime phase_ends = 0; // 0: the phase does not end by itself
+    Light light = Light::good;
+    uint32_t added_hours = 0;             // its laser's age beyond the time of the OLT
+    bool rogue = false;                   // its laser does not go off, and blinds the port for all others
+    std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: as it was found
+    std::optional<uint32_t> load_down = {};
+    uint32_t flood = 0; // broadcast frames a second that it sends beyond its load
 
     // Where it has arrived and the port reaches it, it is on the fibre.
-    bool present() const { return powered && registers_at == 0; }
+    bool present() const { return powered && phase == Phase::registered && light != Light::lost; }
 
     bool operator==(const OnuRecord &) const = default;
 };
@@ -254,6 +278,11 @@ struct Change {
         Mac mac;
         UpgradeRun run;
     };
+    struct FibreRow {
+        uint32_t pon_port;
+        uint32_t branch;
+        int32_t loss; // beyond what it must lose, 0.01 dB; 0: it is mended
+    };
     struct LoopRow {
         UniPlace place;
         std::optional<LoopRecord> record; // none: there is no loop, and nothing to tell of one
@@ -297,6 +326,7 @@ struct Change {
     std::vector<ModuleRow> modules = {};
     std::vector<UpgradeTypeRow> upgrade_types = {};
     std::vector<UpgradeRunRow> upgrade_runs = {};
+    std::vector<FibreRow> fibre = {};
     std::vector<LoopRow> loops = {};
     std::vector<OnuSettingRow> onu_settings = {};
     std::optional<LoopDetection> loop_detection = {};
@@ -309,7 +339,8 @@ struct Change {
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
                alarms.empty() && blocks.empty() && flushes.empty() && modules.empty() && upgrade_types.empty() &&
-               upgrade_runs.empty() && loops.empty() && onu_settings.empty() && !loop_detection && profiles.empty();
+               upgrade_runs.empty() && fibre.empty() && loops.empty() && onu_settings.empty() && !loop_detection &&
+               profiles.empty();
     }
 };
 

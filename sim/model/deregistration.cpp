@@ -6,7 +6,6 @@
 #include "generated/service_words.h"
 #include "model/alarms.h"
 #include "model/debug.h"
-#include "model/mpcp.h"
 #include "model/registration.h"
 
 namespace ponsim
@@ -14,27 +13,18 @@ namespace ponsim
 namespace
 {
 
-// At the first discovery window after the shortest absence.
-ModelTime return_time(const Olt &olt, uint32_t pon_port)
-{
-    const ModelTime interval = mpcp_of(olt, pon_port).discovery_interval;
-    return (olt.now() + shortest_absence + interval - 1) / interval * interval;
-}
-
 void deregister(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
 {
-    OnuRecord record = port.record(mac);
-    record.registers_at = return_time(olt, port.number);
-    change.onus.push_back({port.number, mac, record});
+    begin_registration(olt, port, mac, olt.now() + shortest_absence, change);
     raise(port, mac, Alarm::deregistered, change);
     report(olt, DebugSwitch::onu, port.number, mac, "deregistered by command", change);
 }
 
 void come_back(const Olt &olt, const PonPort &port, const Mac &mac, Registration &registration, Change &change)
 {
-    OnuRecord record = port.record(mac);
-    record.registers_at = 0;
-    change.onus.push_back({port.number, mac, record});
+    OnuRecord &record = edit(change, port, mac);
+    record.phase = Phase::registered;
+    record.phase_ends = 0;
     const Arrival *arrival = port.arrived(mac);
     if (!arrival || !record.present() || !port.reach().contains(*arrival)) return;
     if (port.refuses(mac)) {

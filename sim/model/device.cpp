@@ -157,10 +157,11 @@ std::span<const DeviceType> device_types()
     return types;
 }
 
-Device device_of(uint64_t seed, const Mac &mac)
+Device device_of(uint64_t seed, const Mac &mac, const DeviceType *kind)
 {
     Random random = random_for(seed, Purpose::device, mac);
     Device device{.type = &pick(random, types), .hardware = {}, .software = {}, .unis = {}};
+    if (kind) device.type = kind;
     device.hardware = pick(random, hardware_versions);
     device.software = pick(random, software_versions);
     for (uint32_t index = 0; index < device.type->ge_ports + device.type->fe_ports; ++index)

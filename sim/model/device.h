@@ -98,7 +98,8 @@ struct UniConfig {
     bool operator==(const UniConfig &) const = default;
 };
 
-Device device_of(uint64_t seed, const Mac &mac);
+// Of the kind that is given, or else of one that follows from seed and address, as all the rest does.
+Device device_of(uint64_t seed, const Mac &mac, const DeviceType *kind = nullptr);
 
 // Of each of the ONU's UNI ports: what they have until they are configured otherwise.
 std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Device &device);

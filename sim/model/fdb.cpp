@@ -181,7 +181,7 @@ void Fdb::look(const Olt &olt, const PonPort &port, size_t arrival)
         listening = config.learning && behavior.frames == Frames::learned && port.online(*port.bindings[*onu_id]);
     }
     if (listening && group.stations.empty()) {
-        group.stations = stations_behind(olt.seed(), mac);
+        group.stations = stations_behind(olt.seed(), mac, olt.device_of(mac));
         group.learned.resize(group.stations.size());
     }
     listen(group, listening, olt.now());

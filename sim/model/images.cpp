@@ -160,7 +160,7 @@ void start_upgraded(const Olt &olt, const PonPort &port, const Mac &mac, const U
 {
     Banks banks = banks_of(olt, port, mac);
     const uint32_t index = banks.spare();
-    banks.banks.at(index) = known_bank(*device_of(olt.seed(), mac).type, run.version, run.size);
+    banks.banks.at(index) = known_bank(*olt.device_of(mac).type, run.version, run.size);
     banks.push = Push::none;
     run_bank(banks, index, record);
     change.onu_settings.push_back(row_of(olt, port, mac, banks));

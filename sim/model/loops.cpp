@@ -130,7 +130,7 @@ Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
 {
     if (!olt.port(place.pon_port)) return refuse(PON_ERR_NO_PORT);
     if (!olt.id_at(place.pon_port, place.mac)) return refuse(PON_ERR_NOT_BOUND);
-    if (place.uni < 1 || place.uni > device_of(olt.seed(), place.mac).unis.size()) return refuse(PON_ERR_NO_UNI);
+    if (place.uni < 1 || place.uni > olt.device_of(place.mac).unis.size()) return refuse(PON_ERR_NO_UNI);
 
     Plan plan{BSP_OK};
     const auto found = olt.loops().find(place);

@@ -122,24 +122,11 @@ uint64_t warmth(uint64_t second)
     return std::min(of_day, 2 * half_day - of_day);
 }
 
-int32_t path_loss(uint32_t distance)
-{
-    constexpr int32_t splitter = 7 * 330;  // seven halvings, each not quite even: a branch for each of 128 ids
-    constexpr int32_t connectors = 4 * 25; // at both ends, and at both sides of the splitter
-    constexpr uint32_t fibre = 35;         // per km, at the 1310 nm that ONUs send
-    return splitter + connectors + static_cast<int32_t>(distance * fibre / 1000);
-}
-
 int32_t onu_launch_power(uint64_t seed, const Mac &mac, ModelTime now)
 {
     constexpr uint64_t swing = 30; // that it falls by to the warmest hour
     Random random = random_for(seed, Purpose::optics, mac);
     return number_from(random, 200, 300) - static_cast<int32_t>(swing * warmth(now / ms_per_second) / half_day);
-}
-
-int32_t received_from(uint64_t seed, const Arrival &arrival, ModelTime now)
-{
-    return power_of(onu_launch_power(seed, arrival.mac, now) - path_loss(arrival.distance));
 }
 
 Module::Module(uint64_t seed, uint32_t cage, bool of_pon_port)

@@ -57,12 +57,8 @@ inline constexpr uint64_t half_day = 12 * 60 * 60; // s
 // way, so that all that follows it is exact.
 uint64_t warmth(uint64_t second);
 
-// The light that is lost on the way from an ONU to its port, in 0.01 dB.
-int32_t path_loss(uint32_t distance);
 // What an ONU launches, in 0.01 dBm.
 int32_t onu_launch_power(uint64_t seed, const Mac &mac, ModelTime now);
-// What is received of it at the port, in 0.1 uW.
-int32_t received_from(uint64_t seed, const Arrival &arrival, ModelTime now);
 
 class Module
 {

@@ -95,13 +95,31 @@ OnuState PonPort::state_rebooted(const Binding &binding) const
     return authentication.turns_away(*arrival, &binding) ? OnuState::unauthenticated : OnuState::online;
 }
 
-Olt::Olt(const Settings &settings) : own_seed(settings.seed)
+OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac)
 {
-    for (uint32_t number = 1; number <= settings.ports; ++number)
-        pon_ports.push_back({number, arrivals_at(settings, number)});
+    const auto found = std::ranges::find_if(
+        change.onus, [&](const Change::OnuRow &row) { return row.pon_port == port.number && row.mac == mac; });
+    if (found != change.onus.end()) return found->record;
+    return change.onus.emplace_back(port.number, mac, port.record(mac)).record;
+}
+
+Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.topology)
+{
+    for (uint32_t number = 1; number <= settings.ports; ++number) {
+        PortPopulation port = topology ? topology->ports.at(number - 1) : population_at(settings, number);
+        pon_ports.push_back({number, std::move(port.branches), std::move(port.arrivals)});
+    }
     for (uint32_t cage = 1; cage <= settings.ports + ge_uplinks; ++cage)
         optics.emplace_back(settings.seed, cage, cage <= settings.ports);
     forwarding.start(*this);
+}
+
+Device Olt::device_of(const Mac &mac) const
+{
+    const DeviceType *kind = nullptr;
+    if (topology)
+        if (const auto found = topology->kinds.find(mac); found != topology->kinds.end()) kind = found->second;
+    return ponsim::device_of(own_seed, mac, kind);
 }
 
 const PonPort *Olt::port(uint32_t number) const
@@ -164,6 +182,8 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
         if (port(row.cage)) ids[row.cage].set();
     for (const auto &row : change.upgrade_runs)
         if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
+    for (const auto &row : change.fibre)
+        ids[row.pon_port].set();
     for (const auto &row : change.blocks)
         for (const PonPort &port : pon_ports) {
             if (is_oui(row)) ids[port.number].set();
@@ -208,8 +228,8 @@ void Olt::apply(const Change &change)
     }
     for (const auto &[pon_port, mac, record] : change.onus) {
         std::map<Mac, OnuRecord> &onus = pon_ports.at(pon_port - 1).onus;
-        due.erase({pon_ports.at(pon_port - 1).record(mac).registers_at, pon_port, mac});
-        if (record.registers_at != 0) due.insert({record.registers_at, pon_port, mac});
+        due.erase({pon_ports.at(pon_port - 1).record(mac).phase_ends, pon_port, mac});
+        if (record.phase_ends != 0) due.insert({record.phase_ends, pon_port, mac});
         if (record == OnuRecord{})
             onus.erase(mac);
         else
@@ -270,6 +290,13 @@ void Olt::apply(const Change &change)
             looped_unis[place] = *record;
         else
             looped_unis.erase(place);
+    }
+    for (const auto &[pon_port, branch, loss] : change.fibre) {
+        std::map<uint32_t, int32_t> &damage = pon_ports.at(pon_port - 1).damage;
+        if (loss == 0)
+            damage.erase(branch);
+        else
+            damage[branch] = loss;
     }
     if (change.loop_detection) detection = *change.loop_detection;
     for (const auto &[place, setting] : change.onu_settings)

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "model/change.h"
+#include "model/device.h"
 #include "model/fdb.h"
 #include "model/module.h"
 #include "model/plan.h"
@@ -78,7 +79,9 @@ private:
 
 struct PonPort {
     uint32_t number;
-    std::vector<Arrival> arrivals; // in order of MAC address
+    std::vector<Branch> branches;            // of its fibre
+    std::vector<Arrival> arrivals;           // in order of MAC address
+    std::map<uint32_t, int32_t> damage = {}; // to branches: what light loses there beyond what it must, 0.01 dB
     RangingLimits limits = {};
     bool lit = true;                                                         // the laser of its optical module is on
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
@@ -95,8 +98,8 @@ struct PonPort {
     Reach reach() const { return {limits, lit}; }
     // The ONU as it has arrived; null when it has not.
     const Arrival *arrived(const Mac &mac) const;
-    // Whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power and is not
-    // deregistered.
+    // Whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power and is
+    // registered.
     bool ranges(const Arrival &arrival) const { return reach().contains(arrival) && record(arrival.mac).present(); }
     // The ONU as it has arrived and is ranged; null when it has not or is not.
     const Arrival *ranged(const Mac &mac) const;
@@ -108,6 +111,9 @@ struct PonPort {
     bool online(const Binding &binding) const { return state(binding) == OnuState::online; }
     bool refuses(const Mac &mac) const { return blacklist_ids.contains(mac); }
 };
+
+// What becomes of an ONU by the change, to be written into it: what the change says already, or else what is kept now.
+OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac);
 
 class Olt
 {
@@ -122,6 +128,8 @@ public:
 
     // What the devices of its ONUs follow from.
     uint64_t seed() const { return own_seed; }
+    // What an ONU is by nature, whether it has arrived or not.
+    Device device_of(const Mac &mac) const;
 
     // In order of number.
     const std::vector<PonPort> &ports() const { return pon_ports; }
@@ -163,7 +171,7 @@ public:
     // The ONUs that wait at a port, in order of MAC address.
     std::vector<const Arrival *> waiting(const PonPort &port) const;
 
-    // The ONUs that are deregistered, in the order in which they will register.
+    // The ONUs whose phase of registration ends by itself, in order of that.
     struct Due {
         ModelTime at;
         uint32_t pon_port;
@@ -186,6 +194,7 @@ private:
     void forget(const Place &place);
 
     uint64_t own_seed;
+    std::shared_ptr<const Topology> topology; // null: all follows from the seed
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
     std::map<UniPlace, LoopRecord> looped_unis;

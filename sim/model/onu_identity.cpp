@@ -6,6 +6,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/plant.h"
 #include "model/random.h"
 #include "model/uni_config.h"
 
@@ -86,7 +87,7 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
     const Mac &mac = onu.binding->mac;
     const ModelTime now = olt.now();
     const uint64_t warm = warmth(now / ms_per_second);
-    const uint32_t distance = onu.port->ranged(mac)->distance;
+    const Arrival &arrival = *onu.port->ranged(mac);
     const int32_t sent = centi_dbm(olt.module(onu.port->number)->readings(now)[launch_power]);
 
     Random random = random_for(olt.seed(), Purpose::optics, mac);
@@ -97,7 +98,8 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
     readings[voltage] = static_cast<int32_t>(32700 + random.below(600));
     readings[bias] = static_cast<int32_t>(5000 + random.below(3000) + bias_swing * warm / half_day);
     readings[launch_power] = power_of(onu_launch_power(olt.seed(), mac, now));
-    readings[received_power] = power_of(sent - path_loss(distance) + static_cast<int32_t>(distance * gain / 1000));
+    readings[received_power] =
+        power_of(sent - path_loss(*onu.port, arrival) + static_cast<int32_t>(arrival.distance * gain / 1000));
     return readings;
 }
 

@@ -5,6 +5,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/alarms.h"
+#include "model/light.h"
 #include "model/module_memory.h"
 #include "model/registration.h"
 
@@ -56,7 +57,7 @@ ModuleRecord::Result result_of(const Olt &olt, const PonPort &port, const Module
     uint32_t sum = 0;
     for (uint32_t sample = 0; sample < measurement.samples; ++sample) {
         const ModelTime at = measurement.end - ModelTime{sample} * measurement.interval;
-        const auto power = static_cast<uint32_t>(received_from(olt.seed(), *arrival, at));
+        const auto power = static_cast<uint32_t>(received_from(olt, port, *arrival, at));
         sum += power;
         result.least = sample == 0 ? power : std::min(result.least, power);
         result.greatest = std::max(result.greatest, power);

@@ -1,5 +1,8 @@
 #include "model/population.h"
 
+#include <algorithm>
+
+#include "model/plant.h"
 #include "model/random.h"
 
 namespace ponsim
@@ -8,6 +11,7 @@ namespace
 {
 
 constexpr uint8_t locally_administered = 0x02;
+constexpr uint32_t feeder = 100;     // m, to the splitter
 constexpr uint32_t nearest = 200;    // m
 constexpr uint32_t farthest = 19500; // m
 
@@ -20,9 +24,10 @@ std::string digits(uint32_t number, size_t count)
 
 } // namespace
 
-std::vector<Arrival> arrivals_at(const Settings &settings, uint32_t pon_port)
+PortPopulation population_at(const Settings &settings, uint32_t pon_port)
 {
-    std::vector<Arrival> arrivals;
+    PortPopulation port;
+    port.branches.push_back({"feeder", std::nullopt, feeder, splitter_loss(128) + 2 * connector_loss});
     const uint64_t olt = Random{settings.seed, 0}.next();
     for (uint32_t index = 0; index < settings.arrivals; ++index) {
         // A stream of its own for each ONU: it stays as it is when there are more ports or more ONUs.
@@ -35,11 +40,14 @@ std::vector<Arrival> arrivals_at(const Settings &settings, uint32_t pon_port)
         const bool silent = random.happens(settings.silent);
         // Port and index make the LOID unique, too; the password can be told from it.
         const std::string drawn = digits(random.below(1000000), 6);
-        arrivals.push_back(
-            {mac, distance, silent, "loid" + drawn + digits(pon_port, 2) + digits(index, 3), "pw" + drawn});
+        Arrival arrival{mac, distance, silent, "loid" + drawn + digits(pon_port, 2) + digits(index, 3), "pw" + drawn};
+        arrival.branch = static_cast<uint32_t>(port.branches.size());
+        port.branches.push_back({"drop-" + std::to_string(index + 1), 0, distance - feeder, 2 * connector_loss});
+        arrival.loss = port.branches[0].loss + port.branches.back().loss;
+        port.arrivals.push_back(std::move(arrival));
     }
-    std::ranges::sort(arrivals, {}, &Arrival::mac);
-    return arrivals;
+    std::ranges::sort(port.arrivals, {}, &Arrival::mac);
+    return port;
 }
 
 } // namespace ponsim

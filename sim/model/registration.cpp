@@ -4,6 +4,7 @@
 #include "generated/service_words.h"
 #include "model/alarms.h"
 #include "model/images.h"
+#include "model/mpcp.h"
 #include "model/upgrade.h"
 
 namespace ponsim
@@ -30,6 +31,14 @@ void Registration::add(const Arrival &arrival, bool was_registered)
             {port.number, *onu_id,
              Binding{.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}}});
     }
+}
+
+void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change)
+{
+    const ModelTime interval = mpcp_of(olt, port.number).discovery_interval;
+    OnuRecord &record = edit(change, port, mac);
+    record.phase = Phase::discovery;
+    record.phase_ends = (from + interval - 1) / interval * interval;
 }
 
 namespace

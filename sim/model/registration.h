@@ -26,6 +26,9 @@ private:
     OnuIds taken;
 };
 
+// An ONU that the port can hear registers: it answers in the first discovery window from `from` on.
+void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change);
+
 // Adds to `change` what comes of the ONUs of a port that now reaches these: those that come into reach register, for
 // those online that go out of it an alarm is raised. The reach itself is the caller's to change.
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change);

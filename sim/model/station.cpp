@@ -44,9 +44,8 @@ ModelTime Station::next_frame(ModelTime time) const
     return last ? *last + period : phase;
 }
 
-std::vector<Station> stations_behind(uint64_t seed, const Mac &onu)
+std::vector<Station> stations_behind(uint64_t seed, const Mac &onu, const Device &device)
 {
-    const Device device = device_of(seed, onu);
     const std::vector<UniConfig> configs = default_configs(seed, onu, device);
     Random random = random_for(seed, Purpose::stations, onu);
     std::vector<Station> stations;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/clock.h"
+#include "model/device.h"
 #include "model/mac.h"
 
 namespace ponsim
@@ -28,9 +29,10 @@ struct Station {
     ModelTime next_frame(ModelTime time) const;
 };
 
-// Those behind the UNI ports of an ONU that are up, which follow from the OLT's seed and the ONU's MAC address. No two
-// stations of an OLT have the same address.
-std::vector<Station> stations_behind(uint64_t seed, const Mac &onu);
+// Those behind the UNI ports of an ONU that are up, which follow from the OLT's seed, the ONU's MAC address and its
+// device. No two stations of an OLT have the same address, where no two ONUs have the same bytes 2, 4, 5 and 6 of
+// theirs.
+std::vector<Station> stations_behind(uint64_t seed, const Mac &onu, const Device &device);
 
 // Those of the network side.
 std::vector<Station> network_stations(uint64_t seed);

@@ -309,7 +309,7 @@ Plan upgrade_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
 
 Plan upgrade_onu_with(const Olt &olt, const PonPort &port, const Binding &binding, const std::string &file)
 {
-    const std::string name = type_with_file(olt, file, *device_of(olt.seed(), binding.mac).type);
+    const std::string name = type_with_file(olt, file, *olt.device_of(binding.mac).type);
     return start_one(port, binding, start_of(olt, port, binding, name));
 }
 
@@ -358,7 +358,7 @@ void interrupt_runs(const Olt &olt, const PonPort &port, std::span<const Mac> ma
 
 Device device_at(const Olt &olt, const PonPort &port, const Mac &mac)
 {
-    Device device = device_of(olt.seed(), mac);
+    Device device = olt.device_of(mac);
     const auto found = port.onus.find(mac);
     if (found != port.onus.end() && !found->second.software.empty()) device.software = found->second.software;
     return device;

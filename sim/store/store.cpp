@@ -17,7 +17,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-constexpr int64_t schema_version = 6;
+constexpr int64_t schema_version = 7;
 
 // Small pages, because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -43,8 +43,13 @@ constexpr char schema[] =
     "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
     " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL CHECK(length(software) < 17), "
     "upgrade_type TEXT NOT NULL,"
-    " bad_image INTEGER NOT NULL, powered INTEGER NOT NULL, registers_at INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) "
-    "STRICT, WITHOUT ROWID;"
+    " bad_image INTEGER NOT NULL, powered INTEGER NOT NULL, phase INTEGER NOT NULL CHECK(phase BETWEEN 0 AND 5),"
+    " phase_ends INTEGER NOT NULL, light INTEGER NOT NULL CHECK(light BETWEEN 0 AND 2), added_hours INTEGER NOT NULL,"
+    // A load below 0 is none.
+    " rogue INTEGER NOT NULL, load_up INTEGER NOT NULL, load_down INTEGER NOT NULL, flood INTEGER NOT NULL,"
+    " PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+    "CREATE TABLE fibre(pon_port INTEGER NOT NULL, branch INTEGER NOT NULL, loss INTEGER NOT NULL,"
+    " PRIMARY KEY(pon_port, branch)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE port(pon_port INTEGER PRIMARY KEY, min_distance INTEGER NOT NULL, max_distance INTEGER NOT NULL,"
     " auth_mode INTEGER NOT NULL CHECK(auth_mode BETWEEN 0 AND 3)) STRICT;"
     "CREATE TABLE blacklist(pon_port INTEGER NOT NULL, id INTEGER NOT NULL CHECK(id BETWEEN 0 AND 127),"
@@ -144,6 +149,26 @@ Binding binding(const Statement &row)
 }
 
 // Of a row of its table.
+OnuRecord onu(const Statement &row)
+{
+    OnuRecord record{.supported = row.number(2) != 0,
+                     .reboots = word(row, 3),
+                     .software = row.text(4),
+                     .upgrade_type = row.text(5),
+                     .bad_image = row.number(6) != 0,
+                     .powered = row.number(7) != 0,
+                     .phase = Phase{word(row, 8)},
+                     .phase_ends = static_cast<ModelTime>(row.number(9)),
+                     .light = Light{word(row, 10)},
+                     .added_hours = word(row, 11),
+                     .rogue = row.number(12) != 0,
+                     .flood = word(row, 15)};
+    if (row.number(13) >= 0) record.load_up = word(row, 13);
+    if (row.number(14) >= 0) record.load_down = word(row, 14);
+    return record;
+}
+
+// Of a row of its table.
 Change::ProfileRow profile(const Statement &row)
 {
     const ProfileKind kind{word(row, 0)};
@@ -165,7 +190,7 @@ struct Store::Statements {
           commit(db, "COMMIT"),
           put_binding(db, "REPLACE INTO binding VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_binding(db, "DELETE FROM binding WHERE pon_port = ? AND onu_id = ?"),
-          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+          put_onu(db, "REPLACE INTO onu VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_onu(db, "DELETE FROM onu WHERE pon_port = ? AND mac = ?"),
           put_port(db, "REPLACE INTO port VALUES(?, ?, ?, ?)"),
           put_blacklist(db, "REPLACE INTO blacklist VALUES(?, ?, ?, ?)"),
@@ -184,6 +209,8 @@ struct Store::Statements {
           put_upgrade_type(db, "REPLACE INTO upgrade_type VALUES(?, ?, ?, ?, ?, ?)"),
           drop_upgrade_type(db, "DELETE FROM upgrade_type WHERE name = ?"),
           put_upgrade_run(db, "REPLACE INTO upgrade_run VALUES(?, ?, ?, ?, ?, ?, ?, ?)"),
+          put_fibre(db, "REPLACE INTO fibre VALUES(?, ?, ?)"),
+          drop_fibre(db, "DELETE FROM fibre WHERE pon_port = ? AND branch = ?"),
           put_loop(db, "REPLACE INTO loop VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"),
           drop_loop(db, "DELETE FROM loop WHERE pon_port = ? AND mac = ? AND uni = ?"),
           put_onu_setting(db, "REPLACE INTO onu_setting VALUES(?, ?, ?, ?, ?, ?, ?)"),
@@ -218,6 +245,8 @@ struct Store::Statements {
     Statement put_upgrade_type;
     Statement drop_upgrade_type;
     Statement put_upgrade_run;
+    Statement put_fibre;
+    Statement drop_fibre;
     Statement put_loop;
     Statement drop_loop;
     Statement put_onu_setting;
@@ -325,10 +354,10 @@ Change Store::load() const
     }
     Statement onus(db.get(), "SELECT * FROM onu ORDER BY pon_port, mac");
     while (onus.row())
-        change.onus.push_back({port(onus),
-                               mac(onus, 1),
-                               {onus.number(2) != 0, word(onus, 3), onus.text(4), onus.text(5), onus.number(6) != 0,
-                                onus.number(7) != 0, static_cast<ModelTime>(onus.number(8))}});
+        change.onus.push_back({port(onus), mac(onus, 1), onu(onus)});
+    Statement fibre(db.get(), "SELECT * FROM fibre ORDER BY pon_port, branch");
+    while (fibre.row())
+        change.fibre.push_back({port(fibre), word(fibre, 1), static_cast<int32_t>(fibre.number(2))});
     Statement port_rows(db.get(), "SELECT * FROM port ORDER BY pon_port");
     while (port_rows.row())
         change.ports.push_back({port(port_rows), {word(port_rows, 1), word(port_rows, 2)}, word(port_rows, 3)});
@@ -520,7 +549,20 @@ void Store::write_rows(const Change &change)
                 .bind(record.upgrade_type)
                 .bind(record.bad_image)
                 .bind(record.powered)
-                .bind(static_cast<int64_t>(record.registers_at));
+                .bind(static_cast<uint32_t>(record.phase))
+                .bind(static_cast<int64_t>(record.phase_ends))
+                .bind(static_cast<uint32_t>(record.light))
+                .bind(record.added_hours)
+                .bind(record.rogue)
+                .bind(record.load_up ? int64_t{*record.load_up} : -1)
+                .bind(record.load_down ? int64_t{*record.load_down} : -1)
+                .bind(record.flood);
+        statement.run();
+    }
+    for (const auto &[pon_port, branch, loss] : change.fibre) {
+        Statement &statement = loss ? statements->put_fibre : statements->drop_fibre;
+        statement.bind(pon_port).bind(branch);
+        if (loss) statement.bind(int64_t{loss});
         statement.run();
     }
     for (const auto &[pon_port, limits, auth_mode] : change.ports)

@@ -13,7 +13,7 @@ namespace
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr Settings settings{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
+const Settings settings{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
 constexpr WantedSettings wanted{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
 constexpr size_t longest_part = 4080;
 

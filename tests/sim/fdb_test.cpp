@@ -94,7 +94,8 @@ size_t stations_at(const Desk &desk, uint32_t pon_port)
 {
     size_t count = 0;
     for (const Arrival &arrival : desk.port(pon_port).arrivals)
-        count += stations_behind(desk.simulator.olt().seed(), arrival.mac).size();
+        count += stations_behind(desk.simulator.olt().seed(), arrival.mac, desk.simulator.olt().device_of(arrival.mac))
+                     .size();
     return count;
 }
 
@@ -109,9 +110,9 @@ TEST(Stations, NoTwoOfAnOltHaveTheSameAddress)
             EXPECT_TRUE(is_station(station.mac) && macs.insert(station.mac).second);
     };
     for (uint32_t pon_port = 1; pon_port <= settings.ports; ++pon_port)
-        for (const Arrival &arrival : arrivals_at(settings, pon_port)) {
+        for (const Arrival &arrival : population_at(settings, pon_port).arrivals) {
             EXPECT_TRUE(macs.insert(arrival.mac).second);
-            add(stations_behind(settings.seed, arrival.mac));
+            add(stations_behind(settings.seed, arrival.mac, device_of(settings.seed, arrival.mac)));
         }
     add(network_stations(settings.seed));
     EXPECT_GT(count, 2048u);
@@ -126,7 +127,7 @@ TEST(Stations, AreBehindUniPortsThatAreUp)
         for (uint32_t index = 0; index < device.unis.size(); ++index)
             if (link_of(device.unis[index], configs[index])) up.insert(index + 1);
         std::set<uint32_t> with_stations;
-        for (const Station &station : stations_behind(1, stranger(last)))
+        for (const Station &station : stations_behind(1, stranger(last), device_of(1, stranger(last))))
             with_stations.insert(station.port);
         EXPECT_EQ(with_stations, up);
     }

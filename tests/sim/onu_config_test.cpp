@@ -525,7 +525,7 @@ TEST(Arp, HasTheStationsBehindOnusThatAreOnline)
     UniDesk desk;
     EXPECT_EQ(arp(desk, 1).Size(), 0u) << "nothing has been heard";
     desk.pass(longest_silence);
-    const std::vector<Station> stations = stations_behind(1, desk.mac);
+    const std::vector<Station> stations = stations_behind(1, desk.mac, device_of(1, desk.mac));
     const rapidjson::Document rows = arp(desk, 1);
     ASSERT_EQ(rows.Size(), stations.size());
     ASSERT_FALSE(stations.empty());

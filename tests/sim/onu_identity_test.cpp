@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr size_t small_result = 10240; // of the channels of remote ONUs
-constexpr Settings everyone{.seed = 1, .ports = 1, .arrivals = 64, .silent = 0};
+const Settings everyone{.seed = 1, .ports = 1, .arrivals = 64, .silent = 0};
 constexpr uint32_t onu_id = 5;
 constexpr uint32_t absent_id = 6; // of an ONU that has not arrived
 

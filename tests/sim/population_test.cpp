@@ -12,16 +12,17 @@ const Settings full{.seed = 7, .ports = 16, .arrivals = 128, .silent = 50};
 
 TEST(Population, TheSameSeedGivesTheSameOnus)
 {
-    EXPECT_EQ(arrivals_at(full, 3), arrivals_at(full, 3));
+    EXPECT_EQ(population_at(full, 3).arrivals, population_at(full, 3).arrivals);
     Settings other = full;
     other.seed = 8;
-    EXPECT_NE(arrivals_at(full, 3), arrivals_at(other, 3));
+    EXPECT_NE(population_at(full, 3).arrivals, population_at(other, 3).arrivals);
 }
 
 TEST(Population, IsWhatItWasInEarlierVersions)
 {
     // Stored states name ONUs of the population: it must never change.
-    const std::vector<Arrival> arrivals = arrivals_at({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0}, 1);
+    const std::vector<Arrival> arrivals =
+        population_at({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0}, 1).arrivals;
     ASSERT_EQ(arrivals.size(), 1u);
     EXPECT_EQ(to_text(arrivals[0].mac), "02:1e:61:97:01:00");
     EXPECT_EQ(arrivals[0].distance, 1940u);
@@ -33,7 +34,7 @@ TEST(Population, EveryOnuHasALoidOfItsOwnAndItsPasswordFollows)
 {
     std::set<std::string> loids;
     for (uint32_t pon_port = 1; pon_port <= full.ports; ++pon_port)
-        for (const Arrival &arrival : arrivals_at(full, pon_port)) {
+        for (const Arrival &arrival : population_at(full, pon_port).arrivals) {
             EXPECT_LE(arrival.loid.size(), max_loid);
             EXPECT_EQ(arrival.password, "pw" + arrival.loid.substr(4, 6));
             loids.insert(arrival.loid);
@@ -45,8 +46,8 @@ TEST(Population, AnOnuStaysWhenMoreArrive)
 {
     Settings fewer = full;
     fewer.arrivals = 5;
-    const std::vector<Arrival> all = arrivals_at(full, 3);
-    for (const Arrival &arrival : arrivals_at(fewer, 3))
+    const std::vector<Arrival> all = population_at(full, 3).arrivals;
+    for (const Arrival &arrival : population_at(fewer, 3).arrivals)
         EXPECT_NE(std::ranges::find(all, arrival), all.end());
 }
 
@@ -54,7 +55,7 @@ TEST(Population, EveryOnuHasAnAddressOfItsOwn)
 {
     std::set<Mac> macs;
     for (uint32_t pon_port = 1; pon_port <= full.ports; ++pon_port)
-        for (const Arrival &arrival : arrivals_at(full, pon_port)) {
+        for (const Arrival &arrival : population_at(full, pon_port).arrivals) {
             EXPECT_TRUE(is_station(arrival.mac));
             EXPECT_EQ(arrival.mac[0] & 2, 2) << "not locally administered";
             macs.insert(arrival.mac);
@@ -64,7 +65,7 @@ TEST(Population, EveryOnuHasAnAddressOfItsOwn)
 
 TEST(Population, DistancesAreFrom200To19500)
 {
-    for (const Arrival &arrival : arrivals_at(full, 1)) {
+    for (const Arrival &arrival : population_at(full, 1).arrivals) {
         EXPECT_GE(arrival.distance, 200u);
         EXPECT_LE(arrival.distance, 19500u);
     }
@@ -77,7 +78,7 @@ TEST(Population, TheShareOfSilentOnusIsAsAsked)
         settings.silent = percent;
         int64_t silent = 0;
         for (uint32_t pon_port = 1; pon_port <= settings.ports; ++pon_port)
-            silent += std::ranges::count_if(arrivals_at(settings, pon_port), &Arrival::silent);
+            silent += std::ranges::count_if(population_at(settings, pon_port).arrivals, &Arrival::silent);
         return silent;
     };
     EXPECT_EQ(silent_of_2048(0), 0);

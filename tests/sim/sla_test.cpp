@@ -222,7 +222,7 @@ TEST(SlaViews, OfTheOltHaveARowAPort)
 // A port whose ONUs all have this SLA, even where no port would give as much.
 PonPort port_of(const std::optional<Sla> &sla)
 {
-    PonPort port{max_ports, {}};
+    PonPort port{max_ports, {}, {}};
     for (std::optional<Binding> &binding : port.bindings) {
         binding = binding_of(stranger(1));
         binding->sla = sla;
