@@ -125,6 +125,7 @@ Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
         ++record.reboots;
         start_committed(olt, *port, binding.mac, record, plan.change);
         plan.change.onus.push_back({pon_port, binding.mac, record});
+        boot(olt, *port, binding.mac, plan.change);
         raise(*port, binding.mac, Alarm::dying_gasp, plan.change);
         macs.push_back(binding.mac);
     }

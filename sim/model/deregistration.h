@@ -17,8 +17,4 @@ Plan deregister_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id);
 // All that are registered at the port: those that wait, too.
 Plan deregister_all(const Olt &olt, uint32_t pon_port);
 
-// A process: when ONUs register next, and what comes of it.
-std::optional<ModelTime> next_registration(const Olt &olt);
-Change register_onus(const Olt &olt);
-
 } // namespace ponsim

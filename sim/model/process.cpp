@@ -1,8 +1,8 @@
 #include "model/process.h"
 
-#include "model/deregistration.h"
 #include "model/loops.h"
 #include "model/optics.h"
+#include "model/registration.h"
 #include "model/upgrade.h"
 
 namespace ponsim
@@ -11,7 +11,7 @@ namespace ponsim
 std::span<const Process> processes()
 {
     static const Process all[] = {measurement_process, ageing_process, upgrade_process, loop_process,
-                                  Process{next_registration, register_onus}};
+                                  registration_process};
     return all;
 }
 

@@ -40,7 +40,8 @@ enum class Purpose : uint64_t {
     lines = 9,
     usage = 11,
     viewers = 12,
-    gateway = 13
+    gateway = 13,
+    discovery = 14
 };
 
 // The streams of MAC addresses lie above those of the arrivals.

@@ -1,11 +1,20 @@
-// What comes of an ONU that registers at a port: it is let in, turned away, or waits.
+// How ONUs register at a port, and what comes of it: they are let in, turned away, or wait.
+//
+// An ONU that is switched on boots; then it answers in a discovery window of its port, by multi-point MAC control
+// (IEEE 802.3, clause 64), its OAM link comes up (clause 57), and it is asked for its LOID where the port wants that.
+// Only then it is there. Each step takes model time, and an ONU that is not heard any more at its end begins anew when
+// it is.
 #pragma once
 
 #include "model/olt.h"
 #include "model/plan.h"
+#include "model/process.h"
 
 namespace ponsim
 {
+
+// From power to the first answer: what ONUs take to load their software.
+inline constexpr ModelTime boot_time = 30 * ms_per_second;
 
 class Registration
 {
@@ -26,7 +35,11 @@ private:
     OnuIds taken;
 };
 
-// An ONU that the port can hear registers: it answers in the first discovery window from `from` on.
+// Adds to `change` that an ONU starts anew: it is off the fibre until it has booted and registered.
+void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
+
+// Adds to `change` that an ONU which the port can hear registers: it answers in the first discovery window from `from`
+// on. One that boots registers after that.
 void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change);
 
 // Adds to `change` what comes of the ONUs of a port that now reaches these: those that come into reach register, for
@@ -34,7 +47,10 @@ void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, Mod
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change);
 
 // An ONU that has arrived at the port loses its power, or has it again. One that was online raises its last alarms; one
-// that is in reach again registers.
+// that has power again boots.
 Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on);
+
+// The phases of ONUs that register, one after the other.
+extern const Process registration_process;
 
 } // namespace ponsim

@@ -7,6 +7,7 @@
 #include "generated/service_words.h"
 #include "model/admission.h"
 #include "model/images.h"
+#include "model/registration.h"
 
 namespace ponsim
 {
@@ -18,7 +19,6 @@ using Reason = UpgradeRun::Reason;
 
 constexpr uint64_t download_rate = 100 * 1024; // bytes/s of model time
 constexpr ModelTime verification = 5 * ms_per_second;
-constexpr ModelTime reboot = 30 * ms_per_second;
 
 constexpr size_t longest_name = 31;
 constexpr size_t longest_vendor = 4;
@@ -173,6 +173,7 @@ UpgradeRun step(const Olt &olt, const PonPort &port, const Mac &mac, Change &cha
         start_upgraded(olt, port, mac, run, record, change);
         ++record.reboots;
         change.onus.push_back({port.number, mac, record});
+        begin_registration(olt, port, mac, olt.now(), change);
         return moved(olt, run, State::done);
     }
 }
@@ -220,7 +221,7 @@ std::optional<ModelTime> UpgradeRun::end() const
     case State::verifying:
         return since + verification;
     case State::rebooting:
-        return since + reboot;
+        return since + boot_time;
     default:
         return std::nullopt;
     }

@@ -62,6 +62,7 @@ TEST(DyingGasp, ComesWithAReboot)
     bench.bind(1, 5, bench.arrived(1, 0));
     bench.bind(1, 6, bench.arrived(1, 1));
     bench.done(reboot_onus(bench.olt, 1, ids({5, 6})));
+    bench.settle();
     bench.done(reboot_onus(bench.olt, 1, ids({6})));
     EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::dying_gasp), 1u);
     EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::dying_gasp), 2u);

@@ -110,6 +110,7 @@ TEST(Loop, TheIntervalStartsAnewWhenTheOnuComesBack)
     pass(desk, hours);
     EXPECT_EQ(state(desk), "looped");
     desk.say("power", "on");
+    desk.settle();
     pass(desk, 5 * second - 1);
     EXPECT_EQ(state(desk), "looped");
     pass(desk, 1);
@@ -430,6 +431,8 @@ TEST(Power, AnOnlineOnuThatLosesItGoesOfflineWithItsLastAlarms)
     desk.say("power", "off");
     EXPECT_EQ(alarms(desk, desk.mac, Alarm::los), 1u) << "it has lost it already";
     desk.say("power", "on");
+    EXPECT_FALSE(desk.port(1).online(*desk.port(1).bindings[5])) << "it boots";
+    desk.settle();
     EXPECT_TRUE(desk.port(1).online(*desk.port(1).bindings[5]));
     EXPECT_EQ(desk.port(1).onus.size(), 0u);
 }
@@ -442,6 +445,7 @@ TEST(Power, AnOnuThatWaitsWithoutItIsNotSeen)
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1)).Size(), 7u);
     EXPECT_TRUE(desk.port(1).alarms.empty());
     control_line(desk, "power 1 " + to_text(mac) + " on");
+    desk.settle();
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1)).Size(), 8u);
 }
 
@@ -449,7 +453,10 @@ TEST(Power, WithItAgainAnOnuRegisters)
 {
     Bench bench;
     const Arrival &arrival = bench.arrival(1);
-    const auto switch_power = [&](bool on) { EXPECT_EQ(bench.done(set_power(bench.olt, 1, arrival.mac, on)), BSP_OK); };
+    const auto switch_power = [&](bool on) {
+        EXPECT_EQ(bench.done(set_power(bench.olt, 1, arrival.mac, on)), BSP_OK);
+        bench.settle();
+    };
     switch_power(false);
     bench.set_mode(1, AuthMode::loid);
     bench.accept(1, arrival.loid);
@@ -471,6 +478,7 @@ TEST(Power, OutOfReachItChangesNothingYet)
     bench.range(1, arrival.distance + 1, max_distance);
     EXPECT_EQ(bench.alarms(1, arrival.mac, Alarm::los), 1u) << "the one of the power";
     bench.done(set_power(bench.olt, 1, arrival.mac, true));
+    bench.settle();
     EXPECT_FALSE(bench.online(1, 5));
     bench.range(1, 0, max_distance);
     EXPECT_TRUE(bench.online(1, 5));

@@ -154,6 +154,7 @@ TEST(TxDisable, TakesTheLaserAndThePortsOnusWithIt)
     EXPECT_FALSE(desk.simulator.olt().waiting(desk.port(2)).empty()) << "another port";
 
     EXPECT_EQ(i2c_write(desk, 1, 0xa2, 110, {0}), BSP_OK);
+    desk.settle();
     EXPECT_TRUE(desk.port(1).online(*desk.port(1).bindings[5]));
     EXPECT_FALSE(desk.simulator.olt().waiting(desk.port(1)).empty());
 }
@@ -169,6 +170,7 @@ TEST(TxDisable, LetsOnusRegisterWhenItEnds)
     EXPECT_EQ(desk.send(auth), BSP_OK);
     EXPECT_EQ(desk.simulator.olt().find(arrival.mac), std::nullopt) << "it is not on the fibre";
     EXPECT_EQ(i2c_write(desk, 1, 0xa2, 110, {0}), BSP_OK);
+    desk.settle();
     EXPECT_NE(desk.simulator.olt().find(arrival.mac), std::nullopt);
 }
 
@@ -180,6 +182,7 @@ TEST(TxDisable, DoesNotReachALaserThatIsAlwaysOn)
     EXPECT_EQ(set_lao(desk, 1, 1), BSP_OK);
     EXPECT_EQ(laser_state(desk, 1), 2u);
     EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(layout::optics_diagnostics::lao_mode), 1);
+    desk.settle();
     EXPECT_TRUE(desk.port(1).online(*desk.port(1).bindings[5]));
     EXPECT_EQ(set_lao(desk, 1, 0), BSP_OK);
     EXPECT_FALSE(desk.port(1).online(*desk.port(1).bindings[5]));

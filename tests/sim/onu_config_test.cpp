@@ -404,6 +404,7 @@ TEST(OnuConfigBatch, FindsAnOnuThatWasOfflineNextTime)
     desk.simulator.change(set_power(desk.simulator.olt(), 1, desk.mac, false).change);
     ASSERT_EQ(batch(desk), BSP_OK);
     desk.simulator.change(set_power(desk.simulator.olt(), 1, desk.mac, true).change);
+    desk.settle();
     desk.pass(oam_delay);
     EXPECT_EQ(limit(desk, 1), 2000u);
     ASSERT_EQ(batch(desk), BSP_OK);

@@ -73,13 +73,23 @@ struct Pushing : Desk {
         file.copy(reinterpret_cast<char *>(&record) + at::file, 256);
         return tell(BSP_MSG_ONU_CFG, record);
     }
-    uint32_t reboot(const OnuIds &onu_ids)
+    uint32_t begin_reboot(const OnuIds &onu_ids)
     {
         bsp_pon_msg record = record_of(BSP_CMD_ONU_REBOOT_BATCH, 1);
         put(record, layout::onu_batch::onu_set, words_of(onu_ids));
         return send(record);
     }
-    void power(const char *how) { control_line(*this, "power 1 " + to_text(mac()) + ' ' + how); }
+    uint32_t reboot(const OnuIds &onu_ids)
+    {
+        const uint32_t status = begin_reboot(onu_ids);
+        settle();
+        return status;
+    }
+    void power(const char *how)
+    {
+        control_line(*this, "power 1 " + to_text(mac()) + ' ' + how);
+        settle();
+    }
 
     Reply query(uint32_t command)
     {
@@ -404,7 +414,7 @@ TEST(OnuImages, DownloadsThatAreLostGiveTheirPlacesToRunsThatWait)
         pass(desk, 1);
     }
     // The sixth waits, and has nothing to lose.
-    ASSERT_EQ(desk.reboot(ids({1, 2, 6})), BSP_OK);
+    ASSERT_EQ(desk.begin_reboot(ids({1, 2, 6})), BSP_OK);
     std::string runs;
     for (uint32_t onu_id = 1; onu_id <= 8; ++onu_id)
         runs += desk.cell("run", onu_id)[0];

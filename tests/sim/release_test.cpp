@@ -154,13 +154,17 @@ TEST(ReleaseOffline, LeavesTheOnlineOnes)
     EXPECT_EQ(bench.bound(2, 3), stranger(3));
 }
 
-TEST(Reboot, CountsAndLeavesTheOnuOnline)
+TEST(Reboot, CountsAndTheOnuIsBackWhenItHasBooted)
 {
     Bench bench;
     bench.bind(1, 1, bench.arrived(1, 0));
     bench.bind(1, 2, bench.arrived(1, 1));
     EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1}))), BSP_OK);
+    EXPECT_FALSE(bench.online(1, 1));
+    EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1}))), PON_ERR_OFFLINE);
+    bench.settle();
     EXPECT_EQ(bench.done(reboot_onus(bench.olt, 1, ids({1, 2}))), BSP_OK);
+    bench.settle();
     EXPECT_EQ(bench.port(1).record(bench.arrived(1, 0)).reboots, 2u);
     EXPECT_EQ(bench.port(1).record(bench.arrived(1, 1)).reboots, 1u);
     EXPECT_TRUE(bench.online(1, 1));
@@ -224,13 +228,13 @@ TEST(Ranging, AnOnuOutsideTheLimitsDoesNotWait)
     Bench bench;
     const uint32_t distance = bench.port(1).arrivals[0].distance;
     const Mac mac = bench.arrived(1);
-    bench.done(set_ranging_limits(bench.olt, 1, {distance + 1, max_distance}));
+    bench.range(1, distance + 1, max_distance);
     EXPECT_FALSE(bench.waits(1, mac));
-    bench.done(set_ranging_limits(bench.olt, 1, {distance, max_distance}));
+    bench.range(1, distance, max_distance);
     EXPECT_TRUE(bench.waits(1, mac));
-    bench.done(set_ranging_limits(bench.olt, 1, {0, distance}));
+    bench.range(1, 0, distance);
     EXPECT_TRUE(bench.waits(1, mac));
-    bench.done(set_ranging_limits(bench.olt, 1, {0, distance - 1}));
+    bench.range(1, 0, distance - 1);
     EXPECT_FALSE(bench.waits(1, mac));
 }
 
@@ -239,7 +243,7 @@ TEST(Ranging, ABoundOnuOutsideTheLimitsGoesOffline)
     Bench bench;
     bench.bind(1, 5, bench.arrived(1));
     bench.bind(2, 5, bench.arrived(2));
-    bench.done(set_ranging_limits(bench.olt, 1, {0, 0}));
+    bench.range(1, 0, 0);
     EXPECT_FALSE(bench.online(1, 5));
     EXPECT_TRUE(bench.online(2, 5));
 }

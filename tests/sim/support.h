@@ -16,6 +16,7 @@
 #include "model/alarms.h"
 #include "model/authentication.h"
 #include "model/blacklist.h"
+#include "model/registration.h"
 #include "simulator.h"
 
 namespace ponsim
@@ -73,9 +74,20 @@ struct Bench {
     {
         return done(confirm_onu(olt, pon_port, onu_id, mac, {.exempt = exempt, .mode = 0}));
     }
+    // Lets time pass until no ONU boots or registers any more.
+    void settle()
+    {
+        for (int times = 0; times < 1000 && !olt.registrations().empty(); ++times) {
+            olt.advance(olt.registrations().begin()->at);
+            olt.apply(registration_process.happen(olt));
+        }
+        EXPECT_TRUE(olt.registrations().empty());
+    }
+    // Those that come into reach have registered then.
     void range(uint32_t pon_port, uint32_t min, uint32_t max)
     {
         EXPECT_EQ(done(set_ranging_limits(olt, pon_port, {min, max})), BSP_OK);
+        settle();
     }
     uint32_t alarms(uint32_t pon_port, const Mac &mac, Alarm alarm) const
     {
@@ -197,6 +209,14 @@ struct Desk {
     Desk(const Settings &settings, const Change &kept) : store(store_with(settings, kept)), simulator(store, {}) {}
 
     const PonPort &port(uint32_t pon_port) const { return *simulator.olt().port(pon_port); }
+    // Lets time pass until no ONU boots or registers any more.
+    void settle()
+    {
+        const auto &registrations = simulator.olt().registrations();
+        for (int times = 0; times < 1000 && !registrations.empty(); ++times)
+            simulator.advance(registrations.begin()->at);
+        EXPECT_TRUE(registrations.empty());
+    }
     uint32_t send(const bsp_pon_msg &record) { return simulator.handle(message_of(record)).status; }
     std::string view(uint32_t command, uint32_t pon_port = 0, catalogue::Call call = catalogue::Call::get)
     {

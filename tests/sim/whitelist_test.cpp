@@ -37,6 +37,7 @@ TEST(WhiteList, TellsAllThatIsKeptOfABoundOnu)
     bsp_pon_msg reboot = record_of(BSP_CMD_ONU_REBOOT_BATCH, 1);
     put(reboot, layout::onu_batch::onu_set, words_of(ids({5})));
     desk.send(reboot);
+    desk.settle();
 
     const AnswerRecord answer = look_up(desk, 1, 5);
     EXPECT_EQ(answer.status, BSP_OK);
