@@ -1,5 +1,6 @@
 #include "answering.h"
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
 
@@ -53,6 +54,7 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
                            .ipc_result = IPC_OK,
                            .status = 0,
                            .result = {}};
+    answer.sending = {};
     const board_request request{.call = static_cast<board_call>(header.head.detail),
                                 .msg_type = header.msg_type,
                                 .data = frame.data,
@@ -78,6 +80,14 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
 }
 
 bool Answering::send(int socket, board_answer &answer)
+{
+    if (answer.sending.dropped) return true;
+    for (uint32_t sent = 0; sent <= answer.sending.repeats; ++sent)
+        if (!send_once(socket, answer)) return false;
+    return true;
+}
+
+bool Answering::send_once(int socket, board_answer &answer)
 {
     Result &result = answer.frame.header.result;
     result.new_memory = result.state == Result::shared && answer.memory.to_pass() >= 0;
@@ -117,4 +127,19 @@ int board_answer_result(board_answer *answer, uint32_t key, const char *json, ui
     if (answer->memory.put(key, json, length, result)) return 0;
     result = {};
     return -1;
+}
+
+void board_answer_delay(board_answer *answer, uint32_t milliseconds)
+{
+    answer->sending.delay = std::chrono::milliseconds(std::min(milliseconds, BOARD_DELAY_MAX));
+}
+
+void board_answer_drop(board_answer *answer)
+{
+    answer->sending.dropped = true;
+}
+
+void board_answer_repeat(board_answer *answer, uint32_t times)
+{
+    answer->sending.repeats = std::min(times, BOARD_REPEAT_MAX);
 }

@@ -16,6 +16,13 @@ struct board_answer {
 
     board::AnswerFrame frame;
     board::ResultMemory memory;
+
+    // How it goes out.
+    struct Sending {
+        std::chrono::milliseconds delay{0};
+        uint32_t repeats = 0;
+        bool dropped = false;
+    } sending;
 };
 
 namespace board
@@ -44,13 +51,15 @@ public:
     bool handle(const RequestFrame &request, size_t received, bool datagram, const ucred &peer, board_answer &answer,
                 Head &refusal);
 
-    // Sends an answer, and its memory behind it when the peer has still to get it. False when the peer does not take
-    // it: it must not be waited for.
+    // Sends an answer, and its memory behind it when the peer has still to get it, unless it is dropped, and as often
+    // as it is to go out. False when the peer does not take it: it must not be waited for.
     static bool send(int socket, board_answer &answer);
 
     Complaints complaints;
 
 private:
+    static bool send_once(int socket, board_answer &answer);
+
     const board_service_config &config;
     std::mutex one_at_a_time;
 };

@@ -6,9 +6,11 @@
 #include <csignal>
 #include <cstring>
 #include <list>
+#include <map>
 #include <memory>
 #include <mutex>
 
+#include <poll.h>
 #include <pthread.h>
 
 #include "answering.h"
@@ -31,6 +33,54 @@ struct Connection {
     Descriptor socket;
     ucred peer;
     pthread_t thread{};
+};
+
+// Waits as long as the answer on a connection is to be late. False when there is nobody left to send it to: the peer
+// hung up, or the service is about to stop and hung up itself.
+bool wait_until_due(int socket, const board_answer &answer)
+{
+    pollfd hang_up{socket, 0, 0};
+    const auto delay = static_cast<int>(answer.sending.delay.count());
+    return delay == 0 || poll(&hang_up, 1, delay) == 0;
+}
+
+// An answer to a datagram, and where it goes.
+struct DatagramAnswer {
+    board_answer answer{true};
+    Descriptor way_back;
+    ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
+};
+
+// Answers to datagrams that go out later. The one thread that serves datagrams keeps them and goes on.
+class LateAnswers
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    bool full() const { return answers.size() >= BOARD_DELAYED_MAX; }
+    void keep(std::unique_ptr<DatagramAnswer> answer)
+    {
+        answers.emplace(Clock::now() + answer->answer.sending.delay, std::move(answer));
+    }
+
+    // The next one that is due; null while there is none.
+    std::unique_ptr<DatagramAnswer> take_due()
+    {
+        if (answers.empty() || answers.begin()->first > Clock::now()) return nullptr;
+        return std::move(answers.extract(answers.begin()).mapped());
+    }
+
+    // Waits until a packet comes, or the next answer is due. False when there is no packet.
+    bool wait_for_packet(int socket) const
+    {
+        if (answers.empty()) return true; // to receive one is to wait for it
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(answers.begin()->first - Clock::now()).count();
+        pollfd ready{socket, POLLIN, 0};
+        return poll(&ready, 1, left > 0 ? static_cast<int>(left) : 0) > 0;
+    }
+
+private:
+    std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by when they are due
 };
 
 // Starts a thread that takes no signals: they are the program's business, not the library's.
@@ -68,6 +118,7 @@ private:
     void admit(Descriptor socket);
     void serve(Connection &connection);
     void serve_datagrams();
+    void send(DatagramAnswer &answer);
     void leave(Connection &connection);
 
     const board_service_config config;
@@ -182,6 +233,7 @@ void board_service::serve(Connection &connection)
             send_packet(socket, &refusal, sizeof refusal, -1);
             return;
         }
+        if (!wait_until_due(socket, answer)) return;
         if (!answering.send(socket, answer)) {
             answering.complaints.log(connection.peer, "gave up a connection", std::strerror(errno));
             return;
@@ -210,7 +262,11 @@ void board_service::serve_datagrams()
 {
     const int socket = endpoint->datagrams();
     RequestFrame request;
+    LateAnswers late;
     while (!stopping) {
+        while (const auto due = late.take_due())
+            send(*due);
+        if (!late.wait_for_packet(socket)) continue;
         iovec part{&request, sizeof request};
         alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
         msghdr message{};
@@ -221,22 +277,34 @@ void board_service::serve_datagrams()
         const ssize_t received = recvmsg(socket, &message, MSG_TRUNC | MSG_CMSG_CLOEXEC);
         if (received < 0 || stopping) continue;
 
-        ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
+        auto answer = std::make_unique<DatagramAnswer>();
+        ucred &peer = answer->peer;
         for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
             if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
                 std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
-        const Descriptor way_back = passed_descriptor(message);
-        if (!way_back) {
+        answer->way_back = passed_descriptor(message);
+        if (!answer->way_back) {
             answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
             continue;
         }
-        board_answer answer(true);
         Head refusal;
-        if (!answering.handle(request, static_cast<size_t>(received), true, peer, answer, refusal))
-            send_packet(way_back.get(), &refusal, sizeof refusal, -1);
-        else if (!answering.send(way_back.get(), answer))
-            answering.complaints.log(peer, "could not deliver an answer", std::strerror(errno));
+        if (!answering.handle(request, static_cast<size_t>(received), true, peer, answer->answer, refusal)) {
+            send_packet(answer->way_back.get(), &refusal, sizeof refusal, -1);
+        } else if (answer->answer.sending.delay.count() == 0) {
+            send(*answer);
+        } else if (late.full()) {
+            answering.complaints.log(peer, "an answer is not late", "too many others are");
+            send(*answer);
+        } else {
+            late.keep(std::move(answer));
+        }
     }
+}
+
+void board_service::send(DatagramAnswer &answer)
+{
+    if (!answering.send(answer.way_back.get(), answer.answer))
+        answering.complaints.log(answer.peer, "could not deliver an answer", std::strerror(errno));
 }
 
 board_service *board_service_start(const board_service_config *config)

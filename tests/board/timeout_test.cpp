@@ -54,6 +54,9 @@ protected:
     Gate gate;
     TestService service{[this](const board_request &request, board_answer &answer) {
         gate.pass();
+        const std::string token(static_cast<const char *>(request.data), request.length);
+        if (token == "lost") board_answer_drop(&answer);
+        if (token == "late") board_answer_delay(&answer, 220);
         echo()(request, answer);
     }};
     ~Timeout() { gate.set(true); }
@@ -77,6 +80,22 @@ TEST_P(Timeout, leaves_no_late_answer_for_the_next_call)
         EXPECT_TRUE(answer == token || value == IPC_ERR_TIMEOUT) << answer << ", " << value;
     }
     EXPECT_TRUE(eventually([&] { return echoed("at last") == "at last"; }));
+}
+
+TEST_P(Timeout, is_what_a_dropped_answer_ends_in)
+{
+    EXPECT_EQ(echoed("lost"), "");
+    EXPECT_EQ(value, IPC_ERR_TIMEOUT);
+    EXPECT_TRUE(eventually([&] { return echoed("at last") == "at last"; }));
+}
+
+TEST_P(Timeout, leaves_no_delayed_answer_for_the_next_call)
+{
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(echoed("late"), "");
+        EXPECT_EQ(value, IPC_ERR_TIMEOUT);
+        EXPECT_TRUE(eventually([&] { return echoed("next") == "next"; }));
+    }
 }
 
 TEST_P(Timeout, holds_while_signals_keep_coming)

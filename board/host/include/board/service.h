@@ -46,6 +46,22 @@ int board_answer_result(board_answer *answer, uint32_t key, const char *json, ui
 
 #define BOARD_RESULT_MAX 1048576u
 
+/* For services that misbehave on purpose, so that their clients can be tested. What goes wrong with an answer's bytes
+ * or its result needs no more than other bytes; these say how the answer goes out.
+ *
+ * It goes out so many milliseconds later, at most BOARD_DELAY_MAX, and not at all once its client has hung up or the
+ * service is stopped. Meanwhile the requests of other clients are handled. Of answers to datagrams, up to
+ * BOARD_DELAYED_MAX can be late at a time; more go out at once, and the log says so. */
+void board_answer_delay(board_answer *answer, uint32_t milliseconds);
+/* It does not go out at all. */
+void board_answer_drop(board_answer *answer);
+/* It goes out so many times more, at most BOARD_REPEAT_MAX. */
+void board_answer_repeat(board_answer *answer, uint32_t times);
+
+#define BOARD_DELAY_MAX 60000u
+#define BOARD_DELAYED_MAX 64u
+#define BOARD_REPEAT_MAX 8u
+
 /* Handles one request. Calls are made one at a time, never two at once, whatever the number of clients, from threads
  * with a stack of 1 MiB and all signals blocked. */
 typedef void board_handler(void *context, const board_request *request, board_answer *answer);
