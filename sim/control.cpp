@@ -28,7 +28,8 @@ std::string help_line(std::string head, std::string_view brief)
 std::string help()
 {
     std::string text = help_line("help", "lists these commands") + help_line("now", "how much model time has passed") +
-                       help_line("step SECONDS", "lets model time pass");
+                       help_line("step SECONDS", "lets model time pass") +
+                       help_line("faults", "the faults that are set, and how often each happened");
     for (const Control &each : controls())
         text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
     return text;
@@ -46,7 +47,8 @@ std::span<const Control> controls()
 {
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
-        for (std::span<const Control> family : {onu_controls(), optics_controls(), upgrade_controls()})
+        for (std::span<const Control> family :
+             {fault_controls(), onu_controls(), optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();
@@ -97,6 +99,10 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
         if (!words.empty()) throw ControlError("now: expected no more words");
         return seconds(simulator.olt().now()) + '\n';
     }
+    if (name == "faults") {
+        if (!words.empty()) throw ControlError("faults: expected no more words");
+        return simulator.faults().list();
+    }
     if (name == "step") {
         if (words.size() != 1) throw ControlError("step: expected a number of seconds");
         clock.step(control_number(words[0], 0, longest_step) * ms_per_second);
@@ -108,8 +114,10 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
     if (found == controls().end()) throw ControlError(name + ": not a command; ponsim ctl help lists the commands");
     Plan plan = found->plan(simulator.olt(), words);
     if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
+    for (const FaultOrder &order : plan.change.faults)
+        if (const std::string wrong = simulator.faults().objection(order); !wrong.empty()) throw ControlError(wrong);
     simulator.change(plan.change);
-    return {};
+    return plan.change.faults.empty() ? std::string() : simulator.faults().list();
 }
 
 } // namespace ponsim

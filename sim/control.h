@@ -34,6 +34,7 @@ public:
 
 // Of all families; a family is a file of the folder controls with a table of its own.
 std::span<const Control> controls();
+std::span<const Control> fault_controls();
 std::span<const Control> onu_controls();
 std::span<const Control> optics_controls();
 std::span<const Control> upgrade_controls();

@@ -1,7 +1,10 @@
 #include "service.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
+
+#include <unistd.h>
 
 #include "board/ipc.h"
 #include "board/util.h"
@@ -14,7 +17,8 @@ namespace ponsim
 namespace
 {
 
-static_assert(max_result == BOARD_RESULT_MAX);
+static_assert(max_result == BOARD_RESULT_MAX && max_answer == IPC_MAX_LENGTH && max_answer_delay == BOARD_DELAY_MAX &&
+              max_answer_repeats == BOARD_REPEAT_MAX);
 
 catalogue::Call call_of(const board_request &request)
 {
@@ -44,13 +48,46 @@ std::string naming(std::string answer, const ResultFile &file, const std::string
     return answer;
 }
 
-void answer_with(Reply reply, const Message &message, ResultFiles &files, board_answer *answer)
+// What a fault does to the way of an answer.
+void misdirect(board_answer *answer, const FaultCase &fault)
 {
+    switch (fault.fault.kind) {
+    case FaultKind::late:
+        return board_answer_delay(answer, fault.fault.value);
+    case FaultKind::lost:
+        return board_answer_drop(answer);
+    case FaultKind::duplicated:
+        return board_answer_repeat(answer, fault.fault.value);
+    default:
+        return;
+    }
+}
+
+// Ends the service as if it were killed here, when that is one of the faults.
+void die_of(std::span<const FaultCase> faults, KillPoint point)
+{
+    for (const FaultCase &fault : faults)
+        if (fault.fault.kind == FaultKind::kill && fault.fault.value == static_cast<uint32_t>(point))
+            _exit(EXIT_FAILURE);
+}
+
+void answer_with(Reply reply, const Message &message, std::span<const FaultCase> faults, ResultFiles &files,
+                 board_answer *answer)
+{
+    for (const FaultCase &fault : faults) {
+        spoil(reply, fault);
+        misdirect(answer, fault);
+    }
     if (reply.file)
         reply.answer = naming(reply.answer.value_or(std::string()), *reply.file, files.write(reply.file->content));
     board_answer_status(answer, reply.status);
     if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
     if (!reply.understood || !is_get(message)) return;
+    if (!faults.empty()) {
+        if (!reply.answer) reply.answer.emplace(static_cast<const char *>(message.data), message.length);
+        for (const FaultCase &fault : faults)
+            spoil(*reply.answer, fault, message);
+    }
     if (reply.answer)
         board_answer_data(answer, reply.answer->data(), static_cast<uint32_t>(reply.answer->size()));
     else
@@ -99,7 +136,13 @@ void Service::handle(void *context, const board_request *request, board_answer *
         const std::lock_guard lock(self.turn);
         self.simulator.advance(self.clock.now());
         const Message message = message_of(*request);
-        answer_with(self.simulator.handle(message), message, self.files, answer);
+        const std::vector<FaultCase> faults = self.simulator.faults().happen_to(message);
+        for (const FaultCase &fault : faults)
+            userlog_debug("ponsim", __LINE__, "fault %u happens\n", fault.number);
+        die_of(faults, KillPoint::before);
+        Reply reply = self.simulator.handle(message);
+        die_of(faults, KillPoint::after);
+        answer_with(std::move(reply), message, faults, self.files, answer);
         self.clock.reach(self.simulator.olt().now()); // a configuration that was loaded may be ahead
         self.tell();
     } catch (const std::exception &error) {

@@ -56,7 +56,7 @@ std::optional<uint32_t> command_of(const Message &message)
 }
 
 Simulator::Simulator(Store &store, const WantedSettings &wanted)
-    : kept(store), olt_settings(open_settings(store, wanted)), model(olt_settings)
+    : kept(store), olt_settings(open_settings(store, wanted)), model(olt_settings), wire_faults(olt_settings.seed)
 {
     model.apply(store.load());
 }
@@ -73,6 +73,11 @@ void Simulator::change(Change change)
 void Simulator::note(const Change &change)
 {
     log.insert(log.end(), change.log.begin(), change.log.end());
+    for (const FaultOrder &order : change.faults)
+        if (const std::string wrong = wire_faults.objection(order); !wrong.empty())
+            log.push_back(wrong);
+        else
+            wire_faults.carry_out(order);
 }
 
 void Simulator::keep_time()

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "faults.h"
 #include "handlers/handler.h"
 #include "model/olt.h"
 #include "store/store.h"
@@ -69,6 +70,9 @@ public:
     // Answers every message. What it changes is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
 
+    // What is to go wrong on the wire; of the test rig, not of the OLT.
+    Faults &faults() { return wire_faults; }
+
     // Lines for the service's log, of what happened since it was asked last.
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
@@ -84,6 +88,7 @@ private:
     Store &kept;
     Settings olt_settings;
     Olt model;
+    Faults wire_faults;
     std::vector<std::string> log;
     std::string received;   // of a configuration to load
     uint32_t announced = 0; // its size in bytes

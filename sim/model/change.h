@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/clock.h"
+#include "model/fault.h"
 #include "model/mac.h"
 #include "model/population.h"
 #include "model/traffic.h"
@@ -333,6 +334,7 @@ struct Change {
     std::vector<ProfileRow> profiles = {};
     std::vector<TrafficRow> traffic = {}; // set by the simulator
     std::vector<std::string> log = {};    // lines for the service's log; not kept
+    std::vector<FaultOrder> faults = {};  // what the service is to do with its answers; not kept
     std::optional<ModelTime> now = {};    // set by the simulator
 
     bool empty() const

@@ -42,6 +42,7 @@ enum class Purpose : uint64_t {
     viewers = 12,
     gateway = 13,
     discovery = 14
+    faults = 20
 };
 
 // The streams of MAC addresses lie above those of the arrivals.
