@@ -32,6 +32,9 @@ public:
     uint32_t status() const { return status_word; }
     uint32_t count() const { return db_rows(db); }
 
+    // All of it, as it came; empty where there is no database.
+    std::string text() const { return db_text(db, nullptr); }
+
     // A cell; "null" where there is no value.
     std::string text(uint32_t row, const char *column) const
     {
