@@ -247,6 +247,23 @@ TEST_F(DaemonTest, IsControlled)
     EXPECT_EQ(exit_status, 0);
 }
 
+TEST_F(DaemonTest, LetsExchangesGoWrong)
+{
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    int exit_status;
+    EXPECT_EQ(control({"fault", "status", "PON_ERR_OFFLINE", "command=BSP_CMD_ONU_RELEASE"}, exit_status),
+              "1: status " + std::to_string(PON_ERR_OFFLINE) + " command=BSP_CMD_ONU_RELEASE, happened 0 times\n");
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_RELEASE, 1, 5)), PON_ERR_OFFLINE);
+    EXPECT_NE(control({"faults"}, exit_status).find("happened 1 time\n"), std::string::npos);
+    EXPECT_EQ(control({"fault", "clear", "1"}, exit_status), "");
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_RELEASE, 1, 5)), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(control({"fault", "clear", "1"}, exit_status),
+              "ponsim: fault: there is no number 1; ponsim ctl faults lists those there are\n");
+    EXPECT_EQ(exit_status, 2);
+}
+
 TEST_F(DaemonTest, GoesOnWithItsTimeWhenItIsStartedAnew)
 {
     int exit_status;
