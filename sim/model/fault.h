@@ -21,7 +21,7 @@ enum class FaultKind : uint8_t {
     oversized,    // value: the bytes that the answer is lengthened to
     duplicated,   // value: how many times more it goes out
     status,       // value: another status word
-    no_result,    // the answer says that there is a result, and there is none
+    no_result,    // the result database is missing
     big_result,   // longer than any that reaches a caller
     bad_result,   // value: a BadResult
     unterminated, // the texts of the answer have no end
