@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <vector>
 
 #include <sys/socket.h>
 
@@ -76,7 +77,23 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
         userlog_err(__func__, __LINE__, "the handler threw: %s", thrown.what());
         board_answer_fail(&answer, IPC_ERR_SERVICE);
     }
+    if (recorder.is_on()) record(request, answer);
     return true;
+}
+
+// Records what the client gets; of a failed exchange nothing but the failure.
+void Answering::record(const board_request &request, const board_answer &answer)
+{
+    const AnswerHeader &header = answer.frame.header;
+    Reply reply;
+    if (header.ipc_result == IPC_OK) reply = {header.status, answer.frame.data, header.length, header.result};
+    std::vector<char> result;
+    if (reply.result.state == Result::shared) {
+        result.resize(reply.result.length);
+        if (!answer.memory.copy(reply.result, result.data())) result.clear();
+    }
+    const Call call{request.call, header.module, request.msg_type, request.data, request.length, request.allowed};
+    recorder.write({request.pid, 0}, call, header.ipc_result, reply, result);
 }
 
 bool Answering::send(int socket, board_answer &answer)

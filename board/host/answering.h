@@ -9,6 +9,7 @@
 #include "board/service.h"
 #include "frame.h"
 #include "shared_memory.h"
+#include "trace_writer.h"
 
 // The answer under construction, in the frame that will be sent.
 struct board_answer {
@@ -44,7 +45,13 @@ private:
 class Answering
 {
 public:
-    explicit Answering(const board_service_config &service_config) : config(service_config) {}
+    explicit Answering(const board_service_config &service_config)
+        : config(service_config), recorder(service_config.record)
+    {
+    }
+
+    // False when the file for the record cannot be used; the log says why.
+    bool is_ready() const { return !config.record || recorder.is_on(); }
 
     // Checks a packet of `received` bytes and has it handled. True: the answer stands in `answer`. False: it is no
     // request; `refusal` is to be sent.
@@ -59,8 +66,10 @@ public:
 
 private:
     static bool send_once(int socket, board_answer &answer);
+    void record(const board_request &request, const board_answer &answer);
 
     const board_service_config &config;
+    TraceWriter recorder;
     std::mutex one_at_a_time;
 };
 

@@ -31,7 +31,7 @@ int32_t exchange(const Call &call, Reply &reply)
     client.result = Result{};
     const int32_t value = call.length > IPC_MAX_LENGTH ? IPC_ERR_TOO_LONG : client.transport->exchange(call, reply);
     client.result = reply.result;
-    if (trace_is_on()) trace_exchange(call, value, reply, *client.transport);
+    if (clients_trace().is_on()) trace_exchange(call, value, reply, *client.transport);
     return value;
 }
 

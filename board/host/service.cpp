@@ -136,6 +136,7 @@ private:
 
 bool board_service::start(const std::string &directory)
 {
+    if (!answering.is_ready()) return false;
     endpoint = Endpoint::open(directory, config.module, config.socket_mode ? config.socket_mode : 0660);
     if (!endpoint) return false;
     receiving = start_thread(datagrams, datagram_loop, this);

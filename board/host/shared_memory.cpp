@@ -97,6 +97,14 @@ bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &
     return true;
 }
 
+bool ResultMemory::copy(const Result &result, char *to) const
+{
+    // Memory for one result is no longer mapped, and not passed yet.
+    if (!mapping) return pread(memory.get(), to, result.length, result.offset) == static_cast<ssize_t>(result.length);
+    std::memcpy(to, mapping.data() + result.offset, result.length);
+    return true;
+}
+
 bool ResultView::adopt(const Descriptor &memory)
 {
     const int seals = fcntl(memory.get(), F_GET_SEALS);

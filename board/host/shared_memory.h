@@ -38,6 +38,9 @@ public:
     // system gives no memory.
     bool put(uint32_t key, const char *json, uint32_t length, Result &result);
 
+    // Copies the result that was put last; false when the system does not give it back.
+    bool copy(const Result &result, char *to) const;
+
     // The memory as the peer has still to get it, or -1.
     int to_pass() const { return memory.get(); }
     void passed() { memory.close(); }

@@ -1,6 +1,5 @@
 #include "trace_writer.h"
 
-#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -15,7 +14,6 @@
 
 #include "board/trace.h"
 #include "board/util.h"
-#include "descriptor.h"
 
 static_assert(sizeof(board_trace_file) == 16 && sizeof(board_trace_record) == 64);
 static_assert(BOARD_TRACE_LITTLE_ENDIAN == board::little_endian && BOARD_TRACE_BIG_ENDIAN == board::big_endian);
@@ -38,9 +36,8 @@ bool agree_on_header(int file)
     return pread(file, &header, sizeof header, 0) == sizeof header && !std::memcmp(&header, &own_header, sizeof header);
 }
 
-Descriptor open_trace()
+Descriptor open_trace(const char *name)
 {
-    const char *name = std::getenv("BOARD_IPC_TRACE");
     if (!name || !*name) return {};
     // Requests may carry secrets: the file is for its owner.
     Descriptor file(open(name, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
@@ -54,17 +51,6 @@ Descriptor open_trace()
     return {};
 }
 
-struct Trace {
-    Descriptor file = open_trace();
-    std::atomic<bool> on = static_cast<bool>(file);
-};
-
-Trace &trace()
-{
-    static Trace instance;
-    return instance;
-}
-
 uint64_t now()
 {
     timespec time;
@@ -74,23 +60,18 @@ uint64_t now()
 
 } // namespace
 
-bool trace_is_on()
+TraceWriter::TraceWriter(const char *name) : file(open_trace(name)), on(static_cast<bool>(file))
 {
-    return trace().on.load(std::memory_order_relaxed);
 }
 
-void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Transport &transport)
+void TraceWriter::write(const ClientThread &client, const Call &call, int32_t ipc_result, const Reply &reply,
+                        std::span<const char> result)
 {
-    std::vector<char> result;
-    if (reply.result.state == Result::shared) {
-        result.resize(reply.result.length);
-        if (!transport.copy_result(reply.result, result.data())) result.clear();
-    }
     board_trace_record record{};
     record.time = now();
     record.size = static_cast<uint32_t>(sizeof record + call.length + reply.length + result.size());
-    record.pid = static_cast<uint32_t>(getpid());
-    record.tid = static_cast<uint32_t>(syscall(SYS_gettid));
+    record.pid = static_cast<uint32_t>(client.process);
+    record.tid = static_cast<uint32_t>(client.thread);
     record.call = call.call;
     record.module = call.module;
     record.msg_type = call.msg_type;
@@ -106,10 +87,27 @@ void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Tr
     const iovec parts[] = {{&record, sizeof record},
                            {const_cast<void *>(call.request), call.length},
                            {const_cast<void *>(reply.data), reply.length},
-                           {result.data(), result.size()}};
+                           {const_cast<char *>(result.data()), result.size()}};
     // Half a record would spoil those that follow it: the first failure is the last.
-    if (writev(trace().file.get(), parts, 4) == static_cast<ssize_t>(record.size)) return;
-    if (trace().on.exchange(false)) userlog_err(__func__, __LINE__, "no more trace: %s", std::strerror(errno));
+    if (writev(file.get(), parts, 4) == static_cast<ssize_t>(record.size)) return;
+    if (on.exchange(false)) userlog_err(__func__, __LINE__, "no more trace: %s", std::strerror(errno));
+}
+
+TraceWriter &clients_trace()
+{
+    static TraceWriter writer(std::getenv("BOARD_IPC_TRACE"));
+    return writer;
+}
+
+void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Transport &transport)
+{
+    std::vector<char> result;
+    if (reply.result.state == Result::shared) {
+        result.resize(reply.result.length);
+        if (!transport.copy_result(reply.result, result.data())) result.clear();
+    }
+    const ClientThread self{getpid(), static_cast<pid_t>(syscall(SYS_gettid))};
+    clients_trace().write(self, call, ipc_result, reply, result);
 }
 
 } // namespace board

@@ -1,12 +1,44 @@
-// BOARD_IPC_TRACE: the client half's record of its exchanges. The format is in board/trace.h.
+// Records of exchanges: a client's own by BOARD_IPC_TRACE, and those that a service answers. The format is in
+// board/trace.h.
 #pragma once
 
+#include <atomic>
+#include <span>
+
+#include <sys/types.h>
+
+#include "descriptor.h"
 #include "transport.h"
 
 namespace board
 {
 
-bool trace_is_on();
+// Whose exchange it is.
+struct ClientThread {
+    pid_t process;
+    pid_t thread; // 0: unknown
+};
+
+class TraceWriter
+{
+public:
+    // Appends to the file `name`, which is made where it is missing; null or empty: records nothing. The log says why a
+    // file cannot be used.
+    explicit TraceWriter(const char *name);
+
+    bool is_on() const { return on.load(std::memory_order_relaxed); }
+    // Records an exchange, whose reply is empty unless `ipc_result` is 0. `result`: the bytes of the result in shared
+    // memory, or none.
+    void write(const ClientThread &client, const Call &call, int32_t ipc_result, const Reply &reply,
+               std::span<const char> result);
+
+private:
+    Descriptor file;
+    std::atomic<bool> on;
+};
+
+// That of BOARD_IPC_TRACE.
+TraceWriter &clients_trace();
 void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Transport &transport);
 
 } // namespace board

@@ -41,7 +41,7 @@ enum class Purpose : uint64_t {
     usage = 11,
     viewers = 12,
     gateway = 13,
-    discovery = 14
+    discovery = 14,
     faults = 20
 };
 

@@ -75,12 +75,16 @@ typedef struct board_service_config {
      * caller gets IPC_ERR_REFUSED) and goes to the service's log. */
     const char *(*authorize)(void *context, const board_request *request);
     void *context; /* passed to both */
+    /* The file to which each request is appended with what its client gets, in the order of the handler's calls;
+     * board/trace.h reads it. Null: nothing is recorded. What is no request of this service never is. */
+    const char *record;
 } board_service_config;
 
 typedef struct board_service board_service;
 
 /* Opens the sockets and starts to serve. Null on failure, with one log line that says why (another live service on
- * the same folder and module among the reasons; what a dead one left behind is replaced). */
+ * the same folder and module, or a file that cannot be recorded in, among the reasons; what a dead one left behind is
+ * replaced). */
 board_service *board_service_start(const board_service_config *config);
 /* Stops serving: no handler runs any more when it returns; removes the sockets and releases everything. Not to be
  * called from a handler. Null is allowed. */

@@ -1,5 +1,6 @@
-/* Records of what went over the IPC, written by every client process that runs with BOARD_IPC_TRACE=FILE, and how to
- * read them.
+/* Records of what went over the IPC, written by every client process that runs with BOARD_IPC_TRACE=FILE and by
+ * services that record what they answer, and how to read them. The contents of files that an answer names are not in
+ * them.
  *
  * The file: a board_trace_file, then records. A record: a board_trace_record, then the request's, the response's and
  * the result's bytes, nothing between and nothing behind them. Several processes may write one file: each record is
@@ -29,7 +30,7 @@ typedef struct board_trace_record {
     uint64_t time; /* when the exchange ended: nanoseconds since 1970 */
     uint32_t size; /* of the record, the bytes that follow included */
     uint32_t pid;  /* the client's process and thread */
-    uint32_t tid;
+    uint32_t tid;  /* 0 when a service recorded */
     uint32_t call; /* a board_call */
     uint32_t module;
     uint32_t msg_type;  /* the channel */
