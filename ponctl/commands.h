@@ -47,8 +47,26 @@ struct RawOptions {
 // Sends any record on any channel.
 ExitCode run_raw(const Output &output, const RawOptions &options);
 
-// Lists the exchanges of a trace file; `verbose`: with the fields of their records.
-ExitCode run_trace(const Output &output, const std::string &file, bool verbose);
+struct TraceOptions {
+    std::string file;
+    bool verbose = false;              // with the fields of the records
+    std::string channel, command, pid; // only these exchanges; empty: all
+    bool errors = false;               // only those that failed, or whose status is not zero
+};
+
+// Lists the exchanges of a recording.
+ExitCode run_trace(const Output &output, const TraceOptions &options);
+
+struct ReplayOptions {
+    std::string file;
+    bool verbose = false;             // show those that are equal, too
+    std::vector<std::string> ignored; // fields and columns that may differ
+    bool reads_only = false;
+    bool confirmed = false; // asked for when requests are sent that change something
+};
+
+// Sends the requests of a recording to the service, and shows where its answers differ from those recorded.
+ExitCode run_replay(const Output &output, const ReplayOptions &options);
 
 struct IdSetOptions {
     std::vector<std::string> ids; // 1-5,7, also with blanks

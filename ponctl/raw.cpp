@@ -15,19 +15,6 @@ namespace
 
 using catalogue::Call;
 
-const catalogue::Channel &channel_of(const std::string &text)
-{
-    const catalogue::Channel *channel = catalogue::find_channel(text);
-    if (!channel && !text.empty() && text.find_first_not_of("0123456789") == text.npos)
-        channel = catalogue::find_channel(parse_number("CHANNEL", text));
-    if (channel) return *channel;
-    std::vector<std::string_view> names;
-    for (const catalogue::Channel &known : catalogue::channels())
-        names.push_back(known.name);
-    throw UsageError("CHANNEL: '" + text + "' is not a channel" + suggestion(text, names) + " (known are " +
-                     join(names) + ", and their numbers)");
-}
-
 Call call_of(const std::string &text)
 {
     std::vector<std::string_view> names;
@@ -144,7 +131,7 @@ void show_answer(const Output &output, const Place &place, const catalogue::Reco
 
 ExitCode run_raw(const Output &output, const RawOptions &options)
 {
-    const catalogue::Channel &channel = channel_of(options.channel);
+    const catalogue::Channel &channel = parse_channel("CHANNEL", options.channel);
     const Call call = call_of(options.call);
     const catalogue::Record &record = record_of(options, channel);
     if (!options.preset.empty() && !answers(call))

@@ -1,96 +1,13 @@
-// ponctl trace: what went over the IPC, from a file that BOARD_IPC_TRACE named.
-#include <bit>
-#include <ctime>
-#include <memory>
-
-#include "board/ipc.h"
-#include "board/trace.h"
+// ponctl trace: what went over the IPC, from a file that BOARD_IPC_TRACE named or ponsim recorded.
 #include "commands.h"
+#include "recording.h"
 #include "report.h"
+#include "words.h"
 
 namespace ponctl
 {
 namespace
 {
-
-struct Close {
-    void operator()(board_trace *trace) const { board_trace_close(trace); }
-};
-
-constexpr int host_order = std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN : BOARD_TRACE_LITTLE_ENDIAN;
-
-// The record that a request of this length is: the channel's own, or another of exactly that length.
-const catalogue::Record &record_of(const catalogue::Channel &channel, size_t length)
-{
-    if (!channel.record->payload && channel.record->size != length)
-        for (const catalogue::Record &record : catalogue::records())
-            if (record.size == length) return record;
-    return *channel.record;
-}
-
-// One exchange, read by the catalogue as far as that knows its channel.
-struct Traced {
-    const board_trace_record &record;
-    const catalogue::Channel *channel; // null: unknown
-    const catalogue::Command *command = nullptr;
-    const catalogue::Record *kind = nullptr; // of the request
-    Bytes request, response;
-    std::string_view result;
-
-    Traced(const board_trace_entry &entry, bool swapped)
-        : record(entry.record),
-          channel(catalogue::find_channel(record.msg_type)),
-          request(entry.request, entry.request + record.request_length),
-          response(entry.response, entry.response + record.response_length),
-          result(entry.result ? entry.result : "", record.result_carried)
-    {
-        if (!channel) return;
-        kind = &record_of(*channel, request.size());
-        if (swapped) swap_words(*kind, place(), request);
-        command = command_of(*kind, place(), request);
-        if (swapped) swap_words(answer_record(*kind, command), place(true), response);
-    }
-
-    Place place(bool is_answer = false) const { return {channel, call(), command, is_answer}; }
-    const Bytes &bytes(bool of_answer) const { return of_answer ? response : request; }
-    Reading reading(bool of_answer) const
-    {
-        return read_record(of_answer ? answer_record(*kind, command) : *kind, place(of_answer), bytes(of_answer));
-    }
-    bool answered() const { return record.ipc_result == IPC_OK; }
-
-    catalogue::Call call() const { return static_cast<catalogue::Call>(record.call); }
-    std::string call_text() const { return std::string(catalogue::to_text(call())); }
-
-    std::string channel_text() const { return channel ? std::string(channel->name) : std::to_string(record.msg_type); }
-
-    std::string command_text() const
-    {
-        if (command) return std::string(command->name);
-        if (!kind || !kind->command || request.size() < kind->command->offset + sizeof(uint32_t)) return "-";
-        return std::to_string(load_word(request.data() + kind->command->offset));
-    }
-
-    std::string outcome() const
-    {
-        if (!answered())
-            return "IPC failure " + std::to_string(record.ipc_result) + ": " + ipc_strerror(record.ipc_result);
-        return describe_status(record.status);
-    }
-
-    // When the exchange ended, in Coordinated Universal Time.
-    std::string time() const
-    {
-        constexpr uint64_t second = 1000000000;
-        const auto seconds = static_cast<std::time_t>(record.time / second);
-        std::tm parts{};
-        gmtime_r(&seconds, &parts);
-        char date[32], fraction[16];
-        std::strftime(date, sizeof date, "%Y-%m-%dT%H:%M:%S", &parts);
-        std::snprintf(fraction, sizeof fraction, ".%06uZ", static_cast<unsigned>(record.time % second / 1000));
-        return std::string(date) + fraction;
-    }
-};
 
 void write_exchange(Json &json, const Traced &traced)
 {
@@ -157,59 +74,86 @@ void print_exchange(const Output &output, const Traced &traced)
     std::fputc('\n', output.stream);
 }
 
-using Trace = std::unique_ptr<board_trace, Close>;
-
-Trace open_trace(const std::string &file)
+// The command of this name, whatever its channel.
+const catalogue::Command &named_command(const std::string &name)
 {
-    const char *error = nullptr;
-    Trace trace(board_trace_open(file.c_str(), &error));
-    if (!trace) throw UsageError("FILE: cannot read '" + file + "': " + error);
-    return trace;
+    if (const catalogue::Command *command = catalogue::find_command(name)) return *command;
+    std::vector<std::string_view> names;
+    for (const catalogue::Command &known : catalogue::commands())
+        names.push_back(known.name);
+    throw UsageError("--command: '" + name + "' is not a command code or the name of a command" +
+                     suggestion(name, names));
 }
 
-// Shows every exchange of the file. Returns false where the file is damaged, after the exchanges before that place.
-template <class Show>
-bool show_all(const Trace &trace, Show show)
+// The exchanges that are asked for. Numbers may be those of channels and commands that the catalogue does not know.
+class Filter
 {
-    const bool swapped = board_trace_byte_order(trace.get()) != host_order;
-    board_trace_entry entry;
-    int more = 0;
-    while ((more = board_trace_next(trace.get(), &entry)) == 1)
-        show(Traced(entry, swapped));
-    return more == 0;
-}
+public:
+    explicit Filter(const TraceOptions &options) : errors(options.errors)
+    {
+        if (is_number(options.channel))
+            channel = parse_number("--channel", options.channel);
+        else if (!options.channel.empty())
+            channel = parse_channel("--channel", options.channel).type;
+        if (!options.pid.empty()) pid = parse_number("--pid", options.pid);
+        if (is_number(options.command))
+            code = parse_number("--command", options.command);
+        else if (!options.command.empty())
+            command = &named_command(options.command);
+    }
 
-bool show_trace(const Output &output, const Trace &trace, bool verbose)
+    bool passes(const Traced &traced) const
+    {
+        return (!channel || traced.record.msg_type == *channel) && (!pid || traced.record.pid == *pid) &&
+               (!code || traced.code() == code) && (!command || traced.command == command) &&
+               (!errors || !traced.answered() || traced.record.status != 0);
+    }
+
+private:
+    std::optional<uint32_t> channel, pid, code;
+    const catalogue::Command *command = nullptr;
+    bool errors;
+};
+
+std::optional<size_t> show_trace(const Output &output, const TraceOptions &options)
 {
+    const Filter filter(options);
+    const TraceFile trace(options.file);
+    const auto show_all = [&](const auto &show) {
+        return trace.each([&](const Traced &traced) {
+            if (filter.passes(traced)) show(traced);
+        });
+    };
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartArray();
-        const bool whole = show_all(trace, [&json](const Traced &traced) { write_exchange(json, traced); });
+        const auto damage = show_all([&json](const Traced &traced) { write_exchange(json, traced); });
         json->EndArray();
-        return whole;
+        return damage;
     }
-    if (verbose || output.format == Format::hex)
-        return show_all(trace, [&output](const Traced &traced) { print_exchange(output, traced); });
+    if (options.verbose || output.format == Format::hex)
+        return show_all([&output](const Traced &traced) { print_exchange(output, traced); });
     Table table({{"TIME"},
                  {"PROCESS", Table::Fit::right},
                  {"CALL"},
                  {"CHANNEL"},
                  {"COMMAND", Table::Fit::cut},
                  {"OUTCOME", Table::Fit::cut}});
-    const bool whole = show_all(trace, [&table](const Traced &traced) {
+    const auto damage = show_all([&table](const Traced &traced) {
         table.add({traced.time(), std::to_string(traced.record.pid), traced.call_text(), traced.channel_text(),
                    traced.command_text(), traced.outcome()});
     });
     table.print(output);
-    return whole;
+    return damage;
 }
 
 } // namespace
 
-ExitCode run_trace(const Output &output, const std::string &file, bool verbose)
+ExitCode run_trace(const Output &output, const TraceOptions &options)
 {
-    if (!show_trace(output, open_trace(file), verbose))
-        throw UsageError("FILE: '" + file + "' is damaged behind the last exchange that is shown");
+    if (const auto damage = show_trace(output, options))
+        throw UsageError("FILE: '" + options.file + "' is damaged at record " + std::to_string(*damage + 1) +
+                         "; what is before it is shown");
     return exit_success;
 }
 

@@ -95,6 +95,17 @@ uint32_t parse_number(std::string_view name, std::string_view text, uint32_t gre
     return number;
 }
 
+const catalogue::Channel &parse_channel(std::string_view name, std::string_view text)
+{
+    const catalogue::Channel *channel = catalogue::find_channel(text);
+    if (uint32_t number = 0; !channel && read_number(text, number)) channel = catalogue::find_channel(number);
+    if (channel) return *channel;
+    std::vector<std::string_view> names;
+    for (const catalogue::Channel &known : catalogue::channels())
+        names.push_back(known.name);
+    refuse(name, text, "a channel" + suggestion(text, names) + " (known are " + join(names) + ", and their numbers)");
+}
+
 uint32_t parse_command(std::string_view name, std::string_view text, const catalogue::Channel &channel)
 {
     uint32_t code = 0;

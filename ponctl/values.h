@@ -28,6 +28,8 @@ Assignment parse_assignment(const std::string &word);
 bool is_number(std::string_view text);
 // Decimal, or hexadecimal with 0x.
 uint32_t parse_number(std::string_view name, std::string_view text, uint32_t greatest = UINT32_MAX);
+// A channel by its name or number.
+const catalogue::Channel &parse_channel(std::string_view name, std::string_view text);
 // A command of the channel by its name, or any number.
 uint32_t parse_command(std::string_view name, std::string_view text, const catalogue::Channel &channel);
 // 00:11:22:33:44:55, 00-11-22-33-44-55 or 0011.2233.4455. Where something else could stand as well, the error starts

@@ -11,6 +11,7 @@
 
 #include "board/ipc.h"
 #include "control.h"
+#include "replay.h"
 #include "service.h"
 #include "simulator.h"
 
@@ -39,7 +40,10 @@ struct Options {
     ponsim::WantedSettings wanted;
     std::vector<std::string> grants;
     double speed = 1;
+    std::string record;             // empty: none
     std::vector<std::string> words; // of a control command
+    std::string replayed;           // the recording to serve
+    bool loop = false;
 };
 
 std::string default_state()
@@ -92,8 +96,13 @@ void declare(CLI::App &app, Options &options)
         ->check(CLI::Range(0.0, 1e6))
         ->capture_default_str()
         ->type_name("FACTOR");
+    app.add_option("--record", options.record, "Append each exchange to this file, for ponctl trace and replays")
+        ->type_name("FILE");
     CLI::App *ctl = app.add_subcommand("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
     ctl->add_option("WORDS", options.words, "A command and its words");
+    CLI::App *replay = app.add_subcommand("replay", "Serves a recording: answers requests as they were answered then");
+    replay->add_option("FILE", options.replayed, "The recording")->required();
+    replay->add_flag("--loop", options.loop, "Start over where the answers to a request end, not repeat the last");
     app.add_option("--grant", options.grants,
                    "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
                    "a name, a number, or * for everyone else; may be repeated [*=service-affecting]")
@@ -137,22 +146,51 @@ std::string state_file(const std::string &wanted)
     return file.string();
 }
 
-int serve(const Options &options, const ponsim::Access &access)
+// Blocked before any other thread starts, so that all of them leave the signals to the wait of this one.
+sigset_t block_stop_signals()
 {
-    const std::string socket_dir = options.socket_dir.empty() ? board_ipc_directory() : options.socket_dir;
-    // Blocked before any other thread starts, so that all of them leave the signals to the wait below.
     sigset_t stop;
     sigemptyset(&stop);
     sigaddset(&stop, SIGINT);
     sigaddset(&stop, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &stop, nullptr);
+    return stop;
+}
 
+std::string socket_directory(const Options &options)
+{
+    return options.socket_dir.empty() ? board_ipc_directory() : options.socket_dir;
+}
+
+uint32_t mode_bits(const Options &options)
+{
+    return static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
+}
+
+int replay(const Options &options)
+{
+    const std::string socket_dir = socket_directory(options);
+    const sigset_t stop = block_stop_signals();
+    ponsim::Recording recording(options.replayed);
+    const ponsim::Replay service(recording, options.loop, socket_dir, mode_bits(options));
+    if (!service.serving()) return fail("cannot serve on " + socket_dir, exit_failure);
+    printf("ponsim: serving on %s (%zu exchanges recorded in %s)\n", socket_dir.c_str(), recording.size(),
+           options.replayed.c_str());
+    fflush(stdout);
+    int signal;
+    sigwait(&stop, &signal);
+    return EXIT_SUCCESS;
+}
+
+int serve(const Options &options, const ponsim::Access &access)
+{
+    const std::string socket_dir = socket_directory(options);
+    const sigset_t stop = block_stop_signals();
     const std::string state = state_file(options.state);
     ponsim::Store store(state, options.fresh);
     ponsim::Simulator simulator(store, options.wanted);
-    const auto mode = static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
     ponsim::Clock clock(simulator.olt().now(), options.speed);
-    ponsim::Service service(simulator, clock, access, socket_dir, mode);
+    ponsim::Service service(simulator, clock, access, socket_dir, mode_bits(options), options.record);
     if (!service.serving()) return fail("cannot serve on " + socket_dir, exit_failure);
 
     const ponsim::Settings &settings = simulator.settings();
@@ -186,6 +224,7 @@ int main(int argc, char **argv)
             return fail("--grant " + grant + ": " + wrong, exit_usage);
     try {
         if (app.got_subcommand("ctl")) return control(options);
+        if (app.got_subcommand("replay")) return replay(options);
         return serve(options, access);
     } catch (const std::exception &error) {
         return fail(error.what(), exit_failure);

@@ -99,7 +99,8 @@ void answer_with(Reply reply, const Message &message, std::span<const FaultCase>
 
 } // namespace
 
-Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode)
+Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode,
+                 const std::string &record)
     : simulator(served), clock(time), access(rules), files(mode)
 {
     board_service_config config{};
@@ -109,9 +110,11 @@ Service::Service(Simulator &served, Clock &time, const Access &rules, const std:
     config.handler = handle;
     config.authorize = authorize;
     config.context = this;
+    config.record = record.empty() ? nullptr : record.c_str();
     service.reset(board_service_start(&config));
     if (!service) return;
     config.module = control_module;
+    config.record = nullptr;
     config.handler = handle_control;
     config.authorize = authorize_control;
     control.reset(board_service_start(&config));

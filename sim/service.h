@@ -18,10 +18,12 @@ class Service
 {
 public:
     // Serves on the sockets of `directory`, which get the permission bits `mode`, from now on until destroyed.
-    // Simulator, clock and access rules must outlive it.
-    Service(Simulator &simulator, Clock &clock, const Access &access, const std::string &directory, uint32_t mode);
+    // Simulator, clock and access rules must outlive it. Each exchange but those that control the simulation is
+    // appended to the file `record`, unless that is empty.
+    Service(Simulator &simulator, Clock &clock, const Access &access, const std::string &directory, uint32_t mode,
+            const std::string &record);
 
-    // False when the sockets could not be opened; the log says why.
+    // False when the sockets or the record could not be opened; the log says why.
     bool serving() const { return service && control; }
 
     // Handles no more requests.

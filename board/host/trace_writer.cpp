@@ -60,9 +60,7 @@ uint64_t now()
 
 } // namespace
 
-TraceWriter::TraceWriter(const char *name) : file(open_trace(name)), on(static_cast<bool>(file))
-{
-}
+TraceWriter::TraceWriter(const char *name) : file(open_trace(name)), on(static_cast<bool>(file)) {}
 
 void TraceWriter::write(const ClientThread &client, const Call &call, int32_t ipc_result, const Reply &reply,
                         std::span<const char> result)

@@ -19,6 +19,7 @@ void add_ops(CLI::App &app, Command &command);
 void add_call(CLI::App &app, Command &command);
 void add_raw(CLI::App &app, Command &command);
 void add_trace(CLI::App &app, Command &command);
+void add_replay(CLI::App &app, Command &command);
 void add_idset(CLI::App &app, Command &command);
 void add_onu(CLI::App &app, Command &command);
 // The commands for remote ONUs go to that one.

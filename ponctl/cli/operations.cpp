@@ -1,4 +1,4 @@
-// ponctl ops, call, raw, trace and idset: all that the library can.
+// ponctl ops, call, raw, trace, replay and idset: all that the library can.
 #include "cli/cli.h"
 #include "words.h"
 
@@ -65,16 +65,30 @@ void add_raw(CLI::App &app, Command &command)
 void add_trace(CLI::App &app, Command &command)
 {
     CLI::App *trace =
-        app.add_subcommand("trace", "Lists what went over the IPC, from a file that BOARD_IPC_TRACE named");
-    struct Options {
-        std::string file;
-        bool verbose = false;
-    };
-    auto options = std::make_shared<Options>();
-    trace->add_option("FILE", options->file, "the trace file")->required();
+        app.add_subcommand("trace", "Lists what went over the IPC, from a file of BOARD_IPC_TRACE or ponsim --record");
+    auto options = std::make_shared<TraceOptions>();
+    trace->add_option("FILE", options->file, "the recording")->required();
     trace->add_flag("-v,--verbose", options->verbose, "show the records too");
-    runs(trace, command, options,
-         [](const Output &output, const Options &given) { return run_trace(output, given.file, given.verbose); });
+    trace->add_option("--channel", options->channel, "only exchanges on this channel, by name or number");
+    trace->add_option("--command", options->command, "only those with this command, by name or code");
+    trace->add_option("--pid", options->pid, "only those of this process");
+    trace->add_flag("--errors", options->errors, "only those that failed, or whose status is not zero");
+    runs(trace, command, options, run_trace);
+}
+
+void add_replay(CLI::App &app, Command &command)
+{
+    CLI::App *replay =
+        app.add_subcommand("replay", "Sends the requests of a recording and shows where the answers differ");
+    auto options = std::make_shared<ReplayOptions>();
+    replay->add_option("FILE", options->file, "the recording, of BOARD_IPC_TRACE or ponsim --record")->required();
+    replay->add_flag("-v,--verbose", options->verbose, "show the exchanges that are equal, too");
+    replay->add_option("--ignore", options->ignored, "a field or column that may differ; may be repeated")
+        ->option_text("FIELD")
+        ->allow_extra_args(false);
+    replay->add_flag("--reads-only", options->reads_only, "send only the requests that change nothing");
+    replay->add_flag("--yes", options->confirmed, "do not ask before requests are sent that change something");
+    runs(replay, command, options, run_replay);
 }
 
 void add_idset(CLI::App &app, Command &command)

@@ -64,6 +64,7 @@ Program::Program() : app("Reaches every operation of an EPON OLT's PON managemen
     add_call(app, command);
     add_raw(app, command);
     add_trace(app, command);
+    add_replay(app, command);
     add_idset(app, command);
     add_onu(app, command);
     add_port(app, command);

@@ -1,0 +1,341 @@
+// ponctl replay: a recording's requests once more, and where the answers differ.
+#include <algorithm>
+
+#include "board/ipc.h"
+#include "board/service.h"
+#include "commands.h"
+#include "daily.h"
+#include "recording.h"
+#include "report.h"
+
+namespace ponctl
+{
+namespace
+{
+
+using catalogue::Class;
+using catalogue::Field;
+
+struct Free {
+    void operator()(db_handle *database) const { db_free(database); }
+};
+using Database = std::unique_ptr<db_handle, Free>;
+
+struct Difference {
+    std::string place; // empty, or the row of a result database, from 1 on
+    std::string field, recorded, live;
+
+    std::string where() const { return place.empty() ? field : "row " + place + " " + field; }
+};
+
+// What the service answers now.
+struct Answer {
+    int32_t result = IPC_OK;
+    uint32_t status = 0;
+    Bytes response;
+    std::string database; // the document; empty: none
+};
+
+bool has_answer(catalogue::Call call)
+{
+    return call == catalogue::Call::get || call == catalogue::Call::dgram_get;
+}
+
+// What a request does, as the catalogue has it; an unknown one may change something unless it is a get call.
+Class impact_of(const Traced &traced)
+{
+    if (traced.command) return traced.command->impact;
+    return has_answer(traced.call()) ? Class::read : Class::write;
+}
+
+Answer send(const Traced &traced)
+{
+    Answer answer;
+    const uint32_t module = traced.record.module, channel = traced.record.msg_type;
+    const auto length = static_cast<uint32_t>(traced.request.size());
+    if (!has_answer(traced.call())) {
+        const auto set = traced.call() == catalogue::Call::set ? ipc_set_exec : ipc_dgram_set_exec;
+        answer.result = set(module, channel, traced.request.data(), length, &answer.status);
+    } else {
+        const auto get = traced.call() == catalogue::Call::get ? ipc_get_exec : ipc_dgram_get_exec;
+        // The whole answer, as the recording has it, whatever its caller allowed.
+        uint32_t received = IPC_MAX_LENGTH;
+        answer.response.resize(received);
+        answer.result =
+            get(module, channel, traced.request.data(), length, answer.response.data(), &received, &answer.status);
+        answer.response.resize(answer.result == IPC_OK ? received : 0);
+    }
+    const uint32_t key = traced.record.result_key ? traced.record.result_key : traced.code().value_or(0);
+    if (answer.result == IPC_OK && key != 0)
+        if (const Database database{db_from_shmem(key, BOARD_RESULT_MAX)})
+            answer.database = document_of(database.get());
+    return answer;
+}
+
+// Compares one exchange.
+class Comparison
+{
+public:
+    Comparison(const Traced &recorded, const Answer &now, const std::vector<std::string> &may_differ)
+        : traced(recorded), live(now), ignored(may_differ)
+    {
+        compare("ipc_result", failure_text(traced.record.ipc_result), failure_text(live.result));
+        if (!traced.answered() || live.result != IPC_OK) return;
+        compare("status", describe_status(traced.record.status), describe_status(live.status));
+        compare("response_length", std::to_string(traced.response.size()), std::to_string(live.response.size()));
+        compare_responses();
+        compare_documents("result", traced.result, live.database);
+    }
+
+    const std::vector<Difference> &differences() const { return found; }
+
+private:
+    static std::string failure_text(int32_t result) { return std::to_string(result) + " " + ipc_strerror(result); }
+
+    bool is_ignored(std::string_view field) const { return std::ranges::find(ignored, field) != ignored.end(); }
+
+    void compare(std::string_view field, std::string recorded, std::string now, std::string place = {})
+    {
+        if (recorded == now) return;
+        explained = true;
+        if (!is_ignored(field))
+            found.push_back({std::move(place), std::string(field), std::move(recorded), std::move(now)});
+    }
+
+    // Whether both are the name of a result file, which is another one each time.
+    bool are_file_names(const Field &field, std::string_view recorded, std::string_view now) const
+    {
+        return recorded.starts_with('/') && now.starts_with('/') &&
+               std::ranges::any_of(catalogue::operations(), [&](const catalogue::Operation &operation) {
+                   return operation.channel == traced.channel &&
+                          (!operation.command || operation.command == traced.command) &&
+                          std::ranges::any_of(operation.arguments, [&](const catalogue::Argument &argument) {
+                              return argument.source == catalogue::Source::file && argument.field == &field;
+                          });
+               });
+    }
+
+    // The fields that both answers reach; what only one has is told by the lengths.
+    void compare_responses()
+    {
+        const size_t common = std::min(traced.response.size(), live.response.size());
+        Bytes before(traced.response.begin(), traced.response.begin() + static_cast<std::ptrdiff_t>(common));
+        Bytes after(live.response.begin(), live.response.begin() + static_cast<std::ptrdiff_t>(common));
+        if (before == after) return;
+        if (traced.channel) compare_fields(before, after);
+        // What is left lies between the fields, or behind the end of a text.
+        const auto [first, other] = std::ranges::mismatch(before, after);
+        if (first == before.end()) return;
+        const auto at = static_cast<size_t>(first - before.begin());
+        size_t end = common;
+        while (before[end - 1] == after[end - 1])
+            --end;
+        const auto rest = [&](const Bytes &bytes) {
+            return "hex:" + format_hex(std::span(bytes).subspan(at, end - at));
+        };
+        compare("byte " + std::to_string(at), rest(before), rest(after));
+    }
+
+    // Clears each field that was compared, and differs.
+    void compare_fields(Bytes &before, Bytes &after)
+    {
+        const catalogue::Record &record = answer_record(*traced.kind, traced.command);
+        const Bytes recorded = before, now = after;
+        const std::vector<DecodedField> fields = decode(read_record(record, traced.place(true), recorded));
+        const std::vector<DecodedField> live_fields = decode(read_record(record, traced.place(true), now));
+        for (const DecodedField &one : fields) {
+            const auto other = std::ranges::find(live_fields, one.field, &DecodedField::field);
+            if (other == live_fields.end() || (one.text == other->text && !is_ignored(one.field->name))) continue;
+            compare_texts(*one.field, one.text, other->text, recorded, now);
+            for (Bytes *bytes : {&before, &after})
+                std::fill_n(bytes->begin() + one.field->offset, field_bytes(*one.field, *bytes).size(), uint8_t{0});
+        }
+    }
+
+    // A field that may hold a result database as a text, or name a file.
+    void compare_texts(const Field &field, const std::string &recorded, const std::string &now, const Bytes &before,
+                       const Bytes &after)
+    {
+        const auto text = [&field](const Bytes &bytes) {
+            return std::string(field_text(std::span(bytes).subspan(field.offset)));
+        };
+        const std::string old_text = text(before), new_text = text(after);
+        if (are_file_names(field, old_text, new_text)) return;
+        const bool divisible = field.type == catalogue::FieldType::text || field.type == catalogue::FieldType::bytes;
+        if (divisible && is_table(old_text) && is_table(new_text) && !is_ignored(field.name))
+            compare_documents(field.name, old_text, new_text);
+        else
+            compare(field.name, recorded, now);
+    }
+
+    static bool is_table(const std::string &text)
+    {
+        return (text.starts_with('[') || text.starts_with('{')) &&
+               db_rows(Database(db_from_string(text.c_str())).get());
+    }
+
+    void compare_documents(std::string_view name, std::string_view recorded, std::string_view now)
+    {
+        if (recorded == now || is_ignored(name)) return;
+        const Database before(db_from_string(std::string(recorded).c_str()));
+        const Database after(db_from_string(std::string(now).c_str()));
+        explained = false;
+        const uint32_t rows = db_rows(before.get()), live_rows = db_rows(after.get());
+        if (rows > 0 && live_rows > 0) {
+            compare("rows", std::to_string(rows), std::to_string(live_rows));
+            for (uint32_t row = 0; row < std::min(rows, live_rows); ++row)
+                compare_row(before.get(), after.get(), row);
+        }
+        const auto text = [](std::string_view document) { return document.empty() ? "none" : std::string(document); };
+        if (!explained) compare(name, text(recorded), text(now));
+    }
+
+    void compare_row(db_handle *before, db_handle *after, uint32_t row)
+    {
+        const auto text = [row](db_handle *database, const char *column) {
+            const char *cell = db_get_text(database, row, column);
+            return std::string(cell ? cell : "-");
+        };
+        const std::string place = std::to_string(row + 1);
+        for (uint32_t column = 0; column < db_columns(before); ++column) {
+            const char *name = db_column_name(before, column);
+            compare(name, text(before, name), text(after, name), place);
+        }
+        for (uint32_t column = 0; column < db_columns(after); ++column) {
+            const char *name = db_column_name(after, column);
+            if (!db_get_text(before, row, name)) compare(name, "-", text(after, name), place);
+        }
+    }
+
+    const Traced &traced;
+    const Answer &live;
+    const std::vector<std::string> &ignored;
+    std::vector<Difference> found;
+    bool explained = false; // something differs that was named, or ignored by its name
+};
+
+// Writes the exchanges as they are compared.
+class Report
+{
+public:
+    explicit Report(const Output &to) : output(to)
+    {
+        if (output.format != Format::json) return;
+        json.emplace(output.stream);
+        (*json)->StartArray();
+    }
+    ~Report()
+    {
+        if (json)
+            (*json)->EndArray();
+        else
+            table.print(output);
+    }
+    Report(const Report &) = delete;
+    Report &operator=(const Report &) = delete;
+
+    void add(size_t number, const Traced &traced, const std::vector<Difference> &differences)
+    {
+        if (json) return write(number, traced, differences);
+        const auto add_line = [&](const std::string &field, const std::string &recorded, const std::string &live) {
+            table.add({std::to_string(number), traced.call_text(), traced.command_text(), field, recorded, live});
+        };
+        if (differences.empty()) add_line("equal", "", "");
+        for (const Difference &difference : differences)
+            add_line(difference.where(), printable(difference.recorded), printable(difference.live));
+    }
+
+private:
+    void write(size_t number, const Traced &traced, const std::vector<Difference> &differences)
+    {
+        (*json)->StartObject();
+        json->member("exchange", static_cast<uint32_t>(number));
+        json->member("call", traced.call_text());
+        json->member("channel", traced.channel_text());
+        json->member("command", traced.command_text());
+        json->key("differences");
+        (*json)->StartArray();
+        for (const Difference &difference : differences) {
+            (*json)->StartObject();
+            json->member("field", difference.field);
+            json->key("row");
+            if (difference.place.empty())
+                (*json)->Null();
+            else
+                json->number(difference.place);
+            json->member("recorded", difference.recorded);
+            json->member("live", difference.live);
+            (*json)->EndObject();
+        }
+        (*json)->EndArray();
+        (*json)->EndObject();
+    }
+
+    const Output &output;
+    Table table{{{"EXCHANGE", Table::Fit::right},
+                 {"CALL"},
+                 {"COMMAND", Table::Fit::cut},
+                 {"FIELD"},
+                 {"RECORDED", Table::Fit::wrap},
+                 {"LIVE", Table::Fit::wrap}}};
+    std::optional<Json> json;
+};
+
+// Whether the service itself said so, of this one exchange. After any other failure there is no point in going on.
+bool is_answer(int32_t result)
+{
+    return result == IPC_OK || result == IPC_ERR_REFUSED || result == IPC_ERR_SERVICE;
+}
+
+// Counts the requests that change something, and makes sure that the recording can be sent.
+size_t count_changes(const std::string &file)
+{
+    const TraceFile recording(file);
+    if (recording.is_foreign())
+        throw UsageError("FILE: '" + file + "' comes from a machine of the other byte order: the service here would " +
+                         "read its requests turned round ('ponctl trace' shows it)");
+    size_t changes = 0;
+    const auto damage =
+        recording.each([&changes](const Traced &traced) { changes += impact_of(traced) != Class::read; });
+    if (damage)
+        throw UsageError("FILE: '" + file + "' is damaged at record " + std::to_string(*damage + 1) +
+                         "; nothing was sent");
+    return changes;
+}
+
+} // namespace
+
+ExitCode run_replay(const Output &output, const ReplayOptions &options)
+{
+    if (output.format == Format::hex) throw UsageError("--output: a replay has no bytes to show; take table or json");
+    const size_t changes = count_changes(options.file);
+    if (changes > 0 && !options.reads_only)
+        ask(options.confirmed, "sending " + std::to_string(changes) + " requests that change something");
+
+    size_t sent = 0, differing = 0, number = 0;
+    Exchange failed;
+    {
+        Report report(output);
+        TraceFile(options.file).each([&](const Traced &traced) {
+            if (failed.made) return;
+            ++number;
+            if (options.reads_only && impact_of(traced) != Class::read) return;
+            const Answer live = send(traced);
+            if (!is_answer(live.result) && live.result != traced.record.ipc_result) {
+                failed.made = true;
+                failed.result = live.result;
+                return;
+            }
+            ++sent;
+            const Comparison comparison(traced, live, options.ignored);
+            const auto &differences = comparison.differences();
+            differing += !differences.empty();
+            if (!differences.empty() || options.verbose) report.add(number, traced, differences);
+        });
+    }
+    complain(std::to_string(sent) + " exchanges, " + std::to_string(differing) + " differ");
+    if (failed.made) return report_exchange("exchange " + std::to_string(number), failed, 0);
+    return differing ? exit_status : exit_success;
+}
+
+} // namespace ponctl

@@ -1,0 +1,86 @@
+// Serves a recording as if it were the service: requests are answered as they were when they were recorded.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "board/service.h"
+
+namespace ponsim
+{
+
+// The exchanges of the PON service that a file holds, found by their requests.
+class Recording
+{
+public:
+    // Throws std::runtime_error where the file cannot be served.
+    explicit Recording(const std::string &file);
+
+    struct Answer {
+        int32_t ipc_result;
+        uint32_t status;
+        std::string response;
+        uint32_t result_key; // 0: no result database
+        uint32_t result_length;
+        std::string result; // empty where it was too long to travel
+    };
+
+    struct Found {
+        const Answer *answer; // null: there is none
+        bool same_bytes;      // else it is the answer to another request of the same command
+    };
+    // The next answer to such a request in the order of the recording; after the last one that one again or, `looping`,
+    // the first.
+    Found next(const board_request &request, bool looping);
+
+    size_t size() const { return answers.size(); }
+
+private:
+    struct Request {
+        uint32_t call, channel;
+        std::string bytes;
+
+        auto operator<=>(const Request &) const = default;
+    };
+    // Answers in the order of the recording.
+    struct Sequence {
+        std::vector<size_t> answers;
+        size_t at = 0;
+    };
+
+    // The same request with nothing but its command's code for bytes; none where it carries no code.
+    static std::optional<Request> command_of(const Request &request);
+    const Answer *step(Sequence &sequence, bool looping);
+
+    std::vector<Answer> answers;
+    std::map<Request, Sequence> by_bytes, by_command;
+};
+
+class Replay
+{
+public:
+    // Serves on the sockets of `directory`, which get the permission bits `mode`, until destroyed. The recording must
+    // outlive it.
+    Replay(Recording &recording, bool looping, const std::string &directory, uint32_t mode);
+
+    // False when the sockets could not be opened; the log says why.
+    bool serving() const { return service != nullptr; }
+
+private:
+    struct Stop {
+        void operator()(board_service *service) const { board_service_stop(service); }
+    };
+
+    static void handle(void *context, const board_request *request, board_answer *answer);
+
+    Recording &recording;
+    const bool looping;
+    std::unique_ptr<board_service, Stop> service;
+};
+
+} // namespace ponsim
