@@ -110,7 +110,8 @@ private:
                    return operation.channel == traced.channel &&
                           (!operation.command || operation.command == traced.command) &&
                           std::ranges::any_of(operation.arguments, [&](const catalogue::Argument &argument) {
-                              return argument.source == catalogue::Source::file && argument.field == &field;
+                              return argument.source == catalogue::Source::file &&
+                                     argument.field->offset == field.offset;
                           });
                });
     }

@@ -28,6 +28,7 @@ Examples:
   ponsim                                     serve on the default sockets, keep state in the default file
   ponsim --socket-dir /tmp/olt --state none  an OLT to play with: nothing is kept
   ponsim --seed 7 --ports 4 --arrivals 32    another OLT: needs its own --state FILE, or --fresh
+  ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";

@@ -75,11 +75,13 @@ TestEnvironment::~TestEnvironment()
     fs::remove_all(test_directory(), ignored);
 }
 
-TestService::TestService(Handler handle, Authorize allow) : handler(std::move(handle)), authorize(std::move(allow))
+TestService::TestService(Handler handle, Authorize allow, const char *record)
+    : handler(std::move(handle)), authorize(std::move(allow))
 {
     board_service_config config{};
     config.module = test_module;
     config.context = this;
+    config.record = record;
     config.handler = [](void *context, const board_request *request, board_answer *answer) {
         static_cast<TestService *>(context)->handler(*request, *answer);
     };

@@ -37,7 +37,7 @@ using Authorize = std::function<const char *(const board_request &)>;
 class TestService
 {
 public:
-    explicit TestService(Handler handler, Authorize authorize = nullptr);
+    explicit TestService(Handler handler, Authorize authorize = nullptr, const char *record = nullptr);
     ~TestService() { stop(); }
     TestService(const TestService &) = delete;
 

@@ -1,9 +1,12 @@
-// BOARD_IPC_TRACE: what is recorded, and reading it back.
+// What clients record by BOARD_IPC_TRACE, what services record, and reading it back.
 #include <bit>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -144,6 +147,126 @@ TEST_F(Tracing, is_for_its_owner_only)
     };
     ASSERT_EQ(stat(trace_name().c_str(), &found), 0);
     EXPECT_EQ(found.st_mode & 0777, 0600u);
+}
+
+// All of an exchange but when it was, and the client's thread.
+using Exchange = std::tuple<uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, int32_t, uint32_t, std::string,
+                            std::string, uint32_t, uint32_t, std::string>;
+
+std::optional<Exchange> next_exchange(const Trace &trace)
+{
+    board_trace_entry entry;
+    if (!trace || board_trace_next(trace.get(), &entry) != 1) return std::nullopt;
+    const board_trace_record &seen = entry.record;
+    return Exchange{seen.pid,
+                    seen.call,
+                    seen.module,
+                    seen.msg_type,
+                    seen.allowed,
+                    seen.ipc_result,
+                    seen.status,
+                    {entry.request, entry.request + seen.request_length},
+                    {entry.response, entry.response + seen.response_length},
+                    seen.result_key,
+                    seen.result_length,
+                    {entry.result, seen.result_carried}};
+}
+
+class Recording : public Tracing
+{
+protected:
+    ~Recording() override { unlink(name.c_str()); }
+
+    // Makes some exchange by each kind of call.
+    static void make_exchanges()
+    {
+        const std::string request(4124, 'q');
+        char response[IPC_MAX_LENGTH];
+        uint32_t length = 3, status;
+        ipc_get_exec(test_module, test_channel, request.data(), 944, response, &length, &status);
+        ipc_set_exec(test_module, test_channel, "set", 4, &status);
+        length = sizeof response;
+        ipc_dgram_get_exec(test_module, 0, request.data(), 4124, response, &length, &status);
+        ipc_dgram_set_exec(test_module, 0, "", 0, &status);
+    }
+    // The service recorded what the client did, `count` exchanges.
+    void expect_same(int count)
+    {
+        const Trace of_client = news(), of_service{board_trace_open(name.c_str(), nullptr)};
+        for (int exchange = 0; exchange < count; ++exchange) {
+            const auto recorded = next_exchange(of_service);
+            ASSERT_TRUE(recorded) << exchange;
+            EXPECT_EQ(recorded, next_exchange(of_client)) << exchange;
+        }
+        EXPECT_FALSE(next_exchange(of_service));
+    }
+
+    const std::string name = trace_name() + ".service";
+};
+
+TEST_F(Recording, of_a_service_is_that_of_its_client)
+{
+    TestService service(
+        [](const board_request &request, board_answer &answer) {
+            board_answer_status(&answer, request.length);
+            board_answer_data(&answer, request.data, request.length);
+            const std::string result(request.length, 'r');
+            board_answer_result(&answer, 352, result.data(), request.length);
+        },
+        nullptr, name.c_str());
+    make_exchanges();
+    expect_same(4);
+}
+
+TEST_F(Recording, has_of_a_failed_exchange_only_the_failure)
+{
+    TestService service(
+        [](const board_request &, board_answer &answer) {
+            board_answer_status(&answer, 17);
+            board_answer_data(&answer, "response", 8);
+            board_answer_result(&answer, 352, "{}", 2);
+            board_answer_fail(&answer, IPC_ERR_SERVICE);
+        },
+        nullptr, name.c_str());
+    make_exchanges();
+    expect_same(4);
+}
+
+TEST_F(Recording, has_requests_that_are_not_allowed)
+{
+    TestService service(
+        echo(), [](const board_request &) { return "not here"; }, name.c_str());
+    make_exchanges();
+    expect_same(4);
+}
+
+TEST_F(Recording, has_the_length_of_a_result_that_is_too_long)
+{
+    TestService service([](const board_request &,
+                           board_answer &answer) { board_answer_result(&answer, 352, nullptr, BOARD_RESULT_MAX + 1); },
+                        nullptr, name.c_str());
+    make_exchanges();
+    expect_same(4);
+}
+
+TEST_F(Recording, goes_on_behind_what_the_file_holds)
+{
+    for (int run = 0; run < 2; ++run) {
+        TestService service(echo(), nullptr, name.c_str());
+        make_exchanges();
+    }
+    expect_same(8);
+}
+
+TEST_F(Recording, needs_a_file_that_is_one)
+{
+    std::ofstream(name) << "some other file, which must not be spoiled";
+    const std::string log = log_of([this] {
+        TestService service(echo(), nullptr, name.c_str());
+        EXPECT_FALSE(service.is_running());
+    });
+    EXPECT_NE(log.find(name + " cannot be used for the trace: it is not a trace file"), std::string::npos) << log;
+    EXPECT_EQ(std::filesystem::file_size(name), 42u);
 }
 
 class TraceFile : public testing::Test

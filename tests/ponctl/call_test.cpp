@@ -316,6 +316,7 @@ TEST(CommandLine, HasHelpForEveryCommand)
                                       {"call"},
                                       {"raw"},
                                       {"trace"},
+                                      {"replay"},
                                       {"idset"},
                                       {"onu"},
                                       {"onu", "list"},

@@ -78,6 +78,42 @@ TEST_F(Trace, ShowsTheFieldsWhenAsked)
                                                              "onu_set  1-5,7\n"));
 }
 
+TEST_F(Trace, IsFilteredByChannelCommandProcessAndErrors)
+{
+    make_two_exchanges();
+    const std::string pid = std::to_string(as_json()[1]["pid"].GetUint());
+    const std::vector<std::pair<std::vector<std::string>, std::vector<std::string>>> cases{
+        {{"--channel", "BSP_MSG_PON"}, {"BSP_CMD_ONU_RELEASE_BATCH", "BSP_CMD_VIEW_BASE_INFO_WEB"}},
+        {{"--channel", "232"}, {"BSP_CMD_ONU_RELEASE_BATCH", "BSP_CMD_VIEW_BASE_INFO_WEB"}},
+        {{"--channel", "BSP_MSG_PROFILE"}, {}},
+        {{"--channel", "4711"}, {}},
+        {{"--command", "BSP_CMD_ONU_RELEASE_BATCH"}, {"BSP_CMD_ONU_RELEASE_BATCH"}},
+        {{"--command", "386"}, {"BSP_CMD_VIEW_BASE_INFO_WEB"}},
+        {{"--pid", pid}, {"BSP_CMD_VIEW_BASE_INFO_WEB"}},
+        {{"--errors"}, {"BSP_CMD_ONU_RELEASE_BATCH"}},
+        {{"--errors", "--command", "386"}, {}},
+    };
+    for (const auto &[options, commands] : cases) {
+        std::vector<std::string> words{"trace", file, "-o", "json"};
+        words.insert(words.end(), options.begin(), options.end());
+        std::vector<std::string> shown;
+        for (const auto &exchange : parsed(ponctl(words).out).GetArray())
+            shown.emplace_back(exchange["command"].GetString());
+        EXPECT_EQ(shown, commands) << options.front() << " " << options.back();
+    }
+}
+
+TEST_F(Trace, RefusesNamesThatItDoesNotKnow)
+{
+    make_two_exchanges();
+    EXPECT_THAT(ponctl({"trace", file, "--channel", "BSP_MSG_PN"}).err,
+                StartsWith("ponctl: --channel: 'BSP_MSG_PN' is not a channel; did you mean BSP_MSG_PON?"));
+    EXPECT_THAT(ponctl({"trace", file, "--command", "BSP_CMD_ONU_BINT"}).err,
+                StartsWith("ponctl: --command: 'BSP_CMD_ONU_BINT' is not a command code or the name of a command; did "
+                           "you mean BSP_CMD_ONU_BIND"));
+    EXPECT_THAT(ponctl({"trace", file, "--pid", "me"}).err, StartsWith("ponctl: --pid: 'me' is not a number"));
+}
+
 TEST_F(Trace, HasRecordsAndResultsAsJson)
 {
     make_two_exchanges();
@@ -148,7 +184,7 @@ TEST_F(Trace, ThatIsDamagedIsShownUpToTheDamage)
     const Finished finished = ponctl({"trace", file});
     EXPECT_EQ(finished.code, 2);
     EXPECT_THAT(finished.out, HasSubstr("BSP_CMD_ONU_RELEASE_BATCH"));
-    EXPECT_THAT(finished.err, EndsWith("is damaged behind the last exchange that is shown\n"));
+    EXPECT_THAT(finished.err, EndsWith("is damaged at record 2; what is before it is shown\n"));
 }
 
 TEST_F(Trace, ThatIsNoneIsRefused)
