@@ -27,6 +27,12 @@ const std::string &trace_name()
 
 const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}, {"BOARD_IPC_TRACE", trace_name().c_str()}});
 
+// The file of all tests.
+struct RemoveTrace : testing::Environment {
+    void TearDown() override { unlink(trace_name().c_str()); }
+};
+const testing::Environment *const at_the_end = testing::AddGlobalTestEnvironment(new RemoveTrace);
+
 struct Close {
     void operator()(board_trace *trace) const { board_trace_close(trace); }
 };
@@ -44,7 +50,6 @@ protected:
                 ++before;
         }
     }
-    static void TearDownTestSuite() { unlink(trace_name().c_str()); }
 
     Trace news()
     {

@@ -87,7 +87,8 @@ int64_t ask(const bsp_pon_msg &request)
     uint32_t length = sizeof response, status = 0;
     const int32_t result =
         ipc_get_exec(BSP_IPC_MODULE, BSP_MSG_PON, &request, sizeof request, &response, &length, &status);
-    return result == IPC_OK ? status : result;
+    if (result != IPC_OK) return result;
+    return status;
 }
 
 TEST_F(ReplayTest, AnswersWithTheSameBytesAndTheResult)
