@@ -137,7 +137,7 @@ private:
         compare("byte " + std::to_string(at), rest(before), rest(after));
     }
 
-    // Clears each field that was compared, and differs.
+    // Clears what was compared.
     void compare_fields(Bytes &before, Bytes &after)
     {
         const catalogue::Record &record = answer_record(*traced.kind, traced.command);
@@ -146,27 +146,32 @@ private:
         const std::vector<DecodedField> live_fields = decode(read_record(record, traced.place(true), now));
         for (const DecodedField &one : fields) {
             const auto other = std::ranges::find(live_fields, one.field, &DecodedField::field);
-            if (other == live_fields.end() || (one.text == other->text && !is_ignored(one.field->name))) continue;
-            compare_texts(*one.field, one.text, other->text, recorded, now);
+            if (other == live_fields.end()) continue;
+            const size_t compared = compare_field(one, other->text, recorded, now);
             for (Bytes *bytes : {&before, &after})
-                std::fill_n(bytes->begin() + one.field->offset, field_bytes(*one.field, *bytes).size(), uint8_t{0});
+                std::fill_n(bytes->begin() + one.field->offset, compared, uint8_t{0});
         }
     }
 
-    // A field that may hold a result database as a text, or name a file.
-    void compare_texts(const Field &field, const std::string &recorded, const std::string &now, const Bytes &before,
-                       const Bytes &after)
+    // Returns how many bytes from the field's start on need no further look.
+    size_t compare_field(const DecodedField &one, const std::string &text, const Bytes &recorded, const Bytes &now)
     {
-        const auto text = [&field](const Bytes &bytes) {
-            return std::string(field_text(std::span(bytes).subspan(field.offset)));
-        };
-        const std::string old_text = text(before), new_text = text(after);
-        if (are_file_names(field, old_text, new_text)) return;
-        const bool divisible = field.type == catalogue::FieldType::text || field.type == catalogue::FieldType::bytes;
-        if (divisible && is_table(old_text) && is_table(new_text) && !is_ignored(field.name))
-            compare_documents(field.name, old_text, new_text);
-        else
-            compare(field.name, recorded, now);
+        const Field &field = *one.field;
+        const size_t reached = field_bytes(field, recorded).size();
+        if (is_ignored(field.name)) return reached;
+        if (field.type == catalogue::FieldType::text || field.type == catalogue::FieldType::bytes) {
+            // A text that starts here may run on behind the field.
+            const std::string before(field_text(std::span(recorded).subspan(field.offset)));
+            const std::string after(field_text(std::span(now).subspan(field.offset)));
+            if (are_file_names(field, before, after)) return reached;
+            if (is_table(before) && is_table(after)) {
+                compare_documents(field.name, before, after);
+                return std::max(before.size(), after.size());
+            }
+        }
+        if (one.text == text) return 0;
+        compare(field.name, one.text, text);
+        return reached;
     }
 
     static bool is_table(const std::string &text)
@@ -182,7 +187,7 @@ private:
         const Database after(db_from_string(std::string(now).c_str()));
         explained = false;
         const uint32_t rows = db_rows(before.get()), live_rows = db_rows(after.get());
-        if (rows > 0 && live_rows > 0) {
+        if (!recorded.empty() && !now.empty()) {
             compare("rows", std::to_string(rows), std::to_string(live_rows));
             for (uint32_t row = 0; row < std::min(rows, live_rows); ++row)
                 compare_row(before.get(), after.get(), row);

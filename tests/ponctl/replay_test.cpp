@@ -1,4 +1,5 @@
 // ponctl replay, of exchanges that ponctl made with one service, against another.
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
@@ -131,6 +132,24 @@ TEST_F(Replay, NamesTheNumberOfRowsAndTheColumnsOfOneSide)
     EXPECT_THAT(out, ContainsRegex("rows +1 +2\n"));
     EXPECT_THAT(out, ContainsRegex("row 1 old +1 +-\n"));
     EXPECT_THAT(out, ContainsRegex("row 1 new +- +2\n"));
+}
+
+TEST_F(Replay, NamesRowsOfAnEmptyResult)
+{
+    record(result(386, "[]"), query);
+    EXPECT_THAT(replay(result(386, R"([{"port":1}])")).out, ContainsRegex("^[^\n]* rows +0 +1\n$"));
+}
+
+TEST_F(Replay, NamesColumnsOfAResultThatIsATextInTheAnswer)
+{
+    const auto answer = [](const std::string &speed) {
+        const std::string text = R"([{"type":")" + std::string(500, 't') + R"(","speed":)" + speed + "}]";
+        std::vector<uint8_t> record(1044);
+        std::ranges::copy(text, record.begin() + 20);
+        return bytes(record);
+    };
+    record(answer("10"), {"raw", "BSP_MSG_ONU_CFG", "get", "onu_cmd=BSP_CMD_VIEW_ONU_CONFIG"});
+    EXPECT_THAT(replay(answer("12")).out, ContainsRegex("^[^\n]* row 1 speed 10 +12\n$"));
 }
 
 TEST_F(Replay, NamesAResultThatIsNoMore)
