@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
-#include <vector>
+#include <memory>
+#include <new>
 
 #include <sys/socket.h>
 
@@ -87,13 +88,11 @@ void Answering::record(const board_request &request, const board_answer &answer)
     const AnswerHeader &header = answer.frame.header;
     Reply reply;
     if (header.ipc_result == IPC_OK) reply = {header.status, answer.frame.data, header.length, header.result};
-    std::vector<char> result;
-    if (reply.result.state == Result::shared) {
-        result.resize(reply.result.length);
-        if (!answer.memory.copy(reply.result, result.data())) result.clear();
-    }
+    std::unique_ptr<char[]> result;
+    if (reply.result.state == Result::shared) result.reset(new (std::nothrow) char[reply.result.length]);
+    const bool carried = result && answer.memory.copy(reply.result, result.get());
     const Call call{request.call, header.module, request.msg_type, request.data, request.length, request.allowed};
-    recorder.write({request.pid, 0}, call, header.ipc_result, reply, result);
+    recorder.write({request.pid, 0}, call, header.ipc_result, reply, {result.get(), carried ? reply.result.length : 0});
 }
 
 bool Answering::send(int socket, board_answer &answer)

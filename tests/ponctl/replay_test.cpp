@@ -106,6 +106,12 @@ TEST_F(Replay, NamesTheLength)
     EXPECT_THAT(replay(bytes({1, 0, 0, 0, 9, 9, 9, 9})).out, ContainsRegex("response_length 4 +8\n$"));
 }
 
+TEST_F(Replay, LeavesOutBytesThatASetCallDoesNotReceive)
+{
+    record(bytes({1, 2, 3, 4}), {"raw", "BSP_MSG_PON", "set", "cmd=BSP_CMD_VIEW_BASE_INFO_WEB"});
+    EXPECT_EQ(replay({}).err, "ponctl: 1 exchanges, 0 differ\n");
+}
+
 TEST_F(Replay, NamesBytesThatNoFieldHas)
 {
     const auto answer = [](uint8_t behind_the_text) {

@@ -179,6 +179,15 @@ TEST_F(ReplayTest, RefusesARecordingOfOtherServices)
     EXPECT_EQ(refusal(), "ponsim: " + file() + ": holds no exchange with the PON service\n");
 }
 
+TEST_F(ReplayTest, OfADaemonNeedsAFileThatCanBeWritten)
+{
+    Daemon daemon({"--state", "none", "--record", folder->file("nowhere/recording")});
+    EXPECT_NE(daemon.line().find("nowhere/recording cannot be used for the trace: No such file"), std::string::npos);
+    int exit_status = 0;
+    daemon.rest(exit_status);
+    EXPECT_EQ(exit_status, 1);
+}
+
 TEST_F(ReplayTest, RefusesAFileThatIsNoRecording)
 {
     std::ofstream(file()) << "some other file";
