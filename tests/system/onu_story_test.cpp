@@ -110,6 +110,7 @@ TEST_F(OnuStory, OfAnImageThatIsPushedCommittedAndSeenAfterReboot)
     const uint32_t onu_set = 1u << onu_id;
     std::memcpy(reinterpret_cast<char *>(&reboot) + layout::onu_batch::onu_set, &onu_set, sizeof onu_set);
     ASSERT_EQ(bsp_pon_reboot_onu_batch(&reboot), BSP_OK);
+    control("step 40");
     EXPECT_EQ(software(), "9.8.7");
     Block<64> both;
     ASSERT_EQ(bsp_pon_tk_onu_get_fw(port, onu_id, both.bytes), BSP_OK);
@@ -230,6 +231,7 @@ TEST_F(OnuStory, OfAnOnuThatDropsOffInTheMiddleOfQueries)
         power("off");
         wait_for_more(refused);
         power("on");
+        control("step 40");
     }
     wait_for_more(answered);
     stop = true;

@@ -206,6 +206,7 @@ TEST_F(PlatformStory, OfAnUpgradeInWhichAnOnuLosesPower)
 
     // With power again it is upgraded at the second go.
     control("power 3 " + mac[1] + " on");
+    control("step 40");
     EXPECT_EQ(onus().of(mac[1], "state"), "online");
     const UpgradeBlock again =
         UpgradeBlock().put(layout::upgrade_onu::pon_port, port).put(layout::upgrade_onu::onu_id, 2u);

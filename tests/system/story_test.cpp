@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "bsp_pon.h"
+#include "control.h"
 #include "generated/service_words.h"
 #include "process.h"
 #include "simulator.h"
@@ -127,6 +128,11 @@ TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
               }),
               "0");
     EXPECT_EQ(alarm(), "none");
+    EXPECT_EQ(status_of([] {
+                  control("step 40"); // to boot and register
+                  return uint32_t{BSP_OK};
+              }),
+              "0");
     EXPECT_EQ(information("state"), "online");
     EXPECT_EQ(information("onu_id"), std::to_string(id));
 }

@@ -1,0 +1,92 @@
+// The same seed, requests and happenings give the same bytes.
+#include <cstring>
+
+#include "catalogue.h"
+#include "model/random.h"
+#include "optics.h"
+#include "support.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr WantedSettings busy{.seed = 11, .ports = 2, .arrivals = 6, .silent = 10};
+
+// A record of the command with contents that are partly sensible: ports, ids and switches are small numbers.
+std::string record_of_command(const catalogue::Command &command, Random &random)
+{
+    std::string bytes(command.channel->record->size, '\0');
+    for (size_t at = 0; at + 4 <= bytes.size(); at += 4) {
+        const uint32_t kind = random.below(100);
+        const uint32_t word = kind < 70 ? random.below(4) : kind < 80 ? static_cast<uint32_t>(random.next()) : 0;
+        std::memcpy(&bytes[at], &word, sizeof word);
+    }
+    std::memcpy(&bytes[command.channel->record->command->offset], &command.code, sizeof command.code);
+    return bytes;
+}
+
+struct Told {
+    std::string all;
+    uint32_t good = 0;
+    uint32_t refused = 0;
+
+    void add(const Reply &reply)
+    {
+        (reply.status == BSP_OK ? good : refused) += 1;
+        all += std::to_string(reply.status) + '\n' + reply.result.value_or("-") + '\n' + reply.answer.value_or("-") +
+               '\n' + reply.problem + '\n';
+        if (reply.file) all += reply.file->content + '\n';
+    }
+};
+
+// Every command of the catalogue, again and again, while time goes by and things happen.
+Told tell(uint64_t requests_seed, bool in_small_steps = false)
+{
+    Desk desk(busy);
+    Random random{requests_seed, 1};
+    Told told;
+    const std::string first = to_text(desk.port(1).arrivals[0].mac);
+    for (uint32_t id = 1; id <= 4; ++id)
+        told.add({desk.send(record_of(BSP_CMD_ONU_BIND, 1, id, desk.port(1).arrivals[id - 1].mac))});
+    const std::string happenings[] = {"power 1 " + first + " off", "power 1 " + first + " on",
+                                      "loop 1 " + first + " 1 on", "age 1 40000", "loop 1 " + first + " 1 off"};
+    for (const std::string &happening : happenings) {
+        try {
+            control_line(desk, happening);
+        } catch (const ControlError &error) {
+            told.all += error.what();
+        }
+        for (const catalogue::Command &command : catalogue::commands()) {
+            const std::string record = record_of_command(command, random);
+            Message message{command.channel->type, record.data(), static_cast<uint32_t>(record.size())};
+            if (command.call) message.call = *command.call;
+            told.add(desk.simulator.handle(message));
+            for (const std::string &line : desk.simulator.take_log())
+                told.all += line + '\n';
+        }
+        constexpr ModelTime hour = 3600 * ms_per_second;
+        for (uint32_t steps = in_small_steps ? 360 : 1, step = 0; step < steps; ++step)
+            pass(desk, hour / steps);
+    }
+    return told;
+}
+
+TEST(Determinism, OfEveryCommandWhileThingsHappen)
+{
+    const Told once = tell(5);
+    const Told again = tell(5);
+    EXPECT_EQ(once.all.size(), again.all.size());
+    EXPECT_TRUE(once.all == again.all);
+    EXPECT_GT(once.good, catalogue::commands().size()) << "most were refused";
+    EXPECT_GT(once.refused, 0u);
+    EXPECT_FALSE(once.all == tell(6).all) << "whatever is asked, the same is said";
+}
+
+TEST(Determinism, HowTimeIsCutIntoStepsMakesNoDifference)
+{
+    EXPECT_TRUE(tell(5).all == tell(5, true).all);
+}
+
+} // namespace
+} // namespace ponsim
