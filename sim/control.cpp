@@ -48,7 +48,7 @@ std::span<const Control> controls()
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
         for (std::span<const Control> family :
-             {fault_controls(), onu_controls(), optics_controls(), upgrade_controls()})
+             {fault_controls(), fibre_controls(), onu_controls(), optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();
@@ -72,8 +72,15 @@ bool control_switch(const std::string &word)
     return word == "on";
 }
 
-Mac control_mac(const std::string &word)
+const PonPort &control_port(const Olt &olt, const std::string &word)
 {
+    return *olt.port(static_cast<uint32_t>(control_number(word, 1, olt.ports().size())));
+}
+
+Mac control_onu(const PonPort &port, const std::string &word)
+{
+    const auto named = std::ranges::find(port.arrivals, word, &Arrival::name);
+    if (named != port.arrivals.end()) return named->mac;
     Mac mac{};
     bool good = word.size() == 17;
     for (size_t i = 0; good && i < mac.size(); ++i) {
@@ -81,7 +88,9 @@ Mac control_mac(const std::string &word)
         const auto [last, error] = std::from_chars(pair, pair + 2, mac[i], 16);
         good = error == std::errc{} && last == pair + 2 && (i + 1 == mac.size() || *last == ':');
     }
-    if (!good) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
+    if (!good)
+        throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01, or the name of an ONU at PON port " +
+                           std::to_string(port.number));
     return mac;
 }
 

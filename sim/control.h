@@ -35,6 +35,7 @@ public:
 // Of all families; a family is a file of the folder controls with a table of its own.
 std::span<const Control> controls();
 std::span<const Control> fault_controls();
+std::span<const Control> fibre_controls();
 std::span<const Control> onu_controls();
 std::span<const Control> optics_controls();
 std::span<const Control> upgrade_controls();
@@ -42,7 +43,9 @@ std::span<const Control> upgrade_controls();
 // What the words of the commands say; each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);
 bool control_switch(const std::string &word); // on or off
-Mac control_mac(const std::string &word);
+const PonPort &control_port(const Olt &olt, const std::string &word);
+// An ONU by its MAC address, or one at the port by its name.
+Mac control_onu(const PonPort &port, const std::string &word);
 
 // Carries out one line. The answer is a text for people; throws ControlError, and StoreError.
 std::string control(Simulator &simulator, Clock &clock, std::string_view line);

@@ -1013,7 +1013,7 @@ inline constexpr uint32_t level = 24; // u32: 0 nothing, as at first; 1 errors, 
 
 namespace layout::onu_alarm_test
 {
-inline constexpr uint32_t alarm = 24; // u32: an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 10 deregistered
+inline constexpr uint32_t alarm = 24; // u32: an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 7 receive_degraded, 10 deregistered
 } // namespace layout::onu_alarm_test
 
 namespace layout::onu_admin_state

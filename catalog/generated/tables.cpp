@@ -2314,7 +2314,7 @@ constexpr Field oam_print_fields[] = {
 constexpr const Command *onu_alarm_test_commands[] = {&all_commands[125]};
 
 constexpr Field onu_alarm_test_fields[] = {
-    {"alarm", FieldType::u32, 24, 4, "", 1, "an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 10 deregistered"},
+    {"alarm", FieldType::u32, 24, 4, "", 1, "an alarm of ONUs by its number in the table of alarms: 1 los, 2 dying_gasp, 3 rejected, 4 auth_failed, 7 receive_degraded, 10 deregistered"},
 };
 
 constexpr const Command *onu_admin_state_commands[] = {&all_commands[101]};
@@ -3767,7 +3767,7 @@ constexpr Column onu_alarm_columns[] = {
     {"pon_port", "PORT", ColumnType::u32, "", "PON port number"},
     {"onu_id", "ID", ColumnType::u32, "", "ONU id; null while the ONU is not bound at this port, and of the port itself"},
     {"mac", "MAC", ColumnType::mac, "", "MAC address; null of the port itself"},
-    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID; of the port: 5 bias_high: the bias of its laser has risen to the alarm threshold as it ages; 6 power_low: the launch power has fallen to it; 10 deregistered: the ONU was deregistered by command"},
+    {"alarm", "ALARM", ColumnType::u32, "", "1 los: an online ONU went out of the ranging limits, or its light was lost; 2 dying_gasp: it was rebooted by command; 3 rejected: it is on the black list and tried to register; 4 auth_failed: it was turned away for its LOID; of the port: 5 bias_high: the bias of its laser has risen to the alarm threshold as it ages; 6 power_low: the launch power has fallen to it; 8 rogue: an ONU that sends all the time blinds the port; of ONUs: 7 receive_degraded: its light is so weak that there are bit errors; 10 deregistered: the ONU was deregistered by command"},
     {"name", "NAME", ColumnType::text, "", "the alarm in a word"},
     {"severity", "SEVERITY", ColumnType::text, "", "critical, major or minor"},
     {"count", "COUNT", ColumnType::u32, "", "how often it was raised since it was cleared"},

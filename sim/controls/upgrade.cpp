@@ -9,13 +9,13 @@ namespace
 
 Plan upgrade_fault(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("upgrade-fault: expected a PON port, a MAC address, and on or off");
-    const auto pon_port = static_cast<uint32_t>(control_number(words[0], 1, olt.ports().size()));
-    return set_bad_image(olt, pon_port, control_mac(words[1]), control_switch(words[2]));
+    if (words.size() != 3) throw ControlError("upgrade-fault: expected a PON port, an ONU, and on or off");
+    const PonPort &port = control_port(olt, words[0]);
+    return set_bad_image(olt, port.number, control_onu(port, words[1]), control_switch(words[2]));
 }
 
 constexpr Control commands[] = {
-    {"upgrade-fault", "PORT MAC on|off", "whether images that the ONU downloads fail verification", upgrade_fault},
+    {"upgrade-fault", "PORT ONU on|off", "whether images that the ONU downloads fail verification", upgrade_fault},
 };
 
 } // namespace

@@ -188,7 +188,8 @@ Outcome set_print(const Olt &olt, const Request &request)
 
 bool is_of_onus(Alarm alarm)
 {
-    return is_alarm(static_cast<uint32_t>(alarm)) && alarm != Alarm::bias_high && alarm != Alarm::power_low;
+    return is_alarm(static_cast<uint32_t>(alarm)) && alarm != Alarm::bias_high && alarm != Alarm::power_low &&
+           alarm != Alarm::rogue;
 }
 
 Outcome test_alarm(const Olt &olt, const Request &request)

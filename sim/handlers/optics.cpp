@@ -8,8 +8,8 @@
 #include "handlers/chip.h"
 #include "handlers/record.h"
 #include "model/light.h"
-#include "model/plant.h"
 #include "model/module_memory.h"
+#include "model/plant.h"
 #include "views/optics.h"
 
 namespace ponsim
@@ -36,11 +36,6 @@ int32_t threshold(const Module &module, Quantity quantity, int32_t Thresholds::*
 const Module *port_module(const Olt &olt, const bsp_plat_msg &record)
 {
     return olt.port(record.plat_port) ? olt.module(record.plat_port) : nullptr;
-}
-
-int32_t loss_level(const Module &module)
-{
-    return module.record().loss_level.value_or(centi_dbm(module.loss_level()));
 }
 
 uint16_t measured_onu(const Olt &olt, const Module &module)
@@ -74,7 +69,7 @@ Outcome diagnostics(const Olt &olt, const Request &request)
     answer.put<int32_t>(at::bias_high_alarm, threshold(*module, bias, &Thresholds::high_alarm));
     answer.put<int32_t>(at::launch_low_warning, threshold(*module, launch_power, &Thresholds::low_warning));
     answer.put<int32_t>(at::launch_low_alarm, threshold(*module, launch_power, &Thresholds::low_alarm));
-    answer.put<int32_t>(at::lol_level, loss_level(*module));
+    answer.put<int32_t>(at::lol_level, module->loss_threshold());
     return answer.outcome();
 }
 
@@ -92,15 +87,16 @@ Outcome rssi_answer(const Olt &olt, const bsp_plat_msg &record, const Arrival *a
     namespace at = layout::optics_rssi;
     const Module &module = *olt.module(record.plat_port);
     const Readings readings = module.readings(olt.now());
-    const Mac &mac = olt.port(record.plat_port)->bindings[record.plat_arg4]->mac;
+    const PonPort &port = *olt.port(record.plat_port);
+    const Mac &mac = port.bindings[record.plat_arg4]->mac;
     Answer answer(head_of(record));
     answer.put(at::mac, std::span(mac));
     answer.put<uint8_t>(at::onu_id, static_cast<uint8_t>(record.plat_arg4));
     answer.put<uint8_t>(at::light, rssi.average >= module.loss_level());
     answer.put<int32_t>(at::received_power, formatted(received_power, rssi.average));
-    answer.put<int32_t>(at::onu_launch_power,
-                        arrival ? onu_launch_power(olt.seed(), mac, olt.now()) : formatted(launch_power, 0));
-    answer.put<int32_t>(at::loss, arrival ? path_loss(*olt.port(record.plat_port), *arrival) : 0);
+    answer.put<int32_t>(at::onu_launch_power, arrival ? OnuLaser(olt, port, mac).power(olt.now() / ms_per_second)
+                                                      : formatted(launch_power, 0));
+    answer.put<int32_t>(at::loss, arrival ? path_loss(port, *arrival) : 0);
     answer.put(at::distance, arrival ? arrival->distance : 0);
     answer.put(at::samples, rssi.samples);
     answer.put<int32_t>(at::least, formatted(received_power, rssi.least));
@@ -185,7 +181,7 @@ Outcome sfp_info(const Olt &olt, const Request &request)
     answer.put(at::diagnostic_memory, std::span(diagnostic).first(120));
     answer.put(at::lao_mode, uint32_t{module->record().always_on});
     answer.put(at::lol_mode, uint32_t{module->record().loss_level.has_value()});
-    answer.put<int32_t>(at::lol_level, loss_level(*module));
+    answer.put<int32_t>(at::lol_level, module->loss_threshold());
     return answer.outcome();
 }
 

@@ -22,6 +22,8 @@ constexpr Kind kinds[] = {
     {Alarm::auth_failed, "auth_failed", "major"},
     {Alarm::bias_high, "bias_high", "major"},
     {Alarm::power_low, "power_low", "major"},
+    {Alarm::degraded, "receive_degraded", "minor"},
+    {Alarm::rogue, "rogue", "critical"},
     {Alarm::deregistered, "deregistered", "major"},
 };
 

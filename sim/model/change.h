@@ -136,8 +136,8 @@ struct ModuleRecord {
     bool tx_disabled = false;               // by the soft control in the module's memory
     bool always_on = false;                 // LAO: the laser stays on all the same
     std::optional<int32_t> loss_level = {}; // LOL, 0.01 dBm: below it light is lost; none: the module's own threshold
-    uint32_t raised = 0;                    // alarms of the laser's age, by bit of their code
-    std::array<uint8_t, 120> user = {};     // the memory that is its user's
+    uint32_t raised = 0; // by bit of their code: alarms of the laser's age, and rogue while the receiver is blinded
+    std::array<uint8_t, 120> user = {};          // the memory that is its user's
     std::optional<Measurement> measurement = {}; // under way
     std::optional<Result> result = {};           // of the last one
 

@@ -6,6 +6,7 @@
 
 #include "model/alarms.h"
 #include "model/random.h"
+#include "model/search.h"
 
 namespace ponsim
 {
@@ -34,7 +35,7 @@ constexpr ModuleType pon_module{
         {36000, 30000, 35000, 31000},
         {35000, 2500, 30000, 4000},
         {56234, 15849, 50119, 19953}, // 7.5, 2, 7 and 3 dBm
-        {2512, 10, 1995, 13},         // -6, -30, -7 and -29 dBm
+        {2512, 5, 1995, 10},          // -6, -33, -7 and -30 dBm
     }},
     .least_bias = 14000,
     .bias_range = 4000,
@@ -100,33 +101,12 @@ std::string two_digits(uint32_t number)
     return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
 }
 
-// The first second from `from` to `to` at which it holds. It must hold at `to`, and from the first on.
-template <class Holds>
-uint64_t first_second(uint64_t from, uint64_t to, Holds holds)
-{
-    while (from < to) {
-        const uint64_t middle = from + (to - from) / 2;
-        if (holds(middle))
-            to = middle;
-        else
-            from = middle + 1;
-    }
-    return from;
-}
-
 } // namespace
 
 uint64_t warmth(uint64_t second)
 {
     const uint64_t of_day = second % (2 * half_day);
     return std::min(of_day, 2 * half_day - of_day);
-}
-
-int32_t onu_launch_power(uint64_t seed, const Mac &mac, ModelTime now)
-{
-    constexpr uint64_t swing = 30; // that it falls by to the warmest hour
-    Random random = random_for(seed, Purpose::optics, mac);
-    return number_from(random, 200, 300) - static_cast<int32_t>(swing * warmth(now / ms_per_second) / half_day);
 }
 
 Module::Module(uint64_t seed, uint32_t cage, bool of_pon_port)
@@ -219,6 +199,11 @@ bool Module::fault(ModelTime now) const
 int32_t Module::loss_level() const
 {
     return kept.loss_level ? power_of(*kept.loss_level) : kind->thresholds[received_power].low_alarm;
+}
+
+int32_t Module::loss_threshold() const
+{
+    return kept.loss_level.value_or(centi_dbm(loss_level()));
 }
 
 bool Module::loss_of_light(ModelTime now) const

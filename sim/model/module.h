@@ -57,9 +57,6 @@ inline constexpr uint64_t half_day = 12 * 60 * 60; // s
 // way, so that all that follows it is exact.
 uint64_t warmth(uint64_t second);
 
-// What an ONU launches, in 0.01 dBm.
-int32_t onu_launch_power(uint64_t seed, const Mac &mac, ModelTime now);
-
 class Module
 {
 public:
@@ -88,8 +85,9 @@ public:
     uint16_t warnings(ModelTime now) const;
     // The laser needs more than it should to give light.
     bool fault(ModelTime now) const;
-    // Below which received power light is lost, in 0.1 uW.
+    // Below which received power light is lost, in 0.1 uW and in 0.01 dBm.
     int32_t loss_level() const;
+    int32_t loss_threshold() const;
     bool loss_of_light(ModelTime now) const;
 
     // Alarms that are due as the laser ages, by bit of their code, without those raised before.

@@ -35,6 +35,11 @@ Mpcp mpcp_of(const Olt &olt, uint32_t pon_port)
     return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index), Mpcp{});
 }
 
+bool is_mpcp(const Change::BlockRow &row)
+{
+    return row.channel == BSP_MSG_PLAT && row.command == BSP_CMD_MPCP_SET;
+}
+
 Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &wanted)
 {
     if (!olt.port(pon_port)) return {PON_ERR_NO_PORT};

@@ -112,6 +112,7 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.
     for (uint32_t cage = 1; cage <= settings.ports + ge_uplinks; ++cage)
         optics.emplace_back(settings.seed, cage, cage <= settings.ports);
     forwarding.start(*this);
+    lights.start(*this);
 }
 
 Device Olt::device_of(const Mac &mac) const
@@ -308,6 +309,7 @@ void Olt::apply(const Change &change)
         else
             profiles.erase(id);
     }
+    lights.follow(*this, change);
     for (const auto &[pon_port, onu_ids] : traffic_of) {
         PonPort &port = pon_ports.at(pon_port - 1);
         add_to_traffic(port, onu_ids, &Traffic::add);

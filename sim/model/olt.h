@@ -14,6 +14,7 @@
 #include "model/change.h"
 #include "model/device.h"
 #include "model/fdb.h"
+#include "model/light_watch.h"
 #include "model/module.h"
 #include "model/plan.h"
 #include "model/population.h"
@@ -125,6 +126,7 @@ public:
     const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
 
     const Fdb &fdb() const { return forwarding; }
+    const LightWatch &light_watch() const { return lights; }
 
     // What the devices of its ONUs follow from.
     uint64_t seed() const { return own_seed; }
@@ -207,6 +209,7 @@ private:
     std::map<std::array<uint32_t, 4>, std::string> blocks;
     ModelTime time = 0;
     Fdb forwarding;
+    LightWatch lights;
 };
 
 } // namespace ponsim

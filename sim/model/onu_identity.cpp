@@ -1,4 +1,5 @@
 #include "model/onu_identity.h"
+#include "model/light.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -6,6 +7,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/light.h"
 #include "model/plant.h"
 #include "model/random.h"
 #include "model/uni_config.h"
@@ -97,7 +99,7 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
         static_cast<int32_t>(35 * degree + random.below(12 * degree) + temperature_swing * warm / half_day);
     readings[voltage] = static_cast<int32_t>(32700 + random.below(600));
     readings[bias] = static_cast<int32_t>(5000 + random.below(3000) + bias_swing * warm / half_day);
-    readings[launch_power] = power_of(onu_launch_power(olt.seed(), mac, now));
+    readings[launch_power] = power_of(OnuLaser(olt, *onu.port, mac).power(now / ms_per_second));
     readings[received_power] =
         power_of(sent - path_loss(*onu.port, arrival) + static_cast<int32_t>(arrival.distance * gain / 1000));
     return readings;

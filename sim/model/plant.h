@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "model/plan.h"
 #include "model/population.h"
 
 namespace ponsim
@@ -35,5 +36,10 @@ constexpr int32_t fibre_loss(uint32_t metres)
 
 // Between the port and the ONU, as the fibre is now.
 int32_t path_loss(const PonPort &port, const Arrival &arrival);
+
+// What the branch loses beyond what it must.
+int32_t damage_to(const PonPort &port, uint32_t branch);
+// It loses so much beyond that, and not more than one that is cut; 0: it is mended. The branch must exist.
+Plan set_damage(const PonPort &port, uint32_t branch, int32_t loss);
 
 } // namespace ponsim

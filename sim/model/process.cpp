@@ -1,5 +1,6 @@
 #include "model/process.h"
 
+#include "model/light_watch.h"
 #include "model/loops.h"
 #include "model/optics.h"
 #include "model/registration.h"
@@ -10,8 +11,8 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {measurement_process, ageing_process, upgrade_process, loop_process,
-                                  registration_process};
+    static const Process all[] = {measurement_process, ageing_process, upgrade_process,
+                                  loop_process,        light_process,  registration_process};
     return all;
 }
 

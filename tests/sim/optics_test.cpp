@@ -280,7 +280,7 @@ TEST(LolMode, MovesTheLevelBelowWhichLightIsLost)
     namespace at = layout::optics_diagnostics;
     const auto power = diagnostics(desk, 1).get<int32_t>(at::received_power);
     EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::rx_los), 0);
-    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(at::lol_level), -3000) << "the low alarm threshold";
+    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(at::lol_level), -3301) << "the low alarm threshold";
     EXPECT_EQ(set_lol(desk, 1, 1, power + 50), BSP_OK);
     EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::rx_los), 1);
     EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::lol_mode), 1);
