@@ -51,10 +51,10 @@ Levels levels_of(const Olt &olt, const PonPort &port, const Arrival &arrival)
     return {sensitivity(olt, port, arrival), olt.module(port.number)->loss_threshold()};
 }
 
-Standing standing_at(int32_t received, const Levels &levels, Light before)
+// How an ONU stands once it does not stand as before.
+Standing standing_at(int32_t received, const Levels &levels)
 {
-    const int32_t needed = before == Light::lost ? levels.loss + recovery_margin : levels.loss;
-    if (received < needed) return {Light::lost, 0};
+    if (received < levels.loss) return {Light::lost, 0};
     const uint32_t steps = weakness(received, levels.good);
     return {steps == 0 ? Light::good : Light::degraded, steps};
 }
@@ -181,9 +181,12 @@ Change decide_lights(const Olt &olt)
         notice_blindness(olt, port, blinded, change);
         for (const Arrival &arrival : port.arrivals) {
             const Standing before = standing_of(olt, port, arrival);
-            const int32_t received = received_level(olt, port, arrival, olt.now());
-            const Standing now =
-                blinded ? Standing{Light::lost, 0} : standing_at(received, levels_of(olt, port, arrival), before.light);
+            Standing now{Light::lost, 0};
+            if (!blinded) {
+                const int32_t received = received_level(olt, port, arrival, olt.now());
+                const Levels levels = levels_of(olt, port, arrival);
+                now = range_of(before, levels).contains(received) ? before : standing_at(received, levels);
+            }
             // Of a rogue ONU there may be nothing new; that it was looked at moves the next time on.
             if (now != before || shines(port.record(arrival.mac))) become(olt, port, arrival, now.light, change);
         }

@@ -136,6 +136,8 @@ TEST(Light, AnOnuAtTheEdgeDoesNotFlap)
     field.bring(0, -3252);
     pass(field, registering);
     EXPECT_EQ(field.light(0), Light::lost) << "less than 0.5 dB above the loss level";
+    field.bring(1, -3100);
+    EXPECT_EQ(field.light(0), Light::lost) << "when another ONU is looked at, too";
     field.bring(0, -3251);
     pass(field, registering);
     EXPECT_EQ(field.light(0), Light::degraded);
@@ -148,12 +150,23 @@ TEST(Light, AnOnuWithoutPowerDoesNotRegisterWhenItsFibreIsMended)
     field.order("cut 1 " + field.drop(0));
     field.order("power 1 " + to_text(field.onu(0).mac) + " off");
     field.order("mend 1 " + field.drop(0));
-    pass(field, registering);
-    EXPECT_FALSE(field.online(0));
     EXPECT_EQ(field.light(0), Light::good);
+    EXPECT_EQ(field.record(0).phase_ends, 0u) << "nothing is under way";
     field.order("power 1 " + to_text(field.onu(0).mac) + " on");
     pass(field, registering);
     EXPECT_TRUE(field.online(0));
+}
+
+TEST(Light, AnOnuThatBootsGoesOnWithThatWhenItsFibreIsMended)
+{
+    Field field;
+    OnuRecord booting = field.record(0);
+    booting.phase = Phase::booting;
+    field.simulator.change({.onus = {{1, field.onu(0).mac, booting}}});
+    field.order("cut 1 " + field.drop(0));
+    ASSERT_EQ(field.light(0), Light::lost);
+    field.order("mend 1 " + field.drop(0));
+    EXPECT_EQ(field.record(0).phase, Phase::booting);
 }
 
 TEST(Light, DegradesInTheHeatOfNoonAndRecovers)
@@ -305,6 +318,21 @@ TEST(Rogue, EndsWithItsPower)
     pass(field, registering);
     EXPECT_EQ(field.online(), 0u);
     EXPECT_EQ(field.alarms_of(port_itself, Alarm::rogue), 2u);
+}
+
+TEST(Rogue, BlindsNothingWhileItBoots)
+{
+    Field field;
+    OnuRecord booting = field.record(3);
+    booting.phase = Phase::booting;
+    booting.rogue = true;
+    field.simulator.change({.onus = {{1, field.onu(3).mac, booting}}});
+    pass(field, 0);
+    EXPECT_EQ(field.online(), Field::onus - 1);
+    booting.phase = Phase::registered;
+    field.simulator.change({.onus = {{1, field.onu(3).mac, booting}}});
+    pass(field, 0);
+    EXPECT_EQ(field.online(), 0u);
 }
 
 TEST(Rogue, EndsWhereItsLightNoLongerReachesThePort)
