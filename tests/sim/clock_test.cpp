@@ -125,8 +125,8 @@ TEST(Control, HelpNamesEachCommandInALineOfItsOwn)
     Clock clock(0, 0);
     const std::string help = "\n" + say(desk.simulator, clock, "help");
     EXPECT_EQ(say(desk.simulator, clock, ""), help.substr(1));
-    for (const std::string name :
-         {"help ", "now ", "step SECONDS ", "age CAGE HOURS ", "power PORT MAC on|off ", "loop PORT MAC UNI on|off "})
+    for (const std::string name : {"help ", "now ", "step SECONDS ", "age CAGE HOURS ", "power PORT ONU on|off ",
+                                   "loop PORT ONU UNI on|off ", "bend PORT BRANCH DB "})
         EXPECT_NE(help.find("\n" + name), std::string::npos) << name;
 }
 

@@ -1,6 +1,7 @@
 // Fibre that is cut, bent and mended, and who is behind it.
 #include "model/plant.h"
 
+#include "control.h"
 #include "model/light.h"
 #include "model/process.h"
 #include "support.h"
@@ -124,6 +125,17 @@ TEST(Plant, ACutTakesAllOnusInOneChange)
     const Change change = light_process.happen(plant.olt);
     EXPECT_EQ(change.onus.size(), 3u);
     EXPECT_EQ(change.alarms.size(), 3u);
+}
+
+TEST(Plant, OnusAreKnownToTheControlsByNameToo)
+{
+    const Plant plant;
+    EXPECT_EQ(control_onu(plant.port(1), "third"), stranger(3));
+    EXPECT_EQ(control_onu(plant.port(1), to_text(stranger(9))), stranger(9)) << "any address will do";
+    EXPECT_THROW(control_onu(plant.port(1), "fourth"), ControlError);
+    const auto cut = std::ranges::find(controls(), "cut", &Control::name);
+    const std::vector<std::string> words{"1", "third"};
+    EXPECT_EQ(cut->plan(plant.olt, words).change.fibre.at(0).branch, 4u) << "its own branch";
 }
 
 TEST(Plant, NoDamageIsWorseThanACut)
