@@ -58,6 +58,8 @@ public:
     }
     Server(const Server &) = delete;
 
+    pid_t process() const { return child; }
+
 private:
     pid_t child;
 };

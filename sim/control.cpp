@@ -35,6 +35,15 @@ std::string help()
     return text;
 }
 
+std::vector<std::string> words_of(std::string_view line)
+{
+    std::istringstream in{std::string(line)};
+    std::vector<std::string> words;
+    for (std::string word; in >> word;)
+        words.push_back(word);
+    return words;
+}
+
 std::string describe(uint32_t status)
 {
     const catalogue::Status *known = catalogue::find_status(status);
@@ -94,12 +103,26 @@ Mac control_onu(const PonPort &port, const std::string &word)
     return mac;
 }
 
+Plan read_control(const Olt &olt, std::string_view line)
+{
+    std::vector<std::string> words = words_of(line);
+    const std::string name = words.empty() ? std::string() : words[0];
+    const auto found = std::ranges::find(controls(), name, &Control::name);
+    if (found == controls().end()) throw ControlError(name + ": not a command; ponsim ctl help lists the commands");
+    words.erase(words.begin());
+    return found->plan(olt, words);
+}
+
+Plan plan_control(const Olt &olt, std::string_view line)
+{
+    Plan plan = read_control(olt, line);
+    if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
+    return plan;
+}
+
 std::string control(Simulator &simulator, Clock &clock, std::string_view line)
 {
-    std::istringstream in{std::string(line)};
-    std::vector<std::string> words;
-    for (std::string word; in >> word;)
-        words.push_back(word);
+    std::vector<std::string> words = words_of(line);
     if (words.empty() || words[0] == "help") return help();
     const std::string name = words[0];
     words.erase(words.begin());
@@ -119,10 +142,7 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
         simulator.keep_time();
         return seconds(simulator.olt().now()) + '\n';
     }
-    const auto found = std::ranges::find(controls(), name, &Control::name);
-    if (found == controls().end()) throw ControlError(name + ": not a command; ponsim ctl help lists the commands");
-    Plan plan = found->plan(simulator.olt(), words);
-    if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
+    Plan plan = plan_control(simulator.olt(), line);
     for (const FaultOrder &order : plan.change.faults)
         if (const std::string wrong = simulator.faults().objection(order); !wrong.empty()) throw ControlError(wrong);
     simulator.change(plan.change);

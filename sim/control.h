@@ -40,6 +40,11 @@ std::span<const Control> onu_controls();
 std::span<const Control> optics_controls();
 std::span<const Control> upgrade_controls();
 
+// What the words of a command that changes the OLT change. Throws ControlError: it cannot be, or is none.
+Plan plan_control(const Olt &olt, std::string_view line);
+// The same, of a command that the OLT may refuse as it is now: that is told by the plan's status.
+Plan read_control(const Olt &olt, std::string_view line);
+
 // What the words of the commands say; each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);
 bool control_switch(const std::string &word); // on or off

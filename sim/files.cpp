@@ -1,12 +1,15 @@
 #include "files.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <stdexcept>
+
+#include "digest.h"
 
 namespace ponsim
 {
@@ -22,20 +25,38 @@ constexpr size_t most_left = 32;
 
 } // namespace
 
+ResultFiles::ResultFiles(uint32_t mode, const std::string &socket_dir)
+    : socket_mode(mode),
+      wanted("/tmp/ponsim-" + digest((std::filesystem::absolute(socket_dir) / "").lexically_normal().string()))
+{
+}
+
 ResultFiles::~ResultFiles()
 {
     std::error_code ignored;
     if (!folder.empty()) std::filesystem::remove_all(folder, ignored);
 }
 
-std::string ResultFiles::write(std::string_view content)
+void ResultFiles::make_folder()
 {
-    if (folder.empty()) {
+    // What is left of a service that was killed goes. Another user's folder or link of that name stays, and is not
+    // used.
+    struct stat found;
+    if (lstat(wanted.c_str(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == geteuid())
+        std::filesystem::remove_all(wanted);
+    if (mkdir(wanted.c_str(), 0700) == 0) {
+        folder = wanted;
+    } else {
         char name[] = "/tmp/ponsim-XXXXXX";
         if (!mkdtemp(name)) fail("cannot make a folder for result files");
         folder = name;
-        chmod(name, 0700u | (socket_mode & 060 ? 050u : 0u) | (socket_mode & 06 ? 05u : 0u));
     }
+    chmod(folder.c_str(), 0700u | (socket_mode & 060 ? 050u : 0u) | (socket_mode & 06 ? 05u : 0u));
+}
+
+std::string ResultFiles::write(std::string_view content)
+{
+    if (folder.empty()) make_folder();
     const std::filesystem::path file = folder / std::to_string(++written);
     std::ofstream out(file, std::ios::binary);
     out.write(content.data(), static_cast<std::streamsize>(content.size()));

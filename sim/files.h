@@ -12,8 +12,9 @@ namespace ponsim
 class ResultFiles
 {
 public:
-    // Whoever may connect to sockets with the permission bits `mode` may read them.
-    explicit ResultFiles(uint32_t mode) : socket_mode(mode) {}
+    // Whoever may connect to sockets with the permission bits `mode` may read them. Their names follow from the
+    // sockets' folder: no two services have the same one at a time, and one has the same names whenever it is started.
+    ResultFiles(uint32_t mode, const std::string &socket_dir);
     ~ResultFiles();
     ResultFiles(const ResultFiles &) = delete;
     ResultFiles &operator=(const ResultFiles &) = delete;
@@ -23,7 +24,10 @@ public:
     std::string write(std::string_view content);
 
 private:
+    void make_folder();
+
     uint32_t socket_mode;
+    std::filesystem::path wanted;
     std::filesystem::path folder; // empty until the first file is written
     uint32_t written = 0;
     std::deque<std::filesystem::path> left;

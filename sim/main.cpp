@@ -3,17 +3,22 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "board/ipc.h"
 #include "control.h"
+#include "host.h"
 #include "replay.h"
-#include "service.h"
-#include "simulator.h"
+#include "scenario.h"
 
 namespace
 {
@@ -29,6 +34,8 @@ Examples:
   ponsim --socket-dir /tmp/olt --state none  an OLT to play with: nothing is kept
   ponsim --seed 7 --ports 4 --arrivals 32    another OLT: needs its own --state FILE, or --fresh
   ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
+  ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
+  ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";
@@ -39,12 +46,15 @@ struct Options {
     std::string state;
     bool fresh = false;
     ponsim::WantedSettings wanted;
+    std::string scenario; // its file; empty: none
+    bool check = false;
     std::vector<std::string> grants;
     double speed = 1;
     std::string record;             // empty: none
     std::vector<std::string> words; // of a control command
     std::string replayed;           // the recording to serve
     bool loop = false;
+    std::string olt; // that it is for; empty: the only one
 };
 
 std::string default_state()
@@ -81,14 +91,24 @@ void declare(CLI::App &app, Options &options)
         ->default_str(default_state())
         ->type_name("FILE");
     app.add_flag("--fresh", options.fresh, "Discard the state that the file has, and start over");
-    app.add_option("--seed", options.wanted.seed, "Which OLT: another seed, other ONUs [1]")->type_name("N");
+    CLI::Option *scenario =
+        app.add_option("--scenario", options.scenario, "What the OLTs are and what happens: see ponsim-scenario(5)")
+            ->check(CLI::ExistingFile)
+            ->type_name("FILE");
+    app.add_flag("--check", options.check, "Only read the scenario, and print what it describes")->needs(scenario);
+    app.add_option("--seed", options.wanted.seed, "Which OLT: another seed, other ONUs [1]")
+        ->excludes(scenario)
+        ->type_name("N");
     app.add_option("--ports", options.wanted.ports, "PON ports [16]")
+        ->excludes(scenario)
         ->check(CLI::Range(1u, ponsim::max_ports))
         ->type_name("N");
     app.add_option("--arrivals", options.wanted.arrivals, "ONUs that have arrived at each port [8]")
+        ->excludes(scenario)
         ->check(CLI::Range(0u, ponsim::onus_per_port))
         ->type_name("N");
     app.add_option("--silent", options.wanted.silent, "Percentage of them that go offline when bound [10]")
+        ->excludes(scenario)
         ->check(CLI::Range(0u, 100u))
         ->type_name("PERCENT");
     app.add_option("--speed", options.speed,
@@ -100,6 +120,7 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--record", options.record, "Append each exchange to this file, for ponctl trace and replays")
         ->type_name("FILE");
     CLI::App *ctl = app.add_subcommand("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
+    ctl->add_option("--olt", options.olt, "Which one, where a ponsim serves several")->type_name("NAME");
     ctl->add_option("WORDS", options.words, "A command and its words");
     CLI::App *replay = app.add_subcommand("replay", "Serves a recording: answers requests as they were answered then");
     replay->add_option("FILE", options.replayed, "The recording")->required();
@@ -124,8 +145,14 @@ int control(const Options &options)
     for (const std::string &word : options.words)
         line += (line.empty() ? "" : " ") + word;
     if (line.size() > IPC_MAX_LENGTH) return fail("the command is too long", exit_usage);
+    const char *set = getenv("BOARD_IPC_DIR");
+    std::string socket_dir = options.socket_dir.empty() && set ? set : options.socket_dir;
+    if (!options.olt.empty()) {
+        if (socket_dir.empty()) return fail("--olt needs the sockets' folder: add --socket-dir DIR", exit_usage);
+        socket_dir += '/' + options.olt;
+    }
     // Before the board library looks for its folder, which it does once.
-    if (!options.socket_dir.empty()) setenv("BOARD_IPC_DIR", options.socket_dir.c_str(), 1);
+    if (!socket_dir.empty()) setenv("BOARD_IPC_DIR", socket_dir.c_str(), 1);
     std::string said(IPC_MAX_LENGTH, '\0');
     auto length = static_cast<uint32_t>(said.size());
     uint32_t status = 0;
@@ -138,13 +165,88 @@ int control(const Options &options)
     return EXIT_SUCCESS;
 }
 
-// The store's file with the folders that it needs, empty for none.
-std::string state_file(const std::string &wanted)
+std::string socket_directory(const Options &options)
 {
-    if (wanted == "none") return {};
-    const std::filesystem::path file = wanted.empty() ? default_state() : wanted;
-    if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
-    return file.string();
+    return options.socket_dir.empty() ? board_ipc_directory() : options.socket_dir;
+}
+
+uint32_t mode_bits(const Options &options)
+{
+    return static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
+}
+
+ponsim::Scenario scenario_of(const std::string &file)
+{
+    std::ifstream in(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    if (in.bad()) throw ponsim::ScenarioError(file + ": cannot be read");
+    return ponsim::read_scenario(text, file);
+}
+
+// What is served, and where; an empty state is in memory only.
+struct Served {
+    std::filesystem::path socket_dir;
+    std::filesystem::path state;
+    std::vector<ponsim::HostOptions> hosts;
+};
+
+// Several OLTs, and those whose state is in a folder, have sockets and states that are named after them in there.
+Served served_by(const Options &options)
+{
+    const std::filesystem::path socket_dir = socket_directory(options);
+    ponsim::HostOptions common;
+    common.socket_mode = mode_bits(options);
+    common.fresh = options.fresh;
+    common.wanted = options.wanted;
+    common.speed = options.speed;
+
+    std::map<std::string, std::shared_ptr<const ponsim::OltScenario>> olts; // by name; null: that of the state
+    if (!options.scenario.empty())
+        for (const ponsim::OltScenario &olt : scenario_of(options.scenario).olts)
+            olts[olt.name] = std::make_shared<const ponsim::OltScenario>(olt);
+    const bool kept = options.state != "none";
+    std::filesystem::path state = options.state.empty() ? default_state() : options.state;
+    if (options.state.empty() && olts.size() > 1) state.replace_filename("olts");
+    const bool in_folder = olts.size() > 1 || (kept && std::filesystem::is_directory(state));
+    if (in_folder && olts.empty()) {
+        for (const auto &entry : std::filesystem::directory_iterator(state))
+            if (entry.path().extension() == ".db") olts[entry.path().stem().string()] = nullptr;
+        if (olts.empty()) throw ponsim::StoreError(state.string() + ": a folder without NAME.db; add --scenario FILE");
+    }
+    if (olts.empty()) olts[""] = nullptr;
+
+    if (kept) {
+        const std::filesystem::path folder = in_folder ? state : state.parent_path();
+        if (!folder.empty()) std::filesystem::create_directories(folder);
+    }
+    // As the board's library makes it.
+    if (in_folder) mkdir(socket_dir.c_str(), 0755);
+    Served served{socket_dir, kept ? state : "", {}};
+    for (const auto &[name, scenario] : olts) {
+        ponsim::HostOptions &host = served.hosts.emplace_back(common);
+        host.scenario = scenario;
+        host.socket_dir = in_folder ? socket_dir / name : socket_dir;
+        if (!options.record.empty()) host.record = in_folder ? options.record + "." + name : options.record;
+        if (kept) host.state = in_folder ? state / (name + ".db") : state;
+    }
+    return served;
+}
+
+// What the line that tells that it serves says of the OLTs.
+std::string describe(const std::vector<std::unique_ptr<ponsim::Host>> &hosts)
+{
+    const ponsim::Settings &first = hosts[0]->simulator().settings();
+    if (hosts.size() == 1 && first.scenario.empty())
+        return "seed " + std::to_string(first.seed) + ", " + std::to_string(first.ports) + " ports, " +
+               std::to_string(first.arrivals) + " arrivals a port, " + std::to_string(first.silent) + "% silent";
+    size_t ports = 0, onus = 0;
+    for (const std::unique_ptr<ponsim::Host> &host : hosts)
+        for (const ponsim::PonPort &port : host->simulator().olt().ports()) {
+            ++ports;
+            onus += port.arrivals.size();
+        }
+    return (hosts.size() == 1 ? "OLT " + first.olt : std::to_string(hosts.size()) + " OLTs") + ", " +
+           std::to_string(ports) + " ports, " + std::to_string(onus) + " ONUs";
 }
 
 // Blocked before any other thread starts, so that all of them leave the signals to the wait of this one.
@@ -156,16 +258,6 @@ sigset_t block_stop_signals()
     sigaddset(&stop, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &stop, nullptr);
     return stop;
-}
-
-std::string socket_directory(const Options &options)
-{
-    return options.socket_dir.empty() ? board_ipc_directory() : options.socket_dir;
-}
-
-uint32_t mode_bits(const Options &options)
-{
-    return static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
 }
 
 int replay(const Options &options)
@@ -185,25 +277,19 @@ int replay(const Options &options)
 
 int serve(const Options &options, const ponsim::Access &access)
 {
-    const std::string socket_dir = socket_directory(options);
     const sigset_t stop = block_stop_signals();
-    const std::string state = state_file(options.state);
-    ponsim::Store store(state, options.fresh);
-    ponsim::Simulator simulator(store, options.wanted);
-    ponsim::Clock clock(simulator.olt().now(), options.speed);
-    ponsim::Service service(simulator, clock, access, socket_dir, mode_bits(options), options.record);
-    if (!service.serving()) return fail("cannot serve on " + socket_dir, exit_failure);
+    const Served served = served_by(options);
+    std::vector<std::unique_ptr<ponsim::Host>> hosts;
+    for (const ponsim::HostOptions &each : served.hosts)
+        hosts.push_back(std::make_unique<ponsim::Host>(each, access));
 
-    const ponsim::Settings &settings = simulator.settings();
-    printf("ponsim: serving on %s (seed %llu, %u ports, %u arrivals a port, %u%% silent, state %s)\n",
-           socket_dir.c_str(), static_cast<unsigned long long>(settings.seed), settings.ports, settings.arrivals,
-           settings.silent, state.empty() ? "none" : state.c_str());
+    printf("ponsim: serving on %s (%s, state %s)\n", served.socket_dir.c_str(), describe(hosts).c_str(),
+           served.state.empty() ? "none" : served.state.c_str());
     fflush(stdout);
     int signal;
     sigwait(&stop, &signal);
-    service.stop();
-    simulator.advance(clock.now());
-    simulator.keep_time();
+    for (const std::unique_ptr<ponsim::Host> &host : hosts)
+        host->stop();
     return EXIT_SUCCESS;
 }
 
@@ -226,7 +312,13 @@ int main(int argc, char **argv)
     try {
         if (app.got_subcommand("ctl")) return control(options);
         if (app.got_subcommand("replay")) return replay(options);
+        if (options.check) {
+            fputs(ponsim::summary_of(scenario_of(options.scenario)).c_str(), stdout);
+            return EXIT_SUCCESS;
+        }
         return serve(options, access);
+    } catch (const ponsim::ScenarioError &error) {
+        return fail(error.what(), exit_usage);
     } catch (const std::exception &error) {
         return fail(error.what(), exit_failure);
     }

@@ -101,7 +101,7 @@ void answer_with(Reply reply, const Message &message, std::span<const FaultCase>
 
 Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode,
                  const std::string &record)
-    : simulator(served), clock(time), access(rules), files(mode)
+    : simulator(served), clock(time), access(rules), files(mode, directory)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;

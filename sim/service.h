@@ -28,13 +28,13 @@ public:
 
     // Handles no more requests.
     void stop();
+    // Tells the log what happened. Not while requests are handled.
+    void tell();
 
 private:
     struct Stop {
         void operator()(board_service *service) const { board_service_stop(service); }
     };
-
-    void tell(); // the log what happened
 
     static void handle(void *context, const board_request *request, board_answer *answer);
     static void handle_control(void *context, const board_request *request, board_answer *answer);

@@ -4,6 +4,7 @@
 
 #include "bsp_pon.h"
 #include "catalogue.h"
+#include "control.h"
 #include "generated/service_words.h"
 #include "model/process.h"
 #include "store/configuration.h"
@@ -13,20 +14,38 @@ namespace ponsim
 namespace
 {
 
-Settings open_settings(Store &store, const WantedSettings &wanted)
+// The one that is wanted, or else that of the store.
+std::shared_ptr<const OltScenario> open_scenario(const Store &store, std::shared_ptr<const OltScenario> wanted)
 {
     const std::optional<Settings> kept = store.settings();
-    const Settings base = kept.value_or(Settings{});
-    const Settings settings{wanted.seed.value_or(base.seed), wanted.ports.value_or(base.ports),
-                            wanted.arrivals.value_or(base.arrivals), wanted.silent.value_or(base.silent)};
+    if (wanted || !kept || kept->scenario.empty()) return wanted;
+    for (OltScenario &olt : read_scenario(kept->scenario, "the stored scenario").olts)
+        if (olt.name == kept->olt) return std::make_shared<const OltScenario>(std::move(olt));
+    throw StoreError("the stored scenario has no OLT " + kept->olt);
+}
+
+std::string describe(const Settings &settings)
+{
+    if (!settings.scenario.empty())
+        return "the OLT " + settings.olt + " of another scenario, or as this one was before";
+    return "an OLT with --seed " + std::to_string(settings.seed) + " --ports " + std::to_string(settings.ports) +
+           " --arrivals " + std::to_string(settings.arrivals) + " --silent " + std::to_string(settings.silent);
+}
+
+Settings open_settings(Store &store, const WantedSettings &wanted, const OltScenario *scenario)
+{
+    const std::optional<Settings> kept = store.settings();
+    Settings settings = scenario ? scenario->settings : kept.value_or(Settings{});
+    settings.seed = wanted.seed.value_or(settings.seed);
+    settings.ports = wanted.ports.value_or(settings.ports);
+    settings.arrivals = wanted.arrivals.value_or(settings.arrivals);
+    settings.silent = wanted.silent.value_or(settings.silent);
     if (!kept) {
-        store.set_settings(settings);
-    } else if (settings != base) {
-        throw StoreError("the stored state is that of an OLT with --seed " + std::to_string(base.seed) + " --ports " +
-                         std::to_string(base.ports) + " --arrivals " + std::to_string(base.arrivals) + " --silent " +
-                         std::to_string(base.silent) +
-                         "; leave these options out to go on with it, add --fresh to discard it, or name another "
-                         "file with --state");
+        store.set_settings(settings, scenario ? scenario->provisioning : Change{});
+    } else if (settings != *kept) {
+        throw StoreError("the stored state is that of " + describe(*kept) +
+                         "; leave --scenario, --seed, --ports, --arrivals and --silent out to go on with it, add "
+                         "--fresh to discard it, or name another file with --state");
     }
     return settings;
 }
@@ -55,8 +74,12 @@ std::optional<uint32_t> command_of(const Message &message)
     return Request{message.data, message.length}.read<uint32_t>(record.command->offset);
 }
 
-Simulator::Simulator(Store &store, const WantedSettings &wanted)
-    : kept(store), olt_settings(open_settings(store, wanted)), model(olt_settings), wire_faults(olt_settings.seed)
+Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> of_scenario)
+    : kept(store),
+      scenario(open_scenario(store, std::move(of_scenario))),
+      olt_settings(open_settings(store, wanted, scenario.get())),
+      model(olt_settings),
+      wire_faults(olt_settings.seed)
 {
     model.apply(store.load());
 }
@@ -85,11 +108,37 @@ void Simulator::keep_time()
     change({});
 }
 
+void Simulator::happen(const Event &event)
+{
+    const std::string what = "event at " + time_text(event.at) + ": " + event.words;
+    Plan plan{BSP_OK};
+    try {
+        plan = plan_control(model, event.words);
+        plan.change.log.push_back(what);
+    } catch (const ControlError &error) {
+        plan.change.log.push_back(what + ": refused: " + error.what());
+    }
+    plan.change.events_done = model.events_done() + 1;
+    change(std::move(plan.change));
+}
+
 void Simulator::advance(ModelTime to)
 {
-    while (const std::optional<Happening> due = first_due(processes(), model, to)) {
-        model.advance(due->at);
-        change(due->process->happen(model));
+    while (true) {
+        const Event *event = scenario && model.events_done() < scenario->events.size()
+                                 ? &scenario->events[model.events_done()]
+                                 : nullptr;
+        if (event && event->at > to) event = nullptr;
+        // An event comes from outside, as a request does: what happens by itself by then has happened before.
+        if (const std::optional<Happening> due = first_due(processes(), model, event ? event->at : to)) {
+            model.advance(due->at);
+            change(due->process->happen(model));
+        } else if (event) {
+            model.advance(event->at);
+            happen(*event);
+        } else {
+            break;
+        }
     }
     model.advance(to);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "faults.h"
 #include "handlers/handler.h"
 #include "model/olt.h"
+#include "scenario.h"
 #include "store/store.h"
 
 namespace ponsim
@@ -53,9 +55,10 @@ struct WantedSettings {
 class Simulator
 {
 public:
-    // The OLT that the store belongs to, in the state that it keeps. An empty store becomes that of the OLT wanted.
+    // The OLT that the store belongs to, in the state that it keeps. An empty store becomes that of the OLT wanted,
+    // which begins with what its scenario provisions; null: the store's scenario, or none.
     // Throws StoreError: the store does not work, or belongs to another OLT than the one wanted.
-    Simulator(Store &store, const WantedSettings &wanted);
+    Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> scenario = {});
 
     const Settings &settings() const { return olt_settings; }
     const Olt &olt() const { return model; }
@@ -78,6 +81,7 @@ public:
 
 private:
     void note(const Change &change);
+    void happen(const Event &event);
 
     // What a request wants of the configuration; completes its outcome. Throws StoreError.
     void carry_out(std::monostate, Outcome &) {}
@@ -86,6 +90,7 @@ private:
     void carry_out(const LoadConfiguration &, Outcome &outcome);
 
     Store &kept;
+    std::shared_ptr<const OltScenario> scenario; // null: none
     Settings olt_settings;
     Olt model;
     Faults wire_faults;

@@ -332,17 +332,18 @@ struct Change {
     std::vector<OnuSettingRow> onu_settings = {};
     std::optional<LoopDetection> loop_detection = {};
     std::vector<ProfileRow> profiles = {};
-    std::vector<TrafficRow> traffic = {}; // set by the simulator
-    std::vector<std::string> log = {};    // lines for the service's log; not kept
-    std::vector<FaultOrder> faults = {};  // what the service is to do with its answers; not kept
-    std::optional<ModelTime> now = {};    // set by the simulator
+    std::optional<uint32_t> events_done = {}; // of the scenario's timeline
+    std::vector<TrafficRow> traffic = {};     // set by the simulator
+    std::vector<std::string> log = {};        // lines for the service's log; not kept
+    std::vector<FaultOrder> faults = {};      // what the service is to do with its answers; not kept
+    std::optional<ModelTime> now = {};        // set by the simulator
 
     bool empty() const
     {
         return bindings.empty() && onus.empty() && ports.empty() && blacklist.empty() && auth.empty() &&
                alarms.empty() && blocks.empty() && flushes.empty() && modules.empty() && upgrade_types.empty() &&
                upgrade_runs.empty() && fibre.empty() && loops.empty() && onu_settings.empty() && !loop_detection &&
-               profiles.empty();
+               profiles.empty() && !events_done;
     }
 };
 

@@ -299,6 +299,7 @@ void Olt::apply(const Change &change)
         else
             damage[branch] = loss;
     }
+    done = change.events_done.value_or(done);
     if (change.loop_detection) detection = *change.loop_detection;
     for (const auto &[place, setting] : change.onu_settings)
         onu_settings[place] = setting;

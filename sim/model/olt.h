@@ -122,6 +122,8 @@ public:
     explicit Olt(const Settings &settings);
 
     ModelTime now() const { return time; }
+    // How many events of its scenario's timeline have happened.
+    uint32_t events_done() const { return done; }
     // What a set command left; null when nothing. See Change::BlockRow.
     const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
 
@@ -208,6 +210,7 @@ private:
     std::set<Due> due;
     std::map<std::array<uint32_t, 4>, std::string> blocks;
     ModelTime time = 0;
+    uint32_t done = 0;
     Fdb forwarding;
     LightWatch lights;
 };

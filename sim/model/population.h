@@ -28,12 +28,17 @@ struct Settings {
     uint32_t arrivals = 8;      // ONUs at each port, 0 to 128
     uint32_t silent = 10;       // percent of them that do not answer once they are bound
 
-    // In the place of what would follow from the numbers; null: that.
+    // The text of a scenario, and the OLT's name in it; empty: there is none, and the ONUs follow from the numbers.
+    std::string scenario = {};
+    std::string olt = {};
+    // What it says of the OLT, in the place of what would follow from the numbers; null without one.
     std::shared_ptr<const Topology> topology = {};
 
+    // Whether it is the same OLT: the topology follows from the scenario.
     bool operator==(const Settings &other) const
     {
-        return seed == other.seed && ports == other.ports && arrivals == other.arrivals && silent == other.silent;
+        return seed == other.seed && ports == other.ports && arrivals == other.arrivals && silent == other.silent &&
+               scenario == other.scenario && olt == other.olt;
     }
 };
 

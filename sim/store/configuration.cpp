@@ -9,6 +9,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "digest.h"
 #include "store/store.h"
 
 namespace ponsim
@@ -65,8 +66,16 @@ void write_line(std::string &text, Put put)
     text += '\n';
 }
 
-std::string options(const Settings &settings)
+// Of the scenario; empty without one.
+std::string digest_of(const Settings &settings)
 {
+    return settings.scenario.empty() ? std::string() : digest(settings.scenario);
+}
+
+// What makes it the OLT that it is, in words. A scenario is told by the digest of its text.
+std::string options(const Settings &settings, const std::string &scenario)
+{
+    if (!scenario.empty()) return "the scenario of digest " + scenario + ", in which it is " + settings.olt;
     return "--seed " + std::to_string(settings.seed) + " --ports " + std::to_string(settings.ports) + " --arrivals " +
            std::to_string(settings.arrivals) + " --silent " + std::to_string(settings.silent);
 }
@@ -143,10 +152,17 @@ void check_header(Lines &lines, const Settings &settings)
         if (number > UINT32_MAX) fail(lines.number(), std::string(name) + " is too great");
         return static_cast<uint32_t>(number);
     };
-    const Settings found{number_of(lines, line, "seed"), word("ports"), word("arrivals"), word("silent")};
-    if (found != settings)
-        throw OtherOltError("line 1: the configuration of an OLT with " + options(found) + "; this one has " +
-                            options(settings));
+    const auto text = [&](const char *name) {
+        return line.HasMember(name) && line[name].IsString() ? std::string(text_of(line[name])) : std::string();
+    };
+    const Settings found{.seed = number_of(lines, line, "seed"),
+                         .ports = word("ports"),
+                         .arrivals = word("arrivals"),
+                         .silent = word("silent"),
+                         .olt = text("olt")};
+    const std::string theirs = options(found, text("scenario")), ours = options(settings, digest_of(settings));
+    if (theirs != ours)
+        throw OtherOltError("line 1: the configuration of an OLT with " + theirs + "; this one has " + ours);
 }
 
 Row row_of(const Lines &lines, const rapidjson::Document &line)
@@ -227,6 +243,11 @@ std::string write_configuration(const Settings &settings, std::span<const Row> r
         writer.Uint(settings.arrivals);
         writer.Key("silent");
         writer.Uint(settings.silent);
+        if (settings.scenario.empty()) return;
+        writer.Key("scenario");
+        write(writer, digest(settings.scenario));
+        writer.Key("olt");
+        write(writer, settings.olt);
     });
     for (const Row &row : rows)
         write_line(text, [&](Writer &writer) {

@@ -27,7 +27,7 @@ constexpr char pragmas[] = "PRAGMA page_size = 1024;"
 
 constexpr char schema[] =
     "CREATE TABLE setting(seed INTEGER NOT NULL, ports INTEGER NOT NULL, arrivals INTEGER NOT NULL,"
-    " silent INTEGER NOT NULL) STRICT;"
+    " silent INTEGER NOT NULL, scenario TEXT NOT NULL, olt TEXT NOT NULL) STRICT;"
     "CREATE TABLE binding(pon_port INTEGER NOT NULL, onu_id INTEGER NOT NULL CHECK(onu_id BETWEEN 0 AND 127),"
     " mac BLOB NOT NULL CHECK(length(mac) = 6), mode INTEGER NOT NULL,"
     // Texts have room in the records that they go out in.
@@ -87,6 +87,7 @@ constexpr char schema[] =
     "CREATE TABLE loop_detection(one INTEGER PRIMARY KEY CHECK(one = 1), switched_on INTEGER NOT NULL,"
     " manual INTEGER NOT NULL, recovery_time INTEGER NOT NULL, interval INTEGER NOT NULL, detected INTEGER NOT NULL,"
     " recovered INTEGER NOT NULL) STRICT;"
+    "CREATE TABLE timeline(one INTEGER PRIMARY KEY CHECK(one = 1), done INTEGER NOT NULL) STRICT;"
     "CREATE TABLE traffic(pon_port INTEGER PRIMARY KEY, until INTEGER NOT NULL, up BLOB NOT NULL,"
     " up_lost BLOB NOT NULL, down BLOB NOT NULL) STRICT;"
     "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1),"
@@ -217,6 +218,7 @@ struct Store::Statements {
           put_profile(db, "REPLACE INTO profile VALUES(?, ?, ?, ?)"),
           drop_profile(db, "DELETE FROM profile WHERE kind = ? AND id = ?"),
           put_loop_detection(db, "REPLACE INTO loop_detection VALUES(1, ?, ?, ?, ?, ?, ?)"),
+          put_timeline(db, "REPLACE INTO timeline VALUES(1, ?)"),
           put_traffic(db, "REPLACE INTO traffic VALUES(?, ?, ?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
@@ -253,6 +255,7 @@ struct Store::Statements {
     Statement put_profile;
     Statement drop_profile;
     Statement put_loop_detection;
+    Statement put_timeline;
     Statement put_traffic;
     Statement put_clock;
 };
@@ -322,19 +325,29 @@ void Store::prepare_schema(bool fresh)
 
 std::optional<Settings> Store::settings() const
 {
-    Statement select(db.get(), "SELECT seed, ports, arrivals, silent FROM setting");
+    Statement select(db.get(), "SELECT seed, ports, arrivals, silent, scenario, olt FROM setting");
     if (!select.row()) return std::nullopt;
-    return Settings{static_cast<uint64_t>(select.number(0)), word(select, 1), word(select, 2), word(select, 3)};
+    return Settings{.seed = static_cast<uint64_t>(select.number(0)),
+                    .ports = word(select, 1),
+                    .arrivals = word(select, 2),
+                    .silent = word(select, 3),
+                    .scenario = select.text(4),
+                    .olt = select.text(5)};
 }
 
-void Store::set_settings(const Settings &settings)
+void Store::set_settings(const Settings &settings, const Change &first)
 {
-    Statement(db.get(), "INSERT INTO setting VALUES(?, ?, ?, ?)")
-        .bind(static_cast<int64_t>(settings.seed))
-        .bind(settings.ports)
-        .bind(settings.arrivals)
-        .bind(settings.silent)
-        .run();
+    in_transaction([&] {
+        Statement(db.get(), "INSERT INTO setting VALUES(?, ?, ?, ?, ?, ?)")
+            .bind(static_cast<int64_t>(settings.seed))
+            .bind(settings.ports)
+            .bind(settings.arrivals)
+            .bind(settings.silent)
+            .bind(settings.scenario)
+            .bind(settings.olt)
+            .run();
+        write_rows(first);
+    });
 }
 
 Change Store::load() const
@@ -408,6 +421,8 @@ Change Store::load() const
     if (detection.row())
         change.loop_detection = {detection.number(1) != 0, detection.number(2) != 0, word(detection, 3),
                                  word(detection, 4),       word(detection, 5),       word(detection, 6)};
+    Statement timeline(db.get(), "SELECT done FROM timeline");
+    if (timeline.row()) change.events_done = word(timeline, 0);
     Statement traffic(db.get(), "SELECT * FROM traffic ORDER BY pon_port");
     while (traffic.row())
         change.traffic.push_back(
@@ -671,6 +686,7 @@ void Store::write_rows(const Change &change)
             .bind(detection->detected)
             .bind(detection->recovered)
             .run();
+    if (change.events_done) statements->put_timeline.bind(*change.events_done).run();
     for (const auto &[pon_port, offered] : change.traffic)
         statements->put_traffic.bind(pon_port)
             .bind(static_cast<int64_t>(offered.until))

@@ -27,10 +27,11 @@ public:
     // Throws StoreError: not a store, of another version, in use, not accessible.
     Store(const std::string &file, bool fresh);
 
-    // The settings of the OLT that the store belongs to; none when it is empty.
+    // The settings of the OLT that the store belongs to, without what follows from its scenario's text; none when it
+    // is empty.
     std::optional<Settings> settings() const;
-    // Makes an empty store that of an OLT.
-    void set_settings(const Settings &settings);
+    // Makes an empty store that of an OLT, which begins with what `first` says.
+    void set_settings(const Settings &settings, const Change &first = {});
 
     // All that is kept, as the change of an OLT that was just set up. Throws StoreError when it does not fit the
     // settings.

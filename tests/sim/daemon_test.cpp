@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 
 #include "board/datastore.h"
 #include "board/ipc.h"
@@ -189,9 +190,17 @@ TEST_F(DaemonTest, MakesTheFolderOfItsState)
 
 TEST_F(DaemonTest, WrongUsageIsExplained)
 {
-    const std::vector<std::vector<std::string>> uses{{"--ports", "17"},      {"--ports", "0"}, {"--arrivals", "129"},
-                                                     {"--silent", "101"},    {"--seed", "x"},  {"--grant", "alice"},
-                                                     {"--socket-mode", "9"}, {"--nonsense"},   {"stray"}};
+    const std::vector<std::vector<std::string>> uses{{"--ports", "17"},
+                                                     {"--ports", "0"},
+                                                     {"--arrivals", "129"},
+                                                     {"--silent", "101"},
+                                                     {"--seed", "x"},
+                                                     {"--grant", "alice"},
+                                                     {"--socket-mode", "9"},
+                                                     {"--nonsense"},
+                                                     {"--check"},
+                                                     {"--scenario", "/nowhere.toml"},
+                                                     {"stray"}};
     for (const std::vector<std::string> &use : uses) {
         Daemon daemon(use);
         int exit_status;
@@ -318,6 +327,99 @@ TEST_F(DaemonTest, OnlyWhoMayDoEverythingControls)
     EXPECT_NE(control({"step", "100"}, exit_status).find("refuse the request"), std::string::npos);
     EXPECT_EQ(exit_status, 1);
     EXPECT_NE(daemon.line().find("controlling the simulation is service-affecting"), std::string::npos);
+}
+
+std::string write_file(const std::string &name, const std::string &text)
+{
+    std::ofstream(name) << text;
+    return name;
+}
+
+constexpr char one_olt[] = "[service.s]\n[[olt]]\nname = \"core\"\nports = 2\n[[olt.port]]\nnumber = 1\n"
+                           "[[olt.port.onu]]\nname = \"home\"\ncount = 3\nservice = \"s\"\n"
+                           "[[event]]\nat = 60\ndo = \"power 1 home-1 off\"\n";
+
+// The state of the first ONU that is bound to port 1.
+std::string first_state()
+{
+    const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 1);
+    return db_get_text(onus.handle, 0, "state");
+}
+
+TEST_F(DaemonTest, ServesTheOltOfAScenarioAndGoesOnWithItsTimeline)
+{
+    const std::string file = write_file(folder->file("one.toml"), one_olt);
+    int exit_status;
+    {
+        Daemon daemon(with({"--speed", "0", "--scenario", file}));
+        EXPECT_EQ(daemon.line(),
+                  "ponsim: serving on " + folder->file("ipc") + " (OLT core, 2 ports, 3 ONUs, state " + state() + ")");
+        control({"step", "59"}, exit_status);
+        EXPECT_EQ(first_state(), "online");
+        daemon.stop(SIGKILL);
+    }
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(first_state(), "online");
+    control({"step", "1"}, exit_status);
+    EXPECT_EQ(first_state(), "offline");
+    control({"power", "1", "home-1", "on"}, exit_status);
+    control({"step", "600"}, exit_status);
+    EXPECT_EQ(first_state(), "online");
+}
+
+TEST_F(DaemonTest, AWrongScenarioIsExplainedWithItsLine)
+{
+    const std::string file = write_file(folder->file("wrong.toml"), "[[olt]]\nports = 17\n");
+    for (const std::vector<std::string> &options :
+         {std::vector<std::string>{"--scenario", file}, {"--scenario", file, "--check"}}) {
+        int exit_status;
+        EXPECT_EQ(Daemon(options).rest(exit_status),
+                  "ponsim: " + file + ":2: ports: expected a number from 1 to 16, found 17\n");
+        EXPECT_EQ(exit_status, 2);
+    }
+}
+
+TEST_F(DaemonTest, AScenarioIsCheckedWithoutBeingServed)
+{
+    const std::string file = write_file(folder->file("one.toml"), one_olt);
+    int exit_status;
+    const std::string said = Daemon({"--scenario", file, "--check"}).rest(exit_status);
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_NE(said.find("core: 1 events, the last at 1min"), std::string::npos) << said;
+    EXPECT_FALSE(std::filesystem::exists(state()));
+}
+
+TEST_F(DaemonTest, AnotherScenarioIsRefused)
+{
+    const std::string file = write_file(folder->file("one.toml"), one_olt);
+    {
+        Daemon daemon(with({"--scenario", file}));
+        ASSERT_TRUE(daemon.serves());
+    }
+    write_file(file, std::string(one_olt) + "[[event]]\nat = 70\ndo = \"age 1 1\"\n");
+    Daemon other(with({"--scenario", file}));
+    int exit_status;
+    EXPECT_NE(other.rest(exit_status).find("of another scenario"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+}
+
+TEST_F(DaemonTest, ServesSeveralOltsAndGoesOnWithThem)
+{
+    const std::string file = write_file(folder->file("two.toml"), "[[olt]]\nname = \"metro\"\ncount = 2\nports = 1\n");
+    const std::string states = folder->file("states");
+    int exit_status;
+    {
+        Daemon daemon({"--state", states, "--speed", "0", "--scenario", file});
+        EXPECT_EQ(daemon.line(),
+                  "ponsim: serving on " + folder->file("ipc") + " (2 OLTs, 2 ports, 0 ONUs, state " + states + ")");
+        EXPECT_EQ(control({"--olt", "metro-2", "step", "7"}, exit_status), "7 s of model time\n");
+        EXPECT_EQ(control({"--olt", "metro-1", "now"}, exit_status), "0 s of model time\n");
+        EXPECT_EQ(daemon.stop(SIGTERM), 0);
+    }
+    Daemon daemon({"--state", states, "--speed", "0"});
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(control({"--olt", "metro-2", "now"}, exit_status), "7 s of model time\n");
 }
 
 TEST_F(DaemonTest, HelpAndVersionGoWell)

@@ -7,6 +7,8 @@
 #include <iterator>
 #include <vector>
 
+#include <unistd.h>
+
 namespace ponsim
 {
 namespace
@@ -16,6 +18,9 @@ using std::filesystem::exists;
 using std::filesystem::path;
 using std::filesystem::perms;
 
+// Nobody serves here: the name of a folder that is not there.
+const std::string sockets = testing::TempDir() + "no-sockets-" + std::to_string(getpid());
+
 std::string content_of(const std::string &name)
 {
     std::ifstream file(name, std::ios::binary);
@@ -24,13 +29,13 @@ std::string content_of(const std::string &name)
 
 perms folder_perms(uint32_t socket_mode)
 {
-    ResultFiles files(socket_mode);
+    ResultFiles files(socket_mode, sockets);
     return status(path(files.write("")).parent_path()).permissions();
 }
 
 TEST(ResultFiles, HoldWhatIsWritten)
 {
-    ResultFiles files(0600);
+    ResultFiles files(0600, sockets);
     const std::string first = files.write(std::string("a\0b", 3)), second = files.write("");
     EXPECT_EQ(content_of(first), std::string("a\0b", 3));
     EXPECT_EQ(content_of(second), "");
@@ -39,14 +44,14 @@ TEST(ResultFiles, HoldWhatIsWritten)
 
 TEST(ResultFiles, HaveNamesThatTheShortestAnswerHasRoomFor)
 {
-    ResultFiles files(0600);
+    ResultFiles files(0600, sockets);
     for (int count = 0; count < 1000; ++count)
         ASSERT_LE(files.write("x").size(), 36u);
 }
 
 TEST(ResultFiles, OfThoseThatAreLeftTheLastOnesStay)
 {
-    ResultFiles files(0600);
+    ResultFiles files(0600, sockets);
     std::vector<std::string> names;
     for (int count = 0; count < 40; ++count)
         names.push_back(files.write("x"));
@@ -57,16 +62,57 @@ TEST(ResultFiles, OfThoseThatAreLeftTheLastOnesStay)
 
 TEST(ResultFiles, MayBeRemovedByTheirReaders)
 {
-    ResultFiles files(0600);
+    ResultFiles files(0600, sockets);
     for (int count = 0; count < 40; ++count)
         EXPECT_TRUE(std::filesystem::remove(files.write("x")));
+}
+
+TEST(ResultFiles, HaveTheSameNamesAtTheSameSocketsAndOthersAtOthers)
+{
+    const auto first_name = [](const std::string &socket_dir) { return ResultFiles(0600, socket_dir).write("x"); };
+    EXPECT_EQ(first_name(sockets), first_name(sockets));
+    EXPECT_EQ(first_name(sockets), first_name(sockets + "/../" + path(sockets).filename().string()));
+    EXPECT_NE(first_name(sockets), first_name(sockets + "/other"));
+}
+
+TEST(ResultFiles, WhatAKilledServiceLeftGoes)
+{
+    path folder;
+    {
+        ResultFiles files(0600, sockets);
+        folder = path(files.write("x")).parent_path();
+    }
+    create_directory(folder);
+    std::ofstream(folder / "7") << "left";
+    ResultFiles files(0600, sockets);
+    EXPECT_EQ(path(files.write("x")).parent_path(), folder);
+    EXPECT_FALSE(exists(folder / "7"));
+}
+
+TEST(ResultFiles, AreNotWrittenThroughALink)
+{
+    path folder;
+    {
+        ResultFiles files(0600, sockets);
+        folder = path(files.write("x")).parent_path();
+    }
+    const path target = folder.string() + "-elsewhere";
+    create_directory(target);
+    create_directory_symlink(target, folder);
+    {
+        ResultFiles files(0600, sockets);
+        EXPECT_NE(path(files.write("x")).parent_path(), folder);
+    }
+    EXPECT_TRUE(is_empty(target));
+    remove(folder);
+    remove(target);
 }
 
 TEST(ResultFiles, GoWithTheService)
 {
     path folder;
     {
-        ResultFiles files(0600);
+        ResultFiles files(0600, sockets);
         folder = path(files.write("x")).parent_path();
         EXPECT_TRUE(exists(folder));
     }
