@@ -81,6 +81,19 @@ bool control_switch(const std::string &word)
     return word == "on";
 }
 
+Mac control_mac(const std::string &word)
+{
+    Mac mac{};
+    bool good = word.size() == 17;
+    for (size_t i = 0; good && i < mac.size(); ++i) {
+        const char *const pair = word.data() + 3 * i;
+        const auto [last, error] = std::from_chars(pair, pair + 2, mac[i], 16);
+        good = error == std::errc{} && last == pair + 2 && (i + 1 == mac.size() || *last == ':');
+    }
+    if (!good) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
+    return mac;
+}
+
 const PonPort &control_port(const Olt &olt, const std::string &word)
 {
     return *olt.port(static_cast<uint32_t>(control_number(word, 1, olt.ports().size())));
@@ -90,17 +103,12 @@ Mac control_onu(const PonPort &port, const std::string &word)
 {
     const auto named = std::ranges::find(port.arrivals, word, &Arrival::name);
     if (named != port.arrivals.end()) return named->mac;
-    Mac mac{};
-    bool good = word.size() == 17;
-    for (size_t i = 0; good && i < mac.size(); ++i) {
-        const char *const pair = word.data() + 3 * i;
-        const auto [last, error] = std::from_chars(pair, pair + 2, mac[i], 16);
-        good = error == std::errc{} && last == pair + 2 && (i + 1 == mac.size() || *last == ':');
-    }
-    if (!good)
-        throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01, or the name of an ONU at PON port " +
+    try {
+        return control_mac(word);
+    } catch (const ControlError &error) {
+        throw ControlError(error.what() + std::string(", or the name of an ONU at PON port ") +
                            std::to_string(port.number));
-    return mac;
+    }
 }
 
 Plan read_control(const Olt &olt, std::string_view line)

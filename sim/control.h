@@ -48,6 +48,7 @@ Plan read_control(const Olt &olt, std::string_view line);
 // What the words of the commands say; each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);
 bool control_switch(const std::string &word); // on or off
+Mac control_mac(const std::string &word);
 const PonPort &control_port(const Olt &olt, const std::string &word);
 // An ONU by its MAC address, or one at the port by its name.
 Mac control_onu(const PonPort &port, const std::string &word);
