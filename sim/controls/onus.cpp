@@ -1,10 +1,12 @@
 // What happens to ONUs from outside.
 #include "control.h"
+#include "model/demand.h"
 #include "model/device.h"
 #include "model/light_watch.h"
 #include "model/loops.h"
 #include "model/optics.h"
 #include "model/registration.h"
+#include "model/sla.h"
 
 namespace ponsim
 {
@@ -41,11 +43,32 @@ Plan rogue(const Olt &olt, std::span<const std::string> words)
     return set_rogue(olt, port.number, control_onu(port, words[1]), control_switch(words[2]));
 }
 
+Plan load(const Olt &olt, std::span<const std::string> words)
+{
+    if (words.size() != 4 || (words[2] != "up" && words[2] != "down"))
+        throw ControlError("load: expected a PON port, an ONU, up or down, and kbit/s or default");
+    const PonPort &port = control_port(olt, words[0]);
+    std::optional<uint32_t> kbits;
+    if (words[3] != "default") kbits = static_cast<uint32_t>(control_number(words[3], 0, line_rate));
+    return set_load(olt, port.number, control_onu(port, words[1]), words[2] == "up" ? Direction::up : Direction::down,
+                    kbits);
+}
+
+Plan flood(const Olt &olt, std::span<const std::string> words)
+{
+    if (words.size() != 3) throw ControlError("flood: expected a PON port, an ONU, and broadcast frames a second");
+    const PonPort &port = control_port(olt, words[0]);
+    return set_flood(olt, port.number, control_onu(port, words[1]),
+                     static_cast<uint32_t>(control_number(words[2], 0, max_flood)));
+}
+
 constexpr Control commands[] = {
     {"power", "PORT ONU on|off", "an ONU that has arrived at a PON port has power, or loses it", power},
     {"loop", "PORT ONU UNI on|off", "there is a loop behind a UNI port of a bound ONU, or none", loop},
     {"age-onu", "PORT ONU HOURS", "makes the laser of an ONU older", age},
     {"rogue", "PORT ONU on|off", "whether an ONU sends all the time, and blinds its port", rogue},
+    {"load", "PORT ONU up|down KBITS|default", "what an ONU wants to send, or is to be sent", load},
+    {"flood", "PORT ONU FRAMES", "broadcast frames a second that an ONU sends beyond its load; 0 ends it", flood},
 };
 
 } // namespace

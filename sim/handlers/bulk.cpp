@@ -40,8 +40,7 @@ Outcome port_info(const Olt &olt, const Request &)
     for (const PonPort &port : olt.ports()) {
         const Module &module = *olt.module(port.number);
         rows.push_back({port.number, interface_address(olt.seed(), Interface::pon, port.number), uplink_of(port.number),
-                        module.laser_on(), module.readings(olt.now()), numbers_of(olt, {&port, 1}),
-                        pon_load(olt, port, port.traffic.rates())});
+                        module.laser_on(), module.readings(olt.now()), numbers_of(olt, {&port, 1}), pon_load(port)});
     }
     return {BSP_OK, {}, ports_table(rows)};
 }
@@ -124,7 +123,7 @@ Outcome stats_of_all(const Olt &olt, const Request &)
             const Mac &mac = onu.binding->mac;
             OnuStats row{port.number, onu.onu_id, mac, {}, {}};
             if (onu.online()) {
-                row.load = pon_load(olt, port, rates_of(olt.seed(), mac));
+                row.load = load_of(port.traffic.onu(onu.onu_id).passed);
                 row.counts = counts_of(olt, onu);
             }
             rows.push_back(row);

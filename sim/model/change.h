@@ -17,17 +17,6 @@
 namespace ponsim
 {
 
-// An upstream service level agreement. Bandwidths are in kbit/s.
-struct Sla {
-    uint32_t fixed = 0;
-    uint32_t assured = 0;
-    uint32_t maximum = 0;
-    uint32_t priority = 0;
-    uint32_t weight = 0;
-
-    bool operator==(const Sla &) const = default;
-};
-
 // An ONU bound to an id of a port. Mode, texts and description are the caller's, kept as given.
 struct Binding {
     Mac mac;

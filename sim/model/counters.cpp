@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/bandwidth.h"
 #include "model/random.h"
 
 namespace ponsim
@@ -10,7 +11,6 @@ namespace
 {
 
 constexpr uint64_t million = 1000000;
-constexpr uint64_t thousandths = 1000;
 constexpr uint64_t bits = 8; // of an octet
 
 // Takes a share out of the frames, and gives what it took. Neither that nor what is left ever shrinks when there are
@@ -28,7 +28,7 @@ PerFlow take(PerFlow &frames, uint32_t share)
 PerFlow whole(const PerFlow &fractions)
 {
     PerFlow frames{};
-    std::ranges::transform(fractions, frames.begin(), [](uint64_t fraction) { return fraction / thousandths; });
+    std::ranges::transform(fractions, frames.begin(), [](uint64_t fraction) { return fraction / count_unit; });
     return frames;
 }
 
@@ -62,6 +62,12 @@ void count_sizes(const PerFlow &frames, Counters &counters)
         counters.sizes.at(size_class(flows[flow].length)) += frames[flow];
 }
 
+void police(const PerFlow &frames, Counters &counters)
+{
+    counters.in_discards += number_of(frames);
+    counters.in_discard_octets += octets_of(frames);
+}
+
 // The port is offered the frames. What it passes on is left of them.
 void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
 {
@@ -72,9 +78,7 @@ void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
     counters.in_multicast += number_of(frames, Cast::multicast);
     counters.in_broadcast += number_of(frames, Cast::broadcast);
     count_sizes(frames, counters);
-    const PerFlow policed = take(frames, shares.policed);
-    counters.in_discards += number_of(policed);
-    counters.in_discard_octets += octets_of(policed);
+    police(take(frames, shares.policed), counters);
 }
 
 void discard(const PerFlow &frames, Counters &counters)
@@ -121,17 +125,25 @@ DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number)
 
 Counters pon_counters(const Olt &olt, const PonPort &port)
 {
-    const Offered offered = port.traffic.offered(olt.now());
+    const Streams offered = port.traffic.offered(olt.now()).frames;
     const DropShares shares = pon_shares(olt, port);
     Counters counters{};
-    PerFlow up = whole(offered.up);
-    receive(up, shares, counters);
-    PerFlow lost = whole(offered.up_lost);
-    receive(lost, shares, counters);
+    for (const PerFlow &stream : {offered.up, offered.up_lost}) {
+        PerFlow up = whole(stream);
+        receive(up, shares, counters);
+    }
+    counters.in_fcs_errors += number_of(whole(offered.up_errored));
+    PerFlow not_let_in = whole(offered.up_policed);
+    receive(not_let_in, shares, counters);
+    police(not_let_in, counters);
+    const DropShares of_uplink = uplink_shares(olt, uplink_of(port.number));
+    Counters at_uplink{};
     PerFlow down = whole(offered.down);
-    Counters of_uplink{};
-    receive(down, uplink_shares(olt, uplink_of(port.number)), of_uplink);
+    receive(down, of_uplink, at_uplink);
     send(down, shares, counters);
+    PerFlow down_lost = whole(offered.down_lost);
+    receive(down_lost, of_uplink, at_uplink);
+    discard(down_lost, counters);
     return counters;
 }
 
@@ -141,7 +153,7 @@ Counters uplink_counters(const Olt &olt, uint32_t uplink)
     Counters counters{};
     for (const PonPort &port : olt.ports()) {
         if (uplink_of(port.number) != uplink) continue;
-        const Offered offered = port.traffic.offered(olt.now());
+        const Streams offered = port.traffic.offered(olt.now()).frames;
         Counters of_port{};
         PerFlow up = whole(offered.up);
         receive(up, pon_shares(olt, port), of_port);
@@ -149,16 +161,26 @@ Counters uplink_counters(const Olt &olt, uint32_t uplink)
         PerFlow lost = whole(offered.up_lost);
         receive(lost, pon_shares(olt, port), of_port);
         discard(lost, counters);
-        PerFlow down = whole(offered.down);
-        receive(down, shares, counters);
+        for (const PerFlow &stream : {offered.down, offered.down_lost}) {
+            PerFlow down = whole(stream);
+            receive(down, shares, counters);
+        }
     }
     return counters;
 }
 
-Load pon_load(const Olt &olt, const PonPort &port, const Rates &rates)
+Load load_of(const Rates &rates)
 {
-    const bool uplink_is_up = phy_control(olt, uplink_of(port.number)).link_up();
-    return {.in = uplink_is_up ? octets_of(rates.down) * bits : 0, .out = octets_of(rates.up) * bits};
+    return {.in = bandwidth_of(rates.down) * bits / rate_unit, .out = bandwidth_of(rates.up) * bits / rate_unit};
+}
+
+Load pon_load(const PonPort &port)
+{
+    const Streams &streams = port.traffic.streams();
+    Load load = load_of({streams.up, streams.down});
+    for (const PerFlow &up : {streams.up_errored, streams.up_policed, streams.up_lost})
+        load.out += load_of({.up = up}).out;
+    return load;
 }
 
 Load xaui_load(const Olt &olt, uint32_t xaui)
@@ -167,9 +189,11 @@ Load xaui_load(const Olt &olt, uint32_t xaui)
     for (const PonPort &port : olt.ports()) {
         const uint32_t uplink = uplink_of(port.number);
         if (xaui_of(uplink) != xaui || !phy_control(olt, uplink).link_up()) continue;
-        const Load of_port = pon_load(olt, port, port.traffic.rates());
-        load.in += of_port.in;
-        load.out += of_port.out;
+        const Streams &streams = port.traffic.streams();
+        for (const Load &part : {load_of({streams.up, streams.down}), load_of({streams.up_lost, streams.down_lost})}) {
+            load.in += part.in;
+            load.out += part.out;
+        }
     }
     return load;
 }

@@ -52,8 +52,9 @@ struct Load {
     uint64_t in = 0; // from the network
     uint64_t out = 0;
 };
-// Between a PON port and those of its ONUs that are online and have these rates together.
-Load pon_load(const Olt &olt, const PonPort &port, const Rates &rates);
+Load load_of(const Rates &rates);
+// Between a PON port and its ONUs.
+Load pon_load(const PonPort &port);
 Load xaui_load(const Olt &olt, uint32_t xaui);
 
 } // namespace ponsim

@@ -28,6 +28,10 @@ constexpr uint32_t to_llid(uint32_t onu_id)
 {
     return onu_id + 1;
 }
+constexpr uint32_t to_onu_id(uint32_t llid)
+{
+    return llid - 1;
+}
 
 LlidBehavior llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid);
 Plan set_llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid, const LlidBehavior &behavior);

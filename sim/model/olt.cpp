@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "bsp_pon.h"
+#include "model/demand.h"
 #include "model/interfaces.h"
+#include "model/llid.h"
 
 namespace ponsim
 {
@@ -166,8 +168,8 @@ std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
     return result;
 }
 
-// The ids, by PON port, of ONUs that may come online or go offline by the change. A port without any may gain or lose
-// its uplink.
+// The ids, by PON port, of ONUs that may come online or go offline by the change, or demand something else. Of a port
+// without any the traffic may change all the same: with its grants, its uplink, or another port of that.
 std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
 {
     std::map<uint32_t, OnuIds> ids;
@@ -191,17 +193,32 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
             if (row.channel == BSP_MSG_DEBUG && row.command == BSP_CMD_DEBUG_GE_PHY_SET &&
                 uplink_of(port.number) == row.pon_port)
                 ids[port.number];
+            if (row.channel != BSP_MSG_PLAT || row.pon_port != port.number) continue;
+            if (row.command == BSP_CMD_MPCP_SET) ids[port.number];
+            if (row.command == BSP_CMD_LLID_BEHAVIOR_SET) ids[port.number].set(to_onu_id(row.index));
         }
+    for (const auto &row : change.loops)
+        if (const std::optional<uint32_t> onu_id = id_at(row.place.pon_port, row.place.mac))
+            ids[row.place.pon_port].set(*onu_id);
+    const std::map<uint32_t, OnuIds> of_themselves = ids;
+    for (const auto &[pon_port, onu_ids] : of_themselves)
+        for (const PonPort &port : pon_ports)
+            if (uplink_of(port.number) == uplink_of(pon_port)) ids[port.number];
     return ids;
 }
 
-void Olt::add_to_traffic(PonPort &port, const OnuIds &onu_ids, void (Traffic::*add)(const Rates &)) const
+void Olt::follow_demand(const std::map<uint32_t, OnuIds> &concerned)
 {
-    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
-        if (!onu_ids[onu_id]) continue;
-        const std::optional<Binding> &binding = port.bindings[onu_id];
-        if (binding && port.online(*binding)) (port.traffic.*add)(rates_of(own_seed, binding->mac));
+    std::map<uint32_t, std::vector<Traffic *>> by_uplink;
+    for (const auto &[pon_port, onu_ids] : concerned) {
+        PonPort &port = pon_ports.at(pon_port - 1);
+        for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+            if (onu_ids[onu_id]) port.traffic.set(onu_id, demand_of(*this, port, onu_id));
+        port.traffic.set_capacity(capacity_of(mpcp_of(*this, pon_port), port.traffic.online()));
+        by_uplink[uplink_of(pon_port)].push_back(&port.traffic);
     }
+    for (const auto &[uplink, ports] : by_uplink)
+        Traffic::share(ports, phy_control(*this, uplink).link_up());
 }
 
 void Olt::add_traffic(Change &change) const
@@ -214,11 +231,8 @@ void Olt::apply(const Change &change)
 {
     const std::map<uint32_t, OnuIds> traffic_of = concerned(change);
     time = change.now.value_or(time);
-    for (const auto &[pon_port, onu_ids] : traffic_of) {
-        PonPort &port = pon_ports.at(pon_port - 1);
-        port.traffic.settle(time);
-        add_to_traffic(port, onu_ids, &Traffic::remove);
-    }
+    for (const auto &[pon_port, onu_ids] : traffic_of)
+        pon_ports.at(pon_port - 1).traffic.settle(time);
     std::vector<std::pair<uint32_t, Mac>> moved; // ONUs, and at which port
     for (const auto &[pon_port, onu_id, binding] : change.bindings) {
         if (const auto &old = pon_ports.at(pon_port - 1).bindings.at(onu_id)) moved.push_back({pon_port, old->mac});
@@ -311,11 +325,7 @@ void Olt::apply(const Change &change)
             profiles.erase(id);
     }
     lights.follow(*this, change);
-    for (const auto &[pon_port, onu_ids] : traffic_of) {
-        PonPort &port = pon_ports.at(pon_port - 1);
-        add_to_traffic(port, onu_ids, &Traffic::add);
-        port.traffic.set_uplink(phy_control(*this, uplink_of(pon_port)).link_up());
-    }
+    follow_demand(traffic_of);
     for (const auto &[pon_port, offered] : change.traffic)
         pon_ports.at(pon_port - 1).traffic.restore(offered);
     forwarding.follow(*this, change, moved);

@@ -185,7 +185,7 @@ public:
     };
     const std::set<Due> &registrations() const { return due; }
 
-    // Adds to the change what PON ports have been offered until now, where it may end or begin an ONU's traffic.
+    // Adds to the change what PON ports have been offered until now, where it may change their traffic.
     void add_traffic(Change &change) const;
     // Ports and ids of the change must exist.
     void apply(const Change &change);
@@ -194,7 +194,7 @@ public:
 
 private:
     std::map<uint32_t, OnuIds> concerned(const Change &change) const;
-    void add_to_traffic(PonPort &port, const OnuIds &onu_ids, void (Traffic::*add)(const Rates &)) const;
+    void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
     void forget(const Place &place);
 
     uint64_t own_seed;

@@ -24,7 +24,7 @@ struct Line {
     uint32_t discarded;
 
     // The ports take the ONU's frames in turn: added up, they have them all.
-    uint64_t share(uint64_t rate, ModelTime time) const { return (rate * time / ms_per_second + rank) / lines; }
+    uint64_t share(uint64_t rate, ModelTime time) const { return (rate * time / count_unit + rank) / lines; }
 };
 
 std::optional<Line> line_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
@@ -56,16 +56,17 @@ void pass(const Flow &flow, uint64_t frames, uint64_t UniCounters::Count::*direc
 }
 
 // All since the ONU began to monitor. None of it ever shrinks with time.
-UniCounters counted(const Line &line, const Rates &rates, ModelTime time)
+UniCounters counted(const Line &line, const Traffic::Onu &traffic, ModelTime time)
 {
     UniCounters counters{};
     for (size_t index = 0; index < flows.size(); ++index) {
-        const uint64_t down = line.share(rates.down[index], time);
+        const uint64_t down = line.share(traffic.passed.down[index], time);
         const uint64_t discarded = down * line.discarded / million;
         counters.discarded.down += discarded;
         pass(flows[index], down - discarded, &UniCounters::Count::down, counters);
-        // What the ONU sends on is what it received well.
-        pass(flows[index], line.share(rates.up[index], time), &UniCounters::Count::up, counters);
+        // What the ONU sends on is what it received well, and had grants for.
+        pass(flows[index], line.share(traffic.passed.up[index], time), &UniCounters::Count::up, counters);
+        counters.discarded.up += line.share(traffic.dropped[index], time);
     }
     counters.crc_errored.up = counters.frames.up * line.crc_errored / million;
     counters.fragments.up = counters.frames.up * line.fragments / million;
@@ -103,8 +104,8 @@ UniCounters uni_counters(const Olt &olt, const RemoteOnu &onu, uint32_t uni, con
 {
     const std::optional<Line> line = line_of(olt, onu, uni);
     if (!line) return {};
-    const Rates rates = rates_of(olt.seed(), onu.binding->mac);
-    return difference(counted(*line, rates, time.to), counted(*line, rates, time.from));
+    const Traffic::Onu &traffic = onu.port->traffic.onu(onu.onu_id);
+    return difference(counted(*line, traffic, time.to), counted(*line, traffic, time.from));
 }
 
 } // namespace ponsim

@@ -1,6 +1,6 @@
 // Performance monitoring: what an ONU counts at its UNI ports, period by period. Its traffic is divided among those
-// that have a link, so that together they count what the ONU offers the PON port and is offered there. The counts
-// follow from its rates and from how long it has been counting; nothing has to happen in between.
+// that have a link, so that together they count what the ONU sends to the PON port and is sent from there. The counts
+// follow from its rates now and from how long it has been counting; nothing has to happen in between.
 #pragma once
 
 #include <array>

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <functional>
 
+#include "model/bandwidth.h"
+#include "model/interfaces.h"
 #include "model/random.h"
+#include "model/sla.h"
 
 namespace ponsim
 {
@@ -21,9 +24,49 @@ void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
 }
 
 template <class Operation>
-void combine(PerFlow &sum, const PerFlow &other, Operation operation)
+PerFlow combine(PerFlow one, const PerFlow &other, Operation operation)
 {
-    std::ranges::transform(sum, other, sum.begin(), operation);
+    std::ranges::transform(one, other, one.begin(), operation);
+    return one;
+}
+
+void add(PerFlow &sum, const PerFlow &rates)
+{
+    sum = combine(sum, rates, std::plus());
+}
+
+PerFlow without(const PerFlow &rates, const PerFlow &part)
+{
+    return combine(rates, part, std::minus());
+}
+
+// What of the frames of an ONU is broken on the fibre, by shares of a million. What is too little for a flow of its own
+// adds to that of the next one.
+PerFlow broken(const PerFlow &sent, const PerFlow &shares)
+{
+    constexpr uint64_t million = 1000000;
+    PerFlow result{};
+    uint64_t millionths = 0;
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        millionths += sent[flow] * shares[flow];
+        result[flow] = std::min(sent[flow], millionths / million);
+        millionths -= result[flow] * million;
+    }
+    return result;
+}
+
+// What the OLT lets in of the frames that it receives from an ONU.
+PerFlow let_in(const PerFlow &received, const Demand &demand)
+{
+    PerFlow result = received;
+    for (size_t cast = 0; cast < demand.let_in.size(); ++cast) {
+        if (!demand.let_in[cast]) continue;
+        PerFlow of_cast{};
+        for (size_t flow = 0; flow < flows.size(); ++flow)
+            if (static_cast<size_t>(flows[flow].cast) == cast) of_cast[flow] = received[flow];
+        result = without(result, without(of_cast, cut(of_cast, *demand.let_in[cast])));
+    }
+    return result;
 }
 
 } // namespace
@@ -33,8 +76,8 @@ Rates rates_of(uint64_t seed, const Mac &mac)
     Random random = random_for(seed, Purpose::traffic, mac);
     Rates rates;
     for (size_t flow = 0; flow < flows.size(); ++flow) {
-        rates.up[flow] = 1 + random.below(most_up[flow]);
-        rates.down[flow] = 1 + random.below(most_down[flow]);
+        rates.up[flow] = rate_unit * (1 + random.below(most_up[flow]));
+        rates.down[flow] = rate_unit * (1 + random.below(most_down[flow]));
     }
     return rates;
 }
@@ -42,25 +85,97 @@ Rates rates_of(uint64_t seed, const Mac &mac)
 Offered Traffic::offered(ModelTime now) const
 {
     Offered result = settled;
-    const ModelTime passed = now - settled.until;
-    accumulate(uplink_is_up ? result.up : result.up_lost, total.up, passed);
-    if (uplink_is_up) accumulate(result.down, total.down, passed);
+    for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
+                                     &Streams::down, &Streams::down_lost})
+        accumulate(result.frames.*stream, passing.*stream, now - settled.until);
     result.until = now;
     return result;
 }
 
-void Traffic::add(const Rates &rates)
+void Traffic::set(uint32_t onu_id, const std::optional<Demand> &demand)
 {
-    combine(total.up, rates.up, std::plus());
-    combine(total.down, rates.down, std::plus());
-    ++onus;
+    if (demand)
+        onus[onu_id] = {*demand};
+    else
+        onus.erase(onu_id);
 }
 
-void Traffic::remove(const Rates &rates)
+const Traffic::Onu &Traffic::onu(uint32_t onu_id) const
 {
-    combine(total.up, rates.up, std::minus());
-    combine(total.down, rates.down, std::minus());
-    --onus;
+    static const Onu none{};
+    const auto found = onus.find(onu_id);
+    return found == onus.end() ? none : found->second;
+}
+
+Bandwidth Traffic::wanted_down() const
+{
+    Bandwidth sum = 0;
+    for (const auto &[onu_id, onu] : onus)
+        sum += bandwidth_of(onu.demand.wanted.down);
+    return sum;
+}
+
+// The network sends what the uplink has room for, and the port what the SLAs and its line have room for.
+void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
+{
+    passing.down = {};
+    passing.down_lost = {};
+    Bandwidth total = 0;
+    for (auto &[onu_id, onu] : onus) {
+        const PerFlow &down = onu.demand.wanted.down;
+        const PerFlow sent = cut(down, portion(bandwidth_of(down), room, wanted));
+        add(passing.down_lost, sent);
+        onu.passed.down = cut(sent, onu.demand.most_down);
+        total += bandwidth_of(onu.passed.down);
+    }
+    for (auto &[onu_id, onu] : onus) {
+        PerFlow &down = onu.passed.down;
+        down = cut(down, portion(bandwidth_of(down), capacity.down, total));
+        add(passing.down, down);
+    }
+    passing.down_lost = without(passing.down_lost, passing.down);
+}
+
+// The ONUs send what they are granted.
+void Traffic::pass_up()
+{
+    passing.up = {};
+    passing.up_errored = {};
+    passing.up_policed = {};
+    std::vector<Want> wants;
+    for (const auto &[onu_id, onu] : onus)
+        wants.push_back({bandwidth_of(onu.demand.wanted.up), onu.demand.sla});
+    const std::vector<Bandwidth> granted = grants(capacity.up, wants);
+    auto grant = granted.begin();
+    for (auto &[onu_id, onu] : onus) {
+        onu.passed.up = cut(onu.demand.wanted.up, *grant++);
+        onu.dropped = without(onu.demand.wanted.up, onu.passed.up);
+        const PerFlow errored = broken(onu.passed.up, onu.demand.errored);
+        const PerFlow received = without(onu.passed.up, errored);
+        const PerFlow passed_on = let_in(received, onu.demand);
+        add(passing.up, passed_on);
+        add(passing.up_errored, errored);
+        add(passing.up_policed, without(received, passed_on));
+    }
+}
+
+void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
+{
+    const Bandwidth room = uplink_is_up ? kbits(uplink_rate) : 0;
+    Bandwidth wanted_down = 0;
+    for (const Traffic *port : ports)
+        wanted_down += port->wanted_down();
+    Bandwidth up = 0;
+    for (Traffic *port : ports) {
+        port->pass_down(room, wanted_down);
+        port->pass_up();
+        up += bandwidth_of(port->passing.up);
+    }
+    for (Traffic *port : ports) {
+        const PerFlow received = port->passing.up;
+        port->passing.up = cut(received, portion(bandwidth_of(received), room, up));
+        port->passing.up_lost = without(received, port->passing.up);
+    }
 }
 
 } // namespace ponsim

@@ -88,8 +88,7 @@ constexpr char schema[] =
     " manual INTEGER NOT NULL, recovery_time INTEGER NOT NULL, interval INTEGER NOT NULL, detected INTEGER NOT NULL,"
     " recovered INTEGER NOT NULL) STRICT;"
     "CREATE TABLE timeline(one INTEGER PRIMARY KEY CHECK(one = 1), done INTEGER NOT NULL) STRICT;"
-    "CREATE TABLE traffic(pon_port INTEGER PRIMARY KEY, until INTEGER NOT NULL, up BLOB NOT NULL,"
-    " up_lost BLOB NOT NULL, down BLOB NOT NULL) STRICT;"
+    "CREATE TABLE traffic(pon_port INTEGER PRIMARY KEY, until INTEGER NOT NULL, frames BLOB NOT NULL) STRICT;"
     "CREATE TABLE clock(one INTEGER PRIMARY KEY CHECK(one = 1),"
     // At most ten thousand years, which leaves room for what is to happen after.
     " now INTEGER NOT NULL CHECK(now BETWEEN 0 AND 315360000000000)) STRICT;";
@@ -105,12 +104,12 @@ std::string bytes(const Statement &statement, int column)
     return {found.begin(), found.end()};
 }
 
-PerFlow frames(const Statement &statement, int column)
+Streams frames(const Statement &statement, int column)
 {
     const std::span<const uint8_t> found = statement.bytes(column);
-    PerFlow frames;
+    Streams frames;
     if (found.size() != sizeof frames) throw StoreError("a count of frames in it is damaged");
-    std::memcpy(frames.data(), found.data(), sizeof frames);
+    std::memcpy(&frames, found.data(), sizeof frames);
     return frames;
 }
 
@@ -124,9 +123,9 @@ std::span<const uint8_t> bytes(const std::vector<int32_t> &values)
     return {reinterpret_cast<const uint8_t *>(values.data()), values.size() * sizeof values[0]};
 }
 
-std::span<const uint8_t> bytes(const PerFlow &frames)
+std::span<const uint8_t> bytes(const Streams &frames)
 {
-    return {reinterpret_cast<const uint8_t *>(frames.data()), sizeof frames};
+    return {reinterpret_cast<const uint8_t *>(&frames), sizeof frames};
 }
 
 Mac mac(const Statement &statement, int column)
@@ -219,7 +218,7 @@ struct Store::Statements {
           drop_profile(db, "DELETE FROM profile WHERE kind = ? AND id = ?"),
           put_loop_detection(db, "REPLACE INTO loop_detection VALUES(1, ?, ?, ?, ?, ?, ?)"),
           put_timeline(db, "REPLACE INTO timeline VALUES(1, ?)"),
-          put_traffic(db, "REPLACE INTO traffic VALUES(?, ?, ?, ?, ?)"),
+          put_traffic(db, "REPLACE INTO traffic VALUES(?, ?, ?)"),
           put_clock(db, "REPLACE INTO clock VALUES(1, ?)")
     {
     }
@@ -425,9 +424,7 @@ Change Store::load() const
     if (timeline.row()) change.events_done = word(timeline, 0);
     Statement traffic(db.get(), "SELECT * FROM traffic ORDER BY pon_port");
     while (traffic.row())
-        change.traffic.push_back(
-            {port(traffic),
-             {static_cast<ModelTime>(traffic.number(1)), frames(traffic, 2), frames(traffic, 3), frames(traffic, 4)}});
+        change.traffic.push_back({port(traffic), {static_cast<ModelTime>(traffic.number(1)), frames(traffic, 2)}});
     Statement clock(db.get(), "SELECT now FROM clock");
     if (clock.row()) change.now = static_cast<ModelTime>(clock.number(0));
     return change;
@@ -690,9 +687,7 @@ void Store::write_rows(const Change &change)
     for (const auto &[pon_port, offered] : change.traffic)
         statements->put_traffic.bind(pon_port)
             .bind(static_cast<int64_t>(offered.until))
-            .bind(bytes(offered.up))
-            .bind(bytes(offered.up_lost))
-            .bind(bytes(offered.down))
+            .bind(bytes(offered.frames))
             .run();
     if (change.now) statements->put_clock.bind(static_cast<int64_t>(*change.now)).run();
 }

@@ -157,7 +157,7 @@ TEST(ExtendedOam, WithoutItTheTrafficOfAnOnuThatIsTurnedAwayEnds)
     const Olt &olt = desk.simulator.olt();
     const Offered before = desk.port(1).traffic.offered(olt.now());
     desk.simulator.advance(olt.now() + 60 * ms_per_second);
-    EXPECT_EQ(desk.port(1).traffic.offered(olt.now()).up, before.up);
+    EXPECT_EQ(desk.port(1).traffic.offered(olt.now()).frames, before.frames);
     EXPECT_TRUE(olt.fdb().entries({.network = false, .port = 1}, olt.now()).empty());
 }
 

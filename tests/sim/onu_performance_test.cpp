@@ -96,11 +96,12 @@ struct Monitored : Desk {
 
 namespace at = layout::onu_performance;
 
+// In frames a second.
 uint64_t sum_of(const PerFlow &rates)
 {
     uint64_t sum = 0;
     for (uint64_t rate : rates)
-        sum += rate;
+        sum += rate / rate_unit;
     return sum;
 }
 

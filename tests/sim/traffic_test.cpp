@@ -57,8 +57,8 @@ uint64_t sent_by_onus(const Busy &busy, uint32_t pon_port)
 {
     const Offered offered = busy.olt().port(pon_port)->traffic.offered(busy.olt().now());
     uint64_t frames = 0;
-    for (uint64_t thousandths : offered.up)
-        frames += thousandths / 1000;
+    for (uint64_t count : offered.frames.up)
+        frames += count / count_unit;
     return frames;
 }
 
