@@ -210,9 +210,9 @@ TEST(Load, IsOfAnOnuByAddressOrByName)
     topology->ports[0].arrivals[1].load_up = 5000;
     const Olt olt({.ports = 1, .topology = topology});
     const Mac mac = olt.port(1)->arrivals[1].mac;
-    EXPECT_EQ(control_onu(olt, 1, "attic"), mac);
-    EXPECT_EQ(control_onu(olt, 1, to_text(mac)), mac);
-    EXPECT_THROW(control_onu(olt, 1, "cellar"), ControlError);
+    EXPECT_EQ(control_onu(*olt.port(1), "attic"), mac);
+    EXPECT_EQ(control_onu(*olt.port(1), to_text(mac)), mac);
+    EXPECT_THROW(control_onu(*olt.port(1), "cellar"), ControlError);
 }
 
 TEST(Load, OfAScenarioHoldsUntilAnotherIsTold)
