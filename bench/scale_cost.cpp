@@ -82,6 +82,7 @@ size_t memory_of(pid_t process)
 // Serves a scenario's OLTs from a child, in folders of their names.
 Server serve(const ponsim::Scenario &scenario, const std::string &folder)
 {
+    std::filesystem::create_directories(folder);
     return Server(any_processor, [&](int ready) {
         const ponsim::Access access;
         std::list<ponsim::Host> hosts;
@@ -132,8 +133,9 @@ uint32_t ask_onu()
 
 uint32_t ask_by_datagram()
 {
-    uint8_t block[4096];
-    return bsp_profile_exec_get_(BSP_CMD_PROFILE_LINE_LIST, "", 0, block, sizeof block);
+    char nothing[] = "";
+    uint8_t block[4092];
+    return bsp_profile_exec_get_(BSP_CMD_PROFILE_LINE_LIST, nothing, 0, block, sizeof block);
 }
 
 constexpr Kind kinds[] = {
@@ -195,7 +197,7 @@ int main()
         std::printf("%6zu ONUs of 5 OLTs in one process: %zu KiB, %.2f KiB an ONU\n", onus, memory,
                     static_cast<double>(memory) / onus);
         const Server small = serve(scenario_of(1, 2, 8, "registered"), folder + "/small");
-        measure_requests(folder + "/small/olt", 16);
+        measure_requests(folder + "/small/olt-1", 16);
         measure_requests(folder + "/large/olt-1", onus);
     }
     std::filesystem::remove_all(folder);

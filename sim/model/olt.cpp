@@ -168,15 +168,31 @@ std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
     return result;
 }
 
+namespace
+{
+
+// Whether the same ONU is bound, and what else of the binding counts for its traffic is the same, too.
+bool same_traffic(const std::optional<Binding> &before, const std::optional<Binding> &now)
+{
+    return before && now && before->mac == now->mac && before->exempt == now->exempt && before->sla == now->sla &&
+           before->sla_down == now->sla_down;
+}
+
+} // namespace
+
 // The ids, by PON port, of ONUs that may come online or go offline by the change, or demand something else. Of a port
 // without any the traffic may change all the same: with its grants, its uplink, or another port of that.
 std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
 {
     std::map<uint32_t, OnuIds> ids;
     for (const auto &row : change.bindings)
-        ids[row.pon_port].set(row.onu_id);
-    for (const auto &row : change.onus)
-        if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
+        if (!same_traffic(pon_ports.at(row.pon_port - 1).bindings.at(row.onu_id), row.binding))
+            ids[row.pon_port].set(row.onu_id);
+    for (const auto &row : change.onus) {
+        const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac);
+        const bool absent = !row.record.present() && !pon_ports.at(row.pon_port - 1).record(row.mac).present();
+        if (onu_id && !absent) ids[row.pon_port].set(*onu_id);
+    }
     for (const auto &row : change.ports)
         ids[row.pon_port].set();
     for (const auto &row : change.auth)
@@ -185,8 +201,6 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
         if (port(row.cage)) ids[row.cage].set();
     for (const auto &row : change.upgrade_runs)
         if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
-    for (const auto &row : change.fibre)
-        ids[row.pon_port].set();
     for (const auto &row : change.blocks)
         for (const PonPort &port : pon_ports) {
             if (is_oui(row)) ids[port.number].set();
