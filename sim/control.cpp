@@ -16,7 +16,22 @@ constexpr ModelTime longest_step = 10ull * 365 * 24 * 3600; // s: ten years
 
 std::string seconds(ModelTime time)
 {
-    return std::to_string(time / ms_per_second) + " s of model time";
+    std::string text = std::to_string(time / ms_per_second);
+    if (const ModelTime rest = time % ms_per_second)
+        text += '.' + std::to_string(ms_per_second + rest).substr(1); // with its leading zeros
+    return text + " s of model time";
+}
+
+// Seconds with up to three decimals.
+ModelTime read_seconds(const std::string &word)
+{
+    const size_t point = word.find('.');
+    std::string decimals = point == std::string::npos ? "000" : word.substr(point + 1);
+    if (decimals.empty() || decimals.size() > 3)
+        throw ControlError(word + ": expected seconds with at most three decimals, as 90 or 0.25");
+    decimals.resize(3, '0');
+    return control_number(word.substr(0, point), 0, longest_step) * ms_per_second +
+           control_number(decimals, 0, ms_per_second - 1);
 }
 
 std::string help_line(std::string head, std::string_view brief)
@@ -145,7 +160,7 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
     }
     if (name == "step") {
         if (words.size() != 1) throw ControlError("step: expected a number of seconds");
-        clock.step(control_number(words[0], 0, longest_step) * ms_per_second);
+        clock.step(read_seconds(words[0]));
         simulator.advance(clock.now());
         simulator.keep_time();
         return seconds(simulator.olt().now()) + '\n';

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "access.h"
 #include "clock.h"
@@ -15,7 +16,8 @@ namespace ponsim
 {
 
 struct HostOptions {
-    std::string socket_dir;
+    std::string name = {}; // that it has in a scenario or folder; may be empty
+    std::string socket_dir = {};
     uint32_t socket_mode = 0660;
     std::string state = {}; // its file; empty: in memory only
     bool fresh = false;     // what is in the file is discarded
@@ -24,6 +26,11 @@ struct HostOptions {
     double speed = 1;
     std::string record = {}; // the file that exchanges are appended to; empty: none
 };
+
+// What each of a scenario's OLTs is served with; without OLTs: those of the state's folder, or the one that `together`
+// describes. Several, and those whose state is in a folder, have sockets and states that are named after them in the
+// folders of `together`. Makes the folders. Throws std::runtime_error: they cannot be made, and StoreError.
+std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenario);
 
 class Host
 {

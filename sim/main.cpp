@@ -2,20 +2,16 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <CLI/CLI.hpp>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include "board/ipc.h"
+#include "board/service.h"
 #include "control.h"
+#include "control_client.h"
 #include "host.h"
 #include "replay.h"
 #include "scenario.h"
@@ -57,13 +53,14 @@ struct Options {
     std::string olt; // that it is for; empty: the only one
 };
 
-std::string default_state()
+// A file, or a folder for those of several OLTs.
+std::string default_state(size_t olts)
 {
-    if (geteuid() == 0) return "/var/lib/ponsim/olt.db";
-    if (const char *state = getenv("XDG_STATE_HOME"); state && *state == '/')
-        return std::string(state) + "/ponsim/olt.db";
+    const std::string name = olts > 1 ? "/ponsim/olts" : "/ponsim/olt.db";
+    if (geteuid() == 0) return "/var/lib" + name;
+    if (const char *state = getenv("XDG_STATE_HOME"); state && *state == '/') return state + name;
     const char *home = getenv("HOME");
-    return std::string(home ? home : ".") + "/.local/state/ponsim/olt.db";
+    return (home ? home : ".") + ("/.local/state" + name);
 }
 
 CLI::Validator octal_mode()
@@ -88,7 +85,7 @@ void declare(CLI::App &app, Options &options)
         ->capture_default_str()
         ->type_name("MODE");
     app.add_option("--state", options.state, "Where the OLT's state is kept; none keeps it in memory only")
-        ->default_str(default_state())
+        ->default_str(default_state(1))
         ->type_name("FILE");
     app.add_flag("--fresh", options.fresh, "Discard the state that the file has, and start over");
     CLI::Option *scenario =
@@ -144,24 +141,14 @@ int control(const Options &options)
     std::string line;
     for (const std::string &word : options.words)
         line += (line.empty() ? "" : " ") + word;
-    if (line.size() > IPC_MAX_LENGTH) return fail("the command is too long", exit_usage);
     const char *set = getenv("BOARD_IPC_DIR");
     std::string socket_dir = options.socket_dir.empty() && set ? set : options.socket_dir;
     if (!options.olt.empty()) {
         if (socket_dir.empty()) return fail("--olt needs the sockets' folder: add --socket-dir DIR", exit_usage);
         socket_dir += '/' + options.olt;
     }
-    // Before the board library looks for its folder, which it does once.
-    if (!socket_dir.empty()) setenv("BOARD_IPC_DIR", socket_dir.c_str(), 1);
-    std::string said(IPC_MAX_LENGTH, '\0');
-    auto length = static_cast<uint32_t>(said.size());
-    uint32_t status = 0;
-    const int32_t result = ipc_get_exec(ponsim::control_module, ponsim::control_channel, line.data(),
-                                        static_cast<uint32_t>(line.size()), said.data(), &length, &status);
-    if (result != IPC_OK) return fail(std::string(board_ipc_directory()) + ": " + ipc_strerror(result), exit_failure);
-    said.resize(length);
-    if (status != 0) return fail(said, exit_usage);
-    fputs(said.c_str(), stdout);
+    if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
+    fputs(ponsim::send_control(line).c_str(), stdout);
     return EXIT_SUCCESS;
 }
 
@@ -173,63 +160,6 @@ std::string socket_directory(const Options &options)
 uint32_t mode_bits(const Options &options)
 {
     return static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
-}
-
-ponsim::Scenario scenario_of(const std::string &file)
-{
-    std::ifstream in(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), {}};
-    if (in.bad()) throw ponsim::ScenarioError(file + ": cannot be read");
-    return ponsim::read_scenario(text, file);
-}
-
-// What is served, and where; an empty state is in memory only.
-struct Served {
-    std::filesystem::path socket_dir;
-    std::filesystem::path state;
-    std::vector<ponsim::HostOptions> hosts;
-};
-
-// Several OLTs, and those whose state is in a folder, have sockets and states that are named after them in there.
-Served served_by(const Options &options)
-{
-    const std::filesystem::path socket_dir = socket_directory(options);
-    ponsim::HostOptions common;
-    common.socket_mode = mode_bits(options);
-    common.fresh = options.fresh;
-    common.wanted = options.wanted;
-    common.speed = options.speed;
-
-    std::map<std::string, std::shared_ptr<const ponsim::OltScenario>> olts; // by name; null: that of the state
-    if (!options.scenario.empty())
-        for (const ponsim::OltScenario &olt : scenario_of(options.scenario).olts)
-            olts[olt.name] = std::make_shared<const ponsim::OltScenario>(olt);
-    const bool kept = options.state != "none";
-    std::filesystem::path state = options.state.empty() ? default_state() : options.state;
-    if (options.state.empty() && olts.size() > 1) state.replace_filename("olts");
-    const bool in_folder = olts.size() > 1 || (kept && std::filesystem::is_directory(state));
-    if (in_folder && olts.empty()) {
-        for (const auto &entry : std::filesystem::directory_iterator(state))
-            if (entry.path().extension() == ".db") olts[entry.path().stem().string()] = nullptr;
-        if (olts.empty()) throw ponsim::StoreError(state.string() + ": a folder without NAME.db; add --scenario FILE");
-    }
-    if (olts.empty()) olts[""] = nullptr;
-
-    if (kept) {
-        const std::filesystem::path folder = in_folder ? state : state.parent_path();
-        if (!folder.empty()) std::filesystem::create_directories(folder);
-    }
-    // As the board's library makes it.
-    if (in_folder) mkdir(socket_dir.c_str(), 0755);
-    Served served{socket_dir, kept ? state : "", {}};
-    for (const auto &[name, scenario] : olts) {
-        ponsim::HostOptions &host = served.hosts.emplace_back(common);
-        host.scenario = scenario;
-        host.socket_dir = in_folder ? socket_dir / name : socket_dir;
-        if (!options.record.empty()) host.record = in_folder ? options.record + "." + name : options.record;
-        if (kept) host.state = in_folder ? state / (name + ".db") : state;
-    }
-    return served;
 }
 
 // What the line that tells that it serves says of the OLTs.
@@ -278,13 +208,25 @@ int replay(const Options &options)
 int serve(const Options &options, const ponsim::Access &access)
 {
     const sigset_t stop = block_stop_signals();
-    const Served served = served_by(options);
+    ponsim::Scenario scenario;
+    if (!options.scenario.empty()) scenario = ponsim::read_scenario_file(options.scenario);
+    ponsim::HostOptions together;
+    together.socket_dir = socket_directory(options);
+    together.socket_mode = mode_bits(options);
+    together.fresh = options.fresh;
+    together.wanted = options.wanted;
+    together.speed = options.speed;
+    together.record = options.record;
+    if (options.state.empty())
+        together.state = default_state(scenario.olts.size());
+    else if (options.state != "none")
+        together.state = options.state;
     std::vector<std::unique_ptr<ponsim::Host>> hosts;
-    for (const ponsim::HostOptions &each : served.hosts)
+    for (const ponsim::HostOptions &each : ponsim::host_each(together, std::move(scenario)))
         hosts.push_back(std::make_unique<ponsim::Host>(each, access));
 
-    printf("ponsim: serving on %s (%s, state %s)\n", served.socket_dir.c_str(), describe(hosts).c_str(),
-           served.state.empty() ? "none" : served.state.c_str());
+    printf("ponsim: serving on %s (%s, state %s)\n", together.socket_dir.c_str(), describe(hosts).c_str(),
+           together.state.empty() ? "none" : together.state.c_str());
     fflush(stdout);
     int signal;
     sigwait(&stop, &signal);
@@ -313,10 +255,12 @@ int main(int argc, char **argv)
         if (app.got_subcommand("ctl")) return control(options);
         if (app.got_subcommand("replay")) return replay(options);
         if (options.check) {
-            fputs(ponsim::summary_of(scenario_of(options.scenario)).c_str(), stdout);
+            fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
             return EXIT_SUCCESS;
         }
         return serve(options, access);
+    } catch (const ponsim::ControlError &error) {
+        return fail(error.what(), exit_usage);
     } catch (const ponsim::ScenarioError &error) {
         return fail(error.what(), exit_usage);
     } catch (const std::exception &error) {

@@ -1,7 +1,11 @@
 #include "scenario.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iterator>
 #include <map>
 
 #include "control.h"
@@ -558,6 +562,14 @@ Scenario read_scenario(std::string_view text, const std::string &name)
     for (OltScenario &olt : scenario.olts)
         add_events(olt, events);
     return scenario;
+}
+
+Scenario read_scenario_file(const std::string &file)
+{
+    std::ifstream in(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    if (!in) throw ScenarioError(file + ": cannot be read: " + std::strerror(errno));
+    return read_scenario(text, file);
 }
 
 void power_up(const Olt &olt, Change &change)

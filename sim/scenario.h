@@ -45,6 +45,7 @@ struct Scenario {
 
 // Reads a text; `name` is that of its file, for errors. Throws ScenarioError.
 Scenario read_scenario(std::string_view text, const std::string &name);
+Scenario read_scenario_file(const std::string &file);
 
 // Adds to `change` that all ONUs are switched on when the OLT is.
 void power_up(const Olt &olt, Change &change);

@@ -5,7 +5,10 @@
 #include <cstring>
 #include <memory>
 
+#include "board/service.h"
+#include "board/util.h"
 #include "generated/record_length.h"
+#include "settings.h"
 #include "trace_writer.h"
 #include "transport.h"
 
@@ -106,6 +109,29 @@ int32_t ipc_dgram_set_exec(uint32_t module, uint32_t msg_type, const void *reque
                            uint32_t *status)
 {
     return board::set(BOARD_CALL_DGRAM_SET, module, msg_type, request, request_length, status);
+}
+
+void board_ipc_use_directory(const char *directory)
+{
+    try {
+        board::choose_directory(directory);
+        board::renew_transports();
+        board::this_threads_client().transport->drop();
+    } catch (const std::exception &error) {
+        userlog_err(__func__, __LINE__, "%s", error.what());
+    }
+}
+
+const char *board_ipc_use_thread_directory(const char *directory)
+{
+    try {
+        const char *const before = board::choose_thread_directory(directory);
+        board::this_threads_client().transport->drop();
+        return before;
+    } catch (const std::exception &error) {
+        userlog_err(__func__, __LINE__, "%s", error.what());
+        return nullptr;
+    }
 }
 
 const char *ipc_strerror(int32_t value)

@@ -312,7 +312,7 @@ board_service *board_service_start(const board_service_config *config)
 {
     try {
         auto service = std::make_unique<board_service>(*config);
-        if (service->start(config->directory ? config->directory : settings().directory)) return service.release();
+        if (service->start(config->directory ? config->directory : current_directory())) return service.release();
     } catch (const std::exception &thrown) {
         userlog_err(__func__, __LINE__, "the service does not start: %s", thrown.what());
     }

@@ -1,10 +1,12 @@
 #include "settings.h"
 
+#include <atomic>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -50,6 +52,30 @@ std::string default_directory()
     return directory_in_tmp();
 }
 
+// Every folder that was ever chosen, each once: other threads may still be reading its name. No lock, because a child
+// may be forked in the middle.
+struct Chosen {
+    std::string directory;
+    const Chosen *before;
+};
+std::atomic<const Chosen *> all_chosen{nullptr};
+
+// Null for null.
+const std::string *keep(const char *directory)
+{
+    if (!directory) return nullptr;
+    const Chosen *last = all_chosen.load(std::memory_order_acquire);
+    for (const Chosen *each = last; each; each = each->before)
+        if (each->directory == directory) return &each->directory;
+    auto *const chosen = new Chosen{directory, last};
+    while (!all_chosen.compare_exchange_weak(chosen->before, chosen, std::memory_order_acq_rel))
+        continue;
+    return &chosen->directory;
+}
+
+std::atomic<const std::string *> chosen_by_process{nullptr};
+thread_local const std::string *chosen_by_thread = nullptr;
+
 } // namespace
 
 const Settings &settings()
@@ -62,6 +88,25 @@ const Settings &settings()
         return s;
     }();
     return instance;
+}
+
+const std::string &current_directory()
+{
+    if (chosen_by_thread) return *chosen_by_thread;
+    const std::string *chosen = chosen_by_process.load(std::memory_order_acquire);
+    return chosen ? *chosen : settings().directory;
+}
+
+void choose_directory(const char *directory)
+{
+    chosen_by_process.store(keep(directory), std::memory_order_release);
+}
+
+const char *choose_thread_directory(const char *directory)
+{
+    const std::string *const kept = keep(directory);
+    const std::string *const before = std::exchange(chosen_by_thread, kept);
+    return before ? before->c_str() : nullptr;
 }
 
 bool directory_is_safe(const std::string &directory)
@@ -85,7 +130,7 @@ bool socket_address(const std::string &directory, uint32_t module, const char *k
 const char *board_ipc_directory(void)
 {
     try {
-        return board::settings().directory.c_str();
+        return board::current_directory().c_str();
     } catch (...) {
         return "";
     }

@@ -1,4 +1,4 @@
-// What the environment says about the IPC, read once.
+// What the environment says about the IPC, read once, and the folder of sockets, which may be chosen later.
 #pragma once
 
 #include <chrono>
@@ -12,12 +12,19 @@ namespace board
 {
 
 struct Settings {
-    std::string directory;             // the folder of sockets
+    std::string directory;             // the folder of sockets, unless another is chosen
     std::chrono::milliseconds timeout; // bound of one exchange
     std::chrono::microseconds spin;    // how long to look for the answer before blocking for it
 };
 
 const Settings &settings();
+
+// The folder of sockets that the calling thread uses. Its text lives as long as the process.
+const std::string &current_directory();
+// Chooses that of all threads; null: that of the environment.
+void choose_directory(const char *directory);
+// Chooses that of the calling thread; null: that of all threads. Returns what was chosen before.
+const char *choose_thread_directory(const char *directory);
 
 // False when the folder lies in /tmp and is not this user's own: then anybody may have made it.
 bool directory_is_safe(const std::string &directory);

@@ -37,7 +37,13 @@ public:
 
     // Copies the result in shared memory that came with the last exchange; false when the service took it back.
     virtual bool copy_result(const Result &result, char *to) = 0;
+
+    // Closes what is kept from call to call.
+    virtual void drop() = 0;
 };
+
+// Makes the transports of all threads drop what they keep before their next exchange.
+void renew_transports();
 
 std::unique_ptr<Transport> make_unix_transport();
 

@@ -44,12 +44,12 @@ struct Clock {
     }
 };
 
-// Counts this process' ancestors, so that a child knows the sockets that it must leave to its parent.
-std::atomic<uint32_t> forks{0};
+// Counts what makes kept sockets those of somebody else: a fork, after which they are the parent's, and another folder.
+std::atomic<uint32_t> renewals{0};
 
 void watch_forks()
 {
-    static const int registered = pthread_atfork(nullptr, nullptr, [] { forks.fetch_add(1); });
+    static const int registered = pthread_atfork(nullptr, nullptr, renew_transports);
     static_cast<void>(registered);
 }
 
@@ -132,7 +132,7 @@ private:
 int32_t Line::open(uint32_t to_module)
 {
     drop();
-    const std::string &directory = settings().directory;
+    const std::string &directory = current_directory();
     sockaddr_un address;
     if (!socket_address(directory, to_module, datagrams ? "dgram" : "seq", address)) {
         userlog_err(__func__, __LINE__, "the folder of sockets has too long a name: %s", directory.c_str());
@@ -305,10 +305,9 @@ class UnixTransport : public Transport
 public:
     int32_t exchange(const Call &call, Reply &reply) override
     {
-        if (const uint32_t now = forks.load(std::memory_order_relaxed); now != forks_seen) {
-            connection.drop();
-            datagrams.drop();
-            forks_seen = now;
+        if (const uint32_t now = renewals.load(std::memory_order_acquire); now != renewals_seen) {
+            drop();
+            renewals_seen = now;
         }
         RequestFrame &request = packet.request;
         request.header = {.head = {.kind = Kind::request, .detail = static_cast<uint8_t>(call.call)},
@@ -329,16 +328,27 @@ public:
 
     bool copy_result(const Result &result, char *to) override { return last->copy_result(result, to); }
 
+    void drop() override
+    {
+        connection.drop();
+        datagrams.drop();
+    }
+
 private:
     Line connection{false};
     Line datagrams{true};
     Line *last = &connection;
     uint64_t sequence = 0;
-    uint32_t forks_seen = forks.load();
+    uint32_t renewals_seen = renewals.load();
     Packet packet;
 };
 
 } // namespace
+
+void renew_transports()
+{
+    renewals.fetch_add(1, std::memory_order_release);
+}
 
 std::unique_ptr<Transport> make_unix_transport()
 {

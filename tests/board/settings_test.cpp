@@ -1,5 +1,6 @@
 // What the environment says about the IPC. Each test asks in a child, because it is read once a process.
 #include <cstdlib>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -87,6 +88,30 @@ TEST(FolderOfSockets, in_tmp_is_not_used_when_another_user_made_it)
     });
     rmdir(folder.c_str());
     EXPECT_NE(log.find(folder + " is another user's"), std::string::npos) << log;
+}
+
+TEST(FolderOfSockets, is_the_one_that_was_chosen_until_it_is_given_back)
+{
+    std::string seen;
+    const auto note = [&seen] { seen += board_ipc_directory(); };
+    const std::string log = log_of([&] {
+        in_child([&] {
+            set_environment({{"BOARD_IPC_DIR", "/named"}});
+            note();
+            board_ipc_use_directory("/for-all");
+            note();
+            if (board_ipc_use_thread_directory("/for-one")) return 1;
+            note();
+            std::thread(note).join();
+            if (board_ipc_use_thread_directory(nullptr) != std::string("/for-one")) return 2;
+            note();
+            board_ipc_use_directory(nullptr);
+            note();
+            dprintf(STDERR_FILENO, "%s", seen.c_str());
+            return 0;
+        });
+    });
+    EXPECT_EQ(log, "/named/for-all/for-one/for-all/for-all/named");
 }
 
 TEST(TimeoutSetting, that_is_no_number_is_logged_and_replaced)

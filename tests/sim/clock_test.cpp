@@ -117,6 +117,8 @@ TEST(Control, StepsTimeAndTellsIt)
     EXPECT_EQ(say(desk.simulator, clock, "now"), "0 s of model time\n");
     EXPECT_EQ(say(desk.simulator, clock, "step 90"), "90 s of model time\n");
     EXPECT_EQ(say(desk.simulator, clock, "  now "), "90 s of model time\n");
+    EXPECT_EQ(say(desk.simulator, clock, "step 0.25"), "90.250 s of model time\n");
+    EXPECT_EQ(say(desk.simulator, clock, "step 2.755"), "93.005 s of model time\n");
 }
 
 TEST(Control, HelpNamesEachCommandInALineOfItsOwn)
@@ -138,7 +140,9 @@ TEST(Control, WrongCommandsChangeNothingAndAreExplainedInALine)
                                      {"step", "step: expected"},
                                      {"step 1 2", "step: expected"},
                                      {"step -1", "-1: expected a number"},
-                                     {"step 1.5", "1.5: expected a number"},
+                                     {"step 1.x", "expected a number"},
+                                     {"step 1.", "1.: expected seconds with at most three decimals"},
+                                     {"step 0.2500", "0.2500: expected seconds with at most three decimals"},
                                      {"step 99999999999999999999", "expected a number"},
                                      {"step 315360001", "expected a number from 0 to 315360000"},
                                      {"now 1", "now: expected"}}) {

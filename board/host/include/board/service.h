@@ -14,8 +14,19 @@
 extern "C" {
 #endif
 
-/* The folder of sockets that this process uses. The text is never to be freed. */
+/* The folder of sockets that the calling thread uses. The text is never to be freed, and lives as long as the process,
+ * as those of the functions below do. */
 const char *board_ipc_directory(void);
+
+/* Makes all threads use another folder from their next call on; null: that of the environment again. A thread's kept
+ * connections end: the calling thread's at once, those of others before their next call; a call that is under way ends
+ * where it began. A result database that has come, but is not opened yet, is gone with its connection. The text is
+ * copied. Any thread may call it at any time. Without memory for it the folder stays, and a log line says so. */
+void board_ipc_use_directory(const char *directory);
+
+/* The same for the calling thread alone, whatever all threads use; null: again what they use. Returns the folder that
+ * was set by this function before, null for none. */
+const char *board_ipc_use_thread_directory(const char *directory);
 
 typedef enum board_call { BOARD_CALL_SET, BOARD_CALL_GET, BOARD_CALL_DGRAM_SET, BOARD_CALL_DGRAM_GET } board_call;
 

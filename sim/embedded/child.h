@@ -1,0 +1,47 @@
+// A ponsim as a child process.
+#pragma once
+
+#include <sys/types.h>
+
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace ponsim
+{
+
+class Child
+{
+public:
+    // Runs these words, the first of which is the program, and returns when it serves. Throws std::runtime_error.
+    explicit Child(std::vector<std::string> words);
+    // Ends it.
+    ~Child();
+    Child(const Child &) = delete;
+
+    // How it ended; empty while it runs.
+    std::string end();
+
+private:
+    enum class Phase { starting, serving, ended };
+
+    void keep();
+    [[noreturn]] void run(pid_t parent, int output);
+    void follow(int output);
+    void enter(Phase next, const std::string &told);
+    void stop();
+
+    std::vector<std::string> words;
+    std::vector<char *> arguments;
+    std::mutex mutex; // guards what follows
+    std::condition_variable changed;
+    Phase phase = Phase::starting;
+    pid_t pid = -1;
+    std::string said; // before it served
+    std::string how;  // it ended
+    std::thread keeper;
+};
+
+} // namespace ponsim
