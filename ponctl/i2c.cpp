@@ -38,9 +38,10 @@ void dump(const Output &output, size_t start, std::span<const uint8_t> bytes)
 // The bytes of the words of a command line: 5a 01, or 5a01.
 Bytes bytes_of(const std::string &text)
 {
-    Bytes bytes = parse_block("BYTES", text.starts_with("0x") ? "hex:" + text.substr(2) : "hex:" + text);
-    if (bytes.empty()) throw UsageError("BYTES: none");
-    return bytes;
+    const std::string digits = text.starts_with("0x") ? text.substr(2) : text;
+    if (digits.empty() || digits.size() % 2 != 0 || digits.find_first_not_of("0123456789abcdefABCDEF") != digits.npos)
+        throw UsageError("BYTES: '" + text + "' is not pairs of hexadecimal digits, as 40 or 4001ff");
+    return parse_block("BYTES", "hex:" + digits);
 }
 
 } // namespace

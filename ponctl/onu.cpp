@@ -166,8 +166,9 @@ ExitCode run_onu_bind(const Output &output, const BindOptions &options)
     check_text("--text-a", options.text_a, longest_text);
     check_text("--text-b", options.text_b, longest_short_text);
     check_text("--text-c", options.text_c, longest_short_text);
+    parse_mac("MAC", options.mac);
     const auto words = words_of({{"pon_port", port_of(options.port)},
-                                 {"onu_id", options.id},
+                                 {"onu_id", number_word("--id", options.id)},
                                  {"mac", options.mac},
                                  {"text_a", options.text_a},
                                  {"text_b", options.text_b},

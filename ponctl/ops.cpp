@@ -1,8 +1,9 @@
 // ponctl ops: the operations that there are, and what the catalogue says of each.
 #include <algorithm>
-#include <sstream>
 
 #include "commands.h"
+#include "filled.h"
+#include "operation_text.h"
 #include "report.h"
 #include "words.h"
 
@@ -15,142 +16,11 @@ using catalogue::Argument;
 using catalogue::ArgumentType;
 using catalogue::Operation;
 
-constexpr size_t page_width = 80;
 constexpr std::string_view local = "local"; // the class of functions that make no request
-
-// Words filled into lines of the page, which start with `indent` spaces, the first one with what stands there already.
-std::string filled(std::string start, std::string_view text, size_t indent)
-{
-    std::string page, line = std::move(start);
-    line.resize(std::max(line.size(), indent), ' ');
-    size_t words_in_line = 0;
-    std::istringstream words{std::string(text)};
-    for (std::string word; words >> word;) {
-        if (words_in_line > 0 && line.size() + 1 + word.size() > page_width) {
-            page.append(line).push_back('\n');
-            line.assign(indent, ' ');
-            words_in_line = 0;
-        }
-        if (words_in_line++ > 0) line.push_back(' ');
-        line.append(word);
-    }
-    return page.append(line).append("\n");
-}
-
-std::string filled(std::string_view text, size_t indent)
-{
-    return filled({}, text, indent);
-}
-
-bool goes_through(const Operation &operation)
-{
-    return operation.logged_as != operation.name;
-}
-
-std::string failure_text(const Operation &operation)
-{
-    switch (operation.failure) {
-    case catalogue::Failure::report:
-        return "a failed exchange is logged and returned as BSP_ERR_IPC (1001)";
-    case catalogue::Failure::pass:
-        return "a failed exchange is logged and returned as the IPC library's own value";
-    case catalogue::Failure::silent:
-        return "a failed exchange is returned as the IPC library's own value, without a log line";
-    }
-    return {};
-}
-
-std::string request_text(const Operation &operation)
-{
-    const std::string record(operation.record->name);
-    const std::string size = std::to_string(operation.record->size);
-    switch (operation.request) {
-    case catalogue::Request::built:
-        return record + " built from the arguments, " +
-               (operation.record->payload ? "its payload and 28 bytes" : size + " bytes");
-    case catalogue::Request::as_is:
-        return record + " as you give it, " + size + " bytes";
-    case catalogue::Request::copied:
-        return record + " as you give it but for the command code, " + size + " bytes";
-    case catalogue::Request::stamped:
-        return record + " as you give it, with the command code written into it, " + size + " bytes";
-    }
-    return {};
-}
-
-std::string answer_text(const Operation &operation)
-{
-    if (!operation.response) return "the status alone";
-    const std::string size = std::to_string(operation.response_size) + " bytes";
-    const std::string record(operation.response->name);
-    switch (operation.answer) {
-    case catalogue::Answer::none:
-        break;
-    case catalogue::Answer::own:
-        return record + ", into a buffer of the library";
-    case catalogue::Answer::in_place:
-        return record + ", into the record that you gave, " + size;
-    case catalogue::Answer::caller:
-        return record + " as far as " + size + " go, into your buffer";
-    }
-    return {};
-}
-
-std::string command_text(const Operation &operation)
-{
-    if (!operation.command) return operation.record->command ? "as you give it" : "none";
-    return std::string(operation.command->name) + " (" + std::to_string(operation.command->code) +
-           "): " + std::string(operation.command->brief);
-}
-
-const catalogue::View *view_of(const Operation &operation)
-{
-    return operation.command ? catalogue::find_view(*operation.command) : nullptr;
-}
-
-const catalogue::Layout *layout_of(const Operation &operation, bool of_answer)
-{
-    return operation.command ? catalogue::find_layout(*operation.command, of_answer) : nullptr;
-}
-
-// Whether an argument must be given, where it goes or comes from, and how much fits there.
-std::string rule_text(const Argument &argument)
-{
-    if (is_ignored(argument)) return "(not used; 0 when left out)";
-    if (argument.type == ArgumentType::length_at) return "(all that an answer holds when left out)";
-    if (argument.type == ArgumentType::length) return "(all that there is when left out)";
-    if (argument.dropped) return "(the service's result is taken and dropped: nothing is handed out)";
-    std::string rule = is_output(argument) ? "(read back" : argument.optional ? "(may be left out" : "(required";
-    if (argument.type == ArgumentType::block_inout) rule += " and read back";
-    if (argument.field) {
-        rule += std::string(is_output(argument) ? "; from " : "; to ") + std::string(argument.field->name) +
-                " at offset " + std::to_string(argument.field->offset);
-        if (argument.type == ArgumentType::text)
-            rule += ", which holds " + std::to_string(longest(*argument.field, true)) + " characters";
-        if (argument.type == ArgumentType::block && argument.size == 0)
-            rule += ", which holds " + std::to_string(longest(*argument.field, false)) + " bytes";
-    }
-    if (argument.size > 0) rule += "; " + std::to_string(argument.size) + " bytes";
-    if (is_sized_block(argument)) rule += ", those not given zero";
-    return rule + ")";
-}
-
-// Of a scaled number: the steps that it comes in.
-std::string steps_of(const catalogue::Field &field)
-{
-    if (field.scale == 1) return {};
-    char steps[32];
-    std::snprintf(steps, sizeof steps, ", in steps of %g", field.scale);
-    return steps;
-}
 
 std::string field_page(const catalogue::Field &field)
 {
-    std::string about = std::string(catalogue::to_text(field.type)) + " of " + std::to_string(field.size) +
-                        (field.size == 1 ? " byte" : " bytes") + " at offset " + std::to_string(field.offset) + "; " +
-                        std::string(field.brief);
-    if (!field.unit.empty()) about.append(" (").append(field.unit).append(steps_of(field)).append(")");
-    return filled("        " + std::string(field.name) + ": ", about, 12);
+    return filled("        " + std::string(field.name) + ": ", about_field(field), 12);
 }
 
 std::string layout_page(std::string_view what, const catalogue::Layout &layout)
@@ -173,13 +43,6 @@ std::string commands_page(const catalogue::Channel &channel)
     return page.empty() ? page : "      such as those that have no operation of their own:\n" + page;
 }
 
-// Whether the fields of the answer's layout come back in the argument.
-bool reads_back_fields(const Argument &argument)
-{
-    return argument.type == ArgumentType::response || argument.type == ArgumentType::block_out ||
-           argument.type == ArgumentType::block_inout;
-}
-
 std::string argument_page(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
@@ -191,7 +54,7 @@ std::string argument_page(const Operation &operation, const Argument &argument)
         for (const catalogue::Field *field : fields_of(operation, argument))
             page += field_page(*field);
     }
-    if (argument.type == ArgumentType::record && argument.picked.empty()) {
+    if (takes_whole_record(argument)) {
         if (const catalogue::Layout *layout = layout_of(operation, false))
             page += layout_page("or, as the simulated service reads this command's record, one of", *layout);
         else if (!operation.command)
@@ -206,24 +69,9 @@ std::string argument_page(const Operation &operation, const Argument &argument)
 std::string columns_page(const catalogue::View &view)
 {
     std::string page = "\nColumns of the result:\n" + filled(view.brief, 2);
-    for (const catalogue::Column &column : view.columns) {
-        std::string about(column.brief);
-        if (!column.unit.empty()) about.append(" (").append(column.unit).append(")");
-        page += filled("  " + std::string(column.name) + ": ", about, 6);
-    }
+    for (const catalogue::Column &column : view.columns)
+        page += filled("  " + std::string(column.name) + ": ", about_column(column), 6);
     return page;
-}
-
-std::string usage_page(const Operation &operation)
-{
-    std::string usage = "ponctl call " + std::string(operation.name);
-    for (const Argument &argument : operation.arguments) {
-        if (is_output(argument)) continue;
-        const std::string form = takes_fields(operation, argument) ? std::string(argument.name) + ".FIELD=VALUE..."
-                                                                   : form_of(operation, argument);
-        usage += may_be_omitted(argument) ? " [" + form + "]" : " " + form;
-    }
-    return "Usage:\n" + filled(usage, 2);
 }
 
 bool takes(const Operation &operation, ArgumentType type)
@@ -253,11 +101,9 @@ std::string forms_page(const Operation &operation)
 
 std::string page_of(const Operation &operation)
 {
-    const std::string channel = std::string(operation.channel->name) + " (" + std::to_string(operation.channel->type) +
-                                "): " + std::string(operation.channel->brief);
     std::string page = std::string(operation.name) + "\n" + filled(operation.brief, 2);
     if (!operation.notes.empty()) page += filled(operation.notes, 2);
-    page += "\n" + usage_page(operation);
+    page += "\nUsage:\n" + filled(usage_of(operation), 2);
     if (!operation.arguments.empty()) page += "\nArguments:\n";
     for (const Argument &argument : operation.arguments)
         page += argument_page(operation, argument);
@@ -268,7 +114,7 @@ std::string page_of(const Operation &operation)
     line("Family:", operation.family);
     line("Class:", catalogue::to_text(operation.impact));
     line("Call:", catalogue::to_text(operation.call));
-    line("Channel:", channel);
+    line("Channel:", channel_text(operation));
     line("Command:", command_text(operation));
     line("Record:", request_text(operation));
     line("Answer:", answer_text(operation));

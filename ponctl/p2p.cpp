@@ -115,7 +115,7 @@ ExitCode run_p2p_entry(const Output &, const P2pEntryOptions &options)
     if (!options.vlan.empty() && !options.ethertype.empty())
         throw UsageError("--vlan and --ethertype: an entry matches one of them, or all traffic");
     if (action == "1" && options.to_port.empty())
-        throw UsageError("--to-port: missing; the PON port that the frames go to");
+        throw UsageError("--to-port: missing; give the PON port that the frames go to");
     const std::string traffic = !options.vlan.empty() ? number_word("--vlan", options.vlan, greatest_vlan)
                                                       : number_word("--ethertype", options.ethertype, UINT16_MAX);
     const std::vector<std::string> words = words_of(
@@ -139,6 +139,7 @@ ExitCode run_p2p_own_port(const Output &output, const P2pOwnPortOptions &options
         return show(output, {{{}, {}, &called, {{"own_port"}}, true, true}});
     }
     const std::string uplink = options.uplink == "any" ? "0" : options.uplink;
+    if (!is_number(uplink)) throw UsageError("UPLINK: '" + uplink + "' is not the number of a GE uplink, or any");
     parse_number("UPLINK", uplink);
     ask(options.confirmed, "changing by which uplink traffic of port " + port + " goes");
     return Called("bsp_onu_p2p_own_port_set", words_of({{"pon_port", port}, {"value", uplink}})).report();

@@ -42,22 +42,11 @@ const Command *find_action(const std::string &kind, std::string_view action)
     return nullptr;
 }
 
-std::vector<std::string> kinds()
-{
-    std::vector<std::string> found;
-    for (const Command &command : catalogue::commands())
-        for (const std::string_view action : actions) {
-            const std::string kind = kind_of(command, action);
-            if (!kind.empty() && std::ranges::find(found, kind) == found.end()) found.push_back(kind);
-        }
-    return found;
-}
-
 // A kind as a command line names it.
 std::string named_kind(const std::string &name)
 {
     const std::string kind = spoken(name);
-    const std::vector<std::string> known = kinds();
+    const std::vector<std::string> known = profile_kinds();
     if (std::ranges::find(known, kind) != known.end()) return kind;
     const std::vector<std::string_view> names(known.begin(), known.end());
     throw UsageError("KIND: '" + name + "' is not a kind of profile" + suggestion(kind, names) +
@@ -129,11 +118,22 @@ ExitCode send_loid(const Output &output, const char *operation, const LoidOption
 
 } // namespace
 
+std::vector<std::string> profile_kinds()
+{
+    std::vector<std::string> found;
+    for (const Command &command : catalogue::commands())
+        for (const std::string_view action : actions) {
+            const std::string kind = kind_of(command, action);
+            if (!kind.empty() && std::ranges::find(found, kind) == found.end()) found.push_back(kind);
+        }
+    return found;
+}
+
 ExitCode run_profile_kinds(const Output &output, const std::string &kind)
 {
     if (!kind.empty()) return list_fields(output, named_action(kind, "STORE"));
     std::vector<std::vector<std::string>> rows;
-    for (const std::string &known : kinds()) {
+    for (const std::string &known : profile_kinds()) {
         std::string able;
         for (const std::string_view action : actions)
             if (find_action(known, action)) able += (able.empty() ? "" : ", ") + spoken(action);

@@ -16,6 +16,9 @@ struct ProfileOptions {
     bool confirmed = false;
 };
 
+// The kinds that the catalogue has commands for.
+std::vector<std::string> profile_kinds();
+
 // Lists the kinds with what can be done with them; of one, the fields of a profile.
 ExitCode run_profile_kinds(const Output &output, const std::string &kind);
 ExitCode run_profile_list(const Output &output, const std::string &kind);

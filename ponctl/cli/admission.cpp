@@ -51,9 +51,10 @@ void add_auth(CLI::App &app, Command &command)
     CLI::App *set = auth->add_subcommand("set", "Sets the mode of a port, and adds a LOID or changes its password");
     auto wanted = std::make_shared<AuthOptions>();
     set->add_option("PORT", wanted->port, port_help)->required();
-    set->add_option("MODE", wanted->mode, "one of " + join(auth_modes))->required();
-    set->add_option("--loid", wanted->loid, "LOID that is accepted, at most 24 characters");
-    set->add_option("--password", wanted->password, "its password, at most 12 characters; none when left out");
+    set->add_option("MODE", wanted->mode, "one of " + join(auth_modes))->required()->type_name(join(auth_modes, "|"));
+    set->add_option("--loid", wanted->loid, "LOID that is accepted, at most 24 characters")->type_name("LOID");
+    set->add_option("--password", wanted->password, "its password, at most 12 characters; none when left out")
+        ->type_name("PASSWORD");
     set->add_flag("--yes", wanted->confirmed, "do not ask: ONUs in service that do not fit are turned away");
     runs(set, command, wanted, run_auth_set);
 
@@ -83,7 +84,7 @@ void add_alarm(CLI::App &app, Command &command)
     CLI::App *clear = alarm->add_subcommand("clear", "Clears the alarms of all ports, of one, or of one ONU");
     auto cleared = std::make_shared<AlarmOptions>();
     select(*clear, *cleared);
-    clear->add_option("--alarm", cleared->alarm, "code of the alarms to clear; all when left out");
+    clear->add_option("--alarm", cleared->alarm, "code of the alarms to clear; all when left out")->type_name("CODE");
     clear->add_flag("--yes", cleared->confirmed, "do not ask before all alarms of all ports are cleared");
     runs(clear, command, cleared, run_alarm_clear);
 }

@@ -22,7 +22,7 @@ void add_switch(CLI::App &debug, Command &command, const char *name, const char 
 {
     CLI::App *one = debug.add_subcommand(name, brief);
     auto options = std::make_shared<DebugSwitchOptions>();
-    one->add_option("STATE", options->state, "on or off")->required();
+    one->add_option("STATE", options->state, "on or off")->required()->type_name("on|off");
     one->add_option("PORT", options->port, "PON port number; all ports when left out");
     runs(one, command, options, run);
 }
@@ -58,7 +58,7 @@ void add_debug(CLI::App &app, Command &command)
         debug->add_subcommand("fdb-dump", "Has the chip's forwarding database written to the service's log");
     auto dumped = std::make_shared<DebugFdbOptions>();
     fdb->add_option("PORT", dumped->port, "PON port number; all ports when left out");
-    fdb->add_option("--entries", dumped->entries, "all, dynamic or static; all when left out");
+    fdb->add_option("--entries", dumped->entries, "which entries; all when left out")->type_name("all|dynamic|static");
     runs(fdb, command, dumped, run_debug_fdb);
 
     add_switch(*debug, command, "ctc-oam", "Switches debug output of CTC OAM", run_debug_ctc_oam);

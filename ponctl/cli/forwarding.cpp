@@ -16,13 +16,16 @@ void add_p2p_set(CLI::App &p2p, Command &command)
     CLI::App *set = p2p.add_subcommand("set", "Switches forwarding between the ONUs of a port, and configures it");
     auto options = std::make_shared<P2pSwitchOptions>();
     set->add_option("PORT", options->port, "PON port number; 0 all ports")->required();
-    set->add_option("STATE", options->state, "on or off");
-    set->add_option("--onu", options->onu, "ONU id that on or off is for; the port itself when left out");
-    set->add_option("--rest", options->rest, "drop or forward: what becomes of frames that no entry concerns");
-    set->add_option("--rate", options->rate, "kbit/s of all frames between ONUs together; 0 not limited");
-    set->add_option("--vlans", options->vlans, "VLANs that are forwarded: FIRST-LAST, one, or all");
-    set->add_option("--broadcast", options->broadcast, "on or off: forward broadcast frames");
-    set->add_option("--multicast", options->multicast, "on or off: forward multicast frames");
+    set->add_option("STATE", options->state, "on or off; as it is when left out")->type_name("on|off");
+    set->add_option("--onu", options->onu, "ONU id that on or off is for; the port itself when left out")
+        ->type_name("ID");
+    set->add_option("--rest", options->rest, "what becomes of frames that no entry concerns")
+        ->type_name("drop|forward");
+    set->add_option("--rate", options->rate, "kbit/s of all frames between ONUs together; 0 not limited")
+        ->type_name("KBITS");
+    set->add_option("--vlans", options->vlans, "VLANs that are forwarded: FIRST-LAST, one, or all")->type_name("VLANS");
+    set->add_option("--broadcast", options->broadcast, "whether broadcast frames are forwarded")->type_name("on|off");
+    set->add_option("--multicast", options->multicast, "whether multicast frames are forwarded")->type_name("on|off");
     set->add_flag("--yes", options->confirmed, yes_help);
     set->footer("What is left out stays as it is.");
     runs(set, command, options, run_p2p_set);
@@ -34,13 +37,19 @@ void add_p2p_entry(CLI::App &p2p, Command &command)
     auto options = std::make_shared<P2pEntryOptions>();
     entry->add_option("PORT", options->port, port_help)->required();
     entry->add_option("ENTRY", options->entry, "number of the entry; the lowest that matches decides")->required();
-    entry->add_option("ACTION", options->action, "forward, drop or remove")->required();
-    entry->add_option("--from-onu", options->from_onu, "ONU id that the frames come from; any when left out");
-    entry->add_option("--to-port", options->to_port, "PON port that they go to; to be given with forward");
-    entry->add_option("--to-onu", options->to_onu, "ONU id there; any when left out");
-    entry->add_option("--rate", options->rate, "kbit/s; not limited when left out");
-    entry->add_option("--vlan", options->vlan, "VLAN that the frames have; all traffic when left out");
-    entry->add_option("--ethertype", options->ethertype, "or the ethertype that they have");
+    entry->add_option("ACTION", options->action, "forward, drop or remove")
+        ->required()
+        ->type_name("forward|drop|remove");
+    entry->add_option("--from-onu", options->from_onu, "ONU id that the frames come from; any when left out")
+        ->type_name("ID");
+    entry->add_option("--to-port", options->to_port, "PON port that they go to; to be given with forward")
+        ->type_name("PORT");
+    entry->add_option("--to-onu", options->to_onu, "ONU id there; any when left out")->type_name("ID");
+    entry->add_option("--rate", options->rate, "kbit/s; not limited when left out")->type_name("KBITS");
+    entry->add_option("--vlan", options->vlan, "VLAN that the frames have; all traffic when left out")
+        ->type_name("VLAN");
+    entry->add_option("--ethertype", options->ethertype, "in place of --vlan: the ethertype that they have")
+        ->type_name("N");
     entry->add_flag("--yes", options->confirmed, yes_help);
     runs(entry, command, options, run_p2p_entry);
 }
@@ -62,12 +71,15 @@ void add_sla(CLI::App &app, Command &command)
     auto options = std::make_shared<SlaSetOptions>();
     set->add_option("PORT", options->port, port_help)->required();
     set->add_option("ID", options->onu, onu_help)->required();
-    set->add_option("--fixed", options->fixed, "upstream kbit/s that are granted whether used or not");
-    set->add_option("--assured", options->assured, "upstream kbit/s that are granted when asked for");
-    set->add_option("--max", options->maximum, "upstream kbit/s that are never exceeded");
-    set->add_option("--priority", options->priority, "of what is left: 0 lowest to 7 highest");
-    set->add_option("--weight", options->weight, "share among those of one priority");
-    set->add_option("--down-max", options->down, "downstream kbit/s that are never exceeded; 0 is the default again");
+    set->add_option("--fixed", options->fixed, "upstream kbit/s that are granted whether used or not")
+        ->type_name("KBITS");
+    set->add_option("--assured", options->assured, "upstream kbit/s that are granted when asked for")
+        ->type_name("KBITS");
+    set->add_option("--max", options->maximum, "upstream kbit/s that are never exceeded")->type_name("KBITS");
+    set->add_option("--priority", options->priority, "of what is left: 0 lowest to 7 highest")->type_name("N");
+    set->add_option("--weight", options->weight, "share among those of one priority")->type_name("N");
+    set->add_option("--down-max", options->down, "downstream kbit/s that are never exceeded; 0 is the default again")
+        ->type_name("KBITS");
     set->add_flag("--yes", options->confirmed, yes_help);
     set->footer("What is left out stays as it is.");
     runs(set, command, options, run_sla_set);
@@ -110,12 +122,12 @@ void add_fdb(CLI::App &app, Command &command)
     auto shown = std::make_shared<FdbOptions>();
     show->add_option("PORT", shown->port, "PON port number, or uplink with --network; all when left out");
     show->add_flag("--network", shown->network, "the addresses of the network side");
-    show->add_option("--llid", shown->llid, "those of this LLID");
-    show->add_option("--uni", shown->uni, "those of this UNI port");
-    show->add_option("--vlan", shown->vlan, "those of this VLAN");
-    show->add_option("--mac", shown->mac, "this MAC address");
-    show->add_option("--from", shown->from, "how many to pass over");
-    show->add_option("--count", shown->count, "how many to show then");
+    show->add_option("--llid", shown->llid, "those of this LLID")->type_name("LLID");
+    show->add_option("--uni", shown->uni, "those of this UNI port")->type_name("N");
+    show->add_option("--vlan", shown->vlan, "those of this VLAN")->type_name("VLAN");
+    show->add_option("--mac", shown->mac, "this MAC address")->type_name("MAC");
+    show->add_option("--from", shown->from, "how many to pass over")->type_name("N");
+    show->add_option("--count", shown->count, "how many to show then")->type_name("N");
     runs(show, command, shown, run_fdb_show);
 
     fdb->add_subcommand("age", "Shows after which time addresses are forgotten, and how many there are")
@@ -123,19 +135,21 @@ void add_fdb(CLI::App &app, Command &command)
 
     CLI::App *flush = fdb->add_subcommand("flush", "Forgets addresses; all of them unless options say which");
     auto flushed = std::make_shared<FdbFlushOptions>();
-    flush->add_option("--side", flushed->side, "both, pon or network");
-    flush->add_option("--port", flushed->port, "those of this PON port, or uplink, of one side");
-    flush->add_option("--llid", flushed->llid, "those of this LLID");
-    flush->add_option("--vlan", flushed->vlan, "those of this VLAN");
-    flush->add_option("--mac", flushed->mac, "this MAC address");
+    flush->add_option("--side", flushed->side, "those of this side; both when left out")->type_name("both|pon|network");
+    flush->add_option("--port", flushed->port, "those of this PON port, or uplink, of one side")->type_name("PORT");
+    flush->add_option("--llid", flushed->llid, "those of this LLID")->type_name("LLID");
+    flush->add_option("--vlan", flushed->vlan, "those of this VLAN")->type_name("VLAN");
+    flush->add_option("--mac", flushed->mac, "this MAC address")->type_name("MAC");
     flush->add_flag("--yes", flushed->confirmed, "do not ask: traffic is flooded until addresses are learned again");
     runs(flush, command, flushed, run_fdb_flush);
 
     CLI::App *set = fdb->add_subcommand("set", "Configures the forwarding database, all of it at once");
     auto options = std::make_shared<FdbSetOptions>();
     set->add_option("AGEING", options->ageing, "seconds after which an address is forgotten; 0 never")->required();
-    set->add_option("--learning", options->learning, "on or off; on when left out");
-    set->add_option("--port-limit", options->limit, "addresses that a PON port has at most; not limited when left out");
+    set->add_option("--learning", options->learning, "whether addresses are learned; on when left out")
+        ->type_name("on|off");
+    set->add_option("--port-limit", options->limit, "addresses that a PON port has at most; not limited when left out")
+        ->type_name("N");
     set->add_flag("--yes", options->confirmed, yes_help);
     runs(set, command, options, run_fdb_set);
 }

@@ -41,11 +41,12 @@ void add_bind(CLI::App &onu, Command &command)
     bind->add_option("PORT", options->port, brief_of(binding, "pon_port"))->required();
     bind->add_option("MAC", options->mac, brief_of(binding, "mac"))->required();
     bind->add_option("--id", options->id,
-                     brief_of(binding, "onu_id") + "; when left out, the service picks one, which is printed");
-    bind->add_option("--text-a", options->text_a, brief_of(binding, "text_a"));
-    bind->add_option("--text-b", options->text_b, brief_of(binding, "text_b"));
-    bind->add_option("--text-c", options->text_c, brief_of(binding, "text_c"));
-    bind->add_option("--mode", options->mode, brief_of(binding, "value") + "; 0 when left out");
+                     brief_of(binding, "onu_id") + "; when left out, the service picks one, which is printed")
+        ->type_name("ID");
+    bind->add_option("--text-a", options->text_a, brief_of(binding, "text_a"))->type_name("TEXT");
+    bind->add_option("--text-b", options->text_b, brief_of(binding, "text_b"))->type_name("TEXT");
+    bind->add_option("--text-c", options->text_c, brief_of(binding, "text_c"))->type_name("TEXT");
+    bind->add_option("--mode", options->mode, brief_of(binding, "value") + "; 0 when left out")->type_name("N");
     runs(bind, command, options, run_onu_bind);
 }
 
@@ -54,8 +55,8 @@ void add_release(CLI::App &onu, Command &command)
     CLI::App *release = onu.add_subcommand("release", "Releases the binding of an ONU, or of many");
     auto options = std::make_shared<ReleaseOptions>();
     release->add_option("PORT", options->port, port_help)->required();
-    release->add_option("--id", options->id, "ONU id on the port");
-    release->add_option("--mac", options->mac, "MAC address");
+    release->add_option("--id", options->id, "ONU id on the port")->type_name("ID");
+    release->add_option("--mac", options->mac, "MAC address")->type_name("MAC");
     release->add_flag("--offline", options->offline, "release all offline ONUs of the port");
     release->add_flag("--all", options->all, "release all ONUs of the port");
     release->add_flag("--yes", options->confirmed, "do not ask before --all and --offline");
@@ -71,7 +72,8 @@ void add_confirm(CLI::App &onu, Command &command)
         ->add_option("ONU", options->onu,
                      "ONU id on the port, or MAC address; id 0 cannot be given, for there it means none")
         ->required();
-    confirm->add_option("--mode", options->mode, "bind mode of one that is bound by this; 0 when left out");
+    confirm->add_option("--mode", options->mode, "bind mode of one that is bound by this; 0 when left out")
+        ->type_name("N");
     confirm->add_flag("--as-mode-says", options->as_mode_says,
                       "the port's authentication goes on to concern the ONU; else it is exempt from now on");
     runs(confirm, command, options, run_onu_confirm);
@@ -95,8 +97,8 @@ void add_reject(CLI::App &onu, Command &command)
     auto options = std::make_shared<RejectOptions>();
     reject->add_option("PORT", options->port, port_help)->required();
     reject->add_option("ID", options->ids, "ONU ids of bound ONUs, as 5 or 1-5,7");
-    reject->add_option("--mac", options->mac, "MAC address of any ONU, in place of ids");
-    reject->add_option("--text", options->text, "text of the entry, with --mac");
+    reject->add_option("--mac", options->mac, "MAC address of any ONU, in place of ids")->type_name("MAC");
+    reject->add_option("--text", options->text, "text of the entry, with --mac")->type_name("TEXT");
     reject->add_flag("--yes", options->confirmed, "do not ask");
     runs(reject, command, options, run_onu_reject);
 }
@@ -107,7 +109,7 @@ void add_allow(CLI::App &onu, Command &command)
     auto options = std::make_shared<AllowOptions>();
     allow->add_option("PORT", options->port, port_help)->required();
     allow->add_option("MAC", options->mac, "MAC address of the ONU");
-    allow->add_option("--ids", options->ids, "in place of MAC: ids on the black list, as 1-5,7");
+    allow->add_option("--ids", options->ids, "in place of MAC: ids on the black list, as 1-5,7")->type_name("SET");
     runs(allow, command, options, run_onu_allow);
 }
 

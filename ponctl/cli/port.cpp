@@ -22,10 +22,11 @@ void add_port(CLI::App &app, Command &command)
     CLI::App *stats = port->add_subcommand("stats", "Shows the counters of a port");
     auto counted = std::make_shared<PortStatsOptions>();
     stats->add_option("PORT", counted->port, "PON port number");
-    stats->add_option("--ge", counted->ge, "in its place: GE port number");
+    stats->add_option("--ge", counted->ge, "in place of PORT: GE port number")->type_name("PORT");
     stats->add_option("--watch", counted->interval, "seconds between readings: go on, and show what grows how fast")
-        ->option_text("SECONDS");
-    stats->add_option("--count", counted->count, "with --watch: end after so many readings; else with Ctrl-C");
+        ->type_name("SECONDS");
+    stats->add_option("--count", counted->count, "with --watch: end after so many readings; else with Ctrl-C")
+        ->type_name("N");
     runs(stats, command, counted, run_port_stats);
 }
 
@@ -35,14 +36,18 @@ void add_optics(CLI::App &app, Command &command)
     auto options = std::make_shared<OpticsOptions>();
     optics->add_option("PORT", options->port,
                        "PON port number: the module with its thresholds; all ports in brief when left out");
-    optics->add_option("--onu", options->onu, "ONU id: the power that the port receives from it")->option_text("ID");
+    optics->add_option("--onu", options->onu, "ONU id: the power that the port receives from it")->type_name("ID");
     optics->add_flag("--measured", options->measured, "with --onu: what the last power measurement found of it");
     optics->add_flag("--watch", options->watched,
                      "go on reading, and draw a chart; where the output is no terminal, a line a reading");
-    optics->add_option("--quantity", options->quantity,
-                       "with --watch: what to draw; temperature when left out, of an ONU received_power");
-    optics->add_option("--interval", options->interval, "with --watch: seconds between readings; 1 when left out");
-    optics->add_option("--count", options->count, "with --watch: end after so many readings; else with Ctrl-C");
+    optics
+        ->add_option("--quantity", options->quantity,
+                     "with --watch: what to draw; temperature when left out, of an ONU received_power")
+        ->type_name("NAME");
+    optics->add_option("--interval", options->interval, "with --watch: seconds between readings; 1 when left out")
+        ->type_name("SECONDS");
+    optics->add_option("--count", options->count, "with --watch: end after so many readings; else with Ctrl-C")
+        ->type_name("N");
     runs(optics, command, options, run_optics);
 }
 

@@ -35,7 +35,9 @@ void add_loid_change(CLI::App &loid, Command &command, bool adds)
     auto options = std::make_shared<LoidOptions>();
     one->add_option("PORT", options->port, "PON port number")->required();
     one->add_option("LOID", options->loid, "the LOID")->required();
-    if (adds) one->add_option("--password", options->password, "password that goes with it; none when left out");
+    if (adds)
+        one->add_option("--password", options->password, "password that goes with it; none when left out")
+            ->type_name("PASSWORD");
     runs(one, command, options, adds ? run_loid_add : run_loid_delete);
 }
 

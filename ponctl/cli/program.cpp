@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "cli/help.h"
 #include "report.h"
 
 namespace ponctl
@@ -53,13 +54,19 @@ void GlobalOptions::export_settings() const
 
 Program::Program() : app("Reaches every operation of an EPON OLT's PON management service.", "ponctl")
 {
+    app.formatter(std::make_shared<HelpFormatter>());
     app.require_subcommand(1);
     app.fallthrough();
-    app.set_version_flag("--version", "ponctl " PONCTL_VERSION);
-    app.add_option("-o,--output", global.format, "table, json or hex")->option_text("FORMAT");
+    app.set_help_flag("-h,--help", "print this help");
+    app.set_version_flag("--version", "ponctl " PONCTL_VERSION, "print the version");
+    app.add_option("-o,--output", global.format, "form of the output; table when left out")
+        ->type_name("table|json|hex");
     app.add_flag("--no-headings", global.no_headings, "tables without their heading line");
-    app.add_option("--socket-dir", global.socket_dir, "folder of the service's sockets")->option_text("DIR");
-    app.add_option("--timeout", global.timeout, "milliseconds to wait for an answer")->option_text("MS");
+    app.add_option("--socket-dir", global.socket_dir, "folder of the service's sockets; BOARD_IPC_DIR when left out")
+        ->type_name("DIR");
+    app.add_option("--timeout", global.timeout,
+                   "milliseconds to wait for an answer; BOARD_IPC_TIMEOUT_MS when left out")
+        ->type_name("MS");
     add_ops(app, command);
     add_call(app, command);
     add_raw(app, command);
@@ -96,8 +103,7 @@ int run_line(const std::vector<std::string> &words)
         return finish(program.command(program.global.output()));
     } catch (const CLI::ParseError &error) {
         if (error.get_exit_code() == 0) return finish(program.app.exit(error));
-        const auto unknown = program.app.remaining(true);
-        complain((unknown.empty() ? error.what() : "unknown: " + unknown.front()) + " (see --help)");
+        complain(explain(program.app, error));
     } catch (const UsageError &error) {
         complain(error.what());
     }

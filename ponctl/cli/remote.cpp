@@ -17,18 +17,24 @@ struct Query {
     std::shared_ptr<RemoteOptions> options;
 };
 
-// SET is no required option: a command may have commands of its own in its place. Reading it finds it missing.
 Query add_query(CLI::App &onu, Command &command, const char *name, const char *brief, Run run)
 {
     Query query{onu.add_subcommand(name, brief), std::make_shared<RemoteOptions>()};
-    query.app->add_option("SET", query.options->set, set_help);
+    query.app->add_option("SET", query.options->set, set_help)->required();
     runs(query.app, command, query.options, run);
     return query;
 }
 
+// Has a command that has commands of its own do without SET, which stands behind those then. Reading it finds it
+// missing.
+void let_set_be_missing(const Query &query)
+{
+    query.app->get_option("SET")->required(false);
+}
+
 void add_uni(const Query &query, const std::string &help)
 {
-    query.app->add_option("--uni", query.options->uni, help)->option_text("N");
+    query.app->add_option("--uni", query.options->uni, help)->type_name("N");
 }
 
 void add_yes(CLI::App *app, bool &confirmed)
@@ -40,6 +46,7 @@ void add_perf(CLI::App &onu, Command &command)
 {
     const Query perf =
         add_query(onu, command, "perf", "Shows the counters of a UNI port; on and off switch monitoring", run_onu_perf);
+    let_set_be_missing(perf);
     add_uni(perf, "UNI port number; required where counters are shown");
     perf.app->add_flag("--history", perf.options->history, "those of the period before, in place of the current one");
     const auto add_switch = [&](const char *name, const char *brief, auto run) {
@@ -57,24 +64,28 @@ void add_services(CLI::App &onu, Command &command)
     CLI::App *services = onu.add_subcommand("services", "Shows what ONUs do for their users, and how they are managed");
     auto options = std::make_shared<ServicesOptions>();
     services->add_option("SET", options->set, set_help)->required();
-    services->add_option("SERVICE", options->services,
-                         "of " + join(onu_services) + "; all that the ONU has when left out");
+    services
+        ->add_option("SERVICE", options->services, "of " + join(onu_services) + "; all that the ONU has when left out")
+        ->type_name(join(onu_services, "|"));
     services->add_option("--wan", options->wan, "number of the WAN connection; 0, when left out, for all")
-        ->option_text("N");
+        ->type_name("N");
     runs(services, command, options, run_onu_services);
 }
 
 void add_image(CLI::App &onu, Command &command)
 {
-    CLI::App *image =
-        add_query(onu, command, "image", "Shows the image banks and how an update stands; sends images", run_onu_image)
-            .app;
+    const Query query =
+        add_query(onu, command, "image", "Shows the image banks and how an update stands; sends images", run_onu_image);
+    let_set_be_missing(query);
+    CLI::App *image = query.app;
 
     CLI::App *push = image->add_subcommand("push", "Sends an image, in parts");
     auto pushed = std::make_shared<ImagePushOptions>();
     push->add_option("SET", pushed->set, set_help)->required();
     push->add_option("FILE", pushed->file, "the image")->required();
-    push->add_option("--version", pushed->version, "version of the image, at most 16 characters")->required();
+    push->add_option("--version", pushed->version, "version of the image, at most 16 characters")
+        ->type_name("VERSION")
+        ->required();
     add_yes(push, pushed->confirmed);
     runs(push, command, pushed, run_onu_image_push);
 

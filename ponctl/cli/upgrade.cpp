@@ -19,7 +19,7 @@ void add_types(CLI::App &upgrade, Command &command)
     add->add_option("MODEL", added->model, "their model")->required();
     add->add_option("VERSION", added->version, "software version that they get")->required();
     add->add_option("SIZE", added->size, "size of the image in bytes")->required();
-    add->add_option("--file", added->file, "file name of the image; it is shown only");
+    add->add_option("--file", added->file, "file name of the image; it is shown only")->type_name("NAME");
     runs(add, command, added, run_upgrade_add);
 
     CLI::App *remove = upgrade.add_subcommand("delete", "Deletes an upgrade type");
@@ -63,14 +63,16 @@ void add_upgrade(CLI::App &app, Command &command)
     auto bound = std::make_shared<UpgradeBindOptions>();
     bind->add_option("PORT", bound->port, "PON port number")->required();
     bind->add_option("NAME", bound->name, "name of the type");
-    bind->add_flag("--none", bound->none, "in its place: no type is bound any more");
-    bind->add_option("--onus", bound->onus, "ids of the ONUs, as 1-5,7; the whole port when left out");
+    bind->add_flag("--none", bound->none, "in place of NAME: no type is bound any more");
+    bind->add_option("--onus", bound->onus, "ids of the ONUs, as 1-5,7; the whole port when left out")
+        ->type_name("SET");
     runs(bind, command, bound, run_upgrade_bind);
 
     CLI::App *start = upgrade->add_subcommand("start", "Starts to upgrade the ONUs of a port, or one of them");
     auto started = std::make_shared<UpgradeStartOptions>();
     start->add_option("PORT", started->port, "PON port number")->required();
-    start->add_option("--onu", started->onu, "ONU id on the port; all that can be upgraded when left out");
+    start->add_option("--onu", started->onu, "ONU id on the port; all that can be upgraded when left out")
+        ->type_name("ID");
     start->add_flag("--yes", started->confirmed, "do not ask: the ONUs reboot");
     runs(start, command, started, run_upgrade_start);
 
@@ -93,7 +95,7 @@ void add_loop(CLI::App &app, Command &command)
 
     CLI::App *set = loop->add_subcommand("mode", "Sets how shut ports recover");
     auto mode = std::make_shared<std::string>();
-    set->add_option("MODE", *mode, "one of " + join(loop_modes))->required();
+    set->add_option("MODE", *mode, "one of " + join(loop_modes))->required()->type_name(join(loop_modes, "|"));
     runs(set, command, mode, run_loop_mode);
 
     add_seconds(*loop, command, "time", "Sets after which time ports recover automatically", run_loop_time);

@@ -92,29 +92,4 @@ TEST(OnuConfigure, IsTheWordOfEachOnu)
     EXPECT_EQ(service.received().at(1).word(4), 6u);
 }
 
-TEST(CommandsForTables, HaveHelp)
-{
-    for (const Words &words : std::vector<Words>{{"profile"},
-                                                 {"profile", "kinds"},
-                                                 {"profile", "list"},
-                                                 {"profile", "show"},
-                                                 {"profile", "store"},
-                                                 {"profile", "delete"},
-                                                 {"profile", "text"},
-                                                 {"loid"},
-                                                 {"loid", "list"},
-                                                 {"loid", "add"},
-                                                 {"loid", "delete"},
-                                                 {"arp"},
-                                                 {"bulk"},
-                                                 {"bulk", "optics"},
-                                                 {"onu", "configure"}}) {
-        Words all = words;
-        all.push_back("--help");
-        const Finished finished = ponctl(all);
-        EXPECT_EQ(finished.code, 0);
-        EXPECT_EQ(finished.out.find("Usage: ponctl") != std::string::npos, true) << words.back();
-    }
-}
-
 } // namespace

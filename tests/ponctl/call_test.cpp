@@ -292,57 +292,6 @@ TEST(Call, LongTextGoesWhenItMay)
     EXPECT_EQ(service.received()[0].record[173 + 70], 0);
 }
 
-TEST(CommandLine, WrongWordsAreNamed)
-{
-    const std::vector<std::pair<Words, std::string>> cases{
-        {{}, "ponctl: A subcommand is required (see --help)\n"},
-        {{"bind"}, "ponctl: unknown: bind (see --help)\n"},
-        {{"call"}, "ponctl: OPERATION: missing; 'ponctl ops' lists the operations\n"},
-        {{"onu", "list", "1", "2"}, "ponctl: unknown: 2 (see --help)\n"},
-        {{"-o", "xml", "ops"}, "ponctl: --output: 'xml' is not one of table, json, hex\n"},
-        {{"--timeout", "0", "onu", "list"}, "ponctl: --timeout: '0' is not a number of milliseconds from 1\n"},
-    };
-    for (const auto &[words, error] : cases) {
-        const Finished finished = ponctl(words);
-        EXPECT_EQ(finished.code, 2);
-        EXPECT_EQ(finished.err, error);
-    }
-}
-
-TEST(CommandLine, HasHelpForEveryCommand)
-{
-    const std::vector<Words> commands{{},
-                                      {"ops"},
-                                      {"call"},
-                                      {"raw"},
-                                      {"trace"},
-                                      {"replay"},
-                                      {"idset"},
-                                      {"onu"},
-                                      {"onu", "list"},
-                                      {"onu", "show"},
-                                      {"onu", "bind"},
-                                      {"onu", "release"},
-                                      {"onu", "confirm"},
-                                      {"onu", "describe"},
-                                      {"onu", "reject"},
-                                      {"onu", "allow"},
-                                      {"port", "list"},
-                                      {"whitelist", "ids"},
-                                      {"blacklist"},
-                                      {"blacklist", "ids"},
-                                      {"auth", "show"},
-                                      {"auth", "set"},
-                                      {"auth", "remove"},
-                                      {"alarm", "list"},
-                                      {"alarm", "clear"}};
-    for (const Words &words : commands) {
-        const Finished finished = ponctl(with(words, {"--help"}));
-        EXPECT_EQ(finished.code, 0);
-        EXPECT_THAT(finished.out, HasSubstr("Usage: ponctl"));
-    }
-}
-
 TEST(CommandLine, TimeOutIsTheOneGiven)
 {
     std::mutex holding;

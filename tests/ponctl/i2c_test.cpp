@@ -68,7 +68,7 @@ TEST(I2cWrite, RefusesWhatCannotBe)
     const std::vector<std::pair<std::string, std::string>> cases{
         {"4", "BYTES: "},
         {"zz", "BYTES: "},
-        {"", "BYTES: none"},
+        {"", "BYTES: '' is not pairs of hexadecimal digits"},
         {std::string(2 * 129, '0'), "BYTES: 129 bytes are more than the 128 that go at once"},
     };
     for (const auto &[bytes, error] : cases) {

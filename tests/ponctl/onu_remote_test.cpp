@@ -255,7 +255,7 @@ TEST(RemoteOnus, AreRefusedBeforeAnythingIsSent)
 {
     const FakeService service;
     const std::vector<std::pair<Words, std::string>> cases{
-        {{"info"}, "SET: missing; give a PON port and ids of its ONUs"},
+        {{"image"}, "SET: missing; give a PON port and ids of its ONUs"},
         {{"image", "5"}, "SET: '5' is not a PON port and ids of its ONUs"},
         {{"ports", "1/5", "--uni", "256"}, "--uni: '256' is not a number from 0 to 255"},
         {{"perf", "1/5"}, "--uni: missing"},
@@ -271,31 +271,6 @@ TEST(RemoteOnus, AreRefusedBeforeAnythingIsSent)
         EXPECT_THAT(finished.err, HasSubstr("ponctl: " + error));
     }
     EXPECT_TRUE(service.received().empty());
-}
-
-TEST(RemoteOnus, HaveHelpForEachCommand)
-{
-    for (const Words &words : std::vector<Words>{{"info"},
-                                                 {"ports"},
-                                                 {"vlan"},
-                                                 {"multicast"},
-                                                 {"perf"},
-                                                 {"perf", "on"},
-                                                 {"perf", "off"},
-                                                 {"optics"},
-                                                 {"services"},
-                                                 {"image"},
-                                                 {"image", "push"},
-                                                 {"image", "commit"},
-                                                 {"multillid"},
-                                                 {"set"}}) {
-        Words help{"onu"};
-        help.insert(help.end(), words.begin(), words.end());
-        help.push_back("--help");
-        const Finished finished = ponctl(help);
-        EXPECT_EQ(finished.code, 0) << words.back();
-        EXPECT_THAT(finished.out, HasSubstr("1/5, 1/3-17,20 or 1/all")) << words.back();
-    }
 }
 
 } // namespace

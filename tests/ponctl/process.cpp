@@ -78,9 +78,18 @@ void Terminal::type(const std::string &text) const
     if (write(keyboard, text.data(), text.size()) < 0) throw std::runtime_error("cannot type");
 }
 
+// What was written may come in pieces: a mark behind it says that all of it is there.
 std::string Terminal::text() const
 {
-    char text[4096];
-    const ssize_t length = read(keyboard, text, sizeof text);
-    return {text, static_cast<size_t>(length > 0 ? length : 0)};
+    constexpr char mark = '\0';
+    if (write(terminal, &mark, 1) < 0) throw std::runtime_error("cannot write");
+    std::string text;
+    char chunk[4096];
+    while (text.empty() || text.back() != mark) {
+        const ssize_t length = read(keyboard, chunk, sizeof chunk);
+        if (length <= 0) throw std::runtime_error("cannot read the terminal");
+        text.append(chunk, static_cast<size_t>(length));
+    }
+    text.pop_back();
+    return text;
 }

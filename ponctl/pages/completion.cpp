@@ -1,0 +1,136 @@
+#include "pages/completion.h"
+
+#include <algorithm>
+
+#include "cli/help.h"
+#include "operation_text.h"
+#include "pages/tree.h"
+
+namespace ponctl
+{
+namespace
+{
+
+std::vector<Candidate> values_of(const CLI::Option &option)
+{
+    switch (completes(option)) {
+    case Completes::files:
+        return {{"@files", {}}};
+    case Completes::folders:
+        return {{"@folders", {}}};
+    case Completes::operation_arguments:
+        return {{"@arguments", {}}};
+    case Completes::words:
+        break;
+    }
+    std::vector<Candidate> values;
+    for (const std::string &word : words_for(option)) {
+        const catalogue::Operation *operation = catalogue::find_operation(word);
+        values.push_back({word, operation ? std::string(operation->brief) : std::string()});
+    }
+    return values;
+}
+
+void add_positions(std::vector<Position> &positions, const CLI::App &command)
+{
+    const std::string path = path_of(command);
+    Position commands{"commands:" + path, {}};
+    for (const CLI::App *each : commands_of(command))
+        commands.candidates.push_back({each->get_name(), each->get_description()});
+    if (!commands.candidates.empty()) positions.push_back(commands);
+
+    Position options{"options:" + path, {}};
+    for (const CLI::Option *option : options_of(command)) {
+        if (option == command.get_help_ptr() && command.get_parent()) continue; // the program's own holds everywhere
+        for (const std::string &spelling : spellings_of(*option)) {
+            options.candidates.push_back({spelling, option->get_description()});
+            if (!value_name(*option).empty())
+                positions.push_back({"value:" + path + ":" + spelling, values_of(*option)});
+        }
+    }
+    if (!options.candidates.empty()) positions.push_back(options);
+
+    size_t number = 0;
+    for (const CLI::Option *argument : arguments_of(command))
+        positions.push_back(
+            {"argument:" + path + ":" + (takes_many(*argument) ? std::string("more") : std::to_string(++number)),
+             values_of(*argument)});
+}
+
+Position arguments_of(const catalogue::Operation &operation)
+{
+    Position position{"operation:" + std::string(operation.name), {}};
+    for (const catalogue::Argument &argument : operation.arguments) {
+        const std::string name(argument.name), about(argument.brief);
+        if (is_output(argument)) continue;
+        const auto add_field = [&](const catalogue::Field &field) {
+            position.candidates.push_back({name + "." + std::string(field.name) + "=", std::string(field.brief)});
+        };
+        if (takes_fields(operation, argument))
+            for (const catalogue::Field *field : fields_of(operation, argument))
+                add_field(*field);
+        const catalogue::Layout *layout = takes_whole_record(argument) ? layout_of(operation, false) : nullptr;
+        if (layout) std::ranges::for_each(layout->fields, add_field);
+        position.candidates.push_back({name + "=", about});
+    }
+    return position;
+}
+
+// A text in single quotes, with what may not stand in them replaced.
+std::string quoted(const std::string &text, const std::string &apostrophe)
+{
+    return "'" + CLI::detail::find_and_replace(text, "'", apostrophe) + "'";
+}
+
+} // namespace
+
+std::vector<Position> positions_of(const CLI::App &program)
+{
+    std::vector<Position> positions;
+    for (const CLI::App *command : all_commands_of(program))
+        add_positions(positions, *command);
+    for (const catalogue::Operation &operation : catalogue::operations())
+        positions.push_back(arguments_of(operation));
+    return positions;
+}
+
+std::string bash_table(const std::vector<Position> &positions)
+{
+    std::string text = "_ponctl_known() {\n    case $1 in\n";
+    for (const Position &position : positions) {
+        std::string words;
+        for (const Candidate &candidate : position.candidates)
+            words += (words.empty() ? "" : " ") + candidate.word;
+        text += "    '" + position.key + "') known='" + words + "' ;;\n";
+    }
+    return text + "    *) known=; return 1 ;;\n    esac\n}\n";
+}
+
+std::string zsh_table(const std::vector<Position> &positions)
+{
+    std::string text = "_ponctl_known() {\n    case $1 in\n";
+    for (const Position &position : positions) {
+        text += "    '" + position.key + "') known=(";
+        for (const Candidate &candidate : position.candidates) {
+            std::string word = CLI::detail::find_and_replace(candidate.word, ":", "\\:");
+            if (!candidate.about.empty()) word += ":" + candidate.about;
+            text += "\n        " + quoted(word, "'\\''");
+        }
+        text += ") ;;\n";
+    }
+    return text + "    *) known=(); return 1 ;;\n    esac\n}\n";
+}
+
+std::string fish_table(const std::vector<Position> &positions)
+{
+    std::string text = "function __ponctl_known\n    switch $argv[1]\n";
+    for (const Position &position : positions) {
+        text += "        case '" + position.key + "'\n";
+        for (const Candidate &candidate : position.candidates)
+            text += "            printf '%s\\t%s\\n' " + quoted(candidate.word, "\\'") + " " +
+                    quoted(candidate.about, "\\'") + "\n";
+    }
+    return text + "        case '*'\n            return 1\n    end\n    return 0\nend\n";
+}
+
+} // namespace ponctl

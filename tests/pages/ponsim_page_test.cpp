@@ -1,0 +1,75 @@
+// The page of the daemon, which is written by hand, has what the daemon has, and nothing else.
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "control.h"
+#include "shell.h"
+#include "simulator.h"
+
+namespace
+{
+
+using Names = std::set<std::string>;
+
+// What the groups of an expression match in a text, one of each match.
+Names found(const std::string &text, const char *expression)
+{
+    const std::regex wanted(expression);
+    Names names;
+    for (std::sregex_iterator match(text.begin(), text.end(), wanted), end; match != end; ++match)
+        names.insert((*match)[1]);
+    return names;
+}
+
+// The source of the page.
+std::string page()
+{
+    std::ifstream in(PAGE);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// A section or subsection of it.
+std::string section(const std::string &heading)
+{
+    const std::string text = page();
+    const size_t start = text.find(heading + "\n");
+    EXPECT_NE(start, text.npos) << heading;
+    return text.substr(start, text.find("\n.S", start) - start);
+}
+
+Names options_of_the_program()
+{
+    return found(output_of(PONSIM " --help"), "\n  (?:-\\w,)?--([a-z-]+)");
+}
+
+TEST(PonsimPage, IsGoodMdoc)
+{
+    EXPECT_EQ(complaints_about(PAGE), "");
+}
+
+TEST(PonsimPage, DescribesTheOptionsThatThereAre)
+{
+    EXPECT_EQ(found(page(), "\n\\.It (?:Fl h , )?Fl -([a-z-]+)"), options_of_the_program());
+}
+
+TEST(PonsimPage, HasTheOptionsInItsSynopsis)
+{
+    Names wanted = options_of_the_program();
+    wanted.erase("help");
+    wanted.erase("version");
+    EXPECT_EQ(found(section(".Sh SYNOPSIS"), "Fl -([a-z-]+)"), wanted);
+}
+
+TEST(PonsimPage, DescribesTheControlCommandsThatThereAre)
+{
+    ponsim::Store store("", false);
+    ponsim::Simulator simulator(store, {});
+    ponsim::Clock clock(0, 0);
+    const Names commands = found("\n" + ponsim::control(simulator, clock, "help"), "\n([a-z-]+) ");
+    EXPECT_EQ(found(section(".Ss Model time and control"), "\n\\.It Cm ([a-z-]+)"), commands);
+}
+
+} // namespace
