@@ -1,10 +1,20 @@
 // ponctl alarm.
+#include "consent.h"
 #include "daily.h"
+#include "onu_set.h"
 
 namespace ponctl
 {
 namespace
 {
+
+// The set that is named in place of a port; id 0 would stand for all ONUs of it.
+std::optional<OnuSet> set_of(const AlarmOptions &options)
+{
+    std::optional<OnuSet> set = set_in_place_of(options.port, options.onu);
+    if (set) set->but_0 = true;
+    return set;
+}
 
 // What an alarm operation's record selects: all ports, one, or one ONU of it.
 std::vector<std::string> selection_of(const AlarmOptions &options)
@@ -20,15 +30,19 @@ std::vector<std::string> selection_of(const AlarmOptions &options)
 
 ExitCode run_alarm_list(const Output &output, const AlarmOptions &options)
 {
-    return run_list(output, "bsp_pon_get_onu_alarm", selection_of(options));
+    constexpr const char *operation = "bsp_pon_get_onu_alarm";
+    if (const auto set = set_of(options)) return list_onus(output, *set, operation);
+    return run_list(output, operation, selection_of(options));
 }
 
 ExitCode run_alarm_clear(const Output &output, const AlarmOptions &options)
 {
     if (!options.alarm.empty()) parse_number("--alarm", options.alarm);
+    if (const auto set = set_of(options))
+        return tell_onus(*set, "bsp_pon_clear_onu_alarm", words_of({{"record.arg_value", options.alarm}}));
     const auto words = selection_of(options);
     const bool is_everything = port_of(options.port) == "0" && options.onu.empty() && options.alarm.empty();
-    ask(options.confirmed || !is_everything, "clearing all alarms of all ports");
+    if (is_everything) ask("clearing all alarms of all ports");
     return call(output, "bsp_pon_clear_onu_alarm", words);
 }
 

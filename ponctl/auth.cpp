@@ -1,6 +1,7 @@
 // ponctl auth: how the ONUs of a port prove who they are.
 #include <algorithm>
 
+#include "consent.h"
 #include "daily.h"
 #include "words.h"
 
@@ -37,7 +38,7 @@ ExitCode run_auth_set(const Output &output, const AuthOptions &options)
     check_text("--password", options.password, longest_password);
     if (options.loid.empty() && !options.password.empty())
         throw UsageError("--password: goes with --loid, whose password it is");
-    ask(options.confirmed, "having the ONUs of port " + port + " prove anew who they are");
+    ask_before("bsp_pon_onu_auth_mode_type_set", "having the ONUs of port " + port + " prove anew who they are");
     return call(output, "bsp_pon_onu_auth_mode_type_set",
                 words_of({{"pon_port", port}, {"text_a", options.loid}, {"text_b", options.password}, {"mode", mode}}));
 }
@@ -47,8 +48,8 @@ ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
     const std::string port = port_of(options.port);
     check_text("LOID", options.loid, longest_loid);
     if (options.loid.empty()) throw UsageError("LOID: empty");
-    ask(options.confirmed,
-        "having the ONUs of port " + port + " prove anew who they are, without LOID " + options.loid);
+    ask_before("bsp_pon_onu_auth_set",
+               "having the ONUs of port " + port + " prove anew who they are, without LOID " + options.loid);
     // What removes a record sets the mode too, so it must state the one that holds.
     const Called current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}));
     if (!current.good()) return current.report();

@@ -1,6 +1,7 @@
 // ponctl call: any operation of the library.
 #include "called.h"
 #include "numbers.h"
+#include "onu_set.h"
 #include "report.h"
 
 namespace ponctl
@@ -65,23 +66,41 @@ void write_output(Json &json, const Called &called, size_t index)
         json.record(called.reading(index));
 }
 
-void show_outputs(const Output &output, const Called &called)
+void for_each_output(const Called &called, const std::function<void(size_t)> &show)
 {
-    const auto each = [&called](auto show) {
-        for (size_t index = 0; index < called.operation().arguments.size(); ++index)
-            if (called.delivers(index)) show(index);
-    };
-    if (output.format != Format::json) return each([&](size_t index) { print_output(output, called, index); });
+    for (size_t index = 0; index < called.operation().arguments.size(); ++index)
+        if (called.delivers(index)) show(index);
+}
 
-    Json json(output.stream);
+void write_outputs(Json &json, const Called &called)
+{
     json->StartObject();
     json.member("operation", called.operation().name);
     json.status(called.status());
     json.key("outputs");
     json->StartObject();
-    each([&](size_t index) { write_output(json, called, index); });
+    for_each_output(called, [&](size_t index) { write_output(json, called, index); });
     json->EndObject();
     json->EndObject();
+}
+
+void show_outputs(const Output &output, const Called &called)
+{
+    if (output.format != Format::json)
+        return for_each_output(called, [&](size_t index) { print_output(output, called, index); });
+    Json json(output.stream);
+    write_outputs(json, called);
+}
+
+// What was delivered for one ONU, under its name.
+void show_outputs_of(const Output &output, const OnuCalls &of_onu, const CallOptions &options)
+{
+    const Called &called = of_onu.calls.front();
+    if (output.headings) std::fprintf(output.stream, "ONU %s\n", of_onu.onu.c_str());
+    if (options.dry_run)
+        print_request(output, called.exchange(), *called.operation().record);
+    else if (called.answered())
+        show_outputs(output, called);
 }
 
 } // namespace
@@ -96,6 +115,33 @@ ExitCode run_call(const Output &output, const catalogue::Operation &operation, c
     }
     if (called.answered()) show_outputs(output, called);
     return called.report();
+}
+
+ExitCode run_call_each(const Output &output, const catalogue::Operation &operation, const std::string &onus,
+                       const std::vector<std::string> &words, const CallOptions &options)
+{
+    return for_each_onu(
+        parse_onu_set(onus),
+        [&](const Onu &onu, std::deque<Called> &calls) {
+            calls.emplace_back(operation, onu_words(operation, onu, words), options);
+        },
+        [&](const std::deque<OnuCalls> &asked, bool) {
+            if (output.format != Format::json || options.dry_run) {
+                for (const OnuCalls &of_onu : asked)
+                    show_outputs_of(output, of_onu, options);
+                return;
+            }
+            Json json(output.stream);
+            json->StartObject();
+            for (const OnuCalls &of_onu : asked) {
+                json.key(of_onu.onu);
+                if (of_onu.calls.front().answered())
+                    write_outputs(json, of_onu.calls.front());
+                else
+                    json->Null();
+            }
+            json->EndObject();
+        });
 }
 
 ExitCode run_list(const Output &output, const char *operation, const std::vector<std::string> &words,

@@ -12,7 +12,8 @@ using catalogue::ArgumentType;
 Called::Called(const catalogue::Operation &operation, const std::vector<std::string> &words, const CallOptions &options)
     : arguments(operation, words, options.allow_long), command(arguments.command())
 {
-    const Watch watch(!options.dry_run);
+    const Sender sender{"calling " + std::string(operation.name), operation.record, &operation};
+    const Watch watch(sender, !options.dry_run);
     returned = catalogue::invoke(operation, arguments.values());
     exchanged = watch.exchange();
     arguments.settle();

@@ -11,7 +11,8 @@ namespace ponctl
 class Called
 {
 public:
-    // Calls the operation with arguments of the form name=value. Wrong ones are a UsageError, and nothing is sent.
+    // Calls the operation with arguments of the form name=value. Wrong ones are a UsageError, and so is a no to the
+    // question before what affects service; nothing is sent then.
     Called(const catalogue::Operation &operation, const std::vector<std::string> &words,
            const CallOptions &options = {});
     Called(const char *operation, const std::vector<std::string> &words);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,10 @@ struct CallOptions {
 // Calls an operation with arguments of the form name=value, and shows all that it delivers.
 ExitCode run_call(const Output &output, const catalogue::Operation &operation, const std::vector<std::string> &words,
                   const CallOptions &options);
+
+// The same for each ONU of a set, with the arguments that name the ONU filled in.
+ExitCode run_call_each(const Output &output, const catalogue::Operation &operation, const std::string &onus,
+                       const std::vector<std::string> &words, const CallOptions &options);
 
 // Calls an operation for what it delivers: shows the rows of its database alone.
 ExitCode run_list(const Output &output, const char *operation, const std::vector<std::string> &words,
@@ -62,7 +67,6 @@ struct ReplayOptions {
     bool verbose = false;             // show those that are equal, too
     std::vector<std::string> ignored; // fields and columns that may differ
     bool reads_only = false;
-    bool confirmed = false; // asked for when requests are sent that change something
 };
 
 // Sends the requests of a recording to the service, and shows where its answers differ from those recorded.
@@ -77,10 +81,10 @@ struct IdSetOptions {
 // Sets of ONU ids as texts: for people, and as the library prints them.
 ExitCode run_idset(const Output &output, const IdSetOptions &options);
 
-// The commands of daily work. A port that is left out stands for all. Where ONUs in service may be hit, one who sits at
-// a terminal is asked unless that is `confirmed`.
+// The commands of daily work. A port that is left out stands for all.
 struct OnuOptions {
-    std::string port, onu; // id or MAC address
+    std::string port; // or a set, without an ONU
+    std::string onu;  // id or MAC address
 };
 
 struct BindOptions {
@@ -91,7 +95,6 @@ struct ReleaseOptions {
     std::string port, mac, id;
     bool offline = false;
     bool all = false;
-    bool confirmed = false; // asked for with `offline` and `all`
 };
 
 struct ConfirmOptions : OnuOptions {
@@ -100,14 +103,14 @@ struct ConfirmOptions : OnuOptions {
 };
 
 struct DescribeOptions {
-    std::string port, id, text;
+    std::string port, id;            // or a set, and the text
+    std::optional<std::string> text; // nothing with a set
 };
 
 struct RejectOptions {
     std::string port;
     std::vector<std::string> ids;
     std::string mac, text;
-    bool confirmed = false;
 };
 
 struct AllowOptions {
@@ -133,7 +136,6 @@ inline constexpr std::array<std::string_view, 4> auth_modes{"mac", "loid", "loid
 
 struct AuthOptions {
     std::string port, mode, loid, password;
-    bool confirmed = false;
 };
 
 ExitCode run_auth_show(const Output &output, const std::string &port);
@@ -141,8 +143,7 @@ ExitCode run_auth_set(const Output &output, const AuthOptions &options);
 ExitCode run_auth_remove(const Output &output, const AuthOptions &options);
 
 struct AlarmOptions : OnuOptions {
-    std::string alarm;      // code
-    bool confirmed = false; // asked for when all alarms of all ports are cleared
+    std::string alarm; // code
 };
 
 ExitCode run_alarm_list(const Output &output, const AlarmOptions &options);

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include "consent.h"
 #include "daily.h"
 #include "platform.h"
 #include "report.h"
@@ -69,12 +70,12 @@ ExitCode run_config_save(const Output &output, const std::string &file)
     return exit_success;
 }
 
-ExitCode run_config_load(const Output &, const ConfigLoadOptions &options)
+ExitCode run_config_load(const Output &, const std::string &file)
 {
     constexpr size_t longest_part = 4080;
-    const Bytes text = parse_block("FILE", "@" + options.file);
-    if (text.empty()) throw UsageError("FILE: " + options.file + " is empty");
-    ask(options.confirmed, "loading " + options.file + ", which replaces all that the OLT keeps,");
+    const Bytes text = parse_block("FILE", "@" + file);
+    if (text.empty()) throw UsageError("FILE: " + file + " is empty");
+    ask_before("BSP_CMD_CONFIG_LOAD", "loading " + file + ", which replaces all that the OLT keeps,");
     for (size_t offset = 0; offset < text.size(); offset += longest_part) {
         const size_t length = std::min(longest_part, text.size() - offset);
         Bytes part;
@@ -84,9 +85,9 @@ ExitCode run_config_load(const Output &, const ConfigLoadOptions &options)
         const auto start = text.begin() + static_cast<ptrdiff_t>(offset);
         part.insert(part.end(), start, start + static_cast<ptrdiff_t>(length));
         const Called sent("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD_PART"), "buf=hex:" + format_hex(part)});
-        if (!sent.good()) return sent.report(options.file + ": ");
+        if (!sent.good()) return sent.report(file + ": ");
     }
-    return Called("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD")}).report(options.file + ": ");
+    return Called("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD")}).report(file + ": ");
 }
 
 } // namespace ponctl

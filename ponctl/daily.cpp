@@ -1,9 +1,5 @@
 #include "daily.h"
 
-#include <iostream>
-
-#include <unistd.h>
-
 namespace ponctl
 {
 
@@ -34,7 +30,7 @@ OnuName onu_of(const std::string &text)
 OnuName onu_but_0_of(const std::string &text)
 {
     const OnuName onu = onu_of(text);
-    if (onu.id == "0") throw UsageError("ONU: here id 0 means none; name that ONU by its MAC address");
+    if (onu.id == "0") throw UsageError("ONU: " + id_0_is_none);
     return onu;
 }
 
@@ -48,17 +44,6 @@ void check_text(const char *name, const std::string &text, size_t greatest)
 ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words)
 {
     return run_call(output, *catalogue::find_operation(operation), words, {});
-}
-
-void ask(bool confirmed, const std::string &action)
-{
-    if (confirmed) return;
-    if (!isatty(STDIN_FILENO))
-        throw UsageError("--yes: missing; " + action + " needs it when no terminal is there to ask");
-    std::cerr << "ponctl: " << action << "? [y/N] " << std::flush;
-    std::string answer;
-    std::getline(std::cin, answer);
-    if (answer != "y" && answer != "yes") throw UsageError("nothing was changed");
 }
 
 } // namespace ponctl

@@ -24,15 +24,12 @@ struct OnuName {
 OnuName onu_of(const std::string &text);
 // The same for operations to which id 0 is none: there it is a UsageError that says so.
 OnuName onu_but_0_of(const std::string &text);
+inline const std::string id_0_is_none = "here id 0 means none; name that ONU by its MAC address";
 
 // Refuses a text of more bytes than there can be.
 void check_text(const char *name, const std::string &text, size_t greatest);
 
 // Shows what an operation delivers, as `ponctl call` does.
 ExitCode call(const Output &output, const char *operation, const std::vector<std::string> &words);
-
-// Asks one who sits at the terminal whether to do it, unless that is `confirmed`. A no is a UsageError, and so is
-// nobody to ask.
-void ask(bool confirmed, const std::string &action);
 
 } // namespace ponctl

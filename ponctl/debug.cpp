@@ -1,6 +1,7 @@
 // ponctl debug: the PON chip and the interfaces, and the switches of the service's debug output.
 #include <algorithm>
 
+#include "consent.h"
 #include "daily.h"
 #include "platform.h"
 #include "sections.h"
@@ -89,7 +90,7 @@ ExitCode run_debug_ge_phy_set(const Output &, const DebugPhyOptions &options)
 {
     const auto words = words_of(
         {{"port", number_word("PORT", options.port)}, {"value", std::to_string(settings_of(options.settings))}});
-    ask(options.confirmed, "setting the PHY of GE port " + options.port);
+    ask_before("bsp_debug_plat_ge_phy_set", "setting the PHY of GE port " + options.port);
     return Called("bsp_debug_plat_ge_phy_set", words).report();
 }
 

@@ -1,5 +1,7 @@
 #include "exchange.h"
 
+#include <exception>
+
 #include <dlfcn.h>
 
 #include "board/ipc.h"
@@ -9,9 +11,10 @@ namespace ponctl
 namespace
 {
 
-bool watching = false;
+const Sender *watched = nullptr; // null: nobody watches
 bool sending = true;
 Exchange last;
+std::exception_ptr refusal;
 
 void note_answer(const uint32_t *status)
 {
@@ -21,8 +24,20 @@ void note_answer(const uint32_t *status)
 void note_answer(const void *response, const uint32_t *length, const uint32_t *status)
 {
     const auto *bytes = static_cast<const uint8_t *>(response);
-    if (watching) last.response.assign(bytes, bytes + *length);
+    if (watched) last.response.assign(bytes, bytes + *length);
     note_answer(status);
+}
+
+// Whether the request that was noted may be sent. The library, through which the call came, takes no exception.
+bool may_be_sent()
+{
+    try {
+        ask_before(*watched, last);
+        return true;
+    } catch (...) {
+        refusal = std::current_exception();
+        return false;
+    }
 }
 
 // Notes a call and passes it on to the IPC library's function of the same name. The last of the arguments is where the
@@ -31,10 +46,11 @@ template <class Function, class... Rest>
 int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_t msg_type, const void *request,
                 uint32_t request_length, Rest... rest)
 {
-    if (watching) {
+    if (watched) {
         const auto *bytes = static_cast<const uint8_t *>(request);
         last = {true, IPC_OK, 0, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length}, {}};
         if (!sending) return IPC_OK;
+        if (!may_be_sent()) return IPC_ERR_SYSTEM;
     }
     const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
     const int32_t result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
@@ -45,20 +61,22 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
 
 } // namespace
 
-Watch::Watch(bool sent)
+Watch::Watch(const Sender &sender, bool sent)
 {
-    watching = true;
+    watched = &sender;
     sending = sent;
     last = {};
+    refusal = nullptr;
 }
 
 Watch::~Watch()
 {
-    watching = false;
+    watched = nullptr;
 }
 
 const Exchange &Watch::exchange() const
 {
+    if (refusal) std::rethrow_exception(refusal);
     return last;
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "catalogue.h"
+#include "consent.h"
 #include "values.h"
 
 namespace ponctl
@@ -22,16 +23,18 @@ struct Exchange {
     Bytes response; // as much as was received
 };
 
-// Notes the last exchange made while it lives; only one lives at a time.
+// Notes the last exchange made while it lives; only one lives at a time. Before a request that affects service is sent,
+// it asks.
 class Watch
 {
 public:
     // Unless they are `sent`, requests are noted only, and count as answered with nothing.
-    explicit Watch(bool sent = true);
+    explicit Watch(const Sender &sender, bool sent = true);
     ~Watch();
     Watch(const Watch &) = delete;
     Watch &operator=(const Watch &) = delete;
 
+    // Throws the UsageError where it was refused.
     const Exchange &exchange() const;
 };
 

@@ -1,4 +1,5 @@
 // ponctl fdb: the OLT's forwarding database.
+#include "consent.h"
 #include "daily.h"
 #include "platform.h"
 #include "report.h"
@@ -55,7 +56,7 @@ ExitCode run_fdb_flush(const Output &, const FdbFlushOptions &options)
                   {"filter.llid", number_word("--llid", options.llid, UINT16_MAX)},
                   {"filter.vlan", number_word("--vlan", options.vlan, UINT16_MAX)},
                   {"filter.mac", mac_of(options.mac)}});
-    ask(options.confirmed, words.empty() ? "forgetting every address" : "forgetting these addresses");
+    ask_before("bsp_pon_plat_fdb_flush", words.empty() ? "forgetting every address" : "forgetting these addresses");
     return Called("bsp_pon_plat_fdb_flush", words.empty() ? std::vector<std::string>{"filter=hex:"} : words).report();
 }
 
@@ -64,7 +65,7 @@ ExitCode run_fdb_set(const Output &, const FdbSetOptions &options)
     const auto words = words_of({{"cfg.ageing", number_word("AGEING", options.ageing)},
                                  {"cfg.learning", number_of_word("--learning", options.learning, off_on)},
                                  {"cfg.port_limit", number_word("--port-limit", options.limit)}});
-    ask(options.confirmed, "changing how the OLT learns addresses");
+    ask_before("bsp_pon_plat_fdb_cfg_set", "changing how the OLT learns addresses");
     return Called("bsp_pon_plat_fdb_cfg_set", words).report();
 }
 

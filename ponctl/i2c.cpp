@@ -1,4 +1,5 @@
 // ponctl i2c: the bus to the optical modules.
+#include "consent.h"
 #include "daily.h"
 #include "platform.h"
 #include "report.h"
@@ -82,7 +83,8 @@ ExitCode run_i2c_write(const Output &, const I2cOptions &options)
                          std::to_string(data.size) + " that go at once");
     std::vector<std::string> words = place_of(options, bytes.size());
     words.push_back("buf.data=hex:" + format_hex(bytes));
-    ask(options.confirmed, "writing " + std::to_string(bytes.size()) + " bytes to the module in cage " + options.port);
+    ask_before("bsp_debug_8022_i2c_write",
+               "writing " + std::to_string(bytes.size()) + " bytes to the module in cage " + options.port);
     return Called("bsp_debug_8022_i2c_write", words).report();
 }
 

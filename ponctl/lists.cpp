@@ -1,7 +1,9 @@
 // ponctl blacklist, ponctl whitelist, and what puts ONUs on the black list and takes them off.
 #include <cstring>
 
+#include "consent.h"
 #include "daily.h"
+#include "onu_set.h"
 
 namespace ponctl
 {
@@ -47,7 +49,7 @@ ExitCode reject_by_mac(const Output &output, const RejectOptions &options, const
     if (!options.ids.empty()) throw UsageError("--mac: not together with ids");
     const std::string mac = format_mac(parse_mac("--mac", options.mac).data());
     check_text("--text", options.text, longest_entry_text);
-    ask(options.confirmed, "rejecting ONU " + mac + " at port " + port);
+    ask_before("bsp_pon_blacklist_add_onu_auto_id", "rejecting ONU " + mac + " at port " + port);
     return call(output, "bsp_pon_blacklist_add_onu_auto_id",
                 words_of({{"pon_port", port}, {"mac", mac}, {"text", options.text}}));
 }
@@ -71,6 +73,13 @@ ExitCode run_whitelist_ids(const Output &output, const std::string &port)
 
 ExitCode run_onu_reject(const Output &output, const RejectOptions &options)
 {
+    constexpr const char *one = "bsp_pon_reject_onu_to_blacklist";
+    if (const auto set = set_in_place_of(options.port)) {
+        if (!options.ids.empty() || !(options.mac + options.text).empty())
+            throw UsageError("ID, --mac and --text: not beside a set; " + options.port + " names the ONUs already");
+        ask_before(one, "rejecting " + describe_onu_set(*set));
+        return tell_onus(*set, one);
+    }
     const std::string port = port_of(options.port);
     if (!options.mac.empty()) return reject_by_mac(output, options, port);
     if (!options.text.empty()) throw UsageError("--text: goes with --mac alone");
@@ -78,9 +87,8 @@ ExitCode run_onu_reject(const Output &output, const RejectOptions &options)
     const uint32_t count = count_of(ids);
     if (count == 0) throw UsageError("which ONU? give ONU ids, as 1-5,7, or --mac MAC");
     const std::string which = format_idset(ids);
-    ask(options.confirmed, (count == 1 ? "rejecting ONU " : "rejecting ONUs ") + which + " of port " + port);
-    if (count == 1)
-        return call(output, "bsp_pon_reject_onu_to_blacklist", words_of({{"pon_port", port}, {"onu_id", which}}));
+    ask_before(one, (count == 1 ? "rejecting ONU " : "rejecting ONUs ") + which + " of port " + port);
+    if (count == 1) return call(output, one, words_of({{"pon_port", port}, {"onu_id", which}}));
     return call(output, "bsp_pon_reject_onu_to_blacklist_batch",
                 words_of({{"record.pon_port", port}, {"record.onu_set", which}}));
 }
@@ -89,12 +97,16 @@ ExitCode run_onu_allow(const Output &output, const AllowOptions &options)
 {
     const std::string port = port_of(options.port);
     if (options.mac.empty() == options.ids.empty()) throw UsageError("which ONU? give either MAC or --ids SET");
-    if (!options.mac.empty())
-        return call(output, "bsp_pon_no_bind_blacklist_onu_by_mac",
-                    words_of({{"pon_port", port}, {"mac", format_mac(parse_mac("MAC", options.mac).data())}}));
-    return call(
-        output, "bsp_pon_no_bind_blacklist_batch",
-        words_of({{"record.pon_port", port}, {"record.id_set", format_idset(parse_idset("--ids", options.ids))}}));
+    if (!options.mac.empty()) {
+        const std::string mac = format_mac(parse_mac("MAC", options.mac).data());
+        ask_before("bsp_pon_no_bind_blacklist_onu_by_mac", "allowing ONU " + mac + " at port " + port + " again");
+        return call(output, "bsp_pon_no_bind_blacklist_onu_by_mac", words_of({{"pon_port", port}, {"mac", mac}}));
+    }
+    const std::string ids = format_idset(parse_idset("--ids", options.ids));
+    ask_before("bsp_pon_no_bind_blacklist_batch",
+               "allowing the ONUs with ids " + ids + " on the black list of port " + port + " again");
+    return call(output, "bsp_pon_no_bind_blacklist_batch",
+                words_of({{"record.pon_port", port}, {"record.id_set", ids}}));
 }
 
 } // namespace ponctl

@@ -1,4 +1,5 @@
 // ponctl loop: detection of forwarding loops behind the ONUs.
+#include "consent.h"
 #include "daily.h"
 #include "platform.h"
 #include "sections.h"
@@ -13,9 +14,9 @@ ExitCode send(const char *operation, const char *argument, const std::string &va
     return Called(operation, words_of({{argument, value}})).report();
 }
 
-ExitCode switch_detection(const LoopOptions &options, const char *action, const char *state)
+ExitCode switch_detection(const char *action, const char *state)
 {
-    ask(options.confirmed, action);
+    ask_before("bsp_pon_loop_detect_status", action);
     return send("bsp_pon_loop_detect_status", "state", state);
 }
 
@@ -31,19 +32,19 @@ ExitCode run_loop_show(const Output &output)
     return show(output, {{"settings", "Settings", &settings, styles, true}, {"ports", "Ports", &ports}});
 }
 
-ExitCode run_loop_on(const Output &, const LoopOptions &options)
+ExitCode run_loop_on(const Output &)
 {
-    return switch_detection(options, "having ports with a loop shut", "1");
+    return switch_detection("having ports with a loop shut", "1");
 }
 
-ExitCode run_loop_off(const Output &, const LoopOptions &options)
+ExitCode run_loop_off(const Output &)
 {
-    return switch_detection(options, "leaving loops alone", "0");
+    return switch_detection("leaving loops alone", "0");
 }
 
-ExitCode run_loop_recover(const Output &, const LoopOptions &options)
+ExitCode run_loop_recover(const Output &)
 {
-    ask(options.confirmed, "opening the ports that loops shut");
+    ask_before("bsp_pon_loop_detect_recover_manual", "opening the ports that loops shut");
     return Called("bsp_pon_loop_detect_recover_manual", std::vector<std::string>{}).report();
 }
 

@@ -1,7 +1,9 @@
 // ponctl onu, ponctl port.
 #include <algorithm>
 
+#include "consent.h"
 #include "daily.h"
+#include "onu_set.h"
 #include "report.h"
 
 namespace ponctl
@@ -11,6 +13,7 @@ namespace
 
 constexpr const char *view_operation = "bsp_pon_exec_get_json_";
 constexpr size_t longest_text = 127;
+constexpr const char *which_onu = "ONU: missing; give an ONU id or MAC address, or a set as 1/3-17 in place of PORT";
 constexpr size_t longest_short_text = 63; // second and third bind text
 
 std::string mode_of(const std::string &text)
@@ -23,9 +26,9 @@ ExitCode release_many(const Output &output, const ReleaseOptions &options)
     if (!options.id.empty() || !options.mac.empty() || (options.all && options.offline))
         throw UsageError("--all and --offline stand alone: not with each other, not with --id or --mac");
     const std::string which = options.all ? "all ONUs" : "all offline ONUs";
-    ask(options.confirmed, "releasing " + which + " of port " + options.port);
-    return call(output, options.all ? "bsp_pon_no_bind_onu_all" : "bsp_pon_no_bind_offline_onu_all",
-                words_of({{"pon_port", options.port}}));
+    const char *operation = options.all ? "bsp_pon_no_bind_onu_all" : "bsp_pon_no_bind_offline_onu_all";
+    ask_before(operation, "releasing " + which + " of port " + options.port);
+    return call(output, operation, words_of({{"pon_port", options.port}}));
 }
 
 // Binds an ONU, and looks up which id the service picked for it.
@@ -71,14 +74,14 @@ std::optional<uint32_t> row_of(const db_handle *database, const OnuName &onu)
 }
 
 // All that is known of one ONU.
-struct Onu {
+struct Known {
     const Called *information;
     uint32_t row;
     const Called *configuration; // null of an ONU that is not bound, as are its UNI ports
     const Called *uni_ports;
 };
 
-void write_onu(Json &json, const Onu &onu)
+void write_onu(Json &json, const Known &onu)
 {
     json->StartObject();
     json.key("information");
@@ -93,7 +96,7 @@ void write_onu(Json &json, const Onu &onu)
     json->EndObject();
 }
 
-void print_onu(const Output &output, const Onu &onu)
+void print_onu(const Output &output, const Known &onu)
 {
     const auto heading = [&output](const char *title) {
         if (output.headings && output.format == Format::table) std::fprintf(output.stream, "%s\n", title);
@@ -109,18 +112,70 @@ void print_onu(const Output &output, const Onu &onu)
     }
 }
 
-ExitCode show(const Output &output, const Onu &onu)
+std::vector<std::string> words_for(const std::string &port, const OnuName &onu)
 {
-    if (output.format == Format::json) {
-        Json json(output.stream);
-        write_onu(json, onu);
-    } else {
-        print_onu(output, onu);
-    }
+    return words_of({{"record.pon_port", port}, {"record.onu_id", onu.id}, {"record.onu_mac", onu.mac}});
+}
+
+// Asks for all that is known of an ONU. Nothing where there is none, or the service does not answer the first question;
+// what was called stays in `calls`.
+std::optional<Known> ask_for(const std::string &port, const OnuName &onu, std::deque<Called> &calls)
+{
+    const Called &information = calls.emplace_back("bsp_pon_get_onu_info", words_for(port, onu));
+    if (!information.good()) return std::nullopt;
+    // For id 0 the service tells of the whole port, since 0 narrows nothing.
+    const std::optional<uint32_t> row = row_of(information.database(), onu);
+    if (!row) return std::nullopt;
+    const char *const bound_port = db_get_text(information.database(), *row, "pon_port");
+    const char *const bound_id = db_get_text(information.database(), *row, "onu_id");
+    if (!bound_port || !bound_id) return Known{&information, *row, nullptr, nullptr};
+    const auto place = words_of({{"pon_port", bound_port}, {"onu_id", bound_id}});
+    const Called &configuration = calls.emplace_back("bsp_pon_onu_get_cfg_info", place);
+    const Called &uni_ports = calls.emplace_back("bsp_pon_onu_get_portcfg_info", place);
+    return Known{&information, *row, &configuration, &uni_ports};
+}
+
+// Of one ONU what is known, of several an object or a title for each. Says which are not there.
+ExitCode show(const Output &output, const std::vector<std::pair<std::string, std::optional<Known>>> &onus, bool several)
+{
+    std::optional<Json> json;
+    if (output.format == Format::json && (several || onus.front().second)) json.emplace(output.stream);
+    if (json && several) (*json)->StartObject();
     ExitCode code = exit_success;
-    for (const Called *called : {onu.configuration, onu.uni_ports})
-        if (called) code = std::max(code, called->report());
+    bool first = true;
+    for (const auto &[name, onu] : onus) {
+        if (!onu) {
+            code = exit_status;
+            continue;
+        }
+        if (json && several) json->key(name);
+        if (json)
+            write_onu(*json, *onu);
+        else if (several && output.headings)
+            std::fprintf(output.stream, "%sONU %s\n", first ? "" : "\n", name.c_str());
+        if (!json) print_onu(output, *onu);
+        first = false;
+    }
+    if (json && several) (*json)->EndObject();
     return code;
+}
+
+ExitCode show_each(const Output &output, const OnuSet &set)
+{
+    std::vector<std::pair<std::string, std::optional<Known>>> onus;
+    ExitCode missing = exit_success;
+    const ExitCode code = for_each_onu(
+        set,
+        [&](const Onu &onu, std::deque<Called> &calls) {
+            onus.emplace_back(onu.name(), ask_for(std::to_string(onu.port), {std::to_string(onu.id), {}}, calls));
+        },
+        [&](const std::deque<OnuCalls> &asked, bool several) {
+            missing = show(output, onus, several);
+            for (size_t index = 0; index < onus.size(); ++index)
+                if (!onus[index].second && asked[index].calls.front().good())
+                    complain("there is no ONU " + onus[index].first);
+        });
+    return std::max(code, missing);
 }
 
 } // namespace
@@ -133,27 +188,23 @@ ExitCode run_onu_list(const Output &output, const std::string &port)
 
 ExitCode run_onu_show(const Output &output, const OnuOptions &options)
 {
+    if (const auto set = set_in_place_of(options.port, options.onu)) return show_each(output, *set);
+    if (options.onu.empty()) throw UsageError(which_onu);
     const OnuName name = onu_of(options.onu);
     const std::string port = port_of(options.port);
     if (port == "0" && !name.id.empty())
         throw UsageError("PORT: 0 stands for all ports; there, name the ONU by its MAC address");
-    const Called information(
-        "bsp_pon_get_onu_info",
-        words_of({{"record.pon_port", port}, {"record.onu_id", name.id}, {"record.onu_mac", name.mac}}));
-    if (!information.good()) return information.report();
-    // For id 0 the service tells of the whole port, since 0 narrows nothing.
-    const std::optional<uint32_t> row = row_of(information.database(), name);
-    if (!row) {
+    std::deque<Called> calls;
+    const std::optional<Known> onu = ask_for(port, name, calls);
+    if (!onu && calls.front().good()) {
         complain("there is no ONU " + options.onu + " at port " + port);
         return exit_status;
     }
-    const char *const bound_port = db_get_text(information.database(), *row, "pon_port");
-    const char *const bound_id = db_get_text(information.database(), *row, "onu_id");
-    if (!bound_port || !bound_id) return show(output, {&information, *row, nullptr, nullptr});
-    const auto place = words_of({{"pon_port", bound_port}, {"onu_id", bound_id}});
-    const Called configuration("bsp_pon_onu_get_cfg_info", place);
-    const Called uni_ports("bsp_pon_onu_get_portcfg_info", place);
-    return show(output, {&information, *row, &configuration, &uni_ports});
+    ExitCode code = exit_success;
+    if (onu) code = show(output, {{options.onu, onu}}, false);
+    for (const Called &called : calls)
+        code = std::max(code, called.report());
+    return code;
 }
 
 ExitCode run_port_list(const Output &output)
@@ -180,9 +231,17 @@ ExitCode run_onu_bind(const Output &output, const BindOptions &options)
 
 ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
 {
+    const bool named = !(options.id + options.mac).empty();
+    if (const auto set = set_in_place_of(options.port)) {
+        if (named || options.all || options.offline)
+            throw UsageError("--id, --mac, --offline and --all: not beside a set; " + options.port +
+                             " names the ONUs already");
+        constexpr const char *operation = "bsp_pon_no_bind_onu_spec_id";
+        ask_before(operation, "releasing " + describe_onu_set(*set));
+        return tell_onus(*set, operation);
+    }
     if (options.all || options.offline) return release_many(output, options);
-    if (options.id.empty() && options.mac.empty())
-        throw UsageError("which ONU? give --id N, --mac MAC or both, or --offline or --all");
+    if (!named) throw UsageError("which ONU? give --id N, --mac MAC or both, --offline or --all, or a set as PORT/IDS");
     const char *operation = options.mac.empty()  ? "bsp_pon_no_bind_onu_spec_id"
                             : options.id.empty() ? "bsp_pon_no_bind_onu_by_mac"
                                                  : "bsp_pon_no_bind_onu_spec_id_and_mac";
@@ -192,22 +251,35 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
 
 ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options)
 {
+    constexpr const char *operation = "bsp_pon_confirm_onu";
+    const auto how =
+        words_of({{"onu.arg_byte16", options.as_mode_says ? "1" : "0"}, {"onu.arg_word36", mode_of(options.mode)}});
+    if (auto set = set_in_place_of(options.port, options.onu)) {
+        set->but_0 = true;
+        ask_before(operation, "letting in " + describe_onu_set(*set));
+        return tell_onus(*set, operation, how);
+    }
+    if (options.onu.empty()) throw UsageError(which_onu);
     const OnuName onu = onu_but_0_of(options.onu);
-    return call(output, "bsp_pon_confirm_onu",
-                words_of({{"pon_port", port_of(options.port)},
-                          {"onu.onu_id", onu.id},
-                          {"onu.onu_mac", onu.mac},
-                          {"onu.arg_byte16", options.as_mode_says ? "1" : "0"},
-                          {"onu.arg_word36", mode_of(options.mode)}}));
+    auto words = words_of({{"pon_port", port_of(options.port)}, {"onu.onu_id", onu.id}, {"onu.onu_mac", onu.mac}});
+    words.insert(words.end(), how.begin(), how.end());
+    return call(output, operation, words);
 }
 
 ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
 {
-    check_text("TEXT", options.text, longest_text);
+    constexpr const char *operation = "bsp_pon_onu_description";
+    // A set stands for PORT and ID, so the text is the second word.
+    const auto set = set_in_place_of(options.port);
+    if (set ? options.text.has_value() : !options.text.has_value())
+        throw UsageError("give PORT ID TEXT, or PORT/IDS TEXT; the TEXT is one word of the command line, quoted");
+    const std::string &text = set ? options.id : *options.text;
+    check_text("TEXT", text, longest_text);
+    if (set) return tell_onus(*set, operation, {"text=" + text});
     auto words = words_of(
         {{"pon_port", port_of(options.port)}, {"onu_id", std::to_string(parse_number("ID", options.id, max_onu_id))}});
-    words.push_back("text=" + options.text);
-    return call(output, "bsp_pon_onu_description", words);
+    words.push_back("text=" + text);
+    return call(output, operation, words);
 }
 
 } // namespace ponctl

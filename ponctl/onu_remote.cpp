@@ -72,10 +72,7 @@ std::string uni_word(const std::string &name, const std::string &uni)
 
 ExitCode switch_perf(const std::string &set, const char *state)
 {
-    const catalogue::Operation &operation = *catalogue::find_operation("bsp_pon_onu_ctc_set_perf_monitor_status");
-    return for_each_onu(parse_onu_set(set), [&](const Onu &onu, std::deque<Called> &calls) {
-        calls.emplace_back(operation, onu_words(operation, onu, {std::string("enable=") + state}));
-    });
+    return tell_onus(parse_onu_set(set), "bsp_pon_onu_ctc_set_perf_monitor_status", {std::string("enable=") + state});
 }
 
 std::vector<Query> queries_of_service(std::string_view service, const std::string &wan)

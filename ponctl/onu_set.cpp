@@ -6,6 +6,7 @@
 
 #include "daily.h"
 #include "report.h"
+#include "sections.h"
 
 namespace ponctl
 {
@@ -56,6 +57,19 @@ ExitCode look_up_bound(uint32_t port, IdSet &ids)
     return exit_status;
 }
 
+// What a command line calls the argument, or the field of one, that has one of these names.
+std::string word_for(const catalogue::Operation &operation, const std::array<std::string_view, 2> &names)
+{
+    const auto is_named = [&names](std::string_view name) { return std::ranges::find(names, name) != names.end(); };
+    for (const catalogue::Argument &argument : operation.arguments) {
+        if (is_number(argument) && is_named(argument.name)) return std::string(argument.name);
+        if (!takes_fields(operation, argument)) continue;
+        for (const catalogue::Field *field : fields_of(operation, argument))
+            if (is_named(field->name)) return std::string(argument.name) + "." + std::string(field->name);
+    }
+    throw UsageError("--onus: " + std::string(operation.name) + " has no argument " + std::string(names.front()));
+}
+
 ExitCode report(const OnuCalls &asked, bool several)
 {
     ExitCode code = exit_success;
@@ -82,6 +96,13 @@ OnuSet parse_onu_set(const std::string &text)
     return set;
 }
 
+std::optional<OnuSet> set_in_place_of(const std::string &port, const std::string &onu)
+{
+    if (port.find('/') == port.npos) return std::nullopt;
+    if (!onu.empty()) throw UsageError("ONU: not beside a set; " + port + " names the ONUs already");
+    return parse_onu_set(port);
+}
+
 std::string format_onu_set(const OnuSet &set)
 {
     return std::to_string(set.port) + "/" + (set.all ? "all" : format_idset(set.ids));
@@ -98,6 +119,7 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
     IdSet ids = set.ids;
     if (set.all)
         if (const ExitCode code = look_up_bound(set.port, ids); code != exit_success) return code;
+    if (set.but_0 && holds(ids, 0)) throw UsageError("SET: " + id_0_is_none);
     // All the bound ONUs are several, be there one alone, so that the form of the result does not depend on it.
     const bool several = set.all || count_of(ids) > 1;
 
@@ -132,13 +154,32 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
 std::vector<std::string> onu_words(const catalogue::Operation &operation, const Onu &onu,
                                    const std::vector<std::string> &more)
 {
-    const bool by_record = std::ranges::find(operation.arguments, catalogue::ArgumentType::record,
-                                             &catalogue::Argument::type) != operation.arguments.end();
-    const std::string start = by_record ? "msg.onu_" : "";
-    std::vector<std::string> words{start + "pon_port=" + std::to_string(onu.port),
-                                   start + "onu_id=" + std::to_string(onu.id)};
+    std::vector<std::string> words{word_for(operation, {"pon_port", "onu_pon_port"}) + "=" + std::to_string(onu.port),
+                                   word_for(operation, {"onu_id", "onu_onu_id"}) + "=" + std::to_string(onu.id)};
     words.insert(words.end(), more.begin(), more.end());
     return words;
+}
+
+ExitCode list_onus(const Output &output, const OnuSet &set, const char *name)
+{
+    const catalogue::Operation &operation = *catalogue::find_operation(name);
+    return for_each_onu(
+        set,
+        [&](const Onu &onu, std::deque<Called> &calls) { calls.emplace_back(operation, onu_words(operation, onu)); },
+        [&](const std::deque<OnuCalls> &asked, bool) {
+            std::vector<Subject> subjects;
+            for (const OnuCalls &of_onu : asked)
+                subjects.push_back({of_onu.onu, {{"rows", "Rows", &of_onu.calls.front()}}});
+            print_each(output, subjects, false);
+        });
+}
+
+ExitCode tell_onus(const OnuSet &set, const char *name, const std::vector<std::string> &words)
+{
+    const catalogue::Operation &operation = *catalogue::find_operation(name);
+    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
+        calls.emplace_back(operation, onu_words(operation, onu, words));
+    });
 }
 
 } // namespace ponctl

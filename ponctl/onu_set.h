@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 
 #include "called.h"
 
@@ -12,12 +13,16 @@ namespace ponctl
 struct OnuSet {
     uint32_t port = 0;
     IdSet ids{};
-    bool all = false; // in place of the ids: those that are bound
+    bool all = false;   // in place of the ids: those that are bound
+    bool but_0 = false; // where id 0 names no ONU: it is refused
 };
 
 // PORT/IDS as 1/3-17,20, 1/5 or 1/all. A UsageError that starts with SET where it is anything else.
 OnuSet parse_onu_set(const std::string &text);
 std::string format_onu_set(const OnuSet &set);
+// The set that a command line names in place of a port; nothing where it names a port. A UsageError where it names an
+// ONU beside a set.
+std::optional<OnuSet> set_in_place_of(const std::string &port, const std::string &onu = {});
 // For a question: "ONU 1/5", "ONUs 1/3-17".
 std::string describe_onu_set(const OnuSet &set);
 
@@ -39,8 +44,14 @@ struct OnuCalls {
 ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, std::deque<Called> &)> &act,
                       const std::function<void(const std::deque<OnuCalls> &, bool several)> &show = {});
 
-// The arguments that name an ONU to an operation, and more.
+// The arguments that name an ONU to an operation, and more. A UsageError where the operation has none for that.
 std::vector<std::string> onu_words(const catalogue::Operation &operation, const Onu &onu,
                                    const std::vector<std::string> &more = {});
+
+// Calls one operation for each ONU of the set, and shows the rows of all their databases as one.
+ExitCode list_onus(const Output &output, const OnuSet &set, const char *operation);
+
+// Calls one operation for each ONU of the set.
+ExitCode tell_onus(const OnuSet &set, const char *operation, const std::vector<std::string> &words = {});
 
 } // namespace ponctl

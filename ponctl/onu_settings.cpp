@@ -1,6 +1,7 @@
 // ponctl onu: what remote ONUs are told.
 #include <algorithm>
 
+#include "consent.h"
 #include "daily.h"
 #include "onu_set.h"
 #include "remote.h"
@@ -13,15 +14,6 @@ namespace
 
 using catalogue::Channel;
 using catalogue::Command;
-
-// Calls one operation for each ONU of the set.
-ExitCode tell_onus(const OnuSet &set, const char *name, const std::vector<std::string> &words = {})
-{
-    const catalogue::Operation &operation = *catalogue::find_operation(name);
-    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
-        calls.emplace_back(operation, onu_words(operation, onu, words));
-    });
-}
 
 // The operation that sends settings of a channel as they are; null where there is none.
 const char *setter_of(const Channel &channel)
@@ -170,7 +162,7 @@ ExitCode run_onu_image_push(const Output &, const ImagePushOptions &options)
     const Bytes image = parse_block("FILE", "@" + options.file);
     if (image.empty()) throw UsageError("FILE: '" + options.file + "' is empty");
     const std::vector<Bytes> parts = parts_of(image, options.version);
-    ask(options.confirmed, "sending a new image to " + describe_onu_set(set));
+    ask_before("bsp_pon_onu_ctc_upgrade", "sending a new image to " + describe_onu_set(set));
     const catalogue::Operation &operation = *catalogue::find_operation("bsp_pon_onu_ctc_upgrade");
     return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
         for (const Bytes &part : parts) {
@@ -181,10 +173,11 @@ ExitCode run_onu_image_push(const Output &, const ImagePushOptions &options)
     });
 }
 
-ExitCode run_onu_image_commit(const Output &, const ImageCommitOptions &options)
+ExitCode run_onu_image_commit(const Output &, const std::string &words)
 {
-    const OnuSet set = parse_onu_set(options.set);
-    ask(options.confirmed, "having " + describe_onu_set(set) + " start the new image from now on");
+    const OnuSet set = parse_onu_set(words);
+    ask_before("bsp_pon_onu_ctc_upgrade_commit",
+               "having " + describe_onu_set(set) + " start the new image from now on");
     return tell_onus(set, "bsp_pon_onu_ctc_upgrade_commit");
 }
 
@@ -192,7 +185,7 @@ ExitCode run_onu_multillid(const Output &, const MultiLlidOptions &options)
 {
     const OnuSet set = parse_onu_set(options.set);
     const std::string count = number_word("COUNT", options.count);
-    ask(options.confirmed, "changing the number of LLIDs of " + describe_onu_set(set));
+    ask_before("bsp_pon_onu_ctc_set_multillid", "changing the number of LLIDs of " + describe_onu_set(set));
     return tell_onus(set, "bsp_pon_onu_ctc_set_multillid", {"count=" + count});
 }
 
@@ -209,8 +202,7 @@ ExitCode run_onu_set(const Output &, const SettingOptions &options)
     }
     const Command &command = named_setting(name);
     const std::string request = "msg=hex:" + format_hex(request_of(command, fields));
-    if (command.impact == catalogue::Class::service_affecting)
-        ask(options.confirmed, "sending " + std::string(command.name) + " to " + describe_onu_set(set));
+    ask_before(command.name, "sending " + std::string(command.name) + " to " + describe_onu_set(set));
     return tell_onus(set, setter_of(*command.channel), {request});
 }
 

@@ -1,6 +1,9 @@
 #include "operation_text.h"
 
+#include <algorithm>
 #include <cstdio>
+
+#include "numbers.h"
 
 namespace ponctl
 {
@@ -18,6 +21,38 @@ std::string steps_of(const catalogue::Field &field)
     char steps[32];
     std::snprintf(steps, sizeof steps, ", in steps of %g", field.scale);
     return steps;
+}
+
+// The numbers that a field holds, in its unit, with the unit; empty where it holds none.
+std::string range_of(const catalogue::Field &field)
+{
+    if (!is_number(field.type)) return {};
+    const bool is_signed = field.type == catalogue::FieldType::s16 || field.type == catalogue::FieldType::s32;
+    const uint64_t greatest = UINT64_MAX >> (64 - 8 * field.size + (is_signed ? 1 : 0));
+    const auto text_of = [&field](uint64_t number) {
+        char text[32];
+        if (field.scale == 1)
+            std::snprintf(text, sizeof text, "%llu", static_cast<unsigned long long>(number));
+        else
+            std::snprintf(text, sizeof text, "%.10g", static_cast<double>(number) * field.scale);
+        return std::string(text);
+    };
+    std::string range = is_signed ? "-" + text_of(greatest + 1) : "0";
+    range += " to " + text_of(greatest);
+    if (!field.unit.empty()) range.append(" ").append(field.unit);
+    return range;
+}
+
+// The numbers that an argument takes: those of its type that the field holds, by its layout where that names it.
+std::string range_of(const Operation &operation, const Argument &argument)
+{
+    catalogue::Field field = *argument.field;
+    if (const catalogue::Layout *layout = layout_of(operation, false))
+        for (const catalogue::Field &named : layout->fields)
+            if (named.offset == field.offset && is_number(named.type)) field = named;
+    if (argument.type == ArgumentType::u8) field.size = 1;
+    if (argument.type == ArgumentType::u16) field.size = std::min<uint32_t>(field.size, 2);
+    return range_of(field);
 }
 
 } // namespace
@@ -83,6 +118,15 @@ std::string command_text(const Operation &operation)
            "): " + std::string(operation.command->brief);
 }
 
+std::string asking_text(const Operation &operation)
+{
+    const std::string unless = ", unless --yes is given";
+    const bool tells = operation.call == catalogue::Call::set || operation.call == catalogue::Call::dgram_set;
+    if (!operation.command && tells)
+        return "before a command is sent that affects service, or that is not known" + unless;
+    return operation.impact == catalogue::Class::service_affecting ? "before it is called" + unless : std::string();
+}
+
 std::string channel_text(const Operation &operation)
 {
     return std::string(operation.channel->name) + " (" + std::to_string(operation.channel->type) +
@@ -111,7 +155,7 @@ const catalogue::Layout *layout_of(const Operation &operation, bool of_answer)
     return operation.command ? catalogue::find_layout(*operation.command, of_answer) : nullptr;
 }
 
-std::string rule_text(const Argument &argument)
+std::string rule_text(const Operation &operation, const Argument &argument)
 {
     if (is_ignored(argument)) return "(not used; 0 when left out)";
     if (argument.type == ArgumentType::length_at) return "(all that an answer holds when left out)";
@@ -122,6 +166,7 @@ std::string rule_text(const Argument &argument)
     if (argument.field) {
         rule += std::string(is_output(argument) ? "; from " : "; to ") + std::string(argument.field->name) +
                 " at offset " + std::to_string(argument.field->offset);
+        if (is_number(argument) && !is_command(operation, argument)) rule += "; " + range_of(operation, argument);
         if (argument.type == ArgumentType::text)
             rule += ", which holds " + std::to_string(longest(*argument.field, true)) + " characters";
         if (argument.type == ArgumentType::block && argument.size == 0)
@@ -143,12 +188,13 @@ bool takes_whole_record(const Argument &argument)
     return argument.type == ArgumentType::record && argument.picked.empty();
 }
 
-std::string about_field(const catalogue::Field &field)
+std::string about_field(const catalogue::Field &field, bool is_set)
 {
     std::string about = std::string(catalogue::to_text(field.type)) + " of " + std::to_string(field.size) +
                         (field.size == 1 ? " byte" : " bytes") + " at offset " + std::to_string(field.offset) + "; " +
                         std::string(field.brief);
-    if (!field.unit.empty()) about.append(" (").append(field.unit).append(steps_of(field)).append(")");
+    const std::string range = is_set ? range_of(field) : std::string(field.unit);
+    if (!range.empty()) about += " (" + range + steps_of(field) + ")";
     return about;
 }
 

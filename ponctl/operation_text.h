@@ -16,6 +16,8 @@ std::string command_text(const catalogue::Operation &operation);
 std::string request_text(const catalogue::Operation &operation);
 std::string answer_text(const catalogue::Operation &operation);
 std::string failure_text(const catalogue::Operation &operation);
+// When a call is asked about; empty where it never is.
+std::string asking_text(const catalogue::Operation &operation);
 
 // Whether it is made of another operation, whose name stands in the log.
 bool goes_through(const catalogue::Operation &operation);
@@ -25,7 +27,7 @@ const catalogue::View *view_of(const catalogue::Operation &operation);
 const catalogue::Layout *layout_of(const catalogue::Operation &operation, bool of_answer);
 
 // Whether an argument must be given, where it goes or comes from, and how much fits there.
-std::string rule_text(const catalogue::Argument &argument);
+std::string rule_text(const catalogue::Operation &operation, const catalogue::Argument &argument);
 // Whether the fields of the answer's layout come back in the argument.
 bool reads_back_fields(const catalogue::Argument &argument);
 
@@ -33,8 +35,8 @@ bool reads_back_fields(const catalogue::Argument &argument);
 // reads in it.
 bool takes_whole_record(const catalogue::Argument &argument);
 
-// Type, place, meaning and unit.
-std::string about_field(const catalogue::Field &field);
+// Type, place and meaning; of a field that a command line sets, which numbers it holds; of one that comes back, its unit.
+std::string about_field(const catalogue::Field &field, bool is_set);
 std::string about_column(const catalogue::Column &column);
 
 } // namespace ponctl

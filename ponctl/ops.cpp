@@ -18,16 +18,16 @@ using catalogue::Operation;
 
 constexpr std::string_view local = "local"; // the class of functions that make no request
 
-std::string field_page(const catalogue::Field &field)
+std::string field_page(const catalogue::Field &field, bool is_set)
 {
-    return filled("        " + std::string(field.name) + ": ", about_field(field), 12);
+    return filled("        " + std::string(field.name) + ": ", about_field(field, is_set), 12);
 }
 
-std::string layout_page(std::string_view what, const catalogue::Layout &layout)
+std::string layout_page(std::string_view what, const catalogue::Layout &layout, bool is_set)
 {
     std::string page = filled(what, 6);
     for (const catalogue::Field &field : layout.fields)
-        page += field_page(field);
+        page += field_page(field, is_set);
     return page;
 }
 
@@ -47,22 +47,23 @@ std::string argument_page(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
     std::string page = "  " + (form.empty() ? std::string(argument.name) : form) + "\n" + filled(argument.brief, 6) +
-                       filled(rule_text(argument), 6);
+                       filled(rule_text(operation, argument), 6);
     if (is_command(operation, argument)) page += commands_page(*operation.channel);
     if (takes_fields(operation, argument)) {
         page += "      FIELD is one of\n";
         for (const catalogue::Field *field : fields_of(operation, argument))
-            page += field_page(*field);
+            page += field_page(*field, true);
     }
     if (takes_whole_record(argument)) {
         if (const catalogue::Layout *layout = layout_of(operation, false))
-            page += layout_page("or, as the simulated service reads this command's record, one of", *layout);
+            page += layout_page("or, as the simulated service reads this command's record, one of", *layout, true);
         else if (!operation.command)
             page += filled("or of those that the simulated service reads in the record of the command", 6);
     }
     if (reads_back_fields(argument))
         if (const catalogue::Layout *layout = layout_of(operation, true))
-            page += layout_page("which the simulated service answers with, beside the record's own fields", *layout);
+            page +=
+                layout_page("which the simulated service answers with, beside the record's own fields", *layout, false);
     return page;
 }
 
@@ -113,6 +114,7 @@ std::string page_of(const Operation &operation)
     const auto line = [&page](const char *label, std::string_view text) { page += filled(label, text, 9); };
     line("Family:", operation.family);
     line("Class:", catalogue::to_text(operation.impact));
+    if (const std::string asks = asking_text(operation); !asks.empty()) line("Asks:", asks);
     line("Call:", catalogue::to_text(operation.call));
     line("Channel:", channel_text(operation));
     line("Command:", command_text(operation));

@@ -1,5 +1,7 @@
 // ponctl p2p: forwarding between ONUs at the OLT.
+#include "consent.h"
 #include "daily.h"
+#include "onu_set.h"
 #include "platform.h"
 #include "sections.h"
 
@@ -93,19 +95,25 @@ ExitCode run_p2p_set(const Output &, const P2pSwitchOptions &options)
     if (options.state.empty() && !options.onu.empty()) throw UsageError("--onu: goes with on or off alone");
     if (configured && port == "0") throw UsageError("PORT: 0 stands for all ports, which only on and off are for");
     // All that can be wrong is found before anyone is asked.
-    const std::string onu = onu_or_any("--onu", options.onu);
+    const IdSet onus = parse_idset("--onu", options.onu);
     const std::string state = options.state.empty() ? "" : number_of_word("STATE", options.state, off_on);
     if (!options.rest.empty()) number_of_word("--rest", options.rest, drop_forward);
     number_word("--rate", options.rate);
     if (!options.vlans.empty()) parse_vlans(options.vlans);
     for (const auto &[name, word] : {std::pair{"--broadcast", options.broadcast}, {"--multicast", options.multicast}})
         if (!word.empty()) number_of_word(name, word, off_on);
-    ask(options.confirmed,
-        "changing which ONUs of " + (port == "0" ? "all ports" : "port " + port) + " reach each other");
+    ask_before("bsp_p2p_state_set",
+               "changing which ONUs of " + (port == "0" ? "all ports" : "port " + port) + " reach each other");
     if (configured)
         if (const ExitCode code = configure(options, port); code != exit_success) return code;
     if (state.empty()) return exit_success;
-    return Called("bsp_p2p_state_set", words_of({{"first", port}, {"second", onu}, {"state", state}})).report();
+    const auto words = [&](const std::string &onu) {
+        return words_of({{"first", port}, {"second", onu}, {"state", state}});
+    };
+    if (options.onu.empty()) return Called("bsp_p2p_state_set", words(no_onu)).report();
+    return for_each_onu({parse_number("PORT", port), onus}, [&](const Onu &onu, std::deque<Called> &calls) {
+        calls.emplace_back("bsp_p2p_state_set", words(std::to_string(onu.id)));
+    });
 }
 
 ExitCode run_p2p_entry(const Output &, const P2pEntryOptions &options)
@@ -127,7 +135,7 @@ ExitCode run_p2p_entry(const Output &, const P2pEntryOptions &options)
          {"entry.to_port", options.to_port.empty() ? port : number_word("--to-port", options.to_port, UINT16_MAX)},
          {"entry.to_onu", onu_or_any("--to-onu", options.to_onu)},
          {"entry.rate", number_word("--rate", options.rate)}});
-    ask(options.confirmed, "changing which ONUs of port " + port + " reach others");
+    ask_before("bsp_p2p_entry_set", "changing which ONUs of port " + port + " reach others");
     return Called("bsp_p2p_entry_set", words).report();
 }
 
@@ -141,7 +149,7 @@ ExitCode run_p2p_own_port(const Output &output, const P2pOwnPortOptions &options
     const std::string uplink = options.uplink == "any" ? "0" : options.uplink;
     if (!is_number(uplink)) throw UsageError("UPLINK: '" + uplink + "' is not the number of a GE uplink, or any");
     parse_number("UPLINK", uplink);
-    ask(options.confirmed, "changing by which uplink traffic of port " + port + " goes");
+    ask_before("bsp_onu_p2p_own_port_set", "changing by which uplink traffic of port " + port + " goes");
     return Called("bsp_onu_p2p_own_port_set", words_of({{"pon_port", port}, {"value", uplink}})).report();
 }
 

@@ -27,34 +27,31 @@ struct OpticsOptions {
 ExitCode run_optics(const Output &output, const OpticsOptions &options);
 
 struct SlaOptions {
-    std::string port, onu; // id; empty: all of the port
+    std::string port; // or a set, without an ONU
+    std::string onu;  // ids; empty: all of the port
 };
 
 struct SlaSetOptions : SlaOptions {
     std::string fixed, assured, maximum, priority, weight, down; // those left out stay
-    bool confirmed = false;
 };
 
 ExitCode run_sla_show(const Output &output, const SlaOptions &options);
 ExitCode run_sla_set(const Output &output, const SlaSetOptions &options);
-ExitCode run_sla_clear(const Output &output, const SlaSetOptions &options);
+ExitCode run_sla_clear(const Output &output, const SlaOptions &options);
 
 struct P2pSwitchOptions {
     std::string port; // 0: all ports
     std::string state, onu;
     std::string rest, rate, vlans, broadcast, multicast; // those left out stay
-    bool confirmed = false;
 };
 
 struct P2pEntryOptions {
     std::string port, entry, action;
     std::string from_onu, to_port, to_onu, rate, vlan, ethertype;
-    bool confirmed = false;
 };
 
 struct P2pOwnPortOptions {
     std::string port, uplink;
-    bool confirmed = false;
 };
 
 ExitCode run_p2p_show(const Output &output, const std::string &port);
@@ -70,12 +67,10 @@ struct FdbOptions {
 
 struct FdbFlushOptions {
     std::string side, port, llid, vlan, mac;
-    bool confirmed = false;
 };
 
 struct FdbSetOptions {
     std::string ageing, learning = "on", limit = "0";
-    bool confirmed = false;
 };
 
 ExitCode run_fdb_show(const Output &output, const FdbOptions &options);
@@ -105,7 +100,6 @@ struct DebugOptions {
 struct DebugPhyOptions {
     std::string port;
     std::vector<std::string> settings; // words, or one number
-    bool confirmed = false;
 };
 
 struct DebugFdbOptions {
@@ -126,7 +120,6 @@ struct I2cOptions {
     std::string port, address, offset;
     std::string length; // of what is read
     std::string bytes;  // to write
-    bool confirmed = false;
 };
 
 ExitCode run_i2c_read(const Output &output, const I2cOptions &options);
@@ -143,8 +136,8 @@ struct UpgradeBindOptions {
 };
 
 struct UpgradeStartOptions {
-    std::string port, onu; // id; empty: all of the port
-    bool confirmed = false;
+    std::string port; // or a set, without an ONU
+    std::string onu;  // id; empty: all of the port
 };
 
 ExitCode run_upgrade_types(const Output &output);
@@ -158,25 +151,16 @@ ExitCode run_upgrade_status(const Output &output, const std::string &port);
 // How ports that a loop shut recover, from 0 on.
 inline constexpr std::array<std::string_view, 2> loop_modes{"automatic", "manual"};
 
-struct LoopOptions {
-    bool confirmed = false;
-};
-
 ExitCode run_loop_show(const Output &output);
-ExitCode run_loop_on(const Output &output, const LoopOptions &options);
-ExitCode run_loop_off(const Output &output, const LoopOptions &options);
-ExitCode run_loop_recover(const Output &output, const LoopOptions &options);
+ExitCode run_loop_on(const Output &output);
+ExitCode run_loop_off(const Output &output);
+ExitCode run_loop_recover(const Output &output);
 ExitCode run_loop_mode(const Output &output, const std::string &mode);
 ExitCode run_loop_time(const Output &output, const std::string &seconds);
 ExitCode run_loop_interval(const Output &output, const std::string &seconds);
 
-struct ConfigLoadOptions {
-    std::string file;
-    bool confirmed = false;
-};
-
 // `-` is standard output.
 ExitCode run_config_save(const Output &output, const std::string &file);
-ExitCode run_config_load(const Output &output, const ConfigLoadOptions &options);
+ExitCode run_config_load(const Output &output, const std::string &file);
 
 } // namespace ponctl

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "consent.h"
 #include "daily.h"
 #include "sections.h"
 #include "words.h"
@@ -170,7 +171,7 @@ ExitCode run_profile_store(const Output &output, const ProfileOptions &options)
 ExitCode run_profile_delete(const Output &output, const ProfileOptions &options)
 {
     const Command &command = named_action(options.kind, "DELETE");
-    ask(options.confirmed, "deleting profile " + options.name + " of kind " + spoken(options.kind));
+    ask("deleting profile " + options.name + " of kind " + spoken(options.kind));
     return tell(output, command, {{"name", options.name}});
 }
 

@@ -13,7 +13,6 @@ struct ProfileOptions {
     std::string kind;
     std::string name;
     std::vector<std::string> fields; // field=value
-    bool confirmed = false;
 };
 
 // The kinds that the catalogue has commands for.

@@ -38,27 +38,19 @@ ExitCode run_onu_image(const Output &output, const RemoteOptions &options);
 
 struct ImagePushOptions {
     std::string set, file, version;
-    bool confirmed = false;
-};
-
-struct ImageCommitOptions {
-    std::string set;
-    bool confirmed = false;
 };
 
 struct MultiLlidOptions {
     std::string set, count;
-    bool confirmed = false;
 };
 
 struct SettingOptions {
     std::string set;
     std::vector<std::string> words; // of the setting's name, and field=value
-    bool confirmed = false;
 };
 
 ExitCode run_onu_image_push(const Output &output, const ImagePushOptions &options);
-ExitCode run_onu_image_commit(const Output &output, const ImageCommitOptions &options);
+ExitCode run_onu_image_commit(const Output &output, const std::string &set);
 ExitCode run_onu_multillid(const Output &output, const MultiLlidOptions &options);
 ExitCode run_onu_set(const Output &output, const SettingOptions &options);
 // Lists the settings that run_onu_set knows, or the fields of one that is named by these words.

@@ -45,7 +45,7 @@ bool Repeat::next()
 {
     if (wanted > 0 && taken == wanted) return false;
     if (taken++ == 0) return true;
-    const timespec wait{milliseconds / 1000, static_cast<long>(milliseconds % 1000) * 1000000};
+    const timespec wait{static_cast<time_t>(milliseconds / 1000), static_cast<long>(milliseconds % 1000) * 1000000};
     return sigtimedwait(&ending, nullptr, &wait) < 0;
 }
 

@@ -4,7 +4,8 @@
 #include "board/ipc.h"
 #include "board/service.h"
 #include "commands.h"
-#include "daily.h"
+#include "consent.h"
+#include "exchange.h"
 #include "recording.h"
 #include "report.h"
 
@@ -318,7 +319,7 @@ ExitCode run_replay(const Output &output, const ReplayOptions &options)
     if (output.format == Format::hex) throw UsageError("--output: a replay has no bytes to show; take table or json");
     const size_t changes = count_changes(options.file);
     if (changes > 0 && !options.reads_only)
-        ask(options.confirmed, "sending " + std::to_string(changes) + " requests that change something");
+        ask("sending " + std::to_string(changes) + " requests that change something");
 
     size_t sent = 0, differing = 0, number = 0;
     Exchange failed;

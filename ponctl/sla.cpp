@@ -1,5 +1,7 @@
 // ponctl sla: the bandwidth of each ONU, upstream and downstream.
+#include "consent.h"
 #include "daily.h"
+#include "onu_set.h"
 #include "platform.h"
 #include "sections.h"
 
@@ -8,69 +10,87 @@ namespace ponctl
 namespace
 {
 
-std::string onu_id(const std::string &text)
+constexpr const char *up_get = "bsp_pon_onu_sla_get";
+constexpr const char *down_get = "bsp_pon_onu_sla_down_get";
+
+std::vector<std::string> place_of(const Onu &onu)
 {
-    return std::to_string(parse_number("ID", text, max_onu_id));
+    return words_of({{"pon_port", std::to_string(onu.port)}, {"onu_id", std::to_string(onu.id)}});
+}
+
+// The ONUs that a command line names: by a set, or by a port and an id.
+OnuSet onus_of(const SlaOptions &options)
+{
+    if (const auto set = set_in_place_of(options.port, options.onu)) return *set;
+    if (options.onu.empty()) throw UsageError("ID: missing; give an ONU id, or a set as 1/3-17 in place of PORT");
+    return {parse_number("PORT", options.port), parse_idset("ID", options.onu)};
 }
 
 // The words of a record that goes to an ONU.
-std::vector<std::string> to_onu(const SlaOptions &options, std::initializer_list<Assignment> fields)
+std::vector<std::string> to_onu(const Onu &onu, std::initializer_list<Assignment> fields)
 {
     std::vector<std::string> words =
-        words_of({{"record.plat_port", port_of(options.port)}, {"record.plat_arg4", onu_id(options.onu)}});
+        words_of({{"record.plat_port", std::to_string(onu.port)}, {"record.plat_arg4", std::to_string(onu.id)}});
     for (const std::string &word : words_of(fields))
         words.push_back(word);
     return words;
 }
 
-ExitCode set_down(const SlaOptions &options, const std::string &maximum)
+const Called &set_down(const Onu &onu, const std::string &maximum, std::deque<Called> &calls)
 {
-    return Called("bsp_pon_onu_sla_down_config", to_onu(options, {{"record.maximum", maximum}})).report();
+    return calls.emplace_back("bsp_pon_onu_sla_down_config", to_onu(onu, {{"record.maximum", maximum}}));
 }
 
 // Sets what is given of the upstream SLA, and keeps the rest as it is.
-ExitCode set_up(const SlaSetOptions &options)
+const Called &set_up(const Onu &onu, const SlaSetOptions &options, std::deque<Called> &calls)
 {
-    const Called current("bsp_pon_onu_sla_get",
-                         words_of({{"pon_port", port_of(options.port)}, {"onu_id", onu_id(options.onu)}}));
-    if (!current.good()) return current.report();
+    const Called &current = calls.emplace_back(up_get, place_of(onu));
+    if (!current.good()) return current;
     const Reading sla = current.block();
     const auto given_or_kept = [&sla](const char *field, const std::string &given) {
         return given.empty() ? field_digits(sla, field) : given;
     };
-    return Called("bsp_pon_onu_sla_config",
-                  to_onu(options, {{"record.fixed", given_or_kept("fixed", options.fixed)},
-                                   {"record.assured", given_or_kept("assured", options.assured)},
-                                   {"record.maximum", given_or_kept("maximum", options.maximum)},
-                                   {"record.priority", given_or_kept("priority", options.priority)},
-                                   {"record.weight", given_or_kept("weight", options.weight)}}))
-        .report();
+    return calls.emplace_back("bsp_pon_onu_sla_config",
+                              to_onu(onu, {{"record.fixed", given_or_kept("fixed", options.fixed)},
+                                           {"record.assured", given_or_kept("assured", options.assured)},
+                                           {"record.maximum", given_or_kept("maximum", options.maximum)},
+                                           {"record.priority", given_or_kept("priority", options.priority)},
+                                           {"record.weight", given_or_kept("weight", options.weight)}}));
 }
 
-std::string place_of(const SlaOptions &options)
+ExitCode show_onus(const Output &output, const OnuSet &set)
 {
-    return "ONU " + onu_id(options.onu) + " of port " + port_of(options.port);
+    return for_each_onu(
+        set,
+        [](const Onu &onu, std::deque<Called> &calls) {
+            if (calls.emplace_back(up_get, place_of(onu)).good()) calls.emplace_back(down_get, place_of(onu));
+        },
+        [&output](const std::deque<OnuCalls> &asked, bool several) {
+            std::vector<Subject> subjects;
+            for (const OnuCalls &of_onu : asked) {
+                Subject &subject = subjects.emplace_back(of_onu.onu);
+                subject.sections.push_back({"upstream", "Upstream", &of_onu.calls.front()});
+                if (of_onu.calls.size() > 1) subject.sections.push_back({"downstream", "Downstream", &of_onu.calls[1]});
+            }
+            if (several)
+                print_each(output, subjects, true);
+            else if (subjects.front().sections.size() > 1)
+                print_sections(output, subjects.front().sections, true);
+        });
 }
 
 } // namespace
 
 ExitCode run_sla_show(const Output &output, const SlaOptions &options)
 {
-    const std::string port = port_of(options.port);
-    if (options.onu.empty()) {
-        const Called summary("bsp_pon_onu_sla_all_get", words_of({{"pon_port", port}}));
-        if (!summary.good()) return summary.report();
-        const Called up("bsp_pon_onu_sla_get_web", words_of({{"pon_port", port}}));
-        const Called down("bsp_pon_onu_sla_down_get_web", words_of({{"pon_port", port}}));
-        return show(
-            output,
-            {{"summary", "Port", &summary}, {"upstream", "Upstream", &up}, {"downstream", "Downstream", &down}});
-    }
-    const auto place = words_of({{"pon_port", port}, {"onu_id", onu_id(options.onu)}});
-    const Called up("bsp_pon_onu_sla_get", place);
-    if (!up.good()) return up.report();
-    const Called down("bsp_pon_onu_sla_down_get", place);
-    return show(output, {{"upstream", "Upstream", &up}, {"downstream", "Downstream", &down}});
+    if (!options.onu.empty() || set_in_place_of(options.port)) return show_onus(output, onus_of(options));
+    const auto port = words_of({{"pon_port", port_of(options.port)}});
+    const Called summary("bsp_pon_onu_sla_all_get", port);
+    if (!summary.good()) return summary.report();
+    const Called up("bsp_pon_onu_sla_get_web", port);
+    const Called down("bsp_pon_onu_sla_down_get_web", port);
+    return show(output,
+                {{"summary", "Port", &summary}, {"upstream", "Upstream", &up}, {"downstream", "Downstream", &down}});
 }
 
 ExitCode run_sla_set(const Output &, const SlaSetOptions &options)
@@ -86,18 +106,22 @@ ExitCode run_sla_set(const Output &, const SlaSetOptions &options)
                                       {"--weight", options.weight},
                                       {"--down-max", options.down}})
         number_word(name, value);
-    ask(options.confirmed, "changing the bandwidth of " + place_of(options));
-    if (up)
-        if (const ExitCode code = set_up(options); code != exit_success) return code;
-    return options.down.empty() ? exit_success : set_down(options, options.down);
+    const OnuSet set = onus_of(options);
+    ask_before("bsp_pon_onu_sla_config", "changing the bandwidth of " + describe_onu_set(set));
+    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
+        if (up && !set_up(onu, options, calls).good()) return;
+        if (!options.down.empty()) set_down(onu, options.down, calls);
+    });
 }
 
-ExitCode run_sla_clear(const Output &, const SlaSetOptions &options)
+ExitCode run_sla_clear(const Output &, const SlaOptions &options)
 {
-    ask(options.confirmed, "giving " + place_of(options) + " the default bandwidth");
-    // Zeros take an SLA away.
-    const Called up("bsp_pon_onu_sla_config", to_onu(options, {}));
-    return up.good() ? set_down(options, "0") : up.report();
+    const OnuSet set = onus_of(options);
+    ask_before("bsp_pon_onu_sla_config", "giving " + describe_onu_set(set) + " the default bandwidth");
+    return for_each_onu(set, [](const Onu &onu, std::deque<Called> &calls) {
+        // Zeros take an SLA away.
+        if (calls.emplace_back("bsp_pon_onu_sla_config", to_onu(onu, {})).good()) set_down(onu, "0", calls);
+    });
 }
 
 } // namespace ponctl

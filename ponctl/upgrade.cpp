@@ -1,7 +1,9 @@
 // ponctl upgrade: which firmware goes to which ONUs, and its way there.
 #include <filesystem>
 
+#include "consent.h"
 #include "daily.h"
+#include "onu_set.h"
 #include "platform.h"
 
 namespace ponctl
@@ -78,12 +80,18 @@ ExitCode run_upgrade_bind(const Output &, const UpgradeBindOptions &options)
 
 ExitCode run_upgrade_start(const Output &, const UpgradeStartOptions &options)
 {
+    if (const auto set = set_in_place_of(options.port)) {
+        if (!options.onu.empty())
+            throw UsageError("--onu: not beside a set; " + options.port + " names the ONUs already");
+        constexpr const char *one = "bsp_pon_onu_upgrade_one";
+        ask_before(one, "upgrading " + describe_onu_set(*set) + ", which ends in a reboot,");
+        return tell_onus(*set, one);
+    }
     const std::string port = port_of(options.port), onu = number_word("--onu", options.onu, max_onu_id);
     const std::string which = onu.empty() ? "the ONUs" : "ONU " + onu;
-    ask(options.confirmed, "upgrading " + which + " of port " + port + ", which ends in a reboot,");
-    return Called(onu.empty() ? "bsp_pon_onu_upgrade_ponport" : "bsp_pon_onu_upgrade_one",
-                  words_of({{"block.pon_port", port}, {"block.onu_id", onu}}))
-        .report();
+    const char *operation = onu.empty() ? "bsp_pon_onu_upgrade_ponport" : "bsp_pon_onu_upgrade_one";
+    ask_before(operation, "upgrading " + which + " of port " + port + ", which ends in a reboot,");
+    return Called(operation, words_of({{"block.pon_port", port}, {"block.onu_id", onu}})).report();
 }
 
 ExitCode run_upgrade_status(const Output &output, const std::string &port)

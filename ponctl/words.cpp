@@ -116,6 +116,21 @@ std::string join(std::span<const std::string_view> names, std::string_view separ
     return text;
 }
 
+const catalogue::Operation &chosen_operation(std::span<const std::string> words)
+{
+    const auto found = find_operations(words);
+    if (found.size() == 1) return *found.front();
+    const std::vector<std::string_view> given(words.begin(), words.end());
+    if (found.empty())
+        throw UsageError("no operation has all of the words '" + join(given, " ") +
+                         "'; look for it by fewer with 'ponctl ops WORD...'");
+    std::string candidates;
+    for (const catalogue::Operation *operation : found)
+        candidates += "\n  " + std::string(operation->name) + ": " + std::string(operation->brief);
+    throw UsageError(std::to_string(found.size()) + " operations have all of the words '" + join(given, " ") +
+                     "'; give more words or a whole name:" + candidates);
+}
+
 const catalogue::Operation &named_operation(const std::string &name)
 {
     if (const catalogue::Operation *operation = catalogue::find_operation(name)) return *operation;

@@ -28,6 +28,9 @@ std::string suggestion(std::string_view wrong, std::span<const std::string_view>
 // The names with commas between them.
 std::string join(std::span<const std::string_view> names, std::string_view separator = ", ");
 
+// The only operation that find_operations finds; a UsageError with the candidates where there is not exactly one.
+const catalogue::Operation &chosen_operation(std::span<const std::string> words);
+
 // The operation of this name; a UsageError with suggestions where there is none.
 const catalogue::Operation &named_operation(const std::string &name);
 

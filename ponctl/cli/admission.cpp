@@ -55,14 +55,12 @@ void add_auth(CLI::App &app, Command &command)
     set->add_option("--loid", wanted->loid, "LOID that is accepted, at most 24 characters")->type_name("LOID");
     set->add_option("--password", wanted->password, "its password, at most 12 characters; none when left out")
         ->type_name("PASSWORD");
-    set->add_flag("--yes", wanted->confirmed, "do not ask: ONUs in service that do not fit are turned away");
     runs(set, command, wanted, run_auth_set);
 
     CLI::App *remove = auth->add_subcommand("remove", "Removes a LOID from a port; the mode stays");
     auto unwanted = std::make_shared<AuthOptions>();
     remove->add_option("PORT", unwanted->port, port_help)->required();
     remove->add_option("LOID", unwanted->loid, "the LOID")->required();
-    remove->add_flag("--yes", unwanted->confirmed, "do not ask: the ONU in service with this LOID may be turned away");
     runs(remove, command, unwanted, run_auth_remove);
 }
 
@@ -71,21 +69,21 @@ void add_alarm(CLI::App &app, Command &command)
     CLI::App *alarm = app.add_subcommand("alarm", "Lists and clears alarms of ONUs");
     alarm->require_subcommand(1);
     const auto select = [](CLI::App &one, AlarmOptions &options) {
-        one.add_option("PORT", options.port, port_or_all_help);
+        one.add_option("PORT", options.port,
+                       "PON port number, or with the ids of its ONUs, as 1/3-17,20 or 1/all; all ports when left out");
         one.add_option("ONU", options.onu,
                        "ONU id on the port, or MAC address; id 0 cannot be given, for there it means all");
     };
 
-    CLI::App *list = alarm->add_subcommand("list", "Lists the alarms of all ports, of one, or of one ONU");
+    CLI::App *list = alarm->add_subcommand("list", "Lists the alarms of all ports, of one, or of some ONUs");
     auto listed = std::make_shared<AlarmOptions>();
     select(*list, *listed);
     runs(list, command, listed, run_alarm_list);
 
-    CLI::App *clear = alarm->add_subcommand("clear", "Clears the alarms of all ports, of one, or of one ONU");
+    CLI::App *clear = alarm->add_subcommand("clear", "Clears the alarms of all ports, of one, or of some ONUs");
     auto cleared = std::make_shared<AlarmOptions>();
     select(*clear, *cleared);
     clear->add_option("--alarm", cleared->alarm, "code of the alarms to clear; all when left out")->type_name("CODE");
-    clear->add_flag("--yes", cleared->confirmed, "do not ask before all alarms of all ports are cleared");
     runs(clear, command, cleared, run_alarm_clear);
 }
 

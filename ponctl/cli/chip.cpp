@@ -51,7 +51,6 @@ void add_debug(CLI::App &app, Command &command)
            "reset, loopback, auto-negotiation, power-down, isolate, restart-negotiation, full-duplex; or all of "
            "them as a number, the upper byte of the control register")
         ->required();
-    set->add_flag("--yes", options->confirmed, "do not ask: the port may lose its link");
     runs(set, command, options, run_debug_ge_phy_set);
 
     CLI::App *fdb =
@@ -80,7 +79,6 @@ void add_i2c(CLI::App &app, Command &command)
     auto to = std::make_shared<I2cOptions>();
     add_place(*write, *to);
     write->add_option("BYTES", to->bytes, "the bytes, in pairs of hexadecimal digits, as 40 or 4001ff")->required();
-    write->add_flag("--yes", to->confirmed, "do not ask: a module that is written to may go out of service");
     runs(write, command, to, run_i2c_write);
 }
 

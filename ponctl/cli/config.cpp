@@ -16,12 +16,11 @@ void add_config(CLI::App &app, Command &command)
     runs(save, command, file, run_config_save);
 
     CLI::App *load = config->add_subcommand("load", "Has the OLT become the one that was saved");
-    auto loaded = std::make_shared<ConfigLoadOptions>();
-    load->add_option("FILE", loaded->file,
+    auto loaded = std::make_shared<std::string>();
+    load->add_option("FILE", *loaded,
                      "what was saved, of an OLT with the same seed, ports, arrivals and silent "
                      "share")
         ->required();
-    load->add_flag("--yes", loaded->confirmed, "do not ask: all that the OLT keeps is replaced");
     runs(load, command, loaded, run_config_load);
 }
 

@@ -8,8 +8,8 @@ namespace
 {
 
 constexpr const char *port_help = "PON port number";
-constexpr const char *onu_help = "ONU id on the port";
-constexpr const char *yes_help = "do not ask: ONUs in service are affected";
+constexpr const char *port_or_set_help = "PON port number; or with the ids of its ONUs, as 1/3-17,20 or 1/all";
+constexpr const char *onu_help = "ONU ids on the port, as 5 or 3-17,20, unless PORT has them";
 
 void add_p2p_set(CLI::App &p2p, Command &command)
 {
@@ -17,8 +17,9 @@ void add_p2p_set(CLI::App &p2p, Command &command)
     auto options = std::make_shared<P2pSwitchOptions>();
     set->add_option("PORT", options->port, "PON port number; 0 all ports")->required();
     set->add_option("STATE", options->state, "on or off; as it is when left out")->type_name("on|off");
-    set->add_option("--onu", options->onu, "ONU id that on or off is for; the port itself when left out")
-        ->type_name("ID");
+    set->add_option("--onu", options->onu,
+                    "ONU ids that on or off is for, as 5 or 3-17,20; the port itself when left out")
+        ->type_name("IDS");
     set->add_option("--rest", options->rest, "what becomes of frames that no entry concerns")
         ->type_name("drop|forward");
     set->add_option("--rate", options->rate, "kbit/s of all frames between ONUs together; 0 not limited")
@@ -26,7 +27,6 @@ void add_p2p_set(CLI::App &p2p, Command &command)
     set->add_option("--vlans", options->vlans, "VLANs that are forwarded: FIRST-LAST, one, or all")->type_name("VLANS");
     set->add_option("--broadcast", options->broadcast, "whether broadcast frames are forwarded")->type_name("on|off");
     set->add_option("--multicast", options->multicast, "whether multicast frames are forwarded")->type_name("on|off");
-    set->add_flag("--yes", options->confirmed, yes_help);
     set->footer("What is left out stays as it is.");
     runs(set, command, options, run_p2p_set);
 }
@@ -50,7 +50,6 @@ void add_p2p_entry(CLI::App &p2p, Command &command)
         ->type_name("VLAN");
     entry->add_option("--ethertype", options->ethertype, "in place of --vlan: the ethertype that they have")
         ->type_name("N");
-    entry->add_flag("--yes", options->confirmed, yes_help);
     runs(entry, command, options, run_p2p_entry);
 }
 
@@ -61,16 +60,16 @@ void add_sla(CLI::App &app, Command &command)
     CLI::App *sla = app.add_subcommand("sla", "Shows and sets the bandwidth of ONUs");
     sla->require_subcommand(1);
 
-    CLI::App *show = sla->add_subcommand("show", "Shows the bandwidth of a port and its ONUs, or of one ONU");
+    CLI::App *show = sla->add_subcommand("show", "Shows the bandwidth of a port and its ONUs, or of some ONUs");
     auto shown = std::make_shared<SlaOptions>();
-    show->add_option("PORT", shown->port, port_help)->required();
-    show->add_option("ID", shown->onu, "ONU id on the port; all of them when left out");
+    show->add_option("PORT", shown->port, port_or_set_help)->required();
+    show->add_option("ID", shown->onu, "ONU ids on the port; when left out, the port and all its ONUs");
     runs(show, command, shown, run_sla_show);
 
-    CLI::App *set = sla->add_subcommand("set", "Sets the bandwidth of an ONU");
+    CLI::App *set = sla->add_subcommand("set", "Sets the bandwidth of ONUs");
     auto options = std::make_shared<SlaSetOptions>();
-    set->add_option("PORT", options->port, port_help)->required();
-    set->add_option("ID", options->onu, onu_help)->required();
+    set->add_option("PORT", options->port, port_or_set_help)->required();
+    set->add_option("ID", options->onu, onu_help);
     set->add_option("--fixed", options->fixed, "upstream kbit/s that are granted whether used or not")
         ->type_name("KBITS");
     set->add_option("--assured", options->assured, "upstream kbit/s that are granted when asked for")
@@ -80,15 +79,13 @@ void add_sla(CLI::App &app, Command &command)
     set->add_option("--weight", options->weight, "share among those of one priority")->type_name("N");
     set->add_option("--down-max", options->down, "downstream kbit/s that are never exceeded; 0 is the default again")
         ->type_name("KBITS");
-    set->add_flag("--yes", options->confirmed, yes_help);
     set->footer("What is left out stays as it is.");
     runs(set, command, options, run_sla_set);
 
-    CLI::App *clear = sla->add_subcommand("clear", "Gives an ONU the default bandwidth again");
-    auto cleared = std::make_shared<SlaSetOptions>();
-    clear->add_option("PORT", cleared->port, port_help)->required();
-    clear->add_option("ID", cleared->onu, onu_help)->required();
-    clear->add_flag("--yes", cleared->confirmed, yes_help);
+    CLI::App *clear = sla->add_subcommand("clear", "Gives ONUs the default bandwidth again");
+    auto cleared = std::make_shared<SlaOptions>();
+    clear->add_option("PORT", cleared->port, port_or_set_help)->required();
+    clear->add_option("ID", cleared->onu, onu_help);
     runs(clear, command, cleared, run_sla_clear);
 }
 
@@ -109,7 +106,6 @@ void add_p2p(CLI::App &app, Command &command)
     auto options = std::make_shared<P2pOwnPortOptions>();
     own->add_option("PORT", options->port, port_help)->required();
     own->add_option("UPLINK", options->uplink, "GE uplink, or any; shown when left out");
-    own->add_flag("--yes", options->confirmed, yes_help);
     runs(own, command, options, run_p2p_own_port);
 }
 
@@ -140,7 +136,6 @@ void add_fdb(CLI::App &app, Command &command)
     flush->add_option("--llid", flushed->llid, "those of this LLID")->type_name("LLID");
     flush->add_option("--vlan", flushed->vlan, "those of this VLAN")->type_name("VLAN");
     flush->add_option("--mac", flushed->mac, "this MAC address")->type_name("MAC");
-    flush->add_flag("--yes", flushed->confirmed, "do not ask: traffic is flooded until addresses are learned again");
     runs(flush, command, flushed, run_fdb_flush);
 
     CLI::App *set = fdb->add_subcommand("set", "Configures the forwarding database, all of it at once");
@@ -150,7 +145,6 @@ void add_fdb(CLI::App &app, Command &command)
         ->type_name("on|off");
     set->add_option("--port-limit", options->limit, "addresses that a PON port has at most; not limited when left out")
         ->type_name("N");
-    set->add_flag("--yes", options->confirmed, yes_help);
     runs(set, command, options, run_fdb_set);
 }
 

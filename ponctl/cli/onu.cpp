@@ -7,7 +7,8 @@ namespace
 {
 
 constexpr const char *port_help = "PON port number";
-constexpr const char *onu_help = "ONU id on the port, or MAC address";
+constexpr const char *port_or_set_help = "PON port number; or with the ids of its ONUs, as 1/3-17,20 or 1/all";
+constexpr const char *onu_help = "ONU id on the port, or MAC address, unless PORT has the ids";
 
 std::string brief_of(const char *operation, const char *argument)
 {
@@ -26,10 +27,11 @@ void add_list(CLI::App &onu, Command &command)
 
 void add_show(CLI::App &onu, Command &command)
 {
-    CLI::App *show = onu.add_subcommand("show", "Shows all that is known of one ONU");
+    CLI::App *show = onu.add_subcommand("show", "Shows all that is known of ONUs");
     auto options = std::make_shared<OnuOptions>();
-    show->add_option("PORT", options->port, "PON port number; 0 looks for a MAC address on all ports")->required();
-    show->add_option("ONU", options->onu, onu_help)->required();
+    show->add_option("PORT", options->port, std::string(port_or_set_help) + "; 0 looks for a MAC address on all ports")
+        ->required();
+    show->add_option("ONU", options->onu, onu_help);
     runs(show, command, options, run_onu_show);
 }
 
@@ -54,24 +56,20 @@ void add_release(CLI::App &onu, Command &command)
 {
     CLI::App *release = onu.add_subcommand("release", "Releases the binding of an ONU, or of many");
     auto options = std::make_shared<ReleaseOptions>();
-    release->add_option("PORT", options->port, port_help)->required();
+    release->add_option("PORT", options->port, port_or_set_help)->required();
     release->add_option("--id", options->id, "ONU id on the port")->type_name("ID");
     release->add_option("--mac", options->mac, "MAC address")->type_name("MAC");
     release->add_flag("--offline", options->offline, "release all offline ONUs of the port");
     release->add_flag("--all", options->all, "release all ONUs of the port");
-    release->add_flag("--yes", options->confirmed, "do not ask before --all and --offline");
     runs(release, command, options, run_onu_release);
 }
 
 void add_confirm(CLI::App &onu, Command &command)
 {
-    CLI::App *confirm = onu.add_subcommand("confirm", "Lets in an ONU that waits, or that authentication turned away");
+    CLI::App *confirm = onu.add_subcommand("confirm", "Lets in ONUs that wait, or that authentication turned away");
     auto options = std::make_shared<ConfirmOptions>();
-    confirm->add_option("PORT", options->port, port_help)->required();
-    confirm
-        ->add_option("ONU", options->onu,
-                     "ONU id on the port, or MAC address; id 0 cannot be given, for there it means none")
-        ->required();
+    confirm->add_option("PORT", options->port, port_or_set_help)->required();
+    confirm->add_option("ONU", options->onu, std::string(onu_help) + "; id 0 cannot be given, for there it means none");
     confirm->add_option("--mode", options->mode, "bind mode of one that is bound by this; 0 when left out")
         ->type_name("N");
     confirm->add_flag("--as-mode-says", options->as_mode_says,
@@ -81,12 +79,11 @@ void add_confirm(CLI::App &onu, Command &command)
 
 void add_describe(CLI::App &onu, Command &command)
 {
-    CLI::App *describe = onu.add_subcommand("describe", "Describes a bound ONU in a text");
+    CLI::App *describe = onu.add_subcommand("describe", "Describes bound ONUs in a text");
     auto options = std::make_shared<DescribeOptions>();
-    describe->add_option("PORT", options->port, port_help)->required();
-    describe->add_option("ID", options->id, "ONU id on the port")->required();
-    describe->add_option("TEXT", options->text, "the description, at most 127 characters; an empty one removes it")
-        ->required();
+    describe->add_option("PORT", options->port, port_or_set_help)->required();
+    describe->add_option("ID", options->id, "ONU id on the port; left out where PORT has the ids")->required();
+    describe->add_option("TEXT", options->text, "the description, at most 127 characters; an empty one removes it");
     runs(describe, command, options, run_onu_describe);
 }
 
@@ -95,11 +92,10 @@ void add_reject(CLI::App &onu, Command &command)
     CLI::App *reject =
         onu.add_subcommand("reject", "Puts ONUs on the black list: they are released and stay away until allowed");
     auto options = std::make_shared<RejectOptions>();
-    reject->add_option("PORT", options->port, port_help)->required();
-    reject->add_option("ID", options->ids, "ONU ids of bound ONUs, as 5 or 1-5,7");
+    reject->add_option("PORT", options->port, port_or_set_help)->required();
+    reject->add_option("ID", options->ids, "ONU ids of bound ONUs, as 5 or 1-5,7, unless PORT has them");
     reject->add_option("--mac", options->mac, "MAC address of any ONU, in place of ids")->type_name("MAC");
     reject->add_option("--text", options->text, "text of the entry, with --mac")->type_name("TEXT");
-    reject->add_flag("--yes", options->confirmed, "do not ask");
     runs(reject, command, options, run_onu_reject);
 }
 

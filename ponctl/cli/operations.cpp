@@ -1,5 +1,8 @@
 // ponctl ops, call, raw, trace, replay and idset: all that the library can.
+#include <algorithm>
+
 #include "cli/cli.h"
+#include "report.h"
 #include "words.h"
 
 namespace ponctl
@@ -16,30 +19,59 @@ void add_ops(CLI::App &app, Command &command)
     runs(ops, command, words, run_ops);
 }
 
+namespace
+{
+
+struct CallLine : CallOptions {
+    std::string operation;          // its name, or the first of the words for it
+    std::vector<std::string> words; // its arguments, and further words for it
+    std::string onus;
+    bool help = false;
+};
+
+// The operation that the words name, the first of them or all without `=` together, which are taken off them.
+const catalogue::Operation &take_operation(std::vector<std::string> &words)
+{
+    const auto is_assignment = [](const std::string &word) { return word.find('=') != word.npos; };
+    const auto assignments = std::stable_partition(words.begin(), words.end(), std::not_fn(is_assignment));
+    const std::vector<std::string> names(words.begin(), assignments);
+    if (names.empty()) throw UsageError("OPERATION: missing; 'ponctl ops' lists the operations");
+    if (catalogue::find_operation(names.front())) {
+        words.erase(words.begin());
+        return *catalogue::find_operation(names.front());
+    }
+    // A wrong name is not searched for words where nothing is found.
+    const bool is_wrong_name = names.size() == 1 && find_operations(names).empty();
+    const catalogue::Operation &operation = is_wrong_name ? named_operation(names.front()) : chosen_operation(names);
+    complain("calling " + std::string(operation.name));
+    words.erase(words.begin(), assignments);
+    return operation;
+}
+
+} // namespace
+
 void add_call(CLI::App &app, Command &command)
 {
-    struct Options : CallOptions {
-        std::string operation;
-        std::vector<std::string> words;
-        bool help = false;
-    };
     CLI::App *call = app.add_subcommand("call", "Calls an operation; 'ponctl ops' lists them");
-    auto options = std::make_shared<Options>();
+    auto line = std::make_shared<CallLine>();
     call->set_help_flag();
-    call->add_flag("-h,--help", options->help, "print this help; with an OPERATION, the page of that operation");
-    call->add_option("OPERATION", options->operation, "name of the operation");
-    call->add_option("ARGUMENT", options->words, "its arguments, as name=value, in any order");
-    call->add_flag("--allow-long", options->allow_long,
+    call->add_flag("-h,--help", line->help, "print this help; with an OPERATION, the page of that operation");
+    call->add_option("OPERATION", line->operation,
+                     "name of the operation, or words that occur in no other, as for 'ponctl ops'");
+    call->add_option("ARGUMENT", line->words, "its arguments, as name=value, in any order");
+    call->add_option("--onus", line->onus,
+                     "call it for each of these ONUs in place of the arguments that name one: 1/3-17,20 or 1/all")
+        ->type_name("SET");
+    call->add_flag("--allow-long", line->allow_long,
                    "let texts and blocks that are longer than their field run on into the fields behind it");
-    call->add_flag("--dry-run", options->dry_run, "show the request that would be sent, and send nothing");
-    call->callback([call, options, &command] {
-        if (options->operation.empty()) {
-            if (!options->help) throw UsageError("OPERATION: missing; 'ponctl ops' lists the operations");
-            throw CLI::CallForHelp();
-        }
-        const catalogue::Operation &operation = named_operation(options->operation);
-        command = [options, &operation](const Output &output) {
-            if (!options->help) return run_call(output, operation, options->words, *options);
+    call->add_flag("--dry-run", line->dry_run, "show the request that would be sent, and send nothing");
+    call->callback([line, &command] {
+        if (line->help && line->operation.empty()) throw CLI::CallForHelp();
+        if (!line->operation.empty()) line->words.insert(line->words.begin(), line->operation);
+        const catalogue::Operation &operation = take_operation(line->words);
+        command = [line, &operation](const Output &output) {
+            if (!line->help && line->onus.empty()) return run_call(output, operation, line->words, *line);
+            if (!line->help) return run_call_each(output, operation, line->onus, line->words, *line);
             print_page(output, operation);
             return exit_success;
         };
@@ -94,7 +126,6 @@ void add_replay(CLI::App &app, Command &command)
         ->type_name("FIELD")
         ->allow_extra_args(false);
     replay->add_flag("--reads-only", options->reads_only, "send only the requests that change nothing");
-    replay->add_flag("--yes", options->confirmed, "do not ask before requests are sent that change something");
     runs(replay, command, options, run_replay);
 }
 

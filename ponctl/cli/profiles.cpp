@@ -69,7 +69,6 @@ void add_profile(CLI::App &app, Command &command)
     CLI::App *remove = profile->add_subcommand("delete", "Deletes a profile");
     const auto removed = add_of_profile(remove, command, run_profile_delete);
     remove->add_option("NAME", removed->name, "its name")->required();
-    remove->add_flag("--yes", removed->confirmed, "do not ask");
 }
 
 void add_loid(CLI::App &app, Command &command)

@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "consent.h"
 #include "cli/help.h"
 #include "report.h"
 
@@ -62,6 +63,7 @@ Program::Program() : app("Reaches every operation of an EPON OLT's PON managemen
     app.add_option("-o,--output", global.format, "form of the output; table when left out")
         ->type_name("table|json|hex");
     app.add_flag("--no-headings", global.no_headings, "tables without their heading line");
+    app.add_flag("--yes", global.yes, "do not ask before what affects ONUs in service");
     app.add_option("--socket-dir", global.socket_dir, "folder of the service's sockets; BOARD_IPC_DIR when left out")
         ->type_name("DIR");
     app.add_option("--timeout", global.timeout,
@@ -100,6 +102,7 @@ int run_line(const std::vector<std::string> &words)
     try {
         program.app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // it takes them from the back
         program.global.export_settings();
+        start_consent(program.global.yes);
         return finish(program.command(program.global.output()));
     } catch (const CLI::ParseError &error) {
         if (error.get_exit_code() == 0) return finish(program.app.exit(error));

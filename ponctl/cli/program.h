@@ -13,6 +13,7 @@ namespace ponctl
 struct GlobalOptions {
     std::string format = "table";
     bool no_headings = false;
+    bool yes = false;
     std::string socket_dir;
     std::string timeout;
 

@@ -37,11 +37,6 @@ void add_uni(const Query &query, const std::string &help)
     query.app->add_option("--uni", query.options->uni, help)->type_name("N");
 }
 
-void add_yes(CLI::App *app, bool &confirmed)
-{
-    app->add_flag("--yes", confirmed, "do not ask: ONUs in service may be hit");
-}
-
 void add_perf(CLI::App &onu, Command &command)
 {
     const Query perf =
@@ -86,13 +81,11 @@ void add_image(CLI::App &onu, Command &command)
     push->add_option("--version", pushed->version, "version of the image, at most 16 characters")
         ->type_name("VERSION")
         ->required();
-    add_yes(push, pushed->confirmed);
     runs(push, command, pushed, run_onu_image_push);
 
     CLI::App *commit = image->add_subcommand("commit", "Has ONUs start their new image from now on");
-    auto committed = std::make_shared<ImageCommitOptions>();
-    commit->add_option("SET", committed->set, set_help)->required();
-    add_yes(commit, committed->confirmed);
+    auto committed = std::make_shared<std::string>();
+    commit->add_option("SET", *committed, set_help)->required();
     runs(commit, command, committed, run_onu_image_commit);
 }
 
@@ -102,7 +95,6 @@ void add_settings(CLI::App &onu, Command &command)
     auto llids = std::make_shared<MultiLlidOptions>();
     multillid->add_option("SET", llids->set, set_help)->required();
     multillid->add_option("COUNT", llids->count, "number of LLIDs of each")->required();
-    add_yes(multillid, llids->confirmed);
     runs(multillid, command, llids, run_onu_multillid);
 
     CLI::App *set = onu.add_subcommand("set", "Sends any setting to ONUs");
@@ -112,7 +104,6 @@ void add_settings(CLI::App &onu, Command &command)
                     "the setting by its name or the words of it, as vlan or mc-vlan, and its fields; uni=N is the UNI "
                     "port; fields left out are zero; 'ponctl onu settings' lists both")
         ->required();
-    add_yes(set, setting->confirmed);
     runs(set, command, setting, run_onu_set);
 
     CLI::App *settings = onu.add_subcommand("settings", "Lists the settings of 'ponctl onu set', or the fields of one");

@@ -42,15 +42,6 @@ void add_seconds(CLI::App &loop, Command &command, const char *name, const char 
     runs(one, command, seconds, run);
 }
 
-void add_confirmed(CLI::App &loop, Command &command, const char *name, const char *brief,
-                   ExitCode (*run)(const Output &, const LoopOptions &))
-{
-    CLI::App *one = loop.add_subcommand(name, brief);
-    auto options = std::make_shared<LoopOptions>();
-    one->add_flag("--yes", options->confirmed, "do not ask: ports of ONUs in service are shut or opened");
-    runs(one, command, options, run);
-}
-
 } // namespace
 
 void add_upgrade(CLI::App &app, Command &command)
@@ -68,12 +59,12 @@ void add_upgrade(CLI::App &app, Command &command)
         ->type_name("SET");
     runs(bind, command, bound, run_upgrade_bind);
 
-    CLI::App *start = upgrade->add_subcommand("start", "Starts to upgrade the ONUs of a port, or one of them");
+    CLI::App *start = upgrade->add_subcommand("start", "Starts to upgrade the ONUs of a port, or some of them");
     auto started = std::make_shared<UpgradeStartOptions>();
-    start->add_option("PORT", started->port, "PON port number")->required();
+    start->add_option("PORT", started->port, "PON port number; or with the ids of its ONUs, as 1/3-17,20 or 1/all")
+        ->required();
     start->add_option("--onu", started->onu, "ONU id on the port; all that can be upgraded when left out")
         ->type_name("ID");
-    start->add_flag("--yes", started->confirmed, "do not ask: the ONUs reboot");
     runs(start, command, started, run_upgrade_start);
 
     CLI::App *status = upgrade->add_subcommand("status", "Shows versions, types and upgrade runs of the bound ONUs");
@@ -86,12 +77,13 @@ void add_loop(CLI::App &app, Command &command)
 {
     CLI::App *loop = app.add_subcommand("loop", "Detects forwarding loops behind the ONUs");
     loop->require_subcommand(1);
-    loop->add_subcommand("show", "Shows the settings, and the ports that have or had a loop")->callback([&command] {
-        command = run_loop_show;
-    });
-    add_confirmed(*loop, command, "on", "Switches detection on: ports with a loop are shut", run_loop_on);
-    add_confirmed(*loop, command, "off", "Switches detection off", run_loop_off);
-    add_confirmed(*loop, command, "recover", "Opens the ports that loops shut, now", run_loop_recover);
+    const auto add = [&](const char *name, const char *brief, ExitCode (*run)(const Output &)) {
+        loop->add_subcommand(name, brief)->callback([&command, run] { command = run; });
+    };
+    add("show", "Shows the settings, and the ports that have or had a loop", run_loop_show);
+    add("on", "Switches detection on: ports with a loop are shut", run_loop_on);
+    add("off", "Switches detection off", run_loop_off);
+    add("recover", "Opens the ports that loops shut, now", run_loop_recover);
 
     CLI::App *set = loop->add_subcommand("mode", "Sets how shut ports recover");
     auto mode = std::make_shared<std::string>();

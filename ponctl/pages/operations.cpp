@@ -22,50 +22,39 @@ std::string item(std::string_view name, const std::string &about)
     return ".It " + mdoc::word(name) + "\n" + mdoc::text(sentence(about));
 }
 
-std::string field_list(const std::string &lead, const std::vector<const Field *> &fields)
+std::string field_list(const std::string &lead, const std::vector<const Field *> &fields, bool is_set)
 {
     std::string text = mdoc::text(lead) + ".Bl -tag -width Ds -compact\n";
     for (const Field *field : fields)
-        text += item(field->name, about_field(*field));
+        text += item(field->name, about_field(*field, is_set));
     return text + ".El\n";
 }
 
-std::string field_list(const std::string &lead, std::span<const Field> fields)
+std::string field_list(const std::string &lead, std::span<const Field> fields, bool is_set)
 {
     std::vector<const Field *> all;
     for (const Field &field : fields)
         all.push_back(&field);
-    return field_list(lead, all);
-}
-
-// The type, with the range of a number and its unit.
-std::string type_text(const Operation &operation, const Argument &argument)
-{
-    std::string text(type_name(operation, argument));
-    if (argument.type == ArgumentType::u8) text += " from 0 to 255";
-    if (argument.type == ArgumentType::u16) text += " from 0 to 65535";
-    if (argument.type == ArgumentType::u32 && !is_command(operation, argument)) text += " from 0 to 4294967295";
-    if (argument.field && !argument.field->unit.empty()) text.append(" in ").append(argument.field->unit);
-    return text;
+    return field_list(lead, all, is_set);
 }
 
 std::string argument_item(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
     std::string text = item(form.empty() ? argument.name : form, std::string(argument.brief)) +
-                       mdoc::text(sentence(type_text(operation, argument) + " " + rule_text(argument)));
+                       mdoc::text(sentence(std::string(type_name(operation, argument)) + " " + rule_text(operation, argument)));
     // Those that the operation leaves to its caller stand once, in a section of their own.
     const bool whole_record = takes_whole_record(argument);
     if (takes_fields(operation, argument) && !whole_record)
-        text += field_list("Its fields:", fields_of(operation, argument));
+        text += field_list("Its fields:", fields_of(operation, argument), true);
     if (whole_record) {
         text += mdoc::text("Its fields are those of " + std::string(operation.record->name) + ", see RECORDS.");
         if (const catalogue::Layout *layout = layout_of(operation, false))
-            text += field_list("Beside them, the simulated service reads:", layout->fields);
+            text += field_list("Beside them, the simulated service reads:", layout->fields, true);
     }
     if (reads_back_fields(argument))
         if (const catalogue::Layout *layout = layout_of(operation, true))
-            text += field_list("The simulated service answers with:", layout->fields);
+            text += field_list("The simulated service answers with:", layout->fields, false);
     return text;
 }
 
@@ -87,6 +76,7 @@ std::string operation_section(const Operation &operation)
     for (const Argument &argument : operation.arguments)
         text += argument_item(operation, argument);
     text += item("Class", std::string(catalogue::to_text(operation.impact)));
+    if (const std::string asks = asking_text(operation); !asks.empty()) text += item("Asks", asks);
     text += item("Request", std::string(catalogue::to_text(operation.call)) + " on " +
                                 std::string(operation.channel->name) + ", command " + command_text(operation) + "; " +
                                 request_text(operation));
@@ -151,7 +141,7 @@ std::string operations_page(const std::string &date)
     for (const catalogue::Record &record : catalogue::records())
         page += ".Ss " + std::string(record.name) + "\n" +
                 field_list(sentence(std::string(record.brief)) + " It has " + std::to_string(record.size) + " bytes:",
-                           record.fields);
+                           record.fields, true);
     page += ".Sh CHANNELS\n.Bl -tag -width Ds\n";
     for (const catalogue::Channel &channel : catalogue::channels())
         page += item(std::string(channel.name) + " (" + std::to_string(channel.type) + ")", std::string(channel.brief));

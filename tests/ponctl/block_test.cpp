@@ -1,4 +1,6 @@
 // Blocks of a fixed size and words of the answer, with ponctl call.
+#include <bit>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,7 +12,10 @@ namespace
 using testing::HasSubstr;
 using Words = std::vector<std::string>;
 
-const Words flush{"call", "bsp_pon_plat_fdb_flush"};
+// The order of the bytes of a word.
+constexpr bool big_endian = std::endian::native == std::endian::big;
+
+const Words flush{"call", "bsp_pon_plat_fdb_flush", "--yes"};
 
 Words with(Words words, const Words &more)
 {
@@ -35,7 +40,7 @@ TEST(FixedBlock, IsGivenByTheFieldsInsideIt)
               0);
     EXPECT_EQ(service.received().at(0).number("vlan"), 100u);
     EXPECT_EQ(service.received().at(0).number("side"), 1u);
-    EXPECT_EQ(service.received().at(0).number("mac"), 0x010000000002u);
+    EXPECT_EQ(service.received().at(0).number("mac"), big_endian ? 0x020000000001u : 0x010000000002u);
 }
 
 TEST(FixedBlock, MayBeBytesWithFieldsSetOnThem)
@@ -79,7 +84,8 @@ TEST(FixedBlock, ThatComesBackIsDecodedByTheAnswersLayout)
     const FakeService service(bytes(answer_to("BSP_CMD_OPTICS_DIAG_GET", {{"temperature", 3550}})));
     const Words call{"call", "bsp_om_plat_diag_get", "pon_port=1"};
     EXPECT_THAT(service.ponctl(call).out, HasSubstr("temperature        35.50 degC\n"));
-    EXPECT_THAT(service.ponctl(with(call, {"-o", "hex"})).out, HasSubstr("  124  de 0d 00 00 "));
+    EXPECT_THAT(service.ponctl(with(call, {"-o", "hex"})).out,
+                HasSubstr(big_endian ? "  124  00 00 0d de " : "  124  de 0d 00 00 "));
     const auto document = parsed(service.ponctl(with(call, {"-o", "json"})).out);
     EXPECT_DOUBLE_EQ(document["outputs"]["out"]["temperature"].GetDouble(), 35.5);
     EXPECT_FALSE(document["outputs"]["out"].HasMember("plat_port"));
@@ -102,13 +108,14 @@ TEST(WordsOfTheAnswer, AreShownWithTheUnitOfTheirLayout)
     EXPECT_EQ(service.ponctl({"call", "bsp_pon_plat_mac_age_get"}).out, "first: 300 s\nsecond: 12\n");
     const auto document = parsed(service.ponctl({"call", "bsp_pon_plat_mac_age_get", "-o", "json"}).out);
     EXPECT_EQ(document["outputs"]["first"].GetUint(), 300u);
-    EXPECT_THAT(service.ponctl({"call", "bsp_pon_plat_mac_age_get", "-o", "hex"}).out, HasSubstr("  120  2c 01 "));
+    EXPECT_THAT(service.ponctl({"call", "bsp_pon_plat_mac_age_get", "-o", "hex"}).out,
+                HasSubstr(big_endian ? "  120  00 00 01 2c " : "  120  2c 01 "));
 }
 
 TEST(ByteArguments, AreNumbersUpTo255)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"call", "bsp_pon_loop_detect_status", "state=255"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_pon_loop_detect_status", "state=255", "--yes"}).code, 0);
     EXPECT_EQ(service.ponctl({"call", "bsp_pon_loop_detect_status", "state=256"}).err,
               "ponctl: state: '256' is not a number from 0 to 255, decimal or hexadecimal with 0x\n");
     EXPECT_EQ(service.received().size(), 1u);
@@ -117,7 +124,7 @@ TEST(ByteArguments, AreNumbersUpTo255)
 TEST(RecordOfAnotherChannel, IsTheOneThatTheOperationTakes)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"call", "bsp_poncfg_set", "record.cmd=424", "record.pon_port=3"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_poncfg_set", "record.cmd=424", "record.pon_port=3", "--yes"}).code, 0);
     const Received request = service.received().at(0);
     EXPECT_EQ(request.record.size(), 944u);
     EXPECT_EQ(request.word(0), 424u);

@@ -21,7 +21,8 @@ using testing::HasSubstr;
 using testing::Not;
 using Words = std::vector<std::string>;
 
-const Words bind{"call", "bsp_pon_bind_onu_spec_id", "pon_port=1", "onu_id=5", "mac=00:11:22:33:44:55", "value=2"};
+const Words bind{"call", "bsp_pon_bind_onu_spec_id", "pon_port=1", "onu_id=5", "mac=00:11:22:33:44:55", "value=2",
+                 "--yes"};
 
 Words with(Words words, const Words &more)
 {
@@ -34,7 +35,7 @@ TEST(Call, ReachesTheServiceWithEveryOperation)
     const FakeService service;
     size_t expected = 0;
     for (const catalogue::Operation &operation : catalogue::operations()) {
-        const Finished finished = service.ponctl(words_for(operation));
+        const Finished finished = service.ponctl(with(words_for(operation), {"--yes"}));
         EXPECT_EQ(finished.code, 0) << operation.name << ": " << finished.err;
         const std::vector<Received> received = service.received();
         ASSERT_EQ(received.size(), ++expected) << operation.name;

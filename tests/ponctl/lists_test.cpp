@@ -120,8 +120,8 @@ TEST(OnuReject, NeedsAYesAndOneKindOfName)
 TEST(OnuAllow, TakesOffByMacOrByIds)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"onu", "allow", "1", mac}).code, 0);
-    EXPECT_EQ(service.ponctl({"onu", "allow", "2", "--ids", "1,32"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "allow", "1", mac, "--yes"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "allow", "2", "--ids", "1,32", "--yes"}).code, 0);
     const auto received = service.received();
     ASSERT_EQ(received.size(), 2u);
     EXPECT_EQ(received[0].word(0), 374u);
@@ -137,8 +137,8 @@ TEST(OnuAllow, TakesOffByMacOrByIds)
 TEST(OnuAllow, PassesTheStatusOn)
 {
     const FakeService service(status(4014));
-    EXPECT_EQ(service.ponctl({"onu", "allow", "1", mac}).code, 1);
-    EXPECT_EQ(ponctl({"--socket-dir", "/nowhere", "onu", "allow", "1", mac}).code, 3);
+    EXPECT_EQ(service.ponctl({"onu", "allow", "1", mac, "--yes"}).code, 1);
+    EXPECT_EQ(ponctl({"--socket-dir", "/nowhere", "onu", "allow", "1", mac, "--yes"}).code, 3);
 }
 
 } // namespace

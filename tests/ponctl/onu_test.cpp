@@ -59,8 +59,8 @@ TEST(OnuList, LeavesOutWhatDoesNotFitATerminalAndSaysSo)
 TEST(OnuBind, TakesTheGivenIdOrLetsTheServicePickOne)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"onu", "bind", "1", "00:11:22:33:44:55", "--id", "5", "--mode", "2"}).code, 0);
-    EXPECT_EQ(service.ponctl({"onu", "bind", "1", "00:11:22:33:44:55", "--text-a", "name"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "bind", "1", "00:11:22:33:44:55", "--id", "5", "--mode", "2", "--yes"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "bind", "1", "00:11:22:33:44:55", "--text-a", "name", "--yes"}).code, 0);
     const auto received = service.received();
     ASSERT_GE(received.size(), 2u);
     EXPECT_EQ(received[0].word(0), 365u);
@@ -73,7 +73,7 @@ TEST(OnuBind, TakesTheGivenIdOrLetsTheServicePickOne)
 TEST(OnuBind, TellsTheIdThatTheServicePicked)
 {
     const FakeService service(by_command({{381, bytes(pon_record({{8, 17}}))}}));
-    const Words words{"onu", "bind", "3", "00:11:22:33:44:55"};
+    const Words words{"onu", "bind", "3", "00:11:22:33:44:55", "--yes"};
     EXPECT_EQ(service.ponctl(words).out, "bound to ONU id 17\n");
     const auto received = service.received();
     ASSERT_EQ(received.size(), 2u);
@@ -86,7 +86,7 @@ TEST(OnuBind, TellsTheIdThatTheServicePicked)
 TEST(OnuBind, NamesTheOptionThatIsWrong)
 {
     const FakeService service;
-    const Words words{"onu", "bind", "3", "00:11:22:33:44:55"};
+    const Words words{"onu", "bind", "3", "00:11:22:33:44:55", "--yes"};
     EXPECT_EQ(service.ponctl(with(words, {"--mode", "x"})).err,
               "ponctl: --mode: 'x' is not a number from 0 to 4294967295, decimal or hexadecimal with 0x\n");
     EXPECT_EQ(service.ponctl(with(words, {"--text-b", std::string(64, 'x')})).err,
@@ -97,14 +97,14 @@ TEST(OnuBind, NamesTheOptionThatIsWrong)
 TEST(OnuBind, LooksUpNothingWhereTheServiceRefuses)
 {
     const FakeService service(status(4008));
-    EXPECT_EQ(service.ponctl({"onu", "bind", "3", "00:11:22:33:44:55"}).code, 1);
+    EXPECT_EQ(service.ponctl({"onu", "bind", "3", "00:11:22:33:44:55", "--yes"}).code, 1);
     EXPECT_EQ(service.received().size(), 1u);
 }
 
 TEST(OnuBind, SaysThatItIsDoneWhereTheLookUpFails)
 {
     const FakeService service(by_command({{381, status(4005)}}));
-    const Finished finished = service.ponctl({"onu", "bind", "3", "00:11:22:33:44:55"});
+    const Finished finished = service.ponctl({"onu", "bind", "3", "00:11:22:33:44:55", "--yes"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_THAT(finished.err, HasSubstr("the ONU is bound, but its id could not be looked up\n"));
 }
@@ -112,8 +112,9 @@ TEST(OnuBind, SaysThatItIsDoneWhereTheLookUpFails)
 TEST(OnuConfirm, NamesTheOnuByIdOrByMac)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"onu", "confirm", "1", "5"}).code, 0);
-    EXPECT_EQ(service.ponctl({"onu", "confirm", "1", "0011.2233.4455", "--mode", "7", "--as-mode-says"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "confirm", "1", "5", "--yes"}).code, 0);
+    EXPECT_EQ(service.ponctl({"onu", "confirm", "1", "0011.2233.4455", "--mode", "7", "--as-mode-says", "--yes"}).code,
+              0);
     const auto received = service.received();
     ASSERT_EQ(received.size(), 2u);
     EXPECT_EQ(received[0].word(0), 380u);
@@ -162,7 +163,7 @@ TEST(OnuDescribe, SendsTheText)
 TEST(OnuRelease, NamesTheOnuByIdByMacOrByBoth)
 {
     const FakeService service;
-    const Words release{"onu", "release", "1"};
+    const Words release{"onu", "release", "1", "--yes"};
     for (const Words &which :
          {Words{"--id", "5"}, Words{"--mac", "02:11:22:33:44:55"}, Words{"--id", "5", "--mac", "02:11:22:33:44:55"}}) {
         Words words = release;
@@ -216,7 +217,7 @@ TEST(OnuRelease, OfNoneOrOfTwoKindsIsRefused)
 {
     const FakeService service;
     EXPECT_EQ(service.ponctl({"onu", "release", "1"}).err,
-              "ponctl: which ONU? give --id N, --mac MAC or both, or --offline or --all\n");
+              "ponctl: which ONU? give --id N, --mac MAC or both, --offline or --all, or a set as PORT/IDS\n");
     EXPECT_EQ(service.ponctl({"onu", "release", "1", "--all", "--id", "5", "--yes"}).err,
               "ponctl: --all and --offline stand alone: not with each other, not with --id or --mac\n");
     EXPECT_TRUE(service.received().empty());

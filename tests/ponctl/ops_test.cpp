@@ -30,6 +30,11 @@ std::string page_of(const Entry &entry, Format format)
     return page;
 }
 
+std::string page_named(const char *operation)
+{
+    return page_of(*catalogue::find_operation(operation), Format::table);
+}
+
 std::vector<std::string> found(const std::vector<std::string> &words)
 {
     std::vector<std::string> names;
@@ -160,6 +165,22 @@ TEST(Name, ThatIsWrongBringsTheNearest)
               "there is no operation 'zzzzzz'; look for it by words with 'ponctl ops WORD...'");
     EXPECT_EQ(usage_error_of([] { named_operation("ont_id_res_str"); }),
               "ont_id_res_str makes no request, so there is nothing to call; see 'ponctl ops ont_id_res_str'");
+}
+
+TEST(Page, SaysWhichNumbersAnArgumentTakes)
+{
+    EXPECT_THAT(page_named("bsp_pon_loop_detect_recover_time"), HasSubstr("; 0 to 4294967295)"));
+    EXPECT_THAT(page_named("bsp_pon_loop_detect_status"), HasSubstr("; 0 to 255)"));
+    EXPECT_THAT(page_named("bsp_debug_8022_optical_status"),
+                HasSubstr("(-21474836.48 to 21474836.47 degC, in steps of 0.01)"));
+}
+
+TEST(Page, SaysWhatIsAskedAbout)
+{
+    EXPECT_THAT(page_named("bsp_pon_no_bind_onu_all"),
+                HasSubstr("Asks:    before it is called, unless --yes is given\n"));
+    EXPECT_THAT(page_named("bsp_pon_exec_set"), HasSubstr("Asks:    before a command is sent that affects service"));
+    EXPECT_THAT(page_named("bsp_pon_exec_get"), testing::Not(HasSubstr("Asks:")));
 }
 
 TEST(Catalogue, HasNoBytesToShow)

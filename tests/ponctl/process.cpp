@@ -2,7 +2,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -43,16 +45,19 @@ Finished ponctl(const std::vector<std::string> &arguments, int output, int input
     posix_spawn_file_actions_adddup2(&actions, output < 0 ? fileno(out.get()) : output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, error < 0 ? fileno(err.get()) : error, STDERR_FILENO);
 
-    std::string program = PONCTL;
-    std::vector<std::string> words = arguments;
-    std::vector<char *> argv{program.data()};
+    // Where the tool is built for another machine, words before its name run it.
+    std::istringstream emulator(EMULATOR);
+    std::vector<std::string> words{std::istream_iterator<std::string>(emulator), {}};
+    words.emplace_back(PONCTL);
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char *> argv;
     for (std::string &word : words)
         argv.push_back(word.data());
     argv.push_back(nullptr);
     pid_t pid = 0;
-    const int failure = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), environ);
+    const int failure = posix_spawnp(&pid, argv.front(), &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    if (failure) throw std::runtime_error("cannot run " + program);
+    if (failure) throw std::runtime_error("cannot run " + words.front());
 
     int status = 0;
     waitpid(pid, &status, 0);

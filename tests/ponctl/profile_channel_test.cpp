@@ -61,7 +61,7 @@ public:
 TEST(ProfileSet, SendsThePayload)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "buf=text:hello"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "buf=text:hello", "--yes"}).code, 0);
     const Received received = service.received().at(0);
     EXPECT_EQ(received.call, BOARD_CALL_DGRAM_SET);
     EXPECT_EQ(received.record.size(), 33u);
@@ -73,9 +73,9 @@ TEST(ProfileSet, SendsThePayload)
 TEST(ProfileSet, SendsZerosUpToTheLength)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "buf=text:hi", "len=5"}).code, 0);
-    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "len=100"}).code, 0);
-    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "buf=text:hello", "len=4"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "buf=text:hi", "len=5", "--yes"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "len=100", "--yes"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_profile_exec_set", "action=7", "buf=text:hello", "len=4", "--yes"}).code, 0);
     EXPECT_EQ(payload_of(service.received().at(0)), std::string("hi\0\0\0", 5));
     EXPECT_EQ(payload_of(service.received().at(1)), std::string(100, '\0'));
     EXPECT_EQ(payload_of(service.received().at(2)), "hell");
@@ -84,7 +84,7 @@ TEST(ProfileSet, SendsZerosUpToTheLength)
 TEST(ProfileSet, HasNoPayloadOfMoreThan4092Bytes)
 {
     const FakeService service;
-    const Words set{"call", "bsp_profile_exec_set", "action=7", "--allow-long"};
+    const Words set{"call", "bsp_profile_exec_set", "action=7", "--allow-long", "--yes"};
     const auto with = [&set](const std::string &word) {
         Words words = set;
         words.push_back(word);
@@ -240,7 +240,7 @@ TEST(UniProfile, TakesASmallNumberAndABody)
 TEST(Oui, IsThreeBytes)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"call", "bsp_pon_onu_ctc_set_oui", "oui=hex:a1b2c3"}).code, 0);
+    EXPECT_EQ(service.ponctl({"call", "bsp_pon_onu_ctc_set_oui", "oui=hex:a1b2c3", "--yes"}).code, 0);
     EXPECT_EQ(service.ponctl({"call", "bsp_pon_onu_ctc_set_oui", "oui=hex:a1b2c3d4"}).err,
               "ponctl: oui: 4 bytes are more than its 3\n");
     EXPECT_THAT(service.ponctl({"call", "bsp_pon_onu_ctc_set_oui"}).err, HasSubstr("oui: missing"));

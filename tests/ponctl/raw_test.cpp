@@ -19,7 +19,7 @@ void echo(const board_request &request, board_answer *answer)
 TEST(Raw, SendsARecordOnAnyChannelByAnyCall)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_DEBUG", "set", "plat_cmd=0x203", "plat_port=3"}).code, 0);
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_DEBUG", "set", "plat_cmd=0x203", "plat_port=3", "--yes"}).code, 0);
     EXPECT_EQ(service.ponctl({"raw", "238", "dgram-get", "onu_cmd=7"}).code, 0);
     const auto received = service.received();
     ASSERT_EQ(received.size(), 2u);
@@ -36,8 +36,8 @@ TEST(Raw, SendsARecordOnAnyChannelByAnyCall)
 TEST(Raw, PayloadDecidesTheLengthOfAProfileRecord)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", "action=7", "data=text:hello"}).code, 0);
-    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", "action=7"}).code, 0);
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", "action=7", "data=text:hello", "--yes"}).code, 0);
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", "action=7", "--yes"}).code, 0);
     ASSERT_EQ(service.received().size(), 2u);
     EXPECT_EQ(service.received()[0].record.size(), 33u);
     EXPECT_EQ(service.received()[1].record.size(), 28u);
@@ -48,7 +48,7 @@ TEST(Raw, LongPayloadEndsWithTheRecordAndItsTrailer)
     const FakeService service;
     const std::string data = "data=text:" + std::string(5000, 'x');
     EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", data}).code, 2);
-    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", data, "--allow-long"}).code, 0);
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PROFILE", "dgram-set", data, "--allow-long", "--yes"}).code, 0);
     ASSERT_EQ(service.received().size(), 1u);
     EXPECT_EQ(service.received()[0].record.size(), 4124u);
 }
@@ -56,7 +56,8 @@ TEST(Raw, LongPayloadEndsWithTheRecordAndItsTrailer)
 TEST(Raw, ShowsStatusAndFieldsOfTheAnswer)
 {
     const FakeService service(echo);
-    const Finished finished = service.ponctl({"raw", "BSP_MSG_PON", "get", "cmd=BSP_CMD_ONU_BIND", "onu_id=9"});
+    const Finished finished =
+        service.ponctl({"raw", "BSP_MSG_PON", "get", "cmd=BSP_CMD_ONU_BIND", "onu_id=9", "--yes"});
     EXPECT_EQ(finished.code, 0);
     EXPECT_EQ(finished.out, "status 0 BSP_OK: success, 944 bytes\n"
                             "FIELD  VALUE\n"
@@ -95,14 +96,14 @@ TEST(Raw, TakesTheRecordsFirstBytesAsABlock)
 TEST(Raw, SendsAnotherRecordThanTheChannels)
 {
     const FakeService service;
-    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PLAT", "set", "cmd=1", "--record", "bsp_pon_msg"}).code, 0);
+    EXPECT_EQ(service.ponctl({"raw", "BSP_MSG_PLAT", "set", "cmd=1", "--record", "bsp_pon_msg", "--yes"}).code, 0);
     EXPECT_EQ(service.received()[0].record.size(), 944u);
 }
 
 TEST(Raw, EndsWithOneForAStatus)
 {
     const FakeService service([](const board_request &, board_answer *answer) { board_answer_status(answer, 4001); });
-    const Finished finished = service.ponctl({"raw", "BSP_MSG_PON", "set", "cmd=1"});
+    const Finished finished = service.ponctl({"raw", "BSP_MSG_PON", "set", "cmd=1", "--yes"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_EQ(finished.err, "ponctl: BSP_MSG_PON: status 4001 PON_ERR_UNKNOWN_COMMAND: the service has no such command "
                             "on this channel\n");

@@ -101,9 +101,9 @@ TEST(SlaSet, RefusesWhatCannotBe)
     const FakeService service;
     const std::vector<std::pair<Words, std::string>> cases{
         {{"2", "7", "--yes"}, "nothing to set; give one of --fixed"},
-        {{"2", "128", "--fixed", "1", "--yes"}, "ID: '128' is not a number from 0 to 127"},
+        {{"2", "128", "--fixed", "1", "--yes"}, "ID: '128' is not a set of ONU ids from 0 to 127"},
         {{"2", "7", "--fixed", "much", "--yes"}, "--fixed: 'much' is not a number from 0"},
-        {{"2", "7", "--fixed", "1"}, "--yes: missing; changing the bandwidth of ONU 7 of port 2 needs it"},
+        {{"2", "7", "--fixed", "1"}, "--yes: missing; changing the bandwidth of ONU 2/7 needs it"},
     };
     for (const auto &[more, error] : cases) {
         Words words{"sla", "set"};

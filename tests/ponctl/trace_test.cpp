@@ -41,7 +41,8 @@ protected:
             if (request.call == BOARD_CALL_SET) return board_answer_status(answer, 4005);
             board_answer_result(answer, 386, "[{\"pon_port\":1}]", 16);
         });
-        service.ponctl({"call", "bsp_pon_no_bind_onu_batch_spec_id", "record.pon_port=3", "record.onu_set=1-5,7"});
+        service.ponctl(
+            {"call", "bsp_pon_no_bind_onu_batch_spec_id", "record.pon_port=3", "record.onu_set=1-5,7", "--yes"});
         service.ponctl({"port", "list"});
         unsetenv("BOARD_IPC_TRACE");
     }

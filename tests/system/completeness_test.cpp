@@ -157,7 +157,9 @@ TEST(Completeness, TheServiceAnswersEachThatTheToolCalls)
     Names unknown, failed;
     for (const catalogue::Operation &operation : catalogue::operations()) {
         const catalogue::Command *stated = operation.command ? nullptr : command_for(operation);
-        const Finished finished = ponctl(words_for(operation, {.number = "1", .command = stated}));
+        std::vector<std::string> words = words_for(operation, {.number = "1", .command = stated});
+        words.emplace_back("--yes");
+        const Finished finished = ponctl(words);
         if (finished.err.find("PON_ERR_UNKNOWN_COMMAND") != finished.err.npos) unknown.emplace(operation.name);
         // 1 is a status of the service's.
         if (finished.code != 0 && finished.code != 1) failed.insert(std::string(operation.name) + ": " + finished.err);
