@@ -39,7 +39,7 @@ ExitCode run_alarm_clear(const Output &output, const AlarmOptions &options)
 {
     if (!options.alarm.empty()) parse_number("--alarm", options.alarm);
     if (const auto set = set_of(options))
-        return tell_onus(*set, "bsp_pon_clear_onu_alarm", words_of({{"record.arg_value", options.alarm}}));
+        return tell_onus(output, *set, "bsp_pon_clear_onu_alarm", words_of({{"record.arg_value", options.alarm}}));
     const auto words = selection_of(options);
     const bool is_everything = port_of(options.port) == "0" && options.onu.empty() && options.alarm.empty();
     if (is_everything) ask("clearing all alarms of all ports");

@@ -53,6 +53,7 @@ ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
     // What removes a record sets the mode too, so it must state the one that holds.
     const Called current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}));
     if (!current.good()) return current.report();
+    current.expect_answer();
     const Reading reading = current.response();
     const catalogue::Field &mode = *catalogue::find_field(reading.record->fields, "arg_word12");
     return call(output, "bsp_pon_onu_auth_set",

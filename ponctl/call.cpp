@@ -22,8 +22,8 @@ void print_output(const Output &output, const Called &called, size_t index)
         if (db_handle *database = called.database(index))
             print_database(output, database, called.view());
         else if (argument.dropped)
-            complain(std::string(argument.name) + ": " + std::string(called.operation().name) +
-                     " hands out no database, only the status");
+            note(std::string(argument.name) + ": " + std::string(called.operation().name) +
+                 " hands out no database, only the status");
         else
             complain(std::string(argument.name) + no_database);
     } else if (argument.type == ArgumentType::text_out) {
@@ -93,14 +93,11 @@ void show_outputs(const Output &output, const Called &called)
 }
 
 // What was delivered for one ONU, under its name.
-void show_outputs_of(const Output &output, const OnuCalls &of_onu, const CallOptions &options)
+void show_outputs_of(const Output &output, const OnuCalls &of_onu)
 {
     const Called &called = of_onu.calls.front();
     if (output.headings) std::fprintf(output.stream, "ONU %s\n", of_onu.onu.c_str());
-    if (options.dry_run)
-        print_request(output, called.exchange(), *called.operation().record);
-    else if (called.answered())
-        show_outputs(output, called);
+    if (called.answered()) show_outputs(output, called);
 }
 
 } // namespace
@@ -109,10 +106,6 @@ ExitCode run_call(const Output &output, const catalogue::Operation &operation, c
                   const CallOptions &options)
 {
     const Called called(operation, words, options);
-    if (options.dry_run && called.exchange().made) {
-        print_request(output, called.exchange(), *operation.record);
-        return exit_success;
-    }
     if (called.answered()) show_outputs(output, called);
     return called.report();
 }
@@ -126,9 +119,9 @@ ExitCode run_call_each(const Output &output, const catalogue::Operation &operati
             calls.emplace_back(operation, onu_words(operation, onu, words), options);
         },
         [&](const std::deque<OnuCalls> &asked, bool) {
-            if (output.format != Format::json || options.dry_run) {
+            if (output.format != Format::json) {
                 for (const OnuCalls &of_onu : asked)
-                    show_outputs_of(output, of_onu, options);
+                    show_outputs_of(output, of_onu);
                 return;
             }
             Json json(output.stream);
@@ -150,11 +143,10 @@ ExitCode run_list(const Output &output, const char *operation, const std::vector
     const Called called(operation, words);
     if (called.answered()) {
         db_handle *database = called.database();
-        if (!database && called.good())
-            complain(std::string(operation) + no_database);
-        else if (database && output.format == Format::json)
-            Json(output.stream).document(database);
-        else if (database)
+        if (!database && called.good()) complain(std::string(operation) + no_database);
+        if (output.format == Format::json && (database || called.good()))
+            Json(output.stream).list(database);
+        else if (database && output.format != Format::json)
             print_database(output, database, called.view(), style);
     }
     return called.report();

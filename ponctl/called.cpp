@@ -1,5 +1,6 @@
 #include "called.h"
 
+#include "mode.h"
 #include "numbers.h"
 #include "report.h"
 
@@ -13,7 +14,7 @@ Called::Called(const catalogue::Operation &operation, const std::vector<std::str
     : arguments(operation, words, options.allow_long), command(arguments.command())
 {
     const Sender sender{"calling " + std::string(operation.name), operation.record, &operation};
-    const Watch watch(sender, !options.dry_run);
+    const Watch watch(sender);
     returned = catalogue::invoke(operation, arguments.values());
     exchanged = watch.exchange();
     arguments.settle();
@@ -27,6 +28,13 @@ Called::Called(const char *operation, const std::vector<std::string> &words)
 ExitCode Called::report(const std::string &subject) const
 {
     return report_exchange(subject + std::string(operation().name), exchanged, returned);
+}
+
+void Called::expect_answer() const
+{
+    if (mode().dry_run)
+        throw UsageError("--dry-run: the requests that follow are made of what " + std::string(operation().name) +
+                         " answers");
 }
 
 bool Called::delivers(size_t index) const

@@ -4,6 +4,7 @@
 #include "arguments.h"
 #include "commands.h"
 #include "exchange.h"
+#include "mode.h"
 
 namespace ponctl
 {
@@ -21,10 +22,12 @@ public:
     const Exchange &exchange() const { return exchanged; }
     // What the operation returned.
     uint32_t status() const { return returned; }
-    // Whether the exchange succeeded, so that there is something to show, whatever the status.
-    bool answered() const { return exchanged.made && exchanged.result == 0; }
-    // Whether the service agreed, too.
-    bool good() const { return answered() && returned == 0 && exchanged.status == 0; }
+    // Whether the exchange succeeded, so that there is something to show, whatever the status. Not so in a dry run.
+    bool answered() const { return exchanged.made && exchanged.result == 0 && !mode().dry_run; }
+    // Whether the service agreed, too, or a dry run takes it that it would.
+    bool good() const { return (answered() || mode().dry_run) && returned == 0 && exchanged.status == 0; }
+    // Refuses to go on in a dry run, which has no answer to make further requests of.
+    void expect_answer() const;
     // The exit code, after one line on standard error unless all is good, which starts with `subject`.
     ExitCode report(const std::string &subject = {}) const;
 

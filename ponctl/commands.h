@@ -23,7 +23,6 @@ void print_page(const Output &output, const catalogue::Function &function);
 
 struct CallOptions {
     bool allow_long = false;
-    bool dry_run = false; // show the request that the library builds, and send nothing
 };
 
 // Calls an operation with arguments of the form name=value, and shows all that it delivers.
@@ -46,7 +45,6 @@ struct RawOptions {
     std::string data;                // block with the record's first bytes; empty: zeros
     std::string preset;              // response bytes allowed; empty: the record's size
     bool allow_long = false;
-    bool dry_run = false;
 };
 
 // Sends any record on any channel.

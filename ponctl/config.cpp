@@ -62,11 +62,14 @@ ExitCode run_config_save(const Output &output, const std::string &file)
 {
     if (file.empty()) throw UsageError("FILE: empty");
     const Called called("bsp_profile_exec_get_cfgwr", {action("BSP_CMD_CONFIG_READ")});
-    if (!called.good()) return called.report();
+    if (!called.good() || mode().dry_run) return called.report();
     constexpr size_t data_out = 1;
     const std::string_view text = called.text(data_out);
     if (file != "-") return replace_file(file, text);
-    std::fwrite(text.data(), 1, text.size(), output.stream);
+    if (output.format == Format::table)
+        std::fwrite(text.data(), 1, text.size(), output.stream);
+    else
+        print_content(output, {reinterpret_cast<const uint8_t *>(text.data()), text.size()});
     return exit_success;
 }
 

@@ -8,6 +8,7 @@
 #include "decode.h"
 #include "errors.h"
 #include "exchange.h"
+#include "mode.h"
 
 namespace ponctl
 {
@@ -75,6 +76,13 @@ std::string target_of(const Sender &sender, const Reading &request)
     return target;
 }
 
+// What is watched is done again and again, so it must change nothing.
+void refuse_watched(Class impact, const std::string &action)
+{
+    if (mode().watched && impact != Class::read)
+        throw UsageError("--watch: only readings are repeated; " + action + " changes something");
+}
+
 std::string command_text(const Reading &request, const Command *command)
 {
     if (command) return " (" + std::string(command->name) + ")";
@@ -91,6 +99,7 @@ void start_consent(bool given)
 
 void ask(const std::string &action)
 {
+    refuse_watched(Class::service_affecting, action);
     if (consented) return;
     if (!isatty(STDIN_FILENO))
         throw UsageError("--yes: missing; " + action + " needs it when no terminal is there to ask");
@@ -113,7 +122,9 @@ void ask_before(const Sender &sender, const Exchange &exchange)
     const Place place{exchange.channel, exchange.call};
     const Command *command = sender.operation ? sender.operation->command : nullptr;
     if (!command) command = command_of(*sender.record, place, exchange.request);
-    if (impact_of(sender, exchange, command) != Class::service_affecting) return;
+    const Class impact = impact_of(sender, exchange, command);
+    refuse_watched(impact, sender.name);
+    if (impact != Class::service_affecting) return;
     const Reading request = read_record(*sender.record, {exchange.channel, exchange.call, command}, exchange.request);
     ask(sender.name + command_text(request, command) + target_of(sender, request));
 }

@@ -1,10 +1,12 @@
 #include "exchange.h"
 
 #include <exception>
+#include <utility>
 
 #include <dlfcn.h>
 
 #include "board/ipc.h"
+#include "mode.h"
 
 namespace ponctl
 {
@@ -12,8 +14,8 @@ namespace
 {
 
 const Sender *watched = nullptr; // null: nobody watches
-bool sending = true;
 Exchange last;
+std::vector<Exchange> kept;
 std::exception_ptr refusal;
 
 void note_answer(const uint32_t *status)
@@ -48,10 +50,20 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
 {
     if (watched) {
         const auto *bytes = static_cast<const uint8_t *>(request);
-        last = {true, IPC_OK, 0, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length}, {}};
-        if (!sending) return IPC_OK;
-        if (!may_be_sent()) return IPC_ERR_SYSTEM;
+        last = {true,
+                IPC_OK,
+                0,
+                watched->record,
+                catalogue::find_channel(msg_type),
+                call,
+                {bytes, bytes + request_length},
+                {}};
     }
+    if (mode().dry_run) {
+        kept.push_back(last);
+        return IPC_OK;
+    }
+    if (watched && !may_be_sent()) return IPC_ERR_SYSTEM;
     const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
     const int32_t result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
     last.result = result;
@@ -61,10 +73,9 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
 
 } // namespace
 
-Watch::Watch(const Sender &sender, bool sent)
+Watch::Watch(const Sender &sender)
 {
     watched = &sender;
-    sending = sent;
     last = {};
     refusal = nullptr;
 }
@@ -78,6 +89,16 @@ const Exchange &Watch::exchange() const
 {
     if (refusal) std::rethrow_exception(refusal);
     return last;
+}
+
+const Exchange &last_exchange()
+{
+    return last;
+}
+
+std::vector<Exchange> take_kept_requests()
+{
+    return std::exchange(kept, {});
 }
 
 } // namespace ponctl

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "catalogue.h"
 #include "consent.h"
@@ -14,9 +15,10 @@ namespace ponctl
 {
 
 struct Exchange {
-    bool made = false;   // false: nothing was handed to the IPC library
-    int32_t result = 0;  // the IPC library's
-    uint32_t status = 0; // the service's, whatever the operation returns
+    bool made = false;                         // false: nothing was handed to the IPC library
+    int32_t result = 0;                        // the IPC library's
+    uint32_t status = 0;                       // the service's, whatever the operation returns
+    const catalogue::Record *record = nullptr; // what the request is
     const catalogue::Channel *channel = nullptr;
     catalogue::Call call = catalogue::Call::set;
     Bytes request;
@@ -24,12 +26,11 @@ struct Exchange {
 };
 
 // Notes the last exchange made while it lives; only one lives at a time. Before a request that affects service is sent,
-// it asks.
+// it asks. In a dry run a request is kept, not sent, and counts as answered with nothing.
 class Watch
 {
 public:
-    // Unless they are `sent`, requests are noted only, and count as answered with nothing.
-    explicit Watch(const Sender &sender, bool sent = true);
+    explicit Watch(const Sender &sender);
     ~Watch();
     Watch(const Watch &) = delete;
     Watch &operator=(const Watch &) = delete;
@@ -37,5 +38,10 @@ public:
     // Throws the UsageError where it was refused.
     const Exchange &exchange() const;
 };
+
+// The last exchange that was noted.
+const Exchange &last_exchange();
+// The requests of a dry run since they were last taken.
+std::vector<Exchange> take_kept_requests();
 
 } // namespace ponctl

@@ -38,7 +38,7 @@ ExitCode run_fdb_show(const Output &output, const FdbOptions &options)
     const uint32_t shown = called.database() ? db_rows(called.database()) : 0;
     const std::string matching = field_digits(called.answer(), "matching");
     if (matching != std::to_string(shown))
-        complain(std::to_string(shown) + " of " + matching + " addresses are shown; --from and --count show others");
+        note(std::to_string(shown) + " of " + matching + " addresses are shown; --from and --count show others");
     return code;
 }
 

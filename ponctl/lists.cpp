@@ -78,7 +78,7 @@ ExitCode run_onu_reject(const Output &output, const RejectOptions &options)
         if (!options.ids.empty() || !(options.mac + options.text).empty())
             throw UsageError("ID, --mac and --text: not beside a set; " + options.port + " names the ONUs already");
         ask_before(one, "rejecting " + describe_onu_set(*set));
-        return tell_onus(*set, one);
+        return tell_onus(output, *set, one);
     }
     const std::string port = port_of(options.port);
     if (!options.mac.empty()) return reject_by_mac(output, options, port);

@@ -123,6 +123,7 @@ std::optional<Known> ask_for(const std::string &port, const OnuName &onu, std::d
 {
     const Called &information = calls.emplace_back("bsp_pon_get_onu_info", words_for(port, onu));
     if (!information.good()) return std::nullopt;
+    information.expect_answer();
     // For id 0 the service tells of the whole port, since 0 narrows nothing.
     const std::optional<uint32_t> row = row_of(information.database(), onu);
     if (!row) return std::nullopt;
@@ -238,7 +239,7 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
                              " names the ONUs already");
         constexpr const char *operation = "bsp_pon_no_bind_onu_spec_id";
         ask_before(operation, "releasing " + describe_onu_set(*set));
-        return tell_onus(*set, operation);
+        return tell_onus(output, *set, operation);
     }
     if (options.all || options.offline) return release_many(output, options);
     if (!named) throw UsageError("which ONU? give --id N, --mac MAC or both, --offline or --all, or a set as PORT/IDS");
@@ -257,7 +258,7 @@ ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options)
     if (auto set = set_in_place_of(options.port, options.onu)) {
         set->but_0 = true;
         ask_before(operation, "letting in " + describe_onu_set(*set));
-        return tell_onus(*set, operation, how);
+        return tell_onus(output, *set, operation, how);
     }
     if (options.onu.empty()) throw UsageError(which_onu);
     const OnuName onu = onu_but_0_of(options.onu);
@@ -275,7 +276,7 @@ ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
         throw UsageError("give PORT ID TEXT, or PORT/IDS TEXT; the TEXT is one word of the command line, quoted");
     const std::string &text = set ? options.id : *options.text;
     check_text("TEXT", text, longest_text);
-    if (set) return tell_onus(*set, operation, {"text=" + text});
+    if (set) return tell_onus(output, *set, operation, {"text=" + text});
     auto words = words_of(
         {{"pon_port", port_of(options.port)}, {"onu_id", std::to_string(parse_number("ID", options.id, max_onu_id))}});
     words.push_back("text=" + text);

@@ -70,9 +70,25 @@ std::string uni_word(const std::string &name, const std::string &uni)
     return name + "=" + number_word("--uni", uni, UINT8_MAX);
 }
 
-ExitCode switch_perf(const std::string &set, const char *state)
+ExitCode switch_perf(const Output &output, const std::string &set, const char *state)
 {
-    return tell_onus(parse_onu_set(set), "bsp_pon_onu_ctc_set_perf_monitor_status", {std::string("enable=") + state});
+    return tell_onus(output, parse_onu_set(set), "bsp_pon_onu_ctc_set_perf_monitor_status",
+                     {std::string("enable=") + state});
+}
+
+ExitCode draw(const Output &output, const RemoteOptions &options, const std::string &uni)
+{
+    const OnuSet set = parse_onu_set(options.set);
+    if (set.all || count_of(set.ids) != 1) throw UsageError("--chart: draws the counters of one ONU");
+    const Onu onu{set.port, parse_number("SET", format_idset(set.ids))};
+    const catalogue::Operation &operation = *catalogue::find_operation(
+        options.history ? "bsp_onu_ctc_get_perf_history_data" : "bsp_onu_ctc_get_perf_current_data");
+    return run_chart(output, options.chart,
+                     {.operation = operation.name.data(),
+                      .words = onu_words(operation, onu, {uni}),
+                      .title = "ONU " + onu.name() + " UNI port " + options.uni,
+                      .usual = "up_octets",
+                      .counts = true});
 }
 
 std::vector<Query> queries_of_service(std::string_view service, const std::string &wan)
@@ -158,6 +174,7 @@ ExitCode run_onu_perf(const Output &output, const RemoteOptions &options)
 {
     if (options.uni.empty()) throw UsageError("--uni: missing; give the number of a UNI port");
     const std::string uni = uni_word("uni_port", options.uni);
+    if (options.chart.drawn) return draw(output, options, uni);
     const Query counters = options.history
                                ? Query{"bsp_onu_ctc_get_perf_history_data", "history", "Period before", {uni}}
                                : Query{"bsp_onu_ctc_get_perf_current_data", "current", "Current period", {uni}};
@@ -165,14 +182,14 @@ ExitCode run_onu_perf(const Output &output, const RemoteOptions &options)
                     {{"bsp_onu_ctc_get_perf_monitor_status", "monitoring", "Monitoring", {uni}}, counters});
 }
 
-ExitCode run_onu_perf_on(const Output &, const std::string &set)
+ExitCode run_onu_perf_on(const Output &output, const std::string &set)
 {
-    return switch_perf(set, "1");
+    return switch_perf(output, set, "1");
 }
 
-ExitCode run_onu_perf_off(const Output &, const std::string &set)
+ExitCode run_onu_perf_off(const Output &output, const std::string &set)
 {
-    return switch_perf(set, "0");
+    return switch_perf(output, set, "0");
 }
 
 ExitCode run_onu_optics(const Output &output, const RemoteOptions &options)

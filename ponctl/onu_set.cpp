@@ -17,7 +17,10 @@ namespace
 class Progress
 {
 public:
-    explicit Progress(size_t count) : total(count), shown(count > 1 && isatty(STDERR_FILENO)) {}
+    explicit Progress(size_t count)
+        : total(count), shown(count > 1 && !mode().quiet && !mode().watched && isatty(STDERR_FILENO))
+    {
+    }
     ~Progress()
     {
         if (shown) std::fputs("\r\033[K", stderr);
@@ -46,6 +49,7 @@ ExitCode look_up_bound(uint32_t port, IdSet &ids)
     const Called listed("bsp_pon_exec_get_json_",
                         words_of({{"cmd", "BSP_CMD_VIEW_ONU_INFO_WEB"}, {"pon_port", std::to_string(port)}}));
     if (!listed.good()) return listed.report();
+    listed.expect_answer();
     const db_handle *database = listed.database();
     for (uint32_t row = 0; database && row < db_rows(database); ++row) {
         int64_t id = 0;
@@ -133,7 +137,7 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
             act(onu, asked.emplace_back(onu.name()).calls);
         }
     }
-    if (show) show(asked, several);
+    show(asked, several);
     std::fflush(stdout);
 
     ExitCode worst = exit_success;
@@ -149,6 +153,26 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
         complain(std::to_string(count_of(failed)) + " of " + std::to_string(count_of(ids)) +
                  " ONUs failed: " + format_onu_set({set.port, failed}));
     return worst;
+}
+
+std::function<void(const std::deque<OnuCalls> &, bool several)> statuses_on(const Output &output)
+{
+    return [&output](const std::deque<OnuCalls> &asked, bool) {
+        if (output.format != Format::json) return;
+        Json json(output.stream);
+        json->StartArray();
+        for (const auto &[onu, calls] : asked)
+            for (const Called &called : calls) {
+                json->StartObject();
+                json.member("onu", onu);
+                json.member("operation", called.operation().name);
+                json.key("ipc_result");
+                json->Int(called.exchange().result);
+                json.status(called.status());
+                json->EndObject();
+            }
+        json->EndArray();
+    };
 }
 
 std::vector<std::string> onu_words(const catalogue::Operation &operation, const Onu &onu,
@@ -174,12 +198,15 @@ ExitCode list_onus(const Output &output, const OnuSet &set, const char *name)
         });
 }
 
-ExitCode tell_onus(const OnuSet &set, const char *name, const std::vector<std::string> &words)
+ExitCode tell_onus(const Output &output, const OnuSet &set, const char *name, const std::vector<std::string> &words)
 {
     const catalogue::Operation &operation = *catalogue::find_operation(name);
-    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
-        calls.emplace_back(operation, onu_words(operation, onu, words));
-    });
+    return for_each_onu(
+        set,
+        [&](const Onu &onu, std::deque<Called> &calls) {
+            calls.emplace_back(operation, onu_words(operation, onu, words));
+        },
+        statuses_on(output));
 }
 
 } // namespace ponctl

@@ -42,7 +42,10 @@ struct OnuCalls {
 // delivered and says what failed: each call, and for several ONUs a summary. The worst of them is the exit code. `show`
 // is told whether they are several. While there are several, a terminal at standard error shows how far it is.
 ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, std::deque<Called> &)> &act,
-                      const std::function<void(const std::deque<OnuCalls> &, bool several)> &show = {});
+                      const std::function<void(const std::deque<OnuCalls> &, bool several)> &show);
+
+// For calls that deliver nothing: what shows their statuses where the format is one for programs.
+std::function<void(const std::deque<OnuCalls> &, bool several)> statuses_on(const Output &output);
 
 // The arguments that name an ONU to an operation, and more. A UsageError where the operation has none for that.
 std::vector<std::string> onu_words(const catalogue::Operation &operation, const Onu &onu,
@@ -52,6 +55,6 @@ std::vector<std::string> onu_words(const catalogue::Operation &operation, const 
 ExitCode list_onus(const Output &output, const OnuSet &set, const char *operation);
 
 // Calls one operation for each ONU of the set.
-ExitCode tell_onus(const OnuSet &set, const char *operation, const std::vector<std::string> &words = {});
+ExitCode tell_onus(const Output &output, const OnuSet &set, const char *operation, const std::vector<std::string> &words = {});
 
 } // namespace ponctl

@@ -156,7 +156,7 @@ ExitCode list_fields(const Output &output, const Command &command)
 
 } // namespace
 
-ExitCode run_onu_image_push(const Output &, const ImagePushOptions &options)
+ExitCode run_onu_image_push(const Output &output, const ImagePushOptions &options)
 {
     const OnuSet set = parse_onu_set(options.set);
     const Bytes image = parse_block("FILE", "@" + options.file);
@@ -164,32 +164,35 @@ ExitCode run_onu_image_push(const Output &, const ImagePushOptions &options)
     const std::vector<Bytes> parts = parts_of(image, options.version);
     ask_before("bsp_pon_onu_ctc_upgrade", "sending a new image to " + describe_onu_set(set));
     const catalogue::Operation &operation = *catalogue::find_operation("bsp_pon_onu_ctc_upgrade");
-    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
-        for (const Bytes &part : parts) {
-            calls.clear();
-            if (!calls.emplace_back(operation, onu_words(operation, onu, {"data=hex:" + format_hex(part)})).good())
-                return;
-        }
-    });
+    return for_each_onu(
+        set,
+        [&](const Onu &onu, std::deque<Called> &calls) {
+            for (const Bytes &part : parts) {
+                calls.clear();
+                if (!calls.emplace_back(operation, onu_words(operation, onu, {"data=hex:" + format_hex(part)})).good())
+                    return;
+            }
+        },
+        statuses_on(output));
 }
 
-ExitCode run_onu_image_commit(const Output &, const std::string &words)
+ExitCode run_onu_image_commit(const Output &output, const std::string &words)
 {
     const OnuSet set = parse_onu_set(words);
     ask_before("bsp_pon_onu_ctc_upgrade_commit",
                "having " + describe_onu_set(set) + " start the new image from now on");
-    return tell_onus(set, "bsp_pon_onu_ctc_upgrade_commit");
+    return tell_onus(output, set, "bsp_pon_onu_ctc_upgrade_commit");
 }
 
-ExitCode run_onu_multillid(const Output &, const MultiLlidOptions &options)
+ExitCode run_onu_multillid(const Output &output, const MultiLlidOptions &options)
 {
     const OnuSet set = parse_onu_set(options.set);
     const std::string count = number_word("COUNT", options.count);
     ask_before("bsp_pon_onu_ctc_set_multillid", "changing the number of LLIDs of " + describe_onu_set(set));
-    return tell_onus(set, "bsp_pon_onu_ctc_set_multillid", {"count=" + count});
+    return tell_onus(output, set, "bsp_pon_onu_ctc_set_multillid", {"count=" + count});
 }
 
-ExitCode run_onu_set(const Output &, const SettingOptions &options)
+ExitCode run_onu_set(const Output &output, const SettingOptions &options)
 {
     const OnuSet set = parse_onu_set(options.set);
     std::vector<std::string> name;
@@ -203,7 +206,7 @@ ExitCode run_onu_set(const Output &, const SettingOptions &options)
     const Command &command = named_setting(name);
     const std::string request = "msg=hex:" + format_hex(request_of(command, fields));
     ask_before(command.name, "sending " + std::string(command.name) + " to " + describe_onu_set(set));
-    return tell_onus(set, setter_of(*command.channel), {request});
+    return tell_onus(output, set, setter_of(*command.channel), {request});
 }
 
 ExitCode run_onu_settings(const Output &output, const std::vector<std::string> &words)

@@ -209,12 +209,6 @@ void write_function(Json &json, const catalogue::Function &function)
     json->EndObject();
 }
 
-void refuse_hex(const Output &output)
-{
-    if (output.format == Format::hex)
-        throw UsageError("--output: the catalogue has no bytes to show; take table or json");
-}
-
 } // namespace
 
 void print_page(const Output &output, const Operation &operation)
@@ -266,7 +260,7 @@ ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
         return exit_success;
     }
     if (found.empty() && functions.empty())
-        complain("no operation has all of these words in its name, brief, family or command");
+        note("no operation has all of these words in its name, brief, family or command");
     Table table({{"OPERATION"},
                  {"BRIEF", Table::Fit::cut},
                  {"CLASS", Table::Fit::cut},

@@ -1,17 +1,8 @@
 // ponctl optics: what the optical modules measure, at once and over time.
-#include <clocale>
-#include <ctime>
 #include <memory>
 
-#include <langinfo.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
-
-#include "chart.h"
 #include "daily.h"
-#include "numbers.h"
 #include "platform.h"
-#include "repeat.h"
 #include "report.h"
 #include "sections.h"
 #include "words.h"
@@ -44,6 +35,7 @@ ExitCode show_all(const Output &output)
     if (output.format == Format::hex) throw UsageError("PORT: missing; the bytes are those of one port");
     const Called base("bsp_pon_exec_get_json_", words_of({{"cmd", "BSP_CMD_VIEW_BASE_INFO_WEB"}, {"pon_port", "0"}}));
     if (!base.good()) return base.report();
+    base.expect_answer();
     std::vector<std::pair<std::string, std::unique_ptr<const Called>>> modules;
     ExitCode code = exit_success;
     for (const std::string &port : ports_of(base)) {
@@ -124,112 +116,26 @@ Source source_of(const OpticsOptions &options)
                                                    {"sel", options.measured ? "1" : "0"}})};
 }
 
-// The field of the answer that a quantity is.
-const catalogue::Field &quantity_of(const Source &source, const std::string &name)
+ExitCode draw(const Output &output, const OpticsOptions &options)
 {
-    const catalogue::Command &command = *catalogue::find_operation(source.operation)->command;
-    std::vector<std::string_view> names;
-    for (const catalogue::Field &field : catalogue::find_layout(command, true)->fields) {
-        if (!is_number(field.type)) continue;
-        if (field.name == name) return field;
-        names.push_back(field.name);
-    }
-    throw UsageError("--quantity: '" + name + "' is not one of " + join(names));
-}
-
-std::string time_text()
-{
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
-    return text;
-}
-
-// The readings of one quantity, drawn again with each of them.
-class Drawing
-{
-public:
-    Drawing(const Output &output, const catalogue::Field &quantity, std::string title)
-        : stream(output.stream), heading(std::move(title))
-    {
-        winsize size{};
-        style.decimals = decimals_of(quantity);
-        style.blocks = std::string_view(nl_langinfo(CODESET)) == "UTF-8";
-        if (ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
-            style.width = size.ws_col - 1u;
-            // The heading and the cursor's line stay free.
-            if (size.ws_row > 3) style.height = std::min<size_t>(style.height, size.ws_row - 2u);
-        }
-    }
-
-    void add(double value, const std::string &text)
-    {
-        values.push_back(value);
-        if (values.size() > chart_columns(style)) values.pop_front();
-        if (drawn > 0) std::fprintf(stream, "\033[%zuA\033[J", drawn);
-        std::fprintf(stream, "%s %s\n", heading.c_str(), text.c_str());
-        drawn = 1;
-        for (const std::string &line : chart(values, style)) {
-            std::fprintf(stream, "%s\n", line.c_str());
-            ++drawn;
-        }
-        std::fflush(stream);
-    }
-
-private:
-    std::FILE *stream;
-    std::string heading;
-    ChartStyle style;
-    std::deque<double> values;
-    size_t drawn = 0;
-};
-
-ExitCode watch(const Output &output, const OpticsOptions &options)
-{
-    if (output.format == Format::hex) throw UsageError("--watch: has no bytes to show; take table or json");
     const Source source = source_of(options);
-    const std::string name = !options.quantity.empty() ? options.quantity
-                             : options.onu.empty()     ? "temperature"
-                                                       : "received_power";
-    const catalogue::Field &field = quantity_of(source, name);
-    Repeat repeat("--interval", options.interval, options.count);
-    Drawing drawing(output, field,
-                    "port " + options.port + (options.onu.empty() ? "" : " ONU " + options.onu) + " " + name);
-    const bool terminal = isatty(fileno(output.stream));
-    while (repeat.next()) {
-        const Called called(source.operation, source.words);
-        if (!called.good()) return called.report();
-        const Reading reading = called.block();
-        if (output.format == Format::json) {
-            Json json(output.stream);
-            json->StartObject();
-            json.member("time", time_text());
-            json.key(name);
-            json.field(field, reading);
-            json->EndObject();
-        } else if (terminal) {
-            drawing.add(field_number(reading, name).value_or(0), field_text(reading, name));
-        } else {
-            std::fprintf(output.stream, "%s %s\n", time_text().c_str(), field_text(reading, name).c_str());
-        }
-        std::fflush(output.stream);
-    }
-    return exit_success;
+    return run_chart(output, options.chart,
+                     {.operation = source.operation,
+                      .words = source.words,
+                      .title = "port " + options.port + (options.onu.empty() ? "" : " ONU " + options.onu),
+                      .usual = options.onu.empty() ? "temperature" : "received_power",
+                      .counts = false});
 }
 
 } // namespace
 
 ExitCode run_optics(const Output &output, const OpticsOptions &options)
 {
-    if (options.port.empty() && (options.watched || !options.onu.empty()))
-        throw UsageError("PORT: missing; --watch and --onu are for one port");
+    if (options.port.empty() && (options.chart.drawn || !options.onu.empty()))
+        throw UsageError("PORT: missing; --chart and --onu are for one port");
     if (options.measured && options.onu.empty()) throw UsageError("--measured: goes with --onu alone");
-    if (!options.watched && !(options.quantity + options.count).empty())
-        throw UsageError("--quantity and --count: go with --watch alone");
     if (options.port.empty()) return show_all(output);
-    if (options.watched) return watch(output, options);
+    if (options.chart.drawn) return draw(output, options);
     if (options.onu.empty()) return show_port(output, port_of(options.port));
     const Source source = source_of(options);
     return run_show(output, source.operation, source.words, {{"light", {}, no_yes}, {"state", {}, states}});

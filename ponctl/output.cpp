@@ -20,6 +20,8 @@ namespace
 using catalogue::Field;
 using catalogue::FieldType;
 
+size_t documents = 0; // of JSON that were written
+
 bool is_utf8(std::string_view text)
 {
     rapidjson::MemoryStream in(text.data(), text.size());
@@ -35,6 +37,14 @@ bool is_json(std::string_view text)
     rapidjson::BaseReaderHandler<> ignore;
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
     return !rapidjson::Reader().Parse<flags>(in, ignore).IsError();
+}
+
+template <class Writer>
+void pass_on(std::string_view document, Writer &writer)
+{
+    rapidjson::MemoryStream in(document.data(), document.size());
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    rapidjson::Reader().Parse<flags>(in, writer);
 }
 
 std::string_view text_of(std::span<const uint8_t> bytes)
@@ -219,11 +229,53 @@ void print_document(const Output &output, std::string_view document)
     print_bytes(output, {reinterpret_cast<const uint8_t *>(document.data()), document.size()});
 }
 
+void write_request(Json &json, const Exchange &exchange)
+{
+    json->StartObject();
+    json.member("channel", exchange.channel->name);
+    json.member("call", catalogue::to_text(exchange.call));
+    json.member("length", static_cast<uint32_t>(exchange.request.size()));
+    json.key("request");
+    json.record(read_record(*exchange.record, {exchange.channel, exchange.call}, exchange.request));
+    json.member("bytes", format_hex(without_trailing_zeros(exchange.request)));
+    json->EndObject();
+}
+
+void print_request(const Output &output, const Exchange &exchange)
+{
+    const Reading reading = read_record(*exchange.record, {exchange.channel, exchange.call}, exchange.request);
+    if (output.format == Format::table) {
+        std::fprintf(output.stream, "not sent: %s on %s, %zu bytes\n",
+                     std::string(catalogue::to_text(exchange.call)).c_str(),
+                     std::string(exchange.channel->name).c_str(), exchange.request.size());
+        print_fields(output, reading);
+    }
+    print_bytes(output, exchange.request, &reading);
+}
+
 } // namespace
+
+const char *colour_of(std::string_view word)
+{
+    constexpr std::array green{"online", "up", "registered", "recovered", "normal"};
+    constexpr std::array yellow{"unauthenticated", "waiting", "connecting", "minor", "low warning", "high warning"};
+    constexpr std::array red{"offline",  "unregistered", "looped",    "shut",
+                             "critical", "major",        "low alarm", "high alarm"};
+    if (std::ranges::find(green, word) != green.end()) return "\033[32m";
+    if (std::ranges::find(yellow, word) != yellow.end()) return "\033[33m";
+    if (std::ranges::find(red, word) != red.end()) return "\033[31m";
+    return nullptr;
+}
 
 Json::Json(std::FILE *stream) : file(stream, buffer, sizeof buffer), writer(file)
 {
     writer.SetIndent(' ', 2);
+    ++documents;
+}
+
+size_t Json::written()
+{
+    return documents;
 }
 
 Json::~Json()
@@ -309,9 +361,7 @@ void Json::content(std::span<const uint8_t> bytes)
 void Json::document(std::string_view document)
 {
     if (!is_json(document)) return text(document);
-    rapidjson::MemoryStream in(document.data(), document.size());
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-    rapidjson::Reader().Parse<flags>(in, writer);
+    pass_on(document, writer);
 }
 
 void Json::document(const db_handle *database)
@@ -320,6 +370,11 @@ void Json::document(const db_handle *database)
         document(document_of(database));
     else
         writer.Null();
+}
+
+void Json::list(const db_handle *database)
+{
+    document(database ? document_of(database) : "[]");
 }
 
 void Json::record(const Reading &reading)
@@ -373,9 +428,16 @@ void print_content(const Output &output, std::span<const uint8_t> bytes)
         print_bytes(output, bytes);
 }
 
+void refuse_hex(const Output &output)
+{
+    if (output.format == Format::hex)
+        throw UsageError("--output: the catalogue has no bytes to show; take table, csv or json");
+}
+
 void print_texts(const Output &output, const std::vector<std::string> &names,
                  const std::vector<std::vector<std::string>> &rows)
 {
+    refuse_hex(output);
     if (output.format != Format::json) {
         std::vector<Table::Heading> headings;
         for (const std::string &name : names)
@@ -446,25 +508,40 @@ std::string_view document_of(const db_handle *database)
     return {text, length};
 }
 
-void print_request(const Output &output, const Exchange &exchange, const catalogue::Record &record)
+void print_requests(const Output &output, std::span<const Exchange> requests)
 {
-    const Reading reading = read_record(record, {exchange.channel, exchange.call}, exchange.request);
-    if (output.format == Format::hex) return print_bytes(output, exchange.request, &reading);
     if (output.format == Format::json) {
         Json json(output.stream);
-        json->StartObject();
-        json.member("channel", exchange.channel->name);
-        json.member("call", catalogue::to_text(exchange.call));
-        json.member("length", static_cast<uint32_t>(exchange.request.size()));
-        json.key("request");
-        json.record(reading);
-        json->EndObject();
+        json->StartArray();
+        for (const Exchange &exchange : requests)
+            write_request(json, exchange);
+        json->EndArray();
         return;
     }
-    std::fprintf(output.stream, "not sent: %s on %s, %zu bytes\n",
-                 std::string(catalogue::to_text(exchange.call)).c_str(), std::string(exchange.channel->name).c_str(),
-                 exchange.request.size());
-    print_fields(output, reading);
+    if (requests.empty()) std::fputs("nothing would be sent\n", output.stream);
+    for (const Exchange &exchange : requests) {
+        if (&exchange != &requests.front()) std::fputc('\n', output.stream);
+        print_request(output, exchange);
+    }
+}
+
+void print_ending(const Output &output, const Exchange &last, int exit_code)
+{
+    Json json(output.stream);
+    json->StartObject();
+    json.member("exit_code", static_cast<uint32_t>(exit_code));
+    json.key("ipc_result");
+    json->Int(last.result);
+    json.status(last.status);
+    json->EndObject();
+}
+
+std::string compact(std::string_view document)
+{
+    rapidjson::StringBuffer line;
+    Passing<rapidjson::Writer<rapidjson::StringBuffer>> writer(line);
+    pass_on(document, writer);
+    return {line.GetString(), line.GetSize()};
 }
 
 void print_database(const Output &output, db_handle *database, const catalogue::View *view, const TableStyle &style)

@@ -1,4 +1,4 @@
-// Results on standard output: tables for people, JSON for programs, bytes for whoever must see them.
+// Results on standard output: tables for people, JSON and CSV for programs, bytes for whoever must see them.
 #pragma once
 
 #include <cstdio>
@@ -15,13 +15,25 @@
 namespace ponctl
 {
 
-enum class Format { table, json, hex };
+enum class Format {
+    table,
+    json,
+    hex,
+    csv // made of the JSON; commands never see it
+};
 
 struct Output {
     std::FILE *stream;
     Format format = Format::table;
     bool headings = true;
+    bool terminal = false; // tables are fitted to it
+    bool colours = false;
 };
+
+// What a terminal takes for the start of bold text.
+inline constexpr const char *bold = "\033[1m";
+// The same for the colour of a word, wherever it stands in a table; null: it has none.
+const char *colour_of(std::string_view word);
 
 // A table, fitted to the terminal; on anything else every cell stands whole on its line. Where a terminal is too narrow
 // for all columns, some are left out, empty ones first and then from the last on, and standard error says which.
@@ -57,20 +69,25 @@ private:
     std::vector<std::vector<std::string>> rows;
 };
 
+// A writer to which a document can be passed on: a number as it was written, whatever its size and precision.
+template <class Base>
+struct Passing : Base {
+    using Base::Base;
+    bool RawNumber(const char *text, rapidjson::SizeType length, bool)
+    {
+        return Base::RawValue(text, length, rapidjson::kNumberType);
+    }
+};
+
 // A JSON document on a stream, ended with a new line.
 class Json
 {
-    struct Writer : rapidjson::PrettyWriter<rapidjson::FileWriteStream> {
-        using PrettyWriter::PrettyWriter;
-        // Of a document that is passed on: a number as it was written, whatever its size and precision.
-        bool RawNumber(const char *text, rapidjson::SizeType length, bool)
-        {
-            return RawValue(text, length, rapidjson::kNumberType);
-        }
-    };
+    using Writer = Passing<rapidjson::PrettyWriter<rapidjson::FileWriteStream>>;
 
 public:
     explicit Json(std::FILE *stream);
+    // How many there were.
+    static size_t written();
     ~Json();
     Json(const Json &) = delete;
     Json &operator=(const Json &) = delete;
@@ -97,6 +114,8 @@ public:
     void document(std::string_view document);
     // That of a result database; null where there is no database.
     void document(const db_handle *database);
+    // The same; an empty array where there is no database.
+    void list(const db_handle *database);
     // The value of one field of a record.
     void field(const catalogue::Field &field, const Reading &reading);
     // An object of a record's fields, each as its type: numbers, texts, MAC addresses as texts, sets of ids as arrays
@@ -118,7 +137,10 @@ void print_text(const Output &output, std::string_view text);
 // The contents of a file: a text where they are one throughout, else bytes. In JSON a text, or hexadecimal digits.
 void print_content(const Output &output, std::span<const uint8_t> bytes);
 
-// Rows of texts under their names, which JSON has in lower case.
+// A UsageError where bytes are wanted of what the catalogue says.
+void refuse_hex(const Output &output);
+
+// Rows of what the catalogue says under their names, which JSON has in lower case.
 void print_texts(const Output &output, const std::vector<std::string> &names,
                  const std::vector<std::vector<std::string>> &rows);
 
@@ -129,8 +151,14 @@ void print_fields(const Output &output, const Reading &reading);
 // A run of lines of zeros is one line with a star.
 void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Reading *reading = nullptr);
 
-// A request that was not sent: which call on which channel, and the record.
-void print_request(const Output &output, const Exchange &exchange, const catalogue::Record &record);
+// Requests that were not sent: which call on which channel, the record, and its bytes.
+void print_requests(const Output &output, std::span<const Exchange> requests);
+
+// How a command ended that has no result: as a JSON object.
+void print_ending(const Output &output, const Exchange &last, int exit_code);
+
+// A JSON document in one line.
+std::string compact(std::string_view document);
 
 // The JSON text of a result database.
 std::string_view document_of(const db_handle *database);

@@ -48,6 +48,7 @@ ExitCode configure(const P2pSwitchOptions &options, const std::string &port)
 {
     const Called current = ask_for_port(port);
     if (!current.good()) return current.report();
+    current.expect_answer();
     const Reading now = current.answer();
     const auto kept_or_word = [&now](const char *field, const char *name, const std::string &word, Words words) {
         return word.empty() ? field_digits(now, field) : number_of_word(name, word, words);
@@ -84,7 +85,7 @@ ExitCode run_p2p_show(const Output &output, const std::string &port)
     return show(output, {{"port", "Port", &called, styles, true, true}, {"entries", "Entries", &called}});
 }
 
-ExitCode run_p2p_set(const Output &, const P2pSwitchOptions &options)
+ExitCode run_p2p_set(const Output &output, const P2pSwitchOptions &options)
 {
     const std::string port = port_of(options.port);
     const bool configured =
@@ -111,9 +112,12 @@ ExitCode run_p2p_set(const Output &, const P2pSwitchOptions &options)
         return words_of({{"first", port}, {"second", onu}, {"state", state}});
     };
     if (options.onu.empty()) return Called("bsp_p2p_state_set", words(no_onu)).report();
-    return for_each_onu({parse_number("PORT", port), onus}, [&](const Onu &onu, std::deque<Called> &calls) {
-        calls.emplace_back("bsp_p2p_state_set", words(std::to_string(onu.id)));
-    });
+    return for_each_onu(
+        {parse_number("PORT", port), onus},
+        [&](const Onu &onu, std::deque<Called> &calls) {
+            calls.emplace_back("bsp_p2p_state_set", words(std::to_string(onu.id)));
+        },
+        statuses_on(output));
 }
 
 ExitCode run_p2p_entry(const Output &, const P2pEntryOptions &options)

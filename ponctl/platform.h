@@ -1,16 +1,19 @@
 // The commands for the OLT's own side, beside those of commands.h, whose rules hold here too.
 #pragma once
 
+#include <map>
+
 #include "commands.h"
+#include "history.h"
 
 namespace ponctl
 {
 
 struct PortStatsOptions {
-    std::string port;     // PON port
-    std::string ge;       // or GE port; one of them is given
-    std::string interval; // seconds; empty: one reading
-    std::string count;    // of readings; empty: without an end
+    std::string port; // PON port
+    std::string ge;   // or GE port; one of them is given
+    ChartOptions chart;
+    std::shared_ptr<std::map<std::string_view, Rate>> rates = std::make_shared<std::map<std::string_view, Rate>>();
 };
 
 ExitCode run_port_show(const Output &output, const std::string &port);
@@ -20,8 +23,7 @@ struct OpticsOptions {
     std::string port; // empty: all
     std::string onu;  // id; its power as the port receives it
     bool measured = false;
-    bool watched = false;
-    std::string quantity, interval = "1", count;
+    ChartOptions chart;
 };
 
 ExitCode run_optics(const Output &output, const OpticsOptions &options);

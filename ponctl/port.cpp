@@ -1,12 +1,7 @@
 // ponctl port: a PON port as a whole, and its counters.
-#include <chrono>
-
-#include <unistd.h>
-
 #include "daily.h"
 #include "numbers.h"
 #include "platform.h"
-#include "repeat.h"
 #include "report.h"
 #include "sections.h"
 
@@ -15,72 +10,22 @@ namespace ponctl
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-
-struct Counter {
-    std::string_view name;
-    std::string text;
-    double number;
-};
-
-std::vector<Counter> counters_of(const Reading &reading)
+// Shows the counters, with what they grow by where they are watched.
+ExitCode show_growth(const Output &output, const char *operation, const std::vector<std::string> &words,
+                     std::map<std::string_view, Rate> &rates)
 {
-    std::vector<Counter> counters;
-    for (const DecodedField &decoded : decode(reading))
-        if (is_number(decoded.field->type))
-            counters.push_back({decoded.field->name, decoded.text,
-                                number_of(*decoded.field, field_bytes(*decoded.field, reading.bytes))});
-    return counters;
-}
-
-// A counter's growth a second; a counter that fell was cleared.
-std::string rate_text(const Counter &now, const std::vector<Counter> &before, double seconds)
-{
-    for (const Counter &counter : before) {
-        if (counter.name != now.name || now.number < counter.number || seconds <= 0) continue;
-        char text[64];
-        std::snprintf(text, sizeof text, "%.1f", (now.number - counter.number) / seconds);
-        return text;
-    }
-    return "-";
-}
-
-void print_rates(const Output &output, const std::vector<Counter> &now, const std::vector<Counter> &before,
-                 double seconds)
-{
-    if (isatty(fileno(output.stream)))
-        std::fputs("\033[H\033[J", output.stream);
-    else if (!before.empty())
-        std::fputc('\n', output.stream);
+    const Called called(operation, words);
+    const Rate::Clock::time_point now = Rate::Clock::now();
+    if (!called.good()) return called.report();
     Table table({{"COUNTER"}, {"VALUE", Table::Fit::right}, {"A SECOND", Table::Fit::right}});
-    for (const Counter &counter : now)
-        table.add({std::string(counter.name), counter.text, rate_text(counter, before, seconds)});
-    table.print(output);
-    std::fflush(output.stream);
-}
-
-// Shows the counters with what they grow by, again and again.
-ExitCode watch(const Output &output, const char *operation, const std::vector<std::string> &words,
-               const PortStatsOptions &options)
-{
-    if (output.format == Format::hex) throw UsageError("--watch: rates have no bytes to show; take table or json");
-    Repeat repeat("--watch", options.interval, options.count);
-    std::vector<Counter> before;
-    Clock::time_point then;
-    while (repeat.next()) {
-        const Called called(operation, words);
-        const Clock::time_point moment = Clock::now();
-        if (!called.good()) return called.report();
-        if (output.format == Format::json) {
-            show(output, {{{}, {}, &called}});
-            std::fflush(output.stream);
-            continue;
-        }
-        std::vector<Counter> now = counters_of(called.block());
-        print_rates(output, now, before, std::chrono::duration<double>(moment - then).count());
-        before = std::move(now);
-        then = moment;
+    const Reading reading = called.block();
+    for (const DecodedField &decoded : decode(reading)) {
+        const catalogue::Field &field = *decoded.field;
+        if (!is_number(field.type)) continue;
+        const auto rate = rates[field.name].next(number_of(field, field_bytes(field, reading.bytes)), now);
+        table.add({std::string(field.name), decoded.text, rate ? rate_text(*rate) : "-"});
     }
+    table.print(output);
     return exit_success;
 }
 
@@ -104,6 +49,7 @@ ExitCode run_port_show(const Output &output, const std::string &port)
     const Called base("bsp_pon_exec_get_json_",
                       words_of({{"cmd", "BSP_CMD_VIEW_BASE_INFO_WEB"}, {"pon_port", port_of(port)}}));
     if (!base.good()) return base.report();
+    base.expect_answer();
     const std::optional<uint32_t> row = row_of(base, port_of(port));
     if (!row) {
         complain("there is no PON port " + port_of(port));
@@ -136,11 +82,18 @@ ExitCode run_port_show(const Output &output, const std::string &port)
 ExitCode run_port_stats(const Output &output, const PortStatsOptions &options)
 {
     if (options.port.empty() == options.ge.empty()) throw UsageError("which port? give either PORT or --ge PORT");
-    if (options.interval.empty() && !options.count.empty()) throw UsageError("--count: goes with --watch alone");
-    const char *operation = options.ge.empty() ? "bsp_debug_8022_pon_stats" : "bsp_debug_8022_ge_stats";
-    const auto words =
-        words_of({{"port", options.ge.empty() ? number_word("PORT", options.port) : number_word("--ge", options.ge)}});
-    return options.interval.empty() ? run_show(output, operation, words) : watch(output, operation, words, options);
+    const bool pon = options.ge.empty();
+    const char *operation = pon ? "bsp_debug_8022_pon_stats" : "bsp_debug_8022_ge_stats";
+    const auto words = words_of({{"port", pon ? number_word("PORT", options.port) : number_word("--ge", options.ge)}});
+    if (options.chart.drawn)
+        return run_chart(output, options.chart,
+                         {.operation = operation,
+                          .words = words,
+                          .title = pon ? "port " + options.port : "GE port " + options.ge,
+                          .usual = "in_octets",
+                          .counts = true});
+    if (mode().watched && output.format == Format::table) return show_growth(output, operation, words, *options.rates);
+    return run_show(output, operation, words);
 }
 
 } // namespace ponctl

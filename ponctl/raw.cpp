@@ -5,6 +5,7 @@
 #include "board/service.h"
 #include "commands.h"
 #include "exchange.h"
+#include "mode.h"
 #include "report.h"
 #include "words.h"
 
@@ -140,19 +141,16 @@ ExitCode run_raw(const Output &output, const RawOptions &options)
         options.preset.empty() ? record.size : parse_number("--preset", options.preset, IPC_MAX_LENGTH);
     const Bytes request = request_of(options, {&channel, call}, record);
 
+    const catalogue::Command *command = command_of(record, {&channel, call}, request);
     const Sender sender{"sending a record on " + std::string(channel.name), &record};
-    const Watch watch(sender, !options.dry_run);
+    const Watch watch(sender);
     Answer answer;
     exchange_record(channel, call, request, preset, answer);
     const Exchange &exchange = watch.exchange();
-    if (options.dry_run) {
-        print_request(output, exchange, record);
-        return exit_success;
-    }
-    if (exchange.result == IPC_OK) {
+    if (exchange.result == IPC_OK && !mode().dry_run) {
         if (answers(call) && record.command)
             answer.database = db_from_shmem(load_word(request.data() + record.command->offset), BOARD_RESULT_MAX);
-        show_answer(output, {&channel, call, command_of(record, {&channel, call}, request), true}, record, answer);
+        show_answer(output, {&channel, call, command, true}, record, answer);
     }
     return report_exchange(channel.name, exchange, answer.status);
 }

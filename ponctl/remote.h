@@ -3,6 +3,7 @@
 #pragma once
 
 #include "commands.h"
+#include "history.h"
 
 namespace ponctl
 {
@@ -12,6 +13,7 @@ struct RemoteOptions {
     std::string uni;      // port; empty: the whole ONU
     bool local = false;   // as the OLT has it, in place of the ONU
     bool history = false; // the period before, in place of the current one
+    ChartOptions chart;
 };
 
 struct ServicesOptions {

@@ -11,10 +11,10 @@ namespace ponctl
 namespace
 {
 
-uint32_t parse_interval(const char *name, const std::string &seconds)
+uint32_t parse_interval(const std::string &seconds)
 {
     constexpr catalogue::Field field{"interval", catalogue::FieldType::u32, 0, 4, "s", 0.001, {}};
-    return static_cast<uint32_t>(parse_number(name, seconds, field));
+    return static_cast<uint32_t>(parse_number("--watch", seconds, field));
 }
 
 uint32_t parse_count(const std::string &count)
@@ -27,8 +27,8 @@ uint32_t parse_count(const std::string &count)
 
 } // namespace
 
-Repeat::Repeat(const char *interval_name, const std::string &interval, const std::string &count)
-    : milliseconds(parse_interval(interval_name, interval)), wanted(parse_count(count))
+Repeat::Repeat(const std::string &interval, const std::string &count)
+    : milliseconds(parse_interval(interval)), wanted(parse_count(count))
 {
     sigemptyset(&ending);
     sigaddset(&ending, SIGINT);

@@ -14,8 +14,8 @@ class Repeat
 {
 public:
     // `interval` in seconds, with decimals; `count` readings, without an end where it is empty. Each as a word of the
-    // command line, which a UsageError names as the option `interval_name` and as --count.
-    Repeat(const char *interval_name, const std::string &interval, const std::string &count);
+    // command line, which a UsageError names as --watch and --count.
+    Repeat(const std::string &interval, const std::string &count);
     ~Repeat();
     Repeat(const Repeat &) = delete;
     Repeat &operator=(const Repeat &) = delete;

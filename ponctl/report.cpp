@@ -4,12 +4,20 @@
 
 #include "board/ipc.h"
 #include "board/service.h"
+#include "mode.h"
 
 namespace ponctl
 {
-
 namespace
 {
+
+void say(const std::string &line)
+{
+    if (mode().held)
+        *mode().held += line;
+    else
+        std::fputs(line.c_str(), stderr);
+}
 
 std::string advice_on(int32_t ipc_result)
 {
@@ -21,7 +29,12 @@ std::string advice_on(int32_t ipc_result)
 
 void complain(const std::string &message)
 {
-    std::fprintf(stderr, "ponctl: %s\n", message.c_str());
+    say(mode().red ? "\033[31m" + ("ponctl: " + message) + "\033[m\n" : "ponctl: " + message + "\n");
+}
+
+void note(const std::string &message)
+{
+    if (!mode().quiet && !mode().watched) say("ponctl: " + message + "\n");
 }
 
 std::string describe_status(uint32_t status)

@@ -11,8 +11,10 @@
 namespace ponctl
 {
 
-// "ponctl: MESSAGE" on standard error.
+// "ponctl: MESSAGE" on standard error: what went wrong.
 void complain(const std::string &message);
+// The same of what is only good to know. Not where the tool is to be quiet, nor again with each of many readings.
+void note(const std::string &message);
 
 // A status word in words: "4003 PON_ERR_NO_PORT: the OLT has no such PON port".
 std::string describe_status(uint32_t status);

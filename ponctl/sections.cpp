@@ -108,7 +108,7 @@ void write(Json &json, const Section &section)
         return;
     }
     if (is_database(section) && section.row) return json.row(section.called->database(), *section.row);
-    if (is_database(section)) return json.document(section.called->database());
+    if (is_database(section)) return json.list(section.called->database());
     const Reading reading = reading_of(section);
     if (const auto index = number_index(section)) return json.field(section.called->word_field(*index), reading);
     json->StartObject();
@@ -260,12 +260,17 @@ void print_each(const Output &output, const std::vector<Subject> &subjects, bool
 {
     if (output.format == Format::json) {
         Json json(output.stream);
-        json->StartObject();
+        json->StartArray();
         for (const Subject &subject : subjects) {
-            json.key(subject.onu);
-            write(json, subject.sections, titled);
+            json->StartObject();
+            json.member("onu", subject.onu);
+            for (const Section &section : subject.sections) {
+                json.key(section.name);
+                write(json, section);
+            }
+            json->EndObject();
         }
-        json->EndObject();
+        json->EndArray();
         return;
     }
     bool first = true;

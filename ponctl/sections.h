@@ -61,8 +61,8 @@ struct Subject {
     std::vector<Section> sections;
 };
 
-// The same of several ONUs: a table of all under each title, with a first column that names the ONU, or JSON objects as
-// members of one.
+// The same of several ONUs: a table of all under each title, with a first column that names the ONU, or a JSON object
+// for each.
 void print_each(const Output &output, const std::vector<Subject> &subjects, bool titled);
 
 // Shows what the calls delivered, several under their titles. Those that failed are said on standard error; the worst

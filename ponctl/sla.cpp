@@ -46,6 +46,7 @@ const Called &set_up(const Onu &onu, const SlaSetOptions &options, std::deque<Ca
 {
     const Called &current = calls.emplace_back(up_get, place_of(onu));
     if (!current.good()) return current;
+    current.expect_answer();
     const Reading sla = current.block();
     const auto given_or_kept = [&sla](const char *field, const std::string &given) {
         return given.empty() ? field_digits(sla, field) : given;
@@ -93,7 +94,7 @@ ExitCode run_sla_show(const Output &output, const SlaOptions &options)
                 {{"summary", "Port", &summary}, {"upstream", "Upstream", &up}, {"downstream", "Downstream", &down}});
 }
 
-ExitCode run_sla_set(const Output &, const SlaSetOptions &options)
+ExitCode run_sla_set(const Output &output, const SlaSetOptions &options)
 {
     const bool up = !(options.fixed + options.assured + options.maximum + options.priority + options.weight).empty();
     if (!up && options.down.empty())
@@ -108,20 +109,26 @@ ExitCode run_sla_set(const Output &, const SlaSetOptions &options)
         number_word(name, value);
     const OnuSet set = onus_of(options);
     ask_before("bsp_pon_onu_sla_config", "changing the bandwidth of " + describe_onu_set(set));
-    return for_each_onu(set, [&](const Onu &onu, std::deque<Called> &calls) {
-        if (up && !set_up(onu, options, calls).good()) return;
-        if (!options.down.empty()) set_down(onu, options.down, calls);
-    });
+    return for_each_onu(
+        set,
+        [&](const Onu &onu, std::deque<Called> &calls) {
+            if (up && !set_up(onu, options, calls).good()) return;
+            if (!options.down.empty()) set_down(onu, options.down, calls);
+        },
+        statuses_on(output));
 }
 
-ExitCode run_sla_clear(const Output &, const SlaOptions &options)
+ExitCode run_sla_clear(const Output &output, const SlaOptions &options)
 {
     const OnuSet set = onus_of(options);
     ask_before("bsp_pon_onu_sla_config", "giving " + describe_onu_set(set) + " the default bandwidth");
-    return for_each_onu(set, [](const Onu &onu, std::deque<Called> &calls) {
-        // Zeros take an SLA away.
-        if (calls.emplace_back("bsp_pon_onu_sla_config", to_onu(onu, {})).good()) set_down(onu, "0", calls);
-    });
+    return for_each_onu(
+        set,
+        [](const Onu &onu, std::deque<Called> &calls) {
+            // Zeros take an SLA away.
+            if (calls.emplace_back("bsp_pon_onu_sla_config", to_onu(onu, {})).good()) set_down(onu, "0", calls);
+        },
+        statuses_on(output));
 }
 
 } // namespace ponctl

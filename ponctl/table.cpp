@@ -1,11 +1,9 @@
 // Tables, drawn by libsmartcols.
 #include <algorithm>
-#include <cstdlib>
 #include <cwchar>
 #include <memory>
 
 #include <libsmartcols.h>
-#include <unistd.h>
 
 #include "output.h"
 #include "report.h"
@@ -14,14 +12,6 @@ namespace ponctl
 {
 namespace
 {
-
-constexpr const char *bold = "\033[1m";
-
-bool colour_wanted()
-{
-    const char *no_color = std::getenv("NO_COLOR");
-    return !no_color || !*no_color;
-}
 
 // How many columns of a terminal a text takes.
 size_t display_width(const std::string &text)
@@ -90,21 +80,20 @@ std::vector<size_t> Table::columns_in(size_t terminal_width) const
         else
             left_out += (left_out.empty() ? "" : ", ") + headings[column].title;
     }
-    if (!left_out.empty()) complain("the terminal is too narrow for " + left_out + "; -o json has all");
+    if (!left_out.empty()) note("the terminal is too narrow for " + left_out + "; -o json has all");
     return columns;
 }
 
 void Table::print(const Output &output) const
 {
-    const bool terminal = isatty(fileno(output.stream));
     const auto release = [](libscols_table *table) { scols_unref_table(table); };
     const std::unique_ptr<libscols_table, decltype(release)> table(scols_new_table(), release);
     if (!table) throw std::bad_alloc();
     scols_table_set_stream(table.get(), output.stream);
-    scols_table_set_termforce(table.get(), terminal ? SCOLS_TERMFORCE_ALWAYS : SCOLS_TERMFORCE_NEVER);
+    scols_table_set_termforce(table.get(), output.terminal ? SCOLS_TERMFORCE_ALWAYS : SCOLS_TERMFORCE_NEVER);
     scols_table_enable_noheadings(table.get(), !output.headings);
-    scols_table_enable_colors(table.get(), terminal && colour_wanted());
-    const auto columns = columns_in(terminal ? scols_table_get_termwidth(table.get()) : SIZE_MAX - 1);
+    scols_table_enable_colors(table.get(), output.colours);
+    const auto columns = columns_in(output.terminal ? scols_table_get_termwidth(table.get()) : SIZE_MAX - 1);
     for (const size_t index : columns) {
         const Heading &heading = headings[index];
         // What is short enough stays whole.
@@ -117,8 +106,11 @@ void Table::print(const Output &output) const
     for (const auto &row : rows) {
         libscols_line *line = scols_table_new_line(table.get(), nullptr);
         if (!line) throw std::bad_alloc();
-        for (size_t index = 0; index < columns.size(); ++index)
-            scols_line_set_data(line, index, row[columns[index]].c_str());
+        for (size_t index = 0; index < columns.size(); ++index) {
+            const std::string &text = row[columns[index]];
+            scols_line_set_data(line, index, text.c_str());
+            if (const char *colour = colour_of(text)) scols_cell_set_color(scols_line_get_cell(line, index), colour);
+        }
     }
     scols_print_table(table.get());
 }

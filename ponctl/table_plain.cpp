@@ -9,6 +9,8 @@ namespace ponctl
 namespace
 {
 
+constexpr const char *plain = "\033[0m";
+
 // How many characters a text has: of UTF-8, the bytes that start one.
 size_t characters_in(const std::string &text)
 {
@@ -28,20 +30,26 @@ size_t Table::width_of(size_t column) const
 
 void Table::print(const Output &output) const
 {
-    const auto print_line = [&](auto text_of) {
+    const auto print_line = [&](auto text_of, auto colour_of_text) {
         std::string line;
         for (size_t column = 0; column < headings.size(); ++column) {
             const std::string text = printable(text_of(column));
+            const bool last = column + 1 == headings.size(), right = headings[column].fit == Fit::right;
             const std::string filler(width_of(column) - characters_in(text), ' ');
-            line += (column > 0 ? " " : "") + (headings[column].fit == Fit::right ? filler + text : text + filler);
+            const char *colour = output.colours ? colour_of_text(text) : nullptr;
+            line += (column > 0 ? " " : "") + (right ? filler : "");
+            line += colour && !text.empty() ? colour + text + plain : text;
+            if (!right && !last) line += filler;
         }
         line.erase(line.find_last_not_of(' ') + 1);
         std::fprintf(output.stream, "%s\n", line.c_str());
     };
     if (rows.empty()) return;
-    if (output.headings) print_line([this](size_t column) -> const std::string & { return headings[column].title; });
+    if (output.headings)
+        print_line([this](size_t column) -> const std::string & { return headings[column].title; },
+                   [](const std::string &) { return bold; });
     for (const auto &row : rows)
-        print_line([&row](size_t column) -> const std::string & { return row[column]; });
+        print_line([&row](size_t column) -> const std::string & { return row[column]; }, colour_of);
 }
 
 } // namespace ponctl

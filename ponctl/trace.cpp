@@ -151,10 +151,11 @@ std::optional<size_t> show_trace(const Output &output, const TraceOptions &optio
 
 ExitCode run_trace(const Output &output, const TraceOptions &options)
 {
-    if (const auto damage = show_trace(output, options))
-        throw UsageError("FILE: '" + options.file + "' is damaged at record " + std::to_string(*damage + 1) +
-                         "; what is before it is shown");
-    return exit_success;
+    const auto damage = show_trace(output, options);
+    if (!damage) return exit_success;
+    complain("FILE: '" + options.file + "' is damaged at record " + std::to_string(*damage + 1) +
+             "; what is before it is shown");
+    return exit_usage;
 }
 
 } // namespace ponctl

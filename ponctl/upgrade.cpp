@@ -78,14 +78,14 @@ ExitCode run_upgrade_bind(const Output &, const UpgradeBindOptions &options)
         .report();
 }
 
-ExitCode run_upgrade_start(const Output &, const UpgradeStartOptions &options)
+ExitCode run_upgrade_start(const Output &output, const UpgradeStartOptions &options)
 {
     if (const auto set = set_in_place_of(options.port)) {
         if (!options.onu.empty())
             throw UsageError("--onu: not beside a set; " + options.port + " names the ONUs already");
         constexpr const char *one = "bsp_pon_onu_upgrade_one";
         ask_before(one, "upgrading " + describe_onu_set(*set) + ", which ends in a reboot,");
-        return tell_onus(*set, one);
+        return tell_onus(output, *set, one);
     }
     const std::string port = port_of(options.port), onu = number_word("--onu", options.onu, max_onu_id);
     const std::string which = onu.empty() ? "the ONUs" : "ONU " + onu;

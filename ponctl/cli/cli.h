@@ -1,18 +1,16 @@
 // The command line: which command, with which options.
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include <CLI/CLI.hpp>
 
+#include "cli/run.h"
 #include "commands.h"
+#include "history.h"
 
 namespace ponctl
 {
-
-// The command that the command line chose.
-using Command = std::function<ExitCode(const Output &)>;
 
 // Each adds one command with what belongs to it.
 void add_ops(CLI::App &app, Command &command);
@@ -42,6 +40,11 @@ void add_loop(CLI::App &app, Command &command);
 void add_config(CLI::App &app, Command &command);
 void add_debug(CLI::App &app, Command &command);
 void add_i2c(CLI::App &app, Command &command);
+
+// The options of a command that can draw what it reads. They stand for --watch, too.
+void add_chart(CLI::App &app, ChartOptions &options);
+// Whether the command line asks for a chart.
+bool wants_chart(const CLI::App &app);
 
 // Has a command of the command line run `run` with its options. Where it has commands of its own and one of them is
 // given, that one runs.

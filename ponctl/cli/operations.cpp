@@ -43,7 +43,7 @@ const catalogue::Operation &take_operation(std::vector<std::string> &words)
     // A wrong name is not searched for words where nothing is found.
     const bool is_wrong_name = names.size() == 1 && find_operations(names).empty();
     const catalogue::Operation &operation = is_wrong_name ? named_operation(names.front()) : chosen_operation(names);
-    complain("calling " + std::string(operation.name));
+    note("calling " + std::string(operation.name));
     words.erase(words.begin(), assignments);
     return operation;
 }
@@ -64,14 +64,14 @@ void add_call(CLI::App &app, Command &command)
         ->type_name("SET");
     call->add_flag("--allow-long", line->allow_long,
                    "let texts and blocks that are longer than their field run on into the fields behind it");
-    call->add_flag("--dry-run", line->dry_run, "show the request that would be sent, and send nothing");
     call->callback([line, &command] {
         if (line->help && line->operation.empty()) throw CLI::CallForHelp();
-        if (!line->operation.empty()) line->words.insert(line->words.begin(), line->operation);
-        const catalogue::Operation &operation = take_operation(line->words);
-        command = [line, &operation](const Output &output) {
-            if (!line->help && line->onus.empty()) return run_call(output, operation, line->words, *line);
-            if (!line->help) return run_call_each(output, operation, line->onus, line->words, *line);
+        command = [line](const Output &output) {
+            std::vector<std::string> words = line->words;
+            if (!line->operation.empty()) words.insert(words.begin(), line->operation);
+            const catalogue::Operation &operation = take_operation(words);
+            if (!line->help && line->onus.empty()) return run_call(output, operation, words, *line);
+            if (!line->help) return run_call_each(output, operation, line->onus, words, *line);
             print_page(output, operation);
             return exit_success;
         };
@@ -95,7 +95,6 @@ void add_raw(CLI::App &app, Command &command)
         ->type_name("N");
     raw->add_flag("--allow-long", options->allow_long,
                   "let texts and blocks that are longer than their field run on into the fields behind it");
-    raw->add_flag("--dry-run", options->dry_run, "show the request that would be sent, and send nothing");
     runs(raw, command, options, run_raw);
 }
 

@@ -1,4 +1,6 @@
 // ponctl port and ponctl optics.
+#include <algorithm>
+
 #include "cli/cli.h"
 #include "platform.h"
 
@@ -23,11 +25,25 @@ void add_port(CLI::App &app, Command &command)
     auto counted = std::make_shared<PortStatsOptions>();
     stats->add_option("PORT", counted->port, "PON port number");
     stats->add_option("--ge", counted->ge, "in place of PORT: GE port number")->type_name("PORT");
-    stats->add_option("--watch", counted->interval, "seconds between readings: go on, and show what grows how fast")
-        ->type_name("SECONDS");
-    stats->add_option("--count", counted->count, "with --watch: end after so many readings; else with Ctrl-C")
-        ->type_name("N");
+    add_chart(*stats, counted->chart);
+    stats->footer("With --watch, the table has what grows how fast.");
     runs(stats, command, counted, run_port_stats);
+}
+
+void add_chart(CLI::App &app, ChartOptions &options)
+{
+    app.add_flag("--chart", options.drawn,
+                 "read again and again as with --watch, and draw one quantity: of counters, their growth a second");
+    app.add_option("--quantity", options.quantity, "with --chart: what to draw, by its name in JSON")
+        ->option_text("NAME")
+        ->needs("--chart");
+}
+
+bool wants_chart(const CLI::App &app)
+{
+    const CLI::Option *chart = app.get_option_no_throw("--chart");
+    return (chart && chart->count() > 0) ||
+           std::ranges::any_of(app.get_subcommands(), [](const CLI::App *chosen) { return wants_chart(*chosen); });
 }
 
 void add_optics(CLI::App &app, Command &command)
@@ -38,16 +54,7 @@ void add_optics(CLI::App &app, Command &command)
                        "PON port number: the module with its thresholds; all ports in brief when left out");
     optics->add_option("--onu", options->onu, "ONU id: the power that the port receives from it")->type_name("ID");
     optics->add_flag("--measured", options->measured, "with --onu: what the last power measurement found of it");
-    optics->add_flag("--watch", options->watched,
-                     "go on reading, and draw a chart; where the output is no terminal, a line a reading");
-    optics
-        ->add_option("--quantity", options->quantity,
-                     "with --watch: what to draw; temperature when left out, of an ONU received_power")
-        ->type_name("NAME");
-    optics->add_option("--interval", options->interval, "with --watch: seconds between readings; 1 when left out")
-        ->type_name("SECONDS");
-    optics->add_option("--count", options->count, "with --watch: end after so many readings; else with Ctrl-C")
-        ->type_name("N");
+    add_chart(*optics, options->chart);
     runs(optics, command, options, run_optics);
 }
 

@@ -1,6 +1,7 @@
 // The program: every command and option of the command line, and how a command ends.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,11 +14,20 @@ namespace ponctl
 struct GlobalOptions {
     std::string format = "table";
     bool no_headings = false;
+    bool quiet = false;
+    std::string colour = "auto";
+    bool dry_run = false;
     bool yes = false;
+    std::string interval; // of --watch; empty: not given
+    std::string count;
     std::string socket_dir;
     std::string timeout;
 
-    Output output() const; // throws UsageError
+    // Each throws UsageError.
+    Output output() const;
+    bool colours_on(int stream) const;
+    // How the command line of these words is watched; `charted`: it asks for a chart.
+    std::optional<Watching> watching(const std::vector<std::string> &words, bool charted) const;
     // The board's libraries read their settings from the environment, once a process. Throws UsageError.
     void export_settings() const;
 };

@@ -44,6 +44,7 @@ void add_perf(CLI::App &onu, Command &command)
     let_set_be_missing(perf);
     add_uni(perf, "UNI port number; required where counters are shown");
     perf.app->add_flag("--history", perf.options->history, "those of the period before, in place of the current one");
+    add_chart(*perf.app, perf.options->chart);
     const auto add_switch = [&](const char *name, const char *brief, auto run) {
         CLI::App *one = perf.app->add_subcommand(name, brief);
         auto set = std::make_shared<std::string>();

@@ -44,7 +44,7 @@ TEST(AuthShow, ShowsAModeWithoutAWordAsItsNumber)
 TEST(AuthShow, FitsANarrowTerminal)
 {
     const FakeService service(result(378, summary));
-    const Terminal terminal(72);
+    Terminal terminal(72);
     EXPECT_EQ(service.ponctl({"auth", "show", "--no-headings"}, terminal.descriptor()).code, 0);
     std::istringstream lines(terminal.text());
     for (std::string line; std::getline(lines, line);)

@@ -87,7 +87,7 @@ TEST(OnuConfigure, IsTheWordOfEachOnu)
     record[20] = record[23] = 5; // 0x05000005 in either order
     const FakeService service(bytes(record));
     const auto words = parsed(service.ponctl({"onu", "configure", "1/5-6", "-o", "json"}).out);
-    EXPECT_EQ(words["1/6"].GetUint(), 0x05000005u);
+    EXPECT_EQ(words[1]["configure"].GetUint(), 0x05000005u);
     EXPECT_EQ(service.received().at(1).word(16), BSP_CMD_ONU_CONFIG_WORD);
     EXPECT_EQ(service.received().at(1).word(4), 6u);
 }

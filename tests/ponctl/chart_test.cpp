@@ -1,6 +1,8 @@
 // Charts of a quantity over time.
 #include "chart.h"
 
+#include "history.h"
+
 #include <gtest/gtest.h>
 
 namespace
@@ -37,6 +39,16 @@ TEST(Chart, HasAColumnHoweverNarrowItIs)
 {
     EXPECT_EQ(chart_columns({.width = 3}), 1u);
     EXPECT_EQ(chart({1, 2}, {.width = 3, .height = 2}).size(), 2u);
+}
+
+TEST(Rate, IsTheGrowthASecondUnlessTheNumberFell)
+{
+    const Rate::Clock::time_point start;
+    Rate rate;
+    EXPECT_EQ(rate.next(100, start), std::nullopt);
+    EXPECT_EQ(rate.next(150, start + std::chrono::seconds(2)), 25);
+    EXPECT_EQ(rate.next(20, start + std::chrono::seconds(3)), std::nullopt);
+    EXPECT_EQ(rate.next(21, start + std::chrono::seconds(4)), 1);
 }
 
 } // namespace

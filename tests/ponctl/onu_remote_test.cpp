@@ -77,9 +77,9 @@ TEST(RemoteOnus, AreAllThatAreBoundWhereTheSetSaysSo)
         (listing ? result(384, R"([{"onu_id":9},{"onu_id":null},{"onu_id":2}])") : vlans())(request, answer);
     });
     const auto document = parsed(service.ponctl({"onu", "vlan", "1/all", "-o", "json"}).out);
-    EXPECT_EQ(document.MemberCount(), 2u);
-    EXPECT_TRUE(document.HasMember("1/2"));
-    EXPECT_TRUE(document.HasMember("1/9"));
+    ASSERT_EQ(document.Size(), 2u);
+    EXPECT_STREQ(document[0]["onu"].GetString(), "1/2");
+    EXPECT_STREQ(document[1]["onu"].GetString(), "1/9");
     EXPECT_EQ(service.received().at(0).word(4), 1u);
 }
 
@@ -101,11 +101,11 @@ TEST(RemoteOnus, AreAFirstColumnWhereTheyAreSeveral)
     EXPECT_THAT(service.ponctl({"onu", "vlan", "1/3"}).out, Not(HasSubstr("1/3")));
 }
 
-TEST(RemoteOnus, AreKeysInJsonWhereTheyAreSeveral)
+TEST(RemoteOnus, AreObjectsInJsonWhereTheyAreSeveral)
 {
     const FakeService service(vlans());
     const auto document = parsed(service.ponctl({"onu", "vlan", "1/3-4", "-o", "json"}).out);
-    EXPECT_STREQ(document["1/4"][1]["mode"].GetString(), "transparent");
+    EXPECT_STREQ(document[1]["vlan"][1]["mode"].GetString(), "transparent");
     EXPECT_TRUE(parsed(service.ponctl({"onu", "vlan", "1/3", "-o", "json"}).out).IsArray());
 }
 
@@ -123,16 +123,16 @@ TEST(RemoteOnus, GoOnWhereOneFailsAndSayWhich)
     EXPECT_THAT(finished.err, testing::MatchesRegex("ponctl: 1/4: bsp_pon_onu_ctc_get_vlan_json: status 4013 .*\n"
                                                     "ponctl: 1 of 3 ONUs failed: 1/4\n"));
     const auto document = parsed(finished.out);
-    EXPECT_TRUE(document["1/3"].IsArray());
-    EXPECT_TRUE(document["1/4"].IsNull());
-    EXPECT_TRUE(document["1/5"].IsArray());
+    EXPECT_TRUE(document[0]["vlan"].IsArray());
+    EXPECT_TRUE(document[1]["vlan"].IsNull());
+    EXPECT_TRUE(document[2]["vlan"].IsArray());
     EXPECT_THAT(service.ponctl({"onu", "vlan", "1/3-5"}).out, Not(HasSubstr("1/4")));
 }
 
 TEST(RemoteOnus, OfWhichOneAloneFailsNeedNoSummary)
 {
     const FakeService service(status(4013));
-    const Finished finished = service.ponctl({"onu", "vlan", "1/4", "-o", "json"});
+    const Finished finished = service.ponctl({"onu", "vlan", "1/4"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_EQ(finished.out, "");
     EXPECT_EQ(finished.err.find("ponctl: bsp_pon_onu_ctc_get_vlan_json: status 4013"), 0u);
@@ -149,7 +149,7 @@ TEST(RemoteOnus, EndWithTheWorstExitCode)
 TEST(RemoteOnus, AreCountedOnATerminalAndTheCountIsWiped)
 {
     const FakeService service(vlans());
-    const Terminal terminal;
+    Terminal terminal;
     EXPECT_EQ(service.ponctl({"onu", "vlan", "1/3-4"}, -1, -1, terminal.descriptor()).code, 0);
     EXPECT_EQ(terminal.text(), "\r\033[K1 of 2: ONU 1/3\r\033[K2 of 2: ONU 1/4\r\033[K");
     EXPECT_EQ(service.ponctl({"onu", "vlan", "1/3-4"}).err, "");
@@ -168,7 +168,7 @@ TEST(OnuInfo, IsAMemberAQuestion)
     EXPECT_TRUE(document["identity"].IsObject());
     EXPECT_TRUE(document["device"].IsNull());
     EXPECT_THAT(service.ponctl({"onu", "info", "1/5"}).out, HasSubstr("\nUNI ports\nFIELD     VALUE\nuni_ports 4\n"));
-    EXPECT_EQ(parsed(service.ponctl({"onu", "info", "1/5-6", "-o", "json"}).out)["1/6"]["uni_ports"].GetUint(), 4u);
+    EXPECT_EQ(parsed(service.ponctl({"onu", "info", "1/5-6", "-o", "json"}).out)[1]["uni_ports"].GetUint(), 4u);
 }
 
 TEST(OnuPorts, AreTheLinksOrAllOfOnePort)

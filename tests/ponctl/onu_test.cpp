@@ -44,8 +44,9 @@ TEST(OnuList, LeavesOutWhatDoesNotFitATerminalAndSaysSo)
 {
     const FakeService service(result(384, R"([{"pon_port":1,"onu_id":5,"mac":"00:11:22:33:44:55","state":"online",)"
                                           R"("text_a":"the shop at the corner of the street","text_b":""}])"));
-    const Terminal terminal(80);
-    const Finished finished = service.ponctl({"onu", "list", "--no-headings"}, terminal.descriptor());
+    Terminal terminal(80);
+    const Finished finished =
+        service.ponctl({"onu", "list", "--no-headings", "--color", "never"}, terminal.descriptor());
     EXPECT_EQ(finished.err,
               "ponctl: the terminal is too narrow for TEXT C, REBOOTS, DESCRIPTION, LOID; -o json has all\n");
     std::istringstream lines(terminal.text());
@@ -200,7 +201,7 @@ TEST(OnuRelease, OfManyNeedsAYes)
 TEST(OnuRelease, OfManyAsksWhoSitsAtATerminal)
 {
     const FakeService service;
-    const Terminal terminal;
+    Terminal terminal;
     for (const char *refusal : {"n\n", "\n", "yesterday\n"}) {
         terminal.type(refusal);
         const Finished finished = service.ponctl({"onu", "release", "1", "--all"}, -1, terminal.descriptor());

@@ -188,7 +188,7 @@ TEST(Catalogue, HasNoBytesToShow)
     EXPECT_EQ(usage_error_of([] {
                   run_ops({stdout, Format::hex, true}, {});
               }),
-              "--output: the catalogue has no bytes to show; take table or json");
+              "--output: the catalogue has no bytes to show; take table, csv or json");
 }
 
 } // namespace

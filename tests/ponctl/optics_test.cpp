@@ -10,7 +10,6 @@ namespace
 {
 
 using testing::HasSubstr;
-using testing::MatchesRegex;
 using Words = std::vector<std::string>;
 
 const auto diagnostics = answer_to("BSP_CMD_OPTICS_DIAG_GET", {{"temperature", 4457},
@@ -45,24 +44,16 @@ TEST(Optics, OfAnOnuAreThePowerThatThePortReceives)
     EXPECT_EQ(request.number("plat_arg120"), 1u);
 }
 
-TEST(OpticsWatch, IsALineAReadingWhereNoTerminalIs)
+TEST(OpticsChart, FitsTheTerminal)
 {
     const FakeService service(bytes(diagnostics));
-    const Finished finished = service.ponctl({"optics", "1", "--watch", "--interval", "0", "--count", "3"});
-    EXPECT_EQ(finished.code, 0);
-    EXPECT_THAT(finished.out, MatchesRegex("([0-9T:Z-]+ 44.57 degC\n){3}"));
-    EXPECT_EQ(service.received().size(), 3u);
-}
-
-TEST(OpticsWatch, DrawsAChartThatFitsTheTerminal)
-{
-    const FakeService service(bytes(diagnostics));
-    const Terminal terminal(40);
+    Terminal terminal(40);
     EXPECT_EQ(service
-                  .ponctl({"optics", "1", "--watch", "--interval", "0", "--count", "3", "--quantity", "bias"},
+                  .ponctl({"optics", "1", "--chart", "--watch", "0", "--count", "3", "--quantity", "bias"},
                           terminal.descriptor())
                   .code,
               0);
+    EXPECT_EQ(service.received().size(), 3u);
     const std::string text = terminal.text();
     EXPECT_THAT(text, HasSubstr("port 1 bias 31.604 mA"));
     EXPECT_THAT(text, HasSubstr("    31.604 |"));
@@ -75,16 +66,18 @@ TEST(OpticsWatch, EndsWithSuccessWhenInterrupted)
         kill(request.pid, SIGINT);
         bytes(diagnostics)(request, answer);
     });
-    const Finished finished = service.ponctl({"optics", "1", "--watch", "--interval", "3600"});
+    const Finished finished = service.ponctl({"optics", "1", "--onu", "5", "--watch", "3600"});
     EXPECT_EQ(finished.code, 0);
-    EXPECT_THAT(finished.out, MatchesRegex("[0-9T:Z-]+ 44.57 degC\n"));
+    EXPECT_THAT(finished.out, HasSubstr("received_power"));
     EXPECT_EQ(service.received().size(), 1u);
 }
 
 TEST(OpticsWatch, EndsWithAFailedReading)
 {
     const FakeService service(status(4003));
-    EXPECT_EQ(service.ponctl({"optics", "99", "--watch", "--interval", "0"}).code, 1);
+    const Finished finished = service.ponctl({"optics", "99", "--watch", "0"});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_THAT(finished.err, HasSubstr("status 4003 PON_ERR_NO_PORT"));
     EXPECT_EQ(service.received().size(), 1u);
 }
 
@@ -92,12 +85,13 @@ TEST(Optics, RefuseWhatCannotBe)
 {
     const FakeService service;
     const std::vector<std::pair<Words, std::string>> cases{
-        {{"--watch"}, "PORT: missing; --watch and --onu are for one port"},
+        {{"--chart"}, "PORT: missing; --chart and --onu are for one port"},
         {{"1", "--measured"}, "--measured: goes with --onu alone"},
-        {{"1", "--count", "3"}, "--quantity and --count: go with --watch alone"},
+        {{"1", "--count", "3"}, "--count: goes with --watch or --chart alone"},
         {{"1", "--watch", "--count", "0"}, "--count: '0' is not a number of readings from 1"},
-        {{"1", "--watch", "--interval", "-1"}, "--interval: '-1' is not a number from 0.000 to 4294967.295 s in steps"},
-        {{"1", "--watch", "--quantity", "colour"}, "--quantity: 'colour' is not one of temperature, voltage, bias"},
+        {{"1", "--watch=-1"}, "--watch: '-1' is not a number from 0.000 to 4294967.295 s in steps"},
+        {{"1", "--chart"}, "--chart: is drawn on a terminal"},
+        {{"1", "--quantity", "bias"}, "--quantity requires --chart"},
         {{"-o", "hex"}, "PORT: missing; the bytes are those of one port"},
     };
     for (const auto &[more, error] : cases) {
@@ -107,6 +101,15 @@ TEST(Optics, RefuseWhatCannotBe)
         EXPECT_EQ(finished.code, 2) << error;
         EXPECT_THAT(finished.err, HasSubstr("ponctl: " + error));
     }
+    EXPECT_TRUE(service.received().empty());
+}
+
+TEST(OpticsChart, NamesTheQuantitiesThatThereAre)
+{
+    const FakeService service;
+    Terminal terminal;
+    EXPECT_THAT(service.ponctl({"optics", "1", "--chart", "--quantity", "colour"}, terminal.descriptor()).err,
+                HasSubstr("--quantity: 'colour' is not one of temperature, voltage, bias"));
     EXPECT_TRUE(service.received().empty());
 }
 

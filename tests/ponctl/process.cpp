@@ -70,11 +70,17 @@ Terminal::Terminal(unsigned short columns) : keyboard(posix_openpt(O_RDWR | O_NO
     if (grantpt(keyboard) || unlockpt(keyboard) ||
         (terminal = open(ptsname(keyboard), O_RDWR | O_NOCTTY | O_CLOEXEC)) < 0 || ioctl(terminal, TIOCSWINSZ, &size))
         throw std::runtime_error("no terminal");
+    reader = std::thread([this] {
+        char text[4096];
+        ssize_t length = 0;
+        while ((length = read(keyboard, text, sizeof text)) > 0)
+            written.append(text, static_cast<size_t>(length));
+    });
 }
 
 Terminal::~Terminal()
 {
-    close(terminal);
+    text();
     close(keyboard);
 }
 
@@ -83,18 +89,12 @@ void Terminal::type(const std::string &text) const
     if (write(keyboard, text.data(), text.size()) < 0) throw std::runtime_error("cannot type");
 }
 
-// What was written may come in pieces: a mark behind it says that all of it is there.
-std::string Terminal::text() const
+std::string Terminal::text()
 {
-    constexpr char mark = '\0';
-    if (write(terminal, &mark, 1) < 0) throw std::runtime_error("cannot write");
-    std::string text;
-    char chunk[4096];
-    while (text.empty() || text.back() != mark) {
-        const ssize_t length = read(keyboard, chunk, sizeof chunk);
-        if (length <= 0) throw std::runtime_error("cannot read the terminal");
-        text.append(chunk, static_cast<size_t>(length));
+    // When the last who could write has closed it, the reader has read all.
+    if (reader.joinable()) {
+        close(terminal);
+        reader.join();
     }
-    text.pop_back();
-    return text;
+    return written;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <thread>
 #include <vector>
 
 struct Finished {
@@ -26,9 +27,11 @@ public:
     int descriptor() const { return terminal; }
     // Has someone type this.
     void type(const std::string &text) const;
-    // What was written on it, at most what a terminal buffers.
-    std::string text() const;
+    // All that was written on it; nothing can be any more.
+    std::string text();
 
 private:
     int keyboard, terminal;
+    std::string written;
+    std::thread reader; // else a writer waits when the terminal's buffer is full
 };

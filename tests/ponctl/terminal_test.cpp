@@ -15,7 +15,7 @@ using testing::Not;
 
 std::string on_terminal(const std::vector<std::string> &arguments)
 {
-    const Terminal terminal;
+    Terminal terminal;
     EXPECT_EQ(ponctl(arguments, terminal.descriptor()).code, 0);
     return terminal.text();
 }

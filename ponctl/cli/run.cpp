@@ -1,0 +1,186 @@
+#include "cli/run.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ctime>
+#include <new>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "csv.h"
+#include "mode.h"
+#include "repeat.h"
+
+namespace ponctl
+{
+namespace
+{
+
+// What is written to a stream in memory.
+class Capture
+{
+public:
+    Capture() : opened(open_memstream(&text, &length))
+    {
+        if (!opened) throw std::bad_alloc();
+    }
+    ~Capture()
+    {
+        std::fclose(opened);
+        std::free(text);
+    }
+    Capture(const Capture &) = delete;
+    Capture &operator=(const Capture &) = delete;
+
+    // The same output, but to here.
+    Output instead_of(Output output) const
+    {
+        output.stream = opened;
+        return output;
+    }
+    std::string_view written()
+    {
+        std::fflush(opened);
+        return {text, length};
+    }
+
+private:
+    char *text = nullptr;
+    size_t length = 0;
+    std::FILE *opened;
+};
+
+// Runs the command once. In JSON there is one document, whatever becomes of it: how it ended, where it has no result.
+ExitCode answer(const Command &command, const Output &output)
+{
+    const size_t before = Json::written();
+    const ExitCode code = command(output);
+    if (output.format == Format::json && Json::written() == before) print_ending(output, last_exchange(), code);
+    return code;
+}
+
+// `heading`: the last heading line of CSV.
+ExitCode show(const Command &command, const Output &output, std::string &heading)
+{
+    if (output.format != Format::csv) return answer(command, output);
+    Capture capture;
+    Output json = capture.instead_of(output);
+    json.format = Format::json;
+    const ExitCode code = answer(command, json);
+    print_csv(output, capture.written(), heading);
+    return code;
+}
+
+ExitCode show(const Command &command, const Output &output)
+{
+    std::string heading;
+    return show(command, output, heading);
+}
+
+void show_requests(const Output &output, const std::vector<Exchange> &requests)
+{
+    show(
+        [&requests](const Output &wanted) {
+            print_requests(wanted, requests);
+            return exit_success;
+        },
+        output);
+}
+
+// Nothing is shown but the requests, be it those that were made before something was found wrong.
+ExitCode run_dry(const Command &command, const Output &output)
+{
+    take_kept_requests();
+    Capture unseen;
+    try {
+        const ExitCode code = command(unseen.instead_of(output));
+        show_requests(output, take_kept_requests());
+        return code;
+    } catch (const UsageError &) {
+        if (const auto requests = take_kept_requests(); !requests.empty()) show_requests(output, requests);
+        throw;
+    }
+}
+
+std::string time_text()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+    return text;
+}
+
+// Writes over the terminal from its top line by line, so that nothing flickers, as many lines as there is room for.
+void draw(std::FILE *stream, const std::string &text)
+{
+    winsize size{};
+    size_t room = ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_row > 1 ? size.ws_row - 1u : 23;
+    constexpr const char *home_without_wrapping = "\033[H\033[?7l", *end_of_line = "\033[K\n",
+                         *end_with_wrapping = "\033[J\033[?7h";
+    std::string screen = home_without_wrapping;
+    for (size_t at = 0; at < text.size() && room > 0; --room) {
+        const size_t end = std::min(text.find('\n', at), text.size());
+        screen.append(text, at, end - at).append(end_of_line);
+        at = end + 1;
+    }
+    std::fputs((screen + end_with_wrapping).c_str(), stream);
+}
+
+// Shows one reading in place of the one before it, or behind that.
+void put(const Output &output, const Watching &watching, std::string_view reading, bool first)
+{
+    if (output.format == Format::json) {
+        std::fprintf(output.stream, "%s\n", compact(reading).c_str());
+    } else if (output.terminal && output.format != Format::csv) {
+        draw(output.stream,
+             watching.title + ", every " + watching.interval + " s, at " + time_text() + "\n\n" + std::string(reading));
+    } else {
+        if (!first && output.format != Format::csv) std::fputc('\n', output.stream);
+        std::fwrite(reading.data(), 1, reading.size(), output.stream);
+    }
+    std::fflush(output.stream);
+}
+
+// Holds back what is said on standard error until this goes.
+class Hold
+{
+public:
+    Hold() { mode().held = &said; }
+    ~Hold()
+    {
+        mode().held = nullptr;
+        std::fputs(said.c_str(), stderr);
+    }
+    Hold(const Hold &) = delete;
+    Hold &operator=(const Hold &) = delete;
+
+private:
+    std::string said;
+};
+
+ExitCode watch(const Command &command, const Output &output, const Watching &watching)
+{
+    Repeat repeat(watching.interval, watching.count);
+    std::string heading;
+    for (bool first = true; repeat.next(); first = false) {
+        Capture capture;
+        const Hold hold; // else the reading would be written over it
+        const ExitCode code = show(command, capture.instead_of(output), heading);
+        put(output, watching, capture.written(), first);
+        if (code != exit_success) return code;
+    }
+    return exit_success;
+}
+
+} // namespace
+
+ExitCode run(const Command &command, const Output &output, const std::optional<Watching> &watching)
+{
+    if (mode().dry_run) return run_dry(command, output);
+    return watching ? watch(command, output, *watching) : show(command, output);
+}
+
+} // namespace ponctl

@@ -1,0 +1,74 @@
+// JSON documents as comma-separated values.
+#include "csv.h"
+
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace ponctl;
+
+std::string csv_of(const char *document, std::string heading = {}, bool headings = true)
+{
+    char *text = nullptr;
+    size_t size = 0;
+    std::FILE *stream = open_memstream(&text, &size);
+    print_csv({stream, Format::csv, headings}, document, heading);
+    std::fclose(stream);
+    const std::string result(text, size);
+    std::free(text);
+    return result;
+}
+
+TEST(Csv, OfAListIsARowEach)
+{
+    EXPECT_EQ(csv_of(R"([{"id":1,"name":"a"},{"id":2,"name":null}])"), "id,name\n1,a\n2,\n");
+}
+
+TEST(Csv, OfAnEmptyListIsNothing)
+{
+    EXPECT_EQ(csv_of("[]"), "");
+}
+
+TEST(Csv, OfAnObjectIsARowOfNameAndValueEach)
+{
+    EXPECT_EQ(csv_of(R"({"port":{"id":1,"up":true},"ids":[1,2],"rows":[{"a":1},{"a":2}]})"),
+              "name,value\nport.id,1\nport.up,true\nids,1 2\nrows.0.a,1\nrows.1.a,2\n");
+}
+
+TEST(Csv, OfAListInEachObjectIsARowForEachThere)
+{
+    EXPECT_EQ(csv_of(R"([{"onu":"1/3","links":[{"uni":1},{"uni":2}]},{"onu":"1/4","links":null}])"),
+              "onu,links.uni\n1/3,1\n1/3,2\n");
+}
+
+TEST(Csv, QuotesWhatMustBe)
+{
+    EXPECT_EQ(csv_of(R"([{"a":"one, two","b":"say \"no\"","c":"\u001b\r\n","d":"plain text"}])"),
+              "a,b,c,d\n\"one, two\",\"say \"\"no\"\"\",\"\033\r\n\",plain text\n");
+}
+
+TEST(Csv, HasNumbersAsTheyWereWritten)
+{
+    EXPECT_EQ(csv_of(R"([{"a":1.10,"b":18446744073709551616,"c":-3}])"), "a,b,c\n1.10,18446744073709551616,-3\n");
+}
+
+TEST(Csv, HasTheHeadingThatWasWrittenLastNotAgain)
+{
+    EXPECT_EQ(csv_of(R"([{"a":1}])", "a\n"), "1\n");
+    EXPECT_EQ(csv_of(R"([{"b":1}])", "a\n"), "b\n1\n");
+}
+
+TEST(Csv, GoesWithoutHeading)
+{
+    EXPECT_EQ(csv_of(R"([{"a":1}])", "", false), "1\n");
+}
+
+TEST(Csv, OfATextIsOneValue)
+{
+    EXPECT_EQ(csv_of(R"("a text")"), "value\na text\n");
+}
+
+} // namespace
