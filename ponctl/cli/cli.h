@@ -12,6 +12,8 @@
 namespace ponctl
 {
 
+struct GlobalOptions;
+
 // Each adds one command with what belongs to it.
 void add_ops(CLI::App &app, Command &command);
 void add_call(CLI::App &app, Command &command);
@@ -40,6 +42,9 @@ void add_loop(CLI::App &app, Command &command);
 void add_config(CLI::App &app, Command &command);
 void add_debug(CLI::App &app, Command &command);
 void add_i2c(CLI::App &app, Command &command);
+// Each line that these run has the global options of their own command line for defaults.
+void add_batch(CLI::App &app, Command &command, const GlobalOptions &global);
+void add_shell(CLI::App &app, Command &command, const GlobalOptions &global);
 
 // The options of a command that can draw what it reads. They stand for --watch, too.
 void add_chart(CLI::App &app, ChartOptions &options);

@@ -90,6 +90,18 @@ std::string value_name(const CLI::Option &option)
     return unnamed ? option.get_name(true) : option.get_type_name();
 }
 
+std::vector<std::string> choices_of(const CLI::Option &option)
+{
+    const std::string name = value_name(option);
+    return name.find('|') == name.npos ? std::vector<std::string>() : CLI::detail::split(name, '|');
+}
+
+bool takes_next_word(const CLI::Option &option)
+{
+    const std::string name = value_name(option);
+    return !name.empty() && !name.starts_with('[');
+}
+
 bool takes_many(const CLI::Option &option)
 {
     return option.get_expected_max() >= CLI::detail::expected_max_vector_size;
@@ -109,6 +121,12 @@ std::string HelpFormatter::make_option(const CLI::Option *option, bool is_positi
     }
     if (takes_many(*option)) name += " ...";
     return entry(name, make_option_desc(option), get_column_width());
+}
+
+std::string HelpFormatter::make_footer(const CLI::App *app) const
+{
+    const std::string footer = app->get_footer();
+    return footer.empty() ? footer : "\n" + filled(footer, 0);
 }
 
 std::string HelpFormatter::make_subcommand(const CLI::App *command) const

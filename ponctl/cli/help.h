@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -13,6 +14,12 @@ std::string path_of(const CLI::App &command);
 
 // What a value of an option or argument is called; "on|off" where it is one of some words. Empty for a flag.
 std::string value_name(const CLI::Option &option);
+
+// The words that it may be, where it is one of some.
+std::vector<std::string> choices_of(const CLI::Option &option);
+
+// Whether its value is the next word, whatever that is.
+bool takes_next_word(const CLI::Option &option);
 
 // Whether as many values may be given as one likes.
 bool takes_many(const CLI::Option &option);
@@ -26,6 +33,7 @@ public:
     std::string make_description(const CLI::App *app) const override;
     std::string make_option(const CLI::Option *option, bool is_positional) const override;
     std::string make_subcommand(const CLI::App *command) const override;
+    std::string make_footer(const CLI::App *app) const override;
 };
 
 } // namespace ponctl

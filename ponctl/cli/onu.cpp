@@ -105,7 +105,7 @@ void add_allow(CLI::App &onu, Command &command)
     auto options = std::make_shared<AllowOptions>();
     allow->add_option("PORT", options->port, port_help)->required();
     allow->add_option("MAC", options->mac, "MAC address of the ONU");
-    allow->add_option("--ids", options->ids, "in place of MAC: ids on the black list, as 1-5,7")->type_name("SET");
+    allow->add_option("--ids", options->ids, "in place of MAC: ids on the black list, as 1-5,7")->type_name("IDS");
     runs(allow, command, options, run_onu_allow);
 }
 

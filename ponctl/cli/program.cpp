@@ -29,7 +29,17 @@ bool reader_is_gone()
 
 constexpr const char *default_interval = "2";
 
-// The words with the interval of --watch, which may be left out, written as --watch=SECONDS.
+// Exit code of a command whose result was written as far as `stdout` takes it.
+int finish(int code)
+{
+    errno = 0;
+    if ((std::fflush(stdout) == 0 && !std::ferror(stdout)) || reader_is_gone()) return code;
+    complain(std::string("cannot write the output") + (errno ? std::string(": ") + std::strerror(errno) : ""));
+    return exit_output;
+}
+
+} // namespace
+
 std::vector<std::string> with_interval(const std::vector<std::string> &words)
 {
     std::vector<std::string> whole;
@@ -44,17 +54,6 @@ std::vector<std::string> with_interval(const std::vector<std::string> &words)
     }
     return whole;
 }
-
-// Exit code of a command whose result was written as far as `stdout` takes it.
-int finish(int code)
-{
-    errno = 0;
-    if ((std::fflush(stdout) == 0 && !std::ferror(stdout)) || reader_is_gone()) return code;
-    complain(std::string("cannot write the output") + (errno ? std::string(": ") + std::strerror(errno) : ""));
-    return exit_output;
-}
-
-} // namespace
 
 Output GlobalOptions::output() const
 {
@@ -105,7 +104,8 @@ void GlobalOptions::export_settings() const
     setenv("BOARD_IPC_TIMEOUT_MS", timeout.c_str(), 1);
 }
 
-Program::Program() : app("Reaches every operation of an EPON OLT's PON management service.", "ponctl")
+Program::Program(const GlobalOptions &defaults)
+    : app("Reaches every operation of an EPON OLT's PON management service.", "ponctl"), global(defaults)
 {
     app.formatter(std::make_shared<HelpFormatter>());
     app.require_subcommand(1);
@@ -154,15 +154,21 @@ Program::Program() : app("Reaches every operation of an EPON OLT's PON managemen
     add_config(app, command);
     add_debug(app, command);
     add_i2c(app, command);
+    add_batch(app, lines, global);
+    add_shell(app, lines, global);
 }
 
-int run_line(const std::vector<std::string> &words)
+int run_line(const std::vector<std::string> &words, const GlobalOptions &defaults)
 {
-    Program program;
+    Program program(defaults);
     try {
         const std::vector<std::string> whole = with_interval(words);
         program.app.parse(std::vector<std::string>(whole.rbegin(), whole.rend())); // it takes them from the back
         program.global.export_settings();
+        if (program.lines) {
+            mode() = {.quiet = program.global.quiet, .red = program.global.colours_on(STDERR_FILENO)};
+            return finish(program.lines(program.global.output()));
+        }
         const auto watching = program.global.watching(words, wants_chart(program.app));
         mode() = {.quiet = program.global.quiet,
                   .dry_run = program.global.dry_run,

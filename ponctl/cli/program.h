@@ -22,6 +22,7 @@ struct GlobalOptions {
     std::string count;
     std::string socket_dir;
     std::string timeout;
+    bool nested = false; // the command line is one of a batch's or shell's
 
     // Each throws UsageError.
     Output output() const;
@@ -34,16 +35,21 @@ struct GlobalOptions {
 
 // Options keep what they were given: a command line has a program of its own.
 struct Program {
-    Program();
+    explicit Program(const GlobalOptions &defaults = {});
     Program(const Program &) = delete;
     Program &operator=(const Program &) = delete;
 
     CLI::App app;
     GlobalOptions global;
     Command command;
+    Command lines; // in place of it: runs lines, each by itself and with the global options
 };
 
-// Runs one command line, without the program's name. What is wrong with it goes to standard error.
-int run_line(const std::vector<std::string> &words);
+// The words with the interval of --watch, which may be left out, written as --watch=SECONDS.
+std::vector<std::string> with_interval(const std::vector<std::string> &words);
+
+// Runs one command line, without the program's name. What is wrong with it goes to standard error. `defaults` hold
+// where the line says nothing else.
+int run_line(const std::vector<std::string> &words, const GlobalOptions &defaults = {});
 
 } // namespace ponctl

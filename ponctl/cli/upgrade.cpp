@@ -56,7 +56,7 @@ void add_upgrade(CLI::App &app, Command &command)
     bind->add_option("NAME", bound->name, "name of the type");
     bind->add_flag("--none", bound->none, "in place of NAME: no type is bound any more");
     bind->add_option("--onus", bound->onus, "ids of the ONUs, as 1-5,7; the whole port when left out")
-        ->type_name("SET");
+        ->type_name("IDS");
     runs(bind, command, bound, run_upgrade_bind);
 
     CLI::App *start = upgrade->add_subcommand("start", "Starts to upgrade the ONUs of a port, or some of them");

@@ -68,7 +68,7 @@ std::vector<std::string> words_for(const CLI::Option &option)
     if (name == "CHANNEL") return names_of(catalogue::channels());
     if (name == "RECORD") return names_of(catalogue::records());
     if (name == "KIND") return profile_kinds();
-    return name.find('|') == name.npos ? std::vector<std::string>() : CLI::detail::split(name, '|');
+    return choices_of(option);
 }
 
 Completes completes(const CLI::Option &option)

@@ -39,6 +39,7 @@ public:
     // Runs ponctl against this service.
     Finished ponctl(std::vector<std::string> arguments, int output = -1, int input = -1, int error = -1) const;
     std::vector<Received> received() const;
+    const std::string &folder() const { return directory; }
 
 private:
     static void handle(void *context, const board_request *request, board_answer *answer);

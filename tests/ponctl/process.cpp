@@ -1,5 +1,7 @@
 #include "process.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -31,6 +33,25 @@ std::string contents(std::FILE *file)
     return text;
 }
 
+// Where the tool is built for another machine, words before its name run it.
+pid_t start(posix_spawn_file_actions_t &actions, const posix_spawnattr_t *attributes,
+            const std::vector<std::string> &arguments)
+{
+    std::istringstream emulator(EMULATOR);
+    std::vector<std::string> words{std::istream_iterator<std::string>(emulator), {}};
+    words.emplace_back(PONCTL);
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char *> argv;
+    for (std::string &word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+    pid_t pid = 0;
+    const int failure = posix_spawnp(&pid, argv.front(), &actions, attributes, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (failure) throw std::runtime_error("cannot run " + words.front());
+    return pid;
+}
+
 } // namespace
 
 Finished ponctl(const std::vector<std::string> &arguments, int output, int input, int error)
@@ -45,20 +66,7 @@ Finished ponctl(const std::vector<std::string> &arguments, int output, int input
     posix_spawn_file_actions_adddup2(&actions, output < 0 ? fileno(out.get()) : output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, error < 0 ? fileno(err.get()) : error, STDERR_FILENO);
 
-    // Where the tool is built for another machine, words before its name run it.
-    std::istringstream emulator(EMULATOR);
-    std::vector<std::string> words{std::istream_iterator<std::string>(emulator), {}};
-    words.emplace_back(PONCTL);
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char *> argv;
-    for (std::string &word : words)
-        argv.push_back(word.data());
-    argv.push_back(nullptr);
-    pid_t pid = 0;
-    const int failure = posix_spawnp(&pid, argv.front(), &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failure) throw std::runtime_error("cannot run " + words.front());
-
+    const pid_t pid = start(actions, nullptr, arguments);
     int status = 0;
     waitpid(pid, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out.get()), contents(err.get())};
@@ -73,8 +81,11 @@ Terminal::Terminal(unsigned short columns) : keyboard(posix_openpt(O_RDWR | O_NO
     reader = std::thread([this] {
         char text[4096];
         ssize_t length = 0;
-        while ((length = read(keyboard, text, sizeof text)) > 0)
+        while ((length = read(keyboard, text, sizeof text)) > 0) {
+            const std::lock_guard<std::mutex> lock(guard);
             written.append(text, static_cast<size_t>(length));
+            more.notify_one();
+        }
     });
 }
 
@@ -97,4 +108,46 @@ std::string Terminal::text()
         reader.join();
     }
     return written;
+}
+
+std::string Terminal::expect(const std::string &text)
+{
+    constexpr std::chrono::minutes long_enough{1};
+    std::unique_lock<std::mutex> lock(guard);
+    size_t at = 0;
+    if (!more.wait_for(lock, long_enough, [&] { return (at = written.find(text, expected)) != written.npos; }))
+        throw std::runtime_error("'" + text + "' does not come, but '" + written.substr(expected) + "'");
+    const std::string between = written.substr(expected, at - expected);
+    expected = at + text.size();
+    return between;
+}
+
+Session::Session(const std::vector<std::string> &arguments)
+{
+    // The first terminal that the leader of a new session opens becomes its own, whose Ctrl-C it gets.
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, ptsname(terminal.keyboard), O_RDWR, 0);
+    posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDERR_FILENO);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+    process = start(actions, &attributes, arguments);
+    posix_spawnattr_destroy(&attributes);
+}
+
+Session::~Session()
+{
+    if (!process) return;
+    kill(process, SIGKILL);
+    waitpid(process, nullptr, 0);
+}
+
+int Session::end()
+{
+    int status = 0;
+    waitpid(process, &status, 0);
+    process = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

@@ -1,6 +1,8 @@
 // Runs the tool as a process of its own.
 #pragma once
 
+#include <condition_variable>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -29,9 +31,35 @@ public:
     void type(const std::string &text) const;
     // All that was written on it; nothing can be any more.
     std::string text();
+    // Waits until this stands on it, behind all that was waited for before. Returns what stands between.
+    std::string expect(const std::string &text);
 
 private:
+    friend class Session;
+
     int keyboard, terminal;
+    std::mutex guard;
+    std::condition_variable more;
     std::string written;
-    std::thread reader; // else a writer waits when the terminal's buffer is full
+    size_t expected = 0; // how much of it was waited for
+    std::thread reader;  // else a writer waits when the terminal's buffer is full
+};
+
+// ponctl at work on a terminal of its own, with someone who types.
+class Session
+{
+public:
+    explicit Session(const std::vector<std::string> &arguments);
+    ~Session(); // hangs up and ends it, where it has not ended
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    void type(const std::string &text) const { terminal.type(text); }
+    std::string expect(const std::string &text) { return terminal.expect(text); }
+    // Waits for its end. Returns its exit code.
+    int end();
+
+private:
+    Terminal terminal;
+    int process = 0;
 };

@@ -1,0 +1,9 @@
+// The board's edition has no shell, for it has no libedit.
+#include "cli/cli.h"
+
+namespace ponctl
+{
+
+void add_shell(CLI::App &, Command &, const GlobalOptions &) {}
+
+} // namespace ponctl
