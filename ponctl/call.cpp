@@ -72,15 +72,21 @@ void for_each_output(const Called &called, const std::function<void(size_t)> &sh
         if (called.delivers(index)) show(index);
 }
 
-void write_outputs(Json &json, const Called &called)
+// `onu`: of one of several.
+void write_outputs(Json &json, const Called &called, const std::string *onu = nullptr)
 {
     json->StartObject();
+    if (onu) json.member("onu", *onu);
     json.member("operation", called.operation().name);
     json.status(called.status());
     json.key("outputs");
-    json->StartObject();
-    for_each_output(called, [&](size_t index) { write_output(json, called, index); });
-    json->EndObject();
+    if (called.answered()) {
+        json->StartObject();
+        for_each_output(called, [&](size_t index) { write_output(json, called, index); });
+        json->EndObject();
+    } else {
+        json->Null();
+    }
     json->EndObject();
 }
 
@@ -125,15 +131,10 @@ ExitCode run_call_each(const Output &output, const catalogue::Operation &operati
                 return;
             }
             Json json(output.stream);
-            json->StartObject();
-            for (const OnuCalls &of_onu : asked) {
-                json.key(of_onu.onu);
-                if (of_onu.calls.front().answered())
-                    write_outputs(json, of_onu.calls.front());
-                else
-                    json->Null();
-            }
-            json->EndObject();
+            json->StartArray();
+            for (const OnuCalls &of_onu : asked)
+                write_outputs(json, of_onu.calls.front(), &of_onu.onu);
+            json->EndArray();
         });
 }
 

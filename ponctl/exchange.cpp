@@ -50,14 +50,9 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
 {
     if (watched) {
         const auto *bytes = static_cast<const uint8_t *>(request);
-        last = {true,
-                IPC_OK,
-                0,
-                watched->record,
-                catalogue::find_channel(msg_type),
-                call,
-                {bytes, bytes + request_length},
-                {}};
+        last = {
+            true, IPC_OK, 0, watched->record, catalogue::find_channel(msg_type), call, {bytes, bytes + request_length},
+            {}};
     }
     if (mode().dry_run) {
         kept.push_back(last);

@@ -81,9 +81,20 @@ struct Known {
     const Called *uni_ports;
 };
 
-void write_onu(Json &json, const Known &onu)
+// `name`: of one of several.
+void write_onu(Json &json, const std::optional<Known> &known, const std::string *name)
 {
     json->StartObject();
+    if (name) json.member("onu", *name);
+    if (!known) {
+        for (const char *key : {"information", "configuration", "uni_ports"}) {
+            json.key(key);
+            json->Null();
+        }
+        json->EndObject();
+        return;
+    }
+    const Known &onu = *known;
     json.key("information");
     json.row(onu.information->database(), onu.row);
     json.key("configuration");
@@ -136,28 +147,26 @@ std::optional<Known> ask_for(const std::string &port, const OnuName &onu, std::d
     return Known{&information, *row, &configuration, &uni_ports};
 }
 
-// Of one ONU what is known, of several an object or a title for each. Says which are not there.
+// Of one ONU what is known, of several an array or a title for each. Says which are not there.
 ExitCode show(const Output &output, const std::vector<std::pair<std::string, std::optional<Known>>> &onus, bool several)
 {
     std::optional<Json> json;
     if (output.format == Format::json && (several || onus.front().second)) json.emplace(output.stream);
-    if (json && several) (*json)->StartObject();
+    if (json && several) (*json)->StartArray();
     ExitCode code = exit_success;
     bool first = true;
     for (const auto &[name, onu] : onus) {
+        if (json) write_onu(*json, onu, several ? &name : nullptr);
         if (!onu) {
             code = exit_status;
             continue;
         }
-        if (json && several) json->key(name);
-        if (json)
-            write_onu(*json, *onu);
-        else if (several && output.headings)
+        if (!json && several && output.headings)
             std::fprintf(output.stream, "%sONU %s\n", first ? "" : "\n", name.c_str());
         if (!json) print_onu(output, *onu);
         first = false;
     }
-    if (json && several) (*json)->EndObject();
+    if (json && several) (*json)->EndArray();
     return code;
 }
 

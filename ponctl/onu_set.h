@@ -55,6 +55,7 @@ std::vector<std::string> onu_words(const catalogue::Operation &operation, const 
 ExitCode list_onus(const Output &output, const OnuSet &set, const char *operation);
 
 // Calls one operation for each ONU of the set.
-ExitCode tell_onus(const Output &output, const OnuSet &set, const char *operation, const std::vector<std::string> &words = {});
+ExitCode tell_onus(const Output &output, const OnuSet &set, const char *operation,
+                   const std::vector<std::string> &words = {});
 
 } // namespace ponctl

@@ -35,7 +35,8 @@ bool reads_back_fields(const catalogue::Argument &argument);
 // reads in it.
 bool takes_whole_record(const catalogue::Argument &argument);
 
-// Type, place and meaning; of a field that a command line sets, which numbers it holds; of one that comes back, its unit.
+// Type, place and meaning; of a field that a command line sets, which numbers it holds; of one that comes back, its
+// unit.
 std::string about_field(const catalogue::Field &field, bool is_set);
 std::string about_column(const catalogue::Column &column);
 

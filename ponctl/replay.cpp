@@ -6,6 +6,7 @@
 #include "commands.h"
 #include "consent.h"
 #include "exchange.h"
+#include "mode.h"
 #include "recording.h"
 #include "report.h"
 
@@ -316,7 +317,11 @@ size_t count_changes(const std::string &file)
 
 ExitCode run_replay(const Output &output, const ReplayOptions &options)
 {
-    if (output.format == Format::hex) throw UsageError("--output: a replay has no bytes to show; take table or json");
+    if (output.format == Format::hex)
+        throw UsageError("--output: a replay has no bytes to show; take table, json or csv");
+    if (mode().dry_run)
+        throw UsageError("--dry-run: a replay compares what is answered; 'ponctl trace " + options.file +
+                         "' shows the requests");
     const size_t changes = count_changes(options.file);
     if (changes > 0 && !options.reads_only)
         ask("sending " + std::to_string(changes) + " requests that change something");
@@ -342,7 +347,8 @@ ExitCode run_replay(const Output &output, const ReplayOptions &options)
             if (!differences.empty() || options.verbose) report.add(number, traced, differences);
         });
     }
-    complain(std::to_string(sent) + " exchanges, " + std::to_string(differing) + " differ");
+    const std::string summary = std::to_string(sent) + " exchanges, " + std::to_string(differing) + " differ";
+    differing ? complain(summary) : note(summary);
     if (failed.made) return report_exchange("exchange " + std::to_string(number), failed, 0);
     return differing ? exit_status : exit_success;
 }

@@ -126,7 +126,7 @@ std::string HelpFormatter::make_option(const CLI::Option *option, bool is_positi
 std::string HelpFormatter::make_footer(const CLI::App *app) const
 {
     const std::string footer = app->get_footer();
-    return footer.empty() ? footer : "\n" + filled(footer, 0);
+    return footer.empty() ? footer : filled(footer, 0);
 }
 
 std::string HelpFormatter::make_subcommand(const CLI::App *command) const

@@ -44,8 +44,7 @@ void add_positions(std::vector<Position> &positions, const CLI::App &command)
         if (option == command.get_help_ptr() && command.get_parent()) continue; // the program's own holds everywhere
         for (const std::string &spelling : spellings_of(*option)) {
             options.candidates.push_back({spelling, option->get_description()});
-            if (takes_next_word(*option))
-                positions.push_back({"value:" + path + ":" + spelling, values_of(*option)});
+            if (takes_next_word(*option)) positions.push_back({"value:" + path + ":" + spelling, values_of(*option)});
         }
     }
     if (!options.candidates.empty()) positions.push_back(options);

@@ -41,8 +41,9 @@ std::string field_list(const std::string &lead, std::span<const Field> fields, b
 std::string argument_item(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
-    std::string text = item(form.empty() ? argument.name : form, std::string(argument.brief)) +
-                       mdoc::text(sentence(std::string(type_name(operation, argument)) + " " + rule_text(operation, argument)));
+    std::string text =
+        item(form.empty() ? argument.name : form, std::string(argument.brief)) +
+        mdoc::text(sentence(std::string(type_name(operation, argument)) + " " + rule_text(operation, argument)));
     // Those that the operation leaves to its caller stand once, in a section of their own.
     const bool whole_record = takes_whole_record(argument);
     if (takes_fields(operation, argument) && !whole_record)

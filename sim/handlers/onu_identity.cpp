@@ -5,8 +5,8 @@
 
 #include "generated/service_words.h"
 #include "handlers/remote.h"
-#include "model/llid.h"
 #include "model/light.h"
+#include "model/llid.h"
 
 namespace ponsim
 {

@@ -104,7 +104,7 @@ TEST(BashCompletion, OffersTheCommandsOfAGroupAndNothingElse)
 
 TEST(BashCompletion, OffersTheWordsThatAnOptionTakes)
 {
-    EXPECT_THAT(completed("ponctl -o "), ElementsAre("table", "json", "hex"));
+    EXPECT_THAT(completed("ponctl -o "), ElementsAre("table", "json", "hex", "csv"));
     EXPECT_THAT(completed("ponctl onu list --output j"), ElementsAre("json"));
     EXPECT_THAT(completed("ponctl --output=t"), ElementsAre("table"));
     EXPECT_THAT(completed("ponctl fdb set 300 --learning "), ElementsAre("on", "off"));

@@ -1,4 +1,5 @@
 // The page of the daemon, which is written by hand, has what the daemon has, and nothing else.
+#include <algorithm>
 #include <fstream>
 #include <regex>
 #include <set>
@@ -37,12 +38,14 @@ std::string section(const std::string &heading)
     const std::string text = page();
     const size_t start = text.find(heading + "\n");
     EXPECT_NE(start, text.npos) << heading;
-    return text.substr(start, text.find("\n.S", start) - start);
+    const size_t end = std::min(text.find("\n.Sh ", start), text.find("\n.Ss ", start));
+    return text.substr(start, end - start);
 }
 
-Names options_of_the_program()
+// Of the program itself, or of one of its commands.
+Names options_of(const std::string &command = {})
 {
-    return found(output_of(PONSIM " --help"), "\n  (?:-\\w,)?--([a-z-]+)");
+    return found(output_of(PONSIM " " + command + " --help"), "\n  (?:-\\w,)?--([a-z-]+)");
 }
 
 TEST(PonsimPage, IsGoodMdoc)
@@ -52,12 +55,13 @@ TEST(PonsimPage, IsGoodMdoc)
 
 TEST(PonsimPage, DescribesTheOptionsThatThereAre)
 {
-    EXPECT_EQ(found(page(), "\n\\.It (?:Fl h , )?Fl -([a-z-]+)"), options_of_the_program());
+    EXPECT_EQ(found(page(), "\n\\.It (?:Fl h , )?Fl -([a-z-]+)"), options_of());
 }
 
 TEST(PonsimPage, HasTheOptionsInItsSynopsis)
 {
-    Names wanted = options_of_the_program();
+    Names wanted = options_of();
+    wanted.merge(options_of("replay"));
     wanted.erase("help");
     wanted.erase("version");
     EXPECT_EQ(found(section(".Sh SYNOPSIS"), "Fl -([a-z-]+)"), wanted);

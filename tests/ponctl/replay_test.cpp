@@ -204,12 +204,21 @@ TEST_F(Replay, EndsWhereNobodyAnswers)
 TEST_F(Replay, OfChangesMustBeConfirmed)
 {
     record({}, query);
-    record({}, {"call", "bsp_pon_no_bind_onu_spec_id", "pon_port=1", "onu_id=2"});
+    record({}, {"call", "bsp_pon_no_bind_onu_spec_id", "pon_port=1", "onu_id=2", "--yes"});
     const Finished finished = replay({});
     EXPECT_EQ(finished.code, 2);
     EXPECT_THAT(finished.err, StartsWith("ponctl: --yes: missing; sending 1 requests that change something"));
     EXPECT_EQ(replay({}, {"--yes"}).err, "ponctl: 2 exchanges, 0 differ\n");
     EXPECT_EQ(replay({}, {"--reads-only"}).err, "ponctl: 1 exchanges, 0 differ\n");
+}
+
+TEST_F(Replay, IsNotDry)
+{
+    record({}, query);
+    const FakeService service;
+    EXPECT_THAT(service.ponctl({"replay", file, "--dry-run"}).err,
+                StartsWith("ponctl: --dry-run: a replay compares what is answered; 'ponctl trace "));
+    EXPECT_TRUE(service.received().empty());
 }
 
 TEST_F(Replay, OfADamagedRecordingSendsNothing)

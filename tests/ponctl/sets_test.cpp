@@ -70,7 +70,7 @@ TEST(Sets, ShowSeveralOnusUnderTheirNames)
     const Finished finished = service.ponctl({"onu", "show", "1/5-6", "-o", "json"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_THAT(finished.err, HasSubstr("ponctl: there is no ONU 1/6\n"));
-    EXPECT_STREQ(parsed(finished.out)["1/5"]["information"]["state"].GetString(), "online");
+    EXPECT_STREQ(parsed(finished.out)[0]["information"]["state"].GetString(), "online");
     EXPECT_THAT(service.ponctl({"onu", "show", "1/5-6"}).out, testing::StartsWith("ONU 1/5\n"));
 }
 
@@ -97,11 +97,11 @@ TEST(CallEach, CallsTheOperationForEachOnu)
     EXPECT_THAT(sent({"call", "bsp_pon_onu_upgrade_one", "--onus", "1/3,5", "--yes"}, 24), ElementsAre(3, 5));
 }
 
-TEST(CallEach, HasAMemberForEachOnuInJson)
+TEST(CallEach, HasAnObjectForEachOnuInJson)
 {
     const FakeService service(bytes(pon_record({{436, 1940}})));
     const auto out = parsed(service.ponctl({"call", "bsp_pon_get_w_onu_spec_id", "--onus", "1/3,5", "-o", "json"}).out);
-    EXPECT_EQ(out["1/5"]["outputs"]["resp"]["distance"].GetUint(), 1940u);
+    EXPECT_EQ(out[1]["outputs"]["resp"]["distance"].GetUint(), 1940u);
 }
 
 TEST(CallEach, IsForOperationsWithAnOnu)

@@ -131,7 +131,7 @@ TEST_F(Shell, TakesAQuestionMarkInQuotesForItself)
     Session session({"shell"});
     session.expect(prompt);
     session.type("'what?'\r");
-    session.expect("unknown: what?");
+    session.expect("there is no command 'what?'");
 }
 
 TEST_F(Shell, HasItsLinesInTheHistory)
