@@ -61,6 +61,7 @@ TEST(PonsimPage, DescribesTheOptionsThatThereAre)
 TEST(PonsimPage, HasTheOptionsInItsSynopsis)
 {
     Names wanted = options_of();
+    wanted.merge(options_of("ctl"));
     wanted.merge(options_of("replay"));
     wanted.erase("help");
     wanted.erase("version");
