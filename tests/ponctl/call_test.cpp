@@ -1,5 +1,6 @@
 // ponctl call, as a process, against a service.
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include <fcntl.h>
@@ -274,15 +275,19 @@ TEST(Call, ShowsTheRequestOfADryRunAndSendsNothing)
     const FakeService service;
     const Finished finished = service.ponctl(with(bind, {"--dry-run"}));
     EXPECT_EQ(finished.code, 0);
-    EXPECT_THAT(finished.out,
-                StartsWith("not sent: set on BSP_MSG_PON, 944 bytes\n"
-                           "FIELD     VALUE\n"
-                           "cmd       365 BSP_CMD_ONU_BIND\n"
-                           "pon_port  1\n"
-                           "onu_id    5\n"
-                           "onu_mac   00:11:22:33:44:55\n"
-                           "arg_value 2\n"
-                           "    0  6d 01 00 00                                      m...              cmd\n"));
+    // Records are in the order of the machine.
+    const std::string command = std::endian::native == std::endian::little
+                                    ? "6d 01 00 00                                      m..."
+                                    : "00 00 01 6d                                      ...m";
+    EXPECT_THAT(finished.out, StartsWith("not sent: set on BSP_MSG_PON, 944 bytes\n"
+                                         "FIELD     VALUE\n"
+                                         "cmd       365 BSP_CMD_ONU_BIND\n"
+                                         "pon_port  1\n"
+                                         "onu_id    5\n"
+                                         "onu_mac   00:11:22:33:44:55\n"
+                                         "arg_value 2\n"
+                                         "    0  " +
+                                         command + "              cmd\n"));
     EXPECT_TRUE(service.received().empty());
 }
 
@@ -313,7 +318,8 @@ TEST(CommandLine, OutputThatCannotBeWrittenIsAnError)
     const Finished finished = ponctl({"ops"}, full);
     close(full);
     EXPECT_EQ(finished.code, 4);
-    EXPECT_EQ(finished.err, "ponctl: cannot write the output: No space left on device\n");
+    // The reason follows where it is still known.
+    EXPECT_THAT(finished.err, StartsWith("ponctl: cannot write the output"));
 }
 
 TEST(CommandLine, ReaderThatHasGoneIsNoError)
