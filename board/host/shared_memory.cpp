@@ -1,5 +1,6 @@
 #include "shared_memory.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -101,7 +102,7 @@ bool ResultMemory::copy(const Result &result, char *to) const
 {
     // Memory for one result is no longer mapped, and not passed yet.
     if (!mapping) return pread(memory.get(), to, result.length, result.offset) == static_cast<ssize_t>(result.length);
-    std::memcpy(to, mapping.data() + result.offset, result.length);
+    std::copy_n(mapping.data() + result.offset, result.length, to); // where there is nothing, `to` may be null
     return true;
 }
 
@@ -126,7 +127,7 @@ bool ResultView::copy(const Result &result, char *to) const
 {
     // A service in order writes only between a request and its answer. Read after the copy, the generation tells of one
     // that did not wait; what was copied is the client's own, whatever comes next.
-    std::memcpy(to, mapping.data() + result.offset, result.length);
+    std::copy_n(mapping.data() + result.offset, result.length, to); // where there is nothing, `to` may be null
     return generation_of(mapping).load() == result.generation;
 }
 
