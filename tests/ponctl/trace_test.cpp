@@ -98,7 +98,8 @@ TEST_F(Trace, IsFilteredByChannelCommandProcessAndErrors)
         std::vector<std::string> words{"trace", file, "-o", "json"};
         words.insert(words.end(), options.begin(), options.end());
         std::vector<std::string> shown;
-        for (const auto &exchange : parsed(ponctl(words).out).GetArray())
+        const rapidjson::Document exchanges = parsed(ponctl(words).out);
+        for (const auto &exchange : exchanges.GetArray())
             shown.emplace_back(exchange["command"].GetString());
         EXPECT_EQ(shown, commands) << options.front() << " " << options.back();
     }
