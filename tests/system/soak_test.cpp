@@ -31,6 +31,12 @@ constexpr uint32_t clients = 8;
 constexpr uint32_t onus = 8; // of each port
 constexpr uint64_t rounds = 20;
 
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool keeps_what_is_freed = true; // the sanitizer's allocator
+#else
+constexpr bool keeps_what_is_freed = false;
+#endif
+
 uint64_t wanted_exchanges()
 {
     const char *wanted = std::getenv("SOAK_EXCHANGES");
@@ -224,7 +230,9 @@ TEST(Soak, NoAnswerIsLostOrAnothersAndNothingGrows)
     EXPECT_LE(open_files(getpid()), own_files);
     const size_t memory_now = memory_of(simulator.process());
     // The allocator's own ups and downs.
-    EXPECT_LE(memory_now, memory + memory / 10 + 1024) << "KiB, of the service";
+    if (!keeps_what_is_freed) {
+        EXPECT_LE(memory_now, memory + memory / 10 + 1024) << "KiB, of the service";
+    }
     RecordProperty("exchanges", std::to_string(exchanges));
     std::printf("%llu exchanges of %u clients, %llu of them to ONUs that were offline; the service had %zu KiB after a "
                 "quarter and %zu KiB at the end\n",
