@@ -41,11 +41,11 @@ void share_by_weight(std::vector<size_t> members, std::span<const Want> wants, s
 
 } // namespace
 
-Bandwidth bandwidth_of(const PerFlow &rates)
+uint64_t octets_of(const PerFlow &frames)
 {
-    Bandwidth sum = 0;
+    uint64_t sum = 0;
     for (size_t flow = 0; flow < flows.size(); ++flow)
-        sum += rates[flow] * flows[flow].length;
+        sum += frames[flow] * flows[flow].length;
     return sum;
 }
 
@@ -54,7 +54,7 @@ PerFlow spread(const PerFlow &proportions, Bandwidth bandwidth)
     // From the longest frames to the shortest: what is too little for one more frame is left to the shorter ones.
     static constexpr std::array<size_t, flows.size()> order{5, 4, 3, 6, 2, 1, 7, 0};
     PerFlow rates{};
-    const Bandwidth total = bandwidth_of(proportions);
+    const Bandwidth total = octets_of(proportions);
     if (total == 0) return rates;
     Bandwidth seen = 0;
     Bandwidth given = 0;
@@ -69,7 +69,7 @@ PerFlow spread(const PerFlow &proportions, Bandwidth bandwidth)
 
 PerFlow cut(const PerFlow &rates, Bandwidth room)
 {
-    if (bandwidth_of(rates) <= room) return rates;
+    if (octets_of(rates) <= room) return rates;
     PerFlow left = spread(rates, room);
     for (size_t flow = 0; flow < flows.size(); ++flow)
         left[flow] = std::min(left[flow], rates[flow]);

@@ -9,7 +9,8 @@
 namespace ponsim
 {
 
-Bandwidth bandwidth_of(const PerFlow &rates);
+// Of frames, or the bandwidth of their rates.
+uint64_t octets_of(const PerFlow &frames);
 
 // Rates of this bandwidth together, less at most one of the shortest frames in rate_unit seconds, in proportion to
 // these; none where these are none.

@@ -40,14 +40,6 @@ uint64_t number_of(const PerFlow &frames)
     return sum;
 }
 
-uint64_t octets_of(const PerFlow &frames)
-{
-    uint64_t sum = 0;
-    for (size_t flow = 0; flow < flows.size(); ++flow)
-        sum += frames[flow] * flows[flow].length;
-    return sum;
-}
-
 uint64_t number_of(const PerFlow &frames, Cast cast)
 {
     uint64_t sum = 0;
@@ -171,7 +163,7 @@ Counters uplink_counters(const Olt &olt, uint32_t uplink)
 
 Load load_of(const Rates &rates)
 {
-    return {.in = bandwidth_of(rates.down) * bits / rate_unit, .out = bandwidth_of(rates.up) * bits / rate_unit};
+    return {.in = octets_of(rates.down) * bits / rate_unit, .out = octets_of(rates.up) * bits / rate_unit};
 }
 
 Load pon_load(const PonPort &port)

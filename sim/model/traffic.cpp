@@ -111,7 +111,7 @@ Bandwidth Traffic::wanted_down() const
 {
     Bandwidth sum = 0;
     for (const auto &[onu_id, onu] : onus)
-        sum += bandwidth_of(onu.demand.wanted.down);
+        sum += octets_of(onu.demand.wanted.down);
     return sum;
 }
 
@@ -123,14 +123,14 @@ void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
     Bandwidth total = 0;
     for (auto &[onu_id, onu] : onus) {
         const PerFlow &down = onu.demand.wanted.down;
-        const PerFlow sent = cut(down, portion(bandwidth_of(down), room, wanted));
+        const PerFlow sent = cut(down, portion(octets_of(down), room, wanted));
         add(passing.down_lost, sent);
         onu.passed.down = cut(sent, onu.demand.most_down);
-        total += bandwidth_of(onu.passed.down);
+        total += octets_of(onu.passed.down);
     }
     for (auto &[onu_id, onu] : onus) {
         PerFlow &down = onu.passed.down;
-        down = cut(down, portion(bandwidth_of(down), capacity.down, total));
+        down = cut(down, portion(octets_of(down), capacity.down, total));
         add(passing.down, down);
     }
     passing.down_lost = without(passing.down_lost, passing.down);
@@ -144,7 +144,7 @@ void Traffic::pass_up()
     passing.up_policed = {};
     std::vector<Want> wants;
     for (const auto &[onu_id, onu] : onus)
-        wants.push_back({bandwidth_of(onu.demand.wanted.up), onu.demand.sla});
+        wants.push_back({octets_of(onu.demand.wanted.up), onu.demand.sla});
     const std::vector<Bandwidth> granted = grants(capacity.up, wants);
     auto grant = granted.begin();
     for (auto &[onu_id, onu] : onus) {
@@ -169,11 +169,11 @@ void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
     for (Traffic *port : ports) {
         port->pass_down(room, wanted_down);
         port->pass_up();
-        up += bandwidth_of(port->passing.up);
+        up += octets_of(port->passing.up);
     }
     for (Traffic *port : ports) {
         const PerFlow received = port->passing.up;
-        port->passing.up = cut(received, portion(bandwidth_of(received), room, up));
+        port->passing.up = cut(received, portion(octets_of(received), room, up));
         port->passing.up_lost = without(received, port->passing.up);
     }
 }

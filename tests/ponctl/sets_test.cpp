@@ -123,9 +123,9 @@ TEST(CallByWords, TakesTheOnlyMatchAndNamesIt)
 TEST(CallByWords, ListsSeveralMatches)
 {
     const FakeService service;
-    const Finished finished = service.ponctl({"call", "bind", "onu", "spec", "pon_port=1"});
+    const Finished finished = service.ponctl({"call", "bind", "onu", "mac", "pon_port=1"});
     EXPECT_EQ(finished.code, 2);
-    EXPECT_THAT(finished.err, HasSubstr(" operations have all of the words 'bind onu spec'; give more words or a whole "
+    EXPECT_THAT(finished.err, HasSubstr(" operations have all of the words 'bind onu mac'; give more words or a whole "
                                         "name:\n  "));
     EXPECT_THAT(finished.err, HasSubstr("\n  bsp_pon_bind_onu_spec_id: "));
     EXPECT_TRUE(service.received().empty());

@@ -250,7 +250,7 @@ TEST_F(Shell, HasItsPromptOnALineOfItsOwnBehindAnInterrupt)
     session.expect(prompt);
     session.type("port stats 1 --watch 1000\r");
     session.expect("frames_1024_1518");
-    session.expect("\n");
+    session.expect("\x1b[?7h"); // with which a reading is drawn to its end
     session.type(interrupt);
     session.expect("^C\r\nponctl> ");
 }

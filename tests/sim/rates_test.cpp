@@ -128,7 +128,7 @@ struct Loaded : Desk {
     // In kbit/s.
     uint64_t sent(uint32_t pon_port, uint32_t id) const { return kbit(onu(pon_port, id).passed.up); }
     uint64_t received(uint32_t pon_port, uint32_t id) const { return kbit(onu(pon_port, id).passed.down); }
-    static uint64_t kbit(const PerFlow &rates) { return (bandwidth_of(rates) + kbits(1) / 2) / kbits(1); }
+    static uint64_t kbit(const PerFlow &rates) { return (octets_of(rates) + kbits(1) / 2) / kbits(1); }
 
     Counters pon(uint32_t pon_port) const { return pon_counters(olt(), port(pon_port)); }
     Counters ge(uint32_t uplink) const { return uplink_counters(olt(), uplink); }
@@ -155,8 +155,8 @@ TEST(Load, IsToldPreciselyAndForgottenAgain)
     for (const uint32_t kbit : {100u, 777u, 12345u, 900000u}) {
         desk.load(1, 1, "up", kbit);
         desk.load(1, 1, "down", kbit);
-        expect_close(bandwidth_of(desk.onu(1, 1).passed.up), kbits(kbit));
-        expect_close(bandwidth_of(desk.onu(1, 1).passed.down), kbits(kbit));
+        expect_close(octets_of(desk.onu(1, 1).passed.up), kbits(kbit));
+        expect_close(octets_of(desk.onu(1, 1).passed.down), kbits(kbit));
     }
     desk.say("load", 1, 1, "up default");
     desk.say("load", 1, 1, "down default");
@@ -223,11 +223,11 @@ TEST(Load, OfAScenarioHoldsUntilAnotherIsTold)
     Bench bench({.ports = 1, .topology = topology});
     const Mac mac = bench.arrived(1);
     ASSERT_EQ(bench.bind(1, 1, mac), BSP_OK);
-    expect_close(bandwidth_of(bench.port(1).traffic.onu(1).passed.up), kbits(5000));
+    expect_close(octets_of(bench.port(1).traffic.onu(1).passed.up), kbits(5000));
     bench.done(set_load(bench.olt, 1, mac, Direction::up, 300));
-    expect_close(bandwidth_of(bench.port(1).traffic.onu(1).passed.up), kbits(300));
+    expect_close(octets_of(bench.port(1).traffic.onu(1).passed.up), kbits(300));
     bench.done(set_load(bench.olt, 1, mac, Direction::up, std::nullopt));
-    expect_close(bandwidth_of(bench.port(1).traffic.onu(1).passed.up), kbits(5000));
+    expect_close(octets_of(bench.port(1).traffic.onu(1).passed.up), kbits(5000));
 }
 
 TEST(Load, OfAnOnuThatIsNotThereIsRefused)
@@ -339,7 +339,7 @@ TEST(UplinkTraffic, ThatIsDownTakesNothingEitherWay)
     desk.simulator.change(
         {.blocks = {{BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, 1, 0, std::string(1, static_cast<char>(phy.bits))}}});
     EXPECT_EQ(desk.port(1).traffic.streams().up, PerFlow{});
-    EXPECT_GT(bandwidth_of(desk.port(5).traffic.streams().up_lost), 0u);
+    EXPECT_GT(octets_of(desk.port(5).traffic.streams().up_lost), 0u);
     EXPECT_EQ(desk.received(5, 1), 0u);
 }
 
@@ -515,8 +515,8 @@ TEST(Rates, AddUpWhateverTheLoadsAndSlas)
             Bandwidth sent = 0;
             Bandwidth received = 0;
             for (uint32_t id = 1; id <= 4; ++id) {
-                sent += bandwidth_of(desk.onu(pon_port, id).passed.up);
-                received += bandwidth_of(desk.onu(pon_port, id).passed.down);
+                sent += octets_of(desk.onu(pon_port, id).passed.up);
+                received += octets_of(desk.onu(pon_port, id).passed.down);
             }
             const Load load = pon_load(desk.port(pon_port));
             EXPECT_NEAR(static_cast<double>(load.out), static_cast<double>(sent * 8 / rate_unit), 3);
