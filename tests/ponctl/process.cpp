@@ -34,9 +34,18 @@ std::string contents(std::FILE *file)
 }
 
 // Where the tool is built for another machine, words before its name run it.
-pid_t start(posix_spawn_file_actions_t &actions, const posix_spawnattr_t *attributes,
-            const std::vector<std::string> &arguments)
+pid_t start(posix_spawn_file_actions_t &actions, short flags, const std::vector<std::string> &arguments)
 {
+    // Whoever runs the tests in the background may have them ignore what ends a program from the keyboard.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t of_keyboard;
+    sigemptyset(&of_keyboard);
+    sigaddset(&of_keyboard, SIGINT);
+    sigaddset(&of_keyboard, SIGQUIT);
+    posix_spawnattr_setsigdefault(&attributes, &of_keyboard);
+    posix_spawnattr_setflags(&attributes, static_cast<short>(flags | POSIX_SPAWN_SETSIGDEF));
+
     std::istringstream emulator(EMULATOR);
     std::vector<std::string> words{std::istream_iterator<std::string>(emulator), {}};
     words.emplace_back(PONCTL);
@@ -46,8 +55,9 @@ pid_t start(posix_spawn_file_actions_t &actions, const posix_spawnattr_t *attrib
         argv.push_back(word.data());
     argv.push_back(nullptr);
     pid_t pid = 0;
-    const int failure = posix_spawnp(&pid, argv.front(), &actions, attributes, argv.data(), environ);
+    const int failure = posix_spawnp(&pid, argv.front(), &actions, &attributes, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
     if (failure) throw std::runtime_error("cannot run " + words.front());
     return pid;
 }
@@ -66,7 +76,7 @@ Finished ponctl(const std::vector<std::string> &arguments, int output, int input
     posix_spawn_file_actions_adddup2(&actions, output < 0 ? fileno(out.get()) : output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, error < 0 ? fileno(err.get()) : error, STDERR_FILENO);
 
-    const pid_t pid = start(actions, nullptr, arguments);
+    const pid_t pid = start(actions, 0, arguments);
     int status = 0;
     waitpid(pid, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out.get()), contents(err.get())};
@@ -130,11 +140,7 @@ Session::Session(const std::vector<std::string> &arguments)
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, ptsname(terminal.keyboard), O_RDWR, 0);
     posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, STDERR_FILENO);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
-    process = start(actions, &attributes, arguments);
-    posix_spawnattr_destroy(&attributes);
+    process = start(actions, POSIX_SPAWN_SETSID, arguments);
 }
 
 Session::~Session()
