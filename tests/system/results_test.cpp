@@ -10,16 +10,11 @@
 
 #include "board/datastore.h"
 #include "bsp_pon.h"
+#include "resources.h"
 #include "simulator.h"
 
 namespace
 {
-
-size_t open_files(pid_t process)
-{
-    const std::filesystem::directory_iterator files("/proc/" + std::to_string(process) + "/fd");
-    return static_cast<size_t>(std::distance(begin(files), end(files)));
-}
 
 // Mappings of shared memory; the allocator's own come and go.
 size_t shared_mappings(pid_t process)

@@ -8,9 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,6 +19,7 @@
 #include "bsp_pon.h"
 #include "control.h"
 #include "generated/service_words.h"
+#include "resources.h"
 #include "simulator.h"
 #include "view.h"
 
@@ -41,12 +40,6 @@ uint64_t wanted_exchanges()
 {
     const char *wanted = std::getenv("SOAK_EXCHANGES");
     return wanted ? std::strtoull(wanted, nullptr, 10) : 40000;
-}
-
-size_t open_files(pid_t process)
-{
-    const std::filesystem::directory_iterator files("/proc/" + std::to_string(process) + "/fd");
-    return static_cast<size_t>(std::distance(begin(files), end(files)));
 }
 
 // The service closes a connection when it notices that its client has gone: soon.
