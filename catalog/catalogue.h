@@ -189,7 +189,7 @@ struct Operation {
     Request request;
     Answer answer;
     const Record *response;     // how the answer reads; null: there is none
-    uint32_t response_size;     // bytes of the response buffer, at least
+    uint32_t response_size;     // bytes of the response buffer; all of one of the library's own is cleared
     uint32_t preset;            // of the response length word
     std::string_view logged_as; // its own name, or that of the operation that it goes through
     std::span<const Constant> constants;

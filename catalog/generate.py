@@ -439,13 +439,23 @@ class Catalogue:
             operation.fail("get calls have an 'answer', set calls have none")
         if is_get:
             answer = Entry(operation.file, f"operation {operation.name}: answer", operation.get("answer"),
-                           ["buffer", "preset"], ["record"])
+                           ["buffer", "preset"], ["record", "size"])
             operation.answer = BUFFERS[answer.choice("buffer", BUFFERS)]
             operation.preset = answer.number("preset")
             operation.response_size = operation.preset or operation.record.size
+            if answer.get("size") is not None:
+                self.read_answer_size(operation, answer)
             operation.response_record = answer.lookup("record", self.records) if answer.get("record") else operation.record
             if operation.answer == "in_place" and operation.preset != operation.record.size:
                 answer.fail("an answer in place has the record's length as its preset")
+
+    def read_answer_size(self, operation, answer):
+        """The size of a buffer of the library's own that offers less than it has."""
+        if operation.answer != "own":
+            answer.fail("only a buffer of the library's own has a 'size'")
+        if answer.number("size") <= operation.response_size:
+            answer.fail(f"a 'size' says that the buffer has more than the {operation.response_size} bytes that it offers")
+        operation.response_size = answer.number("size")
 
     def read_argument(self, operation, argument):
         argument.brief = argument.text("brief")
@@ -633,6 +643,8 @@ def argument_text(argument):
         text += "; never written, may be null"
     elif argument.type in OUTWARD and argument.optional:
         text += "; null for none"
+    elif argument.type in ("block", "block-inout") and argument.optional:
+        text += "; may be null: nothing is sent of it" + (", nor delivered" if argument.type == "block-inout" else "")
     elif argument.type == "db":
         text += "; receives a handle that the caller owns (null where the service left none)"
     return text

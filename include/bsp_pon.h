@@ -510,7 +510,7 @@ BSP_PON_API uint32_t bsp_pon_onu_description(uint32_t pon_port, uint32_t onu_id,
  *
  * @param cmd command code
  * @param pon_port PON port number
- * @param data configuration block, read only; nothing is sent of it where it is null or `length` is 0
+ * @param data configuration block, read only; may be null: nothing is sent of it
  * @param length bytes of `data` to send, at most 515
  * @return the service's status word; BSP_ERR_IPC after a failed exchange, which is logged.
  */
@@ -2458,7 +2458,7 @@ BSP_PON_API uint32_t bsp_pon_onu_ctc_get_info(uint32_t pon_port, uint32_t onu_id
  * @param pon_port PON port number
  * @param onu_id ONU id on the port
  * @param cmd command code
- * @param data what to set
+ * @param data what to set; may be null: nothing is sent of it
  * @param data_len its length in bytes; up to 1536 are sent
  * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
  */
@@ -2607,7 +2607,7 @@ BSP_PON_API uint32_t bsp_pon_onu_ctc_get_catv_status(uint32_t pon_port, uint32_t
  *
  * @param pon_port PON port number
  * @param onu_id ONU id on the port
- * @param data the part
+ * @param data the part; may be null: nothing is sent of it
  * @param data_len its length in bytes; up to 1536 are sent
  * @return the service's status word; the IPC library's own value after a failed exchange, which is not logged.
  */
@@ -3156,7 +3156,7 @@ BSP_PON_API uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
- * @param buf the payload, which the answer overwrites
+ * @param buf the payload, which the answer overwrites; may be null: nothing is sent of it, nor delivered
  * @param len its length in bytes, at most 4092
  * @return the service's status word; BSP_ERR_PARAM where `len` is more than 4092, nothing sent; the IPC library's own
  *         value after a failed exchange, which is not logged.
@@ -3171,7 +3171,8 @@ BSP_PON_API uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t l
  * The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
- * @param buf the payload, which the answer overwrites where there is no `out`
+ * @param buf the payload, which the answer overwrites where there is no `out`; may be null: nothing is sent of it, nor
+ *        delivered
  * @param len its length in bytes, at most 4092
  * @param out receives the answer; then `buf` is left alone; null for none
  * @param out_len bytes wanted
@@ -3184,7 +3185,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t 
  * Asks for a result database on the profile channel.
  *
  * The caller's action on BSP_MSG_PROFILE, a bsp_profile_msg of 28 bytes and the payload; read.
- * It comes by a file that the answer names, in at most 36 characters; the file is removed.
+ * It comes by a file that the answer names, in at most 4095 characters; the file is removed.
  *
  * @param action action code; the service knows the values
  * @param db_out the result database; receives a handle that the caller owns (null where the service left none)
@@ -3199,7 +3200,7 @@ BSP_PON_API uint32_t bsp_profile_exec_get_json(uint32_t action, db_handle **db_o
  * Without `buf`, `len` zeros are sent.
  *
  * @param action action code; the service knows the values
- * @param buf the payload
+ * @param buf the payload; may be null: nothing is sent of it
  * @param len its length in bytes, at most 4092
  * @return the service's status word; BSP_ERR_PARAM where `len` is more than 4092, nothing sent; the IPC library's own
  *         value after a failed exchange, which is not logged.
@@ -3299,7 +3300,7 @@ BSP_PON_API uint32_t bsp_pon_get_arptable(uint32_t pon_port, db_handle **db_out)
  *
  * @param profile_id number of the profile
  * @param value passed to the service with the profile
- * @param body the profile
+ * @param body the profile; may be null: nothing is sent of it
  * @param body_len its length in bytes; up to 515 are sent
  * @return the service's status word; the IPC library's own value after a failed exchange, which is logged.
  */

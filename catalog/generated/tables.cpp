@@ -4219,7 +4219,7 @@ constexpr Argument bsp_pon_onu_description_arguments[] = {
 constexpr Argument bsp_pon_cfg_arguments[] = {
     {"cmd", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[0], 0, 0, -1, Source::none, Key::none, 0, "", {}, "command code"},
     {"pon_port", ArgumentType::u32, false, false, false, &bsp_pon_msg_fields[1], 0, 0, -1, Source::none, Key::none, 0, "", {}, "PON port number"},
-    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::none, Key::none, 0, "", {}, "configuration block, read only; nothing is sent of it where it is null or `length` is 0"},
+    {"data", ArgumentType::block, false, true, false, &bsp_pon_msg_fields[13], 0, 0, -1, Source::none, Key::none, 0, "", {}, "configuration block, read only"},
     {"length", ArgumentType::length, false, false, false, nullptr, 0, 0, 2, Source::none, Key::none, 0, "", {}, "bytes of `data` to send, at most 515"},
 };
 
@@ -5556,7 +5556,7 @@ constexpr Operation all_operations[] = {
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_get_b_onu_spec_id", {}, {}, bsp_pon_get_b_onu_spec_id_arguments},
     {"bsp_pon_get_b_onu_by_mac", "Whitelist and blacklist", "Asks for one ONU of the blacklist, named by its MAC address, as a result database of at most 1048576 bytes.", "",
      &all_channels[0], &all_records[0], &all_commands[27], Class::read, Call::get, Failure::report,
-     Request::built, Answer::own, &all_records[0], 776, 776, "bsp_pon_get_b_onu_by_mac", {}, {}, bsp_pon_get_b_onu_by_mac_arguments},
+     Request::built, Answer::own, &all_records[0], 1044, 776, "bsp_pon_get_b_onu_by_mac", {}, {}, bsp_pon_get_b_onu_by_mac_arguments},
     {"bsp_pon_get_onu_blacklist_snmp", "Whitelist and blacklist", "Asks for the blacklist of the whole OLT, for the SNMP agent.", "",
      &all_channels[0], &all_records[0], &all_commands[28], Class::read, Call::get, Failure::report,
      Request::built, Answer::own, &all_records[0], 1044, 1044, "bsp_pon_config_by_db", {}, {}, bsp_pon_get_onu_blacklist_snmp_arguments},
@@ -6124,9 +6124,9 @@ constexpr Operation all_operations[] = {
     {"bsp_profile_exec_get_", "Profiles and configuration", "Sends a payload on the profile channel and receives the answer in a buffer of its own, or else in the payload's place.", "The answer is delivered only where the status is 0. Without `buf`, `len` zeros are sent.",
      &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
      Request::built, Answer::own, &all_records[4], 4120, 0, "bsp_profile_exec_get_", bsp_profile_exec_get__constants, bsp_profile_exec_get__odd, bsp_profile_exec_get__arguments},
-    {"bsp_profile_exec_get_json", "Profiles and configuration", "Asks for a result database on the profile channel.", "It comes by a file that the answer names, in at most 36 characters; the file is removed.",
+    {"bsp_profile_exec_get_json", "Profiles and configuration", "Asks for a result database on the profile channel.", "It comes by a file that the answer names, in at most 4095 characters; the file is removed.",
      &all_channels[1], &all_records[4], nullptr, Class::read, Call::dgram_get, Failure::silent,
-     Request::built, Answer::own, &all_records[4], 61, 61, "bsp_profile_exec_get_json", bsp_profile_exec_get_json_constants, {}, bsp_profile_exec_get_json_arguments},
+     Request::built, Answer::own, &all_records[4], 4120, 61, "bsp_profile_exec_get_json", bsp_profile_exec_get_json_constants, {}, bsp_profile_exec_get_json_arguments},
     {"bsp_profile_exec_set", "Profiles and configuration", "Sends a payload on the profile channel.", "Without `buf`, `len` zeros are sent.",
      &all_channels[1], &all_records[4], nullptr, Class::write, Call::dgram_set, Failure::silent,
      Request::built, Answer::none, nullptr, 0, 0, "bsp_profile_exec_set", {}, {}, bsp_profile_exec_set_arguments},

@@ -1,4 +1,5 @@
 // How the ONUs of a PON port prove who they are; confirming those that wait, and describing those that are bound.
+#include "frame/send.h"
 #include "frame/view.h"
 
 using frame::on;
@@ -7,8 +8,7 @@ using frame::set;
 
 uint32_t bsp_pon_onu_auth_mode_type_set(uint32_t pon_port, const char *text_a, const char *text_b, uint32_t mode)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_AUTH_SET};
-    request->pon_port = pon_port;
+    Request<bsp_pon_msg> request{BSP_CMD_AUTH_SET, pon_port, 0};
     request.put(&bsp_pon_msg::text45, text_a);
     request.put(&bsp_pon_msg::text109, text_b);
     request->arg_word12 = mode;
@@ -17,26 +17,24 @@ uint32_t bsp_pon_onu_auth_mode_type_set(uint32_t pon_port, const char *text_a, c
 
 uint32_t bsp_pon_onu_auth_set(const bsp_pon_msg *record)
 {
-    return set(*Request{BSP_CMD_AUTH_SET, *record}, on(BSP_MSG_PON));
+    return frame::send_copy(record, BSP_CMD_AUTH_SET, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_auth_mode_type_get(uint32_t pon_port, void *resp)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_AUTH_GET};
-    request->pon_port = pon_port;
+    Request<bsp_pon_msg> request{BSP_CMD_AUTH_GET, pon_port, 0};
     return frame::get_into(*request, resp, sizeof *request, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_auth_infolist_get(db_handle **db_out)
 {
-    return frame::get_view(0, 0, BSP_CMD_AUTH_LIST, db_out, frame::small_view, on(BSP_MSG_PON));
+    return frame::get_view(0, 0, {BSP_CMD_AUTH_LIST, frame::small_view}, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu)
 {
     if (!onu) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_ONU_CONFIRM};
-    request->pon_port = pon_port;
+    Request<bsp_pon_msg> request{BSP_CMD_ONU_CONFIRM, pon_port, 0};
     if (onu->onu_id)
         request->onu_id = onu->onu_id;
     else
@@ -49,9 +47,7 @@ uint32_t bsp_pon_confirm_onu(uint32_t pon_port, const bsp_pon_msg *onu)
 uint32_t bsp_pon_onu_description(uint32_t pon_port, uint32_t onu_id, const char *text)
 {
     if (!text) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_ONU_DESCRIPTION_SET};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
+    Request<bsp_pon_msg> request{BSP_CMD_ONU_DESCRIPTION_SET, pon_port, onu_id};
     request.put(&bsp_pon_msg::text237, text);
     return set(*request, on(BSP_MSG_PON));
 }

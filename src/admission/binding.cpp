@@ -3,27 +3,25 @@
 
 using frame::on;
 using frame::Request;
+using frame::Route;
 using frame::send;
 using frame::set;
-using frame::Way;
 
 namespace
 {
 
 // In the record, the first text stands behind the second.
 FRAME_SHARED uint32_t bind(uint32_t command, uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a,
-                           const char *text_b, uint32_t value, const char *text_c, Way way = on(BSP_MSG_PON))
+                           const char *text_b, uint32_t value, const char *text_c, Route route = on(BSP_MSG_PON))
 {
     if (!mac) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{command};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
+    Request<bsp_pon_msg> request{command, pon_port, onu_id};
     request.put_mac(mac);
     request.put(&bsp_pon_msg::text237, text_a);
     request.put(&bsp_pon_msg::text173, text_b);
     request.put(&bsp_pon_msg::text365, text_c);
     request->arg_value = value;
-    return set(*request, way);
+    return set(*request, route);
 }
 
 } // namespace
@@ -63,9 +61,7 @@ uint32_t bsp_pon_no_bind_onu_spec_id(uint32_t pon_port, uint32_t onu_id)
 
 uint32_t bsp_pon_no_bind_onu_spec_id_and_mac(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_ONU_RELEASE};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
+    Request<bsp_pon_msg> request{BSP_CMD_ONU_RELEASE, pon_port, onu_id};
     request.put_mac(mac);
     return set(*request, on(BSP_MSG_PON));
 }
@@ -88,20 +84,20 @@ uint32_t bsp_pon_no_bind_offline_onu_all(uint32_t pon_port)
 
 uint32_t bsp_pon_no_bind_onu_batch_spec_id(const bsp_pon_msg *record)
 {
-    return set(*Request{BSP_CMD_ONU_RELEASE_BATCH, *record}, on(BSP_MSG_PON));
+    return frame::send_copy(record, BSP_CMD_ONU_RELEASE_BATCH, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_reboot_onu_batch(const bsp_pon_msg *record)
 {
-    return set(*Request{BSP_CMD_ONU_REBOOT_BATCH, *record}, on(BSP_MSG_PON));
+    return frame::send_copy(record, BSP_CMD_ONU_REBOOT_BATCH, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_onu_batch_sort(const bsp_pon_msg *record)
 {
-    return set(*Request{BSP_CMD_ONU_SORT_BATCH, *record}, on(BSP_MSG_PON));
+    return frame::send_copy(record, BSP_CMD_ONU_SORT_BATCH, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_set_opt_range(const bsp_pon_msg *record)
 {
-    return set(*Request{BSP_CMD_OPT_RANGE_SET, *record}, on(BSP_MSG_PON));
+    return frame::send_copy(record, BSP_CMD_OPT_RANGE_SET, on(BSP_MSG_PON));
 }

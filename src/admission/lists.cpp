@@ -1,11 +1,12 @@
 // Whitelist and blacklist.
 #include "frame/send.h"
+#include "frame/view.h"
 
 using frame::on;
 using frame::Request;
+using frame::Route;
 using frame::send;
 using frame::set;
-using frame::Way;
 
 namespace
 {
@@ -15,26 +16,23 @@ constexpr uint32_t lookup_length = 776;
 
 // Receives the answer in `resp`; null: it is dropped. A null `mac` names no ONU by its MAC address.
 FRAME_SHARED uint32_t look_up(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, void *resp,
-                              Way way = on(BSP_MSG_PON))
+                              Route route = on(BSP_MSG_PON))
 {
-    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
+    Request<bsp_pon_msg> request{BSP_CMD_WHITELIST_GET, pon_port, onu_id};
     if (mac) request.put_mac(mac);
     uint32_t dropped[lookup_length / sizeof(uint32_t)];
     if (!resp) {
         frame::clear(dropped, sizeof dropped);
         resp = dropped;
     }
-    return frame::get_into(*request, resp, lookup_length, way);
+    return frame::get_into(*request, resp, lookup_length, route);
 }
 
-FRAME_SHARED uint32_t ids_in_use(uint32_t pon_port, uint32_t command, void *resp, Way way = on(BSP_MSG_PON))
+FRAME_SHARED uint32_t ids_in_use(uint32_t pon_port, uint32_t command, void *resp, Route route = on(BSP_MSG_PON))
 {
     if (!resp) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{command};
-    request->pon_port = pon_port;
-    return frame::get_into(*request, resp, sizeof *request, way);
+    Request<bsp_pon_msg> request{command, pon_port, 0};
+    return frame::get_into(*request, resp, sizeof *request, route);
 }
 
 } // namespace
@@ -42,8 +40,7 @@ FRAME_SHARED uint32_t ids_in_use(uint32_t pon_port, uint32_t command, void *resp
 uint32_t bsp_pon_blacklist_add_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const char *text)
 {
     if (!mac) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_ADD_AUTO};
-    request->pon_port = pon_port;
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_ADD_AUTO, pon_port, 0};
     request.put_mac(mac);
     request.put(&bsp_pon_msg::data429, text);
     return set(*request, on(BSP_MSG_PON));
@@ -57,7 +54,7 @@ uint32_t bsp_pon_reject_onu_to_blacklist(uint32_t pon_port, uint32_t onu_id)
 uint32_t bsp_pon_reject_onu_to_blacklist_batch(const bsp_pon_msg *record)
 {
     if (!record) return BSP_ERR_PARAM;
-    return set(*Request{BSP_CMD_BLACKLIST_REJECT_BATCH, *record}, on(BSP_MSG_PON));
+    return frame::send_copy(record, BSP_CMD_BLACKLIST_REJECT_BATCH, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_no_bind_blacklist_onu_by_mac(uint32_t pon_port, const uint8_t *mac)
@@ -95,34 +92,31 @@ uint32_t bsp_pon_get_b_onu_id_resouce(uint32_t pon_port, void *resp)
 uint32_t bsp_pon_get_onu_blacklist(bsp_pon_msg *record, db_handle **db_out)
 {
     record->cmd = BSP_CMD_BLACKLIST_GET;
-    return frame::get_database(*record, frame::view_length, record->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
+    return frame::get_database(*record, frame::view_room, record->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_b_onu_spec_id(const bsp_pon_msg *record, db_handle **db_out)
 {
-    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET};
-    request->pon_port = record->pon_port;
-    request->onu_id = record->onu_id;
-    return frame::get_database(*request, frame::view_length, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET, record->pon_port, record->onu_id};
+    return frame::get_database(*request, frame::view_room, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_b_onu_by_mac(uint32_t pon_port, const uint8_t *mac, db_handle **db_out)
 {
     if (!mac) return BSP_ERR_PARAM;
-    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET};
-    request->pon_port = pon_port;
+    Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET, pon_port, 0};
     request.put_mac(mac);
-    // Less than its siblings offer.
-    return frame::get_database(*request, lookup_length, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
+    constexpr frame::Room room =
+        frame::room_of(sizeof(bsp_pon_msg_ext), lookup_length); // it offers less than its siblings
+    return frame::get_database(*request, room, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_get_onu_blacklist_snmp(db_handle **db_out)
 {
-    return bsp_pon_config_by_db(db_out, &*Request<bsp_pon_msg>{BSP_CMD_VIEW_BLACKLIST_SNMP});
+    return frame::get_stored_view(BSP_CMD_VIEW_BLACKLIST_SNMP, db_out);
 }
 
 uint32_t bsp_pon_get_onu_blacklist_web(db_handle **db_out, bsp_pon_msg *record)
 {
-    record->cmd = BSP_CMD_VIEW_BLACKLIST_WEB;
-    return bsp_pon_config_by_db(db_out, record);
+    return frame::get_stored_view(BSP_CMD_VIEW_BLACKLIST_WEB, db_out, record);
 }

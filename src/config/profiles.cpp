@@ -11,13 +11,16 @@ namespace
 constexpr uint32_t header_length = 28;
 constexpr uint32_t longest_payload = sizeof(bsp_profile_msg) - header_length;
 
-constexpr uint32_t file_name_length = 61; // of an answer with a file's name
+// What the response length word offers: nothing, or what a file's name takes; the buffer is a whole record all the
+// same.
+constexpr uint32_t no_length = 0;
+constexpr uint32_t file_name_length = 61;
 
 // Writes a request; returns its length.
 FRAME_SHARED uint32_t put_request(bsp_profile_msg &request, uint32_t action, uint32_t is_get, const void *payload,
                                   uint32_t length)
 {
-    frame::clear(&request, length + header_length);
+    frame::clear(&request, sizeof request);
     request.action = action;
     request.is_get = is_get;
     if (payload && length) __builtin_memcpy(request.data, payload, length);
@@ -38,7 +41,7 @@ FRAME_SHARED bool ask(bsp_profile_msg &response, uint32_t action, const void *pa
     const int32_t ipc_result = ipc_dgram_get_exec(BSP_IPC_MODULE, BSP_MSG_PROFILE, &request, request_length, &response,
                                                   &answer_length, &status);
     result = ipc_result ? static_cast<uint32_t>(ipc_result) : status;
-    return ipc_result == IPC_OK;
+    return ipc_result == 0;
 }
 
 // The file's name in an answer.
@@ -53,12 +56,11 @@ const char *file_name(bsp_profile_msg &response)
 
 uint32_t bsp_pon_get_config_write(char *text_out, uint32_t *word_out, uint32_t port, uint32_t arg)
 {
-    frame::Request<bsp_plat_msg> request{BSP_CMD_CONFIG_WRITE};
-    request->plat_port = port;
-    request->plat_arg4 = arg;
+    frame::Request<bsp_plat_msg> request{BSP_CMD_CONFIG_WRITE, port, arg};
     frame::Response response;
     uint32_t result;
-    if (response.receive(&*request, sizeof *request, sizeof *request, result, frame::on(BSP_MSG_CFGWR)) && text_out) {
+    if (response.receive(&*request, sizeof *request, frame::whole<bsp_plat_msg>, result, frame::on(BSP_MSG_CFGWR)) &&
+        text_out) {
         __builtin_strcpy(text_out, response.text(sizeof *request, offsetof(bsp_plat_msg, plat_data)));
         if (word_out) *word_out = response.word(offsetof(bsp_plat_msg, plat_arg120));
     }
@@ -69,7 +71,7 @@ uint32_t bsp_profile_exec_get(uint32_t action, void *buf, uint32_t len)
 {
     bsp_profile_msg response;
     uint32_t result;
-    if (ask(response, action, buf, len, frame::no_length, result) && buf) __builtin_memcpy(buf, response.data, len);
+    if (ask(response, action, buf, len, no_length, result) && buf) __builtin_memcpy(buf, response.data, len);
     return result;
 }
 
@@ -77,7 +79,7 @@ uint32_t bsp_profile_exec_get_(uint32_t action, void *buf, uint32_t len, void *o
 {
     bsp_profile_msg response;
     uint32_t result;
-    if (!ask(response, action, buf, len, frame::no_length, result) || result != BSP_OK) return result;
+    if (!ask(response, action, buf, len, no_length, result) || result != BSP_OK) return result;
     if (out) {
         frame::deliver(response.data, sizeof response.data, out, out_len);
     } else if (buf) {
@@ -112,8 +114,7 @@ uint32_t bsp_profile_exec_get_cfgwr(uint32_t action, void **data_out, uint32_t *
 {
     bsp_profile_msg response;
     uint32_t result;
-    if (!ask(response, action, nullptr, 0, frame::no_length, result) || result != BSP_OK || response.count == 0)
-        return result;
+    if (!ask(response, action, nullptr, 0, no_length, result) || result != BSP_OK || response.count == 0) return result;
     void *block = pmalloc(response.count);
     if (!block) {
         userlog_err(__func__, __LINE__, "pmalloc failed. action:%d", static_cast<int>(action));

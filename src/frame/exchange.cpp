@@ -10,10 +10,11 @@ void clear(void *record, uint32_t length)
     __builtin_memset(record, 0, length);
 }
 
-uint32_t failed(int32_t ipc_result, Way way)
+uint32_t failed(int32_t ipc_result, Route route)
 {
-    if (way.failure() != Failure::silent) userlog_err(way.function, way.line(), "ipc msg failed. rv=%d\n", ipc_result);
-    return way.failure() == Failure::report ? BSP_ERR_IPC : static_cast<uint32_t>(ipc_result);
+    if (route.policy() != ErrorPolicy::silent)
+        userlog_err(route.function, route.line(), "ipc msg failed. rv=%d\n", ipc_result);
+    return route.policy() == ErrorPolicy::report ? BSP_ERR_IPC : static_cast<uint32_t>(ipc_result);
 }
 
 } // namespace frame

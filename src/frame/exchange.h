@@ -19,104 +19,129 @@
 namespace frame
 {
 
-// What an operation returns when the exchange itself fails.
-enum class Failure : uint8_t {
-    report, // log, BSP_ERR_IPC
-    pass,   // log, the IPC value
-    silent  // the IPC value
+// What an operation does when the exchange itself fails.
+enum class ErrorPolicy : uint8_t {
+    report, // it logs the failure and returns BSP_ERR_IPC
+    pass,   // it logs the failure and returns the IPC value
+    silent  // it returns the IPC value
 };
 
-// A command, and how many bytes of its answer are wanted.
-struct Query {
-    uint16_t command;
+// A command code, and how many bytes its request carries or are wanted of its answer.
+struct Command {
+    uint16_t code;
     uint16_t size;
 };
 
-// By which channel an exchange goes, what becomes of its failure, and which operation and line a log line names: those
-// of the place where on() stands, by default. All but the operation share a word, of which they leave the upper half
-// free: one instruction sets it.
-struct Way {
+// By which channel and call an exchange goes, what is done when it fails, and which operation and line a log line
+// names: those of the place where on() stands, by default. All but the operation share a word, of which they leave the
+// upper half free: one instruction sets it.
+struct Route {
     const char *function;
     uint32_t details;
 
     static constexpr uint32_t first_channel = BSP_MSG_PON; // the lowest
-    static constexpr uint32_t channels = 16, failures = 4, lines = 1024;
-    static_assert(channels * failures * lines == 1u << 16);
+    static constexpr uint32_t channels = 16, policies = 4, calls = 2, lines = 512;
+    static_assert(channels * policies * calls * lines == 1u << 16);
 
-    int line() const { return static_cast<int>(details / (failures * channels)); }
-    uint32_t channel() const { return first_channel + details / failures % channels; }
-    Failure failure() const { return static_cast<Failure>(details % failures); }
+    int line() const { return static_cast<int>(details / (calls * policies * channels)); }
+    bool is_datagram() const { return details / (policies * channels) % calls; }
+    uint32_t channel() const { return first_channel + details / policies % channels; }
+    ErrorPolicy policy() const { return static_cast<ErrorPolicy>(details % policies); }
+
+    // The same by the datagram call.
+    constexpr Route by_datagram() const { return {function, details + channels * policies}; }
 };
 
-constexpr Way on(uint32_t channel, Failure failure = Failure::report, const char *function = __builtin_FUNCTION(),
-                 uint32_t line = __builtin_LINE())
+constexpr Route on(uint32_t channel, ErrorPolicy policy = ErrorPolicy::report,
+                   const char *function = __builtin_FUNCTION(), uint32_t line = __builtin_LINE())
 {
-    return {function, (line % Way::lines * Way::channels + (channel - Way::first_channel)) * Way::failures +
-                          static_cast<uint32_t>(failure)};
+    return {function, (line % Route::lines * Route::calls * Route::channels + (channel - Route::first_channel)) *
+                              Route::policies +
+                          static_cast<uint32_t>(policy)};
 }
 
-// Where a record of each kind carries its command code.
-template <class Record>
-constexpr uint32_t Record::*command_of = nullptr;
-template <>
-inline constexpr uint32_t bsp_pon_msg::*command_of<bsp_pon_msg> = &bsp_pon_msg::cmd;
-template <>
-inline constexpr uint32_t bsp_pon_msg_ext::*command_of<bsp_pon_msg_ext> = &bsp_pon_msg_ext::cmd;
-template <>
-inline constexpr uint32_t bsp_plat_msg::*command_of<bsp_plat_msg> = &bsp_plat_msg::plat_cmd;
-template <>
-inline constexpr uint32_t bsp_onu_msg::*command_of<bsp_onu_msg> = &bsp_onu_msg::onu_cmd;
+// A failure that is not logged needs neither the operation's name nor its line.
+constexpr Route silently_on(uint32_t channel)
+{
+    return on(channel, ErrorPolicy::silent, nullptr, 0);
+}
 
 // The size bounds of result databases in shared memory.
 constexpr uint32_t small_view = 10240;
 constexpr uint32_t large_view = 1048576;
 
-// Response length words. The views' is that of a bsp_pon_msg_ext, whatever the request; no length offers no bytes, on
-// purpose: the answer comes another way.
-constexpr uint32_t view_length = sizeof(bsp_pon_msg_ext);
-constexpr uint32_t no_length = 0;
+// A response buffer: its size in bytes, all of which are cleared, and how many of them the response length word offers.
+// Both share a word, because functions pass it on to others.
+enum class Room : uint32_t {};
+
+constexpr Room room_of(uint32_t size, uint32_t offered)
+{
+    return Room{size << 16 | offered};
+}
+constexpr uint32_t size_of(Room room)
+{
+    return static_cast<uint32_t>(room) >> 16;
+}
+constexpr uint32_t offered_of(Room room)
+{
+    return static_cast<uint32_t>(room) & 0xFFFF;
+}
+
+// A whole record; and one of which no byte is offered, on purpose: the answer comes another way.
+template <class Record>
+constexpr Room whole = room_of(sizeof(Record), sizeof(Record));
+template <class Record>
+constexpr Room unoffered = room_of(sizeof(Record), 0);
+// The answers of views have this room, whatever their request.
+constexpr Room view_room = whole<bsp_pon_msg_ext>;
 
 // Zeroes `length` bytes. A call, because the compiler's own way to clear a record of known size is slower and larger.
 void clear(void *record, uint32_t length);
 
 // The result of an operation whose exchange failed with `ipc_result`, after the log line that its failure asks for.
-[[gnu::cold]] uint32_t failed(int32_t ipc_result, Way way);
+[[gnu::cold]] uint32_t failed(int32_t ipc_result, Route route);
 
-FRAME_SHARED uint32_t set(const void *record, uint32_t length, Way way)
+FRAME_SHARED uint32_t set(const void *record, uint32_t length, Route route)
 {
     uint32_t status = BSP_OK;
-    const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, way.channel(), record, length, &status);
-    return ipc_result ? failed(ipc_result, way) : status;
+    const int32_t ipc_result = ipc_set_exec(BSP_IPC_MODULE, route.channel(), record, length, &status);
+    return ipc_result ? failed(ipc_result, route) : status;
 }
 
 // Sends a record and returns the service's status word.
 template <class Record>
-FRAME_SHARED uint32_t set(const Record &record, Way way)
+FRAME_INLINE uint32_t set(const Record &record, Route route)
 {
-    return set(&record, sizeof record, way);
+    return set(&record, sizeof record, route);
 }
 
-FRAME_SHARED uint32_t get_into(const void *request, uint32_t request_length, void *response, uint32_t length, Way way)
+FRAME_SHARED uint32_t get_into(const void *request, uint32_t request_length, void *response, uint32_t length,
+                               Route route)
 {
     uint32_t status = BSP_OK;
     const int32_t ipc_result =
-        ipc_get_exec(BSP_IPC_MODULE, way.channel(), request, request_length, response, &length, &status);
-    return ipc_result ? failed(ipc_result, way) : status;
+        ipc_get_exec(BSP_IPC_MODULE, route.channel(), request, request_length, response, &length, &status);
+    return ipc_result ? failed(ipc_result, route) : status;
 }
 
 // Sends a record and receives the answer in `response`, at most `length` bytes of it. Returns the service's status
 // word.
 template <class Record>
-FRAME_INLINE uint32_t get_into(const Record &request, void *response, uint32_t length, Way way)
+FRAME_INLINE uint32_t get_into(const Record &request, void *response, uint32_t length, Route route)
 {
-    return get_into(&request, sizeof request, response, length, way);
+    return get_into(&request, sizeof request, response, length, route);
+}
+
+FRAME_SHARED uint32_t get_in_place(void *record, uint32_t length, Route route)
+{
+    return get_into(record, length, record, length, route);
 }
 
 // Sends a record and receives the answer in its place. Returns the service's status word.
 template <class Record>
-FRAME_INLINE uint32_t get_in_place(Record &record, Way way)
+FRAME_INLINE uint32_t get_in_place(Record &record, Route route)
 {
-    return get_into(record, &record, sizeof record, way);
+    return get_in_place(&record, sizeof record, route);
 }
 
 // Copies `count` bytes of what a response holds, zeros behind its end.
@@ -131,26 +156,17 @@ FRAME_SHARED void deliver(const void *held, uint32_t size, void *out, uint32_t c
 class Response
 {
 public:
-    // The response's length: what the call presets and, where that states no bound, a record of the request's length.
-    // It is not kept in here, where for all the compiler knows the exchange could change it.
-    static constexpr uint32_t size_for(uint32_t preset, uint32_t request_length)
-    {
-        return preset ? preset : request_length;
-    }
-
-    using Call = decltype(ipc_get_exec);
-
     // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
     // failed, and `result` is the operation's.
-    FRAME_SHARED bool receive(const void *request, uint32_t request_length, uint32_t preset, uint32_t &result, Way way,
-                              Call *exec = ipc_get_exec)
+    FRAME_SHARED bool receive(const void *request, uint32_t request_length, Room room, uint32_t &result, Route route)
     {
-        clear(bytes, size_for(preset, request_length));
+        clear(bytes, size_of(room));
+        uint32_t length = offered_of(room);
         uint32_t status = BSP_OK;
-        const int32_t ipc_result =
-            exec(BSP_IPC_MODULE, way.channel(), request, request_length, bytes, &preset, &status);
-        result = ipc_result ? failed(ipc_result, way) : status;
-        return ipc_result == IPC_OK;
+        const int32_t ipc_result = (route.is_datagram() ? ipc_dgram_get_exec : ipc_get_exec)(
+            BSP_IPC_MODULE, route.channel(), request, request_length, bytes, &length, &status);
+        result = ipc_result ? failed(ipc_result, route) : status;
+        return ipc_result == 0;
     }
 
     // The text at `offset`, which ends with the response's `size` bytes at the latest.
@@ -179,70 +195,70 @@ private:
     alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
 };
 
-FRAME_SHARED uint32_t get_database(const void *request, uint32_t request_length, uint32_t preset, const uint32_t &key,
-                                   uint32_t bound, db_handle **out, Way way)
+FRAME_SHARED uint32_t get_database(const void *request, uint32_t request_length, Room room, const uint32_t &key,
+                                   uint32_t bound, db_handle **out, Route route)
 {
     Response response;
     uint32_t result;
-    if (response.receive(request, request_length, preset, result, way)) *out = db_from_shmem(key, bound);
+    if (response.receive(request, request_length, room, result, route)) *out = db_from_shmem(key, bound);
     return result;
 }
 
 // Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
 // memory under `key`, which is read only after the exchange. Returns the service's status word.
 template <class Record>
-FRAME_INLINE uint32_t get_database(const Record &request, uint32_t preset, const uint32_t &key, uint32_t bound,
-                                   db_handle **out, Way way)
+FRAME_INLINE uint32_t get_database(const Record &request, Room room, const uint32_t &key, uint32_t bound,
+                                   db_handle **out, Route route)
 {
-    return get_database(&request, sizeof request, preset, key, bound, out, way);
+    return get_database(&request, sizeof request, room, key, bound, out, route);
 }
 
-FRAME_SHARED uint32_t get_block(const void *request, uint32_t request_length, uint32_t preset, uint32_t offset,
-                                void *out, uint32_t count, Way way)
+FRAME_SHARED uint32_t get_block(const void *request, uint32_t request_length, Room room, uint32_t offset, void *out,
+                                uint32_t count, Route route)
 {
     Response response;
     uint32_t result;
-    if (response.receive(request, request_length, preset, result, way))
-        response.copy(Response::size_for(preset, request_length), offset, out, count);
+    if (response.receive(request, request_length, room, result, route))
+        response.copy(size_of(room), offset, out, count);
     return result;
 }
 
 // Sends a record; then copies `count` bytes that start at `offset` of the response, zeros for what it does not hold.
 // Returns the service's status word.
 template <class Record>
-FRAME_INLINE uint32_t get_block(const Record &request, uint32_t preset, uint32_t offset, void *out, uint32_t count,
-                                Way way)
+FRAME_INLINE uint32_t get_block(const Record &request, uint32_t offset, void *out, uint32_t count, Route route,
+                                Room room = whole<Record>)
 {
-    return get_block(&request, sizeof request, preset, offset, out, count, way);
+    return get_block(&request, sizeof request, room, offset, out, count, route);
 }
 
-FRAME_SHARED bool get_text_database(const void *request, uint32_t request_length, uint32_t preset, uint32_t offset,
-                                    db_handle **out, uint32_t &result, Way way)
+FRAME_SHARED bool get_text_database(const void *request, uint32_t request_length, Room room, uint32_t offset,
+                                    db_handle **out, uint32_t &result, Route route)
 {
     Response response;
-    if (!response.receive(request, request_length, preset, result, way)) return false;
-    *out = db_from_string(response.text(Response::size_for(preset, request_length), offset));
+    if (!response.receive(request, request_length, room, result, route)) return false;
+    *out = db_from_string(response.text(size_of(room), offset));
     return true;
 }
 
 // Sends a record; then makes a database of the text that starts at `offset` of the response. True: `result` is the
 // service's status word. False: the exchange failed, and `result` is the operation's.
 template <class Record>
-FRAME_INLINE bool get_text_database(const Record &request, uint32_t preset, uint32_t offset, db_handle **out,
-                                    uint32_t &result, Way way)
+FRAME_INLINE bool get_text_database(const Record &request, Room room, uint32_t offset, db_handle **out,
+                                    uint32_t &result, Route route)
 {
-    return get_text_database(&request, sizeof request, preset, offset, out, result, way);
+    return get_text_database(&request, sizeof request, room, offset, out, result, route);
 }
 
 // Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
 // service's status word.
 template <class Record>
-FRAME_SHARED uint32_t get_text(const Record &request, uint32_t preset, uint32_t offset, char *out, Way way)
+FRAME_SHARED uint32_t get_text(const Record &request, Room room, uint32_t offset, char *out, Route route)
 {
     Response response;
     uint32_t result;
-    if (response.receive(&request, sizeof request, preset, result, way) && out)
-        __builtin_strcpy(out, response.text(Response::size_for(preset, sizeof request), offset));
+    if (response.receive(&request, sizeof request, room, result, route) && out)
+        __builtin_strcpy(out, response.text(size_of(room), offset));
     return result;
 }
 

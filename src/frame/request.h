@@ -19,21 +19,51 @@ FRAME_SHARED void put_block(uint8_t *to, uint32_t room, const void *block, uint3
     if (block) __builtin_memcpy(to, block, count < room ? count : room);
 }
 
+// Where a record of each kind carries its command code, and the port and the id on it that it is about.
+template <class Record>
+struct Head;
+template <>
+struct Head<bsp_pon_msg> {
+    static constexpr auto command = &bsp_pon_msg::cmd, port = &bsp_pon_msg::pon_port, id = &bsp_pon_msg::onu_id;
+};
+template <>
+struct Head<bsp_pon_msg_ext> {
+    static constexpr auto command = &bsp_pon_msg_ext::cmd;
+};
+template <>
+struct Head<bsp_plat_msg> {
+    static constexpr auto command = &bsp_plat_msg::plat_cmd, port = &bsp_plat_msg::plat_port,
+                          id = &bsp_plat_msg::plat_arg4;
+};
+template <>
+struct Head<bsp_onu_msg> {
+    static constexpr auto command = &bsp_onu_msg::onu_cmd, port = &bsp_onu_msg::onu_pon_port,
+                          id = &bsp_onu_msg::onu_onu_id;
+};
+
 template <class Record>
 class Request
 {
 public:
-    explicit Request(uint32_t command)
+    FRAME_SHARED explicit Request(uint32_t command)
     {
         clear(&record, sizeof record);
-        record.*command_of<Record> = command;
+        record.*Head<Record>::command = command;
+    }
+
+    FRAME_SHARED Request(uint32_t command, uint32_t port, uint32_t id)
+    {
+        clear(&record, sizeof record);
+        record.*Head<Record>::command = command;
+        record.*Head<Record>::port = port;
+        record.*Head<Record>::id = id;
     }
 
     // A copy of the caller's record, with the operation's own command code.
     Request(uint32_t command, const Record &callers)
     {
         __builtin_memcpy(&record, &callers, sizeof record);
-        record.*command_of<Record> = command;
+        record.*Head<Record>::command = command;
     }
 
     Record *operator->() { return &record; }

@@ -8,25 +8,29 @@ namespace frame
 {
 
 // A null `mac` names no ONU by its MAC address; a null block is none.
-FRAME_SHARED uint32_t send(uint32_t pon_port, uint32_t onu_id, uint32_t command, const uint8_t *mac, Way way,
+FRAME_SHARED uint32_t send(uint32_t pon_port, uint32_t onu_id, uint32_t command, const uint8_t *mac, Route route,
                            uint32_t value = 0, const void *block = nullptr, uint32_t size = 0)
 {
-    Request<bsp_pon_msg> request{command};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
+    Request<bsp_pon_msg> request{command, pon_port, onu_id};
     request->arg_value = value;
     if (mac) request.put_mac(mac);
     request.put(&bsp_pon_msg::data429, block, size);
-    return set(*request, way);
+    return set(*request, route);
+}
+
+// A copy of the caller's record, with the operation's command.
+FRAME_SHARED uint32_t send_copy(const bsp_pon_msg *record, uint32_t command, Route route)
+{
+    return set(*Request{command, *record}, route);
 }
 
 // The caller's record itself, which must be there and keeps the operation's command.
 template <class Record>
-FRAME_SHARED uint32_t send_stamped(Record *record, uint32_t command, Way way)
+FRAME_SHARED uint32_t send_stamped(Record *record, uint32_t command, Route route)
 {
     if (!record) return BSP_ERR_PARAM;
-    record->*command_of<Record> = command;
-    return set(*record, way);
+    record->*Head<Record>::command = command;
+    return set(*record, route);
 }
 
 } // namespace frame

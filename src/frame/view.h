@@ -7,21 +7,44 @@
 namespace frame
 {
 
+// A view's command, and the bound of its database in KiB.
+struct View {
+    uint16_t command;
+    uint16_t kibibytes;
+
+    constexpr View(uint32_t code, uint32_t bound)
+        : command(static_cast<uint16_t>(code)), kibibytes(static_cast<uint16_t>(bound / 1024))
+    {
+    }
+    uint32_t bound() const { return kibibytes * 1024u; }
+};
+
 // Of the PON channel, of a port or an ONU.
-FRAME_SHARED uint32_t get_view(uint32_t pon_port, uint32_t onu_id, uint32_t command, db_handle **db_out, uint32_t bound,
-                               Way way, uint32_t preset = sizeof(bsp_pon_msg))
+FRAME_SHARED uint32_t get_view(uint32_t pon_port, uint32_t onu_id, View view, db_handle **db_out, Route route)
 {
-    Request<bsp_pon_msg> request{command};
-    request->pon_port = pon_port;
-    request->onu_id = onu_id;
-    return get_database(*request, preset, command, bound, db_out, way);
+    const uint32_t command = view.command;
+    Request<bsp_pon_msg> request{command, pon_port, onu_id};
+    return get_database(*request, whole<bsp_pon_msg>, command, view.bound(), db_out, route);
 }
 
-// The same of a channel of its own, of the whole OLT.
-FRAME_SHARED uint32_t get_view_of_all(uint32_t command, db_handle **db_out, Way way)
+// Of a channel of its own, of the whole OLT.
+FRAME_SHARED uint32_t get_view_of_all(uint32_t command, db_handle **db_out, Route route)
 {
     Request<bsp_pon_msg_ext> request{command};
-    return get_database(*request, sizeof *request, command, small_view, db_out, way);
+    return get_database(*request, whole<bsp_pon_msg_ext>, command, small_view, db_out, route);
+}
+
+// A view that goes through the general query, of the whole OLT: nothing but its command is asked.
+FRAME_SHARED uint32_t get_stored_view(uint32_t command, db_handle **db_out)
+{
+    return bsp_pon_config_by_db(db_out, &*Request<bsp_pon_msg>{command});
+}
+
+// The same of what the caller's record says.
+FRAME_SHARED uint32_t get_stored_view(uint32_t command, db_handle **db_out, bsp_pon_msg *record)
+{
+    record->cmd = command;
+    return bsp_pon_config_by_db(db_out, record);
 }
 
 } // namespace frame

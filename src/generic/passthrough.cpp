@@ -1,9 +1,22 @@
 // Any command of the PON channel, without an operation of its own.
-#include "frame/view.h"
+#include "frame/exchange.h"
+#include "frame/request.h"
 
-using frame::get_view;
 using frame::on;
 using frame::Request;
+using frame::Route;
+
+namespace
+{
+
+FRAME_SHARED uint32_t get_by_command(uint32_t pon_port, uint32_t onu_id, uint32_t command, db_handle **db_out,
+                                     uint32_t bound, Route route)
+{
+    Request<bsp_pon_msg> request{command, pon_port, onu_id};
+    return frame::get_database(*request, frame::unoffered<bsp_pon_msg>, command, bound, db_out, route);
+}
+
+} // namespace
 
 uint32_t bsp_pon_exec_get(bsp_pon_msg *record)
 {
@@ -17,22 +30,22 @@ uint32_t bsp_pon_exec_set(const bsp_pon_msg *record)
 
 uint32_t bsp_pon_exec_get_json(uint32_t cmd, uint32_t pon_port, uint32_t, db_handle **db_out)
 {
-    return get_view(pon_port, 0, cmd, db_out, frame::small_view, on(BSP_MSG_PON), frame::no_length);
+    return get_by_command(pon_port, 0, cmd, db_out, frame::small_view, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_exec_get_json_(uint32_t cmd, uint32_t pon_port, uint32_t, db_handle **db_out)
 {
-    return get_view(pon_port, 0, cmd, db_out, frame::large_view, on(BSP_MSG_PON), frame::no_length);
+    return get_by_command(pon_port, 0, cmd, db_out, frame::large_view, on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char *name_out)
 {
-    Request<bsp_pon_msg> request{cmd};
-    request->pon_port = pon_port;
-    return frame::get_text(*request, frame::no_length, offsetof(bsp_pon_msg, data429), name_out, on(BSP_MSG_PON));
+    Request<bsp_pon_msg> request{cmd, pon_port, 0};
+    return frame::get_text(*request, frame::unoffered<bsp_pon_msg>, offsetof(bsp_pon_msg, data429), name_out,
+                           on(BSP_MSG_PON));
 }
 
 uint32_t bsp_pon_exec_get_onu_json(uint32_t cmd, uint32_t pon_port, uint32_t onu_id, uint32_t, db_handle **db_out)
 {
-    return get_view(pon_port, onu_id, cmd, db_out, frame::large_view, on(BSP_MSG_PON), frame::no_length);
+    return get_by_command(pon_port, onu_id, cmd, db_out, frame::large_view, on(BSP_MSG_PON));
 }

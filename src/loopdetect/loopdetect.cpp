@@ -3,18 +3,18 @@
 
 using frame::on;
 using frame::Request;
-using frame::Way;
+using frame::Route;
 
 namespace
 {
 
 constexpr uint32_t config_size = 80;
 
-FRAME_SHARED uint32_t send(uint32_t command, uint32_t setting, Way way = on(BSP_MSG_LOOP_DETECT))
+FRAME_SHARED uint32_t send(uint32_t command, uint32_t setting, Route route = on(BSP_MSG_LOOP_DETECT))
 {
     Request<bsp_pon_msg_ext> request{command};
     request->ext_arg = setting;
-    return frame::set(*request, way);
+    return frame::set(*request, route);
 }
 
 } // namespace
@@ -51,7 +51,6 @@ uint32_t bsp_pon_get_loop_detect_info(db_handle **db_out)
 
 uint32_t bsp_pon_get_loop_detect_config(void *cfg)
 {
-    return frame::get_block(*Request<bsp_pon_msg_ext>{BSP_CMD_LOOP_CONFIG_GET}, sizeof(bsp_pon_msg_ext),
-                            offsetof(bsp_pon_msg_ext, ext_payload), cfg, config_size,
-                            on(BSP_MSG_LOOP_DETECT, frame::Failure::silent));
+    return frame::get_block(*Request<bsp_pon_msg_ext>{BSP_CMD_LOOP_CONFIG_GET}, offsetof(bsp_pon_msg_ext, ext_payload),
+                            cfg, config_size, frame::silently_on(BSP_MSG_LOOP_DETECT));
 }

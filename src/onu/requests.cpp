@@ -1,71 +1,75 @@
 // What an ONU is asked, or told, over its OAM link by a command code and a block: three general requests, and those
 // with a fixed code that go through them.
-#include "onu/remote.h"
+#include "frame/onu.h"
 
 using frame::on;
 
 uint32_t bsp_pon_onu_ctc_get_info(uint32_t pon_port, uint32_t onu_id, uint32_t cmd, void *out, uint32_t out_len)
 {
-    return onu::ask_if_wanted(pon_port, onu_id, 0, out, BSP_MSG_ONU_INFO, cmd, out_len);
+    return frame::ask_onu_if_wanted(pon_port, onu_id, 0, out, BSP_MSG_ONU_INFO, cmd, out_len);
 }
 
 uint32_t bsp_pon_onu_ctc_set_info(uint32_t pon_port, uint32_t onu_id, uint32_t cmd, const void *data, uint32_t data_len)
 {
-    return onu::tell(pon_port, onu_id, cmd, data, data_len, 0, on(BSP_MSG_ONU_INFO, frame::Failure::silent));
+    return frame::set_onu(pon_port, onu_id, cmd, data, data_len, 0, frame::silently_on(BSP_MSG_ONU_INFO));
 }
 
 uint32_t bsp_pon_onu_ctc_port_get(uint32_t pon_port, uint32_t onu_id, uint16_t uni_port, uint32_t cmd, void *out,
                                   const uint32_t *out_len)
 {
     if (!out) return BSP_ERR_PARAM;
-    auto request = onu::request_to(cmd, pon_port, onu_id, uni_port);
-    return frame::get_block(*request, sizeof *request, onu::data_offset, out, *out_len,
-                            on(BSP_MSG_ONU_INFO, frame::Failure::pass));
+    auto request = frame::request_to_onu(cmd, pon_port, onu_id, uni_port);
+    frame::Response response;
+    uint32_t result;
+    if (response.receive(&*request, sizeof *request, frame::whole<bsp_onu_msg>, result,
+                         on(BSP_MSG_ONU_INFO, frame::ErrorPolicy::pass)))
+        response.copy(sizeof *request, frame::onu_data_offset, out, *out_len); // the length counts from here on
+    return result;
 }
 
 uint32_t bsp_pon_onu_ctc_get_sn(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_SN_GET, out, 54);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_SN_GET, 54});
 }
 
 uint32_t bsp_pon_onu_ctc_get_fw(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_FW_GET, out, 128);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_FW_GET, 128});
 }
 
 uint32_t bsp_pon_onu_ctc_get_chipid(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_CHIP_ID_GET, out, 8);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_CHIP_ID_GET, 8});
 }
 
 uint32_t bsp_pon_onu_ctc_get_cap(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_CAP_GET, out, 26);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_CAP_GET, 26});
 }
 
 uint32_t bsp_pon_onu_ctc_get_cap2(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_CAP2_GET, out, 64);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_CAP2_GET, 64});
 }
 
 uint32_t bsp_pon_onu_ctc_get_sla(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_SLA_GET, out, 88);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_SLA_GET, 88});
 }
 
 uint32_t bsp_pon_onu_ctc_get_onuinfo(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_ABOUT_GET, out, 8058);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_ABOUT_GET, 8058});
 }
 
 uint32_t bsp_pon_onu_ctc_get_upgrade_status(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_IMAGE_STATUS_GET, out, 20);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_IMAGE_STATUS_GET, 20});
 }
 
 uint32_t bsp_pon_onu_ctc_get_catv_status(uint32_t pon_port, uint32_t onu_id, void *out)
 {
-    return bsp_pon_onu_ctc_get_info(pon_port, onu_id, BSP_CMD_ONU_CATV_STATE_GET, out, 1);
+    return frame::ask_about_onu(pon_port, onu_id, out, {BSP_CMD_ONU_CATV_STATE_GET, 1});
 }
 
 uint32_t bsp_pon_onu_ctc_upgrade(uint32_t pon_port, uint32_t onu_id, const void *data, uint32_t data_len)

@@ -1,9 +1,9 @@
 // The OLT's forwarding database (FDB) and its MAC tables.
-#include "platform/requests.h"
+#include "frame/platform.h"
 
 using frame::on;
 using frame::Request;
-using frame::Way;
+using frame::Route;
 
 namespace
 {
@@ -12,24 +12,24 @@ constexpr uint32_t config_size = 12;
 constexpr uint32_t filter_size = 16;
 constexpr uint32_t query_size = 92;
 
-FRAME_SHARED uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word, Way way = on(BSP_MSG_PLAT))
+FRAME_SHARED uint32_t look_up(uint32_t command, const void *query, uint32_t *result_word,
+                              Route route = on(BSP_MSG_PLAT))
 {
     Request<bsp_plat_msg> request{command};
     request.copy<query_size>(&bsp_plat_msg::plat_data, query);
-    return frame::get_block(*request, sizeof *request, offsetof(bsp_plat_msg, plat_arg120), result_word,
-                            sizeof *result_word, way);
+    return frame::get_block(*request, offsetof(bsp_plat_msg, plat_arg120), result_word, sizeof *result_word, route);
 }
 
 } // namespace
 
 uint32_t bsp_pon_plat_fdb_cfg_set(const void *cfg)
 {
-    return platform::send(0, 0, BSP_CMD_FDB_CFG_SET, cfg, config_size);
+    return frame::set_platform(0, 0, cfg, {BSP_CMD_FDB_CFG_SET, config_size});
 }
 
 uint32_t bsp_pon_plat_fdb_flush(const void *filter)
 {
-    return platform::send(0, 0, BSP_CMD_FDB_FLUSH, filter, filter_size);
+    return frame::set_platform(0, 0, filter, {BSP_CMD_FDB_FLUSH, filter_size});
 }
 
 uint32_t bsp_pon_plat_mac_age_get(uint32_t *first, uint32_t *second)
@@ -37,7 +37,7 @@ uint32_t bsp_pon_plat_mac_age_get(uint32_t *first, uint32_t *second)
     Request<bsp_plat_msg> request{BSP_CMD_MAC_AGE_GET};
     frame::Response response;
     uint32_t result;
-    if (response.receive(&*request, sizeof *request, sizeof *request, result, on(BSP_MSG_PLAT))) {
+    if (response.receive(&*request, sizeof *request, frame::whole<bsp_plat_msg>, result, on(BSP_MSG_PLAT))) {
         *first = response.word(offsetof(bsp_plat_msg, plat_arg120));
         *second = response.word(offsetof(bsp_plat_msg, plat_arg112));
     }

@@ -8,12 +8,13 @@ namespace
 
 // The result is named by the command code that stands in the answer.
 FRAME_SHARED uint32_t get_in_place_database(void *record, uint32_t length, const uint32_t &key, db_handle **db_out,
-                                            frame::Way way)
+                                            frame::Route route)
 {
     uint32_t received = length;
     uint32_t status = BSP_OK;
-    const int32_t ipc_result = ipc_get_exec(BSP_IPC_MODULE, way.channel(), record, length, record, &received, &status);
-    if (ipc_result) return frame::failed(ipc_result, way);
+    const int32_t ipc_result =
+        ipc_get_exec(BSP_IPC_MODULE, route.channel(), record, length, record, &received, &status);
+    if (ipc_result) return frame::failed(ipc_result, route);
     *db_out = db_from_shmem(key, frame::small_view);
     return status;
 }

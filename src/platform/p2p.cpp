@@ -1,10 +1,10 @@
 // P2P forwarding between ONUs.
-#include "platform/requests.h"
+#include "frame/platform.h"
 
 using frame::on;
 using frame::Request;
+using frame::Route;
 using frame::set;
-using frame::Way;
 
 namespace
 {
@@ -14,14 +14,13 @@ constexpr uint32_t entry_size = 12;
 
 // Both forms of a forwarding entry; the one that matches everything has no `arg108`.
 FRAME_SHARED uint32_t set_entry(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry,
-                                Way way = on(BSP_MSG_PLAT))
+                                Route route = on(BSP_MSG_PLAT))
 {
-    Request<bsp_plat_msg> request{BSP_CMD_P2P_ENTRY_SET};
-    request->plat_port = pon_port;
+    Request<bsp_plat_msg> request{BSP_CMD_P2P_ENTRY_SET, pon_port, 0};
     request->plat_arg108 = arg108;
     request->plat_arg104 = arg104;
     request.copy<entry_size>(&bsp_plat_msg::plat_data, entry);
-    return set(*request, way);
+    return set(*request, route);
 }
 
 } // namespace
@@ -37,24 +36,21 @@ uint32_t bsp_p2p_state_set(uint32_t first, uint32_t second, uint8_t state)
 
 uint32_t bsp_onu_p2p_own_port_set(uint32_t pon_port, uint32_t value)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_P2P_OWN_PORT_SET};
-    request->plat_port = pon_port;
+    Request<bsp_plat_msg> request{BSP_CMD_P2P_OWN_PORT_SET, pon_port, 0};
     request->plat_arg116 = value;
     return set(*request, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_onu_p2p_own_port_get(uint32_t pon_port, uint32_t *value)
 {
-    Request<bsp_plat_msg> request{BSP_CMD_P2P_OWN_PORT_GET};
-    request->plat_port = pon_port;
-    return frame::get_block(*request, sizeof *request, offsetof(bsp_plat_msg, plat_arg116), value, sizeof *value,
-                            on(BSP_MSG_PLAT));
+    Request<bsp_plat_msg> request{BSP_CMD_P2P_OWN_PORT_GET, pon_port, 0};
+    return frame::get_block(*request, offsetof(bsp_plat_msg, plat_arg116), value, sizeof *value, on(BSP_MSG_PLAT));
 }
 
 uint32_t bsp_pon_get_p2p_state(db_handle **db_out)
 {
     uint32_t result;
-    frame::get_text_database(*Request<bsp_plat_msg>{BSP_CMD_P2P_STATE_GET}, sizeof(bsp_plat_msg),
+    frame::get_text_database(*Request<bsp_plat_msg>{BSP_CMD_P2P_STATE_GET}, frame::whole<bsp_plat_msg>,
                              offsetof(bsp_plat_msg, plat_data), db_out, result, on(BSP_MSG_PLAT));
     return result;
 }
@@ -71,5 +67,5 @@ uint32_t bsp_p2p_entry_set_matchall(uint32_t pon_port, uint32_t arg104, const vo
 
 uint32_t bsp_p2p_cfg_set(uint32_t pon_port, uint32_t arg108, const void *cfg)
 {
-    return platform::send(pon_port, 0, BSP_CMD_P2P_CFG_SET, cfg, config_size, arg108);
+    return frame::set_platform_words(pon_port, 0, cfg, {BSP_CMD_P2P_CFG_SET, config_size}, arg108, 0);
 }

@@ -3,18 +3,18 @@
 
 using frame::on;
 using frame::Request;
-using frame::Way;
+using frame::Route;
 
 namespace
 {
 
 constexpr uint32_t block_size = 400;
 
-FRAME_SHARED uint32_t send(uint32_t command, const void *block, Way way = on(BSP_MSG_UPGRADE))
+FRAME_SHARED uint32_t send(uint32_t command, const void *block, Route route = on(BSP_MSG_UPGRADE))
 {
     Request<bsp_pon_msg_ext> request{command};
     request.copy<block_size>(&bsp_pon_msg_ext::ext_payload, block);
-    return frame::set(*request, way);
+    return frame::set(*request, route);
 }
 
 } // namespace

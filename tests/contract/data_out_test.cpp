@@ -103,6 +103,45 @@ TEST_P(DataOut, AsksForNothingElse)
 
 ON_ARGUMENTS(DataOut, delivered_as_they_stand([](const Argument &each) { return is_data_out(each); }));
 
+// A length behind a pointer belongs to the copy, which comes after the exchange.
+class LengthBehindAPointer : public OfArgument
+{
+protected:
+    const Argument &block = operation.arguments[static_cast<size_t>(argument.other)];
+};
+
+TEST_P(LengthBehindAPointer, IsNotReadWhereTheExchangeFailed)
+{
+    subject.set_null(argument);
+    script_exchange(-4, 0, {});
+    EXPECT_EQ(subject.call(), 0xFFFFFFFCu);
+    EXPECT_TRUE(subject.memory(block).unchanged());
+}
+
+TEST_P(LengthBehindAPointer, IsNotReadWhereTheBlockIsRefused)
+{
+    subject.set_null(argument);
+    subject.set_null(block);
+    EXPECT_EQ(subject.call(), 3003u);
+}
+
+TEST_P(LengthBehindAPointer, IsReadAfterTheExchange)
+{
+    const Bytes full(operation.response_size, 0x5A);
+    rb_answer answer = {};
+    answer.during = [](const rb_exchange *, void *length) { *static_cast<uint32_t *>(length) = 3; };
+    answer.context = subject.pointer(argument);
+    answer.bytes = full.data();
+    answer.length = operation.response_size;
+    rb_script_answer(&answer);
+    EXPECT_EQ(subject.call(), 0u);
+    Bytes expected = subject.memory(block).as_lent();
+    std::fill_n(expected.begin(), 3, 0x5A);
+    EXPECT_EQ(subject.memory(block).bytes(), expected);
+}
+
+ON_ARGUMENTS(LengthBehindAPointer, arguments_of(ArgumentType::length_at));
+
 // Of as many bytes as the caller wants.
 class DataOutOfLength : public OfArgument
 {

@@ -53,6 +53,22 @@ TEST_P(Request, IsAWholeRecordOrAHeaderAndThePayload)
     EXPECT_EQ(only_exchange().request_length, subject.expected_request().size());
 }
 
+// What is sent of a payload says nothing of the buffer behind it.
+TEST_P(Request, BufferIsClearBehindWhatIsSent)
+{
+    static Bytes behind;
+    static uint32_t size;
+    size = operation.record->size;
+    rb_answer answer = {};
+    answer.during = [](const rb_exchange *exchange, void *) {
+        const auto *request = static_cast<const uint8_t *>(exchange->request);
+        behind.assign(request + exchange->request_length, request + size);
+    };
+    rb_script_answer(&answer);
+    subject.call();
+    EXPECT_EQ(behind, Bytes(size - only_exchange().request_length));
+}
+
 TEST_P(Request, IsAlignedForWords)
 {
     subject.call();

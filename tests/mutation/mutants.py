@@ -7,7 +7,7 @@ COMMENT_OR_TEXT = re.compile(r'//[^\n]*|"(?:\\.|[^"\\\n])*"')
 FUNCTION = re.compile(r"^uint32_t (\w+)\(([^)]*)\)\n\{\n(.*?)^\}", re.MULTILINE | re.DOTALL)
 NOT_A_STATEMENT = r"(?!return|const|using|static|template|uint32_t|int32_t|char|alignas|extern|friend|explicit|break)"
 OPERAND = r"(?:[^:?;()\n]|::|\([^()\n]*\))+"
-FAILURES = ["report", "pass", "silent"]
+POLICIES = ["report", "pass", "silent"]
 
 
 @dataclasses.dataclass(frozen=True)
@@ -119,17 +119,17 @@ class Source:
 
     def failures(self):
         """What becomes of a failed exchange."""
-        self.replace("failure", r"\b(set|get_in_place)(?=\(BSP_MSG)", r"\1<frame::Failure::pass>",
-                     r"\1<frame::Failure::silent>")
-        self.replace("failure", r"(?<=frame::no_length)(?=>\(BSP_MSG)", ", frame::Failure::pass",
-                     ", frame::Failure::silent")
-        self.replace("failure", r"\bFailure::(\w+)",
-                     lambda match: [f"Failure::{other}" for other in FAILURES if other != match[1]])
+        self.replace("policy", r"\bon\((BSP_MSG_\w+)\)", r"on(\1, frame::ErrorPolicy::pass)",
+                     r"on(\1, frame::ErrorPolicy::silent)")
+        self.replace("policy", r"\bErrorPolicy::(\w+)",
+                     lambda match: [f"ErrorPolicy::{other}" for other in POLICIES if other != match[1]])
+        self.replace("policy", r"\bsilently_on\b", "on")
+        self.replace("call", r"\.by_datagram\(\)", "")
         self.replace("status", r"\bBSP_ERR_IPC\b", "BSP_ERR_NOMEM")
         self.replace("status", r"\bBSP_OK\b", "BSP_ERR_IPC")
         self.replace("log", r"\buserlog_err\b", "userlog_debug")
-        self.replace("log", r"\bsite\.function\b", '"frame"')
-        self.replace("log", r"\bsite\.line\b", "0")
+        self.replace("log", r"\broute\.function\b", '"frame"')
+        self.replace("log", r"\broute\.line\(\)", "0")
         for match in re.finditer(r'"[^"\n]* failed[^"\n]*"', self.text):
             self.alter("log", *match.span(), match[0].replace("\\n", ""))
             self.alter("log", *match.span(), match[0].replace("failed", "failure"))
@@ -139,7 +139,9 @@ class Source:
         """Where an answer goes and how long it may be."""
         self.replace("bound", r"\bframe::small_view\b", "frame::large_view")
         self.replace("bound", r"\bframe::large_view\b", "frame::small_view")
-        self.replace("preset", r"\bframe::no_length\b", "sizeof(bsp_pon_msg)", "1044")
+        self.replace("room", r"\b(frame::)?(whole|unoffered)<(\w+)>",
+                     lambda match: [f"{match[1] or ''}{'whole' if match[2] == 'unoffered' else 'unoffered'}<{match[3]}>"])
+        self.replace("room", r"\bframe::view_room\b", "frame::whole<bsp_pon_msg>")
         self.replace("place", r"\bframe::get_in_place\b", "frame::set")
 
     def statements(self):

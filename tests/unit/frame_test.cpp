@@ -10,7 +10,7 @@
 namespace
 {
 
-using frame::Failure;
+using frame::ErrorPolicy;
 using frame::on;
 using frame::Request;
 
@@ -34,6 +34,7 @@ protected:
         rb_script_answer(&answer);
     }
 
+    static constexpr frame::Room whole = frame::whole<bsp_pon_msg>;
     Request<bsp_pon_msg> request{7};
 };
 
@@ -47,34 +48,34 @@ TEST_F(Frame, ReportedFailureIsLoggedAndAStatusOfTheLibrary)
 TEST_F(Frame, PassedFailureIsLoggedAndTheIpcValue)
 {
     fail_with(-3);
-    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON, Failure::pass)), 0xFFFFFFFDu);
+    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON, ErrorPolicy::pass)), 0xFFFFFFFDu);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
 TEST_F(Frame, SilentFailureIsTheIpcValueAlone)
 {
     fail_with(-3);
-    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON, Failure::silent)), 0xFFFFFFFDu);
+    EXPECT_EQ(frame::set(*request, on(BSP_MSG_PON, ErrorPolicy::silent)), 0xFFFFFFFDu);
     EXPECT_EQ(rb_logs(), 0u);
 }
 
-TEST_F(Frame, GetInPlaceFailsByItsStyle)
+TEST_F(Frame, GetInPlaceFailsByItsPolicy)
 {
     bsp_pon_msg record = {};
     fail_with(9);
-    EXPECT_EQ(frame::get_in_place(record, on(BSP_MSG_PON, Failure::pass)), 9u);
+    EXPECT_EQ(frame::get_in_place(record, on(BSP_MSG_PON, ErrorPolicy::pass)), 9u);
     fail_with(9);
-    EXPECT_EQ(frame::get_in_place(record, on(BSP_MSG_PON, Failure::silent)), 9u);
+    EXPECT_EQ(frame::get_in_place(record, on(BSP_MSG_PON, ErrorPolicy::silent)), 9u);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
-TEST_F(Frame, GetDatabaseFailsByItsStyle)
+TEST_F(Frame, GetDatabaseFailsByItsPolicy)
 {
     db_handle *handle;
     fail_with(9);
-    EXPECT_EQ(frame::get_database(*request, 944, request->cmd, 1, &handle, on(BSP_MSG_PON, Failure::pass)), 9u);
+    EXPECT_EQ(frame::get_database(*request, whole, request->cmd, 1, &handle, on(BSP_MSG_PON, ErrorPolicy::pass)), 9u);
     fail_with(9);
-    EXPECT_EQ(frame::get_database(*request, 944, request->cmd, 1, &handle, on(BSP_MSG_PON, Failure::silent)), 9u);
+    EXPECT_EQ(frame::get_database(*request, whole, request->cmd, 1, &handle, on(BSP_MSG_PON, ErrorPolicy::silent)), 9u);
     EXPECT_EQ(rb_logs(), 1u);
 }
 
@@ -90,17 +91,34 @@ TEST_F(Frame, LogLineNamesTheCallersFunctionAndLine)
 TEST_F(Frame, ResponseLongerThanTheRecordIsOfferedAndClearedWhole)
 {
     db_handle *handle;
-    frame::get_database(*request, 1044, request->cmd, 1, &handle, on(BSP_MSG_PON));
+    frame::get_database(*request, frame::view_room, request->cmd, 1, &handle, on(BSP_MSG_PON));
     EXPECT_EQ(rb_exchange_at(0)->preset, 1044u);
     for (uint32_t i = 0; i < 1044; ++i)
         ASSERT_EQ(rb_exchange_at(0)->before[i], 0) << i;
 }
 
-TEST_F(Frame, PresetShorterThanTheRecordIsOfferedAsItIs)
+TEST_F(Frame, LengthShorterThanTheRoomIsOfferedAsItIs)
 {
     db_handle *handle;
-    frame::get_database(*request, 776, request->cmd, 1, &handle, on(BSP_MSG_PON));
+    frame::get_database(*request, frame::room_of(1044, 776), request->cmd, 1, &handle, on(BSP_MSG_PON));
     EXPECT_EQ(rb_exchange_at(0)->preset, 776u);
+}
+
+TEST_F(Frame, RouteKeepsChannelCallPolicyAndLine)
+{
+    for (const uint32_t channel : {BSP_MSG_PON, BSP_MSG_PROFILE, BSP_MSG_LOOP_DETECT})
+        for (const ErrorPolicy policy : {ErrorPolicy::report, ErrorPolicy::pass, ErrorPolicy::silent})
+            for (const uint32_t line : {0u, 1u, 511u}) {
+                const frame::Route route = on(channel, policy, "operation", line);
+                for (const frame::Route &each : {route, route.by_datagram()}) {
+                    EXPECT_EQ(each.channel(), channel);
+                    EXPECT_EQ(each.policy(), policy);
+                    EXPECT_EQ(each.line(), static_cast<int>(line));
+                    EXPECT_STREQ(each.function, "operation");
+                }
+                EXPECT_FALSE(route.is_datagram());
+                EXPECT_TRUE(route.by_datagram().is_datagram());
+            }
 }
 
 TEST_F(Frame, DatabaseKeyIsReadAfterTheExchange)
@@ -111,7 +129,7 @@ TEST_F(Frame, DatabaseKeyIsReadAfterTheExchange)
         static_cast<bsp_pon_msg *>(exchange->request)->cmd = 0xABCD;
     };
     rb_script_answer(&answer);
-    frame::get_database(*request, 944, request->cmd, 1, &handle, on(BSP_MSG_PON));
+    frame::get_database(*request, whole, request->cmd, 1, &handle, on(BSP_MSG_PON));
     EXPECT_EQ(rb_db_at(0)->key, 0xABCDu);
 }
 
@@ -121,7 +139,7 @@ TEST_F(Frame, TextOfALongerResponseMayReachItsEnd)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     char text[1044 - 20] = {};
-    frame::get_text(*request, 1044, 20, text, on(BSP_MSG_PON));
+    frame::get_text(*request, frame::view_room, 20, text, on(BSP_MSG_PON));
     EXPECT_EQ(text, std::string(1044 - 20 - 1, 'x'));
 }
 
@@ -131,7 +149,7 @@ TEST_F(Frame, BlockBeyondTheResponseIsFilledUpWithZeros)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     std::string block(2000, '.');
-    frame::get_block(*request, 944, 429, block.data(), 1999, on(BSP_MSG_PON));
+    frame::get_block(*request, 429, block.data(), 1999, on(BSP_MSG_PON));
     EXPECT_EQ(block, std::string(944 - 429, 'x') + std::string(1999 - (944 - 429), '\0') + '.');
 }
 
@@ -141,7 +159,7 @@ TEST_F(Frame, BlockAtTheEndOfTheResponseMayEndWithIt)
     std::memset(full, 'x', sizeof full);
     answer_with(full, sizeof full);
     std::string block(516, '.');
-    frame::get_block(*request, 944, 429, block.data(), 515, on(BSP_MSG_PON));
+    frame::get_block(*request, 429, block.data(), 515, on(BSP_MSG_PON));
     EXPECT_EQ(block, std::string(515, 'x') + '.');
 }
 
