@@ -25,15 +25,11 @@ demo: packages
 	@cmake --build --preset release --target ponsim ponctl bind_example -- --quiet
 	@examples/demo build/release
 
-test: $(TEST_PRESETS:%=test-%)
-
-# One configuration after the other, whatever -j says: each uses all processors itself.
-.NOTPARALLEL:
+test: packages
+	@tests/run $(TEST_PRESETS)
 
 $(TEST_PRESETS:%=test-%): test-%: packages
-	cmake --preset $* --log-level=WARNING >/dev/null
-	cmake --build --preset $* -- --quiet
-	ctest --preset $*
+	@tests/run $*
 
 bench: packages
 	cmake --preset release --log-level=WARNING >/dev/null
