@@ -6,7 +6,7 @@
 #include "board/datastore.h"
 #include "board/util.h"
 #include "errors.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -208,8 +208,8 @@ std::vector<std::string_view> input_names(const Operation &operation)
 {
     const auto names = input_names(operation);
     if (names.empty()) throw UsageError(name + ": " + std::string(operation.name) + " takes no arguments");
-    throw UsageError(name + ": not an argument of " + std::string(operation.name) + suggestion(name, names) +
-                     " (known are " + join(names) + ")");
+    throw UsageError(name + ": not an argument of " + std::string(operation.name) + text::suggestion(name, names) +
+                     " (known are " + text::join(names) + ")");
 }
 
 size_t index_of(const Operation &operation, const std::string &name)
@@ -239,8 +239,8 @@ void check_fields(const Operation &operation, const Argument &argument, std::spa
             picked.push_back(field->name);
         if (std::ranges::find(picked, assignment.name) == picked.end())
             throw UsageError(name + ": not used by " + std::string(operation.name) +
-                             suggestion(assignment.name, picked) + " (what counts of " + std::string(argument.name) +
-                             " is " + join(picked) + ")");
+                             text::suggestion(assignment.name, picked) + " (what counts of " +
+                             std::string(argument.name) + " is " + text::join(picked) + ")");
     }
 }
 

@@ -3,7 +3,7 @@
 
 #include "consent.h"
 #include "daily.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -16,7 +16,7 @@ constexpr size_t longest_password = 12;
 std::string mode_of(const std::string &word)
 {
     const auto mode = std::ranges::find(auth_modes, word);
-    if (mode == auth_modes.end()) throw UsageError("MODE: '" + word + "' is not one of " + join(auth_modes));
+    if (mode == auth_modes.end()) throw UsageError("MODE: '" + word + "' is not one of " + text::join(auth_modes));
     return std::to_string(mode - auth_modes.begin());
 }
 

@@ -5,7 +5,7 @@
 #include "daily.h"
 #include "platform.h"
 #include "sections.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -60,7 +60,7 @@ uint32_t settings_of(const std::vector<std::string> &words)
         for (const std::string_view setting : phy_settings)
             if (!setting.empty()) known.push_back(setting);
         if (std::ranges::find(known, word) == known.end())
-            throw UsageError("SETTING: '" + word + "' is not a number up to 255, nor one of " + join(known));
+            throw UsageError("SETTING: '" + word + "' is not a number up to 255, nor one of " + text::join(known));
     }
     return settings;
 }

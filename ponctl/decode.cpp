@@ -6,7 +6,7 @@
 
 #include "errors.h"
 #include "numbers.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -33,8 +33,8 @@ const Field &named_field(const Reading &reading, const std::string &prefix, cons
     if (!field) field = catalogue::find_field(reading.record->fields, name);
     if (field) return *field;
     const auto names = field_names(reading);
-    throw UsageError(prefix + name + ": not a field of " + std::string(reading.record->name) + suggestion(name, names) +
-                     " (known are " + join(names) + ")");
+    throw UsageError(prefix + name + ": not a field of " + std::string(reading.record->name) +
+                     text::suggestion(name, names) + " (known are " + text::join(names) + ")");
 }
 
 // Copies a value to its field and on, as far as the record reaches. Returns the offset behind its last byte.

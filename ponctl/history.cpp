@@ -7,7 +7,7 @@
 #include "chart.h"
 #include "numbers.h"
 #include "sections.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -24,7 +24,7 @@ const catalogue::Field &quantity_of(const char *operation, const std::string &na
         if (field.name == name) return field;
         names.push_back(field.name);
     }
-    throw UsageError("--quantity: '" + name + "' is not one of " + join(names));
+    throw UsageError("--quantity: '" + name + "' is not one of " + text::join(names));
 }
 
 // Of a chart that fits the terminal, with a line above it and two that are left free around it.

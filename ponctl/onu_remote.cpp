@@ -6,7 +6,7 @@
 #include "onu_set.h"
 #include "remote.h"
 #include "sections.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -104,7 +104,7 @@ std::vector<Query> queries_of_service(std::string_view service, const std::strin
                 {"bsp_pon_onuc_get_fec_ability", "fec_ability", "FEC ability"}};
     if (service == "time") return {{"bsp_pon_onu_ctc_get_time_config", "time", "Time"}};
     if (service == "mgmt") return {{"bsp_pon_onu_ctc_get_mgmt", "mgmt", "Management address"}};
-    throw UsageError("SERVICE: '" + std::string(service) + "' is not one of " + join(onu_services));
+    throw UsageError("SERVICE: '" + std::string(service) + "' is not one of " + text::join(onu_services));
 }
 
 } // namespace

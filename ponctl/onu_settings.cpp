@@ -5,7 +5,7 @@
 #include "daily.h"
 #include "onu_set.h"
 #include "remote.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -36,7 +36,7 @@ std::vector<const Command *> settings()
 // The words of a setting's name with hyphens between them: BSP_CMD_ONU_MULTI_LLID_SET as multi-llid.
 std::string short_name(std::string_view name)
 {
-    std::string text = lower_case(name);
+    std::string text = text::lower_case(name);
     std::ranges::replace(text, '_', '-');
     for (const std::string_view start : {"bsp-cmd-", "onu-"})
         if (text.starts_with(start)) text.erase(0, start.size());
@@ -57,7 +57,7 @@ const Command &named_setting(const std::vector<std::string> &words)
         names.push_back(short_name(command->name));
     }
     const std::vector<std::string_view> known(names.begin(), names.end());
-    throw UsageError("COMMAND: '" + wanted + "' is not a setting" + suggestion(wanted, known) +
+    throw UsageError("COMMAND: '" + wanted + "' is not a setting" + text::suggestion(wanted, known) +
                      " ('ponctl onu settings' lists them)");
 }
 
@@ -82,8 +82,8 @@ void check_field(const Command &command, const std::string &name)
     for (const catalogue::Field *field : fields_of(command))
         known.push_back(field->name);
     if (std::ranges::find(known, name) == known.end())
-        throw UsageError(name + ": not a field of " + std::string(command.name) + suggestion(name, known) +
-                         " (known are " + join(known) + ")");
+        throw UsageError(name + ": not a field of " + std::string(command.name) + text::suggestion(name, known) +
+                         " (known are " + text::join(known) + ")");
 }
 
 // The request of a setting, for an ONU that is not named yet.

@@ -2,9 +2,9 @@
 #include <algorithm>
 
 #include "commands.h"
-#include "filled.h"
 #include "operation_text.h"
 #include "report.h"
+#include "text/filled.h"
 #include "words.h"
 
 namespace ponctl
@@ -20,12 +20,12 @@ constexpr std::string_view local = "local"; // the class of functions that make 
 
 std::string field_page(const catalogue::Field &field, bool is_set)
 {
-    return filled("        " + std::string(field.name) + ": ", about_field(field, is_set), 12);
+    return text::filled("        " + std::string(field.name) + ": ", about_field(field, is_set), 12);
 }
 
 std::string layout_page(std::string_view what, const catalogue::Layout &layout, bool is_set)
 {
-    std::string page = filled(what, 6);
+    std::string page = text::filled(what, 6);
     for (const catalogue::Field &field : layout.fields)
         page += field_page(field, is_set);
     return page;
@@ -38,7 +38,7 @@ std::string commands_page(const catalogue::Channel &channel)
     for (const catalogue::Command &command : catalogue::commands()) {
         const auto sends = [&command](const Operation &operation) { return operation.command == &command; };
         if (command.channel != &channel || std::ranges::any_of(catalogue::operations(), sends)) continue;
-        page += filled("        " + std::string(command.name) + ": ", command.brief, 12);
+        page += text::filled("        " + std::string(command.name) + ": ", command.brief, 12);
     }
     return page.empty() ? page : "      such as those that have no operation of their own:\n" + page;
 }
@@ -46,8 +46,8 @@ std::string commands_page(const catalogue::Channel &channel)
 std::string argument_page(const Operation &operation, const Argument &argument)
 {
     const std::string form = form_of(operation, argument);
-    std::string page = "  " + (form.empty() ? std::string(argument.name) : form) + "\n" + filled(argument.brief, 6) +
-                       filled(rule_text(operation, argument), 6);
+    std::string page = "  " + (form.empty() ? std::string(argument.name) : form) + "\n" +
+                       text::filled(argument.brief, 6) + text::filled(rule_text(operation, argument), 6);
     if (is_command(operation, argument)) page += commands_page(*operation.channel);
     if (takes_fields(operation, argument)) {
         page += "      FIELD is one of\n";
@@ -58,7 +58,7 @@ std::string argument_page(const Operation &operation, const Argument &argument)
         if (const catalogue::Layout *layout = layout_of(operation, false))
             page += layout_page("or, as the simulated service reads this command's record, one of", *layout, true);
         else if (!operation.command)
-            page += filled("or of those that the simulated service reads in the record of the command", 6);
+            page += text::filled("or of those that the simulated service reads in the record of the command", 6);
     }
     if (reads_back_fields(argument))
         if (const catalogue::Layout *layout = layout_of(operation, true))
@@ -69,9 +69,9 @@ std::string argument_page(const Operation &operation, const Argument &argument)
 
 std::string columns_page(const catalogue::View &view)
 {
-    std::string page = "\nColumns of the result:\n" + filled(view.brief, 2);
+    std::string page = "\nColumns of the result:\n" + text::filled(view.brief, 2);
     for (const catalogue::Column &column : view.columns)
-        page += filled("  " + std::string(column.name) + ": ", about_column(column), 6);
+        page += text::filled("  " + std::string(column.name) + ": ", about_column(column), 6);
     return page;
 }
 
@@ -102,16 +102,16 @@ std::string forms_page(const Operation &operation)
 
 std::string page_of(const Operation &operation)
 {
-    std::string page = std::string(operation.name) + "\n" + filled(operation.brief, 2);
-    if (!operation.notes.empty()) page += filled(operation.notes, 2);
-    page += "\nUsage:\n" + filled(usage_of(operation), 2);
+    std::string page = std::string(operation.name) + "\n" + text::filled(operation.brief, 2);
+    if (!operation.notes.empty()) page += text::filled(operation.notes, 2);
+    page += "\nUsage:\n" + text::filled(usage_of(operation), 2);
     if (!operation.arguments.empty()) page += "\nArguments:\n";
     for (const Argument &argument : operation.arguments)
         page += argument_page(operation, argument);
     if (const std::string forms = forms_page(operation); !forms.empty()) page += "\n" + forms;
     if (const catalogue::View *view = view_of(operation)) page += columns_page(*view);
     page += "\n";
-    const auto line = [&page](const char *label, std::string_view text) { page += filled(label, text, 9); };
+    const auto line = [&page](const char *label, std::string_view text) { page += text::filled(label, text, 9); };
     line("Family:", operation.family);
     line("Class:", catalogue::to_text(operation.impact));
     if (const std::string asks = asking_text(operation); !asks.empty()) line("Asks:", asks);
@@ -129,12 +129,12 @@ std::string page_of(const Operation &operation)
 
 std::string page_of(const catalogue::Function &function)
 {
-    std::string page = std::string(function.name) + "\n" + filled(function.brief, 2);
-    if (!function.notes.empty()) page += filled(function.notes, 2);
-    page += "\nPrototype:\n" + filled(function.prototype, 2) + "\n";
-    page += filled("Family:", function.family, 9);
-    page +=
-        filled("Class:", std::string(local) + ", makes no request: for the command line there is 'ponctl idset'", 9);
+    std::string page = std::string(function.name) + "\n" + text::filled(function.brief, 2);
+    if (!function.notes.empty()) page += text::filled(function.notes, 2);
+    page += "\nPrototype:\n" + text::filled(function.prototype, 2) + "\n";
+    page += text::filled("Family:", function.family, 9);
+    page += text::filled(
+        "Class:", std::string(local) + ", makes no request: for the command line there is 'ponctl idset'", 9);
     return page;
 }
 

@@ -5,7 +5,6 @@
 #include "platform.h"
 #include "report.h"
 #include "sections.h"
-#include "words.h"
 
 namespace ponctl
 {

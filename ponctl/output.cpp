@@ -10,7 +10,7 @@
 
 #include "numbers.h"
 #include "report.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -452,7 +452,7 @@ void print_texts(const Output &output, const std::vector<std::string> &names,
     for (const auto &row : rows) {
         json->StartObject();
         for (size_t column = 0; column < row.size(); ++column)
-            json.member(lower_case(names[column]), row[column]);
+            json.member(text::lower_case(names[column]), row[column]);
         json->EndObject();
     }
     json->EndArray();

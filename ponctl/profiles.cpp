@@ -6,7 +6,7 @@
 #include "consent.h"
 #include "daily.h"
 #include "sections.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -22,7 +22,7 @@ constexpr std::array<std::string_view, 6> actions{"STORE", "FETCH", "DELETE", "L
 // What a command line calls a name of the catalogue, or a part of one.
 std::string spoken(std::string_view name)
 {
-    std::string text = lower_case(name);
+    std::string text = text::lower_case(name);
     std::ranges::replace(text, '_', '-');
     return text;
 }
@@ -50,8 +50,8 @@ std::string named_kind(const std::string &name)
     const std::vector<std::string> known = profile_kinds();
     if (std::ranges::find(known, kind) != known.end()) return kind;
     const std::vector<std::string_view> names(known.begin(), known.end());
-    throw UsageError("KIND: '" + name + "' is not a kind of profile" + suggestion(kind, names) +
-                     (names.empty() ? "; the catalogue has none" : " (known are " + join(names) + ")"));
+    throw UsageError("KIND: '" + name + "' is not a kind of profile" + text::suggestion(kind, names) +
+                     (names.empty() ? "; the catalogue has none" : " (known are " + text::join(names) + ")"));
 }
 
 const Command &named_action(const std::string &name, std::string_view action)
@@ -75,8 +75,8 @@ void check_fields(const Command &command, const std::vector<Assignment> &given)
         known.push_back(field.name);
     for (const auto &[name, value] : given)
         if (std::ranges::find(known, name) == known.end())
-            throw UsageError(name + ": not a field of " + std::string(command.name) + suggestion(name, known) +
-                             " (known are " + join(known) + ")");
+            throw UsageError(name + ": not a field of " + std::string(command.name) + text::suggestion(name, known) +
+                             " (known are " + text::join(known) + ")");
 }
 
 // The words that send a command with these fields; the others are zero.

@@ -7,7 +7,7 @@
 #include "exchange.h"
 #include "mode.h"
 #include "report.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -23,7 +23,7 @@ Call call_of(const std::string &text)
         names.push_back(catalogue::to_text(call));
         if (names.back() == text) return call;
     }
-    throw UsageError("CALL: '" + text + "' is not one of " + join(names));
+    throw UsageError("CALL: '" + text + "' is not one of " + text::join(names));
 }
 
 const catalogue::Record &record_of(const RawOptions &options, const catalogue::Channel &channel)
@@ -33,7 +33,7 @@ const catalogue::Record &record_of(const RawOptions &options, const catalogue::C
     std::vector<std::string_view> names;
     for (const catalogue::Record &known : catalogue::records())
         names.push_back(known.name);
-    throw UsageError("--record: '" + options.record + "' is not a record (known are " + join(names) + ")");
+    throw UsageError("--record: '" + options.record + "' is not a record (known are " + text::join(names) + ")");
 }
 
 bool answers(Call call)

@@ -4,7 +4,7 @@
 #include <bit>
 
 #include "numbers.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -82,7 +82,7 @@ std::string names_of_flags(const catalogue::Field &field, std::span<const uint8_
     std::vector<std::string_view> names;
     for (size_t flag = 0; flag < flags.size(); ++flag)
         if (number >> (8 * field.size - 1 - flag) & 1) names.push_back(flags[flag]);
-    return names.empty() ? "-" : join(names);
+    return names.empty() ? "-" : text::join(names);
 }
 
 bool is_database(const Section &section)
@@ -221,7 +221,7 @@ std::string number_of_word(std::string_view name, std::string_view word, Words w
 {
     const auto found = std::ranges::find(words, word);
     if (found == words.end())
-        throw UsageError(std::string(name) + ": '" + std::string(word) + "' is not one of " + join(words));
+        throw UsageError(std::string(name) + ": '" + std::string(word) + "' is not one of " + text::join(words));
     return std::to_string(found - words.begin());
 }
 

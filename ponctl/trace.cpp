@@ -2,7 +2,7 @@
 #include "commands.h"
 #include "recording.h"
 #include "report.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -82,7 +82,7 @@ const catalogue::Command &named_command(const std::string &name)
     for (const catalogue::Command &known : catalogue::commands())
         names.push_back(known.name);
     throw UsageError("--command: '" + name + "' is not a command code or the name of a command" +
-                     suggestion(name, names));
+                     text::suggestion(name, names));
 }
 
 // The exchanges that are asked for. Numbers may be those of channels and commands that the catalogue does not know.

@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "errors.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -103,7 +103,8 @@ const catalogue::Channel &parse_channel(std::string_view name, std::string_view 
     std::vector<std::string_view> names;
     for (const catalogue::Channel &known : catalogue::channels())
         names.push_back(known.name);
-    refuse(name, text, "a channel" + suggestion(text, names) + " (known are " + join(names) + ", and their numbers)");
+    refuse(name, text,
+           "a channel" + text::suggestion(text, names) + " (known are " + text::join(names) + ", and their numbers)");
 }
 
 uint32_t parse_command(std::string_view name, std::string_view text, const catalogue::Channel &channel)
@@ -115,7 +116,7 @@ uint32_t parse_command(std::string_view name, std::string_view text, const catal
         std::vector<std::string_view> names;
         for (const catalogue::Command &known : catalogue::commands())
             if (known.channel == &channel) names.push_back(known.name);
-        refuse(name, text, "a command code or the name of a command" + suggestion(text, names));
+        refuse(name, text, "a command code or the name of a command" + text::suggestion(text, names));
     }
     if (command->channel != &channel)
         refuse(name, text,

@@ -2,29 +2,14 @@
 
 #include <algorithm>
 #include <cctype>
-#include <numeric>
 
 #include "errors.h"
+#include "text/words.h"
 
 namespace ponctl
 {
 namespace
 {
-
-size_t edit_distance(std::string_view a, std::string_view b)
-{
-    std::vector<size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), size_t{0});
-    for (size_t i = 0; i < a.size(); ++i) {
-        size_t diagonal = row[0]++;
-        for (size_t j = 0; j < b.size(); ++j) {
-            const size_t replaced = diagonal + (a[i] != b[j]);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
-}
 
 // Everything that a search word may occur in.
 std::string searched_text(const catalogue::Operation &operation)
@@ -34,14 +19,14 @@ std::string searched_text(const catalogue::Operation &operation)
          {operation.name, operation.brief, operation.family, catalogue::to_text(operation.impact)})
         text.append(part).push_back('\n');
     if (operation.command) text.append(operation.command->name).append("\n" + std::to_string(operation.command->code));
-    return lower_case(text);
+    return text::lower_case(text);
 }
 
 // Whether every word occurs in the text, which is in lower case.
 bool contains_all(std::string_view text, std::span<const std::string> words)
 {
     return std::all_of(words.begin(), words.end(),
-                       [text](const std::string &word) { return text.find(lower_case(word)) != text.npos; });
+                       [text](const std::string &word) { return text.find(text::lower_case(word)) != text.npos; });
 }
 
 // The words that a name is made of.
@@ -59,13 +44,6 @@ std::vector<std::string> parts_of(const std::string &name)
 
 } // namespace
 
-std::string lower_case(std::string_view text)
-{
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
-    return lower;
-}
-
 std::vector<const catalogue::Operation *> find_operations(std::span<const std::string> words)
 {
     std::vector<const catalogue::Operation *> found;
@@ -81,39 +59,9 @@ std::vector<const catalogue::Function *> find_functions(std::span<const std::str
     for (const catalogue::Function &function : catalogue::functions()) {
         const std::string text =
             std::string(function.name) + "\n" + std::string(function.brief) + "\n" + std::string(function.family);
-        if (contains_all(lower_case(text), words)) found.push_back(&function);
+        if (contains_all(text::lower_case(text), words)) found.push_back(&function);
     }
     return found;
-}
-
-std::string_view nearest(std::string_view wrong, std::span<const std::string_view> names)
-{
-    std::string_view best;
-    size_t best_distance = std::max<size_t>(2, wrong.size() / 3) + 1;
-    for (const std::string_view name : names) {
-        const size_t distance = edit_distance(wrong, name);
-        if (distance < best_distance && distance < name.size()) {
-            best = name;
-            best_distance = distance;
-        }
-    }
-    return best;
-}
-
-std::string suggestion(std::string_view wrong, std::span<const std::string_view> names)
-{
-    const std::string_view name = nearest(wrong, names);
-    return name.empty() ? "" : "; did you mean " + std::string(name) + "?";
-}
-
-std::string join(std::span<const std::string_view> names, std::string_view separator)
-{
-    std::string text;
-    for (const std::string_view name : names) {
-        if (!text.empty()) text.append(separator);
-        text.append(name);
-    }
-    return text;
 }
 
 const catalogue::Operation &chosen_operation(std::span<const std::string> words)
@@ -122,12 +70,12 @@ const catalogue::Operation &chosen_operation(std::span<const std::string> words)
     if (found.size() == 1) return *found.front();
     const std::vector<std::string_view> given(words.begin(), words.end());
     if (found.empty())
-        throw UsageError("no operation has all of the words '" + join(given, " ") +
+        throw UsageError("no operation has all of the words '" + text::join(given, " ") +
                          "'; look for it by fewer with 'ponctl ops WORD...'");
     std::string candidates;
     for (const catalogue::Operation *operation : found)
         candidates += "\n  " + std::string(operation->name) + ": " + std::string(operation->brief);
-    throw UsageError(std::to_string(found.size()) + " operations have all of the words '" + join(given, " ") +
+    throw UsageError(std::to_string(found.size()) + " operations have all of the words '" + text::join(given, " ") +
                      "'; give more words or a whole name:" + candidates);
 }
 
@@ -146,12 +94,12 @@ const catalogue::Operation &named_operation(const std::string &name)
         if (contains_all(operation.name, parts)) candidates.push_back(operation.name);
     }
     if (candidates.empty())
-        if (const std::string_view near = nearest(name, all); !near.empty()) candidates.push_back(near);
+        if (const std::string_view near = text::nearest(name, all); !near.empty()) candidates.push_back(near);
 
     const std::string message = "there is no operation '" + name + "'; ";
     if (candidates.empty() || candidates.size() > most)
         throw UsageError(message + "look for it by words with 'ponctl ops WORD...'");
-    throw UsageError(message + "did you mean " + join(candidates, " or ") + "?");
+    throw UsageError(message + "did you mean " + text::join(candidates, " or ") + "?");
 }
 
 } // namespace ponctl

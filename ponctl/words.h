@@ -1,4 +1,4 @@
-// Finding names by words, and the nearest name to a misspelt one.
+// Finding operations by words, or by a name.
 #pragma once
 
 #include <span>
@@ -11,22 +11,11 @@
 namespace ponctl
 {
 
-std::string lower_case(std::string_view text);
-
 // The operations that each of the words occurs in: in the name, the brief, the family, the class, or the command's
 // name or code. Upper and lower case are the same.
 std::vector<const catalogue::Operation *> find_operations(std::span<const std::string> words);
 // The functions without a request that each of the words occurs in: in the name, the brief or the family.
 std::vector<const catalogue::Function *> find_functions(std::span<const std::string> words);
-
-// The name nearest to `wrong`; empty where none is near.
-std::string_view nearest(std::string_view wrong, std::span<const std::string_view> names);
-
-// "; did you mean NAME?", or nothing where no name is near.
-std::string suggestion(std::string_view wrong, std::span<const std::string_view> names);
-
-// The names with commas between them.
-std::string join(std::span<const std::string_view> names, std::string_view separator = ", ");
 
 // The only operation that find_operations finds; a UsageError with the candidates where there is not exactly one.
 const catalogue::Operation &chosen_operation(std::span<const std::string> words);

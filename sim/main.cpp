@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
 #include <unistd.h>
 
 #include "board/service.h"
+#include "command_line/parse.h"
 #include "control.h"
 #include "control_client.h"
 #include "host.h"
@@ -45,6 +45,7 @@ struct Options {
     std::string scenario; // its file; empty: none
     bool check = false;
     std::vector<std::string> grants;
+    ponsim::Access access; // what these come to
     double speed = 1;
     std::string record;             // empty: none
     std::vector<std::string> words; // of a control command
@@ -52,6 +53,8 @@ struct Options {
     bool loop = false;
     std::string olt; // that it is for; empty: the only one
 };
+
+using Command = command_line::Command<int(const Options &)>;
 
 // A file, or a folder for those of several OLTs.
 std::string default_state(size_t olts)
@@ -63,70 +66,10 @@ std::string default_state(size_t olts)
     return (home ? home : ".") + ("/.local/state" + name);
 }
 
-CLI::Validator octal_mode()
+std::string say_unless_octal_mode(const std::string &text)
 {
-    return CLI::Validator(
-        [](const std::string &text) {
-            const bool octal = !text.empty() && text.find_first_not_of("01234567") == std::string::npos;
-            return octal && std::stoul(text.substr(0, 9), nullptr, 8) <= 0777 ? "" : "expected octal bits up to 0777";
-        },
-        "");
-}
-
-void declare(CLI::App &app, Options &options)
-{
-    app.footer(examples);
-    app.fallthrough();
-    app.set_version_flag("--version", "ponsim " PONSIM_VERSION);
-    app.add_option("--socket-dir", options.socket_dir, "Folder of the sockets [BOARD_IPC_DIR, or see ponsim(8)]")
-        ->type_name("DIR");
-    app.add_option("--socket-mode", options.socket_mode, "Permission bits of the sockets, octal")
-        ->check(octal_mode())
-        ->capture_default_str()
-        ->type_name("MODE");
-    app.add_option("--state", options.state, "Where the OLT's state is kept; none keeps it in memory only")
-        ->default_str(default_state(1))
-        ->type_name("FILE");
-    app.add_flag("--fresh", options.fresh, "Discard the state that the file has, and start over");
-    CLI::Option *scenario =
-        app.add_option("--scenario", options.scenario, "What the OLTs are and what happens: see ponsim-scenario(5)")
-            ->check(CLI::ExistingFile)
-            ->type_name("FILE");
-    app.add_flag("--check", options.check, "Only read the scenario, and print what it describes")->needs(scenario);
-    app.add_option("--seed", options.wanted.seed, "Which OLT: another seed, other ONUs [1]")
-        ->excludes(scenario)
-        ->type_name("N");
-    app.add_option("--ports", options.wanted.ports, "PON ports [16]")
-        ->excludes(scenario)
-        ->check(CLI::Range(1u, ponsim::max_ports))
-        ->type_name("N");
-    app.add_option("--arrivals", options.wanted.arrivals, "ONUs that have arrived at each port [8]")
-        ->excludes(scenario)
-        ->check(CLI::Range(0u, ponsim::onus_per_port))
-        ->type_name("N");
-    app.add_option("--silent", options.wanted.silent, "Percentage of them that go offline when bound [10]")
-        ->excludes(scenario)
-        ->check(CLI::Range(0u, 100u))
-        ->type_name("PERCENT");
-    app.add_option("--speed", options.speed,
-                   "How many times as fast as the time of day model time passes; 0 stops it, "
-                   "but for ponsim ctl step")
-        ->check(CLI::Range(0.0, 1e6))
-        ->capture_default_str()
-        ->type_name("FACTOR");
-    app.add_option("--record", options.record, "Append each exchange to this file, for ponctl trace and replays")
-        ->type_name("FILE");
-    CLI::App *ctl = app.add_subcommand("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
-    ctl->add_option("--olt", options.olt, "Which one, where a ponsim serves several")->type_name("NAME");
-    ctl->add_option("WORDS", options.words, "A command and its words");
-    CLI::App *replay = app.add_subcommand("replay", "Serves a recording: answers requests as they were answered then");
-    replay->add_option("FILE", options.replayed, "The recording")->required();
-    replay->add_flag("--loop", options.loop, "Start over where the answers to a request end, not repeat the last");
-    app.add_option("--grant", options.grants,
-                   "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
-                   "a name, a number, or * for everyone else; may be repeated [*=service-affecting]")
-        ->type_name("USER=CLASS")
-        ->allow_extra_args(false);
+    const bool octal = !text.empty() && text.find_first_not_of("01234567") == std::string::npos;
+    return octal && std::stoul(text.substr(0, 9), nullptr, 8) <= 0777 ? "" : "expected octal bits up to 0777";
 }
 
 int fail(const std::string &reason, int status)
@@ -205,7 +148,7 @@ int replay(const Options &options)
     return EXIT_SUCCESS;
 }
 
-int serve(const Options &options, const ponsim::Access &access)
+int serve(const Options &options)
 {
     const sigset_t stop = block_stop_signals();
     ponsim::Scenario scenario;
@@ -223,7 +166,7 @@ int serve(const Options &options, const ponsim::Access &access)
         together.state = options.state;
     std::vector<std::unique_ptr<ponsim::Host>> hosts;
     for (const ponsim::HostOptions &each : ponsim::host_each(together, std::move(scenario)))
-        hosts.push_back(std::make_unique<ponsim::Host>(each, access));
+        hosts.push_back(std::make_unique<ponsim::Host>(each, options.access));
 
     printf("ponsim: serving on %s (%s, state %s)\n", together.socket_dir.c_str(), describe(hosts).c_str(),
            together.state.empty() ? "none" : together.state.c_str());
@@ -235,30 +178,90 @@ int serve(const Options &options, const ponsim::Access &access)
     return EXIT_SUCCESS;
 }
 
+int serve_or_check(const Options &options)
+{
+    if (!options.check) return serve(options);
+    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
+    return EXIT_SUCCESS;
+}
+
+// The command line, which puts what it is given into `options`.
+void declare(Command &program, Options &options)
+{
+    program.footer = examples;
+    program.option("-h,--help", command_line::Help{}, "Print this help message and exit");
+    program.option("--version", command_line::Version{"ponsim " PONSIM_VERSION},
+                   "Display program version information and exit");
+    program.option("--socket-dir", &options.socket_dir, "Folder of the sockets [BOARD_IPC_DIR, or see ponsim(8)]",
+                   "DIR");
+    program.option("--socket-mode", &options.socket_mode, "Permission bits of the sockets, octal", "MODE")
+        .is_checked_by(say_unless_octal_mode)
+        .shows_default(options.socket_mode);
+    program.option("--state", &options.state, "Where the OLT's state is kept; none keeps it in memory only", "FILE")
+        .shows_default(default_state(1));
+    program.option("--fresh", &options.fresh, "Discard the state that the file has, and start over");
+    const auto &scenario = program
+                               .option("--scenario", &options.scenario,
+                                       "What the OLTs are and what happens: see ponsim-scenario(5)", "FILE")
+                               .is_existing_file();
+    program.option("--check", &options.check, "Only read the scenario, and print what it describes").needs(scenario);
+    program.option("--seed", &options.wanted.seed, "Which OLT: another seed, other ONUs [1]", "N").excludes(scenario);
+    program.option("--ports", &options.wanted.ports, "PON ports [16]", "N")
+        .excludes(scenario)
+        .is_within(1, ponsim::max_ports);
+    program.option("--arrivals", &options.wanted.arrivals, "ONUs that have arrived at each port [8]", "N")
+        .excludes(scenario)
+        .is_within(0, ponsim::onus_per_port);
+    program.option("--silent", &options.wanted.silent, "Percentage of them that go offline when bound [10]", "PERCENT")
+        .excludes(scenario)
+        .is_within(0, 100);
+    program
+        .option("--speed", &options.speed,
+                "How many times as fast as the time of day model time passes; 0 stops it, "
+                "but for ponsim ctl step",
+                "FACTOR")
+        .is_within(0, 1e6)
+        .shows_default("1");
+    program.option("--record", &options.record, "Append each exchange to this file, for ponctl trace and replays",
+                   "FILE");
+    program.option("--grant", &options.grants,
+                   "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
+                   "a name, a number, or * for everyone else; may be repeated [*=service-affecting]",
+                   "USER=CLASS");
+    program.run = serve_or_check;
+
+    Command &ctl = program.add("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
+    ctl.option("--olt", &options.olt, "Which one, where a ponsim serves several", "NAME");
+    ctl.argument("WORDS", &options.words, "A command and its words");
+    ctl.footer = examples;
+    ctl.run = control;
+    Command &replayed = program.add("replay", "Serves a recording: answers requests as they were answered then");
+    replayed.argument("FILE", &options.replayed, "The recording").is_required();
+    replayed.option("--loop", &options.loop, "Start over where the answers to a request end, not repeat the last");
+    replayed.footer = examples;
+    replayed.run = replay;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     Options options;
-    CLI::App app(description, "ponsim");
-    declare(app, options);
+    Command program("ponsim", description);
+    declare(program, options);
     try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? EXIT_SUCCESS : exit_usage;
-    }
-    ponsim::Access access;
-    for (const std::string &grant : options.grants)
-        if (const std::string wrong = access.grant(grant); !wrong.empty())
-            return fail("--grant " + grant + ": " + wrong, exit_usage);
-    try {
-        if (app.got_subcommand("ctl")) return control(options);
-        if (app.got_subcommand("replay")) return replay(options);
-        if (options.check) {
-            fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
-            return EXIT_SUCCESS;
-        }
-        return serve(options, access);
+        const command_line::Line line =
+            command_line::parse(program, {argv + 1, argv + argc}, command_line::Manner::wide);
+        for (const std::string &grant : options.grants)
+            if (const std::string wrong = options.access.grant(grant); !wrong.empty())
+                return fail("--grant " + grant + ": " + wrong, exit_usage);
+        return static_cast<const Command &>(*line.command).run(options);
+    } catch (const command_line::TextWanted &wanted) {
+        fputs(wanted.text.c_str(), stdout);
+        return EXIT_SUCCESS;
+    } catch (const command_line::WrongLine &error) {
+        fputs(error.what(), stderr);
+        return exit_usage;
     } catch (const ponsim::ControlError &error) {
         return fail(error.what(), exit_usage);
     } catch (const ponsim::ScenarioError &error) {

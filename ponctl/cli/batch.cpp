@@ -106,18 +106,20 @@ ExitCode run_batch(const Output &output, const BatchOptions &options, const Glob
     return batch.run(file);
 }
 
-void add_batch(CLI::App &app, Command &command, const GlobalOptions &global)
+void add_batch(Program &program)
 {
-    CLI::App *batch = app.add_subcommand("batch", "Runs the lines of a file, each as a command line");
-    if (global.nested) batch->group("");
-    auto options = std::make_shared<BatchOptions>();
-    batch->add_option("FILE", options->file, "the file; - for standard input")->required();
-    batch->add_flag("--keep-going", options->keep_going,
-                    "go on behind a line that fails; list those that failed, and end with the worst exit code");
-    batch->add_flag("--echo", options->echo, "print each line before what it prints");
-    batch->footer(footer);
-    runs(batch, command, options,
-         [&global](const Output &output, const BatchOptions &given) { return run_batch(output, given, global); });
+    Command &batch = program.tree.add("batch", "Runs the lines of a file, each as a command line");
+    batch.hidden = program.global.nested;
+    BatchOptions &options =
+        batch.runs<BatchOptions>([&global = program.global](const Output &output, const BatchOptions &given) {
+            return run_batch(output, given, global);
+        });
+    batch.argument("FILE", &options.file, "the file; - for standard input").is_required();
+    batch.option("--keep-going", &options.keep_going,
+                 "go on behind a line that fails; list those that failed, and end with the worst exit code");
+    batch.option("--echo", &options.echo, "print each line before what it prints");
+    batch.footer = footer;
+    program.line_runners.push_back(&batch);
 }
 
 } // namespace ponctl

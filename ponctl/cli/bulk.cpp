@@ -5,25 +5,22 @@
 namespace ponctl
 {
 
-void add_arp(CLI::App &app, Command &command)
+void add_arp(Command &app)
 {
-    CLI::App *arp = app.add_subcommand("arp", "Shows the ARP table of a PON port");
-    auto port = std::make_shared<std::string>();
-    arp->add_option("PORT", *port, "PON port number")->required();
-    runs(arp, command, port, run_arp);
+    Command &arp = app.add("arp", "Shows the ARP table of a PON port");
+    std::string &port = arp.runs(run_arp);
+    arp.argument("PORT", &port, "PON port number").is_required();
 }
 
-void add_bulk(CLI::App &app, Command &command)
+void add_bulk(Command &app)
 {
-    CLI::App *bulk = app.add_subcommand("bulk", "Shows all ONUs at once, and the OLT with its PON ports");
-    bulk->require_subcommand(1);
-    CLI::App *optics = bulk->add_subcommand("optics", "Shows the optical diagnostics of ONUs");
-    auto port = std::make_shared<std::string>();
-    optics->add_option("PORT", *port, "PON port number; all ports when left out");
-    runs(optics, command, port, run_bulk_optics);
+    Command &bulk = app.add("bulk", "Shows all ONUs at once, and the OLT with its PON ports");
+    Command &optics = bulk.add("optics", "Shows the optical diagnostics of ONUs");
+    std::string &port = optics.runs(run_bulk_optics);
+    optics.argument("PORT", &port, "PON port number; all ports when left out");
 
     const auto add = [&](const char *name, const char *brief, ExitCode (*run)(const Output &)) {
-        bulk->add_subcommand(name, brief)->callback([&command, run] { command = run; });
+        bulk.add(name, brief).runs(run);
     };
     add("stats", "Shows the performance statistics of all ONUs", run_bulk_stats);
     add("ports", "Shows the PON ports", run_bulk_ports);

@@ -8,8 +8,8 @@
 #include <rapidjson/document.h>
 
 #include "arguments.h"
-#include "cli/help.h"
 #include "cli/program.h"
+#include "command_line/parse.h"
 #include "tokens.h"
 
 namespace ponctl
@@ -20,62 +20,61 @@ namespace
 using catalogue::Argument;
 using catalogue::ArgumentType;
 using catalogue::Operation;
+using command_line::Operand;
+using command_line::Syntax;
 using Candidates = std::vector<Candidate>;
 using Words = std::vector<std::string>;
 
-// An argument's or option's name, without dashes.
-std::string name_of(const CLI::Option &option)
+bool is_argument(const Operand &operand)
 {
-    if (option.get_positional()) return option.get_name(true);
-    return option.get_lnames().empty() ? option.get_snames().front() : option.get_lnames().front();
+    return !operand.name.starts_with('-');
 }
 
 // Where the words before the cursor have led to.
 class Walk
 {
 public:
-    Walk(const CLI::App &program, const Words &before) : at(&program)
+    Walk(const Syntax &program, const Words &before) : at(&program)
     {
         for (const std::string &word : before)
             take(word);
     }
 
-    const CLI::App &app() const { return *at; }
+    const Syntax &command() const { return *at; }
     // The option whose value comes next; null where none does.
-    const CLI::Option *open_option() const { return open; }
-    bool may_be_option() const { return !open && !only_positionals; }
+    const Operand *open_option() const { return open; }
+    bool may_be_option() const { return !open && !only_arguments; }
 
-    // The positional that comes next; null where there is none.
-    const CLI::Option *positional() const
+    // The argument that comes next; null where there is none.
+    const Operand *argument() const
     {
         size_t left = taken;
-        for (const CLI::Option *option : at->get_options()) {
-            if (!option->get_positional()) continue;
-            if (left == 0 || takes_many(*option)) return option;
+        for (const Operand &argument : at->arguments) {
+            if (left == 0 || argument.takes_many()) return &argument;
             --left;
         }
         return nullptr;
     }
 
     // The options that hold here: the command's own first, then those of the commands that it belongs to.
-    std::vector<const CLI::Option *> options() const
+    std::vector<const Operand *> options() const
     {
-        std::vector<const CLI::Option *> found;
+        std::vector<const Operand *> found;
         std::set<std::string> names;
-        for (const CLI::App *app = at; app; app = app->get_parent())
-            for (const CLI::Option *option : app->get_options())
-                if (option->nonpositional() && names.insert(name_of(*option)).second) found.push_back(option);
+        for (const Syntax *command = at; command; command = command->parent)
+            for (const Operand &option : command->options)
+                if (names.insert(option.plain_name()).second) found.push_back(&option);
         return found;
     }
 
-    const CLI::Option *option(const std::string &word) const
+    const Operand *option(const std::string &word) const
     {
-        for (const CLI::Option *option : options())
-            if (option->check_name(word)) return option;
+        for (const Operand *option : options())
+            if (std::ranges::count(option->spellings(), word) > 0) return option;
         return nullptr;
     }
 
-    bool is_given(const CLI::Option &option) const { return given.contains(name_of(option)); }
+    bool is_given(const Operand &option) const { return given.contains(option.plain_name()); }
     // What an argument or option was given; empty where it was not.
     Words all(const std::string &name) const
     {
@@ -92,17 +91,17 @@ private:
     void take(const std::string &word)
     {
         if (open) {
-            given[name_of(*open)].push_back(word);
+            given[open->plain_name()].push_back(word);
             open = nullptr;
-        } else if (word == "--" && !only_positionals) {
-            only_positionals = true;
-        } else if (word.size() > 1 && word[0] == '-' && !only_positionals) {
+        } else if (word == "--" && !only_arguments) {
+            only_arguments = true;
+        } else if (word.size() > 1 && word[0] == '-' && !only_arguments) {
             take_option(word);
-        } else if (const CLI::App *command = subcommand(word)) {
-            at = command;
+        } else if (const Syntax *below = command_below(word)) {
+            at = below;
             taken = 0;
-        } else if (const CLI::Option *argument = positional()) {
-            given[name_of(*argument)].push_back(word);
+        } else if (const Operand *next = argument()) {
+            given[next->plain_name()].push_back(word);
             ++taken;
         }
     }
@@ -111,27 +110,26 @@ private:
     {
         const bool is_long = word[1] == '-';
         const size_t end = is_long ? word.find('=') : 2;
-        const CLI::Option *found = option(word.substr(0, end));
+        const Operand *found = option(word.substr(0, end));
         if (!found) return;
-        Words &values = given[name_of(*found)];
-        if (!takes_next_word(*found)) return;
+        Words &values = given[found->plain_name()];
+        if (!found->takes_next_word()) return;
         if (end < word.size())
             values.push_back(word.substr(is_long ? end + 1 : end));
         else
             open = found;
     }
 
-    const CLI::App *subcommand(const std::string &name) const
+    const Syntax *command_below(const std::string &name) const
     {
-        for (const CLI::App *command : at->get_subcommands([](const CLI::App *) { return true; }))
-            if (command->get_name() == name) return command;
-        return nullptr;
+        const auto found = std::ranges::find(at->commands, name, &Syntax::name);
+        return found == at->commands.end() ? nullptr : found->get();
     }
 
-    const CLI::App *at;
-    const CLI::Option *open = nullptr;
-    size_t taken = 0; // positionals of the command
-    bool only_positionals = false;
+    const Syntax *at;
+    const Operand *open = nullptr;
+    size_t taken = 0; // arguments of the command
+    bool only_arguments = false;
     std::map<std::string, Words> given;
 };
 
@@ -168,14 +166,14 @@ class Values
 public:
     Values(const Walk &reached, const std::string &typed, const Ask &asked) : walk(reached), word(typed), ask(asked) {}
 
-    Candidates of(const CLI::Option &option) const
+    Candidates of(const Operand &option) const
     {
-        const std::string name = name_of(option), value = value_name(option), port = walk.one("PORT");
+        const std::string name = option.plain_name(), value = option.value_name(), port = walk.one("PORT");
         if (name == "PORT" && word.find('/') != word.npos) return onu_sets();
         if (name == "PORT" || name == "port" || name == "to-port") return ports();
         if (name == "ONU") return joined(ids(port), macs(port));
         if (name == "to-onu") return ids(walk.one("to-port"));
-        if (value == "IDS" || (value == "ID" && option.get_positional())) return in_list(ids(port));
+        if (value == "IDS" || (value == "ID" && is_argument(option))) return in_list(ids(port));
         if (value == "ID") return ids(port);
         if (value == "MAC") return macs(port);
         if (value == "SET") return onu_sets();
@@ -191,7 +189,7 @@ public:
         if (name == "NAME") return names();
         if (value == "FILE" || value == "DIR") return files();
         Candidates choices;
-        for (const std::string &choice : choices_of(option))
+        for (const std::string &choice : option.choices())
             choices.push_back({choice, {}});
         return choices;
     }
@@ -212,7 +210,7 @@ private:
 
     Candidates ports() const { return listed(ask, {"port", "list"}, "pon_port", {"bound", "online", "waiting"}); }
 
-    bool of_black_list() const { return walk.app().get_name() == "allow"; }
+    bool of_black_list() const { return walk.command().name == "allow"; }
 
     Candidates of_onus(const std::string &port, const char *column, const std::vector<const char *> &about) const
     {
@@ -236,7 +234,7 @@ private:
     // PORT/IDS.
     Candidates onu_sets() const
     {
-        if (walk.app().get_name() == "idset") return {};
+        if (walk.command().name == "idset") return {};
         const size_t slash = word.find('/');
         if (slash != word.npos) {
             const std::string port = word.substr(0, slash);
@@ -365,7 +363,7 @@ private:
     Candidates fields() const
     {
         const Words words = walk.all("FIELD=VALUE");
-        if (walk.app().get_name() != "raw") return listed_fields({"profile", "kinds", walk.one("KIND")}, words);
+        if (walk.command().name != "raw") return listed_fields({"profile", "kinds", walk.one("KIND")}, words);
         const catalogue::Channel *channel = catalogue::find_channel(walk.one("CHANNEL"));
         const std::string named = walk.one("record");
         const catalogue::Record *record = channel ? channel->record : nullptr;
@@ -414,27 +412,25 @@ private:
 Candidates options_at(const Walk &walk)
 {
     Candidates found;
-    for (const CLI::Option *option : walk.options()) {
-        if (walk.is_given(*option) && !takes_many(*option)) continue;
-        const std::string name = name_of(*option);
-        found.push_back({(name.size() == 1 ? "-" : "--") + name, option->get_description()});
+    for (const Operand *option : walk.options()) {
+        if (walk.is_given(*option) && !option->takes_many()) continue;
+        const std::string name = option->plain_name();
+        found.push_back({(name.size() == 1 ? "-" : "--") + name, option->help});
     }
     return found;
 }
 
-Candidates subcommands_at(const Walk &walk)
+Candidates commands_at(const Walk &walk)
 {
     Candidates found;
-    // What a group without a name has is hidden.
-    for (const CLI::App *command : walk.app().get_subcommands([](const CLI::App *) { return true; }))
-        if (!command->get_group().empty()) found.push_back({command->get_name(), command->get_description()});
+    for (const auto &command : walk.command().commands)
+        if (!command->hidden) found.push_back({command->name, command->brief});
     return found;
 }
 
-void expect(Completion &completion, const CLI::Option &option)
+void expect(Completion &completion, const Operand &operand)
 {
-    const std::string name = option.get_positional() ? name_of(option) : value_name(option);
-    completion.expected.push_back({name, option.get_description()});
+    completion.expected.push_back({is_argument(operand) ? operand.name : operand.value_name(), operand.help});
 }
 
 // What all of them start with.
@@ -455,16 +451,16 @@ Completion complete(const std::vector<std::string> &before, const std::string &w
     GlobalOptions of_a_line;
     of_a_line.nested = true;
     const Program program(of_a_line);
-    const Walk walk(program.app, with_interval(before));
+    const Walk walk(program.tree, command_line::with_left_out_values(program.tree, before));
     Completion completion;
     Candidates &found = completion.candidates;
     const size_t equals = word.find('=');
-    if (const CLI::Option *option = walk.open_option()) {
+    if (const Operand *option = walk.open_option()) {
         found = Values(walk, word, ask).of(*option);
         expect(completion, *option);
     } else if (walk.may_be_option() && word.starts_with("--") && equals != word.npos) {
-        const CLI::Option *given = walk.option(word.substr(0, equals));
-        if (!given || value_name(*given).empty()) return completion;
+        const Operand *given = walk.option(word.substr(0, equals));
+        if (!given || given->is_flag()) return completion;
         found = Values(walk, word.substr(equals + 1), ask).of(*given);
         for (Candidate &candidate : found)
             candidate.word.insert(0, word.substr(0, equals + 1));
@@ -472,8 +468,8 @@ Completion complete(const std::vector<std::string> &before, const std::string &w
     } else if (walk.may_be_option() && word.starts_with('-')) {
         found = options_at(walk);
     } else {
-        found = subcommands_at(walk);
-        if (const CLI::Option *argument = walk.positional()) {
+        found = commands_at(walk);
+        if (const Operand *argument = walk.argument()) {
             const Candidates values = Values(walk, word, ask).of(*argument);
             found.insert(found.end(), values.begin(), values.end());
             expect(completion, *argument);

@@ -4,6 +4,6 @@
 namespace ponctl
 {
 
-void add_shell(CLI::App &, Command &, const GlobalOptions &) {}
+void add_shell(Program &) {}
 
 } // namespace ponctl

@@ -2,21 +2,21 @@
 #include <algorithm>
 
 #include "cli/cli.h"
+#include "command_line/parse.h"
 #include "report.h"
 #include "words.h"
 
 namespace ponctl
 {
 
-void add_ops(CLI::App &app, Command &command)
+void add_ops(Command &app)
 {
-    CLI::App *ops = app.add_subcommand("ops", "Lists the operations and local functions, or shows one of them");
-    auto words = std::make_shared<std::vector<std::string>>();
-    ops->add_option("WORD", *words,
-                    "words that must all occur in name, brief, family, class or command; an operation's whole name "
-                    "shows its page")
-        ->type_name("OPERATION");
-    runs(ops, command, words, run_ops);
+    Command &ops = app.add("ops", "Lists the operations and local functions, or shows one of them");
+    std::vector<std::string> &words = ops.runs(run_ops);
+    ops.argument("WORD", &words,
+                 "words that must all occur in name, brief, family, class or command; an operation's whole name "
+                 "shows its page",
+                 "OPERATION");
 }
 
 namespace
@@ -48,98 +48,85 @@ const catalogue::Operation &take_operation(std::vector<std::string> &words)
     return operation;
 }
 
+ExitCode run_call_line(const Output &output, const CallLine &line)
+{
+    std::vector<std::string> words = line.words;
+    if (!line.operation.empty()) words.insert(words.begin(), line.operation);
+    const catalogue::Operation &operation = take_operation(words);
+    if (!line.help && line.onus.empty()) return run_call(output, operation, words, line);
+    if (!line.help) return run_call_each(output, operation, line.onus, words, line);
+    print_page(output, operation);
+    return exit_success;
+}
+
 } // namespace
 
-void add_call(CLI::App &app, Command &command)
+void add_call(Command &app)
 {
-    CLI::App *call = app.add_subcommand("call", "Calls an operation; 'ponctl ops' lists them");
-    auto line = std::make_shared<CallLine>();
-    call->set_help_flag();
-    call->add_flag("-h,--help", line->help, "print this help; with an OPERATION, the page of that operation");
-    call->add_option("OPERATION", line->operation,
-                     "name of the operation, or words that occur in no other, as for 'ponctl ops'");
-    call->add_option("ARGUMENT", line->words, "its arguments, as name=value, in any order");
-    call->add_option("--onus", line->onus,
-                     "call it for each of these ONUs in place of the arguments that name one: 1/3-17,20 or 1/all")
-        ->type_name("SET");
-    call->add_flag("--allow-long", line->allow_long,
-                   "let texts and blocks that are longer than their field run on into the fields behind it");
-    call->callback([line, &command] {
-        if (line->help && line->operation.empty()) throw CLI::CallForHelp();
-        command = [line](const Output &output) {
-            std::vector<std::string> words = line->words;
-            if (!line->operation.empty()) words.insert(words.begin(), line->operation);
-            const catalogue::Operation &operation = take_operation(words);
-            if (!line->help && line->onus.empty()) return run_call(output, operation, words, *line);
-            if (!line->help) return run_call_each(output, operation, line->onus, words, *line);
-            print_page(output, operation);
-            return exit_success;
-        };
-    });
+    Command &call = app.add("call", "Calls an operation; 'ponctl ops' lists them");
+    CallLine &line = call.runs(run_call_line);
+    call.options.clear(); // its help is of two kinds
+    call.option("-h,--help", &line.help, "print this help; with an OPERATION, the page of that operation");
+    call.argument("OPERATION", &line.operation,
+                  "name of the operation, or words that occur in no other, as for 'ponctl ops'");
+    call.argument("ARGUMENT", &line.words, "its arguments, as name=value, in any order");
+    call.option("--onus", &line.onus,
+                "call it for each of these ONUs in place of the arguments that name one: 1/3-17,20 or 1/all", "SET");
+    call.option("--allow-long", &line.allow_long,
+                "let texts and blocks that are longer than their field run on into the fields behind it");
+    call.check = [&line] {
+        if (line.help && line.operation.empty()) throw command_line::ShowHelp();
+    };
 }
 
-void add_raw(CLI::App &app, Command &command)
+void add_raw(Command &app)
 {
-    CLI::App *raw = app.add_subcommand("raw", "Sends any record on any channel");
-    auto options = std::make_shared<RawOptions>();
-    raw->add_option("CHANNEL", options->channel, "name or number of the channel, as BSP_MSG_PON or 232")->required();
-    raw->add_option("CALL", options->call, "set, get, dgram-set or dgram-get")
-        ->required()
-        ->type_name("set|get|dgram-set|dgram-get");
-    raw->add_option("FIELD=VALUE", options->fields, "fields of the record; all others are zero");
-    raw->add_option("--record", options->record, "another record than the channel's own")->type_name("RECORD");
-    raw->add_option("--data", options->data, "first bytes of the record: hex:0011..., text:..., or @FILE")
-        ->type_name("BLOCK");
-    raw->add_option("--preset", options->preset,
-                    "response bytes allowed; 0 states no bound (default: the record's size)")
-        ->type_name("N");
-    raw->add_flag("--allow-long", options->allow_long,
-                  "let texts and blocks that are longer than their field run on into the fields behind it");
-    runs(raw, command, options, run_raw);
+    Command &raw = app.add("raw", "Sends any record on any channel");
+    RawOptions &options = raw.runs(run_raw);
+    raw.argument("CHANNEL", &options.channel, "name or number of the channel, as BSP_MSG_PON or 232").is_required();
+    raw.argument("CALL", &options.call, "set, get, dgram-set or dgram-get", "set|get|dgram-set|dgram-get")
+        .is_required();
+    raw.argument("FIELD=VALUE", &options.fields, "fields of the record; all others are zero");
+    raw.option("--record", &options.record, "another record than the channel's own", "RECORD");
+    raw.option("--data", &options.data, "first bytes of the record: hex:0011..., text:..., or @FILE", "BLOCK");
+    raw.option("--preset", &options.preset, "response bytes allowed; 0 states no bound (default: the record's size)",
+               "N");
+    raw.option("--allow-long", &options.allow_long,
+               "let texts and blocks that are longer than their field run on into the fields behind it");
 }
 
-void add_trace(CLI::App &app, Command &command)
+void add_trace(Command &app)
 {
-    CLI::App *trace =
-        app.add_subcommand("trace", "Lists what went over the IPC, from a file of BOARD_IPC_TRACE or ponsim --record");
-    auto options = std::make_shared<TraceOptions>();
-    trace->add_option("FILE", options->file, "the recording")->required();
-    trace->add_flag("-v,--verbose", options->verbose, "show the records too");
-    trace->add_option("--channel", options->channel, "only exchanges on this channel, by name or number")
-        ->type_name("CHANNEL");
-    trace->add_option("--command", options->command, "only those with this command, by name or code")
-        ->type_name("COMMAND");
-    trace->add_option("--pid", options->pid, "only those of this process")->type_name("PID");
-    trace->add_flag("--errors", options->errors, "only those that failed, or whose status is not zero");
-    runs(trace, command, options, run_trace);
+    Command &trace =
+        app.add("trace", "Lists what went over the IPC, from a file of BOARD_IPC_TRACE or ponsim --record");
+    TraceOptions &options = trace.runs(run_trace);
+    trace.argument("FILE", &options.file, "the recording").is_required();
+    trace.option("-v,--verbose", &options.verbose, "show the records too");
+    trace.option("--channel", &options.channel, "only exchanges on this channel, by name or number", "CHANNEL");
+    trace.option("--command", &options.command, "only those with this command, by name or code", "COMMAND");
+    trace.option("--pid", &options.pid, "only those of this process", "PID");
+    trace.option("--errors", &options.errors, "only those that failed, or whose status is not zero");
 }
 
-void add_replay(CLI::App &app, Command &command)
+void add_replay(Command &app)
 {
-    CLI::App *replay =
-        app.add_subcommand("replay", "Sends the requests of a recording and shows where the answers differ");
-    auto options = std::make_shared<ReplayOptions>();
-    replay->add_option("FILE", options->file, "the recording, of BOARD_IPC_TRACE or ponsim --record")->required();
-    replay->add_flag("-v,--verbose", options->verbose, "show the exchanges that are equal, too");
-    replay->add_option("--ignore", options->ignored, "a field or column that may differ; may be repeated")
-        ->type_name("FIELD")
-        ->allow_extra_args(false);
-    replay->add_flag("--reads-only", options->reads_only, "send only the requests that change nothing");
-    runs(replay, command, options, run_replay);
+    Command &replay = app.add("replay", "Sends the requests of a recording and shows where the answers differ");
+    ReplayOptions &options = replay.runs(run_replay);
+    replay.argument("FILE", &options.file, "the recording, of BOARD_IPC_TRACE or ponsim --record").is_required();
+    replay.option("-v,--verbose", &options.verbose, "show the exchanges that are equal, too");
+    replay.option("--ignore", &options.ignored, "a field or column that may differ; may be repeated", "FIELD");
+    replay.option("--reads-only", &options.reads_only, "send only the requests that change nothing");
 }
 
-void add_idset(CLI::App &app, Command &command)
+void add_idset(Command &app)
 {
-    CLI::App *idset = app.add_subcommand("idset", "Prints a set of ONU ids in every form; asks no service");
-    auto options = std::make_shared<IdSetOptions>();
-    idset->add_option("SET", options->ids, "ids from 0 to 127 and runs of them in any order, as 1-5,7,9-12");
-    idset->add_option("--words", options->words, "the set as its four words, as 0x3e,0,0,0; ids 0 to 31 in the first")
-        ->type_name("W,W,W,W");
-    idset
-        ->add_option("--last-id", options->last_id,
-                     "last id for the library's printer ont_id_res_str; 128, which is no id, when left out")
-        ->type_name("N");
-    runs(idset, command, options, run_idset);
+    Command &idset = app.add("idset", "Prints a set of ONU ids in every form; asks no service");
+    IdSetOptions &options = idset.runs(run_idset);
+    idset.argument("SET", &options.ids, "ids from 0 to 127 and runs of them in any order, as 1-5,7,9-12");
+    idset.option("--words", &options.words, "the set as its four words, as 0x3e,0,0,0; ids 0 to 31 in the first",
+                 "W,W,W,W");
+    idset.option("--last-id", &options.last_id,
+                 "last id for the library's printer ont_id_res_str; 128, which is no id, when left out", "N");
 }
 
 } // namespace ponctl

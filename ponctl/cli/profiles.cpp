@@ -12,75 +12,64 @@ constexpr const char *kind_help = "kind of profile; 'ponctl profile kinds' lists
 using RunOfKind = ExitCode (*)(const Output &, const std::string &);
 using RunOfProfile = ExitCode (*)(const Output &, const ProfileOptions &);
 
-void add_of_kind(CLI::App &profile, Command &command, const char *name, const char *brief, RunOfKind run)
+void add_of_kind(Command &profile, const char *name, const char *brief, RunOfKind run)
 {
-    CLI::App *one = profile.add_subcommand(name, brief);
-    auto kind = std::make_shared<std::string>();
-    one->add_option("KIND", *kind, kind_help)->required();
-    runs(one, command, kind, run);
+    Command &one = profile.add(name, brief);
+    std::string &kind = one.runs(run);
+    one.argument("KIND", &kind, kind_help).is_required();
 }
 
-std::shared_ptr<ProfileOptions> add_of_profile(CLI::App *one, Command &command, RunOfProfile run)
+ProfileOptions &add_of_profile(Command &one, RunOfProfile run)
 {
-    auto options = std::make_shared<ProfileOptions>();
-    one->add_option("KIND", options->kind, kind_help)->required();
-    runs(one, command, options, run);
+    ProfileOptions &options = one.runs(run);
+    one.argument("KIND", &options.kind, kind_help).is_required();
     return options;
 }
 
-void add_loid_change(CLI::App &loid, Command &command, bool adds)
+void add_loid_change(Command &loid, bool adds)
 {
-    CLI::App *one = adds ? loid.add_subcommand("add", "Adds a LOID to a PON port")
-                         : loid.add_subcommand("delete", "Deletes a LOID of a PON port");
-    auto options = std::make_shared<LoidOptions>();
-    one->add_option("PORT", options->port, "PON port number")->required();
-    one->add_option("LOID", options->loid, "the LOID")->required();
-    if (adds)
-        one->add_option("--password", options->password, "password that goes with it; none when left out")
-            ->type_name("PASSWORD");
-    runs(one, command, options, adds ? run_loid_add : run_loid_delete);
+    Command &one =
+        adds ? loid.add("add", "Adds a LOID to a PON port") : loid.add("delete", "Deletes a LOID of a PON port");
+    LoidOptions &options = one.runs(adds ? run_loid_add : run_loid_delete);
+    one.argument("PORT", &options.port, "PON port number").is_required();
+    one.argument("LOID", &options.loid, "the LOID").is_required();
+    if (adds) one.option("--password", &options.password, "password that goes with it; none when left out", "PASSWORD");
 }
 
 } // namespace
 
-void add_profile(CLI::App &app, Command &command)
+void add_profile(Command &app)
 {
-    CLI::App *profile = app.add_subcommand("profile", "Lists, shows, stores and deletes profiles");
-    profile->require_subcommand(1);
-    CLI::App *kinds = profile->add_subcommand("kinds", "Lists the kinds of profiles, or the fields of one kind");
-    auto kind = std::make_shared<std::string>();
-    kinds->add_option("KIND", *kind, "kind of profile; all kinds when left out");
-    runs(kinds, command, kind, run_profile_kinds);
+    Command &profile = app.add("profile", "Lists, shows, stores and deletes profiles");
+    Command &kinds = profile.add("kinds", "Lists the kinds of profiles, or the fields of one kind");
+    std::string &kind = kinds.runs(run_profile_kinds);
+    kinds.argument("KIND", &kind, "kind of profile; all kinds when left out");
 
-    add_of_kind(*profile, command, "list", "Lists the profiles of a kind", run_profile_list);
-    add_of_kind(*profile, command, "text", "Shows the profiles of a kind as the configuration has them",
-                run_profile_text);
+    add_of_kind(profile, "list", "Lists the profiles of a kind", run_profile_list);
+    add_of_kind(profile, "text", "Shows the profiles of a kind as the configuration has them", run_profile_text);
 
-    CLI::App *show = profile->add_subcommand("show", "Shows a profile");
-    const auto shown = add_of_profile(show, command, run_profile_show);
-    show->add_option("NAME", shown->name, "its name")->required();
+    Command &show = profile.add("show", "Shows a profile");
+    ProfileOptions &shown = add_of_profile(show, run_profile_show);
+    show.argument("NAME", &shown.name, "its name").is_required();
 
-    CLI::App *store =
-        profile->add_subcommand("store", "Stores a profile, or puts it in place of the one that is there");
-    const auto stored = add_of_profile(store, command, run_profile_store);
-    store->add_option("FIELD=VALUE", stored->fields, "its fields, as 'ponctl profile kinds KIND' lists them; zero else")
-        ->required();
+    Command &store = profile.add("store", "Stores a profile, or puts it in place of the one that is there");
+    ProfileOptions &stored = add_of_profile(store, run_profile_store);
+    store.argument("FIELD=VALUE", &stored.fields, "its fields, as 'ponctl profile kinds KIND' lists them; zero else")
+        .is_required();
 
-    CLI::App *remove = profile->add_subcommand("delete", "Deletes a profile");
-    const auto removed = add_of_profile(remove, command, run_profile_delete);
-    remove->add_option("NAME", removed->name, "its name")->required();
+    Command &remove = profile.add("delete", "Deletes a profile");
+    ProfileOptions &removed = add_of_profile(remove, run_profile_delete);
+    remove.argument("NAME", &removed.name, "its name").is_required();
 }
 
-void add_loid(CLI::App &app, Command &command)
+void add_loid(Command &app)
 {
-    CLI::App *loid = app.add_subcommand("loid", "Lists, adds and deletes the LOIDs of a PON port");
-    loid->require_subcommand(1);
-    CLI::App *list = loid->add_subcommand("list", "Lists the LOIDs of a PON port");
-    auto port = std::make_shared<std::string>();
-    list->add_option("PORT", *port, "PON port number")->required();
-    runs(list, command, port, run_loid_list);
-    add_loid_change(*loid, command, true);
-    add_loid_change(*loid, command, false);
+    Command &loid = app.add("loid", "Lists, adds and deletes the LOIDs of a PON port");
+    Command &list = loid.add("list", "Lists the LOIDs of a PON port");
+    std::string &port = list.runs(run_loid_list);
+    list.argument("PORT", &port, "PON port number").is_required();
+    add_loid_change(loid, true);
+    add_loid_change(loid, false);
 }
 
 } // namespace ponctl

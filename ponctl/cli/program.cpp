@@ -9,11 +9,11 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include "cli/help.h"
+#include "command_line/parse.h"
 #include "consent.h"
 #include "mode.h"
 #include "report.h"
-#include "words.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -38,28 +38,19 @@ int finish(int code)
     return exit_output;
 }
 
-} // namespace
-
-std::vector<std::string> with_interval(const std::vector<std::string> &words)
+// Whether a word behind --watch is its interval.
+bool is_interval(const std::string &word)
 {
-    std::vector<std::string> whole;
-    bool options = true;
-    for (size_t index = 0; index < words.size(); ++index) {
-        whole.push_back(words[index]);
-        if (words[index] == "--") options = false;
-        if (!options || words[index] != "--watch") continue;
-        const bool given = index + 1 < words.size() && !words[index + 1].empty() &&
-                           words[index + 1].find_first_not_of("0123456789.") == std::string::npos;
-        whole.back() += std::string("=") + (given ? words[++index] : default_interval);
-    }
-    return whole;
+    return !word.empty() && word.find_first_not_of("0123456789.") == std::string::npos;
 }
+
+} // namespace
 
 Output GlobalOptions::output() const
 {
     constexpr std::array<std::string_view, 4> names{"table", "json", "hex", "csv"}; // in the order of Format
     const auto name = std::ranges::find(names, format);
-    if (name == names.end()) throw UsageError("--output: '" + format + "' is not one of " + join(names));
+    if (name == names.end()) throw UsageError("--output: '" + format + "' is not one of " + text::join(names));
     Output output{stdout, static_cast<Format>(name - names.begin()), !no_headings};
     if (quiet) {
         static std::FILE *const nowhere = std::fopen("/dev/null", "w");
@@ -75,7 +66,7 @@ bool GlobalOptions::colours_on(int stream) const
 {
     constexpr std::array<std::string_view, 3> names{"auto", "always", "never"};
     if (std::ranges::find(names, colour) == names.end())
-        throw UsageError("--color: '" + colour + "' is not one of " + join(names));
+        throw UsageError("--color: '" + colour + "' is not one of " + text::join(names));
     const char *const no_color = std::getenv("NO_COLOR"), *const terminal = std::getenv("TERM");
     if (colour != "auto") return colour == "always";
     return isatty(stream) && !(no_color && *no_color) && !(terminal && terminal == std::string_view("dumb"));
@@ -105,80 +96,77 @@ void GlobalOptions::export_settings() const
 }
 
 Program::Program(const GlobalOptions &defaults)
-    : app("Reaches every operation of an EPON OLT's PON management service.", "ponctl"), global(defaults)
+    : tree("ponctl", "Reaches every operation of an EPON OLT's PON management service."), global(defaults)
 {
-    app.formatter(std::make_shared<HelpFormatter>());
-    app.require_subcommand(1);
-    app.fallthrough();
-    app.set_help_flag("-h,--help", "print this help");
-    app.set_version_flag("--version", "ponctl " PONCTL_VERSION, "print the version");
-    app.add_option("-o,--output", global.format, "form of the output; table when left out")
-        ->type_name("table|json|hex|csv");
-    app.add_flag("--no-headings", global.no_headings, "tables and CSV without their heading line");
-    app.add_flag("-q,--quiet", global.quiet, "no results, and on standard error only what goes wrong");
-    app.add_option("--color", global.colour, "whether output is coloured; auto, when left out: on a terminal alone")
-        ->type_name("auto|always|never");
-    app.add_flag("--yes", global.yes, "do not ask before what affects ONUs in service");
-    app.add_flag("--dry-run", global.dry_run, "show the requests that would be sent, and send nothing");
-    app.add_option("--watch", global.interval, "read again and again, with so many seconds between; 2 when left out")
-        ->option_text("[SECONDS]");
-    app.add_option("--count", global.count, "with --watch: end after so many readings; else with Ctrl-C")
-        ->type_name("N");
-    app.add_option("--socket-dir", global.socket_dir, "folder of the service's sockets; BOARD_IPC_DIR when left out")
-        ->type_name("DIR");
-    app.add_option("--timeout", global.timeout,
-                   "milliseconds to wait for an answer; BOARD_IPC_TIMEOUT_MS when left out")
-        ->type_name("MS");
-    add_ops(app, command);
-    add_call(app, command);
-    add_raw(app, command);
-    add_trace(app, command);
-    add_replay(app, command);
-    add_idset(app, command);
-    add_onu(app, command);
-    add_port(app, command);
-    add_arp(app, command);
-    add_bulk(app, command);
-    add_profile(app, command);
-    add_loid(app, command);
-    add_whitelist(app, command);
-    add_blacklist(app, command);
-    add_auth(app, command);
-    add_alarm(app, command);
-    add_optics(app, command);
-    add_sla(app, command);
-    add_p2p(app, command);
-    add_fdb(app, command);
-    add_upgrade(app, command);
-    add_loop(app, command);
-    add_config(app, command);
-    add_debug(app, command);
-    add_i2c(app, command);
-    add_batch(app, lines, global);
-    add_shell(app, lines, global);
+    tree.option("-h,--help", command_line::Help{}, "print this help");
+    tree.option("--version", command_line::Version{"ponctl " PONCTL_VERSION}, "print the version");
+    tree.option("-o,--output", &global.format, "form of the output; table when left out", "table|json|hex|csv");
+    tree.option("--no-headings", &global.no_headings, "tables and CSV without their heading line");
+    tree.option("-q,--quiet", &global.quiet, "no results, and on standard error only what goes wrong");
+    tree.option("--color", &global.colour, "whether output is coloured; auto, when left out: on a terminal alone",
+                "auto|always|never");
+    tree.option("--yes", &global.yes, "do not ask before what affects ONUs in service");
+    tree.option("--dry-run", &global.dry_run, "show the requests that would be sent, and send nothing");
+    tree.option("--watch", &global.interval, "read again and again, with so many seconds between; 2 when left out",
+                "SECONDS")
+        .may_leave_out_value({default_interval, is_interval});
+    tree.option("--count", &global.count, "with --watch: end after so many readings; else with Ctrl-C", "N");
+    tree.option("--socket-dir", &global.socket_dir, "folder of the service's sockets; BOARD_IPC_DIR when left out",
+                "DIR");
+    tree.option("--timeout", &global.timeout, "milliseconds to wait for an answer; BOARD_IPC_TIMEOUT_MS when left out",
+                "MS");
+    add_ops(tree);
+    add_call(tree);
+    add_raw(tree);
+    add_trace(tree);
+    add_replay(tree);
+    add_idset(tree);
+    add_onu(tree);
+    add_port(tree);
+    add_arp(tree);
+    add_bulk(tree);
+    add_profile(tree);
+    add_loid(tree);
+    add_whitelist(tree);
+    add_blacklist(tree);
+    add_auth(tree);
+    add_alarm(tree);
+    add_optics(tree);
+    add_sla(tree);
+    add_p2p(tree);
+    add_fdb(tree);
+    add_upgrade(tree);
+    add_loop(tree);
+    add_config(tree);
+    add_debug(tree);
+    add_i2c(tree);
+    add_batch(*this);
+    add_shell(*this);
 }
 
 int run_line(const std::vector<std::string> &words, const GlobalOptions &defaults)
 {
     Program program(defaults);
     try {
-        const std::vector<std::string> whole = with_interval(words);
-        program.app.parse(std::vector<std::string>(whole.rbegin(), whole.rend())); // it takes them from the back
+        const command_line::Line line = command_line::parse(program.tree, words);
+        const Action &action = static_cast<const Command &>(*line.command).run;
         program.global.export_settings();
-        if (program.lines) {
+        if (std::ranges::find(program.line_runners, line.command) != program.line_runners.end()) {
             mode() = {.quiet = program.global.quiet, .red = program.global.colours_on(STDERR_FILENO)};
-            return finish(program.lines(program.global.output()));
+            return finish(action(program.global.output()));
         }
-        const auto watching = program.global.watching(words, wants_chart(program.app));
+        const auto watching = program.global.watching(words, line.gives(chart_option));
         mode() = {.quiet = program.global.quiet,
                   .dry_run = program.global.dry_run,
                   .watched = watching.has_value(),
                   .red = program.global.colours_on(STDERR_FILENO)};
         start_consent(program.global.yes || program.global.dry_run);
-        return finish(run(program.command, program.global.output(), watching));
-    } catch (const CLI::ParseError &error) {
-        if (error.get_exit_code() == 0) return finish(program.app.exit(error));
-        complain(explain(program.app, error));
+        return finish(run(action, program.global.output(), watching));
+    } catch (const command_line::TextWanted &wanted) {
+        std::fputs(wanted.text.c_str(), stdout);
+        return finish(exit_success);
+    } catch (const command_line::WrongLine &error) {
+        complain(error.what());
     } catch (const UsageError &error) {
         complain(error.what());
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/cli.h"
+#include "cli/run.h"
 
 namespace ponctl
 {
@@ -39,14 +40,10 @@ struct Program {
     Program(const Program &) = delete;
     Program &operator=(const Program &) = delete;
 
-    CLI::App app;
+    Command tree;
     GlobalOptions global;
-    Command command;
-    Command lines; // in place of it: runs lines, each by itself and with the global options
+    std::vector<const command_line::Syntax *> line_runners; // run lines, each by itself and with the global options
 };
-
-// The words with the interval of --watch, which may be left out, written as --watch=SECONDS.
-std::vector<std::string> with_interval(const std::vector<std::string> &words);
 
 // Runs one command line, without the program's name. What is wrong with it goes to standard error. `defaults` hold
 // where the line says nothing else.

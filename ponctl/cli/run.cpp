@@ -51,31 +51,31 @@ private:
     std::FILE *opened;
 };
 
-// Runs the command once. In JSON there is one document, whatever becomes of it: how it ended, where it has no result.
-ExitCode answer(const Command &command, const Output &output)
+// Acts once. In JSON there is one document, whatever becomes of it: how it ended, where it has no result.
+ExitCode answer(const Action &action, const Output &output)
 {
     const size_t before = Json::written();
-    const ExitCode code = command(output);
+    const ExitCode code = action(output);
     if (output.format == Format::json && Json::written() == before) print_ending(output, last_exchange(), code);
     return code;
 }
 
 // `heading`: the last heading line of CSV.
-ExitCode show(const Command &command, const Output &output, std::string &heading)
+ExitCode show(const Action &action, const Output &output, std::string &heading)
 {
-    if (output.format != Format::csv) return answer(command, output);
+    if (output.format != Format::csv) return answer(action, output);
     Capture capture;
     Output json = capture.instead_of(output);
     json.format = Format::json;
-    const ExitCode code = answer(command, json);
+    const ExitCode code = answer(action, json);
     print_csv(output, capture.written(), heading);
     return code;
 }
 
-ExitCode show(const Command &command, const Output &output)
+ExitCode show(const Action &action, const Output &output)
 {
     std::string heading;
-    return show(command, output, heading);
+    return show(action, output, heading);
 }
 
 void show_requests(const Output &output, const std::vector<Exchange> &requests)
@@ -89,12 +89,12 @@ void show_requests(const Output &output, const std::vector<Exchange> &requests)
 }
 
 // Nothing is shown but the requests, be it those that were made before something was found wrong.
-ExitCode run_dry(const Command &command, const Output &output)
+ExitCode run_dry(const Action &action, const Output &output)
 {
     take_kept_requests();
     Capture unseen;
     try {
-        const ExitCode code = command(unseen.instead_of(output));
+        const ExitCode code = action(unseen.instead_of(output));
         show_requests(output, take_kept_requests());
         return code;
     } catch (const UsageError &) {
@@ -161,14 +161,14 @@ private:
     std::string said;
 };
 
-ExitCode watch(const Command &command, const Output &output, const Watching &watching)
+ExitCode watch(const Action &action, const Output &output, const Watching &watching)
 {
     Repeat repeat(watching.interval, watching.count);
     std::string heading;
     for (bool first = true; repeat.next(); first = false) {
         Capture capture;
         const Hold hold; // else the reading would be written over it
-        const ExitCode code = show(command, capture.instead_of(output), heading);
+        const ExitCode code = show(action, capture.instead_of(output), heading);
         put(output, watching, capture.written(), first);
         if (code != exit_success) return code;
     }
@@ -177,10 +177,10 @@ ExitCode watch(const Command &command, const Output &output, const Watching &wat
 
 } // namespace
 
-ExitCode run(const Command &command, const Output &output, const std::optional<Watching> &watching)
+ExitCode run(const Action &action, const Output &output, const std::optional<Watching> &watching)
 {
-    if (mode().dry_run) return run_dry(command, output);
-    return watching ? watch(command, output, *watching) : show(command, output);
+    if (mode().dry_run) return run_dry(action, output);
+    return watching ? watch(action, output, *watching) : show(action, output);
 }
 
 } // namespace ponctl

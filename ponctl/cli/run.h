@@ -10,8 +10,8 @@
 namespace ponctl
 {
 
-// The command that the command line chose.
-using Command = std::function<ExitCode(const Output &)>;
+// What the command does that the command line chose.
+using Action = std::function<ExitCode(const Output &)>;
 
 struct Watching {
     std::string interval; // seconds
@@ -19,8 +19,8 @@ struct Watching {
     std::string title;    // of what is read
 };
 
-// Runs the command, and shows what it writes: in a dry run, its requests in place of that. Where it is watched, it runs
+// Acts, and shows what it writes: in a dry run, its requests in place of that. Where it is watched, it runs
 // again until a reading fails, there were enough, or an interrupt comes.
-ExitCode run(const Command &command, const Output &output, const std::optional<Watching> &watching);
+ExitCode run(const Action &action, const Output &output, const std::optional<Watching> &watching);
 
 } // namespace ponctl

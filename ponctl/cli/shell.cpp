@@ -9,8 +9,8 @@
 #include "cli/lines.h"
 #include "line_editor.h"
 #include "report.h"
+#include "text/words.h"
 #include "tokens.h"
-#include "words.h"
 
 namespace ponctl
 {
@@ -35,7 +35,7 @@ std::filesystem::path history_file()
 // Whether a line may hold a password. One too many stays out of the history rather than one too few.
 bool is_secret(const std::string &line)
 {
-    return lower_case(line).find("passw") != line.npos;
+    return text::lower_case(line).find("passw") != line.npos;
 }
 
 class Shell
@@ -106,12 +106,13 @@ ExitCode run_shell(const Output &output, const GlobalOptions &global)
 
 } // namespace
 
-void add_shell(CLI::App &app, Command &command, const GlobalOptions &global)
+void add_shell(Program &program)
 {
-    CLI::App *shell = app.add_subcommand("shell", "Runs the lines that you type, with completion and history");
-    if (global.nested) shell->group("");
-    shell->footer(footer);
-    shell->callback([&] { command = [&global](const Output &output) { return run_shell(output, global); }; });
+    Command &shell = program.tree.add("shell", "Runs the lines that you type, with completion and history");
+    shell.hidden = program.global.nested;
+    shell.footer = footer;
+    shell.run = [&global = program.global](const Output &output) { return run_shell(output, global); };
+    program.line_runners.push_back(&shell);
 }
 
 } // namespace ponctl

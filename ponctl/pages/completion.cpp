@@ -2,18 +2,18 @@
 
 #include <algorithm>
 
-#include "cli/help.h"
 #include "operation_text.h"
 #include "pages/tree.h"
+#include "text/words.h"
 
 namespace ponctl
 {
 namespace
 {
 
-std::vector<Candidate> values_of(const CLI::Option &option)
+std::vector<Candidate> values_of(const Operand &operand)
 {
-    switch (completes(option)) {
+    switch (completes(operand)) {
     case Completes::files:
         return {{"@files", {}}};
     case Completes::folders:
@@ -24,36 +24,36 @@ std::vector<Candidate> values_of(const CLI::Option &option)
         break;
     }
     std::vector<Candidate> values;
-    for (const std::string &word : words_for(option)) {
+    for (const std::string &word : words_for(operand)) {
         const catalogue::Operation *operation = catalogue::find_operation(word);
         values.push_back({word, operation ? std::string(operation->brief) : std::string()});
     }
     return values;
 }
 
-void add_positions(std::vector<Position> &positions, const CLI::App &command)
+void add_positions(std::vector<Position> &positions, const Syntax &command)
 {
-    const std::string path = path_of(command);
+    const std::string path = command.path();
     Position commands{"commands:" + path, {}};
-    for (const CLI::App *each : commands_of(command))
-        commands.candidates.push_back({each->get_name(), each->get_description()});
+    for (const Syntax *each : commands_of(command))
+        commands.candidates.push_back({each->name, each->brief});
     if (!commands.candidates.empty()) positions.push_back(commands);
 
     Position options{"options:" + path, {}};
-    for (const CLI::Option *option : options_of(command)) {
-        if (option == command.get_help_ptr() && command.get_parent()) continue; // the program's own holds everywhere
-        for (const std::string &spelling : spellings_of(*option)) {
-            options.candidates.push_back({spelling, option->get_description()});
-            if (takes_next_word(*option)) positions.push_back({"value:" + path + ":" + spelling, values_of(*option)});
+    for (const Operand &option : command.options) {
+        if (command.inherits(option)) continue; // the program's own holds everywhere
+        for (const std::string &spelling : option.spellings()) {
+            options.candidates.push_back({spelling, option.help});
+            if (option.takes_next_word()) positions.push_back({"value:" + path + ":" + spelling, values_of(option)});
         }
     }
     if (!options.candidates.empty()) positions.push_back(options);
 
     size_t number = 0;
-    for (const CLI::Option *argument : arguments_of(command))
+    for (const Operand &argument : command.arguments)
         positions.push_back(
-            {"argument:" + path + ":" + (takes_many(*argument) ? std::string("more") : std::to_string(++number)),
-             values_of(*argument)});
+            {"argument:" + path + ":" + (argument.takes_many() ? std::string("more") : std::to_string(++number)),
+             values_of(argument)});
 }
 
 Position arguments_of(const catalogue::Operation &operation)
@@ -78,15 +78,15 @@ Position arguments_of(const catalogue::Operation &operation)
 // A text in single quotes, with what may not stand in them replaced.
 std::string quoted(const std::string &text, const std::string &apostrophe)
 {
-    return "'" + CLI::detail::find_and_replace(text, "'", apostrophe) + "'";
+    return "'" + text::replaced(text, "'", apostrophe) + "'";
 }
 
 } // namespace
 
-std::vector<Position> positions_of(const CLI::App &program)
+std::vector<Position> positions_of(const Syntax &program)
 {
     std::vector<Position> positions;
-    for (const CLI::App *command : all_commands_of(program))
+    for (const Syntax *command : all_commands_of(program))
         add_positions(positions, *command);
     for (const catalogue::Operation &operation : catalogue::operations())
         positions.push_back(arguments_of(operation));
@@ -111,7 +111,7 @@ std::string zsh_table(const std::vector<Position> &positions)
     for (const Position &position : positions) {
         text += "    '" + position.key + "') known=(";
         for (const Candidate &candidate : position.candidates) {
-            std::string word = CLI::detail::find_and_replace(candidate.word, ":", "\\:");
+            std::string word = text::replaced(candidate.word, ":", "\\:");
             if (!candidate.about.empty()) word += ":" + candidate.about;
             text += "\n        " + quoted(word, "'\\''");
         }

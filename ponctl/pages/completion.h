@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
+#include "command_line/command_tree.h"
 
 namespace ponctl
 {
@@ -26,7 +26,7 @@ struct Position {
     std::vector<Candidate> candidates;
 };
 
-std::vector<Position> positions_of(const CLI::App &program);
+std::vector<Position> positions_of(const command_line::Syntax &program);
 
 // The table as a function of a shell. It is followed by the lines that walk it.
 std::string bash_table(const std::vector<Position> &positions);

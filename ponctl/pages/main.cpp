@@ -30,7 +30,8 @@ std::string contents(const fs::path &file)
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-void write_manual(const CLI::App &program, const fs::path &prose, const fs::path &folder, const std::string &date)
+void write_manual(const command_line::Syntax &program, const fs::path &prose, const fs::path &folder,
+                  const std::string &date)
 {
     fs::remove_all(folder); // a command that is gone has no page any more
     const auto write_page = [&](const std::string &name, const auto &make) {
@@ -39,13 +40,12 @@ void write_manual(const CLI::App &program, const fs::path &prose, const fs::path
         own.check_used();
     };
     write_page("ponctl", [&](ponctl::Prose &own) { return ponctl::overview_page(program, own, date); });
-    for (const CLI::App *group : ponctl::commands_of(program))
-        write_page("ponctl-" + group->get_name(),
-                   [&](ponctl::Prose &own) { return ponctl::group_page(*group, own, date); });
+    for (const command_line::Syntax *group : ponctl::commands_of(program))
+        write_page("ponctl-" + group->name, [&](ponctl::Prose &own) { return ponctl::group_page(*group, own, date); });
     write(folder / "man7" / "ponctl-operations.7", ponctl::operations_page(date));
 }
 
-void write_completions(const CLI::App &program, const fs::path &walks, const fs::path &folder)
+void write_completions(const command_line::Syntax &program, const fs::path &walks, const fs::path &folder)
 {
     const std::string note = "# Written by ponctl_pages, from what ponctl knows of itself.\n\n";
     const std::vector<ponctl::Position> positions = ponctl::positions_of(program);
@@ -66,8 +66,8 @@ int main(int argc, char **argv)
     try {
         const ponctl::Program program;
         const fs::path source = argv[1], folder = argv[2];
-        write_manual(program.app, source / "man", folder / "man", argv[3]);
-        write_completions(program.app, source / "completion", folder / "completion");
+        write_manual(program.tree, source / "man", folder / "man", argv[3]);
+        write_completions(program.tree, source / "completion", folder / "completion");
     } catch (const std::exception &error) {
         std::fprintf(stderr, "ponctl_pages: %s\n", error.what());
         return 1;

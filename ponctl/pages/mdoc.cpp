@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include <CLI/CLI.hpp>
+#include "text/words.h"
 
 namespace ponctl::mdoc
 {
@@ -29,7 +29,7 @@ std::string escaped(std::string_view text)
 std::string text(std::string_view text)
 {
     const bool like_a_macro = text.starts_with('.') || text.starts_with('\'');
-    return (like_a_macro ? "\\&" : "") + CLI::detail::find_and_replace(escaped(text), ". ", ".\n") + "\n";
+    return (like_a_macro ? "\\&" : "") + text::replaced(escaped(text), ". ", ".\n") + "\n";
 }
 
 // The first sign keeps short words, such as ID, from being taken for macros.

@@ -3,16 +3,15 @@
 
 #include <string>
 
-#include <CLI/CLI.hpp>
-
+#include "command_line/command_tree.h"
 #include "pages/prose.h"
 
 namespace ponctl
 {
 
-std::string overview_page(const CLI::App &program, Prose &prose, const std::string &date);
+std::string overview_page(const command_line::Syntax &program, Prose &prose, const std::string &date);
 // Of a command of the program with all below it.
-std::string group_page(const CLI::App &command, Prose &prose, const std::string &date);
+std::string group_page(const command_line::Syntax &command, Prose &prose, const std::string &date);
 std::string operations_page(const std::string &date);
 
 } // namespace ponctl

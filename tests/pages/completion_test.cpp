@@ -1,4 +1,5 @@
 // The completions of shells: that of bash as bash runs it; of the others, which need not be there, what they know.
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -48,21 +49,26 @@ Words completed(const std::string &line)
     return completed(Words{line}).front();
 }
 
-Words names_of(const std::vector<const CLI::App *> &commands)
+Words names_of(const std::vector<const Syntax *> &commands)
 {
     Words names;
-    for (const CLI::App *command : commands)
-        names.push_back(command->get_name());
+    for (const Syntax *command : commands)
+        names.push_back(command->name);
     return names;
 }
 
+const Syntax &command_named(const std::string &name, const Program &program)
+{
+    return **std::ranges::find(program.tree.commands, name, &Syntax::name);
+}
+
 // The options of a command itself; --help is the program's.
-Words spellings_of_options(const CLI::App &command)
+Words spellings_of_options(const Syntax &command)
 {
     Words spellings;
-    for (const CLI::Option *option : options_of(command)) {
-        if (option == command.get_help_ptr() && command.get_parent()) continue;
-        for (const std::string &spelling : spellings_of(*option))
+    for (const Operand &option : command.options) {
+        if (command.inherits(option)) continue;
+        for (const std::string &spelling : option.spellings())
             spellings.push_back(spelling);
     }
     return spellings;
@@ -78,15 +84,15 @@ TEST(BashCompletion, FinishesACommand)
 TEST(BashCompletion, KnowsEveryCommandAndOptionOfEveryCommand)
 {
     const Program program;
-    const auto commands = all_commands_of(program.app);
+    const auto commands = all_commands_of(program.tree);
     Words lines;
-    for (const CLI::App *command : commands) {
-        const std::string line = "ponctl " + path_of(*command);
+    for (const Syntax *command : commands) {
+        const std::string line = "ponctl " + command->path();
         lines.push_back(line + (line.ends_with(' ') ? "" : " "));
         lines.push_back(lines.back() + "-");
     }
     const std::vector<Words> offered = completed(lines);
-    const Words everywhere = spellings_of_options(program.app);
+    const Words everywhere = spellings_of_options(program.tree);
     for (size_t i = 0; i < commands.size(); ++i) {
         EXPECT_THAT(offered[2 * i], IsSupersetOf(names_of(commands_of(*commands[i])))) << lines[2 * i];
         EXPECT_THAT(offered[2 * i + 1], IsSupersetOf(spellings_of_options(*commands[i]))) << lines[2 * i];
@@ -98,8 +104,8 @@ TEST(BashCompletion, OffersTheCommandsOfAGroupAndNothingElse)
 {
     const Program program;
     EXPECT_THAT(completed("ponctl onu "),
-                UnorderedElementsAreArray(names_of(commands_of(*program.app.get_subcommand("onu")))));
-    EXPECT_THAT(completed("ponctl "), UnorderedElementsAreArray(names_of(commands_of(program.app))));
+                UnorderedElementsAreArray(names_of(commands_of(command_named("onu", program)))));
+    EXPECT_THAT(completed("ponctl "), UnorderedElementsAreArray(names_of(commands_of(program.tree))));
 }
 
 TEST(BashCompletion, OffersTheWordsThatAnOptionTakes)
@@ -181,8 +187,8 @@ template <class Known>
 void compare_with_commands(Known known)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app)) {
-        const std::string path = path_of(*command);
+    for (const Syntax *command : all_commands_of(program.tree)) {
+        const std::string path = command->path();
         EXPECT_EQ(known("commands:" + path), names_of(commands_of(*command))) << path;
         EXPECT_EQ(known("options:" + path), spellings_of_options(*command)) << path;
     }

@@ -9,6 +9,7 @@
 
 #include "cli/program.h"
 #include "pages/tree.h"
+#include "tokens.h"
 #include "tool.h"
 
 namespace
@@ -38,7 +39,7 @@ std::vector<Case> cases_of(const std::filesystem::path &file)
 // The words of a line, without the program's; apostrophes hold words together.
 std::vector<std::string> words_of(const std::string &line)
 {
-    std::vector<std::string> words = CLI::detail::split_up(line);
+    std::vector<std::string> words = ponctl::split_line(line);
     words.erase(words.begin());
     return words;
 }
@@ -86,9 +87,9 @@ INSTANTIATE_TEST_SUITE_P(OfGroup, Errors, testing::ValuesIn(files()),
 TEST(ErrorFiles, AreThereForEveryGroup)
 {
     const ponctl::Program program;
-    for (const CLI::App *group : ponctl::commands_of(program.app))
-        EXPECT_TRUE(std::filesystem::exists(std::filesystem::path(ERRORS) / (group->get_name() + ".txt")))
-            << group->get_name() << ": write what it says to wrong input";
+    for (const ponctl::Syntax *group : ponctl::commands_of(program.tree))
+        EXPECT_TRUE(std::filesystem::exists(std::filesystem::path(ERRORS) / (group->name + ".txt")))
+            << group->name << ": write what it says to wrong input";
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "cli/program.h"
 #include "pages/tree.h"
 #include "shell.h"
+#include "text/words.h"
 #include "tool.h"
 
 namespace
@@ -15,13 +16,13 @@ namespace
 using namespace ponctl;
 using testing::HasSubstr;
 
-std::vector<std::string> words_of(const CLI::App &command)
+std::vector<std::string> words_of(const Syntax &command)
 {
-    const std::string path = path_of(command);
-    return path.empty() ? std::vector<std::string>() : CLI::detail::split(path, ' ');
+    const std::string path = command.path();
+    return path.empty() ? std::vector<std::string>() : text::split(path, ' ');
 }
 
-Said help_of(const CLI::App &command)
+Said help_of(const Syntax &command)
 {
     std::vector<std::string> words = words_of(command);
     words.push_back("--help");
@@ -38,9 +39,9 @@ bool starts_in_lower_case(const std::string &text)
 TEST(Help, OfEveryCommandGoesToStandardOutputWithSuccess)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app)) {
+    for (const Syntax *command : all_commands_of(program.tree)) {
         const Said finished = help_of(*command);
-        const std::string path = path_of(*command);
+        const std::string path = command->path();
         EXPECT_EQ(finished.code, 0) << path;
         EXPECT_EQ(finished.err, "") << path;
         EXPECT_THAT(finished.out, HasSubstr("\nUsage: ponctl " + (path.empty() ? "" : path + " ") + "["));
@@ -50,21 +51,21 @@ TEST(Help, OfEveryCommandGoesToStandardOutputWithSuccess)
 TEST(Help, NamesAllThatACommandTakes)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app)) {
+    for (const Syntax *command : all_commands_of(program.tree)) {
         const std::string help = help_of(*command).out;
-        for (const CLI::App *each : commands_of(*command))
-            EXPECT_THAT(help, HasSubstr("\n  " + each->get_name())) << path_of(*command);
-        for (const CLI::Option *argument : arguments_of(*command))
-            EXPECT_THAT(help, HasSubstr("\n  " + argument->get_name(true))) << path_of(*command);
-        for (const CLI::Option *option : options_of(*command))
-            EXPECT_THAT(help, HasSubstr(spellings_of(*option).back())) << path_of(*command);
+        for (const Syntax *each : commands_of(*command))
+            EXPECT_THAT(help, HasSubstr("\n  " + each->name)) << command->path();
+        for (const Operand &argument : command->arguments)
+            EXPECT_THAT(help, HasSubstr("\n  " + argument.name)) << command->path();
+        for (const Operand &option : command->options)
+            EXPECT_THAT(help, HasSubstr(option.spellings().back())) << command->path();
     }
 }
 
 TEST(Help, FitsATerminal)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app))
+    for (const Syntax *command : all_commands_of(program.tree))
         for (const std::string &line : lines_of(help_of(*command).out))
             EXPECT_LE(line.size(), 80u) << line;
 }
@@ -72,22 +73,23 @@ TEST(Help, FitsATerminal)
 TEST(Help, DescribesEveryArgumentAndOptionAlike)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app))
-        for (const CLI::Option *option : command->get_options()) {
-            const std::string about = option->get_description();
-            const std::string where = path_of(*command) + " " + option->get_name(true, true);
-            ASSERT_NE(about, "") << where;
-            EXPECT_TRUE(starts_in_lower_case(about)) << where << ": " << about;
-            EXPECT_NE(about.back(), '.') << where << ": " << about;
-        }
+    for (const Syntax *command : all_commands_of(program.tree))
+        for (const auto *operands : {&command->arguments, &command->options})
+            for (const Operand &operand : *operands) {
+                const std::string &about = operand.help;
+                const std::string where = command->path() + " " + operand.name;
+                ASSERT_NE(about, "") << where;
+                EXPECT_TRUE(starts_in_lower_case(about)) << where << ": " << about;
+                EXPECT_NE(about.back(), '.') << where << ": " << about;
+            }
 }
 
 TEST(Help, SaysWhatEveryCommandDoesInTheThirdPerson)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app)) {
-        if (!command->get_parent()) continue;
-        const std::string about = command->get_description();
+    for (const Syntax *command : all_commands_of(program.tree)) {
+        if (!command->parent) continue;
+        const std::string about = command->brief;
         const std::string verb = about.substr(0, about.find_first_of(", "));
         EXPECT_TRUE(std::isupper(static_cast<unsigned char>(verb.front()))) << about;
         EXPECT_TRUE(verb.ends_with('s')) << about;
@@ -98,10 +100,10 @@ TEST(Help, SaysWhatEveryCommandDoesInTheThirdPerson)
 TEST(Help, NamesTheValueOfEveryOption)
 {
     const Program program;
-    for (const CLI::App *command : all_commands_of(program.app))
-        for (const CLI::Option *option : options_of(*command)) {
-            if (option->get_type_size() == 0) continue;
-            EXPECT_THAT(help_of(*command).out, HasSubstr(spellings_of(*option).back() + " " + value_name(*option)));
+    for (const Syntax *command : all_commands_of(program.tree))
+        for (const Operand &option : command->options) {
+            if (option.is_flag()) continue;
+            EXPECT_THAT(help_of(*command).out, HasSubstr(option.spellings().back() + " " + option.value_name()));
         }
 }
 

@@ -8,6 +8,7 @@
 #include "cli/program.h"
 #include "pages/tree.h"
 #include "shell.h"
+#include "text/words.h"
 
 namespace
 {
@@ -16,9 +17,9 @@ using namespace ponctl;
 using testing::AnyOf;
 using testing::HasSubstr;
 
-std::string page_of(const CLI::App &group)
+std::string page_of(const Syntax &group)
 {
-    return MANUAL "/man1/ponctl-" + group.get_name() + ".1";
+    return MANUAL "/man1/ponctl-" + group.name + ".1";
 }
 
 // From a heading of this text to the next one, of a page as it is read.
@@ -43,17 +44,17 @@ TEST(Manual, IsGoodMdoc)
         ++pages;
     }
     const Program program;
-    EXPECT_EQ(pages, commands_of(program.app).size() + 2);
+    EXPECT_EQ(pages, commands_of(program.tree).size() + 2);
 }
 
 TEST(Manual, ListsEveryCommandInTheOverview)
 {
     const Program program;
     const std::string commands = section_of(rendered(MANUAL "/man1/ponctl.1"), "COMMANDS");
-    for (const CLI::App *group : commands_of(program.app)) {
-        const std::string item = "\n     " + group->get_name();
+    for (const Syntax *group : commands_of(program.tree)) {
+        const std::string item = "\n     " + group->name;
         EXPECT_THAT(commands, AnyOf(HasSubstr(item + " "), HasSubstr(item + "\n")));
-        EXPECT_THAT(commands, HasSubstr("See ponctl-" + group->get_name() + "(1)."));
+        EXPECT_THAT(commands, HasSubstr("See ponctl-" + group->name + "(1)."));
     }
 }
 
@@ -61,8 +62,8 @@ TEST(Manual, HasEveryOptionOfTheProgramInTheOverview)
 {
     const Program program;
     const std::string options = section_of(rendered(MANUAL "/man1/ponctl.1"), "OPTIONS");
-    for (const CLI::Option *option : options_of(program.app))
-        EXPECT_THAT(options, HasSubstr(CLI::detail::join(spellings_of(*option), ", ")));
+    for (const Operand &option : program.tree.options)
+        EXPECT_THAT(options, HasSubstr(text::join(option.spellings())));
 }
 
 TEST(Manual, OverviewHasAllThatIsWrittenByHand)
@@ -75,17 +76,17 @@ TEST(Manual, OverviewHasAllThatIsWrittenByHand)
 TEST(Manual, HasASectionForEveryCommandBelowAGroup)
 {
     const Program program;
-    for (const CLI::App *group : commands_of(program.app)) {
+    for (const Syntax *group : commands_of(program.tree)) {
         const std::string page = rendered(page_of(*group));
-        for (const CLI::App *command : all_commands_of(*group)) {
-            const std::string heading = command == group ? "DESCRIPTION" : path_of(*command);
+        for (const Syntax *command : all_commands_of(*group)) {
+            const std::string heading = command == group ? "DESCRIPTION" : command->path();
             const std::string section = section_of(page, heading);
-            EXPECT_THAT(section, HasSubstr(command->get_description())) << heading;
-            for (const CLI::Option *argument : arguments_of(*command))
-                EXPECT_THAT(section, HasSubstr("\n     " + argument->get_name(true))) << heading;
-            for (const CLI::Option *option : options_of(*command)) {
-                if (option == command->get_help_ptr()) continue;
-                EXPECT_THAT(section, HasSubstr(CLI::detail::join(spellings_of(*option), ", "))) << heading;
+            EXPECT_THAT(section, HasSubstr(command->brief)) << heading;
+            for (const Operand &argument : command->arguments)
+                EXPECT_THAT(section, HasSubstr("\n     " + argument.name)) << heading;
+            for (const Operand &option : command->options) {
+                if (command->inherits(option)) continue;
+                EXPECT_THAT(section, HasSubstr(text::join(option.spellings()))) << heading;
             }
         }
     }
@@ -94,11 +95,11 @@ TEST(Manual, HasASectionForEveryCommandBelowAGroup)
 TEST(Manual, HasTheSynopsisOfEveryCommandThatRuns)
 {
     const Program program;
-    for (const CLI::App *group : commands_of(program.app)) {
+    for (const Syntax *group : commands_of(program.tree)) {
         const std::string synopsis = section_of(rendered(page_of(*group)), "SYNOPSIS");
-        for (const CLI::App *command : all_commands_of(*group)) {
-            if (!runs_itself(*command)) continue;
-            const std::string line = "     ponctl " + path_of(*command);
+        for (const Syntax *command : all_commands_of(*group)) {
+            if (!command->runs_itself()) continue;
+            const std::string line = "     ponctl " + command->path();
             const bool there = (synopsis + " ").find(line + "\n") != synopsis.npos ||
                                (synopsis + " ").find(line + " ") != synopsis.npos;
             EXPECT_TRUE(there) << line << " in\n" << synopsis;

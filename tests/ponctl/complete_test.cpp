@@ -8,6 +8,7 @@
 
 #include "cli/complete.h"
 #include "cli/program.h"
+#include "text/words.h"
 
 namespace
 {
@@ -59,36 +60,24 @@ Words after(const Words &before, const std::string &word = {})
     return words_of(complete(before, word, an_olt));
 }
 
-// Every command of the tree, with the words that lead there.
-void each_command(const CLI::App &app, const Words &words, const std::function<void(const CLI::App &, Words)> &see)
-{
-    see(app, words);
-    for (const CLI::App *command : app.get_subcommands([](const CLI::App *) { return true; })) {
-        if (command->get_group().empty()) continue;
-        Words more = words;
-        more.push_back(command->get_name());
-        each_command(*command, more, see);
-    }
-}
-
 TEST(Completion, FindsEveryCommandAndOptionOfTheProgram)
 {
     GlobalOptions of_a_line;
     of_a_line.nested = true;
     const Program program(of_a_line);
     size_t seen = 0;
-    each_command(program.app, {}, [&seen](const CLI::App &app, const Words &words) {
+    for (const command_line::Syntax *command : all_commands_of(program.tree)) {
+        const Words words = command->parent ? text::split(command->path(), ' ') : Words();
         if (!words.empty()) {
             const Words before(words.begin(), words.end() - 1);
             EXPECT_THAT(after(before, words.back()), Contains(words.back()));
         }
-        for (const CLI::Option *option : app.get_options()) {
-            if (option->get_lnames().empty()) continue;
-            const std::string name = "--" + option->get_lnames().front();
-            EXPECT_THAT(after(words, name), Contains(name)) << app.get_name();
+        for (const command_line::Operand &option : command->options) {
+            const std::string name = "--" + option.plain_name();
+            EXPECT_THAT(after(words, name), Contains(name)) << command->name;
         }
         ++seen;
-    });
+    }
     EXPECT_GT(seen, 80u);
 }
 

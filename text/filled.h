@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ponctl
+namespace text
 {
 
 constexpr size_t page_width = 80;
@@ -13,4 +13,4 @@ constexpr size_t page_width = 80;
 std::string filled(std::string start, std::string_view text, size_t indent);
 std::string filled(std::string_view text, size_t indent);
 
-} // namespace ponctl
+} // namespace text

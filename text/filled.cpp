@@ -1,9 +1,9 @@
-#include "filled.h"
+#include "text/filled.h"
 
 #include <algorithm>
 #include <sstream>
 
-namespace ponctl
+namespace text
 {
 
 std::string filled(std::string start, std::string_view text, size_t indent)
@@ -29,4 +29,4 @@ std::string filled(std::string_view text, size_t indent)
     return filled({}, text, indent);
 }
 
-} // namespace ponctl
+} // namespace text

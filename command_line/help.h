@@ -1,0 +1,18 @@
+// What a program says of its command line, in lines that fit a terminal.
+#pragma once
+
+#include <string>
+
+#include "command_line/command_tree.h"
+
+namespace command_line
+{
+
+std::string help_of(const Syntax &command);
+
+// Each says what is wrong with a command line that got to `command`, and where to look what is right.
+std::string explain_unknown(const Syntax &command, const std::string &word);
+std::string explain_no_command(const Syntax &command);
+std::string explain(const Syntax &command, const std::string &what_is_wrong);
+
+} // namespace command_line
