@@ -122,54 +122,68 @@ class Entry:
         return entries[value]
 
 
+class Checkout:
+    """The files that the generator reads and writes, by their paths from the root."""
+
+    def __init__(self, root):
+        self.root = root
+
+    def inputs(self, folder):
+        return [str(path.relative_to(self.root)) for path in sorted((self.root / folder).glob("*.toml"))]
+
+    def read(self, name):
+        return (self.root / name).read_text(encoding="utf-8")
+
+    def write(self, name, text):
+        (self.root / name).parent.mkdir(parents=True, exist_ok=True)
+        (self.root / name).write_text(text, encoding="utf-8")
+
+
 class Catalogue:
     """All entries, read and checked."""
 
-    def __init__(self, root):
-        self.folder = root / "catalog"
-        self.root = root
+    def __init__(self, checkout):
+        self.checkout = checkout
         self.records, self.channels, self.commands, self.statuses = {}, {}, {}, {}
         self.layouts, self.views, self.families, self.types, self.functions = {}, {}, [], {}, {}
         self.taken, self.shown = {}, {}
         self.read_records()
         self.read_channels()
         self.read_statuses()
-        families = [path for name in SUBSYSTEMS for path in sorted((self.folder / name).glob("*.toml"))]
-        views = sorted((self.folder / "views").glob("*.toml"))
-        layouts = sorted((self.folder / "layouts").glob("*.toml"))
-        loaded = {path: self.load(path) for path in [*families, *views, *layouts]}
-        for path, table in loaded.items():
-            self.read_commands(path, table)
-        for path in families:
-            self.read_family(path, loaded[path])
+        families = [file for name in SUBSYSTEMS for file in checkout.inputs(f"catalog/{name}")]
+        views = checkout.inputs("catalog/views")
+        layouts = checkout.inputs("catalog/layouts")
+        loaded = {file: self.load(file) for file in [*families, *views, *layouts]}
+        for file, table in loaded.items():
+            self.read_commands(file, table)
+        for file in families:
+            self.read_family(file, loaded[file])
         for operation in self.operations():
             self.read_operation(operation)
-        for path in layouts:
-            self.read_layouts(path, loaded[path])
-        for path in views:
-            self.read_views(path, loaded[path])
+        for file in layouts:
+            self.read_layouts(file, loaded[file])
+        for file in views:
+            self.read_views(file, loaded[file])
 
-    def load(self, path):
-        name = path.relative_to(self.root)
+    def load(self, file):
         try:
-            table = tomllib.loads(path.read_text(encoding="utf-8"))
+            table = tomllib.loads(self.checkout.read(file))
         except FileNotFoundError:
-            raise CatalogueError(f"{name}: the file is missing") from None
+            raise CatalogueError(f"{file}: the file is missing") from None
         except (tomllib.TOMLDecodeError, UnicodeDecodeError) as error:
-            raise CatalogueError(f"{name}: not TOML: {error}") from None
+            raise CatalogueError(f"{file}: not TOML: {error}") from None
         known = {"module", "channel", "record", "status", "family", "command", "operation", "layout", "view",
                  "type", "function"}
         for key in table:
             if key not in known:
-                raise CatalogueError(f"{name}: unknown entry '{key}'; known are {', '.join(sorted(known))}")
+                raise CatalogueError(f"{file}: unknown entry '{key}'; known are {', '.join(sorted(known))}")
         return table
 
-    def entries(self, path, table, kind, required, optional=()):
-        name = path.relative_to(self.root)
+    def entries(self, file, table, kind, required, optional=()):
         entries = table.get(kind, [])
         if not isinstance(entries, list):
-            raise CatalogueError(f"{name}: {kind} entries start with [[{kind}]]")
-        return [Entry(name, kind, entry, required, optional) for entry in entries]
+            raise CatalogueError(f"{file}: {kind} entries start with [[{kind}]]")
+        return [Entry(file, kind, entry, required, optional) for entry in entries]
 
     def add(self, entries, entry):
         if entry.name in entries:
@@ -225,8 +239,8 @@ class Catalogue:
                  "step": {"name": field.name, "every": every, "first": index == 0}} for index in range(times)]
 
     def read_records(self):
-        path = self.folder / "records.toml"
-        for record in self.entries(path, self.load(path), "record", ["name", "size", "brief", "fields"], ["command", "payload"]):
+        file = "catalog/records.toml"
+        for record in self.entries(file, self.load(file), "record", ["name", "size", "brief", "fields"], ["command", "payload"]):
             record.size, record.brief = record.number("size"), record.text("brief")
             record.fields = self.read_fields(record, record.size, ["u32", "u8", "mac", "text", "bytes"])
             record.command = record.lookup("command", record.fields) if record.get("command") else None
@@ -239,10 +253,10 @@ class Catalogue:
             self.add(self.records, record)
 
     def read_channels(self):
-        path = self.folder / "channels.toml"
-        table = self.load(path)
-        self.module = Entry(path.relative_to(self.root), "module", {"name": "module", "number": table.get("module")}, ["name", "number"]).number("number")
-        for channel in self.entries(path, table, "channel", ["name", "type", "record", "brief"]):
+        file = "catalog/channels.toml"
+        table = self.load(file)
+        self.module = Entry(file, "module", {"name": "module", "number": table.get("module")}, ["name", "number"]).number("number")
+        for channel in self.entries(file, table, "channel", ["name", "type", "record", "brief"]):
             channel.type, channel.record = channel.number("type"), channel.lookup("record", self.records)
             channel.brief = channel.text("brief")
             if any(other.type == channel.type for other in self.channels.values()):
@@ -250,16 +264,16 @@ class Catalogue:
             self.add(self.channels, channel)
 
     def read_statuses(self):
-        path = self.folder / "status.toml"
-        for status in self.entries(path, self.load(path), "status", ["name", "value", "origin", "brief"]):
+        file = "catalog/status.toml"
+        for status in self.entries(file, self.load(file), "status", ["name", "value", "origin", "brief"]):
             status.value, status.brief = status.number("value"), status.text("brief")
             status.of_library = status.choice("origin", ["library", "service"]) == "library"
             if any(other.value == status.value for other in self.statuses.values()):
                 status.fail(f"value {status.value} is taken by another status")
             self.add(self.statuses, status)
 
-    def read_commands(self, path, table):
-        for command in self.entries(path, table, "command", ["name", "code", "channel", "class", "brief"], ["call", "twin"]):
+    def read_commands(self, file, table):
+        for command in self.entries(file, table, "command", ["name", "code", "channel", "class", "brief"], ["call", "twin"]):
             command.code, command.brief = command.number("code"), command.text("brief")
             command.channel = command.lookup("channel", self.channels)
             command.impact = CLASSES[command.choice("class", CLASSES)]
@@ -276,20 +290,20 @@ class Catalogue:
                                  "'call' that each is for or, where nothing tells them apart, one its 'twin'")
             self.add(self.commands, command)
 
-    def read_family(self, path, table):
+    def read_family(self, file, table):
         family = table.get("family")
         if not isinstance(family, str):
-            raise CatalogueError(f"{path.relative_to(self.root)}: 'family' is missing")
+            raise CatalogueError(f"{file}: 'family' is missing")
         operations = self.entries(
-            path, table, "operation", ["name", "brief", "args"],
+            file, table, "operation", ["name", "brief", "args"],
             ["channel", "command", "class", "record", "call", "failure", "request", "answer", "via", "odd", "constants",
              "notes"])
         for operation in operations:
             self.add(self.taken, operation)
-        types = self.entries(path, table, "type", ["name", "brief", "members"])
+        types = self.entries(file, table, "type", ["name", "brief", "members"])
         for entry in types:
             self.read_type(entry)
-        functions = self.entries(path, table, "function", ["name", "brief", "returns", "args"], ["notes"])
+        functions = self.entries(file, table, "function", ["name", "brief", "returns", "args"], ["notes"])
         for function in functions:
             self.add(self.taken, function)
             self.read_function(function)
@@ -545,13 +559,13 @@ class Catalogue:
                 entry.fail(f"'commands' names {name!r}, which does not exist")
             entry.commands.append(self.commands[name])
 
-    def read_layouts(self, path, table):
-        for layout in self.entries(path, table, "layout", ["name", "record", "commands", "brief"],
+    def read_layouts(self, file, table):
+        for layout in self.entries(file, table, "layout", ["name", "record", "commands", "brief"],
                                    ["fields", "like", "answer"]):
             if layout.get("like") is not None:
                 if layout.get("fields") is not None:
                     layout.fail("a layout has 'fields' of its own or is 'like' another, not both")
-                layout.table["fields"] = layout.lookup("like", self.layouts).get("fields")
+                layout.table = {**layout.table, "fields": layout.lookup("like", self.layouts).get("fields")}
             layout.of_answer = layout.flag("answer")
             layout.brief, layout.record = layout.text("brief"), layout.lookup("record", self.records)
             layout.fields = self.read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", *ALIGNMENTS])
@@ -559,8 +573,8 @@ class Catalogue:
             self.add(self.shown, layout)
             self.add(self.layouts, layout)
 
-    def read_views(self, path, table):
-        for view in self.entries(path, table, "view", ["name", "commands", "brief", "columns"]):
+    def read_views(self, file, table):
+        for view in self.entries(file, table, "view", ["name", "commands", "brief", "columns"]):
             view.brief, view.columns = view.text("brief"), {}
             self.read_uses(view)
             self.add(self.shown, view)
@@ -935,26 +949,37 @@ OUTPUTS = {
 }
 
 
+def generate(checkout, check):
+    """Writes what is stale, or only says what is, with `check`. Returns the exit status."""
+    try:
+        catalogue = Catalogue(checkout)
+        outputs = {name: write(catalogue) for name, write in OUTPUTS.items()}
+    except CatalogueError as error:
+        print(f"generate.py: {error}", file=sys.stderr)
+        return 2
+    stale = [name for name, text in outputs.items() if not is_current(checkout, name, text)]
+    for name in stale:
+        if check:
+            print(f"generate.py: {name} is stale; run catalog/generate.py", file=sys.stderr)
+        else:
+            checkout.write(name, outputs[name])
+            print(f"generate.py: wrote {name}")
+    return 1 if check and stale else 0
+
+
+def is_current(checkout, name, text):
+    try:
+        return checkout.read(name) == text
+    except FileNotFoundError:
+        return False
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--check", action="store_true", help="only say what is stale")
     parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parent.parent)
     options = parser.parse_args()
-    try:
-        catalogue = Catalogue(options.root)
-        contents = {options.root / path: write(catalogue) for path, write in OUTPUTS.items()}
-    except CatalogueError as error:
-        print(f"generate.py: {error}", file=sys.stderr)
-        return 2
-    stale = [path for path, text in contents.items() if not path.exists() or path.read_text(encoding="utf-8") != text]
-    for path in stale:
-        if options.check:
-            print(f"generate.py: {path.relative_to(options.root)} is stale; run catalog/generate.py", file=sys.stderr)
-        else:
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_text(contents[path], encoding="utf-8")
-            print(f"generate.py: wrote {path.relative_to(options.root)}")
-    return 1 if options.check and stale else 0
+    return generate(Checkout(options.root), options.check)
 
 
 if __name__ == "__main__":
