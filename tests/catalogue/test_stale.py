@@ -3,7 +3,7 @@
 import tempfile
 import unittest
 
-from generator import GENERATOR, Copy, contents, generate, run
+from copies import Copy, contents, generate, program, run
 
 
 class Stale(unittest.TestCase):
@@ -11,7 +11,7 @@ class Stale(unittest.TestCase):
         self.assertEqual(generate(Copy(), check=True), (0, ""))
 
     def test_file_that_was_edited_is_named(self):
-        for file in GENERATOR.OUTPUTS:
+        for file in program.OUTPUTS:
             with self.subTest(file):
                 copy = Copy()
                 copy.replace(file, "", "edited\n")

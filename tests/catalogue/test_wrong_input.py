@@ -3,7 +3,7 @@
 import tempfile
 import unittest
 
-from generator import Copy, contents, generate, run
+from copies import Copy, contents, generate, run
 
 RECORDS = "catalog/records.toml"
 CHANNELS = "catalog/channels.toml"

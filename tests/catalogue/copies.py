@@ -2,7 +2,6 @@
 
 import contextlib
 import functools
-import importlib.util
 import io
 import pathlib
 import subprocess
@@ -12,9 +11,9 @@ import unittest.mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = ROOT / "catalog" / "generate.py"
-LOADED = importlib.util.spec_from_file_location("generate", PROGRAM)
-GENERATOR = importlib.util.module_from_spec(LOADED)
-LOADED.loader.exec_module(GENERATOR)
+sys.path.insert(0, str(PROGRAM.parent))
+
+from generator import program
 
 # Most of the generator's time is that of TOML, and a case breaks one file of fifty.
 PARSED = functools.cache(tomllib.loads)
@@ -23,7 +22,7 @@ PARSED = functools.cache(tomllib.loads)
 @functools.cache
 def committed():
     """{path from the root: text} of all that the generator reads and writes."""
-    paths = [*(ROOT / "catalog").rglob("*.toml"), *(ROOT / name for name in GENERATOR.OUTPUTS)]
+    paths = [*(ROOT / "catalog").rglob("*.toml"), *(ROOT / name for name in program.OUTPUTS)]
     return {str(path.relative_to(ROOT)): path.read_text(encoding="utf-8") for path in sorted(paths)}
 
 
@@ -74,4 +73,4 @@ def generate(copy, check=False):
     """Exit status and what was said."""
     said = io.StringIO()
     with unittest.mock.patch("tomllib.loads", PARSED), contextlib.redirect_stdout(said), contextlib.redirect_stderr(said):
-        return GENERATOR.generate(copy, check), said.getvalue()
+        return program.generate(copy, check), said.getvalue()
