@@ -14,30 +14,36 @@ from .writing.service_words import service_words
 from .writing.tables import tables
 from .writing.thunks import thunks
 
-OUTPUTS = {
+# What stands in the tree, so that a board's build needs no Python, and what every other build makes.
+COMMITTED = {
     "include/bsp_pon.h": header,
-    "catalog/generated/service_words.h": service_words,
     "catalog/generated/record_length.h": record_length,
     "catalog/generated/libbsp_pon.map": exports,
-    "catalog/generated/tables.cpp": tables,
-    "catalog/generated/thunks.cpp": thunks,
+}
+BUILT = {
+    "service_words.h": service_words,
+    "tables.cpp": tables,
+    "thunks.cpp": thunks,
 }
 
 
-def generate(checkout, check):
-    """Writes what is stale, or only says what is, with `check`. Returns the exit status."""
+def generate(checkout, check=False, build=None):
+    """Writes what is stale or, with `check`, only says what is: of the checkout or, when there is a folder `build`, of
+    what belongs into that. Returns the exit status."""
+    target, writers = (build, BUILT) if build else (checkout, COMMITTED)
     try:
         catalogue = Catalogue(checkout)
-        outputs = {name: write(catalogue) for name, write in OUTPUTS.items()}
+        outputs = {name: write(catalogue) for name, write in writers.items()}
     except CatalogueError as error:
         print(f"generate.py: {error}", file=sys.stderr)
         return 2
-    stale = [name for name, text in outputs.items() if not is_current(checkout, name, text)]
+    stale = [name for name, text in outputs.items() if not is_current(target, name, text)]
     for name in stale:
         if check:
             print(f"generate.py: {name} is stale; run catalog/generate.py", file=sys.stderr)
-        else:
-            checkout.write(name, outputs[name])
+            continue
+        target.write(name, outputs[name])
+        if not build:
             print(f"generate.py: wrote {name}")
     return 1 if check and stale else 0
 
@@ -51,7 +57,9 @@ def is_current(checkout, name, text):
 
 def main(description):
     parser = argparse.ArgumentParser(description=description, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--check", action="store_true", help="only say what is stale")
+    action = parser.add_mutually_exclusive_group()
+    action.add_argument("--check", action="store_true", help="only say what is stale")
+    action.add_argument("--build", metavar="DIR", type=pathlib.Path, help="write what a build compiles into a folder")
     parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parents[2])
     options = parser.parse_args()
-    return generate(Checkout(options.root), options.check)
+    return generate(Checkout(options.root), options.check, options.build and Checkout(options.build))

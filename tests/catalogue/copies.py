@@ -21,16 +21,16 @@ PARSED = functools.cache(tomllib.loads)
 
 @functools.cache
 def committed():
-    """{path from the root: text} of all that the generator reads and writes."""
-    paths = [*(ROOT / "catalog").rglob("*.toml"), *(ROOT / name for name in program.OUTPUTS)]
+    """{path from the root: text} of all that the generator reads, and of what it writes that is committed."""
+    paths = [*(ROOT / "catalog").rglob("*.toml"), *(ROOT / name for name in program.COMMITTED)]
     return {str(path.relative_to(ROOT)): path.read_text(encoding="utf-8") for path in sorted(paths)}
 
 
 class Copy:
-    """A checkout in memory."""
+    """A checkout in memory, or another folder."""
 
-    def __init__(self):
-        self.files = dict(committed())
+    def __init__(self, files=None):
+        self.files = dict(committed() if files is None else files)
 
     def inputs(self, folder):
         return [name for name in sorted(self.files) if str(pathlib.PurePath(name).parent) == folder and name.endswith(".toml")]
@@ -69,8 +69,8 @@ def run(*options):
     return done.returncode, done.stdout, done.stderr
 
 
-def generate(copy, check=False):
+def generate(copy, check=False, build=None):
     """Exit status and what was said."""
     said = io.StringIO()
     with unittest.mock.patch("tomllib.loads", PARSED), contextlib.redirect_stdout(said), contextlib.redirect_stderr(said):
-        return program.generate(copy, check), said.getvalue()
+        return program.generate(copy, check, build), said.getvalue()

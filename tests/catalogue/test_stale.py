@@ -2,6 +2,7 @@
 
 import tempfile
 import unittest
+import unittest.mock
 
 from copies import Copy, contents, generate, program, run
 
@@ -11,7 +12,7 @@ class Stale(unittest.TestCase):
         self.assertEqual(generate(Copy(), check=True), (0, ""))
 
     def test_file_that_was_edited_is_named(self):
-        for file in program.OUTPUTS:
+        for file in program.COMMITTED:
             with self.subTest(file):
                 copy = Copy()
                 copy.replace(file, "", "edited\n")
@@ -56,6 +57,21 @@ class Stale(unittest.TestCase):
             self.assertEqual(contents(folder), copy.files)
             self.assertEqual(run("--root", folder), (0, "generate.py: wrote include/bsp_pon.h\n", ""))
             self.assertEqual(contents(folder), Copy().files)
+
+    def test_folder_of_a_build_receives_what_has_changed(self):
+        build = Copy(files={})
+        self.assertEqual(generate(Copy(), build=build), (0, ""))
+        self.assertEqual(build.files.keys(), program.BUILT.keys())
+        written = dict(build.files)
+        changed = Copy()
+        changed.replace("catalog/status.toml", "value  = 4001", "value  = 4999")
+        with unittest.mock.patch.object(build, "write", wraps=build.write) as write:
+            self.assertEqual(generate(Copy(), build=build), (0, ""))
+            write.assert_not_called()
+            self.assertEqual(generate(changed, build=build), (0, ""))
+        changes = {name for name, text in written.items() if build.files[name] != text}
+        self.assertEqual(changes, {"service_words.h", "tables.cpp"})
+        self.assertEqual({call.args[0] for call in write.call_args_list}, changes)
 
 
 if __name__ == "__main__":

@@ -17,7 +17,7 @@ def tables(catalogue):
     for record in records:
         at.update({field: f"&{record.name}_fields[{index}]" for index, field in enumerate(record.fields.values())})
 
-    lines = [f"// {GENERATED}.", "// clang-format off", '#include "../catalogue.h"', "", "namespace catalogue", "{",
+    lines = [f"// {GENERATED}.", "// clang-format off", '#include "repeated.h"', "", "namespace catalogue", "{",
              "namespace", "{", ""]
     for record in records:
         lines += field_rows(record)
@@ -26,7 +26,7 @@ def tables(catalogue):
     lines += table("Command", [command_row(command, at) for command in commands])
     lines += table("Status", [status_row(status) for status in catalogue.statuses.values()])
     for layout in catalogue.layouts.values():
-        lines += uses(layout, at) + field_rows(layout)
+        lines += uses(layout, at) + repeated_rows(layout)
     lines += table("Layout", [layout_row(layout, at) for layout in catalogue.layouts.values()])
     for view in catalogue.views.values():
         lines += uses(view, at) + columns(view)
@@ -47,12 +47,20 @@ def table(kind, rows):
     return [f"constexpr {kind} all_{KINDS[kind]}[] = {{", *rows, "};", ""]
 
 
-def field_rows(owner):
-    rows = [f"constexpr Field {owner.name}_fields[] = {{"]
-    for field in owner.fields.values():
-        rows.append(f"    {{{quoted(field.name)}, FieldType::{field.type}, {field.offset}, {field.size}, "
-                    f"{quoted(field.unit)}, {field.scale}, {quoted(field.brief)}}},")
-    return [*rows, "};", ""]
+def field_row(name, field):
+    return (f"{{{quoted(name)}, FieldType::{field.type}, {field.offset}, {field.size}, {quoted(field.unit)}, "
+            f"{field.scale}, {quoted(field.brief)}}}")
+
+
+def field_rows(record):
+    rows = [f"    {field_row(field.name, field)}," for field in record.fields.values()]
+    return [f"constexpr Field {record.name}_fields[] = {{", *rows, "};", ""]
+
+
+def repeated_rows(layout):
+    rows = [f"    {{{field_row(field.base, field)}, {field.times}, {field.every}}},"
+            for field in layout.fields.values() if field.index == 0]
+    return [f"constexpr Repeated {layout.name}_rows[] = {{", *rows, "};", ""]
 
 
 def record_row(record, at):
@@ -78,7 +86,7 @@ def uses(entry, at):
 
 
 def layout_row(layout, at):
-    return (f"    {{{quoted(layout.name)}, {at[layout.record]}, {layout.name}_commands, {layout.name}_fields, "
+    return (f"    {{{quoted(layout.name)}, {at[layout.record]}, {layout.name}_commands, expanded<{layout.name}_rows>, "
             f"{flag(layout.of_answer)}, {quoted(layout.brief)}}},")
 
 

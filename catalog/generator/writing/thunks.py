@@ -4,7 +4,7 @@ from .text import GENERATED
 
 
 def thunks(catalogue):
-    lines = [f"// {GENERATED}.", "// clang-format off", '#include "../invoke.h"', "", '#include "bsp_pon.h"', "",
+    lines = [f"// {GENERATED}.", "// clang-format off", '#include "invoke.h"', "", '#include "bsp_pon.h"', "",
              "namespace catalogue", "{", "namespace", "{", "", "using Thunk = uint32_t (*)(const Value *);", "",
              "// In the order of operations().", "constexpr Thunk thunks[] = {"]
     for operation in catalogue.operations():
