@@ -53,4 +53,4 @@ class Catalogue:
         return table
 
     def operations(self):
-        return [operation for _, _, _, operations in self.families for operation in operations]
+        return [operation for family in self.families for operation in family.operations]

@@ -1,11 +1,23 @@
 """Families: their operations, types, and functions that make no request."""
 
+import dataclasses
+import pathlib
+
 from .entry import CatalogueError, Entry, add, entries
 
 
+@dataclasses.dataclass
+class Family:
+    name: str
+    group: str  # the name of its file, with its subsystem
+    types: list
+    functions: list
+    operations: list
+
+
 def read_family(catalogue, file, table):
-    family = table.get("family")
-    if not isinstance(family, str):
+    name = table.get("family")
+    if not isinstance(name, str):
         raise CatalogueError(f"{file}: 'family' is missing")
     operations = entries(
         file, table, "operation", ["name", "brief", "args"],
@@ -20,7 +32,8 @@ def read_family(catalogue, file, table):
     for function in functions:
         add(catalogue.taken, function)
         read_function(function)
-    catalogue.families.append((family, types, functions, operations))
+    path = pathlib.PurePath(file)
+    catalogue.families.append(Family(name, f"{path.parent.name}_{path.stem}", types, functions, operations))
 
 
 def read_type(catalogue, entry):

@@ -6,23 +6,31 @@ from ..reading.arguments import OUTWARD
 from .text import GENERATED
 
 PAYLOAD_HEADER = 28  # what a request with a payload has beside it
-HEADER_RULES = [
+RULES = [
     "The client library of the EPON OLT's PON management service.", "", "Rules that hold for every function:", "",
     "- A call sends one request to the service and blocks until the board's IPC library returns. There is no start-up, "
     "no shut-down and no state; every function may be called from any thread at once, with 16 KiB of stack left.",
-    "- The result is a status word: BSP_OK, the service's own word passed through unchanged, or one of the BSP_ERR_ "
-    "words. Where a function passes on the IPC library's own value, ipc_strerror has its text.",
+    "- What is sent stands below the first sentence: the command code, by its name or as the caller states it, the "
+    "channel, and the record with its length; then what the command does to the network: read, write or "
+    "service-affecting. What goes by another function is sent and logged as by that one.",
+    "- The result is a status word: BSP_OK or the service's own word, passed through unchanged, after an exchange that "
+    "succeeded; else one of the BSP_ERR_ words or a value of the IPC library.",
+    "- A failed exchange is reported, passed or silent. Reported: it is logged, and the result is BSP_ERR_IPC. Passed: it is "
+    "logged, and the result is the IPC library's own value, of which ipc_strerror has the text. Silent: that value, "
+    "and nothing is logged. It is reported where neither a group nor a function says otherwise.",
     "- Outputs are delivered after every exchange that succeeded, whatever the status word, and are untouched when the "
     "exchange failed or a checked pointer was null. Test the status before you use them.",
-    "- A pointer is checked for null only where its description says so; others must be valid. Numbers are not checked.",
+    "- A pointer that must not be null is checked: if it is null, the result is BSP_ERR_PARAM, and nothing is sent. No other "
+    "pointer is checked; it must be valid, unless its description says what null means. Numbers are not checked.",
     "- Integers are in host order, MAC addresses in transmission order, texts NUL-terminated. A text or block that is "
     "longer than its field runs on into the fields behind it and ends with the record.",
-    "- Result databases (db_handle) belong to the caller, who reads and releases them with the board's data-store "
-    "library."]
+    "- A result database is received as a handle, null where the service left none. It belongs to the caller, who reads "
+    "and releases it with the board's data-store library."]
+FAILURES = {"report": "is reported", "pass": "is passed", "silent": "is silent"}
 
 
 def header(catalogue):
-    lines = ["/* clang-format off */", f"/* {GENERATED}. */", *comment(HEADER_RULES)]
+    lines = ["/* clang-format off */", f"/* {GENERATED}. */", *comment(RULES)]
     lines += [
         "#ifndef BSP_PON_H", "#define BSP_PON_H", "", "#include <stdint.h>", "",
         "#ifdef __cplusplus", 'extern "C" {', "#endif", "",
@@ -35,22 +43,45 @@ def header(catalogue):
     lines += ["", "/* The IPC module of the PON management service, and its channels (IPC message types). */"]
     lines += [define("BSP_IPC_MODULE", catalogue.module, "module of every exchange")]
     lines += [define(channel.name, channel.type, channel.brief) for channel in catalogue.channels.values()]
-    lines += ["", "/* Command codes. */"]
-    for command in sorted(catalogue.commands.values(), key=lambda command: (command.channel.type, command.code)):
-        lines.append(define(command.name, command.code, f"{command.channel.name}: {command.brief}"))
     lines.append("")
     for record in catalogue.records.values():
         lines += struct_of(record)
-    for family, types, functions, operations in catalogue.families:
-        lines += [f"/* --- {family} --- */", ""]
-        for entry in types:
-            lines += type_of(entry)
-        for function in functions:
-            lines += local_function_of(function)
-        for operation in operations:
-            lines += function_of(operation)
+    family_of = {}
+    for family in catalogue.families:
+        for operation in family.operations:
+            family_of.setdefault(operation.command, family)
+    commands = sorted(catalogue.commands.values(), key=lambda command: (command.channel.type, command.code))
+    lines += group("commands", "Commands of the generic operations", "Codes that the caller of a generic operation states.",
+                   [command for command in commands if command not in family_of], [])
+    for family in catalogue.families:
+        lines += family_group(family, [command for command in commands if family_of.get(command) is family])
     lines += ["#ifdef __cplusplus", "}", "#endif", "", "#endif"]
     return "\n".join(lines) + "\n"
+
+
+def group(name, title, text, commands, contents):
+    lines = comment([f"@defgroup bsp_{name} {title}", *([text] if text else []), "@{"])
+    lines += [define(command.name, command.code, f"{command.channel.name}: {command.brief}") for command in commands]
+    return [*lines, "", *contents, "/** @} */", ""]
+
+
+def family_group(family, commands):
+    """What belongs to a family, with the way in which most of its operations fail."""
+    ways = [operation.failure for operation in family.operations]
+    usual = max(FAILURES, key=ways.count)
+    text = ""
+    if len(set(ways)) > 1:
+        text = f"A failed exchange {FAILURES[usual]} where a function does not say otherwise."
+    elif ways and usual != "report":
+        text = f"A failed exchange {FAILURES[usual]}."
+    contents = []
+    for entry in family.types:
+        contents += type_of(entry)
+    for function in family.functions:
+        contents += local_function_of(function)
+    for operation in family.operations:
+        contents += function_of(operation, usual)
+    return group(family.group, family.name, text, commands, contents)
 
 
 def struct_of(record):
@@ -78,34 +109,37 @@ def local_function_of(function):
     lines = [function.brief, "", "Makes no request."]
     if function.notes:
         lines.append(function.notes)
-    lines.append("")
     lines += [(f"@param {argument.name} {argument.brief}", "       ") for argument in function.args.values()]
     lines.append((f"@return {function.returns.brief}.", "        "))
     result = function.returns.type
     return [*comment(lines), *prototype(function, result if result.endswith("*") else result + " "), ""]
 
 
-def function_of(operation):
-    record, channel = operation.record, operation.channel
-    code = f"{operation.command.name} ({operation.command.code})" if operation.command else (
-        "The caller's action" if record.payload else "The caller's command")
-    through = f", sent and logged as by {operation.via.name}" if operation.via else ""
-    lines = [
-        operation.brief, "",
-        f"{code} on {channel.name}, {size_text(record)}; {operation.impact.replace('_', '-')}{through}.",
-    ]
+def function_of(operation, usual):
+    """The declaration, in a family whose operations usually fail in one way."""
+    command = operation.command
+    code = f"{command.name} ({command.code})" if command else (
+        "The caller's action" if operation.record.payload else "The caller's command")
+    sent = f"{code} on {operation.channel.name}, {size_text(operation.record)}; {operation.impact.replace('_', '-')}"
+    if operation.via:
+        sent += f", by {operation.via.name}"
+    sent += "."
+    if operation.failure != usual:
+        sent += f" A failed exchange {FAILURES[operation.failure]}."
+    lines = [operation.brief, "", sent]
     if operation.notes:
         lines.append(operation.notes)
-    lines.append("")
     lines += [(f"@param {argument.name} {argument_text(argument)}", "       ") for argument in operation.args.values()]
-    lines.append(("@return " + result_text(operation), "        "))
+    result = result_text(operation)
+    if result:
+        lines.append((f"@return {result}.", "        "))
     return comment(lines) + prototype(operation) + [""]
 
 
 def size_text(record):
     if record.payload:
-        return f"a {record.name} of {PAYLOAD_HEADER} bytes and the payload"
-    return f"a {record.name} of {record.size} bytes"
+        return f"{record.name} of {PAYLOAD_HEADER} bytes and the payload"
+    return f"{record.name} of {record.size} bytes"
 
 
 def argument_text(argument):
@@ -118,24 +152,18 @@ def argument_text(argument):
         text += "; never written, may be null"
     elif argument.type in OUTWARD and argument.optional:
         text += "; null for none"
-    elif argument.type == "db":
-        text += "; receives a handle that the caller owns (null where the service left none)"
     return text
 
 
 def result_text(operation):
-    parts = [operation.odd.get("status", "the service's status word")]
-    required = [argument.name for argument in operation.args.values() if argument.required]
-    if required:
-        parts.append(f"BSP_ERR_PARAM where {' or '.join(f'`{name}`' for name in required)} is null, nothing sent")
+    """The result, where the rules of all functions do not say it."""
+    odd = operation.odd.get("status")
     lengths = [argument for argument in operation.args.values() if argument.type == "length"]
     if operation.record.payload and lengths:
-        parts.append(f"BSP_ERR_PARAM where `{lengths[0].name}` is more than {operation.record.size - PAYLOAD_HEADER}, nothing sent")
-    parts.append({
-        "report": "BSP_ERR_IPC after a failed exchange, which is logged",
-        "pass": "the IPC library's own value after a failed exchange, which is logged",
-        "silent": "the IPC library's own value after a failed exchange, which is not logged"}[operation.failure])
-    return "; ".join(parts) + "."
+        usual = "the service's status word"
+        longest = operation.record.size - PAYLOAD_HEADER
+        return f"{odd or usual}; BSP_ERR_PARAM where `{lengths[0].name}` is more than {longest}, nothing sent"
+    return odd
 
 
 def prototype(operation, result="uint32_t "):

@@ -33,10 +33,10 @@ def tables(catalogue):
     lines += table("View", [view_row(view) for view in catalogue.views.values()])
     for operation in catalogue.operations():
         lines += parts_of(operation, at)
-    lines += table("Operation", [operation_row(family, operation, at) for family, _, _, operations in catalogue.families
-                                 for operation in operations])
-    lines += table("Function", [function_row(family, function) for family, _, functions, _ in catalogue.families
-                                for function in functions])
+    lines += table("Operation", [operation_row(family.name, operation, at) for family in catalogue.families
+                                 for operation in family.operations])
+    lines += table("Function", [function_row(family.name, function) for family in catalogue.families
+                                for function in family.functions])
     lines += ["} // namespace", "", f"const uint32_t module = {catalogue.module};", ""]
     for kind, plural in KINDS.items():
         lines += [f"std::span<const {kind}> {plural}()", "{", f"    return all_{plural};", "}", ""]
