@@ -16,10 +16,10 @@
 
 #include "board/datastore.h"
 #include "bsp_pon.h"
+#include "daemon/host.h"
 #include "generated/service_words.h"
-#include "host.h"
 #include "processes.h"
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 namespace
 {

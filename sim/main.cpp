@@ -10,11 +10,11 @@
 #include <unistd.h>
 
 #include "board/service.h"
-#include "control.h"
-#include "control_client.h"
-#include "host.h"
-#include "replay.h"
-#include "scenario.h"
+#include "control/control.h"
+#include "daemon/control_client.h"
+#include "daemon/host.h"
+#include "daemon/replay.h"
+#include "scenario/scenario.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "child.h"
+#include "embedded/child.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>

@@ -15,14 +15,14 @@
 
 #include <unistd.h>
 
-#include "access.h"
 #include "board/service.h"
 #include "board/util.h"
 #include "bsp_testing/simulator.h"
-#include "child.h"
-#include "control_client.h"
-#include "host.h"
-#include "scenario.h"
+#include "daemon/access.h"
+#include "daemon/control_client.h"
+#include "daemon/host.h"
+#include "embedded/child.h"
+#include "scenario/scenario.h"
 
 namespace
 {

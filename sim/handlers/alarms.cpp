@@ -1,5 +1,5 @@
 // Alarms of ONUs and of ports.
-#include "model/alarms.h"
+#include "model/olt/alarms.h"
 
 #include "generated/service_words.h"
 #include "handlers/record.h"

@@ -1,5 +1,5 @@
 // Authentication of ONUs, confirming and describing them.
-#include "model/authentication.h"
+#include "model/lifecycle/authentication.h"
 
 #include "generated/service_words.h"
 #include "handlers/record.h"

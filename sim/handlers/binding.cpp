@@ -2,7 +2,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "handlers/record.h"
-#include "model/admission.h"
+#include "model/lifecycle/admission.h"
 
 namespace ponsim
 {

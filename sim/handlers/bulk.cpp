@@ -6,12 +6,12 @@
 
 #include "generated/service_words.h"
 #include "handlers/remote.h"
-#include "model/classification.h"
-#include "model/light.h"
-#include "model/loops.h"
-#include "model/onu_identity.h"
-#include "model/performance.h"
-#include "model/uni_config.h"
+#include "model/olt/light.h"
+#include "model/onu/classification.h"
+#include "model/onu/onu_identity.h"
+#include "model/onu/uni_config.h"
+#include "model/port/loops.h"
+#include "model/port/performance.h"
 
 namespace ponsim
 {

@@ -5,12 +5,12 @@
 
 #include "generated/service_words.h"
 #include "handlers/record.h"
-#include "model/block.h"
-#include "model/counters.h"
-#include "model/debug.h"
-#include "model/deregistration.h"
-#include "model/interfaces.h"
-#include "model/mpcp.h"
+#include "model/base/block.h"
+#include "model/lifecycle/deregistration.h"
+#include "model/olt/debug.h"
+#include "model/olt/interfaces.h"
+#include "model/olt/mpcp.h"
+#include "model/port/counters.h"
 
 namespace ponsim
 {

@@ -1,11 +1,11 @@
 // The forwarding database, and what logical links may put into it.
-#include "model/fdb.h"
+#include "model/olt/fdb.h"
 
 #include <algorithm>
 
 #include "generated/service_words.h"
 #include "handlers/record.h"
-#include "model/llid.h"
+#include "model/olt/llid.h"
 #include "views/forwarding.h"
 
 namespace ponsim

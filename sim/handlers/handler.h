@@ -4,6 +4,7 @@
 // A family of commands is a file of this folder with a table of its own; table.cpp lists the tables.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -11,11 +12,12 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <variant>
 
 #include "bsp_pon.h"
 #include "catalogue.h"
-#include "model/olt.h"
+#include "model/olt/olt.h"
 
 namespace ponsim
 {
@@ -83,6 +85,29 @@ struct Handler {
     Outcome (*handle)(const Olt &olt, const Request &request);
     std::optional<catalogue::Call> call = {}; // of two commands that share a code: the call that this one is for
 };
+
+constexpr std::array<Handler, 1> rows(const Handler &handler)
+{
+    return {handler};
+}
+template <size_t size>
+constexpr std::array<Handler, size> rows(const std::array<Handler, size> &handlers)
+{
+    return handlers;
+}
+// The table of a family: handlers, and groups of these that belong together.
+template <class... Parts>
+constexpr auto family(const Parts &...parts)
+{
+    std::array<Handler, (std::tuple_size_v<decltype(rows(parts))> + ...)> handlers{};
+    size_t count = 0;
+    const auto add = [&](const auto &group) {
+        for (const Handler &handler : group)
+            handlers[count++] = handler;
+    };
+    (add(rows(parts)), ...);
+    return handlers;
+}
 
 std::span<const Handler> alarm_handlers();
 std::span<const Handler> authentication_handlers();

@@ -1,8 +1,9 @@
 // White list and black list.
 #include "generated/service_words.h"
 #include "handlers/record.h"
-#include "model/admission.h"
-#include "model/blacklist.h"
+#include "model/lifecycle/admission.h"
+#include "model/lifecycle/blacklist.h"
+#include "model/olt/bound.h"
 
 namespace ponsim
 {

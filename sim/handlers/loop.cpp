@@ -1,5 +1,5 @@
 // Loop detection: its settings, what it has found, and recovery by command.
-#include "model/loops.h"
+#include "model/port/loops.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // The OLT's optical modules: what they measure, their memory, their modes.
-#include "model/optics.h"
+#include "model/port/optics.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,9 +7,9 @@
 #include "generated/service_words.h"
 #include "handlers/chip.h"
 #include "handlers/record.h"
-#include "model/light.h"
-#include "model/module_memory.h"
-#include "model/plant.h"
+#include "model/olt/light.h"
+#include "model/plant/fibre.h"
+#include "model/plant/module_memory.h"
 #include "views/optics.h"
 
 namespace ponsim

@@ -1,5 +1,5 @@
 // P2P forwarding.
-#include "model/p2p.h"
+#include "model/port/p2p.h"
 
 #include <cstddef>
 #include <stdexcept>

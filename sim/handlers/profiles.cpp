@@ -1,5 +1,5 @@
 // Profiles, stored under action codes.
-#include "model/profiles.h"
+#include "model/onu/profiles.h"
 
 #include "generated/service_words.h"
 #include "handlers/record.h"

@@ -4,9 +4,6 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include <rapidjson/encodings.h>
-#include <rapidjson/memorystream.h>
-
 #include "catalogue.h"
 #include "generated/service_words.h"
 
@@ -17,21 +14,6 @@ namespace
 
 using Words = std::array<uint32_t, onus_per_port / 32>;
 
-struct NoOutput {
-    void Put(char) {}
-};
-
-bool is_clean(const std::string &text)
-{
-    rapidjson::MemoryStream in(text.data(), text.size());
-    NoOutput none;
-    while (in.Tell() < text.size()) {
-        const auto byte = static_cast<unsigned char>(in.Peek());
-        if (byte < 0x20 || byte == 0x7f || !rapidjson::UTF8<>::Validate(in, none)) return false;
-    }
-    return true;
-}
-
 } // namespace
 
 OnuIds id_set(const Request &request, uint32_t offset)
@@ -41,12 +23,6 @@ OnuIds id_set(const Request &request, uint32_t offset)
     for (uint32_t id = 0; id < onus_per_port; ++id)
         ids[id] = words[id / 32] >> id % 32 & 1;
     return ids;
-}
-
-bool get_text(const char *field, size_t size, std::string &out)
-{
-    out.assign(field, strnlen(field, size));
-    return out.size() < size && is_clean(out);
 }
 
 void Answer::put(uint32_t offset, const OnuIds &ids)

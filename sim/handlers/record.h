@@ -9,7 +9,8 @@
 
 #include "bsp_pon.h"
 #include "handlers/handler.h"
-#include "model/plan.h"
+#include "model/base/text.h"
+#include "model/olt/plan.h"
 #include "views/table.h"
 
 namespace ponsim
@@ -27,16 +28,6 @@ inline Mac mac_of(const bsp_pon_msg &record)
 
 // The set of ids at an offset of the record.
 OnuIds id_set(const Request &request, uint32_t offset);
-
-// A text of at most `size` bytes with its NUL. Texts are kept as they come and go out in JSON: false when it does not
-// end in these bytes, or is not UTF-8 without control characters.
-bool get_text(const char *field, size_t size, std::string &out);
-
-template <size_t size>
-bool get_text(const char (&field)[size], std::string &out)
-{
-    return get_text(field, size, out);
-}
 
 // An answer that is a record. What is not put into it is as in the one that it is made from.
 class Answer

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "handlers/record.h"
-#include "model/remote.h"
+#include "model/onu/remote.h"
 
 namespace ponsim
 {
@@ -44,6 +44,32 @@ Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const O
 // The same as set_setting() for a setting of which an ONU has several, by number.
 Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
                     const BlockSetting &setting);
+
+template <const BlockSetting &setting, Side side = Side::remote>
+Outcome get(const Olt &olt, const Request &request)
+{
+    return get_setting(olt, request, setting, side);
+}
+template <const BlockSetting &setting>
+Outcome set(const Olt &olt, const Request &request)
+{
+    return set_setting(olt, request, setting);
+}
+
+// The handlers of a setting that is asked for and told by one code.
+template <const BlockSetting &setting>
+constexpr std::array<Handler, 2> rows_of(uint32_t channel)
+{
+    return {{{channel, setting.command, get<setting>, catalogue::Call::get},
+             {channel, setting.command, set<setting>, catalogue::Call::set}}};
+}
+// The same with that of the command that asks for what the OLT has of it.
+template <const BlockSetting &setting>
+constexpr std::array<Handler, 3> rows_of(uint32_t channel, uint32_t local)
+{
+    const auto [asked, told] = rows_of<setting>(channel);
+    return {{asked, told, {channel, local, get<setting, Side::local>}}};
+}
 
 // Settings that more than one command tells. Those of UNI ports go by the command that asks for them.
 const BlockSetting &management_setting();

@@ -1,9 +1,9 @@
 // Service level agreements.
-#include "model/sla.h"
+#include "model/olt/sla.h"
 
 #include "generated/service_words.h"
 #include "handlers/record.h"
-#include "model/admission.h"
+#include "model/olt/bound.h"
 #include "views/forwarding.h"
 
 namespace ponsim

@@ -3,7 +3,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "handlers/record.h"
-#include "model/upgrade_file.h"
+#include "model/lifecycle/upgrade_file.h"
 
 namespace ponsim
 {

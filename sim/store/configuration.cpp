@@ -9,7 +9,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include "digest.h"
+#include "store/digest.h"
 #include "store/store.h"
 
 namespace ponsim

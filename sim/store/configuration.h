@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "model/change.h"
+#include "model/olt/change.h"
 #include "store/row.h"
 
 namespace ponsim

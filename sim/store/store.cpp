@@ -8,8 +8,8 @@
 #include <set>
 #include <utility>
 
-#include "model/module.h"
-#include "model/profiles.h"
+#include "model/onu/profiles.h"
+#include "model/plant/module.h"
 
 namespace ponsim
 {

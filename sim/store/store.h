@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "model/change.h"
-#include "model/population.h"
+#include "model/olt/change.h"
+#include "model/plant/population.h"
 #include "store/statement.h"
 
 namespace ponsim

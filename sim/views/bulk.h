@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "model/counters.h"
-#include "model/module.h"
+#include "model/plant/module.h"
+#include "model/port/counters.h"
 
 namespace ponsim
 {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "model/device.h"
-#include "model/olt.h"
-#include "model/upgrade.h"
+#include "model/lifecycle/upgrade.h"
+#include "model/olt/olt.h"
+#include "model/plant/device.h"
 
 namespace ponsim
 {

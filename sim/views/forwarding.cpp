@@ -1,7 +1,7 @@
 #include "views/forwarding.h"
 
 #include "bsp_pon.h"
-#include "model/sla.h"
+#include "model/olt/sla.h"
 #include "views/table.h"
 
 namespace ponsim

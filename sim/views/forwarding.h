@@ -6,9 +6,9 @@
 #include <span>
 #include <string>
 
-#include "model/fdb.h"
-#include "model/olt.h"
-#include "model/p2p.h"
+#include "model/olt/fdb.h"
+#include "model/olt/olt.h"
+#include "model/port/p2p.h"
 
 namespace ponsim
 {

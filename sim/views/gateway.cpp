@@ -5,7 +5,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/ipv4.h"
+#include "model/onu/ipv4.h"
 #include "views/table.h"
 
 namespace ponsim

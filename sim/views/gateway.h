@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "model/gateway.h"
+#include "model/onu/gateway.h"
 
 namespace ponsim
 {

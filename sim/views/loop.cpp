@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "bsp_pon.h"
-#include "model/loops.h"
+#include "model/port/loops.h"
 #include "views/table.h"
 
 namespace ponsim

@@ -2,10 +2,10 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/authentication.h"
-#include "model/ipv4.h"
-#include "model/onu_config.h"
-#include "model/uni_config.h"
+#include "model/lifecycle/authentication.h"
+#include "model/onu/ipv4.h"
+#include "model/onu/onu_config.h"
+#include "model/onu/uni_config.h"
 #include "views/devices.h"
 #include "views/table.h"
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
-#include "model/fdb.h"
-#include "model/remote.h"
+#include "model/olt/fdb.h"
+#include "model/onu/remote.h"
 
 namespace ponsim
 {

@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "model/onu_identity.h"
+#include "model/onu/onu_identity.h"
 
 namespace ponsim
 {

@@ -1,7 +1,7 @@
 #include "views/onu_multicast.h"
 
 #include "bsp_pon.h"
-#include "model/onu_multicast.h"
+#include "model/plant/onu_multicast.h"
 #include "views/table.h"
 
 namespace ponsim

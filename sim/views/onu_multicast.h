@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "model/device.h"
+#include "model/plant/device.h"
 
 namespace ponsim
 {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "model/module.h"
+#include "model/plant/module.h"
 
 namespace ponsim
 {

@@ -5,7 +5,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/profiles.h"
+#include "model/onu/profiles.h"
 #include "views/table.h"
 
 namespace ponsim

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "model/olt.h"
+#include "model/olt/olt.h"
 
 namespace ponsim
 {

@@ -10,7 +10,7 @@
 #include <rapidjson/writer.h>
 
 #include "catalogue.h"
-#include "model/mac.h"
+#include "model/base/mac.h"
 
 namespace ponsim
 {

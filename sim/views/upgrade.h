@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "model/upgrade.h"
+#include "model/lifecycle/upgrade.h"
 
 namespace ponsim
 {

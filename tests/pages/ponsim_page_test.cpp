@@ -6,9 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "control.h"
+#include "daemon/console.h"
 #include "shell.h"
-#include "simulator.h"
 
 namespace
 {

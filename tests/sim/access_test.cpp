@@ -1,7 +1,7 @@
 // Who may do what.
 #include <unistd.h>
 
-#include "access.h"
+#include "daemon/access.h"
 #include "support.h"
 
 namespace ponsim

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "model/performance.h"
+#include "model/port/performance.h"
 #include "plat.h"
 #include "rows.h"
 

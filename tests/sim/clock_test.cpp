@@ -1,5 +1,5 @@
 // Model time: how it passes, in which order things happen, and that it is kept.
-#include "model/process.h"
+#include "engine/processes.h"
 
 #include "optics.h"
 

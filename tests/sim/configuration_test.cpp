@@ -1,7 +1,7 @@
 // The OLT's configuration, written out and taken back.
 #include <gmock/gmock.h>
 
-#include "clock.h"
+#include "daemon/clock.h"
 #include "plat.h"
 #include "store/configuration.h"
 

@@ -2,7 +2,7 @@
 #include <cstring>
 
 #include "catalogue.h"
-#include "model/random.h"
+#include "model/base/random.h"
 #include "optics.h"
 #include "support.h"
 

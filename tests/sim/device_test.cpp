@@ -1,5 +1,5 @@
 // What ONUs are, and how their UNI ports are configured at first.
-#include "model/device.h"
+#include "model/plant/device.h"
 
 #include <set>
 

@@ -1,9 +1,10 @@
 // Faults on the wire: how they are written, which requests they happen to, and what they make of replies.
-#include "faults.h"
+#include "engine/faults.h"
 
 #include <algorithm>
 
-#include "control.h"
+#include "control/control.h"
+#include "daemon/console.h"
 #include "support.h"
 
 namespace ponsim

@@ -1,11 +1,11 @@
 // The forwarding database: learning, ageing, flushing, limits, and the MAC tables.
-#include "model/fdb.h"
+#include "model/olt/fdb.h"
 
 #include <set>
 
 #include "forwarding.h"
-#include "model/device.h"
-#include "model/llid.h"
+#include "model/olt/llid.h"
+#include "model/plant/device.h"
 #include "rows.h"
 #include "views/forwarding.h"
 

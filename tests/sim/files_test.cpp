@@ -1,5 +1,5 @@
 // Results that callers read from files.
-#include "files.h"
+#include "daemon/files.h"
 
 #include <gtest/gtest.h>
 

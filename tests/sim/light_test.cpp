@@ -1,11 +1,11 @@
 // The light of ONUs: when it is good, degraded or lost, and what comes of that.
-#include "model/light.h"
+#include "model/olt/light.h"
 
 #include <cmath>
 
-#include "model/mpcp.h"
-#include "model/plant.h"
-#include "model/process.h"
+#include "model/olt/mpcp.h"
+#include "model/olt/process.h"
+#include "model/port/fibre.h"
 #include "optics.h"
 
 namespace ponsim

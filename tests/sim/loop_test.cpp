@@ -1,8 +1,8 @@
 // Loops behind UNI ports, and ONUs that lose their power: what comes from outside, and what the OLT makes of it.
-#include "model/loops.h"
+#include "model/port/loops.h"
 
-#include "model/device.h"
-#include "model/registration.h"
+#include "model/lifecycle/registration.h"
+#include "model/plant/device.h"
 #include "optics.h"
 #include "rows.h"
 

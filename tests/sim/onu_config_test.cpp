@@ -1,10 +1,10 @@
 // LOIDs, the OUI, UNI profiles and the configuration of ONUs in one piece, the ARP table.
-#include "model/onu_config.h"
+#include "model/onu/onu_config.h"
 
 #include <set>
 
-#include "model/registration.h"
-#include "model/station.h"
+#include "model/lifecycle/registration.h"
+#include "model/plant/station.h"
 #include "uni.h"
 
 namespace ponsim

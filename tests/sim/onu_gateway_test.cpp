@@ -1,7 +1,7 @@
 // WAN connections, WLANs, CATV, voice, access control and DHCP of ONUs.
-#include "model/gateway.h"
+#include "model/onu/gateway.h"
 
-#include "model/ipv4.h"
+#include "model/onu/ipv4.h"
 #include "rows.h"
 #include "support.h"
 #include "views/gateway.h"

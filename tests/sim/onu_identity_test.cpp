@@ -4,7 +4,7 @@
 #include <bit>
 #include <set>
 
-#include "model/llid.h"
+#include "model/olt/llid.h"
 #include "optics.h"
 #include "rows.h"
 

@@ -1,5 +1,5 @@
 // Image banks of ONUs, images that are pushed to them, and what a restart makes of both.
-#include "model/images.h"
+#include "model/lifecycle/images.h"
 #include "optics.h"
 #include "rows.h"
 #include "upgrade.h"

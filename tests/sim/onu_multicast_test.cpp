@@ -1,11 +1,11 @@
 // Multicast at ONUs: settings, the groups that their UNI ports join, and the views of them.
-#include "model/onu_multicast.h"
+#include "model/plant/onu_multicast.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "model/registration.h"
-#include "model/remote.h"
+#include "model/lifecycle/registration.h"
+#include "model/onu/remote.h"
 #include "rows.h"
 #include "support.h"
 #include "views/onu_multicast.h"

@@ -1,5 +1,5 @@
 // Performance monitoring of UNI ports, and the CATV port that is switched with it.
-#include "model/performance.h"
+#include "model/port/performance.h"
 #include "plat.h"
 
 namespace ponsim

@@ -1,6 +1,6 @@
 // The management address, FEC, time, SLA and LLIDs of ONUs; what is printed of OAM; alarm tests.
-#include "model/remote.h"
-#include "model/sla.h"
+#include "model/olt/sla.h"
+#include "model/onu/remote.h"
 #include "rows.h"
 #include "support.h"
 

@@ -1,5 +1,5 @@
 // UNI ports of remote ONUs: links, negotiation, rate limits, loops and classification.
-#include "model/loops.h"
+#include "model/port/loops.h"
 #include "uni.h"
 #include "views/onu_uni.h"
 

@@ -3,7 +3,8 @@
 
 #include <vector>
 
-#include "control.h"
+#include "control/control.h"
+#include "daemon/console.h"
 #include "plat.h"
 
 namespace ponsim

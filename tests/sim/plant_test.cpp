@@ -1,9 +1,11 @@
 // Fibre that is cut, bent and mended, and who is behind it.
-#include "model/plant.h"
+#include "model/plant/fibre.h"
 
-#include "control.h"
-#include "model/light.h"
-#include "model/process.h"
+#include "control/control.h"
+#include "engine/processes.h"
+#include "model/lifecycle/light_process.h"
+#include "model/olt/light.h"
+#include "model/port/fibre.h"
 #include "support.h"
 
 namespace ponsim

@@ -1,7 +1,7 @@
 // What the platform channel carries beside commands of its own: PON settings, in records of the PON channel.
 #include <cstddef>
 
-#include "access.h"
+#include "daemon/access.h"
 #include "forwarding.h"
 
 namespace ponsim

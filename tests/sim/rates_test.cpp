@@ -1,12 +1,12 @@
 // What of the ONUs' traffic passes: loads, SLAs, the room of ports and uplinks, loops and floods.
-#include "model/bandwidth.h"
-#include "model/counters.h"
-#include "model/demand.h"
-#include "model/llid.h"
-#include "model/mpcp.h"
-#include "model/performance.h"
-#include "model/random.h"
-#include "model/sla.h"
+#include "model/base/random.h"
+#include "model/olt/bandwidth.h"
+#include "model/olt/demand.h"
+#include "model/olt/llid.h"
+#include "model/olt/mpcp.h"
+#include "model/olt/sla.h"
+#include "model/port/counters.h"
+#include "model/port/performance.h"
 #include "optics.h"
 
 namespace ponsim

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "model/mpcp.h"
-#include "model/remote.h"
+#include "model/olt/mpcp.h"
+#include "model/onu/remote.h"
 #include "support.h"
 
 namespace ponsim

@@ -1,13 +1,13 @@
 // Scenarios: what they describe, what is wrong with them, and what happens when.
-#include "scenario.h"
+#include "scenario/scenario.h"
 
 #include <fstream>
 #include <iterator>
 
 #include <gmock/gmock.h>
 
-#include "control.h"
-#include "model/plant.h"
+#include "control/control.h"
+#include "model/plant/fibre.h"
 #include "store/configuration.h"
 #include "support.h"
 

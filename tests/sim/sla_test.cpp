@@ -1,5 +1,5 @@
 // Bandwidth: SLAs of ONUs, and what a port has for them.
-#include "model/sla.h"
+#include "model/olt/sla.h"
 
 #include "forwarding.h"
 #include "rows.h"

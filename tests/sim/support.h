@@ -11,13 +11,13 @@
 #include <gtest/gtest.h>
 
 #include "bsp_pon.h"
+#include "engine/simulator.h"
 #include "generated/service_words.h"
-#include "model/admission.h"
-#include "model/alarms.h"
-#include "model/authentication.h"
-#include "model/blacklist.h"
-#include "model/registration.h"
-#include "simulator.h"
+#include "model/lifecycle/admission.h"
+#include "model/lifecycle/authentication.h"
+#include "model/lifecycle/blacklist.h"
+#include "model/lifecycle/registration.h"
+#include "model/olt/alarms.h"
 
 namespace ponsim
 {

@@ -1,5 +1,5 @@
 // Statistics that grow with modelled traffic, and ONUs that are deregistered.
-#include "model/counters.h"
+#include "model/port/counters.h"
 #include "plat.h"
 
 namespace ponsim

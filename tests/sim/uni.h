@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "model/remote.h"
+#include "model/onu/remote.h"
 #include "rows.h"
 #include "support.h"
 

@@ -2,9 +2,9 @@
 #include <cstring>
 
 #include "catalogue.h"
-#include "model/gateway.h"
-#include "model/loops.h"
-#include "model/station.h"
+#include "model/onu/gateway.h"
+#include "model/plant/station.h"
+#include "model/port/loops.h"
 #include "plat.h"
 #include "profiles.h"
 #include "rows.h"

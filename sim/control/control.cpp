@@ -1,0 +1,108 @@
+#include "control/control.h"
+
+#include <algorithm>
+#include <charconv>
+#include <sstream>
+
+#include "bsp_pon.h"
+#include "catalogue.h"
+
+namespace ponsim
+{
+namespace
+{
+
+std::string describe(uint32_t status)
+{
+    const catalogue::Status *known = catalogue::find_status(status);
+    return known ? std::string(known->brief) : "status " + std::to_string(status);
+}
+
+} // namespace
+
+std::span<const Control> controls()
+{
+    static const std::vector<Control> all = [] {
+        std::vector<Control> collected;
+        for (std::span<const Control> family :
+             {fault_controls(), fibre_controls(), onu_controls(), optics_controls(), upgrade_controls()})
+            collected.insert(collected.end(), family.begin(), family.end());
+        return collected;
+    }();
+    return all;
+}
+
+uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest)
+{
+    uint64_t number = 0;
+    const char *const end = word.data() + word.size();
+    const auto [last, error] = std::from_chars(word.data(), end, number);
+    if (error != std::errc{} || last != end || number < least || number > greatest)
+        throw ControlError(word + ": expected a number from " + std::to_string(least) + " to " +
+                           std::to_string(greatest));
+    return number;
+}
+
+bool control_switch(const std::string &word)
+{
+    if (word != "on" && word != "off") throw ControlError(word + ": expected on or off");
+    return word == "on";
+}
+
+Mac control_mac(const std::string &word)
+{
+    Mac mac{};
+    bool good = word.size() == 17;
+    for (size_t i = 0; good && i < mac.size(); ++i) {
+        const char *const pair = word.data() + 3 * i;
+        const auto [last, error] = std::from_chars(pair, pair + 2, mac[i], 16);
+        good = error == std::errc{} && last == pair + 2 && (i + 1 == mac.size() || *last == ':');
+    }
+    if (!good) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
+    return mac;
+}
+
+const PonPort &control_port(const Olt &olt, const std::string &word)
+{
+    return *olt.port(static_cast<uint32_t>(control_number(word, 1, olt.ports().size())));
+}
+
+Mac control_onu(const PonPort &port, const std::string &word)
+{
+    const auto named = std::ranges::find(port.arrivals, word, &Arrival::name);
+    if (named != port.arrivals.end()) return named->mac;
+    try {
+        return control_mac(word);
+    } catch (const ControlError &error) {
+        throw ControlError(error.what() + std::string(", or the name of an ONU at PON port ") +
+                           std::to_string(port.number));
+    }
+}
+
+std::vector<std::string> control_words(std::string_view line)
+{
+    std::istringstream in{std::string(line)};
+    std::vector<std::string> words;
+    for (std::string word; in >> word;)
+        words.push_back(word);
+    return words;
+}
+
+Plan read_control(const Olt &olt, std::string_view line)
+{
+    std::vector<std::string> words = control_words(line);
+    const std::string name = words.empty() ? std::string() : words[0];
+    const auto found = std::ranges::find(controls(), name, &Control::name);
+    if (found == controls().end()) throw ControlError(name + ": not a command; ponsim ctl help lists the commands");
+    words.erase(words.begin());
+    return found->plan(olt, words);
+}
+
+Plan plan_control(const Olt &olt, std::string_view line)
+{
+    Plan plan = read_control(olt, line);
+    if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
+    return plan;
+}
+
+} // namespace ponsim

@@ -1,0 +1,88 @@
+// What happens to the fibre of PON ports from outside.
+#include <algorithm>
+#include <charconv>
+
+#include "control/control.h"
+#include "model/olt/light.h"
+#include "model/plant/fibre.h"
+#include "model/port/fibre.h"
+
+namespace ponsim
+{
+namespace
+{
+
+struct Place {
+    const PonPort &port;
+    uint32_t branch;
+};
+
+// A branch by its name, or by the ONU at its end.
+Place place_of(const Olt &olt, std::span<const std::string> words)
+{
+    const PonPort &port = control_port(olt, words[0]);
+    const auto named = std::ranges::find(port.branches, words[1], &Branch::name);
+    if (named != port.branches.end()) return {port, static_cast<uint32_t>(named - port.branches.begin())};
+    try {
+        if (const Arrival *arrival = port.arrived(control_onu(port, words[1]))) return {port, arrival->branch};
+    } catch (const ControlError &) {
+        // Neither a branch nor an ONU: told below.
+    }
+    throw ControlError(words[1] + ": expected a branch of PON port " + std::to_string(port.number) +
+                       ", as feeder or drop-1, or the MAC address or name of an ONU that has arrived there");
+}
+
+// Decibels, with at most two decimals: in 0.01 dB.
+int32_t decibels(const std::string &word)
+{
+    constexpr size_t decimals = 2;
+    const size_t point = std::min(word.find('.'), word.size());
+    std::string digits = word.substr(0, point);
+    std::string fraction = point < word.size() ? word.substr(point + 1) : "0";
+    const bool fits = !digits.empty() && !fraction.empty() && fraction.size() <= decimals;
+    fraction.resize(decimals, '0');
+    digits += fraction;
+    int32_t loss = 0;
+    const char *const end = digits.data() + digits.size();
+    const auto [last, error] = std::from_chars(digits.data(), end, loss);
+    if (!fits || error != std::errc{} || last != end || loss < 1 || loss > cut_loss)
+        throw ControlError(word + ": expected decibels from 0.01 to " + std::to_string(cut_loss / 100) + ", as 3.5");
+    return loss;
+}
+
+Plan cut(const Olt &olt, std::span<const std::string> words)
+{
+    if (words.size() != 2) throw ControlError("cut: expected a PON port, and a branch of its fibre or an ONU");
+    const auto [port, branch] = place_of(olt, words);
+    return set_damage(port, branch, cut_loss);
+}
+
+Plan mend(const Olt &olt, std::span<const std::string> words)
+{
+    if (words.size() != 2) throw ControlError("mend: expected a PON port, and a branch of its fibre or an ONU");
+    const auto [port, branch] = place_of(olt, words);
+    return set_damage(port, branch, 0);
+}
+
+Plan bend(const Olt &olt, std::span<const std::string> words)
+{
+    if (words.size() != 3)
+        throw ControlError("bend: expected a PON port, a branch of its fibre or an ONU, and decibels");
+    const auto [port, branch] = place_of(olt, words);
+    return set_damage(port, branch, damage_to(port, branch) + decibels(words[2]));
+}
+
+constexpr Control commands[] = {
+    {"cut", "PORT BRANCH", "cuts a branch of a PON port's fibre: feeder, drop-1, or that of an ONU", cut},
+    {"mend", "PORT BRANCH", "mends what was cut or bent", mend},
+    {"bend", "PORT BRANCH DB", "bends a branch, which loses so much more light", bend},
+};
+
+} // namespace
+
+std::span<const Control> fibre_controls()
+{
+    return commands;
+}
+
+} // namespace ponsim

@@ -1,0 +1,146 @@
+#include "daemon/replay.h"
+
+#include <bit>
+#include <cstring>
+#include <stdexcept>
+
+#include "board/ipc.h"
+#include "board/trace.h"
+#include "board/util.h"
+#include "catalogue.h"
+
+namespace ponsim
+{
+namespace
+{
+
+struct Close {
+    void operator()(board_trace *trace) const { board_trace_close(trace); }
+};
+
+constexpr int host_order = std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN : BOARD_TRACE_LITTLE_ENDIAN;
+
+// Failures that a client comes to without the service: there was nothing to answer.
+bool never_arrived(int32_t ipc_result)
+{
+    return ipc_result == IPC_ERR_NO_SERVICE || ipc_result == IPC_ERR_ACCESS || ipc_result == IPC_ERR_TOO_LONG ||
+           ipc_result == IPC_ERR_SYSTEM;
+}
+
+std::optional<uint32_t> code_of(uint32_t channel, const std::string &request)
+{
+    const catalogue::Channel *known = catalogue::find_channel(channel);
+    const catalogue::Field *command = known ? known->record->command : nullptr;
+    uint32_t code;
+    if (!command || request.size() < command->offset + sizeof code) return std::nullopt;
+    std::memcpy(&code, request.data() + command->offset, sizeof code);
+    return code;
+}
+
+// What a request is, for the log.
+std::string describe(const board_request &request)
+{
+    const catalogue::Channel *channel = catalogue::find_channel(request.msg_type);
+    std::string text = channel ? std::string(channel->name) : "channel " + std::to_string(request.msg_type);
+    const std::string bytes(static_cast<const char *>(request.data), request.length);
+    if (const auto code = code_of(request.msg_type, bytes)) {
+        const auto call = static_cast<catalogue::Call>(request.call);
+        const catalogue::Command *command = catalogue::find_command(request.msg_type, *code, call);
+        text += ", command " + (command ? std::string(command->name) : std::to_string(*code));
+    }
+    return text;
+}
+
+} // namespace
+
+Recording::Recording(const std::string &file)
+{
+    const auto refuse = [&file](const std::string &reason) { throw std::runtime_error(file + ": " + reason); };
+    const char *error = nullptr;
+    const std::unique_ptr<board_trace, Close> trace(board_trace_open(file.c_str(), &error));
+    if (!trace) refuse(error);
+    if (board_trace_byte_order(trace.get()) != host_order)
+        refuse("recorded on a machine of the other byte order: the words of its answers would reach the clients of "
+               "this one turned round; replay it on such a machine (ponctl trace shows it here)");
+
+    board_trace_entry entry;
+    int more = 0;
+    size_t record = 1;
+    for (; (more = board_trace_next(trace.get(), &entry)) == 1; ++record) {
+        const board_trace_record &read = entry.record;
+        if (read.module != catalogue::module || never_arrived(read.ipc_result)) continue;
+        const Request request{read.call, read.msg_type, {entry.request, entry.request + read.request_length}};
+        by_bytes[request].answers.push_back(answers.size());
+        if (const auto command = command_of(request)) by_command[*command].answers.push_back(answers.size());
+        answers.push_back({read.ipc_result,
+                           read.status,
+                           {entry.response, entry.response + read.response_length},
+                           read.result_key,
+                           read.result_length,
+                           {entry.result, read.result_carried}});
+    }
+    if (more < 0) refuse("damaged at record " + std::to_string(record));
+    if (answers.empty()) refuse("holds no exchange with the PON service");
+}
+
+std::optional<Recording::Request> Recording::command_of(const Request &request)
+{
+    const auto code = code_of(request.channel, request.bytes);
+    if (!code) return std::nullopt;
+    return Request{request.call, request.channel, std::to_string(*code)};
+}
+
+const Recording::Answer *Recording::step(Sequence &sequence, bool looping)
+{
+    const Answer &answer = answers[sequence.answers[sequence.at]];
+    if (sequence.at + 1 < sequence.answers.size())
+        ++sequence.at;
+    else if (looping)
+        sequence.at = 0;
+    return &answer;
+}
+
+Recording::Found Recording::next(const board_request &received, bool looping)
+{
+    const auto *const bytes = static_cast<const char *>(received.data);
+    const Request request{static_cast<uint32_t>(received.call), received.msg_type, {bytes, bytes + received.length}};
+    if (const auto found = by_bytes.find(request); found != by_bytes.end()) return {step(found->second, looping), true};
+    const auto command = command_of(request);
+    const auto found = command ? by_command.find(*command) : by_command.end();
+    return {found == by_command.end() ? nullptr : step(found->second, looping), false};
+}
+
+Replay::Replay(Recording &replayed, bool over_and_over, const std::string &directory, uint32_t mode)
+    : recording(replayed), looping(over_and_over)
+{
+    board_service_config config{};
+    config.module = catalogue::module;
+    config.directory = directory.c_str();
+    config.socket_mode = mode;
+    config.handler = handle;
+    config.context = this;
+    service.reset(board_service_start(&config));
+}
+
+void Replay::handle(void *context, const board_request *request, board_answer *answer)
+{
+    Replay &self = *static_cast<Replay *>(context);
+    const Recording::Found found = self.recording.next(*request, self.looping);
+    if (!found.answer) {
+        userlog_err("ponsim", __LINE__, "%s: not recorded\n", describe(*request).c_str());
+        return board_answer_fail(answer, IPC_ERR_SERVICE);
+    }
+    if (!found.same_bytes)
+        userlog_err("ponsim", __LINE__, "%s: not recorded with these bytes; answered as it was with others\n",
+                    describe(*request).c_str());
+    const Recording::Answer &recorded = *found.answer;
+    if (recorded.ipc_result != IPC_OK) return board_answer_fail(answer, recorded.ipc_result);
+    board_answer_status(answer, recorded.status);
+    board_answer_data(answer, recorded.response.data(), static_cast<uint32_t>(recorded.response.size()));
+    // One that was too long to travel is too long again: of that only the length counts.
+    const bool whole = recorded.result.size() == recorded.result_length;
+    if (recorded.result_key != 0 && (whole || recorded.result_length > BOARD_RESULT_MAX))
+        board_answer_result(answer, recorded.result_key, recorded.result.data(), recorded.result_length);
+}
+
+} // namespace ponsim

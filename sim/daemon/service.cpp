@@ -1,0 +1,189 @@
+#include "daemon/service.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <unistd.h>
+
+#include "board/ipc.h"
+#include "board/util.h"
+#include "bsp_pon.h"
+#include "control/fault_forms.h"
+#include "daemon/console.h"
+#include "handlers/handler.h"
+
+namespace ponsim
+{
+namespace
+{
+
+static_assert(max_result == BOARD_RESULT_MAX && max_answer == IPC_MAX_LENGTH && max_answer_delay == BOARD_DELAY_MAX &&
+              max_answer_repeats == BOARD_REPEAT_MAX);
+
+catalogue::Call call_of(const board_request &request)
+{
+    switch (request.call) {
+    case BOARD_CALL_SET:
+        return catalogue::Call::set;
+    case BOARD_CALL_GET:
+        return catalogue::Call::get;
+    case BOARD_CALL_DGRAM_SET:
+        return catalogue::Call::dgram_set;
+    case BOARD_CALL_DGRAM_GET:
+        return catalogue::Call::dgram_get;
+    }
+    throw std::logic_error("a call that the service does not know");
+}
+
+Message message_of(const board_request &request)
+{
+    return {request.msg_type, request.data, request.length, call_of(request)};
+}
+
+// The answer with the name of a result file in it.
+std::string naming(std::string answer, const ResultFile &file, const std::string &name)
+{
+    if (answer.size() < file.name_at + name.size() + 1) answer.resize(file.name_at + name.size() + 1);
+    answer.replace(file.name_at, name.size(), name);
+    return answer;
+}
+
+// What a fault does to the way of an answer.
+void misdirect(board_answer *answer, const FaultCase &fault)
+{
+    switch (fault.fault.kind) {
+    case FaultKind::late:
+        return board_answer_delay(answer, fault.fault.value);
+    case FaultKind::lost:
+        return board_answer_drop(answer);
+    case FaultKind::duplicated:
+        return board_answer_repeat(answer, fault.fault.value);
+    default:
+        return;
+    }
+}
+
+// Ends the service as if it were killed here, when that is one of the faults.
+void die_of(std::span<const FaultCase> faults, KillPoint point)
+{
+    for (const FaultCase &fault : faults)
+        if (fault.fault.kind == FaultKind::kill && fault.fault.value == static_cast<uint32_t>(point))
+            _exit(EXIT_FAILURE);
+}
+
+void answer_with(Reply reply, const Message &message, std::span<const FaultCase> faults, ResultFiles &files,
+                 board_answer *answer)
+{
+    for (const FaultCase &fault : faults) {
+        spoil(reply, fault);
+        misdirect(answer, fault);
+    }
+    if (reply.file)
+        reply.answer = naming(reply.answer.value_or(std::string()), *reply.file, files.write(reply.file->content));
+    board_answer_status(answer, reply.status);
+    if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
+    if (!reply.understood || !is_get(message)) return;
+    if (!faults.empty()) {
+        if (!reply.answer) reply.answer.emplace(static_cast<const char *>(message.data), message.length);
+        for (const FaultCase &fault : faults)
+            spoil(*reply.answer, fault, message);
+    }
+    if (reply.answer)
+        board_answer_data(answer, reply.answer->data(), static_cast<uint32_t>(reply.answer->size()));
+    else
+        board_answer_data(answer, message.data, message.length);
+    if (reply.result)
+        board_answer_result(answer, *command_of(message), reply.result->data(),
+                            static_cast<uint32_t>(reply.result->size()));
+}
+
+} // namespace
+
+Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode,
+                 const std::string &record)
+    : simulator(served), clock(time), access(rules), files(mode, directory)
+{
+    board_service_config config{};
+    config.module = BSP_IPC_MODULE;
+    config.directory = directory.c_str();
+    config.socket_mode = mode;
+    config.handler = handle;
+    config.authorize = authorize;
+    config.context = this;
+    config.record = record.empty() ? nullptr : record.c_str();
+    service.reset(board_service_start(&config));
+    if (!service) return;
+    config.module = control_module;
+    config.record = nullptr;
+    config.handler = handle_control;
+    config.authorize = authorize_control;
+    control.reset(board_service_start(&config));
+}
+
+void Service::stop()
+{
+    service.reset();
+    control.reset();
+}
+
+void Service::tell()
+{
+    for (const std::string &line : simulator.take_log())
+        userlog_debug("ponsim", __LINE__, "%s\n", line.c_str());
+}
+
+void Service::handle(void *context, const board_request *request, board_answer *answer)
+{
+    Service &self = *static_cast<Service *>(context);
+    try {
+        const std::lock_guard lock(self.turn);
+        self.simulator.advance(self.clock.now());
+        const Message message = message_of(*request);
+        const std::vector<FaultCase> faults = self.simulator.faults().happen_to(message);
+        for (const FaultCase &fault : faults)
+            userlog_debug("ponsim", __LINE__, "fault %u happens\n", fault.number);
+        die_of(faults, KillPoint::before);
+        Reply reply = self.simulator.handle(message);
+        die_of(faults, KillPoint::after);
+        answer_with(std::move(reply), message, faults, self.files, answer);
+        self.clock.reach(self.simulator.olt().now()); // a configuration that was loaded may be ahead
+        self.tell();
+    } catch (const std::exception &error) {
+        userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
+        board_answer_fail(answer, IPC_ERR_SERVICE);
+    }
+}
+
+// The status is 0 when the line was carried out; the answer is what it said, or what is wrong with it.
+void Service::handle_control(void *context, const board_request *request, board_answer *answer)
+{
+    Service &self = *static_cast<Service *>(context);
+    std::string said;
+    try {
+        const std::lock_guard lock(self.turn);
+        self.simulator.advance(self.clock.now());
+        said = ponsim::control(self.simulator, self.clock, {static_cast<const char *>(request->data), request->length});
+        self.tell();
+    } catch (const std::exception &error) {
+        said = error.what();
+        board_answer_status(answer, 1);
+    }
+    board_answer_data(answer, said.data(), static_cast<uint32_t>(std::min<size_t>(said.size(), IPC_MAX_LENGTH)));
+}
+
+const char *Service::authorize_control(void *context, const board_request *request)
+{
+    Service &self = *static_cast<Service *>(context);
+    self.control_refusal = self.access.refuse_control(request->uid);
+    return self.control_refusal.empty() ? nullptr : self.control_refusal.c_str();
+}
+
+const char *Service::authorize(void *context, const board_request *request)
+{
+    Service &self = *static_cast<Service *>(context);
+    self.refusal = self.access.refuse(request->uid, message_of(*request));
+    return self.refusal.empty() ? nullptr : self.refusal.c_str();
+}
+
+} // namespace ponsim

@@ -1,0 +1,29 @@
+#include "engine/processes.h"
+
+#include "model/lifecycle/light_process.h"
+#include "model/lifecycle/registration.h"
+#include "model/lifecycle/upgrade.h"
+#include "model/port/loops.h"
+#include "model/port/optics.h"
+
+namespace ponsim
+{
+
+std::span<const Process> processes()
+{
+    static const Process all[] = {measurement_process, ageing_process, upgrade_process,
+                                  loop_process,        light_process,  registration_process};
+    return all;
+}
+
+std::optional<Happening> first_due(std::span<const Process> processes, const Olt &olt, ModelTime to)
+{
+    std::optional<Happening> first;
+    for (const Process &process : processes) {
+        const std::optional<ModelTime> next = process.next(olt);
+        if (next && *next <= to && (!first || *next < first->at)) first = {&process, *next};
+    }
+    return first;
+}
+
+} // namespace ponsim

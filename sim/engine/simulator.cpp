@@ -1,0 +1,201 @@
+#include "engine/simulator.h"
+
+#include <cstring>
+
+#include "bsp_pon.h"
+#include "catalogue.h"
+#include "control/control.h"
+#include "engine/processes.h"
+#include "generated/service_words.h"
+#include "store/configuration.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// The one that is wanted, or else that of the store.
+std::shared_ptr<const OltScenario> open_scenario(const Store &store, std::shared_ptr<const OltScenario> wanted)
+{
+    const std::optional<Settings> kept = store.settings();
+    if (wanted || !kept || kept->scenario.empty()) return wanted;
+    for (OltScenario &olt : read_scenario(kept->scenario, "the stored scenario").olts)
+        if (olt.name == kept->olt) return std::make_shared<const OltScenario>(std::move(olt));
+    throw StoreError("the stored scenario has no OLT " + kept->olt);
+}
+
+std::string describe(const Settings &settings)
+{
+    if (!settings.scenario.empty())
+        return "the OLT " + settings.olt + " of another scenario, or as this one was before";
+    return "an OLT with --seed " + std::to_string(settings.seed) + " --ports " + std::to_string(settings.ports) +
+           " --arrivals " + std::to_string(settings.arrivals) + " --silent " + std::to_string(settings.silent);
+}
+
+Settings open_settings(Store &store, const WantedSettings &wanted, const OltScenario *scenario)
+{
+    const std::optional<Settings> kept = store.settings();
+    Settings settings = scenario ? scenario->settings : kept.value_or(Settings{});
+    settings.seed = wanted.seed.value_or(settings.seed);
+    settings.ports = wanted.ports.value_or(settings.ports);
+    settings.arrivals = wanted.arrivals.value_or(settings.arrivals);
+    settings.silent = wanted.silent.value_or(settings.silent);
+    if (!kept) {
+        store.set_settings(settings, scenario ? scenario->provisioning : Change{});
+    } else if (settings != *kept) {
+        throw StoreError("the stored state is that of " + describe(*kept) +
+                         "; leave --scenario, --seed, --ports, --arrivals and --silent out to go on with it, add "
+                         "--fresh to discard it, or name another file with --state");
+    }
+    return settings;
+}
+
+} // namespace
+
+Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> of_scenario)
+    : kept(store),
+      scenario(open_scenario(store, std::move(of_scenario))),
+      olt_settings(open_settings(store, wanted, scenario.get())),
+      model(olt_settings),
+      wire_faults(olt_settings.seed)
+{
+    model.apply(store.load());
+}
+
+void Simulator::change(Change change)
+{
+    change.now = model.now();
+    model.add_traffic(change);
+    kept.write(change);
+    model.apply(change);
+    note(change);
+}
+
+void Simulator::note(const Change &change)
+{
+    log.insert(log.end(), change.log.begin(), change.log.end());
+    for (const FaultOrder &order : change.faults)
+        if (const std::string wrong = wire_faults.objection(order); !wrong.empty())
+            log.push_back(wrong);
+        else
+            wire_faults.carry_out(order);
+}
+
+void Simulator::keep_time()
+{
+    change({});
+}
+
+void Simulator::happen(const Event &event)
+{
+    const std::string what = "event at " + time_text(event.at) + ": " + event.words;
+    Plan plan{BSP_OK};
+    try {
+        plan = plan_control(model, event.words);
+        plan.change.log.push_back(what);
+    } catch (const ControlError &error) {
+        plan.change.log.push_back(what + ": refused: " + error.what());
+    }
+    plan.change.events_done = model.events_done() + 1;
+    change(std::move(plan.change));
+}
+
+void Simulator::advance(ModelTime to)
+{
+    while (true) {
+        const Event *event = scenario && model.events_done() < scenario->events.size()
+                                 ? &scenario->events[model.events_done()]
+                                 : nullptr;
+        if (event && event->at > to) event = nullptr;
+        // An event comes from outside, as a request does: what happens by itself by then has happened before.
+        if (const std::optional<Happening> due = first_due(processes(), model, event ? event->at : to)) {
+            model.advance(due->at);
+            change(due->process->happen(model));
+        } else if (event) {
+            model.advance(event->at);
+            happen(*event);
+        } else {
+            break;
+        }
+    }
+    model.advance(to);
+}
+
+void Simulator::carry_out(const WriteConfiguration &wanted, Outcome &outcome)
+{
+    keep_time();
+    outcome.file = ResultFile{write_configuration(olt_settings, kept.rows()), wanted.name_at};
+    const auto size = static_cast<uint32_t>(outcome.file->content.size());
+    std::memcpy(outcome.answer.value().data() + wanted.size_at, &size, sizeof size);
+}
+
+void Simulator::carry_out(const ReceiveConfiguration &part, Outcome &outcome)
+{
+    if (part.offset == 0) {
+        received.clear();
+        announced = part.total;
+    }
+    if (part.offset != received.size() || part.total != announced)
+        outcome = {.status = PON_ERR_BAD_CONFIG,
+                   .problem = "configuration: a part at " + std::to_string(part.offset) + " of " +
+                              std::to_string(part.total) + " bytes, where " + std::to_string(received.size()) + " of " +
+                              std::to_string(announced) + " have come"};
+    else
+        received += part.bytes;
+}
+
+void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
+{
+    const auto refuse = [&](uint32_t status, const std::string &problem) {
+        outcome = {.status = status, .problem = "configuration: " + problem};
+    };
+    const std::string text = std::exchange(received, {});
+    if (text.empty() || text.size() != announced)
+        return refuse(PON_ERR_BAD_CONFIG,
+                      std::to_string(text.size()) + " of " + std::to_string(announced) + " bytes have come");
+    const ModelTime now = model.now();
+    try {
+        const Configuration configuration = read_configuration(text, olt_settings);
+        Olt loaded(olt_settings);
+        loaded.apply(configuration.change);
+        kept.replace(configuration.rows);
+        model = std::move(loaded);
+    } catch (const OtherOltError &error) {
+        return refuse(PON_ERR_OTHER_OLT, error.what());
+    } catch (const ConfigurationError &error) {
+        return refuse(PON_ERR_BAD_CONFIG, error.what());
+    } catch (const std::logic_error &error) {
+        // From a block of another size than its command's.
+        return refuse(PON_ERR_BAD_CONFIG, error.what());
+    }
+    log.push_back("configuration loaded");
+    // Time does not go back: an OLT that was left earlier has been on since.
+    advance(now);
+}
+
+Reply Simulator::handle(const Message &message)
+{
+    const catalogue::Channel *channel = catalogue::find_channel(message.channel);
+    if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
+    const std::optional<uint32_t> command = command_of(message);
+    if (!command) return {PON_ERR_BAD_RECORD};
+    const Handler *handler = find_handler(command_channel(message), *command, message.call);
+    if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
+
+    Outcome outcome = handler->handle(model, {message.data, message.length});
+    try {
+        if (outcome.change.empty())
+            note(outcome.change);
+        else
+            change(std::move(outcome.change));
+        const ConfigurationTask task = std::move(outcome.configuration);
+        std::visit([&](const auto &wanted) { carry_out(wanted, outcome); }, task);
+    } catch (const StoreError &error) {
+        return {PON_ERR_STORE, true, {}, {}, error.what()};
+    }
+    return {
+        outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),
+        std::move(outcome.file)};
+}
+
+} // namespace ponsim

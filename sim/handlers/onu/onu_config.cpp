@@ -1,0 +1,229 @@
+// The configuration of ONUs and their UNI ports in one piece, UNI profiles, LOIDs and the OUI, the ARP table.
+#include "model/onu/onu_config.h"
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "generated/service_words.h"
+#include "handlers/remote.h"
+#include "model/lifecycle/authentication.h"
+#include "views/onu_config.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// LOIDs and the OUI
+
+// The mode stays; what BSP_CMD_AUTH_SET does without a LOID is not meant here.
+Outcome change_loid(const Olt &olt, const Request &request, bool remove)
+{
+    const auto record = request.read<bsp_pon_msg>();
+    const PonPort *port = olt.port(record.pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    AuthRequest wanted{static_cast<uint32_t>(port->authentication.mode), {}, {}, remove};
+    if (!get_text(record.text45, wanted.loid) || wanted.loid.empty()) return {PON_ERR_BAD_RECORD};
+    if (!remove && !get_text(record.text109, wanted.password)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(set_authentication(olt, record.pon_port, wanted));
+}
+
+Outcome add_loid(const Olt &olt, const Request &request)
+{
+    return change_loid(olt, request, false);
+}
+
+Outcome delete_loid(const Olt &olt, const Request &request)
+{
+    return change_loid(olt, request, true);
+}
+
+Outcome view_loids(const Olt &olt, const Request &request)
+{
+    const Selection selection = port_selection_of(olt, request);
+    if (selection.status != BSP_OK) return {selection.status};
+    return {BSP_OK, {}, loids_table(olt, selection.ports)};
+}
+
+Outcome change_oui(const Olt &olt, const Request &request)
+{
+    return to_outcome(set_oui(olt, request.read<Oui>(layout::oui::oui)));
+}
+
+// ARP
+
+// The id of an entry may be another ONU's by now.
+bool is_behind_online_onu(const Olt &olt, const PonPort &port, const FdbEntry &entry)
+{
+    const std::optional<Binding> &binding = port.bindings[entry.onu_id.value()];
+    if (!binding || !port.online(*binding)) return false;
+    const std::vector<Station> stations = stations_behind(olt.seed(), binding->mac, olt.device_of(binding->mac));
+    return std::ranges::find(stations, entry.mac, &Station::mac) != stations.end();
+}
+
+Outcome view_arp(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_pon_msg>();
+    const PonPort *port = olt.port(record.pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    std::vector<FdbEntry> entries = olt.fdb().entries({.network = false, .port = port->number}, olt.now());
+    std::erase_if(entries, [&](const FdbEntry &entry) { return !is_behind_online_onu(olt, *port, entry); });
+    bsp_pon_msg head{};
+    head.cmd = record.cmd;
+    head.pon_port = record.pon_port;
+    Outcome outcome = Answer(head).outcome();
+    outcome.file = ResultFile{arp_table(entries), offsetof(bsp_pon_msg, data429)};
+    return outcome;
+}
+
+// Several settings at once
+
+struct Part {
+    const BlockSetting &setting;
+    OnuBlock block;
+};
+
+std::vector<Part> uni_parts(const OnuBlock &config)
+{
+    std::vector<Part> parts;
+    for (const ConfigPart &part : parts_of(config))
+        parts.push_back({uni_setting(part.command), part.block});
+    return parts;
+}
+
+// All of them, or nothing.
+Plan tell_all(const Olt &olt, const RemoteOnu &onu, uint32_t uni, std::span<const Part> parts)
+{
+    Plan all{BSP_OK};
+    for (const Part &part : parts) {
+        const Plan plan = tell_setting(olt, onu, uni, part.block, part.setting);
+        if (plan.status != BSP_OK) return {plan.status};
+        std::ranges::copy(plan.change.onu_settings, std::back_inserter(all.change.onu_settings));
+    }
+    return all;
+}
+
+// The port remembers what it was told.
+Plan configure_port(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &config)
+{
+    Plan plan = tell_all(olt, onu, uni, uni_parts(config));
+    if (plan.status != BSP_OK) return plan;
+    const Plan remembered =
+        tell(olt, onu, onu.place(BSP_CMD_ONU_PORT_CONFIG_SET, uni), config, OnuBlock(port_config_size));
+    std::ranges::copy(remembered.change.onu_settings, std::back_inserter(plan.change.onu_settings));
+    return plan;
+}
+
+Outcome set_port_config(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_and_uni_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const auto uni = request.read<bsp_onu_msg>().onu_uni_port;
+    const auto profile = request.read<uint8_t>(layout::onu_port_config_set::profile);
+    if (profile == 0) return to_outcome(configure_port(olt, found.onu, uni, data_of(request, port_config_size)));
+    const std::optional<OnuBlock> config = uni_profile(olt, profile);
+    if (!config) return {PON_ERR_NO_UNI_PROFILE};
+    return to_outcome(configure_port(olt, found.onu, uni, *config));
+}
+
+Outcome set_onu_config(const Olt &olt, const Request &request)
+{
+    namespace at = layout::onu_config_set;
+    enum Bit : uint32_t { fec = 1, multicast = 2, fast_leave = 4, management = 8 };
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const uint32_t wanted = request.read<uint8_t>(at::parts);
+    if (wanted == 0 || wanted > (fec | multicast | fast_leave | management)) return {PON_ERR_BAD_RECORD};
+    const auto bytes_from = [&](uint32_t offset, size_t size) {
+        return OnuBlock(std::string(static_cast<const char *>(request.record) + offset, size));
+    };
+    std::vector<Part> parts;
+    for (const auto &[bit, offset, setting] : {std::tuple{fec, at::fec, &fec_setting()},
+                                               {multicast, at::multicast, &multicast_mode_setting()},
+                                               {fast_leave, at::fast_leave, &fast_leave_setting()},
+                                               {management, at::address, &management_setting()}})
+        if (wanted & bit) parts.push_back({*setting, bytes_from(offset, setting->size)});
+    return to_outcome(tell_all(olt, found.onu, 0, parts));
+}
+
+// UNI profiles
+
+// Whether there may be an ONU that can be told this.
+bool makes_sense(const OnuBlock &config)
+{
+    DeviceType able{};
+    able.vlan_translation = able.vlan_trunk = true;
+    RemoteOnu onu{};
+    onu.device.type = &able;
+    return std::ranges::all_of(uni_parts(config),
+                               [&onu](const Part &part) { return part.setting.check(onu, 1, part.block) == BSP_OK; });
+}
+
+Outcome set_profile(const Olt &olt, const Request &request)
+{
+    const auto record = request.read<bsp_pon_msg>();
+    if (record.arg_value > 1) return {PON_ERR_BAD_RECORD};
+    if (record.arg_value == 0) return to_outcome(set_uni_profile(olt, record.pon_port, std::nullopt));
+    const std::string settings(reinterpret_cast<const char *>(record.data429), uni_profile_size);
+    if (!makes_sense(OnuBlock('\0' + settings))) return {PON_ERR_BAD_RECORD};
+    return to_outcome(set_uni_profile(olt, record.pon_port, settings));
+}
+
+Outcome view_profiles(const Olt &olt, const Request &request)
+{
+    const auto wanted = request.read<bsp_pon_msg>().pon_port;
+    if (wanted != 0 && !uni_profile(olt, wanted)) return {PON_ERR_NO_UNI_PROFILE};
+    std::map<uint32_t, uint32_t> ports;
+    for (const ProfileUser &user : profile_users(olt))
+        ++ports[user.profile()];
+    std::vector<UniProfileRow> rows;
+    for (uint32_t id = 1; id <= max_uni_profiles; ++id)
+        if (wanted == 0 || wanted == id)
+            if (const std::optional<OnuBlock> config = uni_profile(olt, id)) rows.push_back({id, *config, ports[id]});
+    return {BSP_OK, {}, uni_profiles_table(rows)};
+}
+
+// Tells UNI ports what became different of the profiles that they took. A profile that was deleted leaves them alone.
+Outcome apply_profiles(const Olt &olt, const Request &request)
+{
+    const std::string_view record(static_cast<const char *>(request.record), request.length);
+    if (record.find_first_not_of('\0') != std::string_view::npos) return {PON_ERR_BAD_RECORD};
+    Outcome outcome{BSP_OK};
+    for (const ProfileUser &user : profile_users(olt)) {
+        const std::optional<OnuBlock> config = uni_profile(olt, user.profile());
+        if (!config || *config == user.config) continue;
+        const RemoteOnu onu = find_onu(olt, user.pon_port, user.onu_id).onu;
+        if (!onu.online()) continue;
+        const Plan plan = configure_port(olt, onu, user.uni, *config);
+        if (plan.status == PON_ERR_NOT_ABLE)
+            outcome.change.log.push_back("UNI port " + std::to_string(user.uni) + " of ONU " +
+                                         std::to_string(user.pon_port) + '/' + std::to_string(user.onu_id) +
+                                         " is not able to do what UNI profile " + std::to_string(user.profile()) +
+                                         " asks for, and stays as it is");
+        std::ranges::copy(plan.change.onu_settings, std::back_inserter(outcome.change.onu_settings));
+    }
+    return outcome;
+}
+
+constexpr Handler handlers[] = {
+    {BSP_MSG_PON, BSP_CMD_LOID_ADD, add_loid},
+    {BSP_MSG_PON, BSP_CMD_LOID_DELETE, delete_loid},
+    {BSP_MSG_PON, BSP_CMD_VIEW_LOID_LIST, view_loids},
+    {BSP_MSG_PON, BSP_CMD_OUI_SET, change_oui},
+    {BSP_MSG_PON, BSP_CMD_ARP_TABLE, view_arp},
+    {BSP_MSG_PON, BSP_CMD_UNI_PROFILE_SET, set_profile},
+    {BSP_MSG_PON, BSP_CMD_VIEW_UNI_PROFILE, view_profiles},
+    {BSP_MSG_PON, BSP_CMD_ONU_CONFIG_BATCH, apply_profiles},
+    {BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_SET, set_onu_config},
+    {BSP_MSG_ONU_CFG, BSP_CMD_ONU_PORT_CONFIG_SET, set_port_config},
+};
+
+} // namespace
+
+std::span<const Handler> onu_config_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim

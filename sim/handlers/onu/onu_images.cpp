@@ -1,0 +1,148 @@
+// The image banks of ONUs, and how they are updated.
+#include <array>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "handlers/remote.h"
+#include "model/lifecycle/images.h"
+#include "model/lifecycle/upgrade.h"
+
+namespace ponsim
+{
+namespace
+{
+
+Outcome write_part(const Olt &olt, const Request &request)
+{
+    namespace at = layout::onu_image_part;
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const auto bytes = request.read<std::array<char, sizeof(bsp_onu_msg) - at::data>>(at::data);
+    const auto version = request.read<std::array<char, 17>>(at::version);
+    const auto length = request.read<uint32_t>(at::length);
+    ImagePart part{.offset = request.read<uint32_t>(at::offset),
+                   .size = request.read<uint32_t>(at::size),
+                   .version = {},
+                   .bytes = {bytes.data(), bytes.size()}};
+    if (length == 0 || length > part.bytes.size()) return {PON_ERR_BAD_RECORD};
+    part.bytes = part.bytes.substr(0, length);
+    if (part.offset == 0 && !get_text(version.data(), version.size(), part.version)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(push_part(olt, found.onu, part));
+}
+
+Outcome commit(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    return to_outcome(commit_image(olt, found.onu));
+}
+
+Outcome get_status(const Olt &olt, const Request &request)
+{
+    namespace at = layout::onu_image_status;
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const Banks banks = banks_of(olt, *found.onu.port, found.onu.binding->mac);
+    OnuBlock block(20);
+    if (banks.push != Banks::Push::none) {
+        const Banks::Bank &bank = banks.pushed_bank();
+        block.put<uint32_t>(at::state, static_cast<uint32_t>(banks.push));
+        block.put<uint32_t>(at::received, bank.received);
+        block.put<uint32_t>(at::size, bank.size);
+        block.put<uint32_t>(at::crc, bank.crc);
+        block.put<uint16_t>(at::bank, static_cast<uint16_t>(banks.pushed + 1));
+        block.put<uint16_t>(at::progress, static_cast<uint16_t>(bank.percent()));
+    }
+    return answer_with(request, block);
+}
+
+Outcome get_banks(const Olt &olt, const Request &request)
+{
+    namespace at = layout::onu_banks;
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const Banks banks = banks_of(olt, *found.onu.port, found.onu.binding->mac);
+    OnuBlock block(64);
+    for (uint32_t index = 0; index < banks.banks.size(); ++index) {
+        const Banks::Bank &bank = banks.banks[index];
+        block.put(at::version + index * at::version_every, bank.name(), 17);
+        block.put<uint8_t>(at::valid + index * at::valid_every, bank.valid != 0);
+        block.put<uint8_t>(at::active + index * at::active_every, index == banks.active);
+        block.put<uint8_t>(at::committed + index * at::committed_every, index == banks.committed);
+        block.put<uint32_t>(at::size + index * at::size_every, bank.size);
+        block.put<uint32_t>(at::crc + index * at::crc_every, bank.crc);
+    }
+    return answer_with(request, block);
+}
+
+Outcome update(const Olt &olt, const Request &request)
+{
+    namespace at = layout::onu_image_update;
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const auto field = request.read<std::array<char, 256>>(at::file);
+    std::string file;
+    if (!get_text(field.data(), field.size(), file) || file.empty()) return {PON_ERR_BAD_RECORD};
+    const auto bank = request.read<uint32_t>(at::bank);
+    const Banks banks = banks_of(olt, *found.onu.port, found.onu.binding->mac);
+    if (bank != 0 && bank != banks.spare() + 1) return {PON_ERR_BAD_RECORD};
+    return to_outcome(upgrade_onu_with(olt, *found.onu.port, *found.onu.binding, file));
+}
+
+void add_row(Table &table, const Olt &olt, const RemoteOnu &onu)
+{
+    const Banks banks = banks_of(olt, *onu.port, onu.binding->mac);
+    const UpgradeProgress upgrade = upgrade_progress(olt, *onu.port, onu.binding->mac);
+    table.cell("pon_port", onu.port->number);
+    table.cell("onu_id", onu.onu_id);
+    table.cell("mac", onu.binding->mac);
+    table.cell("state", to_text(onu.state));
+    table.cell("bank", banks.active + 1);
+    table.cell("running", onu.device.software);
+    table.cell("committed", banks.banks.at(banks.committed).name());
+    table.cell("run", upgrade.state);
+    table.cell("progress", upgrade.progress);
+    table.cell("reason", upgrade.reason);
+    table.cell("pushed", to_text(banks.push));
+    if (banks.push == Banks::Push::none) {
+        table.cell("version", std::nullopt);
+        table.cell("received", std::nullopt);
+    } else {
+        table.cell("version", banks.pushed_bank().name());
+        table.cell("received", banks.pushed_bank().percent());
+    }
+}
+
+Outcome view_status(const Olt &olt, const Request &request)
+{
+    const Selection selection = selection_of(olt, request);
+    if (selection.status != BSP_OK) return {selection.status};
+    Table table(BSP_MSG_PON, BSP_CMD_VIEW_ONU_UPGRADE_STATUS);
+    bool found = false;
+    for (const PonPort &port : selection.ports)
+        for (const RemoteOnu &onu : onus_of(olt, port)) {
+            if (selection.id != 0 && selection.id != onu.onu_id) continue;
+            add_row(table, olt, onu);
+            found = true;
+        }
+    if (selection.id != 0 && !found) return {PON_ERR_NOT_BOUND};
+    return {BSP_OK, {}, std::string(table.text())};
+}
+
+constexpr Handler handlers[] = {
+    {BSP_MSG_ONU_INFO, BSP_CMD_ONU_IMAGE_WRITE, write_part},
+    {BSP_MSG_ONU_INFO, BSP_CMD_ONU_IMAGE_COMMIT, commit},
+    {BSP_MSG_ONU_INFO, BSP_CMD_ONU_IMAGE_STATUS_GET, get_status},
+    {BSP_MSG_ONU_INFO, BSP_CMD_ONU_BANKS_GET, get_banks},
+    {BSP_MSG_ONU_CFG, BSP_CMD_ONU_IMAGE_UPDATE, update},
+    {BSP_MSG_PON, BSP_CMD_VIEW_ONU_UPGRADE_STATUS, view_status},
+};
+
+} // namespace
+
+std::span<const Handler> onu_images_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim

@@ -1,0 +1,445 @@
+// Multicast at ONUs and their UNI ports.
+#include <algorithm>
+#include <cstddef>
+
+#include "generated/service_words.h"
+#include "handlers/remote.h"
+#include "model/onu/uni_config.h"
+#include "model/plant/onu_multicast.h"
+#include "views/onu_multicast.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// What is done to the lists of VLANs and groups, and what their answers say.
+enum Operation : uint8_t { remove = 0, add = 1, clear = 2, list = 3 };
+
+uint32_t able(const RemoteOnu &onu)
+{
+    return knows_multicast(*onu.device.type) ? BSP_OK : PON_ERR_NOT_ABLE;
+}
+
+template <class Value>
+bool has(const std::vector<Value> &values, const Value &value)
+{
+    return std::ranges::find(values, value) != values.end();
+}
+
+// What a list becomes; BSP_OK unless it would be longer than `most`.
+template <class Value>
+uint32_t change_list(std::vector<Value> &values, uint8_t operation, const std::vector<Value> &changes, size_t most)
+{
+    if (operation == clear) values.clear();
+    for (const Value &value : changes) {
+        if (operation == remove)
+            std::erase(values, value);
+        else if (!has(values, value))
+            values.push_back(value);
+    }
+    return values.size() <= most ? BSP_OK : PON_ERR_TABLE_FULL;
+}
+
+// Whether an operation goes with so many changes of a list.
+bool fits(uint8_t operation, uint32_t number, uint32_t most)
+{
+    return operation == clear ? number == 0 : operation < clear && number >= 1 && number <= most;
+}
+
+// Fast leave
+
+template <uint32_t number, uint32_t ability>
+void put_abilities(OnuBlock &block, const DeviceType &type)
+{
+    std::vector<uint32_t> abilities;
+    for (const auto &[known, mode] : {std::pair{type.igmp_snooping, 0x00u}, {type.multicast_control, 0x10u}}) {
+        if (known) abilities.push_back(mode);
+        if (known && type.fast_leave) abilities.push_back(mode + 1);
+    }
+    block.put<uint32_t>(number, static_cast<uint32_t>(abilities.size()));
+    for (uint32_t index = 0; index < abilities.size(); ++index)
+        block.put<uint32_t>(ability + index * layout::onu_fast_leave_ability::ability_every, abilities[index]);
+}
+
+OnuBlock fast_leave_off(const Olt &, const RemoteOnu &, uint32_t)
+{
+    return OnuBlock(4);
+}
+
+uint32_t check_fast_leave(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    const auto state = block.get<uint32_t>(layout::onu_fast_leave_set::state);
+    if (state > 1) return PON_ERR_BAD_RECORD;
+    return state == 0 || onu.device.type->fast_leave ? BSP_OK : PON_ERR_NOT_ABLE;
+}
+
+constexpr BlockSetting fast_leave{BSP_CMD_ONU_FAST_LEAVE_GET, false, 4, fast_leave_off, check_fast_leave};
+
+uint32_t fast_leave_state(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    return setting_of(olt, onu, 0, side, fast_leave).get<uint32_t>(layout::onu_fast_leave::state);
+}
+
+Outcome get_fast_leave_ability(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    namespace fields = layout::onu_fast_leave_ability;
+    OnuBlock block(28);
+    put_abilities<fields::number, fields::ability>(block, *found.onu.device.type);
+    return answer_with(request, block);
+}
+
+Outcome get_fast_leave_local(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request, false);
+    if (found.status != BSP_OK) return {found.status};
+    namespace fields = layout::onu_fast_leave_local;
+    OnuBlock block(32);
+    block.put<uint32_t>(fields::state, fast_leave_state(olt, found.onu, Side::local));
+    put_abilities<fields::number, fields::ability>(block, *found.onu.device.type);
+    return answer_with(request, block);
+}
+
+// The mode
+
+OnuBlock snooping(const Olt &, const RemoteOnu &, uint32_t)
+{
+    return OnuBlock(1);
+}
+
+uint32_t check_mode(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    const auto mode = block.get<uint8_t>(layout::onu_mc_switch_set::mode);
+    if (mode > 1) return PON_ERR_BAD_RECORD;
+    const DeviceType &type = *onu.device.type;
+    return (mode == 1 ? type.multicast_control : type.igmp_snooping) ? BSP_OK : PON_ERR_NOT_ABLE;
+}
+
+constexpr BlockSetting mode{BSP_CMD_ONU_MC_SWITCH_GET, false, 1, snooping, check_mode};
+
+bool controlled(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    return setting_of(olt, onu, 0, side, mode).get<uint8_t>(layout::onu_mc_switch::mode) == 1;
+}
+
+// The number of groups
+
+constexpr uint16_t usual_group_max = 32;
+
+OnuBlock usual_maximum(const Olt &, const RemoteOnu &onu, uint32_t)
+{
+    OnuBlock block(2);
+    if (knows_multicast(*onu.device.type)) block.put<uint16_t>(layout::onu_mc_group_max::maximum, usual_group_max);
+    return block;
+}
+
+uint32_t check_maximum(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    if (block.get<uint16_t>(layout::onu_mc_group_max_set::maximum) > max_uni_mc_groups) return PON_ERR_BAD_RECORD;
+    return able(onu);
+}
+
+constexpr BlockSetting group_maximum{BSP_CMD_ONU_MC_GROUP_MAX_GET, true, 2, usual_maximum, check_maximum};
+
+uint32_t group_max_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
+{
+    return setting_of(olt, onu, uni, side, group_maximum).get<uint16_t>(layout::onu_mc_group_max::maximum);
+}
+
+// Tags
+
+constexpr uint32_t tags_size = 34;
+
+OnuBlock tags_kept(const Olt &, const RemoteOnu &, uint32_t)
+{
+    return OnuBlock(tags_size);
+}
+
+McTags tags_of(const OnuBlock &block)
+{
+    return static_cast<McTags>(block.get<uint8_t>(layout::onu_mc_vlan_mode::mode));
+}
+
+std::vector<Vlan> pairs_of(const OnuBlock &block, uint32_t from, uint32_t to)
+{
+    namespace fields = layout::onu_mc_vlan_mode;
+    std::vector<Vlan> pairs;
+    for (uint32_t index = from; index < to; ++index)
+        pairs.push_back({.user = block.get<uint16_t>(fields::user_vlan + index * fields::user_vlan_every),
+                         .network = block.get<uint16_t>(fields::mc_vlan + index * fields::mc_vlan_every)});
+    return pairs;
+}
+
+std::vector<Vlan> translations_of(const OnuBlock &block)
+{
+    return pairs_of(block, 0, block.get<uint8_t>(layout::onu_mc_vlan_mode::number));
+}
+
+uint32_t check_tags(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    const auto number = block.get<uint8_t>(layout::onu_mc_vlan_mode_set::number);
+    if (tags_of(block) > McTags::translate || number > max_mc_translations) return PON_ERR_BAD_RECORD;
+    if ((tags_of(block) == McTags::translate) != (number > 0)) return PON_ERR_BAD_RECORD;
+    std::vector<uint32_t> seen;
+    for (const Vlan &pair : translations_of(block)) {
+        if (!is_vlan(pair.network) || !is_vlan(pair.user) || has(seen, pair.network)) return PON_ERR_BAD_RECORD;
+        seen.push_back(pair.network);
+    }
+    const std::vector<Vlan> unused = pairs_of(block, number, max_mc_translations);
+    if (std::ranges::any_of(unused, [](const Vlan &pair) { return pair != Vlan{0, 0}; })) return PON_ERR_BAD_RECORD;
+    return able(onu);
+}
+
+constexpr BlockSetting tags{BSP_CMD_ONU_MC_VLAN_MODE_GET, true, tags_size, tags_kept, check_tags};
+
+// VLANs. What is kept of them is their list, as the OLT's side answers it.
+
+OnuBlock block_of(const std::vector<uint32_t> &vlans)
+{
+    namespace fields = layout::onu_mc_vlan_local;
+    OnuBlock block(max_mc_vlans * fields::vlan_every);
+    for (uint32_t index = 0; index < vlans.size(); ++index)
+        block.put<uint16_t>(fields::vlan + index * fields::vlan_every, static_cast<uint16_t>(vlans[index]));
+    return block;
+}
+
+std::vector<UniViewers> viewers_of(const Olt &olt, const RemoteOnu &onu)
+{
+    return viewers_of(olt.seed(), onu.binding->mac, onu.device);
+}
+
+OnuBlock first_vlans(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
+{
+    return block_of(viewers_of(olt, onu)[uni - 1].vlans);
+}
+
+OnuBlock vlan_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
+{
+    return setting_of(olt, onu.place(BSP_CMD_ONU_MC_VLAN_GET, uni), side, first_vlans(olt, onu, uni));
+}
+
+std::vector<uint32_t> vlans_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
+{
+    namespace fields = layout::onu_mc_vlan_local;
+    const OnuBlock block = vlan_block(olt, onu, uni, side);
+    std::vector<uint32_t> vlans;
+    for (uint32_t index = 0; index < max_mc_vlans; ++index)
+        if (const auto vlan = block.get<uint16_t>(fields::vlan + index * fields::vlan_every)) vlans.push_back(vlan);
+    return vlans;
+}
+
+Outcome get_vlans(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_and_uni_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    namespace fields = layout::onu_mc_vlan;
+    const uint32_t uni = request.read<bsp_onu_msg>().onu_uni_port;
+    const std::string vlans = vlan_block(olt, found.onu, uni, Side::remote).bytes();
+    OnuBlock block(18);
+    block.put<uint8_t>(fields::operation, list);
+    block.put<uint8_t>(fields::number, static_cast<uint8_t>(vlans_of(olt, found.onu, uni, Side::remote).size()));
+    block.put(fields::vlan, vlans, vlans.size());
+    return answer_with(request, block);
+}
+
+Outcome get_vlans_local(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_and_uni_of(olt, request, false);
+    if (found.status != BSP_OK) return {found.status};
+    return answer_with(request, vlan_block(olt, found.onu, request.read<bsp_onu_msg>().onu_uni_port, Side::local));
+}
+
+Outcome set_vlans(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_and_uni_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    if (const uint32_t status = able(found.onu)) return {status};
+    namespace fields = layout::onu_mc_vlan_set;
+    const OnuBlock block = data_of(request, 18);
+    const auto operation = block.get<uint8_t>(fields::operation);
+    const auto number = block.get<uint8_t>(fields::number);
+    if (!fits(operation, number, max_mc_vlans)) return {PON_ERR_BAD_RECORD};
+    std::vector<uint32_t> changes;
+    for (uint32_t index = 0; index < number; ++index) {
+        const uint32_t vlan = block.get<uint16_t>(fields::vlan + index * fields::vlan_every);
+        if (!is_vlan(vlan) || has(changes, vlan)) return {PON_ERR_BAD_RECORD};
+        changes.push_back(vlan);
+    }
+    const uint32_t uni = request.read<bsp_onu_msg>().onu_uni_port;
+    std::vector<uint32_t> vlans = vlans_of(olt, found.onu, uni, Side::local);
+    if (const uint32_t status = change_list(vlans, operation, changes, max_mc_vlans)) return {status};
+    return to_outcome(tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MC_VLAN_GET, uni), block_of(vlans),
+                           first_vlans(olt, found.onu, uni)));
+}
+
+// Groups. What is kept of those of controllable multicast is their list, as it is answered.
+
+constexpr uint32_t groups_size = 1284;
+constexpr uint8_t by_mac_and_vlan = 1;
+
+OnuBlock block_of(const std::vector<McGroup> &groups)
+{
+    namespace fields = layout::onu_mc_group;
+    OnuBlock block(groups_size);
+    block.put<uint8_t>(fields::action, list);
+    block.put<uint8_t>(fields::control_type, by_mac_and_vlan);
+    block.put<uint8_t>(fields::number, static_cast<uint8_t>(groups.size()));
+    for (uint32_t index = 0; index < groups.size(); ++index) {
+        block.put<uint16_t>(fields::uni + index * fields::uni_every, static_cast<uint16_t>(groups[index].uni));
+        block.put<uint16_t>(fields::vlan + index * fields::vlan_every, static_cast<uint16_t>(groups[index].vlan));
+        block.put<Mac>(fields::group + index * fields::group_every, groups[index].mac);
+    }
+    return block;
+}
+
+std::vector<McGroup> groups_of(const OnuBlock &block)
+{
+    namespace fields = layout::onu_mc_group;
+    std::vector<McGroup> groups;
+    for (uint32_t index = 0; index < block.get<uint8_t>(fields::number); ++index)
+        groups.push_back({block.get<uint16_t>(fields::uni + index * fields::uni_every),
+                          block.get<uint16_t>(fields::vlan + index * fields::vlan_every),
+                          block.get<Mac>(fields::group + index * fields::group_every)});
+    return groups;
+}
+
+std::vector<McGroup> controlled_groups(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    return groups_of(setting_of(olt, onu.place(BSP_CMD_ONU_MC_GROUP_GET), side, block_of(std::vector<McGroup>{})));
+}
+
+std::vector<McGroup> snooped_groups(const Olt &olt, const RemoteOnu &onu)
+{
+    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu);
+    const std::vector<UniViewers> viewers = viewers_of(olt, onu);
+    std::vector<McGroup> groups;
+    for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni) {
+        if (!links[uni - 1]) continue;
+        const auto wanted = wanted_groups(uni, viewers[uni - 1], vlans_of(olt, onu, uni, Side::remote));
+        groups.insert(groups.end(), wanted.begin(), wanted.end());
+    }
+    return groups;
+}
+
+// What the ONU's UNI ports have joined: of what they are to join, as much as their maxima allow.
+std::vector<McGroup> joined_groups(const Olt &olt, const RemoteOnu &onu)
+{
+    std::vector<uint32_t> room;
+    for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni)
+        room.push_back(group_max_of(olt, onu, uni, Side::remote));
+    std::vector<McGroup> groups;
+    for (const McGroup &group :
+         controlled(olt, onu, Side::remote) ? controlled_groups(olt, onu, Side::remote) : snooped_groups(olt, onu))
+        if (room[group.uni - 1] > 0) {
+            --room[group.uni - 1];
+            groups.push_back(group);
+        }
+    return groups;
+}
+
+Outcome get_groups(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    return answer_with(request, block_of(joined_groups(olt, found.onu)));
+}
+
+Outcome set_groups(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    if (!found.onu.device.type->multicast_control) return {PON_ERR_NOT_ABLE};
+    if (!controlled(olt, found.onu, Side::local)) return {PON_ERR_SNOOPING};
+    namespace fields = layout::onu_mc_group_set;
+    const OnuBlock block = data_of(request, groups_size);
+    const auto action = block.get<uint8_t>(fields::action);
+    const auto number = block.get<uint8_t>(fields::number);
+    if (block.get<uint8_t>(fields::control_type) != by_mac_and_vlan) return {PON_ERR_BAD_RECORD};
+    if (!fits(action, number, max_mc_groups)) return {PON_ERR_BAD_RECORD};
+    std::vector<McGroup> changes;
+    for (const McGroup &group : groups_of(block)) {
+        if (!found.onu.has_uni(group.uni)) return {PON_ERR_NO_UNI};
+        if (!is_vlan(group.vlan) || !is_group(group.mac) || has(changes, group)) return {PON_ERR_BAD_RECORD};
+        changes.push_back(group);
+    }
+    std::vector<McGroup> groups = controlled_groups(olt, found.onu, Side::local);
+    if (const uint32_t status = change_list(groups, action, changes, max_mc_groups)) return {status};
+    return to_outcome(tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MC_GROUP_GET), block_of(groups),
+                           block_of(std::vector<McGroup>{})));
+}
+
+// Views
+
+OnuMulticast multicast_of(const Olt &olt, const RemoteOnu &onu)
+{
+    OnuMulticast shown{onu.port->number,
+                       onu.onu_id,
+                       onu.device.type,
+                       controlled(olt, onu, Side::local),
+                       fast_leave_state(olt, onu, Side::local) == 1,
+                       {}};
+    const std::vector<McGroup> groups = joined_groups(olt, onu);
+    for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni) {
+        const OnuBlock block = setting_of(olt, onu, uni, Side::local, tags);
+        UniMulticast part{group_max_of(olt, onu, uni, Side::local), tags_of(block), translations_of(block),
+                          vlans_of(olt, onu, uni, Side::local), std::nullopt};
+        if (onu.online()) part.groups = static_cast<uint32_t>(std::ranges::count(groups, uni, &McGroup::uni));
+        shown.unis.push_back(std::move(part));
+    }
+    return shown;
+}
+
+template <std::string (*table)(const OnuMulticast &)>
+Outcome view(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request, false);
+    if (found.status != BSP_OK) return {found.status};
+    return {BSP_OK, {}, table(multicast_of(olt, found.onu))};
+}
+
+Outcome view_translations(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_and_uni_of(olt, request, false);
+    if (found.status != BSP_OK) return {found.status};
+    const uint32_t uni = request.read<bsp_onu_msg>().onu_uni_port;
+    return {BSP_OK, {}, mc_translation_table(multicast_of(olt, found.onu), uni)};
+}
+
+using catalogue::Call;
+
+constexpr auto handlers = family(Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_FAST_LEAVE_ABILITY_GET, get_fast_leave_ability},
+                                 rows_of<fast_leave>(BSP_MSG_ONU_CFG),
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_FAST_LEAVE_LOCAL_GET, get_fast_leave_local},
+                                 rows_of<mode>(BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_SWITCH_LOCAL_GET),
+                                 rows_of<group_maximum>(BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_GROUP_MAX_LOCAL_GET),
+                                 rows_of<tags>(BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_VLAN_MODE_LOCAL_GET),
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_VLAN_GET, get_vlans, Call::get},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_VLAN_SET, set_vlans, Call::set},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_VLAN_LOCAL_GET, get_vlans_local},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_GROUP_GET, get_groups, Call::get},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_GROUP_SET, set_groups, Call::set},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_MC_CONFIG, view<mc_config_table>},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_UNI_MC_CONFIG, view<uni_mc_config_table>},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_MC_TRANSLATION, view_translations},
+                                 Handler{BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_MC_VLAN, view<mc_vlan_table>});
+
+} // namespace
+
+const BlockSetting &multicast_mode_setting()
+{
+    return mode;
+}
+
+const BlockSetting &fast_leave_setting()
+{
+    return fast_leave;
+}
+
+std::span<const Handler> onu_multicast_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim

@@ -1,0 +1,202 @@
+// The management address, FEC, time and LLIDs of ONUs; what is printed of OAM.
+#include "generated/service_words.h"
+#include "handlers/remote.h"
+#include "model/base/block.h"
+#include "model/olt/alarms.h"
+#include "model/olt/sla.h"
+#include "model/onu/ipv4.h"
+
+namespace ponsim
+{
+namespace
+{
+
+enum ManagementMode : uint8_t { management_off = 0, management_static = 1 };
+
+constexpr uint32_t management_size = 17;
+constexpr uint8_t max_dscp = 63;
+
+OnuBlock no_management(const Olt &, const RemoteOnu &, uint32_t)
+{
+    return OnuBlock(management_size);
+}
+
+bool is_good_management(const OnuBlock &block)
+{
+    namespace at = layout::onu_mgmt;
+    if (block.get<uint8_t>(at::mode) == management_off) return block == OnuBlock(management_size);
+    if (block.get<uint8_t>(at::mode) != management_static) return false;
+    const uint32_t address = get_ipv4(block, at::address);
+    const uint32_t mask = get_ipv4(block, at::mask);
+    return is_host(address, mask) && is_gateway(get_ipv4(block, at::gateway), address, mask) &&
+           block.get<uint16_t>(at::vlan) <= max_vlan && block.get<uint8_t>(at::priority) <= max_vlan_priority &&
+           block.get<uint8_t>(at::dscp) <= max_dscp;
+}
+
+uint32_t check_management(const RemoteOnu &, uint32_t, const OnuBlock &block)
+{
+    return is_good_management(block) ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+constexpr BlockSetting management{BSP_CMD_ONU_MGMT_GET, false, management_size, no_management, check_management};
+
+// As CTC numbers both the mode and the ability.
+enum FecMode : uint32_t { fec_unknown = 1, fec_enabled = 2, fec_disabled = 3 };
+enum FecAbility : uint32_t { fec_supported = 2, fec_not_supported = 3 };
+
+OnuBlock word_block(uint32_t word)
+{
+    return OnuBlock(to_block(word));
+}
+
+OnuBlock first_fec(const Olt &, const RemoteOnu &onu, uint32_t)
+{
+    return word_block(onu.device.type->fec ? fec_disabled : fec_unknown);
+}
+
+uint32_t check_fec(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    if (!onu.device.type->fec) return PON_ERR_NOT_ABLE;
+    const auto mode = block.get<uint32_t>(layout::onu_fec::mode);
+    return mode == fec_enabled || mode == fec_disabled ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+constexpr BlockSetting fec{BSP_CMD_ONU_FEC_GET, false, sizeof(uint32_t), first_fec, check_fec};
+
+Outcome fec_ability(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    return answer_with(request, word_block(found.onu.device.type->fec ? fec_supported : fec_not_supported));
+}
+
+enum TimeMode : uint8_t { time_of_olt = 0, time_by_sntp = 1 };
+
+constexpr uint32_t time_size = 16;
+constexpr uint32_t least_interval = 16, first_interval = 3600, greatest_interval = 86400; // s
+constexpr int16_t westmost_zone = -720, eastmost_zone = 840;                              // min
+
+OnuBlock first_time(const Olt &, const RemoteOnu &, uint32_t)
+{
+    OnuBlock block(time_size);
+    block.put<uint32_t>(layout::onu_time::interval, first_interval);
+    return block;
+}
+
+bool is_good_time(const OnuBlock &block)
+{
+    namespace at = layout::onu_time;
+    const auto mode = block.get<uint8_t>(at::mode);
+    const auto interval = block.get<uint32_t>(at::interval);
+    const auto zone = block.get<int16_t>(at::zone);
+    return (mode == time_of_olt || (mode == time_by_sntp && get_ipv4(block, at::server) != 0)) &&
+           interval >= least_interval && interval <= greatest_interval && zone >= westmost_zone &&
+           zone <= eastmost_zone && block.get<uint8_t>(at::summer) <= 1;
+}
+
+uint32_t check_time(const RemoteOnu &, uint32_t, const OnuBlock &block)
+{
+    return is_good_time(block) ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+constexpr BlockSetting time_config{BSP_CMD_ONU_TIME_GET, false, time_size, first_time, check_time};
+
+constexpr uint32_t sla_size = 88;
+constexpr uint32_t sla_unit = 64; // kbit/s
+constexpr uint32_t sla_cycle = 1000;
+constexpr uint16_t longest_packet = 1518;
+
+uint16_t in_units(uint32_t bandwidth)
+{
+    return static_cast<uint16_t>((bandwidth + sla_unit - 1) / sla_unit);
+}
+
+Outcome get_sla(const Olt &olt, const Request &request)
+{
+    namespace at = layout::onu_sla;
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const std::optional<Sla> &stored = found.onu.binding->sla;
+    const Sla sla = stored.value_or(default_sla);
+    OnuBlock block(sla_size);
+    block.put<uint8_t>(at::operation, stored.has_value());
+    block.put<uint8_t>(at::services, 1);
+    block.put<uint32_t>(at::cycle, sla_cycle);
+    block.put<uint8_t>(at::queue, static_cast<uint8_t>(sla.priority));
+    block.put<uint8_t>(at::weight, static_cast<uint8_t>(sla.weight));
+    block.put<uint16_t>(at::packet_size, sla.fixed == 0 ? 0 : longest_packet);
+    block.put<uint16_t>(at::fixed, in_units(sla.fixed));
+    block.put<uint16_t>(at::guaranteed, in_units(sla.assured));
+    block.put<uint16_t>(at::best_effort, in_units(sla.maximum));
+    return answer_with(request, block);
+}
+
+constexpr uint32_t max_llids = 8;
+
+Outcome set_llids(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const auto llids = request.read<uint32_t>(layout::onu_multi_llid::llids);
+    if (llids < 1 || llids > max_llids) return {PON_ERR_BAD_RECORD};
+    return to_outcome(
+        tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MULTI_LLID_SET), word_block(llids), word_block(1)));
+}
+
+Outcome set_print(const Olt &olt, const Request &request)
+{
+    constexpr std::string_view levels[] = {"nothing", "errors", "errors and messages"};
+    const auto level = request.read<uint32_t>(layout::oam_print::level);
+    if (level >= std::size(levels)) return {PON_ERR_BAD_RECORD};
+    if (level == from_block<uint32_t>(olt.block(BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, 0), 0)) return {BSP_OK};
+    Outcome outcome{BSP_OK};
+    outcome.change.blocks.push_back(
+        {BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, 0, 0, level == 0 ? std::nullopt : std::optional(to_block(level))});
+    outcome.change.log.push_back("OAM: " + std::string(levels[level]) + " printed from now on");
+    return outcome;
+}
+
+bool is_of_onus(Alarm alarm)
+{
+    return is_alarm(static_cast<uint32_t>(alarm)) && alarm != Alarm::bias_high && alarm != Alarm::power_low &&
+           alarm != Alarm::rogue;
+}
+
+Outcome test_alarm(const Olt &olt, const Request &request)
+{
+    const FoundOnu found = onu_of(olt, request);
+    if (found.status != BSP_OK) return {found.status};
+    const Alarm alarm{request.read<uint32_t>(layout::onu_alarm_test::alarm)};
+    if (!is_of_onus(alarm)) return {PON_ERR_BAD_RECORD};
+    Outcome outcome{BSP_OK};
+    raise(*found.onu.port, found.onu.binding->mac, alarm, outcome.change);
+    return outcome;
+}
+
+constexpr auto handlers =
+    family(Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MGMT_GET, get<management>},
+           Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_MGMT_SET, set<management>}, rows_of<fec>(BSP_MSG_ONU_CFG),
+           Handler{BSP_MSG_ONU_CFG, BSP_CMD_ONU_FEC_ABILITY_GET, fec_ability}, rows_of<time_config>(BSP_MSG_ONU_INFO),
+           Handler{BSP_MSG_ONU_INFO, BSP_CMD_ONU_SLA_GET, get_sla, catalogue::Call::get},
+           Handler{BSP_MSG_ONU_INFO, BSP_CMD_ONU_MULTI_LLID_SET, set_llids},
+           Handler{BSP_MSG_ONU_INFO, BSP_CMD_ONU_ALARM_TEST, test_alarm, catalogue::Call::set},
+           Handler{BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, set_print, catalogue::Call::set});
+
+} // namespace
+
+const BlockSetting &management_setting()
+{
+    return management;
+}
+
+const BlockSetting &fec_setting()
+{
+    return fec;
+}
+
+std::span<const Handler> onu_services_handlers()
+{
+    return handlers;
+}
+
+} // namespace ponsim

@@ -1,0 +1,249 @@
+#include "model/lifecycle/registration.h"
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/base/random.h"
+#include "model/lifecycle/images.h"
+#include "model/lifecycle/upgrade.h"
+#include "model/olt/alarms.h"
+#include "model/olt/debug.h"
+#include "model/olt/mpcp.h"
+#include "model/onu/remote.h"
+
+namespace ponsim
+{
+
+Registration::Registration(const Olt &model, const PonPort &at, const Authentication &rules, Change &planned)
+    : olt(model), port(at), authentication(rules), change(planned), taken(ids_of(at.bindings))
+{
+}
+
+void Registration::add(const Arrival &arrival, bool was_registered)
+{
+    const std::optional<uint32_t> bound_id = olt.id_at(port.number, arrival.mac);
+    const Binding *binding = bound_id ? &*port.bindings[*bound_id] : nullptr;
+    if (binding && arrival.silent) return;
+    if (authentication.turns_away(arrival, binding)) {
+        const bool turned_away_before = was_registered && port.authentication.turns_away(arrival, binding);
+        if (!turned_away_before) raise(port, arrival.mac, Alarm::auth_failed, change);
+    } else if (!olt.find(arrival.mac) && authentication.accepts(arrival) && port.record(arrival.mac).supported) {
+        const std::optional<uint32_t> onu_id = lowest_free(taken);
+        if (!onu_id) return;
+        taken.set(*onu_id);
+        change.bindings.push_back(
+            {port.number, *onu_id,
+             Binding{.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}}});
+    }
+}
+
+namespace
+{
+
+using Registrations = std::map<uint32_t, Registration>;
+
+// In time quanta.
+constexpr uint32_t quantum = 16; // ns
+// On to the port and back, at the 2 * 10^8 m/s of light in fibre.
+uint32_t round_trip(const Arrival &arrival)
+{
+    return arrival.distance * 10 / quantum;
+}
+
+// What an answer takes of a discovery window: a REGISTER_REQ of 84 octets with preamble and gap at 1 Gbit/s, the time
+// that the receiver needs before it, and the 512 ns each that a laser may take to go on and off.
+uint32_t answer_length(const Mpcp &mpcp)
+{
+    constexpr uint32_t register_req = 84 * 8 / quantum;
+    constexpr uint32_t laser = 512 / quantum;
+    return register_req + mpcp.sync_time + 2 * laser;
+}
+
+// From the window in which an ONU is heard to its REGISTER_ACK: REGISTER and GATE follow the window, and the
+// acknowledgement comes in its grant, a grant cycle later each.
+ModelTime mpcp_time(const Mpcp &mpcp)
+{
+    constexpr uint64_t us_per_ms = 1000;
+    const uint64_t us = uint64_t{mpcp.discovery_window} * quantum / 1000 + 2 * uint64_t{mpcp.grant_cycle};
+    return (us + us_per_ms - 1) / us_per_ms;
+}
+
+// Three states of OAM discovery, each of which ends with the next OAMPDU of the other side; ten a second are the most
+// that may be sent. Then each side tells the other which extended OAM it knows.
+constexpr ModelTime oam_discovery = 3 * 100; // ms
+
+bool heard(const PonPort &port, const Arrival &arrival)
+{
+    const OnuRecord record = port.record(arrival.mac);
+    return record.powered && record.light != Light::lost && port.reach().contains(arrival);
+}
+
+// Those that are heard of the ONUs that answer in one window: each waits at random, and answers that overlap are lost.
+std::vector<const Arrival *> heard_in_window(const Olt &olt, const PonPort &port,
+                                             const std::vector<const Arrival *> &onus)
+{
+    const Mpcp mpcp = mpcp_of(olt, port.number);
+    const uint32_t length = answer_length(mpcp);
+    std::vector<std::pair<uint32_t, const Arrival *>> answers; // by when they begin
+    for (const Arrival *onu : onus) {
+        Random random = random_for(olt.seed() + olt.now(), Purpose::discovery, onu->mac);
+        answers.emplace_back(round_trip(*onu) + random.below(mpcp.discovery_window - length), onu);
+    }
+    std::ranges::sort(answers, {}, &std::pair<uint32_t, const Arrival *>::first);
+    std::vector<const Arrival *> result;
+    for (size_t index = 0; index < answers.size(); ++index) {
+        const uint32_t begin = answers[index].first;
+        const bool after_another = index > 0 && begin < answers[index - 1].first + length;
+        const bool before_another = index + 1 < answers.size() && answers[index + 1].first < begin + length;
+        if (!after_another && !before_another) result.push_back(answers[index].second);
+    }
+    return result;
+}
+
+void set_phase(const Olt &olt, const PonPort &port, const Mac &mac, Phase phase, ModelTime length, Change &change)
+{
+    OnuRecord &record = edit(change, port, mac);
+    record.phase = phase;
+    record.phase_ends = phase == Phase::registered ? 0 : olt.now() + length;
+}
+
+void hold_window(const Olt &olt, const PonPort &port, const std::vector<const Arrival *> &onus, Change &change)
+{
+    const std::vector<const Arrival *> in_time = heard_in_window(olt, port, onus);
+    for (const Arrival *onu : onus) {
+        if (std::ranges::find(in_time, onu) == in_time.end()) {
+            begin_registration(olt, port, onu->mac, olt.now() + 1, change);
+        } else if (port.refuses(onu->mac)) {
+            set_phase(olt, port, onu->mac, Phase::registered, 0, change);
+            raise(port, onu->mac, Alarm::rejected, change);
+            report(olt, DebugSwitch::onu, port.number, onu->mac, "rejected: on the black list", change);
+        } else {
+            set_phase(olt, port, onu->mac, Phase::mpcp, mpcp_time(mpcp_of(olt, port.number)), change);
+        }
+    }
+}
+
+void come_in(const Olt &olt, const PonPort &port, const Arrival &arrival, Registrations &registrations, Change &change)
+{
+    set_phase(olt, port, arrival.mac, Phase::registered, 0, change);
+    if (port.refuses(arrival.mac)) {
+        raise(port, arrival.mac, Alarm::rejected, change);
+        return;
+    }
+    registrations.try_emplace(port.number, olt, port, port.authentication, change).first->second.add(arrival, false);
+}
+
+// A phase that is not the discovery has come to its end.
+void go_on(const Olt &olt, const PonPort &port, const Arrival &arrival, Registrations &registrations, Change &change)
+{
+    const Mac &mac = arrival.mac;
+    const Authentication &authentication = port.authentication;
+    const bool tells = !(arrival.silent && olt.id_at(port.number, mac));
+    switch (port.record(mac).phase) {
+    case Phase::mpcp:
+        if (tells) report(olt, DebugSwitch::onu, port.number, mac, "registered", change);
+        set_phase(olt, port, mac, Phase::oam, oam_discovery + (authentication.extended_oam ? oam_delay : 0), change);
+        return;
+    case Phase::oam:
+        if (tells && authentication.extended_oam)
+            report(olt, DebugSwitch::ctc_oam, port.number, mac, "extended OAM discovered", change);
+        if (authentication.mode == AuthMode::mac)
+            come_in(olt, port, arrival, registrations, change);
+        else
+            set_phase(olt, port, mac, Phase::authentication, oam_delay, change);
+        return;
+    default:
+        come_in(olt, port, arrival, registrations, change);
+    }
+}
+
+std::optional<ModelTime> next(const Olt &olt)
+{
+    if (olt.registrations().empty()) return std::nullopt;
+    return olt.registrations().begin()->at;
+}
+
+Change happen(const Olt &olt)
+{
+    Change change;
+    Registrations registrations; // one a port: ONUs that register together are not bound to the same id
+    std::map<uint32_t, std::vector<const Arrival *>> windows;
+    for (const Olt::Due &due : olt.registrations()) {
+        if (due.at > olt.now()) break;
+        const PonPort &port = *olt.port(due.pon_port);
+        const Arrival *arrival = port.arrived(due.mac);
+        const Phase phase = port.record(due.mac).phase;
+        if (!arrival || !heard(port, *arrival)) {
+            set_phase(olt, port, due.mac, Phase::registered, 0, change);
+        } else if (phase == Phase::booting) {
+            edit(change, port, due.mac).phase = Phase::discovery;
+            begin_registration(olt, port, due.mac, olt.now(), change);
+        } else if (phase == Phase::discovery) {
+            windows[port.number].push_back(arrival);
+        } else {
+            go_on(olt, port, *arrival, registrations, change);
+        }
+    }
+    for (const auto &[pon_port, onus] : windows)
+        hold_window(olt, *olt.port(pon_port), onus, change);
+    return change;
+}
+
+} // namespace
+
+const Process registration_process{next, happen};
+
+void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
+{
+    set_phase(olt, port, mac, Phase::booting, boot_time, change);
+}
+
+void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change)
+{
+    OnuRecord &record = edit(change, port, mac);
+    if (record.phase == Phase::booting) return;
+    const ModelTime interval = mpcp_of(olt, port.number).discovery_interval;
+    record.phase = Phase::discovery;
+    record.phase_ends = std::max((from + interval - 1) / interval, ModelTime{1}) * interval; // none at time 0
+}
+
+void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change)
+{
+    for (const Arrival &arrival : port.arrivals) {
+        if (!port.record(arrival.mac).powered || port.reach().contains(arrival) == reach.contains(arrival)) continue;
+        if (reach.contains(arrival))
+            begin_registration(olt, port, arrival.mac, olt.now(), change);
+        else if (olt.online(port, arrival.mac))
+            raise(port, arrival.mac, Alarm::los, change);
+    }
+}
+
+Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    if (!port->arrived(mac)) return {PON_ERR_NOT_ARRIVED};
+    OnuRecord record = port->record(mac);
+    if (record.powered == on) return {BSP_OK};
+    record.powered = on;
+    Plan plan{BSP_OK};
+    if (on) {
+        start_committed(olt, *port, mac, record, plan.change);
+        interrupt_runs(olt, *port, {&mac, 1}, plan.change);
+        plan.change.onus.push_back({pon_port, mac, record});
+        boot(olt, *port, mac, plan.change);
+        return plan;
+    }
+    plan.change.onus.push_back({pon_port, mac, record});
+    set_phase(olt, *port, mac, Phase::registered, 0, plan.change);
+    if (olt.online(*port, mac)) {
+        raise(*port, mac, Alarm::dying_gasp, plan.change);
+        raise(*port, mac, Alarm::los, plan.change);
+    }
+    return plan;
+}
+
+} // namespace ponsim

@@ -1,0 +1,111 @@
+#include "model/olt/bandwidth.h"
+
+#include <algorithm>
+
+#include "model/olt/sla.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// Shares what is left by weight, and takes it from there.
+void share_by_weight(std::vector<size_t> members, std::span<const Want> wants, std::vector<Bandwidth> &missing,
+                     std::vector<Bandwidth> &granted, Bandwidth &left)
+{
+    const auto grant = [&](size_t member, Bandwidth bandwidth) {
+        granted[member] += bandwidth;
+        missing[member] -= bandwidth;
+        left -= bandwidth;
+    };
+    while (!members.empty()) {
+        uint64_t weights = 0;
+        for (size_t member : members)
+            weights += wants[member].sla.weight;
+        const Bandwidth available = left;
+        // Whoever wants less than its share leaves more to the others.
+        const auto is_short = [&](size_t member) {
+            return missing[member] * weights > available * wants[member].sla.weight;
+        };
+        const auto content = std::stable_partition(members.begin(), members.end(), is_short);
+        const bool all_short = content == members.end();
+        for (auto member = content; member != members.end(); ++member)
+            grant(*member, missing[*member]);
+        members.erase(content, members.end());
+        if (!all_short) continue;
+        for (size_t member : members)
+            grant(member, available * wants[member].sla.weight / weights);
+        return;
+    }
+}
+
+} // namespace
+
+uint64_t octets_of(const PerFlow &frames)
+{
+    uint64_t sum = 0;
+    for (size_t flow = 0; flow < flows.size(); ++flow)
+        sum += frames[flow] * flows[flow].length;
+    return sum;
+}
+
+PerFlow spread(const PerFlow &proportions, Bandwidth bandwidth)
+{
+    // From the longest frames to the shortest: what is too little for one more frame is left to the shorter ones.
+    static constexpr std::array<size_t, flows.size()> order{5, 4, 3, 6, 2, 1, 7, 0};
+    PerFlow rates{};
+    const Bandwidth total = octets_of(proportions);
+    if (total == 0) return rates;
+    Bandwidth seen = 0;
+    Bandwidth given = 0;
+    for (size_t flow : order) {
+        const uint64_t length = flows[flow].length;
+        seen += proportions[flow] * length;
+        rates[flow] = (bandwidth * seen / total - given) / length;
+        given += rates[flow] * length;
+    }
+    return rates;
+}
+
+PerFlow cut(const PerFlow &rates, Bandwidth room)
+{
+    if (octets_of(rates) <= room) return rates;
+    PerFlow left = spread(rates, room);
+    for (size_t flow = 0; flow < flows.size(); ++flow)
+        left[flow] = std::min(left[flow], rates[flow]);
+    return left;
+}
+
+Bandwidth portion(Bandwidth part, Bandwidth room, Bandwidth total)
+{
+    return total <= room ? part : part * room / total;
+}
+
+std::vector<Bandwidth> grants(Bandwidth room, std::span<const Want> wants)
+{
+    std::vector<Bandwidth> reserved;
+    Bandwidth taken = 0;
+    for (const auto &[bandwidth, sla] : wants) {
+        const Bandwidth fixed = kbits(sla.fixed);
+        reserved.push_back(std::clamp(bandwidth, fixed, fixed + kbits(sla.assured)));
+        taken += reserved.back();
+    }
+    std::vector<Bandwidth> granted;
+    std::vector<Bandwidth> missing;
+    for (size_t onu = 0; onu < wants.size(); ++onu) {
+        const auto &[bandwidth, sla] = wants[onu];
+        granted.push_back(std::min(bandwidth, portion(reserved[onu], room, taken)));
+        const Bandwidth most = std::min(bandwidth, kbits(sla.maximum));
+        missing.push_back(most - std::min(most, reserved[onu]));
+    }
+    Bandwidth left = room - std::min(room, taken);
+    for (uint32_t above = max_priority + 1; above > 0 && left > 0; --above) {
+        std::vector<size_t> members;
+        for (size_t onu = 0; onu < wants.size(); ++onu)
+            if (wants[onu].sla.priority == above - 1 && missing[onu] > 0) members.push_back(onu);
+        share_by_weight(std::move(members), wants, missing, granted, left);
+    }
+    return granted;
+}
+
+} // namespace ponsim

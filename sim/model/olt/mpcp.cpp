@@ -1,0 +1,69 @@
+#include "model/olt/mpcp.h"
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/base/block.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// Index 0 of the command's blocks is the optical status that shares its code.
+constexpr uint32_t block_index = 1;
+
+constexpr uint32_t longest_time = 65535;        // what a time in a GATE or a REGISTER can be
+constexpr uint32_t farthest_round_trip = 12500; // 20 km there and back
+
+bool in(uint32_t value, uint32_t least, uint32_t greatest)
+{
+    return value >= least && value <= greatest;
+}
+
+bool makes_sense(const Mpcp &mpcp)
+{
+    return in(mpcp.discovery_interval, 100, 10000) && in(mpcp.discovery_window, farthest_round_trip, longest_time) &&
+           in(mpcp.report_timeout, 50, 10000) && in(mpcp.gate_timeout, 10, 1000) &&
+           in(mpcp.grant_length, 64, longest_time) && in(mpcp.grant_cycle, 250, 10000) &&
+           in(mpcp.sync_time, 1, mpcp.grant_length - 1) && mpcp.fec <= 1;
+}
+
+} // namespace
+
+Mpcp mpcp_of(const Olt &olt, uint32_t pon_port)
+{
+    return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index), Mpcp{});
+}
+
+bool is_mpcp(const Change::BlockRow &row)
+{
+    return row.channel == BSP_MSG_PLAT && row.command == BSP_CMD_MPCP_SET;
+}
+
+Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &wanted)
+{
+    if (!olt.port(pon_port)) return {PON_ERR_NO_PORT};
+    Mpcp mpcp = mpcp_of(olt, pon_port);
+    switch (which) {
+    case MpcpSet::discovery:
+        mpcp.discovery_interval = wanted.discovery_interval;
+        mpcp.discovery_window = wanted.discovery_window;
+        break;
+    case MpcpSet::timeouts:
+        mpcp.report_timeout = wanted.report_timeout;
+        mpcp.gate_timeout = wanted.gate_timeout;
+        break;
+    case MpcpSet::grants:
+        mpcp.grant_length = wanted.grant_length;
+        mpcp.grant_cycle = wanted.grant_cycle;
+        mpcp.sync_time = wanted.sync_time;
+        mpcp.fec = wanted.fec;
+        break;
+    default:
+        return {PON_ERR_BAD_RECORD};
+    }
+    if (!makes_sense(mpcp)) return {PON_ERR_BAD_RECORD};
+    return {BSP_OK, {.blocks = {{BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index, to_block(mpcp)}}}};
+}
+
+} // namespace ponsim

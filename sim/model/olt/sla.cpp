@@ -1,0 +1,59 @@
+#include "model/olt/sla.h"
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/olt/bound.h"
+
+namespace ponsim
+{
+namespace
+{
+
+bool is_good(const Sla &sla)
+{
+    if (sla.maximum < 1 || sla.maximum > line_rate) return false;
+    if (sla.fixed > sla.maximum || sla.assured > sla.maximum - sla.fixed) return false;
+    return sla.priority <= max_priority && sla.weight >= 1 && sla.weight <= max_weight;
+}
+
+// How much the SLA takes of the capacity.
+uint32_t taken_by(const std::optional<Sla> &sla)
+{
+    return sla ? sla->fixed + sla->assured : 0;
+}
+
+} // namespace
+
+Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla)
+{
+    if (const uint32_t status = find_bound(olt, pon_port, onu_id, {}).status) return {status};
+    if (sla && !is_good(*sla)) return {PON_ERR_BAD_SLA};
+    const PonPort &port = *olt.port(pon_port);
+    Binding binding = *port.bindings[onu_id];
+    if (taken_by(sla) > granted_at(port).free() + taken_by(binding.sla)) return {PON_ERR_SLA_CAPACITY};
+    binding.sla = sla;
+    return {BSP_OK, {.bindings = {{pon_port, onu_id, binding}}}};
+}
+
+Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optional<uint32_t> maximum)
+{
+    if (const uint32_t status = find_bound(olt, pon_port, onu_id, {}).status) return {status};
+    if (maximum && (*maximum < 1 || *maximum > line_rate)) return {PON_ERR_BAD_SLA};
+    Binding binding = *olt.port(pon_port)->bindings[onu_id];
+    binding.sla_down = maximum;
+    return {BSP_OK, {.bindings = {{pon_port, onu_id, binding}}}};
+}
+
+Granted granted_at(const PonPort &port)
+{
+    Granted granted;
+    for (const std::optional<Binding> &binding : port.bindings) {
+        if (!binding || !binding->sla) continue;
+        ++granted.onus;
+        granted.fixed += binding->sla->fixed;
+        granted.assured += binding->sla->assured;
+    }
+    return granted;
+}
+
+} // namespace ponsim

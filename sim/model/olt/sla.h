@@ -1,0 +1,34 @@
+// The bandwidth that ONUs have by contract. It is part of the binding, and goes where that goes.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "model/olt/olt.h"
+#include "model/olt/plan.h"
+
+namespace ponsim
+{
+
+inline constexpr uint32_t line_rate = 1000000; // kbit/s, of a PON port in each direction
+inline constexpr uint32_t max_priority = 7;
+inline constexpr uint32_t max_weight = 100;
+
+// Of an ONU without a stored one.
+inline constexpr Sla default_sla{.fixed = 0, .assured = 0, .maximum = line_rate, .priority = 0, .weight = 1};
+
+// None takes away what is stored.
+Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla);
+Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optional<uint32_t> maximum);
+
+// What the ONUs of a port have been given of its capacity, which is the line rate.
+struct Granted {
+    uint32_t onus = 0; // with a stored SLA
+    uint32_t fixed = 0;
+    uint32_t assured = 0;
+
+    uint32_t free() const { return line_rate - fixed - assured; }
+};
+Granted granted_at(const PonPort &port);
+
+} // namespace ponsim

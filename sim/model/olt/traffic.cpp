@@ -1,0 +1,181 @@
+#include "model/olt/traffic.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "model/base/random.h"
+#include "model/olt/bandwidth.h"
+#include "model/olt/interfaces.h"
+#include "model/olt/sla.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// The highest rates of an ONU, in frames a second.
+constexpr std::array<uint32_t, flows.size()> most_up{60, 20, 10, 10, 10, 25, 2, 2};
+constexpr std::array<uint32_t, flows.size()> most_down{40, 20, 20, 20, 20, 100, 10, 2};
+
+void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
+{
+    for (size_t flow = 0; flow < flows.size(); ++flow)
+        sum[flow] += rates[flow] * time;
+}
+
+template <class Operation>
+PerFlow combine(PerFlow one, const PerFlow &other, Operation operation)
+{
+    std::ranges::transform(one, other, one.begin(), operation);
+    return one;
+}
+
+void add(PerFlow &sum, const PerFlow &rates)
+{
+    sum = combine(sum, rates, std::plus());
+}
+
+PerFlow without(const PerFlow &rates, const PerFlow &part)
+{
+    return combine(rates, part, std::minus());
+}
+
+// What of the frames of an ONU is broken on the fibre, by shares of a million. What is too little for a flow of its own
+// adds to that of the next one.
+PerFlow broken(const PerFlow &sent, const PerFlow &shares)
+{
+    constexpr uint64_t million = 1000000;
+    PerFlow result{};
+    uint64_t millionths = 0;
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        millionths += sent[flow] * shares[flow];
+        result[flow] = std::min(sent[flow], millionths / million);
+        millionths -= result[flow] * million;
+    }
+    return result;
+}
+
+// What the OLT lets in of the frames that it receives from an ONU.
+PerFlow let_in(const PerFlow &received, const Demand &demand)
+{
+    PerFlow result = received;
+    for (size_t cast = 0; cast < demand.let_in.size(); ++cast) {
+        if (!demand.let_in[cast]) continue;
+        PerFlow of_cast{};
+        for (size_t flow = 0; flow < flows.size(); ++flow)
+            if (static_cast<size_t>(flows[flow].cast) == cast) of_cast[flow] = received[flow];
+        result = without(result, without(of_cast, cut(of_cast, *demand.let_in[cast])));
+    }
+    return result;
+}
+
+} // namespace
+
+Rates rates_of(uint64_t seed, const Mac &mac)
+{
+    Random random = random_for(seed, Purpose::traffic, mac);
+    Rates rates;
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        rates.up[flow] = rate_unit * (1 + random.below(most_up[flow]));
+        rates.down[flow] = rate_unit * (1 + random.below(most_down[flow]));
+    }
+    return rates;
+}
+
+Offered Traffic::offered(ModelTime now) const
+{
+    Offered result = settled;
+    for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
+                                     &Streams::down, &Streams::down_lost})
+        accumulate(result.frames.*stream, passing.*stream, now - settled.until);
+    result.until = now;
+    return result;
+}
+
+void Traffic::set(uint32_t onu_id, const std::optional<Demand> &demand)
+{
+    if (demand)
+        onus[onu_id] = {*demand};
+    else
+        onus.erase(onu_id);
+}
+
+const Traffic::Onu &Traffic::onu(uint32_t onu_id) const
+{
+    static const Onu none{};
+    const auto found = onus.find(onu_id);
+    return found == onus.end() ? none : found->second;
+}
+
+Bandwidth Traffic::wanted_down() const
+{
+    Bandwidth sum = 0;
+    for (const auto &[onu_id, onu] : onus)
+        sum += octets_of(onu.demand.wanted.down);
+    return sum;
+}
+
+// The network sends what the uplink has room for, and the port what the SLAs and its line have room for.
+void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
+{
+    passing.down = {};
+    passing.down_lost = {};
+    Bandwidth total = 0;
+    for (auto &[onu_id, onu] : onus) {
+        const PerFlow &down = onu.demand.wanted.down;
+        const PerFlow sent = cut(down, portion(octets_of(down), room, wanted));
+        add(passing.down_lost, sent);
+        onu.passed.down = cut(sent, onu.demand.most_down);
+        total += octets_of(onu.passed.down);
+    }
+    for (auto &[onu_id, onu] : onus) {
+        PerFlow &down = onu.passed.down;
+        down = cut(down, portion(octets_of(down), capacity.down, total));
+        add(passing.down, down);
+    }
+    passing.down_lost = without(passing.down_lost, passing.down);
+}
+
+// The ONUs send what they are granted.
+void Traffic::pass_up()
+{
+    passing.up = {};
+    passing.up_errored = {};
+    passing.up_policed = {};
+    std::vector<Want> wants;
+    for (const auto &[onu_id, onu] : onus)
+        wants.push_back({octets_of(onu.demand.wanted.up), onu.demand.sla});
+    const std::vector<Bandwidth> granted = grants(capacity.up, wants);
+    auto grant = granted.begin();
+    for (auto &[onu_id, onu] : onus) {
+        onu.passed.up = cut(onu.demand.wanted.up, *grant++);
+        onu.dropped = without(onu.demand.wanted.up, onu.passed.up);
+        const PerFlow errored = broken(onu.passed.up, onu.demand.errored);
+        const PerFlow received = without(onu.passed.up, errored);
+        const PerFlow passed_on = let_in(received, onu.demand);
+        add(passing.up, passed_on);
+        add(passing.up_errored, errored);
+        add(passing.up_policed, without(received, passed_on));
+    }
+}
+
+void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
+{
+    const Bandwidth room = uplink_is_up ? kbits(uplink_rate) : 0;
+    Bandwidth wanted_down = 0;
+    for (const Traffic *port : ports)
+        wanted_down += port->wanted_down();
+    Bandwidth up = 0;
+    for (Traffic *port : ports) {
+        port->pass_down(room, wanted_down);
+        port->pass_up();
+        up += octets_of(port->passing.up);
+    }
+    for (Traffic *port : ports) {
+        const PerFlow received = port->passing.up;
+        port->passing.up = cut(received, portion(octets_of(received), room, up));
+        port->passing.up_lost = without(received, port->passing.up);
+    }
+}
+
+} // namespace ponsim

@@ -1,0 +1,35 @@
+// An upgrade of an ONU, and how long its steps take.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "model/base/time.h"
+
+namespace ponsim
+{
+
+// From power to the first answer: what ONUs take to load their software.
+inline constexpr ModelTime boot_time = 30 * ms_per_second;
+// What it takes to download so many bytes.
+ModelTime download_time(uint32_t size);
+
+// The upgrade of an ONU that is under way, or its last one.
+struct UpgradeRun {
+    enum class State : uint32_t { queued, downloading, verifying, rebooting, done, failed };
+    enum class Reason : uint32_t { none, offline, released, rejected, verification, rebooted };
+
+    std::string type;    // name of its upgrade type
+    std::string version; // of the type, as the run began
+    uint32_t size;
+    State state;
+    ModelTime since; // when the state began
+    Reason reason = Reason::none;
+
+    bool under_way() const { return state != State::done && state != State::failed; }
+    // When the state ends by itself; none for a run that is queued, done or failed.
+    std::optional<ModelTime> end() const;
+};
+
+} // namespace ponsim

@@ -1,0 +1,152 @@
+#include "model/onu/classification.h"
+
+#include <array>
+#include <map>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+
+namespace ponsim
+{
+namespace
+{
+
+namespace at = layout::onu_classification;
+
+enum Action : uint8_t { remove_rules = 0, add_rules = 1, remove_all = 2 };
+enum Operator : uint8_t { equal = 1, at_least = 4, always = 7 }; // those between compare, too
+
+constexpr uint32_t most_rules = 8;
+constexpr uint32_t most_entries = 4;
+constexpr uint32_t greatest_queue = 7;
+constexpr uint32_t greatest_mark = 7;
+constexpr uint32_t no_mark = 255;
+constexpr uint32_t entry_size = 8;
+constexpr uint32_t value_size = 6;
+constexpr uint32_t head_size = 3; // of what the length of a rule counts, without its entries
+
+// Of what a condition may compare, by its code.
+constexpr uint32_t widths[] = {48, 48, 3, 12, 16, 32, 32, 8, 6, 8, 16, 16}; // bits
+
+struct Condition {
+    uint8_t field;
+    std::array<uint8_t, value_size> value;
+    uint8_t op;
+
+    bool is_good() const
+    {
+        if (field >= std::size(widths) || op > always) return false;
+        uint64_t number = 0;
+        for (const uint8_t byte : value)
+            number = number << 8 | byte;
+        return op < equal || op > at_least || number >> widths[field] == 0;
+    }
+};
+
+struct Rule {
+    uint8_t queue;
+    uint8_t mark;
+    std::vector<Condition> conditions;
+};
+
+using Rules = std::map<uint8_t, Rule>; // by precedence
+
+constexpr uint32_t offset_of(uint32_t field, uint32_t number)
+{
+    return field + at::precedence_every * number;
+}
+
+// `block` holds no more than there can be.
+Rule rule_at(const OnuBlock &block, uint32_t number)
+{
+    Rule rule{block.get<uint8_t>(offset_of(at::queue, number)), block.get<uint8_t>(offset_of(at::mark, number)), {}};
+    for (uint32_t entry = 0; entry < block.get<uint8_t>(offset_of(at::entries, number)); ++entry) {
+        const uint32_t step = entry_size * entry;
+        rule.conditions.push_back({block.get<uint8_t>(offset_of(at::field_a, number) + step),
+                                   block.get<std::array<uint8_t, value_size>>(offset_of(at::value_a, number) + step),
+                                   block.get<uint8_t>(offset_of(at::operator_a, number) + step)});
+    }
+    return rule;
+}
+
+Rules rules_of(const OnuBlock &block)
+{
+    Rules rules;
+    for (uint32_t number = 0; number < block.get<uint8_t>(at::count); ++number)
+        rules[block.get<uint8_t>(offset_of(at::precedence, number))] = rule_at(block, number);
+    return rules;
+}
+
+OnuBlock block_of(const Rules &rules)
+{
+    OnuBlock block(classification_size);
+    block.put<uint8_t>(at::action, add_rules);
+    block.put<uint8_t>(at::count, static_cast<uint8_t>(rules.size()));
+    uint32_t number = 0;
+    for (const auto &[precedence, rule] : rules) {
+        const auto entries = static_cast<uint8_t>(rule.conditions.size());
+        block.put<uint8_t>(offset_of(at::precedence, number), precedence);
+        block.put<uint8_t>(offset_of(at::length, number), static_cast<uint8_t>(head_size + entry_size * entries));
+        block.put<uint8_t>(offset_of(at::queue, number), rule.queue);
+        block.put<uint8_t>(offset_of(at::mark, number), rule.mark);
+        block.put<uint8_t>(offset_of(at::entries, number), entries);
+        uint32_t step = 0;
+        for (const Condition &condition : rule.conditions) {
+            block.put<uint8_t>(offset_of(at::field_a, number) + step, condition.field);
+            block.put<std::array<uint8_t, value_size>>(offset_of(at::value_a, number) + step, condition.value);
+            block.put<uint8_t>(offset_of(at::operator_a, number) + step, condition.op);
+            step += entry_size;
+        }
+        ++number;
+    }
+    return block;
+}
+
+uint32_t check(const DeviceType &type, const Rule &rule)
+{
+    if (rule.queue > greatest_queue || (rule.mark > greatest_mark && rule.mark != no_mark) || rule.conditions.empty())
+        return PON_ERR_BAD_RECORD;
+    for (const Condition &condition : rule.conditions)
+        if (!condition.is_good()) return PON_ERR_BAD_RECORD;
+    return rule.queue < type.us_queues ? BSP_OK : PON_ERR_NOT_ABLE;
+}
+
+// Whether the numbers of rules and entries are possible, and no rule is there twice.
+bool is_whole(const OnuBlock &request)
+{
+    const auto count = request.get<uint8_t>(at::count);
+    if (count > most_rules) return false;
+    for (uint32_t number = 0; number < count; ++number)
+        if (request.get<uint8_t>(offset_of(at::entries, number)) > most_entries) return false;
+    return rules_of(request).size() == count;
+}
+
+} // namespace
+
+OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
+{
+    return setting_of(olt, onu.place(BSP_CMD_ONU_CLASSIFICATION_GET, uni), side, block_of({}));
+}
+
+Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request)
+{
+    const auto action = request.get<uint8_t>(at::action);
+    if (action > remove_all || !is_whole(request)) return {PON_ERR_BAD_RECORD};
+    const Rules named = rules_of(request);
+    if (action == remove_all && !named.empty()) return {PON_ERR_BAD_RECORD};
+
+    Rules rules = rules_of(classification(olt, onu, uni, Side::local));
+    if (action == remove_all) rules.clear();
+    for (const auto &[precedence, rule] : named) {
+        if (action == remove_rules) {
+            rules.erase(precedence);
+            continue;
+        }
+        if (const uint32_t status = check(*onu.device.type, rule)) return {status};
+        rules[precedence] = rule;
+    }
+    if (rules.size() > most_rules) return {PON_ERR_TABLE_FULL};
+    return tell(olt, onu, onu.place(BSP_CMD_ONU_CLASSIFICATION_GET, uni), block_of(rules), block_of({}));
+}
+
+} // namespace ponsim

@@ -1,0 +1,19 @@
+// Classification rules of UNI ports: which of an ONU's upstream queues frames go to.
+#pragma once
+
+#include <cstdint>
+
+#include "model/onu/remote.h"
+
+namespace ponsim
+{
+
+inline constexpr uint32_t classification_size = 298;
+
+// The rules of a UNI port.
+OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side);
+
+// Tells the ONU to add, replace or delete rules.
+Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request);
+
+} // namespace ponsim

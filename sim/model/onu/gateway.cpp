@@ -1,0 +1,203 @@
+#include "model/onu/gateway.h"
+
+#include <algorithm>
+#include <array>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/base/random.h"
+#include "model/onu/ipv4.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr std::string_view sip_server = "sip.example.net";
+
+// What follows from the seed.
+struct Nature {
+    double catv_input; // dBm
+    uint16_t internet_vlan;
+    WanIpMode internet_ip;
+    uint32_t sip_user; // of the first POTS port
+    uint32_t wired;    // stations that are not in a WLAN
+    bool filters;      // has an access control rule
+    std::array<uint32_t, max_wlans> clients;
+    std::array<uint32_t, max_wans> leases; // addresses
+};
+
+Nature nature_of(const Olt &olt, const RemoteOnu &onu)
+{
+    Random random = random_for(olt.seed(), Purpose::gateway, onu.binding->mac);
+    Nature nature{};
+    nature.catv_input = -(static_cast<double>(random.below(80)) / 10);
+    nature.internet_vlan = static_cast<uint16_t>(100 + random.below(900));
+    nature.internet_ip = random.happens(50) ? ip_dhcp : ip_pppoe;
+    nature.sip_user = 20000000 + random.below(70000000);
+    nature.wired = random.below(4);
+    nature.filters = random.happens(50);
+    for (uint32_t &clients : nature.clients)
+        clients = random.below(6);
+    for (uint32_t &lease : nature.leases)
+        lease = lease_gateway + 1 + random.below(4000000);
+    return nature;
+}
+
+// Both sides of what an ONU was told.
+struct Told {
+    OnuBlock local;
+    OnuBlock remote;
+};
+
+Told told_of(const Olt &olt, const RemoteOnu &onu, uint32_t command, uint32_t index, const OnuBlock &otherwise)
+{
+    const SettingPlace place = onu.place(command, index);
+    return {setting_of(olt, place, Side::local, otherwise), setting_of(olt, place, Side::remote, otherwise)};
+}
+
+std::vector<Wan> wans_of(const Olt &olt, const RemoteOnu &onu, const Nature &nature)
+{
+    namespace at = layout::onu_wan;
+    std::vector<Wan> wans;
+    for (uint32_t index = 1; index <= max_wans; ++index) {
+        const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_WAN, index, first_wan(olt, onu, index));
+        if (told.local.get<uint8_t>(at::mode) == wan_removed) continue;
+        Wan wan{index, told.local, onu.online() && told.remote == told.local, {}};
+        const auto ip_mode = told.local.get<uint8_t>(at::ip_mode);
+        if (wan.up && (ip_mode == ip_dhcp || ip_mode == ip_pppoe)) wan.lease = nature.leases[index - 1];
+        wans.push_back(std::move(wan));
+    }
+    return wans;
+}
+
+std::vector<Wlan> wlans_of(const Olt &olt, const RemoteOnu &onu, const Nature &nature)
+{
+    std::vector<Wlan> wlans;
+    for (uint32_t index = 1; index <= max_wlans; ++index) {
+        const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_WLAN, index, first_wlan(olt, onu, index));
+        const bool enabled = told.remote.get<uint8_t>(layout::onu_wlan::enabled) != 0;
+        wlans.push_back({index, told.local, enabled ? nature.clients[index - 1] : 0});
+    }
+    return wlans;
+}
+
+std::vector<VoicePort> voice_of(const RemoteOnu &onu, const Nature &nature, const std::vector<Wan> &wans)
+{
+    const bool registered = std::ranges::any_of(wans, [](const Wan &wan) {
+        return wan.up && wan.told.get<uint8_t>(layout::onu_wan::mode) == wan_route &&
+               wan.told.get<uint8_t>(layout::onu_wan::service) == wan_voice;
+    });
+    std::vector<VoicePort> ports;
+    for (uint32_t pots = 1; pots <= onu.device.type->pots_ports; ++pots)
+        ports.push_back({pots, std::to_string(nature.sip_user + pots - 1), std::string(sip_server), registered});
+    return ports;
+}
+
+std::vector<AclRule> acl_of(const Olt &olt, const RemoteOnu &onu)
+{
+    std::vector<AclRule> rules;
+    for (uint32_t index = 1; index <= max_acl_rules; ++index) {
+        const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_ACL, index, first_acl_rule(olt, onu, index));
+        if (told.local.get<uint8_t>(layout::onu_acl::action) != acl_removed) rules.push_back({index, told.local});
+    }
+    return rules;
+}
+
+// Each station leases an address while there are any left.
+DhcpServer dhcp_of(const Olt &olt, const RemoteOnu &onu, uint32_t stations)
+{
+    namespace at = layout::onu_dhcp;
+    const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_DHCP, 0, first_dhcp(olt, onu, 0));
+    if (told.remote.get<uint8_t>(at::enabled) == 0) return {told.local, 0};
+    const uint32_t addresses = get_ipv4(told.remote, at::last) - get_ipv4(told.remote, at::first) + 1;
+    return {told.local, std::min(stations, addresses)};
+}
+
+} // namespace
+
+bool is_gateway_onu(const RemoteOnu &onu)
+{
+    return onu.device.type->pots_ports > 0;
+}
+
+UserServices user_services(const Olt &olt, const RemoteOnu &onu)
+{
+    const Nature nature = nature_of(olt, onu);
+    UserServices services{onu.port->number, onu.onu_id, onu.online(), wans_of(olt, onu, nature), {}, {}, {}, {}, {}};
+    services.voice = voice_of(onu, nature, services.wans);
+    if (has_catv(onu.device)) services.catv = Catv{switched_on(olt, onu, Side::local), nature.catv_input};
+    if (!is_gateway_onu(onu)) return services;
+    services.wlans = wlans_of(olt, onu, nature);
+    services.acl = acl_of(olt, onu);
+    uint32_t stations = nature.wired;
+    for (const Wlan &wlan : services.wlans)
+        stations += wlan.clients;
+    services.dhcp = dhcp_of(olt, onu, stations);
+    return services;
+}
+
+OnuBlock first_wan(const Olt &olt, const RemoteOnu &onu, uint32_t index)
+{
+    namespace at = layout::onu_wan;
+    constexpr uint16_t voice_vlan = 4000;
+    constexpr uint8_t voice_priority = 5;
+    const bool gateway = is_gateway_onu(onu);
+    OnuBlock block(wan_size);
+    if (index == 1) {
+        const Nature nature = nature_of(olt, onu);
+        block.put<uint8_t>(at::mode, gateway ? wan_route : wan_bridge);
+        block.put<uint8_t>(at::service, wan_internet);
+        block.put<uint8_t>(at::ip_mode, gateway ? nature.internet_ip : ip_none);
+        block.put<uint16_t>(at::vlan, nature.internet_vlan);
+        block.put(at::name, "internet", wan_name_room);
+    } else if (index == 2 && gateway) {
+        block.put<uint8_t>(at::mode, wan_route);
+        block.put<uint8_t>(at::service, wan_voice);
+        block.put<uint8_t>(at::ip_mode, ip_dhcp);
+        block.put<uint8_t>(at::priority, voice_priority);
+        block.put<uint16_t>(at::vlan, voice_vlan);
+        block.put(at::name, "voice", wan_name_room);
+    }
+    return block;
+}
+
+OnuBlock first_wlan(const Olt &, const RemoteOnu &onu, uint32_t index)
+{
+    namespace at = layout::onu_wlan;
+    const std::string mac = to_text(onu.binding->mac);
+    OnuBlock block(wlan_size);
+    block.put<uint8_t>(at::enabled, index == 1);
+    block.put<uint8_t>(at::security, wlan_wpa2);
+    block.put(at::name, "home-" + mac.substr(12, 2) + mac.substr(15, 2) + '-' + std::to_string(index), wlan_name_room);
+    return block;
+}
+
+OnuBlock first_acl_rule(const Olt &olt, const RemoteOnu &onu, uint32_t index)
+{
+    namespace at = layout::onu_acl;
+    OnuBlock block(acl_size);
+    if (index != 1 || !nature_of(olt, onu).filters) return block;
+    block.put<uint8_t>(at::action, acl_deny); // file shares stay at home
+    block.put<uint8_t>(at::direction, acl_upstream);
+    block.put<uint8_t>(at::protocol, ip_tcp);
+    block.put<uint16_t>(at::first_port, 137);
+    block.put<uint16_t>(at::last_port, 139);
+    return block;
+}
+
+OnuBlock first_dhcp(const Olt &, const RemoteOnu &, uint32_t)
+{
+    namespace at = layout::onu_dhcp;
+    constexpr uint32_t network = 0xc0a80100; // 192.168.1.0
+    OnuBlock block(dhcp_size);
+    block.put<uint8_t>(at::enabled, 1);
+    block.put<uint32_t>(at::lease_time, 86400);
+    put_ipv4(block, at::address, network + 1);
+    put_ipv4(block, at::mask, 0xffffff00);
+    put_ipv4(block, at::first, network + 100);
+    put_ipv4(block, at::last, network + 199);
+    return block;
+}
+
+} // namespace ponsim

@@ -1,0 +1,98 @@
+// What ONUs do for their users: WAN connections, WLANs, CATV, voice, access control and DHCP. What an ONU has of these
+// until it is told otherwise follows from the OLT's seed and its MAC address.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/onu/remote.h"
+
+namespace ponsim
+{
+
+// Of an ONU, numbered from 1.
+inline constexpr uint32_t max_wans = 8;
+inline constexpr uint32_t max_wlans = 4;
+inline constexpr uint32_t max_acl_rules = 8;
+
+// Sizes of the blocks that ONUs are told.
+inline constexpr uint32_t wan_size = 44;
+inline constexpr uint32_t wlan_size = 37;
+inline constexpr uint32_t acl_size = 24;
+inline constexpr uint32_t dhcp_size = 24;
+
+// Of names, with their NUL.
+inline constexpr uint32_t wan_name_room = 24;
+inline constexpr uint32_t wlan_name_room = 33;
+
+// As blocks have them.
+enum WanMode : uint8_t { wan_removed = 0, wan_bridge = 1, wan_route = 2 };
+enum WanService : uint8_t { wan_internet = 1, wan_voice = 2, wan_management = 3, wan_other = 4 };
+enum WanIpMode : uint8_t { ip_none = 0, ip_static = 1, ip_dhcp = 2, ip_pppoe = 3 };
+enum WlanSecurity : uint8_t { wlan_open = 0, wlan_wpa2 = 1, wlan_wpa2_wpa3 = 2, wlan_wpa3 = 3 };
+enum AclAction : uint8_t { acl_removed = 0, acl_permit = 1, acl_deny = 2 };
+enum AclDirection : uint8_t { acl_upstream = 1, acl_downstream = 2 };
+enum IpProtocol : uint8_t { ip_tcp = 6, ip_udp = 17 };
+
+// The network that WAN connections lease their addresses from.
+inline constexpr uint32_t lease_network = 0x64400000; // 100.64.0.0
+inline constexpr uint32_t lease_mask = 0xffc00000;
+inline constexpr uint32_t lease_gateway = lease_network + 1;
+
+// `told` is the block that the OLT told the ONU.
+struct Wan {
+    uint32_t index;
+    OnuBlock told;
+    bool up;                       // the ONU is online, and has what it was told
+    std::optional<uint32_t> lease; // address, of one that is up
+};
+struct Wlan {
+    uint32_t index;
+    OnuBlock told;
+    uint32_t clients;
+};
+struct Catv {
+    bool on;
+    double input; // dBm
+};
+struct VoicePort {
+    uint32_t pots;
+    std::string user;
+    std::string server;
+    bool registered;
+};
+struct AclRule {
+    uint32_t index;
+    OnuBlock told;
+};
+struct DhcpServer {
+    OnuBlock told;
+    uint32_t leases;
+};
+
+// What an ONU reports makes sense while it is online only.
+struct UserServices {
+    uint32_t pon_port;
+    uint32_t onu_id;
+    bool online;
+    std::vector<Wan> wans;
+    std::vector<Wlan> wlans;
+    std::optional<Catv> catv;
+    std::vector<VoicePort> voice;
+    std::vector<AclRule> acl;
+    std::optional<DhcpServer> dhcp;
+};
+UserServices user_services(const Olt &olt, const RemoteOnu &onu);
+
+// Whether it routes, and has a WLAN, an access control list and a DHCP server.
+bool is_gateway_onu(const RemoteOnu &onu);
+
+// What an ONU has of each until it is told otherwise; zeros where there is no connection or rule of this number.
+OnuBlock first_wan(const Olt &olt, const RemoteOnu &onu, uint32_t index);
+OnuBlock first_wlan(const Olt &olt, const RemoteOnu &onu, uint32_t index);
+OnuBlock first_acl_rule(const Olt &olt, const RemoteOnu &onu, uint32_t index);
+OnuBlock first_dhcp(const Olt &olt, const RemoteOnu &onu, uint32_t);
+
+} // namespace ponsim

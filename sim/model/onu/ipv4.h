@@ -1,0 +1,61 @@
+// IPv4 addresses and networks, as numbers. Blocks have them in transmission order.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <string>
+
+#include "model/onu/remote.h"
+
+namespace ponsim
+{
+
+inline constexpr uint32_t max_vlan = 4094;
+inline constexpr uint32_t max_vlan_priority = 7;
+
+inline uint32_t get_ipv4(const OnuBlock &block, uint32_t offset)
+{
+    uint32_t address = 0;
+    for (uint32_t byte = 0; byte < 4; ++byte)
+        address = address << 8 | block.get<uint8_t>(offset + byte);
+    return address;
+}
+
+inline void put_ipv4(OnuBlock &block, uint32_t offset, uint32_t address)
+{
+    for (uint32_t byte = 0; byte < 4; ++byte)
+        block.put<uint8_t>(offset + byte, static_cast<uint8_t>(address >> (24 - 8 * byte)));
+}
+
+inline std::string ipv4_text(uint32_t address)
+{
+    return std::to_string(address >> 24) + '.' + std::to_string(address >> 16 & 255) + '.' +
+           std::to_string(address >> 8 & 255) + '.' + std::to_string(address & 255);
+}
+
+// Ones from the left, of which there may be none.
+inline bool is_mask(uint32_t mask)
+{
+    return std::countl_one(mask) == std::popcount(mask);
+}
+
+inline int mask_length(uint32_t mask)
+{
+    return std::popcount(mask);
+}
+
+// Whether the address is a host's in the network that it has by its mask, of 1 to 30 bits: neither the first address,
+// which is the network's, nor the last, which is its broadcast address.
+inline bool is_host(uint32_t address, uint32_t mask)
+{
+    if (!is_mask(mask) || mask_length(mask) < 1 || mask_length(mask) > 30) return false;
+    return (address & ~mask) != 0 && (address | mask) != 0xffffffff;
+}
+
+// Whether there is no gateway, or one that is another host of the address's network.
+inline bool is_gateway(uint32_t gateway, uint32_t address, uint32_t mask)
+{
+    return gateway == 0 || (is_host(gateway, mask) && (gateway & mask) == (address & mask) && gateway != address);
+}
+
+} // namespace ponsim

@@ -1,0 +1,86 @@
+#include "model/onu/onu_config.h"
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/base/block.h"
+#include "model/onu/uni_config.h"
+
+namespace ponsim
+{
+namespace
+{
+
+namespace at = layout::onu_port_config_set;
+
+constexpr uint32_t rate_limits_from = at::up_cir, vlans_from = at::vlan_mode;
+constexpr uint32_t vlans_width = at::profile + port_config_size - vlans_from;
+
+// Both have the fields of the settings in the same order and distance.
+static_assert(at::down_on - rate_limits_from == layout::onu_rate_limit::down_on - layout::onu_rate_limit::up_cir);
+static_assert(at::user - vlans_from == layout::onu_vlan::user - layout::onu_vlan::mode);
+static_assert(at::user - at::admin == layout::uni_profile::user - layout::uni_profile::admin);
+
+OnuBlock word(uint8_t value)
+{
+    return OnuBlock(to_block<uint32_t>(value));
+}
+
+// As many bytes from an offset on, in a block of `size`.
+OnuBlock cut(const OnuBlock &config, uint32_t from, uint32_t width, uint32_t size)
+{
+    std::string bytes = config.bytes().substr(from - at::profile, width);
+    bytes.resize(size);
+    return OnuBlock(bytes);
+}
+
+} // namespace
+
+std::optional<OnuBlock> uni_profile(const Olt &olt, uint32_t id)
+{
+    const std::string *settings = olt.block(BSP_MSG_PON, BSP_CMD_UNI_PROFILE_SET, 0, id);
+    if (!settings) return std::nullopt;
+    return OnuBlock(static_cast<char>(id) + *settings);
+}
+
+Plan set_uni_profile(const Olt &olt, uint32_t id, const std::optional<std::string> &settings)
+{
+    if (id < 1 || id > max_uni_profiles || (!settings && !uni_profile(olt, id))) return {PON_ERR_NO_UNI_PROFILE};
+    Plan plan{BSP_OK};
+    plan.change.blocks.push_back({BSP_MSG_PON, BSP_CMD_UNI_PROFILE_SET, 0, id, settings});
+    return plan;
+}
+
+OnuBlock port_config(const Olt &olt, const UniPlace &place)
+{
+    return setting_of(olt, {place.pon_port, place.mac, BSP_CMD_ONU_PORT_CONFIG_SET, place.uni}, Side::local,
+                      OnuBlock(port_config_size));
+}
+
+uint32_t ProfileUser::profile() const
+{
+    return config.get<uint8_t>(at::profile);
+}
+
+std::vector<ProfileUser> profile_users(const Olt &olt)
+{
+    std::vector<ProfileUser> users;
+    for (const PonPort &port : olt.ports())
+        for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+            for (uint32_t uni = 1; port.bindings[onu_id] && uni <= max_unis; ++uni) {
+                const ProfileUser user{port.number, onu_id, uni,
+                                       port_config(olt, {port.number, port.bindings[onu_id]->mac, uni})};
+                if (user.profile() != 0) users.push_back(user);
+            }
+    return users;
+}
+
+std::array<ConfigPart, 5> parts_of(const OnuBlock &config)
+{
+    return {{{BSP_CMD_ONU_ADMIN_STATE_GET, word(config.get<uint8_t>(at::admin))},
+             {BSP_CMD_ONU_AUTONEG_GET, word(config.get<uint8_t>(at::autoneg))},
+             {BSP_CMD_ONU_PAUSE_GET, cut(config, at::pause, 1, 1)},
+             {BSP_CMD_ONU_RATE_LIMIT_GET, cut(config, rate_limits_from, rate_limit_size, rate_limit_size)},
+             {BSP_CMD_ONU_VLAN_GET, cut(config, vlans_from, vlans_width, vlan_size)}}};
+}
+
+} // namespace ponsim

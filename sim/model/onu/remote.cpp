@@ -1,0 +1,101 @@
+#include "model/onu/remote.h"
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+
+namespace ponsim
+{
+namespace
+{
+
+RemoteOnu onu_at(const Olt &olt, const PonPort &port, uint32_t onu_id)
+{
+    const Binding &binding = *port.bindings[onu_id];
+    return {&port, onu_id, &binding, port.state(binding), device_at(olt, port, binding.mac)};
+}
+
+} // namespace
+
+FoundOnu find_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT};
+    if (onu_id >= onus_per_port) return {PON_ERR_BAD_ONU_ID};
+    if (!port->bindings[onu_id]) return {PON_ERR_NOT_BOUND};
+    return {BSP_OK, onu_at(olt, *port, onu_id)};
+}
+
+std::vector<RemoteOnu> onus_of(const Olt &olt, const PonPort &port)
+{
+    std::vector<RemoteOnu> onus;
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+        if (port.bindings[onu_id]) onus.push_back(onu_at(olt, port, onu_id));
+    return onus;
+}
+
+void OnuBlock::put(uint32_t offset, std::string_view text, size_t room)
+{
+    std::string field(text.substr(0, room));
+    field.resize(room);
+    content.replace(offset - start, room, field);
+}
+
+OnuBlock setting_of(const Olt &olt, const SettingPlace &place, Side side, const OnuBlock &otherwise)
+{
+    const OnuSetting *setting = olt.setting(place);
+    if (!setting) return otherwise;
+    return OnuBlock(side == Side::local || olt.now() >= setting->arrives ? setting->told : setting->before);
+}
+
+namespace
+{
+
+constexpr uint32_t switch_command = BSP_CMD_ONU_CATV_SET;
+constexpr uint32_t since_offset = 352;
+
+// Since when they are on; 0 while they are off. No ONU is told anything at time 0.
+OnuBlock switch_block(ModelTime since)
+{
+    OnuBlock block(sizeof since);
+    block.put<ModelTime>(since_offset, since);
+    return block;
+}
+
+ModelTime since(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    return setting_of(olt, onu.place(switch_command), side, switch_block(0)).get<ModelTime>(since_offset);
+}
+
+} // namespace
+
+bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    return since(olt, onu, side) != 0;
+}
+
+std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu)
+{
+    if (!switched_on(olt, onu, Side::remote)) return std::nullopt;
+    return since(olt, onu, Side::remote);
+}
+
+Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on)
+{
+    const bool same = switched_on(olt, onu, Side::local) == on;
+    const ModelTime arrives = on ? olt.now() + oam_delay : 0;
+    return tell(olt, onu, onu.place(switch_command), switch_block(same ? since(olt, onu, Side::local) : arrives),
+                switch_block(0));
+}
+
+Plan tell(const Olt &olt, const RemoteOnu &onu, const SettingPlace &place, const OnuBlock &block,
+          const OnuBlock &otherwise)
+{
+    if (!onu.online()) return {PON_ERR_OFFLINE};
+    if (block == setting_of(olt, place, Side::local, otherwise)) return {BSP_OK};
+    Plan plan{BSP_OK};
+    plan.change.onu_settings.push_back(
+        {place, {block.bytes(), setting_of(olt, place, Side::remote, otherwise).bytes(), olt.now() + oam_delay}});
+    return plan;
+}
+
+} // namespace ponsim

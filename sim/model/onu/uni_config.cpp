@@ -1,0 +1,243 @@
+#include "model/onu/uni_config.h"
+
+#include <algorithm>
+#include <bit>
+#include <functional>
+#include <iterator>
+#include <set>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+
+namespace ponsim
+{
+namespace
+{
+
+namespace offer = layout::onu_autoneg_adv;
+namespace rate = layout::onu_rate_limit;
+namespace vlan = layout::onu_vlan;
+
+constexpr uint32_t most_abilities = 5;
+constexpr uint32_t least_burst = 1522; // the longest frame has to pass
+constexpr uint32_t greatest_burst = 0xffffff;
+constexpr uint32_t default_burst = 16384;
+constexpr uint32_t greatest_vlan = 4094;
+constexpr uint32_t greatest_priority = 7;
+constexpr uint32_t least_ethertype = 0x0600;
+
+bool is_vlan(uint32_t id)
+{
+    return id >= 1 && id <= greatest_vlan;
+}
+
+OnuBlock word(bool on)
+{
+    OnuBlock block(switch_size);
+    block.put<uint32_t>(layout::onu_admin_state::on, on);
+    return block;
+}
+
+OnuBlock offered_block(const Uni &uni, uint32_t offered)
+{
+    OnuBlock block(abilities_size);
+    const std::span<const Ability> abilities = abilities_of(uni);
+    uint32_t count = 0;
+    for (size_t index = 0; index < abilities.size(); ++index)
+        if (offered >> index & 1)
+            block.put<uint32_t>(offer::ability + offer::ability_every * count++, abilities[index].technology);
+    block.put<uint32_t>(offer::count, count);
+    return block;
+}
+
+uint32_t offered_of(const Uni &uni, const OnuBlock &block)
+{
+    const std::span<const Ability> abilities = abilities_of(uni);
+    uint32_t offered = 0;
+    for (uint32_t number = 0; number < block.get<uint32_t>(offer::count); ++number) {
+        const auto technology = block.get<uint32_t>(offer::ability + offer::ability_every * number);
+        const auto found = std::ranges::find(abilities, technology, &Ability::technology);
+        if (found != abilities.end()) offered |= uint32_t{1} << std::distance(abilities.begin(), found);
+    }
+    return offered;
+}
+
+OnuBlock rate_limit_block(const UniConfig &config)
+{
+    OnuBlock block(rate_limit_size);
+    if (config.ingress) {
+        block.put<uint8_t>(rate::up_on, 1);
+        block.put<uint32_t>(rate::up_cir, *config.ingress);
+        block.put<uint32_t>(rate::up_cbs, default_burst);
+        block.put<uint32_t>(rate::up_ebs, default_burst);
+    }
+    if (config.egress) {
+        block.put<uint8_t>(rate::down_on, 1);
+        block.put<uint32_t>(rate::down_cir, *config.egress);
+        block.put<uint32_t>(rate::down_pir, *config.egress);
+    }
+    return block;
+}
+
+OnuBlock vlan_block(const UniConfig &config)
+{
+    OnuBlock block(vlan_size);
+    block.put<uint8_t>(vlan::mode, static_cast<uint8_t>(config.vlan_mode));
+    block.put<uint8_t>(vlan::count, static_cast<uint8_t>(config.vlans.size()));
+    block.put<uint16_t>(vlan::pvid, static_cast<uint16_t>(config.pvid));
+    block.put<uint8_t>(vlan::priority, static_cast<uint8_t>(config.priority));
+    block.put<uint16_t>(vlan::tpid, static_cast<uint16_t>(config.tpid));
+    uint32_t pair = 0;
+    for (const Vlan &entry : config.vlans) {
+        block.put<uint16_t>(vlan::user + pair, static_cast<uint16_t>(entry.user));
+        block.put<uint16_t>(vlan::network + pair, static_cast<uint16_t>(entry.network));
+        pair += vlan::user_every;
+    }
+    return block;
+}
+
+// What an ONU is told of a UNI port's configuration by one command.
+struct Part {
+    uint32_t command; // that asks for it
+    OnuBlock (*block_of)(const Uni &uni, const UniConfig &config);
+    void (*take)(const Uni &uni, const OnuBlock &block, UniConfig &config);
+};
+
+constexpr Part parts[] = {
+    {BSP_CMD_ONU_ADMIN_STATE_GET, [](const Uni &, const UniConfig &config) { return word(config.enabled); },
+     [](const Uni &, const OnuBlock &block, UniConfig &config) { config.enabled = block == word(true); }},
+    {BSP_CMD_ONU_AUTONEG_GET, [](const Uni &, const UniConfig &config) { return word(config.autoneg); },
+     [](const Uni &, const OnuBlock &block, UniConfig &config) { config.autoneg = block == word(true); }},
+    {BSP_CMD_ONU_AUTONEG_ADV_GET,
+     [](const Uni &uni, const UniConfig &config) { return offered_block(uni, config.offered); },
+     [](const Uni &uni, const OnuBlock &block, UniConfig &config) { config.offered = offered_of(uni, block); }},
+    {BSP_CMD_ONU_PAUSE_GET,
+     [](const Uni &, const UniConfig &config) { return OnuBlock(std::string(1, static_cast<char>(config.pause))); },
+     [](const Uni &, const OnuBlock &block, UniConfig &config) {
+         config.pause = block.get<uint8_t>(layout::onu_pause::on) != 0;
+     }},
+    {BSP_CMD_ONU_RATE_LIMIT_GET, [](const Uni &, const UniConfig &config) { return rate_limit_block(config); },
+     [](const Uni &, const OnuBlock &block, UniConfig &config) {
+         const auto limit = [&block](uint32_t on, uint32_t value) {
+             return block.get<uint8_t>(on) ? std::optional(block.get<uint32_t>(value)) : std::nullopt;
+         };
+         config.ingress = limit(rate::up_on, rate::up_cir);
+         config.egress = limit(rate::down_on, rate::down_pir);
+     }},
+    {BSP_CMD_ONU_VLAN_GET, [](const Uni &, const UniConfig &config) { return vlan_block(config); },
+     [](const Uni &, const OnuBlock &block, UniConfig &config) { take_vlan(block, config); }},
+};
+
+} // namespace
+
+void take_vlan(const OnuBlock &block, UniConfig &config)
+{
+    config.vlan_mode = static_cast<VlanMode>(block.get<uint8_t>(vlan::mode));
+    config.pvid = block.get<uint16_t>(vlan::pvid);
+    config.priority = block.get<uint8_t>(vlan::priority);
+    config.tpid = block.get<uint16_t>(vlan::tpid);
+    config.vlans.clear();
+    for (uint32_t number = 0; number < block.get<uint8_t>(vlan::count); ++number)
+        config.vlans.push_back({block.get<uint16_t>(vlan::user + vlan::user_every * number),
+                                block.get<uint16_t>(vlan::network + vlan::network_every * number)});
+}
+
+std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side side)
+{
+    std::vector<UniConfig> configs = default_configs(olt.seed(), onu.binding->mac, onu.device);
+    for (uint32_t index = 0; index < configs.size(); ++index) {
+        const Uni &uni = onu.device.unis[index];
+        for (const Part &part : parts) {
+            const SettingPlace place = onu.place(part.command, index + 1);
+            if (olt.setting(place))
+                part.take(uni, setting_of(olt, place, side, part.block_of(uni, configs[index])), configs[index]);
+        }
+    }
+    return configs;
+}
+
+std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &onu)
+{
+    const std::vector<UniConfig> configs = uni_configs(olt, onu, Side::remote);
+    std::vector<std::optional<LinkMode>> links;
+    for (uint32_t index = 0; index < configs.size(); ++index) {
+        const bool shut = olt.shut({onu.port->number, onu.binding->mac, index + 1});
+        links.push_back(shut ? std::nullopt : link_of(onu.device.unis[index], configs[index]));
+    }
+    return links;
+}
+
+OnuBlock default_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, uint32_t command)
+{
+    const auto part = std::ranges::find(parts, command, &Part::command);
+    return part->block_of(onu.device.unis[uni - 1], default_configs(olt.seed(), onu.binding->mac, onu.device)[uni - 1]);
+}
+
+uint32_t check_word(const RemoteOnu &, uint32_t, const OnuBlock &block)
+{
+    return block == word(true) || block == word(false) ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+uint32_t check_pause(const RemoteOnu &, uint32_t, const OnuBlock &block)
+{
+    return block.get<uint8_t>(layout::onu_pause::on) <= 1 ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+uint32_t check_offered(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block)
+{
+    const Uni &port = onu.device.unis[uni - 1];
+    const auto count = block.get<uint32_t>(offer::count);
+    if (count < 1 || count > abilities_of(port).size()) return PON_ERR_BAD_RECORD;
+    // What is no ability of the port, or is there twice, is missing here.
+    if (std::popcount(offered_of(port, block)) != static_cast<int>(count)) return PON_ERR_BAD_RECORD;
+    for (uint32_t number = count; number < most_abilities; ++number)
+        if (block.get<uint32_t>(offer::ability + offer::ability_every * number)) return PON_ERR_BAD_RECORD;
+    return BSP_OK;
+}
+
+uint32_t check_rate_limit(const RemoteOnu &, uint32_t, const OnuBlock &block)
+{
+    const auto up_on = block.get<uint8_t>(rate::up_on);
+    const auto down_on = block.get<uint8_t>(rate::down_on);
+    if (up_on > 1 || down_on > 1) return PON_ERR_BAD_RECORD;
+    const auto is_rate = [](uint32_t value) { return value >= 1 && value <= max_rate_limit; };
+    const auto committed_burst = block.get<uint32_t>(rate::up_cbs);
+    if (up_on && (!is_rate(block.get<uint32_t>(rate::up_cir)) || committed_burst < least_burst ||
+                  committed_burst > greatest_burst || block.get<uint32_t>(rate::up_ebs) > greatest_burst))
+        return PON_ERR_BAD_RECORD;
+    const auto peak = block.get<uint32_t>(rate::down_pir);
+    if (down_on && (!is_rate(peak) || block.get<uint32_t>(rate::down_cir) > peak)) return PON_ERR_BAD_RECORD;
+    return BSP_OK;
+}
+
+uint32_t check_vlan(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    if (block.get<uint8_t>(vlan::mode) > static_cast<uint8_t>(VlanMode::trunk) ||
+        block.get<uint8_t>(vlan::count) > max_vlans)
+        return PON_ERR_BAD_RECORD;
+    UniConfig config{};
+    take_vlan(block, config);
+    const bool translates = config.vlan_mode == VlanMode::translation;
+    const bool trunk = config.vlan_mode == VlanMode::trunk;
+    std::set<uint32_t> networks;
+    for (const Vlan &entry : config.vlans) {
+        if (!is_vlan(entry.user) || !is_vlan(entry.network)) return PON_ERR_BAD_RECORD;
+        if (trunk && entry.user != entry.network) return PON_ERR_BAD_RECORD;
+        if (!networks.insert(entry.network).second) return PON_ERR_BAD_RECORD;
+    }
+    const bool ascending =
+        std::ranges::adjacent_find(config.vlans, std::greater_equal{}, &Vlan::user) == config.vlans.end();
+    const bool zero_elsewhere = block == vlan_block(config);
+    if (!is_vlan(config.pvid) || config.priority > greatest_priority || config.tpid < least_ethertype || !ascending ||
+        !zero_elsewhere || config.vlans.empty() == (translates || trunk))
+        return PON_ERR_BAD_RECORD;
+    const DeviceType &type = *onu.device.type;
+    return (translates && !type.vlan_translation) || (trunk && !type.vlan_trunk) ? PON_ERR_NOT_ABLE : BSP_OK;
+}
+
+OnuBlock abilities_block(const Uni &uni)
+{
+    return offered_block(uni, every_ability);
+}
+
+} // namespace ponsim

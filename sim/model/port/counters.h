@@ -1,0 +1,60 @@
+// The counters of ports. They follow from what was offered, and add up: what a PON port receives is what its ONUs sent,
+// less frames with errors; what a GE port sends is what its PON ports received, less what they and it drop; and the
+// same the other way.
+#pragma once
+
+#include "model/olt/interfaces.h"
+#include "model/olt/olt.h"
+
+namespace ponsim
+{
+
+// Frames that a port drops, of a million.
+struct DropShares {
+    uint32_t fcs_errors;  // received with a wrong frame check sequence
+    uint32_t code_errors; // received with a wrong code
+    uint32_t policed;     // received well, and beyond a rate limit
+    uint32_t discarded;   // not sent, for want of room
+};
+DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number);
+
+// Counters of frames are kept by length: 64, 65-127, 128-255, 256-511, 512-1023, 1024-1518 octets.
+inline constexpr size_t size_classes = 6;
+size_t size_class(uint32_t length);
+
+// Octets are those of whole frames with their check sequence.
+struct Counters {
+    uint64_t in_octets; // of frames that were received well
+    uint64_t in_unicast;
+    uint64_t in_multicast;
+    uint64_t in_broadcast;
+    uint64_t in_fcs_errors;
+    uint64_t in_code_errors;
+    uint64_t in_discards;
+    uint64_t in_discard_octets;
+    uint64_t out_octets;
+    uint64_t out_unicast;
+    uint64_t out_multicast;
+    uint64_t out_broadcast;
+    uint64_t out_discards;
+    uint64_t out_discard_octets;
+    std::array<uint64_t, size_classes> sizes; // received well or sent
+
+    uint64_t in_frames() const { return in_unicast + in_multicast + in_broadcast; }
+    uint64_t out_frames() const { return out_unicast + out_multicast + out_broadcast; }
+};
+
+Counters pon_counters(const Olt &olt, const PonPort &port);
+Counters uplink_counters(const Olt &olt, uint32_t uplink);
+
+// What passes now, in bit/s.
+struct Load {
+    uint64_t in = 0; // from the network
+    uint64_t out = 0;
+};
+Load load_of(const Rates &rates);
+// Between a PON port and its ONUs.
+Load pon_load(const PonPort &port);
+Load xaui_load(const Olt &olt, uint32_t xaui);
+
+} // namespace ponsim

@@ -1,0 +1,193 @@
+#include "model/port/loops.h"
+
+#include <algorithm>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/plant/device.h"
+
+namespace ponsim
+{
+namespace
+{
+
+Plan refuse(uint32_t status)
+{
+    return {status};
+}
+
+// One of the settings becomes `value`, where it lies within the limits.
+template <class Value>
+Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t least, uint32_t greatest)
+{
+    if (value < least || value > greatest) return refuse(PON_ERR_BAD_RECORD);
+    Plan plan{BSP_OK};
+    plan.change.loop_detection = olt.loop_detection();
+    (*plan.change.loop_detection).*setting = static_cast<Value>(value);
+    return plan;
+}
+
+SettingPlace switch_place(const UniPlace &place)
+{
+    return {place.pon_port, place.mac, BSP_CMD_ONU_LOOP_DETECT_GET, place.uni};
+}
+
+// Whether detection packets come back by the loop.
+bool found_by_packets(const Olt &olt, const UniPlace &place, const LoopRecord &record)
+{
+    return olt.loop_detection().on && detects_loops(olt, place, Side::remote) && record.looped && !record.shut &&
+           olt.online(*olt.port(place.pon_port), place.mac);
+}
+
+LoopRecord recovered(const Olt &olt, LoopRecord record)
+{
+    record.shut = false;
+    record.since = olt.now();
+    return record;
+}
+
+// When something happens to the loop by itself.
+std::optional<ModelTime> next_of(const Olt &olt, const UniPlace &place, const LoopRecord &record)
+{
+    if (found_by_packets(olt, place, record) != record.watched_from.has_value()) return olt.now();
+    if (record.watched_from)
+        return std::max(olt.now(), *record.watched_from + olt.loop_detection().interval * ms_per_second);
+    return recovery_of(olt, record);
+}
+
+// When a switch of loop detection that is on its way reaches the UNI port.
+std::optional<ModelTime> switched(const Olt &olt, const UniPlace &place)
+{
+    const OnuSetting *setting = olt.setting(switch_place(place));
+    return setting && setting->arrives > olt.now() ? std::optional(setting->arrives) : std::nullopt;
+}
+
+std::optional<ModelTime> next(const Olt &olt)
+{
+    std::optional<ModelTime> first;
+    for (const auto &[place, record] : olt.loops())
+        for (const std::optional<ModelTime> &time : {next_of(olt, place, record), switched(olt, place)})
+            if (time && (!first || *time < *first)) first = time;
+    return first;
+}
+
+Change happen(const Olt &olt)
+{
+    Change change;
+    LoopDetection detection = olt.loop_detection();
+    for (const auto &[place, old] : olt.loops()) {
+        const std::optional<ModelTime> time = next_of(olt, place, old);
+        if (!time || *time > olt.now()) continue;
+        LoopRecord record = old;
+        if (found_by_packets(olt, place, old) != old.watched_from.has_value()) {
+            record.watched_from = old.watched_from ? std::nullopt : std::optional(olt.now());
+        } else if (old.watched_from) {
+            record.watched_from.reset();
+            record.shut = true;
+            record.since = olt.now();
+            ++record.detected;
+            ++detection.detected;
+        } else {
+            record = recovered(olt, old);
+            ++detection.recovered;
+        }
+        change.loops.push_back({place, record});
+    }
+    if (detection != olt.loop_detection()) change.loop_detection = detection;
+    return change;
+}
+
+} // namespace
+
+const Process loop_process{next, happen};
+
+OnuBlock loop_detect_block(bool on)
+{
+    OnuBlock block(sizeof(uint32_t));
+    block.put<uint32_t>(layout::onu_loop_detect_set::on, on);
+    return block;
+}
+
+bool detects_loops(const Olt &olt, const UniPlace &place, Side side)
+{
+    return setting_of(olt, switch_place(place), side, loop_detect_block(true)) == loop_detect_block(true);
+}
+
+LoopState state_of(const LoopRecord &record)
+{
+    if (record.shut) return LoopState::shut;
+    return record.looped ? LoopState::looped : LoopState::recovered;
+}
+
+std::optional<ModelTime> recovery_of(const Olt &olt, const LoopRecord &record)
+{
+    const LoopDetection &detection = olt.loop_detection();
+    if (!record.shut || !detection.on || detection.manual) return std::nullopt;
+    return std::max(olt.now(), record.since + detection.recovery_time * ms_per_second);
+}
+
+Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
+{
+    if (!olt.port(place.pon_port)) return refuse(PON_ERR_NO_PORT);
+    if (!olt.id_at(place.pon_port, place.mac)) return refuse(PON_ERR_NOT_BOUND);
+    if (place.uni < 1 || place.uni > olt.device_of(place.mac).unis.size()) return refuse(PON_ERR_NO_UNI);
+
+    Plan plan{BSP_OK};
+    const auto found = olt.loops().find(place);
+    if (found == olt.loops().end()) {
+        if (!looped) return plan;
+        if (olt.loops().size() >= max_loops) {
+            const UniPlace *oldest = nullptr;
+            for (const auto &[other, record] : olt.loops())
+                if (state_of(record) == LoopState::recovered &&
+                    (!oldest || record.since < olt.loops().at(*oldest).since))
+                    oldest = &other;
+            if (!oldest) return refuse(PON_ERR_TABLE_FULL);
+            plan.change.loops.push_back({*oldest, std::nullopt});
+        }
+        plan.change.loops.push_back({place, LoopRecord{.looped = true, .since = olt.now()}});
+        return plan;
+    }
+    LoopRecord record = found->second;
+    if (record.looped == looped) return plan;
+    record.looped = looped;
+    if (!record.shut) record.since = olt.now();
+    const bool nothing_to_tell = !looped && !record.shut && record.detected == 0;
+    plan.change.loops.push_back({place, nothing_to_tell ? std::nullopt : std::optional(record)});
+    return plan;
+}
+
+Plan detect_loops(const Olt &olt, uint32_t on)
+{
+    return set(olt, &LoopDetection::on, on, 0, 1);
+}
+
+Plan set_recovery_mode(const Olt &olt, uint32_t manual)
+{
+    return set(olt, &LoopDetection::manual, manual, 0, 1);
+}
+
+Plan set_recovery_time(const Olt &olt, uint32_t seconds)
+{
+    return set(olt, &LoopDetection::recovery_time, seconds, 10, 86400);
+}
+
+Plan set_packet_interval(const Olt &olt, uint32_t seconds)
+{
+    return set(olt, &LoopDetection::interval, seconds, 1, 600);
+}
+
+Plan recover_all(const Olt &olt)
+{
+    Plan plan{BSP_OK};
+    LoopDetection detection = olt.loop_detection();
+    for (const auto &[place, record] : olt.loops()) {
+        if (!record.shut) continue;
+        plan.change.loops.push_back({place, recovered(olt, record)});
+        ++detection.recovered;
+    }
+    if (!plan.change.loops.empty()) plan.change.loop_detection = detection;
+    return plan;
+}
+
+} // namespace ponsim

@@ -1,0 +1,203 @@
+#include "model/port/optics.h"
+
+#include <algorithm>
+
+#include "bsp_pon.h"
+#include "generated/service_words.h"
+#include "model/lifecycle/registration.h"
+#include "model/olt/alarms.h"
+#include "model/olt/light.h"
+#include "model/plant/module_memory.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint32_t max_samples = 100;
+constexpr uint32_t max_interval = 60000; // ms
+constexpr uint32_t max_delay = 3600000;  // ms
+
+Plan refuse(uint32_t status)
+{
+    return {status};
+}
+
+// The module becomes as in `record`, and what comes of its laser going on or off happens at its port.
+Plan change_module(const Olt &olt, const Module &module, const ModuleRecord &record)
+{
+    Plan plan{BSP_OK, {.modules = {{module.cage(), record}}}};
+    const bool lit = Module::laser_on(record);
+    if (module.of_pon_port() && lit != module.laser_on()) {
+        const PonPort &port = *olt.port(module.cage());
+        change_reach(olt, port, {port.limits, lit}, plan.change);
+    }
+    return plan;
+}
+
+const Module *pon_module(const Olt &olt, uint32_t pon_port)
+{
+    return olt.port(pon_port) ? olt.module(pon_port) : nullptr;
+}
+
+// The ONU as far as its light reaches the port; null when it is not bound there, or does not send.
+const Arrival *sending(const Olt &olt, const PonPort &port, const Mac &mac)
+{
+    const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
+    if (!onu_id || port.state(*port.bindings[*onu_id]) == OnuState::offline) return nullptr;
+    return port.ranged(mac);
+}
+
+// Whether there is light is decided when the measurement ends, for all of its samples.
+ModuleRecord::Result result_of(const Olt &olt, const PonPort &port, const ModuleRecord::Measurement &measurement)
+{
+    ModuleRecord::Result result{measurement.mac, measurement.end, measurement.samples, 0, 0, 0};
+    const Arrival *arrival = sending(olt, port, measurement.mac);
+    if (!arrival) return result;
+    uint32_t sum = 0;
+    for (uint32_t sample = 0; sample < measurement.samples; ++sample) {
+        const ModelTime at = measurement.end - ModelTime{sample} * measurement.interval;
+        const auto power = static_cast<uint32_t>(received_from(olt, port, *arrival, at));
+        sum += power;
+        result.least = sample == 0 ? power : std::min(result.least, power);
+        result.greatest = std::max(result.greatest, power);
+    }
+    result.average = (sum + measurement.samples / 2) / measurement.samples;
+    return result;
+}
+
+// The earliest time that a module has for something.
+template <class TimeOf>
+std::optional<ModelTime> earliest(const Olt &olt, TimeOf time_of)
+{
+    std::optional<ModelTime> first;
+    for (const Module &module : olt.modules()) {
+        const std::optional<ModelTime> time = time_of(module);
+        if (time && (!first || *time < *first)) first = time;
+    }
+    return first;
+}
+
+std::optional<ModelTime> end_of_measurement(const Module &module)
+{
+    if (!module.record().measurement) return std::nullopt;
+    return module.record().measurement->end;
+}
+
+std::optional<ModelTime> next_end(const Olt &olt)
+{
+    return earliest(olt, end_of_measurement);
+}
+
+Change end_measurements(const Olt &olt)
+{
+    Change change;
+    for (const Module &module : olt.modules()) {
+        const std::optional<ModelTime> end = end_of_measurement(module);
+        if (!end || *end > olt.now()) continue;
+        ModuleRecord record = module.record();
+        record.result = result_of(olt, *olt.port(module.cage()), *record.measurement);
+        record.measurement.reset();
+        change.modules.push_back({module.cage(), record});
+    }
+    return change;
+}
+
+std::optional<ModelTime> next_alarm(const Olt &olt)
+{
+    return earliest(olt, [](const Module &module) { return module.next_alarm(); });
+}
+
+Change raise_alarms(const Olt &olt)
+{
+    Change change;
+    for (const Module &module : olt.modules()) {
+        const uint32_t due = module.due_alarms(olt.now());
+        if (due == 0) continue;
+        for (uint32_t alarm = 1; alarm <= max_alarm; ++alarm)
+            if (due >> alarm & 1) raise(*olt.port(module.cage()), port_itself, Alarm{alarm}, change);
+        ModuleRecord record = module.record();
+        record.raised |= due;
+        change.modules.push_back({module.cage(), record});
+    }
+    return change;
+}
+
+} // namespace
+
+const Process measurement_process{next_end, end_measurements};
+const Process ageing_process{next_alarm, raise_alarms};
+
+Plan write_module(const Olt &olt, uint32_t cage, uint32_t offset, std::span<const uint8_t> bytes)
+{
+    const Module *module = olt.module(cage);
+    if (!module) return refuse(PON_ERR_NO_CAGE);
+    ModuleRecord record = module->record();
+    if (!write_diagnostic_memory(record, offset, bytes)) return refuse(PON_ERR_READ_ONLY);
+    return change_module(olt, *module, record);
+}
+
+Plan set_always_on(const Olt &olt, uint32_t pon_port, bool always_on)
+{
+    const Module *module = pon_module(olt, pon_port);
+    if (!module) return refuse(PON_ERR_NO_PORT);
+    ModuleRecord record = module->record();
+    record.always_on = always_on;
+    return change_module(olt, *module, record);
+}
+
+Plan set_loss_level(const Olt &olt, uint32_t pon_port, std::optional<int32_t> level)
+{
+    const Module *module = pon_module(olt, pon_port);
+    if (!module) return refuse(PON_ERR_NO_PORT);
+    constexpr int32_t least = -4000;
+    if (level && (*level < least || *level > 0)) return refuse(PON_ERR_BAD_RECORD);
+    ModuleRecord record = module->record();
+    record.loss_level = level;
+    return change_module(olt, *module, record);
+}
+
+Measurable find_measurable(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
+{
+    const PonPort *port = olt.port(pon_port);
+    if (!port) return {PON_ERR_NO_PORT, nullptr};
+    if (onu_id >= onus_per_port) return {PON_ERR_BAD_ONU_ID, nullptr};
+    if (!port->bindings[onu_id]) return {PON_ERR_NOT_BOUND, nullptr};
+    const Arrival *arrival = sending(olt, *port, port->bindings[onu_id]->mac);
+    return {arrival ? BSP_OK : PON_ERR_OFFLINE, arrival};
+}
+
+Plan start_measurement(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Sampling &sampling)
+{
+    const Measurable onu = find_measurable(olt, pon_port, onu_id);
+    if (onu.status != BSP_OK) return refuse(onu.status);
+    if (sampling.samples > max_samples || sampling.interval > max_interval || sampling.delay > max_delay)
+        return refuse(PON_ERR_BAD_RECORD);
+    ModuleRecord record = olt.module(pon_port)->record();
+    if (record.measurement) return refuse(PON_ERR_MEASURING);
+    const uint32_t samples = std::max(sampling.samples, 1u);
+    const ModelTime end = olt.now() + sampling.delay + ModelTime{samples - 1} * sampling.interval;
+    record.measurement = {onu.arrival->mac, end, samples, sampling.interval};
+    return {BSP_OK, {.modules = {{pon_port, record}}}};
+}
+
+Plan cancel_measurement(const Olt &olt, uint32_t pon_port)
+{
+    const Module *module = pon_module(olt, pon_port);
+    if (!module) return refuse(PON_ERR_NO_PORT);
+    ModuleRecord record = module->record();
+    if (!record.measurement) return {BSP_OK};
+    record.measurement.reset();
+    return {BSP_OK, {.modules = {{pon_port, record}}}};
+}
+
+Plan age_laser(const Olt &olt, uint32_t cage, uint32_t hours)
+{
+    const Module *module = olt.module(cage);
+    if (!module) return refuse(PON_ERR_NO_CAGE);
+    ModuleRecord record = module->record();
+    record.added_hours = std::min(record.added_hours + hours, max_laser_hours);
+    return {BSP_OK, {.modules = {{cage, record}}}};
+}
+
+} // namespace ponsim

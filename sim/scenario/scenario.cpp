@@ -1,0 +1,594 @@
+#include "scenario/scenario.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "control/control.h"
+#include "model/base/random.h"
+#include "model/lifecycle/authentication.h"
+#include "model/lifecycle/registration.h"
+#include "model/olt/sla.h"
+#include "model/plant/device.h"
+#include "model/plant/fibre.h"
+#include "scenario/section.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr uint32_t max_olts = 32;
+constexpr size_t max_description = 127;
+constexpr uint32_t deepest = 6;          // fibres one behind the other
+constexpr int32_t greatest_loss = 4500;  // 0.01 dB: far beyond what any receiver can do without
+constexpr uint32_t default_feeder = 100; // m
+constexpr uint32_t shortest_drop = 50;   // m, of those that follow from the seed
+constexpr uint32_t longest_drop = 1000;  // m
+constexpr uint32_t max_times = 10000;    // that an event is repeated
+constexpr size_t max_events = 100000;    // of an OLT
+
+constexpr std::string_view starts[] = {"registered", "cold"};
+constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // by their AuthMode
+
+using Kind = std::shared_ptr<const DeviceType>;
+
+// A kind with the texts that it is described by.
+struct OwnKind {
+    std::string vendor;
+    std::string model;
+    std::string chipset;
+    DeviceType type;
+};
+
+// One that the kinds live as long as.
+struct ScenarioTopology : Topology {
+    std::vector<Kind> owned;
+};
+
+struct Service {
+    bool bound = true;
+    bool authenticated = false; // there is a record of the ONU's LOID
+    std::optional<Sla> sla = {};
+    std::optional<uint32_t> down = {};
+    std::string description = {};
+    std::optional<uint32_t> load_up = {};
+    std::optional<uint32_t> load_down = {};
+};
+
+template <class Value>
+std::vector<std::string> names_of(const std::map<std::string, Value> &values)
+{
+    std::vector<std::string> names;
+    for (const auto &[name, value] : values)
+        names.push_back(name);
+    return names;
+}
+
+template <class Value>
+const Value &known(Section &section, const std::string &key, const std::string &what,
+                   const std::map<std::string, Value> &values)
+{
+    const std::string name = section.needed_name(key);
+    const auto found = values.find(name);
+    if (found == values.end()) section.fail_unknown(key, what, name, names_of(values));
+    return found->second;
+}
+
+std::optional<uint32_t> word(const std::optional<uint64_t> &number)
+{
+    return number ? std::optional(static_cast<uint32_t>(*number)) : std::nullopt;
+}
+
+std::string to_db(int32_t loss)
+{
+    const std::string rest = std::to_string(loss % 100);
+    return std::to_string(loss / 100) + '.' + std::string(2 - rest.size(), '0') + rest;
+}
+
+// A code of letters and digits.
+std::string code_of(Section &section, const std::string &key, size_t least, size_t most)
+{
+    const std::string code = section.needed_name(key);
+    if (code.size() < least || code.size() > most)
+        section.fail(key, "expected " + (least == most ? "" : std::to_string(least) + " to ") + std::to_string(most) +
+                              " characters, found \"" + code + '"');
+    return code;
+}
+
+Kind read_own_kind(Section &section)
+{
+    const auto kind = std::make_shared<OwnKind>();
+    kind->vendor = code_of(section, "vendor", 4, 4);
+    kind->model = code_of(section, "model", 1, 4);
+    if (section.has("chipset")) kind->chipset = code_of(section, "chipset", 1, 8);
+    kind->type = {.vendor = kind->vendor,
+                  .model = kind->model,
+                  .chipset = kind->chipset,
+                  .ge_ports = section.number_or("ge_ports", 0, max_unis, 0),
+                  .fe_ports = section.number_or("fe_ports", 0, max_unis, 0),
+                  .pots_ports = section.number_or("pots_ports", 0, 2, 0),
+                  .us_queues = section.number_or("us_queues", 1, 8, 4),
+                  .fec = section.flag_or("fec", true),
+                  .battery = section.flag_or("battery", false),
+                  .igmp_snooping = section.flag_or("igmp_snooping", false),
+                  .multicast_control = section.flag_or("multicast_control", false),
+                  .fast_leave = section.flag_or("fast_leave", false),
+                  .vlan_translation = section.flag_or("vlan_translation", false),
+                  .vlan_trunk = section.flag_or("vlan_trunk", false)};
+    const uint32_t unis = kind->type.ge_ports + kind->type.fe_ports;
+    if (unis < 1 || unis > max_unis)
+        section.fail(section.has("fe_ports") ? "fe_ports" : "ge_ports", "expected 1 to " + std::to_string(max_unis) +
+                                                                            " GE and FE ports together, found " +
+                                                                            std::to_string(unis));
+    return {kind, &kind->type};
+}
+
+Kind read_kind(Section &section)
+{
+    if (section.has("vendor")) return read_own_kind(section);
+    std::map<std::string, const DeviceType *> models;
+    for (const DeviceType &type : device_types())
+        models.emplace(type.model, &type);
+    // It lives as long as the program.
+    return {Kind(), known(section, "model", "built-in model", models)};
+}
+
+Service read_service(Section &section)
+{
+    Service service;
+    service.bound = section.flag_or("bound", true);
+    service.authenticated = section.flag_or("auth", false);
+    const bool has_sla =
+        std::ranges::any_of(std::initializer_list<const char *>{"fixed", "assured", "maximum", "priority", "weight"},
+                            [&](const char *key) { return section.has(key); });
+    const Sla sla{.fixed = section.number_or("fixed", 0, line_rate, 0),
+                  .assured = section.number_or("assured", 0, line_rate, 0),
+                  .maximum = section.number_or("maximum", 1, line_rate, line_rate),
+                  .priority = section.number_or("priority", 0, max_priority, 0),
+                  .weight = section.number_or("weight", 1, max_weight, 1)};
+    if (sla.fixed + sla.assured > sla.maximum)
+        section.fail("maximum", "expected at least what is fixed and assured, " +
+                                    std::to_string(sla.fixed + sla.assured) + ", found " + std::to_string(sla.maximum));
+    if (has_sla) service.sla = sla;
+    service.down = word(section.number("down", 1, line_rate));
+    service.description = section.text("description", 0, max_description).value_or("");
+    service.load_up = word(section.number("load_up", 0, line_rate));
+    service.load_down = word(section.number("load_down", 0, line_rate));
+    return service;
+}
+
+struct Context {
+    uint64_t seed;
+    bool cold;
+    std::map<std::string, Kind> kinds;
+    std::map<std::string, Service> services;
+};
+
+// The fibre of a port, as it is put together.
+class Fibre
+{
+public:
+    std::vector<Branch> branches;
+
+    // Ends at a splitter into so many branches, 1 for none; 0: at an ONU. The keys are those by which the section names
+    // its length and the branch that it goes on from.
+    uint32_t add(const Section &section, const std::string &name, std::optional<uint32_t> parent, uint32_t length,
+                 uint32_t split, const std::string &length_key, const std::string &parent_key)
+    {
+        if (index_of(name)) section.fail("name", "there is a fibre " + name + " at this port already");
+        Place place{length, splitter_loss(split) + 2 * connector_loss, 1, split, 0};
+        if (parent) {
+            Place &from = places[*parent];
+            if (from.taken == from.split) section.fail(parent_key, branches[*parent].name + ' ' + end_of(from));
+            ++from.taken;
+            place.distance += from.distance;
+            place.loss += from.loss;
+            place.depth += from.depth;
+        }
+        if (place.depth > deepest)
+            section.fail(parent_key, "expected at most " + std::to_string(deepest) + " fibres one behind the other");
+        if (place.distance > max_distance)
+            section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
+                                         " m, found " + std::to_string(place.distance));
+        if (place.loss + fibre_loss(place.distance) > greatest_loss)
+            section.fail(length_key, "expected a loss of at most " + to_db(greatest_loss) + " dB to the OLT, found " +
+                                         to_db(place.loss + fibre_loss(place.distance)));
+        branches.push_back({name, parent, length, splitter_loss(split) + 2 * connector_loss});
+        places.push_back(place);
+        return static_cast<uint32_t>(branches.size() - 1);
+    }
+
+    std::optional<uint32_t> index_of(const std::string &name) const
+    {
+        const auto found = std::ranges::find(branches, name, &Branch::name);
+        if (found == branches.end()) return std::nullopt;
+        return static_cast<uint32_t>(found - branches.begin());
+    }
+    uint32_t distance(uint32_t branch) const { return places[branch].distance; }
+    // Of all splitters and connectors on the way.
+    int32_t loss(uint32_t branch) const { return places[branch].loss; }
+
+    // The branch that the section names by this key.
+    uint32_t named(Section &section, const std::string &key) const
+    {
+        const std::string name = section.needed_name(key);
+        const std::optional<uint32_t> found = index_of(name);
+        if (!found) {
+            std::vector<std::string> names;
+            for (const Branch &branch : branches)
+                names.push_back(branch.name);
+            section.fail_unknown(key, "branch", name + " before this", names);
+        }
+        return *found;
+    }
+
+private:
+    // The far end of a branch.
+    struct Place {
+        uint32_t distance;
+        int32_t loss;
+        uint32_t depth;
+        uint32_t split;
+        uint32_t taken;
+    };
+
+    // Why nothing more goes on from there.
+    static std::string end_of(const Place &place)
+    {
+        if (place.split == 0) return "ends at an ONU";
+        if (place.split == 1) return "has no splitter, and a fibre goes on from it";
+        return "has a splitter, all " + std::to_string(place.split) + " ends of which are taken";
+    }
+
+    std::vector<Place> places;
+};
+
+struct Onu {
+    Section section;
+    Arrival arrival;
+    const Service *service; // null: none
+    std::optional<uint32_t> id;
+};
+
+// An OLT, as it is put together.
+class Builder
+{
+public:
+    Builder(const Context &scenario, OltScenario &built, uint64_t seed)
+        : context(scenario), olt(built), topology(std::make_shared<ScenarioTopology>())
+    {
+        olt.settings.seed = seed;
+        olt.settings.arrivals = 0;
+        olt.settings.silent = 0;
+        olt.settings.olt = olt.name;
+        for (const auto &[name, kind] : context.kinds)
+            topology->owned.push_back(kind);
+    }
+
+    void read(Section &section)
+    {
+        olt.settings.ports = section.number_or("ports", 1, max_ports, max_ports);
+        topology->ports.resize(olt.settings.ports);
+        std::map<uint32_t, uint32_t> lines; // of the ports that are described
+        for (Section &port : section.tables("port"))
+            for (const uint32_t number : numbers_of(port)) {
+                if (const auto [first, is_new] = lines.emplace(number, port.line()); !is_new)
+                    port.fail(port.has("number") ? "number" : "numbers",
+                              "port " + std::to_string(number) + " is described in line " +
+                                  std::to_string(first->second) + " already");
+                read_port(port, number);
+            }
+        olt.settings.topology = topology;
+        if (context.cold) power_up(Olt(olt.settings), olt.provisioning);
+    }
+
+private:
+    std::vector<uint32_t> numbers_of(Section &port) const
+    {
+        if (port.has("numbers")) {
+            if (port.has("number")) port.fail("numbers", "expected either number or numbers");
+            return port.numbers("numbers", 1, olt.settings.ports);
+        }
+        const std::optional<uint64_t> number = port.number("number", 1, olt.settings.ports);
+        if (!number) port.fail("number", "expected that of a PON port, or numbers");
+        return {static_cast<uint32_t>(*number)};
+    }
+
+    void read_port(Section port, uint32_t number)
+    {
+        Fibre fibre;
+        for (Section &branch : port.tables("branch"))
+            read_branch(branch, fibre);
+        if (fibre.branches.empty()) fibre.add(port, "feeder", std::nullopt, default_feeder, onus_per_port, "", "");
+        const bool one_branch = fibre.branches.size() == 1;
+        // Each is the one that would be found there without a scenario, but for what the scenario says of it.
+        std::vector<Arrival> found =
+            population_at({.seed = olt.settings.seed, .arrivals = onus_per_port}, number).arrivals;
+        std::ranges::sort(found, {}, [](const Arrival &arrival) { return arrival.mac.back(); });
+        std::vector<Onu> onus;
+        for (Section &section : port.tables("onu")) {
+            const std::string name = section.needed_name("name");
+            const bool counted = section.has("count");
+            const uint32_t count = section.number_or("count", 1, onus_per_port, 1);
+            for (uint32_t index = 0; index < count; ++index) {
+                if (onus.size() == onus_per_port)
+                    section.fail(counted ? "count" : "name", "expected at most " + std::to_string(onus_per_port) +
+                                                                 " ONUs at port " + std::to_string(number));
+                onus.push_back({section, found[onus.size()], nullptr, std::nullopt});
+                onus.back().arrival.name = counted ? name + '-' + std::to_string(index + 1) : name;
+                read_onu(onus.back(), number, index, counted, one_branch, fibre);
+            }
+        }
+        const size_t mode = port.choice_or("auth", auth_modes, 0);
+        if (mode != 0) olt.provisioning.ports.push_back({number, {}, static_cast<uint32_t>(mode)});
+        port.end();
+        provision(onus, number);
+        PortPopulation &population = topology->ports[number - 1];
+        population.branches = std::move(fibre.branches);
+        for (Onu &onu : onus)
+            population.arrivals.push_back(std::move(onu.arrival));
+        std::ranges::sort(population.arrivals, {}, &Arrival::mac);
+    }
+
+    static void read_branch(Section &section, Fibre &fibre)
+    {
+        const std::string name = section.needed_name("name");
+        std::optional<uint32_t> parent;
+        if (section.has("from")) parent = fibre.named(section, "from");
+        if (!parent && !fibre.branches.empty())
+            section.fail("from", "expected a branch: the fibre of the port begins with " + fibre.branches[0].name);
+        const uint32_t length = section.number_or("length", 0, max_distance, 0);
+        const uint32_t split = section.number_or("split", 1, onus_per_port, 1);
+        if ((split & (split - 1)) != 0)
+            section.fail("split", "expected 1, 2, 4, 8, 16, 32, 64 or 128, found " + std::to_string(split));
+        section.end();
+        fibre.add(section, name, parent, length, split, "length", "from");
+    }
+
+    void read_onu(Onu &onu, uint32_t port, uint32_t index, bool counted, bool one_branch, Fibre &fibre)
+    {
+        Section &section = onu.section;
+        Arrival &arrival = onu.arrival;
+        for (const char *key : {"mac", "loid"})
+            if (counted && section.has(key)) section.fail(key, "expected without count: it is that of one ONU");
+        if (const std::optional<std::string> mac = section.text("mac", 1, 17)) arrival.mac = mac_of(section, *mac);
+        const std::string place = arrival.name + " at port " + std::to_string(port);
+        if (const auto [first, is_new] = macs.emplace(arrival.mac, place); !is_new)
+            section.fail(section.has("mac") ? "mac" : "name",
+                         to_text(arrival.mac) + " is the address of " + first->second + " already");
+        if (section.has("kind")) topology->kinds[arrival.mac] = known(section, "kind", "kind", context.kinds).get();
+        if (section.has("service")) onu.service = &known(section, "service", "service", context.services);
+        if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");
+        const uint32_t branch = section.has("branch") ? fibre.named(section, "branch") : 0;
+        const uint32_t drawn = shortest_drop + arrival.distance % (longest_drop - shortest_drop + 1);
+        const uint32_t drop =
+            section.number_or("drop", 0, max_distance, std::min(drawn, max_distance - fibre.distance(branch)));
+        arrival.branch = fibre.add(section, arrival.name, branch, drop, 0, "drop", "branch");
+        arrival.distance = fibre.distance(arrival.branch);
+        arrival.loss = fibre.loss(arrival.branch);
+        arrival.loid = section.text("loid", 1, max_loid).value_or(arrival.loid);
+        arrival.password = section.text("password", 0, max_password).value_or(arrival.password);
+        arrival.silent = section.flag_or("silent", false);
+        onu.id = word(section.number("id", 0, onus_per_port - 1));
+        if (onu.id && !(onu.service && onu.service->bound))
+            section.fail("id", "expected with a service that binds the ONU");
+        if (onu.id && (*onu.id += index) >= onus_per_port)
+            section.fail("id", "expected room for all of count up to " + std::to_string(onus_per_port - 1));
+        section.end();
+        if (!onu.service) return;
+        arrival.load_up = onu.service->load_up;
+        arrival.load_down = onu.service->load_down;
+    }
+
+    static Mac mac_of(Section &section, const std::string &text)
+    {
+        try {
+            const Mac mac = control_mac(text);
+            if (is_station(mac)) return mac;
+        } catch (const ControlError &error) {
+            section.fail("mac", error.what());
+        }
+        section.fail("mac", text + ": expected the address of one station");
+    }
+
+    void provision(std::vector<Onu> &onus, uint32_t port)
+    {
+        OnuIds taken;
+        for (Onu &onu : onus) {
+            if (!onu.id) continue;
+            if (taken[*onu.id])
+                onu.section.fail("id", "ONU id " + std::to_string(*onu.id) + " of port " + std::to_string(port) +
+                                           " is taken already");
+            taken.set(*onu.id);
+        }
+        uint32_t promised = 0; // kbit/s
+        for (Onu &onu : onus) {
+            if (!onu.service) continue;
+            const Service &service = *onu.service;
+            if (service.authenticated) olt.provisioning.auth.push_back({port, onu.arrival.loid, onu.arrival.password});
+            if (!service.bound) continue;
+            if (service.sla) promised += service.sla->fixed + service.sla->assured;
+            if (promised > line_rate)
+                onu.section.fail("service", "expected at most " + std::to_string(line_rate) +
+                                                " kbit/s fixed and assured at port " + std::to_string(port) +
+                                                ", found " + std::to_string(promised));
+            // At most as many ONUs as ids.
+            const uint32_t id = onu.id ? *onu.id : lowest_free(taken).value();
+            taken.set(id);
+            Binding binding{.mac = onu.arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}};
+            binding.description = service.description;
+            binding.sla = service.sla;
+            binding.sla_down = service.down;
+            olt.provisioning.bindings.push_back({port, id, binding});
+        }
+    }
+
+    const Context &context;
+    OltScenario &olt;
+    std::shared_ptr<ScenarioTopology> topology;
+    std::map<Mac, std::string> macs; // whose they are
+};
+
+struct PlannedEvent {
+    Section section;
+    std::optional<std::string> olt; // none: all of them
+    std::vector<Event> events;
+};
+
+PlannedEvent read_event(Section &section, const Scenario &scenario)
+{
+    PlannedEvent planned{section, section.name("olt"), {}};
+    std::vector<std::string> olts;
+    for (const OltScenario &olt : scenario.olts)
+        olts.push_back(olt.name);
+    if (planned.olt && std::ranges::count(olts, *planned.olt) == 0)
+        section.fail_unknown("olt", "OLT", *planned.olt, olts);
+    const std::optional<ModelTime> at = section.time("at");
+    if (!at) section.fail("at", "expected a time");
+    const std::optional<std::string> words = section.text("do", 1, 1000);
+    if (!words) section.fail("do", "expected a control command");
+    const std::optional<ModelTime> every = section.time("every");
+    const uint32_t times = section.number_or("times", 1, max_times, 1);
+    if (every.has_value() != section.has("times"))
+        section.fail(every ? "every" : "times", "expected every and times together");
+    if (every == 0) section.fail("every", "expected at least a second");
+    section.end();
+    if (*at + every.value_or(0) * (times - 1) > longest_time)
+        section.fail("times", "expected the last time within ten years");
+    for (uint32_t time = 0; time < times; ++time)
+        planned.events.push_back({*at + every.value_or(0) * time, *words});
+    return planned;
+}
+
+void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
+{
+    std::optional<Olt> first; // as it is before the first event
+    for (const PlannedEvent &each : planned) {
+        if (each.olt && *each.olt != olt.name) continue;
+        if (!first) {
+            first.emplace(olt.settings);
+            first->apply(olt.provisioning);
+        }
+        try {
+            // Whether the OLT refuses it may be otherwise when it happens.
+            read_control(*first, each.events[0].words);
+        } catch (const ControlError &error) {
+            each.section.fail("do", error.what());
+        }
+        olt.events.insert(olt.events.end(), each.events.begin(), each.events.end());
+        if (olt.events.size() > max_events)
+            each.section.fail("do", "expected at most " + std::to_string(max_events) + " events of an OLT");
+    }
+    std::ranges::stable_sort(olt.events, {}, &Event::at);
+}
+
+void read_olts(Section &root, const Context &context, std::string_view text, Scenario &scenario)
+{
+    for (Section &section : root.tables("olt")) {
+        const std::string name = section.name("name").value_or("olt");
+        const uint32_t count = section.number_or("count", 1, max_olts, 1);
+        const std::optional<uint64_t> seed = section.number("seed", 0, INT64_MAX);
+        for (uint32_t copy = 0; copy < count; ++copy) {
+            if (scenario.olts.size() == max_olts)
+                section.fail("count", "expected at most " + std::to_string(max_olts) + " OLTs");
+            OltScenario olt{section.has("count") ? name + '-' + std::to_string(copy + 1) : name, {}, {}, {}};
+            if (std::ranges::count(scenario.olts, olt.name, &OltScenario::name) > 0)
+                section.fail("name", "there is an OLT " + olt.name + " already");
+            olt.settings.scenario = text;
+            Builder builder(context, olt, seed ? *seed + copy : context.seed + scenario.olts.size());
+            builder.read(section);
+            scenario.olts.push_back(std::move(olt));
+        }
+        section.end();
+    }
+    if (scenario.olts.empty()) root.fail("olt", "expected at least one [[olt]]");
+}
+
+TomlValue parse(std::string_view text, const std::string &name)
+{
+    try {
+        return read_toml(text);
+    } catch (const TomlError &error) {
+        throw ScenarioError(name + ':' + std::to_string(error.line) + ": " + error.what());
+    }
+}
+
+// Of a port: its row of the summary.
+std::string summary_of(const OltScenario &olt, uint32_t number)
+{
+    const PortPopulation &port = olt.settings.topology->ports[number - 1];
+    const auto bound = std::ranges::count(olt.provisioning.bindings, number, &Change::BindingRow::pon_port);
+    std::string range = "-";
+    if (!port.arrivals.empty()) {
+        const auto loss = [](const Arrival &arrival) { return arrival.loss + fibre_loss(arrival.distance); };
+        const auto [least, greatest] = std::ranges::minmax(port.arrivals, {}, loss);
+        range = to_db(loss(least)) + " to " + to_db(loss(greatest));
+    }
+    char row[200];
+    snprintf(row, sizeof row, "%-32s  %4u  %4zu  %5td  %6zu  %s\n", olt.name.c_str(), number, port.arrivals.size(),
+             bound, port.branches.size(), range.c_str());
+    return row;
+}
+
+} // namespace
+
+Scenario read_scenario(std::string_view text, const std::string &name)
+{
+    const TomlValue value = parse(text, name);
+    Section root(name, value);
+    Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
+                    .cold = root.choice_or("start", starts, 0) == 1,
+                    .kinds = {},
+                    .services = {}};
+    for (auto &[kind, section] : root.named_tables("kind")) {
+        context.kinds.emplace(kind, read_kind(section));
+        section.end();
+    }
+    for (auto &[service, section] : root.named_tables("service")) {
+        context.services.emplace(service, read_service(section));
+        section.end();
+    }
+    Scenario scenario;
+    read_olts(root, context, text, scenario);
+    std::vector<PlannedEvent> events;
+    for (Section &section : root.tables("event"))
+        events.push_back(read_event(section, scenario));
+    root.end();
+    for (OltScenario &olt : scenario.olts)
+        add_events(olt, events);
+    return scenario;
+}
+
+Scenario read_scenario_file(const std::string &file)
+{
+    std::ifstream in(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    if (!in) throw ScenarioError(file + ": cannot be read: " + std::strerror(errno));
+    return read_scenario(text, file);
+}
+
+void power_up(const Olt &olt, Change &change)
+{
+    for (const PonPort &port : olt.ports())
+        for (const Arrival &arrival : port.arrivals)
+            boot(olt, port, arrival.mac, change);
+}
+
+std::string summary_of(const Scenario &scenario)
+{
+    std::string text = "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB\n";
+    for (const OltScenario &olt : scenario.olts)
+        for (uint32_t number = 1; number <= olt.settings.ports; ++number)
+            text += summary_of(olt, number);
+    for (const OltScenario &olt : scenario.olts)
+        text += olt.name + ": " + std::to_string(olt.events.size()) + " events" +
+                (olt.events.empty() ? "" : ", the last at " + time_text(olt.events.back().at)) + '\n';
+    return text;
+}
+
+} // namespace ponsim

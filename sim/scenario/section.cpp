@@ -1,0 +1,291 @@
+#include "scenario/section.h"
+
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+
+#include "model/base/text.h"
+#include "scenario/scenario.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr size_t longest_name = 32;
+
+// In how many characters they differ: left out, added or another.
+size_t distance(std::string_view one, std::string_view other)
+{
+    std::vector<size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), size_t{0});
+    for (size_t i = 0; i < one.size(); ++i) {
+        size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (size_t j = 0; j < other.size(); ++j) {
+            const size_t above = row[j + 1];
+            row[j + 1] = std::min({above + 1, row[j] + 1, diagonal + (one[i] == other[j] ? 0 : 1)});
+            diagonal = above;
+        }
+    }
+    return row.back();
+}
+
+std::string describe(const TomlValue &value)
+{
+    if (const auto *flag = std::get_if<bool>(&value.value)) return *flag ? "true" : "false";
+    if (const auto *number = std::get_if<int64_t>(&value.value)) return std::to_string(*number);
+    if (const auto *text = std::get_if<std::string>(&value.value)) return '"' + *text + '"';
+    if (std::holds_alternative<double>(value.value)) return "a number with a decimal point";
+    if (std::holds_alternative<TomlArray>(value.value)) return "an array";
+    if (std::holds_alternative<TomlTable>(value.value)) return "a table";
+    return "a date or a time";
+}
+
+bool is_plain(char byte)
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
+}
+
+// Takes a number off the front of the text.
+std::optional<uint64_t> take_number(std::string_view &text)
+{
+    uint64_t number = 0;
+    const auto [last, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{}) return std::nullopt;
+    text.remove_prefix(static_cast<size_t>(last - text.data()));
+    return number;
+}
+
+void skip_spaces(std::string_view &text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+}
+
+struct Unit {
+    std::string_view name;
+    uint64_t seconds;
+};
+constexpr Unit units[] = {{"d", 24 * 3600}, {"h", 3600}, {"min", 60}, {"s", 1}};
+
+// None where the text is no time, or one that is too long.
+std::optional<ModelTime> time_of(std::string_view text)
+{
+    constexpr uint64_t most = longest_time / ms_per_second;
+    uint64_t seconds = 0;
+    do {
+        const std::optional<uint64_t> number = take_number(text);
+        skip_spaces(text);
+        const std::string_view word = text.substr(0, std::min(text.find_first_of(" 0123456789"), text.size()));
+        const auto unit = std::ranges::find(units, word, &Unit::name);
+        if (!number || unit == std::end(units) || *number > (most - seconds) / unit->seconds) return std::nullopt;
+        seconds += *number * unit->seconds;
+        text.remove_prefix(word.size());
+        skip_spaces(text);
+    } while (!text.empty());
+    return seconds * ms_per_second;
+}
+
+} // namespace
+
+std::string time_text(ModelTime time)
+{
+    uint64_t seconds = time / ms_per_second;
+    std::string text;
+    for (const Unit &unit : units) {
+        if (seconds >= unit.seconds)
+            text += (text.empty() ? "" : " ") + std::to_string(seconds / unit.seconds) + std::string(unit.name);
+        seconds %= unit.seconds;
+    }
+    return text.empty() ? "0s" : text;
+}
+
+std::string nearest(std::string_view word, std::span<const std::string> known)
+{
+    return *std::ranges::min_element(known, {}, [&](const std::string &each) { return distance(word, each); });
+}
+
+Section::Section(const std::string &name, const TomlValue &of) : file(name), value(of)
+{
+    if (!std::holds_alternative<TomlTable>(value.value))
+        fail_at(value.line, "expected a table, found " + describe(value));
+}
+
+void Section::fail_at(uint32_t at, const std::string &reason) const
+{
+    throw ScenarioError(file + ":" + std::to_string(at) + ": " + reason);
+}
+
+void Section::fail(const std::string &key, const std::string &reason) const
+{
+    const auto found = table().find(key);
+    fail_at(found == table().end() ? value.line : found->second.line, key + ": " + reason);
+}
+
+void Section::fail_expected(const std::string &key, const std::string &expected) const
+{
+    const auto found = table().find(key);
+    fail(key, "expected " + expected + (found == table().end() ? "" : ", found " + describe(found->second)));
+}
+
+void Section::fail_unknown(const std::string &key, const std::string &what, const std::string &unknown,
+                           std::span<const std::string> known) const
+{
+    fail(key,
+         "there is no " + what + " " + unknown + (known.empty() ? "" : "; the nearest is " + nearest(unknown, known)));
+}
+
+const TomlValue *Section::ask(const std::string &key)
+{
+    asked.insert(key);
+    const auto found = table().find(key);
+    return found == table().end() ? nullptr : &found->second;
+}
+
+std::optional<uint64_t> Section::number(const std::string &key, uint64_t least, uint64_t greatest)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return std::nullopt;
+    const auto *number = std::get_if<int64_t>(&found->value);
+    if (!number || *number < 0 || static_cast<uint64_t>(*number) < least || static_cast<uint64_t>(*number) > greatest)
+        fail_expected(key, "a number from " + std::to_string(least) + " to " + std::to_string(greatest));
+    return static_cast<uint64_t>(*number);
+}
+
+uint32_t Section::number_or(const std::string &key, uint32_t least, uint32_t greatest, uint32_t otherwise)
+{
+    return static_cast<uint32_t>(number(key, least, greatest).value_or(otherwise));
+}
+
+bool Section::flag_or(const std::string &key, bool otherwise)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return otherwise;
+    const auto *flag = std::get_if<bool>(&found->value);
+    if (!flag) fail_expected(key, "true or false");
+    return *flag;
+}
+
+std::optional<std::string> Section::text(const std::string &key, size_t least, size_t most)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return std::nullopt;
+    const auto *text = std::get_if<std::string>(&found->value);
+    if (!text || text->size() < least || text->size() > most || !is_clean(*text))
+        fail_expected(key, "a text of " + std::to_string(least) + " to " + std::to_string(most) +
+                               " bytes without control characters");
+    return *text;
+}
+
+void Section::check_name(uint32_t at, const std::string &key, const std::string &text) const
+{
+    const auto fits = [](char byte) { return is_plain(byte) || byte == '-' || byte == '_' || byte == '.'; };
+    if (text.empty() || text.size() > longest_name || !is_plain(text[0]) || !std::ranges::all_of(text, fits))
+        fail_at(at, key + ": expected a name of at most " + std::to_string(longest_name) +
+                        " letters, digits, '-', '_' and '.', found \"" + text + '"');
+}
+
+std::optional<std::string> Section::name(const std::string &key)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return std::nullopt;
+    const auto *text = std::get_if<std::string>(&found->value);
+    if (!text) fail_expected(key, "a name");
+    check_name(found->line, key, *text);
+    return *text;
+}
+
+std::string Section::needed_name(const std::string &key)
+{
+    std::optional<std::string> found = name(key);
+    if (!found) fail_expected(key, "a name");
+    return *found;
+}
+
+size_t Section::choice_or(const std::string &key, std::span<const std::string_view> words, size_t otherwise)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return otherwise;
+    const auto *text = std::get_if<std::string>(&found->value);
+    const auto word = text ? std::ranges::find(words, *text) : words.end();
+    if (word != words.end()) return static_cast<size_t>(word - words.begin());
+    std::string expected;
+    for (const std::string_view &each : words) {
+        if (!expected.empty()) expected += &each == &words.back() ? " or " : ", ";
+        expected += '"' + std::string(each) + '"';
+    }
+    fail_expected(key, expected);
+}
+
+std::optional<ModelTime> Section::time(const std::string &key)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return std::nullopt;
+    std::optional<ModelTime> time;
+    if (const auto *number = std::get_if<int64_t>(&found->value)) time = time_of(std::to_string(*number) + "s");
+    if (const auto *text = std::get_if<std::string>(&found->value)) time = time_of(*text);
+    if (!time) fail_expected(key, "seconds, or a time as \"1d 2h 30min 5s\", of at most ten years");
+    return time;
+}
+
+std::vector<uint32_t> Section::numbers(const std::string &key, uint32_t least, uint32_t greatest)
+{
+    const TomlValue *found = ask(key);
+    const std::string expected = "numbers from " + std::to_string(least) + " to " + std::to_string(greatest) +
+                                 ", each once, as \"" + std::to_string(least) + "-" + std::to_string(greatest) + "\"";
+    const auto *text = found ? std::get_if<std::string>(&found->value) : nullptr;
+    if (!text) fail_expected(key, expected);
+    std::set<uint32_t> numbers;
+    std::string_view rest = *text;
+    while (true) {
+        const std::optional<uint64_t> first = take_number(rest);
+        std::optional<uint64_t> last = first;
+        if (rest.starts_with('-')) {
+            rest.remove_prefix(1);
+            last = take_number(rest);
+        }
+        if (!first || !last || *first < least || *last > greatest || *first > *last) fail_expected(key, expected);
+        for (uint64_t each = *first; each <= *last; ++each)
+            if (!numbers.insert(static_cast<uint32_t>(each)).second) fail_expected(key, expected);
+        if (rest.empty()) break;
+        if (!rest.starts_with(',')) fail_expected(key, expected);
+        rest.remove_prefix(1);
+    }
+    return {numbers.begin(), numbers.end()};
+}
+
+std::vector<Section> Section::tables(const std::string &key)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return {};
+    const auto *array = std::get_if<TomlArray>(&found->value);
+    if (!array) fail_expected(key, "tables with [[double brackets]]");
+    std::vector<Section> sections;
+    for (const TomlValue &each : *array)
+        sections.emplace_back(file, each);
+    return sections;
+}
+
+std::vector<std::pair<std::string, Section>> Section::named_tables(const std::string &key)
+{
+    const TomlValue *found = ask(key);
+    if (!found) return {};
+    const auto *members = std::get_if<TomlTable>(&found->value);
+    if (!members) fail_expected(key, "tables with names, as [" + key + ".NAME]");
+    std::vector<std::pair<std::string, Section>> sections;
+    for (const auto &[name, member] : *members) {
+        check_name(member.line, key, name);
+        sections.emplace_back(name, Section(file, member));
+    }
+    return sections;
+}
+
+void Section::end() const
+{
+    const std::vector<std::string> known(asked.begin(), asked.end());
+    for (const auto &[key, member] : table())
+        if (!asked.contains(key))
+            fail_at(member.line, key + ": an unknown key; the nearest known one is " + nearest(key, known));
+}
+
+} // namespace ponsim

@@ -1,0 +1,93 @@
+"""Holds the sources to the order of rooms.toml: prints what is wrong, a line each, and fails where anything is."""
+
+import os
+import pathlib
+import re
+import sys
+import tomllib
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+TREES = ["src", "board", "catalog", "testing", "command_line", "call", "sim", "ponctl"]
+
+# A header and the source of the same name are one module.
+MOST_MODULES = 25
+
+# The library's subsystems know of these beside themselves and the header and libraries that they are built on.
+SHARED_BY_SUBSYSTEMS = ["src/frame", "include", "board/include/board"]
+
+INCLUDE = re.compile(r'\s*#\s*include\s*"([^"]+)"')
+
+
+def sources():
+    for tree in TREES:
+        for file in sorted((ROOT / tree).rglob("*")):
+            if file.suffix in (".h", ".cpp"):
+                yield file.relative_to(ROOT)
+
+
+class Rooms:
+    def __init__(self, listed):
+        rooms = listed["rooms"]
+        self.order = {room["path"]: place for place, room in enumerate(rooms)}
+        self.with_folders = {room["path"] for room in rooms if room.get("with_folders")}
+        self.most_modules = {room["path"]: room.get("most_modules", MOST_MODULES) for room in rooms}
+        self.trees = listed["trees"]
+        self.offered = listed["offered"]
+
+    def room_of(self, file):
+        """The path of the room that a file is in; None where it is in none."""
+        folder = file.parent
+        if str(folder) in self.order:
+            return str(folder)
+        return next((str(above) for above in folder.parents if str(above) in self.with_folders), None)
+
+    def find(self, included, file):
+        """The file that an include finds; None where that is none of the repository."""
+        trees = [tree for tree in self.trees if file.is_relative_to(tree)]
+        for folder in [file.parent, *trees, *self.offered]:
+            found = pathlib.Path(os.path.normpath(pathlib.Path(folder, included)))
+            if (ROOT / found).is_file():
+                return found
+        return None
+
+
+def wrong_include(rooms, file, included):
+    """What is wrong with an include; None where nothing is."""
+    found = rooms.find(included, file)
+    if found is None:
+        return f"{included} is not found in the repository"
+    here, there = rooms.room_of(file), rooms.room_of(found)
+    if there is None:
+        return f"{included} is in {found.parent}, which is no room"
+    if here is None:
+        return None  # told of the file itself
+    if rooms.order[there] > rooms.order[here]:
+        return f"{included} runs upward, from {here} to {there}"
+    if file.is_relative_to("src") and found.parent != file.parent:
+        if str(found.parent) not in SHARED_BY_SUBSYSTEMS:
+            return f"{included} is neither of {file.parent} nor of what all of src may include"
+    return None
+
+
+def problems():
+    with open(pathlib.Path(__file__).with_name("rooms.toml"), "rb") as file:
+        rooms = Rooms(tomllib.load(file))
+    modules = {}
+    for file in sources():
+        modules.setdefault(file.parent, set()).add(file.stem)
+        for number, line in enumerate((ROOT / file).read_text().splitlines(), 1):
+            if include := INCLUDE.match(line):
+                if problem := wrong_include(rooms, file, include[1]):
+                    yield f"{file}:{number}: {problem}"
+        if rooms.room_of(file) is None:
+            yield f"{file}:1: {file.parent} is no room"
+    for folder, names in modules.items():
+        most = rooms.most_modules.get(str(folder), MOST_MODULES)
+        if len(names) > most:
+            yield f"{folder}: {len(names)} modules, where {most} are the most"
+
+
+if __name__ == "__main__":
+    found = list(problems())
+    print("\n".join(found))
+    sys.exit(1 if found else 0)
