@@ -12,7 +12,7 @@ help:
 	@echo 'make test-dev  the same for one configuration: $(TEST_PRESETS)'
 	@echo 'make bench     measure operations, exchanges, results and sizes'
 	@echo 'make mutation  show that the tests notice changes in the library'
-	@echo 'make generate  write the public header, export map and tables from the catalogue'
+	@echo 'make generate  write the public header, the export map and the record lengths from the catalogue'
 	@echo 'make format    lay out the sources with clang-format'
 	@echo 'make install   install library, header, tool, simulator and pages below PREFIX ($(PREFIX))'
 

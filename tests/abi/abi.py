@@ -1,10 +1,14 @@
-"""What the tests of the library's binary interface share: the header read as text, the library built and looked at."""
+"""What the tests of the library's binary interface share: the header read as text, the library built and looked at.
+
+abi.py TARGET OPTIMISATION FOLDER    builds the library's objects and the library into the folder
+"""
 
 import pathlib
 import re
 import shlex
 import shutil
 import subprocess
+import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HEADER = ROOT / "include" / "bsp_pon.h"
@@ -17,6 +21,8 @@ WITHOUT_RUNTIME = "-nodefaultlibs -lc"
 
 # Prefixes of the tool chains for the host and for the board.
 TARGETS = {"host": "", "mips": "mips-linux-gnu-"}
+OPTIMISATIONS = ("-O0", "-O2", "-Os")
+LIBRARY = "libbsp_pon.so"
 
 
 def available(target):
@@ -31,22 +37,20 @@ def run(command):
     return done.stdout
 
 
-def shell(command):
-    return run(["sh", "-c", command])
-
-
-def build_library(target, optimisation, output):
-    build = BUILD.format(prefix=TARGETS[target])
-    shell(f"{build} {optimisation} {WITHOUT_RUNTIME} -o {shlex.quote(str(output))}")
-
-
-def build_objects(target, optimisation, folder):
-    """The library's object files, by the flags of its build."""
-    flags = BUILD.format(prefix=TARGETS[target]).replace("-shared ", "").split(" $(")[0]
+def build(target, optimisation, folder):
+    """The library's object files, by the flags of its build, and the library of them. Without optimisation the library
+    is built by the command of the README, word for word."""
+    command = BUILD.format(prefix=TARGETS[target])
+    flags = command.split(" $(")[0]
+    library = folder / LIBRARY
+    objects = []
     for index, source in enumerate(sorted((ROOT / "src").rglob("*.cpp"))):
-        output = pathlib.Path(folder) / f"{index}-{source.stem}.o"
-        run([*flags.split(), optimisation, "-c", source, "-o", output])
-        yield output
+        objects.append(folder / f"{index}-{source.stem}.o")
+        run([*flags.replace("-shared ", "").split(), optimisation, "-c", source, "-o", objects[-1]])
+    if optimisation == "-O0":
+        run(["sh", "-c", f"{command} {WITHOUT_RUNTIME} -o {shlex.quote(str(library))}"])
+    else:
+        run([*flags.split(), optimisation, *objects, *WITHOUT_RUNTIME.split(), "-o", library])
 
 
 def dynamic_symbols(target, library, which):
@@ -55,10 +59,15 @@ def dynamic_symbols(target, library, which):
     return {row.split()[-1].split("@")[0]: row.split()[-2] for row in rows if row}
 
 
-def sections(target, file):
-    """{name: size} of an object file."""
-    rows = run([TARGETS[target] + "size", "-A", file]).split("\n")[2:]
-    return {row.split()[0]: int(row.split()[1]) for row in rows if row.startswith(".")}
+def sections(target, files):
+    """{file: {name: size}} of object files."""
+    found = {}
+    for row in run([TARGETS[target] + "size", "-A", *files]).split("\n"):
+        if row.endswith(" :"):
+            found[row.split()[0]] = current = {}
+        elif row.startswith("."):
+            current[row.split()[0]] = int(row.split()[1])
+    return found
 
 
 def mapped_names():
@@ -95,3 +104,7 @@ def structs():
 def constants():
     """{name: value as written} of the header's constants."""
     return dict(re.findall(r"^#define (BSP_\w+) (\d+u)", header_text(), re.MULTILINE))
+
+
+if __name__ == "__main__":
+    build(sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3]))

@@ -1,11 +1,11 @@
 """The library as a board's build system makes it: what it exports, what it needs, what it keeps.
 
+BOARD_LIBRARIES is the folder in which the build has put, in a folder for each target and optimisation, the library and its objects.
 LIBBSP_PON names one more library to look at, built for the host.
 """
 
 import os
 import pathlib
-import tempfile
 import unittest
 
 import abi
@@ -24,17 +24,15 @@ READ_ONLY = (".data.rel.ro",)
 class Library(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(cls.folder.cleanup)
-        cls.libraries = []
+        cls.libraries, cls.objects = [], []
         for target in abi.TARGETS:
             if not abi.available(target):
                 print(f"no {abi.TARGETS[target]}g++: nothing is tested for {target}")
                 continue
-            for optimisation in ("-O2", "-Os"):
-                library = pathlib.Path(cls.folder.name) / f"libbsp_pon-{target}{optimisation}.so"
-                abi.build_library(target, optimisation, library)
-                cls.libraries.append((target, library))
+            for optimisation in abi.OPTIMISATIONS:
+                folder = pathlib.Path(os.environ["BOARD_LIBRARIES"]) / (target + optimisation)
+                cls.libraries.append((target, folder / abi.LIBRARY))
+                cls.objects.append((target, optimisation, sorted(folder.glob("*.o"))))
         if "LIBBSP_PON" in os.environ:
             cls.libraries.append(("host", pathlib.Path(os.environ["LIBBSP_PON"])))
 
@@ -44,7 +42,7 @@ class Library(unittest.TestCase):
 
     def test_exports_exactly_the_catalogues_operations(self):
         for target, library in self.libraries:
-            with self.subTest(library.name):
+            with self.subTest(library):
                 exported = abi.dynamic_symbols(target, library, "--defined-only")
                 self.assertEqual(set(exported), abi.mapped_names())
                 self.assertEqual(set(exported.values()), {"T"})
@@ -54,7 +52,7 @@ class Library(unittest.TestCase):
 
     def test_needs_the_board_and_four_c_functions_at_most(self):
         for target, library in self.libraries:
-            with self.subTest(library.name):
+            with self.subTest(library):
                 undefined = abi.dynamic_symbols(target, library, "--undefined-only")
                 needed = {name for name in undefined if name not in START_UP}
                 self.assertEqual(needed - BOARD_FUNCTIONS - C_FUNCTIONS, set())
@@ -64,23 +62,22 @@ class Library(unittest.TestCase):
 
     def test_is_linked_with_no_library_but_that_of_c(self):
         for target, library in self.libraries:
-            with self.subTest(library.name):
+            with self.subTest(library):
                 rows = abi.run([abi.TARGETS[target] + "readelf", "-d", library]).split("\n")
                 needed = [row.split("[")[1].rstrip("]") for row in rows if "(NEEDED)" in row]
                 board = ["libboard.so.0"] if str(library) == os.environ.get("LIBBSP_PON") else []
                 self.assertEqual([name for name in needed if not name.startswith("libc.so")], board)
 
     def test_keeps_no_state_and_runs_nothing_on_loading(self):
-        for target in abi.TARGETS:
-            if not abi.available(target):
-                continue
-            for optimisation in ("-O0", "-O2", "-Os"):
-                with tempfile.TemporaryDirectory() as folder:
-                    for file in abi.build_objects(target, optimisation, folder):
-                        with self.subTest(target, file=file.name, optimisation=optimisation):
-                            state = {name: size for name, size in abi.sections(target, file).items()
-                                     if size and name.startswith(STATE) and not name.startswith(READ_ONLY)}
-                            self.assertEqual(state, {})
+        sources = len(list((abi.ROOT / "src").rglob("*.cpp")))
+        for target, optimisation, objects in self.objects:
+            found = abi.sections(target, objects)
+            self.assertEqual(len(found), sources)
+            for file, sections in found.items():
+                with self.subTest(target, file=file, optimisation=optimisation):
+                    state = {name: size for name, size in sections.items()
+                             if size and name.startswith(STATE) and not name.startswith(READ_ONLY)}
+                    self.assertEqual(state, {})
 
 
 if __name__ == "__main__":

@@ -1,8 +1,9 @@
 """Wrong input of each kind is refused with file, entry and reason, and nothing is written."""
 
+import tempfile
 import unittest
 
-from generator import Copy, generate
+from copies import Copy, contents, generate, run
 
 RECORDS = "catalog/records.toml"
 CHANNELS = "catalog/channels.toml"
@@ -291,16 +292,17 @@ BROKEN = {
 
 class WrongInput(unittest.TestCase):
     def refused(self, copy):
-        before = copy.contents()
-        status, said = generate(copy.root)
+        before = dict(copy.files)
+        status, said = generate(copy)
         self.assertEqual(status, 2, said)
         self.assertEqual(said.count("\n"), 1, said)
-        self.assertEqual(copy.contents(), before)
+        self.assertEqual(copy.files, before)
         return said
 
     def test_is_refused_with_file_entry_and_reason(self):
         for name, (file, old, new, entry, reason) in BROKEN.items():
-            with self.subTest(name), Copy() as copy:
+            with self.subTest(name):
+                copy = Copy()
                 copy.replace(file, old, new)
                 said = self.refused(copy)
                 self.assertTrue(said.startswith(f"generate.py: {file}: "), said)
@@ -308,9 +310,18 @@ class WrongInput(unittest.TestCase):
                 self.assertIn(reason, said)
 
     def test_missing_file_is_named(self):
-        with Copy() as copy:
-            (copy.root / "catalog" / "status.toml").unlink()
-            self.assertEqual(self.refused(copy), "generate.py: catalog/status.toml: the file is missing\n")
+        copy = Copy()
+        del copy.files["catalog/status.toml"]
+        self.assertEqual(self.refused(copy), "generate.py: catalog/status.toml: the file is missing\n")
+
+    def test_ends_the_program_with_its_message_and_writes_nothing(self):
+        copy = Copy()
+        copy.replace(CHANNELS, "", "[[channel]]\n")
+        copy.replace("include/bsp_pon.h", "", "stale\n")
+        with tempfile.TemporaryDirectory() as folder:
+            copy.write_to(folder)
+            self.assertEqual(run("--root", folder), (2, "", f"generate.py: {CHANNELS}: channel ?: 'name' is missing\n"))
+            self.assertEqual(contents(folder), copy.files)
 
 
 if __name__ == "__main__":

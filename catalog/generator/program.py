@@ -1,0 +1,65 @@
+"""The command line: writes what has changed, or says what has."""
+
+import argparse
+import pathlib
+import sys
+
+from .catalogue import Catalogue
+from .checkout import Checkout
+from .reading.entry import CatalogueError
+from .writing.export_map import exports
+from .writing.header import header
+from .writing.record_length import record_length
+from .writing.service_words import service_words
+from .writing.tables import tables
+from .writing.thunks import thunks
+
+# What stands in the tree, so that a board's build needs no Python, and what every other build makes.
+COMMITTED = {
+    "include/bsp_pon.h": header,
+    "catalog/generated/record_length.h": record_length,
+    "catalog/generated/libbsp_pon.map": exports,
+}
+BUILT = {
+    "service_words.h": service_words,
+    "tables.cpp": tables,
+    "thunks.cpp": thunks,
+}
+
+
+def generate(checkout, check=False, build=None):
+    """Writes what is stale or, with `check`, only says what is: of the checkout or, when there is a folder `build`, of
+    what belongs into that. Returns the exit status."""
+    target, writers = (build, BUILT) if build else (checkout, COMMITTED)
+    try:
+        catalogue = Catalogue(checkout)
+        outputs = {name: write(catalogue) for name, write in writers.items()}
+    except CatalogueError as error:
+        print(f"generate.py: {error}", file=sys.stderr)
+        return 2
+    stale = [name for name, text in outputs.items() if not is_current(target, name, text)]
+    for name in stale:
+        if check:
+            print(f"generate.py: {name} is stale; run catalog/generate.py", file=sys.stderr)
+            continue
+        target.write(name, outputs[name])
+        if not build:
+            print(f"generate.py: wrote {name}")
+    return 1 if check and stale else 0
+
+
+def is_current(checkout, name, text):
+    try:
+        return checkout.read(name) == text
+    except FileNotFoundError:
+        return False
+
+
+def main(description):
+    parser = argparse.ArgumentParser(description=description, formatter_class=argparse.RawDescriptionHelpFormatter)
+    action = parser.add_mutually_exclusive_group()
+    action.add_argument("--check", action="store_true", help="only say what is stale")
+    action.add_argument("--build", metavar="DIR", type=pathlib.Path, help="write what a build compiles into a folder")
+    parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parents[2])
+    options = parser.parse_args()
+    return generate(Checkout(options.root), options.check, options.build and Checkout(options.build))

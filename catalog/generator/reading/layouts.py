@@ -1,0 +1,29 @@
+"""What the simulated service puts into opaque parts of records."""
+
+from .entry import add, entries
+from .records import ALIGNMENTS, read_fields
+
+
+def read_layouts(catalogue, file, table):
+    for layout in entries(file, table, "layout", ["name", "record", "commands", "brief"],
+                          ["fields", "like", "answer"]):
+        if layout.get("like") is not None:
+            if layout.get("fields") is not None:
+                layout.fail("a layout has 'fields' of its own or is 'like' another, not both")
+            layout.table = {**layout.table, "fields": layout.lookup("like", catalogue.layouts).get("fields")}
+        layout.of_answer = layout.flag("answer")
+        layout.brief, layout.record = layout.text("brief"), layout.lookup("record", catalogue.records)
+        layout.fields = read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", *ALIGNMENTS],
+                                    "times", "every")
+        read_uses(catalogue, layout)
+        add(catalogue.shown, layout)
+        add(catalogue.layouts, layout)
+
+
+def read_uses(catalogue, entry):
+    """The commands that a layout or view belongs to."""
+    entry.commands = []
+    for name in entry.items("commands"):
+        if not isinstance(name, str) or name not in catalogue.commands:
+            entry.fail(f"'commands' names {name!r}, which does not exist")
+        entry.commands.append(catalogue.commands[name])

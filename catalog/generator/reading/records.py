@@ -1,0 +1,86 @@
+"""Records with their fields, and the channels that carry them."""
+
+import copy
+
+from .entry import Entry, add, entries
+
+RECORD_SIZES = {"bsp_pon_msg": 944, "bsp_pon_msg_ext": 1044, "bsp_plat_msg": 1148, "bsp_onu_msg": 1888}
+FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s32": 4, "u64": 8}
+ALIGNMENTS = {"u32": 4, "idset": 4, "u16": 2, "s16": 2, "s32": 4, "u64": 4}
+
+
+def read_records(catalogue, file):
+    for record in entries(file, catalogue.load(file), "record", ["name", "size", "brief", "fields"], ["command", "payload"]):
+        record.size, record.brief = record.number("size"), record.text("brief")
+        record.fields = read_fields(record, record.size, ["u32", "u8", "mac", "text", "bytes"])
+        record.command = record.lookup("command", record.fields) if record.get("command") else None
+        record.payload = record.lookup("payload", record.fields) if record.get("payload") else None
+        if record.payload:
+            if record.payload.offset + record.payload.size != record.size:
+                record.fail("the payload does not reach the record's end")
+        elif record.name not in RECORD_SIZES or record.size != RECORD_SIZES[record.name]:
+            record.fail(f"{record.size} bytes is not the size of a record of this name")
+        add(catalogue.records, record)
+
+
+def read_channels(catalogue, file):
+    table = catalogue.load(file)
+    catalogue.module = Entry(file, "module", {"name": "module", "number": table.get("module")}, ["name", "number"]).number("number")
+    for channel in entries(file, table, "channel", ["name", "type", "record", "brief"]):
+        channel.type, channel.record = channel.number("type"), channel.lookup("record", catalogue.records)
+        channel.brief = channel.text("brief")
+        if any(other.type == channel.type for other in catalogue.channels.values()):
+            channel.fail(f"type {channel.type} is taken by another channel")
+        add(catalogue.channels, channel)
+
+
+def read_fields(owner, size, kinds, *repeating):
+    """Checked fields of a record or layout, in order of offset; with the keys of `repeating`, one may come often."""
+    fields = {}
+    for table in owner.items("fields"):
+        field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
+                      ["unit", "scale", *repeating])
+        for place in places(field):
+            check_field(place, size, kinds)
+            add(fields, place)
+    ordered = sorted(fields.values(), key=lambda field: field.offset)
+    for before, after in zip(ordered, ordered[1:]):
+        if before.offset + before.size > after.offset:
+            after.fail(f"overlaps field {before.name}, which ends at {before.offset + before.size}")
+    return {field.name: field for field in ordered}
+
+
+def places(field):
+    """The field itself or, where it comes as often as `times` says, each `every` bytes behind the one before, a field
+    for each: name_1, name_2 and so on."""
+    field.base, field.index, field.times, field.every = field.name, 0, 1, 0
+    if field.get("times") is None and field.get("every") is None:
+        return [field]
+    field.times, field.every, offset = field.number("times"), field.number("every"), field.number("offset")
+    if field.times < 2 or field.every < 1:
+        field.fail("'times' must be 2 at least, and 'every' 1")
+    found = []
+    for index in range(field.times):
+        place = copy.copy(field)
+        place.name, place.index = f"{field.name}_{index + 1}", index
+        place.table = {**field.table, "offset": offset + index * field.every}
+        found.append(place)
+    return found
+
+
+def check_field(field, size, kinds):
+    kind, _, count = field.text("type").partition(":")
+    if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
+        field.fail(f"'type' must be one of {', '.join(kinds)} (text and bytes with :N), not {field.get('type')!r}")
+    field.brief, field.unit = field.text("brief"), field.text("unit", "")
+    field.type, field.size, field.offset = kind, FIELD_SIZES.get(kind) or int(count), field.number("offset")
+    if field.size == 0 or field.offset + field.size > size:
+        field.fail(f"bytes {field.offset} to {field.offset + field.size - 1} are not inside the record of {size} bytes")
+    alignment = ALIGNMENTS.get(kind, 1)
+    if field.offset % alignment:
+        field.fail(f"a {kind} at offset {field.offset} is not aligned to {alignment}")
+    field.scale = field.get("scale", 1)
+    if isinstance(field.scale, bool) or not isinstance(field.scale, (int, float)) or field.scale <= 0:
+        field.fail(f"'scale' must be a number above 0, not {field.scale!r}")
+    if field.scale != 1 and (kind not in ("u8", "u16", "s16", "u32", "s32", "u64") or not field.get("unit")):
+        field.fail("only numbers with a unit have a scale")

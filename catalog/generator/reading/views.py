@@ -1,0 +1,19 @@
+"""What the simulated service puts into result tables."""
+
+from .entry import Entry, add, entries
+from .layouts import read_uses
+
+COLUMN_TYPES = {"u32": "u32", "u64": "u64", "text": "text", "mac": "mac", "bool": "boolean", "real": "real"}
+
+
+def read_views(catalogue, file, table):
+    for view in entries(file, table, "view", ["name", "commands", "brief", "columns"]):
+        view.brief, view.columns = view.text("brief"), {}
+        read_uses(catalogue, view)
+        add(catalogue.shown, view)
+        for column in view.items("columns"):
+            column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"], ["unit"])
+            column.brief, column.title, column.unit = column.text("brief"), column.text("title"), column.text("unit", "")
+            column.type = COLUMN_TYPES[column.choice("type", COLUMN_TYPES)]
+            add(view.columns, column)
+        add(catalogue.views, view)

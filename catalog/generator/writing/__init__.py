@@ -1,0 +1,1 @@
+"""What is generated, one module a file."""
