@@ -21,9 +21,9 @@ packages:
 
 demo: packages
 	@echo 'Building the library, the simulator and the tool ...'
-	@cmake --preset release --log-level=WARNING >/dev/null
-	@cmake --build --preset release --target ponsim ponctl bind_example -- --quiet
-	@examples/demo build/release
+	@cmake --preset quick --log-level=WARNING >/dev/null
+	@cmake --build --preset quick -- --quiet
+	@examples/demo build/quick
 
 test: packages
 	@tests/run $(TEST_PRESETS)

@@ -7,6 +7,8 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(launcher ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
     set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
+endif()
+if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache)
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 

@@ -7,7 +7,7 @@ import sys
 import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-TREES = ["src", "board", "catalog", "testing", "command_line", "call", "sim", "ponctl"]
+TREES = ["src", "board", "catalog", "testing", "text", "command_line", "call", "sim", "ponctl"]
 
 # A header and the source of the same name are one module.
 MOST_MODULES = 25
