@@ -33,6 +33,7 @@ class Rooms:
         self.most_modules = {room["path"]: room.get("most_modules", MOST_MODULES) for room in rooms}
         self.trees = listed["trees"]
         self.offered = listed["offered"]
+        self.built = listed["built"]
 
     def room_of(self, file):
         """The path of the room that a file is in; None where it is in none."""
@@ -42,11 +43,11 @@ class Rooms:
         return next((str(above) for above in folder.parents if str(above) in self.with_folders), None)
 
     def find(self, included, file):
-        """The file that an include finds; None where that is none of the repository."""
+        """The file that an include finds; None where that is none of the repository and of what is made of it."""
         trees = [tree for tree in self.trees if file.is_relative_to(tree)]
         for folder in [file.parent, *trees, *self.offered]:
             found = pathlib.Path(os.path.normpath(pathlib.Path(folder, included)))
-            if (ROOT / found).is_file():
+            if (ROOT / found).is_file() or str(found) in self.built:
                 return found
         return None
 

@@ -1,5 +1,7 @@
 // The tables that views answer with.
 #include <cstring>
+#include <fstream>
+#include <sstream>
 
 #include "catalogue.h"
 #include "model/onu/gateway.h"
@@ -8,6 +10,7 @@
 #include "plat.h"
 #include "profiles.h"
 #include "rows.h"
+#include "store/digest.h"
 #include "upgrade.h"
 #include "views/table.h"
 
@@ -115,9 +118,11 @@ void set_uni_profile(Desk &desk)
     EXPECT_EQ(desk.send(record), BSP_OK);
 }
 
-TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
+const WantedSettings full{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
+
+// Does what leaves no view without rows.
+void use(ProfileDesk &desk)
 {
-    ProfileDesk desk({.seed = 1, .ports = 16, .arrivals = 128, .silent = 0});
     const Mac mac = bind_with_everything(desk);
     desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 1, 0, desk.port(1).arrivals[0].mac));
     bsp_pon_msg authentication = record_of(BSP_CMD_AUTH_SET, 1);
@@ -135,6 +140,12 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
     for (const uint32_t kind : all_kinds)
         EXPECT_EQ(desk.keep(kind, "profile", words_of_kind(kind)), BSP_OK);
     desk.simulator.change(set_loop(desk.simulator.olt(), {1, mac, 1}, true).change);
+}
+
+TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
+{
+    ProfileDesk desk(full);
+    use(desk);
     for (const catalogue::View &view : catalogue::views())
         for (const catalogue::Command *command : view.commands) {
             SCOPED_TRACE(command->name);
@@ -150,6 +161,30 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
                 }
             }
         }
+}
+
+// Of each view's text, in two OLTs, the length and the digest. Where other texts are meant, view_texts.actual goes in
+// the place of the file.
+TEST(Views, HaveTheTextsThatTheyAlwaysHad)
+{
+    std::string actual;
+    const auto add_texts = [&actual](const std::string &what, ProfileDesk &desk) {
+        for (const catalogue::View &view : catalogue::views())
+            for (const catalogue::Command *command : view.commands) {
+                const std::string text = result_of(desk, *command);
+                actual += what + ' ' + std::string(view.name) + ' ' + std::string(command->name) + ' ' +
+                          std::to_string(text.size()) + ' ' + digest(text) + '\n';
+            }
+    };
+    ProfileDesk busy(full);
+    use(busy);
+    add_texts("busy", busy);
+    ProfileDesk crowd(crowded, all_of_it());
+    add_texts("crowded", crowd);
+    std::ostringstream expected;
+    expected << std::ifstream(VIEW_TEXTS).rdbuf();
+    std::ofstream("view_texts.actual") << actual;
+    EXPECT_EQ(actual, expected.str());
 }
 
 TEST(OnuInfo, ShowsABoundOnu)
