@@ -677,7 +677,7 @@ BSP_PON_API uint32_t bsp_pon_exec_get_json_(uint32_t cmd, uint32_t pon_port, uin
  * The file is the caller's to remove.
  * @param cmd command code of the view
  * @param pon_port PON port number
- * @param name_out room for 515 bytes, receives the file's name, NUL-terminated; may be null; null for none
+ * @param name_out room for 515 bytes, receives the file's name, NUL-terminated; null for none
  */
 BSP_PON_API uint32_t bsp_pon_exec_get_file(uint32_t cmd, uint32_t pon_port, char *name_out);
 
