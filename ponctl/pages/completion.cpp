@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
-#include "operation_text.h"
+#include "call/arguments.h"
+#include "output/exit_code.h"
+#include "output/operation_text.h"
+#include "pages/completion.h"
 #include "pages/tree.h"
 #include "text/words.h"
 
