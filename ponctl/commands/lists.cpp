@@ -12,7 +12,6 @@
 #include "output/table.h"
 #include "results/delivered.h"
 #include "results/operands.h"
-#include "results/sections.h"
 
 namespace ponctl
 {

@@ -3,9 +3,9 @@
 
 #include "call/search.h"
 #include "cli/program.h"
+#include "describe/operation_page.h"
 #include "output/exit_code.h"
 #include "output/json.h"
-#include "output/operation_page.h"
 #include "output/report.h"
 #include "output/table.h"
 #include "output/text.h"

@@ -1,10 +1,10 @@
 // ponctl trace: what went over the IPC, from a file that BOARD_IPC_TRACE named or ponsim recorded.
 #include "call/codec/decode.h"
 #include "cli/program.h"
+#include "describe/operation_text.h"
 #include "output/bytes.h"
 #include "output/exit_code.h"
 #include "output/json.h"
-#include "output/operation_text.h"
 #include "output/report.h"
 #include "output/table.h"
 #include "output/text.h"

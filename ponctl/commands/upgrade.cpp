@@ -9,7 +9,6 @@
 #include "results/delivered.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
-#include "results/sections.h"
 
 namespace ponctl
 {

@@ -6,10 +6,9 @@
 
 #include <unistd.h>
 
-#include "cli/program.h"
+#include "call/codec/decode.h"
+#include "output/exit_code.h"
 #include "output/mode.h"
-#include "output/operation_text.h"
-#include "results/sections.h"
 
 namespace ponctl
 {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "call/arguments.h"
+#include "describe/operation_text.h"
 #include "output/exit_code.h"
-#include "output/operation_text.h"
 #include "pages/completion.h"
 #include "pages/tree.h"
 #include "text/words.h"

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "call/arguments.h"
+#include "describe/operation_text.h"
 #include "output/exit_code.h"
-#include "output/operation_text.h"
 #include "pages/mdoc.h"
 #include "pages/pages.h"
 #include "pages/tree.h"

@@ -8,11 +8,10 @@
 
 #include "call/codec/numbers.h"
 #include "call/invocation.h"
-#include "cli/program.h"
-#include "output/chart.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "output/report.h"
+#include "results/chart.h"
 #include "results/sections.h"
 #include "text/words.h"
 

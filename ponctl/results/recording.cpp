@@ -7,7 +7,6 @@
 #include "board/ipc.h"
 #include "call/codec/decode.h"
 #include "output/exit_code.h"
-#include "output/operation_text.h"
 #include "output/report.h"
 
 namespace ponctl

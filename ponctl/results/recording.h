@@ -10,9 +10,7 @@
 
 #include "board/trace.h"
 #include "call/codec/decode.h"
-#include "cli/program.h"
 #include "output/exit_code.h"
-#include "output/operation_text.h"
 
 namespace ponctl
 {

@@ -1,5 +1,5 @@
 // Charts of a quantity over time.
-#include "output/chart.h"
+#include "results/chart.h"
 
 #include "results/history.h"
 

@@ -9,7 +9,7 @@
 #include "call/search.h"
 #include "cli/program.h"
 #include "command_line/parse.h"
-#include "output/operation_page.h"
+#include "describe/operation_page.h"
 #include "results/operands.h"
 #include "usage_error.h"
 

@@ -10,7 +10,6 @@
 #include "output/text.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
-#include "results/sections.h"
 #include "text/words.h"
 
 namespace ponctl

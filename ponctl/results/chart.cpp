@@ -1,4 +1,4 @@
-#include "output/chart.h"
+#include "results/chart.h"
 
 #include <algorithm>
 #include <array>

@@ -1,12 +1,11 @@
-#include "output/operation_page.h"
+#include "describe/operation_page.h"
 
 #include <algorithm>
 
 #include "call/arguments.h"
-#include "cli/program.h"
+#include "describe/operation_text.h"
 #include "output/exit_code.h"
 #include "output/json.h"
-#include "output/operation_text.h"
 #include "output/text.h"
 #include "text/filled.h"
 

@@ -1,4 +1,4 @@
-#include "output/operation_text.h"
+#include "describe/operation_text.h"
 
 #include <algorithm>
 #include <cstdio>
