@@ -134,6 +134,11 @@ const char *board_ipc_use_thread_directory(const char *directory)
     }
 }
 
+uint32_t board_ipc_use_thread_timeout(uint32_t milliseconds)
+{
+    return board::choose_thread_timeout(milliseconds);
+}
+
 const char *ipc_strerror(int32_t value)
 {
     switch (value) {

@@ -75,6 +75,7 @@ const std::string *keep(const char *directory)
 
 std::atomic<const std::string *> chosen_by_process{nullptr};
 thread_local const std::string *chosen_by_thread = nullptr;
+thread_local uint32_t timeout_of_thread = 0; // milliseconds; 0: that of the environment
 
 } // namespace
 
@@ -107,6 +108,16 @@ const char *choose_thread_directory(const char *directory)
     const std::string *const kept = keep(directory);
     const std::string *const before = std::exchange(chosen_by_thread, kept);
     return before ? before->c_str() : nullptr;
+}
+
+std::chrono::milliseconds current_timeout()
+{
+    return timeout_of_thread ? std::chrono::milliseconds(timeout_of_thread) : settings().timeout;
+}
+
+uint32_t choose_thread_timeout(uint32_t milliseconds)
+{
+    return std::exchange(timeout_of_thread, milliseconds);
 }
 
 bool directory_is_safe(const std::string &directory)

@@ -13,7 +13,7 @@ namespace board
 
 struct Settings {
     std::string directory;             // the folder of sockets, unless another is chosen
-    std::chrono::milliseconds timeout; // bound of one exchange
+    std::chrono::milliseconds timeout; // bound of one exchange, unless a thread has another
     std::chrono::microseconds spin;    // how long to look for the answer before blocking for it
 };
 
@@ -25,6 +25,11 @@ const std::string &current_directory();
 void choose_directory(const char *directory);
 // Chooses that of the calling thread; null: that of all threads. Returns what was chosen before.
 const char *choose_thread_directory(const char *directory);
+
+// The bound of one exchange of the calling thread.
+std::chrono::milliseconds current_timeout();
+// Chooses that of the calling thread; 0: that of the environment. Returns what was chosen before.
+uint32_t choose_thread_timeout(uint32_t milliseconds);
 
 // False when the folder lies in /tmp and is not this user's own: then anybody may have made it.
 bool directory_is_safe(const std::string &directory);

@@ -126,8 +126,19 @@ private:
     Descriptor near_end, far_end; // of datagrams: the two ends of the way back
     ResultView view;
     Clock::time_point deadline;
+    std::chrono::milliseconds timeout{}; // that the sockets have
     bool waited = false; // part of the time is spent, so that the socket's own time-out would be too late
 };
+
+// Has the socket give up after the thread's bound of a call.
+bool set_timeout(int socket)
+{
+    const auto milliseconds = current_timeout().count();
+    const timeval timeout{static_cast<time_t>(milliseconds / 1000),
+                          static_cast<suseconds_t>(milliseconds % 1000 * 1000)};
+    return setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) == 0 &&
+           setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout) == 0;
+}
 
 int32_t Line::open(uint32_t to_module)
 {
@@ -145,18 +156,13 @@ int32_t Line::open(uint32_t to_module)
     Descriptor opened(::socket(AF_UNIX, (datagrams ? SOCK_DGRAM : SOCK_SEQPACKET) | SOCK_CLOEXEC, 0));
     if (!opened) return IPC_ERR_SYSTEM;
 
-    const auto milliseconds = settings().timeout.count();
-    const timeval timeout{static_cast<time_t>(milliseconds / 1000),
-                          static_cast<suseconds_t>(milliseconds % 1000 * 1000)};
-    if (setsockopt(opened.get(), SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) ||
-        setsockopt(opened.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout))
-        return IPC_ERR_SYSTEM;
+    if (!set_timeout(opened.get())) return IPC_ERR_SYSTEM;
     if (datagrams) {
         int ends[2];
         if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends)) return IPC_ERR_SYSTEM;
         near_end = Descriptor(ends[0]);
         far_end = Descriptor(ends[1]);
-        if (setsockopt(near_end.get(), SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout)) return IPC_ERR_SYSTEM;
+        if (!set_timeout(near_end.get())) return IPC_ERR_SYSTEM;
     }
     if (connect(opened.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)) {
         const int error = errno;
@@ -164,6 +170,7 @@ int32_t Line::open(uint32_t to_module)
         return value_of_connect_error(error);
     }
     socket = std::move(opened);
+    timeout = current_timeout();
     module = to_module;
     waited = true;
     return IPC_OK;
@@ -274,8 +281,12 @@ int32_t Line::receive(const RequestHeader &request, AnswerFrame &answer)
 
 int32_t Line::exchange(Packet &packet)
 {
-    deadline = Clock::now() + settings().timeout;
+    deadline = Clock::now() + current_timeout();
     waited = false;
+    if (socket && timeout != current_timeout()) {
+        timeout = current_timeout();
+        if (!set_timeout(socket.get()) || (datagrams && !set_timeout(near_end.get()))) return IPC_ERR_SYSTEM;
+    }
 
     // A kept connection may have lost its peer since the last call. What it does not take is surely not delivered.
     const RequestHeader request = packet.request.header;

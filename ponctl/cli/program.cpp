@@ -9,10 +9,16 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "call/codec/values.h"
+#include "cli/chart_options.h"
+#include "cli/run.h"
+#include "command_line/command_tree.h"
 #include "command_line/parse.h"
-#include "consent.h"
-#include "mode.h"
-#include "report.h"
+#include "output/consent.h"
+#include "output/exit_code.h"
+#include "output/mode.h"
+#include "output/report.h"
+#include "output/text.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -115,33 +121,8 @@ Program::Program(const GlobalOptions &defaults)
                 "DIR");
     tree.option("--timeout", &global.timeout, "milliseconds to wait for an answer; BOARD_IPC_TIMEOUT_MS when left out",
                 "MS");
-    add_ops(tree);
-    add_call(tree);
-    add_raw(tree);
-    add_trace(tree);
-    add_replay(tree);
-    add_idset(tree);
-    add_onu(tree);
-    add_port(tree);
-    add_arp(tree);
-    add_bulk(tree);
-    add_profile(tree);
-    add_loid(tree);
-    add_whitelist(tree);
-    add_blacklist(tree);
-    add_auth(tree);
-    add_alarm(tree);
-    add_optics(tree);
-    add_sla(tree);
-    add_p2p(tree);
-    add_fdb(tree);
-    add_upgrade(tree);
-    add_loop(tree);
-    add_config(tree);
-    add_debug(tree);
-    add_i2c(tree);
-    add_batch(*this);
-    add_shell(*this);
+    for (const Group add : groups())
+        add(*this);
 }
 
 int run_line(const std::vector<std::string> &words, const GlobalOptions &defaults)
@@ -167,7 +148,7 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
         return finish(exit_success);
     } catch (const command_line::WrongLine &error) {
         complain(error.what());
-    } catch (const UsageError &error) {
+    } catch (const Error &error) {
         complain(error.what());
     }
     return exit_usage;

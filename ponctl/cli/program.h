@@ -2,11 +2,12 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "cli/cli.h"
 #include "cli/run.h"
+#include "command_line/command_tree.h"
 
 namespace ponctl
 {
@@ -34,6 +35,9 @@ struct GlobalOptions {
     void export_settings() const;
 };
 
+// A command of the tool, and what it does.
+using Command = command_line::Command<ExitCode(const Output &)>;
+
 // Options keep what they were given: a command line has a program of its own.
 struct Program {
     explicit Program(const GlobalOptions &defaults = {});
@@ -44,6 +48,11 @@ struct Program {
     GlobalOptions global;
     std::vector<const command_line::Syntax *> line_runners; // run lines, each by itself and with the global options
 };
+
+// Adds a command of the program with all below it.
+using Group = void (*)(Program &);
+// All groups, in the order of the help. The program's top lists them.
+std::span<const Group> groups();
 
 // Runs one command line, without the program's name. What is wrong with it goes to standard error. `defaults` hold
 // where the line says nothing else.

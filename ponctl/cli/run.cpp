@@ -8,9 +8,16 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include "csv.h"
-#include "mode.h"
-#include "repeat.h"
+#include "call/exchange.h"
+#include "call/json.h"
+#include "cli/repeat.h"
+#include "output/consent.h"
+#include "output/csv.h"
+#include "output/exchanges.h"
+#include "output/exit_code.h"
+#include "output/json.h"
+#include "output/mode.h"
+#include "output/output.h"
 
 namespace ponctl
 {
@@ -54,9 +61,9 @@ private:
 // Acts once. In JSON there is one document, whatever becomes of it: how it ended, where it has no result.
 ExitCode answer(const Action &action, const Output &output)
 {
-    const size_t before = Json::written();
+    const size_t before = Json::count();
     const ExitCode code = action(output);
-    if (output.format == Format::json && Json::written() == before) print_ending(output, last_exchange(), code);
+    if (output.format == Format::json && Json::count() == before) print_ending(output, last_exchange(), code);
     return code;
 }
 
@@ -97,7 +104,7 @@ ExitCode run_dry(const Action &action, const Output &output)
         const ExitCode code = action(unseen.instead_of(output));
         show_requests(output, take_kept_requests());
         return code;
-    } catch (const UsageError &) {
+    } catch (const Error &) {
         if (const auto requests = take_kept_requests(); !requests.empty()) show_requests(output, requests);
         throw;
     }

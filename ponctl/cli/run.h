@@ -3,9 +3,10 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
-#include "errors.h"
-#include "output.h"
+#include "output/exit_code.h"
+#include "output/output.h"
 
 namespace ponctl
 {

@@ -1,10 +1,10 @@
 // The pages of the commands.
+#include <cctype>
+#include <set>
+
 #include "pages/mdoc.h"
 #include "pages/pages.h"
 #include "pages/tree.h"
-
-#include <cctype>
-#include <set>
 
 namespace ponctl
 {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "pages/mdoc.h"
 #include "text/words.h"
 
 namespace ponctl::mdoc

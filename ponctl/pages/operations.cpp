@@ -1,11 +1,12 @@
 // The page of the operations.
+#include <algorithm>
+
+#include "call/arguments.h"
+#include "describe/operation_text.h"
+#include "output/exit_code.h"
 #include "pages/mdoc.h"
 #include "pages/pages.h"
 #include "pages/tree.h"
-
-#include <algorithm>
-
-#include "operation_text.h"
 
 namespace ponctl
 {

@@ -1,7 +1,10 @@
 #include "pages/prose.h"
 
 #include <fstream>
+#include <map>
 #include <stdexcept>
+
+#include "pages/prose.h"
 
 namespace ponctl
 {

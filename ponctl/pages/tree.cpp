@@ -3,7 +3,8 @@
 #include <cctype>
 
 #include "catalogue.h"
-#include "profiles.h"
+#include "commands/profiles.h"
+#include "pages/tree.h"
 
 namespace ponctl
 {

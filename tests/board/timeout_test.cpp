@@ -69,6 +69,17 @@ TEST_P(Timeout, ends_a_call_that_is_not_answered)
     EXPECT_EQ(value, IPC_ERR_TIMEOUT);
 }
 
+TEST_P(Timeout, of_a_thread_holds_in_place_of_that_of_the_environment)
+{
+    // The first answer opens the connection, with the time-out of the environment.
+    EXPECT_EQ(echoed("first"), "first");
+    EXPECT_EQ(board_ipc_use_thread_timeout(30000), 0u);
+    EXPECT_EQ(echoed("late"), "late");
+    EXPECT_EQ(board_ipc_use_thread_timeout(0), 30000u);
+    EXPECT_EQ(echoed("late"), "");
+    EXPECT_EQ(value, IPC_ERR_TIMEOUT);
+}
+
 TEST_P(Timeout, leaves_no_late_answer_for_the_next_call)
 {
     gate.set(false);

@@ -9,7 +9,7 @@
 
 #include "cli/program.h"
 #include "pages/tree.h"
-#include "tokens.h"
+#include "shell/tokens.h"
 #include "tool.h"
 
 namespace

@@ -1,7 +1,7 @@
 // Charts of a quantity over time.
-#include "chart.h"
+#include "results/chart.h"
 
-#include "history.h"
+#include "results/history.h"
 
 #include <gtest/gtest.h>
 

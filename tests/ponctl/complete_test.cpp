@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cli/complete.h"
 #include "cli/program.h"
+#include "shell/complete.h"
 #include "text/words.h"
 
 namespace

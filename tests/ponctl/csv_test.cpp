@@ -1,5 +1,5 @@
 // JSON documents as comma-separated values.
-#include "csv.h"
+#include "output/csv.h"
 
 #include <cstdlib>
 

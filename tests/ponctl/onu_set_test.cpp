@@ -1,5 +1,5 @@
 // Sets of ONUs of a port, as a command line names them.
-#include "onu_set.h"
+#include "results/onu_set.h"
 
 #include <gtest/gtest.h>
 

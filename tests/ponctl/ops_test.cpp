@@ -6,9 +6,12 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
-#include "commands.h"
+#include "call/search.h"
+#include "cli/program.h"
+#include "command_line/parse.h"
+#include "describe/operation_page.h"
+#include "results/operands.h"
 #include "usage_error.h"
-#include "words.h"
 
 namespace
 {
@@ -186,7 +189,9 @@ TEST(Page, SaysWhatIsAskedAbout)
 TEST(Catalogue, HasNoBytesToShow)
 {
     EXPECT_EQ(usage_error_of([] {
-                  run_ops({stdout, Format::hex, true}, {});
+                  const Program program;
+                  const command_line::Line line = command_line::parse(program.tree, {"ops"});
+                  static_cast<const Command &>(*line.command).run({stdout, Format::hex, true});
               }),
               "--output: the catalogue has no bytes to show; take table, csv or json");
 }

@@ -1,5 +1,11 @@
 // What the tool writes, on something that is not a terminal.
-#include "output.h"
+#include "output/bytes.h"
+#include "output/database.h"
+#include "output/exchanges.h"
+#include "output/json.h"
+#include "output/output.h"
+#include "output/table.h"
+#include "output/text.h"
 
 #include <cstdlib>
 #include <functional>

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tokens.h"
+#include "shell/tokens.h"
 #include "usage_error.h"
 
 namespace

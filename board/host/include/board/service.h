@@ -28,6 +28,10 @@ void board_ipc_use_directory(const char *directory);
  * was set by this function before, null for none. */
 const char *board_ipc_use_thread_directory(const char *directory);
 
+/* Bounds each call of the calling thread by so many milliseconds from now on, in place of BOARD_IPC_TIMEOUT_MS; 0: by
+ * that again. Returns the bound that was set by this function before, 0 for none. */
+uint32_t board_ipc_use_thread_timeout(uint32_t milliseconds);
+
 typedef enum board_call { BOARD_CALL_SET, BOARD_CALL_GET, BOARD_CALL_DGRAM_SET, BOARD_CALL_DGRAM_GET } board_call;
 
 /* One request, as the handler sees it; nothing in it lives longer than the handler's call. */

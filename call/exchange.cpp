@@ -1,0 +1,154 @@
+#include "call/exchange.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include <dlfcn.h>
+
+#include "board/ipc.h"
+#include "call/codec/decode.h"
+
+namespace call
+{
+namespace
+{
+
+using catalogue::Class;
+using catalogue::Command;
+
+struct Watched {
+    const Sender *sender = nullptr; // null: nobody watches
+    Permission *permission = nullptr;
+    std::exception_ptr refusal;
+};
+thread_local Watched watched;
+thread_local Exchange last;
+
+void note_answer(const uint32_t *status)
+{
+    last.status = *status;
+}
+
+void note_answer(const void *response, const uint32_t *length, const uint32_t *status)
+{
+    const auto *bytes = static_cast<const uint8_t *>(response);
+    last.response.assign(bytes, bytes + *length);
+    note_answer(status);
+}
+
+// The worst of the commands that the request may be, for some share a code.
+Class impact_of(const Sender &sender, const Exchange &exchange, const Command *command)
+{
+    if (sender.operation && sender.operation->command) return sender.operation->impact;
+    if (!command)
+        return exchange.call == catalogue::Call::set || exchange.call == catalogue::Call::dgram_set
+                   ? Class::service_affecting
+                   : Class::read;
+    Class worst = Class::read;
+    for (const Command &other : catalogue::commands())
+        if (other.channel == command->channel && other.code == command->code &&
+            other.call.value_or(exchange.call) == exchange.call)
+            worst = std::max(worst, other.impact);
+    return worst;
+}
+
+// May the request be sent that was noted? The library, through which the call came, takes no exception.
+Verdict decide(const Sender &sender)
+{
+    try {
+        const Command *command = sender.operation ? sender.operation->command : nullptr;
+        const bool is_known = sender.record && last.channel;
+        if (!command && is_known) command = command_of(*sender.record, {last.channel, last.call}, last.request);
+        return watched.permission->decide(
+            {sender.doing, impact_of(sender, last, command), sender.operation, command, last});
+    } catch (...) {
+        watched.refusal = std::current_exception();
+        return Verdict::keep_back;
+    }
+}
+
+// Notes a call and, where it may, passes it on to the IPC library's function of the same name. The last of the
+// arguments is where the status word goes.
+template <class Function, class... Rest>
+int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_t msg_type, const void *request,
+                uint32_t request_length, Rest... rest)
+{
+    if (!watched.sender) return IPC_ERR_SYSTEM;
+    const auto *bytes = static_cast<const uint8_t *>(request);
+    last = {.made = true,
+            .record = watched.sender->record,
+            .channel = catalogue::find_channel(msg_type),
+            .call = call,
+            .request = {bytes, bytes + request_length},
+            .response = {}};
+    const Verdict verdict = decide(*watched.sender);
+    if (watched.refusal) return IPC_ERR_SYSTEM;
+    if (verdict == Verdict::keep_back) {
+        last.kept_back = true;
+        return IPC_OK;
+    }
+    const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+    const int32_t result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
+    last.result = result;
+    if (result == IPC_OK) note_answer(rest...);
+    return result;
+}
+
+} // namespace
+
+Watch::Watch(const Sender &sender, Permission &permission)
+{
+    watched = {&sender, &permission, nullptr};
+    last = {};
+}
+
+Watch::~Watch()
+{
+    watched = {};
+}
+
+const Exchange &Watch::exchange() const
+{
+    if (watched.refusal) std::rethrow_exception(watched.refusal);
+    return last;
+}
+
+const Exchange &last_exchange()
+{
+    return last;
+}
+
+} // namespace call
+
+using call::pass_on;
+
+extern "C" {
+
+int32_t ipc_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length, uint32_t *status)
+{
+    return pass_on<decltype(ipc_set_exec)>("ipc_set_exec", catalogue::Call::set, module, msg_type, request,
+                                           request_length, status);
+}
+
+int32_t ipc_get_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length, void *response,
+                     uint32_t *response_length, uint32_t *status)
+{
+    return pass_on<decltype(ipc_get_exec)>("ipc_get_exec", catalogue::Call::get, module, msg_type, request,
+                                           request_length, response, response_length, status);
+}
+
+int32_t ipc_dgram_get_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
+                           void *response, uint32_t *response_length, uint32_t *status)
+{
+    return pass_on<decltype(ipc_dgram_get_exec)>("ipc_dgram_get_exec", catalogue::Call::dgram_get, module, msg_type,
+                                                 request, request_length, response, response_length, status);
+}
+
+int32_t ipc_dgram_set_exec(uint32_t module, uint32_t msg_type, const void *request, uint32_t request_length,
+                           uint32_t *status)
+{
+    return pass_on<decltype(ipc_dgram_set_exec)>("ipc_dgram_set_exec", catalogue::Call::dgram_set, module, msg_type,
+                                                 request, request_length, status);
+}
+}

@@ -1,0 +1,215 @@
+#include "call/json.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+#include "call/codec/numbers.h"
+
+namespace call
+{
+namespace
+{
+
+using catalogue::Field;
+using catalogue::FieldType;
+
+bool is_utf8(std::string_view text)
+{
+    rapidjson::MemoryStream in(text.data(), text.size());
+    rapidjson::StringBuffer out;
+    while (in.Tell() < text.size())
+        if (!rapidjson::UTF8<>::Validate(in, out)) return false;
+    return true;
+}
+
+bool is_json(std::string_view text)
+{
+    rapidjson::MemoryStream in(text.data(), text.size());
+    rapidjson::BaseReaderHandler<> ignore;
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+    return !rapidjson::Reader().Parse<flags>(in, ignore).IsError();
+}
+
+template <class Writer>
+void pass_on(std::string_view document, Writer &writer)
+{
+    rapidjson::MemoryStream in(document.data(), document.size());
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    rapidjson::Reader().Parse<flags>(in, writer);
+}
+
+std::string_view text_of(std::span<const uint8_t> bytes)
+{
+    return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+}
+
+void write_field(JsonText &json, const Field &field, std::span<const uint8_t> bytes)
+{
+    switch (field.type) {
+    case FieldType::u8:
+    case FieldType::u16:
+    case FieldType::s16:
+    case FieldType::u32:
+    case FieldType::s32:
+    case FieldType::u64:
+        json.number(number_text(field, bytes));
+        break;
+    case FieldType::mac:
+        json.text(format_mac(bytes.data()));
+        break;
+    case FieldType::text:
+        json.text(field_text(bytes));
+        break;
+    case FieldType::bytes:
+        json.text(format_hex(without_trailing_zeros(bytes)));
+        break;
+    case FieldType::idset: {
+        IdSet set;
+        std::memcpy(set.data(), bytes.data(), sizeof set);
+        json.ids(set);
+        break;
+    }
+    }
+}
+
+} // namespace
+
+JsonText::JsonText() : writer(buffer)
+{
+    writer.SetIndent(' ', 2);
+}
+
+void JsonText::text(std::string_view text)
+{
+    std::string utf8;
+    if (!is_utf8(text)) {
+        for (const char c : text) {
+            const auto byte = static_cast<unsigned char>(c);
+            if (byte >= 0x80) utf8.push_back(static_cast<char>(0xc0 | byte >> 6));
+            utf8.push_back(static_cast<char>(byte >= 0x80 ? 0x80 | (byte & 0x3f) : byte));
+        }
+        text = utf8;
+    }
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+void JsonText::member(std::string_view name, std::string_view value)
+{
+    key(name);
+    text(value);
+}
+
+void JsonText::member(std::string_view name, uint32_t value)
+{
+    key(name);
+    writer.Uint(value);
+}
+
+void JsonText::number(const std::string &digits)
+{
+    writer.RawNumber(digits.data(), static_cast<rapidjson::SizeType>(digits.size()), true);
+}
+
+void JsonText::status(uint32_t status)
+{
+    member("status", status);
+    key("status_name");
+    if (const catalogue::Status *known = catalogue::find_status(status))
+        text(known->name);
+    else
+        writer.Null();
+}
+
+void JsonText::ids(const IdSet &set)
+{
+    writer.StartArray();
+    for (uint32_t id = 0; id <= max_onu_id; ++id)
+        if (holds(set, id)) writer.Uint(id);
+    writer.EndArray();
+}
+
+void JsonText::row(db_handle *database, uint32_t row)
+{
+    writer.StartObject();
+    for (uint32_t column = 0; column < db_columns(database); ++column) {
+        const char *name = db_column_name(database, column);
+        key(name);
+        const char *cell = db_get_text(database, row, name);
+        if (!cell)
+            writer.Null();
+        else if (db_get_type(database, row, name) == DB_TEXT)
+            text(cell);
+        else
+            document(cell);
+    }
+    writer.EndObject();
+}
+
+void JsonText::content(std::span<const uint8_t> bytes)
+{
+    if (is_text(text_of(bytes)))
+        text(text_of(bytes));
+    else
+        text(format_hex(bytes));
+}
+
+void JsonText::document(std::string_view document)
+{
+    if (!is_json(document)) return text(document);
+    pass_on(document, writer);
+}
+
+void JsonText::document(const db_handle *database)
+{
+    if (database)
+        document(document_of(database));
+    else
+        writer.Null();
+}
+
+void JsonText::list(const db_handle *database)
+{
+    document(database ? document_of(database) : "[]");
+}
+
+void JsonText::record(const Reading &reading)
+{
+    writer.StartObject();
+    for (const DecodedField &decoded : decode(reading)) {
+        key(decoded.field->name);
+        field(*decoded.field, reading);
+    }
+    writer.EndObject();
+}
+
+void JsonText::field(const catalogue::Field &field, const Reading &reading)
+{
+    write_field(*this, field, field_bytes(field, reading.bytes));
+}
+
+std::string_view document_of(const db_handle *database)
+{
+    uint32_t length = 0;
+    const char *text = db_text(database, &length);
+    return {text, length};
+}
+
+std::string compact(std::string_view document)
+{
+    rapidjson::StringBuffer line;
+    Passing<rapidjson::Writer<rapidjson::StringBuffer>> writer(line);
+    pass_on(document, writer);
+    return {line.GetString(), line.GetSize()};
+}
+
+bool is_text(std::string_view content)
+{
+    return is_utf8(content) && std::ranges::none_of(content, [](unsigned char byte) {
+               return (byte < ' ' && byte != '\t' && byte != '\n') || byte == 0x7f;
+           });
+}
+
+} // namespace call

@@ -1,0 +1,22 @@
+// What an operation delivered, as values.
+#pragma once
+
+#include <functional>
+
+#include "call/invocation.h"
+#include "call/json.h"
+
+namespace call
+{
+
+// Visits the arguments through which the operation delivered something, by their indices.
+void for_each_output(const Invocation &called, const std::function<void(size_t index)> &visit);
+
+// What it delivered through one argument: rows of a database as an array of objects, a record as an object of its
+// fields, a number, or a text.
+void write_output(JsonText &json, const Invocation &called, size_t index);
+
+// An object of all that it delivered; null where it was not answered.
+void write_outputs(JsonText &json, const Invocation &called);
+
+} // namespace call

@@ -1,9 +1,0 @@
-// The board's edition has no shell, for it has no libedit.
-#include "cli/cli.h"
-
-namespace ponctl
-{
-
-void add_shell(Program &) {}
-
-} // namespace ponctl

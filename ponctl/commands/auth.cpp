@@ -1,0 +1,100 @@
+// ponctl auth: how the ONUs of a port prove who they are.
+#include <algorithm>
+
+#include "call/invocation.h"
+#include "cli/operand_help.h"
+#include "cli/program.h"
+#include "output/consent.h"
+#include "output/database.h"
+#include "output/exit_code.h"
+#include "output/report.h"
+#include "results/delivered.h"
+#include "results/operands.h"
+#include "results/sections.h"
+#include "text/words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+struct AuthOptions {
+    std::string port, mode, loid, password;
+};
+
+constexpr size_t longest_loid = 24;
+constexpr size_t longest_password = 12;
+
+std::string mode_of(const std::string &word)
+{
+    const auto mode = std::ranges::find(auth_modes, word);
+    if (mode == auth_modes.end()) throw UsageError("MODE: '" + word + "' is not one of " + text::join(auth_modes));
+    return std::to_string(mode - auth_modes.begin());
+}
+
+ExitCode run_auth_show(const Output &output, const std::string &port)
+{
+    constexpr TableStyle style{.filled_only = true, .worded = "mode", .words = auth_modes};
+    if (port_of(port) == "0") return run_list(output, "bsp_pon_onu_auth_infolist_get", {}, style);
+    return run_list(output, "bsp_pon_exec_get_json_",
+                    words_of({{"cmd", "BSP_CMD_AUTH_LIST"}, {"pon_port", port_of(port)}}), style);
+}
+
+ExitCode run_auth_set(const Output &output, const AuthOptions &options)
+{
+    const std::string port = port_of(options.port);
+    const std::string mode = mode_of(options.mode);
+    check_text("--loid", options.loid, longest_loid);
+    check_text("--password", options.password, longest_password);
+    if (options.loid.empty() && !options.password.empty())
+        throw UsageError("--password: goes with --loid, whose password it is");
+    ask_before("bsp_pon_onu_auth_mode_type_set", "having the ONUs of port " + port + " prove anew who they are");
+    return run_call(
+        output, "bsp_pon_onu_auth_mode_type_set",
+        words_of({{"pon_port", port}, {"text_a", options.loid}, {"text_b", options.password}, {"mode", mode}}));
+}
+
+ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
+{
+    const std::string port = port_of(options.port);
+    check_text("LOID", options.loid, longest_loid);
+    if (options.loid.empty()) throw UsageError("LOID: empty");
+    ask_before("bsp_pon_onu_auth_set",
+               "having the ONUs of port " + port + " prove anew who they are, without LOID " + options.loid);
+    // What removes a record sets the mode too, so it must state the one that holds.
+    const Invocation current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}), consent());
+    if (!current.good()) return report(current);
+    expect_answer(current);
+    const Reading reading = current.response();
+    const catalogue::Field &mode = *catalogue::find_field(reading.record->fields, "arg_word12");
+    return run_call(output, "bsp_pon_onu_auth_set",
+                    words_of({{"record.pon_port", port},
+                              {"record.arg_word12", std::to_string(load_word(field_bytes(mode, reading.bytes).data()))},
+                              {"record.text45", options.loid},
+                              {"record.remove", "1"}}));
+}
+
+} // namespace
+
+void add_auth(Program &program)
+{
+    Command &auth = program.tree.add("auth", "Shows and sets how the ONUs of a port prove who they are");
+
+    Command &show = auth.add("show", "Shows the mode of every port, or the LOIDs of one");
+    std::string &port = show.runs(run_auth_show);
+    show.argument("PORT", &port, "PON port number; a summary of all ports when left out");
+
+    Command &set = auth.add("set", "Sets the mode of a port, and adds a LOID or changes its password");
+    AuthOptions &wanted = set.runs(run_auth_set);
+    set.argument("PORT", &wanted.port, port_help).is_required();
+    set.argument("MODE", &wanted.mode, "one of " + text::join(auth_modes), text::join(auth_modes, "|")).is_required();
+    set.option("--loid", &wanted.loid, "LOID that is accepted, at most 24 characters", "LOID");
+    set.option("--password", &wanted.password, "its password, at most 12 characters; none when left out", "PASSWORD");
+
+    Command &remove = auth.add("remove", "Removes a LOID from a port; the mode stays");
+    AuthOptions &unwanted = remove.runs(run_auth_remove);
+    remove.argument("PORT", &unwanted.port, port_help).is_required();
+    remove.argument("LOID", &unwanted.loid, "the LOID").is_required();
+}
+
+} // namespace ponctl

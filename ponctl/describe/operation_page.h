@@ -1,0 +1,21 @@
+// What the catalogue says of an operation, or of a local function: a page for people, an object for programs.
+#pragma once
+
+#include <string_view>
+
+#include "catalogue.h"
+#include "output/json.h"
+#include "output/output.h"
+
+namespace ponctl
+{
+
+inline constexpr std::string_view local_class = "local"; // of functions that make no request
+
+void print_page(const Output &output, const catalogue::Operation &operation);
+void print_page(const Output &output, const catalogue::Function &function);
+
+void write_operation(Json &json, const catalogue::Operation &operation);
+void write_function(Json &json, const catalogue::Function &function);
+
+} // namespace ponctl

@@ -1,0 +1,156 @@
+#include "output/database.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "board/datastore.h"
+#include "call/json.h"
+#include "catalogue.h"
+#include "output/bytes.h"
+#include "output/exit_code.h"
+#include "output/output.h"
+#include "output/table.h"
+#include "output/text.h"
+
+namespace ponctl
+{
+namespace
+{
+
+std::string cell_text(db_handle *database, uint32_t row, const char *column)
+{
+    switch (db_get_type(database, row, column)) {
+    case DB_NONE:
+        return "-";
+    case DB_BOOL: {
+        int value = 0;
+        db_get_bool(database, row, column, &value);
+        return value ? "yes" : "no";
+    }
+    case DB_INTEGER:
+    case DB_REAL:
+    case DB_TEXT:
+    case DB_NESTED:
+        break;
+    }
+    const char *text = db_get_text(database, row, column);
+    return text ? text : "-";
+}
+
+// A number as the word for it, where it has one.
+std::string cell_word(db_handle *database, uint32_t row, const std::string &column,
+                      std::span<const std::string_view> words)
+{
+    int64_t number = 0;
+    const bool known = db_get_integer(database, row, column.c_str(), &number) == 0 && number >= 0 &&
+                       static_cast<uint64_t>(number) < words.size();
+    return known ? std::string(words[static_cast<size_t>(number)]) : cell_text(database, row, column.c_str());
+}
+
+bool is_empty(std::span<const Owned> databases, const std::string &column)
+{
+    for (const Owned &owned : databases)
+        for (uint32_t row = 0; row < db_rows(owned.database); ++row)
+            if (db_get_type(owned.database, row, column.c_str()) != DB_NONE) return false;
+    return true;
+}
+
+struct ViewColumn {
+    std::string name;
+    Table::Heading heading;
+};
+
+Table::Fit fit_of(catalogue::ColumnType type)
+{
+    switch (type) {
+    case catalogue::ColumnType::u32:
+    case catalogue::ColumnType::u64:
+    case catalogue::ColumnType::real:
+        return Table::Fit::right;
+    case catalogue::ColumnType::mac:
+    case catalogue::ColumnType::boolean:
+        return Table::Fit::whole;
+    case catalogue::ColumnType::text:
+        return Table::Fit::wrap;
+    }
+    return Table::Fit::wrap;
+}
+
+std::vector<ViewColumn> columns_of(std::span<const Owned> databases, const catalogue::View *view)
+{
+    std::vector<ViewColumn> columns;
+    if (view)
+        for (const catalogue::Column &column : view->columns) {
+            std::string title(column.title);
+            if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
+            columns.push_back({std::string(column.name), {title, fit_of(column.type)}});
+        }
+    for (const Owned &owned : databases)
+        for (uint32_t index = 0; index < db_columns(owned.database); ++index) {
+            const std::string name = db_column_name(owned.database, index);
+            if (std::ranges::find(columns, name, &ViewColumn::name) == columns.end())
+                columns.push_back({name, {name, Table::Fit::wrap}});
+        }
+    return columns;
+}
+
+// The rows of databases, with their owners in a first column if that has a title.
+void print_rows(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
+                const catalogue::View *view, const TableStyle &style)
+{
+    std::vector<ViewColumn> columns = columns_of(databases, view);
+    if (style.filled_only)
+        std::erase_if(columns, [databases](const ViewColumn &column) { return is_empty(databases, column.name); });
+    std::vector<Table::Heading> headings;
+    if (!owner_title.empty()) headings.push_back({owner_title});
+    for (const ViewColumn &column : columns)
+        headings.push_back(
+            {column.heading.title, column.name == style.worded ? Table::Fit::whole : column.heading.fit});
+    Table table(std::move(headings));
+    for (const auto &[owner, database] : databases)
+        for (uint32_t row = 0; row < db_rows(database); ++row) {
+            std::vector<std::string> cells;
+            if (!owner_title.empty()) cells.push_back(owner);
+            for (const ViewColumn &column : columns)
+                cells.push_back(column.name == style.worded ? cell_word(database, row, column.name, style.words)
+                                                            : cell_text(database, row, column.name.c_str()));
+            table.add(std::move(cells));
+        }
+    table.print(output);
+}
+
+void print_document(const Output &output, std::string_view document)
+{
+    print_bytes(output, {reinterpret_cast<const uint8_t *>(document.data()), document.size()});
+}
+
+} // namespace
+
+void print_database(const Output &output, db_handle *database, const catalogue::View *view, const TableStyle &style)
+{
+    const std::string_view document = document_of(database);
+    if (output.format == Format::hex) return print_document(output, document);
+    if (db_rows(database) == 0 && document != "[]") {
+        std::fprintf(output.stream, "%s\n", printable(document).c_str());
+        return;
+    }
+    print_rows(output, {}, std::array{Owned{{}, database}}, view, style);
+}
+
+void print_databases(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
+                     const catalogue::View *view)
+{
+    print_rows(output, owner_title, databases, view, {});
+}
+
+void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view)
+{
+    if (output.format == Format::hex) return print_document(output, document_of(database));
+    Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
+    for (const ViewColumn &column : columns_of(std::array{Owned{{}, database}}, view))
+        table.add({column.heading.title, cell_text(database, row, column.name.c_str())});
+    table.print(output);
+}
+
+} // namespace ponctl

@@ -1,0 +1,69 @@
+#include "output/exchanges.h"
+
+#include "call/codec/decode.h"
+#include "call/exchange.h"
+#include "output/bytes.h"
+#include "output/exit_code.h"
+#include "output/json.h"
+#include "output/output.h"
+
+namespace ponctl
+{
+namespace
+{
+
+void write_request(Json &json, const Exchange &exchange)
+{
+    json->StartObject();
+    json.member("channel", exchange.channel->name);
+    json.member("call", catalogue::to_text(exchange.call));
+    json.member("length", static_cast<uint32_t>(exchange.request.size()));
+    json.key("request");
+    json.record(read_record(*exchange.record, {exchange.channel, exchange.call}, exchange.request));
+    json.member("bytes", format_hex(without_trailing_zeros(exchange.request)));
+    json->EndObject();
+}
+
+void print_request(const Output &output, const Exchange &exchange)
+{
+    const Reading reading = read_record(*exchange.record, {exchange.channel, exchange.call}, exchange.request);
+    if (output.format == Format::table) {
+        std::fprintf(output.stream, "not sent: %s on %s, %zu bytes\n",
+                     std::string(catalogue::to_text(exchange.call)).c_str(),
+                     std::string(exchange.channel->name).c_str(), exchange.request.size());
+        print_fields(output, reading);
+    }
+    print_bytes(output, exchange.request, &reading);
+}
+
+} // namespace
+
+void print_requests(const Output &output, std::span<const Exchange> requests)
+{
+    if (output.format == Format::json) {
+        Json json(output.stream);
+        json->StartArray();
+        for (const Exchange &exchange : requests)
+            write_request(json, exchange);
+        json->EndArray();
+        return;
+    }
+    if (requests.empty()) std::fputs("nothing would be sent\n", output.stream);
+    for (const Exchange &exchange : requests) {
+        if (&exchange != &requests.front()) std::fputc('\n', output.stream);
+        print_request(output, exchange);
+    }
+}
+
+void print_ending(const Output &output, const Exchange &last, int exit_code)
+{
+    Json json(output.stream);
+    json->StartObject();
+    json.member("exit_code", static_cast<uint32_t>(exit_code));
+    json.key("ipc_result");
+    json->Int(last.result);
+    json.status(last.status);
+    json->EndObject();
+}
+
+} // namespace ponctl

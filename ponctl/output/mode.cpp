@@ -1,0 +1,12 @@
+#include "output/mode.h"
+
+namespace ponctl
+{
+
+Mode &mode()
+{
+    static Mode current;
+    return current;
+}
+
+} // namespace ponctl

@@ -1,0 +1,58 @@
+// Tables of the board's edition, which has no libsmartcols: every cell whole on its line, a terminal like anything
+// else.
+#include "output/table.h"
+
+#include <algorithm>
+
+#include "output/output.h"
+#include "output/text.h"
+
+namespace ponctl
+{
+namespace
+{
+
+constexpr const char *plain = "\033[0m";
+
+// How many characters a text has: of UTF-8, the bytes that start one.
+size_t characters_in(const std::string &text)
+{
+    return static_cast<size_t>(
+        std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0) != 0x80; }));
+}
+
+} // namespace
+
+size_t Table::width_of(size_t column) const
+{
+    size_t width = characters_in(headings[column].title);
+    for (const auto &row : rows)
+        width = std::max(width, characters_in(printable(row[column])));
+    return width;
+}
+
+void Table::print(const Output &output) const
+{
+    const auto print_line = [&](auto text_of, auto colour_of_text) {
+        std::string line;
+        for (size_t column = 0; column < headings.size(); ++column) {
+            const std::string text = printable(text_of(column));
+            const bool last = column + 1 == headings.size(), right = headings[column].fit == Fit::right;
+            const std::string filler(width_of(column) - characters_in(text), ' ');
+            const char *colour = output.colours ? colour_of_text(text) : nullptr;
+            line += (column > 0 ? " " : "") + (right ? filler : "");
+            line += colour && !text.empty() ? colour + text + plain : text;
+            if (!right && !last) line += filler;
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        std::fprintf(output.stream, "%s\n", line.c_str());
+    };
+    if (rows.empty()) return;
+    if (output.headings)
+        print_line([this](size_t column) -> const std::string & { return headings[column].title; },
+                   [](const std::string &) { return bold; });
+    for (const auto &row : rows)
+        print_line([&row](size_t column) -> const std::string & { return row[column]; }, colour_of);
+}
+
+} // namespace ponctl

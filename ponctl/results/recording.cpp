@@ -1,0 +1,103 @@
+#include "results/recording.h"
+
+#include <bit>
+#include <ctime>
+#include <functional>
+
+#include "board/ipc.h"
+#include "call/codec/decode.h"
+#include "output/exit_code.h"
+#include "output/report.h"
+
+namespace ponctl
+{
+namespace
+{
+
+constexpr int host_order = std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN : BOARD_TRACE_LITTLE_ENDIAN;
+
+// The record that a request of this length is: the channel's own, or another of exactly that length.
+const catalogue::Record &record_of(const catalogue::Channel &channel, size_t length)
+{
+    if (!channel.record->payload && channel.record->size != length)
+        for (const catalogue::Record &record : catalogue::records())
+            if (record.size == length) return record;
+    return *channel.record;
+}
+
+} // namespace
+
+Traced::Traced(const board_trace_entry &entry, bool swapped)
+    : record(entry.record),
+      channel(catalogue::find_channel(record.msg_type)),
+      request(entry.request, entry.request + record.request_length),
+      response(entry.response, entry.response + record.response_length),
+      result(entry.result ? entry.result : "", record.result_carried)
+{
+    if (!channel) return;
+    kind = &record_of(*channel, request.size());
+    if (swapped) swap_words(*kind, place(), request);
+    command = command_of(*kind, place(), request);
+    if (swapped) swap_words(answer_record(*kind, command), place(true), response);
+}
+
+Reading Traced::reading(bool of_answer) const
+{
+    return read_record(of_answer ? answer_record(*kind, command) : *kind, place(of_answer), bytes(of_answer));
+}
+
+std::optional<uint32_t> Traced::code() const
+{
+    if (!kind || !kind->command || request.size() < kind->command->offset + sizeof(uint32_t)) return std::nullopt;
+    return load_word(request.data() + kind->command->offset);
+}
+
+std::string Traced::command_text() const
+{
+    if (command) return std::string(command->name);
+    const auto number = code();
+    return number ? std::to_string(*number) : "-";
+}
+
+std::string Traced::outcome() const
+{
+    if (answered()) return describe_status(record.status);
+    return "IPC failure " + std::to_string(record.ipc_result) + ": " + ipc_strerror(record.ipc_result);
+}
+
+std::string Traced::time() const
+{
+    constexpr uint64_t second = 1000000000;
+    const auto seconds = static_cast<std::time_t>(record.time / second);
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    char date[32], fraction[16];
+    std::strftime(date, sizeof date, "%Y-%m-%dT%H:%M:%S", &parts);
+    std::snprintf(fraction, sizeof fraction, ".%06uZ", static_cast<unsigned>(record.time % second / 1000));
+    return std::string(date) + fraction;
+}
+
+TraceFile::TraceFile(const std::string &file)
+{
+    const char *error = nullptr;
+    trace.reset(board_trace_open(file.c_str(), &error));
+    if (!trace) throw UsageError("FILE: cannot read '" + file + "': " + error);
+}
+
+bool TraceFile::is_foreign() const
+{
+    return board_trace_byte_order(trace.get()) != host_order;
+}
+
+std::optional<size_t> TraceFile::each(const std::function<void(const Traced &)> &show) const
+{
+    board_trace_entry entry;
+    int more = 0;
+    size_t count = 0;
+    for (; (more = board_trace_next(trace.get(), &entry)) == 1; ++count)
+        show(Traced(entry, is_foreign()));
+    if (more == 0) return std::nullopt;
+    return count;
+}
+
+} // namespace ponctl

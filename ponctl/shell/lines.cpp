@@ -1,0 +1,149 @@
+#include "shell/lines.h"
+
+#include <cerrno>
+#include <cstring>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "cli/program.h"
+#include "output/report.h"
+
+namespace ponctl
+{
+namespace
+{
+
+constexpr const char *quick_answer = "500"; // milliseconds
+
+volatile std::sig_atomic_t interrupt_came = 0;
+
+// Leaves interrupts to the children while it lives, and notes that one came.
+class NotedInterrupts
+{
+public:
+    NotedInterrupts()
+    {
+        interrupt_came = 0;
+        struct sigaction note {
+        };
+        note.sa_handler = [](int) { interrupt_came = 1; };
+        sigaction(SIGINT, &note, &before);
+    }
+    ~NotedInterrupts() { sigaction(SIGINT, &before, nullptr); }
+    NotedInterrupts(const NotedInterrupts &) = delete;
+    NotedInterrupts &operator=(const NotedInterrupts &) = delete;
+
+    bool any() const { return interrupt_came; }
+
+private:
+    struct sigaction before;
+};
+
+// The whole life of a child. What it cannot handle ends it: it must never go on where its parent does.
+[[noreturn]] void live(const std::function<int()> &act) noexcept
+{
+    const int code = act();
+    std::fflush(stdout);
+    _exit(code);
+}
+
+pid_t start_child(const struct sigaction &interrupt, const std::function<int()> &act)
+{
+    std::fflush(stdout); // or the child would write it, too
+    // An interrupt that comes now waits until the child can be ended by it.
+    sigset_t held, before;
+    sigemptyset(&held);
+    sigaddset(&held, SIGINT);
+    sigprocmask(SIG_BLOCK, &held, &before);
+    const pid_t child = fork();
+    if (child == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        sigaction(SIGINT, &interrupt, nullptr);
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+        live(act);
+    }
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+    return child;
+}
+
+// Returns the exit code.
+int wait_for(pid_t child)
+{
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR)
+        ;
+    if (!WIFSIGNALED(status)) return WEXITSTATUS(status);
+    const int signal = WTERMSIG(status);
+    if (signal != SIGINT) complain(std::string("the command was ended by a signal: ") + strsignal(signal));
+    return 128 + signal;
+}
+
+void redirect(int descriptor, const char *file, int flags)
+{
+    const int opened = open(file, flags | O_CLOEXEC);
+    if (opened < 0 || dup2(opened, descriptor) < 0) _exit(exit_ipc);
+}
+
+std::string contents(int descriptor)
+{
+    std::string text;
+    char chunk[4096];
+    for (ssize_t length; (length = read(descriptor, chunk, sizeof chunk)) != 0;) {
+        if (length > 0)
+            text.append(chunk, static_cast<size_t>(length));
+        else if (errno != EINTR)
+            break;
+    }
+    return text;
+}
+
+} // namespace
+
+Lines::Lines(const GlobalOptions &defaults) : options(defaults)
+{
+    options.nested = true;
+    sigaction(SIGINT, nullptr, &interrupt);
+    std::signal(SIGCHLD, SIG_DFL); // or exit codes are lost where a parent of ours ignores them
+}
+
+Ended Lines::run(const std::vector<std::string> &words, bool has_input) const
+{
+    const NotedInterrupts interrupts;
+    const pid_t child = start_child(interrupt, [&] {
+        if (!has_input) redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
+        return run_line(words, options);
+    });
+    if (child < 0) {
+        complain(std::string("cannot start a process: ") + std::strerror(errno));
+        return {exit_ipc, false};
+    }
+    const int code = wait_for(child);
+    return {code, interrupts.any()};
+}
+
+std::string Lines::json_of(const std::vector<std::string> &words) const
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC)) return {};
+    const pid_t child = start_child(interrupt, [&] {
+        redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
+        redirect(STDERR_FILENO, "/dev/null", O_WRONLY);
+        if (dup2(ends[1], STDOUT_FILENO) < 0) return static_cast<int>(exit_ipc);
+        GlobalOptions quick;
+        quick.nested = true;
+        quick.socket_dir = options.socket_dir;
+        quick.format = "json";
+        quick.timeout = quick_answer;
+        return run_line(words, quick);
+    });
+    close(ends[1]);
+    std::string json = child < 0 ? std::string() : contents(ends[0]);
+    close(ends[0]);
+    return child >= 0 && wait_for(child) == exit_success ? json : std::string();
+}
+
+} // namespace ponctl

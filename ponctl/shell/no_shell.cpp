@@ -1,0 +1,9 @@
+// The board's edition has no shell, for it has no libedit.
+#include "cli/program.h"
+
+namespace ponctl
+{
+
+void add_shell(Program &) {}
+
+} // namespace ponctl

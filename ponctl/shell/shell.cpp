@@ -1,0 +1,119 @@
+// ponctl shell.
+#include <csignal>
+#include <cstdlib>
+
+#include <unistd.h>
+
+#include "cli/program.h"
+#include "output/report.h"
+#include "shell/batch.h"
+#include "shell/complete.h"
+#include "shell/line_editor.h"
+#include "shell/lines.h"
+#include "shell/tokens.h"
+#include "text/words.h"
+
+namespace ponctl
+{
+namespace
+{
+
+constexpr const char *footer =
+    "TAB completes commands, options and arguments, also by what the service knows; ? shows what can come next. "
+    "Ctrl-C ends a command that runs, or empties the line. Ctrl-D, exit and quit leave. Where a command fails, the "
+    "prompt has its exit code. Lines are kept in $XDG_STATE_HOME/ponctl/history, or ~/.local/state/ponctl/history, "
+    "but for those with passwords. The global options hold for every line that does not say otherwise. Without a "
+    "terminal on standard input, lines are run as 'ponctl batch -' does.";
+
+std::filesystem::path history_file()
+{
+    const char *state = std::getenv("XDG_STATE_HOME"), *home = std::getenv("HOME");
+    const std::filesystem::path below = std::filesystem::path("ponctl") / "history";
+    if (state && *state == '/') return state / below;
+    return home && *home == '/' ? std::filesystem::path(home) / ".local/state" / below : std::filesystem::path();
+}
+
+// Whether a line may hold a password. One too many stays out of the history rather than one too few.
+bool is_secret(const std::string &line)
+{
+    return text::lower_case(line).find("passw") != line.npos;
+}
+
+class Shell
+{
+public:
+    explicit Shell(const GlobalOptions &global)
+        : lines(global),
+          editor("ponctl",
+                 {[this](std::string_view line) { return complete(line); },
+                  [this](std::string_view line) { return help_at(line, ask); },
+                  [](std::string_view line) {
+                      const Typed typed = split_typed(line);
+                      return typed.quote || typed.comment;
+                  }},
+                 history_file())
+    {
+        // Interrupts are for the commands, and come late where one has ended.
+        std::signal(SIGINT, SIG_IGN);
+        std::signal(SIGQUIT, SIG_IGN);
+    }
+
+    void run()
+    {
+        while (const auto line = editor.read(code == 0 ? "ponctl> " : "ponctl [" + std::to_string(code) + "]> "))
+            if (!run_one(*line)) return;
+        std::putchar('\n');
+    }
+
+private:
+    LineEditor::Completed complete(std::string_view line) const
+    {
+        const Tab tab = press_tab(line, ask);
+        return {tab.typed, tab.choice};
+    }
+
+    // Whether to go on.
+    bool run_one(const std::string &line)
+    {
+        if (line.find_first_not_of(" \t") == line.npos) return true;
+        if (!is_secret(line)) editor.keep(line);
+        try {
+            const std::vector<std::string> words = split_line(line);
+            if (words.empty()) return true;
+            if (words.size() == 1 && (words[0] == "exit" || words[0] == "quit")) return false;
+            const Ended ended = lines.run(words, true);
+            if (ended.interrupted) std::putchar('\n');
+            code = ended.code;
+        } catch (const Error &error) {
+            complain(error.what());
+            code = exit_usage;
+        }
+        return true;
+    }
+
+    const Lines lines;
+    const Ask ask = [this](const std::vector<std::string> &words) { return lines.json_of(words); };
+    int code = exit_success; // of the last command
+    LineEditor editor;
+};
+
+ExitCode run_shell(const Output &output, const GlobalOptions &global)
+{
+    refuse_nested(global, "shell");
+    if (!isatty(STDIN_FILENO)) return run_batch(output, {"-"}, global);
+    Shell(global).run();
+    return exit_success;
+}
+
+} // namespace
+
+void add_shell(Program &program)
+{
+    Command &shell = program.tree.add("shell", "Runs the lines that you type, with completion and history");
+    shell.hidden = program.global.nested;
+    shell.footer = footer;
+    shell.run = [&global = program.global](const Output &output) { return run_shell(output, global); };
+    program.line_runners.push_back(&shell);
+}
+
+} // namespace ponctl
