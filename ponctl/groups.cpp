@@ -1,25 +1,20 @@
-// The commands of the program: which groups there are. A group is a file that adds it.
+// The commands of the program: those of groups.inc.
 #include "cli/program.h"
-
-// One line a group, in the order of the help.
-#define GROUPS(group)                                                                                                  \
-    group(ops) group(call) group(raw) group(trace) group(replay) group(idset) group(onu) group(port) group(arp)        \
-        group(bulk) group(profile) group(loid) group(whitelist) group(blacklist) group(auth) group(alarm)              \
-            group(optics) group(sla) group(p2p) group(fdb) group(upgrade) group(loop) group(config) group(debug)       \
-                group(i2c) group(batch) group(shell)
 
 namespace ponctl
 {
 
-#define DECLARE(name) void add_##name(Program &program);
-GROUPS(DECLARE)
-#undef DECLARE
+#define GROUP(name) void add_##name(Program &program);
+#include "groups.inc"
+#undef GROUP
 
 std::span<const Group> groups()
 {
-#define ENTRY(name) add_##name,
-    static constexpr Group all[]{GROUPS(ENTRY)};
-#undef ENTRY
+    static constexpr Group all[]{
+#define GROUP(name) add_##name,
+#include "groups.inc"
+#undef GROUP
+    };
     return all;
 }
 

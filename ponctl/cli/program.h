@@ -51,7 +51,7 @@ struct Program {
 
 // Adds a command of the program with all below it.
 using Group = void (*)(Program &);
-// All groups, in the order of the help. The program's top lists them.
+// All groups, in the order of the help: those of groups.inc.
 std::span<const Group> groups();
 
 // Runs one command line, without the program's name. What is wrong with it goes to standard error. `defaults` hold

@@ -23,7 +23,7 @@ struct DebugView {
 };
 
 // The settings of a PHY, from the highest bit on; one has no meaning.
-inline constexpr std::array<std::string_view, 8> phy_settings{
+constexpr std::array<std::string_view, 8> phy_settings{
     "reset", "loopback", "", "auto-negotiation", "power-down", "isolate", "restart-negotiation", "full-duplex"};
 
 struct DebugOptions {

@@ -16,7 +16,7 @@ namespace
 {
 
 // How ports that a loop shut recover, from 0 on.
-inline constexpr std::array<std::string_view, 2> loop_modes{"automatic", "manual"};
+constexpr std::array<std::string_view, 2> loop_modes{"automatic", "manual"};
 
 ExitCode send(const char *operation, const char *argument, const std::string &value)
 {

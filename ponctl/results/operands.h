@@ -1,4 +1,4 @@
-// What the commands for daily work share: each calls operations with their arguments filled in.
+// What command lines call ports, ONUs and operations, and the arguments of operations that come of it.
 #pragma once
 
 #include <cstdint>

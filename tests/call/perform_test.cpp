@@ -1,4 +1,7 @@
 // Calls against a service, and what may be called.
+#include <cstring>
+#include <thread>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -106,6 +109,26 @@ TEST_F(Performed, EndsAtItsDeadline)
     hurried.deadline = 50;
     EXPECT_EQ(perform(hurried, everything).ipc_result, IPC_ERR_TIMEOUT);
     EXPECT_EQ(board_ipc_use_thread_timeout(0), 0u) << "the deadline outlives its call";
+}
+
+TEST_F(Performed, GoesOnInSeveralThreadsAtOnce)
+{
+    serve([](const board_request &request, board_answer *answer) {
+        uint32_t port;
+        std::memcpy(&port, static_cast<const uint8_t *>(request.data) + 4, sizeof port);
+        board_answer_status(answer, port);
+    });
+    std::vector<std::thread> threads;
+    for (uint32_t port = 1; port <= 4; ++port)
+        threads.emplace_back([port] {
+            UpTo permission(Class::read);
+            Call asked = reading;
+            asked.arguments[1].value = std::to_string(port);
+            for (int round = 0; round < 50; ++round)
+                EXPECT_EQ(perform(asked, permission).status, port);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
 }
 
 TEST_F(Performed, OfAWrongCallSendsNothing)

@@ -27,7 +27,7 @@ namespace
 
 constexpr const char *onu_help = "ONU id on the port, or MAC address, unless PORT has the ids";
 
-// The commands of daily work. A port that is left out stands for all.
+// A port that is left out stands for all.
 struct OnuOptions {
     std::string port; // or a set, without an ONU
     std::string onu;  // id or MAC address

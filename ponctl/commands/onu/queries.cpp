@@ -36,8 +36,8 @@ struct ServicesOptions {
 };
 
 // What `onu services` shows.
-inline constexpr std::array<std::string_view, 9> onu_services{"wan",  "wlan", "catv", "voip", "acl",
-                                                              "dhcp", "fec",  "time", "mgmt"};
+constexpr std::array<std::string_view, 9> onu_services{"wan",  "wlan", "catv", "voip", "acl",
+                                                       "dhcp", "fec",  "time", "mgmt"};
 
 // A call whose answer is a part of the result.
 struct Query {
