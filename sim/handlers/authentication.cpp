@@ -12,7 +12,7 @@ namespace
 Outcome auth_set(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_pon_msg>();
-    const auto remove = request.read<uint32_t>(layout::auth_record::remove);
+    const auto remove = request.get(layout::auth_record::remove);
     AuthRequest wanted{record.arg_word12, {}, {}, remove == 1};
     const bool texts_are_good = get_text(record.text45, wanted.loid) && get_text(record.text109, wanted.password);
     if (!texts_are_good || remove > 1) return {PON_ERR_BAD_RECORD};
@@ -81,7 +81,7 @@ Outcome auth_list(const Olt &olt, const Request &request)
 Outcome confirm(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_pon_msg>();
-    const auto by_mode = request.read<uint8_t>(layout::onu_confirm::by_mode);
+    const auto by_mode = request.get(layout::onu_confirm::by_mode);
     if (by_mode > 1) return {PON_ERR_BAD_RECORD};
     const Confirmation confirmation{.exempt = by_mode == 0, .mode = record.arg_word36};
     return to_outcome(confirm_onu(olt, record.pon_port, record.onu_id, mac_of(record), confirmation));

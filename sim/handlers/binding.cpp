@@ -67,8 +67,8 @@ Outcome sort_batch(const Olt &olt, const Request &request)
 
 Outcome set_opt_range(const Olt &olt, const Request &request)
 {
-    const RangingLimits limits{request.read<uint32_t>(layout::opt_range::min_distance),
-                               request.read<uint32_t>(layout::opt_range::max_distance)};
+    const RangingLimits limits{request.get(layout::opt_range::min_distance),
+                               request.get(layout::opt_range::max_distance)};
     return to_outcome(set_ranging_limits(olt, request.read<bsp_pon_msg>().pon_port, limits));
 }
 

@@ -133,15 +133,15 @@ Outcome stats_of_all(const Olt &olt, const Request &)
 
 // What an ONU was told by a setting command, in a word or byte of its block; 0 where it was told nothing.
 template <class Number>
-Number told(const Olt &olt, const RemoteOnu &onu, uint32_t command, uint32_t offset)
+Number told(const Olt &olt, const RemoteOnu &onu, uint32_t command, layout::At<Number> at)
 {
-    const OnuBlock nothing(offset + sizeof(Number) - offsetof(bsp_onu_msg, onu_data));
-    return setting_of(olt, onu.place(command), Side::local, nothing).get<Number>(offset);
+    const OnuBlock nothing(at.end() - offsetof(bsp_onu_msg, onu_data));
+    return setting_of(olt, onu.place(command), Side::local, nothing).get(at);
 }
 
 bool has_rules(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
 {
-    return classification(olt, onu, uni, Side::local).get<uint8_t>(layout::onu_classification::count) != 0;
+    return classification(olt, onu, uni, Side::local).get(layout::onu_classification::count) != 0;
 }
 
 uint32_t config_word(const Olt &olt, const RemoteOnu &onu)
@@ -149,14 +149,14 @@ uint32_t config_word(const Olt &olt, const RemoteOnu &onu)
     constexpr uint32_t fec_enabled = 2; // as CTC numbers it
     uint32_t word = 0;
     const auto put = [&word](uint32_t bit, bool set) { word |= uint32_t{set} << bit; };
-    put(0, told<uint8_t>(olt, onu, BSP_CMD_ONU_MGMT_GET, layout::onu_mgmt::mode) != 0);
-    put(1, told<uint32_t>(olt, onu, BSP_CMD_ONU_FEC_GET, layout::onu_fec::mode) == fec_enabled);
-    put(2, told<uint8_t>(olt, onu, BSP_CMD_ONU_TIME_GET, layout::onu_time::mode) != 0);
+    put(0, told(olt, onu, BSP_CMD_ONU_MGMT_GET, layout::onu_mgmt::mode) != 0);
+    put(1, told(olt, onu, BSP_CMD_ONU_FEC_GET, layout::onu_fec::mode) == fec_enabled);
+    put(2, told(olt, onu, BSP_CMD_ONU_TIME_GET, layout::onu_time::mode) != 0);
     put(3, onu.binding->sla || onu.binding->sla_down);
     put(4, llids_of(olt, onu, Side::local) > 1);
     put(5, switched_on(olt, onu, Side::local));
-    put(6, told<uint8_t>(olt, onu, BSP_CMD_ONU_MC_SWITCH_GET, layout::onu_mc_switch::mode) != 0);
-    put(7, told<uint32_t>(olt, onu, BSP_CMD_ONU_FAST_LEAVE_GET, layout::onu_fast_leave::state) != 0);
+    put(6, told(olt, onu, BSP_CMD_ONU_MC_SWITCH_GET, layout::onu_mc_switch::mode) != 0);
+    put(7, told(olt, onu, BSP_CMD_ONU_FAST_LEAVE_GET, layout::onu_fast_leave::state) != 0);
     uint32_t uni = 0;
     for (const UniConfig &config : uni_configs(olt, onu, Side::local)) {
         ++uni;
@@ -176,8 +176,7 @@ Outcome config_word_of(const Olt &olt, const Request &request)
     const FoundOnu found = onu_of(olt, request, false);
     if (found.status != BSP_OK) return {found.status};
     Outcome outcome = answer_with(request, std::string_view{});
-    const uint32_t word = config_word(olt, found.onu);
-    std::memcpy(&outcome.answer->at(layout::onu_config_word::word), &word, sizeof word);
+    layout::store(outcome.answer->data(), layout::onu_config_word::word, config_word(olt, found.onu));
     return outcome;
 }
 

@@ -37,25 +37,24 @@ Outcome stats(const Request &request, const Counters &counters)
 {
     namespace at = layout::port_stats;
     Answer answer = answer_to(request);
-    const auto put = [&](uint32_t offset, uint64_t value) { answer.put<uint64_t>(offset, value); };
-    put(at::in_octets, counters.in_octets);
-    put(at::in_unicast, counters.in_unicast);
-    put(at::in_multicast, counters.in_multicast);
-    put(at::in_broadcast, counters.in_broadcast);
-    put(at::in_fcs_errors, counters.in_fcs_errors);
-    put(at::in_code_errors, counters.in_code_errors);
-    put(at::in_discards, counters.in_discards);
-    put(at::in_discard_octets, counters.in_discard_octets);
-    put(at::out_octets, counters.out_octets);
-    put(at::out_unicast, counters.out_unicast);
-    put(at::out_multicast, counters.out_multicast);
-    put(at::out_broadcast, counters.out_broadcast);
-    put(at::out_discards, counters.out_discards);
-    put(at::out_discard_octets, counters.out_discard_octets);
-    constexpr uint32_t sizes[] = {at::frames_64,      at::frames_65_127,   at::frames_128_255,
-                                  at::frames_256_511, at::frames_512_1023, at::frames_1024_1518};
-    for (size_t size = 0; size < std::size(sizes); ++size)
-        put(sizes[size], counters.sizes.at(size));
+    answer.put(at::in_octets, counters.in_octets);
+    answer.put(at::in_unicast, counters.in_unicast);
+    answer.put(at::in_multicast, counters.in_multicast);
+    answer.put(at::in_broadcast, counters.in_broadcast);
+    answer.put(at::in_fcs_errors, counters.in_fcs_errors);
+    answer.put(at::in_code_errors, counters.in_code_errors);
+    answer.put(at::in_discards, counters.in_discards);
+    answer.put(at::in_discard_octets, counters.in_discard_octets);
+    answer.put(at::out_octets, counters.out_octets);
+    answer.put(at::out_unicast, counters.out_unicast);
+    answer.put(at::out_multicast, counters.out_multicast);
+    answer.put(at::out_broadcast, counters.out_broadcast);
+    answer.put(at::out_discards, counters.out_discards);
+    answer.put(at::out_discard_octets, counters.out_discard_octets);
+    constexpr std::array sizes{at::frames_64,      at::frames_65_127,   at::frames_128_255,
+                               at::frames_256_511, at::frames_512_1023, at::frames_1024_1518};
+    for (size_t size = 0; size < sizes.size(); ++size)
+        answer.put(sizes[size], counters.sizes.at(size));
     return answer.outcome();
 }
 
@@ -90,15 +89,14 @@ Outcome ge_phy(const Olt &olt, const Request &request)
     const PhyControl phy = phy_control(olt, uplink);
     const bool negotiated = phy.link_up() && phy.has(PhyControl::autoneg);
     Answer answer = answer_to(request);
-    const auto put = [&](uint32_t offset, int value) { answer.put<uint16_t>(offset, static_cast<uint16_t>(value)); };
-    put(at::control, phy.bits << 8 | gigabit);
-    put(at::status, abilities | (phy.link_up() ? link : 0) | (negotiated ? autoneg_complete : 0));
-    put(at::phy_id_high, 0x0801); // of no manufacturer: the OUI is a local one
-    put(at::phy_id_low, 0x0011);
-    put(at::advertised, advertised);
-    put(at::partner, negotiated ? advertised | acknowledged : 0);
-    put(at::expansion, negotiated ? page_received : 0);
-    put(at::extended_status, full_and_half);
+    answer.put(at::control, phy.bits << 8 | gigabit);
+    answer.put(at::status, abilities | (phy.link_up() ? link : 0) | (negotiated ? autoneg_complete : 0));
+    answer.put(at::phy_id_high, 0x0801); // of no manufacturer: the OUI is a local one
+    answer.put(at::phy_id_low, 0x0011);
+    answer.put(at::advertised, advertised);
+    answer.put(at::partner, negotiated ? advertised | acknowledged : 0);
+    answer.put(at::expansion, negotiated ? page_received : 0);
+    answer.put(at::extended_status, full_and_half);
     return answer.outcome();
 }
 
@@ -106,7 +104,7 @@ Outcome set_ge_phy(const Olt &, const Request &request)
 {
     const uint32_t uplink = request.read<bsp_plat_msg>().plat_port;
     if (!is_one_of(uplink, ge_uplinks)) return {PON_ERR_NO_INTERFACE};
-    PhyControl phy{request.read<uint8_t>(layout::ge_phy_control::control)};
+    PhyControl phy{request.get(layout::ge_phy_control::control)};
     if (phy.has(PhyControl::reset)) phy = {};
     if (phy.has(PhyControl::speed)) return {PON_ERR_BAD_RECORD};
     phy.bits &= static_cast<uint8_t>(~PhyControl::restart_autoneg);
@@ -123,7 +121,7 @@ struct Side {
 Side side_of(const Olt &olt, const Request &request)
 {
     const uint32_t number = request.read<bsp_plat_msg>().plat_port;
-    switch (request.read<uint32_t>(layout::behavior_view::selector)) {
+    switch (request.get(layout::behavior_view::selector)) {
     case 0:
         return {olt.port(number) ? BSP_OK : PON_ERR_NO_PORT, Interface::pon, number};
     case 1:
@@ -143,21 +141,21 @@ Outcome ingress(const Olt &olt, const Request &request)
     // Limits that the traffic of as many ONUs as there can be does not reach.
     const uint32_t storm_limit = side.interface == Interface::pon ? 1000 : 10000;
     Answer answer = answer_to(request);
-    answer.put<uint16_t>(at::pvid, 1);
-    answer.put<uint16_t>(at::tpid, 0x8100);
-    answer.put<uint16_t>(at::max_frame, max_frame);
-    answer.put<uint8_t>(at::trust, 1);
-    answer.put<uint8_t>(at::learning, 1);
+    answer.put(at::pvid, 1);
+    answer.put(at::tpid, 0x8100);
+    answer.put(at::max_frame, max_frame);
+    answer.put(at::trust, 1);
+    answer.put(at::learning, 1);
     answer.put(at::committed_rate, line_rate);
     answer.put(at::committed_burst, burst);
     answer.put(at::peak_rate, line_rate);
     answer.put(at::peak_burst, burst);
-    for (uint32_t offset : {at::broadcast_limit, at::multicast_limit, at::unknown_limit})
-        answer.put(offset, storm_limit);
+    for (const auto limit : {at::broadcast_limit, at::multicast_limit, at::unknown_limit})
+        answer.put(limit, storm_limit);
     answer.put(at::policed_share, drop_shares(olt.seed(), side.interface, side.number).policed);
     answer.put(at::queue_of, queue_of);
-    answer.put<uint8_t>(at::queues, queue_of.size());
-    answer.put<uint8_t>(at::policing, 1);
+    answer.put(at::queues, queue_of.size());
+    answer.put(at::policing, 1);
     return answer.outcome();
 }
 
@@ -168,7 +166,7 @@ Outcome egress(const Olt &olt, const Request &request)
     if (side.status != BSP_OK) return {side.status};
     const DropShares shares = drop_shares(olt.seed(), side.interface, side.number);
     Answer answer = answer_to(request);
-    answer.put<uint16_t>(at::discard_share, static_cast<uint16_t>(shares.discarded));
+    answer.put(at::discard_share, shares.discarded);
     answer.put(at::shaping_rate, line_rate);
     return answer.outcome();
 }
@@ -187,11 +185,11 @@ Outcome pon_mac(const Olt &olt, const Request &request)
     answer.put(at::gate_timeout, mpcp.gate_timeout);
     answer.put(at::grant_length, mpcp.grant_length);
     answer.put(at::grant_cycle, mpcp.grant_cycle);
-    answer.put<uint16_t>(at::sync_time, static_cast<uint16_t>(mpcp.sync_time));
-    answer.put<uint16_t>(at::laser_on, laser_time);
-    answer.put<uint16_t>(at::laser_off, laser_time);
-    answer.put<uint8_t>(at::fec, static_cast<uint8_t>(mpcp.fec));
-    answer.put<uint8_t>(at::uplink, static_cast<uint8_t>(uplink_of(port->number)));
+    answer.put(at::sync_time, mpcp.sync_time);
+    answer.put(at::laser_on, laser_time);
+    answer.put(at::laser_off, laser_time);
+    answer.put(at::fec, mpcp.fec);
+    answer.put(at::uplink, uplink_of(port->number));
     return answer.outcome();
 }
 
@@ -204,18 +202,18 @@ Outcome ge_mac(const Olt &olt, const Request &request)
     const bool enabled = !phy.has(PhyControl::power_down | PhyControl::isolate);
     Answer answer = answer_to(request);
     answer.put(at::mac, interface_address(olt.seed(), Interface::ge, uplink));
-    answer.put<uint16_t>(at::max_frame, max_frame);
-    answer.put<uint16_t>(at::speed, phy.link_up() ? 1000 : 0);
-    answer.put<uint8_t>(at::full_duplex, phy.link_up());
-    answer.put<uint8_t>(at::link, phy.link_up());
-    answer.put<uint8_t>(at::tx_enabled, enabled);
-    answer.put<uint8_t>(at::rx_enabled, enabled);
-    answer.put<uint8_t>(at::pause_tx, 1);
-    answer.put<uint8_t>(at::pause_rx, 1);
-    answer.put<uint16_t>(at::pause_quanta, pause_quanta);
-    answer.put<uint16_t>(at::inter_frame_gap, 96);
-    answer.put<uint8_t>(at::loopback, phy.has(PhyControl::loopback));
-    answer.put<uint8_t>(at::promiscuous, 1);
+    answer.put(at::max_frame, max_frame);
+    answer.put(at::speed, phy.link_up() ? 1000 : 0);
+    answer.put(at::full_duplex, phy.link_up());
+    answer.put(at::link, phy.link_up());
+    answer.put(at::tx_enabled, enabled);
+    answer.put(at::rx_enabled, enabled);
+    answer.put(at::pause_tx, 1);
+    answer.put(at::pause_rx, 1);
+    answer.put(at::pause_quanta, pause_quanta);
+    answer.put(at::inter_frame_gap, 96);
+    answer.put(at::loopback, phy.has(PhyControl::loopback));
+    answer.put(at::promiscuous, 1);
     return answer.outcome();
 }
 
@@ -228,15 +226,15 @@ Outcome xaui_mac(const Olt &olt, const Request &request)
     const Load load = xaui_load(olt, xaui);
     Answer answer = answer_to(request);
     answer.put(at::mac, interface_address(olt.seed(), Interface::xaui, xaui));
-    answer.put<uint16_t>(at::max_frame, max_frame);
+    answer.put(at::max_frame, max_frame);
     answer.put(at::speed, 10000);
-    answer.put<uint8_t>(at::full_duplex, 1);
-    answer.put<uint8_t>(at::link, 1);
-    answer.put<uint8_t>(at::pause_tx, 1);
-    answer.put<uint8_t>(at::pause_rx, 1);
-    answer.put<uint16_t>(at::pause_quanta, pause_quanta);
-    answer.put(at::in_load, static_cast<uint32_t>(load.in / kilobit));
-    answer.put(at::out_load, static_cast<uint32_t>(load.out / kilobit));
+    answer.put(at::full_duplex, 1);
+    answer.put(at::link, 1);
+    answer.put(at::pause_tx, 1);
+    answer.put(at::pause_rx, 1);
+    answer.put(at::pause_quanta, pause_quanta);
+    answer.put(at::in_load, load.in / kilobit);
+    answer.put(at::out_load, load.out / kilobit);
     return answer.outcome();
 }
 
@@ -245,11 +243,11 @@ Outcome xaui_phy(const Olt &, const Request &request)
     namespace at = layout::xaui_phy;
     if (!is_one_of(request.read<bsp_plat_msg>().plat_port, xaui_ports)) return {PON_ERR_NO_INTERFACE};
     Answer answer = answer_to(request);
-    answer.put<uint16_t>(at::control, 0x2040);
-    answer.put<uint16_t>(at::status, 0x0006);
-    answer.put<uint16_t>(at::speed, 0x0001);
-    answer.put<uint16_t>(at::status_2, 0x8000);
-    answer.put<uint16_t>(at::lane_status, 0x180f);
+    answer.put(at::control, 0x2040);
+    answer.put(at::status, 0x0006);
+    answer.put(at::speed, 0x0001);
+    answer.put(at::status_2, 0x8000);
+    answer.put(at::lane_status, 0x180f);
     return answer.outcome();
 }
 
@@ -258,9 +256,9 @@ Outcome mgmt_cfg(const Olt &, const Request &request)
     namespace at = layout::mgmt_cfg;
     if (!is_one_of(request.read<bsp_plat_msg>().plat_port, management_ports)) return {PON_ERR_NO_INTERFACE};
     Answer answer = answer_to(request);
-    answer.put<uint8_t>(at::enabled, 1);
-    answer.put<uint8_t>(at::full_duplex, 1);
-    answer.put<uint16_t>(at::speed, 1000);
+    answer.put(at::enabled, 1);
+    answer.put(at::full_duplex, 1);
+    answer.put(at::speed, 1000);
     return answer.outcome();
 }
 
@@ -268,7 +266,7 @@ Outcome fdb_dump(const Olt &olt, const Request &request)
 {
     constexpr std::array<std::string_view, 3> kinds{"all", "dynamic", "static"};
     const uint32_t pon_port = request.read<bsp_plat_msg>().plat_port;
-    const auto selector = request.read<uint32_t>(layout::fdb_dump::selector);
+    const auto selector = request.get(layout::fdb_dump::selector);
     if (pon_port != 0 && !olt.port(pon_port)) return {PON_ERR_NO_PORT};
     if (selector >= kinds.size()) return {PON_ERR_BAD_RECORD};
     Outcome outcome{BSP_OK};
@@ -282,10 +280,10 @@ Outcome fdb_dump(const Olt &olt, const Request &request)
 
 Outcome debug_switch(const Olt &olt, const Request &request)
 {
-    const auto on = request.read<uint32_t>(layout::debug_switch::on);
+    const auto on = request.get(layout::debug_switch::on);
     if (on > 1) return {PON_ERR_BAD_RECORD};
     return to_outcome(set_debug(olt, DebugSwitch{request.read<bsp_plat_msg>().plat_cmd},
-                                request.read<uint32_t>(layout::debug_switch::pon_port), on == 1));
+                                request.get(layout::debug_switch::pon_port), on == 1));
 }
 
 Outcome deregister_one(const Olt &olt, const Request &request)
@@ -324,15 +322,14 @@ Outcome mpcp_set(const Olt &olt, const Request &request)
 {
     namespace at = layout::mpcp;
     const auto record = request.read<bsp_plat_msg>();
-    const auto word = [&](uint32_t offset) { return request.read<uint32_t>(offset); };
-    const Mpcp wanted{.discovery_interval = word(at::discovery_interval),
-                      .discovery_window = word(at::discovery_window),
-                      .report_timeout = word(at::report_timeout),
-                      .gate_timeout = word(at::gate_timeout),
-                      .grant_length = word(at::grant_length),
-                      .grant_cycle = word(at::grant_cycle),
-                      .sync_time = word(at::sync_time),
-                      .fec = word(at::fec)};
+    const Mpcp wanted{.discovery_interval = request.get(at::discovery_interval),
+                      .discovery_window = request.get(at::discovery_window),
+                      .report_timeout = request.get(at::report_timeout),
+                      .gate_timeout = request.get(at::gate_timeout),
+                      .grant_length = request.get(at::grant_length),
+                      .grant_cycle = request.get(at::grant_cycle),
+                      .sync_time = request.get(at::sync_time),
+                      .fec = request.get(at::fec)};
     return to_outcome(set_mpcp(olt, record.plat_port, MpcpSet{record.plat_arg108}, wanted));
 }
 

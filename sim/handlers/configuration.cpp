@@ -14,25 +14,25 @@ Outcome write_for_platform(const Olt &, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     if (record.plat_port != 0 || record.plat_arg4 != 0) return {PON_ERR_BAD_RECORD};
     Outcome outcome = Answer(head_of(record)).outcome();
-    outcome.configuration = WriteConfiguration{layout::config_written::size, layout::config_written::file};
+    outcome.configuration =
+        WriteConfiguration{layout::config_written::size.offset, layout::config_written::file.offset};
     return outcome;
 }
 
 Outcome write_for_profile(const Olt &, const Request &request)
 {
     Outcome outcome = Answer(request.read<std::array<char, offsetof(bsp_profile_msg, data)>>()).outcome();
-    outcome.configuration = WriteConfiguration{layout::config_read::size, layout::config_read::file};
+    outcome.configuration = WriteConfiguration{layout::config_read::size.offset, layout::config_read::file.offset};
     return outcome;
 }
 
 Outcome receive(const Olt &, const Request &request)
 {
     namespace at = layout::config_part;
-    constexpr uint32_t head = at::bytes - offsetof(bsp_profile_msg, data);
+    constexpr uint32_t head = at::bytes.offset - offsetof(bsp_profile_msg, data);
     const std::string_view payload = request.payload();
     if (payload.size() < head) return {PON_ERR_BAD_RECORD};
-    const auto offset = request.read<uint32_t>(at::offset), total = request.read<uint32_t>(at::total),
-               length = request.read<uint32_t>(at::length);
+    const auto offset = request.get(at::offset), total = request.get(at::total), length = request.get(at::length);
     const bool fits = length >= 1 && length <= payload.size() - head && total <= longest_text && offset <= total &&
                       length <= total - offset;
     if (!fits) return {PON_ERR_BAD_RECORD};

@@ -103,7 +103,7 @@ enum Scope : uint32_t { whole_port = 0, one_onu = 1 };
 Outcome vlan_view(const Olt &olt, const Request &request, std::string (*table)(std::span<const UniGroup>))
 {
     const auto record = request.read<bsp_onu_msg>();
-    const auto scope = request.read<uint32_t>(layout::vlan_view::scope);
+    const auto scope = request.get(layout::vlan_view::scope);
     if (scope > one_onu) return {PON_ERR_BAD_RECORD};
     if (scope == one_onu) {
         const FoundOnu found = onu_of(olt, request, false);

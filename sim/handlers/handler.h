@@ -18,6 +18,7 @@
 #include "bsp_pon.h"
 #include "catalogue.h"
 #include "model/olt/olt.h"
+#include "place.h"
 
 namespace ponsim
 {
@@ -43,9 +44,12 @@ struct Request {
     template <class Value>
     Value read(uint32_t offset = 0) const
     {
-        Value value;
-        std::memcpy(&value, static_cast<const char *>(record) + offset, sizeof value);
-        return value;
+        return get(layout::At<Value>{offset});
+    }
+    template <class Field>
+    Field get(layout::At<Field> at) const
+    {
+        return layout::load(static_cast<const char *>(record), at);
     }
 };
 

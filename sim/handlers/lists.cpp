@@ -10,14 +10,11 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t longest_text = 200;
-
 Outcome add_auto(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_pon_msg>();
     std::string text;
-    const auto *field = static_cast<const char *>(request.record) + layout::blacklist_text::text;
-    if (!get_text(field, longest_text + 1, text)) return {PON_ERR_BAD_RECORD};
+    if (!get_text(request.get(layout::blacklist_text::text), text)) return {PON_ERR_BAD_RECORD};
     return to_outcome(add_to_blacklist(olt, record.pon_port, mac_of(record), text));
 }
 
@@ -66,7 +63,7 @@ Outcome whitelist_get(const Olt &olt, const Request &request)
     binding.text_c.copy(common.text365, sizeof common.text365);
     Answer answer(common);
     namespace entry = layout::whitelist_entry;
-    answer.put(entry::state, static_cast<uint32_t>(state));
+    answer.put(entry::state, state);
     answer.put(entry::authenticated, state == OnuState::online);
     answer.put(entry::exempt, binding.exempt);
     answer.put(entry::supported, kept.supported);
@@ -91,7 +88,7 @@ Outcome id_usage(const Olt &olt, const Request &request, const Entries PonPort::
     const OnuIds ids = ids_of(port->*entries);
     Answer answer(common);
     answer.put(layout::id_usage::id_set, ids);
-    answer.put(layout::id_usage::count, static_cast<uint32_t>(ids.count()));
+    answer.put(layout::id_usage::count, ids.count());
     return answer.outcome();
 }
 

@@ -35,12 +35,12 @@ Outcome config(const Olt &olt, const Request &request)
     auto record = request.read<bsp_pon_msg_ext>();
     std::ranges::fill(record.ext_payload, uint8_t{0});
     Answer answer(record);
-    answer.put(at::state, uint32_t{detection.on});
-    answer.put(at::mode, uint32_t{detection.manual});
+    answer.put(at::state, detection.on);
+    answer.put(at::mode, detection.manual);
     answer.put(at::time, detection.recovery_time);
     answer.put(at::interval, detection.interval);
     const auto shut = std::ranges::count_if(olt.loops(), [](const auto &loop) { return loop.second.shut; });
-    answer.put(at::shut, static_cast<uint32_t>(shut));
+    answer.put(at::shut, shut);
     answer.put(at::detected, detection.detected);
     answer.put(at::recovered, detection.recovered);
     return answer.outcome();

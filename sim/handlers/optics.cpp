@@ -53,23 +53,26 @@ Outcome diagnostics(const Olt &olt, const Request &request)
     if (!module) return {PON_ERR_NO_PORT};
     const Readings readings = module->readings(olt.now());
     Answer answer(head_of(record));
-    for (uint32_t quantity = 0; quantity < quantities; ++quantity)
-        answer.put<int32_t>(at::temperature + 4 * quantity, formatted(Quantity{quantity}, readings[quantity]));
-    answer.put<uint16_t>(at::alarms, module->alarms(olt.now()));
-    answer.put<uint16_t>(at::warnings, module->warnings(olt.now()));
-    answer.put<uint8_t>(at::laser, module->laser_on());
-    answer.put<uint8_t>(at::tx_fault, module->fault(olt.now()));
-    answer.put<uint8_t>(at::rx_los, module->loss_of_light(olt.now()));
-    answer.put<uint8_t>(at::measuring, module->record().measurement.has_value());
-    answer.put<uint8_t>(at::lao_mode, module->record().always_on);
-    answer.put<uint8_t>(at::lol_mode, module->record().loss_level.has_value());
-    answer.put<uint16_t>(at::measured_onu, measured_onu(olt, *module));
+    answer.put(at::temperature, formatted(temperature, readings[temperature]));
+    answer.put(at::voltage, formatted(voltage, readings[voltage]));
+    answer.put(at::bias, formatted(bias, readings[bias]));
+    answer.put(at::launch_power, formatted(launch_power, readings[launch_power]));
+    answer.put(at::received_power, formatted(received_power, readings[received_power]));
+    answer.put(at::alarms, module->alarms(olt.now()));
+    answer.put(at::warnings, module->warnings(olt.now()));
+    answer.put(at::laser, module->laser_on());
+    answer.put(at::tx_fault, module->fault(olt.now()));
+    answer.put(at::rx_los, module->loss_of_light(olt.now()));
+    answer.put(at::measuring, module->record().measurement.has_value());
+    answer.put(at::lao_mode, module->record().always_on);
+    answer.put(at::lol_mode, module->record().loss_level.has_value());
+    answer.put(at::measured_onu, measured_onu(olt, *module));
     answer.put(at::age, module->laser_hours(olt.now()));
-    answer.put<int32_t>(at::bias_high_warning, threshold(*module, bias, &Thresholds::high_warning));
-    answer.put<int32_t>(at::bias_high_alarm, threshold(*module, bias, &Thresholds::high_alarm));
-    answer.put<int32_t>(at::launch_low_warning, threshold(*module, launch_power, &Thresholds::low_warning));
-    answer.put<int32_t>(at::launch_low_alarm, threshold(*module, launch_power, &Thresholds::low_alarm));
-    answer.put<int32_t>(at::lol_level, module->loss_threshold());
+    answer.put(at::bias_high_warning, threshold(*module, bias, &Thresholds::high_warning));
+    answer.put(at::bias_high_alarm, threshold(*module, bias, &Thresholds::high_alarm));
+    answer.put(at::launch_low_warning, threshold(*module, launch_power, &Thresholds::low_warning));
+    answer.put(at::launch_low_alarm, threshold(*module, launch_power, &Thresholds::low_alarm));
+    answer.put(at::lol_level, module->loss_threshold());
     return answer.outcome();
 }
 
@@ -90,23 +93,23 @@ Outcome rssi_answer(const Olt &olt, const bsp_plat_msg &record, const Arrival *a
     const PonPort &port = *olt.port(record.plat_port);
     const Mac &mac = port.bindings[record.plat_arg4]->mac;
     Answer answer(head_of(record));
-    answer.put(at::mac, std::span(mac));
-    answer.put<uint8_t>(at::onu_id, static_cast<uint8_t>(record.plat_arg4));
-    answer.put<uint8_t>(at::light, rssi.average >= module.loss_level());
-    answer.put<int32_t>(at::received_power, formatted(received_power, rssi.average));
-    answer.put<int32_t>(at::onu_launch_power, arrival ? OnuLaser(olt, port, mac).power(olt.now() / ms_per_second)
-                                                      : formatted(launch_power, 0));
-    answer.put<int32_t>(at::loss, arrival ? path_loss(port, *arrival) : 0);
+    answer.put(at::mac, mac);
+    answer.put(at::onu_id, record.plat_arg4);
+    answer.put(at::light, rssi.average >= module.loss_level());
+    answer.put(at::received_power, formatted(received_power, rssi.average));
+    answer.put(at::onu_launch_power,
+               arrival ? OnuLaser(olt, port, mac).power(olt.now() / ms_per_second) : formatted(launch_power, 0));
+    answer.put(at::loss, arrival ? path_loss(port, *arrival) : 0);
     answer.put(at::distance, arrival ? arrival->distance : 0);
     answer.put(at::samples, rssi.samples);
-    answer.put<int32_t>(at::least, formatted(received_power, rssi.least));
-    answer.put<int32_t>(at::greatest, formatted(received_power, rssi.greatest));
-    answer.put<uint64_t>(at::time, rssi.time);
-    answer.put<int32_t>(at::temperature, formatted(temperature, readings[temperature]));
-    answer.put<int32_t>(at::voltage, formatted(voltage, readings[voltage]));
-    answer.put<int32_t>(at::bias, formatted(bias, readings[bias]));
-    answer.put<int32_t>(at::launch_power, formatted(launch_power, readings[launch_power]));
-    answer.put(at::state, static_cast<uint32_t>(standing(rssi.average, module.type().thresholds[received_power])));
+    answer.put(at::least, formatted(received_power, rssi.least));
+    answer.put(at::greatest, formatted(received_power, rssi.greatest));
+    answer.put(at::time, rssi.time);
+    answer.put(at::temperature, formatted(temperature, readings[temperature]));
+    answer.put(at::voltage, formatted(voltage, readings[voltage]));
+    answer.put(at::bias, formatted(bias, readings[bias]));
+    answer.put(at::launch_power, formatted(launch_power, readings[launch_power]));
+    answer.put(at::state, standing(rssi.average, module.type().thresholds[received_power]));
     return answer.outcome();
 }
 
@@ -150,38 +153,45 @@ Outcome sfp_info(const Olt &olt, const Request &request)
     answer.put(at::serial, module->serial());
     answer.put(at::date, module->date());
     answer.put(at::oui, std::span(identity).subspan(37, 3));
-    answer.put<uint8_t>(at::connector, type.connector);
+    answer.put(at::connector, type.connector);
     answer.put(at::wavelength, type.wavelength);
     answer.put(at::reach, type.reach);
     answer.put(at::rate, line_rate);
     answer.put(at::age, module->laser_hours(now));
-    answer.put<uint8_t>(at::laser, module->laser_on());
-    answer.put<uint8_t>(at::tx_fault, module->fault(now));
-    answer.put<uint8_t>(at::rx_los, module->loss_of_light(now));
-    answer.put<uint8_t>(at::measuring, module->record().measurement.has_value());
-    answer.put<uint16_t>(at::alarms, module->alarms(now));
-    answer.put<uint16_t>(at::warnings, module->warnings(now));
+    answer.put(at::laser, module->laser_on());
+    answer.put(at::tx_fault, module->fault(now));
+    answer.put(at::rx_los, module->loss_of_light(now));
+    answer.put(at::measuring, module->record().measurement.has_value());
+    answer.put(at::alarms, module->alarms(now));
+    answer.put(at::warnings, module->warnings(now));
 
     const Readings readings = module->readings(now);
-    constexpr uint32_t per_quantity = at::voltage - at::temperature;
-    for (uint32_t index = 0; index < quantities; ++index) {
-        const Quantity quantity{index};
-        const uint32_t offset = per_quantity * index;
+    const auto put = [&](Quantity quantity, auto value, auto high_alarm, auto low_alarm, auto high_warning,
+                         auto low_warning, layout::At<uint32_t> state) {
         const Thresholds &thresholds = type.thresholds[quantity];
         const bool measured = quantity != received_power || module->receives();
-        answer.put<int32_t>(at::temperature + offset, formatted(quantity, readings[quantity]));
-        answer.put<int32_t>(at::temperature_high_alarm + offset, formatted(quantity, thresholds.high_alarm));
-        answer.put<int32_t>(at::temperature_low_alarm + offset, formatted(quantity, thresholds.low_alarm));
-        answer.put<int32_t>(at::temperature_high_warning + offset, formatted(quantity, thresholds.high_warning));
-        answer.put<int32_t>(at::temperature_low_warning + offset, formatted(quantity, thresholds.low_warning));
-        answer.put(at::temperature_state + offset,
-                   static_cast<uint32_t>(measured ? standing(readings[quantity], thresholds) : Standing::normal));
-    }
+        answer.put(value, formatted(quantity, readings[quantity]));
+        answer.put(high_alarm, formatted(quantity, thresholds.high_alarm));
+        answer.put(low_alarm, formatted(quantity, thresholds.low_alarm));
+        answer.put(high_warning, formatted(quantity, thresholds.high_warning));
+        answer.put(low_warning, formatted(quantity, thresholds.low_warning));
+        answer.put(state, measured ? standing(readings[quantity], thresholds) : Standing::normal);
+    };
+    put(temperature, at::temperature, at::temperature_high_alarm, at::temperature_low_alarm,
+        at::temperature_high_warning, at::temperature_low_warning, at::temperature_state);
+    put(voltage, at::voltage, at::voltage_high_alarm, at::voltage_low_alarm, at::voltage_high_warning,
+        at::voltage_low_warning, at::voltage_state);
+    put(bias, at::bias, at::bias_high_alarm, at::bias_low_alarm, at::bias_high_warning, at::bias_low_warning,
+        at::bias_state);
+    put(launch_power, at::launch_power, at::launch_power_high_alarm, at::launch_power_low_alarm,
+        at::launch_power_high_warning, at::launch_power_low_warning, at::launch_power_state);
+    put(received_power, at::received_power, at::received_power_high_alarm, at::received_power_low_alarm,
+        at::received_power_high_warning, at::received_power_low_warning, at::received_power_state);
     answer.put(at::identity_memory, std::span(identity).first(96));
     answer.put(at::diagnostic_memory, std::span(diagnostic).first(120));
-    answer.put(at::lao_mode, uint32_t{module->record().always_on});
-    answer.put(at::lol_mode, uint32_t{module->record().loss_level.has_value()});
-    answer.put<int32_t>(at::lol_level, module->loss_threshold());
+    answer.put(at::lao_mode, module->record().always_on);
+    answer.put(at::lol_mode, module->record().loss_level.has_value());
+    answer.put(at::lol_level, module->loss_threshold());
     return answer.outcome();
 }
 
@@ -200,7 +210,7 @@ struct I2cPlace {
     uint32_t result;
     std::array<uint8_t, 128> data;
 };
-static_assert(layout::i2c_write::address + sizeof(I2cPlace) == layout::i2c_write::data + 128);
+static_assert(layout::i2c_write::address.offset + sizeof(I2cPlace) == layout::i2c_write::data.end());
 
 uint32_t check(const Olt &olt, uint32_t cage, const I2cPlace &place)
 {
@@ -216,7 +226,7 @@ Outcome i2c_read(const Olt &olt, const Request &request)
 {
     namespace at = layout::i2c_bytes;
     const auto record = request.read<bsp_plat_msg>();
-    const auto place = request.read<I2cPlace>(layout::i2c_read::address);
+    const auto place = request.read<I2cPlace>(layout::i2c_read::address.offset);
     Answer answer(head_of(record));
     answer.put(at::address, place.address);
     answer.put(at::offset, place.offset);
@@ -236,7 +246,7 @@ Outcome i2c_read(const Olt &olt, const Request &request)
 Outcome i2c_write(const Olt &olt, const Request &request)
 {
     const uint32_t cage = request.read<bsp_plat_msg>().plat_port;
-    const auto place = request.read<I2cPlace>(layout::i2c_write::address);
+    const auto place = request.read<I2cPlace>(layout::i2c_write::address.offset);
     if (const uint32_t status = check(olt, cage, place)) return {status};
     if (place.address == identity_address) return {PON_ERR_READ_ONLY};
     return to_outcome(write_module(olt, cage, place.offset, std::span(place.data).first(place.length)));
@@ -246,8 +256,7 @@ Outcome opm_trigger(const Olt &olt, const Request &request)
 {
     namespace at = layout::opm_trigger;
     const auto record = request.read<bsp_plat_msg>();
-    const Sampling sampling{request.read<uint32_t>(at::samples), request.read<uint32_t>(at::interval),
-                            request.read<uint32_t>(at::delay)};
+    const Sampling sampling{request.get(at::samples), request.get(at::interval), request.get(at::delay)};
     return to_outcome(start_measurement(olt, record.plat_port, record.plat_arg4, sampling));
 }
 
@@ -264,7 +273,7 @@ bool is_zero(std::span<const uint8_t> bytes)
 Outcome lao_mode(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_plat_msg>();
-    const auto reserved = request.read<std::array<uint8_t, 12>>(layout::lao_mode::reserved);
+    const auto reserved = request.get(layout::lao_mode::reserved);
     if (record.plat_arg112 > 1 || !is_zero(reserved)) return {PON_ERR_BAD_RECORD};
     return to_outcome(set_always_on(olt, record.plat_port, record.plat_arg112 == 1));
 }
@@ -272,8 +281,8 @@ Outcome lao_mode(const Olt &olt, const Request &request)
 Outcome lol_mode(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_plat_msg>();
-    const auto level = request.read<int32_t>(layout::lol_mode::level);
-    const auto reserved = request.read<std::array<uint8_t, 4>>(layout::lol_mode::reserved);
+    const auto level = request.get(layout::lol_mode::level);
+    const auto reserved = request.get(layout::lol_mode::reserved);
     const bool own_level = record.plat_arg112 == 1;
     if (record.plat_arg4 != 0 || record.plat_arg112 > 1 || !is_zero(reserved) || (!own_level && level != 0))
         return {PON_ERR_BAD_RECORD};
@@ -287,9 +296,10 @@ Outcome optical_status(const Olt &olt, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     if (record.plat_arg108 != 0) return mpcp_set(olt, request);
     if (!olt.port(record.plat_port)) return {PON_ERR_NO_PORT};
-    const auto flags = request.read<std::array<uint8_t, 4>>(at::valid);
+    const auto flags =
+        std::array{request.get(at::valid), request.get(at::laser), request.get(at::tx_fault), request.get(at::rx_los)};
     if (std::ranges::any_of(flags, [](uint8_t flag) { return flag > 1; })) return {PON_ERR_BAD_RECORD};
-    const auto block = request.read<std::array<char, status_size>>(at::valid);
+    const auto block = request.read<std::array<char, status_size>>(at::valid.offset);
     const bool valid = flags[0] == 1;
     return {BSP_OK,
             {.blocks = {{BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port, 0,
@@ -304,7 +314,7 @@ Outcome pon_laser(const Olt &olt, const Request &request)
     if (!module) return {PON_ERR_NO_PORT};
     Answer answer(head_of(record));
     const State when_on = module->record().tx_disabled ? forced_on : on;
-    answer.put(layout::pon_laser::state, uint32_t{module->laser_on() ? when_on : off});
+    answer.put(layout::pon_laser::state, module->laser_on() ? when_on : off);
     return answer.outcome();
 }
 
@@ -315,14 +325,16 @@ Outcome pon_phy(const Olt &olt, const Request &request)
     const Module *module = port_module(olt, record);
     if (!module) return {PON_ERR_NO_PORT};
     Answer answer(head_of(record));
-    answer.put<uint8_t>(at::laser, module->laser_on());
-    answer.put<uint8_t>(at::tx_fault, module->fault(olt.now()));
-    answer.put<uint8_t>(at::rx_los, module->loss_of_light(olt.now()));
-    answer.put<uint8_t>(at::lao_mode, module->record().always_on);
+    answer.put(at::laser, module->laser_on());
+    answer.put(at::tx_fault, module->fault(olt.now()));
+    answer.put(at::rx_los, module->loss_of_light(olt.now()));
+    answer.put(at::lao_mode, module->record().always_on);
+    constexpr std::array flags{at::told, at::told_laser, at::told_tx_fault, at::told_rx_los};
     if (const std::string *told = olt.block(BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port))
-        answer.put(at::told, std::string_view(*told).substr(0, 4));
-    answer.put<uint16_t>(at::rate, line_rate);
-    answer.put<uint16_t>(at::wavelength, static_cast<uint16_t>(module->type().wavelength));
+        for (size_t index = 0; index < flags.size(); ++index)
+            answer.put(flags.at(index), static_cast<uint8_t>(told->at(index)));
+    answer.put(at::rate, line_rate);
+    answer.put(at::wavelength, module->type().wavelength);
     return answer.outcome();
 }
 

@@ -16,13 +16,12 @@ namespace
 Outcome state_set(const Olt &olt, const Request &request)
 {
     namespace words = layout::p2p_switch;
-    return to_outcome(set_p2p(olt, request.read<uint32_t>(words::port), request.read<uint32_t>(words::onu),
-                              request.read<uint32_t>(words::on)));
+    return to_outcome(set_p2p(olt, request.get(words::port), request.get(words::onu), request.get(words::on)));
 }
 
 Outcome own_port_set(const Olt &olt, const Request &request)
 {
-    const auto own_port = request.read<uint32_t>(layout::p2p_own_port::own_port);
+    const auto own_port = request.get(layout::p2p_own_port::own_port);
     return to_outcome(set_p2p_own_port(olt, request.read<bsp_plat_msg>().plat_port, own_port));
 }
 
@@ -32,11 +31,11 @@ Outcome config_set(const Olt &olt, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     return to_outcome(set_p2p_config(olt, record.plat_port,
                                      {.rest = record.plat_arg108,
-                                      .rate = request.read<uint32_t>(block::rate),
-                                      .first_vlan = request.read<uint16_t>(block::first_vlan),
-                                      .last_vlan = request.read<uint16_t>(block::last_vlan),
-                                      .broadcast = request.read<uint8_t>(block::broadcast),
-                                      .multicast = request.read<uint8_t>(block::multicast)}));
+                                      .rate = request.get(block::rate),
+                                      .first_vlan = request.get(block::first_vlan),
+                                      .last_vlan = request.get(block::last_vlan),
+                                      .broadcast = request.get(block::broadcast),
+                                      .multicast = request.get(block::multicast)}));
 }
 
 Outcome entry_set(const Olt &olt, const Request &request)
@@ -45,11 +44,11 @@ Outcome entry_set(const Olt &olt, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     return to_outcome(set_p2p_entry(olt, record.plat_port, record.plat_arg104,
                                     {.traffic = record.plat_arg108,
-                                     .action = P2pAction{request.read<uint16_t>(block::action)},
-                                     .from_onu = request.read<uint16_t>(block::from_onu),
-                                     .to_port = request.read<uint16_t>(block::to_port),
-                                     .to_onu = request.read<uint16_t>(block::to_onu),
-                                     .rate = request.read<uint32_t>(block::rate)}));
+                                     .action = P2pAction{request.get(block::action)},
+                                     .from_onu = request.get(block::from_onu),
+                                     .to_port = request.get(block::to_port),
+                                     .to_onu = request.get(block::to_onu),
+                                     .rate = request.get(block::rate)}));
 }
 
 using Entries = std::array<std::optional<P2pEntry>, max_p2p_entries>;
@@ -77,10 +76,10 @@ Outcome own_port_get(const Olt &olt, const Request &request)
     answer.put(block::rest, config.rest);
     answer.put(block::own_port, p2p_own_port(olt, port->number));
     answer.put(block::rate, config.rate);
-    answer.put<uint16_t>(block::first_vlan, static_cast<uint16_t>(config.first_vlan));
-    answer.put<uint16_t>(block::last_vlan, static_cast<uint16_t>(config.last_vlan));
-    answer.put<uint8_t>(block::broadcast, static_cast<uint8_t>(config.broadcast));
-    answer.put<uint8_t>(block::multicast, static_cast<uint8_t>(config.multicast));
+    answer.put(block::first_vlan, config.first_vlan);
+    answer.put(block::last_vlan, config.last_vlan);
+    answer.put(block::broadcast, config.broadcast);
+    answer.put(block::multicast, config.multicast);
     answer.put(block::onu_set, ids);
     Outcome outcome = answer.outcome();
     outcome.result = p2p_entries_table(entries_of(olt, port->number));
@@ -100,7 +99,7 @@ Outcome state_get(const Olt &olt, const Request &request)
     const std::string table = p2p_table(ports);
     if (table.size() > max_text) throw std::logic_error("a table is too long for the answer");
     Answer answer(head_of(request.read<bsp_plat_msg>()));
-    answer.put(offsetof(bsp_plat_msg, plat_data), table);
+    answer.put(layout::At<layout::Text<max_text + 1>>{offsetof(bsp_plat_msg, plat_data)}, table);
     Outcome outcome = answer.outcome();
     outcome.result = table;
     return outcome;

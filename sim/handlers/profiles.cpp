@@ -15,14 +15,14 @@ constexpr uint32_t name_size = 32;
 
 // Where a record has the name and the id is the same for all kinds.
 namespace common = layout::profile_line;
-static_assert(common::name == payload_at && common::name == layout::profile_name::name);
+static_assert(common::name.offset == payload_at && common::name == layout::profile_name::name);
 static_assert(common::name == layout::profile_sla::name && common::id == layout::profile_sla::id);
 static_assert(common::name == layout::profile_alarm::name && common::id == layout::profile_alarm::id);
 
 // Of a payload that is a profile.
 size_t length_of(ProfileKind kind)
 {
-    return fields_of(kind).back().offset + sizeof(int32_t) - payload_at;
+    return fields_of(kind).back().at.end() - payload_at;
 }
 
 bool get_name(const Request &request, std::string &name)
@@ -53,8 +53,8 @@ Outcome store(const Olt &olt, const Request &request)
     Profile profile;
     if (request.payload().size() != length_of(kind) || !get_name(request, profile.name)) return {PON_ERR_BAD_RECORD};
     for (const ProfileField &field : fields_of(kind))
-        profile.values.push_back(request.read<int32_t>(field.offset));
-    return to_outcome(store_profile(olt, kind, request.read<uint32_t>(common::id), profile));
+        profile.values.push_back(request.get(field.at));
+    return to_outcome(store_profile(olt, kind, request.get(common::id), profile));
 }
 
 template <ProfileKind kind>
@@ -69,7 +69,7 @@ Outcome fetch(const Olt &olt, const Request &request)
     answer.put(common::name, profile.name);
     answer.put(common::id, *id);
     for (size_t index = 0; index < profile.values.size(); ++index)
-        answer.put<int32_t>(fields_of(kind)[index].offset, profile.values[index]);
+        answer.put(fields_of(kind)[index].at, profile.values[index]);
     return answer.outcome();
 }
 
@@ -85,16 +85,14 @@ template <ProfileKind kind>
 Outcome list(const Olt &olt, const Request &request)
 {
     namespace at = layout::profile_list;
-    constexpr uint32_t most = 113;
-    static_assert(at::id + most * at::id_every <= sizeof(bsp_profile_msg));
     // Without a payload these are the four bytes of zeros that follow it.
-    const auto from = request.read<uint32_t>(layout::profile_list_from::from);
+    const auto from = request.get(layout::profile_list_from::from);
     const std::map<uint32_t, Profile> &profiles = olt.profiles(kind);
     Answer answer(head_of(request));
     uint32_t listed = 0;
-    for (auto entry = profiles.lower_bound(from); entry != profiles.end() && listed < most; ++entry, ++listed) {
-        answer.put(at::id + listed * at::id_every, entry->first);
-        answer.put(at::name + listed * at::name_every, entry->second.name);
+    for (auto entry = profiles.lower_bound(from); entry != profiles.end() && listed < at::id.count; ++entry, ++listed) {
+        answer.put(at::id[listed], entry->first);
+        answer.put(at::name[listed], entry->second.name);
     }
     answer.put(at::listed, listed);
     return answer.outcome();

@@ -12,25 +12,23 @@ namespace ponsim
 namespace
 {
 
-using Words = std::array<uint32_t, onus_per_port / 32>;
-
 } // namespace
 
-OnuIds id_set(const Request &request, uint32_t offset)
+OnuIds id_set(const Request &request, layout::At<layout::IdSet> at)
 {
-    const auto words = request.read<Words>(offset);
+    const layout::IdSet words = request.get(at);
     OnuIds ids;
     for (uint32_t id = 0; id < onus_per_port; ++id)
         ids[id] = words[id / 32] >> id % 32 & 1;
     return ids;
 }
 
-void Answer::put(uint32_t offset, const OnuIds &ids)
+void Answer::put(layout::At<layout::IdSet> at, const OnuIds &ids)
 {
-    Words words{};
+    layout::IdSet words{};
     for (uint32_t id = 0; id < onus_per_port; ++id)
         words[id / 32] |= uint32_t{ids[id]} << id % 32;
-    std::memcpy(&bytes[offset], words.data(), sizeof words);
+    put(at, words);
 }
 
 std::string text_answer(uint32_t command, std::string_view text)

@@ -26,8 +26,7 @@ inline Mac mac_of(const bsp_pon_msg &record)
     return std::to_array(record.onu_mac);
 }
 
-// The set of ids at an offset of the record.
-OnuIds id_set(const Request &request, uint32_t offset);
+OnuIds id_set(const Request &request, layout::At<layout::IdSet> at);
 
 // An answer that is a record. What is not put into it is as in the one that it is made from.
 class Answer
@@ -38,16 +37,14 @@ public:
     {
     }
 
-    // A number as wide as the type that is named.
-    template <class Number>
-    void put(uint32_t offset, std::type_identity_t<Number> number)
+    // Throws std::logic_error where the value does not fit its field.
+    template <class Field, class Value>
+    void put(layout::At<Field> at, const Value &value)
     {
-        std::memcpy(&bytes[offset], &number, sizeof number);
+        static_cast<void>(bytes.at(at.end() - 1));
+        layout::store(bytes.data(), at, value);
     }
-    void put(uint32_t offset, std::span<const uint8_t> part) { std::memcpy(&bytes[offset], part.data(), part.size()); }
-    void put(uint32_t offset, uint32_t word) { std::memcpy(&bytes[offset], &word, sizeof word); }
-    void put(uint32_t offset, std::string_view text) { text.copy(&bytes[offset], text.size()); }
-    void put(uint32_t offset, const OnuIds &ids);
+    void put(layout::At<layout::IdSet> at, const OnuIds &ids);
 
     Outcome outcome() const { return {BSP_OK, {}, {}, bytes}; }
 

@@ -53,9 +53,8 @@ Outcome answer_with(const Request &request, std::string_view data)
     head.onu_onu_id = record.onu_onu_id;
     head.onu_uni_port = record.onu_uni_port;
     head.onu_cmd = record.onu_cmd;
-    Answer answer(head);
-    answer.put(data_offset, data);
-    return answer.outcome();
+    data.copy(reinterpret_cast<char *>(head.onu_data), sizeof head.onu_data);
+    return Answer(head).outcome();
 }
 
 OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side, const BlockSetting &setting)

@@ -15,9 +15,8 @@ Outcome sla_set(const Olt &olt, const Request &request)
 {
     namespace block = layout::sla;
     const auto record = request.read<bsp_plat_msg>();
-    const Sla sla{request.read<uint32_t>(block::fixed), request.read<uint32_t>(block::assured),
-                  request.read<uint32_t>(block::maximum), request.read<uint32_t>(block::priority),
-                  request.read<uint32_t>(block::weight)};
+    const Sla sla{request.get(block::fixed), request.get(block::assured), request.get(block::maximum),
+                  request.get(block::priority), request.get(block::weight)};
     return to_outcome(
         set_sla(olt, record.plat_port, record.plat_arg4, sla == Sla{} ? std::nullopt : std::optional(sla)));
 }
@@ -25,7 +24,7 @@ Outcome sla_set(const Olt &olt, const Request &request)
 Outcome sla_down_set(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_plat_msg>();
-    const auto maximum = request.read<uint32_t>(layout::sla_down::maximum);
+    const auto maximum = request.get(layout::sla_down::maximum);
     return to_outcome(
         set_sla_down(olt, record.plat_port, record.plat_arg4, maximum == 0 ? std::nullopt : std::optional(maximum)));
 }

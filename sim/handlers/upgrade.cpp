@@ -10,23 +10,15 @@ namespace ponsim
 namespace
 {
 
-// The text of `size` bytes at an offset of the record.
-template <size_t size>
-bool read_text(const Request &request, uint32_t offset, std::string &out)
-{
-    const auto field = request.read<std::array<char, size>>(offset);
-    return get_text(field.data(), size, out);
-}
-
 Outcome add_type(const Olt &olt, const Request &request)
 {
     namespace at = layout::upgrade_type;
     std::string name;
-    UpgradeType type{.vendor = {}, .model = {}, .version = {}, .size = request.read<uint32_t>(at::size), .file = {}};
+    UpgradeType type{.vendor = {}, .model = {}, .version = {}, .size = request.get(at::size), .file = {}};
     const bool texts_are_good =
-        read_text<32>(request, at::name, name) && read_text<5>(request, at::vendor, type.vendor) &&
-        read_text<16>(request, at::model, type.model) && read_text<17>(request, at::version, type.version) &&
-        read_text<64>(request, at::file, type.file);
+        get_text(request.get(at::name), name) && get_text(request.get(at::vendor), type.vendor) &&
+        get_text(request.get(at::model), type.model) && get_text(request.get(at::version), type.version) &&
+        get_text(request.get(at::file), type.file);
     if (!texts_are_good || !is_good(name, type)) return {PON_ERR_BAD_RECORD};
     return to_outcome(add_upgrade_types(olt, {{name, type}}));
 }
@@ -34,7 +26,7 @@ Outcome add_type(const Olt &olt, const Request &request)
 Outcome delete_type(const Olt &olt, const Request &request)
 {
     std::string name;
-    if (!read_text<32>(request, layout::upgrade_type_name::name, name)) return {PON_ERR_BAD_RECORD};
+    if (!get_text(request.get(layout::upgrade_type_name::name), name)) return {PON_ERR_BAD_RECORD};
     return to_outcome(delete_upgrade_type(olt, name));
 }
 
@@ -46,7 +38,7 @@ Outcome list_types(const Olt &olt, const Request &)
 Outcome load_types(const Olt &olt, const Request &request)
 {
     std::string name;
-    if (!read_text<256>(request, layout::upgrade_type_file::file, name)) return {PON_ERR_BAD_RECORD};
+    if (!get_text(request.get(layout::upgrade_type_file::file), name)) return {PON_ERR_BAD_RECORD};
     UpgradeFile file = read_upgrade_file(name);
     if (file.status == BSP_OK) return to_outcome(add_upgrade_types(olt, file.types));
     Outcome outcome{file.status};
@@ -58,27 +50,27 @@ Outcome bind_onus(const Olt &olt, const Request &request)
 {
     namespace at = layout::upgrade_bind_onus;
     std::string name;
-    if (!read_text<32>(request, at::name, name)) return {PON_ERR_BAD_RECORD};
-    return to_outcome(bind_upgrade_type(olt, request.read<uint32_t>(at::pon_port), id_set(request, at::onu_set), name));
+    if (!get_text(request.get(at::name), name)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(bind_upgrade_type(olt, request.get(at::pon_port), id_set(request, at::onu_set), name));
 }
 
 Outcome bind_port(const Olt &olt, const Request &request)
 {
     namespace at = layout::upgrade_bind_port;
     std::string name;
-    if (!read_text<32>(request, at::name, name)) return {PON_ERR_BAD_RECORD};
-    return to_outcome(bind_upgrade_type(olt, request.read<uint32_t>(at::pon_port), name));
+    if (!get_text(request.get(at::name), name)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(bind_upgrade_type(olt, request.get(at::pon_port), name));
 }
 
 Outcome upgrade_one(const Olt &olt, const Request &request)
 {
     namespace at = layout::upgrade_onu;
-    return to_outcome(upgrade_onu(olt, request.read<uint32_t>(at::pon_port), request.read<uint32_t>(at::onu_id)));
+    return to_outcome(upgrade_onu(olt, request.get(at::pon_port), request.get(at::onu_id)));
 }
 
 Outcome upgrade_all(const Olt &olt, const Request &request)
 {
-    return to_outcome(upgrade_port(olt, request.read<uint32_t>(layout::upgrade_port::pon_port)));
+    return to_outcome(upgrade_port(olt, request.get(layout::upgrade_port::pon_port)));
 }
 
 constexpr Handler handlers[] = {

@@ -1,7 +1,7 @@
 #include "views/gateway.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <cstring>
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
@@ -20,10 +20,11 @@ constexpr std::string_view wlan_securities[] = {"open", "WPA2", "WPA2/WPA3", "WP
 constexpr std::string_view acl_actions[] = {"removed", "permit", "deny"};
 constexpr std::string_view acl_directions[] = {"", "upstream", "downstream"};
 
-// The text of the block that starts at an offset.
-std::string text_at(const OnuBlock &block, uint32_t offset)
+template <size_t size>
+std::string text_at(const OnuBlock &block, layout::At<layout::Text<size>> at)
 {
-    return block.bytes().c_str() + (offset - offsetof(bsp_onu_msg, onu_data));
+    const layout::Text<size> text = block.get(at);
+    return {text.data(), strnlen(text.data(), size)};
 }
 
 std::string network_text(uint32_t address, uint32_t mask)
@@ -59,13 +60,13 @@ void address_cells(Table &table, const Wan &wan)
 void add_wan(Table &table, const Wan &wan)
 {
     namespace at = layout::onu_wan;
-    const auto ip_mode = wan.told.get<uint8_t>(at::ip_mode);
+    const auto ip_mode = wan.told.get(at::ip_mode);
     table.cell("index", wan.index);
     table.cell("name", text_at(wan.told, at::name));
-    table.cell("mode", wan_modes[wan.told.get<uint8_t>(at::mode)]);
-    table.cell("service", wan_services[wan.told.get<uint8_t>(at::service)]);
-    table.cell("vlan", unless_0(wan.told.get<uint16_t>(at::vlan)));
-    table.cell("priority", uint32_t{wan.told.get<uint8_t>(at::priority)});
+    table.cell("mode", wan_modes[wan.told.get(at::mode)]);
+    table.cell("service", wan_services[wan.told.get(at::service)]);
+    table.cell("vlan", unless_0(wan.told.get(at::vlan)));
+    table.cell("priority", uint32_t{wan.told.get(at::priority)});
     table.cell("ip_mode", ip_mode == ip_none ? std::nullopt : std::optional(wan_ip_modes[ip_mode]));
     address_cells(table, wan);
     table.cell("state", std::string_view(wan.up ? "up" : "connecting"));
@@ -80,13 +81,13 @@ void add_rule(Table &table, const AclRule &rule)
 {
     namespace at = layout::onu_acl;
     table.cell("index", rule.index);
-    table.cell("action", acl_actions[rule.told.get<uint8_t>(at::action)]);
-    table.cell("direction", acl_directions[rule.told.get<uint8_t>(at::direction)]);
-    table.cell("protocol", unless_0(rule.told.get<uint8_t>(at::protocol)));
+    table.cell("action", acl_actions[rule.told.get(at::action)]);
+    table.cell("direction", acl_directions[rule.told.get(at::direction)]);
+    table.cell("protocol", unless_0(rule.told.get(at::protocol)));
     network_cell(table, "source", get_ipv4(rule.told, at::source), get_ipv4(rule.told, at::source_mask));
     network_cell(table, "dest", get_ipv4(rule.told, at::dest), get_ipv4(rule.told, at::dest_mask));
-    table.cell("first_port", unless_0(rule.told.get<uint16_t>(at::first_port)));
-    table.cell("last_port", unless_0(rule.told.get<uint16_t>(at::last_port)));
+    table.cell("first_port", unless_0(rule.told.get(at::first_port)));
+    table.cell("last_port", unless_0(rule.told.get(at::last_port)));
 }
 
 void voice_cells(Table &table, const VoicePort &port, bool online)
@@ -112,7 +113,7 @@ void place_cells(Table &table, const UserServices &onu)
 
 bool is_enabled(const Wlan &wlan)
 {
-    return wlan.told.get<uint8_t>(layout::onu_wlan::enabled) != 0;
+    return wlan.told.get(layout::onu_wlan::enabled) != 0;
 }
 
 } // namespace
@@ -133,9 +134,9 @@ std::string wlan_table(const UserServices &onu)
         table.cell("index", wlan.index);
         table.cell("enabled", is_enabled(wlan));
         table.cell("name", text_at(wlan.told, at::name));
-        table.cell("channel", unless_0(wlan.told.get<uint8_t>(at::channel)));
-        table.cell("security", wlan_securities[wlan.told.get<uint8_t>(at::security)]);
-        table.cell("hidden", wlan.told.get<uint8_t>(at::hidden) != 0);
+        table.cell("channel", unless_0(wlan.told.get(at::channel)));
+        table.cell("security", wlan_securities[wlan.told.get(at::security)]);
+        table.cell("hidden", wlan.told.get(at::hidden) != 0);
         table.cell("clients", wlan.clients);
     }
     return std::string(table.text());
@@ -170,11 +171,11 @@ std::string dhcp_table(const UserServices &onu)
     Table table(BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_DHCP);
     if (onu.dhcp) {
         const OnuBlock &told = onu.dhcp->told;
-        table.cell("enabled", told.get<uint8_t>(at::enabled) != 0);
+        table.cell("enabled", told.get(at::enabled) != 0);
         table.cell("address", network_text(get_ipv4(told, at::address), get_ipv4(told, at::mask)));
         table.cell("first", ipv4_text(get_ipv4(told, at::first)));
         table.cell("last", ipv4_text(get_ipv4(told, at::last)));
-        table.cell("lease_time", told.get<uint32_t>(at::lease_time));
+        table.cell("lease_time", told.get(at::lease_time));
         table.cell("leases", onu.dhcp->leases);
     }
     return std::string(table.text());

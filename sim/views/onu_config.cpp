@@ -32,11 +32,9 @@ void add(Table &table, const UniProfileRow &profile)
 {
     namespace at = layout::onu_port_config_set;
     const OnuBlock &config = profile.config;
-    const auto flag = [&](std::string_view name, uint32_t offset) {
-        table.cell(name, config.get<uint8_t>(offset) != 0);
-    };
-    const auto limit = [&](std::string_view name, uint32_t on, uint32_t offset) {
-        table.cell(name, config.get<uint8_t>(on) ? std::optional(config.get<uint32_t>(offset)) : std::nullopt);
+    const auto flag = [&](std::string_view name, layout::At<uint8_t> at) { table.cell(name, config.get(at) != 0); };
+    const auto limit = [&](std::string_view name, layout::At<uint8_t> on, layout::At<uint32_t> at) {
+        table.cell(name, config.get(on) ? std::optional(config.get(at)) : std::nullopt);
     };
     const UniConfig vlans = vlans_of(config);
     table.cell("id", profile.id);

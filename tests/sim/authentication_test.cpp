@@ -20,7 +20,7 @@ bsp_pon_msg auth_record(uint32_t pon_port, uint32_t mode, const std::string &loi
 bsp_pon_msg removal_record(uint32_t pon_port, uint32_t mode, const std::string &loid)
 {
     bsp_pon_msg record = auth_record(pon_port, mode, loid);
-    put(record, layout::auth_record::remove, uint32_t{1});
+    put(record, layout::auth_record::remove, 1);
     return record;
 }
 
@@ -358,7 +358,7 @@ TEST(AuthRecord, CanBeRemoved)
     EXPECT_EQ(desk.send(removal_record(1, 1, "one")), BSP_OK);
     EXPECT_EQ(desk.port(1).authentication.records.size(), 0u);
     bsp_pon_msg record = auth_record(1, 1, "one");
-    put(record, layout::auth_record::remove, uint32_t{2});
+    put(record, layout::auth_record::remove, 2);
     EXPECT_EQ(desk.send(record), PON_ERR_BAD_RECORD);
 }
 
@@ -397,11 +397,11 @@ TEST(AuthGet, TellsModeAndCounts)
     const AnswerRecord answer(desk.ask(record_of(BSP_CMD_AUTH_GET, 1)));
     EXPECT_EQ(answer.record.pon_port, 1u);
     EXPECT_EQ(answer.record.arg_word12, 1u);
-    EXPECT_EQ(answer.word(layout::auth_counts::records), 2u);
-    EXPECT_EQ(answer.word(layout::auth_counts::admitted), 1u);
-    EXPECT_EQ(answer.word(layout::auth_counts::unauthenticated), 1u);
-    EXPECT_EQ(answer.word(layout::auth_counts::waiting), 1u);
-    EXPECT_EQ(answer.word(layout::auth_counts::rejected), 1u);
+    EXPECT_EQ(answer.get(layout::auth_counts::records), 2u);
+    EXPECT_EQ(answer.get(layout::auth_counts::admitted), 1u);
+    EXPECT_EQ(answer.get(layout::auth_counts::unauthenticated), 1u);
+    EXPECT_EQ(answer.get(layout::auth_counts::waiting), 1u);
+    EXPECT_EQ(answer.get(layout::auth_counts::rejected), 1u);
     EXPECT_EQ(desk.ask(record_of(BSP_CMD_AUTH_GET, 0)).status, PON_ERR_NO_PORT);
 }
 

@@ -15,7 +15,7 @@ std::string text_at(const Bench &bench, uint32_t pon_port, uint32_t id)
 bsp_pon_msg add_record(uint32_t pon_port, const Mac &mac, const std::string &text = {})
 {
     bsp_pon_msg record = record_of(BSP_CMD_BLACKLIST_ADD_AUTO, pon_port, 0, mac);
-    text.copy(reinterpret_cast<char *>(&record) + layout::blacklist_text::text, text.size());
+    put(record, layout::blacklist_text::text, text);
     return record;
 }
 

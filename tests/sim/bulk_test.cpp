@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "model/onu/ipv4.h"
 #include "model/port/performance.h"
 #include "plat.h"
 #include "rows.h"
@@ -53,13 +54,11 @@ struct Bulk : Desk {
     static double number(const rapidjson::Value &row, const char *column) { return row[column].GetDouble(); }
 };
 
-template <class Number>
-Number value_at(const Reply &reply, uint32_t offset)
+template <class Field>
+Field value_at(const Reply &reply, layout::At<Field> at)
 {
-    Number number{};
     EXPECT_EQ(reply.status, BSP_OK);
-    std::memcpy(&number, reply.answer.value().data() + offset, sizeof number);
-    return number;
+    return layout::load(reply.answer.value().data(), at);
 }
 
 TEST(OnuOpticsTable, HasWhatTheOnusTellOneByOne)
@@ -74,11 +73,11 @@ TEST(OnuOpticsTable, HasWhatTheOnusTellOneByOne)
         const Reply told = desk.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET, 3, onu_id);
         EXPECT_EQ(row["onu_id"].GetUint(), onu_id);
         EXPECT_EQ(row["mac"].GetString(), to_text(desk.port(3).bindings[onu_id]->mac));
-        EXPECT_NEAR(Bulk::number(row, "temperature"), value_at<int16_t>(told, at::temperature) / 256.0, 0.01);
-        EXPECT_NEAR(Bulk::number(row, "voltage"), value_at<uint16_t>(told, at::voltage) / 10000.0, 0.001);
-        EXPECT_NEAR(Bulk::number(row, "bias"), value_at<uint16_t>(told, at::bias) / 500.0, 0.01);
-        EXPECT_EQ(Bulk::number(row, "tx_power"), centi_dbm(value_at<uint16_t>(told, at::launch_power)) / 100.0);
-        EXPECT_EQ(Bulk::number(row, "rx_power"), centi_dbm(value_at<uint16_t>(told, at::received_power)) / 100.0);
+        EXPECT_NEAR(Bulk::number(row, "temperature"), value_at(told, at::temperature) / 256.0, 0.01);
+        EXPECT_NEAR(Bulk::number(row, "voltage"), value_at(told, at::voltage) / 10000.0, 0.001);
+        EXPECT_NEAR(Bulk::number(row, "bias"), value_at(told, at::bias) / 500.0, 0.01);
+        EXPECT_EQ(Bulk::number(row, "tx_power"), centi_dbm(value_at(told, at::launch_power)) / 100.0);
+        EXPECT_EQ(Bulk::number(row, "rx_power"), centi_dbm(value_at(told, at::received_power)) / 100.0);
     }
 }
 
@@ -90,7 +89,7 @@ TEST(OnuOpticsTable, TheOltReceivesWhatItsRssiReadingTells)
         const PlatAnswer rssi(desk, BSP_MSG_PLAT, {BSP_CMD_OPTICS_RSSI_GET, 2, onu_id});
         ASSERT_EQ(rssi.status(), BSP_OK);
         EXPECT_EQ(Bulk::number(rows[onu_id - 1], "olt_rx_power"),
-                  rssi.get<int32_t>(layout::optics_rssi::received_power) / 100.0);
+                  rssi.get(layout::optics_rssi::received_power) / 100.0);
     }
 }
 
@@ -138,7 +137,7 @@ TEST(OnuStatsTable, CountsNothingWhereNothingIsMonitored)
 TEST(OnuStatsTable, HasTheSumOfWhatTheUniPortsCount)
 {
     namespace at = layout::onu_performance;
-    const std::pair<const char *, uint32_t> counters[] = {
+    const std::pair<const char *, layout::At<uint64_t>> counters[] = {
         {"up_frames", at::up_frames},     {"up_octets", at::up_octets},     {"up_errors", at::up_errored},
         {"down_frames", at::down_frames}, {"down_octets", at::down_octets}, {"down_discarded", at::down_discarded},
     };
@@ -148,12 +147,12 @@ TEST(OnuStatsTable, HasTheSumOfWhatTheUniPortsCount)
     const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     ASSERT_EQ(rows.Size(), 32u);
     EXPECT_EQ(rows[5]["counted"].GetDouble(), 100);
-    for (const auto &[column, offset] : counters) {
+    for (const auto &[column, at] : counters) {
         uint64_t sum = 0;
         for (uint32_t uni = 1; uni <= find_onu(desk.olt(), 2, 2).onu.device.unis.size(); ++uni) {
             bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, 2, 2);
             record.onu_uni_port = static_cast<uint8_t>(uni);
-            sum += value_at<uint64_t>(desk.tell(BSP_MSG_ONU_INFO, record, catalogue::Call::get), offset);
+            sum += value_at(desk.tell(BSP_MSG_ONU_INFO, record, catalogue::Call::get), at);
         }
         EXPECT_EQ(rows[5][column].GetDouble(), static_cast<double>(sum)) << column;
     }
@@ -299,7 +298,7 @@ std::string all_onus(Desk &desk)
     EXPECT_EQ(reply.status, BSP_OK);
     EXPECT_EQ(reply.answer.value().size(), sizeof(bsp_pon_msg_ext));
     EXPECT_EQ(reply.answer->back(), '\0');
-    return reply.answer->c_str() + layout::all_onu_info::text;
+    return reply.answer->c_str() + layout::all_onu_info::text.offset;
 }
 
 TEST(AllOnus, AreALineAPortAndOneForAll)
@@ -386,47 +385,46 @@ struct Setting {
 const Setting settings[] = {
     {0, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MGMT_SET,
      [](OnuBlock &block) {
-         block.put(layout::onu_mgmt_set::address, std::string_view("\x0a\0\0\2\xff\xff\xff\0", 8), 8);
-         block.put<uint8_t>(layout::onu_mgmt_set::mode, 1);
+         put_ipv4(block, layout::onu_mgmt_set::address, 0x0a000002);
+         put_ipv4(block, layout::onu_mgmt_set::mask, 0xffffff00);
+         block.put(layout::onu_mgmt_set::mode, 1);
      }},
-    {1, BSP_MSG_ONU_CFG, BSP_CMD_ONU_FEC_SET,
-     [](OnuBlock &block) { block.put<uint32_t>(layout::onu_fec_set::mode, 2); }},
+    {1, BSP_MSG_ONU_CFG, BSP_CMD_ONU_FEC_SET, [](OnuBlock &block) { block.put(layout::onu_fec_set::mode, 2); }},
     {2, BSP_MSG_ONU_INFO, BSP_CMD_ONU_TIME_SET,
      [](OnuBlock &block) {
-         block.put<uint32_t>(layout::onu_time_set::server, 1);
-         block.put<uint32_t>(layout::onu_time_set::interval, 60);
-         block.put<uint8_t>(layout::onu_time_set::mode, 1);
+         put_ipv4(block, layout::onu_time_set::server, 0x01000000);
+         block.put(layout::onu_time_set::interval, 60);
+         block.put(layout::onu_time_set::mode, 1);
      }},
     {4, BSP_MSG_ONU_INFO, BSP_CMD_ONU_MULTI_LLID_SET, [](OnuBlock &) {}, 2},
-    {5, BSP_MSG_ONU_INFO, BSP_CMD_ONU_PERF_MONITOR_SET,
-     [](OnuBlock &block) { block.put<uint8_t>(layout::onu_switch::on, 1); }},
+    {5, BSP_MSG_ONU_INFO, BSP_CMD_ONU_PERF_MONITOR_SET, [](OnuBlock &block) { block.put(layout::onu_switch::on, 1); }},
     {6, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_SWITCH_SET,
-     [](OnuBlock &block) { block.put<uint8_t>(layout::onu_mc_switch_set::mode, 1); }},
+     [](OnuBlock &block) { block.put(layout::onu_mc_switch_set::mode, 1); }},
     {7, BSP_MSG_ONU_CFG, BSP_CMD_ONU_FAST_LEAVE_SET,
-     [](OnuBlock &block) { block.put<uint32_t>(layout::onu_fast_leave_set::state, 1); }},
+     [](OnuBlock &block) { block.put(layout::onu_fast_leave_set::state, 1); }},
     {8, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, [](OnuBlock &) {}},
     {9, BSP_MSG_ONU_INFO, BSP_CMD_ONU_AUTONEG_SET, [](OnuBlock &) {}},
-    {10, BSP_MSG_ONU_CFG, BSP_CMD_ONU_PAUSE_SET, [](OnuBlock &block) { block.put<uint8_t>(layout::onu_pause::on, 1); }},
+    {10, BSP_MSG_ONU_CFG, BSP_CMD_ONU_PAUSE_SET, [](OnuBlock &block) { block.put(layout::onu_pause::on, 1); }},
     {11, BSP_MSG_ONU_CFG, BSP_CMD_ONU_RATE_LIMIT_SET,
      [](OnuBlock &block) {
-         block.put<uint32_t>(layout::onu_rate_limit_set::down_pir, 1000);
-         block.put<uint8_t>(layout::onu_rate_limit_set::down_on, 1);
+         block.put(layout::onu_rate_limit_set::down_pir, 1000);
+         block.put(layout::onu_rate_limit_set::down_on, 1);
      }},
     {12, BSP_MSG_ONU_CFG, BSP_CMD_ONU_VLAN_SET,
      [](OnuBlock &block) {
-         block.put<uint8_t>(layout::onu_vlan_set::mode, 1);
-         block.put<uint16_t>(layout::onu_vlan_set::pvid, 100);
-         block.put<uint16_t>(layout::onu_vlan_set::tpid, 0x8100);
+         block.put(layout::onu_vlan_set::mode, 1);
+         block.put(layout::onu_vlan_set::pvid, 100);
+         block.put(layout::onu_vlan_set::tpid, 0x8100);
      }},
     {13, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CLASSIFICATION_SET,
      [](OnuBlock &block) {
          namespace at = layout::onu_classification_set;
-         block.put<uint8_t>(at::action, 1);
-         block.put<uint8_t>(at::count, 1);
-         block.put<uint8_t>(at::precedence, 1);
-         block.put<uint8_t>(at::mark, 255);
-         block.put<uint8_t>(at::entries, 1);
-         block.put<uint8_t>(at::operator_a, 7);
+         block.put(at::action, 1);
+         block.put(at::count, 1);
+         block.put(at::precedence[0], 1);
+         block.put(at::mark[0], 255);
+         block.put(at::entries[0], 1);
+         block.put(at::operator_a[0], 7);
      }},
     {14, BSP_MSG_ONU_CFG, BSP_CMD_ONU_LOOP_DETECT_SET, [](OnuBlock &) {}},
 };
@@ -435,7 +433,7 @@ uint32_t config_word(Full &desk, uint32_t onu_id)
 {
     const Reply reply =
         desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id)));
-    return value_at<uint32_t>(reply, layout::onu_config_word::word);
+    return value_at(reply, layout::onu_config_word::word);
 }
 
 uint32_t set(Full &desk, uint32_t onu_id, const Setting &setting)
@@ -490,8 +488,7 @@ TEST(ConfigWord, AnSlaOfEitherDirectionIsBit3)
     Desk desk({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0}, kept);
     const auto bit = [&](uint32_t onu_id) {
         const bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id);
-        return value_at<uint32_t>(desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, record)),
-                                  layout::onu_config_word::word) >>
+        return value_at(desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, record)), layout::onu_config_word::word) >>
                    3 &
                1;
     };

@@ -195,7 +195,7 @@ TEST(Configuration, BothChannelsTellTheSizeAndWhereTheNameGoes)
     FullDesk desk;
     const PlatAnswer platform(desk, BSP_MSG_CFGWR, PlatRecord(0, 0));
     const Reply reply = read(desk);
-    EXPECT_EQ(platform.get<uint32_t>(120), reply.file.value().content.size());
+    EXPECT_EQ(platform.get(layout::At<uint32_t>{120}), reply.file.value().content.size());
     EXPECT_EQ(platform.reply.file.value().name_at, 124u);
     EXPECT_EQ(platform.reply.file.value().content, reply.file.value().content);
     uint32_t count;

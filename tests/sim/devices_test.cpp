@@ -18,7 +18,7 @@ constexpr uint32_t whole_port = 0, one_onu = 1;
 Reply ask(Desk &desk, uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, uint32_t scope = 0)
 {
     bsp_onu_msg record = onu_record_of(command, pon_port, onu_id);
-    memcpy(reinterpret_cast<char *>(&record) + layout::vlan_view::scope, &scope, sizeof scope);
+    put(record, layout::vlan_view::scope, scope);
     return desk.simulator.handle(message_of(channel, record));
 }
 

@@ -49,9 +49,9 @@ uint32_t flush(Desk &desk, uint16_t side, const FdbFilter &filter = {})
 {
     return send(desk, PlatRecord(BSP_CMD_FDB_FLUSH, 0)
                           .put(layout::fdb_flush::side, side)
-                          .put(layout::fdb_flush::port, static_cast<uint16_t>(filter.port))
-                          .put(layout::fdb_flush::llid, static_cast<uint16_t>(filter.llid))
-                          .put(layout::fdb_flush::vlan, static_cast<uint16_t>(filter.vlan))
+                          .put(layout::fdb_flush::port, filter.port)
+                          .put(layout::fdb_flush::llid, filter.llid)
+                          .put(layout::fdb_flush::vlan, filter.vlan)
                           .put(layout::fdb_flush::mac, filter.mac));
 }
 
@@ -65,7 +65,7 @@ uint32_t behave(Desk &desk, uint32_t llid, Frames frames, uint32_t mac_limit = 0
 void cut_off(Desk &desk, uint32_t pon_port, bool off = true)
 {
     bsp_pon_msg record = record_of(BSP_CMD_OPT_RANGE_SET, pon_port);
-    put(record, layout::opt_range::min_distance, std::array<uint32_t, 2>{0, off ? 0u : 20000u});
+    put(record, layout::opt_range::max_distance, off ? 0 : 20000);
     EXPECT_EQ(desk.send(record), BSP_OK);
 }
 
@@ -255,8 +255,8 @@ TEST(Fdb, TheAgeingIsTold)
     Learned desk;
     configure(desk, {.ageing = 77});
     const Reply reply = ask(desk, PlatRecord(BSP_CMD_MAC_AGE_GET, 0));
-    EXPECT_EQ(number_at(reply, 120), 77u);
-    EXPECT_EQ(number_at(reply, 112), matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET));
+    EXPECT_EQ(number_at(reply, layout::At<uint32_t>{120}), 77u);
+    EXPECT_EQ(number_at(reply, layout::At<uint32_t>{112}), matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET));
 }
 
 TEST(Fdb, WithoutLearningNothingIsLearnedAndEverythingAges)
@@ -425,12 +425,11 @@ TEST(LlidBehavior, HasToMakeSense)
     EXPECT_EQ(behave(desk, 128, Frames::learned), BSP_OK);
     EXPECT_EQ(behave(desk, 1, Frames{3}), PON_ERR_BAD_RECORD);
     EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 3, 1)), PON_ERR_NO_PORT);
-    for (uint32_t offset : {layout::llid_behavior::broadcast_rate, layout::llid_behavior::multicast_rate,
-                            layout::llid_behavior::unknown_rate})
-        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{1000001})),
-                  PON_ERR_BAD_RECORD);
-    for (uint32_t offset : {layout::llid_behavior::over_limit, layout::llid_behavior::isolated})
-        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(offset, uint32_t{2})), PON_ERR_BAD_RECORD);
+    for (const auto at : {layout::llid_behavior::broadcast_rate, layout::llid_behavior::multicast_rate,
+                          layout::llid_behavior::unknown_rate})
+        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(at, 1000001)), PON_ERR_BAD_RECORD);
+    for (const auto at : {layout::llid_behavior::over_limit, layout::llid_behavior::isolated})
+        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(at, 2)), PON_ERR_BAD_RECORD);
 }
 
 TEST(LlidBehavior, SurvivesARestart)

@@ -21,13 +21,11 @@ inline uint32_t send(Desk &desk, const PlatRecord &request)
 }
 
 // A number of an answer.
-template <class Number = uint32_t>
-Number number_at(const Reply &reply, uint32_t offset)
+template <class Field>
+Field number_at(const Reply &reply, layout::At<Field> at)
 {
-    Number number{};
     EXPECT_EQ(reply.answer.value_or("").size(), sizeof(bsp_plat_msg));
-    if (reply.answer) std::memcpy(&number, reply.answer->data() + offset, sizeof number);
-    return number;
+    return reply.answer ? layout::load(reply.answer->data(), at) : Field{};
 }
 
 inline WantedSettings everyone_online(uint32_t ports = 2, uint32_t arrivals = 4)

@@ -126,8 +126,7 @@ TEST(Handlers, ASetOfIdsIsFourWordsLowestBitFirst)
     for (uint8_t onu_id : {0, 31, 32, 64, 96, 127})
         desk.send(record_of(BSP_CMD_ONU_BIND, 1, onu_id, stranger(onu_id)));
     bsp_pon_msg record = record_of(BSP_CMD_ONU_RELEASE_BATCH, 1);
-    const uint32_t words[4] = {0x80000000, 0x00000001, 0, 0x80000000};
-    memcpy(reinterpret_cast<char *>(&record) + layout::onu_batch::onu_set, words, sizeof words);
+    put(record, layout::onu_batch::onu_set, layout::IdSet{0x80000000, 0x00000001, 0, 0x80000000});
     EXPECT_EQ(desk.send(record), BSP_OK);
     std::set<uint32_t> left;
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)

@@ -204,7 +204,7 @@ TEST(Light, FadesAtOnceWhenTheLaserIsMadeOld)
     Field field;
     const int32_t before = field.level(0);
     namespace at = layout::optics_rssi;
-    const auto launched = [&] { return rssi(field, 1, 1).get<int32_t>(at::onu_launch_power); };
+    const auto launched = [&] { return rssi(field, 1, 1).get(at::onu_launch_power); };
     const int32_t launched_before = launched();
     field.order("age-onu 1 " + to_text(field.onu(0).mac) + " 100000");
     EXPECT_EQ(field.level(0), before - 100);

@@ -27,14 +27,12 @@ uint32_t order(Desk &desk, uint32_t command, uint32_t argument = 0)
 }
 
 // A word of the configuration.
-uint32_t config(Desk &desk, uint32_t offset)
+uint32_t config(Desk &desk, layout::At<uint32_t> at)
 {
     const Reply reply = ask(desk, BSP_CMD_LOOP_CONFIG_GET);
     EXPECT_EQ(reply.status, BSP_OK);
     EXPECT_EQ(reply.answer.value_or("").size(), sizeof(bsp_pon_msg_ext));
-    uint32_t word = 0;
-    std::memcpy(&word, reply.answer->data() + offset, sizeof word);
-    return word;
+    return layout::load(reply.answer->data(), at);
 }
 
 rapidjson::Document rows(Desk &desk)
@@ -220,7 +218,7 @@ TEST(Loop, TheConfigurationIsWhatWasSet)
     EXPECT_EQ(config(desk, at::mode), 0u);
     EXPECT_EQ(config(desk, at::time), 300u);
     EXPECT_EQ(config(desk, at::interval), 5u);
-    const std::tuple<uint32_t, uint32_t, std::vector<uint32_t>, std::vector<uint32_t>> settings[] = {
+    const std::tuple<uint32_t, layout::At<uint32_t>, std::vector<uint32_t>, std::vector<uint32_t>> settings[] = {
         {BSP_CMD_LOOP_STATE_SET, at::state, {0, 1}, {2, 255}},
         {BSP_CMD_LOOP_RECOVER_MODE_SET, at::mode, {0, 1}, {2, 255}},
         {BSP_CMD_LOOP_RECOVER_TIME_SET, at::time, {10, 86400}, {0, 9, 86401}},
@@ -245,7 +243,7 @@ TEST(Loop, WhatFollowsTheConfigurationInItsBlockIsZero)
     std::memset(&record, 0xff, sizeof record);
     record.cmd = BSP_CMD_LOOP_CONFIG_GET;
     const Reply reply = desk.simulator.handle({BSP_MSG_LOOP_DETECT, &record, sizeof record});
-    EXPECT_EQ(reply.answer.value().substr(layout::loop_config::reserved, 52), std::string(52, '\0'));
+    EXPECT_EQ(reply.answer.value().substr(layout::loop_config::reserved.offset, 52), std::string(52, '\0'));
 }
 
 TEST(Loop, AShutPortIsDownInTheDeviceViews)

@@ -87,7 +87,7 @@ TEST(I2c, SaysWhatIsWrong)
     EXPECT_EQ(i2c_read(desk, 1, 0xa0, 0, 129).status(), PON_ERR_BAD_RECORD);
     EXPECT_EQ(i2c_read(desk, 1, 0xa0, 129, 128).status(), PON_ERR_BAD_RECORD);
     EXPECT_EQ(i2c_read(desk, 1, 0xa0, 0xffffffff, 2).status(), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(i2c_read(desk, 1, 0xa0, 0xffffffff, 2).get<uint32_t>(layout::i2c_bytes::result), 0u);
+    EXPECT_EQ(i2c_read(desk, 1, 0xa0, 0xffffffff, 2).get(layout::i2c_bytes::result), 0u);
     EXPECT_EQ(i2c_read(desk, 1, 0xa0, 128, 128).status(), BSP_OK);
 }
 
@@ -101,7 +101,7 @@ TEST(I2c, AnswersNothingBehindTheBytesThatWereRead)
     std::fill_n(request.record.plat_data + 16, 128, uint8_t{0xff});
     const PlatAnswer answer(desk, BSP_MSG_DEBUG, request);
     EXPECT_EQ(answer.text(layout::i2c_bytes::data), "SIMA");
-    EXPECT_EQ(answer.get<uint8_t>(layout::i2c_bytes::data + 127), 0);
+    EXPECT_EQ(answer.get(byte_of(layout::i2c_bytes::data, 127)), 0);
 }
 
 TEST(I2c, TheUsersBytesAreKept)
@@ -133,8 +133,7 @@ TEST(I2c, OtherBytesCannotBeWrittenAndNoneIs)
 
 uint32_t laser_state(Desk &desk, uint32_t pon_port)
 {
-    return PlatAnswer(desk, BSP_MSG_DEBUG, {BSP_CMD_DEBUG_PON_LASER_GET, pon_port})
-        .get<uint32_t>(layout::pon_laser::state);
+    return PlatAnswer(desk, BSP_MSG_DEBUG, {BSP_CMD_DEBUG_PON_LASER_GET, pon_port}).get(layout::pon_laser::state);
 }
 
 TEST(TxDisable, TakesTheLaserAndThePortsOnusWithIt)
@@ -144,8 +143,8 @@ TEST(TxDisable, TakesTheLaserAndThePortsOnusWithIt)
     EXPECT_EQ(laser_state(desk, 1), 1u);
     EXPECT_EQ(i2c_write(desk, 1, 0xa2, 110, {0x40}), BSP_OK);
     EXPECT_EQ(laser_state(desk, 1), 0u);
-    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(layout::optics_diagnostics::launch_power), -4000);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint32_t>(layout::optics_diagnostics::bias), 0u);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::launch_power), -4000);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::bias), 0u);
     EXPECT_FALSE(desk.port(1).online(*desk.port(1).bindings[5]));
     EXPECT_TRUE(desk.simulator.olt().waiting(desk.port(1)).empty()) << "those that waited are not seen";
     const Mac mac = desk.port(1).bindings[5]->mac;
@@ -181,7 +180,7 @@ TEST(TxDisable, DoesNotReachALaserThatIsAlwaysOn)
     EXPECT_EQ(i2c_write(desk, 1, 0xa2, 110, {0x40}), BSP_OK);
     EXPECT_EQ(set_lao(desk, 1, 1), BSP_OK);
     EXPECT_EQ(laser_state(desk, 1), 2u);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(layout::optics_diagnostics::lao_mode), 1);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::lao_mode), 1);
     desk.settle();
     EXPECT_TRUE(desk.port(1).online(*desk.port(1).bindings[5]));
     EXPECT_EQ(set_lao(desk, 1, 0), BSP_OK);

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "model/lifecycle/registration.h"
+#include "model/onu/ipv4.h"
 #include "model/plant/station.h"
 #include "uni.h"
 
@@ -177,33 +178,33 @@ TEST(ExtendedOam, TheOuiIsKept)
 OnuBlock port_block(uint32_t up = 2000)
 {
     OnuBlock block(port_config_size);
-    block.put<uint8_t>(at::admin, 1);
-    block.put<uint8_t>(at::autoneg, 1);
-    block.put<uint8_t>(at::pause, 1);
-    block.put<uint32_t>(at::up_cir, up);
-    block.put<uint32_t>(at::up_cbs, 2048);
-    block.put<uint8_t>(at::up_on, 1);
-    block.put<uint8_t>(at::vlan_mode, static_cast<uint8_t>(VlanMode::tag));
-    block.put<uint16_t>(at::pvid, 77);
-    block.put<uint8_t>(at::priority, 3);
-    block.put<uint16_t>(at::tpid, 0x8100);
+    block.put(at::admin, 1);
+    block.put(at::autoneg, 1);
+    block.put(at::pause, 1);
+    block.put(at::up_cir, up);
+    block.put(at::up_cbs, 2048);
+    block.put(at::up_on, 1);
+    block.put(at::vlan_mode, VlanMode::tag);
+    block.put(at::pvid, 77);
+    block.put(at::priority, 3);
+    block.put(at::tpid, 0x8100);
     return block;
 }
 
 OnuBlock trunk_block()
 {
     OnuBlock block = port_block();
-    block.put<uint8_t>(at::vlan_mode, static_cast<uint8_t>(VlanMode::trunk));
-    block.put<uint8_t>(at::vlans, 1);
-    block.put<uint16_t>(at::user, 5);
-    block.put<uint16_t>(at::network, 5);
+    block.put(at::vlan_mode, VlanMode::trunk);
+    block.put(at::vlans, 1);
+    block.put(at::user[0], 5);
+    block.put(at::network[0], 5);
     return block;
 }
 
 OnuBlock of_profile(uint8_t id)
 {
     OnuBlock block(port_config_size);
-    block.put<uint8_t>(at::profile, id);
+    block.put(at::profile, id);
     return block;
 }
 
@@ -227,7 +228,7 @@ uint32_t batch(Desk &desk)
 
 uint32_t limit(UniDesk &desk, uint32_t uni)
 {
-    return desk.block(config, BSP_CMD_ONU_RATE_LIMIT_GET, uni, 22).get<uint32_t>(layout::onu_rate_limit::up_cir);
+    return desk.block(config, BSP_CMD_ONU_RATE_LIMIT_GET, uni, 22).get(layout::onu_rate_limit::up_cir);
 }
 
 TEST(OnuPortConfig, IsAnsweredByTheQueriesOfItsParts)
@@ -237,12 +238,12 @@ TEST(OnuPortConfig, IsAnsweredByTheQueriesOfItsParts)
     desk.pass(oam_delay);
     EXPECT_EQ(desk.block(info, BSP_CMD_ONU_ADMIN_STATE_GET, 2, 4), word_block(1));
     EXPECT_EQ(desk.block(info, BSP_CMD_ONU_AUTONEG_GET, 2, 4), word_block(1));
-    EXPECT_EQ(desk.block(config, BSP_CMD_ONU_PAUSE_GET, 2, 1).get<uint8_t>(layout::onu_pause::on), 1);
+    EXPECT_EQ(desk.block(config, BSP_CMD_ONU_PAUSE_GET, 2, 1).get(layout::onu_pause::on), 1);
     EXPECT_EQ(limit(desk, 2), 2000u);
     const OnuBlock vlan = desk.block(config, BSP_CMD_ONU_VLAN_GET, 2, 159);
-    EXPECT_EQ(vlan.get<uint8_t>(layout::onu_vlan::mode), 1);
-    EXPECT_EQ(vlan.get<uint16_t>(layout::onu_vlan::pvid), 77);
-    EXPECT_EQ(vlan.get<uint16_t>(layout::onu_vlan::tpid), 0x8100);
+    EXPECT_EQ(vlan.get(layout::onu_vlan::mode), 1);
+    EXPECT_EQ(vlan.get(layout::onu_vlan::pvid), 77);
+    EXPECT_EQ(vlan.get(layout::onu_vlan::tpid), 0x8100);
 }
 
 TEST(OnuPortConfig, ShowsInTheViewBeforeTheOnuHasIt)
@@ -261,7 +262,7 @@ TEST(OnuPortConfig, IsToldAsAWholeOrNotAtAll)
     UniDesk desk;
     const uint32_t before = limit(desk, 1);
     OnuBlock bad = port_block();
-    bad.put<uint16_t>(at::pvid, 4095);
+    bad.put(at::pvid, 4095);
     EXPECT_EQ(configure(desk, 1, bad), PON_ERR_BAD_RECORD);
     desk.pass(oam_delay);
     EXPECT_EQ(limit(desk, 1), before);
@@ -293,11 +294,11 @@ TEST(UniProfile, HasANumberAndMakesSense)
     EXPECT_EQ(set_profile(desk, 33, port_block()), PON_ERR_NO_UNI_PROFILE);
     EXPECT_EQ(set_profile(desk, 32, trunk_block()), BSP_OK);
     EXPECT_EQ(set_profile(desk, 1, port_block(), 2), PON_ERR_BAD_RECORD);
-    for (const uint32_t offset :
+    for (const layout::At<uint8_t> flag :
          {at::admin, at::autoneg, at::pause, at::up_on, at::down_on, at::vlan_mode, at::vlans}) {
         OnuBlock bad = port_block();
-        bad.put<uint8_t>(offset, 9);
-        EXPECT_EQ(set_profile(desk, 1, bad), PON_ERR_BAD_RECORD) << offset;
+        bad.put(flag, 9);
+        EXPECT_EQ(set_profile(desk, 1, bad), PON_ERR_BAD_RECORD) << flag.offset;
     }
 }
 
@@ -330,19 +331,19 @@ TEST(UniProfile, IsShownWithThePortsThatTookIt)
 TEST(UniProfile, AllOfThemFitTheirView)
 {
     OnuBlock longest(port_config_size);
-    longest.put<uint8_t>(at::up_on, 1);
-    longest.put<uint8_t>(at::down_on, 1);
-    for (const uint32_t offset : {at::up_cir, at::down_cir, at::down_pir})
-        longest.put<uint32_t>(offset, max_rate_limit);
-    for (const uint32_t offset : {at::up_cbs, at::up_ebs})
-        longest.put<uint32_t>(offset, 0xffffff);
-    longest.put<uint8_t>(at::vlan_mode, static_cast<uint8_t>(VlanMode::translation));
-    longest.put<uint8_t>(at::vlans, max_vlans);
-    longest.put<uint16_t>(at::pvid, 4094);
-    longest.put<uint16_t>(at::tpid, 0xffff);
+    longest.put(at::up_on, 1);
+    longest.put(at::down_on, 1);
+    for (const auto rate : {at::up_cir, at::down_cir, at::down_pir})
+        longest.put(rate, max_rate_limit);
+    for (const auto burst : {at::up_cbs, at::up_ebs})
+        longest.put(burst, 0xffffff);
+    longest.put(at::vlan_mode, VlanMode::translation);
+    longest.put(at::vlans, max_vlans);
+    longest.put(at::pvid, 4094);
+    longest.put(at::tpid, 0xffff);
     for (uint32_t number = 0; number < max_vlans; ++number) {
-        longest.put<uint16_t>(at::user + number * at::user_every, static_cast<uint16_t>(4000 + number));
-        longest.put<uint16_t>(at::network + number * at::network_every, static_cast<uint16_t>(3000 + number));
+        longest.put(at::user[number], 4000 + number);
+        longest.put(at::network[number], 3000 + number);
     }
     UniDesk desk;
     for (uint32_t id = 1; id <= max_uni_profiles; ++id)
@@ -424,7 +425,7 @@ TEST(OnuConfigBatch, LeavesAPortThatIsNotAbleAndSaysSo)
               std::vector<std::string>{"UNI port 1 of ONU 1/5 is not able to do what UNI profile 3 asks for, and stays "
                                        "as it is"});
     desk.pass(oam_delay);
-    EXPECT_EQ(desk.block(config, BSP_CMD_ONU_VLAN_GET, 1, 159).get<uint16_t>(layout::onu_vlan::pvid), 77);
+    EXPECT_EQ(desk.block(config, BSP_CMD_ONU_VLAN_GET, 1, 159).get(layout::onu_vlan::pvid), 77);
 }
 
 TEST(OnuConfigBatch, IsOfAllZeros)
@@ -455,24 +456,21 @@ OnuBlock onu_block(uint8_t parts)
 {
     namespace fields = layout::onu_config_set;
     OnuBlock block(onu_config_size);
-    block.put<uint8_t>(fields::parts, parts);
-    block.put<uint8_t>(fields::multicast, 1);
-    block.put<uint32_t>(fields::fec, 2);
-    block.put<uint32_t>(fields::fast_leave, 1);
-    block.put(fields::address, std::string_view("\x0a\x00\x00\x02", 4), 4);
-    block.put(fields::mask, std::string_view("\xff\xff\xff\x00", 4), 4);
-    block.put<uint16_t>(fields::vlan, 9);
-    block.put<uint8_t>(fields::mode, 1);
+    block.put(fields::parts, parts);
+    block.put(fields::multicast, 1);
+    block.put(fields::fec, 2);
+    block.put(fields::fast_leave, 1);
+    put_ipv4(block, fields::address, 0x0a000002);
+    put_ipv4(block, fields::mask, 0xffffff00);
+    block.put(fields::vlan, 9);
+    block.put(fields::mode, 1);
     return block;
 }
 
 struct OnuDesk : UniDesk {
     uint32_t configure(const OnuBlock &block) { return tell(config, BSP_CMD_ONU_CONFIG_SET, 0, block); }
-    uint32_t fec() { return block(config, BSP_CMD_ONU_FEC_GET, 0, 4).get<uint32_t>(layout::onu_fec::mode); }
-    uint8_t multicast()
-    {
-        return block(config, BSP_CMD_ONU_MC_SWITCH_GET, 0, 1).get<uint8_t>(layout::onu_mc_switch::mode);
-    }
+    uint32_t fec() { return block(config, BSP_CMD_ONU_FEC_GET, 0, 4).get(layout::onu_fec::mode); }
+    uint8_t multicast() { return block(config, BSP_CMD_ONU_MC_SWITCH_GET, 0, 1).get(layout::onu_mc_switch::mode); }
     OnuBlock fast_leave() { return block(config, BSP_CMD_ONU_FAST_LEAVE_GET, 0, 4); }
     OnuBlock management() { return block(config, BSP_CMD_ONU_MGMT_GET, 0, 17); }
 };
@@ -504,7 +502,7 @@ TEST(OnuConfig, IsToldAsAWholeOrNotAtAll)
 {
     OnuDesk desk;
     OnuBlock bad = onu_block(9);
-    bad.put<uint16_t>(layout::onu_config_set::vlan, 4095);
+    bad.put(layout::onu_config_set::vlan, 4095);
     EXPECT_EQ(desk.configure(bad), PON_ERR_BAD_RECORD);
     EXPECT_EQ(desk.configure(onu_block(0)), PON_ERR_BAD_RECORD);
     EXPECT_EQ(desk.configure(onu_block(16)), PON_ERR_BAD_RECORD);

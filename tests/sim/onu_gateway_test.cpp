@@ -63,11 +63,11 @@ OnuBlock a_bridge(const char *name = "tv")
 {
     namespace at = layout::onu_wan;
     OnuBlock block(wan_size);
-    block.put<uint8_t>(at::mode, wan_bridge);
-    block.put<uint8_t>(at::service, wan_other);
-    block.put<uint8_t>(at::priority, 4);
-    block.put<uint16_t>(at::vlan, 30);
-    block.put(at::name, name, wan_name_room);
+    block.put(at::mode, wan_bridge);
+    block.put(at::service, wan_other);
+    block.put(at::priority, 4);
+    block.put(at::vlan, 30);
+    block.put(at::name, name);
     return block;
 }
 
@@ -75,18 +75,18 @@ OnuBlock a_static_route()
 {
     namespace at = layout::onu_wan;
     OnuBlock block = a_bridge("office");
-    block.put<uint8_t>(at::mode, wan_route);
-    block.put<uint8_t>(at::ip_mode, ip_static);
+    block.put(at::mode, wan_route);
+    block.put(at::ip_mode, ip_static);
     put_ipv4(block, at::address, 0x0a000005);
     put_ipv4(block, at::mask, 0xffffff00);
     put_ipv4(block, at::gateway, 0x0a000001);
     return block;
 }
 
-template <class Number>
-OnuBlock with(OnuBlock block, uint32_t offset, Number value)
+template <class Field, class Value>
+OnuBlock with(OnuBlock block, layout::At<Field> at, const Value &value)
 {
-    block.put<Number>(offset, value);
+    block.put(at, value);
     return block;
 }
 
@@ -125,7 +125,7 @@ TEST(OnuWan, AConnectionThatIsAddedConnectsUntilTheOnuHasIt)
 TEST(OnuWan, AConnectionIsRemovedByMode0)
 {
     Home home;
-    EXPECT_EQ(home.set(BSP_CMD_ONU_WAN_SET, gateway, 1, with<uint8_t>(a_bridge(), layout::onu_wan::mode, 0)),
+    EXPECT_EQ(home.set(BSP_CMD_ONU_WAN_SET, gateway, 1, with(a_bridge(), layout::onu_wan::mode, 0)),
               PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_WAN_SET, gateway, 1, OnuBlock(wan_size)), BSP_OK);
     const rapidjson::Document rows = home.rows(BSP_CMD_VIEW_ONU_WAN);
@@ -156,12 +156,11 @@ TEST(OnuWan, WrongValuesAreRefused)
     Home home;
     const OnuBlock good = a_static_route();
     for (const OnuBlock &block :
-         {with<uint8_t>(good, at::mode, 3), with<uint8_t>(good, at::service, 0), with<uint8_t>(good, at::service, 5),
-          with<uint8_t>(good, at::ip_mode, 0), with<uint8_t>(good, at::ip_mode, 2), with<uint8_t>(good, at::ip_mode, 4),
-          with<uint8_t>(good, at::priority, 8), with<uint16_t>(good, at::vlan, 4095),
-          with<uint8_t>(good, at::mask + 1, 0), with<uint8_t>(good, at::address + 3, 255),
-          with<uint8_t>(good, at::gateway + 2, 1), with<uint8_t>(a_bridge(), at::ip_mode, 1), a_bridge(""),
-          a_bridge("\xff"), a_bridge("123456789012345678901234")})
+         {with(good, at::mode, 3), with(good, at::service, 0), with(good, at::service, 5), with(good, at::ip_mode, 0),
+          with(good, at::ip_mode, 2), with(good, at::ip_mode, 4), with(good, at::priority, 8),
+          with(good, at::vlan, 4095), with(good, byte_of(at::mask, 1), 0), with(good, byte_of(at::address, 3), 255),
+          with(good, byte_of(at::gateway, 2), 1), with(a_bridge(), at::ip_mode, 1), a_bridge(""), a_bridge("\xff"),
+          a_bridge("123456789012345678901234")})
         EXPECT_EQ(home.set(BSP_CMD_ONU_WAN_SET, gateway, 3, block), PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_WAN_SET, gateway, 3, good), BSP_OK);
 }
@@ -181,11 +180,11 @@ OnuBlock a_wlan(const char *name = "garden")
 {
     namespace at = layout::onu_wlan;
     OnuBlock block(wlan_size);
-    block.put<uint8_t>(at::enabled, 1);
-    block.put<uint8_t>(at::channel, 11);
-    block.put<uint8_t>(at::security, wlan_wpa3);
-    block.put<uint8_t>(at::hidden, 1);
-    block.put(at::name, name, wlan_name_room);
+    block.put(at::enabled, 1);
+    block.put(at::channel, 11);
+    block.put(at::security, wlan_wpa3);
+    block.put(at::hidden, 1);
+    block.put(at::name, name);
     return block;
 }
 
@@ -233,8 +232,8 @@ TEST(OnuWlan, WrongValuesAreRefused)
     namespace at = layout::onu_wlan;
     Home home;
     for (const OnuBlock &block :
-         {with<uint8_t>(a_wlan(), at::enabled, 2), with<uint8_t>(a_wlan(), at::channel, 14),
-          with<uint8_t>(a_wlan(), at::security, 4), with<uint8_t>(a_wlan(), at::hidden, 2), a_wlan(""), a_wlan("\n")})
+         {with(a_wlan(), at::enabled, 2), with(a_wlan(), at::channel, 14), with(a_wlan(), at::security, 4),
+          with(a_wlan(), at::hidden, 2), a_wlan(""), a_wlan("\n")})
         EXPECT_EQ(home.set(BSP_CMD_ONU_WLAN_SET, gateway, 1, block), PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_WLAN_SET, gateway, 5, a_wlan()), PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_WLAN_SET, bridge, 1, a_wlan()), PON_ERR_NOT_ABLE);
@@ -293,13 +292,13 @@ OnuBlock a_rule()
 {
     namespace at = layout::onu_acl;
     OnuBlock block(acl_size);
-    block.put<uint8_t>(at::action, acl_deny);
-    block.put<uint8_t>(at::direction, acl_downstream);
-    block.put<uint8_t>(at::protocol, ip_udp);
+    block.put(at::action, acl_deny);
+    block.put(at::direction, acl_downstream);
+    block.put(at::protocol, ip_udp);
     put_ipv4(block, at::source, 0x0a000000);
     put_ipv4(block, at::source_mask, 0xff000000);
-    block.put<uint16_t>(at::first_port, 80);
-    block.put<uint16_t>(at::last_port, 90);
+    block.put(at::first_port, 80);
+    block.put(at::last_port, 90);
     return block;
 }
 
@@ -326,11 +325,11 @@ TEST(OnuAcl, WrongValuesAreRefused)
     namespace at = layout::onu_acl;
     Home home;
     const OnuBlock good = a_rule();
-    for (const OnuBlock &block : {with<uint8_t>(good, at::action, 0), with<uint8_t>(good, at::action, 3),
-                                  with<uint8_t>(good, at::direction, 0), with<uint8_t>(good, at::direction, 3),
-                                  with<uint8_t>(good, at::source + 3, 1), with<uint8_t>(good, at::source_mask + 3, 1),
-                                  with<uint8_t>(good, at::dest, 10), with<uint16_t>(good, at::last_port, 79),
-                                  with<uint16_t>(good, at::first_port, 0), with<uint8_t>(good, at::protocol, 1)})
+    for (const OnuBlock &block :
+         {with(good, at::action, 0), with(good, at::action, 3), with(good, at::direction, 0),
+          with(good, at::direction, 3), with(good, byte_of(at::source, 3), 1),
+          with(good, byte_of(at::source_mask, 3), 1), with(good, byte_of(at::dest, 0), 10),
+          with(good, at::last_port, 79), with(good, at::first_port, 0), with(good, at::protocol, 1)})
         EXPECT_EQ(home.set(BSP_CMD_ONU_ACL_SET, gateway, 1, block), PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_ACL_SET, gateway, 9, good), PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_ACL_SET, bridge, 1, good), PON_ERR_NOT_ABLE);
@@ -340,8 +339,8 @@ OnuBlock dhcp_of_one_address()
 {
     namespace at = layout::onu_dhcp;
     OnuBlock block(dhcp_size);
-    block.put<uint8_t>(at::enabled, 1);
-    block.put<uint32_t>(at::lease_time, 60);
+    block.put(at::enabled, 1);
+    block.put(at::lease_time, 60);
     put_ipv4(block, at::address, 0x0a000001);
     put_ipv4(block, at::mask, 0xffffff00);
     put_ipv4(block, at::first, 0x0a000002);
@@ -372,7 +371,7 @@ TEST(OnuDhcp, LeasesNoMoreAddressesThanThereAre)
     ASSERT_EQ(home.set(BSP_CMD_ONU_DHCP_SET, gateway, 0, dhcp_of_one_address()), BSP_OK);
     home.wait();
     EXPECT_EQ(home.rows(BSP_CMD_VIEW_ONU_DHCP)[0]["leases"].GetUint(), 1u);
-    home.set(BSP_CMD_ONU_DHCP_SET, gateway, 0, with<uint8_t>(dhcp_of_one_address(), layout::onu_dhcp::enabled, 0));
+    home.set(BSP_CMD_ONU_DHCP_SET, gateway, 0, with(dhcp_of_one_address(), layout::onu_dhcp::enabled, 0));
     home.wait();
     EXPECT_EQ(home.rows(BSP_CMD_VIEW_ONU_DHCP)[0]["leases"].GetUint(), 0u);
 }
@@ -382,10 +381,10 @@ TEST(OnuDhcp, WrongValuesAreRefused)
     namespace at = layout::onu_dhcp;
     Home home;
     const OnuBlock good = dhcp_of_one_address();
-    for (const OnuBlock &block : {with<uint8_t>(good, at::enabled, 2), with<uint32_t>(good, at::lease_time, 59),
-                                  with<uint32_t>(good, at::lease_time, 864001), with<uint8_t>(good, at::address + 3, 2),
-                                  with<uint8_t>(good, at::mask + 3, 1), with<uint8_t>(good, at::first + 3, 3),
-                                  with<uint8_t>(good, at::last + 3, 255), with<uint8_t>(good, at::last + 2, 1)})
+    for (const OnuBlock &block : {with(good, at::enabled, 2), with(good, at::lease_time, 59),
+                                  with(good, at::lease_time, 864001), with(good, byte_of(at::address, 3), 2),
+                                  with(good, byte_of(at::mask, 3), 1), with(good, byte_of(at::first, 3), 3),
+                                  with(good, byte_of(at::last, 3), 255), with(good, byte_of(at::last, 2), 1)})
         EXPECT_EQ(home.set(BSP_CMD_ONU_DHCP_SET, gateway, 0, block), PON_ERR_BAD_RECORD);
     EXPECT_EQ(home.set(BSP_CMD_ONU_DHCP_SET, bridge, 0, good), PON_ERR_NOT_ABLE);
 }
@@ -452,23 +451,23 @@ TEST(OnuGatewayTables, AreOfOnePort)
 UserServices longest_onu(uint32_t onu_id)
 {
     OnuBlock wan = a_static_route();
-    wan.put<uint8_t>(layout::onu_wan::service, wan_management);
-    wan.put<uint16_t>(layout::onu_wan::vlan, 4094);
+    wan.put(layout::onu_wan::service, wan_management);
+    wan.put(layout::onu_wan::vlan, 4094);
     put_ipv4(wan, layout::onu_wan::address, 0xdfdfdfdf); // 223.223.223.223
     put_ipv4(wan, layout::onu_wan::mask, 0xfffffffc);
     put_ipv4(wan, layout::onu_wan::gateway, 0xdfdfdfde);
-    wan.put(layout::onu_wan::name, std::string(wan_name_room - 1, '"'), wan_name_room);
-    OnuBlock wlan = a_wlan(std::string(wlan_name_room - 1, '\\').c_str());
-    wlan.put<uint8_t>(layout::onu_wlan::security, wlan_wpa2_wpa3);
-    wlan.put<uint8_t>(layout::onu_wlan::hidden, 0);
+    wan.put(layout::onu_wan::name, std::string(23, '"'));
+    OnuBlock wlan = a_wlan(std::string(32, '\\').c_str());
+    wlan.put(layout::onu_wlan::security, wlan_wpa2_wpa3);
+    wlan.put(layout::onu_wlan::hidden, 0);
     OnuBlock rule = a_rule();
-    rule.put<uint8_t>(layout::onu_acl::action, acl_permit);
-    rule.put<uint16_t>(layout::onu_acl::first_port, 65535);
-    rule.put<uint16_t>(layout::onu_acl::last_port, 65535);
-    for (uint32_t offset : {layout::onu_acl::source, layout::onu_acl::dest})
-        put_ipv4(rule, offset, 0xdfdfdfdf);
-    for (uint32_t offset : {layout::onu_acl::source_mask, layout::onu_acl::dest_mask})
-        put_ipv4(rule, offset, 0xffffffff);
+    rule.put(layout::onu_acl::action, acl_permit);
+    rule.put(layout::onu_acl::first_port, 65535);
+    rule.put(layout::onu_acl::last_port, 65535);
+    for (const auto at : {layout::onu_acl::source, layout::onu_acl::dest})
+        put_ipv4(rule, at, 0xdfdfdfdf);
+    for (const auto at : {layout::onu_acl::source_mask, layout::onu_acl::dest_mask})
+        put_ipv4(rule, at, 0xffffffff);
 
     UserServices onu{max_ports, onu_id, true, {}, {}, Catv{false, -79.9}, {}, {}, {}};
     for (uint32_t index = 1; index <= max_wans; ++index)

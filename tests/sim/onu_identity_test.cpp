@@ -72,17 +72,18 @@ struct Data {
         bytes = reply.answer.value_or(std::string(sizeof(bsp_onu_msg), '?'));
         EXPECT_EQ(bytes.size(), sizeof(bsp_onu_msg));
     }
-    template <class Number = uint32_t>
-    Number get(uint32_t offset) const
+    template <class Field>
+    Field get(layout::At<Field> at) const
     {
-        Number number;
-        std::memcpy(&number, &bytes.at(offset), sizeof number);
-        return number;
+        return layout::load(bytes.data(), at);
     }
-    uint32_t byte(uint32_t offset) const { return get<uint8_t>(offset); }
     // With the NULs that fill it up.
     std::string part(uint32_t offset, size_t size) const { return bytes.substr(offset, size); }
-    std::string text(uint32_t offset, size_t size) const { return part(offset, size).c_str(); }
+    template <class Field>
+    std::string text(layout::At<Field> at) const
+    {
+        return part(at.offset, sizeof(Field)).c_str();
+    }
     bool ends_at(uint32_t offset) const { return bytes.find_first_not_of('\0', offset) == std::string::npos; }
 };
 
@@ -153,7 +154,8 @@ TEST(OnuFirmware, IsThatOfTheLastUpgrade)
     Change upgraded;
     upgraded.onus = {{1, mac_of_model("H132"), {.software = "9.8.7-a.long.one"}}};
     Online desk("H132", upgraded);
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_FW_GET).text(352, 128), "9.8.7-a.long.one");
+    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_FW_GET).text(layout::At<layout::Text<128>>{352}),
+              "9.8.7-a.long.one");
     EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET).part(374, 16), "9.8.7-a.long.one");
 }
 
@@ -162,7 +164,7 @@ TEST(OnuChip, Is8BytesAsCtcHasThem)
     Online desk("H132");
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CHIP_ID_GET);
     EXPECT_EQ(data.part(352, 2), "SY");
-    EXPECT_EQ(data.get<uint16_t>(354), 420);
+    EXPECT_EQ(data.get(layout::At<uint16_t>{354}), 420);
     EXPECT_EQ(data.part(356, 4), "\x02\x21\x06\x18");
     EXPECT_TRUE(data.ends_at(352 + 8));
 }
@@ -172,7 +174,7 @@ TEST(OnuChip, IsThatOfTheKind)
     for (const DeviceType &type : device_types()) {
         Online desk(type.model);
         const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CHIP_ID_GET);
-        EXPECT_EQ(data.part(352, 2) + '-' + std::to_string(data.get<uint16_t>(354)), type.chipset);
+        EXPECT_EQ(data.part(352, 2) + '-' + std::to_string(data.get(layout::At<uint16_t>{354})), type.chipset);
     }
 }
 
@@ -190,8 +192,8 @@ TEST(OnuCapabilities, BitmapsHaveABitForEachUniPort)
     for (const DeviceType &type : device_types()) {
         Online desk(type.model);
         const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET);
-        const uint32_t ge = data.byte(layout::onu_cap::ge_bitmap + 7);
-        const uint32_t fe = data.byte(layout::onu_cap::fe_bitmap + 7);
+        const uint32_t ge = data.get(byte_of(layout::onu_cap::ge_bitmap, 7));
+        const uint32_t fe = data.get(byte_of(layout::onu_cap::fe_bitmap, 7));
         EXPECT_EQ(std::popcount(ge), static_cast<int>(type.ge_ports));
         EXPECT_EQ(ge + fe, (1u << desk.device().unis.size()) - 1);
     }
@@ -201,8 +203,8 @@ TEST(OnuCapabilities, BatteryIsToldInBothBlocks)
 {
     for (const auto &[model, battery] : {std::pair{"B400", 1u}, std::pair{"S100", 0u}}) {
         Online desk(model);
-        EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET).byte(377), battery);
-        EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET).byte(415), battery);
+        EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET).get(layout::At<uint8_t>{377}), battery);
+        EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET).get(layout::At<uint8_t>{415}), battery);
     }
 }
 
@@ -211,7 +213,7 @@ TEST(OnuCapabilities2, Are64BytesWithTheInterfacesOfTheOnu)
     Online desk("H132");
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET);
     const uint8_t wanted[23] = {1, 0, 1, 0, 3, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 3, 0, 0, 0, 2, 0, 2};
-    EXPECT_EQ(data.get(352), 1u) << "HGU";
+    EXPECT_EQ(data.get(layout::At<uint32_t>{352}), 1u) << "HGU";
     EXPECT_EQ(data.part(356, sizeof wanted), std::string(std::begin(wanted), std::end(wanted)));
     EXPECT_TRUE(data.ends_at(356 + sizeof wanted));
 }
@@ -220,7 +222,7 @@ TEST(OnuCapabilities2, AnOnuOfOneKindOfPortsHasOneInterfaceType)
 {
     Online desk("S040");
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET);
-    EXPECT_EQ(data.get(352), 0u) << "SFU";
+    EXPECT_EQ(data.get(layout::At<uint32_t>{352}), 0u) << "SFU";
     EXPECT_EQ(data.part(360, 7), (std::string{1, 0, 0, 0, 1, 0, 4}));
 }
 
@@ -257,15 +259,15 @@ TEST(OnuDeviceInfo, SaysWhatTheOnuIs)
     namespace at = layout::onu_device_info;
     Online desk("H132");
     const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
-    EXPECT_EQ(data.part(at::mac, 6), bytes_of(desk.mac));
-    EXPECT_EQ(data.part(at::onu_type, 5), (std::string{1, 1, 3, 2, 0}));
+    EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(desk.mac));
+    EXPECT_EQ(data.part(at::onu_type.offset, 5), (std::string{1, 1, 3, 2, 0}));
     EXPECT_EQ(data.get(at::memory_total), 128u * 1024);
     EXPECT_EQ(data.get(at::flash_total), 32u * 1024);
     EXPECT_EQ(data.get(at::chip_revision), 2u);
-    EXPECT_EQ(data.part(at::vendor, 24), "SIMBH132H132-1GE3FE2POTS");
-    EXPECT_EQ(data.text(at::hardware, 8), desk.device().hardware);
-    EXPECT_EQ(data.text(at::software, 16), desk.device().software);
-    EXPECT_EQ(data.text(at::chipset, 8), "SY-420");
+    EXPECT_EQ(data.part(at::vendor.offset, 24), "SIMBH132H132-1GE3FE2POTS");
+    EXPECT_EQ(data.text(at::hardware), desk.device().hardware);
+    EXPECT_EQ(data.text(at::software), desk.device().software);
+    EXPECT_EQ(data.text(at::chipset), "SY-420");
     EXPECT_TRUE(data.ends_at(452));
 }
 
@@ -280,7 +282,7 @@ TEST(OnuDeviceInfo, TheProcessorIsNeverIdleNorFullyLoaded)
     std::set<uint32_t> loads;
     for (int slice = 0; slice < 20; ++slice) {
         const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
-        loads.insert(data.byte(layout::onu_device_info::cpu_load));
+        loads.insert(data.get(layout::onu_device_info::cpu_load));
         pass(desk, 5 * ms_per_second);
     }
     EXPECT_GT(loads.size(), 5u);
@@ -291,9 +293,9 @@ TEST(OnuDeviceInfo, TheProcessorIsNeverIdleNorFullyLoaded)
 TEST(OnuDeviceInfo, TheTemperatureIsThatOfTheTransceiver)
 {
     Online desk("S100");
-    const auto fine = Data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET).get<int16_t>(layout::onu_optics::temperature);
+    const auto fine = Data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET).get(layout::onu_optics::temperature);
     const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
-    EXPECT_NEAR(data.get<int32_t>(layout::onu_device_info::temperature) / 100.0, fine / 256.0, 0.005);
+    EXPECT_NEAR(data.get(layout::onu_device_info::temperature) / 100.0, fine / 256.0, 0.005);
 }
 
 TEST(OnuLlids, TheOnuHasOneUntilItIsToldOtherwise)
@@ -322,23 +324,23 @@ TEST(OnuAbout, SaysWhereTheOnuIsAndWhatItIs)
     rebooted.onus = {{1, mac_of_model("H132"), {.reboots = 3}}};
     Online desk("H132", rebooted);
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
-    EXPECT_EQ(data.part(at::mac, 6), bytes_of(desk.mac));
-    EXPECT_EQ(data.byte(at::onu_id), onu_id);
-    EXPECT_EQ(data.byte(at::state), 1u);
+    EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(desk.mac));
+    EXPECT_EQ(data.get(at::onu_id), onu_id);
+    EXPECT_EQ(data.get(at::state), 1u);
     EXPECT_EQ(data.get(at::pon_port), 1u);
     EXPECT_EQ(data.get(at::llid), to_llid(onu_id));
     EXPECT_EQ(data.get(at::distance), desk.arrival().distance);
     EXPECT_EQ(data.get(at::reboots), 3u);
-    EXPECT_EQ(data.part(at::vendor, 24), "SIMBH132H132-1GE3FE2POTS");
-    EXPECT_EQ(data.text(at::software, 16), desk.device().software);
-    EXPECT_EQ(data.part(at::ge_ports, 4), (std::string{1, 3, 2, 0}));
+    EXPECT_EQ(data.part(at::vendor.offset, 24), "SIMBH132H132-1GE3FE2POTS");
+    EXPECT_EQ(data.text(at::software), desk.device().software);
+    EXPECT_EQ(data.part(at::ge_ports.offset, 4), (std::string{1, 3, 2, 0}));
 }
 
 TEST(OnuAbout, ThePowerReceivedIsThatOfTheRssiReading)
 {
     Online desk("H132");
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get<int32_t>(layout::onu_about::received_power),
-              rssi(desk, 1, onu_id).get<int32_t>(layout::optics_rssi::received_power));
+    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::received_power),
+              rssi(desk, 1, onu_id).get(layout::optics_rssi::received_power));
 }
 
 TEST(OnuAbout, OfAnOfflineOnuThereIsNoDistancePowerOrLink)
@@ -346,11 +348,11 @@ TEST(OnuAbout, OfAnOfflineOnuThereIsNoDistancePowerOrLink)
     namespace at = layout::onu_about;
     Online desk("H132");
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET, absent_id);
-    EXPECT_EQ(data.byte(at::state), 0u);
+    EXPECT_EQ(data.get(at::state), 0u);
     EXPECT_EQ(data.get(at::distance), 0u);
-    EXPECT_EQ(data.get<int32_t>(at::received_power), -4000);
+    EXPECT_EQ(data.get(at::received_power), -4000);
     EXPECT_EQ(data.get(at::unis_up), 0u);
-    EXPECT_EQ(data.text(at::vendor, 4), device_of(everyone.seed, stranger(6)).type->vendor);
+    EXPECT_EQ(data.text(at::vendor), device_of(everyone.seed, stranger(6)).type->vendor);
 }
 
 TEST(OnuAbout, AnOnuThatIsTurnedAwayStillHasADistance)
@@ -359,7 +361,7 @@ TEST(OnuAbout, AnOnuThatIsTurnedAwayStillHasADistance)
     loid_only.ports = {{1, {}, static_cast<uint32_t>(AuthMode::loid)}};
     Online desk("H132", loid_only);
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
-    EXPECT_EQ(data.byte(layout::onu_about::state), 2u);
+    EXPECT_EQ(data.get(layout::onu_about::state), 2u);
     EXPECT_EQ(data.get(layout::onu_about::distance), desk.arrival().distance);
 }
 
@@ -368,7 +370,7 @@ TEST(OnuMaxPort, StandsInPlaceOfTheUniPort)
     for (const auto &[model, unis] : {std::pair{"S100", 1u}, {"E020", 2u}, {"H132", 4u}}) {
         Online desk(model);
         const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MAX_PORT_GET);
-        EXPECT_EQ(data.byte(8), unis);
+        EXPECT_EQ(data.get(layout::At<uint8_t>{8}), unis);
         EXPECT_TRUE(data.ends_at(352));
     }
 }
@@ -377,8 +379,8 @@ TEST(OnuOptics, TheLaunchPowerIsThatOfTheRssiReading)
 {
     Online desk("H132");
     const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
-    EXPECT_EQ(centi_dbm(data.get<uint16_t>(layout::onu_optics::launch_power)),
-              rssi(desk, 1, onu_id).get<int32_t>(layout::optics_rssi::onu_launch_power));
+    EXPECT_EQ(centi_dbm(data.get(layout::onu_optics::launch_power)),
+              rssi(desk, 1, onu_id).get(layout::optics_rssi::onu_launch_power));
 }
 
 TEST(OnuOptics, LessIsLostOnTheWayDownThanUp)
@@ -386,9 +388,9 @@ TEST(OnuOptics, LessIsLostOnTheWayDownThanUp)
     Online desk("H132");
     const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
     const PlatAnswer there = rssi(desk, 1, onu_id);
-    const int32_t lost = there.get<int32_t>(layout::optics_rssi::launch_power) -
-                         centi_dbm(data.get<uint16_t>(layout::onu_optics::received_power));
-    const auto difference = there.get<int32_t>(layout::optics_rssi::loss) - lost;
+    const int32_t lost =
+        there.get(layout::optics_rssi::launch_power) - centi_dbm(data.get(layout::onu_optics::received_power));
+    const auto difference = there.get(layout::optics_rssi::loss) - lost;
     EXPECT_NEAR(difference, static_cast<int32_t>(desk.arrival().distance) / 100, 2) << "0.1 dB per km";
 }
 
@@ -399,9 +401,9 @@ TEST(OnuOptics, ItIsWarmerAtNoonAndNeedsMoreBias)
     const Data night(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
     pass(desk, 12 * hours);
     const Data noon(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
-    EXPECT_EQ(noon.get<int16_t>(at::temperature) - night.get<int16_t>(at::temperature), 8 * 256);
-    EXPECT_EQ(noon.get<uint16_t>(at::bias) - night.get<uint16_t>(at::bias), 400);
-    EXPECT_EQ(noon.get<uint16_t>(at::voltage), night.get<uint16_t>(at::voltage));
+    EXPECT_EQ(noon.get(at::temperature) - night.get(at::temperature), 8 * 256);
+    EXPECT_EQ(noon.get(at::bias) - night.get(at::bias), 400);
+    EXPECT_EQ(noon.get(at::voltage), night.get(at::voltage));
 }
 
 TEST(OnuOptics, ReadingsAreThoseOfATransceiver)
@@ -410,9 +412,9 @@ TEST(OnuOptics, ReadingsAreThoseOfATransceiver)
     for (const DeviceType &type : device_types()) {
         Online desk(type.model);
         const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
-        EXPECT_NEAR(data.get<int16_t>(at::temperature) / 256.0, 41, 6);
-        EXPECT_NEAR(data.get<uint16_t>(at::voltage) / 10000.0, 3.3, 0.03);
-        EXPECT_NEAR(data.get<uint16_t>(at::bias) * 0.002, 13, 3);
+        EXPECT_NEAR(data.get(at::temperature) / 256.0, 41, 6);
+        EXPECT_NEAR(data.get(at::voltage) / 10000.0, 3.3, 0.03);
+        EXPECT_NEAR(data.get(at::bias) * 0.002, 13, 3);
         EXPECT_TRUE(data.ends_at(352 + 10));
     }
 }

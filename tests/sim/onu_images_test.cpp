@@ -44,13 +44,12 @@ struct Pushing : Desk {
     {
         namespace at = layout::onu_image_part;
         bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_IMAGE_WRITE, 1, onu_id);
+        put(record, at::offset, offset);
+        put(record, at::size, size);
+        put(record, at::length, bytes.size());
         auto *const start = reinterpret_cast<char *>(&record);
-        const auto length = static_cast<uint32_t>(bytes.size());
-        memcpy(start + at::offset, &offset, sizeof offset);
-        memcpy(start + at::size, &size, sizeof size);
-        memcpy(start + at::length, &length, sizeof length);
-        version.copy(start + at::version, 17);
-        bytes.copy(start + at::data, part_size);
+        version.copy(start + at::version.offset, 17);
+        bytes.copy(start + at::data.offset, part_size);
         return tell(BSP_MSG_ONU_INFO, record);
     }
     // The whole image, part by part.
@@ -69,8 +68,8 @@ struct Pushing : Desk {
     {
         namespace at = layout::onu_image_update;
         bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_IMAGE_UPDATE, 1, onu_id);
-        memcpy(reinterpret_cast<char *>(&record) + at::bank, &bank, sizeof bank);
-        file.copy(reinterpret_cast<char *>(&record) + at::file, 256);
+        put(record, at::bank, bank);
+        file.copy(reinterpret_cast<char *>(&record) + at::file.offset, 256);
         return tell(BSP_MSG_ONU_CFG, record);
     }
     uint32_t begin_reboot(const OnuIds &onu_ids)
@@ -96,24 +95,28 @@ struct Pushing : Desk {
         const bsp_onu_msg record = onu_record_of(command, 1, 1);
         return simulator.handle(message_of(BSP_MSG_ONU_INFO, record));
     }
-    template <class Number>
-    Number number(uint32_t command, uint32_t offset)
+    template <class Field>
+    Field number(uint32_t command, layout::At<Field> at)
     {
-        Number value{};
         const Reply reply = query(command);
         EXPECT_EQ(reply.status, BSP_OK);
-        if (reply.answer) memcpy(&value, reply.answer->data() + offset, sizeof value);
-        return value;
+        return reply.answer ? layout::load(reply.answer->data(), at) : Field{};
     }
-    uint32_t status(uint32_t offset) { return number<uint32_t>(BSP_CMD_ONU_IMAGE_STATUS_GET, offset); }
+    template <class Field>
+    Field status(layout::At<Field> at)
+    {
+        return number(BSP_CMD_ONU_IMAGE_STATUS_GET, at);
+    }
     // Version of a bank, with a + where it is valid, an * where it is active and a ! where it is committed.
     std::string bank(uint32_t index)
     {
         namespace at = layout::onu_banks;
         const std::string answer = query(BSP_CMD_ONU_BANKS_GET).answer.value_or(std::string(sizeof(bsp_onu_msg), '?'));
-        const std::string block = answer.substr((index - 1) * at::version_every);
-        return block.c_str() + at::version + std::string(block[at::valid], '+') + std::string(block[at::active], '*') +
-               std::string(block[at::committed], '!');
+        const auto times = [&](const auto &place, char mark) {
+            return std::string(layout::load(answer.data(), place[index - 1]), mark);
+        };
+        return answer.c_str() + at::version[index - 1].offset + times(at::valid, '+') + times(at::active, '*') +
+               times(at::committed, '!');
     }
     std::string banks() { return bank(1) + ' ' + bank(2); }
     std::string software(uint32_t onu_id = 1)
@@ -144,7 +147,7 @@ TEST(OnuImages, AnOnuComesWithOneImageInItsFirstBank)
 {
     Pushing desk;
     EXPECT_EQ(desk.banks(), desk.own_software() + "+*! ");
-    EXPECT_GT(desk.number<uint32_t>(BSP_CMD_ONU_BANKS_GET, layout::onu_banks::size), 0u);
+    EXPECT_GT(desk.number(BSP_CMD_ONU_BANKS_GET, layout::onu_banks::size[0]), 0u);
     EXPECT_EQ(desk.query(BSP_CMD_ONU_IMAGE_STATUS_GET).answer->substr(352, 20), std::string(20, '\0'));
     EXPECT_EQ(desk.cell("running") + desk.cell("committed"), desk.own_software() + desk.own_software());
     EXPECT_EQ(desk.cell("bank") + desk.cell("run") + desk.cell("pushed"), "1nullnull");
@@ -204,14 +207,13 @@ TEST(OnuImages, TheStatusFollowsTheParts)
     EXPECT_EQ(desk.status(state::state), 1u);
     EXPECT_EQ(desk.status(state::received), 3u);
     EXPECT_EQ(desk.status(state::size), 9u);
-    EXPECT_EQ(desk.number<uint16_t>(BSP_CMD_ONU_IMAGE_STATUS_GET, state::bank), 2u);
-    EXPECT_EQ(desk.number<uint16_t>(BSP_CMD_ONU_IMAGE_STATUS_GET, state::progress), 33u);
+    EXPECT_EQ(desk.number(BSP_CMD_ONU_IMAGE_STATUS_GET, state::bank), 2u);
+    EXPECT_EQ(desk.number(BSP_CMD_ONU_IMAGE_STATUS_GET, state::progress), 33u);
     EXPECT_EQ(desk.cell("pushed") + desk.cell("version") + desk.cell("received"), "receiving3.133");
     ASSERT_EQ(desk.write(3, "456789", 9), BSP_OK);
     EXPECT_EQ(desk.status(state::state), 2u);
     EXPECT_EQ(desk.status(state::crc), 0xcbf43926u);
-    EXPECT_EQ(desk.number<uint32_t>(BSP_CMD_ONU_BANKS_GET, layout::onu_banks::crc + layout::onu_banks::crc_every),
-              0xcbf43926u);
+    EXPECT_EQ(desk.number(BSP_CMD_ONU_BANKS_GET, layout::onu_banks::crc[1]), 0xcbf43926u);
     desk.commit();
     EXPECT_EQ(desk.status(state::state), 3u);
     desk.reboot(ids({1}));
@@ -332,7 +334,7 @@ TEST(OnuImages, AnUpgradeRunStartsItsImageFromTheOtherBank)
     EXPECT_EQ(desk.software(), "9.9");
     EXPECT_EQ(desk.banks(), desk.own_software() + "+ 9.9+*!");
     namespace at = layout::onu_banks;
-    EXPECT_EQ(desk.number<uint32_t>(BSP_CMD_ONU_BANKS_GET, at::size + at::size_every), 1024u * 1024);
+    EXPECT_EQ(desk.number(BSP_CMD_ONU_BANKS_GET, at::size[1]), 1024u * 1024);
 }
 
 TEST(OnuImages, AnUpgradeRunTakesThePlaceOfOneThatWasCommitted)

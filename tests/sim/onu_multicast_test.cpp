@@ -86,7 +86,7 @@ template <class Number>
 OnuBlock number(Number value)
 {
     OnuBlock block(sizeof value);
-    block.put<Number>(352, value);
+    block.put(layout::At<Number>{352}, value);
     return block;
 }
 
@@ -108,11 +108,11 @@ OnuBlock maximum(uint16_t value)
 OnuBlock tags(uint8_t mode, uint8_t number, const std::vector<Vlan> &pairs = {})
 {
     OnuBlock block(34);
-    block.put<uint8_t>(352, mode);
-    block.put<uint8_t>(353, number);
+    block.put(layout::At<uint8_t>{352}, mode);
+    block.put(layout::At<uint8_t>{353}, number);
     for (uint32_t index = 0; index < pairs.size(); ++index) {
-        block.put<uint16_t>(354 + 4 * index, static_cast<uint16_t>(pairs[index].network));
-        block.put<uint16_t>(356 + 4 * index, static_cast<uint16_t>(pairs[index].user));
+        block.put(layout::At<uint16_t>{354 + 4 * index}, static_cast<uint16_t>(pairs[index].network));
+        block.put(layout::At<uint16_t>{356 + 4 * index}, static_cast<uint16_t>(pairs[index].user));
     }
     return block;
 }
@@ -120,23 +120,23 @@ OnuBlock tags(uint8_t mode, uint8_t number, const std::vector<Vlan> &pairs = {})
 OnuBlock vlans(uint8_t operation, const std::vector<uint16_t> &list)
 {
     OnuBlock block(18);
-    block.put<uint8_t>(352, operation);
-    block.put<uint8_t>(353, static_cast<uint8_t>(list.size()));
+    block.put(layout::At<uint8_t>{352}, operation);
+    block.put(layout::At<uint8_t>{353}, static_cast<uint8_t>(list.size()));
     for (uint32_t index = 0; index < list.size() && index < 8; ++index)
-        block.put<uint16_t>(354 + 2 * index, list[index]);
+        block.put(layout::At<uint16_t>{354 + 2 * index}, list[index]);
     return block;
 }
 
 OnuBlock groups(uint8_t action, const std::vector<McGroup> &list)
 {
     OnuBlock block(1284);
-    block.put<uint8_t>(352, action);
-    block.put<uint8_t>(353, 1);
-    block.put<uint8_t>(354, static_cast<uint8_t>(list.size()));
+    block.put(layout::At<uint8_t>{352}, action);
+    block.put(layout::At<uint8_t>{353}, 1);
+    block.put(layout::At<uint8_t>{354}, static_cast<uint8_t>(list.size()));
     for (uint32_t index = 0; index < list.size() && index < 128; ++index) {
-        block.put<uint16_t>(356 + 10 * index, static_cast<uint16_t>(list[index].uni));
-        block.put<uint16_t>(358 + 10 * index, static_cast<uint16_t>(list[index].vlan));
-        block.put<Mac>(360 + 10 * index, list[index].mac);
+        block.put(layout::At<uint16_t>{356 + 10 * index}, static_cast<uint16_t>(list[index].uni));
+        block.put(layout::At<uint16_t>{358 + 10 * index}, static_cast<uint16_t>(list[index].vlan));
+        block.put(layout::At<Mac>{360 + 10 * index}, list[index].mac);
     }
     return block;
 }
@@ -150,9 +150,10 @@ std::vector<McGroup> entries(House &house)
 {
     const OnuBlock block = house.get(BSP_CMD_ONU_MC_GROUP_GET, 1284);
     std::vector<McGroup> list;
-    for (uint32_t index = 0; index < block.get<uint8_t>(354); ++index)
-        list.push_back({block.get<uint16_t>(356 + 10 * index), block.get<uint16_t>(358 + 10 * index),
-                        block.get<Mac>(360 + 10 * index)});
+    for (uint32_t index = 0; index < block.get(layout::At<uint8_t>{354}); ++index)
+        list.push_back({block.get(layout::At<uint16_t>{356 + 10 * index}),
+                        block.get(layout::At<uint16_t>{358 + 10 * index}),
+                        block.get(layout::At<Mac>{360 + 10 * index})});
     return list;
 }
 
@@ -174,9 +175,9 @@ struct ControlledHouse : House {
 OnuBlock abilities(const std::vector<uint32_t> &words, uint32_t at)
 {
     OnuBlock block(at - 352 + 28);
-    block.put<uint32_t>(at, static_cast<uint32_t>(words.size()));
+    block.put(layout::At<uint32_t>{at}, words.size());
     for (uint32_t index = 0; index < words.size(); ++index)
-        block.put<uint32_t>(at + 4 + 4 * index, words[index]);
+        block.put(layout::At<uint32_t>{at + 4 + 4 * index}, words[index]);
     return block;
 }
 
@@ -315,7 +316,7 @@ TEST(OnuFastLeave, TheOltHasStateAndAbilities)
     House house;
     EXPECT_EQ(house.set(BSP_CMD_ONU_FAST_LEAVE_SET, fast_leave(1)), BSP_OK);
     OnuBlock wanted = abilities({0x00, 0x01, 0x10, 0x11}, 356);
-    wanted.put<uint32_t>(352, 1);
+    wanted.put(layout::At<uint32_t>{352}, 1);
     EXPECT_EQ(house.get(BSP_CMD_ONU_FAST_LEAVE_GET, 4), fast_leave(0));
     house.wait();
     EXPECT_EQ(house.get(BSP_CMD_ONU_FAST_LEAVE_GET, 4), fast_leave(1));
@@ -414,7 +415,8 @@ TEST(OnuMcGroups, OfSnoopingLieInTheVlansOfPortsWithALink)
         EXPECT_TRUE(is_group(group.mac));
         EXPECT_TRUE(link_of(device.unis[group.uni - 1], configs[group.uni - 1]));
         const OnuBlock list = house.get(BSP_CMD_ONU_MC_VLAN_GET, 18, static_cast<uint8_t>(group.uni));
-        EXPECT_TRUE(group.vlan == list.get<uint16_t>(354) || group.vlan == list.get<uint16_t>(356));
+        EXPECT_TRUE(group.vlan == list.get(layout::At<uint16_t>{354}) ||
+                    group.vlan == list.get(layout::At<uint16_t>{356}));
         EXPECT_EQ(std::ranges::count(joined, group), 1);
     }
     EXPECT_EQ(house.get(BSP_CMD_ONU_MC_GROUP_GET, 1284), groups(3, joined));
@@ -506,7 +508,7 @@ TEST(OnuMcGroups, WrongChangesAreRefused)
     const McGroup no_vlan{1, 0, group(1).mac};
     const McGroup high_vlan{1, 4095, group(1).mac};
     OnuBlock other_type = groups(add_them, {group(1)});
-    other_type.put<uint8_t>(353, 0);
+    other_type.put(layout::At<uint8_t>{353}, 0);
     for (const OnuBlock &wrong :
          {groups(3, {group(1)}), groups(add_them, {}), groups(clear_all, {group(1)}), groups(add_them, {station}),
           groups(add_them, {no_vlan}), groups(add_them, {high_vlan}), groups(add_them, {group(1), group(1)}),

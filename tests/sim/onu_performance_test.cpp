@@ -7,6 +7,8 @@ namespace ponsim
 namespace
 {
 
+using Counter = layout::At<uint64_t>;
+
 constexpr ModelTime second = ms_per_second;
 constexpr WantedSettings wanted{.seed = 1, .ports = 8, .arrivals = 4, .silent = 0};
 
@@ -67,30 +69,28 @@ struct Monitored : Desk {
         pass(oam_delay);
     }
 
-    template <class Number>
-    Number value(uint32_t command, uint32_t offset, uint32_t uni = 0)
+    template <class Field>
+    Field value(uint32_t command, layout::At<Field> at, uint32_t uni = 0)
     {
         const Reply reply = ask(command, uni);
         EXPECT_EQ(reply.status, BSP_OK);
-        Number number{};
-        if (reply.answer) std::memcpy(&number, reply.answer->data() + offset, sizeof number);
-        return number;
+        return reply.answer ? layout::load(reply.answer->data(), at) : Field{};
     }
-    uint64_t counter(uint32_t offset, uint32_t uni, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
+    uint64_t counter(Counter at, uint32_t uni, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
     {
-        return value<uint64_t>(command, offset, uni);
+        return value(command, at, uni);
     }
     // Of all UNI ports.
-    uint64_t sum(uint32_t offset, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
+    uint64_t sum(Counter at, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
     {
         uint64_t sum = 0;
         for (uint32_t uni = 1; uni <= unis(); ++uni)
-            sum += counter(offset, uni, command);
+            sum += counter(at, uni, command);
         return sum;
     }
     uint16_t monitoring(uint32_t uni)
     {
-        return value<uint16_t>(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::state, uni);
+        return value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::state, uni);
     }
 };
 
@@ -114,7 +114,7 @@ TEST(OnuPerformance, OneRequestSwitchesMonitoringOfAllUniPortsAndCatv)
         desk.pass(oam_delay);
         for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
             EXPECT_EQ(desk.monitoring(uni), on) << uni;
-        EXPECT_EQ(desk.value<uint8_t>(BSP_CMD_ONU_CATV_STATE_GET, layout::onu_catv_state::on), on);
+        EXPECT_EQ(desk.value(BSP_CMD_ONU_CATV_STATE_GET, layout::onu_catv_state::on), on);
     }
 }
 
@@ -128,9 +128,8 @@ TEST(OnuPerformance, MonitoringBeginsWhenTheOnuHasTheRequest)
     EXPECT_EQ(desk.monitoring(1), 0);
     desk.pass(1);
     EXPECT_EQ(desk.monitoring(1), 1);
-    EXPECT_EQ(desk.value<uint64_t>(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::since, 1),
-              5 * second + oam_delay);
-    EXPECT_EQ(desk.value<uint32_t>(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::period, 1), 900u);
+    EXPECT_EQ(desk.value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::since, 1), 5 * second + oam_delay);
+    EXPECT_EQ(desk.value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::period, 1), 900u);
 }
 
 TEST(OnuPerformance, UniPortsTogetherCountTheTrafficOfTheirOnu)
@@ -168,15 +167,16 @@ TEST(OnuPerformance, FramesAreThoseOfAllLengths)
     Monitored desk;
     desk.turn_on();
     desk.pass(777777);
-    const uint32_t every = at::down_octets_65_127 - at::down_octets_64;
+    const uint32_t every = at::down_octets_65_127.offset - at::down_octets_64.offset;
     for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
-        for (const uint32_t way : {at::down_frames, at::up_frames}) {
+        for (const Counter way : {at::down_frames, at::up_frames}) {
+            const uint32_t behind = way.offset - at::down_frames.offset;
             uint64_t frames = 0;
             for (uint32_t size = 0; size < 6; ++size)
-                frames += desk.counter(at::down_octets_64 + way - at::down_frames + size * every, uni);
+                frames += desk.counter({at::down_octets_64.offset + behind + size * every}, uni);
             EXPECT_EQ(desk.counter(way, uni), frames);
-            EXPECT_GE(desk.counter(at::down_octets + way - at::down_frames, uni), frames * 64);
-            EXPECT_LE(desk.counter(at::down_octets + way - at::down_frames, uni), frames * 1518);
+            EXPECT_GE(desk.counter({at::down_octets.offset + behind}, uni), frames * 64);
+            EXPECT_LE(desk.counter({at::down_octets.offset + behind}, uni), frames * 1518);
         }
 }
 

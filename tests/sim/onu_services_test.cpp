@@ -261,7 +261,7 @@ uint32_t llids(const Onus &onus, Side side)
 {
     const RemoteOnu onu = find_onu(onus.simulator.olt(), 1, 1).onu;
     return setting_of(onus.simulator.olt(), onu.place(BSP_CMD_ONU_MULTI_LLID_SET), side, OnuBlock(4))
-        .get<uint32_t>(data_offset);
+        .get(layout::At<uint32_t>{data_offset});
 }
 
 TEST(OnuLlids, AreToldToTheOnu)

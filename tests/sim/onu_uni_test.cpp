@@ -24,24 +24,22 @@ uint32_t linked_uni(const UniDesk &desk)
 
 uint32_t admin(UniDesk &desk, uint32_t uni)
 {
-    return desk.block(info, BSP_CMD_ONU_ADMIN_STATE_GET, uni, 4).get<uint32_t>(layout::onu_admin_state::on);
+    return desk.block(info, BSP_CMD_ONU_ADMIN_STATE_GET, uni, 4).get(layout::onu_admin_state::on);
 }
 
-uint32_t phy(UniDesk &desk, uint32_t uni, uint32_t offset)
+uint32_t phy(UniDesk &desk, uint32_t uni, layout::At<uint32_t> at)
 {
-    return desk.block(info, BSP_CMD_ONU_PHY_INFO_GET, uni, 24).get<uint32_t>(offset);
+    return desk.block(info, BSP_CMD_ONU_PHY_INFO_GET, uni, 24).get(at);
 }
 
 OnuBlock abilities(std::initializer_list<uint32_t> technologies)
 {
     namespace at = layout::onu_autoneg_adv;
     OnuBlock block(24);
-    block.put<uint32_t>(at::count, static_cast<uint32_t>(technologies.size()));
-    uint32_t offset = at::ability;
-    for (const uint32_t technology : technologies) {
-        block.put<uint32_t>(offset, technology);
-        offset += at::ability_every;
-    }
+    block.put(at::count, technologies.size());
+    uint32_t number = 0;
+    for (const uint32_t technology : technologies)
+        block.put(at::ability[number++], technology);
     return block;
 }
 
@@ -49,12 +47,12 @@ OnuBlock limits(uint32_t up, uint32_t burst, uint32_t down, uint32_t peak)
 {
     namespace at = layout::onu_rate_limit;
     OnuBlock block(22);
-    block.put<uint32_t>(at::up_cir, up);
-    block.put<uint32_t>(at::up_cbs, burst);
-    block.put<uint32_t>(at::down_cir, down);
-    block.put<uint32_t>(at::down_pir, peak);
-    block.put<uint8_t>(at::up_on, 1);
-    block.put<uint8_t>(at::down_on, 1);
+    block.put(at::up_cir, up);
+    block.put(at::up_cbs, burst);
+    block.put(at::down_cir, down);
+    block.put(at::down_pir, peak);
+    block.put(at::up_on, 1);
+    block.put(at::down_on, 1);
     return block;
 }
 
@@ -67,11 +65,11 @@ TEST(OnuUni, WhatItAnswersFollowsFromItsDefaults)
         namespace at = layout::onu_rate_limit;
         EXPECT_EQ(admin(desk, uni), wanted.enabled);
         EXPECT_EQ(desk.block(info, BSP_CMD_ONU_AUTONEG_GET, uni, 4), word_block(wanted.autoneg));
-        EXPECT_EQ(desk.block(config, BSP_CMD_ONU_PAUSE_GET, uni, 1).get<uint8_t>(layout::onu_pause::on), wanted.pause);
+        EXPECT_EQ(desk.block(config, BSP_CMD_ONU_PAUSE_GET, uni, 1).get(layout::onu_pause::on), wanted.pause);
         const OnuBlock limit = desk.block(config, BSP_CMD_ONU_RATE_LIMIT_GET, uni, 22);
-        EXPECT_EQ(limit.get<uint8_t>(at::up_on), wanted.ingress.has_value());
-        EXPECT_EQ(limit.get<uint32_t>(at::up_cir), wanted.ingress.value_or(0));
-        EXPECT_EQ(limit.get<uint32_t>(at::down_pir), wanted.egress.value_or(0));
+        EXPECT_EQ(limit.get(at::up_on), wanted.ingress.has_value());
+        EXPECT_EQ(limit.get(at::up_cir), wanted.ingress.value_or(0));
+        EXPECT_EQ(limit.get(at::down_pir), wanted.egress.value_or(0));
     }
 }
 
@@ -213,9 +211,9 @@ TEST(OnuAutoneg, OnlyWhatThePortCanIsOfferedOnceAndAtLeastOne)
 {
     UniDesk desk;
     OnuBlock behind = abilities({14});
-    behind.put<uint32_t>(layout::onu_autoneg_adv::ability + 4, 142);
+    behind.put(layout::onu_autoneg_adv::ability[1], 142);
     OnuBlock many = abilities({14});
-    many.put<uint32_t>(layout::onu_autoneg_adv::count, 6);
+    many.put(layout::onu_autoneg_adv::count, 6);
     for (const OnuBlock &bad : {abilities({}), abilities({402}), abilities({14, 14}), abilities({1}), behind, many})
         EXPECT_EQ(desk.tell(info, BSP_CMD_ONU_AUTONEG_ADV_SET, 1, bad), PON_ERR_BAD_RECORD);
 }
@@ -238,9 +236,9 @@ TEST(OnuRateLimit, HasBounds)
 {
     UniDesk desk;
     OnuBlock wrong_switch = limits(1, 1522, 1, 1);
-    wrong_switch.put<uint8_t>(layout::onu_rate_limit::down_on, 2);
+    wrong_switch.put(layout::onu_rate_limit::down_on, 2);
     OnuBlock excess = limits(1, 1522, 1, 1);
-    excess.put<uint32_t>(layout::onu_rate_limit::up_ebs, 0x1000000);
+    excess.put(layout::onu_rate_limit::up_ebs, 0x1000000);
     for (const OnuBlock &bad : {limits(0, 1522, 1, 1), limits(max_rate_limit + 1, 1522, 1, 1), limits(1, 1521, 1, 1),
                                 limits(1, 0x1000000, 1, 1), limits(1, 1522, 0, 0), limits(1, 1522, 2, 1),
                                 limits(1, 1522, 1, max_rate_limit + 1), wrong_switch, excess})
@@ -260,7 +258,7 @@ struct LoopedDesk : UniDesk {
     {
         namespace at = layout::onu_loop_detect;
         const OnuBlock answer = block(config, BSP_CMD_ONU_LOOP_DETECT_GET, 1, 8);
-        return {answer.get<uint32_t>(at::on), answer.get<uint32_t>(at::state)};
+        return {answer.get(at::on), answer.get(at::state)};
     }
 };
 
@@ -302,19 +300,19 @@ OnuBlock rules(uint8_t action, std::initializer_list<RuleBytes> list)
 {
     namespace at = layout::onu_classification;
     OnuBlock block(298);
-    block.put<uint8_t>(at::action, action);
-    block.put<uint8_t>(at::count, static_cast<uint8_t>(list.size()));
-    uint32_t step = 0;
+    block.put(at::action, action);
+    block.put(at::count, list.size());
+    uint32_t number = 0;
     for (const RuleBytes &rule : list) {
-        block.put<uint8_t>(at::precedence + step, rule.precedence);
-        block.put<uint8_t>(at::length + step, 11);
-        block.put<uint8_t>(at::queue + step, rule.queue);
-        block.put<uint8_t>(at::mark + step, rule.mark);
-        block.put<uint8_t>(at::entries + step, 1);
-        block.put<uint8_t>(at::field_a + step, rule.field);
-        block.put<uint8_t>(at::value_a + step + 5, rule.low_byte);
-        block.put<uint8_t>(at::operator_a + step, rule.op);
-        step += 37;
+        block.put(at::precedence[number], rule.precedence);
+        block.put(at::length[number], 11);
+        block.put(at::queue[number], rule.queue);
+        block.put(at::mark[number], rule.mark);
+        block.put(at::entries[number], 1);
+        block.put(at::field_a[number], rule.field);
+        block.put(byte_of(at::value_a[number], 5), rule.low_byte);
+        block.put(at::operator_a[number], rule.op);
+        ++number;
     }
     return block;
 }
@@ -368,7 +366,7 @@ TEST(OnuClassification, ThereAre8RulesAtMost)
         ASSERT_EQ(desk.change(rules(1, {{precedence, 0, 255, 0, 0, 7}})), BSP_OK);
     EXPECT_EQ(desk.change(rules(1, {rest})), PON_ERR_TABLE_FULL);
     OnuBlock nine = rules(0, {});
-    nine.put<uint8_t>(layout::onu_classification::count, 9);
+    nine.put(layout::onu_classification::count, 9);
     EXPECT_EQ(desk.change(nine), PON_ERR_BAD_RECORD);
 }
 
@@ -383,9 +381,9 @@ TEST(OnuClassification, WhatMakesNoSenseIsRefused)
 {
     ClassDesk desk;
     OnuBlock no_entry = rules(1, {voice});
-    no_entry.put<uint8_t>(layout::onu_classification::entries, 0);
+    no_entry.put(layout::onu_classification::entries[0], 0);
     OnuBlock five_entries = rules(1, {voice});
-    five_entries.put<uint8_t>(layout::onu_classification::entries, 5);
+    five_entries.put(layout::onu_classification::entries[0], 5);
     constexpr RuleBytes wrong_mark{1, 0, 8, 0, 0, 7}, wrong_field{1, 0, 255, 12, 0, 1},
         wrong_operator{1, 0, 255, 0, 0, 8}, too_wide{1, 0, 255, 2, 8, 4};
     for (const OnuBlock &bad : {no_entry, five_entries, rules(3, {}), rules(1, {voice, voice}), rules(1, {wrong_mark}),

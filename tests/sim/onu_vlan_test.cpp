@@ -14,24 +14,24 @@ constexpr uint32_t config = BSP_MSG_ONU_CFG;
 OnuBlock vlans(VlanMode mode, uint16_t pvid, std::initializer_list<Vlan> list = {})
 {
     OnuBlock block(159);
-    block.put<uint8_t>(at::mode, static_cast<uint8_t>(mode));
-    block.put<uint8_t>(at::count, static_cast<uint8_t>(list.size()));
-    block.put<uint16_t>(at::pvid, pvid);
-    block.put<uint8_t>(at::priority, 3);
-    block.put<uint16_t>(at::tpid, 0x88a8);
-    uint32_t step = 0;
+    block.put(at::mode, mode);
+    block.put(at::count, list.size());
+    block.put(at::pvid, pvid);
+    block.put(at::priority, 3);
+    block.put(at::tpid, 0x88a8);
+    uint32_t pair = 0;
     for (const Vlan &vlan : list) {
-        block.put<uint16_t>(at::user + step, static_cast<uint16_t>(vlan.user));
-        block.put<uint16_t>(at::network + step, static_cast<uint16_t>(vlan.network));
-        step += 4;
+        block.put(at::user[pair], static_cast<uint16_t>(vlan.user));
+        block.put(at::network[pair], static_cast<uint16_t>(vlan.network));
+        ++pair;
     }
     return block;
 }
 
-template <class Number>
-OnuBlock with(OnuBlock block, uint32_t offset, Number number)
+template <class Field, class Value>
+OnuBlock with(OnuBlock block, layout::At<Field> at, const Value &number)
 {
-    block.put<Number>(offset, number);
+    block.put(at, number);
     return block;
 }
 
@@ -59,12 +59,12 @@ TEST(OnuVlan, OfAnyOnuIsAsTheTablesSayUntilItIsTold)
         for (const auto &row : rows.GetArray()) {
             const OnuBlock block = told(desk, row["uni"].GetUint());
             std::vector<Vlan> list;
-            for (uint32_t pair = 0; pair < block.get<uint8_t>(at::count); ++pair)
-                list.push_back({block.get<uint16_t>(at::user + 4 * pair), block.get<uint16_t>(at::network + 4 * pair)});
-            EXPECT_EQ(text_of(row["vlan_mode"]), to_text(VlanMode{block.get<uint8_t>(at::mode)}));
-            EXPECT_EQ(row["pvid"].GetUint(), block.get<uint16_t>(at::pvid));
-            EXPECT_EQ(row["priority"].GetUint(), block.get<uint8_t>(at::priority));
-            EXPECT_EQ(row["tpid"].GetUint(), block.get<uint16_t>(at::tpid));
+            for (uint32_t pair = 0; pair < block.get(at::count); ++pair)
+                list.push_back({block.get(at::user[pair]), block.get(at::network[pair])});
+            EXPECT_EQ(text_of(row["vlan_mode"]), to_text(VlanMode{block.get(at::mode)}));
+            EXPECT_EQ(row["pvid"].GetUint(), block.get(at::pvid));
+            EXPECT_EQ(row["priority"].GetUint(), block.get(at::priority));
+            EXPECT_EQ(row["tpid"].GetUint(), block.get(at::tpid));
             EXPECT_EQ(text_of(row["vlans"]), list.empty() ? "null" : to_text(list));
         }
     }
@@ -150,8 +150,9 @@ TEST(OnuVlan, WhatMakesNoSenseIsRefused)
          {vlans(VlanMode{4}, 10), vlans(VlanMode::tag, 10, {{1, 1}}), vlans(VlanMode::trunk, 10),
           vlans(VlanMode::trunk, 10, {{1, 2}}), vlans(VlanMode::translation, 10, {{20, 1}, {10, 2}}),
           vlans(VlanMode::translation, 10, {{10, 2}, {10, 3}}), vlans(VlanMode::translation, 10, {{10, 2}, {11, 2}}),
-          with<uint8_t>(tag, at::priority, 8), with<uint16_t>(tag, at::tpid, 0x05ff), with<uint16_t>(tag, at::user, 1),
-          with<uint8_t>(tag, at::tpid - 1, 1), with<uint8_t>(tag, 352 + 158, 1), with<uint8_t>(tag, at::count, 9)})
+          with(tag, at::priority, 8), with(tag, at::tpid, 0x05ff), with(tag, at::user[0], 1),
+          with(tag, layout::At<uint8_t>{at::tpid.offset - 1}, 1), with(tag, layout::At<uint8_t>{352 + 158}, 1),
+          with(tag, at::count, 9)})
         EXPECT_EQ(tell(desk, bad), PON_ERR_BAD_RECORD);
     EXPECT_EQ(tell(desk, tag), BSP_OK);
 }

@@ -21,7 +21,8 @@ inline PlatAnswer diagnostics(Desk &desk, uint32_t pon_port)
 inline PlatAnswer rssi(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t selector = 0)
 {
     return {desk, BSP_MSG_PLAT,
-            PlatRecord(BSP_CMD_OPTICS_RSSI_GET, pon_port, onu_id).put(offsetof(bsp_plat_msg, plat_arg120), selector)};
+            PlatRecord(BSP_CMD_OPTICS_RSSI_GET, pon_port, onu_id)
+                .put(word_at(offsetof(bsp_plat_msg, plat_arg120)), selector)};
 }
 
 inline PlatAnswer sfp_info(Desk &desk, uint32_t cage)
@@ -43,8 +44,8 @@ inline std::vector<uint8_t> memory(Desk &desk, uint32_t cage, uint32_t address, 
 {
     const PlatAnswer answer = i2c_read(desk, cage, address, offset, length);
     EXPECT_EQ(answer.status(), BSP_OK);
-    EXPECT_EQ(answer.get<uint32_t>(layout::i2c_bytes::result), length);
-    const auto data = answer.get<std::array<uint8_t, 128>>(layout::i2c_bytes::data);
+    EXPECT_EQ(answer.get(layout::i2c_bytes::result), length);
+    const auto data = answer.get(layout::i2c_bytes::data);
     return {data.begin(), data.begin() + length};
 }
 
@@ -57,7 +58,7 @@ inline uint32_t i2c_write(Desk &desk, uint32_t cage, uint32_t address, uint32_t 
                       PlatRecord(BSP_CMD_DEBUG_I2C_WRITE, cage)
                           .put(layout::i2c_write::address, address)
                           .put(layout::i2c_write::offset, offset)
-                          .put(layout::i2c_write::length, static_cast<uint32_t>(bytes.size()))
+                          .put(layout::i2c_write::length, bytes.size())
                           .put(layout::i2c_write::data, data))
         .status();
 }
@@ -76,8 +77,9 @@ inline uint32_t trigger(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t
 
 inline uint32_t set_lao(Desk &desk, uint32_t pon_port, uint32_t mode)
 {
-    return PlatAnswer(desk, BSP_MSG_PLAT,
-                      PlatRecord(BSP_CMD_LAO_MODE_SET, pon_port).put(offsetof(bsp_plat_msg, plat_arg112), mode))
+    return PlatAnswer(
+               desk, BSP_MSG_PLAT,
+               PlatRecord(BSP_CMD_LAO_MODE_SET, pon_port).put(word_at(offsetof(bsp_plat_msg, plat_arg112)), mode))
         .status();
 }
 
@@ -85,7 +87,7 @@ inline uint32_t set_lol(Desk &desk, uint32_t pon_port, uint32_t mode, int32_t le
 {
     return PlatAnswer(desk, BSP_MSG_PLAT,
                       PlatRecord(BSP_CMD_LOL_MODE_SET, pon_port)
-                          .put(offsetof(bsp_plat_msg, plat_arg112), mode)
+                          .put(word_at(offsetof(bsp_plat_msg, plat_arg112)), mode)
                           .put(layout::lol_mode::level, level))
         .status();
 }

@@ -19,7 +19,7 @@ uint32_t count(const Desk &desk, uint32_t pon_port, Alarm alarm)
 
 uint16_t flags(Desk &desk, uint32_t pon_port)
 {
-    return diagnostics(desk, pon_port).get<uint16_t>(layout::optics_diagnostics::alarms);
+    return diagnostics(desk, pon_port).get(layout::optics_diagnostics::alarms);
 }
 
 TEST(Ageing, RaisesTheAlarmsOfThePortInTheSecondInWhichTheFlagsComeUp)
@@ -69,7 +69,7 @@ TEST(Ageing, AnAlarmComesAtOnceWhenALaserIsMadeOld)
     EXPECT_EQ(count(desk, 3, Alarm::bias_high), 1u);
     EXPECT_EQ(count(desk, 3, Alarm::power_low), 1u);
     EXPECT_EQ(count(desk, 2, Alarm::bias_high), 0u);
-    EXPECT_EQ(diagnostics(desk, 3).get<uint8_t>(layout::optics_diagnostics::tx_fault), 1);
+    EXPECT_EQ(diagnostics(desk, 3).get(layout::optics_diagnostics::tx_fault), 1);
 }
 
 TEST(Ageing, AnAlarmIsRaisedOnceAndClearedAsAny)
@@ -115,7 +115,7 @@ TEST(Ageing, AnUplinksLaserHasFlagsAndNoPortToRaiseAnAlarm)
     Desk desk;
     control_line(desk, "age " + std::to_string(uplink_cage) + " 900000");
     pass(desk, 24 * hours);
-    EXPECT_NE(sfp_info(desk, uplink_cage).get<uint16_t>(layout::sfp_info::alarms) & bias_high_flag, 0);
+    EXPECT_NE(sfp_info(desk, uplink_cage).get(layout::sfp_info::alarms) & bias_high_flag, 0);
     for (const PonPort &port : desk.simulator.olt().ports())
         EXPECT_TRUE(port.alarms.empty());
 }

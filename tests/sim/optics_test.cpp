@@ -29,28 +29,29 @@ void expect_near(const Told &one, const Told &other, const Told &within, const c
 }
 
 // Five numbers of an answer, with the scales that the layouts state.
-Told told(const PlatAnswer &answer, std::array<uint32_t, quantities> at)
+Told told(const PlatAnswer &answer, layout::At<int32_t> temperature_at, layout::At<uint32_t> voltage_at,
+          layout::At<uint32_t> bias_at, layout::At<int32_t> launched_at, layout::At<int32_t> received_at)
 {
-    return {answer.get<int32_t>(at[0]) * 0.01, answer.get<uint32_t>(at[1]) * 0.0001,
-            answer.get<uint32_t>(at[2]) * 0.001, answer.get<int32_t>(at[3]) * 0.01, answer.get<int32_t>(at[4]) * 0.01};
+    return {answer.get(temperature_at) * 0.01, answer.get(voltage_at) * 0.0001, answer.get(bias_at) * 0.001,
+            answer.get(launched_at) * 0.01, answer.get(received_at) * 0.01};
 }
 
 Told told_by_diagnostics(Desk &desk)
 {
     namespace at = layout::optics_diagnostics;
-    return told(diagnostics(desk, 1), {at::temperature, at::voltage, at::bias, at::launch_power, at::received_power});
+    return told(diagnostics(desk, 1), at::temperature, at::voltage, at::bias, at::launch_power, at::received_power);
 }
 
 Told told_by_rssi(Desk &desk, uint32_t onu_id)
 {
     namespace at = layout::optics_rssi;
-    return told(rssi(desk, 1, onu_id), {at::temperature, at::voltage, at::bias, at::launch_power, at::received_power});
+    return told(rssi(desk, 1, onu_id), at::temperature, at::voltage, at::bias, at::launch_power, at::received_power);
 }
 
 Told told_by_block(Desk &desk)
 {
     namespace at = layout::sfp_info;
-    return told(sfp_info(desk, 1), {at::temperature, at::voltage, at::bias, at::launch_power, at::received_power});
+    return told(sfp_info(desk, 1), at::temperature, at::voltage, at::bias, at::launch_power, at::received_power);
 }
 
 Told told_by_table(Desk &desk)
@@ -102,8 +103,8 @@ TEST(Optics, AgeingCostsBiasAndLight)
     EXPECT_NEAR(old.bias - young.bias, 20, 0.01) << "2 uA in 5 hours";
     EXPECT_LT(old.launched, young.launched - 1);
     EXPECT_EQ(old.temperature, young.temperature);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint32_t>(layout::optics_diagnostics::age), 50000u);
-    EXPECT_EQ(diagnostics(desk, 2).get<uint32_t>(layout::optics_diagnostics::age), 0u);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::age), 50000u);
+    EXPECT_EQ(diagnostics(desk, 2).get(layout::optics_diagnostics::age), 0u);
 }
 
 TEST(Optics, TheRoomIsWarmestAtNoon)
@@ -137,12 +138,12 @@ TEST(Optics, ReceivedPowerIsLaunchPowerLessTheLoss)
     for (uint32_t index = 0; index < 8; ++index) {
         bind_arrival(desk, index, index);
         const PlatAnswer answer = rssi(desk, 1, index);
-        const double launched = answer.get<int32_t>(at::onu_launch_power) * 0.01;
-        const double loss = answer.get<int32_t>(at::loss) * 0.01;
-        const double received = answer.get<int32_t>(at::received_power) * 0.01;
+        const double launched = answer.get(at::onu_launch_power) * 0.01;
+        const double loss = answer.get(at::loss) * 0.01;
+        const double received = answer.get(at::received_power) * 0.01;
         const double one_unit = 10 * std::log10(1 + 0.1 / (1000 * std::pow(10, received / 10))); // 0.1 uW
         EXPECT_NEAR(received, launched - loss, one_unit / 2 + 0.02);
-        const double distance = answer.get<uint32_t>(at::distance);
+        const double distance = answer.get(at::distance);
         EXPECT_EQ(distance, desk.port(1).arrivals[index].distance);
         EXPECT_NEAR(loss, 24.1 + 0.35 * distance / 1000, 0.011) << "splitter and connectors, and fibre";
     }
@@ -164,10 +165,10 @@ TEST(Optics, UplinkModulesStandBehindThoseOfThePorts)
 {
     Desk desk;
     namespace at = layout::sfp_info;
-    EXPECT_EQ(sfp_info(desk, 16).get<uint32_t>(at::pon_port), 16u);
-    EXPECT_EQ(sfp_info(desk, uplink_cage).get<uint32_t>(at::pon_port), 0u);
-    EXPECT_EQ(sfp_info(desk, uplink_cage).get<uint32_t>(at::wavelength), 1310u);
-    EXPECT_GT(sfp_info(desk, uplink_cage).get<int32_t>(at::received_power), -2000);
+    EXPECT_EQ(sfp_info(desk, 16).get(at::pon_port), 16u);
+    EXPECT_EQ(sfp_info(desk, uplink_cage).get(at::pon_port), 0u);
+    EXPECT_EQ(sfp_info(desk, uplink_cage).get(at::wavelength), 1310u);
+    EXPECT_GT(sfp_info(desk, uplink_cage).get(at::received_power), -2000);
     EXPECT_EQ(sfp_info(desk, 20).status(), BSP_OK);
     EXPECT_EQ(sfp_info(desk, 21).status(), PON_ERR_NO_CAGE);
     EXPECT_EQ(sfp_info(desk, 0).status(), PON_ERR_NO_CAGE);
@@ -180,8 +181,8 @@ TEST(Optics, AYoungModuleIsWithinItsThresholdsAllDay)
     for (ModelTime hour : {0, 6, 12}) {
         desk.simulator.advance(hour * hours);
         for (uint32_t cage = 1; cage <= 20; ++cage) {
-            EXPECT_EQ(sfp_info(desk, cage).get<uint16_t>(layout::sfp_info::alarms), 0) << cage;
-            EXPECT_EQ(sfp_info(desk, cage).get<uint16_t>(layout::sfp_info::warnings), 0) << cage;
+            EXPECT_EQ(sfp_info(desk, cage).get(layout::sfp_info::alarms), 0) << cage;
+            EXPECT_EQ(sfp_info(desk, cage).get(layout::sfp_info::warnings), 0) << cage;
         }
     }
 }
@@ -194,18 +195,18 @@ TEST(Measurement, IsTakenOverModelTimeAndStays)
     ASSERT_EQ(trigger(desk, 1, 5, 11, 60000, 1000), BSP_OK);
     pass(desk, 600 * ms_per_second);
     EXPECT_EQ(rssi(desk, 1, 5, 1).status(), PON_ERR_NO_MEASUREMENT);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(layout::optics_diagnostics::measuring), 1);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::measuring), 1);
     EXPECT_EQ(trigger(desk, 1, 5), PON_ERR_MEASURING);
     pass(desk, 1000);
     const PlatAnswer result = rssi(desk, 1, 5, 1);
-    EXPECT_EQ(result.get<uint32_t>(at::samples), 11u);
-    EXPECT_EQ(result.get<uint64_t>(at::time), 601 * ms_per_second);
+    EXPECT_EQ(result.get(at::samples), 11u);
+    EXPECT_EQ(result.get(at::time), 601 * ms_per_second);
     pass(desk, 11 * hours);
-    const auto power = result.get<int32_t>(at::received_power);
-    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(layout::optics_diagnostics::received_power), power);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint16_t>(layout::optics_diagnostics::measured_onu), 5);
-    EXPECT_EQ(rssi(desk, 1, 5, 1).get<int32_t>(at::received_power), power);
-    EXPECT_NE(rssi(desk, 1, 5, 0).get<int32_t>(at::received_power), power) << "by now the ONU has got warm";
+    const auto power = result.get(at::received_power);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::received_power), power);
+    EXPECT_EQ(diagnostics(desk, 1).get(layout::optics_diagnostics::measured_onu), 5);
+    EXPECT_EQ(rssi(desk, 1, 5, 1).get(at::received_power), power);
+    EXPECT_NE(rssi(desk, 1, 5, 0).get(at::received_power), power) << "by now the ONU has got warm";
 }
 
 TEST(Measurement, CoversWhatTheRssiReadingTellsMeanwhile)
@@ -220,17 +221,17 @@ TEST(Measurement, CoversWhatTheRssiReadingTellsMeanwhile)
     std::vector<int32_t> readings;
     for (int sample = 0; sample < 100; ++sample) {
         if (sample > 0) pass(desk, 60000);
-        readings.push_back(rssi(desk, 1, 5).get<int32_t>(at::received_power));
+        readings.push_back(rssi(desk, 1, 5).get(at::received_power));
     }
     const auto [least, greatest] = std::ranges::minmax(readings);
     EXPECT_LT(least, greatest);
     const PlatAnswer result = rssi(desk, 1, 5, 1);
-    EXPECT_EQ(result.get<int32_t>(at::least), least);
-    EXPECT_EQ(result.get<int32_t>(at::greatest), greatest);
+    EXPECT_EQ(result.get(at::least), least);
+    EXPECT_EQ(result.get(at::greatest), greatest);
     double sum = 0;
     for (int32_t reading : readings)
         sum += reading;
-    EXPECT_NEAR(result.get<int32_t>(at::received_power), sum / 100, 4) << "the average, to 0.1 uW";
+    EXPECT_NEAR(result.get(at::received_power), sum / 100, 4) << "the average, to 0.1 uW";
 }
 
 TEST(Measurement, FindsNoLightOfAnOnuThatIsGoneByThen)
@@ -241,10 +242,10 @@ TEST(Measurement, FindsNoLightOfAnOnuThatIsGoneByThen)
     desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 5));
     pass(desk, 1000);
     namespace at = layout::optics_diagnostics;
-    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(at::received_power), -4000);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::rx_los), 1);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint16_t>(at::measured_onu), 0xffff);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint16_t>(at::alarms), 1u << 6) << "received power is low";
+    EXPECT_EQ(diagnostics(desk, 1).get(at::received_power), -4000);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::rx_los), 1);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::measured_onu), 0xffff);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::alarms), 1u << 6) << "received power is low";
 }
 
 TEST(Measurement, CanBeCancelled)
@@ -278,17 +279,17 @@ TEST(LolMode, MovesTheLevelBelowWhichLightIsLost)
     trigger(desk, 1, 5);
     pass(desk, 0);
     namespace at = layout::optics_diagnostics;
-    const auto power = diagnostics(desk, 1).get<int32_t>(at::received_power);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::rx_los), 0);
-    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(at::lol_level), -3301) << "the low alarm threshold";
+    const auto power = diagnostics(desk, 1).get(at::received_power);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::rx_los), 0);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::lol_level), -3301) << "the low alarm threshold";
     EXPECT_EQ(set_lol(desk, 1, 1, power + 50), BSP_OK);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::rx_los), 1);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::lol_mode), 1);
-    EXPECT_EQ(diagnostics(desk, 1).get<int32_t>(at::lol_level), power + 50);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::rx_los), 1);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::lol_mode), 1);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::lol_level), power + 50);
     EXPECT_EQ(memory(desk, 1, 0xa2, 110, 1)[0] & 2, 2) << "the state of RX_LOS";
-    EXPECT_EQ(rssi(desk, 1, 5).get<uint8_t>(layout::optics_rssi::light), 0);
+    EXPECT_EQ(rssi(desk, 1, 5).get(layout::optics_rssi::light), 0);
     EXPECT_EQ(set_lol(desk, 1, 0), BSP_OK);
-    EXPECT_EQ(diagnostics(desk, 1).get<uint8_t>(at::rx_los), 0);
+    EXPECT_EQ(diagnostics(desk, 1).get(at::rx_los), 0);
     EXPECT_EQ(set_lol(desk, 1, 2), PON_ERR_BAD_RECORD);
     EXPECT_EQ(set_lol(desk, 1, 1, 1), PON_ERR_BAD_RECORD);
     EXPECT_EQ(set_lol(desk, 1, 1, -4001), PON_ERR_BAD_RECORD);
@@ -300,15 +301,17 @@ TEST(OpticalStatus, IsShownBesideWhatTheModuleSays)
     Desk desk;
     namespace at = layout::pon_phy;
     const auto tell = [&](uint8_t valid, uint8_t laser, uint8_t los) {
-        const std::array<uint8_t, 4> flags{valid, laser, 0, los};
         return PlatAnswer(desk, BSP_MSG_PLAT,
-                          PlatRecord(BSP_CMD_OPTICS_STATUS_SET, 1).put(layout::optical_status::valid, flags))
+                          PlatRecord(BSP_CMD_OPTICS_STATUS_SET, 1)
+                              .put(layout::optical_status::valid, valid)
+                              .put(layout::optical_status::laser, laser)
+                              .put(layout::optical_status::rx_los, los))
             .status();
     };
-    const auto flags = [&](uint32_t from) {
-        return PlatAnswer(desk, BSP_MSG_DEBUG, {BSP_CMD_DEBUG_PON_PHY_GET, 1}).get<std::array<uint8_t, 4>>(from);
-    };
     using Flags = std::array<uint8_t, 4>;
+    const auto flags = [&](layout::At<uint8_t> first) {
+        return PlatAnswer(desk, BSP_MSG_DEBUG, {BSP_CMD_DEBUG_PON_PHY_GET, 1}).get(layout::At<Flags>{first.offset});
+    };
     EXPECT_EQ(flags(at::told), (Flags{}));
     EXPECT_EQ(tell(1, 0, 1), BSP_OK);
     EXPECT_EQ(flags(at::told), (Flags{1, 0, 0, 1}));

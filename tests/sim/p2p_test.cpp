@@ -26,10 +26,10 @@ PlatRecord entry(uint32_t pon_port, uint32_t number, uint32_t traffic, const P2p
     request.record.plat_arg104 = number;
     request.record.plat_arg108 = traffic;
     return std::move(request)
-        .put(layout::p2p_entry::action, static_cast<uint16_t>(wanted.action))
-        .put(layout::p2p_entry::from_onu, static_cast<uint16_t>(wanted.from_onu))
-        .put(layout::p2p_entry::to_port, static_cast<uint16_t>(wanted.to_port))
-        .put(layout::p2p_entry::to_onu, static_cast<uint16_t>(wanted.to_onu))
+        .put(layout::p2p_entry::action, wanted.action)
+        .put(layout::p2p_entry::from_onu, wanted.from_onu)
+        .put(layout::p2p_entry::to_port, wanted.to_port)
+        .put(layout::p2p_entry::to_onu, wanted.to_onu)
         .put(layout::p2p_entry::rate, wanted.rate);
 }
 
@@ -41,10 +41,10 @@ PlatRecord config(uint32_t pon_port, const P2pConfig &wanted)
     request.record.plat_arg108 = wanted.rest;
     return std::move(request)
         .put(layout::p2p_config::rate, wanted.rate)
-        .put(layout::p2p_config::first_vlan, static_cast<uint16_t>(wanted.first_vlan))
-        .put(layout::p2p_config::last_vlan, static_cast<uint16_t>(wanted.last_vlan))
-        .put(layout::p2p_config::broadcast, static_cast<uint8_t>(wanted.broadcast))
-        .put(layout::p2p_config::multicast, static_cast<uint8_t>(wanted.multicast));
+        .put(layout::p2p_config::first_vlan, wanted.first_vlan)
+        .put(layout::p2p_config::last_vlan, wanted.last_vlan)
+        .put(layout::p2p_config::broadcast, wanted.broadcast)
+        .put(layout::p2p_config::multicast, wanted.multicast);
 }
 
 Reply of_port(Desk &desk, uint32_t pon_port)
@@ -93,8 +93,7 @@ TEST(P2p, ConcernsOnlineOnusThatAreNotSwitchedOff)
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 3u);
     EXPECT_EQ(switch_p2p(desk, 1, 0, 0), BSP_OK);
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 2u);
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 2).put(layout::llid_behavior::isolated, uint32_t{1})),
-              BSP_OK);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 2).put(layout::llid_behavior::isolated, 1)), BSP_OK);
     EXPECT_EQ(parse(state(desk))[0]["onus"].GetUint(), 1u);
 }
 
@@ -104,7 +103,7 @@ TEST(P2p, TheOnusOfThePortAreASet)
     for (uint32_t onu_id : {0, 1, 2})
         bind_arrived(desk, 1, onu_id, onu_id);
     switch_p2p(desk, 1, 1, 0);
-    EXPECT_EQ(number_at(of_port(desk, 1), layout::p2p_of_port::onu_set), 0b101u);
+    EXPECT_EQ(number_at(of_port(desk, 1), layout::p2p_of_port::onu_set), (layout::IdSet{0b101, 0, 0, 0}));
 }
 
 TEST(P2p, ASwitchHasToMakeSense)

@@ -15,10 +15,10 @@ struct PlatRecord {
         record.plat_port = port;
         record.plat_arg4 = arg4;
     }
-    template <class Number>
-    PlatRecord &&put(uint32_t offset, Number number) &&
+    template <class Field, class Value>
+    PlatRecord &&put(layout::At<Field> at, const Value &value) &&
     {
-        std::memcpy(reinterpret_cast<char *>(&record) + offset, &number, sizeof number);
+        layout::store(reinterpret_cast<char *>(&record), at, value);
         return std::move(*this);
     }
 };
@@ -32,16 +32,18 @@ struct PlatAnswer {
     {
     }
     uint32_t status() const { return reply.status; }
-    template <class Number>
-    Number get(uint32_t offset) const
+    template <class Field>
+    Field get(layout::At<Field> at) const
     {
-        Number number{};
         const std::string &answer = reply.answer.value();
         EXPECT_EQ(answer.size(), sizeof(bsp_plat_msg));
-        std::memcpy(&number, answer.data() + offset, sizeof number);
-        return number;
+        return layout::load(answer.data(), at);
     }
-    std::string text(uint32_t offset) const { return reply.answer.value().c_str() + offset; }
+    template <class Field>
+    std::string text(layout::At<Field> at) const
+    {
+        return reply.answer.value().c_str() + at.offset;
+    }
 };
 
 } // namespace ponsim

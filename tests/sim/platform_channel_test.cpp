@@ -59,14 +59,14 @@ TEST(PlatformFunctions, AGetAnswersInARecordThatNamesItsCommand)
 {
     Desk desk(everyone_online());
     const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 2));
-    EXPECT_EQ(number_at(reply, offsetof(bsp_plat_msg, plat_cmd)), BSP_CMD_SLA_PORT_GET);
-    EXPECT_EQ(number_at(reply, offsetof(bsp_plat_msg, plat_port)), 2u);
+    EXPECT_EQ(number_at(reply, word_at(offsetof(bsp_plat_msg, plat_cmd))), BSP_CMD_SLA_PORT_GET);
+    EXPECT_EQ(number_at(reply, word_at(offsetof(bsp_plat_msg, plat_port))), 2u);
 }
 
 TEST(PlatformFunctions, ASetStores)
 {
     Desk desk(everyone_online());
-    const PlatRecord set = PlatRecord(BSP_CMD_P2P_OWN_PORT_SET, 2).put(layout::p2p_own_port::own_port, uint32_t{3});
+    const PlatRecord set = PlatRecord(BSP_CMD_P2P_OWN_PORT_SET, 2).put(layout::p2p_own_port::own_port, 3);
     const Message message{BSP_MSG_PLAT, &set.record, sizeof set.record, catalogue::Call::set};
     EXPECT_EQ(desk.simulator.handle(message).status, BSP_OK);
     EXPECT_EQ(number_at(ask(desk, PlatRecord(BSP_CMD_P2P_OWN_PORT_GET, 2)), layout::p2p_own_port::own_port), 3u);
@@ -77,7 +77,7 @@ TEST(PlatformFunctions, AQueryHasAResultBesideItsAnswer)
     Desk desk(everyone_online());
     const Reply reply = ask(desk, PlatRecord(BSP_CMD_MAC_GET, 0));
     EXPECT_EQ(reply.result, "[]");
-    EXPECT_EQ(number_at(reply, offsetof(bsp_plat_msg, plat_cmd)), BSP_CMD_MAC_GET);
+    EXPECT_EQ(number_at(reply, word_at(offsetof(bsp_plat_msg, plat_cmd))), BSP_CMD_MAC_GET);
 }
 
 TEST(PonSettings, OfThePonChannelHaveResults)

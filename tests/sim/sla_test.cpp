@@ -29,15 +29,16 @@ Sla read(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t channel = BSP_
 {
     const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id), channel);
     EXPECT_EQ(reply.status, BSP_OK);
-    return {number_at(reply, 124), number_at(reply, 128), number_at(reply, 132), number_at(reply, 136),
-            number_at(reply, 140)};
+    return {number_at(reply, layout::At<uint32_t>{124}), number_at(reply, layout::At<uint32_t>{128}),
+            number_at(reply, layout::At<uint32_t>{132}), number_at(reply, layout::At<uint32_t>{136}),
+            number_at(reply, layout::At<uint32_t>{140})};
 }
 
 uint32_t read_down(Desk &desk, uint32_t pon_port, uint32_t onu_id)
 {
     const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id));
     EXPECT_EQ(reply.status, BSP_OK);
-    return number_at(reply, 124);
+    return number_at(reply, layout::At<uint32_t>{124});
 }
 
 constexpr Sla some_sla{.fixed = 1000, .assured = 20000, .maximum = 300000, .priority = 5, .weight = 60};

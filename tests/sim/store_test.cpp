@@ -26,7 +26,7 @@ std::string error_of(const std::string &file, const WantedSettings &wanted = {},
 bsp_pon_msg batch(uint32_t command, uint32_t pon_port, uint32_t first_word)
 {
     bsp_pon_msg record = record_of(command, pon_port);
-    memcpy(reinterpret_cast<char *>(&record) + layout::onu_batch::onu_set, &first_word, sizeof first_word);
+    put(record, layout::onu_batch::onu_set, layout::IdSet{first_word});
     return record;
 }
 
@@ -47,8 +47,8 @@ void change_everything(Desk &desk)
     EXPECT_EQ(desk.send(batch(BSP_CMD_ONU_SORT_BATCH, 1, 0b1100)), BSP_OK);
     EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 16, 0, stranger(9))), BSP_OK);
     bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 2);
-    const uint32_t range[] = {1000, 9000};
-    memcpy(reinterpret_cast<char *>(&limits) + layout::opt_range::min_distance, range, sizeof range);
+    put(limits, layout::opt_range::min_distance, 1000);
+    put(limits, layout::opt_range::max_distance, 9000);
     EXPECT_EQ(desk.send(limits), BSP_OK);
 
     bsp_pon_msg description = record_of(BSP_CMD_ONU_DESCRIPTION_SET, 1, 2);
@@ -65,7 +65,7 @@ void change_everything(Desk &desk)
         EXPECT_EQ(desk.send(auth), BSP_OK);
     }
     strcpy(auth.text45, "gone");
-    put(auth, layout::auth_record::remove, uint32_t{1});
+    put(auth, layout::auth_record::remove, 1);
     EXPECT_EQ(desk.send(auth), BSP_OK);
     EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_CONFIRM, 4, 0, desk.port(4).arrivals[0].mac)), BSP_OK);
     bsp_pon_msg clear = record_of(BSP_CMD_ONU_ALARM_CLEAR, 4, 1);

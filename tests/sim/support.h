@@ -150,10 +150,23 @@ inline Message message_of(uint32_t channel, const bsp_onu_msg &record)
     return {channel, &record, sizeof record};
 }
 
-template <class Value>
-void put(bsp_pon_msg &record, uint32_t offset, const Value &value)
+template <class Record, class Field, class Value>
+void put(Record &record, layout::At<Field> at, const Value &value)
 {
-    std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
+    layout::store(reinterpret_cast<char *>(&record), at, value);
+}
+
+// A word that the record itself has, and no layout.
+inline layout::At<uint32_t> word_at(size_t offset)
+{
+    return {static_cast<uint32_t>(offset)};
+}
+
+// A byte of a field.
+template <class Field>
+layout::At<uint8_t> byte_of(layout::At<Field> at, uint32_t index)
+{
+    return {at.offset + index};
 }
 
 inline std::array<uint32_t, 4> words_of(const OnuIds &ids)
@@ -174,16 +187,15 @@ struct AnswerRecord {
         EXPECT_EQ(reply.answer.value_or("").size(), sizeof record);
         if (reply.answer) std::memcpy(&record, reply.answer->data(), std::min(reply.answer->size(), sizeof record));
     }
-    uint32_t word(uint32_t offset) const
+    template <class Field>
+    Field get(layout::At<Field> at) const
     {
-        uint32_t value;
-        std::memcpy(&value, reinterpret_cast<const char *>(&record) + offset, sizeof value);
-        return value;
+        return layout::load(reinterpret_cast<const char *>(&record), at);
     }
-    std::string text(uint32_t offset) const { return reinterpret_cast<const char *>(&record) + offset; }
-    std::array<uint32_t, 4> words(uint32_t offset) const
+    template <class Field>
+    std::string text(layout::At<Field> at) const
     {
-        return {word(offset), word(offset + 4), word(offset + 8), word(offset + 12)};
+        return reinterpret_cast<const char *>(&record) + at.offset;
     }
 };
 

@@ -134,8 +134,8 @@ TEST(Traffic, IsToldByTheAnswer)
     busy.pass(minute);
     const Counters pon = busy.pon(5);
     const PlatAnswer answer(busy, BSP_MSG_DEBUG, PlatRecord(BSP_CMD_DEBUG_PON_STATS, 5));
-    EXPECT_EQ(answer.get<uint64_t>(layout::port_stats::in_octets), pon.in_octets);
-    EXPECT_EQ(answer.get<uint64_t>(layout::port_stats::out_unicast), pon.out_unicast);
+    EXPECT_EQ(answer.get(layout::port_stats::in_octets), pon.in_octets);
+    EXPECT_EQ(answer.get(layout::port_stats::out_unicast), pon.out_unicast);
     EXPECT_EQ(PlatAnswer(busy, BSP_MSG_DEBUG, PlatRecord(BSP_CMD_DEBUG_PON_STATS, 9)).status(), PON_ERR_NO_PORT);
     EXPECT_EQ(PlatAnswer(busy, BSP_MSG_DEBUG, PlatRecord(BSP_CMD_DEBUG_GE_STATS, 5)).status(), PON_ERR_NO_INTERFACE);
 }
@@ -205,16 +205,16 @@ TEST(Mpcp, SetsWhatIsNamedAndTheMacShowsIt)
     const auto set = [&](uint32_t which, uint32_t interval, uint32_t window) {
         return PlatAnswer(busy, BSP_MSG_PLAT,
                           PlatRecord(BSP_CMD_MPCP_SET, 1)
-                              .put(offsetof(bsp_plat_msg, plat_arg108), which)
+                              .put(word_at(offsetof(bsp_plat_msg, plat_arg108)), which)
                               .put(layout::mpcp::discovery_interval, interval)
                               .put(layout::mpcp::discovery_window, window))
             .status();
     };
     EXPECT_EQ(set(1, 2000, 20000), BSP_OK);
     const PlatAnswer mac(busy, BSP_MSG_DEBUG, PlatRecord(BSP_CMD_DEBUG_PON_MAC_GET, 1));
-    EXPECT_EQ(mac.get<uint32_t>(layout::pon_mac::discovery_interval), 2000u);
-    EXPECT_EQ(mac.get<uint32_t>(layout::pon_mac::discovery_window), 20000u);
-    EXPECT_EQ(mac.get<uint32_t>(layout::pon_mac::registered), 4u);
+    EXPECT_EQ(mac.get(layout::pon_mac::discovery_interval), 2000u);
+    EXPECT_EQ(mac.get(layout::pon_mac::discovery_window), 20000u);
+    EXPECT_EQ(mac.get(layout::pon_mac::registered), 4u);
     EXPECT_EQ(set(9, 2000, 20000), PON_ERR_BAD_RECORD);
 }
 
@@ -224,7 +224,7 @@ TEST(Mpcp, LeavesTheOpticalStatusOfTheSameCodeAlone)
     const auto mpcp = [&](uint32_t which) {
         return PlatAnswer(busy, BSP_MSG_PLAT,
                           PlatRecord(BSP_CMD_MPCP_SET, 1)
-                              .put(offsetof(bsp_plat_msg, plat_arg108), which)
+                              .put(word_at(offsetof(bsp_plat_msg, plat_arg108)), which)
                               .put(layout::mpcp::discovery_interval, 2000u)
                               .put(layout::mpcp::discovery_window, 20000u))
             .status();
@@ -232,7 +232,7 @@ TEST(Mpcp, LeavesTheOpticalStatusOfTheSameCodeAlone)
     ASSERT_EQ(mpcp(1), BSP_OK);
     ASSERT_EQ(PlatAnswer(busy, BSP_MSG_PLAT, PlatRecord(BSP_CMD_OPTICS_STATUS_SET, 1)).status(), BSP_OK);
     const PlatAnswer mac(busy, BSP_MSG_DEBUG, PlatRecord(BSP_CMD_DEBUG_PON_MAC_GET, 1));
-    EXPECT_EQ(mac.get<uint32_t>(layout::pon_mac::discovery_interval), 2000u);
+    EXPECT_EQ(mac.get(layout::pon_mac::discovery_interval), 2000u);
 }
 
 TEST(GePhy, ThatIsPoweredDownTakesItsTrafficWithIt)
@@ -246,7 +246,7 @@ TEST(GePhy, ThatIsPoweredDownTakesItsTrafficWithIt)
     busy.pass(minute);
     ASSERT_EQ(set(PhyControl::autoneg | PhyControl::full_duplex | PhyControl::power_down), BSP_OK);
     const PlatAnswer phy(busy, BSP_MSG_DEBUG, PlatRecord(BSP_CMD_DEBUG_GE_PHY_GET, 1));
-    EXPECT_EQ(phy.get<uint16_t>(layout::ge_phy::control) >> 8 & PhyControl::power_down, PhyControl::power_down);
+    EXPECT_EQ(phy.get(layout::ge_phy::control) >> 8 & PhyControl::power_down, PhyControl::power_down);
     const uint64_t before = busy.ge(1).out_octets;
     busy.pass(minute);
     EXPECT_EQ(busy.ge(1).out_octets, before);

@@ -67,7 +67,7 @@ struct UniDesk : Desk {
 inline OnuBlock word_block(uint32_t value)
 {
     OnuBlock block(4);
-    block.put<uint32_t>(layout::onu_admin_state::on, value);
+    block.put(layout::onu_admin_state::on, value);
     return block;
 }
 

@@ -12,16 +12,11 @@ namespace ponsim
 struct UpgradeRecord {
     bsp_pon_msg_ext record{};
 
-    explicit UpgradeRecord(uint32_t command) { put(0, command); }
-    template <class Value>
-    UpgradeRecord &put(uint32_t offset, const Value &value)
+    explicit UpgradeRecord(uint32_t command) { record.cmd = command; }
+    template <class Field, class Value>
+    UpgradeRecord &put(layout::At<Field> at, const Value &value)
     {
-        std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
-        return *this;
-    }
-    UpgradeRecord &put(uint32_t offset, const std::string &text)
-    {
-        std::memcpy(reinterpret_cast<char *>(&record) + offset, text.data(), text.size());
+        layout::store(reinterpret_cast<char *>(&record), at, value);
         return *this;
     }
 };

@@ -347,7 +347,7 @@ TEST(UpgradeRuns, OneWhoseOnuGoesOfflineFailsWhenItsStepIsDue)
         upgrade_one(desk, 1, 1);
         pass(desk, until);
         bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 1);
-        put(limits, layout::opt_range::max_distance, uint32_t{0});
+        put(limits, layout::opt_range::max_distance, 0);
         ASSERT_EQ(desk.send(limits), BSP_OK);
         EXPECT_NE(desk.run(1), "failed");
         pass(desk, hours);

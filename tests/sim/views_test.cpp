@@ -98,10 +98,10 @@ void translate_multicast(Desk &desk)
     bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_MC_VLAN_MODE_SET, 1, 5);
     record.onu_uni_port = 1;
     OnuBlock data(34);
-    data.put<uint8_t>(block::mode, 2);
-    data.put<uint8_t>(block::number, 1);
-    data.put<uint16_t>(block::mc_vlan, 100);
-    data.put<uint16_t>(block::user_vlan, 200);
+    data.put(block::mode, 2);
+    data.put(block::number, 1);
+    data.put(block::mc_vlan[0], 100);
+    data.put(block::user_vlan[0], 200);
     data.bytes().copy(reinterpret_cast<char *>(record.onu_data), data.bytes().size());
     Message message = message_of(BSP_MSG_ONU_CFG, record);
     message.call = catalogue::Call::set;
@@ -113,8 +113,8 @@ void set_uni_profile(Desk &desk)
     namespace block = layout::uni_profile;
     bsp_pon_msg record = record_of(BSP_CMD_UNI_PROFILE_SET, 1);
     record.arg_value = 1;
-    put(record, block::pvid, uint16_t{1});
-    put(record, block::tpid, uint16_t{0x8100});
+    put(record, block::pvid, 1);
+    put(record, block::tpid, 0x8100);
     EXPECT_EQ(desk.send(record), BSP_OK);
 }
 
@@ -129,10 +129,9 @@ void use(ProfileDesk &desk)
     std::strcpy(authentication.text45, "loid");
     desk.send(authentication);
     desk.send(record_of(BSP_CMD_ONU_BIND, 1, 6, desk.port(1).arrivals[1].mac));
-    PlatAnswer(desk, BSP_MSG_PLAT,
-               PlatRecord(BSP_CMD_P2P_ENTRY_SET, 1)
-                   .put(layout::p2p_entry::action, uint16_t{1})
-                   .put(layout::p2p_entry::to_port, uint16_t{1}));
+    PlatAnswer(
+        desk, BSP_MSG_PLAT,
+        PlatRecord(BSP_CMD_P2P_ENTRY_SET, 1).put(layout::p2p_entry::action, 1).put(layout::p2p_entry::to_port, 1));
     desk.simulator.advance(longest_silence);
     add_type(desk, "type", "SIMA", "S100", "2.0", 1);
     translate_multicast(desk);

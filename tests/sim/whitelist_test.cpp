@@ -49,12 +49,12 @@ TEST(WhiteList, TellsAllThatIsKeptOfABoundOnu)
     EXPECT_STREQ(answer.record.text237, "a");
     EXPECT_STREQ(answer.record.text173, "b");
     EXPECT_STREQ(answer.record.text365, "c");
-    EXPECT_EQ(answer.word(entry::state), 1u);
-    EXPECT_EQ(answer.word(entry::distance), onu.distance);
-    EXPECT_EQ(answer.word(entry::authenticated), 1u);
-    EXPECT_EQ(answer.word(entry::exempt), 0u);
-    EXPECT_EQ(answer.word(entry::supported), 1u);
-    EXPECT_EQ(answer.word(entry::reboots), 1u);
+    EXPECT_EQ(answer.get(entry::state), 1u);
+    EXPECT_EQ(answer.get(entry::distance), onu.distance);
+    EXPECT_EQ(answer.get(entry::authenticated), 1u);
+    EXPECT_EQ(answer.get(entry::exempt), 0u);
+    EXPECT_EQ(answer.get(entry::supported), 1u);
+    EXPECT_EQ(answer.get(entry::reboots), 1u);
     EXPECT_EQ(answer.text(entry::description), "in the cellar");
     EXPECT_EQ(answer.text(entry::loid), onu.loid);
 }
@@ -71,9 +71,9 @@ TEST(WhiteList, AnOfflineOnuHasNeitherDistanceNorLoid)
     Desk desk;
     desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
     const AnswerRecord answer = look_up(desk, 1, 5);
-    EXPECT_EQ(answer.word(entry::state), 0u);
-    EXPECT_EQ(answer.word(entry::distance), 0u);
-    EXPECT_EQ(answer.word(entry::authenticated), 0u);
+    EXPECT_EQ(answer.get(entry::state), 0u);
+    EXPECT_EQ(answer.get(entry::distance), 0u);
+    EXPECT_EQ(answer.get(entry::authenticated), 0u);
     EXPECT_EQ(answer.text(entry::loid), "");
 }
 
@@ -84,11 +84,11 @@ TEST(WhiteList, AnUnauthenticatedOnuIsOneUntilItIsConfirmed)
     bsp_pon_msg mode = record_of(BSP_CMD_AUTH_SET, 1);
     mode.arg_word12 = 1;
     desk.send(mode);
-    EXPECT_EQ(look_up(desk, 1, 5).word(entry::state), 2u);
-    EXPECT_EQ(look_up(desk, 1, 5).word(entry::authenticated), 0u);
+    EXPECT_EQ(look_up(desk, 1, 5).get(entry::state), 2u);
+    EXPECT_EQ(look_up(desk, 1, 5).get(entry::authenticated), 0u);
     desk.send(record_of(BSP_CMD_ONU_CONFIRM, 1, 5));
-    EXPECT_EQ(look_up(desk, 1, 5).word(entry::state), 1u);
-    EXPECT_EQ(look_up(desk, 1, 5).word(entry::exempt), 1u);
+    EXPECT_EQ(look_up(desk, 1, 5).get(entry::state), 1u);
+    EXPECT_EQ(look_up(desk, 1, 5).get(entry::exempt), 1u);
 }
 
 TEST(WhiteList, FindsByIdByAddressOrByBoth)
@@ -135,12 +135,12 @@ TEST(IdUsage, TellsTheIdsInUseOnEachList)
     for (uint8_t index : {200, 201})
         desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 1, 0, stranger(index)));
     const AnswerRecord white(desk.ask(record_of(BSP_CMD_WHITELIST_IDS, 1)));
-    EXPECT_EQ(white.words(layout::id_usage::id_set), (std::array<uint32_t, 4>{0x80000001, 1, 0, 0x80000000}));
-    EXPECT_EQ(white.word(layout::id_usage::count), 4u);
+    EXPECT_EQ(white.get(layout::id_usage::id_set), (std::array<uint32_t, 4>{0x80000001, 1, 0, 0x80000000}));
+    EXPECT_EQ(white.get(layout::id_usage::count), 4u);
     const AnswerRecord black(desk.ask(record_of(BSP_CMD_BLACKLIST_IDS, 1)));
-    EXPECT_EQ(black.words(layout::id_usage::id_set), (std::array<uint32_t, 4>{0b110, 0, 0, 0}));
-    EXPECT_EQ(black.word(layout::id_usage::count), 2u);
-    EXPECT_EQ(AnswerRecord(desk.ask(record_of(BSP_CMD_WHITELIST_IDS, 2))).word(layout::id_usage::count), 0u);
+    EXPECT_EQ(black.get(layout::id_usage::id_set), (std::array<uint32_t, 4>{0b110, 0, 0, 0}));
+    EXPECT_EQ(black.get(layout::id_usage::count), 2u);
+    EXPECT_EQ(AnswerRecord(desk.ask(record_of(BSP_CMD_WHITELIST_IDS, 2))).get(layout::id_usage::count), 0u);
 }
 
 TEST(IdUsage, NeedsAPort)

@@ -88,20 +88,18 @@ protected:
         return count;
     }
 
-    static uint64_t counter(uint32_t offset)
+    static uint64_t counter(layout::At<uint64_t> at)
     {
-        unsigned char block[160];
-        EXPECT_EQ(bsp_debug_8022_pon_stats(port, block), BSP_OK);
-        uint64_t value;
-        std::memcpy(&value, block + offset - offsetof(bsp_plat_msg, plat_data), sizeof value);
-        return value;
+        bsp_plat_msg record;
+        EXPECT_EQ(bsp_debug_8022_pon_stats(port, record.plat_data), BSP_OK);
+        return layout::load(reinterpret_cast<const char *>(&record), at);
     }
     // By how much a counter grows in ten minutes.
-    static uint64_t growth(uint32_t offset)
+    static uint64_t growth(layout::At<uint64_t> at)
     {
-        const uint64_t before = counter(offset);
+        const uint64_t before = counter(at);
         control("step 600");
-        return counter(offset) - before;
+        return counter(at) - before;
     }
 };
 

@@ -21,20 +21,22 @@ template <size_t size>
 struct Block {
     unsigned char bytes[size] = {};
 
-    template <class Number>
-    Number get(uint32_t offset) const
+    template <class Field>
+    Field get(layout::At<Field> at) const
     {
-        Number number;
-        std::memcpy(&number, bytes + offset - data_offset, sizeof number);
-        return number;
+        return layout::load(reinterpret_cast<const char *>(bytes), layout::At<Field>{at.offset - data_offset});
     }
-    std::string text(uint32_t offset) const { return reinterpret_cast<const char *>(bytes) + offset - data_offset; }
+    template <class Field>
+    std::string text(layout::At<Field> at) const
+    {
+        return reinterpret_cast<const char *>(bytes) + at.offset - data_offset;
+    }
 };
 
-template <class Value>
-void put(bsp_onu_msg &record, uint32_t offset, Value value)
+template <class Record, class Field, class Value>
+void put(Record &record, layout::At<Field> at, const Value &value)
 {
-    std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
+    layout::store(reinterpret_cast<char *>(&record), at, value);
 }
 
 bsp_onu_msg of_uni(uint32_t command, uint8_t uni)
@@ -92,13 +94,13 @@ TEST_F(OnuStory, OfAnImageThatIsPushedCommittedAndSeenAfterReboot)
         put(record, part::offset, offset);
         put(record, part::size, size);
         put(record, part::length, std::min(longest, size - offset));
-        std::strcpy(reinterpret_cast<char *>(&record) + part::version, "9.8.7");
-        std::memset(reinterpret_cast<char *>(&record) + part::data, 'x', longest);
+        put(record, part::version, "9.8.7");
+        put(record, part::data, std::vector<uint8_t>(longest, 'x'));
         ASSERT_EQ(bsp_pon_onu_ctc_upgrade(port, onu_id, record.onu_data, sizeof record.onu_data), BSP_OK) << offset;
     }
     Block<20> state;
     ASSERT_EQ(bsp_pon_onu_ctc_get_upgrade_status(port, onu_id, state.bytes), BSP_OK);
-    EXPECT_EQ(state.get<uint32_t>(layout::onu_image_status::state), 2u);
+    EXPECT_EQ(state.get(layout::onu_image_status::state), 2u);
     ASSERT_EQ(bsp_pon_onu_ctc_upgrade_commit(port, onu_id), BSP_OK);
     EXPECT_EQ(software(), before);
 
@@ -107,16 +109,15 @@ TEST_F(OnuStory, OfAnImageThatIsPushedCommittedAndSeenAfterReboot)
     simulator.start();
     bsp_pon_msg reboot{};
     reboot.pon_port = port;
-    const uint32_t onu_set = 1u << onu_id;
-    std::memcpy(reinterpret_cast<char *>(&reboot) + layout::onu_batch::onu_set, &onu_set, sizeof onu_set);
+    put(reboot, layout::onu_batch::onu_set, layout::IdSet{1u << onu_id});
     ASSERT_EQ(bsp_pon_reboot_onu_batch(&reboot), BSP_OK);
     control("step 40");
     EXPECT_EQ(software(), "9.8.7");
     Block<64> both;
     ASSERT_EQ(bsp_pon_tk_onu_get_fw(port, onu_id, both.bytes), BSP_OK);
-    EXPECT_EQ(both.text(banks::version), before);
-    EXPECT_EQ(both.text(banks::version + banks::version_every), "9.8.7");
-    EXPECT_EQ(both.get<uint8_t>(banks::active + banks::active_every), 1);
+    EXPECT_EQ(both.text(banks::version[0]), before);
+    EXPECT_EQ(both.text(banks::version[1]), "9.8.7");
+    EXPECT_EQ(both.get(banks::active[1]), 1);
     const View updates([](db_handle **db) { return bsp_pon_onu_ctc_get_upgradestatus_json(port, onu_id, db); });
     ASSERT_EQ(updates.count(), 1u);
     EXPECT_EQ(updates.text(0, "mac"), mac);
@@ -126,14 +127,14 @@ TEST_F(OnuStory, OfAVlanRuleThatIsReadBackAsBlockAndAsTable)
 {
     namespace vlan = layout::onu_vlan_set;
     bsp_onu_msg rule = of_uni(BSP_CMD_ONU_VLAN_SET, 1);
-    put(rule, vlan::mode, uint8_t{2});
-    put(rule, vlan::count, uint8_t{2});
-    put(rule, vlan::pvid, uint16_t{300});
-    put(rule, vlan::tpid, uint16_t{0x8100});
-    put(rule, vlan::user, uint16_t{10});
-    put(rule, vlan::network, uint16_t{1010});
-    put(rule, vlan::user + vlan::user_every, uint16_t{20});
-    put(rule, vlan::network + vlan::network_every, uint16_t{1020});
+    put(rule, vlan::mode, 2);
+    put(rule, vlan::count, 2);
+    put(rule, vlan::pvid, 300);
+    put(rule, vlan::tpid, 0x8100);
+    put(rule, vlan::user[0], 10);
+    put(rule, vlan::network[0], 1010);
+    put(rule, vlan::user[1], 20);
+    put(rule, vlan::network[1], 1020);
     Block<159> had, has;
     ASSERT_EQ(bsp_pon_onu_ctc_get_vlan(port, onu_id, 1, had.bytes), BSP_OK);
     ASSERT_EQ(bsp_pon_onu_ctc_config(&rule), BSP_OK);
@@ -155,7 +156,7 @@ TEST_F(OnuStory, OfAVlanRuleThatIsReadBackAsBlockAndAsTable)
     EXPECT_EQ(std::memcmp(has.bytes, rule.onu_data, sizeof has.bytes), 0);
 
     // Another port of the ONU knows nothing of it, and a rule that cannot be changes nothing.
-    put(rule, vlan::pvid, uint16_t{4095});
+    put(rule, vlan::pvid, 4095);
     EXPECT_EQ(bsp_pon_onu_ctc_config(&rule), PON_ERR_BAD_RECORD);
     table_has_it([](db_handle **db) { return bsp_pon_onu_ctc_get_vlan_json(db, port, onu_id); });
 
@@ -172,7 +173,7 @@ uint64_t frames(uint32_t (*ask)(uint32_t, uint32_t, uint16_t, void *, const uint
     Block<296> counters;
     const uint32_t length = sizeof counters.bytes;
     EXPECT_EQ(ask(port, onu_id, uni, counters.bytes, &length), BSP_OK);
-    return counters.get<uint64_t>(layout::onu_performance::up_frames);
+    return counters.get(layout::onu_performance::up_frames);
 }
 
 TEST_F(OnuStory, OfPerformanceThatBecomesHistory)

@@ -36,10 +36,10 @@ protected:
     std::string mac[2];
 };
 
-template <class Value>
-void put(bsp_plat_msg &record, uint32_t offset, Value value)
+template <class Field, class Value>
+void put(bsp_plat_msg &record, layout::At<Field> at, const Value &value)
 {
-    std::memcpy(reinterpret_cast<char *>(&record) + offset, &value, sizeof value);
+    layout::store(reinterpret_cast<char *>(&record), at, value);
 }
 
 bsp_plat_msg of_onu(uint32_t onu_id)
@@ -69,8 +69,9 @@ TEST_F(PlatformStory, OfAContractThatEveryViewTells)
     uint32_t by_platform[5], by_chip[5], down;
     ASSERT_EQ(bsp_pon_onu_sla_get(port, 1, by_platform), BSP_OK);
     ASSERT_EQ(bsp_pon_plat_onu_sla_get(port, 1, by_chip), BSP_OK);
-    EXPECT_EQ(std::memcmp(by_platform, reinterpret_cast<char *>(&upstream) + layout::sla::fixed, sizeof by_platform),
-              0);
+    EXPECT_EQ(
+        std::memcmp(by_platform, reinterpret_cast<char *>(&upstream) + layout::sla::fixed.offset, sizeof by_platform),
+        0);
     EXPECT_EQ(std::memcmp(by_platform, by_chip, sizeof by_chip), 0);
     ASSERT_EQ(bsp_pon_onu_sla_down_get(port, 1, &down), BSP_OK);
     EXPECT_EQ(down, 300000u);
@@ -87,14 +88,12 @@ TEST_F(PlatformStory, OfAContractThatEveryViewTells)
     EXPECT_EQ(snmp.text(port - 1, "assured"), "20000");
 }
 
-// The bytes of a port's diagnostics from an offset of the record on.
-uint32_t diagnostics_word(uint32_t offset)
+// Of a port's diagnostics.
+uint32_t diagnostics_word(layout::At<uint32_t> at)
 {
-    unsigned char block[56];
-    EXPECT_EQ(bsp_om_plat_diag_get(port, block), BSP_OK);
-    uint32_t word;
-    std::memcpy(&word, block + offset - offsetof(bsp_plat_msg, plat_data), sizeof word);
-    return word;
+    bsp_plat_msg record;
+    EXPECT_EQ(bsp_om_plat_diag_get(port, record.plat_data), BSP_OK);
+    return layout::load(reinterpret_cast<const char *>(&record), at);
 }
 
 View alarms()
@@ -133,15 +132,10 @@ TEST_F(PlatformStory, OfALaserThatAgesUntilItsAlarmComes)
 class UpgradeBlock
 {
 public:
-    template <class Value>
-    UpgradeBlock &put(uint32_t offset, const Value &value)
+    template <class Field, class Value>
+    UpgradeBlock &put(layout::At<Field> at, const Value &value)
     {
-        std::memcpy(bytes + offset - start, &value, sizeof value);
-        return *this;
-    }
-    UpgradeBlock &put(uint32_t offset, const std::string &text)
-    {
-        text.copy(bytes + offset - start, text.size());
+        layout::store(bytes, layout::At<Field>{at.offset - start}, value);
         return *this;
     }
     const void *block() const { return bytes; }
@@ -170,8 +164,8 @@ void bind_type(const std::string &mac, uint32_t onu_id, const std::string &name)
     ASSERT_EQ(bsp_pon_set_onu_upgrade_type_add(added.block()), BSP_OK);
 
     namespace bind = layout::upgrade_bind_onus;
-    onu_id_set ids{};
-    ids.words[onu_id / 32] = 1u << onu_id % 32;
+    layout::IdSet ids{};
+    ids[onu_id / 32] = 1u << onu_id % 32;
     const UpgradeBlock bound = UpgradeBlock().put(bind::pon_port, port).put(bind::name, name).put(bind::onu_set, ids);
     ASSERT_EQ(bsp_pon_onu_upgrade_type_bind_some(bound.block()), BSP_OK);
 }
@@ -254,8 +248,8 @@ TEST_F(PlatformStory, OfALoopThatShutsAPortAndIsRecovered)
 
     uint32_t config[20];
     ASSERT_EQ(bsp_pon_get_loop_detect_config(config), BSP_OK);
-    const auto setting = [&config](uint32_t offset) {
-        return config[(offset - offsetof(bsp_pon_msg_ext, ext_payload)) / sizeof(uint32_t)];
+    const auto setting = [&config](layout::At<uint32_t> at) {
+        return config[(at.offset - offsetof(bsp_pon_msg_ext, ext_payload)) / sizeof(uint32_t)];
     };
     EXPECT_EQ(setting(layout::loop_config::detected), 2u);
     EXPECT_EQ(setting(layout::loop_config::recovered), 2u);

@@ -149,7 +149,8 @@ private:
         record.onu_id = onu_id;
         wrong += bsp_pon_exec_get(&record) != BSP_OK;
         wrong += record.pon_port != port || record.onu_id != onu_id;
-        const char *const description = reinterpret_cast<const char *>(&record) + layout::whitelist_entry::description;
+        const char *const description =
+            reinterpret_cast<const char *>(&record) + layout::whitelist_entry::description.offset;
         wrong += descriptions[onu_id] != description;
     }
     void ask_remote(uint32_t onu_id)

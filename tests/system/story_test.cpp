@@ -114,7 +114,7 @@ TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
                   bsp_pon_msg batch = record_of_port();
                   onu_id_set ids{};
                   ids.words[id / 32] = 1u << id % 32;
-                  std::memcpy(reinterpret_cast<char *>(&batch) + layout::onu_batch::onu_set, &ids, sizeof ids);
+                  std::memcpy(reinterpret_cast<char *>(&batch) + layout::onu_batch::onu_set.offset, &ids, sizeof ids);
                   return bsp_pon_reboot_onu_batch(&batch);
               }),
               "0");

@@ -2,22 +2,26 @@
 
 from .text import GENERATED
 
+TYPES = {"u8": "uint8_t", "u16": "uint16_t", "s16": "int16_t", "u32": "uint32_t", "s32": "int32_t", "u64": "uint64_t",
+         "mac": "Mac", "idset": "IdSet"}
+
 
 def service_words(catalogue):
-    """The simulated service's own status words, and where its layouts keep their fields."""
+    """The simulated service's own status words, and where its layouts have their fields."""
     lines = [f"// {GENERATED}.", "// clang-format off", "#pragma once", "", "#include <cstdint>", "",
-             "// Status words of the simulated PON service."]
+             '#include "place.h"', "", "// Status words of the simulated PON service."]
     for status in catalogue.statuses.values():
         if not status.of_library:
             lines.append(f"inline constexpr uint32_t {status.name} = {status.value}; // {status.brief}")
-    lines += ["", "// Offsets of the fields that the service gives to opaque parts of a record."]
+    lines += ["", "// Fields that the service gives to opaque parts of a record."]
     for layout in catalogue.layouts.values():
         lines += ["", f"namespace layout::{layout.name}", "{"]
-        for field in layout.fields.values():
-            if field.index:
-                continue
-            lines.append(f"inline constexpr uint32_t {field.base} = {field.offset}; // {field.type}: {field.brief}")
-            if field.times > 1:
-                lines.append(f"inline constexpr uint32_t {field.base}_every = {field.every}; // from one {field.base} to the next")
+        lines += [place_of(field) for field in layout.fields.values() if field.index == 0]
         lines += [f"}} // namespace layout::{layout.name}"]
     return "\n".join(lines) + "\n"
+
+
+def place_of(field):
+    of_type = TYPES.get(field.type) or f"{field.type.capitalize()}<{field.size}>"
+    repeated = f", {field.times}, {field.every}" if field.times > 1 else ""
+    return f"inline constexpr At<{of_type}{repeated}> {field.base}{{{field.offset}}}; // {field.brief}"

@@ -48,7 +48,7 @@ Outcome view_loids(const Olt &olt, const Request &request)
 
 Outcome change_oui(const Olt &olt, const Request &request)
 {
-    return to_outcome(set_oui(olt, request.read<Oui>(layout::oui::oui)));
+    return to_outcome(set_oui(olt, request.get(layout::oui::oui)));
 }
 
 // ARP
@@ -120,7 +120,7 @@ Outcome set_port_config(const Olt &olt, const Request &request)
     const FoundOnu found = onu_and_uni_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
     const auto uni = request.read<bsp_onu_msg>().onu_uni_port;
-    const auto profile = request.read<uint8_t>(layout::onu_port_config_set::profile);
+    const auto profile = request.get(layout::onu_port_config_set::profile);
     if (profile == 0) return to_outcome(configure_port(olt, found.onu, uni, data_of(request, port_config_size)));
     const std::optional<OnuBlock> config = uni_profile(olt, profile);
     if (!config) return {PON_ERR_NO_UNI_PROFILE};
@@ -133,16 +133,16 @@ Outcome set_onu_config(const Olt &olt, const Request &request)
     enum Bit : uint32_t { fec = 1, multicast = 2, fast_leave = 4, management = 8 };
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const uint32_t wanted = request.read<uint8_t>(at::parts);
+    const uint32_t wanted = request.get(at::parts);
     if (wanted == 0 || wanted > (fec | multicast | fast_leave | management)) return {PON_ERR_BAD_RECORD};
     const auto bytes_from = [&](uint32_t offset, size_t size) {
         return OnuBlock(std::string(static_cast<const char *>(request.record) + offset, size));
     };
     std::vector<Part> parts;
-    for (const auto &[bit, offset, setting] : {std::tuple{fec, at::fec, &fec_setting()},
-                                               {multicast, at::multicast, &multicast_mode_setting()},
-                                               {fast_leave, at::fast_leave, &fast_leave_setting()},
-                                               {management, at::address, &management_setting()}})
+    for (const auto &[bit, offset, setting] : {std::tuple{fec, at::fec.offset, &fec_setting()},
+                                               {multicast, at::multicast.offset, &multicast_mode_setting()},
+                                               {fast_leave, at::fast_leave.offset, &fast_leave_setting()},
+                                               {management, at::address.offset, &management_setting()}})
         if (wanted & bit) parts.push_back({*setting, bytes_from(offset, setting->size)});
     return to_outcome(tell_all(olt, found.onu, 0, parts));
 }

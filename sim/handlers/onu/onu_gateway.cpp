@@ -16,10 +16,11 @@ constexpr uint8_t max_channel = 13;
 constexpr uint32_t shortest_lease = 60, longest_lease = 864000; // s
 
 // Whether the field holds a text that is not empty.
-bool has_name(const OnuBlock &block, uint32_t offset, size_t size)
+template <size_t size>
+bool has_name(const OnuBlock &block, layout::At<layout::Text<size>> at)
 {
     std::string name;
-    return get_text(block.bytes().data() + (offset - offsetof(bsp_onu_msg, onu_data)), size, name) && !name.empty();
+    return get_text(block.get(at), name) && !name.empty();
 }
 
 bool is_good_address(const OnuBlock &block)
@@ -28,36 +29,34 @@ bool is_good_address(const OnuBlock &block)
     const uint32_t address = get_ipv4(block, at::address);
     const uint32_t mask = get_ipv4(block, at::mask);
     const uint32_t gateway = get_ipv4(block, at::gateway);
-    if (block.get<uint8_t>(at::ip_mode) != ip_static) return address == 0 && mask == 0 && gateway == 0;
+    if (block.get(at::ip_mode) != ip_static) return address == 0 && mask == 0 && gateway == 0;
     return is_host(address, mask) && is_gateway(gateway, address, mask);
 }
 
 bool is_good_wan(const OnuBlock &block)
 {
     namespace at = layout::onu_wan;
-    const auto mode = block.get<uint8_t>(at::mode);
-    const auto service = block.get<uint8_t>(at::service);
-    const auto ip_mode = block.get<uint8_t>(at::ip_mode);
+    const auto mode = block.get(at::mode);
+    const auto service = block.get(at::service);
+    const auto ip_mode = block.get(at::ip_mode);
     if (mode == wan_removed) return block == OnuBlock(wan_size);
     if (mode > wan_route || (mode == wan_bridge) != (ip_mode == ip_none)) return false;
     return service >= wan_internet && service <= wan_other && ip_mode <= ip_pppoe && is_good_address(block) &&
-           block.get<uint8_t>(at::priority) <= max_vlan_priority && block.get<uint16_t>(at::vlan) <= max_vlan &&
-           has_name(block, at::name, wan_name_room);
+           block.get(at::priority) <= max_vlan_priority && block.get(at::vlan) <= max_vlan && has_name(block, at::name);
 }
 
 uint32_t check_wan(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
     if (!is_good_wan(block)) return PON_ERR_BAD_RECORD;
-    const bool routes = block.get<uint8_t>(layout::onu_wan::mode) == wan_route;
+    const bool routes = block.get(layout::onu_wan::mode) == wan_route;
     return routes && !is_gateway_onu(onu) ? PON_ERR_NOT_ABLE : BSP_OK;
 }
 
 bool is_good_wlan(const OnuBlock &block)
 {
     namespace at = layout::onu_wlan;
-    return block.get<uint8_t>(at::enabled) <= 1 && block.get<uint8_t>(at::channel) <= max_channel &&
-           block.get<uint8_t>(at::security) <= wlan_wpa3 && block.get<uint8_t>(at::hidden) <= 1 &&
-           has_name(block, at::name, wlan_name_room);
+    return block.get(at::enabled) <= 1 && block.get(at::channel) <= max_channel &&
+           block.get(at::security) <= wlan_wpa3 && block.get(at::hidden) <= 1 && has_name(block, at::name);
 }
 
 // Whether the address is that of a network with this mask, or both are 0.
@@ -69,9 +68,9 @@ bool is_network(uint32_t address, uint32_t mask)
 bool has_good_ports(const OnuBlock &block)
 {
     namespace at = layout::onu_acl;
-    const auto first = block.get<uint16_t>(at::first_port);
-    const auto last = block.get<uint16_t>(at::last_port);
-    const auto protocol = block.get<uint8_t>(at::protocol);
+    const auto first = block.get(at::first_port);
+    const auto last = block.get(at::last_port);
+    const auto protocol = block.get(at::protocol);
     if (first == 0) return last == 0;
     return last >= first && (protocol == ip_tcp || protocol == ip_udp);
 }
@@ -79,8 +78,8 @@ bool has_good_ports(const OnuBlock &block)
 bool is_good_rule(const OnuBlock &block)
 {
     namespace at = layout::onu_acl;
-    const auto action = block.get<uint8_t>(at::action);
-    const auto direction = block.get<uint8_t>(at::direction);
+    const auto action = block.get(at::action);
+    const auto direction = block.get(at::direction);
     if (action == acl_removed) return block == OnuBlock(acl_size);
     return action <= acl_deny && direction >= acl_upstream && direction <= acl_downstream &&
            is_network(get_ipv4(block, at::source), get_ipv4(block, at::source_mask)) &&
@@ -94,9 +93,9 @@ bool is_good_dhcp(const OnuBlock &block)
     const uint32_t mask = get_ipv4(block, at::mask);
     const uint32_t first = get_ipv4(block, at::first);
     const uint32_t last = get_ipv4(block, at::last);
-    const auto lease_time = block.get<uint32_t>(at::lease_time);
+    const auto lease_time = block.get(at::lease_time);
     const auto in_network = [=](uint32_t other) { return is_host(other, mask) && (other & mask) == (address & mask); };
-    return block.get<uint8_t>(at::enabled) <= 1 && lease_time >= shortest_lease && lease_time <= longest_lease &&
+    return block.get(at::enabled) <= 1 && lease_time >= shortest_lease && lease_time <= longest_lease &&
            is_host(address, mask) && in_network(first) && in_network(last) && first <= last &&
            (address < first || address > last);
 }

@@ -24,30 +24,23 @@ Outcome told_by_onu(const Olt &olt, const Request &request)
     return answer_with(request, block(olt, found.onu));
 }
 
-// A part of an answer that is bytes as they stand.
-template <size_t size>
-void put(OnuBlock &block, uint32_t offset, const std::array<uint8_t, size> &bytes)
-{
-    block.put(offset, std::string_view(reinterpret_cast<const char *>(bytes.data()), size), size);
-}
-
 OnuBlock identity(const Olt &, const RemoteOnu &onu)
 {
     namespace at = layout::onu_sn;
     OnuBlock block(54);
-    block.put(at::vendor, onu.device.type->vendor, 4);
-    block.put(at::model, onu.device.type->model, 4);
-    put(block, at::mac, onu.binding->mac);
-    block.put(at::hardware, onu.device.hardware, 8);
-    block.put(at::software, onu.device.software, 16);
-    block.put(at::extended_model, extended_model(*onu.device.type), 16);
+    block.put(at::vendor, onu.device.type->vendor);
+    block.put(at::model, onu.device.type->model);
+    block.put(at::mac, onu.binding->mac);
+    block.put(at::hardware, onu.device.hardware);
+    block.put(at::software, onu.device.software);
+    block.put(at::extended_model, extended_model(*onu.device.type));
     return block;
 }
 
 OnuBlock firmware(const Olt &, const RemoteOnu &onu)
 {
     OnuBlock block(128);
-    block.put(layout::onu_fw::version, onu.device.software, 128);
+    block.put(layout::onu_fw::version, onu.device.software);
     return block;
 }
 
@@ -57,10 +50,10 @@ OnuBlock chip_id(const Olt &, const RemoteOnu &onu)
     const Hardware &hardware = hardware_of(*onu.device.type);
     const size_t dash = hardware.chipset.find('-');
     OnuBlock block(8);
-    block.put(at::vendor, hardware.chipset.substr(0, dash), 2);
-    block.put<uint16_t>(at::model, std::stoi(std::string(hardware.chipset.substr(dash + 1))));
-    block.put<uint8_t>(at::revision, hardware.chip_revision);
-    put(block, at::date, hardware.chip_date);
+    block.put(at::vendor, hardware.chipset.substr(0, dash));
+    block.put(at::model, std::stoi(std::string(hardware.chipset.substr(dash + 1))));
+    block.put(at::revision, hardware.chip_revision);
+    block.put(at::date, hardware.chip_date);
     return block;
 }
 
@@ -78,17 +71,17 @@ OnuBlock capabilities(const Olt &, const RemoteOnu &onu)
     const DeviceType &type = *onu.device.type;
     const uint32_t services = (type.ge_ports ? ge : 0u) | (type.fe_ports ? fe : 0u) | (type.pots_ports ? voip : 0u);
     OnuBlock block(26);
-    block.put<uint8_t>(at::services, services);
-    block.put<uint8_t>(at::ge_ports, type.ge_ports);
-    put(block, at::ge_bitmap, bitmap(0, type.ge_ports));
-    block.put<uint8_t>(at::fe_ports, type.fe_ports);
-    put(block, at::fe_bitmap, bitmap(type.ge_ports, type.fe_ports));
-    block.put<uint8_t>(at::pots_ports, type.pots_ports);
-    block.put<uint8_t>(at::us_queues, type.us_queues);
-    block.put<uint8_t>(at::us_queues_of_port, type.us_queues);
-    block.put<uint8_t>(at::ds_queues, type.us_queues * onu.device.unis.size());
-    block.put<uint8_t>(at::ds_queues_of_port, type.us_queues);
-    block.put<uint8_t>(at::battery, type.battery);
+    block.put(at::services, services);
+    block.put(at::ge_ports, type.ge_ports);
+    block.put(at::ge_bitmap, bitmap(0, type.ge_ports));
+    block.put(at::fe_ports, type.fe_ports);
+    block.put(at::fe_bitmap, bitmap(type.ge_ports, type.fe_ports));
+    block.put(at::pots_ports, type.pots_ports);
+    block.put(at::us_queues, type.us_queues);
+    block.put(at::us_queues_of_port, type.us_queues);
+    block.put(at::ds_queues, type.us_queues * onu.device.unis.size());
+    block.put(at::ds_queues_of_port, type.us_queues);
+    block.put(at::battery, type.battery);
     return block;
 }
 
@@ -97,21 +90,21 @@ OnuBlock more_capabilities(const Olt &, const RemoteOnu &onu)
     namespace at = layout::onu_cap2;
     const DeviceType &type = *onu.device.type;
     OnuBlock block(64);
-    block.put<uint32_t>(at::onu_type, static_cast<uint32_t>(hardware_of(type).onu_type));
-    block.put<uint8_t>(at::multi_llid, 1);
-    block.put<uint8_t>(at::pon_interfaces, 1);
+    block.put(at::onu_type, hardware_of(type).onu_type);
+    block.put(at::multi_llid, 1);
+    block.put(at::pon_interfaces, 1);
     uint8_t kinds = 0;
     uint8_t code = 0; // of GE, FE and VoIP, in this order
     for (const uint32_t number : {type.ge_ports, type.fe_ports, type.pots_ports}) {
         if (number != 0) {
-            block.put<uint8_t>(at::interface_type + kinds * at::interface_type_every, code);
-            block.put<uint8_t>(at::interface_number + kinds * at::interface_number_every, number);
+            block.put(at::interface_type[kinds], code);
+            block.put(at::interface_number[kinds], number);
             ++kinds;
         }
         ++code;
     }
-    block.put<uint8_t>(at::interface_types, kinds);
-    block.put<uint8_t>(at::battery, type.battery);
+    block.put(at::interface_types, kinds);
+    block.put(at::battery, type.battery);
     return block;
 }
 
@@ -121,10 +114,10 @@ OnuBlock memory(const Olt &olt, const RemoteOnu &onu)
     const Hardware &hardware = hardware_of(*onu.device.type);
     const Usage usage = usage_of(olt, onu);
     OnuBlock block(16);
-    block.put<uint32_t>(at::memory_total, hardware.memory);
-    block.put<uint32_t>(at::memory_free, usage.memory_free);
-    block.put<uint32_t>(at::flash_total, hardware.flash);
-    block.put<uint32_t>(at::flash_free, usage.flash_free);
+    block.put(at::memory_total, hardware.memory);
+    block.put(at::memory_free, usage.memory_free);
+    block.put(at::flash_total, hardware.flash);
+    block.put(at::flash_free, usage.flash_free);
     return block;
 }
 
@@ -137,14 +130,14 @@ void put_identity(OnuBlock &block, const RemoteOnu &onu)
                   at::extended_model == same::extended_model && at::serial == same::serial &&
                   at::hardware == same::hardware && at::software == same::software && at::chipset == same::chipset);
     const DeviceType &type = *onu.device.type;
-    put(block, at::mac, onu.binding->mac);
-    block.put(at::vendor, type.vendor, 4);
-    block.put(at::model, type.model, 4);
-    block.put(at::extended_model, extended_model(type), 16);
-    block.put(at::serial, serial_number(type.vendor, onu.binding->mac), 12);
-    block.put(at::hardware, onu.device.hardware, 8);
-    block.put(at::software, onu.device.software, 16);
-    block.put(at::chipset, type.chipset, 8);
+    block.put(at::mac, onu.binding->mac);
+    block.put(at::vendor, type.vendor);
+    block.put(at::model, type.model);
+    block.put(at::extended_model, extended_model(type));
+    block.put(at::serial, serial_number(type.vendor, onu.binding->mac));
+    block.put(at::hardware, onu.device.hardware);
+    block.put(at::software, onu.device.software);
+    block.put(at::chipset, type.chipset);
 }
 
 OnuBlock device_info(const Olt &olt, const RemoteOnu &onu)
@@ -152,19 +145,19 @@ OnuBlock device_info(const Olt &olt, const RemoteOnu &onu)
     namespace at = layout::onu_device_info;
     const DeviceType &type = *onu.device.type;
     const Hardware &hardware = hardware_of(type);
-    OnuBlock block(at::chipset + 8 - data_offset);
+    OnuBlock block(at::chipset.end() - data_offset);
     put_identity(block, onu);
-    block.put<uint8_t>(at::onu_type, static_cast<uint8_t>(hardware.onu_type));
-    block.put<uint8_t>(at::ge_ports, type.ge_ports);
-    block.put<uint8_t>(at::fe_ports, type.fe_ports);
-    block.put<uint8_t>(at::pots_ports, type.pots_ports);
-    block.put<uint8_t>(at::battery, type.battery);
-    block.put<uint8_t>(at::cpu_load, usage_of(olt, onu).cpu_load);
-    block.put<uint32_t>(at::llids, llids_of(olt, onu, Side::remote));
-    block.put<uint32_t>(at::memory_total, hardware.memory);
-    block.put<uint32_t>(at::flash_total, hardware.flash);
-    block.put<int32_t>(at::temperature, format_of(temperature).convert(onu_readings(olt, onu)[temperature]));
-    block.put<uint32_t>(at::chip_revision, hardware.chip_revision);
+    block.put(at::onu_type, hardware.onu_type);
+    block.put(at::ge_ports, type.ge_ports);
+    block.put(at::fe_ports, type.fe_ports);
+    block.put(at::pots_ports, type.pots_ports);
+    block.put(at::battery, type.battery);
+    block.put(at::cpu_load, usage_of(olt, onu).cpu_load);
+    block.put(at::llids, llids_of(olt, onu, Side::remote));
+    block.put(at::memory_total, hardware.memory);
+    block.put(at::flash_total, hardware.flash);
+    block.put(at::temperature, format_of(temperature).convert(onu_readings(olt, onu)[temperature]));
+    block.put(at::chip_revision, hardware.chip_revision);
     return block;
 }
 
@@ -173,11 +166,11 @@ OnuBlock optics(const Olt &olt, const RemoteOnu &onu)
     namespace at = layout::onu_optics;
     const Readings readings = onu_readings(olt, onu);
     OnuBlock block(10);
-    block.put<int16_t>(at::temperature, readings[temperature]);
-    block.put<uint16_t>(at::voltage, readings[voltage]);
-    block.put<uint16_t>(at::bias, readings[bias]);
-    block.put<uint16_t>(at::launch_power, readings[launch_power]);
-    block.put<uint16_t>(at::received_power, readings[received_power]);
+    block.put(at::temperature, readings[temperature]);
+    block.put(at::voltage, readings[voltage]);
+    block.put(at::bias, readings[bias]);
+    block.put(at::launch_power, readings[launch_power]);
+    block.put(at::received_power, readings[received_power]);
     return block;
 }
 
@@ -194,29 +187,29 @@ Outcome about(const Olt &olt, const Request &request)
     const std::vector<OnuUni> unis = unis_of(olt, onu);
     const auto up =
         onu.online() ? std::ranges::count_if(unis, [](const OnuUni &uni) { return uni.link.has_value(); }) : 0;
-    OnuBlock block(at::unis_up + 4 - data_offset);
+    OnuBlock block(at::unis_up.end() - data_offset);
     put_identity(block, onu);
-    block.put<uint8_t>(at::onu_id, onu.onu_id);
-    block.put<uint8_t>(at::state, static_cast<uint8_t>(onu.state));
-    block.put<uint32_t>(at::pon_port, onu.port->number);
-    block.put<uint32_t>(at::llid, to_llid(onu.onu_id));
-    block.put<uint32_t>(at::llids, llids_of(olt, onu, Side::local));
-    block.put<uint32_t>(at::distance, arrival ? arrival->distance : 0);
-    block.put<int32_t>(at::received_power, centi_dbm(arrival ? received_from(olt, *onu.port, *arrival, olt.now()) : 0));
-    block.put<uint32_t>(at::reboots, onu.port->record(mac).reboots);
-    block.put<uint8_t>(at::ge_ports, type.ge_ports);
-    block.put<uint8_t>(at::fe_ports, type.fe_ports);
-    block.put<uint8_t>(at::pots_ports, type.pots_ports);
-    block.put<uint8_t>(at::battery, type.battery);
-    block.put<uint32_t>(at::unis_enabled, std::ranges::count_if(unis, &OnuUni::enabled));
-    block.put<uint32_t>(at::unis_up, up);
+    block.put(at::onu_id, onu.onu_id);
+    block.put(at::state, onu.state);
+    block.put(at::pon_port, onu.port->number);
+    block.put(at::llid, to_llid(onu.onu_id));
+    block.put(at::llids, llids_of(olt, onu, Side::local));
+    block.put(at::distance, arrival ? arrival->distance : 0);
+    block.put(at::received_power, centi_dbm(arrival ? received_from(olt, *onu.port, *arrival, olt.now()) : 0));
+    block.put(at::reboots, onu.port->record(mac).reboots);
+    block.put(at::ge_ports, type.ge_ports);
+    block.put(at::fe_ports, type.fe_ports);
+    block.put(at::pots_ports, type.pots_ports);
+    block.put(at::battery, type.battery);
+    block.put(at::unis_enabled, std::ranges::count_if(unis, &OnuUni::enabled));
+    block.put(at::unis_up, up);
     return answer_with(request, block);
 }
 
 // Its answer stands in the place of the UNI port number, and has no data.
 Outcome max_port(const Olt &olt, const Request &request)
 {
-    static_assert(layout::onu_max_port::unis == offsetof(bsp_onu_msg, onu_uni_port));
+    static_assert(layout::onu_max_port::unis.offset == offsetof(bsp_onu_msg, onu_uni_port));
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
     auto record = request.read<bsp_onu_msg>();

@@ -17,16 +17,16 @@ Outcome write_part(const Olt &olt, const Request &request)
     namespace at = layout::onu_image_part;
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto bytes = request.read<std::array<char, sizeof(bsp_onu_msg) - at::data>>(at::data);
-    const auto version = request.read<std::array<char, 17>>(at::version);
-    const auto length = request.read<uint32_t>(at::length);
-    ImagePart part{.offset = request.read<uint32_t>(at::offset),
-                   .size = request.read<uint32_t>(at::size),
+    const auto bytes = request.get(at::data);
+    const auto version = request.get(at::version);
+    const auto length = request.get(at::length);
+    ImagePart part{.offset = request.get(at::offset),
+                   .size = request.get(at::size),
                    .version = {},
-                   .bytes = {bytes.data(), bytes.size()}};
+                   .bytes = {reinterpret_cast<const char *>(bytes.data()), bytes.size()}};
     if (length == 0 || length > part.bytes.size()) return {PON_ERR_BAD_RECORD};
     part.bytes = part.bytes.substr(0, length);
-    if (part.offset == 0 && !get_text(version.data(), version.size(), part.version)) return {PON_ERR_BAD_RECORD};
+    if (part.offset == 0 && !get_text(version, part.version)) return {PON_ERR_BAD_RECORD};
     return to_outcome(push_part(olt, found.onu, part));
 }
 
@@ -46,12 +46,12 @@ Outcome get_status(const Olt &olt, const Request &request)
     OnuBlock block(20);
     if (banks.push != Banks::Push::none) {
         const Banks::Bank &bank = banks.pushed_bank();
-        block.put<uint32_t>(at::state, static_cast<uint32_t>(banks.push));
-        block.put<uint32_t>(at::received, bank.received);
-        block.put<uint32_t>(at::size, bank.size);
-        block.put<uint32_t>(at::crc, bank.crc);
-        block.put<uint16_t>(at::bank, static_cast<uint16_t>(banks.pushed + 1));
-        block.put<uint16_t>(at::progress, static_cast<uint16_t>(bank.percent()));
+        block.put(at::state, banks.push);
+        block.put(at::received, bank.received);
+        block.put(at::size, bank.size);
+        block.put(at::crc, bank.crc);
+        block.put(at::bank, banks.pushed + 1);
+        block.put(at::progress, bank.percent());
     }
     return answer_with(request, block);
 }
@@ -65,12 +65,12 @@ Outcome get_banks(const Olt &olt, const Request &request)
     OnuBlock block(64);
     for (uint32_t index = 0; index < banks.banks.size(); ++index) {
         const Banks::Bank &bank = banks.banks[index];
-        block.put(at::version + index * at::version_every, bank.name(), 17);
-        block.put<uint8_t>(at::valid + index * at::valid_every, bank.valid != 0);
-        block.put<uint8_t>(at::active + index * at::active_every, index == banks.active);
-        block.put<uint8_t>(at::committed + index * at::committed_every, index == banks.committed);
-        block.put<uint32_t>(at::size + index * at::size_every, bank.size);
-        block.put<uint32_t>(at::crc + index * at::crc_every, bank.crc);
+        block.put(at::version[index], bank.name());
+        block.put(at::valid[index], bank.valid != 0);
+        block.put(at::active[index], index == banks.active);
+        block.put(at::committed[index], index == banks.committed);
+        block.put(at::size[index], bank.size);
+        block.put(at::crc[index], bank.crc);
     }
     return answer_with(request, block);
 }
@@ -80,10 +80,10 @@ Outcome update(const Olt &olt, const Request &request)
     namespace at = layout::onu_image_update;
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto field = request.read<std::array<char, 256>>(at::file);
+    const auto field = request.get(at::file);
     std::string file;
-    if (!get_text(field.data(), field.size(), file) || file.empty()) return {PON_ERR_BAD_RECORD};
-    const auto bank = request.read<uint32_t>(at::bank);
+    if (!get_text(field, file) || file.empty()) return {PON_ERR_BAD_RECORD};
+    const auto bank = request.get(at::bank);
     const Banks banks = banks_of(olt, *found.onu.port, found.onu.binding->mac);
     if (bank != 0 && bank != banks.spare() + 1) return {PON_ERR_BAD_RECORD};
     return to_outcome(upgrade_onu_with(olt, *found.onu.port, *found.onu.binding, file));

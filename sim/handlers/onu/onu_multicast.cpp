@@ -49,17 +49,17 @@ bool fits(uint8_t operation, uint32_t number, uint32_t most)
 
 // Fast leave
 
-template <uint32_t number, uint32_t ability>
-void put_abilities(OnuBlock &block, const DeviceType &type)
+template <class Abilities>
+void put_abilities(OnuBlock &block, layout::At<uint32_t> number, Abilities ability, const DeviceType &type)
 {
     std::vector<uint32_t> abilities;
     for (const auto &[known, mode] : {std::pair{type.igmp_snooping, 0x00u}, {type.multicast_control, 0x10u}}) {
         if (known) abilities.push_back(mode);
         if (known && type.fast_leave) abilities.push_back(mode + 1);
     }
-    block.put<uint32_t>(number, static_cast<uint32_t>(abilities.size()));
+    block.put(number, abilities.size());
     for (uint32_t index = 0; index < abilities.size(); ++index)
-        block.put<uint32_t>(ability + index * layout::onu_fast_leave_ability::ability_every, abilities[index]);
+        block.put(ability[index], abilities[index]);
 }
 
 OnuBlock fast_leave_off(const Olt &, const RemoteOnu &, uint32_t)
@@ -69,7 +69,7 @@ OnuBlock fast_leave_off(const Olt &, const RemoteOnu &, uint32_t)
 
 uint32_t check_fast_leave(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    const auto state = block.get<uint32_t>(layout::onu_fast_leave_set::state);
+    const auto state = block.get(layout::onu_fast_leave_set::state);
     if (state > 1) return PON_ERR_BAD_RECORD;
     return state == 0 || onu.device.type->fast_leave ? BSP_OK : PON_ERR_NOT_ABLE;
 }
@@ -78,7 +78,7 @@ constexpr BlockSetting fast_leave{BSP_CMD_ONU_FAST_LEAVE_GET, false, 4, fast_lea
 
 uint32_t fast_leave_state(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return setting_of(olt, onu, 0, side, fast_leave).get<uint32_t>(layout::onu_fast_leave::state);
+    return setting_of(olt, onu, 0, side, fast_leave).get(layout::onu_fast_leave::state);
 }
 
 Outcome get_fast_leave_ability(const Olt &olt, const Request &request)
@@ -87,7 +87,7 @@ Outcome get_fast_leave_ability(const Olt &olt, const Request &request)
     if (found.status != BSP_OK) return {found.status};
     namespace fields = layout::onu_fast_leave_ability;
     OnuBlock block(28);
-    put_abilities<fields::number, fields::ability>(block, *found.onu.device.type);
+    put_abilities(block, fields::number, fields::ability, *found.onu.device.type);
     return answer_with(request, block);
 }
 
@@ -97,8 +97,8 @@ Outcome get_fast_leave_local(const Olt &olt, const Request &request)
     if (found.status != BSP_OK) return {found.status};
     namespace fields = layout::onu_fast_leave_local;
     OnuBlock block(32);
-    block.put<uint32_t>(fields::state, fast_leave_state(olt, found.onu, Side::local));
-    put_abilities<fields::number, fields::ability>(block, *found.onu.device.type);
+    block.put(fields::state, fast_leave_state(olt, found.onu, Side::local));
+    put_abilities(block, fields::number, fields::ability, *found.onu.device.type);
     return answer_with(request, block);
 }
 
@@ -111,7 +111,7 @@ OnuBlock snooping(const Olt &, const RemoteOnu &, uint32_t)
 
 uint32_t check_mode(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    const auto mode = block.get<uint8_t>(layout::onu_mc_switch_set::mode);
+    const auto mode = block.get(layout::onu_mc_switch_set::mode);
     if (mode > 1) return PON_ERR_BAD_RECORD;
     const DeviceType &type = *onu.device.type;
     return (mode == 1 ? type.multicast_control : type.igmp_snooping) ? BSP_OK : PON_ERR_NOT_ABLE;
@@ -121,7 +121,7 @@ constexpr BlockSetting mode{BSP_CMD_ONU_MC_SWITCH_GET, false, 1, snooping, check
 
 bool controlled(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return setting_of(olt, onu, 0, side, mode).get<uint8_t>(layout::onu_mc_switch::mode) == 1;
+    return setting_of(olt, onu, 0, side, mode).get(layout::onu_mc_switch::mode) == 1;
 }
 
 // The number of groups
@@ -131,13 +131,13 @@ constexpr uint16_t usual_group_max = 32;
 OnuBlock usual_maximum(const Olt &, const RemoteOnu &onu, uint32_t)
 {
     OnuBlock block(2);
-    if (knows_multicast(*onu.device.type)) block.put<uint16_t>(layout::onu_mc_group_max::maximum, usual_group_max);
+    if (knows_multicast(*onu.device.type)) block.put(layout::onu_mc_group_max::maximum, usual_group_max);
     return block;
 }
 
 uint32_t check_maximum(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    if (block.get<uint16_t>(layout::onu_mc_group_max_set::maximum) > max_uni_mc_groups) return PON_ERR_BAD_RECORD;
+    if (block.get(layout::onu_mc_group_max_set::maximum) > max_uni_mc_groups) return PON_ERR_BAD_RECORD;
     return able(onu);
 }
 
@@ -145,7 +145,7 @@ constexpr BlockSetting group_maximum{BSP_CMD_ONU_MC_GROUP_MAX_GET, true, 2, usua
 
 uint32_t group_max_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
 {
-    return setting_of(olt, onu, uni, side, group_maximum).get<uint16_t>(layout::onu_mc_group_max::maximum);
+    return setting_of(olt, onu, uni, side, group_maximum).get(layout::onu_mc_group_max::maximum);
 }
 
 // Tags
@@ -159,7 +159,7 @@ OnuBlock tags_kept(const Olt &, const RemoteOnu &, uint32_t)
 
 McTags tags_of(const OnuBlock &block)
 {
-    return static_cast<McTags>(block.get<uint8_t>(layout::onu_mc_vlan_mode::mode));
+    return static_cast<McTags>(block.get(layout::onu_mc_vlan_mode::mode));
 }
 
 std::vector<Vlan> pairs_of(const OnuBlock &block, uint32_t from, uint32_t to)
@@ -167,19 +167,18 @@ std::vector<Vlan> pairs_of(const OnuBlock &block, uint32_t from, uint32_t to)
     namespace fields = layout::onu_mc_vlan_mode;
     std::vector<Vlan> pairs;
     for (uint32_t index = from; index < to; ++index)
-        pairs.push_back({.user = block.get<uint16_t>(fields::user_vlan + index * fields::user_vlan_every),
-                         .network = block.get<uint16_t>(fields::mc_vlan + index * fields::mc_vlan_every)});
+        pairs.push_back({.user = block.get(fields::user_vlan[index]), .network = block.get(fields::mc_vlan[index])});
     return pairs;
 }
 
 std::vector<Vlan> translations_of(const OnuBlock &block)
 {
-    return pairs_of(block, 0, block.get<uint8_t>(layout::onu_mc_vlan_mode::number));
+    return pairs_of(block, 0, block.get(layout::onu_mc_vlan_mode::number));
 }
 
 uint32_t check_tags(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    const auto number = block.get<uint8_t>(layout::onu_mc_vlan_mode_set::number);
+    const auto number = block.get(layout::onu_mc_vlan_mode_set::number);
     if (tags_of(block) > McTags::translate || number > max_mc_translations) return PON_ERR_BAD_RECORD;
     if ((tags_of(block) == McTags::translate) != (number > 0)) return PON_ERR_BAD_RECORD;
     std::vector<uint32_t> seen;
@@ -199,9 +198,9 @@ constexpr BlockSetting tags{BSP_CMD_ONU_MC_VLAN_MODE_GET, true, tags_size, tags_
 OnuBlock block_of(const std::vector<uint32_t> &vlans)
 {
     namespace fields = layout::onu_mc_vlan_local;
-    OnuBlock block(max_mc_vlans * fields::vlan_every);
+    OnuBlock block(max_mc_vlans * sizeof(uint16_t));
     for (uint32_t index = 0; index < vlans.size(); ++index)
-        block.put<uint16_t>(fields::vlan + index * fields::vlan_every, static_cast<uint16_t>(vlans[index]));
+        block.put(fields::vlan[index], vlans[index]);
     return block;
 }
 
@@ -226,7 +225,7 @@ std::vector<uint32_t> vlans_of(const Olt &olt, const RemoteOnu &onu, uint32_t un
     const OnuBlock block = vlan_block(olt, onu, uni, side);
     std::vector<uint32_t> vlans;
     for (uint32_t index = 0; index < max_mc_vlans; ++index)
-        if (const auto vlan = block.get<uint16_t>(fields::vlan + index * fields::vlan_every)) vlans.push_back(vlan);
+        if (const auto vlan = block.get(fields::vlan[index])) vlans.push_back(vlan);
     return vlans;
 }
 
@@ -236,11 +235,12 @@ Outcome get_vlans(const Olt &olt, const Request &request)
     if (found.status != BSP_OK) return {found.status};
     namespace fields = layout::onu_mc_vlan;
     const uint32_t uni = request.read<bsp_onu_msg>().onu_uni_port;
-    const std::string vlans = vlan_block(olt, found.onu, uni, Side::remote).bytes();
+    const std::vector<uint32_t> vlans = vlans_of(olt, found.onu, uni, Side::remote);
     OnuBlock block(18);
-    block.put<uint8_t>(fields::operation, list);
-    block.put<uint8_t>(fields::number, static_cast<uint8_t>(vlans_of(olt, found.onu, uni, Side::remote).size()));
-    block.put(fields::vlan, vlans, vlans.size());
+    block.put(fields::operation, list);
+    block.put(fields::number, vlans.size());
+    for (uint32_t index = 0; index < vlans.size(); ++index)
+        block.put(fields::vlan[index], vlans[index]);
     return answer_with(request, block);
 }
 
@@ -258,12 +258,12 @@ Outcome set_vlans(const Olt &olt, const Request &request)
     if (const uint32_t status = able(found.onu)) return {status};
     namespace fields = layout::onu_mc_vlan_set;
     const OnuBlock block = data_of(request, 18);
-    const auto operation = block.get<uint8_t>(fields::operation);
-    const auto number = block.get<uint8_t>(fields::number);
+    const auto operation = block.get(fields::operation);
+    const auto number = block.get(fields::number);
     if (!fits(operation, number, max_mc_vlans)) return {PON_ERR_BAD_RECORD};
     std::vector<uint32_t> changes;
     for (uint32_t index = 0; index < number; ++index) {
-        const uint32_t vlan = block.get<uint16_t>(fields::vlan + index * fields::vlan_every);
+        const uint32_t vlan = block.get(fields::vlan[index]);
         if (!is_vlan(vlan) || has(changes, vlan)) return {PON_ERR_BAD_RECORD};
         changes.push_back(vlan);
     }
@@ -283,13 +283,13 @@ OnuBlock block_of(const std::vector<McGroup> &groups)
 {
     namespace fields = layout::onu_mc_group;
     OnuBlock block(groups_size);
-    block.put<uint8_t>(fields::action, list);
-    block.put<uint8_t>(fields::control_type, by_mac_and_vlan);
-    block.put<uint8_t>(fields::number, static_cast<uint8_t>(groups.size()));
+    block.put(fields::action, list);
+    block.put(fields::control_type, by_mac_and_vlan);
+    block.put(fields::number, groups.size());
     for (uint32_t index = 0; index < groups.size(); ++index) {
-        block.put<uint16_t>(fields::uni + index * fields::uni_every, static_cast<uint16_t>(groups[index].uni));
-        block.put<uint16_t>(fields::vlan + index * fields::vlan_every, static_cast<uint16_t>(groups[index].vlan));
-        block.put<Mac>(fields::group + index * fields::group_every, groups[index].mac);
+        block.put(fields::uni[index], groups[index].uni);
+        block.put(fields::vlan[index], groups[index].vlan);
+        block.put(fields::group[index], groups[index].mac);
     }
     return block;
 }
@@ -298,10 +298,9 @@ std::vector<McGroup> groups_of(const OnuBlock &block)
 {
     namespace fields = layout::onu_mc_group;
     std::vector<McGroup> groups;
-    for (uint32_t index = 0; index < block.get<uint8_t>(fields::number); ++index)
-        groups.push_back({block.get<uint16_t>(fields::uni + index * fields::uni_every),
-                          block.get<uint16_t>(fields::vlan + index * fields::vlan_every),
-                          block.get<Mac>(fields::group + index * fields::group_every)});
+    for (uint32_t index = 0; index < block.get(fields::number); ++index)
+        groups.push_back(
+            {block.get(fields::uni[index]), block.get(fields::vlan[index]), block.get(fields::group[index])});
     return groups;
 }
 
@@ -354,9 +353,9 @@ Outcome set_groups(const Olt &olt, const Request &request)
     if (!controlled(olt, found.onu, Side::local)) return {PON_ERR_SNOOPING};
     namespace fields = layout::onu_mc_group_set;
     const OnuBlock block = data_of(request, groups_size);
-    const auto action = block.get<uint8_t>(fields::action);
-    const auto number = block.get<uint8_t>(fields::number);
-    if (block.get<uint8_t>(fields::control_type) != by_mac_and_vlan) return {PON_ERR_BAD_RECORD};
+    const auto action = block.get(fields::action);
+    const auto number = block.get(fields::number);
+    if (block.get(fields::control_type) != by_mac_and_vlan) return {PON_ERR_BAD_RECORD};
     if (!fits(action, number, max_mc_groups)) return {PON_ERR_BAD_RECORD};
     std::vector<McGroup> changes;
     for (const McGroup &group : groups_of(block)) {

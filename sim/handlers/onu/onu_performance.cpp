@@ -12,14 +12,14 @@ namespace
 {
 
 // The counters go out as they are.
-static_assert(layout::onu_performance::status_changes ==
-              layout::onu_performance::down_drop_events + offsetof(UniCounters, status_changes));
+static_assert(layout::onu_performance::status_changes.offset ==
+              layout::onu_performance::down_drop_events.offset + offsetof(UniCounters, status_changes));
 
 Outcome set_switch(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto on = request.read<uint8_t>(layout::onu_switch::on);
+    const auto on = request.get(layout::onu_switch::on);
     if (on > 1) return {PON_ERR_BAD_RECORD};
     return to_outcome(switch_on(olt, found.onu, on == 1));
 }
@@ -30,7 +30,7 @@ Outcome catv_state(const Olt &olt, const Request &request)
     if (found.status != BSP_OK) return {found.status};
     if (!has_catv(found.onu.device)) return {PON_ERR_NOT_ABLE};
     OnuBlock block(1);
-    block.put<uint8_t>(layout::onu_catv_state::on, switched_on(olt, found.onu, Side::remote));
+    block.put(layout::onu_catv_state::on, switched_on(olt, found.onu, Side::remote));
     return answer_with(request, block);
 }
 
@@ -41,9 +41,9 @@ Outcome monitor(const Olt &olt, const Request &request)
     if (found.status != BSP_OK) return {found.status};
     const std::optional<ModelTime> since = on_since(olt, found.onu);
     OnuBlock block(16);
-    block.put<uint16_t>(at::state, since.has_value());
-    block.put<uint32_t>(at::period, monitoring_period / ms_per_second);
-    block.put<uint64_t>(at::since, since.value_or(0));
+    block.put(at::state, since.has_value());
+    block.put(at::period, monitoring_period / ms_per_second);
+    block.put(at::since, since.value_or(0));
     return answer_with(request, block);
 }
 

@@ -24,13 +24,13 @@ OnuBlock no_management(const Olt &, const RemoteOnu &, uint32_t)
 bool is_good_management(const OnuBlock &block)
 {
     namespace at = layout::onu_mgmt;
-    if (block.get<uint8_t>(at::mode) == management_off) return block == OnuBlock(management_size);
-    if (block.get<uint8_t>(at::mode) != management_static) return false;
+    if (block.get(at::mode) == management_off) return block == OnuBlock(management_size);
+    if (block.get(at::mode) != management_static) return false;
     const uint32_t address = get_ipv4(block, at::address);
     const uint32_t mask = get_ipv4(block, at::mask);
     return is_host(address, mask) && is_gateway(get_ipv4(block, at::gateway), address, mask) &&
-           block.get<uint16_t>(at::vlan) <= max_vlan && block.get<uint8_t>(at::priority) <= max_vlan_priority &&
-           block.get<uint8_t>(at::dscp) <= max_dscp;
+           block.get(at::vlan) <= max_vlan && block.get(at::priority) <= max_vlan_priority &&
+           block.get(at::dscp) <= max_dscp;
 }
 
 uint32_t check_management(const RemoteOnu &, uint32_t, const OnuBlock &block)
@@ -57,7 +57,7 @@ OnuBlock first_fec(const Olt &, const RemoteOnu &onu, uint32_t)
 uint32_t check_fec(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
     if (!onu.device.type->fec) return PON_ERR_NOT_ABLE;
-    const auto mode = block.get<uint32_t>(layout::onu_fec::mode);
+    const auto mode = block.get(layout::onu_fec::mode);
     return mode == fec_enabled || mode == fec_disabled ? BSP_OK : PON_ERR_BAD_RECORD;
 }
 
@@ -79,19 +79,19 @@ constexpr int16_t westmost_zone = -720, eastmost_zone = 840;                    
 OnuBlock first_time(const Olt &, const RemoteOnu &, uint32_t)
 {
     OnuBlock block(time_size);
-    block.put<uint32_t>(layout::onu_time::interval, first_interval);
+    block.put(layout::onu_time::interval, first_interval);
     return block;
 }
 
 bool is_good_time(const OnuBlock &block)
 {
     namespace at = layout::onu_time;
-    const auto mode = block.get<uint8_t>(at::mode);
-    const auto interval = block.get<uint32_t>(at::interval);
-    const auto zone = block.get<int16_t>(at::zone);
+    const auto mode = block.get(at::mode);
+    const auto interval = block.get(at::interval);
+    const auto zone = block.get(at::zone);
     return (mode == time_of_olt || (mode == time_by_sntp && get_ipv4(block, at::server) != 0)) &&
            interval >= least_interval && interval <= greatest_interval && zone >= westmost_zone &&
-           zone <= eastmost_zone && block.get<uint8_t>(at::summer) <= 1;
+           zone <= eastmost_zone && block.get(at::summer) <= 1;
 }
 
 uint32_t check_time(const RemoteOnu &, uint32_t, const OnuBlock &block)
@@ -119,15 +119,15 @@ Outcome get_sla(const Olt &olt, const Request &request)
     const std::optional<Sla> &stored = found.onu.binding->sla;
     const Sla sla = stored.value_or(default_sla);
     OnuBlock block(sla_size);
-    block.put<uint8_t>(at::operation, stored.has_value());
-    block.put<uint8_t>(at::services, 1);
-    block.put<uint32_t>(at::cycle, sla_cycle);
-    block.put<uint8_t>(at::queue, static_cast<uint8_t>(sla.priority));
-    block.put<uint8_t>(at::weight, static_cast<uint8_t>(sla.weight));
-    block.put<uint16_t>(at::packet_size, sla.fixed == 0 ? 0 : longest_packet);
-    block.put<uint16_t>(at::fixed, in_units(sla.fixed));
-    block.put<uint16_t>(at::guaranteed, in_units(sla.assured));
-    block.put<uint16_t>(at::best_effort, in_units(sla.maximum));
+    block.put(at::operation, stored.has_value());
+    block.put(at::services, 1);
+    block.put(at::cycle, sla_cycle);
+    block.put(at::queue[0], sla.priority);
+    block.put(at::weight[0], sla.weight);
+    block.put(at::packet_size[0], sla.fixed == 0 ? 0 : longest_packet);
+    block.put(at::fixed[0], in_units(sla.fixed));
+    block.put(at::guaranteed[0], in_units(sla.assured));
+    block.put(at::best_effort[0], in_units(sla.maximum));
     return answer_with(request, block);
 }
 
@@ -137,7 +137,7 @@ Outcome set_llids(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto llids = request.read<uint32_t>(layout::onu_multi_llid::llids);
+    const auto llids = request.get(layout::onu_multi_llid::llids);
     if (llids < 1 || llids > max_llids) return {PON_ERR_BAD_RECORD};
     return to_outcome(
         tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MULTI_LLID_SET), word_block(llids), word_block(1)));
@@ -146,7 +146,7 @@ Outcome set_llids(const Olt &olt, const Request &request)
 Outcome set_print(const Olt &olt, const Request &request)
 {
     constexpr std::string_view levels[] = {"nothing", "errors", "errors and messages"};
-    const auto level = request.read<uint32_t>(layout::oam_print::level);
+    const auto level = request.get(layout::oam_print::level);
     if (level >= std::size(levels)) return {PON_ERR_BAD_RECORD};
     if (level == from_block<uint32_t>(olt.block(BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, 0), 0)) return {BSP_OK};
     Outcome outcome{BSP_OK};
@@ -166,7 +166,7 @@ Outcome test_alarm(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const Alarm alarm{request.read<uint32_t>(layout::onu_alarm_test::alarm)};
+    const Alarm alarm{request.get(layout::onu_alarm_test::alarm)};
     if (!is_of_onus(alarm)) return {PON_ERR_BAD_RECORD};
     Outcome outcome{BSP_OK};
     raise(*found.onu.port, found.onu.binding->mac, alarm, outcome.change);

@@ -59,14 +59,14 @@ Outcome phy_info(const Olt &olt, const Request &request)
     const UniConfig config = uni_configs(olt, found.onu, Side::remote)[index];
     const std::optional<LinkMode> link = uni_links(olt, found.onu)[index];
     OnuBlock block(size);
-    block.put<uint32_t>(at::line_rate, found.onu.device.unis[index].line_rate);
+    block.put(at::line_rate, found.onu.device.unis[index].line_rate);
     if (link) {
-        block.put<uint32_t>(at::link, 1);
-        block.put<uint32_t>(at::speed, link->speed);
-        block.put<uint32_t>(at::full_duplex, link->full_duplex);
-        block.put<uint32_t>(at::pause, config.pause && link->full_duplex);
+        block.put(at::link, 1);
+        block.put(at::speed, link->speed);
+        block.put(at::full_duplex, link->full_duplex);
+        block.put(at::pause, config.pause && link->full_duplex);
     }
-    if (config.autoneg) block.put<uint32_t>(at::negotiation, link ? complete : without_result);
+    if (config.autoneg) block.put(at::negotiation, link ? complete : without_result);
     return answer_with(request, block);
 }
 
@@ -82,8 +82,8 @@ Outcome get_loop_detect(const Olt &olt, const Request &request)
     const auto record = olt.loops().find(place);
     const bool seen = on && record != olt.loops().end() && record->second.looped;
     OnuBlock block(size);
-    block.put<uint32_t>(at::on, on);
-    block.put<uint32_t>(at::state, olt.shut(place) ? shut : seen ? looped : none);
+    block.put(at::on, on);
+    block.put(at::state, olt.shut(place) ? shut : seen ? looped : none);
     return answer_with(request, block);
 }
 

@@ -1,6 +1,7 @@
 // Texts as they are kept: UTF-8 without control characters, so that they can go out in JSON as they came.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 
@@ -16,6 +17,12 @@ template <size_t size>
 bool get_text(const char (&field)[size], std::string &out)
 {
     return get_text(field, size, out);
+}
+
+template <size_t size>
+bool get_text(const std::array<char, size> &field, std::string &out)
+{
+    return get_text(field.data(), size, out);
 }
 
 } // namespace ponsim

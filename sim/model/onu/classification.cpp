@@ -17,13 +17,17 @@ enum Action : uint8_t { remove_rules = 0, add_rules = 1, remove_all = 2 };
 enum Operator : uint8_t { equal = 1, at_least = 4, always = 7 }; // those between compare, too
 
 constexpr uint32_t most_rules = 8;
-constexpr uint32_t most_entries = 4;
 constexpr uint32_t greatest_queue = 7;
 constexpr uint32_t greatest_mark = 7;
 constexpr uint32_t no_mark = 255;
 constexpr uint32_t entry_size = 8;
 constexpr uint32_t value_size = 6;
 constexpr uint32_t head_size = 3; // of what the length of a rule counts, without its entries
+
+// Of the conditions of a rule, in their order.
+constexpr std::array fields{at::field_a, at::field_b, at::field_c, at::field_d};
+constexpr std::array values{at::value_a, at::value_b, at::value_c, at::value_d};
+constexpr std::array operators{at::operator_a, at::operator_b, at::operator_c, at::operator_d};
 
 // Of what a condition may compare, by its code.
 constexpr uint32_t widths[] = {48, 48, 3, 12, 16, 32, 32, 8, 6, 8, 16, 16}; // bits
@@ -51,20 +55,13 @@ struct Rule {
 
 using Rules = std::map<uint8_t, Rule>; // by precedence
 
-constexpr uint32_t offset_of(uint32_t field, uint32_t number)
-{
-    return field + at::precedence_every * number;
-}
-
 // `block` holds no more than there can be.
 Rule rule_at(const OnuBlock &block, uint32_t number)
 {
-    Rule rule{block.get<uint8_t>(offset_of(at::queue, number)), block.get<uint8_t>(offset_of(at::mark, number)), {}};
-    for (uint32_t entry = 0; entry < block.get<uint8_t>(offset_of(at::entries, number)); ++entry) {
-        const uint32_t step = entry_size * entry;
-        rule.conditions.push_back({block.get<uint8_t>(offset_of(at::field_a, number) + step),
-                                   block.get<std::array<uint8_t, value_size>>(offset_of(at::value_a, number) + step),
-                                   block.get<uint8_t>(offset_of(at::operator_a, number) + step)});
+    Rule rule{block.get(at::queue[number]), block.get(at::mark[number]), {}};
+    for (uint32_t entry = 0; entry < block.get(at::entries[number]); ++entry) {
+        rule.conditions.push_back(
+            {block.get(fields[entry][number]), block.get(values[entry][number]), block.get(operators[entry][number])});
     }
     return rule;
 }
@@ -72,30 +69,29 @@ Rule rule_at(const OnuBlock &block, uint32_t number)
 Rules rules_of(const OnuBlock &block)
 {
     Rules rules;
-    for (uint32_t number = 0; number < block.get<uint8_t>(at::count); ++number)
-        rules[block.get<uint8_t>(offset_of(at::precedence, number))] = rule_at(block, number);
+    for (uint32_t number = 0; number < block.get(at::count); ++number)
+        rules[block.get(at::precedence[number])] = rule_at(block, number);
     return rules;
 }
 
 OnuBlock block_of(const Rules &rules)
 {
     OnuBlock block(classification_size);
-    block.put<uint8_t>(at::action, add_rules);
-    block.put<uint8_t>(at::count, static_cast<uint8_t>(rules.size()));
+    block.put(at::action, add_rules);
+    block.put(at::count, rules.size());
     uint32_t number = 0;
     for (const auto &[precedence, rule] : rules) {
-        const auto entries = static_cast<uint8_t>(rule.conditions.size());
-        block.put<uint8_t>(offset_of(at::precedence, number), precedence);
-        block.put<uint8_t>(offset_of(at::length, number), static_cast<uint8_t>(head_size + entry_size * entries));
-        block.put<uint8_t>(offset_of(at::queue, number), rule.queue);
-        block.put<uint8_t>(offset_of(at::mark, number), rule.mark);
-        block.put<uint8_t>(offset_of(at::entries, number), entries);
-        uint32_t step = 0;
+        const size_t entries = rule.conditions.size();
+        block.put(at::precedence[number], precedence);
+        block.put(at::length[number], head_size + entry_size * entries);
+        block.put(at::queue[number], rule.queue);
+        block.put(at::mark[number], rule.mark);
+        block.put(at::entries[number], entries);
+        uint32_t entry = 0;
         for (const Condition &condition : rule.conditions) {
-            block.put<uint8_t>(offset_of(at::field_a, number) + step, condition.field);
-            block.put<std::array<uint8_t, value_size>>(offset_of(at::value_a, number) + step, condition.value);
-            block.put<uint8_t>(offset_of(at::operator_a, number) + step, condition.op);
-            step += entry_size;
+            block.put(fields[entry][number], condition.field);
+            block.put(values[entry][number], condition.value);
+            block.put(operators[entry++][number], condition.op);
         }
         ++number;
     }
@@ -114,10 +110,10 @@ uint32_t check(const DeviceType &type, const Rule &rule)
 // Whether the numbers of rules and entries are possible, and no rule is there twice.
 bool is_whole(const OnuBlock &request)
 {
-    const auto count = request.get<uint8_t>(at::count);
+    const auto count = request.get(at::count);
     if (count > most_rules) return false;
     for (uint32_t number = 0; number < count; ++number)
-        if (request.get<uint8_t>(offset_of(at::entries, number)) > most_entries) return false;
+        if (request.get(at::entries[number]) > fields.size()) return false;
     return rules_of(request).size() == count;
 }
 
@@ -130,7 +126,7 @@ OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side
 
 Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request)
 {
-    const auto action = request.get<uint8_t>(at::action);
+    const auto action = request.get(at::action);
     if (action > remove_all || !is_whole(request)) return {PON_ERR_BAD_RECORD};
     const Rules named = rules_of(request);
     if (action == remove_all && !named.empty()) return {PON_ERR_BAD_RECORD};

@@ -62,9 +62,9 @@ std::vector<Wan> wans_of(const Olt &olt, const RemoteOnu &onu, const Nature &nat
     std::vector<Wan> wans;
     for (uint32_t index = 1; index <= max_wans; ++index) {
         const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_WAN, index, first_wan(olt, onu, index));
-        if (told.local.get<uint8_t>(at::mode) == wan_removed) continue;
+        if (told.local.get(at::mode) == wan_removed) continue;
         Wan wan{index, told.local, onu.online() && told.remote == told.local, {}};
-        const auto ip_mode = told.local.get<uint8_t>(at::ip_mode);
+        const auto ip_mode = told.local.get(at::ip_mode);
         if (wan.up && (ip_mode == ip_dhcp || ip_mode == ip_pppoe)) wan.lease = nature.leases[index - 1];
         wans.push_back(std::move(wan));
     }
@@ -76,7 +76,7 @@ std::vector<Wlan> wlans_of(const Olt &olt, const RemoteOnu &onu, const Nature &n
     std::vector<Wlan> wlans;
     for (uint32_t index = 1; index <= max_wlans; ++index) {
         const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_WLAN, index, first_wlan(olt, onu, index));
-        const bool enabled = told.remote.get<uint8_t>(layout::onu_wlan::enabled) != 0;
+        const bool enabled = told.remote.get(layout::onu_wlan::enabled) != 0;
         wlans.push_back({index, told.local, enabled ? nature.clients[index - 1] : 0});
     }
     return wlans;
@@ -85,8 +85,8 @@ std::vector<Wlan> wlans_of(const Olt &olt, const RemoteOnu &onu, const Nature &n
 std::vector<VoicePort> voice_of(const RemoteOnu &onu, const Nature &nature, const std::vector<Wan> &wans)
 {
     const bool registered = std::ranges::any_of(wans, [](const Wan &wan) {
-        return wan.up && wan.told.get<uint8_t>(layout::onu_wan::mode) == wan_route &&
-               wan.told.get<uint8_t>(layout::onu_wan::service) == wan_voice;
+        return wan.up && wan.told.get(layout::onu_wan::mode) == wan_route &&
+               wan.told.get(layout::onu_wan::service) == wan_voice;
     });
     std::vector<VoicePort> ports;
     for (uint32_t pots = 1; pots <= onu.device.type->pots_ports; ++pots)
@@ -99,7 +99,7 @@ std::vector<AclRule> acl_of(const Olt &olt, const RemoteOnu &onu)
     std::vector<AclRule> rules;
     for (uint32_t index = 1; index <= max_acl_rules; ++index) {
         const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_ACL, index, first_acl_rule(olt, onu, index));
-        if (told.local.get<uint8_t>(layout::onu_acl::action) != acl_removed) rules.push_back({index, told.local});
+        if (told.local.get(layout::onu_acl::action) != acl_removed) rules.push_back({index, told.local});
     }
     return rules;
 }
@@ -109,7 +109,7 @@ DhcpServer dhcp_of(const Olt &olt, const RemoteOnu &onu, uint32_t stations)
 {
     namespace at = layout::onu_dhcp;
     const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_DHCP, 0, first_dhcp(olt, onu, 0));
-    if (told.remote.get<uint8_t>(at::enabled) == 0) return {told.local, 0};
+    if (told.remote.get(at::enabled) == 0) return {told.local, 0};
     const uint32_t addresses = get_ipv4(told.remote, at::last) - get_ipv4(told.remote, at::first) + 1;
     return {told.local, std::min(stations, addresses)};
 }
@@ -146,18 +146,18 @@ OnuBlock first_wan(const Olt &olt, const RemoteOnu &onu, uint32_t index)
     OnuBlock block(wan_size);
     if (index == 1) {
         const Nature nature = nature_of(olt, onu);
-        block.put<uint8_t>(at::mode, gateway ? wan_route : wan_bridge);
-        block.put<uint8_t>(at::service, wan_internet);
-        block.put<uint8_t>(at::ip_mode, gateway ? nature.internet_ip : ip_none);
-        block.put<uint16_t>(at::vlan, nature.internet_vlan);
-        block.put(at::name, "internet", wan_name_room);
+        block.put(at::mode, gateway ? wan_route : wan_bridge);
+        block.put(at::service, wan_internet);
+        block.put(at::ip_mode, gateway ? nature.internet_ip : ip_none);
+        block.put(at::vlan, nature.internet_vlan);
+        block.put(at::name, "internet");
     } else if (index == 2 && gateway) {
-        block.put<uint8_t>(at::mode, wan_route);
-        block.put<uint8_t>(at::service, wan_voice);
-        block.put<uint8_t>(at::ip_mode, ip_dhcp);
-        block.put<uint8_t>(at::priority, voice_priority);
-        block.put<uint16_t>(at::vlan, voice_vlan);
-        block.put(at::name, "voice", wan_name_room);
+        block.put(at::mode, wan_route);
+        block.put(at::service, wan_voice);
+        block.put(at::ip_mode, ip_dhcp);
+        block.put(at::priority, voice_priority);
+        block.put(at::vlan, voice_vlan);
+        block.put(at::name, "voice");
     }
     return block;
 }
@@ -167,9 +167,9 @@ OnuBlock first_wlan(const Olt &, const RemoteOnu &onu, uint32_t index)
     namespace at = layout::onu_wlan;
     const std::string mac = to_text(onu.binding->mac);
     OnuBlock block(wlan_size);
-    block.put<uint8_t>(at::enabled, index == 1);
-    block.put<uint8_t>(at::security, wlan_wpa2);
-    block.put(at::name, "home-" + mac.substr(12, 2) + mac.substr(15, 2) + '-' + std::to_string(index), wlan_name_room);
+    block.put(at::enabled, index == 1);
+    block.put(at::security, wlan_wpa2);
+    block.put(at::name, "home-" + mac.substr(12, 2) + mac.substr(15, 2) + '-' + std::to_string(index));
     return block;
 }
 
@@ -178,11 +178,11 @@ OnuBlock first_acl_rule(const Olt &olt, const RemoteOnu &onu, uint32_t index)
     namespace at = layout::onu_acl;
     OnuBlock block(acl_size);
     if (index != 1 || !nature_of(olt, onu).filters) return block;
-    block.put<uint8_t>(at::action, acl_deny); // file shares stay at home
-    block.put<uint8_t>(at::direction, acl_upstream);
-    block.put<uint8_t>(at::protocol, ip_tcp);
-    block.put<uint16_t>(at::first_port, 137);
-    block.put<uint16_t>(at::last_port, 139);
+    block.put(at::action, acl_deny); // file shares stay at home
+    block.put(at::direction, acl_upstream);
+    block.put(at::protocol, ip_tcp);
+    block.put(at::first_port, 137);
+    block.put(at::last_port, 139);
     return block;
 }
 
@@ -191,8 +191,8 @@ OnuBlock first_dhcp(const Olt &, const RemoteOnu &, uint32_t)
     namespace at = layout::onu_dhcp;
     constexpr uint32_t network = 0xc0a80100; // 192.168.1.0
     OnuBlock block(dhcp_size);
-    block.put<uint8_t>(at::enabled, 1);
-    block.put<uint32_t>(at::lease_time, 86400);
+    block.put(at::enabled, 1);
+    block.put(at::lease_time, 86400);
     put_ipv4(block, at::address, network + 1);
     put_ipv4(block, at::mask, 0xffffff00);
     put_ipv4(block, at::first, network + 100);

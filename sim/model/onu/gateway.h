@@ -23,10 +23,6 @@ inline constexpr uint32_t wlan_size = 37;
 inline constexpr uint32_t acl_size = 24;
 inline constexpr uint32_t dhcp_size = 24;
 
-// Of names, with their NUL.
-inline constexpr uint32_t wan_name_room = 24;
-inline constexpr uint32_t wlan_name_room = 33;
-
 // As blocks have them.
 enum WanMode : uint8_t { wan_removed = 0, wan_bridge = 1, wan_route = 2 };
 enum WanService : uint8_t { wan_internet = 1, wan_voice = 2, wan_management = 3, wan_other = 4 };

@@ -13,18 +13,22 @@ namespace ponsim
 inline constexpr uint32_t max_vlan = 4094;
 inline constexpr uint32_t max_vlan_priority = 7;
 
-inline uint32_t get_ipv4(const OnuBlock &block, uint32_t offset)
+using Ipv4Place = layout::At<layout::Bytes<4>>;
+
+inline uint32_t get_ipv4(const OnuBlock &block, Ipv4Place at)
 {
     uint32_t address = 0;
-    for (uint32_t byte = 0; byte < 4; ++byte)
-        address = address << 8 | block.get<uint8_t>(offset + byte);
+    for (const uint8_t byte : block.get(at))
+        address = address << 8 | byte;
     return address;
 }
 
-inline void put_ipv4(OnuBlock &block, uint32_t offset, uint32_t address)
+inline void put_ipv4(OnuBlock &block, Ipv4Place at, uint32_t address)
 {
-    for (uint32_t byte = 0; byte < 4; ++byte)
-        block.put<uint8_t>(offset + byte, static_cast<uint8_t>(address >> (24 - 8 * byte)));
+    layout::Bytes<4> bytes;
+    for (uint32_t byte = 0; byte < bytes.size(); ++byte)
+        bytes[byte] = static_cast<uint8_t>(address >> (24 - 8 * byte));
+    block.put(at, bytes);
 }
 
 inline std::string ipv4_text(uint32_t address)

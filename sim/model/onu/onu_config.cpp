@@ -12,13 +12,15 @@ namespace
 
 namespace at = layout::onu_port_config_set;
 
-constexpr uint32_t rate_limits_from = at::up_cir, vlans_from = at::vlan_mode;
-constexpr uint32_t vlans_width = at::profile + port_config_size - vlans_from;
+constexpr uint32_t rate_limits_from = at::up_cir.offset, vlans_from = at::vlan_mode.offset;
+constexpr uint32_t vlans_width = at::profile.offset + port_config_size - vlans_from;
 
 // Both have the fields of the settings in the same order and distance.
-static_assert(at::down_on - rate_limits_from == layout::onu_rate_limit::down_on - layout::onu_rate_limit::up_cir);
-static_assert(at::user - vlans_from == layout::onu_vlan::user - layout::onu_vlan::mode);
-static_assert(at::user - at::admin == layout::uni_profile::user - layout::uni_profile::admin);
+static_assert(at::down_on.offset - rate_limits_from ==
+              layout::onu_rate_limit::down_on.offset - layout::onu_rate_limit::up_cir.offset);
+static_assert(at::user.offset - vlans_from == layout::onu_vlan::user.offset - layout::onu_vlan::mode.offset);
+static_assert(at::user.offset - at::admin.offset ==
+              layout::uni_profile::user.offset - layout::uni_profile::admin.offset);
 
 OnuBlock word(uint8_t value)
 {
@@ -28,7 +30,7 @@ OnuBlock word(uint8_t value)
 // As many bytes from an offset on, in a block of `size`.
 OnuBlock cut(const OnuBlock &config, uint32_t from, uint32_t width, uint32_t size)
 {
-    std::string bytes = config.bytes().substr(from - at::profile, width);
+    std::string bytes = config.bytes().substr(from - at::profile.offset, width);
     bytes.resize(size);
     return OnuBlock(bytes);
 }
@@ -58,7 +60,7 @@ OnuBlock port_config(const Olt &olt, const UniPlace &place)
 
 uint32_t ProfileUser::profile() const
 {
-    return config.get<uint8_t>(at::profile);
+    return config.get(at::profile);
 }
 
 std::vector<ProfileUser> profile_users(const Olt &olt)
@@ -76,9 +78,9 @@ std::vector<ProfileUser> profile_users(const Olt &olt)
 
 std::array<ConfigPart, 5> parts_of(const OnuBlock &config)
 {
-    return {{{BSP_CMD_ONU_ADMIN_STATE_GET, word(config.get<uint8_t>(at::admin))},
-             {BSP_CMD_ONU_AUTONEG_GET, word(config.get<uint8_t>(at::autoneg))},
-             {BSP_CMD_ONU_PAUSE_GET, cut(config, at::pause, 1, 1)},
+    return {{{BSP_CMD_ONU_ADMIN_STATE_GET, word(config.get(at::admin))},
+             {BSP_CMD_ONU_AUTONEG_GET, word(config.get(at::autoneg))},
+             {BSP_CMD_ONU_PAUSE_GET, cut(config, at::pause.offset, 1, 1)},
              {BSP_CMD_ONU_RATE_LIMIT_GET, cut(config, rate_limits_from, rate_limit_size, rate_limit_size)},
              {BSP_CMD_ONU_VLAN_GET, cut(config, vlans_from, vlans_width, vlan_size)}}};
 }

@@ -30,10 +30,10 @@ constexpr Hardware all_hardware[] = {
 // What the ONU has of a setting that is a word, at the start of the record's data.
 uint32_t word_of(const Olt &olt, const SettingPlace &place, Side side, uint32_t otherwise)
 {
-    constexpr uint32_t start = offsetof(bsp_onu_msg, onu_data);
+    constexpr layout::At<uint32_t> start{offsetof(bsp_onu_msg, onu_data)};
     OnuBlock block(sizeof otherwise);
-    block.put<uint32_t>(start, otherwise);
-    return setting_of(olt, place, side, block).get<uint32_t>(start);
+    block.put(start, otherwise);
+    return setting_of(olt, place, side, block).get(start);
 }
 
 } // namespace

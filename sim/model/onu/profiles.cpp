@@ -15,18 +15,24 @@ namespace line = layout::profile_line;
 namespace sla = layout::profile_sla;
 namespace alarm = layout::profile_alarm;
 
+// All values of profiles are kept as numbers with a sign; what is too large for one is less than the least.
+constexpr layout::At<int32_t> with_sign(layout::At<uint32_t> at)
+{
+    return {at.offset};
+}
+
 constexpr ProfileField line_fields[] = {
-    {"vlan", line::vlan, 0, 4094},
-    {"priority", line::priority, 0, 7},
-    {"upstream", line::upstream, 0, line_rate},
-    {"downstream", line::downstream, 0, line_rate},
-    {"mac_limit", line::mac_limit, 0, 1024},
+    {"vlan", with_sign(line::vlan), 0, 4094},
+    {"priority", with_sign(line::priority), 0, 7},
+    {"upstream", with_sign(line::upstream), 0, line_rate},
+    {"downstream", with_sign(line::downstream), 0, line_rate},
+    {"mac_limit", with_sign(line::mac_limit), 0, 1024},
 };
 
 constexpr ProfileField sla_fields[] = {
-    {"fixed", sla::fixed, 0, line_rate},     {"assured", sla::assured, 0, line_rate},
-    {"maximum", sla::maximum, 1, line_rate}, {"priority", sla::priority, 0, max_priority},
-    {"weight", sla::weight, 1, max_weight},
+    {"fixed", with_sign(sla::fixed), 0, line_rate},     {"assured", with_sign(sla::assured), 0, line_rate},
+    {"maximum", with_sign(sla::maximum), 1, line_rate}, {"priority", with_sign(sla::priority), 0, max_priority},
+    {"weight", with_sign(sla::weight), 1, max_weight},
 };
 
 // Each low threshold before its high one.

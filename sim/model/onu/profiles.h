@@ -9,6 +9,7 @@
 
 #include "model/olt/olt.h"
 #include "model/olt/plan.h"
+#include "place.h"
 
 namespace ponsim
 {
@@ -17,7 +18,7 @@ inline constexpr uint32_t max_profiles = 256; // of a kind; their ids are 1 to t
 
 struct ProfileField {
     std::string_view name;
-    uint32_t offset; // in a record that carries the profile
+    layout::At<int32_t> at; // in a record that carries the profile
     int32_t least;
     int32_t greatest;
     bool hundredths = false; // of its unit

@@ -33,13 +33,6 @@ std::vector<RemoteOnu> onus_of(const Olt &olt, const PonPort &port)
     return onus;
 }
 
-void OnuBlock::put(uint32_t offset, std::string_view text, size_t room)
-{
-    std::string field(text.substr(0, room));
-    field.resize(room);
-    content.replace(offset - start, room, field);
-}
-
 OnuBlock setting_of(const Olt &olt, const SettingPlace &place, Side side, const OnuBlock &otherwise)
 {
     const OnuSetting *setting = olt.setting(place);
@@ -51,19 +44,19 @@ namespace
 {
 
 constexpr uint32_t switch_command = BSP_CMD_ONU_CATV_SET;
-constexpr uint32_t since_offset = 352;
+constexpr layout::At<ModelTime> since_at{352};
 
 // Since when they are on; 0 while they are off. No ONU is told anything at time 0.
 OnuBlock switch_block(ModelTime since)
 {
     OnuBlock block(sizeof since);
-    block.put<ModelTime>(since_offset, since);
+    block.put(since_at, since);
     return block;
 }
 
 ModelTime since(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return setting_of(olt, onu.place(switch_command), side, switch_block(0)).get<ModelTime>(since_offset);
+    return setting_of(olt, onu.place(switch_command), side, switch_block(0)).get(since_at);
 }
 
 } // namespace

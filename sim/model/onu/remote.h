@@ -9,6 +9,7 @@
 #include "model/olt/olt.h"
 #include "model/olt/plan.h"
 #include "model/plant/device.h"
+#include "place.h"
 
 namespace ponsim
 {
@@ -42,7 +43,7 @@ FoundOnu find_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id);
 // The ONUs bound at a port, in order of id.
 std::vector<RemoteOnu> onus_of(const Olt &olt, const PonPort &port);
 
-// A part of a record's data, by the offsets that layouts give: those of the whole record.
+// A part of a record's data, by the places that layouts give: those of the whole record.
 class OnuBlock
 {
 public:
@@ -50,20 +51,24 @@ public:
     explicit OnuBlock(size_t size) : content(size, '\0') {}
     explicit OnuBlock(std::string bytes) : content(std::move(bytes)) {}
 
-    template <class Number>
-    Number get(uint32_t offset) const
+    template <class Field>
+    Field get(layout::At<Field> at) const
     {
-        Number number;
-        std::memcpy(&number, &content[place_of(offset, sizeof number)], sizeof number);
-        return number;
+        return layout::load(content.data(), inside(at));
     }
-    template <class Number>
-    void put(uint32_t offset, std::type_identity_t<Number> number)
+    // A text is cut to what its field has room for, and zeros are behind it. Throws std::logic_error where a number
+    // does not fit.
+    template <class Field, class Value>
+    void put(layout::At<Field> at, const Value &value)
     {
-        std::memcpy(&content[place_of(offset, sizeof number)], &number, sizeof number);
+        if constexpr (layout::is_text<Field>) {
+            Field text{};
+            std::string_view(value).copy(text.data(), text.size());
+            layout::store(content.data(), inside(at), std::string_view(text.data(), text.size()));
+        } else {
+            layout::store(content.data(), inside(at), value);
+        }
     }
-    // Cut to `room` bytes; zeros behind it.
-    void put(uint32_t offset, std::string_view text, size_t room);
 
     const std::string &bytes() const { return content; }
 
@@ -72,11 +77,12 @@ public:
 private:
     static constexpr uint32_t start = 352; // of the data in a record
 
-    // Throws std::out_of_range where the block is shorter.
-    size_t place_of(uint32_t offset, size_t size) const
+    // The place in the block. Throws std::out_of_range where the block is shorter.
+    template <class Field>
+    layout::At<Field> inside(layout::At<Field> at) const
     {
-        static_cast<void>(content.at(offset - start + size - 1));
-        return offset - start;
+        static_cast<void>(content.at(at.end() - start - 1));
+        return {at.offset - start};
     }
 
     std::string content;

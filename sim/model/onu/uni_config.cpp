@@ -34,7 +34,7 @@ bool is_vlan(uint32_t id)
 OnuBlock word(bool on)
 {
     OnuBlock block(switch_size);
-    block.put<uint32_t>(layout::onu_admin_state::on, on);
+    block.put(layout::onu_admin_state::on, on);
     return block;
 }
 
@@ -44,9 +44,8 @@ OnuBlock offered_block(const Uni &uni, uint32_t offered)
     const std::span<const Ability> abilities = abilities_of(uni);
     uint32_t count = 0;
     for (size_t index = 0; index < abilities.size(); ++index)
-        if (offered >> index & 1)
-            block.put<uint32_t>(offer::ability + offer::ability_every * count++, abilities[index].technology);
-    block.put<uint32_t>(offer::count, count);
+        if (offered >> index & 1) block.put(offer::ability[count++], abilities[index].technology);
+    block.put(offer::count, count);
     return block;
 }
 
@@ -54,8 +53,8 @@ uint32_t offered_of(const Uni &uni, const OnuBlock &block)
 {
     const std::span<const Ability> abilities = abilities_of(uni);
     uint32_t offered = 0;
-    for (uint32_t number = 0; number < block.get<uint32_t>(offer::count); ++number) {
-        const auto technology = block.get<uint32_t>(offer::ability + offer::ability_every * number);
+    for (uint32_t number = 0; number < block.get(offer::count); ++number) {
+        const auto technology = block.get(offer::ability[number]);
         const auto found = std::ranges::find(abilities, technology, &Ability::technology);
         if (found != abilities.end()) offered |= uint32_t{1} << std::distance(abilities.begin(), found);
     }
@@ -66,15 +65,15 @@ OnuBlock rate_limit_block(const UniConfig &config)
 {
     OnuBlock block(rate_limit_size);
     if (config.ingress) {
-        block.put<uint8_t>(rate::up_on, 1);
-        block.put<uint32_t>(rate::up_cir, *config.ingress);
-        block.put<uint32_t>(rate::up_cbs, default_burst);
-        block.put<uint32_t>(rate::up_ebs, default_burst);
+        block.put(rate::up_on, 1);
+        block.put(rate::up_cir, *config.ingress);
+        block.put(rate::up_cbs, default_burst);
+        block.put(rate::up_ebs, default_burst);
     }
     if (config.egress) {
-        block.put<uint8_t>(rate::down_on, 1);
-        block.put<uint32_t>(rate::down_cir, *config.egress);
-        block.put<uint32_t>(rate::down_pir, *config.egress);
+        block.put(rate::down_on, 1);
+        block.put(rate::down_cir, *config.egress);
+        block.put(rate::down_pir, *config.egress);
     }
     return block;
 }
@@ -82,16 +81,15 @@ OnuBlock rate_limit_block(const UniConfig &config)
 OnuBlock vlan_block(const UniConfig &config)
 {
     OnuBlock block(vlan_size);
-    block.put<uint8_t>(vlan::mode, static_cast<uint8_t>(config.vlan_mode));
-    block.put<uint8_t>(vlan::count, static_cast<uint8_t>(config.vlans.size()));
-    block.put<uint16_t>(vlan::pvid, static_cast<uint16_t>(config.pvid));
-    block.put<uint8_t>(vlan::priority, static_cast<uint8_t>(config.priority));
-    block.put<uint16_t>(vlan::tpid, static_cast<uint16_t>(config.tpid));
-    uint32_t pair = 0;
+    block.put(vlan::mode, config.vlan_mode);
+    block.put(vlan::count, config.vlans.size());
+    block.put(vlan::pvid, config.pvid);
+    block.put(vlan::priority, config.priority);
+    block.put(vlan::tpid, config.tpid);
+    uint32_t number = 0;
     for (const Vlan &entry : config.vlans) {
-        block.put<uint16_t>(vlan::user + pair, static_cast<uint16_t>(entry.user));
-        block.put<uint16_t>(vlan::network + pair, static_cast<uint16_t>(entry.network));
-        pair += vlan::user_every;
+        block.put(vlan::user[number], entry.user);
+        block.put(vlan::network[number++], entry.network);
     }
     return block;
 }
@@ -114,12 +112,12 @@ constexpr Part parts[] = {
     {BSP_CMD_ONU_PAUSE_GET,
      [](const Uni &, const UniConfig &config) { return OnuBlock(std::string(1, static_cast<char>(config.pause))); },
      [](const Uni &, const OnuBlock &block, UniConfig &config) {
-         config.pause = block.get<uint8_t>(layout::onu_pause::on) != 0;
+         config.pause = block.get(layout::onu_pause::on) != 0;
      }},
     {BSP_CMD_ONU_RATE_LIMIT_GET, [](const Uni &, const UniConfig &config) { return rate_limit_block(config); },
      [](const Uni &, const OnuBlock &block, UniConfig &config) {
-         const auto limit = [&block](uint32_t on, uint32_t value) {
-             return block.get<uint8_t>(on) ? std::optional(block.get<uint32_t>(value)) : std::nullopt;
+         const auto limit = [&block](layout::At<uint8_t> on, layout::At<uint32_t> value) {
+             return block.get(on) ? std::optional(block.get(value)) : std::nullopt;
          };
          config.ingress = limit(rate::up_on, rate::up_cir);
          config.egress = limit(rate::down_on, rate::down_pir);
@@ -132,14 +130,13 @@ constexpr Part parts[] = {
 
 void take_vlan(const OnuBlock &block, UniConfig &config)
 {
-    config.vlan_mode = static_cast<VlanMode>(block.get<uint8_t>(vlan::mode));
-    config.pvid = block.get<uint16_t>(vlan::pvid);
-    config.priority = block.get<uint8_t>(vlan::priority);
-    config.tpid = block.get<uint16_t>(vlan::tpid);
+    config.vlan_mode = static_cast<VlanMode>(block.get(vlan::mode));
+    config.pvid = block.get(vlan::pvid);
+    config.priority = block.get(vlan::priority);
+    config.tpid = block.get(vlan::tpid);
     config.vlans.clear();
-    for (uint32_t number = 0; number < block.get<uint8_t>(vlan::count); ++number)
-        config.vlans.push_back({block.get<uint16_t>(vlan::user + vlan::user_every * number),
-                                block.get<uint16_t>(vlan::network + vlan::network_every * number)});
+    for (uint32_t number = 0; number < block.get(vlan::count); ++number)
+        config.vlans.push_back({block.get(vlan::user[number]), block.get(vlan::network[number])});
 }
 
 std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side side)
@@ -180,40 +177,39 @@ uint32_t check_word(const RemoteOnu &, uint32_t, const OnuBlock &block)
 
 uint32_t check_pause(const RemoteOnu &, uint32_t, const OnuBlock &block)
 {
-    return block.get<uint8_t>(layout::onu_pause::on) <= 1 ? BSP_OK : PON_ERR_BAD_RECORD;
+    return block.get(layout::onu_pause::on) <= 1 ? BSP_OK : PON_ERR_BAD_RECORD;
 }
 
 uint32_t check_offered(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block)
 {
     const Uni &port = onu.device.unis[uni - 1];
-    const auto count = block.get<uint32_t>(offer::count);
+    const auto count = block.get(offer::count);
     if (count < 1 || count > abilities_of(port).size()) return PON_ERR_BAD_RECORD;
     // What is no ability of the port, or is there twice, is missing here.
     if (std::popcount(offered_of(port, block)) != static_cast<int>(count)) return PON_ERR_BAD_RECORD;
     for (uint32_t number = count; number < most_abilities; ++number)
-        if (block.get<uint32_t>(offer::ability + offer::ability_every * number)) return PON_ERR_BAD_RECORD;
+        if (block.get(offer::ability[number])) return PON_ERR_BAD_RECORD;
     return BSP_OK;
 }
 
 uint32_t check_rate_limit(const RemoteOnu &, uint32_t, const OnuBlock &block)
 {
-    const auto up_on = block.get<uint8_t>(rate::up_on);
-    const auto down_on = block.get<uint8_t>(rate::down_on);
+    const auto up_on = block.get(rate::up_on);
+    const auto down_on = block.get(rate::down_on);
     if (up_on > 1 || down_on > 1) return PON_ERR_BAD_RECORD;
     const auto is_rate = [](uint32_t value) { return value >= 1 && value <= max_rate_limit; };
-    const auto committed_burst = block.get<uint32_t>(rate::up_cbs);
-    if (up_on && (!is_rate(block.get<uint32_t>(rate::up_cir)) || committed_burst < least_burst ||
-                  committed_burst > greatest_burst || block.get<uint32_t>(rate::up_ebs) > greatest_burst))
+    const auto committed_burst = block.get(rate::up_cbs);
+    if (up_on && (!is_rate(block.get(rate::up_cir)) || committed_burst < least_burst ||
+                  committed_burst > greatest_burst || block.get(rate::up_ebs) > greatest_burst))
         return PON_ERR_BAD_RECORD;
-    const auto peak = block.get<uint32_t>(rate::down_pir);
-    if (down_on && (!is_rate(peak) || block.get<uint32_t>(rate::down_cir) > peak)) return PON_ERR_BAD_RECORD;
+    const auto peak = block.get(rate::down_pir);
+    if (down_on && (!is_rate(peak) || block.get(rate::down_cir) > peak)) return PON_ERR_BAD_RECORD;
     return BSP_OK;
 }
 
 uint32_t check_vlan(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    if (block.get<uint8_t>(vlan::mode) > static_cast<uint8_t>(VlanMode::trunk) ||
-        block.get<uint8_t>(vlan::count) > max_vlans)
+    if (block.get(vlan::mode) > static_cast<uint8_t>(VlanMode::trunk) || block.get(vlan::count) > max_vlans)
         return PON_ERR_BAD_RECORD;
     UniConfig config{};
     take_vlan(block, config);

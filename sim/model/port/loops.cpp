@@ -104,7 +104,7 @@ const Process loop_process{next, happen};
 OnuBlock loop_detect_block(bool on)
 {
     OnuBlock block(sizeof(uint32_t));
-    block.put<uint32_t>(layout::onu_loop_detect_set::on, on);
+    block.put(layout::onu_loop_detect_set::on, on);
     return block;
 }
 
