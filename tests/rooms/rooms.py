@@ -30,7 +30,6 @@ class Rooms:
         rooms = listed["rooms"]
         self.order = {room["path"]: place for place, room in enumerate(rooms)}
         self.with_folders = {room["path"] for room in rooms if room.get("with_folders")}
-        self.most_modules = {room["path"]: room.get("most_modules", MOST_MODULES) for room in rooms}
         self.trees = listed["trees"]
         self.offered = listed["offered"]
         self.built = listed["built"]
@@ -83,9 +82,8 @@ def problems():
         if rooms.room_of(file) is None:
             yield f"{file}:1: {file.parent} is no room"
     for folder, names in modules.items():
-        most = rooms.most_modules.get(str(folder), MOST_MODULES)
-        if len(names) > most:
-            yield f"{folder}: {len(names)} modules, where {most} are the most"
+        if len(names) > MOST_MODULES:
+            yield f"{folder}: {len(names)} modules, where {MOST_MODULES} are the most"
 
 
 if __name__ == "__main__":
