@@ -8,10 +8,9 @@
 #include <map>
 #include <regex>
 
-#include <sqlite3.h>
-
 #include <gtest/gtest.h>
 
+#include "database.h"
 #include "forwarding.h"
 #include "model/onu/remote.h"
 #include "optics.h"
@@ -190,76 +189,12 @@ std::string configuration_of(const Desk &desk)
     return write_configuration(desk.simulator.settings(), desk.store.rows());
 }
 
-// A database, by its SQL.
-class Database
-{
-public:
-    explicit Database(const std::string &file) { EXPECT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK); }
-    ~Database() { sqlite3_close(db); }
-    Database(const Database &) = delete;
-
-    void run(const std::string &sql)
-    {
-        char *error = nullptr;
-        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &error), SQLITE_OK) << (error ? error : "");
-        sqlite3_free(error);
-    }
-    // The first column of all rows.
-    std::vector<std::string> column(const std::string &sql)
-    {
-        std::vector<std::string> values;
-        const auto add = [](void *to, int, char **cells, char **) {
-            static_cast<std::vector<std::string> *>(to)->emplace_back(cells[0]);
-            return 0;
-        };
-        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), add, &values, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
-        return values;
-    }
-    std::vector<std::string> tables()
-    {
-        return column("SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY name");
-    }
-    std::string schema()
-    {
-        std::string text;
-        for (const std::string &sql : column("SELECT sql FROM sqlite_schema WHERE type = 'table' ORDER BY name"))
-            text += sql + ";\n";
-        return text;
-    }
-    // What makes a database of the same content.
-    std::string dump()
-    {
-        std::string text = "BEGIN;\n";
-        for (const char *number : {"application_id", "user_version"})
-            text += std::string("PRAGMA ") + number + " = " + column(std::string("PRAGMA ") + number).at(0) + ";\n";
-        text += schema();
-        for (const std::string &table : tables()) {
-            std::string values;
-            for (const std::string &name : column("SELECT name FROM pragma_table_info('" + table + "')"))
-                values.append(values.empty() ? "quote(" : " || ',' || quote(").append(name).append(")");
-            for (const std::string &row : column("SELECT " + values + " FROM " + table))
-                text += "INSERT INTO " + table + " VALUES(" + row + ");\n";
-        }
-        return text + "COMMIT;\n";
-    }
-
-private:
-    sqlite3 *db = nullptr;
-};
-
-std::string read(const std::filesystem::path &file)
-{
-    std::ifstream in(file, std::ios::binary);
-    EXPECT_TRUE(in) << file;
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 // The text, or the file's where the environment asks for that: it then has this text from now on.
 void expect_golden(const std::string &text, const std::string &name)
 {
     const std::string file = GOLDEN "/" + name;
     if (std::getenv("WRITE_GOLDEN")) std::ofstream(file, std::ios::binary) << text;
-    const std::string golden = read(file);
+    const std::string golden = content_of(file);
     EXPECT_EQ(digest(text), digest(golden));
     EXPECT_EQ(text, golden);
 }
@@ -267,12 +202,6 @@ void expect_golden(const std::string &text, const std::string &name)
 std::string of_version(int64_t version, const std::string &ending)
 {
     return "state-" + std::to_string(version) + ending;
-}
-
-// The file of a version before, or of this one, as an OLT left it.
-void restore(const std::string &golden, const std::string &file)
-{
-    Database(file).run(read(GOLDEN "/" + golden));
 }
 
 std::map<int64_t, std::string> golden_states()
@@ -310,9 +239,25 @@ TEST(Golden, EachStateIsReadAndGivesItsConfiguration)
     ASSERT_TRUE(states.contains(Store::version()));
     for (const auto &[version, state] : states) {
         const Folder folder;
-        restore(state, folder.file("olt.db"));
+        restore(GOLDEN "/" + state, folder.file("olt.db"));
         const Desk desk({}, folder.file("olt.db"));
         expect_golden(configuration_of(desk), of_version(version, ".jsonl"));
+    }
+}
+
+TEST(Golden, EachStateHasTheTablesOfANewOneThen)
+{
+    const Folder folder;
+    const auto schema_of = [](const std::string &file) {
+        {
+            const Desk desk({}, file);
+        }
+        return Database(file).schema();
+    };
+    for (const auto &[version, state] : golden_states()) {
+        const std::string file = folder.file(state);
+        restore(GOLDEN "/" + state, file);
+        EXPECT_EQ(schema_of(file), schema_of(folder.file("new.db"))) << state;
     }
 }
 
@@ -320,7 +265,7 @@ TEST(Golden, EachConfigurationIsReadAndWrittenAgain)
 {
     const Settings settings = golden_scenario()->settings;
     for (const auto &[version, state] : golden_states()) {
-        const std::string text = read(GOLDEN "/" + of_version(version, ".jsonl"));
+        const std::string text = content_of(GOLDEN "/" + of_version(version, ".jsonl"));
         const Configuration configuration = read_configuration(text, settings);
         EXPECT_EQ(write_configuration(settings, configuration.rows), text);
         Desk desk(settings, configuration.change);
