@@ -64,7 +64,7 @@ Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr
 
 void Simulator::change(Change change)
 {
-    change.now = model.now();
+    change.put<ModelClock>({}, {model.now()});
     model.add_traffic(change);
     kept.write(change);
     model.apply(change);
@@ -96,7 +96,7 @@ void Simulator::happen(const Event &event)
     } catch (const ControlError &error) {
         plan.change.log.push_back(what + ": refused: " + error.what());
     }
-    plan.change.events_done = model.events_done() + 1;
+    plan.change.put<Timeline>({}, {model.events_done() + 1});
     change(std::move(plan.change));
 }
 

@@ -59,7 +59,7 @@ Outcome clear(const Olt &olt, const Request &request)
     if (wanted != 0 && !is_alarm(wanted)) return {PON_ERR_BAD_RECORD};
     Change change;
     const bool found = each_alarm(selection, [&](const PonPort &port, const Mac &mac, uint32_t code, uint32_t) {
-        if (wanted == 0 || wanted == code) change.alarms.push_back({port.number, mac, code, 0});
+        if (wanted == 0 || wanted == code) change.drop<AlarmCount>({port.number, mac, code});
     });
     return {found ? BSP_OK : PON_ERR_NOT_BOUND, std::move(change)};
 }

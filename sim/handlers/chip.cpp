@@ -108,7 +108,7 @@ Outcome set_ge_phy(const Olt &, const Request &request)
     if (phy.has(PhyControl::reset)) phy = {};
     if (phy.has(PhyControl::speed)) return {PON_ERR_BAD_RECORD};
     phy.bits &= static_cast<uint8_t>(~PhyControl::restart_autoneg);
-    return {BSP_OK, {.blocks = {{BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, uplink, 0, to_block(phy.bits)}}}};
+    return {BSP_OK, change_of(block_at({BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, uplink, 0}, to_block(phy.bits)))};
 }
 
 // Whose behaviour is asked for.

@@ -301,9 +301,8 @@ Outcome optical_status(const Olt &olt, const Request &request)
     if (std::ranges::any_of(flags, [](uint8_t flag) { return flag > 1; })) return {PON_ERR_BAD_RECORD};
     const auto block = request.read<std::array<char, status_size>>(at::valid.offset);
     const bool valid = flags[0] == 1;
-    return {BSP_OK,
-            {.blocks = {{BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port, 0,
-                         valid ? std::optional(std::string(block.begin(), block.end())) : std::nullopt}}}};
+    return {BSP_OK, change_of(block_at({BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port, 0},
+                                       valid ? std::optional(std::string(block.begin(), block.end())) : std::nullopt))};
 }
 
 Outcome pon_laser(const Olt &olt, const Request &request)

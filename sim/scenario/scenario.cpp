@@ -325,7 +325,7 @@ private:
             }
         }
         const size_t mode = port.choice_or("auth", auth_modes, 0);
-        if (mode != 0) olt.provisioning.ports.push_back({number, {}, static_cast<uint32_t>(mode)});
+        if (mode != 0) olt.provisioning.put<PortRecord>(number, {{}, static_cast<uint32_t>(mode)});
         port.end();
         provision(onus, number);
         PortPopulation &population = topology->ports[number - 1];
@@ -410,7 +410,8 @@ private:
         for (Onu &onu : onus) {
             if (!onu.service) continue;
             const Service &service = *onu.service;
-            if (service.authenticated) olt.provisioning.auth.push_back({port, onu.arrival.loid, onu.arrival.password});
+            if (service.authenticated)
+                olt.provisioning.put<LoidPassword>({port, onu.arrival.loid}, {onu.arrival.password});
             if (!service.bound) continue;
             if (service.sla) promised += service.sla->fixed + service.sla->assured;
             if (promised > line_rate)
@@ -424,7 +425,7 @@ private:
             binding.description = service.description;
             binding.sla = service.sla;
             binding.sla_down = service.down;
-            olt.provisioning.bindings.push_back({port, id, binding});
+            olt.provisioning.put<Binding>({port, id}, binding);
         }
     }
 
@@ -522,7 +523,8 @@ TomlValue parse(std::string_view text, const std::string &name)
 std::string summary_of(const OltScenario &olt, uint32_t number)
 {
     const PortPopulation &port = olt.settings.topology->ports[number - 1];
-    const auto bound = std::ranges::count(olt.provisioning.bindings, number, &Change::BindingRow::pon_port);
+    const auto bound = std::ranges::count(olt.provisioning.of<Binding>(), number,
+                                          [](const Entry<Binding> &entry) { return entry.key.pon_port; });
     std::string range = "-";
     if (!port.arrivals.empty()) {
         const auto loss = [](const Arrival &arrival) { return arrival.loss + fibre_loss(arrival.distance); };

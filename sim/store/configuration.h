@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "model/olt/change.h"
+#include "model/plant/population.h"
 #include "store/row.h"
 
 namespace ponsim

@@ -24,7 +24,8 @@ class Store
 {
 public:
     // Opens `file`, or makes it. An empty name keeps everything in memory only. `fresh` empties the store.
-    // Throws StoreError: not a store, of another version, in use, not accessible.
+    // One of an earlier version is carried over. Throws StoreError: not a store, of a later version, in use, not
+    // accessible.
     Store(const std::string &file, bool fresh);
 
     // The settings of the OLT that the store belongs to, without what follows from its scenario's text; none when it
@@ -60,7 +61,6 @@ private:
 
     void execute(const std::string &sql) const;
     void prepare_schema(bool fresh);
-    void load_modules(Change &change, uint32_t ports) const;
     void write_rows(const Change &change);
     std::vector<std::string> tables() const;
     // All that `work` does, or nothing of it.

@@ -169,9 +169,9 @@ Desk alarmed()
     const Olt olt(settings);
     Change kept;
     for (const PonPort &port : olt.ports()) {
-        kept.bindings.push_back({port.number, 5, binding_of(port.arrivals[0].mac)});
+        kept.put<Binding>({port.number, 5}, binding_of(port.arrivals[0].mac));
         for (uint32_t alarm : onu_alarms)
-            kept.alarms.push_back({port.number, port.arrivals[alarm > 2].mac, alarm, alarm * 10});
+            kept.put<AlarmCount>({port.number, port.arrivals[alarm > 2].mac, alarm}, {alarm * 10});
     }
     return Desk(settings, kept);
 }
@@ -265,14 +265,14 @@ Desk alarmed_everywhere(std::initializer_list<uint32_t> more)
     for (const PonPort &port : olt.ports()) {
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
             const Mac &mac = port.arrivals[onu_id].mac;
-            kept.bindings.push_back({port.number, onu_id, binding_of(mac)});
+            kept.put<Binding>({port.number, onu_id}, binding_of(mac));
             for (uint32_t alarm : onu_alarms)
-                kept.alarms.push_back({port.number, mac, alarm, 0xffffffff});
+                kept.put<AlarmCount>({port.number, mac, alarm}, {0xffffffff});
             for (uint32_t alarm : more)
-                kept.alarms.push_back({port.number, mac, alarm, 0xffffffff});
+                kept.put<AlarmCount>({port.number, mac, alarm}, {0xffffffff});
         }
         for (uint32_t alarm : port_alarms)
-            kept.alarms.push_back({port.number, port_itself, alarm, 0xffffffff});
+            kept.put<AlarmCount>({port.number, port_itself, alarm}, {0xffffffff});
     }
     return Desk(settings, kept);
 }

@@ -179,7 +179,7 @@ TEST(OnuStatsTable, AnOnuThatMonitorsAndGoesOfflineTellsNothing)
     OnuRecord dead;
     dead.powered = false;
     Change change;
-    change.onus = {{1, desk.port(1).bindings[1]->mac, dead}};
+    change.put<OnuRecord>({1, desk.port(1).bindings[1]->mac}, dead);
     desk.simulator.change(change);
     const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     for (const char *column : {"up_load", "counted", "up_frames"}) {
@@ -256,7 +256,7 @@ TEST(PortInfo, APortWithoutLightIsDark)
     ModuleRecord dark = desk.olt().module(5)->record();
     dark.tx_disabled = true;
     Change change;
-    change.modules = {{5, dark}};
+    change.put<ModuleRecord>(5, dark);
     desk.simulator.change(change);
     const auto rows = desk.rows(BSP_CMD_VIEW_PORT_INFO);
     EXPECT_TRUE(rows[3]["laser"].GetBool());
@@ -317,7 +317,7 @@ Change full()
     const Olt olt({.seed = 1, .ports = max_ports, .arrivals = onus_per_port, .silent = 0});
     for (const PonPort &port : olt.ports())
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-            kept.bindings.push_back({port.number, onu_id, binding_of(port.arrivals[onu_id].mac)});
+            kept.put<Binding>({port.number, onu_id}, binding_of(port.arrivals[onu_id].mac));
     return kept;
 }
 
@@ -484,7 +484,9 @@ TEST(ConfigWord, AnSlaOfEitherDirectionIsBit3)
     upstream.sla = Sla{.fixed = 0, .assured = 64, .maximum = 128, .priority = 0, .weight = 1};
     downstream.sla_down = 1000;
     Change kept;
-    kept.bindings = {{1, 1, upstream}, {1, 2, downstream}, {1, 3, binding_of(stranger(3))}};
+    kept.put<Binding>({1, 1}, upstream);
+    kept.put<Binding>({1, 2}, downstream);
+    kept.put<Binding>({1, 3}, binding_of(stranger(3)));
     Desk desk({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0}, kept);
     const auto bit = [&](uint32_t onu_id) {
         const bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id);

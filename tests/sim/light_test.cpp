@@ -162,7 +162,7 @@ TEST(Light, AnOnuThatBootsGoesOnWithThatWhenItsFibreIsMended)
     Field field;
     OnuRecord booting = field.record(0);
     booting.phase = Phase::booting;
-    field.simulator.change({.onus = {{1, field.onu(0).mac, booting}}});
+    field.simulator.change(change_of<OnuRecord>({1, field.onu(0).mac}, booting));
     field.order("cut 1 " + field.drop(0));
     ASSERT_EQ(field.light(0), Light::lost);
     field.order("mend 1 " + field.drop(0));
@@ -326,11 +326,11 @@ TEST(Rogue, BlindsNothingWhileItBoots)
     OnuRecord booting = field.record(3);
     booting.phase = Phase::booting;
     booting.rogue = true;
-    field.simulator.change({.onus = {{1, field.onu(3).mac, booting}}});
+    field.simulator.change(change_of<OnuRecord>({1, field.onu(3).mac}, booting));
     pass(field, 0);
     EXPECT_EQ(field.online(), Field::onus - 1);
     booting.phase = Phase::registered;
-    field.simulator.change({.onus = {{1, field.onu(3).mac, booting}}});
+    field.simulator.change(change_of<OnuRecord>({1, field.onu(3).mac}, booting));
     pass(field, 0);
     EXPECT_EQ(field.online(), 0u);
 }

@@ -346,13 +346,14 @@ TEST(Loop, NoMoreOfThemThanAreKept)
 TEST(Loop, TheLongestTableFitsItsBound)
 {
     constexpr uint32_t most = 0xffffffff;
-    Change kept{.loop_detection = LoopDetection{.on = true, .recovery_time = 86400}, .now = ModelTime{most} * second};
+    Change kept = change_of<LoopDetection>({}, {.on = true, .recovery_time = 86400});
+    kept.put<ModelClock>({}, {ModelTime{most} * second});
     for (uint32_t index = 0; index < max_loops; ++index) {
         const uint32_t onu_id = onus_per_port - 1 - index / max_unis;
         const Mac mac = stranger(static_cast<uint8_t>(onu_id));
-        if (index % max_unis == 0) kept.bindings.push_back({16, onu_id, binding_of(mac)});
+        if (index % max_unis == 0) kept.put<Binding>({16, onu_id}, binding_of(mac));
         // "recovered" is the longest state, and a port that is to recover the longest of the rest.
-        kept.loops.push_back({{16, mac, 1 + index % max_unis}, LoopRecord{.shut = true, .detected = most}});
+        kept.put<LoopRecord>({16, mac, 1 + index % max_unis}, LoopRecord{.shut = true, .detected = most});
     }
     Desk desk(Settings{}, kept);
     const size_t beyond_shut = std::string("recovered").size() - std::string("shut").size();

@@ -97,7 +97,7 @@ TEST(LoidList, OfAllPortsIsNeverCut)
     Change records;
     for (uint32_t pon_port = 1; pon_port <= max_ports; ++pon_port)
         for (uint32_t n = 0; n < max_auth_records; ++n)
-            records.auth.push_back({pon_port, std::string(21, '"') + std::to_string(100 + n), "password"});
+            records.put<LoidPassword>({pon_port, std::string(21, '"') + std::to_string(100 + n)}, {"password"});
     Desk desk({.seed = 1, .ports = max_ports, .arrivals = 0, .silent = 0}, records);
     const std::string text = desk.view(BSP_CMD_VIEW_LOID_LIST);
     EXPECT_LE(text.size(), max_result);

@@ -41,7 +41,8 @@ Mac mac_of_model(std::string_view model)
 
 Change bound(const Mac &mac, Change change = {})
 {
-    change.bindings = {{1, onu_id, binding_of(mac)}, {1, absent_id, binding_of(stranger(6))}};
+    change.put<Binding>({1, onu_id}, binding_of(mac));
+    change.put<Binding>({1, absent_id}, binding_of(stranger(6)));
     return change;
 }
 
@@ -107,7 +108,7 @@ std::string word_bytes(uint32_t word)
 Change told(const SettingPlace &place, uint32_t word, uint32_t before)
 {
     Change change;
-    change.onu_settings = {{place, {word_bytes(word), word_bytes(before), oam_delay}}};
+    change.put<OnuSetting>(place, {word_bytes(word), word_bytes(before), oam_delay});
     return change;
 }
 
@@ -152,7 +153,7 @@ TEST(OnuSn, ExtendedModelsFitTheirField)
 TEST(OnuFirmware, IsThatOfTheLastUpgrade)
 {
     Change upgraded;
-    upgraded.onus = {{1, mac_of_model("H132"), {.software = "9.8.7-a.long.one"}}};
+    upgraded.put<OnuRecord>({1, mac_of_model("H132")}, {.software = "9.8.7-a.long.one"});
     Online desk("H132", upgraded);
     EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_FW_GET).text(layout::At<layout::Text<128>>{352}),
               "9.8.7-a.long.one");
@@ -321,7 +322,7 @@ TEST(OnuAbout, SaysWhereTheOnuIsAndWhatItIs)
 {
     namespace at = layout::onu_about;
     Change rebooted;
-    rebooted.onus = {{1, mac_of_model("H132"), {.reboots = 3}}};
+    rebooted.put<OnuRecord>({1, mac_of_model("H132")}, {.reboots = 3});
     Online desk("H132", rebooted);
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
     EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(desk.mac));
@@ -358,7 +359,7 @@ TEST(OnuAbout, OfAnOfflineOnuThereIsNoDistancePowerOrLink)
 TEST(OnuAbout, AnOnuThatIsTurnedAwayStillHasADistance)
 {
     Change loid_only;
-    loid_only.ports = {{1, {}, static_cast<uint32_t>(AuthMode::loid)}};
+    loid_only.put<PortRecord>(1, {{}, static_cast<uint32_t>(AuthMode::loid)});
     Online desk("H132", loid_only);
     const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
     EXPECT_EQ(data.get(layout::onu_about::state), 2u);
@@ -489,7 +490,7 @@ TEST(OnuUnis, APortThatLoopDetectionHasShutIsDown)
 {
     const uint32_t uni = uni_with_link();
     Change shut;
-    shut.loops = {{{1, mac_of_model("H132"), uni}, LoopRecord{.looped = true, .shut = true}}};
+    shut.put<LoopRecord>({1, mac_of_model("H132"), uni}, {.looped = true, .shut = true});
     Online desk("H132", shut);
     EXPECT_TRUE(uni_rows(desk)[uni - 1]["shut"].GetBool());
     EXPECT_STREQ(uni_rows(desk)[uni - 1]["link"].GetString(), "down");

@@ -436,13 +436,12 @@ TEST(OnuImages, TheLongestTableIsWithin1MiB)
 {
     const Mac mac = Desk().port(16).arrivals[0].mac;
     Change kept;
-    kept.bindings.push_back({16, 127, binding_of(mac)});
-    kept.ports.push_back({16, {}, static_cast<uint32_t>(AuthMode::loid)}); // unauthenticated
+    kept.put<Binding>({16, 127}, binding_of(mac));
+    kept.put<PortRecord>(16, {{}, static_cast<uint32_t>(AuthMode::loid)}); // unauthenticated
     OnuRecord record;
     record.software = std::string(16, 'v');
-    kept.onus.push_back({16, mac, record});
-    kept.upgrade_runs.push_back(
-        {16, mac, {"t", "9.9", 1, UpgradeRun::State::failed, 0, UpgradeRun::Reason::verification}});
+    kept.put<OnuRecord>({16, mac}, record);
+    kept.put<UpgradeRun>({16, mac}, {"t", "9.9", 1, UpgradeRun::State::failed, 0, UpgradeRun::Reason::verification});
     Desk desk({.seed = 1, .ports = 16, .arrivals = 8, .silent = 0}, kept);
     const std::string row = desk.view(BSP_CMD_VIEW_ONU_UPGRADE_STATUS, 16);
     ASSERT_NE(row.find("unauthenticated"), std::string::npos);

@@ -125,8 +125,8 @@ TEST(Plant, ACutTakesAllOnusInOneChange)
     Plant plant;
     plant.olt.apply(set_damage(plant.port(1), 0, cut_loss).change);
     const Change change = light_process.happen(plant.olt);
-    EXPECT_EQ(change.onus.size(), 3u);
-    EXPECT_EQ(change.alarms.size(), 3u);
+    EXPECT_EQ(change.of<OnuRecord>().size(), 3u);
+    EXPECT_EQ(change.of<AlarmCount>().size(), 3u);
 }
 
 TEST(Plant, OnusAreKnownToTheControlsByNameToo)
@@ -137,7 +137,7 @@ TEST(Plant, OnusAreKnownToTheControlsByNameToo)
     EXPECT_THROW(control_onu(plant.port(1), "fourth"), ControlError);
     const auto cut = std::ranges::find(controls(), "cut", &Control::name);
     const std::vector<std::string> words{"1", "third"};
-    EXPECT_EQ(cut->plan(plant.olt, words).change.fibre.at(0).branch, 4u) << "its own branch";
+    EXPECT_EQ(cut->plan(plant.olt, words).change.of<Damage>().at(0).key.branch, 4u) << "its own branch";
 }
 
 TEST(Plant, NoDamageIsWorseThanACut)

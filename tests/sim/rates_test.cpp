@@ -336,8 +336,8 @@ TEST(UplinkTraffic, ThatIsDownTakesNothingEitherWay)
     Loaded desk;
     PhyControl phy;
     phy.bits |= PhyControl::power_down;
-    desk.simulator.change(
-        {.blocks = {{BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, 1, 0, std::string(1, static_cast<char>(phy.bits))}}});
+    desk.simulator.change(change_of(
+        block_at({BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, 1, 0}, std::string(1, static_cast<char>(phy.bits)))));
     EXPECT_EQ(desk.port(1).traffic.streams().up, PerFlow{});
     EXPECT_GT(octets_of(desk.port(5).traffic.streams().up_lost), 0u);
     EXPECT_EQ(desk.received(5, 1), 0u);
@@ -428,7 +428,7 @@ TEST(Storm, EndsWhenDetectionShutsThePortAndComesBackWithIt)
 {
     Loaded desk;
     const PerFlow before = desk.onu(1, 1).passed.up;
-    desk.simulator.change({.loop_detection = LoopDetection{.on = true, .recovery_time = 300, .interval = 5}});
+    desk.simulator.change(change_of<LoopDetection>({}, {.on = true, .recovery_time = 300, .interval = 5}));
     desk.say("loop", 1, 1, "1 on");
     pass(desk, 5 * second - 1);
     EXPECT_GT(desk.sent(1, 1), 50000u);
@@ -539,7 +539,7 @@ TEST(Rates, AreTheSameInOneLongStepAndInManyShortOnes)
     Loaded one;
     Loaded other;
     for (Loaded *desk : {&one, &other}) {
-        desk->simulator.change({.loop_detection = LoopDetection{.on = true, .recovery_time = 60, .interval = 5}});
+        desk->simulator.change(change_of<LoopDetection>({}, {.on = true, .recovery_time = 60, .interval = 5}));
         desk->load_all(1, "up", 300000);
         desk->load_all(5, "up", 123457);
         desk->say("loop", 5, 1, "1 on");

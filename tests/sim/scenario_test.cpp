@@ -291,7 +291,9 @@ TEST(Timeline, AConfigurationKnowsHowFarItWas)
     Scene scene(with_events(event("5", "age 1 10") + event("50", "power 2 shop off")));
     scene.simulator.advance(10 * ms_per_second);
     const Configuration read_back = read_configuration(configuration_of(scene), scene.simulator.settings());
-    EXPECT_EQ(read_back.change.events_done, 1u);
+    const Timeline *timeline = read_back.change.find<Timeline>({});
+    ASSERT_TRUE(timeline);
+    EXPECT_EQ(timeline->done, 1u);
 }
 
 TEST(Scenario, AConfigurationOfAnotherOneIsRefused)

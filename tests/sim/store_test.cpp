@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "database.h"
 #include "support.h"
 
 namespace ponsim
@@ -231,6 +232,37 @@ TEST(Store, AnotherVersionsFileNeedsFresh)
     EXPECT_NE(error_of(folder.file("olt.db")).find("--fresh"), std::string::npos);
     EXPECT_EQ(error_of(folder.file("olt.db"), {}, true), "");
     EXPECT_EQ(error_of(folder.file("olt.db")), "");
+}
+
+// What opening a file of that version says; it must stay as it is.
+std::string error_of_version(int64_t version)
+{
+    Folder folder;
+    const std::string file = folder.file("olt.db");
+    {
+        Desk desk({}, file);
+    }
+    Database(file).run("PRAGMA user_version = " + std::to_string(version));
+    const std::string before = Database(file).dump(), error = error_of(file);
+    EXPECT_EQ(Database(file).dump(), before);
+    EXPECT_TRUE(error.starts_with(file + ": ")) << error;
+    return error.substr(file.size() + 2);
+}
+
+TEST(Store, ALaterVersionsFileIsRefusedWithBothVersions)
+{
+    const std::string here = std::to_string(Store::version());
+    EXPECT_EQ(error_of_version(99), "its version is 99, and this ponsim has version " + here +
+                                        "; go on with it in a newer ponsim, start over with --fresh, or name another "
+                                        "file");
+}
+
+TEST(Store, AFileFromBeforeTheFirstVersionIsRefusedWithBothVersions)
+{
+    const std::string here = std::to_string(Store::version());
+    EXPECT_EQ(error_of_version(6), "its version is 6, and this ponsim has version " + here +
+                                       " and carries over files from version 7 on; start over with --fresh, or name "
+                                       "another file");
 }
 
 TEST(Store, HasOneUser)

@@ -212,8 +212,9 @@ struct Desk {
     Store store;
     Simulator simulator;
 
-    explicit Desk(const WantedSettings &wanted = {}, const std::string &file = {}, bool fresh = false)
-        : store(file, fresh), simulator(store, wanted)
+    explicit Desk(const WantedSettings &wanted = {}, const std::string &file = {}, bool fresh = false,
+                  std::shared_ptr<const OltScenario> scenario = {})
+        : store(file, fresh), simulator(store, wanted, std::move(scenario))
     {
     }
 

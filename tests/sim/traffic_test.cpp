@@ -107,11 +107,11 @@ TEST(Traffic, OfAnOnuEndsWithItsLight)
     const uint64_t online = busy.olt().port(1)->traffic.online();
     ModuleRecord dark = busy.olt().module(1)->record();
     dark.tx_disabled = true;
-    busy.simulator.change({.modules = {{1, dark}}});
+    busy.simulator.change(change_of<ModuleRecord>(1, dark));
     EXPECT_EQ(online, 4u);
     EXPECT_EQ(busy.olt().port(1)->traffic.online(), 0u);
     dark.tx_disabled = false;
-    busy.simulator.change({.modules = {{1, dark}}});
+    busy.simulator.change(change_of<ModuleRecord>(1, dark));
     EXPECT_EQ(busy.olt().port(1)->traffic.online(), 4u);
 }
 

@@ -63,17 +63,16 @@ Change all_of_it()
     for (const PonPort &port : olt.ports()) {
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id) {
             const Mac mac = stranger(static_cast<uint8_t>(onu_id), static_cast<uint8_t>(port.number));
-            kept.bindings.push_back({port.number, onu_id,
-                                     Binding{.mac = mac,
-                                             .mode = 0xffffffff,
-                                             .text_a = std::string(127, '"'),
-                                             .text_b = std::string(63, '\\'),
-                                             .text_c = std::string(63, '"'),
-                                             .description = std::string(127, '"')}});
-            kept.onus.push_back({port.number, mac, record});
+            kept.put<Binding>({port.number, onu_id}, Binding{.mac = mac,
+                                                             .mode = 0xffffffff,
+                                                             .text_a = std::string(127, '"'),
+                                                             .text_b = std::string(63, '\\'),
+                                                             .text_c = std::string(63, '"'),
+                                                             .description = std::string(127, '"')});
+            kept.put<OnuRecord>({port.number, mac}, record);
         }
         for (const Arrival &arrival : port.arrivals)
-            kept.onus.push_back({port.number, arrival.mac, record});
+            kept.put<OnuRecord>({port.number, arrival.mac}, record);
     }
     return kept;
 }
@@ -181,7 +180,7 @@ TEST(Views, HaveTheTextsThatTheyAlwaysHad)
     ProfileDesk crowd(crowded, all_of_it());
     add_texts("crowded", crowd);
     std::ostringstream expected;
-    expected << std::ifstream(VIEW_TEXTS).rdbuf();
+    expected << std::ifstream(GOLDEN "/view_texts.txt").rdbuf();
     std::ofstream("view_texts.actual") << actual;
     EXPECT_EQ(actual, expected.str());
 }

@@ -99,7 +99,7 @@ Plan tell_all(const Olt &olt, const RemoteOnu &onu, uint32_t uni, std::span<cons
     for (const Part &part : parts) {
         const Plan plan = tell_setting(olt, onu, uni, part.block, part.setting);
         if (plan.status != BSP_OK) return {plan.status};
-        std::ranges::copy(plan.change.onu_settings, std::back_inserter(all.change.onu_settings));
+        all.change.add(plan.change);
     }
     return all;
 }
@@ -111,7 +111,7 @@ Plan configure_port(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const On
     if (plan.status != BSP_OK) return plan;
     const Plan remembered =
         tell(olt, onu, onu.place(BSP_CMD_ONU_PORT_CONFIG_SET, uni), config, OnuBlock(port_config_size));
-    std::ranges::copy(remembered.change.onu_settings, std::back_inserter(plan.change.onu_settings));
+    plan.change.add(remembered.change);
     return plan;
 }
 
@@ -201,7 +201,7 @@ Outcome apply_profiles(const Olt &olt, const Request &request)
                                          std::to_string(user.pon_port) + '/' + std::to_string(user.onu_id) +
                                          " is not able to do what UNI profile " + std::to_string(user.profile()) +
                                          " asks for, and stays as it is");
-        std::ranges::copy(plan.change.onu_settings, std::back_inserter(outcome.change.onu_settings));
+        outcome.change.add(plan.change);
     }
     return outcome;
 }

@@ -150,8 +150,8 @@ Outcome set_print(const Olt &olt, const Request &request)
     if (level >= std::size(levels)) return {PON_ERR_BAD_RECORD};
     if (level == from_block<uint32_t>(olt.block(BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, 0), 0)) return {BSP_OK};
     Outcome outcome{BSP_OK};
-    outcome.change.blocks.push_back(
-        {BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, 0, 0, level == 0 ? std::nullopt : std::optional(to_block(level))});
+    outcome.change.add(block_at({BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, 0, 0},
+                                level == 0 ? std::nullopt : std::optional(to_block(level))));
     outcome.change.log.push_back("OAM: " + std::string(levels[level]) + " printed from now on");
     return outcome;
 }

@@ -1,4 +1,4 @@
-// Blocks that are kept (see Change::BlockRow) as values of their own type: a structure of words, or a word.
+// Blocks that are kept (see BlockPlace) as values of their own type: a structure of words, or a word.
 #pragma once
 
 #include <cstring>

@@ -28,7 +28,7 @@ Plan release_if(const Olt &olt, uint32_t pon_port, bool (*wanted)(const PonPort 
     Plan plan{BSP_OK};
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
         if (port->bindings[onu_id] && wanted(*port, *port->bindings[onu_id]))
-            plan.change.bindings.push_back({pon_port, onu_id, std::nullopt});
+            plan.change.drop<Binding>({pon_port, onu_id});
     return plan;
 }
 
@@ -58,14 +58,14 @@ Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id,
     } else if (port->bindings[*onu_id]) {
         return refuse(PON_ERR_ID_IN_USE);
     }
-    return {BSP_OK, {.bindings = {{pon_port, *onu_id, bound}}}};
+    return {BSP_OK, change_of<Binding>({pon_port, *onu_id}, bound)};
 }
 
 Plan release_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const Mac &mac)
 {
     const Named onu = find_bound(olt, pon_port, onu_id, mac);
     if (onu.status != BSP_OK) return refuse(onu.status);
-    return {BSP_OK, {.bindings = {{pon_port, onu.onu_id, std::nullopt}}}};
+    return {BSP_OK, removal_of<Binding>({pon_port, onu.onu_id})};
 }
 
 Plan release_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
@@ -73,7 +73,7 @@ Plan release_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
     if (const uint32_t status = check_bound(olt.port(pon_port), onu_ids)) return refuse(status);
     Plan plan{BSP_OK};
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-        if (onu_ids[onu_id]) plan.change.bindings.push_back({pon_port, onu_id, std::nullopt});
+        if (onu_ids[onu_id]) plan.change.drop<Binding>({pon_port, onu_id});
     return plan;
 }
 
@@ -102,7 +102,7 @@ Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
         OnuRecord record = port->record(binding.mac);
         ++record.reboots;
         start_committed(olt, *port, binding.mac, record, plan.change);
-        plan.change.onus.push_back({pon_port, binding.mac, record});
+        plan.change.put<OnuRecord>({pon_port, binding.mac}, record);
         boot(olt, *port, binding.mac, plan.change);
         raise(*port, binding.mac, Alarm::dying_gasp, plan.change);
         macs.push_back(binding.mac);
@@ -128,7 +128,7 @@ Plan sort_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
     Plan plan{BSP_OK};
     for (size_t index = 0; index < ids.size(); ++index)
         if (bindings[index] != &*port->bindings[ids[index]])
-            plan.change.bindings.push_back({pon_port, ids[index], *bindings[index]});
+            plan.change.put<Binding>({pon_port, ids[index]}, *bindings[index]);
     return plan;
 }
 
@@ -138,7 +138,7 @@ Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &
     if (!port) return refuse(PON_ERR_NO_PORT);
     if (limits.min > limits.max || limits.max > max_distance) return refuse(PON_ERR_BAD_RECORD);
     Plan plan{BSP_OK};
-    plan.change.ports.push_back({pon_port, limits, static_cast<uint32_t>(port->authentication.mode)});
+    plan.change.put<PortRecord>(pon_port, {limits, static_cast<uint32_t>(port->authentication.mode)});
     change_reach(olt, *port, {limits, port->lit}, plan.change);
     return plan;
 }
@@ -152,7 +152,7 @@ Plan set_supported(const Olt &olt, uint32_t pon_port, const Mac &mac, bool suppo
     if (record.supported == supported) return {BSP_OK};
     if (!port->onus.contains(mac) && port->onus.size() >= max_onu_records) return refuse(PON_ERR_TABLE_FULL);
     record.supported = supported;
-    return {BSP_OK, {.onus = {{pon_port, mac, record}}}};
+    return {BSP_OK, change_of<OnuRecord>({pon_port, mac}, record)};
 }
 
 } // namespace ponsim

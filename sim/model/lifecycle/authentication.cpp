@@ -54,7 +54,7 @@ Plan confirm_bound(const PonPort &port, uint32_t onu_id, const Confirmation &con
     if (state == OnuState::offline) return {PON_ERR_OFFLINE};
     if (state == OnuState::online || !confirmation.exempt) return {BSP_OK};
     binding.exempt = true;
-    return {BSP_OK, {.bindings = {{port.number, onu_id, binding}}}};
+    return {BSP_OK, change_of<Binding>({port.number, onu_id}, binding)};
 }
 
 } // namespace
@@ -67,11 +67,14 @@ Plan set_authentication(const Olt &olt, uint32_t pon_port, const AuthRequest &re
     Plan plan{BSP_OK};
     Authentication authentication = port->authentication;
     authentication.mode = AuthMode{request.mode};
-    plan.change.ports.push_back({pon_port, port->limits, request.mode});
+    plan.change.put<PortRecord>(pon_port, {port->limits, request.mode});
     if (!request.loid.empty()) {
         if (const uint32_t status = change_record(authentication, request)) return {status};
-        plan.change.auth.push_back(
-            {pon_port, request.loid, request.remove ? std::nullopt : std::optional(request.password)});
+        const LoidPlace place{pon_port, request.loid};
+        if (request.remove)
+            plan.change.drop<LoidPassword>(place);
+        else
+            plan.change.put<LoidPassword>(place, {request.password});
     }
     register_onus(olt, *port, authentication, plan.change);
     return plan;
@@ -98,8 +101,8 @@ Plan set_oui(const Olt &olt, const Oui &oui)
 {
     const bool of_onus = oui == onus_oui;
     Plan plan{BSP_OK};
-    plan.change.blocks.push_back({BSP_MSG_PON, BSP_CMD_OUI_SET, 0, 0,
-                                  of_onus ? std::nullopt : std::optional(std::string(oui.begin(), oui.end()))});
+    plan.change.add(block_at({BSP_MSG_PON, BSP_CMD_OUI_SET, 0, 0},
+                             of_onus ? std::nullopt : std::optional(std::string(oui.begin(), oui.end()))));
     for (const PonPort &port : olt.ports()) {
         Authentication authentication = port.authentication;
         authentication.extended_oam = of_onus;
@@ -136,7 +139,7 @@ Plan describe_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std:
     if (!port->bindings[onu_id]) return {PON_ERR_NOT_BOUND};
     Binding binding = *port->bindings[onu_id];
     binding.description = description;
-    return {BSP_OK, {.bindings = {{pon_port, onu_id, binding}}}};
+    return {BSP_OK, change_of<Binding>({pon_port, onu_id}, binding)};
 }
 
 AuthCounts count_onus(const Olt &olt, const PonPort &port)

@@ -22,9 +22,9 @@ Plan put_on(const Olt &olt, const PonPort &port, std::span<const Mac> macs, cons
         const std::optional<uint32_t> id = lowest_free(taken);
         if (!id) return {PON_ERR_TABLE_FULL};
         taken.set(*id);
-        plan.change.blacklist.push_back({port.number, *id, BlacklistEntry{mac, text}});
+        plan.change.put<BlacklistEntry>({port.number, *id}, BlacklistEntry{mac, text});
         if (const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac))
-            plan.change.bindings.push_back({port.number, *onu_id, std::nullopt});
+            plan.change.drop<Binding>({port.number, *onu_id});
         if (port.ranged(mac)) raise(port, mac, Alarm::rejected, plan.change);
     }
     return plan;
@@ -36,7 +36,7 @@ Plan take_off(const Olt &olt, const PonPort &port, const OnuIds &ids)
     Registration registration(olt, port, port.authentication, plan.change);
     for (uint32_t id = 0; id < onus_per_port; ++id) {
         if (!ids[id]) continue;
-        plan.change.blacklist.push_back({port.number, id, std::nullopt});
+        plan.change.drop<BlacklistEntry>({port.number, id});
         if (const Arrival *arrival = port.ranged(port.blacklist[id]->mac)) registration.add(*arrival, false);
     }
     return plan;
@@ -51,7 +51,7 @@ Plan add_to_blacklist(const Olt &olt, uint32_t pon_port, const Mac &mac, const s
     if (!is_station(mac)) return {PON_ERR_BAD_MAC};
     const auto found = port->blacklist_ids.find(mac);
     if (found == port->blacklist_ids.end()) return put_on(olt, *port, {&mac, 1}, text);
-    return {BSP_OK, {.blacklist = {{pon_port, found->second, BlacklistEntry{mac, text}}}}};
+    return {BSP_OK, change_of<BlacklistEntry>({pon_port, found->second}, BlacklistEntry{mac, text})};
 }
 
 Plan reject_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id)

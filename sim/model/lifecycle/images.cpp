@@ -23,10 +23,10 @@ SettingPlace place_of(const PonPort &port, const Mac &mac)
     return {port.number, mac, BSP_CMD_ONU_BANKS_GET, 0};
 }
 
-Change::OnuSettingRow row_of(const Olt &olt, const PonPort &port, const Mac &mac, const Banks &banks)
+Entry<OnuSetting> entry_of(const Olt &olt, const PonPort &port, const Mac &mac, const Banks &banks)
 {
     const std::string block = to_block(banks);
-    return {place_of(port, mac), {block, block, olt.now()}};
+    return {place_of(port, mac), OnuSetting{block, block, olt.now()}};
 }
 
 Bank bank_of(std::string_view version, uint32_t size)
@@ -126,7 +126,7 @@ Plan push_part(const Olt &olt, const RemoteOnu &onu, const ImagePart &part)
         bank.valid = !onu.port->record(mac).bad_image;
         banks.push = bank.valid ? Push::complete : Push::failed;
     }
-    return {BSP_OK, {.onu_settings = {row_of(olt, *onu.port, mac, banks)}}};
+    return {BSP_OK, change_of(entry_of(olt, *onu.port, mac, banks))};
 }
 
 Plan commit_image(const Olt &olt, const RemoteOnu &onu)
@@ -137,7 +137,7 @@ Plan commit_image(const Olt &olt, const RemoteOnu &onu)
     if (banks.push != Push::complete) return {PON_ERR_NO_IMAGE};
     banks.push = Push::committed;
     banks.committed = banks.pushed;
-    return {BSP_OK, {.onu_settings = {row_of(olt, *onu.port, onu.binding->mac, banks)}}};
+    return {BSP_OK, change_of(entry_of(olt, *onu.port, onu.binding->mac, banks))};
 }
 
 void start_committed(const Olt &olt, const PonPort &port, const Mac &mac, OnuRecord &record, Change &change)
@@ -152,7 +152,7 @@ void start_committed(const Olt &olt, const PonPort &port, const Mac &mac, OnuRec
     } else {
         return;
     }
-    change.onu_settings.push_back(row_of(olt, port, mac, banks));
+    change.add(entry_of(olt, port, mac, banks));
 }
 
 void start_upgraded(const Olt &olt, const PonPort &port, const Mac &mac, const UpgradeRun &run, OnuRecord &record,
@@ -163,7 +163,7 @@ void start_upgraded(const Olt &olt, const PonPort &port, const Mac &mac, const U
     banks.banks.at(index) = known_bank(*olt.device_of(mac).type, run.version, run.size);
     banks.push = Push::none;
     run_bank(banks, index, record);
-    change.onu_settings.push_back(row_of(olt, port, mac, banks));
+    change.add(entry_of(olt, port, mac, banks));
 }
 
 } // namespace ponsim

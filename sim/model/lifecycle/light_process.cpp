@@ -48,7 +48,7 @@ void notice_blindness(const Olt &olt, const PonPort &port, bool blinded, Change 
     if (blinded == known_blinded(olt, port)) return;
     ModuleRecord record = olt.module(port.number)->record();
     record.raised ^= rogue_bit;
-    change.modules.push_back({port.number, record});
+    change.put<ModuleRecord>(port.number, record);
     if (blinded) raise(port, port_itself, Alarm::rogue, change);
 }
 

@@ -34,9 +34,9 @@ void Registration::add(const Arrival &arrival, bool was_registered)
         const std::optional<uint32_t> onu_id = lowest_free(taken);
         if (!onu_id) return;
         taken.set(*onu_id);
-        change.bindings.push_back(
-            {port.number, *onu_id,
-             Binding{.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}}});
+        change.put<Binding>(
+            {port.number, *onu_id},
+            {.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}});
     }
 }
 
@@ -233,11 +233,11 @@ Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
     if (on) {
         start_committed(olt, *port, mac, record, plan.change);
         interrupt_runs(olt, *port, {&mac, 1}, plan.change);
-        plan.change.onus.push_back({pon_port, mac, record});
+        plan.change.put<OnuRecord>({pon_port, mac}, record);
         boot(olt, *port, mac, plan.change);
         return plan;
     }
-    plan.change.onus.push_back({pon_port, mac, record});
+    plan.change.put<OnuRecord>({pon_port, mac}, record);
     set_phase(olt, *port, mac, Phase::registered, 0, plan.change);
     if (olt.online(*port, mac)) {
         raise(*port, mac, Alarm::dying_gasp, plan.change);

@@ -43,10 +43,10 @@ bool in_use(const Olt &olt, const std::string &type)
     });
 }
 
-Change::BlockRow port_row(uint32_t pon_port, const std::string &name)
+Entry<Block> port_entry(uint32_t pon_port, const std::string &name)
 {
-    return {BSP_MSG_UPGRADE, BSP_CMD_UPGRADE_TYPE_BIND_PORT, pon_port, 0,
-            name.empty() ? std::nullopt : std::optional(name)};
+    return block_at({BSP_MSG_UPGRADE, BSP_CMD_UPGRADE_TYPE_BIND_PORT, pon_port, 0},
+                    name.empty() ? std::nullopt : std::optional(name));
 }
 
 const std::string *type_of_port(const Olt &olt, uint32_t pon_port)
@@ -111,7 +111,7 @@ Plan start_one(const PonPort &port, const Binding &binding, Start start)
 {
     if (start.status != BSP_OK) return refuse(start.status);
     if (port.upgrades.downloads() < max_downloads) start.run.state = State::downloading;
-    return {BSP_OK, {.upgrade_runs = {{port.number, binding.mac, start.run}}}};
+    return {BSP_OK, change_of<UpgradeRun>({port.number, binding.mac}, start.run)};
 }
 
 // Why a run cannot go on. A reboot of its own does not count.
@@ -146,8 +146,8 @@ void start_next(const Olt &olt, const PonPort &port, uint32_t places, Change &ch
         const UpgradeRun &run = *port.upgrades.find(mac);
         const Reason reason = hindrance(olt, port, mac);
         const bool good = reason == Reason::none;
-        change.upgrade_runs.push_back(
-            {port.number, mac, good ? moved(olt, run, State::downloading) : failed(olt, run, reason)});
+        change.put<UpgradeRun>({port.number, mac},
+                               good ? moved(olt, run, State::downloading) : failed(olt, run, reason));
         places -= good;
     }
 }
@@ -165,7 +165,7 @@ UpgradeRun step(const Olt &olt, const PonPort &port, const Mac &mac, Change &cha
     default:
         start_upgraded(olt, port, mac, run, record, change);
         ++record.reboots;
-        change.onus.push_back({port.number, mac, record});
+        change.put<OnuRecord>({port.number, mac}, record);
         begin_registration(olt, port, mac, olt.now(), change);
         return moved(olt, run, State::done);
     }
@@ -190,7 +190,7 @@ Change take_steps(const Olt &olt)
         if (times.empty() || times.begin()->first > olt.now()) continue;
         const Mac &mac = times.begin()->second;
         if (port.upgrades.find(mac)->state == State::downloading) start_next(olt, port, 1, change);
-        change.upgrade_runs.push_back({port.number, mac, step(olt, port, mac, change)});
+        change.put<UpgradeRun>({port.number, mac}, step(olt, port, mac, change));
     }
     return change;
 }
@@ -229,7 +229,7 @@ Plan add_upgrade_types(const Olt &olt, const UpgradeTypes &types)
             continue;
         else if (in_use(olt, name))
             return refuse(PON_ERR_UPGRADE_TYPE_IN_USE);
-        plan.change.upgrade_types.push_back({name, type});
+        plan.change.put<UpgradeType>(name, type);
     }
     return count <= max_upgrade_types ? plan : refuse(PON_ERR_TABLE_FULL);
 }
@@ -238,15 +238,15 @@ Plan delete_upgrade_type(const Olt &olt, const std::string &name)
 {
     if (!olt.upgrade_types().contains(name)) return refuse(PON_ERR_NO_UPGRADE_TYPE);
     if (in_use(olt, name)) return refuse(PON_ERR_UPGRADE_TYPE_IN_USE);
-    Plan plan{BSP_OK, {.upgrade_types = {{name, std::nullopt}}}};
+    Plan plan{BSP_OK, removal_of<UpgradeType>(name)};
     for (const PonPort &port : olt.ports()) {
         const std::string *bound = type_of_port(olt, port.number);
-        if (bound && *bound == name) plan.change.blocks.push_back(port_row(port.number, {}));
+        if (bound && *bound == name) plan.change.add(port_entry(port.number, {}));
         for (const auto &[mac, record] : port.onus) {
             if (record.upgrade_type != name) continue;
             OnuRecord without = record;
             without.upgrade_type.clear();
-            plan.change.onus.push_back({port.number, mac, without});
+            plan.change.put<OnuRecord>({port.number, mac}, without);
         }
     }
     return plan;
@@ -266,7 +266,7 @@ Plan bind_upgrade_type(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids,
         if (record.upgrade_type == name) continue;
         record.upgrade_type = name;
         count += !port->onus.contains(mac);
-        plan.change.onus.push_back({pon_port, mac, record});
+        plan.change.put<OnuRecord>({pon_port, mac}, record);
     }
     return count <= std::max(max_onu_records, port->onus.size()) ? plan : refuse(PON_ERR_TABLE_FULL);
 }
@@ -275,7 +275,7 @@ Plan bind_upgrade_type(const Olt &olt, uint32_t pon_port, const std::string &nam
 {
     if (!olt.port(pon_port)) return refuse(PON_ERR_NO_PORT);
     if (!name.empty() && !olt.upgrade_types().contains(name)) return refuse(PON_ERR_NO_UPGRADE_TYPE);
-    return {BSP_OK, {.blocks = {port_row(pon_port, name)}}};
+    return {BSP_OK, change_of(port_entry(pon_port, name))};
 }
 
 Plan upgrade_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
@@ -307,7 +307,7 @@ Plan upgrade_port(const Olt &olt, uint32_t pon_port)
             start.run.state = State::downloading;
             ++downloads;
         }
-        plan.change.upgrade_runs.push_back({pon_port, binding->mac, start.run});
+        plan.change.put<UpgradeRun>({pon_port, binding->mac}, start.run);
     }
     return plan.change.empty() ? refuse(PON_ERR_NOTHING_TO_UPGRADE) : plan;
 }
@@ -321,7 +321,7 @@ Plan set_bad_image(const Olt &olt, uint32_t pon_port, const Mac &mac, bool bad)
     if (record.bad_image == bad) return {BSP_OK};
     if (is_full(*port, mac)) return refuse(PON_ERR_TABLE_FULL);
     record.bad_image = bad;
-    return {BSP_OK, {.onus = {{pon_port, mac, record}}}};
+    return {BSP_OK, change_of<OnuRecord>({pon_port, mac}, record)};
 }
 
 void interrupt_runs(const Olt &olt, const PonPort &port, std::span<const Mac> macs, Change &change)
@@ -331,7 +331,7 @@ void interrupt_runs(const Olt &olt, const PonPort &port, std::span<const Mac> ma
         const UpgradeRun *run = port.upgrades.find(mac);
         if (!run || (run->state != State::downloading && run->state != State::verifying)) continue;
         places += run->state == State::downloading;
-        change.upgrade_runs.push_back({port.number, mac, failed(olt, *run, Reason::rebooted)});
+        change.put<UpgradeRun>({port.number, mac}, failed(olt, *run, Reason::rebooted));
     }
     start_next(olt, port, places, change);
 }

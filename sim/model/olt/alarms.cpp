@@ -55,7 +55,7 @@ void raise(const PonPort &port, const Mac &mac, Alarm alarm, Change &change)
 {
     const auto code = static_cast<uint32_t>(alarm);
     const auto found = port.alarms.find({mac, code});
-    change.alarms.push_back({port.number, mac, code, (found == port.alarms.end() ? 0 : found->second) + 1});
+    change.put<AlarmCount>({port.number, mac, code}, {(found == port.alarms.end() ? 0 : found->second) + 1});
 }
 
 } // namespace ponsim

@@ -12,7 +12,7 @@ Plan set_debug(const Olt &olt, DebugSwitch what, uint32_t pon_port, bool on)
     const auto bytes = on ? std::optional(std::string(1, '\1')) : std::nullopt;
     for (const PonPort &port : olt.ports())
         if (pon_port == 0 || pon_port == port.number)
-            plan.change.blocks.push_back({BSP_MSG_DEBUG, static_cast<uint32_t>(what), port.number, 0, bytes});
+            plan.change.add(block_at({BSP_MSG_DEBUG, static_cast<uint32_t>(what), port.number, 0}, bytes));
     return plan;
 }
 

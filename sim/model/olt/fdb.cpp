@@ -53,8 +53,8 @@ Plan set_fdb_config(const FdbConfig &config)
         return {PON_ERR_BAD_RECORD};
     if (config.learning > 1) return {PON_ERR_BAD_RECORD};
     Plan plan{BSP_OK};
-    plan.change.blocks.push_back({BSP_MSG_PLAT, BSP_CMD_FDB_CFG_SET, 0, 0,
-                                  config == FdbConfig{} ? std::nullopt : std::optional(to_block(config))});
+    plan.change.add(block_at({BSP_MSG_PLAT, BSP_CMD_FDB_CFG_SET, 0, 0},
+                             config == FdbConfig{} ? std::nullopt : std::optional(to_block(config))));
     return plan;
 }
 
@@ -96,20 +96,20 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
     };
     for (const auto &[pon_port, mac] : moved)
         look_at(pon_port, mac);
-    for (const Change::OnuRow &row : change.onus)
-        look_at(row.pon_port, row.mac);
-    for (const Change::ModuleRow &row : change.modules)
-        if (const PonPort *port = olt.port(row.cage)) look(olt, *port);
-    for (const Change::PortRow &row : change.ports)
-        look(olt, *olt.port(row.pon_port));
-    for (const Change::AuthRow &row : change.auth)
-        look(olt, *olt.port(row.pon_port));
-    for (const Change::BlockRow &row : change.blocks) {
+    for (const auto &[place, record] : change.of<OnuRecord>())
+        look_at(place.pon_port, place.mac);
+    for (const auto &[cage, record] : change.of<ModuleRecord>())
+        if (const PonPort *port = olt.port(cage)) look(olt, *port);
+    for (const auto &[pon_port, record] : change.of<PortRecord>())
+        look(olt, *olt.port(pon_port));
+    for (const auto &[place, password] : change.of<LoidPassword>())
+        look(olt, *olt.port(place.pon_port));
+    for (const auto &[place, block] : change.of<Block>()) {
         for (const PonPort &port : olt.ports())
-            if (is_oui(row)) look(olt, port);
-        if (row.channel != BSP_MSG_PLAT) continue;
-        if (row.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(row.pon_port));
-        if (row.command == BSP_CMD_FDB_CFG_SET) configure(olt);
+            if (is_oui(place)) look(olt, port);
+        if (place.channel != BSP_MSG_PLAT) continue;
+        if (place.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(place.pon_port));
+        if (place.command == BSP_CMD_FDB_CFG_SET) configure(olt);
     }
     listen(network, config.learning, olt.now());
 }

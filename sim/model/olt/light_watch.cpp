@@ -49,23 +49,23 @@ void LightWatch::start(const Olt &olt)
 void LightWatch::follow(const Olt &olt, const Change &change)
 {
     std::vector<bool> concerned(ports.size());
-    for (const auto &[pon_port, mac, record] : change.onus) {
-        concerned.at(pon_port - 1) = true;
-        const PonPort &port = *olt.port(pon_port);
-        std::map<Mac, uint32_t> &weak = ports.at(pon_port - 1).weak;
-        weak.erase(mac);
-        const Arrival *arrival = port.arrived(mac);
-        if (!arrival || record.light != Light::degraded) continue;
+    for (const auto &[place, record] : change.of<OnuRecord>()) {
+        concerned.at(place.pon_port - 1) = true;
+        const PonPort &port = *olt.port(place.pon_port);
+        std::map<Mac, uint32_t> &weak = ports.at(place.pon_port - 1).weak;
+        weak.erase(place.mac);
+        const Arrival *arrival = port.arrived(place.mac);
+        if (!arrival || !record || record->light != Light::degraded) continue;
         // At least one: until it is decided anew, light that is good again is still held to be degraded.
         const int32_t received = received_level(olt, port, *arrival, olt.now());
-        weak[mac] = std::max(1u, ponsim::weakness(received, sensitivity(olt, port, *arrival)));
+        weak[place.mac] = std::max(1u, ponsim::weakness(received, sensitivity(olt, port, *arrival)));
     }
-    for (const auto &row : change.fibre)
-        concerned.at(row.pon_port - 1) = true;
-    for (const auto &row : change.modules)
-        if (olt.port(row.cage)) concerned.at(row.cage - 1) = true;
-    for (const auto &row : change.blocks)
-        if (is_mpcp(row)) concerned.at(row.pon_port - 1) = true;
+    for (const auto &[place, damage] : change.of<Damage>())
+        concerned.at(place.pon_port - 1) = true;
+    for (const auto &[cage, record] : change.of<ModuleRecord>())
+        if (olt.port(cage)) concerned.at(cage - 1) = true;
+    for (const auto &[place, block] : change.of<Block>())
+        if (is_mpcp(place)) concerned.at(place.pon_port - 1) = true;
     for (const PonPort &port : olt.ports())
         if (concerned[port.number - 1]) look(olt, port);
 }

@@ -23,8 +23,8 @@ Plan set_llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid, const L
     for (uint32_t rate : {behavior.broadcast_rate, behavior.multicast_rate, behavior.unknown_rate})
         if (rate > line_rate) return {PON_ERR_BAD_RECORD};
     Plan plan{BSP_OK};
-    plan.change.blocks.push_back({BSP_MSG_PLAT, BSP_CMD_LLID_BEHAVIOR_SET, pon_port, llid,
-                                  behavior == LlidBehavior{} ? std::nullopt : std::optional(to_block(behavior))});
+    plan.change.add(block_at({BSP_MSG_PLAT, BSP_CMD_LLID_BEHAVIOR_SET, pon_port, llid},
+                             behavior == LlidBehavior{} ? std::nullopt : std::optional(to_block(behavior))));
     return plan;
 }
 

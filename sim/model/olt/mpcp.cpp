@@ -35,9 +35,9 @@ Mpcp mpcp_of(const Olt &olt, uint32_t pon_port)
     return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index), Mpcp{});
 }
 
-bool is_mpcp(const Change::BlockRow &row)
+bool is_mpcp(const BlockPlace &place)
 {
-    return row.channel == BSP_MSG_PLAT && row.command == BSP_CMD_MPCP_SET;
+    return place.channel == BSP_MSG_PLAT && place.command == BSP_CMD_MPCP_SET;
 }
 
 Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &wanted)
@@ -63,7 +63,7 @@ Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &want
         return {PON_ERR_BAD_RECORD};
     }
     if (!makes_sense(mpcp)) return {PON_ERR_BAD_RECORD};
-    return {BSP_OK, {.blocks = {{BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index, to_block(mpcp)}}}};
+    return {BSP_OK, change_of(block_at({BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index}, to_block(mpcp)))};
 }
 
 } // namespace ponsim

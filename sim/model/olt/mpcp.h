@@ -28,8 +28,8 @@ enum class MpcpSet : uint32_t { discovery = 1, timeouts, grants };
 
 Mpcp mpcp_of(const Olt &olt, uint32_t pon_port);
 
-// Whether the row keeps them.
-bool is_mpcp(const Change::BlockRow &row);
+// Whether the block keeps them.
+bool is_mpcp(const BlockPlace &place);
 
 // Takes over the parameters that are named, and leaves the others as they are.
 Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &wanted);

@@ -24,9 +24,9 @@ bool Authentication::turns_away(const Arrival &arrival, const Binding *binding) 
     return !(binding && binding->exempt) && !accepts(arrival);
 }
 
-bool is_oui(const Change::BlockRow &row)
+bool is_oui(const BlockPlace &place)
 {
-    return row.channel == BSP_MSG_PON && row.command == BSP_CMD_OUI_SET;
+    return place.channel == BSP_MSG_PON && place.command == BSP_CMD_OUI_SET;
 }
 
 std::string_view to_text(OnuState state)
@@ -99,10 +99,10 @@ OnuState PonPort::state_rebooted(const Binding &binding) const
 
 OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac)
 {
-    const auto found = std::ranges::find_if(
-        change.onus, [&](const Change::OnuRow &row) { return row.pon_port == port.number && row.mac == mac; });
-    if (found != change.onus.end()) return found->record;
-    return change.onus.emplace_back(port.number, mac, port.record(mac)).record;
+    const OnuAtPort place{port.number, mac};
+    if (OnuRecord *record = change.find<OnuRecord>(place)) return *record;
+    change.put<OnuRecord>(place, port.record(mac));
+    return *change.find<OnuRecord>(place);
 }
 
 Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.topology)
@@ -185,35 +185,35 @@ bool same_traffic(const std::optional<Binding> &before, const std::optional<Bind
 std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
 {
     std::map<uint32_t, OnuIds> ids;
-    for (const auto &row : change.bindings)
-        if (!same_traffic(pon_ports.at(row.pon_port - 1).bindings.at(row.onu_id), row.binding))
-            ids[row.pon_port].set(row.onu_id);
-    for (const auto &row : change.onus) {
-        const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac);
-        const bool absent = !row.record.present() && !pon_ports.at(row.pon_port - 1).record(row.mac).present();
-        if (onu_id && !absent) ids[row.pon_port].set(*onu_id);
+    for (const auto &[place, binding] : change.of<Binding>())
+        if (!same_traffic(pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id), binding))
+            ids[place.pon_port].set(place.onu_id);
+    for (const auto &[place, record] : change.of<OnuRecord>()) {
+        const std::optional<uint32_t> onu_id = id_at(place.pon_port, place.mac);
+        const bool present = record.value_or(OnuRecord{}).present();
+        const bool absent = !present && !pon_ports.at(place.pon_port - 1).record(place.mac).present();
+        if (onu_id && !absent) ids[place.pon_port].set(*onu_id);
     }
-    for (const auto &row : change.ports)
-        ids[row.pon_port].set();
-    for (const auto &row : change.auth)
-        ids[row.pon_port].set();
-    for (const auto &row : change.modules)
-        if (port(row.cage)) ids[row.cage].set();
-    for (const auto &row : change.upgrade_runs)
-        if (const std::optional<uint32_t> onu_id = id_at(row.pon_port, row.mac)) ids[row.pon_port].set(*onu_id);
-    for (const auto &row : change.blocks)
+    for (const auto &[pon_port, record] : change.of<PortRecord>())
+        ids[pon_port].set();
+    for (const auto &[place, password] : change.of<LoidPassword>())
+        ids[place.pon_port].set();
+    for (const auto &[cage, record] : change.of<ModuleRecord>())
+        if (port(cage)) ids[cage].set();
+    for (const auto &[place, run] : change.of<UpgradeRun>())
+        if (const std::optional<uint32_t> onu_id = id_at(place.pon_port, place.mac)) ids[place.pon_port].set(*onu_id);
+    for (const auto &[place, bytes] : change.of<Block>())
         for (const PonPort &port : pon_ports) {
-            if (is_oui(row)) ids[port.number].set();
-            if (row.channel == BSP_MSG_DEBUG && row.command == BSP_CMD_DEBUG_GE_PHY_SET &&
-                uplink_of(port.number) == row.pon_port)
+            if (is_oui(place)) ids[port.number].set();
+            if (place.channel == BSP_MSG_DEBUG && place.command == BSP_CMD_DEBUG_GE_PHY_SET &&
+                uplink_of(port.number) == place.pon_port)
                 ids[port.number];
-            if (row.channel != BSP_MSG_PLAT || row.pon_port != port.number) continue;
-            if (row.command == BSP_CMD_MPCP_SET) ids[port.number];
-            if (row.command == BSP_CMD_LLID_BEHAVIOR_SET) ids[port.number].set(to_onu_id(row.index));
+            if (place.channel != BSP_MSG_PLAT || place.pon_port != port.number) continue;
+            if (place.command == BSP_CMD_MPCP_SET) ids[port.number];
+            if (place.command == BSP_CMD_LLID_BEHAVIOR_SET) ids[port.number].set(to_onu_id(place.index));
         }
-    for (const auto &row : change.loops)
-        if (const std::optional<uint32_t> onu_id = id_at(row.place.pon_port, row.place.mac))
-            ids[row.place.pon_port].set(*onu_id);
+    for (const auto &[place, record] : change.of<LoopRecord>())
+        if (const std::optional<uint32_t> onu_id = id_at(place.pon_port, place.mac)) ids[place.pon_port].set(*onu_id);
     const std::map<uint32_t, OnuIds> of_themselves = ids;
     for (const auto &[pon_port, onu_ids] : of_themselves)
         for (const PonPort &port : pon_ports)
@@ -238,123 +238,104 @@ void Olt::follow_demand(const std::map<uint32_t, OnuIds> &concerned)
 void Olt::add_traffic(Change &change) const
 {
     for (const auto &[pon_port, onu_ids] : concerned(change))
-        change.traffic.push_back({pon_port, pon_ports.at(pon_port - 1).traffic.offered(time)});
+        change.put<Offered>(pon_port, pon_ports.at(pon_port - 1).traffic.offered(time));
 }
 
 void Olt::apply(const Change &change)
 {
     const std::map<uint32_t, OnuIds> traffic_of = concerned(change);
-    time = change.now.value_or(time);
+    if (const ModelClock *clock = change.find<ModelClock>({})) time = clock->now;
     for (const auto &[pon_port, onu_ids] : traffic_of)
         pon_ports.at(pon_port - 1).traffic.settle(time);
     std::vector<std::pair<uint32_t, Mac>> moved; // ONUs, and at which port
-    for (const auto &[pon_port, onu_id, binding] : change.bindings) {
-        if (const auto &old = pon_ports.at(pon_port - 1).bindings.at(onu_id)) moved.push_back({pon_port, old->mac});
-        if (binding) moved.push_back({pon_port, binding->mac});
-        forget({pon_port, onu_id});
-        pon_ports.at(pon_port - 1).bindings.at(onu_id) = binding;
-        if (binding) places[binding->mac] = {pon_port, onu_id};
+    for (const auto &[place, binding] : change.of<Binding>()) {
+        std::optional<Binding> &bound = pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id);
+        if (bound) moved.push_back({place.pon_port, bound->mac});
+        if (binding) moved.push_back({place.pon_port, binding->mac});
+        forget(place);
+        bound = binding;
+        if (binding) places[binding->mac] = place;
     }
-    for (const auto &[pon_port, mac, record] : change.onus) {
-        std::map<Mac, OnuRecord> &onus = pon_ports.at(pon_port - 1).onus;
-        due.erase({pon_ports.at(pon_port - 1).record(mac).phase_ends, pon_port, mac});
-        if (record.phase_ends != 0) due.insert({record.phase_ends, pon_port, mac});
-        if (record == OnuRecord{})
-            onus.erase(mac);
+    for (const Entry<OnuRecord> &entry : change.of<OnuRecord>()) {
+        const auto &[pon_port, mac] = entry.key;
+        PonPort &port = pon_ports.at(pon_port - 1);
+        due.erase({port.record(mac).phase_ends, pon_port, mac});
+        const OnuRecord *record = kept_record(entry);
+        if (record)
+            port.onus[mac] = *record;
         else
-            onus[mac] = record;
+            port.onus.erase(mac);
+        if (record && record->phase_ends != 0) due.insert({record->phase_ends, pon_port, mac});
     }
-    for (const auto &[pon_port, limits, auth_mode] : change.ports) {
+    for (const auto &[pon_port, record] : change.of<PortRecord>()) {
         PonPort &port = pon_ports.at(pon_port - 1);
-        port.limits = limits;
-        port.authentication.mode = AuthMode{auth_mode};
+        const PortRecord now = record.value_or(PortRecord{});
+        port.limits = now.limits;
+        port.authentication.mode = AuthMode{now.auth_mode};
     }
-    for (const auto &[pon_port, id, entry] : change.blacklist) {
-        PonPort &port = pon_ports.at(pon_port - 1);
-        std::optional<BlacklistEntry> &kept = port.blacklist.at(id);
-        if (kept) port.blacklist_ids.erase(kept->mac);
-        if (entry) port.blacklist_ids[entry->mac] = id;
-        kept = entry;
+    for (const auto &[place, entry] : change.of<BlacklistEntry>()) {
+        PonPort &port = pon_ports.at(place.pon_port - 1);
+        std::optional<BlacklistEntry> &listed = port.blacklist.at(place.id);
+        if (listed) port.blacklist_ids.erase(listed->mac);
+        if (entry) port.blacklist_ids[entry->mac] = place.id;
+        listed = entry;
     }
-    for (const auto &[pon_port, loid, password] : change.auth) {
-        std::map<std::string, std::string> &records = pon_ports.at(pon_port - 1).authentication.records;
+    for (const auto &[place, password] : change.of<LoidPassword>()) {
+        std::map<std::string, std::string> &records = pon_ports.at(place.pon_port - 1).authentication.records;
         if (password)
-            records[loid] = *password;
+            records[place.loid] = password->password;
         else
-            records.erase(loid);
+            records.erase(place.loid);
     }
-    for (const auto &[pon_port, mac, alarm, count] : change.alarms) {
-        auto &alarms = pon_ports.at(pon_port - 1).alarms;
-        if (count == 0)
-            alarms.erase({mac, alarm});
+    for (const auto &[place, raised] : change.of<AlarmCount>()) {
+        auto &alarms = pon_ports.at(place.pon_port - 1).alarms;
+        if (raised)
+            alarms[{place.mac, place.alarm}] = raised->count;
         else
-            alarms[{mac, alarm}] = count;
+            alarms.erase({place.mac, place.alarm});
     }
-    for (const auto &row : change.blocks) {
-        const auto &[channel, command, pon_port, index, bytes] = row;
-        const std::array key{channel, command, pon_port, index};
-        if (bytes)
-            blocks[key] = *bytes;
-        else
-            blocks.erase(key);
-        if (is_oui(row))
+    for (const auto &[place, block] : change.of<Block>())
+        if (is_oui(place))
             for (PonPort &port : pon_ports)
-                port.authentication.extended_oam = !bytes;
-    }
-    for (const auto &[cage, record] : change.modules) {
+                port.authentication.extended_oam = !block;
+    for (const auto &[cage, record] : change.of<ModuleRecord>()) {
         Module &module = optics.at(cage - 1);
-        module.set(record, time);
+        module.set(record.value_or(ModuleRecord{}), time);
         if (module.of_pon_port()) pon_ports.at(cage - 1).lit = module.laser_on();
     }
-    for (const auto &[name, type] : change.upgrade_types) {
-        if (type)
-            types[name] = *type;
+    for (const auto &[place, run] : change.of<UpgradeRun>())
+        pon_ports.at(place.pon_port - 1).upgrades.set(place.mac, run.value());
+    for (const auto &[place, damage] : change.of<Damage>()) {
+        std::map<uint32_t, int32_t> &damages = pon_ports.at(place.pon_port - 1).damage;
+        if (damage)
+            damages[place.branch] = damage->loss;
         else
-            types.erase(name);
+            damages.erase(place.branch);
     }
-    for (const auto &[pon_port, mac, run] : change.upgrade_runs)
-        pon_ports.at(pon_port - 1).upgrades.set(mac, run);
-    for (const auto &[place, record] : change.loops) {
-        if (record)
-            looped_unis[place] = *record;
-        else
-            looped_unis.erase(place);
-    }
-    for (const auto &[pon_port, branch, loss] : change.fibre) {
-        std::map<uint32_t, int32_t> &damage = pon_ports.at(pon_port - 1).damage;
-        if (loss == 0)
-            damage.erase(branch);
-        else
-            damage[branch] = loss;
-    }
-    done = change.events_done.value_or(done);
-    if (change.loop_detection) detection = *change.loop_detection;
-    for (const auto &[place, setting] : change.onu_settings)
-        onu_settings[place] = setting;
-    for (const auto &[kind, id, profile] : change.profiles) {
-        std::map<uint32_t, Profile> &profiles = profiles_of_kinds.at(static_cast<uint32_t>(kind) - 1);
+    for (const auto &[place, profile] : change.of<Profile>()) {
+        std::map<uint32_t, Profile> &profiles = profiles_of_kinds.at(static_cast<uint32_t>(place.kind) - 1);
         if (profile)
-            profiles[id] = *profile;
+            profiles[place.id] = *profile;
         else
-            profiles.erase(id);
+            profiles.erase(place.id);
     }
+    change.each([this]<class Record>(const Entry<Record> &entry) { std::get<Shelf<Record>>(shelves).take(entry); });
     lights.follow(*this, change);
     follow_demand(traffic_of);
-    for (const auto &[pon_port, offered] : change.traffic)
-        pon_ports.at(pon_port - 1).traffic.restore(offered);
+    for (const auto &[pon_port, offered] : change.of<Offered>())
+        pon_ports.at(pon_port - 1).traffic.restore(offered.value());
     forwarding.follow(*this, change, moved);
 }
 
 bool Olt::shut(const UniPlace &place) const
 {
-    const auto found = looped_unis.find(place);
-    return found != looped_unis.end() && found->second.shut;
+    const LoopRecord *record = std::get<Shelf<LoopRecord>>(shelves).find(place);
+    return record && record->shut;
 }
 
 const OnuSetting *Olt::setting(const SettingPlace &place) const
 {
-    const auto found = onu_settings.find(place);
-    return found == onu_settings.end() ? nullptr : &found->second;
+    return std::get<Shelf<OnuSetting>>(shelves).find(place);
 }
 
 const std::map<uint32_t, Profile> &Olt::profiles(ProfileKind kind) const
@@ -369,8 +350,8 @@ void Olt::advance(ModelTime to)
 
 const std::string *Olt::block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index) const
 {
-    const auto found = blocks.find({channel, command, pon_port, index});
-    return found == blocks.end() ? nullptr : &found->second;
+    const Block *block = std::get<Shelf<Block>>(shelves).find({channel, command, pon_port, index});
+    return block ? &block->bytes : nullptr;
 }
 
 // The place that is about to be taken or freed no longer is its ONU's, unless that has moved on within the change.

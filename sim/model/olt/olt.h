@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/kept/shelf.h"
 #include "model/olt/change.h"
 #include "model/olt/fdb.h"
 #include "model/olt/light_watch.h"
@@ -39,8 +40,8 @@ struct Authentication {
     bool turns_away(const Arrival &arrival, const Binding *binding) const;
 };
 
-// Whether the row is the OUI that extended OAM is known by at all PON ports. While it is the ONUs' own, none is kept.
-bool is_oui(const Change::BlockRow &row);
+// Whether the block is the OUI that extended OAM is known by at all PON ports. While it is the ONUs' own, none is kept.
+bool is_oui(const BlockPlace &place);
 
 // Of a bound ONU.
 enum class OnuState : uint32_t { offline, online, unauthenticated };
@@ -123,8 +124,8 @@ public:
 
     ModelTime now() const { return time; }
     // How many events of its scenario's timeline have happened.
-    uint32_t events_done() const { return done; }
-    // What a set command left; null when nothing. See Change::BlockRow.
+    uint32_t events_done() const { return the_one<Timeline>().done; }
+    // What a set command left; null when nothing. See BlockPlace.
     const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
 
     const Fdb &fdb() const { return forwarding; }
@@ -146,10 +147,10 @@ public:
     const Module *module(uint32_t cage) const;
 
     // By name.
-    const std::map<std::string, UpgradeType> &upgrade_types() const { return types; }
+    const std::map<std::string, UpgradeType> &upgrade_types() const { return kept<UpgradeType>(); }
     // UNI ports that have a loop, are shut, or were.
-    const std::map<UniPlace, LoopRecord> &loops() const { return looped_unis; }
-    const LoopDetection &loop_detection() const { return detection; }
+    const std::map<UniPlace, LoopRecord> &loops() const { return kept<LoopRecord>(); }
+    const LoopDetection &loop_detection() const { return the_one<LoopDetection>(); }
     // What an ONU was told; null when nothing. It stays with the ONU, bound or not.
     const OnuSetting *setting(const SettingPlace &place) const;
     // By id.
@@ -158,12 +159,7 @@ public:
     bool shut(const UniPlace &place) const;
 
     // Where an ONU is bound.
-    struct Place {
-        uint32_t pon_port;
-        uint32_t onu_id;
-
-        bool operator==(const Place &) const = default;
-    };
+    using Place = OnuPlace;
     std::optional<Place> find(const Mac &mac) const;
     // The ONU id that it is bound to at this port.
     std::optional<uint32_t> id_at(uint32_t pon_port, const Mac &mac) const;
@@ -185,6 +181,13 @@ public:
     };
     const std::set<Due> &registrations() const { return due; }
 
+    // The records of a family that is kept as it is, by their keys.
+    template <class Record>
+    const typename Shelf<Record>::Records &kept() const
+    {
+        return std::get<Shelf<Record>>(shelves).records();
+    }
+
     // Adds to the change what PON ports have been offered until now, where it may change their traffic.
     void add_traffic(Change &change) const;
     // Ports and ids of the change must exist.
@@ -193,6 +196,14 @@ public:
     void advance(ModelTime to);
 
 private:
+    // The record of a family that has one only; until it is kept, as a new one.
+    template <class Record>
+    const Record &the_one() const
+    {
+        static const Record as_new{};
+        const Record *record = std::get<Shelf<Record>>(shelves).find({});
+        return record ? *record : as_new;
+    }
     std::map<uint32_t, OnuIds> concerned(const Change &change) const;
     void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
     void forget(const Place &place);
@@ -201,16 +212,11 @@ private:
     std::shared_ptr<const Topology> topology; // null: all follows from the seed
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
-    std::map<UniPlace, LoopRecord> looped_unis;
-    LoopDetection detection;
-    std::map<SettingPlace, OnuSetting> onu_settings;
     std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
     std::map<Mac, Place> places;
-    std::map<std::string, UpgradeType> types;
     std::set<Due> due;
-    std::map<std::array<uint32_t, 4>, std::string> blocks;
+    Kept::OfEach<Shelf> shelves;
     ModelTime time = 0;
-    uint32_t done = 0;
     Fdb forwarding;
     LightWatch lights;
 };

@@ -32,7 +32,7 @@ Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::opti
     Binding binding = *port.bindings[onu_id];
     if (taken_by(sla) > granted_at(port).free() + taken_by(binding.sla)) return {PON_ERR_SLA_CAPACITY};
     binding.sla = sla;
-    return {BSP_OK, {.bindings = {{pon_port, onu_id, binding}}}};
+    return {BSP_OK, change_of<Binding>({pon_port, onu_id}, binding)};
 }
 
 Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optional<uint32_t> maximum)
@@ -41,7 +41,7 @@ Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optio
     if (maximum && (*maximum < 1 || *maximum > line_rate)) return {PON_ERR_BAD_SLA};
     Binding binding = *olt.port(pon_port)->bindings[onu_id];
     binding.sla_down = maximum;
-    return {BSP_OK, {.bindings = {{pon_port, onu_id, binding}}}};
+    return {BSP_OK, change_of<Binding>({pon_port, onu_id}, binding)};
 }
 
 Granted granted_at(const PonPort &port)

@@ -10,13 +10,6 @@
 namespace ponsim
 {
 
-inline constexpr uint32_t line_rate = 1000000; // kbit/s, of a PON port in each direction
-inline constexpr uint32_t max_priority = 7;
-inline constexpr uint32_t max_weight = 100;
-
-// Of an ONU without a stored one.
-inline constexpr Sla default_sla{.fixed = 0, .assured = 0, .maximum = line_rate, .priority = 0, .weight = 1};
-
 // None takes away what is stored.
 Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla);
 Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optional<uint32_t> maximum);

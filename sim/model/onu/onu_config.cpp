@@ -48,7 +48,7 @@ Plan set_uni_profile(const Olt &olt, uint32_t id, const std::optional<std::strin
 {
     if (id < 1 || id > max_uni_profiles || (!settings && !uni_profile(olt, id))) return {PON_ERR_NO_UNI_PROFILE};
     Plan plan{BSP_OK};
-    plan.change.blocks.push_back({BSP_MSG_PON, BSP_CMD_UNI_PROFILE_SET, 0, id, settings});
+    plan.change.add(block_at({BSP_MSG_PON, BSP_CMD_UNI_PROFILE_SET, 0, id}, settings));
     return plan;
 }
 

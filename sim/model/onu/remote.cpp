@@ -85,10 +85,8 @@ Plan tell(const Olt &olt, const RemoteOnu &onu, const SettingPlace &place, const
 {
     if (!onu.online()) return {PON_ERR_OFFLINE};
     if (block == setting_of(olt, place, Side::local, otherwise)) return {BSP_OK};
-    Plan plan{BSP_OK};
-    plan.change.onu_settings.push_back(
-        {place, {block.bytes(), setting_of(olt, place, Side::remote, otherwise).bytes(), olt.now() + oam_delay}});
-    return plan;
+    const OnuBlock before = setting_of(olt, place, Side::remote, otherwise);
+    return {BSP_OK, change_of<OnuSetting>(place, {block.bytes(), before.bytes(), olt.now() + oam_delay})};
 }
 
 } // namespace ponsim

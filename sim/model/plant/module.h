@@ -12,6 +12,7 @@
 
 #include "model/base/mac.h"
 #include "model/base/time.h"
+#include "model/kept/module.h"
 
 namespace ponsim
 {
@@ -57,43 +58,6 @@ inline constexpr uint64_t half_day = 12 * 60 * 60; // s
 // How far the room is between the coldest hour, midnight, and the warmest, noon: 0 to half_day. A straight line each
 // way, so that all that follows it is exact.
 uint64_t warmth(uint64_t second);
-
-// As old as lasers can be made.
-inline constexpr uint32_t max_laser_hours = 10000000;
-
-// What is kept of an optical module.
-struct ModuleRecord {
-    // A measurement of the power received from an ONU, over model time.
-    struct Measurement {
-        Mac mac;
-        ModelTime end; // of its last sample
-        uint32_t samples;
-        uint32_t interval; // ms
-
-        bool operator==(const Measurement &) const = default;
-    };
-    struct Result {
-        Mac mac;
-        ModelTime at;
-        uint32_t samples;
-        uint32_t average; // 0.1 uW, as the least and the greatest
-        uint32_t least;
-        uint32_t greatest;
-
-        bool operator==(const Result &) const = default;
-    };
-
-    uint32_t added_hours = 0;               // the laser's age beyond the time of the OLT
-    bool tx_disabled = false;               // by the soft control in the module's memory
-    bool always_on = false;                 // LAO: the laser stays on all the same
-    std::optional<int32_t> loss_level = {}; // LOL, 0.01 dBm: below it light is lost; none: the module's own threshold
-    uint32_t raised = 0; // by bit of their code: alarms of the laser's age, and rogue while the receiver is blinded
-    std::array<uint8_t, 120> user = {};          // the memory that is its user's
-    std::optional<Measurement> measurement = {}; // under way
-    std::optional<Result> result = {};           // of the last one
-
-    bool operator==(const ModuleRecord &) const = default;
-};
 
 class Module
 {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "model/base/limits.h"
 #include "model/base/mac.h"
 
 namespace ponsim
@@ -16,11 +17,6 @@ namespace ponsim
 
 struct DeviceType;
 struct Topology;
-
-inline constexpr uint32_t max_ports = 16;
-inline constexpr uint32_t onus_per_port = 128;
-inline constexpr uint32_t ge_uplinks = 4;       // to the network, numbered from 1
-inline constexpr uint32_t max_distance = 20000; // m
 
 struct Settings {
     uint64_t seed = 1;

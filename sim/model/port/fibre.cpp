@@ -10,7 +10,8 @@ namespace ponsim
 
 Plan set_damage(const PonPort &port, uint32_t branch, int32_t loss)
 {
-    return {BSP_OK, {.fibre = {{port.number, branch, std::min(loss, cut_loss)}}}};
+    const BranchPlace place{port.number, branch};
+    return {BSP_OK, loss == 0 ? removal_of<Damage>(place) : change_of<Damage>(place, {std::min(loss, cut_loss)})};
 }
 
 } // namespace ponsim

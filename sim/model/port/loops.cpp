@@ -21,10 +21,9 @@ template <class Value>
 Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t least, uint32_t greatest)
 {
     if (value < least || value > greatest) return refuse(PON_ERR_BAD_RECORD);
-    Plan plan{BSP_OK};
-    plan.change.loop_detection = olt.loop_detection();
-    (*plan.change.loop_detection).*setting = static_cast<Value>(value);
-    return plan;
+    LoopDetection detection = olt.loop_detection();
+    detection.*setting = static_cast<Value>(value);
+    return {BSP_OK, change_of<LoopDetection>({}, detection)};
 }
 
 SettingPlace switch_place(const UniPlace &place)
@@ -91,9 +90,9 @@ Change happen(const Olt &olt)
             record = recovered(olt, old);
             ++detection.recovered;
         }
-        change.loops.push_back({place, record});
+        change.put<LoopRecord>(place, record);
     }
-    if (detection != olt.loop_detection()) change.loop_detection = detection;
+    if (detection != olt.loop_detection()) change.put<LoopDetection>({}, detection);
     return change;
 }
 
@@ -143,9 +142,9 @@ Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
                     (!oldest || record.since < olt.loops().at(*oldest).since))
                     oldest = &other;
             if (!oldest) return refuse(PON_ERR_TABLE_FULL);
-            plan.change.loops.push_back({*oldest, std::nullopt});
+            plan.change.drop<LoopRecord>(*oldest);
         }
-        plan.change.loops.push_back({place, LoopRecord{.looped = true, .since = olt.now()}});
+        plan.change.put<LoopRecord>(place, LoopRecord{.looped = true, .since = olt.now()});
         return plan;
     }
     LoopRecord record = found->second;
@@ -153,7 +152,7 @@ Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
     record.looped = looped;
     if (!record.shut) record.since = olt.now();
     const bool nothing_to_tell = !looped && !record.shut && record.detected == 0;
-    plan.change.loops.push_back({place, nothing_to_tell ? std::nullopt : std::optional(record)});
+    plan.change.add(Entry<LoopRecord>{place, nothing_to_tell ? std::nullopt : std::optional(record)});
     return plan;
 }
 
@@ -183,10 +182,10 @@ Plan recover_all(const Olt &olt)
     LoopDetection detection = olt.loop_detection();
     for (const auto &[place, record] : olt.loops()) {
         if (!record.shut) continue;
-        plan.change.loops.push_back({place, recovered(olt, record)});
+        plan.change.put<LoopRecord>(place, recovered(olt, record));
         ++detection.recovered;
     }
-    if (!plan.change.loops.empty()) plan.change.loop_detection = detection;
+    if (!plan.change.of<LoopRecord>().empty()) plan.change.put<LoopDetection>({}, detection);
     return plan;
 }
 

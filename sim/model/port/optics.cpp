@@ -26,7 +26,7 @@ Plan refuse(uint32_t status)
 // The module becomes as in `record`, and what comes of its laser going on or off happens at its port.
 Plan change_module(const Olt &olt, const Module &module, const ModuleRecord &record)
 {
-    Plan plan{BSP_OK, {.modules = {{module.cage(), record}}}};
+    Plan plan{BSP_OK, change_of<ModuleRecord>(module.cage(), record)};
     const bool lit = Module::laser_on(record);
     if (module.of_pon_port() && lit != module.laser_on()) {
         const PonPort &port = *olt.port(module.cage());
@@ -98,7 +98,7 @@ Change end_measurements(const Olt &olt)
         ModuleRecord record = module.record();
         record.result = result_of(olt, *olt.port(module.cage()), *record.measurement);
         record.measurement.reset();
-        change.modules.push_back({module.cage(), record});
+        change.put<ModuleRecord>(module.cage(), record);
     }
     return change;
 }
@@ -118,7 +118,7 @@ Change raise_alarms(const Olt &olt)
             if (due >> alarm & 1) raise(*olt.port(module.cage()), port_itself, Alarm{alarm}, change);
         ModuleRecord record = module.record();
         record.raised |= due;
-        change.modules.push_back({module.cage(), record});
+        change.put<ModuleRecord>(module.cage(), record);
     }
     return change;
 }
@@ -178,7 +178,7 @@ Plan start_measurement(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const
     const uint32_t samples = std::max(sampling.samples, 1u);
     const ModelTime end = olt.now() + sampling.delay + ModelTime{samples - 1} * sampling.interval;
     record.measurement = {onu.arrival->mac, end, samples, sampling.interval};
-    return {BSP_OK, {.modules = {{pon_port, record}}}};
+    return {BSP_OK, change_of<ModuleRecord>(pon_port, record)};
 }
 
 Plan cancel_measurement(const Olt &olt, uint32_t pon_port)
@@ -188,7 +188,7 @@ Plan cancel_measurement(const Olt &olt, uint32_t pon_port)
     ModuleRecord record = module->record();
     if (!record.measurement) return {BSP_OK};
     record.measurement.reset();
-    return {BSP_OK, {.modules = {{pon_port, record}}}};
+    return {BSP_OK, change_of<ModuleRecord>(pon_port, record)};
 }
 
 Plan age_laser(const Olt &olt, uint32_t cage, uint32_t hours)
@@ -197,7 +197,7 @@ Plan age_laser(const Olt &olt, uint32_t cage, uint32_t hours)
     if (!module) return refuse(PON_ERR_NO_CAGE);
     ModuleRecord record = module->record();
     record.added_hours = std::min(record.added_hours + hours, max_laser_hours);
-    return {BSP_OK, {.modules = {{cage, record}}}};
+    return {BSP_OK, change_of<ModuleRecord>(cage, record)};
 }
 
 } // namespace ponsim

@@ -21,7 +21,7 @@ constexpr uint32_t max_ethertype = 0xffff;
 Plan keep(uint32_t command, uint32_t pon_port, uint32_t index, std::optional<std::string> &&bytes)
 {
     Plan plan{BSP_OK};
-    plan.change.blocks.push_back({BSP_MSG_PLAT, command, pon_port, index, std::move(bytes)});
+    plan.change.add(block_at({BSP_MSG_PLAT, command, pon_port, index}, std::move(bytes)));
     return plan;
 }
 
@@ -77,13 +77,13 @@ Plan set_p2p(const Olt &olt, uint32_t pon_port, uint32_t onu, uint32_t on)
         Plan plan{BSP_OK};
         for (const PonPort &port : olt.ports())
             if (pon_port == 0 || pon_port == port.number)
-                plan.change.blocks.push_back({BSP_MSG_PLAT, BSP_CMD_P2P_STATE_SET, port.number, 0, unless_first(on)});
+                plan.change.add(block_at({BSP_MSG_PLAT, BSP_CMD_P2P_STATE_SET, port.number, 0}, unless_first(on)));
         return plan;
     }
     if (const uint32_t status = find_bound(olt, pon_port, onu, {}).status) return {status};
     Binding binding = *olt.port(pon_port)->bindings[onu];
     binding.p2p = on != 0;
-    return {BSP_OK, {.bindings = {{pon_port, onu, binding}}}};
+    return {BSP_OK, change_of<Binding>({pon_port, onu}, binding)};
 }
 
 Plan set_p2p_own_port(const Olt &olt, uint32_t pon_port, uint32_t own_port)

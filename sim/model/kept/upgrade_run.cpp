@@ -1,4 +1,4 @@
-#include "model/olt/upgrade_run.h"
+#include "model/kept/upgrade_run.h"
 
 namespace ponsim
 {

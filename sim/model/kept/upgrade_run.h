@@ -1,4 +1,4 @@
-// An upgrade of an ONU, and how long its steps take.
+// Upgrades of ONUs, and how long their steps take.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,8 @@
 #include <string>
 
 #include "model/base/time.h"
+#include "model/kept/family.h"
+#include "model/kept/onu.h"
 
 namespace ponsim
 {
@@ -30,6 +32,18 @@ struct UpgradeRun {
     bool under_way() const { return state != State::done && state != State::failed; }
     // When the state ends by itself; none for a run that is queued, done or failed.
     std::optional<ModelTime> end() const;
+};
+
+template <>
+struct Family<UpgradeRun> {
+    static constexpr std::string_view table = "upgrade_run";
+    using Key = OnuAtPort;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
+    static constexpr std::tuple value{
+        Column{"type", &UpgradeRun::type},   Column{"version", &UpgradeRun::version},
+        Column{"size", &UpgradeRun::size},   Column{"state", &UpgradeRun::state, "? BETWEEN 0 AND 5"},
+        Column{"since", &UpgradeRun::since}, Column{"reason", &UpgradeRun::reason, "? BETWEEN 0 AND 5"}};
+    static constexpr bool placed = true;
 };
 
 } // namespace ponsim

@@ -1,0 +1,34 @@
+// Alarms that are raised.
+#pragma once
+
+#include <cstdint>
+
+#include "model/base/mac.h"
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct AlarmPlace {
+    uint32_t pon_port;
+    Mac mac; // zero: of the port itself
+    uint32_t alarm;
+
+    auto operator<=>(const AlarmPlace &) const = default;
+};
+
+struct AlarmCount {
+    uint32_t count;
+};
+
+template <>
+struct Family<AlarmCount> {
+    static constexpr std::string_view table = "alarm";
+    using Key = AlarmPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
+                                    Column{"alarm", &Key::alarm, "? BETWEEN 1 AND 10"}};
+    static constexpr std::tuple value{Column{"count", &AlarmCount::count}};
+    static constexpr bool placed = true;
+};
+
+} // namespace ponsim

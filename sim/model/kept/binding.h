@@ -1,0 +1,75 @@
+// ONUs that are bound to ids of a port.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "model/base/mac.h"
+#include "model/kept/family.h"
+#include "model/kept/sla.h"
+
+namespace ponsim
+{
+
+// Where an ONU is bound.
+struct OnuPlace {
+    uint32_t pon_port;
+    uint32_t onu_id;
+
+    auto operator<=>(const OnuPlace &) const = default;
+};
+
+// An ONU bound to an id of a port. Mode, texts and description are the caller's, kept as given.
+struct Binding {
+    Mac mac;
+    uint32_t mode = 0;
+    std::string text_a;
+    std::string text_b;
+    std::string text_c;
+    std::string description = {};
+    bool exempt = false; // from authentication by LOID
+    std::optional<Sla> sla = {};
+    std::optional<uint32_t> sla_down = {}; // maximum, kbit/s
+    bool p2p = true;                       // whether P2P forwarding concerns it
+
+    bool operator==(const Binding &) const = default;
+};
+
+template <>
+struct Family<Binding> {
+    static constexpr std::string_view table = "binding";
+    using Key = OnuPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"onu_id", &Key::onu_id, "? BETWEEN 0 AND 127"}};
+    // Texts have room in the records that they go out in.
+    static constexpr std::tuple value{
+        Column{"mac", &Binding::mac},
+        Column{"mode", &Binding::mode},
+        Column{"text_a", &Binding::text_a, "length(CAST(? AS BLOB)) < 128"},
+        Column{"text_b", &Binding::text_b, "length(CAST(? AS BLOB)) < 64"},
+        Column{"text_c", &Binding::text_c, "length(CAST(? AS BLOB)) < 64"},
+        Column{"description", &Binding::description, "length(CAST(? AS BLOB)) < 128"},
+        Column{"exempt", &Binding::exempt},
+        InnerOrNone{&Binding::sla, &Sla::maximum,
+                    std::tuple{Column{"sla_fixed", &Sla::fixed}, Column{"sla_assured", &Sla::assured},
+                               Column{"sla_maximum", &Sla::maximum}, Column{"sla_priority", &Sla::priority},
+                               Column{"sla_weight", &Sla::weight}}},
+        NumberOrNone{"sla_down", &Binding::sla_down, 0},
+        Column{"p2p", &Binding::p2p}};
+    static constexpr bool placed = true;
+
+    class Check
+    {
+    public:
+        const char *operator()(uint32_t, const Key &, const Binding &binding)
+        {
+            return bound.insert(binding.mac).second ? nullptr : "an ONU in it is bound twice";
+        }
+
+    private:
+        std::set<Mac> bound;
+    };
+};
+
+} // namespace ponsim

@@ -1,0 +1,49 @@
+// ONUs that a port refuses.
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "model/base/mac.h"
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct BlacklistPlace {
+    uint32_t pon_port;
+    uint32_t id;
+
+    auto operator<=>(const BlacklistPlace &) const = default;
+};
+
+struct BlacklistEntry {
+    Mac mac;
+    std::string text;
+};
+
+template <>
+struct Family<BlacklistEntry> {
+    static constexpr std::string_view table = "blacklist";
+    using Key = BlacklistPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"id", &Key::id, "? BETWEEN 0 AND 127"}};
+    static constexpr std::tuple value{Column{"mac", &BlacklistEntry::mac}, Column{"text", &BlacklistEntry::text}};
+    static constexpr bool placed = true;
+
+    class Check
+    {
+    public:
+        const char *operator()(uint32_t, const Key &place, const BlacklistEntry &entry)
+        {
+            const bool first = listed.insert({place.pon_port, entry.mac}).second;
+            return first ? nullptr : "an ONU in it is twice on the black list of a port";
+        }
+
+    private:
+        std::set<std::pair<uint32_t, Mac>> listed;
+    };
+};
+
+} // namespace ponsim

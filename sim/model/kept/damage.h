@@ -1,0 +1,31 @@
+// Damage to the branches of a port's fibre.
+#pragma once
+
+#include <cstdint>
+
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct BranchPlace {
+    uint32_t pon_port;
+    uint32_t branch;
+
+    auto operator<=>(const BranchPlace &) const = default;
+};
+
+struct Damage {
+    int32_t loss; // beyond what the branch must lose, 0.01 dB
+};
+
+template <>
+struct Family<Damage> {
+    static constexpr std::string_view table = "fibre";
+    using Key = BranchPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"branch", &Key::branch}};
+    static constexpr std::tuple value{Column{"loss", &Damage::loss}};
+    static constexpr bool placed = true;
+};
+
+} // namespace ponsim

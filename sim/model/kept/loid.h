@@ -1,0 +1,32 @@
+// LOIDs that ONUs prove who they are with, and their passwords.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct LoidPlace {
+    uint32_t pon_port;
+    std::string loid;
+
+    auto operator<=>(const LoidPlace &) const = default;
+};
+
+struct LoidPassword {
+    std::string password; // empty: none
+};
+
+template <>
+struct Family<LoidPassword> {
+    static constexpr std::string_view table = "auth";
+    using Key = LoidPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"loid", &Key::loid}};
+    static constexpr std::tuple value{Column{"password", &LoidPassword::password}};
+    static constexpr bool placed = true;
+};
+
+} // namespace ponsim

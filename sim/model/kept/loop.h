@@ -1,0 +1,44 @@
+// What is kept of UNI ports that have a loop, are shut, or were.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "model/base/mac.h"
+#include "model/base/time.h"
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+// A UNI port of an ONU.
+struct UniPlace {
+    uint32_t pon_port;
+    Mac mac;
+    uint32_t uni;
+
+    auto operator<=>(const UniPlace &) const = default;
+};
+
+// What is kept of a UNI port that has a loop, is shut, or was.
+struct LoopRecord {
+    bool looped = false; // the loop is there
+    bool shut = false;   // by loop detection
+    uint32_t detected = 0;
+    ModelTime since = 0;                        // of the last change of its state
+    std::optional<ModelTime> watched_from = {}; // while detection packets reach the loop: since when
+
+    bool operator==(const LoopRecord &) const = default;
+};
+
+template <>
+struct Family<LoopRecord> {
+    static constexpr std::string_view table = "loop";
+    using Key = UniPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}, Column{"uni", &Key::uni}};
+    static constexpr std::tuple value{Column{"looped", &LoopRecord::looped}, Column{"shut", &LoopRecord::shut},
+                                      Column{"detected", &LoopRecord::detected}, Column{"since", &LoopRecord::since},
+                                      FlagAndNumber{"watched", "watched_from", &LoopRecord::watched_from}};
+};
+
+} // namespace ponsim

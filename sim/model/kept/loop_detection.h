@@ -1,0 +1,35 @@
+// How loops are detected, and how many were.
+#pragma once
+
+#include <cstdint>
+
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct LoopDetection {
+    bool on = false;
+    bool manual = false;          // shut ports recover by command only
+    uint32_t recovery_time = 300; // s
+    uint32_t interval = 5;        // s, between detection packets
+    uint32_t detected = 0;
+    uint32_t recovered = 0;
+
+    bool operator==(const LoopDetection &) const = default;
+};
+
+template <>
+struct Family<LoopDetection> {
+    static constexpr std::string_view table = "loop_detection";
+    using Key = Only;
+    static constexpr std::tuple key{OnlyColumn{}};
+    static constexpr std::tuple value{Column{"switched_on", &LoopDetection::on},
+                                      Column{"manual", &LoopDetection::manual},
+                                      Column{"recovery_time", &LoopDetection::recovery_time},
+                                      Column{"interval", &LoopDetection::interval},
+                                      Column{"detected", &LoopDetection::detected},
+                                      Column{"recovered", &LoopDetection::recovered}};
+};
+
+} // namespace ponsim

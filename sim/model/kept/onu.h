@@ -1,0 +1,84 @@
+// What is kept of an ONU, bound or not, at one port.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "model/base/mac.h"
+#include "model/base/time.h"
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct OnuAtPort {
+    uint32_t pon_port;
+    Mac mac;
+
+    auto operator<=>(const OnuAtPort &) const = default;
+};
+
+// How far an ONU that is on the fibre has come with its registration.
+enum class Phase : uint32_t {
+    registered,
+    booting,        // it was switched on or restarted
+    discovery,      // until a discovery window of its port in which it is heard
+    mpcp,           // it was heard: REGISTER, GATE and REGISTER_ACK follow
+    oam,            // the OAM link comes up, then the extended one
+    authentication, // it is asked for its LOID
+};
+
+// How the light of an ONU reaches its port.
+enum class Light : uint32_t {
+    good,
+    degraded, // with bit errors
+    lost      // too weak: it is not heard
+};
+
+struct OnuRecord {
+    bool supported = true;
+    uint32_t reboots = 0;
+    std::string software = {};     // version of the image that took the place of its own; empty: that of its device
+    std::string upgrade_type = {}; // bound to it; empty: that of the port
+    bool bad_image = false;        // what it downloads fails verification
+    bool powered = true;           // without power it is not on the fibre
+    Phase phase = Phase::registered;
+    ModelTime phase_ends = 0; // 0: the phase does not end by itself
+    Light light = Light::good;
+    uint32_t added_hours = 0;             // its laser's age beyond the time of the OLT
+    bool rogue = false;                   // its laser does not go off, and blinds the port for all others
+    std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: as it was found
+    std::optional<uint32_t> load_down = {};
+    uint32_t flood = 0; // broadcast frames a second that it sends beyond its load
+
+    // Where it has arrived and the port reaches it, it is on the fibre.
+    bool present() const { return powered && phase == Phase::registered && light != Light::lost; }
+
+    bool operator==(const OnuRecord &) const = default;
+};
+
+template <>
+struct Family<OnuRecord> {
+    static constexpr std::string_view table = "onu";
+    using Key = OnuAtPort;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
+    static constexpr std::tuple value{Column{"supported", &OnuRecord::supported},
+                                      Column{"reboots", &OnuRecord::reboots},
+                                      Column{"software", &OnuRecord::software, "length(?) < 17"},
+                                      Column{"upgrade_type", &OnuRecord::upgrade_type},
+                                      Column{"bad_image", &OnuRecord::bad_image},
+                                      Column{"powered", &OnuRecord::powered},
+                                      Column{"phase", &OnuRecord::phase, "? BETWEEN 0 AND 5"},
+                                      Column{"phase_ends", &OnuRecord::phase_ends},
+                                      Column{"light", &OnuRecord::light, "? BETWEEN 0 AND 2"},
+                                      Column{"added_hours", &OnuRecord::added_hours},
+                                      Column{"rogue", &OnuRecord::rogue},
+                                      NumberOrNone{"load_up", &OnuRecord::load_up, -1},
+                                      NumberOrNone{"load_down", &OnuRecord::load_down, -1},
+                                      Column{"flood", &OnuRecord::flood}};
+    static constexpr bool as_new = true;
+    static constexpr bool placed = true;
+};
+
+} // namespace ponsim

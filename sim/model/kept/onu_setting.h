@@ -1,0 +1,44 @@
+// What ONUs were told.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/base/mac.h"
+#include "model/base/time.h"
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+// Something that an ONU can be told: by the command that asks for it.
+struct SettingPlace {
+    uint32_t pon_port;
+    Mac mac;
+    uint32_t command;
+    uint32_t uni; // 0: of the ONU itself
+
+    auto operator<=>(const SettingPlace &) const = default;
+};
+
+// What an ONU was told, as the bytes of its block.
+struct OnuSetting {
+    std::string told;
+    std::string before; // what the ONU has until that arrives
+    ModelTime arrives;
+
+    bool operator==(const OnuSetting &) const = default;
+};
+
+template <>
+struct Family<OnuSetting> {
+    static constexpr std::string_view table = "onu_setting";
+    using Key = SettingPlace;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
+                                    Column{"command", &Key::command}, Column{"uni", &Key::uni}};
+    static constexpr std::tuple value{BytesColumn{"told", &OnuSetting::told},
+                                      BytesColumn{"before", &OnuSetting::before},
+                                      Column{"arrives", &OnuSetting::arrives}};
+};
+
+} // namespace ponsim

@@ -1,0 +1,71 @@
+// Profiles: named sets of parameters, of several kinds. Nothing in the model follows them.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/kept/family.h"
+#include "place.h"
+
+namespace ponsim
+{
+
+enum class ProfileKind : uint32_t { line = 1, sla, alarm };
+inline constexpr uint32_t profile_kinds = 3;
+
+// A named set of parameters.
+struct Profile {
+    std::string name;
+    std::vector<int32_t> values; // in order of its kind's fields
+
+    bool operator==(const Profile &) const = default;
+};
+
+inline constexpr uint32_t max_profiles = 256; // of a kind; their ids are 1 to this
+
+struct ProfileField {
+    std::string_view name;
+    layout::At<int32_t> at; // in a record that carries the profile
+    int32_t least;
+    int32_t greatest;
+    bool hundredths = false; // of its unit
+};
+
+std::string_view name_of(ProfileKind kind);
+// In order of their offsets, without gaps.
+std::span<const ProfileField> fields_of(ProfileKind kind);
+
+// Whether the values can be: each of them, and together.
+bool is_good(ProfileKind kind, const Profile &profile);
+
+struct ProfilePlace {
+    ProfileKind kind;
+    uint32_t id;
+
+    auto operator<=>(const ProfilePlace &) const = default;
+};
+
+template <>
+struct Family<Profile> {
+    static constexpr std::string_view table = "profile";
+    using Key = ProfilePlace;
+    static constexpr std::tuple key{Column{"kind", &Key::kind}, Column{"id", &Key::id}};
+    static constexpr std::tuple value{Column{"name", &Profile::name},
+                                      BytesColumn{"fields", &Profile::values, "a profile"}};
+    static constexpr std::string_view unique = "kind, name";
+    static constexpr bool placed = true;
+
+    struct Check {
+        const char *operator()(uint32_t, const Key &place, const Profile &profile) const
+        {
+            const bool known = place.kind >= ProfileKind::line && place.kind <= ProfileKind::alarm && place.id >= 1 &&
+                               place.id <= max_profiles;
+            return known && is_good(place.kind, profile) ? nullptr : "a profile in it is damaged";
+        }
+    };
+};
+
+} // namespace ponsim

@@ -1,0 +1,66 @@
+// What a PON port has been offered, before what it is offered changed. It says nothing new, and is there to be kept.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "model/base/time.h"
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+enum class Cast : uint8_t { unicast, multicast, broadcast };
+
+// Frames of one length: all that an ONU offers is made of these.
+struct Flow {
+    uint32_t length; // octets, with the frame check sequence
+    Cast cast;
+};
+
+inline constexpr std::array<Flow, 8> flows{{{64, Cast::unicast},
+                                            {96, Cast::unicast},
+                                            {192, Cast::unicast},
+                                            {384, Cast::unicast},
+                                            {768, Cast::unicast},
+                                            {1518, Cast::unicast},
+                                            {192, Cast::multicast},
+                                            {64, Cast::broadcast}}};
+using PerFlow = std::array<uint64_t, flows.size()>;
+
+// Rates are in tenths of frames a second, which is fine enough for slow loads, and what is counted by them in
+// ten-thousandths of frames: a storm overflows that in 39 years.
+inline constexpr uint64_t rate_unit = 10;
+inline constexpr uint64_t count_unit = rate_unit * ms_per_second;
+
+// What becomes of the frames of a PON port and its uplink, as rates or as numbers of frames.
+struct Streams {
+    PerFlow up = {};         // sent by its ONUs, and passed on
+    PerFlow up_errored = {}; // sent by its ONUs, and broken on the fibre
+    PerFlow up_policed = {}; // received from its ONUs, and not let in
+    PerFlow up_lost = {};    // received from its ONUs, and let in, but its uplink was down or had no room
+    PerFlow down = {};       // sent by the network, and passed on
+    PerFlow down_lost = {};  // sent by the network, but beyond the ONU's SLA or the room of the port
+
+    bool operator==(const Streams &) const = default;
+};
+
+// What a PON port has been offered up to a time, in ten-thousandths of frames.
+struct Offered {
+    ModelTime until = 0;
+    Streams frames = {};
+
+    bool operator==(const Offered &) const = default;
+};
+
+template <>
+struct Family<Offered> {
+    static constexpr std::string_view table = "traffic";
+    using Key = uint32_t;
+    static constexpr std::tuple key{PortItself{}};
+    static constexpr std::tuple value{Column{"until", &Offered::until},
+                                      BytesColumn{"frames", &Offered::frames, "a count of frames"}};
+    static constexpr bool placed = true;
+};
+
+} // namespace ponsim

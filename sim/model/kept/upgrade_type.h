@@ -1,0 +1,32 @@
+// Upgrade types: which firmware goes to which kind of ONU. They are found by name.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/kept/family.h"
+
+namespace ponsim
+{
+
+struct UpgradeType {
+    std::string vendor;
+    std::string model;
+    std::string version;
+    uint32_t size; // bytes
+    std::string file;
+
+    bool operator==(const UpgradeType &) const = default;
+};
+
+template <>
+struct Family<UpgradeType> {
+    static constexpr std::string_view table = "upgrade_type";
+    using Key = std::string;
+    static constexpr std::tuple key{Itself<Key>{"name"}};
+    static constexpr std::tuple value{Column{"vendor", &UpgradeType::vendor}, Column{"model", &UpgradeType::model},
+                                      Column{"version", &UpgradeType::version}, Column{"size", &UpgradeType::size},
+                                      Column{"file", &UpgradeType::file}};
+};
+
+} // namespace ponsim

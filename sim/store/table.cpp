@@ -1,0 +1,76 @@
+#include "store/table.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// Of columns, one after the other, each as `text` makes it.
+template <class Text>
+std::string list(const Declaration &columns, std::string_view between, Text text)
+{
+    std::string listed;
+    for (const Declaration::Declared &column : columns.columns())
+        listed.append(listed.empty() ? "" : between).append(text(column));
+    return listed;
+}
+
+std::string name_of(const Declaration::Declared &column)
+{
+    return std::string(column.name);
+}
+
+std::string check_of(const Declaration::Declared &column)
+{
+    return column.check.empty() ? std::string() : " CHECK(" + column.check + ')';
+}
+
+std::string declared(const Declaration::Declared &column)
+{
+    return name_of(column) + ' ' + column.type + " NOT NULL" + check_of(column);
+}
+
+std::string where(const Declaration &key)
+{
+    return " WHERE " + list(key, " AND ", [](const auto &column) { return name_of(column) + " = ?"; });
+}
+
+} // namespace
+
+// A key of one column is declared there; that of a number is the row's own number.
+std::string TableForm::create() const
+{
+    const bool one_key = key.columns().size() == 1;
+    std::string sql = "CREATE TABLE " + std::string(name) + '(';
+    sql += list(key, ", ", [one_key](const auto &column) {
+        return one_key ? name_of(column) + ' ' + column.type + " PRIMARY KEY" + check_of(column) : declared(column);
+    });
+    sql += ", " + list(value, ", ", declared);
+    if (!one_key) sql += ", PRIMARY KEY(" + list(key, ", ", name_of) + ')';
+    if (!unique.empty()) sql.append(", UNIQUE(").append(unique).append(")");
+    return sql + ") STRICT" + (one_key && key.columns()[0].type == "INTEGER" ? ";" : ", WITHOUT ROWID;");
+}
+
+std::string TableForm::put() const
+{
+    const auto parameter = [](const auto &) { return std::string("?"); };
+    return "REPLACE INTO " + std::string(name) + " VALUES(" + list(key, ", ", parameter) + ", " +
+           list(value, ", ", parameter) + ')';
+}
+
+std::string TableForm::drop() const
+{
+    return "DELETE FROM " + std::string(name) + where(key);
+}
+
+std::string TableForm::select() const
+{
+    return "SELECT * FROM " + std::string(name) + " ORDER BY " + list(key, ", ", name_of);
+}
+
+std::string TableForm::select_one() const
+{
+    return "SELECT " + list(value, ", ", name_of) + " FROM " + std::string(name) + where(key);
+}
+
+} // namespace ponsim

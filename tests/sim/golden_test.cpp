@@ -1,0 +1,277 @@
+// A state that an OLT was left in, kept with the tests: what this version makes of it.
+//
+// The folder golden has, for each version of the schema, a state file as SQL and the configuration that it is carried
+// over to. WRITE_GOLDEN=1 in the environment writes both for this version anew, and the configurations of those before.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+
+#include <gtest/gtest.h>
+
+#include "database.h"
+#include "forwarding.h"
+#include "model/onu/remote.h"
+#include "optics.h"
+#include "profiles.h"
+#include "scenario/scenario.h"
+#include "store/configuration.h"
+#include "store/digest.h"
+#include "upgrade.h"
+
+namespace ponsim
+{
+namespace
+{
+
+constexpr ModelTime second = ms_per_second;
+
+// Everything that can be kept of an OLT comes about behind these ports, by itself, by events or by commands.
+constexpr char scenario_text[] = R"(seed = 7
+start = "registered"
+
+[kind.box]
+vendor = "ACME"
+model = "X4"
+chipset = "SX-4400"
+fe_ports = 4
+us_queues = 8
+igmp_snooping = true
+multicast_control = true
+vlan_translation = true
+
+[service.home]
+assured = 1000
+maximum = 50000
+priority = 3
+weight = 10
+down = 70000
+description = "home"
+load_up = 3000
+
+[[olt]]
+name = "golden"
+ports = 2
+
+[[olt.port]]
+number = 1
+
+[[olt.port.onu]]
+name = "home"
+count = 6
+kind = "box"
+service = "home"
+
+[[olt.port]]
+number = 2
+
+[[olt.port.onu]]
+name = "shop"
+count = 4
+kind = "box"
+
+[[event]]
+at = 3
+do = "power 1 home-6 off"
+
+[[event]]
+at = 4
+do = "bend 1 home-2 0.75"
+
+[[event]]
+at = "2h"
+do = "power 1 home-6 on"
+)";
+
+std::shared_ptr<const OltScenario> golden_scenario()
+{
+    return std::make_shared<const OltScenario>(read_scenario(scenario_text, "golden.toml").olts.at(0));
+}
+
+uint32_t tell_onu(Desk &desk, uint32_t channel, uint32_t command, uint32_t uni, const std::string &bytes)
+{
+    bsp_onu_msg record = onu_record_of(command, 1, 1);
+    record.onu_uni_port = static_cast<uint8_t>(uni);
+    bytes.copy(reinterpret_cast<char *>(record.onu_data), bytes.size());
+    Message message = message_of(channel, record);
+    message.call = catalogue::Call::set;
+    return desk.simulator.handle(message).status;
+}
+
+uint32_t order_loops(Desk &desk, uint32_t command, uint32_t argument)
+{
+    bsp_pon_msg_ext record{};
+    record.cmd = command;
+    record.ext_arg = argument;
+    return desk.simulator.handle({BSP_MSG_LOOP_DETECT, &record, sizeof record}).status;
+}
+
+void authenticate(Desk &desk)
+{
+    bsp_pon_msg auth = record_of(BSP_CMD_AUTH_SET, 2);
+    auth.arg_word12 = 3; // by MAC address, or by LOID
+    strcpy(auth.text45, "a loid");
+    strcpy(auth.text109, "secret");
+    EXPECT_EQ(desk.send(auth), BSP_OK);
+    bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 2);
+    put(limits, layout::opt_range::min_distance, std::array<uint32_t, 2>{0, 18000});
+    EXPECT_EQ(desk.send(limits), BSP_OK);
+}
+
+void admit(Desk &desk)
+{
+    bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 2, 5, desk.port(2).arrivals.at(0).mac);
+    bind.arg_value = 0xfffffffe;
+    strcpy(bind.text237, "über \"alles\"");
+    strcpy(bind.text173, "b");
+    strcpy(bind.text365, "c");
+    EXPECT_EQ(desk.send(bind), BSP_OK);
+    bsp_pon_msg description = record_of(BSP_CMD_ONU_DESCRIPTION_SET, 2, 5);
+    strcpy(description.text237, "Träger");
+    EXPECT_EQ(desk.send(description), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 2, 0, desk.port(2).arrivals.at(1).mac)), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 2, 0, stranger(9))), BSP_OK);
+    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_CONFIRM, 2, 0, desk.port(2).arrivals.at(2).mac)), BSP_OK);
+    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_P2P_STATE_SET, 0)
+                             .put(layout::p2p_switch::port, 2u)
+                             .put(layout::p2p_switch::onu, 5u)
+                             .put(layout::p2p_switch::on, 0u)),
+              BSP_OK);
+}
+
+void configure(ProfileDesk &desk)
+{
+    EXPECT_EQ(tell_onu(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, 2, std::string(4, '\0')), BSP_OK);
+    EXPECT_EQ(tell_onu(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_SWITCH_SET, 0, std::string(1, '\1')), BSP_OK);
+    EXPECT_EQ(desk.keep(16, "gold", gold_line), BSP_OK);
+    EXPECT_EQ(desk.keep(32, "gold", with_id(gold_sla, 9)), BSP_OK);
+    EXPECT_EQ(desk.keep(48, "cold", cold_alarm), BSP_OK);
+    EXPECT_EQ(add_type(desk, "acme", "ACME", "X4", "9.9", 300 * 1024, "x4.bin"), BSP_OK);
+    EXPECT_EQ(bind_to_port(desk, 1, "acme"), BSP_OK);
+    EXPECT_EQ(bind_to_onus(desk, 1, ids({3}), "acme"), BSP_OK);
+    EXPECT_EQ(upgrade_one(desk, 1, 3), BSP_OK);
+    EXPECT_EQ(order_loops(desk, BSP_CMD_LOOP_STATE_SET, 1), BSP_OK);
+}
+
+// At each cage something else of its module: light that counts as lost, measurements, memory, and age.
+void use_modules(Desk &desk)
+{
+    EXPECT_EQ(set_lol(desk, 1, 1, -3100), BSP_OK);
+    EXPECT_EQ(i2c_write(desk, 2, 0xa2, 128, {1, 2, 3}), BSP_OK);
+    EXPECT_EQ(trigger(desk, 1, 1, 4, 100), BSP_OK);
+    EXPECT_EQ(set_lao(desk, 2, 1), BSP_OK);
+    control_line(desk, "age 2 100000");
+    control_line(desk, "age 3 1234");
+}
+
+void tell_story(ProfileDesk &desk)
+{
+    pass(desk, 10 * second);
+    authenticate(desk);
+    admit(desk);
+    configure(desk);
+    use_modules(desk);
+    control_line(desk, "loop 1 home-1 1 on");
+    control_line(desk, "loop 1 home-2 3 on");
+    control_line(desk, "load 1 home-4 up 250");
+    control_line(desk, "flood 1 home-4 17");
+    control_line(desk, "age-onu 1 home-5 2000");
+    pass(desk, 3600 * second);
+    control_line(desk, "power 1 home-5 off");
+    control_line(desk, "power 1 home-5 on");
+    EXPECT_EQ(trigger(desk, 1, 2, 10, 1000), BSP_OK);
+    pass(desk, second);
+}
+
+std::string configuration_of(const Desk &desk)
+{
+    return write_configuration(desk.simulator.settings(), desk.store.rows());
+}
+
+// The text, or the file's where the environment asks for that: it then has this text from now on.
+void expect_golden(const std::string &text, const std::string &name)
+{
+    const std::string file = GOLDEN "/" + name;
+    if (std::getenv("WRITE_GOLDEN")) std::ofstream(file, std::ios::binary) << text;
+    const std::string golden = content_of(file);
+    EXPECT_EQ(digest(text), digest(golden));
+    EXPECT_EQ(text, golden);
+}
+
+std::string of_version(int64_t version, const std::string &ending)
+{
+    return "state-" + std::to_string(version) + ending;
+}
+
+std::map<int64_t, std::string> golden_states()
+{
+    std::map<int64_t, std::string> states;
+    for (const auto &entry : std::filesystem::directory_iterator(GOLDEN)) {
+        const std::string name = entry.path().filename();
+        std::smatch match;
+        if (std::regex_match(name, match, std::regex("state-([0-9]+)\\.sql"))) states[std::stol(match[1])] = name;
+    }
+    return states;
+}
+
+TEST(Golden, TheStoryLeavesTheGoldenState)
+{
+    const Folder folder;
+    const std::string file = folder.file("olt.db");
+    std::string configuration;
+    {
+        ProfileDesk desk({}, file, false, golden_scenario());
+        tell_story(desk);
+        desk.simulator.keep_time();
+        configuration = configuration_of(desk);
+    }
+    Database database(file);
+    expect_golden(database.dump(), of_version(Store::version(), ".sql"));
+    expect_golden(configuration, of_version(Store::version(), ".jsonl"));
+    for (const std::string &table : database.tables())
+        EXPECT_NE(database.column("SELECT count(*) FROM " + table).at(0), "0") << table;
+}
+
+TEST(Golden, EachStateIsReadAndGivesItsConfiguration)
+{
+    const std::map<int64_t, std::string> states = golden_states();
+    ASSERT_TRUE(states.contains(Store::version()));
+    for (const auto &[version, state] : states) {
+        const Folder folder;
+        restore(GOLDEN "/" + state, folder.file("olt.db"));
+        const Desk desk({}, folder.file("olt.db"));
+        expect_golden(configuration_of(desk), of_version(version, ".jsonl"));
+    }
+}
+
+TEST(Golden, EachStateHasTheTablesOfANewOneThen)
+{
+    const Folder folder;
+    const auto schema_of = [](const std::string &file) {
+        {
+            const Desk desk({}, file);
+        }
+        return Database(file).schema();
+    };
+    for (const auto &[version, state] : golden_states()) {
+        const std::string file = folder.file(state);
+        restore(GOLDEN "/" + state, file);
+        EXPECT_EQ(schema_of(file), schema_of(folder.file("new.db"))) << state;
+    }
+}
+
+TEST(Golden, EachConfigurationIsReadAndWrittenAgain)
+{
+    const Settings settings = golden_scenario()->settings;
+    for (const auto &[version, state] : golden_states()) {
+        const std::string text = content_of(GOLDEN "/" + of_version(version, ".jsonl"));
+        const Configuration configuration = read_configuration(text, settings);
+        EXPECT_EQ(write_configuration(settings, configuration.rows), text);
+        Desk desk(settings, configuration.change);
+        EXPECT_EQ(configuration_of(desk), text);
+    }
+}
+
+} // namespace
+} // namespace ponsim

@@ -1,0 +1,130 @@
+// State files of earlier versions become files of this version.
+#include "store/migration.h"
+
+#include <csignal>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "database.h"
+#include "store/statement.h"
+#include "support.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// What versions after 7 might do: a table gets a column, and another one comes.
+constexpr Migration later[] = {
+    {8, "ALTER TABLE fibre RENAME TO before;"
+        "CREATE TABLE fibre(pon_port INTEGER NOT NULL, branch INTEGER NOT NULL, loss INTEGER NOT NULL,"
+        " since INTEGER NOT NULL, PRIMARY KEY(pon_port, branch)) STRICT, WITHOUT ROWID;"
+        "INSERT INTO fibre SELECT *, 0 FROM before;"
+        "DROP TABLE before"},
+    {9, "CREATE TABLE note(pon_port INTEGER PRIMARY KEY, text TEXT NOT NULL) STRICT;"
+        "INSERT INTO note SELECT pon_port, 'as it was' FROM port"},
+};
+constexpr Migration broken[] = {later[0], {9, "CREATE TABLE note(x); INSERT INTO nowhere VALUES(1)"}};
+
+// The golden state of version 7, as a file.
+struct State {
+    Folder folder;
+    std::string file = folder.file("olt.db");
+
+    State() { restore(GOLDEN "/state-7.sql", file); }
+
+    void migrate(int64_t version, std::span<const Migration> migrations) const
+    {
+        const Database database(file);
+        ponsim::migrate(database.handle(), version, migrations);
+    }
+    std::string dump() const { return Database(file).dump(); }
+    std::string version() const { return Database(file).column("PRAGMA user_version").at(0); }
+};
+
+std::string refusal(const State &state, std::span<const Migration> migrations)
+{
+    try {
+        state.migrate(7, migrations);
+    } catch (const StoreError &error) {
+        return error.what();
+    }
+    return "not refused";
+}
+
+TEST(Migration, ChangesWhatItSaysAndLeavesTheRest)
+{
+    const State state, as_it_was;
+    state.migrate(7, later);
+    EXPECT_EQ(state.version(), "9");
+    Database now(state.file), before(as_it_was.file);
+    EXPECT_EQ(now.column("SELECT pon_port || ' ' || branch || ' ' || loss || ' ' || since FROM fibre"),
+              std::vector<std::string>{"1 2 75 0"});
+    EXPECT_EQ(now.column("SELECT text FROM note WHERE pon_port = 2"), std::vector<std::string>{"as it was"});
+    for (const std::string &table : before.tables()) {
+        if (table == "fibre") continue;
+        EXPECT_EQ(now.rows(table), before.rows(table)) << table;
+    }
+}
+
+TEST(Migration, OneStepAfterTheOtherGivesTheSameAsBothAtOnce)
+{
+    const State one_by_one, at_once;
+    one_by_one.migrate(7, std::span(later).first(1));
+    EXPECT_EQ(one_by_one.version(), "8");
+    one_by_one.migrate(8, later);
+    at_once.migrate(7, later);
+    EXPECT_EQ(one_by_one.dump(), at_once.dump());
+}
+
+TEST(Migration, AFileOfTheLastVersionStaysAsItIs)
+{
+    const State state;
+    state.migrate(7, later);
+    const std::string before = state.dump();
+    state.migrate(9, later);
+    EXPECT_EQ(state.dump(), before);
+}
+
+TEST(Migration, AStepThatFailsLeavesTheFileAtTheVersionBefore)
+{
+    const State state, first_step;
+    first_step.migrate(7, std::span(later).first(1));
+    EXPECT_EQ(refusal(state, broken), "it could not be carried over to version 9: no such table: nowhere");
+    EXPECT_EQ(state.dump(), first_step.dump());
+    state.migrate(8, later);
+    EXPECT_EQ(state.version(), "9");
+}
+
+TEST(Migration, AKillLeavesTheFileAtTheVersionBefore)
+{
+    const State state, as_it_was;
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const Database database(state.file);
+        // All of the first step has been done, and nothing of it is committed.
+        sqlite3_commit_hook(
+            database.handle(), [](void *) { return kill(getpid(), SIGKILL); }, nullptr);
+        ponsim::migrate(database.handle(), 7, later);
+        _exit(0);
+    }
+    int status;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(state.dump(), as_it_was.dump());
+    state.migrate(7, later);
+    EXPECT_EQ(state.version(), "9");
+}
+
+TEST(Migration, EachVersionSinceTheFirstHasOne)
+{
+    int64_t version = first_version;
+    for (const Migration &migration : migrations())
+        EXPECT_EQ(migration.version, ++version);
+    EXPECT_EQ(current_version(), version);
+}
+
+} // namespace
+} // namespace ponsim
