@@ -78,6 +78,7 @@ struct Column {
     std::string_view name;
     std::string_view title;
     ColumnType type;
+    bool nullable; // null where it does not apply to a row
     std::string_view unit;
     std::string_view brief;
 };

@@ -13,6 +13,7 @@ from .writing.record_length import record_length
 from .writing.service_words import service_words
 from .writing.tables import tables
 from .writing.thunks import thunks
+from .writing.view_rows import view_rows
 
 # What stands in the tree, so that a board's build needs no Python, and what every other build makes.
 COMMITTED = {
@@ -24,6 +25,7 @@ BUILT = {
     "service_words.h": service_words,
     "tables.cpp": tables,
     "thunks.cpp": thunks,
+    "view_rows.h": view_rows,
 }
 
 

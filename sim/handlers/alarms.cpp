@@ -3,6 +3,7 @@
 
 #include "generated/service_words.h"
 #include "handlers/record.h"
+#include "views/table.h"
 
 namespace ponsim
 {
@@ -36,19 +37,19 @@ Outcome view(const Olt &olt, const Request &request)
 {
     const Selection selection = selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    Table table{BSP_MSG_PON, BSP_CMD_VIEW_ONU_ALARM};
+    Table<view::onu_alarm> table;
     const bool found = each_alarm(selection, [&](const PonPort &port, const Mac &mac, uint32_t code, uint32_t count) {
-        const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
-        table.cell("pon_port", port.number);
-        onu_id ? table.cell("onu_id", *onu_id) : table.cell("onu_id", std::nullopt);
-        is_zero(mac) ? table.cell("mac", std::nullopt) : table.cell("mac", mac);
-        table.cell("alarm", code);
-        table.cell("name", name_of(Alarm{code}));
-        table.cell("severity", severity_of(Alarm{code}));
-        table.cell("count", count);
+        table.add({.pon_port = port.number,
+                   .onu_id = olt.id_at(port.number, mac),
+                   .mac = is_zero(mac) ? std::nullopt : std::optional(mac),
+                   .alarm = code,
+                   .name = name_of(Alarm{code}),
+                   .severity = severity_of(Alarm{code}),
+                   .count = count});
     });
-    if (table.text().size() > max_result) return {PON_ERR_TOO_LARGE};
-    return {found ? BSP_OK : PON_ERR_NOT_BOUND, {}, std::string(table.text())};
+    std::string text = table.text();
+    if (text.size() > max_result) return {PON_ERR_TOO_LARGE};
+    return {found ? BSP_OK : PON_ERR_NOT_BOUND, {}, std::move(text)};
 }
 
 Outcome clear(const Olt &olt, const Request &request)

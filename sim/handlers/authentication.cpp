@@ -3,6 +3,7 @@
 
 #include "generated/service_words.h"
 #include "handlers/record.h"
+#include "views/table.h"
 
 namespace ponsim
 {
@@ -37,45 +38,51 @@ Outcome auth_get(const Olt &olt, const Request &request)
     return answer.outcome();
 }
 
-void add_port(Table &table, const Olt &olt, const PonPort &port)
+void add_port(Table<view::auth> &table, const Olt &olt, const PonPort &port)
 {
     const AuthCounts counts = count_onus(olt, port);
-    table.cell("pon_port", port.number);
-    table.cell("mode", static_cast<uint32_t>(port.authentication.mode));
-    table.cell("records", counts.records);
-    table.cell("admitted", counts.admitted);
-    table.cell("unauthenticated", counts.unauthenticated);
-    table.cell("waiting", counts.waiting);
-    table.cell("rejected", counts.rejected);
-    for (const char *name : {"loid", "has_password", "mac", "onu_id"})
-        table.cell(name, std::nullopt);
+    table.add({.pon_port = port.number,
+               .mode = static_cast<uint32_t>(port.authentication.mode),
+               .records = counts.records,
+               .admitted = counts.admitted,
+               .unauthenticated = counts.unauthenticated,
+               .waiting = counts.waiting,
+               .rejected = counts.rejected,
+               .loid = std::nullopt,
+               .has_password = std::nullopt,
+               .mac = std::nullopt,
+               .onu_id = std::nullopt});
 }
 
-void add_record(Table &table, const PonPort &port, const LoidRecord &record)
+void add_record(Table<view::auth> &table, const PonPort &port, const LoidRecord &record)
 {
-    table.cell("pon_port", port.number);
-    for (const char *name : {"mode", "records", "admitted", "unauthenticated", "waiting", "rejected"})
-        table.cell(name, std::nullopt);
-    table.cell("loid", record.loid);
-    table.cell("has_password", record.has_password);
-    table.cell("mac", record.mac);
-    table.cell("onu_id", record.onu_id);
+    table.add({.pon_port = port.number,
+               .mode = std::nullopt,
+               .records = std::nullopt,
+               .admitted = std::nullopt,
+               .unauthenticated = std::nullopt,
+               .waiting = std::nullopt,
+               .rejected = std::nullopt,
+               .loid = record.loid,
+               .has_password = record.has_password,
+               .mac = record.mac,
+               .onu_id = record.onu_id});
 }
 
 Outcome auth_list(const Olt &olt, const Request &request)
 {
     const Selection selection = port_selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    Table table{BSP_MSG_PON, BSP_CMD_AUTH_LIST};
+    Table<view::auth> table;
     if (request.read<bsp_pon_msg>().pon_port == 0) {
         for (const PonPort &port : selection.ports)
             add_port(table, olt, port);
-        return {BSP_OK, {}, std::string(table.text())};
+        return {BSP_OK, {}, table.text()};
     }
     const PonPort &port = selection.ports.front();
     for (const LoidRecord &record : loid_records(olt, port))
         add_record(table, port, record);
-    return {BSP_OK, {}, std::string(table.text())};
+    return {BSP_OK, {}, table.text()};
 }
 
 Outcome confirm(const Olt &olt, const Request &request)

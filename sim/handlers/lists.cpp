@@ -4,6 +4,7 @@
 #include "model/lifecycle/admission.h"
 #include "model/lifecycle/blacklist.h"
 #include "model/olt/bound.h"
+#include "views/table.h"
 
 namespace ponsim
 {
@@ -102,20 +103,20 @@ Outcome blacklist_ids(const Olt &olt, const Request &request)
     return id_usage(olt, request, &PonPort::blacklist);
 }
 
-void add_entry(Table &table, const PonPort &port, uint32_t id)
+void add_entry(Table<view::blacklist> &table, const PonPort &port, uint32_t id)
 {
     const BlacklistEntry &entry = *port.blacklist[id];
-    table.cell("pon_port", port.number);
-    table.cell("id", id);
-    table.cell("mac", entry.mac);
-    table.cell("text", std::string_view(entry.text));
-    table.cell("registering", port.ranged(entry.mac) != nullptr);
+    table.add({.pon_port = port.number,
+               .id = id,
+               .mac = entry.mac,
+               .text = entry.text,
+               .registering = port.ranged(entry.mac) != nullptr});
 }
 
 Outcome blacklist(const Selection &selection)
 {
     if (selection.status != BSP_OK) return {selection.status};
-    Table table{BSP_MSG_PON, BSP_CMD_BLACKLIST_GET};
+    Table<view::blacklist> table;
     bool found = false;
     for (const PonPort &port : selection.ports)
         for (uint32_t id = 0; id < onus_per_port; ++id) {
@@ -125,7 +126,7 @@ Outcome blacklist(const Selection &selection)
             add_entry(table, port, id);
             found = true;
         }
-    return {selection.narrowed() && !found ? PON_ERR_NOT_LISTED : BSP_OK, {}, std::string(table.text())};
+    return {selection.narrowed() && !found ? PON_ERR_NOT_LISTED : BSP_OK, {}, table.text()};
 }
 
 Outcome blacklist_get(const Olt &olt, const Request &request)

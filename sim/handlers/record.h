@@ -11,7 +11,6 @@
 #include "handlers/handler.h"
 #include "model/base/text.h"
 #include "model/olt/plan.h"
-#include "views/table.h"
 
 namespace ponsim
 {

@@ -2,49 +2,52 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "handlers/record.h"
+#include "views/table.h"
 
 namespace ponsim
 {
 namespace
 {
 
-void add_bound(Table &table, const PonPort &port, uint32_t onu_id, const Binding &binding, bool with_texts)
+using OnuInfo = Table<view::onu_info>;
+
+void add_bound(OnuInfo &table, const PonPort &port, uint32_t onu_id, const Binding &binding, bool with_texts)
 {
     const OnuState state = port.state(binding);
     const Arrival *arrival = state == OnuState::offline ? nullptr : port.ranged(binding.mac);
     const OnuRecord record = port.record(binding.mac);
-    const auto text = [&](std::string_view name, const std::string &value) {
-        with_texts ? table.cell(name, std::string_view(value)) : table.cell(name, std::nullopt);
-    };
-    table.cell("pon_port", port.number);
-    table.cell("onu_id", onu_id);
-    table.cell("mac", binding.mac);
-    table.cell("state", to_text(state));
-    table.cell("supported", record.supported);
-    arrival ? table.cell("distance", arrival->distance) : table.cell("distance", std::nullopt);
-    table.cell("mode", binding.mode);
-    text("text_a", binding.text_a);
-    text("text_b", binding.text_b);
-    text("text_c", binding.text_c);
-    table.cell("reboots", record.reboots);
-    text("description", binding.description);
-    arrival ? table.cell("loid", std::string_view(arrival->loid)) : table.cell("loid", std::nullopt);
+    const auto text = [with_texts](std::string_view value) { return with_texts ? std::optional(value) : std::nullopt; };
+    table.add({.pon_port = port.number,
+               .onu_id = onu_id,
+               .mac = binding.mac,
+               .state = to_text(state),
+               .supported = record.supported,
+               .distance = arrival ? std::optional(arrival->distance) : std::nullopt,
+               .mode = binding.mode,
+               .text_a = text(binding.text_a),
+               .text_b = text(binding.text_b),
+               .text_c = text(binding.text_c),
+               .reboots = record.reboots,
+               .description = text(binding.description),
+               .loid = arrival ? std::optional<std::string_view>(arrival->loid) : std::nullopt});
 }
 
-void add_waiting(Table &table, const PonPort &port, const Arrival &arrival)
+void add_waiting(OnuInfo &table, const PonPort &port, const Arrival &arrival)
 {
     const OnuRecord record = port.record(arrival.mac);
-    table.cell("pon_port", port.number);
-    table.cell("onu_id", std::nullopt);
-    table.cell("mac", arrival.mac);
-    table.cell("state", std::string_view("waiting"));
-    table.cell("supported", record.supported);
-    table.cell("distance", arrival.distance);
-    for (const char *name : {"mode", "text_a", "text_b", "text_c"})
-        table.cell(name, std::nullopt);
-    table.cell("reboots", record.reboots);
-    table.cell("description", std::nullopt);
-    table.cell("loid", std::string_view(arrival.loid));
+    table.add({.pon_port = port.number,
+               .onu_id = std::nullopt,
+               .mac = arrival.mac,
+               .state = "waiting",
+               .supported = record.supported,
+               .distance = arrival.distance,
+               .mode = std::nullopt,
+               .text_a = std::nullopt,
+               .text_b = std::nullopt,
+               .text_c = std::nullopt,
+               .reboots = record.reboots,
+               .description = std::nullopt,
+               .loid = arrival.loid});
 }
 
 // The ids of the bound ONUs that are selected.
@@ -72,7 +75,7 @@ std::vector<const Arrival *> waiting_onus(const Olt &olt, const PonPort &port, c
 
 Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts)
 {
-    Table table{BSP_MSG_PON, BSP_CMD_VIEW_ONU_INFO_SNMP};
+    OnuInfo table;
     bool found = false;
     for (const PonPort &port : selection.ports)
         for (uint32_t onu_id : bound_ids(olt, port, selection)) {
@@ -84,7 +87,7 @@ Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts)
             add_waiting(table, port, *arrival);
             found = true;
         }
-    return {selection.narrowed() && !found ? PON_ERR_NOT_BOUND : BSP_OK, {}, std::string(table.text())};
+    return {selection.narrowed() && !found ? PON_ERR_NOT_BOUND : BSP_OK, {}, table.text()};
 }
 
 Outcome onu_info(const Olt &olt, const Selection &selection)
@@ -114,7 +117,7 @@ Outcome base_info_web(const Olt &olt, const Request &request)
 {
     const Selection selection = port_selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    Table table{BSP_MSG_PON, BSP_CMD_VIEW_BASE_INFO_WEB};
+    Table<view::base_info> table;
     for (const PonPort &port : selection.ports) {
         uint32_t bound = 0;
         uint32_t online = 0;
@@ -122,14 +125,14 @@ Outcome base_info_web(const Olt &olt, const Request &request)
             bound += binding.has_value();
             online += binding && port.online(*binding);
         }
-        table.cell("pon_port", port.number);
-        table.cell("bound", bound);
-        table.cell("online", online);
-        table.cell("waiting", static_cast<uint32_t>(olt.waiting(port).size()));
-        table.cell("min_distance", port.limits.min);
-        table.cell("max_distance", port.limits.max);
+        table.add({.pon_port = port.number,
+                   .bound = bound,
+                   .online = online,
+                   .waiting = static_cast<uint32_t>(olt.waiting(port).size()),
+                   .min_distance = port.limits.min,
+                   .max_distance = port.limits.max});
     }
-    return {BSP_OK, {}, std::string(table.text())};
+    return {BSP_OK, {}, table.text()};
 }
 
 constexpr Handler handlers[] = {

@@ -1,6 +1,5 @@
 #include "views/bulk.h"
 
-#include "bsp_pon.h"
 #include "views/table.h"
 
 namespace ponsim
@@ -29,101 +28,93 @@ double kilobits(uint64_t bits)
     return static_cast<double>(bits) / 1000;
 }
 
-// A cell of what there is only while there is a value that has it.
+// What there is only while there is a value that has it.
 template <class Value, class Part>
-void cell_of(Table &table, std::string_view name, const std::optional<Value> &value, Part part)
+auto part_of(const std::optional<Value> &value, Part part) -> std::optional<decltype(part(*value))>
 {
-    value ? table.cell(name, part(*value)) : table.cell(name, std::nullopt);
-}
-
-template <class Onu>
-void place_cells(Table &table, const Onu &onu)
-{
-    table.cell("pon_port", onu.pon_port);
-    table.cell("onu_id", onu.onu_id);
-    table.cell("mac", onu.mac);
-}
-
-void number_cells(Table &table, const OnuNumbers &onus)
-{
-    table.cell("bound", onus.bound);
-    table.cell("online", onus.online);
-    table.cell("waiting", onus.waiting);
+    return value ? std::optional(part(*value)) : std::nullopt;
 }
 
 } // namespace
 
 std::string ports_table(std::span<const PortRow> ports)
 {
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_PORT_INFO);
-    for (const PortRow &port : ports) {
-        table.cell("pon_port", port.pon_port);
-        table.cell("mac", port.mac);
-        table.cell("uplink", port.uplink);
-        table.cell("laser", port.laser_on);
-        table.cell("tx_power", real(port.module, launch_power));
-        table.cell("temperature", real(port.module, temperature));
-        number_cells(table, port.onus);
-        table.cell("up_load", kilobits(port.load.out));
-        table.cell("down_load", kilobits(port.load.in));
-    }
-    return std::string(table.text());
+    Table<view::port_info> table;
+    for (const PortRow &port : ports)
+        table.add({.pon_port = port.pon_port,
+                   .mac = port.mac,
+                   .uplink = port.uplink,
+                   .laser = port.laser_on,
+                   .tx_power = real(port.module, launch_power),
+                   .temperature = real(port.module, temperature),
+                   .bound = port.onus.bound,
+                   .online = port.onus.online,
+                   .waiting = port.onus.waiting,
+                   .up_load = kilobits(port.load.out),
+                   .down_load = kilobits(port.load.in)});
+    return table.text();
 }
 
 std::string olt_table(const OltRow &olt)
 {
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_BASIC_INFO);
-    table.cell("model", olt.model);
-    table.cell("version", olt.version);
-    table.cell("serial", std::string_view(olt.serial));
-    table.cell("mac", olt.mac);
-    table.cell("pon_ports", olt.pon_ports);
-    table.cell("ge_ports", ge_uplinks);
-    table.cell("uptime", seconds(olt.uptime));
-    number_cells(table, olt.onus);
-    return std::string(table.text());
+    Table<view::basic_info> table;
+    table.add({.model = olt.model,
+               .version = olt.version,
+               .serial = olt.serial,
+               .mac = olt.mac,
+               .pon_ports = olt.pon_ports,
+               .ge_ports = ge_uplinks,
+               .uptime = seconds(olt.uptime),
+               .bound = olt.onus.bound,
+               .online = olt.onus.online,
+               .waiting = olt.onus.waiting});
+    return table.text();
 }
 
 std::string onu_optics_table(std::span<const OnuOptics> onus)
 {
     using Measured = OnuOptics::Measured;
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_ONU_OPTICS_ALL);
+    Table<view::onu_optics_table> table;
     for (const OnuOptics &onu : onus) {
-        const auto own = [&](std::string_view name, Quantity quantity) {
-            cell_of(table, name, onu.measured, [&](const Measured &all) { return real(all.at_onu, quantity); });
+        const auto own = [&onu](Quantity quantity) {
+            return part_of(onu.measured, [quantity](const Measured &all) { return real(all.at_onu, quantity); });
         };
-        place_cells(table, onu);
-        own("temperature", temperature);
-        own("voltage", voltage);
-        own("bias", bias);
-        own("tx_power", launch_power);
-        own("rx_power", received_power);
-        cell_of(table, "olt_rx_power", onu.measured,
-                [](const Measured &all) { return real(received_power, all.at_olt); });
+        table.add({.pon_port = onu.pon_port,
+                   .onu_id = onu.onu_id,
+                   .mac = onu.mac,
+                   .temperature = own(temperature),
+                   .voltage = own(voltage),
+                   .bias = own(bias),
+                   .tx_power = own(launch_power),
+                   .rx_power = own(received_power),
+                   .olt_rx_power =
+                       part_of(onu.measured, [](const Measured &all) { return real(received_power, all.at_olt); })});
     }
-    return std::string(table.text());
+    return table.text();
 }
 
 std::string onu_stats_table(std::span<const OnuStats> onus)
 {
     using Counts = OnuStats::Counts;
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_ONU_STATS_ALL);
+    Table<view::onu_stats_table> table;
     for (const OnuStats &onu : onus) {
-        const auto count = [&](std::string_view name, uint64_t Counts::*which) {
-            cell_of(table, name, onu.counts, [&](const Counts &all) { return all.*which; });
+        const auto count = [&onu](uint64_t Counts::*which) {
+            return part_of(onu.counts, [which](const Counts &all) { return all.*which; });
         };
-        place_cells(table, onu);
-        cell_of(table, "up_load", onu.load, [](const Load &load) { return kilobits(load.out); });
-        cell_of(table, "down_load", onu.load, [](const Load &load) { return kilobits(load.in); });
-        cell_of(table, "counted", onu.counts, [](const Counts &all) { return seconds(all.time); });
-        count("up_frames", &Counts::up_frames);
-        count("up_octets", &Counts::up_octets);
-        count("up_errors", &Counts::up_errors);
-        count("down_frames", &Counts::down_frames);
-        count("down_octets", &Counts::down_octets);
-        count("down_discarded", &Counts::down_discarded);
+        table.add({.pon_port = onu.pon_port,
+                   .onu_id = onu.onu_id,
+                   .mac = onu.mac,
+                   .up_load = part_of(onu.load, [](const Load &load) { return kilobits(load.out); }),
+                   .down_load = part_of(onu.load, [](const Load &load) { return kilobits(load.in); }),
+                   .counted = part_of(onu.counts, [](const Counts &all) { return seconds(all.time); }),
+                   .up_frames = count(&Counts::up_frames),
+                   .up_octets = count(&Counts::up_octets),
+                   .up_errors = count(&Counts::up_errors),
+                   .down_frames = count(&Counts::down_frames),
+                   .down_octets = count(&Counts::down_octets),
+                   .down_discarded = count(&Counts::down_discarded)});
     }
-    return std::string(table.text());
+    return table.text();
 }
 
 } // namespace ponsim

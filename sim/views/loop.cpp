@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "bsp_pon.h"
 #include "model/port/loops.h"
 #include "views/table.h"
 
@@ -36,19 +35,19 @@ uint32_t seconds_between(ModelTime from, ModelTime to)
 
 std::string loop_table(const Olt &olt)
 {
-    Table table(BSP_MSG_LOOP_DETECT, BSP_CMD_LOOP_INFO);
+    Table<view::loop_info> table;
     for (const auto &[place, record] : olt.loops()) {
-        table.cell("pon_port", place.pon_port);
-        table.cell("onu_id", olt.id_at(place.pon_port, place.mac));
-        table.cell("mac", place.mac);
-        table.cell("uni", place.uni);
-        table.cell("state", to_text(state_of(record)));
-        table.cell("detected", record.detected);
-        table.cell("changed", seconds_between(record.since, olt.now()));
         const std::optional<ModelTime> recovery = recovery_of(olt, record);
-        recovery ? table.cell("recovers", seconds_between(olt.now(), *recovery)) : table.cell("recovers", std::nullopt);
+        table.add({.pon_port = place.pon_port,
+                   .onu_id = olt.id_at(place.pon_port, place.mac),
+                   .mac = place.mac,
+                   .uni = place.uni,
+                   .state = to_text(state_of(record)),
+                   .detected = record.detected,
+                   .changed = seconds_between(record.since, olt.now()),
+                   .recovers = recovery ? std::optional(seconds_between(olt.now(), *recovery)) : std::nullopt});
     }
-    return std::string(table.text());
+    return table.text();
 }
 
 } // namespace ponsim

@@ -28,68 +28,65 @@ UniConfig vlans_of(const OnuBlock &config)
     return vlans;
 }
 
-void add(Table &table, const UniProfileRow &profile)
+void add(Table<view::uni_profiles> &table, const UniProfileRow &profile)
 {
     namespace at = layout::onu_port_config_set;
     const OnuBlock &config = profile.config;
-    const auto flag = [&](std::string_view name, layout::At<uint8_t> at) { table.cell(name, config.get(at) != 0); };
-    const auto limit = [&](std::string_view name, layout::At<uint8_t> on, layout::At<uint32_t> at) {
-        table.cell(name, config.get(on) ? std::optional(config.get(at)) : std::nullopt);
+    const auto limit = [&config](layout::At<uint8_t> on, layout::At<uint32_t> at) {
+        return config.get(on) ? std::optional(config.get(at)) : std::nullopt;
     };
     const UniConfig vlans = vlans_of(config);
-    table.cell("id", profile.id);
-    flag("admin", at::admin);
-    flag("autoneg", at::autoneg);
-    flag("pause", at::pause);
-    limit("up_cir", at::up_on, at::up_cir);
-    limit("up_cbs", at::up_on, at::up_cbs);
-    limit("up_ebs", at::up_on, at::up_ebs);
-    limit("down_cir", at::down_on, at::down_cir);
-    limit("down_pir", at::down_on, at::down_pir);
-    table.cell("vlan_mode", to_text(vlans.vlan_mode));
-    table.cell("pvid", vlans.pvid);
-    table.cell("priority", vlans.priority);
-    table.cell("tpid", vlans.tpid);
-    table.cell("vlans", vlan_text(vlans));
-    table.cell("ports", profile.ports);
+    table.add({.id = profile.id,
+               .admin = config.get(at::admin) != 0,
+               .autoneg = config.get(at::autoneg) != 0,
+               .pause = config.get(at::pause) != 0,
+               .up_cir = limit(at::up_on, at::up_cir),
+               .up_cbs = limit(at::up_on, at::up_cbs),
+               .up_ebs = limit(at::up_on, at::up_ebs),
+               .down_cir = limit(at::down_on, at::down_cir),
+               .down_pir = limit(at::down_on, at::down_pir),
+               .vlan_mode = to_text(vlans.vlan_mode),
+               .pvid = vlans.pvid,
+               .priority = vlans.priority,
+               .tpid = vlans.tpid,
+               .vlans = vlan_text(vlans),
+               .ports = profile.ports});
 }
 
 } // namespace
 
 std::string loids_table(const Olt &olt, std::span<const PonPort> ports)
 {
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_LOID_LIST);
+    Table<view::loids> table;
     for (const PonPort &port : ports)
-        for (const LoidRecord &record : loid_records(olt, port)) {
-            table.cell("pon_port", port.number);
-            table.cell("loid", record.loid);
-            table.cell("has_password", record.has_password);
-            table.cell("mac", record.mac);
-            table.cell("onu_id", record.onu_id);
-        }
-    return std::string(table.text());
+        for (const LoidRecord &record : loid_records(olt, port))
+            table.add({.pon_port = port.number,
+                       .loid = record.loid,
+                       .has_password = record.has_password,
+                       .mac = record.mac,
+                       .onu_id = record.onu_id});
+    return table.text();
 }
 
 std::string arp_table(std::span<const FdbEntry> entries)
 {
-    Table table(BSP_MSG_PON, BSP_CMD_ARP_TABLE);
-    for (const FdbEntry &entry : entries) {
-        table.cell("onu_id", entry.onu_id);
-        table.cell("uni", entry.uni);
-        table.cell("ip", std::string_view(ipv4_text(address_of(entry.mac))));
-        table.cell("mac", entry.mac);
-        table.cell("vlan", entry.vlan);
-        table.cell("interface", std::string_view("pon" + std::to_string(entry.port)));
-    }
-    return std::string(table.text());
+    Table<view::arp> table;
+    for (const FdbEntry &entry : entries)
+        table.add({.onu_id = entry.onu_id.value(),
+                   .uni = entry.uni,
+                   .ip = ipv4_text(address_of(entry.mac)),
+                   .mac = entry.mac,
+                   .vlan = entry.vlan,
+                   .interface = "pon" + std::to_string(entry.port)});
+    return table.text();
 }
 
 std::string uni_profiles_table(std::span<const UniProfileRow> profiles)
 {
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_UNI_PROFILE);
+    Table<view::uni_profiles> table;
     for (const UniProfileRow &profile : profiles)
         add(table, profile);
-    return std::string(table.text());
+    return table.text();
 }
 
 } // namespace ponsim

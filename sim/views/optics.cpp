@@ -1,6 +1,5 @@
 #include "views/optics.h"
 
-#include "bsp_pon.h"
 #include "views/table.h"
 
 namespace ponsim
@@ -38,7 +37,7 @@ Standing standing(int32_t reading, const Thresholds &thresholds)
 
 std::string module_table(const Module &module, ModelTime now)
 {
-    Table table(BSP_MSG_PLAT, BSP_CMD_VIEW_SFP_INFO);
+    Table<view::sfp_quantities> table;
     const Readings readings = module.readings(now);
     for (uint32_t index = 0; index < quantities; ++index) {
         const QuantityFormat &format = format_of(Quantity{index});
@@ -47,19 +46,17 @@ std::string module_table(const Module &module, ModelTime now)
         const auto real = [&format](int32_t reading) {
             return static_cast<double>(format.convert(reading)) / format.per_unit;
         };
-        table.cell("quantity", format.name);
-        measured ? table.cell("value", real(readings[index])) : table.cell("value", std::nullopt);
-        table.cell("unit", format.unit);
-        table.cell("low_alarm", real(thresholds.low_alarm));
-        table.cell("low_warning", real(thresholds.low_warning));
-        table.cell("high_warning", real(thresholds.high_warning));
-        table.cell("high_alarm", real(thresholds.high_alarm));
-        if (measured)
-            table.cell("state", to_text(standing(readings[index], thresholds)));
-        else
-            table.cell("state", std::nullopt);
+        const std::string_view state = to_text(standing(readings[index], thresholds));
+        table.add({.quantity = format.name,
+                   .value = measured ? std::optional(real(readings[index])) : std::nullopt,
+                   .unit = format.unit,
+                   .low_alarm = real(thresholds.low_alarm),
+                   .low_warning = real(thresholds.low_warning),
+                   .high_warning = real(thresholds.high_warning),
+                   .high_alarm = real(thresholds.high_alarm),
+                   .state = measured ? std::optional(state) : std::nullopt});
     }
-    return std::string(table.text());
+    return table.text();
 }
 
 } // namespace ponsim

@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "bsp_pon.h"
-#include "generated/service_words.h"
 #include "model/onu/profiles.h"
 #include "views/table.h"
 
@@ -13,24 +11,68 @@ namespace ponsim
 namespace
 {
 
-uint32_t table_command(ProfileKind kind)
+// Of what is kept in hundredths of its unit.
+double real(int32_t hundredths)
 {
-    switch (kind) {
-    case ProfileKind::line:
-        return BSP_CMD_PROFILE_LINE_TABLE;
-    case ProfileKind::sla:
-        return BSP_CMD_PROFILE_SLA_TABLE;
-    case ProfileKind::alarm:
-        return BSP_CMD_PROFILE_ALARM_TABLE;
-    }
-    throw std::logic_error("a kind of profiles without a table");
+    return hundredths / 100.0;
+}
+
+uint32_t number(int32_t value)
+{
+    return static_cast<uint32_t>(value);
+}
+
+void add(Table<view::line_profiles> &table, uint32_t id, const Profile &profile)
+{
+    const std::vector<int32_t> &values = profile.values;
+    table.add({.id = id,
+               .name = profile.name,
+               .vlan = number(values.at(0)),
+               .priority = number(values.at(1)),
+               .upstream = number(values.at(2)),
+               .downstream = number(values.at(3)),
+               .mac_limit = number(values.at(4))});
+}
+
+void add(Table<view::sla_profiles> &table, uint32_t id, const Profile &profile)
+{
+    const std::vector<int32_t> &values = profile.values;
+    table.add({.id = id,
+               .name = profile.name,
+               .fixed = number(values.at(0)),
+               .assured = number(values.at(1)),
+               .maximum = number(values.at(2)),
+               .priority = number(values.at(3)),
+               .weight = number(values.at(4))});
+}
+
+void add(Table<view::alarm_profiles> &table, uint32_t id, const Profile &profile)
+{
+    const std::vector<int32_t> &values = profile.values;
+    table.add({.id = id,
+               .name = profile.name,
+               .temperature_low = real(values.at(0)),
+               .temperature_high = real(values.at(1)),
+               .launch_power_low = real(values.at(2)),
+               .launch_power_high = real(values.at(3)),
+               .received_power_low = real(values.at(4)),
+               .received_power_high = real(values.at(5))});
+}
+
+template <class Row>
+std::string table_of(const Olt &olt, ProfileKind kind)
+{
+    Table<Row> table;
+    for (const auto &[id, profile] : olt.profiles(kind))
+        add(table, id, profile);
+    return table.text();
 }
 
 std::string text_of(const ProfileField &field, int32_t value)
 {
     if (!field.hundredths) return std::to_string(value);
     char text[16];
-    snprintf(text, sizeof text, "%.2f", value / 100.0);
+    snprintf(text, sizeof text, "%.2f", real(value));
     return text;
 }
 
@@ -38,20 +80,15 @@ std::string text_of(const ProfileField &field, int32_t value)
 
 std::string profile_table(const Olt &olt, ProfileKind kind)
 {
-    const std::span<const ProfileField> fields = fields_of(kind);
-    Table table(BSP_MSG_PROFILE, table_command(kind));
-    for (const auto &[id, profile] : olt.profiles(kind)) {
-        table.cell("id", id);
-        table.cell("name", std::string_view(profile.name));
-        for (size_t index = 0; index < fields.size(); ++index) {
-            const int32_t value = profile.values[index];
-            if (fields[index].hundredths)
-                table.cell(fields[index].name, value / 100.0);
-            else
-                table.cell(fields[index].name, static_cast<uint32_t>(value));
-        }
+    switch (kind) {
+    case ProfileKind::line:
+        return table_of<view::line_profiles>(olt, kind);
+    case ProfileKind::sla:
+        return table_of<view::sla_profiles>(olt, kind);
+    case ProfileKind::alarm:
+        return table_of<view::alarm_profiles>(olt, kind);
     }
-    return std::string(table.text());
+    throw std::logic_error("a kind of profiles without a table");
 }
 
 std::string profile_text(const Olt &olt, ProfileKind kind)

@@ -1,4 +1,5 @@
-// Writes a view's result, row by row, and holds it to the columns that the catalogue promises.
+// The rows of a view as JSON. Which columns there are, of which types, and which may be null, the catalogue says by the
+// type of the row.
 #pragma once
 
 #include <cstdint>
@@ -9,44 +10,49 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include "catalogue.h"
+#include "generated/view_rows.h"
 #include "model/base/mac.h"
 
 namespace ponsim
 {
 
+template <class Row>
 class Table
 {
 public:
-    explicit Table(const catalogue::View &view);
-    // Of the view that a command asks for.
-    Table(uint32_t channel, uint32_t command);
+    Table() : writer(buffer) { writer.StartArray(); }
 
-    // The next cell of the row; the row ends with its last column. Throws std::logic_error when name or type are not
-    // those of the column.
-    void cell(std::string_view name, uint32_t value);
-    void cell(std::string_view name, uint64_t value); // of a count, which is far below 2^53
-    void cell(std::string_view name, double value);
-    void cell(std::string_view name, bool value);
-    void cell(std::string_view name, std::string_view value);
-    void cell(std::string_view name, const Mac &value);
-    void cell(std::string_view name, std::nullopt_t); // of any type
-    template <class Value>
-    void cell(std::string_view name, const std::optional<Value> &value)
+    // Writes the row at once: its texts may be those of temporaries, and it is to be one itself.
+    void add(Row &&row)
     {
-        value ? cell(name, *value) : cell(name, std::nullopt);
+        writer.StartObject();
+        row.each([this](std::string_view name, const auto &value) {
+            writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+            put(value);
+        });
+        writer.EndObject();
     }
 
-    // The JSON text. Throws std::logic_error within a row.
-    std::string_view text();
+    // Of all rows; there come none behind it.
+    std::string text()
+    {
+        writer.EndArray();
+        return {buffer.GetString(), buffer.GetSize()};
+    }
 
 private:
-    void next(std::string_view name, std::optional<catalogue::ColumnType> type);
-    void end_cell();
+    void put(uint32_t value) { writer.Uint(value); }
+    void put(uint64_t value) { writer.Uint64(value); } // of a count, which is far below 2^53
+    void put(double value) { writer.Double(value); }
+    void put(bool value) { writer.Bool(value); }
+    void put(std::string_view value) { writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size())); }
+    void put(const Mac &value) { put(to_text(value)); }
+    template <class Value>
+    void put(const std::optional<Value> &value)
+    {
+        value ? put(*value) : static_cast<void>(writer.Null());
+    }
 
-    const catalogue::View &view;
-    size_t column = 0;
-    bool ended = false;
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer;
 };

@@ -12,8 +12,10 @@ def read_views(catalogue, file, table):
         read_uses(catalogue, view)
         add(catalogue.shown, view)
         for column in view.items("columns"):
-            column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"], ["unit"])
+            column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"],
+                           ["unit", "nullable"])
             column.brief, column.title, column.unit = column.text("brief"), column.text("title"), column.text("unit", "")
+            column.nullable = column.flag("nullable")
             column.type = COLUMN_TYPES[column.choice("type", COLUMN_TYPES)]
             add(view.columns, column)
         add(catalogue.views, view)

@@ -93,7 +93,7 @@ def layout_row(layout, at):
 def columns(view):
     rows = [f"constexpr Column {view.name}_columns[] = {{"]
     for column in view.columns.values():
-        rows.append(f"    {{{quoted(column.name)}, {quoted(column.title)}, ColumnType::{column.type}, {quoted(column.unit)}, "
+        rows.append(f"    {{{quoted(column.name)}, {quoted(column.title)}, ColumnType::{column.type}, {flag(column.nullable)}, {quoted(column.unit)}, "
                     f"{quoted(column.brief)}}},")
     return [*rows, "};", ""]
 

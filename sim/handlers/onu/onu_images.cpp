@@ -6,6 +6,7 @@
 #include "handlers/remote.h"
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/upgrade.h"
+#include "views/table.h"
 
 namespace ponsim
 {
@@ -89,35 +90,31 @@ Outcome update(const Olt &olt, const Request &request)
     return to_outcome(upgrade_onu_with(olt, *found.onu.port, *found.onu.binding, file));
 }
 
-void add_row(Table &table, const Olt &olt, const RemoteOnu &onu)
+void add_row(Table<view::onu_upgrade_status> &table, const Olt &olt, const RemoteOnu &onu)
 {
     const Banks banks = banks_of(olt, *onu.port, onu.binding->mac);
+    const Banks::Bank *pushed = banks.push == Banks::Push::none ? nullptr : &banks.pushed_bank();
     const UpgradeProgress upgrade = upgrade_progress(olt, *onu.port, onu.binding->mac);
-    table.cell("pon_port", onu.port->number);
-    table.cell("onu_id", onu.onu_id);
-    table.cell("mac", onu.binding->mac);
-    table.cell("state", to_text(onu.state));
-    table.cell("bank", banks.active + 1);
-    table.cell("running", onu.device.software);
-    table.cell("committed", banks.banks.at(banks.committed).name());
-    table.cell("run", upgrade.state);
-    table.cell("progress", upgrade.progress);
-    table.cell("reason", upgrade.reason);
-    table.cell("pushed", to_text(banks.push));
-    if (banks.push == Banks::Push::none) {
-        table.cell("version", std::nullopt);
-        table.cell("received", std::nullopt);
-    } else {
-        table.cell("version", banks.pushed_bank().name());
-        table.cell("received", banks.pushed_bank().percent());
-    }
+    table.add({.pon_port = onu.port->number,
+               .onu_id = onu.onu_id,
+               .mac = onu.binding->mac,
+               .state = to_text(onu.state),
+               .bank = banks.active + 1,
+               .running = onu.device.software,
+               .committed = banks.banks.at(banks.committed).name(),
+               .run = upgrade.state,
+               .progress = upgrade.progress,
+               .reason = upgrade.reason,
+               .pushed = to_text(banks.push),
+               .version = pushed ? std::optional(pushed->name()) : std::nullopt,
+               .received = pushed ? std::optional(pushed->percent()) : std::nullopt});
 }
 
 Outcome view_status(const Olt &olt, const Request &request)
 {
     const Selection selection = selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    Table table(BSP_MSG_PON, BSP_CMD_VIEW_ONU_UPGRADE_STATUS);
+    Table<view::onu_upgrade_status> table;
     bool found = false;
     for (const PonPort &port : selection.ports)
         for (const RemoteOnu &onu : onus_of(olt, port)) {
@@ -126,7 +123,7 @@ Outcome view_status(const Olt &olt, const Request &request)
             found = true;
         }
     if (selection.id != 0 && !found) return {PON_ERR_NOT_BOUND};
-    return {BSP_OK, {}, std::string(table.text())};
+    return {BSP_OK, {}, table.text()};
 }
 
 constexpr Handler handlers[] = {

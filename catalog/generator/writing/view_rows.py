@@ -1,0 +1,25 @@
+"""A structure for the rows of each view."""
+
+from .text import GENERATED, quoted
+
+TYPES = {"u32": "uint32_t", "u64": "uint64_t", "text": "std::string_view", "mac": "Mac", "boolean": "bool", "real": "double"}
+
+
+def view_rows(catalogue):
+    lines = [f"// {GENERATED}.", "// clang-format off", "#pragma once", "", "#include <array>", "#include <cstdint>",
+             "#include <optional>", "#include <string_view>", "", "// A row of each view. Its texts are those of whoever makes it.",
+             "namespace view", "{", "", "using Mac = std::array<uint8_t, 6>;"]
+    for view in catalogue.views.values():
+        columns = view.columns.values()
+        lines += ["", f"struct {view.name} {{"]
+        lines += [f"    {type_of(column)} {column.name}; // {column.brief}" for column in columns]
+        lines += ["", "    // Calls `put` with the name and the value of each column, in order.", "    template <class Put>",
+                  "    void each(Put put) const", "    {"]
+        lines += [f"        put(std::string_view({quoted(column.name)}), {column.name});" for column in columns]
+        lines += ["    }", "};"]
+    return "\n".join([*lines, "", "} // namespace view"]) + "\n"
+
+
+def type_of(column):
+    plain = TYPES[column.type]
+    return f"std::optional<{plain}>" if column.nullable else plain
