@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,37 +21,47 @@ template <class Row>
 class Table
 {
 public:
-    Table() : writer(buffer) { writer.StartArray(); }
+    Table() { put_raw("["); }
 
     // Writes the row at once: its texts may be those of temporaries, and it is to be one itself.
     void add(Row &&row)
     {
-        writer.StartObject();
-        row.each([this](std::string_view name, const auto &value) {
-            writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+        if (buffer.GetSize() > 1) put_raw(",");
+        row.each([this](std::string_view key, const auto &value) {
+            put_raw(key);
             put(value);
         });
-        writer.EndObject();
+        put_raw("}");
     }
 
     // Of all rows; there come none behind it.
     std::string text()
     {
-        writer.EndArray();
+        put_raw("]");
         return {buffer.GetString(), buffer.GetSize()};
     }
 
 private:
-    void put(uint32_t value) { writer.Uint(value); }
-    void put(uint64_t value) { writer.Uint64(value); } // of a count, which is far below 2^53
-    void put(double value) { writer.Double(value); }
-    void put(bool value) { writer.Bool(value); }
-    void put(std::string_view value) { writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size())); }
+    void put_raw(std::string_view json) { std::memcpy(buffer.Push(json.size()), json.data(), json.size()); }
+    // Each value is a document of its own for the writer.
+    rapidjson::Writer<rapidjson::StringBuffer> &value_writer()
+    {
+        writer.Reset(buffer);
+        return writer;
+    }
+    void put(uint32_t value) { value_writer().Uint(value); }
+    void put(uint64_t value) { value_writer().Uint64(value); } // of a count, which is far below 2^53
+    void put(double value) { value_writer().Double(value); }
+    void put(bool value) { value_writer().Bool(value); }
+    void put(std::string_view value)
+    {
+        value_writer().String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
+    }
     void put(const Mac &value) { put(to_text(value)); }
     template <class Value>
     void put(const std::optional<Value> &value)
     {
-        value ? put(*value) : static_cast<void>(writer.Null());
+        value ? put(*value) : put_raw("null");
     }
 
     rapidjson::StringBuffer buffer;

@@ -286,6 +286,8 @@ BROKEN = {
     "view of an unknown command": (VIEWS, '"BSP_CMD_VIEW_BASE_INFO_WEB"]', '"BSP_CMD_VIEW"]', "view base_info",
                                    "names 'BSP_CMD_VIEW'"),
     "column of an unknown type": (VIEWS, 'type = "mac"', 'type = "macaddr"', "column mac", "'type' must be one of"),
+    "view of nothing": (VIEWS, "", "[[view]]\nname = 'v'\nbrief = 'x'\ncommands = []\ncolumns = []\n", "view v",
+                        "'columns' has none"),
     "column that is half null": (VIEWS, "nullable = true", "nullable = 1", "column onu_id", "'nullable' must be true or false"),
     "column twice": (VIEWS, '"onu_id"', '"pon_port"', "column pon_port", "the name is taken"),
 }

@@ -18,4 +18,6 @@ def read_views(catalogue, file, table):
             column.nullable = column.flag("nullable")
             column.type = COLUMN_TYPES[column.choice("type", COLUMN_TYPES)]
             add(view.columns, column)
+        if not view.columns:
+            view.fail("'columns' has none")
         add(catalogue.views, view)

@@ -10,12 +10,15 @@ def view_rows(catalogue):
              "#include <optional>", "#include <string_view>", "", "// A row of each view. Its texts are those of whoever makes it.",
              "namespace view", "{", "", "using Mac = std::array<uint8_t, 6>;"]
     for view in catalogue.views.values():
-        columns = view.columns.values()
+        columns = list(view.columns.values())
+        first = columns[0]
         lines += ["", f"struct {view.name} {{"]
         lines += [f"    {type_of(column)} {column.name}; // {column.brief}" for column in columns]
-        lines += ["", "    // Calls `put` with the name and the value of each column, in order.", "    template <class Put>",
-                  "    void each(Put put) const", "    {"]
-        lines += [f"        put(std::string_view({quoted(column.name)}), {column.name});" for column in columns]
+        lines += ["", "    // Calls `put` with what stands before a value in JSON, and the value, of each column in order.",
+                  "    template <class Put>", "    void each(Put put) const", "    {"]
+        for column in columns:
+            before = "{" if column is first else ","
+            lines.append(f"        put({quoted(f'{before}{quoted(column.name)}:')}, {column.name});")
         lines += ["    }", "};"]
     return "\n".join([*lines, "", "} // namespace view"]) + "\n"
 
