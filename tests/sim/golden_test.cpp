@@ -115,7 +115,8 @@ void authenticate(Desk &desk)
     strcpy(auth.text109, "secret");
     EXPECT_EQ(desk.send(auth), BSP_OK);
     bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 2);
-    put(limits, layout::opt_range::min_distance, std::array<uint32_t, 2>{0, 18000});
+    put(limits, layout::opt_range::min_distance, 0);
+    put(limits, layout::opt_range::max_distance, 18000);
     EXPECT_EQ(desk.send(limits), BSP_OK);
 }
 
