@@ -7,6 +7,7 @@
 #include <rapidjson/reader.h>
 
 #include "call/codec/numbers.h"
+#include "text/utf8.h"
 
 namespace call
 {
@@ -15,15 +16,6 @@ namespace
 
 using catalogue::Field;
 using catalogue::FieldType;
-
-bool is_utf8(std::string_view text)
-{
-    rapidjson::MemoryStream in(text.data(), text.size());
-    rapidjson::StringBuffer out;
-    while (in.Tell() < text.size())
-        if (!rapidjson::UTF8<>::Validate(in, out)) return false;
-    return true;
-}
 
 bool is_json(std::string_view text)
 {
@@ -58,13 +50,13 @@ void write_field(JsonText &json, const Field &field, std::span<const uint8_t> by
         json.number(number_text(field, bytes));
         break;
     case FieldType::mac:
-        json.text(format_mac(bytes.data()));
+        json.text(text::mac_text(bytes.first<6>()));
         break;
     case FieldType::text:
         json.text(field_text(bytes));
         break;
     case FieldType::bytes:
-        json.text(format_hex(without_trailing_zeros(bytes)));
+        json.text(text::to_hex(without_trailing_zeros(bytes)));
         break;
     case FieldType::idset: {
         IdSet set;
@@ -85,7 +77,7 @@ JsonText::JsonText() : writer(buffer)
 void JsonText::text(std::string_view text)
 {
     std::string utf8;
-    if (!is_utf8(text)) {
+    if (!text::is_utf8(text)) {
         for (const char c : text) {
             const auto byte = static_cast<unsigned char>(c);
             if (byte >= 0x80) utf8.push_back(static_cast<char>(0xc0 | byte >> 6));
@@ -153,7 +145,7 @@ void JsonText::content(std::span<const uint8_t> bytes)
     if (is_text(text_of(bytes)))
         text(text_of(bytes));
     else
-        text(format_hex(bytes));
+        text(text::to_hex(bytes));
 }
 
 void JsonText::document(std::string_view document)
@@ -207,9 +199,7 @@ std::string compact(std::string_view document)
 
 bool is_text(std::string_view content)
 {
-    return is_utf8(content) && std::ranges::none_of(content, [](unsigned char byte) {
-               return (byte < ' ' && byte != '\t' && byte != '\n') || byte == 0x7f;
-           });
+    return text::is_utf8(content) && !text::has_control_characters(content, "\t\n");
 }
 
 } // namespace call

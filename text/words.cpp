@@ -33,6 +33,13 @@ std::string lower_case(std::string_view text)
     return lower;
 }
 
+std::string upper_case(std::string_view text)
+{
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](unsigned char c) { return std::toupper(c); });
+    return upper;
+}
+
 std::string join(std::span<const std::string_view> words, std::string_view separator)
 {
     std::string text;

@@ -10,6 +10,7 @@ namespace text
 {
 
 std::string lower_case(std::string_view text);
+std::string upper_case(std::string_view text);
 
 // The words with a separator between them, and back.
 std::string join(std::span<const std::string_view> words, std::string_view separator = ", ");

@@ -17,6 +17,7 @@
 #include "client.h"
 #include "descriptor.h"
 #include "table.h"
+#include "text/number.h"
 
 struct db_handle {
     std::unique_ptr<char[]> text; // NUL-terminated
@@ -177,7 +178,7 @@ int db_get_integer(const db_handle *db, uint32_t row, const char *column, int64_
 {
     const board::Cell *cell = cell_of(db, row, column);
     if (!cell || cell->type() != DB_INTEGER) return -1;
-    std::from_chars(cell->text, cell->text + cell->text_length, *value);
+    *value = *text::to_number<int64_t>({cell->text, cell->text_length});
     return 0;
 }
 

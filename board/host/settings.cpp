@@ -1,7 +1,6 @@
 #include "settings.h"
 
 #include <atomic>
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +12,7 @@
 
 #include "board/service.h"
 #include "board/util.h"
+#include "text/number.h"
 
 namespace board
 {
@@ -30,10 +30,8 @@ uint32_t number(const char *name, uint32_t low, uint32_t high, uint32_t standard
 {
     const char *text = environment(name);
     if (!text) return standard;
-    uint32_t value = 0;
-    const char *end = text + std::strlen(text);
-    const auto [rest, error] = std::from_chars(text, end, value);
-    if (error == std::errc{} && rest == end && value >= low && value <= high) return value;
+    const auto value = text::to_number<uint32_t>(text);
+    if (value && *value >= low && *value <= high) return *value;
     userlog_err(__func__, __LINE__, "%s is '%s', not a number from %u to %u; %u is used", name, text, low, high,
                 standard);
     return standard;

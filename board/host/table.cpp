@@ -1,12 +1,13 @@
 #include "table.h"
 
-#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 #include <unordered_set>
 
 #include <rapidjson/reader.h>
+
+#include "text/number.h"
 
 namespace board
 {
@@ -150,9 +151,7 @@ private:
 db_type Cell::type() const
 {
     if (kind != DB_REAL) return kind;
-    int64_t value;
-    const auto [rest, error] = std::from_chars(text, text + text_length, value);
-    return error == std::errc{} && rest == text + text_length ? DB_INTEGER : DB_REAL;
+    return text::to_number<int64_t>({text, text_length}) ? DB_INTEGER : DB_REAL;
 }
 
 Table::Table(std::string_view document) : texts(new char[document.size() + 1])

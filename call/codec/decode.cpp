@@ -94,7 +94,7 @@ std::string block_text(std::span<const uint8_t> bytes)
     const bool is_text = bytes.size() >= shortest_text && std::all_of(bytes.begin(), bytes.end(), [](uint8_t byte) {
                              return byte >= ' ' && byte < 0x7f;
                          });
-    return is_text ? "text:" + std::string(bytes.begin(), bytes.end()) : "hex:" + format_hex(bytes);
+    return is_text ? "text:" + std::string(bytes.begin(), bytes.end()) : "hex:" + text::to_hex(bytes);
 }
 
 std::string value_text(const Reading &reading, const Field &field, std::span<const uint8_t> bytes)
@@ -120,7 +120,7 @@ std::string text_of(const Reading &reading, const Field &field, std::span<const 
     case FieldType::u64:
         return value_text(reading, field, bytes);
     case FieldType::mac:
-        return format_mac(bytes.data());
+        return text::mac_text(bytes.first<6>());
     case FieldType::idset: {
         IdSet set;
         std::memcpy(set.data(), bytes.data(), sizeof set);

@@ -1,12 +1,12 @@
 #include "call/codec/numbers.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <limits>
 
 #include "call/codec/errors.h"
+#include "text/number.h"
 
 namespace call
 {
@@ -75,15 +75,9 @@ template <class Number>
 template <class Number>
 bool read_integer(std::string_view text, Number &number)
 {
-    int base = 10;
-    if (text.starts_with("0x") || text.starts_with("0X")) {
-        base = 16;
-        text.remove_prefix(2);
-        if (text.starts_with("-")) return false;
-    }
-    const char *const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc{} && stop == end;
+    const auto whole = text::to_number_of_either_base<Number>(text);
+    number = whole.value_or(0);
+    return whole.has_value();
 }
 
 // A number in the unit, as a whole count of the scale's steps.
@@ -91,13 +85,11 @@ template <class Number>
 bool read_scaled(std::string_view text, double scale, Number &number)
 {
     constexpr double rounding = 1e-6;
-    double value = 0;
-    const char *const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value, std::chars_format::fixed);
-    if (error != std::errc{} || stop != end || !std::isfinite(value)) return false;
-    const double steps = std::round(value / scale);
+    const auto value = text::to_real(text);
+    if (!value || !std::isfinite(*value)) return false;
+    const double steps = std::round(*value / scale);
     using Limits = std::numeric_limits<Number>;
-    if (std::abs(value / scale - steps) > rounding || steps < static_cast<double>(Limits::min()) ||
+    if (std::abs(*value / scale - steps) > rounding || steps < static_cast<double>(Limits::min()) ||
         steps >= static_cast<double>(Limits::max()) + 1)
         return false;
     number = static_cast<Number>(steps);

@@ -2,12 +2,12 @@
 
 #include <bit>
 #include <cerrno>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
 #include "call/codec/errors.h"
+#include "text/number.h"
 #include "text/words.h"
 
 namespace call
@@ -22,39 +22,9 @@ namespace
 
 bool read_number(std::string_view text, uint32_t &number)
 {
-    int base = 10;
-    if (text.starts_with("0x") || text.starts_with("0X")) {
-        base = 16;
-        text.remove_prefix(2);
-    }
-    const char *const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc{} && stop == end;
-}
-
-// The bytes of an even number of hexadecimal digits.
-bool read_hex(std::string_view text, Bytes &bytes)
-{
-    if (text.size() % 2) return false;
-    for (; !text.empty(); text.remove_prefix(2)) {
-        uint8_t byte = 0;
-        const auto [stop, error] = std::from_chars(text.data(), text.data() + 2, byte, 16);
-        if (error != std::errc{} || stop != text.data() + 2) return false;
-        bytes.push_back(byte);
-    }
-    return true;
-}
-
-// The parts of a text between separators.
-std::vector<std::string_view> split(std::string_view text, char separator)
-{
-    std::vector<std::string_view> parts;
-    for (;;) {
-        const size_t end = text.find(separator);
-        parts.push_back(text.substr(0, end));
-        if (end == text.npos) return parts;
-        text.remove_prefix(end + 1);
-    }
+    const auto whole = text::to_number_of_either_base<uint32_t>(text);
+    number = whole.value_or(0);
+    return whole.has_value();
 }
 
 Bytes read_file(std::string_view name, const std::string &path)
@@ -132,20 +102,9 @@ uint32_t parse_command(std::string_view name, std::string_view text, const catal
     return command->code;
 }
 
-std::array<uint8_t, 6> parse_mac(std::string_view name, std::string_view text, const std::string &or_else)
+text::Mac parse_mac(std::string_view name, std::string_view text, const std::string &or_else)
 {
-    for (const char separator : {':', '-', '.'}) {
-        const auto groups = split(text, separator);
-        const size_t digits = groups.size() == 6 ? 2 : groups.size() == 3 && separator == '.' ? 4 : 0;
-        Bytes bytes;
-        bool good = digits != 0;
-        for (const std::string_view group : groups)
-            good = good && group.size() == digits && read_hex(group, bytes);
-        if (!good) continue;
-        std::array<uint8_t, 6> mac;
-        std::memcpy(mac.data(), bytes.data(), mac.size());
-        return mac;
-    }
+    if (const auto mac = text::to_mac(text)) return *mac;
     refuse(name, text, or_else + "a MAC address: six pairs of hexadecimal digits, as 00:11:22:33:44:55");
 }
 
@@ -153,8 +112,8 @@ IdSet parse_idset(std::string_view name, std::string_view text)
 {
     IdSet set{};
     if (text.empty()) return set;
-    for (const std::string_view run : split(text, ',')) {
-        const auto ends = split(run, '-');
+    for (const std::string &run : text::split(text, ',')) {
+        const auto ends = text::split(run, '-');
         uint32_t first = 0, last = 0;
         if (ends.size() > 2 || !read_number(ends.front(), first) || !read_number(ends.back(), last) || first > last ||
             last > max_onu_id)
@@ -168,7 +127,7 @@ IdSet parse_idset(std::string_view name, std::string_view text)
 IdSet parse_idset_words(std::string_view name, std::string_view text)
 {
     IdSet set{};
-    const auto words = split(text, ',');
+    const auto words = text::split(text, ',');
     bool good = words.size() == set.size();
     for (size_t index = 0; good && index < set.size(); ++index)
         good = read_number(words[index], set[index]);
@@ -199,33 +158,13 @@ uint32_t count_of(const IdSet &set)
 
 Bytes parse_block(std::string_view name, std::string_view text, bool files)
 {
-    Bytes bytes;
     if (!files && text.starts_with("@"))
         refuse(name, text, "a block of bytes: hex:0011... in pairs of digits, or text:...");
     if (text.starts_with("@")) return read_file(name, std::string(text.substr(1)));
     if (text.starts_with("text:")) return {text.begin() + 5, text.end()};
-    if (!text.starts_with("hex:") || !read_hex(text.substr(4), bytes))
-        refuse(name, text, "a block of bytes: hex:0011... in pairs of digits, text:..., or @FILE");
-    return bytes;
-}
-
-std::string format_hex(std::span<const uint8_t> bytes)
-{
-    static constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (const uint8_t byte : bytes) {
-        text.push_back(digits[byte >> 4]);
-        text.push_back(digits[byte & 15]);
-    }
-    return text;
-}
-
-std::string format_mac(const uint8_t *mac)
-{
-    std::string text = format_hex({mac, 6});
-    for (size_t at = 2; at < text.size(); at += 3)
-        text.insert(at, 1, ':');
-    return text;
+    if (text.starts_with("hex:"))
+        if (const auto bytes = text::from_hex(text.substr(4))) return *bytes;
+    refuse(name, text, "a block of bytes: hex:0011... in pairs of digits, text:..., or @FILE");
 }
 
 std::string format_idset(const IdSet &set)

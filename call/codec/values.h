@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogue.h"
+#include "text/hex.h"
 
 namespace call
 {
@@ -45,7 +46,7 @@ const catalogue::Channel &parse_channel(std::string_view name, std::string_view 
 uint32_t parse_command(std::string_view name, std::string_view text, const catalogue::Channel &channel);
 // 00:11:22:33:44:55, 00-11-22-33-44-55 or 0011.2233.4455. Where something else could stand as well, the error starts
 // with that: `or_else`.
-std::array<uint8_t, 6> parse_mac(std::string_view name, std::string_view text, const std::string &or_else = {});
+text::Mac parse_mac(std::string_view name, std::string_view text, const std::string &or_else = {});
 // ONU ids and runs of them, as 1-5,7. An empty text is the empty set.
 IdSet parse_idset(std::string_view name, std::string_view text);
 // The four words of a set with commas between them, as 0x3e,0,0,0.
@@ -59,8 +60,6 @@ std::string join_words(const std::vector<std::string> &words);
 bool holds(const IdSet &set, uint32_t id);
 uint32_t count_of(const IdSet &set);
 
-std::string format_mac(const uint8_t *mac);
 std::string format_idset(const IdSet &set);
-std::string format_hex(std::span<const uint8_t> bytes);
 
 } // namespace call

@@ -89,7 +89,7 @@ ExitCode run_config_load(const Output &, const std::string &file)
         const auto start = text.begin() + static_cast<ptrdiff_t>(offset);
         part.insert(part.end(), start, start + static_cast<ptrdiff_t>(length));
         const Invocation sent("bsp_profile_exec_set",
-                              {action("BSP_CMD_CONFIG_LOAD_PART"), "buf=hex:" + format_hex(part)}, consent());
+                              {action("BSP_CMD_CONFIG_LOAD_PART"), "buf=hex:" + text::to_hex(part)}, consent());
         if (!sent.good()) return report(sent, file + ": ");
     }
     return report(Invocation("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD")}, consent()), file + ": ");

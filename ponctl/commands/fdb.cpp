@@ -33,7 +33,7 @@ constexpr std::array<std::string_view, 3> sides{"both", "pon", "network"};
 
 std::string mac_of(const std::string &text)
 {
-    return text.empty() ? text : format_mac(parse_mac("--mac", text).data());
+    return text.empty() ? text : text::mac_text(parse_mac("--mac", text));
 }
 
 ExitCode run_fdb_show(const Output &output, const FdbOptions &options)

@@ -41,7 +41,7 @@ void dump(const Output &output, size_t start, std::span<const uint8_t> bytes)
         for (size_t at = from; at < from + line; ++at) {
             const bool known = at >= start && at < start + bytes.size();
             const uint8_t byte = known ? bytes[at - start] : 0;
-            hex += known ? " " + format_hex({&byte, 1}) : "   ";
+            hex += known ? " " + text::to_hex({&byte, 1}) : "   ";
             characters.push_back(!known ? ' ' : byte >= ' ' && byte < 0x7f ? static_cast<char>(byte) : '.');
         }
         std::fprintf(output.stream, "%02zx:%s  %s\n", from, hex.c_str(), characters.c_str());
@@ -74,7 +74,7 @@ ExitCode run_i2c_read(const Output &output, const I2cOptions &options)
             json.key(name);
             json.field(*find_field(answer, name), answer);
         }
-        json.member("bytes", format_hex(bytes));
+        json.member("bytes", text::to_hex(bytes));
         json->EndObject();
     } else if (output.format == Format::hex) {
         print_bytes(output, answer.bytes, &answer);
@@ -93,7 +93,7 @@ ExitCode run_i2c_write(const Output &, const I2cOptions &options)
         throw UsageError("BYTES: " + std::to_string(bytes.size()) + " bytes are more than the " +
                          std::to_string(data.size) + " that go at once");
     std::vector<std::string> words = place_of(options, bytes.size());
-    words.push_back("buf.data=hex:" + format_hex(bytes));
+    words.push_back("buf.data=hex:" + text::to_hex(bytes));
     ask_before("bsp_debug_8022_i2c_write",
                "writing " + std::to_string(bytes.size()) + " bytes to the module in cage " + options.port);
     return report(Invocation("bsp_debug_8022_i2c_write", words, consent()));

@@ -107,7 +107,7 @@ std::vector<std::string> words_for(const catalogue::Command &command, const std:
     Bytes bytes(record.size);
     set_fields(record, {command.channel, catalogue::Call::dgram_set, &command}, fields, false, {}, bytes);
     const std::span<const uint8_t> payload(bytes.begin() + record.payload->offset, bytes.begin() + end_of(*layout));
-    return {action, "buf=hex:" + format_hex(payload)};
+    return {action, "buf=hex:" + text::to_hex(payload)};
 }
 
 ExitCode list_fields(const Output &output, const catalogue::Command &command)

@@ -141,7 +141,7 @@ private:
         while (before[end - 1] == after[end - 1])
             --end;
         const auto rest = [&](const Bytes &bytes) {
-            return "hex:" + format_hex(std::span(bytes).subspan(at, end - at));
+            return "hex:" + text::to_hex(std::span(bytes).subspan(at, end - at));
         };
         compare("byte " + std::to_string(at), rest(before), rest(after));
     }

@@ -30,7 +30,7 @@ void write_exchange(Json &json, const Traced &traced)
         if (traced.channel)
             json.record(traced.reading(of_answer));
         else
-            json.text(format_hex(traced.bytes(of_answer)));
+            json.text(text::to_hex(traced.bytes(of_answer)));
     };
     json->StartObject();
     json.member("time", traced.time());

@@ -20,7 +20,7 @@ void print_line(std::FILE *stream, size_t offset, std::span<const uint8_t> bytes
 {
     std::string hex, characters;
     for (const uint8_t byte : bytes) {
-        hex.append(format_hex({&byte, 1})).push_back(' ');
+        hex.append(text::to_hex({&byte, 1})).push_back(' ');
         characters.push_back(byte >= ' ' && byte < 0x7f ? static_cast<char>(byte) : '.');
     }
     hex.resize(3 * bytes_a_line, ' ');

@@ -20,7 +20,7 @@ void write_request(Json &json, const Exchange &exchange)
     json.member("length", static_cast<uint32_t>(exchange.request.size()));
     json.key("request");
     json.record(read_record(*exchange.record, {exchange.channel, exchange.call}, exchange.request));
-    json.member("bytes", format_hex(without_trailing_zeros(exchange.request)));
+    json.member("bytes", text::to_hex(without_trailing_zeros(exchange.request)));
     json->EndObject();
 }
 

@@ -29,7 +29,7 @@ std::string printable(std::string_view text)
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte < ' ' || byte == 0x7f)
-            safe.append("\\x").append(format_hex({&byte, 1}));
+            safe.append("\\x").append(text::to_hex({&byte, 1}));
         else
             safe.push_back(c);
     }

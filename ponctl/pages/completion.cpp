@@ -5,7 +5,6 @@
 #include "call/arguments.h"
 #include "describe/operation_text.h"
 #include "output/exit_code.h"
-#include "pages/completion.h"
 #include "pages/tree.h"
 #include "text/words.h"
 

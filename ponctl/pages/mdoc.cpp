@@ -1,21 +1,11 @@
 #include "pages/mdoc.h"
 
-#include <algorithm>
-#include <cctype>
-
-#include "pages/mdoc.h"
 #include "text/words.h"
 
 namespace ponctl::mdoc
 {
 namespace
 {
-
-std::string upper_case(std::string text)
-{
-    std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::toupper(c); });
-    return text;
-}
 
 std::string escaped(std::string_view text)
 {
@@ -47,12 +37,12 @@ std::string option(std::string_view spelling)
 
 std::string section(std::string_view title)
 {
-    return ".Sh " + upper_case(std::string(title)) + "\n";
+    return ".Sh " + text::upper_case(title) + "\n";
 }
 
 std::string head(std::string_view date, std::string_view title, int chapter)
 {
-    return ".Dd " + std::string(date) + "\n.Dt " + upper_case(std::string(title)) + " " + std::to_string(chapter) +
+    return ".Dd " + std::string(date) + "\n.Dt " + text::upper_case(title) + " " + std::to_string(chapter) +
            "\n.Os bsp_pon\n";
 }
 

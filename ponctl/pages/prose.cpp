@@ -4,8 +4,6 @@
 #include <map>
 #include <stdexcept>
 
-#include "pages/prose.h"
-
 namespace ponctl
 {
 namespace

@@ -4,7 +4,6 @@
 
 #include "catalogue.h"
 #include "commands/profiles.h"
-#include "pages/tree.h"
 
 namespace ponctl
 {

@@ -29,7 +29,7 @@ std::string number_word(std::string_view name, const std::string &text, uint32_t
 OnuName onu_of(const std::string &text)
 {
     if (is_number(text)) return {std::to_string(parse_number("ONU", text, max_onu_id)), {}};
-    return {{}, format_mac(parse_mac("ONU", text, "an ONU id from 0 to 127, or ").data())};
+    return {{}, text::mac_text(parse_mac("ONU", text, "an ONU id from 0 to 127, or "))};
 }
 
 OnuName onu_but_0_of(const std::string &text)

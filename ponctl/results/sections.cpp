@@ -70,7 +70,7 @@ std::string register_text(const Reading &reading, const catalogue::Field &field)
 {
     std::vector<uint8_t> bytes(field_bytes(field, reading.bytes).begin(), field_bytes(field, reading.bytes).end());
     if constexpr (std::endian::native == std::endian::little) std::ranges::reverse(bytes);
-    return "0x" + format_hex(bytes);
+    return "0x" + text::to_hex(bytes);
 }
 
 std::string value_of(const Section &section, const Reading &reading, const Styled &styled)

@@ -1,11 +1,11 @@
 #include "control/control.h"
 
 #include <algorithm>
-#include <charconv>
 #include <sstream>
 
 #include "bsp_pon.h"
 #include "catalogue.h"
+#include "text/number.h"
 
 namespace ponsim
 {
@@ -34,13 +34,11 @@ std::span<const Control> controls()
 
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest)
 {
-    uint64_t number = 0;
-    const char *const end = word.data() + word.size();
-    const auto [last, error] = std::from_chars(word.data(), end, number);
-    if (error != std::errc{} || last != end || number < least || number > greatest)
+    const auto number = text::to_number<uint64_t>(word);
+    if (!number || *number < least || *number > greatest)
         throw ControlError(word + ": expected a number from " + std::to_string(least) + " to " +
                            std::to_string(greatest));
-    return number;
+    return *number;
 }
 
 bool control_switch(const std::string &word)
@@ -51,15 +49,9 @@ bool control_switch(const std::string &word)
 
 Mac control_mac(const std::string &word)
 {
-    Mac mac{};
-    bool good = word.size() == 17;
-    for (size_t i = 0; good && i < mac.size(); ++i) {
-        const char *const pair = word.data() + 3 * i;
-        const auto [last, error] = std::from_chars(pair, pair + 2, mac[i], 16);
-        good = error == std::errc{} && last == pair + 2 && (i + 1 == mac.size() || *last == ':');
-    }
-    if (!good) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
-    return mac;
+    const auto mac = text::to_mac(word);
+    if (!mac) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
+    return *mac;
 }
 
 const PonPort &control_port(const Olt &olt, const std::string &word)

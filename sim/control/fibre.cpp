@@ -1,11 +1,11 @@
 // What happens to the fibre of PON ports from outside.
 #include <algorithm>
-#include <charconv>
 
 #include "control/control.h"
 #include "model/olt/light.h"
 #include "model/plant/fibre.h"
 #include "model/port/fibre.h"
+#include "text/number.h"
 
 namespace ponsim
 {
@@ -42,12 +42,10 @@ int32_t decibels(const std::string &word)
     const bool fits = !digits.empty() && !fraction.empty() && fraction.size() <= decimals;
     fraction.resize(decimals, '0');
     digits += fraction;
-    int32_t loss = 0;
-    const char *const end = digits.data() + digits.size();
-    const auto [last, error] = std::from_chars(digits.data(), end, loss);
-    if (!fits || error != std::errc{} || last != end || loss < 1 || loss > cut_loss)
+    const auto loss = text::to_number<int32_t>(digits);
+    if (!fits || !loss || *loss < 1 || *loss > cut_loss)
         throw ControlError(word + ": expected decibels from 0.01 to " + std::to_string(cut_loss / 100) + ", as 3.5");
-    return loss;
+    return *loss;
 }
 
 Plan cut(const Olt &olt, std::span<const std::string> words)

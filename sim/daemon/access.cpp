@@ -1,8 +1,8 @@
 #include "daemon/access.h"
 
-#include <charconv>
-
 #include <pwd.h>
+
+#include "text/number.h"
 
 namespace ponsim
 {
@@ -22,10 +22,7 @@ std::optional<Class> find_class(std::string_view text)
 
 std::optional<uid_t> find_user(const std::string &text)
 {
-    uid_t user;
-    const char *const end = text.data() + text.size();
-    if (const auto [last, error] = std::from_chars(text.data(), end, user); error == std::errc{} && last == end)
-        return user;
+    if (const auto user = text::to_number<uid_t>(text)) return user;
     if (const passwd *entry = getpwnam(text.c_str())) return entry->pw_uid;
     return std::nullopt;
 }

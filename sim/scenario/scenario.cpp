@@ -222,7 +222,7 @@ public:
             std::vector<std::string> names;
             for (const Branch &branch : branches)
                 names.push_back(branch.name);
-            section.fail_unknown(key, "branch", name + " before this", names);
+            section.fail_unknown(key, "earlier branch", name, names);
         }
         return *found;
     }
@@ -360,7 +360,7 @@ private:
         const std::string place = arrival.name + " at port " + std::to_string(port);
         if (const auto [first, is_new] = macs.emplace(arrival.mac, place); !is_new)
             section.fail(section.has("mac") ? "mac" : "name",
-                         to_text(arrival.mac) + " is the address of " + first->second + " already");
+                         text::mac_text(arrival.mac) + " is the address of " + first->second + " already");
         if (section.has("kind")) topology->kinds[arrival.mac] = known(section, "kind", "kind", context.kinds).get();
         if (section.has("service")) onu.service = &known(section, "service", "service", context.services);
         if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");

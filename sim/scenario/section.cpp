@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <numeric>
 
 #include "model/base/text.h"
 #include "scenario/scenario.h"
+#include "text/words.h"
 
 namespace ponsim
 {
@@ -14,21 +14,13 @@ namespace
 
 constexpr size_t longest_name = 32;
 
-// In how many characters they differ: left out, added or another.
-size_t distance(std::string_view one, std::string_view other)
+// Returns what the unknown word may have been meant to be.
+std::string hint(std::string_view unknown, std::span<const std::string> known)
 {
-    std::vector<size_t> row(other.size() + 1);
-    std::iota(row.begin(), row.end(), size_t{0});
-    for (size_t i = 0; i < one.size(); ++i) {
-        size_t diagonal = row[0];
-        row[0] = i + 1;
-        for (size_t j = 0; j < other.size(); ++j) {
-            const size_t above = row[j + 1];
-            row[j + 1] = std::min({above + 1, row[j] + 1, diagonal + (one[i] == other[j] ? 0 : 1)});
-            diagonal = above;
-        }
-    }
-    return row.back();
+    const std::vector<std::string_view> names(known.begin(), known.end());
+    const std::string near = text::suggestion(unknown, names);
+    if (!near.empty() || known.empty()) return near;
+    return "; known are " + text::join(names);
 }
 
 std::string describe(const TomlValue &value)
@@ -100,11 +92,6 @@ std::string time_text(ModelTime time)
     return text.empty() ? "0s" : text;
 }
 
-std::string nearest(std::string_view word, std::span<const std::string> known)
-{
-    return *std::ranges::min_element(known, {}, [&](const std::string &each) { return distance(word, each); });
-}
-
 Section::Section(const std::string &name, const TomlValue &of) : file(name), value(of)
 {
     if (!std::holds_alternative<TomlTable>(value.value))
@@ -131,8 +118,7 @@ void Section::fail_expected(const std::string &key, const std::string &expected)
 void Section::fail_unknown(const std::string &key, const std::string &what, const std::string &unknown,
                            std::span<const std::string> known) const
 {
-    fail(key,
-         "there is no " + what + " " + unknown + (known.empty() ? "" : "; the nearest is " + nearest(unknown, known)));
+    fail(key, "there is no " + what + " " + unknown + hint(unknown, known));
 }
 
 const TomlValue *Section::ask(const std::string &key)
@@ -284,8 +270,7 @@ void Section::end() const
 {
     const std::vector<std::string> known(asked.begin(), asked.end());
     for (const auto &[key, member] : table())
-        if (!asked.contains(key))
-            fail_at(member.line, key + ": an unknown key; the nearest known one is " + nearest(key, known));
+        if (!asked.contains(key)) fail_at(member.line, key + ": an unknown key" + hint(key, known));
 }
 
 } // namespace ponsim

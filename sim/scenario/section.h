@@ -17,9 +17,6 @@ namespace ponsim
 // The longest time that a scenario can speak of: ten years.
 inline constexpr ModelTime longest_time = 10ull * 365 * 24 * 3600 * ms_per_second;
 
-// Of the known words, the one that the unknown one is most like; there must be one.
-std::string nearest(std::string_view word, std::span<const std::string> known);
-
 // Every function throws ScenarioError where the table has something else at the key than what is asked for.
 class Section
 {

@@ -11,6 +11,7 @@
 
 #include "store/digest.h"
 #include "store/store.h"
+#include "text/hex.h"
 
 namespace ponsim
 {
@@ -20,7 +21,6 @@ namespace
 using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
 constexpr char version_key[] = "ponsim_configuration";
-constexpr char digits[] = "0123456789abcdef";
 
 // Of the first row; one line a row.
 constexpr size_t first_row_line = 2;
@@ -42,14 +42,10 @@ void write(Writer &writer, const Cell &cell)
     } else if (const auto *text = std::get_if<std::string>(&cell)) {
         write(writer, *text);
     } else {
-        std::string hex;
-        for (const char byte : std::get<Blob>(cell).bytes) {
-            hex += digits[static_cast<uint8_t>(byte) >> 4];
-            hex += digits[static_cast<uint8_t>(byte) & 15];
-        }
+        const std::string &bytes = std::get<Blob>(cell).bytes;
         writer.StartObject();
         writer.Key("hex");
-        write(writer, hex);
+        write(writer, text::to_hex({reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size()}));
         writer.EndObject();
     }
 }
@@ -82,12 +78,9 @@ std::string options(const Settings &settings, const std::string &scenario)
 
 std::optional<Blob> to_blob(std::string_view hex)
 {
-    const std::string_view known(digits);
-    if (hex.size() % 2 != 0 || hex.find_first_not_of(known) != std::string_view::npos) return std::nullopt;
-    Blob blob;
-    for (size_t at = 0; at < hex.size(); at += 2)
-        blob.bytes += static_cast<char>(known.find(hex[at]) << 4 | known.find(hex[at + 1]));
-    return blob;
+    const auto bytes = text::from_hex(hex);
+    if (!bytes) return std::nullopt;
+    return Blob{std::string(bytes->begin(), bytes->end())};
 }
 
 std::string_view text_of(const rapidjson::Value &value)

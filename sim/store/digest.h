@@ -1,9 +1,12 @@
 // Short names for long texts.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "text/hex.h"
 
 namespace ponsim
 {
@@ -14,10 +17,12 @@ inline std::string digest(std::string_view text)
     uint64_t hash = 0xcbf29ce484222325;
     for (const char byte : text)
         hash = (hash ^ static_cast<uint8_t>(byte)) * 0x100000001b3;
-    std::string hex;
-    for (int shift = 60; shift >= 0; shift -= 4)
-        hex += "0123456789abcdef"[hash >> shift & 15];
-    return hex;
+    std::array<uint8_t, sizeof hash> bytes;
+    for (uint8_t &byte : bytes) {
+        byte = static_cast<uint8_t>(hash >> 56);
+        hash <<= 8;
+    }
+    return text::to_hex(bytes);
 }
 
 } // namespace ponsim

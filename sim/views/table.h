@@ -57,7 +57,7 @@ private:
     {
         value_writer().String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
     }
-    void put(const Mac &value) { put(to_text(value)); }
+    void put(const Mac &value) { put(text::mac_text(value)); }
     template <class Value>
     void put(const std::optional<Value> &value)
     {

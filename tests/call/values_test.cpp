@@ -45,11 +45,6 @@ TEST(Mac, IsReadInEachOfItsThreeForms)
     EXPECT_EQ(parse_mac("mac", "001a.ff33.4455"), mac);
 }
 
-TEST(Mac, IsWrittenWithColons)
-{
-    EXPECT_EQ(format_mac(Mac{0x00, 0x1a, 0xff, 0x33, 0x44, 0x55}.data()), "00:1a:ff:33:44:55");
-}
-
 TEST(Mac, ErrorNamesTheArgumentAndTheForm)
 {
     EXPECT_EQ(usage_error_of([] { parse_mac("mac", "00:11"); }),

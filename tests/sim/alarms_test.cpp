@@ -179,7 +179,8 @@ Desk alarmed()
 TEST(AlarmView, ShowsAlarmsInOrder)
 {
     Desk desk = alarmed();
-    const std::string bound = to_text(desk.port(1).arrivals[0].mac), waiting = to_text(desk.port(1).arrivals[1].mac);
+    const std::string bound = text::mac_text(desk.port(1).arrivals[0].mac),
+                      waiting = text::mac_text(desk.port(1).arrivals[1].mac);
     const auto row = [](const std::string &id, const std::string &mac, const std::string &rest) {
         return R"({"pon_port":1,"onu_id":)" + id + R"(,"mac":")" + mac + R"(",)" + rest + "}";
     };

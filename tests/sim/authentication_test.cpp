@@ -425,7 +425,7 @@ TEST(AuthList, ForAPortIsARowARecord)
                                                    R"("loid":"absent","has_password":false,"mac":null,"onu_id":null},)"
                                                    R"({"pon_port":1,)" +
                                                    nulls + R"("loid":")" + onu.loid +
-                                                   R"(","has_password":true,"mac":")" + to_text(onu.mac) +
+                                                   R"(","has_password":true,"mac":")" + text::mac_text(onu.mac) +
                                                    R"(","onu_id":1}])");
     EXPECT_EQ(desk.view(BSP_CMD_AUTH_LIST, 2), "[]");
     EXPECT_EQ(desk.ask(record_of(BSP_CMD_AUTH_LIST, 3)).status, PON_ERR_NO_PORT);

@@ -245,8 +245,8 @@ TEST(BlacklistView, ShowsAnEntry)
     desk.send(add_record(1, stranger(9), "not here"));
     desk.send(add_record(1, mac, "\"lost\""));
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_BLACKLIST_SNMP),
-              R"([{"pon_port":1,"id":1,"mac":")" + to_text(stranger(9)) +
-                  R"(","text":"not here","registering":false},{"pon_port":1,"id":2,"mac":")" + to_text(mac) +
+              R"([{"pon_port":1,"id":1,"mac":")" + text::mac_text(stranger(9)) +
+                  R"(","text":"not here","registering":false},{"pon_port":1,"id":2,"mac":")" + text::mac_text(mac) +
                   R"(","text":"\"lost\"","registering":true}])");
 }
 
@@ -259,7 +259,7 @@ TEST(BlacklistView, IsOfOnePortOrForPort0OfAll)
         EXPECT_EQ(desk.view(command), desk.view(BSP_CMD_VIEW_BLACKLIST_SNMP));
         const rapidjson::Document rows = parse(desk.view(command, 16));
         ASSERT_EQ(rows.Size(), 1u);
-        EXPECT_EQ(rows[0]["mac"].GetString(), to_text(stranger(2)));
+        EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(stranger(2)));
         EXPECT_EQ(desk.ask(record_of(command, 17)).status, PON_ERR_NO_PORT);
     }
 }

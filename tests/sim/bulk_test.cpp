@@ -72,7 +72,7 @@ TEST(OnuOpticsTable, HasWhatTheOnusTellOneByOne)
         const auto &row = rows[onu_id - 1];
         const Reply told = desk.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET, 3, onu_id);
         EXPECT_EQ(row["onu_id"].GetUint(), onu_id);
-        EXPECT_EQ(row["mac"].GetString(), to_text(desk.port(3).bindings[onu_id]->mac));
+        EXPECT_EQ(row["mac"].GetString(), text::mac_text(desk.port(3).bindings[onu_id]->mac));
         EXPECT_NEAR(Bulk::number(row, "temperature"), value_at(told, at::temperature) / 256.0, 0.01);
         EXPECT_NEAR(Bulk::number(row, "voltage"), value_at(told, at::voltage) / 10000.0, 0.001);
         EXPECT_NEAR(Bulk::number(row, "bias"), value_at(told, at::bias) / 500.0, 0.01);

@@ -74,7 +74,7 @@ TEST_F(DaemonTest, BindsAnOnuAndShowsIt)
     EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 3, 5, stranger(1))), BSP_OK);
     const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 3);
     EXPECT_EQ(db_rows(onus.handle), 9u);
-    EXPECT_STREQ(db_get_text(onus.handle, 0, "mac"), to_text(stranger(1)).c_str());
+    EXPECT_STREQ(db_get_text(onus.handle, 0, "mac"), text::mac_text(stranger(1)).c_str());
     EXPECT_STREQ(db_get_text(onus.handle, 0, "state"), "offline");
 }
 
@@ -112,7 +112,7 @@ TEST_F(DaemonTest, SendsAnOnusConfigurationAsATextInTheAnswer)
     EXPECT_EQ(status, BSP_OK);
     EXPECT_EQ(length, sizeof response);
     db_handle *onu = db_from_string(response + offsetof(bsp_pon_msg_ext, ext_payload));
-    EXPECT_STREQ(db_get_text(onu, 0, "mac"), to_text(stranger(1)).c_str());
+    EXPECT_STREQ(db_get_text(onu, 0, "mac"), text::mac_text(stranger(1)).c_str());
     db_free(onu);
 }
 

@@ -46,7 +46,7 @@ Told tell(uint64_t requests_seed, bool in_small_steps = false)
     Desk desk(busy);
     Random random{requests_seed, 1};
     Told told;
-    const std::string first = to_text(desk.port(1).arrivals[0].mac);
+    const std::string first = text::mac_text(desk.port(1).arrivals[0].mac);
     for (uint32_t id = 1; id <= 4; ++id)
         told.add({desk.send(record_of(BSP_CMD_ONU_BIND, 1, id, desk.port(1).arrivals[id - 1].mac))});
     const std::string happenings[] = {"power 1 " + first + " off", "power 1 " + first + " on",

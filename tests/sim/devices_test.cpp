@@ -213,7 +213,7 @@ TEST(Capabilities, AreThoseOfTheDevice)
     ASSERT_EQ(rows.Size(), 2u);
     const Device device = device_of(1, stranger(9));
     EXPECT_EQ(rows[1]["onu_id"].GetUint(), 9u);
-    EXPECT_EQ(rows[1]["mac"].GetString(), to_text(stranger(9)));
+    EXPECT_EQ(rows[1]["mac"].GetString(), text::mac_text(stranger(9)));
     EXPECT_EQ(rows[1]["model"].GetString(), device.type->model);
     EXPECT_EQ(rows[1]["ge_ports"].GetUint(), device.type->ge_ports);
     EXPECT_EQ(rows[1]["fec"].GetBool(), device.type->fec);
@@ -238,7 +238,7 @@ TEST(UpgradeBaseInfo, IsOfOnePortOrForPort0OfAll)
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 0)).Size(), 2u);
     const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 2));
     ASSERT_EQ(rows.Size(), 1u);
-    EXPECT_EQ(rows[0]["mac"].GetString(), to_text(stranger(100)));
+    EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(stranger(100)));
     EXPECT_EQ(desk.send(record_of(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 3)), PON_ERR_NO_PORT);
 }
 
@@ -273,7 +273,7 @@ TEST(OnuConfig, ComesAsATextAndAsAResult)
     EXPECT_EQ(reply.status, BSP_OK);
     EXPECT_EQ(reply.answer.value().size(), sizeof(bsp_pon_msg_ext));
     EXPECT_EQ(answer_text(reply), reply.result);
-    EXPECT_EQ(parse(answer_text(reply))[0]["mac"].GetString(), to_text(stranger(9)));
+    EXPECT_EQ(parse(answer_text(reply))[0]["mac"].GetString(), text::mac_text(stranger(9)));
 }
 
 TEST(OnuConfig, HasTheLongestBindTextsToo)

@@ -452,8 +452,8 @@ TEST(MacTable, ShowsWhereAStationIs)
     const FdbEntry entry = entries(desk).front();
     EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {.mac = entry.mac}).result,
               R"([{"pon_port":1,"onu_id":)" + std::to_string(*entry.onu_id) + R"(,"uni":)" + std::to_string(entry.uni) +
-                  R"(,"vlan":)" + std::to_string(entry.vlan) + R"(,"mac":")" + to_text(entry.mac) + R"(","age":)" +
-                  std::to_string((desk.simulator.olt().now() - entry.seen) / 1000) + "}]");
+                  R"(,"vlan":)" + std::to_string(entry.vlan) + R"(,"mac":")" + text::mac_text(entry.mac) +
+                  R"(","age":)" + std::to_string((desk.simulator.olt().now() - entry.seen) / 1000) + "}]");
 }
 
 TEST(MacTable, IsPagedByFromAndCount)

@@ -148,11 +148,11 @@ TEST(Light, AnOnuWithoutPowerDoesNotRegisterWhenItsFibreIsMended)
 {
     Field field;
     field.order("cut 1 " + field.drop(0));
-    field.order("power 1 " + to_text(field.onu(0).mac) + " off");
+    field.order("power 1 " + text::mac_text(field.onu(0).mac) + " off");
     field.order("mend 1 " + field.drop(0));
     EXPECT_EQ(field.light(0), Light::good);
     EXPECT_EQ(field.record(0).phase_ends, 0u) << "nothing is under way";
-    field.order("power 1 " + to_text(field.onu(0).mac) + " on");
+    field.order("power 1 " + text::mac_text(field.onu(0).mac) + " on");
     pass(field, registering);
     EXPECT_TRUE(field.online(0));
 }
@@ -206,10 +206,10 @@ TEST(Light, FadesAtOnceWhenTheLaserIsMadeOld)
     namespace at = layout::optics_rssi;
     const auto launched = [&] { return rssi(field, 1, 1).get(at::onu_launch_power); };
     const int32_t launched_before = launched();
-    field.order("age-onu 1 " + to_text(field.onu(0).mac) + " 100000");
+    field.order("age-onu 1 " + text::mac_text(field.onu(0).mac) + " 100000");
     EXPECT_EQ(field.level(0), before - 100);
     EXPECT_EQ(launched(), launched_before - 100);
-    field.order("age-onu 1 " + to_text(field.onu(0).mac) + " 1900000");
+    field.order("age-onu 1 " + text::mac_text(field.onu(0).mac) + " 1900000");
     EXPECT_EQ(field.light(0), Light::lost);
 }
 
@@ -292,7 +292,7 @@ TEST(BitErrors, EndWithTheLight)
 TEST(Rogue, BlindsThePortUntilItWorksAsItShould)
 {
     Field field;
-    const std::string mac = to_text(field.onu(3).mac);
+    const std::string mac = text::mac_text(field.onu(3).mac);
     field.order("rogue 1 " + mac + " on");
     EXPECT_EQ(field.online(), 0u);
     EXPECT_EQ(field.alarms_of(port_itself, Alarm::rogue), 1u);
@@ -309,7 +309,7 @@ TEST(Rogue, BlindsThePortUntilItWorksAsItShould)
 TEST(Rogue, EndsWithItsPower)
 {
     Field field;
-    const std::string mac = to_text(field.onu(3).mac);
+    const std::string mac = text::mac_text(field.onu(3).mac);
     field.order("rogue 1 " + mac + " on");
     field.order("power 1 " + mac + " off");
     pass(field, registering);
@@ -338,7 +338,7 @@ TEST(Rogue, BlindsNothingWhileItBoots)
 TEST(Rogue, EndsWhereItsLightNoLongerReachesThePort)
 {
     Field field;
-    field.order("rogue 1 " + to_text(field.onu(3).mac) + " on");
+    field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " on");
     field.order("cut 1 " + field.drop(3));
     pass(field, registering);
     EXPECT_EQ(field.online(), Field::onus - 1);
@@ -349,7 +349,7 @@ TEST(Rogue, EndsWhereItsLightNoLongerReachesThePort)
 TEST(Rogue, ComesAndGoesWithTheWarmthOfTheDayAtTheEdge)
 {
     Field field;
-    field.order("rogue 1 " + to_text(field.onu(3).mac) + " on");
+    field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " on");
     field.bring(3, -3290);
     ASSERT_EQ(field.online(), 0u);
     const ModelTime gone = field.first_below(3, -3301);
@@ -363,7 +363,7 @@ TEST(Rogue, ComesAndGoesWithTheWarmthOfTheDayAtTheEdge)
 TEST(Rogue, IsSeenAnewWhenTheFeederIsMended)
 {
     Field field;
-    field.order("rogue 1 " + to_text(field.onu(3).mac) + " on");
+    field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " on");
     field.order("cut 1 feeder");
     field.order("mend 1 feeder");
     pass(field, registering);
@@ -374,13 +374,13 @@ TEST(Rogue, IsSeenAnewWhenTheFeederIsMended)
 TEST(Rogue, TwoOfThemBlindThePortUntilBothAreGone)
 {
     Field field;
-    field.order("rogue 1 " + to_text(field.onu(3).mac) + " on");
-    field.order("rogue 1 " + to_text(field.onu(4).mac) + " on");
+    field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " on");
+    field.order("rogue 1 " + text::mac_text(field.onu(4).mac) + " on");
     field.bring(3, -3290);
     pass(field, 12 * hours);
     ASSERT_LT(field.level(3), -3301);
     EXPECT_EQ(field.online(), 0u) << "the other one";
-    field.order("rogue 1 " + to_text(field.onu(4).mac) + " off");
+    field.order("rogue 1 " + text::mac_text(field.onu(4).mac) + " off");
     pass(field, registering);
     EXPECT_EQ(field.online(), Field::onus - 1);
     EXPECT_EQ(field.alarms_of(port_itself, Alarm::rogue), 1u);
@@ -389,7 +389,7 @@ TEST(Rogue, TwoOfThemBlindThePortUntilBothAreGone)
 TEST(Rogue, AnOnuThatWorksAsItShouldEndsNothing)
 {
     Field field;
-    field.order("rogue 1 " + to_text(field.onu(3).mac) + " off");
+    field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " off");
     EXPECT_EQ(field.online(), Field::onus);
     EXPECT_TRUE(field.port(1).alarms.empty());
 }
@@ -423,13 +423,13 @@ TEST(LightOfAStore, ARogueOnuIsStillThere)
     const std::string file = folder.file("olt.db");
     {
         Field field(file);
-        field.order("rogue 1 " + to_text(field.onu(3).mac) + " on");
+        field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " on");
     }
     Field field(file);
     pass(field, registering);
     EXPECT_EQ(field.online(), 0u);
     EXPECT_EQ(field.alarms_of(port_itself, Alarm::rogue), 1u);
-    field.order("rogue 1 " + to_text(field.onu(3).mac) + " off");
+    field.order("rogue 1 " + text::mac_text(field.onu(3).mac) + " off");
     pass(field, registering);
     EXPECT_EQ(field.online(), Field::onus);
 }
@@ -442,7 +442,7 @@ TEST(LightOverTime, OneLongStepAndManyShortOnesGiveTheSame)
         field->bring(1, -3120);
         field->bring(2, -3290);
         field->bring(3, -3295);
-        field->order("rogue 1 " + to_text(field->onu(3).mac) + " on");
+        field->order("rogue 1 " + text::mac_text(field->onu(3).mac) + " on");
     }
     ASSERT_EQ(once.store.rows(), stepped.store.rows());
     const auto before = once.store.rows();
@@ -459,14 +459,14 @@ TEST(LightOverTime, OneLongStepAndManyShortOnesGiveTheSame)
 TEST(LightControls, KnowBranchesAndOnus)
 {
     Field field;
-    const std::string mac = to_text(field.onu(0).mac);
+    const std::string mac = text::mac_text(field.onu(0).mac);
     field.order("bend 1 " + mac + " 3.5");
     EXPECT_EQ(damage_to(field.port(1), field.onu(0).branch), 350);
     field.order("bend 1 " + field.drop(0) + " 0.25");
     EXPECT_EQ(damage_to(field.port(1), field.onu(0).branch), 375);
     field.order("mend 1 " + mac);
     EXPECT_TRUE(field.port(1).damage.empty());
-    const std::string unknown = to_text(stranger(1));
+    const std::string unknown = text::mac_text(stranger(1));
     for (const std::string &line :
          {std::string("cut"), std::string("cut 1"), std::string("cut 17 feeder"), std::string("cut 1 drop-9"),
           "cut 1 " + unknown, std::string("bend 1 feeder"), std::string("bend 1 feeder 0"),

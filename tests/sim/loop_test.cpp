@@ -57,7 +57,7 @@ struct LoopDesk : Desk {
     }
     void say(const std::string &before, const std::string &after, uint32_t pon_port = 1)
     {
-        control_line(*this, before + ' ' + std::to_string(pon_port) + ' ' + to_text(mac) + ' ' + after);
+        control_line(*this, before + ' ' + std::to_string(pon_port) + ' ' + text::mac_text(mac) + ' ' + after);
     }
 };
 
@@ -288,7 +288,7 @@ TEST(Loop, AReleasedOnusPortIsListedWithoutAnId)
     LoopDesk desk;
     desk.say("loop", "1 on");
     EXPECT_EQ(rows(desk)[0]["onu_id"].GetUint(), 5u);
-    EXPECT_EQ(rows(desk)[0]["mac"].GetString(), to_text(desk.mac));
+    EXPECT_EQ(rows(desk)[0]["mac"].GetString(), text::mac_text(desk.mac));
     desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 5));
     pass(desk, hours);
     EXPECT_TRUE(rows(desk)[0]["onu_id"].IsNull());
@@ -310,7 +310,7 @@ std::vector<UniPlace> fill(Desk &desk, size_t wanted)
 
 std::string loop_line(const UniPlace &place, bool on)
 {
-    return "loop " + std::to_string(place.pon_port) + ' ' + to_text(place.mac) + " 1 " + (on ? "on" : "off");
+    return "loop " + std::to_string(place.pon_port) + ' ' + text::mac_text(place.mac) + " 1 " + (on ? "on" : "off");
 }
 
 TEST(Loop, ANewOneReplacesThePortThatRecoveredLongestAgo)
@@ -390,8 +390,8 @@ TEST(Loop, AllIsKeptOverARestart)
 TEST(Loop, TheControlSaysWhatIsWrong)
 {
     LoopDesk desk;
-    const std::string mac = to_text(desk.mac);
-    const std::string unbound = to_text(desk.port(1).arrivals[1].mac);
+    const std::string mac = text::mac_text(desk.mac);
+    const std::string unbound = text::mac_text(desk.port(1).arrivals[1].mac);
     for (const auto &[line, part] : {std::pair<std::string, std::string>{"loop 1 " + mac + " 1", "expected a PON port"},
                                      {"loop 17 " + mac + " 1 on", "17: expected a number from 1 to 16"},
                                      {"loop 1 nonsense 1 on", "nonsense: expected a MAC address"},
@@ -440,10 +440,10 @@ TEST(Power, AnOnuThatWaitsWithoutItIsNotSeen)
 {
     Desk desk(lively());
     const Mac mac = desk.port(1).arrivals[0].mac;
-    control_line(desk, "power 1 " + to_text(mac) + " off");
+    control_line(desk, "power 1 " + text::mac_text(mac) + " off");
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1)).Size(), 7u);
     EXPECT_TRUE(desk.port(1).alarms.empty());
-    control_line(desk, "power 1 " + to_text(mac) + " on");
+    control_line(desk, "power 1 " + text::mac_text(mac) + " on");
     desk.settle();
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1)).Size(), 8u);
 }
@@ -498,10 +498,11 @@ TEST(Power, TheControlSaysWhatIsWrong)
 {
     LoopDesk desk;
     for (const auto &[line, part] :
-         {std::pair<std::string, std::string>{"power 1 " + to_text(stranger(1)) + " off", "has arrived at the port"},
-          {"power 2 " + to_text(desk.mac) + " off", "has arrived at the port"},
-          {"power 1 " + to_text(desk.mac), "expected a PON port"},
-          {"power 0 " + to_text(desk.mac) + " off", "0: expected a number from 1 to 16"}})
+         {std::pair<std::string, std::string>{"power 1 " + text::mac_text(stranger(1)) + " off",
+                                              "has arrived at the port"},
+          {"power 2 " + text::mac_text(desk.mac) + " off", "has arrived at the port"},
+          {"power 1 " + text::mac_text(desk.mac), "expected a PON port"},
+          {"power 0 " + text::mac_text(desk.mac) + " off", "0: expected a number from 1 to 16"}})
         EXPECT_NE(refusal(desk, line).find(part), std::string::npos) << line << ": " << refusal(desk, line);
 }
 

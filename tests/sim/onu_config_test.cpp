@@ -85,7 +85,7 @@ TEST(LoidList, IsOfAPortOrOfAll)
     elsewhere.pon_port = 2;
     desk.send(elsewhere);
     const std::string of_port_1 = R"({"pon_port":1,"loid":")" + loid + R"(","has_password":true,"mac":")" +
-                                  to_text(desk.onu().mac) + R"(","onu_id":1})";
+                                  text::mac_text(desk.onu().mac) + R"(","onu_id":1})";
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_LOID_LIST, 1), '[' + of_port_1 + ']');
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_LOID_LIST, 0),
               '[' + of_port_1 + R"(,{"pon_port":2,"loid":"absent","has_password":false,"mac":null,"onu_id":null}])");
@@ -531,7 +531,7 @@ TEST(Arp, HasTheStationsBehindOnusThatAreOnline)
     const Station &first = stations.front();
     EXPECT_EQ(rows[0]["onu_id"].GetUint(), 5u);
     EXPECT_EQ(rows[0]["uni"].GetUint(), first.port);
-    EXPECT_EQ(rows[0]["mac"].GetString(), to_text(first.mac));
+    EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(first.mac));
     EXPECT_EQ(rows[0]["vlan"].GetUint(), first.vlan);
     EXPECT_STREQ(rows[0]["interface"].GetString(), "pon1");
 }

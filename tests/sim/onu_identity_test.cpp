@@ -514,7 +514,7 @@ TEST(OnuSerialNumbers, OfAPortAreThoseOfItsOnusInOrderOfId)
     const rapidjson::Document rows = serial_rows(desk);
     ASSERT_EQ(rows.Size(), 2u);
     EXPECT_EQ(rows[0]["id"].GetUint(), onu_id);
-    EXPECT_EQ(rows[0]["mac"].GetString(), to_text(desk.mac));
+    EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(desk.mac));
     EXPECT_STREQ(rows[0]["dev"].GetString(), "SIMB H132");
     EXPECT_EQ(rows[0]["sw"].GetString(), desk.device().software);
     EXPECT_EQ(rows[1]["id"].GetUint(), absent_id);
@@ -524,7 +524,7 @@ TEST(OnuSerialNumbers, AnOfflineOnuTellsNoDevice)
 {
     Online desk("H132");
     const rapidjson::Document rows = serial_rows(desk);
-    EXPECT_EQ(rows[1]["mac"].GetString(), to_text(stranger(6)));
+    EXPECT_EQ(rows[1]["mac"].GetString(), text::mac_text(stranger(6)));
     EXPECT_TRUE(rows[1]["dev"].IsNull() && rows[1]["sw"].IsNull());
 }
 

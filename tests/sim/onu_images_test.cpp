@@ -86,7 +86,7 @@ struct Pushing : Desk {
     }
     void power(const char *how)
     {
-        control_line(*this, "power 1 " + to_text(mac()) + ' ' + how);
+        control_line(*this, "power 1 " + text::mac_text(mac()) + ' ' + how);
         settle();
     }
 
@@ -283,7 +283,7 @@ TEST(OnuImages, ARebootLosesOneThatIsNotComplete)
 TEST(OnuImages, ABadOneFailsVerificationAndIsNotCommitted)
 {
     Pushing desk;
-    control_line(desk, "upgrade-fault 1 " + to_text(desk.mac()) + " on");
+    control_line(desk, "upgrade-fault 1 " + text::mac_text(desk.mac()) + " on");
     desk.push("image", "3.1");
     EXPECT_EQ(desk.status(state::state), 5u);
     EXPECT_EQ(desk.cell("pushed"), "failed");

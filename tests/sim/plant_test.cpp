@@ -133,7 +133,7 @@ TEST(Plant, OnusAreKnownToTheControlsByNameToo)
 {
     const Plant plant;
     EXPECT_EQ(control_onu(plant.port(1), "third"), stranger(3));
-    EXPECT_EQ(control_onu(plant.port(1), to_text(stranger(9))), stranger(9)) << "any address will do";
+    EXPECT_EQ(control_onu(plant.port(1), text::mac_text(stranger(9))), stranger(9)) << "any address will do";
     EXPECT_THROW(control_onu(plant.port(1), "fourth"), ControlError);
     const auto cut = std::ranges::find(controls(), "cut", &Control::name);
     const std::vector<std::string> words{"1", "third"};

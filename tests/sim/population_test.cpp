@@ -24,7 +24,7 @@ TEST(Population, IsWhatItWasInEarlierVersions)
     const std::vector<Arrival> arrivals =
         population_at({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0}, 1).arrivals;
     ASSERT_EQ(arrivals.size(), 1u);
-    EXPECT_EQ(to_text(arrivals[0].mac), "02:1e:61:97:01:00");
+    EXPECT_EQ(text::mac_text(arrivals[0].mac), "02:1e:61:97:01:00");
     EXPECT_EQ(arrivals[0].distance, 1940u);
     EXPECT_EQ(arrivals[0].loid, "loid10471001000");
     EXPECT_EQ(arrivals[0].password, "pw104710");

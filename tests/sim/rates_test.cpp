@@ -106,7 +106,8 @@ struct Loaded : Desk {
     Mac mac(uint32_t pon_port, uint32_t id) const { return port(pon_port).arrivals.at(id - 1).mac; }
     void say(const std::string &command, uint32_t pon_port, uint32_t id, const std::string &words)
     {
-        control_line(*this, command + ' ' + std::to_string(pon_port) + ' ' + to_text(mac(pon_port, id)) + ' ' + words);
+        control_line(*this,
+                     command + ' ' + std::to_string(pon_port) + ' ' + text::mac_text(mac(pon_port, id)) + ' ' + words);
     }
     void load(uint32_t pon_port, uint32_t id, const std::string &direction, uint32_t kbit)
     {
@@ -211,7 +212,7 @@ TEST(Load, IsOfAnOnuByAddressOrByName)
     const Olt olt({.ports = 1, .topology = topology});
     const Mac mac = olt.port(1)->arrivals[1].mac;
     EXPECT_EQ(control_onu(*olt.port(1), "attic"), mac);
-    EXPECT_EQ(control_onu(*olt.port(1), to_text(mac)), mac);
+    EXPECT_EQ(control_onu(*olt.port(1), text::mac_text(mac)), mac);
     EXPECT_THROW(control_onu(*olt.port(1), "cellar"), ControlError);
 }
 

@@ -105,7 +105,7 @@ TEST(Scenario, AnOnuIsWhatItSays)
 {
     const Scene scene(small);
     const Arrival &shop = scene.onu(2, "shop");
-    EXPECT_EQ(to_text(shop.mac), "02:00:5e:10:00:01");
+    EXPECT_EQ(text::mac_text(shop.mac), "02:00:5e:10:00:01");
     EXPECT_EQ(shop.distance, 1230u);
     EXPECT_EQ(shop.loss, splitter_loss(4) + splitter_loss(8) + 6 * connector_loss);
     EXPECT_EQ(shop.loid, "shop-1");
@@ -371,7 +371,7 @@ std::string chain(size_t fibres)
 const std::vector<Wrong> wrong{
     {"seed = \n", "1: "},
     {"", "1: olt: expected at least one [[olt]]"},
-    {"sed = 1\n[[olt]]\n", "1: sed: an unknown key; the nearest known one is seed"},
+    {"sed = 1\n[[olt]]\n", "1: sed: an unknown key; did you mean seed?"},
     {"seed = -1\n[[olt]]\n", "1: seed: expected a number from 0 to 9223372036854775807, found -1"},
     {"seed = \"x\"\n[[olt]]\n", "1: seed: expected a number from 0 to 9223372036854775807, found \"x\""},
     {"start = \"warm\"\n[[olt]]\n", "1: start: expected \"registered\" or \"cold\", found \"warm\""},
@@ -383,7 +383,7 @@ const std::vector<Wrong> wrong{
      "2: name: expected a name of at most 32 letters, digits, '-', '_' and '.', found \"a b\""},
     {"[[olt]]\n[[olt]]\n", "2: name: there is an OLT olt already"},
     {"[[olt]]\nname = \"a\"\ncount = 33\n", "3: count: expected a number from 1 to 32, found 33"},
-    {"[[olt]]\n[[olt.prot]]\n", "2: prot: an unknown key; the nearest known one is port"},
+    {"[[olt]]\n[[olt.prot]]\n", "2: prot: an unknown key; did you mean port?"},
     {"[[olt]]\n[[olt.port]]\n", "2: number: expected that of a PON port, or numbers"},
     {"[[olt]]\nports = 2\n[[olt.port]]\nnumber = 3\n", "4: number: expected a number from 1 to 2, found 3"},
     {"[[olt]]\n[[olt.port]]\nnumbers = \"3-1\"\n",
@@ -392,13 +392,13 @@ const std::vector<Wrong> wrong{
     {at_port("[[olt.port]]\nnumbers = \"1-2\"\n"), "5: numbers: port 1 is described in line 2 already"},
     {at_port("auth = \"none\"\n"),
      "4: auth: expected \"mac\", \"loid\", \"loid+password\" or \"mac-or-loid\", found \"none\""},
-    {at_port(branch("b", "lenght = 1\n")), "6: lenght: an unknown key; the nearest known one is length"},
+    {at_port(branch("b", "lenght = 1\n")), "6: lenght: an unknown key; did you mean length?"},
     {at_port(branch("b", "split = 3\n")), "6: split: expected 1, 2, 4, 8, 16, 32, 64 or 128, found 3"},
     {at_port(branch("b", "split = 256\n")), "6: split: expected a number from 1 to 128, found 256"},
     {at_port(branch("b", "length = 20001\n")), "6: length: expected a number from 0 to 20000, found 20001"},
-    {at_port(branch("b", "from = \"c\"\n")), "6: from: there is no branch c before this"},
+    {at_port(branch("b", "from = \"c\"\n")), "6: from: there is no earlier branch c"},
     {at_port(branch("main", "split = 2\n") + branch("c", "from = \"mian\"\n")),
-     "9: from: there is no branch mian before this; the nearest is main"},
+     "9: from: there is no earlier branch mian; did you mean main?"},
     {at_port(branch("b", "") + branch("c", "")), "6: from: expected a branch: the fibre of the port begins with b"},
     {at_port(branch("b", "split = 2\n") + branch("b", "from = \"b\"\n")),
      "8: name: there is a fibre b at this port already"},
@@ -423,7 +423,7 @@ const std::vector<Wrong> wrong{
      "9: mac: 02:00:5e:10:00:01 is the address of a at port 1 already"},
     {onu("count = 2\nmac = \"02:00:5e:10:00:01\"\n"), "7: mac: expected without count: it is that of one ONU"},
     {onu("kind = \"box\"\n"), "6: kind: there is no kind box"},
-    {"[service.home]\n" + onu("service = \"hone\"\n"), "7: service: there is no service hone; the nearest is home"},
+    {"[service.home]\n" + onu("service = \"hone\"\n"), "7: service: there is no service hone; did you mean home?"},
     {onu("id = 1\n"), "6: id: expected with a service that binds the ONU"},
     {"[service.s]\n" + onu("service = \"s\"\nid = 128\n"), "8: id: expected a number from 0 to 127, found 128"},
     {"[service.s]\n" + onu("service = \"s\"\nid = 120\ncount = 9\n"),
@@ -442,8 +442,8 @@ const std::vector<Wrong> wrong{
     {"[service.s]\nassured = 10\nmaximum = 5\n[[olt]]\n",
      "3: maximum: expected at least what is fixed and assured, 10, found 5"},
     {"[service.s]\nweight = 101\n[[olt]]\n", "2: weight: expected a number from 1 to 100, found 101"},
-    {"[service.s]\nspeed = 1\n[[olt]]\n", "2: speed: an unknown key; the nearest known one is "},
-    {"[kind.k]\nmodel = \"S10O\"\n[[olt]]\n", "2: model: there is no built-in model S10O; the nearest is S100"},
+    {"[service.s]\nspeed = 1\n[[olt]]\n", "2: speed: an unknown key; known are "},
+    {"[kind.k]\nmodel = \"S10O\"\n[[olt]]\n", "2: model: there is no built-in model S10O; did you mean S100?"},
     {"[kind.k]\nvendor = \"ABC\"\nmodel = \"X\"\n[[olt]]\n", "2: vendor: expected 4 characters, found \"ABC\""},
     {"[kind.k]\nvendor = \"ABCD\"\nmodel = \"X\"\n[[olt]]\n",
      "1: ge_ports: expected 1 to 4 GE and FE ports together, found 0"},
@@ -463,7 +463,7 @@ const std::vector<Wrong> wrong{
     {"[[olt]]\n" + event("1", "age 1 1", "every = \"365d\"\ntimes = 12\n"),
      "6: times: expected the last time within ten years"},
     {"[[olt]]\nname = \"core\"\n" + event("1", "age 1 1", "olt = \"cord\"\n"),
-     "6: olt: there is no OLT cord; the nearest is core"},
+     "6: olt: there is no OLT cord; did you mean core?"},
 };
 
 TEST(Scenario, AWrongOneIsExplainedWithItsLine)

@@ -393,7 +393,7 @@ TEST(UpgradeRuns, ABadImageFailsVerificationUntilTheFaultIsGone)
 {
     Fleet desk(1);
     desk.bind_port();
-    const std::string fault = "upgrade-fault 1 " + to_text(desk.mac(1));
+    const std::string fault = "upgrade-fault 1 " + text::mac_text(desk.mac(1));
     control_line(desk, fault + " on");
     upgrade_one(desk, 1, 1);
     pass(desk, hours);
@@ -439,7 +439,7 @@ TEST(UpgradeRuns, ARestartInTheMiddleOfThemChangesNothing)
         desk.bind_port();
         bind_to_onus(desk, 1, ids({6, 7, 8, 9}), "large");
         for (uint32_t onu_id : {2u, 6u}) // one whose run fails before the restart, and one after it
-            control_line(desk, "upgrade-fault 1 " + to_text(desk.mac(onu_id)) + " on");
+            control_line(desk, "upgrade-fault 1 " + text::mac_text(desk.mac(onu_id)) + " on");
         upgrade_all(desk, 1);
         pass(desk, download + to_verify + to_reboot + ms_per_second);
         desk.simulator.keep_time();

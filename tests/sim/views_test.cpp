@@ -197,7 +197,7 @@ TEST(OnuInfo, ShowsABoundOnu)
     strcpy(record.text365, "\"c\"");
     desk.send(record);
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1),
-              R"([{"pon_port":1,"onu_id":5,"mac":")" + to_text(arrival.mac) +
+              R"([{"pon_port":1,"onu_id":5,"mac":")" + text::mac_text(arrival.mac) +
                   R"(","state":"online","supported":true,"distance":)" + std::to_string(arrival.distance) +
                   R"(,"mode":3,"text_a":"a","text_b":"b","text_c":"\"c\"","reboots":0,"description":"","loid":")" +
                   arrival.loid + R"("}])");
@@ -209,7 +209,7 @@ TEST(OnuInfo, ShowsAWaitingOnu)
     const Arrival &arrival = desk.simulator.olt().port(1)->arrivals[0];
     desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 1, 0, arrival.mac));
     EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_WEB, 1),
-              R"([{"pon_port":1,"onu_id":null,"mac":")" + to_text(arrival.mac) +
+              R"([{"pon_port":1,"onu_id":null,"mac":")" + text::mac_text(arrival.mac) +
                   R"(","state":"waiting","supported":false,"distance":)" + std::to_string(arrival.distance) +
                   R"(,"mode":null,"text_a":null,"text_b":null,"text_c":null,"reboots":0,"description":null,"loid":")" +
                   arrival.loid + R"("}])");
@@ -232,12 +232,13 @@ TEST(OnuInfo, BoundOnesComeFirstAndAllAreInOrder)
     desk.send(record_of(BSP_CMD_ONU_BIND, 1, 9, stranger(2)));
     desk.send(record_of(BSP_CMD_ONU_BIND, 1, 0, stranger(3)));
     const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP));
-    std::vector<std::string> macs, wanted{to_text(stranger(3)), to_text(stranger(2)), to_text(stranger(1))};
+    std::vector<std::string> macs,
+        wanted{text::mac_text(stranger(3)), text::mac_text(stranger(2)), text::mac_text(stranger(1))};
     for (const auto &row : rows.GetArray())
         macs.push_back(row["mac"].GetString());
     for (const PonPort &port : desk.simulator.olt().ports())
         for (const Arrival &arrival : port.arrivals)
-            wanted.push_back(to_text(arrival.mac));
+            wanted.push_back(text::mac_text(arrival.mac));
     EXPECT_EQ(macs, wanted);
 }
 

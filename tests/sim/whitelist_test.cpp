@@ -205,10 +205,10 @@ TEST(OnuInfoGet, IsOfAllPortsOneOrOneOnu)
     };
     EXPECT_EQ(macs(0, 0, {}).size(), 12u);
     EXPECT_EQ(macs(2, 0, {}).size(), 4u);
-    EXPECT_EQ(macs(2, 5, {}), std::vector{to_text(bound)});
-    EXPECT_EQ(macs(0, 0, bound), std::vector{to_text(bound)});
-    EXPECT_EQ(macs(2, 5, bound), std::vector{to_text(bound)});
-    EXPECT_EQ(macs(0, 0, waiting), std::vector{to_text(waiting)});
+    EXPECT_EQ(macs(2, 5, {}), std::vector{text::mac_text(bound)});
+    EXPECT_EQ(macs(0, 0, bound), std::vector{text::mac_text(bound)});
+    EXPECT_EQ(macs(2, 5, bound), std::vector{text::mac_text(bound)});
+    EXPECT_EQ(macs(0, 0, waiting), std::vector{text::mac_text(waiting)});
 }
 
 TEST(OnuInfoGet, AnOnuThatIsNotThereGivesAnEmptyTable)

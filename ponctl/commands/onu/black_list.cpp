@@ -29,7 +29,7 @@ constexpr size_t longest_entry_text = 200;
 ExitCode reject_by_mac(const Output &output, const RejectOptions &options, const std::string &port)
 {
     if (!options.ids.empty()) throw UsageError("--mac: not together with ids");
-    const std::string mac = format_mac(parse_mac("--mac", options.mac).data());
+    const std::string mac = text::mac_text(parse_mac("--mac", options.mac));
     check_text("--text", options.text, longest_entry_text);
     ask_before("bsp_pon_blacklist_add_onu_auto_id", "rejecting ONU " + mac + " at port " + port);
     return run_call(output, "bsp_pon_blacklist_add_onu_auto_id",
@@ -63,7 +63,7 @@ ExitCode run_onu_allow(const Output &output, const AllowOptions &options)
     const std::string port = port_of(options.port);
     if (options.mac.empty() == options.ids.empty()) throw UsageError("which ONU? give either MAC or --ids SET");
     if (!options.mac.empty()) {
-        const std::string mac = format_mac(parse_mac("MAC", options.mac).data());
+        const std::string mac = text::mac_text(parse_mac("MAC", options.mac));
         ask_before("bsp_pon_no_bind_blacklist_onu_by_mac", "allowing ONU " + mac + " at port " + port + " again");
         return run_call(output, "bsp_pon_no_bind_blacklist_onu_by_mac", words_of({{"pon_port", port}, {"mac", mac}}));
     }

@@ -185,7 +185,7 @@ ExitCode run_onu_image_push(const Output &output, const ImagePushOptions &option
             for (const Bytes &part : parts) {
                 calls.clear();
                 if (!calls
-                         .emplace_back(operation, onu_words(operation, onu, {"data=hex:" + format_hex(part)}),
+                         .emplace_back(operation, onu_words(operation, onu, {"data=hex:" + text::to_hex(part)}),
                                        consent())
                          .good())
                     return;
@@ -222,7 +222,7 @@ ExitCode run_onu_set(const Output &output, const SettingOptions &options)
             fields.push_back(parse_assignment(word));
     }
     const catalogue::Command &command = named_setting(name);
-    const std::string request = "msg=hex:" + format_hex(request_of(command, fields));
+    const std::string request = "msg=hex:" + text::to_hex(request_of(command, fields));
     ask_before(command.name, "sending " + std::string(command.name) + " to " + describe_onu_set(set));
     return tell_onus(output, set, setter_of(*command.channel), {request});
 }

@@ -2,14 +2,14 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <string>
+
+#include "text/hex.h"
 
 namespace ponsim
 {
 
-using Mac = std::array<uint8_t, 6>;
+using text::Mac;
 
 inline bool is_zero(const Mac &mac)
 {
@@ -20,19 +20,6 @@ inline bool is_zero(const Mac &mac)
 inline bool is_station(const Mac &mac)
 {
     return !is_zero(mac) && !(mac[0] & 1);
-}
-
-// Six hexadecimal pairs with colons.
-inline std::string to_text(const Mac &mac)
-{
-    constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (uint8_t byte : mac) {
-        if (!text.empty()) text += ':';
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-    return text;
 }
 
 } // namespace ponsim

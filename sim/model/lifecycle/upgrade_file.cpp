@@ -1,6 +1,5 @@
 #include "model/lifecycle/upgrade_file.h"
 
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -9,6 +8,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "text/number.h"
 
 namespace ponsim
 {
@@ -22,10 +22,9 @@ std::string add_line(const std::vector<std::string> &words, UpgradeTypes &types)
 {
     constexpr size_t per_line = 5;
     if (words.size() != per_line) return "expected name, vendor, model, version and size";
-    UpgradeType type{words[1], words[2], words[3], 0, {}};
-    const char *const end = words[4].data() + words[4].size();
-    const auto [last, error] = std::from_chars(words[4].data(), end, type.size);
-    if (error != std::errc{} || last != end || type.size == 0) return words[4] + ": expected a size in bytes";
+    const auto size = text::to_number<uint32_t>(words[4]).value_or(0);
+    if (size == 0) return words[4] + ": expected a size in bytes";
+    const UpgradeType type{words[1], words[2], words[3], size, {}};
     if (!is_good(words[0], type))
         return "name (31 characters), vendor (4), model (15) or version (16) is too long, or has characters that are "
                "not ASCII, a quote or a backslash";

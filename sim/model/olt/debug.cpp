@@ -22,7 +22,7 @@ void report(const Olt &olt, DebugSwitch what, uint32_t pon_port, const Mac &mac,
     const std::optional<uint32_t> onu_id = olt.id_at(pon_port, mac);
     change.log.push_back(std::string(what == DebugSwitch::onu ? "ONU" : "CTC OAM") + ": port " +
                          std::to_string(pon_port) + (onu_id ? " id " + std::to_string(*onu_id) : std::string()) + ' ' +
-                         to_text(mac) + ": " + std::string(event));
+                         text::mac_text(mac) + ": " + std::string(event));
 }
 
 } // namespace ponsim

@@ -165,7 +165,7 @@ OnuBlock first_wan(const Olt &olt, const RemoteOnu &onu, uint32_t index)
 OnuBlock first_wlan(const Olt &, const RemoteOnu &onu, uint32_t index)
 {
     namespace at = layout::onu_wlan;
-    const std::string mac = to_text(onu.binding->mac);
+    const std::string mac = text::mac_text(onu.binding->mac);
     OnuBlock block(wlan_size);
     block.put(at::enabled, index == 1);
     block.put(at::security, wlan_wpa2);

@@ -1,5 +1,4 @@
 #include "model/onu/onu_identity.h"
-#include "model/olt/light.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,6 +10,7 @@
 #include "model/olt/light.h"
 #include "model/onu/uni_config.h"
 #include "model/plant/fibre.h"
+#include "text/words.h"
 
 namespace ponsim
 {
@@ -56,13 +56,7 @@ std::string extended_model(const DeviceType &type)
 
 std::string serial_number(std::string_view vendor, const Mac &mac)
 {
-    constexpr char digits[] = "0123456789ABCDEF";
-    std::string serial(vendor);
-    for (size_t index = 2; index < mac.size(); ++index) {
-        serial += digits[mac[index] >> 4];
-        serial += digits[mac[index] & 15];
-    }
-    return serial;
+    return std::string(vendor) + text::upper_case(text::to_hex(std::span(mac).subspan(2)));
 }
 
 Usage usage_of(const Olt &olt, const RemoteOnu &onu)

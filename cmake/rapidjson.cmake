@@ -1,0 +1,8 @@
+# RapidJSON has headers only and is the same for every target: it is reached through a folder of its own, so that a cross
+# build never sees the host's other headers.
+find_path(RAPIDJSON_INCLUDE_DIR rapidjson/reader.h REQUIRED)
+set(third_party ${CMAKE_BINARY_DIR}/third_party)
+file(MAKE_DIRECTORY ${third_party})
+file(CREATE_LINK ${RAPIDJSON_INCLUDE_DIR}/rapidjson ${third_party}/rapidjson SYMBOLIC)
+add_library(rapidjson INTERFACE)
+target_include_directories(rapidjson SYSTEM INTERFACE ${third_party})
