@@ -14,7 +14,7 @@ namespace
 
 constexpr size_t longest_name = 32;
 
-// In how many characters they differ: left out, added or another.
+// Returns in how many characters the texts differ. A character can be left out, added or replaced.
 size_t distance(std::string_view one, std::string_view other)
 {
     std::vector<size_t> row(other.size() + 1);
@@ -68,7 +68,7 @@ struct Unit {
 };
 constexpr Unit units[] = {{"d", 24 * 3600}, {"h", 3600}, {"min", 60}, {"s", 1}};
 
-// None where the text is no time, or one that is too long.
+// Returns no time when the text is not a time, or when the time is too long.
 std::optional<ModelTime> time_of(std::string_view text)
 {
     constexpr uint64_t most = longest_time / ms_per_second;
