@@ -1,4 +1,4 @@
-// ponsim: the simulated PON management service.
+// This is ponsim, the simulated PON management service.
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -37,26 +37,26 @@ Examples:
 See ponsim(8).)";
 
 struct Options {
-    std::string socket_dir; // empty: the board library's own
+    std::string socket_dir; // empty: that of the board library
     std::string socket_mode = "0660";
     std::string state;
     bool fresh = false;
     ponsim::WantedSettings wanted;
-    std::string scenario; // its file; empty: none
+    std::string scenario; // file of the scenario; empty: none
     bool check = false;
     std::vector<std::string> grants;
-    ponsim::Access access; // what these come to
+    ponsim::Access access; // what the grants add up to
     double speed = 1;
-    std::string record;             // empty: none
-    std::vector<std::string> words; // of a control command
+    std::string record;             // empty: no record
+    std::vector<std::string> words; // the words of a control command
     std::string replayed;           // the recording to serve
     bool loop = false;
-    std::string olt; // that it is for; empty: the only one
+    std::string olt; // the OLT that the command is for; empty: the only one
 };
 
 using Command = command_line::Command<int(const Options &)>;
 
-// A file, or a folder for those of several OLTs.
+// Returns the default place of the state: a file, or a folder for the files of several OLTs.
 std::string default_state(size_t olts)
 {
     const std::string name = olts > 1 ? "/ponsim/olts" : "/ponsim/olt.db";
@@ -78,7 +78,7 @@ int fail(const std::string &reason, int status)
     return status;
 }
 
-// Sends the words to a running ponsim, and prints what it says.
+// Sends the words to a running ponsim, and prints the answer.
 int control(const Options &options)
 {
     std::string line;
@@ -105,7 +105,7 @@ uint32_t mode_bits(const Options &options)
     return static_cast<uint32_t>(std::stoul(options.socket_mode, nullptr, 8));
 }
 
-// What the line that tells that it serves says of the OLTs.
+// Returns what the line that announces the service says of the OLTs.
 std::string describe(const std::vector<std::unique_ptr<ponsim::Host>> &hosts)
 {
     const ponsim::Settings &first = hosts[0]->simulator().settings();
@@ -122,7 +122,7 @@ std::string describe(const std::vector<std::unique_ptr<ponsim::Host>> &hosts)
            std::to_string(ports) + " ports, " + std::to_string(onus) + " ONUs";
 }
 
-// Blocked before any other thread starts, so that all of them leave the signals to the wait of this one.
+// Signals are blocked before any other thread starts, so that all threads leave the signals to the wait of this one.
 sigset_t block_stop_signals()
 {
     sigset_t stop;
@@ -185,7 +185,7 @@ int serve_or_check(const Options &options)
     return EXIT_SUCCESS;
 }
 
-// The command line, which puts what it is given into `options`.
+// Declares the command line, which puts its values into `options`.
 void declare(Command &program, Options &options)
 {
     program.footer = examples;

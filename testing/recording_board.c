@@ -7,7 +7,7 @@
 #include <stdlib.h>
 #include <string.h>
 
-/* Counts and scripts: what a reset clears. */
+/* A reset clears these counts and scripts. */
 static struct {
     uint32_t recorded;
     uint32_t exchanges, logs, dbs, utils;
@@ -21,7 +21,7 @@ static struct {
     uint32_t file_length;
 } board;
 
-/* The records that the counts speak of; each is cleared when it is taken. */
+/* The counts above count these records. A record is cleared when it is taken. */
 static struct {
     rb_exchange exchange[RB_KEPT];
     rb_log log[RB_KEPT];
@@ -29,7 +29,7 @@ static struct {
     rb_util util[RB_KEPT];
 } kept;
 
-/* Result databases without a script are told apart by their address alone. */
+/* Result databases without a script differ only by their address. */
 static char tokens[RB_KEPT];
 
 void rb_reset(void)
@@ -37,7 +37,7 @@ void rb_reset(void)
     memset(&board, 0, sizeof board);
 }
 
-/* A new record of one kind: the next kept one, or a spare one that is counted only. */
+/* Returns a new record of one kind: the next one that is kept, or a spare one that is only counted. */
 #define NEW_RECORD(kind, count)                                                                                        \
     static rb_##kind *new_##kind(void)                                                                                 \
     {                                                                                                                  \

@@ -1,4 +1,5 @@
-// Commands of whoever runs the simulation: what happens to the OLT from outside. They are lines of words.
+// Whoever runs the simulation gives these commands. They make things happen to the OLT from outside. A command is a
+// line of words.
 #pragma once
 
 #include <span>
@@ -13,10 +14,10 @@
 namespace ponsim
 {
 
-// A command that changes the OLT. `plan` throws ControlError when the words make no sense.
+// A Control is a command that changes the OLT. `plan` throws ControlError when the words make no sense.
 struct Control {
     std::string_view name;
-    std::string_view usage; // the words behind the name
+    std::string_view usage; // the words after the name
     std::string_view brief;
     Plan (*plan)(const Olt &olt, std::span<const std::string> words);
 };
@@ -27,7 +28,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Of all families; a family is a file of this folder with a table of its own.
+// controls() returns the commands of all families. A family is a file of this folder with a table of its own.
 std::span<const Control> controls();
 std::span<const Control> fault_controls();
 std::span<const Control> fibre_controls();
@@ -35,18 +36,19 @@ std::span<const Control> onu_controls();
 std::span<const Control> optics_controls();
 std::span<const Control> upgrade_controls();
 
-// What the words of a command that changes the OLT change. Throws ControlError: it cannot be, or is none.
+// Returns what a command that changes the OLT changes. Throws ControlError when the words are no command, or the
+// command is not possible.
 Plan plan_control(const Olt &olt, std::string_view line);
-// The same, of a command that the OLT may refuse as it is now: that is told by the plan's status.
+// As above, but when the OLT refuses the command in its present state, the plan's status says so.
 Plan read_control(const Olt &olt, std::string_view line);
 
 std::vector<std::string> control_words(std::string_view line);
-// What the words of the commands say; each throws ControlError.
+// These read the words of commands. Each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);
 bool control_switch(const std::string &word); // on or off
 Mac control_mac(const std::string &word);
 const PonPort &control_port(const Olt &olt, const std::string &word);
-// An ONU by its MAC address, or one at the port by its name.
+// Reads the MAC address of an ONU, or the name of an ONU at the port.
 Mac control_onu(const PonPort &port, const std::string &word);
 
 } // namespace ponsim

@@ -1,4 +1,4 @@
-// How faults are written.
+// This file says how faults are written as words.
 #pragma once
 
 #include <cstdint>
@@ -11,25 +11,25 @@
 namespace ponsim
 {
 
-// What an answer can be made to do: bounds of the board's library.
+// These bounds of what can be done to an answer are those of the board's library.
 inline constexpr uint32_t max_answer = 8192;        // bytes
 inline constexpr uint32_t max_answer_delay = 60000; // ms
 inline constexpr uint32_t max_answer_repeats = 8;
 
-// How a kind of fault is written.
+// A FaultForm says how a kind of fault is written.
 struct FaultForm {
     FaultKind kind;
     std::string_view name;
-    std::string_view value = {}; // what the value is called; empty: there is none
+    std::string_view value = {}; // the name of its value; empty: there is no value
     uint32_t least = 0;
     uint32_t greatest = 0;
-    std::span<const std::string_view> words = {}; // that stand for the values from 0 on, instead of a number
-    bool optional = false;                        // without a value it is 0
+    std::span<const std::string_view> words = {}; // which stand for the values from 0 on, instead of a number
+    bool optional = false;                        // the value may be left out, and is 0 then
 };
 
 std::span<const FaultForm> fault_forms();
 
-// As it is written.
+// Writes a fault as words.
 std::string to_text(const Fault &fault);
 
 } // namespace ponsim

@@ -1,4 +1,4 @@
-// What goes wrong on the wire.
+// These commands order what goes wrong on the wire.
 #include "control/fault_forms.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ bool is_number(const std::string &word)
     return !word.empty() && std::ranges::all_of(word, [](char c) { return c >= '0' && c <= '9'; });
 }
 
-// "a, b or c".
+// Lists the names as in "a, b or c".
 template <class Names>
 std::string one_of(const Names &names)
 {

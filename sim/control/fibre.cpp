@@ -1,4 +1,4 @@
-// What happens to the fibre of PON ports from outside.
+// These commands change the fibre of PON ports from outside.
 #include <algorithm>
 
 #include "control/control.h"
@@ -17,7 +17,7 @@ struct Place {
     uint32_t branch;
 };
 
-// A branch by its name, or by the ONU at its end.
+// Returns a branch by its name, or by the ONU at its end.
 Place place_of(const Olt &olt, std::span<const std::string> words)
 {
     const PonPort &port = control_port(olt, words[0]);
@@ -26,13 +26,13 @@ Place place_of(const Olt &olt, std::span<const std::string> words)
     try {
         if (const Arrival *arrival = port.arrived(control_onu(port, words[1]))) return {port, arrival->branch};
     } catch (const ControlError &) {
-        // Neither a branch nor an ONU: told below.
+        // The word is neither a branch nor an ONU. The error below says so.
     }
     throw ControlError(words[1] + ": expected a branch of PON port " + std::to_string(port.number) +
                        ", as feeder or drop-1, or the MAC address or name of an ONU that has arrived there");
 }
 
-// Decibels, with at most two decimals: in 0.01 dB.
+// Reads decibels with at most two decimals. Returns them in 0.01 dB.
 int32_t decibels(const std::string &word)
 {
     constexpr size_t decimals = 2;

@@ -1,4 +1,4 @@
-// What happens to ONUs from outside.
+// These commands make things happen to ONUs from outside.
 #include "control/control.h"
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"

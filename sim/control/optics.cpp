@@ -1,4 +1,4 @@
-// What happens to optical modules from outside.
+// These commands make things happen to optical modules from outside.
 #include "model/port/optics.h"
 #include "control/control.h"
 

@@ -1,4 +1,4 @@
-// What goes wrong with upgrades from outside.
+// These commands make upgrades fail from outside.
 #include "model/lifecycle/upgrade.h"
 #include "control/control.h"
 

@@ -1,4 +1,4 @@
-// Who may do what: grants of a command class to a user.
+// Access says who may do what. A grant gives a command class to a user.
 #pragma once
 
 #include <cstdint>
@@ -18,14 +18,15 @@ namespace ponsim
 class Access
 {
 public:
-    // Adds "USER=CLASS": USER a name, a number, or * for everyone without a grant of his own; CLASS read, write or
-    // service-affecting, each with those before it. Returns what is wrong with the text, empty when nothing is.
+    // Adds "USER=CLASS". USER is a name, a number, or * for everyone without a grant of his own. CLASS is read, write
+    // or service-affecting, and each class includes the ones before it. Returns what is wrong with the text, or an
+    // empty text.
     std::string grant(std::string_view text);
 
-    // Empty when the user may send the message; else why not. A command that the catalogue does not have counts as
-    // reading on a get call and as writing on a set call.
+    // Returns why the user may not send the message, or an empty text when he may. A command that is not in the
+    // catalogue counts as reading on a get call and as writing on a set call.
     std::string refuse(uid_t user, const Message &message) const;
-    // The same for the control of the simulation, which needs service-affecting access.
+    // As above for the control of the simulation, which needs service-affecting access.
     std::string refuse_control(uid_t user) const;
 
 private:

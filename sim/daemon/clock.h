@@ -1,4 +1,5 @@
-// How model time follows the time of day: not at all until it is stepped, or so many times as fast.
+// The clock says how model time follows the time of day: a number of times as fast, or not at all, and then it is
+// stepped.
 #pragma once
 
 #include <chrono>
@@ -11,12 +12,12 @@ namespace ponsim
 class Clock
 {
 public:
-    // Starts at `start`. A speed of 0 leaves time to step().
+    // Starts at `start`. With a speed of 0 only step() moves the time.
     Clock(ModelTime start, double speed);
 
     ModelTime now() const;
     void step(ModelTime milliseconds) { base += milliseconds; }
-    // Goes on from that time, unless it is past already.
+    // Continues from that time, unless it is already past.
     void reach(ModelTime time);
 
 private:

@@ -19,7 +19,7 @@ std::string seconds(ModelTime time)
     return text + " s of model time";
 }
 
-// Seconds with up to three decimals.
+// Reads seconds with up to three decimals.
 ModelTime read_seconds(const std::string &word)
 {
     const size_t point = word.find('.');

@@ -1,4 +1,4 @@
-// The caller's side of the control module.
+// This is the caller's side of the control module.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 namespace ponsim
 {
 
-// Has the ponsim on the calling thread's folder of sockets carry out a line, and returns what it says. Throws
-// ControlError: it refuses the line; std::runtime_error: it cannot be reached.
+// Sends a line to the ponsim in the calling thread's folder of sockets, and returns its answer. Throws ControlError
+// when ponsim refuses the line, and std::runtime_error when ponsim cannot be reached.
 std::string send_control(const std::string &line);
 
 } // namespace ponsim

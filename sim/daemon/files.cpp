@@ -39,8 +39,8 @@ ResultFiles::~ResultFiles()
 
 void ResultFiles::make_folder()
 {
-    // What is left of a service that was killed goes. Another user's folder or link of that name stays, and is not
-    // used.
+    // What a killed service has left is removed. A folder or link of that name that belongs to another user stays, and
+    // is not used.
     struct stat found;
     if (lstat(wanted.c_str(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == geteuid())
         std::filesystem::remove_all(wanted);

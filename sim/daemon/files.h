@@ -1,4 +1,4 @@
-// Results that callers read from files of the service.
+// Callers read some results from files of the service.
 #pragma once
 
 #include <deque>
@@ -12,15 +12,16 @@ namespace ponsim
 class ResultFiles
 {
 public:
-    // Whoever may connect to sockets with the permission bits `mode` may read them. Their names follow from the
-    // sockets' folder: no two services have the same one at a time, and one has the same names whenever it is started.
+    // Whoever may connect to sockets with the permission bits `mode` may read the files. Their names follow from the
+    // sockets' folder: no two services have the same names at a time, and a service has the same names whenever it is
+    // started.
     ResultFiles(uint32_t mode, const std::string &socket_dir);
     ~ResultFiles();
     ResultFiles(const ResultFiles &) = delete;
     ResultFiles &operator=(const ResultFiles &) = delete;
 
-    // Returns the name, of at most 36 characters, which is what the shortest answer has room for. Callers are free to
-    // remove the file; of those that they leave, the last ones stay. Throws std::runtime_error.
+    // Returns the name, which has at most 36 characters, because the shortest answer has room for no more. Callers are
+    // free to remove the file. Of the files that they do not remove, the last ones stay. Throws std::runtime_error.
     std::string write(std::string_view content);
 
 private:

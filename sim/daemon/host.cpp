@@ -13,7 +13,7 @@ namespace ponsim
 namespace
 {
 
-// As the board's library makes it.
+// Makes the folder in the same way as the board's library does.
 void make_socket_dir(const std::string &directory)
 {
     if (mkdir(directory.c_str(), 0755) && errno != EEXIST)

@@ -1,4 +1,4 @@
-// An OLT that is served: what it keeps, its simulator, its time, and its service.
+// A Host is an OLT that is served: what it keeps, its simulator, its time, and its service.
 #pragma once
 
 #include <cstdint>
@@ -16,33 +16,34 @@ namespace ponsim
 {
 
 struct HostOptions {
-    std::string name = {}; // that it has in a scenario or folder; may be empty
+    std::string name = {}; // the OLT's name in a scenario or folder; may be empty
     std::string socket_dir = {};
     uint32_t socket_mode = 0660;
-    std::string state = {}; // its file; empty: in memory only
-    bool fresh = false;     // what is in the file is discarded
+    std::string state = {}; // file of the state; empty: in memory only
+    bool fresh = false;     // discard what is in the file
     WantedSettings wanted = {};
     std::shared_ptr<const OltScenario> scenario = {}; // null: that of the state, or none
     double speed = 1;
-    std::string record = {}; // the file that exchanges are appended to; empty: none
+    std::string record = {}; // the file to which exchanges are appended; empty: none
 };
 
-// What each of a scenario's OLTs is served with; without OLTs: those of the state's folder, or the one that `together`
-// describes. Several, and those whose state is in a folder, have sockets and states that are named after them in the
-// folders of `together`. Makes the folders. Throws std::runtime_error: they cannot be made, and StoreError.
+// Returns the options with which each of a scenario's OLTs is served. Without OLTs in the scenario these are the OLTs
+// of the state's folder, or the one that `together` describes. When there are several, or their state is in a folder,
+// sockets and states are named after the OLTs in the folders of `together`. Makes the folders. Throws
+// std::runtime_error when they cannot be made, and StoreError.
 std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenario);
 
 class Host
 {
 public:
-    // Serves from now on until stopped. The access rules must outlive it. Throws StoreError, and std::runtime_error:
-    // the sockets could not be opened.
+    // Serves from now on until it is stopped. The access rules must outlive it. Throws StoreError, and
+    // std::runtime_error when the sockets could not be opened.
     Host(const HostOptions &options, const Access &access);
     Host(const Host &) = delete;
 
     const Simulator &simulator() const { return model; }
 
-    // Serves no more, and keeps the time. Throws StoreError.
+    // Stops serving, and keeps the time. Throws StoreError.
     void stop();
 
 private:

@@ -20,7 +20,7 @@ struct Close {
 
 constexpr int host_order = std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN : BOARD_TRACE_LITTLE_ENDIAN;
 
-// Failures that a client comes to without the service: there was nothing to answer.
+// Returns whether a client failed in this way without the service, so that there was nothing to answer.
 bool never_arrived(int32_t ipc_result)
 {
     return ipc_result == IPC_ERR_NO_SERVICE || ipc_result == IPC_ERR_ACCESS || ipc_result == IPC_ERR_TOO_LONG ||
@@ -37,7 +37,7 @@ std::optional<uint32_t> code_of(uint32_t channel, const std::string &request)
     return code;
 }
 
-// What a request is, for the log.
+// Describes a request for the log.
 std::string describe(const board_request &request)
 {
     const catalogue::Channel *channel = catalogue::find_channel(request.msg_type);
@@ -137,7 +137,7 @@ void Replay::handle(void *context, const board_request *request, board_answer *a
     if (recorded.ipc_result != IPC_OK) return board_answer_fail(answer, recorded.ipc_result);
     board_answer_status(answer, recorded.status);
     board_answer_data(answer, recorded.response.data(), static_cast<uint32_t>(recorded.response.size()));
-    // One that was too long to travel is too long again: of that only the length counts.
+    // A result that was too long to travel is too long again. Only its length matters.
     const bool whole = recorded.result.size() == recorded.result_length;
     if (recorded.result_key != 0 && (whole || recorded.result_length > BOARD_RESULT_MAX))
         board_answer_result(answer, recorded.result_key, recorded.result.data(), recorded.result_length);

@@ -1,4 +1,4 @@
-// Serves a recording as if it were the service: requests are answered as they were when they were recorded.
+// A replay serves a recording as if it were the service: requests are answered as they were when they were recorded.
 #pragma once
 
 #include <compare>
@@ -14,11 +14,11 @@
 namespace ponsim
 {
 
-// The exchanges of the PON service that a file holds, found by their requests.
+// A Recording holds the exchanges of the PON service in a file. They are found by their requests.
 class Recording
 {
 public:
-    // Throws std::runtime_error where the file cannot be served.
+    // Throws std::runtime_error when the file cannot be served.
     explicit Recording(const std::string &file);
 
     struct Answer {
@@ -27,15 +27,15 @@ public:
         std::string response;
         uint32_t result_key; // 0: no result database
         uint32_t result_length;
-        std::string result; // empty where it was too long to travel
+        std::string result; // empty when it was too long to travel
     };
 
     struct Found {
-        const Answer *answer; // null: there is none
-        bool same_bytes;      // else it is the answer to another request of the same command
+        const Answer *answer; // null: there is no answer
+        bool same_bytes;      // false: the answer is that to another request of the same command
     };
-    // The next answer to such a request in the order of the recording; after the last one that one again or, `looping`,
-    // the first.
+    // Returns the next answer to such a request, in the order of the recording. After the last answer it returns that
+    // one again or, when `looping`, the first.
     Found next(const board_request &request, bool looping);
 
     size_t size() const { return answers.size(); }
@@ -47,13 +47,13 @@ private:
 
         auto operator<=>(const Request &) const = default;
     };
-    // Answers in the order of the recording.
+    // A Sequence holds answers in the order of the recording.
     struct Sequence {
         std::vector<size_t> answers;
         size_t at = 0;
     };
 
-    // The same request with nothing but its command's code for bytes; none where it carries no code.
+    // Returns the request with only its command's code as its bytes. Returns none when it carries no code.
     static std::optional<Request> command_of(const Request &request);
     const Answer *step(Sequence &sequence, bool looping);
 
@@ -68,7 +68,7 @@ public:
     // outlive it.
     Replay(Recording &recording, bool looping, const std::string &directory, uint32_t mode);
 
-    // False when the sockets could not be opened; the log says why.
+    // Returns false when the sockets could not be opened. The log says why.
     bool serving() const { return service != nullptr; }
 
 private:

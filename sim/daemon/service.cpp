@@ -41,7 +41,7 @@ Message message_of(const board_request &request)
     return {request.msg_type, request.data, request.length, call_of(request)};
 }
 
-// The answer with the name of a result file in it.
+// Returns the answer with the name of a result file in it.
 std::string naming(std::string answer, const ResultFile &file, const std::string &name)
 {
     if (answer.size() < file.name_at + name.size() + 1) answer.resize(file.name_at + name.size() + 1);
@@ -49,7 +49,7 @@ std::string naming(std::string answer, const ResultFile &file, const std::string
     return answer;
 }
 
-// What a fault does to the way of an answer.
+// Applies a fault that concerns the way of an answer to the client.
 void misdirect(board_answer *answer, const FaultCase &fault)
 {
     switch (fault.fault.kind) {
@@ -147,7 +147,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
         Reply reply = self.simulator.handle(message);
         die_of(faults, KillPoint::after);
         answer_with(std::move(reply), message, faults, self.files, answer);
-        self.clock.reach(self.simulator.olt().now()); // a configuration that was loaded may be ahead
+        self.clock.reach(self.simulator.olt().now()); // a loaded configuration may be ahead of the clock
         self.tell();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
@@ -155,7 +155,8 @@ void Service::handle(void *context, const board_request *request, board_answer *
     }
 }
 
-// The status is 0 when the line was carried out; the answer is what it said, or what is wrong with it.
+// The status is 0 when the line was carried out. The answer is what the command returned, or what is wrong with the
+// line.
 void Service::handle_control(void *context, const board_request *request, board_answer *answer)
 {
     Service &self = *static_cast<Service *>(context);

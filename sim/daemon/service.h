@@ -1,4 +1,4 @@
-// Puts the simulator behind the server half of the board's IPC library.
+// A Service puts the simulator behind the server half of the board's IPC library.
 #pragma once
 
 #include <memory>
@@ -18,17 +18,17 @@ class Service
 {
 public:
     // Serves on the sockets of `directory`, which get the permission bits `mode`, from now on until destroyed.
-    // Simulator, clock and access rules must outlive it. Each exchange but those that control the simulation is
-    // appended to the file `record`, unless that is empty.
+    // Simulator, clock and access rules must outlive it. Each exchange, except those that control the simulation, is
+    // appended to the file `record`, unless that name is empty.
     Service(Simulator &simulator, Clock &clock, const Access &access, const std::string &directory, uint32_t mode,
             const std::string &record);
 
-    // False when the sockets or the record could not be opened; the log says why.
+    // Returns false when the sockets or the record could not be opened. The log says why.
     bool serving() const { return service && control; }
 
-    // Handles no more requests.
+    // Ends the handling of requests.
     void stop();
-    // Tells the log what happened. Not while requests are handled.
+    // Writes to the log what happened. Do not call it while requests are handled.
     void tell();
 
 private:
@@ -45,8 +45,8 @@ private:
     Clock &clock;
     const Access &access;
     ResultFiles files;
-    std::mutex turn;     // of the two services, each of which calls one at a time
-    std::string refusal; // the text that the last refusal was reported with
+    std::mutex turn;     // held by one of the two services, each of which handles one request at a time
+    std::string refusal; // the text of the last refusal that was reported
     std::string control_refusal;
     std::unique_ptr<board_service, Stop> service;
     std::unique_ptr<board_service, Stop> control;

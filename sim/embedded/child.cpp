@@ -32,7 +32,7 @@ Child::Child(std::vector<std::string> command) : words(std::move(command))
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
 
-    // The keeper takes no signals: they are the program's business.
+    // The keeper takes no signals, because they are for the program to handle.
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
@@ -72,7 +72,8 @@ void Child::enter(Phase next, const std::string &told)
     changed.notify_all();
 }
 
-// The keeper's thread lives as long as the child does: the kernel ends a child with the thread that forked it.
+// The keeper's thread lives as long as the child, because the kernel ends the child together with the thread that
+// forked it.
 void Child::keep()
 {
     int ends[2];
@@ -89,7 +90,7 @@ void Child::keep()
         }
         follow(ends[0]);
         siginfo_t info{};
-        // It is not reaped before nobody can send it a signal any more.
+        // The child is not reaped until nobody can send it a signal any more.
         while (waitid(P_PID, static_cast<id_t>(forked), &info, WEXITED | WNOWAIT) && errno == EINTR)
             continue;
         enter(Phase::ended, describe(info));
@@ -99,7 +100,7 @@ void Child::keep()
     close(ends[0]);
 }
 
-// In the child: only what is safe while other threads of the parent may have held any lock.
+// Runs in the child. Another thread of the parent may have held any lock, so this does only what is safe then.
 void Child::run(pid_t parent, int output)
 {
     sigset_t none;
@@ -107,7 +108,7 @@ void Child::run(pid_t parent, int output)
     signal(SIGTERM, SIG_DFL);
     pthread_sigmask(SIG_SETMASK, &none, nullptr);
     prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (getppid() != parent) _exit(1); // it has ended already
+    if (getppid() != parent) _exit(1); // the parent has already ended
     dup2(output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
     execvp(arguments[0], arguments.data());
@@ -116,7 +117,7 @@ void Child::run(pid_t parent, int output)
     _exit(127);
 }
 
-// Reads what it says until its end: the reason when it does not start, a line when it serves, and then its log.
+// Reads the child's output until its end: the reason when it does not start, a line when it serves, and then its log.
 void Child::follow(int output)
 {
     std::string text;
@@ -125,7 +126,7 @@ void Child::follow(int output)
     for (ssize_t got; (got = read(output, bytes, sizeof bytes)) > 0 || (got < 0 && errno == EINTR);) {
         if (got < 0) continue;
         if (serving) {
-            // Nobody to tell when standard error cannot be written.
+            // When standard error cannot be written, there is nobody to tell.
             [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, bytes, static_cast<size_t>(got));
             continue;
         }

@@ -1,4 +1,4 @@
-// A ponsim as a child process.
+// A Child is a ponsim as a child process.
 #pragma once
 
 #include <sys/types.h>
@@ -15,13 +15,14 @@ namespace ponsim
 class Child
 {
 public:
-    // Runs these words, the first of which is the program, and returns when it serves. Throws std::runtime_error.
+    // Runs the program that is the first of these words, with the others as its arguments. Returns when it serves.
+    // Throws std::runtime_error.
     explicit Child(std::vector<std::string> words);
-    // Ends it.
+    // Ends the child.
     ~Child();
     Child(const Child &) = delete;
 
-    // How it ended; empty while it runs.
+    // Returns how the child ended, or an empty text while it runs.
     std::string end();
 
 private:
@@ -39,8 +40,8 @@ private:
     std::condition_variable changed;
     Phase phase = Phase::starting;
     pid_t pid = -1;
-    std::string said; // before it served
-    std::string how;  // it ended
+    std::string said; // its output before it served
+    std::string how;  // how it ended
     std::thread keeper;
 };
 

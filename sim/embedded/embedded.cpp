@@ -1,4 +1,4 @@
-// The functions of bsp_testing/simulator.h.
+// This file has the functions of bsp_testing/simulator.h.
 #include <algorithm>
 #include <cerrno>
 #include <cinttypes>
@@ -29,9 +29,9 @@ namespace
 
 using namespace ponsim;
 
-constexpr uint32_t socket_mode = 0600; // a test is nobody else's
+constexpr uint32_t socket_mode = 0600; // the sockets are for the test's own user only
 
-// A folder that goes with the simulator.
+// This folder is removed together with the simulator.
 class PrivateFolder
 {
 public:
@@ -52,7 +52,8 @@ private:
     std::string name;
 };
 
-// Which folder the calling thread's library uses, until the end of the scope. Its connections end before and after.
+// Sets the folder that the calling thread's library uses, until the end of the scope. Its connections end before and
+// after.
 class ThreadDirectory
 {
 public:
@@ -64,7 +65,8 @@ private:
     const char *before;
 };
 
-// 0 to an option that is left open; none to 0 of it.
+// Returns no number for 0, which leaves an option open. Where `none` is allowed, BSP_SIMULATOR_NONE stands for the
+// number 0.
 std::optional<uint32_t> wanted(const char *name, uint32_t value, uint32_t greatest, bool none)
 {
     if (value == 0) return std::nullopt;
@@ -110,7 +112,7 @@ std::string seconds(uint64_t milliseconds)
 } // namespace
 
 struct bsp_simulator {
-    // Nothing is served yet.
+    // The constructor does not serve yet.
     explicit bsp_simulator(const bsp_simulator_options &options);
     ~bsp_simulator();
 
@@ -118,7 +120,7 @@ struct bsp_simulator {
     void spawn(const bsp_simulator_options &options, const char *program);
 
     const std::string &first_directory() const { return olts[0].socket_dir; }
-    // Null: there is none.
+    // Returns null when there is no such OLT.
     const std::string *directory(const char *olt) const;
     std::string control(const char *olt, const std::string &line) const;
     void step(const char *olt, uint64_t milliseconds) const;
@@ -133,8 +135,8 @@ private:
     HostOptions together;
     std::vector<HostOptions> olts;
     Access access;
-    std::vector<std::unique_ptr<Host>> hosts; // where it serves in this process
-    std::unique_ptr<Child> child;             // where it does not
+    std::vector<std::unique_ptr<Host>> hosts; // when it serves in this process
+    std::unique_ptr<Child> child;             // when it serves in a child process
 };
 
 bsp_simulator::bsp_simulator(const bsp_simulator_options &options)

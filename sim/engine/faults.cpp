@@ -11,7 +11,7 @@ namespace ponsim
 namespace
 {
 
-// The catalogue's command of a message; null where there is none.
+// Returns the catalogue's command of a message. Returns null when there is none.
 const catalogue::Command *known_command(const Message &message)
 {
     const std::optional<uint32_t> code = command_of(message);
@@ -43,8 +43,8 @@ std::string bad_result(const std::string &good, const FaultCase &fault)
     return good;
 }
 
-// The fields that hold texts in the answer to a command: by their type, or because an operation takes a text from
-// there.
+// Returns the fields that hold texts in the answer to a command. A field does so by its type, or because an operation
+// takes a text from there.
 std::vector<const catalogue::Field *> texts_in_answer(const catalogue::Command &command)
 {
     std::vector<const catalogue::Field *> texts;
@@ -102,8 +102,8 @@ std::vector<FaultCase> Faults::happen_to(const Message &message)
     for (Entry &entry : entries) {
         const Fault &fault = entry.fault;
         if (!concerns(fault, message)) continue;
-        // Each fault and each request that it may happen to draw from a stream of their own, so that none shifts
-        // another.
+        // Each fault draws from a stream of its own for each request to which it may happen. So no fault shifts the
+        // numbers of another.
         Random random{seed,
                       static_cast<uint64_t>(Purpose::faults) << 56 | uint64_t{entry.number} << 32 | entry.matched};
         if (entry.matched++ < fault.skip || !random.happens(fault.percent)) continue;

@@ -1,4 +1,4 @@
-// The faults that are set, and what they make of a request's answer.
+// This file keeps the faults that are set, and applies them to the answers to requests.
 #pragma once
 
 #include <cstdint>
@@ -15,11 +15,11 @@ namespace ponsim
 
 inline constexpr uint32_t max_faults = 32;
 
-// A fault that happens to a request.
+// A FaultCase is a fault that happens to a request.
 struct FaultCase {
     Fault fault;
     uint32_t number;
-    uint64_t random; // for what the fault leaves open
+    uint64_t random; // for what the fault does not say
 };
 
 // The same seed, orders and requests give the same faults.
@@ -28,15 +28,15 @@ class Faults
 public:
     explicit Faults(uint64_t olt_seed) : seed(olt_seed) {}
 
-    // Why an order cannot be carried out; empty when it can.
+    // Returns why an order cannot be carried out, or an empty text when it can.
     std::string objection(const FaultOrder &order) const;
-    // Carries out an order that there is no objection to.
+    // Carries out an order for which objection() is empty.
     void carry_out(const FaultOrder &order);
 
-    // The faults that happen to a request, in the order in which they were set.
+    // Returns the faults that happen to a request, in the order in which they were set.
     std::vector<FaultCase> happen_to(const Message &message);
 
-    // One line each: its number, itself as it is written, and how often it happened.
+    // Returns a line for each fault: its number, the fault as it is written, and how often it happened.
     std::string list() const;
 
 private:
@@ -52,9 +52,9 @@ private:
     std::vector<Entry> entries;
 };
 
-// Does to a reply what a fault does to its status word and result.
+// Changes the status word and the result of a reply as the fault says.
 void spoil(Reply &reply, const FaultCase &fault);
-// Does to the bytes of an answer what a fault does to them.
+// Changes the bytes of an answer as the fault says.
 void spoil(std::string &answer, const FaultCase &fault, const Message &message);
 
 } // namespace ponsim

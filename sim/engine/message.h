@@ -1,4 +1,4 @@
-// A request as it came, and what is answered.
+// A Message is a request as it came, and a Reply is the answer.
 #pragma once
 
 #include <cstdint>
@@ -20,18 +20,18 @@ struct Message {
 
 bool is_get(const Message &message);
 
-// The channel whose commands a message carries: its own; or that of the PON settings, which come by the platform
-// channel, too, as records of theirs.
+// Returns the channel whose commands a message carries. This is its own channel, or that of the PON settings, which
+// also come by the platform channel as records of the PON settings' channel.
 uint32_t command_channel(const Message &message);
 
-// The command code of a message; none where its channel or record carries none.
+// Returns the command code of a message. Returns none when its channel or record carries no code.
 std::optional<uint32_t> command_of(const Message &message);
 
 struct Reply {
     uint32_t status;
-    bool understood = false;                // the command is known: a get call has an answer
+    bool understood = false;                // the command is known, and a get call has an answer
     std::optional<std::string> result = {}; // goes out under the command code
-    std::optional<std::string> answer = {}; // the answer's bytes; else those of the request's record
+    std::optional<std::string> answer = {}; // the answer's bytes; none: those of the request's record
     std::string problem = {};               // for the service's log
     std::optional<ResultFile> file = {};
 };

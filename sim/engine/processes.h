@@ -1,4 +1,4 @@
-// The processes that there are, and which of them comes first.
+// This file lists the processes, and finds the one that comes first.
 #pragma once
 
 #include <optional>
@@ -9,14 +9,14 @@
 namespace ponsim
 {
 
-// In the order in which they happen when they are due at the same time.
+// Processes that are due at the same time happen in this order.
 std::span<const Process> processes();
 
 struct Happening {
     const Process *process;
     ModelTime at;
 };
-// What happens first, no later than `to`.
+// Returns what happens first, no later than `to`.
 std::optional<Happening> first_due(std::span<const Process> processes, const Olt &olt, ModelTime to);
 
 } // namespace ponsim

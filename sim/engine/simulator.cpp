@@ -14,7 +14,7 @@ namespace ponsim
 namespace
 {
 
-// The one that is wanted, or else that of the store.
+// Returns the wanted scenario or, when none is wanted, that of the store.
 std::shared_ptr<const OltScenario> open_scenario(const Store &store, std::shared_ptr<const OltScenario> wanted)
 {
     const std::optional<Settings> kept = store.settings();
@@ -107,7 +107,8 @@ void Simulator::advance(ModelTime to)
                                  ? &scenario->events[model.events_done()]
                                  : nullptr;
         if (event && event->at > to) event = nullptr;
-        // An event comes from outside, as a request does: what happens by itself by then has happened before.
+        // An event comes from outside, as a request does. So what happens by itself up to that time has happened
+        // before.
         if (const std::optional<Happening> due = first_due(processes(), model, event ? event->at : to)) {
             model.advance(due->at);
             change(due->process->happen(model));
@@ -165,11 +166,11 @@ void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
     } catch (const ConfigurationError &error) {
         return refuse(PON_ERR_BAD_CONFIG, error.what());
     } catch (const std::logic_error &error) {
-        // From a block of another size than its command's.
+        // The cause is a block of another size than its command's.
         return refuse(PON_ERR_BAD_CONFIG, error.what());
     }
     log.push_back("configuration loaded");
-    // Time does not go back: an OLT that was left earlier has been on since.
+    // Time does not go back. An OLT that was saved at an earlier time has been on since then.
     advance(now);
 }
 

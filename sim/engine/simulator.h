@@ -1,5 +1,5 @@
-// The simulated PON service: one OLT, what it keeps, and the commands that act on it. Any transport can stand before
-// it.
+// This is the simulated PON service: one OLT, what it keeps, and the commands that act on it. Any transport can be put
+// in front of it.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@
 namespace ponsim
 {
 
-// What is asked of the OLT. What is left open is as the store has it, or else as in Settings.
+// These settings are asked of the OLT. A setting that is not given is that of the store, or else that of Settings.
 struct WantedSettings {
     std::optional<uint64_t> seed;
     std::optional<uint32_t> ports;
@@ -30,48 +30,48 @@ struct WantedSettings {
 class Simulator
 {
 public:
-    // The OLT that the store belongs to, in the state that it keeps. An empty store becomes that of the OLT wanted,
-    // which begins with what its scenario provisions; null: the store's scenario, or none.
-    // Throws StoreError: the store does not work, or belongs to another OLT than the one wanted.
+    // Takes the OLT to which the store belongs, in the state that the store keeps. An empty store is given to the
+    // wanted OLT, which begins with what its scenario provisions. A null scenario means that of the store, or none.
+    // Throws StoreError when the store does not work, or belongs to another OLT than the wanted one.
     Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> scenario = {});
 
     const Settings &settings() const { return olt_settings; }
     const Olt &olt() const { return model; }
 
-    // Lets model time pass, and happen what happens by then. Throws StoreError: what happened until then is kept.
+    // Lets model time pass, with everything that happens by then. Throws StoreError. What happened before that is kept.
     void advance(ModelTime to);
-    // Changes the OLT from outside. Throws StoreError: then nothing is changed.
+    // Changes the OLT from outside. Throws StoreError. Then nothing is changed.
     void change(Change change);
-    // Keeps the time, so that the OLT goes on from here when it is started anew. Throws StoreError.
+    // Keeps the time, so that the OLT goes on from here when it is started again. Throws StoreError.
     void keep_time();
 
-    // Answers every message. What it changes is stored first: a status of BSP_OK means that it is kept.
+    // Answers every message. The change is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
 
-    // What is to go wrong on the wire; of the test rig, not of the OLT.
+    // Returns the faults on the wire. They belong to the simulation, not to the OLT.
     Faults &faults() { return wire_faults; }
 
-    // Lines for the service's log, of what happened since it was asked last.
+    // Returns lines for the service's log about what happened since the last call.
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
 private:
     void note(const Change &change);
     void happen(const Event &event);
 
-    // What a request wants of the configuration; completes its outcome. Throws StoreError.
+    // These do what a request wants with the configuration, and complete its outcome. They throw StoreError.
     void carry_out(std::monostate, Outcome &) {}
     void carry_out(const WriteConfiguration &wanted, Outcome &outcome);
     void carry_out(const ReceiveConfiguration &part, Outcome &outcome);
     void carry_out(const LoadConfiguration &, Outcome &outcome);
 
     Store &kept;
-    std::shared_ptr<const OltScenario> scenario; // null: none
+    std::shared_ptr<const OltScenario> scenario; // null: no scenario
     Settings olt_settings;
     Olt model;
     Faults wire_faults;
     std::vector<std::string> log;
-    std::string received;   // of a configuration to load
-    uint32_t announced = 0; // its size in bytes
+    std::string received;   // of a configuration that is to be loaded
+    uint32_t announced = 0; // size of that configuration in bytes
 };
 
 } // namespace ponsim

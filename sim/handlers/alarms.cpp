@@ -1,4 +1,4 @@
-// Alarms of ONUs and of ports.
+// These commands concern alarms of ONUs and of ports.
 #include "model/olt/alarms.h"
 
 #include "generated/service_words.h"
@@ -10,8 +10,8 @@ namespace ponsim
 namespace
 {
 
-// Calls `visit` with port, MAC address, code and count of each alarm that is selected, in order. False where no ONU is
-// bound to the id that is asked for.
+// Calls `visit` with port, MAC address, code and count of each selected alarm, in order. Returns false when no ONU is
+// bound to the requested id.
 template <class Visit>
 bool each_alarm(const Selection &selection, Visit visit)
 {

@@ -1,4 +1,4 @@
-// Authentication of ONUs, confirming and describing them.
+// These commands authenticate, confirm and describe ONUs.
 #include "model/lifecycle/authentication.h"
 
 #include "generated/service_words.h"

@@ -1,4 +1,4 @@
-// Binding ONUs to ONU ids and releasing them.
+// These commands bind ONUs to ONU ids and release them.
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "handlers/record.h"

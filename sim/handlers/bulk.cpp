@@ -1,4 +1,4 @@
-// Tables of all ONUs, and of the OLT and its PON ports.
+// These commands return the tables of all ONUs, and of the OLT and its PON ports.
 #include "views/bulk.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ namespace ponsim
 namespace
 {
 
-// The modelled OLT.
+// These texts identify the modelled OLT.
 constexpr std::string_view olt_vendor = "SIMO";
 constexpr std::string_view olt_model = "EP16";
 constexpr std::string_view olt_version = "1.0.0";
@@ -131,7 +131,8 @@ Outcome stats_of_all(const Olt &olt, const Request &)
     return {BSP_OK, {}, onu_stats_table(rows)};
 }
 
-// What an ONU was told by a setting command, in a word or byte of its block; 0 where it was told nothing.
+// Returns what an ONU has been sent by a setting command, in a word or byte of its block. Returns 0 when it has been
+// sent nothing.
 template <class Number>
 Number told(const Olt &olt, const RemoteOnu &onu, uint32_t command, layout::At<Number> at)
 {
@@ -146,7 +147,7 @@ bool has_rules(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
 
 uint32_t config_word(const Olt &olt, const RemoteOnu &onu)
 {
-    constexpr uint32_t fec_enabled = 2; // as CTC numbers it
+    constexpr uint32_t fec_enabled = 2; // the number that CTC uses
     uint32_t word = 0;
     const auto put = [&word](uint32_t bit, bool set) { word |= uint32_t{set} << bit; };
     put(0, told(olt, onu, BSP_CMD_ONU_MGMT_GET, layout::onu_mgmt::mode) != 0);

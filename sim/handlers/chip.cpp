@@ -1,4 +1,5 @@
-// Counters and registers of the PON chip and of the board's interfaces, MPCP, deregistration, debug output.
+// These commands concern counters and registers of the PON chip and of the board's interfaces, MPCP, deregistration,
+// and debug output.
 #include "handlers/chip.h"
 
 #include <array>
@@ -27,7 +28,7 @@ bool is_one_of(uint32_t number, uint32_t count)
     return number >= 1 && number <= count;
 }
 
-// An answer without anything in its data block.
+// Returns an answer whose data block is empty.
 Answer answer_to(const Request &request)
 {
     return Answer(head_of(request.read<bsp_plat_msg>()));
@@ -91,7 +92,7 @@ Outcome ge_phy(const Olt &olt, const Request &request)
     Answer answer = answer_to(request);
     answer.put(at::control, phy.bits << 8 | gigabit);
     answer.put(at::status, abilities | (phy.link_up() ? link : 0) | (negotiated ? autoneg_complete : 0));
-    answer.put(at::phy_id_high, 0x0801); // of no manufacturer: the OUI is a local one
+    answer.put(at::phy_id_high, 0x0801); // of no manufacturer, because the OUI is a local one
     answer.put(at::phy_id_low, 0x0011);
     answer.put(at::advertised, advertised);
     answer.put(at::partner, negotiated ? advertised | acknowledged : 0);
@@ -111,7 +112,7 @@ Outcome set_ge_phy(const Olt &, const Request &request)
     return {BSP_OK, change_of(block_at({BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, uplink, 0}, to_block(phy.bits)))};
 }
 
-// Whose behaviour is asked for.
+// A Side says whose behaviour is asked for.
 struct Side {
     uint32_t status;
     Interface interface;
@@ -138,7 +139,7 @@ Outcome ingress(const Olt &olt, const Request &request)
     constexpr std::array<uint8_t, 8> queue_of{0, 1, 2, 3, 4, 5, 6, 7};
     const Side side = side_of(olt, request);
     if (side.status != BSP_OK) return {side.status};
-    // Limits that the traffic of as many ONUs as there can be does not reach.
+    // The traffic of the greatest possible number of ONUs does not reach these limits.
     const uint32_t storm_limit = side.interface == Interface::pon ? 1000 : 10000;
     Answer answer = answer_to(request);
     answer.put(at::pvid, 1);

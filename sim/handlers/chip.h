@@ -1,4 +1,4 @@
-// What handlers of other families share with those of the PON chip.
+// Handlers of other families share this with those of the PON chip.
 #pragma once
 
 #include "handlers/handler.h"
@@ -6,7 +6,7 @@
 namespace ponsim
 {
 
-// Sets MPCP parameters: the command, where it is not an optical status.
+// Sets MPCP parameters. The command means this unless it is an optical status.
 Outcome mpcp_set(const Olt &olt, const Request &request);
 
 } // namespace ponsim

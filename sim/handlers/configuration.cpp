@@ -1,4 +1,4 @@
-// The OLT's configuration, written out and taken back.
+// These commands write out the OLT's configuration and take it back.
 #include "generated/service_words.h"
 #include "handlers/record.h"
 

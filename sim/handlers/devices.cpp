@@ -1,4 +1,4 @@
-// Views of what ONUs are and of their UNI ports.
+// These commands return views of what ONUs are and of their UNI ports.
 #include "views/devices.h"
 #include "generated/service_words.h"
 #include "handlers/remote.h"
@@ -49,7 +49,8 @@ Outcome uni_attributes(const Olt &olt, const Request &)
     return shown(uni_attributes_table(bound_onus(olt, olt.ports())));
 }
 
-// The library drops the status word of this command: an ONU that cannot be shown has to read as a table of no rows.
+// The library drops the status word of this command. So for an ONU that cannot be shown the answer must read as a table
+// without rows.
 Outcome onu_config(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_of(olt, request, false);

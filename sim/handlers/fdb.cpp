@@ -1,4 +1,4 @@
-// The forwarding database, and what logical links may put into it.
+// These commands concern the forwarding database, and what logical links may put into it.
 #include "model/olt/fdb.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-// The commands that the service knows. A handler reads a request and the OLT, and says what is to be done; doing it,
-// and keeping it, is the simulator's business.
+// The service knows these commands. A handler reads a request and the OLT, and says what is to be done. The simulator
+// does that and keeps it.
 //
-// A family of commands is a file of this folder with a table of its own; table.cpp lists the tables.
+// A family of commands is a file of this folder with a table of its own. table.cpp lists the tables.
 #pragma once
 
 #include <array>
@@ -23,24 +23,25 @@
 namespace ponsim
 {
 
-// The longest result that reaches a caller, in bytes.
+// No longer result reaches a caller. The length is in bytes.
 inline constexpr size_t max_result = 1048576;
 
-// What a request with a payload has beside it, in bytes.
+// A request with a payload has so many bytes beside the payload.
 inline constexpr uint32_t payload_header = 28;
 
-// A request whose record has the length of its channel's records or, where that has a payload, any that it may have.
+// A Request has a record of the length of its channel's records. When the channel's records have a payload, the length
+// can be any that is allowed there.
 struct Request {
     const void *record;
     uint32_t length;
 
-    // What follows the header of a record with a payload.
+    // Returns what follows the header of a record with a payload.
     std::string_view payload() const
     {
         return {static_cast<const char *>(record) + offsetof(bsp_profile_msg, data), length - payload_header};
     }
 
-    // The record, or a part of it at an offset.
+    // Returns the record, or a part of it at an offset.
     template <class Value>
     Value read(uint32_t offset = 0) const
     {
@@ -53,31 +54,33 @@ struct Request {
     }
 };
 
-// A result that goes into a file. Its name goes into the answer.
+// A ResultFile is a result that goes into a file. The name of the file goes into the answer.
 struct ResultFile {
     std::string content;
     uint32_t name_at; // offset in the answer, where it ends with a NUL
 };
 
-// What a request wants of the OLT's configuration, all that is kept of it: the simulator has that, handlers do not.
-struct WriteConfiguration { // into a file
-    uint32_t size_at;       // offset in the answer of its size in bytes, a word
-    uint32_t name_at;       // and of its name
+// A request can ask for something to be done with the OLT's configuration, which is everything kept of the OLT. The
+// simulator has it, and handlers do not.
+struct WriteConfiguration { // writes it into a file
+    uint32_t size_at;       // offset in the answer of the file's size in bytes, a word
+    uint32_t name_at;       // offset in the answer of the file's name
 };
-struct ReceiveConfiguration { // a part of a text to load
+struct ReceiveConfiguration { // receives a part of a text to load
     uint32_t offset;
     uint32_t total; // bytes of the whole text
     std::string bytes;
 };
-struct LoadConfiguration { // from the text that was received
+struct LoadConfiguration { // loads the text that was received
 };
 using ConfigurationTask = std::variant<std::monostate, WriteConfiguration, ReceiveConfiguration, LoadConfiguration>;
 
 struct Outcome {
     uint32_t status;
     Change change = {};                     // what becomes different; nothing unless the status is BSP_OK
-    std::optional<std::string> result = {}; // of a view: its table
-    std::optional<std::string> answer = {}; // of a get call: the bytes of the answer; else the request's record
+    std::optional<std::string> result = {}; // the table of a view
+    std::optional<std::string> answer = {}; // for a get call: the bytes of the answer; none: those of the request's
+                                            // record
     std::string problem = {};               // for the service's log
     std::optional<ResultFile> file = {};
     ConfigurationTask configuration = {};
@@ -87,7 +90,7 @@ struct Handler {
     uint32_t channel;
     uint32_t command;
     Outcome (*handle)(const Olt &olt, const Request &request);
-    std::optional<catalogue::Call> call = {}; // of two commands that share a code: the call that this one is for
+    std::optional<catalogue::Call> call = {}; // when two commands share a code: the call of this one
 };
 
 constexpr std::array<Handler, 1> rows(const Handler &handler)
@@ -99,7 +102,7 @@ constexpr std::array<Handler, size> rows(const std::array<Handler, size> &handle
 {
     return handlers;
 }
-// The table of a family: handlers, and groups of these that belong together.
+// Returns the table of a family. The parts are handlers, and groups of handlers that belong together.
 template <class... Parts>
 constexpr auto family(const Parts &...parts)
 {
@@ -138,7 +141,7 @@ std::span<const Handler> optics_handlers();
 std::span<const Handler> upgrade_handlers();
 std::span<const Handler> view_handlers();
 
-// Null when the service does not know the command, or not by this call.
+// Returns null when the service does not know the command, or does not know it by this call.
 const Handler *find_handler(uint32_t channel, uint32_t command, catalogue::Call call);
 
 } // namespace ponsim

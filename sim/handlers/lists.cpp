@@ -1,4 +1,4 @@
-// White list and black list.
+// These commands concern the white list and the black list.
 #include "generated/service_words.h"
 #include "handlers/record.h"
 #include "model/lifecycle/admission.h"

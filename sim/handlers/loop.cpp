@@ -1,4 +1,4 @@
-// Loop detection: its settings, what it has found, and recovery by command.
+// These commands concern loop detection: its settings, what it has found, and recovery.
 #include "model/port/loops.h"
 
 #include <algorithm>

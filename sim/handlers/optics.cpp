@@ -1,4 +1,4 @@
-// The OLT's optical modules: what they measure, their memory, their modes.
+// These commands concern the OLT's optical modules: what they measure, their memory, and their modes.
 #include "model/port/optics.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ int32_t threshold(const Module &module, Quantity quantity, int32_t Thresholds::*
     return formatted(quantity, module.type().thresholds[quantity].*which);
 }
 
-// The module of the PON port that the record names; null where there is none.
+// Returns the module of the PON port that the record names. Returns null when there is no such port.
 const Module *port_module(const Olt &olt, const bsp_plat_msg &record)
 {
     return olt.port(record.plat_port) ? olt.module(record.plat_port) : nullptr;
@@ -76,7 +76,7 @@ Outcome diagnostics(const Olt &olt, const Request &request)
     return answer.outcome();
 }
 
-// A reading that was taken, in 0.1 uW.
+// An Rssi is a reading that was taken, in 0.1 uW.
 struct Rssi {
     ModelTime time;
     uint32_t samples;
@@ -202,7 +202,7 @@ Outcome sfp_table(const Olt &olt, const Request &request)
     return {BSP_OK, {}, module_table(*module, olt.now())};
 }
 
-// Where on the bus bytes are wanted.
+// An I2cPlace says where on the bus the requested bytes are.
 struct I2cPlace {
     uint32_t address;
     uint32_t offset;
@@ -289,7 +289,7 @@ Outcome lol_mode(const Olt &olt, const Request &request)
     return to_outcome(set_loss_level(olt, record.plat_port, own_level ? std::optional(level) : std::nullopt));
 }
 
-// The code is that of the MPCP setting, too, which has an argument other than 0.
+// The MPCP setting has the same code. It has an argument other than 0.
 Outcome optical_status(const Olt &olt, const Request &request)
 {
     namespace at = layout::optical_status;

@@ -1,4 +1,4 @@
-// P2P forwarding.
+// These commands concern P2P forwarding.
 #include "model/port/p2p.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Profiles, stored under action codes.
+// These commands concern profiles, which are stored under action codes.
 #include "model/onu/profiles.h"
 
 #include "generated/service_words.h"
@@ -13,13 +13,13 @@ namespace
 constexpr uint32_t payload_at = offsetof(bsp_profile_msg, data);
 constexpr uint32_t name_size = 32;
 
-// Where a record has the name and the id is the same for all kinds.
+// All kinds of records have name and id at the same offsets.
 namespace common = layout::profile_line;
 static_assert(common::name.offset == payload_at && common::name == layout::profile_name::name);
 static_assert(common::name == layout::profile_sla::name && common::id == layout::profile_sla::id);
 static_assert(common::name == layout::profile_alarm::name && common::id == layout::profile_alarm::id);
 
-// Of a payload that is a profile.
+// Returns the length of a payload that is a profile.
 size_t length_of(ProfileKind kind)
 {
     return fields_of(kind).back().at.end() - payload_at;
@@ -30,7 +30,7 @@ bool get_name(const Request &request, std::string &name)
     return get_text(request.payload().data(), name_size, name);
 }
 
-// What the payload names: by its name alone, or with the room for the whole profile behind it.
+// Returns the name in the payload. The payload is either the name alone, or has room for the whole profile after it.
 std::optional<std::string> named(const Request &request, ProfileKind kind)
 {
     const size_t length = request.payload().size();
@@ -85,7 +85,7 @@ template <ProfileKind kind>
 Outcome list(const Olt &olt, const Request &request)
 {
     namespace at = layout::profile_list;
-    // Without a payload these are the four bytes of zeros that follow it.
+    // Without a payload, this reads the four bytes of zeros that follow it.
     const auto from = request.get(layout::profile_list_from::from);
     const std::map<uint32_t, Profile> &profiles = olt.profiles(kind);
     Answer answer(head_of(request));

@@ -1,4 +1,4 @@
-// What handlers of several families read in a record, and write into an answer.
+// Handlers of several families use this to read a record and to write an answer.
 #pragma once
 
 #include <cstring>
@@ -27,7 +27,7 @@ inline Mac mac_of(const bsp_pon_msg &record)
 
 OnuIds id_set(const Request &request, layout::At<layout::IdSet> at);
 
-// An answer that is a record. What is not put into it is as in the one that it is made from.
+// An Answer is a record. What is not put into it stays as in the record from which it is made.
 class Answer
 {
 public:
@@ -36,7 +36,7 @@ public:
     {
     }
 
-    // Throws std::logic_error where the value does not fit its field.
+    // Throws std::logic_error when the value does not fit its field.
     template <class Field, class Value>
     void put(layout::At<Field> at, const Value &value)
     {
@@ -51,15 +51,16 @@ private:
     std::string bytes;
 };
 
-// The answer that carries a text, of at most 1023 characters.
+// Returns the answer that carries a text of at most 1023 characters.
 std::string text_answer(uint32_t command, std::string_view text);
 
-// What answers of the platform and debug channels have of their request.
+// Returns what answers of the platform and debug channels copy from their request.
 bsp_plat_msg head_of(const bsp_plat_msg &request);
 
-// What a record selects of a list: port 0 all ports; an id or a MAC address that is not zero narrows it.
+// A Selection is what a record selects of a list. Port 0 selects all ports. An id or a MAC address that is not zero
+// narrows it.
 struct Selection {
-    uint32_t status; // whether port and id can be
+    uint32_t status; // whether port and id are possible
     std::span<const PonPort> ports;
     uint32_t id;
     Mac mac;
@@ -67,7 +68,7 @@ struct Selection {
     bool narrowed() const { return id != 0 || !is_zero(mac); }
 };
 Selection selection_of(const Olt &olt, const Request &request);
-// The same by its port alone.
+// As above, but selects by the port alone.
 Selection port_selection_of(const Olt &olt, const Request &request);
 
 } // namespace ponsim

@@ -1,4 +1,4 @@
-// What handlers of remote ONUs share: which ONU a request is about, and settings that are blocks.
+// Handlers of remote ONUs share this: which ONU a request is about, and settings that are blocks.
 #pragma once
 
 #include "handlers/record.h"
@@ -7,30 +7,30 @@
 namespace ponsim
 {
 
-// The ONU that a request names. An ONU that is asked something itself must be online, and so must one that is told
-// something; what the OLT has of it can be asked whatever its state.
+// Finds the ONU that a request names. The ONU must be online when it has to answer itself, and when it is sent
+// something. What the OLT has of the ONU can be asked for in any state.
 FoundOnu onu_of(const Olt &olt, const Request &request, bool must_be_online = true);
-// The same; the request must name one of its UNI ports.
+// As above, and the request must name one of the ONU's UNI ports.
 FoundOnu onu_and_uni_of(const Olt &olt, const Request &request, bool must_be_online = true);
 
-// The first bytes of a request's data.
+// Returns the first bytes of a request's data.
 OnuBlock data_of(const Request &request, size_t size);
 
-// The answer to a request with this data.
+// Returns the answer to a request with this data.
 Outcome answer_with(const Request &request, std::string_view data);
 inline Outcome answer_with(const Request &request, const OnuBlock &block)
 {
     return answer_with(request, block.bytes());
 }
 
-// A setting that is a block of the same form in requests and answers.
+// A BlockSetting is a setting whose block has the same form in requests and answers.
 struct BlockSetting {
-    uint32_t command; // that asks for it
-    bool of_uni;      // of each of the UNI ports; else of the ONU
+    uint32_t command; // the command that queries it
+    bool of_uni;      // each UNI port has the setting; false: the ONU has it
     uint32_t size;
-    // What an ONU has until it is told otherwise.
+    // This returns what an ONU has until the setting is changed.
     OnuBlock (*otherwise)(const Olt &olt, const RemoteOnu &onu, uint32_t uni);
-    // Why the ONU cannot be told this; BSP_OK when it can.
+    // This returns why the ONU cannot have this setting, or BSP_OK when it can.
     uint32_t (*check)(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
 };
 
@@ -38,10 +38,10 @@ OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side sid
 
 Outcome get_setting(const Olt &olt, const Request &request, const BlockSetting &setting, Side side = Side::remote);
 Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &setting);
-// Tells an ONU a block of a setting, unless it cannot be told that.
+// Sends an ONU the block of a setting, if it is allowed.
 Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
                   const BlockSetting &setting);
-// The same as set_setting() for a setting of which an ONU has several, by number.
+// Does the same as set_setting() above for a setting of which an ONU has several, by number.
 Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
                     const BlockSetting &setting);
 
@@ -56,14 +56,14 @@ Outcome set(const Olt &olt, const Request &request)
     return set_setting(olt, request, setting);
 }
 
-// The handlers of a setting that is asked for and told by one code.
+// Returns the handlers of a setting that is queried and set by the same code.
 template <const BlockSetting &setting>
 constexpr std::array<Handler, 2> rows_of(uint32_t channel)
 {
     return {{{channel, setting.command, get<setting>, catalogue::Call::get},
              {channel, setting.command, set<setting>, catalogue::Call::set}}};
 }
-// The same with that of the command that asks for what the OLT has of it.
+// As above, together with the handler of the command that asks for what the OLT has of the setting.
 template <const BlockSetting &setting>
 constexpr std::array<Handler, 3> rows_of(uint32_t channel, uint32_t local)
 {
@@ -71,7 +71,7 @@ constexpr std::array<Handler, 3> rows_of(uint32_t channel, uint32_t local)
     return {{asked, told, {channel, local, get<setting, Side::local>}}};
 }
 
-// Settings that more than one command tells. Those of UNI ports go by the command that asks for them.
+// These settings are sent by more than one command. Those of UNI ports are found by the command that queries them.
 const BlockSetting &management_setting();
 const BlockSetting &fec_setting();
 const BlockSetting &multicast_mode_setting();

@@ -24,20 +24,20 @@ namespace
 
 constexpr uint32_t max_olts = 32;
 constexpr size_t max_description = 127;
-constexpr uint32_t deepest = 6;          // fibres one behind the other
-constexpr int32_t greatest_loss = 4500;  // 0.01 dB: far beyond what any receiver can do without
+constexpr uint32_t deepest = 6;          // fibres that can follow one another
+constexpr int32_t greatest_loss = 4500;  // 0.01 dB; far beyond what any receiver tolerates
 constexpr uint32_t default_feeder = 100; // m
-constexpr uint32_t shortest_drop = 50;   // m, of those that follow from the seed
-constexpr uint32_t longest_drop = 1000;  // m
-constexpr uint32_t max_times = 10000;    // that an event is repeated
-constexpr size_t max_events = 100000;    // of an OLT
+constexpr uint32_t shortest_drop = 50;   // m, when it follows from the seed
+constexpr uint32_t longest_drop = 1000;  // m, when it follows from the seed
+constexpr uint32_t max_times = 10000;    // how often an event can be repeated
+constexpr size_t max_events = 100000;    // for each OLT
 
 constexpr std::string_view starts[] = {"registered", "cold"};
-constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // by their AuthMode
+constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // in the order of AuthMode
 
 using Kind = std::shared_ptr<const DeviceType>;
 
-// A kind with the texts that it is described by.
+// An OwnKind is a kind with the texts that describe it.
 struct OwnKind {
     std::string vendor;
     std::string model;
@@ -45,14 +45,14 @@ struct OwnKind {
     DeviceType type;
 };
 
-// One that the kinds live as long as.
+// This topology owns the kinds, so that they live as long as it does.
 struct ScenarioTopology : Topology {
     std::vector<Kind> owned;
 };
 
 struct Service {
     bool bound = true;
-    bool authenticated = false; // there is a record of the ONU's LOID
+    bool authenticated = false; // the ONU's LOID has a record
     std::optional<Sla> sla = {};
     std::optional<uint32_t> down = {};
     std::string description = {};
@@ -90,7 +90,7 @@ std::string to_db(int32_t loss)
     return std::to_string(loss / 100) + '.' + std::string(2 - rest.size(), '0') + rest;
 }
 
-// A code of letters and digits.
+// Reads a code of letters and digits.
 std::string code_of(Section &section, const std::string &key, size_t least, size_t most)
 {
     const std::string code = section.needed_name(key);
@@ -134,7 +134,7 @@ Kind read_kind(Section &section)
     std::map<std::string, const DeviceType *> models;
     for (const DeviceType &type : device_types())
         models.emplace(type.model, &type);
-    // It lives as long as the program.
+    // A built-in kind lives as long as the program.
     return {Kind(), known(section, "model", "built-in model", models)};
 }
 
@@ -169,14 +169,15 @@ struct Context {
     std::map<std::string, Service> services;
 };
 
-// The fibre of a port, as it is put together.
+// A Fibre is the fibre of a port while it is put together.
 class Fibre
 {
 public:
     std::vector<Branch> branches;
 
-    // Ends at a splitter into so many branches, 1 for none; 0: at an ONU. The keys are those by which the section names
-    // its length and the branch that it goes on from.
+    // Adds a branch. It ends at a splitter into `split` branches, which is 1 when there is no splitter. With a `split`
+    // of 0 it ends at an ONU. The keys are those by which the section names the length of the branch, and the branch at
+    // whose end it begins.
     uint32_t add(const Section &section, const std::string &name, std::optional<uint32_t> parent, uint32_t length,
                  uint32_t split, const std::string &length_key, const std::string &parent_key)
     {
@@ -210,10 +211,10 @@ public:
         return static_cast<uint32_t>(found - branches.begin());
     }
     uint32_t distance(uint32_t branch) const { return places[branch].distance; }
-    // Of all splitters and connectors on the way.
+    // Returns the loss of all splitters and connectors on the way.
     int32_t loss(uint32_t branch) const { return places[branch].loss; }
 
-    // The branch that the section names by this key.
+    // Returns the branch that the section names by this key.
     uint32_t named(Section &section, const std::string &key) const
     {
         const std::string name = section.needed_name(key);
@@ -228,7 +229,7 @@ public:
     }
 
 private:
-    // The far end of a branch.
+    // A Place is the far end of a branch.
     struct Place {
         uint32_t distance;
         int32_t loss;
@@ -237,7 +238,7 @@ private:
         uint32_t taken;
     };
 
-    // Why nothing more goes on from there.
+    // Returns why no further branch can begin there.
     static std::string end_of(const Place &place)
     {
         if (place.split == 0) return "ends at an ONU";
@@ -251,11 +252,11 @@ private:
 struct Onu {
     Section section;
     Arrival arrival;
-    const Service *service; // null: none
+    const Service *service; // null: no service
     std::optional<uint32_t> id;
 };
 
-// An OLT, as it is put together.
+// A Builder puts an OLT together.
 class Builder
 {
 public:
@@ -274,7 +275,7 @@ public:
     {
         olt.settings.ports = section.number_or("ports", 1, max_ports, max_ports);
         topology->ports.resize(olt.settings.ports);
-        std::map<uint32_t, uint32_t> lines; // of the ports that are described
+        std::map<uint32_t, uint32_t> lines; // by the ports that are described
         for (Section &port : section.tables("port"))
             for (const uint32_t number : numbers_of(port)) {
                 if (const auto [first, is_new] = lines.emplace(number, port.line()); !is_new)
@@ -306,7 +307,7 @@ private:
             read_branch(branch, fibre);
         if (fibre.branches.empty()) fibre.add(port, "feeder", std::nullopt, default_feeder, onus_per_port, "", "");
         const bool one_branch = fibre.branches.size() == 1;
-        // Each is the one that would be found there without a scenario, but for what the scenario says of it.
+        // Each ONU is the one that would be found there without a scenario, except for what the scenario says of it.
         std::vector<Arrival> found =
             population_at({.seed = olt.settings.seed, .arrivals = onus_per_port}, number).arrivals;
         std::ranges::sort(found, {}, [](const Arrival &arrival) { return arrival.mac.back(); });
@@ -418,7 +419,7 @@ private:
                 onu.section.fail("service", "expected at most " + std::to_string(line_rate) +
                                                 " kbit/s fixed and assured at port " + std::to_string(port) +
                                                 ", found " + std::to_string(promised));
-            // At most as many ONUs as ids.
+            // An id is free, because there are at most as many ONUs as ids.
             const uint32_t id = onu.id ? *onu.id : lowest_free(taken).value();
             taken.set(id);
             Binding binding{.mac = onu.arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}};
@@ -432,12 +433,12 @@ private:
     const Context &context;
     OltScenario &olt;
     std::shared_ptr<ScenarioTopology> topology;
-    std::map<Mac, std::string> macs; // whose they are
+    std::map<Mac, std::string> macs; // to whom each address belongs
 };
 
 struct PlannedEvent {
     Section section;
-    std::optional<std::string> olt; // none: all of them
+    std::optional<std::string> olt; // none: all OLTs
     std::vector<Event> events;
 };
 
@@ -468,7 +469,7 @@ PlannedEvent read_event(Section &section, const Scenario &scenario)
 
 void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
 {
-    std::optional<Olt> first; // as it is before the first event
+    std::optional<Olt> first; // the OLT before its first event
     for (const PlannedEvent &each : planned) {
         if (each.olt && *each.olt != olt.name) continue;
         if (!first) {
@@ -476,7 +477,8 @@ void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
             first->apply(olt.provisioning);
         }
         try {
-            // Whether the OLT refuses it may be otherwise when it happens.
+            // This finds commands that make no sense. Whether the OLT refuses the command may be different when the
+            // event happens.
             read_control(*first, each.events[0].words);
         } catch (const ControlError &error) {
             each.section.fail("do", error.what());
@@ -519,7 +521,7 @@ TomlValue parse(std::string_view text, const std::string &name)
     }
 }
 
-// Of a port: its row of the summary.
+// Returns the row of a port in the summary.
 std::string summary_of(const OltScenario &olt, uint32_t number)
 {
     const PortPopulation &port = olt.settings.topology->ports[number - 1];

@@ -1,4 +1,5 @@
-// Scenarios: what is found behind an OLT, what it is set to at first, and what happens to it when, as a TOML text.
+// A scenario is a TOML text. It says what is found behind an OLT, how the OLT is set up at first, and what happens to
+// it at which time.
 #pragma once
 
 #include <cstddef>
@@ -15,17 +16,17 @@
 namespace ponsim
 {
 
-// What is wrong with a text, and in which of its lines: "FILE:LINE: reason".
+// This error says what is wrong with a text, and in which line: "FILE:LINE: reason".
 class ScenarioError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// Something that happens to an OLT from outside.
+// An Event is something that happens to an OLT from outside.
 struct Event {
     ModelTime at;
-    std::string words; // of a control command
+    std::string words; // a control command
 
     bool operator==(const Event &) const = default;
 };
@@ -35,7 +36,7 @@ class Olt;
 struct OltScenario {
     std::string name;
     Settings settings;
-    Change provisioning;       // that a new OLT begins with
+    Change provisioning;       // with which a new OLT begins
     std::vector<Event> events; // in the order in which they happen
 };
 
@@ -43,17 +44,17 @@ struct Scenario {
     std::vector<OltScenario> olts;
 };
 
-// Reads a text; `name` is that of its file, for errors. Throws ScenarioError.
+// Reads a text. `name` is the name of its file, for errors. Throws ScenarioError.
 Scenario read_scenario(std::string_view text, const std::string &name);
 Scenario read_scenario_file(const std::string &file);
 
-// Adds to `change` that all ONUs are switched on when the OLT is.
+// Adds to `change` that all ONUs are switched on together with the OLT.
 void power_up(const Olt &olt, Change &change);
 
-// A table for people: OLTs and their ports, with ONUs, events and the losses between ports and ONUs.
+// Returns a table for people: OLTs and their ports, with ONUs, events and the losses between ports and ONUs.
 std::string summary_of(const Scenario &scenario);
 
-// The length of a time as scenarios have it: 1h 30min.
+// Writes the length of a time as scenarios write it: 1h 30min.
 std::string time_text(ModelTime time);
 
 } // namespace ponsim

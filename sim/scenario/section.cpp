@@ -60,7 +60,7 @@ struct Unit {
 };
 constexpr Unit units[] = {{"d", 24 * 3600}, {"h", 3600}, {"min", 60}, {"s", 1}};
 
-// None where the text is no time, or one that is too long.
+// Returns no time when the text is not a time, or when the time is too long.
 std::optional<ModelTime> time_of(std::string_view text)
 {
     constexpr uint64_t most = longest_time / ms_per_second;

@@ -1,4 +1,4 @@
-// TOML texts, as values that know their line.
+// TOML texts are read into values that know their line.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ struct TomlValue;
 using TomlArray = std::vector<TomlValue>;
 using TomlTable = std::map<std::string, TomlValue>;
 
-// A value of another kind, as a date, has none of these.
+// A value of another kind, such as a date, holds std::monostate.
 struct TomlValue {
     uint32_t line;
     std::variant<std::monostate, bool, int64_t, double, std::string, TomlArray, TomlTable> value;
@@ -30,7 +30,7 @@ public:
     const uint32_t line;
 };
 
-// The text's table. Throws TomlError.
+// Returns the text's table. Throws TomlError.
 TomlValue read_toml(std::string_view text);
 
 } // namespace ponsim

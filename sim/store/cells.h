@@ -1,4 +1,4 @@
-// What families' columns are made of: declared in SQL, put into a statement, and got from a row.
+// Families' columns are used in three ways: they are declared in SQL, put into a statement, and read from a row.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +24,7 @@ inline constexpr size_t array_size = 0;
 template <size_t size>
 inline constexpr size_t array_size<std::array<uint8_t, size>> = size;
 
-// The columns of a table, as SQL declares them.
+// A Declaration holds the columns of a table as SQL declares them.
 class Declaration
 {
 public:
@@ -43,7 +43,7 @@ public:
     struct Declared {
         std::string_view name;
         std::string type;
-        std::string check; // empty: none
+        std::string check; // empty: no check
     };
     const std::vector<Declared> &columns() const { return all; }
 
@@ -59,7 +59,7 @@ private:
     std::vector<Declared> all;
 };
 
-// The bytes of a member.
+// Returns the bytes of a member.
 inline std::span<const uint8_t> bytes_of(const std::string &text)
 {
     return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
@@ -77,7 +77,7 @@ std::span<const uint8_t> bytes_of(const Value &value)
     return {reinterpret_cast<const uint8_t *>(&value), sizeof value};
 }
 
-// Makes room for so many bytes, as far as the member can have that.
+// Makes room for so many bytes, as far as the type of the member allows.
 inline void make_room(std::string &text, size_t bytes)
 {
     text.resize(bytes);
@@ -92,7 +92,7 @@ void make_room(Value &, size_t)
 {
 }
 
-// Puts values into the parameters of a statement, which must run before they end.
+// Parameters put values into the parameters of a statement. The values must live until the statement has run.
 class Parameters
 {
 public:
@@ -119,11 +119,11 @@ private:
     Statement &statement;
 };
 
-// Gets values from the cells of a row, from the first on.
+// Cells read values from the cells of a row, beginning with the first.
 class Cells
 {
 public:
-    // Of a table of an OLT with so many PON ports.
+    // The row is from a table of an OLT with so many PON ports.
     Cells(const Statement &at, uint32_t of_olt) : row(at), ports(of_olt) {}
 
     template <Number Value>

@@ -22,7 +22,7 @@ using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
 constexpr char version_key[] = "ponsim_configuration";
 
-// Of the first row; one line a row.
+// The first row is in this line. Each row has one line.
 constexpr size_t first_row_line = 2;
 
 [[noreturn]] void fail(size_t line, const std::string &problem)
@@ -62,13 +62,13 @@ void write_line(std::string &text, Put put)
     text += '\n';
 }
 
-// Of the scenario; empty without one.
+// Returns the digest of the scenario's text. It is empty without a scenario.
 std::string digest_of(const Settings &settings)
 {
     return settings.scenario.empty() ? std::string() : digest(settings.scenario);
 }
 
-// What makes it the OLT that it is, in words. A scenario is told by the digest of its text.
+// Describes in words what makes it this OLT. A scenario is identified by the digest of its text.
 std::string options(const Settings &settings, const std::string &scenario)
 {
     if (!scenario.empty()) return "the scenario of digest " + scenario + ", in which it is " + settings.olt;
@@ -97,7 +97,7 @@ std::optional<Cell> to_cell(const rapidjson::Value &value)
     return std::nullopt;
 }
 
-// Reads the lines of a text one by one.
+// Lines reads the lines of a text one by one.
 class Lines
 {
 public:
@@ -106,13 +106,13 @@ public:
     size_t number() const { return count; }
     bool at_end() const { return rest.empty(); }
 
-    // The next line, which ends as all do.
+    // Returns the next line. Every line must end with a newline.
     const rapidjson::Document &next()
     {
         ++count;
         const size_t end = rest.find('\n');
         if (end == std::string_view::npos) fail(count, "the text is cut off here");
-        // Without recursion, so that nesting of any depth does no harm.
+        // Parsing is iterative, so that deep nesting does no harm.
         line.Parse<rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag>(rest.data(), end);
         rest.remove_prefix(end + 1);
         if (line.HasParseError()) fail(count, rapidjson::GetParseError_En(line.GetParseError()));
@@ -126,7 +126,7 @@ private:
     rapidjson::Document line;
 };
 
-// A member that must be there.
+// Returns a member that must exist.
 uint64_t number_of(const Lines &lines, const rapidjson::Document &line, const char *name)
 {
     if (!line.HasMember(name) || !line[name].IsUint64()) fail(lines.number(), std::string("no number ") + name);
@@ -198,7 +198,7 @@ Store store_of(const Settings &settings)
     return store;
 }
 
-// What is wrong with rows taken together; empty where nothing is.
+// Returns what is wrong with rows taken together, or an empty text.
 std::string problem_of(const Settings &settings, std::span<const Row> rows)
 {
     Store store = store_of(settings);
@@ -211,7 +211,7 @@ std::string problem_of(const Settings &settings, std::span<const Row> rows)
     return {};
 }
 
-// Throws for the first row that is wrong, by itself or beside those before it.
+// Throws for the first row that is wrong, by itself or together with the rows before it.
 [[noreturn]] void fail_at_the_first_wrong_row(const Settings &settings, std::span<const Row> rows)
 {
     const auto counts = std::views::iota(size_t{1}, rows.size());
@@ -270,7 +270,7 @@ Configuration read_configuration(std::string_view text, const Settings &settings
     } catch (const StoreError &) {
         fail_at_the_first_wrong_row(settings, rows);
     }
-    // What the OLT would keep of it is just what the text has, or else the text has values that cannot be.
+    // The OLT would keep exactly what the text has. Otherwise the text has values that are not possible.
     Store kept = store_of(settings);
     kept.write(configuration.change);
     configuration.rows = kept.rows();

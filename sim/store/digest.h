@@ -1,4 +1,4 @@
-// Short names for long texts.
+// A digest is a short name for a long text.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 namespace ponsim
 {
 
-// FNV-1a of 64 bits, as 16 hexadecimal digits.
+// Returns FNV-1a of 64 bits as 16 hexadecimal digits.
 inline std::string digest(std::string_view text)
 {
     uint64_t hash = 0xcbf29ce484222325;

@@ -1,4 +1,4 @@
-// The versions of the tables, and how a state file of an earlier version becomes one of this version.
+// This file has the versions of the tables, and turns a state file of an earlier version into one of this version.
 #pragma once
 
 #include <cstdint>
@@ -9,21 +9,22 @@ struct sqlite3;
 namespace ponsim
 {
 
-// What makes the tables of the version before those of this one.
+// A Migration turns the tables of the previous version into those of `version`.
 struct Migration {
     int64_t version;
     const char *sql;
 };
 
-// From the first version whose files are read on: that one needs none. In order, without gaps.
+// first_version is the oldest version whose files are read, and needs no migration. The migrations follow it in order,
+// without gaps.
 inline constexpr int64_t first_version = 7;
 std::span<const Migration> migrations();
 
-// That of the tables which the families describe.
+// Returns the version of the tables that the families describe.
 int64_t current_version();
 
-// Makes a file of `version` one of the last migration's version, in steps each of which is done as a whole, with the
-// number of its version, or not at all. Throws StoreError: the file is of the version that it has reached.
+// Brings a file of `version` to the version of the last migration. Each step is done completely, with the number of its
+// version, or not at all. Throws StoreError. The file then has the version that it has reached.
 void migrate(sqlite3 *db, int64_t version, std::span<const Migration> migrations);
 
 } // namespace ponsim

@@ -1,4 +1,4 @@
-// Rows of the store's tables as they stand, whatever they mean.
+// These are rows of the store's tables as they are stored, whatever they mean.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ using Cell = std::variant<int64_t, std::string, Blob>;
 
 struct Row {
     std::string table;
-    std::vector<Cell> cells; // in order of column
+    std::vector<Cell> cells; // in the order of the columns
 
     auto operator<=>(const Row &) const = default;
 };

@@ -63,7 +63,7 @@ bool Statement::row()
     const int result = sqlite3_step(statement.get());
     if (result == SQLITE_ROW) return true;
     bound = 0;
-    // After a failed step, reset reports the failure again.
+    // After a failed step, sqlite3_reset() reports the failure again.
     check(sqlite3_reset(statement.get()));
     return false;
 }

@@ -1,4 +1,4 @@
-// A prepared statement of SQLite, kept for as long as its database.
+// A Statement is a prepared statement of SQLite. It is kept as long as its database.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ struct sqlite3_stmt;
 namespace ponsim
 {
 
-// What the store could not do, and why.
+// This error says what the store could not do, and why.
 class StoreError : public std::runtime_error
 {
 public:
@@ -28,23 +28,24 @@ class Statement
 public:
     Statement(sqlite3 *db, std::string_view sql);
 
-    // Values of the parameters, from the first on; those bound must live until the statement has run.
+    // These set the values of the parameters, beginning with the first. What is bound must live until the statement has
+    // run.
     Statement &bind(int64_t value);
     Statement &bind(std::string_view text);
     Statement &bind(std::span<const uint8_t> bytes);
 
     Statement &bind_cell(const Cell &cell);
 
-    // Runs a statement that gives no rows.
+    // Runs a statement that returns no rows.
     void run();
-    // The next row; false after the last, and the statement can be run again.
+    // Goes to the next row. Returns false after the last one. Then the statement can be run again.
     bool row();
 
-    // Columns of the row, counted from 0.
+    // These return columns of the row, counted from 0.
     int64_t number(int column) const;
     std::string text(int column) const;
     std::span<const uint8_t> bytes(int column) const;
-    // The whole row, none of whose values is null.
+    // Returns the whole row. None of its values may be null.
     std::vector<Cell> cells() const;
 
 private:

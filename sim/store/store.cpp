@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
-// Small pages, because a change of a row writes whole pages.
+// Pages are small because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
                            "PRAGMA journal_mode = WAL;"
                            "PRAGMA synchronous = NORMAL;"
@@ -74,7 +74,7 @@ void Store::Delete::operator()(Statements *statements) const
 Store::Store(const std::string &file, bool fresh)
 {
     sqlite3 *opened = nullptr;
-    // One thread at a time uses the store.
+    // Only one thread at a time uses the store.
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     const int result = sqlite3_open_v2(file.empty() ? ":memory:" : file.c_str(), &opened, flags, nullptr);
     db.reset(opened);
@@ -103,7 +103,7 @@ void Store::prepare_schema(bool fresh)
         Statement statement(db.get(), sql);
         return statement.row() ? statement.number(0) : 0;
     };
-    // One process only: requests need neither locks nor shared memory.
+    // Only one process uses the file, so that requests need neither locks nor shared memory.
     execute("PRAGMA locking_mode = EXCLUSIVE");
     const bool empty = number("SELECT count(*) FROM sqlite_schema") == 0;
     if (!empty && number("PRAGMA application_id") != application_id)
@@ -120,7 +120,7 @@ void Store::prepare_schema(bool fresh)
     if (empty || fresh)
         changes += "PRAGMA application_id = " + std::to_string(application_id) +
                    "; PRAGMA user_version = " + std::to_string(current_version()) + ";" + schema();
-    // A transaction even when there is nothing to change: it finds out now whether another process uses the file.
+    // There is a transaction even when nothing changes. It shows now whether another process uses the file.
     execute("BEGIN IMMEDIATE;" + changes + "COMMIT;");
     if (!empty && !fresh) migrate(db.get(), version, migrations());
 }
@@ -184,7 +184,7 @@ int64_t Store::version()
     return current_version();
 }
 
-// But the settings.
+// Returns the names of the tables without that of the settings.
 std::vector<std::string> Store::tables() const
 {
     Statement select(db.get(), "SELECT name FROM sqlite_schema WHERE type = 'table' AND name <> 'setting' ORDER BY 1");
@@ -202,7 +202,7 @@ std::vector<Row> Store::rows() const
         while (select.row())
             rows.push_back({table, select.cells()});
     }
-    // Keys are the first columns of their tables.
+    // A row begins with its key, because keys are the first columns of their tables.
     std::ranges::sort(rows);
     return rows;
 }

@@ -5,7 +5,7 @@ namespace ponsim
 namespace
 {
 
-// Of columns, one after the other, each as `text` makes it.
+// Lists the columns one after the other, each as `text` writes it.
 template <class Text>
 std::string list(const Declaration &columns, std::string_view between, Text text)
 {
@@ -37,7 +37,7 @@ std::string where(const Declaration &key)
 
 } // namespace
 
-// A key of one column is declared there; that of a number is the row's own number.
+// A key of one column is declared in that column. When it is a number, it is the row's own number.
 std::string TableForm::create() const
 {
     const bool one_key = key.columns().size() == 1;

@@ -1,4 +1,4 @@
-// The tables of a family: how they are declared, written and read.
+// This file declares, writes and reads the tables of a family.
 #pragma once
 
 #include <array>
@@ -16,20 +16,20 @@ struct sqlite3;
 namespace ponsim
 {
 
-// A table with a key and the columns behind it.
+// A TableForm is a table with a key and the columns after the key.
 struct TableForm {
     std::string_view name;
     Declaration key;
     Declaration value;
     std::string_view unique = {};
 
-    // What SQL makes it with, and its rows.
+    // These return the SQL that creates the table, writes a row, and deletes a row.
     std::string create() const;
     std::string put() const;
     std::string drop() const;
-    // Whole rows, in order of key.
+    // Returns the SQL that reads whole rows in the order of their keys.
     std::string select() const;
-    // What is behind a key.
+    // Returns the SQL that reads the columns after a key.
     std::string select_one() const;
 };
 
@@ -55,7 +55,7 @@ TableForm form_of(const APart &part)
     return {part.table, declaration_of(Family<Record>::key), declaration_of(part.value)};
 }
 
-// Those of a family that has none.
+// Returns the parts of a family, which are none when it declares none.
 template <class Record>
 constexpr auto parts_of()
 {
@@ -65,7 +65,7 @@ constexpr auto parts_of()
         return std::tuple{};
 }
 
-// The SQL that makes all tables of a family.
+// Returns the SQL that creates all tables of a family.
 template <class Record>
 std::string create_tables()
 {
@@ -74,7 +74,7 @@ std::string create_tables()
     return sql;
 }
 
-// Writes the records of a family, and those that are parts of them, by statements that are kept.
+// A Writer writes the records of a family and the records that are parts of them. It keeps its statements.
 template <class Record>
 class Writer
 {
@@ -124,7 +124,7 @@ private:
     std::array<Statements, std::tuple_size_v<decltype(parts_of<Record>())>> parts;
 };
 
-// What must hold of the rows of a family: nothing, unless it says so.
+// Returns the check for the rows of a family. A family without a Check has no condition.
 template <class Record>
 auto make_check()
 {
@@ -135,8 +135,8 @@ auto make_check()
         return [](uint32_t, const typename Of::Key &, const Record &) -> const char * { return nullptr; };
 }
 
-// Reads the records of a family, in order of key, for an OLT with so many PON ports, and visits their entries. Throws
-// StoreError where they cannot be.
+// Reads the records of a family in the order of their keys, for an OLT with so many PON ports, and visits their
+// entries. Throws StoreError when records are not possible.
 template <class Record, class Visit>
 void read_records(sqlite3 *db, uint32_t ports, Visit visit)
 {

@@ -28,7 +28,7 @@ double kilobits(uint64_t bits)
     return static_cast<double>(bits) / 1000;
 }
 
-// What there is only while there is a value that has it.
+// Returns a part of a value, or none when there is no value.
 template <class Value, class Part>
 auto part_of(const std::optional<Value> &value, Part part) -> std::optional<decltype(part(*value))>
 {

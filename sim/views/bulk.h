@@ -1,4 +1,4 @@
-// The tables of all ONUs, and of the OLT and its PON ports.
+// These are the tables of all ONUs, and of the OLT and its PON ports.
 #pragma once
 
 #include <optional>
@@ -12,10 +12,10 @@
 namespace ponsim
 {
 
-// ONUs of a port, or of several.
+// OnuNumbers counts the ONUs of a port, or of several ports.
 struct OnuNumbers {
     uint32_t bound = 0;
-    uint32_t online = 0; // of those that are bound
+    uint32_t online = 0; // how many of the bound ones
     uint32_t waiting = 0;
 };
 
@@ -42,10 +42,10 @@ struct OltRow {
 std::string olt_table(const OltRow &olt);
 
 struct OnuOptics {
-    // While the ONU is online.
+    // This is measured only while the ONU is online.
     struct Measured {
         Readings at_onu;
-        int32_t at_olt; // 0.1 uW, of the power that is received there
+        int32_t at_olt; // 0.1 uW, the power that the OLT receives from the ONU
     };
 
     uint32_t pon_port;
@@ -70,7 +70,7 @@ struct OnuStats {
     uint32_t onu_id;
     Mac mac;
     std::optional<Load> load;     // while the ONU is online
-    std::optional<Counts> counts; // while it monitors, too
+    std::optional<Counts> counts; // while it is online and monitors
 };
 std::string onu_stats_table(std::span<const OnuStats> onus);
 

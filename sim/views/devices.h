@@ -1,4 +1,4 @@
-// The tables of devices and of UNI ports. They show what they are given: which ONUs that is, the handlers decide.
+// These are the tables of devices and of UNI ports. The handlers decide which ONUs they show.
 #pragma once
 
 #include <cstdint>
@@ -20,15 +20,15 @@ struct BoundOnu {
     const Binding *binding;
     OnuState state;
     Device device;
-    std::vector<UniConfig> configs;             // of the device's UNI ports, as the OLT told it
-    std::vector<std::optional<LinkMode>> links; // of these, while the ONU is online
-    UpgradeProgress upgrade = {};               // read by upgrade_table() alone
+    std::vector<UniConfig> configs;             // of the device's UNI ports, as the OLT has configured them
+    std::vector<std::optional<LinkMode>> links; // of the UNI ports, while the ONU is online
+    UpgradeProgress upgrade = {};               // only upgrade_table() reads this
 };
 
-// Of one of its UNI ports, as the ONU reports it: nothing unless it is online.
+// Returns the link of one of its UNI ports, as the ONU reports it. Returns nothing unless the ONU is online.
 std::optional<std::string> link_text(OnuState state, const std::optional<LinkMode> &link);
 
-// The VLANs of a UNI port; nothing where its mode has none.
+// Returns the VLANs of a UNI port. Returns nothing when its mode has none.
 std::optional<std::string> vlan_text(const UniConfig &config);
 
 std::string capabilities_table(std::span<const BoundOnu> onus);
@@ -37,7 +37,7 @@ std::string uni_attributes_table(std::span<const BoundOnu> onus);
 std::string onu_config_table(std::span<const BoundOnu> onus);
 std::string uni_config_table(std::span<const BoundOnu> onus);
 
-// UNI ports that share a row: those of a PON port, those of an ONU, or a single one.
+// A UniGroup holds the UNI ports that share a row: those of a PON port, those of an ONU, or a single one.
 struct UniGroup {
     uint32_t pon_port;
     std::optional<uint32_t> onu_id;

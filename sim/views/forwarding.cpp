@@ -8,7 +8,7 @@ namespace ponsim
 namespace
 {
 
-// Where `none` stands for none.
+// Returns no value when the value is `none`.
 std::optional<uint32_t> unless(uint32_t value, uint32_t none)
 {
     return value == none ? std::nullopt : std::optional(value);

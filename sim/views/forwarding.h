@@ -1,4 +1,4 @@
-// The tables of bandwidth, of P2P forwarding, and of the forwarding database.
+// These are the tables of bandwidth, of P2P forwarding, and of the forwarding database.
 #pragma once
 
 #include <cstdint>
@@ -24,12 +24,12 @@ std::string sla_summary_table(std::span<const PonPort> ports);
 struct P2pState {
     uint32_t pon_port;
     bool on;
-    uint32_t own_port; // 0: any
+    uint32_t own_port; // 0: any port
     uint32_t onus;
     uint32_t entries;
 };
 std::string p2p_table(std::span<const P2pState> ports);
-// By number.
+// The entries stand in the order of their numbers.
 std::string p2p_entries_table(std::span<const std::optional<P2pEntry>> entries);
 
 std::string mac_table(std::span<const FdbEntry> entries, ModelTime now);

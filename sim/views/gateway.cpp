@@ -31,7 +31,7 @@ std::string network_text(uint32_t address, uint32_t mask)
     return ipv4_text(address) + '/' + std::to_string(mask_length(mask));
 }
 
-// None where 0 says that there is none.
+// Returns no value when the value is 0, which means that there is none.
 std::optional<uint32_t> unless_0(uint32_t value)
 {
     return value == 0 ? std::nullopt : std::optional(value);
@@ -49,7 +49,7 @@ std::optional<std::string> address_text(const Wan &wan)
     return network_text(*address, wan.lease ? lease_mask : get_ipv4(wan.told, layout::onu_wan::mask));
 }
 
-// Where there is an address, there may be one.
+// Returns a gateway only where there is an address, and even then there may be none.
 std::optional<std::string> gateway_text(const Wan &wan)
 {
     if (!address_of(wan)) return std::nullopt;
@@ -74,7 +74,7 @@ void add_wan(Table<view::onu_wans> &table, const Wan &wan)
                .state = wan.up ? "up" : "connecting"});
 }
 
-// None where the mask says that any address is meant.
+// Returns no network when the mask says that any address is meant.
 std::optional<std::string> network_at(const OnuBlock &told, Ipv4Place address, Ipv4Place mask)
 {
     if (get_ipv4(told, mask) == 0) return std::nullopt;

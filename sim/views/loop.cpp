@@ -24,7 +24,8 @@ std::string_view to_text(LoopState state)
     return {};
 }
 
-// Whole seconds between two times; the greatest number where it is no longer one of 32 bits.
+// Returns the whole seconds between two times. When they do not fit into 32 bits, returns the greatest number that
+// does.
 uint32_t seconds_between(ModelTime from, ModelTime to)
 {
     return static_cast<uint32_t>(

@@ -1,4 +1,4 @@
-// The table of what loop detection has found.
+// This is the table of what loop detection has found.
 #pragma once
 
 #include <string>

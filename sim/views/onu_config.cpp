@@ -14,7 +14,7 @@ namespace ponsim
 namespace
 {
 
-// Private, and of no two stations the same: what makes their MAC addresses unique is in the last three bytes.
+// Returns a private address that no two stations share, because the last three bytes make their MAC addresses unique.
 uint32_t address_of(const Mac &station)
 {
     return uint32_t{10} << 24 | uint32_t{station[3]} << 16 | uint32_t{station[4]} << 8 | (station[5] + 1u);

@@ -1,4 +1,4 @@
-// The tables of LOIDs, of the stations that ARP knows, and of UNI profiles.
+// These are the tables of LOIDs, of the stations that ARP knows, and of UNI profiles.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,13 @@ namespace ponsim
 
 std::string loids_table(const Olt &olt, std::span<const PonPort> ports);
 
-// Of entries of the PON side.
+// The entries must be of the PON side.
 std::string arp_table(std::span<const FdbEntry> entries);
 
 struct UniProfileRow {
     uint32_t id;
-    OnuBlock config; // what a UNI port is told that takes it
-    uint32_t ports;  // that took it
+    OnuBlock config; // the configuration of a UNI port that takes the profile
+    uint32_t ports;  // how many ports have taken it
 };
 std::string uni_profiles_table(std::span<const UniProfileRow> profiles);
 

@@ -1,4 +1,4 @@
-// The tables of what ONUs are.
+// These are the tables of what ONUs are.
 #pragma once
 
 #include <span>
@@ -9,7 +9,7 @@
 namespace ponsim
 {
 
-// The UNI ports of one ONU, from port 1 on. Their links show while it is online.
+// Shows the UNI ports of one ONU, from port 1 on. Their links are shown while the ONU is online.
 std::string onu_unis_table(std::span<const OnuUni> unis, bool online);
 std::string onu_serial_numbers_table(std::span<const RemoteOnu> onus);
 

@@ -1,4 +1,4 @@
-// Views of multicast at an ONU.
+// These are the views of multicast at an ONU.
 #pragma once
 
 #include <cstdint>
@@ -16,16 +16,16 @@ enum class McTags : uint8_t { keep, strip, translate };
 struct UniMulticast {
     uint32_t group_max;
     McTags tags;
-    std::vector<Vlan> translations; // network: the multicast VLAN
+    std::vector<Vlan> translations; // the network VLAN is the multicast VLAN
     std::vector<uint32_t> vlans;
-    std::optional<uint32_t> groups; // none unless the ONU is online
+    std::optional<uint32_t> groups; // how many; none unless the ONU is online
 };
 
 struct OnuMulticast {
     uint32_t pon_port;
     uint32_t onu_id;
     const DeviceType *type;
-    bool controlled; // else it snoops
+    bool controlled; // false: it snoops
     bool fast_leave;
     std::vector<UniMulticast> unis;
 };

@@ -1,4 +1,4 @@
-// The tables of the UNI ports of one ONU.
+// These are the tables of the UNI ports of one ONU.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace ponsim
 {
 
-// The row of one UNI port's link.
+// A UniLink is the row of one UNI port's link.
 struct UniLink {
     bool enabled;
     std::optional<std::string> link;

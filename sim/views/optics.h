@@ -1,4 +1,4 @@
-// The table of an optical module, and how its readings stand to their thresholds.
+// This is the table of an optical module. It also says how the readings compare with their thresholds.
 #pragma once
 
 #include <string>

@@ -11,7 +11,7 @@ namespace ponsim
 namespace
 {
 
-// Of what is kept in hundredths of its unit.
+// Returns the value of a number that is kept in hundredths of its unit.
 double real(int32_t hundredths)
 {
     return hundredths / 100.0;

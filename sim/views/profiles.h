@@ -1,4 +1,4 @@
-// The profiles of a kind as a file holds them.
+// This file writes the profiles of a kind as a text for a file.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@ namespace ponsim
 
 std::string profile_table(const Olt &olt, ProfileKind kind);
 
-// A line with their number, then of each profile a line with kind, id and name, and an indented line a value. It is
-// never empty.
+// The text has a line with the number of profiles. Then each profile has a line with kind, id and name, and an indented
+// line for each value. The text is never empty.
 std::string profile_text(const Olt &olt, ProfileKind kind);
 
 } // namespace ponsim

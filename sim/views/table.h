@@ -1,5 +1,5 @@
-// The rows of a view as JSON. Which columns there are, of which types, and which may be null, the catalogue says by the
-// type of the row.
+// A table holds the rows of a view as JSON. The type of the row, which comes from the catalogue, says which columns
+// there are, which types they have, and which may be null.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ class Table
 public:
     Table() { put_raw("["); }
 
-    // Writes the row at once: its texts may be those of temporaries, and it is to be one itself.
+    // Writes the row at once, because its texts may belong to temporaries. So the row must be a temporary itself.
     void add(Row &&row)
     {
         if (buffer.GetSize() > 1) put_raw(",");
@@ -34,7 +34,7 @@ public:
         put_raw("}");
     }
 
-    // Of all rows; there come none behind it.
+    // Ends the table and returns its text. No row can be added after this.
     std::string text()
     {
         put_raw("]");
@@ -43,14 +43,14 @@ public:
 
 private:
     void put_raw(std::string_view json) { std::memcpy(buffer.Push(json.size()), json.data(), json.size()); }
-    // Each value is a document of its own for the writer.
+    // For the writer each value is a document of its own.
     rapidjson::Writer<rapidjson::StringBuffer> &value_writer()
     {
         writer.Reset(buffer);
         return writer;
     }
     void put(uint32_t value) { value_writer().Uint(value); }
-    void put(uint64_t value) { value_writer().Uint64(value); } // of a count, which is far below 2^53
+    void put(uint64_t value) { value_writer().Uint64(value); } // a count, which is far below 2^53
     void put(double value) { value_writer().Double(value); }
     void put(bool value) { value_writer().Bool(value); }
     void put(std::string_view value)

@@ -1,4 +1,4 @@
-// The table of upgrade types.
+// This is the table of upgrade types.
 #pragma once
 
 #include <string>

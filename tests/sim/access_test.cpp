@@ -1,4 +1,4 @@
-// Who may do what.
+// These tests check who may do what.
 #include <unistd.h>
 
 #include "daemon/access.h"

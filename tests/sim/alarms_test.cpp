@@ -1,4 +1,4 @@
-// What raises alarms, and who sees and clears them.
+// These tests check what raises alarms, and who sees and clears them.
 #include "rows.h"
 #include "support.h"
 
@@ -156,13 +156,13 @@ TEST(AuthFailed, ComesWhenAnOnuComesIntoReachOrOffTheBlackList)
     EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 1u);
 }
 
-// Two ONUs at each of two ports, the first of them bound to id 5, with alarms 3 and 4 for the waiting, 1 and 2 for the
-// bound.
-// Those of ONUs that last as long as their cause.
+// These are the alarms of ONUs without that of a deregistration, which follows below.
 constexpr uint32_t onu_alarms[] = {1, 2, 3, 4};
 constexpr uint32_t port_alarms[] = {5, 6};
 constexpr uint32_t deregistered = 10;
 
+// Returns a fixture with two ONUs at each of two ports. The first is bound to id 5 and has alarms 1 and 2, the second
+// waits and has alarms 3 and 4.
 Desk alarmed()
 {
     const Settings settings{.seed = 1, .ports = 2, .arrivals = 2, .silent = 0};
@@ -257,7 +257,7 @@ TEST(AlarmClear, ACountStartsAgain)
     EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1))[1]["count"].GetUint(), 1u);
 }
 
-// Alarms of every ONU of a whole OLT, and of its ports.
+// Returns a fixture with alarms of every ONU of a whole OLT, and of its ports.
 Desk alarmed_everywhere(std::initializer_list<uint32_t> more)
 {
     const Settings settings{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};

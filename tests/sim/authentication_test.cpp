@@ -1,4 +1,4 @@
-// Who is let in at a port, and confirming those who are not.
+// These tests check who is let in at a port, and how others are confirmed.
 #include "rows.h"
 #include "support.h"
 
@@ -378,7 +378,7 @@ TEST(ConfirmRecord, HasTheExemptionInAByteAndTheModeInAWord)
     EXPECT_TRUE(desk.port(1).bindings[1]->exempt);
 }
 
-// One ONU in each state, and two records.
+// This fixture has one ONU in each state, and two records.
 struct MixedDesk : Desk {
     MixedDesk() : Desk({.seed = 1, .ports = 2, .arrivals = 4, .silent = 0})
     {

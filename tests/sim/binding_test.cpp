@@ -1,4 +1,4 @@
-// The rules of binding an ONU.
+// These tests check the rules of binding an ONU.
 #include "support.h"
 
 namespace ponsim

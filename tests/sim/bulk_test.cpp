@@ -1,4 +1,4 @@
-// Tables of all ONUs, and of the OLT and its PON ports.
+// These tests check the tables of all ONUs, and of the OLT and its PON ports.
 #include "views/bulk.h"
 
 #include <functional>
@@ -18,7 +18,8 @@ constexpr size_t longest_text = 1023;
 constexpr uint32_t most_onus = max_ports * onus_per_port;
 constexpr WantedSettings four_a_port{.seed = 1, .ports = 8, .arrivals = 4, .silent = 0};
 
-// An OLT with three of the four ONUs bound that have arrived at each of its ports, and one that has not, with id 4.
+// At each port of this OLT four ONUs have arrived, and three of them are bound. An ONU that has not arrived is bound to
+// id 4.
 struct Bulk : Desk {
     explicit Bulk(const WantedSettings &wanted = four_a_port) : Desk(wanted)
     {
@@ -30,7 +31,7 @@ struct Bulk : Desk {
     }
     const Olt &olt() const { return simulator.olt(); }
     rapidjson::Document rows(uint32_t command, uint32_t pon_port = 0) { return parse(view(command, pon_port)); }
-    // Of a remote ONU.
+    // Sends a record of a remote ONU.
     Reply tell(uint32_t channel, bsp_onu_msg record, catalogue::Call call)
     {
         Message message = message_of(channel, record);
@@ -203,7 +204,7 @@ TEST(OnuStatsTable, TheFramesOfAPortsOnusAreThoseThatItReceives)
     double sum = 0;
     for (const auto &row : rows.GetArray())
         if (row["pon_port"].GetUint() == 1 && !row["up_frames"].IsNull()) sum += row["up_frames"].GetDouble();
-    // Both round down, each kind of frame by itself.
+    // Both numbers are rounded down, for each kind of frame separately.
     EXPECT_NEAR(sum, static_cast<double>(received() - before), 3 * flows.size());
     EXPECT_GT(sum, 1000);
 }
@@ -232,7 +233,7 @@ TEST(OnuStatsTable, NothingComesDownWhileTheUplinkIsDown)
     ASSERT_EQ(set.status(), BSP_OK);
     const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     EXPECT_GT(rows[0]["down_load"].GetDouble(), 0);
-    EXPECT_EQ(rows[4]["down_load"].GetDouble(), 0); // of port 2, which goes through GE port 2
+    EXPECT_EQ(rows[4]["down_load"].GetDouble(), 0); // port 2, which goes through GE port 2
     EXPECT_GT(rows[4]["up_load"].GetDouble(), 0);
 }
 
@@ -310,7 +311,7 @@ TEST(AllOnus, AreALineAPortAndOneForAll)
                               "total: 7 bound, 5 online, 7 waiting\n");
 }
 
-// As many ONUs as there can be, all online.
+// Returns as many ONUs as there can be, all online.
 Change full()
 {
     Change kept;
@@ -331,7 +332,7 @@ TEST(AllOnus, FitForAFullOlt)
     const std::string text = all_onus(desk);
     EXPECT_LE(text.size(), longest_text);
     EXPECT_TRUE(text.ends_with("total: 2048 bound, 2048 online, 0 waiting\n")) << text;
-    // With as many waiting as bound, each line has two characters more at most, and the last three.
+    // When as many ONUs wait as are bound, each line has at most two characters more, and the last line three.
     EXPECT_LE(text.size() + 2 * max_ports + 3, longest_text);
 }
 
@@ -347,7 +348,7 @@ TEST(AllOnus, ATableOfAFullOltHasARowForEach)
 }
 
 constexpr Mac some_mac{0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
-constexpr uint64_t longest_count = (uint64_t{1} << 53) - 1; // what a number has digits for
+constexpr uint64_t longest_count = (uint64_t{1} << 53) - 1; // the greatest that JSON readers take exactly
 constexpr Load longest_load{longest_count, longest_count};
 constexpr Readings longest_readings{-0x8000, 0xffff, 0xffff, 1, 1};
 constexpr uint32_t longest_number = 0xffffffff;
@@ -373,7 +374,7 @@ TEST(Bounds, SixteenPortsFitWithTheLongestValues)
     EXPECT_LE(ports_table(std::vector(max_ports, row)).size(), small_result);
 }
 
-// What a request sets at an ONU, or at its first UNI port, and the bit that says so.
+// A Setting is what a request sets at an ONU, or at its first UNI port, with the bit that shows it.
 struct Setting {
     uint32_t bit;
     uint32_t channel;
@@ -496,7 +497,7 @@ TEST(ConfigWord, AnSlaOfEitherDirectionIsBit3)
     };
     EXPECT_EQ(bit(1), 1u);
     EXPECT_EQ(bit(2), 1u);
-    EXPECT_EQ(bit(3), 0u); // none of them is online
+    EXPECT_EQ(bit(3), 0u); // none of these ONUs is online
 }
 
 TEST(ConfigWord, AnOnuThatDoesNotExistIsSaid)

@@ -1,4 +1,4 @@
-// Model time: how it passes, in which order things happen, and that it is kept.
+// These tests check how model time passes, in which order things happen, and that the time is kept.
 #include "engine/processes.h"
 
 #include "optics.h"
@@ -8,7 +8,7 @@ namespace ponsim
 namespace
 {
 
-// Processes that do nothing at fixed times.
+// These processes do nothing at fixed times.
 template <ModelTime at>
 constexpr Process due_at{[](const Olt &) { return std::optional<ModelTime>(at); },
                          [](const Olt &) { return Change{}; }};

@@ -1,4 +1,4 @@
-// The OLT's configuration, written out and taken back.
+// These tests write out the OLT's configuration and take it back.
 #include <gmock/gmock.h>
 
 #include "daemon/clock.h"
@@ -17,7 +17,7 @@ const Settings settings{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
 constexpr WantedSettings wanted{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
 constexpr size_t longest_part = 4080;
 
-// A request of the profile channel.
+// Sends a request on the profile channel.
 Reply profile(Desk &desk, uint32_t action, catalogue::Call call, const std::string &payload = {})
 {
     bsp_profile_msg record{};
@@ -59,7 +59,7 @@ Reply load(Desk &desk, const std::string &text)
     return load(desk);
 }
 
-// An OLT that keeps something of every kind.
+// This OLT keeps something of every kind.
 struct FullDesk : Desk {
     FullDesk() : Desk(wanted)
     {
@@ -98,7 +98,7 @@ std::string views(Desk &desk)
            desk.view(BSP_CMD_VIEW_ONU_ALARM) + desk.view(BSP_CMD_AUTH_LIST, 2);
 }
 
-// What the service's log says of a text that is refused; the OLT must stay as it was.
+// Returns what the service's log says of a text that is refused. The OLT must stay as it was.
 std::string problem_with(const std::string &text, uint32_t status = PON_ERR_BAD_CONFIG)
 {
     FullDesk desk;
@@ -109,7 +109,7 @@ std::string problem_with(const std::string &text, uint32_t status = PON_ERR_BAD_
     return reply.problem;
 }
 
-// A text with these rows.
+// Returns a text with these rows.
 std::string text_of(const std::vector<std::string> &rows)
 {
     std::string text = write_configuration(settings, {});

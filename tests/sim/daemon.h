@@ -1,4 +1,4 @@
-// The daemon as a process of its own.
+// This fixture runs the daemon as a process of its own.
 #pragma once
 
 #include <csignal>
@@ -16,7 +16,7 @@ namespace ponsim
 class Daemon
 {
 public:
-    // Starts it with these options.
+    // Starts the daemon with these options.
     explicit Daemon(std::vector<std::string> options)
     {
         int ends[2];
@@ -44,7 +44,7 @@ public:
     }
     Daemon(const Daemon &) = delete;
 
-    // Its next line; empty at the end of its output, or when none comes for 20 s.
+    // Returns the daemon's next line. The line is empty at the end of the output, or when no line comes for 20 s.
     std::string line()
     {
         std::string text;
@@ -59,7 +59,7 @@ public:
         const std::string first = line();
         return first.starts_with("ponsim: serving on ") || (ADD_FAILURE() << first, false);
     }
-    // All that it says until it ends by itself, and the status that it ends with.
+    // Returns all output until the daemon ends by itself, and its exit status.
     std::string rest(int &exit_status)
     {
         std::string text;
@@ -68,7 +68,7 @@ public:
         exit_status = wait();
         return text;
     }
-    // The exit status, or the signal that ended it as a negative number.
+    // Returns the exit status, or the signal that ended the daemon as a negative number.
     int stop(int signal)
     {
         kill(child, signal);

@@ -1,4 +1,4 @@
-// The daemon, its options, and the service over its sockets.
+// These tests check the daemon, its options, and the service over its sockets.
 #include "daemon.h"
 
 #include <cstdlib>
@@ -14,7 +14,7 @@ namespace ponsim
 namespace
 {
 
-// The IPC library reads its folder once: one folder for all tests, with a daemon at a time.
+// The IPC library reads its folder once. So all tests use one folder, with one daemon at a time.
 class DaemonTest : public testing::Test
 {
 protected:
@@ -236,7 +236,7 @@ TEST_F(DaemonTest, ASecondServiceInTheFolderIsRefused)
     EXPECT_EQ(status_of(record_of(1)), PON_ERR_UNKNOWN_COMMAND);
 }
 
-// What `ponsim ctl` says to the running daemon, and the status that it ends with.
+// Returns the answer of the running daemon to `ponsim ctl`. The exit status is that of `ponsim ctl`.
 std::string control(std::vector<std::string> words, int &exit_status)
 {
     words.insert(words.begin(), "ctl");
@@ -339,7 +339,7 @@ constexpr char one_olt[] = "[service.s]\n[[olt]]\nname = \"core\"\nports = 2\n[[
                            "[[olt.port.onu]]\nname = \"home\"\ncount = 3\nservice = \"s\"\n"
                            "[[event]]\nat = 60\ndo = \"power 1 home-1 off\"\n";
 
-// The state of the first ONU that is bound to port 1.
+// Returns the state of the first ONU that is bound to port 1.
 std::string first_state()
 {
     const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 1);

@@ -1,4 +1,4 @@
-// A state file as the database that it is.
+// Tests open a state file directly as a database.
 #pragma once
 
 #include <filesystem>
@@ -14,7 +14,7 @@
 namespace ponsim
 {
 
-// A database, by its SQL.
+// A Database is used through its SQL.
 class Database
 {
 public:
@@ -30,7 +30,7 @@ public:
         EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &error), SQLITE_OK) << (error ? error : "");
         sqlite3_free(error);
     }
-    // The first column of all rows.
+    // Returns the first column of all rows.
     std::vector<std::string> column(const std::string &sql)
     {
         std::vector<std::string> values;
@@ -45,7 +45,7 @@ public:
     {
         return column("SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY name");
     }
-    // As SQL has their values.
+    // Returns the rows with their values as SQL writes them.
     std::vector<std::string> rows(const std::string &table)
     {
         std::string values;
@@ -60,7 +60,7 @@ public:
             text += sql + ";\n";
         return text;
     }
-    // What makes a database of the same content.
+    // Returns the SQL that makes a database of the same content.
     std::string dump()
     {
         std::string text = "BEGIN;\n";
@@ -84,7 +84,7 @@ inline std::string content_of(const std::filesystem::path &file)
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// Makes a state file of what was kept of it as SQL.
+// Makes a state file from SQL that was kept of one.
 inline void restore(const std::string &sql, const std::string &file)
 {
     Database(file).run(content_of(sql));

@@ -1,4 +1,4 @@
-// The same seed, requests and happenings give the same bytes.
+// These tests check that the same seed, requests and events give the same bytes.
 #include <cstring>
 
 #include "catalogue.h"
@@ -13,7 +13,7 @@ namespace
 
 constexpr WantedSettings busy{.seed = 11, .ports = 2, .arrivals = 6, .silent = 10};
 
-// A record of the command with contents that are partly sensible: ports, ids and switches are small numbers.
+// Returns a record of the command whose contents make sense in part: ports, ids and switches are small numbers.
 std::string record_of_command(const catalogue::Command &command, Random &random)
 {
     std::string bytes(command.channel->record->size, '\0');
@@ -40,7 +40,7 @@ struct Told {
     }
 };
 
-// Every command of the catalogue, again and again, while time goes by and things happen.
+// Sends every command of the catalogue again and again, while time passes and things happen.
 Told tell(uint64_t requests_seed, bool in_small_steps = false)
 {
     Desk desk(busy);

@@ -1,4 +1,4 @@
-// What ONUs are, and how their UNI ports are configured at first.
+// These tests check what ONUs are, and how their UNI ports are configured at first.
 #include "model/plant/device.h"
 
 #include <set>
@@ -12,7 +12,7 @@ namespace
 
 constexpr uint64_t seed = 7;
 
-// A thousand ONUs: enough for everything that the seed can bring about.
+// Returns a thousand ONUs. These are enough for everything that can follow from the seed.
 std::vector<Mac> thousand()
 {
     std::vector<Mac> macs;
@@ -56,7 +56,7 @@ TEST(Device, AnotherSeedGivesOtherDevices)
 
 TEST(Device, IsTheSameOnEveryMachine)
 {
-    // Settings that are kept lie over what follows from the seed: it must never change.
+    // What follows from the seed must never change, because kept settings are applied on top of it.
     const Mac mac{0x02, 0x1e, 0x61, 0x97, 0x01, 0x00};
     const Device device = device_of(1, mac);
     EXPECT_EQ(device.type->model, "S040");

@@ -1,4 +1,4 @@
-// The views of devices and UNI ports.
+// These tests check the views of devices and UNI ports.
 #include "views/devices.h"
 
 #include <cstring>
@@ -11,7 +11,7 @@ namespace ponsim
 namespace
 {
 
-constexpr size_t small_result = 10240; // of the channels of remote ONUs
+constexpr size_t small_result = 10240; // the longest result on the channels of remote ONUs
 constexpr size_t longest_answer_text = 1023;
 constexpr uint32_t whole_port = 0, one_onu = 1;
 
@@ -42,7 +42,7 @@ Reply vlan_lists(Desk &desk, uint32_t pon_port, uint32_t onu_id = 0, uint32_t sc
     return ask(desk, BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP, pon_port, onu_id, scope);
 }
 
-// The text that the answer carries.
+// Returns the text in the answer.
 std::string answer_text(const Reply &reply)
 {
     return reply.answer ? reply.answer->c_str() + offsetof(bsp_pon_msg_ext, ext_payload) : "no answer";
@@ -56,7 +56,7 @@ uint64_t sum(const rapidjson::Document &rows, const char *column)
     return total;
 }
 
-// An OLT with one port, and ONUs that are strangers to it bound to these ids.
+// On this OLT, which usually has one port, ONUs that have not arrived there are bound to these ids.
 struct Bound : Desk {
     explicit Bound(std::initializer_list<uint8_t> onu_ids, uint32_t ports = 1)
         : Desk({.seed = 1, .ports = ports, .arrivals = 1, .silent = 0})
@@ -66,7 +66,7 @@ struct Bound : Desk {
     }
 };
 
-// The contents that make rows longest: whatever a device may be, and whatever a port may be configured to.
+// These contents make rows longest. They go to the limits of what a device may be, and of how a port may be configured.
 
 constexpr DeviceType longest_type{.vendor = "AAAA",
                                   .model = "BBBB",
@@ -83,7 +83,8 @@ constexpr DeviceType longest_type{.vendor = "AAAA",
                                   .vlan_translation = false,
                                   .vlan_trunk = false};
 
-const UniConfig longest_config{.enabled = true, // a link that is up is longer than one that is down, and disabled
+const UniConfig longest_config{.enabled = true, // the text of a link that is up is longer than that of one that is down
+                                                // or disabled
                                .autoneg = false,
                                .forced = {1000, true},
                                .pause = false,

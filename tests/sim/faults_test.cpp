@@ -1,4 +1,4 @@
-// Faults on the wire: how they are written, which requests they happen to, and what they make of replies.
+// These tests check how faults on the wire are written, to which requests they happen, and how they change replies.
 #include "engine/faults.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ protected:
         }
     }
     size_t happen(const bsp_pon_msg &record) { return desk.simulator.faults().happen_to(message_of(record)).size(); }
-    // Which of so many requests something happens to.
+    // Shows to which of so many requests something happens.
     std::string pattern(uint32_t requests)
     {
         std::string text;

@@ -1,4 +1,4 @@
-// The forwarding database: learning, ageing, flushing, limits, and the MAC tables.
+// These tests check the forwarding database: learning, ageing, flushing, limits, and the MAC tables.
 #include "model/olt/fdb.h"
 
 #include <set>
@@ -14,7 +14,7 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t every_station_has_sent = 10; // s
+constexpr uint32_t every_station_has_sent = 10; // s; by then every station has sent
 
 Reply query(Desk &desk, uint32_t command = BSP_CMD_MAC_GET, const FdbFilter &filter = {}, uint32_t from = 0,
             uint32_t count = 0)
@@ -29,7 +29,7 @@ Reply query(Desk &desk, uint32_t command = BSP_CMD_MAC_GET, const FdbFilter &fil
                          .put(layout::mac_query::mac, filter.mac));
 }
 
-// How many entries there are.
+// Returns how many entries there are.
 uint32_t matching(Desk &desk, const FdbFilter &filter = {}, uint32_t command = BSP_CMD_MAC_GET)
 {
     const Reply reply = query(desk, command, filter);
@@ -69,13 +69,13 @@ void cut_off(Desk &desk, uint32_t pon_port, bool off = true)
     EXPECT_EQ(desk.send(record), BSP_OK);
 }
 
-// The entries of an ONU or of a port, one with UNI ports enough for some.
+// Returns the entries that the filter selects.
 std::vector<FdbEntry> entries(const Desk &desk, const FdbFilter &filter = {})
 {
     return desk.simulator.olt().fdb().entries(filter, desk.simulator.olt().now());
 }
 
-// Two ports with eight ONUs each, all bound from id 1 on.
+// This OLT has two ports with eight ONUs each, all bound from id 1 on.
 struct Bound : Desk {
     explicit Bound(const std::string &file = {}) : Desk(everyone_online(2, 8), file)
     {
@@ -85,7 +85,7 @@ struct Bound : Desk {
     }
 };
 
-// The same, and its stations have been learned.
+// This is the same OLT after its stations have been learned.
 struct Learned : Bound {
     Learned() { let_pass(*this, every_station_has_sent); }
 };
@@ -483,7 +483,7 @@ TEST(MacTable, OfTheNetworkSideNamesUplinks)
 TEST(MacTable, TheLongestStaysWithin10240)
 {
     const std::vector<FdbEntry> longest(max_shown, FdbEntry{16, 127, 4, 4094, stranger(1), 0, 0});
-    // Without ageing an entry may be as old as the model's time goes.
+    // Without ageing an entry may be as old as model time can be.
     EXPECT_LE(mac_table(longest, ModelTime{0xffffffff} * ms_per_second).size(), platform_result);
     EXPECT_LE(network_mac_table(longest, ModelTime{0xffffffff} * ms_per_second).size(), platform_result);
 }

@@ -1,4 +1,4 @@
-// Results that callers read from files.
+// These tests check the results that callers read from files.
 #include "daemon/files.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using std::filesystem::exists;
 using std::filesystem::path;
 using std::filesystem::perms;
 
-// Nobody serves here: the name of a folder that is not there.
+// This folder does not exist, so that nobody serves here.
 const std::string sockets = testing::TempDir() + "no-sockets-" + std::to_string(getpid());
 
 std::string content_of(const std::string &name)

@@ -1,4 +1,4 @@
-// What the tests of bandwidth, P2P forwarding and the forwarding database share: exchanges on the platform channel.
+// The tests of bandwidth, P2P forwarding and the forwarding database share these exchanges on the platform channel.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace ponsim
 {
 
-inline constexpr size_t platform_result = 10240; // of the platform channel, in bytes
+inline constexpr size_t platform_result = 10240; // bytes; the longest result on the platform channel
 
 inline Reply ask(Desk &desk, const PlatRecord &request, uint32_t channel = BSP_MSG_PLAT)
 {
@@ -20,7 +20,7 @@ inline uint32_t send(Desk &desk, const PlatRecord &request)
     return ask(desk, request).status;
 }
 
-// A number of an answer.
+// Returns a number in an answer.
 template <class Field>
 Field number_at(const Reply &reply, layout::At<Field> at)
 {

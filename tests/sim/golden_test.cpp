@@ -1,7 +1,8 @@
-// A state that an OLT was left in, kept with the tests: what this version makes of it.
+// These tests check what this version makes of OLT states that are kept with the tests.
 //
-// The folder golden has, for each version of the schema, a state file as SQL and the configuration that it is carried
-// over to. WRITE_GOLDEN=1 in the environment writes both for this version anew, and the configurations of those before.
+// For each version of the schema, the folder golden has a state file as SQL, and the configuration to which it is
+// carried over. With WRITE_GOLDEN=1 in the environment, both are written again for this version, and the configurations
+// for earlier versions.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -27,7 +28,7 @@ namespace
 
 constexpr ModelTime second = ms_per_second;
 
-// Everything that can be kept of an OLT comes about behind these ports, by itself, by events or by commands.
+// Behind these ports everything that can be kept of an OLT comes about, by itself, by events or by commands.
 constexpr char scenario_text[] = R"(seed = 7
 start = "registered"
 
@@ -155,7 +156,7 @@ void configure(ProfileDesk &desk)
     EXPECT_EQ(order_loops(desk, BSP_CMD_LOOP_STATE_SET, 1), BSP_OK);
 }
 
-// At each cage something else of its module: light that counts as lost, measurements, memory, and age.
+// Changes something different of the module in each cage: light that counts as lost, measurements, memory, and age.
 void use_modules(Desk &desk)
 {
     EXPECT_EQ(set_lol(desk, 1, 1, -3100), BSP_OK);
@@ -190,7 +191,7 @@ std::string configuration_of(const Desk &desk)
     return write_configuration(desk.simulator.settings(), desk.store.rows());
 }
 
-// The text, or the file's where the environment asks for that: it then has this text from now on.
+// Compares the text with the file. With WRITE_GOLDEN in the environment, it first writes the text to the file.
 void expect_golden(const std::string &text, const std::string &name)
 {
     const std::string file = GOLDEN "/" + name;

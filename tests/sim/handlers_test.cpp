@@ -1,4 +1,4 @@
-// Commands, as records that come in.
+// These tests send commands as records.
 #include <cstring>
 #include <set>
 

@@ -1,4 +1,4 @@
-// The light of ONUs: when it is good, degraded or lost, and what comes of that.
+// These tests check when the light of ONUs is good, degraded or lost, and what that causes.
 #include "model/olt/light.h"
 
 #include <cmath>
@@ -13,7 +13,7 @@ namespace ponsim
 namespace
 {
 
-// An OLT whose port 1 has eight ONUs, bound to ids 1 to 8.
+// Port 1 of this OLT has eight ONUs, bound to ids 1 to 8.
 struct Field : Desk {
     explicit Field(const std::string &file = {}) : Desk(lively(), file)
     {
@@ -54,7 +54,7 @@ struct Field : Desk {
         control_line(*this, line);
         pass(*this, 0);
     }
-    // Damages the ONU's own fibre until this much is received of it, 0.01 dBm.
+    // Damages the ONU's own fibre until the port receives this power from it, in 0.01 dBm.
     void bring(size_t index, int32_t wanted)
     {
         const int32_t damage = damage_to(port(1), onu(index).branch) + level(index) - wanted;
@@ -63,7 +63,7 @@ struct Field : Desk {
         pass(*this, 0);
         ASSERT_EQ(level(index), wanted);
     }
-    // The first second in which less is received of the ONU than that.
+    // Returns the first second in which less than this power is received from the ONU.
     ModelTime first_below(size_t index, int32_t power) const
     {
         ModelTime time = olt().now() / ms_per_second * ms_per_second;
@@ -80,7 +80,7 @@ struct Field : Desk {
     }
 };
 
-constexpr ModelTime registering = 60 * ms_per_second; // more than it takes
+constexpr ModelTime registering = 60 * ms_per_second; // longer than a registration takes
 
 TEST(Light, OfTheOnusThatAreFoundIsGoodAtEveryHour)
 {

@@ -1,4 +1,5 @@
-// Loops behind UNI ports, and ONUs that lose their power: what comes from outside, and what the OLT makes of it.
+// These tests check loops behind UNI ports, and ONUs that lose their power: what comes from outside, and what the OLT
+// makes of it.
 #include "model/port/loops.h"
 
 #include "model/lifecycle/registration.h"
@@ -26,7 +27,7 @@ uint32_t order(Desk &desk, uint32_t command, uint32_t argument = 0)
     return ask(desk, command, argument).status;
 }
 
-// A word of the configuration.
+// Returns a word of the configuration.
 uint32_t config(Desk &desk, layout::At<uint32_t> at)
 {
     const Reply reply = ask(desk, BSP_CMD_LOOP_CONFIG_GET);
@@ -46,7 +47,7 @@ std::string state(Desk &desk)
     return found.Size() == 1 ? found[0]["state"].GetString() : std::to_string(found.Size()) + " rows";
 }
 
-// ONU 5 of port 1 is online, and detection is on.
+// In this fixture ONU 5 of port 1 is online, and detection is on.
 struct LoopDesk : Desk {
     Mac mac;
 
@@ -140,7 +141,7 @@ TEST(Loop, OneLongStepDoesWhatManyShortOnesDo)
     for (int passed = 0; passed < 3600; ++passed)
         pass(by_seconds, second);
     EXPECT_EQ(ask(at_once, BSP_CMD_LOOP_INFO).result, ask(by_seconds, BSP_CMD_LOOP_INFO).result);
-    // Found after 5 s, then every 305 s.
+    // A loop is found after 5 s, then every 305 s.
     EXPECT_EQ(config(at_once, layout::loop_config::detected), 12u);
 }
 
@@ -249,7 +250,7 @@ TEST(Loop, WhatFollowsTheConfigurationInItsBlockIsZero)
 TEST(Loop, AShutPortIsDownInTheDeviceViews)
 {
     LoopDesk desk;
-    // One that has a port with a link.
+    // This looks for an ONU that has a port with a link.
     const Device *linked = nullptr;
     Device device;
     size_t uni = 0;
@@ -295,7 +296,7 @@ TEST(Loop, AReleasedOnusPortIsListedWithoutAnId)
     EXPECT_EQ(state(desk), "looped") << "nobody can shut the port of an ONU that is not bound";
 }
 
-// Adds loops at as many ONUs, with ids from 1 on; the places that they have.
+// Adds loops at as many ONUs, with ids from 1 on. Returns the UNI ports that have them.
 std::vector<UniPlace> fill(Desk &desk, size_t wanted)
 {
     std::vector<UniPlace> places;
@@ -352,7 +353,7 @@ TEST(Loop, TheLongestTableFitsItsBound)
         const uint32_t onu_id = onus_per_port - 1 - index / max_unis;
         const Mac mac = stranger(static_cast<uint8_t>(onu_id));
         if (index % max_unis == 0) kept.put<Binding>({16, onu_id}, binding_of(mac));
-        // "recovered" is the longest state, and a port that is to recover the longest of the rest.
+        // "recovered" is the longest state. The longest row of another state is that of a port that is to recover.
         kept.put<LoopRecord>({16, mac, 1 + index % max_unis}, LoopRecord{.shut = true, .detected = most});
     }
     Desk desk(Settings{}, kept);

@@ -1,4 +1,4 @@
-// State files of earlier versions become files of this version.
+// These tests turn state files of earlier versions into files of this version.
 #include "store/migration.h"
 
 #include <csignal>
@@ -15,7 +15,7 @@ namespace ponsim
 namespace
 {
 
-// What versions after 7 might do: a table gets a column, and another one comes.
+// Versions after 7 might do this: a table gets a column, and another table is added.
 constexpr Migration later[] = {
     {8, "ALTER TABLE fibre RENAME TO before;"
         "CREATE TABLE fibre(pon_port INTEGER NOT NULL, branch INTEGER NOT NULL, loss INTEGER NOT NULL,"
@@ -27,7 +27,7 @@ constexpr Migration later[] = {
 };
 constexpr Migration broken[] = {later[0], {9, "CREATE TABLE note(x); INSERT INTO nowhere VALUES(1)"}};
 
-// The golden state of version 7, as a file.
+// This is the golden state of version 7 as a file.
 struct State {
     Folder folder;
     std::string file = folder.file("olt.db");
@@ -104,7 +104,7 @@ TEST(Migration, AKillLeavesTheFileAtTheVersionBefore)
     ASSERT_GE(child, 0);
     if (child == 0) {
         const Database database(state.file);
-        // All of the first step has been done, and nothing of it is committed.
+        // At this time all of the first step has been done, and nothing of it is committed.
         sqlite3_commit_hook(
             database.handle(), [](void *) { return kill(getpid(), SIGKILL); }, nullptr);
         ponsim::migrate(database.handle(), 7, later);

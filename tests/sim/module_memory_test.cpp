@@ -1,4 +1,4 @@
-// The memory of optical modules over I2C, in the layout of SFF-8472, and what can be written to it.
+// These tests check the memory of optical modules over I2C, in the layout of SFF-8472, and what can be written to it.
 #include <numeric>
 
 #include "optics.h"

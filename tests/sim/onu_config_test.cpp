@@ -1,4 +1,4 @@
-// LOIDs, the OUI, UNI profiles and the configuration of ONUs in one piece, the ARP table.
+// These tests check LOIDs, the OUI, UNI profiles, the configuration of ONUs as one block, and the ARP table.
 #include "model/onu/onu_config.h"
 
 #include <set>
@@ -33,7 +33,7 @@ uint32_t set_oui(Desk &desk, const Oui &oui)
 
 constexpr Oui another_oui{0, 1, 2};
 
-// ONUs at port 1 alone, of which none is silent.
+// Only port 1 of this fixture has ONUs, and none of them is silent.
 struct LoidDesk : Desk {
     explicit LoidDesk(AuthMode mode = AuthMode::loid, const std::string &file = {})
         : Desk({.seed = 1, .ports = 2, .arrivals = 4, .silent = 0}, file)
@@ -130,7 +130,7 @@ TEST(ExtendedOam, RaisesAnAlarmOfEachOnuThatIsTurnedAwayForItsLack)
     LoidDesk desk;
     desk.add(desk.onu().loid);
     const auto alarm = std::pair{desk.onu().mac, static_cast<uint32_t>(Alarm::auth_failed)};
-    const uint32_t before = desk.port(1).alarms.at(alarm); // it was turned away until it had a record
+    const uint32_t before = desk.port(1).alarms.at(alarm); // the ONU was turned away until it had a record
     set_oui(desk, another_oui);
     EXPECT_EQ(desk.port(1).alarms.at(alarm), before + 1);
 }
@@ -174,7 +174,7 @@ TEST(ExtendedOam, TheOuiIsKept)
     EXPECT_EQ(desk.state(), OnuState::unauthenticated);
 }
 
-// A configuration that any ONU can be told.
+// Returns a configuration that any ONU accepts.
 OnuBlock port_block(uint32_t up = 2000)
 {
     OnuBlock block(port_config_size);

@@ -1,4 +1,4 @@
-// WAN connections, WLANs, CATV, voice, access control and DHCP of ONUs.
+// These tests check WAN connections, WLANs, CATV, voice, access control and DHCP of ONUs.
 #include "model/onu/gateway.h"
 
 #include "model/onu/ipv4.h"
@@ -16,7 +16,7 @@ using catalogue::Call;
 constexpr size_t small_result = 10240;
 constexpr uint32_t gateway = 1, bridge = 2, absent = 3; // ids of ONUs
 
-// An OLT whose port 1 has an ONU that is a gateway, one that is not, and one that is not there.
+// Port 1 of this OLT has an ONU that is a gateway, one that is not, and one that has not arrived.
 struct Home : Desk {
     explicit Home(const std::string &file = {}) : Desk({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
     {
@@ -54,7 +54,7 @@ struct Home : Desk {
     {
         return parse(ask(command, onu_id, number).result.value_or("no result"));
     }
-    // Of a table of port 1.
+    // Returns the rows of a table of port 1.
     rapidjson::Document port_rows(uint32_t command) { return parse(view(command, 1)); }
     void wait() { simulator.advance(simulator.olt().now() + oam_delay); }
 };
@@ -239,7 +239,7 @@ TEST(OnuWlan, WrongValuesAreRefused)
     EXPECT_EQ(home.set(BSP_CMD_ONU_WLAN_SET, bridge, 1, a_wlan()), PON_ERR_NOT_ABLE);
 }
 
-// The id of an ONU that is online and has a CATV port, or has none.
+// Returns the id of an ONU that is online. It has a CATV port if `catv` is true, and otherwise none.
 uint32_t bind_with_catv(Home &home, bool catv)
 {
     for (uint32_t index = 0; index < 20; ++index)
@@ -447,7 +447,7 @@ TEST(OnuGatewayTables, AreOfOnePort)
             EXPECT_EQ(home.Desk::ask(record_of(command, pon_port)).status, PON_ERR_NO_PORT);
 }
 
-// The contents that make rows longest.
+// Returns the contents that make rows longest.
 UserServices longest_onu(uint32_t onu_id)
 {
     OnuBlock wan = a_static_route();

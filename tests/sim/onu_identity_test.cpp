@@ -1,4 +1,4 @@
-// What ONUs tell of themselves, and the tables of it.
+// These tests check what ONUs report of themselves, and the tables of that.
 #include "views/onu_identity.h"
 
 #include <bit>
@@ -13,10 +13,10 @@ namespace ponsim
 namespace
 {
 
-constexpr size_t small_result = 10240; // of the channels of remote ONUs
+constexpr size_t small_result = 10240; // the longest result on the channels of remote ONUs
 const Settings everyone{.seed = 1, .ports = 1, .arrivals = 64, .silent = 0};
 constexpr uint32_t onu_id = 5;
-constexpr uint32_t absent_id = 6; // of an ONU that has not arrived
+constexpr uint32_t absent_id = 6; // id of an ONU that has not arrived
 
 const std::pair<uint32_t, uint32_t> told_by_onus[] = {
     {BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET},    {BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET},
@@ -26,7 +26,7 @@ const std::pair<uint32_t, uint32_t> told_by_onus[] = {
     {BSP_MSG_ONU_CFG, BSP_CMD_ONU_MAX_PORT_GET},
 };
 
-// The first ONU of this model that has arrived.
+// Returns the first ONU of this model that has arrived.
 const Arrival &arrival_of(const Olt &olt, std::string_view model)
 {
     for (const Arrival &arrival : olt.port(1)->arrivals)
@@ -46,7 +46,7 @@ Change bound(const Mac &mac, Change change = {})
     return change;
 }
 
-// An ONU of some model, online with its id, and one that is offline; and what else is kept of the OLT.
+// In this fixture an ONU of some model is online with its id, and another is offline. More can be kept of the OLT.
 struct Online : Desk {
     const Mac mac;
 
@@ -62,7 +62,7 @@ struct Online : Desk {
     Device device() const { return device_of(everyone.seed, mac); }
 };
 
-// The data of an answer.
+// Data is the data of an answer.
 struct Data {
     std::string bytes;
 
@@ -78,7 +78,7 @@ struct Data {
     {
         return layout::load(bytes.data(), at);
     }
-    // With the NULs that fill it up.
+    // Returns a part with the NULs that fill it.
     std::string part(uint32_t offset, size_t size) const { return bytes.substr(offset, size); }
     template <class Field>
     std::string text(layout::At<Field> at) const
@@ -451,7 +451,7 @@ TEST(OnuUnis, LinksOfAnOfflineOnuAreUnknown)
         EXPECT_TRUE(row["link"].IsNull());
 }
 
-// A UNI port of the first H132 that has a link.
+// Returns a UNI port of the first H132 that has a link.
 uint32_t uni_with_link()
 {
     const Mac mac = mac_of_model("H132");

@@ -1,4 +1,4 @@
-// Image banks of ONUs, images that are pushed to them, and what a restart makes of both.
+// These tests check image banks of ONUs, images that are pushed to them, and what a restart makes of both.
 #include "model/lifecycle/images.h"
 #include "optics.h"
 #include "rows.h"
@@ -13,8 +13,8 @@ constexpr uint32_t part_size = 1504;
 constexpr ModelTime in_download = 5 * ms_per_second;
 constexpr ModelTime in_verification = 12 * ms_per_second;
 
-// An OLT of one port where this many ONUs that have arrived are bound to the ids from 1 on. A type of the first one's
-// kind has an image file of 1 MiB, which takes 10.24 s to download and 5 s to verify.
+// At the one port of this OLT `size` ONUs that have arrived are bound to the ids from 1 on. An upgrade type for the
+// kind of the first one has an image file of 1 MiB, which takes 10.24 s to download and 5 s to verify.
 struct Pushing : Desk {
     explicit Pushing(uint32_t size = 1, const std::string &file = {})
         : Desk({.seed = 1, .ports = 1, .arrivals = 8, .silent = 0}, file)
@@ -52,7 +52,7 @@ struct Pushing : Desk {
         bytes.copy(start + at::data.offset, part_size);
         return tell(BSP_MSG_ONU_INFO, record);
     }
-    // The whole image, part by part.
+    // Pushes the whole image, part by part.
     void push(const std::string &image, const std::string &version, uint32_t onu_id = 1)
     {
         for (uint32_t offset = 0; offset < image.size(); offset += part_size)
@@ -107,7 +107,7 @@ struct Pushing : Desk {
     {
         return number(BSP_CMD_ONU_IMAGE_STATUS_GET, at);
     }
-    // Version of a bank, with a + where it is valid, an * where it is active and a ! where it is committed.
+    // Returns the version of a bank, with a + when it is valid, an * when it is active and a ! when it is committed.
     std::string bank(uint32_t index)
     {
         namespace at = layout::onu_banks;
@@ -415,7 +415,7 @@ TEST(OnuImages, DownloadsThatAreLostGiveTheirPlacesToRunsThatWait)
         ASSERT_EQ(desk.update(name, 0, onu_id), BSP_OK);
         pass(desk, 1);
     }
-    // The sixth waits, and has nothing to lose.
+    // The sixth ONU waits, and has nothing to lose.
     ASSERT_EQ(desk.begin_reboot(ids({1, 2, 6})), BSP_OK);
     std::string runs;
     for (uint32_t onu_id = 1; onu_id <= 8; ++onu_id)
@@ -437,7 +437,7 @@ TEST(OnuImages, TheLongestTableIsWithin1MiB)
     const Mac mac = Desk().port(16).arrivals[0].mac;
     Change kept;
     kept.put<Binding>({16, 127}, binding_of(mac));
-    kept.put<PortRecord>(16, {{}, static_cast<uint32_t>(AuthMode::loid)}); // unauthenticated
+    kept.put<PortRecord>(16, {{}, static_cast<uint32_t>(AuthMode::loid)}); // the ONU is unauthenticated
     OnuRecord record;
     record.software = std::string(16, 'v');
     kept.put<OnuRecord>({16, mac}, record);
@@ -446,7 +446,7 @@ TEST(OnuImages, TheLongestTableIsWithin1MiB)
     const std::string row = desk.view(BSP_CMD_VIEW_ONU_UPGRADE_STATUS, 16);
     ASSERT_NE(row.find("unauthenticated"), std::string::npos);
     ASSERT_NE(row.find("verification"), std::string::npos);
-    // What is null here: states, a version and numbers of three digits.
+    // These are the lengths of what is null here: states, a version and numbers of three digits.
     const size_t more = std::string_view("downloading").size() + std::string_view("committed").size() + 16 + 3 + 3;
     EXPECT_LT((row.size() + more) * 16 * onus_per_port, max_result);
 }

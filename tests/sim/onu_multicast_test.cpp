@@ -1,4 +1,4 @@
-// Multicast at ONUs: settings, the groups that their UNI ports join, and the views of them.
+// These tests check multicast at ONUs: settings, the groups that their UNI ports join, and the views of them.
 #include "model/plant/onu_multicast.h"
 
 #include <algorithm>
@@ -17,14 +17,15 @@ namespace
 
 using catalogue::Call;
 
-constexpr size_t small_result = 10240; // of the channels of remote ONUs
+constexpr size_t small_result = 10240; // the longest result on the channels of remote ONUs
 constexpr uint32_t onu_id = 5;
 constexpr uint8_t remove_them = 0, add_them = 1, clear_all = 2;
 
-// Every ability; no controllable multicast and no fast leave; no multicast at all.
+// The first model has every ability, the second has no controllable multicast and no fast leave, and the third has no
+// multicast at all.
 constexpr std::string_view able = "S040", snooper = "S100", unable = "E020";
 
-// An OLT where an ONU of some kind, whose UNI ports have viewers where that is asked for, is online.
+// On this OLT an ONU of the given model is online. If the model can do multicast, the ONU's UNI ports have viewers.
 struct House : Desk {
     Mac mac{};
 
@@ -40,7 +41,7 @@ struct House : Desk {
         }
     }
 
-    // Behind a port with multicast VLANs and a link.
+    // Returns whether the ONU has viewers behind a port with multicast VLANs and a link.
     static bool watches(const Mac &mac)
     {
         const Device device = device_of(1, mac);
@@ -157,7 +158,7 @@ std::vector<McGroup> entries(House &house)
     return list;
 }
 
-// An ONU in controllable multicast.
+// In this fixture the ONU is in controllable multicast.
 struct ControlledHouse : House {
     ControlledHouse()
     {
@@ -181,7 +182,7 @@ OnuBlock abilities(const std::vector<uint32_t> &words, uint32_t at)
     return block;
 }
 
-// The settings of an ONU that can do everything: a value that is not the usual one, and one that is wrong.
+// A Setting of an ONU that can do everything has a value other than the usual one, and a value that is wrong.
 struct Setting {
     uint32_t set;
     uint32_t remote;
@@ -345,7 +346,7 @@ TEST(OnuMcTags, PairsGoWithTranslationOnlyAndAreVlansEachOnce)
         EXPECT_EQ(house.set(BSP_CMD_ONU_MC_VLAN_MODE_SET, right, 1), BSP_OK);
 }
 
-// UNI port 1 without multicast VLANs.
+// In this fixture UNI port 1 has no multicast VLANs.
 struct VlanHouse : House {
     VlanHouse() { set_vlans(clear_all, {}); }
     uint32_t set_vlans(uint8_t operation, const std::vector<uint16_t> &list)
@@ -619,7 +620,7 @@ TEST(OnuMcViews, StayWithin10240)
                                std::vector<uint32_t>(max_mc_vlans, 4094), max_uni_mc_groups};
     DeviceType nothing = *device_of(1, stranger(1)).type;
     nothing.igmp_snooping = true;
-    nothing.multicast_control = nothing.fast_leave = false; // the longer words
+    nothing.multicast_control = nothing.fast_leave = false; // these give the longer words
     const OnuMulticast onu{
         max_ports, onus_per_port - 1, &nothing, false, false, std::vector<UniMulticast>(max_unis, longest)};
     EXPECT_LE(mc_config_table(onu).size(), small_result);

@@ -1,4 +1,4 @@
-// Performance monitoring of UNI ports, and the CATV port that is switched with it.
+// These tests check performance monitoring of UNI ports, and the CATV port that is switched together with it.
 #include "model/port/performance.h"
 #include "plat.h"
 
@@ -12,7 +12,7 @@ using Counter = layout::At<uint64_t>;
 constexpr ModelTime second = ms_per_second;
 constexpr WantedSettings wanted{.seed = 1, .ports = 8, .arrivals = 4, .silent = 0};
 
-// An OLT with four ONUs bound at each of its ports, and one of them to look at.
+// This OLT has four ONUs bound at each of its ports. The tests look at one of them.
 struct Monitored : Desk {
     uint32_t pon_port = 1;
     uint32_t onu_id = 1;
@@ -29,7 +29,7 @@ struct Monitored : Desk {
     const Olt &olt() const { return simulator.olt(); }
     RemoteOnu onu() const { return find_onu(olt(), pon_port, onu_id).onu; }
     uint32_t unis() const { return static_cast<uint32_t>(onu().device.unis.size()); }
-    // Of each UNI port, the first one first.
+    // Returns whether each UNI port has a link, the first port first.
     std::vector<bool> links_of(const RemoteOnu &onu) const
     {
         const auto configs = default_configs(olt().seed(), onu.binding->mac, onu.device);
@@ -38,7 +38,7 @@ struct Monitored : Desk {
             links.push_back(link_of(onu.device.unis[index], configs[index]).has_value());
         return links;
     }
-    // Looks at the first ONU of which this is true.
+    // Makes the tests look at the first ONU that meets the condition.
     template <class Condition>
     void choose(Condition condition)
     {
@@ -61,7 +61,7 @@ struct Monitored : Desk {
     }
     uint32_t turn(uint8_t on) { return ask(BSP_CMD_ONU_PERF_MONITOR_SET, 0, on).status; }
     void pass(ModelTime time) { simulator.advance(olt().now() + time); }
-    // So that the ONU has it at a whole second.
+    // Switches monitoring on so that the ONU receives this at a whole second.
     void turn_on()
     {
         pass(second - oam_delay);
@@ -80,7 +80,7 @@ struct Monitored : Desk {
     {
         return value(command, at, uni);
     }
-    // Of all UNI ports.
+    // Returns the sum over all UNI ports.
     uint64_t sum(Counter at, uint32_t command = BSP_CMD_ONU_PERF_CURRENT_GET)
     {
         uint64_t sum = 0;
@@ -96,7 +96,7 @@ struct Monitored : Desk {
 
 namespace at = layout::onu_performance;
 
-// In frames a second.
+// Returns the sum in frames a second.
 uint64_t sum_of(const PerFlow &rates)
 {
     uint64_t sum = 0;

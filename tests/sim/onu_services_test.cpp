@@ -1,4 +1,5 @@
-// The management address, FEC, time, SLA and LLIDs of ONUs; what is printed of OAM; alarm tests.
+// These tests check the management address, FEC, time, SLA and LLIDs of ONUs, the log output about OAM, and alarm
+// tests.
 #include "model/olt/sla.h"
 #include "model/onu/remote.h"
 #include "rows.h"
@@ -14,8 +15,8 @@ using Bytes = std::vector<uint8_t>;
 
 constexpr uint32_t data_offset = offsetof(bsp_onu_msg, onu_data);
 
-// ONUs that are online as 1 and 2 of port 1: one that can correct errors, and one that cannot. No ONU that is there is
-// bound to 3.
+// At port 1, ONU 1 is online and can correct errors, and ONU 2 is online and cannot. The ONU that is bound to 3 has not
+// arrived.
 struct Onus : Desk {
     explicit Onus(const std::string &file = {}) : Desk({.seed = 1, .ports = 1, .arrivals = 32, .silent = 0}, file)
     {
@@ -72,7 +73,7 @@ Bytes management(Onus &onus)
     return onus.get(BSP_MSG_ONU_CFG, BSP_CMD_ONU_MGMT_GET, 1, 17);
 }
 
-// Some management settings that are wrong in one byte.
+// Sends management settings that differ in one byte from correct ones.
 uint32_t set_management_with(size_t index, uint8_t value)
 {
     Onus onus;

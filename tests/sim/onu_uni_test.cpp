@@ -1,4 +1,4 @@
-// UNI ports of remote ONUs: links, negotiation, rate limits, loops and classification.
+// These tests check UNI ports of remote ONUs: links, negotiation, rate limits, loops and classification.
 #include "model/port/loops.h"
 #include "uni.h"
 #include "views/onu_uni.h"
@@ -11,7 +11,7 @@ namespace
 constexpr uint32_t info = BSP_MSG_ONU_INFO, config = BSP_MSG_ONU_CFG;
 constexpr ModelTime second = ms_per_second;
 
-// A UNI port of the desk's ONU with a link at its line rate, which is negotiated.
+// Returns a UNI port of the fixture's ONU that has negotiated a link at its line rate.
 uint32_t linked_uni(const UniDesk &desk)
 {
     const std::vector<UniConfig> configs = default_configs(1, desk.mac, desk.device);
@@ -247,7 +247,7 @@ TEST(OnuRateLimit, HasBounds)
     EXPECT_EQ(desk.tell(config, BSP_CMD_ONU_RATE_LIMIT_SET, 1, most), BSP_OK);
 }
 
-// The OLT detects loops, and there is one behind UNI port 1.
+// In this fixture the OLT detects loops, and there is one behind UNI port 1.
 struct LoopedDesk : UniDesk {
     LoopedDesk()
     {
@@ -291,7 +291,7 @@ TEST(OnuLoopDetect, ShutsAnIntervalAfterTheOnuLearnedThatItIsOn)
     EXPECT_EQ(desk.state(), std::pair(1u, 2u));
 }
 
-// A rule of one condition.
+// RuleBytes are a rule of one condition.
 struct RuleBytes {
     uint8_t precedence, queue, mark, field, low_byte, op;
 };
@@ -372,7 +372,7 @@ TEST(OnuClassification, ThereAre8RulesAtMost)
 
 TEST(OnuClassification, QueuesBeyondThoseOfTheOnuItIsNotAbleTo)
 {
-    ClassDesk desk; // has 4
+    ClassDesk desk; // the ONU has 4 queues
     EXPECT_EQ(desk.change(rules(1, {{1, 4, 255, 0, 0, 7}})), PON_ERR_NOT_ABLE);
     EXPECT_EQ(desk.change(rules(1, {{1, 8, 255, 0, 0, 7}})), PON_ERR_BAD_RECORD);
 }
@@ -392,7 +392,7 @@ TEST(OnuClassification, WhatMakesNoSenseIsRefused)
     EXPECT_EQ(desk.told(), rules(1, {}));
 }
 
-// The text that an answer carries.
+// Returns the text in an answer.
 std::string text_of(const Reply &reply)
 {
     return reply.answer ? reply.answer->c_str() + offsetof(bsp_onu_msg, onu_data) : "no answer";

@@ -1,4 +1,4 @@
-// VLANs of the UNI ports of remote ONUs.
+// These tests check VLANs of the UNI ports of remote ONUs.
 #include "uni.h"
 #include "views/onu_uni.h"
 

@@ -1,4 +1,4 @@
-// What the tests of optical modules ask for.
+// The tests of optical modules share these requests.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,7 @@
 namespace ponsim
 {
 
-inline constexpr uint32_t uplink_cage = 17; // the first, behind 16 PON ports
+inline constexpr uint32_t uplink_cage = 17; // the first one, after 16 PON ports
 inline constexpr ModelTime hours = 3600 * ms_per_second;
 
 inline PlatAnswer diagnostics(Desk &desk, uint32_t pon_port)
@@ -39,7 +39,7 @@ inline PlatAnswer i2c_read(Desk &desk, uint32_t cage, uint32_t address, uint32_t
                 .put(layout::i2c_read::length, length)};
 }
 
-// Bytes of a module's memory.
+// Returns bytes of a module's memory.
 inline std::vector<uint8_t> memory(Desk &desk, uint32_t cage, uint32_t address, uint32_t offset, uint32_t length)
 {
     const PlatAnswer answer = i2c_read(desk, cage, address, offset, length);
@@ -92,7 +92,7 @@ inline uint32_t set_lol(Desk &desk, uint32_t pon_port, uint32_t mode, int32_t le
         .status();
 }
 
-// As `ponsim ctl` does.
+// Carries out a line as `ponsim ctl` does.
 inline void control_line(Desk &desk, const std::string &line)
 {
     Clock clock(desk.simulator.olt().now(), 0);
@@ -104,7 +104,7 @@ inline void pass(Desk &desk, ModelTime time)
     desk.simulator.advance(desk.simulator.olt().now() + time);
 }
 
-// An ONU that is online at port 1, with this id.
+// Binds an ONU with this id at port 1, and expects it to be online.
 inline void bind_arrival(Desk &desk, uint32_t onu_id, size_t index = 0)
 {
     EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, onu_id, desk.port(1).arrivals.at(index).mac)), BSP_OK);

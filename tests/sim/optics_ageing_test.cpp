@@ -1,4 +1,4 @@
-// Lasers that age until an alarm of their port comes.
+// These tests let lasers age until their port raises an alarm.
 #include "optics.h"
 #include "rows.h"
 
@@ -26,7 +26,7 @@ TEST(Ageing, RaisesTheAlarmsOfThePortInTheSecondInWhichTheFlagsComeUp)
 {
     for (uint32_t pon_port = 1; pon_port <= 16; ++pon_port) {
         Desk desk;
-        // No module has an alarm at this age; each will have both.
+        // No module has an alarm at this age, and each will have both.
         control_line(desk, "age " + std::to_string(pon_port) + " 60000");
         ASSERT_EQ(flags(desk, pon_port), 0);
         uint32_t seen = 0;

@@ -1,4 +1,5 @@
-// Optical modules: all that tells of one tells the same, whatever its age; its modes and measurements.
+// These tests check that everything that shows an optical module's values shows the same ones, whatever its age. They
+// also check its modes and measurements.
 #include <cmath>
 
 #include "optics.h"
@@ -28,7 +29,7 @@ void expect_near(const Told &one, const Told &other, const Told &within, const c
     EXPECT_NEAR(one.received, other.received, within.received) << who;
 }
 
-// Five numbers of an answer, with the scales that the layouts state.
+// Returns five numbers of an answer, with the scales of the layouts.
 Told told(const PlatAnswer &answer, layout::At<int32_t> temperature_at, layout::At<uint32_t> voltage_at,
           layout::At<uint32_t> bias_at, layout::At<int32_t> launched_at, layout::At<int32_t> received_at)
 {
@@ -62,7 +63,7 @@ Told told_by_table(Desk &desk)
     return {value(0), value(1), value(2), value(3), value(4)};
 }
 
-// As SFF-8472 says how to read the bytes.
+// Reads the bytes as SFF-8472 describes.
 Told told_by_i2c(Desk &desk)
 {
     const std::vector<uint8_t> bytes = memory(desk, 1, 0xa2, 96, 10);
@@ -84,7 +85,7 @@ TEST(Optics, AllThatTellOfAModuleTellTheSame)
         const Told now = told_by_diagnostics(desk);
         EXPECT_NE(now, before) << "nothing changed";
         before = now;
-        // The bytes of the memory hold more digits than the blocks.
+        // The bytes of the memory have more digits than the blocks.
         const Told half_a_digit{0.0051, 0.00001, 0.00001, 0.0051, 0.0051};
         expect_near(told_by_i2c(desk), now, half_a_digit, "the I2C bytes");
         const Told same{1e-9, 1e-9, 1e-9, 1e-9, 1e-9};
@@ -141,7 +142,7 @@ TEST(Optics, ReceivedPowerIsLaunchPowerLessTheLoss)
         const double launched = answer.get(at::onu_launch_power) * 0.01;
         const double loss = answer.get(at::loss) * 0.01;
         const double received = answer.get(at::received_power) * 0.01;
-        const double one_unit = 10 * std::log10(1 + 0.1 / (1000 * std::pow(10, received / 10))); // 0.1 uW
+        const double one_unit = 10 * std::log10(1 + 0.1 / (1000 * std::pow(10, received / 10))); // 0.1 uW, in dB
         EXPECT_NEAR(received, launched - loss, one_unit / 2 + 0.02);
         const double distance = answer.get(at::distance);
         EXPECT_EQ(distance, desk.port(1).arrivals[index].distance);
@@ -213,7 +214,7 @@ TEST(Measurement, CoversWhatTheRssiReadingTellsMeanwhile)
 {
     Desk desk(lively());
     namespace at = layout::optics_rssi;
-    // The nearest, because its power has the most digits.
+    // The nearest ONU is taken because its power has the most digits.
     const auto &arrivals = desk.port(1).arrivals;
     const auto nearest = std::ranges::min_element(arrivals, {}, &Arrival::distance) - arrivals.begin();
     bind_arrival(desk, 5, static_cast<size_t>(nearest));

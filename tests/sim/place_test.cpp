@@ -1,4 +1,4 @@
-// Fields of layouts, read and written by their places.
+// These tests read and write fields of layouts by their offsets.
 #include "place.h"
 
 #include <string>

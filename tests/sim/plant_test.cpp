@@ -1,4 +1,4 @@
-// Fibre that is cut, bent and mended, and who is behind it.
+// These tests cut, bend and mend fibre, and check which ONUs are behind it.
 #include "model/plant/fibre.h"
 
 #include "control/control.h"
@@ -13,7 +13,7 @@ namespace ponsim
 namespace
 {
 
-// A feeder to a splitter, from there one branch to a splitter with two ONUs, and another to a single ONU.
+// A feeder leads to a splitter. From there one branch leads to a splitter with two ONUs, and another to a single ONU.
 std::shared_ptr<const Topology> tree()
 {
     auto topology = std::make_shared<Topology>();
@@ -62,7 +62,7 @@ struct Plant : Bench {
         pass(0);
     }
     int32_t loss(size_t index) const { return path_loss(port(1), arrival(1, index)); }
-    // By name, those of the ONUs that are on the fibre.
+    // Returns the names of the ONUs that are on the fibre.
     std::vector<std::string> heard() const
     {
         std::vector<std::string> names;

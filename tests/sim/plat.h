@@ -1,4 +1,4 @@
-// Records of the platform and debug channels, and reading their answers.
+// This file writes records of the platform and debug channels, and reads their answers.
 #pragma once
 
 #include "support.h"
@@ -23,7 +23,7 @@ struct PlatRecord {
     }
 };
 
-// What came back on a channel.
+// A PlatAnswer is what came back on a channel.
 struct PlatAnswer {
     Reply reply;
 

@@ -1,4 +1,5 @@
-// What the platform channel carries beside commands of its own: PON settings, in records of the PON channel.
+// These tests check what the platform channel carries beside its own commands: PON settings, in records of the PON
+// channel.
 #include <cstddef>
 
 #include "daemon/access.h"

@@ -1,4 +1,4 @@
-// The ONUs that are found at an OLT.
+// These tests check the ONUs that are found at an OLT.
 #include <set>
 
 #include "support.h"
@@ -20,7 +20,7 @@ TEST(Population, TheSameSeedGivesTheSameOnus)
 
 TEST(Population, IsWhatItWasInEarlierVersions)
 {
-    // Stored states name ONUs of the population: it must never change.
+    // The population must never change, because stored states name its ONUs.
     const std::vector<Arrival> arrivals =
         population_at({.seed = 1, .ports = 1, .arrivals = 1, .silent = 0}, 1).arrivals;
     ASSERT_EQ(arrivals.size(), 1u);

@@ -1,4 +1,4 @@
-// Profiles, and a desk that exchanges them.
+// This file has profiles, and a fixture that stores and fetches them.
 #pragma once
 
 #include "support.h"
@@ -11,9 +11,9 @@ using catalogue::Call;
 inline constexpr uint32_t all_kinds[] = {16, 32, 48};
 enum Action : uint32_t { put_in = 1, fetch, drop, list, table, text };
 
-// As they stand in a payload behind the name.
+// Words are the values as a payload has them after the name.
 using Words = std::vector<int32_t>;
-inline const Words gold_line{0, 100, 5, 20000, 100000, 16}; // the id first
+inline const Words gold_line{0, 100, 5, 20000, 100000, 16}; // the id comes first
 inline const Words gold_sla{0, 1000, 2000, 5000, 7, 100};
 inline const Words cold_alarm{0, -4000, 7050, -100, 600, -2850, -800};
 
@@ -48,7 +48,7 @@ struct ProfileDesk : Desk {
         std::string record(24, '\0');
         memcpy(record.data(), &action, sizeof action);
         record += payload + std::string(4, '\0');
-        // Of its own size, so that reading on behind it is found out.
+        // The copy has exactly the size of the record, so that reading beyond it is detected.
         const std::vector<char> bytes(record.begin(), record.end());
         return simulator.handle({BSP_MSG_PROFILE, bytes.data(), static_cast<uint32_t>(bytes.size()), call});
     }
@@ -62,14 +62,14 @@ struct ProfileDesk : Desk {
     {
         return set(kind + put_in, payload_of(name, words));
     }
-    // The payload that answers, as long as the one that stored the profile.
+    // Returns the payload of the answer, cut to the length of the one that stored the profile.
     std::string fetched(uint32_t kind, const std::string &name)
     {
         const Reply reply = get(kind + fetch, name_field(name));
         EXPECT_EQ(reply.status, BSP_OK);
         return reply.answer.value_or("").substr(24, payload_of("", words_of_kind(kind)).size());
     }
-    // What is in the file.
+    // Returns the content of the file.
     std::string file(uint32_t action) { return get(action).file.value_or(ResultFile{"no file", 0}).content; }
 };
 

@@ -1,4 +1,4 @@
-// Profiles: stored, got, listed and deleted under action codes.
+// These tests store, fetch, list and delete profiles under action codes.
 #include <sqlite3.h>
 
 #include "profiles.h"

@@ -1,4 +1,4 @@
-// What of the ONUs' traffic passes: loads, SLAs, the room of ports and uplinks, loops and floods.
+// These tests check how much of the ONUs' traffic passes: loads, SLAs, the room of ports and uplinks, loops and floods.
 #include "model/base/random.h"
 #include "model/olt/bandwidth.h"
 #include "model/olt/demand.h"
@@ -16,7 +16,7 @@ namespace
 
 constexpr ModelTime second = ms_per_second;
 
-// Grants of 1000 kbit/s of room, in kbit/s.
+// Returns what is granted of the room, both in kbit/s.
 std::vector<uint64_t> granted(const std::vector<std::pair<uint64_t, Sla>> &wanted, uint64_t room = 1000)
 {
     std::vector<Want> wants;
@@ -84,14 +84,14 @@ TEST(Grants, AreCutInProportionWhereThereIsNotEvenRoomForWhatIsAssured)
 TEST(Room, IsTheLineRateLessTheGrantsOfEachOnuAndErrorCorrection)
 {
     EXPECT_EQ(capacity_of({}, 0).up, kbits(1000000));
-    // Of 62500 quanta of a cycle each grant takes 64 to synchronise, and 64 for the lasers.
+    // A cycle has 62500 quanta. Each grant takes 64 of them to synchronise, and 64 for the lasers.
     EXPECT_EQ(capacity_of({}, 4).up, kbits(1000000) * (62500 - 4 * 128) / 62500);
     EXPECT_EQ(capacity_of({}, 4).down, kbits(1000000));
     EXPECT_EQ(capacity_of({.fec = 1}, 4).down, kbits(1000000) * 239 / 255);
     EXPECT_EQ(capacity_of({.grant_cycle = 250, .sync_time = 2000}, 128).up, 0u);
 }
 
-// An OLT with four ONUs at ids 1 to 4 of each of its ports. Ports 1 and 5 share an uplink.
+// This OLT has four ONUs at ids 1 to 4 of each of its ports. Ports 1 and 5 share an uplink.
 struct Loaded : Desk {
     static constexpr uint32_t ports = 5;
 
@@ -126,7 +126,7 @@ struct Loaded : Desk {
     void sla(uint32_t pon_port, uint32_t id, const Sla &wanted) { plan(set_sla(olt(), pon_port, id, wanted)); }
 
     const Traffic::Onu &onu(uint32_t pon_port, uint32_t id) const { return port(pon_port).traffic.onu(id); }
-    // In kbit/s.
+    // These return kbit/s.
     uint64_t sent(uint32_t pon_port, uint32_t id) const { return kbit(onu(pon_port, id).passed.up); }
     uint64_t received(uint32_t pon_port, uint32_t id) const { return kbit(onu(pon_port, id).passed.down); }
     static uint64_t kbit(const PerFlow &rates) { return (octets_of(rates) + kbits(1) / 2) / kbits(1); }
@@ -135,7 +135,7 @@ struct Loaded : Desk {
     Counters ge(uint32_t uplink) const { return uplink_counters(olt(), uplink); }
 };
 
-// To a thousandth.
+// Compares to a thousandth.
 void expect_close(uint64_t value, uint64_t expected)
 {
     EXPECT_NEAR(static_cast<double>(value), static_cast<double>(expected), static_cast<double>(expected) / 1000);
@@ -274,7 +274,7 @@ TEST(SlaTraffic, OfAnOverloadedPortIsSharedByPriorityAndWeight)
     desk.sla(1, 2, {0, 0, 1000000, 5, 1});
     desk.sla(1, 3, {0, 0, 1000000, 3, 1});
     desk.sla(1, 4, {0, 0, 1000000, 3, 3});
-    // Of the port's 991808 kbit/s 100000 are assured, ONU 2 has all that it wants, and 291808 are left.
+    // The port has 991808 kbit/s, of which 100000 are assured. ONU 2 has all that it wants, and 291808 are left.
     EXPECT_EQ(desk.sent(1, 1), 100000u);
     EXPECT_EQ(desk.sent(1, 2), 600000u);
     EXPECT_EQ(desk.sent(1, 3), 72952u);
@@ -344,7 +344,7 @@ TEST(UplinkTraffic, ThatIsDownTakesNothingEitherWay)
     EXPECT_EQ(desk.received(5, 1), 0u);
 }
 
-// The broadcast frames a second that an ONU sends.
+// Returns how many broadcast frames an ONU sends in a second.
 uint64_t broadcasts(const Loaded &desk, uint32_t pon_port, uint32_t id)
 {
     uint64_t sum = 0;
@@ -379,7 +379,7 @@ TEST(Flood, IsLetInAsFarAsTheBehaviorOfTheLlidDoes)
     EXPECT_EQ(desk.port(1).traffic.streams().up, PerFlow{});
 }
 
-// The line rates of all UNI ports of the ONU, in kbit/s.
+// Returns the sum of the line rates of all UNI ports of the ONU, in kbit/s.
 uint64_t uni_rates(const Loaded &desk, uint32_t pon_port, uint32_t id)
 {
     uint64_t sum = 0;
@@ -453,7 +453,7 @@ TEST(BitErrors, BreakFramesBetweenTheOnuAndItsPort)
     traffic.set(1, demand);
     Traffic *const port = &traffic;
     Traffic::share({&port, 1}, true);
-    // 5 frames a second of the short ones, and 0.7 of the long ones.
+    // These are 5 frames a second of the short ones, and 0.7 of the long ones.
     EXPECT_EQ(traffic.streams().up_errored[0], 50u);
     EXPECT_EQ(traffic.streams().up_errored[5], 7u);
     EXPECT_EQ(traffic.streams().up[0], 49950u);
@@ -468,7 +468,7 @@ uint64_t frames_of(const PerFlow &counts)
     return sum;
 }
 
-// Makes the OLT another one at random.
+// Changes the OLT at random.
 void shuffle(Loaded &desk, Random &random)
 {
     constexpr std::array<uint32_t, 6> loads{0, 100, 20000, 150000, 400000, 1000000};

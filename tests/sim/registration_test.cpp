@@ -1,4 +1,5 @@
-// How ONUs come back on the fibre: booting, the discovery window, MPCP, OAM and authentication, each in its time.
+// These tests check how ONUs come back on the fibre: booting, the discovery window, MPCP, OAM and authentication, each
+// with its time.
 #include <set>
 
 #include <gtest/gtest.h>
@@ -22,7 +23,7 @@ Phase phase_of(const Bench &bench, const Mac &mac, uint32_t pon_port = 1)
     return bench.port(pon_port).record(mac).phase;
 }
 
-// Lets time pass and ONUs register meanwhile.
+// Lets time pass, in which ONUs register.
 void pass(Bench &bench, ModelTime time)
 {
     const ModelTime to = bench.olt.now() + time;
@@ -139,7 +140,7 @@ TEST(Registration, ABlackListedOnuIsTurnedAwayInItsWindow)
     EXPECT_EQ(bench.alarms(1, mac, Alarm::rejected), 2u);
 }
 
-// A full port, all of whose ONUs are switched on at once.
+// In this fixture all ONUs of a full port are switched on at once.
 struct Crowd : Bench {
     explicit Crowd(uint64_t seed = 1) : Bench({.seed = seed, .ports = 1, .arrivals = 128, .silent = 0})
     {

@@ -1,4 +1,4 @@
-// The rules of releasing, rebooting, sorting and ranging.
+// These tests check the rules of releasing, rebooting, sorting and ranging.
 #include "support.h"
 
 namespace ponsim

@@ -1,4 +1,4 @@
-// ponsim replay, of recordings of the test's making.
+// These tests let `ponsim replay` serve recordings that the tests make.
 #include <bit>
 #include <cstdlib>
 #include <fstream>
@@ -30,7 +30,7 @@ struct Exchange {
     uint32_t module = BSP_IPC_MODULE;
 };
 
-// The IPC library reads its folder once: one folder for all tests, with a daemon at a time.
+// The IPC library reads its folder once. So all tests use one folder, with one daemon at a time.
 class ReplayTest : public testing::Test
 {
 protected:
@@ -66,7 +66,7 @@ protected:
         }
     }
 
-    // What ponsim says that refuses the recording.
+    // Returns the output of a ponsim that refuses the recording.
     static std::string refusal()
     {
         Daemon daemon({"replay", file()});
@@ -80,7 +80,7 @@ protected:
 };
 Folder *ReplayTest::folder;
 
-// The status of an answer, or the IPC library's value.
+// Returns the status of an answer, or the IPC library's result.
 int64_t ask(const bsp_pon_msg &request)
 {
     bsp_pon_msg response{};

@@ -1,4 +1,4 @@
-// The tables that views answer with, read as JSON.
+// This file reads the tables in the answers of views as JSON.
 #pragma once
 
 #include <string>

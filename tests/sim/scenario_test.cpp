@@ -1,4 +1,4 @@
-// Scenarios: what they describe, what is wrong with them, and what happens when.
+// These tests check what scenarios describe, which mistakes in them are found, and what happens at which time.
 #include "scenario/scenario.h"
 
 #include <fstream>
@@ -78,7 +78,7 @@ std::vector<OltScenario> read(const std::string &text)
     return read_scenario(text, "test.toml").olts;
 }
 
-// The one OLT of a text, with an empty store.
+// A Scene is the one OLT of a text, with an empty store.
 struct Scene {
     Store store{{}, false};
     Simulator simulator;
@@ -344,7 +344,7 @@ struct Wrong {
     std::string message;
 };
 
-// Of a scenario with one port, whose lines begin in line 4.
+// Returns the text of a scenario with one port. The lines begin in line 4 of it.
 std::string at_port(const std::string &lines)
 {
     return "[[olt]]\n[[olt.port]]\nnumber = 1\n" + lines;

@@ -1,4 +1,4 @@
-// Bandwidth: SLAs of ONUs, and what a port has for them.
+// These tests check bandwidth: SLAs of ONUs, and how much of it a port has.
 #include "model/olt/sla.h"
 
 #include "forwarding.h"
@@ -43,7 +43,7 @@ uint32_t read_down(Desk &desk, uint32_t pon_port, uint32_t onu_id)
 
 constexpr Sla some_sla{.fixed = 1000, .assured = 20000, .maximum = 300000, .priority = 5, .weight = 60};
 
-// An OLT with ONUs bound to 3 and 9 of port 1.
+// This OLT has ONUs bound to 3 and 9 of port 1.
 struct Bound : Desk {
     explicit Bound(const std::string &file = {}) : Desk(everyone_online(), file)
     {
@@ -220,7 +220,7 @@ TEST(SlaViews, OfTheOltHaveARowAPort)
     EXPECT_EQ(rows[1]["bound"].GetUint(), 0u);
 }
 
-// A port whose ONUs all have this SLA, even where no port would give as much.
+// Returns a port whose ONUs all have this SLA, even when no port could give that much.
 PonPort port_of(const std::optional<Sla> &sla)
 {
     PonPort port{max_ports, {}, {}};
@@ -234,7 +234,7 @@ PonPort port_of(const std::optional<Sla> &sla)
 
 TEST(SlaViews, TheLongestStayWithin10240)
 {
-    // Two numbers of at most 1000000 in sum have no more digits than two of six.
+    // Two numbers whose sum is at most 1000000 have no more digits than two numbers of six digits.
     for (const std::optional<Sla> &sla : {std::optional(Sla{500000, 500000, 1000000, 7, 100}),
                                           std::optional(Sla{1000000, 0, 1000000, 7, 100}), std::optional<Sla>{}}) {
         const PonPort port = port_of(sla);

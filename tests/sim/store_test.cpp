@@ -1,4 +1,4 @@
-// What is kept, and what survives.
+// These tests check what is kept, and what survives.
 #include <csignal>
 #include <fstream>
 #include <sqlite3.h>
@@ -31,7 +31,7 @@ bsp_pon_msg batch(uint32_t command, uint32_t pon_port, uint32_t first_word)
     return record;
 }
 
-// One of each kind of change.
+// Makes one change of each kind.
 void change_everything(Desk &desk)
 {
     const auto arrived = [&](size_t index) { return desk.simulator.olt().port(1)->arrivals.at(index).mac; };
@@ -73,7 +73,7 @@ void change_everything(Desk &desk)
     EXPECT_EQ(desk.send(clear), BSP_OK);
 }
 
-// All views, of the OLT and of its ports.
+// Returns all views of the OLT and of its ports.
 std::string all_views(Desk &desk)
 {
     std::string text;
@@ -103,7 +103,7 @@ TEST(Store, AReopenedOltIsTheSame)
     EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 16, 1, stranger(9))), PON_ERR_UNSUPPORTED);
 }
 
-// The n-th of the bindings that the killed process makes.
+// Returns the n-th of the bindings that the killed process makes.
 bsp_pon_msg nth_bind(uint32_t n)
 {
     const auto byte = [](uint32_t value) { return static_cast<uint8_t>(value); };
@@ -234,7 +234,7 @@ TEST(Store, AnotherVersionsFileNeedsFresh)
     EXPECT_EQ(error_of(folder.file("olt.db")), "");
 }
 
-// What opening a file of that version says; it must stay as it is.
+// Returns the error of opening a file of that version. The file must stay as it is.
 std::string error_of_version(int64_t version)
 {
     Folder folder;

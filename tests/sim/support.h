@@ -1,4 +1,4 @@
-// What the simulator's tests share: an OLT to plan changes on, records to send, and a folder to keep state in.
+// The simulator's tests share this: an OLT to plan changes on, records to send, and a folder to keep state in.
 #pragma once
 
 #include <array>
@@ -22,7 +22,7 @@
 namespace ponsim
 {
 
-// A MAC address that no ONU of the population has.
+// Returns a MAC address that no ONU of the population has.
 inline Mac stranger(uint8_t last, uint8_t before_last = 0)
 {
     return {0x00, 0x1b, 0x21, 0xaa, before_last, last};
@@ -41,7 +41,7 @@ inline OnuIds ids(std::initializer_list<uint32_t> members)
     return result;
 }
 
-// An OLT whose changes take place as soon as they are planned.
+// This fixture makes the changes of an OLT as soon as they are planned.
 struct Bench {
     Olt olt;
 
@@ -64,7 +64,7 @@ struct Bench {
     {
         return done(set_authentication(olt, pon_port, {static_cast<uint32_t>(mode), {}, {}, false}));
     }
-    // Adds the record of this LOID and leaves the mode.
+    // Adds a record with this LOID, and leaves the mode as it is.
     uint32_t accept(uint32_t pon_port, const std::string &loid, const std::string &password = {})
     {
         const auto mode = static_cast<uint32_t>(port(pon_port).authentication.mode);
@@ -83,7 +83,7 @@ struct Bench {
         }
         EXPECT_TRUE(olt.registrations().empty());
     }
-    // Those that come into reach have registered then.
+    // Sets the limits. After this, the ONUs that come into reach have registered.
     void range(uint32_t pon_port, uint32_t min, uint32_t max)
     {
         EXPECT_EQ(done(set_ranging_limits(olt, pon_port, {min, max})), BSP_OK);
@@ -97,7 +97,7 @@ struct Bench {
     }
 
     const PonPort &port(uint32_t pon_port) const { return *olt.port(pon_port); }
-    // The ONU bound to an id; all zero where there is none.
+    // Returns the ONU bound to an id, or all zero when there is none.
     Mac bound(uint32_t pon_port, uint32_t onu_id) const
     {
         const std::optional<Binding> &binding = port(pon_port).bindings[onu_id];
@@ -135,7 +135,7 @@ inline Message message_of(const bsp_pon_msg &record)
     return {BSP_MSG_PON, &record, sizeof record};
 }
 
-// Of a remote ONU.
+// Returns a record of a remote ONU.
 inline bsp_onu_msg onu_record_of(uint32_t command, uint32_t pon_port = 0, uint32_t onu_id = 0)
 {
     bsp_onu_msg record{};
@@ -156,13 +156,13 @@ void put(Record &record, layout::At<Field> at, const Value &value)
     layout::store(reinterpret_cast<char *>(&record), at, value);
 }
 
-// A word that the record itself has, and no layout.
+// Finds a word that the record itself has, and no layout.
 inline layout::At<uint32_t> word_at(size_t offset)
 {
     return {static_cast<uint32_t>(offset)};
 }
 
-// A byte of a field.
+// Finds a byte of a field.
 template <class Field>
 layout::At<uint8_t> byte_of(layout::At<Field> at, uint32_t index)
 {
@@ -177,7 +177,7 @@ inline std::array<uint32_t, 4> words_of(const OnuIds &ids)
     return words;
 }
 
-// An answer that is a record of the PON channel.
+// An AnswerRecord is an answer that is a record of the PON channel.
 struct AnswerRecord {
     bsp_pon_msg record{};
     uint32_t status;
@@ -207,7 +207,7 @@ inline Store store_with(const Settings &settings, const Change &kept)
     return store;
 }
 
-// The whole service but its transport, with its state in memory or in a file.
+// This fixture is the whole service without its transport. Its state is in memory or in a file.
 struct Desk {
     Store store;
     Simulator simulator;
@@ -218,7 +218,7 @@ struct Desk {
     {
     }
 
-    // An OLT that was left in this state, in memory.
+    // Starts with an OLT that was left in this state, in memory.
     Desk(const Settings &settings, const Change &kept) : store(store_with(settings, kept)), simulator(store, {}) {}
 
     const PonPort &port(uint32_t pon_port) const { return *simulator.olt().port(pon_port); }
@@ -243,7 +243,7 @@ struct Desk {
     }
 };
 
-// A folder that lives as long as the test.
+// This folder lives as long as the test.
 class Folder
 {
 public:

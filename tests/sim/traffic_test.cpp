@@ -1,4 +1,4 @@
-// Statistics that grow with modelled traffic, and ONUs that are deregistered.
+// These tests check statistics that grow with modelled traffic, and ONUs that are deregistered.
 #include "model/port/counters.h"
 #include "plat.h"
 
@@ -9,7 +9,7 @@ namespace
 
 constexpr ModelTime minute = 60 * ms_per_second;
 
-// An OLT with four ONUs bound at each of its ports, the way the uplinks share them.
+// This OLT has four ONUs bound at each of its ports. Two ports share each uplink.
 struct Busy : Desk {
     Busy() : Desk({.seed = 1, .ports = 8, .arrivals = 4, .silent = 0})
     {
@@ -52,7 +52,7 @@ void expect_sums(const Busy &busy)
     }
 }
 
-// What the ONUs of a port sent so far, in frames.
+// Returns what the ONUs of a port have sent so far, in frames.
 uint64_t sent_by_onus(const Busy &busy, uint32_t pon_port)
 {
     const Offered offered = busy.olt().port(pon_port)->traffic.offered(busy.olt().now());
@@ -255,7 +255,7 @@ TEST(GePhy, ThatIsPoweredDownTakesItsTrafficWithIt)
     EXPECT_GT(busy.ge(1).out_octets, before);
 }
 
-// Every register view of the chip, with the bytes that its operation copies.
+// Tests every register view of the chip, with the bytes that its operation copies.
 TEST(Chip, AnswersForEachInterfaceAndNoOther)
 {
     Busy busy;

@@ -1,4 +1,4 @@
-// What tests of UNI ports share: an ONU of a given model, bound and online, that is asked and told.
+// Tests of UNI ports share this: an ONU of a given model is bound and online, is queried, and receives settings.
 #pragma once
 
 #include <algorithm>
@@ -10,10 +10,10 @@
 namespace ponsim
 {
 
-// An ONU of four FE ports that is able to do all that concerns VLANs.
+// This model has four FE ports and all abilities that concern VLANs.
 inline constexpr std::string_view able = "S040";
 
-// ONU 5 of port 1 is online; id 6 has one that is not.
+// In this fixture ONU 5 of port 1 is online, and the ONU with id 6 is not.
 struct UniDesk : Desk {
     Mac mac{};
     Device device;
@@ -45,7 +45,7 @@ struct UniDesk : Desk {
         message.call = catalogue::Call::set;
         return simulator.handle(message).status;
     }
-    // The first bytes of the data that an ONU answers with.
+    // Returns the first bytes of the data in an ONU's answer.
     OnuBlock block(uint32_t channel, uint32_t command, uint32_t uni, size_t size)
     {
         const Reply reply = ask(channel, command, uni);
@@ -56,7 +56,7 @@ struct UniDesk : Desk {
     {
         return parse(ask(channel, command, 0, onu_id).result.value_or("no result"));
     }
-    // The link of a UNI port in the view of its configuration.
+    // Returns the link of a UNI port from the view of its configuration.
     std::string link(uint32_t uni)
     {
         return table(BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_PORT_CONFIG)[uni - 1]["link"].GetString();

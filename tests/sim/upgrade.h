@@ -1,4 +1,4 @@
-// What the tests of upgrades ask for.
+// The tests of upgrades share these requests.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Upgrade types, what they are bound to, and upgrade runs.
+// These tests check upgrade types, what they are bound to, and upgrade runs.
 #include <fstream>
 
 #include "optics.h"
@@ -16,7 +16,8 @@ constexpr ModelTime download = 10240; // ms for 1 MiB at 100 KiB/s
 constexpr ModelTime to_verify = 5 * ms_per_second;
 constexpr ModelTime to_reboot = 30 * ms_per_second;
 
-// An OLT of one port with this many online ONUs of one kind, bound to the ids from 1 on, and the type "new" of theirs.
+// At port 1 of this OLT, `size` ONUs of one kind are online, bound to the ids from 1 on. The type "new" is for this
+// kind.
 struct Fleet : Desk {
     explicit Fleet(uint32_t size, const std::string &file = {})
         : Desk({.seed = 1, .ports = 2, .arrivals = 128, .silent = 0}, file)
@@ -33,7 +34,7 @@ struct Fleet : Desk {
     Mac mac(uint32_t onu_id) const { return port(1).bindings[onu_id]->mac; }
 
     rapidjson::Document rows() { return parse(view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 1)); }
-    // A cell of the ONU's row as JSON.
+    // Returns a cell of the ONU's row as JSON.
     std::string cell(uint32_t onu_id, const char *column)
     {
         const rapidjson::Document all = rows();
@@ -108,7 +109,7 @@ TEST(UpgradeTypes, TheLongestOnesFit10240Bytes)
 {
     Desk desk;
     for (char last = '@'; last < '@' + 32; ++last) {
-        const char fill = last == '\\' ? '!' : last; // a name of its own each, none of them with a backslash
+        const char fill = last == '\\' ? '!' : last; // each type has a different name, and no name has a backslash
         EXPECT_EQ(add_type(desk, std::string(31, fill), "VVVV", std::string(15, 'M'), std::string(16, 'v'), 0xffffffff,
                            std::string(63, '"')),
                   BSP_OK);
@@ -340,7 +341,7 @@ TEST(UpgradeRuns, OfAPortLeaveAsideWhatCannotBeUpgraded)
 
 TEST(UpgradeRuns, OneWhoseOnuGoesOfflineFailsWhenItsStepIsDue)
 {
-    // In the middle of the download, of verification, and of the reboot.
+    // These times are in the middle of the download, of verification, and of the reboot.
     for (ModelTime until : {download / 2, download + to_verify / 2, download + to_verify + to_reboot / 2}) {
         Fleet desk(1);
         desk.bind_port();
@@ -438,7 +439,7 @@ TEST(UpgradeRuns, ARestartInTheMiddleOfThemChangesNothing)
         add_type(desk, "large", *desk.kind(), "9.9", 10 * one_mib);
         desk.bind_port();
         bind_to_onus(desk, 1, ids({6, 7, 8, 9}), "large");
-        for (uint32_t onu_id : {2u, 6u}) // one whose run fails before the restart, and one after it
+        for (uint32_t onu_id : {2u, 6u}) // the run of one ONU fails before the restart, that of the other after it
             control_line(desk, "upgrade-fault 1 " + text::mac_text(desk.mac(onu_id)) + " on");
         upgrade_all(desk, 1);
         pass(desk, download + to_verify + to_reboot + ms_per_second);

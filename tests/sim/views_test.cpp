@@ -1,4 +1,4 @@
-// The tables that views answer with.
+// These tests check the tables in the answers of views.
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -19,7 +19,7 @@ namespace ponsim
 namespace
 {
 
-// The result of any view; it is asked for id 5 of port 1, and UNI port 1.
+// Returns the result of any view, asked for with id 5 of port 1 and UNI port 1.
 std::string result_of(ProfileDesk &desk, const catalogue::Command &command)
 {
     const uint32_t channel = command.channel->type;
@@ -55,7 +55,8 @@ bool has_type(const rapidjson::Value &value, const catalogue::Column &column)
 
 const Settings crowded{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
 
-// A whole OLT: every id of every port bound, every ONU of the population waiting, all values as long as they get.
+// This fills a whole OLT: every id of every port is bound, every ONU of the population waits, and all values are as
+// long as they can be.
 Change all_of_it()
 {
     Change kept;
@@ -78,7 +79,7 @@ Change all_of_it()
     return kept;
 }
 
-// Binds an ONU that no table of its user services is empty of to id 5 of port 1.
+// Binds to id 5 of port 1 an ONU that has rows in all tables of its user services.
 Mac bind_with_everything(Desk &desk)
 {
     for (size_t index = 2; index < desk.port(1).arrivals.size(); ++index) {
@@ -91,7 +92,7 @@ Mac bind_with_everything(Desk &desk)
     return {};
 }
 
-// At UNI port 1 of id 5.
+// Makes UNI port 1 of id 5 translate a multicast VLAN.
 void translate_multicast(Desk &desk)
 {
     namespace block = layout::onu_mc_vlan_mode_set;
@@ -120,7 +121,7 @@ void set_uni_profile(Desk &desk)
 
 const WantedSettings full{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
 
-// Does what leaves no view without rows.
+// Uses the OLT so that no view is without rows.
 void use(ProfileDesk &desk)
 {
     const Mac mac = bind_with_everything(desk);
@@ -162,8 +163,8 @@ TEST(Views, HaveTheColumnsOfTheCatalogueInOrder)
         }
 }
 
-// Of each view's text, in two OLTs, the length and the digest. Where other texts are meant, view_texts.actual goes in
-// the place of the file.
+// The file has the length and the digest of each view's text, for two OLTs. When a text is meant to change, replace the
+// file by view_texts.actual.
 TEST(Views, HaveTheTextsThatTheyAlwaysHad)
 {
     std::string actual;

@@ -1,4 +1,5 @@
-// The white list, which is what is bound: looking ONUs up, ids in use, descriptions, and ONU information of some ONUs.
+// The white list is what is bound. These tests check looking ONUs up, ids in use, descriptions, and the information of
+// some ONUs.
 #include "rows.h"
 #include "support.h"
 

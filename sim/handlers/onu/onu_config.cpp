@@ -1,4 +1,5 @@
-// The configuration of ONUs and their UNI ports in one piece, UNI profiles, LOIDs and the OUI, the ARP table.
+// These commands concern the configuration of ONUs and of their UNI ports as one block, UNI profiles, LOIDs and the
+// OUI, and the ARP table.
 #include "model/onu/onu_config.h"
 
 #include <algorithm>
@@ -15,9 +16,9 @@ namespace ponsim
 namespace
 {
 
-// LOIDs and the OUI
+// The following handlers are those of LOIDs and the OUI.
 
-// The mode stays; what BSP_CMD_AUTH_SET does without a LOID is not meant here.
+// Leaves the mode as it is. Without a LOID the record is refused, although BSP_CMD_AUTH_SET accepts that.
 Outcome change_loid(const Olt &olt, const Request &request, bool remove)
 {
     const auto record = request.read<bsp_pon_msg>();
@@ -51,9 +52,9 @@ Outcome change_oui(const Olt &olt, const Request &request)
     return to_outcome(set_oui(olt, request.get(layout::oui::oui)));
 }
 
-// ARP
+// The following handlers are those of the ARP table.
 
-// The id of an entry may be another ONU's by now.
+// By now, the id of an entry may belong to another ONU.
 bool is_behind_online_onu(const Olt &olt, const PonPort &port, const FdbEntry &entry)
 {
     const std::optional<Binding> &binding = port.bindings[entry.onu_id.value()];
@@ -77,7 +78,7 @@ Outcome view_arp(const Olt &olt, const Request &request)
     return outcome;
 }
 
-// Several settings at once
+// The following handlers send several settings at once.
 
 struct Part {
     const BlockSetting &setting;
@@ -92,7 +93,7 @@ std::vector<Part> uni_parts(const OnuBlock &config)
     return parts;
 }
 
-// All of them, or nothing.
+// Sends all settings, or none.
 Plan tell_all(const Olt &olt, const RemoteOnu &onu, uint32_t uni, std::span<const Part> parts)
 {
     Plan all{BSP_OK};
@@ -104,7 +105,7 @@ Plan tell_all(const Olt &olt, const RemoteOnu &onu, uint32_t uni, std::span<cons
     return all;
 }
 
-// The port remembers what it was told.
+// The port also remembers the configuration that it has received.
 Plan configure_port(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &config)
 {
     Plan plan = tell_all(olt, onu, uni, uni_parts(config));
@@ -147,9 +148,9 @@ Outcome set_onu_config(const Olt &olt, const Request &request)
     return to_outcome(tell_all(olt, found.onu, 0, parts));
 }
 
-// UNI profiles
+// The following handlers are those of UNI profiles.
 
-// Whether there may be an ONU that can be told this.
+// Returns whether there can be an ONU that accepts this configuration.
 bool makes_sense(const OnuBlock &config)
 {
     DeviceType able{};
@@ -184,7 +185,7 @@ Outcome view_profiles(const Olt &olt, const Request &request)
     return {BSP_OK, {}, uni_profiles_table(rows)};
 }
 
-// Tells UNI ports what became different of the profiles that they took. A profile that was deleted leaves them alone.
+// Sends to UNI ports what has changed in the profiles that they took. A port whose profile was deleted stays as it is.
 Outcome apply_profiles(const Olt &olt, const Request &request)
 {
     const std::string_view record(static_cast<const char *>(request.record), request.length);

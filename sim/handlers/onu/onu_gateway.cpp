@@ -1,4 +1,4 @@
-// What ONUs do for their users: WAN connections, WLAN, CATV, voice, ACL and DHCP.
+// These commands concern what ONUs do for their users: WAN connections, WLAN, CATV, voice, ACL and DHCP.
 #include <cstddef>
 
 #include "generated/service_words.h"
@@ -15,7 +15,7 @@ namespace
 constexpr uint8_t max_channel = 13;
 constexpr uint32_t shortest_lease = 60, longest_lease = 864000; // s
 
-// Whether the field holds a text that is not empty.
+// Returns whether the field holds a text that is not empty.
 template <size_t size>
 bool has_name(const OnuBlock &block, layout::At<layout::Text<size>> at)
 {
@@ -59,7 +59,7 @@ bool is_good_wlan(const OnuBlock &block)
            block.get(at::security) <= wlan_wpa3 && block.get(at::hidden) <= 1 && has_name(block, at::name);
 }
 
-// Whether the address is that of a network with this mask, or both are 0.
+// Returns whether the address is that of a network with this mask, or both are 0.
 bool is_network(uint32_t address, uint32_t mask)
 {
     return is_mask(mask) && (address & ~mask) == 0;
@@ -100,7 +100,7 @@ bool is_good_dhcp(const OnuBlock &block)
            (address < first || address > last);
 }
 
-// Of a setting that gateways alone have.
+// Checks a setting that only gateways have.
 template <bool (*is_good)(const OnuBlock &)>
 uint32_t check_of_gateway(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
@@ -113,7 +113,7 @@ constexpr BlockSetting wlan{BSP_CMD_VIEW_ONU_WLAN, false, wlan_size, first_wlan,
 constexpr BlockSetting acl{BSP_CMD_VIEW_ONU_ACL, false, acl_size, first_acl_rule, check_of_gateway<is_good_rule>};
 constexpr BlockSetting dhcp{BSP_CMD_VIEW_ONU_DHCP, false, dhcp_size, first_dhcp, check_of_gateway<is_good_dhcp>};
 
-// Sets that of the number in `onu_arg24`, 1 to `last`.
+// Sets the setting with the number in `onu_arg24`, which is 1 to `last`.
 Outcome set_numbered(const Olt &olt, const Request &request, const BlockSetting &setting, uint32_t last)
 {
     const FoundOnu found = onu_of(olt, request);

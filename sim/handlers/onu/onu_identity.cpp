@@ -1,4 +1,4 @@
-// What ONUs are: identity, capabilities, memory, optics; tables of them.
+// These commands ask what ONUs are: identity, capabilities, memory and optics, and tables of them.
 #include "views/onu_identity.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace
 
 constexpr uint32_t data_offset = offsetof(bsp_onu_msg, onu_data);
 
-// A query that an ONU answers itself.
+// Handles a query that the ONU answers itself.
 template <OnuBlock (*block)(const Olt &, const RemoteOnu &)>
 Outcome told_by_onu(const Olt &olt, const Request &request)
 {
@@ -57,7 +57,7 @@ OnuBlock chip_id(const Olt &, const RemoteOnu &onu)
     return block;
 }
 
-// As a CTC bitmap: the lowest bit of the last byte is the first UNI port's.
+// Returns a CTC bitmap. The lowest bit of its last byte is that of the first UNI port.
 std::array<uint8_t, 8> bitmap(uint32_t before, uint32_t count)
 {
     static_assert(2 * max_unis <= 8);
@@ -94,7 +94,7 @@ OnuBlock more_capabilities(const Olt &, const RemoteOnu &onu)
     block.put(at::multi_llid, 1);
     block.put(at::pon_interfaces, 1);
     uint8_t kinds = 0;
-    uint8_t code = 0; // of GE, FE and VoIP, in this order
+    uint8_t code = 0; // 0 for GE, 1 for FE, 2 for VoIP
     for (const uint32_t number : {type.ge_ports, type.fe_ports, type.pots_ports}) {
         if (number != 0) {
             block.put(at::interface_type[kinds], code);
@@ -121,7 +121,7 @@ OnuBlock memory(const Olt &olt, const RemoteOnu &onu)
     return block;
 }
 
-// The texts that device information and all about an ONU have in the same places.
+// Writes the texts that two layouts, device information and all about an ONU, have at the same offsets.
 void put_identity(OnuBlock &block, const RemoteOnu &onu)
 {
     namespace at = layout::onu_about;
@@ -174,7 +174,7 @@ OnuBlock optics(const Olt &olt, const RemoteOnu &onu)
     return block;
 }
 
-// What the OLT has of an ONU, whatever its state.
+// Returns what the OLT has of an ONU, whatever the ONU's state.
 Outcome about(const Olt &olt, const Request &request)
 {
     namespace at = layout::onu_about;
@@ -206,7 +206,7 @@ Outcome about(const Olt &olt, const Request &request)
     return answer_with(request, block);
 }
 
-// Its answer stands in the place of the UNI port number, and has no data.
+// The answer to this command has its value in the UNI port number, and no data.
 Outcome max_port(const Olt &olt, const Request &request)
 {
     static_assert(layout::onu_max_port::unis.offset == offsetof(bsp_onu_msg, onu_uni_port));

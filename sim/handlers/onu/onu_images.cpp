@@ -1,4 +1,4 @@
-// The image banks of ONUs, and how they are updated.
+// These commands concern the image banks of ONUs, and how they are updated.
 #include <array>
 
 #include "bsp_pon.h"

@@ -1,4 +1,4 @@
-// Multicast at ONUs and their UNI ports.
+// These commands concern multicast at ONUs and their UNI ports.
 #include <algorithm>
 #include <cstddef>
 
@@ -13,7 +13,7 @@ namespace ponsim
 namespace
 {
 
-// What is done to the lists of VLANs and groups, and what their answers say.
+// An Operation says what is done to the lists of VLANs and groups, and what their answers contain.
 enum Operation : uint8_t { remove = 0, add = 1, clear = 2, list = 3 };
 
 uint32_t able(const RemoteOnu &onu)
@@ -27,7 +27,7 @@ bool has(const std::vector<Value> &values, const Value &value)
     return std::ranges::find(values, value) != values.end();
 }
 
-// What a list becomes; BSP_OK unless it would be longer than `most`.
+// Changes a list. Returns BSP_OK unless the list would be longer than `most`.
 template <class Value>
 uint32_t change_list(std::vector<Value> &values, uint8_t operation, const std::vector<Value> &changes, size_t most)
 {
@@ -41,13 +41,13 @@ uint32_t change_list(std::vector<Value> &values, uint8_t operation, const std::v
     return values.size() <= most ? BSP_OK : PON_ERR_TABLE_FULL;
 }
 
-// Whether an operation goes with so many changes of a list.
+// Returns whether the operation is possible with so many changes of a list.
 bool fits(uint8_t operation, uint32_t number, uint32_t most)
 {
     return operation == clear ? number == 0 : operation < clear && number >= 1 && number <= most;
 }
 
-// Fast leave
+// The following handlers are those of fast leave.
 
 template <class Abilities>
 void put_abilities(OnuBlock &block, layout::At<uint32_t> number, Abilities ability, const DeviceType &type)
@@ -102,7 +102,7 @@ Outcome get_fast_leave_local(const Olt &olt, const Request &request)
     return answer_with(request, block);
 }
 
-// The mode
+// The following handlers are those of the mode.
 
 OnuBlock snooping(const Olt &, const RemoteOnu &, uint32_t)
 {
@@ -124,7 +124,7 @@ bool controlled(const Olt &olt, const RemoteOnu &onu, Side side)
     return setting_of(olt, onu, 0, side, mode).get(layout::onu_mc_switch::mode) == 1;
 }
 
-// The number of groups
+// The following handlers are those of the number of groups.
 
 constexpr uint16_t usual_group_max = 32;
 
@@ -148,7 +148,7 @@ uint32_t group_max_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side s
     return setting_of(olt, onu, uni, side, group_maximum).get(layout::onu_mc_group_max::maximum);
 }
 
-// Tags
+// The following handlers are those of tags.
 
 constexpr uint32_t tags_size = 34;
 
@@ -193,7 +193,7 @@ uint32_t check_tags(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 
 constexpr BlockSetting tags{BSP_CMD_ONU_MC_VLAN_MODE_GET, true, tags_size, tags_kept, check_tags};
 
-// VLANs. What is kept of them is their list, as the OLT's side answers it.
+// The following handlers are those of VLANs. The list of VLANs is kept in the form in which the OLT's side answers it.
 
 OnuBlock block_of(const std::vector<uint32_t> &vlans)
 {
@@ -274,7 +274,8 @@ Outcome set_vlans(const Olt &olt, const Request &request)
                            first_vlans(olt, found.onu, uni)));
 }
 
-// Groups. What is kept of those of controllable multicast is their list, as it is answered.
+// The following handlers are those of groups. The list of groups of controllable multicast is kept in the form in which
+// it is answered.
 
 constexpr uint32_t groups_size = 1284;
 constexpr uint8_t by_mac_and_vlan = 1;
@@ -322,7 +323,7 @@ std::vector<McGroup> snooped_groups(const Olt &olt, const RemoteOnu &onu)
     return groups;
 }
 
-// What the ONU's UNI ports have joined: of what they are to join, as much as their maxima allow.
+// Returns what the ONU's UNI ports have joined: as many of the groups that they are to join as their maxima allow.
 std::vector<McGroup> joined_groups(const Olt &olt, const RemoteOnu &onu)
 {
     std::vector<uint32_t> room;
@@ -369,7 +370,7 @@ Outcome set_groups(const Olt &olt, const Request &request)
                            block_of(std::vector<McGroup>{})));
 }
 
-// Views
+// The following handlers are those of views.
 
 OnuMulticast multicast_of(const Olt &olt, const RemoteOnu &onu)
 {

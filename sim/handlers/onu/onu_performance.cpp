@@ -1,4 +1,4 @@
-// Performance monitoring of UNI ports, and the CATV port, which is switched with it.
+// These commands concern performance monitoring of UNI ports, and the CATV port, which is switched together with it.
 #include "model/port/performance.h"
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace ponsim
 namespace
 {
 
-// The counters go out as they are.
+// The counters go out as they are stored.
 static_assert(layout::onu_performance::status_changes.offset ==
               layout::onu_performance::down_drop_events.offset + offsetof(UniCounters, status_changes));
 

@@ -1,4 +1,4 @@
-// The management address, FEC, time and LLIDs of ONUs; what is printed of OAM.
+// These commands concern the management address, FEC, time and LLIDs of ONUs, and the log output about OAM.
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/base/block.h"
@@ -40,7 +40,7 @@ uint32_t check_management(const RemoteOnu &, uint32_t, const OnuBlock &block)
 
 constexpr BlockSetting management{BSP_CMD_ONU_MGMT_GET, false, management_size, no_management, check_management};
 
-// As CTC numbers both the mode and the ability.
+// The numbers of both the mode and the ability are those of CTC.
 enum FecMode : uint32_t { fec_unknown = 1, fec_enabled = 2, fec_disabled = 3 };
 enum FecAbility : uint32_t { fec_supported = 2, fec_not_supported = 3 };
 

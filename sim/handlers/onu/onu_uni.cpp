@@ -1,4 +1,4 @@
-// The UNI ports of ONUs: link, rate limits, VLANs, classification, loops.
+// These commands concern the UNI ports of ONUs: link, rate limits, VLANs, classification and loops.
 #include "views/onu_uni.h"
 
 #include <stdexcept>
@@ -109,7 +109,7 @@ Outcome view_vlans(const Olt &olt, const Request &request)
     return {BSP_OK, {}, onu_vlans_table(found.onu.port->number, found.onu.onu_id, configs)};
 }
 
-// The text in the answer is read as a table whatever the status is.
+// The caller reads the text in the answer as a table, whatever the status is.
 Outcome link_state(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_of(olt, request, false);

@@ -1,4 +1,4 @@
-// What is wrong with an ONU or a PON port.
+// An alarm says what is wrong with an ONU or with a PON port.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Blocks that are kept (see BlockPlace) as values of their own type: a structure of words, or a word.
+// A block that is kept (see BlockPlace) is read and written here as a value of its own type: a structure of words, or a
+// single word.
 #pragma once
 
 #include <cstring>
@@ -16,7 +17,7 @@ std::string to_block(const Value &value)
     return {reinterpret_cast<const char *>(&value), sizeof value};
 }
 
-// `otherwise` when there is no block.
+// Returns `otherwise` when there is no block.
 template <class Value>
 Value from_block(const std::string *block, Value otherwise)
 {

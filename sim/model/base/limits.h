@@ -1,4 +1,4 @@
-// How much there is at most, of what is there by nature.
+// These limits say how many ports and ONUs there can be, and how far away an ONU can be.
 #pragma once
 
 #include <cstdint>

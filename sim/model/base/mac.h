@@ -1,4 +1,4 @@
-// MAC addresses, in transmission order.
+// A MAC address is an array of bytes in transmission order.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ inline bool is_zero(const Mac &mac)
     return std::ranges::all_of(mac, [](uint8_t byte) { return byte == 0; });
 }
 
-// Whether one ONU can have the address: not all zero, and no group address.
+// Returns whether an ONU can have the address: it is neither all zero nor a group address.
 inline bool is_station(const Mac &mac)
 {
     return !is_zero(mac) && !(mac[0] & 1);

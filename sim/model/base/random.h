@@ -1,4 +1,4 @@
-// The numbers that everything found at an OLT follows from.
+// Everything that is found at an OLT follows from these pseudo-random numbers.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 namespace ponsim
 {
 
-// SplitMix64: the same numbers on every machine and with every library. A seed has many streams.
+// This is SplitMix64, which gives the same numbers on every machine and with every library. A seed has many streams.
 class Random
 {
 public:
@@ -30,7 +30,8 @@ private:
     uint64_t state;
 };
 
-// What the streams of a MAC address are for. Each has one of its own, so that none shifts another.
+// Each purpose has a stream of its own for each MAC address, so that the numbers drawn for one purpose do not shift
+// those of another.
 enum class Purpose : uint64_t {
     device = 1,
     configuration = 2,
@@ -45,7 +46,8 @@ enum class Purpose : uint64_t {
     faults = 20
 };
 
-// The streams of MAC addresses lie above those of the arrivals.
+// The number of a stream for a MAC address has the purpose above the address. So it is greater than the number of any
+// stream for arrivals.
 inline Random random_for(uint64_t seed, Purpose purpose, const Mac &mac)
 {
     uint64_t stream = static_cast<uint64_t>(purpose);

@@ -1,4 +1,4 @@
-// Searching for the second at which something begins to hold.
+// This file finds the second at which a condition begins to hold.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,8 @@
 namespace ponsim
 {
 
-// The first number from `from` to `to` at which it holds. It must hold at `to`, and from the first on.
+// Returns the first number from `from` to `to` at which the condition holds. The condition must hold at `to`, and must
+// hold at every number after the first one at which it holds.
 template <class Holds>
 uint64_t first_second(uint64_t from, uint64_t to, Holds holds)
 {

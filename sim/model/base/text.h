@@ -1,4 +1,4 @@
-// Texts as they are kept: UTF-8 without control characters, so that they can go out in JSON as they came.
+// Texts are kept as UTF-8 without control characters, so that they can go out in JSON as they came in.
 #pragma once
 
 #include <array>
@@ -10,7 +10,8 @@ namespace ponsim
 
 bool is_clean(const std::string &text);
 
-// A text of at most `size` bytes with its NUL: false when it does not end in these bytes, or is not clean.
+// Reads a text of at most `size` bytes with its NUL. Returns false when the text does not end within these bytes, or is
+// not clean.
 bool get_text(const char *field, size_t size, std::string &out);
 
 template <size_t size>

@@ -1,4 +1,4 @@
-// Model time. Nothing in the OLT looks at any other clock.
+// This is model time. The OLT uses no other clock.
 #pragma once
 
 #include <cstdint>

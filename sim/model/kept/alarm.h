@@ -1,4 +1,4 @@
-// Alarms that are raised.
+// The alarms that are raised are kept by PON port, address and alarm.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace ponsim
 
 struct AlarmPlace {
     uint32_t pon_port;
-    Mac mac; // zero: of the port itself
+    Mac mac; // zero: the alarm of the port itself
     uint32_t alarm;
 
     auto operator<=>(const AlarmPlace &) const = default;

@@ -1,4 +1,4 @@
-// ONUs that are bound to ids of a port.
+// A binding assigns an ONU to an id of a port.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 namespace ponsim
 {
 
-// Where an ONU is bound.
+// An OnuPlace says at which port and to which id an ONU is bound.
 struct OnuPlace {
     uint32_t pon_port;
     uint32_t onu_id;
@@ -21,7 +21,8 @@ struct OnuPlace {
     auto operator<=>(const OnuPlace &) const = default;
 };
 
-// An ONU bound to an id of a port. Mode, texts and description are the caller's, kept as given.
+// A Binding describes an ONU that is bound to an id of a port. Mode, texts and description come from the caller and are
+// kept as given.
 struct Binding {
     Mac mac;
     uint32_t mode = 0;
@@ -32,7 +33,7 @@ struct Binding {
     bool exempt = false; // from authentication by LOID
     std::optional<Sla> sla = {};
     std::optional<uint32_t> sla_down = {}; // maximum, kbit/s
-    bool p2p = true;                       // whether P2P forwarding concerns it
+    bool p2p = true;                       // whether P2P forwarding applies to it
 
     bool operator==(const Binding &) const = default;
 };
@@ -42,7 +43,7 @@ struct Family<Binding> {
     static constexpr std::string_view table = "binding";
     using Key = OnuPlace;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"onu_id", &Key::onu_id, "? BETWEEN 0 AND 127"}};
-    // Texts have room in the records that they go out in.
+    // Texts are limited so that they fit into the records that they go out in.
     static constexpr std::tuple value{
         Column{"mac", &Binding::mac},
         Column{"mode", &Binding::mode},

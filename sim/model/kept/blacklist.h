@@ -1,4 +1,4 @@
-// ONUs that a port refuses.
+// The black list of a port names the ONUs that the port refuses.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// What set commands left for the matching get, as bytes.
+// A set command leaves a block of bytes for the matching get.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,12 @@
 namespace ponsim
 {
 
-// The set command, by its channel and code, the port and what else tells one from another.
+// A BlockPlace names the set command by its channel and code, and has the port and the index that tell its blocks
+// apart.
 struct BlockPlace {
     uint32_t channel;
     uint32_t command;
-    uint32_t pon_port; // 0: of the OLT
+    uint32_t pon_port; // 0: the block is the OLT's
     uint32_t index;
 
     auto operator<=>(const BlockPlace &) const = default;
@@ -33,7 +34,7 @@ struct Family<Block> {
     static constexpr std::tuple value{BytesColumn{"bytes", &Block::bytes}};
 };
 
-// None: as if nothing had been set.
+// Without bytes the entry removes the block, as if nothing had been set.
 inline Entry<Block> block_at(const BlockPlace &place, const std::optional<std::string> &bytes)
 {
     return {place, bytes ? std::optional(Block{*bytes}) : std::nullopt};

@@ -1,4 +1,4 @@
-// Damage to the branches of a port's fibre.
+// Damage to the branches of a port's fibre is kept by port and branch.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ struct BranchPlace {
 };
 
 struct Damage {
-    int32_t loss; // beyond what the branch must lose, 0.01 dB
+    int32_t loss; // beyond what the branch loses when undamaged, 0.01 dB
 };
 
 template <>

@@ -1,4 +1,4 @@
-// Entries of several families: what the OLT keeps, or what becomes different of it.
+// Entries hold records of several families: what the OLT keeps, or what becomes different of it.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ template <class... Record>
 class Entries
 {
 public:
-    // In the order in which they were made: of two with the same key the later one holds.
+    // Returns the entries in the order in which they were made. Of two entries with the same key the later one holds.
     template <class Of>
     const std::vector<Entry<Of>> &of() const
     {
@@ -39,13 +39,13 @@ public:
     {
         list<Of>().push_back(std::move(entry));
     }
-    // All of another one's.
+    // Adds all entries of another Entries.
     void add(const Entries &other)
     {
         other.each([this](const auto &entry) { add(entry); });
     }
 
-    // The record that is put at the key; null when none is.
+    // Returns the record that is put at the key. Returns null when no record is put there.
     template <class Of>
     Of *find(const typename Family<Of>::Key &key)
     {
@@ -66,21 +66,21 @@ public:
     {
         (std::ranges::for_each(of<Record>(), visit), ...);
     }
-    // Visits the families, by the types of their records.
+    // Visits the families, each by the type of its record.
     template <class Visit>
     static void each_family(Visit visit)
     {
         (visit.template operator()<Record>(), ...);
     }
 
-    // Whether there are none, or of these families only.
+    // Returns whether there are no entries, or entries of the named families only.
     template <class... Others>
     bool empty_but() const
     {
         return ((of<Record>().empty() || is_one_of<Record, Others...>)&&...);
     }
 
-    // Something of each family, and all of it made of the same.
+    // OfEach has one Of<Record> for each family. make_each makes all of them from the same arguments.
     template <template <class> class Of>
     using OfEach = std::tuple<Of<Record>...>;
     template <template <class> class Of, class... From>

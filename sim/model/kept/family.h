@@ -1,8 +1,8 @@
-// Families of what is kept: records of one kind, each found by its key.
+// A family is a set of kept records of one kind. Each record is found by its key.
 //
-// A family is declared once, in a file of this folder: key, record, and a Family that says which of their members are
-// columns of its table. The table itself, what is written of a change and read back, and the lines of the configuration
-// follow from that; kept.h lists the families.
+// A family is declared once, in a file of this folder: its key, its record, and a Family that says which of their
+// members are columns of its table. The table itself, what is written of a change and read back, and the lines of the
+// configuration follow from that. kept.h lists the families.
 #pragma once
 
 #include <cstdint>
@@ -13,25 +13,25 @@
 namespace ponsim
 {
 
-// Specialised by each family, which says:
+// Each family specialises this template. The specialisation has these members:
 //   table   the table's name
-//   Key     what a record is found by
+//   Key     the key, by which a record is found
 //   key     the columns of the key, as a tuple
-//   value   those of the record
-// and may say:
-//   parts   optional members with a table of their own, by the same key
-//   unique  columns that no two records have the same values in
-//   as_new  true: a record that is as a new one is not kept
-//   placed  true: the OLT has a place of its own for the records; else it keeps them by their keys, as they are
-//   Check   what must hold of rows that are read: one is made for a table, and called with the number of the OLT's PON
-//           ports, key and record of each row; it returns what is wrong, or null
+//   value   the columns of the record, as a tuple
+// It can have these members:
+//   parts   optional members that have a table of their own, with the same key
+//   unique  columns whose values together differ between any two records
+//   as_new  true: a record that equals a newly made one is not kept
+//   placed  true: the OLT has a place of its own for the records; otherwise it keeps them by their keys, as they are
+//   Check   the condition that rows must meet when they are read. One Check is made for a table. It is called with the
+//           number of the OLT's PON ports and with key and record of each row. It returns what is wrong, or null.
 template <class Record>
 struct Family;
 
-// A kind of column declares its columns, puts the owner's member into a row and gets it from one.
-// What SQL is to check of a column has '?' for its name.
+// A kind of column declares its columns, puts the owner's member into a row and gets it from a row. In a condition that
+// SQL checks, '?' stands for the name of the column.
 
-// A member in a column of its own: a number, a text, or an array of bytes.
+// A Column holds a member in a column of its own: a number, a text, or an array of bytes.
 template <class Owner, class Value>
 struct Column {
     std::string_view name;
@@ -43,7 +43,7 @@ struct Column {
     void get(auto &row, Owner &owner) const { row.get(owner.*member); }
 };
 
-// The key itself, where it is one value.
+// An Itself column holds the whole key, where the key is one value.
 template <class Value>
 struct Itself {
     std::string_view name;
@@ -53,13 +53,13 @@ struct Itself {
     void get(auto &row, Value &value) const { row.get(value); }
 };
 
-// The number of a PON port, as the key itself. The OLT must have it.
+// A PortItself column holds the number of a PON port, where that is the whole key. The OLT must have the port.
 struct PortItself {
     void declare(auto &columns) const { columns.template add<uint32_t>("pon_port"); }
     void put(auto &row, uint32_t port) const { row.put(port); }
     void get(auto &row, uint32_t &port) const { row.get_port(port); }
 };
-// The same as a member of the key.
+// A PortColumn holds the number of a PON port that is a member of the key. The OLT must have the port.
 template <class Owner>
 struct PortColumn {
     uint32_t Owner::*member;
@@ -69,7 +69,7 @@ struct PortColumn {
     void get(auto &row, Owner &owner) const { PortItself{}.get(row, owner.*member); }
 };
 
-// The key of the one record that there is, and its column.
+// Only is the key of a family that has one record only, and OnlyColumn is its column.
 struct Only {
     auto operator<=>(const Only &) const = default;
 };
@@ -83,7 +83,7 @@ struct OnlyColumn {
     }
 };
 
-// A member as its bytes. `what` says what is damaged where they do not fit it.
+// A BytesColumn holds a member as its bytes. When the bytes do not fit the member, `what` says what is damaged.
 template <class Owner, class Value>
 struct BytesColumn {
     std::string_view name;
@@ -95,7 +95,7 @@ struct BytesColumn {
     void get(auto &row, Owner &owner) const { row.get_bytes(owner.*member, what); }
 };
 
-// An optional number of which one value, that it never has, stands for none.
+// A NumberOrNone column holds an optional number. One value, which the number never has, stands for no number.
 template <class Owner, class Value>
 struct NumberOrNone {
     std::string_view name;
@@ -116,7 +116,7 @@ struct NumberOrNone {
     }
 };
 
-// An optional number in two columns: whether there is one, and the number.
+// FlagAndNumber holds an optional number in two columns: whether there is a number, and the number.
 template <class Owner, class Value>
 struct FlagAndNumber {
     std::string_view flag;
@@ -143,14 +143,14 @@ struct FlagAndNumber {
     }
 };
 
-// What each column of several does.
+// Does the work for each column.
 template <class Columns, class Do>
 void for_each_column(const Columns &columns, Do work)
 {
     std::apply([&](const auto &...column) { (work(column), ...); }, columns);
 }
 
-// A record in a record, in columns of their owner.
+// InnerColumns hold a record within a record in columns of the owner's table.
 template <class Owner, class Inner, class Columns>
 struct InnerColumns {
     Inner Owner::*member;
@@ -170,7 +170,8 @@ struct InnerColumns {
     }
 };
 
-// The same of one that may be none: then a member of it that is never 0 is 0.
+// InnerOrNone does the same for an optional record. When there is none, the column of `sign`, a member that is never 0,
+// holds 0.
 template <class Owner, class Inner, class Value, class Columns>
 struct InnerOrNone {
     std::optional<Inner> Owner::*member;
@@ -195,7 +196,7 @@ struct InnerOrNone {
     }
 };
 
-// An optional record in a record, in a table of its own.
+// A PartTable holds an optional record within a record in a table of its own.
 template <class Owner, class Inner, class Columns>
 struct PartTable {
     std::string_view table;
@@ -203,14 +204,14 @@ struct PartTable {
     Columns value;
 };
 
-// What becomes of the record at a key; none: there is no such record any more.
+// An Entry says what becomes of the record at a key. Without a record there is no such record any more.
 template <class Record>
 struct Entry {
     typename Family<Record>::Key key;
     std::optional<Record> record;
 };
 
-// The record that is to be kept; null when none is.
+// Returns the record that is to be kept. Returns null when none is to be kept.
 template <class Record>
 const Record *kept_record(const Entry<Record> &entry)
 {

@@ -1,4 +1,4 @@
-// The families that the OLT keeps. Their order is that in which changes of several are written.
+// This file lists the families that the OLT keeps. A change of several families is written in this order.
 #pragma once
 
 #include "model/kept/alarm.h"

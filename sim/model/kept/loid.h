@@ -1,4 +1,4 @@
-// LOIDs that ONUs prove who they are with, and their passwords.
+// ONUs prove their identity with these LOIDs and passwords.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ struct LoidPlace {
 };
 
 struct LoidPassword {
-    std::string password; // empty: none
+    std::string password; // empty: no password
 };
 
 template <>

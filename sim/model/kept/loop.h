@@ -1,4 +1,4 @@
-// What is kept of UNI ports that have a loop, are shut, or were.
+// A record is kept of each UNI port that has a loop, is shut, or once had a loop or was shut.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 namespace ponsim
 {
 
-// A UNI port of an ONU.
+// A UniPlace names a UNI port of an ONU.
 struct UniPlace {
     uint32_t pon_port;
     Mac mac;
@@ -20,12 +20,12 @@ struct UniPlace {
     auto operator<=>(const UniPlace &) const = default;
 };
 
-// What is kept of a UNI port that has a loop, is shut, or was.
+// A LoopRecord describes a UNI port that has a loop, is shut, or once had a loop or was shut.
 struct LoopRecord {
-    bool looped = false; // the loop is there
+    bool looped = false; // there is a loop
     bool shut = false;   // by loop detection
     uint32_t detected = 0;
-    ModelTime since = 0;                        // of the last change of its state
+    ModelTime since = 0;                        // time of the last change of its state
     std::optional<ModelTime> watched_from = {}; // while detection packets reach the loop: since when
 
     bool operator==(const LoopRecord &) const = default;

@@ -1,4 +1,4 @@
-// How loops are detected, and how many were.
+// This record says how loops are detected, and how many were detected and have recovered.
 #pragma once
 
 #include <cstdint>

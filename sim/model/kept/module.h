@@ -1,4 +1,4 @@
-// What is kept of optical modules, by cage.
+// A record is kept of each optical module, by its cage.
 #pragma once
 
 #include <array>
@@ -13,14 +13,14 @@
 namespace ponsim
 {
 
-// As old as lasers can be made.
+// No laser can be made older than this.
 inline constexpr uint32_t max_laser_hours = 10000000;
 
 struct ModuleRecord {
-    // A measurement of the power received from an ONU, over model time.
+    // A Measurement of the power received from an ONU takes model time.
     struct Measurement {
         Mac mac;
-        ModelTime end; // of its last sample
+        ModelTime end; // time of its last sample
         uint32_t samples;
         uint32_t interval; // ms
 
@@ -30,21 +30,21 @@ struct ModuleRecord {
         Mac mac;
         ModelTime at;
         uint32_t samples;
-        uint32_t average; // 0.1 uW, as the least and the greatest
+        uint32_t average; // 0.1 uW, as are the least and the greatest
         uint32_t least;
         uint32_t greatest;
 
         bool operator==(const Result &) const = default;
     };
 
-    uint32_t added_hours = 0;               // the laser's age beyond the time of the OLT
+    uint32_t added_hours = 0;               // the laser's age is this and the time of the OLT
     bool tx_disabled = false;               // by the soft control in the module's memory
-    bool always_on = false;                 // LAO: the laser stays on all the same
-    std::optional<int32_t> loss_level = {}; // LOL, 0.01 dBm: below it light is lost; none: the module's own threshold
-    uint32_t raised = 0; // by bit of their code: alarms of the laser's age, and rogue while the receiver is blinded
-    std::array<uint8_t, 120> user = {};          // the memory that is its user's
+    bool always_on = false;                 // LAO: the laser stays on despite tx_disabled
+    std::optional<int32_t> loss_level = {}; // LOL, 0.01 dBm: with less, light is lost; none: the module's own threshold
+    uint32_t raised = 0; // bits by alarm code: alarms of the laser's age, and rogue while the receiver is blinded
+    std::array<uint8_t, 120> user = {};          // the memory that users write
     std::optional<Measurement> measurement = {}; // under way
-    std::optional<Result> result = {};           // of the last one
+    std::optional<Result> result = {};           // result of the last measurement
 
     bool operator==(const ModuleRecord &) const = default;
 };

@@ -1,4 +1,4 @@
-// What is kept of an ONU, bound or not, at one port.
+// A record is kept of an ONU at one port, bound or not.
 #pragma once
 
 #include <cstdint>
@@ -19,40 +19,40 @@ struct OnuAtPort {
     auto operator<=>(const OnuAtPort &) const = default;
 };
 
-// How far an ONU that is on the fibre has come with its registration.
+// The phase says how far an ONU that is on the fibre has come with its registration.
 enum class Phase : uint32_t {
     registered,
     booting,        // it was switched on or restarted
-    discovery,      // until a discovery window of its port in which it is heard
+    discovery,      // it waits for a discovery window of its port in which it is heard
     mpcp,           // it was heard: REGISTER, GATE and REGISTER_ACK follow
     oam,            // the OAM link comes up, then the extended one
     authentication, // it is asked for its LOID
 };
 
-// How the light of an ONU reaches its port.
+// This says how the light of an ONU reaches its port.
 enum class Light : uint32_t {
     good,
     degraded, // with bit errors
-    lost      // too weak: it is not heard
+    lost      // too weak for the port to hear the ONU
 };
 
 struct OnuRecord {
     bool supported = true;
     uint32_t reboots = 0;
-    std::string software = {};     // version of the image that took the place of its own; empty: that of its device
-    std::string upgrade_type = {}; // bound to it; empty: that of the port
-    bool bad_image = false;        // what it downloads fails verification
+    std::string software = {};     // version of the image that replaced its own; empty: that of its device
+    std::string upgrade_type = {}; // the type bound to it; empty: that of the port
+    bool bad_image = false;        // the image that it downloads fails verification
     bool powered = true;           // without power it is not on the fibre
     Phase phase = Phase::registered;
     ModelTime phase_ends = 0; // 0: the phase does not end by itself
     Light light = Light::good;
-    uint32_t added_hours = 0;             // its laser's age beyond the time of the OLT
+    uint32_t added_hours = 0;             // its laser's age is this and the time of the OLT
     bool rogue = false;                   // its laser does not go off, and blinds the port for all others
-    std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: as it was found
+    std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: what it was found to offer
     std::optional<uint32_t> load_down = {};
     uint32_t flood = 0; // broadcast frames a second that it sends beyond its load
 
-    // Where it has arrived and the port reaches it, it is on the fibre.
+    // An ONU that has arrived, and that the port reaches, is on the fibre when this is true.
     bool present() const { return powered && phase == Phase::registered && light != Light::lost; }
 
     bool operator==(const OnuRecord &) const = default;

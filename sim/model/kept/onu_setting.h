@@ -1,4 +1,4 @@
-// What ONUs were told.
+// The settings that ONUs have received are kept here.
 #pragma once
 
 #include <cstdint>
@@ -11,20 +11,20 @@
 namespace ponsim
 {
 
-// Something that an ONU can be told: by the command that asks for it.
+// A SettingPlace names a setting of an ONU by the command that queries it.
 struct SettingPlace {
     uint32_t pon_port;
     Mac mac;
     uint32_t command;
-    uint32_t uni; // 0: of the ONU itself
+    uint32_t uni; // 0: a setting of the ONU itself
 
     auto operator<=>(const SettingPlace &) const = default;
 };
 
-// What an ONU was told, as the bytes of its block.
+// A setting that an ONU has received is kept as the bytes of its block.
 struct OnuSetting {
     std::string told;
-    std::string before; // what the ONU has until that arrives
+    std::string before; // what the ONU has until the setting arrives
     ModelTime arrives;
 
     bool operator==(const OnuSetting &) const = default;

@@ -1,4 +1,4 @@
-// How a PON port is set up.
+// This record says how a PON port is set up.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 namespace ponsim
 {
 
-// Distances of the nearest and the farthest ONU that a port ranges, in m.
+// RangingLimits are the distances of the nearest and the farthest ONU that a port ranges, in m.
 struct RangingLimits {
     uint32_t min = 0;
     uint32_t max = max_distance;

@@ -14,7 +14,8 @@ namespace line = layout::profile_line;
 namespace sla = layout::profile_sla;
 namespace alarm = layout::profile_alarm;
 
-// All values of profiles are kept as numbers with a sign; what is too large for one is less than the least.
+// All values of profiles are kept as signed numbers. A value that is too large for a signed number becomes negative,
+// and so is below the least allowed value.
 constexpr layout::At<int32_t> with_sign(layout::At<uint32_t> at)
 {
     return {at.offset};
@@ -34,7 +35,7 @@ constexpr ProfileField sla_fields[] = {
     {"weight", with_sign(sla::weight), 1, max_weight},
 };
 
-// Each low threshold before its high one.
+// Each low threshold comes right before its high threshold (see in_pairs).
 constexpr ProfileField alarm_fields[] = {
     {"temperature_low", alarm::temperature_low, -4000, 12000, true},
     {"temperature_high", alarm::temperature_high, -4000, 12000, true},
@@ -51,7 +52,7 @@ bool any(Values)
     return true;
 }
 
-// Fixed and assured bandwidth, and the maximum.
+// Returns whether fixed and assured bandwidth together are within the maximum.
 bool within_maximum(Values values)
 {
     return values[0] + values[1] <= values[2];

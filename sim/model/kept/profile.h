@@ -1,4 +1,4 @@
-// Profiles: named sets of parameters, of several kinds. Nothing in the model follows them.
+// A profile is a named set of parameters. There are several kinds. Nothing in the model depends on profiles.
 #pragma once
 
 #include <cstdint>
@@ -16,29 +16,29 @@ namespace ponsim
 enum class ProfileKind : uint32_t { line = 1, sla, alarm };
 inline constexpr uint32_t profile_kinds = 3;
 
-// A named set of parameters.
+// A Profile is a named set of parameters.
 struct Profile {
     std::string name;
-    std::vector<int32_t> values; // in order of its kind's fields
+    std::vector<int32_t> values; // in the order of its kind's fields
 
     bool operator==(const Profile &) const = default;
 };
 
-inline constexpr uint32_t max_profiles = 256; // of a kind; their ids are 1 to this
+inline constexpr uint32_t max_profiles = 256; // of each kind; ids run from 1 to this number
 
 struct ProfileField {
     std::string_view name;
-    layout::At<int32_t> at; // in a record that carries the profile
+    layout::At<int32_t> at; // where a record that carries the profile has it
     int32_t least;
     int32_t greatest;
-    bool hundredths = false; // of its unit
+    bool hundredths = false; // the value is in hundredths of the unit
 };
 
 std::string_view name_of(ProfileKind kind);
-// In order of their offsets, without gaps.
+// Returns the fields in the order of their offsets, which have no gaps.
 std::span<const ProfileField> fields_of(ProfileKind kind);
 
-// Whether the values can be: each of them, and together.
+// Returns whether each value is allowed, and whether the values are allowed together.
 bool is_good(ProfileKind kind, const Profile &profile);
 
 struct ProfilePlace {

@@ -1,4 +1,4 @@
-// Where the OLT keeps the records of a family that it has no place of its own for.
+// A Shelf keeps the records of a family for which the OLT has no place of its own.
 #pragma once
 
 #include <map>
@@ -15,7 +15,7 @@ public:
     using Records = std::map<typename Family<Record>::Key, Record>;
 
     const Records &records() const { return kept; }
-    // Null when there is none.
+    // Returns null when there is no record.
     const Record *find(const typename Family<Record>::Key &key) const
     {
         const auto found = kept.find(key);

@@ -1,4 +1,4 @@
-// The bandwidth that an ONU has by contract.
+// An SLA is the bandwidth that an ONU has by contract.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@ inline constexpr uint32_t line_rate = 1000000; // kbit/s, of a PON port in each 
 inline constexpr uint32_t max_priority = 7;
 inline constexpr uint32_t max_weight = 100;
 
-// An upstream service level agreement. Bandwidths are in kbit/s.
+// This is an upstream service level agreement. Bandwidths are in kbit/s.
 struct Sla {
     uint32_t fixed = 0;
     uint32_t assured = 0;
@@ -21,7 +21,7 @@ struct Sla {
     bool operator==(const Sla &) const = default;
 };
 
-// Of an ONU without a stored one.
+// An ONU without a stored SLA has this one.
 inline constexpr Sla default_sla{.fixed = 0, .assured = 0, .maximum = line_rate, .priority = 0, .weight = 1};
 
 } // namespace ponsim

@@ -1,4 +1,4 @@
-// How far the events of the scenario's timeline have happened.
+// This record says how many events of the scenario's timeline have happened.
 #pragma once
 
 #include <cstdint>

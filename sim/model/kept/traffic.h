@@ -1,4 +1,5 @@
-// What a PON port has been offered, before what it is offered changed. It says nothing new, and is there to be kept.
+// This record says what a PON port had been offered before its traffic last changed. It tells the OLT nothing new, and
+// only exists to be kept.
 #pragma once
 
 #include <array>
@@ -12,7 +13,7 @@ namespace ponsim
 
 enum class Cast : uint8_t { unicast, multicast, broadcast };
 
-// Frames of one length: all that an ONU offers is made of these.
+// A Flow is made of frames of one length. All that an ONU offers is made of these flows.
 struct Flow {
     uint32_t length; // octets, with the frame check sequence
     Cast cast;
@@ -28,12 +29,12 @@ inline constexpr std::array<Flow, 8> flows{{{64, Cast::unicast},
                                             {64, Cast::broadcast}}};
 using PerFlow = std::array<uint64_t, flows.size()>;
 
-// Rates are in tenths of frames a second, which is fine enough for slow loads, and what is counted by them in
-// ten-thousandths of frames: a storm overflows that in 39 years.
+// Rates are in tenths of frames a second, which is fine enough for slow loads. Counts that follow from them are in
+// ten-thousandths of frames, and a storm overflows them in 39 years only.
 inline constexpr uint64_t rate_unit = 10;
 inline constexpr uint64_t count_unit = rate_unit * ms_per_second;
 
-// What becomes of the frames of a PON port and its uplink, as rates or as numbers of frames.
+// Streams say what becomes of the frames of a PON port and its uplink, as rates or as numbers of frames.
 struct Streams {
     PerFlow up = {};         // sent by its ONUs, and passed on
     PerFlow up_errored = {}; // sent by its ONUs, and broken on the fibre
@@ -45,7 +46,7 @@ struct Streams {
     bool operator==(const Streams &) const = default;
 };
 
-// What a PON port has been offered up to a time, in ten-thousandths of frames.
+// Offered says what a PON port has been offered up to a time, in ten-thousandths of frames.
 struct Offered {
     ModelTime until = 0;
     Streams frames = {};

@@ -1,4 +1,4 @@
-// Upgrades of ONUs, and how long their steps take.
+// This file describes upgrades of ONUs, and how long their steps take.
 #pragma once
 
 #include <cstdint>
@@ -12,25 +12,25 @@
 namespace ponsim
 {
 
-// From power to the first answer: what ONUs take to load their software.
+// An ONU needs this time from power to its first answer, to load its software.
 inline constexpr ModelTime boot_time = 30 * ms_per_second;
-// What it takes to download so many bytes.
+// Returns the time that it takes to download so many bytes.
 ModelTime download_time(uint32_t size);
 
-// The upgrade of an ONU that is under way, or its last one.
+// An UpgradeRun is the upgrade of an ONU that is under way, or its last upgrade.
 struct UpgradeRun {
     enum class State : uint32_t { queued, downloading, verifying, rebooting, done, failed };
     enum class Reason : uint32_t { none, offline, released, rejected, verification, rebooted };
 
     std::string type;    // name of its upgrade type
-    std::string version; // of the type, as the run began
+    std::string version; // version of the type when the run began
     uint32_t size;
     State state;
     ModelTime since; // when the state began
     Reason reason = Reason::none;
 
     bool under_way() const { return state != State::done && state != State::failed; }
-    // When the state ends by itself; none for a run that is queued, done or failed.
+    // Returns when the state ends by itself. The state of a run that is queued, done or failed does not end by itself.
     std::optional<ModelTime> end() const;
 };
 

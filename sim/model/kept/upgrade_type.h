@@ -1,4 +1,4 @@
-// Upgrade types: which firmware goes to which kind of ONU. They are found by name.
+// An upgrade type says which firmware goes to which kind of ONU. Upgrade types are found by name.
 #pragma once
 
 #include <cstdint>

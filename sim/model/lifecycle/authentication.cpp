@@ -25,7 +25,7 @@ bool makes_sense(const AuthRequest &request)
     return is_printable(request.loid, max_loid) && is_printable(request.password, max_password);
 }
 
-// The record that is meant, added, replaced or removed.
+// Adds, replaces or removes the record that the request names.
 uint32_t change_record(Authentication &authentication, const AuthRequest &request)
 {
     const bool known = authentication.records.contains(request.loid);

@@ -15,7 +15,7 @@ namespace
 using Bank = Banks::Bank;
 using Push = Banks::Push;
 
-constexpr uint32_t least_own_size = 2 * 1024 * 1024; // of the images that ONUs come with
+constexpr uint32_t least_own_size = 2 * 1024 * 1024; // least size of the images that ONUs come with
 constexpr uint32_t own_sizes = 1024 * 1024;
 
 SettingPlace place_of(const PonPort &port, const Mac &mac)
@@ -36,7 +36,7 @@ Bank bank_of(std::string_view version, uint32_t size)
     return bank;
 }
 
-// An image whose bytes are nowhere: what it is for stands for them in its checksum.
+// Returns a bank with an image whose bytes exist nowhere. Its checksum is made from vendor, model and version instead.
 Bank known_bank(const DeviceType &type, std::string_view version, std::optional<uint32_t> size)
 {
     uint32_t crc = 0;
@@ -55,7 +55,7 @@ bool upgrading(const RemoteOnu &onu)
     return run && run->under_way();
 }
 
-// What an ONU that could have been told of its images has against it.
+// Returns why a command on its images cannot be sent to the ONU, or BSP_OK.
 uint32_t check(const RemoteOnu &onu)
 {
     if (!onu.online()) return PON_ERR_OFFLINE;

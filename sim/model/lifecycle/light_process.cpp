@@ -14,7 +14,7 @@ namespace ponsim
 namespace
 {
 
-// The ONU is on the fibre, and would be missed.
+// Returns whether the ONU is on the fibre, so that its loss would be noticed.
 bool is_heard(const Olt &olt, const PonPort &port, const Arrival &arrival)
 {
     return olt.online(port, arrival.mac) || olt.waits(port, arrival);
@@ -32,7 +32,7 @@ void become(const Olt &olt, const PonPort &port, const Arrival &arrival, Light l
         tell("light lost");
     } else if (before == Light::lost) {
         tell("light is back");
-        // A window that opens at this very moment comes too early.
+        // A window that opens at this very moment is too early.
         if (record.powered && record.phase != Phase::booting && port.reach().contains(arrival))
             begin_registration(olt, port, mac, olt.now() + 1, change);
     } else if (light == Light::degraded) {
@@ -57,7 +57,7 @@ std::optional<ModelTime> next_light(const Olt &olt)
     return olt.light_watch().next();
 }
 
-// The ONUs of a port are looked at together: a rogue one concerns them all.
+// The ONUs of a port are looked at together, because a rogue ONU concerns them all.
 Change decide_lights(const Olt &olt)
 {
     Change change;
@@ -73,7 +73,7 @@ Change decide_lights(const Olt &olt)
                 const Levels levels = levels_of(olt, port, arrival);
                 now = range_of(before, levels).contains(received) ? before : standing_at(received, levels);
             }
-            // Of a rogue ONU there may be nothing new; that it was looked at moves the next time on.
+            // For a rogue ONU perhaps nothing changes, but becoming what it was makes the next time move on.
             if (now != before || shines(port.record(arrival.mac))) become(olt, port, arrival, now.light, change);
         }
     }

@@ -1,4 +1,4 @@
-// The light of ONUs becomes good, degraded or lost, and ports are blinded.
+// In this process the light of ONUs becomes good, degraded or lost, and ports are blinded.
 #pragma once
 
 #include "model/olt/process.h"
@@ -6,7 +6,7 @@
 namespace ponsim
 {
 
-// Due when light is no longer as the ONUs' records say; see LightWatch.
+// The process is due when light no longer is as the ONUs' records say. See LightWatch.
 extern const Process light_process;
 
 } // namespace ponsim

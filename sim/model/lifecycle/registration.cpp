@@ -45,16 +45,16 @@ namespace
 
 using Registrations = std::map<uint32_t, Registration>;
 
-// In time quanta.
+// These lengths are in time quanta.
 constexpr uint32_t quantum = 16; // ns
-// On to the port and back, at the 2 * 10^8 m/s of light in fibre.
+// Returns the time to the port and back, at the 2 * 10^8 m/s of light in fibre.
 uint32_t round_trip(const Arrival &arrival)
 {
     return arrival.distance * 10 / quantum;
 }
 
-// What an answer takes of a discovery window: a REGISTER_REQ of 84 octets with preamble and gap at 1 Gbit/s, the time
-// that the receiver needs before it, and the 512 ns each that a laser may take to go on and off.
+// Returns how much of a discovery window an answer takes: a REGISTER_REQ of 84 octets with preamble and gap at 1
+// Gbit/s, the time that the receiver needs before it, and the 512 ns each that a laser may take to go on and to go off.
 uint32_t answer_length(const Mpcp &mpcp)
 {
     constexpr uint32_t register_req = 84 * 8 / quantum;
@@ -62,8 +62,8 @@ uint32_t answer_length(const Mpcp &mpcp)
     return register_req + mpcp.sync_time + 2 * laser;
 }
 
-// From the window in which an ONU is heard to its REGISTER_ACK: REGISTER and GATE follow the window, and the
-// acknowledgement comes in its grant, a grant cycle later each.
+// Returns the time from the window in which an ONU is heard to its REGISTER_ACK. REGISTER and GATE follow the window,
+// and the acknowledgement comes in the grant of the GATE. Each takes one grant cycle.
 ModelTime mpcp_time(const Mpcp &mpcp)
 {
     constexpr uint64_t us_per_ms = 1000;
@@ -71,8 +71,8 @@ ModelTime mpcp_time(const Mpcp &mpcp)
     return (us + us_per_ms - 1) / us_per_ms;
 }
 
-// Three states of OAM discovery, each of which ends with the next OAMPDU of the other side; ten a second are the most
-// that may be sent. Then each side tells the other which extended OAM it knows.
+// OAM discovery has three states. Each ends with the next OAMPDU of the other side, and at most ten a second may be
+// sent. Then each side tells the other which extended OAM it knows.
 constexpr ModelTime oam_discovery = 3 * 100; // ms
 
 bool heard(const PonPort &port, const Arrival &arrival)
@@ -81,13 +81,14 @@ bool heard(const PonPort &port, const Arrival &arrival)
     return record.powered && record.light != Light::lost && port.reach().contains(arrival);
 }
 
-// Those that are heard of the ONUs that answer in one window: each waits at random, and answers that overlap are lost.
+// Returns the ONUs that are heard of those that answer in one window. Each waits for a random time, and answers that
+// overlap are lost.
 std::vector<const Arrival *> heard_in_window(const Olt &olt, const PonPort &port,
                                              const std::vector<const Arrival *> &onus)
 {
     const Mpcp mpcp = mpcp_of(olt, port.number);
     const uint32_t length = answer_length(mpcp);
-    std::vector<std::pair<uint32_t, const Arrival *>> answers; // by when they begin
+    std::vector<std::pair<uint32_t, const Arrival *>> answers; // answers by the time when they begin
     for (const Arrival *onu : onus) {
         Random random = random_for(olt.seed() + olt.now(), Purpose::discovery, onu->mac);
         answers.emplace_back(round_trip(*onu) + random.below(mpcp.discovery_window - length), onu);
@@ -136,7 +137,7 @@ void come_in(const Olt &olt, const PonPort &port, const Arrival &arrival, Regist
     registrations.try_emplace(port.number, olt, port, port.authentication, change).first->second.add(arrival, false);
 }
 
-// A phase that is not the discovery has come to its end.
+// Continues after the end of a phase other than the discovery.
 void go_on(const Olt &olt, const PonPort &port, const Arrival &arrival, Registrations &registrations, Change &change)
 {
     const Mac &mac = arrival.mac;
@@ -169,7 +170,7 @@ std::optional<ModelTime> next(const Olt &olt)
 Change happen(const Olt &olt)
 {
     Change change;
-    Registrations registrations; // one a port: ONUs that register together are not bound to the same id
+    Registrations registrations; // one for each port, so that ONUs that register together are not bound to the same id
     std::map<uint32_t, std::vector<const Arrival *>> windows;
     for (const Olt::Due &due : olt.registrations()) {
         if (due.at > olt.now()) break;
@@ -207,7 +208,8 @@ void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, Mod
     if (record.phase == Phase::booting) return;
     const ModelTime interval = mpcp_of(olt, port.number).discovery_interval;
     record.phase = Phase::discovery;
-    record.phase_ends = std::max((from + interval - 1) / interval, ModelTime{1}) * interval; // none at time 0
+    record.phase_ends = std::max((from + interval - 1) / interval, ModelTime{1}) * interval; // there is no window at
+                                                                                             // time 0
 }
 
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change)

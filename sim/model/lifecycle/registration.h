@@ -1,9 +1,9 @@
-// How ONUs register at a port, and what comes of it: they are let in, turned away, or wait.
+// ONUs register at a port, and then are let in, are turned away, or wait.
 //
-// An ONU that is switched on boots; then it answers in a discovery window of its port, by multi-point MAC control
-// (IEEE 802.3, clause 64), its OAM link comes up (clause 57), and it is asked for its LOID where the port wants that.
-// Only then it is there. Each step takes model time, and an ONU that is not heard any more at its end begins anew when
-// it is.
+// An ONU that is switched on boots first. Then it answers in a discovery window of its port, by multi-point MAC control
+// (IEEE 802.3, clause 64). Then its OAM link comes up (clause 57), and it is asked for its LOID if the port wants that.
+// Only after that it is there. Each step takes model time. An ONU that is no longer heard at the end of a step begins
+// again when it is heard.
 #pragma once
 
 #include "model/olt/olt.h"
@@ -16,12 +16,13 @@ namespace ponsim
 class Registration
 {
 public:
-    // Adds to `change` what comes of it. `authentication` is that of the port once the change is made.
+    // Adds to `change` what the registration brings about. `authentication` is that of the port after the change.
     Registration(const Olt &olt, const PonPort &port, const Authentication &authentication, Change &change);
 
-    // An ONU that is on the fibre and not on the black list. One that is not bound, and is accepted by its LOID, is
-    // bound to the next free id; it waits where there is none, where it is not supported, and while it is bound
-    // elsewhere. One that is turned away raises an alarm, unless it was on the fibre and turned away before.
+    // Registers an ONU that is on the fibre and not on the black list. When it is not bound, and is accepted by its
+    // LOID, it is bound to the next free id. It waits when there is no free id, when it is not supported, and while it
+    // is bound elsewhere. An ONU that is turned away raises an alarm, unless it was on the fibre and turned away
+    // before.
     void add(const Arrival &arrival, bool was_registered);
 
 private:
@@ -32,22 +33,22 @@ private:
     OnuIds taken;
 };
 
-// Adds to `change` that an ONU starts anew: it is off the fibre until it has booted and registered.
+// Adds to `change` that an ONU starts again: it is off the fibre until it has booted and registered.
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
 
 // Adds to `change` that an ONU which the port can hear registers: it answers in the first discovery window from `from`
-// on. One that boots registers after that.
+// on. An ONU that boots registers after booting.
 void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change);
 
-// Adds to `change` what comes of the ONUs of a port that now reaches these: those that come into reach register, for
-// those online that go out of it an alarm is raised. The reach itself is the caller's to change.
+// Adds to `change` what a new reach means for the ONUs of a port. ONUs that come into reach register, and an alarm is
+// raised for each ONU that is online and goes out of reach. The caller changes the reach itself.
 void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change);
 
-// An ONU that has arrived at the port loses its power, or has it again. One that was online raises its last alarms; one
-// that has power again boots.
+// Takes the power from an ONU that has arrived at the port, or gives it back. An ONU that was online raises its last
+// alarms. An ONU that has power again boots.
 Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on);
 
-// The phases of ONUs that register, one after the other.
+// This process takes ONUs that register from one phase to the next.
 extern const Process registration_process;
 
 } // namespace ponsim

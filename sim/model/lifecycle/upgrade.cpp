@@ -54,7 +54,7 @@ const std::string *type_of_port(const Olt &olt, uint32_t pon_port)
     return olt.block(BSP_MSG_UPGRADE, BSP_CMD_UPGRADE_TYPE_BIND_PORT, pon_port);
 }
 
-// The name of the type that applies to an ONU; empty where none does.
+// Returns the name of the type that applies to an ONU. The name is empty when no type applies.
 std::string type_of(const Olt &olt, const PonPort &port, const Mac &mac)
 {
     const std::string own = port.record(mac).upgrade_type;
@@ -73,7 +73,8 @@ bool fits(const UpgradeType &type, const DeviceType &device)
     return type.vendor == device.vendor && type.model == device.model;
 }
 
-// The name of the type with this file that fits the device, or of another with it; empty where there is none.
+// Returns the name of the type that has this file and fits the device. When none fits, returns that of another type
+// with the file, or an empty name when there is none.
 std::string type_with_file(const Olt &olt, const std::string &file, const DeviceType &device)
 {
     std::string found;
@@ -85,7 +86,7 @@ std::string type_with_file(const Olt &olt, const std::string &file, const Device
     return found;
 }
 
-// A run of a bound ONU with the type of this name, as it begins, or why it cannot.
+// A Start is a run of a bound ONU with the type of this name, as it begins, or the reason why it cannot begin.
 struct Start {
     uint32_t status;
     UpgradeRun run;
@@ -114,7 +115,7 @@ Plan start_one(const PonPort &port, const Binding &binding, Start start)
     return {BSP_OK, change_of<UpgradeRun>({port.number, binding.mac}, start.run)};
 }
 
-// Why a run cannot go on. A reboot of its own does not count.
+// Returns why a run cannot go on. The reboot that is part of the run does not count.
 Reason hindrance(const Olt &olt, const PonPort &port, const Mac &mac)
 {
     if (port.refuses(mac)) return Reason::rejected;
@@ -123,7 +124,7 @@ Reason hindrance(const Olt &olt, const PonPort &port, const Mac &mac)
     return port.state_rebooted(*port.bindings[*onu_id]) == OnuState::online ? Reason::none : Reason::offline;
 }
 
-// The run in another state, from now on.
+// Returns the run in another state, from now on.
 UpgradeRun moved(const Olt &olt, UpgradeRun run, State state)
 {
     run.state = state;
@@ -138,7 +139,7 @@ UpgradeRun failed(const Olt &olt, const UpgradeRun &run, Reason reason)
     return result;
 }
 
-// The first runs that wait and can go on take the places of so many downloads that have ended.
+// As many downloads as `places` have ended. The first runs that wait and can go on take their places.
 void start_next(const Olt &olt, const PonPort &port, uint32_t places, Change &change)
 {
     for (const auto &[since, mac] : port.upgrades.queued()) {
@@ -181,7 +182,7 @@ std::optional<ModelTime> next_step(const Olt &olt)
     return first;
 }
 
-// One run of each port at a time: which download takes whose place is told by their order.
+// Takes a step of one run of each port at a time, because the order of steps decides which download takes whose place.
 Change take_steps(const Olt &olt)
 {
     Change change;

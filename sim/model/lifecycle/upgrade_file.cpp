@@ -17,7 +17,7 @@ namespace
 
 constexpr size_t max_file_size = 64 * 1024;
 
-// What is wrong with a line that has words; empty where nothing is.
+// Reads a line that has words. Returns what is wrong with it, or an empty text.
 std::string add_line(const std::vector<std::string> &words, UpgradeTypes &types)
 {
     constexpr size_t per_line = 5;
@@ -53,7 +53,7 @@ UpgradeFile read_upgrade_file(const std::string &file)
 {
     if (!std::filesystem::path(file).is_absolute())
         return {PON_ERR_BAD_RECORD, {}, "upgrade types: \"" + file + "\" is not an absolute path"};
-    // Anything else may keep a reader waiting.
+    // Anything but a regular file could make a reader wait.
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) return {PON_ERR_NO_FILE, {}, file + ": not a regular file"};
     std::ifstream in(file, std::ios::binary);

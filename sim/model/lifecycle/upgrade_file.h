@@ -1,4 +1,4 @@
-// The file that upgrade types are loaded from.
+// Upgrade types are loaded from this kind of file.
 #pragma once
 
 #include <string>
@@ -8,14 +8,14 @@
 namespace ponsim
 {
 
-// What was read: the types where `status` is BSP_OK, else what is wrong.
+// An UpgradeFile is what was read: the types when `status` is BSP_OK, and otherwise what is wrong.
 struct UpgradeFile {
     uint32_t status;
     UpgradeTypes types = {};
     std::string problem = {};
 };
 
-// A line is a type: name, vendor, model, version and size, separated by blanks. What follows a # does not count.
+// A line is a type: name, vendor, model, version and size, separated by blanks. What follows a # is ignored.
 UpgradeFile read_upgrade_file(const std::string &file);
 
 } // namespace ponsim

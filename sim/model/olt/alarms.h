@@ -1,5 +1,5 @@
-// Alarms of ONUs, and of PON ports themselves. An alarm is raised by the change that is its cause, and stays until it
-// is cleared.
+// ONUs have alarms, and so have PON ports. An alarm is raised by the change that is its cause, and stays until it is
+// cleared.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@
 namespace ponsim
 {
 
-// In the place of an ONU's address, for the alarms of a port.
+// Alarms of a port have this where alarms of an ONU have its address.
 inline constexpr Mac port_itself{};
 
 bool is_alarm(uint32_t code);
 std::string_view name_of(Alarm alarm);
 std::string_view severity_of(Alarm alarm); // critical, major or minor
 
-// Once more for this ONU, or for the port itself, at most once in a change.
+// Raises the alarm once more for this ONU, or for the port itself. Call it at most once for each alarm in a change.
 void raise(const PonPort &port, const Mac &mac, Alarm alarm, Change &change);
 
 } // namespace ponsim

@@ -9,7 +9,7 @@ namespace ponsim
 namespace
 {
 
-// Shares what is left by weight, and takes it from there.
+// Shares what is left by weight, and subtracts from `left` what it grants.
 void share_by_weight(std::vector<size_t> members, std::span<const Want> wants, std::vector<Bandwidth> &missing,
                      std::vector<Bandwidth> &granted, Bandwidth &left)
 {
@@ -23,7 +23,7 @@ void share_by_weight(std::vector<size_t> members, std::span<const Want> wants, s
         for (size_t member : members)
             weights += wants[member].sla.weight;
         const Bandwidth available = left;
-        // Whoever wants less than its share leaves more to the others.
+        // An ONU that wants less than its share leaves more to the others.
         const auto is_short = [&](size_t member) {
             return missing[member] * weights > available * wants[member].sla.weight;
         };
@@ -51,7 +51,8 @@ uint64_t octets_of(const PerFlow &frames)
 
 PerFlow spread(const PerFlow &proportions, Bandwidth bandwidth)
 {
-    // From the longest frames to the shortest: what is too little for one more frame is left to the shorter ones.
+    // The order is from the longest frames to the shortest, so that a rest that is too small for one more long frame is
+    // left to the shorter ones.
     static constexpr std::array<size_t, flows.size()> order{5, 4, 3, 6, 2, 1, 7, 0};
     PerFlow rates{};
     const Bandwidth total = octets_of(proportions);

@@ -1,4 +1,4 @@
-// How bandwidth is shared. All of it is exact: the same demands always get the same.
+// This file says how bandwidth is shared. All of it is exact: the same demands always get the same shares.
 #pragma once
 
 #include <span>
@@ -9,27 +9,28 @@
 namespace ponsim
 {
 
-// Of frames, or the bandwidth of their rates.
+// Returns the octets of the frames, or the bandwidth of their rates.
 uint64_t octets_of(const PerFlow &frames);
 
-// Rates of this bandwidth together, less at most one of the shortest frames in rate_unit seconds, in proportion to
-// these; none where these are none.
+// Returns rates in proportion to the given ones that have this bandwidth together, less at most one of the shortest
+// frames in rate_unit seconds. Returns no rates where none are given.
 PerFlow spread(const PerFlow &proportions, Bandwidth bandwidth);
-// What is left of the rates where there is no more room than this: no flow gains.
+// Returns what is left of the rates when there is no more room than this. No flow gets more than before.
 PerFlow cut(const PerFlow &rates, Bandwidth room);
-// What of a bandwidth passes where `total`, of which it is a part, share the room in proportion.
+// Returns how much of a bandwidth passes when all bandwidths share the room in proportion. `total` is the sum of all.
 Bandwidth portion(Bandwidth part, Bandwidth room, Bandwidth total);
 
-// What an ONU wants to send.
+// A Want says what an ONU wants to send.
 struct Want {
     Bandwidth bandwidth;
     Sla sla;
 };
-// Dynamic bandwidth allocation: what each ONU may send.
+// Returns what each ONU may send, by dynamic bandwidth allocation.
 //
-// First come the fixed bandwidths, which are taken from the room whether they are used or not, and what is used of the
-// assured ones; where the room is not even enough for these, each has the same part of them. The rest goes to those
-// that want more, up to their maximum: to the highest priority first, among those of one priority by weight.
+// First come the fixed bandwidths, which are taken from the room whether they are used or not, and the used part of the
+// assured ones. When the room is not even enough for these, each ONU has the same part of them. The rest goes to the
+// ONUs that want more, up to their maximum: to the highest priority first, and by weight among ONUs of the same
+// priority.
 std::vector<Bandwidth> grants(Bandwidth room, std::span<const Want> wants);
 
 } // namespace ponsim

@@ -1,5 +1,5 @@
-// A change of the OLT: what of it becomes different. It is what a request brings about, what the store writes in one
-// transaction, and what is read back from the store.
+// A change says what becomes different of the OLT. A request brings about a change, the store writes it in one
+// transaction, and it is read back from the store.
 #pragma once
 
 #include <cstdint>
@@ -14,10 +14,10 @@
 namespace ponsim
 {
 
-// Entries of the forwarding database: those that all of it holds for. 0 holds for all.
+// The filter selects entries of the forwarding database that meet all of its conditions. A 0 selects all values.
 struct FdbFilter {
-    bool pon = true;     // of the PON side
-    bool network = true; // of the network side
+    bool pon = true;     // entries of the PON side
+    bool network = true; // entries of the network side
     uint32_t port = 0;   // PON port or GE uplink
     uint32_t llid = 0;
     uint32_t uni = 0;
@@ -26,15 +26,15 @@ struct FdbFilter {
 };
 
 struct Change : Kept {
-    std::vector<FdbFilter> flushes = {}; // forgotten; the store does not know the forwarding database
+    std::vector<FdbFilter> flushes = {}; // entries to be forgotten; the store does not know the forwarding database
     std::vector<std::string> log = {};   // lines for the service's log; not kept
     std::vector<FaultOrder> faults = {}; // what the service is to do with its answers; not kept
 
-    // Whether nothing becomes different. What the simulator adds, time and traffic, does not count.
+    // Returns whether nothing becomes different. Time and traffic, which the simulator adds, do not count.
     bool empty() const { return flushes.empty() && empty_but<Offered, ModelClock>(); }
 };
 
-// A change of one record.
+// Returns a change of one record.
 template <class Of>
 Change change_of(Entry<Of> entry)
 {

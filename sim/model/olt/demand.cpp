@@ -22,8 +22,8 @@ PerFlow with_load(const PerFlow &found, const std::optional<uint32_t> &load)
     return load ? spread(found, kbits(std::min(*load, line_rate))) : found;
 }
 
-// Broadcast frames beyond the load. Through a loop they multiply until the UNI port is full; a flood is as strong as it
-// was made, but comes through the UNI ports, too.
+// Returns the broadcast frames that an ONU sends beyond its load. Through a loop they multiply until the UNI port is
+// full. A flood is as strong as it was made, but it comes through the UNI ports, too.
 Bandwidth storm_of(const Olt &olt, const PonPort &port, const Mac &mac, uint32_t flood)
 {
     const auto first = olt.loops().lower_bound({port.number, mac, 0});
@@ -81,10 +81,11 @@ std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t on
 
 Traffic::Capacity capacity_of(const Mpcp &mpcp, uint32_t online)
 {
-    // RS(255,239) of IEEE 802.3, 65.2: of 255 octets on the line 239 are the frames'.
+    // FEC is RS(255,239) of IEEE 802.3, 65.2: of 255 octets on the line 239 carry frames.
     const Bandwidth line = mpcp.fec ? kbits(line_rate) * 239 / 255 : kbits(line_rate);
-    // Each ONU has a grant in each cycle, or could not tell that it wants more. A grant starts with the receiver's time
-    // to synchronise; before it a laser goes off, and another one on, in 512 ns each (60.7.13.1).
+    // Each ONU has a grant in each cycle, because otherwise it could not report that it wants more. A grant starts with
+    // the time that the receiver needs to synchronise. Before that one laser goes off and another one on, in 512 ns
+    // each (60.7.13.1).
     constexpr uint64_t quantum = 16;          // ns
     constexpr uint64_t laser = 512 / quantum; // quanta
     const uint64_t cycle = mpcp.grant_cycle * uint64_t{1000} / quantum;

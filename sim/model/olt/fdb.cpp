@@ -14,11 +14,11 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t shortest_ageing = 10; // s: longer than any station is silent
+constexpr uint32_t shortest_ageing = 10; // s; longer than any station is silent
 constexpr uint32_t longest_ageing = 1000000;
 static_assert(shortest_ageing * ms_per_second > longest_silence);
 
-// Of the PON side an entry has an ONU id.
+// Returns whether the filter selects the entry. Entries of the PON side have an ONU id.
 bool holds_for(const FdbFilter &filter, const FdbEntry &entry)
 {
     if (!(entry.onu_id ? filter.pon : filter.network)) return false;
@@ -29,7 +29,7 @@ bool holds_for(const FdbFilter &filter, const FdbEntry &entry)
     return is_zero(filter.mac) || filter.mac == entry.mac;
 }
 
-// Leaves the first `limit` that were learned, in their order; 0 leaves all.
+// Keeps the `limit` entries that were learned first, in the order in which they stand. A limit of 0 keeps all.
 void keep_first(std::vector<FdbEntry> &entries, uint32_t limit)
 {
     if (limit == 0 || entries.size() <= limit) return;
@@ -149,7 +149,7 @@ std::optional<Fdb::Learned> Fdb::learned(const Group &group, size_t index, Model
     std::optional<Learned> entry = group.learned[index];
     const Station &station = group.stations[index];
     const ModelTime next = station.next_frame(group.settled);
-    // Once heard again, it does not age out: no station is silent for so long.
+    // An entry that is heard again does not age out after that, because no station is silent for so long.
     if (group.listening && next <= now) entry = {aged_out(entry, next) ? next : entry->since, *station.last_frame(now)};
     return aged_out(entry, now) ? std::nullopt : entry;
 }
@@ -195,7 +195,7 @@ void Fdb::look(const Olt &olt, const PonPort &port)
 
 void Fdb::configure(const Olt &olt)
 {
-    // By the ageing time of until now.
+    // Time until now counts with the ageing time that was valid until now.
     for (std::vector<Group> &port : onus)
         for (Group &group : port)
             settle(group, olt.now());

@@ -8,7 +8,7 @@
 namespace ponsim
 {
 
-// As the ONUs' addresses, but with a port of 0 before the last byte.
+// The address is made as the ONUs' addresses are, but has 0 for the port before the last byte.
 Mac interface_address(uint64_t seed, Interface interface, uint32_t number)
 {
     const uint64_t olt = Random{seed, 0}.next();

@@ -1,4 +1,5 @@
-// The board's interfaces beside the PON ports: which there are, their addresses, and whether the uplinks carry traffic.
+// This file describes the board's interfaces beside the PON ports: which there are, their addresses, and whether the
+// uplinks carry traffic.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +17,7 @@ inline constexpr uint32_t management_ports = 1; // out of band
 
 inline constexpr uint32_t uplink_rate = 1000000; // kbit/s, of a GE port in each direction
 
-// The GE port that a PON port's traffic goes through.
+// Returns the GE port through which a PON port's traffic goes.
 inline uint32_t uplink_of(uint32_t pon_port)
 {
     return (pon_port - 1) % ge_uplinks + 1;
@@ -29,15 +30,15 @@ inline uint32_t xaui_of(uint32_t uplink)
 
 enum class Interface : uint8_t { pon, ge, xaui, management };
 
-// The OLT's own address on an interface; no ONU has it.
+// Returns the OLT's own address on an interface. No ONU has it.
 Mac interface_address(uint64_t seed, Interface interface, uint32_t number);
 
-// What of a GE port's PHY can be set: the upper byte of its control register, as IEEE 802.3 clause 22 has it. The PHY
-// is of 1000BASE-X: it has one speed.
+// A PhyControl holds the bits of a GE port's PHY that can be set: the upper byte of its control register, as in IEEE
+// 802.3 clause 22. The PHY is of 1000BASE-X, so it has one speed.
 struct PhyControl {
     static constexpr uint8_t reset = 0x80;
     static constexpr uint8_t loopback = 0x40;
-    static constexpr uint8_t speed = 0x20; // with the lower byte's: 100 Mbit/s
+    static constexpr uint8_t speed = 0x20; // together with the lower byte's speed bit: 100 Mbit/s
     static constexpr uint8_t autoneg = 0x10;
     static constexpr uint8_t power_down = 0x08;
     static constexpr uint8_t isolate = 0x04;
@@ -47,7 +48,7 @@ struct PhyControl {
     uint8_t bits = autoneg | full_duplex;
 
     bool has(uint8_t bit) const { return bits & bit; }
-    // The other end negotiates, and takes full duplex only.
+    // The other end of the link negotiates, and accepts full duplex only.
     bool link_up() const { return !has(loopback | power_down | isolate) && (has(autoneg) || has(full_duplex)); }
 };
 

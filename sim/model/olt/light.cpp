@@ -12,23 +12,24 @@ namespace ponsim
 namespace
 {
 
-// Of a new laser in the coldest hour, in 0.01 dBm: 2 to 5 dBm.
+// A new laser launches this power in the coldest hour, in 0.01 dBm. The range is 2 to 5 dBm.
 constexpr uint32_t least_power = 200;
 constexpr uint32_t power_range = 300;
-constexpr uint64_t warm_loss = 30; // that it gives less in the warmest hour
-// A laser that loses 0.01 dB in so many hours has lost 1 dB after the 100,000 hours that it is made for.
+constexpr uint64_t warm_loss = 30; // how much less it launches in the warmest hour
+// A laser that loses 0.01 dB in so many hours has lost 1 dB after the 100,000 hours for which it is made.
 constexpr uint64_t hours_per_loss = 1000;
 
-// Of a port's receiver: what it needs, in 0.01 dBm, for a bit error ratio (BER) of 10^-12.
+// A port's receiver needs this power, in 0.01 dBm, for a bit error ratio (BER) of 10^-12.
 constexpr int32_t receiver_sensitivity = -3000;
-// RS(255,239) of IEEE 802.3, clause 65, makes a BER of 10^-12 of one of 10^-4. That takes a Q factor of 3.7 in the
-// place of 7.03, which is 2.8 dB less light; 2.5 dB is what is planned with.
+// RS(255,239) of IEEE 802.3, clause 65, turns a BER of 10^-4 into one of 10^-12. A BER of 10^-4 needs a Q factor of 3.7
+// instead of 7.03, which is 2.8 dB less light. Networks are planned with 2.5 dB.
 constexpr int32_t fec_gain = 250;
 
-// The BER, in 10^-12, by weakness. What limits the receiver is its thermal noise, which does not depend on light: so
-// the Q factor falls in proportion to optical power, and with w for the weakness
+// This is the BER, in 10^-12, by weakness. Thermal noise limits the receiver, and does not depend on light. So the Q
+// factor falls in proportion to optical power, and with w for the weakness
 //     Q = 7.03 * 10^(-0.025 w), BER = erfc(Q / sqrt(2)) / 2.
-// With FEC it is taken as the same of what is left. The numbers are kept, because libraries differ in the last digits.
+// With FEC the same values are taken for the weakness that FEC leaves. The numbers are written here because math
+// libraries differ in the last digits.
 constexpr std::array<uint64_t, most_weak + 1> error_ratios{1,
                                                            16,
                                                            186,
@@ -81,7 +82,7 @@ OnuLaser::OnuLaser(const Olt &olt, const PonPort &port, const Mac &mac)
     added_hours = found == port.onus.end() ? 0 : found->second.added_hours;
 }
 
-// Age counts by whole days, so that within a day temperature alone moves the power.
+// Age counts in whole days, so that within a day only temperature changes the power.
 int32_t OnuLaser::power(uint64_t second) const
 {
     const uint64_t hours = second / (2 * half_day) * 24 + added_hours;
@@ -131,7 +132,7 @@ uint32_t errored_share(const Olt &olt, const PonPort &port, const Arrival &arriv
     constexpr uint64_t million = 1000000;
     if (port.record(arrival.mac).light != Light::degraded) return 0;
     const uint64_t bits = uint64_t{flow.length} * 8;
-    // 10^-12 times a million.
+    // The ratio is in 10^-12. For a million frames it is divided by a million.
     const uint64_t share = bits * error_ratios.at(olt.light_watch().weakness(port.number, arrival.mac)) / million;
     return static_cast<uint32_t>(std::min(share, million));
 }

@@ -16,10 +16,10 @@ namespace
 {
 
 constexpr uint64_t day = 2 * half_day;
-constexpr uint64_t horizon = 1000 * 365; // days that are looked ahead
+constexpr uint64_t horizon = 1000 * 365; // days for which it looks ahead
 
-// The first second from `from` on at which the power of the laser is out of the range that it is in then. Power is
-// least at noon, and greatest at the end of this day: none that follows has more.
+// Returns the first second from `from` on at which the power of the laser is outside the range in which it is at
+// `from`. Power is least at noon, and greatest at the end of this day, because no later day has more.
 std::optional<uint64_t> first_outside(const OnuLaser &laser, const Range &range, uint64_t from)
 {
     const auto too_low = [&](uint64_t second) { return laser.power(second) < range.least; };
@@ -56,7 +56,7 @@ void LightWatch::follow(const Olt &olt, const Change &change)
         weak.erase(place.mac);
         const Arrival *arrival = port.arrived(place.mac);
         if (!arrival || !record || record->light != Light::degraded) continue;
-        // At least one: until it is decided anew, light that is good again is still held to be degraded.
+        // The weakness is at least 1: light that is good again is still held to be degraded until that is decided anew.
         const int32_t received = received_level(olt, port, *arrival, olt.now());
         weak[place.mac] = std::max(1u, ponsim::weakness(received, sensitivity(olt, port, *arrival)));
     }
@@ -109,7 +109,7 @@ void LightWatch::look(const Olt &olt, const PonPort &port)
         const OnuLaser laser(olt, port, arrival.mac);
         const int32_t received = laser.power(second) - loss;
         Range range = range_of(standing, levels);
-        // A rogue ONU is lost either way; what counts is whether it blinds the port.
+        // The light of a rogue ONU is lost in either case. What counts is whether the ONU blinds the port.
         if (rogue) range = received < levels.loss ? Range{.below = levels.loss} : Range{.least = levels.loss};
         if (!range.contains(received)) {
             consider(olt.now());

@@ -1,7 +1,7 @@
-// Whether the light of ONUs is good, degraded or lost, and when that becomes different.
+// The LightWatch says whether the light of ONUs is good, degraded or lost, and when that becomes different.
 //
-// What is so stands in the ONUs' records. It is decided by one process, which is due at once when light is no longer as
-// the records say, whatever brought that about, and else in the second in which temperature or age make it so.
+// The ONUs' records hold the decision. One process decides. It is due at once when light no longer is as the records
+// say, whatever the cause, and otherwise in the second in which temperature or age change the light.
 #pragma once
 
 #include <cstdint>
@@ -22,12 +22,14 @@ class LightWatch
 {
 public:
     void start(const Olt &olt);
-    // After what the change says has been done.
+    // Call this after the OLT has made the change.
     void follow(const Olt &olt, const Change &change);
 
-    // Of an ONU whose light is degraded: see weakness() of light.h. As it was when a row of the ONU was changed last.
+    // Returns the weakness (see weakness() of light.h) of an ONU whose light is degraded, as it was when a row of the
+    // ONU was last changed.
     uint32_t weakness(uint32_t pon_port, const Mac &mac) const;
-    // When light is next different from what the records say; none in a thousand years.
+    // Returns when light next differs from what the records say. Returns no time when that is more than a thousand
+    // years away.
     std::optional<ModelTime> next() const;
     bool is_due(uint32_t pon_port, ModelTime now) const;
 
@@ -45,8 +47,8 @@ private:
 // Makes the laser of an ONU that has arrived at the port older.
 Plan age_onu(const Olt &olt, uint32_t pon_port, const Mac &mac, uint32_t hours);
 
-// The laser of an ONU that has arrived at the port does not go off any more, or works as it should again. While its
-// light reaches the port, the receiver is blinded: it hears none of the port's ONUs.
+// Makes the laser of an ONU that has arrived at the port stay on all the time, or work correctly again. While the light
+// of such a laser reaches the port, the receiver is blinded: it hears none of the port's ONUs.
 Plan set_rogue(const Olt &olt, uint32_t pon_port, const Mac &mac, bool rogue);
 
 } // namespace ponsim

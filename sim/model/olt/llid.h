@@ -1,4 +1,4 @@
-// How the OLT treats the logical link of an ONU id.
+// These settings say how the OLT treats the logical link of an ONU id.
 #pragma once
 
 #include <cstdint>
@@ -14,11 +14,11 @@ enum class Frames : uint32_t { learned, forwarded, dropped };
 
 struct LlidBehavior {
     Frames frames = Frames::learned;
-    uint32_t mac_limit = 0; // 0: none; so are the rates
+    uint32_t mac_limit = 0; // 0: no limit, as in the rates
     uint32_t broadcast_rate = 0;
     uint32_t multicast_rate = 0;
     uint32_t unknown_rate = 0;
-    uint32_t over_limit = 0; // of frames from addresses that the limit keeps out: 0 forwarded, 1 dropped
+    uint32_t over_limit = 0; // frames from addresses that the limit keeps out: 0 forwarded, 1 dropped
     uint32_t isolated = 0;
 
     bool operator==(const LlidBehavior &) const = default;

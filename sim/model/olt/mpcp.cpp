@@ -9,10 +9,10 @@ namespace ponsim
 namespace
 {
 
-// Index 0 of the command's blocks is the optical status that shares its code.
+// Index 0 of the command's blocks belongs to the optical status, which shares its code.
 constexpr uint32_t block_index = 1;
 
-constexpr uint32_t longest_time = 65535;        // what a time in a GATE or a REGISTER can be
+constexpr uint32_t longest_time = 65535;        // greatest time in a GATE or a REGISTER
 constexpr uint32_t farthest_round_trip = 12500; // 20 km there and back
 
 bool in(uint32_t value, uint32_t least, uint32_t greatest)

@@ -171,7 +171,8 @@ std::vector<const Arrival *> Olt::waiting(const PonPort &port) const
 namespace
 {
 
-// Whether the same ONU is bound, and what else of the binding counts for its traffic is the same, too.
+// Returns whether the same ONU is bound, and whether everything else in the binding that counts for its traffic is the
+// same, too.
 bool same_traffic(const std::optional<Binding> &before, const std::optional<Binding> &now)
 {
     return before && now && before->mac == now->mac && before->exempt == now->exempt && before->sla == now->sla &&
@@ -180,8 +181,9 @@ bool same_traffic(const std::optional<Binding> &before, const std::optional<Bind
 
 } // namespace
 
-// The ids, by PON port, of ONUs that may come online or go offline by the change, or demand something else. Of a port
-// without any the traffic may change all the same: with its grants, its uplink, or another port of that.
+// Returns the ids, by PON port, of ONUs that may come online, go offline, or change their demand by the change. The
+// traffic of a port without such an ONU can change all the same: with its grants, with its uplink, or with another port
+// of that uplink.
 std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
 {
     std::map<uint32_t, OnuIds> ids;
@@ -247,7 +249,7 @@ void Olt::apply(const Change &change)
     if (const ModelClock *clock = change.find<ModelClock>({})) time = clock->now;
     for (const auto &[pon_port, onu_ids] : traffic_of)
         pon_ports.at(pon_port - 1).traffic.settle(time);
-    std::vector<std::pair<uint32_t, Mac>> moved; // ONUs, and at which port
+    std::vector<std::pair<uint32_t, Mac>> moved; // ONUs with their ports
     for (const auto &[place, binding] : change.of<Binding>()) {
         std::optional<Binding> &bound = pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id);
         if (bound) moved.push_back({place.pon_port, bound->mac});
@@ -354,7 +356,8 @@ const std::string *Olt::block(uint32_t channel, uint32_t command, uint32_t pon_p
     return block ? &block->bytes : nullptr;
 }
 
-// The place that is about to be taken or freed no longer is its ONU's, unless that has moved on within the change.
+// The place is about to be taken or freed. It is no longer the place of its ONU, unless the ONU has already moved on
+// within the change.
 void Olt::forget(const Place &place)
 {
     const std::optional<Binding> &binding = pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id);

@@ -1,4 +1,5 @@
-// The modelled OLT. It is changed by apply() alone; what a request changes is planned by functions that only read it.
+// This is the modelled OLT. Only apply() and advance() change it. Functions that only read the OLT plan what a request
+// changes.
 #pragma once
 
 #include <array>
@@ -24,30 +25,31 @@
 namespace ponsim
 {
 
-// What ONUs prove who they are with, at one port.
+// The mode says by what ONUs prove their identity at one port.
 enum class AuthMode : uint32_t { mac, loid, loid_and_password, mac_or_loid };
 
 struct Authentication {
     AuthMode mode = AuthMode::mac;
     std::map<std::string, std::string> records; // password by LOID
-    bool extended_oam = true;                   // the OLT knows the ONUs' extended OAM by their OUI
+    bool extended_oam = true;                   // the OLT recognises the ONUs' extended OAM by their OUI
 
-    // Whether the ONU is let in by its LOID, and its password where the mode asks for it. It tells them by extended
-    // OAM: without that it cannot prove anything.
+    // Returns whether the ONU is let in by its LOID, and by its password where the mode asks for one. The ONU sends
+    // both over extended OAM. Without extended OAM it cannot prove anything.
     bool accepts(const Arrival &arrival) const;
-    // Whether the ONU is kept out, although it is on the fibre: the mode asks for a LOID, and this one's will not do.
-    // `binding` is null while it is not bound.
+    // Returns whether the ONU is kept out although it is on the fibre: the mode asks for a LOID, and the LOID of this
+    // ONU is not accepted. `binding` is null while the ONU is not bound.
     bool turns_away(const Arrival &arrival, const Binding *binding) const;
 };
 
-// Whether the block is the OUI that extended OAM is known by at all PON ports. While it is the ONUs' own, none is kept.
+// Returns whether the block is the OUI by which extended OAM is recognised at all PON ports. While that is the ONUs'
+// own OUI, no block is kept.
 bool is_oui(const BlockPlace &place);
 
-// Of a bound ONU.
+// This is the state of a bound ONU.
 enum class OnuState : uint32_t { offline, online, unauthenticated };
 std::string_view to_text(OnuState state);
 
-// Which ONUs on the fibre a port reaches.
+// A Reach says which ONUs on the fibre a port reaches.
 struct Reach {
     RangingLimits limits;
     bool lit; // the laser is on
@@ -55,17 +57,17 @@ struct Reach {
     bool contains(const Arrival &arrival) const { return lit && limits.contain(arrival.distance); }
 };
 
-// The upgrade runs of a port's ONUs.
+// UpgradeRuns hold the upgrade runs of a port's ONUs.
 class UpgradeRuns
 {
 public:
     using Times = std::set<std::pair<ModelTime, Mac>>;
 
-    // The last of an ONU; null when there was none.
+    // Returns the last run of an ONU. Returns null when there was none.
     const UpgradeRun *find(const Mac &mac) const;
-    // Those whose state ends by itself, in order of that.
+    // Returns the runs whose state ends by itself, in the order in which the states end.
     const Times &stepping() const { return ends; }
-    // Those that wait, in order of when they began to, and of MAC address.
+    // Returns the runs that wait, in the order of when they began to wait, and then of MAC address.
     const Times &queued() const { return queue; }
     uint32_t downloads() const { return downloading; }
     bool rebooting(const Mac &mac) const;
@@ -83,38 +85,40 @@ struct PonPort {
     uint32_t number;
     std::vector<Branch> branches;            // of its fibre
     std::vector<Arrival> arrivals;           // in order of MAC address
-    std::map<uint32_t, int32_t> damage = {}; // to branches: what light loses there beyond what it must, 0.01 dB
+    std::map<uint32_t, int32_t> damage = {}; // of branches: what light loses there beyond the loss of an undamaged
+                                             // branch, 0.01 dB
     RangingLimits limits = {};
     bool lit = true;                                                         // the laser of its optical module is on
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
-    std::map<Mac, OnuRecord> onus = {};                                      // those that differ from a new one
-    std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by id there
+    std::map<Mac, OnuRecord> onus = {};                                      // records that differ from a new one
+    std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by black list id
     std::map<Mac, uint32_t> blacklist_ids = {};
     Authentication authentication = {};
-    std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; none is 0.
-                                                              // Alarms of the port itself have a zero address.
+    std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; no entry has 0. Alarms of
+                                                              // the port itself have a zero address.
 
     UpgradeRuns upgrades = {};
     Traffic traffic = {};
 
     Reach reach() const { return {limits, lit}; }
-    // The ONU as it has arrived; null when it has not.
+    // Returns the ONU as it has arrived. Returns null when it has not arrived.
     const Arrival *arrived(const Mac &mac) const;
-    // Whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power and is
+    // Returns whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power and is
     // registered.
     bool ranges(const Arrival &arrival) const { return reach().contains(arrival) && record(arrival.mac).present(); }
-    // The ONU as it has arrived and is ranged; null when it has not or is not.
+    // Returns the ONU as it has arrived and is ranged. Returns null when it has not arrived or is not ranged.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
     // A bound ONU is offline when it is silent, has not arrived here, is not ranged, or reboots after an upgrade.
     OnuState state(const Binding &binding) const;
-    // The same once it has rebooted.
+    // Returns the state that the ONU has once it has rebooted.
     OnuState state_rebooted(const Binding &binding) const;
     bool online(const Binding &binding) const { return state(binding) == OnuState::online; }
     bool refuses(const Mac &mac) const { return blacklist_ids.contains(mac); }
 };
 
-// What becomes of an ONU by the change, to be written into it: what the change says already, or else what is kept now.
+// Returns the record of an ONU in the change, to be edited there. Starts with what the change already says or, when it
+// says nothing, with what is kept now.
 OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac);
 
 class Olt
@@ -123,55 +127,56 @@ public:
     explicit Olt(const Settings &settings);
 
     ModelTime now() const { return time; }
-    // How many events of its scenario's timeline have happened.
+    // Returns how many events of the scenario's timeline have happened.
     uint32_t events_done() const { return the_one<Timeline>().done; }
-    // What a set command left; null when nothing. See BlockPlace.
+    // Returns what a set command left. Returns null when it left nothing. See BlockPlace.
     const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
 
     const Fdb &fdb() const { return forwarding; }
     const LightWatch &light_watch() const { return lights; }
 
-    // What the devices of its ONUs follow from.
+    // Returns the seed from which the devices of its ONUs follow.
     uint64_t seed() const { return own_seed; }
-    // What an ONU is by nature, whether it has arrived or not.
+    // Returns what an ONU is by nature, whether it has arrived or not.
     Device device_of(const Mac &mac) const;
 
-    // In order of number.
+    // Returns the ports in the order of their numbers.
     const std::vector<PonPort> &ports() const { return pon_ports; }
-    // Null when there is no such port.
+    // Returns null when there is no such port.
     const PonPort *port(uint32_t number) const;
 
-    // The optical modules, in order of cage.
+    // Returns the optical modules in the order of their cages.
     const std::vector<Module> &modules() const { return optics; }
-    // Null when there is no such cage.
+    // Returns null when there is no such cage.
     const Module *module(uint32_t cage) const;
 
-    // By name.
+    // Returns the upgrade types by name.
     const std::map<std::string, UpgradeType> &upgrade_types() const { return kept<UpgradeType>(); }
-    // UNI ports that have a loop, are shut, or were.
+    // Returns the UNI ports that have a loop, are shut, or once had a loop or were shut.
     const std::map<UniPlace, LoopRecord> &loops() const { return kept<LoopRecord>(); }
     const LoopDetection &loop_detection() const { return the_one<LoopDetection>(); }
-    // What an ONU was told; null when nothing. It stays with the ONU, bound or not.
+    // Returns a setting that an ONU has received. Returns null when it has received none. The setting stays with the
+    // ONU, bound or not.
     const OnuSetting *setting(const SettingPlace &place) const;
-    // By id.
+    // Returns the profiles by id.
     const std::map<uint32_t, Profile> &profiles(ProfileKind kind) const;
-    // Whether loop detection has shut the UNI port.
+    // Returns whether loop detection has shut the UNI port.
     bool shut(const UniPlace &place) const;
 
-    // Where an ONU is bound.
+    // A Place says where an ONU is bound.
     using Place = OnuPlace;
     std::optional<Place> find(const Mac &mac) const;
-    // The ONU id that it is bound to at this port.
+    // Returns the id to which the ONU is bound at this port.
     std::optional<uint32_t> id_at(uint32_t pon_port, const Mac &mac) const;
 
-    // Whether the ONU is bound at the port, and online.
+    // Returns whether the ONU is bound at the port and online.
     bool online(const PonPort &port, const Mac &mac) const;
-    // Whether the ONU waits at the port: it is not bound there, and not on its black list.
+    // Returns whether the ONU waits at the port: it is not bound there, and is not on the port's black list.
     bool waits(const PonPort &port, const Arrival &arrival) const;
-    // The ONUs that wait at a port, in order of MAC address.
+    // Returns the ONUs that wait at a port, in the order of their MAC addresses.
     std::vector<const Arrival *> waiting(const PonPort &port) const;
 
-    // The ONUs whose phase of registration ends by itself, in order of that.
+    // Due names an ONU whose phase of registration ends by itself. The ONUs stand in the order of these ends.
     struct Due {
         ModelTime at;
         uint32_t pon_port;
@@ -181,22 +186,22 @@ public:
     };
     const std::set<Due> &registrations() const { return due; }
 
-    // The records of a family that is kept as it is, by their keys.
+    // Returns the records of a family that is kept as it is, by their keys.
     template <class Record>
     const typename Shelf<Record>::Records &kept() const
     {
         return std::get<Shelf<Record>>(shelves).records();
     }
 
-    // Adds to the change what PON ports have been offered until now, where it may change their traffic.
+    // Adds to the change what PON ports have been offered until now, where the change may affect their traffic.
     void add_traffic(Change &change) const;
-    // Ports and ids of the change must exist.
+    // Makes the change. Ports and ids of the change must exist.
     void apply(const Change &change);
-    // Lets time pass; it does not go back.
+    // Lets time pass. Time does not go back.
     void advance(ModelTime to);
 
 private:
-    // The record of a family that has one only; until it is kept, as a new one.
+    // Returns the record of a family that has one record only. Until that is kept, it is as a new one.
     template <class Record>
     const Record &the_one() const
     {
@@ -209,7 +214,7 @@ private:
     void forget(const Place &place);
 
     uint64_t own_seed;
-    std::shared_ptr<const Topology> topology; // null: all follows from the seed
+    std::shared_ptr<const Topology> topology; // null: everything follows from the seed
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
     std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
@@ -221,7 +226,7 @@ private:
     LightWatch lights;
 };
 
-// The device as it is now, with the software that it runs. It must not outlive a change of the OLT.
+// Returns the device as it is now, with the software that it runs. It must not be used after a change of the OLT.
 Device device_at(const Olt &olt, const PonPort &port, const Mac &mac);
 
 } // namespace ponsim

@@ -1,4 +1,4 @@
-// What a function that reads the OLT says is to change, or why nothing is.
+// A function that reads the OLT returns a Plan, which says what is to change, or why nothing changes.
 #pragma once
 
 #include <bitset>
@@ -10,7 +10,7 @@
 namespace ponsim
 {
 
-// Ids of one port: of ONUs, or of entries of its black list.
+// OnuIds are ids of one port: of ONUs, or of entries of its black list.
 using OnuIds = std::bitset<onus_per_port>;
 
 struct Plan {
@@ -18,7 +18,7 @@ struct Plan {
     Change change = {}; // empty unless the status is BSP_OK
 };
 
-// The lowest id from 1 on that is not taken; id 0 is used last, because to several commands it means "none".
+// Returns the lowest id from 1 on that is not taken. Id 0 is used last, because it means "none" to several commands.
 inline std::optional<uint32_t> lowest_free(const OnuIds &taken)
 {
     for (uint32_t id = 1; id < onus_per_port; ++id)
@@ -27,7 +27,7 @@ inline std::optional<uint32_t> lowest_free(const OnuIds &taken)
     return std::nullopt;
 }
 
-// The ids that are in use.
+// Returns the ids that are in use.
 template <class Entries>
 OnuIds ids_of(const Entries &entries)
 {

@@ -16,7 +16,7 @@ bool is_good(const Sla &sla)
     return sla.priority <= max_priority && sla.weight >= 1 && sla.weight <= max_weight;
 }
 
-// How much the SLA takes of the capacity.
+// Returns how much of the capacity the SLA takes.
 uint32_t taken_by(const std::optional<Sla> &sla)
 {
     return sla ? sla->fixed + sla->assured : 0;

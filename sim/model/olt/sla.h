@@ -1,4 +1,4 @@
-// The bandwidth that ONUs have by contract. It is part of the binding, and goes where that goes.
+// An SLA is the bandwidth that an ONU has by contract. It is part of the binding, and moves with it.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,11 @@
 namespace ponsim
 {
 
-// None takes away what is stored.
+// These store an SLA. Without a value they remove the stored one.
 Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla);
 Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optional<uint32_t> maximum);
 
-// What the ONUs of a port have been given of its capacity, which is the line rate.
+// Granted says how much of a port's capacity, which is the line rate, its ONUs have been given.
 struct Granted {
     uint32_t onus = 0; // with a stored SLA
     uint32_t fixed = 0;

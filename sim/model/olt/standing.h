@@ -1,4 +1,4 @@
-// How the light of an ONU stands, by what its port receives of it.
+// The standing of an ONU says how good its light is, by the power that its port receives.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,13 @@
 namespace ponsim
 {
 
-// Light that was lost is heard again when it is so far above the loss level, in 0.01 dB: without that an ONU would come
-// and go with each 0.01 dB that the room makes at the edge.
+// Light that was lost is heard again when it is this far above the loss level, in 0.01 dB. Without this margin an ONU
+// at the edge would come and go with each 0.01 dB that temperature makes.
 inline constexpr int32_t recovery_margin = 50;
 
 inline constexpr int32_t no_limit = 1000000; // 0.01 dBm
 
-// Powers in 0.01 dBm.
+// Powers are in 0.01 dBm.
 struct Range {
     int32_t least = -no_limit;
     int32_t below = no_limit;
@@ -24,11 +24,11 @@ struct Range {
 };
 
 struct Levels {
-    int32_t good; // with less there are bit errors
-    int32_t loss; // with less it is not heard
+    int32_t good; // with less, there are bit errors
+    int32_t loss; // with less, the ONU is not heard
 };
 
-// What is decided about an ONU's light.
+// A Standing is what is decided about an ONU's light.
 struct Standing {
     Light light;
     uint32_t weakness; // of degraded light
@@ -37,18 +37,18 @@ struct Standing {
 };
 
 Levels levels_of(const Olt &olt, const PonPort &port, const Arrival &arrival);
-// How an ONU stands once it does not stand as before.
+// Returns the standing that an ONU takes when its present one no longer holds.
 Standing standing_at(int32_t received, const Levels &levels);
-// The received power with which an ONU stays as it stands.
+// Returns the received power with which an ONU keeps its standing.
 Range range_of(const Standing &standing, const Levels &levels);
 
-// As the ONU stands now, whether or not it is to.
+// Returns the standing that the ONU has now, whether or not it is to change.
 Standing standing_of(const Olt &olt, const PonPort &port, const Arrival &arrival);
 
-// Whether the ONU sends all the time. One that boots has its laser off.
+// Returns whether the ONU sends all the time. The laser of an ONU that boots is off.
 bool shines(const OnuRecord &record);
 
-// Whether an ONU that sends all the time blinds the port, and whether that has been seen.
+// The first returns whether an ONU that sends all the time blinds the port, the second whether that has been noticed.
 bool is_blinded(const Olt &olt, const PonPort &port);
 bool known_blinded(const Olt &olt, const PonPort &port);
 inline constexpr uint32_t rogue_bit = 1u << static_cast<uint32_t>(Alarm::rogue); // of ModuleRecord::raised

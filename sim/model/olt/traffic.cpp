@@ -13,7 +13,7 @@ namespace ponsim
 namespace
 {
 
-// The highest rates of an ONU, in frames a second.
+// These are the highest rates of an ONU, in frames a second.
 constexpr std::array<uint32_t, flows.size()> most_up{60, 20, 10, 10, 10, 25, 2, 2};
 constexpr std::array<uint32_t, flows.size()> most_down{40, 20, 20, 20, 20, 100, 10, 2};
 
@@ -40,8 +40,8 @@ PerFlow without(const PerFlow &rates, const PerFlow &part)
     return combine(rates, part, std::minus());
 }
 
-// What of the frames of an ONU is broken on the fibre, by shares of a million. What is too little for a flow of its own
-// adds to that of the next one.
+// Returns how many frames of an ONU are broken on the fibre, from shares of a million. A remainder that is too small
+// for one frame of its flow adds to the next flow.
 PerFlow broken(const PerFlow &sent, const PerFlow &shares)
 {
     constexpr uint64_t million = 1000000;
@@ -55,7 +55,7 @@ PerFlow broken(const PerFlow &sent, const PerFlow &shares)
     return result;
 }
 
-// What the OLT lets in of the frames that it receives from an ONU.
+// Returns the frames that the OLT lets in of those that it receives from an ONU.
 PerFlow let_in(const PerFlow &received, const Demand &demand)
 {
     PerFlow result = received;
@@ -115,7 +115,7 @@ Bandwidth Traffic::wanted_down() const
     return sum;
 }
 
-// The network sends what the uplink has room for, and the port what the SLAs and its line have room for.
+// The network sends as much as the uplink has room for, and the port as much as the SLAs and its line have room for.
 void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
 {
     passing.down = {};

@@ -1,6 +1,6 @@
-// The traffic of ONUs. Each ONU that is online wants to send and to be sent frames at some rates; what passes of them
-// follows from the SLAs and the room of the lines, and changes with the OLT only. What a port has been offered follows
-// from the rates and from how long they held, so that nothing has to happen in between.
+// This is the traffic of ONUs. Each ONU that is online wants to send and to be sent frames at some rates. How much of
+// that passes follows from the SLAs and the room of the lines, and changes only when the OLT changes. What a port has
+// been offered follows from the rates and from how long they held, so that nothing has to happen in between.
 #pragma once
 
 #include <array>
@@ -21,58 +21,59 @@ struct Rates {
     PerFlow up = {};
     PerFlow down = {};
 };
-// What an ONU is found to offer and to be offered. The ONUs of four full ports together stay below the rate of a GE
-// port.
+// Returns what an ONU is found to offer and to be offered. The ONUs of four full ports together stay below the rate of
+// a GE port.
 Rates rates_of(uint64_t seed, const Mac &mac);
 
-// Bandwidth: octets a second of whole frames with their check sequence, without preamble and gap, times rate_unit.
+// Bandwidth is octets a second of whole frames with their check sequence, without preamble and gap, times rate_unit.
 using Bandwidth = uint64_t;
 constexpr Bandwidth kbits(uint64_t number)
 {
     return number * 125 * rate_unit;
 }
 
-// What an online ONU wants to send and is to be sent, and what limits that.
+// A Demand says what an online ONU wants to send and is to be sent, and what limits that.
 struct Demand {
     Rates wanted;
     Sla sla;
     Bandwidth most_down = 0;
-    // Of what it sends, by cast: what the OLT lets in; none: all.
+    // By cast, this limits how much of what the ONU sends the OLT lets in. None means that all is let in.
     std::array<std::optional<Bandwidth>, 3> let_in = {};
-    PerFlow errored = {}; // of a million frames that it sends, those that reach the port with bit errors
+    PerFlow errored = {}; // how many of a million frames that it sends reach the port with bit errors
 };
 
 class Traffic
 {
 public:
-    // Of one ONU.
+    // An Onu is the traffic of one ONU.
     struct Onu {
         Demand demand;
         Rates passed = {};    // what it sends, and what it is sent
-        PerFlow dropped = {}; // by itself, for want of grants
+        PerFlow dropped = {}; // by the ONU itself, because its grants are too small
     };
-    // What a PON port has room for.
+    // The capacity says what a PON port has room for.
     struct Capacity {
         Bandwidth up = 0;
         Bandwidth down = 0;
     };
 
-    // What has been offered until then, which is not before it was last settled.
+    // Returns what has been offered until `now`, which is not before the last settle().
     Offered offered(ModelTime now) const;
-    // To be called before what follows changes.
+    // Call this before the rates change.
     void settle(ModelTime now) { settled = offered(now); }
     void restore(const Offered &kept) { settled = kept; }
 
-    // What an ONU demands; none while it is not online. It takes effect when the uplink is shared.
+    // Sets what an ONU demands. There is no demand while the ONU is not online. It takes effect when the uplink is
+    // shared.
     void set(uint32_t onu_id, const std::optional<Demand> &demand);
     void set_capacity(const Capacity &room) { capacity = room; }
     // Shares the room of an uplink and of the PON ports that lead to it among all their ONUs.
     static void share(std::span<Traffic *const> ports, bool uplink_is_up);
 
     uint32_t online() const { return static_cast<uint32_t>(onus.size()); }
-    // Of an ONU that is not online there is none.
+    // Returns an Onu without traffic when the ONU is not online.
     const Onu &onu(uint32_t onu_id) const;
-    // Now.
+    // Returns the streams that pass now.
     const Streams &streams() const { return passing; }
 
 private:

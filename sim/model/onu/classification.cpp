@@ -14,7 +14,7 @@ namespace
 namespace at = layout::onu_classification;
 
 enum Action : uint8_t { remove_rules = 0, add_rules = 1, remove_all = 2 };
-enum Operator : uint8_t { equal = 1, at_least = 4, always = 7 }; // those between compare, too
+enum Operator : uint8_t { equal = 1, at_least = 4, always = 7 }; // the codes between these compare, too
 
 constexpr uint32_t most_rules = 8;
 constexpr uint32_t greatest_queue = 7;
@@ -22,14 +22,14 @@ constexpr uint32_t greatest_mark = 7;
 constexpr uint32_t no_mark = 255;
 constexpr uint32_t entry_size = 8;
 constexpr uint32_t value_size = 6;
-constexpr uint32_t head_size = 3; // of what the length of a rule counts, without its entries
+constexpr uint32_t head_size = 3; // bytes of a rule without its entries that its length counts
 
-// Of the conditions of a rule, in their order.
+// These are the conditions of a rule, in their order.
 constexpr std::array fields{at::field_a, at::field_b, at::field_c, at::field_d};
 constexpr std::array values{at::value_a, at::value_b, at::value_c, at::value_d};
 constexpr std::array operators{at::operator_a, at::operator_b, at::operator_c, at::operator_d};
 
-// Of what a condition may compare, by its code.
+// These are the widths of what a condition may compare, by its code.
 constexpr uint32_t widths[] = {48, 48, 3, 12, 16, 32, 32, 8, 6, 8, 16, 16}; // bits
 
 struct Condition {
@@ -55,7 +55,7 @@ struct Rule {
 
 using Rules = std::map<uint8_t, Rule>; // by precedence
 
-// `block` holds no more than there can be.
+// Reads a rule. `block` must not hold more rules or entries than there can be.
 Rule rule_at(const OnuBlock &block, uint32_t number)
 {
     Rule rule{block.get(at::queue[number]), block.get(at::mark[number]), {}};
@@ -107,7 +107,7 @@ uint32_t check(const DeviceType &type, const Rule &rule)
     return rule.queue < type.us_queues ? BSP_OK : PON_ERR_NOT_ABLE;
 }
 
-// Whether the numbers of rules and entries are possible, and no rule is there twice.
+// Returns whether the numbers of rules and entries are possible, and whether no rule is there twice.
 bool is_whole(const OnuBlock &request)
 {
     const auto count = request.get(at::count);

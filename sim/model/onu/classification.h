@@ -1,4 +1,4 @@
-// Classification rules of UNI ports: which of an ONU's upstream queues frames go to.
+// Classification rules of UNI ports say to which of an ONU's upstream queues frames go.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,10 @@ namespace ponsim
 
 inline constexpr uint32_t classification_size = 298;
 
-// The rules of a UNI port.
+// Returns the rules of a UNI port.
 OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side);
 
-// Tells the ONU to add, replace or delete rules.
+// Configures the ONU to add, replace or delete rules.
 Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request);
 
 } // namespace ponsim

@@ -15,16 +15,16 @@ namespace
 
 constexpr std::string_view sip_server = "sip.example.net";
 
-// What follows from the seed.
+// The Nature of an ONU follows from the seed.
 struct Nature {
     double catv_input; // dBm
     uint16_t internet_vlan;
     WanIpMode internet_ip;
-    uint32_t sip_user; // of the first POTS port
-    uint32_t wired;    // stations that are not in a WLAN
-    bool filters;      // has an access control rule
+    uint32_t sip_user; // number of the first POTS port's user
+    uint32_t wired;    // how many stations are not in a WLAN
+    bool filters;      // the ONU has an access control rule
     std::array<uint32_t, max_wlans> clients;
-    std::array<uint32_t, max_wans> leases; // addresses
+    std::array<uint32_t, max_wans> leases; // how many addresses are leased
 };
 
 Nature nature_of(const Olt &olt, const RemoteOnu &onu)
@@ -44,7 +44,7 @@ Nature nature_of(const Olt &olt, const RemoteOnu &onu)
     return nature;
 }
 
-// Both sides of what an ONU was told.
+// Told holds both sides of a setting: what the OLT has sent, and what the ONU has.
 struct Told {
     OnuBlock local;
     OnuBlock remote;
@@ -104,7 +104,7 @@ std::vector<AclRule> acl_of(const Olt &olt, const RemoteOnu &onu)
     return rules;
 }
 
-// Each station leases an address while there are any left.
+// Each station leases an address as long as there are free ones.
 DhcpServer dhcp_of(const Olt &olt, const RemoteOnu &onu, uint32_t stations)
 {
     namespace at = layout::onu_dhcp;
@@ -178,7 +178,7 @@ OnuBlock first_acl_rule(const Olt &olt, const RemoteOnu &onu, uint32_t index)
     namespace at = layout::onu_acl;
     OnuBlock block(acl_size);
     if (index != 1 || !nature_of(olt, onu).filters) return block;
-    block.put(at::action, acl_deny); // file shares stay at home
+    block.put(at::action, acl_deny); // file shares are not reached from outside the home
     block.put(at::direction, acl_upstream);
     block.put(at::protocol, ip_tcp);
     block.put(at::first_port, 137);

@@ -1,5 +1,5 @@
-// What ONUs do for their users: WAN connections, WLANs, CATV, voice, access control and DHCP. What an ONU has of these
-// until it is told otherwise follows from the OLT's seed and its MAC address.
+// This file describes what ONUs do for their users: WAN connections, WLANs, CATV, voice, access control and DHCP. Until
+// an ONU is configured, what it has of these follows from the OLT's seed and the ONU's MAC address.
 #pragma once
 
 #include <cstdint>
@@ -12,18 +12,18 @@
 namespace ponsim
 {
 
-// Of an ONU, numbered from 1.
+// An ONU has so many of each at most, numbered from 1.
 inline constexpr uint32_t max_wans = 8;
 inline constexpr uint32_t max_wlans = 4;
 inline constexpr uint32_t max_acl_rules = 8;
 
-// Sizes of the blocks that ONUs are told.
+// These are the sizes of the blocks that configure ONUs.
 inline constexpr uint32_t wan_size = 44;
 inline constexpr uint32_t wlan_size = 37;
 inline constexpr uint32_t acl_size = 24;
 inline constexpr uint32_t dhcp_size = 24;
 
-// As blocks have them.
+// The values are those that blocks have.
 enum WanMode : uint8_t { wan_removed = 0, wan_bridge = 1, wan_route = 2 };
 enum WanService : uint8_t { wan_internet = 1, wan_voice = 2, wan_management = 3, wan_other = 4 };
 enum WanIpMode : uint8_t { ip_none = 0, ip_static = 1, ip_dhcp = 2, ip_pppoe = 3 };
@@ -32,17 +32,17 @@ enum AclAction : uint8_t { acl_removed = 0, acl_permit = 1, acl_deny = 2 };
 enum AclDirection : uint8_t { acl_upstream = 1, acl_downstream = 2 };
 enum IpProtocol : uint8_t { ip_tcp = 6, ip_udp = 17 };
 
-// The network that WAN connections lease their addresses from.
+// WAN connections lease their addresses from this network.
 inline constexpr uint32_t lease_network = 0x64400000; // 100.64.0.0
 inline constexpr uint32_t lease_mask = 0xffc00000;
 inline constexpr uint32_t lease_gateway = lease_network + 1;
 
-// `told` is the block that the OLT told the ONU.
+// `told` is the block that the OLT has sent to the ONU.
 struct Wan {
     uint32_t index;
     OnuBlock told;
-    bool up;                       // the ONU is online, and has what it was told
-    std::optional<uint32_t> lease; // address, of one that is up
+    bool up;                       // the ONU is online, and has received its setting
+    std::optional<uint32_t> lease; // address that the connection leases while it is up
 };
 struct Wlan {
     uint32_t index;
@@ -68,7 +68,7 @@ struct DhcpServer {
     uint32_t leases;
 };
 
-// What an ONU reports makes sense while it is online only.
+// What an ONU reports is valid only while it is online.
 struct UserServices {
     uint32_t pon_port;
     uint32_t onu_id;
@@ -82,10 +82,11 @@ struct UserServices {
 };
 UserServices user_services(const Olt &olt, const RemoteOnu &onu);
 
-// Whether it routes, and has a WLAN, an access control list and a DHCP server.
+// Returns whether the ONU routes, and has a WLAN, an access control list and a DHCP server.
 bool is_gateway_onu(const RemoteOnu &onu);
 
-// What an ONU has of each until it is told otherwise; zeros where there is no connection or rule of this number.
+// These return what an ONU has until it is configured. The block is zero where there is no connection or rule of this
+// number.
 OnuBlock first_wan(const Olt &olt, const RemoteOnu &onu, uint32_t index);
 OnuBlock first_wlan(const Olt &olt, const RemoteOnu &onu, uint32_t index);
 OnuBlock first_acl_rule(const Olt &olt, const RemoteOnu &onu, uint32_t index);

@@ -1,4 +1,4 @@
-// IPv4 addresses and networks, as numbers. Blocks have them in transmission order.
+// IPv4 addresses and networks are numbers here. Blocks have them in transmission order.
 #pragma once
 
 #include <bit>
@@ -37,7 +37,7 @@ inline std::string ipv4_text(uint32_t address)
            std::to_string(address >> 8 & 255) + '.' + std::to_string(address & 255);
 }
 
-// Ones from the left, of which there may be none.
+// Returns whether the mask consists of ones from the left, then zeros. There may be no ones.
 inline bool is_mask(uint32_t mask)
 {
     return std::countl_one(mask) == std::popcount(mask);
@@ -48,15 +48,15 @@ inline int mask_length(uint32_t mask)
     return std::popcount(mask);
 }
 
-// Whether the address is a host's in the network that it has by its mask, of 1 to 30 bits: neither the first address,
-// which is the network's, nor the last, which is its broadcast address.
+// Returns whether the address is a host's in its network, whose mask must have 1 to 30 bits. The first address is the
+// network's, and the last is the broadcast address, so neither is a host's.
 inline bool is_host(uint32_t address, uint32_t mask)
 {
     if (!is_mask(mask) || mask_length(mask) < 1 || mask_length(mask) > 30) return false;
     return (address & ~mask) != 0 && (address | mask) != 0xffffffff;
 }
 
-// Whether there is no gateway, or one that is another host of the address's network.
+// Returns whether there is no gateway, or the gateway is another host of the address's network.
 inline bool is_gateway(uint32_t gateway, uint32_t address, uint32_t mask)
 {
     return gateway == 0 || (is_host(gateway, mask) && (gateway & mask) == (address & mask) && gateway != address);

@@ -15,7 +15,7 @@ namespace at = layout::onu_port_config_set;
 constexpr uint32_t rate_limits_from = at::up_cir.offset, vlans_from = at::vlan_mode.offset;
 constexpr uint32_t vlans_width = at::profile.offset + port_config_size - vlans_from;
 
-// Both have the fields of the settings in the same order and distance.
+// Both layouts have the fields of the settings in the same order and at the same distances.
 static_assert(at::down_on.offset - rate_limits_from ==
               layout::onu_rate_limit::down_on.offset - layout::onu_rate_limit::up_cir.offset);
 static_assert(at::user.offset - vlans_from == layout::onu_vlan::user.offset - layout::onu_vlan::mode.offset);
@@ -27,7 +27,7 @@ OnuBlock word(uint8_t value)
     return OnuBlock(to_block<uint32_t>(value));
 }
 
-// As many bytes from an offset on, in a block of `size`.
+// Returns `width` bytes from an offset on, in a block of `size`.
 OnuBlock cut(const OnuBlock &config, uint32_t from, uint32_t width, uint32_t size)
 {
     std::string bytes = config.bytes().substr(from - at::profile.offset, width);

@@ -1,4 +1,4 @@
-// UNI profiles, and the configuration of UNI ports in one piece.
+// This file holds UNI profiles, and the configuration of a UNI port as one block.
 #pragma once
 
 #include <array>
@@ -15,17 +15,18 @@ namespace ponsim
 inline constexpr uint32_t max_uni_profiles = 32; // numbered from 1
 inline constexpr uint32_t uni_profile_size = 67;
 
-// What a UNI port is told in one piece: the number of the profile that this is from, or 0, and the profile's bytes.
+// The configuration of a UNI port has the number of the profile from which it is, or 0, and then the profile's bytes.
 inline constexpr uint32_t port_config_size = 1 + uni_profile_size;
 
-// As what a port is told that takes it; none where there is no such profile.
+// Returns the profile as the configuration of a port that takes it. Returns none where there is no such profile.
 std::optional<OnuBlock> uni_profile(const Olt &olt, uint32_t id);
-// Keeps the profile, whose settings must make sense, or deletes it where there are none.
+// Keeps the profile, whose settings must be valid, or deletes it when no settings are given.
 Plan set_uni_profile(const Olt &olt, uint32_t id, const std::optional<std::string> &settings);
 
-// What a UNI port was last told in one piece; zeros where it never was.
+// Returns the configuration that a UNI port last received as one block. It is zero when the port never received one.
 OnuBlock port_config(const Olt &olt, const UniPlace &place);
-// The UNI ports of bound ONUs that remember a profile, in order of PON port, ONU id and UNI port.
+// A ProfileUser is a UNI port of a bound ONU that remembers a profile. profile_users() returns them in the order of PON
+// port, ONU id and UNI port.
 struct ProfileUser {
     uint32_t pon_port;
     uint32_t onu_id;
@@ -36,7 +37,8 @@ struct ProfileUser {
 };
 std::vector<ProfileUser> profile_users(const Olt &olt);
 
-// A part of it in the form of the setting that it is, by the command that asks for that.
+// A ConfigPart is a part of the configuration in the form of the setting that it is, with the command that queries this
+// setting.
 struct ConfigPart {
     uint32_t command;
     OnuBlock block;

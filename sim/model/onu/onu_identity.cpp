@@ -27,7 +27,7 @@ constexpr Hardware all_hardware[] = {
     {"SZ-8", OnuType::sbu, 3, {0x22, 0x02, 0x24}, 256 * mib, 64 * mib},
 };
 
-// What the ONU has of a setting that is a word, at the start of the record's data.
+// Returns what the ONU has of a setting that is one word, at the start of the record's data.
 uint32_t word_of(const Olt &olt, const SettingPlace &place, Side side, uint32_t otherwise)
 {
     constexpr layout::At<uint32_t> start{offsetof(bsp_onu_msg, onu_data)};
@@ -77,9 +77,9 @@ Usage usage_of(const Olt &olt, const RemoteOnu &onu)
 Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
 {
     constexpr uint32_t degree = 256;
-    constexpr uint64_t temperature_swing = 8 * degree; // to the warmest hour
+    constexpr uint64_t temperature_swing = 8 * degree; // from the coldest to the warmest hour
     constexpr uint64_t bias_swing = 400;
-    constexpr uint32_t gain = 10; // 0.01 dB per km: fibre loses less of the 1490 nm that OLTs send
+    constexpr uint32_t gain = 10; // 0.01 dB per km; fibre loses less of the 1490 nm that OLTs send
     const Mac &mac = onu.binding->mac;
     const ModelTime now = olt.now();
     const uint64_t warm = warmth(now / ms_per_second);
@@ -87,7 +87,7 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
     const int32_t sent = centi_dbm(olt.module(onu.port->number)->readings(now)[launch_power]);
 
     Random random = random_for(olt.seed(), Purpose::optics, mac);
-    random.next(); // of the launch power
+    random.next(); // skips the number of the launch power
     Readings readings{};
     readings[temperature] =
         static_cast<int32_t>(35 * degree + random.below(12 * degree) + temperature_swing * warm / half_day);

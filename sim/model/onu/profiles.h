@@ -1,4 +1,4 @@
-// Profiles that are kept for those who configure ONUs.
+// Profiles are kept for whoever configures ONUs.
 #pragma once
 
 #include <cstdint>
@@ -12,10 +12,11 @@
 namespace ponsim
 {
 
-// The id of the profile of this name.
+// Returns the id of the profile of this name.
 std::optional<uint32_t> find_profile(const Olt &olt, ProfileKind kind, std::string_view name);
 
-// In the place of the profile of this name, if there is one. Of id 0: the id that it has, or else the lowest free one.
+// Stores the profile, and replaces the profile of this name if there is one. With id 0 it gets the id of that profile
+// or, when there is none, the lowest free id.
 Plan store_profile(const Olt &olt, ProfileKind kind, uint32_t id, const Profile &profile);
 Plan delete_profile(const Olt &olt, ProfileKind kind, std::string_view name);
 

@@ -46,7 +46,7 @@ namespace
 constexpr uint32_t switch_command = BSP_CMD_ONU_CATV_SET;
 constexpr layout::At<ModelTime> since_at{352};
 
-// Since when they are on; 0 while they are off. No ONU is told anything at time 0.
+// The block holds the time since which they are on, or 0 while they are off. No ONU is configured at time 0.
 OnuBlock switch_block(ModelTime since)
 {
     OnuBlock block(sizeof since);

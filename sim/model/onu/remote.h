@@ -1,4 +1,4 @@
-// ONUs behind their OAM links: what they were told, and what they have of that by now.
+// This file describes ONUs behind their OAM links: which settings they were sent, and which of these they have by now.
 #pragma once
 
 #include <cstdint>
@@ -14,13 +14,13 @@
 namespace ponsim
 {
 
-// From when an ONU is told something until it has it. The OLT has several such messages on their way at a time.
+// An ONU has a setting this long after it was sent. The OLT can have several such messages on their way at a time.
 inline constexpr ModelTime oam_delay = 200; // ms
 
-// Of a pair of queries: what the ONU has, and what the OLT told it.
+// There are two queries of a setting: one asks for what the ONU has, the other for what the OLT has sent to it.
 enum class Side : uint8_t { remote, local };
 
-// A bound ONU.
+// A RemoteOnu is a bound ONU.
 struct RemoteOnu {
     const PonPort *port;
     uint32_t onu_id;
@@ -33,21 +33,22 @@ struct RemoteOnu {
     SettingPlace place(uint32_t command, uint32_t uni = 0) const { return {port->number, binding->mac, command, uni}; }
 };
 
-// `status` is BSP_OK where an ONU is bound to the id.
+// `status` is BSP_OK when an ONU is bound to the id.
 struct FoundOnu {
     uint32_t status;
     RemoteOnu onu = {};
 };
 FoundOnu find_onu(const Olt &olt, uint32_t pon_port, uint32_t onu_id);
 
-// The ONUs bound at a port, in order of id.
+// Returns the ONUs bound at a port, in the order of their ids.
 std::vector<RemoteOnu> onus_of(const Olt &olt, const PonPort &port);
 
-// A part of a record's data, by the places that layouts give: those of the whole record.
+// An OnuBlock is a part of a record's data. Its fields are found by the offsets of the layouts, which count from the
+// start of the whole record.
 class OnuBlock
 {
 public:
-    // Of zeros.
+    // Makes a block of zeros.
     explicit OnuBlock(size_t size) : content(size, '\0') {}
     explicit OnuBlock(std::string bytes) : content(std::move(bytes)) {}
 
@@ -56,8 +57,8 @@ public:
     {
         return layout::load(content.data(), inside(at));
     }
-    // A text is cut to what its field has room for, and zeros are behind it. Throws std::logic_error where a number
-    // does not fit.
+    // Writes a value. A text is cut to the size of its field and followed by zeros. Throws std::logic_error when a
+    // number does not fit.
     template <class Field, class Value>
     void put(layout::At<Field> at, const Value &value)
     {
@@ -75,9 +76,9 @@ public:
     bool operator==(const OnuBlock &) const = default;
 
 private:
-    static constexpr uint32_t start = 352; // of the data in a record
+    static constexpr uint32_t start = 352; // offset of the data in a record
 
-    // The place in the block. Throws std::out_of_range where the block is shorter.
+    // Returns where the field is in the block. Throws std::out_of_range when the block is shorter.
     template <class Field>
     layout::At<Field> inside(layout::At<Field> at) const
     {
@@ -88,22 +89,22 @@ private:
     std::string content;
 };
 
-// What one side has of a setting; what it has until it is told otherwise is `otherwise`.
+// Returns what one side has of a setting. Until the setting is changed, that is `otherwise`.
 OnuBlock setting_of(const Olt &olt, const SettingPlace &place, Side side, const OnuBlock &otherwise);
 
-// Whether the ONU's CATV port and its performance monitoring are on: one request, of one byte, switches both, because
-// nothing in it says which of the two is meant.
+// Returns whether the ONU's CATV port and its performance monitoring are on. One request of one byte switches both,
+// because nothing in it says which of the two is meant.
 bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side);
-// Since when the ONU has them on; none while it has not.
+// Returns the time since which the ONU has them on. Returns no time when they are off.
 std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu);
-// ONUs for homes have a CATV port: those that have telephone ports, too.
+// ONUs for homes have a CATV port. They are the ones that have telephone ports, too.
 inline bool has_catv(const Device &device)
 {
     return device.type->pots_ports > 0;
 }
 Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on);
 
-// Tells an ONU, which must be online, something. Nothing changes where it was told the same before.
+// Sends a setting to an ONU, which must be online. Nothing changes when the ONU was sent the same before.
 Plan tell(const Olt &olt, const RemoteOnu &onu, const SettingPlace &place, const OnuBlock &block,
           const OnuBlock &otherwise);
 

@@ -94,9 +94,9 @@ OnuBlock vlan_block(const UniConfig &config)
     return block;
 }
 
-// What an ONU is told of a UNI port's configuration by one command.
+// A Part is what one command configures at a UNI port.
 struct Part {
-    uint32_t command; // that asks for it
+    uint32_t command; // the command that queries it
     OnuBlock (*block_of)(const Uni &uni, const UniConfig &config);
     void (*take)(const Uni &uni, const OnuBlock &block, UniConfig &config);
 };
@@ -185,7 +185,7 @@ uint32_t check_offered(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block
     const Uni &port = onu.device.unis[uni - 1];
     const auto count = block.get(offer::count);
     if (count < 1 || count > abilities_of(port).size()) return PON_ERR_BAD_RECORD;
-    // What is no ability of the port, or is there twice, is missing here.
+    // An ability that the port does not have, or that is there twice, is missing here.
     if (std::popcount(offered_of(port, block)) != static_cast<int>(count)) return PON_ERR_BAD_RECORD;
     for (uint32_t number = count; number < most_abilities; ++number)
         if (block.get(offer::ability[number])) return PON_ERR_BAD_RECORD;

@@ -82,7 +82,7 @@ constexpr DeviceType types[] = {
 constexpr std::string_view hardware_versions[] = {"V1.0", "V1.1", "V2.0"};
 constexpr std::string_view software_versions[] = {"1.0.7", "1.2.0", "1.2.3", "2.0.1"};
 
-// Those of a GE port; an FE port has not the last.
+// These are the abilities of a GE port. An FE port does not have the last one.
 constexpr Ability abilities[] = {
     {14, {10, false}}, {142, {10, true}}, {25, {100, false}}, {252, {100, true}}, {402, {1000, true}}};
 
@@ -187,7 +187,7 @@ std::optional<LinkMode> link_of(const Uni &uni, const UniConfig &config)
 {
     if (!config.enabled || !uni.partner) return std::nullopt;
     if (!config.autoneg) return config.forced;
-    // The partner offers its mode and the slower ones; full duplex only where its own mode is.
+    // The partner offers its mode and the slower ones. It offers full duplex only when its own mode has it.
     std::optional<LinkMode> best;
     const std::span<const Ability> own = abilities_of(uni);
     for (size_t index = 0; index < own.size(); ++index) {

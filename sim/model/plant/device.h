@@ -1,5 +1,5 @@
-// What an ONU is, and how its UNI ports are configured. Both follow from the OLT's seed and the ONU's MAC address
-// alone: every ONU has a device, whether it has arrived or not.
+// A device is what an ONU is, and a UniConfig how one of its UNI ports is configured. Both follow from the OLT's seed
+// and the ONU's MAC address alone. So every ONU has a device, whether it has arrived or not.
 #pragma once
 
 #include <cstdint>
@@ -16,9 +16,10 @@ namespace ponsim
 
 inline constexpr uint32_t max_unis = 4;            // of an ONU, numbered from 1
 inline constexpr uint32_t max_vlans = 8;           // of a UNI port
-inline constexpr uint32_t max_rate_limit = 999999; // kbit/s: below the fastest port's rate
+inline constexpr uint32_t max_rate_limit = 999999; // kbit/s; below the fastest port's rate
 
-// A kind of ONU, with the widths and the abilities of the CTC attributes ONU serial number and ONU capabilities.
+// A DeviceType is a kind of ONU. Its widths and abilities are those of the CTC attributes ONU serial number and ONU
+// capabilities.
 struct DeviceType {
     std::string_view vendor;  // 4 characters
     std::string_view model;   // at most 4
@@ -45,16 +46,17 @@ struct LinkMode {
     bool operator==(const LinkMode &) const = default;
 };
 
-// A mode that UNI ports may offer in auto-negotiation, by its AutoNegTechnology of IEEE 802.3, Annex 30B.
+// An Ability is a mode that UNI ports may offer in auto-negotiation, with its AutoNegTechnology of IEEE 802.3, Annex
+// 30B.
 struct Ability {
     uint32_t technology;
     LinkMode mode;
 };
 
-// A UNI port by nature.
+// A Uni is a UNI port as it is by nature.
 struct Uni {
-    uint32_t line_rate;              // Mbit/s: 100 of an FE port, 1000 of a GE port
-    std::optional<LinkMode> partner; // what auto-negotiation finds; none where nothing is plugged in
+    uint32_t line_rate;              // Mbit/s; an FE port has 100, a GE port 1000
+    std::optional<LinkMode> partner; // mode of the device that is plugged in; none: nothing is plugged in
 
     bool operator==(const Uni &) const = default;
 };
@@ -68,19 +70,19 @@ struct Device {
     bool operator==(const Device &) const = default;
 };
 
-// As CTC names them: what a UNI port does with VLAN tags.
+// A VlanMode says what a UNI port does with VLAN tags. The names are those of CTC.
 enum class VlanMode : uint8_t { transparent, tag, translation, trunk };
 
 struct Vlan {
-    uint32_t user;    // as tagged at the UNI port
-    uint32_t network; // as tagged beyond the ONU; of a trunk the same
+    uint32_t user;    // VLAN of the tag at the UNI port
+    uint32_t network; // VLAN of the tag beyond the ONU; the same in mode trunk
 
     bool operator==(const Vlan &) const = default;
 };
 
 inline constexpr uint32_t every_ability = 0xffffffff;
 
-// How a UNI port is configured.
+// A UniConfig says how a UNI port is configured.
 struct UniConfig {
     bool enabled;
     bool autoneg;
@@ -90,7 +92,7 @@ struct UniConfig {
     std::optional<uint32_t> egress;
     VlanMode vlan_mode;
     uint32_t pvid;
-    std::vector<Vlan> vlans;          // of translation and trunk; ascending
+    std::vector<Vlan> vlans;          // in modes translation and trunk; ascending
     uint32_t priority = 0;            // 802.1p, of untagged frames
     uint32_t tpid = 0x8100;           // of tags at the UNI port
     uint32_t offered = every_ability; // in auto-negotiation: bit N is ability N of the port
@@ -98,22 +100,22 @@ struct UniConfig {
     bool operator==(const UniConfig &) const = default;
 };
 
-// Of the kind that is given, or else of one that follows from seed and address, as all the rest does.
+// Returns a device of the given kind. Without one the kind follows from seed and address, as everything else does.
 Device device_of(uint64_t seed, const Mac &mac, const DeviceType *kind = nullptr);
 
-// Of each of the ONU's UNI ports: what they have until they are configured otherwise.
+// Returns the configuration that each of the ONU's UNI ports has until it is configured otherwise.
 std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Device &device);
 
-// What a UNI port can offer in auto-negotiation, the slowest first.
+// Returns what a UNI port can offer in auto-negotiation, the slowest mode first.
 std::span<const Ability> abilities_of(const Uni &uni);
 
-// None while the port is down.
+// Returns no mode while the port is down.
 std::optional<LinkMode> link_of(const Uni &uni, const UniConfig &config);
 
-// Speed and duplex: 1000FD, 10HD.
+// Writes speed and duplex: 1000FD, 10HD.
 std::string to_text(const LinkMode &mode);
 std::string_view to_text(VlanMode mode);
-// Separated by commas: the VLAN, or user:network where it is translated.
+// Separates the VLANs by commas. A VLAN that is translated is written as user:network.
 std::string to_text(std::span<const Vlan> vlans);
 
 } // namespace ponsim

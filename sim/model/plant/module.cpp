@@ -15,12 +15,12 @@ namespace
 
 constexpr uint64_t hour = 3600; // s
 static_assert(half_day == 12 * hour);
-constexpr uint64_t horizon = 1000 * 365 * 2 * half_day; // how far ahead alarms are looked for
+constexpr uint64_t horizon = 1000 * 365 * 2 * half_day; // s; for so long alarms are looked for ahead
 
 constexpr int32_t degree = 256; // of temperature
 constexpr int32_t temperature_swing = 8 * degree;
 constexpr int32_t no_light = -4000;   // 0.01 dBm
-constexpr int32_t bias_limit = 60000; // what the driver of a laser can give: 120 mA
+constexpr int32_t bias_limit = 60000; // the most that the driver of a laser can give: 120 mA
 
 constexpr ModuleType pon_module{
     .vendor = "SIMA OPTICS",
@@ -112,7 +112,7 @@ uint64_t warmth(uint64_t second)
 Module::Module(uint64_t seed, uint32_t cage, bool of_pon_port)
     : number(cage), of_pon(of_pon_port), kind(of_pon_port ? &pon_module : &uplink_module)
 {
-    // As of a group address, which no ONU has.
+    // The stream is that of a group address, which no ONU has.
     Random random = random_for(seed, Purpose::optics, {1, 0, 0, 0, 0, static_cast<uint8_t>(cage)});
     own_temperature = number_from(random, 30 * degree, 15 * degree);
     own_voltage = number_from(random, 32600, 800);
@@ -135,8 +135,8 @@ uint32_t Module::laser_hours(ModelTime now) const
     return static_cast<uint32_t>(now / ms_per_second / hour + kept.added_hours);
 }
 
-// The threshold current of a laser rises with temperature and with age. One division at the end, so that it nowhere
-// rises while the room gets colder: bias_alarm() rests on that.
+// The threshold current of a laser rises with temperature and with age. There is only one division, at the end, so that
+// the bias never rises while the room gets colder. bias_alarm() depends on that.
 int32_t Module::bias_at(uint64_t second) const
 {
     const uint64_t age = second + kept.added_hours * hour;
@@ -145,7 +145,8 @@ int32_t Module::bias_at(uint64_t second) const
     return static_cast<int32_t>(std::min<uint64_t>(static_cast<uint64_t>(new_bias) + rise, bias_limit));
 }
 
-// The bias is controlled so that light does not change with temperature; the laser gives less as it ages all the same.
+// The bias is controlled so that the light does not change with temperature. In spite of that the laser gives less
+// light as it ages.
 int32_t Module::power_at(uint64_t second) const
 {
     const uint64_t age = second + kept.added_hours * hour;
@@ -158,7 +159,7 @@ Readings Module::readings(ModelTime now) const
     const uint64_t second = now / ms_per_second;
     Readings values{};
     values[temperature] = own_temperature + static_cast<int32_t>(warmth(second) * temperature_swing / half_day);
-    // The regulator gives 0.4 mV less a degree.
+    // For each degree, the regulator gives 0.4 mV less.
     values[voltage] = own_voltage - 4 * (values[temperature] - 30 * degree) / degree;
     values[bias] = laser_on() ? bias_at(second) : 0;
     values[launch_power] = laser_on() ? power_at(second) : 0;
@@ -230,7 +231,7 @@ uint32_t Module::due_alarms(ModelTime now) const
     return due & ~kept.raised;
 }
 
-// Noon by noon bias rises; it is first too high on the way to the first noon at which it is.
+// The bias rises from noon to noon. It first becomes too high on the way to the first noon at which it is too high.
 std::optional<uint64_t> Module::bias_alarm(uint64_t from) const
 {
     const auto too_high = [this](uint64_t second) { return bias_is_high(second); };

@@ -1,7 +1,7 @@
-// The OLT's optical modules: one in the SFP cage of each PON port, and one for each uplink behind them.
+// The OLT has one optical module in the SFP cage of each PON port, and behind those one for each uplink.
 //
-// A module measures once a second, in the units of SFF-8472. Whatever tells of it reads these measurements, so that all
-// tell the same. They follow from the seed, the cage, what is kept of the module and the time at which one looks.
+// A module measures once a second, in the units of SFF-8472. Everything that shows its values reads these measurements,
+// so that all show the same. The measurements follow from the seed, the cage, what is kept of the module, and the time.
 #pragma once
 
 #include <array>
@@ -17,16 +17,16 @@
 namespace ponsim
 {
 
-// The cage of PON port N has number N, that of uplink (GE) port N the number of PON ports + N.
+// The cage of PON port N has number N. The cage of uplink (GE) port N has the number of PON ports + N.
 
-// In the order of SFF-8472, that of thresholds, measurements and flags alike.
+// Thresholds, measurements and flags all have the order of SFF-8472.
 enum Quantity : uint32_t { temperature, voltage, bias, launch_power, received_power };
 inline constexpr uint32_t quantities = 5;
 
-// By quantity: 1/256 degC, 100 uV, 2 uA, 0.1 uW, 0.1 uW.
+// The units, by quantity, are 1/256 degC, 100 uV, 2 uA, 0.1 uW and 0.1 uW.
 using Readings = std::array<int32_t, quantities>;
 
-// Of one quantity, in its unit and in the order of SFF-8472.
+// These are the thresholds of one quantity, in its unit and in the order of SFF-8472.
 struct Thresholds {
     int32_t high_alarm;
     int32_t low_alarm;
@@ -43,8 +43,8 @@ struct ModuleType {
     uint32_t wavelength;       // nm
     uint32_t reach;            // km
     std::array<Thresholds, quantities> thresholds;
-    // Of the laser: what new ones have at the coldest hour, from `least` on; by how much bias rises to the warmest
-    // hour; and the hours in which bias rises and launch power falls by one unit.
+    // These numbers describe the laser: what new lasers have in the coldest hour, from `least` on, how much bias rises
+    // up to the warmest hour, and in how many hours bias rises and launch power falls by one unit.
     uint32_t least_bias;
     uint32_t bias_range;
     uint32_t bias_swing;
@@ -55,8 +55,8 @@ struct ModuleType {
 };
 
 inline constexpr uint64_t half_day = 12 * 60 * 60; // s
-// How far the room is between the coldest hour, midnight, and the warmest, noon: 0 to half_day. A straight line each
-// way, so that all that follows it is exact.
+// Returns how warm the room is, from 0 in the coldest hour, midnight, to half_day in the warmest, noon. Warmth rises
+// and falls in straight lines, so that everything that depends on it is exact.
 uint64_t warmth(uint64_t second);
 
 class Module
@@ -71,30 +71,31 @@ public:
     const std::string &date() const { return own_date; } // of manufacture, YYMMDD
 
     const ModuleRecord &record() const { return kept; }
-    // `now` is the time from which on it is so.
+    // Sets the record, which is valid from the time `now` on.
     void set(const ModuleRecord &record, ModelTime now);
 
     bool laser_on() const { return laser_on(kept); }
     static bool laser_on(const ModuleRecord &record) { return !record.tx_disabled || record.always_on; }
     uint32_t laser_hours(ModelTime now) const;
 
-    // What the receiver of a PON port's module tells of is the ONU that was measured last: light comes in bursts from
-    // many. It tells 0 until one was measured, and raises no flags.
+    // The received power of a PON port's module is that of the ONU that was measured last, because light comes in
+    // bursts from many ONUs. It is 0 until an ONU has been measured, and raises no flags.
     Readings readings(ModelTime now) const;
     bool receives() const { return !of_pon || kept.result; }
-    // Bits in the order of SFF-8472: quantity q is above its high threshold in bit 15-2q, below its low one in 14-2q.
+    // The bits are in the order of SFF-8472: bit 15-2q says that quantity q is above its high threshold, bit 14-2q that
+    // it is below its low one.
     uint16_t alarms(ModelTime now) const;
     uint16_t warnings(ModelTime now) const;
-    // The laser needs more than it should to give light.
+    // Returns whether the laser needs more current than it should to give light.
     bool fault(ModelTime now) const;
-    // Below which received power light is lost, in 0.1 uW and in 0.01 dBm.
+    // The level is the received power below which light is lost, in 0.1 uW. The threshold is the same in 0.01 dBm.
     int32_t loss_level() const;
     int32_t loss_threshold() const;
     bool loss_of_light(ModelTime now) const;
 
-    // Alarms that are due as the laser ages, by bit of their code, without those raised before.
+    // Returns the alarms that are due as the laser ages, as bits by their codes, without those raised before.
     uint32_t due_alarms(ModelTime now) const;
-    // When there is one next; none in a thousand years.
+    // Returns when the next alarm is due. Returns no time when there is none in a thousand years.
     std::optional<ModelTime> next_alarm() const { return alarm_at; }
 
 private:
@@ -110,18 +111,19 @@ private:
     uint32_t number;
     bool of_pon;
     const ModuleType *kind;
-    int32_t own_temperature; // at the coldest hour, as all of these
+    int32_t own_temperature; // in the coldest hour, as are all of these
     int32_t own_voltage;
     int32_t new_bias;
     int32_t new_power;
-    int32_t uplink_power; // that the far end of an uplink sends here
+    int32_t uplink_power; // which the far end of an uplink sends here
     std::string own_serial;
     std::string own_date;
     ModuleRecord kept;
     std::optional<ModelTime> alarm_at;
 };
 
-// A quantity as people read it: a reading is converted to units of which `per_unit` are one `unit`.
+// A QuantityFormat says how people read a quantity. A reading is converted to units, `per_unit` of which are one
+// `unit`.
 struct QuantityFormat {
     std::string_view name;
     std::string_view unit;
@@ -130,7 +132,7 @@ struct QuantityFormat {
 };
 const QuantityFormat &format_of(Quantity quantity);
 
-// Between powers in 0.1 uW and in 0.01 dBm. No light is -40 dBm.
+// These convert between powers in 0.1 uW and in 0.01 dBm. No light is -40 dBm.
 int32_t centi_dbm(int32_t power);
 int32_t power_of(int32_t centi_dbm);
 

@@ -24,14 +24,14 @@ void put_word(ModuleMemory &memory, size_t at, int32_t value)
     memory[at + 1] = static_cast<uint8_t>(value);
 }
 
-// Padded with spaces.
+// Writes the text and pads it with spaces.
 void put_text(ModuleMemory &memory, size_t at, size_t size, std::string_view text)
 {
     std::fill_n(&memory[at], size, ' ');
     std::ranges::copy(text, &memory[at]);
 }
 
-// The low byte of the sum of the bytes before it, from `first` on.
+// Writes the low byte of the sum of the bytes from `first` up to this one.
 void put_checksum(ModuleMemory &memory, size_t at, size_t first)
 {
     memory[at] = static_cast<uint8_t>(std::accumulate(&memory[first], &memory[at], 0u));
@@ -50,7 +50,7 @@ ModuleMemory identity_memory(const Module &module)
     memory[11] = 0x01; // 8B/10B
     memory[12] = 13;   // 1.25 GBd, in 100 MBd
     memory[14] = static_cast<uint8_t>(type.reach);
-    memory[15] = static_cast<uint8_t>(type.reach * 10); // in 100 m
+    memory[15] = static_cast<uint8_t>(type.reach * 10); // km again, in 100 m
     put_text(memory, 20, 16, type.vendor);
     memory[37] = 0x02; // an OUI of local administration
     memory[38] = 0x53;
@@ -79,7 +79,7 @@ ModuleMemory diagnostic_memory(const Module &module, ModelTime now)
             put_word(memory, at, value);
             at += 2;
         }
-    // Calibration that changes nothing: slopes of 1, of which that of received power is a float.
+    // The calibration changes nothing: all slopes are 1, and the slope of received power is a float.
     memory[68] = 0x3f;
     memory[69] = 0x80;
     for (size_t slope : {76, 80, 84, 88})

@@ -7,7 +7,7 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t first_vlan = 3900; // of the multicast VLANs that ONUs come with
+constexpr uint32_t first_vlan = 3900; // first of the multicast VLANs that ONUs come with
 
 } // namespace
 

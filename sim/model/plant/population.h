@@ -1,5 +1,5 @@
-// The OLT as it is found: its ports, the fibre behind them, and the ONUs that have arrived at them. All of it follows
-// from four numbers, or is described by a scenario.
+// The population is the OLT as it is found: its ports, the fibre behind them, and the ONUs that have arrived at them.
+// It follows from four numbers, or is described by a scenario.
 #pragma once
 
 #include <cstdint>
@@ -24,13 +24,15 @@ struct Settings {
     uint32_t arrivals = 8;      // ONUs at each port, 0 to 128
     uint32_t silent = 10;       // percent of them that do not answer once they are bound
 
-    // The text of a scenario, and the OLT's name in it; empty: there is none, and the ONUs follow from the numbers.
+    // These are the text of a scenario, and the OLT's name in it. When they are empty there is no scenario, and the
+    // ONUs follow from the numbers.
     std::string scenario = {};
     std::string olt = {};
-    // What it says of the OLT, in the place of what would follow from the numbers; null without one.
+    // The topology holds what the scenario says of the OLT, and replaces what would follow from the numbers. It is null
+    // without a scenario.
     std::shared_ptr<const Topology> topology = {};
 
-    // Whether it is the same OLT: the topology follows from the scenario.
+    // Returns whether it is the same OLT. The topology need not be compared, because it follows from the scenario.
     bool operator==(const Settings &other) const
     {
         return seed == other.seed && ports == other.ports && arrivals == other.arrivals && silent == other.silent &&
@@ -38,47 +40,49 @@ struct Settings {
     }
 };
 
-// A fibre of a port, and what is at its far end: a splitter, or an ONU. They form a tree.
+// A Branch is a fibre of a port with what is at its far end: a splitter, or an ONU. The branches form a tree.
 struct Branch {
-    std::string name;               // by which it is cut and mended
-    std::optional<uint32_t> parent; // the branch that it goes on from, which stands before it; none: the port
+    std::string name;               // the name by which it is cut and mended
+    std::optional<uint32_t> parent; // the branch at whose end it begins, which stands before it; none: it begins at the
+                                    // port
     uint32_t length;                // m
-    int32_t loss;                   // 0.01 dB, of what is at its far end and of its connectors
+    int32_t loss;                   // 0.01 dB, for what is at its far end and for its connectors
 
     bool operator==(const Branch &) const = default;
 };
 
-// An ONU that has arrived at a port: it has registered, and waits unless it is bound.
+// An Arrival is an ONU that has arrived at a port: it has registered, and waits unless it is bound.
 struct Arrival {
     Mac mac;
-    uint32_t distance; // m
+    uint32_t distance; // m, from the port
     bool silent;       // offline while it is bound
-    std::string loid;  // what it proves who it is with: its logical ONU id, and a password
+    std::string loid;  // its logical ONU id, which with the password proves its identity
     std::string password;
-    uint32_t branch = 0;   // that ends at it
-    int32_t loss = 0;      // 0.01 dB, of all splitters and connectors on its way
-    std::string name = {}; // by which scenarios and whoever runs the simulation may call it; empty: by its address
+    uint32_t branch = 0;   // the branch that ends at it
+    int32_t loss = 0;      // 0.01 dB, for all splitters and connectors on its way
+    std::string name = {}; // scenarios and whoever runs the simulation may use it; empty: they use the address
     std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: what follows from seed and address
     std::optional<uint32_t> load_down = {};
 
     bool operator==(const Arrival &) const = default;
 };
 
-// What is found at one port. Branches are in order of the tree, ONUs in order of MAC address.
+// A PortPopulation is what is found at one port. Branches are in the order of the tree, ONUs in that of MAC address.
 struct PortPopulation {
     std::vector<Branch> branches;
     std::vector<Arrival> arrivals;
 };
 
-// What a scenario says of an OLT.
+// A Topology is what a scenario says of an OLT.
 struct Topology {
     std::vector<PortPopulation> ports;
-    // Of ONUs whose kind does not follow from seed and address. The kinds live as long as the topology does.
+    // These are the kinds of ONUs whose kind does not follow from seed and address. The kinds live as long as the
+    // topology does.
     std::map<Mac, const DeviceType *> kinds;
 };
 
-// The ONUs that follow from the settings' numbers, at port `pon_port`: at the ends of fibres of their own behind one
-// splitter. No two ONUs of an OLT have the same address.
+// Returns the ONUs at port `pon_port` that follow from the settings' numbers. Each is at the end of a fibre of its own
+// behind one splitter. No two ONUs of an OLT have the same address.
 PortPopulation population_at(const Settings &settings, uint32_t pon_port);
 
 } // namespace ponsim

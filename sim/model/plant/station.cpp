@@ -9,7 +9,7 @@ namespace ponsim
 namespace
 {
 
-constexpr uint8_t locally_administered = 0x06; // not as the ONUs' own addresses begin
+constexpr uint8_t locally_administered = 0x06; // the ONUs' own addresses begin with another byte
 constexpr uint32_t most_behind_uni = 3;
 constexpr uint8_t stations_of_network = 6;
 constexpr uint32_t default_vlan = 1;
@@ -52,7 +52,7 @@ std::vector<Station> stations_behind(uint64_t seed, const Mac &onu, const Device
     for (uint32_t index = 0; index < device.unis.size(); ++index) {
         const uint32_t count = 1 + random.below(most_behind_uni);
         for (uint32_t n = 0; n < count; ++n) {
-            // What makes the ONU's address unique, and the number of the station.
+            // The address holds the bytes that make the ONU's address unique, and the number of the station.
             const auto number = static_cast<uint8_t>(index * most_behind_uni + n);
             Station station = next_station(random, {locally_administered, onu[1], onu[3], onu[4], onu[5], number});
             station.port = index + 1;
@@ -69,7 +69,7 @@ std::vector<Station> network_stations(uint64_t seed)
     std::vector<Station> stations;
     for (uint8_t n = 0; n < stations_of_network; ++n) {
         const auto byte = static_cast<uint8_t>(random.next());
-        // No PON port is 0.
+        // The address has a 0 where others have the PON port, and no PON port has number 0.
         Station station = next_station(random, {locally_administered, byte, byte, 0, 0, n});
         station.port = 1 + random.below(ge_uplinks);
         station.vlan = n < 2 ? default_vlan : 100 + random.below(900);

@@ -13,8 +13,8 @@ namespace
 constexpr uint64_t million = 1000000;
 constexpr uint64_t bits = 8; // of an octet
 
-// Takes a share out of the frames, and gives what it took. Neither that nor what is left ever shrinks when there are
-// more frames.
+// Takes a share out of the frames and returns what it took. When there are more frames, neither the share nor the rest
+// ever becomes smaller.
 PerFlow take(PerFlow &frames, uint32_t share)
 {
     PerFlow taken{};
@@ -60,7 +60,7 @@ void police(const PerFlow &frames, Counters &counters)
     counters.in_discard_octets += octets_of(frames);
 }
 
-// The port is offered the frames. What it passes on is left of them.
+// The port is offered the frames. What the port passes on remains in them.
 void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
 {
     counters.in_fcs_errors += number_of(take(frames, shares.fcs_errors));
@@ -79,7 +79,7 @@ void discard(const PerFlow &frames, Counters &counters)
     counters.out_discard_octets += octets_of(frames);
 }
 
-// The port is given the frames to send.
+// The port gets the frames to send.
 void send(PerFlow frames, const DropShares &shares, Counters &counters)
 {
     discard(take(frames, shares.discarded), counters);
@@ -111,7 +111,7 @@ size_t size_class(uint32_t length)
 DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number)
 {
     Random random = random_for(seed, Purpose::traffic, interface_address(seed, interface, number));
-    // Evaluated in order.
+    // The list is evaluated in order.
     return {1 + random.below(10), 1 + random.below(5), 50 + random.below(200), 10 + random.below(50)};
 }
 

@@ -1,6 +1,6 @@
-// The counters of ports. They follow from what was offered, and add up: what a PON port receives is what its ONUs sent,
-// less frames with errors; what a GE port sends is what its PON ports received, less what they and it drop; and the
-// same the other way.
+// The counters of ports follow from what was offered, and they add up. A PON port receives what its ONUs sent, less
+// frames with errors. A GE port sends what its PON ports received, less what they and it drop. The same holds in the
+// other direction.
 #pragma once
 
 #include "model/olt/interfaces.h"
@@ -9,22 +9,22 @@
 namespace ponsim
 {
 
-// Frames that a port drops, of a million.
+// DropShares say how many frames a port drops, of a million.
 struct DropShares {
     uint32_t fcs_errors;  // received with a wrong frame check sequence
     uint32_t code_errors; // received with a wrong code
-    uint32_t policed;     // received well, and beyond a rate limit
-    uint32_t discarded;   // not sent, for want of room
+    uint32_t policed;     // received well, but beyond a rate limit
+    uint32_t discarded;   // not sent, because there was no room
 };
 DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number);
 
-// Counters of frames are kept by length: 64, 65-127, 128-255, 256-511, 512-1023, 1024-1518 octets.
+// Frames are counted by length: 64, 65-127, 128-255, 256-511, 512-1023, 1024-1518 octets.
 inline constexpr size_t size_classes = 6;
 size_t size_class(uint32_t length);
 
 // Octets are those of whole frames with their check sequence.
 struct Counters {
-    uint64_t in_octets; // of frames that were received well
+    uint64_t in_octets; // octets of frames that were received well
     uint64_t in_unicast;
     uint64_t in_multicast;
     uint64_t in_broadcast;
@@ -47,13 +47,13 @@ struct Counters {
 Counters pon_counters(const Olt &olt, const PonPort &port);
 Counters uplink_counters(const Olt &olt, uint32_t uplink);
 
-// What passes now, in bit/s.
+// The load is what passes now, in bit/s.
 struct Load {
     uint64_t in = 0; // from the network
     uint64_t out = 0;
 };
 Load load_of(const Rates &rates);
-// Between a PON port and its ONUs.
+// Returns the load between a PON port and its ONUs.
 Load pon_load(const PonPort &port);
 Load xaui_load(const Olt &olt, uint32_t xaui);
 

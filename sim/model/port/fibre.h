@@ -1,4 +1,4 @@
-// What happens to the fibre of a port.
+// This file changes the fibre of a port.
 #pragma once
 
 #include "model/olt/olt.h"
@@ -7,7 +7,8 @@
 namespace ponsim
 {
 
-// The branch loses so much beyond what it must, and not more than one that is cut; 0: it is mended. It must exist.
+// Makes the branch lose so much more than an undamaged one, but no more than one that is cut. 0 mends it. The branch
+// must exist.
 Plan set_damage(const PonPort &port, uint32_t branch, int32_t loss);
 
 } // namespace ponsim

@@ -16,7 +16,7 @@ Plan refuse(uint32_t status)
     return {status};
 }
 
-// One of the settings becomes `value`, where it lies within the limits.
+// Sets one of the settings to `value`, which must lie within the limits.
 template <class Value>
 Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t least, uint32_t greatest)
 {
@@ -31,7 +31,7 @@ SettingPlace switch_place(const UniPlace &place)
     return {place.pon_port, place.mac, BSP_CMD_ONU_LOOP_DETECT_GET, place.uni};
 }
 
-// Whether detection packets come back by the loop.
+// Returns whether detection packets come back through the loop.
 bool found_by_packets(const Olt &olt, const UniPlace &place, const LoopRecord &record)
 {
     return olt.loop_detection().on && detects_loops(olt, place, Side::remote) && record.looped && !record.shut &&
@@ -45,7 +45,7 @@ LoopRecord recovered(const Olt &olt, LoopRecord record)
     return record;
 }
 
-// When something happens to the loop by itself.
+// Returns when something happens to the loop by itself.
 std::optional<ModelTime> next_of(const Olt &olt, const UniPlace &place, const LoopRecord &record)
 {
     if (found_by_packets(olt, place, record) != record.watched_from.has_value()) return olt.now();
@@ -54,7 +54,7 @@ std::optional<ModelTime> next_of(const Olt &olt, const UniPlace &place, const Lo
     return recovery_of(olt, record);
 }
 
-// When a switch of loop detection that is on its way reaches the UNI port.
+// Returns when a setting of loop detection that is on its way reaches the UNI port.
 std::optional<ModelTime> switched(const Olt &olt, const UniPlace &place)
 {
     const OnuSetting *setting = olt.setting(switch_place(place));

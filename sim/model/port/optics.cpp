@@ -23,7 +23,7 @@ Plan refuse(uint32_t status)
     return {status};
 }
 
-// The module becomes as in `record`, and what comes of its laser going on or off happens at its port.
+// Changes the module to `record`. When its laser goes on or off, the change has what that means at its port, too.
 Plan change_module(const Olt &olt, const Module &module, const ModuleRecord &record)
 {
     Plan plan{BSP_OK, change_of<ModuleRecord>(module.cage(), record)};
@@ -40,7 +40,7 @@ const Module *pon_module(const Olt &olt, uint32_t pon_port)
     return olt.port(pon_port) ? olt.module(pon_port) : nullptr;
 }
 
-// The ONU as far as its light reaches the port; null when it is not bound there, or does not send.
+// Returns the ONU when its light reaches the port. Returns null when the ONU is not bound there, or does not send.
 const Arrival *sending(const Olt &olt, const PonPort &port, const Mac &mac)
 {
     const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
@@ -48,7 +48,7 @@ const Arrival *sending(const Olt &olt, const PonPort &port, const Mac &mac)
     return port.ranged(mac);
 }
 
-// Whether there is light is decided when the measurement ends, for all of its samples.
+// When the measurement ends, it is decided for all of its samples at once whether there is light.
 ModuleRecord::Result result_of(const Olt &olt, const PonPort &port, const ModuleRecord::Measurement &measurement)
 {
     ModuleRecord::Result result{measurement.mac, measurement.end, measurement.samples, 0, 0, 0};
@@ -66,7 +66,7 @@ ModuleRecord::Result result_of(const Olt &olt, const PonPort &port, const Module
     return result;
 }
 
-// The earliest time that a module has for something.
+// Returns the earliest time that TimeOf gives for a module.
 template <class TimeOf>
 std::optional<ModelTime> earliest(const Olt &olt, TimeOf time_of)
 {

@@ -17,7 +17,7 @@ constexpr uint32_t max_vlan = 4094;
 constexpr uint32_t min_ethertype = 0x600;
 constexpr uint32_t max_ethertype = 0xffff;
 
-// One block of a port; none for what there is at first.
+// Keeps one block of a port. Without bytes the port has what it has at first.
 Plan keep(uint32_t command, uint32_t pon_port, uint32_t index, std::optional<std::string> &&bytes)
 {
     Plan plan{BSP_OK};
@@ -25,7 +25,7 @@ Plan keep(uint32_t command, uint32_t pon_port, uint32_t index, std::optional<std
     return plan;
 }
 
-// A value other than the first one, as a block.
+// Returns a value as a block, or no block when it is the value that there is at first.
 template <class Value>
 std::optional<std::string> unless_first(const Value &value)
 {

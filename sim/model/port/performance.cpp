@@ -13,17 +13,17 @@ namespace
 
 constexpr uint64_t million = 1000000;
 
-// A UNI port with a link.
+// A Line is a UNI port with a link.
 struct Line {
-    uint64_t rank;  // among those of the ONU, from 0 on
-    uint64_t lines; // how many these are
+    uint64_t rank;  // its number among those of the ONU, from 0 on
+    uint64_t lines; // how many lines the ONU has
 
-    // Frames of a million.
+    // These are numbers of frames, of a million.
     uint32_t crc_errored;
     uint32_t fragments;
     uint32_t discarded;
 
-    // The ports take the ONU's frames in turn: added up, they have them all.
+    // The ports take the ONU's frames in turn, so that together they have them all.
     uint64_t share(uint64_t rate, ModelTime time) const { return (rate * time / count_unit + rank) / lines; }
 };
 
@@ -55,7 +55,7 @@ void pass(const Flow &flow, uint64_t frames, uint64_t UniCounters::Count::*direc
     if (flow.cast == Cast::multicast) counters.multicast.*direction += frames;
 }
 
-// All since the ONU began to monitor. None of it ever shrinks with time.
+// Returns everything counted since the ONU began to monitor. No counter ever becomes smaller with time.
 UniCounters counted(const Line &line, const Traffic::Onu &traffic, ModelTime time)
 {
     UniCounters counters{};
@@ -64,7 +64,7 @@ UniCounters counted(const Line &line, const Traffic::Onu &traffic, ModelTime tim
         const uint64_t discarded = down * line.discarded / million;
         counters.discarded.down += discarded;
         pass(flows[index], down - discarded, &UniCounters::Count::down, counters);
-        // What the ONU sends on is what it received well, and had grants for.
+        // The ONU sends on what it received well and had grants for.
         pass(flows[index], line.share(traffic.passed.up[index], time), &UniCounters::Count::up, counters);
         counters.discarded.up += line.share(traffic.dropped[index], time);
     }

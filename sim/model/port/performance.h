@@ -1,6 +1,7 @@
-// Performance monitoring: what an ONU counts at its UNI ports, period by period. Its traffic is divided among those
-// that have a link, so that together they count what the ONU sends to the PON port and is sent from there. The counts
-// follow from its rates now and from how long it has been counting; nothing has to happen in between.
+// Performance monitoring is what an ONU counts at its UNI ports, period by period. Its traffic is divided among the
+// ports that have a link, so that together they count what the ONU sends to the PON port and is sent from there. The
+// counts follow from the ONU's present rates and from how long it has been counting, so that nothing has to happen in
+// between.
 #pragma once
 
 #include <array>
@@ -15,26 +16,26 @@ namespace ponsim
 
 inline constexpr ModelTime monitoring_period = 900 * ms_per_second;
 
-// From when to when, in ms since the ONU began to monitor.
+// A MonitoringTime has a beginning and an end, in ms since the ONU began to monitor.
 struct MonitoringTime {
     ModelTime from;
     ModelTime to;
 };
-// The period that runs now; none while the ONU does not monitor.
+// Returns the period that runs now. Returns none while the ONU does not monitor.
 std::optional<MonitoringTime> current_period(const Olt &olt, const RemoteOnu &onu);
-// The whole period before it; none before the first ends.
+// Returns the whole period before that. Returns none before the first period ends.
 std::optional<MonitoringTime> last_period(const Olt &olt, const RemoteOnu &onu);
 
-// In the order in which CTC has them.
+// The counters are in the order of CTC.
 struct UniCounters {
     struct Count {
         uint64_t down; // sent to the user
-        uint64_t up;   // received from there
+        uint64_t up;   // received from the user
     };
 
     Count drop_events;
-    Count octets; // of the frames
-    Count frames; // that passed well
+    Count octets; // octets of the frames
+    Count frames; // frames that passed without errors
     Count broadcast;
     Count multicast;
     Count crc_errored;
@@ -42,7 +43,7 @@ struct UniCounters {
     Count oversize;
     Count fragments;
     Count jabbers;
-    std::array<Count, size_classes> sizes; // of the frames
+    std::array<Count, size_classes> sizes; // numbers of frames by length
     Count discarded;
     Count errored;
     uint64_t status_changes;

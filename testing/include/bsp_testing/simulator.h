@@ -1,4 +1,5 @@
-/* Simulated OLTs for tests: starts a ponsim in this process, or as a child of it, and lets things happen to its OLTs.
+/* These functions give tests simulated OLTs. They start a ponsim in this process, or as a child of it, and make things
+ * happen to its OLTs.
  *
  *     char error[256];
  *     bsp_simulator_options options = BSP_SIMULATOR_OPTIONS;
@@ -12,8 +13,8 @@
  *     bsp_simulator_stop(simulator);
  *
  * Link libponsim (pkg-config ponsim) beside libbsp_pon and the host edition of the board's libraries. Any thread may
- * call any of these functions at any time, but for bsp_simulator_stop: the last call with a simulator. Several
- * simulators may run at once. Texts that come in are copied. */
+ * call any of these functions at any time, except that bsp_simulator_stop must be the last call with a simulator.
+ * Several simulators may run at once. Texts that are passed in are copied. */
 #ifndef BSP_TESTING_SIMULATOR_H
 #define BSP_TESTING_SIMULATOR_H
 
@@ -24,22 +25,22 @@
 extern "C" {
 #endif
 
-/* What is simulated, and where. All zero, which is what BSP_SIMULATOR_OPTIONS makes it: the OLT that ponsim serves
- * without options, in memory, with the time standing still but for steps. */
+/* The options say what is simulated, and where. BSP_SIMULATOR_OPTIONS sets all of them to zero. That stands for the OLT
+ * that ponsim serves without options, in memory, with a time that only moves in steps. */
 typedef struct bsp_simulator_options {
     const char *scenario_file; /* what the OLTs are and what happens, see ponsim-scenario(5); null: none */
-    const char *scenario;      /* the same as a text, in its place; errors call it "scenario" */
-    /* Of the one OLT without a scenario; 0: as ponsim(8) says. BSP_SIMULATOR_NONE stands for no arrivals, and for no
-     * silent ones. */
+    const char *scenario;      /* the same as a text, instead of a file; errors call it "scenario" */
+    /* The next four options describe the one OLT when there is no scenario. 0 stands for the default in ponsim(8).
+     * BSP_SIMULATOR_NONE stands for no arrivals, and for no silent ONUs. */
     uint64_t seed;
     uint32_t ports;
     uint32_t arrivals;      /* ONUs that have arrived at each port */
     uint32_t silent;        /* percent of them that go offline when bound */
     const char *state;      /* the file that keeps the OLT, or the folder for several OLTs; null: in memory only */
-    double speed;           /* how many times as fast as the time of day model time passes; 0: by steps only */
-    const char *socket_dir; /* the folder of sockets: made where it is missing, and left there at the end; null: a new
-                               one for this user alone, which goes at the end, but
-                               not with a process that is killed */
+    double speed;           /* how many times faster than the time of day model time passes; 0: in steps only */
+    const char *socket_dir; /* the folder of sockets: made when it is missing, and left there at the end; null: a new
+                               one for this user alone, which is removed at the end, but
+                               not when the process is killed */
 } bsp_simulator_options;
 
 #ifdef __cplusplus
@@ -57,41 +58,42 @@ typedef struct bsp_simulator_options {
 
 typedef struct bsp_simulator bsp_simulator;
 
-/* Starts to serve in this process, on threads that take no signals. `options` may be null: all zero. When it returns
- * the library reaches the OLT, or the first one of several, from all threads (board_ipc_use_directory, see
- * board/service.h). To be released by bsp_simulator_stop. Null on failure, with the reason in `error`, cut to
- * `error_size` bytes with its final zero; both may be null and 0. */
+/* Starts to serve in this process, on threads that take no signals. `options` may be null, which means all zero. After
+ * the return the library reaches the OLT, or the first of several, from all threads (board_ipc_use_directory, see
+ * board/service.h). bsp_simulator_stop releases the simulator. Returns null on failure, with the reason in `error`, cut
+ * to `error_size` bytes with its final zero. `error` and `error_size` may be null and 0. */
 bsp_simulator *bsp_simulator_start(const bsp_simulator_options *options, char *error, size_t error_size);
 
-/* The same as a process of its own: `program`, which is looked for in PATH when it has no slash; null: "ponsim". What
- * it logs goes to this process's standard error. It ends with this process, whatever becomes of it. Failures are also:
- * the program cannot be run, ends, or does not serve within 30 s; then the reason is what it said. */
+/* As above, but serves in a process of its own, which runs `program`. The program is looked for in PATH when its name
+ * has no slash. Null stands for "ponsim". Its log goes to this process's standard error. It ends when this process
+ * ends, however that happens. It is also a failure when the program cannot be run, ends, or does not serve within 30 s.
+ * Then the reason is the program's output. */
 bsp_simulator *bsp_simulator_spawn(const bsp_simulator_options *options, const char *program, char *error,
                                    size_t error_size);
 
-/* Stops it, waits for its end, and releases what it has: threads, process, descriptors, a folder that it made. Calls
- * that are under way in other threads end with an IPC failure, and so do all later ones, until another simulator is
- * started or board_ipc_use_directory called. Null is allowed. In a process that was forked off after the start it does
- * nothing: the simulator is the parent's. */
+/* Stops the simulator, waits for its end, and releases what it has: threads, process, descriptors, and a folder that it
+ * made. Calls that are under way in other threads end with an IPC failure, and so do all later ones, until another
+ * simulator is started or board_ipc_use_directory is called. Null is allowed. In a process that was forked after the
+ * start this does nothing, because the simulator belongs to the parent. */
 void bsp_simulator_stop(bsp_simulator *simulator);
 
-/* The functions below take an OLT by its name in the scenario; null: the only one. */
+/* The functions below take the name of an OLT in the scenario. Null stands for the only OLT. */
 
-/* Carries out a line of `ponsim ctl`, as "power 1 kitchen off"; "help" lists the commands. 0, or -1 when it is refused
- * or reaches nobody. What it says, or the reason, is in `said`, cut to `size` bytes with its final zero; both may be
- * null and 0. Like all calls it is bounded by BOARD_IPC_TIMEOUT_MS. */
+/* Carries out a line of `ponsim ctl`, such as "power 1 kitchen off". The line "help" lists the commands. Returns 0, or
+ * -1 when the line is refused or reaches nobody. The answer, or the reason, is in `said`, cut to `size` bytes with its
+ * final zero. `said` and `size` may be null and 0. Like all calls this is bounded by BOARD_IPC_TIMEOUT_MS. */
 int bsp_simulator_control(bsp_simulator *simulator, const char *olt, const char *line, char *said, size_t size);
 
-/* Lets model time pass, and happen what happens by then; of all its OLTs where `olt` is null. 0, or -1 on failure, for
- * which a line to the log says the reason. */
+/* Lets model time pass, with everything that happens by then. When `olt` is null, it passes for all OLTs. Returns 0, or
+ * -1 on failure. Then a line in the log says the reason. */
 int bsp_simulator_step(bsp_simulator *simulator, const char *olt, uint64_t milliseconds);
 
-/* How much model time has passed, in milliseconds; -1 on failure, as above. */
+/* Returns how much model time has passed, in milliseconds, or -1 on failure, as above. */
 int64_t bsp_simulator_now(bsp_simulator *simulator, const char *olt);
 
-/* The OLT's folder of sockets, for board_ipc_use_directory, board_ipc_use_thread_directory, and the environment of
- * other processes (BOARD_IPC_DIR). Null when there is none of that name, or several and no name. The text lives until
- * the simulator is stopped. */
+/* Returns the OLT's folder of sockets, for board_ipc_use_directory, board_ipc_use_thread_directory, and the environment
+ * of other processes (BOARD_IPC_DIR). Returns null when no OLT has that name, or when there are several and no name is
+ * given. The text lives until the simulator is stopped. */
 const char *bsp_simulator_directory(const bsp_simulator *simulator, const char *olt);
 
 #ifdef __cplusplus
