@@ -7,8 +7,8 @@
 namespace
 {
 
-// A request is longer than its payload by this many bytes. The payload starts 4 bytes before their end, so zeros follow
-// the payload.
+// A request is longer than its payload by this many bytes. The payload starts 4 bytes before their end, so that 4 zeros
+// follow the payload.
 constexpr uint32_t header_length = 28;
 constexpr uint32_t longest_payload = sizeof(bsp_profile_msg) - header_length;
 
