@@ -32,7 +32,7 @@ bool read_number(std::string_view text, uint32_t &number)
     return error == std::errc{} && stop == end;
 }
 
-// The bytes of an even number of hexadecimal digits.
+// Reads bytes from an even number of hexadecimal digits.
 bool read_hex(std::string_view text, Bytes &bytes)
 {
     if (text.size() % 2) return false;
@@ -45,7 +45,7 @@ bool read_hex(std::string_view text, Bytes &bytes)
     return true;
 }
 
-// The parts of a text between separators.
+// Returns the parts of a text between separators.
 std::vector<std::string_view> split(std::string_view text, char separator)
 {
     std::vector<std::string_view> parts;
