@@ -49,7 +49,7 @@ typedef struct board_request {
 } board_request;
 
 /* A board_answer is the answer under construction. It starts with IPC result 0, status 0, no response bytes and no
-   result. */
+ * result. */
 typedef struct board_answer board_answer;
 
 /* Sets the status word that the caller receives. */
@@ -57,7 +57,7 @@ void board_answer_status(board_answer *answer, uint32_t status);
 /* Makes the exchange itself fail: the caller's IPC call returns `result`, which must not be 0. */
 void board_answer_fail(board_answer *answer, int32_t result);
 /* Sets the response bytes, at most IPC_MAX_LENGTH, and copies them at once. Returns 0, or -1 when there are too many
-   bytes. */
+ * bytes. */
 int board_answer_data(board_answer *answer, const void *data, uint32_t length);
 /* Sets the result database under `key`: a JSON text of `length` bytes, which is copied at once. A request has one
  * result; the last one counts. Returns 0, or -1 when the text is longer than BOARD_RESULT_MAX. Then the caller gets no

@@ -45,7 +45,7 @@ typedef struct board_trace_record {
 } board_trace_record;
 
 /* The functions below read a trace. They give everything in the reader's byte order, except the bytes of requests and
-   responses. */
+ * responses. */
 typedef struct board_trace board_trace;
 
 typedef struct board_trace_entry {
@@ -56,13 +56,13 @@ typedef struct board_trace_entry {
 } board_trace_entry;
 
 /* Opens a trace file. Returns null on failure; then `*error` points to a static text that says why. `error` may be
-   null. */
+ * null. */
 board_trace *board_trace_open(const char *file, const char **error);
 /* Returns the byte order of the bytes of requests and responses: BOARD_TRACE_LITTLE_ENDIAN or
-   BOARD_TRACE_BIG_ENDIAN. */
+ * BOARD_TRACE_BIG_ENDIAN. */
 int board_trace_byte_order(const board_trace *trace);
 /* Reads the next record. Returns 1, or 0 at the end of the file, or -1 when the file is damaged here or cannot be
-   read. */
+ * read. */
 int board_trace_next(board_trace *trace, board_trace_entry *entry);
 /* Closes the file. Null is allowed. */
 void board_trace_close(board_trace *trace);
