@@ -18,10 +18,10 @@ using catalogue::Operation;
 namespace
 {
 
-// Of what comes out of an answer, in bytes: more than that is a slip of the keyboard.
+// This bounds how many bytes of an answer may be wanted. A greater number is a typing error.
 constexpr uint32_t greatest_wanted = 1048576;
 
-// The library refuses a longer payload: there are no fields behind it to run on into.
+// The library refuses a longer payload, because there are no fields behind it that it could continue into.
 void check_payload(std::string_view name, size_t size)
 {
     constexpr size_t longest_payload = 4092; // bytes
@@ -221,8 +221,8 @@ size_t index_of(const Operation &operation, const std::string &name)
     refuse_unknown(operation, name);
 }
 
-// Refuses fields of a record or block that do not count: what the operation does not pick or the block does not hold,
-// and the command code where the operation writes its own.
+// Refuses fields that have no effect: fields of a record that the operation does not pick, fields that the block does
+// not hold, and the command code when the operation writes its own.
 void check_fields(const Operation &operation, const Argument &argument, std::span<const Assignment> fields)
 {
     for (const Assignment &assignment : fields) {
@@ -247,8 +247,8 @@ void check_fields(const Operation &operation, const Argument &argument, std::spa
 } // namespace
 
 struct Arguments::Given {
-    std::vector<const Assignment *> whole;       // by argument; null: not given
-    std::vector<std::vector<Assignment>> fields; // by argument: assignments to a record's fields
+    std::vector<const Assignment *> whole;       // one for each argument; null: not given
+    std::vector<std::vector<Assignment>> fields; // for each argument, the assignments to its fields
 
     Given(const Operation &operation, std::span<const Assignment> assignments)
         : whole(operation.arguments.size()), fields(operation.arguments.size())
@@ -280,7 +280,7 @@ Arguments::Arguments(const Operation &operation, std::span<const Assignment> ass
                              std::string(argument.brief) + ")");
         set(index, given, allowed);
     }
-    // A length is that of its block unless it is stated, so it comes after the blocks.
+    // Unless a length is stated, it is the length of its block, so the blocks are set first.
     for (size_t index = 0; index < passed.size(); ++index)
         if (is_length(operation.arguments[index])) set_length(index, given);
 }
@@ -339,7 +339,7 @@ void Arguments::set(size_t index, const Given &given, Allowed allowed)
         else if (assignment)
             set_payload(index, *assignment, allowed);
         return;
-    case ArgumentType::block_out: // set with its length where it has one
+    case ArgumentType::block_out: // set together with its length, if it has one
         set_room(index, argument.size ? argument.size : argument.field->size);
         return;
     case ArgumentType::u8_out:
@@ -380,12 +380,12 @@ void Arguments::set_block(size_t index, const Assignment &assignment, Allowed al
         check_payload(assignment.name, block.size());
     else if (!allowed.long_values)
         check_length(assignment.name, block.size(), field, false);
-    // An empty block is still one: its address must not be null.
+    // An empty block is a block, too, so its address must not be null.
     block.reserve(1);
     passed[index].pointer = block.data();
 }
 
-// A payload stands where the answer will stand that takes its place.
+// The answer takes the place of the payload, so the payload stands at the offset that the answer will have.
 void Arguments::set_payload(size_t index, const Assignment &assignment, Allowed allowed)
 {
     const Bytes payload = parse_block(assignment.name, assignment.value, allowed.files);
@@ -413,7 +413,8 @@ void Arguments::set_sized_block(size_t index, const Given &given, Allowed allowe
     passed[index].pointer = record.data() + start;
 }
 
-// Room for what stands in the answer where it will stand here: whoever reads it finds it as in the answer.
+// Reserves memory in which a part of the answer has the same offset as in the answer, so that it is read like the
+// answer.
 void Arguments::set_room(size_t index, uint32_t size)
 {
     const Argument &argument = called.arguments[index];
@@ -438,7 +439,7 @@ void Arguments::settle()
     }
 }
 
-// Of the block of the board's memory.
+// Returns the length of the block of the board's memory.
 uint32_t Arguments::delivered_length() const
 {
     uint32_t length = 0;
@@ -448,7 +449,7 @@ uint32_t Arguments::delivered_length() const
     return length;
 }
 
-// How many bytes of an answer are wanted: all that it can hold, unless it is stated.
+// Sets how many bytes of an answer are wanted. Unless a number is stated, these are all bytes that the answer can hold.
 void Arguments::set_wanted(size_t index, const Given &given)
 {
     const Argument &argument = called.arguments[index];
@@ -474,7 +475,7 @@ void Arguments::set_length(size_t index, const Given &given)
     const uint32_t stated = parse_number(argument.name, given.whole[index]->value);
     if (called.record->payload) {
         check_payload(argument.name, stated);
-        // Zeros go out behind what was given, and leave room for a longer answer.
+        // Zeros are sent behind the given bytes, and leave room for a longer answer.
         if (stated > size && passed[block].pointer) {
             memory[block].bytes.resize(start + stated);
             passed[block].pointer = memory[block].bytes.data() + start;

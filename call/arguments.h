@@ -1,4 +1,4 @@
-// The arguments of an operation, from texts by their names.
+// This file makes the arguments of an operation from texts that are given by name.
 #pragma once
 
 #include <span>
@@ -13,15 +13,15 @@ struct db_handle;
 namespace call
 {
 
-// Values ready for catalogue::invoke, with the memory that they point to: what was given, room for what the operation
-// delivers, and the databases that it delivered.
+// Arguments are values that are ready for catalogue::invoke, with the memory that they point to: the given bytes, room
+// for what the operation delivers, and the databases that it delivered.
 class Arguments
 {
 public:
-    // Reads what was given by names. Refused with a UsageError that names the argument and says what was expected:
-    // unknown, repeated and missing arguments, wrong values, and what is not allowed.
+    // Reads the assignments by their names. Throws a UsageError that names the argument and says what was expected when
+    // an argument is unknown, repeated or missing, or when a value is wrong or not allowed.
     Arguments(const catalogue::Operation &operation, std::span<const Assignment> assignments, Allowed allowed);
-    // The same from words of the form name=value.
+    // As above, from words of the form name=value.
     Arguments(const catalogue::Operation &operation, std::span<const std::string> words, Allowed allowed = {});
     ~Arguments();
     Arguments(const Arguments &) = delete;
@@ -30,26 +30,27 @@ public:
     const catalogue::Operation &operation() const { return called; }
     std::span<const catalogue::Value> values() const { return passed; }
 
-    // The command that the operation sends with its call; null where the catalogue does not know it.
+    // Returns the command that the operation sends with its call, or null when the catalogue does not know it.
     const catalogue::Command *command() const;
 
-    // Once the operation was called: puts what came out widened where it stands in the answer.
+    // Moves a byte that was delivered as a 16-bit number to its offset in the answer. It is called after the operation.
     void settle();
 
-    // What an argument's memory holds: a record, a response, a text that was delivered, a database (null where none was
-    // delivered). A block or word of the answer stands where it stands in the answer's record, at the memory's end.
+    // These return what an argument's memory holds: a record, a response, a text that was delivered, or a database
+    // (null when none was delivered). A block or word of the answer has the same offset as in the answer's record, and
+    // ends the memory.
     std::span<const uint8_t> bytes(size_t index) const { return memory[index].bytes; }
     db_handle *database(size_t index) const { return memory[index].database; }
 
 private:
     struct Memory {
         Bytes bytes;
-        uint16_t number = 0;   // of a byte that comes out widened
+        uint16_t number = 0;   // of a byte that is delivered as a 16-bit number
         uint32_t wanted = 0;   // of a length that is read through a pointer
         void *block = nullptr; // of the board's memory, as it was delivered
         db_handle *database = nullptr;
     };
-    struct Given; // the assignments, sorted out by argument
+    struct Given; // the assignments, sorted by argument
 
     void set(size_t index, const Given &given, Allowed allowed);
     void set_record(size_t index, const Given &given, Allowed allowed);
@@ -67,31 +68,33 @@ private:
     std::vector<catalogue::Value> passed;
 };
 
-// Whether the tool fills an argument itself and a command line need not, or cannot, name it.
+// Returns whether the argument is filled by the call itself, so that a command line need not, or cannot, name it.
 bool is_output(const catalogue::Argument &argument);
-// Whether the operation answers into the argument that holds its request, or a part of that.
+// Returns whether the operation answers into the argument that holds its request, or a part of the request.
 bool is_in_place(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// Whether the argument always has as many bytes, which are a part of the request.
+// Returns whether the argument always has the same number of bytes, which are a part of the request.
 bool is_sized_block(const catalogue::Argument &argument);
-// Whether a command line may set fields of the argument.
+// Returns whether a command line may set fields of the argument.
 bool takes_fields(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// Whether the operation does not use the argument at all.
+// Returns whether the operation does not use the argument at all.
 bool is_ignored(const catalogue::Argument &argument);
-// Whether the argument is the command code, which may be given by name.
+// Returns whether the argument is the command code, which may be given by name.
 bool is_command(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// The fields that may be set in an argument. Of a record: where the operation picks some for its request, these; else
-// all but the command code where the operation writes its own. Of a block: those of the command's layout inside it.
+// Returns the fields that may be set in an argument. For a record these are the fields that the operation picks for its
+// request, if it picks some. Otherwise they are all fields, without the command code when the operation writes its own.
+// For a block they are the fields of the command's layout inside the block.
 std::vector<const catalogue::Field *> fields_of(const catalogue::Operation &operation,
                                                 const catalogue::Argument &argument);
-// Whether the argument is a number of the caller's, the length of a block, or a number that comes out of an answer.
+// These return whether the argument is a number that the caller gives, the length of a block, or a number that an
+// answer delivers.
 bool is_number(const catalogue::Argument &argument);
 bool is_length(const catalogue::Argument &argument);
 bool is_number_out(const catalogue::Argument &argument);
-// Whether a command line may leave the argument out.
+// Returns whether a command line may leave the argument out.
 bool may_be_omitted(const catalogue::Argument &argument);
-// How a command line names the argument and what it takes: "pon_port=NUMBER". Empty for outputs.
+// Returns how a command line names the argument and what it takes: "pon_port=NUMBER". The text is empty for outputs.
 std::string form_of(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// The argument's type in one word: number, byte, command, mac, text, block, length, record, response, database.
+// Returns the argument's type in one word: number, byte, command, mac, text, block, length, record, response, database.
 std::string_view type_name(const catalogue::Operation &operation, const catalogue::Argument &argument);
 
 } // namespace call

@@ -22,7 +22,7 @@ const catalogue::Operation &operation_named(const std::string &name)
                      (is_near ? "; did you mean " + text::join(near, " or ") + "?" : ""));
 }
 
-// Bounds the calls of this thread while it lives.
+// A Deadline bounds the calls of this thread while it lives.
 class Deadline
 {
 public:
@@ -60,7 +60,7 @@ Outcome perform(const Call &asked, Permission &permission)
 {
     const catalogue::Operation &operation = operation_named(asked.operation);
     const Deadline deadline(asked.deadline);
-    const bool files = false; // of this machine, which may be another one than that of whoever asks
+    const bool files = false; // a file of this machine, which may be another machine than the caller's
     const Invocation called(operation, asked.arguments, permission, {asked.allow_long, files});
     const Exchange &exchange = called.exchange();
     Outcome outcome{.id = asked.id,

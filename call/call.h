@@ -1,11 +1,11 @@
-// An operation called by its name, as a value: what is asked, and what came of it. Both have one form in JSON, which
-// docs/call.md describes.
+// A call of an operation by its name is a value: a Call says what is asked, and an Outcome says what came of it. Both
+// have one form in JSON, which docs/call.md describes.
 //
 //     call::UpTo permission(catalogue::Class::read);
 //     call::Call asked{.operation = "bsp_om_plat_diag_get", .arguments = {{"pon_port", "1"}}};
 //     const call::Outcome outcome = call::perform(asked, permission);
 //
-// Nothing is printed, and nothing ends the process. What cannot be called as it is asked is an Error.
+// Nothing is printed, and nothing ends the process. A request that cannot be called as it is asked throws an Error.
 #pragma once
 
 #include <optional>
@@ -20,16 +20,16 @@ namespace call
 {
 
 struct Call {
-    std::string id; // the caller's own, which the outcome has too
+    std::string id; // the caller's own id, which the outcome has, too
     std::string operation;
-    std::vector<Assignment> arguments; // by name; of a field of a record: record.FIELD
-    bool allow_long = false;           // texts and blocks may run on into the fields behind theirs
-    std::optional<uint32_t> deadline;  // milliseconds from 1; none: that of the board's library
+    std::vector<Assignment> arguments; // by name; a field of a record is named record.FIELD
+    bool allow_long = false;           // texts and blocks may continue into the fields behind theirs
+    std::optional<uint32_t> deadline;  // milliseconds, from 1 on; none: the deadline of the board's library
 
     bool operator==(const Call &) const = default;
 };
 
-// What an operation delivered through one of its arguments.
+// A Delivered is what an operation delivered through one of its arguments.
 struct Delivered {
     std::string name;
     std::string value; // JSON in one line
@@ -40,26 +40,26 @@ struct Delivered {
 struct Outcome {
     std::string id;
     std::string operation;
-    bool sent = false;      // not so where the permission kept the request back, or the library made none
-    int32_t ipc_result = 0; // of the exchange; the rest counts where it is 0
+    bool sent = false;      // false when the permission kept the request back, or the library made none
+    int32_t ipc_result = 0; // of the exchange; the members below count when it is 0
     std::string ipc_text;
-    uint32_t status = 0;     // that the operation returned
-    std::string status_name; // empty: it has none
+    uint32_t status = 0;     // the status that the operation returned
+    std::string status_name; // empty: the status has no name
     std::string status_text;
-    std::optional<std::vector<Delivered>> outputs; // nothing where the exchange failed
+    std::optional<std::vector<Delivered>> outputs; // none when the exchange failed
 
     bool operator==(const Outcome &) const = default;
 };
 
-// Calls the operation, as far as there is permission: that is asked for with the class of what would be sent. Throws a
-// UsageError where the call is wrong, and what the permission throws; nothing was sent then. Any thread may call; each
-// exchanges on a connection of its own.
+// Calls the operation if there is permission. The permission is asked with the class of what would be sent. Throws a
+// UsageError when the call is wrong, and whatever the permission throws; nothing was sent then. Any thread may call
+// this function. Each thread has a connection of its own.
 Outcome perform(const Call &asked, Permission &permission);
 
-// One line each.
+// Each function writes one line.
 std::string to_json(const Call &asked);
 std::string to_json(const Outcome &outcome);
-// Each throws a UsageError that says what is wrong with the text, and where.
+// Each function throws a UsageError that says what is wrong with the text, and where.
 Call call_from_json(std::string_view text);
 Outcome outcome_from_json(std::string_view text);
 

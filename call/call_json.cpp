@@ -1,4 +1,4 @@
-// Calls and outcomes in JSON.
+// This file writes and reads calls and outcomes as JSON.
 #include <functional>
 #include <map>
 
@@ -66,10 +66,10 @@ int32_t read_signed(const std::string &name, const Value &value)
     return value.GetInt();
 }
 
-// What to do with each member of an object.
+// Members says what is done with each member of an object.
 using Members = std::map<std::string, std::function<void(const std::string &name, const Value &value)>, std::less<>>;
 
-// Reads an object that has these members, all of them or some.
+// Reads an object whose members are all known. The required members must be there.
 void read_object(std::string_view json, const std::string &what, const Members &members,
                  std::initializer_list<const char *> required)
 {
@@ -98,7 +98,7 @@ void read_object(std::string_view json, const std::string &what, const Members &
         if (!seen[name]) throw UsageError(std::string(name) + ": missing");
 }
 
-// The text that stands for a value: digits, words, or ids with commas between them.
+// Returns the text that stands for a value: digits, words, or ids with commas between them.
 std::string word_of(const std::string &name, const Value &value)
 {
     if (value.IsString()) return text_of(value);
@@ -128,7 +128,7 @@ void read_arguments(const std::string &name, const Value &value, std::vector<Ass
     }
 }
 
-// Takes an object apart, and keeps its numbers as they were written.
+// Apart separates an object into its members, and keeps the numbers as they were written.
 class Apart : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Apart>
 {
 public:
@@ -161,7 +161,7 @@ public:
     }
 
 private:
-    // Of a member, where a value of its own has ended.
+    // Ends a member of the object when a value of the outermost level has ended.
     bool end()
     {
         if (depth > 1) return true;
@@ -176,7 +176,7 @@ private:
     Passing<rapidjson::Writer<rapidjson::StringBuffer>> writer{buffer};
 };
 
-// The members of a text that is an object.
+// Returns the members of a text that is an object.
 std::vector<Delivered> members_of(std::string_view object)
 {
     rapidjson::MemoryStream in(object.data(), object.size());

@@ -18,7 +18,7 @@ using catalogue::Class;
 using catalogue::Command;
 
 struct Watched {
-    const Sender *sender = nullptr; // null: nobody watches
+    const Sender *sender = nullptr; // null: no Watch lives on this thread
     Permission *permission = nullptr;
     std::exception_ptr refusal;
 };
@@ -37,7 +37,7 @@ void note_answer(const void *response, const uint32_t *length, const uint32_t *s
     note_answer(status);
 }
 
-// The worst of the commands that the request may be, for some share a code.
+// Returns the worst class of the commands that the request may be, because some commands share a code.
 Class impact_of(const Sender &sender, const Exchange &exchange, const Command *command)
 {
     if (sender.operation && sender.operation->command) return sender.operation->impact;
@@ -53,7 +53,8 @@ Class impact_of(const Sender &sender, const Exchange &exchange, const Command *c
     return worst;
 }
 
-// May the request be sent that was noted? The library, through which the call came, takes no exception.
+// Asks whether the request that was noted may be sent. The exceptions of the permission end here, because they must not
+// pass through the library.
 Verdict decide(const Sender &sender)
 {
     try {
@@ -68,8 +69,8 @@ Verdict decide(const Sender &sender)
     }
 }
 
-// Notes a call and, where it may, passes it on to the IPC library's function of the same name. The last of the
-// arguments is where the status word goes.
+// Notes a call. If the call is permitted, passes it on to the IPC library's function of the same name. The last
+// argument is the address of the status word.
 template <class Function, class... Rest>
 int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_t msg_type, const void *request,
                 uint32_t request_length, Rest... rest)

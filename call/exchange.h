@@ -1,8 +1,8 @@
-// What is sent, and how its exchange goes.
+// This file says what is sent, and how the exchange goes.
 //
 // The library returns one word, in which an IPC failure and a service status cannot always be told apart. So the
-// program defines the four calls of the IPC library itself: each asks whether the request may be sent, notes it with
-// its result, and passes the call on. Where nobody watches, nothing is sent.
+// program defines the four calls of the IPC library itself. Each of them asks whether the request may be sent, notes it
+// with its result, and passes the call on. Without a Watch, nothing is sent.
 #pragma once
 
 #include <cstdint>
@@ -17,25 +17,25 @@ namespace call
 
 struct Exchange {
     bool made = false;                         // false: nothing was handed to the IPC library
-    bool kept_back = false;                    // by the permission: nothing was sent
-    int32_t result = 0;                        // the IPC library's
-    uint32_t status = 0;                       // the service's, whatever the operation returns
-    const catalogue::Record *record = nullptr; // what the request is
+    bool kept_back = false;                    // the permission kept the request back, and nothing was sent
+    int32_t result = 0;                        // of the IPC library
+    uint32_t status = 0;                       // of the service, whatever the operation returns
+    const catalogue::Record *record = nullptr; // the record of the request
     const catalogue::Channel *channel = nullptr;
     catalogue::Call call = catalogue::Call::set;
     Bytes request;
-    Bytes response; // as much as was received
+    Bytes response; // the bytes that were received
 };
 
-// Who makes an exchange.
+// The Sender says who makes an exchange.
 struct Sender {
     std::string doing;                               // for people: "calling bsp_pon_exec_set"
-    const catalogue::Record *record;                 // of the request; null: unknown
-    const catalogue::Operation *operation = nullptr; // null: none of the library's
+    const catalogue::Record *record;                 // the record of the request; null: unknown
+    const catalogue::Operation *operation = nullptr; // null: no operation of the library
 };
 
-// Lets the calling thread exchange records while it lives, as far as there is permission, and notes the last exchange.
-// A thread has one at a time.
+// A Watch lets the calling thread exchange records while it lives, if there is permission, and notes the last exchange.
+// A thread has one Watch at a time.
 class Watch
 {
 public:
@@ -48,7 +48,7 @@ public:
     const Exchange &exchange() const;
 };
 
-// The last exchange that was noted on this thread.
+// Returns the last exchange that was noted on this thread.
 const Exchange &last_exchange();
 
 } // namespace call

@@ -34,10 +34,10 @@ Invocation::Invocation(const char *operation, const std::vector<std::string> &wo
 bool Invocation::delivers(size_t index) const
 {
     const Argument &argument = operation().arguments[index];
-    // The operations that deliver in a way of their own do so only where the status is 0.
+    // The operations that deliver in a way of their own deliver only when the status is 0.
     if (returned != 0 && catalogue::find_oddity(operation(), catalogue::Facet::answer)) return false;
     if (is_output(argument)) return true;
-    // A block that goes out is left alone where it is not given, or another one receives the answer.
+    // A block that is sent is not overwritten when it is not given, or when another block receives the answer.
     const bool is_block = argument.type == ArgumentType::block_inout;
     const bool left_alone = is_block && (bytes(index).empty() || has(ArgumentType::block_out));
     return is_in_place(operation(), argument) && !left_alone;

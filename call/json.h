@@ -1,4 +1,4 @@
-// Documents in JSON: what operations deliver, as values.
+// This file writes what operations deliver as values in JSON.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@
 namespace call
 {
 
-// A writer to which a document can be passed on: a number as it was written, whatever its size and precision.
+// A document can be passed on to this writer. A number stays as it was written, whatever its size and precision.
 template <class Base>
 struct Passing : Base {
     using Base::Base;
@@ -23,7 +23,7 @@ struct Passing : Base {
     }
 };
 
-// A JSON document in memory, laid out for people.
+// A JsonText is a JSON document in memory, laid out for people.
 class JsonText
 {
     using Writer = Passing<rapidjson::PrettyWriter<rapidjson::StringBuffer>>;
@@ -33,37 +33,37 @@ public:
     JsonText(const JsonText &) = delete;
     JsonText &operator=(const JsonText &) = delete;
 
-    // What was written so far.
+    // Returns what was written so far.
     std::string_view written() const { return {buffer.GetString(), buffer.GetSize()}; }
 
     Writer *operator->() { return &writer; }
 
     void key(std::string_view name) { writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
-    // A text that need not be UTF-8: if it is not, each of its bytes counts as one character.
+    // Writes a text that need not be UTF-8. If it is not, each of its bytes counts as one character.
     void text(std::string_view text);
-    // key and text; the number or null.
+    // These write a key with a text, or with a number.
     void member(std::string_view name, std::string_view value);
     void member(std::string_view name, uint32_t value);
-    // A number that is a text already.
+    // Writes a number that is a text already.
     void number(const std::string &digits);
-    // "status" and "status_name", which is null where the word has no name.
+    // Writes "status" and "status_name". The name is null when the word has none.
     void status(uint32_t status);
-    // An array of the ids of a set.
+    // Writes an array of the ids of a set.
     void ids(const IdSet &set);
-    // An object of the cells of a row.
+    // Writes an object of the cells of a row.
     void row(db_handle *database, uint32_t row);
-    // The contents of a file: a text where they are one throughout, else as hexadecimal digits.
+    // Writes the contents of a file: as a text if the whole file is text, otherwise as hexadecimal digits.
     void content(std::span<const uint8_t> bytes);
-    // A document that is JSON already; as a text if it is not.
+    // Writes a document that is JSON already. If it is not JSON, it is written as a text.
     void document(std::string_view document);
-    // That of a result database; null where there is no database.
+    // Writes the document of a result database, or null when there is no database.
     void document(const db_handle *database);
-    // The same; an empty array where there is no database.
+    // As above, but writes an empty array when there is no database.
     void list(const db_handle *database);
-    // The value of one field of a record.
+    // Writes the value of one field of a record.
     void field(const catalogue::Field &field, const Reading &reading);
-    // An object of a record's fields, each as its type: numbers, texts, MAC addresses as texts, sets of ids as arrays
-    // of numbers, bytes as hexadecimal digits without the zeros at their end.
+    // Writes an object of a record's fields. Each field is written as its type: a number, a text, a MAC address as a
+    // text, a set of ids as an array of numbers, bytes as hexadecimal digits without the zeros at their end.
     void record(const Reading &reading);
 
 private:
@@ -71,7 +71,7 @@ private:
     Writer writer;
 };
 
-// A JSON document in one line.
+// Returns a JSON document in one line.
 std::string compact(std::string_view document);
 
 struct FreeDatabase {
@@ -79,10 +79,11 @@ struct FreeDatabase {
 };
 using Database = std::unique_ptr<db_handle, FreeDatabase>;
 
-// The JSON text of a result database.
+// Returns the JSON text of a result database.
 std::string_view document_of(const db_handle *database);
 
-// Whether contents of a file are a text throughout: UTF-8 without control characters but tabs and line ends.
+// Returns whether the whole contents of a file are text: UTF-8 without control characters other than tabs and line
+// ends.
 bool is_text(std::string_view content);
 
 } // namespace call

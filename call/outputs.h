@@ -1,4 +1,4 @@
-// What an operation delivered, as values.
+// This file gives what an operation delivered as values.
 #pragma once
 
 #include <functional>
@@ -12,11 +12,11 @@ namespace call
 // Visits the arguments through which the operation delivered something, by their indices.
 void for_each_output(const Invocation &called, const std::function<void(size_t index)> &visit);
 
-// What it delivered through one argument: rows of a database as an array of objects, a record as an object of its
-// fields, a number, or a text.
+// Writes what the operation delivered through one argument: the rows of a database as an array of objects, a record as
+// an object of its fields, a number, or a text.
 void write_output(JsonText &json, const Invocation &called, size_t index);
 
-// An object of all that it delivered; null where it was not answered.
+// Writes an object of all that the operation delivered, or null when it was not answered.
 void write_outputs(JsonText &json, const Invocation &called);
 
 } // namespace call

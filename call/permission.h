@@ -1,4 +1,4 @@
-// Who decides whether a request may be made. Nothing is sent without being asked for.
+// A Permission decides whether a request may be made. Nothing is sent without asking it.
 #pragma once
 
 #include <string>
@@ -11,16 +11,16 @@ namespace call
 
 struct Exchange;
 
-// What is about to be sent.
+// A Request describes what is about to be sent.
 struct Request {
     std::string doing;                     // for people: "calling bsp_pon_exec_set"
-    catalogue::Class impact;               // the worst of what the catalogue knows that it may do to the network
-    const catalogue::Operation *operation; // null: none of the library's
+    catalogue::Class impact;               // the worst class that the catalogue knows for it
+    const catalogue::Operation *operation; // null: no operation of the library
     const catalogue::Command *command;     // null: the catalogue does not know it
     const Exchange &exchange;              // its channel, call and bytes
 };
 
-// It was said no. what() says why, for people.
+// The permission refused the request. what() says why, for people.
 class Refused : public Error
 {
     using Error::Error;
@@ -28,18 +28,18 @@ class Refused : public Error
 
 enum class Verdict {
     send,
-    keep_back // nothing is sent, and the call goes on as though it had been answered with nothing
+    keep_back // nothing is sent, and the call continues as though it had received an empty answer
 };
 
 class Permission
 {
 public:
     virtual ~Permission() = default;
-    // May this be sent? Throws Refused, or another Error, where it must not.
+    // Decides whether the request is sent. Throws Refused, or another Error, when it must not be sent.
     virtual Verdict decide(const Request &request) = 0;
 };
 
-// Lets all requests through up to a class.
+// UpTo permits all requests up to a class.
 class UpTo : public Permission
 {
 public:

@@ -10,7 +10,7 @@ namespace call
 namespace
 {
 
-// Everything that a search word may occur in.
+// Returns all text in which a search word may occur.
 std::string searched_text(const catalogue::Operation &operation)
 {
     std::string text;
@@ -21,14 +21,14 @@ std::string searched_text(const catalogue::Operation &operation)
     return text::lower_case(text);
 }
 
-// Whether every word occurs in the text, which is in lower case.
+// Returns whether every word occurs in the text, which is in lower case.
 bool contains_all(std::string_view text, std::span<const std::string> words)
 {
     return std::all_of(words.begin(), words.end(),
                        [text](const std::string &word) { return text.find(text::lower_case(word)) != text.npos; });
 }
 
-// The words that a name is made of.
+// Returns the words that a name is made of.
 std::vector<std::string> parts_of(const std::string &name)
 {
     std::vector<std::string> parts(1);

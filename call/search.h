@@ -1,4 +1,4 @@
-// Finding operations by words, and by names that are not quite theirs.
+// This file finds operations by words, and by names that are not quite correct.
 #pragma once
 
 #include <span>
@@ -11,13 +11,14 @@
 namespace call
 {
 
-// The operations that each of the words occurs in: in the name, the brief, the family, the class, or the command's
-// name or code. Upper and lower case are the same.
+// Returns the operations in which each of the words occurs: in the name, the brief, the family, the class, or the
+// command's name or code. Upper and lower case are the same.
 std::vector<const catalogue::Operation *> find_operations(std::span<const std::string> words);
-// The functions without a request that each of the words occurs in: in the name, the brief or the family.
+// Returns the functions without a request in which each of the words occurs: in the name, the brief or the family.
 std::vector<const catalogue::Function *> find_functions(std::span<const std::string> words);
 
-// The operations that a wrong name may mean: those whose names hold every part of it; else the nearest, if one is near.
+// Returns the operations that a wrong name may mean: those whose names hold every part of it. If there are none,
+// returns the nearest one, if one is near.
 std::vector<std::string_view> near_operations(const std::string &name);
 
 } // namespace call

@@ -19,7 +19,7 @@ const Entry *find_named(std::span<const Entry> entries, std::string_view name)
     return find_if(entries, [name](const Entry &entry) { return entry.name == name; });
 }
 
-// The layout or view that names the command.
+// Returns the layout or view that names the command.
 template <class Entry, class Suits>
 const Entry *find_using(std::span<const Entry> entries, const Command &command, Suits suits)
 {

@@ -1,5 +1,5 @@
-// The contract as data, for the tool, the simulated service, the trace decoder and the tests. The tables behind these
-// functions are generated from the TOML files of this folder; nothing here needs the library itself.
+// This file gives the contract as data to the tool, the simulated service, the trace decoder and the tests. The tables
+// behind these functions are generated from the TOML files of this folder. Nothing here needs the library itself.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 namespace catalogue
 {
 
-// The module number of every exchange.
+// This is the module number of every exchange.
 extern const uint32_t module;
 
 enum class FieldType : uint8_t { u8, u16, s16, u32, s32, u64, mac, text, bytes, idset };
@@ -21,7 +21,7 @@ struct Field {
     uint32_t offset;
     uint32_t size; // bytes up to the end of the field
     std::string_view unit;
-    double scale; // of a number: what one is, in the unit
+    double scale; // of a number: the value of one count, in the unit
     std::string_view brief;
 };
 
@@ -29,7 +29,7 @@ struct Record {
     std::string_view name;
     uint32_t size;
     const Field *command; // null: the record carries no command code
-    const Field *payload; // null: a request is `size` bytes long; else its payload and 28 bytes
+    const Field *payload; // null: a request is `size` bytes long; otherwise it is as long as its payload and 28 bytes
     std::span<const Field> fields;
     std::string_view brief;
 };
@@ -41,7 +41,7 @@ struct Channel {
     std::string_view brief;
 };
 
-// What a command does to the network: for confirmation, access and audit.
+// A Class says what a command does to the network. Confirmation, access rules and audit use it.
 enum class Class : uint8_t { read, write, service_affecting };
 
 enum class Call : uint8_t { set, get, dgram_set, dgram_get };
@@ -51,24 +51,24 @@ struct Command {
     uint32_t code;
     const Channel *channel;
     Class impact;
-    std::optional<Call> call; // of two commands that share a code: the call that this one is for
+    std::optional<Call> call; // of two commands that share a code: the call that belongs to this one
     std::string_view brief;
 };
 
 struct Status {
     std::string_view name;
     uint32_t value;
-    bool of_library; // else of the simulated service
+    bool of_library; // false: it is a word of the simulated service
     std::string_view brief;
 };
 
-// The contents that the simulated service gives to an opaque part of a record.
+// A Layout describes what the simulated service puts into an opaque part of a record.
 struct Layout {
     std::string_view name;
     const Record *record;
     std::span<const Command *const> commands;
     std::span<const Field> fields;
-    bool of_answer; // else of the request
+    bool of_answer; // false: it is a layout of the request
     std::string_view brief;
 };
 
@@ -78,7 +78,7 @@ struct Column {
     std::string_view name;
     std::string_view title;
     ColumnType type;
-    bool nullable; // null where it does not apply to a row
+    bool nullable; // the cell is null where the column does not apply to a row
     std::string_view unit;
     std::string_view brief;
 };
@@ -91,9 +91,9 @@ struct View {
 };
 
 enum class Failure : uint8_t {
-    report, // log, BSP_ERR_IPC
-    pass,   // log, the IPC value
-    silent  // the IPC value
+    report, // logs the failure and returns BSP_ERR_IPC
+    pass,   // logs the failure and returns the IPC value
+    silent  // returns the IPC value
 };
 enum class Request : uint8_t {
     built,  // from the arguments
@@ -110,8 +110,8 @@ enum class Answer : uint8_t {
 
 enum class ArgumentType : uint8_t {
     u32,
-    u8,  // goes out zero-extended where its field is a word
-    u16, // the same; of it only the low byte where its field is one
+    u8,  // sent zero-extended where its field is a word
+    u16, // as above; only its low byte is sent where its field is a byte
     mac,
     text,
     block,
@@ -124,20 +124,20 @@ enum class ArgumentType : uint8_t {
     u16_out, // a byte of the answer, zero-extended
     u32_out,
     block_out,
-    block_inout, // goes out, and is overwritten by the answer
+    block_inout, // is sent, and is then overwritten by the answer
     response,
     pblock_out // receives a block of the board's memory
 };
 
-// How a result database is made.
+// A Source says how a result database is made.
 enum class Source : uint8_t {
     none,
     shmem, // from shared memory, by its key
     text,  // from a text in the answer
-    file   // from a file that the answer names, and that is removed
+    file   // from a file that the answer names, and that is then removed
 };
 
-// What names a result in shared memory.
+// A Key says what names a result in shared memory.
 enum class Key : uint8_t {
     none,
     argument, // the argument that states the command
@@ -148,29 +148,30 @@ enum class Key : uint8_t {
 struct Argument {
     std::string_view name;
     ArgumentType type;
-    bool required;           // null gives BSP_ERR_PARAM, nothing sent
+    bool required;           // null gives BSP_ERR_PARAM, and nothing is sent
     bool optional;           // null is allowed and means "none"
-    bool dropped;            // of a db: it is made and never handed out
-    const Field *field;      // where it goes in the request, or where it comes from in the answer
-    uint32_t size;           // of a block that always has as many bytes; else 0
-    uint32_t skip;           // what comes out of an answer goes as many bytes behind the pointer
-    int other;               // the index of the block that a length measures, of the argument that keys a db; else -1
+    bool dropped;            // of a db: it is made, but not given to the caller
+    const Field *field;      // its field of the request, or of the answer
+    uint32_t size;           // of a block that always has the same number of bytes; otherwise 0
+    uint32_t skip;           // the value of an answer is stored so many bytes behind the pointer
+    int other;               // the index of the block that a length measures, or of the argument that is the key of a
+                             // db; otherwise -1
     Source source;           // of a db
     Key key;                 // of a db from shared memory
     uint32_t bound;          // of a db from shared memory
-    std::string_view logged; // of a db from a text or file: the format of the line that logs it; or empty
-    std::span<const Field *const> picked; // of a record that is not sent: what goes into the request of it
+    std::string_view logged; // of a db from a text or file: the format of the line that logs it, or empty
+    std::span<const Field *const> picked; // of a record that is not sent: its fields that are copied to the request
     std::string_view brief;
 };
 
-// What of an operation this catalogue cannot say. A test of its own covers it.
+// A Facet names a part of an operation that this catalogue cannot describe. A test of its own covers that part.
 enum class Facet : uint8_t { request, status, null, answer };
 struct Oddity {
     Facet facet;
     std::string_view brief;
 };
 
-// A word that is the same in every request.
+// A Constant is a word that is the same in every request.
 struct Constant {
     const Field *field;
     uint32_t value;
@@ -189,16 +190,16 @@ struct Operation {
     Failure failure;
     Request request;
     Answer answer;
-    const Record *response;     // how the answer reads; null: there is none
-    uint32_t response_size;     // bytes of the response buffer; all of one of the library's own is cleared
-    uint32_t preset;            // of the response length word
+    const Record *response;     // the record that describes the answer; null: there is none
+    uint32_t response_size;     // bytes of the response buffer; the whole of a buffer of the library is cleared
+    uint32_t preset;            // value of the response length word
     std::string_view logged_as; // its own name, or that of the operation that it goes through
     std::span<const Constant> constants;
     std::span<const Oddity> odd;
     std::span<const Argument> arguments;
 };
 
-// A function that makes no request.
+// A Function makes no request.
 struct Function {
     std::string_view name;
     std::string_view family;
@@ -216,12 +217,12 @@ std::span<const View> views();
 std::span<const Operation> operations();
 std::span<const Function> functions();
 
-// Each returns null where there is none. Channels and commands are found by name or by number.
+// Each function returns null when it finds nothing. Channels and commands are found by name or by number.
 const Record *find_record(std::string_view name);
 const Channel *find_channel(std::string_view name);
 const Channel *find_channel(uint32_t type);
 const Command *find_command(std::string_view name);
-// Of two that share a code, the one for `call`; without a call, the first.
+// Of two commands that share a code, returns the one for `call`. Without a call, returns the first one.
 const Command *find_command(uint32_t channel_type, uint32_t code, std::optional<Call> call = std::nullopt);
 const Status *find_status(uint32_t value);
 const Layout *find_layout(const Command &command, bool of_answer = false);

@@ -1,5 +1,5 @@
-// Where a field stands in a record, and of which type it is: what the layouts of generated/service_words.h are made of.
-// Whoever reads or writes a field names it and states no width.
+// These types say where a field stands in a record and which type it has. The layouts of generated/service_words.h are
+// made of them. Code that reads or writes a field names it and states no width.
 #pragma once
 
 #include <array>
@@ -17,17 +17,18 @@ namespace layout
 
 using Mac = std::array<uint8_t, 6>;
 
-// With its NUL, where there is room.
+// The text includes its NUL, where there is room.
 template <uint32_t size>
 using Text = std::array<char, size>;
 
 template <uint32_t size>
 using Bytes = std::array<uint8_t, size>;
 
-// 128 ONU ids, 32 in a word.
+// The set has 128 ONU ids, 32 in each word.
 using IdSet = std::array<uint32_t, 4>;
 
-// A field that comes `times` times, each `every` bytes behind the one before; only one of them can be read or written.
+// A field may be repeated `times` times, each `every` bytes behind the one before. Only one of them can be read or
+// written at a time.
 template <class T, uint32_t times = 1, uint32_t every = 0>
 struct At {
     uint32_t offset;
@@ -36,17 +37,17 @@ struct At {
 
     constexpr bool operator==(const At &) const = default;
 
-    // The field after `index` others. Throws std::out_of_range where it does not come so often.
+    // Returns the field after `index` others. Throws std::out_of_range when the field is not repeated so often.
     constexpr At<T> operator[](uint32_t index) const
     {
         if (index >= times) throw std::out_of_range("a field that does not come so often");
         return {offset + index * every};
     }
-    // Of the first of them.
+    // Returns the end of the first of them.
     constexpr uint32_t end() const { return offset + static_cast<uint32_t>(sizeof(T)); }
 };
 
-// A number or the like as a field of type T has it. Throws std::logic_error where it does not fit.
+// Returns a number or similar value as a field of type T holds it. Throws std::logic_error when it does not fit.
 template <class T, class Value>
 constexpr T fitting(const Value &value)
 {
@@ -74,8 +75,8 @@ T load(const char *record, At<T> at)
     return value;
 }
 
-// Of a text, or of bytes that are a span, what is behind them stays. Throws std::logic_error where a value does not
-// fit.
+// Stores a value. Bytes behind a text, or behind bytes that are given as a span, stay as they are. Throws
+// std::logic_error when the value does not fit.
 template <class T, class Value>
 void store(char *record, At<T> at, const Value &value)
 {

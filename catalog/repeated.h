@@ -1,4 +1,5 @@
-// Fields that come several times, made of what the tables say about each of them once, while the tables are compiled.
+// These templates repeat fields: the tables describe a repeated field once, and it is expanded while the tables are
+// compiled.
 #pragma once
 
 #include "catalogue.h"
@@ -9,7 +10,7 @@
 namespace catalogue
 {
 
-// A field that comes `times` times, each `every` bytes behind the one before, as name_1, name_2 and so on.
+// A Repeated field occurs `times` times, each `every` bytes behind the one before, as name_1, name_2 and so on.
 struct Repeated {
     Field field;
     uint32_t times;
@@ -43,7 +44,7 @@ constexpr size_t length_of_names(std::span<const Repeated> rows)
     return length;
 }
 
-// The names of all fields that come several times, one behind the other.
+// This text holds the names of all repeated fields, one behind the other.
 template <const auto &rows>
 constexpr auto names = [] {
     std::array<char, length_of_names(rows)> text{};
@@ -59,7 +60,7 @@ constexpr auto names = [] {
     return text;
 }();
 
-// All fields, in order of offset.
+// This array holds all fields, in order of offset.
 template <const auto &rows>
 constexpr auto expanded = [] {
     std::array<Field, count_of(rows)> fields{};

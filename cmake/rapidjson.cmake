@@ -1,4 +1,4 @@
-# RapidJSON has headers only and is the same for every target: it is reached through a folder of its own, so that a cross
+# RapidJSON has headers only and is the same for every target. It is reached through a folder of its own, so that a cross
 # build never sees the host's other headers.
 find_path(RAPIDJSON_INCLUDE_DIR rapidjson/reader.h REQUIRED)
 set(third_party ${CMAKE_BINARY_DIR}/third_party)

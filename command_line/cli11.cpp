@@ -1,4 +1,4 @@
-// The only file that knows the library that parses command lines.
+// This is the only file that uses the library that parses command lines.
 #include <algorithm>
 #include <sstream>
 
@@ -18,7 +18,7 @@ public:
     Parser(const Syntax &whole, Manner wanted)
         : program(whole), manner(wanted), app(whole.brief, whole.name), chosen(&whole)
     {
-        app.fallthrough(); // the options of a command hold behind the commands below it
+        app.fallthrough(); // an option of a command may also be given after the commands below it
         declare(app, program);
         for (const auto &[operand, option] : declared) {
             for (const Operand *other : operand->needed)
@@ -33,7 +33,7 @@ public:
     Line parse(const std::vector<std::string> &words)
     {
         try {
-            app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // it takes them from the back
+            app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // CLI11 takes the words from the back
         } catch (const ShowHelp &) {
             throw TextWanted{help()};
         } catch (const CLI::ParseError &error) {
@@ -113,7 +113,7 @@ private:
         return std::ranges::find(declared, &operand, &std::pair<const Operand *, CLI::Option *>::first)->second;
     }
 
-    // The command that the command line got to.
+    // Returns the last command that the command line names.
     const Syntax &reached() const
     {
         const CLI::App *at = &app;

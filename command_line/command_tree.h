@@ -1,5 +1,5 @@
-// The command line of a program as data: its commands, what each takes, and what it runs. Parser, help, pages of a
-// manual and completions of shells are made of it.
+// These types describe the command line of a program as data: its commands, what each takes, and what it runs. The
+// parser, the help, the pages of the manual and the completions of shells are made of this data.
 //
 //     Command program("tool", "Does what it can.");
 //     Command &loop = program.add("loop", "Detects forwarding loops");
@@ -23,35 +23,37 @@
 namespace command_line
 {
 
-// An option that shows the help of the command that it is given to.
+// This option shows the help of the command that has it.
 struct Help {
 };
 
-// An option that shows which version the program is.
+// This option shows the version of the program.
 struct Version {
     std::string text;
 };
 
-// Where goes what is given. A list takes as many words as one likes: an argument all that follow, an option one each
-// time that it is given.
+// The Target is where a given value is stored. A list takes any number of words: an argument takes all words that
+// follow, an option takes one word each time that it is given.
 using Target = std::variant<Help, Version, bool *, std::string *, std::optional<std::string> *,
                             std::vector<std::string> *, std::optional<uint32_t> *, std::optional<uint64_t> *, double *>;
 
-// An argument or an option. Each of the functions returns the operand itself.
+// An Operand is an argument or an option. Each of the functions that change it returns the operand itself.
 struct Operand {
     std::string name; // PORT, or -o,--output
     Target into;
     std::string help;
-    std::string value; // what an option takes, or an argument is: FILE, or a word of on|off; empty: a flag, or its name
+    std::string value; // of an option what it takes, of an argument what it is: FILE, or on|off for one of some words;
+                       // empty for a flag, or when the name says it
 
     bool required = false;
     std::string shown_default = {};
     std::optional<std::pair<double, double>> range = {};
-    bool is_file = false;                                       // an existing one
-    std::function<std::string(const std::string &)> check = {}; // says what is wrong with a value; empty: nothing
+    bool is_file = false;                                       // it must exist
+    std::function<std::string(const std::string &)> check = {}; // says what is wrong with a value; an empty text:
+                                                                // nothing is wrong
     std::vector<const Operand *> needed = {}, excluded = {};
 
-    // The value may be left out; then this one holds. The next word is the value where this takes it.
+    // The value may be left out; then this one is used. The next word is the value when `takes` returns true for it.
     struct LeftOut {
         std::string value;
         bool (*takes)(const std::string &word);
@@ -69,20 +71,20 @@ struct Operand {
 
     bool is_flag() const;
     bool takes_many() const { return std::holds_alternative<std::vector<std::string> *>(into); }
-    // Whether its value is the next word, whatever that is.
+    // Returns whether its value is the next word, whatever that word is.
     bool takes_next_word() const { return !is_flag() && !left_out; }
-    // What its value is called: "on|off" where it is one of some words, [SECONDS] where it may be left out. Empty for
-    // a flag.
+    // Returns what its value is called: "on|off" when it is one of some words, [SECONDS] when it may be left out.
+    // Returns an empty text for a flag.
     std::string value_name() const;
-    // The words that the value may be, where it is one of some.
+    // Returns the words that the value may be, when it is one of some words.
     std::vector<std::string> choices() const;
-    // Of an option: -o and --output, each as it is typed.
+    // Returns the spellings of an option, -o and --output, each as it is typed.
     std::vector<std::string> spellings() const;
-    // The argument's name, or the option's without dashes, the long one where it has two.
+    // Returns the argument's name, or the option's name without dashes. Of two names of an option it is the long one.
     std::string plain_name() const;
 };
 
-// A command without what it runs. What is declared stays where it is.
+// A Syntax is a command without the function that it runs. Everything that is declared keeps its address.
 class Syntax
 {
 public:
@@ -92,29 +94,30 @@ public:
     Syntax &operator=(const Syntax &) = delete;
 
     std::string name, brief, footer;
-    bool hidden = false; // from help and completion
+    bool hidden = false; // in help and completion
     const Syntax *parent = nullptr;
-    std::list<Operand> arguments, options; // those of the commands above it hold for a command, too
+    std::list<Operand> arguments, options; // those of the commands above it are also valid for this command
     std::vector<std::unique_ptr<Syntax>> commands;
-    // Looks at what was given once the command line is read. May throw WrongLine, and ShowHelp.
+    // Checks what was given after the command line was read. It may throw WrongLine and ShowHelp.
     std::function<void()> check;
 
-    // Whether it does something by itself; else one of its commands must be given.
+    // Returns whether the command does something by itself. If not, one of its commands must be given.
     virtual bool runs_itself() const = 0;
 
     Operand &argument(std::string operand, Target into, std::string help, std::string value = {});
     Operand &option(std::string operand, Target into, std::string help, std::string value = {});
 
-    // The words that lead to it, without the program's name: "onu bind". Empty for the program.
+    // Returns the words that lead to the command, without the program's name: "onu bind". The text is empty for the
+    // program.
     std::string path() const;
-    // Whether an option is the help that the command has of the program.
+    // Returns whether the option is the help option that the command has from the program.
     bool inherits(const Operand &option) const;
 
 protected:
     void adopt(std::unique_ptr<Syntax> command);
 };
 
-// A command, and the function that it runs, of this type.
+// A Command is a command with the function of this type that it runs.
 template <class Signature>
 class Command;
 
@@ -124,11 +127,11 @@ class Command<Result(Given...)> : public Syntax
 public:
     using Syntax::Syntax;
 
-    std::function<Result(Given...)> run; // none: one of its commands must be given
+    std::function<Result(Given...)> run; // empty: one of its commands must be given
 
     bool runs_itself() const override { return run != nullptr; }
 
-    // Adds a command below this one, with this one's help option.
+    // Adds a command below this one. The new command has this one's help option.
     Command &add(std::string command, std::string what_it_does)
     {
         auto added = std::make_unique<Command>(std::move(command), std::move(what_it_does));
@@ -137,7 +140,8 @@ public:
         return stays;
     }
 
-    // Has the command run `act` with options that it keeps; returns them to be declared.
+    // Makes the command run `act` with options that the command keeps. Returns these options, so that they can be
+    // declared.
     template <class Options>
     Options &runs(std::function<Result(Given..., const Options &)> act)
     {
@@ -153,7 +157,7 @@ public:
     void runs(Result (*act)(Given...)) { run = act; }
 };
 
-// A command and all commands below it that are not hidden, in the order in which they are declared.
+// Returns a command and all commands below it that are not hidden, in the order in which they are declared.
 std::vector<const Syntax *> all_commands_of(const Syntax &command);
 
 } // namespace command_line

@@ -12,7 +12,7 @@ namespace
 
 constexpr size_t help_column = 30;
 
-// The name, and what it means beside it; below it where the name is too long for that.
+// Lays out the name with its meaning beside it, or below it when the name is too long.
 std::string entry(const std::string &name, const std::string &about)
 {
     const std::string start = "  " + name;
@@ -53,7 +53,7 @@ std::string group(const std::string &title, const std::string &entries)
     return entries.empty() ? entries : "\n" + title + ":\n" + entries;
 }
 
-// Where it is told what the command takes.
+// Returns the command line whose help tells what the command takes.
 std::string place_of_help(const Syntax &command)
 {
     return "'" + full_name(command) + " --help'";

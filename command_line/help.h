@@ -1,4 +1,4 @@
-// What a program says of its command line, in lines that fit a terminal.
+// This file prints a program's command line for people, in lines that fit a terminal.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace command_line
 
 std::string help_of(const Syntax &command);
 
-// Each says what is wrong with a command line that got to `command`, and where to look what is right.
+// Each function explains what is wrong with a command line that got to `command`, and where to look up what is right.
 std::string explain_unknown(const Syntax &command, const std::string &word);
 std::string explain_no_command(const Syntax &command);
 std::string explain(const Syntax &command, const std::string &what_is_wrong);

@@ -1,4 +1,4 @@
-// Reads command lines by the tree of a program's commands.
+// This file reads command lines by the tree of a program's commands.
 #pragma once
 
 #include <stdexcept>
@@ -11,41 +11,42 @@
 namespace command_line
 {
 
-// How a program speaks of its command line.
+// A Manner says how a program writes its help and its errors.
 enum class Manner {
-    filled, // help in lines that fit a terminal; errors that say what may have been meant, and which help tells
-    wide    // help with a line an entry, as long as it gets, with types and bounds of values; errors that say what is
+    filled, // help in lines that fit a terminal; an error says what may have been meant and which help to read
+    wide    // help with one line for each entry, however long, with types and bounds of values; an error says what is
             // wrong
 };
 
-// A command line that was read. Its values stand where the operands put them.
+// A Line is a command line that was read. Its values are where the targets of the operands point to.
 struct Line {
-    const Syntax *command; // the last one that it names
+    const Syntax *command; // the last command that the line names
     std::vector<const Operand *> given;
 
     bool gives(std::string_view option) const;
 };
 
-// What is wrong with a command line, as its program says it.
+// A WrongLine says what is wrong with a command line, in the words of its program.
 class WrongLine : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// A text is wanted in place of what the command does: the help, or the version. It ends with a line.
+// TextWanted means that a text is wanted in place of what the command does: the help, or the version. The text ends
+// with a newline.
 struct TextWanted {
     std::string text;
 };
 
-// Thrown by Syntax::check where the help of the command is wanted.
+// Syntax::check throws a ShowHelp when the help of the command is wanted.
 struct ShowHelp {
 };
 
 // Reads the words of a command line, without the program's name. Throws WrongLine and TextWanted.
 Line parse(const Syntax &program, const std::vector<std::string> &words, Manner manner = Manner::filled);
 
-// The words, with each value that was left out behind an option of the program, as in --watch=2.
+// Returns the words with each left-out value added to its option of the program, as in --watch=2.
 std::vector<std::string> with_left_out_values(const Syntax &program, const std::vector<std::string> &words);
 
 } // namespace command_line

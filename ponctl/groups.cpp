@@ -1,4 +1,4 @@
-// The commands of the program: those of groups.inc.
+// These are the groups of commands of groups.inc.
 #include "cli/program.h"
 
 namespace ponctl

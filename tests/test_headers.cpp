@@ -1,4 +1,4 @@
-// Stands for all test programs when their headers are compiled beforehand, once for each configuration.
+// This file stands for all test programs when their headers are compiled beforehand, once for each configuration.
 #include <gtest/gtest.h>
 
 TEST(Headers, AreThere)

@@ -1,4 +1,4 @@
-// Text in lines of a terminal's width.
+// This file lays text out in lines of a terminal's width.
 #pragma once
 
 #include <string>
@@ -9,7 +9,8 @@ namespace text
 
 constexpr size_t page_width = 80;
 
-// Words filled into lines of the page, which start with `indent` spaces, the first one with what stands there already.
+// Fills words into lines of the page's width. The lines start with `indent` spaces; the first line continues behind
+// `start`.
 std::string filled(std::string start, std::string_view text, size_t indent);
 std::string filled(std::string_view text, size_t indent);
 

@@ -1,4 +1,4 @@
-// Words in a text, and the nearest name to a misspelt one.
+// This file works on words in a text, and finds the name nearest to a misspelt one.
 #pragma once
 
 #include <span>
@@ -12,17 +12,17 @@ namespace text
 std::string lower_case(std::string_view text);
 std::string upper_case(std::string_view text);
 
-// The words with a separator between them, and back.
+// join() puts a separator between the words, and the reverse function splits a text into words.
 std::string join(std::span<const std::string_view> words, std::string_view separator = ", ");
 std::string join(const std::vector<std::string> &words, std::string_view separator = ", ");
 std::vector<std::string> split(std::string_view text, char separator);
 
 std::string replaced(std::string_view text, std::string_view what, std::string_view by);
 
-// The name nearest to `wrong`; empty where none is near.
+// Returns the name nearest to `wrong`, or an empty text when no name is near.
 std::string_view nearest(std::string_view wrong, std::span<const std::string_view> names);
 
-// "; did you mean NAME?", or nothing where no name is near.
+// Returns "; did you mean NAME?", or nothing when no name is near.
 std::string suggestion(std::string_view wrong, std::span<const std::string_view> names);
 
 } // namespace text

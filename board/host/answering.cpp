@@ -82,7 +82,7 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
     return true;
 }
 
-// Records what the client gets; of a failed exchange nothing but the failure.
+// Records what the client gets. Of a failed exchange it records only the failure.
 void Answering::record(const board_request &request, const board_answer &answer)
 {
     const AnswerHeader &header = answer.frame.header;

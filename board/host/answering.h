@@ -1,4 +1,5 @@
-// From a request's frame to its answer's: the part of serving that is the same for connections and datagrams.
+// This file makes an answer's frame from a request's frame. It is the part of serving that is the same for connections
+// and datagrams.
 #pragma once
 
 #include <chrono>
@@ -11,14 +12,14 @@
 #include "shared_memory.h"
 #include "trace_writer.h"
 
-// The answer under construction, in the frame that will be sent.
+// A board_answer is the answer under construction, in the frame that will be sent.
 struct board_answer {
     explicit board_answer(bool for_datagrams) : memory(for_datagrams) {}
 
     board::AnswerFrame frame;
     board::ResultMemory memory;
 
-    // How it goes out.
+    // Sending says how the answer is sent.
     struct Sending {
         std::chrono::milliseconds delay{0};
         uint32_t repeats = 0;
@@ -29,7 +30,8 @@ struct board_answer {
 namespace board
 {
 
-// Log lines that a peer can cause at will: some a second, then a count of those left out.
+// Complaints are log lines that a peer can cause as often as it likes. Only some are logged in a second; the others are
+// counted.
 class Complaints
 {
 public:
@@ -50,16 +52,17 @@ public:
     {
     }
 
-    // False when the file for the record cannot be used; the log says why.
+    // Returns false when the file for the record cannot be used. The log says why.
     bool is_ready() const { return !config.record || recorder.is_on(); }
 
-    // Checks a packet of `received` bytes and has it handled. True: the answer stands in `answer`. False: it is no
-    // request; `refusal` is to be sent.
+    // Checks a packet of `received` bytes and lets the handler handle it. Returns true when the answer is in `answer`.
+    // Returns false when the packet is no request; then `refusal` must be sent.
     bool handle(const RequestFrame &request, size_t received, bool datagram, const ucred &peer, board_answer &answer,
                 Head &refusal);
 
-    // Sends an answer, and its memory behind it when the peer has still to get it, unless it is dropped, and as often
-    // as it is to go out. False when the peer does not take it: it must not be waited for.
+    // Sends an answer as often as it must be sent, unless it is dropped. Sends its memory behind it when the peer has
+    // not received that memory yet. Returns false when the peer does not take the answer, because nobody may wait for
+    // the peer.
     static bool send(int socket, board_answer &answer);
 
     Complaints complaints;

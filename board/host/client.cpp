@@ -1,4 +1,4 @@
-// The calls of board/ipc.h.
+// This file has the calls of board/ipc.h.
 #include "client.h"
 
 #include <algorithm>
@@ -59,8 +59,8 @@ int32_t get(board_call how, uint32_t module, uint32_t msg_type, const void *requ
         Reply reply;
         const int32_t value = exchange({how, module, msg_type, request, length, allowed}, reply);
         if (value) return value;
-        // A caller that states no bound has room for the channel's record: that is the contract of the channels' users,
-        // and the service cannot know it. Of a channel that is not known nothing can be delivered safely.
+        // A caller that states no bound has room for the channel's record. The users of the channels agree on that, and
+        // the service cannot know it. For an unknown channel nothing can be delivered safely.
         const uint32_t bound = allowed ? allowed : record_length(module, msg_type);
         const uint32_t delivered = response ? std::min(reply.length, bound) : 0;
         if (delivered) std::memcpy(response, reply.data, delivered);

@@ -1,4 +1,4 @@
-// The calling thread's client half, as the data store sees it.
+// This file gives the data store access to the calling thread's client half.
 #pragma once
 
 #include "frame.h"
@@ -6,9 +6,9 @@
 namespace board
 {
 
-// The result that came with the calling thread's last exchange, until the next one.
+// Returns the result that came with the calling thread's last exchange. It is valid until the next exchange.
 Result last_result();
-// Copies a result in shared memory; false when the service took it back.
+// Copies a result from shared memory. Returns false when the service took it back.
 bool copy_last_result(char *to);
 
 } // namespace board

@@ -1,4 +1,4 @@
-// The result databases of board/datastore.h.
+// This file has the result databases of board/datastore.h.
 #include "board/datastore.h"
 
 #include <charconv>
@@ -23,7 +23,7 @@ struct db_handle {
     std::unique_ptr<char[]> text; // NUL-terminated
     uint32_t length = 0;
 
-    // Read when it is first asked for: many callers want the text alone.
+    // The text is read as a table when the table is first used, because many callers want the text alone.
     const board::Table &table() const
     {
         std::call_once(read, [this] {
@@ -61,14 +61,14 @@ db_handle *no_memory(uint32_t length)
     return nullptr;
 }
 
-// What a handle holds; nothing where it is null.
+// Returns the table of a handle. A null handle has an empty table.
 const board::Table &table_of(const db_handle *db)
 {
     static const board::Table nothing{""};
     return db ? db->table() : nothing;
 }
 
-// The cell of a type that has a value.
+// Returns the cell when its type has a value.
 const board::Cell *cell_of(const db_handle *db, uint32_t row, const char *column)
 {
     if (!column) return nullptr;
@@ -186,7 +186,7 @@ int db_get_real(const db_handle *db, uint32_t row, const char *column, double *v
 {
     const board::Cell *cell = cell_of(db, row, column);
     if (!cell || cell->kind != DB_REAL) return -1;
-    // The table takes no number that is too large, so that what is stored nowhere is too small.
+    // The table refuses a number that is too large, so a number that was not stored here is too small.
     double number = 0;
     std::from_chars(cell->text, cell->text + cell->text_length, number);
     *value = number;

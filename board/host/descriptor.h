@@ -1,4 +1,4 @@
-// A file descriptor with an owner.
+// A Descriptor owns a file descriptor.
 #pragma once
 
 #include <unistd.h>

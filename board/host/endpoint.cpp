@@ -16,7 +16,7 @@ namespace board
 namespace
 {
 
-// A socket of `mode` bound in the place of whatever had its name; the caller holds the lock.
+// Binds a socket of `mode`, and replaces whatever had its name. The caller holds the lock.
 bool bind_socket(const std::string &directory, uint32_t module, const char *kind, int type, uint32_t mode,
                  Descriptor &bound, std::string &path)
 {
@@ -27,7 +27,8 @@ bool bind_socket(const std::string &directory, uint32_t module, const char *kind
     }
     Descriptor socket(::socket(AF_UNIX, type | SOCK_CLOEXEC, 0));
     if (socket && (!unlink(address.sun_path) || errno == ENOENT) &&
-        // Before bind, so that the socket is never open to more than it should be; after it, to undo the umask.
+        // The mode is set before bind, so that the socket is never open to more users than it should be. It is set
+        // again after bind, because of the umask.
         !fchmod(socket.get(), mode) && !bind(socket.get(), reinterpret_cast<sockaddr *>(&address), sizeof address)) {
         path = address.sun_path;
         bound = std::move(socket);
@@ -39,8 +40,8 @@ bool bind_socket(const std::string &directory, uint32_t module, const char *kind
 
 } // namespace
 
-// The lock lives as long as its holder does, however it dies. The file goes when its holder does, so that a lock on a
-// file which is not the one of that name any more counts for nothing.
+// The lock lives as long as the process that holds it, however that process ends. The holder removes the file when it
+// ends. So a lock does not count when its file no longer has that name.
 bool Endpoint::claim()
 {
     for (;;) {

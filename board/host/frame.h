@@ -1,8 +1,8 @@
-// What travels over the sockets: one frame a packet, a request one way and its answer the other. An answer that needs
-// memory which the client has not yet is followed by a packet that passes it.
+// This file describes what travels over the sockets. Each packet has one frame: a request goes one way, its answer the
+// other. When an answer needs memory that the client does not have yet, the next packet passes that memory.
 //
-// A frame starts with eight bytes that read the same in any byte order; what follows is in the order that they name.
-// A peer that cannot go on with a frame answers with a refusal, which is those eight bytes alone, so that a peer of any
+// A frame starts with eight bytes that are the same in any byte order; these name the byte order of what follows. A
+// peer that cannot handle a frame answers with a refusal. A refusal is those eight bytes alone, so that a peer of any
 // version and byte order can read it.
 #pragma once
 
@@ -23,7 +23,7 @@ constexpr uint8_t native_order = std::endian::native == std::endian::little ? li
 
 enum class Kind : uint8_t { request = 1, answer = 2, refusal = 3, memory = 4 };
 
-// Why a frame is refused.
+// A Refusal says why a frame is refused.
 enum class Refusal : uint8_t { none, not_a_frame, other_version, other_byte_order, wrong_length, wrong_address, busy };
 
 const char *text_of(Refusal reason);
@@ -45,19 +45,19 @@ struct RequestHeader {
     uint32_t allowed;  // response bytes that the caller allows
 };
 
-// The result database that comes with an answer.
+// A Result describes the result database that comes with an answer.
 struct Result {
     enum State : uint16_t {
         none,
-        shared,  // in the memory shared by service and client
-        too_long // longer than that memory: only its length is told
+        shared,  // in the memory that service and client share
+        too_long // longer than that memory: only its length is given
     };
     uint16_t state;
-    uint16_t new_memory; // 1: the next packet passes the memory, in the place of any before
+    uint16_t new_memory; // 1: the next packet passes the memory, which replaces earlier memory
     uint32_t key;
     uint32_t offset;
     uint32_t length;
-    uint32_t generation; // stands in the memory's header as long as the result does
+    uint32_t generation; // stands in the memory's header while the result is valid
 };
 
 struct AnswerHeader {
@@ -89,13 +89,13 @@ inline bool is_datagram(board_call call)
     return call == BOARD_CALL_DGRAM_SET || call == BOARD_CALL_DGRAM_GET;
 }
 
-// Whether `received` bytes start with a head that this side can go on with; `none` when they do.
+// Returns whether `received` bytes start with a head that this side can handle. The value `none` means that they do.
 Refusal check_head(const Head &head, size_t received);
 
-// Whether a packet of `received` bytes is a request that a service of `module` takes from this kind of socket.
+// Returns whether a packet of `received` bytes is a request that a service of `module` takes from this kind of socket.
 Refusal check_request(const RequestFrame &frame, size_t received, uint32_t module, bool datagram);
 
-// Whether a packet of `received` bytes is the answer to `request`.
+// Returns whether a packet of `received` bytes is the answer to `request`.
 bool answers(const AnswerFrame &frame, size_t received, const RequestHeader &request);
 
 } // namespace board

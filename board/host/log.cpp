@@ -1,5 +1,5 @@
-// Logging, by BOARD_LOG: a list of `off`, `err` (when it says nothing), `debug` (which includes err), and `syslog`
-// for the system's log in the place of standard error.
+// BOARD_LOG controls what is logged. It is a list of `off`, `err` (the default), `debug` (which includes err), and
+// `syslog`, which replaces standard error by the system's log.
 #include <algorithm>
 #include <cerrno>
 #include <cstdarg>
@@ -16,7 +16,7 @@ namespace
 {
 
 struct LogSettings {
-    int lowest = LOG_ERR; // the least urgent priority that is logged; -1: none is
+    int lowest = LOG_ERR; // the least urgent priority that is logged; -1: nothing is logged
     bool to_syslog = false;
 };
 
@@ -43,7 +43,7 @@ const LogSettings &log_settings()
     return instance;
 }
 
-// One line, whatever the text: a peer's bytes must not look like lines of their own.
+// Writes one line, whatever the text is, because a peer's bytes must not look like lines of their own.
 void log_line(int priority, const char *level, const char *function, int line, const char *format, va_list arguments)
 {
     const LogSettings &s = log_settings();
@@ -64,7 +64,7 @@ void log_line(int priority, const char *level, const char *function, int line, c
         syslog(priority, "%.*s", static_cast<int>(length), text);
     } else {
         text[length++] = '\n';
-        // Nobody to tell when the log itself cannot be written.
+        // If the log itself cannot be written, there is nobody to inform.
         [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text, length);
     }
     errno = error;

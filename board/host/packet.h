@@ -1,4 +1,4 @@
-// Packets with a descriptor passed along.
+// This file sends and receives packets that pass a descriptor along.
 #pragma once
 
 #include <cstddef>
@@ -10,11 +10,11 @@
 namespace board
 {
 
-// Sends a packet, and a descriptor with it unless that is negative. Never waits and never raises a signal; returns what
-// send(2) does.
+// Sends a packet, and a descriptor with it unless the descriptor is negative. Never waits and never raises a signal.
+// Returns what send(2) returns.
 ssize_t send_packet(int socket, const void *packet, size_t size, int descriptor);
 
-// The descriptor that came with a packet. Should there be more, they are closed.
+// Returns the descriptor that came with a packet. If there are more descriptors, they are closed.
 Descriptor passed_descriptor(msghdr &message);
 
 } // namespace board

@@ -1,4 +1,5 @@
-// The server half's threads: one that accepts connections, one a connection, one for the datagrams.
+// This file has the threads of the server half: one that accepts connections, one for each connection, and one for the
+// datagrams.
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -35,8 +36,8 @@ struct Connection {
     pthread_t thread{};
 };
 
-// Waits as long as the answer on a connection is to be late. False when there is nobody left to send it to: the peer
-// hung up, or the service is about to stop and hung up itself.
+// Waits as long as the answer on a connection is to be delayed. Returns false when there is nobody left to send it to,
+// because the peer hung up, or because the service is about to stop and hung up itself.
 bool wait_until_due(int socket, const board_answer &answer)
 {
     pollfd hang_up{socket, 0, 0};
@@ -44,14 +45,15 @@ bool wait_until_due(int socket, const board_answer &answer)
     return delay == 0 || poll(&hang_up, 1, delay) == 0;
 }
 
-// An answer to a datagram, and where it goes.
+// A DatagramAnswer is an answer to a datagram, with the socket that it is sent to.
 struct DatagramAnswer {
     board_answer answer{true};
     Descriptor way_back;
     ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
 };
 
-// Answers to datagrams that go out later. The one thread that serves datagrams keeps them and goes on.
+// LateAnswers are answers to datagrams that are sent later. The one thread that serves datagrams keeps them and
+// continues.
 class LateAnswers
 {
 public:
@@ -63,27 +65,27 @@ public:
         answers.emplace(Clock::now() + answer->answer.sending.delay, std::move(answer));
     }
 
-    // The next one that is due; null while there is none.
+    // Returns the next answer that is due, or null when none is due.
     std::unique_ptr<DatagramAnswer> take_due()
     {
         if (answers.empty() || answers.begin()->first > Clock::now()) return nullptr;
         return std::move(answers.extract(answers.begin()).mapped());
     }
 
-    // Waits until a packet comes, or the next answer is due. False when there is no packet.
+    // Waits until a packet comes, or the next answer is due. Returns false when there is no packet.
     bool wait_for_packet(int socket) const
     {
-        if (answers.empty()) return true; // to receive one is to wait for it
+        if (answers.empty()) return true; // receiving a packet waits for it anyway
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(answers.begin()->first - Clock::now()).count();
         pollfd ready{socket, POLLIN, 0};
         return poll(&ready, 1, left > 0 ? static_cast<int>(left) : 0) > 0;
     }
 
 private:
-    std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by when they are due
+    std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by the time when they are due
 };
 
-// Starts a thread that takes no signals: they are the program's business, not the library's.
+// Starts a thread that takes no signals, because signals belong to the program and not to the library.
 bool start_thread(pthread_t &thread, void *(*body)(void *), void *argument)
 {
     sigset_t all, before;
@@ -126,12 +128,12 @@ private:
     std::unique_ptr<Endpoint> endpoint;
     std::atomic<bool> stopping{false};
     pthread_t acceptor{}, datagrams{};
-    bool accepting = false, receiving = false; // the two threads above run
+    bool accepting = false, receiving = false; // true while the two threads above run
 
-    std::mutex mutex; // guards what follows
+    std::mutex mutex; // guards the members below
     std::condition_variable changed;
     Connections connections;
-    Connections left; // whose threads are at their end
+    Connections left; // their threads are at their end
 };
 
 bool board_service::start(const std::string &directory)
@@ -147,7 +149,7 @@ bool board_service::start(const std::string &directory)
 board_service::~board_service()
 {
     {
-        // Under the lock, so that no one misses it between looking and waiting.
+        // The flag is set under the lock, so that no thread misses it between looking and waiting.
         const std::lock_guard lock(mutex);
         stopping = true;
         changed.notify_all();
@@ -194,7 +196,7 @@ void board_service::accept_connections()
         if (socket) {
             admit(std::move(socket));
         } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-            // The connection stays in the queue: give others the time to end.
+            // The connection stays in the queue. Other connections get time to end.
             userlog_err(__func__, __LINE__, "cannot accept a connection: %s", std::strerror(errno));
             std::unique_lock lock(mutex);
             changed.wait_for(lock, std::chrono::seconds(1), [this] { return stopping.load(); });
@@ -242,7 +244,8 @@ void board_service::serve(Connection &connection)
     }
 }
 
-// The last act of a connection's thread. It cannot wait for its own end: the next to leave does, or the service.
+// This is the last thing that a connection's thread does. The thread cannot wait for its own end, so the next thread
+// that leaves waits for it, or else the service does.
 void board_service::leave(Connection &connection)
 {
     Connections before;

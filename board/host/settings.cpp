@@ -25,7 +25,7 @@ const char *environment(const char *name)
     return value && *value ? value : nullptr;
 }
 
-// A number of the environment between `low` and `high`; anything else is logged and replaced.
+// Returns a number of the environment between `low` and `high`. Any other value is logged and replaced.
 uint32_t number(const char *name, uint32_t low, uint32_t high, uint32_t standard)
 {
     const char *text = environment(name);
@@ -50,15 +50,15 @@ std::string default_directory()
     return directory_in_tmp();
 }
 
-// Every folder that was ever chosen, each once: other threads may still be reading its name. No lock, because a child
-// may be forked in the middle.
+// This list keeps every folder that was ever chosen, each of them once, because other threads may still be reading its
+// name. It has no lock, because a child process may be forked in the middle of a change.
 struct Chosen {
     std::string directory;
     const Chosen *before;
 };
 std::atomic<const Chosen *> all_chosen{nullptr};
 
-// Null for null.
+// Returns null for null.
 const std::string *keep(const char *directory)
 {
     if (!directory) return nullptr;
@@ -73,7 +73,7 @@ const std::string *keep(const char *directory)
 
 std::atomic<const std::string *> chosen_by_process{nullptr};
 thread_local const std::string *chosen_by_thread = nullptr;
-thread_local uint32_t timeout_of_thread = 0; // milliseconds; 0: that of the environment
+thread_local uint32_t timeout_of_thread = 0; // milliseconds; 0: the time-out of the environment counts
 
 } // namespace
 

@@ -12,7 +12,7 @@
 
 #include "board/util.h"
 
-// The C library's headers may be older than the seal.
+// The C library's headers may be older than this seal.
 #ifndef F_SEAL_FUTURE_WRITE
 #define F_SEAL_FUTURE_WRITE 0x0010
 #endif
@@ -69,8 +69,8 @@ bool ResultMemory::create(uint32_t length, Descriptor &created, Mapping &mapped)
 
 bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &result)
 {
-    // Sealed behind the own mapping, the memory is written by this side only, result after result; memory for one
-    // result is sealed when it is written and unmapped.
+    // Memory for a connection is sealed after this side has mapped it. Then only this side writes to it, one result
+    // after the other. Memory for one result is sealed after the result is written and the memory is unmapped.
     bool done = true;
     if (one_result || !mapping) {
         Descriptor created;
@@ -100,9 +100,9 @@ bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &
 
 bool ResultMemory::copy(const Result &result, char *to) const
 {
-    // Memory for one result is no longer mapped, and not passed yet.
+    // Memory for one result is no longer mapped, and is not passed yet.
     if (!mapping) return pread(memory.get(), to, result.length, result.offset) == static_cast<ssize_t>(result.length);
-    std::copy_n(mapping.data() + result.offset, result.length, to); // where there is nothing, `to` may be null
+    std::copy_n(mapping.data() + result.offset, result.length, to); // an empty result may have a null `to`
     return true;
 }
 
@@ -125,9 +125,9 @@ bool ResultView::holds(const Result &result) const
 
 bool ResultView::copy(const Result &result, char *to) const
 {
-    // A service in order writes only between a request and its answer. Read after the copy, the generation tells of one
-    // that did not wait; what was copied is the client's own, whatever comes next.
-    std::copy_n(mapping.data() + result.offset, result.length, to); // where there is nothing, `to` may be null
+    // A correct service writes only between a request and its answer. The generation is read after the copy, so that a
+    // service which did not wait is noticed. What was copied belongs to the client, whatever the service writes next.
+    std::copy_n(mapping.data() + result.offset, result.length, to); // an empty result may have a null `to`
     return generation_of(mapping).load() == result.generation;
 }
 

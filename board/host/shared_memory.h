@@ -1,4 +1,5 @@
-// The memory in which result databases travel from a service to a client: a sealed memfd, passed over the socket.
+// This file has the memory in which result databases travel from a service to a client: a sealed memfd that is passed
+// over the socket.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 namespace board
 {
 
-// A shared mapping.
+// A Mapping is a shared mapping of memory.
 class Mapping
 {
 public:
@@ -28,20 +29,21 @@ private:
     uint32_t length = 0;
 };
 
-// The service's side: memory of one connection, which carries one result at a time, or of one datagram's answer.
+// ResultMemory is the service's side. It is the memory of one connection, which carries one result at a time, or the
+// memory of one datagram's answer.
 class ResultMemory
 {
 public:
     explicit ResultMemory(bool for_one_result) : one_result(for_one_result) {}
 
-    // Puts a result of at most BOARD_RESULT_MAX bytes in the place of the one before and describes it; false when the
-    // system gives no memory.
+    // Stores a result of at most BOARD_RESULT_MAX bytes in place of the one before, and describes it. Returns false
+    // when the system gives no memory.
     bool put(uint32_t key, const char *json, uint32_t length, Result &result);
 
-    // Copies the result that was put last; false when the system does not give it back.
+    // Copies the result that was stored last. Returns false when the system does not give it back.
     bool copy(const Result &result, char *to) const;
 
-    // The memory as the peer has still to get it, or -1.
+    // Returns the memory when the peer has not received it yet, otherwise -1.
     int to_pass() const { return memory.get(); }
     void passed() { memory.close(); }
 
@@ -54,15 +56,16 @@ private:
     Mapping mapping;
 };
 
-// The client's side: the memory as a service passed it, which is believed only as far as it cannot do harm.
+// A ResultView is the client's side: the memory that a service passed. The client trusts it only as far as it cannot do
+// harm.
 class ResultView
 {
 public:
-    // Takes memory into use; false, with the memory left alone, when it could change its size under its reader.
+    // Takes memory into use. Returns false, and leaves the memory alone, when its size could change while it is read.
     bool adopt(const Descriptor &memory);
 
     bool holds(const Result &result) const;
-    // Copies a result that `holds`; false when the memory no longer carries it.
+    // Copies a result for which holds() is true. Returns false when the memory no longer carries it.
     bool copy(const Result &result, char *to) const;
 
     explicit operator bool() const { return static_cast<bool>(mapping); }

@@ -14,7 +14,7 @@ namespace board
 namespace
 {
 
-// RapidJSON takes memory for granted; its own allocator returns null where there is none.
+// RapidJSON expects that memory is always there, but its own allocator returns null when there is none.
 struct Allocator {
     static const bool kNeedFree = true;
 
@@ -35,16 +35,18 @@ private:
     }
 };
 
-// So that a hostile document cannot use up the stack: RapidJSON's way to read without recursion is a good deal slower.
+// This bound keeps a hostile document from using up the stack. RapidJSON's way to read without recursion is a good deal
+// slower.
 constexpr uint32_t deepest = 100;
 
-// What a cell takes in the documents that services write, or less: a guess that saves moving the cells around.
+// A cell of the documents that services write takes this many bytes or more. The guess reserves enough cells, so that
+// they are not moved.
 constexpr size_t bytes_a_cell = 12;
 
 } // namespace
 
-// Takes the document's events. RapidJSON makes the texts of names and strings in the copy of the document, where they
-// stand; numbers and nested values are cut out there too, when the byte behind them has been read.
+// A Reader takes the document's events. RapidJSON makes the texts of names and strings inside the copy of the document,
+// where they stand. Numbers and nested values are cut out there, too, when the byte behind them has been read.
 class Table::Reader
 {
 public:
@@ -91,7 +93,7 @@ public:
     bool EndObject(SizeType) { return close(); }
     bool EndArray(SizeType) { return close(); }
 
-    // Events that the reader's flags exclude.
+    // The reader's flags exclude these events.
     bool Int(int) { return false; }
     bool Uint(unsigned) { return false; }
     bool Int64(int64_t) { return false; }
@@ -99,14 +101,15 @@ public:
     bool Double(double) { return false; }
 
 private:
-    // Inside a row is a cell, deeper a part of one. Outside of a row only the array of rows may stand.
+    // A value inside a row is a cell. A value deeper than that is a part of a cell. Outside of a row only the array of
+    // rows is allowed.
     bool cell(db_type kind, const char *text, size_t length)
     {
         if (depth == row_depth + 1)
             table.cells.push_back({name, text, name_length, static_cast<uint32_t>(length), kind});
         return depth > row_depth;
     }
-    // A cell whose text is not terminated yet: the byte behind it is still to be read.
+    // Adds a cell whose text is not terminated yet, because the byte behind it is still to be read.
     bool cut(db_type kind, const char *text, size_t length)
     {
         terminate();
@@ -118,9 +121,9 @@ private:
         if (unterminated) *unterminated = '\0';
         unterminated = nullptr;
     }
-    // The word has just been read.
+    // The reader has just read the word.
     bool literal(db_type kind, std::string_view word) { return cut(kind, here() - word.size(), word.size()); }
-    // The bracket has just been read.
+    // The reader has just read the bracket.
     bool open()
     {
         if (depth == row_depth + 1) nested = here() - 1;
@@ -141,11 +144,11 @@ private:
     std::string_view document;
     rapidjson::InsituStringStream stream;
     uint32_t depth = 0;
-    uint32_t row_depth = 0; // at which rows start: 1 in an array
+    uint32_t row_depth = 0; // the depth at which rows start: 1 in an array
     const char *name = nullptr;
     uint32_t name_length = 0;
     char *nested = nullptr;       // start of the nested value that is being read
-    char *unterminated = nullptr; // end of a text, where its NUL is to stand
+    char *unterminated = nullptr; // end of a text, which gets its NUL there later
 };
 
 db_type Cell::type() const

@@ -11,13 +11,13 @@
 struct board_trace {
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> file{nullptr, &std::fclose};
     uint8_t byte_order = 0;
-    std::vector<uint8_t> bytes; // of the entry read last
+    std::vector<uint8_t> bytes; // of the entry that was read last
 };
 
 namespace
 {
 
-// No record is longer than a request, a response and a result of the greatest lengths.
+// No record is longer than a request, a response and a result of the greatest lengths together.
 constexpr uint32_t longest_record = sizeof(board_trace_record) + 2 * IPC_MAX_LENGTH + BOARD_RESULT_MAX;
 
 template <class Word>

@@ -25,7 +25,7 @@ namespace
 
 constexpr board_trace_file own_header{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, native_order, {}};
 
-// The first process to come writes the file's header; the others must find the same.
+// The first process writes the file's header. The others must find the same header.
 bool agree_on_header(int file)
 {
     struct stat found;
@@ -39,7 +39,7 @@ bool agree_on_header(int file)
 Descriptor open_trace(const char *name)
 {
     if (!name || !*name) return {};
-    // Requests may carry secrets: the file is for its owner.
+    // Requests may carry secrets, so only the owner may read the file.
     Descriptor file(open(name, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
     if (file && !flock(file.get(), LOCK_EX)) {
         const bool agreed = agree_on_header(file.get());
@@ -86,7 +86,7 @@ void TraceWriter::write(const ClientThread &client, const Call &call, int32_t ip
                            {const_cast<void *>(call.request), call.length},
                            {const_cast<void *>(reply.data), reply.length},
                            {const_cast<char *>(result.data()), result.size()}};
-    // Half a record would spoil those that follow it: the first failure is the last.
+    // Half a record would spoil the records that follow it, so nothing is written after the first failure.
     if (writev(file.get(), parts, 4) == static_cast<ssize_t>(record.size)) return;
     if (on.exchange(false)) userlog_err(__func__, __LINE__, "no more trace: %s", std::strerror(errno));
 }

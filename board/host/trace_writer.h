@@ -1,5 +1,5 @@
-// Records of exchanges: a client's own by BOARD_IPC_TRACE, and those that a service answers. The format is in
-// board/trace.h.
+// This file writes records of exchanges: those of a client, which BOARD_IPC_TRACE asks for, and those that a service
+// answers. board/trace.h describes the format.
 #pragma once
 
 #include <atomic>
@@ -13,7 +13,7 @@
 namespace board
 {
 
-// Whose exchange it is.
+// A ClientThread says whose exchange it is.
 struct ClientThread {
     pid_t process;
     pid_t thread; // 0: unknown
@@ -22,13 +22,13 @@ struct ClientThread {
 class TraceWriter
 {
 public:
-    // Appends to the file `name`, which is made where it is missing; null or empty: records nothing. The log says why a
-    // file cannot be used.
+    // Appends to the file `name`, which is made when it does not exist. With a null or empty name nothing is recorded.
+    // The log says why a file cannot be used.
     explicit TraceWriter(const char *name);
 
     bool is_on() const { return on.load(std::memory_order_relaxed); }
-    // Records an exchange, whose reply is empty unless `ipc_result` is 0. `result`: the bytes of the result in shared
-    // memory, or none.
+    // Records an exchange, whose reply is empty unless `ipc_result` is 0. `result` has the bytes of the result in
+    // shared memory, or none.
     void write(const ClientThread &client, const Call &call, int32_t ipc_result, const Reply &reply,
                std::span<const char> result);
 
@@ -37,7 +37,7 @@ private:
     std::atomic<bool> on;
 };
 
-// That of BOARD_IPC_TRACE.
+// Returns the writer for BOARD_IPC_TRACE.
 TraceWriter &clients_trace();
 void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Transport &transport);
 

@@ -1,4 +1,4 @@
-// How the client half reaches a service. Each thread has a transport of its own.
+// This file says how the client half reaches a service. Each thread has a transport of its own.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ struct Call {
 
 struct Reply {
     uint32_t status = 0;
-    const void *data = nullptr; // until the next exchange
+    const void *data = nullptr; // valid until the next exchange
     uint32_t length = 0;
     Result result{};
 };
@@ -31,11 +31,11 @@ class Transport
 public:
     virtual ~Transport() = default;
 
-    // One exchange, bounded in time and delivered at most once: IPC_OK and the reply, or another IPC value and no
-    // reply. The request is at most IPC_MAX_LENGTH bytes long.
+    // Makes one exchange, which is bounded in time and delivered at most once. Returns IPC_OK and the reply, or another
+    // IPC value and no reply. The request is at most IPC_MAX_LENGTH bytes long.
     virtual int32_t exchange(const Call &call, Reply &reply) = 0;
 
-    // Copies the result in shared memory that came with the last exchange; false when the service took it back.
+    // Copies the result in shared memory that came with the last exchange. Returns false when the service took it back.
     virtual bool copy_result(const Result &result, char *to) = 0;
 
     // Closes what is kept from call to call.

@@ -1,8 +1,8 @@
-// The transport over Unix sockets: one connection a thread for the set and get calls, one datagram socket for the
-// others, both kept from call to call.
+// This is the transport over Unix sockets. Each thread has one connection for the set and get calls and one datagram
+// socket for the other calls, and keeps both from call to call.
 //
-// A datagram carries the socket that its answer is to be written to. So each client's answers take up room of its own,
-// and a client that leaves its answers unread is in nobody's way.
+// A datagram carries the socket to which its answer is written. So the answers to each client have buffers of their
+// own, and a client that does not read its answers does not delay the others.
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -27,8 +27,8 @@ namespace board
 namespace
 {
 
-// The time by which an exchange ends. The coarse clock's few milliseconds matter to nobody here, and it costs a
-// fraction of the fine one's.
+// This clock measures the time at which an exchange must end. The coarse clock's error of a few milliseconds does not
+// matter here, and reading it costs a fraction of what the fine clock costs.
 struct Clock {
     using duration = std::chrono::nanoseconds;
     using rep = duration::rep;
@@ -44,7 +44,8 @@ struct Clock {
     }
 };
 
-// Counts what makes kept sockets those of somebody else: a fork, after which they are the parent's, and another folder.
+// Kept sockets must be renewed after a fork, because they then belong to the parent, and after a change of the folder.
+// This number counts both.
 std::atomic<uint32_t> renewals{0};
 
 void watch_forks()
@@ -53,7 +54,7 @@ void watch_forks()
     static_cast<void>(registered);
 }
 
-// Waits until the socket is ready for `events`; false when the time is over.
+// Waits until the socket is ready for `events`. Returns false when the time is over.
 bool wait_for(int socket, short events, Clock::time_point deadline)
 {
     for (;;) {
@@ -87,7 +88,8 @@ int32_t value_of_refusal(Refusal reason)
     return reason == Refusal::busy ? IPC_ERR_SERVICE : IPC_ERR_INCOMPATIBLE;
 }
 
-// A request, and then its answer in the same place: the fewer cache lines, the shorter the way.
+// A Packet holds a request, and then its answer in the same memory. An exchange that touches fewer cache lines is
+// faster.
 union Packet {
     Packet() {}
 
@@ -95,7 +97,7 @@ union Packet {
     AnswerFrame answer;
 };
 
-// A socket to one module, and the memory in which results come over it.
+// A Line is a socket to one module, with the memory in which results arrive over it.
 class Line
 {
 public:
@@ -123,14 +125,14 @@ private:
     const bool datagrams;
     uint32_t module = 0;
     Descriptor socket;
-    Descriptor near_end, far_end; // of datagrams: the two ends of the way back
+    Descriptor near_end, far_end; // of datagrams: the two ends of the socket for answers
     ResultView view;
     Clock::time_point deadline;
-    std::chrono::milliseconds timeout{}; // that the sockets have
-    bool waited = false; // part of the time is spent, so that the socket's own time-out would be too late
+    std::chrono::milliseconds timeout{}; // the time-out that the sockets have
+    bool waited = false; // a part of the time is spent, so that the socket's own time-out would be too late
 };
 
-// Has the socket give up after the thread's bound of a call.
+// Makes the socket give up after the thread's bound of a call.
 bool set_timeout(int socket)
 {
     const auto milliseconds = current_timeout().count();
@@ -176,7 +178,7 @@ int32_t Line::open(uint32_t to_module)
     return IPC_OK;
 }
 
-// Returns 0 or an error number. A request is sent whole or not at all.
+// Returns 0 or an error number. A request is sent as a whole or not at all.
 int Line::send(const RequestFrame &request)
 {
     while (send_packet(socket.get(), &request, request.size(), far_end.get()) < 0) {
@@ -188,17 +190,18 @@ int Line::send(const RequestFrame &request)
     return 0;
 }
 
-// Has a packet received by `receive`, which takes flags and does what recv(2) does. Returns the packet's length, 0 when
-// the peer is gone, -1 and an error number when there is no packet.
+// Receives a packet by `receive`, which takes flags and does what recv(2) does. Returns the packet's length, or 0 when
+// the peer is gone, or -1 with an error number when there is no packet.
 template <class Receive>
 ssize_t Line::receive_packet(Receive receive)
 {
     ssize_t received = -1;
-    // False when another attempt may bring a packet.
+    // Returns false when another attempt may bring a packet.
     const auto attempt = [&](int flags) {
         received = receive(flags);
         if (received < 0 && errno == ECONNRESET) {
-            // The peer hung up without reading all that it was sent; what it said before is still to be had.
+            // The peer hung up without reading everything that was sent to it. What it sent before can still be
+            // received.
             received = receive(flags | MSG_DONTWAIT);
         }
         return received >= 0 || (errno != EAGAIN && errno != EINTR);
@@ -232,7 +235,7 @@ int32_t value_of_receive_error(ssize_t received)
     return received < 0 && errno == ETIMEDOUT ? IPC_ERR_TIMEOUT : IPC_ERR_PEER_LOST;
 }
 
-// The packet behind an answer whose result lies in memory that is new here.
+// Receives the packet behind an answer whose result lies in memory that is new to this side.
 int32_t Line::receive_memory()
 {
     Head head;
@@ -254,7 +257,7 @@ int32_t Line::receive_memory()
     return is_memory && view.adopt(memory) ? IPC_OK : IPC_ERR_BROKEN_ANSWER;
 }
 
-// Believes an answer only when everything in it holds.
+// Accepts an answer only when everything in it is correct.
 int32_t Line::receive(const RequestHeader &request, AnswerFrame &answer)
 {
     const ssize_t received =
@@ -288,7 +291,8 @@ int32_t Line::exchange(Packet &packet)
         if (!set_timeout(socket.get()) || (datagrams && !set_timeout(near_end.get()))) return IPC_ERR_SYSTEM;
     }
 
-    // A kept connection may have lost its peer since the last call. What it does not take is surely not delivered.
+    // A kept connection may have lost its peer since the last call. A request that the socket does not take is surely
+    // not delivered.
     const RequestHeader request = packet.request.header;
     int error = ENOTCONN;
     if (socket && module == request.module) error = send(packet.request);
@@ -299,14 +303,14 @@ int32_t Line::exchange(Packet &packet)
 
     int32_t value;
     if (error == 0 || error == EPIPE || error == ECONNRESET) {
-        // A service that refuses a connection says so before it hangs up.
+        // A service that refuses a connection sends the reason before it hangs up.
         value = receive(request, packet.answer);
     } else if (error == ETIMEDOUT) {
         value = IPC_ERR_TIMEOUT;
     } else {
         value = error == ECONNREFUSED ? IPC_ERR_NO_SERVICE : IPC_ERR_SYSTEM;
     }
-    // On a dropped line a late answer cannot be taken for the next one's.
+    // The line is dropped, so that a late answer cannot be taken for the answer to the next request.
     if (value) drop();
     return value;
 }

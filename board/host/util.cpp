@@ -1,4 +1,4 @@
-// The utilities of board/util.h but for logging.
+// This file has the utilities of board/util.h except logging.
 #include "board/util.h"
 
 #include <cerrno>

@@ -37,7 +37,7 @@ const Field &named_field(const Reading &reading, const std::string &prefix, cons
                      text::suggestion(name, names) + " (known are " + text::join(names) + ")");
 }
 
-// Copies a value to its field and on, as far as the record reaches. Returns the offset behind its last byte.
+// Copies a value to its field and beyond, as far as the record reaches. Returns the offset behind the last byte.
 size_t put(const Field &field, const void *value, size_t length, Bytes &bytes)
 {
     length = std::min(length, bytes.size() - field.offset);
@@ -86,7 +86,7 @@ bool all_zero(std::span<const uint8_t> bytes)
     return std::all_of(bytes.begin(), bytes.end(), [](uint8_t byte) { return byte == 0; });
 }
 
-// Bytes in the notation that a block is given in: as a text where they look like one.
+// Returns bytes in the notation in which a block is given. Bytes that look like a text are shown as one.
 std::string block_text(std::span<const uint8_t> bytes)
 {
     constexpr size_t shortest_text = 4;
@@ -134,7 +134,7 @@ std::string text_of(const Reading &reading, const Field &field, std::span<const 
     return {};
 }
 
-// Whether the bytes hold the whole of a field, or enough of it to be shown.
+// Returns whether the bytes hold the whole of a field, or enough of it to be shown.
 bool reached(const Field &field, std::span<const uint8_t> bytes)
 {
     const bool divisible = field.type == FieldType::text || field.type == FieldType::bytes;
@@ -199,7 +199,7 @@ void swap_words(const catalogue::Record &record, const Place &place, Bytes &byte
     swap_words(record.fields, bytes);
     const catalogue::Layout *layout = read_record(record, place, bytes).layout;
     if (!layout) return;
-    // What the layout names of the record's own words is turned already.
+    // A field of the layout that is also a word of the record is already swapped.
     std::vector<Field> opaque;
     for (const Field &field : layout->fields)
         if (std::ranges::none_of(record.fields, [&field](const Field &own) {
@@ -212,7 +212,7 @@ void swap_words(const catalogue::Record &record, const Place &place, Bytes &byte
 size_t set_fields(const catalogue::Record &record, const Place &place, std::span<const Assignment> assignments,
                   Allowed allowed, const std::string &prefix, Bytes &bytes)
 {
-    // The command first: it says which layout's fields are known.
+    // The command is set first, because it says which layout's fields are known.
     for (const Assignment &assignment : assignments)
         if (record.command && assignment.name == record.command->name)
             set_field(record, place, *record.command, prefix + assignment.name, assignment.value, false, bytes);
@@ -266,7 +266,7 @@ std::span<const uint8_t> without_trailing_zeros(std::span<const uint8_t> bytes)
 
 std::vector<DecodedField> decode(const Reading &reading)
 {
-    // What the layout's fields name is not shown a second time as part of the record's opaque field.
+    // The bytes of the layout's fields are not shown a second time as a part of the record's opaque field.
     Bytes rest(reading.bytes.begin(), reading.bytes.end());
     if (reading.layout)
         for (const Field &field : reading.layout->fields)

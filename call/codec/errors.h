@@ -1,4 +1,4 @@
-// What goes wrong before anything is sent.
+// This file has the errors that occur before anything is sent.
 #pragma once
 
 #include <stdexcept>
@@ -6,13 +6,13 @@
 namespace call
 {
 
-// what() says what is wrong, for people.
+// An Error says in what() what is wrong, for people.
 class Error : public std::runtime_error
 {
     using std::runtime_error::runtime_error;
 };
 
-// Wrong arguments: what() names the argument and says what was expected.
+// A UsageError means that the arguments are wrong. what() names the argument and says what was expected.
 class UsageError : public Error
 {
     using Error::Error;

@@ -80,7 +80,7 @@ bool read_integer(std::string_view text, Number &number)
     return whole.has_value();
 }
 
-// A number in the unit, as a whole count of the scale's steps.
+// Reads a number in the field's unit as a whole number of steps of the scale.
 template <class Number>
 bool read_scaled(std::string_view text, double scale, Number &number)
 {

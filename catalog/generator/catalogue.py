@@ -1,4 +1,4 @@
-"""All entries of the catalogue."""
+"""This module holds all entries of the catalogue."""
 
 import tomllib
 
@@ -15,7 +15,7 @@ ENTRIES = ["channel", "command", "family", "function", "layout", "module", "oper
 
 
 class Catalogue:
-    """All entries, read and checked."""
+    """This class reads and checks all entries."""
 
     def __init__(self, checkout):
         self.checkout = checkout

@@ -1,8 +1,8 @@
-"""The files that the generator reads and writes."""
+"""This module knows the files that the generator reads and writes."""
 
 
 class Checkout:
-    """The files that the generator reads and writes, by their paths from the root."""
+    """This class reads and writes the files by their paths from the root."""
 
     def __init__(self, root):
         self.root = root

@@ -1,4 +1,4 @@
-"""The command line: writes what has changed, or says what has."""
+"""This module is the command line: it writes what has changed, or prints what has changed."""
 
 import argparse
 import pathlib
@@ -15,7 +15,7 @@ from .writing.tables import tables
 from .writing.thunks import thunks
 from .writing.view_rows import view_rows
 
-# What stands in the tree, so that a board's build needs no Python, and what every other build makes.
+# The committed files are in the tree, so that a board's build needs no Python. Every other build makes the rest.
 COMMITTED = {
     "include/bsp_pon.h": header,
     "catalog/generated/record_length.h": record_length,
@@ -30,8 +30,9 @@ BUILT = {
 
 
 def generate(checkout, check=False, build=None):
-    """Writes what is stale or, with `check`, only says what is: of the checkout or, when there is a folder `build`, of
-    what belongs into that. Returns the exit status."""
+    """Writes what is stale. With `check` it writes nothing and only prints what is stale. It works on the checkout, or
+    on the files of the folder `build` when there is one. Returns the exit status.
+    """
     target, writers = (build, BUILT) if build else (checkout, COMMITTED)
     try:
         catalogue = Catalogue(checkout)

@@ -1,4 +1,4 @@
-// The options of a command that can draw what it reads.
+// This file has the options of a command that can draw what it reads.
 #pragma once
 
 #include <string_view>
@@ -9,9 +9,9 @@
 namespace ponctl
 {
 
-// They stand for --watch, too.
+// These options include what --watch does.
 void add_chart(Command &command, ChartOptions &options);
 
-inline constexpr std::string_view chart_option = "--chart"; // that asks for it
+inline constexpr std::string_view chart_option = "--chart"; // the option that asks for a chart
 
 } // namespace ponctl

@@ -1,4 +1,4 @@
-// What arguments of several groups are said to be.
+// These texts are the help for arguments that several groups have.
 #pragma once
 
 namespace ponctl

@@ -26,7 +26,7 @@ namespace ponctl
 namespace
 {
 
-// Whether the reader of our standard output has seen enough and gone.
+// Returns whether the reader of our standard output has seen enough and is gone.
 bool reader_is_gone()
 {
     pollfd output{STDOUT_FILENO, 0, 0};
@@ -35,7 +35,7 @@ bool reader_is_gone()
 
 constexpr const char *default_interval = "2";
 
-// Exit code of a command whose result was written as far as `stdout` takes it.
+// Returns the exit code of a command. It depends on whether `stdout` took the whole result.
 int finish(int code)
 {
     errno = 0;
@@ -44,7 +44,7 @@ int finish(int code)
     return exit_output;
 }
 
-// Whether a word behind --watch is its interval.
+// Returns whether a word behind --watch is its interval.
 bool is_interval(const std::string &word)
 {
     return !word.empty() && word.find_first_not_of("0123456789.") == std::string::npos;
@@ -93,7 +93,7 @@ std::optional<Watching> GlobalOptions::watching(const std::vector<std::string> &
 
 void GlobalOptions::export_settings() const
 {
-    setenv("BOARD_LOG", "off", 0); // what the libraries would log the tool says itself
+    setenv("BOARD_LOG", "off", 0); // the tool itself reports what the libraries would log
     if (!socket_dir.empty()) setenv("BOARD_IPC_DIR", socket_dir.c_str(), 1);
     if (timeout.empty()) return;
     if (parse_number("--timeout", timeout, INT32_MAX) == 0)

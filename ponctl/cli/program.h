@@ -1,4 +1,4 @@
-// The program: every command and option of the command line, and how a command ends.
+// This file is the program: every command and option of the command line, and how a command ends.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@
 namespace ponctl
 {
 
-// What holds for every command.
+// GlobalOptions apply to every command.
 struct GlobalOptions {
     std::string format = "table";
     bool no_headings = false;
@@ -24,21 +24,22 @@ struct GlobalOptions {
     std::string count;
     std::string socket_dir;
     std::string timeout;
-    bool nested = false; // the command line is one of a batch's or shell's
+    bool nested = false; // the command line is one of a batch or a shell
 
-    // Each throws UsageError.
+    // Each function throws UsageError.
     Output output() const;
     bool colours_on(int stream) const;
-    // How the command line of these words is watched; `charted`: it asks for a chart.
+    // Returns how the command line of these words is watched. `charted` says that it asks for a chart.
     std::optional<Watching> watching(const std::vector<std::string> &words, bool charted) const;
-    // The board's libraries read their settings from the environment, once a process. Throws UsageError.
+    // Sets the environment, because the board's libraries read their settings from it, once for each process. Throws
+    // UsageError.
     void export_settings() const;
 };
 
-// A command of the tool, and what it does.
+// A Command is a command of the tool, with what it does.
 using Command = command_line::Command<ExitCode(const Output &)>;
 
-// Options keep what they were given: a command line has a program of its own.
+// Options keep what they were given, so each command line has a program of its own.
 struct Program {
     explicit Program(const GlobalOptions &defaults = {});
     Program(const Program &) = delete;
@@ -46,16 +47,17 @@ struct Program {
 
     Command tree;
     GlobalOptions global;
-    std::vector<const command_line::Syntax *> line_runners; // run lines, each by itself and with the global options
+    std::vector<const command_line::Syntax *> line_runners; // these run lines, each line by itself and with the global
+                                                            // options
 };
 
-// Adds a command of the program with all below it.
+// A Group adds a command of the program with all commands below it.
 using Group = void (*)(Program &);
-// All groups, in the order of the help: those of groups.inc.
+// Returns all groups of groups.inc, in the order of the help.
 std::span<const Group> groups();
 
-// Runs one command line, without the program's name. What is wrong with it goes to standard error. `defaults` hold
-// where the line says nothing else.
+// Runs one command line, given without the program's name. Reports on standard error what is wrong with it. The
+// `defaults` apply where the line says nothing else.
 int run_line(const std::vector<std::string> &words, const GlobalOptions &defaults = {});
 
 } // namespace ponctl

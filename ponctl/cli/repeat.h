@@ -1,4 +1,4 @@
-// Readings that are taken again and again.
+// This file takes readings again and again.
 #pragma once
 
 #include <csignal>
@@ -8,24 +8,24 @@
 namespace ponctl
 {
 
-// Counts readings, and waits between them. While it lives, an interrupt ends the wait and with it the readings, and
-// does nothing else.
+// A Repeat counts readings, and waits between them. While it lives, an interrupt ends the wait and with it the
+// readings, and does nothing else.
 class Repeat
 {
 public:
-    // `interval` in seconds, with decimals; `count` readings, without an end where it is empty. Each as a word of the
-    // command line, which a UsageError names as --watch and --count.
+    // `interval` is in seconds, with decimals. `count` is the number of readings; there is no end when it is empty.
+    // Both are words of the command line. A UsageError names them as --watch and --count.
     Repeat(const std::string &interval, const std::string &count);
     ~Repeat();
     Repeat(const Repeat &) = delete;
     Repeat &operator=(const Repeat &) = delete;
 
-    // Whether there is another reading to take, after the wait for it; the first is taken at once.
+    // Returns whether there is another reading to take, after waiting for it. The first reading is taken at once.
     bool next();
 
 private:
     uint32_t milliseconds;
-    uint32_t wanted; // 0: without an end
+    uint32_t wanted; // 0: no end
     uint32_t taken = 0;
     sigset_t ending, before;
 };

@@ -24,7 +24,7 @@ namespace ponctl
 namespace
 {
 
-// What is written to a stream in memory.
+// A Capture is what is written to a stream in memory.
 class Capture
 {
 public:
@@ -40,7 +40,7 @@ public:
     Capture(const Capture &) = delete;
     Capture &operator=(const Capture &) = delete;
 
-    // The same output, but to here.
+    // Returns the same output, but directed to this stream.
     Output instead_of(Output output) const
     {
         output.stream = opened;
@@ -58,7 +58,8 @@ private:
     std::FILE *opened;
 };
 
-// Acts once. In JSON there is one document, whatever becomes of it: how it ended, where it has no result.
+// Acts once. In JSON it writes one document in every case: when the action has no result, the document says how it
+// ended.
 ExitCode answer(const Action &action, const Output &output)
 {
     const size_t before = Json::count();
@@ -67,7 +68,7 @@ ExitCode answer(const Action &action, const Output &output)
     return code;
 }
 
-// `heading`: the last heading line of CSV.
+// `heading` is the last heading line of CSV.
 ExitCode show(const Action &action, const Output &output, std::string &heading)
 {
     if (output.format != Format::csv) return answer(action, output);
@@ -95,7 +96,7 @@ void show_requests(const Output &output, const std::vector<Exchange> &requests)
         output);
 }
 
-// Nothing is shown but the requests, be it those that were made before something was found wrong.
+// Shows only the requests, also those that were made before an error was found.
 ExitCode run_dry(const Action &action, const Output &output)
 {
     take_kept_requests();
@@ -120,7 +121,7 @@ std::string time_text()
     return text;
 }
 
-// Writes over the terminal from its top line by line, so that nothing flickers, as many lines as there is room for.
+// Writes over the terminal from its top, line by line, so that nothing flickers. Writes as many lines as fit.
 void draw(std::FILE *stream, const std::string &text)
 {
     winsize size{};
@@ -136,7 +137,7 @@ void draw(std::FILE *stream, const std::string &text)
     std::fputs((screen + end_with_wrapping).c_str(), stream);
 }
 
-// Shows one reading in place of the one before it, or behind that.
+// Shows one reading in place of the one before it, or behind it.
 void put(const Output &output, const Watching &watching, std::string_view reading, bool first)
 {
     if (output.format == Format::json) {
@@ -151,7 +152,7 @@ void put(const Output &output, const Watching &watching, std::string_view readin
     std::fflush(output.stream);
 }
 
-// Holds back what is said on standard error until this goes.
+// A Hold holds back the text for standard error until it is destroyed.
 class Hold
 {
 public:
@@ -174,7 +175,7 @@ ExitCode watch(const Action &action, const Output &output, const Watching &watch
     std::string heading;
     for (bool first = true; repeat.next(); first = false) {
         Capture capture;
-        const Hold hold; // else the reading would be written over it
+        const Hold hold; // otherwise the reading would be written over the text
         const ExitCode code = show(action, capture.instead_of(output), heading);
         put(output, watching, capture.written(), first);
         if (code != exit_success) return code;

@@ -1,4 +1,4 @@
-// How a command is run: once or again and again, with its result in the form that is wanted.
+// This file runs a command once, or again and again, and shows its result in the form that is wanted.
 #pragma once
 
 #include <functional>
@@ -11,17 +11,17 @@
 namespace ponctl
 {
 
-// What the command does that the command line chose.
+// An Action is what the command does that the command line chose.
 using Action = std::function<ExitCode(const Output &)>;
 
 struct Watching {
-    std::string interval; // seconds
-    std::string count;    // of readings; empty: without an end
-    std::string title;    // of what is read
+    std::string interval; // in seconds
+    std::string count;    // number of readings; empty: no end
+    std::string title;    // names what is read
 };
 
-// Acts, and shows what it writes: in a dry run, its requests in place of that. Where it is watched, it runs
-// again until a reading fails, there were enough, or an interrupt comes.
+// Acts, and shows what the action writes. In a dry run it shows the requests instead. When it is watched, it runs again
+// until a reading fails, there were enough readings, or an interrupt comes.
 ExitCode run(const Action &action, const Output &output, const std::optional<Watching> &watching);
 
 } // namespace ponctl

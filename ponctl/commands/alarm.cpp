@@ -1,4 +1,4 @@
-// ponctl alarm: alarms of ONUs.
+// ponctl alarm shows and clears the alarms of ONUs.
 #include "cli/program.h"
 #include "output/consent.h"
 #include "results/delivered.h"
@@ -11,12 +11,13 @@ namespace
 {
 
 struct AlarmOptions {
-    std::string port;  // or a set, without an ONU
-    std::string onu;   // id or MAC address
-    std::string alarm; // code
+    std::string port;  // a port, or a set without an ONU
+    std::string onu;   // id or MAC address of an ONU
+    std::string alarm; // code of an alarm
 };
 
-// The set that is named in place of a port; id 0 would stand for all ONUs of it.
+// Returns the set that is named in place of a port. It must not contain id 0, which would stand for all ONUs of the
+// port.
 std::optional<OnuSet> set_of(const AlarmOptions &options)
 {
     std::optional<OnuSet> set = set_in_place_of(options.port, options.onu);
@@ -24,7 +25,7 @@ std::optional<OnuSet> set_of(const AlarmOptions &options)
     return set;
 }
 
-// What an alarm operation's record selects: all ports, one, or one ONU of it.
+// Returns what an alarm operation's record selects: all ports, one port, or one ONU of a port.
 std::vector<std::string> selection_of(const AlarmOptions &options)
 {
     const OnuName onu = options.onu.empty() ? OnuName{} : onu_but_0_of(options.onu);

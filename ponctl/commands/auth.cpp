@@ -1,4 +1,4 @@
-// ponctl auth: how the ONUs of a port prove who they are.
+// ponctl auth sets how the ONUs of a port prove who they are.
 #include <algorithm>
 
 #include "call/invocation.h"
@@ -61,7 +61,7 @@ ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
     if (options.loid.empty()) throw UsageError("LOID: empty");
     ask_before("bsp_pon_onu_auth_set",
                "having the ONUs of port " + port + " prove anew who they are, without LOID " + options.loid);
-    // What removes a record sets the mode too, so it must state the one that holds.
+    // The request that removes a record also sets the mode, so it must state the current mode.
     const Invocation current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}), consent());
     if (!current.good()) return report(current);
     expect_answer(current);

@@ -1,4 +1,4 @@
-// ponctl bulk and ponctl arp.
+// This file has ponctl bulk and ponctl arp.
 #include "call/invocation.h"
 #include "cli/program.h"
 #include "output/consent.h"

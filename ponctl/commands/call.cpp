@@ -1,4 +1,4 @@
-// ponctl call: any operation of the library.
+// ponctl call calls any operation of the library.
 #include <algorithm>
 #include <functional>
 
@@ -17,14 +17,15 @@ namespace
 {
 
 struct CallLine {
-    std::string operation;          // its name, or the first of the words for it
-    std::vector<std::string> words; // its arguments, and further words for it
+    std::string operation;          // its name, or the first of the words that find it
+    std::vector<std::string> words; // its arguments, and further words that find it
     std::string onus;
     bool allow_long = false;
     bool help = false;
 };
 
-// The operation that the words name, the first of them or all without `=` together, which are taken off them.
+// Returns the operation that the words name, and removes those words. Either the first word is its name, or all words
+// without `=` find it together.
 const catalogue::Operation &take_operation(std::vector<std::string> &words)
 {
     const auto is_assignment = [](const std::string &word) { return word.find('=') != word.npos; };
@@ -35,7 +36,7 @@ const catalogue::Operation &take_operation(std::vector<std::string> &words)
         words.erase(words.begin());
         return *catalogue::find_operation(names.front());
     }
-    // A wrong name is not searched for words where nothing is found.
+    // When a single word finds nothing, it is taken for a wrong name and not for a search.
     const bool is_wrong_name = names.size() == 1 && find_operations(names).empty();
     const catalogue::Operation &operation = is_wrong_name ? named_operation(names.front()) : chosen_operation(names);
     note("calling " + std::string(operation.name));
@@ -60,7 +61,7 @@ void add_call(Program &program)
 {
     Command &call = program.tree.add("call", "Calls an operation; 'ponctl ops' lists them");
     CallLine &line = call.runs(run_call_line);
-    call.options.clear(); // its help is of two kinds
+    call.options.clear(); // this command has two kinds of help
     call.option("-h,--help", &line.help, "print this help; with an OPERATION, the page of that operation");
     call.argument("OPERATION", &line.operation,
                   "name of the operation, or words that occur in no other, as for 'ponctl ops'");

@@ -1,4 +1,4 @@
-// ponctl config: the OLT's configuration, saved in a file and loaded from one.
+// ponctl config saves the OLT's configuration in a file and loads it from one.
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -34,8 +34,8 @@ bool write_all(int file, std::string_view text)
     return fsync(file) == 0;
 }
 
-// All of the text or, where that fails, what was in the file before. Only its owner may read it, because it has
-// passwords.
+// Writes the whole text. When that fails, the file keeps its old contents. Only its owner may read the file, because it
+// has passwords.
 ExitCode replace_file(const std::string &name, std::string_view text)
 {
     std::string other = name + ".XXXXXX";

@@ -1,4 +1,4 @@
-// ponctl debug: the PON chip and the interfaces, and the switches of the service's debug output.
+// ponctl debug shows the PON chip and the interfaces, and switches the service's debug output.
 #include <algorithm>
 #include <array>
 
@@ -18,18 +18,18 @@ namespace
 
 struct DebugView {
     const char *name, *operation, *brief;
-    bool registers;      // what it shows are registers
-    bool of_either_port; // of a PON port or a GE port
+    bool registers;      // it shows registers
+    bool of_either_port; // it takes a PON port or a GE port
 };
 
-// The settings of a PHY, from the highest bit on; one has no meaning.
+// These are the settings of a PHY, from the highest bit on. One bit has no meaning.
 constexpr std::array<std::string_view, 8> phy_settings{
     "reset", "loopback", "", "auto-negotiation", "power-down", "isolate", "restart-negotiation", "full-duplex"};
 
 struct DebugOptions {
     const DebugView *view;
     std::string port;
-    bool ge = false; // where that can be chosen
+    bool ge = false; // PORT is a GE port, where the user can choose
 };
 
 struct DebugPhyOptions {
@@ -65,7 +65,7 @@ constexpr std::array<std::string_view, 2> schedulers{"strict priority", "weighte
 constexpr std::array<std::string_view, 2> down_up{"down", "up"};
 constexpr std::array<std::string_view, 3> entries{"all", "dynamic", "static"};
 
-// By the names of fields, which mean the same in every view.
+// Returns styles by the names of fields, because a name means the same in every view.
 std::vector<FieldStyle> styles_of(const DebugView &view)
 {
     if (view.name == std::string_view("laser")) return {{"state", {}, laser_states}};

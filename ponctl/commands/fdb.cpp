@@ -1,4 +1,4 @@
-// ponctl fdb: the OLT's forwarding database.
+// ponctl fdb shows and sets the OLT's forwarding database.
 #include <array>
 
 #include "board/datastore.h"
@@ -16,9 +16,9 @@ namespace
 {
 
 struct FdbOptions {
-    std::string port; // empty: all
+    std::string port; // empty: all ports
     std::string llid, uni, vlan, mac, from, count;
-    bool network = false; // the side of the uplinks
+    bool network = false; // on the side of the uplinks
 };
 
 struct FdbFlushOptions {
@@ -52,7 +52,7 @@ ExitCode run_fdb_show(const Output &output, const FdbOptions &options)
                             consent());
     const ExitCode code = show(output, {{{}, {}, &called}});
     if (!called.good() || output.format != Format::table) return code;
-    // Of a long table the service shows a part.
+    // The service shows only a part of a long table.
     const uint32_t shown = called.database() ? db_rows(called.database()) : 0;
     const std::string matching = field_digits(called.answer(), "matching");
     if (matching != std::to_string(shown))

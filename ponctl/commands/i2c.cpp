@@ -1,4 +1,4 @@
-// ponctl i2c: the bus to the optical modules.
+// ponctl i2c uses the bus to the optical modules.
 #include <algorithm>
 
 #include "call/invocation.h"
@@ -18,11 +18,11 @@ namespace
 
 struct I2cOptions {
     std::string port, address, offset;
-    std::string length; // of what is read
-    std::string bytes;  // to write
+    std::string length; // number of bytes to read
+    std::string bytes;  // bytes to write
 };
 
-// Where on the bus; the same for reading and writing.
+// Returns the address on the bus, which is the same for reading and writing.
 std::vector<std::string> place_of(const I2cOptions &options, size_t length)
 {
     return words_of({{"port", number_word("PORT", options.port)},
@@ -31,7 +31,7 @@ std::vector<std::string> place_of(const I2cOptions &options, size_t length)
                      {"buf.length", std::to_string(length)}});
 }
 
-// Sixteen bytes a line, under their places in it.
+// Prints sixteen bytes in each line, below the columns of the heading.
 void dump(const Output &output, size_t start, std::span<const uint8_t> bytes)
 {
     constexpr size_t line = 16;
@@ -48,7 +48,7 @@ void dump(const Output &output, size_t start, std::span<const uint8_t> bytes)
     }
 }
 
-// The bytes of the words of a command line: 5a 01, or 5a01.
+// Returns the bytes that words of a command line give: 5a 01, or 5a01.
 Bytes bytes_of(const std::string &text)
 {
     const std::string digits = text.starts_with("0x") ? text.substr(2) : text;

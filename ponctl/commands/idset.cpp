@@ -1,4 +1,4 @@
-// ponctl idset: sets of ONU ids as texts, for people and as the library prints them.
+// ponctl idset shows sets of ONU ids as texts, for people and as the library prints them.
 #include <algorithm>
 #include <cstdio>
 
@@ -16,9 +16,9 @@ namespace
 {
 
 struct IdSetOptions {
-    std::vector<std::string> ids; // 1-5,7, also with blanks
-    std::string words;            // four, with commas
-    std::string last_id = "128";  // of the library's printer; this one prints no length
+    std::vector<std::string> ids; // 1-5,7, or the same with blanks
+    std::string words;            // four words with commas between them
+    std::string last_id = "128";  // for the library's printing function; with this id it prints no length
 };
 
 IdSet set_of(const IdSetOptions &options)
@@ -29,11 +29,11 @@ IdSet set_of(const IdSetOptions &options)
                                  : parse_idset_words("--words", options.words);
 }
 
-// What a front end shows that prints the set by the library.
+// Returns what a front end shows that prints the set with the library.
 template <class Print>
 std::string printed(const IdSet &ids, uint32_t last_id, Print print)
 {
-    constexpr size_t room = 402; // as the library asks for
+    constexpr size_t room = 402; // the room that the library requires
     onu_id_set set;
     std::copy(ids.begin(), ids.end(), set.words);
     char text[room] = "";

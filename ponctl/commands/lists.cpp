@@ -1,4 +1,4 @@
-// ponctl blacklist and ponctl whitelist; ponctl onu puts ONUs on the black list and takes them off.
+// This file has ponctl blacklist and ponctl whitelist. ponctl onu puts ONUs on the blacklist and takes them off.
 #include <cstring>
 
 #include "call/invocation.h"
@@ -18,7 +18,7 @@ namespace ponctl
 namespace
 {
 
-// Ids in use, as an operation answers them.
+// Shows the ids in use that an operation answers.
 ExitCode run_ids(const Output &output, const char *operation, const std::string &port)
 {
     const Invocation called(operation, words_of({{"pon_port", port_of(port)}}), consent());

@@ -1,4 +1,4 @@
-// ponctl loop: detection of forwarding loops behind the ONUs.
+// ponctl loop sets the detection of forwarding loops behind the ONUs.
 #include <array>
 
 #include "call/invocation.h"
@@ -15,7 +15,7 @@ namespace ponctl
 namespace
 {
 
-// How ports that a loop shut recover, from 0 on.
+// These are the ways in which ports that were shut because of a loop recover, from 0 on.
 constexpr std::array<std::string_view, 2> loop_modes{"automatic", "manual"};
 
 ExitCode send(const char *operation, const char *argument, const std::string &value)

@@ -1,4 +1,4 @@
-// ponctl ops: the operations that there are, and what the catalogue says of each.
+// ponctl ops lists the operations, and shows what the catalogue says of each.
 #include <algorithm>
 
 #include "call/search.h"

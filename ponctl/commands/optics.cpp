@@ -1,4 +1,4 @@
-// ponctl optics: what the optical modules measure, at once and over time.
+// ponctl optics shows what the optical modules measure, now and over time.
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -23,8 +23,8 @@ namespace
 {
 
 struct OpticsOptions {
-    std::string port; // empty: all
-    std::string onu;  // id; its power as the port receives it
+    std::string port; // empty: all ports
+    std::string onu;  // id; shows its power as the port receives it
     bool measured = false;
     ChartOptions chart;
 };
@@ -32,12 +32,12 @@ struct OpticsOptions {
 constexpr std::array<std::string_view, 5> states{"normal", "low warning", "low alarm", "high warning", "high alarm"};
 constexpr std::array<std::string_view, 2> lol_modes{"low alarm threshold", "level set"};
 
-// What the flags say, from the highest bit on.
+// These are the names of the flags, from the highest bit on.
 constexpr std::array<std::string_view, 10> flag_names{
     "temperature high", "temperature low",   "voltage high",     "voltage low",         "bias high",
     "bias low",         "launch power high", "launch power low", "received power high", "received power low"};
 
-// The PON ports that there are, in order.
+// Returns the PON ports that exist, in order.
 std::vector<std::string> ports_of(const Invocation &base)
 {
     std::vector<std::string> ports;
@@ -100,7 +100,7 @@ ExitCode show_port(const Output &output, const std::string &port)
 {
     const Invocation diagnostics("bsp_om_plat_diag_get", words_of({{"pon_port", port}}), consent());
     if (!diagnostics.good()) return report(diagnostics);
-    // PON port N has its module in SFP cage N.
+    // The module of PON port N is in SFP cage N.
     const Invocation module("bsp_sfp_diag_info_get", words_of({{"port", port}}), consent());
     const Invocation quantities("bsp_sfp_diag_info_get_json", words_of({{"port", port}}), consent());
     const std::vector<FieldStyle> of_module{{"vendor"}, {"part"},       {"revision"}, {"serial"},
@@ -120,7 +120,7 @@ ExitCode show_port(const Output &output, const std::string &port)
                          {"quantities", "Quantities and thresholds", &quantities}});
 }
 
-// What is read of a port again and again, or of one ONU there.
+// A Source says what is read again and again of a port, or of one ONU there.
 struct Source {
     const char *operation;
     std::vector<std::string> words;

@@ -1,4 +1,4 @@
-// ponctl p2p: forwarding between ONUs at the OLT.
+// ponctl p2p controls forwarding between ONUs at the OLT.
 #include <array>
 #include <deque>
 #include <utility>
@@ -22,7 +22,7 @@ namespace
 struct P2pSwitchOptions {
     std::string port; // 0: all ports
     std::string state, onu;
-    std::string rest, rate, vlans, broadcast, multicast; // those left out stay
+    std::string rest, rate, vlans, broadcast, multicast; // those that are left out do not change
 };
 
 struct P2pEntryOptions {
@@ -34,7 +34,7 @@ struct P2pOwnPortOptions {
     std::string port, uplink;
 };
 
-// What stands for the port itself, and for any ONU.
+// This id stands for the port itself, and for any ONU.
 constexpr const char *no_onu = "128";
 constexpr uint32_t greatest_vlan = 4094;
 
@@ -46,7 +46,7 @@ std::string onu_or_any(const char *name, const std::string &text)
     return text.empty() ? no_onu : std::to_string(parse_number(name, text, max_onu_id));
 }
 
-// All that the service tells of P2P forwarding of a port: its answer, and the entries as rows.
+// Asks for everything that the service knows of P2P forwarding of a port: the answer, and the entries as rows.
 Invocation ask_for_port(const std::string &port)
 {
     return {"bsp_pon_platform_by_db",
@@ -57,7 +57,7 @@ struct Vlans {
     std::string first, last;
 };
 
-// FIRST-LAST, one VLAN, or all.
+// Reads FIRST-LAST, one VLAN, or all.
 Vlans parse_vlans(const std::string &text)
 {
     if (text == "all") return {"0", "0"};
@@ -67,7 +67,7 @@ Vlans parse_vlans(const std::string &text)
             std::to_string(parse_number("--vlans", last, greatest_vlan))};
 }
 
-// Changes what is given of a port's configuration, and keeps the rest as it is.
+// Changes the given parts of a port's configuration, and keeps the rest as it is.
 ExitCode configure(const P2pSwitchOptions &options, const std::string &port)
 {
     const Invocation current = ask_for_port(port);
@@ -118,7 +118,7 @@ ExitCode run_p2p_set(const Output &output, const P2pSwitchOptions &options)
                          "--multicast");
     if (options.state.empty() && !options.onu.empty()) throw UsageError("--onu: goes with on or off alone");
     if (configured && port == "0") throw UsageError("PORT: 0 stands for all ports, which only on and off are for");
-    // All that can be wrong is found before anyone is asked.
+    // All errors are found before the user is asked.
     const IdSet onus = parse_idset("--onu", options.onu);
     const std::string state = options.state.empty() ? "" : number_of_word("STATE", options.state, off_on);
     if (!options.rest.empty()) number_of_word("--rest", options.rest, drop_forward);

@@ -1,4 +1,4 @@
-// ponctl port: the PON ports, and what they carry.
+// ponctl port shows the PON ports, and what they carry.
 #include <map>
 #include <memory>
 
@@ -23,13 +23,13 @@ namespace
 {
 
 struct PortStatsOptions {
-    std::string port; // PON port
-    std::string ge;   // or GE port; one of them is given
+    std::string port; // a PON port
+    std::string ge;   // or a GE port; one of the two is given
     ChartOptions chart;
     std::shared_ptr<std::map<std::string_view, Rate>> rates = std::make_shared<std::map<std::string_view, Rate>>();
 };
 
-// Shows the counters, with what they grow by where they are watched.
+// Shows the counters. When they are watched, shows their growth, too.
 ExitCode show_growth(const Output &output, const char *operation, const std::vector<std::string> &words,
                      std::map<std::string_view, Rate> &rates)
 {
@@ -48,7 +48,7 @@ ExitCode show_growth(const Output &output, const char *operation, const std::vec
     return exit_success;
 }
 
-// The row of a port in the view of all; nothing where there is none.
+// Returns the row of a port in the view of all ports, or nothing when there is none.
 std::optional<uint32_t> row_of(const Invocation &base, const std::string &port)
 {
     const db_handle *rows = base.database();

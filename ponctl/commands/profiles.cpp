@@ -1,4 +1,4 @@
-// ponctl profile and ponctl loid.
+// This file has ponctl profile and ponctl loid.
 #include "commands/profiles.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ namespace ponctl
 namespace
 {
 
-// A command line calls a kind by its name in lower case, with hyphens between words.
+// A command line names a kind in lower case, with hyphens between words.
 struct ProfileOptions {
     std::string kind;
     std::string name;
@@ -36,7 +36,7 @@ using catalogue::Field;
 constexpr std::string_view prefix = "BSP_CMD_PROFILE_";
 constexpr std::array<std::string_view, 6> actions{"STORE", "FETCH", "DELETE", "LIST", "TABLE", "TEXT"};
 
-// What a command line calls a name of the catalogue, or a part of one.
+// Returns the name that a command line uses for a name of the catalogue, or for a part of one.
 std::string spoken(std::string_view name)
 {
     std::string text = text::lower_case(name);
@@ -44,7 +44,7 @@ std::string spoken(std::string_view name)
     return text;
 }
 
-// The kind that a command is for, where its action is this one; else empty.
+// Returns the kind that a command is for when its action is this one. Otherwise the text is empty.
 std::string kind_of(const catalogue::Command &command, std::string_view action)
 {
     const std::string end = "_" + std::string(action);
@@ -60,7 +60,7 @@ const catalogue::Command *find_action(const std::string &kind, std::string_view 
     return nullptr;
 }
 
-// A kind as a command line names it.
+// Returns a kind that a command line names. Throws a UsageError when there is no such kind.
 std::string named_kind(const std::string &name)
 {
     const std::string kind = spoken(name);
@@ -78,7 +78,7 @@ const catalogue::Command &named_action(const std::string &name, std::string_view
     throw UsageError("KIND: the service has no command " + spoken(action) + " for profiles of kind " + kind);
 }
 
-// The fields of a request. A command without any has nothing in its payload.
+// Returns the fields of a request. A command without fields has nothing in its payload.
 std::span<const Field> fields_of(const catalogue::Command &command)
 {
     const catalogue::Layout *layout = catalogue::find_layout(command);
@@ -96,7 +96,7 @@ void check_fields(const catalogue::Command &command, const std::vector<Assignmen
                              " (known are " + text::join(known) + ")");
 }
 
-// The words that send a command with these fields; the others are zero.
+// Returns the words that send a command with these fields. All other fields are zero.
 std::vector<std::string> words_for(const catalogue::Command &command, const std::vector<Assignment> &fields = {})
 {
     check_fields(command, fields);

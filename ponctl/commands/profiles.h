@@ -1,4 +1,4 @@
-// The kinds of profiles: those that the catalogue has commands for, BSP_CMD_PROFILE_<KIND>_<ACTION>.
+// The kinds of profiles are those for which the catalogue has commands: BSP_CMD_PROFILE_<KIND>_<ACTION>.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace ponctl
 {
 
-// Each as a command line calls it: in lower case, with hyphens between words.
+// Returns each kind as a command line names it: in lower case, with hyphens between words.
 std::vector<std::string> profile_kinds();
 
 } // namespace ponctl

@@ -1,4 +1,4 @@
-// ponctl raw: any record on any channel, straight to the board's IPC library.
+// ponctl raw sends any record on any channel, directly through the board's IPC library.
 #include <algorithm>
 
 #include "board/datastore.h"
@@ -26,8 +26,8 @@ struct RawOptions {
     std::string channel;             // name or number
     std::string call;                // set, get, dgram-set or dgram-get
     std::vector<std::string> fields; // FIELD=value
-    std::string record;              // name; empty: the channel's
-    std::string data;                // block with the record's first bytes; empty: zeros
+    std::string record;              // name; empty: the channel's record
+    std::string data;                // block with the first bytes of the record; empty: zeros
     std::string preset;              // response bytes allowed; empty: the record's size
     bool allow_long = false;
 };
@@ -54,7 +54,7 @@ const catalogue::Record &record_of(const RawOptions &options, const catalogue::C
     throw UsageError("--record: '" + options.record + "' is not a record (known are " + text::join(names) + ")");
 }
 
-// The request: the given bytes, the given fields, and zeros up to the record's length.
+// Returns the request: the given bytes, the given fields, and zeros up to the record's length.
 Bytes request_of(const RawOptions &options, const Place &place, const catalogue::Record &record)
 {
     std::vector<Assignment> assignments;
@@ -70,7 +70,8 @@ Bytes request_of(const RawOptions &options, const Place &place, const catalogue:
     const size_t set = set_fields(record, place, assignments, options.allow_long, "", request);
     if (!record.payload) return request;
 
-    // A record with a payload is as long as that, with all that the service reads of it, and 4 bytes more.
+    // A record with a payload is as long as its payload, including everything that the service reads of it, and 4 bytes
+    // more.
     constexpr size_t trailer = 4;
     const catalogue::Layout *layout = read_record(record, place, request).layout;
     const size_t read = layout ? end_of(*layout) : 0;
@@ -122,7 +123,7 @@ ExitCode run_raw(const Output &output, const RawOptions &options)
     const Bytes request = request_of(options, {&channel, call}, record);
 
     const catalogue::Command *command = command_of(record, {&channel, call}, request);
-    // A preset of 0 allows as much as the channel's record holds.
+    // A preset of 0 allows as many bytes as the channel's record holds.
     const Exchange exchange = exchange_record({"sending a record on " + std::string(channel.name), &record}, consent(),
                                               {catalogue::module, channel.type}, call, request, preset,
                                               std::max(preset, channel.record->size));

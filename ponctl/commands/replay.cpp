@@ -1,4 +1,4 @@
-// ponctl replay: a recording's requests once more, and where the answers differ.
+// ponctl replay sends a recording's requests once more, and shows where the answers differ.
 #include <algorithm>
 #include <utility>
 
@@ -28,7 +28,7 @@ namespace
 
 struct ReplayOptions {
     std::string file;
-    bool verbose = false;             // show those that are equal, too
+    bool verbose = false;             // also show exchanges that are equal
     std::vector<std::string> ignored; // fields and columns that may differ
     bool reads_only = false;
 };
@@ -37,26 +37,27 @@ using catalogue::Class;
 using catalogue::Field;
 
 struct Difference {
-    std::string place; // empty, or the row of a result database, from 1 on
+    std::string place; // empty, or the number of the row of a result database, from 1 on
     std::string field, recorded, live;
 
     std::string where() const { return place.empty() ? field : "row " + place + " " + field; }
 };
 
-// What the service answers now.
+// An Answer is what the service answers now.
 struct Answer {
     Exchange exchange;
-    std::string database; // the document; empty: none
+    std::string database; // the document; empty: there is none
 };
 
-// What a request does, as the catalogue has it; an unknown one may change something unless it is a get call.
+// Returns what a request does, as the catalogue describes it. An unknown request may change something unless it is a
+// get call.
 Class impact_of(const Traced &traced)
 {
     if (traced.command) return traced.command->impact;
     return has_answer(traced.call()) ? Class::read : Class::write;
 }
 
-// Whoever replays was asked for all requests at once.
+// The user was already asked for all requests of the recording together.
 class AskedAtOnce : public call::Permission
 {
     call::Verdict decide(const call::Request &) override { return call::Verdict::send; }
@@ -66,7 +67,7 @@ Answer send(const Traced &traced)
 {
     AskedAtOnce permission;
     const call::Sender sender{"sending a recorded request", traced.kind};
-    // The whole answer, as the recording has it, whatever its caller allowed.
+    // The whole answer is received, as it is in the recording, whatever the recorded caller allowed.
     Answer answer{exchange_record(sender, permission, {traced.record.module, traced.record.msg_type}, traced.call(),
                                   traced.request, IPC_MAX_LENGTH, IPC_MAX_LENGTH),
                   {}};
@@ -77,7 +78,7 @@ Answer send(const Traced &traced)
     return answer;
 }
 
-// Compares one exchange.
+// A Comparison compares one exchange.
 class Comparison
 {
 public:
@@ -110,7 +111,7 @@ private:
             found.push_back({std::move(place), std::string(field), std::move(recorded), std::move(now)});
     }
 
-    // Whether both are the name of a result file, which is another one each time.
+    // Returns whether both texts are the name of a result file, which differs each time.
     bool are_file_names(const Field &field, std::string_view recorded, std::string_view now) const
     {
         return recorded.starts_with('/') && now.starts_with('/') &&
@@ -124,7 +125,7 @@ private:
                });
     }
 
-    // The fields that both answers reach; what only one has is told by the lengths.
+    // Compares the fields that both answers have. The lengths show what only one of them has.
     void compare_responses()
     {
         const size_t common = std::min(traced.response.size(), live.exchange.response.size());
@@ -133,7 +134,7 @@ private:
                     live.exchange.response.begin() + static_cast<std::ptrdiff_t>(common));
         if (before == after) return;
         if (traced.channel) compare_fields(before, after);
-        // What is left lies between the fields, or behind the end of a text.
+        // The remaining bytes lie between the fields, or behind the end of a text.
         const auto [first, other] = std::ranges::mismatch(before, after);
         if (first == before.end()) return;
         const auto at = static_cast<size_t>(first - before.begin());
@@ -146,7 +147,7 @@ private:
         compare("byte " + std::to_string(at), rest(before), rest(after));
     }
 
-    // Clears what was compared.
+    // Compares the fields, and clears the bytes that were compared.
     void compare_fields(Bytes &before, Bytes &after)
     {
         const catalogue::Record &record = answer_record(*traced.kind, traced.command);
@@ -162,14 +163,14 @@ private:
         }
     }
 
-    // Returns how many bytes from the field's start on need no further look.
+    // Returns how many bytes from the field's start on need no further comparison.
     size_t compare_field(const DecodedField &one, const std::string &text, const Bytes &recorded, const Bytes &now)
     {
         const Field &field = *one.field;
         const size_t reached = field_bytes(field, recorded).size();
         if (is_ignored(field.name)) return reached;
         if (field.type == catalogue::FieldType::text || field.type == catalogue::FieldType::bytes) {
-            // A text that starts here may run on behind the field.
+            // A text that starts here may continue behind the field.
             const std::string before(field_text(std::span(recorded).subspan(field.offset)));
             const std::string after(field_text(std::span(now).subspan(field.offset)));
             if (are_file_names(field, before, after)) return reached;
@@ -226,10 +227,10 @@ private:
     const Answer &live;
     const std::vector<std::string> &ignored;
     std::vector<Difference> found;
-    bool explained = false; // something differs that was named, or ignored by its name
+    bool explained = false; // a difference was reported, or ignored because of its name
 };
 
-// Writes the exchanges as they are compared.
+// A Report writes the exchanges as they are compared.
 class Report
 {
 public:
@@ -296,13 +297,14 @@ private:
     std::optional<Json> json;
 };
 
-// Whether the service itself said so, of this one exchange. After any other failure there is no point in going on.
+// Returns whether the service itself returned this result, for this one exchange. After any other failure it is useless
+// to continue.
 bool is_answer(int32_t result)
 {
     return result == IPC_OK || result == IPC_ERR_REFUSED || result == IPC_ERR_SERVICE;
 }
 
-// Counts the requests that change something, and makes sure that the recording can be sent.
+// Counts the requests that change something, and checks that the recording can be sent.
 size_t count_changes(const std::string &file)
 {
     const TraceFile recording(file);

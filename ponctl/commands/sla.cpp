@@ -1,4 +1,4 @@
-// ponctl sla: the bandwidth of each ONU, upstream and downstream.
+// ponctl sla sets the bandwidth of each ONU, upstream and downstream.
 #include <deque>
 #include <utility>
 
@@ -20,12 +20,12 @@ namespace
 constexpr const char *onu_help = "ONU ids on the port, as 5 or 3-17,20, unless PORT has them";
 
 struct SlaOptions {
-    std::string port; // or a set, without an ONU
-    std::string onu;  // ids; empty: all of the port
+    std::string port; // a port, or a set without an ONU
+    std::string onu;  // ids; empty: all ONUs of the port
 };
 
 struct SlaSetOptions : SlaOptions {
-    std::string fixed, assured, maximum, priority, weight, down; // those left out stay
+    std::string fixed, assured, maximum, priority, weight, down; // those that are left out do not change
 };
 
 constexpr const char *up_get = "bsp_pon_onu_sla_get";
@@ -36,7 +36,7 @@ std::vector<std::string> place_of(const Onu &onu)
     return words_of({{"pon_port", std::to_string(onu.port)}, {"onu_id", std::to_string(onu.id)}});
 }
 
-// The ONUs that a command line names: by a set, or by a port and an id.
+// Returns the ONUs that a command line names: by a set, or by a port and an id.
 OnuSet onus_of(const SlaOptions &options)
 {
     if (const auto set = set_in_place_of(options.port, options.onu)) return *set;
@@ -44,7 +44,7 @@ OnuSet onus_of(const SlaOptions &options)
     return {parse_number("PORT", options.port), parse_idset("ID", options.onu)};
 }
 
-// The words of a record that goes to an ONU.
+// Returns the words of a record that is sent to an ONU.
 std::vector<std::string> to_onu(const Onu &onu, std::initializer_list<Assignment> fields)
 {
     std::vector<std::string> words =
@@ -59,7 +59,7 @@ const Invocation &set_down(const Onu &onu, const std::string &maximum, std::dequ
     return calls.emplace_back("bsp_pon_onu_sla_down_config", to_onu(onu, {{"record.maximum", maximum}}), consent());
 }
 
-// Sets what is given of the upstream SLA, and keeps the rest as it is.
+// Sets the given parts of the upstream SLA, and keeps the rest as it is.
 const Invocation &set_up(const Onu &onu, const SlaSetOptions &options, std::deque<Invocation> &calls)
 {
     const Invocation &current = calls.emplace_back(up_get, place_of(onu), consent());
@@ -117,7 +117,7 @@ ExitCode run_sla_set(const Output &output, const SlaSetOptions &options)
     const bool up = !(options.fixed + options.assured + options.maximum + options.priority + options.weight).empty();
     if (!up && options.down.empty())
         throw UsageError("nothing to set; give one of --fixed, --assured, --max, --priority, --weight and --down-max");
-    // All that can be wrong is found before anyone is asked.
+    // All errors are found before the user is asked.
     for (const auto &[name, value] : {std::pair{"--fixed", options.fixed},
                                       {"--assured", options.assured},
                                       {"--max", options.maximum},
@@ -143,7 +143,7 @@ ExitCode run_sla_clear(const Output &output, const SlaOptions &options)
     return for_each_onu(
         set,
         [](const Onu &onu, std::deque<Invocation> &calls) {
-            // Zeros take an SLA away.
+            // Zeros remove an SLA.
             if (calls.emplace_back("bsp_pon_onu_sla_config", to_onu(onu, {}), consent()).good())
                 set_down(onu, "0", calls);
         },

@@ -1,4 +1,4 @@
-// ponctl trace: what went over the IPC, from a file that BOARD_IPC_TRACE named or ponsim recorded.
+// ponctl trace shows what went over the IPC. It reads a file that BOARD_IPC_TRACE named or that ponsim recorded.
 #include "call/codec/decode.h"
 #include "cli/program.h"
 #include "describe/operation_text.h"
@@ -18,9 +18,9 @@ namespace
 
 struct TraceOptions {
     std::string file;
-    bool verbose = false;              // with the fields of the records
-    std::string channel, command, pid; // only these exchanges; empty: all
-    bool errors = false;               // only those that failed, or whose status is not zero
+    bool verbose = false;              // also show the fields of the records
+    std::string channel, command, pid; // show only these exchanges; empty: all
+    bool errors = false;               // show only exchanges that failed, or whose status is not zero
 };
 
 void write_exchange(Json &json, const Traced &traced)
@@ -88,7 +88,7 @@ void print_exchange(const Output &output, const Traced &traced)
     std::fputc('\n', output.stream);
 }
 
-// The command of this name, whatever its channel.
+// Returns the command of this name, whatever its channel is.
 const catalogue::Command &named_command(const std::string &name)
 {
     if (const catalogue::Command *command = catalogue::find_command(name)) return *command;
@@ -99,7 +99,8 @@ const catalogue::Command &named_command(const std::string &name)
                      text::suggestion(name, names));
 }
 
-// The exchanges that are asked for. Numbers may be those of channels and commands that the catalogue does not know.
+// A Filter selects the exchanges that the user wants. Its numbers may be channels and commands that the catalogue does
+// not know.
 class Filter
 {
 public:

@@ -1,4 +1,4 @@
-// ponctl upgrade: which firmware goes to which ONUs, and its way there.
+// ponctl upgrade sets which firmware goes to which ONUs, and shows how it gets there.
 #include <filesystem>
 
 #include "call/invocation.h"
@@ -21,16 +21,16 @@ struct UpgradeAddOptions {
 
 struct UpgradeBindOptions {
     std::string port, name;
-    bool none = false; // in place of the name
-    std::string onus;  // a set; empty: the whole port
+    bool none = false; // no name, in place of a name
+    std::string onus;  // a set of ids; empty: the whole port
 };
 
 struct UpgradeStartOptions {
-    std::string port; // or a set, without an ONU
-    std::string onu;  // id; empty: all of the port
+    std::string port; // a port, or a set without an ONU
+    std::string onu;  // id; empty: all ONUs of the port
 };
 
-// A text that goes into a field of a command's block; empty where it is left out.
+// Returns a text for a field of a command's block. The result is empty when the text is left out.
 std::string text_for(const char *command, const char *field, const char *name, const std::string &text)
 {
     const catalogue::Layout &layout = *catalogue::find_layout(*catalogue::find_command(command));
@@ -72,7 +72,7 @@ ExitCode run_upgrade_delete(const Output &, const std::string &name)
 ExitCode run_upgrade_load(const Output &, const std::string &file)
 {
     if (file.empty()) throw UsageError("FILE: empty");
-    // The service opens it, from a folder of its own.
+    // The service opens the file, and its working folder is another one.
     const std::string path = std::filesystem::absolute(file).lexically_normal();
     return report(Invocation("bsp_pon_load_onu_upgrade_type_file",
                              words_of({{"block.file", text_for("BSP_CMD_UPGRADE_TYPE_LOAD", "file", "FILE", path)}}),

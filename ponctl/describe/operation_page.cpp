@@ -31,7 +31,8 @@ std::string layout_page(std::string_view what, const catalogue::Layout &layout, 
     return page;
 }
 
-// The commands of a channel that only the operations reach to which they are given.
+// Returns the commands of a channel that have no operation of their own. Only the operations that take a command code
+// reach them.
 std::string commands_page(const catalogue::Channel &channel)
 {
     std::string page;
@@ -82,7 +83,7 @@ bool takes(const Operation &operation, ArgumentType type)
     return false;
 }
 
-// What the words in capitals stand for, as far as the operation has such arguments.
+// Explains the words in capitals, as far as the operation has such arguments.
 std::string forms_page(const Operation &operation)
 {
     std::string page;
@@ -138,7 +139,7 @@ std::string page_of(const catalogue::Function &function)
     return page;
 }
 
-// A member that is the entry's name, or null where there is none.
+// Writes a member with the entry's name, or null when there is no entry.
 template <class Entry>
 void write_name(Json &json, std::string_view key, const Entry *entry)
 {

@@ -1,4 +1,5 @@
-// What the catalogue says of an operation, or of a local function: a page for people, an object for programs.
+// This file describes an operation, or a local function, as the catalogue does: as a page for people, or as an object
+// for programs.
 #pragma once
 
 #include <string_view>
@@ -10,7 +11,7 @@
 namespace ponctl
 {
 
-inline constexpr std::string_view local_class = "local"; // of functions that make no request
+inline constexpr std::string_view local_class = "local"; // the class of functions that make no request
 
 void print_page(const Output &output, const catalogue::Operation &operation);
 void print_page(const Output &output, const catalogue::Function &function);

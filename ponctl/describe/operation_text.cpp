@@ -17,7 +17,7 @@ using catalogue::Argument;
 using catalogue::ArgumentType;
 using catalogue::Operation;
 
-// Of a scaled number: the steps that it comes in.
+// Returns the steps of a scaled number.
 std::string steps_of(const catalogue::Field &field)
 {
     if (field.scale == 1) return {};
@@ -26,7 +26,8 @@ std::string steps_of(const catalogue::Field &field)
     return steps;
 }
 
-// The numbers that a field holds, in its unit, with the unit; empty where it holds none.
+// Returns the range of the numbers that a field holds, in its unit, with the unit. The text is empty when the field
+// holds no number.
 std::string range_of(const catalogue::Field &field)
 {
     if (!is_number(field.type)) return {};
@@ -46,7 +47,8 @@ std::string range_of(const catalogue::Field &field)
     return range;
 }
 
-// The numbers that an argument takes: those of its type that the field holds, by its layout where that names it.
+// Returns the range of the numbers that an argument takes: numbers of its type that the field holds. The field is that
+// of the layout when the layout names it.
 std::string range_of(const Operation &operation, const Argument &argument)
 {
     catalogue::Field field = *argument.field;

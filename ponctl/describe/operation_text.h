@@ -1,4 +1,5 @@
-// What the catalogue says of an operation, in words: for the pages on a terminal and those of the manual.
+// This file describes an operation in words, as the catalogue does, for the pages on a terminal and for those of the
+// manual.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 namespace ponctl
 {
 
-// How a command line calls it.
+// Returns how a command line calls the operation.
 std::string usage_of(const catalogue::Operation &operation);
 
 std::string channel_text(const catalogue::Operation &operation);
@@ -16,27 +17,28 @@ std::string command_text(const catalogue::Operation &operation);
 std::string request_text(const catalogue::Operation &operation);
 std::string answer_text(const catalogue::Operation &operation);
 std::string failure_text(const catalogue::Operation &operation);
-// When a call is asked about; empty where it never is.
+// Says when the user is asked before a call. The text is empty when the user is never asked.
 std::string asking_text(const catalogue::Operation &operation);
 
-// Whether it is made of another operation, whose name stands in the log.
+// Returns whether the operation calls another operation, whose name stands in the log.
 bool goes_through(const catalogue::Operation &operation);
 
-// What its database looks like, and what the simulated service reads in its request or answers; null: not stated.
+// Return what the operation's database looks like, and what the simulated service reads in its request or answers. Null
+// means that the catalogue does not state it.
 const catalogue::View *view_of(const catalogue::Operation &operation);
 const catalogue::Layout *layout_of(const catalogue::Operation &operation, bool of_answer);
 
-// Whether an argument must be given, where it goes or comes from, and how much fits there.
+// Says whether an argument must be given, in which field it is sent or received, and how much fits there.
 std::string rule_text(const catalogue::Operation &operation, const catalogue::Argument &argument);
-// Whether the fields of the answer's layout come back in the argument.
+// Returns whether the fields of the answer's layout come back in the argument.
 bool reads_back_fields(const catalogue::Argument &argument);
 
-// Whether the argument is a record of which no fields are picked, so that those count, too, that the simulated service
-// reads in it.
+// Returns whether the argument is a record of which no fields are picked. Then the fields that the simulated service
+// reads in it count, too.
 bool takes_whole_record(const catalogue::Argument &argument);
 
-// Type, place and meaning; of a field that a command line sets, which numbers it holds; of one that comes back, its
-// unit.
+// Return the type, offset and meaning of a field or column. For a field that a command line sets, they add which
+// numbers it holds; for a field that comes back, its unit.
 std::string about_field(const catalogue::Field &field, bool is_set);
 std::string about_column(const catalogue::Column &column);
 

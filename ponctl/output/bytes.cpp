@@ -31,7 +31,7 @@ void print_line(std::FILE *stream, size_t offset, std::span<const uint8_t> bytes
     std::fprintf(stream, "%5zu  %s %s\n", offset, hex.c_str(), characters.c_str());
 }
 
-// The bytes of one field, or between two.
+// Prints the bytes of one field, or the bytes between two fields.
 void print_segment(std::FILE *stream, size_t offset, std::span<const uint8_t> bytes, std::string_view name)
 {
     const auto zero = [](std::span<const uint8_t> line) { return without_trailing_zeros(line).empty(); };
@@ -70,7 +70,8 @@ void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Rea
     std::stable_sort(fields.begin(), fields.end(),
                      [](const Field *a, const Field *b) { return a->offset < b->offset; });
 
-    // Each field reaches to the next one's start: the layout's lie inside an opaque field of the record.
+    // Each field is printed up to the start of the next one, because the layout's fields lie inside an opaque field of
+    // the record.
     size_t at = reading ? reading->start : 0;
     std::string_view name;
     const auto print_to = [&](size_t end) {

@@ -1,4 +1,4 @@
-// Records and bytes as results.
+// This file prints records and bytes as results.
 #pragma once
 
 #include <cstdint>
@@ -11,11 +11,11 @@
 namespace ponctl
 {
 
-// The fields of a record that are not zero; of a block all.
+// Prints the fields of a record that are not zero, or all fields of a block.
 void print_fields(const Output &output, const Reading &reading);
 
-// Bytes with their offsets in decimal, as the catalogue counts them, and the name of each field beside its first line.
-// A run of lines of zeros is one line with a star.
+// Prints bytes with their offsets in decimal, as the catalogue counts them, and the name of each field beside its first
+// line. A run of lines of zeros is printed as one line with a star.
 void print_bytes(const Output &output, std::span<const uint8_t> bytes, const Reading *reading = nullptr);
 
 } // namespace ponctl

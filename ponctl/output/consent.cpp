@@ -23,7 +23,7 @@ using catalogue::Field;
 bool consented = false;
 std::vector<Exchange> kept;
 
-// The first of these fields that the request has; null where it has none of them.
+// Returns the first of these fields that the request has, or null when it has none of them.
 const Field *first_field(const Reading &request, std::initializer_list<std::string_view> names)
 {
     for (const std::string_view name : names) {
@@ -39,7 +39,8 @@ bool is_zero(const Reading &request, const Field &field)
     return without_trailing_zeros(field_bytes(field, request.bytes)).empty();
 }
 
-// Whether a zero in the field names something: where an argument goes there, and where a record is of an ONU always.
+// Returns whether a zero in the field is a name: when an argument is sent in the field, and when the record is always
+// about an ONU.
 bool always_counts(const call::Request &sent, const Field &field)
 {
     if (field.name == "onu_onu_id" || field.name == "onu_pon_port") return true;
@@ -47,7 +48,7 @@ bool always_counts(const call::Request &sent, const Field &field)
                                  sent.operation->arguments.end();
 }
 
-// Which port and ONUs a request is for, as far as it says: " for port 1, ONU 5".
+// Returns the port and ONUs that a request is for, as far as the request says: " for port 1, ONU 5".
 std::string target_of(const call::Request &sent, const Reading &request)
 {
     std::string target;
@@ -63,7 +64,7 @@ std::string target_of(const call::Request &sent, const Reading &request)
     return target;
 }
 
-// What is watched is done again and again, so it must change nothing.
+// A watched command runs again and again, so it must change nothing.
 void refuse_watched(Class impact, const std::string &action)
 {
     if (mode().watched && impact != Class::read)

@@ -1,5 +1,6 @@
-// Whether a command line may do what affects service. Whoever sits at a terminal is asked, once a command line; a
-// script says so with --yes. What affects service the catalogue says, by the class of each command.
+// This file decides whether a command line may do what affects service. A user at a terminal is asked, once for each
+// command line. A script gives its consent with --yes. The class of each command in the catalogue says what affects
+// service.
 #pragma once
 
 #include <string>
@@ -12,18 +13,20 @@
 namespace ponctl
 {
 
-// Starts a command line: `given` where nobody is to be asked.
+// Starts a command line. With `given`, nobody is asked.
 void start_consent(bool given);
 
-// Asks whether to do it, unless this command line has consent already. A no is Refused, and so is nobody to ask.
+// Asks whether to do it, unless this command line has consent already. Throws Refused when the answer is no, and when
+// there is nobody to ask.
 void ask(const std::string &action);
-// The same where an operation or a command of this name affects service.
+// As above, when an operation or a command of this name affects service.
 void ask_before(std::string_view name, const std::string &action);
 
-// What every call of the tool asks: this command line's consent, for a request that affects service. One with a command
-// that the catalogue does not know does, unless it only asks for an answer. In a dry run it keeps all requests back.
+// Every call of the tool asks this permission: the command line's consent for a request that affects service. A request
+// whose command the catalogue does not know counts as one that affects service, unless it only asks for an answer. In a
+// dry run all requests are kept back.
 call::Permission &consent();
-// The requests that it kept back since they were last taken.
+// Returns the requests that were kept back since this function was last called.
 std::vector<Exchange> take_kept_requests();
 
 } // namespace ponctl

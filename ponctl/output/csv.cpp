@@ -15,7 +15,7 @@ namespace
 {
 
 using Value = rapidjson::Value;
-// Values by their names, in order.
+// A Row has values by their names, in order.
 using Row = std::vector<std::pair<std::string, std::string>>;
 
 std::string text_of(const Value &value)
@@ -58,7 +58,7 @@ void flatten(const Value &value, const std::string &name, Row &row)
     }
 }
 
-// The only member of these objects that is a list of objects; nothing where there is none, or several.
+// Returns the only member of these objects that is a list of objects, or nothing when there is none, or several.
 std::optional<std::string> inner_list(const Value &list)
 {
     std::vector<std::string> names;
@@ -70,7 +70,7 @@ std::optional<std::string> inner_list(const Value &list)
     return names.size() == 1 ? std::optional(names.front()) : std::nullopt;
 }
 
-// The rows of an object whose member `inner` is a list, or null.
+// Adds the rows of an object whose member `inner` is a list, or null.
 void add_inner(const Value &object, const std::string &inner, std::vector<Row> &rows)
 {
     Row outer;

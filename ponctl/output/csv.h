@@ -1,4 +1,4 @@
-// Results as comma-separated values.
+// This file writes results as comma-separated values.
 #pragma once
 
 #include <string>
@@ -9,11 +9,12 @@
 namespace ponctl
 {
 
-// Writes a JSON document as RFC 4180 has it, with lines that end in LF. A list of objects is a row each; where they
-// hold one list of objects in turn, that is a row each, beside what else they hold. Any other object is a row of name
-// and value for each of its values. Members of members are named with dots, members of lists by number.
+// Writes a JSON document as RFC 4180 describes, with lines that end in LF. Each object of a list is a row. When the
+// objects of the list contain one list of objects, each object of that inner list is a row, together with the other
+// values of the outer object. Any other object gives a row of name and value for each of its values. Members of members
+// are named with dots, members of lists by number.
 //
-// `heading` is the heading line that was written last; the line is written unless it is the same.
+// `heading` is the heading line that was written last. The heading line is written unless it is the same.
 void print_csv(const Output &output, std::string_view document, std::string &heading);
 
 } // namespace ponctl

@@ -38,7 +38,7 @@ std::string cell_text(db_handle *database, uint32_t row, const char *column)
     return text ? text : "-";
 }
 
-// A number as the word for it, where it has one.
+// Returns a number as its word, if it has one.
 std::string cell_word(db_handle *database, uint32_t row, const std::string &column,
                       std::span<const std::string_view> words)
 {
@@ -95,7 +95,7 @@ std::vector<ViewColumn> columns_of(std::span<const Owned> databases, const catal
     return columns;
 }
 
-// The rows of databases, with their owners in a first column if that has a title.
+// Prints the rows of databases. If the owners have a title, they stand in a first column.
 void print_rows(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
                 const catalogue::View *view, const TableStyle &style)
 {

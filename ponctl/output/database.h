@@ -1,4 +1,4 @@
-// Result databases as results.
+// This file prints result databases as results.
 #pragma once
 
 #include <cstdint>
@@ -13,18 +13,18 @@
 namespace ponctl
 {
 
-// How a result database is printed for people.
+// A TableStyle says how a result database is printed for people.
 struct TableStyle {
-    bool filled_only = false;                     // without the columns that hold nothing in any row
+    bool filled_only = false;                     // leaves out the columns that hold nothing in any row
     std::string_view worded = {};                 // the column whose numbers are printed as words
-    std::span<const std::string_view> words = {}; // of its numbers from 0 on
+    std::span<const std::string_view> words = {}; // the words of its numbers, from 0 on
 };
 
-// A result database: rows by the view's columns, then by those that only the database has.
+// Prints a result database: first the view's columns, then those that only the database has.
 void print_database(const Output &output, db_handle *database, const catalogue::View *view,
                     const TableStyle &style = {});
 
-// Result databases of several owners as one table, with a first column that names the owner.
+// Result databases of several owners are printed as one table, with a first column that names the owner.
 struct Owned {
     std::string owner;
     db_handle *database;
@@ -32,7 +32,7 @@ struct Owned {
 void print_databases(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
                      const catalogue::View *view);
 
-// One row of a result database, a line a column.
+// Prints one row of a result database, with a line for each column.
 void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view);
 
 } // namespace ponctl

@@ -1,4 +1,5 @@
-// Exchanges as results: requests that were not sent, and how a command ended that delivers nothing.
+// This file prints exchanges as results: requests that were not sent, and the ending of a command that delivers
+// nothing.
 #pragma once
 
 #include <span>
@@ -10,10 +11,10 @@
 namespace ponctl
 {
 
-// Requests that were not sent: which call on which channel, the record, and its bytes.
+// Prints requests that were not sent: the call and the channel, the record, and its bytes.
 void print_requests(const Output &output, std::span<const Exchange> requests);
 
-// How a command ended that has no result: as a JSON object.
+// Prints as a JSON object how a command ended that has no result.
 void print_ending(const Output &output, const Exchange &last, int exit_code);
 
 } // namespace ponctl

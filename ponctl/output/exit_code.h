@@ -1,4 +1,4 @@
-// How the tool ends.
+// This file says how the tool ends.
 #pragma once
 
 #include "call/codec/errors.h"
@@ -6,7 +6,7 @@
 namespace ponctl
 {
 
-// The tool speaks of operations, arguments and values in the words of the library that calls.
+// The tool uses the words of the call library for operations, arguments and values.
 using namespace call;
 
 enum ExitCode : int {

@@ -5,7 +5,7 @@ namespace ponctl
 namespace
 {
 
-size_t documents = 0; // of JSON that were written
+size_t documents = 0; // number of JSON documents that were written
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// Results in JSON, for programs.
+// This file writes results in JSON, for programs.
 #pragma once
 
 #include <cstdio>
@@ -9,14 +9,14 @@
 namespace ponctl
 {
 
-// A JSON document that goes to a stream, ended with a new line.
+// A Json is a JSON document that is written to a stream and ended with a newline.
 class Json : public call::JsonText
 {
 public:
     explicit Json(std::FILE *to);
     ~Json();
 
-    // How many there were.
+    // Returns how many documents were written.
     static size_t count();
 
 private:

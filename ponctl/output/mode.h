@@ -1,4 +1,4 @@
-// How the command line has every command run, beside the form of its result.
+// The Mode says how the command line runs every command, beside the form of its result.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@ struct Mode {
     bool quiet = false;   // no results, and no notes on standard error
     bool dry_run = false; // nothing is sent
     bool watched = false; // the command runs again and again, so it must change nothing
-    bool red = false;     // what went wrong is red on standard error
-    // Where what is said on standard error waits until a reading is shown; null: it does not wait.
+    bool red = false;     // errors on standard error are red
+    // The text for standard error waits here until a reading is shown. When it is null, the text does not wait.
     std::string *held = nullptr;
 };
 
-// Set before a command runs.
+// The mode is set before a command runs.
 Mode &mode();
 
 } // namespace ponctl

@@ -1,4 +1,4 @@
-// What the tool says of an exchange on standard error.
+// This file reports exchanges on standard error.
 #pragma once
 
 #include <cstdint>
@@ -11,22 +11,24 @@
 namespace ponctl
 {
 
-// "ponctl: MESSAGE" on standard error: what went wrong.
+// Writes "ponctl: MESSAGE" on standard error. The message says what went wrong.
 void complain(const std::string &message);
-// The same of what is only good to know. Not where the tool is to be quiet, nor again with each of many readings.
+// Writes a message that is only useful to know. Writes nothing when the tool is quiet, and does not repeat it with each
+// of many readings.
 void note(const std::string &message);
 
-// A status word in words: "4003 PON_ERR_NO_PORT: the OLT has no such PON port".
+// Returns a status word in words: "4003 PON_ERR_NO_PORT: the OLT has no such PON port".
 std::string describe_status(uint32_t status);
 
-// The exit code of a call, after one line on standard error unless all is good, which starts with `subject`.
+// Returns the exit code of a call. Unless all is good, writes one line on standard error first, which starts with
+// `subject`.
 ExitCode report(const Invocation &called, const std::string &subject = {});
 
-// Refuses to go on in a dry run, which has no answer to make further requests of.
+// Refuses to continue in a dry run, because a dry run has no answer from which further requests can be made.
 void expect_answer(const Invocation &called);
 
-// The exit code of an exchange, after one line on standard error where it failed or its status is not zero, be it only
-// the service's and not `status`, the one that the operation returned.
+// Returns the exit code of an exchange. Writes one line on standard error first when the exchange failed or its status
+// is not zero. The status of the service counts, even when `status`, which the operation returned, is zero.
 ExitCode report_exchange(std::string_view name, const Exchange &exchange, uint32_t status);
 
 } // namespace ponctl

@@ -1,4 +1,4 @@
-// Tables, drawn by libsmartcols.
+// This file draws tables with libsmartcols.
 #include "output/table.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace ponctl
 namespace
 {
 
-// How many columns of a terminal a text takes.
+// Returns how many columns of a terminal a text takes.
 size_t display_width(const std::string &text)
 {
     std::wstring wide(text.size(), L'\0');
@@ -64,7 +64,7 @@ bool Table::is_empty(size_t column) const
 std::vector<size_t> Table::columns_in(size_t terminal_width) const
 {
     std::vector<bool> kept(headings.size(), true);
-    size_t width = 0; // with a blank behind each column
+    size_t width = 0; // includes a blank behind each column
     for (size_t column = 0; column < headings.size(); ++column)
         width += least_width_of(column) + 1;
     for (const bool only_empty : {true, false})
@@ -98,7 +98,7 @@ void Table::print(const Output &output) const
     const auto columns = columns_in(output.terminal ? scols_table_get_termwidth(table.get()) : SIZE_MAX - 1);
     for (const size_t index : columns) {
         const Heading &heading = headings[index];
-        // What is short enough stays whole.
+        // A column that is short enough is not narrowed.
         const bool narrows = least_width_of(index) < width_of(index) || heading.fit == Fit::right;
         libscols_column *column =
             scols_table_new_column(table.get(), heading.title.c_str(), 0, flags_of(narrows ? heading.fit : Fit::whole));

@@ -1,4 +1,4 @@
-// Tables for people.
+// This file prints tables for people.
 #pragma once
 
 #include <string>
@@ -10,17 +10,18 @@
 namespace ponctl
 {
 
-// A table, fitted to the terminal; on anything else every cell stands whole on its line. Where a terminal is too narrow
-// for all columns, some are left out, empty ones first and then from the last on, and standard error says which.
+// A Table is fitted to the terminal. On anything else every cell stands whole on its line. When a terminal is too
+// narrow for all columns, some are left out: empty columns first, then columns from the last one on. Standard error
+// says which ones.
 class Table
 {
 public:
-    // What becomes of a column on a terminal that is too narrow.
+    // Fit says what happens to a column on a terminal that is too narrow.
     enum class Fit {
-        whole, // stays as it is
-        right, // stays as it is, aligned to the right: numbers
+        whole, // the column keeps its width
+        right, // the column keeps its width, and is aligned to the right: for numbers
         cut,
-        wrap // goes on in further lines
+        wrap // the text continues in further lines
     };
     struct Heading {
         std::string title;
@@ -33,11 +34,11 @@ public:
 
 private:
     static int flags_of(Fit fit);
-    // How wide a column is, and how wide at least where it is narrowed.
+    // These return how wide a column is, and how wide it is at least when it is narrowed.
     size_t width_of(size_t column) const;
     size_t least_width_of(size_t column) const;
     bool is_empty(size_t column) const;
-    // The columns for a terminal of this width.
+    // Returns the columns for a terminal of this width.
     std::vector<size_t> columns_in(size_t terminal_width) const;
 
     std::vector<Heading> headings;

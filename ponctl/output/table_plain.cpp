@@ -1,5 +1,5 @@
-// Tables of the board's edition, which has no libsmartcols: every cell whole on its line, a terminal like anything
-// else.
+// These are the tables of the board's edition, which has no libsmartcols. Every cell stands whole on its line, on a
+// terminal as on anything else.
 #include "output/table.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace
 
 constexpr const char *plain = "\033[0m";
 
-// How many characters a text has: of UTF-8, the bytes that start one.
+// Returns how many characters a text has: the number of bytes that start a UTF-8 character.
 size_t characters_in(const std::string &text)
 {
     return static_cast<size_t>(

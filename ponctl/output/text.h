@@ -1,4 +1,4 @@
-// Texts as results.
+// This file prints texts as results.
 #pragma once
 
 #include <cstdint>
@@ -12,19 +12,20 @@
 namespace ponctl
 {
 
-// A text with everything that a terminal could take for a command written as \xNN.
+// Returns a text in which everything that a terminal could take for a command is written as \xNN.
 std::string printable(std::string_view text);
 
-// A text of any number of lines. What a terminal could take for a command is written as printable() does.
+// Prints a text of any number of lines. What a terminal could take for a command is written as printable() does.
 void print_text(const Output &output, std::string_view text);
 
-// The contents of a file: a text where they are one throughout, else bytes. In JSON a text, or hexadecimal digits.
+// Prints the contents of a file: as a text if the whole file is text, otherwise as bytes. In JSON it is a text, or
+// hexadecimal digits.
 void print_content(const Output &output, std::span<const uint8_t> bytes);
 
-// A UsageError where bytes are wanted of what the catalogue says.
+// Throws a UsageError when bytes are wanted of a description from the catalogue.
 void refuse_hex(const Output &output);
 
-// Rows of what the catalogue says under their names, which JSON has in lower case.
+// Prints rows of a description from the catalogue under their names. JSON has the names in lower case.
 void print_texts(const Output &output, const std::vector<std::string> &names,
                  const std::vector<std::vector<std::string>> &rows);
 

@@ -1,4 +1,4 @@
-// The pages of the commands.
+// This file writes the pages of the commands.
 #include <cctype>
 #include <set>
 
@@ -16,7 +16,7 @@ std::string page_name(const Syntax &group)
     return "ponctl-" + group.name;
 }
 
-// ".Fl -uni Ar N" without the dot.
+// Returns ".Fl -uni Ar N" without the dot.
 std::string option_form(const Operand &option)
 {
     const std::string value = option.value_name();
@@ -39,7 +39,7 @@ std::string synopsis(const Syntax &command)
     return text;
 }
 
-// The arguments and options, each with what it means.
+// Returns the arguments and options, each with its meaning.
 std::string option_list(const Syntax &command)
 {
     std::string text;
@@ -47,7 +47,7 @@ std::string option_list(const Syntax &command)
         text += ".It Ar " + mdoc::word(argument.name) + (argument.takes_many() ? " ..." : "") + "\n" +
                 mdoc::text(sentence(argument.help));
     for (const Operand &option : command.options) {
-        if (command.inherits(option)) continue; // stands in the overview
+        if (command.inherits(option)) continue; // the overview has it
         std::string forms;
         for (const std::string &spelling : option.spellings())
             forms += (forms.empty() ? "" : " , ") + mdoc::option(spelling);

@@ -43,7 +43,7 @@ void add_positions(std::vector<Position> &positions, const Syntax &command)
 
     Position options{"options:" + path, {}};
     for (const Operand &option : command.options) {
-        if (command.inherits(option)) continue; // the program's own holds everywhere
+        if (command.inherits(option)) continue; // the program's own option covers it everywhere
         for (const std::string &spelling : option.spellings()) {
             options.candidates.push_back({spelling, option.help});
             if (option.takes_next_word()) positions.push_back({"value:" + path + ":" + spelling, values_of(option)});
@@ -77,7 +77,7 @@ Position arguments_of(const catalogue::Operation &operation)
     return position;
 }
 
-// A text in single quotes, with what may not stand in them replaced.
+// Returns a text in single quotes. Characters that are not allowed inside them are replaced.
 std::string quoted(const std::string &text, const std::string &apostrophe)
 {
     return "'" + text::replaced(text, "'", apostrophe) + "'";

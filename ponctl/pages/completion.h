@@ -1,4 +1,4 @@
-// What can stand where on a command line: one table, which a few lines of each shell walk.
+// This file makes one table of what can stand at each position of a command line. A few lines of each shell search it.
 #pragma once
 
 #include <string>
@@ -13,8 +13,8 @@ struct Candidate {
     std::string word, about;
 };
 
-// The words that can stand at a place, or instead of words @files, @folders or @arguments, those of an operation.
-// Keys are
+// A Position has the words that can stand at one position of a command line. In place of words it may have @files,
+// @folders or @arguments, which are the arguments of an operation. These are the keys:
 //   commands:COMMAND          the commands of a command, which is empty for the program
 //   options:COMMAND           its options
 //   value:COMMAND:OPTION      the value of an option that takes one
@@ -28,7 +28,7 @@ struct Position {
 
 std::vector<Position> positions_of(const command_line::Syntax &program);
 
-// The table as a function of a shell. It is followed by the lines that walk it.
+// These return the table as a function of a shell. The lines that search it follow the table.
 std::string bash_table(const std::vector<Position> &positions);
 std::string zsh_table(const std::vector<Position> &positions);
 std::string fish_table(const std::vector<Position> &positions);

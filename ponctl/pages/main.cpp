@@ -1,4 +1,4 @@
-// Writes the pages of the manual and the completions of shells, from what the program knows of itself.
+// This program writes the pages of the manual and the completions of shells, from what ponctl knows of itself.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -33,7 +33,7 @@ std::string contents(const fs::path &file)
 void write_manual(const command_line::Syntax &program, const fs::path &prose, const fs::path &folder,
                   const std::string &date)
 {
-    fs::remove_all(folder); // a command that is gone has no page any more
+    fs::remove_all(folder); // a command that was removed must not keep its page
     const auto write_page = [&](const std::string &name, const auto &make) {
         ponctl::Prose own(prose / (name + ".in"));
         write(folder / "man1" / (name + ".1"), make(own));

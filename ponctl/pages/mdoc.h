@@ -1,4 +1,4 @@
-// Text of manual pages in the mdoc language.
+// This file writes text of manual pages in the mdoc language.
 #pragma once
 
 #include <string>
@@ -7,14 +7,14 @@
 namespace ponctl::mdoc
 {
 
-// A text in lines that are no macros, one a sentence.
+// Returns a text in lines that are no macros, with one sentence in each line.
 std::string text(std::string_view text);
-// A word behind a macro.
+// Returns a word that can stand behind a macro.
 std::string word(std::string_view word);
-// "--name" or "-n" behind a macro: Fl -name.
+// Returns "--name" or "-n" as it stands behind a macro: Fl -name.
 std::string option(std::string_view spelling);
 std::string section(std::string_view title);
-// What stands before the first section.
+// Returns what stands before the first section.
 std::string head(std::string_view date, std::string_view title, int chapter);
 std::string name(std::string_view name, std::string_view brief);
 

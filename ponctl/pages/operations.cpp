@@ -1,4 +1,4 @@
-// The page of the operations.
+// This file writes the page of the operations.
 #include <algorithm>
 
 #include "call/arguments.h"
@@ -45,7 +45,7 @@ std::string argument_item(const Operation &operation, const Argument &argument)
     std::string text =
         item(form.empty() ? argument.name : form, std::string(argument.brief)) +
         mdoc::text(sentence(std::string(type_name(operation, argument)) + " " + rule_text(operation, argument)));
-    // Those that the operation leaves to its caller stand once, in a section of their own.
+    // Fields that several operations leave to the caller are described once, in a section of their own.
     const bool whole_record = takes_whole_record(argument);
     if (takes_fields(operation, argument) && !whole_record)
         text += field_list("Its fields:", fields_of(operation, argument), true);

@@ -1,4 +1,4 @@
-// The pages of the manual, each as a text.
+// This file declares the pages of the manual. Each page is a text.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace ponctl
 {
 
 std::string overview_page(const command_line::Syntax &program, Prose &prose, const std::string &date);
-// Of a command of the program with all below it.
+// Returns the page of a command of the program with all commands below it.
 std::string group_page(const command_line::Syntax &command, Prose &prose, const std::string &date);
 std::string operations_page(const std::string &date);
 

@@ -1,5 +1,5 @@
-// What no program knows of itself, written by hand in the mdoc language: one file a page, in sections (.Sh) and, for
-// the commands of a group, subsections (.Ss) of DESCRIPTION.
+// Prose is what no program knows of itself. It is written by hand in the mdoc language: one file for each page, with
+// sections (.Sh) and, for the commands of a group, subsections (.Ss) of DESCRIPTION.
 #pragma once
 
 #include <filesystem>
@@ -13,13 +13,13 @@ namespace ponctl
 class Prose
 {
 public:
-    // A page without a file has none.
+    // A page without a file has no prose.
     explicit Prose(const std::filesystem::path &file);
 
-    // Each takes what it returns: what is left was in no place that the page has.
+    // Each function removes what it returns. What is left at the end has no position in the page.
     std::string section(const std::string &title);
     std::string of_command(const std::string &name);
-    // Throws std::runtime_error that names a section of which nothing was made.
+    // Throws a std::runtime_error that names a section which no page used.
     void check_used() const;
 
 private:

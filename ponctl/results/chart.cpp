@@ -21,7 +21,7 @@ std::string axis_text(double value, int decimals)
     return text;
 }
 
-// What a column shows in a line: full is eight eighths.
+// Returns what a column shows in a line. A full column has eight eighths.
 std::string cell(int eighth, bool blocks)
 {
     static constexpr std::array<const char *, eighths + 1> bars{" ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
@@ -44,7 +44,7 @@ std::vector<std::string> chart(const std::deque<double> &values, const ChartStyl
     const auto [least, greatest] = std::minmax_element(first, values.end());
     const auto lines = static_cast<int>(style.height);
     const int gaps = std::max(lines - 1, 1);
-    // Each line stands for another value, and a quantity that does not change is in the middle.
+    // Each line stands for another value. A quantity that does not change is in the middle.
     const double span = std::max(*greatest - *least, gaps * std::pow(10.0, -style.decimals));
     const double bottom = (*least + *greatest - span) / 2;
 

@@ -1,4 +1,4 @@
-// A chart of a quantity over time, in characters.
+// This file draws a chart of a quantity over time, in characters.
 #pragma once
 
 #include <deque>
@@ -11,15 +11,15 @@ namespace ponctl
 struct ChartStyle {
     size_t width = 80; // of the whole chart with its axis, in characters
     size_t height = 10;
-    int decimals = 0;   // of the values at the axis
-    bool blocks = true; // of Unicode; else ASCII
+    int decimals = 0;   // of the values beside the axis
+    bool blocks = true; // uses Unicode blocks, otherwise ASCII characters
 };
 
-// How many values a chart of this style shows.
+// Returns how many values a chart of this style shows.
 size_t chart_columns(const ChartStyle &style);
 
-// The lines of a chart of the last values, the newest at the right end; the axis reaches from the least to the greatest
-// of them. There must be a value.
+// Returns the lines of a chart of the last values, with the newest value at the right end. The axis reaches from the
+// least to the greatest of them. There must be at least one value.
 std::vector<std::string> chart(const std::deque<double> &values, const ChartStyle &style);
 
 } // namespace ponctl

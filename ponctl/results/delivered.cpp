@@ -59,7 +59,7 @@ void print_output(const Output &output, const Invocation &called, size_t index)
     }
 }
 
-// `onu`: of one of several.
+// `onu` names the ONU when there are several.
 void write_outputs(Json &json, const Invocation &called, const std::string *onu = nullptr)
 {
     json->StartObject();
@@ -79,7 +79,7 @@ void show_outputs(const Output &output, const Invocation &called)
     write_outputs(json, called);
 }
 
-// What was delivered for one ONU, under its name.
+// Shows what was delivered for one ONU, under its name.
 void show_outputs_of(const Output &output, const OnuCalls &of_onu)
 {
     const Invocation &called = of_onu.calls.front();

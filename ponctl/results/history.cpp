@@ -20,7 +20,7 @@ namespace ponctl
 namespace
 {
 
-// The number of the answer that a quantity is.
+// Returns the field of the answer that has the quantity.
 const catalogue::Field &quantity_of(const char *operation, const std::string &name)
 {
     const catalogue::Command &command = *catalogue::find_operation(operation)->command;
@@ -33,7 +33,7 @@ const catalogue::Field &quantity_of(const char *operation, const std::string &na
     throw UsageError("--quantity: '" + name + "' is not one of " + text::join(names));
 }
 
-// Of a chart that fits the terminal, with a line above it and two that are left free around it.
+// Returns the style of a chart that fits the terminal, with a line above it and two free lines around it.
 ChartStyle style_on(int terminal, int decimals)
 {
     ChartStyle style{.decimals = decimals, .blocks = std::string_view(nl_langinfo(CODESET)) == "UTF-8"};

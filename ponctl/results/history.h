@@ -1,4 +1,4 @@
-// A quantity over several readings, drawn as a chart with each of them.
+// This file reads a quantity several times, and draws it as a chart with each reading.
 #pragma once
 
 #include <chrono>
@@ -14,8 +14,8 @@
 namespace ponctl
 {
 
-// A number that grows, and by how much a second since it was last read; nothing at first, and where it fell, because it
-// was cleared.
+// A Rate is the growth per second of a number since it was last read. There is none after the first reading, and none
+// when the number fell because it was cleared.
 class Rate
 {
 public:
@@ -41,16 +41,16 @@ struct ChartOptions {
     std::shared_ptr<History> history = std::make_shared<History>();
 };
 
-// What is read, and drawn.
+// A Charted says what is read and drawn.
 struct Charted {
     const char *operation;
     std::vector<std::string> words;
     std::string title;
-    std::string usual; // quantity
-    bool counts;       // its growth a second is drawn, in place of itself
+    std::string usual; // the quantity that is drawn by default
+    bool counts;       // its growth per second is drawn in place of its value
 };
 
-// Reads once, and draws that with what was read before.
+// Reads once, and draws the value with those that were read before.
 ExitCode run_chart(const Output &output, const ChartOptions &options, const Charted &charted);
 
 } // namespace ponctl

@@ -22,7 +22,7 @@ namespace ponctl
 namespace
 {
 
-// One line on a terminal that goes when this does.
+// A Progress is one line on a terminal that disappears when the object is destroyed.
 class Progress
 {
 public:
@@ -52,7 +52,7 @@ void add(IdSet &ids, uint32_t id)
     ids[id / 32] |= uint32_t{1} << id % 32;
 }
 
-// The ids that are bound at a port.
+// Looks up the ids that are bound at a port.
 ExitCode look_up_bound(uint32_t port, IdSet &ids)
 {
     const Invocation listed("bsp_pon_exec_get_json_",
@@ -71,7 +71,7 @@ ExitCode look_up_bound(uint32_t port, IdSet &ids)
     return exit_status;
 }
 
-// What a command line calls the argument, or the field of one, that has one of these names.
+// Returns the word of a command line for the argument, or the field of an argument, that has one of these names.
 std::string word_for(const catalogue::Operation &operation, const std::array<std::string_view, 2> &names)
 {
     const auto is_named = [&names](std::string_view name) { return std::ranges::find(names, name) != names.end(); };
@@ -134,7 +134,8 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
     if (set.all)
         if (const ExitCode code = look_up_bound(set.port, ids); code != exit_success) return code;
     if (set.but_0 && holds(ids, 0)) throw UsageError("SET: " + id_0_is_none);
-    // All the bound ONUs are several, be there one alone, so that the form of the result does not depend on it.
+    // All bound ONUs count as several, even if there is only one, so that the form of the result does not depend on
+    // their number.
     const bool several = set.all || count_of(ids) > 1;
 
     std::deque<OnuCalls> asked;

@@ -1,4 +1,4 @@
-// Commands for one remote ONU or for many of a PON port.
+// This file runs commands for one remote ONU, or for many ONUs of a PON port.
 #pragma once
 
 #include <cstdint>
@@ -18,17 +18,17 @@ namespace ponctl
 struct OnuSet {
     uint32_t port = 0;
     IdSet ids{};
-    bool all = false;   // in place of the ids: those that are bound
-    bool but_0 = false; // where id 0 names no ONU: it is refused
+    bool all = false;   // in place of the ids: all ids that are bound
+    bool but_0 = false; // id 0 names no ONU here, and is refused
 };
 
-// PORT/IDS as 1/3-17,20, 1/5 or 1/all. A UsageError that starts with SET where it is anything else.
+// Reads PORT/IDS, as in 1/3-17,20, 1/5 or 1/all. Throws a UsageError that starts with SET for anything else.
 OnuSet parse_onu_set(const std::string &text);
 std::string format_onu_set(const OnuSet &set);
-// The set that a command line names in place of a port; nothing where it names a port. A UsageError where it names an
-// ONU beside a set.
+// Returns the set that a command line names in place of a port, or nothing when it names a port. Throws a UsageError
+// when it names an ONU beside a set.
 std::optional<OnuSet> set_in_place_of(const std::string &port, const std::string &onu = {});
-// For a question: "ONU 1/5", "ONUs 1/3-17".
+// Returns the set in the words of a question: "ONU 1/5", "ONUs 1/3-17".
 std::string describe_onu_set(const OnuSet &set);
 
 struct Onu {
@@ -37,29 +37,31 @@ struct Onu {
     std::string name() const { return std::to_string(port) + "/" + std::to_string(id); }
 };
 
-// What was called for one ONU.
+// An OnuCalls holds the calls for one ONU.
 struct OnuCalls {
-    std::string onu; // its name
+    std::string onu; // the name of the ONU
     std::deque<Invocation> calls;
 };
 
-// Calls operations for each ONU of the set in turn, whether or not those before it failed, then shows what all of them
-// delivered and says what failed: each call, and for several ONUs a summary. The worst of them is the exit code. `show`
-// is told whether they are several. While there are several, a terminal at standard error shows how far it is.
+// Calls operations for each ONU of the set in turn, whether or not the ones before it failed. Then shows what all of
+// them delivered, and reports what failed: each call, and a summary when there are several ONUs. Returns the worst of
+// their exit codes. `show` receives whether there are several. When there are several, standard error shows the
+// progress if it is a terminal.
 ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, std::deque<Invocation> &)> &act,
                       const std::function<void(const std::deque<OnuCalls> &, bool several)> &show);
 
-// For calls that deliver nothing: what shows their statuses where the format is one for programs.
+// Returns, for calls that deliver nothing, the function that shows their statuses when the format is one for programs.
 std::function<void(const std::deque<OnuCalls> &, bool several)> statuses_on(const Output &output);
 
-// The arguments that name an ONU to an operation, and more. A UsageError where the operation has none for that.
+// Returns the arguments that name an ONU to an operation, and more arguments. Throws a UsageError when the operation
+// has no argument for an ONU.
 std::vector<std::string> onu_words(const catalogue::Operation &operation, const Onu &onu,
                                    const std::vector<std::string> &more = {});
 
-// Calls one operation for each ONU of the set, and shows the rows of all their databases as one.
+// Calls one operation for each ONU of the set, and shows the rows of all their databases as one table.
 ExitCode list_onus(const Output &output, const OnuSet &set, const char *operation);
 
-// Calls one operation for each ONU of the set.
+// Calls one operation, which changes something, for each ONU of the set.
 ExitCode tell_onus(const Output &output, const OnuSet &set, const char *operation,
                    const std::vector<std::string> &words = {});
 

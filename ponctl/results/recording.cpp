@@ -16,7 +16,7 @@ namespace
 
 constexpr int host_order = std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN : BOARD_TRACE_LITTLE_ENDIAN;
 
-// The record that a request of this length is: the channel's own, or another of exactly that length.
+// Returns the record for a request of this length: the channel's own record, or another record of exactly that length.
 const catalogue::Record &record_of(const catalogue::Channel &channel, size_t length)
 {
     if (!channel.record->payload && channel.record->size != length)

@@ -1,4 +1,5 @@
-// Exchanges that a client or a service recorded, read by the catalogue as far as that knows their channels.
+// This file reads exchanges that a client or a service recorded. It reads them by the catalogue, as far as the
+// catalogue knows their channels.
 #pragma once
 
 #include <cstdint>
@@ -15,23 +16,23 @@
 namespace ponctl
 {
 
-// One exchange. What it points to lives until the next is read.
+// A Traced is one exchange. What it points to lives until the next one is read.
 struct Traced {
     Traced(const board_trace_entry &entry, bool swapped);
 
     const board_trace_record &record;
     const catalogue::Channel *channel; // null: unknown
     const catalogue::Command *command = nullptr;
-    const catalogue::Record *kind = nullptr; // of the request
+    const catalogue::Record *kind = nullptr; // the record of the request
     Bytes request, response;
     std::string_view result;
 
     Place place(bool is_answer = false) const { return {channel, call(), command, is_answer}; }
     const Bytes &bytes(bool of_answer) const { return of_answer ? response : request; }
-    // Of a known channel.
+    // Returns a record of the exchange, whose channel must be known.
     Reading reading(bool of_answer) const;
     bool answered() const { return record.ipc_result == 0; }
-    // Its command's code, known or not; none where it carries none.
+    // Returns the code of its command, known or not, or nothing when the record carries no code.
     std::optional<uint32_t> code() const;
 
     catalogue::Call call() const { return static_cast<catalogue::Call>(record.call); }
@@ -39,20 +40,21 @@ struct Traced {
     std::string channel_text() const { return channel ? std::string(channel->name) : std::to_string(record.msg_type); }
     std::string command_text() const;
     std::string outcome() const;
-    // When the exchange ended, in Coordinated Universal Time.
+    // Returns when the exchange ended, in Coordinated Universal Time.
     std::string time() const;
 };
 
-// A recording, whoever wrote it.
+// A TraceFile is a recording, whoever wrote it.
 class TraceFile
 {
 public:
-    // Throws a UsageError where the file is no recording.
+    // Throws a UsageError when the file is no recording.
     explicit TraceFile(const std::string &file);
 
-    // Whether it comes from a machine of the other byte order.
+    // Returns whether the recording comes from a machine of the other byte order.
     bool is_foreign() const;
-    // Hands each exchange on, in order. Returns how many there were before the file is damaged; none where it is whole.
+    // Passes each exchange to `show`, in order. Returns how many there were before the place where the file is damaged,
+    // or nothing when the file is whole.
     std::optional<size_t> each(const std::function<void(const Traced &)> &show) const;
 
 private:

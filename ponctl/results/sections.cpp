@@ -26,13 +26,13 @@ namespace
 
 using catalogue::ArgumentType;
 
-// The fields of a section in the order in which they are shown, each with its style.
+// A Styled is a field of a section with its style. The fields are in the order in which they are shown.
 struct Styled {
     const catalogue::Field *field;
     FieldStyle style;
 };
 
-// The argument through which a call delivers a single number; nothing where it delivers something else.
+// Returns the argument through which a call delivers a single number, or nothing when it delivers something else.
 std::optional<size_t> number_index(const Section &section)
 {
     const auto &arguments = section.called->operation().arguments;
@@ -65,7 +65,7 @@ std::string title_of(const Styled &styled)
     return std::string(styled.style.title.empty() ? styled.style.field : styled.style.title);
 }
 
-// A register as 0x and all its digits.
+// Returns a register as 0x and all its digits.
 std::string register_text(const Reading &reading, const catalogue::Field &field)
 {
     std::vector<uint8_t> bytes(field_bytes(field, reading.bytes).begin(), field_bytes(field, reading.bytes).end());
@@ -80,7 +80,7 @@ std::string value_of(const Section &section, const Reading &reading, const Style
     return styled_text(reading, styled.style);
 }
 
-// The word of a number, or the number where there is none.
+// Returns the word of a number, or the number when it has no word.
 std::string word_of_number(const std::string &digits, Words words)
 {
     for (size_t number = 0; number < words.size(); ++number)
@@ -88,7 +88,7 @@ std::string word_of_number(const std::string &digits, Words words)
     return digits;
 }
 
-// The names of the flags that are set, or "-".
+// Returns the names of the flags that are set, or "-".
 std::string names_of_flags(const catalogue::Field &field, std::span<const uint8_t> bytes, Words flags)
 {
     const auto number = static_cast<uint64_t>(number_of(field, bytes));
@@ -162,7 +162,7 @@ void write(Json &json, const std::vector<Section> &sections, bool titled)
     if (titled) json->EndObject();
 }
 
-// What stands above a part of the result, with an empty line before all but the first.
+// Prints the title above a part of the result, with an empty line before all titles except the first.
 void print_title(const Output &output, std::string_view title, bool &first)
 {
     if (!first) std::fputc('\n', output.stream);
@@ -172,7 +172,7 @@ void print_title(const Output &output, std::string_view title, bool &first)
 
 constexpr const char *onu_title = "ONU";
 
-// The same section of several ONUs as one table.
+// Prints the same section of several ONUs as one table.
 void print_together(const Output &output, const std::vector<std::pair<std::string, const Section *>> &sections)
 {
     const Section &any = *sections.front().second;
@@ -191,7 +191,7 @@ void print_together(const Output &output, const std::vector<std::pair<std::strin
     table.print(output);
 }
 
-// The names of the sections that any ONU has, in their order.
+// Returns the names of the sections that any ONU has, in their order.
 std::vector<std::string_view> names_of(const std::vector<Subject> &subjects)
 {
     std::vector<std::string_view> names;

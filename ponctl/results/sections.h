@@ -1,5 +1,5 @@
-// Parts of an answer by the names that the layouts of the simulated service give them, and results of several calls
-// shown as one.
+// This file shows parts of an answer by the names that the layouts of the simulated service give them, and shows the
+// results of several calls as one.
 #pragma once
 
 #include <array>
@@ -17,12 +17,13 @@
 namespace ponctl
 {
 
-// A field of an answer by its name in the layout; null where there is none, or the answer does not reach it.
+// Returns a field of an answer by its name in the layout. Returns null when there is none, or the answer does not reach
+// it.
 const catalogue::Field *find_field(const Reading &reading, std::string_view name);
-// Its value for people, or "-".
+// Return the field's value for people, or "-", and its value as a number.
 std::string field_text(const Reading &reading, std::string_view name);
 std::optional<double> field_number(const Reading &reading, std::string_view name);
-// A whole number as a word of a command line; empty where there is none.
+// Returns a whole number as a word of a command line. The text is empty when there is no number.
 std::string field_digits(const Reading &reading, std::string_view name);
 
 using Words = std::span<const std::string_view>;
@@ -30,54 +31,55 @@ using Words = std::span<const std::string_view>;
 inline constexpr std::array<std::string_view, 2> off_on{"off", "on"};
 inline constexpr std::array<std::string_view, 2> no_yes{"no", "yes"};
 
-// The number of a word among `words`; a UsageError that starts with `name` where it is none of them.
+// Returns the number of a word among `words`. Throws a UsageError that starts with `name` when the word is none of
+// them.
 std::string number_of_word(std::string_view name, std::string_view word, Words words);
-// How a field is shown.
+// A FieldStyle says how a field is shown.
 struct FieldStyle {
     std::string_view field;
     std::string_view title = {}; // empty: the field's name
-    Words words = {};            // for people: of its numbers from 0 on
-    Words flags = {};            // or of its bits, from the highest on
+    Words words = {};            // for people: the words of its numbers, from 0 on
+    Words flags = {};            // or the words of its bits, from the highest bit on
 };
 
-// The value of a field for people, or "-" where there is none.
+// Returns the value of a field for people, or "-" when there is none.
 std::string styled_text(const Reading &reading, const FieldStyle &style);
 
-// The authentication modes from 0 on.
+// These are the words of the authentication modes, from 0 on.
 inline constexpr std::array<std::string_view, 4> auth_modes{"mac", "loid", "loid-password", "hybrid"};
 
-// Of the PHY of a PON port.
+// Returns the styles of the PHY fields of a PON port.
 std::vector<FieldStyle> pon_phy_styles();
 
-// What one call delivered, as a part of a result.
+// A Section is what one call delivered, as a part of a result.
 struct Section {
-    std::string_view name;  // of the member in JSON
-    std::string_view title; // for people
+    std::string_view name;  // the name of the member in JSON
+    std::string_view title; // the title for people
     const Invocation *called;
     std::vector<FieldStyle> styles = {};
-    bool styled_only = false;         // show no fields but those
+    bool styled_only = false;         // show only the fields that have a style
     bool of_answer = false;           // show fields of the answer itself, in place of what the operation delivers
     bool registers = false;           // show numbers without a unit in hexadecimal, for people
     std::optional<uint32_t> row = {}; // show this row of a database alone
-    size_t start = 0;                 // of an answer: where what is shown of it starts
+    size_t start = 0;                 // of an answer: the offset from which on it is shown
 };
 
-// Shows what the calls delivered: as it is, where there is one without a title, or each under its title, or as members
-// of one JSON object. Those that failed are left out, or null.
+// Shows what the calls delivered. A single section without a title is shown alone. Otherwise each is shown under its
+// title, or as a member of one JSON object. Failed calls are left out, or null.
 void print_sections(const Output &output, const std::vector<Section> &sections, bool titled);
 
-// What was called for one of several ONUs.
+// A Subject is one of several ONUs, with the sections that were called for it.
 struct Subject {
-    std::string onu; // its name
+    std::string onu; // the name of the ONU
     std::vector<Section> sections;
 };
 
-// The same of several ONUs: a table of all under each title, with a first column that names the ONU, or a JSON object
-// for each.
+// As above, for several ONUs: a table of all ONUs under each title, with a first column that names the ONU, or a JSON
+// object for each ONU.
 void print_each(const Output &output, const std::vector<Subject> &subjects, bool titled);
 
-// Shows what the calls delivered, several under their titles. Those that failed are said on standard error; the worst
-// of them is the exit code.
+// Shows what the calls delivered. Several calls are shown under their titles. Reports failed calls on standard error.
+// Returns the worst of the exit codes.
 ExitCode show(const Output &output, const std::vector<Section> &sections);
 
 // Calls an operation and shows what it delivers.

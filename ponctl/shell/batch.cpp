@@ -26,7 +26,7 @@ struct Failure {
     int code;
 };
 
-// Runs the lines one after the other, and notes which of them fail.
+// A Batch runs the lines one after the other, and notes which of them fail.
 class Batch
 {
 public:

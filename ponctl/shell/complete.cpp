@@ -33,7 +33,7 @@ bool is_argument(const Operand &operand)
     return !operand.name.starts_with('-');
 }
 
-// Where the words before the cursor have led to.
+// A Walk is the position in the command line to which the words before the cursor lead.
 class Walk
 {
 public:
@@ -44,11 +44,11 @@ public:
     }
 
     const Syntax &command() const { return *at; }
-    // The option whose value comes next; null where none does.
+    // Returns the option whose value comes next, or null when no value comes next.
     const Operand *open_option() const { return open; }
     bool may_be_option() const { return !open && !only_arguments; }
 
-    // The argument that comes next; null where there is none.
+    // Returns the argument that comes next, or null when there is none.
     const Operand *argument() const
     {
         size_t left = taken;
@@ -59,7 +59,7 @@ public:
         return nullptr;
     }
 
-    // The options that hold here: the command's own first, then those of the commands that it belongs to.
+    // Returns the options that are valid here: first the command's own, then those of the commands above it.
     std::vector<const Operand *> options() const
     {
         std::vector<const Operand *> found;
@@ -78,7 +78,7 @@ public:
     }
 
     bool is_given(const Operand &option) const { return given.contains(option.plain_name()); }
-    // What an argument or option was given; empty where it was not.
+    // Returns the words that an argument or option was given, or none when it was not given.
     Words all(const std::string &name) const
     {
         const auto found = given.find(name);
@@ -131,7 +131,7 @@ private:
 
     const Syntax *at;
     const Operand *open = nullptr;
-    size_t taken = 0; // arguments of the command
+    size_t taken = 0; // number of the command's arguments that were given
     bool only_arguments = false;
     std::map<std::string, Words> given;
 };
@@ -143,7 +143,8 @@ std::string text_of(const rapidjson::Value &value)
     return {};
 }
 
-// The rows that a command of ponctl lists: one of the columns as words, others as what is said of them.
+// Returns the rows that a command of ponctl lists. One column gives the words, and the columns of `about` give their
+// help.
 Candidates listed(const Ask &ask, const Words &command, const char *column, const std::vector<const char *> &about)
 {
     Candidates found;
@@ -163,7 +164,7 @@ Candidates listed(const Ask &ask, const Words &command, const char *column, cons
     return found;
 }
 
-// Finds the values of one argument.
+// Values finds the values of one argument.
 class Values
 {
 public:
@@ -227,14 +228,14 @@ private:
     }
     Candidates macs(const std::string &port) const { return of_onus(port, "mac", {"onu_id", "state", "description"}); }
 
-    // Ids at the end of a list as 1-5,7.
+    // Returns ids at the end of a list, as in 1-5,7.
     Candidates in_list(Candidates ids) const
     {
         const size_t last = word.find_last_of(",-/");
         return with_start(last == word.npos ? std::string() : word.substr(0, last + 1), std::move(ids));
     }
 
-    // PORT/IDS.
+    // Returns candidates for PORT/IDS.
     Candidates onu_sets() const
     {
         if (walk.command().name == "idset") return {};
@@ -293,7 +294,8 @@ private:
         return assignments;
     }
 
-    // What fields of these names hold in every record and operation. The port is that of the other words.
+    // Returns the values of fields whose names mean the same in every record and operation. The port is the one that
+    // the other words name.
     Candidates values_of_field(const std::string &field, const Words &words) const
     {
         const auto ends = [&field](std::string_view end) { return field.ends_with(end); };
@@ -306,7 +308,7 @@ private:
         return {};
     }
 
-    // The value of a word name=value; `command`: the channel whose commands it is one of, or null.
+    // Returns the values of a word name=value. `command` is the channel whose commands the value may be, or null.
     Candidates value(const Words &words, const catalogue::Channel *command) const
     {
         const size_t equals = word.find('=');
@@ -352,7 +354,7 @@ private:
         return not_yet(std::move(found), words);
     }
 
-    // The setting's name first, and its fields then.
+    // Returns the names of settings first, and then the fields of the named setting.
     Candidates setting_words() const
     {
         const Words words = walk.all("COMMAND FIELD=VALUE");
@@ -362,7 +364,7 @@ private:
         return command.size() == 2 ? settings() : listed_fields(command, words);
     }
 
-    // Of a profile, or of a raw record.
+    // Returns the fields of a profile, or of a raw record.
     Candidates fields() const
     {
         const Words words = walk.all("FIELD=VALUE");
@@ -380,7 +382,7 @@ private:
         return not_yet(std::move(found), words);
     }
 
-    // Of profiles, or of upgrade types.
+    // Returns the names of profiles, or of upgrade types.
     Candidates names() const
     {
         const std::string kind = walk.one("KIND");
@@ -436,7 +438,7 @@ void expect(Completion &completion, const Operand &operand)
     completion.expected.push_back({is_argument(operand) ? operand.name : operand.value_name(), operand.help});
 }
 
-// What all of them start with.
+// Returns the text with which all of them start.
 std::string common_start(const Candidates &candidates)
 {
     std::string start = candidates.front().word;

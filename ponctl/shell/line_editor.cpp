@@ -18,7 +18,7 @@ namespace ponctl
 namespace
 {
 
-constexpr int longest_history = 1000; // lines
+constexpr int longest_history = 1000; // number of lines
 
 size_t terminal_width()
 {
@@ -26,7 +26,7 @@ size_t terminal_width()
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
-// Words in columns, as many as fit, in order down the columns.
+// Prints words in columns, as many columns as fit. The order of the words goes down the columns.
 void print_columns(const std::vector<std::string> &words)
 {
     size_t width = 0;
@@ -50,7 +50,7 @@ std::vector<std::string> lines_of(const std::filesystem::path &file)
     return lines;
 }
 
-// A file that only its owner reads.
+// Writes a file that only its owner may read.
 bool write_lines(const std::filesystem::path &file, int flags, const std::vector<std::string> &lines)
 {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, S_IRUSR | S_IWUSR);
@@ -58,13 +58,13 @@ bool write_lines(const std::filesystem::path &file, int flags, const std::vector
     std::string text;
     for (const std::string &line : lines)
         text.append(line).push_back('\n');
-    // One write a line, so that several shells may share the file.
+    // Each line is written by one call, so that several shells may share the file.
     const bool written = fchmod(descriptor, S_IRUSR | S_IWUSR) == 0 &&
                          write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
     return close(descriptor) == 0 && written;
 }
 
-// Lines of earlier sessions, the last of them; the others are dropped from the file.
+// Returns the last lines of earlier sessions. The other lines are removed from the file.
 std::vector<std::string> read_history(const std::filesystem::path &file)
 {
     std::vector<std::string> lines = lines_of(file);
@@ -161,18 +161,18 @@ LineEditor::LineEditor(const char *program, Helpers helpers, const std::filesyst
     el_set(editor, EL_EDITOR, "emacs");
     el_set(editor, EL_PROMPT, &Terminal::show_prompt);
     el_set(editor, EL_HIST, ::history, terminal->history);
-    el_source(editor, nullptr); // what users want otherwise, in ~/.editrc
-    // Of wide names the library makes no copies, which it would never free.
+    el_source(editor, nullptr); // users put their own settings in ~/.editrc
+    // The library makes no copies of wide names. It would never free such copies.
     el_wset(editor, EL_ADDFN, L"ponctl-complete", L"Completes a word", &Terminal::complete);
     el_wset(editor, EL_ADDFN, L"ponctl-help", L"Shows what can come next", &Terminal::help);
     el_wset(editor, EL_ADDFN, L"ponctl-interrupt", L"Starts the line anew", &Terminal::interrupt);
     el_set(editor, EL_BIND, "^I", "ponctl-complete", nullptr);
     el_set(editor, EL_BIND, "?", "ponctl-help", nullptr);
     el_set(editor, EL_BIND, "^C", "ponctl-interrupt", nullptr);
-    // While a line is typed Ctrl-C is a key and no signal.
+    // While a line is typed, Ctrl-C is a key and not a signal.
     el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
     if (terminal->file.empty()) return;
-    std::error_code failed; // then no line is kept
+    std::error_code failed; // after a failure no line is kept
     std::filesystem::create_directories(terminal->file.parent_path(), failed);
     for (const std::string &line : read_history(terminal->file))
         terminal->remember(line);

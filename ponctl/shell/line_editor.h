@@ -1,4 +1,4 @@
-// Reads lines from one who types them on a terminal, with editing and history.
+// A LineEditor reads lines that a user types on a terminal, with editing and history.
 #pragma once
 
 #include <filesystem>
@@ -16,26 +16,26 @@ class LineEditor
 {
 public:
     struct Completed {
-        std::string typed;               // to be put in at the cursor
-        std::vector<std::string> choice; // to be shown
+        std::string typed;               // text to insert at the cursor
+        std::vector<std::string> choice; // words to show
     };
     struct Helpers {
-        // Each gets the line as far as the cursor.
-        std::function<Completed(std::string_view)> complete;       // for TAB
-        std::function<std::string(std::string_view)> help;         // for ?, lines to be shown
-        std::function<bool(std::string_view)> keeps_question_mark; // where ? is a character like any other
+        // Each function receives the line up to the cursor.
+        std::function<Completed(std::string_view)> complete;       // for the TAB key
+        std::function<std::string(std::string_view)> help;         // for the ? key; returns lines to show
+        std::function<bool(std::string_view)> keeps_question_mark; // returns whether ? is an ordinary character there
     };
 
-    // The lines of earlier sessions are read from the file `history`, and new ones kept there; without a name nothing
-    // is kept.
+    // The lines of earlier sessions are read from the file `history`, and new lines are added to it. Without a name
+    // nothing is kept.
     LineEditor(const char *program, Helpers helpers, const std::filesystem::path &history);
     ~LineEditor();
     LineEditor(const LineEditor &) = delete;
     LineEditor &operator=(const LineEditor &) = delete;
 
-    // A line without its end; nothing when there are no more. Ctrl-C starts anew.
+    // Returns a line without its newline, or nothing when there are no more lines. Ctrl-C starts a new line.
     std::optional<std::string> read(const std::string &prompt);
-    // Makes it a line of the history.
+    // Adds the line to the history.
     void keep(const std::string &line);
 
 private:

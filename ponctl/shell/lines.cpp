@@ -17,11 +17,11 @@ namespace ponctl
 namespace
 {
 
-constexpr const char *quick_answer = "500"; // milliseconds
+constexpr const char *quick_answer = "500"; // in milliseconds
 
 volatile std::sig_atomic_t interrupt_came = 0;
 
-// Leaves interrupts to the children while it lives, and notes that one came.
+// NotedInterrupts leaves interrupts to the child processes while it lives, and notes that one came.
 class NotedInterrupts
 {
 public:
@@ -43,7 +43,8 @@ private:
     struct sigaction before;
 };
 
-// The whole life of a child. What it cannot handle ends it: it must never go on where its parent does.
+// Runs a child process from its start to its end. An exception that it cannot handle ends the process, because it must
+// never continue with the parent's work.
 [[noreturn]] void live(const std::function<int()> &act) noexcept
 {
     const int code = act();
@@ -53,8 +54,8 @@ private:
 
 pid_t start_child(const struct sigaction &interrupt, const std::function<int()> &act)
 {
-    std::fflush(stdout); // or the child would write it, too
-    // An interrupt that comes now waits until the child can be ended by it.
+    std::fflush(stdout); // otherwise the child would write the same text again
+    // An interrupt that comes now waits until it can end the child.
     sigset_t held, before;
     sigemptyset(&held);
     sigaddset(&held, SIGINT);
@@ -70,7 +71,7 @@ pid_t start_child(const struct sigaction &interrupt, const std::function<int()> 
     return child;
 }
 
-// Returns the exit code.
+// Waits for the child and returns its exit code.
 int wait_for(pid_t child)
 {
     int status = 0;
@@ -107,7 +108,7 @@ Lines::Lines(const GlobalOptions &defaults) : options(defaults)
 {
     options.nested = true;
     sigaction(SIGINT, nullptr, &interrupt);
-    std::signal(SIGCHLD, SIG_DFL); // or exit codes are lost where a parent of ours ignores them
+    std::signal(SIGCHLD, SIG_DFL); // otherwise exit codes are lost when our parent process ignores the signal
 }
 
 Ended Lines::run(const std::vector<std::string> &words, bool has_input) const

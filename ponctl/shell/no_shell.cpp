@@ -1,4 +1,4 @@
-// The board's edition has no shell, for it has no libedit.
+// The board's edition has no shell, because it has no libedit.
 #include "cli/program.h"
 
 namespace ponctl

@@ -1,4 +1,4 @@
-// ponctl shell.
+// ponctl shell runs the lines that a user types.
 #include <csignal>
 #include <cstdlib>
 
@@ -33,7 +33,8 @@ std::filesystem::path history_file()
     return home && *home == '/' ? std::filesystem::path(home) / ".local/state" / below : std::filesystem::path();
 }
 
-// Whether a line may hold a password. One too many stays out of the history rather than one too few.
+// Returns whether a line may hold a password. It is better to keep one line too many out of the history than one too
+// few.
 bool is_secret(const std::string &line)
 {
     return text::lower_case(line).find("passw") != line.npos;
@@ -53,7 +54,8 @@ public:
                   }},
                  history_file())
     {
-        // Interrupts are for the commands, and come late where one has ended.
+        // Interrupts are for the commands. An interrupt that arrives after its command has ended must not end the
+        // shell.
         std::signal(SIGINT, SIG_IGN);
         std::signal(SIGQUIT, SIG_IGN);
     }
@@ -72,7 +74,7 @@ private:
         return {tab.typed, tab.choice};
     }
 
-    // Whether to go on.
+    // Returns whether the shell continues.
     bool run_one(const std::string &line)
     {
         if (line.find_first_not_of(" \t") == line.npos) return true;
@@ -93,7 +95,7 @@ private:
 
     const Lines lines;
     const Ask ask = [this](const std::vector<std::string> &words) { return lines.json_of(words); };
-    int code = exit_success; // of the last command
+    int code = exit_success; // exit code of the last command
     LineEditor editor;
 };
 

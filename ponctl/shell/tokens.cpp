@@ -17,12 +17,12 @@ bool is_blank(char c)
 
 struct Scan {
     std::vector<std::string> words;
-    bool in_word = false; // the text ends in the last of the words
+    bool in_word = false; // the text ends inside the last word
     char quote = 0;       // what is open at the end: a quotation mark, or a backslash with nothing behind it
     bool comment = false;
 };
 
-// The character that a backslash keeps; 0 where it is one like any other.
+// Returns the character that a backslash keeps, or 0 when the backslash is an ordinary character.
 char kept_by_backslash(char quote, char next)
 {
     if (quote == '\'') return 0;
@@ -95,7 +95,7 @@ std::string as_typed(std::string_view text, char quote)
     for (const char c : text) {
         const bool outside = quote == 0 && (is_blank(c) || c == '\'' || c == '"' || c == '\\' || c == '#');
         if (outside || (quote == '"' && (c == '"' || c == '\\'))) typed.push_back('\\');
-        // A single quote cannot stand in single quotes: they are closed for it.
+        // A single quote cannot stand inside single quotes, so they are closed before it and opened behind it.
         if (quote == '\'' && c == '\'')
             typed.append("'\\''");
         else

@@ -1,4 +1,5 @@
-// How the ONUs of a PON port prove who they are; confirming those that wait, and describing those that are bound.
+// These operations set how the ONUs of a PON port prove who they are, confirm the ONUs that wait, and describe the ONUs
+// that are bound.
 #include "frame/send.h"
 #include "frame/view.h"
 

@@ -1,4 +1,4 @@
-// Binding ONUs to ONU ids and releasing them.
+// These operations bind ONUs to ONU ids and release them.
 #include "frame/send.h"
 
 using frame::on;
@@ -10,7 +10,7 @@ using frame::set;
 namespace
 {
 
-// In the record, the first text stands behind the second.
+// In the record, the first text stands behind the second one.
 FRAME_SHARED uint32_t bind(uint32_t command, uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a,
                            const char *text_b, uint32_t value, const char *text_c, Route route = on(BSP_MSG_PON))
 {

@@ -1,4 +1,4 @@
-// Whitelist and blacklist.
+// These operations edit and read the whitelist and the blacklist.
 #include "frame/send.h"
 #include "frame/view.h"
 
@@ -11,10 +11,11 @@ using frame::set;
 namespace
 {
 
-// The whitelist's answers are shorter than a record.
+// The answers about the whitelist are shorter than a record.
 constexpr uint32_t lookup_length = 776;
 
-// Receives the answer in `resp`; null: it is dropped. A null `mac` names no ONU by its MAC address.
+// Receives the answer in `resp`. When `resp` is null, the answer is dropped. A null `mac` names no ONU by its MAC
+// address.
 FRAME_SHARED uint32_t look_up(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, void *resp,
                               Route route = on(BSP_MSG_PON))
 {
@@ -107,7 +108,7 @@ uint32_t bsp_pon_get_b_onu_by_mac(uint32_t pon_port, const uint8_t *mac, db_hand
     Request<bsp_pon_msg> request{BSP_CMD_BLACKLIST_GET, pon_port, 0};
     request.put_mac(mac);
     constexpr frame::Room room =
-        frame::room_of(sizeof(bsp_pon_msg_ext), lookup_length); // it offers less than its siblings
+        frame::room_of(sizeof(bsp_pon_msg_ext), lookup_length); // fewer bytes than similar operations offer
     return frame::get_database(*request, room, request->cmd, frame::large_view, db_out, on(BSP_MSG_PON));
 }
 

@@ -1,4 +1,4 @@
-// Tables of all ONUs, and of the OLT and its PON ports.
+// These operations return tables of all ONUs, of the OLT and of its PON ports.
 #include "frame/onu.h"
 #include "frame/view.h"
 
@@ -11,7 +11,7 @@ using frame::Request;
 namespace
 {
 
-// A table of the OLT, whose key is read from the request.
+// Asks for a table of the OLT. The key of the result is read from the request.
 FRAME_SHARED uint32_t olt_view(uint32_t command, db_handle **db_out, frame::Route route)
 {
     Request<bsp_pon_msg> request{command};

@@ -1,5 +1,5 @@
-// Profiles and the service's configuration, which the library passes on unread. The profile channel logs no failed
-// exchange, and its requests are as long as their payload makes them.
+// These operations carry profiles and the service's configuration, which the library passes on unread. A failed
+// exchange on the profile channel is not logged, and a request is as long as its payload makes it.
 #include "board/util.h"
 #include "frame/exchange.h"
 #include "frame/request.h"
@@ -7,16 +7,17 @@
 namespace
 {
 
-// Sent with each payload, which starts 4 bytes before their end: so many zeros follow it.
+// A request is longer than its payload by this many bytes. The payload starts 4 bytes before their end, so that 4 zeros
+// follow the payload.
 constexpr uint32_t header_length = 28;
 constexpr uint32_t longest_payload = sizeof(bsp_profile_msg) - header_length;
 
-// What the response length word offers: nothing, or what a file's name takes; the buffer is a whole record all the
-// same.
+// These are the values that the response length word offers: nothing, or the length of a file's name. The buffer is a
+// whole record in both cases.
 constexpr uint32_t no_length = 0;
 constexpr uint32_t file_name_length = 61;
 
-// Writes a request; returns its length.
+// Writes a request and returns its length.
 FRAME_SHARED uint32_t put_request(bsp_profile_msg &request, uint32_t action, uint32_t is_get, const void *payload,
                                   uint32_t length)
 {
@@ -27,8 +28,8 @@ FRAME_SHARED uint32_t put_request(bsp_profile_msg &request, uint32_t action, uin
     return length + header_length;
 }
 
-// True: `result` is the service's status word, and `response` its answer. False: nothing was sent, or the exchange
-// failed, and `result` is the operation's.
+// Returns true when the service answered: then `result` is its status word, and `response` its answer. Returns false
+// when nothing was sent or the exchange failed: then `result` is that of the operation.
 FRAME_SHARED bool ask(bsp_profile_msg &response, uint32_t action, const void *payload, uint32_t length,
                       uint32_t answer_length, uint32_t &result)
 {
@@ -44,7 +45,7 @@ FRAME_SHARED bool ask(bsp_profile_msg &response, uint32_t action, const void *pa
     return ipc_result == 0;
 }
 
-// The file's name in an answer.
+// Returns the file's name in an answer.
 const char *file_name(bsp_profile_msg &response)
 {
     char *name = reinterpret_cast<char *>(&response) + offsetof(bsp_profile_msg, data);

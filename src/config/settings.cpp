@@ -1,4 +1,4 @@
-// The configuration of ONUs, LOIDs and the OUI, the ARP table, UNI profiles and the batch.
+// These operations set the configuration of ONUs, LOIDs and the OUI, the ARP table, UNI profiles and the batch.
 #include "board/util.h"
 #include "frame/send.h"
 #include "frame/view.h"

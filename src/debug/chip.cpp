@@ -1,5 +1,5 @@
-// Counters, registers, laser and I2C of the PON chip and the board's interfaces, for engineers; MPCP and
-// deregistration.
+// These operations give engineers the counters, registers, laser and I2C bus of the PON chip and of the board's
+// interfaces. They also set MPCP and deregister ONUs.
 #include "board/util.h"
 #include "frame/platform.h"
 

@@ -1,4 +1,5 @@
-// One synchronous exchange with the PON management service, and what becomes of its outcome.
+// This file has one synchronous exchange with the PON management service, and turns its outcome into the result of an
+// operation.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +8,9 @@
 #include "board/ipc.h"
 #include "bsp_pon.h"
 
-// What operations share stands in each of them where speed counts, and once for all of them where size does. Left to
-// itself the compiler does neither: it would inline what one file uses once, and call what another uses often.
+// The code that operations share is inlined into each of them where speed counts, and exists only once where size
+// counts. The compiler alone does neither: it would inline what one file uses once, and call what another file uses
+// often.
 #define FRAME_INLINE [[gnu::always_inline]] inline
 #ifdef __OPTIMIZE_SIZE__
 #define FRAME_SHARED [[gnu::noinline, gnu::noclone]] inline
@@ -19,27 +21,27 @@
 namespace frame
 {
 
-// What an operation does when the exchange itself fails.
+// An ErrorPolicy says what an operation does when the exchange itself fails.
 enum class ErrorPolicy : uint8_t {
     report, // it logs the failure and returns BSP_ERR_IPC
     pass,   // it logs the failure and returns the IPC value
     silent  // it returns the IPC value
 };
 
-// A command code, and how many bytes its request carries or are wanted of its answer.
+// A Command is a command code with the number of bytes that its request carries or that are wanted of its answer.
 struct Command {
     uint16_t code;
     uint16_t size;
 };
 
-// By which channel and call an exchange goes, what is done when it fails, and which operation and line a log line
-// names: those of the place where on() stands, by default. All but the operation share a word, of which they leave the
-// upper half free: one instruction sets it.
+// A Route says by which channel and call an exchange goes, what is done when it fails, and which operation and line a
+// log line names. By default these are the operation and line where on() stands. All but the operation share one word
+// and leave its upper half free, so that one instruction sets it.
 struct Route {
     const char *function;
     uint32_t details;
 
-    static constexpr uint32_t first_channel = BSP_MSG_PON; // the lowest
+    static constexpr uint32_t first_channel = BSP_MSG_PON; // the lowest channel
     static constexpr uint32_t channels = 16, policies = 4, calls = 2, lines = 512;
     static_assert(channels * policies * calls * lines == 1u << 16);
 
@@ -48,7 +50,7 @@ struct Route {
     uint32_t channel() const { return first_channel + details / policies % channels; }
     ErrorPolicy policy() const { return static_cast<ErrorPolicy>(details % policies); }
 
-    // The same by the datagram call.
+    // Returns the same route with the datagram call.
     constexpr Route by_datagram() const { return {function, details + channels * policies}; }
 };
 
@@ -66,12 +68,12 @@ constexpr Route silently_on(uint32_t channel)
     return on(channel, ErrorPolicy::silent, nullptr, 0);
 }
 
-// The size bounds of result databases in shared memory.
+// These are the size bounds of result databases in shared memory.
 constexpr uint32_t small_view = 10240;
 constexpr uint32_t large_view = 1048576;
 
-// A response buffer: its size in bytes, all of which are cleared, and how many of them the response length word offers.
-// Both share a word, because functions pass it on to others.
+// A Room describes a response buffer: its size in bytes, all of which are cleared, and how many of them the response
+// length word offers. Both numbers share one word, because functions pass it on to others.
 enum class Room : uint32_t {};
 
 constexpr Room room_of(uint32_t size, uint32_t offered)
@@ -87,18 +89,20 @@ constexpr uint32_t offered_of(Room room)
     return static_cast<uint32_t>(room) & 0xFFFF;
 }
 
-// A whole record; and one of which no byte is offered, on purpose: the answer comes another way.
+// `whole` offers a whole record. `unoffered` offers no byte of it on purpose, because the answer comes another way.
 template <class Record>
 constexpr Room whole = room_of(sizeof(Record), sizeof(Record));
 template <class Record>
 constexpr Room unoffered = room_of(sizeof(Record), 0);
-// The answers of views have this room, whatever their request.
+// The answers of views have this room, whatever their request is.
 constexpr Room view_room = whole<bsp_pon_msg_ext>;
 
-// Zeroes `length` bytes. A call, because the compiler's own way to clear a record of known size is slower and larger.
+// Sets `length` bytes to zero. This is a function of its own, because the compiler's own way to clear a record of known
+// size is slower and larger.
 void clear(void *record, uint32_t length);
 
-// The result of an operation whose exchange failed with `ipc_result`, after the log line that its failure asks for.
+// Writes the log line that the failure asks for. Returns the result of an operation whose exchange failed with
+// `ipc_result`.
 [[gnu::cold]] uint32_t failed(int32_t ipc_result, Route route);
 
 FRAME_SHARED uint32_t set(const void *record, uint32_t length, Route route)
@@ -124,8 +128,7 @@ FRAME_SHARED uint32_t get_into(const void *request, uint32_t request_length, voi
     return ipc_result ? failed(ipc_result, route) : status;
 }
 
-// Sends a record and receives the answer in `response`, at most `length` bytes of it. Returns the service's status
-// word.
+// Sends a record and receives at most `length` bytes of the answer in `response`. Returns the service's status word.
 template <class Record>
 FRAME_INLINE uint32_t get_into(const Record &request, void *response, uint32_t length, Route route)
 {
@@ -137,14 +140,14 @@ FRAME_SHARED uint32_t get_in_place(void *record, uint32_t length, Route route)
     return get_into(record, length, record, length, route);
 }
 
-// Sends a record and receives the answer in its place. Returns the service's status word.
+// Sends a record and receives the answer in the same record. Returns the service's status word.
 template <class Record>
 FRAME_INLINE uint32_t get_in_place(Record &record, Route route)
 {
     return get_in_place(&record, sizeof record, route);
 }
 
-// Copies `count` bytes of what a response holds, zeros behind its end.
+// Copies `count` bytes of what a response holds. Zeros stand for the bytes behind its end.
 FRAME_SHARED void deliver(const void *held, uint32_t size, void *out, uint32_t count)
 {
     const uint32_t copied = count < size ? count : size;
@@ -152,12 +155,12 @@ FRAME_SHARED void deliver(const void *held, uint32_t size, void *out, uint32_t c
     if (copied < count) clear(static_cast<char *>(out) + copied, count - copied);
 }
 
-// A response buffer for a get call.
+// A Response is the buffer that a get call fills.
 class Response
 {
 public:
-    // Sends a record and receives the answer here. True: `result` is the service's status word. False: the exchange
-    // failed, and `result` is the operation's.
+    // Sends a record and receives the answer here. Returns true when the service answered: then `result` is its status
+    // word. Returns false when the exchange failed: then `result` is that of the operation.
     FRAME_SHARED bool receive(const void *request, uint32_t request_length, Room room, uint32_t &result, Route route)
     {
         clear(bytes, size_of(room));
@@ -169,14 +172,14 @@ public:
         return ipc_result == 0;
     }
 
-    // The text at `offset`, which ends with the response's `size` bytes at the latest.
+    // Returns the text at `offset`. It ends within the response's `size` bytes.
     const char *text(uint32_t size, uint32_t offset)
     {
         bytes[size - 1] = '\0';
         return bytes + offset;
     }
 
-    // What the response's `size` bytes hold from `offset` on, `count` bytes of it; zeros behind their end.
+    // Copies `count` bytes from `offset` on of the response's `size` bytes. Zeros stand for the bytes behind their end.
     void copy(uint32_t size, uint32_t offset, void *out, uint32_t count) const
     {
         deliver(bytes + offset, size - offset, out, count);
@@ -192,7 +195,7 @@ public:
     }
 
 private:
-    alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest
+    alignas(uint32_t) char bytes[sizeof(bsp_onu_msg)]; // the longest record
 };
 
 FRAME_SHARED uint32_t get_database(const void *request, uint32_t request_length, Room room, const uint32_t &key,
@@ -204,8 +207,8 @@ FRAME_SHARED uint32_t get_database(const void *request, uint32_t request_length,
     return result;
 }
 
-// Sends a record; then stores the handle of the database of at most `bound` bytes that the service left in shared
-// memory under `key`, which is read only after the exchange. Returns the service's status word.
+// Sends a record. Then stores the handle of the database that the service left in shared memory under `key`, and that
+// has at most `bound` bytes. The `key` is read only after the exchange. Returns the service's status word.
 template <class Record>
 FRAME_INLINE uint32_t get_database(const Record &request, Room room, const uint32_t &key, uint32_t bound,
                                    db_handle **out, Route route)
@@ -223,8 +226,8 @@ FRAME_SHARED uint32_t get_block(const void *request, uint32_t request_length, Ro
     return result;
 }
 
-// Sends a record; then copies `count` bytes that start at `offset` of the response, zeros for what it does not hold.
-// Returns the service's status word.
+// Sends a record. Then copies `count` bytes that start at `offset` of the response, and zeros for the bytes that it
+// does not hold. Returns the service's status word.
 template <class Record>
 FRAME_INLINE uint32_t get_block(const Record &request, uint32_t offset, void *out, uint32_t count, Route route,
                                 Room room = whole<Record>)
@@ -241,8 +244,9 @@ FRAME_SHARED bool get_text_database(const void *request, uint32_t request_length
     return true;
 }
 
-// Sends a record; then makes a database of the text that starts at `offset` of the response. True: `result` is the
-// service's status word. False: the exchange failed, and `result` is the operation's.
+// Sends a record. Then makes a database of the text that starts at `offset` of the response. Returns true when the
+// service answered: then `result` is its status word. Returns false when the exchange failed: then `result` is that of
+// the operation.
 template <class Record>
 FRAME_INLINE bool get_text_database(const Record &request, Room room, uint32_t offset, db_handle **out,
                                     uint32_t &result, Route route)
@@ -250,7 +254,7 @@ FRAME_INLINE bool get_text_database(const Record &request, Room room, uint32_t o
     return get_text_database(&request, sizeof request, room, offset, out, result, route);
 }
 
-// Sends a record; then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
+// Sends a record. Then copies the text that starts at `offset` of the response, unless `out` is null. Returns the
 // service's status word.
 template <class Record>
 FRAME_SHARED uint32_t get_text(const Record &request, Room room, uint32_t offset, char *out, Route route)

@@ -1,4 +1,4 @@
-// Sets of ONU ids, and the texts that they print as.
+// These functions read sets of ONU ids and print them as texts.
 #include "board/util.h"
 #include "bsp_pon.h"
 #include "frame/exchange.h"
@@ -13,7 +13,7 @@ bool has(uint32_t word, uint32_t bit)
     return word >> bit & 1;
 }
 
-// Both printers refuse alike.
+// Both printing functions refuse a missing argument in the same way.
 bool is_missing(const onu_id_set *set, const char *text, const char *function = __builtin_FUNCTION(),
                 int line = __builtin_LINE())
 {
@@ -22,7 +22,7 @@ bool is_missing(const onu_id_set *set, const char *text, const char *function = 
     return true;
 }
 
-// Appends a number in the manner of `format`, and returns where the text ends then.
+// Appends a number as `format` says, and returns the new end of the text.
 char *append(char *end, const char *format, uint32_t number)
 {
     return end + __builtin_sprintf(end, format, static_cast<int>(number));
@@ -41,8 +41,9 @@ int ont_id_res_exists_ont(const onu_id_set *set)
     return 0;
 }
 
-// Its callers know every one of its ways: that a word without members is skipped and so ends no run, that a run still
-// open at the end is not closed, what is printed at the last id, and that the run's length is kept in 8 bits.
+// Callers rely on each detail of this text. A word without members is skipped and therefore ends no run. A run that is
+// still open at the end is not closed. The last id is printed in a way of its own. The length of a run is kept in 8
+// bits.
 char *ont_id_res_str(const onu_id_set *set, uint32_t last_id, char *text)
 {
     if (is_missing(set, text)) return nullptr;

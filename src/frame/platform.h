@@ -1,4 +1,4 @@
-// Settings and blocks of the platform and debug channels.
+// This file has the settings and the blocks of the platform and debug channels.
 #pragma once
 
 #include "frame/exchange.h"
@@ -7,8 +7,8 @@
 namespace frame
 {
 
-// What most settings say, beside their command: a port, what the port is not enough for, and a block, where there is
-// one. Two more words belong to a few of them.
+// Most settings consist of a command, a port, a word for what the port alone does not say, and a block if there is one.
+// A few settings have two more words.
 FRAME_SHARED uint32_t set_platform_words(uint32_t port, uint32_t arg4, const void *data, Command command,
                                          uint32_t arg108, uint32_t arg112, Route route = on(BSP_MSG_PLAT))
 {
@@ -25,7 +25,7 @@ FRAME_SHARED uint32_t set_platform(uint32_t port, uint32_t arg4, const void *dat
     return set_platform_words(port, arg4, data, command, 0, 0, route);
 }
 
-// The answer's data.
+// Copies the data of the answer to `out`.
 FRAME_SHARED uint32_t get_platform(uint32_t port, uint32_t selector, void *out, Command command, Route route)
 {
     Request<bsp_plat_msg> request{command.code, port, 0};

@@ -1,4 +1,5 @@
-// The request record of one operation: cleared, with its command code and what the caller's arguments put into it.
+// A Request is the request record of one operation. It is cleared and has its command code; the caller's arguments are
+// then put into it.
 #pragma once
 
 #include <cstddef>
@@ -10,16 +11,16 @@
 namespace frame
 {
 
-// Copies `text` with its NUL into `room` bytes. A text longer than that fills them all.
+// Copies `text` with its NUL into `room` bytes. A text that is longer fills them all.
 void put_text(char *to, uint32_t room, const char *text);
 
-// Copies `count` bytes of `block` into `room` bytes, as many as fit. Null: nothing is copied.
+// Copies `count` bytes of `block` into `room` bytes, as many as fit. Copies nothing when `block` is null.
 FRAME_SHARED void put_block(uint8_t *to, uint32_t room, const void *block, uint32_t count)
 {
     if (block) __builtin_memcpy(to, block, count < room ? count : room);
 }
 
-// Where a record of each kind carries its command code, and the port and the id on it that it is about.
+// A Head says where a record of each kind carries its command code, the port that it is about, and the id on that port.
 template <class Record>
 struct Head;
 template <>
@@ -59,7 +60,7 @@ public:
         record.*Head<Record>::id = id;
     }
 
-    // A copy of the caller's record, with the operation's own command code.
+    // Copies the caller's record and writes the operation's own command code into the copy.
     Request(uint32_t command, const Record &callers)
     {
         __builtin_memcpy(&record, &callers, sizeof record);
@@ -71,8 +72,8 @@ public:
 
     void put_mac(const uint8_t *mac) { __builtin_memcpy(record.onu_mac, mac, sizeof record.onu_mac); }
 
-    // A text or block longer than its field runs on into the fields behind it, and stops at the record's last byte.
-    // A null text leaves its field empty.
+    // A text or block that is longer than its field continues into the fields behind it, and stops at the record's last
+    // byte. A null text leaves its field empty.
     template <class Byte, size_t size>
     void put(Byte (Record::*field)[size], const char *text)
     {
@@ -86,7 +87,7 @@ public:
                   count);
     }
 
-    // A block that has as many bytes whatever it says; it must be there.
+    // Copies a block that always has the same number of bytes. The block must not be null.
     template <uint32_t count, size_t size>
     void copy(uint8_t (Record::*field)[size], const void *block)
     {
@@ -95,7 +96,7 @@ public:
     }
 
 private:
-    // Copies start from the record as a whole: a field is not where they end.
+    // A copy may go past the end of a field, so its address is computed from the record as a whole.
     char *base() { return reinterpret_cast<char *>(&record); }
 
     template <class Member>

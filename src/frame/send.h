@@ -1,4 +1,4 @@
-// Settings of the PON channel, and records that the caller built.
+// This file has the settings of the PON channel, and the records that the caller built.
 #pragma once
 
 #include "frame/exchange.h"
@@ -7,7 +7,7 @@
 namespace frame
 {
 
-// A null `mac` names no ONU by its MAC address; a null block is none.
+// A null `mac` names no ONU by its MAC address. A null block means that there is none.
 FRAME_SHARED uint32_t send(uint32_t pon_port, uint32_t onu_id, uint32_t command, const uint8_t *mac, Route route,
                            uint32_t value = 0, const void *block = nullptr, uint32_t size = 0)
 {
@@ -18,13 +18,13 @@ FRAME_SHARED uint32_t send(uint32_t pon_port, uint32_t onu_id, uint32_t command,
     return set(*request, route);
 }
 
-// A copy of the caller's record, with the operation's command.
+// Sends a copy of the caller's record with the operation's command.
 FRAME_SHARED uint32_t send_copy(const bsp_pon_msg *record, uint32_t command, Route route)
 {
     return set(*Request{command, *record}, route);
 }
 
-// The caller's record itself, which must be there and keeps the operation's command.
+// Sends the caller's record itself, which must not be null. The operation's command stays in it.
 template <class Record>
 FRAME_SHARED uint32_t send_stamped(Record *record, uint32_t command, Route route)
 {

@@ -1,4 +1,4 @@
-// Views that their own command codes name.
+// This file has the views that their own command codes name.
 #pragma once
 
 #include "frame/exchange.h"
@@ -7,7 +7,7 @@
 namespace frame
 {
 
-// A view's command, and the bound of its database in KiB.
+// A View is a view's command, with the bound of its database in KiB.
 struct View {
     uint16_t command;
     uint16_t kibibytes;
@@ -19,7 +19,7 @@ struct View {
     uint32_t bound() const { return kibibytes * 1024u; }
 };
 
-// Of the PON channel, of a port or an ONU.
+// Asks for a view of the PON channel about a port or an ONU.
 FRAME_SHARED uint32_t get_view(uint32_t pon_port, uint32_t onu_id, View view, db_handle **db_out, Route route)
 {
     const uint32_t command = view.command;
@@ -27,20 +27,20 @@ FRAME_SHARED uint32_t get_view(uint32_t pon_port, uint32_t onu_id, View view, db
     return get_database(*request, whole<bsp_pon_msg>, command, view.bound(), db_out, route);
 }
 
-// Of a channel of its own, of the whole OLT.
+// Asks for a view of the whole OLT on a channel of its own.
 FRAME_SHARED uint32_t get_view_of_all(uint32_t command, db_handle **db_out, Route route)
 {
     Request<bsp_pon_msg_ext> request{command};
     return get_database(*request, whole<bsp_pon_msg_ext>, command, small_view, db_out, route);
 }
 
-// A view that goes through the general query, of the whole OLT: nothing but its command is asked.
+// Asks for a view of the whole OLT through the general query. The request holds nothing but the command.
 FRAME_SHARED uint32_t get_stored_view(uint32_t command, db_handle **db_out)
 {
     return bsp_pon_config_by_db(db_out, &*Request<bsp_pon_msg>{command});
 }
 
-// The same of what the caller's record says.
+// As above, for the port or ONU that the caller's record names.
 FRAME_SHARED uint32_t get_stored_view(uint32_t command, db_handle **db_out, bsp_pon_msg *record)
 {
     record->cmd = command;

@@ -1,4 +1,4 @@
-// Any command of the PON channel, without an operation of its own.
+// These operations send any command of the PON channel, also one without an operation of its own.
 #include "frame/exchange.h"
 #include "frame/request.h"
 

@@ -1,4 +1,5 @@
-// Views that the service keeps, as result databases. Who asks by function goes through one of the generic queries.
+// These operations return the views that the service keeps, as result databases. A view that has a function of its own
+// goes through one of the generic queries.
 #include "frame/onu.h"
 #include "frame/send.h"
 #include "frame/view.h"
@@ -90,7 +91,7 @@ uint32_t bsp_pon_onu_get_cfg_info(db_handle **db_out, uint32_t pon_port, uint32_
     const bool answered =
         frame::get_text_database(*request, frame::unoffered<bsp_onu_msg>, offsetof(bsp_pon_msg_ext, ext_payload),
                                  db_out, result, on(BSP_MSG_ONU_CFG));
-    return answered ? BSP_OK : result; // whatever the service's status word says
+    return answered ? BSP_OK : result; // whatever the service's status word is
 }
 
 uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uint32_t onu_id)
@@ -100,7 +101,7 @@ uint32_t bsp_pon_onu_get_portcfg_info(db_handle **db_out, uint32_t pon_port, uin
 
 uint32_t bsp_pononu_ctc_config_snmp_get(db_handle **, const bsp_onu_msg *record)
 {
-    db_handle *dropped; // callers rely on the status alone
+    db_handle *dropped; // callers use the status alone
     return frame::get_database(*record, frame::whole<bsp_onu_msg>, record->onu_cmd, frame::small_view, &dropped,
                                on(BSP_MSG_ONU_SNMP));
 }

@@ -1,4 +1,5 @@
-// Detection of forwarding loops behind the PON ports, and recovery of the ports that it shut down.
+// These operations set the detection of forwarding loops behind the PON ports and the recovery of the ports that it
+// shut down.
 #include "frame/view.h"
 
 using frame::on;

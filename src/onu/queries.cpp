@@ -1,4 +1,5 @@
-// What an ONU is asked over its OAM link, and what the OLT has of its configuration, as blocks and tables.
+// These operations query an ONU over its OAM link, and read what the OLT has of its configuration, as blocks and
+// tables.
 #include "board/util.h"
 #include "frame/onu.h"
 
@@ -8,7 +9,7 @@ using frame::on;
 namespace
 {
 
-constexpr uint32_t whole_data = 8058; // more than an answer holds
+constexpr uint32_t whole_data = 8058; // more bytes than an answer holds
 
 } // namespace
 
@@ -97,7 +98,7 @@ uint32_t bsp_pon_onu_ctc_get_linkstate(uint32_t pon_port, uint32_t onu_id, db_ha
     if (response.receive(&*request, sizeof *request, frame::whole<bsp_onu_msg>, result,
                          on(BSP_MSG_ONU_CFG).by_datagram())) {
         const char *text = response.text(sizeof *request, frame::onu_data_offset);
-        userlog_err(__func__, __LINE__, "filename=%s", text); // at this level on purpose
+        userlog_err(__func__, __LINE__, "filename=%s", text); // logged as an error on purpose
         *out = db_from_string(text);
     }
     return result;

@@ -1,5 +1,5 @@
-// What an ONU is asked, or told, over its OAM link by a command code and a block: three general requests, and those
-// with a fixed code that go through them.
+// These operations query or configure an ONU over its OAM link by a command code and a block. Three of them are general
+// requests. The others have a fixed code and go through the general ones.
 #include "frame/onu.h"
 
 using frame::on;
@@ -23,7 +23,8 @@ uint32_t bsp_pon_onu_ctc_port_get(uint32_t pon_port, uint32_t onu_id, uint16_t u
     uint32_t result;
     if (response.receive(&*request, sizeof *request, frame::whole<bsp_onu_msg>, result,
                          on(BSP_MSG_ONU_INFO, frame::ErrorPolicy::pass)))
-        response.copy(sizeof *request, frame::onu_data_offset, out, *out_len); // the length counts from here on
+        response.copy(sizeof *request, frame::onu_data_offset, out, *out_len); // `out_len` is read only after the
+                                                                               // exchange
     return result;
 }
 
@@ -82,7 +83,7 @@ uint32_t bsp_pon_onu_ctc_upgrade_commit(uint32_t pon_port, uint32_t onu_id)
     return bsp_pon_onu_ctc_set_info(pon_port, onu_id, BSP_CMD_ONU_IMAGE_COMMIT, nullptr, 0);
 }
 
-// The UNI port reaches no record, on purpose: the request is that of the CATV port.
+// The UNI port is not written to the record, on purpose: the request is that of the CATV port.
 uint32_t bsp_pon_onu_ctc_set_perf_monitor_status(uint32_t pon_port, uint32_t onu_id, uint16_t, uint8_t enable)
 {
     return bsp_pon_onu_ctc_set_info(pon_port, onu_id, BSP_CMD_ONU_PERF_MONITOR_SET, &enable, sizeof enable);

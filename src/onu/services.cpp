@@ -1,4 +1,5 @@
-// Views of what an ONU does for its users, as result databases; FEC, and the ONU's time.
+// These operations return views of what an ONU does for its users, as result databases. They also read FEC and the
+// ONU's time.
 #include "frame/onu.h"
 #include "frame/view.h"
 
@@ -41,7 +42,7 @@ uint32_t bsp_pon_onu_get_fec_mode(uint32_t pon_port, uint32_t onu_id, uint32_t *
                                     frame::silently_on(BSP_MSG_ONU_CFG));
 }
 
-// Behind the mode, so that a caller can keep both side by side.
+// The ability is stored in the word behind the mode, so that a caller can keep both side by side.
 uint32_t bsp_pon_onuc_get_fec_ability(uint32_t pon_port, uint32_t onu_id, uint32_t *out)
 {
     return frame::ask_onu_unchecked(pon_port, onu_id, 0, out + 1, {BSP_CMD_ONU_FEC_ABILITY_GET, sizeof *out},

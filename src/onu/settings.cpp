@@ -1,4 +1,4 @@
-// What an ONU, or the service's OAM, is told by a record, a block or a word.
+// These operations configure an ONU, or the OAM of the service, by a record, a block or a word.
 #include "frame/onu.h"
 
 using frame::ErrorPolicy;
@@ -27,7 +27,7 @@ uint32_t bsp_pon_onu_ctc_config(const bsp_onu_msg *msg)
 
 uint32_t bsp_pon_onu_alarm_more_test(const bsp_onu_msg *msg)
 {
-    uint32_t ignored = BSP_OK; // what the service says of a test is not the result
+    uint32_t ignored = BSP_OK; // the service's status word is not the result of a test
     return static_cast<uint32_t>(ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_ONU_INFO, msg, sizeof *msg, &ignored));
 }
 

@@ -1,4 +1,4 @@
-// The OLT's forwarding database (FDB) and its MAC tables.
+// These operations manage the OLT's forwarding database (FDB) and its MAC tables.
 #include "frame/platform.h"
 
 using frame::on;

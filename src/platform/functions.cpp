@@ -1,4 +1,4 @@
-// Any command of the platform channel, and PON settings, in records that the caller built.
+// These operations send any command of the platform channel, and PON settings, in records that the caller built.
 #include "frame/exchange.h"
 
 using frame::on;
@@ -6,7 +6,7 @@ using frame::on;
 namespace
 {
 
-// The result is named by the command code that stands in the answer.
+// The command code that stands in the answer names the result.
 FRAME_SHARED uint32_t get_in_place_database(void *record, uint32_t length, const uint32_t &key, db_handle **db_out,
                                             frame::Route route)
 {

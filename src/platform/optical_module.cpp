@@ -1,4 +1,4 @@
-// The behaviour of a logical link, and control of a PON port's optical module.
+// These operations set the behaviour of a logical link and control the optical module of a PON port.
 #include "frame/platform.h"
 
 using frame::set_platform;

@@ -1,4 +1,4 @@
-// Diagnostics of the OLT's optics.
+// These operations read the diagnostics of the OLT's optics.
 #include "frame/platform.h"
 
 using frame::on;

@@ -1,4 +1,4 @@
-// P2P forwarding between ONUs.
+// These operations control P2P forwarding between ONUs.
 #include "frame/platform.h"
 
 using frame::on;
@@ -12,7 +12,7 @@ namespace
 constexpr uint32_t config_size = 10;
 constexpr uint32_t entry_size = 12;
 
-// Both forms of a forwarding entry; the one that matches everything has no `arg108`.
+// Sets a forwarding entry of either form. The entry that matches everything has no `arg108`.
 FRAME_SHARED uint32_t set_entry(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry,
                                 Route route = on(BSP_MSG_PLAT))
 {

@@ -1,4 +1,5 @@
-// Service level agreements. Unlike most, these pass the IPC library's own value on when an exchange fails.
+// These operations manage service level agreements. Unlike most operations, they return the IPC library's own value
+// when an exchange fails.
 #include "frame/platform.h"
 #include "frame/send.h"
 
@@ -19,7 +20,7 @@ FRAME_SHARED uint32_t view(uint32_t command, uint32_t pon_port, db_handle **db_o
     return bsp_pon_platform_by_db(db_out, &*request);
 }
 
-// No byte of the answer is offered, and it is read all the same.
+// The request offers no byte for the answer, and the answer is read all the same.
 FRAME_SHARED uint32_t get(uint32_t pon_port, uint32_t onu_id, void *out, frame::Command command, Route route)
 {
     if (!out) return BSP_ERR_PARAM;

@@ -1,4 +1,4 @@
-// Which firmware goes to which kind of ONU, and upgrade runs.
+// These operations say which firmware goes to which kind of ONU, and control upgrade runs.
 #include "frame/view.h"
 
 using frame::on;

@@ -1,4 +1,5 @@
-"""What the tests of the library's binary interface share: the header read as text, the library built and looked at.
+"""This module has what the tests of the library's binary interface share: they read the header as text, and build and
+examine the library.
 
 abi.py TARGET OPTIMISATION FOLDER    builds the library's objects and the library into the folder
 """
@@ -14,12 +15,13 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 HEADER = ROOT / "include" / "bsp_pon.h"
 MAP = ROOT / "catalog" / "generated" / "libbsp_pon.map"
 
-# All that a board's build system has to know, as the README says it, and how to keep the C++ runtime out of the link.
+# This command is all that a board's build system has to know, as the README states it. The flags behind it keep the C++
+# runtime out of the link.
 BUILD = ("{prefix}g++ -std=c++20 -shared -fPIC -fno-exceptions -fno-rtti -fvisibility=hidden "
          "-Iinclude -Iboard/include -Isrc $(find src -name '*.cpp')")
 WITHOUT_RUNTIME = "-nodefaultlibs -lc"
 
-# Prefixes of the tool chains for the host and for the board.
+# These are the prefixes of the tool chains for the host and for the board.
 TARGETS = {"host": "", "mips": "mips-linux-gnu-"}
 OPTIMISATIONS = ("-O0", "-O2", "-Os")
 LIBRARY = "libbsp_pon.so"
@@ -30,7 +32,7 @@ def available(target):
 
 
 def run(command):
-    """The output of a command that must succeed without a word on standard error."""
+    """Returns the output of a command that must succeed and write nothing on standard error."""
     done = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
     if done.returncode or done.stderr:
         raise AssertionError(f"{shlex.join(map(str, command))} failed:\n{done.stdout}{done.stderr}")
@@ -38,8 +40,9 @@ def run(command):
 
 
 def build(target, optimisation, folder):
-    """The library's object files, by the flags of its build, and the library of them. Without optimisation the library
-    is built by the command of the README, word for word."""
+    """Builds the library's object files with the flags of its build, and the library from them. Without optimisation
+    the library is built by exactly the command of the README.
+    """
     command = BUILD.format(prefix=TARGETS[target])
     flags = command.split(" $(")[0]
     library = folder / LIBRARY
@@ -54,13 +57,13 @@ def build(target, optimisation, folder):
 
 
 def dynamic_symbols(target, library, which):
-    """{name: type letter}; `which` is --defined-only or --undefined-only."""
+    """Returns {name: type letter}. `which` is --defined-only or --undefined-only."""
     rows = run([TARGETS[target] + "nm", "-D", which, library]).split("\n")
     return {row.split()[-1].split("@")[0]: row.split()[-2] for row in rows if row}
 
 
 def sections(target, files):
-    """{file: {name: size}} of object files."""
+    """Returns {file: {name: size}} for object files."""
     found = {}
     for row in run([TARGETS[target] + "size", "-A", *files]).split("\n"):
         if row.endswith(" :"):
@@ -84,7 +87,7 @@ def header_text():
 
 
 def prototypes():
-    """{name: 'result(argument types)'} of the header's functions."""
+    """Returns {name: 'result(argument types)'} for the header's functions."""
     found = {}
     for result, name, arguments in re.findall(r"^BSP_PON_API (.+?)(\w+)\(([^)]*)\);", header_text(), re.MULTILINE):
         types = [" ".join(re.sub(r"\w+$", "", argument.strip()).split()) if argument.strip() != "void" else "void"
@@ -94,7 +97,7 @@ def prototypes():
 
 
 def structs():
-    """{name: [member, ...]} of the header's records."""
+    """Returns {name: [member, ...]} for the header's records."""
     found = {}
     for name, body in re.findall(r"^struct (\w+) \{(.*?)^\};", header_text(), re.MULTILINE | re.DOTALL):
         found[name] = re.findall(r"(\w+)(?:\[\d+\])?;", body)
@@ -102,7 +105,7 @@ def structs():
 
 
 def constants():
-    """{name: value as written} of the header's constants."""
+    """Returns {name: value as written} for the header's constants."""
     return dict(re.findall(r"^#define (BSP_\w+) (\d+u)", header_text(), re.MULTILINE))
 
 

@@ -20,7 +20,7 @@ HEAD = """\
 
 
 def layouts():
-    """Rows of each record's size, and of each member's offset and size, as the compiler lays them out."""
+    """Returns rows with each record's size, and with each member's offset and size, as the compiler lays them out."""
     lines = ['#include "bsp_pon.h"', "#include <stddef.h>", "#include <stdio.h>", "int main(void)", "{"]
     for name, members in sorted(abi.structs().items()):
         lines.append(f'    printf("record {name} %zu\\n", sizeof(struct {name}));')

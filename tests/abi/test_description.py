@@ -1,4 +1,4 @@
-"""The library's binary interface is the committed one."""
+"""These tests check that the library's binary interface is the committed one."""
 
 import unittest
 

@@ -1,4 +1,6 @@
-"""The public header stands alone, for C99 and for C++, in any order with the board's headers."""
+"""These tests check that the public header can be included alone, in C99 and C++, and in any order with the board's
+headers.
+"""
 
 import itertools
 import pathlib

@@ -1,6 +1,7 @@
-"""The library as it is built for a desk: it can be loaded alone, by a program that knows nothing of the board.
+"""These tests check the library as it is built for a Linux host: a program that knows nothing of the board can load it
+alone.
 
-LIBBSP_PON names it.
+LIBBSP_PON names the library.
 """
 
 import ctypes

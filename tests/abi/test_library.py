@@ -1,7 +1,8 @@
-"""The library as a board's build system makes it: what it exports, what it needs, what it keeps.
+"""These tests check the library as a board's build system makes it: what it exports, what it needs, and that it has no
+state.
 
-BOARD_LIBRARIES is the folder in which the build has put, in a folder for each target and optimisation, the library and its objects.
-LIBBSP_PON names one more library to look at, built for the host.
+BOARD_LIBRARIES is the folder in which the build has put the library and its objects, in a folder for each target and
+optimisation. LIBBSP_PON names one more library to check, built for the host.
 """
 
 import os
@@ -14,9 +15,10 @@ BOARD_FUNCTIONS = {
     "ipc_set_exec", "ipc_get_exec", "ipc_dgram_set_exec", "ipc_dgram_get_exec", "db_from_shmem", "db_from_string",
     "db_create_fromfile", "userlog_err", "userlog_debug", "pmalloc", "pfree", "get_from_file", "delete_file"}
 C_FUNCTIONS = {"memset", "memcpy", "strcpy", "sprintf"}
-# What the compiler's own start-up objects ask for, weakly.
+# The compiler's own start-up objects refer to these symbols weakly.
 START_UP = {"__cxa_finalize", "__gmon_start__", "_ITM_deregisterTMCloneTable", "_ITM_registerTMCloneTable"}
-# Writable contents, and code that runs on loading. Constants that need relocation are read-only when they are used.
+# These sections have writable contents, or code that runs when the library is loaded. Constants that need relocation
+# are read-only when they are used.
 STATE = (".data", ".bss", ".sdata", ".sbss", ".tdata", ".tbss", ".init", ".fini", ".ctors", ".dtors", ".preinit")
 READ_ONLY = (".data.rel.ro",)
 

@@ -1,4 +1,4 @@
-"""The library's sources take no more of the board's headers than what every board's have."""
+"""These tests check that the library's sources use of the board's headers only what every board's headers have."""
 
 import pathlib
 import tempfile
@@ -6,7 +6,7 @@ import unittest
 
 import abi
 
-# All that the library uses of the IPC library: with any header that has these, it compiles.
+# This is all that the library uses of the IPC library. It compiles with any header that has these.
 PROTOTYPES = """
 #include <stdint.h>
 extern "C" {

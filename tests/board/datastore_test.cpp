@@ -1,4 +1,4 @@
-// Reading result databases.
+// These tests read result databases.
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -182,7 +182,7 @@ TEST(Datastore, reading_leaves_the_document_as_it_came)
     EXPECT_STREQ(db_text(db.get(), nullptr), document);
 }
 
-// A row with a value that makes the document so many levels deep.
+// Returns a row with a value that makes the document so many levels deep.
 std::string document_of(size_t levels)
 {
     return "{\"deep\":" + std::string(levels - 1, '[') + std::string(levels - 1, ']') + "}";

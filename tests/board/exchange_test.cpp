@@ -1,4 +1,4 @@
-// Set and get calls over both kinds of socket, when everything is in order.
+// These tests make set and get calls over both kinds of socket, with a service that works correctly.
 #include <array>
 #include <atomic>
 #include <cstring>

@@ -1,4 +1,5 @@
-// Exchanges that fail: each kind has its value and its text, and the caller's outputs stay as they were.
+// These tests make exchanges that fail. Each kind of failure has its value and its text, and the caller's outputs do
+// not change.
 #include <atomic>
 #include <cstring>
 #include <set>
@@ -29,7 +30,7 @@ void PrintTo(const Calls &calls, std::ostream *out)
 class Failure : public testing::TestWithParam<Calls>
 {
 protected:
-    // The value of a get call, which must leave its outputs alone when it fails.
+    // Returns the value of a get call. The call must leave its outputs alone when it fails.
     int32_t get() const
     {
         char response[4] = {'#', '#', '#', '#'};

@@ -1,4 +1,4 @@
-// Services whose answers are not what they should be: the client believes none, and comes to no harm.
+// The services of these tests send wrong answers. The client accepts none of them, and suffers no harm.
 #include <cstring>
 
 #include <fcntl.h>
@@ -20,7 +20,8 @@ constexpr uint32_t key = 352;
 constexpr off_t memory_header = 64;
 constexpr int all_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL | F_SEAL_WRITE;
 
-// Memory as a service in order passes it, with the bytes `{}` as a result of generation 1, but for size and seals.
+// Returns memory as a correct service passes it, with the bytes `{}` as a result of generation 1. Only its size and its
+// seals may be wrong.
 board::Descriptor memory_for_a_result(off_t size, int seals)
 {
     board::Descriptor memory(memfd_create("hostile", MFD_CLOEXEC | MFD_ALLOW_SEALING));
@@ -34,7 +35,7 @@ board::Descriptor memory_for_a_result(off_t size, int seals)
     return memory;
 }
 
-// A result at this place of memory that the next packet passes.
+// Returns a result at this offset of memory that the next packet passes.
 board::Result result_at(uint32_t offset, uint32_t length, uint32_t generation = 1)
 {
     return {board::Result::shared, 1, key, offset, length, generation};
@@ -63,7 +64,7 @@ class HostileService : public testing::TestWithParam<Kind>
 protected:
     ~HostileService() { unlink(socket_path(GetParam().kind).c_str()); }
 
-    // What a call makes of an answer.
+    // Returns the value of a call that receives such answers.
     int32_t value_of(const RawService::Answers &answers) const
     {
         RawService service(GetParam().kind, answers);
@@ -77,7 +78,7 @@ protected:
             return Packets{{std::string(reinterpret_cast<const char *>(&answer), sizeof answer.header + 3)}};
         });
     }
-    // What a call makes of an answer with a result, and of the packets behind it.
+    // Returns the value of a call that receives an answer with a result, and the packets behind it.
     int32_t value_of_result(const board::Result &result, const Packets &behind) const
     {
         return value_of([&](const board::RequestFrame &request) {

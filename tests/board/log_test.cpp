@@ -1,4 +1,4 @@
-// Log lines. Each test logs in a child, because BOARD_LOG is read once a process.
+// These tests check log lines. Each test logs in a child process, because BOARD_LOG is read once for each process.
 #include <cerrno>
 #include <cstdlib>
 
@@ -10,7 +10,7 @@
 namespace
 {
 
-// What `body` logs with BOARD_LOG set so.
+// Returns what `body` logs when BOARD_LOG has this value.
 std::string logged(const char *setting, const std::function<void()> &body)
 {
     return log_of([&] {

@@ -1,4 +1,4 @@
-// Services that send their answers late, twice, or not at all, on purpose.
+// The services of these tests send their answers late, twice, or not at all, on purpose.
 #include <atomic>
 
 #include <gtest/gtest.h>
@@ -34,13 +34,13 @@ std::string request_of(const Kind &kind, const std::string &token)
     return {reinterpret_cast<const char *>(&frame), frame.size()};
 }
 
-// What the answer in a packet says; "" when the packet is none.
+// Returns the token of the answer in a packet, or "" when the packet is no answer.
 std::string token_of(const std::string &packet)
 {
     return packet.size() < sizeof(board::AnswerHeader) ? "" : packet.substr(sizeof(board::AnswerHeader));
 }
 
-// Its answers repeat the request's token, and it treats them as the token says.
+// The service's answers repeat the request's token, and the service treats an answer as its token says.
 class Misbehaviour : public testing::TestWithParam<Kind>
 {
 protected:

@@ -1,4 +1,4 @@
-// A service that is killed in the middle of its clients' calls, and started again; clients that fork.
+// In these tests a service is killed in the middle of its clients' calls and started again, and clients fork.
 #include <algorithm>
 #include <atomic>
 #include <csignal>
@@ -16,8 +16,8 @@ namespace
 
 const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "2000"}, {"BOARD_IPC_SPIN_US", "20"}});
 
-// A service of the test module in a process of its own. The process is made by the constructor, while the test has no
-// other threads, and serves when it is told to.
+// A ServiceProcess is a service of the test module in a process of its own. The constructor makes the process, because
+// the test has no other threads then. The process serves when it receives the order.
 class ServiceProcess
 {
 public:

@@ -1,4 +1,4 @@
-// Result databases on their way from a service to its caller.
+// These tests check how result databases travel from a service to its caller.
 #include <cstring>
 #include <thread>
 
@@ -17,7 +17,7 @@ constexpr uint32_t bound = BOARD_RESULT_MAX;
 
 using Set = int32_t (*)(uint32_t, uint32_t, const void *, uint32_t, uint32_t *);
 
-// Leaves as many bytes of JSON as the request's word says, under `key`; 0: none.
+// Leaves as many bytes of JSON under `key` as the request's word says. With 0 it leaves no result.
 void leave_result(const board_request &request, board_answer &answer)
 {
     uint32_t size;
@@ -37,7 +37,7 @@ protected:
         return GetParam()(test_module, test_channel, &size, sizeof size, &status);
     }
 
-    // The length of the result that came, after releasing it; -1 when none did.
+    // Takes the result and releases it. Returns its length, or -1 when no result came.
     static int64_t taken(uint32_t under, uint32_t at_most)
     {
         db_handle *db = db_from_shmem(under, at_most);
@@ -131,7 +131,7 @@ TEST_P(ResultDatabase, leaves_nothing_behind_in_ten_thousand_queries)
         ASSERT_EQ(ask_for(2 + query % 100), IPC_OK);
         ASSERT_EQ(taken(key, bound), 2 + query % 100);
     }
-    // Client and service are this one process, and the service may still be closing what it has passed.
+    // Client and service are this one process, and the service may not have closed yet what it has passed.
     EXPECT_TRUE(eventually([&] { return open_descriptors() <= descriptors; }));
     EXPECT_EQ(shared_mappings(), mapped);
 }

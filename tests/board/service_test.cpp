@@ -1,4 +1,4 @@
-// A service's life: its place in the folder of sockets, and how it ends.
+// These tests check a service's life: its sockets in their folder, and how it ends.
 #include <atomic>
 #include <cstdlib>
 
@@ -87,7 +87,7 @@ TEST(Service, takes_the_place_of_a_dead_one)
 {
     const int exit_status = in_child([] {
         board_service *service = start(test_module, board_ipc_directory());
-        // Dies without a word, and leaves its sockets and its lock.
+        // The child ends suddenly, and leaves its sockets and its lock.
         return service && exists(socket_path("seq")) ? 0 : 1;
     });
     EXPECT_EQ(exit_status, 0);

@@ -1,4 +1,5 @@
-// What the environment says about the IPC. Each test asks in a child, because it is read once a process.
+// These tests check the settings of the environment. Each test reads them in a child process, because they are read
+// once for each process.
 #include <cstdlib>
 #include <thread>
 
@@ -12,7 +13,7 @@ namespace
 {
 
 struct Variable {
-    const char *name, *value; // null: unset
+    const char *name, *value; // a null value means that the variable is not set
 };
 
 void set_environment(std::initializer_list<Variable> variables)
@@ -40,7 +41,7 @@ testing::AssertionResult folder_is(const std::string &expected, uid_t user,
 
 constexpr uid_t nobody = 65534;
 
-// Without root's rights there is no other user to be.
+// Without root's rights no other user is possible.
 uid_t some_user()
 {
     return geteuid() ? geteuid() : nobody;

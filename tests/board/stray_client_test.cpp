@@ -1,4 +1,5 @@
-// Clients that speak no frames, or not this service's: refused and logged, while the others are served on.
+// The clients of these tests send packets that are no frames, or are not for this service. They are refused and logged,
+// and the other clients are still served.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -181,7 +182,7 @@ TEST(StrayClientOfAConnection, that_never_reads_its_answers_holds_up_nobody)
     board::RequestFrame request = good_request(BOARD_CALL_GET);
     request.header.length = IPC_MAX_LENGTH;
     const std::string log = log_of([&] {
-        // The service gives it up when the kernel takes no more for it.
+        // The service gives up this client when the kernel takes no more bytes for it.
         EXPECT_TRUE(eventually([&] { return !greedy.send(&request, request.size(), false) && errno != EAGAIN; }));
         uint32_t status;
         EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);

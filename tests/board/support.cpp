@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 namespace
 {
 
-// The test program's environment is made before any other object is.
+// The test program's environment is made before any other object.
 std::string &test_directory()
 {
     static std::string name;
@@ -30,7 +30,7 @@ std::string &test_directory()
 
 pid_t owner;
 
-// No test waits longer, whatever goes wrong.
+// No test waits longer than this, whatever goes wrong.
 constexpr std::chrono::seconds patience{30};
 
 sockaddr_un address_of(const char *kind)
@@ -138,7 +138,7 @@ std::string RawClient::next_packet()
     const int source = answers ? answers.get() : socket.get();
     std::string packet(sizeof(board::AnswerFrame), '\0');
     ssize_t got = recv(source, packet.data(), packet.size(), 0);
-    // A reset says that the service left something unread. What it said itself comes after.
+    // A reset means that the service left something unread. What the service itself sent can be read after it.
     if (got < 0 && errno == ECONNRESET) got = recv(source, packet.data(), packet.size(), 0);
     packet.resize(got < 0 ? 0 : static_cast<size_t>(got));
     return packet;
@@ -174,7 +174,7 @@ void RawService::serve(int socket)
 {
     board::RequestFrame request;
     do {
-        // The listener hangs up when the service is to end.
+        // The listener hangs up when the service must end.
         pollfd ready[] = {{socket, POLLIN, 0}, {listener.get(), 0, 0}};
         if (poll(ready, 2, -1) < 0 || ready[1].revents) return;
         iovec part{&request, sizeof request};

@@ -1,4 +1,4 @@
-// What the host edition's tests share.
+// This file has what the tests of the host edition share.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@
 #include "descriptor.h"
 #include "frame.h"
 
-// The module and the channel that the tests use, where it does not matter which.
+// The tests use this module and this channel where any would do.
 constexpr uint32_t test_module = 6;
 constexpr uint32_t test_channel = 232;
 
-// Sets the environment of the whole test program, before anything has read it. One a program, at namespace scope.
-// BOARD_IPC_DIR is a new folder for each run, removed at its end.
+// A TestEnvironment sets the environment of the whole test program, before anything has read it. A program has one, at
+// namespace scope. BOARD_IPC_DIR is a new folder for each run, which is removed at its end.
 class TestEnvironment
 {
 public:
@@ -33,7 +33,7 @@ public:
 using Handler = std::function<void(const board_request &, board_answer &)>;
 using Authorize = std::function<const char *(const board_request &)>;
 
-// A service of the test module, in this process, until the end of the scope.
+// A TestService is a service of the test module in this process. It ends with its scope.
 class TestService
 {
 public:
@@ -50,41 +50,42 @@ private:
     board_service *service;
 };
 
-// Answers with the request's bytes and a status of `status`.
+// Returns a handler that answers with the request's bytes and the status `status`.
 Handler echo(uint32_t status = 0);
 
-// The path of one of the test module's sockets, `kind` being "seq" or "dgram".
+// Returns the path of one of the test module's sockets; `kind` is "seq" or "dgram".
 std::string socket_path(const char *kind);
 
-// A client of the test module's service that need not speak frames. Waiting ends in time.
+// A RawClient is a client of the test module's service that may send packets that are no frames. Its waiting is
+// bounded.
 class RawClient
 {
 public:
     explicit RawClient(const char *kind);
 
-    // False, and an error number, when the packet was not taken whole.
+    // Returns false, with an error number, when the whole packet was not taken.
     bool send(const void *packet, size_t size, bool wait = true);
     bool send(const std::string &packet) { return send(packet.data(), packet.size()); }
-    // What the service says: its next packet, empty when it hung up.
+    // Returns the service's next packet. It is empty when the service hung up.
     std::string next_packet();
 
     board::Descriptor socket;
 
 private:
-    board::Descriptor answers, answers_of_service; // of datagrams
+    board::Descriptor answers, answers_of_service; // for datagrams
 };
 
-// A service that answers each request with packets of the test's making.
+// A RawService answers each request with packets that the test makes.
 class RawService
 {
 public:
     struct Packet {
         std::string bytes;
-        int descriptor = -1; // passed along
+        int descriptor = -1; // is passed along
     };
     using Answers = std::function<std::vector<Packet>(const board::RequestFrame &)>;
 
-    // Having sent the packets of one request, it hangs up if asked to.
+    // When `hang_up` is true, it hangs up after it has sent the packets of one request.
     RawService(const char *kind, Answers answers, bool hang_up = false);
     ~RawService();
     RawService(const RawService &) = delete;
@@ -99,19 +100,19 @@ private:
     std::thread thread;
 };
 
-// The bytes of an answer to `request`, as a service in order sends it.
+// Returns the bytes of an answer to `request`, as a correct service sends them.
 board::AnswerFrame answer_to(const board::RequestFrame &request);
 std::string bytes_of(const board::AnswerFrame &frame);
 
-// Runs `body` in a forked child and returns its result as an exit status, or 128 + the signal that ended it.
+// Runs `body` in a forked child. Returns its result as an exit status, or 128 + the signal that ended it.
 int in_child(const std::function<int()> &body);
 
-// What this process has open, and the memory for results that it has mapped.
+// These return how many descriptors this process has open, and how many memories for results it has mapped.
 size_t open_descriptors();
 size_t shared_mappings();
 
-// What standard error receives while `body` runs.
+// Returns what standard error receives while `body` runs.
 std::string log_of(const std::function<void()> &body);
 
-// Waits, for half a minute at most, until `condition` holds.
+// Waits until `condition` is true, for half a minute at most.
 bool eventually(const std::function<bool()> &condition);

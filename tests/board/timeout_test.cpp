@@ -1,4 +1,4 @@
-// Services that let their clients wait.
+// The services of these tests let their clients wait.
 #include <condition_variable>
 #include <csignal>
 #include <mutex>
@@ -16,7 +16,7 @@ namespace
 
 const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "200"}});
 
-// Keeps handlers waiting while it is closed.
+// A Gate keeps handlers waiting while it is closed.
 class Gate
 {
 public:
@@ -41,7 +41,7 @@ private:
 class Timeout : public testing::TestWithParam<decltype(&ipc_get_exec)>
 {
 protected:
-    // The answer's token; "" when the exchange failed.
+    // Returns the answer's token, or "" when the exchange failed.
     std::string echoed(const std::string &token)
     {
         std::string response(token.size(), '#');
@@ -135,7 +135,7 @@ TEST(TimeoutOfAConnection, ends_a_call_to_a_service_that_accepts_nobody)
     ASSERT_EQ(bind(listener.get(), reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
     ASSERT_EQ(listen(listener.get(), 0), 0);
     uint32_t status;
-    // The first fills the queue of connections; the second finds it full.
+    // The first call fills the queue of connections. The second call finds it full.
     EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_ERR_TIMEOUT);
     EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_ERR_TIMEOUT);
     unlink(address.sun_path);

@@ -1,4 +1,4 @@
-// What clients record by BOARD_IPC_TRACE, what services record, and reading it back.
+// These tests check what clients record because of BOARD_IPC_TRACE, what services record, and how it is read back.
 #include <bit>
 #include <cstdlib>
 #include <filesystem>
@@ -27,7 +27,7 @@ const std::string &trace_name()
 
 const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}, {"BOARD_IPC_TRACE", trace_name().c_str()}});
 
-// The file of all tests.
+// All tests use this file, which is removed at the end.
 struct RemoveTrace : testing::Environment {
     void TearDown() override { unlink(trace_name().c_str()); }
 };
@@ -41,7 +41,7 @@ using Trace = std::unique_ptr<board_trace, Close>;
 class Tracing : public testing::Test
 {
 protected:
-    // Each test reads what itself has caused.
+    // Each test reads only what it has caused.
     void SetUp() override
     {
         if (Trace trace{board_trace_open(trace_name().c_str(), nullptr)}) {
@@ -154,7 +154,7 @@ TEST_F(Tracing, is_for_its_owner_only)
     EXPECT_EQ(found.st_mode & 0777, 0600u);
 }
 
-// All of an exchange but when it was, and the client's thread.
+// An Exchange is everything about an exchange except its time and the client's thread.
 using Exchange = std::tuple<uint32_t, uint32_t, uint32_t, uint32_t, uint32_t, int32_t, uint32_t, std::string,
                             std::string, uint32_t, uint32_t, std::string>;
 
@@ -182,7 +182,7 @@ class Recording : public Tracing
 protected:
     ~Recording() override { unlink(name.c_str()); }
 
-    // Makes some exchange by each kind of call.
+    // Makes an exchange by each kind of call.
     static void make_exchanges()
     {
         const std::string request(4124, 'q');
@@ -194,7 +194,7 @@ protected:
         ipc_dgram_get_exec(test_module, 0, request.data(), 4124, response, &length, &status);
         ipc_dgram_set_exec(test_module, 0, "", 0, &status);
     }
-    // The service recorded what the client did, `count` exchanges.
+    // Checks that the service recorded the same `count` exchanges as the client.
     void expect_same(int count)
     {
         const Trace of_client = news(), of_service{board_trace_open(name.c_str(), nullptr)};

@@ -1,4 +1,4 @@
-// Blocks of memory and result files.
+// These tests check blocks of memory and result files.
 #include <cstring>
 #include <fstream>
 

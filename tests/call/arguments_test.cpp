@@ -1,4 +1,4 @@
-// Arguments of operations: from name=value to what the library is called with.
+// These tests make the arguments that the library is called with from words of the form name=value.
 #include "call/arguments.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// Records read by the catalogue.
+// These tests read records by the catalogue.
 #include "call/codec/decode.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ Bytes pon_record(const std::vector<Assignment> &assignments)
     return bytes;
 }
 
-// The fields that are shown, as NAME=TEXT.
+// Returns the fields that are shown, as NAME=TEXT.
 std::vector<std::string> shown(const Bytes &bytes, catalogue::Call call = set)
 {
     std::vector<std::string> fields;

@@ -1,4 +1,4 @@
-// Calls and outcomes in JSON, both ways.
+// These tests write and read calls and outcomes as JSON.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

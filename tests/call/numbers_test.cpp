@@ -1,4 +1,4 @@
-// Numbers of every width, sign and scale: from words, and to text.
+// These tests read numbers of every width, sign and scale from words, and turn them into text.
 #include "call/codec/numbers.h"
 
 #include <cstring>
@@ -30,7 +30,7 @@ std::vector<uint8_t> bytes_of(Number number)
     return bytes;
 }
 
-// What a field shows after it was set from a word.
+// Returns what a field shows after it was set from a word.
 std::string set_and_shown(const Field &field, const char *word)
 {
     const uint64_t number = parse_number(field.name, word, field);
@@ -100,7 +100,7 @@ TEST(Numbers, OfATraceOfTheOtherByteOrderAreTurnedWhole)
     EXPECT_EQ(at(frames), (Bytes{8, 7, 6, 5, 4, 3, 2, 1}));
 }
 
-// The fields that are shown of a block at offset 124, as NAME=TEXT.
+// Returns the fields that are shown of a block at offset 124, as NAME=TEXT.
 std::vector<std::string> shown(const Bytes &bytes)
 {
     const catalogue::Channel &channel = *catalogue::find_channel("BSP_MSG_PLAT");

@@ -1,4 +1,4 @@
-// Calls against a service, and what may be called.
+// These tests make calls to a service, and check what may be called.
 #include <cstring>
 #include <thread>
 
@@ -45,7 +45,7 @@ protected:
     }
     ~Performed() override { board_ipc_use_directory(nullptr); }
 
-    // Why a call is refused; what it sent counts.
+    // Returns why a call is refused. The class of what it sends decides.
     std::string refusal_of(const Call &asked, Class allowed)
     {
         UpTo permission(allowed);
@@ -184,7 +184,7 @@ TEST_F(Performed, WhereItIsRefusedSendsNothing)
     EXPECT_THAT(service->received(), SizeIs(0));
 }
 
-// The command decides, where the operation passes any command through.
+// The class of the command decides when the operation passes any command through.
 TEST_F(Performed, AsksByTheCommandThatItPassesThrough)
 {
     serve();

@@ -1,11 +1,11 @@
-// What a UsageError says.
+// This file returns the text of a UsageError.
 #pragma once
 
 #include <string>
 
 #include "call/codec/errors.h"
 
-// The text of the UsageError that `action` ends with; "no error" where it ends well.
+// Returns the text of the UsageError that `action` throws, or "no error" when it throws none.
 template <class Action>
 std::string usage_error_of(Action action)
 {

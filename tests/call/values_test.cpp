@@ -1,4 +1,5 @@
-// Single values: what the tool reads from a command line, and what it says of values it cannot read.
+// These tests check single values: what the tool reads from a command line, and what it says of values that it cannot
+// read.
 #include "call/codec/values.h"
 
 #include <cstdio>

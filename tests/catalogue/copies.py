@@ -1,4 +1,5 @@
-"""Runs the generator on copies, held in memory, of what it reads and writes, in which one thing may be broken."""
+"""This module runs the generator on copies in memory of what it reads and writes. A test may break one thing in them.
+"""
 
 import contextlib
 import functools
@@ -15,19 +16,19 @@ sys.path.insert(0, str(PROGRAM.parent))
 
 from generator import program
 
-# Most of the generator's time is that of TOML, and a case breaks one file of fifty.
+# The generator spends most of its time on reading TOML, and each case breaks only one file of fifty.
 PARSED = functools.cache(tomllib.loads)
 
 
 @functools.cache
 def committed():
-    """{path from the root: text} of all that the generator reads, and of what it writes that is committed."""
+    """Returns {path from the root: text} of all that the generator reads, and of the committed files that it writes."""
     paths = [*(ROOT / "catalog").rglob("*.toml"), *(ROOT / name for name in program.COMMITTED)]
     return {str(path.relative_to(ROOT)): path.read_text(encoding="utf-8") for path in sorted(paths)}
 
 
 class Copy:
-    """A checkout in memory, or another folder."""
+    """This is a checkout in memory, or in another folder."""
 
     def __init__(self, files=None):
         self.files = dict(committed() if files is None else files)
@@ -58,19 +59,19 @@ class Copy:
 
 
 def contents(folder):
-    """{path from the folder: text} of all files in it."""
+    """Returns {path from the folder: text} of all files in the folder."""
     paths = sorted(pathlib.Path(folder).rglob("*"))
     return {str(path.relative_to(folder)): path.read_text(encoding="utf-8") for path in paths if path.is_file()}
 
 
 def run(*options):
-    """Exit status, standard output and standard error of the program."""
+    """Returns the exit status, the standard output and the standard error of the program."""
     done = subprocess.run([sys.executable, "-B", PROGRAM, *options], capture_output=True, text=True)
     return done.returncode, done.stdout, done.stderr
 
 
 def generate(copy, check=False, build=None):
-    """Exit status and what was said."""
+    """Returns the exit status and what was printed."""
     said = io.StringIO()
     with unittest.mock.patch("tomllib.loads", PARSED), contextlib.redirect_stdout(said), contextlib.redirect_stderr(said):
         return program.generate(copy, check, build), said.getvalue()

@@ -1,4 +1,4 @@
-"""The header tells users what the catalogue knows of an argument."""
+"""These tests check that the header tells users what the catalogue knows of an argument."""
 
 import re
 import unittest
@@ -9,7 +9,7 @@ from generator.catalogue import Catalogue
 
 
 def described():
-    """{(operation, argument): words} of the doc comments, on one line each."""
+    """Returns {(operation, argument): words} of the doc comments, each on one line."""
     found = {}
     for comment, name in re.findall(r"/\*\*(.*?)\*/\s*BSP_PON_API [^(]*?(\w+)\(", committed()["include/bsp_pon.h"], re.DOTALL):
         text = " ".join(line.strip(" *") for line in comment.splitlines())

@@ -1,4 +1,4 @@
-"""What is committed is what the generator writes."""
+"""These tests check that the committed files are what the generator writes."""
 
 import tempfile
 import unittest

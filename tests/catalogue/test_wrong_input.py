@@ -1,4 +1,5 @@
-"""Wrong input of each kind is refused with file, entry and reason, and nothing is written."""
+"""These tests check that wrong input of each kind is refused with file, entry and reason, and that nothing is written.
+"""
 
 import tempfile
 import unittest
@@ -25,9 +26,10 @@ LAYOUTS = "catalog/layouts/batch.toml"
 UNI_LAYOUTS = "catalog/layouts/onu_uni.toml"
 VIEWS = "catalog/views/onu.toml"
 
-# file, what is replaced, by what, and what must be said: the entry, then the reason.
+# Each case has the file, the text that is replaced, its replacement, and what must be reported: the entry, then the
+# reason.
 BROKEN = {
-    # The file as a whole.
+    # These cases break the file as a whole.
     "not TOML": (CHANNELS, "[[channel]]", "[[channel", "", "not TOML"),
     "unknown kind of entry": (BINDING, "[[operation]]", "[[operatoin]]", "", "unknown entry 'operatoin'"),
     "one table instead of a list": ("catalog/views/new.toml", "", "[view]\nname = 'x'\n", "view",
@@ -35,7 +37,7 @@ BROKEN = {
     "family missing": (BINDING, 'family = "ONU', '# family = "ONU', "", "'family' is missing"),
     "module missing": (CHANNELS, "module = 6", "", "module", "'number' must be a number"),
 
-    # Any entry.
+    # These cases apply to any entry.
     "key missing": (CHANNELS, 'brief  = "loop detection"', "", "channel BSP_MSG_LOOP_DETECT", "'brief' is missing"),
     "brief empty": (CHANNELS, 'brief  = "loop detection"', 'brief  = " "', "channel BSP_MSG_LOOP_DETECT",
                     "'brief' must be"),
@@ -51,7 +53,7 @@ BROKEN = {
     "name a number": (CHANNELS, '"BSP_MSG_LOOP_DETECT"', "5", "channel 5", "must be a C identifier"),
     "entry not a table": (RECORDS, "fields  = [", "fields  = [ 5,", "record bsp_pon_msg: field", "not a table"),
 
-    # Records.
+    # These cases break records.
     "record of a wrong size": (RECORDS, "size    = 944", "size    = 948", "record bsp_pon_msg",
                                "948 bytes is not the size"),
     "record of an unknown name": (RECORDS, '"bsp_onu_msg"', '"bsp_other_msg"', "record bsp_other_msg",
@@ -79,7 +81,7 @@ BROKEN = {
     "word with a size": (RECORDS, 'offset = 4,   type = "u32"', 'offset = 4,   type = "u32:4"', "field pon_port",
                          "'type' must be one of"),
 
-    # Channels, statuses, commands.
+    # These cases break channels, statuses and commands.
     "channel type twice": (CHANNELS, "type   = 244", "type   = 243", "channel BSP_MSG_LOOP_DETECT",
                            "type 243 is taken"),
     "channel twice": (CHANNELS, '"BSP_MSG_LOOP_DETECT"', '"BSP_MSG_PON"', "channel BSP_MSG_PON", "the name is taken"),
@@ -114,7 +116,7 @@ BROKEN = {
     "command on an unknown channel": (BINDING, 'channel = "BSP_MSG_PON"', 'channel = "BSP_MSG"',
                                       "command BSP_CMD_ONU_BIND_AUTO", "names 'BSP_MSG'"),
 
-    # Operations.
+    # These cases break operations.
     "operation twice": (BINDING, '"bsp_ponmsg_cfg_set"', '"bsp_pon_cfg"', "operation bsp_pon_cfg", "the name is taken"),
     "operation of another family": (PASSTHROUGH, '"bsp_pon_exec_set"', '"bsp_pon_cfg"', "operation bsp_pon_cfg",
                                     "taken by an entry of catalog/admission/binding.toml"),
@@ -183,7 +185,7 @@ BROKEN = {
     "arguments not a list": (BINDING, "", "[[operation]]\nname = 'o'\nbrief = 'x'\ncommand = 'BSP_CMD_ONU_BIND'\n"
                              "call = 'set'\nfailure = 'report'\nargs = 3\n", "operation o", "'args' must be a list"),
 
-    # Arguments.
+    # These cases break arguments.
     "argument twice": (BINDING, '"pon_port", type', '"cmd", type', "argument cmd", "the name is taken"),
     "argument of an unknown type": (BINDING, 'type = "mac"', 'type = "MAC"', "argument mac", "'type' must be one of"),
     "argument into an unknown field": (BINDING, 'to = "onu_mac"', 'to = "mac"', "argument mac",
@@ -250,7 +252,7 @@ BROKEN = {
                                'type = "db", from = "shmem", key = "command", bound = 10240, brief = "support',
                                "argument value", "a set call has no answer"),
 
-    # Types and functions.
+    # These cases break types and functions.
     "member of a type without words": (IDS, "words = 4, ", "", "type onu_id_set: member", "'words' is missing"),
     "declaration without a name": (IDS, 'declaration = "uint32_t {}"', 'declaration = "uint32_t"', "argument last_id",
                                    "where the name goes"),
@@ -259,7 +261,7 @@ BROKEN = {
     "function of an operation's name": (BINDING, '"bsp_pon_cfg"', '"ont_id_res_str"', "operation ont_id_res_str",
                                         "taken by an entry of catalog/frame/onu_ids.toml"),
 
-    # Layouts and views.
+    # These cases break layouts and views.
     "layout of half an answer": (LAYOUTS, 'name     = "opt_range"', 'name     = "opt_range"\nanswer   = "no"',
                                  "layout opt_range", "'answer' must be true or false"),
     "layout of an unknown command": (LAYOUTS, '"BSP_CMD_OPT_RANGE_SET"', '"BSP_CMD_OPT"', "layout opt_range",

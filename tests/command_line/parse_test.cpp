@@ -1,4 +1,4 @@
-// Command lines that are read by a tree of commands.
+// These tests read command lines by a tree of commands.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ bool is_digits(const std::string &word)
     return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
 }
 
-// A program with a bit of everything.
+// The program of these tests has every kind of command, argument and option.
 class CommandLine : public testing::Test
 {
 protected:

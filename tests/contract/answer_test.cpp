@@ -1,4 +1,4 @@
-// Where the answers of get calls go.
+// These tests check where the answers of get calls are stored.
 #include "selection.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ ON_OPERATIONS(AnyAnswer,
 class OwnBuffer : public OfOperation
 {
 protected:
-    // Answers full of ones would say that a file has 4 GiB.
+    // Without the failure, an answer full of ones would say that a file has 4 GiB.
     void SetUp() override { rb_fail_pmalloc(1); }
 };
 
@@ -52,7 +52,7 @@ TEST_P(OwnBuffer, OffersNoMoreThanItHas)
     EXPECT_LE(only_exchange().room, operation.response_size);
 }
 
-// Over all of it, also where less is offered.
+// The whole buffer is cleared, also when less of it is offered.
 TEST_P(OwnBuffer, IsClearedWholeBeforeTheAnswer)
 {
     static Bytes buffer;
@@ -94,14 +94,15 @@ TEST_P(OwnBuffer, AnswerLeavesTheRequestAsItWas)
 
 ON_OPERATIONS(OwnBuffer, answered_in(catalogue::Answer::own));
 
-// Answers that go straight to the caller's memory: to the record that was sent, or to a buffer of its own.
+// CallersMemory tests answers that are stored directly in the caller's memory: in the record that was sent, or in a
+// buffer of its own.
 class CallersMemory : public OfOperation
 {
 protected:
     bool in_place = operation.answer == catalogue::Answer::in_place;
     Memory &place = subject.memory(*subject.argument_of(in_place ? ArgumentType::record : ArgumentType::response));
 
-    // What it held when the answer came: in place, the request.
+    // Returns what the memory held when the answer came. An answer in place finds the request there.
     Bytes before() const { return in_place ? sent() : place.as_lent(); }
 };
 
@@ -148,7 +149,7 @@ ON_OPERATIONS(CallersMemory, operations_where([](const Operation &each) {
                   return each.answer == catalogue::Answer::in_place || each.answer == catalogue::Answer::caller;
               }));
 
-// A caller who wants no answer: it goes to memory of the library.
+// A DroppedAnswer is for a caller who wants no answer. The answer is then stored in memory of the library.
 class DroppedAnswer : public OfArgument
 {
 protected:

@@ -1,10 +1,10 @@
-// Blocks of the caller's length that go into a request.
+// These tests check blocks of the caller's length that are sent in a request.
 #include "selection.h"
 
 namespace contract
 {
 
-// Of the length that another argument states.
+// A Block has the length that another argument states.
 class Block : public OfArgument
 {
 protected:
@@ -73,7 +73,7 @@ std::vector<Place> blocks_in_records()
 
 ON_ARGUMENTS(Block, blocks_in_records());
 
-// Of a length that is always the same. Not one byte more is readable.
+// A FixedBlock always has the same length. Not one byte more is readable.
 using FixedBlock = OfArgument;
 
 TEST_P(FixedBlock, IsSentWholeWhateverItHolds)
@@ -89,13 +89,13 @@ TEST_P(FixedBlock, IsSentWholeWhateverItHolds)
 ON_ARGUMENTS(FixedBlock,
              arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size != 0; }));
 
-// A payload of the caller's length: the request is as long as it makes it.
+// PayloadOfLength tests a payload of the caller's length. The request is as long as the payload makes it.
 class PayloadOfLength : public OfOperation
 {
 protected:
     static constexpr uint32_t longest = 4092;
 
-    // Blocks where the operation may write, too.
+    // Sets the payload. A block that the operation may also overwrite lies in writable memory.
     void set(Subject &writer, uint32_t length) const
     {
         const Argument &payload = *writer.argument_of(

@@ -1,4 +1,4 @@
-// That no operation, and no argument of one, escapes the facts that concern it.
+// These tests check that no operation, and no argument of an operation, is left out of the facts that concern it.
 #include <map>
 #include <set>
 
@@ -11,7 +11,7 @@ namespace
 
 using Names = std::set<std::string>;
 
-// What the tests of a suite are named after. Every TEST_P of it must name the same.
+// Returns what the tests of a suite are named after. Every TEST_P of the suite must have the same names.
 Names names_in(const testing::TestSuite &suite)
 {
     std::map<std::string, Names> by_fact;
@@ -25,7 +25,7 @@ Names names_in(const testing::TestSuite &suite)
     return by_fact.begin()->second;
 }
 
-// Empty where no test of the suite exists.
+// Returns an empty set when no test of the suite exists.
 const Names &tested(const std::string &suite)
 {
     static const std::map<std::string, Names> suites = [] {
@@ -67,7 +67,7 @@ std::string suite_of(const Operation &operation, const Argument &argument)
     case ArgumentType::u32_out:
     case ArgumentType::block_out:
     case ArgumentType::block_inout:
-    case ArgumentType::pblock_out: // by what of the answer goes there
+    case ArgumentType::pblock_out: // tested by the part of the answer that is stored there
     case ArgumentType::u32:
     case ArgumentType::u16:
     case ArgumentType::u8:
@@ -76,7 +76,7 @@ std::string suite_of(const Operation &operation, const Argument &argument)
     case ArgumentType::mac:
     case ArgumentType::record:
     case ArgumentType::response:
-        break; // in the request, or by where the record or the answer goes
+        break; // tested in the request, or by where the record or the answer is stored
     }
     return {};
 }
@@ -90,8 +90,8 @@ TEST(Coverage, EveryOperationIsUnderTheFactsOfAll)
         EXPECT_EQ(tested(suite).size(), catalogue::operations().size()) << suite;
 }
 
-// What the catalogue cannot say of an operation has tests in a suite of its own, named after the facet and the
-// operation; nothing else has.
+// What the catalogue cannot describe of an operation has tests in a suite of its own, named after the facet and the
+// operation. Nothing else has such a suite.
 TEST(Coverage, EveryOddityHasItsOwnTests)
 {
     Names expected;

@@ -1,4 +1,4 @@
-// Words and blocks that come out of a response.
+// These tests check words and blocks that a response delivers.
 #include "selection.h"
 
 #include <algorithm>
@@ -21,18 +21,19 @@ std::vector<Place> delivered_as_they_stand(Holds holds)
 
 } // namespace
 
-// An argument that receives bytes of the answer.
+// A DataOut is an argument that receives bytes of the answer.
 class DataOut : public OfArgument
 {
 protected:
     uint32_t offset = argument.field->offset;
-    // What it takes of an answer; of a block whose length the caller states, what is lent.
+    // This is how many bytes it takes of an answer. A block whose length the caller states takes as many as are lent to
+    // it.
     uint32_t size = argument.type == ArgumentType::u32_out ? sizeof(uint32_t)
                     : argument.type == ArgumentType::u16_out || argument.type == ArgumentType::u8_out
                         ? 1
                         : static_cast<uint32_t>(subject.memory(argument).as_lent().size()) - argument.skip;
 
-    // An answer of `length` bytes, unlike anything that is lent.
+    // Returns an answer of `length` bytes that differs from everything that is lent.
     static Bytes answer_of(size_t length)
     {
         Bytes bytes = pattern(length);
@@ -48,7 +49,7 @@ protected:
         return bytes;
     }
 
-    // Zeros for what the answer does not hold; what is before it stays.
+    // Checks that zeros stand for what the answer does not hold, and that the bytes before it do not change.
     void expect_delivered(const Bytes &answer, uint32_t status = 0)
     {
         script_exchange(IPC_OK, status, answer);
@@ -103,7 +104,7 @@ TEST_P(DataOut, AsksForNothingElse)
 
 ON_ARGUMENTS(DataOut, delivered_as_they_stand([](const Argument &each) { return is_data_out(each); }));
 
-// A length behind a pointer belongs to the copy, which comes after the exchange.
+// A length behind a pointer belongs to the copy, which is made after the exchange.
 class LengthBehindAPointer : public OfArgument
 {
 protected:
@@ -142,13 +143,13 @@ TEST_P(LengthBehindAPointer, IsReadAfterTheExchange)
 
 ON_ARGUMENTS(LengthBehindAPointer, arguments_of(ArgumentType::length_at));
 
-// Of as many bytes as the caller wants.
+// DataOutOfLength receives as many bytes as the caller wants.
 class DataOutOfLength : public OfArgument
 {
 protected:
     uint32_t held = operation.response_size - argument.field->offset;
 
-    // Zeros for what the response record does not hold.
+    // Checks that zeros stand for what the response record does not hold.
     void expect_delivered(uint32_t length)
     {
         Subject wanting(operation);

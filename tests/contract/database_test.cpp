@@ -1,4 +1,4 @@
-// Result databases.
+// These tests check result databases.
 #include "selection.h"
 
 #include <algorithm>
@@ -30,7 +30,7 @@ TEST_P(Database, IsMadeOnceAfterTheExchange)
 
 ON_ARGUMENTS(Database, arguments_of(ArgumentType::db));
 
-// Through shared memory.
+// A KeyedDatabase comes through shared memory.
 class KeyedDatabase : public OfArgument
 {
 protected:
@@ -62,7 +62,7 @@ TEST_P(KeyedDatabase, IsFetchedByItsKeyWithinItsBound)
     EXPECT_EQ(rb_db_at(0)->bound, argument.bound);
 }
 
-// The service may answer into the request, as far as anyone can tell.
+// The service may answer into the request; nothing excludes it.
 TEST_P(KeyedDatabase, KeyOfTheRequestIsReadAfterTheExchangeAndNoOther)
 {
     rb_answer answer = {};
@@ -81,7 +81,7 @@ TEST_P(KeyedDatabase, KeyOfTheRequestIsReadAfterTheExchangeAndNoOther)
 ON_ARGUMENTS(KeyedDatabase,
              databases_where([](const Argument &each) { return each.source == catalogue::Source::shmem; }));
 
-// From a text in the answer.
+// A TextDatabase is made of a text in the answer.
 class TextDatabase : public OfArgument
 {
 protected:
@@ -97,7 +97,7 @@ protected:
         EXPECT_EQ(rb_db_at(0)->text, text.substr(0, RB_TEXT_LENGTH - 1));
     }
 
-    // An answer, 0xFF before the text, which stands at its place.
+    // Returns an answer with 0xFF before the text, which stands at its own offset.
     Bytes answer_with(std::string_view text) const
     {
         Bytes bytes(offset, 0xFF);
@@ -130,7 +130,7 @@ TEST_P(TextDatabase, WithoutItsNulEndsWithTheRecord)
 ON_ARGUMENTS(TextDatabase,
              databases_where([](const Argument &each) { return each.source == catalogue::Source::text; }));
 
-// From a file that the answer names.
+// A FileDatabase is made of a file that the answer names.
 class FileDatabase : public OfArgument
 {
 protected:
@@ -197,7 +197,7 @@ TEST_P(FileDatabase, WithoutItsNulEndsWithTheAnswer)
 ON_ARGUMENTS(FileDatabase,
              databases_where([](const Argument &each) { return each.source == catalogue::Source::file; }));
 
-// Whose name is logged before it is removed.
+// The name of a LoggedFile is logged before the file is removed.
 using LoggedFile = FileDatabase;
 
 TEST_P(LoggedFile, IsOneLineAtDebugLevelBetweenMakingAndRemoving)
@@ -219,7 +219,7 @@ ON_ARGUMENTS(LoggedFile, databases_where([](const Argument &each) {
                  return each.source == catalogue::Source::file && !each.logged.empty();
              }));
 
-// Whose text is logged first, as an error.
+// The text of a LoggedText is logged first, as an error.
 using LoggedText = TextDatabase;
 
 TEST_P(LoggedText, IsOneLineBeforeTheDatabaseIsMade)
@@ -289,7 +289,7 @@ TEST_P(HandedOutDatabase, GoesToTheCallerWhateverTheStatus)
 
 ON_ARGUMENTS(HandedOutDatabase, databases_where([](const Argument &each) { return !each.dropped; }));
 
-// Callers rely on the status alone.
+// The callers of these operations use the status alone.
 using DroppedDatabase = OfArgument;
 
 TEST_P(DroppedDatabase, IsNotHandedOut)

@@ -1,4 +1,4 @@
-// What becomes of an exchange that failed.
+// These tests check the result of an exchange that failed.
 #include "selection.h"
 
 #include <climits>
@@ -21,7 +21,8 @@ std::vector<const Operation *> failing_by(catalogue::Failure failure)
 class FailedExchange : public OfOperation
 {
 protected:
-    // Calls with a failing exchange that left a status, and a response where one is the library's own.
+    // Calls with a failing exchange that left a status. When the response buffer is the library's own, the exchange
+    // left a response, too.
     static uint32_t call_failing(Subject &failing, int32_t value)
     {
         const bool own = failing.operation().answer == catalogue::Answer::own;

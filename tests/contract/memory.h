@@ -1,4 +1,4 @@
-// Memory that a test lends to an operation.
+// This file has the memory that a test lends to an operation.
 #pragma once
 
 #include <cstddef>
@@ -10,16 +10,18 @@ namespace contract
 
 using Bytes = std::vector<uint8_t>;
 
-// Bytes of which no two neighbours are equal.
+// Returns bytes of which no two neighbours are equal.
 Bytes pattern(size_t size);
 
 class Memory
 {
 public:
     Memory() = default;
-    // For an operation to read: not one byte more than `content` is readable. At an odd address.
+    // Returns memory that an operation reads. Not one byte more than `content` is readable. It starts at an odd
+    // address.
     static Memory to_read(Bytes content);
-    // For an operation to write, or to read as words: between guard bytes. At an odd address, or aligned for words.
+    // Returns memory that an operation writes, or reads as words. It lies between guard bytes, at an odd address or
+    // aligned for words.
     static Memory to_write(Bytes content, bool aligned);
 
     void *pointer() { return storage.data() + start; }

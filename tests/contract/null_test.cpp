@@ -1,4 +1,4 @@
-// What becomes of null pointers.
+// These tests check null pointers.
 #include "selection.h"
 
 namespace contract
@@ -64,8 +64,8 @@ TEST_P(OptionalPointer, NullMeansNoneWithTheOtherOptionalOnes)
 
 ON_ARGUMENTS(OptionalPointer, arguments_where([](const Argument &each) { return each.optional; }));
 
-// A null pointer that is not checked is the caller's fault: it is used, and never taken for a reason to refuse or to
-// go on without.
+// A null pointer that is not checked is the caller's fault. The operation uses it, and never takes it as a reason to
+// refuse or to continue without it.
 using UncheckedPointerDeathTest = OfArgument;
 
 TEST_P(UncheckedPointerDeathTest, NullIsUsed)
@@ -87,7 +87,7 @@ std::vector<Place> used_unchecked()
 
 ON_ARGUMENTS(UncheckedPointerDeathTest, used_unchecked());
 
-// A buffer for the answer that is not checked is the IPC library's to use.
+// A buffer for the answer that is not checked is passed to the IPC library.
 using HandedOnPointer = OfArgument;
 
 TEST_P(HandedOnPointer, NullReachesTheIpcLibrary)

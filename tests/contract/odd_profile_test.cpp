@@ -1,4 +1,4 @@
-// What the catalogue cannot say of the operations on profiles and configuration.
+// These tests check what the catalogue cannot describe of the operations on profiles and configuration.
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -13,7 +13,7 @@ namespace
 
 constexpr uint32_t data_offset = 24;
 
-// An answer of the profile channel with this behind its header.
+// Scripts an answer of the profile channel with this data behind its header.
 void answer(const std::string &data, uint32_t status = 0, uint32_t count = 0)
 {
     Bytes bytes(data_offset, 0xFF);
@@ -95,7 +95,7 @@ protected:
 
     uint32_t read() { return bsp_profile_exec_get_cfgwr(7, &block, &length); }
 
-    // Nothing was stored, and no block is left behind.
+    // Checks that nothing was stored, and that no block is left behind.
     void expect_nothing() const
     {
         EXPECT_EQ(block, untouched);

@@ -1,4 +1,5 @@
-// What the catalogue cannot say of an operation. A suite is named after the facet and the operation.
+// These tests check what the catalogue cannot describe of an operation. A suite is named after the facet and the
+// operation.
 #include <algorithm>
 #include <cstring>
 
@@ -23,7 +24,7 @@ bsp_pon_msg waiting_onu(uint32_t onu_id)
     return record;
 }
 
-// What is sent to confirm an ONU of port 5.
+// Returns the record that is sent to confirm an ONU of port 5.
 bsp_pon_msg confirmation()
 {
     bsp_pon_msg record{};

@@ -1,4 +1,4 @@
-// Operations that take a record which the caller built, or another to read from.
+// These tests check operations that take a record which the caller built, or that read from another record.
 #include "selection.h"
 
 #include <algorithm>
@@ -73,7 +73,7 @@ ON_OPERATIONS(RecordCopied,
 class RecordStamped : public CallersRecord
 {
 protected:
-    // The caller's record with the operation's command.
+    // Returns the caller's record with the operation's command.
     Bytes stamped() const
     {
         Bytes bytes = record.as_lent();

@@ -1,4 +1,4 @@
-// What every operation sends.
+// These tests check what every operation sends.
 #include "selection.h"
 
 namespace contract
@@ -53,7 +53,7 @@ TEST_P(Request, IsAWholeRecordOrAHeaderAndThePayload)
     EXPECT_EQ(only_exchange().request_length, subject.expected_request().size());
 }
 
-// What is sent of a payload says nothing of the buffer behind it.
+// The bytes that are sent of a payload say nothing of the buffer behind it, so the test looks there.
 TEST_P(Request, BufferIsClearBehindWhatIsSent)
 {
     static Bytes behind;

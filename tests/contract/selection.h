@@ -1,5 +1,5 @@
-// The operations, and the arguments of operations, that a fact is tested on: always those of the catalogue that the
-// fact speaks of, each as a test named after it.
+// These functions select the operations, and the arguments of operations, on which a fact is tested. They are always
+// those of the catalogue that the fact describes, and each has a test that is named after it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace contract
 {
 
-// A test of one operation.
+// OfOperation is a test of one operation.
 class OfOperation : public testing::TestWithParam<const Operation *>
 {
 protected:
@@ -17,7 +17,7 @@ protected:
     Subject subject{operation};
 };
 
-// A test of one argument of one operation.
+// A Place is one argument of one operation, for a test of it.
 struct Place {
     const Operation *operation;
     const Argument *argument;

@@ -1,4 +1,4 @@
-// What becomes of the service's status word.
+// These tests check what operations do with the service's status word.
 #include "selection.h"
 
 namespace contract

@@ -10,9 +10,9 @@ namespace
 {
 
 constexpr size_t default_block = 37;
-constexpr uint32_t payload_header = 28; // what a request with a payload has beside it
+constexpr uint32_t payload_header = 28; // bytes of a request beside its payload
 
-// As deep as an operation's frames may reach.
+// Fills the stack as deep as the frames of an operation may reach.
 [[gnu::noinline]] void dirty_stack()
 {
     uint8_t rubbish[16 * 1024];
@@ -26,7 +26,8 @@ void put_word(Bytes &wire, const catalogue::Field &field, uint32_t number)
     std::memcpy(wire.data() + field.offset, &number, sizeof number);
 }
 
-// A number of less than a word: where the field is one, it fills it with zeros before it; else its low byte goes there.
+// Writes a number that is shorter than a word. When the field is a word, the number is extended with zeros. Otherwise
+// only its low byte is written.
 void put_narrow(Bytes &wire, const catalogue::Field &field, uint32_t number)
 {
     if (field.type == catalogue::FieldType::u32)
@@ -125,7 +126,7 @@ Subject::Subject(const Operation &operation)
         case ArgumentType::block:
             set_block(argument, pattern(argument.size ? argument.size : default_block));
             break;
-        case ArgumentType::length: // set with its block
+        case ArgumentType::length: // set together with its block
         case ArgumentType::length_at:
             break;
         case ArgumentType::record:
@@ -227,7 +228,7 @@ Bytes Subject::expected_request() const
     return wire;
 }
 
-// Also where there is no payload: then zeros are sent.
+// Returns the length of the payload. Without a payload, zeros are sent.
 uint32_t Subject::payload_length() const
 {
     for (const Argument &argument : subject.arguments)
@@ -237,7 +238,7 @@ uint32_t Subject::payload_length() const
     return 0;
 }
 
-// An unbounded copy: the wire grows as it must.
+// Copies without a bound: the wire grows as much as it must.
 void Subject::put(Bytes &wire, const Argument &argument) const
 {
     const bool comes_out = is_written(subject, argument) && argument.type != ArgumentType::block_inout;

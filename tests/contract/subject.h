@@ -1,4 +1,4 @@
-// An operation of the catalogue with arguments to call it by, and what must go over the wire for them.
+// A Subject is an operation of the catalogue with arguments to call it with, and with what must be sent for them.
 #pragma once
 
 #include <string>
@@ -15,52 +15,52 @@ using catalogue::Argument;
 using catalogue::ArgumentType;
 using catalogue::Operation;
 
-// True: the argument is a number of the caller's.
+// Returns whether the argument is a number that the caller gives.
 bool is_number(const Argument &argument);
-// True: the argument is a pointer.
+// Returns whether the argument is a pointer.
 bool is_pointer(const Argument &argument);
-// True: the operation writes through the argument.
+// Returns whether the operation writes through the argument.
 bool is_written(const Operation &operation, const Argument &argument);
-// True: what the service answered goes there.
+// Returns whether what the service answered is stored there.
 bool is_output(const Operation &operation, const Argument &argument);
-// True: bytes of an answer, as they stand there, go there.
+// Returns whether bytes of an answer are stored there unchanged.
 bool is_data_out(const Argument &argument);
-// The lines that the operation logs when all goes well.
+// Returns how many lines the operation logs when all goes well.
 uint32_t lines_logged(const Operation &operation);
-// The files that it removes then.
+// Returns how many files it removes then.
 uint32_t files_removed(const Operation &operation);
 
 class Subject
 {
 public:
-    // Every argument gets a value unlike all others, with no byte like another, no pointer is null, and the recording
-    // board starts anew.
+    // Gives every argument a value unlike all others, with no byte like another and no null pointer. Resets the
+    // recording board.
     explicit Subject(const Operation &operation);
 
     void set_number(const Argument &argument, uint32_t number);
     void set_null(const Argument &argument);
     void set_text(const Argument &argument, std::string_view text);
-    // Also sets the length that belongs to it.
+    // Sets the block, and the length that belongs to it.
     void set_block(const Argument &argument, Bytes content);
-    // The same for a block that comes out of an answer: as many bytes of it are wanted.
+    // As above, for a block that an answer delivers. As many bytes of it are wanted.
     void set_room(const Argument &argument, uint32_t size);
 
-    // Calls the operation on a stack full of rubbish.
+    // Calls the operation on a stack full of arbitrary bytes.
     uint32_t call();
 
-    // The request for the arguments as lent, by the catalogue: what copies without a bound would have put into the
-    // record.
+    // Returns the request for the lent arguments, according to the catalogue: what copies without a bound would have
+    // put into the record.
     Bytes expected_request() const;
     const Operation &operation() const { return subject; }
     Memory &memory(const Argument &argument) { return memories[index_of(argument)]; }
     void *pointer(const Argument &argument) const { return values[index_of(argument)].pointer; }
     uint32_t number(const Argument &argument) const { return values[index_of(argument)].number; }
-    // Null: the operation has no argument of the type.
+    // Returns null when the operation has no argument of the type.
     const Argument *argument_of(ArgumentType type) const;
 
-    // True: nothing that an answer goes to has changed.
+    // Returns whether everything that an answer is stored in is unchanged.
     bool outputs_untouched() const;
-    // True: nothing that the operation only reads has changed, nor anything around what it writes.
+    // Returns whether everything that the operation only reads is unchanged, and also everything around what it writes.
     bool surroundings_untouched() const;
 
 private:
@@ -75,12 +75,12 @@ private:
     std::vector<Memory> memories;
 };
 
-// What the board recorded of the only exchange. Fails the test where there was none or more than one.
+// Returns what the board recorded of the only exchange. Fails the test when there was none or more than one.
 const rb_exchange &only_exchange();
-// The bytes of that exchange's request.
+// Returns the bytes of that exchange's request.
 Bytes sent();
 
-// Scripts the next exchange, one at a time: what the IPC call returns, the status word and the bytes that it writes.
+// Scripts the next exchange, one at a time: what the IPC call returns, the status word, and the bytes that it writes.
 void script_exchange(int32_t result, uint32_t status, Bytes bytes);
 
 } // namespace contract

@@ -1,4 +1,4 @@
-// Texts that come out of a response.
+// These tests check texts that a response delivers.
 #include "selection.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ protected:
     uint32_t offset = argument.field->offset;
     uint32_t room = operation.response_size - offset;
 
-    // A response, 0xFF before the text, which stands at its place with what is behind it.
+    // Returns a response with 0xFF before the text, which stands at its own offset together with what is behind it.
     Bytes response(std::string_view text) const
     {
         Bytes bytes(offset, 0xFF);
@@ -20,7 +20,7 @@ protected:
         return bytes;
     }
 
-    // What the caller's room holds: the text, its NUL, and behind it what was there.
+    // Returns what the caller's room holds: the text, its NUL, and behind it the bytes that were there before.
     Bytes expected(std::string_view text)
     {
         Bytes bytes = subject.memory(argument).as_lent();

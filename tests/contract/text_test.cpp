@@ -1,4 +1,4 @@
-// Texts that go into a request.
+// These tests check texts that are sent in a request.
 #include "selection.h"
 
 namespace contract
@@ -54,7 +54,7 @@ TEST_P(Text, IsNotInterpreted)
 
 ON_ARGUMENTS(Text, arguments_of(ArgumentType::text));
 
-// Texts that run on into each other's fields show the order in which they are copied: that of the arguments.
+// Texts that continue into each other's fields show the order in which they are copied: that of the arguments.
 class TextsTogether : public OfOperation
 {
 protected:

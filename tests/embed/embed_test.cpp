@@ -1,4 +1,5 @@
-// Simulators that a test starts: which one is reached, what is said when none starts, and what is left of it.
+// The simulators of these tests are started by a test. The tests check which one is reached, what is reported when none
+// starts, and what is left of it.
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
@@ -29,7 +30,7 @@ namespace fs = std::filesystem;
 
 constexpr char two_olts[] = "[[olt]]\nname = \"north\"\nports = 1\n[[olt]]\nname = \"south\"\nports = 2\n";
 
-// In this process, or as its child.
+// A Start starts a simulator in this process, or as a child of this process.
 using Start = std::function<bsp_simulator *(const bsp_simulator_options &, char *, size_t)>;
 const Start in_process = [](const bsp_simulator_options &options, char *error, size_t size) {
     return bsp_simulator_start(&options, error, size);
@@ -46,7 +47,7 @@ public:
     {
         EXPECT_TRUE(handle) << error;
     }
-    // The OLT is told by how many ONUs have arrived at each of its ports.
+    // Tests recognise an OLT by how many ONUs have arrived at each of its ports.
     Simulator(const Start &start, uint32_t arrivals) : Simulator(start, {.arrivals = arrivals}) {}
     ~Simulator() { stop(); }
     Simulator(const Simulator &) = delete;
@@ -76,7 +77,7 @@ std::string reason(const Start &start, const bsp_simulator_options &options)
     return error;
 }
 
-// The ONUs at port 1 of the OLT that is reached; 0xffffffff: none is.
+// Returns the number of ONUs at port 1 of the OLT that is reached, or 0xffffffff when none is reached.
 uint32_t arrivals()
 {
     bsp_pon_msg record{};
@@ -267,7 +268,7 @@ TEST_P(Embedded, calls_that_are_under_way_when_it_stops_fail)
 
 TEST_P(Embedded, nothing_is_left_of_it)
 {
-    Simulator(start, 1).stop(); // what is made once is made
+    Simulator(start, 1).stop(); // makes everything that is made only once
     const auto count = [] { return std::pair(entries("/proc/self/fd"), entries("/proc/self/task")); };
     const auto before = count();
     std::string folder;

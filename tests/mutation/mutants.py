@@ -1,4 +1,6 @@
-"""Alters the library's sources: one small change a mutant, each the kind of slip that a hand makes."""
+"""This module alters the library's sources. Each mutant has one small change, of the kind that a person makes by
+mistake.
+"""
 
 import dataclasses
 import re
@@ -12,12 +14,12 @@ POLICIES = ["report", "pass", "silent"]
 
 @dataclasses.dataclass(frozen=True)
 class Mutant:
-    file: str  # relative to src/
+    file: str  # path below src/
     line: int
     kind: str
     old: str
     new: str
-    text: str  # the whole file, altered; as many lines as before
+    text: str  # the whole file, altered; it has as many lines as before
 
     @property
     def change(self):
@@ -29,12 +31,12 @@ class Mutant:
 
 
 def blanked(text):
-    """The text with its comments and string literals blanked out, every character at its place."""
+    """Returns the text with its comments and string literals replaced by blanks. Every character keeps its position."""
     return COMMENT_OR_TEXT.sub(lambda match: re.sub(r"[^\n]", " ", match[0]), text)
 
 
 class Header:
-    """What the public header knows by name: what can be taken for each other."""
+    """This class has the names of the public header that can be confused with each other."""
 
     def __init__(self, text):
         self.commands = re.findall(r"^#define (BSP_CMD_\w+)", text, re.MULTILINE)
@@ -48,7 +50,7 @@ class Header:
         return [names[(names.index(name) + 1) % len(names)]] if len(names) > 1 and name in names else []
 
     def fields_like(self, name):
-        """The next fields of the same kind, one a record that has a field of this name."""
+        """Returns the next fields of the same kind, one for each record that has a field of this name."""
         found = []
         for members in self.structs.values():
             kinds = {member: (kind, bool(count)) for kind, member, count in members
@@ -59,7 +61,7 @@ class Header:
 
 
 class Source:
-    """One file of the library and all its mutants."""
+    """This class holds one file of the library and all its mutants."""
 
     def __init__(self, file, text, header):
         self.file, self.text, self.header = file, text, header
@@ -74,7 +76,9 @@ class Source:
             self.found[text] = Mutant(self.file, line, kind, of or old, new, text)
 
     def replace(self, kind, pattern, *news, within=None):
-        """Replaces each match by each of `news`: a template for match.expand, or a function that gives a list."""
+        """Replaces each match by each of `news`. Each of them is a template for match.expand, or a function that
+        returns a list.
+        """
         start, end = within or (0, len(self.code))
         for match in re.compile(pattern, re.MULTILINE).finditer(self.code, start, end):
             for new in news:
@@ -91,7 +95,7 @@ class Source:
         return sorted(self.found.values(), key=lambda mutant: (mutant.line, mutant.kind, mutant.new))
 
     def wire(self):
-        """What goes out: command, channel, call, fields, arguments."""
+        """Changes what is sent: command, channel, call, fields, arguments."""
         header = self.header
         self.replace("command", r"\bBSP_CMD_\w+", lambda match: header.next(header.commands, match[0]))
         self.replace("channel", r"\bBSP_MSG_\w+", lambda match: header.next(header.channels, match[0]))
@@ -108,7 +112,7 @@ class Source:
             self.replace("argument", r"\b\w+(?=\);)", lambda use: header.next(texts, use[0]), within=body)
 
     def checks(self):
-        """Null checks, which were there or were not."""
+        """Removes, inverts and changes null checks."""
         self.replace("null check", r"if \(!(\w+)\) return BSP_ERR_PARAM;", "", r"if (\1) return BSP_ERR_PARAM;",
                      r"if (!\1) return BSP_ERR_IPC;", r"if (!\1) return BSP_OK;")
         for match in FUNCTION.finditer(self.code):
@@ -118,7 +122,7 @@ class Source:
                     self.alter("null check", match.start(3), match.start(3), check, of=match[1])
 
     def failures(self):
-        """What becomes of a failed exchange."""
+        """Changes what is done with a failed exchange."""
         self.replace("policy", r"\bon\((BSP_MSG_\w+)\)", r"on(\1, frame::ErrorPolicy::pass)",
                      r"on(\1, frame::ErrorPolicy::silent)")
         self.replace("policy", r"\bErrorPolicy::(\w+)",
@@ -136,7 +140,7 @@ class Source:
             self.alter("log", *match.span(), match[0].replace("%d", "%u"))
 
     def answers(self):
-        """Where an answer goes and how long it may be."""
+        """Changes where an answer is stored and how long it may be."""
         self.replace("bound", r"\bframe::small_view\b", "frame::large_view")
         self.replace("bound", r"\bframe::large_view\b", "frame::small_view")
         self.replace("room", r"\b(frame::)?(whole|unoffered)<(\w+)>",
@@ -145,7 +149,7 @@ class Source:
         self.replace("place", r"\bframe::get_in_place\b", "frame::set")
 
     def statements(self):
-        """A statement forgotten, or two texts in the other order."""
+        """Leaves out a statement, or swaps two texts."""
         self.replace("statement", rf"^ +{NOT_A_STATEMENT}[\w>.:*\-]+(?:\(| = )[^;{{}}]*;$", "")
         self.replace("statement", r"(?<=\) )(?:\*?\w+ = |__builtin_)[^;{}]*;$", ";")
         for match in re.finditer(r"^( +request\.put\([^\n]*\n)( +request\.put\([^\n]*\n)", self.code, re.MULTILINE):
@@ -153,7 +157,7 @@ class Source:
             self.alter("order", match.start(), match.end(), second + first)
 
     def expressions(self):
-        """Operators, constants, sizes."""
+        """Changes operators, constants and sizes."""
         for old, *news in [("==", "!="), ("!=", "=="), (">", ">=", "<"), (">=", ">"), ("<", "<=", ">"), ("&&", "||"),
                            ("||", "&&"), ("+", "-"), ("-", "+")]:
             self.replace("operator", rf"(?<= ){re.escape(old)}(?= )", *news)
@@ -169,7 +173,7 @@ class Source:
 
 
 def mutants_of(folder, header):
-    """All mutants of the sources below a folder, in order."""
+    """Returns all mutants of the sources below a folder, in order."""
     names = Header(header.read_text(encoding="utf-8"))
     found = []
     for path in sorted([*folder.rglob("*.cpp"), *folder.rglob("*.h")]):

@@ -31,29 +31,29 @@ import tomllib
 import mutants
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PRESET = "asan"  # what a change makes of memory is seen too
+PRESET = "asan"  # this preset also notices what a change does to memory
 BUILD = ROOT / "build" / PRESET
 EXPLAINED = pathlib.Path(__file__).with_name("explained.toml")
 PROGRAMS = ["tests/contract/contract_test", "tests/unit/binding_test"]
-# Of one file alone; it takes too long to run for the others.
+# This program tests one file alone, and takes too long to run for the others.
 PROGRAMS_OF = {"frame/onu_ids.cpp": ["tests/unit/onu_ids_test"]}
 FRAME_TEST = "tests/unit/frame_test"
 TIME_LIMIT = 240
 
 
 class SetUpError(Exception):
-    """The tests could not be built, or fail on the library as it is."""
+    """The tests could not be built, or they fail on the unchanged library."""
 
 
 @dataclasses.dataclass(frozen=True)
 class Verdict:
     mutant: mutants.Mutant
-    outcome: str  # killed, survived, same code, not compiled
+    outcome: str  # killed, survived, same code, or not compiled
     by: str = ""
 
 
 class Compiler:
-    """Compiles and links the way the build does."""
+    """This class compiles and links in the same way as the build."""
 
     def __init__(self):
         entries = json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8"))
@@ -66,11 +66,11 @@ class Compiler:
                     self.commands[program, pathlib.Path(entry["file"])] = command
 
     def sources(self, program):
-        """The files of the library or of the frame's test, by their path below src/ or their own."""
+        """Returns the files of the library or of the frame's test, by their path below src/ or by their own path."""
         return [file for name, file in sorted(self.commands) if name == program]
 
     def compile(self, program, file, copy, output):
-        """Compiles a file, taking what is below src/ from the copy. False: it does not compile."""
+        """Compiles a file, and takes what is below src/ from the copy. Returns False when it does not compile."""
         command = [word for word in self.commands[program, file] if word not in ("-Werror", "-g")]
         for index, word in enumerate(command):
             if word == "-o":
@@ -94,7 +94,7 @@ def run(command, **options):
 
 
 class Bench:
-    """One worker's folder: a copy of src/, and objects and programs made of it."""
+    """This class is the folder of one worker. It has a copy of src/, and objects and programs made of it."""
 
     def __init__(self, folder, compiler):
         self.folder, self.compiler = folder, compiler
@@ -111,7 +111,7 @@ class Bench:
                 self.objects[program, file] = output
 
     def try_out(self, mutant):
-        """The verdict on one mutant."""
+        """Returns the verdict on one mutant."""
         path = self.copy / mutant.file
         original = path.read_text(encoding="utf-8")
         path.write_text(mutant.text, encoding="utf-8")
@@ -130,7 +130,7 @@ class Bench:
             path.write_text(original, encoding="utf-8")
 
     def rebuild(self, program, altered):
-        """The objects of a program after a change of a file; None: it does not compile."""
+        """Returns the objects of a program after a change of a file, or None when it does not compile."""
         objects = dict(self.objects)
         for index, file in enumerate(self.compiler.sources(program)):
             if altered.endswith(".h") or file == ROOT / "src" / altered:
@@ -144,7 +144,7 @@ class Bench:
                    output.read_bytes() == self.objects[program, file].read_bytes() for file, output in objects.items())
 
     def failing_program(self, objects, altered):
-        """Runs the programs that load the library. What failed first, or an empty text."""
+        """Runs the programs that load the library. Returns what failed first, or an empty text."""
         self.compiler.link(["-shared", "-Wl,-soname,libbsp_pon.so.0", *objects.values()],
                            self.folder / "library" / "libbsp_pon.so.0")
         for program in [*PROGRAMS, *PROGRAMS_OF.get(altered, [])]:
@@ -183,7 +183,9 @@ def build_tests():
 
 
 def check_bench(bench):
-    """The library as it is passes, and a library without operations does not: what is built here is what is tested."""
+    """Checks that the unchanged library passes and that a library without operations fails. So what is built here is
+    what is tested.
+    """
     library = {file: output for (name, file), output in bench.objects.items() if name == "library"}
     if by := next(filter(None, (bench.failing_program(library, file) for file in PROGRAMS_OF)), "") or bench.failing_frame_test(""):
         raise SetUpError(f"the tests fail on the library as it is: {by}")

@@ -1,4 +1,4 @@
-"""Holds the sources to the order of rooms.toml: prints what is wrong, a line each, and fails where anything is."""
+"""Checks the sources against the order of rooms.toml. Prints each problem on a line, and fails when there is any."""
 
 import os
 import pathlib
@@ -12,7 +12,7 @@ TREES = ["src", "board", "catalog", "testing", "text", "command_line", "call", "
 # A header and the source of the same name are one module.
 MOST_MODULES = 25
 
-# The library's subsystems know of these beside themselves and the header and libraries that they are built on.
+# The library's subsystems may include these, beside themselves and the header and libraries on which they are built.
 SHARED_BY_SUBSYSTEMS = ["src/frame", "include", "board/include/board"]
 
 INCLUDE = re.compile(r'\s*#\s*include\s*"([^"]+)"')
@@ -35,14 +35,16 @@ class Rooms:
         self.built = listed["built"]
 
     def room_of(self, file):
-        """The path of the room that a file is in; None where it is in none."""
+        """Returns the path of the room that a file is in, or None when it is in none."""
         folder = file.parent
         if str(folder) in self.order:
             return str(folder)
         return next((str(above) for above in folder.parents if str(above) in self.with_folders), None)
 
     def find(self, included, file):
-        """The file that an include finds; None where that is none of the repository and of what is made of it."""
+        """Returns the file that an include finds. Returns None when the file is neither in the repository nor made from
+        it.
+        """
         trees = [tree for tree in self.trees if file.is_relative_to(tree)]
         for folder in [file.parent, *trees, *self.offered]:
             found = pathlib.Path(os.path.normpath(pathlib.Path(folder, included)))
@@ -52,7 +54,7 @@ class Rooms:
 
 
 def wrong_include(rooms, file, included):
-    """What is wrong with an include; None where nothing is."""
+    """Returns what is wrong with an include, or None when nothing is wrong."""
     found = rooms.find(included, file)
     if found is None:
         return f"{included} is not found in the repository"
@@ -60,7 +62,7 @@ def wrong_include(rooms, file, included):
     if there is None:
         return f"{included} is in {found.parent}, which is no room"
     if here is None:
-        return None  # told of the file itself
+        return None  # this is reported for the file itself
     if rooms.order[there] > rooms.order[here]:
         return f"{included} runs upward, from {here} to {there}"
     if file.is_relative_to("src") and found.parent != file.parent:

@@ -1,4 +1,4 @@
-// Words in texts.
+// These tests check functions for words in texts.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// Binding and pass-through, byte by byte: written from the contract's own examples, so that a mistake that the
-// catalogue and the library share is found here.
+// These tests check binding and pass-through byte by byte. They are written from the contract's own examples, so that
+// they find a mistake that the catalogue and the library share.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -29,7 +29,7 @@ protected:
         return {reinterpret_cast<const char *>(rb_exchange_at(0)->sent) + offset, length};
     }
 
-    // Text with its NUL, and zeros to the end of its field.
+    // Returns the text with its NUL, and zeros to the end of its field.
     static std::string field(std::string text, size_t size)
     {
         text.resize(size);

@@ -1,4 +1,4 @@
-/* A C program's view: binds an ONU with the library on the recording board and looks at what went over the wire. */
+/* This is a C program's use of the library: it binds an ONU on the recording board and checks what was sent. */
 #include <stdio.h>
 #include <string.h>
 

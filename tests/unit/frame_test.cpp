@@ -1,4 +1,4 @@
-// The frame by itself: what no operation shows yet, or none shows alone.
+// These tests check the frame alone: what no operation shows yet, or what no operation shows by itself.
 #include <gtest/gtest.h>
 
 #include <cstring>

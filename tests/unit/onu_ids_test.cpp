@@ -1,4 +1,4 @@
-// Sets of ONU ids, and the texts that they print as.
+// These tests check sets of ONU ids, and the texts that they print as.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,7 +18,7 @@ namespace
 using Ids = std::bitset<128>;
 
 constexpr uint32_t no_last_id = 128;
-constexpr size_t room = 402; // what the header asks for
+constexpr size_t room = 402; // the room that the header requires
 constexpr char untouched = '\x5E';
 
 onu_id_set set_of(const Ids &ids)
@@ -37,7 +37,7 @@ Ids of(std::initializer_list<uint32_t> members)
     return ids;
 }
 
-// The ids from `first` to `last`.
+// Returns the ids from `first` to `last`.
 Ids run(uint32_t first, uint32_t last)
 {
     Ids ids;
@@ -46,7 +46,7 @@ Ids run(uint32_t first, uint32_t last)
     return ids;
 }
 
-// A text buffer with guards around exactly the room that callers provide.
+// A Room is a text buffer with guards around exactly the room that callers provide.
 class Room
 {
 public:
@@ -71,7 +71,7 @@ private:
 
 using Printer = char *(const onu_id_set *, uint32_t, char *);
 
-// What a printer writes for a set that has members.
+// Returns what a printing function writes for a set that has members.
 std::string printed(Printer *printer, const Ids &ids, uint32_t last_id)
 {
     const onu_id_set set = set_of(ids);
@@ -93,12 +93,12 @@ std::string list(const Ids &ids, uint32_t spare = 0)
     return printed(ont_id_res_str_expand, ids, spare);
 }
 
-// --- The ranges, told another way: by the runs that a reader of the words with members sees, one after the other ---
+// --- This model makes the ranges in another way: from the runs in the words that have members, read in order ---
 
 struct Run {
-    uint32_t first; // its id
-    int count;      // how many members, read one after the other
-    int at_last_id; // which of them is the last id, from 1; 0: none
+    uint32_t first; // id of its first member
+    int count;      // number of members, read one after the other
+    int at_last_id; // which member is the last id, counted from 1; 0: none
     bool ended;     // a bit that is no member was read behind it
 };
 
@@ -122,7 +122,7 @@ std::vector<Run> runs_of(const Ids &ids, uint32_t last_id)
     return runs;
 }
 
-// A count as eight bits with a sign hold it.
+// Returns a count as eight bits with a sign hold it.
 int in_eight_bits(int count)
 {
     return count > 127 ? count - 256 : count;
@@ -164,7 +164,7 @@ class Random
 public:
     uint32_t below(uint32_t bound) { return static_cast<uint32_t>(engine()) % bound; }
 
-    // A set in which each id is a member with a chance of `percent`.
+    // Returns a set in which each id is a member with a probability of `percent`.
     Ids scattered(uint32_t percent)
     {
         Ids ids;
@@ -173,7 +173,7 @@ public:
         return ids;
     }
 
-    // A few runs of any length, many of them across the end of a word.
+    // Returns a set of a few runs of any length. Many of them go across the end of a word.
     Ids of_runs()
     {
         Ids ids;
@@ -184,7 +184,7 @@ public:
         return ids;
     }
 
-    // Any of the above, some of its words emptied.
+    // Returns any of the sets above, with some of its words emptied.
     Ids with_empty_words()
     {
         Ids ids = below(2) ? of_runs() : scattered(90);
@@ -193,7 +193,7 @@ public:
         return ids;
     }
 
-    // A member, as a rule: there the last id has a say.
+    // Returns an id that is a member in most cases, because only then the last id changes the text.
     uint32_t last_id(const Ids &ids)
     {
         const uint32_t start = below(160);
@@ -232,7 +232,7 @@ TEST_F(OnuIds, PrintAsModelledInEverySetOfOneRunAtEveryLastId)
                 ASSERT_NO_FATAL_FAILURE(expect_as_modelled(run(first, last), last_id));
 }
 
-// --- Texts that front ends know ---
+// --- These tests check texts that front ends rely on ---
 
 TEST_F(OnuIds, RangesOfTwoPrintAsTwoIdsAndLongerOnesAsFirstAndLast)
 {
@@ -304,7 +304,7 @@ TEST_F(OnuIds, EmptySetLeavesTheTextAsItWas)
     EXPECT_EQ(rb_recorded(), 0u);
 }
 
-// --- Null pointers ---
+// --- These tests pass null pointers ---
 
 void expect_one_error(const char *function, const char *text)
 {

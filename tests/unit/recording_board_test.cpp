@@ -1,4 +1,4 @@
-// The recording board, by itself.
+// These tests check the recording board alone.
 #include <gtest/gtest.h>
 
 #include "bsp_testing/board.h"

@@ -1,1 +1,1 @@
-"""The entries of the TOML files, read and checked, one module a kind."""
+"""This package reads and checks the entries of the TOML files. Each module reads one kind."""

@@ -1,8 +1,8 @@
-"""The arguments of operations."""
+"""This module reads the arguments of operations."""
 
 SOURCES = {"shmem": "shmem", "text": "text", "file": "file"}
 BOUNDS = [10240, 1048576]
-# Argument types: the C declaration, and the field types that it may be written to or read from.
+# Each argument type has a C declaration, and the field types that it may be written to or read from.
 ARGUMENTS = {
     "u32": ("uint32_t {}", {"u32"}),
     "mac": ("const uint8_t *{}", {"mac"}),
@@ -45,8 +45,9 @@ def check_arguments(operation):
 
 
 def read_key(operation, argument):
-    """What names the result: the operation's command, the request's code as it stands after the exchange, or an
-    argument that states a command."""
+    """Reads what names the result: the operation's command, the request's code as it is after the exchange, or an
+    argument that states a command.
+    """
     if operation.via:
         argument.key, argument.bound = operation.via_database.key, operation.via_database.bound
         return
@@ -114,7 +115,9 @@ def read_argument(operation, argument):
 
 
 def read_size(operation, argument):
-    """The bytes of a block that always has the same; one whose length another argument states has none."""
+    """Reads the number of bytes of a block that always has the same number. A block whose length another argument
+    states has no such number.
+    """
     has_length = any(isinstance(table, dict) and table.get("type") in ("length", "length-at")
                      for table in operation.items("args"))
     if has_length and argument.get("size") is None:
@@ -134,7 +137,9 @@ def picked(operation, argument, name):
 
 
 def read_database(operation, argument):
-    """Where a result database comes from; of a wrapper, where its callee's does. Returns the keys allowed."""
+    """Reads where a result database comes from. The database of a wrapper comes from where that of the called operation
+    comes from. Returns the keys that are allowed.
+    """
     if operation.via:
         operation.via_database = next((each for each in operation.via.args.values() if each.type == "db"), None)
         if not operation.via_database:

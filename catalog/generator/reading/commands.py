@@ -1,4 +1,4 @@
-"""Status words and commands."""
+"""This module reads status words and commands."""
 
 from .entry import add, entries
 

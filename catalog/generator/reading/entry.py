@@ -1,4 +1,4 @@
-"""One entry of a TOML file, and what is said about a wrong one."""
+"""This module reads one entry of a TOML file and reports a wrong one."""
 
 import re
 
@@ -6,11 +6,11 @@ IDENTIFIER = re.compile("[A-Za-z_][A-Za-z0-9_]*")
 
 
 class CatalogueError(Exception):
-    """Wrong input: names file, entry and reason."""
+    """This error says that the input is wrong. It names the file, the entry and the reason."""
 
 
 class Entry:
-    """One TOML table, with its place for messages and a check that every key is known."""
+    """An Entry is one TOML table. It knows its file and kind for messages, and checks that every key is known."""
 
     def __init__(self, file, kind, table, required, optional=()):
         self.file, self.kind, self.table = file, kind, table
@@ -63,7 +63,7 @@ class Entry:
         return value
 
     def lookup(self, key, entries):
-        """The entry named by our `key`."""
+        """Returns the entry that the value of our `key` names."""
         value = self.text(key)
         if value not in entries:
             self.fail(f"'{key}' names {value!r}, which does not exist")
@@ -71,7 +71,7 @@ class Entry:
 
 
 def entries(file, table, kind, required, optional=()):
-    """The entries of one kind in a file."""
+    """Returns the entries of one kind in a file."""
     tables = table.get(kind, [])
     if not isinstance(tables, list):
         raise CatalogueError(f"{file}: {kind} entries start with [[{kind}]]")

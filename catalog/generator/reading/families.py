@@ -1,4 +1,4 @@
-"""Families: their operations, types, and functions that make no request."""
+"""This module reads families: their operations, their types, and their functions that make no request."""
 
 import dataclasses
 import pathlib
@@ -37,7 +37,7 @@ def read_family(catalogue, file, table):
 
 
 def read_type(catalogue, entry):
-    """A structure that the library works on but never sends: words only."""
+    """Reads a structure that the library works on but never sends. It has words only."""
     entry.brief, entry.members = entry.text("brief"), []
     for table in entry.items("members"):
         member = Entry(entry.file, f"type {entry.name}: member", table, ["name", "words", "brief"])
@@ -47,7 +47,7 @@ def read_type(catalogue, entry):
 
 
 def read_function(function):
-    """A function that makes no request."""
+    """Reads a function that makes no request."""
     function.brief, function.notes, function.args = function.text("brief"), function.text("notes", ""), {}
     function.returns = Entry(function.file, f"function {function.name}: returns", function.get("returns"), ["type", "brief"])
     function.returns.brief, function.returns.type = function.returns.text("brief"), function.returns.text("type")

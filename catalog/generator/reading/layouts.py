@@ -1,4 +1,4 @@
-"""What the simulated service puts into opaque parts of records."""
+"""This module reads what the simulated service puts into opaque parts of records."""
 
 from .entry import add, entries
 from .records import ALIGNMENTS, read_fields
@@ -21,7 +21,7 @@ def read_layouts(catalogue, file, table):
 
 
 def read_uses(catalogue, entry):
-    """The commands that a layout or view belongs to."""
+    """Reads the commands that a layout or view belongs to."""
     entry.commands = []
     for name in entry.items("commands"):
         if not isinstance(name, str) or name not in catalogue.commands:

@@ -1,4 +1,4 @@
-"""Operations, apart from their arguments."""
+"""This module reads operations, except their arguments."""
 
 from .arguments import check_arguments, read_argument
 from .commands import CALLS, CLASSES
@@ -11,7 +11,7 @@ FACETS = ["request", "status", "null", "answer"]
 
 
 def read_operation(catalogue, operation):
-    """Once, whether first met by itself or by an operation that goes through it."""
+    """Reads the operation once: it may be met by itself first, or by an operation that goes through it."""
     if hasattr(operation, "args"):
         return
     operation.args = {}
@@ -47,7 +47,7 @@ def read_operation(catalogue, operation):
 
 
 def read_constants(operation):
-    """Words that are the same in every request: field and value."""
+    """Reads the words that are the same in every request, as field and value."""
     constants = operation.get("constants", {})
     if not isinstance(constants, dict):
         operation.fail("'constants' gives fields their values")
@@ -60,7 +60,7 @@ def read_constants(operation):
 
 
 def read_oddities(operation):
-    """What a hand-written test covers, because this language cannot say it: facet and words."""
+    """Reads what a hand-written test covers because this language cannot describe it, as facet and words."""
     odd = operation.get("odd", {})
     if not isinstance(odd, dict) or not all(isinstance(text, str) and text for text in odd.values()):
         operation.fail("'odd' says in words how a facet differs")
@@ -83,7 +83,7 @@ def read_channel(catalogue, operation):
 
 
 def inherit(catalogue, operation):
-    """A thin wrapper: a call of another operation with a fixed command code."""
+    """Reads a thin wrapper, which calls another operation with a fixed command code."""
     callee = operation.via
     if callee.kind != "operation" or callee.get("via"):
         operation.fail("'via' names an operation that does not go through another itself")
@@ -117,7 +117,7 @@ def read_answer(catalogue, operation):
 
 
 def read_answer_size(operation, answer):
-    """The size of a buffer of the library's own that offers less than it has."""
+    """Reads the size of a buffer of the library that offers less than its size."""
     if operation.answer != "own":
         answer.fail("only a buffer of the library's own has a 'size'")
     if answer.number("size") <= operation.response_size:

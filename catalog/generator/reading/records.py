@@ -1,4 +1,4 @@
-"""Records with their fields, and the channels that carry them."""
+"""This module reads records with their fields, and the channels that carry them."""
 
 import copy
 
@@ -35,7 +35,9 @@ def read_channels(catalogue, file):
 
 
 def read_fields(owner, size, kinds, *repeating):
-    """Checked fields of a record or layout, in order of offset; with the keys of `repeating`, one may come often."""
+    """Returns the checked fields of a record or layout, in order of offset. With the keys of `repeating`, a field may
+    be repeated.
+    """
     fields = {}
     for table in owner.items("fields"):
         field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
@@ -51,8 +53,9 @@ def read_fields(owner, size, kinds, *repeating):
 
 
 def places(field):
-    """The field itself or, where it comes as often as `times` says, each `every` bytes behind the one before, a field
-    for each: name_1, name_2 and so on."""
+    """Returns the field itself. A field that is repeated `times` times, each `every` bytes behind the one before, gives
+    several fields: name_1, name_2 and so on.
+    """
     field.base, field.index, field.times, field.every = field.name, 0, 1, 0
     if field.get("times") is None and field.get("every") is None:
         return [field]

@@ -1,4 +1,4 @@
-"""What the simulated service puts into result tables."""
+"""This module reads what the simulated service puts into result tables."""
 
 from .entry import Entry, add, entries
 from .layouts import read_uses

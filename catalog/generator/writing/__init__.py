@@ -1,1 +1,1 @@
-"""What is generated, one module a file."""
+"""This package writes what is generated. Each module writes one file."""

@@ -1,4 +1,4 @@
-"""The list of the library's exported functions, for the linker."""
+"""This module writes the list of the library's exported functions, for the linker."""
 
 from .text import GENERATED
 

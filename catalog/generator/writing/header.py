@@ -1,11 +1,11 @@
-"""The public header."""
+"""This module writes the public header."""
 
 import textwrap
 
 from ..reading.arguments import OUTWARD
 from .text import GENERATED
 
-PAYLOAD_HEADER = 28  # what a request with a payload has beside it
+PAYLOAD_HEADER = 28  # bytes of a request beside its payload
 RULES = [
     "The client library of the EPON OLT's PON management service.", "", "Rules that hold for every function:", "",
     "- A call sends one request to the service and blocks until the board's IPC library returns. There is no start-up, "
@@ -66,7 +66,7 @@ def group(name, title, text, commands, contents):
 
 
 def family_group(family, commands):
-    """What belongs to a family, with the way in which most of its operations fail."""
+    """Returns the contents of a family, with the failure policy that most of its operations have."""
     ways = [operation.failure for operation in family.operations]
     usual = max(FAILURES, key=ways.count)
     text = ""
@@ -116,7 +116,7 @@ def local_function_of(function):
 
 
 def function_of(operation, usual):
-    """The declaration, in a family whose operations usually fail in one way."""
+    """Returns the declaration of an operation, in a family whose operations usually fail in one way."""
     command = operation.command
     code = f"{command.name} ({command.code})" if command else (
         "The caller's action" if operation.record.payload else "The caller's command")
@@ -160,7 +160,7 @@ def argument_text(argument):
 
 
 def result_text(operation):
-    """The result, where the rules of all functions do not say it."""
+    """Returns the description of the result, where the rules of all functions do not describe it."""
     odd = operation.odd.get("status")
     lengths = [argument for argument in operation.args.values() if argument.type == "length"]
     if operation.record.payload and lengths:
@@ -184,7 +184,7 @@ def prototype(operation, result="uint32_t "):
 
 
 def comment(lines):
-    """A doc comment of wrapped paragraphs; a paragraph may be (text, hanging indent)."""
+    """Returns a doc comment of wrapped paragraphs. A paragraph may be (text, hanging indent)."""
     out = ["/**"]
     for line in lines:
         text, hanging = line if isinstance(line, tuple) else (line, "")

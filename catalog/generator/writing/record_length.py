@@ -1,10 +1,11 @@
-"""The lengths of records, for stand-ins of the board."""
+"""This module writes the lengths of records, for stand-ins of the board."""
 
 from .text import GENERATED
 
 
 def record_length(catalogue):
-    """For the board's stand-ins, in C: what a caller who states no bound has room for."""
+    """Writes the lengths in C, for the stand-ins of the board. A caller who states no bound has room for such a length.
+    """
     lines = [f"/* {GENERATED}. */", "/* clang-format off */", "#ifndef RECORD_LENGTH_H", "#define RECORD_LENGTH_H", "",
              "#include <stdint.h>", "",
              "/* The length of the records of a channel; 0 where the channel is not known. */",

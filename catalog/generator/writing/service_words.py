@@ -1,4 +1,4 @@
-"""What the simulated service knows beyond the contract."""
+"""This module writes what the simulated service knows beyond the contract."""
 
 from .text import GENERATED
 
@@ -7,7 +7,7 @@ TYPES = {"u8": "uint8_t", "u16": "uint16_t", "s16": "int16_t", "u32": "uint32_t"
 
 
 def service_words(catalogue):
-    """The simulated service's own status words, and where its layouts have their fields."""
+    """Writes the simulated service's own status words, and the offsets of the fields of its layouts."""
     lines = [f"// {GENERATED}.", "// clang-format off", "#pragma once", "", "#include <cstdint>", "",
              '#include "place.h"', "", "// Status words of the simulated PON service."]
     for status in catalogue.statuses.values():

@@ -1,4 +1,4 @@
-"""The catalogue as tables of C++."""
+"""This module writes the catalogue as tables of C++."""
 
 from .header import prototype
 from .text import GENERATED, flag, quoted
@@ -10,7 +10,7 @@ KINDS = {"Record": "records", "Channel": "channels", "Command": "commands", "Sta
 def tables(catalogue):
     records, channels = list(catalogue.records.values()), list(catalogue.channels.values())
     commands = sorted(catalogue.commands.values(), key=lambda command: (command.channel.type, command.code))
-    # Where an entry stands in the tables.
+    # This names the position of each entry in the tables.
     at = {None: "nullptr"}
     for kind, entries in (("records", records), ("channels", channels), ("commands", commands)):
         at.update({entry: f"&all_{kind}[{index}]" for index, entry in enumerate(entries)})
@@ -103,7 +103,7 @@ def view_row(view):
 
 
 def parts_of(operation, at):
-    """What an operation's row refers to."""
+    """Writes what the row of an operation refers to."""
     lines = []
     for argument in operation.args.values():
         if argument.picked:

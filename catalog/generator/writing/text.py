@@ -1,4 +1,4 @@
-"""What the writers share."""
+"""This module has what the writers share."""
 
 GENERATED = "generated from the catalogue by catalog/generate.py; change the catalogue, not this file"
 

@@ -1,4 +1,4 @@
-"""A call of each operation by its place in the tables."""
+"""This module writes a call of each operation, by its position in the tables."""
 
 from .text import GENERATED
 

@@ -1,4 +1,4 @@
-"""A structure for the rows of each view."""
+"""This module writes a structure for the rows of each view."""
 
 from .text import GENERATED, quoted
 

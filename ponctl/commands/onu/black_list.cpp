@@ -1,4 +1,4 @@
-// ponctl onu reject and ponctl onu allow: what puts ONUs on the black list and takes them off.
+// ponctl onu reject and ponctl onu allow put ONUs on the blacklist and take them off.
 #include <cstring>
 
 #include "cli/operand_help.h"

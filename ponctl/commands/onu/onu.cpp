@@ -1,4 +1,4 @@
-// ponctl onu: the ONUs of a port, as the OLT has them.
+// ponctl onu shows and manages the ONUs of a port, as the OLT has them.
 #include "commands/onu/onu.h"
 
 #include <algorithm>
@@ -27,10 +27,10 @@ namespace
 
 constexpr const char *onu_help = "ONU id on the port, or MAC address, unless PORT has the ids";
 
-// A port that is left out stands for all.
+// A port that is left out stands for all ports.
 struct OnuOptions {
-    std::string port; // or a set, without an ONU
-    std::string onu;  // id or MAC address
+    std::string port; // a port, or a set without an ONU
+    std::string onu;  // id or MAC address of an ONU
 };
 
 struct BindOptions {
@@ -49,14 +49,14 @@ struct ConfirmOptions : OnuOptions {
 };
 
 struct DescribeOptions {
-    std::string port, id;            // or a set, and the text
-    std::optional<std::string> text; // nothing with a set
+    std::string port, id;            // a port and an id, or a set and the text
+    std::optional<std::string> text; // none when a set is given
 };
 
 constexpr const char *view_operation = "bsp_pon_exec_get_json_";
 constexpr size_t longest_text = 127;
 constexpr const char *which_onu = "ONU: missing; give an ONU id or MAC address, or a set as 1/3-17 in place of PORT";
-constexpr size_t longest_short_text = 63; // second and third bind text
+constexpr size_t longest_short_text = 63; // for the second and third bind text
 
 std::string mode_of(const std::string &text)
 {
@@ -73,7 +73,7 @@ ExitCode release_many(const Output &output, const ReleaseOptions &options)
     return run_call(output, operation, words_of({{"pon_port", options.port}}));
 }
 
-// Binds an ONU, and looks up which id the service picked for it.
+// Binds an ONU, and looks up which id the service chose for it.
 ExitCode bind_and_look_up(const Output &output, const std::vector<std::string> &words, const BindOptions &options)
 {
     const Invocation bound("bsp_pon_bind_onu_auto_id", words, consent());
@@ -105,7 +105,7 @@ ExitCode bind_and_look_up(const Output &output, const std::vector<std::string> &
     return exit_success;
 }
 
-// The row of an ONU among those that the service found; nothing where there is none.
+// Returns the row of an ONU among those that the service found, or nothing when there is none.
 std::optional<uint32_t> row_of(const db_handle *database, const OnuName &onu)
 {
     const char *column = onu.id.empty() ? "mac" : "onu_id";
@@ -116,15 +116,15 @@ std::optional<uint32_t> row_of(const db_handle *database, const OnuName &onu)
     return std::nullopt;
 }
 
-// All that is known of one ONU.
+// A Known holds all that is known of one ONU.
 struct Known {
     const Invocation *information;
     uint32_t row;
-    const Invocation *configuration; // null of an ONU that is not bound, as are its UNI ports
+    const Invocation *configuration; // null when the ONU is not bound; then the UNI ports are null, too
     const Invocation *uni_ports;
 };
 
-// `name`: of one of several.
+// `name` names the ONU when there are several.
 void write_onu(Json &json, const std::optional<Known> &known, const std::string *name)
 {
     json->StartObject();
@@ -171,14 +171,14 @@ std::vector<std::string> words_for(const std::string &port, const OnuName &onu)
     return words_of({{"record.pon_port", port}, {"record.onu_id", onu.id}, {"record.onu_mac", onu.mac}});
 }
 
-// Asks for all that is known of an ONU. Nothing where there is none, or the service does not answer the first question;
-// what was called stays in `calls`.
+// Asks for all that is known of an ONU. Returns nothing when there is no such ONU, or when the service does not answer
+// the first question. The calls stay in `calls`.
 std::optional<Known> ask_for(const std::string &port, const OnuName &onu, std::deque<Invocation> &calls)
 {
     const Invocation &information = calls.emplace_back("bsp_pon_get_onu_info", words_for(port, onu), consent());
     if (!information.good()) return std::nullopt;
     expect_answer(information);
-    // For id 0 the service tells of the whole port, since 0 narrows nothing.
+    // For id 0 the service returns the whole port, because 0 selects nothing.
     const std::optional<uint32_t> row = row_of(information.database(), onu);
     if (!row) return std::nullopt;
     const char *const bound_port = db_get_text(information.database(), *row, "pon_port");
@@ -190,7 +190,7 @@ std::optional<Known> ask_for(const std::string &port, const OnuName &onu, std::d
     return Known{&information, *row, &configuration, &uni_ports};
 }
 
-// Of one ONU what is known, of several an array or a title for each. Says which are not there.
+// Shows what is known of one ONU, or an array or titled parts for several. Reports the ONUs that do not exist.
 ExitCode show(const Output &output, const std::vector<std::pair<std::string, std::optional<Known>>> &onus, bool several)
 {
     std::optional<Json> json;
@@ -315,7 +315,7 @@ ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options)
 ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
 {
     constexpr const char *operation = "bsp_pon_onu_description";
-    // A set stands for PORT and ID, so the text is the second word.
+    // A set stands for PORT and ID, so the text is then the second word.
     const auto set = set_in_place_of(options.port);
     if (set ? options.text.has_value() : !options.text.has_value())
         throw UsageError("give PORT ID TEXT, or PORT/IDS TEXT; the TEXT is one word of the command line, quoted");

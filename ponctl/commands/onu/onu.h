@@ -1,4 +1,4 @@
-// The parts of ponctl onu.
+// This file declares the parts of ponctl onu.
 #pragma once
 
 #include "cli/program.h"
@@ -9,11 +9,11 @@ namespace ponctl
 inline constexpr const char *onu_set_help =
     "PON port and ids of its ONUs, as 1/5, 1/3-17,20 or 1/all (those that are bound)";
 
-// What puts ONUs on the black list and takes them off.
+// Adds the commands that put ONUs on the blacklist and take them off.
 void add_black_list(Command &onu);
-// What remote ONUs are asked. Returns the command that shows their images.
+// Adds the queries to remote ONUs. Returns the command that shows their images.
 Command &add_queries(Command &onu);
-// What they are told; `image`: the command that has those for images.
+// Adds the commands that configure remote ONUs. Those for images are added to `image`.
 void add_settings(Command &onu, Command &image);
 
 } // namespace ponctl

@@ -1,4 +1,4 @@
-// ponctl onu: what remote ONUs are asked, each or many.
+// These commands of ponctl onu query remote ONUs, one or many.
 #include <algorithm>
 #include <array>
 #include <deque>
@@ -23,34 +23,34 @@ namespace
 
 struct RemoteOptions {
     std::string set;
-    std::string uni;      // port; empty: the whole ONU
-    bool local = false;   // as the OLT has it, in place of the ONU
-    bool history = false; // the period before, in place of the current one
+    std::string uni;      // a UNI port; empty: the whole ONU
+    bool local = false;   // what the OLT has of it, in place of what the ONU has
+    bool history = false; // the period before the current one
     ChartOptions chart;
 };
 
 struct ServicesOptions {
     std::string set;
-    std::vector<std::string> services; // empty: all that the ONU has
-    std::string wan = "0";             // number of a WAN connection; 0: all
+    std::vector<std::string> services; // empty: all services that the ONU has
+    std::string wan = "0";             // number of a WAN connection; 0: all of them
 };
 
-// What `onu services` shows.
+// These are the services that `onu services` shows.
 constexpr std::array<std::string_view, 9> onu_services{"wan",  "wlan", "catv", "voip", "acl",
                                                        "dhcp", "fec",  "time", "mgmt"};
 
-// A call whose answer is a part of the result.
+// A Query is a call whose answer is a part of the result.
 struct Query {
     const char *operation;
-    std::string_view name;  // of the member in JSON
-    std::string_view title; // for people
+    std::string_view name;  // the name of the member in JSON
+    std::string_view title; // the title for people
     std::vector<std::string> words = {};
 };
 
 Section section_of(const Query &query, const Invocation &called)
 {
     Section section{query.name, query.title, &called};
-    // Of an answer in the caller's record, what the ONU said.
+    // Of an answer in the caller's record, only the part is shown that comes from the ONU.
     if (called.has(catalogue::ArgumentType::record)) {
         section.of_answer = true;
         section.start = catalogue::find_field(called.operation().record->fields, "onu_data")->offset;
@@ -66,7 +66,7 @@ std::vector<Section> sections_of(const std::vector<Query> &queries, const OnuCal
     return sections;
 }
 
-// Puts the queries to each ONU of the set. `able_only`: leaves out what an ONU's kind is not able to do.
+// Sends the queries to each ONU of the set. `able_only` leaves out the services that the ONU's kind does not have.
 ExitCode ask_onus(const Output &output, const std::string &set, const std::vector<Query> &queries,
                   bool able_only = false)
 {
@@ -251,7 +251,7 @@ ExitCode run_onu_image(const Output &output, const RemoteOptions &options)
 
 using Run = ExitCode (*)(const Output &, const RemoteOptions &);
 
-// A command that shows something of each ONU of SET.
+// A QueryCommand is a command that shows something of each ONU of SET.
 struct QueryCommand {
     Command &command;
     RemoteOptions &options;
@@ -265,8 +265,8 @@ QueryCommand add_query(Command &onu, const char *name, const char *brief, Run ru
     return {command, options};
 }
 
-// Has a command that has commands of its own do without SET, which stands behind those then. Reading it finds it
-// missing.
+// Lets SET be missing for a command with commands below it, because SET then stands behind those. When the command
+// itself runs, it finds that SET is missing.
 void let_set_be_missing(const QueryCommand &query)
 {
     query.command.arguments.front().required = false;

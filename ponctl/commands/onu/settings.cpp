@@ -1,4 +1,4 @@
-// ponctl onu: what remote ONUs are told, each or many.
+// These commands of ponctl onu configure remote ONUs, one or many.
 #include <algorithm>
 #include <deque>
 
@@ -27,12 +27,12 @@ struct MultiLlidOptions {
 
 struct SettingOptions {
     std::string set;
-    std::vector<std::string> words; // of the setting's name, and field=value
+    std::vector<std::string> words; // the words of the setting's name, and field=value
 };
 
 using catalogue::Channel;
 
-// The operation that sends settings of a channel as they are; null where there is none.
+// Returns the operation that sends the settings of a channel unchanged, or null when there is none.
 const char *setter_of(const Channel &channel)
 {
     if (channel.name == "BSP_MSG_ONU_CFG") return "bsp_pon_onu_ctc_config";
@@ -50,7 +50,7 @@ std::vector<const catalogue::Command *> settings()
     return found;
 }
 
-// The words of a setting's name with hyphens between them: BSP_CMD_ONU_MULTI_LLID_SET as multi-llid.
+// Returns the words of a setting's name with hyphens between them: BSP_CMD_ONU_MULTI_LLID_SET becomes multi-llid.
 std::string short_name(std::string_view name)
 {
     std::string text = text::lower_case(name);
@@ -78,10 +78,10 @@ const catalogue::Command &named_setting(const std::vector<std::string> &words)
                      " ('ponctl onu settings' lists them)");
 }
 
-// What a command line calls the UNI port of a setting.
+// A command line uses this name for the UNI port of a setting.
 constexpr std::string_view uni = "uni";
 
-// The fields of a setting: those that its layout names, and the record's own.
+// Returns the fields of a setting: those that its layout names, and those of the record.
 std::vector<const catalogue::Field *> fields_of(const catalogue::Command &command)
 {
     std::vector<const catalogue::Field *> fields;
@@ -103,7 +103,7 @@ void check_field(const catalogue::Command &command, const std::string &name)
                          " (known are " + text::join(known) + ")");
 }
 
-// The request of a setting, for an ONU that is not named yet.
+// Returns the request of a setting, for an ONU that is not named yet.
 Bytes request_of(const catalogue::Command &command, const std::vector<Assignment> &given)
 {
     const catalogue::Record &record = *command.channel->record;
@@ -123,7 +123,7 @@ Bytes request_of(const catalogue::Command &command, const std::vector<Assignment
     return bytes;
 }
 
-// The blocks that carry an image, a part each.
+// Returns the blocks that carry an image. Each block carries one part of it.
 std::vector<Bytes> parts_of(const Bytes &image, const std::string &version)
 {
     const catalogue::Command &command = *catalogue::find_command("BSP_CMD_ONU_IMAGE_WRITE");

@@ -1,10 +1,10 @@
-/* Records of what went over the IPC, written by every client process that runs with BOARD_IPC_TRACE=FILE and by
- * services that record what they answer, and how to read them. The contents of files that an answer names are not in
- * them.
+/* This file describes records of what went over the IPC, and how to read them. Every client process that runs with
+ * BOARD_IPC_TRACE=FILE writes them, and so do services that record what they answer. The contents of files that an
+ * answer names are not in them.
  *
- * The file: a board_trace_file, then records. A record: a board_trace_record, then the request's, the response's and
- * the result's bytes, nothing between and nothing behind them. Several processes may write one file: each record is
- * appended in one piece. All words are in the byte order that the file names. */
+ * The file has a board_trace_file, followed by records. A record is a board_trace_record, followed by the bytes of
+ * the request, the response and the result, with nothing between them and nothing behind them. Several processes may
+ * write one file, because each record is appended in one piece. All words are in the byte order that the file names. */
 #ifndef BOARD_TRACE_H
 #define BOARD_TRACE_H
 
@@ -28,23 +28,24 @@ typedef struct board_trace_file {
 
 typedef struct board_trace_record {
     uint64_t time; /* when the exchange ended: nanoseconds since 1970 */
-    uint32_t size; /* of the record, the bytes that follow included */
-    uint32_t pid;  /* the client's process and thread */
-    uint32_t tid;  /* 0 when a service recorded */
+    uint32_t size; /* of the record, including the bytes that follow */
+    uint32_t pid;  /* the client's process */
+    uint32_t tid;  /* the client's thread; 0 when a service recorded */
     uint32_t call; /* a board_call */
     uint32_t module;
     uint32_t msg_type;  /* the channel */
     uint32_t allowed;   /* response bytes that the caller allowed; 0: no bound stated */
-    int32_t ipc_result; /* what the call returned; unless 0, what follows is 0 but the request */
+    int32_t ipc_result; /* what the call returned; if it is not 0, all that follows except the request is 0 */
     uint32_t status;    /* the service's status word */
     uint32_t request_length;
     uint32_t response_length; /* as the service sent it, whatever the caller allowed */
     uint32_t result_key;      /* 0 when no result database came */
-    uint32_t result_length;   /* of the result as the service states it */
+    uint32_t result_length;   /* of the result, as the service states it */
     uint32_t result_carried;  /* bytes of the result in the record; 0 when it was too long to travel */
 } board_trace_record;
 
-/* Reading. Everything comes out in the reader's byte order, but for the bytes of requests and responses. */
+/* The functions below read a trace. They give everything in the reader's byte order, except the bytes of requests and
+ * responses. */
 typedef struct board_trace board_trace;
 
 typedef struct board_trace_entry {
@@ -54,11 +55,14 @@ typedef struct board_trace_entry {
     const char *result;
 } board_trace_entry;
 
-/* Opens a trace file; null on failure, and `*error` (may be null) then points to a static text that says why. */
+/* Opens a trace file. Returns null on failure; then `*error` points to a static text that says why. `error` may be
+ * null. */
 board_trace *board_trace_open(const char *file, const char **error);
-/* The byte order of the bytes of requests and responses: BOARD_TRACE_LITTLE_ENDIAN or BOARD_TRACE_BIG_ENDIAN. */
+/* Returns the byte order of the bytes of requests and responses: BOARD_TRACE_LITTLE_ENDIAN or
+ * BOARD_TRACE_BIG_ENDIAN. */
 int board_trace_byte_order(const board_trace *trace);
-/* Reads the next record: 1, 0 at the end of the file, -1 when the file is damaged here or cannot be read. */
+/* Reads the next record. Returns 1, or 0 at the end of the file, or -1 when the file is damaged here or cannot be
+ * read. */
 int board_trace_next(board_trace *trace, board_trace_entry *entry);
 /* Closes the file. Null is allowed. */
 void board_trace_close(board_trace *trace);
