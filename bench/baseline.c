@@ -17,7 +17,7 @@ static uint32_t outcome(int32_t rv, uint32_t status, const char *function, int l
     return status;
 }
 
-/* The copy that the library makes: past the field if it must, never past the record. */
+/* Copies as the library does: beyond the end of the field if necessary, but never beyond the end of the record. */
 static void put_text(char *to, size_t room, const char *text)
 {
     size_t length;

@@ -1,4 +1,5 @@
-/* A few operations as a C programmer would write them, each in one function with the same clears, stores and calls. */
+/* These are a few operations as a C programmer would write them. Each is one function with the same clears, stores and
+   calls. */
 #ifndef BENCH_BASELINE_H
 #define BENCH_BASELINE_H
 
@@ -10,7 +11,7 @@ extern "C" {
 
 uint32_t c_bind(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a, const char *text_b,
                 uint32_t value, const char *text_c);
-/* The same with strcpy: what a caller who keeps to the fields would not notice. */
+/* This is the same operation with strcpy. A caller whose texts fit into the fields would not notice a difference. */
 uint32_t c_bind_unbounded(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac, const char *text_a,
                           const char *text_b, uint32_t value, const char *text_c);
 uint32_t c_release(uint32_t pon_port, uint32_t onu_id);

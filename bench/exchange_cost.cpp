@@ -1,5 +1,6 @@
-// The round trip of an operation through the host edition, beside a bare blocking SOCK_SEQPACKET ping-pong of the same
-// sizes between two processes. The two take turns in one run, so that the machine's mood falls on both.
+// This benchmark measures the round trip of an operation through the host edition. It compares it with a plain blocking
+// SOCK_SEQPACKET ping-pong of the same sizes between two processes. The two take turns in one run, so that changes in
+// the machine's load affect both.
 #include <sched.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -20,7 +21,7 @@ namespace
 constexpr int rounds = 41;
 constexpr int exchanges_a_round = 2000;
 
-// Nanoseconds of one call, as the mean of a round.
+// Returns the nanoseconds of one call, as the mean of a round.
 double time_round(const std::function<void()> &call)
 {
     const auto start = std::chrono::steady_clock::now();
@@ -32,7 +33,7 @@ double time_round(const std::function<void()> &call)
 
 struct Exchange {
     const char *name;
-    size_t request; // bytes on the socket, header included
+    size_t request; // bytes on the socket, including the header
     size_t answer;
     void (*call)();
 };

@@ -1,5 +1,7 @@
 #!/usr/bin/python3
-"""Instructions an operation costs over a stub IPC, beside the same thing in C: instructions.py PATH/operation_cost"""
+"""Counts the instructions of an operation with a stub IPC, beside the same operation in C: instructions.py
+PATH/operation_cost
+"""
 
 import re
 import subprocess
@@ -15,7 +17,9 @@ def instructions(program, case, side, count):
 
 
 def per_call(program, case, side):
-    """What start-up costs is the same in both runs and falls out."""
+    """Returns the instructions of one call. The cost of the start-up is the same in both runs, so the difference does
+    not contain it.
+    """
     return (instructions(program, case, side, MANY) - instructions(program, case, side, FEW)) / (MANY - FEW)
 
 

@@ -1,8 +1,8 @@
-// The cost of an operation over a stub IPC, beside the same thing written in C.
+// This benchmark measures the cost of an operation with a stub IPC, beside the same operation written in C.
 //
-// operation_cost                  nanoseconds a call, by Google Benchmark
-// operation_cost --list           the names of the cases
-// operation_cost CASE SIDE COUNT  makes COUNT calls, SIDE being lib or c: for counting instructions from outside
+//   operation_cost                  nanoseconds of a call, by Google Benchmark
+//   operation_cost --list           the names of the cases
+//   operation_cost CASE SIDE COUNT  makes COUNT calls; SIDE is lib or c: for counting instructions from outside
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

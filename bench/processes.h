@@ -1,4 +1,5 @@
-// What the benchmarks of two processes share: a child on a processor of its own, and numbers of several rounds.
+// This file has what the benchmarks of two processes share: a child on a processor of its own, and numbers of several
+// rounds.
 #pragma once
 
 #include <sched.h>
@@ -30,7 +31,8 @@ inline void pin(int processor)
     if (sched_setaffinity(0, sizeof set, &set)) die("sched_setaffinity");
 }
 
-// A child on a processor, which runs `serve` until its parent ends it or dies; it has written a byte when it is ready.
+// A Server is a child process on a processor. It runs `serve` until its parent ends it or dies. It writes a byte when
+// it is ready.
 class Server
 {
 public:

@@ -1,5 +1,5 @@
-// A table of 1 MiB from request to readable handle, beside copying it out of a mapped segment and reading the copy with
-// the same JSON library. The two take turns in one run.
+// This benchmark measures a table of 1 MiB from the request to a readable handle. It compares this with copying the
+// table out of a mapped segment and reading the copy with the same JSON library. The two take turns in one run.
 #include <rapidjson/document.h>
 #include <sys/mman.h>
 
@@ -18,7 +18,7 @@ namespace
 constexpr int rounds = 101;
 constexpr size_t table_size = BOARD_RESULT_MAX;
 
-// Rows as the ONU views have them, up to the bound.
+// Returns rows like those of the ONU views, up to the bound.
 std::string make_table()
 {
     std::string table = "[";

@@ -1,5 +1,5 @@
-// The simulator at scale: how long ONUs take from power-up to registered when the clock runs free, what each of 10,240
-// takes of memory, and how long requests take on a small and on a large OLT.
+// This benchmark measures the simulator at scale: how long ONUs take from power-up to registration when the clock runs
+// free, how much memory each of 10,240 ONUs takes, and how long requests take on a small and on a large OLT.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,7 +26,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-// OLTs of so many PON ports, each with so many ONUs that are bound; `start` is cold or registered.
+// Returns a scenario of OLTs with so many PON ports, each with so many bound ONUs. `start` is cold or registered.
 ponsim::Scenario scenario_of(int olts, int ports, int onus, const char *start)
 {
     const std::string text =
@@ -70,7 +70,7 @@ void measure_registration(int ports, int onus)
                 ports * onus, median(seconds), model_seconds);
 }
 
-// In KiB.
+// Returns the memory of a process in KiB.
 size_t memory_of(pid_t process)
 {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
@@ -79,7 +79,7 @@ size_t memory_of(pid_t process)
     return 0;
 }
 
-// Serves a scenario's OLTs from a child, in folders of their names.
+// Serves a scenario's OLTs from a child process, in folders that have their names.
 Server serve(const ponsim::Scenario &scenario, const std::string &folder)
 {
     std::filesystem::create_directories(folder);
@@ -148,7 +148,7 @@ constexpr Kind kinds[] = {
     {"view of the OLT", 200, [] { return view(0); }},
 };
 
-// In a process of its own: the library looks for its service once.
+// Measures requests in a process of its own, because the library looks for its service only once.
 void measure_requests(const std::string &folder, int onus)
 {
     std::fflush(stdout);

@@ -1,5 +1,7 @@
 #!/usr/bin/python3
-"""Bytes of the library on the target: 32-bit big-endian MIPS, -Os. Run from the top of the checkout."""
+"""Prints the size in bytes of the library on the target: 32-bit big-endian MIPS, -Os. Run it from the top of the
+checkout.
+"""
 
 import pathlib
 import subprocess

@@ -1,4 +1,4 @@
-/* The board's functions as far as the library calls them, doing nothing: what is left is the operation's own cost. */
+/* These are the board's functions that the library calls. They do nothing, so only the operation's own cost is left. */
 #include "board/datastore.h"
 #include "board/ipc.h"
 #include "board/util.h"

@@ -1,8 +1,9 @@
-/* A front end in its smallest form: finds an ONU that waits on a PON port, binds it, shows it, releases it.
+/* This is a front end in its smallest form. It finds an ONU that waits on a PON port, binds it, shows it, and
+ * releases it.
  *
  *     bind_example [PORT]
  *
- * Links the library and the board's libraries: -lbsp_pon -lboard. */
+ * It links the library and the board's libraries: -lbsp_pon -lboard. */
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -11,7 +12,7 @@
 #include "board/ipc.h"
 #include "bsp_pon.h"
 
-/* The port's ONUs as a result database, or null after a message. */
+/* Returns the port's ONUs as a result database, or null after a message. */
 static db_handle *onus_of(uint32_t pon_port)
 {
     db_handle *db = NULL;
@@ -26,7 +27,7 @@ static db_handle *onus_of(uint32_t pon_port)
     return db;
 }
 
-/* The row whose column has this text; db_rows when there is none. */
+/* Returns the row whose column has this text, or db_rows when there is none. */
 static uint32_t find_row(db_handle *db, const char *column, const char *text)
 {
     uint32_t row = 0;

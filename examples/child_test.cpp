@@ -1,6 +1,6 @@
-// A test with two simulated OLTs in a process of their own: what is bound at one is unknown to the other.
+// This test has two simulated OLTs in a process of their own. What is bound at one OLT is unknown to the other.
 //
-// Links pkg-config's ponsim, as embedded_test.c does; the program ponsim is looked for in PATH.
+// It links pkg-config's ponsim, as embedded_test.c does. The program ponsim is looked for in PATH.
 #include <array>
 #include <cstdint>
 #include <cstdio>

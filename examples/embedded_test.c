@@ -1,6 +1,6 @@
-/* A test with a simulated OLT in its own process: an ONU that is bound loses its power, and the alarm tells so.
+/* This test has a simulated OLT in its own process. An ONU that is bound loses its power, and an alarm reports it.
  *
- * Links pkg-config's ponsim: the library, the host edition of the board's libraries, and the simulator. */
+ * It links pkg-config's ponsim: the library, the host edition of the board's libraries, and the simulator. */
 #include <stdint.h>
 #include <stdio.h>
 #include <string.h>
@@ -19,7 +19,7 @@ static const char scenario[] = "[[olt]]\n"
 
 static const uint8_t kitchen[6] = {0x02, 0x00, 0x5e, 0x10, 0x00, 0x01};
 
-/* 1 when the alarms of port 1 have this one. */
+/* Returns 1 when this alarm is among the alarms of port 1. */
 static int has_alarm(const char *name)
 {
     bsp_pon_msg record;
@@ -36,7 +36,7 @@ static int has_alarm(const char *name)
     return found;
 }
 
-/* Null when all is as expected, or else what is not. */
+/* Returns null when everything is as expected, or otherwise what is not. */
 static const char *test_power_cut(bsp_simulator *simulator)
 {
     char said[256];

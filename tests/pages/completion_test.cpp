@@ -1,4 +1,5 @@
-// The completions of shells: that of bash as bash runs it; of the others, which need not be there, what they know.
+// These tests check the completions of shells. bash runs its completion. The other shells may be missing, so the tests
+// check what their completions contain.
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -25,7 +26,7 @@ using testing::IsSupersetOf;
 using testing::UnorderedElementsAreArray;
 using Words = std::vector<std::string>;
 
-// What bash offers for each of the lines, at their ends.
+// Returns what bash offers at the end of each of the lines.
 std::vector<Words> completed(const Words &lines)
 {
     std::string script = "source " COMPLETION "/ponctl\n";
@@ -62,7 +63,7 @@ const Syntax &command_named(const std::string &name, const Program &program)
     return **std::ranges::find(program.tree.commands, name, &Syntax::name);
 }
 
-// The options of a command itself; --help is the program's.
+// Returns the options of the command itself. --help belongs to the program.
 Words spellings_of_options(const Syntax &command)
 {
     Words spellings;
@@ -159,7 +160,8 @@ TEST(BashCompletion, FinishesFilesAndFolders)
     EXPECT_THAT(completed("ponctl --socket-dir " COMPLETION "/pon"), IsEmpty());
 }
 
-// The first words of the candidates under a key of a table: what stands between a quotation mark and one of `ends`.
+// Returns the first words of the candidates under a key of a table: the text between a quotation mark and one of
+// `ends`.
 Words words_of_table(const std::string &table, const std::string &head, const std::string &tail,
                      const std::string &start, const std::string &ends)
 {
@@ -182,7 +184,7 @@ std::string contents(const char *file)
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// Holds the commands and options that a table knows against those that there are.
+// Compares the commands and options of a table with those that exist.
 template <class Known>
 void compare_with_commands(Known known)
 {

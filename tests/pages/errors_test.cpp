@@ -1,5 +1,5 @@
-// What the tool says to wrong input: each file of the folder errors has command lines, what they write on standard
-// error and the exit code, of one group of commands. There is no service and no terminal.
+// These tests check what the tool says to wrong input. Each file of the folder errors has command lines of one group of
+// commands, with what they write on standard error and the exit code. There is no service and no terminal.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -16,9 +16,9 @@ namespace
 {
 
 struct Case {
-    std::string line; // after "$ "
+    std::string line; // the text after "$ "
     std::string error;
-    int code = -1; // after "exit "
+    int code = -1; // the number after "exit "
 };
 
 std::vector<Case> cases_of(const std::filesystem::path &file)
@@ -36,7 +36,7 @@ std::vector<Case> cases_of(const std::filesystem::path &file)
     return cases;
 }
 
-// The words of a line, without the program's; apostrophes hold words together.
+// Returns the words of a line without the program's name. Apostrophes hold words together.
 std::vector<std::string> words_of(const std::string &line)
 {
     std::vector<std::string> words = ponctl::split_line(line);
@@ -65,7 +65,7 @@ void write_cases(const std::filesystem::path &file, const std::vector<Case> &cas
             << each.error << "exit " << each.code << "\n";
 }
 
-// With WRITE_ERRORS in the environment, what is said now is written to the file, to be read before it is committed.
+// With WRITE_ERRORS in the environment, the current messages are written to the file. Read them before you commit them.
 TEST_P(Errors, AreTheOnesThatAreCommitted)
 {
     setenv("BOARD_IPC_DIR", "/nonexistent", 1);

@@ -1,4 +1,4 @@
-// The help of every command.
+// These tests check the help of every command.
 #include <cctype>
 
 #include <gmock/gmock.h>
@@ -29,7 +29,7 @@ Said help_of(const Syntax &command)
     return run_tool(words);
 }
 
-// An acronym may stand anywhere.
+// An acronym may stand at the start, too.
 bool starts_in_lower_case(const std::string &text)
 {
     const auto upper = [&text](size_t i) { return std::isupper(static_cast<unsigned char>(text[i])) != 0; };

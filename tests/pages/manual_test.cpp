@@ -1,4 +1,4 @@
-// The pages of the manual that are written from what ponctl knows of itself.
+// These tests check the pages of the manual that are written from what ponctl knows of itself.
 #include <filesystem>
 
 #include <gmock/gmock.h>
@@ -22,7 +22,7 @@ std::string page_of(const Syntax &group)
     return MANUAL "/man1/ponctl-" + group.name + ".1";
 }
 
-// From a heading of this text to the next one, of a page as it is read.
+// Returns the part of a page, as it is read, from a heading with this text to the next heading.
 std::string section_of(const std::string &page, const std::string &heading)
 {
     std::string section;

@@ -1,4 +1,5 @@
-// The page of the daemon, which is written by hand, has what the daemon has, and nothing else.
+// These tests check that the page of the daemon, which is written by hand, has everything that the daemon has, and
+// nothing else.
 #include <algorithm>
 #include <fstream>
 #include <regex>
@@ -14,7 +15,7 @@ namespace
 
 using Names = std::set<std::string>;
 
-// What the groups of an expression match in a text, one of each match.
+// Returns what the groups of an expression match in a text, one group for each match.
 Names found(const std::string &text, const char *expression)
 {
     const std::regex wanted(expression);
@@ -24,14 +25,14 @@ Names found(const std::string &text, const char *expression)
     return names;
 }
 
-// The source of the page.
+// Returns the source of the page.
 std::string page()
 {
     std::ifstream in(PAGE);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// A section or subsection of it.
+// Returns a section or subsection of the page.
 std::string section(const std::string &heading)
 {
     const std::string text = page();
@@ -41,7 +42,7 @@ std::string section(const std::string &heading)
     return text.substr(start, end - start);
 }
 
-// Of the program itself, or of one of its commands.
+// Returns the options of the program itself, or of one of its commands.
 Names options_of(const std::string &command = {})
 {
     return found(output_of(PONSIM " " + command + " --help"), "\n  (?:-\\w,)?--([a-z-]+)");

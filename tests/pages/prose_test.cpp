@@ -1,4 +1,4 @@
-// What is written by hand for a page, and text in the mdoc language.
+// These tests check what is written by hand for a page, and text in the mdoc language.
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>

@@ -20,7 +20,7 @@ std::string rendered(const std::string &page)
 {
     const std::string text = output_of("mandoc -T ascii -O width=1000 '" + page + "'");
     std::string plain;
-    for (const char c : text) { // a sign, backspace, and the sign again is bold
+    for (const char c : text) { // a character, backspace, and the same character again make it bold
         if (c == '\b')
             plain.pop_back();
         else

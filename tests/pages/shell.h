@@ -1,14 +1,14 @@
-// What other programs print.
+// This file returns what other programs print.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// All that a command of the shell writes, on standard error too.
+// Returns everything that a shell command writes, also on standard error.
 std::string output_of(const std::string &command);
-// The same with a manual page as a reader sees it, in lines as long as they need to be.
+// Returns a manual page as a reader sees it, with lines as long as necessary.
 std::string rendered(const std::string &page);
-// What mandoc finds to complain of in a page.
+// Returns the complaints of mandoc about a page.
 std::string complaints_about(const std::string &page);
 
 std::vector<std::string> lines_of(const std::string &text);

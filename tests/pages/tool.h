@@ -1,4 +1,4 @@
-// Runs the tool where the namespace of its code has its name.
+// This file runs the tool for code in which the tool's name is that of a namespace.
 #pragma once
 
 #include <string>

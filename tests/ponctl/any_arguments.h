@@ -1,4 +1,4 @@
-// A command line for each operation.
+// This file makes a command line for each operation.
 #pragma once
 
 #include <string>
@@ -7,11 +7,13 @@
 #include "catalogue.h"
 
 struct AnyArguments {
-    // Of every number; records are zero then. Empty: numbers that use all bytes of their type, and some record.
+    // This is the value of every number; records are then zero. When it is empty, numbers use all bytes of their type,
+    // and records have some contents.
     std::string number = {};
-    // What the operation is told to send, where its caller states the command; null: a number like any other.
+    // The operation sends this command when its caller states the command. When it is null, the command is a number
+    // like any other.
     const catalogue::Command *command = nullptr;
 };
 
-// The words that call the operation with arguments of some value each, by their types.
+// Returns the words that call the operation with some value for each argument, according to its type.
 std::vector<std::string> words_for(const catalogue::Operation &operation, const AnyArguments &any = {});

@@ -1,4 +1,4 @@
-// ponctl auth, as a process, against a service.
+// These tests run ponctl auth as a process against a fake service.
 #include <sstream>
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// ponctl batch, as a process, against a service.
+// These tests run ponctl batch as a process against a fake service.
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -19,7 +19,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-// A file of lines that goes when this does.
+// Lines is a file of lines that is removed with the object.
 class Lines
 {
 public:
@@ -67,7 +67,7 @@ TEST(Batch, ReadsStandardInputWhichItsCommandsDoNot)
         EXPECT_THAT(finished.err, HasSubstr("--yes: missing"));
         EXPECT_THAT(finished.err, HasSubstr("standard input:1: ended with 2"));
     }
-    EXPECT_EQ(service.received().size(), 1u); // of the batch that went on
+    EXPECT_EQ(service.received().size(), 1u); // only the batch continued, and only it sent a request
 }
 
 TEST(Batch, StopsAtTheFirstLineThatFails)
@@ -120,7 +120,7 @@ TEST(Batch, EchoesLinesBeforeWhatTheyPrint)
 
 TEST(Batch, SeesFailuresWhereChildrenAreIgnored)
 {
-    const auto before = std::signal(SIGCHLD, SIG_IGN); // which ponctl inherits
+    const auto before = std::signal(SIGCHLD, SIG_IGN); // ponctl inherits this
     Session session({"batch", "-"});
     std::signal(SIGCHLD, before);
     session.type("idset 300\n\004");

@@ -1,4 +1,4 @@
-// Blocks of a fixed size and words of the answer, with ponctl call.
+// These tests check blocks of a fixed size and words of the answer, with ponctl call.
 #include <bit>
 
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ namespace
 using testing::HasSubstr;
 using Words = std::vector<std::string>;
 
-// The order of the bytes of a word.
+// The order of the bytes of a word differs between machines.
 constexpr bool big_endian = std::endian::native == std::endian::big;
 
 const Words flush{"call", "bsp_pon_plat_fdb_flush", "--yes"};
@@ -73,7 +73,7 @@ TEST(FixedBlock, TakesScaledValuesInTheirUnit)
                            "status.time=18446744073709551615"})
                   .code,
               0);
-    // Two commands share the code; this one's block starts with flags, and the temperature is behind them.
+    // Two commands share the code. The block of this one starts with flags, and the temperature is behind them.
     EXPECT_EQ(static_cast<int32_t>(service.received().at(0).word(128)), -3550);
     EXPECT_EQ(service.received().at(0).word(148), UINT32_MAX);
     EXPECT_EQ(service.received().at(0).word(152), UINT32_MAX);

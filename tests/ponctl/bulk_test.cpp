@@ -1,4 +1,4 @@
-// ponctl bulk, ponctl arp and ponctl onu configure, as a process, against a service.
+// These tests run ponctl bulk, ponctl arp and ponctl onu configure as a process against a fake service.
 #include <cstring>
 #include <fstream>
 
@@ -84,7 +84,7 @@ TEST(Arp, ShowsTheRowsOfAFile)
 TEST(OnuConfigure, IsTheWordOfEachOnu)
 {
     std::vector<uint8_t> record(1888);
-    record[20] = record[23] = 5; // 0x05000005 in either order
+    record[20] = record[23] = 5; // 0x05000005 in both byte orders
     const FakeService service(bytes(record));
     const auto words = parsed(service.ponctl({"onu", "configure", "1/5-6", "-o", "json"}).out);
     EXPECT_EQ(words[1]["configure"].GetUint(), 0x05000005u);

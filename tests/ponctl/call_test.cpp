@@ -1,4 +1,4 @@
-// ponctl call, as a process, against a service.
+// These tests run ponctl call as a process against a fake service.
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -166,7 +166,7 @@ TEST(Call, SaysThatThereIsNoResult)
     EXPECT_TRUE(parsed(service.ponctl(with(words, {"-o", "json"})).out)["outputs"]["db_out"].IsNull());
 }
 
-// Answers with the request, in which a result file's name is put.
+// Answers with the request, into which the name of a result file is written.
 void answer_with_name(const board_request &request, board_answer *answer)
 {
     std::vector<uint8_t> record(request.length);
@@ -227,7 +227,8 @@ TEST(Call, ReadsAResponseByTheLayoutOfTheAnswer)
     EXPECT_STREQ(document["outputs"]["resp"]["loid"].GetString(), "");
 }
 
-// The service leaves no result here: the operation would drop it, which a run that looks for leaks takes for one.
+// The service leaves no result here, because the operation would drop it, and a run that looks for leaks would report
+// it.
 TEST(Call, SaysThatAnOperationHandsOutNoDatabase)
 {
     const FakeService service;
@@ -239,7 +240,7 @@ TEST(Call, SaysThatAnOperationHandsOutNoDatabase)
     EXPECT_THAT(finished.err, Not(HasSubstr("left no result database")));
 }
 
-// Answers with a text at the place where the configuration of an ONU stands.
+// Returns a handler that answers with a text at the offset of an ONU's configuration.
 FakeService::Handler configuration(const std::string &json, uint32_t status_word = 0)
 {
     return [=](const board_request &, board_answer *answer) {
@@ -275,7 +276,7 @@ TEST(Call, ShowsTheRequestOfADryRunAndSendsNothing)
     const FakeService service;
     const Finished finished = service.ponctl(with(bind, {"--dry-run"}));
     EXPECT_EQ(finished.code, 0);
-    // Records are in the order of the machine.
+    // Records are in the byte order of the machine.
     const std::string command = std::endian::native == std::endian::little
                                     ? "6d 01 00 00                                      m..."
                                     : "00 00 01 6d                                      ...m";
@@ -318,7 +319,7 @@ TEST(CommandLine, OutputThatCannotBeWrittenIsAnError)
     const Finished finished = ponctl({"ops"}, full);
     close(full);
     EXPECT_EQ(finished.code, 4);
-    // The reason follows where it is still known.
+    // The reason follows when it is still known.
     EXPECT_THAT(finished.err, StartsWith("ponctl: cannot write the output"));
 }
 

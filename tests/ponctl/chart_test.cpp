@@ -1,4 +1,4 @@
-// Charts of a quantity over time.
+// These tests check charts of a quantity over time.
 #include "results/chart.h"
 
 #include "results/history.h"

@@ -1,4 +1,4 @@
-// What may be typed next on a command line.
+// These tests check what may be typed next on a command line.
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -22,7 +22,7 @@ using testing::IsEmpty;
 using testing::Not;
 using Words = std::vector<std::string>;
 
-// What the tool would answer of an OLT with two ports.
+// Returns what the tool would answer for an OLT with two ports.
 std::string an_olt(const Words &words)
 {
     static const std::map<Words, std::string> answers{

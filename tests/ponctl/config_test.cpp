@@ -1,4 +1,4 @@
-// ponctl config, as a process, against a service.
+// These tests run ponctl config as a process against a fake service.
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -14,7 +14,7 @@ namespace
 
 using testing::HasSubstr;
 
-// A folder that lives as long as the test.
+// Config makes a folder that exists as long as the test.
 class Config : public testing::Test
 {
 protected:
@@ -32,7 +32,7 @@ protected:
         std::ifstream file(path(name));
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    // Answers with the file of this name as the configuration.
+    // Returns a handler that answers with the file of this name as the configuration.
     FakeService::Handler answer_with_file(const char *name) const
     {
         const std::string file = path(name);

@@ -1,4 +1,4 @@
-// JSON documents as comma-separated values.
+// These tests write JSON documents as comma-separated values.
 #include "output/csv.h"
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// ponctl debug, as a process, against a service.
+// These tests run ponctl debug as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

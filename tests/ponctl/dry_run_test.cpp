@@ -1,4 +1,4 @@
-// ponctl --dry-run, as a process, against a service that must not be asked.
+// These tests run ponctl --dry-run as a process against a fake service that must not receive a request.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -31,7 +31,7 @@ uint64_t Received::number(std::string_view name) const
     if (!field) throw std::runtime_error("no field " + std::string(name));
     uint64_t bytes = 0;
     auto *const number = reinterpret_cast<uint8_t *>(&bytes);
-    // The low bytes of the number are first on a little-endian host and last on the other.
+    // On a little-endian host the low bytes of the number come first, on a big-endian host they come last.
     const size_t start = std::endian::native == std::endian::big ? sizeof bytes - field->size : 0;
     std::memcpy(number + start, record.data() + field->offset, field->size);
     return bytes;

@@ -1,4 +1,4 @@
-// A service of the test's own: notes the requests and answers them as the test says.
+// A FakeService notes the requests and answers them as the test says.
 #pragma once
 
 #include <functional>
@@ -21,7 +21,7 @@ struct Received {
     uint32_t word(size_t offset) const;
     std::string text(size_t offset) const;
     std::string mac() const; // of a record of the PON channel
-    // A number by the name that the record, or the layout of its command, has for it.
+    // Returns a number by the name that the record, or the layout of its command, has for it.
     uint64_t number(std::string_view field) const;
 };
 
@@ -51,18 +51,19 @@ private:
     board_service *service;
 };
 
-// Handlers: a status word; a result database under its key; bytes.
+// These handlers answer with a status word, with a result database under its key, and with bytes.
 FakeService::Handler status(uint32_t word);
 FakeService::Handler result(uint32_t key, std::string json);
 FakeService::Handler bytes(std::vector<uint8_t> answer);
-// What the handlers for the command codes do; status 0 and nothing else for the other commands.
+// Returns a handler that does what the handlers for the command codes do. Other commands get status 0 and nothing else.
 FakeService::Handler by_command(std::map<uint32_t, FakeService::Handler> handlers);
 
-// A record of the PON channel for an answer, with these words by offset.
+// Returns a record of the PON channel for an answer, with these words by their offsets.
 std::vector<uint8_t> pon_record(const std::map<size_t, uint32_t> &words);
 
-// The answer to a command, with these numbers by the names of its layout; scaled ones as they are stored.
+// Returns the answer to a command with these numbers by the names of its layout. Scaled numbers are given as they are
+// stored.
 std::vector<uint8_t> answer_to(const char *command, const std::map<std::string, int64_t> &numbers);
 
-// A text that must be JSON.
+// Parses a text that must be JSON.
 rapidjson::Document parsed(const std::string &text);

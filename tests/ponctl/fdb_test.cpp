@@ -1,4 +1,4 @@
-// ponctl fdb, as a process, against a service.
+// These tests run ponctl fdb as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace
 
 using testing::HasSubstr;
 
-// Two rows of as many as match.
+// Returns a handler that answers with two rows of all that match.
 FakeService::Handler two_of(uint32_t matching)
 {
     return [matching](const board_request &, board_answer *answer) {

@@ -1,4 +1,4 @@
-// The options that hold for every command, as a process.
+// These tests run ponctl as a process with the options that apply to every command.
 #include <cstdlib>
 
 #include <gmock/gmock.h>

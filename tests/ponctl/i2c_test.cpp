@@ -1,4 +1,4 @@
-// ponctl i2c, as a process, against a service.
+// These tests run ponctl i2c as a process against a fake service.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ namespace
 using testing::HasSubstr;
 using Words = std::vector<std::string>;
 
-// An answer with these bytes of the memory.
+// Returns an answer with these bytes of the memory.
 std::vector<uint8_t> read_answer(uint32_t offset, const std::string &bytes)
 {
     auto record = answer_to("BSP_CMD_DEBUG_I2C_READ", {{"address", 0xa0},

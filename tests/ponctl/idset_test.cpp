@@ -1,4 +1,4 @@
-// ponctl idset, as a process. It asks no service.
+// These tests run ponctl idset as a process. It sends no request to a service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

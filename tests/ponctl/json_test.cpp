@@ -1,4 +1,4 @@
-// What every command prints in JSON: one document, whose keys stay.
+// These tests check what every command prints in JSON: one document, whose keys do not change.
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -18,7 +18,7 @@ namespace
 
 using Words = std::vector<std::string>;
 
-// A file that goes with this.
+// A File is removed with the object.
 class File
 {
 public:
@@ -36,7 +36,7 @@ public:
     std::string name;
 };
 
-// Every command of the tool, with arguments. FILE is a file, TRACE one of a trace.
+// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace.
 const std::vector<std::string> lines{
     "ops bsp_pon_no_bind_onu_all",
     "ops ont_id_res_str",
@@ -179,7 +179,7 @@ std::string cell(catalogue::ColumnType type)
     return "1";
 }
 
-// Answers each command with a record of zeros, and a row where it delivers rows.
+// Answers each command with a record of zeros, and with a row when it delivers rows.
 void answer_all(const board_request &request, board_answer *answer)
 {
     const std::vector<uint8_t> zeros(request.allowed);
@@ -254,7 +254,7 @@ TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
     EXPECT_EQ(actual, expected.str()) << "where that is meant, json_keys.actual goes in the place of " JSON_KEYS;
 }
 
-// The commands below one, by their help.
+// Finds the commands below a command in its help.
 void find_commands(const Words &above, std::vector<Words> &found)
 {
     Words asked = above;
@@ -279,7 +279,7 @@ TEST(JsonOfEveryCommand, LeavesNoCommandOut)
     find_commands({}, commands);
     EXPECT_GT(commands.size(), 80u);
     for (const Words &command : commands) {
-        if (command == Words{"batch"} || command == Words{"shell"}) continue; // they print what their lines do
+        if (command == Words{"batch"} || command == Words{"shell"}) continue; // these print what their lines do
         const auto runs_it = [&command](const std::string &line) {
             const Words words = words_of(line);
             return words.size() >= command.size() && std::equal(command.begin(), command.end(), words.begin());

@@ -1,4 +1,5 @@
-// ponctl blacklist, ponctl whitelist, and putting ONUs on the black list, as a process, against a service.
+// These tests run ponctl blacklist and ponctl whitelist, and the commands that put ONUs on the blacklist, as a process
+// against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// ponctl loop, as a process, against a service.
+// These tests run ponctl loop as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

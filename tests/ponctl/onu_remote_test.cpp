@@ -1,4 +1,4 @@
-// What ponctl onu asks remote ONUs, as a process, against a service.
+// These tests run the queries of ponctl onu to remote ONUs as a process against a fake service.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -15,9 +15,9 @@ using testing::HasSubstr;
 using testing::Not;
 using Words = std::vector<std::string>;
 
-constexpr size_t port = 0, onu = 4, uni = 8, code = 16, data = 352; // of a record of the remote-ONU channels
+constexpr size_t port = 0, onu = 4, uni = 8, code = 16, data = 352; // offsets in a record of the remote-ONU channels
 
-// Answers for all but one ONU, which is offline.
+// Returns a handler that answers for all ONUs except one, which is offline.
 FakeService::Handler all_but(uint32_t offline, FakeService::Handler handler)
 {
     return [offline, handler = std::move(handler)](const board_request &request, board_answer *answer) {
@@ -51,7 +51,7 @@ std::vector<uint32_t> onus_of(const FakeService &service)
     return onus;
 }
 
-// The codes that a command sends for one ONU.
+// Returns the codes that a command sends for one ONU.
 std::vector<uint32_t> codes_of(const Words &more)
 {
     const FakeService service;

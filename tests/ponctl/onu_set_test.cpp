@@ -1,4 +1,4 @@
-// Sets of ONUs of a port, as a command line names them.
+// These tests read sets of ONUs of a port, as a command line names them.
 #include "results/onu_set.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What ponctl onu tells remote ONUs, as a process, against a service.
+// These tests run the commands of ponctl onu that configure remote ONUs as a process against a fake service.
 #include <filesystem>
 #include <fstream>
 
@@ -15,7 +15,7 @@ namespace
 using testing::HasSubstr;
 using Words = std::vector<std::string>;
 
-constexpr size_t onu = 4, uni = 8, code = 16, arg24 = 24, data = 352; // of a record of the remote-ONU channels
+constexpr size_t onu = 4, uni = 8, code = 16, arg24 = 24, data = 352; // offsets in a record of the remote-ONU channels
 
 TEST(OnuMultiLlid, SendsTheCount)
 {
@@ -77,7 +77,7 @@ TEST(OnuSettings, AreListedWithTheirFields)
     EXPECT_TRUE(service.received().empty());
 }
 
-// An image of 3000 bytes in a file of its own.
+// OnuImagePush has an image of 3000 bytes in a file of its own.
 class OnuImagePush : public testing::Test
 {
 protected:

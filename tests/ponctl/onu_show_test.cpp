@@ -1,4 +1,4 @@
-// ponctl onu show, as a process, against a service.
+// These tests run ponctl onu show as a process against a fake service.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@ const std::string two_onus =
     R"([{"pon_port":1,"onu_id":0,"mac":"02:00:00:00:00:10","state":"online","distance":1940},)"
     R"({"pon_port":1,"onu_id":5,"mac":"02:00:00:00:00:15","state":"offline","distance":null}])";
 
-// The configuration of an ONU, as a text in the answer.
+// Returns a handler that answers with an ONU's configuration as a text.
 FakeService::Handler configuration(const std::string &json)
 {
     std::vector<uint8_t> record(1044);

@@ -1,4 +1,4 @@
-// ponctl onu and ponctl port, as a process, against a service.
+// These tests run ponctl onu and ponctl port as a process against a fake service.
 #include <sstream>
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The catalogue as the tool shows it.
+// These tests check how the tool shows the catalogue.
 #include <cstdlib>
 #include <regex>
 

@@ -1,4 +1,4 @@
-// ponctl optics, as a process, against a service.
+// These tests run ponctl optics as a process against a fake service.
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -61,7 +61,7 @@ TEST(OpticsChart, FitsTheTerminal)
 
 TEST(OpticsWatch, EndsWithSuccessWhenInterrupted)
 {
-    // The interrupt comes with the first reading; without it the next would be an hour away.
+    // The interrupt comes with the first reading. Without it the next reading would be an hour away.
     const FakeService service([](const board_request &request, board_answer *answer) {
         kill(request.pid, SIGINT);
         bytes(diagnostics)(request, answer);

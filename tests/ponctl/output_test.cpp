@@ -1,4 +1,4 @@
-// What the tool writes, on something that is not a terminal.
+// These tests check what the tool writes to something that is not a terminal.
 #include "output/bytes.h"
 #include "output/database.h"
 #include "output/exchanges.h"
@@ -17,7 +17,7 @@ namespace
 
 using namespace ponctl;
 
-// What `write` writes to its stream.
+// Returns what `write` writes to its stream.
 std::string written(const std::function<void(std::FILE *)> &write)
 {
     char *text = nullptr;

@@ -1,4 +1,4 @@
-// ponctl p2p, as a process, against a service.
+// These tests run ponctl p2p as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ uint32_t code(const char *command)
     return catalogue::find_command(command)->code;
 }
 
-// The answer for a port with its entries beside it.
+// Answers for a port, with its entries beside it.
 void tell_of_port(const board_request &, board_answer *answer)
 {
     const auto record = answer_to("BSP_CMD_P2P_OWN_PORT_GET", {{"on", 1},

@@ -1,4 +1,4 @@
-// ponctl port, as a process, against a service.
+// These tests run ponctl port as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -33,10 +33,11 @@ std::string contents(std::FILE *file)
     return text;
 }
 
-// Where the tool is built for another machine, words before its name run it.
+// When the tool is built for another machine, the words before its name run it.
 pid_t start(posix_spawn_file_actions_t &actions, short flags, const std::vector<std::string> &arguments)
 {
-    // Whoever runs the tests in the background may have them ignore what ends a program from the keyboard.
+    // A test run in the background may ignore the signals that end a program from the keyboard, so the child restores
+    // them.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     sigset_t of_keyboard;
@@ -112,7 +113,7 @@ void Terminal::type(const std::string &text) const
 
 std::string Terminal::text()
 {
-    // When the last who could write has closed it, the reader has read all.
+    // When the last possible writer has closed the terminal, the reader has read everything.
     if (reader.joinable()) {
         close(terminal);
         reader.join();
@@ -134,7 +135,8 @@ std::string Terminal::expect(const std::string &text)
 
 Session::Session(const std::vector<std::string> &arguments)
 {
-    // The first terminal that the leader of a new session opens becomes its own, whose Ctrl-C it gets.
+    // The first terminal that the leader of a new session opens becomes its controlling terminal, so it receives its
+    // Ctrl-C.
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, ptsname(terminal.keyboard), O_RDWR, 0);

@@ -1,4 +1,4 @@
-// Runs the tool as a process of its own.
+// This file runs the tool as a process of its own.
 #pragma once
 
 #include <condition_variable>
@@ -13,11 +13,12 @@ struct Finished {
     std::string err;
 };
 
-// Runs ponctl with these arguments and waits for it. Its output is what `out` gets, unless it goes to a descriptor of
-// the caller's; its input is one of the caller's, or nothing; its standard error is `err`, or one of the caller's.
+// Runs ponctl with these arguments and waits for it. `out` gets its output, unless the caller gives a descriptor for
+// it. Its input is a descriptor of the caller, or nothing. `err` gets its standard error, unless the caller gives a
+// descriptor for it.
 Finished ponctl(const std::vector<std::string> &arguments, int output = -1, int input = -1, int error = -1);
 
-// A terminal, to run ponctl on.
+// A Terminal is a terminal on which ponctl runs.
 class Terminal
 {
 public:
@@ -27,11 +28,12 @@ public:
     Terminal &operator=(const Terminal &) = delete;
 
     int descriptor() const { return terminal; }
-    // Has someone type this.
+    // Types this text, as a user would.
     void type(const std::string &text) const;
-    // All that was written on it; nothing can be any more.
+    // Returns everything that was written on the terminal. Nothing can be written on it any more.
     std::string text();
-    // Waits until this stands on it, behind all that was waited for before. Returns what stands between.
+    // Waits until this text stands on the terminal, behind everything that was waited for before. Returns the text
+    // between them.
     std::string expect(const std::string &text);
 
 private:
@@ -41,22 +43,22 @@ private:
     std::mutex guard;
     std::condition_variable more;
     std::string written;
-    size_t expected = 0; // how much of it was waited for
-    std::thread reader;  // else a writer waits when the terminal's buffer is full
+    size_t expected = 0; // length of the text that was waited for
+    std::thread reader;  // without it, a writer would wait when the terminal's buffer is full
 };
 
-// ponctl at work on a terminal of its own, with someone who types.
+// A Session is ponctl at work on a terminal of its own, with a user who types.
 class Session
 {
 public:
     explicit Session(const std::vector<std::string> &arguments);
-    ~Session(); // hangs up and ends it, where it has not ended
+    ~Session(); // hangs up, and ends the session if it has not ended
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
     void type(const std::string &text) const { terminal.type(text); }
     std::string expect(const std::string &text) { return terminal.expect(text); }
-    // Waits for its end. Returns its exit code.
+    // Waits for the session to end. Returns its exit code.
     int end();
 
 private:

@@ -1,4 +1,5 @@
-// The profile channel, whose records are as long as their payloads and 28 bytes, by ponctl call, raw and trace.
+// These tests use the profile channel by ponctl call, raw and trace. Its records are as long as their payloads and 28
+// bytes.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -20,14 +21,14 @@ using testing::HasSubstr;
 using testing::Not;
 using Words = std::vector<std::string>;
 
-constexpr size_t payload = 24; // of a record
+constexpr size_t payload = 24; // offset in a record
 
 std::string payload_of(const Received &received)
 {
     return {received.record.begin() + payload, received.record.end() - 4};
 }
 
-// A payload as an answer, with what the header says of a result file.
+// Returns a handler that answers with a payload, and with what the header says of a result file.
 FakeService::Handler answer(const std::string &text, uint32_t count = 0, uint32_t status_word = 0)
 {
     return [=](const board_request &, board_answer *reply) {
@@ -39,7 +40,7 @@ FakeService::Handler answer(const std::string &text, uint32_t count = 0, uint32_
     };
 }
 
-// A result file of the service. Its name fits into every answer.
+// A ResultFile is a result file of the service. Its name fits into every answer.
 class ResultFile
 {
 public:
@@ -210,7 +211,7 @@ TEST(ProfileGetFile, ThatCannotBeReadIsAFailure)
 TEST(ConfigWrite, ShowsTextAndWord)
 {
     std::vector<uint8_t> record(1148);
-    record[120] = record[123] = 5; // 0x05000005 in either order
+    record[120] = record[123] = 5; // 0x05000005 in both byte orders
     std::memcpy(&record[124], "port 1\nport 2", 13);
     const FakeService service(bytes(record));
     const Finished finished = service.ponctl({"call", "bsp_pon_get_config_write", "port=3", "arg=2"});

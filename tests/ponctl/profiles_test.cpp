@@ -1,4 +1,4 @@
-// ponctl profile and ponctl loid, as a process, against a service.
+// These tests run ponctl profile and ponctl loid as a process against a fake service.
 #include <cstring>
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// ponctl raw, as a process, against a service.
+// These tests run ponctl raw as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>

@@ -1,4 +1,4 @@
-// ponctl replay, of exchanges that ponctl made with one service, against another.
+// These tests run ponctl replay of exchanges that ponctl made with one service, against another service.
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -31,7 +31,7 @@ protected:
     }
     ~Replay() override { std::filesystem::remove_all(std::filesystem::path(file).parent_path()); }
 
-    // Records what ponctl does with a service that answers so.
+    // Records what ponctl does with a service that answers like this.
     void record(const FakeService::Handler &answering, const Words &words) const
     {
         const FakeService service(answering);
@@ -39,7 +39,7 @@ protected:
         service.ponctl(words);
         unsetenv("BOARD_IPC_TRACE");
     }
-    // Replays it against one that answers so.
+    // Replays the recording against a service that answers like this.
     Finished replay(const FakeService::Handler &answering, const Words &options = {}) const
     {
         const FakeService service(answering);

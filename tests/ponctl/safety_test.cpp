@@ -1,4 +1,4 @@
-// What affects service is not done unasked.
+// These tests check that what affects service is not done without asking.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -101,7 +101,7 @@ TEST(Safety, OneAnswerIsForTheWholeCommandLine)
     EXPECT_EQ(service.received().size(), 3u);
 }
 
-// Command lines of the groups, one for each that may affect service.
+// These are command lines of the groups, one for each that may affect service.
 const std::vector<Words> group_lines{
     {"onu", "bind", "1", "00:11:22:33:44:55"},
     {"onu", "bind", "1", "00:11:22:33:44:55", "--id", "5"},
@@ -174,7 +174,7 @@ TEST(Safety, WithYesEachOfTheGroupsDoesIt)
     }
 }
 
-// What the members of the tool's archives call of the IPC library: "MEMBER NAME".
+// Returns which functions of the IPC library the members of the tool's archives call: "MEMBER NAME".
 std::set<std::string> ipc_calls()
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE *)> pipe(popen(NM " -A -u " TOOL_LIBRARIES, "r"), pclose);
@@ -187,7 +187,7 @@ std::set<std::string> ipc_calls()
     return calls;
 }
 
-// The file that does so asks for permission before each request.
+// The one file that calls the IPC library asks for permission before each request.
 TEST(Safety, OnlyOneFileCallsTheIpcLibrary)
 {
     EXPECT_EQ(ipc_calls(), (std::set<std::string>{"record ipc_set_exec", "record ipc_get_exec",

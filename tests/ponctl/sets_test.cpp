@@ -1,4 +1,4 @@
-// Sets of ONUs, and operations by words.
+// These tests check sets of ONUs, and operations that are found by words.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Words = std::vector<std::string>;
 
-// The words at an offset of the requests that a command line leads to.
+// Returns the words at an offset of the requests that a command line sends.
 std::vector<uint32_t> sent(const Words &words, size_t offset, FakeService::Handler handler = {})
 {
     const FakeService service(std::move(handler));

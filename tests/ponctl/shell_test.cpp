@@ -1,4 +1,4 @@
-// ponctl shell on a terminal, with someone who types.
+// These tests run ponctl shell on a terminal, with a user who types.
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -21,7 +21,7 @@ using testing::Not;
 constexpr const char *prompt = "ponctl> ";
 constexpr const char *interrupt = "\003", *end_of_input = "\004", *up = "\033[A", *tab = "\t";
 
-// What the user of a shell has of the machine.
+// Shell has what the user of a shell has on the machine.
 class Shell : public testing::Test
 {
 protected:
@@ -45,7 +45,7 @@ private:
     char terminal[6] = "vt100";
 };
 
-// Once something that the editor does has come, it reads keys by itself.
+// When something that the editor does has appeared, the editor reads keys by itself.
 void wait_for_editor(Session &session)
 {
     session.expect(prompt);
@@ -250,7 +250,7 @@ TEST_F(Shell, HasItsPromptOnALineOfItsOwnBehindAnInterrupt)
     session.expect(prompt);
     session.type("port stats 1 --watch 1000\r");
     session.expect("frames_1024_1518");
-    session.expect("\x1b[?7h"); // with which a reading is drawn to its end
+    session.expect("\x1b[?7h"); // this ends the drawing of a reading
     session.type(interrupt);
     session.expect("^C\r\nponctl> ");
 }

@@ -1,4 +1,4 @@
-// ponctl sla, as a process, against a service.
+// These tests run ponctl sla as a process against a fake service.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

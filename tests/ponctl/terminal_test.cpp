@@ -1,4 +1,4 @@
-// What the tool does differently on a terminal.
+// These tests check what the tool does differently on a terminal.
 #include <cstdlib>
 #include <sstream>
 

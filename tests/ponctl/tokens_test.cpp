@@ -1,4 +1,4 @@
-// The words of a typed line.
+// These tests check the words of a typed line.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// ponctl trace, of exchanges that ponctl itself made.
+// These tests run ponctl trace on exchanges that ponctl itself made.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>

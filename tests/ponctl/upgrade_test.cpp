@@ -1,4 +1,4 @@
-// ponctl upgrade, as a process, against a service.
+// These tests run ponctl upgrade as a process against a fake service.
 #include <filesystem>
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// ponctl --watch, as a process, against a service.
+// These tests run ponctl --watch as a process against a fake service.
 #include <algorithm>
 
 #include <gmock/gmock.h>

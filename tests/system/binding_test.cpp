@@ -1,4 +1,4 @@
-// ONUs bound and released through the library, the host edition and a simulator in a process of its own.
+// These tests bind and release ONUs through the library, the host edition and a simulator in a process of its own.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -10,7 +10,7 @@
 namespace
 {
 
-// The ONUs of a port, as the web server's view has them.
+// Returns the ONUs of a port, as the web server's view shows them.
 View onus(uint32_t pon_port)
 {
     return View(

@@ -1,4 +1,4 @@
-// Tables of all ONUs of a full OLT, each read in one call.
+// These tests read tables of all ONUs of a full OLT, each in one call.
 #include "control.h"
 #include "full_olt.h"
 #include "simulator.h"
@@ -11,7 +11,7 @@ class Bulk : public testing::Test
 protected:
     void SetUp() override { bind_all(); }
 
-    // One row for each ONU, in order of port and id.
+    // Checks that there is one row for each ONU, in order of port and id.
     static void expect_all(const View &table)
     {
         EXPECT_EQ(table.status(), BSP_OK);

@@ -1,4 +1,5 @@
-// Causes and what follows from them, as a front end sees it: a street with six homes, which a scenario describes.
+// These tests check causes and what follows from them, as a front end sees it. A scenario describes a street with six
+// homes.
 #include <cstring>
 #include <fstream>
 #include <map>
@@ -65,7 +66,7 @@ protected:
     {
         return View([](db_handle **db) { return bsp_pon_exec_get_json_(BSP_CMD_VIEW_ONU_INFO_WEB, port, 0, db); });
     }
-    // How many ONUs are in which state.
+    // Returns how many ONUs are in each state.
     static std::map<std::string, uint32_t> states()
     {
         const View view = onus();
@@ -76,7 +77,7 @@ protected:
     }
     static uint32_t online() { return states()["online"]; }
 
-    // The sum over all ONUs of how often the alarm was raised.
+    // Returns how often the alarm was raised, summed over all ONUs.
     static uint32_t alarms(const std::string &name)
     {
         bsp_pon_msg record{};
@@ -94,7 +95,7 @@ protected:
         EXPECT_EQ(bsp_debug_8022_pon_stats(port, record.plat_data), BSP_OK);
         return layout::load(reinterpret_cast<const char *>(&record), at);
     }
-    // By how much a counter grows in ten minutes.
+    // Returns by how much a counter grows in ten minutes.
     static uint64_t growth(layout::At<uint64_t> at)
     {
         const uint64_t before = counter(at);
@@ -109,16 +110,16 @@ TEST_F(CauseStory, OfAFibreThatIsBentUntilTheHomesBehindItAreGone)
     ASSERT_EQ(online(), 6u);
     const uint64_t errors_before = growth(stats::in_fcs_errors);
 
-    // The first that comes of it is bit errors, with an alarm.
+    // Bit errors come first, with an alarm.
     for (int half_decibels = 0; half_decibels < 60 && alarms("receive_degraded") == 0; ++half_decibels)
         control("bend 1 corner 0.5");
     EXPECT_EQ(alarms("los"), 0u);
     EXPECT_EQ(online(), 6u);
-    // More of it, and frames are lost in numbers.
+    // With a stronger bend, many frames are lost.
     control("bend 1 corner 1.5");
     ASSERT_EQ(online(), 6u);
     EXPECT_GT(growth(stats::in_fcs_errors), 100 * (errors_before + 1));
-    // Then those behind it are not heard any more, and only those.
+    // With a still stronger bend, the OLT no longer hears the ONUs behind the bend, and only those.
     control("bend 1 corner 6");
     control("step 1");
     EXPECT_EQ(online(), 3u);
@@ -156,7 +157,7 @@ TEST_F(CauseStory, OfAnOnuThatBlindsItsPort)
     control("rogue 1 far-2 on");
     EXPECT_EQ(online(), 0u);
     EXPECT_EQ(alarms("rogue"), 1u);
-    // Its own fibre is unplugged: the others come back.
+    // The fibre of the rogue ONU is unplugged, so the other ONUs come back.
     control("cut 1 far-2");
     control("step 5");
     EXPECT_EQ(online(), 5u);

@@ -1,5 +1,5 @@
-// That every operation is everywhere: in the catalogue, the library, its contract test, its header, the tool and the
-// simulated service. Each test names what is missing.
+// These tests check that every operation is everywhere: in the catalogue, the library, its contract test, its header,
+// the tool and the simulated service. Each test names what is missing.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -26,7 +26,7 @@ namespace
 
 using Names = std::set<std::string>;
 
-// What is in one set and not in the other.
+// Returns what is in one set and not in the other.
 Names only_in(const Names &these, const Names &those)
 {
     Names rest;
@@ -42,7 +42,7 @@ Names operations()
     return names;
 }
 
-// With the functions that make no request.
+// Returns all functions, including those that make no request.
 Names all()
 {
     Names names = operations();
@@ -62,7 +62,7 @@ std::string output_of(const std::string &command)
     return text;
 }
 
-// What the first group of the expression matches, line by line.
+// Returns what the first group of the expression matches, line by line.
 Names matches(const std::string &text, const std::string &expression)
 {
     const std::regex pattern(expression);
@@ -122,14 +122,14 @@ TEST(Completeness, TheToolHasThem)
     expect_same(all(), names, "the tool");
 }
 
-// The channel whose commands an operation takes: its own or, where it sends the record of another, that one.
+// Returns the channel whose commands an operation takes: its own channel, or the other channel whose record it sends.
 const catalogue::Channel &channel_of(const catalogue::Operation &operation)
 {
     if (operation.command || operation.record == operation.channel->record) return *operation.channel;
     return *std::ranges::find(catalogue::channels(), operation.record, &catalogue::Channel::record);
 }
 
-// A command that a caller of this operation may state; null: there is none.
+// Returns a command that a caller of this operation may state, or null when there is none.
 const catalogue::Command *command_for(const catalogue::Operation &operation)
 {
     const bool asks = operation.call == catalogue::Call::get || operation.call == catalogue::Call::dgram_get;
@@ -161,7 +161,7 @@ TEST(Completeness, TheServiceAnswersEachThatTheToolCalls)
         words.emplace_back("--yes");
         const Finished finished = ponctl(words);
         if (finished.err.find("PON_ERR_UNKNOWN_COMMAND") != finished.err.npos) unknown.emplace(operation.name);
-        // 1 is a status of the service's.
+        // Exit code 1 means a status of the service.
         if (finished.code != 0 && finished.code != 1) failed.insert(std::string(operation.name) + ": " + finished.err);
     }
     EXPECT_EQ(unknown, Names()) << "answered with PON_ERR_UNKNOWN_COMMAND";

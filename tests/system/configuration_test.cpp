@@ -1,4 +1,4 @@
-// The configuration of a full OLT, carried to another one through the library.
+// These tests carry the configuration of a full OLT to another one through the library.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -41,7 +41,7 @@ uint32_t load(const std::string &text)
     return bsp_profile_exec_set(BSP_CMD_CONFIG_LOAD, nullptr, 0);
 }
 
-// A view as it was received.
+// Returns a view as it was received.
 template <class Ask>
 std::string document(Ask ask)
 {
@@ -62,7 +62,7 @@ std::string views()
     return text;
 }
 
-// Of the UNI ports of the ONUs of a port, which must be bound.
+// Returns the VLANs of the UNI ports of a port's ONUs, which must be bound.
 std::string vlans(uint32_t pon_port)
 {
     std::string text;

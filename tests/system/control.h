@@ -1,4 +1,4 @@
-// Controls the simulation, as whoever runs it does.
+// This file controls the simulation, as its user does.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 #include "board/ipc.h"
 
-// Carries out a line such as "step 60" at the simulator that this process's library reaches.
+// Executes a line such as "step 60" at the simulator that this process's library reaches.
 inline void control(const std::string &line)
 {
     constexpr uint32_t module = 106;

@@ -1,4 +1,4 @@
-// A service that dies in the middle of eight busy clients, and comes back.
+// In these tests a service dies in the middle of the calls of eight busy clients, and comes back.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,12 +21,12 @@ namespace
 constexpr uint32_t clients = 8;
 constexpr int kills = 5;
 constexpr uint32_t ids = 100;
-constexpr uint32_t calls_between_kills = 200; // of each client, acknowledged
+constexpr uint32_t calls_between_kills = 200; // acknowledged calls of each client
 constexpr std::chrono::seconds twice_the_time_out{10};
 
 using Clock = std::chrono::steady_clock;
 
-// A client alone on its port binds and releases, so that each of its calls has one right answer.
+// A Client is alone on its port and binds and releases there, so that each of its calls has one correct answer.
 class Client
 {
 public:
@@ -38,7 +38,7 @@ public:
             const uint32_t onu_id = turn % ids;
             bool bind = !bound[onu_id];
             uint32_t status = call(bind, onu_id);
-            // Whether a failed call took effect nobody can tell. Binding once more makes it sure.
+            // Nobody can know whether a failed call took effect. Binding once more makes the state certain.
             while (status == BSP_ERR_IPC && !stop) {
                 bind = true;
                 status = call(bind, onu_id);
@@ -84,7 +84,7 @@ private:
         });
     }
 
-    // Every row of the answer must be of the own port.
+    // Checks that every row of the answer is of the client's own port.
     void look_at_port()
     {
         db_handle *db = nullptr;
@@ -107,8 +107,8 @@ private:
         return status;
     }
 
-    std::map<uint32_t, bool> bound; // by ONU id, as acknowledged
-    std::set<uint32_t> unknown;     // where the last call failed
+    std::map<uint32_t, bool> bound; // by ONU id, as it was acknowledged
+    std::set<uint32_t> unknown;     // ids whose last call failed
 };
 
 // Waits until every client has had so many more calls acknowledged.

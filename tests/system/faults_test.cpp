@@ -1,5 +1,5 @@
-// What the library makes of each fault on the wire: the documented failure or a result, within the caller's bounds, and
-// the right answer to the request after it.
+// These tests check what the library returns for each fault on the wire: the documented failure or a result, within the
+// caller's bounds, and the correct answer to the request after it.
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -14,7 +14,8 @@
 namespace
 {
 
-// Before anything reads it. Long enough for every answer in order, and short for those that never come.
+// The time-out is set before anything reads it. It is long enough for every correct answer, and short for answers that
+// never come.
 const int environment = setenv("BOARD_IPC_TIMEOUT_MS", "1000", 1) + setenv("BOARD_LOG", "off", 1);
 
 constexpr uint32_t port = 3;
@@ -26,7 +27,7 @@ uint32_t value_of(int32_t ipc_value)
     return static_cast<uint32_t>(ipc_value);
 }
 
-// Room for so many bytes, with guards on both sides.
+// A Room has so many bytes, with guards on both sides.
 template <size_t size>
 struct Room {
     std::array<char, 64> before;
@@ -56,13 +57,13 @@ View config()
     return View([](db_handle **db) { return bsp_pon_onu_get_cfg_info(db, port, onu_id); });
 }
 
-// By a datagram.
+// This view comes by a datagram.
 View link_states()
 {
     return View([](db_handle **db) { return bsp_pon_onu_ctc_get_linkstate(port, onu_id, db); });
 }
 
-// In a file.
+// This view comes in a file.
 View stations()
 {
     return View([](db_handle **db) { return bsp_pon_get_arptable(port, db); });
@@ -83,7 +84,7 @@ protected:
         sla.plat_arg4 = onu_id;
         ASSERT_EQ(bsp_pon_onu_sla_config(&sla), BSP_OK);
         ASSERT_EQ(bsp_pon_onu_sla_get(port, onu_id, sla_in_order.data()), BSP_OK);
-        control("step 60"); // for the OLT to hear the stations
+        control("step 60"); // lets the OLT learn the addresses of the stations
         ASSERT_GT(stations().count(), 0u);
     }
 
@@ -93,7 +94,7 @@ protected:
     }
     std::string id_of(uint32_t arrival) const { return onus().of(macs[arrival], "onu_id"); }
 
-    // As on any other day.
+    // Checks that everything works again.
     void expect_order()
     {
         EXPECT_EQ(onus().count(), arrivals);
@@ -314,7 +315,7 @@ TEST_F(WireFault, AllAtOnceDoNoHarm)
         }
     }
     control("fault clear");
-    onus(); // takes the last duplicate
+    onus(); // receives the last duplicate
     link_states();
     expect_order();
 }

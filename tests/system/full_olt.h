@@ -1,4 +1,4 @@
-// An OLT with as many ONUs as can be bound.
+// This file makes an OLT with as many ONUs as can be bound.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ inline constexpr uint32_t ports = 16;
 inline constexpr uint32_t onus_per_port = 128;
 inline const std::vector<std::string> full_olt{"--seed", "9", "--arrivals", "128", "--silent", "0", "--speed", "0"};
 
-// The ONUs that wait at all ports, bound to the ids from 0 on.
+// Binds the ONUs that wait at all ports to the ids from 0 on.
 inline void bind_all()
 {
     for (uint32_t port = 1; port <= ports; ++port) {

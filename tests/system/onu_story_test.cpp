@@ -1,4 +1,4 @@
-// What engineers do with the ONUs behind a port, over model time, and what the ONUs make of it.
+// These tests do what engineers do with the ONUs behind a port over model time, and check how the ONUs react.
 #include <atomic>
 #include <cstring>
 #include <thread>
@@ -16,7 +16,7 @@ constexpr uint32_t port = 2;
 constexpr uint32_t onu_id = 1;
 constexpr uint32_t data_offset = offsetof(bsp_onu_msg, onu_data);
 
-// A block of an ONU's data, by the offsets of a record.
+// A Block is a block of an ONU's data. Its fields have the offsets of a record.
 template <size_t size>
 struct Block {
     unsigned char bytes[size] = {};
@@ -49,7 +49,8 @@ bsp_onu_msg of_uni(uint32_t command, uint8_t uni)
     return record;
 }
 
-// An OLT whose time stands still until it is stepped, with an ONU that can do all bound to id 1 of a port.
+// OnuStory has an OLT whose time stands still until it is stepped. An ONU with all abilities is bound to id 1 of a
+// port.
 class OnuStory : public testing::Test
 {
 protected:
@@ -69,7 +70,7 @@ protected:
         FAIL() << "no ONU can translate VLANs";
     }
 
-    // The software that the ONU says it runs.
+    // Returns the software version that the ONU reports.
     static std::string software()
     {
         Block<54> identity;
@@ -104,7 +105,7 @@ TEST_F(OnuStory, OfAnImageThatIsPushedCommittedAndSeenAfterReboot)
     ASSERT_EQ(bsp_pon_onu_ctc_upgrade_commit(port, onu_id), BSP_OK);
     EXPECT_EQ(software(), before);
 
-    // The OLT forgets nothing of it.
+    // The OLT keeps all of it after a restart.
     simulator.kill();
     simulator.start();
     bsp_pon_msg reboot{};
@@ -139,7 +140,7 @@ TEST_F(OnuStory, OfAVlanRuleThatIsReadBackAsBlockAndAsTable)
     ASSERT_EQ(bsp_pon_onu_ctc_get_vlan(port, onu_id, 1, had.bytes), BSP_OK);
     ASSERT_EQ(bsp_pon_onu_ctc_config(&rule), BSP_OK);
 
-    // The OLT's tables have it at once; the ONU has it when it has arrived.
+    // The OLT's tables have the setting at once. The ONU has it when it has received it.
     const auto table_has_it = [](auto ask) {
         const View table(ask);
         EXPECT_EQ(table.text(0, "uni"), "1");
@@ -155,7 +156,7 @@ TEST_F(OnuStory, OfAVlanRuleThatIsReadBackAsBlockAndAsTable)
     ASSERT_EQ(bsp_pon_onu_ctc_get_vlan(port, onu_id, 1, has.bytes), BSP_OK);
     EXPECT_EQ(std::memcmp(has.bytes, rule.onu_data, sizeof has.bytes), 0);
 
-    // Another port of the ONU knows nothing of it, and a rule that cannot be changes nothing.
+    // Another port of the ONU does not have the setting, and an impossible rule changes nothing.
     put(rule, vlan::pvid, 4095);
     EXPECT_EQ(bsp_pon_onu_ctc_config(&rule), PON_ERR_BAD_RECORD);
     table_has_it([](db_handle **db) { return bsp_pon_onu_ctc_get_vlan_json(db, port, onu_id); });
@@ -167,7 +168,7 @@ TEST_F(OnuStory, OfAVlanRuleThatIsReadBackAsBlockAndAsTable)
     EXPECT_EQ(std::memcmp(kept.bytes, has.bytes, sizeof kept.bytes), 0);
 }
 
-// Frames upstream of the first UNI port that has any.
+// Returns the frames upstream of the first UNI port that has any.
 uint64_t frames(uint32_t (*ask)(uint32_t, uint32_t, uint16_t, void *, const uint32_t *), uint16_t uni)
 {
     Block<296> counters;
@@ -191,7 +192,7 @@ TEST_F(OnuStory, OfPerformanceThatBecomesHistory)
     const uint64_t early = frames(bsp_onu_ctc_get_perf_current_data, busy);
     EXPECT_EQ(bsp_onu_ctc_get_perf_history_data(port, onu_id, busy, counters.bytes, &length), PON_ERR_NOT_MONITORED);
 
-    // A period has 900 s.
+    // A period lasts 900 s.
     control("step 700");
     const uint64_t late = frames(bsp_onu_ctc_get_perf_current_data, busy);
     EXPECT_GT(late, early);
@@ -239,7 +240,7 @@ TEST_F(OnuStory, OfAnOnuThatDropsOffInTheMiddleOfQueries)
     asking.join();
     EXPECT_EQ(wrong, 0u);
 
-    // What it is told meanwhile is refused; what the OLT told it before can still be asked for.
+    // A setting that is sent while the ONU is off is refused. What the OLT has set before can still be queried.
     power("off");
     bsp_onu_msg rule = of_uni(BSP_CMD_ONU_VLAN_SET, 1);
     EXPECT_EQ(bsp_pon_onu_ctc_config(&rule), PON_ERR_OFFLINE);

@@ -1,4 +1,4 @@
-// Days in the life of an OLT: what its operator sets, and what happens to it over model time.
+// These tests play days in the life of an OLT: what its operator sets, and what happens to it over model time.
 #include <cstring>
 
 #include "bsp_pon.h"
@@ -19,7 +19,7 @@ View onus()
     return View([&record](db_handle **db) { return bsp_pon_get_onu_info_web(db, &record); });
 }
 
-// An OLT whose time stands still until it is stepped, with two ONUs bound to ids 1 and 2 of a port.
+// PlatformStory has an OLT whose time stands still until it is stepped. Two ONUs are bound to ids 1 and 2 of a port.
 class PlatformStory : public testing::Test
 {
 protected:
@@ -63,7 +63,7 @@ TEST_F(PlatformStory, OfAContractThatEveryViewTells)
     put(downstream, layout::sla_down::maximum, 300000u);
     ASSERT_EQ(bsp_pon_onu_sla_down_config(&downstream), BSP_OK);
 
-    // It is kept, and told alike by block and by view, for the platform's clients and the chip's.
+    // The setting is kept. The block and the view show the same, for the platform's clients and for the chip's.
     simulator.kill();
     simulator.start();
     uint32_t by_platform[5], by_chip[5], down;
@@ -88,7 +88,7 @@ TEST_F(PlatformStory, OfAContractThatEveryViewTells)
     EXPECT_EQ(snmp.text(port - 1, "assured"), "20000");
 }
 
-// Of a port's diagnostics.
+// Returns a word of a port's diagnostics.
 uint32_t diagnostics_word(layout::At<uint32_t> at)
 {
     bsp_plat_msg record;
@@ -111,14 +111,15 @@ TEST_F(PlatformStory, OfALaserThatAgesUntilItsAlarmComes)
     EXPECT_LT(bias_when_new, threshold);
     EXPECT_EQ(alarms().count(), 0u);
 
-    // Year by year its bias rises, until the port says so.
+    // Its bias rises each year, until the port raises an alarm.
     for (int year = 0; year < 60 && alarms().of("null", "name") == "none"; ++year)
         control("age 3 8760");
     EXPECT_EQ(alarms().of("null", "onu_id"), "null");
     EXPECT_NE(alarms().of("null", "name"), "none");
     EXPECT_GT(diagnostics_word(diagnostics::bias), bias_when_new);
 
-    // An alarm is a warning yet: the ONUs are served, and what was cleared is not raised again by the same laser.
+    // The alarm is only a warning so far: the ONUs are served, and a cleared alarm is not raised again by the same
+    // laser.
     EXPECT_EQ(onus().of(mac[0], "state"), "online");
     const std::string name = alarms().of("null", "name");
     bsp_pon_msg record{};
@@ -128,7 +129,7 @@ TEST_F(PlatformStory, OfALaserThatAgesUntilItsAlarmComes)
     EXPECT_NE(alarms().of("null", "name"), name);
 }
 
-// A block that the upgrade operations take, its fields by their places in the record.
+// An UpgradeBlock is a block that the upgrade operations take. Its fields are named by their offsets in the record.
 class UpgradeBlock
 {
 public:
@@ -145,7 +146,7 @@ private:
     char bytes[400] = {};
 };
 
-// What is known of the port's ONUs for upgrades.
+// Returns what is known of the port's ONUs for upgrades.
 View upgrades()
 {
     bsp_pon_msg record{};
@@ -153,7 +154,7 @@ View upgrades()
     return View([&record](db_handle **db) { return bsp_pon_get_upgrade_base_info_web(db, &record); });
 }
 
-// A type that fits the ONU, bound to it alone.
+// Makes a type that fits the ONU, and binds it to this ONU alone.
 void bind_type(const std::string &mac, uint32_t onu_id, const std::string &name)
 {
     namespace type = layout::upgrade_type;
@@ -178,7 +179,7 @@ TEST_F(PlatformStory, OfAnUpgradeInWhichAnOnuLosesPower)
     const UpgradeBlock run = UpgradeBlock().put(layout::upgrade_port::pon_port, port);
     ASSERT_EQ(bsp_pon_onu_upgrade_ponport(run.block()), BSP_OK);
 
-    // Both are downloading when the second loses power.
+    // Both ONUs are downloading when the second one loses power.
     control("step 10");
     EXPECT_EQ(upgrades().of(mac[0], "run"), "downloading");
     EXPECT_EQ(upgrades().of(mac[1], "run"), "downloading");
@@ -186,7 +187,7 @@ TEST_F(PlatformStory, OfAnUpgradeInWhichAnOnuLosesPower)
     control("power 3 " + mac[1] + " off");
     EXPECT_EQ(onus().of(mac[1], "state"), "offline");
 
-    // A restart of the service in the middle stops neither time nor runs.
+    // A restart of the service in the middle stops neither time nor upgrade runs.
     simulator.kill();
     simulator.start();
     control("step 600");
@@ -198,7 +199,7 @@ TEST_F(PlatformStory, OfAnUpgradeInWhichAnOnuLosesPower)
     EXPECT_EQ(after.of(mac[1], "software"), old_version);
     EXPECT_EQ(onus().of(mac[0], "state"), "online");
 
-    // With power again it is upgraded at the second go.
+    // When it has power again, it is upgraded at the second attempt.
     control("power 3 " + mac[1] + " on");
     control("step 40");
     EXPECT_EQ(onus().of(mac[1], "state"), "online");
@@ -214,7 +215,7 @@ View loops()
     return View([](db_handle **db) { return bsp_pon_get_loop_detect_info(db); });
 }
 
-// Whether the first UNI port of the port's ONU 1 has a link.
+// Returns whether the first UNI port of the port's ONU 1 has a link.
 std::string link_of_uni_1()
 {
     const View unis([](db_handle **db) { return bsp_pon_onu_get_portcfg_info(db, port, 1); });
@@ -228,7 +229,7 @@ TEST_F(PlatformStory, OfALoopThatShutsAPortAndIsRecovered)
     ASSERT_EQ(bsp_pon_loop_detect_recover_mode(0), BSP_OK);
     ASSERT_EQ(bsp_pon_loop_detect_status(1), BSP_OK);
 
-    // Somebody plugs both ends of a cable in. An interval later the port is shut.
+    // Somebody plugs both ends of a cable in. One interval later the port is shut.
     control("loop 3 " + mac[0] + " 1 on");
     control("step 4");
     EXPECT_EQ(loops().of(mac[0], "state"), "looped");
@@ -236,7 +237,7 @@ TEST_F(PlatformStory, OfALoopThatShutsAPortAndIsRecovered)
     EXPECT_EQ(loops().of(mac[0], "state"), "shut");
     EXPECT_EQ(link_of_uni_1(), "down");
 
-    // It recovers by itself, and is shut again, for the cable is still there.
+    // The port recovers by itself, and is shut again, because the cable is still there.
     control("step 66");
     EXPECT_EQ(loops().of(mac[0], "state"), "shut");
     EXPECT_EQ(loops().of(mac[0], "detected"), "2");

@@ -1,4 +1,4 @@
-// Runs a part of a test in a process of its own, as another front end would be.
+// This file runs a part of a test in a process of its own, like another front end.
 #pragma once
 
 #include <sys/wait.h>
@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-// What `say` returned there.
+// Returns what `say` returned in the other process.
 template <class Say>
 std::string elsewhere(Say say)
 {

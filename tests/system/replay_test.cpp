@@ -1,4 +1,4 @@
-// A session with the simulator: recorded by it, served again, and sent again.
+// These tests record a session with the simulator, serve it again, and send it again.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -25,14 +25,14 @@ struct Recording {
     ~Recording() { std::remove(file.c_str()); }
 };
 
-// An OLT whose time stands still, so that the same requests give the same answers.
+// Returns the options of an OLT whose time stands still, so that the same requests give the same answers.
 std::vector<std::string> still(std::vector<std::string> more = {})
 {
     more.insert(more.end(), {"--speed", "0", "--fresh"});
     return more;
 }
 
-// Sends each command of the catalogue, with a few words in its record, and returns what came back of each.
+// Sends each command of the catalogue with a few words in its record, and returns what came back for each.
 std::vector<std::string> session()
 {
     std::vector<std::string> answers;
@@ -66,7 +66,7 @@ std::vector<std::string> session()
     return answers;
 }
 
-// ponctl replay against a fresh simulator with these options.
+// Runs ponctl replay against a fresh simulator with these options.
 Finished replay_against(const std::vector<std::string> &options, std::vector<std::string> words)
 {
     const Simulator simulator(still(options));

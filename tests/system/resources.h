@@ -1,4 +1,4 @@
-// What a process holds.
+// This file measures the resources that a process holds.
 #pragma once
 
 #include <sys/types.h>

@@ -1,4 +1,4 @@
-// Views of a full OLT, and what ten thousand of them leave behind.
+// These tests read views of a full OLT, and check what ten thousand of them leave behind.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 namespace
 {
 
-// Mappings of shared memory; the allocator's own come and go.
+// Returns the mappings of shared memory. Those of the allocator come and go, so they do not count.
 size_t shared_mappings(pid_t process)
 {
     std::ifstream maps("/proc/" + std::to_string(process) + "/maps");
@@ -63,7 +63,7 @@ TEST(Results, TenThousandQueriesLeaveNothingBehind)
 {
     Simulator simulator{{"--arrivals", "4"}};
     query(1);
-    query(1); // the service has put away what the first one needed
+    query(1); // after this the service has released what the first query needed
     const pid_t service = simulator.process();
     const pid_t self = getpid();
     const std::array before{open_files(self), open_files(service), shared_mappings(self), shared_mappings(service),

@@ -13,7 +13,7 @@
 namespace
 {
 
-// A folder that goes with the process.
+// A Folder is removed when the process ends.
 struct Folder {
     std::string path = (std::filesystem::temp_directory_path() / "ponsim-test.XXXXXX").string();
 
@@ -25,7 +25,7 @@ struct Folder {
     ~Folder() { std::filesystem::remove_all(path); }
 };
 
-// One for all simulators, because the board's libraries look once where the service is.
+// All simulators have the same folder, because the board's libraries look only once where the service is.
 const std::string &folder_of_process()
 {
     static const Folder folder;
@@ -72,7 +72,7 @@ void Simulator::start()
         _exit(127);
     }
     close(output[1]);
-    // Its first line says that it serves; no line at all says that it ended.
+    // The first line of its output says that it serves. No line at all means that it ended.
     std::string line;
     for (char byte; read(output[0], &byte, 1) == 1 && byte != '\n';)
         line += byte;

@@ -1,4 +1,4 @@
-// A ponsim of the test's own, with a state of its own that goes with it. One at a time.
+// A Simulator is a ponsim that a test starts. Its state is removed with it. There can be one at a time.
 #pragma once
 
 #include <sys/types.h>
@@ -9,19 +9,19 @@
 class Simulator
 {
 public:
-    // Starts the daemon with these arguments besides, where this process's library looks for it.
+    // Starts the daemon with these additional arguments, in the folder where this process's library looks for it.
     explicit Simulator(std::vector<std::string> arguments = {});
     ~Simulator();
     Simulator(const Simulator &) = delete;
     Simulator &operator=(const Simulator &) = delete;
 
-    // Starts the daemon on the state that it left, and returns when it serves.
+    // Starts the daemon on the state that it left, and returns when the daemon serves.
     void start();
-    // Ends it without warning.
+    // Ends the daemon without warning.
     void kill();
 
     pid_t process() const { return pid; }
-    // Where its sockets and its state are.
+    // Returns the folder of its sockets and its state.
     static const std::string &folder();
 
 private:

@@ -1,6 +1,8 @@
-// Eight busy clients and an OLT that things happen to: no answer is lost or another's, and nothing grows.
+// In this test eight clients are busy with an OLT on which events happen. No answer is lost or belongs to another
+// client, and nothing grows.
 //
-// SOAK_EXCHANGES says how many exchanges there are; without it few enough for every run of the tests.
+// SOAK_EXCHANGES says how many exchanges there are. Without it there are so few that every run of the tests can make
+// them.
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -27,11 +29,11 @@ namespace
 {
 
 constexpr uint32_t clients = 8;
-constexpr uint32_t onus = 8; // of each port
+constexpr uint32_t onus = 8; // on each port
 constexpr uint64_t rounds = 20;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool keeps_what_is_freed = true; // the sanitizer's allocator
+constexpr bool keeps_what_is_freed = true; // the sanitizer's allocator keeps it
 #else
 constexpr bool keeps_what_is_freed = false;
 #endif
@@ -42,7 +44,8 @@ uint64_t wanted_exchanges()
     return wanted ? std::strtoull(wanted, nullptr, 10) : 40000;
 }
 
-// The service closes a connection when it notices that its client has gone: soon.
+// Returns whether the process comes back to so many open files. It waits for that, because the service closes a
+// connection when it notices that its client is gone, which is soon.
 bool comes_back_to(pid_t process, size_t files)
 {
     for (int tries = 0; tries < 10000; ++tries) {
@@ -52,7 +55,7 @@ bool comes_back_to(pid_t process, size_t files)
     return false;
 }
 
-// In KiB.
+// Returns the memory of a process in KiB.
 size_t memory_of(pid_t process)
 {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
@@ -61,7 +64,7 @@ size_t memory_of(pid_t process)
     return 0;
 }
 
-// A client alone on its port, so that each of its calls has one right answer.
+// A Client is alone on its port, so that each of its calls has one correct answer.
 class Client
 {
 public:
@@ -106,7 +109,7 @@ public:
     }
 
     const uint32_t port;
-    uint64_t wrong = 0; // answers that are not the right one
+    uint64_t wrong = 0; // answers that are not the correct one
     uint64_t offline = 0;
 
 private:
@@ -175,7 +178,7 @@ private:
     std::array<std::string, onus> descriptions;
 };
 
-// What happens again and again, until it is over: fibres are cut, and mended two turns later.
+// Lets events happen again and again until it is over: fibres are cut, and repaired two turns later.
 void let_happen(const std::atomic<bool> &over)
 {
     for (uint64_t turn = 0; !over; ++turn) {
@@ -185,7 +188,8 @@ void let_happen(const std::atomic<bool> &over)
         control("step 1");
         if (turn >= 2) control("mend " + before + " feeder");
         control("step 60");
-        std::this_thread::sleep_for(std::chrono::milliseconds(1)); // or there would be time for little else
+        std::this_thread::sleep_for(std::chrono::milliseconds(1)); // otherwise there would be little time for anything
+                                                                   // else
     }
 }
 
@@ -210,7 +214,7 @@ TEST(Soak, NoAnswerIsLostOrAnothersAndNothingGrows)
             thread.join();
         over = true;
         fate.join();
-        // By then every kind of answer has had its memory.
+        // At this time every kind of answer has had its memory.
         if (round == rounds / 4) memory = memory_of(simulator.process());
     }
 
@@ -223,7 +227,7 @@ TEST(Soak, NoAnswerIsLostOrAnothersAndNothingGrows)
     EXPECT_TRUE(comes_back_to(simulator.process(), files));
     EXPECT_LE(open_files(getpid()), own_files);
     const size_t memory_now = memory_of(simulator.process());
-    // The allocator's own ups and downs.
+    // The tolerance covers the allocator's own fluctuation.
     if (!keeps_what_is_freed) {
         EXPECT_LE(memory_now, memory + memory / 10 + 1024) << "KiB, of the service";
     }

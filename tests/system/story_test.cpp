@@ -1,5 +1,5 @@
-// How an unknown ONU becomes a customer's. Each step is a front end of its own: a process that makes one call through
-// the library and ends.
+// This test plays how an unknown ONU becomes a customer's ONU. Each step is a front end of its own: a process that
+// makes one call through the library and ends.
 #include <algorithm>
 #include <cstring>
 
@@ -22,15 +22,15 @@ bsp_pon_msg record_of_port()
     return record;
 }
 
-// The status word of a call that another process makes.
+// Returns the status word of a call that another process makes.
 template <class Call>
 std::string status_of(Call call)
 {
     return elsewhere([&call] { return std::to_string(call()); });
 }
 
-// A view that another process asks for, with a record of the port where it takes one: a cell of the ONU, "none" where
-// the view does not have it.
+// Returns a cell of the ONU from a view that another process asks for. The request has a record of the port when the
+// view takes one. Returns "none" when the view does not have the ONU.
 using ByRecord = uint32_t (*)(db_handle **, bsp_pon_msg *);
 using OfAll = uint32_t (*)(db_handle **);
 
@@ -63,18 +63,18 @@ protected:
 
 TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
 {
-    // It has arrived, and nobody knows it.
+    // The ONU has arrived, and nobody knows it.
     EXPECT_EQ(information("state"), "waiting");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "pon_port"), "none");
 
-    // It is rejected, and shows in the black list of each front end.
+    // The ONU is rejected, and each front end shows it on the blacklist.
     EXPECT_EQ(status_of([&] { return bsp_pon_blacklist_add_onu_auto_id(port, address.data(), "stolen"); }), "0");
     EXPECT_EQ(information("state"), "none");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "pon_port"), "3");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "text"), "stolen");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_web, mac, "text"), "stolen");
 
-    // As long as it stands there, nothing admits it, and a restart of the service does not forget it.
+    // While it is on the blacklist, nothing admits it, and the list survives a restart of the service.
     EXPECT_NE(status_of([&] { return bsp_pon_bind_onu_auto_id(port, address.data(), nullptr, nullptr, 0, nullptr); }),
               "0");
     simulator.kill();
@@ -82,13 +82,13 @@ TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
     EXPECT_EQ(information("state"), "none");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_web, mac, "text"), "stolen");
 
-    // It is taken off, and waits again.
+    // The ONU is taken off the blacklist, and waits again.
     EXPECT_EQ(status_of([&] { return bsp_pon_no_bind_blacklist_onu_by_mac(port, address.data()); }), "0");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_snmp, mac, "pon_port"), "none");
     EXPECT_EQ(cell(bsp_pon_get_onu_blacklist_web, mac, "pon_port"), "none");
     EXPECT_EQ(information("state"), "waiting");
 
-    // It is confirmed.
+    // The ONU is confirmed.
     EXPECT_EQ(status_of([&] {
                   bsp_pon_msg onu{};
                   std::ranges::copy(address, onu.onu_mac);
@@ -97,12 +97,12 @@ TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
               "0");
     EXPECT_EQ(information("state"), "online");
 
-    // It gets a description.
+    // The ONU gets a description.
     const uint32_t id = onu_id();
     EXPECT_EQ(status_of([&] { return bsp_pon_onu_description(port, id, "customer 1207"); }), "0");
     EXPECT_EQ(information("description"), "customer 1207");
 
-    // It raises an alarm: what a reboot looks like from here.
+    // The ONU raises an alarm. A reboot looks like this from the OLT.
     const auto alarm = [&] { return cell(bsp_pon_get_onu_alarm, mac, "name"); };
     EXPECT_EQ(status_of([] {
                   bsp_pon_msg record = record_of_port();
@@ -120,7 +120,7 @@ TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
               "0");
     EXPECT_EQ(alarm(), "dying_gasp");
 
-    // It is cleared, and the customer is served.
+    // The alarm is cleared, and the customer is served.
     EXPECT_EQ(status_of([&] {
                   bsp_pon_msg record = record_of_port();
                   record.onu_id = id;
@@ -129,7 +129,7 @@ TEST_F(Story, OfAnOnuThatIsRejectedAndThenAdmittedAfterAll)
               "0");
     EXPECT_EQ(alarm(), "none");
     EXPECT_EQ(status_of([] {
-                  control("step 40"); // to boot and register
+                  control("step 40"); // time to boot and register
                   return uint32_t{BSP_OK};
               }),
               "0");

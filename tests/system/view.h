@@ -1,4 +1,4 @@
-// What the tests read views with.
+// This file reads views for the tests.
 #pragma once
 
 #include <array>
@@ -17,7 +17,7 @@ inline Mac parse(const std::string &text)
     return mac;
 }
 
-// A view that an operation delivers through its handle.
+// A View is a view that an operation delivers through its handle.
 class View
 {
 public:
@@ -32,17 +32,17 @@ public:
     uint32_t status() const { return status_word; }
     uint32_t count() const { return db_rows(db); }
 
-    // All of it, as it came; empty where there is no database.
+    // Returns the whole document as it was received. The text is empty when there is no database.
     std::string text() const { return db_text(db, nullptr); }
 
-    // A cell; "null" where there is no value.
+    // Returns a cell, or "null" when it has no value.
     std::string text(uint32_t row, const char *column) const
     {
         const char *cell = db_get_text(db, row, column);
         return cell ? cell : "null";
     }
 
-    // A cell of the row of this MAC address; "none" where there is no such row.
+    // Returns a cell of the row of this MAC address, or "none" when there is no such row.
     std::string of(const std::string &mac, const char *column) const
     {
         for (uint32_t row = 0; row < count(); ++row)
