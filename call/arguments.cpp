@@ -79,7 +79,7 @@ bool is_number_out(const Argument &argument)
 bool is_in_place(const Operation &operation, const Argument &argument)
 {
     return argument.type == ArgumentType::block_inout ||
-           (argument.type == ArgumentType::record && operation.answer == catalogue::Answer::in_place);
+           (argument.type == ArgumentType::record && operation.answer == catalogue::AnswerForm::in_place);
 }
 
 bool is_ignored(const Argument &argument)

@@ -3,7 +3,7 @@
 namespace call
 {
 
-Verdict UpTo::decide(const Request &request)
+Verdict UpTo::decide(const PermissionRequest &request)
 {
     if (request.impact <= allowed) return Verdict::send;
     throw Refused(request.doing + ": is " + std::string(catalogue::to_text(request.impact)) + ", and only " +

@@ -12,7 +12,7 @@ namespace call
 struct Exchange;
 
 // A Request describes what is about to be sent.
-struct Request {
+struct PermissionRequest {
     std::string doing;                     // for people: "calling bsp_pon_exec_set"
     catalogue::Class impact;               // the worst class that the catalogue knows for it
     const catalogue::Operation *operation; // null: no operation of the library
@@ -36,7 +36,7 @@ class Permission
 public:
     virtual ~Permission() = default;
     // Decides whether the request is sent. Throws Refused, or another Error, when it must not be sent.
-    virtual Verdict decide(const Request &request) = 0;
+    virtual Verdict decide(const PermissionRequest &request) = 0;
 };
 
 // UpTo permits all requests up to a class.
@@ -44,7 +44,7 @@ class UpTo : public Permission
 {
 public:
     explicit UpTo(catalogue::Class worst) : allowed(worst) {}
-    Verdict decide(const Request &request) override;
+    Verdict decide(const PermissionRequest &request) override;
 
 private:
     catalogue::Class allowed;

@@ -90,18 +90,18 @@ struct View {
     std::string_view brief;
 };
 
-enum class Failure : uint8_t {
+enum class ErrorPolicy : uint8_t {
     report, // logs the failure and returns BSP_ERR_IPC
     pass,   // logs the failure and returns the IPC value
     silent  // returns the IPC value
 };
-enum class Request : uint8_t {
+enum class RequestForm : uint8_t {
     built,  // from the arguments
     as_is,  // the caller's record itself
     copied, // a copy of the caller's record, with the operation's command code
     stamped // the caller's record itself, after the operation's command code was written into it
 };
-enum class Answer : uint8_t {
+enum class AnswerForm : uint8_t {
     none,
     own,      // into a buffer of the library
     in_place, // into the caller's record
@@ -187,9 +187,9 @@ struct Operation {
     const Command *command; // null: the caller states the code
     Class impact;
     Call call;
-    Failure failure;
-    Request request;
-    Answer answer;
+    ErrorPolicy error_policy;
+    RequestForm request;
+    AnswerForm answer;
     const Record *response;     // the record that describes the answer; null: there is none
     uint32_t response_size;     // bytes of the response buffer; the whole of a buffer of the library is cleared
     uint32_t preset;            // value of the response length word

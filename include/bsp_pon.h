@@ -228,7 +228,7 @@ BSP_PON_API int ont_id_res_exists_ont(const onu_id_set *set);
  * still open at the end of the last word with members is not closed, so that of ids 120 to 127 only 120 is printed;
  * and at `last_id`, from the second id of a run on, the length of the run so far is printed behind a dash (ids 120 to
  * 127 with `last_id` 127: 120-8). The length is counted in 8 bits with a sign: all 128 ids with `last_id` 127 print as
- * 0--128. Use ont_id_res_str_expand where every id must be told.
+ * 0--128. Use ont_id_res_str_expand where every id must be known.
  * @param set the set, read only
  * @param last_id the id at which the length of an open run is printed; one that is no member for none, as 128
  * @param text room for 402 bytes, receives the text, NUL-terminated; an empty set leaves it as it was
@@ -2251,7 +2251,7 @@ BSP_PON_API uint32_t bsp_pon_onu_ctc_upgrade_commit(uint32_t pon_port, uint32_t 
  *
  * BSP_CMD_ONU_PERF_MONITOR_SET (717) on BSP_MSG_ONU_INFO, bsp_onu_msg of 1888 bytes; write, by
  * bsp_pon_onu_ctc_set_info.
- * The request is that of bsp_pon_onu_ctc_set_catv: a service cannot tell them apart.
+ * The request is that of bsp_pon_onu_ctc_set_catv: a service cannot distinguish them.
  * @param pon_port PON port number
  * @param onu_id ONU id on the port
  * @param uni_port not used: the request names no UNI port
@@ -2265,7 +2265,7 @@ BSP_PON_API uint32_t bsp_pon_onu_ctc_set_perf_monitor_status(uint32_t pon_port, 
  *
  * BSP_CMD_ONU_CATV_SET (717) on BSP_MSG_ONU_INFO, bsp_onu_msg of 1888 bytes; service-affecting, by
  * bsp_pon_onu_ctc_set_info.
- * The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot tell them apart.
+ * The request is that of bsp_pon_onu_ctc_set_perf_monitor_status: a service cannot distinguish them.
  * @param pon_port PON port number
  * @param onu_id ONU id on the port
  * @param value 1 on, 0 off

@@ -51,11 +51,11 @@ size_t put_block(const std::string &name, const Field &field, const Bytes &block
     return put(field, block.data(), block.size(), bytes);
 }
 
-size_t set_field(const catalogue::Record &record, const Place &place, const Field &field, const std::string &name,
+size_t set_field(const catalogue::Record &record, const RecordRole &role, const Field &field, const std::string &name,
                  const std::string &value, Allowed allowed, Bytes &bytes)
 {
     if (&field == record.command) {
-        const uint32_t code = parse_command(name, value, *place.channel);
+        const uint32_t code = parse_command(name, value, *role.channel);
         return put(field, &code, sizeof code, bytes);
     }
     switch (field.type) {
@@ -102,7 +102,7 @@ std::string value_text(const Reading &reading, const Field &field, std::span<con
     std::string text = number_text(field, bytes);
     if (&field == reading.record->command) {
         const catalogue::Command *command =
-            catalogue::find_command(reading.place.channel->type, load_word(bytes.data()), reading.place.call);
+            catalogue::find_command(reading.role.channel->type, load_word(bytes.data()), reading.role.call);
         if (command) text.append(" ").append(command->name);
     }
     if (!field.unit.empty()) text.append(" ").append(field.unit);
@@ -158,12 +158,12 @@ uint32_t end_of(const catalogue::Layout &layout)
     return end;
 }
 
-const catalogue::Command *command_of(const catalogue::Record &record, const Place &place,
+const catalogue::Command *command_of(const catalogue::Record &record, const RecordRole &role,
                                      std::span<const uint8_t> bytes)
 {
-    if (place.command) return place.command;
+    if (role.command) return role.command;
     if (!record.command || !reached(*record.command, bytes)) return nullptr;
-    return catalogue::find_command(place.channel->type, load_word(bytes.data() + record.command->offset), place.call);
+    return catalogue::find_command(role.channel->type, load_word(bytes.data() + record.command->offset), role.call);
 }
 
 const catalogue::Record &answer_record(const catalogue::Record &record, const catalogue::Command *command)
@@ -174,14 +174,14 @@ const catalogue::Record &answer_record(const catalogue::Record &record, const ca
     return record;
 }
 
-Reading read_record(const catalogue::Record &record, const Place &place, std::span<const uint8_t> bytes)
+Reading read_record(const catalogue::Record &record, const RecordRole &role, std::span<const uint8_t> bytes)
 {
-    const catalogue::Command *command = command_of(record, place, bytes);
+    const catalogue::Command *command = command_of(record, role, bytes);
     const catalogue::Layout *layout = nullptr;
-    if (command && place.is_answer) layout = catalogue::find_layout(*command, true);
+    if (command && role.is_answer) layout = catalogue::find_layout(*command, true);
     if (command && !layout) layout = catalogue::find_layout(*command);
     if (layout && layout->record != &record) layout = nullptr;
-    return {&record, layout, place, bytes};
+    return {&record, layout, role, bytes};
 }
 
 void swap_words(std::span<const Field> fields, Bytes &bytes)
@@ -194,10 +194,10 @@ void swap_words(std::span<const Field> fields, Bytes &bytes)
     }
 }
 
-void swap_words(const catalogue::Record &record, const Place &place, Bytes &bytes)
+void swap_words(const catalogue::Record &record, const RecordRole &role, Bytes &bytes)
 {
     swap_words(record.fields, bytes);
-    const catalogue::Layout *layout = read_record(record, place, bytes).layout;
+    const catalogue::Layout *layout = read_record(record, role, bytes).layout;
     if (!layout) return;
     // A field of the layout that is also a word of the record is already swapped.
     std::vector<Field> opaque;
@@ -209,15 +209,15 @@ void swap_words(const catalogue::Record &record, const Place &place, Bytes &byte
     swap_words(opaque, bytes);
 }
 
-size_t set_fields(const catalogue::Record &record, const Place &place, std::span<const Assignment> assignments,
+size_t set_fields(const catalogue::Record &record, const RecordRole &role, std::span<const Assignment> assignments,
                   Allowed allowed, const std::string &prefix, Bytes &bytes)
 {
     // The command is set first, because it says which layout's fields are known.
     for (const Assignment &assignment : assignments)
         if (record.command && assignment.name == record.command->name)
-            set_field(record, place, *record.command, prefix + assignment.name, assignment.value, false, bytes);
+            set_field(record, role, *record.command, prefix + assignment.name, assignment.value, false, bytes);
 
-    const Reading reading = read_record(record, place, bytes);
+    const Reading reading = read_record(record, role, bytes);
     std::vector<const Field *> done;
     size_t end = 0;
     for (const Assignment &assignment : assignments) {
@@ -225,8 +225,7 @@ size_t set_fields(const catalogue::Record &record, const Place &place, std::span
         if (std::find(done.begin(), done.end(), &field) != done.end())
             throw UsageError(prefix + assignment.name + ": given twice");
         done.push_back(&field);
-        end =
-            std::max(end, set_field(record, place, field, prefix + assignment.name, assignment.value, allowed, bytes));
+        end = std::max(end, set_field(record, role, field, prefix + assignment.name, assignment.value, allowed, bytes));
     }
     return end;
 }

@@ -9,8 +9,8 @@
 namespace call
 {
 
-// A Place says which exchange a record belongs to, and on which side of the exchange it is.
-struct Place {
+// A RecordRole says which exchange a record belongs to, and on which side of the exchange it is.
+struct RecordRole {
     const catalogue::Channel *channel;
     catalogue::Call call;
     const catalogue::Command *command = nullptr; // null: the record carries the code of its command
@@ -21,7 +21,7 @@ struct Place {
 struct Reading {
     const catalogue::Record *record;
     const catalogue::Layout *layout; // the layout of the opaque part, or null when the record's command has none
-    Place place;
+    RecordRole role;
     std::span<const uint8_t> bytes;
     size_t start = 0; // where a block starts when only this block of the record is there; the bytes before it do not
                       // count
@@ -33,10 +33,10 @@ struct Reading {
 
 // Reads a record by the layout of its command. An answer is read by the layout of the answer, or like a request when
 // there is none.
-Reading read_record(const catalogue::Record &record, const Place &place, std::span<const uint8_t> bytes);
+Reading read_record(const catalogue::Record &record, const RecordRole &role, std::span<const uint8_t> bytes);
 
-// Returns the command of a record. Returns null when its place states none, and the record carries no known one.
-const catalogue::Command *command_of(const catalogue::Record &record, const Place &place,
+// Returns the command of a record. Returns null when its role states none, and the record carries no known one.
+const catalogue::Command *command_of(const catalogue::Record &record, const RecordRole &role,
                                      std::span<const uint8_t> bytes);
 
 // Returns the record that describes the answer to a command whose request is `record`.
@@ -44,7 +44,7 @@ const catalogue::Record &answer_record(const catalogue::Record &record, const ca
 
 // Swaps the bytes of the words of a record that was written in the other byte order. The record's command says which
 // words the opaque part holds.
-void swap_words(const catalogue::Record &record, const Place &place, Bytes &bytes);
+void swap_words(const catalogue::Record &record, const RecordRole &role, Bytes &bytes);
 // Swaps the bytes of the numbers in these fields, each in its own width.
 void swap_words(std::span<const catalogue::Field> fields, Bytes &bytes);
 
@@ -59,7 +59,7 @@ uint32_t load_word(const uint8_t *bytes);
 // Throws a UsageError for an unknown or repeated field, for a wrong value, and for a text or block that is longer than
 // its field, unless `allowed` lets it continue into the fields behind it. Returns the offset behind the last byte that
 // was set, or 0 when none was set.
-size_t set_fields(const catalogue::Record &record, const Place &place, std::span<const Assignment> assignments,
+size_t set_fields(const catalogue::Record &record, const RecordRole &role, std::span<const Assignment> assignments,
                   Allowed allowed, const std::string &prefix, Bytes &bytes);
 
 // Returns the length of the longest text or block that a field takes. The NUL of a text does not count.

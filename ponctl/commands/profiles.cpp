@@ -120,7 +120,7 @@ ExitCode list_fields(const Output &output, const catalogue::Command &command)
     return exit_success;
 }
 
-ExitCode tell(const Output &output, const catalogue::Command &command, const std::vector<Assignment> &fields)
+ExitCode send(const Output &output, const catalogue::Command &command, const std::vector<Assignment> &fields)
 {
     return run_call(output, "bsp_profile_exec_set", words_for(command, fields));
 }
@@ -169,14 +169,14 @@ ExitCode run_profile_store(const Output &output, const ProfileOptions &options)
         fields.push_back(parse_assignment(word));
     if (fields.empty())
         throw UsageError("FIELD=VALUE: missing; 'ponctl profile kinds " + spoken(options.kind) + "' lists the fields");
-    return tell(output, command, fields);
+    return send(output, command, fields);
 }
 
 ExitCode run_profile_delete(const Output &output, const ProfileOptions &options)
 {
     const catalogue::Command &command = named_action(options.kind, "DELETE");
     ask("deleting profile " + options.name + " of kind " + spoken(options.kind));
-    return tell(output, command, {{"name", options.name}});
+    return send(output, command, {{"name", options.name}});
 }
 
 ExitCode run_profile_text(const Output &output, const std::string &kind)

@@ -55,7 +55,7 @@ const catalogue::Record &record_of(const RawOptions &options, const catalogue::C
 }
 
 // Returns the request: the given bytes, the given fields, and zeros up to the record's length.
-Bytes request_of(const RawOptions &options, const Place &place, const catalogue::Record &record)
+Bytes request_of(const RawOptions &options, const RecordRole &role, const catalogue::Record &record)
 {
     std::vector<Assignment> assignments;
     for (const std::string &word : options.fields)
@@ -67,27 +67,27 @@ Bytes request_of(const RawOptions &options, const Place &place, const catalogue:
                          std::to_string(record.size) + " of " + std::string(record.name));
     const size_t given = request.size();
     request.resize(record.size);
-    const size_t set = set_fields(record, place, assignments, options.allow_long, "", request);
+    const size_t set = set_fields(record, role, assignments, options.allow_long, "", request);
     if (!record.payload) return request;
 
     // A record with a payload is as long as its payload, including everything that the service reads of it, and 4 bytes
     // more.
     constexpr size_t trailer = 4;
-    const catalogue::Layout *layout = read_record(record, place, request).layout;
+    const catalogue::Layout *layout = read_record(record, role, request).layout;
     const size_t read = layout ? end_of(*layout) : 0;
     request.resize(std::max<size_t>({given, set, read, record.payload->offset}) + trailer);
     return request;
 }
 
-void show_answer(const Output &output, const Place &place, const catalogue::Record &record, const Exchange &answer,
+void show_answer(const Output &output, const RecordRole &role, const catalogue::Record &record, const Exchange &answer,
                  db_handle *database)
 {
-    const Call call = place.call;
-    const Reading reading = read_record(answer_record(record, place.command), place, answer.response);
+    const Call call = role.call;
+    const Reading reading = read_record(answer_record(record, role.command), role, answer.response);
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartObject();
-        json.member("channel", place.channel->name);
+        json.member("channel", role.channel->name);
         json.member("call", catalogue::to_text(call));
         json.status(answer.status);
         if (has_answer(call)) {
@@ -108,7 +108,7 @@ void show_answer(const Output &output, const Place &place, const catalogue::Reco
     } else {
         print_bytes(output, answer.response, &reading);
     }
-    if (database) print_database(output, database, place.command ? catalogue::find_view(*place.command) : nullptr);
+    if (database) print_database(output, database, role.command ? catalogue::find_view(*role.command) : nullptr);
 }
 
 ExitCode run_raw(const Output &output, const RawOptions &options)

@@ -37,14 +37,14 @@ using catalogue::Class;
 using catalogue::Field;
 
 struct Difference {
-    std::string place; // empty, or the number of the row of a result database, from 1 on
+    std::string row; // empty, or the number of the row of a result database, from 1 on
     std::string field, recorded, live;
 
-    std::string where() const { return place.empty() ? field : "row " + place + " " + field; }
+    std::string where() const { return row.empty() ? field : "row " + row + " " + field; }
 };
 
-// An Answer is what the service answers now.
-struct Answer {
+// A LiveAnswer is what the service answers now.
+struct LiveAnswer {
     Exchange exchange;
     std::string database; // the document; empty: there is none
 };
@@ -60,17 +60,17 @@ Class impact_of(const Traced &traced)
 // The user was already asked for all requests of the recording together.
 class AskedAtOnce : public call::Permission
 {
-    call::Verdict decide(const call::Request &) override { return call::Verdict::send; }
+    call::Verdict decide(const call::PermissionRequest &) override { return call::Verdict::send; }
 };
 
-Answer send(const Traced &traced)
+LiveAnswer send(const Traced &traced)
 {
     AskedAtOnce permission;
     const call::Sender sender{"sending a recorded request", traced.kind};
     // The whole answer is received, as it is in the recording, whatever the recorded caller allowed.
-    Answer answer{exchange_record(sender, permission, {traced.record.module, traced.record.msg_type}, traced.call(),
-                                  traced.request, IPC_MAX_LENGTH, IPC_MAX_LENGTH),
-                  {}};
+    LiveAnswer answer{exchange_record(sender, permission, {traced.record.module, traced.record.msg_type}, traced.call(),
+                                      traced.request, IPC_MAX_LENGTH, IPC_MAX_LENGTH),
+                      {}};
     const uint32_t key = traced.record.result_key ? traced.record.result_key : traced.code().value_or(0);
     if (answer.exchange.result == IPC_OK && key != 0)
         if (const Database database{db_from_shmem(key, BOARD_RESULT_MAX)})
@@ -82,7 +82,7 @@ Answer send(const Traced &traced)
 class Comparison
 {
 public:
-    Comparison(const Traced &recorded, const Answer &now, const std::vector<std::string> &may_differ)
+    Comparison(const Traced &recorded, const LiveAnswer &now, const std::vector<std::string> &may_differ)
         : traced(recorded), live(now), ignored(may_differ)
     {
         compare("ipc_result", failure_text(traced.record.ipc_result), failure_text(live.exchange.result));
@@ -103,12 +103,12 @@ private:
 
     bool is_ignored(std::string_view field) const { return std::ranges::find(ignored, field) != ignored.end(); }
 
-    void compare(std::string_view field, std::string recorded, std::string now, std::string place = {})
+    void compare(std::string_view field, std::string recorded, std::string now, std::string of_row = {})
     {
         if (recorded == now) return;
         explained = true;
         if (!is_ignored(field))
-            found.push_back({std::move(place), std::string(field), std::move(recorded), std::move(now)});
+            found.push_back({std::move(of_row), std::string(field), std::move(recorded), std::move(now)});
     }
 
     // Returns whether both texts are the name of a result file, which differs each time.
@@ -152,8 +152,8 @@ private:
     {
         const catalogue::Record &record = answer_record(*traced.kind, traced.command);
         const Bytes recorded = before, now = after;
-        const std::vector<DecodedField> fields = decode(read_record(record, traced.place(true), recorded));
-        const std::vector<DecodedField> live_fields = decode(read_record(record, traced.place(true), now));
+        const std::vector<DecodedField> fields = decode(read_record(record, traced.role(true), recorded));
+        const std::vector<DecodedField> live_fields = decode(read_record(record, traced.role(true), now));
         for (const DecodedField &one : fields) {
             const auto other = std::ranges::find(live_fields, one.field, &DecodedField::field);
             if (other == live_fields.end()) continue;
@@ -212,19 +212,19 @@ private:
             const char *cell = db_get_text(database, row, column);
             return std::string(cell ? cell : "-");
         };
-        const std::string place = std::to_string(row + 1);
+        const std::string row_number = std::to_string(row + 1);
         for (uint32_t column = 0; column < db_columns(before); ++column) {
             const char *name = db_column_name(before, column);
-            compare(name, text(before, name), text(after, name), place);
+            compare(name, text(before, name), text(after, name), row_number);
         }
         for (uint32_t column = 0; column < db_columns(after); ++column) {
             const char *name = db_column_name(after, column);
-            if (!db_get_text(before, row, name)) compare(name, "-", text(after, name), place);
+            if (!db_get_text(before, row, name)) compare(name, "-", text(after, name), row_number);
         }
     }
 
     const Traced &traced;
-    const Answer &live;
+    const LiveAnswer &live;
     const std::vector<std::string> &ignored;
     std::vector<Difference> found;
     bool explained = false; // a difference was reported, or ignored because of its name
@@ -275,10 +275,10 @@ private:
             (*json)->StartObject();
             json->member("field", difference.field);
             json->key("row");
-            if (difference.place.empty())
+            if (difference.row.empty())
                 (*json)->Null();
             else
-                json->number(difference.place);
+                json->number(difference.row);
             json->member("recorded", difference.recorded);
             json->member("live", difference.live);
             (*json)->EndObject();
@@ -339,7 +339,7 @@ ExitCode run_replay(const Output &output, const ReplayOptions &options)
             if (failed.made) return;
             ++number;
             if (options.reads_only && impact_of(traced) != Class::read) return;
-            const Answer live = send(traced);
+            const LiveAnswer live = send(traced);
             if (!is_answer(live.exchange.result) && live.exchange.result != traced.record.ipc_result) {
                 failed.made = true;
                 failed.result = live.exchange.result;

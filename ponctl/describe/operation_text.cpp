@@ -69,12 +69,12 @@ bool goes_through(const Operation &operation)
 
 std::string failure_text(const Operation &operation)
 {
-    switch (operation.failure) {
-    case catalogue::Failure::report:
+    switch (operation.error_policy) {
+    case catalogue::ErrorPolicy::report:
         return "a failed exchange is logged and returned as BSP_ERR_IPC (1001)";
-    case catalogue::Failure::pass:
+    case catalogue::ErrorPolicy::pass:
         return "a failed exchange is logged and returned as the IPC library's own value";
-    case catalogue::Failure::silent:
+    case catalogue::ErrorPolicy::silent:
         return "a failed exchange is returned as the IPC library's own value, without a log line";
     }
     return {};
@@ -85,14 +85,14 @@ std::string request_text(const Operation &operation)
     const std::string record(operation.record->name);
     const std::string size = std::to_string(operation.record->size);
     switch (operation.request) {
-    case catalogue::Request::built:
+    case catalogue::RequestForm::built:
         return record + " built from the arguments, " +
                (operation.record->payload ? "its payload and 28 bytes" : size + " bytes");
-    case catalogue::Request::as_is:
+    case catalogue::RequestForm::as_is:
         return record + " as you give it, " + size + " bytes";
-    case catalogue::Request::copied:
+    case catalogue::RequestForm::copied:
         return record + " as you give it but for the command code, " + size + " bytes";
-    case catalogue::Request::stamped:
+    case catalogue::RequestForm::stamped:
         return record + " as you give it, with the command code written into it, " + size + " bytes";
     }
     return {};
@@ -104,13 +104,13 @@ std::string answer_text(const Operation &operation)
     const std::string size = std::to_string(operation.response_size) + " bytes";
     const std::string record(operation.response->name);
     switch (operation.answer) {
-    case catalogue::Answer::none:
+    case catalogue::AnswerForm::none:
         break;
-    case catalogue::Answer::own:
+    case catalogue::AnswerForm::own:
         return record + ", into a buffer of the library";
-    case catalogue::Answer::in_place:
+    case catalogue::AnswerForm::in_place:
         return record + ", into the record that you gave, " + size;
-    case catalogue::Answer::caller:
+    case catalogue::AnswerForm::caller:
         return record + " as far as " + size + " go, into your buffer";
     }
     return {};
@@ -126,8 +126,8 @@ std::string command_text(const Operation &operation)
 std::string asking_text(const Operation &operation)
 {
     const std::string unless = ", unless --yes is given";
-    const bool tells = operation.call == catalogue::Call::set || operation.call == catalogue::Call::dgram_set;
-    if (!operation.command && tells)
+    const bool is_set = operation.call == catalogue::Call::set || operation.call == catalogue::Call::dgram_set;
+    if (!operation.command && is_set)
         return "before a command is sent that affects service, or that is not known" + unless;
     return operation.impact == catalogue::Class::service_affecting ? "before it is called" + unless : std::string();
 }

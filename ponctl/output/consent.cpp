@@ -41,7 +41,7 @@ bool is_zero(const Reading &request, const Field &field)
 
 // Returns whether a zero in the field is a name: when an argument is sent in the field, and when the record is always
 // about an ONU.
-bool always_counts(const call::Request &sent, const Field &field)
+bool always_counts(const call::PermissionRequest &sent, const Field &field)
 {
     if (field.name == "onu_onu_id" || field.name == "onu_pon_port") return true;
     return sent.operation && std::ranges::find(sent.operation->arguments, &field, &catalogue::Argument::field) !=
@@ -49,7 +49,7 @@ bool always_counts(const call::Request &sent, const Field &field)
 }
 
 // Returns the port and ONUs that a request is for, as far as the request says: " for port 1, ONU 5".
-std::string target_of(const call::Request &sent, const Reading &request)
+std::string target_of(const call::PermissionRequest &sent, const Reading &request)
 {
     std::string target;
     const auto add = [&](const char *what, std::initializer_list<std::string_view> names) {
@@ -81,7 +81,7 @@ std::string command_text(const Reading &request, const Command *command)
 class Consent : public call::Permission
 {
 public:
-    call::Verdict decide(const call::Request &sent) override
+    call::Verdict decide(const call::PermissionRequest &sent) override
     {
         if (mode().dry_run) {
             kept.push_back(sent.exchange);
@@ -93,7 +93,7 @@ public:
     }
 
 private:
-    static void ask_for(const call::Request &sent)
+    static void ask_for(const call::PermissionRequest &sent)
     {
         const Exchange &exchange = sent.exchange;
         if (!exchange.record || !exchange.channel) return ask(sent.doing);

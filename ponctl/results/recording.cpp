@@ -36,14 +36,14 @@ Traced::Traced(const board_trace_entry &entry, bool swapped)
 {
     if (!channel) return;
     kind = &record_of(*channel, request.size());
-    if (swapped) swap_words(*kind, place(), request);
-    command = command_of(*kind, place(), request);
-    if (swapped) swap_words(answer_record(*kind, command), place(true), response);
+    if (swapped) swap_words(*kind, role(), request);
+    command = command_of(*kind, role(), request);
+    if (swapped) swap_words(answer_record(*kind, command), role(true), response);
 }
 
 Reading Traced::reading(bool of_answer) const
 {
-    return read_record(of_answer ? answer_record(*kind, command) : *kind, place(of_answer), bytes(of_answer));
+    return read_record(of_answer ? answer_record(*kind, command) : *kind, role(of_answer), bytes(of_answer));
 }
 
 std::optional<uint32_t> Traced::code() const

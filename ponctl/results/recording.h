@@ -27,7 +27,7 @@ struct Traced {
     Bytes request, response;
     std::string_view result;
 
-    Place place(bool is_answer = false) const { return {channel, call(), command, is_answer}; }
+    RecordRole role(bool is_answer = false) const { return {channel, call(), command, is_answer}; }
     const Bytes &bytes(bool of_answer) const { return of_answer ? response : request; }
     // Returns a record of the exchange, whose channel must be known.
     Reading reading(bool of_answer) const;

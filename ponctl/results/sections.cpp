@@ -249,9 +249,8 @@ std::string styled_text(const Reading &reading, const FieldStyle &style)
 
 std::vector<FieldStyle> pon_phy_styles()
 {
-    return {{"laser", {}, off_on},         {"tx_fault", {}, no_yes},   {"rx_los", {}, no_yes},
-            {"lao_mode", {}, off_on},      {"told", {}, no_yes},       {"told_laser", {}, off_on},
-            {"told_tx_fault", {}, no_yes}, {"told_rx_los", {}, no_yes}};
+    return {{"laser", {}, off_on}, {"tx_fault", {}, no_yes},  {"rx_los", {}, no_yes},       {"lao_mode", {}, off_on},
+            {"set", {}, no_yes},   {"set_laser", {}, off_on}, {"set_tx_fault", {}, no_yes}, {"set_rx_los", {}, no_yes}};
 }
 
 void print_sections(const Output &output, const std::vector<Section> &sections, bool titled)

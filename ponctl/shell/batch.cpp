@@ -21,8 +21,8 @@ constexpr const char *footer =
     "backslashes are those of a shell. Nothing is asked, and commands find nothing on standard input: what would ask "
     "needs --yes in its line. The global options hold for every line that does not say otherwise.";
 
-struct Failure {
-    std::string place;
+struct FailedLine {
+    std::string where;
     int code;
 };
 
@@ -53,7 +53,7 @@ public:
 private:
     void run_one(const std::string &line)
     {
-        const std::string place = name + ":" + std::to_string(number);
+        const std::string where = name + ":" + std::to_string(number);
         int code = exit_usage;
         try {
             const std::vector<std::string> words = split_line(line);
@@ -62,12 +62,12 @@ private:
             ++ran;
             code = lines.run(words, false).code;
             if (code == exit_success) return;
-            complain(place + (code == exit_interrupted ? ": interrupted" : ": ended with " + std::to_string(code)));
+            complain(where + (code == exit_interrupted ? ": interrupted" : ": ended with " + std::to_string(code)));
         } catch (const Error &error) {
             ++ran;
-            complain(place + ": " + error.what());
+            complain(where + ": " + error.what());
         }
-        failures.push_back({place, code});
+        failures.push_back({where, code});
         worst = std::max(worst, code);
         ended = code == exit_interrupted || !options.keep_going;
     }
@@ -75,15 +75,15 @@ private:
     void summarize() const
     {
         complain(std::to_string(failures.size()) + " of " + std::to_string(ran) + " lines failed:");
-        for (const Failure &failure : failures)
-            std::fprintf(stderr, "  %s: ended with %d\n", failure.place.c_str(), failure.code);
+        for (const FailedLine &failure : failures)
+            std::fprintf(stderr, "  %s: ended with %d\n", failure.where.c_str(), failure.code);
     }
 
     const Output &output;
     const BatchOptions &options;
     const std::string name;
     const Lines lines;
-    std::vector<Failure> failures;
+    std::vector<FailedLine> failures;
     size_t number = 0, ran = 0;
     int worst = exit_success;
     bool ended = false;

@@ -12,13 +12,13 @@ namespace ponsim
 namespace
 {
 
-struct Place {
+struct BranchOfPort {
     const PonPort &port;
     uint32_t branch;
 };
 
 // Returns a branch by its name, or by the ONU at its end.
-Place place_of(const Olt &olt, std::span<const std::string> words)
+BranchOfPort branch_of(const Olt &olt, std::span<const std::string> words)
 {
     const PonPort &port = control_port(olt, words[0]);
     const auto named = std::ranges::find(port.branches, words[1], &Branch::name);
@@ -51,14 +51,14 @@ int32_t decibels(const std::string &word)
 Plan cut(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 2) throw ControlError("cut: expected a PON port, and a branch of its fibre or an ONU");
-    const auto [port, branch] = place_of(olt, words);
+    const auto [port, branch] = branch_of(olt, words);
     return set_damage(port, branch, cut_loss);
 }
 
 Plan mend(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 2) throw ControlError("mend: expected a PON port, and a branch of its fibre or an ONU");
-    const auto [port, branch] = place_of(olt, words);
+    const auto [port, branch] = branch_of(olt, words);
     return set_damage(port, branch, 0);
 }
 
@@ -66,7 +66,7 @@ Plan bend(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 3)
         throw ControlError("bend: expected a PON port, a branch of its fibre or an ONU, and decibels");
-    const auto [port, branch] = place_of(olt, words);
+    const auto [port, branch] = branch_of(olt, words);
     return set_damage(port, branch, damage_to(port, branch) + decibels(words[2]));
 }
 

@@ -70,7 +70,7 @@ void Host::stop()
     service.stop();
     model.advance(clock.now());
     model.keep_time();
-    service.tell();
+    service.write_log();
 }
 
 } // namespace ponsim

@@ -69,7 +69,7 @@ Recording::Recording(const std::string &file)
     for (; (more = board_trace_next(trace.get(), &entry)) == 1; ++record) {
         const board_trace_record &read = entry.record;
         if (read.module != catalogue::module || never_arrived(read.ipc_result)) continue;
-        const Request request{read.call, read.msg_type, {entry.request, entry.request + read.request_length}};
+        const RequestKey request{read.call, read.msg_type, {entry.request, entry.request + read.request_length}};
         by_bytes[request].answers.push_back(answers.size());
         if (const auto command = command_of(request)) by_command[*command].answers.push_back(answers.size());
         answers.push_back({read.ipc_result,
@@ -83,16 +83,16 @@ Recording::Recording(const std::string &file)
     if (answers.empty()) refuse("holds no exchange with the PON service");
 }
 
-std::optional<Recording::Request> Recording::command_of(const Request &request)
+std::optional<Recording::RequestKey> Recording::command_of(const RequestKey &request)
 {
     const auto code = code_of(request.channel, request.bytes);
     if (!code) return std::nullopt;
-    return Request{request.call, request.channel, std::to_string(*code)};
+    return RequestKey{request.call, request.channel, std::to_string(*code)};
 }
 
-const Recording::Answer *Recording::step(Sequence &sequence, bool looping)
+const Recording::RecordedAnswer *Recording::step(Sequence &sequence, bool looping)
 {
-    const Answer &answer = answers[sequence.answers[sequence.at]];
+    const RecordedAnswer &answer = answers[sequence.answers[sequence.at]];
     if (sequence.at + 1 < sequence.answers.size())
         ++sequence.at;
     else if (looping)
@@ -103,7 +103,7 @@ const Recording::Answer *Recording::step(Sequence &sequence, bool looping)
 Recording::Found Recording::next(const board_request &received, bool looping)
 {
     const auto *const bytes = static_cast<const char *>(received.data);
-    const Request request{static_cast<uint32_t>(received.call), received.msg_type, {bytes, bytes + received.length}};
+    const RequestKey request{static_cast<uint32_t>(received.call), received.msg_type, {bytes, bytes + received.length}};
     if (const auto found = by_bytes.find(request); found != by_bytes.end()) return {step(found->second, looping), true};
     const auto command = command_of(request);
     const auto found = command ? by_command.find(*command) : by_command.end();
@@ -133,7 +133,7 @@ void Replay::handle(void *context, const board_request *request, board_answer *a
     if (!found.same_bytes)
         userlog_err("ponsim", __LINE__, "%s: not recorded with these bytes; answered as it was with others\n",
                     describe(*request).c_str());
-    const Recording::Answer &recorded = *found.answer;
+    const Recording::RecordedAnswer &recorded = *found.answer;
     if (recorded.ipc_result != IPC_OK) return board_answer_fail(answer, recorded.ipc_result);
     board_answer_status(answer, recorded.status);
     board_answer_data(answer, recorded.response.data(), static_cast<uint32_t>(recorded.response.size()));

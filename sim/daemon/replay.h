@@ -21,7 +21,7 @@ public:
     // Throws std::runtime_error when the file cannot be served.
     explicit Recording(const std::string &file);
 
-    struct Answer {
+    struct RecordedAnswer {
         int32_t ipc_result;
         uint32_t status;
         std::string response;
@@ -31,8 +31,8 @@ public:
     };
 
     struct Found {
-        const Answer *answer; // null: there is no answer
-        bool same_bytes;      // false: the answer is that to another request of the same command
+        const RecordedAnswer *answer; // null: there is no answer
+        bool same_bytes;              // false: the answer is that to another request of the same command
     };
     // Returns the next answer to such a request, in the order of the recording. After the last answer it returns that
     // one again or, when `looping`, the first.
@@ -41,11 +41,11 @@ public:
     size_t size() const { return answers.size(); }
 
 private:
-    struct Request {
+    struct RequestKey {
         uint32_t call, channel;
         std::string bytes;
 
-        auto operator<=>(const Request &) const = default;
+        auto operator<=>(const RequestKey &) const = default;
     };
     // A Sequence holds answers in the order of the recording.
     struct Sequence {
@@ -54,11 +54,11 @@ private:
     };
 
     // Returns the request with only its command's code as its bytes. Returns none when it carries no code.
-    static std::optional<Request> command_of(const Request &request);
-    const Answer *step(Sequence &sequence, bool looping);
+    static std::optional<RequestKey> command_of(const RequestKey &request);
+    const RecordedAnswer *step(Sequence &sequence, bool looping);
 
-    std::vector<Answer> answers;
-    std::map<Request, Sequence> by_bytes, by_command;
+    std::vector<RecordedAnswer> answers;
+    std::map<RequestKey, Sequence> by_bytes, by_command;
 };
 
 class Replay

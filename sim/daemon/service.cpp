@@ -127,7 +127,7 @@ void Service::stop()
     control.reset();
 }
 
-void Service::tell()
+void Service::write_log()
 {
     for (const std::string &line : simulator.take_log())
         userlog_debug("ponsim", __LINE__, "%s\n", line.c_str());
@@ -148,7 +148,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
         die_of(faults, KillPoint::after);
         answer_with(std::move(reply), message, faults, self.files, answer);
         self.clock.reach(self.simulator.olt().now()); // a loaded configuration may be ahead of the clock
-        self.tell();
+        self.write_log();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
@@ -165,7 +165,7 @@ void Service::handle_control(void *context, const board_request *request, board_
         const std::lock_guard lock(self.turn);
         self.simulator.advance(self.clock.now());
         said = ponsim::control(self.simulator, self.clock, {static_cast<const char *>(request->data), request->length});
-        self.tell();
+        self.write_log();
     } catch (const std::exception &error) {
         said = error.what();
         board_answer_status(answer, 1);

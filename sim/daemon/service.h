@@ -29,7 +29,7 @@ public:
     // Ends the handling of requests.
     void stop();
     // Writes to the log what happened. Do not call it while requests are handled.
-    void tell();
+    void write_log();
 
 private:
     struct Stop {

@@ -64,11 +64,11 @@ std::string Child::end()
     return how;
 }
 
-void Child::enter(Phase next, const std::string &told)
+void Child::enter(Phase next, const std::string &message)
 {
     const std::lock_guard lock(mutex);
     phase = next;
-    (next == Phase::ended ? how : said) = told;
+    (next == Phase::ended ? how : said) = message;
     changed.notify_all();
 }
 

@@ -31,7 +31,7 @@ private:
     void keep();
     [[noreturn]] void run(pid_t parent, int output);
     void follow(int output);
-    void enter(Phase next, const std::string &told);
+    void enter(Phase next, const std::string &message);
     void stop();
 
     std::vector<std::string> words;

@@ -134,10 +134,10 @@ Outcome stats_of_all(const Olt &olt, const Request &)
 // Returns what an ONU has been sent by a setting command, in a word or byte of its block. Returns 0 when it has been
 // sent nothing.
 template <class Number>
-Number told(const Olt &olt, const RemoteOnu &onu, uint32_t command, layout::At<Number> at)
+Number configured(const Olt &olt, const RemoteOnu &onu, uint32_t command, layout::At<Number> at)
 {
     const OnuBlock nothing(at.end() - offsetof(bsp_onu_msg, onu_data));
-    return setting_of(olt, onu.place(command), Side::local, nothing).get(at);
+    return setting_of(olt, onu.key(command), Side::local, nothing).get(at);
 }
 
 bool has_rules(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
@@ -150,14 +150,14 @@ uint32_t config_word(const Olt &olt, const RemoteOnu &onu)
     constexpr uint32_t fec_enabled = 2; // the number that CTC uses
     uint32_t word = 0;
     const auto put = [&word](uint32_t bit, bool set) { word |= uint32_t{set} << bit; };
-    put(0, told(olt, onu, BSP_CMD_ONU_MGMT_GET, layout::onu_mgmt::mode) != 0);
-    put(1, told(olt, onu, BSP_CMD_ONU_FEC_GET, layout::onu_fec::mode) == fec_enabled);
-    put(2, told(olt, onu, BSP_CMD_ONU_TIME_GET, layout::onu_time::mode) != 0);
+    put(0, configured(olt, onu, BSP_CMD_ONU_MGMT_GET, layout::onu_mgmt::mode) != 0);
+    put(1, configured(olt, onu, BSP_CMD_ONU_FEC_GET, layout::onu_fec::mode) == fec_enabled);
+    put(2, configured(olt, onu, BSP_CMD_ONU_TIME_GET, layout::onu_time::mode) != 0);
     put(3, onu.binding->sla || onu.binding->sla_down);
     put(4, llids_of(olt, onu, Side::local) > 1);
     put(5, switched_on(olt, onu, Side::local));
-    put(6, told(olt, onu, BSP_CMD_ONU_MC_SWITCH_GET, layout::onu_mc_switch::mode) != 0);
-    put(7, told(olt, onu, BSP_CMD_ONU_FAST_LEAVE_GET, layout::onu_fast_leave::state) != 0);
+    put(6, configured(olt, onu, BSP_CMD_ONU_MC_SWITCH_GET, layout::onu_mc_switch::mode) != 0);
+    put(7, configured(olt, onu, BSP_CMD_ONU_FAST_LEAVE_GET, layout::onu_fast_leave::state) != 0);
     uint32_t uni = 0;
     for (const UniConfig &config : uni_configs(olt, onu, Side::local)) {
         ++uni;

@@ -202,23 +202,23 @@ Outcome sfp_table(const Olt &olt, const Request &request)
     return {BSP_OK, {}, module_table(*module, olt.now())};
 }
 
-// An I2cPlace says where on the bus the requested bytes are.
-struct I2cPlace {
+// An I2cRange says where on the bus the requested bytes are.
+struct I2cRange {
     uint32_t address;
     uint32_t offset;
     uint32_t length;
     uint32_t result;
     std::array<uint8_t, 128> data;
 };
-static_assert(layout::i2c_write::address.offset + sizeof(I2cPlace) == layout::i2c_write::data.end());
+static_assert(layout::i2c_write::address.offset + sizeof(I2cRange) == layout::i2c_write::data.end());
 
-uint32_t check(const Olt &olt, uint32_t cage, const I2cPlace &place)
+uint32_t check(const Olt &olt, uint32_t cage, const I2cRange &range)
 {
     constexpr uint32_t end = std::tuple_size_v<ModuleMemory>;
     if (!olt.module(cage)) return PON_ERR_NO_CAGE;
-    if (place.address != identity_address && place.address != diagnostic_address) return PON_ERR_NO_DEVICE;
-    const bool good = place.length >= 1 && place.length <= place.data.size() && place.offset < end &&
-                      place.length <= end - place.offset;
+    if (range.address != identity_address && range.address != diagnostic_address) return PON_ERR_NO_DEVICE;
+    const bool good = range.length >= 1 && range.length <= range.data.size() && range.offset < end &&
+                      range.length <= end - range.offset;
     return good ? BSP_OK : PON_ERR_BAD_RECORD;
 }
 
@@ -226,18 +226,18 @@ Outcome i2c_read(const Olt &olt, const Request &request)
 {
     namespace at = layout::i2c_bytes;
     const auto record = request.read<bsp_plat_msg>();
-    const auto place = request.read<I2cPlace>(layout::i2c_read::address.offset);
+    const auto range = request.read<I2cRange>(layout::i2c_read::address.offset);
     Answer answer(head_of(record));
-    answer.put(at::address, place.address);
-    answer.put(at::offset, place.offset);
-    answer.put(at::length, place.length);
-    Outcome outcome{check(olt, record.plat_port, place)};
+    answer.put(at::address, range.address);
+    answer.put(at::offset, range.offset);
+    answer.put(at::length, range.length);
+    Outcome outcome{check(olt, record.plat_port, range)};
     if (outcome.status == BSP_OK) {
         const Module &module = *olt.module(record.plat_port);
         const ModuleMemory memory =
-            place.address == identity_address ? identity_memory(module) : diagnostic_memory(module, olt.now());
-        answer.put(at::result, place.length);
-        answer.put(at::data, std::span(memory).subspan(place.offset, place.length));
+            range.address == identity_address ? identity_memory(module) : diagnostic_memory(module, olt.now());
+        answer.put(at::result, range.length);
+        answer.put(at::data, std::span(memory).subspan(range.offset, range.length));
     }
     outcome.answer = answer.outcome().answer;
     return outcome;
@@ -246,10 +246,10 @@ Outcome i2c_read(const Olt &olt, const Request &request)
 Outcome i2c_write(const Olt &olt, const Request &request)
 {
     const uint32_t cage = request.read<bsp_plat_msg>().plat_port;
-    const auto place = request.read<I2cPlace>(layout::i2c_write::address.offset);
-    if (const uint32_t status = check(olt, cage, place)) return {status};
-    if (place.address == identity_address) return {PON_ERR_READ_ONLY};
-    return to_outcome(write_module(olt, cage, place.offset, std::span(place.data).first(place.length)));
+    const auto range = request.read<I2cRange>(layout::i2c_write::address.offset);
+    if (const uint32_t status = check(olt, cage, range)) return {status};
+    if (range.address == identity_address) return {PON_ERR_READ_ONLY};
+    return to_outcome(write_module(olt, cage, range.offset, std::span(range.data).first(range.length)));
 }
 
 Outcome opm_trigger(const Olt &olt, const Request &request)
@@ -328,10 +328,10 @@ Outcome pon_phy(const Olt &olt, const Request &request)
     answer.put(at::tx_fault, module->fault(olt.now()));
     answer.put(at::rx_los, module->loss_of_light(olt.now()));
     answer.put(at::lao_mode, module->record().always_on);
-    constexpr std::array flags{at::told, at::told_laser, at::told_tx_fault, at::told_rx_los};
-    if (const std::string *told = olt.block(BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port))
+    constexpr std::array flags{at::set, at::set_laser, at::set_tx_fault, at::set_rx_los};
+    if (const std::string *status = olt.block(BSP_MSG_PLAT, BSP_CMD_OPTICS_STATUS_SET, record.plat_port))
         for (size_t index = 0; index < flags.size(); ++index)
-            answer.put(flags.at(index), static_cast<uint8_t>(told->at(index)));
+            answer.put(flags.at(index), static_cast<uint8_t>(status->at(index)));
     answer.put(at::rate, line_rate);
     answer.put(at::wavelength, module->type().wavelength);
     return answer.outcome();

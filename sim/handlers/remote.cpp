@@ -59,7 +59,7 @@ Outcome answer_with(const Request &request, std::string_view data)
 
 OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side, const BlockSetting &setting)
 {
-    return setting_of(olt, onu.place(setting.command, uni), side, setting.otherwise(olt, onu, uni));
+    return setting_of(olt, onu.key(setting.command, uni), side, setting.otherwise(olt, onu, uni));
 }
 
 Outcome get_setting(const Olt &olt, const Request &request, const BlockSetting &setting, Side side)
@@ -86,7 +86,7 @@ Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const O
                   const BlockSetting &setting)
 {
     if (const uint32_t status = setting.check(onu, number, block)) return {status};
-    return tell(olt, onu, onu.place(setting.command, number), block, setting.otherwise(olt, onu, number));
+    return send_setting(olt, onu, onu.key(setting.command, number), block, setting.otherwise(olt, onu, number));
 }
 
 } // namespace ponsim

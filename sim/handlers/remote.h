@@ -67,8 +67,8 @@ constexpr std::array<Handler, 2> rows_of(uint32_t channel)
 template <const BlockSetting &setting>
 constexpr std::array<Handler, 3> rows_of(uint32_t channel, uint32_t local)
 {
-    const auto [asked, told] = rows_of<setting>(channel);
-    return {{asked, told, {channel, local, get<setting, Side::local>}}};
+    const auto [query, set] = rows_of<setting>(channel);
+    return {{query, set, {channel, local, get<setting, Side::local>}}};
 }
 
 // These settings are sent by more than one command. Those of UNI ports are found by the command that queries them.

@@ -182,25 +182,25 @@ public:
                  uint32_t split, const std::string &length_key, const std::string &parent_key)
     {
         if (index_of(name)) section.fail("name", "there is a fibre " + name + " at this port already");
-        Place place{length, splitter_loss(split) + 2 * connector_loss, 1, split, 0};
+        FarEnd key{length, splitter_loss(split) + 2 * connector_loss, 1, split, 0};
         if (parent) {
-            Place &from = places[*parent];
+            FarEnd &from = far_ends[*parent];
             if (from.taken == from.split) section.fail(parent_key, branches[*parent].name + ' ' + end_of(from));
             ++from.taken;
-            place.distance += from.distance;
-            place.loss += from.loss;
-            place.depth += from.depth;
+            key.distance += from.distance;
+            key.loss += from.loss;
+            key.depth += from.depth;
         }
-        if (place.depth > deepest)
+        if (key.depth > deepest)
             section.fail(parent_key, "expected at most " + std::to_string(deepest) + " fibres one behind the other");
-        if (place.distance > max_distance)
+        if (key.distance > max_distance)
             section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
-                                         " m, found " + std::to_string(place.distance));
-        if (place.loss + fibre_loss(place.distance) > greatest_loss)
+                                         " m, found " + std::to_string(key.distance));
+        if (key.loss + fibre_loss(key.distance) > greatest_loss)
             section.fail(length_key, "expected a loss of at most " + to_db(greatest_loss) + " dB to the OLT, found " +
-                                         to_db(place.loss + fibre_loss(place.distance)));
+                                         to_db(key.loss + fibre_loss(key.distance)));
         branches.push_back({name, parent, length, splitter_loss(split) + 2 * connector_loss});
-        places.push_back(place);
+        far_ends.push_back(key);
         return static_cast<uint32_t>(branches.size() - 1);
     }
 
@@ -210,9 +210,9 @@ public:
         if (found == branches.end()) return std::nullopt;
         return static_cast<uint32_t>(found - branches.begin());
     }
-    uint32_t distance(uint32_t branch) const { return places[branch].distance; }
+    uint32_t distance(uint32_t branch) const { return far_ends[branch].distance; }
     // Returns the loss of all splitters and connectors on the way.
-    int32_t loss(uint32_t branch) const { return places[branch].loss; }
+    int32_t loss(uint32_t branch) const { return far_ends[branch].loss; }
 
     // Returns the branch that the section names by this key.
     uint32_t named(Section &section, const std::string &key) const
@@ -229,8 +229,8 @@ public:
     }
 
 private:
-    // A Place is the far end of a branch.
-    struct Place {
+    // A FarEnd is the far end of a branch.
+    struct FarEnd {
         uint32_t distance;
         int32_t loss;
         uint32_t depth;
@@ -239,14 +239,14 @@ private:
     };
 
     // Returns why no further branch can begin there.
-    static std::string end_of(const Place &place)
+    static std::string end_of(const FarEnd &key)
     {
-        if (place.split == 0) return "ends at an ONU";
-        if (place.split == 1) return "has no splitter, and a fibre goes on from it";
-        return "has a splitter, all " + std::to_string(place.split) + " ends of which are taken";
+        if (key.split == 0) return "ends at an ONU";
+        if (key.split == 1) return "has no splitter, and a fibre goes on from it";
+        return "has a splitter, all " + std::to_string(key.split) + " ends of which are taken";
     }
 
-    std::vector<Place> places;
+    std::vector<FarEnd> far_ends;
 };
 
 struct Onu {
@@ -358,8 +358,8 @@ private:
         for (const char *key : {"mac", "loid"})
             if (counted && section.has(key)) section.fail(key, "expected without count: it is that of one ONU");
         if (const std::optional<std::string> mac = section.text("mac", 1, 17)) arrival.mac = mac_of(section, *mac);
-        const std::string place = arrival.name + " at port " + std::to_string(port);
-        if (const auto [first, is_new] = macs.emplace(arrival.mac, place); !is_new)
+        const std::string key = arrival.name + " at port " + std::to_string(port);
+        if (const auto [first, is_new] = macs.emplace(arrival.mac, key); !is_new)
             section.fail(section.has("mac") ? "mac" : "name",
                          text::mac_text(arrival.mac) + " is the address of " + first->second + " already");
         if (section.has("kind")) topology->kinds[arrival.mac] = known(section, "kind", "kind", context.kinds).get();

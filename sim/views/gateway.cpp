@@ -39,14 +39,14 @@ std::optional<uint32_t> unless_0(uint32_t value)
 
 std::optional<uint32_t> address_of(const Wan &wan)
 {
-    return wan.lease ? wan.lease : unless_0(get_ipv4(wan.told, layout::onu_wan::address));
+    return wan.lease ? wan.lease : unless_0(get_ipv4(wan.sent, layout::onu_wan::address));
 }
 
 std::optional<std::string> address_text(const Wan &wan)
 {
     const std::optional<uint32_t> address = address_of(wan);
     if (!address) return std::nullopt;
-    return network_text(*address, wan.lease ? lease_mask : get_ipv4(wan.told, layout::onu_wan::mask));
+    return network_text(*address, wan.lease ? lease_mask : get_ipv4(wan.sent, layout::onu_wan::mask));
 }
 
 // Returns a gateway only where there is an address, and even then there may be none.
@@ -54,20 +54,20 @@ std::optional<std::string> gateway_text(const Wan &wan)
 {
     if (!address_of(wan)) return std::nullopt;
     const std::optional<uint32_t> gateway =
-        wan.lease ? lease_gateway : unless_0(get_ipv4(wan.told, layout::onu_wan::gateway));
+        wan.lease ? lease_gateway : unless_0(get_ipv4(wan.sent, layout::onu_wan::gateway));
     return gateway ? std::optional(ipv4_text(*gateway)) : std::nullopt;
 }
 
 void add_wan(Table<view::onu_wans> &table, const Wan &wan)
 {
     namespace at = layout::onu_wan;
-    const auto ip_mode = wan.told.get(at::ip_mode);
+    const auto ip_mode = wan.sent.get(at::ip_mode);
     table.add({.index = wan.index,
-               .name = text_at(wan.told, at::name),
-               .mode = wan_modes[wan.told.get(at::mode)],
-               .service = wan_services[wan.told.get(at::service)],
-               .vlan = unless_0(wan.told.get(at::vlan)),
-               .priority = wan.told.get(at::priority),
+               .name = text_at(wan.sent, at::name),
+               .mode = wan_modes[wan.sent.get(at::mode)],
+               .service = wan_services[wan.sent.get(at::service)],
+               .vlan = unless_0(wan.sent.get(at::vlan)),
+               .priority = wan.sent.get(at::priority),
                .ip_mode = ip_mode == ip_none ? std::nullopt : std::optional(wan_ip_modes[ip_mode]),
                .address = address_text(wan),
                .gateway = gateway_text(wan),
@@ -75,23 +75,23 @@ void add_wan(Table<view::onu_wans> &table, const Wan &wan)
 }
 
 // Returns no network when the mask says that any address is meant.
-std::optional<std::string> network_at(const OnuBlock &told, Ipv4Place address, Ipv4Place mask)
+std::optional<std::string> network_at(const OnuBlock &sent, Ipv4Field address, Ipv4Field mask)
 {
-    if (get_ipv4(told, mask) == 0) return std::nullopt;
-    return network_text(get_ipv4(told, address), get_ipv4(told, mask));
+    if (get_ipv4(sent, mask) == 0) return std::nullopt;
+    return network_text(get_ipv4(sent, address), get_ipv4(sent, mask));
 }
 
 void add_rule(Table<view::onu_acl_rules> &table, const AclRule &rule)
 {
     namespace at = layout::onu_acl;
     table.add({.index = rule.index,
-               .action = acl_actions[rule.told.get(at::action)],
-               .direction = acl_directions[rule.told.get(at::direction)],
-               .protocol = unless_0(rule.told.get(at::protocol)),
-               .source = network_at(rule.told, at::source, at::source_mask),
-               .dest = network_at(rule.told, at::dest, at::dest_mask),
-               .first_port = unless_0(rule.told.get(at::first_port)),
-               .last_port = unless_0(rule.told.get(at::last_port))});
+               .action = acl_actions[rule.sent.get(at::action)],
+               .direction = acl_directions[rule.sent.get(at::direction)],
+               .protocol = unless_0(rule.sent.get(at::protocol)),
+               .source = network_at(rule.sent, at::source, at::source_mask),
+               .dest = network_at(rule.sent, at::dest, at::dest_mask),
+               .first_port = unless_0(rule.sent.get(at::first_port)),
+               .last_port = unless_0(rule.sent.get(at::last_port))});
 }
 
 std::optional<std::string_view> state_text(const VoicePort &port, bool online)
@@ -107,7 +107,7 @@ std::optional<double> input_of(const Catv &catv, bool online)
 
 bool is_enabled(const Wlan &wlan)
 {
-    return wlan.told.get(layout::onu_wlan::enabled) != 0;
+    return wlan.sent.get(layout::onu_wlan::enabled) != 0;
 }
 
 } // namespace
@@ -127,10 +127,10 @@ std::string wlan_table(const UserServices &onu)
     for (const Wlan &wlan : onu.wlans)
         table.add({.index = wlan.index,
                    .enabled = is_enabled(wlan),
-                   .name = text_at(wlan.told, at::name),
-                   .channel = unless_0(wlan.told.get(at::channel)),
-                   .security = wlan_securities[wlan.told.get(at::security)],
-                   .hidden = wlan.told.get(at::hidden) != 0,
+                   .name = text_at(wlan.sent, at::name),
+                   .channel = unless_0(wlan.sent.get(at::channel)),
+                   .security = wlan_securities[wlan.sent.get(at::security)],
+                   .hidden = wlan.sent.get(at::hidden) != 0,
                    .clients = wlan.clients});
     return table.text();
 }
@@ -163,12 +163,12 @@ std::string dhcp_table(const UserServices &onu)
     namespace at = layout::onu_dhcp;
     Table<view::onu_dhcp_server> table;
     if (onu.dhcp) {
-        const OnuBlock &told = onu.dhcp->told;
-        table.add({.enabled = told.get(at::enabled) != 0,
-                   .address = network_text(get_ipv4(told, at::address), get_ipv4(told, at::mask)),
-                   .first = ipv4_text(get_ipv4(told, at::first)),
-                   .last = ipv4_text(get_ipv4(told, at::last)),
-                   .lease_time = told.get(at::lease_time),
+        const OnuBlock &sent = onu.dhcp->sent;
+        table.add({.enabled = sent.get(at::enabled) != 0,
+                   .address = network_text(get_ipv4(sent, at::address), get_ipv4(sent, at::mask)),
+                   .first = ipv4_text(get_ipv4(sent, at::first)),
+                   .last = ipv4_text(get_ipv4(sent, at::last)),
+                   .lease_time = sent.get(at::lease_time),
                    .leases = onu.dhcp->leases});
     }
     return table.text();

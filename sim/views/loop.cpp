@@ -37,12 +37,12 @@ uint32_t seconds_between(ModelTime from, ModelTime to)
 std::string loop_table(const Olt &olt)
 {
     Table<view::loop_info> table;
-    for (const auto &[place, record] : olt.loops()) {
+    for (const auto &[key, record] : olt.loops()) {
         const std::optional<ModelTime> recovery = recovery_of(olt, record);
-        table.add({.pon_port = place.pon_port,
-                   .onu_id = olt.id_at(place.pon_port, place.mac),
-                   .mac = place.mac,
-                   .uni = place.uni,
+        table.add({.pon_port = key.pon_port,
+                   .onu_id = olt.id_at(key.pon_port, key.mac),
+                   .mac = key.mac,
+                   .uni = key.uni,
                    .state = to_text(state_of(record)),
                    .detected = record.detected,
                    .changed = seconds_between(record.since, olt.now()),

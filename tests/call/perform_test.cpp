@@ -207,7 +207,7 @@ TEST_F(Performed, AsksByTheCommandThatItPassesThrough)
 class KeepBack : public Permission
 {
 public:
-    Verdict decide(const Request &request) override
+    Verdict decide(const PermissionRequest &request) override
     {
         kept = request.exchange.request;
         return Verdict::keep_back;

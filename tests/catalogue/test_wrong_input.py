@@ -128,8 +128,8 @@ BROKEN = {
     "unknown call": (BINDING, 'call    = "set"', 'call    = "put"', "operation bsp_pon_cfg", "'call' must be one of"),
     "call not a text": (BINDING, 'call    = "set"', 'call    = ["set"]', "operation bsp_pon_cfg",
                         "'call' must be one of"),
-    "unknown failure": (BINDING, 'failure = "report"', 'failure = "A"', "operation bsp_pon_cfg",
-                        "'failure' must be one of"),
+    "unknown failure": (BINDING, 'error_policy = "report"', 'error_policy = "A"', "operation bsp_pon_cfg",
+                        "'error_policy' must be one of"),
     "unknown request": (BINDING, 'request = "as-is"', 'request = "raw"', "operation bsp_ponmsg_cfg_set",
                         "'request' must be one of"),
     "get without an answer": (BINDING, 'call    = "set"', 'call    = "get"', "operation bsp_pon_cfg",
@@ -150,8 +150,8 @@ BROKEN = {
     "record in a built request": (BINDING, 'request = "as-is"', 'request = "built"', "operation bsp_ponmsg_cfg_set",
                                   "others none"),
     "call missing": (BINDING, 'call    = "set"\n', "", "operation bsp_pon_cfg", "'call' is missing"),
-    "failure missing": (BINDING, 'failure = "report"\n', "", "operation bsp_pon_cfg", "'failure' is missing"),
-    "command by another call": (LISTS, 'call    = "get"\nfailure', 'call    = "dgram-get"\nfailure',
+    "failure missing": (BINDING, 'error_policy = "report"\n', "", "operation bsp_pon_cfg", "'error_policy' is missing"),
+    "command by another call": (LISTS, 'call    = "get"\nerror_policy', 'call    = "dgram-get"\nerror_policy',
                                 "operation bsp_pon_get_w_onu_spec_id", "BSP_CMD_WHITELIST_GET is for get calls only"),
     "stamped without a command": (BINDING, 'request = "as-is"', 'request = "stamped"', "operation bsp_ponmsg_cfg_set",
                                   "where it has one"),
@@ -183,7 +183,7 @@ BROKEN = {
                                                'via     = "bsp_pon_reject_onu_to_blacklist"',
                                                "argument db_out", "has no result database"),
     "arguments not a list": (BINDING, "", "[[operation]]\nname = 'o'\nbrief = 'x'\ncommand = 'BSP_CMD_ONU_BIND'\n"
-                             "call = 'set'\nfailure = 'report'\nargs = 3\n", "operation o", "'args' must be a list"),
+                             "call = 'set'\nerror_policy = 'report'\nargs = 3\n", "operation o", "'args' must be a list"),
 
     # These cases break arguments.
     "argument twice": (BINDING, '"pon_port", type', '"cmd", type', "argument cmd", "the name is taken"),

@@ -8,7 +8,7 @@ namespace contract
 namespace
 {
 
-std::vector<const Operation *> answered_in(catalogue::Answer answer)
+std::vector<const Operation *> answered_in(catalogue::AnswerForm answer)
 {
     return operations_where([answer](const Operation &each) { return each.answer == answer; });
 }
@@ -24,7 +24,7 @@ TEST_P(AnyAnswer, IsOfferedThePresetLength)
 }
 
 ON_OPERATIONS(AnyAnswer,
-              operations_where([](const Operation &each) { return each.answer != catalogue::Answer::none; }));
+              operations_where([](const Operation &each) { return each.answer != catalogue::AnswerForm::none; }));
 
 class OwnBuffer : public OfOperation
 {
@@ -92,14 +92,14 @@ TEST_P(OwnBuffer, AnswerLeavesTheRequestAsItWas)
     EXPECT_EQ(request_after_answer, sent());
 }
 
-ON_OPERATIONS(OwnBuffer, answered_in(catalogue::Answer::own));
+ON_OPERATIONS(OwnBuffer, answered_in(catalogue::AnswerForm::own));
 
 // CallersMemory tests answers that are stored directly in the caller's memory: in the record that was sent, or in a
 // buffer of its own.
 class CallersMemory : public OfOperation
 {
 protected:
-    bool in_place = operation.answer == catalogue::Answer::in_place;
+    bool in_place = operation.answer == catalogue::AnswerForm::in_place;
     Memory &place = subject.memory(*subject.argument_of(in_place ? ArgumentType::record : ArgumentType::response));
 
     // Returns what the memory held when the answer came. An answer in place finds the request there.
@@ -146,7 +146,7 @@ TEST_P(CallersMemory, ReceivesTheAnswerWhateverTheStatus)
 }
 
 ON_OPERATIONS(CallersMemory, operations_where([](const Operation &each) {
-                  return each.answer == catalogue::Answer::in_place || each.answer == catalogue::Answer::caller;
+                  return each.answer == catalogue::AnswerForm::in_place || each.answer == catalogue::AnswerForm::caller;
               }));
 
 // A DroppedAnswer is for a caller who wants no answer. The answer is then stored in memory of the library.
@@ -189,6 +189,6 @@ TEST_P(NoAnswer, OffersNoBuffer)
     EXPECT_EQ(only_exchange().response, nullptr);
 }
 
-ON_OPERATIONS(NoAnswer, answered_in(catalogue::Answer::none));
+ON_OPERATIONS(NoAnswer, answered_in(catalogue::AnswerForm::none));
 
 } // namespace contract

@@ -63,11 +63,11 @@ TEST_P(Block, NullIsNoBlockWhateverTheLength)
     }
 }
 
-std::vector<Place> blocks_in_records()
+std::vector<OperationArgument> blocks_in_records()
 {
-    std::vector<Place> selected =
+    std::vector<OperationArgument> selected =
         arguments_where([](const Argument &each) { return each.type == ArgumentType::block && each.size == 0; });
-    std::erase_if(selected, [](const Place &place) { return place.operation->record->payload != nullptr; });
+    std::erase_if(selected, [](const OperationArgument &each) { return each.operation->record->payload != nullptr; });
     return selected;
 }
 

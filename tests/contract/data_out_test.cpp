@@ -10,11 +10,11 @@ namespace
 {
 
 template <class Holds>
-std::vector<Place> delivered_as_they_stand(Holds holds)
+std::vector<OperationArgument> delivered_as_they_stand(Holds holds)
 {
-    std::vector<Place> selected = arguments_where(holds);
-    std::erase_if(selected, [](const Place &place) {
-        return catalogue::find_oddity(*place.operation, catalogue::Facet::answer) != nullptr;
+    std::vector<OperationArgument> selected = arguments_where(holds);
+    std::erase_if(selected, [](const OperationArgument &each) {
+        return catalogue::find_oddity(*each.operation, catalogue::Facet::answer) != nullptr;
     });
     return selected;
 }

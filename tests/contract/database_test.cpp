@@ -12,7 +12,7 @@ namespace
 constexpr uint32_t other_command = 0xABCDEF01;
 
 template <class Holds>
-std::vector<Place> databases_where(Holds holds)
+std::vector<OperationArgument> databases_where(Holds holds)
 {
     return arguments_where([holds](const Argument &each) { return each.type == ArgumentType::db && holds(each); });
 }

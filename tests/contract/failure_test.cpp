@@ -11,9 +11,9 @@ namespace
 constexpr int32_t failures[] = {-1, 7, INT32_MIN, INT32_MAX};
 constexpr uint32_t failed = 1001;
 
-std::vector<const Operation *> failing_by(catalogue::Failure failure)
+std::vector<const Operation *> failing_by(catalogue::ErrorPolicy policy)
 {
-    return operations_where([failure](const Operation &each) { return each.failure == failure; });
+    return operations_where([policy](const Operation &each) { return each.error_policy == policy; });
 }
 
 } // namespace
@@ -25,7 +25,7 @@ protected:
     // left a response, too.
     static uint32_t call_failing(Subject &failing, int32_t value)
     {
-        const bool own = failing.operation().answer == catalogue::Answer::own;
+        const bool own = failing.operation().answer == catalogue::AnswerForm::own;
         script_exchange(value, 0x0BADBAD0, Bytes(own ? IPC_MAX_LENGTH : 0, 0xFF));
         return failing.call();
     }
@@ -69,8 +69,9 @@ TEST_P(LoggedFailure, NamesTheOperationAndALine)
     EXPECT_GT(rb_log_at(0)->line, 0);
 }
 
-ON_OPERATIONS(LoggedFailure,
-              operations_where([](const Operation &each) { return each.failure != catalogue::Failure::silent; }));
+ON_OPERATIONS(LoggedFailure, operations_where([](const Operation &each) {
+                  return each.error_policy != catalogue::ErrorPolicy::silent;
+              }));
 
 using SilentFailure = FailedExchange;
 
@@ -83,7 +84,7 @@ TEST_P(SilentFailure, IsNotLogged)
     }
 }
 
-ON_OPERATIONS(SilentFailure, failing_by(catalogue::Failure::silent));
+ON_OPERATIONS(SilentFailure, failing_by(catalogue::ErrorPolicy::silent));
 
 using ReportedFailure = FailedExchange;
 
@@ -95,7 +96,7 @@ TEST_P(ReportedFailure, IsAStatusOfTheLibrary)
     }
 }
 
-ON_OPERATIONS(ReportedFailure, failing_by(catalogue::Failure::report));
+ON_OPERATIONS(ReportedFailure, failing_by(catalogue::ErrorPolicy::report));
 
 using PassedFailure = FailedExchange;
 
@@ -107,7 +108,8 @@ TEST_P(PassedFailure, IsTheValueOfTheIpcLibrary)
     }
 }
 
-ON_OPERATIONS(PassedFailure,
-              operations_where([](const Operation &each) { return each.failure != catalogue::Failure::report; }));
+ON_OPERATIONS(PassedFailure, operations_where([](const Operation &each) {
+                  return each.error_policy != catalogue::ErrorPolicy::report;
+              }));
 
 } // namespace contract

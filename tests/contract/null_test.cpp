@@ -34,11 +34,11 @@ TEST_P(RequiredPointer, NullIsRefusedWithTheOtherCheckedOnes)
     call_refused(subject);
 }
 
-std::vector<Place> silently_required()
+std::vector<OperationArgument> silently_required()
 {
-    std::vector<Place> selected = arguments_where([](const Argument &each) { return each.required; });
-    std::erase_if(selected, [](const Place &place) {
-        return catalogue::find_oddity(*place.operation, catalogue::Facet::null) != nullptr;
+    std::vector<OperationArgument> selected = arguments_where([](const Argument &each) { return each.required; });
+    std::erase_if(selected, [](const OperationArgument &each) {
+        return catalogue::find_oddity(*each.operation, catalogue::Facet::null) != nullptr;
     });
     return selected;
 }
@@ -74,13 +74,13 @@ TEST_P(UncheckedPointerDeathTest, NullIsUsed)
     EXPECT_DEATH(subject.call(), "");
 }
 
-std::vector<Place> used_unchecked()
+std::vector<OperationArgument> used_unchecked()
 {
-    std::vector<Place> selected = arguments_where([](const Argument &each) {
+    std::vector<OperationArgument> selected = arguments_where([](const Argument &each) {
         return is_pointer(each) && !each.required && !each.optional && each.type != ArgumentType::response;
     });
-    std::erase_if(selected, [](const Place &place) {
-        return catalogue::find_oddity(*place.operation, catalogue::Facet::answer) != nullptr;
+    std::erase_if(selected, [](const OperationArgument &each) {
+        return catalogue::find_oddity(*each.operation, catalogue::Facet::answer) != nullptr;
     });
     return selected;
 }

@@ -35,7 +35,7 @@ TEST_P(RecordAsIs, IsSentByteForByte)
 }
 
 ON_OPERATIONS(RecordAsIs,
-              operations_where([](const Operation &each) { return each.request == catalogue::Request::as_is; }));
+              operations_where([](const Operation &each) { return each.request == catalogue::RequestForm::as_is; }));
 
 using RecordCopied = CallersRecord;
 
@@ -68,7 +68,7 @@ TEST_P(RecordCopied, StaysTheCallers)
 }
 
 ON_OPERATIONS(RecordCopied,
-              operations_where([](const Operation &each) { return each.request == catalogue::Request::copied; }));
+              operations_where([](const Operation &each) { return each.request == catalogue::RequestForm::copied; }));
 
 class RecordStamped : public CallersRecord
 {
@@ -103,7 +103,7 @@ TEST_P(RecordStamped, KeepsTheCommandAfterAFailedExchange)
 }
 
 ON_OPERATIONS(RecordStamped,
-              operations_where([](const Operation &each) { return each.request == catalogue::Request::stamped; }));
+              operations_where([](const Operation &each) { return each.request == catalogue::RequestForm::stamped; }));
 
 class RecordPicked : public CallersRecord
 {

@@ -17,13 +17,13 @@ protected:
     Subject subject{operation};
 };
 
-// A Place is one argument of one operation, for a test of it.
-struct Place {
+// A OperationArgument is one argument of one operation, for a test of it.
+struct OperationArgument {
     const Operation *operation;
     const Argument *argument;
 };
 
-class OfArgument : public testing::TestWithParam<Place>
+class OfArgument : public testing::TestWithParam<OperationArgument>
 {
 protected:
     const Operation &operation = *GetParam().operation;
@@ -41,9 +41,9 @@ std::vector<const Operation *> operations_where(Holds holds)
 }
 
 template <class Holds>
-std::vector<Place> arguments_where(Holds holds)
+std::vector<OperationArgument> arguments_where(Holds holds)
 {
-    std::vector<Place> selected;
+    std::vector<OperationArgument> selected;
     for (const Operation &operation : catalogue::operations())
         for (const Argument &argument : operation.arguments)
             if (holds(argument)) selected.push_back({&operation, &argument});
@@ -55,7 +55,7 @@ inline std::vector<const Operation *> all_operations()
     return operations_where([](const Operation &) { return true; });
 }
 
-inline std::vector<Place> arguments_of(ArgumentType type)
+inline std::vector<OperationArgument> arguments_of(ArgumentType type)
 {
     return arguments_where([type](const Argument &argument) { return argument.type == type; });
 }
@@ -65,7 +65,7 @@ inline std::string name_of_operation(const testing::TestParamInfo<const Operatio
     return std::string(info.param->name);
 }
 
-inline std::string name_of_argument(const testing::TestParamInfo<Place> &info)
+inline std::string name_of_argument(const testing::TestParamInfo<OperationArgument> &info)
 {
     return std::string(info.param.operation->name) + "_of_" + std::string(info.param.argument->name);
 }

@@ -53,7 +53,8 @@ bool is_written(const Operation &operation, const Argument &argument)
 {
     switch (argument.type) {
     case ArgumentType::record:
-        return operation.answer == catalogue::Answer::in_place || operation.request == catalogue::Request::stamped;
+        return operation.answer == catalogue::AnswerForm::in_place ||
+               operation.request == catalogue::RequestForm::stamped;
     case ArgumentType::db:
         return !argument.dropped;
     case ArgumentType::text_out:
@@ -80,7 +81,7 @@ bool is_written(const Operation &operation, const Argument &argument)
 
 bool is_output(const Operation &operation, const Argument &argument)
 {
-    if (argument.type == ArgumentType::record) return operation.answer == catalogue::Answer::in_place;
+    if (argument.type == ArgumentType::record) return operation.answer == catalogue::AnswerForm::in_place;
     return is_written(operation, argument);
 }
 
@@ -220,7 +221,7 @@ Bytes Subject::expected_request() const
     }
     for (const Argument &argument : subject.arguments)
         put(wire, argument);
-    if (subject.command && subject.request != catalogue::Request::as_is)
+    if (subject.command && subject.request != catalogue::RequestForm::as_is)
         put_word(wire, *subject.record->command, subject.command->code);
     for (const catalogue::Constant &constant : subject.constants)
         put_word(wire, *constant.field, constant.value);
@@ -264,7 +265,8 @@ bool Subject::outputs_untouched() const
     return std::ranges::all_of(subject.arguments, [this](const Argument &argument) {
         const Memory &memory = memories[index_of(argument)];
         if (!is_output(subject, argument)) return true;
-        const bool stamped = argument.type == ArgumentType::record && subject.request == catalogue::Request::stamped;
+        const bool stamped =
+            argument.type == ArgumentType::record && subject.request == catalogue::RequestForm::stamped;
         return memory.bytes() == (stamped ? expected_request() : memory.as_lent()) && memory.guards_stand();
     });
 }

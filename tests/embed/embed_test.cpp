@@ -163,7 +163,7 @@ TEST_P(Embedded, each_thread_reaches_the_one_whose_folder_it_uses)
 TEST_P(Embedded, all_threads_follow_when_the_folder_changes)
 {
     const Simulator first(start, 1), second(start, 2);
-    std::atomic<uint32_t> asked{0}, told{0};
+    std::atomic<uint32_t> asked{0}, answered{0};
     const auto wait_for = [](const std::atomic<uint32_t> &value, uint32_t wanted) {
         for (uint32_t now; (now = value) != wanted;)
             value.wait(now);
@@ -173,15 +173,15 @@ TEST_P(Embedded, all_threads_follow_when_the_folder_changes)
         for (uint32_t round = 1; round <= 4; ++round) {
             wait_for(asked, round);
             seen.push_back(arrivals());
-            told = round;
-            told.notify_all();
+            answered = round;
+            answered.notify_all();
         }
     });
     for (uint32_t round = 1; round <= 4; ++round) {
         board_ipc_use_directory(round % 2 ? first.directory() : second.directory());
         asked = round;
         asked.notify_all();
-        wait_for(told, round);
+        wait_for(answered, round);
     }
     other.join();
     EXPECT_EQ(seen, (std::vector<uint32_t>{1, 2, 1, 2}));

@@ -16,144 +16,144 @@ bsp_pon_msg clear_record(uint32_t pon_port, uint32_t onu_id, const Mac &mac, uin
 
 TEST(Los, ComesWhenAnOnlineOnuIsOutOfReach)
 {
-    Bench bench;
-    bench.bind(1, 5, bench.arrived(1, 0));
-    bench.range(1, 0, 0);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::los), 1u);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::los), 0u) << "it was not online";
+    OltFixture fixture;
+    fixture.bind(1, 5, fixture.arrived(1, 0));
+    fixture.range(1, 0, 0);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 0), Alarm::los), 1u);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 1), Alarm::los), 0u) << "it was not online";
 }
 
 TEST(Los, IsCountedAndStays)
 {
-    Bench bench;
-    bench.bind(1, 5, bench.arrived(1));
+    OltFixture fixture;
+    fixture.bind(1, 5, fixture.arrived(1));
     for (int time = 0; time < 2; ++time) {
-        bench.range(1, 0, 0);
-        bench.range(1, 0, 0);
-        bench.range(1, 0, max_distance);
+        fixture.range(1, 0, 0);
+        fixture.range(1, 0, 0);
+        fixture.range(1, 0, max_distance);
     }
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::los), 2u);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1), Alarm::los), 2u);
 }
 
 TEST(Los, IsOfThePortWhoseLimitsChange)
 {
-    Bench bench;
-    bench.bind(2, 5, bench.arrived(1));
-    bench.range(1, 0, 0);
-    EXPECT_TRUE(bench.port(1).alarms.empty());
+    OltFixture fixture;
+    fixture.bind(2, 5, fixture.arrived(1));
+    fixture.range(1, 0, 0);
+    EXPECT_TRUE(fixture.port(1).alarms.empty());
 }
 
 TEST(Los, DoesNotComeForASilentOrUnauthenticatedOnu)
 {
-    Bench silent{{.seed = 1, .ports = 1, .arrivals = 1, .silent = 100}};
+    OltFixture silent{{.seed = 1, .ports = 1, .arrivals = 1, .silent = 100}};
     silent.bind(1, 5, silent.arrived(1));
     silent.range(1, 0, 0);
     EXPECT_EQ(silent.alarms(1, silent.arrived(1), Alarm::los), 0u);
-    Bench bench;
-    bench.bind(1, 5, bench.arrived(1));
-    bench.set_mode(1, AuthMode::loid);
-    bench.range(1, 0, 0);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::los), 0u);
+    OltFixture fixture;
+    fixture.bind(1, 5, fixture.arrived(1));
+    fixture.set_mode(1, AuthMode::loid);
+    fixture.range(1, 0, 0);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1), Alarm::los), 0u);
 }
 
 TEST(DyingGasp, ComesWithAReboot)
 {
-    Bench bench;
-    bench.bind(1, 5, bench.arrived(1, 0));
-    bench.bind(1, 6, bench.arrived(1, 1));
-    bench.done(reboot_onus(bench.olt, 1, ids({5, 6})));
-    bench.settle();
-    bench.done(reboot_onus(bench.olt, 1, ids({6})));
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::dying_gasp), 1u);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::dying_gasp), 2u);
+    OltFixture fixture;
+    fixture.bind(1, 5, fixture.arrived(1, 0));
+    fixture.bind(1, 6, fixture.arrived(1, 1));
+    fixture.done(reboot_onus(fixture.olt, 1, ids({5, 6})));
+    fixture.settle();
+    fixture.done(reboot_onus(fixture.olt, 1, ids({6})));
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 0), Alarm::dying_gasp), 1u);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 1), Alarm::dying_gasp), 2u);
 }
 
 TEST(Rejected, ComesForABlackListedOnuOnTheFibre)
 {
-    Bench bench;
-    bench.reject(1, bench.arrived(1));
-    bench.reject(1, stranger(1));
-    bench.reject(1, bench.arrived(2));
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 1u);
-    EXPECT_EQ(bench.port(1).alarms.size(), 1u);
+    OltFixture fixture;
+    fixture.reject(1, fixture.arrived(1));
+    fixture.reject(1, stranger(1));
+    fixture.reject(1, fixture.arrived(2));
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1), Alarm::rejected), 1u);
+    EXPECT_EQ(fixture.port(1).alarms.size(), 1u);
 }
 
 TEST(Rejected, DoesNotComeAgainWithANewText)
 {
-    Bench bench;
-    bench.reject(1, bench.arrived(1));
-    bench.reject(1, bench.arrived(1));
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 1u);
+    OltFixture fixture;
+    fixture.reject(1, fixture.arrived(1));
+    fixture.reject(1, fixture.arrived(1));
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1), Alarm::rejected), 1u);
 }
 
 TEST(Rejected, ComesWhenABlackListedOnuComesIntoReach)
 {
-    Bench bench;
-    bench.range(1, 0, 0);
-    bench.reject(1, bench.arrived(1));
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 0u);
-    bench.range(1, 0, max_distance);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1), Alarm::rejected), 1u);
+    OltFixture fixture;
+    fixture.range(1, 0, 0);
+    fixture.reject(1, fixture.arrived(1));
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1), Alarm::rejected), 0u);
+    fixture.range(1, 0, max_distance);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1), Alarm::rejected), 1u);
 }
 
 TEST(AuthFailed, ComesForBoundAndWaitingOnusThatALoidModeTurnsAway)
 {
-    Bench bench;
-    bench.bind(1, 5, bench.arrived(1, 0));
-    bench.accept(1, bench.arrival(1, 2).loid);
-    bench.set_mode(1, AuthMode::loid);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 1u);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::auth_failed), 1u);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 2), Alarm::auth_failed), 0u);
+    OltFixture fixture;
+    fixture.bind(1, 5, fixture.arrived(1, 0));
+    fixture.accept(1, fixture.arrival(1, 2).loid);
+    fixture.set_mode(1, AuthMode::loid);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 0), Alarm::auth_failed), 1u);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 1), Alarm::auth_failed), 1u);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 2), Alarm::auth_failed), 0u);
 }
 
 TEST(AuthFailed, DoesNotComeWhereTheMacAddressWillDo)
 {
-    Bench bench;
-    bench.set_mode(1, AuthMode::mac_or_loid);
-    EXPECT_TRUE(bench.port(1).alarms.empty());
+    OltFixture fixture;
+    fixture.set_mode(1, AuthMode::mac_or_loid);
+    EXPECT_TRUE(fixture.port(1).alarms.empty());
 }
 
 TEST(AuthFailed, ComesOnceUntilTheOnuIsLetInAndTurnedAwayAgain)
 {
-    Bench bench;
-    const Arrival onu = bench.arrival(1);
-    bench.set_mode(1, AuthMode::loid);
-    bench.set_mode(1, AuthMode::loid_and_password);
-    bench.accept(1, "another");
-    EXPECT_EQ(bench.alarms(1, onu.mac, Alarm::auth_failed), 1u);
-    bench.accept(1, onu.loid, onu.password);
-    bench.accept(1, onu.loid, "changed");
-    EXPECT_EQ(bench.alarms(1, onu.mac, Alarm::auth_failed), 2u);
+    OltFixture fixture;
+    const Arrival onu = fixture.arrival(1);
+    fixture.set_mode(1, AuthMode::loid);
+    fixture.set_mode(1, AuthMode::loid_and_password);
+    fixture.accept(1, "another");
+    EXPECT_EQ(fixture.alarms(1, onu.mac, Alarm::auth_failed), 1u);
+    fixture.accept(1, onu.loid, onu.password);
+    fixture.accept(1, onu.loid, "changed");
+    EXPECT_EQ(fixture.alarms(1, onu.mac, Alarm::auth_failed), 2u);
 }
 
 TEST(AuthFailed, DoesNotComeForOnusThatAreExemptOrSilentOrOutOfReachOrBlackListed)
 {
-    Bench silent{{.seed = 1, .ports = 1, .arrivals = 1, .silent = 100}};
+    OltFixture silent{{.seed = 1, .ports = 1, .arrivals = 1, .silent = 100}};
     silent.bind(1, 5, silent.arrived(1));
     silent.set_mode(1, AuthMode::loid);
     EXPECT_TRUE(silent.port(1).alarms.empty());
 
-    Bench bench{{.seed = 1, .ports = 1, .arrivals = 3, .silent = 0}};
-    bench.confirm(1, 0, bench.arrived(1, 0));
-    bench.reject(1, bench.arrived(1, 1));
-    bench.range(1, bench.arrival(1, 0).distance, bench.arrival(1, 0).distance);
-    bench.set_mode(1, AuthMode::loid);
+    OltFixture fixture{{.seed = 1, .ports = 1, .arrivals = 3, .silent = 0}};
+    fixture.confirm(1, 0, fixture.arrived(1, 0));
+    fixture.reject(1, fixture.arrived(1, 1));
+    fixture.range(1, fixture.arrival(1, 0).distance, fixture.arrival(1, 0).distance);
+    fixture.set_mode(1, AuthMode::loid);
     for (size_t index : {0, 1, 2})
-        EXPECT_EQ(bench.alarms(1, bench.arrived(1, index), Alarm::auth_failed), 0u);
+        EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, index), Alarm::auth_failed), 0u);
 }
 
 TEST(AuthFailed, ComesWhenAnOnuComesIntoReachOrOffTheBlackList)
 {
-    Bench bench;
-    bench.reject(1, bench.arrived(1, 0));
-    bench.range(1, 0, 0);
-    bench.set_mode(1, AuthMode::loid);
-    bench.range(1, 0, max_distance);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 0u);
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 1), Alarm::auth_failed), 1u);
-    bench.done(remove_from_blacklist(bench.olt, 1, bench.arrived(1, 0)));
-    EXPECT_EQ(bench.alarms(1, bench.arrived(1, 0), Alarm::auth_failed), 1u);
+    OltFixture fixture;
+    fixture.reject(1, fixture.arrived(1, 0));
+    fixture.range(1, 0, 0);
+    fixture.set_mode(1, AuthMode::loid);
+    fixture.range(1, 0, max_distance);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 0), Alarm::auth_failed), 0u);
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 1), Alarm::auth_failed), 1u);
+    fixture.done(remove_from_blacklist(fixture.olt, 1, fixture.arrived(1, 0)));
+    EXPECT_EQ(fixture.alarms(1, fixture.arrived(1, 0), Alarm::auth_failed), 1u);
 }
 
 // These are the alarms of ONUs without that of a deregistration, which follows below.
@@ -163,7 +163,7 @@ constexpr uint32_t deregistered = 10;
 
 // Returns a fixture with two ONUs at each of two ports. The first is bound to id 5 and has alarms 1 and 2, the second
 // waits and has alarms 3 and 4.
-Desk alarmed()
+ServiceFixture alarmed()
 {
     const Settings settings{.seed = 1, .ports = 2, .arrivals = 2, .silent = 0};
     const Olt olt(settings);
@@ -173,18 +173,18 @@ Desk alarmed()
         for (uint32_t alarm : onu_alarms)
             kept.put<AlarmCount>({port.number, port.arrivals[alarm > 2].mac, alarm}, {alarm * 10});
     }
-    return Desk(settings, kept);
+    return ServiceFixture(settings, kept);
 }
 
 TEST(AlarmView, ShowsAlarmsInOrder)
 {
-    Desk desk = alarmed();
-    const std::string bound = text::mac_text(desk.port(1).arrivals[0].mac),
-                      waiting = text::mac_text(desk.port(1).arrivals[1].mac);
+    ServiceFixture fixture = alarmed();
+    const std::string bound = text::mac_text(fixture.port(1).arrivals[0].mac),
+                      waiting = text::mac_text(fixture.port(1).arrivals[1].mac);
     const auto row = [](const std::string &id, const std::string &mac, const std::string &rest) {
         return R"({"pon_port":1,"onu_id":)" + id + R"(,"mac":")" + mac + R"(",)" + rest + "}";
     };
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1),
+    EXPECT_EQ(fixture.view(BSP_CMD_VIEW_ONU_ALARM, 1),
               "[" + row("5", bound, R"("alarm":1,"name":"los","severity":"critical","count":10)") + "," +
                   row("5", bound, R"("alarm":2,"name":"dying_gasp","severity":"major","count":20)") + "," +
                   row("null", waiting, R"("alarm":3,"name":"rejected","severity":"minor","count":30)") + "," +
@@ -193,38 +193,38 @@ TEST(AlarmView, ShowsAlarmsInOrder)
 
 TEST(AlarmView, IsOfAllPortsOneOrOneOnu)
 {
-    Desk desk = alarmed();
+    ServiceFixture fixture = alarmed();
     const auto rows = [&](uint32_t pon_port, uint32_t onu_id, const Mac &mac) {
-        const Reply reply = desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, pon_port, onu_id, mac));
+        const Reply reply = fixture.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, pon_port, onu_id, mac));
         EXPECT_EQ(reply.status, BSP_OK);
         return parse(reply.result.value()).Size();
     };
     EXPECT_EQ(rows(0, 0, {}), 8u);
     EXPECT_EQ(rows(2, 0, {}), 4u);
     EXPECT_EQ(rows(2, 5, {}), 2u);
-    EXPECT_EQ(rows(0, 0, desk.port(2).arrivals[1].mac), 2u);
-    EXPECT_EQ(rows(1, 0, desk.port(2).arrivals[1].mac), 0u);
+    EXPECT_EQ(rows(0, 0, fixture.port(2).arrivals[1].mac), 2u);
+    EXPECT_EQ(rows(1, 0, fixture.port(2).arrivals[1].mac), 0u);
 }
 
 TEST(AlarmView, AnIdThatIsNotBoundIsSaid)
 {
-    Desk desk = alarmed();
+    ServiceFixture fixture = alarmed();
     for (const bsp_pon_msg &record : {record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 6),
-                                      record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 5, desk.port(1).arrivals[1].mac)}) {
-        const Reply reply = desk.ask(record);
+                                      record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 5, fixture.port(1).arrivals[1].mac)}) {
+        const Reply reply = fixture.ask(record);
         EXPECT_EQ(reply.status, PON_ERR_NOT_BOUND);
         EXPECT_EQ(reply.result, "[]");
     }
-    EXPECT_EQ(desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, 3)).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 128)).status, PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(fixture.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, 3)).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(fixture.ask(record_of(BSP_CMD_VIEW_ONU_ALARM, 1, 128)).status, PON_ERR_BAD_ONU_ID);
 }
 
 TEST(AlarmClear, ClearsWhatItSelects)
 {
     const auto left_after = [](const bsp_pon_msg &record) {
-        Desk desk = alarmed();
-        EXPECT_EQ(desk.send(record), BSP_OK);
-        return parse(desk.view(BSP_CMD_VIEW_ONU_ALARM)).Size();
+        ServiceFixture fixture = alarmed();
+        EXPECT_EQ(fixture.send(record), BSP_OK);
+        return parse(fixture.view(BSP_CMD_VIEW_ONU_ALARM)).Size();
     };
     const Mac waiting = alarmed().port(2).arrivals[1].mac;
     EXPECT_EQ(left_after(clear_record(0, 0, {}, 0)), 0u);
@@ -238,27 +238,27 @@ TEST(AlarmClear, ClearsWhatItSelects)
 
 TEST(AlarmClear, RefusesWhatDoesNotExist)
 {
-    Desk desk = alarmed();
-    const std::string before = desk.view(BSP_CMD_VIEW_ONU_ALARM);
-    EXPECT_EQ(desk.send(clear_record(0, 0, {}, max_alarm + 1)), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(desk.send(clear_record(3, 0, {}, 0)), PON_ERR_NO_PORT);
-    EXPECT_EQ(desk.send(clear_record(1, 6, {}, 0)), PON_ERR_NOT_BOUND);
-    EXPECT_EQ(desk.send(clear_record(1, 128, {}, 0)), PON_ERR_BAD_ONU_ID);
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_ALARM), before);
+    ServiceFixture fixture = alarmed();
+    const std::string before = fixture.view(BSP_CMD_VIEW_ONU_ALARM);
+    EXPECT_EQ(fixture.send(clear_record(0, 0, {}, max_alarm + 1)), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(fixture.send(clear_record(3, 0, {}, 0)), PON_ERR_NO_PORT);
+    EXPECT_EQ(fixture.send(clear_record(1, 6, {}, 0)), PON_ERR_NOT_BOUND);
+    EXPECT_EQ(fixture.send(clear_record(1, 128, {}, 0)), PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(fixture.view(BSP_CMD_VIEW_ONU_ALARM), before);
 }
 
 TEST(AlarmClear, ACountStartsAgain)
 {
-    Desk desk = alarmed();
+    ServiceFixture fixture = alarmed();
     bsp_pon_msg reboot = record_of(BSP_CMD_ONU_REBOOT_BATCH, 1);
     put(reboot, layout::onu_batch::onu_set, words_of(ids({5})));
-    desk.send(clear_record(1, 5, {}, 2));
-    desk.send(reboot);
-    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_ALARM, 1))[1]["count"].GetUint(), 1u);
+    fixture.send(clear_record(1, 5, {}, 2));
+    fixture.send(reboot);
+    EXPECT_EQ(parse(fixture.view(BSP_CMD_VIEW_ONU_ALARM, 1))[1]["count"].GetUint(), 1u);
 }
 
 // Returns a fixture with alarms of every ONU of a whole OLT, and of its ports.
-Desk alarmed_everywhere(std::initializer_list<uint32_t> more)
+ServiceFixture alarmed_everywhere(std::initializer_list<uint32_t> more)
 {
     const Settings settings{.seed = 1, .ports = 16, .arrivals = 128, .silent = 0};
     const Olt olt(settings);
@@ -275,24 +275,24 @@ Desk alarmed_everywhere(std::initializer_list<uint32_t> more)
         for (uint32_t alarm : port_alarms)
             kept.put<AlarmCount>({port.number, port_itself, alarm}, {0xffffffff});
     }
-    return Desk(settings, kept);
+    return ServiceFixture(settings, kept);
 }
 
 TEST(AlarmView, OfAllLastingAlarmsOfAllOnusAndPortsFits)
 {
-    Desk desk = alarmed_everywhere({});
-    const std::string text = desk.view(BSP_CMD_VIEW_ONU_ALARM);
+    ServiceFixture fixture = alarmed_everywhere({});
+    const std::string text = fixture.view(BSP_CMD_VIEW_ONU_ALARM);
     EXPECT_LE(text.size(), max_result);
     EXPECT_EQ(parse(text).Size(), 8192u + 32);
 }
 
 TEST(AlarmView, ThatWouldNotFitIsRefusedAndOnePortsFits)
 {
-    Desk desk = alarmed_everywhere({deregistered});
-    const Reply reply = desk.ask(record_of(BSP_CMD_VIEW_ONU_ALARM));
+    ServiceFixture fixture = alarmed_everywhere({deregistered});
+    const Reply reply = fixture.ask(record_of(BSP_CMD_VIEW_ONU_ALARM));
     EXPECT_EQ(reply.status, PON_ERR_TOO_LARGE);
     EXPECT_EQ(reply.result, std::nullopt);
-    const std::string text = desk.view(BSP_CMD_VIEW_ONU_ALARM, 16);
+    const std::string text = fixture.view(BSP_CMD_VIEW_ONU_ALARM, 16);
     EXPECT_EQ(parse(text).Size(), 128u * 5 + 2);
 }
 

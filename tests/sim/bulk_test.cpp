@@ -20,8 +20,8 @@ constexpr WantedSettings four_a_port{.seed = 1, .ports = 8, .arrivals = 4, .sile
 
 // At each port of this OLT four ONUs have arrived, and three of them are bound. An ONU that has not arrived is bound to
 // id 4.
-struct Bulk : Desk {
-    explicit Bulk(const WantedSettings &wanted = four_a_port) : Desk(wanted)
+struct Bulk : ServiceFixture {
+    explicit Bulk(const WantedSettings &wanted = four_a_port) : ServiceFixture(wanted)
     {
         for (const PonPort &each : simulator.olt().ports()) {
             for (uint32_t onu_id = 1; onu_id <= 3; ++onu_id)
@@ -32,7 +32,7 @@ struct Bulk : Desk {
     const Olt &olt() const { return simulator.olt(); }
     rapidjson::Document rows(uint32_t command, uint32_t pon_port = 0) { return parse(view(command, pon_port)); }
     // Sends a record of a remote ONU.
-    Reply tell(uint32_t channel, bsp_onu_msg record, catalogue::Call call)
+    Reply exchange(uint32_t channel, bsp_onu_msg record, catalogue::Call call)
     {
         Message message = message_of(channel, record);
         message.call = call;
@@ -40,7 +40,7 @@ struct Bulk : Desk {
     }
     Reply ask_onu(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id)
     {
-        return tell(channel, onu_record_of(command, pon_port, onu_id), catalogue::Call::get);
+        return exchange(channel, onu_record_of(command, pon_port, onu_id), catalogue::Call::get);
     }
     void monitor_all()
     {
@@ -48,7 +48,7 @@ struct Bulk : Desk {
             for (uint32_t onu_id = 1; onu_id <= 3; ++onu_id) {
                 bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_PERF_MONITOR_SET, each.number, onu_id);
                 record.onu_data[0] = 1;
-                EXPECT_EQ(tell(BSP_MSG_ONU_INFO, record, catalogue::Call::set).status, BSP_OK);
+                EXPECT_EQ(exchange(BSP_MSG_ONU_INFO, record, catalogue::Call::set).status, BSP_OK);
             }
     }
     void pass(ModelTime time) { simulator.advance(olt().now() + time); }
@@ -65,29 +65,29 @@ Field value_at(const Reply &reply, layout::At<Field> at)
 TEST(OnuOpticsTable, HasWhatTheOnusTellOneByOne)
 {
     namespace at = layout::onu_optics;
-    Bulk desk;
-    desk.pass(12345);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_OPTICS, 3);
+    Bulk fixture;
+    fixture.pass(12345);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_OPTICS, 3);
     ASSERT_EQ(rows.Size(), 4u);
     for (uint32_t onu_id = 1; onu_id <= 3; ++onu_id) {
         const auto &row = rows[onu_id - 1];
-        const Reply told = desk.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET, 3, onu_id);
+        const Reply answered = fixture.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET, 3, onu_id);
         EXPECT_EQ(row["onu_id"].GetUint(), onu_id);
-        EXPECT_EQ(row["mac"].GetString(), text::mac_text(desk.port(3).bindings[onu_id]->mac));
-        EXPECT_NEAR(Bulk::number(row, "temperature"), value_at(told, at::temperature) / 256.0, 0.01);
-        EXPECT_NEAR(Bulk::number(row, "voltage"), value_at(told, at::voltage) / 10000.0, 0.001);
-        EXPECT_NEAR(Bulk::number(row, "bias"), value_at(told, at::bias) / 500.0, 0.01);
-        EXPECT_EQ(Bulk::number(row, "tx_power"), centi_dbm(value_at(told, at::launch_power)) / 100.0);
-        EXPECT_EQ(Bulk::number(row, "rx_power"), centi_dbm(value_at(told, at::received_power)) / 100.0);
+        EXPECT_EQ(row["mac"].GetString(), text::mac_text(fixture.port(3).bindings[onu_id]->mac));
+        EXPECT_NEAR(Bulk::number(row, "temperature"), value_at(answered, at::temperature) / 256.0, 0.01);
+        EXPECT_NEAR(Bulk::number(row, "voltage"), value_at(answered, at::voltage) / 10000.0, 0.001);
+        EXPECT_NEAR(Bulk::number(row, "bias"), value_at(answered, at::bias) / 500.0, 0.01);
+        EXPECT_EQ(Bulk::number(row, "tx_power"), centi_dbm(value_at(answered, at::launch_power)) / 100.0);
+        EXPECT_EQ(Bulk::number(row, "rx_power"), centi_dbm(value_at(answered, at::received_power)) / 100.0);
     }
 }
 
 TEST(OnuOpticsTable, TheOltReceivesWhatItsRssiReadingTells)
 {
-    Bulk desk;
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_OPTICS, 2);
+    Bulk fixture;
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_OPTICS, 2);
     for (uint32_t onu_id = 1; onu_id <= 3; ++onu_id) {
-        const PlatAnswer rssi(desk, BSP_MSG_PLAT, {BSP_CMD_OPTICS_RSSI_GET, 2, onu_id});
+        const PlatAnswer rssi(fixture, BSP_MSG_PLAT, {BSP_CMD_OPTICS_RSSI_GET, 2, onu_id});
         ASSERT_EQ(rssi.status(), BSP_OK);
         EXPECT_EQ(Bulk::number(rows[onu_id - 1], "olt_rx_power"),
                   rssi.get(layout::optics_rssi::received_power) / 100.0);
@@ -96,8 +96,8 @@ TEST(OnuOpticsTable, TheOltReceivesWhatItsRssiReadingTells)
 
 TEST(OnuOpticsTable, AnOnuThatIsNotOnlineHasNoValues)
 {
-    Bulk desk;
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_OPTICS, 1);
+    Bulk fixture;
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_OPTICS, 1);
     for (const char *column : {"temperature", "voltage", "bias", "tx_power", "rx_power", "olt_rx_power"}) {
         EXPECT_FALSE(rows[2][column].IsNull()) << column;
         EXPECT_TRUE(rows[3][column].IsNull()) << column;
@@ -106,20 +106,20 @@ TEST(OnuOpticsTable, AnOnuThatIsNotOnlineHasNoValues)
 
 TEST(OnuOpticsTable, ThatOfTheOltIsThoseOfItsPortsInOrder)
 {
-    Bulk desk;
+    Bulk fixture;
     std::string all;
     for (uint32_t pon_port = 1; pon_port <= 8; ++pon_port) {
-        const std::string text = desk.view(BSP_CMD_VIEW_ONU_OPTICS, pon_port);
+        const std::string text = fixture.view(BSP_CMD_VIEW_ONU_OPTICS, pon_port);
         all += (all.empty() ? "" : ",") + text.substr(1, text.size() - 2);
     }
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_OPTICS_ALL), '[' + all + ']');
+    EXPECT_EQ(fixture.view(BSP_CMD_VIEW_ONU_OPTICS_ALL), '[' + all + ']');
 }
 
 TEST(OnuOpticsTable, APortThatDoesNotExistIsSaid)
 {
-    Bulk desk;
+    Bulk fixture;
     for (const uint32_t pon_port : {0, 9}) {
-        const Reply reply = desk.ask(record_of(BSP_CMD_VIEW_ONU_OPTICS, pon_port));
+        const Reply reply = fixture.ask(record_of(BSP_CMD_VIEW_ONU_OPTICS, pon_port));
         EXPECT_EQ(reply.status, PON_ERR_NO_PORT);
         EXPECT_EQ(reply.result, std::nullopt);
     }
@@ -127,9 +127,9 @@ TEST(OnuOpticsTable, APortThatDoesNotExistIsSaid)
 
 TEST(OnuStatsTable, CountsNothingWhereNothingIsMonitored)
 {
-    Bulk desk;
-    desk.pass(10 * ms_per_second);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    Bulk fixture;
+    fixture.pass(10 * ms_per_second);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     for (const auto &row : rows.GetArray())
         for (const char *column : {"counted", "up_frames", "up_octets", "up_errors", "down_frames", "down_discarded"})
             EXPECT_TRUE(row[column].IsNull()) << column;
@@ -142,18 +142,18 @@ TEST(OnuStatsTable, HasTheSumOfWhatTheUniPortsCount)
         {"up_frames", at::up_frames},     {"up_octets", at::up_octets},     {"up_errors", at::up_errored},
         {"down_frames", at::down_frames}, {"down_octets", at::down_octets}, {"down_discarded", at::down_discarded},
     };
-    Bulk desk;
-    desk.monitor_all();
-    desk.pass(oam_delay + 100 * ms_per_second);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    Bulk fixture;
+    fixture.monitor_all();
+    fixture.pass(oam_delay + 100 * ms_per_second);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     ASSERT_EQ(rows.Size(), 32u);
     EXPECT_EQ(rows[5]["counted"].GetDouble(), 100);
     for (const auto &[column, at] : counters) {
         uint64_t sum = 0;
-        for (uint32_t uni = 1; uni <= find_onu(desk.olt(), 2, 2).onu.device.unis.size(); ++uni) {
+        for (uint32_t uni = 1; uni <= find_onu(fixture.olt(), 2, 2).onu.device.unis.size(); ++uni) {
             bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, 2, 2);
             record.onu_uni_port = static_cast<uint8_t>(uni);
-            sum += value_at(desk.tell(BSP_MSG_ONU_INFO, record, catalogue::Call::get), at);
+            sum += value_at(fixture.exchange(BSP_MSG_ONU_INFO, record, catalogue::Call::get), at);
         }
         EXPECT_EQ(rows[5][column].GetDouble(), static_cast<double>(sum)) << column;
     }
@@ -162,27 +162,27 @@ TEST(OnuStatsTable, HasTheSumOfWhatTheUniPortsCount)
 
 TEST(OnuStatsTable, CountsOnOverTheEndOfAMonitoringPeriod)
 {
-    Bulk desk;
-    desk.monitor_all();
-    desk.pass(oam_delay + monitoring_period - ms_per_second);
-    const double before = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL)[0]["up_frames"].GetDouble();
-    desk.pass(2 * ms_per_second);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    Bulk fixture;
+    fixture.monitor_all();
+    fixture.pass(oam_delay + monitoring_period - ms_per_second);
+    const double before = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL)[0]["up_frames"].GetDouble();
+    fixture.pass(2 * ms_per_second);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     EXPECT_GT(rows[0]["up_frames"].GetDouble(), before);
     EXPECT_EQ(rows[0]["counted"].GetDouble(), 901);
 }
 
 TEST(OnuStatsTable, AnOnuThatMonitorsAndGoesOfflineTellsNothing)
 {
-    Bulk desk;
-    desk.monitor_all();
-    desk.pass(oam_delay);
+    Bulk fixture;
+    fixture.monitor_all();
+    fixture.pass(oam_delay);
     OnuRecord dead;
     dead.powered = false;
     Change change;
-    change.put<OnuRecord>({1, desk.port(1).bindings[1]->mac}, dead);
-    desk.simulator.change(change);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    change.put<OnuRecord>({1, fixture.port(1).bindings[1]->mac}, dead);
+    fixture.simulator.change(change);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     for (const char *column : {"up_load", "counted", "up_frames"}) {
         EXPECT_TRUE(rows[0][column].IsNull()) << column;
         EXPECT_FALSE(rows[1][column].IsNull()) << column;
@@ -191,16 +191,16 @@ TEST(OnuStatsTable, AnOnuThatMonitorsAndGoesOfflineTellsNothing)
 
 TEST(OnuStatsTable, TheFramesOfAPortsOnusAreThoseThatItReceives)
 {
-    Bulk desk;
-    desk.monitor_all();
-    desk.pass(oam_delay);
+    Bulk fixture;
+    fixture.monitor_all();
+    fixture.pass(oam_delay);
     const auto received = [&] {
-        const Counters counters = pon_counters(desk.olt(), desk.port(1));
+        const Counters counters = pon_counters(fixture.olt(), fixture.port(1));
         return counters.in_frames() + counters.in_fcs_errors + counters.in_code_errors;
     };
     const uint64_t before = received();
-    desk.pass(1000 * ms_per_second);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    fixture.pass(1000 * ms_per_second);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     double sum = 0;
     for (const auto &row : rows.GetArray())
         if (row["pon_port"].GetUint() == 1 && !row["up_frames"].IsNull()) sum += row["up_frames"].GetDouble();
@@ -211,9 +211,9 @@ TEST(OnuStatsTable, TheFramesOfAPortsOnusAreThoseThatItReceives)
 
 TEST(OnuStatsTable, TheLoadsOfAPortsOnusAreThatOfThePort)
 {
-    Bulk desk;
-    const auto ports = desk.rows(BSP_CMD_VIEW_PORT_INFO);
-    const auto onus = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    Bulk fixture;
+    const auto ports = fixture.rows(BSP_CMD_VIEW_PORT_INFO);
+    const auto onus = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     for (const char *column : {"up_load", "down_load"}) {
         double sum = 0;
         for (const auto &row : onus.GetArray())
@@ -225,13 +225,13 @@ TEST(OnuStatsTable, TheLoadsOfAPortsOnusAreThatOfThePort)
 
 TEST(OnuStatsTable, NothingComesDownWhileTheUplinkIsDown)
 {
-    Bulk desk;
+    Bulk fixture;
     PhyControl down;
     down.bits |= PhyControl::power_down;
-    const PlatAnswer set(desk, BSP_MSG_DEBUG,
+    const PlatAnswer set(fixture, BSP_MSG_DEBUG,
                          PlatRecord(BSP_CMD_DEBUG_GE_PHY_SET, 2).put(layout::ge_phy_control::control, down.bits));
     ASSERT_EQ(set.status(), BSP_OK);
-    const auto rows = desk.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_ONU_STATS_ALL);
     EXPECT_GT(rows[0]["down_load"].GetDouble(), 0);
     EXPECT_EQ(rows[4]["down_load"].GetDouble(), 0); // port 2, which goes through GE port 2
     EXPECT_GT(rows[4]["up_load"].GetDouble(), 0);
@@ -239,9 +239,9 @@ TEST(OnuStatsTable, NothingComesDownWhileTheUplinkIsDown)
 
 TEST(PortInfo, CountsAsTheBaseInformationDoes)
 {
-    Bulk desk;
-    const auto rows = desk.rows(BSP_CMD_VIEW_PORT_INFO);
-    const auto base = desk.rows(BSP_CMD_VIEW_BASE_INFO_WEB);
+    Bulk fixture;
+    const auto rows = fixture.rows(BSP_CMD_VIEW_PORT_INFO);
+    const auto base = fixture.rows(BSP_CMD_VIEW_BASE_INFO_WEB);
     ASSERT_EQ(rows.Size(), 8u);
     for (uint32_t index = 0; index < 8; ++index)
         for (const char *column : {"pon_port", "bound", "online", "waiting"})
@@ -253,13 +253,13 @@ TEST(PortInfo, CountsAsTheBaseInformationDoes)
 
 TEST(PortInfo, APortWithoutLightIsDark)
 {
-    Bulk desk;
-    ModuleRecord dark = desk.olt().module(5)->record();
+    Bulk fixture;
+    ModuleRecord dark = fixture.olt().module(5)->record();
     dark.tx_disabled = true;
     Change change;
     change.put<ModuleRecord>(5, dark);
-    desk.simulator.change(change);
-    const auto rows = desk.rows(BSP_CMD_VIEW_PORT_INFO);
+    fixture.simulator.change(change);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_PORT_INFO);
     EXPECT_TRUE(rows[3]["laser"].GetBool());
     EXPECT_GT(rows[3]["tx_power"].GetDouble(), 0);
     EXPECT_FALSE(rows[4]["laser"].GetBool());
@@ -270,9 +270,9 @@ TEST(PortInfo, APortWithoutLightIsDark)
 
 TEST(BasicInfo, IsOneRowOfTheWholeOlt)
 {
-    Bulk desk;
-    desk.pass(1500);
-    const auto rows = desk.rows(BSP_CMD_VIEW_BASIC_INFO);
+    Bulk fixture;
+    fixture.pass(1500);
+    const auto rows = fixture.rows(BSP_CMD_VIEW_BASIC_INFO);
     ASSERT_EQ(rows.Size(), 1u);
     EXPECT_EQ(rows[0]["pon_ports"].GetUint(), 8u);
     EXPECT_EQ(rows[0]["uptime"].GetDouble(), 1.5);
@@ -284,8 +284,8 @@ TEST(BasicInfo, IsOneRowOfTheWholeOlt)
 TEST(BasicInfo, AnotherOltHasAnotherSerialNumber)
 {
     const auto serial = [](uint64_t seed) {
-        Desk desk({.seed = seed, .ports = 1, .arrivals = 0, .silent = 0});
-        const auto rows = parse(desk.view(BSP_CMD_VIEW_BASIC_INFO));
+        ServiceFixture fixture({.seed = seed, .ports = 1, .arrivals = 0, .silent = 0});
+        const auto rows = parse(fixture.view(BSP_CMD_VIEW_BASIC_INFO));
         return std::string(rows[0]["serial"].GetString());
     };
     EXPECT_EQ(serial(1).size(), 12u);
@@ -293,9 +293,9 @@ TEST(BasicInfo, AnotherOltHasAnotherSerialNumber)
     EXPECT_NE(serial(1), serial(2));
 }
 
-std::string all_onus(Desk &desk)
+std::string all_onus(ServiceFixture &fixture)
 {
-    const Reply reply = desk.ask(record_of(BSP_CMD_ALL_ONU_INFO));
+    const Reply reply = fixture.ask(record_of(BSP_CMD_ALL_ONU_INFO));
     EXPECT_EQ(reply.status, BSP_OK);
     EXPECT_EQ(reply.answer.value().size(), sizeof(bsp_pon_msg_ext));
     EXPECT_EQ(reply.answer->back(), '\0');
@@ -304,11 +304,11 @@ std::string all_onus(Desk &desk)
 
 TEST(AllOnus, AreALineAPortAndOneForAll)
 {
-    Bulk desk({.seed = 1, .ports = 2, .arrivals = 6, .silent = 0});
-    desk.send(record_of(BSP_CMD_ONU_RELEASE, 2, 1));
-    EXPECT_EQ(all_onus(desk), "port 1: 4 bound, 3 online, 3 waiting\n"
-                              "port 2: 3 bound, 2 online, 4 waiting\n"
-                              "total: 7 bound, 5 online, 7 waiting\n");
+    Bulk fixture({.seed = 1, .ports = 2, .arrivals = 6, .silent = 0});
+    fixture.send(record_of(BSP_CMD_ONU_RELEASE, 2, 1));
+    EXPECT_EQ(all_onus(fixture), "port 1: 4 bound, 3 online, 3 waiting\n"
+                                 "port 2: 3 bound, 2 online, 4 waiting\n"
+                                 "total: 7 bound, 5 online, 7 waiting\n");
 }
 
 // Returns as many ONUs as there can be, all online.
@@ -322,14 +322,14 @@ Change full()
     return kept;
 }
 
-struct Full : Desk {
-    Full() : Desk({.seed = 1, .ports = max_ports, .arrivals = onus_per_port, .silent = 0}, full()) {}
+struct Full : ServiceFixture {
+    Full() : ServiceFixture({.seed = 1, .ports = max_ports, .arrivals = onus_per_port, .silent = 0}, full()) {}
 };
 
 TEST(AllOnus, FitForAFullOlt)
 {
-    Full desk;
-    const std::string text = all_onus(desk);
+    Full fixture;
+    const std::string text = all_onus(fixture);
     EXPECT_LE(text.size(), longest_text);
     EXPECT_TRUE(text.ends_with("total: 2048 bound, 2048 online, 0 waiting\n")) << text;
     // When as many ONUs wait as are bound, each line has at most two characters more, and the last line three.
@@ -338,13 +338,13 @@ TEST(AllOnus, FitForAFullOlt)
 
 TEST(AllOnus, ATableOfAFullOltHasARowForEach)
 {
-    Full desk;
+    Full fixture;
     for (const uint32_t command : {BSP_CMD_VIEW_ONU_OPTICS_ALL, BSP_CMD_VIEW_ONU_STATS_ALL}) {
-        const std::string text = desk.view(command);
+        const std::string text = fixture.view(command);
         EXPECT_LE(text.size(), max_result);
         EXPECT_EQ(parse(text).Size(), most_onus);
     }
-    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_ONU_OPTICS, 16)).Size(), onus_per_port);
+    EXPECT_EQ(parse(fixture.view(BSP_CMD_VIEW_ONU_OPTICS, 16)).Size(), onus_per_port);
 }
 
 constexpr Mac some_mac{0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
@@ -430,14 +430,14 @@ const Setting settings[] = {
     {14, BSP_MSG_ONU_CFG, BSP_CMD_ONU_LOOP_DETECT_SET, [](OnuBlock &) {}},
 };
 
-uint32_t config_word(Full &desk, uint32_t onu_id)
+uint32_t config_word(Full &fixture, uint32_t onu_id)
 {
     const Reply reply =
-        desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id)));
+        fixture.simulator.handle(message_of(BSP_MSG_ONU_CFG, onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id)));
     return value_at(reply, layout::onu_config_word::word);
 }
 
-uint32_t set(Full &desk, uint32_t onu_id, const Setting &setting)
+uint32_t set(Full &fixture, uint32_t onu_id, const Setting &setting)
 {
     bsp_onu_msg record = onu_record_of(setting.command, 1, onu_id);
     record.onu_uni_port = 1;
@@ -447,18 +447,18 @@ uint32_t set(Full &desk, uint32_t onu_id, const Setting &setting)
     block.bytes().copy(reinterpret_cast<char *>(record.onu_data), block.bytes().size());
     Message message = message_of(setting.channel, record);
     message.call = catalogue::Call::set;
-    return desk.simulator.handle(message).status;
+    return fixture.simulator.handle(message).status;
 }
 
 TEST(ConfigWord, EachSettingHasABit)
 {
-    Full desk;
+    Full fixture;
     for (const Setting &setting : settings) {
         bool tried = false;
         for (uint32_t onu_id = 1; onu_id < onus_per_port && !tried; ++onu_id) {
-            const uint32_t before = config_word(desk, onu_id);
-            if (before >> setting.bit & 1 || set(desk, onu_id, setting) != BSP_OK) continue;
-            EXPECT_EQ(config_word(desk, onu_id), before | 1u << setting.bit) << setting.bit;
+            const uint32_t before = config_word(fixture, onu_id);
+            if (before >> setting.bit & 1 || set(fixture, onu_id, setting) != BSP_OK) continue;
+            EXPECT_EQ(config_word(fixture, onu_id), before | 1u << setting.bit) << setting.bit;
             tried = true;
         }
         EXPECT_TRUE(tried) << setting.bit;
@@ -467,15 +467,15 @@ TEST(ConfigWord, EachSettingHasABit)
 
 TEST(ConfigWord, OfAnOnuThatWasToldNothingFollowsFromItsUniPorts)
 {
-    Full desk;
-    const Olt &olt = desk.simulator.olt();
+    Full fixture;
+    const Olt &olt = fixture.simulator.olt();
     for (const RemoteOnu &onu : onus_of(olt, *olt.port(1))) {
         uint32_t wanted = 0;
         for (const UniConfig &config : default_configs(olt.seed(), onu.binding->mac, onu.device))
             wanted |= (config.enabled ? 0u : 0x100u) | (config.autoneg ? 0u : 0x200u) | (config.pause ? 0x400u : 0u) |
                       (config.ingress || config.egress ? 0x800u : 0u) |
                       (config.vlan_mode == VlanMode::transparent ? 0u : 0x1000u);
-        EXPECT_EQ(config_word(desk, onu.onu_id), wanted) << onu.onu_id;
+        EXPECT_EQ(config_word(fixture, onu.onu_id), wanted) << onu.onu_id;
     }
 }
 
@@ -488,10 +488,10 @@ TEST(ConfigWord, AnSlaOfEitherDirectionIsBit3)
     kept.put<Binding>({1, 1}, upstream);
     kept.put<Binding>({1, 2}, downstream);
     kept.put<Binding>({1, 3}, binding_of(stranger(3)));
-    Desk desk({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0}, kept);
+    ServiceFixture fixture({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0}, kept);
     const auto bit = [&](uint32_t onu_id) {
         const bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_CONFIG_WORD, 1, onu_id);
-        return value_at(desk.simulator.handle(message_of(BSP_MSG_ONU_CFG, record)), layout::onu_config_word::word) >>
+        return value_at(fixture.simulator.handle(message_of(BSP_MSG_ONU_CFG, record)), layout::onu_config_word::word) >>
                    3 &
                1;
     };
@@ -502,10 +502,10 @@ TEST(ConfigWord, AnSlaOfEitherDirectionIsBit3)
 
 TEST(ConfigWord, AnOnuThatDoesNotExistIsSaid)
 {
-    Bulk desk;
-    EXPECT_EQ(desk.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_WORD, 9, 1).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(desk.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_WORD, 1, 5).status, PON_ERR_NOT_BOUND);
-    EXPECT_EQ(desk.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_WORD, 1, 128).status, PON_ERR_BAD_ONU_ID);
+    Bulk fixture;
+    EXPECT_EQ(fixture.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_WORD, 9, 1).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(fixture.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_WORD, 1, 5).status, PON_ERR_NOT_BOUND);
+    EXPECT_EQ(fixture.ask_onu(BSP_MSG_ONU_CFG, BSP_CMD_ONU_CONFIG_WORD, 1, 128).status, PON_ERR_BAD_ONU_ID);
 }
 
 } // namespace

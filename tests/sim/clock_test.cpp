@@ -52,12 +52,12 @@ TEST(ModelTime, WhatIsDueLaterDoesNotHappenYet)
 
 TEST(ModelTime, TwoThingsThatHappenToAModuleAtTheSameTimeBothHappen)
 {
-    Desk desk(lively());
-    bind_arrival(desk, 5);
-    EXPECT_EQ(trigger(desk, 1, 5), BSP_OK);
-    control_line(desk, "age 1 130000");
-    pass(desk, 0);
-    const ModuleRecord &record = desk.simulator.olt().module(1)->record();
+    ServiceFixture fixture(lively());
+    bind_arrival(fixture, 5);
+    EXPECT_EQ(trigger(fixture, 1, 5), BSP_OK);
+    control_line(fixture, "age 1 130000");
+    pass(fixture, 0);
+    const ModuleRecord &record = fixture.simulator.olt().module(1)->record();
     EXPECT_TRUE(record.result);
     EXPECT_FALSE(record.measurement);
     EXPECT_NE(record.raised, 0u);
@@ -65,33 +65,33 @@ TEST(ModelTime, TwoThingsThatHappenToAModuleAtTheSameTimeBothHappen)
 
 TEST(ModelTime, DoesNotGoBack)
 {
-    Desk desk;
-    desk.simulator.advance(1000);
-    desk.simulator.advance(500);
-    EXPECT_EQ(desk.simulator.olt().now(), 1000u);
+    ServiceFixture fixture;
+    fixture.simulator.advance(1000);
+    fixture.simulator.advance(500);
+    EXPECT_EQ(fixture.simulator.olt().now(), 1000u);
 }
 
 TEST(ModelTime, IsKeptOverARestart)
 {
     const Folder folder;
     {
-        Desk desk({}, folder.file("olt.db"));
-        desk.simulator.advance(123456789);
-        desk.simulator.keep_time();
+        ServiceFixture fixture({}, folder.file("olt.db"));
+        fixture.simulator.advance(123456789);
+        fixture.simulator.keep_time();
     }
-    EXPECT_EQ(Desk({}, folder.file("olt.db")).simulator.olt().now(), 123456789u);
+    EXPECT_EQ(ServiceFixture({}, folder.file("olt.db")).simulator.olt().now(), 123456789u);
 }
 
 TEST(ModelTime, AChangeKeepsTheTimeAtWhichItWasMade)
 {
     const Folder folder;
     {
-        Desk desk({}, folder.file("olt.db"));
-        desk.simulator.advance(5000);
-        desk.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
-        desk.simulator.advance(9000);
+        ServiceFixture fixture({}, folder.file("olt.db"));
+        fixture.simulator.advance(5000);
+        fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)));
+        fixture.simulator.advance(9000);
     }
-    EXPECT_EQ(Desk({}, folder.file("olt.db")).simulator.olt().now(), 5000u);
+    EXPECT_EQ(ServiceFixture({}, folder.file("olt.db")).simulator.olt().now(), 5000u);
 }
 
 TEST(ModelTime, AStoppedClockMovesByStepsAlone)
@@ -112,21 +112,21 @@ TEST(ModelTime, AFastClockIsAheadOfASlowOne)
 
 TEST(Control, StepsTimeAndTellsIt)
 {
-    Desk desk;
+    ServiceFixture fixture;
     Clock clock(0, 0);
-    EXPECT_EQ(say(desk.simulator, clock, "now"), "0 s of model time\n");
-    EXPECT_EQ(say(desk.simulator, clock, "step 90"), "90 s of model time\n");
-    EXPECT_EQ(say(desk.simulator, clock, "  now "), "90 s of model time\n");
-    EXPECT_EQ(say(desk.simulator, clock, "step 0.25"), "90.250 s of model time\n");
-    EXPECT_EQ(say(desk.simulator, clock, "step 2.755"), "93.005 s of model time\n");
+    EXPECT_EQ(say(fixture.simulator, clock, "now"), "0 s of model time\n");
+    EXPECT_EQ(say(fixture.simulator, clock, "step 90"), "90 s of model time\n");
+    EXPECT_EQ(say(fixture.simulator, clock, "  now "), "90 s of model time\n");
+    EXPECT_EQ(say(fixture.simulator, clock, "step 0.25"), "90.250 s of model time\n");
+    EXPECT_EQ(say(fixture.simulator, clock, "step 2.755"), "93.005 s of model time\n");
 }
 
 TEST(Control, HelpNamesEachCommandInALineOfItsOwn)
 {
-    Desk desk;
+    ServiceFixture fixture;
     Clock clock(0, 0);
-    const std::string help = "\n" + say(desk.simulator, clock, "help");
-    EXPECT_EQ(say(desk.simulator, clock, ""), help.substr(1));
+    const std::string help = "\n" + say(fixture.simulator, clock, "help");
+    EXPECT_EQ(say(fixture.simulator, clock, ""), help.substr(1));
     for (const std::string name : {"help ", "now ", "step SECONDS ", "age CAGE HOURS ", "power PORT ONU on|off ",
                                    "loop PORT ONU UNI on|off ", "bend PORT BRANCH DB "})
         EXPECT_NE(help.find("\n" + name), std::string::npos) << name;
@@ -134,7 +134,7 @@ TEST(Control, HelpNamesEachCommandInALineOfItsOwn)
 
 TEST(Control, WrongCommandsChangeNothingAndAreExplainedInALine)
 {
-    Desk desk;
+    ServiceFixture fixture;
     Clock clock(0, 0);
     for (const auto &[line, part] : {std::pair{"jump 5", "jump: not a command; ponsim ctl help"},
                                      {"step", "step: expected"},
@@ -146,7 +146,7 @@ TEST(Control, WrongCommandsChangeNothingAndAreExplainedInALine)
                                      {"step 99999999999999999999", "expected a number"},
                                      {"step 315360001", "expected a number from 0 to 315360000"},
                                      {"now 1", "now: expected"}}) {
-        const std::string said = say(desk.simulator, clock, line);
+        const std::string said = say(fixture.simulator, clock, line);
         EXPECT_TRUE(said.starts_with("error: ")) << line;
         EXPECT_NE(said.find(part), std::string::npos) << said;
         EXPECT_EQ(said.find('\n'), std::string::npos) << said;

@@ -18,50 +18,50 @@ constexpr WantedSettings wanted{.seed = 5, .ports = 2, .arrivals = 4, .silent = 
 constexpr size_t longest_part = 4080;
 
 // Sends a request on the profile channel.
-Reply profile(Desk &desk, uint32_t action, catalogue::Call call, const std::string &payload = {})
+Reply profile(ServiceFixture &fixture, uint32_t action, catalogue::Call call, const std::string &payload = {})
 {
     bsp_profile_msg record{};
     record.action = action;
     payload.copy(reinterpret_cast<char *>(record.data), sizeof record.data);
-    return desk.simulator.handle(
+    return fixture.simulator.handle(
         {BSP_MSG_PROFILE, &record, payload_header + static_cast<uint32_t>(payload.size()), call});
 }
 
-Reply read(Desk &desk)
+Reply read(ServiceFixture &fixture)
 {
-    return profile(desk, BSP_CMD_CONFIG_READ, catalogue::Call::dgram_get);
+    return profile(fixture, BSP_CMD_CONFIG_READ, catalogue::Call::dgram_get);
 }
 
-std::string saved(Desk &desk)
+std::string saved(ServiceFixture &fixture)
 {
-    return read(desk).file.value().content;
+    return read(fixture).file.value().content;
 }
 
-uint32_t send_part(Desk &desk, uint32_t offset, uint32_t total, const std::string &bytes)
+uint32_t send_part(ServiceFixture &fixture, uint32_t offset, uint32_t total, const std::string &bytes)
 {
     const uint32_t head[] = {offset, total, static_cast<uint32_t>(bytes.size())};
-    return profile(desk, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set,
+    return profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set,
                    std::string(reinterpret_cast<const char *>(head), sizeof head) + bytes)
         .status;
 }
 
-Reply load(Desk &desk)
+Reply load(ServiceFixture &fixture)
 {
-    return profile(desk, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set);
+    return profile(fixture, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set);
 }
 
-Reply load(Desk &desk, const std::string &text)
+Reply load(ServiceFixture &fixture, const std::string &text)
 {
     for (size_t offset = 0; offset < text.size(); offset += longest_part)
-        EXPECT_EQ(send_part(desk, static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
+        EXPECT_EQ(send_part(fixture, static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
                             text.substr(offset, longest_part)),
                   BSP_OK);
-    return load(desk);
+    return load(fixture);
 }
 
 // This OLT keeps something of every kind.
-struct FullDesk : Desk {
-    FullDesk() : Desk(wanted)
+struct FullFixture : ServiceFixture {
+    FullFixture() : ServiceFixture(wanted)
     {
         const Mac mac = port(1).arrivals[0].mac;
         Change change;
@@ -92,20 +92,20 @@ struct FullDesk : Desk {
     }
 };
 
-std::string views(Desk &desk)
+std::string views(ServiceFixture &fixture)
 {
-    return desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP) + desk.view(BSP_CMD_BLACKLIST_GET) +
-           desk.view(BSP_CMD_VIEW_ONU_ALARM) + desk.view(BSP_CMD_AUTH_LIST, 2);
+    return fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP) + fixture.view(BSP_CMD_BLACKLIST_GET) +
+           fixture.view(BSP_CMD_VIEW_ONU_ALARM) + fixture.view(BSP_CMD_AUTH_LIST, 2);
 }
 
 // Returns what the service's log says of a text that is refused. The OLT must stay as it was.
 std::string problem_with(const std::string &text, uint32_t status = PON_ERR_BAD_CONFIG)
 {
-    FullDesk desk;
-    const std::string before = saved(desk);
-    const Reply reply = load(desk, text);
+    FullFixture fixture;
+    const std::string before = saved(fixture);
+    const Reply reply = load(fixture, text);
     EXPECT_EQ(reply.status, status);
-    EXPECT_EQ(saved(desk), before);
+    EXPECT_EQ(saved(fixture), before);
     return reply.problem;
 }
 
@@ -127,8 +127,8 @@ std::string bound_row(int onu_id, const std::string &mac, const std::string &tex
 
 TEST(Configuration, EveryTableIsInIt)
 {
-    FullDesk desk;
-    const std::string text = saved(desk);
+    FullFixture fixture;
+    const std::string text = saved(fixture);
     std::set<std::string> found;
     for (const Row &row : read_configuration(text, settings).rows)
         found.insert(row.table);
@@ -140,9 +140,9 @@ TEST(Configuration, EveryTableIsInIt)
 
 TEST(Configuration, AFreshOltBecomesTheSame)
 {
-    FullDesk first;
+    FullFixture first;
     const std::string text = saved(first);
-    Desk second(wanted);
+    ServiceFixture second(wanted);
     EXPECT_NE(views(second), views(first));
     EXPECT_EQ(load(second, text).status, BSP_OK);
     EXPECT_EQ(views(second), views(first));
@@ -152,30 +152,30 @@ TEST(Configuration, AFreshOltBecomesTheSame)
 TEST(Configuration, WhatWasLoadedIsKept)
 {
     Folder folder;
-    FullDesk first;
+    FullFixture first;
     {
-        Desk second(wanted, folder.file("olt.db"));
+        ServiceFixture second(wanted, folder.file("olt.db"));
         EXPECT_EQ(load(second, saved(first)).status, BSP_OK);
     }
-    Desk reopened({}, folder.file("olt.db"));
+    ServiceFixture reopened({}, folder.file("olt.db"));
     EXPECT_EQ(saved(reopened), saved(first));
 }
 
 TEST(Configuration, WhatTheOltHadBeforeIsGone)
 {
-    FullDesk desk;
-    EXPECT_EQ(load(desk, text_of({})).status, BSP_OK);
-    Desk fresh(wanted);
-    EXPECT_EQ(views(desk), views(fresh));
+    FullFixture fixture;
+    EXPECT_EQ(load(fixture, text_of({})).status, BSP_OK);
+    ServiceFixture fresh(wanted);
+    EXPECT_EQ(views(fixture), views(fresh));
 }
 
 TEST(Configuration, TimeGoesOnFromTheLaterOne)
 {
-    FullDesk first;
-    Desk early(wanted);
+    FullFixture first;
+    ServiceFixture early(wanted);
     EXPECT_EQ(load(early, saved(first)).status, BSP_OK);
     EXPECT_EQ(early.simulator.olt().now(), 5000u);
-    Desk late(wanted);
+    ServiceFixture late(wanted);
     late.simulator.advance(9000);
     EXPECT_EQ(load(late, saved(first)).status, BSP_OK);
     EXPECT_EQ(late.simulator.olt().now(), 9000u);
@@ -192,9 +192,9 @@ TEST(Configuration, TheClockReachesATimeAndDoesNotGoBack)
 
 TEST(Configuration, BothChannelsTellTheSizeAndWhereTheNameGoes)
 {
-    FullDesk desk;
-    const PlatAnswer platform(desk, BSP_MSG_CFGWR, PlatRecord(0, 0));
-    const Reply reply = read(desk);
+    FullFixture fixture;
+    const PlatAnswer platform(fixture, BSP_MSG_CFGWR, PlatRecord(0, 0));
+    const Reply reply = read(fixture);
     EXPECT_EQ(platform.get(layout::At<uint32_t>{120}), reply.file.value().content.size());
     EXPECT_EQ(platform.reply.file.value().name_at, 124u);
     EXPECT_EQ(platform.reply.file.value().content, reply.file.value().content);
@@ -206,54 +206,54 @@ TEST(Configuration, BothChannelsTellTheSizeAndWhereTheNameGoes)
 
 TEST(Configuration, OnlyTheWholeIsWritten)
 {
-    Desk desk;
-    EXPECT_EQ(PlatAnswer(desk, BSP_MSG_CFGWR, PlatRecord(0, 1)).status(), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(PlatAnswer(desk, BSP_MSG_CFGWR, PlatRecord(0, 0, 1)).status(), PON_ERR_BAD_RECORD);
+    ServiceFixture fixture;
+    EXPECT_EQ(PlatAnswer(fixture, BSP_MSG_CFGWR, PlatRecord(0, 1)).status(), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(PlatAnswer(fixture, BSP_MSG_CFGWR, PlatRecord(0, 0, 1)).status(), PON_ERR_BAD_RECORD);
 }
 
 TEST(Configuration, PartsMustGoOnWhereTheLastOneEnded)
 {
-    Desk desk(wanted);
-    EXPECT_EQ(send_part(desk, 3, 10, "def"), PON_ERR_BAD_CONFIG);
-    EXPECT_EQ(send_part(desk, 0, 10, "abc"), BSP_OK);
-    EXPECT_EQ(send_part(desk, 4, 10, "e"), PON_ERR_BAD_CONFIG);
-    EXPECT_EQ(send_part(desk, 3, 11, "d"), PON_ERR_BAD_CONFIG);
-    EXPECT_EQ(send_part(desk, 3, 10, "def"), BSP_OK);
-    EXPECT_THAT(load(desk).problem, HasSubstr("6 of 10 bytes have come"));
+    ServiceFixture fixture(wanted);
+    EXPECT_EQ(send_part(fixture, 3, 10, "def"), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(fixture, 0, 10, "abc"), BSP_OK);
+    EXPECT_EQ(send_part(fixture, 4, 10, "e"), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(fixture, 3, 11, "d"), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(fixture, 3, 10, "def"), BSP_OK);
+    EXPECT_THAT(load(fixture).problem, HasSubstr("6 of 10 bytes have come"));
 }
 
 TEST(Configuration, OffsetZeroStartsAnew)
 {
-    FullDesk first;
-    Desk second(wanted);
+    FullFixture first;
+    ServiceFixture second(wanted);
     EXPECT_EQ(send_part(second, 0, 10, "abc"), BSP_OK);
     EXPECT_EQ(load(second, saved(first)).status, BSP_OK);
 }
 
 TEST(Configuration, PartsThatCannotBeAreRefused)
 {
-    Desk desk(wanted);
-    EXPECT_EQ(send_part(desk, 0, 10, ""), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(send_part(desk, 0, 2, "abc"), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(send_part(desk, 0xffffffff, 10, "abc"), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(send_part(desk, 0, 64 * 1024 * 1024 + 1, "abc"), PON_ERR_BAD_RECORD);
+    ServiceFixture fixture(wanted);
+    EXPECT_EQ(send_part(fixture, 0, 10, ""), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_part(fixture, 0, 2, "abc"), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_part(fixture, 0xffffffff, 10, "abc"), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_part(fixture, 0, 64 * 1024 * 1024 + 1, "abc"), PON_ERR_BAD_RECORD);
     const std::string head("\0\0\0\0\4\0\0\0\4\0\0\0", 12);
-    EXPECT_EQ(profile(desk, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head + "abc").status,
+    EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head + "abc").status,
               PON_ERR_BAD_RECORD);
-    EXPECT_EQ(profile(desk, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head.substr(0, 11)).status,
+    EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head.substr(0, 11)).status,
               PON_ERR_BAD_RECORD);
 }
 
 TEST(Configuration, ATextIsLoadedOnce)
 {
-    Desk desk(wanted);
-    EXPECT_EQ(load(desk, text_of({})).status, BSP_OK);
-    EXPECT_EQ(load(desk).status, PON_ERR_BAD_CONFIG);
+    ServiceFixture fixture(wanted);
+    EXPECT_EQ(load(fixture, text_of({})).status, BSP_OK);
+    EXPECT_EQ(load(fixture).status, PON_ERR_BAD_CONFIG);
 }
 
 TEST(Configuration, AnotherOltsIsRefused)
 {
-    Desk other({.seed = 6, .ports = 2, .arrivals = 4, .silent = 0});
+    ServiceFixture other({.seed = 6, .ports = 2, .arrivals = 4, .silent = 0});
     EXPECT_THAT(problem_with(saved(other), PON_ERR_OTHER_OLT), HasSubstr("--seed 6 --ports 2"));
 }
 
@@ -264,8 +264,8 @@ TEST(Configuration, AnotherVersionIsRefused)
 
 TEST(Configuration, ATextThatIsCutOffIsRefused)
 {
-    FullDesk desk;
-    const std::string text = saved(desk);
+    FullFixture fixture;
+    const std::string text = saved(fixture);
     EXPECT_THAT(problem_with(text.substr(0, text.size() - 1)), HasSubstr("cut off"));
     EXPECT_THAT(problem_with(text.substr(0, text.rfind('\n', text.size() - 2) + 1)),
                 HasSubstr("the text ends without the number of its rows"));

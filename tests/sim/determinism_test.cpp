@@ -26,7 +26,7 @@ std::string record_of_command(const catalogue::Command &command, Random &random)
     return bytes;
 }
 
-struct Told {
+struct Transcript {
     std::string all;
     uint32_t good = 0;
     uint32_t refused = 0;
@@ -41,51 +41,51 @@ struct Told {
 };
 
 // Sends every command of the catalogue again and again, while time passes and things happen.
-Told tell(uint64_t requests_seed, bool in_small_steps = false)
+Transcript run_session(uint64_t requests_seed, bool in_small_steps = false)
 {
-    Desk desk(busy);
+    ServiceFixture fixture(busy);
     Random random{requests_seed, 1};
-    Told told;
-    const std::string first = text::mac_text(desk.port(1).arrivals[0].mac);
+    Transcript transcript;
+    const std::string first = text::mac_text(fixture.port(1).arrivals[0].mac);
     for (uint32_t id = 1; id <= 4; ++id)
-        told.add({desk.send(record_of(BSP_CMD_ONU_BIND, 1, id, desk.port(1).arrivals[id - 1].mac))});
+        transcript.add({fixture.send(record_of(BSP_CMD_ONU_BIND, 1, id, fixture.port(1).arrivals[id - 1].mac))});
     const std::string happenings[] = {"power 1 " + first + " off", "power 1 " + first + " on",
                                       "loop 1 " + first + " 1 on", "age 1 40000", "loop 1 " + first + " 1 off"};
     for (const std::string &happening : happenings) {
         try {
-            control_line(desk, happening);
+            control_line(fixture, happening);
         } catch (const ControlError &error) {
-            told.all += error.what();
+            transcript.all += error.what();
         }
         for (const catalogue::Command &command : catalogue::commands()) {
             const std::string record = record_of_command(command, random);
             Message message{command.channel->type, record.data(), static_cast<uint32_t>(record.size())};
             if (command.call) message.call = *command.call;
-            told.add(desk.simulator.handle(message));
-            for (const std::string &line : desk.simulator.take_log())
-                told.all += line + '\n';
+            transcript.add(fixture.simulator.handle(message));
+            for (const std::string &line : fixture.simulator.take_log())
+                transcript.all += line + '\n';
         }
         constexpr ModelTime hour = 3600 * ms_per_second;
         for (uint32_t steps = in_small_steps ? 360 : 1, step = 0; step < steps; ++step)
-            pass(desk, hour / steps);
+            pass(fixture, hour / steps);
     }
-    return told;
+    return transcript;
 }
 
 TEST(Determinism, OfEveryCommandWhileThingsHappen)
 {
-    const Told once = tell(5);
-    const Told again = tell(5);
+    const Transcript once = run_session(5);
+    const Transcript again = run_session(5);
     EXPECT_EQ(once.all.size(), again.all.size());
     EXPECT_TRUE(once.all == again.all);
     EXPECT_GT(once.good, catalogue::commands().size()) << "most were refused";
     EXPECT_GT(once.refused, 0u);
-    EXPECT_FALSE(once.all == tell(6).all) << "whatever is asked, the same is said";
+    EXPECT_FALSE(once.all == run_session(6).all) << "whatever is asked, the same is said";
 }
 
 TEST(Determinism, HowTimeIsCutIntoStepsMakesNoDifference)
 {
-    EXPECT_TRUE(tell(5).all == tell(5, true).all);
+    EXPECT_TRUE(run_session(5).all == run_session(5, true).all);
 }
 
 } // namespace

@@ -15,31 +15,32 @@ constexpr size_t small_result = 10240; // the longest result on the channels of 
 constexpr size_t longest_answer_text = 1023;
 constexpr uint32_t whole_port = 0, one_onu = 1;
 
-Reply ask(Desk &desk, uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id, uint32_t scope = 0)
+Reply ask(ServiceFixture &fixture, uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t onu_id,
+          uint32_t scope = 0)
 {
     bsp_onu_msg record = onu_record_of(command, pon_port, onu_id);
     put(record, layout::vlan_view::scope, scope);
-    return desk.simulator.handle(message_of(channel, record));
+    return fixture.simulator.handle(message_of(channel, record));
 }
 
-Reply onu_config(Desk &desk, uint32_t pon_port, uint32_t onu_id)
+Reply onu_config(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id)
 {
-    return ask(desk, BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_CONFIG, pon_port, onu_id);
+    return ask(fixture, BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_CONFIG, pon_port, onu_id);
 }
 
-Reply uni_config(Desk &desk, uint32_t pon_port, uint32_t onu_id)
+Reply uni_config(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id)
 {
-    return ask(desk, BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_PORT_CONFIG, pon_port, onu_id);
+    return ask(fixture, BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_PORT_CONFIG, pon_port, onu_id);
 }
 
-Reply vlan_modes(Desk &desk, uint32_t pon_port, uint32_t onu_id = 0, uint32_t scope = whole_port)
+Reply vlan_modes(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id = 0, uint32_t scope = whole_port)
 {
-    return ask(desk, BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_MODE_SNMP, pon_port, onu_id, scope);
+    return ask(fixture, BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_MODE_SNMP, pon_port, onu_id, scope);
 }
 
-Reply vlan_lists(Desk &desk, uint32_t pon_port, uint32_t onu_id = 0, uint32_t scope = whole_port)
+Reply vlan_lists(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id = 0, uint32_t scope = whole_port)
 {
-    return ask(desk, BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP, pon_port, onu_id, scope);
+    return ask(fixture, BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP, pon_port, onu_id, scope);
 }
 
 // Returns the text in the answer.
@@ -57,9 +58,9 @@ uint64_t sum(const rapidjson::Document &rows, const char *column)
 }
 
 // On this OLT, which usually has one port, ONUs that have not arrived there are bound to these ids.
-struct Bound : Desk {
+struct Bound : ServiceFixture {
     explicit Bound(std::initializer_list<uint8_t> onu_ids, uint32_t ports = 1)
-        : Desk({.seed = 1, .ports = ports, .arrivals = 1, .silent = 0})
+        : ServiceFixture({.seed = 1, .ports = ports, .arrivals = 1, .silent = 0})
     {
         for (uint8_t onu_id : onu_ids)
             send(record_of(BSP_CMD_ONU_BIND, 1, onu_id, stranger(onu_id)));
@@ -190,27 +191,27 @@ TEST(Longest, TheVlansOfTheOltOfAPortAndOfAnOnuStayWithin10240)
 
 TEST(Devices, AnOltWithEveryIdBoundIsShownWhole)
 {
-    Desk desk({.seed = 1, .ports = 16, .arrivals = 0, .silent = 0});
+    ServiceFixture fixture({.seed = 1, .ports = 16, .arrivals = 0, .silent = 0});
     for (uint32_t pon_port = 1; pon_port <= max_ports; ++pon_port)
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-            desk.send(record_of(BSP_CMD_ONU_BIND, pon_port, onu_id,
-                                stranger(static_cast<uint8_t>(onu_id), static_cast<uint8_t>(pon_port))));
-    const rapidjson::Document onus = parse(desk.view(BSP_CMD_VIEW_ONU_CAP_SNMP));
+            fixture.send(record_of(BSP_CMD_ONU_BIND, pon_port, onu_id,
+                                   stranger(static_cast<uint8_t>(onu_id), static_cast<uint8_t>(pon_port))));
+    const rapidjson::Document onus = parse(fixture.view(BSP_CMD_VIEW_ONU_CAP_SNMP));
     const uint64_t unis = sum(onus, "ge_ports") + sum(onus, "fe_ports");
     EXPECT_EQ(onus.Size(), 2048u);
-    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB)).Size(), 2048u);
-    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP)).Size(), unis);
+    EXPECT_EQ(parse(fixture.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB)).Size(), 2048u);
+    EXPECT_EQ(parse(fixture.view(BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP)).Size(), unis);
 
-    const rapidjson::Document ports = parse(vlan_modes(desk, 0).result.value());
+    const rapidjson::Document ports = parse(vlan_modes(fixture, 0).result.value());
     EXPECT_EQ(sum(ports, "transp") + sum(ports, "tag") + sum(ports, "transl") + sum(ports, "trunk"), unis);
-    EXPECT_EQ(parse(vlan_modes(desk, 16).result.value()).Size(), 128u);
-    EXPECT_EQ(parse(vlan_lists(desk, 16).result.value()).Size(), 128u);
+    EXPECT_EQ(parse(vlan_modes(fixture, 16).result.value()).Size(), 128u);
+    EXPECT_EQ(parse(vlan_lists(fixture, 16).result.value()).Size(), 128u);
 }
 
 TEST(Capabilities, AreThoseOfTheDevice)
 {
-    Bound desk{0, 9};
-    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_ONU_CAP_SNMP));
+    Bound fixture{0, 9};
+    const rapidjson::Document rows = parse(fixture.view(BSP_CMD_VIEW_ONU_CAP_SNMP));
     ASSERT_EQ(rows.Size(), 2u);
     const Device device = device_of(1, stranger(9));
     EXPECT_EQ(rows[1]["onu_id"].GetUint(), 9u);
@@ -222,10 +223,10 @@ TEST(Capabilities, AreThoseOfTheDevice)
 
 TEST(UpgradeBaseInfo, SaysWhoIsOnlineAndWithWhatSoftware)
 {
-    Bound desk{9};
-    const Mac mac = desk.simulator.olt().port(1)->arrivals[0].mac;
-    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 3, mac));
-    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 1));
+    Bound fixture{9};
+    const Mac mac = fixture.simulator.olt().port(1)->arrivals[0].mac;
+    fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 3, mac));
+    const rapidjson::Document rows = parse(fixture.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 1));
     ASSERT_EQ(rows.Size(), 2u);
     EXPECT_STREQ(rows[0]["state"].GetString(), "online");
     EXPECT_EQ(rows[0]["software"].GetString(), device_of(1, mac).software);
@@ -234,20 +235,20 @@ TEST(UpgradeBaseInfo, SaysWhoIsOnlineAndWithWhatSoftware)
 
 TEST(UpgradeBaseInfo, IsOfOnePortOrForPort0OfAll)
 {
-    Bound desk({9}, 2);
-    desk.send(record_of(BSP_CMD_ONU_BIND, 2, 1, stranger(100)));
-    EXPECT_EQ(parse(desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 0)).Size(), 2u);
-    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 2));
+    Bound fixture({9}, 2);
+    fixture.send(record_of(BSP_CMD_ONU_BIND, 2, 1, stranger(100)));
+    EXPECT_EQ(parse(fixture.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 0)).Size(), 2u);
+    const rapidjson::Document rows = parse(fixture.view(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 2));
     ASSERT_EQ(rows.Size(), 1u);
     EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(stranger(100)));
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 3)), PON_ERR_NO_PORT);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_VIEW_UPGRADE_BASE_INFO_WEB, 3)), PON_ERR_NO_PORT);
 }
 
 TEST(UniAttributes, LinksOfAnOfflineOnuAreUnknown)
 {
-    Bound desk{9};
-    desk.send(record_of(BSP_CMD_ONU_BIND, 1, 3, desk.simulator.olt().port(1)->arrivals[0].mac));
-    const rapidjson::Document rows = parse(desk.view(BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP));
+    Bound fixture{9};
+    fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 3, fixture.simulator.olt().port(1)->arrivals[0].mac));
+    const rapidjson::Document rows = parse(fixture.view(BSP_CMD_VIEW_UNI_ATTRIBUTE_SNMP));
     ASSERT_GT(rows.Size(), 1u);
     for (const auto &row : rows.GetArray())
         EXPECT_EQ(row["link"].IsNull(), row["onu_id"].GetUint() == 9);
@@ -269,8 +270,8 @@ TEST(UniAttributes, ARowLooksLikeThis)
 
 TEST(OnuConfig, ComesAsATextAndAsAResult)
 {
-    Bound desk{9};
-    const Reply reply = onu_config(desk, 1, 9);
+    Bound fixture{9};
+    const Reply reply = onu_config(fixture, 1, 9);
     EXPECT_EQ(reply.status, BSP_OK);
     EXPECT_EQ(reply.answer.value().size(), sizeof(bsp_pon_msg_ext));
     EXPECT_EQ(answer_text(reply), reply.result);
@@ -279,14 +280,14 @@ TEST(OnuConfig, ComesAsATextAndAsAResult)
 
 TEST(OnuConfig, HasTheLongestBindTextsToo)
 {
-    Desk desk;
+    ServiceFixture fixture;
     bsp_pon_msg record = record_of(BSP_CMD_ONU_BIND, 16, 127, stranger(1));
     record.arg_value = 0xffffffff;
     memset(record.text237, '"', sizeof record.text237 - 1);
     memset(record.text173, '\\', sizeof record.text173 - 1);
     memset(record.text365, '"', sizeof record.text365 - 1);
-    ASSERT_EQ(desk.send(record), BSP_OK);
-    const rapidjson::Document rows = parse(answer_text(onu_config(desk, 16, 127)));
+    ASSERT_EQ(fixture.send(record), BSP_OK);
+    const rapidjson::Document rows = parse(answer_text(onu_config(fixture, 16, 127)));
     ASSERT_EQ(rows.Size(), 1u);
     EXPECT_EQ(rows[0]["text_a"].GetString(), std::string(127, '"'));
     EXPECT_EQ(rows[0]["text_b"].GetString(), std::string(63, '\\'));
@@ -295,10 +296,10 @@ TEST(OnuConfig, HasTheLongestBindTextsToo)
 
 TEST(OnuConfig, OfNoOnuIsAStatusAndATextOfNoRows)
 {
-    Bound desk{9};
+    Bound fixture{9};
     for (const auto &[pon_port, onu_id, status] :
          {std::tuple{2u, 9u, PON_ERR_NO_PORT}, {1u, 128u, PON_ERR_BAD_ONU_ID}, {1u, 8u, PON_ERR_NOT_BOUND}}) {
-        const Reply reply = onu_config(desk, pon_port, onu_id);
+        const Reply reply = onu_config(fixture, pon_port, onu_id);
         EXPECT_EQ(reply.status, status);
         EXPECT_EQ(answer_text(reply), "[]");
         EXPECT_EQ(reply.result, std::nullopt);
@@ -307,10 +308,10 @@ TEST(OnuConfig, OfNoOnuIsAStatusAndATextOfNoRows)
 
 TEST(UniConfigView, HasARowAUniPort)
 {
-    Bound desk{9};
+    Bound fixture{9};
     const Device device = device_of(1, stranger(9));
     const std::vector<UniConfig> configs = default_configs(1, stranger(9), device);
-    const rapidjson::Document rows = parse(uni_config(desk, 1, 9).result.value());
+    const rapidjson::Document rows = parse(uni_config(fixture, 1, 9).result.value());
     ASSERT_EQ(rows.Size(), device.unis.size());
     for (uint32_t index = 0; index < rows.Size(); ++index) {
         EXPECT_EQ(rows[index]["uni"].GetUint(), index + 1);
@@ -333,28 +334,28 @@ TEST(UniConfigView, SpeedAndDuplexAreConfiguredWithoutNegotiationOnly)
 
 TEST(UniConfigView, OfNoOnuIsAStatus)
 {
-    Bound desk{9};
-    EXPECT_EQ(uni_config(desk, 2, 9).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(uni_config(desk, 1, 128).status, PON_ERR_BAD_ONU_ID);
-    EXPECT_EQ(uni_config(desk, 1, 8).status, PON_ERR_NOT_BOUND);
+    Bound fixture{9};
+    EXPECT_EQ(uni_config(fixture, 2, 9).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(uni_config(fixture, 1, 128).status, PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(uni_config(fixture, 1, 8).status, PON_ERR_NOT_BOUND);
 }
 
 TEST(VlanViews, Port0HasARowAPortAlsoOneWithoutOnus)
 {
-    Bound desk({9}, 3);
-    const rapidjson::Document rows = parse(vlan_modes(desk, 0).result.value());
+    Bound fixture({9}, 3);
+    const rapidjson::Document rows = parse(vlan_modes(fixture, 0).result.value());
     ASSERT_EQ(rows.Size(), 3u);
     const rapidjson::Value &first = rows[0];
     EXPECT_EQ(first["transp"].GetUint() + first["tag"].GetUint() + first["transl"].GetUint() + first["trunk"].GetUint(),
               device_of(1, stranger(9)).unis.size());
     EXPECT_TRUE(first["onu_id"].IsNull() && first["uni"].IsNull());
-    EXPECT_EQ(parse(vlan_lists(desk, 0).result.value()).Size(), 3u);
+    EXPECT_EQ(parse(vlan_lists(fixture, 0).result.value()).Size(), 3u);
 }
 
 TEST(VlanViews, APortHasARowAnOnuAlsoForId0)
 {
-    Bound desk{0, 9};
-    for (const Reply &reply : {vlan_modes(desk, 1), vlan_lists(desk, 1)}) {
+    Bound fixture{0, 9};
+    for (const Reply &reply : {vlan_modes(fixture, 1), vlan_lists(fixture, 1)}) {
         const rapidjson::Document rows = parse(reply.result.value());
         ASSERT_EQ(rows.Size(), 2u);
         EXPECT_EQ(rows[0]["onu_id"].GetUint(), 0u);
@@ -365,8 +366,8 @@ TEST(VlanViews, APortHasARowAnOnuAlsoForId0)
 
 TEST(VlanViews, AnOnuHasARowAUniPortAlsoOnId0)
 {
-    Bound desk{0};
-    for (const Reply &reply : {vlan_modes(desk, 1, 0, one_onu), vlan_lists(desk, 1, 0, one_onu)}) {
+    Bound fixture{0};
+    for (const Reply &reply : {vlan_modes(fixture, 1, 0, one_onu), vlan_lists(fixture, 1, 0, one_onu)}) {
         const rapidjson::Document rows = parse(reply.result.value());
         ASSERT_EQ(rows.Size(), device_of(1, stranger(0)).unis.size());
         EXPECT_EQ(rows[0]["uni"].GetUint(), 1u);
@@ -395,12 +396,12 @@ TEST(VlanViews, ListsAreCountedAndShownForAUniPort)
 
 TEST(VlanViews, WhatDoesNotExistIsAStatus)
 {
-    Bound desk{9};
-    EXPECT_EQ(vlan_modes(desk, 2).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(vlan_modes(desk, 0, 9, one_onu).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(vlan_modes(desk, 1, 128, one_onu).status, PON_ERR_BAD_ONU_ID);
-    EXPECT_EQ(vlan_modes(desk, 1, 8, one_onu).status, PON_ERR_NOT_BOUND);
-    EXPECT_EQ(vlan_modes(desk, 1, 9, 2).status, PON_ERR_BAD_RECORD);
+    Bound fixture{9};
+    EXPECT_EQ(vlan_modes(fixture, 2).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(vlan_modes(fixture, 0, 9, one_onu).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(vlan_modes(fixture, 1, 128, one_onu).status, PON_ERR_BAD_ONU_ID);
+    EXPECT_EQ(vlan_modes(fixture, 1, 8, one_onu).status, PON_ERR_NOT_BOUND);
+    EXPECT_EQ(vlan_modes(fixture, 1, 9, 2).status, PON_ERR_BAD_RECORD);
 }
 
 } // namespace

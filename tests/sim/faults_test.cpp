@@ -18,12 +18,12 @@ protected:
     std::string say(const std::string &line)
     {
         try {
-            return control(desk.simulator, clock, line);
+            return control(fixture.simulator, clock, line);
         } catch (const ControlError &error) {
             return error.what();
         }
     }
-    size_t happen(const bsp_pon_msg &record) { return desk.simulator.faults().happen_to(message_of(record)).size(); }
+    size_t happen(const bsp_pon_msg &record) { return fixture.simulator.faults().happen_to(message_of(record)).size(); }
     // Shows to which of so many requests something happens.
     std::string pattern(uint32_t requests)
     {
@@ -33,7 +33,7 @@ protected:
         return text;
     }
 
-    Desk desk;
+    ServiceFixture fixture;
     Clock clock{0, 0};
     const bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1));
     const bsp_pon_msg release = record_of(BSP_CMD_ONU_RELEASE, 1, 5);
@@ -114,9 +114,9 @@ TEST_F(FaultsTest, ACommandOfTheSameCodeOnAnotherChannelIsNotTheOneNamed)
     bsp_onu_msg record = onu_record_of(BSP_CMD_ONU_BIND);
     const Message other = message_of(BSP_MSG_ONU_CFG, record);
     say("fault lost command=BSP_CMD_ONU_BIND");
-    EXPECT_TRUE(desk.simulator.faults().happen_to(other).empty());
+    EXPECT_TRUE(fixture.simulator.faults().happen_to(other).empty());
     say("fault lost command=365");
-    EXPECT_EQ(desk.simulator.faults().happen_to(other).size(), 1u);
+    EXPECT_EQ(fixture.simulator.faults().happen_to(other).size(), 1u);
 }
 
 TEST_F(FaultsTest, OfTwoCommandsOfACodeTheCallTellsWhichOneIsMeant)
@@ -125,9 +125,9 @@ TEST_F(FaultsTest, OfTwoCommandsOfACodeTheCallTellsWhichOneIsMeant)
     const bsp_pon_msg record = record_of(BSP_CMD_ONU_INFO_GET);
     Message message = message_of(record);
     message.call = catalogue::Call::dgram_get;
-    EXPECT_EQ(desk.simulator.faults().happen_to(message).size(), 1u);
+    EXPECT_EQ(fixture.simulator.faults().happen_to(message).size(), 1u);
     message.call = catalogue::Call::get;
-    EXPECT_TRUE(desk.simulator.faults().happen_to(message).empty());
+    EXPECT_TRUE(fixture.simulator.faults().happen_to(message).empty());
 }
 
 TEST_F(FaultsTest, HappenToTheirChannelOnly)
@@ -136,7 +136,7 @@ TEST_F(FaultsTest, HappenToTheirChannelOnly)
     EXPECT_EQ(happen(bind), 0u);
     Message message = message_of(bind);
     message.channel = BSP_MSG_PLAT;
-    EXPECT_EQ(desk.simulator.faults().happen_to(message).size(), 1u);
+    EXPECT_EQ(fixture.simulator.faults().happen_to(message).size(), 1u);
 }
 
 TEST_F(FaultsTest, HappenAfterSomeRequestsAndSoOften)
@@ -163,7 +163,7 @@ TEST_F(FaultsTest, HappenToAShareOfRequestsAndToTheSameOnesEachTime)
     const auto count = std::ranges::count(first, '!');
     EXPECT_GT(count, 250);
     EXPECT_LT(count, 350);
-    Faults again(desk.simulator.settings().seed);
+    Faults again(fixture.simulator.settings().seed);
     again.carry_out(Fault{.kind = FaultKind::lost, .percent = 30});
     std::string second;
     for (int i = 0; i < 1000; ++i)
@@ -205,11 +205,11 @@ TEST_F(FaultsTest, AreNotKept)
 {
     const Folder folder;
     {
-        Desk first({}, folder.file("olt.db"));
+        ServiceFixture first({}, folder.file("olt.db"));
         control(first.simulator, clock, "fault lost");
         EXPECT_EQ(first.simulator.faults().happen_to(message_of(bind)).size(), 1u);
     }
-    Desk next({}, folder.file("olt.db"));
+    ServiceFixture next({}, folder.file("olt.db"));
     EXPECT_TRUE(next.simulator.faults().happen_to(message_of(bind)).empty());
 }
 
@@ -219,8 +219,9 @@ TEST_F(FaultsTest, AnOrderThatComesTooManyIsLogged)
         say("fault lost");
     Change change;
     change.faults.push_back(Fault{.kind = FaultKind::lost});
-    desk.simulator.change(change);
-    EXPECT_EQ(desk.simulator.take_log(), std::vector<std::string>{"fault: 32 are set, and no more can be; clear some"});
+    fixture.simulator.change(change);
+    EXPECT_EQ(fixture.simulator.take_log(),
+              std::vector<std::string>{"fault: 32 are set, and no more can be; clear some"});
 }
 
 FaultCase case_of(FaultKind kind, uint32_t value = 0, uint64_t random = 12345)

@@ -16,68 +16,68 @@ namespace
 
 constexpr uint32_t every_station_has_sent = 10; // s; by then every station has sent
 
-Reply query(Desk &desk, uint32_t command = BSP_CMD_MAC_GET, const FdbFilter &filter = {}, uint32_t from = 0,
-            uint32_t count = 0)
+Reply query(ServiceFixture &fixture, uint32_t command = BSP_CMD_MAC_GET, const FdbFilter &filter = {},
+            uint32_t from = 0, uint32_t count = 0)
 {
-    return ask(desk, PlatRecord(command, 0)
-                         .put(layout::mac_query::from, from)
-                         .put(layout::mac_query::count, count)
-                         .put(layout::mac_query::port, filter.port)
-                         .put(layout::mac_query::llid, filter.llid)
-                         .put(layout::mac_query::uni, filter.uni)
-                         .put(layout::mac_query::vlan, filter.vlan)
-                         .put(layout::mac_query::mac, filter.mac));
+    return ask(fixture, PlatRecord(command, 0)
+                            .put(layout::mac_query::from, from)
+                            .put(layout::mac_query::count, count)
+                            .put(layout::mac_query::port, filter.port)
+                            .put(layout::mac_query::llid, filter.llid)
+                            .put(layout::mac_query::uni, filter.uni)
+                            .put(layout::mac_query::vlan, filter.vlan)
+                            .put(layout::mac_query::mac, filter.mac));
 }
 
 // Returns how many entries there are.
-uint32_t matching(Desk &desk, const FdbFilter &filter = {}, uint32_t command = BSP_CMD_MAC_GET)
+uint32_t matching(ServiceFixture &fixture, const FdbFilter &filter = {}, uint32_t command = BSP_CMD_MAC_GET)
 {
-    const Reply reply = query(desk, command, filter);
+    const Reply reply = query(fixture, command, filter);
     EXPECT_EQ(reply.status, BSP_OK);
     return number_at(reply, layout::mac_count::matching);
 }
 
-uint32_t configure(Desk &desk, const FdbConfig &config)
+uint32_t configure(ServiceFixture &fixture, const FdbConfig &config)
 {
-    return send(desk, PlatRecord(BSP_CMD_FDB_CFG_SET, 0)
-                          .put(layout::fdb_config::ageing, config.ageing)
-                          .put(layout::fdb_config::learning, config.learning)
-                          .put(layout::fdb_config::port_limit, config.port_limit));
+    return send(fixture, PlatRecord(BSP_CMD_FDB_CFG_SET, 0)
+                             .put(layout::fdb_config::ageing, config.ageing)
+                             .put(layout::fdb_config::learning, config.learning)
+                             .put(layout::fdb_config::port_limit, config.port_limit));
 }
 
-uint32_t flush(Desk &desk, uint16_t side, const FdbFilter &filter = {})
+uint32_t flush(ServiceFixture &fixture, uint16_t side, const FdbFilter &filter = {})
 {
-    return send(desk, PlatRecord(BSP_CMD_FDB_FLUSH, 0)
-                          .put(layout::fdb_flush::side, side)
-                          .put(layout::fdb_flush::port, filter.port)
-                          .put(layout::fdb_flush::llid, filter.llid)
-                          .put(layout::fdb_flush::vlan, filter.vlan)
-                          .put(layout::fdb_flush::mac, filter.mac));
+    return send(fixture, PlatRecord(BSP_CMD_FDB_FLUSH, 0)
+                             .put(layout::fdb_flush::side, side)
+                             .put(layout::fdb_flush::port, filter.port)
+                             .put(layout::fdb_flush::llid, filter.llid)
+                             .put(layout::fdb_flush::vlan, filter.vlan)
+                             .put(layout::fdb_flush::mac, filter.mac));
 }
 
-uint32_t behave(Desk &desk, uint32_t llid, Frames frames, uint32_t mac_limit = 0)
+uint32_t behave(ServiceFixture &fixture, uint32_t llid, Frames frames, uint32_t mac_limit = 0)
 {
     PlatRecord request(BSP_CMD_LLID_BEHAVIOR_SET, 1, llid);
     request.record.plat_arg108 = static_cast<uint32_t>(frames);
-    return send(desk, std::move(request).put(layout::llid_behavior::mac_limit, mac_limit));
+    return send(fixture, std::move(request).put(layout::llid_behavior::mac_limit, mac_limit));
 }
 
-void cut_off(Desk &desk, uint32_t pon_port, bool off = true)
+void cut_off(ServiceFixture &fixture, uint32_t pon_port, bool off = true)
 {
     bsp_pon_msg record = record_of(BSP_CMD_OPT_RANGE_SET, pon_port);
     put(record, layout::opt_range::max_distance, off ? 0 : 20000);
-    EXPECT_EQ(desk.send(record), BSP_OK);
+    EXPECT_EQ(fixture.send(record), BSP_OK);
 }
 
 // Returns the entries that the filter selects.
-std::vector<FdbEntry> entries(const Desk &desk, const FdbFilter &filter = {})
+std::vector<FdbEntry> entries(const ServiceFixture &fixture, const FdbFilter &filter = {})
 {
-    return desk.simulator.olt().fdb().entries(filter, desk.simulator.olt().now());
+    return fixture.simulator.olt().fdb().entries(filter, fixture.simulator.olt().now());
 }
 
 // This OLT has two ports with eight ONUs each, all bound from id 1 on.
-struct Bound : Desk {
-    explicit Bound(const std::string &file = {}) : Desk(everyone_online(2, 8), file)
+struct Bound : ServiceFixture {
+    explicit Bound(const std::string &file = {}) : ServiceFixture(everyone_online(2, 8), file)
     {
         for (uint32_t pon_port : {1, 2})
             for (uint32_t index = 0; index < 8; ++index)
@@ -90,12 +90,13 @@ struct Learned : Bound {
     Learned() { let_pass(*this, every_station_has_sent); }
 };
 
-size_t stations_at(const Desk &desk, uint32_t pon_port)
+size_t stations_at(const ServiceFixture &fixture, uint32_t pon_port)
 {
     size_t count = 0;
-    for (const Arrival &arrival : desk.port(pon_port).arrivals)
-        count += stations_behind(desk.simulator.olt().seed(), arrival.mac, desk.simulator.olt().device_of(arrival.mac))
-                     .size();
+    for (const Arrival &arrival : fixture.port(pon_port).arrivals)
+        count +=
+            stations_behind(fixture.simulator.olt().seed(), arrival.mac, fixture.simulator.olt().device_of(arrival.mac))
+                .size();
     return count;
 }
 
@@ -148,79 +149,79 @@ TEST(Stations, SendEvery2To8Seconds)
 
 TEST(Fdb, TheStationsOfOnlineOnusAreLearnedAsTheySend)
 {
-    Bound desk;
-    EXPECT_EQ(matching(desk), 0u);
-    let_pass(desk, 3);
-    const uint32_t some = matching(desk);
-    let_pass(desk, every_station_has_sent);
+    Bound fixture;
+    EXPECT_EQ(matching(fixture), 0u);
+    let_pass(fixture, 3);
+    const uint32_t some = matching(fixture);
+    let_pass(fixture, every_station_has_sent);
     EXPECT_GT(some, 0u);
-    EXPECT_LT(some, matching(desk));
-    EXPECT_EQ(matching(desk), stations_at(desk, 1) + stations_at(desk, 2));
+    EXPECT_LT(some, matching(fixture));
+    EXPECT_EQ(matching(fixture), stations_at(fixture, 1) + stations_at(fixture, 2));
 }
 
 TEST(Fdb, AnOnuThatIsNotBoundOrSilentIsNotHeard)
 {
-    Desk desk({.seed = 1, .ports = 1, .arrivals = 2, .silent = 100});
-    bind_arrived(desk, 1, 1, 0);
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk), 0u);
+    ServiceFixture fixture({.seed = 1, .ports = 1, .arrivals = 2, .silent = 100});
+    bind_arrived(fixture, 1, 1, 0);
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture), 0u);
 }
 
 TEST(Fdb, TheNetworkSideIsAlwaysHeard)
 {
-    Desk desk(everyone_online());
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk, {}, BSP_CMD_MAC_NNI_GET), network_stations(1).size());
-    let_pass(desk, 100000);
-    EXPECT_EQ(matching(desk, {}, BSP_CMD_MAC_NNI_GET), network_stations(1).size());
+    ServiceFixture fixture(everyone_online());
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture, {}, BSP_CMD_MAC_NNI_GET), network_stations(1).size());
+    let_pass(fixture, 100000);
+    EXPECT_EQ(matching(fixture, {}, BSP_CMD_MAC_NNI_GET), network_stations(1).size());
 }
 
 TEST(Fdb, EntriesOfAnOnuThatGoesOfflineAgeOut)
 {
-    Learned desk;
-    const uint32_t before = matching(desk, {.port = 1});
-    cut_off(desk, 1);
-    let_pass(desk, 290);
-    EXPECT_EQ(matching(desk, {.port = 1}), before);
-    let_pass(desk, 10);
-    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
-    EXPECT_EQ(matching(desk, {.port = 2}), stations_at(desk, 2));
+    Learned fixture;
+    const uint32_t before = matching(fixture, {.port = 1});
+    cut_off(fixture, 1);
+    let_pass(fixture, 290);
+    EXPECT_EQ(matching(fixture, {.port = 1}), before);
+    let_pass(fixture, 10);
+    EXPECT_EQ(matching(fixture, {.port = 1}), 0u);
+    EXPECT_EQ(matching(fixture, {.port = 2}), stations_at(fixture, 2));
 }
 
 TEST(Fdb, AReleasedOnusEntriesKeepItsLastId)
 {
-    Learned desk;
-    const uint32_t before = matching(desk, {.port = 1, .llid = to_llid(3)});
-    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 3));
-    let_pass(desk, 100);
-    EXPECT_EQ(matching(desk, {.port = 1, .llid = to_llid(3)}), before);
-    let_pass(desk, 300);
-    EXPECT_EQ(matching(desk, {.port = 1, .llid = to_llid(3)}), 0u);
+    Learned fixture;
+    const uint32_t before = matching(fixture, {.port = 1, .llid = to_llid(3)});
+    fixture.send(record_of(BSP_CMD_ONU_RELEASE, 1, 3));
+    let_pass(fixture, 100);
+    EXPECT_EQ(matching(fixture, {.port = 1, .llid = to_llid(3)}), before);
+    let_pass(fixture, 300);
+    EXPECT_EQ(matching(fixture, {.port = 1, .llid = to_llid(3)}), 0u);
 }
 
 TEST(Fdb, AnEntryThatIsRefreshedInTimeStaysAsItWas)
 {
-    Learned desk;
-    const ModelTime since = entries(desk, {.network = false, .port = 1}).at(0).since;
-    cut_off(desk, 1);
-    let_pass(desk, 200);
-    cut_off(desk, 1, false);
-    let_pass(desk, 1000);
-    const FdbEntry entry = entries(desk, {.network = false, .port = 1}).at(0);
+    Learned fixture;
+    const ModelTime since = entries(fixture, {.network = false, .port = 1}).at(0).since;
+    cut_off(fixture, 1);
+    let_pass(fixture, 200);
+    cut_off(fixture, 1, false);
+    let_pass(fixture, 1000);
+    const FdbEntry entry = entries(fixture, {.network = false, .port = 1}).at(0);
     EXPECT_EQ(entry.since, since);
-    EXPECT_LE(desk.simulator.olt().now() - entry.seen, longest_silence);
+    EXPECT_LE(fixture.simulator.olt().now() - entry.seen, longest_silence);
 }
 
 TEST(Fdb, AnEntryThatAgedOutIsLearnedAnew)
 {
-    Learned desk;
-    const ModelTime since = entries(desk, {.network = false, .port = 1}).at(0).since;
-    cut_off(desk, 1);
-    let_pass(desk, 1000);
-    cut_off(desk, 1, false);
-    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
-    let_pass(desk, every_station_has_sent);
-    EXPECT_GT(entries(desk, {.network = false, .port = 1}).at(0).since, since);
+    Learned fixture;
+    const ModelTime since = entries(fixture, {.network = false, .port = 1}).at(0).since;
+    cut_off(fixture, 1);
+    let_pass(fixture, 1000);
+    cut_off(fixture, 1, false);
+    EXPECT_EQ(matching(fixture, {.port = 1}), 0u);
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_GT(entries(fixture, {.network = false, .port = 1}).at(0).since, since);
 }
 
 TEST(Fdb, HowItIsLookedAtDoesNotMatter)
@@ -239,94 +240,95 @@ TEST(Fdb, HowItIsLookedAtDoesNotMatter)
 
 TEST(Fdb, TheAgeingTimeIsConfigured)
 {
-    Learned desk;
-    EXPECT_EQ(configure(desk, {.ageing = 20}), BSP_OK);
-    cut_off(desk, 1);
-    let_pass(desk, 20);
-    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
-    EXPECT_EQ(configure(desk, {.ageing = 0}), BSP_OK);
-    cut_off(desk, 2);
-    let_pass(desk, 2000000);
-    EXPECT_EQ(matching(desk, {.port = 2}), stations_at(desk, 2));
+    Learned fixture;
+    EXPECT_EQ(configure(fixture, {.ageing = 20}), BSP_OK);
+    cut_off(fixture, 1);
+    let_pass(fixture, 20);
+    EXPECT_EQ(matching(fixture, {.port = 1}), 0u);
+    EXPECT_EQ(configure(fixture, {.ageing = 0}), BSP_OK);
+    cut_off(fixture, 2);
+    let_pass(fixture, 2000000);
+    EXPECT_EQ(matching(fixture, {.port = 2}), stations_at(fixture, 2));
 }
 
 TEST(Fdb, TheAgeingIsTold)
 {
-    Learned desk;
-    configure(desk, {.ageing = 77});
-    const Reply reply = ask(desk, PlatRecord(BSP_CMD_MAC_AGE_GET, 0));
+    Learned fixture;
+    configure(fixture, {.ageing = 77});
+    const Reply reply = ask(fixture, PlatRecord(BSP_CMD_MAC_AGE_GET, 0));
     EXPECT_EQ(number_at(reply, layout::At<uint32_t>{120}), 77u);
-    EXPECT_EQ(number_at(reply, layout::At<uint32_t>{112}), matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET));
+    EXPECT_EQ(number_at(reply, layout::At<uint32_t>{112}),
+              matching(fixture) + matching(fixture, {}, BSP_CMD_MAC_NNI_GET));
 }
 
 TEST(Fdb, WithoutLearningNothingIsLearnedAndEverythingAges)
 {
-    Learned desk;
-    const uint32_t before = matching(desk);
-    EXPECT_EQ(configure(desk, {.learning = 0}), BSP_OK);
-    EXPECT_EQ(matching(desk), before);
-    let_pass(desk, 300);
-    EXPECT_EQ(matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET), 0u);
-    configure(desk, {});
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk), before);
+    Learned fixture;
+    const uint32_t before = matching(fixture);
+    EXPECT_EQ(configure(fixture, {.learning = 0}), BSP_OK);
+    EXPECT_EQ(matching(fixture), before);
+    let_pass(fixture, 300);
+    EXPECT_EQ(matching(fixture) + matching(fixture, {}, BSP_CMD_MAC_NNI_GET), 0u);
+    configure(fixture, {});
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture), before);
 }
 
 TEST(Fdb, APortHasNoMoreThanItsLimit)
 {
-    Learned desk;
-    EXPECT_EQ(configure(desk, {.port_limit = 5}), BSP_OK);
-    EXPECT_EQ(matching(desk, {.port = 1}), 5u);
-    EXPECT_EQ(matching(desk), 10u);
+    Learned fixture;
+    EXPECT_EQ(configure(fixture, {.port_limit = 5}), BSP_OK);
+    EXPECT_EQ(matching(fixture, {.port = 1}), 5u);
+    EXPECT_EQ(matching(fixture), 10u);
 }
 
 TEST(Fdb, ThoseThatWereLearnedFirstStayWithinTheLimit)
 {
-    Learned desk;
-    std::vector<FdbEntry> all = entries(desk, {.network = false, .port = 1});
+    Learned fixture;
+    std::vector<FdbEntry> all = entries(fixture, {.network = false, .port = 1});
     std::ranges::sort(all, {}, &FdbEntry::since);
-    configure(desk, {.port_limit = 1});
-    EXPECT_EQ(entries(desk, {.network = false, .port = 1}).at(0).since, all.front().since);
+    configure(fixture, {.port_limit = 1});
+    EXPECT_EQ(entries(fixture, {.network = false, .port = 1}).at(0).since, all.front().since);
 }
 
 TEST(Fdb, AConfigurationHasToMakeSense)
 {
-    Desk desk(everyone_online());
+    ServiceFixture fixture(everyone_online());
     for (const FdbConfig &bad : {FdbConfig{.ageing = 9}, FdbConfig{.ageing = 1000001}, FdbConfig{.learning = 2}})
-        EXPECT_EQ(configure(desk, bad), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(configure(desk, {.ageing = 10}), BSP_OK);
-    EXPECT_EQ(configure(desk, {.ageing = 1000000}), BSP_OK);
+        EXPECT_EQ(configure(fixture, bad), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(configure(fixture, {.ageing = 10}), BSP_OK);
+    EXPECT_EQ(configure(fixture, {.ageing = 1000000}), BSP_OK);
 }
 
 TEST(Fdb, FlushedEntriesComeBackWhenTheirStationsSend)
 {
-    Learned desk;
-    const uint32_t before = matching(desk);
-    EXPECT_EQ(flush(desk, 0), BSP_OK);
-    EXPECT_EQ(matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET), 0u);
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk), before);
+    Learned fixture;
+    const uint32_t before = matching(fixture);
+    EXPECT_EQ(flush(fixture, 0), BSP_OK);
+    EXPECT_EQ(matching(fixture) + matching(fixture, {}, BSP_CMD_MAC_NNI_GET), 0u);
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture), before);
 }
 
 TEST(Fdb, FlushedEntriesOfAnOfflineOnuStayAway)
 {
-    Learned desk;
-    cut_off(desk, 1);
-    flush(desk, 1);
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
-    EXPECT_EQ(matching(desk, {.port = 2}), stations_at(desk, 2));
+    Learned fixture;
+    cut_off(fixture, 1);
+    flush(fixture, 1);
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture, {.port = 1}), 0u);
+    EXPECT_EQ(matching(fixture, {.port = 2}), stations_at(fixture, 2));
 }
 
 TEST(Fdb, AFlushForgetsWhatItsFilterHoldsForAndNothingElse)
 {
     const auto left_after = [](uint16_t side, const FdbFilter &filter) {
-        Learned desk;
-        EXPECT_EQ(flush(desk, side, filter), BSP_OK);
-        return entries(desk).size();
+        Learned fixture;
+        EXPECT_EQ(flush(fixture, side, filter), BSP_OK);
+        return entries(fixture).size();
     };
-    Learned desk;
-    const std::vector<FdbEntry> all = entries(desk);
+    Learned fixture;
+    const std::vector<FdbEntry> all = entries(fixture);
     const auto without = [&](auto matches) {
         return all.size() - static_cast<size_t>(std::ranges::count_if(all, matches));
     };
@@ -345,134 +347,134 @@ TEST(Fdb, AFlushForgetsWhatItsFilterHoldsForAndNothingElse)
 
 TEST(Fdb, AFlushReachesWhatALimitHides)
 {
-    Learned desk;
-    configure(desk, {.port_limit = 1});
-    flush(desk, 1);
-    EXPECT_EQ(matching(desk), 0u);
+    Learned fixture;
+    configure(fixture, {.port_limit = 1});
+    flush(fixture, 1);
+    EXPECT_EQ(matching(fixture), 0u);
 }
 
 TEST(Fdb, AFilterHasToMakeSense)
 {
-    Desk desk(everyone_online());
-    EXPECT_EQ(flush(desk, 3), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(flush(desk, 0, {.port = 1}), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(flush(desk, 1, {.port = 3}), PON_ERR_NO_PORT);
-    EXPECT_EQ(flush(desk, 2, {.port = 5}), PON_ERR_NO_PORT);
-    EXPECT_EQ(flush(desk, 2, {.llid = 1}), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(flush(desk, 1, {.llid = 129}), PON_ERR_BAD_LLID);
-    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {.port = 3}).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(query(desk, BSP_CMD_MAC_NNI_GET, {.uni = 1}).status, PON_ERR_BAD_RECORD);
-    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {}, 0, 101).status, PON_ERR_BAD_RECORD);
+    ServiceFixture fixture(everyone_online());
+    EXPECT_EQ(flush(fixture, 3), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(flush(fixture, 0, {.port = 1}), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(flush(fixture, 1, {.port = 3}), PON_ERR_NO_PORT);
+    EXPECT_EQ(flush(fixture, 2, {.port = 5}), PON_ERR_NO_PORT);
+    EXPECT_EQ(flush(fixture, 2, {.llid = 1}), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(flush(fixture, 1, {.llid = 129}), PON_ERR_BAD_LLID);
+    EXPECT_EQ(query(fixture, BSP_CMD_MAC_GET, {.port = 3}).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(query(fixture, BSP_CMD_MAC_NNI_GET, {.uni = 1}).status, PON_ERR_BAD_RECORD);
+    EXPECT_EQ(query(fixture, BSP_CMD_MAC_GET, {}, 0, 101).status, PON_ERR_BAD_RECORD);
 }
 
 TEST(Fdb, IsForgottenByARestartButItsConfigurationIsNot)
 {
     Folder folder;
     {
-        Bound desk(folder.file("olt.db"));
-        configure(desk, {.ageing = 30, .port_limit = 2});
-        let_pass(desk, every_station_has_sent);
-        EXPECT_EQ(matching(desk), 4u);
-        desk.simulator.keep_time();
+        Bound fixture(folder.file("olt.db"));
+        configure(fixture, {.ageing = 30, .port_limit = 2});
+        let_pass(fixture, every_station_has_sent);
+        EXPECT_EQ(matching(fixture), 4u);
+        fixture.simulator.keep_time();
     }
-    Desk desk({}, folder.file("olt.db"));
-    EXPECT_EQ(matching(desk) + matching(desk, {}, BSP_CMD_MAC_NNI_GET), 0u);
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk), 4u);
-    cut_off(desk, 1);
-    let_pass(desk, 30);
-    EXPECT_EQ(matching(desk, {.port = 1}), 0u);
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    EXPECT_EQ(matching(fixture) + matching(fixture, {}, BSP_CMD_MAC_NNI_GET), 0u);
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture), 4u);
+    cut_off(fixture, 1);
+    let_pass(fixture, 30);
+    EXPECT_EQ(matching(fixture, {.port = 1}), 0u);
 }
 
 TEST(LlidBehavior, LimitsWhatIsLearnedFromALink)
 {
-    Learned desk;
-    ASSERT_GT(matching(desk, {.port = 1, .llid = 2}), 1u);
-    EXPECT_EQ(behave(desk, 2, Frames::learned, 1), BSP_OK);
-    EXPECT_EQ(matching(desk, {.port = 1, .llid = 2}), 1u);
-    EXPECT_EQ(behave(desk, 2, Frames::learned, 0), BSP_OK);
-    EXPECT_GT(matching(desk, {.port = 1, .llid = 2}), 1u);
+    Learned fixture;
+    ASSERT_GT(matching(fixture, {.port = 1, .llid = 2}), 1u);
+    EXPECT_EQ(behave(fixture, 2, Frames::learned, 1), BSP_OK);
+    EXPECT_EQ(matching(fixture, {.port = 1, .llid = 2}), 1u);
+    EXPECT_EQ(behave(fixture, 2, Frames::learned, 0), BSP_OK);
+    EXPECT_GT(matching(fixture, {.port = 1, .llid = 2}), 1u);
 }
 
 TEST(LlidBehavior, OfALinkThatIsNotLearnedFromOrDroppedEntriesAge)
 {
     for (Frames frames : {Frames::forwarded, Frames::dropped}) {
-        Learned desk;
-        EXPECT_EQ(behave(desk, 2, frames), BSP_OK);
-        EXPECT_GT(matching(desk, {.port = 1, .llid = 2}), 0u);
-        let_pass(desk, 300);
-        EXPECT_EQ(matching(desk, {.port = 1, .llid = 2}), 0u);
+        Learned fixture;
+        EXPECT_EQ(behave(fixture, 2, frames), BSP_OK);
+        EXPECT_GT(matching(fixture, {.port = 1, .llid = 2}), 0u);
+        let_pass(fixture, 300);
+        EXPECT_EQ(matching(fixture, {.port = 1, .llid = 2}), 0u);
     }
 }
 
 TEST(LlidBehavior, IsOfTheLinkNotOfTheOnu)
 {
-    Learned desk;
-    behave(desk, 2, Frames::dropped);
-    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 1));
-    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 2));
-    bind_arrived(desk, 1, 2, 0);
-    let_pass(desk, 300);
-    EXPECT_GT(matching(desk, {.port = 1, .llid = 3}), 0u);
-    EXPECT_EQ(llid_behavior(desk.simulator.olt(), 1, 2).frames, Frames::dropped);
+    Learned fixture;
+    behave(fixture, 2, Frames::dropped);
+    fixture.send(record_of(BSP_CMD_ONU_RELEASE, 1, 1));
+    fixture.send(record_of(BSP_CMD_ONU_RELEASE, 1, 2));
+    bind_arrived(fixture, 1, 2, 0);
+    let_pass(fixture, 300);
+    EXPECT_GT(matching(fixture, {.port = 1, .llid = 3}), 0u);
+    EXPECT_EQ(llid_behavior(fixture.simulator.olt(), 1, 2).frames, Frames::dropped);
 }
 
 TEST(LlidBehavior, HasToMakeSense)
 {
-    Desk desk(everyone_online());
-    EXPECT_EQ(behave(desk, 0, Frames::learned), PON_ERR_BAD_LLID);
-    EXPECT_EQ(behave(desk, 129, Frames::learned), PON_ERR_BAD_LLID);
-    EXPECT_EQ(behave(desk, 128, Frames::learned), BSP_OK);
-    EXPECT_EQ(behave(desk, 1, Frames{3}), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 3, 1)), PON_ERR_NO_PORT);
+    ServiceFixture fixture(everyone_online());
+    EXPECT_EQ(behave(fixture, 0, Frames::learned), PON_ERR_BAD_LLID);
+    EXPECT_EQ(behave(fixture, 129, Frames::learned), PON_ERR_BAD_LLID);
+    EXPECT_EQ(behave(fixture, 128, Frames::learned), BSP_OK);
+    EXPECT_EQ(behave(fixture, 1, Frames{3}), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 3, 1)), PON_ERR_NO_PORT);
     for (const auto at : {layout::llid_behavior::broadcast_rate, layout::llid_behavior::multicast_rate,
                           layout::llid_behavior::unknown_rate})
-        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(at, 1000001)), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(at, 1000001)), PON_ERR_BAD_RECORD);
     for (const auto at : {layout::llid_behavior::over_limit, layout::llid_behavior::isolated})
-        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(at, 2)), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_LLID_BEHAVIOR_SET, 1, 1).put(at, 2)), PON_ERR_BAD_RECORD);
 }
 
 TEST(LlidBehavior, SurvivesARestart)
 {
     Folder folder;
     {
-        Bound desk(folder.file("olt.db"));
-        behave(desk, 2, Frames::learned, 1);
-        behave(desk, 3, Frames::dropped);
+        Bound fixture(folder.file("olt.db"));
+        behave(fixture, 2, Frames::learned, 1);
+        behave(fixture, 3, Frames::dropped);
     }
-    Desk desk({}, folder.file("olt.db"));
-    let_pass(desk, every_station_has_sent);
-    EXPECT_EQ(matching(desk, {.port = 1, .llid = 2}), 1u);
-    EXPECT_EQ(matching(desk, {.port = 1, .llid = 3}), 0u);
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    let_pass(fixture, every_station_has_sent);
+    EXPECT_EQ(matching(fixture, {.port = 1, .llid = 2}), 1u);
+    EXPECT_EQ(matching(fixture, {.port = 1, .llid = 3}), 0u);
 }
 
 TEST(MacTable, ShowsWhereAStationIs)
 {
-    Learned desk;
-    const FdbEntry entry = entries(desk).front();
-    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {.mac = entry.mac}).result,
+    Learned fixture;
+    const FdbEntry entry = entries(fixture).front();
+    EXPECT_EQ(query(fixture, BSP_CMD_MAC_GET, {.mac = entry.mac}).result,
               R"([{"pon_port":1,"onu_id":)" + std::to_string(*entry.onu_id) + R"(,"uni":)" + std::to_string(entry.uni) +
                   R"(,"vlan":)" + std::to_string(entry.vlan) + R"(,"mac":")" + text::mac_text(entry.mac) +
-                  R"(","age":)" + std::to_string((desk.simulator.olt().now() - entry.seen) / 1000) + "}]");
+                  R"(","age":)" + std::to_string((fixture.simulator.olt().now() - entry.seen) / 1000) + "}]");
 }
 
 TEST(MacTable, IsPagedByFromAndCount)
 {
-    Learned desk;
-    const rapidjson::Document all = parse(query(desk).result.value());
-    const Reply page = query(desk, BSP_CMD_MAC_GET, {}, 3, 2);
+    Learned fixture;
+    const rapidjson::Document all = parse(query(fixture).result.value());
+    const Reply page = query(fixture, BSP_CMD_MAC_GET, {}, 3, 2);
     const rapidjson::Document rows = parse(page.result.value());
     ASSERT_EQ(rows.Size(), 2u);
     EXPECT_EQ(rows[0], all[3]);
     EXPECT_EQ(rows[1], all[4]);
     EXPECT_EQ(number_at(page, layout::mac_count::matching), all.Size());
-    EXPECT_EQ(query(desk, BSP_CMD_MAC_GET, {}, 0xffffffff, 2).result, "[]");
+    EXPECT_EQ(query(fixture, BSP_CMD_MAC_GET, {}, 0xffffffff, 2).result, "[]");
 }
 
 TEST(MacTable, OfTheNetworkSideNamesUplinks)
 {
-    Learned desk;
-    const rapidjson::Document rows = parse(query(desk, BSP_CMD_MAC_NNI_GET).result.value());
+    Learned fixture;
+    const rapidjson::Document rows = parse(query(fixture, BSP_CMD_MAC_NNI_GET).result.value());
     ASSERT_EQ(rows.Size(), network_stations(1).size());
     for (const auto &row : rows.GetArray()) {
         EXPECT_GE(row["uplink"].GetUint(), 1u);

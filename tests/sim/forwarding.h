@@ -10,14 +10,14 @@ namespace ponsim
 
 inline constexpr size_t platform_result = 10240; // bytes; the longest result on the platform channel
 
-inline Reply ask(Desk &desk, const PlatRecord &request, uint32_t channel = BSP_MSG_PLAT)
+inline Reply ask(ServiceFixture &fixture, const PlatRecord &request, uint32_t channel = BSP_MSG_PLAT)
 {
-    return PlatAnswer(desk, channel, request).reply;
+    return PlatAnswer(fixture, channel, request).reply;
 }
 
-inline uint32_t send(Desk &desk, const PlatRecord &request)
+inline uint32_t send(ServiceFixture &fixture, const PlatRecord &request)
 {
-    return ask(desk, request).status;
+    return ask(fixture, request).status;
 }
 
 // Returns a number in an answer.
@@ -34,15 +34,16 @@ inline WantedSettings everyone_online(uint32_t ports = 2, uint32_t arrivals = 4)
 }
 
 // Binds the n-th ONU that has arrived at the port.
-inline void bind_arrived(Desk &desk, uint32_t pon_port, uint32_t onu_id, size_t index)
+inline void bind_arrived(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id, size_t index)
 {
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, pon_port, onu_id, desk.port(pon_port).arrivals.at(index).mac)),
-              BSP_OK);
+    EXPECT_EQ(
+        fixture.send(record_of(BSP_CMD_ONU_BIND, pon_port, onu_id, fixture.port(pon_port).arrivals.at(index).mac)),
+        BSP_OK);
 }
 
-inline void let_pass(Desk &desk, uint32_t seconds)
+inline void let_pass(ServiceFixture &fixture, uint32_t seconds)
 {
-    desk.simulator.advance(desk.simulator.olt().now() + seconds * ms_per_second);
+    fixture.simulator.advance(fixture.simulator.olt().now() + seconds * ms_per_second);
 }
 
 } // namespace ponsim

@@ -90,105 +90,105 @@ std::shared_ptr<const OltScenario> golden_scenario()
     return std::make_shared<const OltScenario>(read_scenario(scenario_text, "golden.toml").olts.at(0));
 }
 
-uint32_t tell_onu(Desk &desk, uint32_t channel, uint32_t command, uint32_t uni, const std::string &bytes)
+uint32_t tell_onu(ServiceFixture &fixture, uint32_t channel, uint32_t command, uint32_t uni, const std::string &bytes)
 {
     bsp_onu_msg record = onu_record_of(command, 1, 1);
     record.onu_uni_port = static_cast<uint8_t>(uni);
     bytes.copy(reinterpret_cast<char *>(record.onu_data), bytes.size());
     Message message = message_of(channel, record);
     message.call = catalogue::Call::set;
-    return desk.simulator.handle(message).status;
+    return fixture.simulator.handle(message).status;
 }
 
-uint32_t order_loops(Desk &desk, uint32_t command, uint32_t argument)
+uint32_t order_loops(ServiceFixture &fixture, uint32_t command, uint32_t argument)
 {
     bsp_pon_msg_ext record{};
     record.cmd = command;
     record.ext_arg = argument;
-    return desk.simulator.handle({BSP_MSG_LOOP_DETECT, &record, sizeof record}).status;
+    return fixture.simulator.handle({BSP_MSG_LOOP_DETECT, &record, sizeof record}).status;
 }
 
-void authenticate(Desk &desk)
+void authenticate(ServiceFixture &fixture)
 {
     bsp_pon_msg auth = record_of(BSP_CMD_AUTH_SET, 2);
     auth.arg_word12 = 3; // by MAC address, or by LOID
     strcpy(auth.text45, "a loid");
     strcpy(auth.text109, "secret");
-    EXPECT_EQ(desk.send(auth), BSP_OK);
+    EXPECT_EQ(fixture.send(auth), BSP_OK);
     bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 2);
     put(limits, layout::opt_range::min_distance, 0);
     put(limits, layout::opt_range::max_distance, 18000);
-    EXPECT_EQ(desk.send(limits), BSP_OK);
+    EXPECT_EQ(fixture.send(limits), BSP_OK);
 }
 
-void admit(Desk &desk)
+void admit(ServiceFixture &fixture)
 {
-    bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 2, 5, desk.port(2).arrivals.at(0).mac);
+    bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 2, 5, fixture.port(2).arrivals.at(0).mac);
     bind.arg_value = 0xfffffffe;
     strcpy(bind.text237, "über \"alles\"");
     strcpy(bind.text173, "b");
     strcpy(bind.text365, "c");
-    EXPECT_EQ(desk.send(bind), BSP_OK);
+    EXPECT_EQ(fixture.send(bind), BSP_OK);
     bsp_pon_msg description = record_of(BSP_CMD_ONU_DESCRIPTION_SET, 2, 5);
     strcpy(description.text237, "Träger");
-    EXPECT_EQ(desk.send(description), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 2, 0, desk.port(2).arrivals.at(1).mac)), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 2, 0, stranger(9))), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_CONFIRM, 2, 0, desk.port(2).arrivals.at(2).mac)), BSP_OK);
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_P2P_STATE_SET, 0)
-                             .put(layout::p2p_switch::port, 2u)
-                             .put(layout::p2p_switch::onu, 5u)
-                             .put(layout::p2p_switch::on, 0u)),
+    EXPECT_EQ(fixture.send(description), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 2, 0, fixture.port(2).arrivals.at(1).mac)), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 2, 0, stranger(9))), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_CONFIRM, 2, 0, fixture.port(2).arrivals.at(2).mac)), BSP_OK);
+    EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_P2P_STATE_SET, 0)
+                                .put(layout::p2p_switch::port, 2u)
+                                .put(layout::p2p_switch::onu, 5u)
+                                .put(layout::p2p_switch::on, 0u)),
               BSP_OK);
 }
 
-void configure(ProfileDesk &desk)
+void configure(ProfileFixture &fixture)
 {
-    EXPECT_EQ(tell_onu(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, 2, std::string(4, '\0')), BSP_OK);
-    EXPECT_EQ(tell_onu(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_SWITCH_SET, 0, std::string(1, '\1')), BSP_OK);
-    EXPECT_EQ(desk.keep(16, "gold", gold_line), BSP_OK);
-    EXPECT_EQ(desk.keep(32, "gold", with_id(gold_sla, 9)), BSP_OK);
-    EXPECT_EQ(desk.keep(48, "cold", cold_alarm), BSP_OK);
-    EXPECT_EQ(add_type(desk, "acme", "ACME", "X4", "9.9", 300 * 1024, "x4.bin"), BSP_OK);
-    EXPECT_EQ(bind_to_port(desk, 1, "acme"), BSP_OK);
-    EXPECT_EQ(bind_to_onus(desk, 1, ids({3}), "acme"), BSP_OK);
-    EXPECT_EQ(upgrade_one(desk, 1, 3), BSP_OK);
-    EXPECT_EQ(order_loops(desk, BSP_CMD_LOOP_STATE_SET, 1), BSP_OK);
+    EXPECT_EQ(tell_onu(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, 2, std::string(4, '\0')), BSP_OK);
+    EXPECT_EQ(tell_onu(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_SWITCH_SET, 0, std::string(1, '\1')), BSP_OK);
+    EXPECT_EQ(fixture.keep(16, "gold", gold_line), BSP_OK);
+    EXPECT_EQ(fixture.keep(32, "gold", with_id(gold_sla, 9)), BSP_OK);
+    EXPECT_EQ(fixture.keep(48, "cold", cold_alarm), BSP_OK);
+    EXPECT_EQ(add_type(fixture, "acme", "ACME", "X4", "9.9", 300 * 1024, "x4.bin"), BSP_OK);
+    EXPECT_EQ(bind_to_port(fixture, 1, "acme"), BSP_OK);
+    EXPECT_EQ(bind_to_onus(fixture, 1, ids({3}), "acme"), BSP_OK);
+    EXPECT_EQ(upgrade_one(fixture, 1, 3), BSP_OK);
+    EXPECT_EQ(order_loops(fixture, BSP_CMD_LOOP_STATE_SET, 1), BSP_OK);
 }
 
 // Changes something different of the module in each cage: light that counts as lost, measurements, memory, and age.
-void use_modules(Desk &desk)
+void use_modules(ServiceFixture &fixture)
 {
-    EXPECT_EQ(set_lol(desk, 1, 1, -3100), BSP_OK);
-    EXPECT_EQ(i2c_write(desk, 2, 0xa2, 128, {1, 2, 3}), BSP_OK);
-    EXPECT_EQ(trigger(desk, 1, 1, 4, 100), BSP_OK);
-    EXPECT_EQ(set_lao(desk, 2, 1), BSP_OK);
-    control_line(desk, "age 2 100000");
-    control_line(desk, "age 3 1234");
+    EXPECT_EQ(set_lol(fixture, 1, 1, -3100), BSP_OK);
+    EXPECT_EQ(i2c_write(fixture, 2, 0xa2, 128, {1, 2, 3}), BSP_OK);
+    EXPECT_EQ(trigger(fixture, 1, 1, 4, 100), BSP_OK);
+    EXPECT_EQ(set_lao(fixture, 2, 1), BSP_OK);
+    control_line(fixture, "age 2 100000");
+    control_line(fixture, "age 3 1234");
 }
 
-void tell_story(ProfileDesk &desk)
+void tell_story(ProfileFixture &fixture)
 {
-    pass(desk, 10 * second);
-    authenticate(desk);
-    admit(desk);
-    configure(desk);
-    use_modules(desk);
-    control_line(desk, "loop 1 home-1 1 on");
-    control_line(desk, "loop 1 home-2 3 on");
-    control_line(desk, "load 1 home-4 up 250");
-    control_line(desk, "flood 1 home-4 17");
-    control_line(desk, "age-onu 1 home-5 2000");
-    pass(desk, 3600 * second);
-    control_line(desk, "power 1 home-5 off");
-    control_line(desk, "power 1 home-5 on");
-    EXPECT_EQ(trigger(desk, 1, 2, 10, 1000), BSP_OK);
-    pass(desk, second);
+    pass(fixture, 10 * second);
+    authenticate(fixture);
+    admit(fixture);
+    configure(fixture);
+    use_modules(fixture);
+    control_line(fixture, "loop 1 home-1 1 on");
+    control_line(fixture, "loop 1 home-2 3 on");
+    control_line(fixture, "load 1 home-4 up 250");
+    control_line(fixture, "flood 1 home-4 17");
+    control_line(fixture, "age-onu 1 home-5 2000");
+    pass(fixture, 3600 * second);
+    control_line(fixture, "power 1 home-5 off");
+    control_line(fixture, "power 1 home-5 on");
+    EXPECT_EQ(trigger(fixture, 1, 2, 10, 1000), BSP_OK);
+    pass(fixture, second);
 }
 
-std::string configuration_of(const Desk &desk)
+std::string configuration_of(const ServiceFixture &fixture)
 {
-    return write_configuration(desk.simulator.settings(), desk.store.rows());
+    return write_configuration(fixture.simulator.settings(), fixture.store.rows());
 }
 
 // Compares the text with the file. With WRITE_GOLDEN in the environment, it first writes the text to the file.
@@ -223,10 +223,10 @@ TEST(Golden, TheStoryLeavesTheGoldenState)
     const std::string file = folder.file("olt.db");
     std::string configuration;
     {
-        ProfileDesk desk({}, file, false, golden_scenario());
-        tell_story(desk);
-        desk.simulator.keep_time();
-        configuration = configuration_of(desk);
+        ProfileFixture fixture({}, file, false, golden_scenario());
+        tell_story(fixture);
+        fixture.simulator.keep_time();
+        configuration = configuration_of(fixture);
     }
     Database database(file);
     expect_golden(database.dump(), of_version(Store::version(), ".sql"));
@@ -242,8 +242,8 @@ TEST(Golden, EachStateIsReadAndGivesItsConfiguration)
     for (const auto &[version, state] : states) {
         const Folder folder;
         restore(GOLDEN "/" + state, folder.file("olt.db"));
-        const Desk desk({}, folder.file("olt.db"));
-        expect_golden(configuration_of(desk), of_version(version, ".jsonl"));
+        const ServiceFixture fixture({}, folder.file("olt.db"));
+        expect_golden(configuration_of(fixture), of_version(version, ".jsonl"));
     }
 }
 
@@ -252,7 +252,7 @@ TEST(Golden, EachStateHasTheTablesOfANewOneThen)
     const Folder folder;
     const auto schema_of = [](const std::string &file) {
         {
-            const Desk desk({}, file);
+            const ServiceFixture fixture({}, file);
         }
         return Database(file).schema();
     };
@@ -270,8 +270,8 @@ TEST(Golden, EachConfigurationIsReadAndWrittenAgain)
         const std::string text = content_of(GOLDEN "/" + of_version(version, ".jsonl"));
         const Configuration configuration = read_configuration(text, settings);
         EXPECT_EQ(write_configuration(settings, configuration.rows), text);
-        Desk desk(settings, configuration.change);
-        EXPECT_EQ(configuration_of(desk), text);
+        ServiceFixture fixture(settings, configuration.change);
+        EXPECT_EQ(configuration_of(fixture), text);
     }
 }
 

@@ -14,8 +14,8 @@ namespace
 {
 
 // Port 1 of this OLT has eight ONUs, bound to ids 1 to 8.
-struct Field : Desk {
-    explicit Field(const std::string &file = {}) : Desk(lively(), file)
+struct Field : ServiceFixture {
+    explicit Field(const std::string &file = {}) : ServiceFixture(lively(), file)
     {
         if (port(1).bindings[1]) return;
         for (uint32_t index = 0; index < onus; ++index)
@@ -300,7 +300,7 @@ TEST(Rogue, BlindsThePortUntilItWorksAsItShould)
         EXPECT_EQ(field.alarms(index, Alarm::los), 1u) << index;
     pass(field, 24 * hours);
     EXPECT_EQ(field.online(), 0u);
-    EXPECT_EQ(field.alarms_of(port_itself, Alarm::rogue), 1u) << "it is told once";
+    EXPECT_EQ(field.alarms_of(port_itself, Alarm::rogue), 1u) << "it is reported once";
     field.order("rogue 1 " + mac + " off");
     pass(field, registering);
     EXPECT_EQ(field.online(), Field::onus);

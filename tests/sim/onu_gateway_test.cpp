@@ -17,8 +17,9 @@ constexpr size_t small_result = 10240;
 constexpr uint32_t gateway = 1, bridge = 2, absent = 3; // ids of ONUs
 
 // Port 1 of this OLT has an ONU that is a gateway, one that is not, and one that has not arrived.
-struct Home : Desk {
-    explicit Home(const std::string &file = {}) : Desk({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
+struct Home : ServiceFixture {
+    explicit Home(const std::string &file = {})
+        : ServiceFixture({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
     {
         for (const Arrival &arrival : port(1).arrivals)
             bind(device_of(1, arrival.mac).type->pots_ports > 0 ? gateway : bridge, arrival.mac);
@@ -444,7 +445,7 @@ TEST(OnuGatewayTables, AreOfOnePort)
     for (uint32_t command : {BSP_CMD_VIEW_ONU_WLAN_TABLE, BSP_CMD_VIEW_ONU_WAN_TABLE, BSP_CMD_VIEW_ONU_CATV_TABLE,
                              BSP_CMD_VIEW_ONU_SIP_TABLE})
         for (uint32_t pon_port : {0u, 2u})
-            EXPECT_EQ(home.Desk::ask(record_of(command, pon_port)).status, PON_ERR_NO_PORT);
+            EXPECT_EQ(home.ServiceFixture::ask(record_of(command, pon_port)).status, PON_ERR_NO_PORT);
 }
 
 // Returns the contents that make rows longest.

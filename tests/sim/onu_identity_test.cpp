@@ -47,11 +47,11 @@ Change bound(const Mac &mac, Change change = {})
 }
 
 // In this fixture an ONU of some model is online with its id, and another is offline. More can be kept of the OLT.
-struct Online : Desk {
+struct Online : ServiceFixture {
     const Mac mac;
 
     explicit Online(std::string_view model, const Change &kept = {})
-        : Desk(everyone, bound(mac_of_model(model), kept)), mac(mac_of_model(model))
+        : ServiceFixture(everyone, bound(mac_of_model(model), kept)), mac(mac_of_model(model))
     {
     }
     Reply ask(uint32_t channel, uint32_t command, uint32_t id = onu_id, uint32_t pon_port = 1)
@@ -66,9 +66,9 @@ struct Online : Desk {
 struct Data {
     std::string bytes;
 
-    Data(Online &desk, uint32_t channel, uint32_t command, uint32_t id = onu_id)
+    Data(Online &fixture, uint32_t channel, uint32_t command, uint32_t id = onu_id)
     {
-        const Reply reply = desk.ask(channel, command, id);
+        const Reply reply = fixture.ask(channel, command, id);
         EXPECT_EQ(reply.status, BSP_OK);
         bytes = reply.answer.value_or(std::string(sizeof(bsp_onu_msg), '?'));
         EXPECT_EQ(bytes.size(), sizeof(bsp_onu_msg));
@@ -93,7 +93,7 @@ std::string bytes_of(const Mac &mac)
     return {mac.begin(), mac.end()};
 }
 
-SettingPlace place_of(const Mac &mac, uint32_t command, uint32_t uni = 0)
+SettingKey key_of(const Mac &mac, uint32_t command, uint32_t uni = 0)
 {
     return {1, mac, command, uni};
 }
@@ -105,39 +105,39 @@ std::string word_bytes(uint32_t word)
     return bytes;
 }
 
-Change told(const SettingPlace &place, uint32_t word, uint32_t before)
+Change configured(const SettingKey &key, uint32_t word, uint32_t before)
 {
     Change change;
-    change.put<OnuSetting>(place, {word_bytes(word), word_bytes(before), oam_delay});
+    change.put<OnuSetting>(key, {word_bytes(word), word_bytes(before), oam_delay});
     return change;
 }
 
 TEST(OnuIdentity, AnOfflineOnuTellsNothing)
 {
-    Online desk("H132");
+    Online fixture("H132");
     for (const auto &[channel, command] : told_by_onus)
-        EXPECT_EQ(desk.ask(channel, command, absent_id).status, PON_ERR_OFFLINE) << command;
+        EXPECT_EQ(fixture.ask(channel, command, absent_id).status, PON_ERR_OFFLINE) << command;
 }
 
 TEST(OnuIdentity, WhatDoesNotExistIsAStatus)
 {
-    Online desk("H132");
+    Online fixture("H132");
     for (const auto &[channel, command] : told_by_onus) {
-        EXPECT_EQ(desk.ask(channel, command, onu_id, 2).status, PON_ERR_NO_PORT) << command;
-        EXPECT_EQ(desk.ask(channel, command, 128).status, PON_ERR_BAD_ONU_ID) << command;
-        EXPECT_EQ(desk.ask(channel, command, 77).status, PON_ERR_NOT_BOUND) << command;
+        EXPECT_EQ(fixture.ask(channel, command, onu_id, 2).status, PON_ERR_NO_PORT) << command;
+        EXPECT_EQ(fixture.ask(channel, command, 128).status, PON_ERR_BAD_ONU_ID) << command;
+        EXPECT_EQ(fixture.ask(channel, command, 77).status, PON_ERR_NOT_BOUND) << command;
     }
-    EXPECT_EQ(desk.ask(BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET, 77).status, PON_ERR_NOT_BOUND);
-    EXPECT_EQ(desk.ask(BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_UNI_SNMP, 77).status, PON_ERR_NOT_BOUND);
+    EXPECT_EQ(fixture.ask(BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET, 77).status, PON_ERR_NOT_BOUND);
+    EXPECT_EQ(fixture.ask(BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_UNI_SNMP, 77).status, PON_ERR_NOT_BOUND);
 }
 
 TEST(OnuSn, Is54BytesAsCtcHasThem)
 {
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET);
-    std::string wanted = "SIMBH132" + bytes_of(desk.mac) + std::string(desk.device().hardware);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET);
+    std::string wanted = "SIMBH132" + bytes_of(fixture.mac) + std::string(fixture.device().hardware);
     wanted.resize(22);
-    wanted += desk.device().software;
+    wanted += fixture.device().software;
     wanted.resize(38);
     wanted += "H132-1GE3FE2POTS";
     EXPECT_EQ(data.part(352, 54), wanted);
@@ -154,16 +154,16 @@ TEST(OnuFirmware, IsThatOfTheLastUpgrade)
 {
     Change upgraded;
     upgraded.put<OnuRecord>({1, mac_of_model("H132")}, {.software = "9.8.7-a.long.one"});
-    Online desk("H132", upgraded);
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_FW_GET).text(layout::At<layout::Text<128>>{352}),
+    Online fixture("H132", upgraded);
+    EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_FW_GET).text(layout::At<layout::Text<128>>{352}),
               "9.8.7-a.long.one");
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET).part(374, 16), "9.8.7-a.long.one");
+    EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_SN_GET).part(374, 16), "9.8.7-a.long.one");
 }
 
 TEST(OnuChip, Is8BytesAsCtcHasThem)
 {
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CHIP_ID_GET);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CHIP_ID_GET);
     EXPECT_EQ(data.part(352, 2), "SY");
     EXPECT_EQ(data.get(layout::At<uint16_t>{354}), 420);
     EXPECT_EQ(data.part(356, 4), "\x02\x21\x06\x18");
@@ -173,16 +173,16 @@ TEST(OnuChip, Is8BytesAsCtcHasThem)
 TEST(OnuChip, IsThatOfTheKind)
 {
     for (const DeviceType &type : device_types()) {
-        Online desk(type.model);
-        const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CHIP_ID_GET);
+        Online fixture(type.model);
+        const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CHIP_ID_GET);
         EXPECT_EQ(data.part(352, 2) + '-' + std::to_string(data.get(layout::At<uint16_t>{354})), type.chipset);
     }
 }
 
 TEST(OnuCapabilities, Are26BytesAsCtcHasThem)
 {
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET);
     const uint8_t wanted[26] = {7, 1, 0, 0, 0, 0, 0, 0, 0, 0x01, 3, 0, 0, 0, 0, 0, 0, 0, 0x0e, 2, 0, 8, 8, 32, 8, 0};
     EXPECT_EQ(data.part(352, 26), std::string(std::begin(wanted), std::end(wanted)));
     EXPECT_TRUE(data.ends_at(352 + 26));
@@ -191,28 +191,28 @@ TEST(OnuCapabilities, Are26BytesAsCtcHasThem)
 TEST(OnuCapabilities, BitmapsHaveABitForEachUniPort)
 {
     for (const DeviceType &type : device_types()) {
-        Online desk(type.model);
-        const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET);
+        Online fixture(type.model);
+        const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET);
         const uint32_t ge = data.get(byte_of(layout::onu_cap::ge_bitmap, 7));
         const uint32_t fe = data.get(byte_of(layout::onu_cap::fe_bitmap, 7));
         EXPECT_EQ(std::popcount(ge), static_cast<int>(type.ge_ports));
-        EXPECT_EQ(ge + fe, (1u << desk.device().unis.size()) - 1);
+        EXPECT_EQ(ge + fe, (1u << fixture.device().unis.size()) - 1);
     }
 }
 
 TEST(OnuCapabilities, BatteryIsToldInBothBlocks)
 {
     for (const auto &[model, battery] : {std::pair{"B400", 1u}, std::pair{"S100", 0u}}) {
-        Online desk(model);
-        EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET).get(layout::At<uint8_t>{377}), battery);
-        EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET).get(layout::At<uint8_t>{415}), battery);
+        Online fixture(model);
+        EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP_GET).get(layout::At<uint8_t>{377}), battery);
+        EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET).get(layout::At<uint8_t>{415}), battery);
     }
 }
 
 TEST(OnuCapabilities2, Are64BytesWithTheInterfacesOfTheOnu)
 {
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET);
     const uint8_t wanted[23] = {1, 0, 1, 0, 3, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 3, 0, 0, 0, 2, 0, 2};
     EXPECT_EQ(data.get(layout::At<uint32_t>{352}), 1u) << "HGU";
     EXPECT_EQ(data.part(356, sizeof wanted), std::string(std::begin(wanted), std::end(wanted)));
@@ -221,8 +221,8 @@ TEST(OnuCapabilities2, Are64BytesWithTheInterfacesOfTheOnu)
 
 TEST(OnuCapabilities2, AnOnuOfOneKindOfPortsHasOneInterfaceType)
 {
-    Online desk("S040");
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET);
+    Online fixture("S040");
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_CAP2_GET);
     EXPECT_EQ(data.get(layout::At<uint32_t>{352}), 0u) << "SFU";
     EXPECT_EQ(data.part(360, 7), (std::string{1, 0, 0, 0, 1, 0, 4}));
 }
@@ -231,8 +231,8 @@ TEST(OnuMemory, IsThatOfTheKindAndPartlyFree)
 {
     namespace at = layout::onu_mem_info;
     for (const DeviceType &type : device_types()) {
-        Online desk(type.model);
-        const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_MEM_INFO_GET);
+        Online fixture(type.model);
+        const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_MEM_INFO_GET);
         EXPECT_EQ(data.get(at::memory_total), hardware_of(type).memory);
         EXPECT_EQ(data.get(at::flash_total), hardware_of(type).flash);
         EXPECT_GT(data.get(at::memory_free), 0u);
@@ -244,30 +244,30 @@ TEST(OnuMemory, IsThatOfTheKindAndPartlyFree)
 
 TEST(OnuMemory, WhatIsFreeLastsFiveSeconds)
 {
-    Online desk("H132");
-    const auto free = [&desk] {
-        return Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_MEM_INFO_GET).get(layout::onu_mem_info::memory_free);
+    Online fixture("H132");
+    const auto free = [&fixture] {
+        return Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_MEM_INFO_GET).get(layout::onu_mem_info::memory_free);
     };
     const uint32_t first = free();
-    pass(desk, 4999);
+    pass(fixture, 4999);
     EXPECT_EQ(free(), first);
-    pass(desk, 1);
+    pass(fixture, 1);
     EXPECT_NE(free(), first);
 }
 
 TEST(OnuDeviceInfo, SaysWhatTheOnuIs)
 {
     namespace at = layout::onu_device_info;
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
-    EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(desk.mac));
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
+    EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(fixture.mac));
     EXPECT_EQ(data.part(at::onu_type.offset, 5), (std::string{1, 1, 3, 2, 0}));
     EXPECT_EQ(data.get(at::memory_total), 128u * 1024);
     EXPECT_EQ(data.get(at::flash_total), 32u * 1024);
     EXPECT_EQ(data.get(at::chip_revision), 2u);
     EXPECT_EQ(data.part(at::vendor.offset, 24), "SIMBH132H132-1GE3FE2POTS");
-    EXPECT_EQ(data.text(at::hardware), desk.device().hardware);
-    EXPECT_EQ(data.text(at::software), desk.device().software);
+    EXPECT_EQ(data.text(at::hardware), fixture.device().hardware);
+    EXPECT_EQ(data.text(at::software), fixture.device().software);
     EXPECT_EQ(data.text(at::chipset), "SY-420");
     EXPECT_TRUE(data.ends_at(452));
 }
@@ -279,12 +279,12 @@ TEST(OnuDeviceInfo, TheSerialNumberIsVendorAndAddress)
 
 TEST(OnuDeviceInfo, TheProcessorIsNeverIdleNorFullyLoaded)
 {
-    Online desk("S100");
+    Online fixture("S100");
     std::set<uint32_t> loads;
     for (int slice = 0; slice < 20; ++slice) {
-        const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
+        const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
         loads.insert(data.get(layout::onu_device_info::cpu_load));
-        pass(desk, 5 * ms_per_second);
+        pass(fixture, 5 * ms_per_second);
     }
     EXPECT_GT(loads.size(), 5u);
     EXPECT_GT(*loads.begin(), 0u);
@@ -293,28 +293,28 @@ TEST(OnuDeviceInfo, TheProcessorIsNeverIdleNorFullyLoaded)
 
 TEST(OnuDeviceInfo, TheTemperatureIsThatOfTheTransceiver)
 {
-    Online desk("S100");
-    const auto fine = Data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET).get(layout::onu_optics::temperature);
-    const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
+    Online fixture("S100");
+    const auto fine = Data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET).get(layout::onu_optics::temperature);
+    const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET);
     EXPECT_NEAR(data.get(layout::onu_device_info::temperature) / 100.0, fine / 256.0, 0.005);
 }
 
 TEST(OnuLlids, TheOnuHasOneUntilItIsToldOtherwise)
 {
-    Online desk("S100");
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET).get(layout::onu_device_info::llids), 1u);
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::llids), 1u);
+    Online fixture("S100");
+    EXPECT_EQ(Data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET).get(layout::onu_device_info::llids), 1u);
+    EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::llids), 1u);
 }
 
 TEST(OnuLlids, TheOltHasTheNewNumberBeforeTheOnu)
 {
-    Online desk("S100", told(place_of(mac_of_model("S100"), BSP_CMD_ONU_MULTI_LLID_SET), 4, 1));
-    const auto of_onu = [&desk] {
-        return Data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET).get(layout::onu_device_info::llids);
+    Online fixture("S100", configured(key_of(mac_of_model("S100"), BSP_CMD_ONU_MULTI_LLID_SET), 4, 1));
+    const auto of_onu = [&fixture] {
+        return Data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_DEVICE_INFO_GET).get(layout::onu_device_info::llids);
     };
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::llids), 4u);
+    EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::llids), 4u);
     EXPECT_EQ(of_onu(), 1u);
-    pass(desk, oam_delay);
+    pass(fixture, oam_delay);
     EXPECT_EQ(of_onu(), 4u);
 }
 
@@ -323,32 +323,32 @@ TEST(OnuAbout, SaysWhereTheOnuIsAndWhatItIs)
     namespace at = layout::onu_about;
     Change rebooted;
     rebooted.put<OnuRecord>({1, mac_of_model("H132")}, {.reboots = 3});
-    Online desk("H132", rebooted);
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
-    EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(desk.mac));
+    Online fixture("H132", rebooted);
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
+    EXPECT_EQ(data.part(at::mac.offset, 6), bytes_of(fixture.mac));
     EXPECT_EQ(data.get(at::onu_id), onu_id);
     EXPECT_EQ(data.get(at::state), 1u);
     EXPECT_EQ(data.get(at::pon_port), 1u);
     EXPECT_EQ(data.get(at::llid), to_llid(onu_id));
-    EXPECT_EQ(data.get(at::distance), desk.arrival().distance);
+    EXPECT_EQ(data.get(at::distance), fixture.arrival().distance);
     EXPECT_EQ(data.get(at::reboots), 3u);
     EXPECT_EQ(data.part(at::vendor.offset, 24), "SIMBH132H132-1GE3FE2POTS");
-    EXPECT_EQ(data.text(at::software), desk.device().software);
+    EXPECT_EQ(data.text(at::software), fixture.device().software);
     EXPECT_EQ(data.part(at::ge_ports.offset, 4), (std::string{1, 3, 2, 0}));
 }
 
 TEST(OnuAbout, ThePowerReceivedIsThatOfTheRssiReading)
 {
-    Online desk("H132");
-    EXPECT_EQ(Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::received_power),
-              rssi(desk, 1, onu_id).get(layout::optics_rssi::received_power));
+    Online fixture("H132");
+    EXPECT_EQ(Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::received_power),
+              rssi(fixture, 1, onu_id).get(layout::optics_rssi::received_power));
 }
 
 TEST(OnuAbout, OfAnOfflineOnuThereIsNoDistancePowerOrLink)
 {
     namespace at = layout::onu_about;
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET, absent_id);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET, absent_id);
     EXPECT_EQ(data.get(at::state), 0u);
     EXPECT_EQ(data.get(at::distance), 0u);
     EXPECT_EQ(data.get(at::received_power), -4000);
@@ -360,17 +360,17 @@ TEST(OnuAbout, AnOnuThatIsTurnedAwayStillHasADistance)
 {
     Change loid_only;
     loid_only.put<PortRecord>(1, {{}, static_cast<uint32_t>(AuthMode::loid)});
-    Online desk("H132", loid_only);
-    const Data data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
+    Online fixture("H132", loid_only);
+    const Data data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET);
     EXPECT_EQ(data.get(layout::onu_about::state), 2u);
-    EXPECT_EQ(data.get(layout::onu_about::distance), desk.arrival().distance);
+    EXPECT_EQ(data.get(layout::onu_about::distance), fixture.arrival().distance);
 }
 
 TEST(OnuMaxPort, StandsInPlaceOfTheUniPort)
 {
     for (const auto &[model, unis] : {std::pair{"S100", 1u}, {"E020", 2u}, {"H132", 4u}}) {
-        Online desk(model);
-        const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MAX_PORT_GET);
+        Online fixture(model);
+        const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MAX_PORT_GET);
         EXPECT_EQ(data.get(layout::At<uint8_t>{8}), unis);
         EXPECT_TRUE(data.ends_at(352));
     }
@@ -378,30 +378,30 @@ TEST(OnuMaxPort, StandsInPlaceOfTheUniPort)
 
 TEST(OnuOptics, TheLaunchPowerIsThatOfTheRssiReading)
 {
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
     EXPECT_EQ(centi_dbm(data.get(layout::onu_optics::launch_power)),
-              rssi(desk, 1, onu_id).get(layout::optics_rssi::onu_launch_power));
+              rssi(fixture, 1, onu_id).get(layout::optics_rssi::onu_launch_power));
 }
 
 TEST(OnuOptics, LessIsLostOnTheWayDownThanUp)
 {
-    Online desk("H132");
-    const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
-    const PlatAnswer there = rssi(desk, 1, onu_id);
+    Online fixture("H132");
+    const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
+    const PlatAnswer there = rssi(fixture, 1, onu_id);
     const int32_t lost =
         there.get(layout::optics_rssi::launch_power) - centi_dbm(data.get(layout::onu_optics::received_power));
     const auto difference = there.get(layout::optics_rssi::loss) - lost;
-    EXPECT_NEAR(difference, static_cast<int32_t>(desk.arrival().distance) / 100, 2) << "0.1 dB per km";
+    EXPECT_NEAR(difference, static_cast<int32_t>(fixture.arrival().distance) / 100, 2) << "0.1 dB per km";
 }
 
 TEST(OnuOptics, ItIsWarmerAtNoonAndNeedsMoreBias)
 {
     namespace at = layout::onu_optics;
-    Online desk("H132");
-    const Data night(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
-    pass(desk, 12 * hours);
-    const Data noon(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
+    Online fixture("H132");
+    const Data night(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
+    pass(fixture, 12 * hours);
+    const Data noon(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
     EXPECT_EQ(noon.get(at::temperature) - night.get(at::temperature), 8 * 256);
     EXPECT_EQ(noon.get(at::bias) - night.get(at::bias), 400);
     EXPECT_EQ(noon.get(at::voltage), night.get(at::voltage));
@@ -411,8 +411,8 @@ TEST(OnuOptics, ReadingsAreThoseOfATransceiver)
 {
     namespace at = layout::onu_optics;
     for (const DeviceType &type : device_types()) {
-        Online desk(type.model);
-        const Data data(desk, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
+        Online fixture(type.model);
+        const Data data(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_OPTICS_GET);
         EXPECT_NEAR(data.get(at::temperature) / 256.0, 41, 6);
         EXPECT_NEAR(data.get(at::voltage) / 10000.0, 3.3, 0.03);
         EXPECT_NEAR(data.get(at::bias) * 0.002, 13, 3);
@@ -420,19 +420,19 @@ TEST(OnuOptics, ReadingsAreThoseOfATransceiver)
     }
 }
 
-rapidjson::Document uni_rows(Online &desk, uint32_t id = onu_id)
+rapidjson::Document uni_rows(Online &fixture, uint32_t id = onu_id)
 {
-    return parse(desk.ask(BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_UNI_SNMP, id).result.value_or("no table"));
+    return parse(fixture.ask(BSP_MSG_ONU_CFG, BSP_CMD_VIEW_ONU_UNI_SNMP, id).result.value_or("no table"));
 }
 
 TEST(OnuUnis, HaveARowEach)
 {
-    Online desk("H132");
-    const std::vector<UniConfig> configs = default_configs(everyone.seed, desk.mac, desk.device());
-    const rapidjson::Document rows = uni_rows(desk);
+    Online fixture("H132");
+    const std::vector<UniConfig> configs = default_configs(everyone.seed, fixture.mac, fixture.device());
+    const rapidjson::Document rows = uni_rows(fixture);
     ASSERT_EQ(rows.Size(), 4u);
     for (uint32_t index = 0; index < 4; ++index) {
-        const auto link = link_of(desk.device().unis[index], configs[index]);
+        const auto link = link_of(fixture.device().unis[index], configs[index]);
         EXPECT_EQ(rows[index]["uni"].GetUint(), index + 1);
         EXPECT_STREQ(rows[index]["kind"].GetString(), index == 0 ? "GE" : "FE");
         EXPECT_EQ(rows[index]["line_rate"].GetUint(), index == 0 ? 1000u : 100u);
@@ -444,8 +444,8 @@ TEST(OnuUnis, HaveARowEach)
 
 TEST(OnuUnis, LinksOfAnOfflineOnuAreUnknown)
 {
-    Online desk("H132");
-    const rapidjson::Document rows = uni_rows(desk, absent_id);
+    Online fixture("H132");
+    const rapidjson::Document rows = uni_rows(fixture, absent_id);
     ASSERT_EQ(rows.Size(), device_of(everyone.seed, stranger(6)).unis.size());
     for (const auto &row : rows.GetArray())
         EXPECT_TRUE(row["link"].IsNull());
@@ -466,24 +466,24 @@ uint32_t uni_with_link()
 TEST(OnuUnis, APortThatIsToldSoIsDisabledAndDownOnceTheOnuHasThat)
 {
     const uint32_t uni = uni_with_link();
-    Online desk("H132", told(place_of(mac_of_model("H132"), BSP_CMD_ONU_ADMIN_STATE_GET, uni), 0, 1));
-    const auto up = [&desk] {
-        return Data(desk, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::unis_up);
+    Online fixture("H132", configured(key_of(mac_of_model("H132"), BSP_CMD_ONU_ADMIN_STATE_GET, uni), 0, 1));
+    const auto up = [&fixture] {
+        return Data(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ABOUT_GET).get(layout::onu_about::unis_up);
     };
     const uint32_t links = up();
-    EXPECT_TRUE(uni_rows(desk)[uni - 1]["admin"].GetBool());
-    pass(desk, oam_delay);
-    EXPECT_FALSE(uni_rows(desk)[uni - 1]["admin"].GetBool());
-    EXPECT_STREQ(uni_rows(desk)[uni - 1]["link"].GetString(), "down");
+    EXPECT_TRUE(uni_rows(fixture)[uni - 1]["admin"].GetBool());
+    pass(fixture, oam_delay);
+    EXPECT_FALSE(uni_rows(fixture)[uni - 1]["admin"].GetBool());
+    EXPECT_STREQ(uni_rows(fixture)[uni - 1]["link"].GetString(), "down");
     EXPECT_EQ(up(), links - 1);
 }
 
 TEST(OnuUnis, WhetherAPortNegotiatesIsWhatTheOnuWasTold)
 {
-    Online desk("H132", told(place_of(mac_of_model("H132"), BSP_CMD_ONU_AUTONEG_GET, 2), 0, 1));
-    EXPECT_TRUE(uni_rows(desk)[1]["autoneg"].GetBool());
-    pass(desk, oam_delay);
-    EXPECT_FALSE(uni_rows(desk)[1]["autoneg"].GetBool());
+    Online fixture("H132", configured(key_of(mac_of_model("H132"), BSP_CMD_ONU_AUTONEG_GET, 2), 0, 1));
+    EXPECT_TRUE(uni_rows(fixture)[1]["autoneg"].GetBool());
+    pass(fixture, oam_delay);
+    EXPECT_FALSE(uni_rows(fixture)[1]["autoneg"].GetBool());
 }
 
 TEST(OnuUnis, APortThatLoopDetectionHasShutIsDown)
@@ -491,10 +491,10 @@ TEST(OnuUnis, APortThatLoopDetectionHasShutIsDown)
     const uint32_t uni = uni_with_link();
     Change shut;
     shut.put<LoopRecord>({1, mac_of_model("H132"), uni}, {.looped = true, .shut = true});
-    Online desk("H132", shut);
-    EXPECT_TRUE(uni_rows(desk)[uni - 1]["shut"].GetBool());
-    EXPECT_STREQ(uni_rows(desk)[uni - 1]["link"].GetString(), "down");
-    EXPECT_TRUE(uni_rows(desk)[uni - 1]["admin"].GetBool());
+    Online fixture("H132", shut);
+    EXPECT_TRUE(uni_rows(fixture)[uni - 1]["shut"].GetBool());
+    EXPECT_STREQ(uni_rows(fixture)[uni - 1]["link"].GetString(), "down");
+    EXPECT_TRUE(uni_rows(fixture)[uni - 1]["admin"].GetBool());
 }
 
 TEST(OnuUnis, TheLongestTableStaysWithin10240)
@@ -503,36 +503,36 @@ TEST(OnuUnis, TheLongestTableStaysWithin10240)
     EXPECT_LE(onu_unis_table(unis, true).size(), small_result);
 }
 
-rapidjson::Document serial_rows(Online &desk)
+rapidjson::Document serial_rows(Online &fixture)
 {
-    return parse(desk.ask(BSP_MSG_ONU_OAM, BSP_CMD_VIEW_ONU_SN, 0).result.value_or("no table"));
+    return parse(fixture.ask(BSP_MSG_ONU_OAM, BSP_CMD_VIEW_ONU_SN, 0).result.value_or("no table"));
 }
 
 TEST(OnuSerialNumbers, OfAPortAreThoseOfItsOnusInOrderOfId)
 {
-    Online desk("H132");
-    const rapidjson::Document rows = serial_rows(desk);
+    Online fixture("H132");
+    const rapidjson::Document rows = serial_rows(fixture);
     ASSERT_EQ(rows.Size(), 2u);
     EXPECT_EQ(rows[0]["id"].GetUint(), onu_id);
-    EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(desk.mac));
+    EXPECT_EQ(rows[0]["mac"].GetString(), text::mac_text(fixture.mac));
     EXPECT_STREQ(rows[0]["dev"].GetString(), "SIMB H132");
-    EXPECT_EQ(rows[0]["sw"].GetString(), desk.device().software);
+    EXPECT_EQ(rows[0]["sw"].GetString(), fixture.device().software);
     EXPECT_EQ(rows[1]["id"].GetUint(), absent_id);
 }
 
 TEST(OnuSerialNumbers, AnOfflineOnuTellsNoDevice)
 {
-    Online desk("H132");
-    const rapidjson::Document rows = serial_rows(desk);
+    Online fixture("H132");
+    const rapidjson::Document rows = serial_rows(fixture);
     EXPECT_EQ(rows[1]["mac"].GetString(), text::mac_text(stranger(6)));
     EXPECT_TRUE(rows[1]["dev"].IsNull() && rows[1]["sw"].IsNull());
 }
 
 TEST(OnuSerialNumbers, NeedAPort)
 {
-    Online desk("H132");
-    EXPECT_EQ(desk.ask(BSP_MSG_ONU_OAM, BSP_CMD_VIEW_ONU_SN, 0, 2).status, PON_ERR_NO_PORT);
-    EXPECT_EQ(desk.ask(BSP_MSG_ONU_OAM, BSP_CMD_VIEW_ONU_SN, 0, 0).status, PON_ERR_NO_PORT);
+    Online fixture("H132");
+    EXPECT_EQ(fixture.ask(BSP_MSG_ONU_OAM, BSP_CMD_VIEW_ONU_SN, 0, 2).status, PON_ERR_NO_PORT);
+    EXPECT_EQ(fixture.ask(BSP_MSG_ONU_OAM, BSP_CMD_VIEW_ONU_SN, 0, 0).status, PON_ERR_NO_PORT);
 }
 
 TEST(OnuSerialNumbers, OfAFullPortStayWithin10240)

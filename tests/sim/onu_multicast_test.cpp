@@ -26,11 +26,11 @@ constexpr uint8_t remove_them = 0, add_them = 1, clear_all = 2;
 constexpr std::string_view able = "S040", snooper = "S100", unable = "E020";
 
 // On this OLT an ONU of the given model is online. If the model can do multicast, the ONU's UNI ports have viewers.
-struct House : Desk {
+struct House : ServiceFixture {
     Mac mac{};
 
     explicit House(std::string_view model = able, const std::string &file = {})
-        : Desk({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
+        : ServiceFixture({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
     {
         for (const Arrival &arrival : port(1).arrivals)
             if (device_of(1, arrival.mac).type->model == model && (model == unable || watches(arrival.mac)))
@@ -429,7 +429,7 @@ TEST(OnuMcGroups, OfSnoopingFollowTheVlans)
     const std::vector<McGroup> before = entries(house);
     const auto uni = static_cast<uint8_t>(before.front().uni);
     EXPECT_EQ(house.set(BSP_CMD_ONU_MC_VLAN_SET, vlans(clear_all, {}), uni), BSP_OK);
-    EXPECT_EQ(entries(house), before) << "the ONU was told, and has not heard of it";
+    EXPECT_EQ(entries(house), before) << "the setting was sent and has not arrived";
     house.wait();
     EXPECT_EQ(std::ranges::count(entries(house), uni, &McGroup::uni), 0);
     EXPECT_EQ(house.set(BSP_CMD_ONU_MC_VLAN_SET, vlans(add_them, {77}), uni), BSP_OK);

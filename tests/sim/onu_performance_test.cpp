@@ -13,11 +13,11 @@ constexpr ModelTime second = ms_per_second;
 constexpr WantedSettings wanted{.seed = 1, .ports = 8, .arrivals = 4, .silent = 0};
 
 // This OLT has four ONUs bound at each of its ports. The tests look at one of them.
-struct Monitored : Desk {
+struct Monitored : ServiceFixture {
     uint32_t pon_port = 1;
     uint32_t onu_id = 1;
 
-    explicit Monitored(const std::string &file = {}) : Desk(wanted, file, true)
+    explicit Monitored(const std::string &file = {}) : ServiceFixture(wanted, file, true)
     {
         for (uint32_t number = 1; number <= 8; ++number)
             for (uint32_t index = 0; index < 4; ++index)
@@ -107,173 +107,174 @@ uint64_t sum_of(const PerFlow &rates)
 
 TEST(OnuPerformance, OneRequestSwitchesMonitoringOfAllUniPortsAndCatv)
 {
-    Monitored desk;
-    desk.choose([](const RemoteOnu &onu, const auto &) { return onu.device.type->pots_ports > 0; });
+    Monitored fixture;
+    fixture.choose([](const RemoteOnu &onu, const auto &) { return onu.device.type->pots_ports > 0; });
     for (const uint8_t on : {1, 0}) {
-        ASSERT_EQ(desk.ask(BSP_CMD_ONU_CATV_SET, 0, on).status, BSP_OK);
-        desk.pass(oam_delay);
-        for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
-            EXPECT_EQ(desk.monitoring(uni), on) << uni;
-        EXPECT_EQ(desk.value(BSP_CMD_ONU_CATV_STATE_GET, layout::onu_catv_state::on), on);
+        ASSERT_EQ(fixture.ask(BSP_CMD_ONU_CATV_SET, 0, on).status, BSP_OK);
+        fixture.pass(oam_delay);
+        for (uint32_t uni = 1; uni <= fixture.unis(); ++uni)
+            EXPECT_EQ(fixture.monitoring(uni), on) << uni;
+        EXPECT_EQ(fixture.value(BSP_CMD_ONU_CATV_STATE_GET, layout::onu_catv_state::on), on);
     }
 }
 
 TEST(OnuPerformance, MonitoringBeginsWhenTheOnuHasTheRequest)
 {
-    Monitored desk;
-    desk.pass(5 * second);
-    ASSERT_EQ(desk.turn(1), BSP_OK);
-    EXPECT_TRUE(switched_on(desk.olt(), desk.onu(), Side::local));
-    desk.pass(oam_delay - 1);
-    EXPECT_EQ(desk.monitoring(1), 0);
-    desk.pass(1);
-    EXPECT_EQ(desk.monitoring(1), 1);
-    EXPECT_EQ(desk.value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::since, 1), 5 * second + oam_delay);
-    EXPECT_EQ(desk.value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::period, 1), 900u);
+    Monitored fixture;
+    fixture.pass(5 * second);
+    ASSERT_EQ(fixture.turn(1), BSP_OK);
+    EXPECT_TRUE(switched_on(fixture.olt(), fixture.onu(), Side::local));
+    fixture.pass(oam_delay - 1);
+    EXPECT_EQ(fixture.monitoring(1), 0);
+    fixture.pass(1);
+    EXPECT_EQ(fixture.monitoring(1), 1);
+    EXPECT_EQ(fixture.value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::since, 1), 5 * second + oam_delay);
+    EXPECT_EQ(fixture.value(BSP_CMD_ONU_PERF_MONITOR_GET, layout::onu_perf_monitor::period, 1), 900u);
 }
 
 TEST(OnuPerformance, UniPortsTogetherCountTheTrafficOfTheirOnu)
 {
-    Monitored desk;
-    desk.turn_on();
-    const Rates rates = rates_of(desk.olt().seed(), desk.onu().binding->mac);
+    Monitored fixture;
+    fixture.turn_on();
+    const Rates rates = rates_of(fixture.olt().seed(), fixture.onu().binding->mac);
     for (uint64_t seconds : {1, 60, 899}) {
-        desk.pass(seconds * second - (desk.olt().now() - second));
-        EXPECT_EQ(desk.sum(at::up_frames), sum_of(rates.up) * seconds);
-        EXPECT_EQ(desk.sum(at::down_frames) + desk.sum(at::down_discarded), sum_of(rates.down) * seconds);
+        fixture.pass(seconds * second - (fixture.olt().now() - second));
+        EXPECT_EQ(fixture.sum(at::up_frames), sum_of(rates.up) * seconds);
+        EXPECT_EQ(fixture.sum(at::down_frames) + fixture.sum(at::down_discarded), sum_of(rates.down) * seconds);
     }
-    EXPECT_GT(desk.sum(at::down_discarded), 0u);
+    EXPECT_GT(fixture.sum(at::down_discarded), 0u);
 }
 
 TEST(OnuPerformance, UniPortsOfALoneOnuCountWhatItsPonPortReceives)
 {
-    Monitored desk;
+    Monitored fixture;
     for (uint32_t id = 1; id <= 4; ++id)
-        if (id != desk.onu_id) {
-            ASSERT_EQ(desk.send(record_of(BSP_CMD_ONU_RELEASE, desk.pon_port, id)), BSP_OK);
+        if (id != fixture.onu_id) {
+            ASSERT_EQ(fixture.send(record_of(BSP_CMD_ONU_RELEASE, fixture.pon_port, id)), BSP_OK);
         }
-    desk.turn_on();
+    fixture.turn_on();
     const auto received = [&] {
-        const Counters counters = pon_counters(desk.olt(), desk.port(desk.pon_port));
+        const Counters counters = pon_counters(fixture.olt(), fixture.port(fixture.pon_port));
         return counters.in_frames() + counters.in_fcs_errors + counters.in_code_errors;
     };
     const uint64_t before = received();
-    desk.pass(600 * second);
-    EXPECT_EQ(desk.sum(at::up_frames), received() - before);
+    fixture.pass(600 * second);
+    EXPECT_EQ(fixture.sum(at::up_frames), received() - before);
 }
 
 TEST(OnuPerformance, FramesAreThoseOfAllLengths)
 {
-    Monitored desk;
-    desk.turn_on();
-    desk.pass(777777);
+    Monitored fixture;
+    fixture.turn_on();
+    fixture.pass(777777);
     const uint32_t every = at::down_octets_65_127.offset - at::down_octets_64.offset;
-    for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
+    for (uint32_t uni = 1; uni <= fixture.unis(); ++uni)
         for (const Counter way : {at::down_frames, at::up_frames}) {
             const uint32_t behind = way.offset - at::down_frames.offset;
             uint64_t frames = 0;
             for (uint32_t size = 0; size < 6; ++size)
-                frames += desk.counter({at::down_octets_64.offset + behind + size * every}, uni);
-            EXPECT_EQ(desk.counter(way, uni), frames);
-            EXPECT_GE(desk.counter({at::down_octets.offset + behind}, uni), frames * 64);
-            EXPECT_LE(desk.counter({at::down_octets.offset + behind}, uni), frames * 1518);
+                frames += fixture.counter({at::down_octets_64.offset + behind + size * every}, uni);
+            EXPECT_EQ(fixture.counter(way, uni), frames);
+            EXPECT_GE(fixture.counter({at::down_octets.offset + behind}, uni), frames * 64);
+            EXPECT_LE(fixture.counter({at::down_octets.offset + behind}, uni), frames * 1518);
         }
 }
 
 TEST(OnuPerformance, ErroredFramesAreThoseOfAllKinds)
 {
-    Monitored desk;
-    desk.turn_on();
-    desk.pass(899 * second);
-    EXPECT_GT(desk.sum(at::up_crc_errored), 0u);
-    EXPECT_EQ(desk.sum(at::up_errored), desk.sum(at::up_crc_errored) + desk.sum(at::up_fragments));
+    Monitored fixture;
+    fixture.turn_on();
+    fixture.pass(899 * second);
+    EXPECT_GT(fixture.sum(at::up_crc_errored), 0u);
+    EXPECT_EQ(fixture.sum(at::up_errored), fixture.sum(at::up_crc_errored) + fixture.sum(at::up_fragments));
 }
 
 TEST(OnuPerformance, APortWithoutALinkCountsNothingAndEveryOtherDoes)
 {
-    Monitored desk;
-    desk.choose([](const RemoteOnu &, const auto &links) {
+    Monitored fixture;
+    fixture.choose([](const RemoteOnu &, const auto &links) {
         return std::ranges::count(links, true) >= 1 && std::ranges::count(links, false) >= 1;
     });
-    desk.turn_on();
-    desk.pass(60 * second);
-    const std::vector<bool> links = desk.links_of(desk.onu());
-    for (uint32_t uni = 1; uni <= desk.unis(); ++uni)
-        EXPECT_EQ(desk.counter(at::up_octets, uni) > 0, links[uni - 1]) << uni;
+    fixture.turn_on();
+    fixture.pass(60 * second);
+    const std::vector<bool> links = fixture.links_of(fixture.onu());
+    for (uint32_t uni = 1; uni <= fixture.unis(); ++uni)
+        EXPECT_EQ(fixture.counter(at::up_octets, uni) > 0, links[uni - 1]) << uni;
 }
 
 TEST(OnuPerformance, APeriodBecomesHistoryWhenItEnds)
 {
-    Monitored desk;
-    desk.turn_on();
-    const uint64_t rate = sum_of(rates_of(desk.olt().seed(), desk.onu().binding->mac).up);
-    desk.pass(monitoring_period - 1);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
-    EXPECT_GT(desk.sum(at::up_frames), 899 * rate);
-    desk.pass(1);
-    EXPECT_EQ(desk.sum(at::up_frames), 0u);
-    EXPECT_EQ(desk.sum(at::up_frames, BSP_CMD_ONU_PERF_HISTORY_GET), 900 * rate);
+    Monitored fixture;
+    fixture.turn_on();
+    const uint64_t rate = sum_of(rates_of(fixture.olt().seed(), fixture.onu().binding->mac).up);
+    fixture.pass(monitoring_period - 1);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
+    EXPECT_GT(fixture.sum(at::up_frames), 899 * rate);
+    fixture.pass(1);
+    EXPECT_EQ(fixture.sum(at::up_frames), 0u);
+    EXPECT_EQ(fixture.sum(at::up_frames, BSP_CMD_ONU_PERF_HISTORY_GET), 900 * rate);
 }
 
 TEST(OnuPerformance, HistoryIsTheWholePeriodBeforeAllThroughTheNext)
 {
-    Monitored desk;
-    desk.turn_on();
-    desk.pass(2 * monitoring_period);
-    const Reply first = desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1);
-    desk.pass(monitoring_period - 1);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).answer, first.answer);
+    Monitored fixture;
+    fixture.turn_on();
+    fixture.pass(2 * monitoring_period);
+    const Reply first = fixture.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1);
+    fixture.pass(monitoring_period - 1);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).answer, first.answer);
 }
 
 TEST(OnuPerformance, NothingIsCountedWhileMonitoringIsOff)
 {
-    Monitored desk;
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).status, PON_ERR_NOT_MONITORED);
-    desk.turn_on();
-    desk.pass(monitoring_period + 60 * second);
-    ASSERT_EQ(desk.turn(0), BSP_OK);
-    desk.pass(monitoring_period);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).status, PON_ERR_NOT_MONITORED);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
-    desk.turn_on();
-    EXPECT_EQ(desk.sum(at::up_frames), 0u);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
+    Monitored fixture;
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).status, PON_ERR_NOT_MONITORED);
+    fixture.turn_on();
+    fixture.pass(monitoring_period + 60 * second);
+    ASSERT_EQ(fixture.turn(0), BSP_OK);
+    fixture.pass(monitoring_period);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 1).status, PON_ERR_NOT_MONITORED);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
+    fixture.turn_on();
+    EXPECT_EQ(fixture.sum(at::up_frames), 0u);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_PERF_HISTORY_GET, 1).status, PON_ERR_NOT_MONITORED);
 }
 
 TEST(OnuPerformance, TurningOnAgainDoesNotBeginAnew)
 {
-    Monitored desk;
-    desk.turn_on();
-    desk.pass(60 * second);
-    const uint64_t frames = desk.sum(at::up_frames);
-    desk.turn_on();
-    EXPECT_GT(desk.sum(at::up_frames), frames);
+    Monitored fixture;
+    fixture.turn_on();
+    fixture.pass(60 * second);
+    const uint64_t frames = fixture.sum(at::up_frames);
+    fixture.turn_on();
+    EXPECT_GT(fixture.sum(at::up_frames), frames);
 }
 
 TEST(OnuPerformance, WhatCannotBeAskedOrToldIsRefused)
 {
-    Monitored desk;
-    EXPECT_EQ(desk.turn(2), PON_ERR_BAD_RECORD);
+    Monitored fixture;
+    EXPECT_EQ(fixture.turn(2), PON_ERR_BAD_RECORD);
     const std::initializer_list<uint32_t> of_unis{BSP_CMD_ONU_PERF_MONITOR_GET, BSP_CMD_ONU_PERF_CURRENT_GET,
                                                   BSP_CMD_ONU_PERF_HISTORY_GET};
     for (const uint32_t command : of_unis)
-        for (const uint32_t uni : {0u, desk.unis() + 1})
-            EXPECT_EQ(desk.ask(command, uni).status, PON_ERR_NO_UNI) << command;
-    ASSERT_EQ(PlatAnswer(desk, BSP_MSG_PLAT, PlatRecord(BSP_CMD_ONU_DEREGISTER, desk.pon_port, desk.onu_id)).status(),
+        for (const uint32_t uni : {0u, fixture.unis() + 1})
+            EXPECT_EQ(fixture.ask(command, uni).status, PON_ERR_NO_UNI) << command;
+    ASSERT_EQ(PlatAnswer(fixture, BSP_MSG_PLAT, PlatRecord(BSP_CMD_ONU_DEREGISTER, fixture.pon_port, fixture.onu_id))
+                  .status(),
               BSP_OK);
-    EXPECT_EQ(desk.turn(1), PON_ERR_OFFLINE);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_CATV_STATE_GET).status, PON_ERR_OFFLINE);
+    EXPECT_EQ(fixture.turn(1), PON_ERR_OFFLINE);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_CATV_STATE_GET).status, PON_ERR_OFFLINE);
     for (const uint32_t command : of_unis)
-        EXPECT_EQ(desk.ask(command, 1).status, PON_ERR_OFFLINE) << command;
+        EXPECT_EQ(fixture.ask(command, 1).status, PON_ERR_OFFLINE) << command;
 }
 
 TEST(OnuPerformance, AnOnuWithoutCatvPortMonitorsButHasNoCatvState)
 {
-    Monitored desk;
-    desk.choose([](const RemoteOnu &onu, const auto &) { return onu.device.type->pots_ports == 0; });
-    desk.turn_on();
-    EXPECT_EQ(desk.monitoring(1), 1);
-    EXPECT_EQ(desk.ask(BSP_CMD_ONU_CATV_STATE_GET).status, PON_ERR_NOT_ABLE);
+    Monitored fixture;
+    fixture.choose([](const RemoteOnu &onu, const auto &) { return onu.device.type->pots_ports == 0; });
+    fixture.turn_on();
+    EXPECT_EQ(fixture.monitoring(1), 1);
+    EXPECT_EQ(fixture.ask(BSP_CMD_ONU_CATV_STATE_GET).status, PON_ERR_NOT_ABLE);
 }
 
 TEST(OnuPerformance, CountersSurviveTheService)
@@ -283,15 +284,15 @@ TEST(OnuPerformance, CountersSurviveTheService)
     std::optional<std::string> answer;
     ModelTime asked = 0;
     {
-        Monitored desk(folder.file("state"));
-        desk.turn_on();
-        desk.pass(60 * second);
-        record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, desk.pon_port, desk.onu_id);
+        Monitored fixture(folder.file("state"));
+        fixture.turn_on();
+        fixture.pass(60 * second);
+        record = onu_record_of(BSP_CMD_ONU_PERF_CURRENT_GET, fixture.pon_port, fixture.onu_id);
         record.onu_uni_port = 1;
-        answer = desk.simulator.handle(message_of(BSP_MSG_ONU_INFO, record)).answer;
-        asked = desk.olt().now();
+        answer = fixture.simulator.handle(message_of(BSP_MSG_ONU_INFO, record)).answer;
+        asked = fixture.olt().now();
     }
-    Desk again({}, folder.file("state"));
+    ServiceFixture again({}, folder.file("state"));
     again.simulator.advance(asked);
     EXPECT_EQ(again.simulator.handle(message_of(BSP_MSG_ONU_INFO, record)).answer, answer);
 }
@@ -300,9 +301,9 @@ TEST(OnuPerformance, FollowsFromTheSeed)
 {
     Monitored one;
     Monitored other;
-    for (Monitored *desk : {&one, &other}) {
-        desk->turn_on();
-        desk->pass(1234567);
+    for (Monitored *fixture : {&one, &other}) {
+        fixture->turn_on();
+        fixture->pass(1234567);
     }
     EXPECT_EQ(one.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 2).answer, other.ask(BSP_CMD_ONU_PERF_CURRENT_GET, 2).answer);
 }

@@ -17,8 +17,9 @@ constexpr uint32_t data_offset = offsetof(bsp_onu_msg, onu_data);
 
 // At port 1, ONU 1 is online and can correct errors, and ONU 2 is online and cannot. The ONU that is bound to 3 has not
 // arrived.
-struct Onus : Desk {
-    explicit Onus(const std::string &file = {}) : Desk({.seed = 1, .ports = 1, .arrivals = 32, .silent = 0}, file)
+struct Onus : ServiceFixture {
+    explicit Onus(const std::string &file = {})
+        : ServiceFixture({.seed = 1, .ports = 1, .arrivals = 32, .silent = 0}, file)
     {
         for (const Arrival &arrival : port(1).arrivals)
             bind(device_of(1, arrival.mac).type->fec ? 1 : 2, arrival.mac);
@@ -261,7 +262,7 @@ TEST(OnuSla, IsNotSetAtTheOnu)
 uint32_t llids(const Onus &onus, Side side)
 {
     const RemoteOnu onu = find_onu(onus.simulator.olt(), 1, 1).onu;
-    return setting_of(onus.simulator.olt(), onu.place(BSP_CMD_ONU_MULTI_LLID_SET), side, OnuBlock(4))
+    return setting_of(onus.simulator.olt(), onu.key(BSP_CMD_ONU_MULTI_LLID_SET), side, OnuBlock(4))
         .get(layout::At<uint32_t>{data_offset});
 }
 
@@ -298,13 +299,13 @@ TEST(OnuServices, AnOnuThatIsOfflineOrNotBoundIsAStatus)
     }
 }
 
-uint32_t print(Desk &desk, uint32_t level)
+uint32_t print(ServiceFixture &fixture, uint32_t level)
 {
     bsp_onu_msg record = onu_record_of(BSP_CMD_OAM_PRINT);
     record.onu_arg24 = level;
     Message message = message_of(BSP_MSG_ONU_OAM, record);
     message.call = Call::set;
-    return desk.simulator.handle(message).status;
+    return fixture.simulator.handle(message).status;
 }
 
 TEST(OamPrint, IsLoggedWhenItChanges)

@@ -35,14 +35,14 @@ OnuBlock with(OnuBlock block, layout::At<Field> at, const Value &number)
     return block;
 }
 
-uint32_t tell(UniDesk &desk, const OnuBlock &block, uint32_t uni = 1)
+uint32_t send_setting(UniFixture &fixture, const OnuBlock &block, uint32_t uni = 1)
 {
-    return desk.tell(config, BSP_CMD_ONU_VLAN_SET, uni, block);
+    return fixture.send_setting(config, BSP_CMD_ONU_VLAN_SET, uni, block);
 }
 
-OnuBlock told(UniDesk &desk, uint32_t uni = 1)
+OnuBlock configured(UniFixture &fixture, uint32_t uni = 1)
 {
-    return desk.block(config, BSP_CMD_ONU_VLAN_GET, uni, 159);
+    return fixture.block(config, BSP_CMD_ONU_VLAN_GET, uni, 159);
 }
 
 std::string text_of(const rapidjson::Value &cell)
@@ -53,11 +53,11 @@ std::string text_of(const rapidjson::Value &cell)
 TEST(OnuVlan, OfAnyOnuIsAsTheTablesSayUntilItIsTold)
 {
     for (const std::string_view model : {"S100", "S040", "E020", "H132", "B400"}) {
-        UniDesk desk(model);
-        const rapidjson::Document rows = desk.table(config, BSP_CMD_VIEW_ONU_VLAN);
-        ASSERT_EQ(rows.Size(), desk.device.unis.size());
+        UniFixture fixture(model);
+        const rapidjson::Document rows = fixture.table(config, BSP_CMD_VIEW_ONU_VLAN);
+        ASSERT_EQ(rows.Size(), fixture.device.unis.size());
         for (const auto &row : rows.GetArray()) {
-            const OnuBlock block = told(desk, row["uni"].GetUint());
+            const OnuBlock block = configured(fixture, row["uni"].GetUint());
             std::vector<Vlan> list;
             for (uint32_t pair = 0; pair < block.get(at::count); ++pair)
                 list.push_back({block.get(at::user[pair]), block.get(at::network[pair])});
@@ -73,37 +73,37 @@ TEST(OnuVlan, OfAnyOnuIsAsTheTablesSayUntilItIsTold)
 TEST(OnuVlan, WhatAnOnuHasCanBeToldAgain)
 {
     for (const std::string_view model : {"S100", "S040", "E020", "H132", "B400"}) {
-        UniDesk desk(model);
-        for (uint32_t uni = 1; uni <= desk.device.unis.size(); ++uni)
-            EXPECT_EQ(tell(desk, told(desk, uni), uni), BSP_OK) << model << uni;
+        UniFixture fixture(model);
+        for (uint32_t uni = 1; uni <= fixture.device.unis.size(); ++uni)
+            EXPECT_EQ(send_setting(fixture, configured(fixture, uni), uni), BSP_OK) << model << uni;
     }
 }
 
 TEST(OnuVlan, TheOltShowsItAtOnceAndTheOnuHasItLater)
 {
-    UniDesk desk;
-    const OnuBlock before = told(desk);
+    UniFixture fixture;
+    const OnuBlock before = configured(fixture);
     const OnuBlock trunk = vlans(VlanMode::trunk, 4094, {{1, 1}, {4094, 4094}});
-    ASSERT_EQ(tell(desk, trunk), BSP_OK);
-    EXPECT_EQ(told(desk), before);
+    ASSERT_EQ(send_setting(fixture, trunk), BSP_OK);
+    EXPECT_EQ(configured(fixture), before);
     for (const uint32_t view : {BSP_CMD_VIEW_ONU_VLAN, BSP_CMD_VIEW_ONU_PORT_CONFIG}) {
-        const rapidjson::Document rows = desk.table(config, view);
+        const rapidjson::Document rows = fixture.table(config, view);
         EXPECT_EQ(text_of(rows[0]["vlan_mode"]), "trunk");
         EXPECT_EQ(text_of(rows[0]["vlans"]), "1,4094");
     }
-    desk.pass(oam_delay);
-    EXPECT_EQ(told(desk), trunk);
+    fixture.pass(oam_delay);
+    EXPECT_EQ(configured(fixture), trunk);
 }
 
 TEST(OnuVlan, AllViewsOfVlansShowWhatWasTold)
 {
-    UniDesk desk;
+    UniFixture fixture;
     for (uint32_t uni = 1; uni <= max_unis; ++uni)
-        ASSERT_EQ(tell(desk, vlans(VlanMode::translation, 7, {{10, 110}, {20, 120}}), uni), BSP_OK);
-    const rapidjson::Document modes = desk.table(BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_MODE_SNMP);
+        ASSERT_EQ(send_setting(fixture, vlans(VlanMode::translation, 7, {{10, 110}, {20, 120}}), uni), BSP_OK);
+    const rapidjson::Document modes = fixture.table(BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_MODE_SNMP);
     EXPECT_EQ(modes[0]["onu_id"].GetUint(), 5u);
     EXPECT_EQ(modes[0]["transl"].GetUint(), 4u);
-    EXPECT_EQ(desk.table(BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP)[0]["vlans"].GetUint(), 8u);
+    EXPECT_EQ(fixture.table(BSP_MSG_ONU_SNMP, BSP_CMD_VIEW_VLAN_LIST_SNMP)[0]["vlans"].GetUint(), 8u);
 }
 
 TEST(OnuVlan, SurviveARestart)
@@ -111,40 +111,40 @@ TEST(OnuVlan, SurviveARestart)
     const Folder folder;
     const OnuBlock tag = vlans(VlanMode::tag, 77);
     {
-        UniDesk desk(able, folder.file("state"));
-        ASSERT_EQ(tell(desk, tag), BSP_OK);
-        desk.pass(oam_delay);
-        desk.simulator.keep_time();
+        UniFixture fixture(able, folder.file("state"));
+        ASSERT_EQ(send_setting(fixture, tag), BSP_OK);
+        fixture.pass(oam_delay);
+        fixture.simulator.keep_time();
     }
-    UniDesk desk(able, folder.file("state"));
-    EXPECT_EQ(told(desk), tag);
+    UniFixture fixture(able, folder.file("state"));
+    EXPECT_EQ(configured(fixture), tag);
 }
 
 TEST(OnuVlan, NotEveryOnuTranslatesOrIsATrunk)
 {
     const OnuBlock translation = vlans(VlanMode::translation, 1, {{10, 20}});
     const OnuBlock trunk = vlans(VlanMode::trunk, 1, {{10, 10}});
-    UniDesk translator("S100");
-    EXPECT_EQ(tell(translator, translation), BSP_OK);
-    EXPECT_EQ(tell(translator, trunk), PON_ERR_NOT_ABLE);
-    UniDesk neither("E020");
-    EXPECT_EQ(tell(neither, translation), PON_ERR_NOT_ABLE);
-    EXPECT_EQ(tell(neither, vlans(VlanMode::tag, 10)), BSP_OK);
+    UniFixture translator("S100");
+    EXPECT_EQ(send_setting(translator, translation), BSP_OK);
+    EXPECT_EQ(send_setting(translator, trunk), PON_ERR_NOT_ABLE);
+    UniFixture neither("E020");
+    EXPECT_EQ(send_setting(neither, translation), PON_ERR_NOT_ABLE);
+    EXPECT_EQ(send_setting(neither, vlans(VlanMode::tag, 10)), BSP_OK);
 }
 
 TEST(OnuVlan, VlansAre1To4094)
 {
-    UniDesk desk;
+    UniFixture fixture;
     for (const uint16_t wrong : {0, 4095}) {
-        EXPECT_EQ(tell(desk, vlans(VlanMode::tag, wrong)), PON_ERR_BAD_RECORD);
-        EXPECT_EQ(tell(desk, vlans(VlanMode::translation, 1, {{wrong, 5}})), PON_ERR_BAD_RECORD);
-        EXPECT_EQ(tell(desk, vlans(VlanMode::translation, 1, {{5, wrong}})), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(send_setting(fixture, vlans(VlanMode::tag, wrong)), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(send_setting(fixture, vlans(VlanMode::translation, 1, {{wrong, 5}})), PON_ERR_BAD_RECORD);
+        EXPECT_EQ(send_setting(fixture, vlans(VlanMode::translation, 1, {{5, wrong}})), PON_ERR_BAD_RECORD);
     }
 }
 
 TEST(OnuVlan, WhatMakesNoSenseIsRefused)
 {
-    UniDesk desk;
+    UniFixture fixture;
     const OnuBlock tag = vlans(VlanMode::tag, 10);
     for (const OnuBlock &bad :
          {vlans(VlanMode{4}, 10), vlans(VlanMode::tag, 10, {{1, 1}}), vlans(VlanMode::trunk, 10),
@@ -153,15 +153,15 @@ TEST(OnuVlan, WhatMakesNoSenseIsRefused)
           with(tag, at::priority, 8), with(tag, at::tpid, 0x05ff), with(tag, at::user[0], 1),
           with(tag, layout::At<uint8_t>{at::tpid.offset - 1}, 1), with(tag, layout::At<uint8_t>{352 + 158}, 1),
           with(tag, at::count, 9)})
-        EXPECT_EQ(tell(desk, bad), PON_ERR_BAD_RECORD);
-    EXPECT_EQ(tell(desk, tag), BSP_OK);
+        EXPECT_EQ(send_setting(fixture, bad), PON_ERR_BAD_RECORD);
+    EXPECT_EQ(send_setting(fixture, tag), BSP_OK);
 }
 
 TEST(OnuVlan, AreShownWhileTheOnuIsOfflineButNotOfNone)
 {
-    UniDesk desk;
-    EXPECT_EQ(desk.table(config, BSP_CMD_VIEW_ONU_VLAN, 6).Size(), device_of(1, stranger(6)).unis.size());
-    EXPECT_EQ(desk.ask(config, BSP_CMD_VIEW_ONU_VLAN, 0, 7).status, PON_ERR_NOT_BOUND);
+    UniFixture fixture;
+    EXPECT_EQ(fixture.table(config, BSP_CMD_VIEW_ONU_VLAN, 6).Size(), device_of(1, stranger(6)).unis.size());
+    EXPECT_EQ(fixture.ask(config, BSP_CMD_VIEW_ONU_VLAN, 0, 7).status, PON_ERR_NOT_BOUND);
 }
 
 TEST(OnuVlan, TheLongestTableStaysWithin10240)

@@ -13,26 +13,26 @@ namespace ponsim
 inline constexpr uint32_t uplink_cage = 17; // the first one, after 16 PON ports
 inline constexpr ModelTime hours = 3600 * ms_per_second;
 
-inline PlatAnswer diagnostics(Desk &desk, uint32_t pon_port)
+inline PlatAnswer diagnostics(ServiceFixture &fixture, uint32_t pon_port)
 {
-    return {desk, BSP_MSG_PLAT, {BSP_CMD_OPTICS_DIAG_GET, pon_port}};
+    return {fixture, BSP_MSG_PLAT, {BSP_CMD_OPTICS_DIAG_GET, pon_port}};
 }
 
-inline PlatAnswer rssi(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t selector = 0)
+inline PlatAnswer rssi(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id, uint32_t selector = 0)
 {
-    return {desk, BSP_MSG_PLAT,
+    return {fixture, BSP_MSG_PLAT,
             PlatRecord(BSP_CMD_OPTICS_RSSI_GET, pon_port, onu_id)
                 .put(word_at(offsetof(bsp_plat_msg, plat_arg120)), selector)};
 }
 
-inline PlatAnswer sfp_info(Desk &desk, uint32_t cage)
+inline PlatAnswer sfp_info(ServiceFixture &fixture, uint32_t cage)
 {
-    return {desk, BSP_MSG_PLAT, {BSP_CMD_SFP_INFO_GET, cage}};
+    return {fixture, BSP_MSG_PLAT, {BSP_CMD_SFP_INFO_GET, cage}};
 }
 
-inline PlatAnswer i2c_read(Desk &desk, uint32_t cage, uint32_t address, uint32_t offset, uint32_t length)
+inline PlatAnswer i2c_read(ServiceFixture &fixture, uint32_t cage, uint32_t address, uint32_t offset, uint32_t length)
 {
-    return {desk, BSP_MSG_DEBUG,
+    return {fixture, BSP_MSG_DEBUG,
             PlatRecord(BSP_CMD_DEBUG_I2C_READ, cage)
                 .put(layout::i2c_read::address, address)
                 .put(layout::i2c_read::offset, offset)
@@ -40,21 +40,22 @@ inline PlatAnswer i2c_read(Desk &desk, uint32_t cage, uint32_t address, uint32_t
 }
 
 // Returns bytes of a module's memory.
-inline std::vector<uint8_t> memory(Desk &desk, uint32_t cage, uint32_t address, uint32_t offset, uint32_t length)
+inline std::vector<uint8_t> memory(ServiceFixture &fixture, uint32_t cage, uint32_t address, uint32_t offset,
+                                   uint32_t length)
 {
-    const PlatAnswer answer = i2c_read(desk, cage, address, offset, length);
+    const PlatAnswer answer = i2c_read(fixture, cage, address, offset, length);
     EXPECT_EQ(answer.status(), BSP_OK);
     EXPECT_EQ(answer.get(layout::i2c_bytes::result), length);
     const auto data = answer.get(layout::i2c_bytes::data);
     return {data.begin(), data.begin() + length};
 }
 
-inline uint32_t i2c_write(Desk &desk, uint32_t cage, uint32_t address, uint32_t offset,
+inline uint32_t i2c_write(ServiceFixture &fixture, uint32_t cage, uint32_t address, uint32_t offset,
                           const std::vector<uint8_t> &bytes)
 {
     std::array<uint8_t, 128> data{};
     std::copy_n(bytes.begin(), bytes.size(), data.begin());
-    return PlatAnswer(desk, BSP_MSG_DEBUG,
+    return PlatAnswer(fixture, BSP_MSG_DEBUG,
                       PlatRecord(BSP_CMD_DEBUG_I2C_WRITE, cage)
                           .put(layout::i2c_write::address, address)
                           .put(layout::i2c_write::offset, offset)
@@ -64,10 +65,10 @@ inline uint32_t i2c_write(Desk &desk, uint32_t cage, uint32_t address, uint32_t 
 }
 
 // Starts to measure an ONU.
-inline uint32_t trigger(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t samples = 1, uint32_t interval = 0,
-                        uint32_t delay = 0)
+inline uint32_t trigger(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id, uint32_t samples = 1,
+                        uint32_t interval = 0, uint32_t delay = 0)
 {
-    return PlatAnswer(desk, BSP_MSG_PLAT,
+    return PlatAnswer(fixture, BSP_MSG_PLAT,
                       PlatRecord(BSP_CMD_OPM_TRIGGER, pon_port, onu_id)
                           .put(layout::opm_trigger::samples, samples)
                           .put(layout::opm_trigger::interval, interval)
@@ -75,17 +76,17 @@ inline uint32_t trigger(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t
         .status();
 }
 
-inline uint32_t set_lao(Desk &desk, uint32_t pon_port, uint32_t mode)
+inline uint32_t set_lao(ServiceFixture &fixture, uint32_t pon_port, uint32_t mode)
 {
     return PlatAnswer(
-               desk, BSP_MSG_PLAT,
+               fixture, BSP_MSG_PLAT,
                PlatRecord(BSP_CMD_LAO_MODE_SET, pon_port).put(word_at(offsetof(bsp_plat_msg, plat_arg112)), mode))
         .status();
 }
 
-inline uint32_t set_lol(Desk &desk, uint32_t pon_port, uint32_t mode, int32_t level = 0)
+inline uint32_t set_lol(ServiceFixture &fixture, uint32_t pon_port, uint32_t mode, int32_t level = 0)
 {
-    return PlatAnswer(desk, BSP_MSG_PLAT,
+    return PlatAnswer(fixture, BSP_MSG_PLAT,
                       PlatRecord(BSP_CMD_LOL_MODE_SET, pon_port)
                           .put(word_at(offsetof(bsp_plat_msg, plat_arg112)), mode)
                           .put(layout::lol_mode::level, level))
@@ -93,22 +94,22 @@ inline uint32_t set_lol(Desk &desk, uint32_t pon_port, uint32_t mode, int32_t le
 }
 
 // Carries out a line as `ponsim ctl` does.
-inline void control_line(Desk &desk, const std::string &line)
+inline void control_line(ServiceFixture &fixture, const std::string &line)
 {
-    Clock clock(desk.simulator.olt().now(), 0);
-    control(desk.simulator, clock, line);
+    Clock clock(fixture.simulator.olt().now(), 0);
+    control(fixture.simulator, clock, line);
 }
 
-inline void pass(Desk &desk, ModelTime time)
+inline void pass(ServiceFixture &fixture, ModelTime time)
 {
-    desk.simulator.advance(desk.simulator.olt().now() + time);
+    fixture.simulator.advance(fixture.simulator.olt().now() + time);
 }
 
 // Binds an ONU with this id at port 1, and expects it to be online.
-inline void bind_arrival(Desk &desk, uint32_t onu_id, size_t index = 0)
+inline void bind_arrival(ServiceFixture &fixture, uint32_t onu_id, size_t index = 0)
 {
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, onu_id, desk.port(1).arrivals.at(index).mac)), BSP_OK);
-    EXPECT_TRUE(desk.port(1).online(*desk.port(1).bindings[onu_id]));
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND, 1, onu_id, fixture.port(1).arrivals.at(index).mac)), BSP_OK);
+    EXPECT_TRUE(fixture.port(1).online(*fixture.port(1).bindings[onu_id]));
 }
 
 inline WantedSettings lively()

@@ -21,9 +21,9 @@ constexpr At<uint16_t, 3, 4> often{352};
 constexpr At<layout::Text<4>> text{356};
 
 template <class Place, class Value>
-constexpr bool can_be_put = requires(OnuBlock block, Place place, Value value)
+constexpr bool can_be_put = requires(OnuBlock block, Place key, Value value)
 {
-    block.put(place, value);
+    block.put(key, value);
 };
 
 static_assert(can_be_put<At<uint16_t>, int>);

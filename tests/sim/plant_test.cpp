@@ -38,8 +38,8 @@ std::shared_ptr<const Topology> tree()
     return topology;
 }
 
-struct Plant : Bench {
-    Plant() : Bench({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0, .topology = tree()})
+struct Plant : OltFixture {
+    Plant() : OltFixture({.seed = 1, .ports = 1, .arrivals = 0, .silent = 0, .topology = tree()})
     {
         bind(1, 1, stranger(1));
         bind(1, 2, stranger(2));

@@ -27,8 +27,8 @@ struct PlatRecord {
 struct PlatAnswer {
     Reply reply;
 
-    PlatAnswer(Desk &desk, uint32_t channel, const PlatRecord &request)
-        : reply(desk.simulator.handle({channel, &request.record, sizeof request.record}))
+    PlatAnswer(ServiceFixture &fixture, uint32_t channel, const PlatRecord &request)
+        : reply(fixture.simulator.handle({channel, &request.record, sizeof request.record}))
     {
     }
     uint32_t status() const { return reply.status; }

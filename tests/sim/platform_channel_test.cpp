@@ -17,11 +17,11 @@ Message pon_setting(const bsp_pon_msg &record)
 
 TEST(PonSettings, ByThePlatformChannelDoAsThoseByThePonChannel)
 {
-    Desk desk(everyone_online());
-    EXPECT_EQ(desk.simulator.handle(pon_setting(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)))).status, BSP_OK);
-    EXPECT_EQ(desk.simulator.olt().find(stranger(1)), (Olt::Place{1, 5}));
-    const Reply reply = desk.simulator.handle(pon_setting(record_of(BSP_CMD_WHITELIST_GET, 1, 5)));
-    EXPECT_EQ(reply.answer, desk.ask(record_of(BSP_CMD_WHITELIST_GET, 1, 5)).answer);
+    ServiceFixture fixture(everyone_online());
+    EXPECT_EQ(fixture.simulator.handle(pon_setting(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)))).status, BSP_OK);
+    EXPECT_EQ(fixture.simulator.olt().find(stranger(1)), (OnuKey{1, 5}));
+    const Reply reply = fixture.simulator.handle(pon_setting(record_of(BSP_CMD_WHITELIST_GET, 1, 5)));
+    EXPECT_EQ(reply.answer, fixture.ask(record_of(BSP_CMD_WHITELIST_GET, 1, 5)).answer);
 }
 
 TEST(PonSettings, TheirCommandStandsWhereThePonChannelHasIt)
@@ -33,16 +33,17 @@ TEST(PonSettings, TheirCommandStandsWhereThePonChannelHasIt)
 
 TEST(PonSettings, AreNotCommandsOfThePlatformChannel)
 {
-    Desk desk(everyone_online());
-    EXPECT_EQ(desk.simulator.handle(pon_setting(record_of(BSP_CMD_SLA_PORT_GET, 1))).status, PON_ERR_UNKNOWN_COMMAND);
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_ONU_BIND, 1, 5)), PON_ERR_UNKNOWN_COMMAND);
+    ServiceFixture fixture(everyone_online());
+    EXPECT_EQ(fixture.simulator.handle(pon_setting(record_of(BSP_CMD_SLA_PORT_GET, 1))).status,
+              PON_ERR_UNKNOWN_COMMAND);
+    EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_ONU_BIND, 1, 5)), PON_ERR_UNKNOWN_COMMAND);
 }
 
 TEST(PonSettings, GoByNoOtherChannel)
 {
-    Desk desk(everyone_online());
+    ServiceFixture fixture(everyone_online());
     const bsp_pon_msg record = record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1));
-    EXPECT_EQ(desk.simulator.handle({BSP_MSG_DEBUG, &record, sizeof record}).status, PON_ERR_BAD_RECORD);
+    EXPECT_EQ(fixture.simulator.handle({BSP_MSG_DEBUG, &record, sizeof record}).status, PON_ERR_BAD_RECORD);
 }
 
 TEST(PonSettings, NeedTheAccessOfTheirCommand)
@@ -58,33 +59,33 @@ TEST(PonSettings, NeedTheAccessOfTheirCommand)
 
 TEST(PlatformFunctions, AGetAnswersInARecordThatNamesItsCommand)
 {
-    Desk desk(everyone_online());
-    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 2));
+    ServiceFixture fixture(everyone_online());
+    const Reply reply = ask(fixture, PlatRecord(BSP_CMD_SLA_PORT_GET, 2));
     EXPECT_EQ(number_at(reply, word_at(offsetof(bsp_plat_msg, plat_cmd))), BSP_CMD_SLA_PORT_GET);
     EXPECT_EQ(number_at(reply, word_at(offsetof(bsp_plat_msg, plat_port))), 2u);
 }
 
 TEST(PlatformFunctions, ASetStores)
 {
-    Desk desk(everyone_online());
+    ServiceFixture fixture(everyone_online());
     const PlatRecord set = PlatRecord(BSP_CMD_P2P_OWN_PORT_SET, 2).put(layout::p2p_own_port::own_port, 3);
     const Message message{BSP_MSG_PLAT, &set.record, sizeof set.record, catalogue::Call::set};
-    EXPECT_EQ(desk.simulator.handle(message).status, BSP_OK);
-    EXPECT_EQ(number_at(ask(desk, PlatRecord(BSP_CMD_P2P_OWN_PORT_GET, 2)), layout::p2p_own_port::own_port), 3u);
+    EXPECT_EQ(fixture.simulator.handle(message).status, BSP_OK);
+    EXPECT_EQ(number_at(ask(fixture, PlatRecord(BSP_CMD_P2P_OWN_PORT_GET, 2)), layout::p2p_own_port::own_port), 3u);
 }
 
 TEST(PlatformFunctions, AQueryHasAResultBesideItsAnswer)
 {
-    Desk desk(everyone_online());
-    const Reply reply = ask(desk, PlatRecord(BSP_CMD_MAC_GET, 0));
+    ServiceFixture fixture(everyone_online());
+    const Reply reply = ask(fixture, PlatRecord(BSP_CMD_MAC_GET, 0));
     EXPECT_EQ(reply.result, "[]");
     EXPECT_EQ(number_at(reply, word_at(offsetof(bsp_plat_msg, plat_cmd))), BSP_CMD_MAC_GET);
 }
 
 TEST(PonSettings, OfThePonChannelHaveResults)
 {
-    Desk desk(everyone_online());
-    const Reply reply = desk.ask(record_of(BSP_CMD_AUTH_LIST, 0));
+    ServiceFixture fixture(everyone_online());
+    const Reply reply = fixture.ask(record_of(BSP_CMD_AUTH_LIST, 0));
     EXPECT_TRUE(reply.understood);
     EXPECT_LE(reply.result.value().size(), platform_result);
 }

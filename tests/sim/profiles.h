@@ -40,8 +40,8 @@ inline Words with_id(Words words, int32_t id)
     return words;
 }
 
-struct ProfileDesk : Desk {
-    using Desk::Desk;
+struct ProfileFixture : ServiceFixture {
+    using ServiceFixture::ServiceFixture;
 
     Reply exchange(uint32_t action, const std::string &payload, Call call)
     {

@@ -19,96 +19,96 @@ uint32_t word_at(const std::string &bytes, size_t offset)
 
 TEST(Profiles, WhatWasStoredIsFetchedWhole)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (uint32_t kind : all_kinds) {
-        ASSERT_EQ(desk.keep(kind, "Größe L", with_id(words_of_kind(kind), 9)), BSP_OK);
-        EXPECT_EQ(desk.fetched(kind, "Größe L"), payload_of("Größe L", with_id(words_of_kind(kind), 9))) << kind;
+        ASSERT_EQ(fixture.keep(kind, "Größe L", with_id(words_of_kind(kind), 9)), BSP_OK);
+        EXPECT_EQ(fixture.fetched(kind, "Größe L"), payload_of("Größe L", with_id(words_of_kind(kind), 9))) << kind;
     }
 }
 
 TEST(Profiles, AnAnswerRepeatsItsAction)
 {
-    ProfileDesk desk;
-    desk.keep(16, "gold", gold_line);
-    const std::string answer = desk.get(18, name_field("gold")).answer.value_or("");
+    ProfileFixture fixture;
+    fixture.keep(16, "gold", gold_line);
+    const std::string answer = fixture.get(18, name_field("gold")).answer.value_or("");
     EXPECT_EQ(word_at(answer, 0), 18u);
     EXPECT_EQ(word_at(answer, 4), 1u);
 }
 
 TEST(Profiles, AKindHasNamesOfItsOwn)
 {
-    ProfileDesk desk;
-    desk.keep(16, "gold", gold_line);
-    EXPECT_EQ(desk.get(32 + fetch, name_field("gold")).status, PON_ERR_NO_PROFILE);
-    EXPECT_EQ(desk.set(48 + drop, name_field("gold")), PON_ERR_NO_PROFILE);
-    EXPECT_EQ(desk.get(16 + fetch, name_field("gold")).status, BSP_OK);
+    ProfileFixture fixture;
+    fixture.keep(16, "gold", gold_line);
+    EXPECT_EQ(fixture.get(32 + fetch, name_field("gold")).status, PON_ERR_NO_PROFILE);
+    EXPECT_EQ(fixture.set(48 + drop, name_field("gold")), PON_ERR_NO_PROFILE);
+    EXPECT_EQ(fixture.get(16 + fetch, name_field("gold")).status, BSP_OK);
 }
 
 TEST(Profiles, TheNameMayStandInAPayloadOfAWholeProfile)
 {
-    ProfileDesk desk;
-    desk.keep(32, "gold", gold_sla);
-    EXPECT_EQ(desk.get(32 + fetch, payload_of("gold", gold_line)).status, BSP_OK);
-    EXPECT_EQ(desk.set(32 + drop, payload_of("gold", gold_line)), BSP_OK);
+    ProfileFixture fixture;
+    fixture.keep(32, "gold", gold_sla);
+    EXPECT_EQ(fixture.get(32 + fetch, payload_of("gold", gold_line)).status, BSP_OK);
+    EXPECT_EQ(fixture.set(32 + drop, payload_of("gold", gold_line)), BSP_OK);
 }
 
 TEST(Profiles, ADeletedProfileIsUnknown)
 {
-    ProfileDesk desk;
-    desk.keep(16, "gold", gold_line);
-    EXPECT_EQ(desk.set(16 + drop, name_field("gold")), BSP_OK);
-    EXPECT_EQ(desk.get(16 + fetch, name_field("gold")).status, PON_ERR_NO_PROFILE);
-    EXPECT_EQ(desk.set(16 + drop, name_field("gold")), PON_ERR_NO_PROFILE);
+    ProfileFixture fixture;
+    fixture.keep(16, "gold", gold_line);
+    EXPECT_EQ(fixture.set(16 + drop, name_field("gold")), BSP_OK);
+    EXPECT_EQ(fixture.get(16 + fetch, name_field("gold")).status, PON_ERR_NO_PROFILE);
+    EXPECT_EQ(fixture.set(16 + drop, name_field("gold")), PON_ERR_NO_PROFILE);
 }
 
 TEST(Profiles, ANewProfileGetsTheLowestFreeId)
 {
-    ProfileDesk desk;
-    desk.keep(16, "one", gold_line);
-    desk.keep(16, "three", with_id(gold_line, 3));
-    desk.keep(16, "two", gold_line);
-    EXPECT_EQ(word_at(desk.fetched(16, "one"), 32), 1u);
-    EXPECT_EQ(word_at(desk.fetched(16, "two"), 32), 2u);
+    ProfileFixture fixture;
+    fixture.keep(16, "one", gold_line);
+    fixture.keep(16, "three", with_id(gold_line, 3));
+    fixture.keep(16, "two", gold_line);
+    EXPECT_EQ(word_at(fixture.fetched(16, "one"), 32), 1u);
+    EXPECT_EQ(word_at(fixture.fetched(16, "two"), 32), 2u);
 }
 
 TEST(Profiles, AProfileTakesThePlaceOfTheOneOfItsName)
 {
-    ProfileDesk desk;
-    desk.keep(16, "gold", with_id(gold_line, 7));
+    ProfileFixture fixture;
+    fixture.keep(16, "gold", with_id(gold_line, 7));
     const Words changed{0, 200, 0, 0, 0, 0};
-    EXPECT_EQ(desk.keep(16, "gold", changed), BSP_OK);
-    EXPECT_EQ(desk.fetched(16, "gold"), payload_of("gold", with_id(changed, 7)));
-    EXPECT_EQ(desk.simulator.olt().profiles(ProfileKind::line).size(), 1u);
+    EXPECT_EQ(fixture.keep(16, "gold", changed), BSP_OK);
+    EXPECT_EQ(fixture.fetched(16, "gold"), payload_of("gold", with_id(changed, 7)));
+    EXPECT_EQ(fixture.simulator.olt().profiles(ProfileKind::line).size(), 1u);
 }
 
 TEST(Profiles, AProfileMovesToAnotherId)
 {
-    ProfileDesk desk;
-    desk.keep(16, "gold", with_id(gold_line, 7));
-    EXPECT_EQ(desk.keep(16, "gold", with_id(gold_line, 8)), BSP_OK);
-    EXPECT_EQ(desk.keep(16, "silver", with_id(gold_line, 7)), BSP_OK);
-    EXPECT_EQ(word_at(desk.fetched(16, "gold"), 32), 8u);
+    ProfileFixture fixture;
+    fixture.keep(16, "gold", with_id(gold_line, 7));
+    EXPECT_EQ(fixture.keep(16, "gold", with_id(gold_line, 8)), BSP_OK);
+    EXPECT_EQ(fixture.keep(16, "silver", with_id(gold_line, 7)), BSP_OK);
+    EXPECT_EQ(word_at(fixture.fetched(16, "gold"), 32), 8u);
 }
 
 TEST(Profiles, AnIdIsOneProfiles)
 {
-    ProfileDesk desk;
-    desk.keep(16, "gold", with_id(gold_line, 7));
-    EXPECT_EQ(desk.keep(16, "silver", with_id(gold_line, 7)), PON_ERR_ID_IN_USE);
-    EXPECT_EQ(desk.keep(32, "silver", with_id(gold_sla, 7)), BSP_OK);
+    ProfileFixture fixture;
+    fixture.keep(16, "gold", with_id(gold_line, 7));
+    EXPECT_EQ(fixture.keep(16, "silver", with_id(gold_line, 7)), PON_ERR_ID_IN_USE);
+    EXPECT_EQ(fixture.keep(32, "silver", with_id(gold_sla, 7)), BSP_OK);
 }
 
 TEST(Profiles, ThereAre256OfAKind)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (int n = 0; n < 256; ++n)
-        ASSERT_EQ(desk.keep(32, std::to_string(n), gold_sla), BSP_OK) << n;
-    EXPECT_EQ(desk.keep(32, "256", gold_sla), PON_ERR_TABLE_FULL);
-    EXPECT_EQ(desk.keep(32, "255", gold_sla), BSP_OK);
-    EXPECT_EQ(desk.keep(16, "256", gold_line), BSP_OK);
-    EXPECT_EQ(desk.set(32 + drop, name_field("100")), BSP_OK);
-    EXPECT_EQ(desk.keep(32, "256", gold_sla), BSP_OK);
-    EXPECT_EQ(word_at(desk.fetched(32, "256"), 32), 101u);
+        ASSERT_EQ(fixture.keep(32, std::to_string(n), gold_sla), BSP_OK) << n;
+    EXPECT_EQ(fixture.keep(32, "256", gold_sla), PON_ERR_TABLE_FULL);
+    EXPECT_EQ(fixture.keep(32, "255", gold_sla), BSP_OK);
+    EXPECT_EQ(fixture.keep(16, "256", gold_line), BSP_OK);
+    EXPECT_EQ(fixture.set(32 + drop, name_field("100")), BSP_OK);
+    EXPECT_EQ(fixture.keep(32, "256", gold_sla), BSP_OK);
+    EXPECT_EQ(word_at(fixture.fetched(32, "256"), 32), 101u);
 }
 
 TEST(Profiles, EachValueHasItsRange)
@@ -131,11 +131,11 @@ TEST(Profiles, EachValueHasItsRange)
         {48, 5, -4000, 999, wide_alarm},   {48, 6, -3999, 1000, wide_alarm},
     };
     for (const auto &[kind, word, least, greatest, others] : ranges) {
-        ProfileDesk desk;
+        ProfileFixture fixture;
         const auto kept = [&](int32_t value) {
             Words words = others;
             words[word] = value;
-            return desk.keep(kind, "x", words);
+            return fixture.keep(kind, "x", words);
         };
         EXPECT_EQ(kept(least), BSP_OK) << kind << ' ' << word;
         EXPECT_EQ(kept(greatest), BSP_OK) << kind << ' ' << word;
@@ -146,43 +146,43 @@ TEST(Profiles, EachValueHasItsRange)
 
 TEST(Profiles, FixedAndAssuredBandwidthStayWithinTheMaximum)
 {
-    ProfileDesk desk;
-    EXPECT_EQ(desk.keep(32, "x", {0, 400, 600, 1000, 0, 1}), BSP_OK);
-    EXPECT_EQ(desk.keep(32, "x", {0, 400, 601, 1000, 0, 1}), PON_ERR_BAD_RECORD);
+    ProfileFixture fixture;
+    EXPECT_EQ(fixture.keep(32, "x", {0, 400, 600, 1000, 0, 1}), BSP_OK);
+    EXPECT_EQ(fixture.keep(32, "x", {0, 400, 601, 1000, 0, 1}), PON_ERR_BAD_RECORD);
 }
 
 TEST(Profiles, ALowThresholdIsBelowItsHighOne)
 {
     for (size_t low : {1, 3, 5}) {
-        ProfileDesk desk;
+        ProfileFixture fixture;
         Words words = cold_alarm;
         words[low] = words[low + 1];
-        EXPECT_EQ(desk.keep(48, "x", words), PON_ERR_BAD_RECORD) << low;
+        EXPECT_EQ(fixture.keep(48, "x", words), PON_ERR_BAD_RECORD) << low;
         --words[low];
-        EXPECT_EQ(desk.keep(48, "x", words), BSP_OK) << low;
+        EXPECT_EQ(fixture.keep(48, "x", words), BSP_OK) << low;
     }
 }
 
 TEST(Profiles, ANameIsACleanTextThatEndsInItsField)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (const std::string &bad : {std::string(), std::string(32, 'x'), std::string("a\nb"), std::string("\xff")})
-        EXPECT_EQ(desk.keep(16, bad, gold_line), PON_ERR_BAD_RECORD) << bad;
-    EXPECT_EQ(desk.keep(16, std::string(31, 'x'), gold_line), BSP_OK);
-    EXPECT_EQ(desk.get(16 + fetch, std::string(32, 'x')).status, PON_ERR_BAD_RECORD);
+        EXPECT_EQ(fixture.keep(16, bad, gold_line), PON_ERR_BAD_RECORD) << bad;
+    EXPECT_EQ(fixture.keep(16, std::string(31, 'x'), gold_line), BSP_OK);
+    EXPECT_EQ(fixture.get(16 + fetch, std::string(32, 'x')).status, PON_ERR_BAD_RECORD);
 }
 
 TEST(Profiles, APayloadOfAnotherLengthIsRefused)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (uint32_t kind : all_kinds) {
         const std::string whole = payload_of("gold", words_of_kind(kind));
-        EXPECT_EQ(desk.set(kind + put_in, whole + '\0'), PON_ERR_BAD_RECORD) << kind;
-        EXPECT_EQ(desk.set(kind + put_in, whole.substr(0, whole.size() - 1)), PON_ERR_BAD_RECORD) << kind;
-        ASSERT_EQ(desk.set(kind + put_in, whole), BSP_OK) << kind;
+        EXPECT_EQ(fixture.set(kind + put_in, whole + '\0'), PON_ERR_BAD_RECORD) << kind;
+        EXPECT_EQ(fixture.set(kind + put_in, whole.substr(0, whole.size() - 1)), PON_ERR_BAD_RECORD) << kind;
+        ASSERT_EQ(fixture.set(kind + put_in, whole), BSP_OK) << kind;
         for (size_t length : {size_t{31}, size_t{33}, whole.size() - 1}) {
-            EXPECT_EQ(desk.get(kind + fetch, whole.substr(0, length)).status, PON_ERR_BAD_RECORD) << length;
-            EXPECT_EQ(desk.set(kind + drop, whole.substr(0, length)), PON_ERR_BAD_RECORD) << length;
+            EXPECT_EQ(fixture.get(kind + fetch, whole.substr(0, length)).status, PON_ERR_BAD_RECORD) << length;
+            EXPECT_EQ(fixture.set(kind + drop, whole.substr(0, length)), PON_ERR_BAD_RECORD) << length;
         }
     }
 }
@@ -191,37 +191,37 @@ TEST(Profiles, TheShortestAndTheLongestRequestAreHandled)
 {
     for (size_t length : {0, 4092})
         for (uint32_t kind : all_kinds) {
-            ProfileDesk desk;
-            desk.keep(kind, "gold", words_of_kind(kind));
+            ProfileFixture fixture;
+            fixture.keep(kind, "gold", words_of_kind(kind));
             const std::string payload(length, '\0');
-            EXPECT_EQ(desk.set(kind + put_in, payload), PON_ERR_BAD_RECORD);
-            EXPECT_EQ(desk.get(kind + fetch, payload).status, PON_ERR_BAD_RECORD);
-            EXPECT_EQ(desk.set(kind + drop, payload), PON_ERR_BAD_RECORD);
-            EXPECT_EQ(word_at(desk.get(kind + list, payload).answer.value_or(""), 24), 1u);
-            EXPECT_TRUE(desk.get(kind + table, payload).file);
-            EXPECT_TRUE(desk.get(kind + text, payload).file);
+            EXPECT_EQ(fixture.set(kind + put_in, payload), PON_ERR_BAD_RECORD);
+            EXPECT_EQ(fixture.get(kind + fetch, payload).status, PON_ERR_BAD_RECORD);
+            EXPECT_EQ(fixture.set(kind + drop, payload), PON_ERR_BAD_RECORD);
+            EXPECT_EQ(word_at(fixture.get(kind + list, payload).answer.value_or(""), 24), 1u);
+            EXPECT_TRUE(fixture.get(kind + table, payload).file);
+            EXPECT_TRUE(fixture.get(kind + text, payload).file);
         }
 }
 
 TEST(Profiles, AnActionBelongsToItsCall)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (uint32_t kind : all_kinds) {
         for (uint32_t action : {fetch, list, table, text})
-            EXPECT_EQ(desk.set(kind + action, {}), PON_ERR_UNKNOWN_COMMAND);
+            EXPECT_EQ(fixture.set(kind + action, {}), PON_ERR_UNKNOWN_COMMAND);
         for (uint32_t action : {put_in, drop})
-            EXPECT_EQ(desk.get(kind + action).status, PON_ERR_UNKNOWN_COMMAND);
-        EXPECT_EQ(desk.get(kind).status, PON_ERR_UNKNOWN_COMMAND);
-        EXPECT_EQ(desk.get(kind + 7).status, PON_ERR_UNKNOWN_COMMAND);
+            EXPECT_EQ(fixture.get(kind + action).status, PON_ERR_UNKNOWN_COMMAND);
+        EXPECT_EQ(fixture.get(kind).status, PON_ERR_UNKNOWN_COMMAND);
+        EXPECT_EQ(fixture.get(kind + 7).status, PON_ERR_UNKNOWN_COMMAND);
     }
 }
 
 TEST(Profiles, TheListHasIdsAndNamesInOrderOfId)
 {
-    ProfileDesk desk;
-    desk.keep(16, "second", with_id(gold_line, 20));
-    desk.keep(16, "first", with_id(gold_line, 3));
-    const std::string answer = desk.get(16 + list).answer.value_or("");
+    ProfileFixture fixture;
+    fixture.keep(16, "second", with_id(gold_line, 20));
+    fixture.keep(16, "first", with_id(gold_line, 3));
+    const std::string answer = fixture.get(16 + list).answer.value_or("");
     EXPECT_EQ(word_at(answer, 24), 2u);
     EXPECT_EQ(word_at(answer, 28), 3u);
     EXPECT_EQ(answer.substr(32, 32), name_field("first"));
@@ -232,15 +232,15 @@ TEST(Profiles, TheListHasIdsAndNamesInOrderOfId)
 
 TEST(Profiles, ALongListGoesOnFromTheIdThatIsStated)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (int n = 0; n < 256; ++n)
-        desk.keep(16, std::string(28, 'x') + std::to_string(n), gold_line);
+        fixture.keep(16, std::string(28, 'x') + std::to_string(n), gold_line);
     std::vector<uint32_t> seen;
     std::vector<uint32_t> numbers;
     uint32_t from = 0;
     for (int answers = 0; answers < 4; ++answers) {
         const std::string payload(reinterpret_cast<const char *>(&from), sizeof from);
-        const std::string answer = desk.get(16 + list, payload).answer.value_or("");
+        const std::string answer = fixture.get(16 + list, payload).answer.value_or("");
         EXPECT_LE(answer.size(), sizeof(bsp_profile_msg));
         numbers.push_back(word_at(answer, 24));
         for (uint32_t entry = 0; entry < numbers.back(); ++entry)
@@ -255,13 +255,13 @@ TEST(Profiles, ALongListGoesOnFromTheIdThatIsStated)
 
 TEST(Profiles, TheTableHasARowAProfile)
 {
-    ProfileDesk desk;
-    desk.keep(16, "say \"gold\"", with_id(gold_line, 20));
-    desk.keep(48, "cold", cold_alarm);
-    EXPECT_EQ(desk.file(16 + table), R"([{"id":20,"name":"say \"gold\"","vlan":100,"priority":5,"upstream":20000,)"
-                                     R"("downstream":100000,"mac_limit":16}])");
-    EXPECT_EQ(desk.file(32 + table), "[]");
-    const rapidjson::Document alarms = parse(desk.file(48 + table));
+    ProfileFixture fixture;
+    fixture.keep(16, "say \"gold\"", with_id(gold_line, 20));
+    fixture.keep(48, "cold", cold_alarm);
+    EXPECT_EQ(fixture.file(16 + table), R"([{"id":20,"name":"say \"gold\"","vlan":100,"priority":5,"upstream":20000,)"
+                                        R"("downstream":100000,"mac_limit":16}])");
+    EXPECT_EQ(fixture.file(32 + table), "[]");
+    const rapidjson::Document alarms = parse(fixture.file(48 + table));
     ASSERT_EQ(alarms.Size(), 1u);
     EXPECT_EQ(alarms[0]["temperature_low"].GetDouble(), -40.0);
     EXPECT_EQ(alarms[0]["received_power_low"].GetDouble(), -28.5);
@@ -269,39 +269,40 @@ TEST(Profiles, TheTableHasARowAProfile)
 
 TEST(Profiles, TheLongestTableStaysWithinAResult)
 {
-    ProfileDesk desk;
+    ProfileFixture fixture;
     for (int n = 0; n < 256; ++n)
-        desk.keep(48, std::string(28, '"') + std::to_string(n), cold_alarm);
-    EXPECT_EQ(parse(desk.file(48 + table)).Size(), 256u);
-    EXPECT_LE(desk.file(48 + table).size(), max_result);
+        fixture.keep(48, std::string(28, '"') + std::to_string(n), cold_alarm);
+    EXPECT_EQ(parse(fixture.file(48 + table)).Size(), 256u);
+    EXPECT_LE(fixture.file(48 + table).size(), max_result);
 }
 
 TEST(Profiles, TheNameOfATableFitsTheAnswersRoom)
 {
-    ProfileDesk desk;
-    const Reply reply = desk.get(16 + table);
+    ProfileFixture fixture;
+    const Reply reply = fixture.get(16 + table);
     EXPECT_EQ(reply.answer, std::nullopt);
     EXPECT_EQ(reply.file.value().name_at, 24u);
 }
 
 TEST(Profiles, TheTextHasALineAValue)
 {
-    ProfileDesk desk;
-    desk.keep(32, "gold", gold_sla);
-    desk.keep(48, "cold store", with_id(cold_alarm, 2));
-    EXPECT_EQ(desk.file(16 + text), "# line profiles: 0\n");
-    EXPECT_EQ(desk.file(32 + text), "# sla profiles: 1\nsla-profile 1 gold\n fixed 1000\n assured 2000\n maximum 5000\n"
-                                    " priority 7\n weight 100\n");
-    EXPECT_EQ(desk.file(48 + text), "# alarm profiles: 1\nalarm-profile 2 cold store\n temperature_low -40.00\n"
-                                    " temperature_high 70.50\n launch_power_low -1.00\n launch_power_high 6.00\n"
-                                    " received_power_low -28.50\n received_power_high -8.00\n");
+    ProfileFixture fixture;
+    fixture.keep(32, "gold", gold_sla);
+    fixture.keep(48, "cold store", with_id(cold_alarm, 2));
+    EXPECT_EQ(fixture.file(16 + text), "# line profiles: 0\n");
+    EXPECT_EQ(fixture.file(32 + text),
+              "# sla profiles: 1\nsla-profile 1 gold\n fixed 1000\n assured 2000\n maximum 5000\n"
+              " priority 7\n weight 100\n");
+    EXPECT_EQ(fixture.file(48 + text), "# alarm profiles: 1\nalarm-profile 2 cold store\n temperature_low -40.00\n"
+                                       " temperature_high 70.50\n launch_power_low -1.00\n launch_power_high 6.00\n"
+                                       " received_power_low -28.50\n received_power_high -8.00\n");
 }
 
 TEST(Profiles, TheAnswerCountsTheBytesOfTheText)
 {
-    ProfileDesk desk;
-    desk.keep(32, "größer", gold_sla);
-    const Reply reply = desk.get(32 + text);
+    ProfileFixture fixture;
+    fixture.keep(32, "größer", gold_sla);
+    const Reply reply = fixture.get(32 + text);
     EXPECT_EQ(word_at(reply.answer.value_or(""), 8), reply.file.value().content.size());
     EXPECT_EQ(reply.file.value().name_at, 24u);
 }
@@ -310,19 +311,19 @@ TEST(Profiles, TheySurviveReopening)
 {
     Folder folder;
     {
-        ProfileDesk desk(WantedSettings{}, folder.file("olt.db"));
+        ProfileFixture fixture(WantedSettings{}, folder.file("olt.db"));
         for (uint32_t kind : all_kinds) {
-            desk.keep(kind, "kept", with_id(words_of_kind(kind), 5));
-            desk.keep(kind, "kept", with_id(words_of_kind(kind), 6));
-            desk.keep(kind, "gone", words_of_kind(kind));
-            desk.set(kind + drop, name_field("gone"));
+            fixture.keep(kind, "kept", with_id(words_of_kind(kind), 5));
+            fixture.keep(kind, "kept", with_id(words_of_kind(kind), 6));
+            fixture.keep(kind, "gone", words_of_kind(kind));
+            fixture.set(kind + drop, name_field("gone"));
         }
     }
-    ProfileDesk desk(WantedSettings{}, folder.file("olt.db"));
+    ProfileFixture fixture(WantedSettings{}, folder.file("olt.db"));
     for (uint32_t kind : all_kinds) {
-        EXPECT_EQ(desk.fetched(kind, "kept"), payload_of("kept", with_id(words_of_kind(kind), 6)));
-        EXPECT_EQ(desk.get(kind + fetch, name_field("gone")).status, PON_ERR_NO_PROFILE);
-        EXPECT_EQ(word_at(desk.get(kind + list).answer.value_or(""), 24), 1u);
+        EXPECT_EQ(fixture.fetched(kind, "kept"), payload_of("kept", with_id(words_of_kind(kind), 6)));
+        EXPECT_EQ(fixture.get(kind + fetch, name_field("gone")).status, PON_ERR_NO_PROFILE);
+        EXPECT_EQ(word_at(fixture.get(kind + list).answer.value_or(""), 24), 1u);
     }
 }
 
@@ -333,13 +334,13 @@ TEST(Profiles, ADamagedOneIsFoundOnOpening)
           "fields = x'e8030000d007000088130000070000006400000000'", "fields = x'00'"}) {
         Folder folder;
         const std::string file = folder.file("olt.db");
-        ProfileDesk(WantedSettings{}, file).keep(32, "gold", gold_sla);
+        ProfileFixture(WantedSettings{}, file).keep(32, "gold", gold_sla);
         sqlite3 *db = nullptr;
         ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
         const std::string update = std::string("UPDATE profile SET ") + damage;
         EXPECT_EQ(sqlite3_exec(db, update.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << update;
         sqlite3_close(db);
-        EXPECT_THROW(ProfileDesk(WantedSettings{}, file), StoreError) << damage;
+        EXPECT_THROW(ProfileFixture(WantedSettings{}, file), StoreError) << damage;
     }
 }
 

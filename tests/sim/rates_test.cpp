@@ -92,10 +92,11 @@ TEST(Room, IsTheLineRateLessTheGrantsOfEachOnuAndErrorCorrection)
 }
 
 // This OLT has four ONUs at ids 1 to 4 of each of its ports. Ports 1 and 5 share an uplink.
-struct Loaded : Desk {
+struct Loaded : ServiceFixture {
     static constexpr uint32_t ports = 5;
 
-    explicit Loaded(const std::string &file = {}) : Desk({.seed = 1, .ports = ports, .arrivals = 4, .silent = 0}, file)
+    explicit Loaded(const std::string &file = {})
+        : ServiceFixture({.seed = 1, .ports = ports, .arrivals = 4, .silent = 0}, file)
     {
         for (uint32_t pon_port = 1; pon_port <= ports; ++pon_port)
             for (uint32_t id = 1; id <= 4; ++id)
@@ -143,45 +144,45 @@ void expect_close(uint64_t value, uint64_t expected)
 
 TEST(Load, IsAsFoundAtFirst)
 {
-    const Loaded desk;
-    const Rates found = rates_of(desk.olt().seed(), desk.mac(1, 2));
-    EXPECT_EQ(desk.onu(1, 2).passed.up, found.up);
-    EXPECT_EQ(desk.onu(1, 2).passed.down, found.down);
+    const Loaded fixture;
+    const Rates found = rates_of(fixture.olt().seed(), fixture.mac(1, 2));
+    EXPECT_EQ(fixture.onu(1, 2).passed.up, found.up);
+    EXPECT_EQ(fixture.onu(1, 2).passed.down, found.down);
 }
 
 TEST(Load, IsToldPreciselyAndForgottenAgain)
 {
-    Loaded desk;
-    const Traffic::Onu before = desk.onu(1, 1);
+    Loaded fixture;
+    const Traffic::Onu before = fixture.onu(1, 1);
     for (const uint32_t kbit : {100u, 777u, 12345u, 900000u}) {
-        desk.load(1, 1, "up", kbit);
-        desk.load(1, 1, "down", kbit);
-        expect_close(octets_of(desk.onu(1, 1).passed.up), kbits(kbit));
-        expect_close(octets_of(desk.onu(1, 1).passed.down), kbits(kbit));
+        fixture.load(1, 1, "up", kbit);
+        fixture.load(1, 1, "down", kbit);
+        expect_close(octets_of(fixture.onu(1, 1).passed.up), kbits(kbit));
+        expect_close(octets_of(fixture.onu(1, 1).passed.down), kbits(kbit));
     }
-    desk.say("load", 1, 1, "up default");
-    desk.say("load", 1, 1, "down default");
-    EXPECT_EQ(desk.onu(1, 1).passed.up, before.passed.up);
-    EXPECT_EQ(desk.onu(1, 1).passed.down, before.passed.down);
+    fixture.say("load", 1, 1, "up default");
+    fixture.say("load", 1, 1, "down default");
+    EXPECT_EQ(fixture.onu(1, 1).passed.up, before.passed.up);
+    EXPECT_EQ(fixture.onu(1, 1).passed.down, before.passed.down);
 }
 
 TEST(Load, IsOfFramesInTheSameProportions)
 {
-    Loaded desk;
-    const PerFlow found = desk.onu(1, 1).passed.up;
-    desk.load(1, 1, "up", 500000);
-    const PerFlow &loaded = desk.onu(1, 1).passed.up;
+    Loaded fixture;
+    const PerFlow found = fixture.onu(1, 1).passed.up;
+    fixture.load(1, 1, "up", 500000);
+    const PerFlow &loaded = fixture.onu(1, 1).passed.up;
     for (size_t flow = 1; flow < flows.size(); ++flow)
         expect_close(loaded[flow] * found[0], found[flow] * loaded[0]);
 }
 
 TEST(Load, OfNoneIsNoTraffic)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 0);
-    const uint64_t before = desk.pon(1).in_frames();
-    pass(desk, 60 * second);
-    EXPECT_EQ(desk.pon(1).in_frames(), before);
+    Loaded fixture;
+    fixture.load_all(1, "up", 0);
+    const uint64_t before = fixture.pon(1).in_frames();
+    pass(fixture, 60 * second);
+    EXPECT_EQ(fixture.pon(1).in_frames(), before);
 }
 
 TEST(Load, SurvivesTheService)
@@ -190,17 +191,17 @@ TEST(Load, SurvivesTheService)
     Streams before;
     Streams rates;
     {
-        Loaded desk(folder.file("olt.db"));
-        desk.load_all(1, "up", 400000);
-        desk.say("flood", 1, 2, "1000");
-        pass(desk, 10 * second);
-        desk.simulator.keep_time();
-        before = desk.port(1).traffic.offered(desk.olt().now()).frames;
-        rates = desk.port(1).traffic.streams();
+        Loaded fixture(folder.file("olt.db"));
+        fixture.load_all(1, "up", 400000);
+        fixture.say("flood", 1, 2, "1000");
+        pass(fixture, 10 * second);
+        fixture.simulator.keep_time();
+        before = fixture.port(1).traffic.offered(fixture.olt().now()).frames;
+        rates = fixture.port(1).traffic.streams();
     }
-    Desk desk({}, folder.file("olt.db"));
-    EXPECT_EQ(desk.port(1).traffic.offered(desk.simulator.olt().now()).frames, before);
-    EXPECT_EQ(desk.port(1).traffic.streams(), rates);
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    EXPECT_EQ(fixture.port(1).traffic.offered(fixture.simulator.olt().now()).frames, before);
+    EXPECT_EQ(fixture.port(1).traffic.streams(), rates);
 }
 
 TEST(Load, IsOfAnOnuByAddressOrByName)
@@ -221,224 +222,224 @@ TEST(Load, OfAScenarioHoldsUntilAnotherIsTold)
     auto topology = std::make_shared<Topology>();
     topology->ports.push_back(population_at({.ports = 1, .arrivals = 1, .silent = 0}, 1));
     topology->ports[0].arrivals[0].load_up = 5000;
-    Bench bench({.ports = 1, .topology = topology});
-    const Mac mac = bench.arrived(1);
-    ASSERT_EQ(bench.bind(1, 1, mac), BSP_OK);
-    expect_close(octets_of(bench.port(1).traffic.onu(1).passed.up), kbits(5000));
-    bench.done(set_load(bench.olt, 1, mac, Direction::up, 300));
-    expect_close(octets_of(bench.port(1).traffic.onu(1).passed.up), kbits(300));
-    bench.done(set_load(bench.olt, 1, mac, Direction::up, std::nullopt));
-    expect_close(octets_of(bench.port(1).traffic.onu(1).passed.up), kbits(5000));
+    OltFixture fixture({.ports = 1, .topology = topology});
+    const Mac mac = fixture.arrived(1);
+    ASSERT_EQ(fixture.bind(1, 1, mac), BSP_OK);
+    expect_close(octets_of(fixture.port(1).traffic.onu(1).passed.up), kbits(5000));
+    fixture.done(set_load(fixture.olt, 1, mac, Direction::up, 300));
+    expect_close(octets_of(fixture.port(1).traffic.onu(1).passed.up), kbits(300));
+    fixture.done(set_load(fixture.olt, 1, mac, Direction::up, std::nullopt));
+    expect_close(octets_of(fixture.port(1).traffic.onu(1).passed.up), kbits(5000));
 }
 
 TEST(Load, OfAnOnuThatIsNotThereIsRefused)
 {
-    Loaded desk;
-    EXPECT_THROW(control_line(desk, "load 1 02:00:00:00:00:99 up 100"), ControlError);
-    EXPECT_THROW(desk.say("load", 1, 1, "sideways 100"), ControlError);
-    EXPECT_THROW(desk.say("load", 1, 1, "up 1000001"), ControlError);
-    EXPECT_THROW(desk.say("flood", 1, 1, "-1"), ControlError);
+    Loaded fixture;
+    EXPECT_THROW(control_line(fixture, "load 1 02:00:00:00:00:99 up 100"), ControlError);
+    EXPECT_THROW(fixture.say("load", 1, 1, "sideways 100"), ControlError);
+    EXPECT_THROW(fixture.say("load", 1, 1, "up 1000001"), ControlError);
+    EXPECT_THROW(fixture.say("flood", 1, 1, "-1"), ControlError);
 }
 
 TEST(SlaTraffic, UpstreamIsAtMostTheMaximumAndTheRestNeverReachesThePort)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 0);
-    desk.load(1, 1, "up", 5000);
-    desk.sla(1, 1, {0, 0, 2000, 0, 1});
-    EXPECT_EQ(desk.sent(1, 1), 2000u);
-    EXPECT_EQ(Loaded::kbit(desk.onu(1, 1).dropped), 3000u);
-    const uint64_t before = desk.pon(1).in_octets;
-    pass(desk, 80 * second);
-    expect_close(desk.pon(1).in_octets - before, 2000 * 125 * 80);
+    Loaded fixture;
+    fixture.load_all(1, "up", 0);
+    fixture.load(1, 1, "up", 5000);
+    fixture.sla(1, 1, {0, 0, 2000, 0, 1});
+    EXPECT_EQ(fixture.sent(1, 1), 2000u);
+    EXPECT_EQ(Loaded::kbit(fixture.onu(1, 1).dropped), 3000u);
+    const uint64_t before = fixture.pon(1).in_octets;
+    pass(fixture, 80 * second);
+    expect_close(fixture.pon(1).in_octets - before, 2000 * 125 * 80);
 }
 
 TEST(SlaTraffic, DownstreamIsAtMostTheMaximumAndTheRestIsDiscardedAtThePort)
 {
-    Loaded desk;
-    desk.load_all(1, "down", 0);
-    desk.load(1, 1, "down", 5000);
-    desk.plan(set_sla_down(desk.olt(), 1, 1, 2000));
-    EXPECT_EQ(desk.received(1, 1), 2000u);
-    const Counters before = desk.pon(1);
-    pass(desk, 80 * second);
-    expect_close(desk.pon(1).out_octets - before.out_octets, 2000 * 125 * 80);
-    expect_close(desk.pon(1).out_discard_octets - before.out_discard_octets, 3000 * 125 * 80);
+    Loaded fixture;
+    fixture.load_all(1, "down", 0);
+    fixture.load(1, 1, "down", 5000);
+    fixture.plan(set_sla_down(fixture.olt(), 1, 1, 2000));
+    EXPECT_EQ(fixture.received(1, 1), 2000u);
+    const Counters before = fixture.pon(1);
+    pass(fixture, 80 * second);
+    expect_close(fixture.pon(1).out_octets - before.out_octets, 2000 * 125 * 80);
+    expect_close(fixture.pon(1).out_discard_octets - before.out_discard_octets, 3000 * 125 * 80);
 }
 
 TEST(SlaTraffic, OfAnOverloadedPortIsSharedByPriorityAndWeight)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 600000);
-    desk.sla(1, 1, {0, 100000, 1000000, 0, 1});
-    desk.sla(1, 2, {0, 0, 1000000, 5, 1});
-    desk.sla(1, 3, {0, 0, 1000000, 3, 1});
-    desk.sla(1, 4, {0, 0, 1000000, 3, 3});
+    Loaded fixture;
+    fixture.load_all(1, "up", 600000);
+    fixture.sla(1, 1, {0, 100000, 1000000, 0, 1});
+    fixture.sla(1, 2, {0, 0, 1000000, 5, 1});
+    fixture.sla(1, 3, {0, 0, 1000000, 3, 1});
+    fixture.sla(1, 4, {0, 0, 1000000, 3, 3});
     // The port has 991808 kbit/s, of which 100000 are assured. ONU 2 has all that it wants, and 291808 are left.
-    EXPECT_EQ(desk.sent(1, 1), 100000u);
-    EXPECT_EQ(desk.sent(1, 2), 600000u);
-    EXPECT_EQ(desk.sent(1, 3), 72952u);
-    EXPECT_EQ(desk.sent(1, 4), 218856u);
+    EXPECT_EQ(fixture.sent(1, 1), 100000u);
+    EXPECT_EQ(fixture.sent(1, 2), 600000u);
+    EXPECT_EQ(fixture.sent(1, 3), 72952u);
+    EXPECT_EQ(fixture.sent(1, 4), 218856u);
 }
 
 TEST(SlaTraffic, GoesBackToOthersWhenAnOnuGoesOffline)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 400000);
-    EXPECT_LT(desk.sent(1, 1), 300000u);
-    desk.say("power", 1, 3, "off");
-    desk.say("power", 1, 4, "off");
-    EXPECT_EQ(desk.sent(1, 1), 400000u);
+    Loaded fixture;
+    fixture.load_all(1, "up", 400000);
+    EXPECT_LT(fixture.sent(1, 1), 300000u);
+    fixture.say("power", 1, 3, "off");
+    fixture.say("power", 1, 4, "off");
+    EXPECT_EQ(fixture.sent(1, 1), 400000u);
 }
 
 TEST(PortTraffic, DownstreamIsCutInProportionToTheLoads)
 {
-    Loaded desk;
-    desk.load_all(1, "down", 0);
-    desk.load_all(5, "down", 0);
-    desk.load(1, 1, "down", 400000);
-    desk.load(1, 2, "down", 600000);
-    EXPECT_EQ(desk.received(1, 2), 600000u);
+    Loaded fixture;
+    fixture.load_all(1, "down", 0);
+    fixture.load_all(5, "down", 0);
+    fixture.load(1, 1, "down", 400000);
+    fixture.load(1, 2, "down", 600000);
+    EXPECT_EQ(fixture.received(1, 2), 600000u);
     Mpcp mpcp;
     mpcp.fec = 1;
-    desk.plan(set_mpcp(desk.olt(), 1, MpcpSet::grants, mpcp));
+    fixture.plan(set_mpcp(fixture.olt(), 1, MpcpSet::grants, mpcp));
     // Forward error correction leaves 937254 kbit/s.
-    EXPECT_EQ(desk.received(1, 1), 374902u);
-    EXPECT_EQ(desk.received(1, 2), 562353u);
+    EXPECT_EQ(fixture.received(1, 1), 374902u);
+    EXPECT_EQ(fixture.received(1, 2), 562353u);
 }
 
 TEST(UplinkTraffic, BeyondItsRateIsDiscardedThere)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 175000);
-    desk.load_all(5, "up", 175000);
-    EXPECT_EQ(desk.sent(5, 1), 175000u);
-    const Counters before = desk.ge(1);
-    pass(desk, 8 * second);
-    const Counters after = desk.ge(1);
+    Loaded fixture;
+    fixture.load_all(1, "up", 175000);
+    fixture.load_all(5, "up", 175000);
+    EXPECT_EQ(fixture.sent(5, 1), 175000u);
+    const Counters before = fixture.ge(1);
+    pass(fixture, 8 * second);
+    const Counters after = fixture.ge(1);
     expect_close(after.out_octets - before.out_octets, 1000000 * 125 * 8);
     EXPECT_NEAR(static_cast<double>(after.out_discard_octets - before.out_discard_octets), 400000e3, 1e6);
-    EXPECT_EQ(load_of({desk.port(1).traffic.streams().up, {}}).out / 1000000, 499u);
+    EXPECT_EQ(load_of({fixture.port(1).traffic.streams().up, {}}).out / 1000000, 499u);
 }
 
 TEST(UplinkTraffic, FromTheNetworkIsAtMostItsRate)
 {
-    Loaded desk;
-    desk.load_all(1, "down", 175000);
-    desk.load_all(5, "down", 175000);
-    EXPECT_EQ(desk.received(1, 1), 125000u);
-    desk.load_all(5, "down", 0);
-    EXPECT_EQ(desk.received(1, 1), 175000u);
-    EXPECT_EQ(desk.port(1).traffic.streams().down_lost, PerFlow{});
+    Loaded fixture;
+    fixture.load_all(1, "down", 175000);
+    fixture.load_all(5, "down", 175000);
+    EXPECT_EQ(fixture.received(1, 1), 125000u);
+    fixture.load_all(5, "down", 0);
+    EXPECT_EQ(fixture.received(1, 1), 175000u);
+    EXPECT_EQ(fixture.port(1).traffic.streams().down_lost, PerFlow{});
 }
 
 TEST(UplinkTraffic, ThatIsDownTakesNothingEitherWay)
 {
-    Loaded desk;
+    Loaded fixture;
     PhyControl phy;
     phy.bits |= PhyControl::power_down;
-    desk.simulator.change(change_of(
+    fixture.simulator.change(change_of(
         block_at({BSP_MSG_DEBUG, BSP_CMD_DEBUG_GE_PHY_SET, 1, 0}, std::string(1, static_cast<char>(phy.bits)))));
-    EXPECT_EQ(desk.port(1).traffic.streams().up, PerFlow{});
-    EXPECT_GT(octets_of(desk.port(5).traffic.streams().up_lost), 0u);
-    EXPECT_EQ(desk.received(5, 1), 0u);
+    EXPECT_EQ(fixture.port(1).traffic.streams().up, PerFlow{});
+    EXPECT_GT(octets_of(fixture.port(5).traffic.streams().up_lost), 0u);
+    EXPECT_EQ(fixture.received(5, 1), 0u);
 }
 
 // Returns how many broadcast frames an ONU sends in a second.
-uint64_t broadcasts(const Loaded &desk, uint32_t pon_port, uint32_t id)
+uint64_t broadcasts(const Loaded &fixture, uint32_t pon_port, uint32_t id)
 {
     uint64_t sum = 0;
     for (size_t flow = 0; flow < flows.size(); ++flow)
-        if (flows[flow].cast == Cast::broadcast) sum += desk.onu(pon_port, id).passed.up[flow];
+        if (flows[flow].cast == Cast::broadcast) sum += fixture.onu(pon_port, id).passed.up[flow];
     return sum / rate_unit;
 }
 
 TEST(Flood, IsSentBeyondTheLoadUntilItEnds)
 {
-    Loaded desk;
-    const uint64_t before = broadcasts(desk, 1, 1);
-    desk.say("flood", 1, 1, "1000");
-    EXPECT_EQ(broadcasts(desk, 1, 1), before + 1000);
-    desk.say("flood", 1, 1, "0");
-    EXPECT_EQ(broadcasts(desk, 1, 1), before);
+    Loaded fixture;
+    const uint64_t before = broadcasts(fixture, 1, 1);
+    fixture.say("flood", 1, 1, "1000");
+    EXPECT_EQ(broadcasts(fixture, 1, 1), before + 1000);
+    fixture.say("flood", 1, 1, "0");
+    EXPECT_EQ(broadcasts(fixture, 1, 1), before);
 }
 
 TEST(Flood, IsLetInAsFarAsTheBehaviorOfTheLlidDoes)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 0);
-    desk.say("flood", 1, 1, "10000");
-    desk.plan(set_llid_behavior(desk.olt(), 1, to_llid(1), {.broadcast_rate = 512}));
-    const Counters before = desk.pon(1);
-    const Counters ge_before = desk.ge(1);
-    pass(desk, 10 * second);
-    expect_close(desk.pon(1).in_broadcast - before.in_broadcast, 100000);
-    expect_close(desk.pon(1).in_discards - before.in_discards, 90000);
-    EXPECT_GT(desk.ge(1).out_broadcast, ge_before.out_broadcast + 9000);
-    desk.plan(set_llid_behavior(desk.olt(), 1, to_llid(1), {.frames = Frames::dropped}));
-    EXPECT_EQ(desk.port(1).traffic.streams().up, PerFlow{});
+    Loaded fixture;
+    fixture.load_all(1, "up", 0);
+    fixture.say("flood", 1, 1, "10000");
+    fixture.plan(set_llid_behavior(fixture.olt(), 1, to_llid(1), {.broadcast_rate = 512}));
+    const Counters before = fixture.pon(1);
+    const Counters ge_before = fixture.ge(1);
+    pass(fixture, 10 * second);
+    expect_close(fixture.pon(1).in_broadcast - before.in_broadcast, 100000);
+    expect_close(fixture.pon(1).in_discards - before.in_discards, 90000);
+    EXPECT_GT(fixture.ge(1).out_broadcast, ge_before.out_broadcast + 9000);
+    fixture.plan(set_llid_behavior(fixture.olt(), 1, to_llid(1), {.frames = Frames::dropped}));
+    EXPECT_EQ(fixture.port(1).traffic.streams().up, PerFlow{});
 }
 
 // Returns the sum of the line rates of all UNI ports of the ONU, in kbit/s.
-uint64_t uni_rates(const Loaded &desk, uint32_t pon_port, uint32_t id)
+uint64_t uni_rates(const Loaded &fixture, uint32_t pon_port, uint32_t id)
 {
     uint64_t sum = 0;
-    for (const Uni &uni : desk.olt().device_of(desk.mac(pon_port, id)).unis)
+    for (const Uni &uni : fixture.olt().device_of(fixture.mac(pon_port, id)).unis)
         sum += uni.line_rate * uint64_t{1000};
     return sum;
 }
 
 TEST(Storm, FillsTheUniPortAndIsBoundByTheSla)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 0);
-    desk.say("loop", 1, 1, "1 on");
-    const uint64_t of_port = desk.olt().device_of(desk.mac(1, 1)).unis[0].line_rate * uint64_t{1000};
-    EXPECT_EQ(desk.sent(1, 1), std::min<uint64_t>(of_port, 991808));
-    desk.sla(1, 1, {0, 0, 20000, 0, 1});
-    EXPECT_EQ(desk.sent(1, 1), 20000u);
+    Loaded fixture;
+    fixture.load_all(1, "up", 0);
+    fixture.say("loop", 1, 1, "1 on");
+    const uint64_t of_port = fixture.olt().device_of(fixture.mac(1, 1)).unis[0].line_rate * uint64_t{1000};
+    EXPECT_EQ(fixture.sent(1, 1), std::min<uint64_t>(of_port, 991808));
+    fixture.sla(1, 1, {0, 0, 20000, 0, 1});
+    EXPECT_EQ(fixture.sent(1, 1), 20000u);
 }
 
 TEST(Storm, LeavesToOthersWhatTheyAreAssured)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 900000);
+    Loaded fixture;
+    fixture.load_all(1, "up", 900000);
     for (uint32_t id = 1; id <= 4; ++id)
-        desk.say("flood", 1, id, std::to_string(max_flood));
-    desk.sla(1, 2, {100000, 150000, 1000000, 0, 1});
-    desk.sla(1, 3, {0, 0, 1000000, 7, 1});
-    EXPECT_EQ(desk.sent(1, 2), 250000u);
-    EXPECT_EQ(desk.sent(1, 3), 741808u);
-    EXPECT_EQ(desk.sent(1, 1), 0u);
+        fixture.say("flood", 1, id, std::to_string(max_flood));
+    fixture.sla(1, 2, {100000, 150000, 1000000, 0, 1});
+    fixture.sla(1, 3, {0, 0, 1000000, 7, 1});
+    EXPECT_EQ(fixture.sent(1, 2), 250000u);
+    EXPECT_EQ(fixture.sent(1, 3), 741808u);
+    EXPECT_EQ(fixture.sent(1, 1), 0u);
 }
 
 TEST(Storm, OfAFloodComesThroughTheUniPorts)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 0);
+    Loaded fixture;
+    fixture.load_all(1, "up", 0);
     for (uint32_t id = 1; id <= 4; ++id) {
-        desk.say("flood", 1, id, std::to_string(max_flood));
-        EXPECT_EQ(desk.sent(1, id),
-                  std::min<uint64_t>({uni_rates(desk, 1, id), max_flood * uint64_t{512} / 1000 + 1, 991808}))
+        fixture.say("flood", 1, id, std::to_string(max_flood));
+        EXPECT_EQ(fixture.sent(1, id),
+                  std::min<uint64_t>({uni_rates(fixture, 1, id), max_flood * uint64_t{512} / 1000 + 1, 991808}))
             << id;
-        desk.say("flood", 1, id, "0");
+        fixture.say("flood", 1, id, "0");
     }
 }
 
 TEST(Storm, EndsWhenDetectionShutsThePortAndComesBackWithIt)
 {
-    Loaded desk;
-    const PerFlow before = desk.onu(1, 1).passed.up;
-    desk.simulator.change(change_of<LoopDetection>({}, {.on = true, .recovery_time = 300, .interval = 5}));
-    desk.say("loop", 1, 1, "1 on");
-    pass(desk, 5 * second - 1);
-    EXPECT_GT(desk.sent(1, 1), 50000u);
-    pass(desk, 1);
-    EXPECT_EQ(desk.onu(1, 1).passed.up, before);
-    pass(desk, 300 * second);
-    EXPECT_GT(desk.sent(1, 1), 50000u);
-    desk.say("loop", 1, 1, "1 off");
-    EXPECT_EQ(desk.onu(1, 1).passed.up, before);
+    Loaded fixture;
+    const PerFlow before = fixture.onu(1, 1).passed.up;
+    fixture.simulator.change(change_of<LoopDetection>({}, {.on = true, .recovery_time = 300, .interval = 5}));
+    fixture.say("loop", 1, 1, "1 on");
+    pass(fixture, 5 * second - 1);
+    EXPECT_GT(fixture.sent(1, 1), 50000u);
+    pass(fixture, 1);
+    EXPECT_EQ(fixture.onu(1, 1).passed.up, before);
+    pass(fixture, 300 * second);
+    EXPECT_GT(fixture.sent(1, 1), 50000u);
+    fixture.say("loop", 1, 1, "1 off");
+    EXPECT_EQ(fixture.onu(1, 1).passed.up, before);
 }
 
 TEST(BitErrors, BreakFramesBetweenTheOnuAndItsPort)
@@ -469,44 +470,45 @@ uint64_t frames_of(const PerFlow &counts)
 }
 
 // Changes the OLT at random.
-void shuffle(Loaded &desk, Random &random)
+void shuffle(Loaded &fixture, Random &random)
 {
     constexpr std::array<uint32_t, 6> loads{0, 100, 20000, 150000, 400000, 1000000};
     const uint32_t pon_port = random.below(2) ? 5 : 1;
     const uint32_t id = 1 + random.below(4);
     switch (random.below(7)) {
     case 0:
-        return desk.load(pon_port, id, "up", loads[random.below(loads.size())]);
+        return fixture.load(pon_port, id, "up", loads[random.below(loads.size())]);
     case 1:
-        return desk.load(pon_port, id, "down", loads[random.below(loads.size())]);
+        return fixture.load(pon_port, id, "down", loads[random.below(loads.size())]);
     case 2:
-        return desk.sla(pon_port, id,
-                        {random.below(20000), random.below(200000), 220000 + random.below(700000), random.below(8),
-                         1 + random.below(100)});
+        return fixture.sla(pon_port, id,
+                           {random.below(20000), random.below(200000), 220000 + random.below(700000), random.below(8),
+                            1 + random.below(100)});
     case 3:
-        return desk.plan(set_sla_down(desk.olt(), pon_port, id, 1 + random.below(500000)));
+        return fixture.plan(set_sla_down(fixture.olt(), pon_port, id, 1 + random.below(500000)));
     case 4:
-        return desk.say("flood", pon_port, id, std::to_string(random.below(max_flood)));
+        return fixture.say("flood", pon_port, id, std::to_string(random.below(max_flood)));
     case 5:
-        return desk.plan(set_llid_behavior(desk.olt(), pon_port, to_llid(id), {.broadcast_rate = random.below(5000)}));
+        return fixture.plan(
+            set_llid_behavior(fixture.olt(), pon_port, to_llid(id), {.broadcast_rate = random.below(5000)}));
     default:
-        return desk.say("loop", pon_port, id, random.below(2) ? "1 on" : "1 off");
+        return fixture.say("loop", pon_port, id, random.below(2) ? "1 on" : "1 off");
     }
 }
 
 TEST(Rates, AddUpWhateverTheLoadsAndSlas)
 {
-    Loaded desk;
+    Loaded fixture;
     Random random{20, 11};
-    Counters before = desk.ge(1);
+    Counters before = fixture.ge(1);
     for (int times = 0; times < 300; ++times) {
-        shuffle(desk, random);
-        pass(desk, random.below(20000));
+        shuffle(fixture, random);
+        pass(fixture, random.below(20000));
         uint64_t let_in = 0;
         uint64_t to_onus = 0;
         for (const uint32_t pon_port : {1u, 5u}) {
-            const Counters pon = desk.pon(pon_port);
-            const Streams offered = desk.port(pon_port).traffic.offered(desk.olt().now()).frames;
+            const Counters pon = fixture.pon(pon_port);
+            const Streams offered = fixture.port(pon_port).traffic.offered(fixture.olt().now()).frames;
             EXPECT_EQ(pon.in_frames() + pon.in_fcs_errors + pon.in_code_errors,
                       frames_of(offered.up) + frames_of(offered.up_errored) + frames_of(offered.up_policed) +
                           frames_of(offered.up_lost));
@@ -516,15 +518,15 @@ TEST(Rates, AddUpWhateverTheLoadsAndSlas)
             Bandwidth sent = 0;
             Bandwidth received = 0;
             for (uint32_t id = 1; id <= 4; ++id) {
-                sent += octets_of(desk.onu(pon_port, id).passed.up);
-                received += octets_of(desk.onu(pon_port, id).passed.down);
+                sent += octets_of(fixture.onu(pon_port, id).passed.up);
+                received += octets_of(fixture.onu(pon_port, id).passed.down);
             }
-            const Load load = pon_load(desk.port(pon_port));
+            const Load load = pon_load(fixture.port(pon_port));
             EXPECT_NEAR(static_cast<double>(load.out), static_cast<double>(sent * 8 / rate_unit), 3);
             EXPECT_NEAR(static_cast<double>(load.in), static_cast<double>(received * 8 / rate_unit), 3);
             EXPECT_LE(sent, capacity_of({}, 4).up);
         }
-        const Counters ge = desk.ge(1);
+        const Counters ge = fixture.ge(1);
         EXPECT_EQ(ge.out_frames() + ge.out_discards, let_in);
         EXPECT_EQ(ge.in_frames() - ge.in_discards, to_onus);
         EXPECT_GE(ge.out_octets, before.out_octets);
@@ -539,11 +541,11 @@ TEST(Rates, AreTheSameInOneLongStepAndInManyShortOnes)
 {
     Loaded one;
     Loaded other;
-    for (Loaded *desk : {&one, &other}) {
-        desk->simulator.change(change_of<LoopDetection>({}, {.on = true, .recovery_time = 60, .interval = 5}));
-        desk->load_all(1, "up", 300000);
-        desk->load_all(5, "up", 123457);
-        desk->say("loop", 5, 1, "1 on");
+    for (Loaded *fixture : {&one, &other}) {
+        fixture->simulator.change(change_of<LoopDetection>({}, {.on = true, .recovery_time = 60, .interval = 5}));
+        fixture->load_all(1, "up", 300000);
+        fixture->load_all(5, "up", 123457);
+        fixture->say("loop", 5, 1, "1 on");
     }
     pass(one, 1000 * second);
     for (int step = 0; step < 1000; ++step)
@@ -555,19 +557,19 @@ TEST(Rates, AreTheSameInOneLongStepAndInManyShortOnes)
 
 TEST(Rates, OfUniPortsAreThoseThatAreGrantedAndTheRestIsDiscarded)
 {
-    Loaded desk;
-    desk.load_all(1, "up", 400000);
-    const RemoteOnu onu = find_onu(desk.olt(), 1, 1).onu;
+    Loaded fixture;
+    fixture.load_all(1, "up", 400000);
+    const RemoteOnu onu = find_onu(fixture.olt(), 1, 1).onu;
     uint64_t octets = 0;
     uint64_t frames = 0;
     for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni) {
-        const UniCounters counters = uni_counters(desk.olt(), onu, uni, {0, 80 * second});
+        const UniCounters counters = uni_counters(fixture.olt(), onu, uni, {0, 80 * second});
         octets += counters.octets.up;
         frames += counters.frames.up + counters.discarded.up;
     }
-    expect_close(octets, desk.sent(1, 1) * 125 * 80);
+    expect_close(octets, fixture.sent(1, 1) * 125 * 80);
     uint64_t wanted = 0;
-    for (const uint64_t rate : desk.onu(1, 1).demand.wanted.up)
+    for (const uint64_t rate : fixture.onu(1, 1).demand.wanted.up)
         wanted += rate;
     expect_close(frames, wanted * 80 / rate_unit);
 }

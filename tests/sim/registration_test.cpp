@@ -18,131 +18,131 @@ constexpr ModelTime mpcp = 3;  // ms: a window of 0.26 ms and two grant cycles
 constexpr ModelTime oam = 500; // ms: discovery, then the extended OAM
 constexpr ModelTime in_full = mpcp + oam;
 
-Phase phase_of(const Bench &bench, const Mac &mac, uint32_t pon_port = 1)
+Phase phase_of(const OltFixture &fixture, const Mac &mac, uint32_t pon_port = 1)
 {
-    return bench.port(pon_port).record(mac).phase;
+    return fixture.port(pon_port).record(mac).phase;
 }
 
 // Lets time pass, in which ONUs register.
-void pass(Bench &bench, ModelTime time)
+void pass(OltFixture &fixture, ModelTime time)
 {
-    const ModelTime to = bench.olt.now() + time;
-    while (!bench.olt.registrations().empty() && bench.olt.registrations().begin()->at <= to) {
-        bench.olt.advance(bench.olt.registrations().begin()->at);
-        bench.olt.apply(registration_process.happen(bench.olt));
+    const ModelTime to = fixture.olt.now() + time;
+    while (!fixture.olt.registrations().empty() && fixture.olt.registrations().begin()->at <= to) {
+        fixture.olt.advance(fixture.olt.registrations().begin()->at);
+        fixture.olt.apply(registration_process.happen(fixture.olt));
     }
-    bench.olt.advance(to);
+    fixture.olt.advance(to);
 }
 
-void restart(Bench &bench, const Mac &mac, uint32_t pon_port = 1)
+void restart(OltFixture &fixture, const Mac &mac, uint32_t pon_port = 1)
 {
-    bench.done(set_power(bench.olt, pon_port, mac, false));
-    bench.done(set_power(bench.olt, pon_port, mac, true));
+    fixture.done(set_power(fixture.olt, pon_port, mac, false));
+    fixture.done(set_power(fixture.olt, pon_port, mac, true));
 }
 
 TEST(Registration, TakesEveryPhaseInTurn)
 {
-    Bench bench;
-    const Mac mac = bench.arrived(1);
-    bench.bind(1, 5, mac);
-    restart(bench, mac);
-    EXPECT_EQ(phase_of(bench, mac), Phase::booting);
-    pass(bench, boot_time - 1);
-    EXPECT_EQ(phase_of(bench, mac), Phase::booting);
-    pass(bench, 1);
-    EXPECT_EQ(phase_of(bench, mac), Phase::mpcp) << "its port holds a window in this very moment";
-    pass(bench, mpcp);
-    EXPECT_EQ(phase_of(bench, mac), Phase::oam);
-    EXPECT_FALSE(bench.online(1, 5));
-    pass(bench, oam);
-    EXPECT_EQ(phase_of(bench, mac), Phase::registered);
-    EXPECT_TRUE(bench.online(1, 5));
+    OltFixture fixture;
+    const Mac mac = fixture.arrived(1);
+    fixture.bind(1, 5, mac);
+    restart(fixture, mac);
+    EXPECT_EQ(phase_of(fixture, mac), Phase::booting);
+    pass(fixture, boot_time - 1);
+    EXPECT_EQ(phase_of(fixture, mac), Phase::booting);
+    pass(fixture, 1);
+    EXPECT_EQ(phase_of(fixture, mac), Phase::mpcp) << "its port holds a window in this very moment";
+    pass(fixture, mpcp);
+    EXPECT_EQ(phase_of(fixture, mac), Phase::oam);
+    EXPECT_FALSE(fixture.online(1, 5));
+    pass(fixture, oam);
+    EXPECT_EQ(phase_of(fixture, mac), Phase::registered);
+    EXPECT_TRUE(fixture.online(1, 5));
 }
 
 TEST(Registration, WaitsForTheNextDiscoveryWindowOfThePort)
 {
-    Bench bench;
+    OltFixture fixture;
     Mpcp slow;
     slow.discovery_interval = 7000;
-    bench.done(set_mpcp(bench.olt, 1, MpcpSet::discovery, slow));
-    bench.bind(1, 5, bench.arrived(1));
-    restart(bench, bench.arrived(1));
-    pass(bench, 35 * second - 1);
-    EXPECT_EQ(phase_of(bench, bench.arrived(1)), Phase::discovery);
-    pass(bench, 1);
-    EXPECT_EQ(phase_of(bench, bench.arrived(1)), Phase::mpcp);
+    fixture.done(set_mpcp(fixture.olt, 1, MpcpSet::discovery, slow));
+    fixture.bind(1, 5, fixture.arrived(1));
+    restart(fixture, fixture.arrived(1));
+    pass(fixture, 35 * second - 1);
+    EXPECT_EQ(phase_of(fixture, fixture.arrived(1)), Phase::discovery);
+    pass(fixture, 1);
+    EXPECT_EQ(phase_of(fixture, fixture.arrived(1)), Phase::mpcp);
 }
 
 TEST(Registration, AsksForTheLoidWhereThePortWantsIt)
 {
-    Bench bench;
-    const Arrival &onu = bench.arrival(1);
-    bench.set_mode(1, AuthMode::loid);
-    bench.done(set_power(bench.olt, 1, onu.mac, false));
-    bench.accept(1, onu.loid);
-    EXPECT_EQ(bench.olt.find(onu.mac), std::nullopt);
-    bench.done(set_power(bench.olt, 1, onu.mac, true));
-    pass(bench, boot_time + in_full);
-    EXPECT_EQ(phase_of(bench, onu.mac), Phase::authentication);
-    EXPECT_EQ(bench.olt.find(onu.mac), std::nullopt);
-    pass(bench, oam_delay);
-    EXPECT_NE(bench.olt.find(onu.mac), std::nullopt);
+    OltFixture fixture;
+    const Arrival &onu = fixture.arrival(1);
+    fixture.set_mode(1, AuthMode::loid);
+    fixture.done(set_power(fixture.olt, 1, onu.mac, false));
+    fixture.accept(1, onu.loid);
+    EXPECT_EQ(fixture.olt.find(onu.mac), std::nullopt);
+    fixture.done(set_power(fixture.olt, 1, onu.mac, true));
+    pass(fixture, boot_time + in_full);
+    EXPECT_EQ(phase_of(fixture, onu.mac), Phase::authentication);
+    EXPECT_EQ(fixture.olt.find(onu.mac), std::nullopt);
+    pass(fixture, oam_delay);
+    EXPECT_NE(fixture.olt.find(onu.mac), std::nullopt);
 }
 
 TEST(Registration, IsShorterWhereTheOltDoesNotKnowTheExtendedOam)
 {
-    Bench bench;
-    bench.done(set_oui(bench.olt, {1, 2, 3}));
-    restart(bench, bench.arrived(1));
-    pass(bench, boot_time + mpcp + oam - oam_delay);
-    EXPECT_EQ(phase_of(bench, bench.arrived(1)), Phase::registered);
+    OltFixture fixture;
+    fixture.done(set_oui(fixture.olt, {1, 2, 3}));
+    restart(fixture, fixture.arrived(1));
+    pass(fixture, boot_time + mpcp + oam - oam_delay);
+    EXPECT_EQ(phase_of(fixture, fixture.arrived(1)), Phase::registered);
 }
 
 TEST(Registration, AnOnuThatIsNotHeardAtTheEndOfAPhaseBeginsAnewWhenItIs)
 {
-    Bench bench;
-    const Mac mac = bench.arrived(1);
-    bench.bind(1, 5, mac);
-    restart(bench, mac);
-    pass(bench, boot_time + mpcp);
-    bench.done(set_ranging_limits(bench.olt, 1, {0, 0}));
-    pass(bench, oam);
-    EXPECT_FALSE(bench.online(1, 5));
-    pass(bench, 60 * second);
-    bench.done(set_ranging_limits(bench.olt, 1, {0, max_distance}));
-    EXPECT_EQ(phase_of(bench, mac), Phase::discovery) << "it has been running all the time";
-    pass(bench, second + in_full);
-    EXPECT_TRUE(bench.online(1, 5));
+    OltFixture fixture;
+    const Mac mac = fixture.arrived(1);
+    fixture.bind(1, 5, mac);
+    restart(fixture, mac);
+    pass(fixture, boot_time + mpcp);
+    fixture.done(set_ranging_limits(fixture.olt, 1, {0, 0}));
+    pass(fixture, oam);
+    EXPECT_FALSE(fixture.online(1, 5));
+    pass(fixture, 60 * second);
+    fixture.done(set_ranging_limits(fixture.olt, 1, {0, max_distance}));
+    EXPECT_EQ(phase_of(fixture, mac), Phase::discovery) << "it has been running all the time";
+    pass(fixture, second + in_full);
+    EXPECT_TRUE(fixture.online(1, 5));
 }
 
 TEST(Registration, BootingGoesOnInTheDark)
 {
-    Bench bench;
-    const Mac mac = bench.arrived(1);
-    bench.bind(1, 5, mac);
-    restart(bench, mac);
-    bench.done(set_ranging_limits(bench.olt, 1, {0, 0}));
-    pass(bench, boot_time - second);
-    bench.done(set_ranging_limits(bench.olt, 1, {0, max_distance}));
-    EXPECT_EQ(phase_of(bench, mac), Phase::booting);
-    pass(bench, second + in_full);
-    EXPECT_TRUE(bench.online(1, 5));
+    OltFixture fixture;
+    const Mac mac = fixture.arrived(1);
+    fixture.bind(1, 5, mac);
+    restart(fixture, mac);
+    fixture.done(set_ranging_limits(fixture.olt, 1, {0, 0}));
+    pass(fixture, boot_time - second);
+    fixture.done(set_ranging_limits(fixture.olt, 1, {0, max_distance}));
+    EXPECT_EQ(phase_of(fixture, mac), Phase::booting);
+    pass(fixture, second + in_full);
+    EXPECT_TRUE(fixture.online(1, 5));
 }
 
 TEST(Registration, ABlackListedOnuIsTurnedAwayInItsWindow)
 {
-    Bench bench;
-    const Mac mac = bench.arrived(1);
-    bench.reject(1, mac);
-    restart(bench, mac);
-    pass(bench, boot_time);
-    EXPECT_EQ(phase_of(bench, mac), Phase::registered);
-    EXPECT_EQ(bench.alarms(1, mac, Alarm::rejected), 2u);
+    OltFixture fixture;
+    const Mac mac = fixture.arrived(1);
+    fixture.reject(1, mac);
+    restart(fixture, mac);
+    pass(fixture, boot_time);
+    EXPECT_EQ(phase_of(fixture, mac), Phase::registered);
+    EXPECT_EQ(fixture.alarms(1, mac, Alarm::rejected), 2u);
 }
 
 // In this fixture all ONUs of a full port are switched on at once.
-struct Crowd : Bench {
-    explicit Crowd(uint64_t seed = 1) : Bench({.seed = seed, .ports = 1, .arrivals = 128, .silent = 0})
+struct Crowd : OltFixture {
+    explicit Crowd(uint64_t seed = 1) : OltFixture({.seed = seed, .ports = 1, .arrivals = 128, .silent = 0})
     {
         for (const Arrival &arrival : port(1).arrivals)
             restart(*this, arrival.mac);
@@ -207,18 +207,18 @@ TEST(Registration, GoesOnAfterARestartOfTheService)
     const WantedSettings wanted{.seed = 1, .ports = 1, .arrivals = 1, .silent = 0};
     ModelTime ends = 0;
     {
-        Desk desk(wanted, folder.file("olt.db"));
-        const Mac mac = desk.port(1).arrivals[0].mac;
-        desk.simulator.change(set_power(desk.simulator.olt(), 1, mac, false).change);
-        desk.simulator.change(set_power(desk.simulator.olt(), 1, mac, true).change);
-        ends = desk.port(1).record(mac).phase_ends;
+        ServiceFixture fixture(wanted, folder.file("olt.db"));
+        const Mac mac = fixture.port(1).arrivals[0].mac;
+        fixture.simulator.change(set_power(fixture.simulator.olt(), 1, mac, false).change);
+        fixture.simulator.change(set_power(fixture.simulator.olt(), 1, mac, true).change);
+        ends = fixture.port(1).record(mac).phase_ends;
     }
-    Desk desk(wanted, folder.file("olt.db"));
-    const Mac mac = desk.port(1).arrivals[0].mac;
-    EXPECT_EQ(desk.port(1).record(mac).phase, Phase::booting);
-    EXPECT_EQ(desk.port(1).record(mac).phase_ends, ends);
-    desk.settle();
-    EXPECT_EQ(desk.port(1).record(mac).phase, Phase::registered);
+    ServiceFixture fixture(wanted, folder.file("olt.db"));
+    const Mac mac = fixture.port(1).arrivals[0].mac;
+    EXPECT_EQ(fixture.port(1).record(mac).phase, Phase::booting);
+    EXPECT_EQ(fixture.port(1).record(mac).phase_ends, ends);
+    fixture.settle();
+    EXPECT_EQ(fixture.port(1).record(mac).phase, Phase::registered);
 }
 
 } // namespace

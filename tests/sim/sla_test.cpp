@@ -10,33 +10,33 @@ namespace ponsim
 namespace
 {
 
-uint32_t store(Desk &desk, uint32_t pon_port, uint32_t onu_id, const Sla &sla)
+uint32_t store(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id, const Sla &sla)
 {
-    return send(desk, PlatRecord(BSP_CMD_SLA_SET, pon_port, onu_id)
-                          .put(layout::sla::fixed, sla.fixed)
-                          .put(layout::sla::assured, sla.assured)
-                          .put(layout::sla::maximum, sla.maximum)
-                          .put(layout::sla::priority, sla.priority)
-                          .put(layout::sla::weight, sla.weight));
+    return send(fixture, PlatRecord(BSP_CMD_SLA_SET, pon_port, onu_id)
+                             .put(layout::sla::fixed, sla.fixed)
+                             .put(layout::sla::assured, sla.assured)
+                             .put(layout::sla::maximum, sla.maximum)
+                             .put(layout::sla::priority, sla.priority)
+                             .put(layout::sla::weight, sla.weight));
 }
 
-uint32_t store_down(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t maximum)
+uint32_t store_down(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id, uint32_t maximum)
 {
-    return send(desk, PlatRecord(BSP_CMD_SLA_DOWN_SET, pon_port, onu_id).put(layout::sla_down::maximum, maximum));
+    return send(fixture, PlatRecord(BSP_CMD_SLA_DOWN_SET, pon_port, onu_id).put(layout::sla_down::maximum, maximum));
 }
 
-Sla read(Desk &desk, uint32_t pon_port, uint32_t onu_id, uint32_t channel = BSP_MSG_PLAT)
+Sla read(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id, uint32_t channel = BSP_MSG_PLAT)
 {
-    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id), channel);
+    const Reply reply = ask(fixture, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id), channel);
     EXPECT_EQ(reply.status, BSP_OK);
     return {number_at(reply, layout::At<uint32_t>{124}), number_at(reply, layout::At<uint32_t>{128}),
             number_at(reply, layout::At<uint32_t>{132}), number_at(reply, layout::At<uint32_t>{136}),
             number_at(reply, layout::At<uint32_t>{140})};
 }
 
-uint32_t read_down(Desk &desk, uint32_t pon_port, uint32_t onu_id)
+uint32_t read_down(ServiceFixture &fixture, uint32_t pon_port, uint32_t onu_id)
 {
-    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id));
+    const Reply reply = ask(fixture, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id));
     EXPECT_EQ(reply.status, BSP_OK);
     return number_at(reply, layout::At<uint32_t>{124});
 }
@@ -44,8 +44,8 @@ uint32_t read_down(Desk &desk, uint32_t pon_port, uint32_t onu_id)
 constexpr Sla some_sla{.fixed = 1000, .assured = 20000, .maximum = 300000, .priority = 5, .weight = 60};
 
 // This OLT has ONUs bound to 3 and 9 of port 1.
-struct Bound : Desk {
-    explicit Bound(const std::string &file = {}) : Desk(everyone_online(), file)
+struct Bound : ServiceFixture {
+    explicit Bound(const std::string &file = {}) : ServiceFixture(everyone_online(), file)
     {
         bind_arrived(*this, 1, 3, 1);
         bind_arrived(*this, 1, 9, 0);
@@ -54,163 +54,163 @@ struct Bound : Desk {
 
 TEST(Sla, WhatIsStoredIsReadBackOnBothChannels)
 {
-    Bound desk;
-    EXPECT_EQ(store(desk, 1, 3, some_sla), BSP_OK);
-    EXPECT_EQ(read(desk, 1, 3), some_sla);
-    EXPECT_EQ(read(desk, 1, 3, BSP_MSG_DEBUG), some_sla);
-    EXPECT_EQ(store_down(desk, 1, 3, 70000), BSP_OK);
-    EXPECT_EQ(read_down(desk, 1, 3), 70000u);
+    Bound fixture;
+    EXPECT_EQ(store(fixture, 1, 3, some_sla), BSP_OK);
+    EXPECT_EQ(read(fixture, 1, 3), some_sla);
+    EXPECT_EQ(read(fixture, 1, 3, BSP_MSG_DEBUG), some_sla);
+    EXPECT_EQ(store_down(fixture, 1, 3, 70000), BSP_OK);
+    EXPECT_EQ(read_down(fixture, 1, 3), 70000u);
 }
 
 TEST(Sla, OfAnOnuWithoutOneIsTheDefault)
 {
-    Bound desk;
-    EXPECT_EQ(read(desk, 1, 9), (Sla{0, 0, 1000000, 0, 1}));
-    EXPECT_EQ(read_down(desk, 1, 9), 1000000u);
+    Bound fixture;
+    EXPECT_EQ(read(fixture, 1, 9), (Sla{0, 0, 1000000, 0, 1}));
+    EXPECT_EQ(read_down(fixture, 1, 9), 1000000u);
 }
 
 TEST(Sla, ZerosTakeItAway)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    store_down(desk, 1, 3, 70000);
-    EXPECT_EQ(store(desk, 1, 3, {}), BSP_OK);
-    EXPECT_EQ(store_down(desk, 1, 3, 0), BSP_OK);
-    EXPECT_EQ(read(desk, 1, 3), default_sla);
-    EXPECT_EQ(read_down(desk, 1, 3), 1000000u);
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    store_down(fixture, 1, 3, 70000);
+    EXPECT_EQ(store(fixture, 1, 3, {}), BSP_OK);
+    EXPECT_EQ(store_down(fixture, 1, 3, 0), BSP_OK);
+    EXPECT_EQ(read(fixture, 1, 3), default_sla);
+    EXPECT_EQ(read_down(fixture, 1, 3), 1000000u);
 }
 
 TEST(Sla, IsOfABoundOnu)
 {
-    Bound desk;
+    Bound fixture;
     for (const auto &[pon_port, onu_id, status] : {std::tuple{0u, 3u, PON_ERR_NO_PORT},
                                                    {3u, 3u, PON_ERR_NO_PORT},
                                                    {1u, 128u, PON_ERR_BAD_ONU_ID},
                                                    {1u, 4u, PON_ERR_NOT_BOUND}}) {
-        EXPECT_EQ(store(desk, pon_port, onu_id, some_sla), status);
-        EXPECT_EQ(store_down(desk, pon_port, onu_id, 1), status);
-        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id)), status);
-        EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id)), status);
+        EXPECT_EQ(store(fixture, pon_port, onu_id, some_sla), status);
+        EXPECT_EQ(store_down(fixture, pon_port, onu_id, 1), status);
+        EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_SLA_GET, pon_port, onu_id)), status);
+        EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_SLA_DOWN_GET, pon_port, onu_id)), status);
     }
 }
 
 TEST(Sla, HasToMakeSense)
 {
-    Bound desk;
+    Bound fixture;
     for (const Sla &bad :
          {Sla{100, 201, 300, 0, 1}, Sla{301, 0, 300, 0, 1}, Sla{0xffffffff, 2, 300, 0, 1}, Sla{0, 0, 1000001, 0, 1},
           Sla{0, 0, 0, 0, 1}, Sla{0, 0, 300, 8, 1}, Sla{0, 0, 300, 0, 0}, Sla{0, 0, 300, 0, 101}})
-        EXPECT_EQ(store(desk, 1, 3, bad), PON_ERR_BAD_SLA);
-    EXPECT_EQ(store_down(desk, 1, 3, 1000001), PON_ERR_BAD_SLA);
-    EXPECT_EQ(read(desk, 1, 3), default_sla);
-    EXPECT_EQ(store(desk, 1, 3, {100, 200, 300, 7, 100}), BSP_OK);
-    EXPECT_EQ(store_down(desk, 1, 3, 1000000), BSP_OK);
+        EXPECT_EQ(store(fixture, 1, 3, bad), PON_ERR_BAD_SLA);
+    EXPECT_EQ(store_down(fixture, 1, 3, 1000001), PON_ERR_BAD_SLA);
+    EXPECT_EQ(read(fixture, 1, 3), default_sla);
+    EXPECT_EQ(store(fixture, 1, 3, {100, 200, 300, 7, 100}), BSP_OK);
+    EXPECT_EQ(store_down(fixture, 1, 3, 1000000), BSP_OK);
 }
 
 TEST(Sla, APortGivesNoMoreThanItHas)
 {
-    Bound desk;
-    EXPECT_EQ(store(desk, 1, 3, {400000, 300000, 1000000, 0, 1}), BSP_OK);
-    EXPECT_EQ(store(desk, 1, 9, {0, 300001, 1000000, 0, 1}), PON_ERR_SLA_CAPACITY);
-    EXPECT_EQ(store(desk, 1, 9, {0, 300000, 1000000, 0, 1}), BSP_OK);
+    Bound fixture;
+    EXPECT_EQ(store(fixture, 1, 3, {400000, 300000, 1000000, 0, 1}), BSP_OK);
+    EXPECT_EQ(store(fixture, 1, 9, {0, 300001, 1000000, 0, 1}), PON_ERR_SLA_CAPACITY);
+    EXPECT_EQ(store(fixture, 1, 9, {0, 300000, 1000000, 0, 1}), BSP_OK);
 }
 
 TEST(Sla, ANewOneTakesThePlaceOfTheOldOne)
 {
-    Bound desk;
-    store(desk, 1, 3, {600000, 0, 1000000, 0, 1});
-    EXPECT_EQ(store(desk, 1, 3, {0, 900000, 1000000, 0, 1}), BSP_OK);
+    Bound fixture;
+    store(fixture, 1, 3, {600000, 0, 1000000, 0, 1});
+    EXPECT_EQ(store(fixture, 1, 3, {0, 900000, 1000000, 0, 1}), BSP_OK);
 }
 
 TEST(Sla, AnotherPortHasACapacityOfItsOwn)
 {
-    Bound desk;
-    bind_arrived(desk, 2, 3, 0);
-    store(desk, 1, 3, {1000000, 0, 1000000, 0, 1});
-    EXPECT_EQ(store(desk, 2, 3, {1000000, 0, 1000000, 0, 1}), BSP_OK);
+    Bound fixture;
+    bind_arrived(fixture, 2, 3, 0);
+    store(fixture, 1, 3, {1000000, 0, 1000000, 0, 1});
+    EXPECT_EQ(store(fixture, 2, 3, {1000000, 0, 1000000, 0, 1}), BSP_OK);
 }
 
 TEST(Sla, IsGoneWithTheRelease)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    store_down(desk, 1, 3, 70000);
-    desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 3));
-    bind_arrived(desk, 1, 3, 1);
-    EXPECT_EQ(read(desk, 1, 3), default_sla);
-    EXPECT_EQ(read_down(desk, 1, 3), 1000000u);
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    store_down(fixture, 1, 3, 70000);
+    fixture.send(record_of(BSP_CMD_ONU_RELEASE, 1, 3));
+    bind_arrived(fixture, 1, 3, 1);
+    EXPECT_EQ(read(fixture, 1, 3), default_sla);
+    EXPECT_EQ(read_down(fixture, 1, 3), 1000000u);
 }
 
 TEST(Sla, StaysWhenTheOnuIsBoundAgain)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    bind_arrived(desk, 1, 3, 1);
-    EXPECT_EQ(read(desk, 1, 3), some_sla);
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    bind_arrived(fixture, 1, 3, 1);
+    EXPECT_EQ(read(fixture, 1, 3), some_sla);
 }
 
 TEST(Sla, FollowsItsOnuToAnotherId)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    store_down(desk, 1, 3, 70000);
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    store_down(fixture, 1, 3, 70000);
     bsp_pon_msg sort = record_of(BSP_CMD_ONU_SORT_BATCH, 1);
     put(sort, layout::onu_batch::onu_set, words_of(ids({3, 9})));
-    ASSERT_EQ(desk.send(sort), BSP_OK);
-    EXPECT_EQ(read(desk, 1, 9), some_sla);
-    EXPECT_EQ(read_down(desk, 1, 9), 70000u);
-    EXPECT_EQ(read(desk, 1, 3), default_sla);
+    ASSERT_EQ(fixture.send(sort), BSP_OK);
+    EXPECT_EQ(read(fixture, 1, 9), some_sla);
+    EXPECT_EQ(read_down(fixture, 1, 9), 70000u);
+    EXPECT_EQ(read(fixture, 1, 3), default_sla);
 }
 
 TEST(Sla, SurvivesARestart)
 {
     Folder folder;
     {
-        Bound desk(folder.file("olt.db"));
-        store(desk, 1, 3, some_sla);
-        store_down(desk, 1, 9, 70000);
+        Bound fixture(folder.file("olt.db"));
+        store(fixture, 1, 3, some_sla);
+        store_down(fixture, 1, 9, 70000);
     }
-    Desk desk({}, folder.file("olt.db"));
-    EXPECT_EQ(read(desk, 1, 3), some_sla);
-    EXPECT_EQ(read_down(desk, 1, 3), 1000000u);
-    EXPECT_EQ(read(desk, 1, 9), default_sla);
-    EXPECT_EQ(read_down(desk, 1, 9), 70000u);
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    EXPECT_EQ(read(fixture, 1, 3), some_sla);
+    EXPECT_EQ(read_down(fixture, 1, 3), 1000000u);
+    EXPECT_EQ(read(fixture, 1, 9), default_sla);
+    EXPECT_EQ(read_down(fixture, 1, 9), 70000u);
 }
 
 TEST(Sla, ThePortsSummaryAddsUp)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    store(desk, 1, 9, {5, 6, 11, 0, 1});
-    const Reply reply = ask(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 1));
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    store(fixture, 1, 9, {5, 6, 11, 0, 1});
+    const Reply reply = ask(fixture, PlatRecord(BSP_CMD_SLA_PORT_GET, 1));
     EXPECT_EQ(number_at(reply, layout::sla_of_port::onus), 2u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::fixed), 1005u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::assured), 20006u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::capacity), 1000000u);
     EXPECT_EQ(number_at(reply, layout::sla_of_port::free), 1000000u - 1005 - 20006);
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_SLA_PORT_GET, 3)), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_SLA_PORT_GET, 3)), PON_ERR_NO_PORT);
 }
 
 TEST(SlaViews, HaveARowABoundOnu)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    store_down(desk, 1, 9, 70000);
-    EXPECT_EQ(ask(desk, PlatRecord(BSP_CMD_VIEW_SLA_WEB, 1)).result,
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    store_down(fixture, 1, 9, 70000);
+    EXPECT_EQ(ask(fixture, PlatRecord(BSP_CMD_VIEW_SLA_WEB, 1)).result,
               R"([{"onu_id":3,"fixed":1000,"assured":20000,"max":300000,"prio":5,"wt":60},)"
               R"({"onu_id":9,"fixed":null,"assured":null,"max":null,"prio":null,"wt":null}])");
-    EXPECT_EQ(ask(desk, PlatRecord(BSP_CMD_VIEW_SLA_DOWN_WEB, 1)).result,
+    EXPECT_EQ(ask(fixture, PlatRecord(BSP_CMD_VIEW_SLA_DOWN_WEB, 1)).result,
               R"([{"onu_id":3,"max":null},{"onu_id":9,"max":70000}])");
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_VIEW_SLA_WEB, 0)), PON_ERR_NO_PORT);
-    EXPECT_EQ(send(desk, PlatRecord(BSP_CMD_VIEW_SLA_DOWN_WEB, 3)), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_VIEW_SLA_WEB, 0)), PON_ERR_NO_PORT);
+    EXPECT_EQ(send(fixture, PlatRecord(BSP_CMD_VIEW_SLA_DOWN_WEB, 3)), PON_ERR_NO_PORT);
 }
 
 TEST(SlaViews, OfTheOltHaveARowAPort)
 {
-    Bound desk;
-    store(desk, 1, 3, some_sla);
-    store_down(desk, 1, 9, 70000);
-    const rapidjson::Document rows = parse(ask(desk, PlatRecord(BSP_CMD_VIEW_SLA_SNMP, 0)).result.value());
+    Bound fixture;
+    store(fixture, 1, 3, some_sla);
+    store_down(fixture, 1, 9, 70000);
+    const rapidjson::Document rows = parse(ask(fixture, PlatRecord(BSP_CMD_VIEW_SLA_SNMP, 0)).result.value());
     ASSERT_EQ(rows.Size(), 2u);
     EXPECT_EQ(rows[0]["bound"].GetUint(), 2u);
     EXPECT_EQ(rows[0]["slas"].GetUint(), 1u);

@@ -17,7 +17,7 @@ namespace
 std::string error_of(const std::string &file, const WantedSettings &wanted = {}, bool fresh = false)
 {
     try {
-        Desk desk(wanted, file, fresh);
+        ServiceFixture fixture(wanted, file, fresh);
     } catch (const StoreError &error) {
         return error.what();
     }
@@ -32,56 +32,57 @@ bsp_pon_msg batch(uint32_t command, uint32_t pon_port, uint32_t first_word)
 }
 
 // Makes one change of each kind.
-void change_everything(Desk &desk)
+void change_everything(ServiceFixture &fixture)
 {
-    const auto arrived = [&](size_t index) { return desk.simulator.olt().port(1)->arrivals.at(index).mac; };
+    const auto arrived = [&](size_t index) { return fixture.simulator.olt().port(1)->arrivals.at(index).mac; };
     bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 1, 2, arrived(5));
     bind.arg_value = 0xfffffffe;
     strcpy(bind.text237, "über \"alles\"");
     strcpy(bind.text173, "b");
     strcpy(bind.text365, "c");
-    EXPECT_EQ(desk.send(bind), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, 3, arrived(1))), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, 4, stranger(4))), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_RELEASE, 1, 4)), BSP_OK);
-    EXPECT_EQ(desk.send(batch(BSP_CMD_ONU_REBOOT_BATCH, 1, 0b1100)), BSP_OK);
-    EXPECT_EQ(desk.send(batch(BSP_CMD_ONU_SORT_BATCH, 1, 0b1100)), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 16, 0, stranger(9))), BSP_OK);
+    EXPECT_EQ(fixture.send(bind), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 3, arrived(1))), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 4, stranger(4))), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_RELEASE, 1, 4)), BSP_OK);
+    EXPECT_EQ(fixture.send(batch(BSP_CMD_ONU_REBOOT_BATCH, 1, 0b1100)), BSP_OK);
+    EXPECT_EQ(fixture.send(batch(BSP_CMD_ONU_SORT_BATCH, 1, 0b1100)), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_SUPPORT_SET, 16, 0, stranger(9))), BSP_OK);
     bsp_pon_msg limits = record_of(BSP_CMD_OPT_RANGE_SET, 2);
     put(limits, layout::opt_range::min_distance, 1000);
     put(limits, layout::opt_range::max_distance, 9000);
-    EXPECT_EQ(desk.send(limits), BSP_OK);
+    EXPECT_EQ(fixture.send(limits), BSP_OK);
 
     bsp_pon_msg description = record_of(BSP_CMD_ONU_DESCRIPTION_SET, 1, 2);
     strcpy(description.text237, "Träger");
-    EXPECT_EQ(desk.send(description), BSP_OK);
+    EXPECT_EQ(fixture.send(description), BSP_OK);
     for (uint8_t index : {1, 2, 3})
-        EXPECT_EQ(desk.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 3, 0, desk.port(3).arrivals[index].mac)), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_BLACKLIST_REMOVE, 3, 0, desk.port(3).arrivals[2].mac)), BSP_OK);
+        EXPECT_EQ(fixture.send(record_of(BSP_CMD_BLACKLIST_ADD_AUTO, 3, 0, fixture.port(3).arrivals[index].mac)),
+                  BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_BLACKLIST_REMOVE, 3, 0, fixture.port(3).arrivals[2].mac)), BSP_OK);
     bsp_pon_msg auth = record_of(BSP_CMD_AUTH_SET, 4);
     auth.arg_word12 = 2;
     for (const char *loid : {"gone", "kept"}) {
         strcpy(auth.text45, loid);
         strcpy(auth.text109, "secret");
-        EXPECT_EQ(desk.send(auth), BSP_OK);
+        EXPECT_EQ(fixture.send(auth), BSP_OK);
     }
     strcpy(auth.text45, "gone");
     put(auth, layout::auth_record::remove, 1);
-    EXPECT_EQ(desk.send(auth), BSP_OK);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_CONFIRM, 4, 0, desk.port(4).arrivals[0].mac)), BSP_OK);
+    EXPECT_EQ(fixture.send(auth), BSP_OK);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_CONFIRM, 4, 0, fixture.port(4).arrivals[0].mac)), BSP_OK);
     bsp_pon_msg clear = record_of(BSP_CMD_ONU_ALARM_CLEAR, 4, 1);
-    EXPECT_EQ(desk.send(clear), BSP_OK);
+    EXPECT_EQ(fixture.send(clear), BSP_OK);
 }
 
 // Returns all views of the OLT and of its ports.
-std::string all_views(Desk &desk)
+std::string all_views(ServiceFixture &fixture)
 {
     std::string text;
     for (uint32_t command :
          {BSP_CMD_VIEW_ONU_INFO_SNMP, BSP_CMD_VIEW_BASE_INFO_WEB, BSP_CMD_BLACKLIST_GET, BSP_CMD_VIEW_ONU_ALARM})
-        text += desk.view(command);
+        text += fixture.view(command);
     for (uint32_t pon_port = 0; pon_port <= max_ports; ++pon_port)
-        text += desk.view(BSP_CMD_AUTH_LIST, pon_port);
+        text += fixture.view(BSP_CMD_AUTH_LIST, pon_port);
     return text;
 }
 
@@ -91,16 +92,17 @@ TEST(Store, AReopenedOltIsTheSame)
     const WantedSettings wanted{.seed = 5, .ports = {}, .arrivals = {}, .silent = 0};
     std::string views;
     {
-        Desk desk(wanted, folder.file("olt.db"));
-        change_everything(desk);
-        views = all_views(desk);
+        ServiceFixture fixture(wanted, folder.file("olt.db"));
+        change_everything(fixture);
+        views = all_views(fixture);
     }
-    Desk desk({}, folder.file("olt.db"));
-    EXPECT_EQ(all_views(desk), views);
-    EXPECT_TRUE(desk.port(4).bindings[1].value().exempt);
-    EXPECT_EQ(desk.port(4).authentication.records, (std::map<std::string, std::string>{{"kept", "secret"}}));
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND_AUTO, 3, 0, desk.port(3).arrivals[1].mac)), PON_ERR_BLACKLISTED);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 16, 1, stranger(9))), PON_ERR_UNSUPPORTED);
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    EXPECT_EQ(all_views(fixture), views);
+    EXPECT_TRUE(fixture.port(4).bindings[1].value().exempt);
+    EXPECT_EQ(fixture.port(4).authentication.records, (std::map<std::string, std::string>{{"kept", "secret"}}));
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND_AUTO, 3, 0, fixture.port(3).arrivals[1].mac)),
+              PON_ERR_BLACKLISTED);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND, 16, 1, stranger(9))), PON_ERR_UNSUPPORTED);
 }
 
 // Returns the n-th of the bindings that the killed process makes.
@@ -118,9 +120,9 @@ TEST(Store, WhatWasAcknowledgedSurvivesAKill)
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        Desk desk({}, folder.file("olt.db"));
+        ServiceFixture fixture({}, folder.file("olt.db"));
         for (uint32_t n = 0; n < 2048; ++n)
-            if (desk.send(nth_bind(n)) != BSP_OK || write(acknowledged[1], "", 1) != 1) _exit(1);
+            if (fixture.send(nth_bind(n)) != BSP_OK || write(acknowledged[1], "", 1) != 1) _exit(1);
         pause();
         _exit(1);
     }
@@ -138,29 +140,29 @@ TEST(Store, WhatWasAcknowledgedSurvivesAKill)
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_GE(count, 200u);
 
-    Desk desk({}, folder.file("olt.db"));
+    ServiceFixture fixture({}, folder.file("olt.db"));
     for (uint32_t n = 0; n < count; ++n)
-        EXPECT_EQ(desk.simulator.olt().find(std::to_array(nth_bind(n).onu_mac)), (Olt::Place{n / 128 + 1, n % 128}));
+        EXPECT_EQ(fixture.simulator.olt().find(std::to_array(nth_bind(n).onu_mac)), (OnuKey{n / 128 + 1, n % 128}));
 }
 
 TEST(Store, AChangeThatCannotBeStoredIsNotMade)
 {
     Folder folder;
-    Desk desk({}, folder.file("olt.db"));
-    const std::string before = desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    const std::string before = fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
     rlimit limit;
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
     const auto old_handler = signal(SIGXFSZ, SIG_IGN);
     const rlimit full{0, limit.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
-    const Reply reply = desk.simulator.handle(message_of(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))));
+    const Reply reply = fixture.simulator.handle(message_of(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     signal(SIGXFSZ, old_handler);
 
     EXPECT_EQ(reply.status, PON_ERR_STORE);
     EXPECT_FALSE(reply.problem.empty());
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP), before);
-    EXPECT_EQ(desk.send(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))), BSP_OK);
+    EXPECT_EQ(fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP), before);
+    EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))), BSP_OK);
 }
 
 TEST(Store, KeepsItsSettings)
@@ -168,16 +170,17 @@ TEST(Store, KeepsItsSettings)
     Folder folder;
     const Settings settings{.seed = 0xffffffffffffffff, .ports = 3, .arrivals = 128, .silent = 100};
     {
-        Desk desk({settings.seed, settings.ports, settings.arrivals, settings.silent}, folder.file("olt.db"));
+        ServiceFixture fixture({settings.seed, settings.ports, settings.arrivals, settings.silent},
+                               folder.file("olt.db"));
     }
-    EXPECT_EQ(Desk({}, folder.file("olt.db")).simulator.settings(), settings);
+    EXPECT_EQ(ServiceFixture({}, folder.file("olt.db")).simulator.settings(), settings);
 }
 
 TEST(Store, OtherSettingsAreRefusedWithAdvice)
 {
     Folder folder;
     {
-        Desk desk({.seed = 5, .ports = {}, .arrivals = {}, .silent = {}}, folder.file("olt.db"));
+        ServiceFixture fixture({.seed = 5, .ports = {}, .arrivals = {}, .silent = {}}, folder.file("olt.db"));
     }
     const std::string error = error_of(folder.file("olt.db"), {.seed = 6, .ports = {}, .arrivals = {}, .silent = {}});
     EXPECT_NE(error.find("--seed 5"), std::string::npos) << error;
@@ -190,11 +193,11 @@ TEST(Store, FreshStartsOver)
     Folder folder;
     const WantedSettings other{.seed = 6, .ports = {}, .arrivals = {}, .silent = {}};
     {
-        Desk desk({}, folder.file("olt.db"));
-        change_everything(desk);
+        ServiceFixture fixture({}, folder.file("olt.db"));
+        change_everything(fixture);
     }
-    Desk desk(other, folder.file("olt.db"), true);
-    EXPECT_EQ(desk.view(BSP_CMD_VIEW_ONU_INFO_SNMP), Desk(other).view(BSP_CMD_VIEW_ONU_INFO_SNMP));
+    ServiceFixture fixture(other, folder.file("olt.db"), true);
+    EXPECT_EQ(fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP), ServiceFixture(other).view(BSP_CMD_VIEW_ONU_INFO_SNMP));
 }
 
 TEST(Store, AForeignFileIsLeftAlone)
@@ -223,7 +226,7 @@ TEST(Store, AnotherVersionsFileNeedsFresh)
 {
     Folder folder;
     {
-        Desk desk({}, folder.file("olt.db"));
+        ServiceFixture fixture({}, folder.file("olt.db"));
     }
     sqlite3 *db;
     ASSERT_EQ(sqlite3_open(folder.file("olt.db").c_str(), &db), SQLITE_OK);
@@ -240,7 +243,7 @@ std::string error_of_version(int64_t version)
     Folder folder;
     const std::string file = folder.file("olt.db");
     {
-        Desk desk({}, file);
+        ServiceFixture fixture({}, file);
     }
     Database(file).run("PRAGMA user_version = " + std::to_string(version));
     const std::string before = Database(file).dump(), error = error_of(file);
@@ -268,7 +271,7 @@ TEST(Store, AFileFromBeforeTheFirstVersionIsRefusedWithBothVersions)
 TEST(Store, HasOneUser)
 {
     Folder folder;
-    Desk desk({}, folder.file("olt.db"));
+    ServiceFixture fixture({}, folder.file("olt.db"));
     EXPECT_NE(error_of(folder.file("olt.db")).find("in use by another process"), std::string::npos);
 }
 

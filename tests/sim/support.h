@@ -42,10 +42,12 @@ inline OnuIds ids(std::initializer_list<uint32_t> members)
 }
 
 // This fixture makes the changes of an OLT as soon as they are planned.
-struct Bench {
+struct OltFixture {
     Olt olt;
 
-    explicit Bench(const Settings &settings = {.seed = 1, .ports = 2, .arrivals = 4, .silent = 0}) : olt(settings) {}
+    explicit OltFixture(const Settings &settings = {.seed = 1, .ports = 2, .arrivals = 4, .silent = 0}) : olt(settings)
+    {
+    }
 
     uint32_t done(const Plan &plan)
     {
@@ -208,18 +210,21 @@ inline Store store_with(const Settings &settings, const Change &kept)
 }
 
 // This fixture is the whole service without its transport. Its state is in memory or in a file.
-struct Desk {
+struct ServiceFixture {
     Store store;
     Simulator simulator;
 
-    explicit Desk(const WantedSettings &wanted = {}, const std::string &file = {}, bool fresh = false,
-                  std::shared_ptr<const OltScenario> scenario = {})
+    explicit ServiceFixture(const WantedSettings &wanted = {}, const std::string &file = {}, bool fresh = false,
+                            std::shared_ptr<const OltScenario> scenario = {})
         : store(file, fresh), simulator(store, wanted, std::move(scenario))
     {
     }
 
     // Starts with an OLT that was left in this state, in memory.
-    Desk(const Settings &settings, const Change &kept) : store(store_with(settings, kept)), simulator(store, {}) {}
+    ServiceFixture(const Settings &settings, const Change &kept)
+        : store(store_with(settings, kept)), simulator(store, {})
+    {
+    }
 
     const PonPort &port(uint32_t pon_port) const { return *simulator.olt().port(pon_port); }
     // Lets time pass until no ONU boots or registers any more.

@@ -10,8 +10,8 @@ namespace
 constexpr ModelTime minute = 60 * ms_per_second;
 
 // This OLT has four ONUs bound at each of its ports. Two ports share each uplink.
-struct Busy : Desk {
-    Busy() : Desk({.seed = 1, .ports = 8, .arrivals = 4, .silent = 0})
+struct Busy : ServiceFixture {
+    Busy() : ServiceFixture({.seed = 1, .ports = 8, .arrivals = 4, .silent = 0})
     {
         for (uint32_t pon_port = 1; pon_port <= 8; ++pon_port)
             for (uint32_t index = 0; index < 4; ++index)
@@ -146,14 +146,14 @@ TEST(Traffic, IsKeptWithTheStore)
     const WantedSettings wanted{.seed = 1, .ports = 1, .arrivals = 1, .silent = 0};
     uint64_t before = 0;
     {
-        Desk desk(wanted, folder.file("olt.db"));
-        desk.send(record_of(BSP_CMD_ONU_BIND, 1, 1, desk.port(1).arrivals[0].mac));
-        desk.simulator.advance(minute);
-        desk.simulator.keep_time();
-        before = pon_counters(desk.simulator.olt(), desk.port(1)).in_frames();
+        ServiceFixture fixture(wanted, folder.file("olt.db"));
+        fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 1, fixture.port(1).arrivals[0].mac));
+        fixture.simulator.advance(minute);
+        fixture.simulator.keep_time();
+        before = pon_counters(fixture.simulator.olt(), fixture.port(1)).in_frames();
     }
-    Desk desk(wanted, folder.file("olt.db"));
-    EXPECT_EQ(pon_counters(desk.simulator.olt(), desk.port(1)).in_frames(), before);
+    ServiceFixture fixture(wanted, folder.file("olt.db"));
+    EXPECT_EQ(pon_counters(fixture.simulator.olt(), fixture.port(1)).in_frames(), before);
     EXPECT_GT(before, 0u);
 }
 

@@ -14,12 +14,12 @@ namespace ponsim
 inline constexpr std::string_view able = "S040";
 
 // In this fixture ONU 5 of port 1 is online, and the ONU with id 6 is not.
-struct UniDesk : Desk {
+struct UniFixture : ServiceFixture {
     Mac mac{};
     Device device;
 
-    explicit UniDesk(std::string_view model = able, const std::string &file = {})
-        : Desk({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
+    explicit UniFixture(std::string_view model = able, const std::string &file = {})
+        : ServiceFixture({.seed = 1, .ports = 1, .arrivals = 64, .silent = 0}, file)
     {
         const auto of_model = [model](const Arrival &arrival) {
             return device_of(1, arrival.mac).type->model == model;
@@ -36,7 +36,7 @@ struct UniDesk : Desk {
         record.onu_uni_port = static_cast<uint8_t>(uni);
         return simulator.handle(message_of(channel, record));
     }
-    uint32_t tell(uint32_t channel, uint32_t command, uint32_t uni, const OnuBlock &block, uint32_t onu_id = 5)
+    uint32_t send_setting(uint32_t channel, uint32_t command, uint32_t uni, const OnuBlock &block, uint32_t onu_id = 5)
     {
         bsp_onu_msg record = onu_record_of(command, 1, onu_id);
         record.onu_uni_port = static_cast<uint8_t>(uni);

@@ -303,8 +303,8 @@ TEST_F(WireFault, AllAtOnceDoNoHarm)
         const uint32_t got = bsp_pon_onu_sla_get(port, onu_id, sla.bytes.data());
         EXPECT_TRUE(got == BSP_OK || got == 77 || got == value_of(IPC_ERR_BROKEN_ANSWER)) << got;
         Room<1024> text;
-        const uint32_t told = bsp_pon_get_allonuinfo(text.bytes.data());
-        EXPECT_TRUE(told == BSP_OK || told == 77 || told == value_of(IPC_ERR_BROKEN_ANSWER)) << told;
+        const uint32_t status = bsp_pon_get_allonuinfo(text.bytes.data());
+        EXPECT_TRUE(status == BSP_OK || status == 77 || status == value_of(IPC_ERR_BROKEN_ANSWER)) << status;
         EXPECT_TRUE(sla.guarded() && text.guarded());
         for (View (*ask)() : {onus, config, link_states, stations}) {
             const View view = ask();

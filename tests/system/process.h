@@ -18,8 +18,8 @@ std::string elsewhere(Say say)
     const pid_t child = fork();
     if (child == 0) {
         const std::string said = say();
-        const bool told = write(ends[1], said.data(), said.size()) == static_cast<ssize_t>(said.size());
-        _exit(told && !testing::Test::HasFailure() ? 0 : 1);
+        const bool written = write(ends[1], said.data(), said.size()) == static_cast<ssize_t>(said.size());
+        _exit(written && !testing::Test::HasFailure() ? 0 : 1);
     }
     close(ends[1]);
     std::string heard;

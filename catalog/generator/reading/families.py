@@ -21,7 +21,7 @@ def read_family(catalogue, file, table):
         raise CatalogueError(f"{file}: 'family' is missing")
     operations = entries(
         file, table, "operation", ["name", "brief", "args"],
-        ["channel", "command", "class", "record", "call", "failure", "request", "answer", "via", "odd", "constants",
+        ["channel", "command", "class", "record", "call", "error_policy", "request", "answer", "via", "odd", "constants",
          "notes"])
     for operation in operations:
         add(catalogue.taken, operation)

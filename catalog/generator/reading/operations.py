@@ -4,7 +4,7 @@ from .arguments import check_arguments, read_argument
 from .commands import CALLS, CLASSES
 from .entry import Entry, add
 
-FAILURES = ["report", "pass", "silent"]
+ERROR_POLICIES = ["report", "pass", "silent"]
 REQUESTS = {"built": "built", "as-is": "as_is", "copied": "copied", "stamped": "stamped"}
 BUFFERS = {"own": "own", "in-place": "in_place", "caller": "caller"}
 FACETS = ["request", "status", "null", "answer"]
@@ -22,12 +22,12 @@ def read_operation(catalogue, operation):
     if operation.via:
         inherit(catalogue, operation)
     else:
-        for key in ("call", "failure"):
+        for key in ("call", "error_policy"):
             if not operation.get(key):
                 operation.fail(f"'{key}' is missing")
         read_channel(catalogue, operation)
         operation.call = CALLS[operation.choice("call", CALLS)]
-        operation.failure = operation.choice("failure", FAILURES)
+        operation.error_policy = operation.choice("error_policy", ERROR_POLICIES)
         read_answer(catalogue, operation)
     operation.request = REQUESTS[operation.choice("request", REQUESTS, "built")]
     operation.constants = read_constants(operation)
@@ -88,12 +88,12 @@ def inherit(catalogue, operation):
     if callee.kind != "operation" or callee.get("via"):
         operation.fail("'via' names an operation that does not go through another itself")
     read_operation(catalogue, callee)
-    for key in ("channel", "class", "record", "call", "failure", "answer"):
+    for key in ("channel", "class", "record", "call", "error_policy", "answer"):
         if operation.get(key):
             operation.fail(f"'{key}' is that of {callee.name}, which it goes through")
     if not operation.command or operation.command.channel is not callee.channel:
         operation.fail(f"needs a command of {callee.channel.name}, on which {callee.name} sends")
-    for name in ("channel", "record", "call", "failure", "answer", "preset", "response_size", "response_record"):
+    for name in ("channel", "record", "call", "error_policy", "answer", "preset", "response_size", "response_record"):
         setattr(operation, name, getattr(callee, name))
     operation.impact = operation.command.impact
 

@@ -26,7 +26,7 @@ RULES = [
     "longer than its field runs on into the fields behind it and ends with the record.",
     "- A result database is received as a handle, null where the service left none. It belongs to the caller, who reads "
     "and releases it with the board's data-store library."]
-FAILURES = {"report": "is reported", "pass": "is passed", "silent": "is silent"}
+ERROR_POLICIES = {"report": "is reported", "pass": "is passed", "silent": "is silent"}
 
 
 def header(catalogue):
@@ -67,13 +67,13 @@ def group(name, title, text, commands, contents):
 
 def family_group(family, commands):
     """Returns the contents of a family, with the failure policy that most of its operations have."""
-    ways = [operation.failure for operation in family.operations]
-    usual = max(FAILURES, key=ways.count)
+    ways = [operation.error_policy for operation in family.operations]
+    usual = max(ERROR_POLICIES, key=ways.count)
     text = ""
     if len(set(ways)) > 1:
-        text = f"A failed exchange {FAILURES[usual]} where a function does not say otherwise."
+        text = f"A failed exchange {ERROR_POLICIES[usual]} where a function does not say otherwise."
     elif ways and usual != "report":
-        text = f"A failed exchange {FAILURES[usual]}."
+        text = f"A failed exchange {ERROR_POLICIES[usual]}."
     contents = []
     for entry in family.types:
         contents += type_of(entry)
@@ -124,8 +124,8 @@ def function_of(operation, usual):
     if operation.via:
         sent += f", by {operation.via.name}"
     sent += "."
-    if operation.failure != usual:
-        sent += f" A failed exchange {FAILURES[operation.failure]}."
+    if operation.error_policy != usual:
+        sent += f" A failed exchange {ERROR_POLICIES[operation.error_policy]}."
     lines = [operation.brief, "", sent]
     if operation.notes:
         lines.append(operation.notes)

@@ -138,8 +138,8 @@ def operation_row(family, operation, at):
     logged_as = operation.via or operation
     return (f"    {{{quoted(operation.name)}, {quoted(family)}, {quoted(operation.brief)}, {quoted(operation.notes)},\n"
             f"     {at[operation.channel]}, {at[operation.record]}, {at[operation.command]}, Class::{operation.impact}, "
-            f"Call::{operation.call}, Failure::{operation.failure},\n"
-            f"     Request::{operation.request}, Answer::{operation.answer}, {at[operation.response_record]}, "
+            f"Call::{operation.call}, ErrorPolicy::{operation.error_policy},\n"
+            f"     RequestForm::{operation.request}, AnswerForm::{operation.answer}, {at[operation.response_record]}, "
             f"{operation.response_size}, {operation.preset}, {quoted(logged_as.name)}, {constants}, {odd}, {arguments}}},")
 
 

@@ -117,9 +117,9 @@ Bytes request_of(const catalogue::Command &command, const std::vector<Assignment
         throw UsageError("FIELD=VALUE: missing; 'ponctl onu settings " + short_name(command.name) +
                          "' lists the fields");
     Bytes bytes(record.size);
-    const Place place{command.channel, catalogue::Call::set, &command};
+    const RecordRole role{command.channel, catalogue::Call::set, &command};
     fields.push_back({std::string(record.command->name), std::string(command.name)});
-    set_fields(record, place, fields, false, {}, bytes);
+    set_fields(record, role, fields, false, {}, bytes);
     return bytes;
 }
 

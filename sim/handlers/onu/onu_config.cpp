@@ -111,7 +111,7 @@ Plan configure_port(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const On
     Plan plan = tell_all(olt, onu, uni, uni_parts(config));
     if (plan.status != BSP_OK) return plan;
     const Plan remembered =
-        tell(olt, onu, onu.place(BSP_CMD_ONU_PORT_CONFIG_SET, uni), config, OnuBlock(port_config_size));
+        send_setting(olt, onu, onu.key(BSP_CMD_ONU_PORT_CONFIG_SET, uni), config, OnuBlock(port_config_size));
     plan.change.add(remembered.change);
     return plan;
 }

@@ -216,7 +216,7 @@ OnuBlock first_vlans(const Olt &olt, const RemoteOnu &onu, uint32_t uni)
 
 OnuBlock vlan_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
 {
-    return setting_of(olt, onu.place(BSP_CMD_ONU_MC_VLAN_GET, uni), side, first_vlans(olt, onu, uni));
+    return setting_of(olt, onu.key(BSP_CMD_ONU_MC_VLAN_GET, uni), side, first_vlans(olt, onu, uni));
 }
 
 std::vector<uint32_t> vlans_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
@@ -270,8 +270,8 @@ Outcome set_vlans(const Olt &olt, const Request &request)
     const uint32_t uni = request.read<bsp_onu_msg>().onu_uni_port;
     std::vector<uint32_t> vlans = vlans_of(olt, found.onu, uni, Side::local);
     if (const uint32_t status = change_list(vlans, operation, changes, max_mc_vlans)) return {status};
-    return to_outcome(tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MC_VLAN_GET, uni), block_of(vlans),
-                           first_vlans(olt, found.onu, uni)));
+    return to_outcome(send_setting(olt, found.onu, found.onu.key(BSP_CMD_ONU_MC_VLAN_GET, uni), block_of(vlans),
+                                   first_vlans(olt, found.onu, uni)));
 }
 
 // The following handlers are those of groups. The list of groups of controllable multicast is kept in the form in which
@@ -307,7 +307,7 @@ std::vector<McGroup> groups_of(const OnuBlock &block)
 
 std::vector<McGroup> controlled_groups(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return groups_of(setting_of(olt, onu.place(BSP_CMD_ONU_MC_GROUP_GET), side, block_of(std::vector<McGroup>{})));
+    return groups_of(setting_of(olt, onu.key(BSP_CMD_ONU_MC_GROUP_GET), side, block_of(std::vector<McGroup>{})));
 }
 
 std::vector<McGroup> snooped_groups(const Olt &olt, const RemoteOnu &onu)
@@ -366,8 +366,8 @@ Outcome set_groups(const Olt &olt, const Request &request)
     }
     std::vector<McGroup> groups = controlled_groups(olt, found.onu, Side::local);
     if (const uint32_t status = change_list(groups, action, changes, max_mc_groups)) return {status};
-    return to_outcome(tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MC_GROUP_GET), block_of(groups),
-                           block_of(std::vector<McGroup>{})));
+    return to_outcome(send_setting(olt, found.onu, found.onu.key(BSP_CMD_ONU_MC_GROUP_GET), block_of(groups),
+                                   block_of(std::vector<McGroup>{})));
 }
 
 // The following handlers are those of views.

@@ -140,7 +140,7 @@ Outcome set_llids(const Olt &olt, const Request &request)
     const auto llids = request.get(layout::onu_multi_llid::llids);
     if (llids < 1 || llids > max_llids) return {PON_ERR_BAD_RECORD};
     return to_outcome(
-        tell(olt, found.onu, found.onu.place(BSP_CMD_ONU_MULTI_LLID_SET), word_block(llids), word_block(1)));
+        send_setting(olt, found.onu, found.onu.key(BSP_CMD_ONU_MULTI_LLID_SET), word_block(llids), word_block(1)));
 }
 
 Outcome set_print(const Olt &olt, const Request &request)

@@ -77,13 +77,13 @@ Outcome get_loop_detect(const Olt &olt, const Request &request)
     enum State : uint32_t { none, looped, shut };
     const FoundOnu found = onu_and_uni_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const UniPlace place{found.onu.port->number, found.onu.binding->mac, uni_of(request)};
-    const bool on = detects_loops(olt, place, Side::remote);
-    const auto record = olt.loops().find(place);
+    const UniKey key{found.onu.port->number, found.onu.binding->mac, uni_of(request)};
+    const bool on = detects_loops(olt, key, Side::remote);
+    const auto record = olt.loops().find(key);
     const bool seen = on && record != olt.loops().end() && record->second.looped;
     OnuBlock block(size);
     block.put(at::on, on);
-    block.put(at::state, olt.shut(place) ? shut : seen ? looped : none);
+    block.put(at::state, olt.shut(key) ? shut : seen ? looped : none);
     return answer_with(request, block);
 }
 

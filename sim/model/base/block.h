@@ -1,4 +1,4 @@
-// A block that is kept (see BlockPlace) is read and written here as a value of its own type: a structure of words, or a
+// A block that is kept (see BlockKey) is read and written here as a value of its own type: a structure of words, or a
 // single word.
 #pragma once
 

@@ -9,12 +9,12 @@
 namespace ponsim
 {
 
-struct AlarmPlace {
+struct AlarmKey {
     uint32_t pon_port;
     Mac mac; // zero: the alarm of the port itself
     uint32_t alarm;
 
-    auto operator<=>(const AlarmPlace &) const = default;
+    auto operator<=>(const AlarmKey &) const = default;
 };
 
 struct AlarmCount {
@@ -24,7 +24,7 @@ struct AlarmCount {
 template <>
 struct Family<AlarmCount> {
     static constexpr std::string_view table = "alarm";
-    using Key = AlarmPlace;
+    using Key = AlarmKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
                                     Column{"alarm", &Key::alarm, "? BETWEEN 1 AND 10"}};
     static constexpr std::tuple value{Column{"count", &AlarmCount::count}};

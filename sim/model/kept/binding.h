@@ -13,12 +13,12 @@
 namespace ponsim
 {
 
-// An OnuPlace says at which port and to which id an ONU is bound.
-struct OnuPlace {
+// An OnuKey says at which port and to which id an ONU is bound.
+struct OnuKey {
     uint32_t pon_port;
     uint32_t onu_id;
 
-    auto operator<=>(const OnuPlace &) const = default;
+    auto operator<=>(const OnuKey &) const = default;
 };
 
 // A Binding describes an ONU that is bound to an id of a port. Mode, texts and description come from the caller and are
@@ -41,7 +41,7 @@ struct Binding {
 template <>
 struct Family<Binding> {
     static constexpr std::string_view table = "binding";
-    using Key = OnuPlace;
+    using Key = OnuKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"onu_id", &Key::onu_id, "? BETWEEN 0 AND 127"}};
     // Texts are limited so that they fit into the records that they go out in.
     static constexpr std::tuple value{

@@ -12,11 +12,11 @@
 namespace ponsim
 {
 
-struct BlacklistPlace {
+struct BlacklistKey {
     uint32_t pon_port;
     uint32_t id;
 
-    auto operator<=>(const BlacklistPlace &) const = default;
+    auto operator<=>(const BlacklistKey &) const = default;
 };
 
 struct BlacklistEntry {
@@ -27,7 +27,7 @@ struct BlacklistEntry {
 template <>
 struct Family<BlacklistEntry> {
     static constexpr std::string_view table = "blacklist";
-    using Key = BlacklistPlace;
+    using Key = BlacklistKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"id", &Key::id, "? BETWEEN 0 AND 127"}};
     static constexpr std::tuple value{Column{"mac", &BlacklistEntry::mac}, Column{"text", &BlacklistEntry::text}};
     static constexpr bool placed = true;
@@ -35,9 +35,9 @@ struct Family<BlacklistEntry> {
     class Check
     {
     public:
-        const char *operator()(uint32_t, const Key &place, const BlacklistEntry &entry)
+        const char *operator()(uint32_t, const Key &key, const BlacklistEntry &entry)
         {
-            const bool first = listed.insert({place.pon_port, entry.mac}).second;
+            const bool first = listed.insert({key.pon_port, entry.mac}).second;
             return first ? nullptr : "an ONU in it is twice on the black list of a port";
         }
 

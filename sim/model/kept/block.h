@@ -10,15 +10,15 @@
 namespace ponsim
 {
 
-// A BlockPlace names the set command by its channel and code, and has the port and the index that tell its blocks
+// A BlockKey names the set command by its channel and code, and has the port and the index that tell its blocks
 // apart.
-struct BlockPlace {
+struct BlockKey {
     uint32_t channel;
     uint32_t command;
     uint32_t pon_port; // 0: the block is the OLT's
     uint32_t index;
 
-    auto operator<=>(const BlockPlace &) const = default;
+    auto operator<=>(const BlockKey &) const = default;
 };
 
 struct Block {
@@ -28,16 +28,16 @@ struct Block {
 template <>
 struct Family<Block> {
     static constexpr std::string_view table = "block";
-    using Key = BlockPlace;
+    using Key = BlockKey;
     static constexpr std::tuple key{Column{"channel", &Key::channel}, Column{"command", &Key::command},
                                     Column{"pon_port", &Key::pon_port}, Column{"idx", &Key::index}};
     static constexpr std::tuple value{BytesColumn{"bytes", &Block::bytes}};
 };
 
 // Without bytes the entry removes the block, as if nothing had been set.
-inline Entry<Block> block_at(const BlockPlace &place, const std::optional<std::string> &bytes)
+inline Entry<Block> block_at(const BlockKey &key, const std::optional<std::string> &bytes)
 {
-    return {place, bytes ? std::optional(Block{*bytes}) : std::nullopt};
+    return {key, bytes ? std::optional(Block{*bytes}) : std::nullopt};
 }
 
 } // namespace ponsim

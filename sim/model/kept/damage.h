@@ -8,11 +8,11 @@
 namespace ponsim
 {
 
-struct BranchPlace {
+struct BranchKey {
     uint32_t pon_port;
     uint32_t branch;
 
-    auto operator<=>(const BranchPlace &) const = default;
+    auto operator<=>(const BranchKey &) const = default;
 };
 
 struct Damage {
@@ -22,7 +22,7 @@ struct Damage {
 template <>
 struct Family<Damage> {
     static constexpr std::string_view table = "fibre";
-    using Key = BranchPlace;
+    using Key = BranchKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"branch", &Key::branch}};
     static constexpr std::tuple value{Column{"loss", &Damage::loss}};
     static constexpr bool placed = true;

@@ -9,11 +9,11 @@
 namespace ponsim
 {
 
-struct LoidPlace {
+struct LoidKey {
     uint32_t pon_port;
     std::string loid;
 
-    auto operator<=>(const LoidPlace &) const = default;
+    auto operator<=>(const LoidKey &) const = default;
 };
 
 struct LoidPassword {
@@ -23,7 +23,7 @@ struct LoidPassword {
 template <>
 struct Family<LoidPassword> {
     static constexpr std::string_view table = "auth";
-    using Key = LoidPlace;
+    using Key = LoidKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"loid", &Key::loid}};
     static constexpr std::tuple value{Column{"password", &LoidPassword::password}};
     static constexpr bool placed = true;

@@ -11,13 +11,13 @@
 namespace ponsim
 {
 
-// A UniPlace names a UNI port of an ONU.
-struct UniPlace {
+// A UniKey names a UNI port of an ONU.
+struct UniKey {
     uint32_t pon_port;
     Mac mac;
     uint32_t uni;
 
-    auto operator<=>(const UniPlace &) const = default;
+    auto operator<=>(const UniKey &) const = default;
 };
 
 // A LoopRecord describes a UNI port that has a loop, is shut, or once had a loop or was shut.
@@ -34,7 +34,7 @@ struct LoopRecord {
 template <>
 struct Family<LoopRecord> {
     static constexpr std::string_view table = "loop";
-    using Key = UniPlace;
+    using Key = UniKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}, Column{"uni", &Key::uni}};
     static constexpr std::tuple value{Column{"looped", &LoopRecord::looped}, Column{"shut", &LoopRecord::shut},
                                       Column{"detected", &LoopRecord::detected}, Column{"since", &LoopRecord::since},

@@ -11,19 +11,19 @@
 namespace ponsim
 {
 
-// A SettingPlace names a setting of an ONU by the command that queries it.
-struct SettingPlace {
+// A SettingKey names a setting of an ONU by the command that queries it.
+struct SettingKey {
     uint32_t pon_port;
     Mac mac;
     uint32_t command;
     uint32_t uni; // 0: a setting of the ONU itself
 
-    auto operator<=>(const SettingPlace &) const = default;
+    auto operator<=>(const SettingKey &) const = default;
 };
 
 // A setting that an ONU has received is kept as the bytes of its block.
 struct OnuSetting {
-    std::string told;
+    std::string sent;
     std::string before; // what the ONU has until the setting arrives
     ModelTime arrives;
 
@@ -33,10 +33,10 @@ struct OnuSetting {
 template <>
 struct Family<OnuSetting> {
     static constexpr std::string_view table = "onu_setting";
-    using Key = SettingPlace;
+    using Key = SettingKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
                                     Column{"command", &Key::command}, Column{"uni", &Key::uni}};
-    static constexpr std::tuple value{BytesColumn{"told", &OnuSetting::told},
+    static constexpr std::tuple value{BytesColumn{"told", &OnuSetting::sent},
                                       BytesColumn{"before", &OnuSetting::before},
                                       Column{"arrives", &OnuSetting::arrives}};
 };

@@ -41,17 +41,17 @@ std::span<const ProfileField> fields_of(ProfileKind kind);
 // Returns whether each value is allowed, and whether the values are allowed together.
 bool is_good(ProfileKind kind, const Profile &profile);
 
-struct ProfilePlace {
+struct ProfileKey {
     ProfileKind kind;
     uint32_t id;
 
-    auto operator<=>(const ProfilePlace &) const = default;
+    auto operator<=>(const ProfileKey &) const = default;
 };
 
 template <>
 struct Family<Profile> {
     static constexpr std::string_view table = "profile";
-    using Key = ProfilePlace;
+    using Key = ProfileKey;
     static constexpr std::tuple key{Column{"kind", &Key::kind}, Column{"id", &Key::id}};
     static constexpr std::tuple value{Column{"name", &Profile::name},
                                       BytesColumn{"fields", &Profile::values, "a profile"}};
@@ -59,11 +59,11 @@ struct Family<Profile> {
     static constexpr bool placed = true;
 
     struct Check {
-        const char *operator()(uint32_t, const Key &place, const Profile &profile) const
+        const char *operator()(uint32_t, const Key &key, const Profile &profile) const
         {
-            const bool known = place.kind >= ProfileKind::line && place.kind <= ProfileKind::alarm && place.id >= 1 &&
-                               place.id <= max_profiles;
-            return known && is_good(place.kind, profile) ? nullptr : "a profile in it is damaged";
+            const bool known = key.kind >= ProfileKind::line && key.kind <= ProfileKind::alarm && key.id >= 1 &&
+                               key.id <= max_profiles;
+            return known && is_good(key.kind, profile) ? nullptr : "a profile in it is damaged";
         }
     };
 };

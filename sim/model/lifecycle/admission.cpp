@@ -44,9 +44,9 @@ Plan bind_onu(const Olt &olt, uint32_t pon_port, std::optional<uint32_t> onu_id,
     if (!port->record(binding.mac).supported) return refuse(PON_ERR_UNSUPPORTED);
 
     Binding bound = binding;
-    if (const std::optional<Olt::Place> place = olt.find(binding.mac)) {
-        if (place->pon_port != pon_port || (onu_id && place->onu_id != *onu_id)) return refuse(PON_ERR_ALREADY_BOUND);
-        onu_id = place->onu_id;
+    if (const std::optional<OnuKey> key = olt.find(binding.mac)) {
+        if (key->pon_port != pon_port || (onu_id && key->onu_id != *onu_id)) return refuse(PON_ERR_ALREADY_BOUND);
+        onu_id = key->onu_id;
         bound = *port->bindings[*onu_id];
         bound.mode = binding.mode;
         bound.text_a = binding.text_a;

@@ -70,11 +70,11 @@ Plan set_authentication(const Olt &olt, uint32_t pon_port, const AuthRequest &re
     plan.change.put<PortRecord>(pon_port, {port->limits, request.mode});
     if (!request.loid.empty()) {
         if (const uint32_t status = change_record(authentication, request)) return {status};
-        const LoidPlace place{pon_port, request.loid};
+        const LoidKey key{pon_port, request.loid};
         if (request.remove)
-            plan.change.drop<LoidPassword>(place);
+            plan.change.drop<LoidPassword>(key);
         else
-            plan.change.put<LoidPassword>(place, {request.password});
+            plan.change.put<LoidPassword>(key, {request.password});
     }
     register_onus(olt, *port, authentication, plan.change);
     return plan;

@@ -18,7 +18,7 @@ using Push = Banks::Push;
 constexpr uint32_t least_own_size = 2 * 1024 * 1024; // least size of the images that ONUs come with
 constexpr uint32_t own_sizes = 1024 * 1024;
 
-SettingPlace place_of(const PonPort &port, const Mac &mac)
+SettingKey key_of(const PonPort &port, const Mac &mac)
 {
     return {port.number, mac, BSP_CMD_ONU_BANKS_GET, 0};
 }
@@ -26,7 +26,7 @@ SettingPlace place_of(const PonPort &port, const Mac &mac)
 Entry<OnuSetting> entry_of(const Olt &olt, const PonPort &port, const Mac &mac, const Banks &banks)
 {
     const std::string block = to_block(banks);
-    return {place_of(port, mac), OnuSetting{block, block, olt.now()}};
+    return {key_of(port, mac), OnuSetting{block, block, olt.now()}};
 }
 
 Bank bank_of(std::string_view version, uint32_t size)
@@ -97,8 +97,8 @@ uint32_t crc32(uint32_t before, std::string_view bytes)
 
 Banks banks_of(const Olt &olt, const PonPort &port, const Mac &mac)
 {
-    const OnuSetting *kept = olt.setting(place_of(port, mac));
-    if (kept) return from_block(&kept->told, Banks{});
+    const OnuSetting *kept = olt.setting(key_of(port, mac));
+    if (kept) return from_block(&kept->sent, Banks{});
     const Device device = device_at(olt, port, mac);
     return {{known_bank(*device.type, device.software, std::nullopt), Bank{}}, 0, 0, Push::none, 0};
 }

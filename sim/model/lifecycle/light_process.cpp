@@ -26,20 +26,20 @@ void become(const Olt &olt, const PonPort &port, const Arrival &arrival, Light l
     OnuRecord &record = edit(change, port, mac);
     const Light before = std::exchange(record.light, light);
     if (light == before) return;
-    const auto tell = [&](std::string_view event) { report(olt, DebugSwitch::onu, port.number, mac, event, change); };
+    const auto note = [&](std::string_view event) { report(olt, DebugSwitch::onu, port.number, mac, event, change); };
     if (light == Light::lost) {
         if (is_heard(olt, port, arrival)) raise(port, mac, Alarm::los, change);
-        tell("light lost");
+        note("light lost");
     } else if (before == Light::lost) {
-        tell("light is back");
+        note("light is back");
         // A window that opens at this very moment is too early.
         if (record.powered && record.phase != Phase::booting && port.reach().contains(arrival))
             begin_registration(olt, port, mac, olt.now() + 1, change);
     } else if (light == Light::degraded) {
         if (is_heard(olt, port, arrival)) raise(port, mac, Alarm::degraded, change);
-        tell("light degraded");
+        note("light degraded");
     } else {
-        tell("light good");
+        note("light good");
     }
 }
 

@@ -72,7 +72,7 @@ ModelTime mpcp_time(const Mpcp &mpcp)
 }
 
 // OAM discovery has three states. Each ends with the next OAMPDU of the other side, and at most ten a second may be
-// sent. Then each side tells the other which extended OAM it knows.
+// sent. Then each side reports the other which extended OAM it knows.
 constexpr ModelTime oam_discovery = 3 * 100; // ms
 
 bool heard(const PonPort &port, const Arrival &arrival)
@@ -142,14 +142,14 @@ void go_on(const Olt &olt, const PonPort &port, const Arrival &arrival, Registra
 {
     const Mac &mac = arrival.mac;
     const Authentication &authentication = port.authentication;
-    const bool tells = !(arrival.silent && olt.id_at(port.number, mac));
+    const bool reports = !(arrival.silent && olt.id_at(port.number, mac));
     switch (port.record(mac).phase) {
     case Phase::mpcp:
-        if (tells) report(olt, DebugSwitch::onu, port.number, mac, "registered", change);
+        if (reports) report(olt, DebugSwitch::onu, port.number, mac, "registered", change);
         set_phase(olt, port, mac, Phase::oam, oam_discovery + (authentication.extended_oam ? oam_delay : 0), change);
         return;
     case Phase::oam:
-        if (tells && authentication.extended_oam)
+        if (reports && authentication.extended_oam)
             report(olt, DebugSwitch::ctc_oam, port.number, mac, "extended OAM discovered", change);
         if (authentication.mode == AuthMode::mac)
             come_in(olt, port, arrival, registrations, change);

@@ -96,20 +96,20 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
     };
     for (const auto &[pon_port, mac] : moved)
         look_at(pon_port, mac);
-    for (const auto &[place, record] : change.of<OnuRecord>())
-        look_at(place.pon_port, place.mac);
+    for (const auto &[key, record] : change.of<OnuRecord>())
+        look_at(key.pon_port, key.mac);
     for (const auto &[cage, record] : change.of<ModuleRecord>())
         if (const PonPort *port = olt.port(cage)) look(olt, *port);
     for (const auto &[pon_port, record] : change.of<PortRecord>())
         look(olt, *olt.port(pon_port));
-    for (const auto &[place, password] : change.of<LoidPassword>())
-        look(olt, *olt.port(place.pon_port));
-    for (const auto &[place, block] : change.of<Block>()) {
+    for (const auto &[key, password] : change.of<LoidPassword>())
+        look(olt, *olt.port(key.pon_port));
+    for (const auto &[key, block] : change.of<Block>()) {
         for (const PonPort &port : olt.ports())
-            if (is_oui(place)) look(olt, port);
-        if (place.channel != BSP_MSG_PLAT) continue;
-        if (place.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(place.pon_port));
-        if (place.command == BSP_CMD_FDB_CFG_SET) configure(olt);
+            if (is_oui(key)) look(olt, port);
+        if (key.channel != BSP_MSG_PLAT) continue;
+        if (key.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(key.pon_port));
+        if (key.command == BSP_CMD_FDB_CFG_SET) configure(olt);
     }
     listen(network, config.learning, olt.now());
 }

@@ -49,23 +49,23 @@ void LightWatch::start(const Olt &olt)
 void LightWatch::follow(const Olt &olt, const Change &change)
 {
     std::vector<bool> concerned(ports.size());
-    for (const auto &[place, record] : change.of<OnuRecord>()) {
-        concerned.at(place.pon_port - 1) = true;
-        const PonPort &port = *olt.port(place.pon_port);
-        std::map<Mac, uint32_t> &weak = ports.at(place.pon_port - 1).weak;
-        weak.erase(place.mac);
-        const Arrival *arrival = port.arrived(place.mac);
+    for (const auto &[key, record] : change.of<OnuRecord>()) {
+        concerned.at(key.pon_port - 1) = true;
+        const PonPort &port = *olt.port(key.pon_port);
+        std::map<Mac, uint32_t> &weak = ports.at(key.pon_port - 1).weak;
+        weak.erase(key.mac);
+        const Arrival *arrival = port.arrived(key.mac);
         if (!arrival || !record || record->light != Light::degraded) continue;
         // The weakness is at least 1: light that is good again is still held to be degraded until that is decided anew.
         const int32_t received = received_level(olt, port, *arrival, olt.now());
-        weak[place.mac] = std::max(1u, ponsim::weakness(received, sensitivity(olt, port, *arrival)));
+        weak[key.mac] = std::max(1u, ponsim::weakness(received, sensitivity(olt, port, *arrival)));
     }
-    for (const auto &[place, damage] : change.of<Damage>())
-        concerned.at(place.pon_port - 1) = true;
+    for (const auto &[key, damage] : change.of<Damage>())
+        concerned.at(key.pon_port - 1) = true;
     for (const auto &[cage, record] : change.of<ModuleRecord>())
         if (olt.port(cage)) concerned.at(cage - 1) = true;
-    for (const auto &[place, block] : change.of<Block>())
-        if (is_mpcp(place)) concerned.at(place.pon_port - 1) = true;
+    for (const auto &[key, block] : change.of<Block>())
+        if (is_mpcp(key)) concerned.at(key.pon_port - 1) = true;
     for (const PonPort &port : olt.ports())
         if (concerned[port.number - 1]) look(olt, port);
 }

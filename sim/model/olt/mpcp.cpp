@@ -35,9 +35,9 @@ Mpcp mpcp_of(const Olt &olt, uint32_t pon_port)
     return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index), Mpcp{});
 }
 
-bool is_mpcp(const BlockPlace &place)
+bool is_mpcp(const BlockKey &key)
 {
-    return place.channel == BSP_MSG_PLAT && place.command == BSP_CMD_MPCP_SET;
+    return key.channel == BSP_MSG_PLAT && key.command == BSP_CMD_MPCP_SET;
 }
 
 Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &wanted)

@@ -29,7 +29,7 @@ enum class MpcpSet : uint32_t { discovery = 1, timeouts, grants };
 Mpcp mpcp_of(const Olt &olt, uint32_t pon_port);
 
 // Returns whether the block keeps these parameters.
-bool is_mpcp(const BlockPlace &place);
+bool is_mpcp(const BlockKey &key);
 
 // Takes over the named parameters, and leaves the others as they are.
 Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &wanted);

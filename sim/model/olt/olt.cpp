@@ -24,9 +24,9 @@ bool Authentication::turns_away(const Arrival &arrival, const Binding *binding) 
     return !(binding && binding->exempt) && !accepts(arrival);
 }
 
-bool is_oui(const BlockPlace &place)
+bool is_oui(const BlockKey &key)
 {
-    return place.channel == BSP_MSG_PON && place.command == BSP_CMD_OUI_SET;
+    return key.channel == BSP_MSG_PON && key.command == BSP_CMD_OUI_SET;
 }
 
 std::string_view to_text(OnuState state)
@@ -99,10 +99,10 @@ OnuState PonPort::state_rebooted(const Binding &binding) const
 
 OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac)
 {
-    const OnuAtPort place{port.number, mac};
-    if (OnuRecord *record = change.find<OnuRecord>(place)) return *record;
-    change.put<OnuRecord>(place, port.record(mac));
-    return *change.find<OnuRecord>(place);
+    const OnuAtPort key{port.number, mac};
+    if (OnuRecord *record = change.find<OnuRecord>(key)) return *record;
+    change.put<OnuRecord>(key, port.record(mac));
+    return *change.find<OnuRecord>(key);
 }
 
 Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.topology)
@@ -135,18 +135,18 @@ const Module *Olt::module(uint32_t cage) const
     return cage >= 1 && cage <= optics.size() ? &optics[cage - 1] : nullptr;
 }
 
-std::optional<Olt::Place> Olt::find(const Mac &mac) const
+std::optional<OnuKey> Olt::find(const Mac &mac) const
 {
-    const auto found = places.find(mac);
-    if (found == places.end()) return std::nullopt;
+    const auto found = bound_at.find(mac);
+    if (found == bound_at.end()) return std::nullopt;
     return found->second;
 }
 
 std::optional<uint32_t> Olt::id_at(uint32_t pon_port, const Mac &mac) const
 {
-    const std::optional<Place> place = find(mac);
-    if (!place || place->pon_port != pon_port) return std::nullopt;
-    return place->onu_id;
+    const std::optional<OnuKey> key = find(mac);
+    if (!key || key->pon_port != pon_port) return std::nullopt;
+    return key->onu_id;
 }
 
 bool Olt::online(const PonPort &port, const Mac &mac) const
@@ -187,35 +187,35 @@ bool same_traffic(const std::optional<Binding> &before, const std::optional<Bind
 std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
 {
     std::map<uint32_t, OnuIds> ids;
-    for (const auto &[place, binding] : change.of<Binding>())
-        if (!same_traffic(pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id), binding))
-            ids[place.pon_port].set(place.onu_id);
-    for (const auto &[place, record] : change.of<OnuRecord>()) {
-        const std::optional<uint32_t> onu_id = id_at(place.pon_port, place.mac);
+    for (const auto &[key, binding] : change.of<Binding>())
+        if (!same_traffic(pon_ports.at(key.pon_port - 1).bindings.at(key.onu_id), binding))
+            ids[key.pon_port].set(key.onu_id);
+    for (const auto &[key, record] : change.of<OnuRecord>()) {
+        const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac);
         const bool present = record.value_or(OnuRecord{}).present();
-        const bool absent = !present && !pon_ports.at(place.pon_port - 1).record(place.mac).present();
-        if (onu_id && !absent) ids[place.pon_port].set(*onu_id);
+        const bool absent = !present && !pon_ports.at(key.pon_port - 1).record(key.mac).present();
+        if (onu_id && !absent) ids[key.pon_port].set(*onu_id);
     }
     for (const auto &[pon_port, record] : change.of<PortRecord>())
         ids[pon_port].set();
-    for (const auto &[place, password] : change.of<LoidPassword>())
-        ids[place.pon_port].set();
+    for (const auto &[key, password] : change.of<LoidPassword>())
+        ids[key.pon_port].set();
     for (const auto &[cage, record] : change.of<ModuleRecord>())
         if (port(cage)) ids[cage].set();
-    for (const auto &[place, run] : change.of<UpgradeRun>())
-        if (const std::optional<uint32_t> onu_id = id_at(place.pon_port, place.mac)) ids[place.pon_port].set(*onu_id);
-    for (const auto &[place, bytes] : change.of<Block>())
+    for (const auto &[key, run] : change.of<UpgradeRun>())
+        if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) ids[key.pon_port].set(*onu_id);
+    for (const auto &[key, bytes] : change.of<Block>())
         for (const PonPort &port : pon_ports) {
-            if (is_oui(place)) ids[port.number].set();
-            if (place.channel == BSP_MSG_DEBUG && place.command == BSP_CMD_DEBUG_GE_PHY_SET &&
-                uplink_of(port.number) == place.pon_port)
+            if (is_oui(key)) ids[port.number].set();
+            if (key.channel == BSP_MSG_DEBUG && key.command == BSP_CMD_DEBUG_GE_PHY_SET &&
+                uplink_of(port.number) == key.pon_port)
                 ids[port.number];
-            if (place.channel != BSP_MSG_PLAT || place.pon_port != port.number) continue;
-            if (place.command == BSP_CMD_MPCP_SET) ids[port.number];
-            if (place.command == BSP_CMD_LLID_BEHAVIOR_SET) ids[port.number].set(to_onu_id(place.index));
+            if (key.channel != BSP_MSG_PLAT || key.pon_port != port.number) continue;
+            if (key.command == BSP_CMD_MPCP_SET) ids[port.number];
+            if (key.command == BSP_CMD_LLID_BEHAVIOR_SET) ids[port.number].set(to_onu_id(key.index));
         }
-    for (const auto &[place, record] : change.of<LoopRecord>())
-        if (const std::optional<uint32_t> onu_id = id_at(place.pon_port, place.mac)) ids[place.pon_port].set(*onu_id);
+    for (const auto &[key, record] : change.of<LoopRecord>())
+        if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) ids[key.pon_port].set(*onu_id);
     const std::map<uint32_t, OnuIds> of_themselves = ids;
     for (const auto &[pon_port, onu_ids] : of_themselves)
         for (const PonPort &port : pon_ports)
@@ -250,13 +250,13 @@ void Olt::apply(const Change &change)
     for (const auto &[pon_port, onu_ids] : traffic_of)
         pon_ports.at(pon_port - 1).traffic.settle(time);
     std::vector<std::pair<uint32_t, Mac>> moved; // ONUs with their ports
-    for (const auto &[place, binding] : change.of<Binding>()) {
-        std::optional<Binding> &bound = pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id);
-        if (bound) moved.push_back({place.pon_port, bound->mac});
-        if (binding) moved.push_back({place.pon_port, binding->mac});
-        forget(place);
+    for (const auto &[key, binding] : change.of<Binding>()) {
+        std::optional<Binding> &bound = pon_ports.at(key.pon_port - 1).bindings.at(key.onu_id);
+        if (bound) moved.push_back({key.pon_port, bound->mac});
+        if (binding) moved.push_back({key.pon_port, binding->mac});
+        forget(key);
         bound = binding;
-        if (binding) places[binding->mac] = place;
+        if (binding) bound_at[binding->mac] = key;
     }
     for (const Entry<OnuRecord> &entry : change.of<OnuRecord>()) {
         const auto &[pon_port, mac] = entry.key;
@@ -275,29 +275,29 @@ void Olt::apply(const Change &change)
         port.limits = now.limits;
         port.authentication.mode = AuthMode{now.auth_mode};
     }
-    for (const auto &[place, entry] : change.of<BlacklistEntry>()) {
-        PonPort &port = pon_ports.at(place.pon_port - 1);
-        std::optional<BlacklistEntry> &listed = port.blacklist.at(place.id);
+    for (const auto &[key, entry] : change.of<BlacklistEntry>()) {
+        PonPort &port = pon_ports.at(key.pon_port - 1);
+        std::optional<BlacklistEntry> &listed = port.blacklist.at(key.id);
         if (listed) port.blacklist_ids.erase(listed->mac);
-        if (entry) port.blacklist_ids[entry->mac] = place.id;
+        if (entry) port.blacklist_ids[entry->mac] = key.id;
         listed = entry;
     }
-    for (const auto &[place, password] : change.of<LoidPassword>()) {
-        std::map<std::string, std::string> &records = pon_ports.at(place.pon_port - 1).authentication.records;
+    for (const auto &[key, password] : change.of<LoidPassword>()) {
+        std::map<std::string, std::string> &records = pon_ports.at(key.pon_port - 1).authentication.records;
         if (password)
-            records[place.loid] = password->password;
+            records[key.loid] = password->password;
         else
-            records.erase(place.loid);
+            records.erase(key.loid);
     }
-    for (const auto &[place, raised] : change.of<AlarmCount>()) {
-        auto &alarms = pon_ports.at(place.pon_port - 1).alarms;
+    for (const auto &[key, raised] : change.of<AlarmCount>()) {
+        auto &alarms = pon_ports.at(key.pon_port - 1).alarms;
         if (raised)
-            alarms[{place.mac, place.alarm}] = raised->count;
+            alarms[{key.mac, key.alarm}] = raised->count;
         else
-            alarms.erase({place.mac, place.alarm});
+            alarms.erase({key.mac, key.alarm});
     }
-    for (const auto &[place, block] : change.of<Block>())
-        if (is_oui(place))
+    for (const auto &[key, block] : change.of<Block>())
+        if (is_oui(key))
             for (PonPort &port : pon_ports)
                 port.authentication.extended_oam = !block;
     for (const auto &[cage, record] : change.of<ModuleRecord>()) {
@@ -305,21 +305,21 @@ void Olt::apply(const Change &change)
         module.set(record.value_or(ModuleRecord{}), time);
         if (module.of_pon_port()) pon_ports.at(cage - 1).lit = module.laser_on();
     }
-    for (const auto &[place, run] : change.of<UpgradeRun>())
-        pon_ports.at(place.pon_port - 1).upgrades.set(place.mac, run.value());
-    for (const auto &[place, damage] : change.of<Damage>()) {
-        std::map<uint32_t, int32_t> &damages = pon_ports.at(place.pon_port - 1).damage;
+    for (const auto &[key, run] : change.of<UpgradeRun>())
+        pon_ports.at(key.pon_port - 1).upgrades.set(key.mac, run.value());
+    for (const auto &[key, damage] : change.of<Damage>()) {
+        std::map<uint32_t, int32_t> &damages = pon_ports.at(key.pon_port - 1).damage;
         if (damage)
-            damages[place.branch] = damage->loss;
+            damages[key.branch] = damage->loss;
         else
-            damages.erase(place.branch);
+            damages.erase(key.branch);
     }
-    for (const auto &[place, profile] : change.of<Profile>()) {
-        std::map<uint32_t, Profile> &profiles = profiles_of_kinds.at(static_cast<uint32_t>(place.kind) - 1);
+    for (const auto &[key, profile] : change.of<Profile>()) {
+        std::map<uint32_t, Profile> &profiles = profiles_of_kinds.at(static_cast<uint32_t>(key.kind) - 1);
         if (profile)
-            profiles[place.id] = *profile;
+            profiles[key.id] = *profile;
         else
-            profiles.erase(place.id);
+            profiles.erase(key.id);
     }
     change.each([this]<class Record>(const Entry<Record> &entry) { std::get<Shelf<Record>>(shelves).take(entry); });
     lights.follow(*this, change);
@@ -329,15 +329,15 @@ void Olt::apply(const Change &change)
     forwarding.follow(*this, change, moved);
 }
 
-bool Olt::shut(const UniPlace &place) const
+bool Olt::shut(const UniKey &key) const
 {
-    const LoopRecord *record = std::get<Shelf<LoopRecord>>(shelves).find(place);
+    const LoopRecord *record = std::get<Shelf<LoopRecord>>(shelves).find(key);
     return record && record->shut;
 }
 
-const OnuSetting *Olt::setting(const SettingPlace &place) const
+const OnuSetting *Olt::setting(const SettingKey &key) const
 {
-    return std::get<Shelf<OnuSetting>>(shelves).find(place);
+    return std::get<Shelf<OnuSetting>>(shelves).find(key);
 }
 
 const std::map<uint32_t, Profile> &Olt::profiles(ProfileKind kind) const
@@ -358,10 +358,10 @@ const std::string *Olt::block(uint32_t channel, uint32_t command, uint32_t pon_p
 
 // The place is about to be taken or freed. It is no longer the place of its ONU, unless the ONU has already moved on
 // within the change.
-void Olt::forget(const Place &place)
+void Olt::forget(const OnuKey &key)
 {
-    const std::optional<Binding> &binding = pon_ports.at(place.pon_port - 1).bindings.at(place.onu_id);
-    if (binding && find(binding->mac) == place) places.erase(binding->mac);
+    const std::optional<Binding> &binding = pon_ports.at(key.pon_port - 1).bindings.at(key.onu_id);
+    if (binding && find(binding->mac) == key) bound_at.erase(binding->mac);
 }
 
 Device device_at(const Olt &olt, const PonPort &port, const Mac &mac)

@@ -43,7 +43,7 @@ struct Authentication {
 
 // Returns whether the block is the OUI by which extended OAM is recognised at all PON ports. While that is the ONUs'
 // own OUI, no block is kept.
-bool is_oui(const BlockPlace &place);
+bool is_oui(const BlockKey &key);
 
 // This is the state of a bound ONU.
 enum class OnuState : uint32_t { offline, online, unauthenticated };
@@ -129,7 +129,7 @@ public:
     ModelTime now() const { return time; }
     // Returns how many events of the scenario's timeline have happened.
     uint32_t events_done() const { return the_one<Timeline>().done; }
-    // Returns what a set command left. Returns null when it left nothing. See BlockPlace.
+    // Returns what a set command left. Returns null when it left nothing. See BlockKey.
     const std::string *block(uint32_t channel, uint32_t command, uint32_t pon_port, uint32_t index = 0) const;
 
     const Fdb &fdb() const { return forwarding; }
@@ -153,19 +153,17 @@ public:
     // Returns the upgrade types by name.
     const std::map<std::string, UpgradeType> &upgrade_types() const { return kept<UpgradeType>(); }
     // Returns the UNI ports that have a loop, are shut, or once had a loop or were shut.
-    const std::map<UniPlace, LoopRecord> &loops() const { return kept<LoopRecord>(); }
+    const std::map<UniKey, LoopRecord> &loops() const { return kept<LoopRecord>(); }
     const LoopDetection &loop_detection() const { return the_one<LoopDetection>(); }
     // Returns a setting that an ONU has received. Returns null when it has received none. The setting stays with the
     // ONU, bound or not.
-    const OnuSetting *setting(const SettingPlace &place) const;
+    const OnuSetting *setting(const SettingKey &key) const;
     // Returns the profiles by id.
     const std::map<uint32_t, Profile> &profiles(ProfileKind kind) const;
     // Returns whether loop detection has shut the UNI port.
-    bool shut(const UniPlace &place) const;
+    bool shut(const UniKey &key) const;
 
-    // A Place says where an ONU is bound.
-    using Place = OnuPlace;
-    std::optional<Place> find(const Mac &mac) const;
+    std::optional<OnuKey> find(const Mac &mac) const;
     // Returns the id to which the ONU is bound at this port.
     std::optional<uint32_t> id_at(uint32_t pon_port, const Mac &mac) const;
 
@@ -211,14 +209,14 @@ private:
     }
     std::map<uint32_t, OnuIds> concerned(const Change &change) const;
     void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
-    void forget(const Place &place);
+    void forget(const OnuKey &key);
 
     uint64_t own_seed;
     std::shared_ptr<const Topology> topology; // null: everything follows from the seed
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
     std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
-    std::map<Mac, Place> places;
+    std::map<Mac, OnuKey> bound_at;
     std::set<Due> due;
     Kept::OfEach<Shelf> shelves;
     ModelTime time = 0;

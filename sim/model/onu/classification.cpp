@@ -121,7 +121,7 @@ bool is_whole(const OnuBlock &request)
 
 OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
 {
-    return setting_of(olt, onu.place(BSP_CMD_ONU_CLASSIFICATION_GET, uni), side, block_of({}));
+    return setting_of(olt, onu.key(BSP_CMD_ONU_CLASSIFICATION_GET, uni), side, block_of({}));
 }
 
 Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request)
@@ -142,7 +142,7 @@ Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock
         rules[precedence] = rule;
     }
     if (rules.size() > most_rules) return {PON_ERR_TABLE_FULL};
-    return tell(olt, onu, onu.place(BSP_CMD_ONU_CLASSIFICATION_GET, uni), block_of(rules), block_of({}));
+    return send_setting(olt, onu, onu.key(BSP_CMD_ONU_CLASSIFICATION_GET, uni), block_of(rules), block_of({}));
 }
 
 } // namespace ponsim

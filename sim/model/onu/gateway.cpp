@@ -44,16 +44,16 @@ Nature nature_of(const Olt &olt, const RemoteOnu &onu)
     return nature;
 }
 
-// Told holds both sides of a setting: what the OLT has sent, and what the ONU has.
-struct Told {
+// SettingSides holds both sides of a setting: what the OLT has sent, and what the ONU has.
+struct SettingSides {
     OnuBlock local;
     OnuBlock remote;
 };
 
-Told told_of(const Olt &olt, const RemoteOnu &onu, uint32_t command, uint32_t index, const OnuBlock &otherwise)
+SettingSides sides_of(const Olt &olt, const RemoteOnu &onu, uint32_t command, uint32_t index, const OnuBlock &otherwise)
 {
-    const SettingPlace place = onu.place(command, index);
-    return {setting_of(olt, place, Side::local, otherwise), setting_of(olt, place, Side::remote, otherwise)};
+    const SettingKey key = onu.key(command, index);
+    return {setting_of(olt, key, Side::local, otherwise), setting_of(olt, key, Side::remote, otherwise)};
 }
 
 std::vector<Wan> wans_of(const Olt &olt, const RemoteOnu &onu, const Nature &nature)
@@ -61,10 +61,10 @@ std::vector<Wan> wans_of(const Olt &olt, const RemoteOnu &onu, const Nature &nat
     namespace at = layout::onu_wan;
     std::vector<Wan> wans;
     for (uint32_t index = 1; index <= max_wans; ++index) {
-        const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_WAN, index, first_wan(olt, onu, index));
-        if (told.local.get(at::mode) == wan_removed) continue;
-        Wan wan{index, told.local, onu.online() && told.remote == told.local, {}};
-        const auto ip_mode = told.local.get(at::ip_mode);
+        const SettingSides sides = sides_of(olt, onu, BSP_CMD_VIEW_ONU_WAN, index, first_wan(olt, onu, index));
+        if (sides.local.get(at::mode) == wan_removed) continue;
+        Wan wan{index, sides.local, onu.online() && sides.remote == sides.local, {}};
+        const auto ip_mode = sides.local.get(at::ip_mode);
         if (wan.up && (ip_mode == ip_dhcp || ip_mode == ip_pppoe)) wan.lease = nature.leases[index - 1];
         wans.push_back(std::move(wan));
     }
@@ -75,9 +75,9 @@ std::vector<Wlan> wlans_of(const Olt &olt, const RemoteOnu &onu, const Nature &n
 {
     std::vector<Wlan> wlans;
     for (uint32_t index = 1; index <= max_wlans; ++index) {
-        const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_WLAN, index, first_wlan(olt, onu, index));
-        const bool enabled = told.remote.get(layout::onu_wlan::enabled) != 0;
-        wlans.push_back({index, told.local, enabled ? nature.clients[index - 1] : 0});
+        const SettingSides sides = sides_of(olt, onu, BSP_CMD_VIEW_ONU_WLAN, index, first_wlan(olt, onu, index));
+        const bool enabled = sides.remote.get(layout::onu_wlan::enabled) != 0;
+        wlans.push_back({index, sides.local, enabled ? nature.clients[index - 1] : 0});
     }
     return wlans;
 }
@@ -85,8 +85,8 @@ std::vector<Wlan> wlans_of(const Olt &olt, const RemoteOnu &onu, const Nature &n
 std::vector<VoicePort> voice_of(const RemoteOnu &onu, const Nature &nature, const std::vector<Wan> &wans)
 {
     const bool registered = std::ranges::any_of(wans, [](const Wan &wan) {
-        return wan.up && wan.told.get(layout::onu_wan::mode) == wan_route &&
-               wan.told.get(layout::onu_wan::service) == wan_voice;
+        return wan.up && wan.sent.get(layout::onu_wan::mode) == wan_route &&
+               wan.sent.get(layout::onu_wan::service) == wan_voice;
     });
     std::vector<VoicePort> ports;
     for (uint32_t pots = 1; pots <= onu.device.type->pots_ports; ++pots)
@@ -98,8 +98,8 @@ std::vector<AclRule> acl_of(const Olt &olt, const RemoteOnu &onu)
 {
     std::vector<AclRule> rules;
     for (uint32_t index = 1; index <= max_acl_rules; ++index) {
-        const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_ACL, index, first_acl_rule(olt, onu, index));
-        if (told.local.get(layout::onu_acl::action) != acl_removed) rules.push_back({index, told.local});
+        const SettingSides sides = sides_of(olt, onu, BSP_CMD_VIEW_ONU_ACL, index, first_acl_rule(olt, onu, index));
+        if (sides.local.get(layout::onu_acl::action) != acl_removed) rules.push_back({index, sides.local});
     }
     return rules;
 }
@@ -108,10 +108,10 @@ std::vector<AclRule> acl_of(const Olt &olt, const RemoteOnu &onu)
 DhcpServer dhcp_of(const Olt &olt, const RemoteOnu &onu, uint32_t stations)
 {
     namespace at = layout::onu_dhcp;
-    const Told told = told_of(olt, onu, BSP_CMD_VIEW_ONU_DHCP, 0, first_dhcp(olt, onu, 0));
-    if (told.remote.get(at::enabled) == 0) return {told.local, 0};
-    const uint32_t addresses = get_ipv4(told.remote, at::last) - get_ipv4(told.remote, at::first) + 1;
-    return {told.local, std::min(stations, addresses)};
+    const SettingSides sides = sides_of(olt, onu, BSP_CMD_VIEW_ONU_DHCP, 0, first_dhcp(olt, onu, 0));
+    if (sides.remote.get(at::enabled) == 0) return {sides.local, 0};
+    const uint32_t addresses = get_ipv4(sides.remote, at::last) - get_ipv4(sides.remote, at::first) + 1;
+    return {sides.local, std::min(stations, addresses)};
 }
 
 } // namespace

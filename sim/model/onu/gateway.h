@@ -37,16 +37,16 @@ inline constexpr uint32_t lease_network = 0x64400000; // 100.64.0.0
 inline constexpr uint32_t lease_mask = 0xffc00000;
 inline constexpr uint32_t lease_gateway = lease_network + 1;
 
-// `told` is the block that the OLT has sent to the ONU.
+// `sent` is the block that the OLT has sent to the ONU.
 struct Wan {
     uint32_t index;
-    OnuBlock told;
+    OnuBlock sent;
     bool up;                       // the ONU is online, and has received its setting
     std::optional<uint32_t> lease; // address that the connection leases while it is up
 };
 struct Wlan {
     uint32_t index;
-    OnuBlock told;
+    OnuBlock sent;
     uint32_t clients;
 };
 struct Catv {
@@ -61,10 +61,10 @@ struct VoicePort {
 };
 struct AclRule {
     uint32_t index;
-    OnuBlock told;
+    OnuBlock sent;
 };
 struct DhcpServer {
-    OnuBlock told;
+    OnuBlock sent;
     uint32_t leases;
 };
 

@@ -13,9 +13,9 @@ namespace ponsim
 inline constexpr uint32_t max_vlan = 4094;
 inline constexpr uint32_t max_vlan_priority = 7;
 
-using Ipv4Place = layout::At<layout::Bytes<4>>;
+using Ipv4Field = layout::At<layout::Bytes<4>>;
 
-inline uint32_t get_ipv4(const OnuBlock &block, Ipv4Place at)
+inline uint32_t get_ipv4(const OnuBlock &block, Ipv4Field at)
 {
     uint32_t address = 0;
     for (const uint8_t byte : block.get(at))
@@ -23,7 +23,7 @@ inline uint32_t get_ipv4(const OnuBlock &block, Ipv4Place at)
     return address;
 }
 
-inline void put_ipv4(OnuBlock &block, Ipv4Place at, uint32_t address)
+inline void put_ipv4(OnuBlock &block, Ipv4Field at, uint32_t address)
 {
     layout::Bytes<4> bytes;
     for (uint32_t byte = 0; byte < bytes.size(); ++byte)

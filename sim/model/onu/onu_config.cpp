@@ -52,9 +52,9 @@ Plan set_uni_profile(const Olt &olt, uint32_t id, const std::optional<std::strin
     return plan;
 }
 
-OnuBlock port_config(const Olt &olt, const UniPlace &place)
+OnuBlock port_config(const Olt &olt, const UniKey &key)
 {
-    return setting_of(olt, {place.pon_port, place.mac, BSP_CMD_ONU_PORT_CONFIG_SET, place.uni}, Side::local,
+    return setting_of(olt, {key.pon_port, key.mac, BSP_CMD_ONU_PORT_CONFIG_SET, key.uni}, Side::local,
                       OnuBlock(port_config_size));
 }
 

@@ -24,7 +24,7 @@ std::optional<OnuBlock> uni_profile(const Olt &olt, uint32_t id);
 Plan set_uni_profile(const Olt &olt, uint32_t id, const std::optional<std::string> &settings);
 
 // Returns the configuration that a UNI port last received as one block. It is zero when the port never received one.
-OnuBlock port_config(const Olt &olt, const UniPlace &place);
+OnuBlock port_config(const Olt &olt, const UniKey &key);
 // A ProfileUser is a UNI port of a bound ONU that remembers a profile. profile_users() returns them in the order of PON
 // port, ONU id and UNI port.
 struct ProfileUser {

@@ -28,12 +28,12 @@ constexpr Hardware all_hardware[] = {
 };
 
 // Returns what the ONU has of a setting that is one word, at the start of the record's data.
-uint32_t word_of(const Olt &olt, const SettingPlace &place, Side side, uint32_t otherwise)
+uint32_t word_of(const Olt &olt, const SettingKey &key, Side side, uint32_t otherwise)
 {
     constexpr layout::At<uint32_t> start{offsetof(bsp_onu_msg, onu_data)};
     OnuBlock block(sizeof otherwise);
     block.put(start, otherwise);
-    return setting_of(olt, place, side, block).get(start);
+    return setting_of(olt, key, side, block).get(start);
 }
 
 } // namespace
@@ -101,7 +101,7 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
 
 uint32_t llids_of(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return word_of(olt, onu.place(BSP_CMD_ONU_MULTI_LLID_SET), side, 1);
+    return word_of(olt, onu.key(BSP_CMD_ONU_MULTI_LLID_SET), side, 1);
 }
 
 std::vector<OnuUni> unis_of(const Olt &olt, const RemoteOnu &onu)

@@ -33,11 +33,11 @@ std::vector<RemoteOnu> onus_of(const Olt &olt, const PonPort &port)
     return onus;
 }
 
-OnuBlock setting_of(const Olt &olt, const SettingPlace &place, Side side, const OnuBlock &otherwise)
+OnuBlock setting_of(const Olt &olt, const SettingKey &key, Side side, const OnuBlock &otherwise)
 {
-    const OnuSetting *setting = olt.setting(place);
+    const OnuSetting *setting = olt.setting(key);
     if (!setting) return otherwise;
-    return OnuBlock(side == Side::local || olt.now() >= setting->arrives ? setting->told : setting->before);
+    return OnuBlock(side == Side::local || olt.now() >= setting->arrives ? setting->sent : setting->before);
 }
 
 namespace
@@ -56,7 +56,7 @@ OnuBlock switch_block(ModelTime since)
 
 ModelTime since(const Olt &olt, const RemoteOnu &onu, Side side)
 {
-    return setting_of(olt, onu.place(switch_command), side, switch_block(0)).get(since_at);
+    return setting_of(olt, onu.key(switch_command), side, switch_block(0)).get(since_at);
 }
 
 } // namespace
@@ -76,17 +76,17 @@ Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on)
 {
     const bool same = switched_on(olt, onu, Side::local) == on;
     const ModelTime arrives = on ? olt.now() + oam_delay : 0;
-    return tell(olt, onu, onu.place(switch_command), switch_block(same ? since(olt, onu, Side::local) : arrives),
-                switch_block(0));
+    return send_setting(olt, onu, onu.key(switch_command), switch_block(same ? since(olt, onu, Side::local) : arrives),
+                        switch_block(0));
 }
 
-Plan tell(const Olt &olt, const RemoteOnu &onu, const SettingPlace &place, const OnuBlock &block,
-          const OnuBlock &otherwise)
+Plan send_setting(const Olt &olt, const RemoteOnu &onu, const SettingKey &key, const OnuBlock &block,
+                  const OnuBlock &otherwise)
 {
     if (!onu.online()) return {PON_ERR_OFFLINE};
-    if (block == setting_of(olt, place, Side::local, otherwise)) return {BSP_OK};
-    const OnuBlock before = setting_of(olt, place, Side::remote, otherwise);
-    return {BSP_OK, change_of<OnuSetting>(place, {block.bytes(), before.bytes(), olt.now() + oam_delay})};
+    if (block == setting_of(olt, key, Side::local, otherwise)) return {BSP_OK};
+    const OnuBlock before = setting_of(olt, key, Side::remote, otherwise);
+    return {BSP_OK, change_of<OnuSetting>(key, {block.bytes(), before.bytes(), olt.now() + oam_delay})};
 }
 
 } // namespace ponsim

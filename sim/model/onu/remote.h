@@ -30,7 +30,7 @@ struct RemoteOnu {
 
     bool online() const { return state == OnuState::online; }
     bool has_uni(uint32_t uni) const { return uni >= 1 && uni <= device.unis.size(); }
-    SettingPlace place(uint32_t command, uint32_t uni = 0) const { return {port->number, binding->mac, command, uni}; }
+    SettingKey key(uint32_t command, uint32_t uni = 0) const { return {port->number, binding->mac, command, uni}; }
 };
 
 // `status` is BSP_OK when an ONU is bound to the id.
@@ -90,7 +90,7 @@ private:
 };
 
 // Returns what one side has of a setting. Until the setting is changed, that is `otherwise`.
-OnuBlock setting_of(const Olt &olt, const SettingPlace &place, Side side, const OnuBlock &otherwise);
+OnuBlock setting_of(const Olt &olt, const SettingKey &key, Side side, const OnuBlock &otherwise);
 
 // Returns whether the ONU's CATV port and its performance monitoring are on. One request of one byte switches both,
 // because nothing in it says which of the two is meant.
@@ -105,7 +105,7 @@ inline bool has_catv(const Device &device)
 Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on);
 
 // Sends a setting to an ONU, which must be online. Nothing changes when the ONU was sent the same before.
-Plan tell(const Olt &olt, const RemoteOnu &onu, const SettingPlace &place, const OnuBlock &block,
-          const OnuBlock &otherwise);
+Plan send_setting(const Olt &olt, const RemoteOnu &onu, const SettingKey &key, const OnuBlock &block,
+                  const OnuBlock &otherwise);
 
 } // namespace ponsim

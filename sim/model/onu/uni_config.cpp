@@ -145,9 +145,9 @@ std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side si
     for (uint32_t index = 0; index < configs.size(); ++index) {
         const Uni &uni = onu.device.unis[index];
         for (const Part &part : parts) {
-            const SettingPlace place = onu.place(part.command, index + 1);
-            if (olt.setting(place))
-                part.take(uni, setting_of(olt, place, side, part.block_of(uni, configs[index])), configs[index]);
+            const SettingKey key = onu.key(part.command, index + 1);
+            if (olt.setting(key))
+                part.take(uni, setting_of(olt, key, side, part.block_of(uni, configs[index])), configs[index]);
         }
     }
     return configs;

@@ -10,8 +10,8 @@ namespace ponsim
 
 Plan set_damage(const PonPort &port, uint32_t branch, int32_t loss)
 {
-    const BranchPlace place{port.number, branch};
-    return {BSP_OK, loss == 0 ? removal_of<Damage>(place) : change_of<Damage>(place, {std::min(loss, cut_loss)})};
+    const BranchKey key{port.number, branch};
+    return {BSP_OK, loss == 0 ? removal_of<Damage>(key) : change_of<Damage>(key, {std::min(loss, cut_loss)})};
 }
 
 } // namespace ponsim

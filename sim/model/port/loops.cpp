@@ -26,16 +26,16 @@ Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t
     return {BSP_OK, change_of<LoopDetection>({}, detection)};
 }
 
-SettingPlace switch_place(const UniPlace &place)
+SettingKey switch_place(const UniKey &key)
 {
-    return {place.pon_port, place.mac, BSP_CMD_ONU_LOOP_DETECT_GET, place.uni};
+    return {key.pon_port, key.mac, BSP_CMD_ONU_LOOP_DETECT_GET, key.uni};
 }
 
 // Returns whether detection packets come back through the loop.
-bool found_by_packets(const Olt &olt, const UniPlace &place, const LoopRecord &record)
+bool found_by_packets(const Olt &olt, const UniKey &key, const LoopRecord &record)
 {
-    return olt.loop_detection().on && detects_loops(olt, place, Side::remote) && record.looped && !record.shut &&
-           olt.online(*olt.port(place.pon_port), place.mac);
+    return olt.loop_detection().on && detects_loops(olt, key, Side::remote) && record.looped && !record.shut &&
+           olt.online(*olt.port(key.pon_port), key.mac);
 }
 
 LoopRecord recovered(const Olt &olt, LoopRecord record)
@@ -46,26 +46,26 @@ LoopRecord recovered(const Olt &olt, LoopRecord record)
 }
 
 // Returns when something happens to the loop by itself.
-std::optional<ModelTime> next_of(const Olt &olt, const UniPlace &place, const LoopRecord &record)
+std::optional<ModelTime> next_of(const Olt &olt, const UniKey &key, const LoopRecord &record)
 {
-    if (found_by_packets(olt, place, record) != record.watched_from.has_value()) return olt.now();
+    if (found_by_packets(olt, key, record) != record.watched_from.has_value()) return olt.now();
     if (record.watched_from)
         return std::max(olt.now(), *record.watched_from + olt.loop_detection().interval * ms_per_second);
     return recovery_of(olt, record);
 }
 
 // Returns when a setting of loop detection that is on its way reaches the UNI port.
-std::optional<ModelTime> switched(const Olt &olt, const UniPlace &place)
+std::optional<ModelTime> switched(const Olt &olt, const UniKey &key)
 {
-    const OnuSetting *setting = olt.setting(switch_place(place));
+    const OnuSetting *setting = olt.setting(switch_place(key));
     return setting && setting->arrives > olt.now() ? std::optional(setting->arrives) : std::nullopt;
 }
 
 std::optional<ModelTime> next(const Olt &olt)
 {
     std::optional<ModelTime> first;
-    for (const auto &[place, record] : olt.loops())
-        for (const std::optional<ModelTime> &time : {next_of(olt, place, record), switched(olt, place)})
+    for (const auto &[key, record] : olt.loops())
+        for (const std::optional<ModelTime> &time : {next_of(olt, key, record), switched(olt, key)})
             if (time && (!first || *time < *first)) first = time;
     return first;
 }
@@ -74,11 +74,11 @@ Change happen(const Olt &olt)
 {
     Change change;
     LoopDetection detection = olt.loop_detection();
-    for (const auto &[place, old] : olt.loops()) {
-        const std::optional<ModelTime> time = next_of(olt, place, old);
+    for (const auto &[key, old] : olt.loops()) {
+        const std::optional<ModelTime> time = next_of(olt, key, old);
         if (!time || *time > olt.now()) continue;
         LoopRecord record = old;
-        if (found_by_packets(olt, place, old) != old.watched_from.has_value()) {
+        if (found_by_packets(olt, key, old) != old.watched_from.has_value()) {
             record.watched_from = old.watched_from ? std::nullopt : std::optional(olt.now());
         } else if (old.watched_from) {
             record.watched_from.reset();
@@ -90,7 +90,7 @@ Change happen(const Olt &olt)
             record = recovered(olt, old);
             ++detection.recovered;
         }
-        change.put<LoopRecord>(place, record);
+        change.put<LoopRecord>(key, record);
     }
     if (detection != olt.loop_detection()) change.put<LoopDetection>({}, detection);
     return change;
@@ -107,9 +107,9 @@ OnuBlock loop_detect_block(bool on)
     return block;
 }
 
-bool detects_loops(const Olt &olt, const UniPlace &place, Side side)
+bool detects_loops(const Olt &olt, const UniKey &key, Side side)
 {
-    return setting_of(olt, switch_place(place), side, loop_detect_block(true)) == loop_detect_block(true);
+    return setting_of(olt, switch_place(key), side, loop_detect_block(true)) == loop_detect_block(true);
 }
 
 LoopState state_of(const LoopRecord &record)
@@ -125,18 +125,18 @@ std::optional<ModelTime> recovery_of(const Olt &olt, const LoopRecord &record)
     return std::max(olt.now(), record.since + detection.recovery_time * ms_per_second);
 }
 
-Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
+Plan set_loop(const Olt &olt, const UniKey &key, bool looped)
 {
-    if (!olt.port(place.pon_port)) return refuse(PON_ERR_NO_PORT);
-    if (!olt.id_at(place.pon_port, place.mac)) return refuse(PON_ERR_NOT_BOUND);
-    if (place.uni < 1 || place.uni > olt.device_of(place.mac).unis.size()) return refuse(PON_ERR_NO_UNI);
+    if (!olt.port(key.pon_port)) return refuse(PON_ERR_NO_PORT);
+    if (!olt.id_at(key.pon_port, key.mac)) return refuse(PON_ERR_NOT_BOUND);
+    if (key.uni < 1 || key.uni > olt.device_of(key.mac).unis.size()) return refuse(PON_ERR_NO_UNI);
 
     Plan plan{BSP_OK};
-    const auto found = olt.loops().find(place);
+    const auto found = olt.loops().find(key);
     if (found == olt.loops().end()) {
         if (!looped) return plan;
         if (olt.loops().size() >= max_loops) {
-            const UniPlace *oldest = nullptr;
+            const UniKey *oldest = nullptr;
             for (const auto &[other, record] : olt.loops())
                 if (state_of(record) == LoopState::recovered &&
                     (!oldest || record.since < olt.loops().at(*oldest).since))
@@ -144,7 +144,7 @@ Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
             if (!oldest) return refuse(PON_ERR_TABLE_FULL);
             plan.change.drop<LoopRecord>(*oldest);
         }
-        plan.change.put<LoopRecord>(place, LoopRecord{.looped = true, .since = olt.now()});
+        plan.change.put<LoopRecord>(key, LoopRecord{.looped = true, .since = olt.now()});
         return plan;
     }
     LoopRecord record = found->second;
@@ -152,7 +152,7 @@ Plan set_loop(const Olt &olt, const UniPlace &place, bool looped)
     record.looped = looped;
     if (!record.shut) record.since = olt.now();
     const bool nothing_to_tell = !looped && !record.shut && record.detected == 0;
-    plan.change.add(Entry<LoopRecord>{place, nothing_to_tell ? std::nullopt : std::optional(record)});
+    plan.change.add(Entry<LoopRecord>{key, nothing_to_tell ? std::nullopt : std::optional(record)});
     return plan;
 }
 
@@ -180,9 +180,9 @@ Plan recover_all(const Olt &olt)
 {
     Plan plan{BSP_OK};
     LoopDetection detection = olt.loop_detection();
-    for (const auto &[place, record] : olt.loops()) {
+    for (const auto &[key, record] : olt.loops()) {
         if (!record.shut) continue;
-        plan.change.put<LoopRecord>(place, recovered(olt, record));
+        plan.change.put<LoopRecord>(key, recovered(olt, record));
         ++detection.recovered;
     }
     if (!plan.change.of<LoopRecord>().empty()) plan.change.put<LoopDetection>({}, detection);

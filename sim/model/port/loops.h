@@ -22,11 +22,11 @@ std::optional<ModelTime> recovery_of(const Olt &olt, const LoopRecord &record);
 
 // Makes a loop appear behind a UNI port of a bound ONU, or disappear. When there are max_loops records, a new one
 // replaces that of the port that recovered longest ago.
-Plan set_loop(const Olt &olt, const UniPlace &place, bool looped);
+Plan set_loop(const Olt &olt, const UniKey &key, bool looped);
 
 // Returns whether detection is switched on at a UNI port. An ONU receives this setting as the block below. Until then
 // detection is on.
-bool detects_loops(const Olt &olt, const UniPlace &place, Side side);
+bool detects_loops(const Olt &olt, const UniKey &key, Side side);
 OnuBlock loop_detect_block(bool on);
 
 // These set the settings, each within its limits. While detection is off, ports recover only by command.
