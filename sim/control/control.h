@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "model/olt/fault.h"
+#include "model/change/fault.h"
 
 namespace ponsim
 {

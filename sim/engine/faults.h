@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "engine/message.h"
-#include "model/olt/fault.h"
+#include "model/change/fault.h"
 
 namespace ponsim
 {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <span>
 
-#include "model/olt/process.h"
+#include "model/lifecycle/process.h"
 
 namespace ponsim
 {

@@ -1,5 +1,5 @@
 // These commands concern alarms of ONUs and of ports.
-#include "model/olt/alarms.h"
+#include "model/lifecycle/alarms.h"
 
 #include "generated/service_words.h"
 #include "handlers/record.h"

@@ -10,7 +10,7 @@
 #include "bsp_pon.h"
 #include "handlers/handler.h"
 #include "model/base/text.h"
-#include "model/olt/plan.h"
+#include "model/change/plan.h"
 
 namespace ponsim
 {

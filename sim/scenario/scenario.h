@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "model/base/time.h"
-#include "model/olt/change.h"
+#include "model/change/change.h"
 #include "model/plant/population.h"
 
 namespace ponsim

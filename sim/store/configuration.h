@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "model/olt/change.h"
+#include "model/change/change.h"
 #include "model/plant/population.h"
 #include "store/row.h"
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "model/olt/change.h"
+#include "model/change/change.h"
 #include "model/plant/population.h"
 #include "store/statement.h"
 

@@ -17,8 +17,8 @@
 
 #include "catalogue.h"
 #include "handlers/handler.h"
-#include "ponctl/any_arguments.h"
-#include "ponctl/process.h"
+#include "ponctl/support/any_arguments.h"
+#include "ponctl/support/process.h"
 #include "simulator.h"
 
 namespace

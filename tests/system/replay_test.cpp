@@ -10,7 +10,7 @@
 #include "board/datastore.h"
 #include "board/ipc.h"
 #include "catalogue.h"
-#include "ponctl/process.h"
+#include "ponctl/support/process.h"
 #include "simulator.h"
 
 namespace

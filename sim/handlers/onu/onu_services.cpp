@@ -2,7 +2,7 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/base/block.h"
-#include "model/olt/alarms.h"
+#include "model/lifecycle/alarms.h"
 #include "model/olt/sla.h"
 #include "model/onu/ipv4.h"
 

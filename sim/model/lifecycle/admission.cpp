@@ -5,10 +5,10 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/lifecycle/alarms.h"
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/registration.h"
 #include "model/lifecycle/upgrade.h"
-#include "model/olt/alarms.h"
 #include "model/olt/bound.h"
 
 namespace ponsim

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

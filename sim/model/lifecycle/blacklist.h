@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

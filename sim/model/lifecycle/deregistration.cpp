@@ -2,9 +2,9 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/lifecycle/alarms.h"
+#include "model/lifecycle/debug.h"
 #include "model/lifecycle/registration.h"
-#include "model/olt/alarms.h"
-#include "model/olt/debug.h"
 
 namespace ponsim
 {

@@ -2,8 +2,8 @@
 // window of its port, unless it is on the black list then.
 #pragma once
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 #include "model/onu/remote.h"
 
 namespace ponsim

@@ -3,9 +3,9 @@
 #include <string_view>
 #include <utility>
 
+#include "model/lifecycle/alarms.h"
+#include "model/lifecycle/debug.h"
 #include "model/lifecycle/registration.h"
-#include "model/olt/alarms.h"
-#include "model/olt/debug.h"
 #include "model/olt/light.h"
 #include "model/olt/standing.h"
 

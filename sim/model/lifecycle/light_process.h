@@ -1,7 +1,7 @@
 // In this process the light of ONUs becomes good, degraded or lost, and ports are blinded.
 #pragma once
 
-#include "model/olt/process.h"
+#include "model/lifecycle/process.h"
 
 namespace ponsim
 {

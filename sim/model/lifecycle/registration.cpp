@@ -7,10 +7,10 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/base/random.h"
+#include "model/lifecycle/alarms.h"
+#include "model/lifecycle/debug.h"
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/upgrade.h"
-#include "model/olt/alarms.h"
-#include "model/olt/debug.h"
 #include "model/olt/mpcp.h"
 #include "model/onu/remote.h"
 

@@ -6,9 +6,9 @@
 // again when it is heard.
 #pragma once
 
+#include "model/change/plan.h"
+#include "model/lifecycle/process.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
-#include "model/olt/process.h"
 
 namespace ponsim
 {

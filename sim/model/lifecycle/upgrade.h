@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "model/change/plan.h"
+#include "model/lifecycle/process.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
-#include "model/olt/process.h"
 #include "model/plant/device.h"
 
 namespace ponsim

@@ -4,9 +4,9 @@
 
 #include <optional>
 
+#include "model/change/plan.h"
 #include "model/olt/mpcp.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

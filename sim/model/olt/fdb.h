@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "model/olt/change.h"
-#include "model/olt/plan.h"
+#include "model/change/change.h"
+#include "model/change/plan.h"
 #include "model/plant/station.h"
 
 namespace ponsim

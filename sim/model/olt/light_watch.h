@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-#include "model/olt/change.h"
-#include "model/olt/plan.h"
+#include "model/change/change.h"
+#include "model/change/plan.h"
 
 namespace ponsim
 {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "model/olt/plan.h"
+#include "model/change/plan.h"
 
 namespace ponsim
 {

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

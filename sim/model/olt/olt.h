@@ -12,11 +12,11 @@
 #include <utility>
 #include <vector>
 
+#include "model/change/change.h"
+#include "model/change/plan.h"
 #include "model/kept/shelf.h"
-#include "model/olt/change.h"
 #include "model/olt/fdb.h"
 #include "model/olt/light_watch.h"
-#include "model/olt/plan.h"
 #include "model/olt/traffic.h"
 #include "model/plant/device.h"
 #include "model/plant/module.h"

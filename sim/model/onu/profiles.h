@@ -6,8 +6,8 @@
 #include <span>
 #include <string_view>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

@@ -6,8 +6,8 @@
 #include <string>
 #include <type_traits>
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 #include "model/plant/device.h"
 #include "place.h"
 

@@ -1,8 +1,8 @@
 // This file changes the fibre of a port.
 #pragma once
 
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
+#include "model/change/plan.h"
+#include "model/lifecycle/process.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
-#include "model/olt/process.h"
 #include "model/onu/remote.h"
 
 namespace ponsim

@@ -4,8 +4,8 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/lifecycle/alarms.h"
 #include "model/lifecycle/registration.h"
-#include "model/olt/alarms.h"
 #include "model/olt/light.h"
 #include "model/plant/module_memory.h"
 

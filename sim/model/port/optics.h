@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <span>
 
+#include "model/change/plan.h"
+#include "model/lifecycle/process.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
-#include "model/olt/process.h"
 
 namespace ponsim
 {

@@ -3,8 +3,8 @@
 
 #include <cmath>
 
+#include "model/lifecycle/process.h"
 #include "model/olt/mpcp.h"
-#include "model/olt/process.h"
 #include "model/port/fibre.h"
 #include "optics.h"
 

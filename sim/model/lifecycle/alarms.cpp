@@ -1,4 +1,4 @@
-#include "model/olt/alarms.h"
+#include "model/lifecycle/alarms.h"
 
 #include <algorithm>
 #include <iterator>

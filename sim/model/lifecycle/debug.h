@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "bsp_pon.h"
+#include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/olt/plan.h"
 
 namespace ponsim
 {

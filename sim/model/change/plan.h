@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "model/olt/change.h"
+#include "model/change/change.h"
 
 namespace ponsim
 {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "model/base/mac.h"
+#include "model/change/fault.h"
 #include "model/kept/kept.h"
-#include "model/olt/fault.h"
 
 namespace ponsim
 {

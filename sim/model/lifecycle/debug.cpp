@@ -1,4 +1,4 @@
-#include "model/olt/debug.h"
+#include "model/lifecycle/debug.h"
 
 #include "generated/service_words.h"
 
