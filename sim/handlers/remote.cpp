@@ -79,10 +79,10 @@ Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &
 Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,
                     const BlockSetting &setting)
 {
-    return to_outcome(tell_setting(olt, onu, number, data_of(request, setting.size), setting));
+    return to_outcome(send_setting(olt, onu, number, data_of(request, setting.size), setting));
 }
 
-Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
+Plan send_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
                   const BlockSetting &setting)
 {
     if (const uint32_t status = setting.check(onu, number, block)) return {status};

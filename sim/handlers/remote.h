@@ -39,7 +39,7 @@ OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side sid
 Outcome get_setting(const Olt &olt, const Request &request, const BlockSetting &setting, Side side = Side::remote);
 Outcome set_setting(const Olt &olt, const Request &request, const BlockSetting &setting);
 // Sends an ONU the block of a setting, if it is allowed.
-Plan tell_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
+Plan send_setting(const Olt &olt, const RemoteOnu &onu, uint32_t number, const OnuBlock &block,
                   const BlockSetting &setting);
 // Does the same as set_setting() above for a setting of which an ONU has several, by number.
 Outcome set_setting(const Olt &olt, const Request &request, const RemoteOnu &onu, uint32_t number,

@@ -98,7 +98,7 @@ Plan tell_all(const Olt &olt, const RemoteOnu &onu, uint32_t uni, std::span<cons
 {
     Plan all{BSP_OK};
     for (const Part &part : parts) {
-        const Plan plan = tell_setting(olt, onu, uni, part.block, part.setting);
+        const Plan plan = send_setting(olt, onu, uni, part.block, part.setting);
         if (plan.status != BSP_OK) return {plan.status};
         all.change.add(plan.change);
     }
