@@ -8,8 +8,8 @@
 
 #include "control/control.h"
 #include "model/plant/fibre.h"
+#include "scenes.h"
 #include "store/configuration.h"
-#include "support.h"
 
 namespace ponsim
 {
@@ -72,34 +72,6 @@ name = "guest"
 branch = "street"
 silent = true
 )";
-
-std::vector<OltScenario> read(const std::string &text)
-{
-    return read_scenario(text, "test.toml").olts;
-}
-
-// A Scene is the one OLT of a text, with an empty store.
-struct Scene {
-    Store store{{}, false};
-    Simulator simulator;
-
-    explicit Scene(OltScenario olt) : simulator(store, {}, std::make_shared<const OltScenario>(std::move(olt))) {}
-    explicit Scene(const std::string &text) : Scene(read(text).at(0)) {}
-
-    const Olt &olt() const { return simulator.olt(); }
-    const PonPort &port(uint32_t number) const { return *simulator.olt().port(number); }
-    const Arrival &onu(uint32_t number, const std::string &name) const
-    {
-        const std::vector<Arrival> &arrivals = port(number).arrivals;
-        const auto found = std::ranges::find(arrivals, name, &Arrival::name);
-        return found == arrivals.end() ? throw std::out_of_range(name) : *found;
-    }
-    std::vector<std::string> log_until(ModelTime seconds)
-    {
-        simulator.advance(seconds * ms_per_second);
-        return simulator.take_log();
-    }
-};
 
 TEST(Scenario, AnOnuIsWhatItSays)
 {
@@ -492,15 +464,6 @@ TEST(Scenario, NoByteOfATextThatIsChangedBreaksTheReader)
         }
 }
 
-std::vector<std::filesystem::path> shipped()
-{
-    std::vector<std::filesystem::path> files;
-    for (const auto &entry : std::filesystem::directory_iterator(SCENARIOS))
-        files.push_back(entry.path());
-    std::ranges::sort(files);
-    return files;
-}
-
 class ShippedScenario : public testing::TestWithParam<std::filesystem::path>
 {
 };
@@ -520,14 +483,7 @@ TEST_P(ShippedScenario, RunsToItsEndWithoutARefusedEvent)
     }
 }
 
-std::string test_name(const testing::TestParamInfo<std::filesystem::path> &info)
-{
-    std::string name = info.param.stem().string();
-    std::ranges::replace(name, '-', '_');
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Scenarios, ShippedScenario, testing::ValuesIn(shipped()), test_name);
+INSTANTIATE_TEST_SUITE_P(Scenarios, ShippedScenario, testing::ValuesIn(scenarios_in(SCENARIOS)), scenario_name);
 
 } // namespace
 } // namespace ponsim
