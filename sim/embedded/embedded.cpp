@@ -23,6 +23,7 @@
 #include "daemon/host.h"
 #include "embedded/child.h"
 #include "scenario/scenario.h"
+#include "store/private.h"
 
 namespace
 {
@@ -196,6 +197,7 @@ void bsp_simulator::spawn(const bsp_simulator_options &options, const char *prog
     if (options.scenario_file) add("--scenario", options.scenario_file);
     if (options.scenario) {
         const std::string file = folder() + "/scenario.toml";
+        make_private_file(file);
         std::ofstream out(file, std::ios::binary);
         if (!(out << options.scenario).flush()) throw std::runtime_error(file + ": cannot be written");
         add("--scenario", file);

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <fstream>
 
+#include <sys/stat.h>
+
 #include "board/datastore.h"
 #include "board/ipc.h"
 #include "support.h"
@@ -186,6 +188,22 @@ TEST_F(DaemonTest, MakesTheFolderOfItsState)
     Daemon daemon({"--state", folder->file("a/b/olt.db")});
     EXPECT_TRUE(daemon.serves());
     EXPECT_TRUE(std::filesystem::exists(folder->file("a/b/olt.db")));
+}
+
+TEST_F(DaemonTest, WhatItKeepsIsForItsUserWhateverTheUmaskIs)
+{
+    const mode_t before = umask(0);
+    Daemon daemon({"--state", folder->file("c/d/olt.db"), "--record", folder->file("session")});
+    umask(before);
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1))), BSP_OK);
+    const auto mode_of = [](const std::string &name) {
+        return static_cast<unsigned>(std::filesystem::status(folder->file(name)).permissions());
+    };
+    for (const char *made : {"c", "c/d"})
+        EXPECT_EQ(mode_of(made), 0700u) << made;
+    for (const char *file : {"c/d/olt.db", "c/d/olt.db-wal", "session", "ipc/6.lock", "ipc/106.lock"})
+        EXPECT_EQ(mode_of(file), 0600u) << file;
 }
 
 TEST_F(DaemonTest, WrongUsageIsExplained)
