@@ -440,6 +440,22 @@ TEST_F(DaemonTest, ServesSeveralOltsAndGoesOnWithThem)
     EXPECT_EQ(control({"--olt", "metro-2", "now"}, exit_status), "7 s of model time\n");
 }
 
+TEST_F(DaemonTest, ControlOfOneOfSeveralOltsNeedsItsName)
+{
+    const std::string file = write_file(folder->file("two.toml"), "[[olt]]\nname = \"metro\"\ncount = 2\nports = 1\n");
+    int exit_status;
+    {
+        Daemon daemon({"--state", "none", "--speed", "0", "--scenario", file});
+        ASSERT_TRUE(daemon.serves());
+        EXPECT_EQ(control({"now"}, exit_status),
+                  "ponsim: " + folder->file("ipc") + " has the OLTs metro-1, metro-2: add --olt NAME\n");
+        EXPECT_EQ(exit_status, 2);
+        EXPECT_EQ(daemon.stop(SIGTERM), 0);
+    }
+    EXPECT_NE(control({"now"}, exit_status).find("nobody serves"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+}
+
 TEST_F(DaemonTest, HelpAndVersionGoWell)
 {
     for (const auto &[option, wanted] : {std::pair{"--help", "Examples:"}, {"--version", "ponsim "}}) {
