@@ -10,11 +10,14 @@
 
 #include "board/service.h"
 #include "command_line/parse.h"
+#include "command_line/served_folders.h"
 #include "control/control.h"
+#include "daemon/console.h"
 #include "daemon/control_client.h"
 #include "daemon/host.h"
 #include "daemon/replay.h"
 #include "scenario/scenario.h"
+#include "text/words.h"
 
 namespace
 {
@@ -91,6 +94,12 @@ int control(const Options &options)
         socket_dir += '/' + options.olt;
     }
     if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
+    const std::string directory = board_ipc_directory();
+    const std::vector<std::string> olts = command_line::served_folders(directory, ponsim::control_module);
+    if (!olts.empty())
+        return fail(directory + " has the OLTs " + text::join(olts) + ": add " +
+                        (socket_dir.empty() ? "--socket-dir " + directory + " " : "") + "--olt NAME",
+                    exit_usage);
     fputs(ponsim::send_control(line).c_str(), stdout);
     return EXIT_SUCCESS;
 }

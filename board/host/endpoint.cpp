@@ -58,6 +58,7 @@ bool Endpoint::claim()
         }
         if (fstat(file.get(), &locked) || stat(lock_path.c_str(), &named)) continue;
         if (locked.st_dev != named.st_dev || locked.st_ino != named.st_ino) continue;
+        fchmod(file.get(), 0600); // whatever the umask is
         lock = std::move(file);
         return true;
     }

@@ -36,13 +36,32 @@ bool agree_on_header(int file)
     return pread(file, &header, sizeof header, 0) == sizeof header && !std::memcmp(&header, &own_header, sizeof header);
 }
 
+// Requests may carry secrets, so what another user made is not written to. It could be read, or its owner put it there
+// in order to read it. A terminal or /dev/null keeps nothing.
+bool is_of_another_user(int file)
+{
+    struct stat found;
+    return !fstat(file, &found) && !S_ISCHR(found.st_mode) && found.st_uid != geteuid();
+}
+
+// Takes the permissions of other users from the file, also those that it had before, whatever the umask is.
+void make_private(int file)
+{
+    struct stat found;
+    if (!fstat(file, &found) && S_ISREG(found.st_mode) && (found.st_mode & 07777) != 0600) fchmod(file, 0600);
+}
+
 Descriptor open_trace(const char *name)
 {
     if (!name || !*name) return {};
-    // Requests may carry secrets, so only the owner may read the file.
     Descriptor file(open(name, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    if (file && is_of_another_user(file.get())) {
+        userlog_err(__func__, __LINE__, "%s cannot be used for the trace: it belongs to another user", name);
+        return {};
+    }
     if (file && !flock(file.get(), LOCK_EX)) {
         const bool agreed = agree_on_header(file.get());
+        if (agreed) make_private(file.get());
         flock(file.get(), LOCK_UN);
         if (agreed) return file;
     }

@@ -5,8 +5,10 @@
 #include "board/ipc.h"
 #include "board/service.h"
 #include "call/invocation.h"
+#include "command_line/served_folders.h"
 #include "output/exit_code.h"
 #include "output/mode.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -24,7 +26,12 @@ void say(const std::string &line)
 std::string advice_on(int32_t ipc_result)
 {
     if (ipc_result != IPC_ERR_NO_SERVICE) return {};
-    return std::string(" in ") + board_ipc_directory() + "; start ponsim, or name its folder with --socket-dir";
+    const std::string directory = board_ipc_directory();
+    const std::vector<std::string> olts = command_line::served_folders(directory, catalogue::module);
+    if (!olts.empty())
+        return " in " + directory + ", but in its folders " + text::join(olts) + "; name one, as with --socket-dir " +
+               directory + '/' + olts[0];
+    return " in " + directory + "; start ponsim, or name its folder with --socket-dir";
 }
 
 } // namespace

@@ -23,11 +23,29 @@ constexpr size_t most_left = 32;
     throw std::runtime_error(what + ": " + std::strerror(errno));
 }
 
+std::filesystem::path folder_for(const std::string &socket_dir)
+{
+    return "/tmp/ponsim-" + digest((std::filesystem::absolute(socket_dir) / "").lexically_normal().string());
+}
+
+// A folder or link of that name that belongs to another user stays.
+void remove_own(const std::filesystem::path &folder)
+{
+    struct stat found;
+    std::error_code ignored;
+    if (lstat(folder.c_str(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == geteuid())
+        std::filesystem::remove_all(folder, ignored);
+}
+
 } // namespace
 
+void remove_left_results(const std::string &socket_dir)
+{
+    remove_own(folder_for(socket_dir));
+}
+
 ResultFiles::ResultFiles(uint32_t mode, const std::string &socket_dir)
-    : socket_mode(mode),
-      wanted("/tmp/ponsim-" + digest((std::filesystem::absolute(socket_dir) / "").lexically_normal().string()))
+    : socket_mode(mode), wanted(folder_for(socket_dir))
 {
 }
 
@@ -39,11 +57,7 @@ ResultFiles::~ResultFiles()
 
 void ResultFiles::make_folder()
 {
-    // What a killed service has left is removed. A folder or link of that name that belongs to another user stays, and
-    // is not used.
-    struct stat found;
-    if (lstat(wanted.c_str(), &found) == 0 && S_ISDIR(found.st_mode) && found.st_uid == geteuid())
-        std::filesystem::remove_all(wanted);
+    remove_own(wanted); // what a killed service has left
     if (mkdir(wanted.c_str(), 0700) == 0) {
         folder = wanted;
     } else {

@@ -9,6 +9,9 @@
 namespace ponsim
 {
 
+// Removes the results of a service with these sockets that ended without doing so. What another user has there stays.
+void remove_left_results(const std::string &socket_dir);
+
 class ResultFiles
 {
 public:

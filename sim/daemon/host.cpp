@@ -8,12 +8,15 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "store/private.h"
+
 namespace ponsim
 {
 namespace
 {
 
-// Makes the folder in the same way as the board's library does.
+// Makes the folder in the same way as the board's library does. Clients of other users must reach the sockets in it, as
+// far as the sockets' mode lets them.
 void make_socket_dir(const std::string &directory)
 {
     if (mkdir(directory.c_str(), 0755) && errno != EEXIST)
@@ -44,7 +47,7 @@ std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenari
 
     if (kept) {
         const std::filesystem::path folder = in_folder ? state : state.parent_path();
-        if (!folder.empty()) std::filesystem::create_directories(folder);
+        make_private_folders(folder);
     }
     make_socket_dir(socket_dir);
     if (in_folder)

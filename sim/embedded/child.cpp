@@ -26,7 +26,7 @@ std::string describe(const siginfo_t &info)
 
 } // namespace
 
-Child::Child(std::vector<std::string> command) : words(std::move(command))
+Child::Child(std::vector<std::string> command, int descriptor) : words(std::move(command)), inherited(descriptor)
 {
     for (std::string &word : words)
         arguments.push_back(word.data());
@@ -109,6 +109,7 @@ void Child::run(pid_t parent, int output)
     pthread_sigmask(SIG_SETMASK, &none, nullptr);
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent) _exit(1); // the parent has already ended
+    if (inherited >= 0) fcntl(inherited, F_SETFD, 0);
     dup2(output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
     execvp(arguments[0], arguments.data());

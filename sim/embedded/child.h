@@ -15,9 +15,9 @@ namespace ponsim
 class Child
 {
 public:
-    // Runs the program that is the first of these words, with the others as its arguments. Returns when it serves.
-    // Throws std::runtime_error.
-    explicit Child(std::vector<std::string> words);
+    // Runs the program that is the first of these words, with the others as its arguments. It inherits the descriptor
+    // `inherited`, unless that is -1. Returns when it serves. Throws std::runtime_error.
+    Child(std::vector<std::string> words, int inherited);
     // Ends the child.
     ~Child();
     Child(const Child &) = delete;
@@ -36,6 +36,7 @@ private:
 
     std::vector<std::string> words;
     std::vector<char *> arguments;
+    const int inherited;
     std::mutex mutex; // guards what follows
     std::condition_variable changed;
     Phase phase = Phase::starting;

@@ -1,16 +1,13 @@
 // This file has the functions of bsp_testing/simulator.h.
 #include <algorithm>
-#include <cerrno>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include <unistd.h>
@@ -22,7 +19,9 @@
 #include "daemon/control_client.h"
 #include "daemon/host.h"
 #include "embedded/child.h"
+#include "embedded/private_folder.h"
 #include "scenario/scenario.h"
+#include "store/private.h"
 
 namespace
 {
@@ -30,27 +29,6 @@ namespace
 using namespace ponsim;
 
 constexpr uint32_t socket_mode = 0600; // the sockets are for the test's own user only
-
-// This folder is removed together with the simulator.
-class PrivateFolder
-{
-public:
-    PrivateFolder() : name((std::filesystem::temp_directory_path() / "ponsim-embedded.XXXXXX").string())
-    {
-        if (!mkdtemp(name.data())) throw std::system_error(errno, std::generic_category(), name);
-    }
-    ~PrivateFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(name, ignored);
-    }
-    PrivateFolder(const PrivateFolder &) = delete;
-
-    const std::string &path() const { return name; }
-
-private:
-    std::string name;
-};
 
 // Sets the folder that the calling thread's library uses, until the end of the scope. Its connections end before and
 // after.
@@ -141,6 +119,7 @@ private:
 
 bsp_simulator::bsp_simulator(const bsp_simulator_options &options)
 {
+    sweep_private_folders();
     if (!(options.speed >= 0 && options.speed <= 1e6)) throw std::runtime_error("speed: expected 0 to 1000000");
     Scenario scenario = scenario_of(options);
     together.wanted = wanted_settings(options);
@@ -196,6 +175,7 @@ void bsp_simulator::spawn(const bsp_simulator_options &options, const char *prog
     if (options.scenario_file) add("--scenario", options.scenario_file);
     if (options.scenario) {
         const std::string file = folder() + "/scenario.toml";
+        make_private_file(file);
         std::ofstream out(file, std::ios::binary);
         if (!(out << options.scenario).flush()) throw std::runtime_error(file + ": cannot be written");
         add("--scenario", file);
@@ -205,7 +185,7 @@ void bsp_simulator::spawn(const bsp_simulator_options &options, const char *prog
     if (settings.ports) add("--ports", std::to_string(*settings.ports));
     if (settings.arrivals) add("--arrivals", std::to_string(*settings.arrivals));
     if (settings.silent) add("--silent", std::to_string(*settings.silent));
-    child = std::make_unique<Child>(std::move(words));
+    child = std::make_unique<Child>(std::move(words), own ? own->lock() : -1);
 }
 
 const std::string *bsp_simulator::directory(const char *olt) const

@@ -70,7 +70,7 @@ std::vector<std::string> names_of(const std::map<std::string, Value> &values)
 }
 
 template <class Value>
-const Value &known(Section &section, const std::string &key, const std::string &what,
+const Value &known(const Section &section, const std::string &key, const std::string &what,
                    const std::map<std::string, Value> &values)
 {
     const std::string name = section.needed_name(key);
@@ -91,7 +91,7 @@ std::string to_db(int32_t loss)
 }
 
 // Reads a code of letters and digits.
-std::string code_of(Section &section, const std::string &key, size_t least, size_t most)
+std::string code_of(const Section &section, const std::string &key, size_t least, size_t most)
 {
     const std::string code = section.needed_name(key);
     if (code.size() < least || code.size() > most)
@@ -100,7 +100,7 @@ std::string code_of(Section &section, const std::string &key, size_t least, size
     return code;
 }
 
-Kind read_own_kind(Section &section)
+Kind read_own_kind(const Section &section)
 {
     const auto kind = std::make_shared<OwnKind>();
     kind->vendor = code_of(section, "vendor", 4, 4);
@@ -128,9 +128,12 @@ Kind read_own_kind(Section &section)
     return {kind, &kind->type};
 }
 
-Kind read_kind(Section &section)
+Kind read_kind(const Section &section)
 {
     if (section.has("vendor")) return read_own_kind(section);
+    for (const Key &key : key_of(scenario_keys(), "kind").tables)
+        if (key.name != "model" && section.has(key.name))
+            section.fail(key.name, "expected with a vendor: a built-in model has its own");
     std::map<std::string, const DeviceType *> models;
     for (const DeviceType &type : device_types())
         models.emplace(type.model, &type);
@@ -138,7 +141,7 @@ Kind read_kind(Section &section)
     return {Kind(), known(section, "model", "built-in model", models)};
 }
 
-Service read_service(Section &section)
+Service read_service(const Section &section)
 {
     Service service;
     service.bound = section.flag_or("bound", true);
@@ -215,7 +218,7 @@ public:
     int32_t loss(uint32_t branch) const { return far_ends[branch].loss; }
 
     // Returns the branch that the section names by this key.
-    uint32_t named(Section &section, const std::string &key) const
+    uint32_t named(const Section &section, const std::string &key) const
     {
         const std::string name = section.needed_name(key);
         const std::optional<uint32_t> found = index_of(name);
@@ -271,12 +274,12 @@ public:
             topology->owned.push_back(kind);
     }
 
-    void read(Section &section)
+    void read(const Section &section)
     {
         olt.settings.ports = section.number_or("ports", 1, max_ports, max_ports);
         topology->ports.resize(olt.settings.ports);
         std::map<uint32_t, uint32_t> lines; // by the ports that are described
-        for (Section &port : section.tables("port"))
+        for (const Section &port : section.tables("port"))
             for (const uint32_t number : numbers_of(port)) {
                 if (const auto [first, is_new] = lines.emplace(number, port.line()); !is_new)
                     port.fail(port.has("number") ? "number" : "numbers",
@@ -289,7 +292,7 @@ public:
     }
 
 private:
-    std::vector<uint32_t> numbers_of(Section &port) const
+    std::vector<uint32_t> numbers_of(const Section &port) const
     {
         if (port.has("numbers")) {
             if (port.has("number")) port.fail("numbers", "expected either number or numbers");
@@ -300,10 +303,10 @@ private:
         return {static_cast<uint32_t>(*number)};
     }
 
-    void read_port(Section port, uint32_t number)
+    void read_port(const Section &port, uint32_t number)
     {
         Fibre fibre;
-        for (Section &branch : port.tables("branch"))
+        for (const Section &branch : port.tables("branch"))
             read_branch(branch, fibre);
         if (fibre.branches.empty()) fibre.add(port, "feeder", std::nullopt, default_feeder, onus_per_port, "", "");
         const bool one_branch = fibre.branches.size() == 1;
@@ -312,7 +315,7 @@ private:
             population_at({.seed = olt.settings.seed, .arrivals = onus_per_port}, number).arrivals;
         std::ranges::sort(found, {}, [](const Arrival &arrival) { return arrival.mac.back(); });
         std::vector<Onu> onus;
-        for (Section &section : port.tables("onu")) {
+        for (const Section &section : port.tables("onu")) {
             const std::string name = section.needed_name("name");
             const bool counted = section.has("count");
             const uint32_t count = section.number_or("count", 1, onus_per_port, 1);
@@ -327,7 +330,6 @@ private:
         }
         const size_t mode = port.choice_or("auth", auth_modes, 0);
         if (mode != 0) olt.provisioning.put<PortRecord>(number, {{}, static_cast<uint32_t>(mode)});
-        port.end();
         provision(onus, number);
         PortPopulation &population = topology->ports[number - 1];
         population.branches = std::move(fibre.branches);
@@ -336,7 +338,7 @@ private:
         std::ranges::sort(population.arrivals, {}, &Arrival::mac);
     }
 
-    static void read_branch(Section &section, Fibre &fibre)
+    static void read_branch(const Section &section, Fibre &fibre)
     {
         const std::string name = section.needed_name("name");
         std::optional<uint32_t> parent;
@@ -347,13 +349,12 @@ private:
         const uint32_t split = section.number_or("split", 1, onus_per_port, 1);
         if ((split & (split - 1)) != 0)
             section.fail("split", "expected 1, 2, 4, 8, 16, 32, 64 or 128, found " + std::to_string(split));
-        section.end();
         fibre.add(section, name, parent, length, split, "length", "from");
     }
 
     void read_onu(Onu &onu, uint32_t port, uint32_t index, bool counted, bool one_branch, Fibre &fibre)
     {
-        Section &section = onu.section;
+        const Section &section = onu.section;
         Arrival &arrival = onu.arrival;
         for (const char *key : {"mac", "loid"})
             if (counted && section.has(key)) section.fail(key, "expected without count: it is that of one ONU");
@@ -380,13 +381,12 @@ private:
             section.fail("id", "expected with a service that binds the ONU");
         if (onu.id && (*onu.id += index) >= onus_per_port)
             section.fail("id", "expected room for all of count up to " + std::to_string(onus_per_port - 1));
-        section.end();
         if (!onu.service) return;
         arrival.load_up = onu.service->load_up;
         arrival.load_down = onu.service->load_down;
     }
 
-    static Mac mac_of(Section &section, const std::string &text)
+    static Mac mac_of(const Section &section, const std::string &text)
     {
         try {
             const Mac mac = control_mac(text);
@@ -442,7 +442,7 @@ struct PlannedEvent {
     std::vector<Event> events;
 };
 
-PlannedEvent read_event(Section &section, const Scenario &scenario)
+PlannedEvent read_event(const Section &section, const Scenario &scenario)
 {
     PlannedEvent planned{section, section.name("olt"), {}};
     std::vector<std::string> olts;
@@ -459,7 +459,6 @@ PlannedEvent read_event(Section &section, const Scenario &scenario)
     if (every.has_value() != section.has("times"))
         section.fail(every ? "every" : "times", "expected every and times together");
     if (every == 0) section.fail("every", "expected at least a second");
-    section.end();
     if (*at + every.value_or(0) * (times - 1) > longest_time)
         section.fail("times", "expected the last time within ten years");
     for (uint32_t time = 0; time < times; ++time)
@@ -490,9 +489,9 @@ void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
     std::ranges::stable_sort(olt.events, {}, &Event::at);
 }
 
-void read_olts(Section &root, const Context &context, std::string_view text, Scenario &scenario)
+void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)
 {
-    for (Section &section : root.tables("olt")) {
+    for (const Section &section : root.tables("olt")) {
         const std::string name = section.name("name").value_or("olt");
         const uint32_t count = section.number_or("count", 1, max_olts, 1);
         const std::optional<uint64_t> seed = section.number("seed", 0, INT64_MAX);
@@ -507,7 +506,6 @@ void read_olts(Section &root, const Context &context, std::string_view text, Sce
             builder.read(section);
             scenario.olts.push_back(std::move(olt));
         }
-        section.end();
     }
     if (scenario.olts.empty()) root.fail("olt", "expected at least one [[olt]]");
 }
@@ -544,25 +542,21 @@ std::string summary_of(const OltScenario &olt, uint32_t number)
 Scenario read_scenario(std::string_view text, const std::string &name)
 {
     const TomlValue value = parse(text, name);
-    Section root(name, value);
+    const Section root(name, value, scenario_keys());
+    root.check_keys();
     Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
                     .cold = root.choice_or("start", starts, 0) == 1,
                     .kinds = {},
                     .services = {}};
-    for (auto &[kind, section] : root.named_tables("kind")) {
+    for (const auto &[kind, section] : root.named_tables("kind"))
         context.kinds.emplace(kind, read_kind(section));
-        section.end();
-    }
-    for (auto &[service, section] : root.named_tables("service")) {
+    for (const auto &[service, section] : root.named_tables("service"))
         context.services.emplace(service, read_service(section));
-        section.end();
-    }
     Scenario scenario;
     read_olts(root, context, text, scenario);
     std::vector<PlannedEvent> events;
-    for (Section &section : root.tables("event"))
+    for (const Section &section : root.tables("event"))
         events.push_back(read_event(section, scenario));
-    root.end();
     for (OltScenario &olt : scenario.olts)
         add_events(olt, events);
     return scenario;

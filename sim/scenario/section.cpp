@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <set>
+#include <tuple>
 
 #include "model/base/text.h"
 #include "scenario/scenario.h"
@@ -78,6 +80,34 @@ std::optional<ModelTime> time_of(std::string_view text)
     return seconds * ms_per_second;
 }
 
+// An Unknown is a key that its table may not have.
+struct Unknown {
+    std::string key;
+    const TomlValue *value;
+    const Keys *keys; // those that the table may have
+};
+
+// Adds the keys that the table and the tables in it may not have. What is no table is left to whoever reads it.
+void add_unknown(const TomlValue &value, const Keys &keys, std::vector<Unknown> &unknown)
+{
+    const auto *table = std::get_if<TomlTable>(&value.value);
+    if (!table) return;
+    for (const auto &[name, member] : *table) {
+        const auto key = std::ranges::find(keys, name, &Key::name);
+        const auto *named = std::get_if<TomlTable>(&member.value);
+        const auto *array = std::get_if<TomlArray>(&member.value);
+        if (key == keys.end()) {
+            unknown.push_back({name, &member, &keys});
+        } else if (named && key->named) {
+            for (const auto &[own_name, each] : *named)
+                add_unknown(each, key->tables, unknown);
+        } else if (array && !key->named) {
+            for (const TomlValue &each : *array)
+                add_unknown(each, key->tables, unknown);
+        }
+    }
+}
+
 } // namespace
 
 std::string time_text(ModelTime time)
@@ -92,7 +122,8 @@ std::string time_text(ModelTime time)
     return text.empty() ? "0s" : text;
 }
 
-Section::Section(const std::string &name, const TomlValue &of) : file(name), value(of)
+Section::Section(const std::string &name, const TomlValue &of, const Keys &allowed)
+    : file(name), value(of), keys(allowed)
 {
     if (!std::holds_alternative<TomlTable>(value.value))
         fail_at(value.line, "expected a table, found " + describe(value));
@@ -121,16 +152,16 @@ void Section::fail_unknown(const std::string &key, const std::string &what, cons
     fail(key, "there is no " + what + " " + unknown + hint(unknown, known));
 }
 
-const TomlValue *Section::ask(const std::string &key)
+const TomlValue *Section::find(const std::string &key) const
 {
-    asked.insert(key);
+    static_cast<void>(key_of(keys, key));
     const auto found = table().find(key);
     return found == table().end() ? nullptr : &found->second;
 }
 
-std::optional<uint64_t> Section::number(const std::string &key, uint64_t least, uint64_t greatest)
+std::optional<uint64_t> Section::number(const std::string &key, uint64_t least, uint64_t greatest) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     if (!found) return std::nullopt;
     const auto *number = std::get_if<int64_t>(&found->value);
     if (!number || *number < 0 || static_cast<uint64_t>(*number) < least || static_cast<uint64_t>(*number) > greatest)
@@ -138,23 +169,23 @@ std::optional<uint64_t> Section::number(const std::string &key, uint64_t least, 
     return static_cast<uint64_t>(*number);
 }
 
-uint32_t Section::number_or(const std::string &key, uint32_t least, uint32_t greatest, uint32_t otherwise)
+uint32_t Section::number_or(const std::string &key, uint32_t least, uint32_t greatest, uint32_t otherwise) const
 {
     return static_cast<uint32_t>(number(key, least, greatest).value_or(otherwise));
 }
 
-bool Section::flag_or(const std::string &key, bool otherwise)
+bool Section::flag_or(const std::string &key, bool otherwise) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     if (!found) return otherwise;
     const auto *flag = std::get_if<bool>(&found->value);
     if (!flag) fail_expected(key, "true or false");
     return *flag;
 }
 
-std::optional<std::string> Section::text(const std::string &key, size_t least, size_t most)
+std::optional<std::string> Section::text(const std::string &key, size_t least, size_t most) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     if (!found) return std::nullopt;
     const auto *text = std::get_if<std::string>(&found->value);
     if (!text || text->size() < least || text->size() > most || !is_clean(*text))
@@ -171,9 +202,9 @@ void Section::check_name(uint32_t at, const std::string &key, const std::string 
                         " letters, digits, '-', '_' and '.', found \"" + text + '"');
 }
 
-std::optional<std::string> Section::name(const std::string &key)
+std::optional<std::string> Section::name(const std::string &key) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     if (!found) return std::nullopt;
     const auto *text = std::get_if<std::string>(&found->value);
     if (!text) fail_expected(key, "a name");
@@ -181,16 +212,16 @@ std::optional<std::string> Section::name(const std::string &key)
     return *text;
 }
 
-std::string Section::needed_name(const std::string &key)
+std::string Section::needed_name(const std::string &key) const
 {
     std::optional<std::string> found = name(key);
     if (!found) fail_expected(key, "a name");
     return *found;
 }
 
-size_t Section::choice_or(const std::string &key, std::span<const std::string_view> words, size_t otherwise)
+size_t Section::choice_or(const std::string &key, std::span<const std::string_view> words, size_t otherwise) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     if (!found) return otherwise;
     const auto *text = std::get_if<std::string>(&found->value);
     const auto word = text ? std::ranges::find(words, *text) : words.end();
@@ -203,9 +234,9 @@ size_t Section::choice_or(const std::string &key, std::span<const std::string_vi
     fail_expected(key, expected);
 }
 
-std::optional<ModelTime> Section::time(const std::string &key)
+std::optional<ModelTime> Section::time(const std::string &key) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     if (!found) return std::nullopt;
     std::optional<ModelTime> time;
     if (const auto *number = std::get_if<int64_t>(&found->value)) time = time_of(std::to_string(*number) + "s");
@@ -214,9 +245,9 @@ std::optional<ModelTime> Section::time(const std::string &key)
     return time;
 }
 
-std::vector<uint32_t> Section::numbers(const std::string &key, uint32_t least, uint32_t greatest)
+std::vector<uint32_t> Section::numbers(const std::string &key, uint32_t least, uint32_t greatest) const
 {
-    const TomlValue *found = ask(key);
+    const TomlValue *found = find(key);
     const std::string expected = "numbers from " + std::to_string(least) + " to " + std::to_string(greatest) +
                                  ", each once, as \"" + std::to_string(least) + "-" + std::to_string(greatest) + "\"";
     const auto *text = found ? std::get_if<std::string>(&found->value) : nullptr;
@@ -240,37 +271,45 @@ std::vector<uint32_t> Section::numbers(const std::string &key, uint32_t least, u
     return {numbers.begin(), numbers.end()};
 }
 
-std::vector<Section> Section::tables(const std::string &key)
+std::vector<Section> Section::tables(const std::string &key) const
 {
-    const TomlValue *found = ask(key);
+    const Keys &below = key_of(keys, key).tables;
+    const TomlValue *found = find(key);
     if (!found) return {};
     const auto *array = std::get_if<TomlArray>(&found->value);
     if (!array) fail_expected(key, "tables with [[double brackets]]");
     std::vector<Section> sections;
     for (const TomlValue &each : *array)
-        sections.emplace_back(file, each);
+        sections.emplace_back(file, each, below);
     return sections;
 }
 
-std::vector<std::pair<std::string, Section>> Section::named_tables(const std::string &key)
+std::vector<std::pair<std::string, Section>> Section::named_tables(const std::string &key) const
 {
-    const TomlValue *found = ask(key);
+    const Keys &below = key_of(keys, key).tables;
+    const TomlValue *found = find(key);
     if (!found) return {};
     const auto *members = std::get_if<TomlTable>(&found->value);
     if (!members) fail_expected(key, "tables with names, as [" + key + ".NAME]");
     std::vector<std::pair<std::string, Section>> sections;
     for (const auto &[name, member] : *members) {
         check_name(member.line, key, name);
-        sections.emplace_back(name, Section(file, member));
+        sections.emplace_back(name, Section(file, member, below));
     }
     return sections;
 }
 
-void Section::end() const
+void Section::check_keys() const
 {
-    const std::vector<std::string> known(asked.begin(), asked.end());
-    for (const auto &[key, member] : table())
-        if (!asked.contains(key)) fail_at(member.line, key + ": an unknown key" + hint(key, known));
+    std::vector<Unknown> unknown;
+    add_unknown(value, keys, unknown);
+    if (unknown.empty()) return;
+    const Unknown &first = *std::ranges::min_element(
+        unknown, {}, [](const Unknown &each) { return std::tuple(each.value->line, each.value->column); });
+    std::vector<std::string> known;
+    for (const Key &key : *first.keys)
+        known.push_back(key.name);
+    fail_at(first.value->line, first.key + ": an unknown key" + hint(first.key, known));
 }
 
 } // namespace ponsim

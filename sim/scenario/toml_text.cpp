@@ -9,7 +9,7 @@ namespace
 
 TomlValue value_of(const toml::node &node)
 {
-    TomlValue value{node.source().begin.line, {}};
+    TomlValue value{node.source().begin.line, node.source().begin.column, {}};
     if (const auto *flag = node.as_boolean()) {
         value.value = flag->get();
     } else if (const auto *number = node.as_integer()) {

@@ -1,4 +1,4 @@
-// TOML texts are read into values that know their line.
+// TOML texts are read into values that know where they stand.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +19,7 @@ using TomlTable = std::map<std::string, TomlValue>;
 // A value of another kind, such as a date, holds std::monostate.
 struct TomlValue {
     uint32_t line;
+    uint32_t column;
     std::variant<std::monostate, bool, int64_t, double, std::string, TomlArray, TomlTable> value;
 };
 

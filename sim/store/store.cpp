@@ -7,12 +7,20 @@
 #include <utility>
 
 #include "store/migration.h"
+#include "store/private.h"
 #include "store/table.h"
 
 namespace ponsim
 {
 namespace
 {
+
+// Returns the names of the file and of those that SQLite keeps beside it. There are none in memory.
+std::vector<std::string> files_of(const std::string &file)
+{
+    if (file.empty()) return {};
+    return {file, file + "-wal", file + "-journal", file + "-shm"};
+}
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
 // Pages are small because a change of a row writes whole pages.
@@ -73,6 +81,9 @@ void Store::Delete::operator()(Statements *statements) const
 
 Store::Store(const std::string &file, bool fresh)
 {
+    if (!file.empty()) make_private_file(file);
+    for (const std::string &each : files_of(file))
+        if (is_of_another_user(each)) throw StoreError(each + ": belongs to another user; name another file");
     sqlite3 *opened = nullptr;
     // Only one thread at a time uses the store.
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
@@ -80,7 +91,7 @@ Store::Store(const std::string &file, bool fresh)
     db.reset(opened);
     try {
         if (result != SQLITE_OK) throw StoreError(opened ? sqlite3_errmsg(opened) : "no memory");
-        prepare_schema(fresh);
+        prepare_schema(file, fresh);
         statements.reset(new Statements(opened));
     } catch (const StoreError &error) {
         const int code = opened ? sqlite3_errcode(opened) : SQLITE_NOMEM;
@@ -97,7 +108,7 @@ void Store::execute(const std::string &sql) const
         throw StoreError(sqlite3_errmsg(db.get()));
 }
 
-void Store::prepare_schema(bool fresh)
+void Store::prepare_schema(const std::string &file, bool fresh)
 {
     const auto number = [this](const char *sql) {
         Statement statement(db.get(), sql);
@@ -108,6 +119,9 @@ void Store::prepare_schema(bool fresh)
     const bool empty = number("SELECT count(*) FROM sqlite_schema") == 0;
     if (!empty && number("PRAGMA application_id") != application_id)
         throw StoreError("not a state file of ponsim; name another file");
+    // Only now is it known to be ours. Files that SQLite makes from here on get the permissions of this one.
+    for (const std::string &each : files_of(file))
+        make_private(each);
     const int64_t version = number("PRAGMA user_version");
     if (!empty && !fresh) check_version(version);
     execute(pragmas);

@@ -23,8 +23,9 @@ class Store
 {
 public:
     // Opens `file`, or creates it. An empty name keeps everything in memory only. `fresh` empties the store. A file of
-    // an earlier version is carried over. Throws StoreError when the file is no store, has a later version, is in use
-    // or is not accessible.
+    // an earlier version is carried over. Other users lose their permissions for the file and for those that SQLite
+    // keeps beside it. Throws StoreError when the file is no store, has a later version, is in use, belongs to another
+    // user or is not accessible.
     Store(const std::string &file, bool fresh);
 
     // Returns the settings of the OLT to which the store belongs, without what follows from its scenario's text.
@@ -60,7 +61,7 @@ private:
     };
 
     void execute(const std::string &sql) const;
-    void prepare_schema(bool fresh);
+    void prepare_schema(const std::string &file, bool fresh);
     void write_rows(const Change &change);
     std::vector<std::string> tables() const;
     // Does all of `work`, or nothing of it.

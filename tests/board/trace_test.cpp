@@ -263,6 +263,41 @@ TEST_F(Recording, goes_on_behind_what_the_file_holds)
     expect_same(8);
 }
 
+TEST_F(Recording, takes_the_permissions_of_others_from_a_file_that_had_them)
+{
+    {
+        TestService service(echo(), nullptr, name.c_str());
+    }
+    ASSERT_EQ(chmod(name.c_str(), 0644), 0);
+    TestService service(echo(), nullptr, name.c_str());
+    struct stat found {
+    };
+    ASSERT_EQ(stat(name.c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 07777, 0600u);
+}
+
+// Only root can make a file of another user. For other users there is one of root, which they may not write.
+TEST_F(Recording, is_not_written_into_a_file_of_another_user)
+{
+    constexpr uid_t somebody = 65534;
+    const bool root = geteuid() == 0;
+    const std::string file = root ? name : "/etc/passwd";
+    if (root) std::ofstream(file).flush();
+    if (root) {
+        ASSERT_EQ(chown(file.c_str(), somebody, somebody), 0);
+    }
+    const auto size = std::filesystem::file_size(file);
+    const std::string log = log_of([&] {
+        TestService service(echo(), nullptr, file.c_str());
+        EXPECT_FALSE(service.is_running());
+    });
+    EXPECT_NE(log.find(file +
+                       " cannot be used for the trace: " + (root ? "it belongs to another user" : "Permission denied")),
+              std::string::npos)
+        << log;
+    EXPECT_EQ(std::filesystem::file_size(file), size);
+}
+
 TEST_F(Recording, needs_a_file_that_is_one)
 {
     std::ofstream(name) << "some other file, which must not be spoiled";

@@ -3,6 +3,7 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -314,6 +315,98 @@ TEST_P(Embedded, a_forked_process_reaches_it_and_cannot_stop_it)
     EXPECT_EQ(arrivals(), 3u);
 }
 
+// A Victim is a process that has a simulator in a temporary folder, until it is killed.
+class Victim
+{
+public:
+    explicit Victim(const Start &start)
+    {
+        int ends[2];
+        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+        process = fork();
+        if (process == 0) {
+            start({.scenario = two_olts}, nullptr, 0);
+            const std::string directory = fs::path(board_ipc_directory()).parent_path().string();
+            const std::vector<pid_t> started = children();
+            const pid_t served_by = started.empty() ? 0 : started[0];
+            if (write(ends[1], &served_by, sizeof served_by) < 0) _exit(1);
+            if (write(ends[1], directory.data(), directory.size()) < 0) _exit(1);
+            close(ends[1]);
+            for (;;)
+                pause();
+        }
+        close(ends[1]);
+        EXPECT_EQ(read(ends[0], &service, sizeof service), static_cast<ssize_t>(sizeof service));
+        char bytes[500];
+        for (ssize_t got; (got = read(ends[0], bytes, sizeof bytes)) > 0;)
+            folder.append(bytes, static_cast<size_t>(got));
+        close(ends[0]);
+        if (service) watched = static_cast<int>(syscall(SYS_pidfd_open, service, 0));
+    }
+    ~Victim()
+    {
+        end();
+        if (watched >= 0) close(watched);
+    }
+    Victim(const Victim &) = delete;
+
+    void end()
+    {
+        if (process > 0) {
+            kill(process, SIGKILL);
+            waitpid(process, nullptr, 0);
+        }
+        process = 0;
+    }
+    // Returns when a service in a child process has ended.
+    void wait_for_service() const
+    {
+        if (watched < 0) return;
+        pollfd ending{watched, POLLIN, 0};
+        EXPECT_EQ(poll(&ending, 1, 20000), 1);
+    }
+
+    std::string folder;
+    pid_t service = 0; // 0: the process itself
+
+private:
+    pid_t process = 0;
+    int watched = -1;
+};
+
+TEST_P(Embedded, what_a_killed_process_left_is_swept_by_the_next_one)
+{
+    Victim victim(start);
+    ASSERT_TRUE(fs::exists(victim.folder + "/north/6.seq"));
+    Simulator(start, 1).stop();
+    EXPECT_TRUE(fs::exists(victim.folder + "/north/6.seq")) << "it still runs";
+    victim.end();
+    victim.wait_for_service();
+    EXPECT_TRUE(fs::exists(victim.folder));
+    const Simulator next(start, 1);
+    EXPECT_FALSE(fs::exists(victim.folder));
+    EXPECT_EQ(arrivals(), 1u);
+}
+
+TEST_P(Embedded, only_folders_that_a_simulator_locked_are_swept)
+{
+    const Folder folder;
+    const std::string pattern = (fs::temp_directory_path() / "ponsim-embedded.").string();
+    const std::string unlocked = pattern + "tests0", longer = pattern + "tests00", file = pattern + "tests1";
+    fs::create_directory(unlocked);
+    fs::create_directory(longer);
+    std::ofstream(longer + "/.lock").flush();
+    std::ofstream(file).flush();
+    const std::string link = pattern + "tests2";
+    std::ofstream(folder.path + "/.lock").flush();
+    fs::create_directory_symlink(folder.path, link);
+    Simulator(start, 1).stop();
+    for (const std::string &name : {unlocked, longer, file, link, folder.path + "/.lock"}) {
+        EXPECT_TRUE(fs::exists(name)) << name;
+        if (name.starts_with(pattern)) fs::remove_all(name);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(InProcess, Embedded, testing::Values(&in_process));
 INSTANTIATE_TEST_SUITE_P(AsChild, Embedded, testing::Values(&as_child));
 
@@ -348,6 +441,19 @@ TEST(Child, outlives_the_thread_that_started_it)
     std::unique_ptr<Simulator> simulator;
     std::thread([&] { simulator = std::make_unique<Simulator>(as_child, 1); }).join();
     EXPECT_EQ(said(*simulator, "now"), "0 s of model time\n");
+}
+
+TEST(Child, keeps_its_folder_when_it_outlives_its_parent)
+{
+    Victim victim(as_child);
+    kill(victim.service, SIGSTOP);
+    victim.end();
+    Simulator(as_child, 1).stop();
+    EXPECT_TRUE(fs::exists(victim.folder + "/north/6.seq"));
+    kill(victim.service, SIGCONT);
+    victim.wait_for_service();
+    Simulator(as_child, 1).stop();
+    EXPECT_FALSE(fs::exists(victim.folder));
 }
 
 TEST(Child, ends_with_its_parent)

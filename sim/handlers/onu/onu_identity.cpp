@@ -47,11 +47,11 @@ OnuBlock firmware(const Olt &, const RemoteOnu &onu)
 OnuBlock chip_id(const Olt &, const RemoteOnu &onu)
 {
     namespace at = layout::onu_chip_id;
-    const Hardware &hardware = hardware_of(*onu.device.type);
-    const size_t dash = hardware.chipset.find('-');
+    const Hardware hardware = hardware_of(*onu.device.type);
+    const ChipName name = chip_name(onu.device.type->chipset);
     OnuBlock block(8);
-    block.put(at::vendor, hardware.chipset.substr(0, dash));
-    block.put(at::model, std::stoi(std::string(hardware.chipset.substr(dash + 1))));
+    block.put(at::vendor, name.vendor);
+    block.put(at::model, name.number);
     block.put(at::revision, hardware.chip_revision);
     block.put(at::date, hardware.chip_date);
     return block;
@@ -111,7 +111,7 @@ OnuBlock more_capabilities(const Olt &, const RemoteOnu &onu)
 OnuBlock memory(const Olt &olt, const RemoteOnu &onu)
 {
     namespace at = layout::onu_mem_info;
-    const Hardware &hardware = hardware_of(*onu.device.type);
+    const Hardware hardware = hardware_of(*onu.device.type);
     const Usage usage = usage_of(olt, onu);
     OnuBlock block(16);
     block.put(at::memory_total, hardware.memory);
@@ -144,7 +144,7 @@ OnuBlock device_info(const Olt &olt, const RemoteOnu &onu)
 {
     namespace at = layout::onu_device_info;
     const DeviceType &type = *onu.device.type;
-    const Hardware &hardware = hardware_of(type);
+    const Hardware hardware = hardware_of(type);
     OnuBlock block(at::chipset.end() - data_offset);
     put_identity(block, onu);
     block.put(at::onu_type, hardware.onu_type);

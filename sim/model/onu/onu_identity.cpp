@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <stdexcept>
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
@@ -10,6 +9,7 @@
 #include "model/olt/light.h"
 #include "model/onu/uni_config.h"
 #include "model/plant/fibre.h"
+#include "text/number.h"
 #include "text/words.h"
 
 namespace ponsim
@@ -19,13 +19,30 @@ namespace
 
 constexpr uint32_t mib = 1024; // KiB
 
-constexpr Hardware all_hardware[] = {
-    {"SX-1001", OnuType::sfu, 2, {0x19, 0x04, 0x12}, 32 * mib, 8 * mib},
-    {"SX-1004", OnuType::sfu, 1, {0x20, 0x09, 0x30}, 64 * mib, 16 * mib},
-    {"SY-200", OnuType::sfu, 4, {0x16, 0x11, 0x07}, 16 * mib, 4 * mib},
-    {"SY-420", OnuType::hgu, 2, {0x21, 0x06, 0x18}, 128 * mib, 32 * mib},
-    {"SZ-8", OnuType::sbu, 3, {0x22, 0x02, 0x24}, 256 * mib, 64 * mib},
+struct Chipset {
+    std::string_view name;
+    Hardware hardware;
 };
+constexpr Chipset chipsets[] = {
+    {"SX-1001", {OnuType::sfu, 2, {0x19, 0x04, 0x12}, 32 * mib, 8 * mib}},
+    {"SX-1004", {OnuType::sfu, 1, {0x20, 0x09, 0x30}, 64 * mib, 16 * mib}},
+    {"SY-200", {OnuType::sfu, 4, {0x16, 0x11, 0x07}, 16 * mib, 4 * mib}},
+    {"SY-420", {OnuType::hgu, 2, {0x21, 0x06, 0x18}, 128 * mib, 32 * mib}},
+    {"SZ-8", {OnuType::sbu, 3, {0x22, 0x02, 0x24}, 256 * mib, 64 * mib}},
+};
+
+// Returns a number from `least` to `greatest`, below 100, as two decimal digits.
+uint8_t bcd_between(Random &random, uint32_t least, uint32_t greatest)
+{
+    const uint32_t number = least + random.below(greatest - least + 1);
+    return static_cast<uint8_t>(number / 10 << 4 | number % 10);
+}
+
+OnuType onu_type_of(const DeviceType &type)
+{
+    if (type.pots_ports != 0) return OnuType::hgu;
+    return type.battery ? OnuType::sbu : OnuType::sfu;
+}
 
 // Returns what the ONU has of a setting that is one word, at the start of the record's data.
 uint32_t word_of(const Olt &olt, const SettingKey &key, Side side, uint32_t otherwise)
@@ -38,11 +55,29 @@ uint32_t word_of(const Olt &olt, const SettingKey &key, Side side, uint32_t othe
 
 } // namespace
 
-const Hardware &hardware_of(const DeviceType &type)
+Hardware hardware_of(const DeviceType &type)
 {
-    const auto found = std::ranges::find(all_hardware, type.chipset, &Hardware::chipset);
-    if (found == std::end(all_hardware)) throw std::logic_error("a kind of ONU is made of nothing");
-    return *found;
+    const auto found = std::ranges::find(chipsets, type.chipset, &Chipset::name);
+    if (found != std::end(chipsets)) return found->hardware;
+    uint64_t seed = 0;
+    for (const char byte : type.chipset)
+        seed = Random(seed, static_cast<uint8_t>(byte)).next();
+    Random random(seed, type.chipset.size());
+    Hardware hardware{};
+    hardware.onu_type = onu_type_of(type);
+    hardware.chip_revision = static_cast<uint8_t>(1 + random.below(4));
+    hardware.chip_date = {bcd_between(random, 16, 22), bcd_between(random, 1, 12), bcd_between(random, 1, 28)};
+    hardware.flash = 2 * mib * (4 * type.ge_ports + type.fe_ports + 4 * type.pots_ports);
+    hardware.memory = 4 * hardware.flash;
+    return hardware;
+}
+
+ChipName chip_name(std::string_view chipset)
+{
+    const size_t digits = chipset.find_last_not_of("0123456789") + 1; // 0 when there is nothing else
+    const std::string_view before = chipset.substr(0, digits);
+    return {.vendor = before.substr(0, before.find('-')),
+            .number = text::to_number<uint16_t>(chipset.substr(digits)).value_or(0)};
 }
 
 std::string extended_model(const DeviceType &type)
@@ -62,7 +97,7 @@ std::string serial_number(std::string_view vendor, const Mac &mac)
 Usage usage_of(const Olt &olt, const RemoteOnu &onu)
 {
     constexpr ModelTime slice = 5 * ms_per_second;
-    const Hardware &hardware = hardware_of(*onu.device.type);
+    const Hardware hardware = hardware_of(*onu.device.type);
     Random own = random_for(olt.seed(), Purpose::usage, onu.binding->mac);
     const uint32_t memory_share = 40 + own.below(20); // percent
     const uint32_t flash_share = 50 + own.below(30);

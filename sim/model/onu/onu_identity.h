@@ -19,14 +19,22 @@ enum class OnuType : uint8_t { sfu, hgu, sbu };
 
 // The Hardware is what a kind of ONU is made of.
 struct Hardware {
-    std::string_view chipset; // the same as that of the kind
     OnuType onu_type;
-    uint8_t chip_revision;
+    uint8_t chip_revision;            // from 1 on
     std::array<uint8_t, 3> chip_date; // date of the chip's design, YYMMDD in BCD
     uint32_t memory;                  // KiB
     uint32_t flash;                   // KiB
 };
-const Hardware &hardware_of(const DeviceType &type);
+// A scenario's own kind may have any chipset. The revision and date of a chip that is not built in follow from its
+// name, and the rest follows from the ports of the kind.
+Hardware hardware_of(const DeviceType &type);
+
+// A ChipName is a chipset as CTC writes it, in a vendor's letters and a number: SX-1001 is number 1001 of SX.
+struct ChipName {
+    std::string_view vendor;
+    uint16_t number; // 0 when the chipset does not end in a number, or in one that is too large
+};
+ChipName chip_name(std::string_view chipset);
 
 // Returns the model with its user ports, at most 16 characters: H132-1GE3FE2POTS.
 std::string extended_model(const DeviceType &type);

@@ -39,8 +39,8 @@ typedef struct bsp_simulator_options {
     const char *state;      /* the file that keeps the OLT, or the folder for several OLTs; null: in memory only */
     double speed;           /* how many times faster than the time of day model time passes; 0: in steps only */
     const char *socket_dir; /* the folder of sockets: made when it is missing, and left there at the end; null: a new
-                               one for this user alone, which is removed at the end, but
-                               not when the process is killed */
+                               one for this user alone, which is removed at the end, or,
+                               when the process is killed, by the next simulator */
 } bsp_simulator_options;
 
 #ifdef __cplusplus

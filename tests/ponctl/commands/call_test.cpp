@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -107,6 +108,21 @@ TEST(Call, EndsWithThreeWhenNobodyServes)
                                        std::string(ipc_strerror(IPC_ERR_NO_SERVICE)) +
                                        " in /nowhere; start ponsim, or name its folder with --socket-dir\n"));
     EXPECT_EQ(std::ranges::count(finished.err, '\n'), 1) << "what the library logs is said twice";
+}
+
+TEST(Call, NamesTheFoldersOfSeveralOltsWhereNobodyServesBesideThem)
+{
+    const FakeService service;
+    const std::filesystem::path own = service.folder(), olts = own.string() + "-olts";
+    std::filesystem::create_directory(olts);
+    for (const char *olt : {"south", "north"})
+        std::filesystem::create_directory_symlink(own, olts / olt);
+    const Finished finished = ponctl(with({"--socket-dir", olts.string()}, bind));
+    std::filesystem::remove_all(olts);
+    EXPECT_EQ(finished.code, 3);
+    EXPECT_THAT(finished.err,
+                EndsWith(" in " + olts.string() + ", but in its folders north, south; name one, as with " +
+                         "--socket-dir " + olts.string() + "/north\n"));
 }
 
 TEST(Call, EndsWithThreeWhenTheServiceFailsTheExchange)

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <fstream>
 
+#include <sys/stat.h>
+
 #include "board/datastore.h"
 #include "board/ipc.h"
 #include "support.h"
@@ -186,6 +188,22 @@ TEST_F(DaemonTest, MakesTheFolderOfItsState)
     Daemon daemon({"--state", folder->file("a/b/olt.db")});
     EXPECT_TRUE(daemon.serves());
     EXPECT_TRUE(std::filesystem::exists(folder->file("a/b/olt.db")));
+}
+
+TEST_F(DaemonTest, WhatItKeepsIsForItsUserWhateverTheUmaskIs)
+{
+    const mode_t before = umask(0);
+    Daemon daemon({"--state", folder->file("c/d/olt.db"), "--record", folder->file("session")});
+    umask(before);
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1))), BSP_OK);
+    const auto mode_of = [](const std::string &name) {
+        return static_cast<unsigned>(std::filesystem::status(folder->file(name)).permissions());
+    };
+    for (const char *made : {"c", "c/d"})
+        EXPECT_EQ(mode_of(made), 0700u) << made;
+    for (const char *file : {"c/d/olt.db", "c/d/olt.db-wal", "session", "ipc/6.lock", "ipc/106.lock"})
+        EXPECT_EQ(mode_of(file), 0600u) << file;
 }
 
 TEST_F(DaemonTest, WrongUsageIsExplained)
@@ -420,6 +438,22 @@ TEST_F(DaemonTest, ServesSeveralOltsAndGoesOnWithThem)
     Daemon daemon({"--state", states, "--speed", "0"});
     ASSERT_TRUE(daemon.serves());
     EXPECT_EQ(control({"--olt", "metro-2", "now"}, exit_status), "7 s of model time\n");
+}
+
+TEST_F(DaemonTest, ControlOfOneOfSeveralOltsNeedsItsName)
+{
+    const std::string file = write_file(folder->file("two.toml"), "[[olt]]\nname = \"metro\"\ncount = 2\nports = 1\n");
+    int exit_status;
+    {
+        Daemon daemon({"--state", "none", "--speed", "0", "--scenario", file});
+        ASSERT_TRUE(daemon.serves());
+        EXPECT_EQ(control({"now"}, exit_status),
+                  "ponsim: " + folder->file("ipc") + " has the OLTs metro-1, metro-2: add --olt NAME\n");
+        EXPECT_EQ(exit_status, 2);
+        EXPECT_EQ(daemon.stop(SIGTERM), 0);
+    }
+    EXPECT_NE(control({"now"}, exit_status).find("nobody serves"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
 }
 
 TEST_F(DaemonTest, HelpAndVersionGoWell)

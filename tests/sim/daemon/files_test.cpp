@@ -89,6 +89,22 @@ TEST(ResultFiles, WhatAKilledServiceLeftGoes)
     EXPECT_FALSE(exists(folder / "7"));
 }
 
+TEST(ResultFiles, WhatAKilledServiceLeftCanBeRemovedWithoutANewOne)
+{
+    path folder;
+    {
+        ResultFiles files(0600, sockets);
+        folder = path(files.write("x")).parent_path();
+    }
+    create_directory(folder);
+    std::ofstream(folder / "7") << "left";
+    remove_left_results(sockets + "/other");
+    EXPECT_TRUE(exists(folder / "7"));
+    remove_left_results(sockets);
+    EXPECT_FALSE(exists(folder));
+    remove_left_results(sockets);
+}
+
 TEST(ResultFiles, AreNotWrittenThroughALink)
 {
     path folder;

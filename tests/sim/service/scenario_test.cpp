@@ -8,8 +8,8 @@
 
 #include "control/control.h"
 #include "model/plant/fibre.h"
+#include "scenes.h"
 #include "store/configuration.h"
-#include "support.h"
 
 namespace ponsim
 {
@@ -72,34 +72,6 @@ name = "guest"
 branch = "street"
 silent = true
 )";
-
-std::vector<OltScenario> read(const std::string &text)
-{
-    return read_scenario(text, "test.toml").olts;
-}
-
-// A Scene is the one OLT of a text, with an empty store.
-struct Scene {
-    Store store{{}, false};
-    Simulator simulator;
-
-    explicit Scene(OltScenario olt) : simulator(store, {}, std::make_shared<const OltScenario>(std::move(olt))) {}
-    explicit Scene(const std::string &text) : Scene(read(text).at(0)) {}
-
-    const Olt &olt() const { return simulator.olt(); }
-    const PonPort &port(uint32_t number) const { return *simulator.olt().port(number); }
-    const Arrival &onu(uint32_t number, const std::string &name) const
-    {
-        const std::vector<Arrival> &arrivals = port(number).arrivals;
-        const auto found = std::ranges::find(arrivals, name, &Arrival::name);
-        return found == arrivals.end() ? throw std::out_of_range(name) : *found;
-    }
-    std::vector<std::string> log_until(ModelTime seconds)
-    {
-        simulator.advance(seconds * ms_per_second);
-        return simulator.take_log();
-    }
-};
 
 TEST(Scenario, AnOnuIsWhatItSays)
 {
@@ -443,6 +415,27 @@ const std::vector<Wrong> wrong{
      "3: maximum: expected at least what is fixed and assured, 10, found 5"},
     {"[service.s]\nweight = 101\n[[olt]]\n", "2: weight: expected a number from 1 to 100, found 101"},
     {"[service.s]\nspeed = 1\n[[olt]]\n", "2: speed: an unknown key; known are "},
+    {"[kind.k]\nvendro = \"ACME\"\nmodel = \"X\"\nge_ports = 1\n[[olt]]\n",
+     "2: vendro: an unknown key; did you mean vendor?"},
+    {"[kind.k]\nmodel = \"S100\"\nge_port = 1\n[[olt]]\n", "3: ge_port: an unknown key; did you mean ge_ports?"},
+    {"[kind.k]\nmodel = \"S100\"\nchipset = \"A-1\"\n[[olt]]\n",
+     "3: chipset: expected with a vendor: a built-in model has its own"},
+    {"[[olt]]\n[[olt.port]]\nnumbers = \"1\"\nnumbr = 1\n", "4: numbr: an unknown key; did you mean number?"},
+    {at_port("[[olt.port.onu]]\nname = \"a\"\ncount = 2\nmca = \"02:00:5e:10:00:01\"\n"),
+     "7: mca: an unknown key; did you mean mac?"},
+    {onu("serivce = \"s\"\nid = 5\n"), "6: serivce: an unknown key; did you mean service?"},
+    {onu("kinds = \"x\"\nkind = \"x\"\n"), "6: kinds: an unknown key; did you mean kind?"},
+    {at_port(branch("b", "form = \"a\"\n")), "6: form: an unknown key; did you mean from?"},
+    {"[[olt]]\n[[event]]\nta = 1\n", "3: ta: an unknown key; known are at, do, every, times, olt"},
+    {"[[olt]]\n[[event]]\nat = 1\ntime = 2\n", "4: time: an unknown key; did you mean times?"},
+    {"[[olt]]\nprots = 2\ncuont = 1\n", "2: prots: an unknown key; did you mean ports?"},
+    {"[[olt]]\nzz = 1\nsed = 1\n", "2: zz: an unknown key; known are "},
+    {"[[event]]\nta = 1\n[[olt]]\nprots = 2\n", "2: ta: an unknown key"},
+    {"[kind.b]\nvendro = \"ACME\"\n[kind.a]\nvendro = \"ACME\"\n[[olt]]\n", "2: vendro: an unknown key"},
+    {"olt = [{zz = 1, name = 5, ab = 2}]\n", "1: zz: an unknown key"},
+    {"[[olt]]\nports = 17\nseeds = 1\n", "3: seeds: an unknown key; did you mean seed?"},
+    {"[olt]\nprots = 2\n", "1: olt: expected tables with [[double brackets]], found a table"},
+    {"[[kind]]\nvendro = 2\n", "1: kind: expected tables with names, as [kind.NAME], found an array"},
     {"[kind.k]\nmodel = \"S10O\"\n[[olt]]\n", "2: model: there is no built-in model S10O; did you mean S100?"},
     {"[kind.k]\nvendor = \"ABC\"\nmodel = \"X\"\n[[olt]]\n", "2: vendor: expected 4 characters, found \"ABC\""},
     {"[kind.k]\nvendor = \"ABCD\"\nmodel = \"X\"\n[[olt]]\n",
@@ -492,15 +485,6 @@ TEST(Scenario, NoByteOfATextThatIsChangedBreaksTheReader)
         }
 }
 
-std::vector<std::filesystem::path> shipped()
-{
-    std::vector<std::filesystem::path> files;
-    for (const auto &entry : std::filesystem::directory_iterator(SCENARIOS))
-        files.push_back(entry.path());
-    std::ranges::sort(files);
-    return files;
-}
-
 class ShippedScenario : public testing::TestWithParam<std::filesystem::path>
 {
 };
@@ -520,14 +504,7 @@ TEST_P(ShippedScenario, RunsToItsEndWithoutARefusedEvent)
     }
 }
 
-std::string test_name(const testing::TestParamInfo<std::filesystem::path> &info)
-{
-    std::string name = info.param.stem().string();
-    std::ranges::replace(name, '-', '_');
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Scenarios, ShippedScenario, testing::ValuesIn(shipped()), test_name);
+INSTANTIATE_TEST_SUITE_P(Scenarios, ShippedScenario, testing::ValuesIn(scenarios_in(SCENARIOS)), scenario_name);
 
 } // namespace
 } // namespace ponsim
