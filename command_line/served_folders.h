@@ -13,8 +13,7 @@
 namespace command_line
 {
 
-// Returns the names of the folders in `directory` in which a service of the module has a socket. There are none when
-// the module has its own socket in `directory`.
+// Returns the names of the folders in `directory` in which a service of the module has a socket.
 inline std::vector<std::string> served_folders(const std::string &directory, uint32_t module)
 {
     const auto has_socket = [module](const std::string &folder) {
@@ -25,7 +24,7 @@ inline std::vector<std::string> served_folders(const std::string &directory, uin
         void operator()(DIR *folder) const { closedir(folder); }
     };
     std::vector<std::string> names;
-    const std::unique_ptr<DIR, Close> folder(has_socket(directory) ? nullptr : opendir(directory.c_str()));
+    const std::unique_ptr<DIR, Close> folder(opendir(directory.c_str()));
     while (const dirent *entry = folder ? readdir(folder.get()) : nullptr) {
         const std::string name = entry->d_name;
         if (name != "." && name != ".." && has_socket(directory + '/' + name)) names.push_back(name);

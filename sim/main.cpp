@@ -94,14 +94,17 @@ int control(const Options &options)
         socket_dir += '/' + options.olt;
     }
     if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
-    const std::string directory = board_ipc_directory();
-    const std::vector<std::string> olts = command_line::served_folders(directory, ponsim::control_module);
-    if (!olts.empty())
+    try {
+        fputs(ponsim::send_control(line).c_str(), stdout);
+        return EXIT_SUCCESS;
+    } catch (const ponsim::NoServiceError &) {
+        const std::string directory = board_ipc_directory();
+        const std::vector<std::string> olts = command_line::served_folders(directory, ponsim::control_module);
+        if (olts.empty()) throw;
         return fail(directory + " has the OLTs " + text::join(olts) + ": add " +
                         (socket_dir.empty() ? "--socket-dir " + directory + " " : "") + "--olt NAME",
                     exit_usage);
-    fputs(ponsim::send_control(line).c_str(), stdout);
-    return EXIT_SUCCESS;
+    }
 }
 
 std::string socket_directory(const Options &options)

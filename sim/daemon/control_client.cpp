@@ -19,7 +19,9 @@ std::string send_control(const std::string &line)
     uint32_t status = 0;
     const int32_t result = ipc_get_exec(control_module, control_channel, line.data(),
                                         static_cast<uint32_t>(line.size()), said.data(), &length, &status);
-    if (result != IPC_OK) throw std::runtime_error(std::string(board_ipc_directory()) + ": " + ipc_strerror(result));
+    const std::string failure = std::string(board_ipc_directory()) + ": " + ipc_strerror(result);
+    if (result == IPC_ERR_NO_SERVICE) throw NoServiceError(failure);
+    if (result != IPC_OK) throw std::runtime_error(failure);
     said.resize(length);
     if (status != 0) throw ControlError(said);
     return said;
