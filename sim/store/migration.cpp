@@ -9,9 +9,24 @@
 namespace ponsim
 {
 
+namespace
+{
+
+constexpr Migration steps[] = {
+    // ONUs that monitor their UNI ports count from the time of the file on. What they had counted was not kept.
+    {8, "CREATE TABLE ledger(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+        " since INTEGER NOT NULL, until INTEGER NOT NULL, frames BLOB NOT NULL, at_period BLOB NOT NULL,"
+        " at_last_period BLOB NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+        "INSERT INTO ledger SELECT pon_port, mac, max(now, arrives), max(now, arrives),"
+        " zeroblob(192), zeroblob(192), zeroblob(192)"
+        " FROM onu_setting, clock WHERE command = 717 AND told <> zeroblob(8)"},
+};
+
+} // namespace
+
 std::span<const Migration> migrations()
 {
-    return {};
+    return steps;
 }
 
 int64_t current_version()

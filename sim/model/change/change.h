@@ -31,7 +31,7 @@ struct Change : Kept {
     std::vector<FaultOrder> faults = {}; // what the service is to do with its answers; not kept
 
     // Returns whether nothing becomes different. Time and traffic, which the simulator adds, do not count.
-    bool empty() const { return flushes.empty() && empty_but<Offered, ModelClock>(); }
+    bool empty() const { return flushes.empty() && empty_but<Offered, Ledger, ModelClock>(); }
 };
 
 // Returns a change of one record.

@@ -8,6 +8,7 @@
 #include "model/kept/clock.h"
 #include "model/kept/damage.h"
 #include "model/kept/entries.h"
+#include "model/kept/ledger.h"
 #include "model/kept/loid.h"
 #include "model/kept/loop.h"
 #include "model/kept/loop_detection.h"
@@ -26,6 +27,6 @@ namespace ponsim
 
 using Kept =
     Entries<Binding, OnuRecord, PortRecord, BlacklistEntry, LoidPassword, AlarmCount, Block, ModuleRecord, UpgradeType,
-            UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile, Timeline, Offered, ModelClock>;
+            UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile, Timeline, Offered, Ledger, ModelClock>;
 
 } // namespace ponsim

@@ -237,10 +237,32 @@ void Olt::follow_demand(const std::map<uint32_t, OnuIds> &concerned)
         Traffic::share(ports, phy_control(*this, uplink).link_up());
 }
 
+namespace
+{
+
+// Returns whether the ONU has restarted: it has booted, or it comes back after an upgrade.
+bool restarts(const OnuRecord &before, const OnuRecord &now)
+{
+    return (before.phase == Phase::booting && now.phase != Phase::booting) || before.reboots != now.reboots;
+}
+
+} // namespace
+
 void Olt::add_traffic(Change &change) const
 {
-    for (const auto &[pon_port, onu_ids] : concerned(change))
-        change.put<Offered>(pon_port, pon_ports.at(pon_port - 1).traffic.offered(time));
+    for (const auto &[pon_port, onu_ids] : concerned(change)) {
+        const PonPort &port = pon_ports.at(pon_port - 1);
+        change.put<Offered>(pon_port, port.traffic.offered(time));
+        for (auto at = kept<Ledger>().lower_bound({pon_port, {}});
+             at != kept<Ledger>().end() && at->first.pon_port == pon_port; ++at) {
+            const auto &[key, before] = *at;
+            const uint32_t onu_id = id_at(pon_port, key.mac).value_or(onus_per_port); // an id that no ONU has
+            change.put<Ledger>(key, settled(before, port.traffic.onu(onu_id), time));
+        }
+    }
+    for (const auto &[key, record] : change.of<OnuRecord>())
+        if (ledger(key) && restarts(pon_ports.at(key.pon_port - 1).record(key.mac), record.value_or(OnuRecord{})))
+            change.put<Ledger>(key, ledger_from(std::max(time, ledger(key)->since)));
 }
 
 void Olt::apply(const Change &change)
@@ -333,6 +355,11 @@ bool Olt::shut(const UniKey &key) const
 {
     const LoopRecord *record = std::get<Shelf<LoopRecord>>(shelves).find(key);
     return record && record->shut;
+}
+
+const Ledger *Olt::ledger(const OnuAtPort &key) const
+{
+    return std::get<Shelf<Ledger>>(shelves).find(key);
 }
 
 const OnuSetting *Olt::setting(const SettingKey &key) const

@@ -155,6 +155,8 @@ public:
     // Returns the UNI ports that have a loop, are shut, or once had a loop or were shut.
     const std::map<UniKey, LoopRecord> &loops() const { return kept<LoopRecord>(); }
     const LoopDetection &loop_detection() const { return the_one<LoopDetection>(); }
+    // Returns what the ONU has sent and received. Returns null when it does not monitor its UNI ports.
+    const Ledger *ledger(const OnuAtPort &key) const;
     // Returns a setting that an ONU has received. Returns null when it has received none. The setting stays with the
     // ONU, bound or not.
     const OnuSetting *setting(const SettingKey &key) const;
@@ -191,7 +193,8 @@ public:
         return std::get<Shelf<Record>>(shelves).records();
     }
 
-    // Adds to the change what PON ports have been offered until now, where the change may affect their traffic.
+    // Adds to the change what PON ports have been offered and what their ONUs have counted until now, where the change
+    // may affect their traffic. The counts of ONUs that restart begin anew.
     void add_traffic(Change &change) const;
     // Makes the change. Ports and ids of the change must exist.
     void apply(const Change &change);

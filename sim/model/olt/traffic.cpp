@@ -69,6 +69,12 @@ PerFlow let_in(const PerFlow &received, const Demand &demand)
     return result;
 }
 
+// Returns the start of the period in which the time is.
+ModelTime period_start(const Ledger &ledger, ModelTime time)
+{
+    return time - (time - ledger.since) % monitoring_period;
+}
+
 } // namespace
 
 Rates rates_of(uint64_t seed, const Mac &mac)
@@ -176,6 +182,30 @@ void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
         port->passing.up = cut(received, portion(octets_of(received), room, up));
         port->passing.up_lost = without(received, port->passing.up);
     }
+}
+
+OnuFrames counted_at(const Ledger &ledger, const Traffic::Onu &rates, ModelTime time)
+{
+    if (time <= ledger.since) return {};
+    if (time < ledger.until)
+        return time == period_start(ledger, ledger.until) ? ledger.at_period : ledger.at_last_period;
+    OnuFrames frames = ledger.frames;
+    accumulate(frames.up, rates.passed.up, time - ledger.until);
+    accumulate(frames.dropped, rates.dropped, time - ledger.until);
+    accumulate(frames.down, rates.passed.down, time - ledger.until);
+    return frames;
+}
+
+Ledger settled(const Ledger &ledger, const Traffic::Onu &rates, ModelTime now)
+{
+    if (now <= ledger.until) return ledger;
+    Ledger result = ledger;
+    const ModelTime period = period_start(ledger, now);
+    result.until = now;
+    result.frames = counted_at(ledger, rates, now);
+    result.at_period = counted_at(ledger, rates, period);
+    result.at_last_period = counted_at(ledger, rates, period - std::min(period, monitoring_period));
+    return result;
 }
 
 } // namespace ponsim

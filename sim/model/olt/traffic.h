@@ -11,6 +11,7 @@
 
 #include "model/base/mac.h"
 #include "model/base/time.h"
+#include "model/kept/ledger.h"
 #include "model/kept/sla.h"
 #include "model/kept/traffic.h"
 
@@ -86,5 +87,16 @@ private:
     Capacity capacity;
     Streams passing;
 };
+
+// Returns an ONU's ledger that begins at a time, with nothing counted.
+inline Ledger ledger_from(ModelTime since)
+{
+    return {.since = since, .until = since};
+}
+// Returns what the ONU had counted at a time: at any time from the last change of its rates on, and at the start of the
+// period of that change and of the period before.
+OnuFrames counted_at(const Ledger &ledger, const Traffic::Onu &rates, ModelTime time);
+// Returns the ledger up to now. Call this before the rates change.
+Ledger settled(const Ledger &ledger, const Traffic::Onu &rates, ModelTime now);
 
 } // namespace ponsim

@@ -68,16 +68,19 @@ bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side)
 
 std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu)
 {
-    if (!switched_on(olt, onu, Side::remote)) return std::nullopt;
-    return since(olt, onu, Side::remote);
+    const Ledger *ledger = olt.ledger({onu.port->number, onu.binding->mac});
+    if (!ledger || olt.now() < ledger->since || !switched_on(olt, onu, Side::remote)) return std::nullopt;
+    return ledger->since;
 }
 
 Plan switch_on(const Olt &olt, const RemoteOnu &onu, bool on)
 {
     const bool same = switched_on(olt, onu, Side::local) == on;
     const ModelTime arrives = on ? olt.now() + oam_delay : 0;
-    return send_setting(olt, onu, onu.key(switch_command), switch_block(same ? since(olt, onu, Side::local) : arrives),
-                        switch_block(0));
+    Plan plan = send_setting(olt, onu, onu.key(switch_command),
+                             switch_block(same ? since(olt, onu, Side::local) : arrives), switch_block(0));
+    if (on && !plan.change.empty()) plan.change.put<Ledger>({onu.port->number, onu.binding->mac}, ledger_from(arrives));
+    return plan;
 }
 
 Plan send_setting(const Olt &olt, const RemoteOnu &onu, const SettingKey &key, const OnuBlock &block,

@@ -95,7 +95,8 @@ OnuBlock setting_of(const Olt &olt, const SettingKey &key, Side side, const OnuB
 // Returns whether the ONU's CATV port and its performance monitoring are on. One request of one byte switches both,
 // because nothing in it says which of the two is meant.
 bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side);
-// Returns the time since which the ONU has them on. Returns no time when they are off.
+// Returns the time since which the ONU monitors: since it has them on, or since its last restart. Returns no time when
+// they are off.
 std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu);
 // ONUs for homes have a CATV port. They are the ones that have telephone ports, too.
 inline bool has_catv(const Device &device)

@@ -1,6 +1,7 @@
 #include "model/port/counters.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "model/base/random.h"
 #include "model/olt/bandwidth.h"
@@ -13,16 +14,28 @@ namespace
 constexpr uint64_t million = 1000000;
 constexpr uint64_t bits = 8; // of an octet
 
+PerFlow share_of(const PerFlow &frames, uint32_t share)
+{
+    PerFlow part{};
+    std::ranges::transform(frames, part.begin(), [share](uint64_t number) { return number * share / million; });
+    return part;
+}
+
 // Takes a share out of the frames and returns what it took. When there are more frames, neither the share nor the rest
 // ever becomes smaller.
 PerFlow take(PerFlow &frames, uint32_t share)
 {
-    PerFlow taken{};
-    for (size_t flow = 0; flow < flows.size(); ++flow) {
-        taken[flow] = frames[flow] * share / million;
-        frames[flow] -= taken[flow];
-    }
+    const PerFlow taken = share_of(frames, share);
+    std::ranges::transform(frames, taken, frames.begin(), std::minus());
     return taken;
+}
+
+// Adds a share of the frames to them and returns what it added.
+PerFlow add(PerFlow &frames, uint32_t share)
+{
+    const PerFlow added = share_of(frames, share);
+    std::ranges::transform(frames, added, frames.begin(), std::plus());
+    return added;
 }
 
 PerFlow whole(const PerFlow &fractions)
@@ -60,16 +73,30 @@ void police(const PerFlow &frames, Counters &counters)
     counters.in_discard_octets += octets_of(frames);
 }
 
-// The port is offered the frames. What the port passes on remains in them.
-void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
+void count_in(const PerFlow &frames, Counters &counters)
 {
-    counters.in_fcs_errors += number_of(take(frames, shares.fcs_errors));
-    counters.in_code_errors += number_of(take(frames, shares.code_errors));
     counters.in_octets += octets_of(frames);
     counters.in_unicast += number_of(frames, Cast::unicast);
     counters.in_multicast += number_of(frames, Cast::multicast);
     counters.in_broadcast += number_of(frames, Cast::broadcast);
     count_sizes(frames, counters);
+}
+
+void count_out(const PerFlow &frames, Counters &counters)
+{
+    counters.out_octets += octets_of(frames);
+    counters.out_unicast += number_of(frames, Cast::unicast);
+    counters.out_multicast += number_of(frames, Cast::multicast);
+    counters.out_broadcast += number_of(frames, Cast::broadcast);
+    count_sizes(frames, counters);
+}
+
+// The port is offered the frames. What the port passes on remains in them.
+void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
+{
+    counters.in_fcs_errors += number_of(take(frames, shares.fcs_errors));
+    counters.in_code_errors += number_of(take(frames, shares.code_errors));
+    count_in(frames, counters);
     police(take(frames, shares.policed), counters);
 }
 
@@ -83,11 +110,24 @@ void discard(const PerFlow &frames, Counters &counters)
 void send(PerFlow frames, const DropShares &shares, Counters &counters)
 {
     discard(take(frames, shares.discarded), counters);
-    counters.out_octets += octets_of(frames);
-    counters.out_unicast += number_of(frames, Cast::unicast);
-    counters.out_multicast += number_of(frames, Cast::multicast);
-    counters.out_broadcast += number_of(frames, Cast::broadcast);
-    count_sizes(frames, counters);
+    count_out(frames, counters);
+}
+
+// The port has passed the frames on. It was offered more of them.
+void count_received(PerFlow frames, const DropShares &shares, Counters &counters)
+{
+    police(add(frames, shares.policed), counters);
+    count_in(frames, counters);
+    counters.in_fcs_errors += number_of(share_of(frames, shares.fcs_errors));
+    counters.in_code_errors += number_of(share_of(frames, shares.code_errors));
+}
+
+// The port has sent the frames. It got more of them to send, which it returns.
+PerFlow count_sent(PerFlow frames, const DropShares &shares, Counters &counters)
+{
+    count_out(frames, counters);
+    discard(add(frames, shares.discarded), counters);
+    return frames;
 }
 
 DropShares pon_shares(const Olt &olt, const PonPort &port)
@@ -128,14 +168,8 @@ Counters pon_counters(const Olt &olt, const PonPort &port)
     PerFlow not_let_in = whole(offered.up_policed);
     receive(not_let_in, shares, counters);
     police(not_let_in, counters);
-    const DropShares of_uplink = uplink_shares(olt, uplink_of(port.number));
-    Counters at_uplink{};
-    PerFlow down = whole(offered.down);
-    receive(down, of_uplink, at_uplink);
-    send(down, shares, counters);
-    PerFlow down_lost = whole(offered.down_lost);
-    receive(down_lost, of_uplink, at_uplink);
-    discard(down_lost, counters);
+    count_sent(whole(offered.down), shares, counters);
+    discard(whole(offered.down_lost), counters);
     return counters;
 }
 
@@ -153,10 +187,8 @@ Counters uplink_counters(const Olt &olt, uint32_t uplink)
         PerFlow lost = whole(offered.up_lost);
         receive(lost, pon_shares(olt, port), of_port);
         discard(lost, counters);
-        for (const PerFlow &stream : {offered.down, offered.down_lost}) {
-            PerFlow down = whole(stream);
-            receive(down, shares, counters);
-        }
+        count_received(count_sent(whole(offered.down), pon_shares(olt, port), of_port), shares, counters);
+        count_received(whole(offered.down_lost), shares, counters);
     }
     return counters;
 }

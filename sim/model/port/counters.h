@@ -1,6 +1,6 @@
 // The counters of ports follow from what was offered, and they add up. A PON port receives what its ONUs sent, less
-// frames with errors. A GE port sends what its PON ports received, less what they and it drop. The same holds in the
-// other direction.
+// frames with errors. A GE port sends what its PON ports received, less what they and it drop. In the other direction,
+// a PON port sends what its ONUs receive, and a GE port receives that and what the ports drop.
 #pragma once
 
 #include "model/olt/interfaces.h"

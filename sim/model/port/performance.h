@@ -1,7 +1,6 @@
 // Performance monitoring is what an ONU counts at its UNI ports, period by period. Its traffic is divided among the
 // ports that have a link, so that together they count what the ONU sends to the PON port and is sent from there. The
-// counts follow from the ONU's present rates and from how long it has been counting, so that nothing has to happen in
-// between.
+// counts follow from the ONU's ledger and its present rates, so that nothing has to happen in between.
 #pragma once
 
 #include <array>
@@ -14,9 +13,8 @@
 namespace ponsim
 {
 
-inline constexpr ModelTime monitoring_period = 900 * ms_per_second;
-
-// A MonitoringTime has a beginning and an end, in ms since the ONU began to monitor.
+// A MonitoringTime has a beginning and an end, in ms since the ONU began to monitor. Neither is before the last whole
+// period, but for the very beginning.
 struct MonitoringTime {
     ModelTime from;
     ModelTime to;
@@ -31,6 +29,8 @@ struct UniCounters {
     struct Count {
         uint64_t down; // sent to the user
         uint64_t up;   // received from the user
+
+        bool operator==(const Count &) const = default;
     };
 
     Count drop_events;
@@ -47,6 +47,8 @@ struct UniCounters {
     Count discarded;
     Count errored;
     uint64_t status_changes;
+
+    bool operator==(const UniCounters &) const = default;
 };
 UniCounters uni_counters(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const MonitoringTime &time);
 

@@ -559,6 +559,8 @@ TEST(Rates, OfUniPortsAreThoseThatAreGrantedAndTheRestIsDiscarded)
 {
     Loaded fixture;
     fixture.load_all(1, "up", 400000);
+    fixture.plan(switch_on(fixture.olt(), find_onu(fixture.olt(), 1, 1).onu, true));
+    pass(fixture, oam_delay + 80 * second);
     const RemoteOnu onu = find_onu(fixture.olt(), 1, 1).onu;
     uint64_t octets = 0;
     uint64_t frames = 0;

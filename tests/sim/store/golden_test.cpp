@@ -146,6 +146,7 @@ void configure(ProfileFixture &fixture)
 {
     EXPECT_EQ(tell_onu(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, 2, std::string(4, '\0')), BSP_OK);
     EXPECT_EQ(tell_onu(fixture, BSP_MSG_ONU_CFG, BSP_CMD_ONU_MC_SWITCH_SET, 0, std::string(1, '\1')), BSP_OK);
+    EXPECT_EQ(tell_onu(fixture, BSP_MSG_ONU_INFO, BSP_CMD_ONU_PERF_MONITOR_SET, 0, std::string(1, '\1')), BSP_OK);
     EXPECT_EQ(fixture.keep(16, "gold", gold_line), BSP_OK);
     EXPECT_EQ(fixture.keep(32, "gold", with_id(gold_sla, 9)), BSP_OK);
     EXPECT_EQ(fixture.keep(48, "cold", cold_alarm), BSP_OK);

@@ -118,6 +118,22 @@ TEST(Migration, AKillLeavesTheFileAtTheVersionBefore)
     EXPECT_EQ(state.version(), "9");
 }
 
+TEST(Migration, OnusOfVersion7ThatMonitorCountFromTheTimeOfTheFileOn)
+{
+    const State state;
+    {
+        Database before(state.file);
+        before.run("INSERT INTO onu_setting VALUES(1, X'0245CE380100', 717, 0, X'7800000000000000', zeroblob(8), 120),"
+                   "(1, X'0245CE2E0101', 717, 0, X'C81A370000000000', zeroblob(8), 3611080),"
+                   "(1, X'0245CE5E0102', 717, 0, zeroblob(8), X'7800000000000000', 500)");
+    }
+    state.migrate(7, migrations());
+    Database now(state.file);
+    EXPECT_EQ(now.column("SELECT hex(mac) || ' ' || since || ' ' || until FROM ledger"),
+              (std::vector<std::string>{"0245CE2E0101 3611080 3611080", "0245CE380100 3611000 3611000"}));
+    EXPECT_EQ(now.column("SELECT count(*) FROM ledger WHERE frames <> zeroblob(192)"), std::vector<std::string>{"0"});
+}
+
 TEST(Migration, EachVersionSinceTheFirstHasOne)
 {
     int64_t version = first_version;
