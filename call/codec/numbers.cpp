@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <optional>
 
 #include "call/codec/errors.h"
 #include "text/number.h"
@@ -72,28 +73,19 @@ template <class Number>
     throw UsageError(std::string(name) + ": '" + std::string(text) + "' is not a number from " + expected);
 }
 
-template <class Number>
-bool read_integer(std::string_view text, Number &number)
-{
-    const auto whole = text::to_number_of_either_base<Number>(text);
-    number = whole.value_or(0);
-    return whole.has_value();
-}
-
 // Reads a number in the field's unit as a whole number of steps of the scale.
 template <class Number>
-bool read_scaled(std::string_view text, double scale, Number &number)
+std::optional<Number> to_scaled(std::string_view text, double scale)
 {
     constexpr double rounding = 1e-6;
     const auto value = text::to_real(text);
-    if (!value || !std::isfinite(*value)) return false;
+    if (!value || !std::isfinite(*value)) return std::nullopt;
     const double steps = std::round(*value / scale);
     using Limits = std::numeric_limits<Number>;
     if (std::abs(*value / scale - steps) > rounding || steps < static_cast<double>(Limits::min()) ||
         steps >= static_cast<double>(Limits::max()) + 1)
-        return false;
-    number = static_cast<Number>(steps);
-    return true;
+        return std::nullopt;
+    return static_cast<Number>(steps);
 }
 
 } // namespace
@@ -140,11 +132,13 @@ std::string number_text(const Field &field, std::span<const uint8_t> bytes)
 
 uint64_t parse_number(std::string_view name, std::string_view text, const Field &field)
 {
-    return with_type(field.type, [&](auto number) {
-        const bool good = field.scale == 1 ? read_integer(text, number) : read_scaled(text, field.scale, number);
-        if (!good) refuse<decltype(number)>(name, text, field);
+    return with_type(field.type, [&](auto zero) {
+        using Number = decltype(zero);
+        const auto number =
+            field.scale == 1 ? text::to_number_of_either_base<Number>(text) : to_scaled<Number>(text, field.scale);
+        if (!number) refuse<Number>(name, text, field);
         uint64_t bytes = 0;
-        std::memcpy(&bytes, &number, sizeof number);
+        std::memcpy(&bytes, &*number, sizeof *number);
         return bytes;
     });
 }

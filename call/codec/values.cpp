@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "call/codec/errors.h"
 #include "text/number.h"
@@ -20,11 +21,9 @@ namespace
     throw UsageError(std::string(name) + ": '" + std::string(text) + "' is not " + expected);
 }
 
-bool read_number(std::string_view text, uint32_t &number)
+std::optional<uint32_t> to_number(std::string_view text)
 {
-    const auto whole = text::to_number_of_either_base<uint32_t>(text);
-    number = whole.value_or(0);
-    return whole.has_value();
+    return text::to_number_of_either_base<uint32_t>(text);
 }
 
 Bytes read_file(std::string_view name, const std::string &path)
@@ -61,22 +60,21 @@ std::vector<Assignment> parse_assignments(std::span<const std::string> words)
 
 bool is_number(std::string_view text)
 {
-    uint32_t number = 0;
-    return read_number(text, number);
+    return to_number(text).has_value();
 }
 
 uint32_t parse_number(std::string_view name, std::string_view text, uint32_t greatest)
 {
-    uint32_t number = 0;
-    if (!read_number(text, number) || number > greatest)
+    const auto number = to_number(text);
+    if (!number || *number > greatest)
         refuse(name, text, "a number from 0 to " + std::to_string(greatest) + ", decimal or hexadecimal with 0x");
-    return number;
+    return *number;
 }
 
 const catalogue::Channel &parse_channel(std::string_view name, std::string_view text)
 {
     const catalogue::Channel *channel = catalogue::find_channel(text);
-    if (uint32_t number = 0; !channel && read_number(text, number)) channel = catalogue::find_channel(number);
+    if (const auto number = to_number(text); !channel && number) channel = catalogue::find_channel(*number);
     if (channel) return *channel;
     std::vector<std::string_view> names;
     for (const catalogue::Channel &known : catalogue::channels())
@@ -87,8 +85,7 @@ const catalogue::Channel &parse_channel(std::string_view name, std::string_view 
 
 uint32_t parse_command(std::string_view name, std::string_view text, const catalogue::Channel &channel)
 {
-    uint32_t code = 0;
-    if (read_number(text, code)) return code;
+    if (const auto code = to_number(text)) return *code;
     const catalogue::Command *command = catalogue::find_command(text);
     if (!command) {
         std::vector<std::string_view> names;
@@ -114,11 +111,10 @@ IdSet parse_idset(std::string_view name, std::string_view text)
     if (text.empty()) return set;
     for (const std::string &run : text::split(text, ',')) {
         const auto ends = text::split(run, '-');
-        uint32_t first = 0, last = 0;
-        if (ends.size() > 2 || !read_number(ends.front(), first) || !read_number(ends.back(), last) || first > last ||
-            last > max_onu_id)
+        const auto first = to_number(ends.front()), last = to_number(ends.back());
+        if (ends.size() > 2 || !first || !last || *first > *last || *last > max_onu_id)
             refuse(name, text, "a set of ONU ids from 0 to 127, as 1-5,7");
-        for (uint32_t id = first; id <= last; ++id)
+        for (uint32_t id = *first; id <= *last; ++id)
             set[id / 32] |= uint32_t{1} << id % 32;
     }
     return set;
@@ -129,8 +125,11 @@ IdSet parse_idset_words(std::string_view name, std::string_view text)
     IdSet set{};
     const auto words = text::split(text, ',');
     bool good = words.size() == set.size();
-    for (size_t index = 0; good && index < set.size(); ++index)
-        good = read_number(words[index], set[index]);
+    for (size_t index = 0; good && index < set.size(); ++index) {
+        const auto word = to_number(words[index]);
+        good = word.has_value();
+        set[index] = word.value_or(0);
+    }
     if (!good) refuse(name, text, "four words with commas between them, as 0x3e,0,0,0");
     return set;
 }

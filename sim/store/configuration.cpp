@@ -9,6 +9,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "store/cells.h"
 #include "store/digest.h"
 #include "store/store.h"
 #include "text/hex.h"
@@ -45,7 +46,7 @@ void write(Writer &writer, const Cell &cell)
         const std::string &bytes = std::get<Blob>(cell).bytes;
         writer.StartObject();
         writer.Key("hex");
-        write(writer, text::to_hex({reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size()}));
+        write(writer, text::to_hex(bytes_of(bytes)));
         writer.EndObject();
     }
 }

@@ -260,9 +260,11 @@ void Olt::add_traffic(Change &change) const
             change.put<Ledger>(key, settled(before, port.traffic.onu(onu_id), time));
         }
     }
-    for (const auto &[key, record] : change.of<OnuRecord>())
-        if (ledger(key) && restarts(pon_ports.at(key.pon_port - 1).record(key.mac), record.value_or(OnuRecord{})))
-            change.put<Ledger>(key, ledger_from(std::max(time, ledger(key)->since)));
+    for (const auto &[key, record] : change.of<OnuRecord>()) {
+        const Ledger *before = ledger(key);
+        if (before && restarts(pon_ports.at(key.pon_port - 1).record(key.mac), record.value_or(OnuRecord{})))
+            change.put<Ledger>(key, ledger_from(std::max(time, before->since)));
+    }
 }
 
 void Olt::apply(const Change &change)
