@@ -12,6 +12,11 @@ if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache)
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 
+# GCC collects its garbage more often than the memory of today's machines asks for: a sixth of its time goes there.
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    add_compile_options(--param=ggc-min-heapsize=524288 --param=ggc-min-expand=1000)
+endif()
+
 # The headers of the standard library take longer to read than most sources: they are read once for all static libraries.
 set(standard_headers
     <algorithm>
