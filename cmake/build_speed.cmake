@@ -62,3 +62,11 @@ function(bsp_use_standard_headers)
         target_compile_options(${target} PRIVATE ${no_false_warnings})
     endforeach()
 endfunction()
+
+# bsp_precompile_headers(TARGET HEADERS...)
+# The sources of this static library find the standard library and these headers read already. It pays for a header that
+# most of them need and that takes long to read.
+function(bsp_precompile_headers target)
+    target_precompile_headers(${target} PRIVATE ${standard_headers} ${ARGN})
+    target_compile_options(${target} PRIVATE ${no_false_warnings})
+endfunction()

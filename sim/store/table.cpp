@@ -15,7 +15,7 @@ std::string list(const Declaration &columns, std::string_view between, Text text
     return listed;
 }
 
-std::string name_of(const Declaration::Declared &column)
+std::string column_name(const Declaration::Declared &column)
 {
     return std::string(column.name);
 }
@@ -27,12 +27,12 @@ std::string check_of(const Declaration::Declared &column)
 
 std::string declared(const Declaration::Declared &column)
 {
-    return name_of(column) + ' ' + column.type + " NOT NULL" + check_of(column);
+    return column_name(column) + ' ' + column.type + " NOT NULL" + check_of(column);
 }
 
 std::string where(const Declaration &key)
 {
-    return " WHERE " + list(key, " AND ", [](const auto &column) { return name_of(column) + " = ?"; });
+    return " WHERE " + list(key, " AND ", [](const auto &column) { return column_name(column) + " = ?"; });
 }
 
 } // namespace
@@ -43,10 +43,10 @@ std::string TableForm::create() const
     const bool one_key = key.columns().size() == 1;
     std::string sql = "CREATE TABLE " + std::string(name) + '(';
     sql += list(key, ", ", [one_key](const auto &column) {
-        return one_key ? name_of(column) + ' ' + column.type + " PRIMARY KEY" + check_of(column) : declared(column);
+        return one_key ? column_name(column) + ' ' + column.type + " PRIMARY KEY" + check_of(column) : declared(column);
     });
     sql += ", " + list(value, ", ", declared);
-    if (!one_key) sql += ", PRIMARY KEY(" + list(key, ", ", name_of) + ')';
+    if (!one_key) sql += ", PRIMARY KEY(" + list(key, ", ", column_name) + ')';
     if (!unique.empty()) sql.append(", UNIQUE(").append(unique).append(")");
     return sql + ") STRICT" + (one_key && key.columns()[0].type == "INTEGER" ? ";" : ", WITHOUT ROWID;");
 }
@@ -65,12 +65,12 @@ std::string TableForm::drop() const
 
 std::string TableForm::select() const
 {
-    return "SELECT * FROM " + std::string(name) + " ORDER BY " + list(key, ", ", name_of);
+    return "SELECT * FROM " + std::string(name) + " ORDER BY " + list(key, ", ", column_name);
 }
 
 std::string TableForm::select_one() const
 {
-    return "SELECT " + list(value, ", ", name_of) + " FROM " + std::string(name) + where(key);
+    return "SELECT " + list(value, ", ", column_name) + " FROM " + std::string(name) + where(key);
 }
 
 } // namespace ponsim
