@@ -7,9 +7,9 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/olt/light.h"
+#include "model/olt/uni_config.h"
 #include "model/onu/classification.h"
 #include "model/onu/onu_identity.h"
-#include "model/onu/uni_config.h"
 #include "model/port/loops.h"
 #include "model/port/performance.h"
 

@@ -132,6 +132,18 @@ Side side_of(const Olt &olt, const Request &request)
     }
 }
 
+Counters counters_of(const Olt &olt, const Side &side)
+{
+    return side.interface == Interface::pon ? pon_counters(olt, *olt.port(side.number))
+                                            : uplink_counters(olt, side.number);
+}
+
+// Returns a part of the frames, of a million.
+uint64_t share_of(uint64_t part, uint64_t frames)
+{
+    return frames == 0 ? 0 : part * 1000000 / frames;
+}
+
 Outcome ingress(const Olt &olt, const Request &request)
 {
     namespace at = layout::ingress;
@@ -153,7 +165,8 @@ Outcome ingress(const Olt &olt, const Request &request)
     answer.put(at::peak_burst, burst);
     for (const auto limit : {at::broadcast_limit, at::multicast_limit, at::unknown_limit})
         answer.put(limit, storm_limit);
-    answer.put(at::policed_share, drop_shares(olt.seed(), side.interface, side.number).policed);
+    const Counters counters = counters_of(olt, side);
+    answer.put(at::policed_share, share_of(counters.in_discards, counters.in_frames()));
     answer.put(at::queue_of, queue_of);
     answer.put(at::queues, queue_of.size());
     answer.put(at::policing, 1);
@@ -165,9 +178,11 @@ Outcome egress(const Olt &olt, const Request &request)
     namespace at = layout::egress;
     const Side side = side_of(olt, request);
     if (side.status != BSP_OK) return {side.status};
-    const DropShares shares = drop_shares(olt.seed(), side.interface, side.number);
+    const Counters counters = counters_of(olt, side);
+    constexpr uint64_t most = std::numeric_limits<uint16_t>::max();
     Answer answer = answer_to(request);
-    answer.put(at::discard_share, shares.discarded);
+    answer.put(at::discard_share,
+               std::min(share_of(counters.out_discards, counters.out_frames() + counters.out_discards), most));
     answer.put(at::shaping_rate, line_rate);
     return answer.outcome();
 }

@@ -2,7 +2,7 @@
 #include "views/devices.h"
 #include "generated/service_words.h"
 #include "handlers/remote.h"
-#include "model/onu/uni_config.h"
+#include "model/olt/uni_config.h"
 
 namespace ponsim
 {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "handlers/record.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

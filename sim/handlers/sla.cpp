@@ -60,12 +60,12 @@ Outcome sla_port_get(const Olt &olt, const Request &request)
     const auto record = request.read<bsp_plat_msg>();
     const PonPort *port = olt.port(record.plat_port);
     if (!port) return {PON_ERR_NO_PORT};
-    const Granted granted = granted_at(*port);
+    const Granted granted = granted_at(olt, *port);
     Answer answer(head_of(record));
     answer.put(block::onus, granted.onus);
     answer.put(block::fixed, granted.fixed);
     answer.put(block::assured, granted.assured);
-    answer.put(block::capacity, line_rate);
+    answer.put(block::capacity, granted.capacity);
     answer.put(block::free, granted.free());
     return answer.outcome();
 }
@@ -90,7 +90,7 @@ Outcome sla_down_web(const Olt &olt, const Request &request)
 
 Outcome sla_snmp(const Olt &olt, const Request &)
 {
-    return {BSP_OK, {}, sla_summary_table(olt.ports())};
+    return {BSP_OK, {}, sla_summary_table(olt)};
 }
 
 constexpr Handler handlers[] = {

@@ -16,7 +16,7 @@ const Keys &scenario_keys()
                               {"weight"}, {"down"}, {"description"}, {"load_up"}, {"load_down"}};
     static const Keys branch{{"name"}, {"from"}, {"length"}, {"split"}};
     static const Keys onu{{"name"}, {"count"}, {"kind"}, {"service"},  {"branch"}, {"drop"},
-                          {"id"},   {"mac"},   {"loid"}, {"password"}, {"silent"}};
+                          {"id"},   {"mac"},   {"loid"}, {"password"}, {"silent"}, {"in_use"}};
     static const Keys port{{"number"}, {"numbers"}, {"auth"}, {"branch", branch}, {"onu", onu}};
     static const Keys olt{{"name"}, {"count"}, {"ports"}, {"seed"}, {"port", port}};
     static const Keys event{{"at"}, {"do"}, {"every"}, {"times"}, {"olt"}};

@@ -12,6 +12,8 @@
 #include "model/base/random.h"
 #include "model/lifecycle/authentication.h"
 #include "model/lifecycle/registration.h"
+#include "model/olt/demand.h"
+#include "model/olt/mpcp.h"
 #include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
@@ -363,8 +365,11 @@ private:
         if (const auto [first, is_new] = macs.emplace(arrival.mac, key); !is_new)
             section.fail(section.has("mac") ? "mac" : "name",
                          text::mac_text(arrival.mac) + " is the address of " + first->second + " already");
-        if (section.has("kind")) topology->kinds[arrival.mac] = known(section, "kind", "kind", context.kinds).get();
         if (section.has("service")) onu.service = &known(section, "service", "service", context.services);
+        // Whoever has a service uses it.
+        Equipment equipment{.in_use = section.flag_or("in_use", onu.service)};
+        if (section.has("kind")) equipment.kind = known(section, "kind", "kind", context.kinds).get();
+        topology->equipment[arrival.mac] = equipment;
         if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");
         const uint32_t branch = section.has("branch") ? fibre.named(section, "branch") : 0;
         const uint32_t drawn = shortest_drop + arrival.distance % (longest_drop - shortest_drop + 1);
@@ -407,6 +412,8 @@ private:
                                            " is taken already");
             taken.set(*onu.id);
         }
+        const auto is_bound = [](const Onu &onu) { return onu.service && onu.service->bound; };
+        const uint32_t capacity = admissible({}, static_cast<uint32_t>(std::ranges::count_if(onus, is_bound)));
         uint32_t promised = 0; // kbit/s
         for (Onu &onu : onus) {
             if (!onu.service) continue;
@@ -415,8 +422,8 @@ private:
                 olt.provisioning.put<LoidPassword>({port, onu.arrival.loid}, {onu.arrival.password});
             if (!service.bound) continue;
             if (service.sla) promised += service.sla->fixed + service.sla->assured;
-            if (promised > line_rate)
-                onu.section.fail("service", "expected at most " + std::to_string(line_rate) +
+            if (promised > capacity)
+                onu.section.fail("service", "expected at most " + std::to_string(capacity) +
                                                 " kbit/s fixed and assured at port " + std::to_string(port) +
                                                 ", found " + std::to_string(promised));
             // An id is free, because there are at most as many ONUs as ids.

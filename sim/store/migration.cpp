@@ -20,6 +20,12 @@ constexpr Migration steps[] = {
         "INSERT INTO ledger SELECT pon_port, mac, max(now, arrives), max(now, arrives),"
         " zeroblob(192), zeroblob(192), zeroblob(192)"
         " FROM onu_setting, clock WHERE command = 717 AND told <> zeroblob(8)"},
+    // Each UNI port counts for itself, and frames that it cannot send are counted, too. What an ONU has counted stays
+    // with
+    // its first port.
+    {9, "UPDATE ledger SET frames = CAST(frames || zeroblob(80) AS BLOB),"
+        " at_period = CAST(at_period || zeroblob(80) AS BLOB),"
+        " at_last_period = CAST(at_last_period || zeroblob(80) AS BLOB)"},
 };
 
 } // namespace

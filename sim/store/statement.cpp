@@ -40,7 +40,9 @@ Statement &Statement::bind(std::string_view text)
 
 Statement &Statement::bind(std::span<const uint8_t> bytes)
 {
-    check(sqlite3_bind_blob(statement.get(), ++bound, bytes.data(), static_cast<int>(bytes.size()), SQLITE_STATIC));
+    // SQLite takes bytes at a null pointer for no value, even when there are none.
+    const void *begin = bytes.empty() ? "" : static_cast<const void *>(bytes.data());
+    check(sqlite3_bind_blob(statement.get(), ++bound, begin, static_cast<int>(bytes.size()), SQLITE_STATIC));
     return *this;
 }
 

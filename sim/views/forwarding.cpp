@@ -46,24 +46,24 @@ std::string sla_down_table(const PonPort &port)
     return table.text();
 }
 
-std::string sla_summary_table(std::span<const PonPort> ports)
+std::string sla_summary_table(const Olt &olt)
 {
     Table<view::slas_of_ports> table;
-    for (const PonPort &port : ports) {
+    for (const PonPort &port : olt.ports()) {
         uint32_t bound = 0;
         uint32_t down = 0;
         for (const std::optional<Binding> &binding : port.bindings) {
             bound += binding.has_value();
             down += binding && binding->sla_down;
         }
-        const Granted granted = granted_at(port);
+        const Granted granted = granted_at(olt, port);
         table.add({.pon_port = port.number,
                    .bound = bound,
                    .slas = granted.onus,
                    .down = down,
                    .fixed = granted.fixed,
                    .assured = granted.assured,
-                   .capacity = line_rate,
+                   .capacity = granted.capacity,
                    .free = granted.free()});
     }
     return table.text();

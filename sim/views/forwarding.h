@@ -19,7 +19,7 @@ inline constexpr uint32_t max_shown = 100;    // entries of a MAC table
 
 std::string sla_table(const PonPort &port);
 std::string sla_down_table(const PonPort &port);
-std::string sla_summary_table(std::span<const PonPort> ports);
+std::string sla_summary_table(const Olt &olt);
 
 struct P2pState {
     uint32_t pon_port;

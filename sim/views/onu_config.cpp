@@ -3,9 +3,9 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/lifecycle/authentication.h"
+#include "model/olt/uni_config.h"
 #include "model/onu/ipv4.h"
 #include "model/onu/onu_config.h"
-#include "model/onu/uni_config.h"
 #include "views/devices.h"
 #include "views/table.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "model/olt/fdb.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

@@ -4,7 +4,7 @@
 
 #include "generated/service_words.h"
 #include "handlers/remote.h"
-#include "model/onu/uni_config.h"
+#include "model/olt/uni_config.h"
 #include "model/plant/onu_multicast.h"
 #include "views/onu_multicast.h"
 

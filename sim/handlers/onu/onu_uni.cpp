@@ -5,8 +5,8 @@
 
 #include "generated/service_words.h"
 #include "handlers/remote.h"
+#include "model/olt/uni_config.h"
 #include "model/onu/classification.h"
-#include "model/onu/uni_config.h"
 #include "model/port/loops.h"
 
 namespace ponsim

@@ -2,6 +2,9 @@
 // traffic last changed.
 #pragma once
 
+#include <vector>
+
+#include "model/base/limits.h"
 #include "model/base/time.h"
 #include "model/kept/family.h"
 #include "model/kept/onu.h"
@@ -12,13 +15,16 @@ namespace ponsim
 
 inline constexpr ModelTime monitoring_period = 900 * ms_per_second;
 
-// OnuFrames say what becomes of the frames of an ONU, as rates or as numbers of frames.
-struct OnuFrames {
-    PerFlow up = {};      // sent to its PON port
-    PerFlow dropped = {}; // received from its users, but beyond its grants
-    PerFlow down = {};    // received from its PON port
+// UniFrames say what becomes of the frames of a UNI port, as rates or as numbers of frames.
+struct UniFrames {
+    PerFlow up = {};          // received from its users, and sent to the PON port
+    PerFlow dropped = {};     // received from its users, but beyond the port's limit or the ONU's grants
+    PerFlow down = {};        // received from the PON port, and sent to its users
+    PerFlow discarded = {};   // received from the PON port, but more than the port can send or its limit allows
+    uint64_t fragments = 0;   // left of frames of the users that collided
+    uint64_t crc_errored = 0; // frames of the users that were broken off
 
-    bool operator==(const OnuFrames &) const = default;
+    bool operator==(const UniFrames &) const = default;
 };
 
 // A Ledger counts in ten-thousandths of frames. The periods of monitoring begin with it, so that the counts of two
@@ -27,9 +33,9 @@ struct OnuFrames {
 struct Ledger {
     ModelTime since = 0; // the ONU monitors from then on; it can be later than now
     ModelTime until = 0;
-    OnuFrames frames = {};
-    OnuFrames at_period = {};
-    OnuFrames at_last_period = {};
+    std::vector<UniFrames> frames = {}; // by UNI port; a port that is missing has counted nothing
+    std::vector<UniFrames> at_period = {};
+    std::vector<UniFrames> at_last_period = {};
 
     bool operator==(const Ledger &) const = default;
 };
@@ -44,6 +50,15 @@ struct Family<Ledger> {
         BytesColumn{"frames", &Ledger::frames, "a count of an ONU's frames"},
         BytesColumn{"at_period", &Ledger::at_period, "a count of an ONU's frames"},
         BytesColumn{"at_last_period", &Ledger::at_last_period, "a count of an ONU's frames"}};
+
+    struct Check {
+        const char *operator()(uint32_t, const Key &, const Ledger &ledger) const
+        {
+            const bool fits = ledger.frames.size() <= max_unis && ledger.at_period.size() <= max_unis &&
+                              ledger.at_last_period.size() <= max_unis;
+            return fits ? nullptr : "a count of an ONU's frames in it is damaged";
+        }
+    };
 };
 
 } // namespace ponsim

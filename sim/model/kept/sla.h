@@ -6,7 +6,8 @@
 namespace ponsim
 {
 
-inline constexpr uint32_t line_rate = 1000000; // kbit/s, of a PON port in each direction
+inline constexpr uint32_t line_rate = 1000000;   // kbit/s, of a PON port in each direction
+inline constexpr uint32_t uplink_rate = 1000000; // kbit/s, of a GE port in each direction
 inline constexpr uint32_t max_priority = 7;
 inline constexpr uint32_t max_weight = 100;
 

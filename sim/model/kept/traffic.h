@@ -2,6 +2,7 @@
 // only exists to be kept.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -27,6 +28,8 @@ inline constexpr std::array<Flow, 8> flows{{{64, Cast::unicast},
                                             {1518, Cast::unicast},
                                             {192, Cast::multicast},
                                             {64, Cast::broadcast}}};
+inline constexpr size_t longest_flow = 5;
+static_assert(std::ranges::max_element(flows, {}, &Flow::length) == &flows[longest_flow]);
 using PerFlow = std::array<uint64_t, flows.size()>;
 
 // Rates are in tenths of frames a second, which is fine enough for slow loads. Counts that follow from them are in

@@ -9,7 +9,7 @@
 
 #include "model/change/plan.h"
 #include "model/olt/olt.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

@@ -12,7 +12,7 @@
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/upgrade.h"
 #include "model/olt/mpcp.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

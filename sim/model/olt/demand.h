@@ -14,9 +14,11 @@ namespace ponsim
 // Returns no demand while no ONU that is online is bound to the id.
 std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t onu_id);
 
-// Returns the room of a PON port with so many ONUs online: the line rate, less what grants and forward error correction
-// take of it.
+// Returns the room of a PON port with so many ONUs online: the line rate, less what grants, the messages of multi-point
+// control and forward error correction take of it.
 Traffic::Capacity capacity_of(const Mpcp &mpcp, uint32_t online);
+// Returns how much of the upstream room can be promised to so many ONUs, in kbit/s of the longest frames.
+uint32_t admissible(const Mpcp &mpcp, uint32_t onus);
 
 enum class Direction { up, down };
 // Makes an ONU that has arrived at the port want to send, or be sent, so much. Without a number it has the load that it

@@ -8,6 +8,7 @@
 #include "model/base/block.h"
 #include "model/olt/llid.h"
 #include "model/olt/olt.h"
+#include "model/olt/uni_config.h"
 
 namespace ponsim
 {
@@ -38,6 +39,18 @@ void keep_first(std::vector<FdbEntry> &entries, uint32_t limit)
     std::ranges::nth_element(oldest, oldest.begin() + limit, {}, age);
     const auto first_left_out = age(oldest[limit]);
     std::erase_if(entries, [&](const FdbEntry &entry) { return age(entry) >= first_left_out; });
+}
+
+constexpr uint32_t every_uplink = (2u << ge_uplinks) - 2; // bits 1 to ge_uplinks
+
+// Returns which UNI ports of an ONU that is online have a link: bit N is that of port N.
+uint32_t linked(const Olt &olt, const PonPort &port, uint32_t onu_id)
+{
+    const std::vector<std::optional<LinkMode>> links = uni_links(olt, find_onu(olt, port.number, onu_id).onu);
+    uint32_t bits = 0;
+    for (size_t index = 0; index < links.size(); ++index)
+        bits |= uint32_t{links[index].has_value()} << (index + 1);
+    return bits;
 }
 
 } // namespace
@@ -104,6 +117,10 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
         look(olt, *olt.port(pon_port));
     for (const auto &[key, password] : change.of<LoidPassword>())
         look(olt, *olt.port(key.pon_port));
+    for (const auto &[key, setting] : change.of<OnuSetting>())
+        if (is_uni_config(key)) look_at(key.pon_port, key.mac);
+    for (const auto &[key, loop] : change.of<LoopRecord>())
+        look_at(key.pon_port, key.mac);
     for (const auto &[key, block] : change.of<Block>()) {
         for (const PonPort &port : olt.ports())
             if (is_oui(key)) look(olt, port);
@@ -111,7 +128,7 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
         if (key.command == BSP_CMD_LLID_BEHAVIOR_SET) look(olt, *olt.port(key.pon_port));
         if (key.command == BSP_CMD_FDB_CFG_SET) configure(olt);
     }
-    listen(network, config.learning, olt.now());
+    listen(network, config.learning ? every_uplink : 0, olt.now());
 }
 
 std::vector<FdbEntry> Fdb::entries(const FdbFilter &filter, ModelTime now) const
@@ -150,7 +167,8 @@ std::optional<Fdb::Learned> Fdb::learned(const Group &group, size_t index, Model
     const Station &station = group.stations[index];
     const ModelTime next = station.next_frame(group.settled);
     // An entry that is heard again does not age out after that, because no station is silent for so long.
-    if (group.listening && next <= now) entry = {aged_out(entry, next) ? next : entry->since, *station.last_frame(now)};
+    if ((group.heard >> station.port & 1) && next <= now)
+        entry = {aged_out(entry, next) ? next : entry->since, *station.last_frame(now)};
     return aged_out(entry, now) ? std::nullopt : entry;
 }
 
@@ -161,11 +179,11 @@ void Fdb::settle(Group &group, ModelTime now) const
     group.settled = now;
 }
 
-void Fdb::listen(Group &group, bool listening, ModelTime now) const
+void Fdb::listen(Group &group, uint32_t heard, ModelTime now) const
 {
-    if (group.listening == listening) return;
+    if (group.heard == heard) return;
     settle(group, now);
-    group.listening = listening;
+    group.heard = heard;
 }
 
 void Fdb::look(const Olt &olt, const PonPort &port, size_t arrival)
@@ -173,18 +191,19 @@ void Fdb::look(const Olt &olt, const PonPort &port, size_t arrival)
     Group &group = onus[port.number - 1][arrival];
     const Mac &mac = port.arrivals[arrival].mac;
     const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac);
-    bool listening = false;
+    uint32_t heard = 0;
     if (onu_id) {
         const LlidBehavior behavior = llid_behavior(olt, port.number, to_llid(*onu_id));
         group.onu_id = *onu_id;
         group.limit = behavior.mac_limit;
-        listening = config.learning && behavior.frames == Frames::learned && port.online(*port.bindings[*onu_id]);
+        if (config.learning && behavior.frames == Frames::learned && port.online(*port.bindings[*onu_id]))
+            heard = linked(olt, port, *onu_id);
     }
-    if (listening && group.stations.empty()) {
+    if (heard != 0 && group.stations.empty()) {
         group.stations = stations_behind(olt.seed(), mac, olt.device_of(mac));
         group.learned.resize(group.stations.size());
     }
-    listen(group, listening, olt.now());
+    listen(group, heard, olt.now());
 }
 
 void Fdb::look(const Olt &olt, const PonPort &port)

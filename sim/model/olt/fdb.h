@@ -75,14 +75,14 @@ private:
         std::vector<Station> stations = {};
         std::vector<std::optional<Learned>> learned = {}; // entry of each station, as it was at `settled`
         ModelTime settled = 0;
-        bool listening = false; // since `settled`
+        uint32_t heard = 0; // bit N: since `settled` the OLT listens to the stations behind UNI port N, or uplink N
         uint32_t onu_id = 0;
         uint32_t limit = 0; // how many entries; 0: no limit
     };
 
     std::optional<Learned> learned(const Group &group, size_t index, ModelTime now) const;
     void settle(Group &group, ModelTime now) const;
-    void listen(Group &group, bool listening, ModelTime now) const;
+    void listen(Group &group, uint32_t heard, ModelTime now) const;
     void look(const Olt &olt, const PonPort &port, size_t arrival);
     void look(const Olt &olt, const PonPort &port);
     void configure(const Olt &olt);

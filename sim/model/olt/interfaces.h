@@ -15,8 +15,6 @@ class Olt;
 inline constexpr uint32_t xaui_ports = 2;       // between PON chip and switch: 1 leads to GE 1 and 2, 2 to GE 3 and 4
 inline constexpr uint32_t management_ports = 1; // out of band
 
-inline constexpr uint32_t uplink_rate = 1000000; // kbit/s, of a GE port in each direction
-
 // Returns the GE port through which a PON port's traffic goes.
 inline uint32_t uplink_of(uint32_t pon_port)
 {

@@ -5,7 +5,7 @@
 
 #include "model/base/time.h"
 #include "model/olt/olt.h"
-#include "model/olt/traffic.h"
+#include "model/traffic/traffic.h"
 
 namespace ponsim
 {

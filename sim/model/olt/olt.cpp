@@ -6,6 +6,7 @@
 #include "model/olt/demand.h"
 #include "model/olt/interfaces.h"
 #include "model/olt/llid.h"
+#include "model/olt/uni_config.h"
 
 namespace ponsim
 {
@@ -119,10 +120,10 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.
 
 Device Olt::device_of(const Mac &mac) const
 {
-    const DeviceType *kind = nullptr;
     if (topology)
-        if (const auto found = topology->kinds.find(mac); found != topology->kinds.end()) kind = found->second;
-    return ponsim::device_of(own_seed, mac, kind);
+        if (const auto found = topology->equipment.find(mac); found != topology->equipment.end())
+            return ponsim::device_of(own_seed, mac, found->second);
+    return ponsim::device_of(own_seed, mac);
 }
 
 const PonPort *Olt::port(uint32_t number) const
@@ -216,6 +217,11 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
         }
     for (const auto &[key, record] : change.of<LoopRecord>())
         if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) ids[key.pon_port].set(*onu_id);
+    for (const auto &[key, setting] : change.of<OnuSetting>()) {
+        const bool arrived = !setting || setting->sent == setting->before;
+        const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac);
+        if (onu_id && arrived && is_uni_config(key)) ids[key.pon_port].set(*onu_id);
+    }
     const std::map<uint32_t, OnuIds> of_themselves = ids;
     for (const auto &[pon_port, onu_ids] : of_themselves)
         for (const PonPort &port : pon_ports)
@@ -345,6 +351,11 @@ void Olt::apply(const Change &change)
         else
             profiles.erase(key.id);
     }
+    for (const auto &[key, setting] : change.of<OnuSetting>()) {
+        if (!is_uni_config(key)) continue;
+        if (const OnuSetting *before = this->setting(key)) on_their_way.erase({before->arrives, key});
+        if (setting && setting->sent != setting->before) on_their_way.insert({setting->arrives, key});
+    }
     change.each([this]<class Record>(const Entry<Record> &entry) { std::get<Shelf<Record>>(shelves).take(entry); });
     lights.follow(*this, change);
     follow_demand(traffic_of);
@@ -353,9 +364,14 @@ void Olt::apply(const Change &change)
     forwarding.follow(*this, change, moved);
 }
 
+const LoopRecord *Olt::loop(const UniKey &key) const
+{
+    return std::get<Shelf<LoopRecord>>(shelves).find(key);
+}
+
 bool Olt::shut(const UniKey &key) const
 {
-    const LoopRecord *record = std::get<Shelf<LoopRecord>>(shelves).find(key);
+    const LoopRecord *record = loop(key);
     return record && record->shut;
 }
 

@@ -17,10 +17,10 @@
 #include "model/kept/shelf.h"
 #include "model/olt/fdb.h"
 #include "model/olt/light_watch.h"
-#include "model/olt/traffic.h"
 #include "model/plant/device.h"
 #include "model/plant/module.h"
 #include "model/plant/population.h"
+#include "model/traffic/traffic.h"
 
 namespace ponsim
 {
@@ -162,8 +162,12 @@ public:
     const OnuSetting *setting(const SettingKey &key) const;
     // Returns the profiles by id.
     const std::map<uint32_t, Profile> &profiles(ProfileKind kind) const;
+    // Returns the loop at a UNI port. Returns null when the port has none, is not shut, and never was.
+    const LoopRecord *loop(const UniKey &key) const;
     // Returns whether loop detection has shut the UNI port.
     bool shut(const UniKey &key) const;
+    // Returns the settings of UNI ports that are on their way to ONUs, in the order in which they arrive.
+    const std::set<std::pair<ModelTime, SettingKey>> &arriving() const { return on_their_way; }
 
     std::optional<OnuKey> find(const Mac &mac) const;
     // Returns the id to which the ONU is bound at this port.
@@ -221,6 +225,7 @@ private:
     std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
     std::map<Mac, OnuKey> bound_at;
     std::set<Due> due;
+    std::set<std::pair<ModelTime, SettingKey>> on_their_way;
     Kept::OfEach<Shelf> shelves;
     ModelTime time = 0;
     Fdb forwarding;

@@ -3,6 +3,8 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/olt/bound.h"
+#include "model/olt/demand.h"
+#include "model/olt/mpcp.h"
 
 namespace ponsim
 {
@@ -16,12 +18,6 @@ bool is_good(const Sla &sla)
     return sla.priority <= max_priority && sla.weight >= 1 && sla.weight <= max_weight;
 }
 
-// Returns how much of the capacity the SLA takes.
-uint32_t taken_by(const std::optional<Sla> &sla)
-{
-    return sla ? sla->fixed + sla->assured : 0;
-}
-
 } // namespace
 
 Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla)
@@ -30,7 +26,10 @@ Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::opti
     if (sla && !is_good(*sla)) return {PON_ERR_BAD_SLA};
     const PonPort &port = *olt.port(pon_port);
     Binding binding = *port.bindings[onu_id];
-    if (taken_by(sla) > granted_at(port).free() + taken_by(binding.sla)) return {PON_ERR_SLA_CAPACITY};
+    Granted granted = granted_at(olt, port);
+    granted.fixed -= binding.sla ? binding.sla->fixed : 0;
+    granted.assured -= binding.sla ? binding.sla->assured : 0;
+    if (sla && sla->fixed + sla->assured > granted.free()) return {PON_ERR_SLA_CAPACITY};
     binding.sla = sla;
     return {BSP_OK, change_of<Binding>({pon_port, onu_id}, binding)};
 }
@@ -44,9 +43,9 @@ Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optio
     return {BSP_OK, change_of<Binding>({pon_port, onu_id}, binding)};
 }
 
-Granted granted_at(const PonPort &port)
+Granted granted_at(const Olt &olt, const PonPort &port)
 {
-    Granted granted;
+    Granted granted{.capacity = admissible(mpcp_of(olt, port.number), ids_of(port.bindings).count())};
     for (const std::optional<Binding> &binding : port.bindings) {
         if (!binding || !binding->sla) continue;
         ++granted.onus;

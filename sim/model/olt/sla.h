@@ -1,6 +1,7 @@
 // An SLA is the bandwidth that an ONU has by contract. It is part of the binding, and moves with it.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -14,14 +15,16 @@ namespace ponsim
 Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla);
 Plan set_sla_down(const Olt &olt, uint32_t pon_port, uint32_t onu_id, std::optional<uint32_t> maximum);
 
-// Granted says how much of a port's capacity, which is the line rate, its ONUs have been given.
+// Granted says how much of a port's upstream capacity its ONUs have been promised, in kbit/s. What the grants of all
+// bound ONUs take of the line cannot be promised.
 struct Granted {
     uint32_t onus = 0; // with a stored SLA
     uint32_t fixed = 0;
     uint32_t assured = 0;
+    uint32_t capacity = 0;
 
-    uint32_t free() const { return line_rate - fixed - assured; }
+    uint32_t free() const { return capacity - std::min(capacity, fixed + assured); }
 };
-Granted granted_at(const PonPort &port);
+Granted granted_at(const Olt &olt, const PonPort &port);
 
 } // namespace ponsim

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

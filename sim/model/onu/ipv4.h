@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

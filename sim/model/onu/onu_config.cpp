@@ -3,7 +3,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/base/block.h"
-#include "model/onu/uni_config.h"
+#include "model/olt/uni_config.h"
 
 namespace ponsim
 {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

@@ -7,7 +7,7 @@
 #include "generated/service_words.h"
 #include "model/base/random.h"
 #include "model/olt/light.h"
-#include "model/onu/uni_config.h"
+#include "model/olt/uni_config.h"
 #include "model/plant/fibre.h"
 #include "text/number.h"
 #include "text/words.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 #include "model/plant/module.h"
 
 namespace ponsim

@@ -157,15 +157,19 @@ std::span<const DeviceType> device_types()
     return types;
 }
 
-Device device_of(uint64_t seed, const Mac &mac, const DeviceType *kind)
+Device device_of(uint64_t seed, const Mac &mac, const Equipment &equipment)
 {
     Random random = random_for(seed, Purpose::device, mac);
     Device device{.type = &pick(random, types), .hardware = {}, .software = {}, .unis = {}};
-    if (kind) device.type = kind;
+    if (equipment.kind) device.type = equipment.kind;
+    device.in_use = equipment.in_use;
     device.hardware = pick(random, hardware_versions);
     device.software = pick(random, software_versions);
     for (uint32_t index = 0; index < device.type->ge_ports + device.type->fe_ports; ++index)
         device.unis.push_back(next_uni(random, index < device.type->ge_ports ? ge_rate : fe_rate));
+    if (device.in_use)
+        for (Uni &uni : device.unis)
+            uni.partner = LinkMode{uni.line_rate, true};
     return device;
 }
 
@@ -175,6 +179,13 @@ std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Devi
     std::vector<UniConfig> configs;
     while (configs.size() < device.unis.size())
         configs.push_back(next_config(random, *device.type));
+    if (device.in_use)
+        for (UniConfig &config : configs) {
+            config.enabled = true;
+            config.autoneg = true;
+            config.ingress.reset();
+            config.egress.reset();
+        }
     return configs;
 }
 

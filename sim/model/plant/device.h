@@ -9,12 +9,12 @@
 #include <string_view>
 #include <vector>
 
+#include "model/base/limits.h"
 #include "model/base/mac.h"
 
 namespace ponsim
 {
 
-inline constexpr uint32_t max_unis = 4;            // of an ONU, numbered from 1
 inline constexpr uint32_t max_vlans = 8;           // of a UNI port
 inline constexpr uint32_t max_rate_limit = 999999; // kbit/s; below the fastest port's rate
 
@@ -66,6 +66,7 @@ struct Device {
     std::string_view hardware; // version, at most 8 characters
     std::string_view software; // version, at most 16
     std::vector<Uni> unis;     // port 1 first
+    bool in_use = false;       // each UNI port is enabled and unlimited, and a device of its full speed is plugged in
 
     bool operator==(const Device &) const = default;
 };
@@ -100,8 +101,14 @@ struct UniConfig {
     bool operator==(const UniConfig &) const = default;
 };
 
-// Returns a device of the given kind. Without one the kind follows from seed and address, as everything else does.
-Device device_of(uint64_t seed, const Mac &mac, const DeviceType *kind = nullptr);
+// Equipment is what a scenario says of an ONU.
+struct Equipment {
+    const DeviceType *kind = nullptr; // null: follows from seed and address
+    bool in_use = false;              // see Device
+};
+
+// Returns the ONU's device. What the equipment leaves open follows from seed and address.
+Device device_of(uint64_t seed, const Mac &mac, const Equipment &equipment = {});
 
 // Returns the configuration that each of the ONU's UNI ports has until it is configured otherwise.
 std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Device &device);

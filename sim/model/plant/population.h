@@ -11,11 +11,11 @@
 
 #include "model/base/limits.h"
 #include "model/base/mac.h"
+#include "model/plant/device.h"
 
 namespace ponsim
 {
 
-struct DeviceType;
 struct Topology;
 
 struct Settings {
@@ -76,9 +76,8 @@ struct PortPopulation {
 // A Topology is what a scenario says of an OLT.
 struct Topology {
     std::vector<PortPopulation> ports;
-    // These are the kinds of ONUs whose kind does not follow from seed and address. The kinds live as long as the
-    // topology does.
-    std::map<Mac, const DeviceType *> kinds;
+    // ONUs that are not named here follow from seed and address. The kinds live as long as the topology does.
+    std::map<Mac, Equipment> equipment;
 };
 
 // Returns the ONUs at port `pon_port` that follow from the settings' numbers. Each is at the end of a fibre of its own

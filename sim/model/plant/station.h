@@ -29,7 +29,7 @@ struct Station {
     ModelTime next_frame(ModelTime time) const;
 };
 
-// Returns the stations behind those UNI ports of an ONU that are up. They follow from the OLT's seed, the ONU's MAC
+// Returns the stations behind the UNI ports of an ONU. They follow from the OLT's seed, the ONU's MAC
 // address and its device. No two stations of an OLT have the same address as long as no two ONUs have the same bytes 2,
 // 4, 5 and 6 of their addresses.
 std::vector<Station> stations_behind(uint64_t seed, const Mac &onu, const Device &device);

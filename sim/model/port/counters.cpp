@@ -1,42 +1,15 @@
 #include "model/port/counters.h"
 
 #include <algorithm>
-#include <functional>
 
-#include "model/base/random.h"
-#include "model/olt/bandwidth.h"
+#include "model/traffic/bandwidth.h"
 
 namespace ponsim
 {
 namespace
 {
 
-constexpr uint64_t million = 1000000;
 constexpr uint64_t bits = 8; // of an octet
-
-PerFlow share_of(const PerFlow &frames, uint32_t share)
-{
-    PerFlow part{};
-    std::ranges::transform(frames, part.begin(), [share](uint64_t number) { return number * share / million; });
-    return part;
-}
-
-// Takes a share out of the frames and returns what it took. When there are more frames, neither the share nor the rest
-// ever becomes smaller.
-PerFlow take(PerFlow &frames, uint32_t share)
-{
-    const PerFlow taken = share_of(frames, share);
-    std::ranges::transform(frames, taken, frames.begin(), std::minus());
-    return taken;
-}
-
-// Adds a share of the frames to them and returns what it added.
-PerFlow add(PerFlow &frames, uint32_t share)
-{
-    const PerFlow added = share_of(frames, share);
-    std::ranges::transform(frames, added, frames.begin(), std::plus());
-    return added;
-}
 
 PerFlow whole(const PerFlow &fractions)
 {
@@ -91,53 +64,10 @@ void count_out(const PerFlow &frames, Counters &counters)
     count_sizes(frames, counters);
 }
 
-// The port is offered the frames. What the port passes on remains in them.
-void receive(PerFlow &frames, const DropShares &shares, Counters &counters)
-{
-    counters.in_fcs_errors += number_of(take(frames, shares.fcs_errors));
-    counters.in_code_errors += number_of(take(frames, shares.code_errors));
-    count_in(frames, counters);
-    police(take(frames, shares.policed), counters);
-}
-
 void discard(const PerFlow &frames, Counters &counters)
 {
     counters.out_discards += number_of(frames);
     counters.out_discard_octets += octets_of(frames);
-}
-
-// The port gets the frames to send.
-void send(PerFlow frames, const DropShares &shares, Counters &counters)
-{
-    discard(take(frames, shares.discarded), counters);
-    count_out(frames, counters);
-}
-
-// The port has passed the frames on. It was offered more of them.
-void count_received(PerFlow frames, const DropShares &shares, Counters &counters)
-{
-    police(add(frames, shares.policed), counters);
-    count_in(frames, counters);
-    counters.in_fcs_errors += number_of(share_of(frames, shares.fcs_errors));
-    counters.in_code_errors += number_of(share_of(frames, shares.code_errors));
-}
-
-// The port has sent the frames. It got more of them to send, which it returns.
-PerFlow count_sent(PerFlow frames, const DropShares &shares, Counters &counters)
-{
-    count_out(frames, counters);
-    discard(add(frames, shares.discarded), counters);
-    return frames;
-}
-
-DropShares pon_shares(const Olt &olt, const PonPort &port)
-{
-    return drop_shares(olt.seed(), Interface::pon, port.number);
-}
-
-DropShares uplink_shares(const Olt &olt, uint32_t uplink)
-{
-    return drop_shares(olt.seed(), Interface::ge, uplink);
 }
 
 } // namespace
@@ -148,47 +78,31 @@ size_t size_class(uint32_t length)
     return static_cast<size_t>(std::ranges::lower_bound(upper_ends, length) - upper_ends.begin());
 }
 
-DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number)
-{
-    Random random = random_for(seed, Purpose::traffic, interface_address(seed, interface, number));
-    // The list is evaluated in order.
-    return {1 + random.below(10), 1 + random.below(5), 50 + random.below(200), 10 + random.below(50)};
-}
-
 Counters pon_counters(const Olt &olt, const PonPort &port)
 {
     const Streams offered = port.traffic.offered(olt.now()).frames;
-    const DropShares shares = pon_shares(olt, port);
     Counters counters{};
-    for (const PerFlow &stream : {offered.up, offered.up_lost}) {
-        PerFlow up = whole(stream);
-        receive(up, shares, counters);
-    }
-    counters.in_fcs_errors += number_of(whole(offered.up_errored));
-    PerFlow not_let_in = whole(offered.up_policed);
-    receive(not_let_in, shares, counters);
-    police(not_let_in, counters);
-    count_sent(whole(offered.down), shares, counters);
+    for (const PerFlow &received : {offered.up, offered.up_lost, offered.up_policed})
+        count_in(whole(received), counters);
+    police(whole(offered.up_policed), counters);
+    // A bit error leaves a wrong code group or a wrong disparity in the 8B/10B code, so it is counted there, too.
+    counters.in_fcs_errors = number_of(whole(offered.up_errored));
+    counters.in_code_errors = counters.in_fcs_errors;
+    count_out(whole(offered.down), counters);
     discard(whole(offered.down_lost), counters);
     return counters;
 }
 
 Counters uplink_counters(const Olt &olt, uint32_t uplink)
 {
-    const DropShares shares = uplink_shares(olt, uplink);
     Counters counters{};
     for (const PonPort &port : olt.ports()) {
         if (uplink_of(port.number) != uplink) continue;
         const Streams offered = port.traffic.offered(olt.now()).frames;
-        Counters of_port{};
-        PerFlow up = whole(offered.up);
-        receive(up, pon_shares(olt, port), of_port);
-        send(up, shares, counters);
-        PerFlow lost = whole(offered.up_lost);
-        receive(lost, pon_shares(olt, port), of_port);
-        discard(lost, counters);
-        count_received(count_sent(whole(offered.down), pon_shares(olt, port), of_port), shares, counters);
-        count_received(whole(offered.down_lost), shares, counters);
+        count_out(whole(offered.up), counters);
+        discard(whole(offered.up_lost), counters);
+        for (const PerFlow &received : {offered.down, offered.down_lost})
+            count_in(whole(received), counters);
     }
     return counters;
 }

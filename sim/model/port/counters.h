@@ -1,6 +1,6 @@
 // The counters of ports follow from what was offered, and they add up. A PON port receives what its ONUs sent, less
 // frames with errors. A GE port sends what its PON ports received, less what they and it drop. In the other direction,
-// a PON port sends what its ONUs receive, and a GE port receives that and what the ports drop.
+// a GE port receives what its PON ports send and what they drop. No frame is lost without a cause.
 #pragma once
 
 #include "model/olt/interfaces.h"
@@ -8,15 +8,6 @@
 
 namespace ponsim
 {
-
-// DropShares say how many frames a port drops, of a million.
-struct DropShares {
-    uint32_t fcs_errors;  // received with a wrong frame check sequence
-    uint32_t code_errors; // received with a wrong code
-    uint32_t policed;     // received well, but beyond a rate limit
-    uint32_t discarded;   // not sent, because there was no room
-};
-DropShares drop_shares(uint64_t seed, Interface interface, uint32_t number);
 
 // Frames are counted by length: 64, 65-127, 128-255, 256-511, 512-1023, 1024-1518 octets.
 inline constexpr size_t size_classes = 6;

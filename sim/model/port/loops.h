@@ -6,7 +6,7 @@
 #include "model/change/plan.h"
 #include "model/lifecycle/process.h"
 #include "model/olt/olt.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

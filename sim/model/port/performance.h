@@ -1,13 +1,13 @@
-// Performance monitoring is what an ONU counts at its UNI ports, period by period. Its traffic is divided among the
-// ports that have a link, so that together they count what the ONU sends to the PON port and is sent from there. The
-// counts follow from the ONU's ledger and its present rates, so that nothing has to happen in between.
+// Performance monitoring is what an ONU counts at its UNI ports, period by period. Together the ports count what the
+// ONU sends to the PON port and is sent from there. The counts follow from the ONU's ledger and its present rates, so
+// that nothing has to happen in between.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <optional>
 
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 #include "model/port/counters.h"
 
 namespace ponsim

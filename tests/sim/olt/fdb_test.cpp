@@ -5,8 +5,10 @@
 
 #include "forwarding.h"
 #include "model/olt/llid.h"
+#include "model/olt/uni_config.h"
 #include "model/plant/device.h"
 #include "rows.h"
+#include "uni.h"
 #include "views/forwarding.h"
 
 namespace ponsim
@@ -95,7 +97,7 @@ size_t stations_at(const ServiceFixture &fixture, uint32_t pon_port)
     size_t count = 0;
     for (const Arrival &arrival : fixture.port(pon_port).arrivals)
         count +=
-            stations_behind(fixture.simulator.olt().seed(), arrival.mac, fixture.simulator.olt().device_of(arrival.mac))
+            stations_up(fixture.simulator.olt().seed(), arrival.mac, fixture.simulator.olt().device_of(arrival.mac))
                 .size();
     return count;
 }
@@ -119,19 +121,58 @@ TEST(Stations, NoTwoOfAnOltHaveTheSameAddress)
     EXPECT_GT(count, 2048u);
 }
 
-TEST(Stations, AreBehindUniPortsThatAreUp)
+TEST(Stations, AreBehindEveryUniPort)
 {
     for (uint8_t last = 0; last < 50; ++last) {
         const Device device = device_of(1, stranger(last));
-        const std::vector<UniConfig> configs = default_configs(1, stranger(last), device);
-        std::set<uint32_t> up;
-        for (uint32_t index = 0; index < device.unis.size(); ++index)
-            if (link_of(device.unis[index], configs[index])) up.insert(index + 1);
         std::set<uint32_t> with_stations;
-        for (const Station &station : stations_behind(1, stranger(last), device_of(1, stranger(last))))
+        for (const Station &station : stations_behind(1, stranger(last), device))
             with_stations.insert(station.port);
-        EXPECT_EQ(with_stations, up);
+        EXPECT_EQ(with_stations.size(), device.unis.size());
+        EXPECT_EQ(*with_stations.rbegin(), device.unis.size());
     }
+}
+
+// Returns the UNI ports of an ONU at port 1 that have entries.
+std::set<uint32_t> learned_unis(const ServiceFixture &fixture, uint32_t onu_id)
+{
+    std::set<uint32_t> unis;
+    const Olt &olt = fixture.simulator.olt();
+    for (const FdbEntry &entry : olt.fdb().entries({.network = false, .port = 1, .llid = to_llid(onu_id)}, olt.now()))
+        unis.insert(entry.uni);
+    return unis;
+}
+
+TEST(Fdb, HasOnlyStationsBehindUniPortsThatAreUp)
+{
+    Learned fixture;
+    const Olt &olt = fixture.simulator.olt();
+    for (const RemoteOnu &onu : onus_of(olt, fixture.port(1))) {
+        std::set<uint32_t> up;
+        const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu);
+        for (uint32_t index = 0; index < links.size(); ++index)
+            if (links[index]) up.insert(index + 1);
+        EXPECT_EQ(learned_unis(fixture, onu.onu_id), up);
+    }
+}
+
+TEST(Fdb, ForgetsStationsBehindAUniPortThatIsDisabled)
+{
+    UniFixture fixture;
+    fixture.pass(longest_silence);
+    const std::set<uint32_t> before = learned_unis(fixture, 5);
+    ASSERT_GE(before.size(), 2u);
+    const uint32_t uni = *before.begin();
+    ASSERT_EQ(fixture.send_setting(BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, uni, word_block(0)), BSP_OK);
+    fixture.pass(290 * ms_per_second);
+    EXPECT_EQ(learned_unis(fixture, 5), before) << "they have not aged out";
+    fixture.pass(20 * ms_per_second);
+    std::set<uint32_t> others = before;
+    others.erase(uni);
+    EXPECT_EQ(learned_unis(fixture, 5), others);
+    ASSERT_EQ(fixture.send_setting(BSP_MSG_ONU_INFO, BSP_CMD_ONU_ADMIN_STATE_SET, uni, word_block(1)), BSP_OK);
+    fixture.pass(oam_delay + longest_silence);
+    EXPECT_EQ(learned_unis(fixture, 5), before);
 }
 
 TEST(Stations, SendEvery2To8Seconds)

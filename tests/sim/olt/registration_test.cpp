@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "model/olt/mpcp.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 #include "support.h"
 
 namespace ponsim

@@ -3,9 +3,9 @@
 
 #include <set>
 
+#include "forwarding.h"
 #include "model/lifecycle/registration.h"
 #include "model/onu/ipv4.h"
-#include "model/plant/station.h"
 #include "uni.h"
 
 namespace ponsim
@@ -525,7 +525,7 @@ TEST(Arp, HasTheStationsBehindOnusThatAreOnline)
     UniFixture fixture;
     EXPECT_EQ(arp(fixture, 1).Size(), 0u) << "nothing has been heard";
     fixture.pass(longest_silence);
-    const std::vector<Station> stations = stations_behind(1, fixture.mac, device_of(1, fixture.mac));
+    const std::vector<Station> stations = stations_up(1, fixture.mac, device_of(1, fixture.mac));
     const rapidjson::Document rows = arp(fixture, 1);
     ASSERT_EQ(rows.Size(), stations.size());
     ASSERT_FALSE(stations.empty());

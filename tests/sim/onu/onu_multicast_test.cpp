@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "model/lifecycle/registration.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 #include "rows.h"
 #include "support.h"
 #include "views/onu_multicast.h"

@@ -1,5 +1,7 @@
 // These tests check performance monitoring of UNI ports, and the CATV port that is switched together with it.
 #include "model/port/performance.h"
+
+#include "model/olt/uni_config.h"
 #include "plat.h"
 
 namespace ponsim
@@ -139,10 +141,15 @@ TEST(OnuPerformance, UniPortsTogetherCountTheTrafficOfTheirOnu)
     const Rates rates = rates_of(fixture.olt().seed(), fixture.onu().binding->mac);
     for (uint64_t seconds : {1, 60, 899}) {
         fixture.pass(seconds * second - (fixture.olt().now() - second));
-        EXPECT_EQ(fixture.sum(at::up_frames), sum_of(rates.up) * seconds);
-        EXPECT_EQ(fixture.sum(at::down_frames) + fixture.sum(at::down_discarded), sum_of(rates.down) * seconds);
+        // Each port rounds down the number of each kind of frame.
+        const uint64_t rounded = fixture.unis() * flows.size();
+        const uint64_t up = sum_of(rates.up) * seconds, down = sum_of(rates.down) * seconds;
+        EXPECT_LE(fixture.sum(at::up_frames), up);
+        EXPECT_LE(fixture.sum(at::down_frames), down);
+        EXPECT_GE(fixture.sum(at::up_frames) + rounded, up);
+        EXPECT_GE(fixture.sum(at::down_frames) + rounded, down);
     }
-    EXPECT_GT(fixture.sum(at::down_discarded), 0u);
+    EXPECT_EQ(fixture.sum(at::down_discarded), 0u) << "there is room for so little traffic";
 }
 
 TEST(OnuPerformance, UniPortsOfALoneOnuCountWhatItsPonPortReceives)
@@ -155,11 +162,13 @@ TEST(OnuPerformance, UniPortsOfALoneOnuCountWhatItsPonPortReceives)
     fixture.turn_on();
     const auto received = [&] {
         const Counters counters = pon_counters(fixture.olt(), fixture.port(fixture.pon_port));
-        return counters.in_frames() + counters.in_fcs_errors + counters.in_code_errors;
+        return counters.in_frames() + counters.in_fcs_errors;
     };
     const uint64_t before = received();
     fixture.pass(600 * second);
-    EXPECT_EQ(fixture.sum(at::up_frames), received() - before);
+    const uint64_t sent = fixture.sum(at::up_frames);
+    EXPECT_LE(sent, received() - before);
+    EXPECT_GE(sent + fixture.unis() * flows.size(), received() - before);
 }
 
 TEST(OnuPerformance, FramesAreThoseOfAllLengths)
@@ -183,9 +192,13 @@ TEST(OnuPerformance, FramesAreThoseOfAllLengths)
 TEST(OnuPerformance, ErroredFramesAreThoseOfAllKinds)
 {
     Monitored fixture;
+    fixture.choose([&](const RemoteOnu &onu, const auto &) {
+        const std::vector<std::optional<LinkMode>> links = uni_links(fixture.olt(), onu);
+        return std::ranges::find(links, LinkMode{10, false}) != links.end();
+    });
     fixture.turn_on();
     fixture.pass(899 * second);
-    EXPECT_GT(fixture.sum(at::up_crc_errored), 0u);
+    EXPECT_GT(fixture.sum(at::up_errored), 0u);
     EXPECT_EQ(fixture.sum(at::up_errored), fixture.sum(at::up_crc_errored) + fixture.sum(at::up_fragments));
 }
 

@@ -7,7 +7,7 @@
 
 #include "bsp_pon.h"
 #include "handlers/record.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {

@@ -410,7 +410,7 @@ const std::vector<Wrong> wrong{
      "6: loid: expected a text of 1 to 24 bytes without control characters"},
     {onu("silent = 1\n"), "6: silent: expected true or false, found 1"},
     {"[service.s]\nfixed = 600000\n" + onu("service = \"s\"\ncount = 2\n"),
-     "8: service: expected at most 1000000 kbit/s fixed and assured at port 1, found 1200000"},
+     "8: service: expected at most 927049 kbit/s fixed and assured at port 1, found 1200000"},
     {"[service.s]\nassured = 10\nmaximum = 5\n[[olt]]\n",
      "3: maximum: expected at least what is fixed and assured, 10, found 5"},
     {"[service.s]\nweight = 101\n[[olt]]\n", "2: weight: expected a number from 1 to 100, found 101"},

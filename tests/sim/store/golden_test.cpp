@@ -13,7 +13,7 @@
 
 #include "database.h"
 #include "forwarding.h"
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 #include "optics.h"
 #include "profiles.h"
 #include "scenario/scenario.h"

@@ -131,7 +131,7 @@ TEST(Migration, OnusOfVersion7ThatMonitorCountFromTheTimeOfTheFileOn)
     Database now(state.file);
     EXPECT_EQ(now.column("SELECT hex(mac) || ' ' || since || ' ' || until FROM ledger"),
               (std::vector<std::string>{"0245CE2E0101 3611080 3611080", "0245CE380100 3611000 3611000"}));
-    EXPECT_EQ(now.column("SELECT count(*) FROM ledger WHERE frames <> zeroblob(192)"), std::vector<std::string>{"0"});
+    EXPECT_EQ(now.column("SELECT count(*) FROM ledger WHERE frames <> zeroblob(272)"), std::vector<std::string>{"0"});
 }
 
 TEST(Migration, EachVersionSinceTheFirstHasOne)

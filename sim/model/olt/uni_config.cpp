@@ -1,4 +1,4 @@
-#include "model/onu/uni_config.h"
+#include "model/olt/uni_config.h"
 
 #include <algorithm>
 #include <bit>
@@ -158,10 +158,17 @@ std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &
     const std::vector<UniConfig> configs = uni_configs(olt, onu, Side::remote);
     std::vector<std::optional<LinkMode>> links;
     for (uint32_t index = 0; index < configs.size(); ++index) {
-        const bool shut = olt.shut({onu.port->number, onu.binding->mac, index + 1});
-        links.push_back(shut ? std::nullopt : link_of(onu.device.unis[index], configs[index]));
+        const LoopRecord *loop = olt.loop({onu.port->number, onu.binding->mac, index + 1});
+        Uni uni = onu.device.unis[index];
+        if (loop && loop->looped && !uni.partner) uni.partner = LinkMode{uni.line_rate, true};
+        links.push_back(loop && loop->shut ? std::nullopt : link_of(uni, configs[index]));
     }
     return links;
+}
+
+bool is_uni_config(const SettingKey &key)
+{
+    return key.uni != 0 && std::ranges::find(parts, key.command, &Part::command) != std::end(parts);
 }
 
 OnuBlock default_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, uint32_t command)

@@ -1,4 +1,4 @@
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"

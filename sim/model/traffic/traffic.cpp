@@ -1,12 +1,9 @@
-#include "model/olt/traffic.h"
+#include "model/traffic/traffic.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "model/base/random.h"
-#include "model/olt/bandwidth.h"
-#include "model/olt/interfaces.h"
-#include "model/olt/sla.h"
+#include "model/traffic/bandwidth.h"
 
 namespace ponsim
 {
@@ -21,23 +18,6 @@ void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
 {
     for (size_t flow = 0; flow < flows.size(); ++flow)
         sum[flow] += rates[flow] * time;
-}
-
-template <class Operation>
-PerFlow combine(PerFlow one, const PerFlow &other, Operation operation)
-{
-    std::ranges::transform(one, other, one.begin(), operation);
-    return one;
-}
-
-void add(PerFlow &sum, const PerFlow &rates)
-{
-    sum = combine(sum, rates, std::plus());
-}
-
-PerFlow without(const PerFlow &rates, const PerFlow &part)
-{
-    return combine(rates, part, std::minus());
 }
 
 // Returns how many frames of an ONU are broken on the fibre, from shares of a million. A remainder that is too small
@@ -117,7 +97,7 @@ Bandwidth Traffic::wanted_down() const
 {
     Bandwidth sum = 0;
     for (const auto &[onu_id, onu] : onus)
-        sum += octets_of(onu.demand.wanted.down);
+        sum += octets_of(onu.demand.wanted.down, Measure::line);
     return sum;
 }
 
@@ -129,14 +109,14 @@ void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
     Bandwidth total = 0;
     for (auto &[onu_id, onu] : onus) {
         const PerFlow &down = onu.demand.wanted.down;
-        const PerFlow sent = cut(down, portion(octets_of(down), room, wanted));
+        const PerFlow sent = cut(down, portion(octets_of(down, Measure::line), room, wanted), Measure::line);
         add(passing.down_lost, sent);
         onu.passed.down = cut(sent, onu.demand.most_down);
-        total += octets_of(onu.passed.down);
+        total += octets_of(onu.passed.down, Measure::line);
     }
     for (auto &[onu_id, onu] : onus) {
         PerFlow &down = onu.passed.down;
-        down = cut(down, portion(octets_of(down), capacity.down, total));
+        down = cut(down, portion(octets_of(down, Measure::line), capacity.down, total), Measure::line);
         add(passing.down, down);
     }
     passing.down_lost = without(passing.down_lost, passing.down);
@@ -150,11 +130,11 @@ void Traffic::pass_up()
     passing.up_policed = {};
     std::vector<Want> wants;
     for (const auto &[onu_id, onu] : onus)
-        wants.push_back({octets_of(onu.demand.wanted.up), onu.demand.sla});
+        wants.push_back(want_of(onu.demand.wanted.up, onu.demand.sla));
     const std::vector<Bandwidth> granted = grants(capacity.up, wants);
     auto grant = granted.begin();
     for (auto &[onu_id, onu] : onus) {
-        onu.passed.up = cut(onu.demand.wanted.up, *grant++);
+        onu.passed.up = cut(onu.demand.wanted.up, *grant++, Measure::line);
         onu.dropped = without(onu.demand.wanted.up, onu.passed.up);
         const PerFlow errored = broken(onu.passed.up, onu.demand.errored);
         const PerFlow received = without(onu.passed.up, errored);
@@ -175,36 +155,67 @@ void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
     for (Traffic *port : ports) {
         port->pass_down(room, wanted_down);
         port->pass_up();
-        up += octets_of(port->passing.up);
+        up += octets_of(port->passing.up, Measure::line);
     }
     for (Traffic *port : ports) {
         const PerFlow received = port->passing.up;
-        port->passing.up = cut(received, portion(octets_of(received), room, up));
+        port->passing.up = cut(received, portion(octets_of(received, Measure::line), room, up), Measure::line);
         port->passing.up_lost = without(received, port->passing.up);
     }
 }
 
-OnuFrames counted_at(const Ledger &ledger, const Traffic::Onu &rates, ModelTime time)
+std::vector<UniFrames> uni_rates(const Traffic::Onu &onu)
+{
+    const std::vector<UniDemand> &demands = onu.demand.unis;
+    std::vector<UniFrames> rates(demands.size());
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        apportion(
+            onu.passed.up[flow], demands.size(), [&](size_t uni) { return demands[uni].up[flow]; },
+            [&](size_t uni, uint64_t share) { rates[uni].up[flow] = share; });
+        apportion(
+            onu.passed.down[flow], demands.size(), [&](size_t uni) { return demands[uni].down[flow]; },
+            [&](size_t uni, uint64_t share) { rates[uni].down[flow] = share; });
+    }
+    for (size_t uni = 0; uni < demands.size(); ++uni) {
+        const UniDemand &demand = demands[uni];
+        rates[uni].dropped = without(demand.up, rates[uni].up);
+        add(rates[uni].dropped, demand.limited);
+        const PerFlow received = rates[uni].down;
+        rates[uni].down = cut(cut(received, demand.line_down, Measure::line), demand.most_down);
+        rates[uni].discarded = without(received, rates[uni].down);
+        rates[uni].fragments = demand.fragments;
+        rates[uni].crc_errored = demand.crc_errored;
+    }
+    return rates;
+}
+
+std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu, ModelTime time)
 {
     if (time <= ledger.since) return {};
     if (time < ledger.until)
         return time == period_start(ledger, ledger.until) ? ledger.at_period : ledger.at_last_period;
-    OnuFrames frames = ledger.frames;
-    accumulate(frames.up, rates.passed.up, time - ledger.until);
-    accumulate(frames.dropped, rates.dropped, time - ledger.until);
-    accumulate(frames.down, rates.passed.down, time - ledger.until);
+    const std::vector<UniFrames> rates = uni_rates(onu);
+    std::vector<UniFrames> frames = ledger.frames;
+    frames.resize(std::max(frames.size(), rates.size()));
+    const ModelTime passed = time - ledger.until;
+    for (size_t uni = 0; uni < rates.size(); ++uni) {
+        for (PerFlow UniFrames::*count : {&UniFrames::up, &UniFrames::dropped, &UniFrames::down, &UniFrames::discarded})
+            accumulate(frames[uni].*count, rates[uni].*count, passed);
+        frames[uni].fragments += rates[uni].fragments * passed;
+        frames[uni].crc_errored += rates[uni].crc_errored * passed;
+    }
     return frames;
 }
 
-Ledger settled(const Ledger &ledger, const Traffic::Onu &rates, ModelTime now)
+Ledger settled(const Ledger &ledger, const Traffic::Onu &onu, ModelTime now)
 {
     if (now <= ledger.until) return ledger;
     Ledger result = ledger;
     const ModelTime period = period_start(ledger, now);
     result.until = now;
-    result.frames = counted_at(ledger, rates, now);
-    result.at_period = counted_at(ledger, rates, period);
-    result.at_last_period = counted_at(ledger, rates, period - std::min(period, monitoring_period));
+    result.frames = counted_at(ledger, onu, now);
+    result.at_period = counted_at(ledger, onu, period);
+    result.at_last_period = counted_at(ledger, onu, period - std::min(period, monitoring_period));
     return result;
 }
 

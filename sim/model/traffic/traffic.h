@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "model/base/mac.h"
 #include "model/base/time.h"
@@ -26,16 +27,29 @@ struct Rates {
 // a GE port.
 Rates rates_of(uint64_t seed, const Mac &mac);
 
-// Bandwidth is octets a second of whole frames with their check sequence, without preamble and gap, times rate_unit.
+// Bandwidth is octets a second times rate_unit: those of whole frames with their check sequence or, on a line, those
+// with preamble and gap.
 using Bandwidth = uint64_t;
 constexpr Bandwidth kbits(uint64_t number)
 {
     return number * 125 * rate_unit;
 }
 
+// A UniDemand says what the users at a UNI port send and are to be sent, as far as the port lets it pass.
+struct UniDemand {
+    PerFlow up = {};
+    PerFlow limited = {}; // which the users send beyond the port's limit
+    PerFlow down = {};
+    Bandwidth line_down = 0;  // room of the line to the users
+    Bandwidth most_down = 0;  // the port's limit, in octets of frames
+    uint64_t fragments = 0;   // left of frames of the users that collide, a second, times rate_unit
+    uint64_t crc_errored = 0; // frames of the users that are broken off, a second, times rate_unit
+};
+
 // A Demand says what an online ONU wants to send and is to be sent, and what limits that.
 struct Demand {
-    Rates wanted;
+    Rates wanted; // the sum of all its UNI ports
+    std::vector<UniDemand> unis = {};
     Sla sla;
     Bandwidth most_down = 0;
     // By cast, this limits how much of what the ONU sends the OLT lets in. None means that all is let in.
@@ -88,6 +102,9 @@ private:
     Streams passing;
 };
 
+// Returns what becomes of the frames of each UNI port.
+std::vector<UniFrames> uni_rates(const Traffic::Onu &onu);
+
 // Returns an ONU's ledger that begins at a time, with nothing counted.
 inline Ledger ledger_from(ModelTime since)
 {
@@ -95,8 +112,8 @@ inline Ledger ledger_from(ModelTime since)
 }
 // Returns what the ONU had counted at a time: at any time from the last change of its rates on, and at the start of the
 // period of that change and of the period before.
-OnuFrames counted_at(const Ledger &ledger, const Traffic::Onu &rates, ModelTime time);
+std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu, ModelTime time);
 // Returns the ledger up to now. Call this before the rates change.
-Ledger settled(const Ledger &ledger, const Traffic::Onu &rates, ModelTime now);
+Ledger settled(const Ledger &ledger, const Traffic::Onu &onu, ModelTime now);
 
 } // namespace ponsim

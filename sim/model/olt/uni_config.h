@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "model/onu/remote.h"
+#include "model/olt/remote.h"
 
 namespace ponsim
 {
@@ -14,8 +14,12 @@ namespace ponsim
 // Returns the configuration of each of the ONU's UNI ports, as the OLT has sent it or as the ONU has it.
 std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side side);
 
-// Returns the links of the ONU's UNI ports while the ONU is online. A port that is down has no link.
+// Returns the links of the ONU's UNI ports while the ONU is online. A port that is down has no link. A cable that makes
+// a loop gives a port a link, too.
 std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &onu);
+
+// Returns whether the setting is a part of the configuration of a UNI port.
+bool is_uni_config(const SettingKey &key);
 
 // Returns a part of the configuration as a UNI port has it until it is configured. `command` is the command that
 // queries the part.
