@@ -2,6 +2,7 @@
 
 #include "model/lifecycle/light_process.h"
 #include "model/lifecycle/registration.h"
+#include "model/lifecycle/time_outs.h"
 #include "model/lifecycle/upgrade.h"
 #include "model/port/loops.h"
 #include "model/port/optics.h"
@@ -12,7 +13,7 @@ namespace ponsim
 std::span<const Process> processes()
 {
     static const Process all[] = {measurement_process, ageing_process, upgrade_process,
-                                  loop_process,        light_process,  registration_process};
+                                  loop_process,        light_process,  time_out_process, registration_process};
     return all;
 }
 

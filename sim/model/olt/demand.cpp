@@ -14,6 +14,7 @@ namespace ponsim
 namespace
 {
 
+constexpr uint32_t million = 1000000;
 constexpr size_t broadcast_flow = flows.size() - 1;
 static_assert(flows[broadcast_flow].cast == Cast::broadcast);
 
@@ -67,7 +68,7 @@ std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t on
                   .most_down = kbits(binding->sla_down.value_or(line_rate))};
     demand.wanted.up[broadcast_flow] += storm_of(olt, port, mac, record.flood) / flows[broadcast_flow].length;
     for (size_t flow = 0; flow < flows.size(); ++flow)
-        demand.errored.at(flow) = errored_share(olt, port, arrival, flows.at(flow));
+        demand.errored.at(flow) = errored_share(port, arrival, flows.at(flow), Direction::up) / (all_errored / million);
 
     const LlidBehavior behavior = llid_behavior(olt, port.number, to_llid(onu_id));
     const auto let_in = [&](Cast cast) -> std::optional<Bandwidth> & {
