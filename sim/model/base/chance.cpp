@@ -75,13 +75,20 @@ uint64_t failures_before_success(Random &random, Chance success)
     return static_cast<uint64_t>(std::min<Wide>((Wide{exponential(random)} << 32) / rate, never));
 }
 
-// The failures are the first ones, or they follow a success. The latter has the same chance at each further trial, as
-// long as there were none before.
+// The failures are the first trials, or they follow a success. The chance of the latter is taken to be the same at each
+// further trial: the one with which there are (1 - f^n) / (f^n (1 - f)) trials on average, as there are in truth.
 uint64_t trials_until_failures(Random &random, Chance failure, uint64_t in_a_row)
 {
     const Chance all = every_time(failure, in_a_row);
     if (happens(random, all)) return in_a_row;
-    return std::min(in_a_row + 1 + failures_before_success(random, both(all, opposite(failure))), never);
+    const Chance rest = opposite(all);
+    const Chance after_success = both(all, opposite(failure));
+    const Wide among_first = Wide{after_success} * in_a_row;
+    const Chance each =
+        among_first < rest
+            ? static_cast<Chance>(std::min<Wide>(Wide{after_success} * rest / (rest - among_first), certain))
+            : certain;
+    return std::min(in_a_row + 1 + failures_before_success(random, each), never);
 }
 
 } // namespace ponsim

@@ -63,9 +63,9 @@ TEST(Downstream, IsWhatTheOnuItselfMeasures)
 TEST(Downstream, WeakLightHasErrorsInItsDirectionAlone)
 {
     Field field;
-    field.bend(0, reaches_least);
+    field.dim(0, reaches_least);
     EXPECT_EQ(field.light(0, Direction::down), Light::good);
-    field.bend(0, reaches_least - 100);
+    field.dim(0, reaches_least - 100);
     EXPECT_EQ(field.light(0, Direction::down), Light::degraded);
     EXPECT_EQ(field.light(0), Light::good);
     EXPECT_GT(field.share(0, 1518, Direction::down), 0u);
@@ -249,7 +249,7 @@ TEST(Errors, InTheGatesDeregisterAnOnuByTheGateTimeOut)
 {
     Field field;
     field.simulator.change(set_debug(field.olt(), DebugSwitch::onu, 1, true).change);
-    field.bend(0, reaches_least - 450);
+    field.dim(0, reaches_least - 450);
     // 96 percent of the GATEs are lost, and 50 in a row five times a second.
     EXPECT_NEAR(field.share(0, 64, Direction::down), 961e6, 1e6);
     pass(field, gate_time_out - 1);
@@ -258,15 +258,15 @@ TEST(Errors, InTheGatesDeregisterAnOnuByTheGateTimeOut)
     EXPECT_FALSE(field.online(0));
     EXPECT_EQ(field.alarms(0, Alarm::deregistered), 1u);
     EXPECT_EQ(field.alarms(0, Alarm::los), 0u);
-    const std::vector<std::string> log = field.simulator.take_log();
-    EXPECT_EQ(log.back(), "ONU: port 1 id 1 " + field.mac(0) + ": deregistered: it received no GATE for 50 ms");
+    const std::string line = "ONU: port 1 id 1 " + field.mac(0) + ": deregistered: it received no GATE for 50 ms";
+    EXPECT_EQ(std::ranges::count(field.simulator.take_log(), line), 1);
 }
 
 // Returns how often the OAM link of the first ONU fails in a day.
 uint32_t oam_losses(ModelTime step)
 {
     Field field;
-    field.bring(0, -3298);
+    field.bring(0, -3268);
     for (ModelTime time = 0; time < 24 * hours; time += step)
         pass(field, step);
     EXPECT_EQ(field.alarms(0, Alarm::deregistered), 0u) << "1000 REPORTs in a row are not lost";
@@ -277,16 +277,16 @@ uint32_t oam_losses(ModelTime step)
 TEST(Errors, LetTheOamLinkFailWhereTheRegistrationStays)
 {
     const uint32_t losses = oam_losses(24 * hours);
-    // In this cool of the day 20 percent of the OAMPDUs are lost, and five in a row once in 50 minutes.
-    EXPECT_GT(losses, 10u);
-    EXPECT_LT(losses, 60u);
+    // While it is warm, 20 percent of the OAMPDUs are lost, and five in a row about once an hour.
+    EXPECT_GT(losses, 5u);
+    EXPECT_LT(losses, 30u);
     EXPECT_EQ(oam_losses(hours / 4), losses) << "whatever the steps of the time are";
 }
 
 TEST(Errors, TheOamLinkComesUpAgain)
 {
     Field field;
-    field.bring(0, -3298);
+    field.bring(0, -3268);
     uint32_t seconds = 0;
     while (field.online(0) && ++seconds < 24 * 3600)
         field.simulator.advance(field.olt().light_watch().next_time_out().value());
@@ -300,7 +300,7 @@ TEST(Errors, AreDrawnFromTheSeed)
 {
     const auto first_loss = [](uint64_t seed) {
         Field field({}, seed);
-        field.bring(0, -3298);
+        field.bring(0, -3268);
         return field.olt().light_watch().next_time_out().value();
     };
     EXPECT_EQ(first_loss(1), first_loss(1));
@@ -311,6 +311,7 @@ TEST(Errors, MakeARegistrationTakeLonger)
 {
     const auto seconds_until_all_are_back = [](int32_t level) {
         Field field;
+        hear_everything(field);
         field.order("cut 1 feeder");
         pass(field, time_out);
         for (size_t index = 0; index < Field::onus; ++index)
@@ -322,8 +323,9 @@ TEST(Errors, MakeARegistrationTakeLonger)
         return seconds;
     };
     EXPECT_LT(seconds_until_all_are_back(-2900), 5u);
-    EXPECT_GT(seconds_until_all_are_back(-3240), 5u);
-    EXPECT_LT(seconds_until_all_are_back(-3240), 100u);
+    // A third of the frames is lost. Each registration needs six of the ONU to pass.
+    EXPECT_GT(seconds_until_all_are_back(-3318), 5u);
+    EXPECT_LT(seconds_until_all_are_back(-3318), 100u);
 }
 
 TEST(Errors, CostNothingWhileLightIsGood)
