@@ -12,8 +12,8 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {measurement_process, ageing_process, upgrade_process,
-                                  loop_process,        light_process,  time_out_process, registration_process};
+    static const Process all[] = {measurement_process, ageing_process,   upgrade_process,     loop_process,
+                                  light_process,       time_out_process, registration_process};
     return all;
 }
 

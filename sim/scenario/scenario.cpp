@@ -206,8 +206,8 @@ public:
                                          " m, found " + std::to_string(key.distance));
         const int32_t loss = key.loss + fibre_loss(key.distance, Direction::up);
         if (loss > greatest_loss)
-            section.fail(length_key, "expected a loss of at most " + to_db(greatest_loss) + " dB to the OLT, found " +
-                                         to_db(loss));
+            section.fail(length_key,
+                         "expected a loss of at most " + to_db(greatest_loss) + " dB to the OLT, found " + to_db(loss));
         branches.push_back({name, parent, length, splitter_loss(split) + 2 * connector_loss});
         far_ends.push_back(key);
         return static_cast<uint32_t>(branches.size() - 1);

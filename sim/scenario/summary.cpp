@@ -58,8 +58,7 @@ std::string summary_of(const OltScenario &olt, uint32_t number)
     const auto bound = std::ranges::count(olt.provisioning.of<Binding>(), number,
                                           [](const Entry<Binding> &entry) { return entry.key.pon_port; });
     const std::vector<Budget> budgets = budgets_of(*olt.settings.topology, port);
-    const std::string margin =
-        budgets.empty() ? "-" : to_db(std::ranges::min(budgets, {}, &Budget::margin).margin());
+    const std::string margin = budgets.empty() ? "-" : to_db(std::ranges::min(budgets, {}, &Budget::margin).margin());
     char row[200];
     snprintf(row, sizeof row, "%-32s  %4u  %4zu  %5td  %6zu  %-16s  %-5s  %10s\n", olt.name.c_str(), number,
              port.arrivals.size(), bound, port.branches.size(), losses_of(port).c_str(),
@@ -109,7 +108,8 @@ std::string warnings_of(const OltScenario &olt, uint32_t number)
 
 std::string summary_of(const Scenario &scenario)
 {
-    std::string text = "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB  Class  Margin, dB\n";
+    std::string text =
+        "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB  Class  Margin, dB\n";
     for (const OltScenario &olt : scenario.olts)
         for (uint32_t number = 1; number <= olt.settings.ports; ++number)
             text += summary_of(olt, number);
@@ -125,7 +125,8 @@ std::string summary_of(const Scenario &scenario)
 std::string to_db(int32_t loss)
 {
     const std::string rest = std::to_string(std::abs(loss) % 100);
-    return (loss < 0 ? "-" : "") + std::to_string(std::abs(loss) / 100) + '.' + std::string(2 - rest.size(), '0') + rest;
+    return (loss < 0 ? "-" : "") + std::to_string(std::abs(loss) / 100) + '.' + std::string(2 - rest.size(), '0') +
+           rest;
 }
 
 } // namespace ponsim

@@ -20,7 +20,8 @@ constexpr Migration steps[] = {
         "INSERT INTO ledger SELECT pon_port, mac, max(now, arrives), max(now, arrives),"
         " zeroblob(192), zeroblob(192), zeroblob(192)"
         " FROM onu_setting, clock WHERE command = 717 AND told <> zeroblob(8)"},
-    // Light has two directions. An ONU whose light was lost was off the fibre at once. Now it waits for light there. How
+    // Light has two directions. An ONU whose light was lost was off the fibre at once. Now it waits for light there.
+    // How
     // weak the degraded light was, and what ONUs receive, is decided at once when the OLT goes on.
     {9, "ALTER TABLE alarm RENAME TO alarm_before;"
         "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"

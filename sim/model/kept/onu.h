@@ -57,7 +57,7 @@ struct OnuRecord {
     bool bad_image = false;        // the image that it downloads fails verification
     bool powered = true;           // without power it is not on the fibre
     Phase phase = Phase::registered;
-    ModelTime phase_ends = 0; // 0: the phase does not end by itself
+    ModelTime phase_ends = 0;             // 0: the phase does not end by itself
     Reception up = {};                    // its light at the port
     Reception down = {};                  // the light of the port at the ONU
     uint32_t added_hours = 0;             // its laser's age is this and the time of the OLT
@@ -82,25 +82,26 @@ struct Family<OnuRecord> {
     static constexpr std::string_view table = "onu";
     using Key = OnuAtPort;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
-    static constexpr std::tuple value{Column{"supported", &OnuRecord::supported},
-                                      Column{"reboots", &OnuRecord::reboots},
-                                      Column{"software", &OnuRecord::software, "length(?) < 17"},
-                                      Column{"upgrade_type", &OnuRecord::upgrade_type},
-                                      Column{"bad_image", &OnuRecord::bad_image},
-                                      Column{"powered", &OnuRecord::powered},
-                                      Column{"phase", &OnuRecord::phase, "? BETWEEN 0 AND 5"},
-                                      Column{"phase_ends", &OnuRecord::phase_ends},
-                                      InnerColumns{&OnuRecord::up, std::tuple{Column{"light", &Reception::light, "? BETWEEN 0 AND 4"},
-                                                             Column{"light_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
-                                                             Column{"light_since", &Reception::since}}},
-                                      InnerColumns{&OnuRecord::down, std::tuple{Column{"down_light", &Reception::light, "? BETWEEN 0 AND 4"},
-                                                             Column{"down_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
-                                                             Column{"down_since", &Reception::since}}},
-                                      Column{"added_hours", &OnuRecord::added_hours},
-                                      Column{"rogue", &OnuRecord::rogue},
-                                      NumberOrNone{"load_up", &OnuRecord::load_up, -1},
-                                      NumberOrNone{"load_down", &OnuRecord::load_down, -1},
-                                      Column{"flood", &OnuRecord::flood}};
+    static constexpr std::tuple value{
+        Column{"supported", &OnuRecord::supported},
+        Column{"reboots", &OnuRecord::reboots},
+        Column{"software", &OnuRecord::software, "length(?) < 17"},
+        Column{"upgrade_type", &OnuRecord::upgrade_type},
+        Column{"bad_image", &OnuRecord::bad_image},
+        Column{"powered", &OnuRecord::powered},
+        Column{"phase", &OnuRecord::phase, "? BETWEEN 0 AND 5"},
+        Column{"phase_ends", &OnuRecord::phase_ends},
+        InnerColumns{&OnuRecord::up, std::tuple{Column{"light", &Reception::light, "? BETWEEN 0 AND 4"},
+                                                Column{"light_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
+                                                Column{"light_since", &Reception::since}}},
+        InnerColumns{&OnuRecord::down, std::tuple{Column{"down_light", &Reception::light, "? BETWEEN 0 AND 4"},
+                                                  Column{"down_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
+                                                  Column{"down_since", &Reception::since}}},
+        Column{"added_hours", &OnuRecord::added_hours},
+        Column{"rogue", &OnuRecord::rogue},
+        NumberOrNone{"load_up", &OnuRecord::load_up, -1},
+        NumberOrNone{"load_down", &OnuRecord::load_down, -1},
+        Column{"flood", &OnuRecord::flood}};
     static constexpr bool as_new = true;
     static constexpr bool placed = true;
 };

@@ -68,16 +68,16 @@ void become(const Olt &olt, const PonPort &port, const Arrival &arrival, Directi
     OnuRecord &record = edit(change, port, mac);
     Reception &reception = record.reception(direction);
     if (same_light(reception, now)) return;
-    if (now.light != Light::good)
-        now.since = !now.heard() && !reception.heard() ? reception.since : olt.now();
+    if (now.light != Light::good) now.since = !now.heard() && !reception.heard() ? reception.since : olt.now();
     const Light before = std::exchange(reception, now).light;
-    // Each light has its own odds that the frames of a registration pass. A window that opens at this very moment is too
-    // early.
+    // Each light has its own odds that the frames of a registration pass. A window that opens at this very moment is
+    // too early.
     if (record.powered && record.phase == Phase::discovery && port.limits.contain(arrival.distance))
         begin_registration(olt, port, mac, olt.now() + 1, change);
     if (before == now.light) return;
     raise_alarm(olt, port, arrival, direction, before, now.light, change);
-    const std::string event = (direction == Direction::up ? "" : "downstream ") + std::string(event_of(before, now.light));
+    const std::string event =
+        (direction == Direction::up ? "" : "downstream ") + std::string(event_of(before, now.light));
     report(olt, DebugSwitch::onu, port.number, mac, event, change);
 }
 

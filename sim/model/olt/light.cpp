@@ -74,8 +74,8 @@ int32_t received_from(const Olt &olt, const PonPort &port, const Arrival &arriva
 int32_t sensitivity(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction)
 {
     const bool fec = mpcp_of(olt, port.number).fec == 1 && olt.device_of(arrival.mac).type->fec;
-    const int32_t without_fec = direction == Direction::up ? port.optics->olt.sensitivity
-                                                           : olt.optics_of(port, arrival.mac).onu.sensitivity;
+    const int32_t without_fec =
+        direction == Direction::up ? port.optics->olt.sensitivity : olt.optics_of(port, arrival.mac).onu.sensitivity;
     return without_fec - (fec ? fec_gain : 0);
 }
 

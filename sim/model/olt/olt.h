@@ -75,11 +75,11 @@ private:
 
 struct PonPort {
     uint32_t number;
-    std::vector<Branch> branches;            // of its fibre
-    std::vector<Arrival> arrivals;           // in order of MAC address
+    std::vector<Branch> branches;                // of its fibre
+    std::vector<Arrival> arrivals;               // in order of MAC address
     const OpticalClass *optics = &usual_class(); // of its module, and of the ONUs whose kind has no other
-    std::map<uint32_t, int32_t> damage = {}; // of branches: what light loses there beyond the loss of an undamaged
-                                             // branch, 0.01 dB
+    std::map<uint32_t, int32_t> damage = {};     // of branches: what light loses there beyond the loss of an undamaged
+                                                 // branch, 0.01 dB
     RangingLimits limits = {};
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
     std::map<Mac, OnuRecord> onus = {};                                      // records that differ from a new one
@@ -94,7 +94,8 @@ struct PonPort {
 
     // Returns the ONU as it has arrived. Returns null when it has not arrived.
     const Arrival *arrived(const Mac &mac) const;
-    // Returns whether the ONU, which has arrived, is on the fibre: it is within the limits, has power and is registered.
+    // Returns whether the ONU, which has arrived, is on the fibre: it is within the limits, has power and is
+    // registered.
     bool ranges(const Arrival &arrival) const
     {
         return limits.contain(arrival.distance) && record(arrival.mac).present();

@@ -116,8 +116,8 @@ std::optional<TimeOut> time_out_of(const Olt &olt, const OnuRecord &record, cons
     if (!reception.heard()) return TimeOut{reception.since + shorter, missing};
 
     const Chance lost = frame_error(reception.steps, control_frame);
-    Random random = random_for(olt.seed() + 2 * reception.since + static_cast<uint64_t>(direction),
-                               Purpose::control_frames, mac);
+    Random random =
+        random_for(olt.seed() + 2 * reception.since + static_cast<uint64_t>(direction), Purpose::control_frames, mac);
     std::optional<TimeOut> first;
     if (const auto silence = silence_after(random, lost, shorter, mpcp.grant_cycle))
         first = {reception.since + *silence, missing};
@@ -134,8 +134,8 @@ std::optional<TimeOut> time_out_of(const Olt &olt, const PonPort &port, const Ar
     const auto found = port.onus.find(arrival.mac);
     if (found == port.onus.end() || !port.limits.contain(arrival.distance)) return std::nullopt;
     const OnuRecord &record = found->second;
-    const bool linked = record.phase == Phase::registered || record.phase == Phase::oam ||
-                        record.phase == Phase::authentication;
+    const bool linked =
+        record.phase == Phase::registered || record.phase == Phase::oam || record.phase == Phase::authentication;
     if (!record.powered || !linked) return std::nullopt;
     const Mpcp mpcp = mpcp_of(olt, port.number);
     std::optional<TimeOut> first;

@@ -355,7 +355,8 @@ TEST(Errors, GoOnAfterARestartOfTheService)
 std::string near_port(const std::string &optical_class)
 {
     return "[service.home]\n[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\nclass = \"" + optical_class +
-           "\"\n[[olt.port.branch]]\nname = \"main\"\n[[olt.port.onu]]\nname = \"near\"\nservice = \"home\"\ndrop = 50\n";
+           "\"\n[[olt.port.branch]]\nname = \"main\"\n[[olt.port.onu]]\nname = \"near\"\nservice = \"home\"\ndrop = "
+           "50\n";
 }
 
 uint32_t alarms(const Scene &scene, Alarm alarm)
@@ -403,7 +404,8 @@ TEST(Overload, ByLessThanThreeDecibelsIsErrors)
     const Arrival &onu = scene.onu(1, "near");
     const int32_t level = received_level(scene.olt(), scene.port(1), onu, Direction::up, 0);
     const int32_t too_much = level + 938 - 200;
-    order(scene, "bend 1 near " + std::to_string(too_much / 100) + '.' + std::to_string(too_much % 100 + 100).substr(1));
+    order(scene,
+          "bend 1 near " + std::to_string(too_much / 100) + '.' + std::to_string(too_much % 100 + 100).substr(1));
     EXPECT_EQ(scene.port(1).record(onu.mac).up.light, Light::overloaded);
     EXPECT_EQ(scene.port(1).record(onu.mac).up.steps, 8u);
     EXPECT_GT(errored_share(scene.port(1), onu, {1518, Cast::unicast}, Direction::up), 0u);
@@ -436,7 +438,8 @@ TEST(Chance, OfASuccessIsMetAsOftenAsItIs)
         double sum = 0;
         constexpr int draws = 20000;
         for (int draw = 0; draw < draws; ++draw)
-            sum += static_cast<double>(failures_before_success(random, static_cast<Chance>(18446744073709551615.0 / inverse)));
+            sum += static_cast<double>(
+                failures_before_success(random, static_cast<Chance>(18446744073709551615.0 / inverse)));
         EXPECT_NEAR(sum / draws / (inverse - 1), 1, 0.03) << inverse;
     }
     EXPECT_EQ(failures_before_success(random, 0), never);

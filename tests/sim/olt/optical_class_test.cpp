@@ -23,7 +23,8 @@ constexpr Standard standards[] = {{"PX10", 500, 2000, 1950, 300, 150},
 
 std::string port_of(const std::string &optical_class, const std::string &onu = {})
 {
-    return "[kind.other]\nmodel = \"S100\"\nclass = \"PX20+\"\n[[olt]]\nports = 2\n[[olt.port]]\nnumber = 1\nclass = \"" +
+    return "[kind.other]\nmodel = \"S100\"\nclass = \"PX20+\"\n[[olt]]\nports = 2\n[[olt.port]]\nnumber = 1\nclass = "
+           "\"" +
            optical_class + "\"\n[[olt.port.onu]]\nname = \"home\"\ncount = 128\n" + onu;
 }
 
@@ -31,10 +32,11 @@ TEST(OpticalClass, HasTheBudgetsOfTheStandard)
 {
     for (const Standard &standard : standards) {
         const OpticalClass &optics = *find_optical_class(standard.name);
-        EXPECT_EQ(optics.onu.least_launch - optics.olt.sensitivity,
-                  standard.greatest_loss_up + standard.penalties_up) << standard.name;
+        EXPECT_EQ(optics.onu.least_launch - optics.olt.sensitivity, standard.greatest_loss_up + standard.penalties_up)
+            << standard.name;
         EXPECT_EQ(optics.olt.least_launch - optics.onu.sensitivity,
-                  standard.greatest_loss_down + standard.penalties_down) << standard.name;
+                  standard.greatest_loss_down + standard.penalties_down)
+            << standard.name;
         const LossRange up = losses_between(optics, optics, Direction::up);
         const LossRange down = losses_between(optics, optics, Direction::down);
         EXPECT_EQ(up.greatest, standard.greatest_loss_up) << standard.name;
