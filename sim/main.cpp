@@ -17,6 +17,7 @@
 #include "daemon/host.h"
 #include "daemon/replay.h"
 #include "scenario/scenario.h"
+#include "scenario/summary.h"
 #include "text/words.h"
 
 namespace

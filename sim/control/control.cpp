@@ -47,6 +47,21 @@ bool control_switch(const std::string &word)
     return word == "on";
 }
 
+int32_t control_decibels(const std::string &word, int32_t greatest)
+{
+    constexpr size_t decimals = 2;
+    const size_t point = std::min(word.find('.'), word.size());
+    std::string digits = word.substr(0, point);
+    std::string fraction = point < word.size() ? word.substr(point + 1) : "0";
+    const bool fits = !digits.empty() && !fraction.empty() && fraction.size() <= decimals;
+    fraction.resize(decimals, '0');
+    digits += fraction;
+    const auto loss = text::to_number<int32_t>(digits);
+    if (!fits || !loss || *loss < 1 || *loss > greatest)
+        throw ControlError(word + ": expected decibels from 0.01 to " + std::to_string(greatest / 100) + ", as 3.5");
+    return *loss;
+}
+
 Mac control_mac(const std::string &word)
 {
     const auto mac = text::to_mac(word);

@@ -46,6 +46,8 @@ std::vector<std::string> control_words(std::string_view line);
 // These read the words of commands. Each throws ControlError.
 uint64_t control_number(const std::string &word, uint64_t least, uint64_t greatest);
 bool control_switch(const std::string &word); // on or off
+// Reads decibels with at most two decimals. Returns them in 0.01 dB.
+int32_t control_decibels(const std::string &word, int32_t greatest);
 Mac control_mac(const std::string &word);
 const PonPort &control_port(const Olt &olt, const std::string &word);
 // Reads the MAC address of an ONU, or the name of an ONU at the port.

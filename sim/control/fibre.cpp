@@ -5,7 +5,6 @@
 #include "model/olt/light.h"
 #include "model/plant/fibre.h"
 #include "model/port/fibre.h"
-#include "text/number.h"
 
 namespace ponsim
 {
@@ -32,22 +31,6 @@ BranchOfPort branch_of(const Olt &olt, std::span<const std::string> words)
                        ", as feeder or drop-1, or the MAC address or name of an ONU that has arrived there");
 }
 
-// Reads decibels with at most two decimals. Returns them in 0.01 dB.
-int32_t decibels(const std::string &word)
-{
-    constexpr size_t decimals = 2;
-    const size_t point = std::min(word.find('.'), word.size());
-    std::string digits = word.substr(0, point);
-    std::string fraction = point < word.size() ? word.substr(point + 1) : "0";
-    const bool fits = !digits.empty() && !fraction.empty() && fraction.size() <= decimals;
-    fraction.resize(decimals, '0');
-    digits += fraction;
-    const auto loss = text::to_number<int32_t>(digits);
-    if (!fits || !loss || *loss < 1 || *loss > cut_loss)
-        throw ControlError(word + ": expected decibels from 0.01 to " + std::to_string(cut_loss / 100) + ", as 3.5");
-    return *loss;
-}
-
 Plan cut(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 2) throw ControlError("cut: expected a PON port, and a branch of its fibre or an ONU");
@@ -67,7 +50,7 @@ Plan bend(const Olt &olt, std::span<const std::string> words)
     if (words.size() != 3)
         throw ControlError("bend: expected a PON port, a branch of its fibre or an ONU, and decibels");
     const auto [port, branch] = branch_of(olt, words);
-    return set_damage(port, branch, damage_to(port, branch) + decibels(words[2]));
+    return set_damage(port, branch, damage_to(port, branch) + control_decibels(words[2], cut_loss));
 }
 
 constexpr Control commands[] = {

@@ -3,6 +3,7 @@
 #include "model/lifecycle/light_process.h"
 #include "model/lifecycle/registration.h"
 #include "model/lifecycle/settings.h"
+#include "model/lifecycle/time_outs.h"
 #include "model/lifecycle/upgrade.h"
 #include "model/port/loops.h"
 #include "model/port/optics.h"
@@ -12,8 +13,8 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {settings_process, measurement_process, ageing_process,      upgrade_process,
-                                  loop_process,     light_process,       registration_process};
+    static const Process all[] = {settings_process, measurement_process, ageing_process,   upgrade_process,
+                                  loop_process,     light_process,       time_out_process, registration_process};
     return all;
 }
 

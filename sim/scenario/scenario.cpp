@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -18,6 +17,7 @@
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
 #include "scenario/section.h"
+#include "scenario/summary.h"
 
 namespace ponsim
 {
@@ -86,12 +86,6 @@ std::optional<uint32_t> word(const std::optional<uint64_t> &number)
     return number ? std::optional(static_cast<uint32_t>(*number)) : std::nullopt;
 }
 
-std::string to_db(int32_t loss)
-{
-    const std::string rest = std::to_string(loss % 100);
-    return std::to_string(loss / 100) + '.' + std::string(2 - rest.size(), '0') + rest;
-}
-
 // Reads a code of letters and digits.
 std::string code_of(const Section &section, const std::string &key, size_t least, size_t most)
 {
@@ -100,6 +94,15 @@ std::string code_of(const Section &section, const std::string &key, size_t least
         section.fail(key, "expected " + (least == most ? "" : std::to_string(least) + " to ") + std::to_string(most) +
                               " characters, found \"" + code + '"');
     return code;
+}
+
+// Returns the optical class that the section chooses.
+const OpticalClass *class_or(const Section &section, const OpticalClass *otherwise)
+{
+    std::vector<std::string_view> names;
+    for (const OpticalClass &each : optical_classes())
+        names.push_back(each.name);
+    return section.has("class") ? &optical_classes()[section.choice_or("class", names, 0)] : otherwise;
 }
 
 Kind read_own_kind(const Section &section)
@@ -121,7 +124,8 @@ Kind read_own_kind(const Section &section)
                   .multicast_control = section.flag_or("multicast_control", false),
                   .fast_leave = section.flag_or("fast_leave", false),
                   .vlan_translation = section.flag_or("vlan_translation", false),
-                  .vlan_trunk = section.flag_or("vlan_trunk", false)};
+                  .vlan_trunk = section.flag_or("vlan_trunk", false),
+                  .optics = class_or(section, nullptr)};
     const uint32_t unis = kind->type.ge_ports + kind->type.fe_ports;
     if (unis < 1 || unis > max_unis)
         section.fail(section.has("fe_ports") ? "fe_ports" : "ge_ports", "expected 1 to " + std::to_string(max_unis) +
@@ -134,13 +138,14 @@ Kind read_kind(const Section &section)
 {
     if (section.has("vendor")) return read_own_kind(section);
     for (const Key &key : key_of(scenario_keys(), "kind").tables)
-        if (key.name != "model" && section.has(key.name))
+        if (key.name != "model" && key.name != "class" && section.has(key.name))
             section.fail(key.name, "expected with a vendor: a built-in model has its own");
     std::map<std::string, const DeviceType *> models;
     for (const DeviceType &type : device_types())
         models.emplace(type.model, &type);
-    // A built-in kind lives as long as the program.
-    return {Kind(), known(section, "model", "built-in model", models)};
+    const auto kind = std::make_shared<DeviceType>(*known(section, "model", "built-in model", models));
+    kind->optics = class_or(section, nullptr);
+    return kind;
 }
 
 Service read_service(const Section &section)
@@ -201,9 +206,10 @@ public:
         if (key.distance > max_distance)
             section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
                                          " m, found " + std::to_string(key.distance));
-        if (key.loss + fibre_loss(key.distance) > greatest_loss)
-            section.fail(length_key, "expected a loss of at most " + to_db(greatest_loss) + " dB to the OLT, found " +
-                                         to_db(key.loss + fibre_loss(key.distance)));
+        const int32_t loss = key.loss + fibre_loss(key.distance, Direction::up);
+        if (loss > greatest_loss)
+            section.fail(length_key,
+                         "expected a loss of at most " + to_db(greatest_loss) + " dB to the OLT, found " + to_db(loss));
         branches.push_back({name, parent, length, splitter_loss(split) + 2 * connector_loss});
         far_ends.push_back(key);
         return static_cast<uint32_t>(branches.size() - 1);
@@ -280,6 +286,9 @@ public:
     {
         olt.settings.ports = section.number_or("ports", 1, max_ports, max_ports);
         topology->ports.resize(olt.settings.ports);
+        const OpticalClass *optics = class_or(section, &usual_class());
+        for (PortPopulation &port : topology->ports)
+            port.optics = optics;
         std::map<uint32_t, uint32_t> lines; // by the ports that are described
         for (const Section &port : section.tables("port"))
             for (const uint32_t number : numbers_of(port)) {
@@ -334,6 +343,7 @@ private:
         if (mode != 0) olt.provisioning.put<PortRecord>(number, {{}, static_cast<uint32_t>(mode)});
         provision(onus, number);
         PortPopulation &population = topology->ports[number - 1];
+        population.optics = class_or(port, population.optics);
         population.branches = std::move(fibre.branches);
         for (Onu &onu : onus)
             population.arrivals.push_back(std::move(onu.arrival));
@@ -526,24 +536,6 @@ TomlValue parse(std::string_view text, const std::string &name)
     }
 }
 
-// Returns the row of a port in the summary.
-std::string summary_of(const OltScenario &olt, uint32_t number)
-{
-    const PortPopulation &port = olt.settings.topology->ports[number - 1];
-    const auto bound = std::ranges::count(olt.provisioning.of<Binding>(), number,
-                                          [](const Entry<Binding> &entry) { return entry.key.pon_port; });
-    std::string range = "-";
-    if (!port.arrivals.empty()) {
-        const auto loss = [](const Arrival &arrival) { return arrival.loss + fibre_loss(arrival.distance); };
-        const auto [least, greatest] = std::ranges::minmax(port.arrivals, {}, loss);
-        range = to_db(loss(least)) + " to " + to_db(loss(greatest));
-    }
-    char row[200];
-    snprintf(row, sizeof row, "%-32s  %4u  %4zu  %5td  %6zu  %s\n", olt.name.c_str(), number, port.arrivals.size(),
-             bound, port.branches.size(), range.c_str());
-    return row;
-}
-
 } // namespace
 
 Scenario read_scenario(std::string_view text, const std::string &name)
@@ -582,18 +574,6 @@ void power_up(const Olt &olt, Change &change)
     for (const PonPort &port : olt.ports())
         for (const Arrival &arrival : port.arrivals)
             boot(olt, port, arrival.mac, change);
-}
-
-std::string summary_of(const Scenario &scenario)
-{
-    std::string text = "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB\n";
-    for (const OltScenario &olt : scenario.olts)
-        for (uint32_t number = 1; number <= olt.settings.ports; ++number)
-            text += summary_of(olt, number);
-    for (const OltScenario &olt : scenario.olts)
-        text += olt.name + ": " + std::to_string(olt.events.size()) + " events" +
-                (olt.events.empty() ? "" : ", the last at " + time_text(olt.events.back().at)) + '\n';
-    return text;
 }
 
 } // namespace ponsim

@@ -51,9 +51,6 @@ Scenario read_scenario_file(const std::string &file);
 // Adds to `change` that all ONUs are switched on together with the OLT.
 void power_up(const Olt &olt, Change &change);
 
-// Returns a table for people: OLTs and their ports, with ONUs, events and the losses between ports and ONUs.
-std::string summary_of(const Scenario &scenario);
-
 // Writes the length of a time as scenarios write it: 1h 30min.
 std::string time_text(ModelTime time);
 

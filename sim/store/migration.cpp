@@ -21,11 +21,42 @@ constexpr Migration steps[] = {
         " zeroblob(192), zeroblob(192), zeroblob(192)"
         " FROM onu_setting, clock WHERE command = 717 AND told <> zeroblob(8)"},
     // Each UNI port counts for itself, and frames that it cannot send are counted, too. What an ONU has counted stays
-    // with
-    // its first port.
+    // with its first port. A PON port knows how many frames it has not heard. Light has two directions: an ONU whose
+    // light was lost was off the fibre at once, and now it waits for light there. How weak the degraded light was, and
+    // what ONUs receive, is decided at once when the OLT goes on.
     {9, "UPDATE ledger SET frames = CAST(frames || zeroblob(80) AS BLOB),"
         " at_period = CAST(at_period || zeroblob(80) AS BLOB),"
-        " at_last_period = CAST(at_last_period || zeroblob(80) AS BLOB)"},
+        " at_last_period = CAST(at_last_period || zeroblob(80) AS BLOB);"
+        "UPDATE traffic SET frames = CAST(frames || zeroblob(64) AS BLOB);"
+        "ALTER TABLE alarm RENAME TO alarm_before;"
+        "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+        " alarm INTEGER NOT NULL CHECK(alarm BETWEEN 1 AND 15), count INTEGER NOT NULL,"
+        " PRIMARY KEY(pon_port, mac, alarm)) STRICT, WITHOUT ROWID;"
+        "INSERT INTO alarm SELECT * FROM alarm_before;"
+        "DROP TABLE alarm_before;"
+        "ALTER TABLE module RENAME TO module_before;"
+        "CREATE TABLE module(cage INTEGER PRIMARY KEY, added_hours INTEGER NOT NULL, tx_disabled INTEGER NOT NULL,"
+        " always_on INTEGER NOT NULL, own_loss_level INTEGER NOT NULL, loss_level INTEGER NOT NULL,"
+        " raised INTEGER NOT NULL, user BLOB NOT NULL CHECK(length(user) = 120),"
+        " dimmed INTEGER NOT NULL CHECK(dimmed BETWEEN 0 AND 6000)) STRICT;"
+        "INSERT INTO module SELECT *, 0 FROM module_before;"
+        "DROP TABLE module_before;"
+        "ALTER TABLE onu RENAME TO onu_before;"
+        "CREATE TABLE onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+        " supported INTEGER NOT NULL, reboots INTEGER NOT NULL, software TEXT NOT NULL CHECK(length(software) < 17),"
+        " upgrade_type TEXT NOT NULL, bad_image INTEGER NOT NULL, powered INTEGER NOT NULL,"
+        " phase INTEGER NOT NULL CHECK(phase BETWEEN 0 AND 5), phase_ends INTEGER NOT NULL,"
+        " light INTEGER NOT NULL CHECK(light BETWEEN 0 AND 4),"
+        " light_steps INTEGER NOT NULL CHECK(light_steps BETWEEN 0 AND 40), light_since INTEGER NOT NULL,"
+        " down_light INTEGER NOT NULL CHECK(down_light BETWEEN 0 AND 4),"
+        " down_steps INTEGER NOT NULL CHECK(down_steps BETWEEN 0 AND 40), down_since INTEGER NOT NULL,"
+        " added_hours INTEGER NOT NULL, rogue INTEGER NOT NULL, load_up INTEGER NOT NULL, load_down INTEGER NOT NULL,"
+        " flood INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+        "INSERT INTO onu SELECT pon_port, mac, supported, reboots, software, upgrade_type, bad_image, powered,"
+        " iif(light = 2 AND powered AND phase = 0, 2, phase), phase_ends, light, iif(light = 1, 1, 0),"
+        " iif(light = 0, 0, (SELECT now FROM clock)), 0, 0, 0, added_hours, rogue, load_up, load_down, flood"
+        " FROM onu_before;"
+        "DROP TABLE onu_before"},
 };
 
 } // namespace

@@ -7,7 +7,7 @@ namespace ponsim
 {
 
 enum class Alarm : uint32_t {
-    los = 1,           // was online, and now is not ranged, or has no power; or its light is lost, online or waiting
+    los = 1,           // was online, and now is not ranged, or has no power; or was online or waited, and light is lost
     dying_gasp,        // was rebooted by command, or lost its power
     rejected,          // registers, and is on the black list
     auth_failed,       // is on the fibre, and now is turned away for its LOID
@@ -15,9 +15,14 @@ enum class Alarm : uint32_t {
     power_low,         // of the port: the launch power of its laser has fallen to the alarm threshold
     degraded,          // its light has become so weak that there are bit errors
     rogue,             // of the port: an ONU sends all the time, and blinds it
-    deregistered = 10, // was registered, and was deregistered by command
+    deregistered = 10, // was registered, and was deregistered by command, or because bit errors spoilt its MPCPDUs
+    receive_overload,  // its light is too strong for the receiver of the port
+    onu_los,           // it has lost the light of the OLT, while the port would receive its own
+    onu_degraded,      // the light that it receives has become so weak that there are bit errors
+    onu_overload,      // the light that it receives is too strong for its receiver
+    oam_link_lost,     // bit errors spoilt its OAMPDUs, or those to it, for so long that its OAM link failed
 };
 
-inline constexpr uint32_t max_alarm = 10;
+inline constexpr uint32_t max_alarm = 15;
 
 } // namespace ponsim

@@ -43,6 +43,8 @@ enum class Purpose : uint64_t {
     viewers = 12,
     gateway = 13,
     discovery = 14,
+    control_frames = 15,
+    registration = 16,
     faults = 20
 };
 

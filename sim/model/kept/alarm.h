@@ -26,7 +26,7 @@ struct Family<AlarmCount> {
     static constexpr std::string_view table = "alarm";
     using Key = AlarmKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
-                                    Column{"alarm", &Key::alarm, "? BETWEEN 1 AND 10"}};
+                                    Column{"alarm", &Key::alarm, "? BETWEEN 1 AND 15"}};
     static constexpr std::tuple value{Column{"count", &AlarmCount::count}};
     static constexpr bool placed = true;
 };

@@ -41,6 +41,7 @@ struct ModuleRecord {
     bool tx_disabled = false;               // by the soft control in the module's memory
     bool always_on = false;                 // LAO: the laser stays on despite tx_disabled
     std::optional<int32_t> loss_level = {}; // LOL, 0.01 dBm: with less, light is lost; none: the module's own threshold
+    int32_t dimmed = 0;                     // by so much less light leaves the module than its laser gives, 0.01 dB
     uint32_t raised = 0; // bits by alarm code: alarms of the laser's age, and rogue while the receiver is blinded
     std::array<uint8_t, 120> user = {};          // the memory that users write
     std::optional<Measurement> measurement = {}; // under way
@@ -59,7 +60,8 @@ struct Family<ModuleRecord> {
                                       Column{"always_on", &ModuleRecord::always_on},
                                       FlagAndNumber{"own_loss_level", "loss_level", &ModuleRecord::loss_level},
                                       Column{"raised", &ModuleRecord::raised},
-                                      Column{"user", &ModuleRecord::user}};
+                                      Column{"user", &ModuleRecord::user},
+                                      Column{"dimmed", &ModuleRecord::dimmed, "? BETWEEN 0 AND 6000"}};
     using Measurement = ModuleRecord::Measurement;
     using Result = ModuleRecord::Result;
     static constexpr std::tuple parts{

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "model/base/direction.h"
 #include "model/base/mac.h"
 #include "model/base/time.h"
 #include "model/kept/family.h"
@@ -23,17 +24,29 @@ struct OnuAtPort {
 enum class Phase : uint32_t {
     registered,
     booting,        // it was switched on or restarted
-    discovery,      // it waits for a discovery window of its port in which it is heard
+    discovery,      // it waits for a discovery window of its port in which it is heard, or for light
     mpcp,           // it was heard: REGISTER, GATE and REGISTER_ACK follow
     oam,            // the OAM link comes up, then the extended one
     authentication, // it is asked for its LOID
 };
 
-// This says how the light of an ONU reaches its port.
+// This says how light reaches a receiver.
 enum class Light : uint32_t {
     good,
-    degraded, // with bit errors
-    lost      // too weak for the port to hear the ONU
+    degraded,   // so weak that there are bit errors
+    lost,       // too weak to be heard
+    overloaded, // so strong that there are bit errors
+    saturated   // too strong to be heard
+};
+
+// A Reception is the light of one direction at its receiver.
+struct Reception {
+    Light light = Light::good;
+    uint32_t steps = 0;  // of light with bit errors: how far it is beyond what the receiver bears; see bit_errors.h
+    ModelTime since = 0; // while the light is not good: since when the receiver loses frames of a link that was up
+
+    bool heard() const { return light != Light::lost && light != Light::saturated; }
+    bool operator==(const Reception &) const = default;
 };
 
 struct OnuRecord {
@@ -44,16 +57,22 @@ struct OnuRecord {
     bool bad_image = false;        // the image that it downloads fails verification
     bool powered = true;           // without power it is not on the fibre
     Phase phase = Phase::registered;
-    ModelTime phase_ends = 0; // 0: the phase does not end by itself
-    Light light = Light::good;
+    ModelTime phase_ends = 0;             // 0: the phase does not end by itself
+    Reception up = {};                    // its light at the port
+    Reception down = {};                  // the light of the port at the ONU
     uint32_t added_hours = 0;             // its laser's age is this and the time of the OLT
     bool rogue = false;                   // its laser does not go off, and blinds the port for all others
     std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: what it was found to offer
     std::optional<uint32_t> load_down = {};
     uint32_t flood = 0; // broadcast frames a second that it sends beyond its load
 
-    // An ONU that has arrived, and that the port reaches, is on the fibre when this is true.
-    bool present() const { return powered && phase == Phase::registered && light != Light::lost; }
+    // An ONU that has arrived, and that the port ranges, is on the fibre when this is true. While it is not heard, it
+    // remains there until a time-out of MPCP ends.
+    bool present() const { return powered && phase == Phase::registered; }
+    // Returns whether the port receives frames of the ONU, and the ONU frames of the port.
+    bool heard() const { return up.heard() && down.heard(); }
+    const Reception &reception(Direction direction) const { return direction == Direction::up ? up : down; }
+    Reception &reception(Direction direction) { return direction == Direction::up ? up : down; }
 
     bool operator==(const OnuRecord &) const = default;
 };
@@ -63,20 +82,26 @@ struct Family<OnuRecord> {
     static constexpr std::string_view table = "onu";
     using Key = OnuAtPort;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
-    static constexpr std::tuple value{Column{"supported", &OnuRecord::supported},
-                                      Column{"reboots", &OnuRecord::reboots},
-                                      Column{"software", &OnuRecord::software, "length(?) < 17"},
-                                      Column{"upgrade_type", &OnuRecord::upgrade_type},
-                                      Column{"bad_image", &OnuRecord::bad_image},
-                                      Column{"powered", &OnuRecord::powered},
-                                      Column{"phase", &OnuRecord::phase, "? BETWEEN 0 AND 5"},
-                                      Column{"phase_ends", &OnuRecord::phase_ends},
-                                      Column{"light", &OnuRecord::light, "? BETWEEN 0 AND 2"},
-                                      Column{"added_hours", &OnuRecord::added_hours},
-                                      Column{"rogue", &OnuRecord::rogue},
-                                      NumberOrNone{"load_up", &OnuRecord::load_up, -1},
-                                      NumberOrNone{"load_down", &OnuRecord::load_down, -1},
-                                      Column{"flood", &OnuRecord::flood}};
+    static constexpr std::tuple value{
+        Column{"supported", &OnuRecord::supported},
+        Column{"reboots", &OnuRecord::reboots},
+        Column{"software", &OnuRecord::software, "length(?) < 17"},
+        Column{"upgrade_type", &OnuRecord::upgrade_type},
+        Column{"bad_image", &OnuRecord::bad_image},
+        Column{"powered", &OnuRecord::powered},
+        Column{"phase", &OnuRecord::phase, "? BETWEEN 0 AND 5"},
+        Column{"phase_ends", &OnuRecord::phase_ends},
+        InnerColumns{&OnuRecord::up, std::tuple{Column{"light", &Reception::light, "? BETWEEN 0 AND 4"},
+                                                Column{"light_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
+                                                Column{"light_since", &Reception::since}}},
+        InnerColumns{&OnuRecord::down, std::tuple{Column{"down_light", &Reception::light, "? BETWEEN 0 AND 4"},
+                                                  Column{"down_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
+                                                  Column{"down_since", &Reception::since}}},
+        Column{"added_hours", &OnuRecord::added_hours},
+        Column{"rogue", &OnuRecord::rogue},
+        NumberOrNone{"load_up", &OnuRecord::load_up, -1},
+        NumberOrNone{"load_down", &OnuRecord::load_down, -1},
+        Column{"flood", &OnuRecord::flood}};
     static constexpr bool as_new = true;
     static constexpr bool placed = true;
 };

@@ -45,6 +45,7 @@ struct Streams {
     PerFlow up_lost = {};    // received from its ONUs, and let in, but its uplink was down or had no room
     PerFlow down = {};       // sent by the network, and passed on
     PerFlow down_lost = {};  // sent by the network, but beyond the ONU's SLA or the room of the port
+    PerFlow up_unheard = {}; // sent by its ONUs, and not heard
 
     bool operator==(const Streams &) const = default;
 };

@@ -139,7 +139,7 @@ Plan set_ranging_limits(const Olt &olt, uint32_t pon_port, const RangingLimits &
     if (limits.min > limits.max || limits.max > max_distance) return refuse(PON_ERR_BAD_RECORD);
     Plan plan{BSP_OK};
     plan.change.put<PortRecord>(pon_port, {limits, static_cast<uint32_t>(port->authentication.mode)});
-    change_reach(olt, *port, {limits, port->lit}, plan.change);
+    change_limits(olt, *port, limits, plan.change);
     return plan;
 }
 

@@ -25,6 +25,11 @@ constexpr Kind kinds[] = {
     {Alarm::degraded, "receive_degraded", "minor"},
     {Alarm::rogue, "rogue", "critical"},
     {Alarm::deregistered, "deregistered", "major"},
+    {Alarm::receive_overload, "receive_overload", "major"},
+    {Alarm::onu_los, "onu_los", "critical"},
+    {Alarm::onu_degraded, "onu_receive_degraded", "minor"},
+    {Alarm::onu_overload, "onu_receive_overload", "major"},
+    {Alarm::oam_link_lost, "oam_link_lost", "major"},
 };
 
 const Kind &kind_of(Alarm alarm)

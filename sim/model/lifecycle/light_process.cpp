@@ -1,5 +1,6 @@
 #include "model/lifecycle/light_process.h"
 
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -14,33 +15,70 @@ namespace ponsim
 namespace
 {
 
-// Returns whether the ONU is on the fibre, so that its loss would be noticed.
-bool is_heard(const Olt &olt, const PonPort &port, const Arrival &arrival)
+// Returns whether the ONU is on the fibre, so that something would be noticed of it.
+bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival)
 {
     return olt.online(port, arrival.mac) || olt.waits(port, arrival);
 }
 
-void become(const Olt &olt, const PonPort &port, const Arrival &arrival, Light light, Change &change)
+bool too_strong(Light light)
+{
+    return light == Light::overloaded || light == Light::saturated;
+}
+
+// Raises the alarm that the light as it is now calls for. That light is lost is noticed when a time-out of MPCP ends.
+void raise_alarm(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction, Light before,
+                 Light now, Change &change)
+{
+    const bool up = direction == Direction::up;
+    if (now == Light::degraded && is_on_fibre(olt, port, arrival))
+        raise(port, arrival.mac, up ? Alarm::degraded : Alarm::onu_degraded, change);
+    // An ONU that is too strong from the start never gets on the fibre.
+    if (too_strong(now) && !too_strong(before) && port.record(arrival.mac).powered)
+        raise(port, arrival.mac, up ? Alarm::receive_overload : Alarm::onu_overload, change);
+}
+
+std::string_view event_of(Light before, Light now)
+{
+    switch (now) {
+    case Light::good:
+    case Light::degraded:
+        if (before == Light::lost) return "light is back";
+        return now == Light::good ? "light good" : "light degraded";
+    case Light::lost:
+        return "light lost";
+    case Light::overloaded:
+        return "light overloads the receiver";
+    case Light::saturated:
+        return "light is too strong to be heard";
+    }
+    return {};
+}
+
+bool same_light(const Reception &one, const Reception &other)
+{
+    return one.light == other.light && one.steps == other.steps;
+}
+
+// Adds to the change that the light of this direction is received like this.
+void become(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction, Reception now,
+            Change &change)
 {
     const Mac &mac = arrival.mac;
     OnuRecord &record = edit(change, port, mac);
-    const Light before = std::exchange(record.light, light);
-    if (light == before) return;
-    const auto note = [&](std::string_view event) { report(olt, DebugSwitch::onu, port.number, mac, event, change); };
-    if (light == Light::lost) {
-        if (is_heard(olt, port, arrival)) raise(port, mac, Alarm::los, change);
-        note("light lost");
-    } else if (before == Light::lost) {
-        note("light is back");
-        // A window that opens at this very moment is too early.
-        if (record.powered && record.phase != Phase::booting && port.reach().contains(arrival))
-            begin_registration(olt, port, mac, olt.now() + 1, change);
-    } else if (light == Light::degraded) {
-        if (is_heard(olt, port, arrival)) raise(port, mac, Alarm::degraded, change);
-        note("light degraded");
-    } else {
-        note("light good");
-    }
+    Reception &reception = record.reception(direction);
+    if (same_light(reception, now)) return;
+    if (now.light != Light::good) now.since = !now.heard() && !reception.heard() ? reception.since : olt.now();
+    const Light before = std::exchange(reception, now).light;
+    // Each light has its own odds that the frames of a registration pass. A window that opens at this very moment is
+    // too early.
+    if (record.powered && record.phase == Phase::discovery && port.limits.contain(arrival.distance))
+        begin_registration(olt, port, mac, olt.now() + 1, change);
+    if (before == now.light) return;
+    raise_alarm(olt, port, arrival, direction, before, now.light, change);
+    const std::string event =
+        (direction == Direction::up ? "" : "downstream ") + std::string(event_of(before, now.light));
+    report(olt, DebugSwitch::onu, port.number, mac, event, change);
 }
 
 void notice_blindness(const Olt &olt, const PonPort &port, bool blinded, Change &change)
@@ -50,6 +88,14 @@ void notice_blindness(const Olt &olt, const PonPort &port, bool blinded, Change 
     record.raised ^= rogue_bit;
     change.put<ModuleRecord>(port.number, record);
     if (blinded) raise(port, port_itself, Alarm::rogue, change);
+}
+
+Reception received_now(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction,
+                       const Reception &before)
+{
+    const int32_t received = received_level(olt, port, arrival, direction, olt.now());
+    const Levels levels = levels_of(olt, port, arrival, direction);
+    return range_of(before, levels).contains(received) ? before : reception_at(received, levels);
 }
 
 std::optional<ModelTime> next_light(const Olt &olt)
@@ -66,15 +112,15 @@ Change decide_lights(const Olt &olt)
         const bool blinded = is_blinded(olt, port);
         notice_blindness(olt, port, blinded, change);
         for (const Arrival &arrival : port.arrivals) {
-            const Standing before = standing_of(olt, port, arrival);
-            Standing now{Light::lost, 0};
-            if (!blinded) {
-                const int32_t received = received_level(olt, port, arrival, olt.now());
-                const Levels levels = levels_of(olt, port, arrival);
-                now = range_of(before, levels).contains(received) ? before : standing_at(received, levels);
+            const OnuRecord record = port.record(arrival.mac);
+            for (const Direction direction : directions) {
+                const Reception &before = record.reception(direction);
+                const Reception now = blinded && direction == Direction::up
+                                          ? Reception{.light = Light::lost}
+                                          : received_now(olt, port, arrival, direction, before);
+                // For a rogue ONU perhaps nothing changes, but its row in the change makes the next time move on.
+                if (!same_light(now, before) || shines(record)) become(olt, port, arrival, direction, now, change);
             }
-            // For a rogue ONU perhaps nothing changes, but becoming what it was makes the next time move on.
-            if (now != before || shines(port.record(arrival.mac))) become(olt, port, arrival, now.light, change);
         }
     }
     return change;

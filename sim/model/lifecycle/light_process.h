@@ -1,4 +1,4 @@
-// In this process the light of ONUs becomes good, degraded or lost, and ports are blinded.
+// In this process the light of ONUs becomes good, degraded, lost or too strong, and ports are blinded.
 #pragma once
 
 #include "model/lifecycle/process.h"

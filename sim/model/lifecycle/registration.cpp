@@ -6,6 +6,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/base/chance.h"
 #include "model/base/random.h"
 #include "model/lifecycle/alarms.h"
 #include "model/lifecycle/debug.h"
@@ -13,6 +14,7 @@
 #include "model/lifecycle/upgrade.h"
 #include "model/olt/mpcp.h"
 #include "model/olt/remote.h"
+#include "model/plant/bit_errors.h"
 
 namespace ponsim
 {
@@ -73,12 +75,34 @@ ModelTime mpcp_time(const Mpcp &mpcp)
 
 // OAM discovery has three states. Each ends with the next OAMPDU of the other side, and at most ten a second may be
 // sent. Then each side reports the other which extended OAM it knows.
-constexpr ModelTime oam_discovery = 3 * 100; // ms
+constexpr uint64_t oam_states = 3;
+constexpr ModelTime oam_discovery = oam_states * 100; // ms
 
-bool heard(const PonPort &port, const Arrival &arrival)
+Chance passes(const Reception &reception)
 {
-    const OnuRecord record = port.record(arrival.mac);
-    return record.powered && record.light != Light::lost && port.reach().contains(arrival);
+    return opposite(frame_error(reception.steps, control_frame));
+}
+
+// Returns the chance that so many messages in either direction all pass.
+Chance all_pass(const OnuRecord &record, uint64_t messages_down, uint64_t messages_up)
+{
+    return both(every_time(passes(record.down), messages_down), every_time(passes(record.up), messages_up));
+}
+
+Random random_of(const Olt &olt, const Mac &mac)
+{
+    return random_for(olt.seed() + olt.now(), Purpose::registration, mac);
+}
+
+// Draws in how many discovery windows the GATE or the REGISTER_REQ is lost before both pass. Returns none when that
+// takes too long, because there is no light or too little.
+std::optional<uint64_t> windows_missed(const Olt &olt, const Mac &mac, const OnuRecord &record)
+{
+    if (!record.heard()) return std::nullopt;
+    Random random = random_of(olt, mac);
+    const uint64_t missed = failures_before_success(random, all_pass(record, 1, 1));
+    if (missed >= never) return std::nullopt;
+    return missed;
 }
 
 // Returns the ONUs that are heard of those that answer in one window. Each waits for a random time, and answers that
@@ -109,6 +133,16 @@ void set_phase(const Olt &olt, const PonPort &port, const Mac &mac, Phase phase,
     OnuRecord &record = edit(change, port, mac);
     record.phase = phase;
     record.phase_ends = phase == Phase::registered ? 0 : olt.now() + length;
+    // With the link, the time begins in which its frames may be missing.
+    if (phase != Phase::oam && phase != Phase::registered) return;
+    for (const Direction direction : directions)
+        if (Reception &reception = record.reception(direction); reception.light != Light::good && reception.heard())
+            reception.since = olt.now();
+}
+
+void discover_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
+{
+    set_phase(olt, port, mac, Phase::oam, oam_discovery + (port.authentication.extended_oam ? oam_delay : 0), change);
 }
 
 void hold_window(const Olt &olt, const PonPort &port, const std::vector<const Arrival *> &onus, Change &change)
@@ -137,21 +171,52 @@ void come_in(const Olt &olt, const PonPort &port, const Arrival &arrival, Regist
     registrations.try_emplace(port.number, olt, port, port.authentication, change).first->second.add(arrival, false);
 }
 
+// Returns whether all messages of the phase that has ended have arrived.
+bool phase_passes(const Olt &olt, const PonPort &port, const Mac &mac, const OnuRecord &record)
+{
+    Random random = random_of(olt, mac);
+    switch (record.phase) {
+    case Phase::mpcp: // REGISTER and GATE, REGISTER_ACK
+        return happens(random, all_pass(record, 2, 1));
+    case Phase::oam: { // an OAMPDU of each side for each of the states
+        const uint64_t messages = oam_states + (port.authentication.extended_oam ? 1 : 0);
+        return happens(random, all_pass(record, messages, messages));
+    }
+    default: // question and answer
+        return happens(random, all_pass(record, 1, 1));
+    }
+}
+
+// Begins a phase anew, some message of which was lost.
+void try_again(const Olt &olt, const PonPort &port, const Mac &mac, Phase phase, Change &change)
+{
+    if (phase == Phase::mpcp)
+        begin_registration(olt, port, mac, olt.now() + 1, change);
+    else if (phase == Phase::oam)
+        discover_oam(olt, port, mac, change);
+    else
+        set_phase(olt, port, mac, Phase::authentication, oam_delay, change);
+}
+
 // Continues after the end of a phase other than the discovery.
 void go_on(const Olt &olt, const PonPort &port, const Arrival &arrival, Registrations &registrations, Change &change)
 {
     const Mac &mac = arrival.mac;
-    const Authentication &authentication = port.authentication;
+    const OnuRecord record = port.record(mac);
     const bool reports = !(arrival.silent && olt.id_at(port.number, mac));
-    switch (port.record(mac).phase) {
+    if (!phase_passes(olt, port, mac, record)) {
+        try_again(olt, port, mac, record.phase, change);
+        return;
+    }
+    switch (record.phase) {
     case Phase::mpcp:
         if (reports) report(olt, DebugSwitch::onu, port.number, mac, "registered", change);
-        set_phase(olt, port, mac, Phase::oam, oam_discovery + (authentication.extended_oam ? oam_delay : 0), change);
+        discover_oam(olt, port, mac, change);
         return;
     case Phase::oam:
-        if (reports && authentication.extended_oam)
+        if (reports && port.authentication.extended_oam)
             report(olt, DebugSwitch::ctc_oam, port.number, mac, "extended OAM discovered", change);
-        if (authentication.mode == AuthMode::mac)
+        if (port.authentication.mode == AuthMode::mac)
             come_in(olt, port, arrival, registrations, change);
         else
             set_phase(olt, port, mac, Phase::authentication, oam_delay, change);
@@ -176,13 +241,15 @@ Change happen(const Olt &olt)
         if (due.at > olt.now()) break;
         const PonPort &port = *olt.port(due.pon_port);
         const Arrival *arrival = port.arrived(due.mac);
-        const Phase phase = port.record(due.mac).phase;
-        if (!arrival || !heard(port, *arrival)) {
+        const OnuRecord record = port.record(due.mac);
+        if (!arrival || !record.powered || !port.limits.contain(arrival->distance)) {
             set_phase(olt, port, due.mac, Phase::registered, 0, change);
-        } else if (phase == Phase::booting) {
+        } else if (record.phase == Phase::booting) {
             edit(change, port, due.mac).phase = Phase::discovery;
             begin_registration(olt, port, due.mac, olt.now(), change);
-        } else if (phase == Phase::discovery) {
+        } else if (!record.heard()) {
+            begin_registration(olt, port, due.mac, olt.now() + 1, change);
+        } else if (record.phase == Phase::discovery) {
             windows[port.number].push_back(arrival);
         } else {
             go_on(olt, port, *arrival, registrations, change);
@@ -206,17 +273,25 @@ void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, Mod
 {
     OnuRecord &record = edit(change, port, mac);
     if (record.phase == Phase::booting) return;
-    const ModelTime interval = mpcp_of(olt, port.number).discovery_interval;
     record.phase = Phase::discovery;
-    record.phase_ends = std::max((from + interval - 1) / interval, ModelTime{1}) * interval; // there is no window at
-                                                                                             // time 0
+    const std::optional<uint64_t> missed = windows_missed(olt, mac, record);
+    const ModelTime interval = mpcp_of(olt, port.number).discovery_interval;
+    const ModelTime first = std::max((from + interval - 1) / interval, ModelTime{1}); // there is no window at time 0
+    record.phase_ends = missed ? (first + *missed) * interval : 0;
 }
 
-void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change)
+void restart_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
+{
+    discover_oam(olt, port, mac, change);
+}
+
+void change_limits(const Olt &olt, const PonPort &port, const RangingLimits &limits, Change &change)
 {
     for (const Arrival &arrival : port.arrivals) {
-        if (!port.record(arrival.mac).powered || port.reach().contains(arrival) == reach.contains(arrival)) continue;
-        if (reach.contains(arrival))
+        const bool before = port.limits.contain(arrival.distance);
+        const bool now = limits.contain(arrival.distance);
+        if (!port.record(arrival.mac).powered || before == now) continue;
+        if (now)
             begin_registration(olt, port, arrival.mac, olt.now(), change);
         else if (olt.online(port, arrival.mac))
             raise(port, arrival.mac, Alarm::los, change);

@@ -2,8 +2,9 @@
 //
 // An ONU that is switched on boots first. Then it answers in a discovery window of its port, by multi-point MAC control
 // (IEEE 802.3, clause 64). Then its OAM link comes up (clause 57), and it is asked for its LOID if the port wants that.
-// Only after that it is there. Each step takes model time. An ONU that is no longer heard at the end of a step begins
-// again when it is heard.
+// Only after that it is there. Each step takes model time, and needs its messages to pass in both directions: where bit
+// errors spoil one of them, the step comes again. An ONU that is no longer heard at the end of a step begins again when
+// it is heard.
 #pragma once
 
 #include "model/change/plan.h"
@@ -36,13 +37,17 @@ private:
 // Adds to `change` that an ONU starts again: it is off the fibre until it has booted and registered.
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
 
-// Adds to `change` that an ONU which the port can hear registers: it answers in the first discovery window from `from`
-// on. An ONU that boots registers after booting.
+// Adds to `change` that an ONU within the limits of the port registers: it answers in the first discovery window from
+// `from` on in which the light lets its frames pass. While the ONU is not heard, it waits for light. An ONU that boots
+// registers after booting.
 void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change);
 
-// Adds to `change` what a new reach means for the ONUs of a port. ONUs that come into reach register, and an alarm is
-// raised for each ONU that is online and goes out of reach. The caller changes the reach itself.
-void change_reach(const Olt &olt, const PonPort &port, const Reach &reach, Change &change);
+// Adds to `change` that the OAM link of a registered ONU has failed. It comes up again as in a registration.
+void restart_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
+
+// Adds to `change` what new ranging limits mean for the ONUs of a port. ONUs that come within the limits register, and
+// an alarm is raised for each ONU that is online and is outside of them now. The caller changes the limits themselves.
+void change_limits(const Olt &olt, const PonPort &port, const RangingLimits &limits, Change &change);
 
 // Takes the power from an ONU that has arrived at the port, or gives it back. An ONU that was online raises its last
 // alarms. An ONU that has power again boots.

@@ -16,6 +16,7 @@ namespace ponsim
 namespace
 {
 
+constexpr uint32_t million = 1000000;
 constexpr size_t broadcast_flow = flows.size() - 1;
 static_assert(flows[broadcast_flow].cast == Cast::broadcast);
 
@@ -107,8 +108,11 @@ std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t on
         add(demand.wanted.up, uni.up);
         add(demand.wanted.down, uni.down);
     }
-    for (size_t flow = 0; flow < flows.size(); ++flow)
-        demand.errored.at(flow) = errored_share(olt, port, arrival, flows.at(flow));
+    demand.heard = record.heard();
+    for (size_t flow = 0; flow < flows.size(); ++flow) {
+        demand.errored_up[flow] = errored_share(port, arrival, flows[flow], Direction::up);
+        demand.errored_down[flow] = errored_share(port, arrival, flows[flow], Direction::down);
+    }
 
     const LlidBehavior behavior = llid_behavior(olt, port.number, to_llid(onu_id));
     const auto let_in = [&](Cast cast) -> std::optional<Bandwidth> & {

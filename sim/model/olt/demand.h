@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "model/base/direction.h"
 #include "model/change/plan.h"
 #include "model/olt/mpcp.h"
 #include "model/olt/olt.h"
@@ -20,7 +21,6 @@ Traffic::Capacity capacity_of(const Mpcp &mpcp, uint32_t online);
 // Returns how much of the upstream room can be promised to so many ONUs, in kbit/s of the longest frames.
 uint32_t admissible(const Mpcp &mpcp, uint32_t onus);
 
-enum class Direction { up, down };
 // Makes an ONU that has arrived at the port want to send, or be sent, so much. Without a number it has the load that it
 // was found with.
 Plan set_load(const Olt &olt, uint32_t pon_port, const Mac &mac, Direction direction, std::optional<uint32_t> kbits);

@@ -37,6 +37,35 @@ std::optional<uint64_t> first_outside(const OnuLaser &laser, const Range &range,
     return first ? std::min(*first, low) : low;
 }
 
+// Returns the first second from `from` on in which the laser of the port launches less than this.
+std::optional<uint64_t> first_below(const Module &module, int32_t least, uint64_t from)
+{
+    const auto too_low = [&](uint64_t second) { return module.launch_level(second) < least; };
+    if (!module.laser_on() || !too_low(from + horizon * day)) return std::nullopt;
+    return first_second(from, from + horizon * day, too_low);
+}
+
+// Returns when the light of the ONU at the port is no longer as its record says, which is now at the earliest.
+std::optional<ModelTime> first_change_upstream(const Olt &olt, const PonPort &port, const Arrival &arrival,
+                                               const OnuRecord &record, bool blinded)
+{
+    const bool rogue = shines(record);
+    if ((blinded || rogue) && record.up.light != Light::lost) return olt.now();
+    if (blinded && !rogue) return std::nullopt;
+    const uint64_t second = olt.now() / ms_per_second;
+    const Levels levels = levels_of(olt, port, arrival, Direction::up);
+    const int32_t loss = path_loss(port, arrival, Direction::up);
+    const OnuLaser laser(olt, port, arrival.mac);
+    const int32_t received = laser.power(second) - loss;
+    Range range = range_of(record.up, levels);
+    // The light of a rogue ONU is lost in either case. What counts is whether the ONU blinds the port.
+    if (rogue) range = received < levels.loss ? Range{.below = levels.loss} : Range{.least = levels.loss};
+    if (!range.contains(received)) return olt.now();
+    const std::optional<uint64_t> outside = first_outside(laser, {range.least + loss, range.below + loss}, second);
+    if (!outside) return std::nullopt;
+    return *outside * ms_per_second;
+}
+
 } // namespace
 
 void LightWatch::start(const Olt &olt)
@@ -49,17 +78,8 @@ void LightWatch::start(const Olt &olt)
 void LightWatch::follow(const Olt &olt, const Change &change)
 {
     std::vector<bool> concerned(ports.size());
-    for (const auto &[key, record] : change.of<OnuRecord>()) {
+    for (const auto &[key, record] : change.of<OnuRecord>())
         concerned.at(key.pon_port - 1) = true;
-        const PonPort &port = *olt.port(key.pon_port);
-        std::map<Mac, uint32_t> &weak = ports.at(key.pon_port - 1).weak;
-        weak.erase(key.mac);
-        const Arrival *arrival = port.arrived(key.mac);
-        if (!arrival || !record || record->light != Light::degraded) continue;
-        // The weakness is at least 1: light that is good again is still held to be degraded until that is decided anew.
-        const int32_t received = received_level(olt, port, *arrival, olt.now());
-        weak[key.mac] = std::max(1u, ponsim::weakness(received, sensitivity(olt, port, *arrival)));
-    }
     for (const auto &[key, damage] : change.of<Damage>())
         concerned.at(key.pon_port - 1) = true;
     for (const auto &[cage, record] : change.of<ModuleRecord>())
@@ -70,54 +90,47 @@ void LightWatch::follow(const Olt &olt, const Change &change)
         if (concerned[port.number - 1]) look(olt, port);
 }
 
-uint32_t LightWatch::weakness(uint32_t pon_port, const Mac &mac) const
-{
-    const std::map<Mac, uint32_t> &weak = ports.at(pon_port - 1).weak;
-    const auto found = weak.find(mac);
-    return found == weak.end() ? 0 : found->second;
-}
-
-std::optional<ModelTime> LightWatch::next() const
+std::optional<ModelTime> LightWatch::first_of(Time time) const
 {
     std::optional<ModelTime> first;
     for (const Port &port : ports)
-        if (port.next && (!first || *port.next < *first)) first = port.next;
+        if (port.*time && (!first || *(port.*time) < *first)) first = port.*time;
     return first;
 }
 
-bool LightWatch::is_due(uint32_t pon_port, ModelTime now) const
+bool LightWatch::is_due(uint32_t pon_port, Time time, ModelTime now) const
 {
-    const std::optional<ModelTime> &next = ports.at(pon_port - 1).next;
-    return next && *next <= now;
+    const std::optional<ModelTime> &at = ports.at(pon_port - 1).*time;
+    return at && *at <= now;
 }
 
 void LightWatch::look(const Olt &olt, const PonPort &port)
 {
-    std::optional<ModelTime> &next = ports.at(port.number - 1).next;
-    next.reset();
-    const auto consider = [&](ModelTime time) { next = std::min(next.value_or(time), time); };
+    Port &found = ports.at(port.number - 1);
+    found = {};
+    const auto consider = [](std::optional<ModelTime> &first, ModelTime time) {
+        first = std::min(first.value_or(time), time);
+    };
     const bool blinded = is_blinded(olt, port);
-    if (blinded != known_blinded(olt, port)) consider(olt.now());
+    if (blinded != known_blinded(olt, port)) consider(found.next, olt.now());
     const uint64_t second = olt.now() / ms_per_second;
+    Range launch; // the launch power of the port with which all ONUs receive as they do
     for (const Arrival &arrival : port.arrivals) {
-        const Standing standing = standing_of(olt, port, arrival);
-        const bool rogue = shines(port.record(arrival.mac));
-        if ((blinded || rogue) && standing.light != Light::lost) consider(olt.now());
-        if (blinded && !rogue) continue;
-        const Levels levels = levels_of(olt, port, arrival);
-        const int32_t loss = path_loss(port, arrival);
-        const OnuLaser laser(olt, port, arrival.mac);
-        const int32_t received = laser.power(second) - loss;
-        Range range = range_of(standing, levels);
-        // The light of a rogue ONU is lost in either case. What counts is whether the ONU blinds the port.
-        if (rogue) range = received < levels.loss ? Range{.below = levels.loss} : Range{.least = levels.loss};
-        if (!range.contains(received)) {
-            consider(olt.now());
-            continue;
-        }
-        const std::optional<uint64_t> outside = first_outside(laser, {range.least + loss, range.below + loss}, second);
-        if (outside) consider(*outside * ms_per_second);
+        const OnuRecord record = port.record(arrival.mac);
+        if (const auto time_out = time_out_of(olt, port, arrival))
+            consider(found.time_out, std::max(time_out->at, olt.now()));
+        const Range received = range_of(record.down, levels_of(olt, port, arrival, Direction::down));
+        const int32_t loss = path_loss(port, arrival, Direction::down);
+        launch.least = std::max(launch.least, received.least + loss);
+        launch.below = std::min(launch.below, received.below + loss);
+        if (const auto change = first_change_upstream(olt, port, arrival, record, blinded))
+            consider(found.next, *change);
     }
+    const Module &module = *olt.module(port.number);
+    if (!launch.contains(module.launch_level(second)))
+        consider(found.next, olt.now());
+    else if (const auto too_low = first_below(module, launch.least, second))
+        consider(found.next, *too_low * ms_per_second);
 }
 
 Plan age_onu(const Olt &olt, uint32_t pon_port, const Mac &mac, uint32_t hours)

@@ -1,11 +1,11 @@
-// The LightWatch says whether the light of ONUs is good, degraded or lost, and when that becomes different.
+// The LightWatch says whether the light of ONUs is good, weak, lost or too strong, in both directions, and when that
+// becomes different. It also says when links fail because of it.
 //
 // The ONUs' records hold the decision. One process decides. It is due at once when light no longer is as the records
 // say, whatever the cause, and otherwise in the second in which temperature or age change the light.
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -25,20 +25,23 @@ public:
     // Call this after the OLT has made the change.
     void follow(const Olt &olt, const Change &change);
 
-    // Returns the weakness (see weakness() of light.h) of an ONU whose light is degraded, as it was when a row of the
-    // ONU was last changed.
-    uint32_t weakness(uint32_t pon_port, const Mac &mac) const;
     // Returns when light next differs from what the records say. Returns no time when that is more than a thousand
     // years away.
-    std::optional<ModelTime> next() const;
-    bool is_due(uint32_t pon_port, ModelTime now) const;
+    std::optional<ModelTime> next() const { return first_of(&Port::next); }
+    bool is_due(uint32_t pon_port, ModelTime now) const { return is_due(pon_port, &Port::next, now); }
+    // Returns when the first link fails. See time_out_of() of standing.h.
+    std::optional<ModelTime> next_time_out() const { return first_of(&Port::time_out); }
+    bool times_out(uint32_t pon_port, ModelTime now) const { return is_due(pon_port, &Port::time_out, now); }
 
 private:
     struct Port {
-        std::map<Mac, uint32_t> weak; // ONUs whose light is degraded
         std::optional<ModelTime> next;
+        std::optional<ModelTime> time_out;
     };
+    using Time = std::optional<ModelTime> Port::*;
 
+    std::optional<ModelTime> first_of(Time time) const;
+    bool is_due(uint32_t pon_port, Time time, ModelTime now) const;
     void look(const Olt &olt, const PonPort &port);
 
     std::vector<Port> ports;

@@ -110,20 +110,31 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.
 {
     for (uint32_t number = 1; number <= settings.ports; ++number) {
         PortPopulation port = topology ? topology->ports.at(number - 1) : population_at(settings, number);
-        pon_ports.push_back({number, std::move(port.branches), std::move(port.arrivals)});
+        pon_ports.push_back({number, std::move(port.branches), std::move(port.arrivals), port.optics});
+        optics.emplace_back(settings.seed, number, port.optics);
     }
-    for (uint32_t cage = 1; cage <= settings.ports + ge_uplinks; ++cage)
-        optics.emplace_back(settings.seed, cage, cage <= settings.ports);
+    for (uint32_t uplink = 1; uplink <= ge_uplinks; ++uplink)
+        optics.emplace_back(settings.seed, settings.ports + uplink, nullptr);
     forwarding.start(*this);
     lights.start(*this);
 }
 
+Equipment Olt::equipment_of(const Mac &mac) const
+{
+    if (!topology) return {};
+    const auto found = topology->equipment.find(mac);
+    return found == topology->equipment.end() ? Equipment{} : found->second;
+}
+
 Device Olt::device_of(const Mac &mac) const
 {
-    if (topology)
-        if (const auto found = topology->equipment.find(mac); found != topology->equipment.end())
-            return ponsim::device_of(own_seed, mac, found->second);
-    return ponsim::device_of(own_seed, mac);
+    return ponsim::device_of(own_seed, mac, equipment_of(mac));
+}
+
+const OpticalClass &Olt::optics_of(const PonPort &port, const Mac &mac) const
+{
+    const DeviceType *kind = equipment_of(mac).kind;
+    return kind && kind->optics ? *kind->optics : *port.optics;
 }
 
 const PonPort *Olt::port(uint32_t number) const
@@ -201,8 +212,6 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
         ids[pon_port].set();
     for (const auto &[key, password] : change.of<LoidPassword>())
         ids[key.pon_port].set();
-    for (const auto &[cage, record] : change.of<ModuleRecord>())
-        if (port(cage)) ids[cage].set();
     for (const auto &[key, run] : change.of<UpgradeRun>())
         if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) ids[key.pon_port].set(*onu_id);
     for (const auto &[key, bytes] : change.of<Block>())
@@ -330,11 +339,8 @@ void Olt::apply(const Change &change)
         if (is_oui(key))
             for (PonPort &port : pon_ports)
                 port.authentication.extended_oam = !block;
-    for (const auto &[cage, record] : change.of<ModuleRecord>()) {
-        Module &module = optics.at(cage - 1);
-        module.set(record.value_or(ModuleRecord{}), time);
-        if (module.of_pon_port()) pon_ports.at(cage - 1).lit = module.laser_on();
-    }
+    for (const auto &[cage, record] : change.of<ModuleRecord>())
+        optics.at(cage - 1).set(record.value_or(ModuleRecord{}), time);
     for (const auto &[key, run] : change.of<UpgradeRun>())
         pon_ports.at(key.pon_port - 1).upgrades.set(key.mac, run.value());
     for (const auto &[key, damage] : change.of<Damage>()) {

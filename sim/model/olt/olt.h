@@ -49,14 +49,6 @@ bool is_oui(const BlockKey &key);
 enum class OnuState : uint32_t { offline, online, unauthenticated };
 std::string_view to_text(OnuState state);
 
-// A Reach says which ONUs on the fibre a port reaches.
-struct Reach {
-    RangingLimits limits;
-    bool lit; // the laser is on
-
-    bool contains(const Arrival &arrival) const { return lit && limits.contain(arrival.distance); }
-};
-
 // UpgradeRuns hold the upgrade runs of a port's ONUs.
 class UpgradeRuns
 {
@@ -83,12 +75,12 @@ private:
 
 struct PonPort {
     uint32_t number;
-    std::vector<Branch> branches;            // of its fibre
-    std::vector<Arrival> arrivals;           // in order of MAC address
-    std::map<uint32_t, int32_t> damage = {}; // of branches: what light loses there beyond the loss of an undamaged
-                                             // branch, 0.01 dB
+    std::vector<Branch> branches;                // of its fibre
+    std::vector<Arrival> arrivals;               // in order of MAC address
+    const OpticalClass *optics = &usual_class(); // of its module, and of the ONUs whose kind has no other
+    std::map<uint32_t, int32_t> damage = {};     // of branches: what light loses there beyond the loss of an undamaged
+                                                 // branch, 0.01 dB
     RangingLimits limits = {};
-    bool lit = true;                                                         // the laser of its optical module is on
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
     std::map<Mac, OnuRecord> onus = {};                                      // records that differ from a new one
     std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by black list id
@@ -100,12 +92,14 @@ struct PonPort {
     UpgradeRuns upgrades = {};
     Traffic traffic = {};
 
-    Reach reach() const { return {limits, lit}; }
     // Returns the ONU as it has arrived. Returns null when it has not arrived.
     const Arrival *arrived(const Mac &mac) const;
-    // Returns whether the ONU, which has arrived, is on the fibre: the port reaches it, and it has power and is
+    // Returns whether the ONU, which has arrived, is on the fibre: it is within the limits, has power and is
     // registered.
-    bool ranges(const Arrival &arrival) const { return reach().contains(arrival) && record(arrival.mac).present(); }
+    bool ranges(const Arrival &arrival) const
+    {
+        return limits.contain(arrival.distance) && record(arrival.mac).present();
+    }
     // Returns the ONU as it has arrived and is ranged. Returns null when it has not arrived or is not ranged.
     const Arrival *ranged(const Mac &mac) const;
     OnuRecord record(const Mac &mac) const;
@@ -139,6 +133,8 @@ public:
     uint64_t seed() const { return own_seed; }
     // Returns what an ONU is by nature, whether it has arrived or not.
     Device device_of(const Mac &mac) const;
+    // Returns the optical class of an ONU at the port.
+    const OpticalClass &optics_of(const PonPort &port, const Mac &mac) const;
 
     // Returns the ports in the order of their numbers.
     const std::vector<PonPort> &ports() const { return pon_ports; }
@@ -217,6 +213,9 @@ private:
     std::map<uint32_t, OnuIds> concerned(const Change &change) const;
     void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
     void forget(const OnuKey &key);
+
+    // Returns what a scenario says of the ONU.
+    Equipment equipment_of(const Mac &mac) const;
 
     uint64_t own_seed;
     std::shared_ptr<const Topology> topology; // null: everything follows from the seed

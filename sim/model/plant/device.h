@@ -11,6 +11,7 @@
 
 #include "model/base/limits.h"
 #include "model/base/mac.h"
+#include "model/plant/optical_class.h"
 
 namespace ponsim
 {
@@ -35,6 +36,7 @@ struct DeviceType {
     bool fast_leave;
     bool vlan_translation;
     bool vlan_trunk;
+    const OpticalClass *optics = nullptr; // of its transceiver; null: that of its port
 };
 
 std::span<const DeviceType> device_types();

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "model/base/direction.h"
+
 namespace ponsim
 {
 
@@ -23,10 +25,11 @@ constexpr int32_t splitter_loss(uint32_t branches)
     return loss;
 }
 
-// Single-mode fibre loses 0.35 dB a km at the 1310 nm at which ONUs send. ITU-T G.652 allows no more in that band.
-constexpr int32_t fibre_loss(uint32_t metres)
+// ONUs send at 1310 nm and OLTs at 1490 nm. ITU-T G.652 allows cables to lose 0.4 dB a km at either. Those that are
+// laid lose 0.35 and 0.25 dB.
+constexpr int32_t fibre_loss(uint32_t metres, Direction direction)
 {
-    return static_cast<int32_t>(metres * 35 / 1000);
+    return static_cast<int32_t>(metres * (direction == Direction::up ? 35 : 25) / 1000);
 }
 
 } // namespace ponsim

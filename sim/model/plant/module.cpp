@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "model/base/alarm.h"
 #include "model/base/random.h"
@@ -22,29 +23,60 @@ constexpr int32_t temperature_swing = 8 * degree;
 constexpr int32_t no_light = -4000;   // 0.01 dBm
 constexpr int32_t bias_limit = 60000; // the most that the driver of a laser can give: 120 mA
 
-constexpr ModuleType pon_module{
-    .vendor = "SIMA OPTICS",
-    .part = "SX-OLT-PX30",
-    .revision = "1.0",
-    .connector = 0x01, // SC
-    .ethernet = 0x80,  // BASE-PX
-    .wavelength = 1490,
-    .reach = 20,
-    .thresholds = {{
-        {75 * degree, -10 * degree, 70 * degree, 0},
-        {36000, 30000, 35000, 31000},
-        {35000, 2500, 30000, 4000},
-        {56234, 15849, 50119, 19953}, // 7.5, 2, 7 and 3 dBm
-        {2512, 5, 1995, 10},          // -6, -33, -7 and -30 dBm
-    }},
-    .least_bias = 14000,
-    .bias_range = 4000,
-    .bias_swing = 1000, // 0.25 mA a degree
-    .hours_per_bias = 5,
-    .least_power = 28000,
-    .power_range = 12000,
-    .hours_per_power = 5,
+// A PonLaser says what the lasers of a class are like in modules of PON ports. The powers are in 0.1 uW.
+struct PonLaser {
+    std::string_view part; // of the module
+    uint32_t least_power;
+    uint32_t power_range;
+    uint32_t hours_per_power;
 };
+
+// The lasers are in the order of the classes. A new one has at least 1.2 dB more than the class asks for.
+constexpr PonLaser pon_lasers[] = {{"SX-OLT-PX10", 7100, 5500, 18},
+                                   {"SX-OLT-PX20", 22500, 17000, 6},
+                                   {"SX-OLT-PX20+", 25200, 14500, 5},
+                                   {"SX-OLT-PX30", 28000, 12000, 5}};
+
+ModuleType pon_module(const OpticalClass &optics, const PonLaser &laser)
+{
+    const Transceiver &levels = optics.olt;
+    return {
+        .vendor = "SIMA OPTICS",
+        .part = laser.part,
+        .revision = "1.0",
+        .connector = 0x01, // SC
+        .ethernet = 0x80,  // BASE-PX
+        .wavelength = 1490,
+        .reach = optics.reach,
+        .thresholds = {{
+            {75 * degree, -10 * degree, 70 * degree, 0},
+            {36000, 30000, 35000, 31000},
+            {35000, 2500, 30000, 4000},
+            {power_of(levels.greatest_launch + 50), power_of(levels.least_launch - 100),
+             power_of(levels.greatest_launch), power_of(levels.least_launch)},
+            {power_of(levels.overload), power_of(levels.sensitivity - olt_loss_below_sensitivity),
+             power_of(levels.overload - 100), power_of(levels.sensitivity)},
+        }},
+        .least_bias = 14000,
+        .bias_range = 4000,
+        .bias_swing = 1000, // 0.25 mA a degree
+        .hours_per_bias = 5,
+        .least_power = laser.least_power,
+        .power_range = laser.power_range,
+        .hours_per_power = laser.hours_per_power,
+    };
+}
+
+const ModuleType &pon_module(const OpticalClass &optics)
+{
+    static const std::vector<ModuleType> types = [] {
+        std::vector<ModuleType> all;
+        for (const OpticalClass &each : optical_classes())
+            all.push_back(pon_module(each, pon_lasers[all.size()]));
+        return all;
+    }();
+    return types.at(static_cast<size_t>(&optics - optical_classes().data()));
+}
 
 constexpr ModuleType uplink_module{
     .vendor = "SIMB PHOTONICS",
@@ -109,8 +141,8 @@ uint64_t warmth(uint64_t second)
     return std::min(of_day, 2 * half_day - of_day);
 }
 
-Module::Module(uint64_t seed, uint32_t cage, bool of_pon_port)
-    : number(cage), of_pon(of_pon_port), kind(of_pon_port ? &pon_module : &uplink_module)
+Module::Module(uint64_t seed, uint32_t cage, const OpticalClass *optics)
+    : number(cage), of_pon(optics != nullptr), kind(optics ? &pon_module(*optics) : &uplink_module)
 {
     // The stream is that of a group address, which no ONU has.
     Random random = random_for(seed, Purpose::optics, {1, 0, 0, 0, 0, static_cast<uint8_t>(cage)});
@@ -151,7 +183,13 @@ int32_t Module::power_at(uint64_t second) const
 {
     const uint64_t age = second + kept.added_hours * hour;
     const uint64_t lost = age / (kind->hours_per_power * hour);
-    return new_power - static_cast<int32_t>(std::min<uint64_t>(lost, static_cast<uint64_t>(new_power)));
+    const int32_t power = new_power - static_cast<int32_t>(std::min<uint64_t>(lost, static_cast<uint64_t>(new_power)));
+    return kept.dimmed == 0 ? power : power_of(centi_dbm(power) - kept.dimmed);
+}
+
+int32_t Module::launch_level(uint64_t second) const
+{
+    return laser_on() ? centi_dbm(power_at(second)) : no_light;
 }
 
 Readings Module::readings(ModelTime now) const

@@ -13,6 +13,7 @@
 #include "model/base/mac.h"
 #include "model/base/time.h"
 #include "model/kept/module.h"
+#include "model/plant/optical_class.h"
 
 namespace ponsim
 {
@@ -62,7 +63,8 @@ uint64_t warmth(uint64_t second);
 class Module
 {
 public:
-    Module(uint64_t seed, uint32_t cage, bool of_pon_port);
+    // The class is that of the PON port that the module is for. It is null for an uplink.
+    Module(uint64_t seed, uint32_t cage, const OpticalClass *optics);
 
     uint32_t cage() const { return number; }
     bool of_pon_port() const { return of_pon; }
@@ -77,6 +79,8 @@ public:
     bool laser_on() const { return laser_on(kept); }
     static bool laser_on(const ModuleRecord &record) { return !record.tx_disabled || record.always_on; }
     uint32_t laser_hours(ModelTime now) const;
+    // Returns the launch power in 0.01 dBm. It never rises unless the record changes.
+    int32_t launch_level(uint64_t second) const;
 
     // The received power of a PON port's module is that of the ONU that was measured last, because light comes in
     // bursts from many ONUs. It is 0 until an ONU has been measured, and raises no flags.

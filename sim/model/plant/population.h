@@ -12,6 +12,7 @@
 #include "model/base/limits.h"
 #include "model/base/mac.h"
 #include "model/plant/device.h"
+#include "model/plant/optical_class.h"
 
 namespace ponsim
 {
@@ -71,6 +72,7 @@ struct Arrival {
 struct PortPopulation {
     std::vector<Branch> branches;
     std::vector<Arrival> arrivals;
+    const OpticalClass *optics = &usual_class();
 };
 
 // A Topology is what a scenario says of an OLT.

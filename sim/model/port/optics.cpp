@@ -5,7 +5,6 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "model/lifecycle/alarms.h"
-#include "model/lifecycle/registration.h"
 #include "model/olt/light.h"
 #include "model/plant/module_memory.h"
 
@@ -21,18 +20,6 @@ constexpr uint32_t max_delay = 3600000;  // ms
 Plan refuse(uint32_t status)
 {
     return {status};
-}
-
-// Changes the module to `record`. When its laser goes on or off, the change has what that means at its port, too.
-Plan change_module(const Olt &olt, const Module &module, const ModuleRecord &record)
-{
-    Plan plan{BSP_OK, change_of<ModuleRecord>(module.cage(), record)};
-    const bool lit = Module::laser_on(record);
-    if (module.of_pon_port() && lit != module.laser_on()) {
-        const PonPort &port = *olt.port(module.cage());
-        change_reach(olt, port, {port.limits, lit}, plan.change);
-    }
-    return plan;
 }
 
 const Module *pon_module(const Olt &olt, uint32_t pon_port)
@@ -134,7 +121,7 @@ Plan write_module(const Olt &olt, uint32_t cage, uint32_t offset, std::span<cons
     if (!module) return refuse(PON_ERR_NO_CAGE);
     ModuleRecord record = module->record();
     if (!write_diagnostic_memory(record, offset, bytes)) return refuse(PON_ERR_READ_ONLY);
-    return change_module(olt, *module, record);
+    return {BSP_OK, change_of<ModuleRecord>(module->cage(), record)};
 }
 
 Plan set_always_on(const Olt &olt, uint32_t pon_port, bool always_on)
@@ -143,7 +130,7 @@ Plan set_always_on(const Olt &olt, uint32_t pon_port, bool always_on)
     if (!module) return refuse(PON_ERR_NO_PORT);
     ModuleRecord record = module->record();
     record.always_on = always_on;
-    return change_module(olt, *module, record);
+    return {BSP_OK, change_of<ModuleRecord>(module->cage(), record)};
 }
 
 Plan set_loss_level(const Olt &olt, uint32_t pon_port, std::optional<int32_t> level)
@@ -154,7 +141,7 @@ Plan set_loss_level(const Olt &olt, uint32_t pon_port, std::optional<int32_t> le
     if (level && (*level < least || *level > 0)) return refuse(PON_ERR_BAD_RECORD);
     ModuleRecord record = module->record();
     record.loss_level = level;
-    return change_module(olt, *module, record);
+    return {BSP_OK, change_of<ModuleRecord>(module->cage(), record)};
 }
 
 Measurable find_measurable(const Olt &olt, uint32_t pon_port, uint32_t onu_id)
@@ -198,6 +185,17 @@ Plan age_laser(const Olt &olt, uint32_t cage, uint32_t hours)
     ModuleRecord record = module->record();
     record.added_hours = std::min(record.added_hours + hours, max_laser_hours);
     return {BSP_OK, change_of<ModuleRecord>(cage, record)};
+}
+
+Plan dim_laser(const Olt &olt, uint32_t pon_port, int32_t loss)
+{
+    const Module *module = pon_module(olt, pon_port);
+    if (!module) return refuse(PON_ERR_NO_PORT);
+    ModuleRecord record = module->record();
+    record.dimmed = loss;
+    // Age does not end, but this does, and then a low launch power is something new.
+    if (loss == 0) record.raised &= ~(1u << static_cast<uint32_t>(Alarm::power_low));
+    return {BSP_OK, change_of<ModuleRecord>(pon_port, record)};
 }
 
 } // namespace ponsim

@@ -12,7 +12,7 @@ namespace ponsim
 {
 
 // Writes to a module's memory at address A2h. See write_diagnostic_memory(). When the laser of a PON port goes off, its
-// ONUs go offline. When it goes on again, they register.
+// ONUs lose their light.
 Plan write_module(const Olt &olt, uint32_t cage, uint32_t offset, std::span<const uint8_t> bytes);
 
 // Sets the LAO mode: whether the laser stays on although TX disable is set.
@@ -36,6 +36,11 @@ Plan cancel_measurement(const Olt &olt, uint32_t pon_port);
 
 // Makes a laser older.
 Plan age_laser(const Olt &olt, uint32_t cage, uint32_t hours);
+
+// Makes so much less light leave the module of a PON port than its laser gives, in 0.01 dB, as a laser that fails does.
+// 0 ends it.
+inline constexpr int32_t most_dimmed = 6000;
+Plan dim_laser(const Olt &olt, uint32_t pon_port, int32_t loss);
 
 // This is the ONU on the fibre, bound to the id, whose power can be measured. `arrival` is null unless the status is
 // BSP_OK.

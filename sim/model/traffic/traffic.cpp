@@ -20,17 +20,16 @@ void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
         sum[flow] += rates[flow] * time;
 }
 
-// Returns how many frames of an ONU are broken on the fibre, from shares of a million. A remainder that is too small
+// Returns how many frames are broken on the fibre. A remainder that is too small
 // for one frame of its flow adds to the next flow.
 PerFlow broken(const PerFlow &sent, const PerFlow &shares)
 {
-    constexpr uint64_t million = 1000000;
     PerFlow result{};
-    uint64_t millionths = 0;
+    uint64_t parts = 0;
     for (size_t flow = 0; flow < flows.size(); ++flow) {
-        millionths += sent[flow] * shares[flow];
-        result[flow] = std::min(sent[flow], millionths / million);
-        millionths -= result[flow] * million;
+        parts += sent[flow] * shares[flow];
+        result[flow] = std::min(sent[flow], parts / all_errored);
+        parts -= result[flow] * all_errored;
     }
     return result;
 }
@@ -72,7 +71,7 @@ Offered Traffic::offered(ModelTime now) const
 {
     Offered result = settled;
     for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
-                                     &Streams::down, &Streams::down_lost})
+                                     &Streams::down, &Streams::down_lost, &Streams::up_unheard})
         accumulate(result.frames.*stream, passing.*stream, now - settled.until);
     result.until = now;
     return result;
@@ -128,6 +127,7 @@ void Traffic::pass_up()
     passing.up = {};
     passing.up_errored = {};
     passing.up_policed = {};
+    passing.up_unheard = {};
     std::vector<Want> wants;
     for (const auto &[onu_id, onu] : onus)
         wants.push_back(want_of(onu.demand.wanted.up, onu.demand.sla));
@@ -136,7 +136,11 @@ void Traffic::pass_up()
     for (auto &[onu_id, onu] : onus) {
         onu.passed.up = cut(onu.demand.wanted.up, *grant++, Measure::line);
         onu.dropped = without(onu.demand.wanted.up, onu.passed.up);
-        const PerFlow errored = broken(onu.passed.up, onu.demand.errored);
+        if (!onu.demand.heard) {
+            add(passing.up_unheard, onu.passed.up);
+            continue;
+        }
+        const PerFlow errored = broken(onu.passed.up, onu.demand.errored_up);
         const PerFlow received = without(onu.passed.up, errored);
         const PerFlow passed_on = let_in(received, onu.demand);
         add(passing.up, passed_on);
@@ -168,21 +172,23 @@ std::vector<UniFrames> uni_rates(const Traffic::Onu &onu)
 {
     const std::vector<UniDemand> &demands = onu.demand.unis;
     std::vector<UniFrames> rates(demands.size());
+    const PerFlow &down = onu.passed.down;
+    const PerFlow received = onu.demand.heard ? without(down, broken(down, onu.demand.errored_down)) : PerFlow{};
     for (size_t flow = 0; flow < flows.size(); ++flow) {
         apportion(
             onu.passed.up[flow], demands.size(), [&](size_t uni) { return demands[uni].up[flow]; },
             [&](size_t uni, uint64_t share) { rates[uni].up[flow] = share; });
         apportion(
-            onu.passed.down[flow], demands.size(), [&](size_t uni) { return demands[uni].down[flow]; },
+            received[flow], demands.size(), [&](size_t uni) { return demands[uni].down[flow]; },
             [&](size_t uni, uint64_t share) { rates[uni].down[flow] = share; });
     }
     for (size_t uni = 0; uni < demands.size(); ++uni) {
         const UniDemand &demand = demands[uni];
         rates[uni].dropped = without(demand.up, rates[uni].up);
         add(rates[uni].dropped, demand.limited);
-        const PerFlow received = rates[uni].down;
-        rates[uni].down = cut(cut(received, demand.line_down, Measure::line), demand.most_down);
-        rates[uni].discarded = without(received, rates[uni].down);
+        const PerFlow for_users = rates[uni].down;
+        rates[uni].down = cut(cut(for_users, demand.line_down, Measure::line), demand.most_down);
+        rates[uni].discarded = without(for_users, rates[uni].down);
         rates[uni].fragments = demand.fragments;
         rates[uni].crc_errored = demand.crc_errored;
     }

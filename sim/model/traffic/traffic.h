@@ -35,6 +35,8 @@ constexpr Bandwidth kbits(uint64_t number)
     return number * 125 * rate_unit;
 }
 
+inline constexpr uint32_t all_errored = 1000000000; // shares of errored frames are parts of this
+
 // A UniDemand says what the users at a UNI port send and are to be sent, as far as the port lets it pass.
 struct UniDemand {
     PerFlow up = {};
@@ -54,7 +56,10 @@ struct Demand {
     Bandwidth most_down = 0;
     // By cast, this limits how much of what the ONU sends the OLT lets in. None means that all is let in.
     std::array<std::optional<Bandwidth>, 3> let_in = {};
-    PerFlow errored = {}; // how many of a million frames that it sends reach the port with bit errors
+    // These are the shares of the frames that arrive with bit errors, at the port and at the ONU.
+    PerFlow errored_up = {};
+    PerFlow errored_down = {};
+    bool heard = true; // frames reach the other side
 };
 
 class Traffic

@@ -343,7 +343,7 @@ private:
     {
         const Streams passing = fixture.port(pon_port).traffic.offered(fixture.olt().now()).frames;
         Sum frames{.up = passing.up, .down = passing.down};
-        for (const PerFlow &other : {passing.up_errored, passing.up_policed, passing.up_lost})
+        for (const PerFlow &other : {passing.up_errored, passing.up_policed, passing.up_lost, passing.up_unheard})
             add(frames.up, other);
         return frames;
     }

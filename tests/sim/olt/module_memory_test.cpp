@@ -145,6 +145,7 @@ TEST(TxDisable, TakesTheLaserAndThePortsOnusWithIt)
     EXPECT_EQ(laser_state(fixture, 1), 0u);
     EXPECT_EQ(diagnostics(fixture, 1).get(layout::optics_diagnostics::launch_power), -4000);
     EXPECT_EQ(diagnostics(fixture, 1).get(layout::optics_diagnostics::bias), 0u);
+    pass(fixture, gate_time_out);
     EXPECT_FALSE(fixture.port(1).online(*fixture.port(1).bindings[5]));
     EXPECT_TRUE(fixture.simulator.olt().waiting(fixture.port(1)).empty()) << "those that waited are not seen";
     const Mac mac = fixture.port(1).bindings[5]->mac;
@@ -163,6 +164,7 @@ TEST(TxDisable, LetsOnusRegisterWhenItEnds)
     ServiceFixture fixture(lively());
     const Arrival &arrival = fixture.port(1).arrivals[0];
     EXPECT_EQ(i2c_write(fixture, 1, 0xa2, 110, {0x40}), BSP_OK);
+    pass(fixture, gate_time_out);
     bsp_pon_msg auth = record_of(BSP_CMD_AUTH_SET, 1);
     auth.arg_word12 = 1;
     strcpy(auth.text45, arrival.loid.c_str());
@@ -184,6 +186,7 @@ TEST(TxDisable, DoesNotReachALaserThatIsAlwaysOn)
     fixture.settle();
     EXPECT_TRUE(fixture.port(1).online(*fixture.port(1).bindings[5]));
     EXPECT_EQ(set_lao(fixture, 1, 0), BSP_OK);
+    pass(fixture, gate_time_out);
     EXPECT_FALSE(fixture.port(1).online(*fixture.port(1).bindings[5]));
     EXPECT_EQ(set_lao(fixture, 1, 2), PON_ERR_BAD_RECORD);
 }
@@ -211,6 +214,7 @@ TEST(TxDisable, SurvivesARestartWithAllThatIsKeptOfTheModule)
     ServiceFixture fixture(lively(), folder.file("olt.db"));
     EXPECT_EQ(fixture.simulator.olt().module(1)->record(), kept);
     EXPECT_TRUE(fixture.simulator.olt().module(2)->record().always_on);
+    pass(fixture, gate_time_out);
     EXPECT_FALSE(fixture.port(1).online(*fixture.port(1).bindings[5]));
 }
 

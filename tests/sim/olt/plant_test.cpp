@@ -4,6 +4,7 @@
 #include "control/control.h"
 #include "engine/processes.h"
 #include "model/lifecycle/light_process.h"
+#include "model/lifecycle/time_outs.h"
 #include "model/olt/light.h"
 #include "model/port/fibre.h"
 #include "support.h"
@@ -34,6 +35,7 @@ std::shared_ptr<const Topology> tree()
     onu(1, 3100, 2, "first");
     onu(2, 3200, 3, "second");
     onu(3, 4000, 4, "third");
+    port.optics = find_optical_class("PX10"); // for so little loss
     topology->ports = {port};
     return topology;
 }
@@ -59,9 +61,9 @@ struct Plant : OltFixture {
         const auto &branches = port(1).branches;
         const auto found = std::ranges::find(branches, branch, &Branch::name) - branches.begin();
         done(set_damage(port(1), static_cast<uint32_t>(found), loss));
-        pass(0);
+        pass(ms_per_second); // which the time-outs of MPCP take
     }
-    int32_t loss(size_t index) const { return path_loss(port(1), arrival(1, index)); }
+    int32_t loss(size_t index) const { return path_loss(port(1), arrival(1, index), Direction::up); }
     // Returns the names of the ONUs that are on the fibre.
     std::vector<std::string> heard() const
     {
@@ -79,6 +81,7 @@ TEST(Plant, LightLosesWhatSplittersConnectorsAndFibreTake)
     const Plant plant;
     EXPECT_EQ(plant.loss(0), 330 + 330 + 25 + 108) << "two halvings, a connector, 3.1 km";
     EXPECT_EQ(plant.loss(2), 330 + 25 + 140);
+    EXPECT_EQ(path_loss(plant.port(1), plant.arrival(1, 0), Direction::down), 330 + 330 + 25 + 77);
 }
 
 TEST(Plant, DamagesOnTheWayAdd)
@@ -124,7 +127,12 @@ TEST(Plant, ACutTakesAllOnusInOneChange)
 {
     Plant plant;
     plant.olt.apply(set_damage(plant.port(1), 0, cut_loss).change);
-    const Change change = light_process.happen(plant.olt);
+    const Change dark = light_process.happen(plant.olt);
+    EXPECT_EQ(dark.of<OnuRecord>().size(), 3u);
+    EXPECT_EQ(dark.of<AlarmCount>().size(), 0u);
+    plant.olt.apply(dark);
+    plant.olt.advance(time_out_process.next(plant.olt).value());
+    const Change change = time_out_process.happen(plant.olt);
     EXPECT_EQ(change.of<OnuRecord>().size(), 3u);
     EXPECT_EQ(change.of<AlarmCount>().size(), 3u);
 }

@@ -109,9 +109,11 @@ TEST(Traffic, OfAnOnuEndsWithItsLight)
     dark.tx_disabled = true;
     busy.simulator.change(change_of<ModuleRecord>(1, dark));
     EXPECT_EQ(online, 4u);
+    busy.pass(50); // which the GATE time-out takes
     EXPECT_EQ(busy.olt().port(1)->traffic.online(), 0u);
     dark.tx_disabled = false;
     busy.simulator.change(change_of<ModuleRecord>(1, dark));
+    busy.pass(minute);
     EXPECT_EQ(busy.olt().port(1)->traffic.online(), 4u);
 }
 

@@ -353,7 +353,7 @@ TEST(AlarmTest, ShowsInTheViewOfAlarms)
 TEST(AlarmTest, AlarmsOfPortsAndUnknownOnesAreRefused)
 {
     Onus onus;
-    for (uint32_t alarm : {0u, 5u, 6u, 8u, 9u, 11u})
+    for (uint32_t alarm : {0u, 5u, 6u, 8u, 9u, 16u})
         EXPECT_EQ(onus.set_arg(BSP_MSG_ONU_INFO, BSP_CMD_ONU_ALARM_TEST, 1, alarm), PON_ERR_BAD_RECORD) << alarm;
     EXPECT_EQ(parse(onus.view(BSP_CMD_VIEW_ONU_ALARM, 1)).Size(), 0u);
 }

@@ -259,6 +259,7 @@ TEST(PortInfo, APortWithoutLightIsDark)
     Change change;
     change.put<ModuleRecord>(5, dark);
     fixture.simulator.change(change);
+    fixture.pass(50); // which the GATE time-out takes
     const auto rows = fixture.rows(BSP_CMD_VIEW_PORT_INFO);
     EXPECT_TRUE(rows[3]["laser"].GetBool());
     EXPECT_GT(rows[3]["tx_power"].GetDouble(), 0);

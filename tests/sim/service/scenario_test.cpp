@@ -8,6 +8,7 @@
 
 #include "control/control.h"
 #include "model/plant/fibre.h"
+#include "scenario/summary.h"
 #include "scenes.h"
 #include "store/configuration.h"
 
@@ -18,6 +19,7 @@ namespace
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr char small[] = R"(
 [service.home]
@@ -485,6 +487,45 @@ TEST(Scenario, NoByteOfATextThatIsChangedBreaksTheReader)
         }
 }
 
+// Returns a scenario of one port whose only fibre ends at so many splits, with two ONUs at the ends of 100 and 200 m.
+std::string budget(const std::string &optical_class, uint32_t split)
+{
+    return "[[olt]]\nports = 1\nclass = \"" + optical_class +
+           "\"\n[[olt.port]]\nnumber = 1\n[[olt.port.branch]]\nname = \"main\"\nsplit = " + std::to_string(split) +
+           "\n[[olt.port.onu]]\nname = \"near\"\ndrop = 100\n[[olt.port.onu]]\nname = \"far\"\ndrop = 200\n";
+}
+
+std::vector<std::string> summary_lines(const std::string &text)
+{
+    std::istringstream in(summary_of(read_scenario(text, "test.toml")));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+TEST(Summary, HasTheClassAndTheMarginOfEachPort)
+{
+    const std::vector<std::string> lines = summary_lines(budget("PX20", 32));
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0], "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB  Class  Margin, dB");
+    // 16.5 of the splitter, 1 of four connectors, and 0.035 a fibre of 100 m. Downstream 23.5 may be lost.
+    EXPECT_EQ(lines[1], "olt                                  1     2      0       3  17.53 to 17.57    PX20         5.95");
+    EXPECT_EQ(lines[2], "olt: 0 events");
+}
+
+TEST(Summary, WarnsOfLightThatIsTooWeakOrTooStrong)
+{
+    EXPECT_THAT(summary_lines(budget("PX10", 128)),
+                testing::Contains("olt, port 1: warning: the light of far (and 1 more) is too weak: it loses 24.15 dB "
+                                  "downstream, and the optics are made for 19.50 at most"));
+    EXPECT_THAT(summary_lines(budget("PX30", 1)),
+                testing::Contains("olt, port 1: warning: the light of near (and 1 more) may overload the receiver: it "
+                                  "loses 1.02 dB downstream, and the optics are made for 15.00 at least"));
+    for (const uint32_t split : {16, 32, 64})
+        EXPECT_EQ(summary_lines(budget("PX20", split)).size(), 3u) << split;
+}
+
 class ShippedScenario : public testing::TestWithParam<std::filesystem::path>
 {
 };
@@ -502,6 +543,11 @@ TEST_P(ShippedScenario, RunsToItsEndWithoutARefusedEvent)
         for (const std::string &line : scene.simulator.take_log())
             EXPECT_EQ(line.find("refused"), std::string::npos) << line;
     }
+}
+
+TEST_P(ShippedScenario, HasLightEnoughAndNotTooMuch)
+{
+    EXPECT_THAT(summary_of(read_scenario_file(GetParam())), Not(HasSubstr("warning")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenarios, ShippedScenario, testing::ValuesIn(scenarios_in(SCENARIOS)), scenario_name);

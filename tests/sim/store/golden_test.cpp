@@ -165,6 +165,7 @@ void use_modules(ServiceFixture &fixture)
     EXPECT_EQ(trigger(fixture, 1, 1, 4, 100), BSP_OK);
     EXPECT_EQ(set_lao(fixture, 2, 1), BSP_OK);
     control_line(fixture, "age 2 100000");
+    control_line(fixture, "dim 2 0.5");
     control_line(fixture, "age 3 1234");
 }
 
@@ -180,6 +181,8 @@ void tell_story(ProfileFixture &fixture)
     control_line(fixture, "load 1 home-4 up 250");
     control_line(fixture, "flood 1 home-4 17");
     control_line(fixture, "age-onu 1 home-5 2000");
+    control_line(fixture, "age-onu 2 shop-4 850000"); // until its light is degraded
+    control_line(fixture, "bend 2 shop-3 20");        // until both lights of it are lost
     pass(fixture, 3600 * second);
     control_line(fixture, "power 1 home-5 off");
     control_line(fixture, "power 1 home-5 on");
