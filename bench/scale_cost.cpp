@@ -85,11 +85,12 @@ Server serve(const ponsim::Scenario &scenario, const std::string &folder)
     std::filesystem::create_directories(folder);
     return Server(any_processor, [&](int ready) {
         const ponsim::Access access;
+        ponsim::Timekeeper timekeeper;
         std::list<ponsim::Host> hosts;
         for (const ponsim::OltScenario &olt : scenario.olts) {
             ponsim::HostOptions options{.socket_dir = folder + "/" + olt.name};
             options.scenario = std::make_shared<const ponsim::OltScenario>(olt);
-            hosts.emplace_back(options, access);
+            hosts.emplace_back(options, access, timekeeper);
         }
         announce(ready);
         pause();

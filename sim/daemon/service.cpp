@@ -9,6 +9,7 @@
 #include "board/ipc.h"
 #include "board/util.h"
 #include "bsp_pon.h"
+#include "control/control.h"
 #include "control/fault_forms.h"
 #include "daemon/console.h"
 #include "handlers/handler.h"
@@ -100,9 +101,9 @@ void answer_with(Reply reply, const Message &message, std::span<const FaultCase>
 
 } // namespace
 
-Service::Service(Simulator &served, Clock &time, const Access &rules, const std::string &directory, uint32_t mode,
-                 const std::string &record)
-    : simulator(served), clock(time), access(rules), files(mode, directory)
+Service::Service(Simulator &served, Clock &time, Timekeeper &keeper, const Access &rules, const std::string &directory,
+                 uint32_t mode, const std::string &record)
+    : simulator(served), clock(time), timekeeper(keeper), access(rules), files(mode, directory)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
@@ -118,13 +119,39 @@ Service::Service(Simulator &served, Clock &time, const Access &rules, const std:
     config.record = nullptr;
     config.handler = handle_control;
     config.authorize = authorize_control;
+    config.concurrent = 1;
     control.reset(board_service_start(&config));
+    const std::lock_guard lock(turns);
+    await_due();
 }
 
 void Service::stop()
 {
+    stopping = true;
     service.reset();
     control.reset();
+    timekeeper.forget(*this);
+}
+
+void Service::await_due()
+{
+    const std::optional<ModelTime> due = simulator.next_due();
+    timekeeper.set(*this, due ? clock.when(*due) : std::nullopt);
+}
+
+void Service::wake()
+{
+    constexpr uint32_t slice = 16; // happenings between which requests are answered
+    constexpr std::chrono::seconds pause{1};
+    const std::lock_guard lock(turns);
+    try {
+        simulator.advance(clock.now(), slice);
+        write_log();
+        await_due();
+    } catch (const std::exception &error) {
+        userlog_err(__func__, __LINE__, "%s\n", error.what());
+        timekeeper.set(*this, std::chrono::steady_clock::now() + pause);
+    }
 }
 
 void Service::write_log()
@@ -137,7 +164,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
 {
     Service &self = *static_cast<Service *>(context);
     try {
-        const std::lock_guard lock(self.turn);
+        const std::lock_guard lock(self.turns);
         self.simulator.advance(self.clock.now());
         const Message message = message_of(*request);
         const std::vector<FaultCase> faults = self.simulator.faults().happen_to(message);
@@ -149,9 +176,36 @@ void Service::handle(void *context, const board_request *request, board_answer *
         answer_with(std::move(reply), message, faults, self.files, answer);
         self.clock.reach(self.simulator.olt().now()); // a loaded configuration may be ahead of the clock
         self.write_log();
+        self.await_due();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
+    }
+}
+
+std::string Service::carry_out(std::string_view line)
+{
+    if (const std::optional<ModelTime> length = step_length(line)) return carry_out_step(*length);
+    const std::lock_guard lock(turns);
+    simulator.advance(clock.now());
+    std::string said = ponsim::control(simulator, clock, line);
+    write_log();
+    await_due();
+    return said;
+}
+
+std::string Service::carry_out_step(ModelTime length)
+{
+    const std::lock_guard one_step(step_turns);
+    Step step(simulator, clock, length);
+    for (;;) {
+        if (stopping) throw ControlError("step: the service stops");
+        const std::lock_guard lock(turns);
+        const bool more = step.go_on();
+        write_log();
+        if (more) continue;
+        await_due();
+        return time_passed(simulator);
     }
 }
 
@@ -162,10 +216,7 @@ void Service::handle_control(void *context, const board_request *request, board_
     Service &self = *static_cast<Service *>(context);
     std::string said;
     try {
-        const std::lock_guard lock(self.turn);
-        self.simulator.advance(self.clock.now());
-        said = ponsim::control(self.simulator, self.clock, {static_cast<const char *>(request->data), request->length});
-        self.write_log();
+        said = self.carry_out({static_cast<const char *>(request->data), request->length});
     } catch (const std::exception &error) {
         said = error.what();
         board_answer_status(answer, 1);
@@ -175,9 +226,9 @@ void Service::handle_control(void *context, const board_request *request, board_
 
 const char *Service::authorize_control(void *context, const board_request *request)
 {
-    Service &self = *static_cast<Service *>(context);
-    self.control_refusal = self.access.refuse_control(request->uid);
-    return self.control_refusal.empty() ? nullptr : self.control_refusal.c_str();
+    thread_local std::string refusal; // of the request that this thread handles
+    refusal = static_cast<Service *>(context)->access.refuse_control(request->uid);
+    return refusal.empty() ? nullptr : refusal.c_str();
 }
 
 const char *Service::authorize(void *context, const board_request *request)

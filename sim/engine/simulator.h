@@ -11,6 +11,7 @@
 
 #include "engine/faults.h"
 #include "engine/message.h"
+#include "engine/processes.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
 #include "scenario/scenario.h"
@@ -38,8 +39,15 @@ public:
     const Settings &settings() const { return olt_settings; }
     const Olt &olt() const { return model; }
 
-    // Lets model time pass, with everything that happens by then. Throws StoreError. What happened before that is kept.
+    // Returns the time of what happens next by itself: now or earlier when it is due, and no time while nothing is
+    // under way.
+    std::optional<ModelTime> next_due() const;
+    // Lets model time pass, with everything that happens by then, and keeps what has happened. Throws StoreError. Then
+    // what has happened is kept together with the next change.
     void advance(ModelTime to);
+    // As above, but lets at most so many things happen. Returns whether that was enough to get there. When it was not,
+    // time has passed up to the last of them.
+    bool advance(ModelTime to, uint32_t happenings);
     // Changes the OLT from outside. Throws StoreError. Then nothing is changed.
     void change(Change change);
     // Keeps the time, so that the OLT goes on from here when it is started again. Throws StoreError.
@@ -55,8 +63,13 @@ public:
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
 private:
+    std::optional<Happening> find_due() const;
+    void happen();
+    Change change_of(const Event &event) const;
+    // Makes a change that is kept, or will be.
+    void apply(const Change &change);
+    void keep_happenings();
     void note(const Change &change);
-    void happen(const Event &event);
 
     // These do what a request wants with the configuration, and complete its outcome. They throw StoreError.
     void carry_out(std::monostate, Outcome &) {}
@@ -69,6 +82,8 @@ private:
     Settings olt_settings;
     Olt model;
     Faults wire_faults;
+    std::optional<Happening> due; // what happens next, which stays the same until something changes
+    Change happened;              // the changes of the last happenings, which are not kept yet
     std::vector<std::string> log;
     std::string received;   // of a configuration that is to be loaded
     uint32_t announced = 0; // size of that configuration in bytes
