@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <shared_mutex>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -73,6 +74,21 @@ void die_of(std::span<const FaultCase> faults, KillPoint point)
             _exit(EXIT_FAILURE);
 }
 
+// Answers with what the service says, as long as that is no file.
+void answer_with(const Reply &reply, const Message &message, board_answer *answer)
+{
+    board_answer_status(answer, reply.status);
+    if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
+    if (!reply.understood || !is_get(message)) return;
+    if (reply.answer)
+        board_answer_data(answer, reply.answer->data(), static_cast<uint32_t>(reply.answer->size()));
+    else
+        board_answer_data(answer, message.data, message.length);
+    if (reply.result)
+        board_answer_result(answer, *command_of(message), reply.result->data(),
+                            static_cast<uint32_t>(reply.result->size()));
+}
+
 void answer_with(Reply reply, const Message &message, std::span<const FaultCase> faults, ResultFiles &files,
                  board_answer *answer)
 {
@@ -82,21 +98,12 @@ void answer_with(Reply reply, const Message &message, std::span<const FaultCase>
     }
     if (reply.file)
         reply.answer = naming(reply.answer.value_or(std::string()), *reply.file, files.write(reply.file->content));
-    board_answer_status(answer, reply.status);
-    if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
-    if (!reply.understood || !is_get(message)) return;
-    if (!faults.empty()) {
+    if (!faults.empty() && reply.understood && is_get(message)) {
         if (!reply.answer) reply.answer.emplace(static_cast<const char *>(message.data), message.length);
         for (const FaultCase &fault : faults)
             spoil(*reply.answer, fault, message);
     }
-    if (reply.answer)
-        board_answer_data(answer, reply.answer->data(), static_cast<uint32_t>(reply.answer->size()));
-    else
-        board_answer_data(answer, message.data, message.length);
-    if (reply.result)
-        board_answer_result(answer, *command_of(message), reply.result->data(),
-                            static_cast<uint32_t>(reply.result->size()));
+    answer_with(reply, message, answer);
 }
 
 } // namespace
@@ -113,13 +120,13 @@ Service::Service(Simulator &served, Clock &time, Timekeeper &keeper, const Acces
     config.authorize = authorize;
     config.context = this;
     config.record = record.empty() ? nullptr : record.c_str();
+    config.concurrent = 1;
     service.reset(board_service_start(&config));
     if (!service) return;
     config.module = control_module;
     config.record = nullptr;
     config.handler = handle_control;
     config.authorize = authorize_control;
-    config.concurrent = 1;
     control.reset(board_service_start(&config));
     const std::lock_guard lock(turns);
     await_due();
@@ -164,9 +171,11 @@ void Service::handle(void *context, const board_request *request, board_answer *
 {
     Service &self = *static_cast<Service *>(context);
     try {
+        const Message message = message_of(*request);
+        if (only_reads(message))
+            if (const SharedReply reply = self.look(message)) return answer_with(*reply, message, answer);
         const std::lock_guard lock(self.turns);
         self.simulator.advance(self.clock.now());
-        const Message message = message_of(*request);
         const std::vector<FaultCase> faults = self.simulator.faults().happen_to(message);
         for (const FaultCase &fault : faults)
             userlog_debug("ponsim", __LINE__, "fault %u happens\n", fault.number);
@@ -181,6 +190,25 @@ void Service::handle(void *context, const board_request *request, board_answer *
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
     }
+}
+
+// What is kept may hold at the time of the clock already. Otherwise the OLT first follows the clock, which is done with
+// a turn of its own, but takes no longer than what is due by then.
+SharedReply Service::look(const Message &message)
+{
+    {
+        const std::shared_lock lock(turns);
+        if (SharedReply reply = simulator.look(message, clock.now())) return reply;
+    }
+    {
+        const std::lock_guard lock(turns);
+        if (simulator.faults().any()) return nullptr;
+        simulator.advance(clock.now());
+        write_log();
+        await_due();
+    }
+    const std::shared_lock lock(turns);
+    return simulator.look(message, simulator.olt().now());
 }
 
 std::string Service::carry_out(std::string_view line)
@@ -233,9 +261,9 @@ const char *Service::authorize_control(void *context, const board_request *reque
 
 const char *Service::authorize(void *context, const board_request *request)
 {
-    Service &self = *static_cast<Service *>(context);
-    self.refusal = self.access.refuse(request->uid, message_of(*request));
-    return self.refusal.empty() ? nullptr : self.refusal.c_str();
+    thread_local std::string refusal; // of the request that this thread handles
+    refusal = static_cast<Service *>(context)->access.refuse(request->uid, message_of(*request));
+    return refusal.empty() ? nullptr : refusal.c_str();
 }
 
 } // namespace ponsim

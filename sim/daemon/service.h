@@ -46,6 +46,8 @@ private:
     static const char *authorize(void *context, const board_request *request);
 
     void wake() override;
+    // Answers a message that only reads, beside others that do. Returns null when it must have a turn of its own.
+    SharedReply look(const Message &message);
     // Carries out a line of ponsim ctl. Throws as control() does.
     std::string carry_out(std::string_view line);
     std::string carry_out_step(ModelTime length);
@@ -57,10 +59,9 @@ private:
     Timekeeper &timekeeper;
     const Access &access;
     ResultFiles files;
-    Turns turns;      // held by whoever uses simulator, clock and files
+    Turns turns;      // held by whoever uses simulator, clock and files, and shared by those who only read
     Turns step_turns; // held by a step from beginning to end; others wait before they take a turn above
     std::atomic<bool> stopping = false;
-    std::string refusal; // the text of the last refusal that was reported
     std::unique_ptr<board_service, Stop> service;
     std::unique_ptr<board_service, Stop> control;
 };

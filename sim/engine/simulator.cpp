@@ -200,6 +200,8 @@ void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
         model = std::move(loaded);
         happened = {};
         due = find_due();
+        replies.clear();
+        rows.clear();
     } catch (const OtherOltError &error) {
         return refuse(PON_ERR_OTHER_OLT, error.what());
     } catch (const ConfigurationError &error) {
@@ -213,8 +215,41 @@ void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
     advance(now);
 }
 
+namespace
+{
+
+Reply reply_of(Outcome &&outcome)
+{
+    return {
+        outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),
+        std::move(outcome.file)};
+}
+
+bool only_reads(const Outcome &outcome)
+{
+    return outcome.change.empty() && outcome.change.log.empty() && outcome.change.faults.empty() && !outcome.file &&
+           std::holds_alternative<std::monostate>(outcome.configuration);
+}
+
+} // namespace
+
+SharedReply Simulator::look(const Message &message, ModelTime now)
+{
+    if (!ponsim::only_reads(message) || wire_faults.any() || (due && due->at <= now)) return nullptr;
+    if (SharedReply kept_reply = replies.find(message, model.generation(), now)) return kept_reply;
+    const Handler *handler = find_handler(command_channel(message), *command_of(message), message.call);
+    if (!handler || now != model.now()) return nullptr;
+    const Look look;
+    Outcome outcome = handler->handle(model, {message.data, message.length, &rows});
+    if (!only_reads(outcome)) return nullptr;
+    const auto reply = std::make_shared<const Reply>(reply_of(std::move(outcome)));
+    if (reply->result) replies.keep(message, model.generation(), look.holds_until(), reply);
+    return reply;
+}
+
 Reply Simulator::handle(const Message &message)
 {
+    if (const SharedReply reply = look(message, model.now())) return *reply;
     const catalogue::Channel *channel = catalogue::find_channel(message.channel);
     if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
     const std::optional<uint32_t> command = command_of(message);
@@ -233,9 +268,7 @@ Reply Simulator::handle(const Message &message)
     } catch (const StoreError &error) {
         return {PON_ERR_STORE, true, {}, {}, error.what()};
     }
-    return {
-        outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),
-        std::move(outcome.file)};
+    return reply_of(std::move(outcome));
 }
 
 } // namespace ponsim

@@ -10,12 +10,14 @@
 #include <vector>
 
 #include "engine/faults.h"
+#include "engine/kept_replies.h"
 #include "engine/message.h"
 #include "engine/processes.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
 #include "scenario/scenario.h"
 #include "store/store.h"
+#include "views/kept_rows.h"
 
 namespace ponsim
 {
@@ -53,6 +55,12 @@ public:
     // Keeps the time, so that the OLT goes on from here when it is started again. Throws StoreError.
     void keep_time();
 
+    // Answers a message that only reads, as handle() does at the time `now`, which is not before olt().now(). Returns
+    // null when that needs what only one thread at a time may do: something is due or goes wrong, the OLT is to be
+    // shown as it is at a later time than olt().now(), or the message does more than read. Several threads may call it
+    // at the same time.
+    SharedReply look(const Message &message, ModelTime now);
+
     // Answers every message. The change is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
 
@@ -81,6 +89,8 @@ private:
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
     Settings olt_settings;
     Olt model;
+    KeptReplies replies;
+    KeptRows rows;
     Faults wire_faults;
     std::optional<Happening> due; // what happens next, which stays the same until something changes
     Change happened;              // the changes of the last happenings, which are not kept yet

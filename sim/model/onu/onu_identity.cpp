@@ -116,10 +116,10 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
     constexpr uint64_t bias_swing = 400;
     constexpr uint32_t gain = 10; // 0.01 dB per km; fibre loses less of the 1490 nm that OLTs send
     const Mac &mac = onu.binding->mac;
-    const ModelTime now = olt.now();
-    const uint64_t warm = warmth(now / ms_per_second);
+    const ModelTime second = olt.second();
+    const uint64_t warm = warmth(second);
     const Arrival &arrival = *onu.port->ranged(mac);
-    const int32_t sent = centi_dbm(olt.module(onu.port->number)->readings(now)[launch_power]);
+    const int32_t sent = centi_dbm(olt.module(onu.port->number)->readings(second * ms_per_second)[launch_power]);
 
     Random random = random_for(olt.seed(), Purpose::optics, mac);
     random.next(); // skips the number of the launch power
@@ -128,7 +128,7 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
         static_cast<int32_t>(35 * degree + random.below(12 * degree) + temperature_swing * warm / half_day);
     readings[voltage] = static_cast<int32_t>(32700 + random.below(600));
     readings[bias] = static_cast<int32_t>(5000 + random.below(3000) + bias_swing * warm / half_day);
-    readings[launch_power] = power_of(OnuLaser(olt, *onu.port, mac).power(now / ms_per_second));
+    readings[launch_power] = power_of(OnuLaser(olt, *onu.port, mac).power(second));
     readings[received_power] =
         power_of(sent - path_loss(*onu.port, arrival) + static_cast<int32_t>(arrival.distance * gain / 1000));
     return readings;
