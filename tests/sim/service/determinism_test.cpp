@@ -1,8 +1,5 @@
 // These tests check that the same seed, requests and events give the same bytes.
-#include <cstring>
-
-#include "catalogue.h"
-#include "model/base/random.h"
+#include "any_record.h"
 #include "optics.h"
 #include "support.h"
 
@@ -12,19 +9,6 @@ namespace
 {
 
 constexpr WantedSettings busy{.seed = 11, .ports = 2, .arrivals = 6, .silent = 10};
-
-// Returns a record of the command whose contents make sense in part: ports, ids and switches are small numbers.
-std::string record_of_command(const catalogue::Command &command, Random &random)
-{
-    std::string bytes(command.channel->record->size, '\0');
-    for (size_t at = 0; at + 4 <= bytes.size(); at += 4) {
-        const uint32_t kind = random.below(100);
-        const uint32_t word = kind < 70 ? random.below(4) : kind < 80 ? static_cast<uint32_t>(random.next()) : 0;
-        std::memcpy(&bytes[at], &word, sizeof word);
-    }
-    std::memcpy(&bytes[command.channel->record->command->offset], &command.code, sizeof command.code);
-    return bytes;
-}
 
 struct Transcript {
     std::string all;
