@@ -13,20 +13,12 @@
 #include "engine/simulator.h"
 #include "model/olt/light.h"
 #include "model/port/fibre.h"
-#include "processes.h"
-#include "scenario/scenario.h"
+#include "olts.h"
 
 namespace
 {
 
 using namespace ponsim;
-
-std::shared_ptr<const OltScenario> full_olt()
-{
-    const std::string text = "[service.bound]\nbound = true\n[[olt]]\n[[olt.port]]\nnumbers = \"1-16\"\n"
-                             "[[olt.port.onu]]\nname = \"onu\"\nservice = \"bound\"\ncount = 128\n";
-    return std::make_shared<const OltScenario>(read_scenario(text, "bench").olts.front());
-}
 
 // Damages the fibres of all ONUs until, at midnight, the ports receive from each of them a little more than they need
 // for light without errors. The powers of a port's ONUs are spread over 0.3 dB, which is what a day's warmth takes.
@@ -63,7 +55,8 @@ int main(int count, char **arguments)
     if (!mkdtemp(folder.data())) die("mkdtemp");
     {
         Store store(folder + "/olt.db", false);
-        Simulator simulator(store, {}, full_olt());
+        Simulator simulator(store, {},
+                            std::make_shared<const OltScenario>(scenario_of(1, 16, 128, "registered").olts.front()));
         make_marginal(simulator);
         const double begin = seconds_of_user();
         uint64_t slices = 0;
