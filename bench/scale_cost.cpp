@@ -9,35 +9,19 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "board/datastore.h"
 #include "bsp_pon.h"
-#include "daemon/host.h"
 #include "generated/service_words.h"
-#include "processes.h"
-#include "scenario/scenario.h"
+#include "olts.h"
 
 namespace
 {
 
 using Clock = std::chrono::steady_clock;
-
-// Returns a scenario of OLTs with so many PON ports, each with so many bound ONUs. `start` is cold or registered.
-ponsim::Scenario scenario_of(int olts, int ports, int onus, const char *start)
-{
-    const std::string text =
-        std::string("start = \"") + start +
-        "\"\n"
-        "[service.bound]\nbound = true\n"
-        "[[olt]]\nname = \"olt\"\ncount = " +
-        std::to_string(olts) + "\n[[olt.port]]\nnumbers = \"1-" + std::to_string(ports) +
-        "\"\n[[olt.port.onu]]\nname = \"onu\"\nservice = \"bound\"\ncount = " + std::to_string(onus) + "\n";
-    return ponsim::read_scenario(text, "bench");
-}
 
 size_t registered(const ponsim::Olt &olt)
 {
@@ -77,23 +61,6 @@ size_t memory_of(pid_t process)
     for (std::string line; std::getline(status, line);)
         if (line.starts_with("VmRSS:")) return std::stoul(line.substr(6));
     return 0;
-}
-
-// Serves a scenario's OLTs from a child process, in folders that have their names.
-Server serve(const ponsim::Scenario &scenario, const std::string &folder)
-{
-    std::filesystem::create_directories(folder);
-    return Server(any_processor, [&](int ready) {
-        const ponsim::Access access;
-        std::list<ponsim::Host> hosts;
-        for (const ponsim::OltScenario &olt : scenario.olts) {
-            ponsim::HostOptions options{.socket_dir = folder + "/" + olt.name};
-            options.scenario = std::make_shared<const ponsim::OltScenario>(olt);
-            hosts.emplace_back(options, access);
-        }
-        announce(ready);
-        pause();
-    });
 }
 
 struct Kind {

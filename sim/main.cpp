@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -96,7 +97,8 @@ int control(const Options &options)
     }
     if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
     try {
-        fputs(ponsim::send_control(line).c_str(), stdout);
+        const std::optional<ponsim::ModelTime> step = ponsim::step_length(line);
+        fputs((step ? ponsim::send_step(line, *step) : ponsim::send_control(line)).c_str(), stdout);
         return EXIT_SUCCESS;
     } catch (const ponsim::NoServiceError &) {
         const std::string directory = board_ipc_directory();
@@ -177,9 +179,10 @@ int serve(const Options &options)
         together.state = default_state(scenario.olts.size());
     else if (options.state != "none")
         together.state = options.state;
+    ponsim::Timekeeper timekeeper;
     std::vector<std::unique_ptr<ponsim::Host>> hosts;
     for (const ponsim::HostOptions &each : ponsim::host_each(together, std::move(scenario)))
-        hosts.push_back(std::make_unique<ponsim::Host>(each, options.access));
+        hosts.push_back(std::make_unique<ponsim::Host>(each, options.access, timekeeper));
 
     printf("ponsim: serving on %s (%s, state %s)\n", together.socket_dir.c_str(), describe(hosts).c_str(),
            together.state.empty() ? "none" : together.state.c_str());

@@ -65,7 +65,8 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
                                 .pid = peer.pid,
                                 .uid = peer.uid,
                                 .gid = peer.gid};
-    const std::lock_guard lock(one_at_a_time);
+    std::unique_lock lock(one_at_a_time, std::defer_lock);
+    if (!config.concurrent || recorder.is_on()) lock.lock();
     try {
         const char *denied = config.authorize ? config.authorize(config.context, &request) : nullptr;
         if (denied) {

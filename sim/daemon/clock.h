@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 #include "model/base/time.h"
 
@@ -16,6 +17,9 @@ public:
     Clock(ModelTime start, double speed);
 
     ModelTime now() const;
+    // Returns when the clock shows this model time or, when it is past, a time that is past, too. Returns no time when
+    // the clock stands still, or shows this in a hundred years or later.
+    std::optional<std::chrono::steady_clock::time_point> when(ModelTime time) const;
     void step(ModelTime milliseconds) { base += milliseconds; }
     // Continues from that time, unless it is already past.
     void reach(ModelTime time);

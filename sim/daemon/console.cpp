@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr ModelTime longest_step = 10ull * 365 * 24 * 3600; // s: ten years
+constexpr uint32_t slice = 16;                              // happenings of a step between which nobody has a turn
 
 std::string seconds(ModelTime time)
 {
@@ -49,6 +50,30 @@ std::string help()
 
 } // namespace
 
+bool Step::go_on()
+{
+    const ModelTime from = clock.now();
+    const bool there = simulator.advance(from + left, slice);
+    const ModelTime passed = std::max(simulator.olt().now(), from) - from;
+    clock.step(passed);
+    left -= passed;
+    if (there) simulator.keep_time();
+    return !there;
+}
+
+std::optional<ModelTime> step_length(std::string_view line)
+{
+    const std::vector<std::string> words = control_words(line);
+    if (words.empty() || words[0] != "step") return std::nullopt;
+    if (words.size() != 2) throw ControlError("step: expected a number of seconds");
+    return read_seconds(words[1]);
+}
+
+std::string time_passed(const Simulator &simulator)
+{
+    return seconds(simulator.olt().now()) + '\n';
+}
+
 std::string control(Simulator &simulator, Clock &clock, std::string_view line)
 {
     std::vector<std::string> words = control_words(line);
@@ -58,18 +83,17 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
 
     if (name == "now") {
         if (!words.empty()) throw ControlError("now: expected no more words");
-        return seconds(simulator.olt().now()) + '\n';
+        return time_passed(simulator);
     }
     if (name == "faults") {
         if (!words.empty()) throw ControlError("faults: expected no more words");
         return simulator.faults().list();
     }
-    if (name == "step") {
-        if (words.size() != 1) throw ControlError("step: expected a number of seconds");
-        clock.step(read_seconds(words[0]));
-        simulator.advance(clock.now());
-        simulator.keep_time();
-        return seconds(simulator.olt().now()) + '\n';
+    if (const std::optional<ModelTime> length = step_length(line)) {
+        Step step(simulator, clock, *length);
+        while (step.go_on())
+            continue;
+        return time_passed(simulator);
     }
     Plan plan = plan_control(simulator.olt(), line);
     for (const FaultOrder &order : plan.change.faults)

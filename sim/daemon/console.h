@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,28 @@ namespace ponsim
 inline constexpr uint32_t control_module = 106;
 inline constexpr uint32_t control_channel = 1;
 
+// A Step lets model time pass in slices. Between two slices others may look at the OLT and change it: it is as it is at
+// a time on the way, which is the time that the clock shows.
+class Step
+{
+public:
+    Step(Simulator &stepped, Clock &time, ModelTime length) : simulator(stepped), clock(time), left(length) {}
+
+    // Lets a slice pass. Returns whether more are left. The last one keeps the time. Throws StoreError.
+    bool go_on();
+
+private:
+    Simulator &simulator;
+    Clock &clock;
+    ModelTime left;
+};
+
+// Returns how much time a line lets pass. Returns none when the line is another command. Throws ControlError.
+std::optional<ModelTime> step_length(std::string_view line);
+
 // Carries out one line. The answer is a text for people. Throws ControlError and StoreError.
 std::string control(Simulator &simulator, Clock &clock, std::string_view line);
+// Returns the answer to a step that has been carried out, and to the question for the time.
+std::string time_passed(const Simulator &simulator);
 
 } // namespace ponsim

@@ -1,7 +1,17 @@
 #include "daemon/control_client.h"
 
+#include <algorithm>
+#include <chrono>
+#include <cinttypes>
+#include <condition_variable>
 #include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <mutex>
 #include <stdexcept>
+#include <thread>
+
+#include <unistd.h>
 
 #include "board/ipc.h"
 #include "board/service.h"
@@ -10,6 +20,61 @@
 
 namespace ponsim
 {
+namespace
+{
+
+// A StepProgress is one line on a terminal that shows how much of a step has passed. It disappears when the object is
+// destroyed. Without a terminal there is no line.
+class StepProgress
+{
+public:
+    explicit StepProgress(ModelTime step_length) : length(std::max<ModelTime>(step_length, 1))
+    {
+        if (!isatty(STDERR_FILENO)) return;
+        from = time_told(send_control("now"));
+        thread = std::thread(&StepProgress::show, this);
+    }
+    ~StepProgress()
+    {
+        if (!thread.joinable()) return;
+        {
+            const std::lock_guard lock(mutex);
+            ended = true;
+        }
+        changed.notify_all();
+        thread.join();
+        std::fputs("\r\033[K", stderr);
+    }
+    StepProgress(const StepProgress &) = delete;
+    StepProgress &operator=(const StepProgress &) = delete;
+
+private:
+    void show()
+    {
+        constexpr std::chrono::milliseconds pause{200};
+        ModelTime passed = 0;
+        std::unique_lock lock(mutex);
+        do {
+            lock.unlock();
+            std::fprintf(stderr, "\r\033[K%" PRIu64 " %% of the step", std::min(passed, length) * 100 / length);
+            try {
+                passed = time_told(send_control("now")) - from;
+            } catch (const std::exception &) {
+                // The step itself says what is wrong.
+            }
+            lock.lock();
+        } while (!changed.wait_for(lock, pause, [this] { return ended; }));
+    }
+
+    const ModelTime length;
+    ModelTime from = 0;
+    std::mutex mutex; // guards `ended`
+    std::condition_variable changed;
+    bool ended = false;
+    std::thread thread;
+};
+
+} // namespace
 
 std::string send_control(const std::string &line)
 {
@@ -25,6 +90,28 @@ std::string send_control(const std::string &line)
     said.resize(length);
     if (status != 0) throw ControlError(said);
     return said;
+}
+
+std::string send_step(const std::string &line, ModelTime length)
+{
+    constexpr uint32_t longest_wait = std::numeric_limits<int32_t>::max(); // ms
+    const StepProgress progress(length);
+    const uint32_t before = board_ipc_use_thread_timeout(longest_wait);
+    try {
+        std::string said = send_control(line);
+        board_ipc_use_thread_timeout(before);
+        return said;
+    } catch (...) {
+        board_ipc_use_thread_timeout(before);
+        throw;
+    }
+}
+
+ModelTime time_told(const std::string &answer)
+{
+    uint64_t whole = 0, rest = 0;
+    std::sscanf(answer.c_str(), "%" SCNu64 ".%3" SCNu64, &whole, &rest);
+    return whole * ms_per_second + rest;
 }
 
 } // namespace ponsim

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "model/base/time.h"
+
 namespace ponsim
 {
 
@@ -17,5 +19,12 @@ public:
 // Sends a line to the ponsim in the calling thread's folder of sockets, and returns its answer. Throws ControlError
 // when ponsim refuses the line, NoServiceError, and std::runtime_error when ponsim cannot be reached.
 std::string send_control(const std::string &line);
+
+// As above for a line that orders a step of this length. Waits for its end as long as it takes. When standard error is
+// a terminal, a line there shows meanwhile how much of the step has passed.
+std::string send_step(const std::string &line, ModelTime length);
+
+// Returns the model time that ponsim tells in its answer to `now`.
+ModelTime time_told(const std::string &answer);
 
 } // namespace ponsim

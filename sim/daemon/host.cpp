@@ -59,11 +59,11 @@ std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenari
     return hosts;
 }
 
-Host::Host(const HostOptions &options, const Access &access)
+Host::Host(const HostOptions &options, const Access &access, Timekeeper &timekeeper)
     : store(options.state, options.fresh),
       model(store, options.wanted, options.scenario),
       clock(model.olt().now(), options.speed),
-      service(model, clock, access, options.socket_dir, options.socket_mode, options.record)
+      service(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, options.record)
 {
     if (!service.serving()) throw std::runtime_error("cannot serve on " + options.socket_dir);
 }

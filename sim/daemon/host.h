@@ -36,9 +36,9 @@ std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenari
 class Host
 {
 public:
-    // Serves from now on until it is stopped. The access rules must outlive it. Throws StoreError, and
+    // Serves from now on until it is stopped. Access rules and timekeeper must outlive it. Throws StoreError, and
     // std::runtime_error when the sockets could not be opened.
-    Host(const HostOptions &options, const Access &access);
+    Host(const HostOptions &options, const Access &access, Timekeeper &timekeeper);
     Host(const Host &) = delete;
 
     const Simulator &simulator() const { return model; }

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "daemon/thread.h"
+
 namespace ponsim
 {
 namespace
@@ -32,17 +34,7 @@ Child::Child(std::vector<std::string> command, int descriptor) : words(std::move
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
 
-    // The keeper takes no signals, because they are for the program to handle.
-    sigset_t all, before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    try {
-        keeper = std::thread(&Child::keep, this);
-    } catch (...) {
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        throw;
-    }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    keeper = start_without_signals(&Child::keep, this);
 
     std::unique_lock lock(mutex);
     changed.wait_for(lock, start_bound, [this] { return phase != Phase::starting; });

@@ -113,6 +113,7 @@ private:
     HostOptions together;
     std::vector<HostOptions> olts;
     Access access;
+    std::unique_ptr<Timekeeper> timekeeper;   // when it serves in this process
     std::vector<std::unique_ptr<Host>> hosts; // when it serves in this process
     std::unique_ptr<Child> child;             // when it serves in a child process
 };
@@ -150,8 +151,9 @@ const std::string &bsp_simulator::folder()
 
 void bsp_simulator::serve()
 {
+    timekeeper = std::make_unique<Timekeeper>();
     for (const HostOptions &olt : olts)
-        hosts.push_back(std::make_unique<Host>(olt, access));
+        hosts.push_back(std::make_unique<Host>(olt, access, *timekeeper));
 }
 
 void bsp_simulator::spawn(const bsp_simulator_options &options, const char *program)
@@ -223,9 +225,7 @@ void bsp_simulator::step(const char *olt, uint64_t milliseconds) const
 
 int64_t bsp_simulator::now(const char *olt) const
 {
-    int64_t whole = 0, rest = 0;
-    sscanf(control(olt, "now").c_str(), "%" SCNd64 ".%3" SCNd64, &whole, &rest);
-    return whole * 1000 + rest;
+    return static_cast<int64_t>(time_told(control(olt, "now")));
 }
 
 namespace

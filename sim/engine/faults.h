@@ -36,6 +36,9 @@ public:
     // Returns the faults that happen to a request, in the order in which they were set.
     std::vector<FaultCase> happen_to(const Message &message);
 
+    // Returns whether there is any fault.
+    bool any() const { return !entries.empty(); }
+
     // Returns a line for each fault: its number, the fault as it is written, and how often it happened.
     std::string list() const;
 

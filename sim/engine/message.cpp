@@ -10,6 +10,14 @@ bool is_get(const Message &message)
     return message.call == catalogue::Call::get || message.call == catalogue::Call::dgram_get;
 }
 
+bool only_reads(const Message &message)
+{
+    const std::optional<uint32_t> code = is_get(message) ? command_of(message) : std::nullopt;
+    const catalogue::Command *command =
+        code ? catalogue::find_command(command_channel(message), *code, message.call) : nullptr;
+    return command && command->impact == catalogue::Class::read;
+}
+
 uint32_t command_channel(const Message &message)
 {
     const bool pon_setting = message.channel == BSP_MSG_PLAT && message.length == sizeof(bsp_pon_msg);

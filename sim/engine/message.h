@@ -19,6 +19,8 @@ struct Message {
 };
 
 bool is_get(const Message &message);
+// Returns whether the message asks for something, by a command of the catalogue that only reads.
+bool only_reads(const Message &message);
 
 // Returns the channel whose commands a message carries. This is its own channel, or that of the PON settings, which
 // also come by the platform channel as records of the PON settings' channel.

@@ -1,11 +1,11 @@
 #include "engine/simulator.h"
 
 #include <cstring>
+#include <limits>
 
 #include "bsp_pon.h"
 #include "catalogue.h"
 #include "control/control.h"
-#include "engine/processes.h"
 #include "generated/service_words.h"
 #include "store/configuration.h"
 
@@ -60,15 +60,31 @@ Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr
       wire_faults(olt_settings.seed)
 {
     model.apply(store.load());
+    due = find_due();
 }
 
 void Simulator::change(Change change)
 {
+    keep_happenings();
     change.put<ModelClock>({}, {model.now()});
     model.add_traffic(change);
     kept.write(change);
+    apply(change);
+}
+
+void Simulator::apply(const Change &change)
+{
     model.apply(change);
+    due = find_due();
     note(change);
+}
+
+void Simulator::keep_happenings()
+{
+    if (happened.empty_but<>()) return;
+    happened.put<ModelClock>({}, {model.now()});
+    kept.write(happened);
+    happened = {};
 }
 
 void Simulator::note(const Change &change)
@@ -86,7 +102,7 @@ void Simulator::keep_time()
     change({});
 }
 
-void Simulator::happen(const Event &event)
+Change Simulator::change_of(const Event &event) const
 {
     const std::string what = "event at " + time_text(event.at) + ": " + event.words;
     Plan plan{BSP_OK};
@@ -97,29 +113,50 @@ void Simulator::happen(const Event &event)
         plan.change.log.push_back(what + ": refused: " + error.what());
     }
     plan.change.put<Timeline>({}, {model.events_done() + 1});
-    change(std::move(plan.change));
+    return std::move(plan.change);
+}
+
+// An event comes from outside, as a request does. So what happens by itself up to that time happens before.
+std::optional<Happening> Simulator::find_due() const
+{
+    constexpr ModelTime ever = std::numeric_limits<ModelTime>::max();
+    const size_t done = model.events_done();
+    const Event *event = scenario && done < scenario->events.size() ? &scenario->events[done] : nullptr;
+    if (const std::optional<Happening> first = first_due(processes(), model, event ? event->at : ever)) return first;
+    if (event) return Happening{nullptr, event->at};
+    return std::nullopt;
+}
+
+std::optional<ModelTime> Simulator::next_due() const
+{
+    if (!due) return std::nullopt;
+    return due->at;
+}
+
+void Simulator::happen()
+{
+    model.advance(due->at);
+    Change change = due->process ? due->process->happen(model) : change_of(scenario->events[model.events_done()]);
+    model.add_traffic(change);
+    happened.add(change);
+    apply(change);
 }
 
 void Simulator::advance(ModelTime to)
 {
-    while (true) {
-        const Event *event = scenario && model.events_done() < scenario->events.size()
-                                 ? &scenario->events[model.events_done()]
-                                 : nullptr;
-        if (event && event->at > to) event = nullptr;
-        // An event comes from outside, as a request does. So what happens by itself up to that time has happened
-        // before.
-        if (const std::optional<Happening> due = first_due(processes(), model, event ? event->at : to)) {
-            model.advance(due->at);
-            change(due->process->happen(model));
-        } else if (event) {
-            model.advance(event->at);
-            happen(*event);
-        } else {
-            break;
-        }
-    }
+    constexpr uint32_t together = 64; // happenings in one transaction
+    while (!advance(to, together))
+        continue;
+}
+
+bool Simulator::advance(ModelTime to, uint32_t happenings)
+{
+    while (due && due->at <= to && happenings-- > 0)
+        happen();
+    keep_happenings();
+    if (due && due->at <= to) return false;
     model.advance(to);
+    return true;
 }
 
 void Simulator::carry_out(const WriteConfiguration &wanted, Outcome &outcome)
@@ -161,6 +198,10 @@ void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
         loaded.apply(configuration.change);
         kept.replace(configuration.rows);
         model = std::move(loaded);
+        happened = {};
+        due = find_due();
+        replies.clear();
+        rows.clear();
     } catch (const OtherOltError &error) {
         return refuse(PON_ERR_OTHER_OLT, error.what());
     } catch (const ConfigurationError &error) {
@@ -174,8 +215,41 @@ void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
     advance(now);
 }
 
+namespace
+{
+
+Reply reply_of(Outcome &&outcome)
+{
+    return {
+        outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),
+        std::move(outcome.file)};
+}
+
+bool only_reads(const Outcome &outcome)
+{
+    return outcome.change.empty() && outcome.change.log.empty() && outcome.change.faults.empty() && !outcome.file &&
+           std::holds_alternative<std::monostate>(outcome.configuration);
+}
+
+} // namespace
+
+SharedReply Simulator::look(const Message &message, ModelTime now)
+{
+    if (!ponsim::only_reads(message) || wire_faults.any() || (due && due->at <= now)) return nullptr;
+    if (SharedReply kept_reply = replies.find(message, model.generation(), now)) return kept_reply;
+    const Handler *handler = find_handler(command_channel(message), *command_of(message), message.call);
+    if (!handler || now != model.now()) return nullptr;
+    const Look look;
+    Outcome outcome = handler->handle(model, {message.data, message.length, &rows});
+    if (!only_reads(outcome)) return nullptr;
+    const auto reply = std::make_shared<const Reply>(reply_of(std::move(outcome)));
+    if (reply->result) replies.keep(message, model.generation(), look.holds_until(), reply);
+    return reply;
+}
+
 Reply Simulator::handle(const Message &message)
 {
+    if (const SharedReply reply = look(message, model.now())) return *reply;
     const catalogue::Channel *channel = catalogue::find_channel(message.channel);
     if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
     const std::optional<uint32_t> command = command_of(message);
@@ -194,9 +268,7 @@ Reply Simulator::handle(const Message &message)
     } catch (const StoreError &error) {
         return {PON_ERR_STORE, true, {}, {}, error.what()};
     }
-    return {
-        outcome.status,         true, std::move(outcome.result), std::move(outcome.answer), std::move(outcome.problem),
-        std::move(outcome.file)};
+    return reply_of(std::move(outcome));
 }
 
 } // namespace ponsim

@@ -10,11 +10,14 @@
 #include <vector>
 
 #include "engine/faults.h"
+#include "engine/kept_replies.h"
 #include "engine/message.h"
+#include "engine/processes.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
 #include "scenario/scenario.h"
 #include "store/store.h"
+#include "views/kept_rows.h"
 
 namespace ponsim
 {
@@ -38,12 +41,25 @@ public:
     const Settings &settings() const { return olt_settings; }
     const Olt &olt() const { return model; }
 
-    // Lets model time pass, with everything that happens by then. Throws StoreError. What happened before that is kept.
+    // Returns the time of what happens next by itself: now or earlier when it is due, and no time while nothing is
+    // under way.
+    std::optional<ModelTime> next_due() const;
+    // Lets model time pass, with everything that happens by then, and keeps what has happened. Throws StoreError. Then
+    // what has happened is kept together with the next change.
     void advance(ModelTime to);
+    // As above, but lets at most so many things happen. Returns whether that was enough to get there. When it was not,
+    // time has passed up to the last of them.
+    bool advance(ModelTime to, uint32_t happenings);
     // Changes the OLT from outside. Throws StoreError. Then nothing is changed.
     void change(Change change);
     // Keeps the time, so that the OLT goes on from here when it is started again. Throws StoreError.
     void keep_time();
+
+    // Answers a message that only reads, as handle() does at the time `now`, which is not before olt().now(). Returns
+    // null when that needs what only one thread at a time may do: something is due or goes wrong, the OLT is to be
+    // shown as it is at a later time than olt().now(), or the message does more than read. Several threads may call it
+    // at the same time.
+    SharedReply look(const Message &message, ModelTime now);
 
     // Answers every message. The change is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
@@ -55,8 +71,13 @@ public:
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
 private:
+    std::optional<Happening> find_due() const;
+    void happen();
+    Change change_of(const Event &event) const;
+    // Makes a change that is kept, or will be.
+    void apply(const Change &change);
+    void keep_happenings();
     void note(const Change &change);
-    void happen(const Event &event);
 
     // These do what a request wants with the configuration, and complete its outcome. They throw StoreError.
     void carry_out(std::monostate, Outcome &) {}
@@ -68,7 +89,11 @@ private:
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
     Settings olt_settings;
     Olt model;
+    KeptReplies replies;
+    KeptRows rows;
     Faults wire_faults;
+    std::optional<Happening> due; // what happens next, which stays the same until something changes
+    Change happened;              // the changes of the last happenings, which are not kept yet
     std::vector<std::string> log;
     std::string received;   // of a configuration that is to be loaded
     uint32_t announced = 0; // size of that configuration in bytes

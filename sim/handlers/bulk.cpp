@@ -40,7 +40,8 @@ Outcome port_info(const Olt &olt, const Request &)
     for (const PonPort &port : olt.ports()) {
         const Module &module = *olt.module(port.number);
         rows.push_back({port.number, interface_address(olt.seed(), Interface::pon, port.number), uplink_of(port.number),
-                        module.laser_on(), module.readings(olt.now()), numbers_of(olt, {&port, 1}), pon_load(port)});
+                        module.laser_on(), module.readings(olt.second() * ms_per_second), numbers_of(olt, {&port, 1}),
+                        pon_load(port)});
     }
     return {BSP_OK, {}, ports_table(rows)};
 }
@@ -79,7 +80,8 @@ Outcome optics_of(const Olt &olt, std::span<const PonPort> ports)
             const Mac &mac = onu.binding->mac;
             OnuOptics row{port.number, onu.onu_id, mac, {}};
             if (onu.online())
-                row.measured = {onu_readings(olt, onu), received_from(olt, port, *port.ranged(mac), olt.now())};
+                row.measured = {onu_readings(olt, onu),
+                                received_from(olt, port, *port.ranged(mac), olt.second() * ms_per_second)};
             rows.push_back(row);
         }
     return {BSP_OK, {}, onu_optics_table(rows)};

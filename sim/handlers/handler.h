@@ -23,6 +23,8 @@
 namespace ponsim
 {
 
+class KeptRows;
+
 // No longer result reaches a caller. The length is in bytes.
 inline constexpr size_t max_result = 1048576;
 
@@ -34,6 +36,7 @@ inline constexpr uint32_t payload_header = 28;
 struct Request {
     const void *record;
     uint32_t length;
+    KeptRows *rows = nullptr; // null: no rows are kept
 
     // Returns what follows the header of a record with a payload.
     std::string_view payload() const

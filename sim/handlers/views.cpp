@@ -2,6 +2,7 @@
 #include "bsp_pon.h"
 #include "generated/service_words.h"
 #include "handlers/record.h"
+#include "views/kept_rows.h"
 #include "views/table.h"
 
 namespace ponsim
@@ -50,6 +51,36 @@ void add_waiting(OnuInfo &table, const PonPort &port, const Arrival &arrival)
                .loid = arrival.loid});
 }
 
+KeptRows::Rows rows_of(const Olt &olt, const PonPort &port, bool with_texts)
+{
+    OnuInfo bound, waiting;
+    for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
+        if (port.bindings[onu_id]) add_bound(bound, port, onu_id, *port.bindings[onu_id], with_texts);
+    for (const Arrival *arrival : olt.waiting(port))
+        add_waiting(waiting, port, *arrival);
+    return {bound.rows(), waiting.rows()};
+}
+
+// The table of whole ports: those that are bound, and behind them those that wait.
+std::string table_of_ports(const Olt &olt, std::span<const PonPort> ports, bool with_texts, KeptRows &kept)
+{
+    std::vector<KeptRows::SharedRows> of_ports;
+    size_t size = 0;
+    for (const PonPort &port : ports) {
+        of_ports.push_back(kept.of(olt, port, with_texts, [&] { return rows_of(olt, port, with_texts); }));
+        size += of_ports.back()->bound.size() + of_ports.back()->waiting.size() + 2;
+    }
+    std::string table = "[";
+    table.reserve(size + 2);
+    for (std::string KeptRows::Rows::*part : {&KeptRows::Rows::bound, &KeptRows::Rows::waiting})
+        for (const KeptRows::SharedRows &of_port : of_ports) {
+            const std::string &rows = (*of_port).*part;
+            if (table.size() > 1 && !rows.empty()) table += ',';
+            table += rows;
+        }
+    return table += ']';
+}
+
 // The ids of the bound ONUs that are selected.
 std::vector<uint32_t> bound_ids(const Olt &olt, const PonPort &port, const Selection &selection)
 {
@@ -73,8 +104,9 @@ std::vector<const Arrival *> waiting_onus(const Olt &olt, const PonPort &port, c
     return {arrival};
 }
 
-Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts)
+Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts, KeptRows &kept)
 {
+    if (!selection.narrowed()) return {BSP_OK, {}, table_of_ports(olt, selection.ports, with_texts, kept)};
     OnuInfo table;
     bool found = false;
     for (const PonPort &port : selection.ports)
@@ -87,30 +119,32 @@ Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts)
             add_waiting(table, port, *arrival);
             found = true;
         }
-    return {selection.narrowed() && !found ? PON_ERR_NOT_BOUND : BSP_OK, {}, table.text()};
+    return {found ? BSP_OK : PON_ERR_NOT_BOUND, {}, table.text()};
 }
 
-Outcome onu_info(const Olt &olt, const Selection &selection)
+Outcome onu_info(const Olt &olt, const Selection &selection, KeptRows *kept)
 {
     if (selection.status != BSP_OK) return {selection.status};
-    Outcome outcome = onu_info(olt, selection, true);
-    if (outcome.result->size() > max_result) outcome = onu_info(olt, selection, false);
+    KeptRows none;
+    KeptRows &rows = kept ? *kept : none;
+    Outcome outcome = onu_info(olt, selection, true, rows);
+    if (outcome.result->size() > max_result) outcome = onu_info(olt, selection, false, rows);
     return outcome;
 }
 
 Outcome onu_info_get(const Olt &olt, const Request &request)
 {
-    return onu_info(olt, selection_of(olt, request));
+    return onu_info(olt, selection_of(olt, request), request.rows);
 }
 
-Outcome onu_info_snmp(const Olt &olt, const Request &)
+Outcome onu_info_snmp(const Olt &olt, const Request &request)
 {
-    return onu_info(olt, {BSP_OK, olt.ports(), 0, {}});
+    return onu_info(olt, {BSP_OK, olt.ports(), 0, {}}, request.rows);
 }
 
 Outcome onu_info_web(const Olt &olt, const Request &request)
 {
-    return onu_info(olt, port_selection_of(olt, request));
+    return onu_info(olt, port_selection_of(olt, request), request.rows);
 }
 
 Outcome base_info_web(const Olt &olt, const Request &request)

@@ -14,6 +14,8 @@ namespace ponsim
 
 struct Process {
     // Returns when the process happens next, which is now at the earliest. Returns no time while nothing is under way.
+    // The answer is asked for after each change, and holds until the next one: as long as that time has not come, it
+    // must not depend on how much time has passed.
     // Its cost must not grow with the number of ONUs.
     std::optional<ModelTime> (*next)(const Olt &olt);
     // Returns what changes then. olt.now() is that time. The change must move next() on, or end the process.

@@ -196,11 +196,11 @@ Change take_steps(const Olt &olt)
     return change;
 }
 
-uint32_t percent_of(const UpgradeRun &run, ModelTime now)
+uint32_t percent_of(const Olt &olt, const UpgradeRun &run)
 {
     if (run.state == State::queued) return 0;
     if (run.state != State::downloading) return 100;
-    return static_cast<uint32_t>((now - run.since) * 100 / download_time(run.size));
+    return static_cast<uint32_t>((olt.now() - run.since) * 100 / download_time(run.size));
 }
 
 } // namespace
@@ -349,7 +349,7 @@ UpgradeProgress upgrade_progress(const Olt &olt, const PonPort &port, const Mac 
     if (run->state == State::failed)
         result.reason = reasons[static_cast<size_t>(run->reason)];
     else
-        result.progress = percent_of(*run, olt.now());
+        result.progress = percent_of(olt, *run);
     return result;
 }
 

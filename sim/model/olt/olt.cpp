@@ -255,6 +255,9 @@ void Olt::follow_demand(const std::map<uint32_t, OnuIds> &concerned)
 namespace
 {
 
+template <class Record, class... Others>
+constexpr bool is_one_of = (std::is_same_v<Record, Others> || ...);
+
 // Returns whether the ONU has restarted: it has booted, or it comes back after an upgrade.
 bool restarts(const OnuRecord &before, const OnuRecord &now)
 {
@@ -282,8 +285,39 @@ void Olt::add_traffic(Change &change) const
     }
 }
 
+// Begins a generation of the OLT, and of the ports that the change concerns. It must be called before the change is
+// made.
+void Olt::count(const Change &change)
+{
+    if (change.empty()) return;
+    ++changes;
+    const auto concerns = [this](uint32_t pon_port) { pon_ports.at(pon_port - 1).generation = changes; };
+    const auto concerns_all = [this] {
+        for (PonPort &port : pon_ports)
+            port.generation = changes;
+    };
+    change.each([&]<class Record>(const Entry<Record> &entry) {
+        constexpr bool not_in_rows = is_one_of<Record, Offered, Ledger, ModelClock, Timeline, AlarmCount>;
+        if constexpr (is_one_of<Record, Block>) {
+            concerns_all(); // because the number in its key is not always that of a port
+        } else if constexpr (is_one_of<Record, PortRecord>) {
+            concerns(entry.key);
+        } else if constexpr (is_one_of<Record, ModuleRecord>) {
+            if (port(entry.key)) concerns(entry.key);
+        } else if constexpr (!not_in_rows && requires { entry.key.pon_port; }) {
+            concerns(entry.key.pon_port);
+        } else if constexpr (!not_in_rows) {
+            concerns_all();
+        }
+    });
+    for (const auto &[key, binding] : change.of<Binding>())
+        if (const std::optional<OnuKey> before = binding ? find(binding->mac) : std::nullopt)
+            concerns(before->pon_port);
+}
+
 void Olt::apply(const Change &change)
 {
+    count(change);
     const std::map<uint32_t, OnuIds> traffic_of = concerned(change);
     if (const ModelClock *clock = change.find<ModelClock>({})) time = clock->now;
     for (const auto &[pon_port, onu_ids] : traffic_of)

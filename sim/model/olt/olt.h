@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/base/look.h"
 #include "model/change/change.h"
 #include "model/change/plan.h"
 #include "model/kept/shelf.h"
@@ -92,6 +93,10 @@ struct PonPort {
     UpgradeRuns upgrades = {};
     Traffic traffic = {};
 
+    // This is the generation of the OLT that began with the last change of a record of this port, of its ONUs, or of
+    // the whole OLT. Traffic and alarms do not count, because they are not in the views whose rows are kept by port.
+    uint64_t generation = 0;
+
     // Returns the ONU as it has arrived. Returns null when it has not arrived.
     const Arrival *arrived(const Mac &mac) const;
     // Returns whether the ONU, which has arrived, is on the fibre: it is within the limits, has power and is
@@ -120,7 +125,27 @@ class Olt
 public:
     explicit Olt(const Settings &settings);
 
-    ModelTime now() const { return time; }
+    // These are the questions for the time. Each says to the Look how long its answer holds.
+    ModelTime now() const
+    {
+        Look::end(time + 1);
+        return time;
+    }
+    // Returns the second that has begun.
+    ModelTime second() const
+    {
+        const ModelTime begun = time / ms_per_second;
+        Look::end((begun + 1) * ms_per_second);
+        return begun;
+    }
+    bool has_come(ModelTime at) const
+    {
+        if (time < at) Look::end(at);
+        return time >= at;
+    }
+    // Returns how many changes there have been. While it stays the same, what the OLT shows follows from the time
+    // alone.
+    uint64_t generation() const { return changes; }
     // Returns how many events of the scenario's timeline have happened.
     uint32_t events_done() const { return the_one<Timeline>().done; }
     // Returns what a set command left. Returns null when it left nothing. See BlockKey.
@@ -211,6 +236,7 @@ private:
         return record ? *record : as_new;
     }
     std::map<uint32_t, OnuIds> concerned(const Change &change) const;
+    void count(const Change &change);
     void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
     void forget(const OnuKey &key);
 
@@ -227,6 +253,7 @@ private:
     std::set<std::pair<ModelTime, SettingKey>> on_their_way;
     Kept::OfEach<Shelf> shelves;
     ModelTime time = 0;
+    uint64_t changes = 0;
     Fdb forwarding;
     LightWatch lights;
 };

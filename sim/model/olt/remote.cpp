@@ -37,7 +37,7 @@ OnuBlock setting_of(const Olt &olt, const SettingKey &key, Side side, const OnuB
 {
     const OnuSetting *setting = olt.setting(key);
     if (!setting) return otherwise;
-    return OnuBlock(side == Side::local || olt.now() >= setting->arrives ? setting->sent : setting->before);
+    return OnuBlock(side == Side::local || olt.has_come(setting->arrives) ? setting->sent : setting->before);
 }
 
 namespace
@@ -69,7 +69,7 @@ bool switched_on(const Olt &olt, const RemoteOnu &onu, Side side)
 std::optional<ModelTime> on_since(const Olt &olt, const RemoteOnu &onu)
 {
     const Ledger *ledger = olt.ledger({onu.port->number, onu.binding->mac});
-    if (!ledger || olt.now() < ledger->since || !switched_on(olt, onu, Side::remote)) return std::nullopt;
+    if (!ledger || !olt.has_come(ledger->since) || !switched_on(olt, onu, Side::remote)) return std::nullopt;
     return ledger->since;
 }
 

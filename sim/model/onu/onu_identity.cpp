@@ -115,8 +115,8 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
     constexpr uint64_t temperature_swing = 8 * degree; // from the coldest to the warmest hour
     constexpr uint64_t bias_swing = 400;
     const Mac &mac = onu.binding->mac;
-    const ModelTime now = olt.now();
-    const uint64_t warm = warmth(now / ms_per_second);
+    const ModelTime second = olt.second();
+    const uint64_t warm = warmth(second);
     const Arrival &arrival = *onu.port->ranged(mac);
 
     Random random = random_for(olt.seed(), Purpose::optics, mac);
@@ -126,8 +126,9 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
         static_cast<int32_t>(35 * degree + random.below(12 * degree) + temperature_swing * warm / half_day);
     readings[voltage] = static_cast<int32_t>(32700 + random.below(600));
     readings[bias] = static_cast<int32_t>(5000 + random.below(3000) + bias_swing * warm / half_day);
-    readings[launch_power] = power_of(OnuLaser(olt, *onu.port, mac).power(now / ms_per_second));
-    readings[received_power] = power_of(received_level(olt, *onu.port, arrival, Direction::down, now));
+    readings[launch_power] = power_of(OnuLaser(olt, *onu.port, mac).power(second));
+    readings[received_power] =
+        power_of(received_level(olt, *onu.port, arrival, Direction::down, second * ms_per_second));
     return readings;
 }
 

@@ -4,7 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <thread>
 
+#include <pty.h>
 #include <sys/stat.h>
 
 #include "board/datastore.h"
@@ -291,6 +293,50 @@ TEST_F(DaemonTest, LetsExchangesGoWrong)
     EXPECT_EQ(exit_status, 2);
 }
 
+// Returns what `ponsim ctl` writes to a terminal.
+std::string control_on_a_terminal(const std::string &words)
+{
+    int terminal;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        execl("/bin/sh", "sh", "-c", (std::string(PONSIM) + " ctl " + words).c_str(), nullptr);
+        _exit(127);
+    }
+    std::string said;
+    char bytes[256];
+    for (ssize_t got; (got = read(terminal, bytes, sizeof bytes)) > 0;)
+        said.append(bytes, static_cast<size_t>(got));
+    close(terminal);
+    waitpid(child, nullptr, 0);
+    return said;
+}
+
+TEST_F(DaemonTest, ShowsTheProgressOfAStepOnATerminal)
+{
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(control_on_a_terminal("step 100"), "\r\033[K0 % of the step\r\033[K100 s of model time\r\n");
+    EXPECT_EQ(control_on_a_terminal("now"), "100 s of model time\r\n");
+}
+
+TEST_F(DaemonTest, StepsAtTheSameTimeFollowEachOther)
+{
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    constexpr int steps = 4;
+    std::vector<std::thread> threads;
+    for (int step = 0; step < steps; ++step)
+        threads.emplace_back([] {
+            int exit_status;
+            control({"step", "100"}, exit_status);
+            EXPECT_EQ(exit_status, 0);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    int exit_status;
+    EXPECT_EQ(control({"now"}, exit_status), "400 s of model time\n");
+}
+
 TEST_F(DaemonTest, GoesOnWithItsTimeWhenItIsStartedAnew)
 {
     int exit_status;
@@ -384,6 +430,52 @@ TEST_F(DaemonTest, ServesTheOltOfAScenarioAndGoesOnWithItsTimeline)
     control({"power", "1", "home-1", "on"}, exit_status);
     control({"step", "600"}, exit_status);
     EXPECT_EQ(first_state(), "online");
+}
+
+TEST_F(DaemonTest, WhatIsDueHappensWithoutAClient)
+{
+    const std::string file = write_file(folder->file("one.toml"), one_olt);
+    setenv("BOARD_LOG", "debug", 1);
+    Daemon daemon(with({"--speed", "1000000", "--scenario", file}));
+    unsetenv("BOARD_LOG");
+    ASSERT_TRUE(daemon.serves());
+    std::string line = daemon.line();
+    while (!line.empty() && line.find("event at 1min: power 1 home-1 off") == std::string::npos)
+        line = daemon.line();
+    EXPECT_NE(line, "");
+}
+
+// A port with a loop is shut and recovers all the time. In ten years this happens so often that the step takes far
+// longer than the test.
+TEST_F(DaemonTest, AnswersInTheMiddleOfAStepAndEndsItWhenItStops)
+{
+    const std::string file = write_file(folder->file("one.toml"), one_olt);
+    Daemon daemon(with({"--speed", "0", "--scenario", file}));
+    ASSERT_TRUE(daemon.serves());
+    bsp_pon_msg_ext detection{};
+    detection.cmd = BSP_CMD_LOOP_STATE_SET;
+    detection.ext_arg = 1;
+    uint32_t status = 0xdead;
+    EXPECT_EQ(ipc_set_exec(BSP_IPC_MODULE, BSP_MSG_LOOP_DETECT, &detection, sizeof detection, &status), IPC_OK);
+    EXPECT_EQ(status, BSP_OK);
+    int exit_status;
+    control({"loop", "1", "home-2", "1", "on"}, exit_status);
+    EXPECT_EQ(exit_status, 0);
+    std::string said;
+    std::thread step([&] {
+        int exit_status_of_step;
+        said = control({"step", "315360000"}, exit_status_of_step);
+        EXPECT_NE(exit_status_of_step, 0);
+    });
+    std::string now;
+    for (int looks = 0; looks < 1000 && (now = control({"now"}, exit_status)) == "0 s of model time\n"; ++looks) {
+    }
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_NE(now, "315360000 s of model time\n");
+    EXPECT_EQ(first_state(), "offline") << "a request is answered, too";
+    EXPECT_EQ(daemon.stop(SIGTERM), 0);
+    step.join();
+    EXPECT_TRUE(said.starts_with("ponsim: ")) << said;
 }
 
 TEST_F(DaemonTest, AWrongScenarioIsExplainedWithItsLine)

@@ -1,6 +1,9 @@
 // These tests check how model time passes, in which order things happen, and that the time is kept.
 #include "engine/processes.h"
 
+#include <limits>
+
+#include "model/base/random.h"
 #include "optics.h"
 
 namespace ponsim
@@ -108,6 +111,135 @@ TEST(ModelTime, AFastClockIsAheadOfASlowOne)
     while (slow.now() == 0) {
     }
     EXPECT_GE(fast.now(), 1000000u);
+}
+
+TEST(ModelTime, AClockTellsWhenItShowsATime)
+{
+    using std::chrono::milliseconds;
+    const Clock clock(1000, 10);
+    EXPECT_EQ(clock.when(1500).value() - clock.when(1000).value(), milliseconds(50));
+    EXPECT_LE(clock.when(1000).value(), std::chrono::steady_clock::now());
+    EXPECT_LE(clock.when(999).value(), std::chrono::steady_clock::now()) << "it is past";
+    EXPECT_FALSE(clock.when(std::numeric_limits<ModelTime>::max()));
+}
+
+TEST(ModelTime, AStoppedClockNeverShowsATimeByItself)
+{
+    const Clock clock(7, 0);
+    EXPECT_FALSE(clock.when(8));
+    EXPECT_FALSE(clock.when(7)) << "what is due waits for a request or a step";
+}
+
+// Returns a scenario with these events.
+std::shared_ptr<const OltScenario> scenario_with(const std::string &events)
+{
+    const std::string text = "[service.s]\n[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\n[[olt.port.onu]]\n"
+                             "name = \"home\"\ncount = 4\nservice = \"s\"\n" +
+                             events;
+    return std::make_shared<const OltScenario>(read_scenario(text, "test").olts.front());
+}
+
+TEST(ModelTime, AnEventIsDueAtItsTime)
+{
+    ServiceFixture fixture({}, {}, false, scenario_with("[[event]]\nat = 60\ndo = \"age 1 10\"\n"));
+    Simulator &simulator = fixture.simulator;
+    EXPECT_EQ(simulator.next_due(), 60000u);
+    simulator.advance(59999);
+    EXPECT_EQ(simulator.next_due(), 60000u);
+    simulator.advance(60000);
+    EXPECT_EQ(simulator.olt().events_done(), 1u);
+    EXPECT_GT(simulator.next_due().value_or(std::numeric_limits<ModelTime>::max()), 60000u);
+}
+
+TEST(ModelTime, AChangeMakesSomethingDue)
+{
+    ServiceFixture fixture(lively());
+    bind_arrival(fixture, 5);
+    const ModelTime before = fixture.simulator.next_due().value_or(std::numeric_limits<ModelTime>::max());
+    control_line(fixture, "cut 1 feeder");
+    EXPECT_GT(before, fixture.simulator.olt().now());
+    EXPECT_EQ(fixture.simulator.next_due(), fixture.simulator.olt().now()) << "the light is lost at once";
+}
+
+// What is due is looked for after each change, and holds until the next.
+TEST(ModelTime, WhatIsDueNextStaysTheSameUntilSomethingChanges)
+{
+    ServiceFixture fixture(lively());
+    bind_arrival(fixture, 5);
+    const Olt &olt = fixture.simulator.olt();
+    const std::string onu = text::mac_text(fixture.port(1).arrivals.at(0).mac);
+    const std::string lines[] = {"loop 1 " + onu + " 1 on",
+                                 "power 1 " + onu + " off",
+                                 "power 1 " + onu + " on",
+                                 "bend 1 " + onu + " 5",
+                                 "age 1 40000",
+                                 "mend 1 " + onu,
+                                 "age-onu 1 " + onu + " 100",
+                                 "loop 1 " + onu + " 1 off"};
+    Random random{1, 1};
+    bsp_pon_msg_ext detection{};
+    detection.cmd = BSP_CMD_LOOP_STATE_SET;
+    detection.ext_arg = 1;
+    EXPECT_EQ(fixture.simulator.handle({BSP_MSG_LOOP_DETECT, &detection, sizeof detection}).status, BSP_OK);
+    uint32_t happened = 0;
+    for (int round = 0; round < 2000; ++round) {
+        if (round % 10 == 0) control_line(fixture, lines[random.below(std::size(lines))]);
+        const ModelTime to = olt.now() + random.below(60) * ms_per_second;
+        constexpr ModelTime ever = std::numeric_limits<ModelTime>::max();
+        for (bool more = true; more; happened += more) {
+            const std::optional<Happening> first = first_due(processes(), olt, ever);
+            ASSERT_EQ(first.has_value(), fixture.simulator.next_due().has_value());
+            if (first) {
+                ASSERT_EQ(std::max(first->at, olt.now()), std::max(*fixture.simulator.next_due(), olt.now()));
+            }
+            more = !fixture.simulator.advance(to, 1);
+        }
+    }
+    EXPECT_GT(happened, 50u) << "too little happens";
+}
+
+TEST(ModelTime, PassesUpToTheLastOfTheThingsThatMayHappen)
+{
+    const std::string events = "[[event]]\nat = 10\nevery = 10\ntimes = 5\ndo = \"age 1 1\"\n";
+    ServiceFixture fixture({}, {}, false, scenario_with(events));
+    Simulator &simulator = fixture.simulator;
+    EXPECT_FALSE(simulator.advance(60000, 2));
+    EXPECT_EQ(simulator.olt().now(), 20000u);
+    EXPECT_FALSE(simulator.advance(60000, 2));
+    EXPECT_TRUE(simulator.advance(60000, 1)) << "the last one";
+    EXPECT_EQ(simulator.olt().now(), 60000u);
+}
+
+TEST(ModelTime, WhatHappensTogetherIsKept)
+{
+    const Folder folder;
+    const std::string events = "[[event]]\nat = 10\nevery = 10\ntimes = 5\ndo = \"age 1 1\"\n";
+    {
+        ServiceFixture fixture({}, folder.file("olt.db"), false, scenario_with(events));
+        EXPECT_FALSE(fixture.simulator.advance(60000, 3));
+    }
+    ServiceFixture fixture({}, folder.file("olt.db"));
+    EXPECT_EQ(fixture.simulator.olt().events_done(), 3u);
+    EXPECT_EQ(fixture.simulator.olt().module(1)->record().added_hours, 3u);
+    EXPECT_EQ(fixture.simulator.olt().now(), 30000u);
+}
+
+TEST(Step, ShowsTheTimeOnItsWay)
+{
+    const std::string events = "[[event]]\nat = 10\nevery = 10\ntimes = 50\ndo = \"age 1 1\"\n";
+    ServiceFixture fixture({}, {}, false, scenario_with(events));
+    Clock clock(0, 0);
+    Step step(fixture.simulator, clock, 1000000);
+    ModelTime before = 0;
+    uint32_t slices = 0;
+    for (; step.go_on(); ++slices) {
+        EXPECT_GT(clock.now(), before);
+        EXPECT_EQ(fixture.simulator.olt().now(), clock.now());
+        before = clock.now();
+    }
+    EXPECT_GE(slices, 3u);
+    EXPECT_EQ(clock.now(), 1000000u);
+    EXPECT_EQ(fixture.simulator.olt().module(1)->record().added_hours, 50u);
 }
 
 TEST(Control, StepsTimeAndTellsIt)

@@ -508,9 +508,11 @@ TEST(Summary, HasTheClassAndTheMarginOfEachPort)
 {
     const std::vector<std::string> lines = summary_lines(budget("PX20", 32));
     ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0], "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB  Class  Margin, dB");
+    EXPECT_EQ(lines[0],
+              "OLT                               Port  ONUs  Bound  Fibres  Loss to ONUs, dB  Class  Margin, dB");
     // 16.5 of the splitter, 1 of four connectors, and 0.035 a fibre of 100 m. Downstream 23.5 may be lost.
-    EXPECT_EQ(lines[1], "olt                                  1     2      0       3  17.53 to 17.57    PX20         5.95");
+    EXPECT_EQ(lines[1],
+              "olt                                  1     2      0       3  17.53 to 17.57    PX20         5.95");
     EXPECT_EQ(lines[2], "olt: 0 events");
 }
 

@@ -84,7 +84,8 @@ void board_answer_repeat(board_answer *answer, uint32_t times);
 #define BOARD_REPEAT_MAX 8u
 
 /* A board_handler handles one request. The handler is called for one request at a time, never for two at once, whatever
- * the number of clients. It is called from threads with a stack of 1 MiB and all signals blocked. */
+ * the number of clients, unless the service is concurrent. It is called from threads with a stack of 1 MiB and all
+ * signals blocked. */
 typedef void board_handler(void *context, const board_request *request, board_answer *answer);
 
 typedef struct board_service_config {
@@ -101,6 +102,9 @@ typedef struct board_service_config {
      * board/trace.h reads the file. When it is null, nothing is recorded. A packet that is no request of this service
      * is never recorded. */
     const char *record;
+    /* When this is not 0, both functions are called for the requests of several clients at the same time, each time
+     * from a thread of that client. While exchanges are recorded, it counts as 0. */
+    int concurrent;
 } board_service_config;
 
 typedef struct board_service board_service;
