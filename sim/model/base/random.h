@@ -44,7 +44,8 @@ enum class Purpose : uint64_t {
     gateway = 13,
     discovery = 14,
     control_frames = 15,
-    registration = 16,
+    phases = 16,
+    windows = 17,
     faults = 20
 };
 

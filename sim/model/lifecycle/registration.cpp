@@ -89,17 +89,12 @@ Chance all_pass(const OnuRecord &record, uint64_t messages_down, uint64_t messag
     return both(every_time(passes(record.down), messages_down), every_time(passes(record.up), messages_up));
 }
 
-Random random_of(const Olt &olt, const Mac &mac)
-{
-    return random_for(olt.seed() + olt.now(), Purpose::registration, mac);
-}
-
 // Draws in how many discovery windows the GATE or the REGISTER_REQ is lost before both pass. Returns none when that
 // takes too long, because there is no light or too little.
 std::optional<uint64_t> windows_missed(const Olt &olt, const Mac &mac, const OnuRecord &record)
 {
     if (!record.heard()) return std::nullopt;
-    Random random = random_of(olt, mac);
+    Random random = random_for(olt.seed() + olt.now(), Purpose::windows, mac);
     const uint64_t missed = failures_before_success(random, all_pass(record, 1, 1));
     if (missed >= never) return std::nullopt;
     return missed;
@@ -174,7 +169,7 @@ void come_in(const Olt &olt, const PonPort &port, const Arrival &arrival, Regist
 // Returns whether all messages of the phase that has ended have arrived.
 bool phase_passes(const Olt &olt, const PonPort &port, const Mac &mac, const OnuRecord &record)
 {
-    Random random = random_of(olt, mac);
+    Random random = random_for(olt.seed() + olt.now(), Purpose::phases, mac);
     switch (record.phase) {
     case Phase::mpcp: // REGISTER and GATE, REGISTER_ACK
         return happens(random, all_pass(record, 2, 1));
