@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "database.h"
+#include "optics.h"
 #include "support.h"
 
 namespace ponsim
@@ -145,24 +146,67 @@ TEST(Store, WhatWasAcknowledgedSurvivesAKill)
         EXPECT_EQ(fixture.simulator.olt().find(std::to_array(nth_bind(n).onu_mac)), (OnuKey{n / 128 + 1, n % 128}));
 }
 
+// As long as this exists, no file can grow.
+class FullDisk
+{
+public:
+    FullDisk() : before(signal(SIGXFSZ, SIG_IGN))
+    {
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+        const rlimit full{0, limit.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+    }
+    ~FullDisk()
+    {
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        signal(SIGXFSZ, before);
+    }
+    FullDisk(const FullDisk &) = delete;
+
+private:
+    rlimit limit{};
+    const sighandler_t before;
+};
+
 TEST(Store, AChangeThatCannotBeStoredIsNotMade)
 {
     Folder folder;
     ServiceFixture fixture({}, folder.file("olt.db"));
     const std::string before = fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
-    rlimit limit;
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-    const auto old_handler = signal(SIGXFSZ, SIG_IGN);
-    const rlimit full{0, limit.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
-    const Reply reply = fixture.simulator.handle(message_of(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))));
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    signal(SIGXFSZ, old_handler);
+    const Reply reply = [&fixture] {
+        const FullDisk full;
+        return fixture.simulator.handle(message_of(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))));
+    }();
 
     EXPECT_EQ(reply.status, PON_ERR_STORE);
     EXPECT_FALSE(reply.problem.empty());
     EXPECT_EQ(fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP), before);
     EXPECT_EQ(fixture.send(record_of(BSP_CMD_ONU_BIND, 1, 1, stranger(1))), BSP_OK);
+}
+
+TEST(Store, WhatHappenedAndCannotBeStoredIsKeptBeforeTheNextChange)
+{
+    Folder folder;
+    const bsp_pon_msg bind = record_of(BSP_CMD_ONU_BIND, 1, 100, stranger(1));
+    std::string happened;
+    {
+        ServiceFixture fixture(lively(), folder.file("olt.db"));
+        bind_arrival(fixture, 5);
+        const std::string onu = text::mac_text(fixture.port(1).arrivals[0].mac);
+        control_line(fixture, "power 1 " + onu + " off");
+        control_line(fixture, "power 1 " + onu + " on");
+        const std::string off = fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
+        {
+            const FullDisk full;
+            EXPECT_THROW(pass(fixture, 120000), StoreError);
+            EXPECT_EQ(fixture.send(bind), PON_ERR_STORE) << "it must not be kept without what happened before";
+        }
+        EXPECT_EQ(fixture.send(bind), BSP_OK);
+        happened = fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
+        EXPECT_NE(happened, off);
+        EXPECT_TRUE(fixture.simulator.olt().registrations().empty()) << "the ONU is there again";
+    }
+    EXPECT_EQ(ServiceFixture({}, folder.file("olt.db")).view(BSP_CMD_VIEW_ONU_INFO_SNMP), happened);
 }
 
 TEST(Store, KeepsItsSettings)
