@@ -3,6 +3,7 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/olt/uni_config.h"
+#include "views/kept_rows.h"
 
 namespace ponsim
 {
@@ -15,12 +16,11 @@ BoundOnu bound_onu(const Olt &olt, const RemoteOnu &onu)
             uni_links(olt, onu)};
 }
 
-std::vector<BoundOnu> bound_onus(const Olt &olt, std::span<const PonPort> ports)
+std::vector<BoundOnu> bound_onus(const Olt &olt, const PonPort &port)
 {
     std::vector<BoundOnu> onus;
-    for (const PonPort &port : ports)
-        for (const RemoteOnu &onu : onus_of(olt, port))
-            onus.push_back(bound_onu(olt, onu));
+    for (const RemoteOnu &onu : onus_of(olt, port))
+        onus.push_back(bound_onu(olt, onu));
     return onus;
 }
 
@@ -29,24 +29,36 @@ Outcome shown(std::string &&table)
     return {BSP_OK, {}, std::move(table)};
 }
 
-Outcome capabilities(const Olt &olt, const Request &)
+// Shows the bound ONUs of ports, whose rows are kept by port.
+Outcome shown_by_port(const Olt &olt, std::span<const PonPort> ports, RowsOf kind, const Request &request,
+                      std::string (*table)(std::span<const BoundOnu>))
 {
-    return shown(capabilities_table(bound_onus(olt, olt.ports())));
+    return shown(table_of_ports(olt, ports, {kind}, request.rows, [&](RowsOf) {
+        return [&olt, kind, table](const PonPort &port) {
+            std::vector<BoundOnu> onus = bound_onus(olt, port);
+            if (kind == RowsOf::upgrades)
+                for (BoundOnu &onu : onus)
+                    onu.upgrade = upgrade_progress(olt, port, onu.binding->mac);
+            return table(onus);
+        };
+    }));
+}
+
+Outcome capabilities(const Olt &olt, const Request &request)
+{
+    return shown_by_port(olt, olt.ports(), RowsOf::capabilities, request, capabilities_table);
 }
 
 Outcome upgrade_base_info(const Olt &olt, const Request &request)
 {
     const Selection selection = port_selection_of(olt, request);
     if (selection.status != BSP_OK) return {selection.status};
-    std::vector<BoundOnu> onus = bound_onus(olt, selection.ports);
-    for (BoundOnu &onu : onus)
-        onu.upgrade = upgrade_progress(olt, *olt.port(onu.pon_port), onu.binding->mac);
-    return shown(upgrade_table(onus));
+    return shown_by_port(olt, selection.ports, RowsOf::upgrades, request, upgrade_table);
 }
 
-Outcome uni_attributes(const Olt &olt, const Request &)
+Outcome uni_attributes(const Olt &olt, const Request &request)
 {
-    return shown(uni_attributes_table(bound_onus(olt, olt.ports())));
+    return shown_by_port(olt, olt.ports(), RowsOf::uni_attributes, request, uni_attributes_table);
 }
 
 // The library drops the status word of this command. So for an ONU that cannot be shown the answer must read as a table
@@ -76,7 +88,7 @@ std::vector<UniGroup> groups_of_ports(const Olt &olt)
     std::vector<UniGroup> groups;
     for (const PonPort &port : olt.ports()) {
         UniGroup group{port.number, {}, {}, {}};
-        for (const BoundOnu &onu : bound_onus(olt, {&port, 1}))
+        for (const BoundOnu &onu : bound_onus(olt, port))
             group.configs.insert(group.configs.end(), onu.configs.begin(), onu.configs.end());
         groups.push_back(std::move(group));
     }
@@ -86,7 +98,7 @@ std::vector<UniGroup> groups_of_ports(const Olt &olt)
 std::vector<UniGroup> groups_of_onus(const Olt &olt, const PonPort &port)
 {
     std::vector<UniGroup> groups;
-    for (const BoundOnu &onu : bound_onus(olt, {&port, 1}))
+    for (const BoundOnu &onu : bound_onus(olt, port))
         groups.push_back({onu.pon_port, onu.onu_id, {}, onu.configs});
     return groups;
 }

@@ -51,34 +51,31 @@ void add_waiting(OnuInfo &table, const PonPort &port, const Arrival &arrival)
                .loid = arrival.loid});
 }
 
-KeptRows::Rows rows_of(const Olt &olt, const PonPort &port, bool with_texts)
+std::string bound_of_port(const PonPort &port, bool with_texts)
 {
-    OnuInfo bound, waiting;
+    OnuInfo table;
     for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-        if (port.bindings[onu_id]) add_bound(bound, port, onu_id, *port.bindings[onu_id], with_texts);
+        if (port.bindings[onu_id]) add_bound(table, port, onu_id, *port.bindings[onu_id], with_texts);
+    return table.text();
+}
+
+std::string waiting_of_port(const Olt &olt, const PonPort &port)
+{
+    OnuInfo table;
     for (const Arrival *arrival : olt.waiting(port))
-        add_waiting(waiting, port, *arrival);
-    return {bound.rows(), waiting.rows()};
+        add_waiting(table, port, *arrival);
+    return table.text();
 }
 
 // The table of whole ports: those that are bound, and behind them those that wait.
-std::string table_of_ports(const Olt &olt, std::span<const PonPort> ports, bool with_texts, KeptRows &kept)
+std::string all_onus(const Olt &olt, std::span<const PonPort> ports, bool with_texts, KeptRows *kept)
 {
-    std::vector<KeptRows::SharedRows> of_ports;
-    size_t size = 0;
-    for (const PonPort &port : ports) {
-        of_ports.push_back(kept.of(olt, port, with_texts, [&] { return rows_of(olt, port, with_texts); }));
-        size += of_ports.back()->bound.size() + of_ports.back()->waiting.size() + 2;
-    }
-    std::string table = "[";
-    table.reserve(size + 2);
-    for (std::string KeptRows::Rows::*part : {&KeptRows::Rows::bound, &KeptRows::Rows::waiting})
-        for (const KeptRows::SharedRows &of_port : of_ports) {
-            const std::string &rows = (*of_port).*part;
-            if (table.size() > 1 && !rows.empty()) table += ',';
-            table += rows;
-        }
-    return table += ']';
+    const RowsOf bound = with_texts ? RowsOf::bound : RowsOf::bound_without_texts;
+    return table_of_ports(olt, ports, {bound, RowsOf::waiting}, kept, [&](RowsOf kind) {
+        return [&olt, kind, with_texts](const PonPort &port) {
+            return kind == RowsOf::waiting ? waiting_of_port(olt, port) : bound_of_port(port, with_texts);
+        };
+    });
 }
 
 // The ids of the bound ONUs that are selected.
@@ -98,15 +95,14 @@ std::vector<uint32_t> bound_ids(const Olt &olt, const PonPort &port, const Selec
 std::vector<const Arrival *> waiting_onus(const Olt &olt, const PonPort &port, const Selection &selection)
 {
     if (selection.id != 0) return {};
-    if (is_zero(selection.mac)) return olt.waiting(port);
     const Arrival *arrival = port.ranged(selection.mac);
     if (!arrival || !olt.waits(port, *arrival)) return {};
     return {arrival};
 }
 
-Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts, KeptRows &kept)
+Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts, KeptRows *kept)
 {
-    if (!selection.narrowed()) return {BSP_OK, {}, table_of_ports(olt, selection.ports, with_texts, kept)};
+    if (!selection.narrowed()) return {BSP_OK, {}, all_onus(olt, selection.ports, with_texts, kept)};
     OnuInfo table;
     bool found = false;
     for (const PonPort &port : selection.ports)
@@ -125,10 +121,8 @@ Outcome onu_info(const Olt &olt, const Selection &selection, bool with_texts, Ke
 Outcome onu_info(const Olt &olt, const Selection &selection, KeptRows *kept)
 {
     if (selection.status != BSP_OK) return {selection.status};
-    KeptRows none;
-    KeptRows &rows = kept ? *kept : none;
-    Outcome outcome = onu_info(olt, selection, true, rows);
-    if (outcome.result->size() > max_result) outcome = onu_info(olt, selection, false, rows);
+    Outcome outcome = onu_info(olt, selection, true, kept);
+    if (outcome.result->size() > max_result) outcome = onu_info(olt, selection, false, kept);
     return outcome;
 }
 

@@ -34,9 +34,6 @@ public:
         put_raw("}");
     }
 
-    // Returns the rows so far, with commas between them.
-    std::string rows() const { return {buffer.GetString() + 1, buffer.GetSize() - 1}; }
-
     // Ends the table and returns its text. No row can be added after this.
     std::string text()
     {
