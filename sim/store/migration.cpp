@@ -21,13 +21,13 @@ constexpr Migration steps[] = {
         " zeroblob(192), zeroblob(192), zeroblob(192)"
         " FROM onu_setting, clock WHERE command = 717 AND told <> zeroblob(8)"},
     // Each UNI port counts for itself, and frames that it cannot send are counted, too. What an ONU has counted stays
-    // with its first port. A PON port knows how many frames it has not heard. Light has two directions: an ONU whose
+    // with its first port. A PON port knows how many frames are not heard. Light has two directions: an ONU whose
     // light was lost was off the fibre at once, and now it waits for light there. How weak the degraded light was, and
     // what ONUs receive, is decided at once when the OLT goes on.
     {9, "UPDATE ledger SET frames = CAST(frames || zeroblob(80) AS BLOB),"
         " at_period = CAST(at_period || zeroblob(80) AS BLOB),"
         " at_last_period = CAST(at_last_period || zeroblob(80) AS BLOB);"
-        "UPDATE traffic SET frames = CAST(frames || zeroblob(64) AS BLOB);"
+        "UPDATE traffic SET frames = CAST(frames || zeroblob(128) AS BLOB);"
         "ALTER TABLE alarm RENAME TO alarm_before;"
         "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
         " alarm INTEGER NOT NULL CHECK(alarm BETWEEN 1 AND 15), count INTEGER NOT NULL,"

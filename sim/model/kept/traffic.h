@@ -39,13 +39,14 @@ inline constexpr uint64_t count_unit = rate_unit * ms_per_second;
 
 // Streams say what becomes of the frames of a PON port and its uplink, as rates or as numbers of frames.
 struct Streams {
-    PerFlow up = {};         // sent by its ONUs, and passed on
-    PerFlow up_errored = {}; // sent by its ONUs, and broken on the fibre
-    PerFlow up_policed = {}; // received from its ONUs, and not let in
-    PerFlow up_lost = {};    // received from its ONUs, and let in, but its uplink was down or had no room
-    PerFlow down = {};       // sent by the network, and passed on
-    PerFlow down_lost = {};  // sent by the network, but beyond the ONU's SLA or the room of the port
-    PerFlow up_unheard = {}; // sent by its ONUs, and not heard
+    PerFlow up = {};           // sent by its ONUs, and passed on
+    PerFlow up_errored = {};   // sent by its ONUs, and broken on the fibre
+    PerFlow up_policed = {};   // received from its ONUs, and not let in
+    PerFlow up_lost = {};      // received from its ONUs, and let in, but its uplink was down or had no room
+    PerFlow down = {};         // sent by the network, and passed on
+    PerFlow down_lost = {};    // sent by the network, but beyond the ONU's SLA or the room of the port
+    PerFlow up_unheard = {};   // sent by its ONUs, and not heard
+    PerFlow down_errored = {}; // a part of `down`: broken on the fibre, or not heard
 
     bool operator==(const Streams &) const = default;
 };

@@ -34,6 +34,13 @@ PerFlow broken(const PerFlow &sent, const PerFlow &shares)
     return result;
 }
 
+// Returns the frames that the ONU receives of those that it is sent.
+PerFlow received(const Traffic::Onu &onu)
+{
+    const PerFlow &sent = onu.passed.down;
+    return onu.demand.heard ? without(sent, broken(sent, onu.demand.errored_down)) : PerFlow{};
+}
+
 // Returns the frames that the OLT lets in of those that it receives from an ONU.
 PerFlow let_in(const PerFlow &received, const Demand &demand)
 {
@@ -71,7 +78,7 @@ Offered Traffic::offered(ModelTime now) const
 {
     Offered result = settled;
     for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
-                                     &Streams::down, &Streams::down_lost, &Streams::up_unheard})
+                                     &Streams::down, &Streams::down_lost, &Streams::up_unheard, &Streams::down_errored})
         accumulate(result.frames.*stream, passing.*stream, now - settled.until);
     result.until = now;
     return result;
@@ -105,6 +112,7 @@ void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
 {
     passing.down = {};
     passing.down_lost = {};
+    passing.down_errored = {};
     Bandwidth total = 0;
     for (auto &[onu_id, onu] : onus) {
         const PerFlow &down = onu.demand.wanted.down;
@@ -117,6 +125,7 @@ void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
         PerFlow &down = onu.passed.down;
         down = cut(down, portion(octets_of(down, Measure::line), capacity.down, total), Measure::line);
         add(passing.down, down);
+        add(passing.down_errored, without(down, received(onu)));
     }
     passing.down_lost = without(passing.down_lost, passing.down);
 }
@@ -172,14 +181,13 @@ std::vector<UniFrames> uni_rates(const Traffic::Onu &onu)
 {
     const std::vector<UniDemand> &demands = onu.demand.unis;
     std::vector<UniFrames> rates(demands.size());
-    const PerFlow &down = onu.passed.down;
-    const PerFlow received = onu.demand.heard ? without(down, broken(down, onu.demand.errored_down)) : PerFlow{};
+    const PerFlow down = received(onu);
     for (size_t flow = 0; flow < flows.size(); ++flow) {
         apportion(
             onu.passed.up[flow], demands.size(), [&](size_t uni) { return demands[uni].up[flow]; },
             [&](size_t uni, uint64_t share) { rates[uni].up[flow] = share; });
         apportion(
-            received[flow], demands.size(), [&](size_t uni) { return demands[uni].down[flow]; },
+            down[flow], demands.size(), [&](size_t uni) { return demands[uni].down[flow]; },
             [&](size_t uni, uint64_t share) { rates[uni].down[flow] = share; });
     }
     for (size_t uni = 0; uni < demands.size(); ++uni) {

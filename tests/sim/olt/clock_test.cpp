@@ -184,7 +184,7 @@ TEST(ModelTime, WhatIsDueNextStaysTheSameUntilSomethingChanges)
     uint32_t happened = 0;
     for (int round = 0; round < 2000; ++round) {
         if (round % 10 == 0) control_line(fixture, lines[random.below(std::size(lines))]);
-        const ModelTime to = olt.now() + random.below(60) * ms_per_second;
+        const ModelTime to = olt.now() + random.below(120) * ms_per_second;
         constexpr ModelTime ever = std::numeric_limits<ModelTime>::max();
         for (bool more = true; more; happened += more) {
             const std::optional<Happening> first = first_due(processes(), olt, ever);

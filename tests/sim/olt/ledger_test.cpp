@@ -345,7 +345,21 @@ private:
         Sum frames{.up = passing.up, .down = passing.down};
         for (const PerFlow &other : {passing.up_errored, passing.up_policed, passing.up_lost, passing.up_unheard})
             add(frames.up, other);
+        frames.down = without(frames.down, passing.down_errored);
         return frames;
+    }
+    // Returns what the port does not hear of its ONUs, and they do not receive well of it.
+    Sum lost_on_fibre(uint32_t pon_port) const
+    {
+        const Streams passing = fixture.port(pon_port).traffic.offered(fixture.olt().now()).frames;
+        return {.up = passing.up_unheard, .down = passing.down_errored};
+    }
+    static uint64_t frames_between(const PerFlow &before, const PerFlow &now)
+    {
+        uint64_t sum = 0;
+        for (size_t flow = 0; flow < flows.size(); ++flow)
+            sum += (now[flow] - before[flow]) / count_unit;
+        return sum;
     }
     // Compares what the ONUs of the port and the port itself have counted since remember(), to the ten-thousandth of a
     // frame. An ONU that has restarted has forgotten a part of that.
@@ -378,6 +392,7 @@ private:
         for (const uint32_t pon_port : shared) {
             pons[pon_port] = fixture.pon(pon_port);
             streams[pon_port] = offered(pon_port);
+            losses[pon_port] = lost_on_fibre(pon_port);
             for (uint32_t id = 1; id <= onus; ++id)
                 seen[{pon_port, id}] = see(pon_port, id);
         }
@@ -422,8 +437,11 @@ private:
             }
         }
         const Counters pon = fixture.pon(pon_port);
-        const uint64_t arrived = arrived_at(pon) - arrived_at(pons.at(pon_port));
-        const uint64_t sent = pon.out_frames() - pons.at(pon_port).out_frames();
+        const Sum lost = lost_on_fibre(pon_port), lost_before = losses.at(pon_port);
+        const uint64_t arrived =
+            arrived_at(pon) - arrived_at(pons.at(pon_port)) + frames_between(lost_before.up, lost.up);
+        const uint64_t sent =
+            pon.out_frames() - pons.at(pon_port).out_frames() - frames_between(lost_before.down, lost.down);
         // Each counter is rounded down for itself: those of the ONUs by kind of frame, those of the port by kind of
         // frame and by what became of it.
         constexpr uint64_t rounded = (onus * 2 * max_unis + 4) * flows.size();
@@ -459,6 +477,7 @@ private:
     Counting fixture;
     Random random;
     std::map<uint32_t, Counters> pons;                  // by PON port
+    std::map<uint32_t, Sum> losses;                     // by PON port
     std::map<uint32_t, Sum> streams;                    // by PON port
     std::map<std::pair<uint32_t, uint32_t>, Seen> seen; // by PON port and ONU id
 };
