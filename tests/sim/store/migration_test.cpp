@@ -144,10 +144,11 @@ TEST(Migration, OnusOfVersion8WhoseLightWasLostWaitForIt)
     }
     state.migrate(7, migrations());
     Database now(state.file);
-    EXPECT_EQ(now.column("SELECT hex(mac) || ' ' || light || ' ' || light_steps || ' ' || light_since || ' ' || phase ||"
-                         " ' ' || phase_ends FROM onu WHERE light <> 0"),
-              (std::vector<std::string>{"0245CE0D0104 2 0 3611000 1 3640000", "0245CE5E0102 1 1 3611000 0 0",
-                                        "0245CECB0103 2 0 3611000 2 0", "0245CEE50105 2 0 3611000 0 0"}))
+    EXPECT_EQ(
+        now.column("SELECT hex(mac) || ' ' || light || ' ' || light_steps || ' ' || light_since || ' ' || phase ||"
+                   " ' ' || phase_ends FROM onu WHERE light <> 0"),
+        (std::vector<std::string>{"0245CE0D0104 2 0 3611000 1 3640000", "0245CE5E0102 1 1 3611000 0 0",
+                                  "0245CECB0103 2 0 3611000 2 0", "0245CEE50105 2 0 3611000 0 0"}))
         << "one boots, one has no power";
     EXPECT_EQ(now.column("SELECT count(*) FROM onu WHERE down_light <> 0"), std::vector<std::string>{"0"});
 }
