@@ -135,11 +135,6 @@ void set_phase(const Olt &olt, const PonPort &port, const Mac &mac, Phase phase,
             reception.since = olt.now();
 }
 
-void discover_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
-{
-    set_phase(olt, port, mac, Phase::oam, oam_discovery + (port.authentication.extended_oam ? oam_delay : 0), change);
-}
-
 void hold_window(const Olt &olt, const PonPort &port, const std::vector<const Arrival *> &onus, Change &change)
 {
     const std::vector<const Arrival *> in_time = heard_in_window(olt, port, onus);
@@ -188,7 +183,7 @@ void try_again(const Olt &olt, const PonPort &port, const Mac &mac, Phase phase,
     if (phase == Phase::mpcp)
         begin_registration(olt, port, mac, olt.now() + 1, change);
     else if (phase == Phase::oam)
-        discover_oam(olt, port, mac, change);
+        bring_up_oam(olt, port, mac, change);
     else
         set_phase(olt, port, mac, Phase::authentication, oam_delay, change);
 }
@@ -206,7 +201,7 @@ void go_on(const Olt &olt, const PonPort &port, const Arrival &arrival, Registra
     switch (record.phase) {
     case Phase::mpcp:
         if (reports) report(olt, DebugSwitch::onu, port.number, mac, "registered", change);
-        discover_oam(olt, port, mac, change);
+        bring_up_oam(olt, port, mac, change);
         return;
     case Phase::oam:
         if (reports && port.authentication.extended_oam)
@@ -275,9 +270,9 @@ void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, Mod
     record.phase_ends = missed ? (first + *missed) * interval : 0;
 }
 
-void restart_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
+void bring_up_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
 {
-    discover_oam(olt, port, mac, change);
+    set_phase(olt, port, mac, Phase::oam, oam_discovery + (port.authentication.extended_oam ? oam_delay : 0), change);
 }
 
 void change_limits(const Olt &olt, const PonPort &port, const RangingLimits &limits, Change &change)

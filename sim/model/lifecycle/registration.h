@@ -42,8 +42,8 @@ void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
 // registers after booting.
 void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change);
 
-// Adds to `change` that the OAM link of a registered ONU has failed. It comes up again as in a registration.
-void restart_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
+// Adds to `change` that the OAM link of an ONU that MPCP has registered comes up, for the first time or again.
+void bring_up_oam(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
 
 // Adds to `change` what new ranging limits mean for the ONUs of a port. ONUs that come within the limits register, and
 // an alarm is raised for each ONU that is online and is outside of them now. The caller changes the limits themselves.

@@ -29,12 +29,14 @@ std::string reason_of(const Mpcp &mpcp, Missing missing)
 void raise_alarms(const PonPort &port, const Mac &mac, Missing missing, Change &change)
 {
     const OnuRecord record = port.record(mac);
-    if (record.heard()) {
-        raise(port, mac, missing == Missing::oampdu ? Alarm::oam_link_lost : Alarm::deregistered, change);
-        return;
+    if (missing == Missing::oampdu) {
+        raise(port, mac, Alarm::oam_link_lost, change);
+    } else if (record.heard()) {
+        raise(port, mac, Alarm::deregistered, change);
+    } else {
+        raise(port, mac, Alarm::los, change);
+        if (record.up.heard()) raise(port, mac, Alarm::onu_los, change);
     }
-    raise(port, mac, Alarm::los, change);
-    if (record.up.heard()) raise(port, mac, Alarm::onu_los, change);
 }
 
 void fail(const Olt &olt, const PonPort &port, const Arrival &arrival, Missing missing, Change &change)
@@ -43,7 +45,7 @@ void fail(const Olt &olt, const PonPort &port, const Arrival &arrival, Missing m
     if (olt.online(port, mac) || olt.waits(port, arrival)) raise_alarms(port, mac, missing, change);
     report(olt, DebugSwitch::onu, port.number, mac, reason_of(mpcp_of(olt, port.number), missing), change);
     if (missing == Missing::oampdu)
-        restart_oam(olt, port, mac, change);
+        bring_up_oam(olt, port, mac, change);
     else // A window that opens at this very moment is too early.
         begin_registration(olt, port, mac, olt.now() + 1, change);
 }
