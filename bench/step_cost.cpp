@@ -23,14 +23,14 @@ using namespace ponsim;
 // for light without errors. The powers of a port's ONUs are spread over 0.3 dB, which is what a day's warmth takes.
 void make_marginal(Simulator &simulator)
 {
-    constexpr int32_t edge = -3000, spread = 30; // 0.01 dBm, 0.01 dB
+    constexpr int32_t spread = 30; // 0.01 dB
     for (const PonPort &port : simulator.olt().ports()) {
         Change change;
         int32_t number = 0;
         for (const Arrival &arrival : port.arrivals) {
-            const int32_t wanted = edge + number++ % spread;
-            const int32_t damage =
-                damage_to(port, arrival.branch) + received_level(simulator.olt(), port, arrival, 0) - wanted;
+            const int32_t wanted = port.optics->olt.sensitivity + number++ % spread;
+            const int32_t damage = damage_to(port, arrival.branch) +
+                                   received_level(simulator.olt(), port, arrival, Direction::up, 0) - wanted;
             change.add(set_damage(port, arrival.branch, damage).change);
         }
         simulator.change(change);

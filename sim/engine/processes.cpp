@@ -2,11 +2,11 @@
 
 #include "model/lifecycle/light_process.h"
 #include "model/lifecycle/registration.h"
-#include "model/lifecycle/settings.h"
 #include "model/lifecycle/time_outs.h"
 #include "model/lifecycle/upgrade.h"
 #include "model/port/loops.h"
 #include "model/port/optics.h"
+#include "model/port/uni_settings.h"
 
 namespace ponsim
 {

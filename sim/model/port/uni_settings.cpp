@@ -1,4 +1,4 @@
-#include "model/lifecycle/settings.h"
+#include "model/port/uni_settings.h"
 
 #include "model/olt/olt.h"
 
