@@ -56,8 +56,9 @@ Outcome phy_info(const Olt &olt, const Request &request)
     const FoundOnu found = onu_and_uni_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
     const uint32_t index = uni_of(request) - 1;
-    const UniConfig config = uni_configs(olt, found.onu, Side::remote)[index];
-    const std::optional<LinkMode> link = uni_links(olt, found.onu)[index];
+    const std::vector<UniConfig> configs = uni_configs(olt, found.onu, Side::remote);
+    const UniConfig &config = configs[index];
+    const std::optional<LinkMode> link = uni_links(olt, found.onu, configs)[index];
     OnuBlock block(size);
     block.put(at::line_rate, found.onu.device.unis[index].line_rate);
     if (link) {

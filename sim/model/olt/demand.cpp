@@ -53,7 +53,7 @@ void follow_link(UniDemand &uni, const LinkMode &link, bool other_side_is_half_d
 std::vector<UniDemand> uni_demands(const Olt &olt, const RemoteOnu &onu, const Rates &users, uint32_t flood)
 {
     const std::vector<UniConfig> configs = uni_configs(olt, onu, Side::remote);
-    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu);
+    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu, configs);
     const auto speed_of = [&](size_t uni) { return uint64_t{links[uni] ? links[uni]->speed : 0}; };
     std::vector<UniDemand> unis(links.size());
     for (size_t flow = 0; flow < flows.size(); ++flow) {

@@ -155,7 +155,11 @@ std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side si
 
 std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &onu)
 {
-    const std::vector<UniConfig> configs = uni_configs(olt, onu, Side::remote);
+    return uni_links(olt, onu, uni_configs(olt, onu, Side::remote));
+}
+
+std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &onu, std::span<const UniConfig> configs)
+{
     std::vector<std::optional<LinkMode>> links;
     for (uint32_t index = 0; index < configs.size(); ++index) {
         const LoopRecord *loop = olt.loop({onu.port->number, onu.binding->mac, index + 1});

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "model/olt/remote.h"
@@ -17,6 +18,9 @@ std::vector<UniConfig> uni_configs(const Olt &olt, const RemoteOnu &onu, Side si
 // Returns the links of the ONU's UNI ports while the ONU is online. A port that is down has no link. A cable that makes
 // a loop gives a port a link, too.
 std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &onu);
+// As above, for whoever has the configuration that the ONU has.
+std::vector<std::optional<LinkMode>> uni_links(const Olt &olt, const RemoteOnu &onu,
+                                               std::span<const UniConfig> configs);
 
 // Returns whether the setting is a part of the configuration of a UNI port.
 bool is_uni_config(const SettingKey &key);

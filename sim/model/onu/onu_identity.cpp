@@ -140,7 +140,7 @@ uint32_t llids_of(const Olt &olt, const RemoteOnu &onu, Side side)
 std::vector<OnuUni> unis_of(const Olt &olt, const RemoteOnu &onu)
 {
     const std::vector<UniConfig> configs = uni_configs(olt, onu, Side::remote);
-    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu);
+    const std::vector<std::optional<LinkMode>> links = uni_links(olt, onu, configs);
     std::vector<OnuUni> unis;
     for (uint32_t uni = 1; uni <= onu.device.unis.size(); ++uni)
         unis.push_back({.line_rate = onu.device.unis[uni - 1].line_rate,

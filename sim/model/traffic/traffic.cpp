@@ -20,8 +20,8 @@ void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
         sum[flow] += rates[flow] * time;
 }
 
-// Returns how many frames are broken on the fibre. A remainder that is too small
-// for one frame of its flow adds to the next flow.
+// Returns how many frames are broken on the fibre. A remainder that is too small for one frame of its flow adds to the
+// next flow.
 PerFlow broken(const PerFlow &sent, const PerFlow &shares)
 {
     PerFlow result{};
@@ -203,12 +203,14 @@ std::vector<UniFrames> uni_rates(const Traffic::Onu &onu)
     return rates;
 }
 
-std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu, ModelTime time)
+namespace
+{
+
+std::vector<UniFrames> counted_at(const Ledger &ledger, std::span<const UniFrames> rates, ModelTime time)
 {
     if (time <= ledger.since) return {};
     if (time < ledger.until)
         return time == period_start(ledger, ledger.until) ? ledger.at_period : ledger.at_last_period;
-    const std::vector<UniFrames> rates = uni_rates(onu);
     std::vector<UniFrames> frames = ledger.frames;
     frames.resize(std::max(frames.size(), rates.size()));
     const ModelTime passed = time - ledger.until;
@@ -221,15 +223,23 @@ std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu,
     return frames;
 }
 
+} // namespace
+
+std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu, ModelTime time)
+{
+    return counted_at(ledger, uni_rates(onu), time);
+}
+
 Ledger settled(const Ledger &ledger, const Traffic::Onu &onu, ModelTime now)
 {
     if (now <= ledger.until) return ledger;
+    const std::vector<UniFrames> rates = uni_rates(onu);
     Ledger result = ledger;
     const ModelTime period = period_start(ledger, now);
     result.until = now;
-    result.frames = counted_at(ledger, onu, now);
-    result.at_period = counted_at(ledger, onu, period);
-    result.at_last_period = counted_at(ledger, onu, period - std::min(period, monitoring_period));
+    result.frames = counted_at(ledger, rates, now);
+    result.at_period = counted_at(ledger, rates, period);
+    result.at_last_period = counted_at(ledger, rates, period - std::min(period, monitoring_period));
     return result;
 }
 
