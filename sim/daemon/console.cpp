@@ -10,7 +10,6 @@ namespace
 {
 
 constexpr ModelTime longest_step = 10ull * 365 * 24 * 3600; // s: ten years
-constexpr uint32_t slice = 16;                              // happenings of a step between which nobody has a turn
 
 std::string seconds(ModelTime time)
 {

@@ -148,7 +148,6 @@ void Service::await_due()
 
 void Service::wake()
 {
-    constexpr uint32_t slice = 16; // happenings between which requests are answered
     constexpr std::chrono::seconds pause{1};
     const std::lock_guard lock(turns);
     try {

@@ -30,6 +30,9 @@ struct WantedSettings {
     std::optional<uint32_t> silent;
 };
 
+// Happenings come in slices of this number. Between two slices others may have a turn with the simulator.
+inline constexpr uint32_t slice = 16;
+
 class Simulator
 {
 public:

@@ -2,7 +2,9 @@
 // and debug output.
 #include "handlers/chip.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
 #include "generated/service_words.h"
 #include "handlers/record.h"

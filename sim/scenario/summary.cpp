@@ -34,8 +34,7 @@ std::vector<Budget> budgets_of(const Topology &topology, const PortPopulation &p
 {
     std::vector<Budget> budgets;
     for (const Arrival &onu : port.arrivals) {
-        const auto found = topology.equipment.find(onu.mac);
-        const DeviceType *kind = found == topology.equipment.end() ? nullptr : found->second.kind;
+        const DeviceType *kind = topology.equipment_of(onu.mac).kind;
         const bool own = kind && kind->optics;
         for (const Direction direction : directions)
             budgets.push_back({&onu, direction, loss_of(onu, direction),

@@ -15,12 +15,6 @@ namespace ponsim
 namespace
 {
 
-// Returns whether the ONU is on the fibre, so that something would be noticed of it.
-bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival)
-{
-    return olt.online(port, arrival.mac) || olt.waits(port, arrival);
-}
-
 bool too_strong(Light light)
 {
     return light == Light::overloaded || light == Light::saturated;

@@ -254,6 +254,11 @@ Change happen(const Olt &olt)
 
 const Process registration_process{next, happen};
 
+bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival)
+{
+    return olt.online(port, arrival.mac) || olt.waits(port, arrival);
+}
+
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
 {
     set_phase(olt, port, mac, Phase::booting, boot_time, change);

@@ -42,7 +42,7 @@ void raise_alarms(const PonPort &port, const Mac &mac, Missing missing, Change &
 void fail(const Olt &olt, const PonPort &port, const Arrival &arrival, Missing missing, Change &change)
 {
     const Mac &mac = arrival.mac;
-    if (olt.online(port, mac) || olt.waits(port, arrival)) raise_alarms(port, mac, missing, change);
+    if (is_on_fibre(olt, port, arrival)) raise_alarms(port, mac, missing, change);
     report(olt, DebugSwitch::onu, port.number, mac, reason_of(mpcp_of(olt, port.number), missing), change);
     if (missing == Missing::oampdu)
         bring_up_oam(olt, port, mac, change);

@@ -121,9 +121,7 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.
 
 Equipment Olt::equipment_of(const Mac &mac) const
 {
-    if (!topology) return {};
-    const auto found = topology->equipment.find(mac);
-    return found == topology->equipment.end() ? Equipment{} : found->second;
+    return topology ? topology->equipment_of(mac) : Equipment{};
 }
 
 Device Olt::device_of(const Mac &mac) const

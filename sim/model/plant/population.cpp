@@ -24,6 +24,12 @@ std::string digits(uint32_t number, size_t count)
 
 } // namespace
 
+Equipment Topology::equipment_of(const Mac &mac) const
+{
+    const auto found = equipment.find(mac);
+    return found == equipment.end() ? Equipment{} : found->second;
+}
+
 PortPopulation population_at(const Settings &settings, uint32_t pon_port)
 {
     PortPopulation port;

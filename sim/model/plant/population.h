@@ -80,6 +80,9 @@ struct Topology {
     std::vector<PortPopulation> ports;
     // ONUs that are not named here follow from seed and address. The kinds live as long as the topology does.
     std::map<Mac, Equipment> equipment;
+
+    // Returns what the scenario says of the ONU.
+    Equipment equipment_of(const Mac &mac) const;
 };
 
 // Returns the ONUs at port `pon_port` that follow from the settings' numbers. Each is at the end of a fibre of its own

@@ -41,11 +41,15 @@ struct InUse : Scene {
         plan(set_load(olt(), 1, onu().binding->mac, Direction::down, down));
     }
     void flood(uint32_t frames) { plan(set_flood(olt(), 1, onu().binding->mac, frames)); }
+    void send(uint32_t command, const OnuBlock &block, uint32_t uni)
+    {
+        plan(send_setting(olt(), onu(), onu().key(command, uni), block, default_block(olt(), onu(), uni, command)));
+    }
     // Configures the UNI ports. The ONU has the setting when this returns.
     void configure(uint32_t command, const OnuBlock &block, std::initializer_list<uint32_t> unis)
     {
         for (const uint32_t uni : unis)
-            plan(send_setting(olt(), onu(), onu().key(command, uni), block, default_block(olt(), onu(), uni, command)));
+            send(command, block, uni);
         pass(oam_delay);
     }
     void enable(bool on, std::initializer_list<uint32_t> unis)
@@ -135,10 +139,7 @@ TEST(UniTraffic, IsBoundWhenTheOnuHasTheSettingAndNotBefore)
 {
     InUse fixture(0, 1);
     const PerFlow before = fixture.traffic().passed.up;
-    OnuBlock off(switch_size);
-    const SettingKey key = fixture.onu().key(BSP_CMD_ONU_ADMIN_STATE_GET, 1);
-    fixture.plan(send_setting(fixture.olt(), fixture.onu(), key, off,
-                              default_block(fixture.olt(), fixture.onu(), 1, BSP_CMD_ONU_ADMIN_STATE_GET)));
+    fixture.send(BSP_CMD_ONU_ADMIN_STATE_GET, OnuBlock(switch_size), 1);
     fixture.pass(oam_delay - 1);
     EXPECT_EQ(fixture.traffic().passed.up, before);
     fixture.pass(1);
@@ -261,15 +262,10 @@ TEST(UniTraffic, OfAPortThatIsShutForItsLoopEnds)
 
 TEST(UniTraffic, IsTheSameInOneLongStepAndInManyShortOnes)
 {
-    const auto send = [](InUse &fixture) {
-        for (const uint32_t uni : {1u, 2u})
-            fixture.plan(send_setting(fixture.olt(), fixture.onu(), fixture.onu().key(BSP_CMD_ONU_ADMIN_STATE_GET, uni),
-                                      OnuBlock(switch_size),
-                                      default_block(fixture.olt(), fixture.onu(), uni, BSP_CMD_ONU_ADMIN_STATE_GET)));
-    };
     InUse one(1, 1), other(1, 1);
-    send(one);
-    send(other);
+    for (InUse *fixture : {&one, &other})
+        for (const uint32_t uni : {1u, 2u})
+            fixture->send(BSP_CMD_ONU_ADMIN_STATE_GET, OnuBlock(switch_size), uni);
     one.pass(1000);
     for (int step = 0; step < 100; ++step)
         other.pass(10);
