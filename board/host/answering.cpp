@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
-#include <memory>
-#include <new>
 
 #include <sys/socket.h>
 
@@ -66,7 +64,7 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
                                 .uid = peer.uid,
                                 .gid = peer.gid};
     std::unique_lock lock(one_at_a_time, std::defer_lock);
-    if (!config.concurrent || recorder.is_on()) lock.lock();
+    if (!config.concurrent) lock.lock();
     try {
         const char *denied = config.authorize ? config.authorize(config.context, &request) : nullptr;
         if (denied) {
@@ -79,21 +77,7 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
         userlog_err(__func__, __LINE__, "the handler threw: %s", thrown.what());
         board_answer_fail(&answer, IPC_ERR_SERVICE);
     }
-    if (recorder.is_on()) record(request, answer);
     return true;
-}
-
-// Records what the client gets. Of a failed exchange it records only the failure.
-void Answering::record(const board_request &request, const board_answer &answer)
-{
-    const AnswerHeader &header = answer.frame.header;
-    Reply reply;
-    if (header.ipc_result == IPC_OK) reply = {header.status, answer.frame.data, header.length, header.result};
-    std::unique_ptr<char[]> result;
-    if (reply.result.state == Result::shared) result.reset(new (std::nothrow) char[reply.result.length]);
-    const bool carried = result && answer.memory.copy(reply.result, result.get());
-    const Call call{request.call, header.module, request.msg_type, request.data, request.length, request.allowed};
-    recorder.write({request.pid, 0}, call, header.ipc_result, reply, {result.get(), carried ? reply.result.length : 0});
 }
 
 bool Answering::send(int socket, board_answer &answer)

@@ -10,7 +10,6 @@
 #include "board/service.h"
 #include "frame.h"
 #include "shared_memory.h"
-#include "trace_writer.h"
 
 // A board_answer is the answer under construction, in the frame that will be sent.
 struct board_answer {
@@ -47,13 +46,7 @@ private:
 class Answering
 {
 public:
-    explicit Answering(const board_service_config &service_config)
-        : config(service_config), recorder(service_config.record)
-    {
-    }
-
-    // Returns false when the file for the record cannot be used. The log says why.
-    bool is_ready() const { return !config.record || recorder.is_on(); }
+    explicit Answering(const board_service_config &service_config) : config(service_config) {}
 
     // Checks a packet of `received` bytes and lets the handler handle it. Returns true when the answer is in `answer`.
     // Returns false when the packet is no request; then `refusal` must be sent.
@@ -69,10 +62,8 @@ public:
 
 private:
     static bool send_once(int socket, board_answer &answer);
-    void record(const board_request &request, const board_answer &answer);
 
     const board_service_config &config;
-    TraceWriter recorder;
     std::mutex one_at_a_time;
 };
 

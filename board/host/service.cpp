@@ -1,5 +1,5 @@
-// This file has the threads of the server half: one that accepts connections, one for each connection, and one for the
-// datagrams.
+// This file has the threads of the server half: one that accepts connections and serves datagrams, and one for each
+// connection.
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include <poll.h>
 #include <pthread.h>
@@ -72,18 +73,25 @@ public:
         return std::move(answers.extract(answers.begin()).mapped());
     }
 
-    // Waits until a packet comes, or the next answer is due. Returns false when there is no packet.
-    bool wait_for_packet(int socket) const
+    // Returns when the next answer is due, or no time when none is kept.
+    std::optional<Clock::time_point> next_due() const
     {
-        if (answers.empty()) return true; // receiving a packet waits for it anyway
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(answers.begin()->first - Clock::now()).count();
-        pollfd ready{socket, POLLIN, 0};
-        return poll(&ready, 1, left > 0 ? static_cast<int>(left) : 0) > 0;
+        if (answers.empty()) return std::nullopt;
+        return answers.begin()->first;
     }
 
 private:
     std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by the time when they are due
 };
+
+// Returns for how many milliseconds poll() is to wait: until the earlier of two times, of which each may be missing.
+int wait_until(std::optional<LateAnswers::Clock::time_point> one, std::optional<LateAnswers::Clock::time_point> other)
+{
+    if (!one || (other && *other < *one)) one = other;
+    if (!one) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*one - LateAnswers::Clock::now()).count();
+    return static_cast<int>(std::max<int64_t>(left, 0));
+}
 
 // Starts a thread that takes no signals, because signals belong to the program and not to the library.
 bool start_thread(pthread_t &thread, void *(*body)(void *), void *argument)
@@ -111,15 +119,16 @@ struct board_service {
 
 private:
     using Connections = std::list<Connection>;
+    using Clock = LateAnswers::Clock;
 
-    static void *accept_loop(void *service);
-    static void *datagram_loop(void *service);
+    static void *listen_loop(void *service);
     static void *connection_loop(void *connection);
 
-    void accept_connections();
+    void listen();
+    void accept_connection();
     void admit(Descriptor socket);
     void serve(Connection &connection);
-    void serve_datagrams();
+    void serve_datagram();
     void send(DatagramAnswer &answer);
     void leave(Connection &connection);
 
@@ -127,57 +136,48 @@ private:
     Answering answering;
     std::unique_ptr<Endpoint> endpoint;
     std::atomic<bool> stopping{false};
-    pthread_t acceptor{}, datagrams{};
-    bool accepting = false, receiving = false; // true while the two threads above run
+    pthread_t listener{};
+    bool listening = false; // true while the thread above runs
+
+    // The listener's thread alone uses these.
+    RequestFrame datagram;
+    LateAnswers late;
+    Clock::time_point accepts_again; // until then no connection is accepted, so that others get time to end
 
     std::mutex mutex; // guards the members below
-    std::condition_variable changed;
+    std::condition_variable gone;
     Connections connections;
     Connections left; // their threads are at their end
 };
 
 bool board_service::start(const std::string &directory)
 {
-    if (!answering.is_ready()) return false;
     endpoint = Endpoint::open(directory, config.module, config.socket_mode ? config.socket_mode : 0660);
     if (!endpoint) return false;
-    receiving = start_thread(datagrams, datagram_loop, this);
-    accepting = receiving && start_thread(acceptor, accept_loop, this);
-    return accepting;
+    listening = start_thread(listener, listen_loop, this);
+    return listening;
 }
 
 board_service::~board_service()
 {
-    {
-        // The flag is set under the lock, so that no thread misses it between looking and waiting.
-        const std::lock_guard lock(mutex);
-        stopping = true;
-        changed.notify_all();
-    }
+    stopping = true;
     if (endpoint) {
         shutdown(endpoint->connections(), SHUT_RDWR);
         shutdown(endpoint->datagrams(), SHUT_RDWR);
     }
-    if (accepting) pthread_join(acceptor, nullptr);
-    if (receiving) pthread_join(datagrams, nullptr);
+    if (listening) pthread_join(listener, nullptr);
 
     std::unique_lock lock(mutex);
     for (Connection &connection : connections)
         shutdown(connection.socket.get(), SHUT_RDWR);
-    changed.wait(lock, [this] { return connections.empty(); });
+    gone.wait(lock, [this] { return connections.empty(); });
     for (Connection &connection : left)
         pthread_join(connection.thread, nullptr);
 }
 
-void *board_service::accept_loop(void *service)
+void *board_service::listen_loop(void *service)
 {
-    static_cast<board_service *>(service)->accept_connections();
-    return nullptr;
-}
-
-void *board_service::datagram_loop(void *service)
-{
-    static_cast<board_service *>(service)->serve_datagrams();
+    static_cast<board_service *>(service)->listen();
     return nullptr;
 }
 
@@ -189,18 +189,29 @@ void *board_service::connection_loop(void *connection)
     return nullptr;
 }
 
-void board_service::accept_connections()
+void board_service::listen()
 {
     while (!stopping) {
-        Descriptor socket(accept4(endpoint->connections(), nullptr, nullptr, SOCK_CLOEXEC));
-        if (socket) {
-            admit(std::move(socket));
-        } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-            // The connection stays in the queue. Other connections get time to end.
-            userlog_err(__func__, __LINE__, "cannot accept a connection: %s", std::strerror(errno));
-            std::unique_lock lock(mutex);
-            changed.wait_for(lock, std::chrono::seconds(1), [this] { return stopping.load(); });
-        }
+        while (const auto due = late.take_due())
+            send(*due);
+        const bool accepting = Clock::now() >= accepts_again;
+        pollfd ready[] = {{endpoint->datagrams(), POLLIN, 0}, {endpoint->connections(), POLLIN, 0}};
+        const auto again = accepting ? std::nullopt : std::optional(accepts_again);
+        if (poll(ready, accepting ? 2 : 1, wait_until(late.next_due(), again)) <= 0) continue;
+        if (ready[0].revents) serve_datagram();
+        if (ready[1].revents) accept_connection();
+    }
+}
+
+void board_service::accept_connection()
+{
+    Descriptor socket(accept4(endpoint->connections(), nullptr, nullptr, SOCK_CLOEXEC));
+    if (socket) {
+        admit(std::move(socket));
+    } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
+        // The connection stays in the queue.
+        userlog_err(__func__, __LINE__, "cannot accept a connection: %s", std::strerror(errno));
+        accepts_again = Clock::now() + std::chrono::seconds(1);
     }
 }
 
@@ -256,52 +267,42 @@ void board_service::leave(Connection &connection)
         const auto own = std::find_if(connections.begin(), connections.end(),
                                       [&](const Connection &other) { return &other == &connection; });
         left.splice(left.end(), connections, own);
-        changed.notify_all();
+        gone.notify_all();
     }
     for (Connection &other : before)
         pthread_join(other.thread, nullptr);
 }
 
-void board_service::serve_datagrams()
+void board_service::serve_datagram()
 {
-    const int socket = endpoint->datagrams();
-    RequestFrame request;
-    LateAnswers late;
-    while (!stopping) {
-        while (const auto due = late.take_due())
-            send(*due);
-        if (!late.wait_for_packet(socket)) continue;
-        iovec part{&request, sizeof request};
-        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
-        msghdr message{};
-        message.msg_iov = &part;
-        message.msg_iovlen = 1;
-        message.msg_control = control;
-        message.msg_controllen = sizeof control;
-        const ssize_t received = recvmsg(socket, &message, MSG_TRUNC | MSG_CMSG_CLOEXEC);
-        if (received < 0 || stopping) continue;
+    iovec part{&datagram, sizeof datagram};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control;
+    message.msg_controllen = sizeof control;
+    const ssize_t received = recvmsg(endpoint->datagrams(), &message, MSG_TRUNC | MSG_CMSG_CLOEXEC | MSG_DONTWAIT);
+    if (received < 0 || stopping) return;
 
-        auto answer = std::make_unique<DatagramAnswer>();
-        ucred &peer = answer->peer;
-        for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
-            if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
-                std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
-        answer->way_back = passed_descriptor(message);
-        if (!answer->way_back) {
-            answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
-            continue;
-        }
-        Head refusal;
-        if (!answering.handle(request, static_cast<size_t>(received), true, peer, answer->answer, refusal)) {
-            send_packet(answer->way_back.get(), &refusal, sizeof refusal, -1);
-        } else if (answer->answer.sending.delay.count() == 0) {
-            send(*answer);
-        } else if (late.full()) {
-            answering.complaints.log(peer, "an answer is not late", "too many others are");
-            send(*answer);
-        } else {
-            late.keep(std::move(answer));
-        }
+    auto answer = std::make_unique<DatagramAnswer>();
+    ucred &peer = answer->peer;
+    for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
+        if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
+            std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
+    answer->way_back = passed_descriptor(message);
+    if (!answer->way_back)
+        return answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
+    Head refusal;
+    if (!answering.handle(datagram, static_cast<size_t>(received), true, peer, answer->answer, refusal)) {
+        send_packet(answer->way_back.get(), &refusal, sizeof refusal, -1);
+    } else if (answer->answer.sending.delay.count() == 0) {
+        send(*answer);
+    } else if (late.full()) {
+        answering.complaints.log(peer, "an answer is not late", "too many others are");
+        send(*answer);
+    } else {
+        late.keep(std::move(answer));
     }
 }
 

@@ -11,6 +11,7 @@
 struct board_trace {
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> file{nullptr, &std::fclose};
     uint8_t byte_order = 0;
+    uint8_t clock = BOARD_TRACE_TIME_OF_DAY;
     std::vector<uint8_t> bytes; // of the entry that was read last
 };
 
@@ -58,7 +59,9 @@ const char *open_file(board_trace &trace, const char *name)
     if (header.version != BOARD_TRACE_VERSION) return "a trace file of another version";
     if (header.byte_order != BOARD_TRACE_LITTLE_ENDIAN && header.byte_order != BOARD_TRACE_BIG_ENDIAN)
         return "a trace file of an unknown byte order";
+    if (header.clock > BOARD_TRACE_SERVICE_TIME) return "a trace file of an unknown clock";
     trace.byte_order = header.byte_order;
+    trace.clock = header.clock;
     return nullptr;
 }
 
@@ -80,6 +83,11 @@ board_trace *board_trace_open(const char *file, const char **error)
 int board_trace_byte_order(const board_trace *trace)
 {
     return trace->byte_order;
+}
+
+int board_trace_clock(const board_trace *trace)
+{
+    return trace->clock;
 }
 
 int board_trace_next(board_trace *trace, board_trace_entry *entry)

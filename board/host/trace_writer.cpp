@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <memory>
+#include <new>
 #include <vector>
 
 #include <fcntl.h>
@@ -12,6 +14,8 @@
 #include <sys/syscall.h>
 #include <sys/uio.h>
 
+#include "answering.h"
+#include "board/service.h"
 #include "board/trace.h"
 #include "board/util.h"
 
@@ -23,11 +27,10 @@ namespace board
 namespace
 {
 
-constexpr board_trace_file own_header{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, native_order, {}};
-
 // The first process writes the file's header. The others must find the same header.
-bool agree_on_header(int file)
+bool agree_on_header(int file, uint8_t clock)
 {
+    const board_trace_file own_header{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, native_order, clock, {}};
     struct stat found;
     if (fstat(file, &found)) return false;
     if (found.st_size == 0) return write(file, &own_header, sizeof own_header) == sizeof own_header;
@@ -51,7 +54,7 @@ void make_private(int file)
     if (!fstat(file, &found) && S_ISREG(found.st_mode) && (found.st_mode & 07777) != 0600) fchmod(file, 0600);
 }
 
-Descriptor open_trace(const char *name)
+Descriptor open_trace(const char *name, uint8_t clock)
 {
     if (!name || !*name) return {};
     Descriptor file(open(name, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
@@ -60,13 +63,14 @@ Descriptor open_trace(const char *name)
         return {};
     }
     if (file && !flock(file.get(), LOCK_EX)) {
-        const bool agreed = agree_on_header(file.get());
+        const bool agreed = agree_on_header(file.get(), clock);
         if (agreed) make_private(file.get());
         flock(file.get(), LOCK_UN);
         if (agreed) return file;
     }
     userlog_err(__func__, __LINE__, "%s cannot be used for the trace: %s", name,
-                errno == EINVAL ? "it is not a trace file of this version and byte order" : std::strerror(errno));
+                errno == EINVAL ? "it is not a trace file of this version, byte order and clock"
+                                : std::strerror(errno));
     return {};
 }
 
@@ -79,14 +83,15 @@ uint64_t now()
 
 } // namespace
 
-TraceWriter::TraceWriter(const char *name) : file(open_trace(name)), on(static_cast<bool>(file)) {}
+TraceWriter::TraceWriter(const char *name, uint8_t clock) : file(open_trace(name, clock)), on(static_cast<bool>(file))
+{
+}
 
-void TraceWriter::write(const ClientThread &client, const Call &call, int32_t ipc_result, const Reply &reply,
-                        std::span<const char> result)
+void TraceWriter::write(uint64_t time, const ClientThread &client, const Call &call, int32_t ipc_result,
+                        const Reply &reply, std::span<const char> result)
 {
     board_trace_record record{};
-    record.time = now();
-    record.size = static_cast<uint32_t>(sizeof record + call.length + reply.length + result.size());
+    record.time = time;
     record.pid = static_cast<uint32_t>(client.process);
     record.tid = static_cast<uint32_t>(client.thread);
     record.call = call.call;
@@ -100,11 +105,28 @@ void TraceWriter::write(const ClientThread &client, const Call &call, int32_t ip
     record.result_key = reply.result.key;
     record.result_length = reply.result.length;
     record.result_carried = static_cast<uint32_t>(result.size());
+    append(record, call.request, reply.data, result.data());
+}
 
+void TraceWriter::note(uint64_t time, uint32_t module, uint32_t msg_type, std::span<const char> note)
+{
+    board_trace_record record{};
+    record.time = time;
+    record.call = BOARD_TRACE_NOTE;
+    record.module = module;
+    record.msg_type = msg_type;
+    record.request_length = static_cast<uint32_t>(note.size());
+    append(record, note.data(), nullptr, nullptr);
+}
+
+void TraceWriter::append(board_trace_record &record, const void *request, const void *response, const void *result)
+{
+    record.size =
+        static_cast<uint32_t>(sizeof record + record.request_length + record.response_length + record.result_carried);
     const iovec parts[] = {{&record, sizeof record},
-                           {const_cast<void *>(call.request), call.length},
-                           {const_cast<void *>(reply.data), reply.length},
-                           {const_cast<char *>(result.data()), result.size()}};
+                           {const_cast<void *>(request), record.request_length},
+                           {const_cast<void *>(response), record.response_length},
+                           {const_cast<void *>(result), record.result_carried}};
     // Half a record would spoil the records that follow it, so nothing is written after the first failure.
     if (writev(file.get(), parts, 4) == static_cast<ssize_t>(record.size)) return;
     if (on.exchange(false)) userlog_err(__func__, __LINE__, "no more trace: %s", std::strerror(errno));
@@ -112,7 +134,7 @@ void TraceWriter::write(const ClientThread &client, const Call &call, int32_t ip
 
 TraceWriter &clients_trace()
 {
-    static TraceWriter writer(std::getenv("BOARD_IPC_TRACE"));
+    static TraceWriter writer(std::getenv("BOARD_IPC_TRACE"), BOARD_TRACE_TIME_OF_DAY);
     return writer;
 }
 
@@ -124,7 +146,49 @@ void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Tr
         if (!transport.copy_result(reply.result, result.data())) result.clear();
     }
     const ClientThread self{getpid(), static_cast<pid_t>(syscall(SYS_gettid))};
-    clients_trace().write(self, call, ipc_result, reply, result);
+    clients_trace().write(now(), self, call, ipc_result, reply, result);
 }
 
 } // namespace board
+
+struct board_recorder {
+    explicit board_recorder(const char *file) : writer(file, BOARD_TRACE_SERVICE_TIME) {}
+
+    board::TraceWriter writer;
+};
+
+board_recorder *board_recorder_open(const char *file)
+{
+    std::unique_ptr<board_recorder> recorder(new (std::nothrow) board_recorder(file));
+    return recorder && recorder->writer.is_on() ? recorder.release() : nullptr;
+}
+
+void board_recorder_write(board_recorder *recorder, uint64_t time, uint32_t module, const board_request *request,
+                          const board_answer *answer)
+{
+    using namespace board;
+    const int32_t ipc_result = answer ? answer->frame.header.ipc_result : IPC_ERR_REFUSED;
+    Reply reply;
+    if (ipc_result == IPC_OK) {
+        const AnswerHeader &header = answer->frame.header;
+        reply = {header.status, answer->frame.data, header.length, header.result};
+    }
+    std::unique_ptr<char[]> result;
+    if (reply.result.state == Result::shared) result.reset(new (std::nothrow) char[reply.result.length]);
+    const bool carried = result && answer->memory.copy(reply.result, result.get());
+    const Call call{request->call, module, request->msg_type, request->data, request->length, request->allowed};
+    recorder->writer.write(time, {request->pid, 0}, call, ipc_result, reply,
+                           {result.get(), carried ? reply.result.length : 0});
+}
+
+void board_recorder_note(board_recorder *recorder, uint64_t time, uint32_t module, uint32_t msg_type, const void *note,
+                         uint32_t length)
+{
+    if (length > BOARD_NOTE_MAX) return;
+    recorder->writer.note(time, module, msg_type, {static_cast<const char *>(note), length});
+}
+
+void board_recorder_close(board_recorder *recorder)
+{
+    delete recorder;
+}

@@ -78,16 +78,22 @@ TestEnvironment::~TestEnvironment()
 TestService::TestService(Handler handle, Authorize allow, const char *record)
     : handler(std::move(handle)), authorize(std::move(allow))
 {
+    if (record && !(recorder = board_recorder_open(record))) return;
     board_service_config config{};
     config.module = test_module;
     config.context = this;
-    config.record = record;
     config.handler = [](void *context, const board_request *request, board_answer *answer) {
-        static_cast<TestService *>(context)->handler(*request, *answer);
+        auto &self = *static_cast<TestService *>(context);
+        self.handler(*request, *answer);
+        if (self.recorder) board_recorder_write(self.recorder, recorded_time, test_module, request, answer);
     };
     if (authorize)
         config.authorize = [](void *context, const board_request *request) {
-            return static_cast<TestService *>(context)->authorize(*request);
+            auto &self = *static_cast<TestService *>(context);
+            const char *refusal = self.authorize(*request);
+            if (refusal && self.recorder)
+                board_recorder_write(self.recorder, recorded_time, test_module, request, nullptr);
+            return refusal;
         };
     service = board_service_start(&config);
 }
@@ -96,6 +102,8 @@ void TestService::stop()
 {
     board_service_stop(service);
     service = nullptr;
+    board_recorder_close(recorder);
+    recorder = nullptr;
 }
 
 Handler echo(uint32_t status)

@@ -37,6 +37,7 @@ using Authorize = std::function<const char *(const board_request &)>;
 class TestService
 {
 public:
+    // Records each exchange at the time `recorded_time`, in nanoseconds, unless the file's name `record` is null.
     explicit TestService(Handler handler, Authorize authorize = nullptr, const char *record = nullptr);
     ~TestService() { stop(); }
     TestService(const TestService &) = delete;
@@ -47,8 +48,11 @@ public:
 private:
     Handler handler;
     Authorize authorize;
-    board_service *service;
+    board_recorder *recorder = nullptr; // null: none is wanted, or its file cannot be used
+    board_service *service = nullptr;
 };
+
+constexpr uint64_t recorded_time = 1234567890;
 
 // Returns a handler that answers with the request's bytes and the status `status`.
 Handler echo(uint32_t status = 0);

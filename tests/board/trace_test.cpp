@@ -254,6 +254,50 @@ TEST_F(Recording, has_the_length_of_a_result_that_is_too_long)
     expect_same(4);
 }
 
+TEST_F(Recording, has_the_times_that_the_service_states)
+{
+    TestService service(echo(), nullptr, name.c_str());
+    make_exchanges();
+    const Trace of_client = news(), of_service{board_trace_open(name.c_str(), nullptr)};
+    EXPECT_EQ(board_trace_clock(of_client.get()), BOARD_TRACE_TIME_OF_DAY);
+    EXPECT_EQ(board_trace_clock(of_service.get()), BOARD_TRACE_SERVICE_TIME);
+    board_trace_entry entry;
+    ASSERT_EQ(board_trace_next(of_service.get(), &entry), 1);
+    EXPECT_EQ(entry.record.time, recorded_time);
+}
+
+TEST_F(Recording, does_not_go_on_where_times_are_by_another_clock)
+{
+    const board_trace_file of_clients{BOARD_TRACE_MAGIC,
+                                      BOARD_TRACE_VERSION,
+                                      std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN
+                                                                              : BOARD_TRACE_LITTLE_ENDIAN,
+                                      BOARD_TRACE_TIME_OF_DAY,
+                                      {}};
+    std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char *>(&of_clients), sizeof of_clients);
+    const std::string log = log_of([this] { EXPECT_EQ(board_recorder_open(name.c_str()), nullptr); });
+    EXPECT_NE(log.find("not a trace file of this version, byte order and clock"), std::string::npos) << log;
+}
+
+TEST_F(Recording, has_the_notes_of_the_service)
+{
+    const std::string longest(BOARD_NOTE_MAX, 'n');
+    board_recorder *recorder = board_recorder_open(name.c_str());
+    ASSERT_NE(recorder, nullptr);
+    board_recorder_note(recorder, 7, test_module, 2, longest.data(), BOARD_NOTE_MAX);
+    board_recorder_note(recorder, 8, test_module, 2, longest.data(), BOARD_NOTE_MAX + 1);
+    board_recorder_close(recorder);
+
+    const Trace trace{board_trace_open(name.c_str(), nullptr)};
+    board_trace_entry entry;
+    ASSERT_EQ(board_trace_next(trace.get(), &entry), 1);
+    EXPECT_EQ(entry.record.call, static_cast<uint32_t>(BOARD_TRACE_NOTE));
+    EXPECT_EQ(entry.record.msg_type, 2u);
+    EXPECT_EQ(entry.record.time, 7u);
+    EXPECT_EQ(std::string(entry.request, entry.request + entry.record.request_length), longest);
+    EXPECT_EQ(board_trace_next(trace.get(), &entry), 0) << "one note was too long";
+}
+
 TEST_F(Recording, goes_on_behind_what_the_file_holds)
 {
     for (int run = 0; run < 2; ++run) {
@@ -321,7 +365,7 @@ protected:
     }
     static std::string header(uint8_t order)
     {
-        const board_trace_file file{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, order, {}};
+        const board_trace_file file{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, order, BOARD_TRACE_TIME_OF_DAY, {}};
         return {reinterpret_cast<const char *>(&file), sizeof file};
     }
 
@@ -338,6 +382,10 @@ TEST_F(TraceFile, that_is_none_is_refused_with_the_reason)
     other[8] = 9;
     EXPECT_EQ(open(other), nullptr);
     EXPECT_STREQ(why, "a trace file of another version");
+    std::string unknown = header(BOARD_TRACE_LITTLE_ENDIAN);
+    unknown[10] = 2;
+    EXPECT_EQ(open(unknown), nullptr);
+    EXPECT_STREQ(why, "a trace file of an unknown clock");
     EXPECT_EQ(board_trace_open("/nonexistent", &why), nullptr);
     EXPECT_STREQ(why, "No such file or directory");
 }

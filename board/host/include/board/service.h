@@ -98,12 +98,8 @@ typedef struct board_service_config {
      * service's log. */
     const char *(*authorize)(void *context, const board_request *request);
     void *context; /* passed to both functions */
-    /* Each request is appended to this file together with what its client gets, in the order of the handler's calls.
-     * board/trace.h reads the file. When it is null, nothing is recorded. A packet that is no request of this service
-     * is never recorded. */
-    const char *record;
     /* When this is not 0, both functions are called for the requests of several clients at the same time, each time
-     * from a thread of that client. While exchanges are recorded, it counts as 0. */
+     * from a thread of that client. */
     int concurrent;
 } board_service_config;
 
@@ -116,6 +112,29 @@ board_service *board_service_start(const board_service_config *config);
 /* Stops serving: no handler runs any more when this function returns. Removes the sockets and releases everything. A
  * handler must not call it. Null is allowed. */
 void board_service_stop(board_service *service);
+
+/* A board_recorder appends exchanges to a file, which board/trace.h reads. The service decides what it records, in
+ * which order, and at what time of its own clock, so that equal sessions can make equal files. Several services may
+ * share a recorder, and any thread may use it. */
+typedef struct board_recorder board_recorder;
+
+/* Opens the file, which is made when it does not exist. Returns null on failure, with one log line that says why. What
+ * another user made, or what is no such record, is never written to. */
+board_recorder *board_recorder_open(const char *file);
+/* Appends a request to `module` and the answer as it is now. `time` is in nanoseconds. Of an answer that fails only the
+ * failure is recorded. A null answer means that the request was refused. The process is the request's `pid`, which may
+ * be 0. When the file takes no more, the log says so once, and nothing more is recorded. */
+void board_recorder_write(board_recorder *recorder, uint64_t time, uint32_t module, const board_request *request,
+                          const board_answer *answer);
+/* Appends a note, which has no meaning but for the service: at most BOARD_NOTE_MAX bytes on a channel of the module. A
+ * longer note is not recorded. */
+void board_recorder_note(board_recorder *recorder, uint64_t time, uint32_t module, uint32_t msg_type, const void *note,
+                         uint32_t length);
+
+#define BOARD_NOTE_MAX BOARD_RESULT_MAX
+
+/* Closes the file. Null is allowed. */
+void board_recorder_close(board_recorder *recorder);
 
 #ifdef __cplusplus
 }

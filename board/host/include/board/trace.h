@@ -1,10 +1,12 @@
 /* This file describes records of what went over the IPC, and how to read them. Every client process that runs with
- * BOARD_IPC_TRACE=FILE writes them, and so do services that record what they answer. The contents of files that an
- * answer names are not in them.
+ * BOARD_IPC_TRACE=FILE writes them, and so do services that record what they answer (board/service.h). The contents of
+ * files that an answer names are not in them.
  *
  * The file has a board_trace_file, followed by records. A record is a board_trace_record, followed by the bytes of
  * the request, the response and the result, with nothing between them and nothing behind them. Several processes may
- * write one file, because each record is appended in one piece. All words are in the byte order that the file names. */
+ * write one file, because each record is appended in one piece. All words are in the byte order that the file names.
+ *
+ * Beside exchanges a service may record notes of its own. The bytes of a note stand where those of a request would. */
 #ifndef BOARD_TRACE_H
 #define BOARD_TRACE_H
 
@@ -18,20 +20,24 @@ extern "C" {
 #define BOARD_TRACE_VERSION 1
 #define BOARD_TRACE_LITTLE_ENDIAN 1
 #define BOARD_TRACE_BIG_ENDIAN 2
+#define BOARD_TRACE_TIME_OF_DAY 0  /* times are since 1970 */
+#define BOARD_TRACE_SERVICE_TIME 1 /* times are those that the service states, since its own time began */
+#define BOARD_TRACE_NOTE 4         /* stands for the call of a record that is a note and no exchange */
 
 typedef struct board_trace_file {
     char magic[8];
     uint8_t version;
     uint8_t byte_order;
-    uint8_t zero[6];
+    uint8_t clock;
+    uint8_t zero[5];
 } board_trace_file;
 
 typedef struct board_trace_record {
-    uint64_t time; /* when the exchange ended: nanoseconds since 1970 */
+    uint64_t time; /* when the exchange ended: nanoseconds by the clock that the file names */
     uint32_t size; /* of the record, including the bytes that follow */
-    uint32_t pid;  /* the client's process */
+    uint32_t pid;  /* the client's process; 0 when it is not stated */
     uint32_t tid;  /* the client's thread; 0 when a service recorded */
-    uint32_t call; /* a board_call */
+    uint32_t call; /* a board_call, or BOARD_TRACE_NOTE */
     uint32_t module;
     uint32_t msg_type;  /* the channel */
     uint32_t allowed;   /* response bytes that the caller allowed; 0: no bound stated */
@@ -61,6 +67,8 @@ board_trace *board_trace_open(const char *file, const char **error);
 /* Returns the byte order of the bytes of requests and responses: BOARD_TRACE_LITTLE_ENDIAN or
  * BOARD_TRACE_BIG_ENDIAN. */
 int board_trace_byte_order(const board_trace *trace);
+/* Returns the clock of the times: BOARD_TRACE_TIME_OF_DAY or BOARD_TRACE_SERVICE_TIME. */
+int board_trace_clock(const board_trace *trace);
 /* Reads the next record. Returns 1, or 0 at the end of the file, or -1 when the file is damaged here or cannot be
  * read. */
 int board_trace_next(board_trace *trace, board_trace_entry *entry);
