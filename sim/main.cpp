@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include "board/service.h"
@@ -17,8 +18,10 @@
 #include "daemon/control_client.h"
 #include "daemon/host.h"
 #include "daemon/replay.h"
+#include "daemon/rerun.h"
 #include "scenario/scenario.h"
 #include "scenario/summary.h"
+#include "store/private.h"
 #include "text/words.h"
 
 namespace
@@ -35,6 +38,7 @@ Examples:
   ponsim --socket-dir /tmp/olt --state none  an OLT to play with: nothing is kept
   ponsim --seed 7 --ports 4 --arrivals 32    another OLT: needs its own --state FILE, or --fresh
   ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
+  ponsim rerun /tmp/session --until 90       let the session happen again, up to that time
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
@@ -54,7 +58,9 @@ struct Options {
     double speed = 1;
     std::string record;             // empty: no record
     std::vector<std::string> words; // the words of a control command
-    std::string replayed;           // the recording to serve
+    std::string replayed;           // the recording to serve, or to rerun
+    std::string until;              // seconds of model time; empty: to the end
+    std::string state_then;         // the file for the state at the end of a rerun; empty: none
     bool loop = false;
     std::string olt; // the OLT that the command is for; empty: the only one
 };
@@ -148,6 +154,15 @@ sigset_t block_stop_signals()
     return stop;
 }
 
+// Each OLT has some ten files and sockets open. The limit of a process that does not ask for more is for few of them.
+void allow_many_open_files()
+{
+    rlimit limit;
+    if (getrlimit(RLIMIT_NOFILE, &limit)) return;
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+}
+
 int replay(const Options &options)
 {
     const std::string socket_dir = socket_directory(options);
@@ -163,9 +178,23 @@ int replay(const Options &options)
     return EXIT_SUCCESS;
 }
 
+int rerun(const Options &options)
+{
+    std::optional<ponsim::ModelTime> until;
+    if (!options.until.empty()) until = ponsim::read_seconds(options.until);
+    const ponsim::RerunResult result = ponsim::rerun(
+        options.replayed, until, [](const std::string &different) { printf("ponsim: %s\n", different.c_str()); });
+    if (!options.state_then.empty()) ponsim::write_private_file(options.state_then, result.image.bytes);
+    const std::string refused = result.refused ? ", " + std::to_string(result.refused) + " refused requests" : "";
+    printf("ponsim: %zu requests and %zu commands%s, up to %s: %zu were answered otherwise\n", result.requests,
+           result.commands, refused.c_str(), ponsim::seconds_text(result.now).c_str(), result.different);
+    return result.different == 0 ? EXIT_SUCCESS : exit_failure;
+}
+
 int serve(const Options &options)
 {
     const sigset_t stop = block_stop_signals();
+    allow_many_open_files();
     ponsim::Scenario scenario;
     if (!options.scenario.empty()) scenario = ponsim::read_scenario_file(options.scenario);
     ponsim::HostOptions together;
@@ -256,6 +285,13 @@ void declare(Command &program, Options &options)
     replayed.option("--loop", &options.loop, "Start over where the answers to a request end, not repeat the last");
     replayed.footer = examples;
     replayed.run = replay;
+    Command &again = program.add("rerun", "Lets a recorded session happen again, and compares what is answered");
+    again.argument("FILE", &options.replayed, "The recording, which ponsim --record made").is_required();
+    again.option("--until", &options.until, "Stop at this model time [the end of the recording]", "SECONDS");
+    again.option("--state", &options.state_then, "Keep the OLT as it is then in this new file; ponsim goes on with it",
+                 "FILE");
+    again.footer = examples;
+    again.run = rerun;
 }
 
 } // namespace

@@ -57,6 +57,12 @@ Class impact_of(const Traced &traced)
     return has_answer(traced.call()) ? Class::read : Class::write;
 }
 
+// A recording may also have exchanges with other services, such as the commands that controlled a simulation.
+bool is_of_pon(const Traced &traced)
+{
+    return traced.record.module == catalogue::module;
+}
+
 // The user was already asked for all requests of the recording together.
 class AskedAtOnce : public call::Permission
 {
@@ -312,8 +318,8 @@ size_t count_changes(const std::string &file)
         throw UsageError("FILE: '" + file + "' comes from a machine of the other byte order: the service here would " +
                          "read its requests turned round ('ponctl trace' shows it)");
     size_t changes = 0;
-    const auto damage =
-        recording.each([&changes](const Traced &traced) { changes += impact_of(traced) != Class::read; });
+    const auto damage = recording.each(
+        [&changes](const Traced &traced) { changes += is_of_pon(traced) && impact_of(traced) != Class::read; });
     if (damage)
         throw UsageError("FILE: '" + file + "' is damaged at record " + std::to_string(*damage + 1) +
                          "; nothing was sent");
@@ -331,13 +337,17 @@ ExitCode run_replay(const Output &output, const ReplayOptions &options)
     if (changes > 0 && !options.reads_only)
         ask("sending " + std::to_string(changes) + " requests that change something");
 
-    size_t sent = 0, differing = 0, number = 0;
+    size_t sent = 0, differing = 0, others = 0, number = 0;
     Exchange failed;
     {
         Report report(output);
         TraceFile(options.file).each([&](const Traced &traced) {
             if (failed.made) return;
             ++number;
+            if (!is_of_pon(traced)) {
+                ++others;
+                return;
+            }
             if (options.reads_only && impact_of(traced) != Class::read) return;
             const LiveAnswer live = send(traced);
             if (!is_answer(live.exchange.result) && live.exchange.result != traced.record.ipc_result) {
@@ -352,7 +362,8 @@ ExitCode run_replay(const Output &output, const ReplayOptions &options)
             if (!differences.empty() || options.verbose) report.add(number, traced, differences);
         });
     }
-    const std::string summary = std::to_string(sent) + " exchanges, " + std::to_string(differing) + " differ";
+    std::string summary = std::to_string(sent) + " exchanges, " + std::to_string(differing) + " differ";
+    if (others > 0) summary += ", " + std::to_string(others) + " with other services left out";
     differing ? complain(summary) : note(summary);
     if (failed.made) return report_exchange("exchange " + std::to_string(number), failed, 0);
     return differing ? exit_status : exit_success;

@@ -155,8 +155,8 @@ std::optional<size_t> show_trace(const Output &output, const TraceOptions &optio
                  {"COMMAND", Table::Fit::cut},
                  {"OUTCOME", Table::Fit::cut}});
     const auto damage = show_all([&table](const Traced &traced) {
-        table.add({traced.time(), std::to_string(traced.record.pid), traced.call_text(), traced.channel_text(),
-                   traced.command_text(), traced.outcome()});
+        table.add({traced.time(), traced.record.pid ? std::to_string(traced.record.pid) : "-", traced.call_text(),
+                   traced.channel_text(), traced.command_text(), traced.outcome()});
     });
     table.print(output);
     return damage;

@@ -1,5 +1,6 @@
 #include "results/recording.h"
 
+#include <algorithm>
 #include <bit>
 #include <ctime>
 #include <functional>
@@ -27,9 +28,10 @@ const catalogue::Record &record_of(const catalogue::Channel &channel, size_t len
 
 } // namespace
 
-Traced::Traced(const board_trace_entry &entry, bool swapped)
+Traced::Traced(const board_trace_entry &entry, bool swapped, int times)
     : record(entry.record),
-      channel(catalogue::find_channel(record.msg_type)),
+      clock(times),
+      channel(record.module == catalogue::module ? catalogue::find_channel(record.msg_type) : nullptr),
       request(entry.request, entry.request + record.request_length),
       response(entry.response, entry.response + record.response_length),
       result(entry.result ? entry.result : "", record.result_carried)
@@ -55,8 +57,17 @@ std::optional<uint32_t> Traced::code() const
 std::string Traced::command_text() const
 {
     if (command) return std::string(command->name);
-    const auto number = code();
-    return number ? std::to_string(*number) : "-";
+    if (const auto number = code()) return std::to_string(*number);
+    const bool text =
+        !request.empty() && std::ranges::all_of(request, [](uint8_t byte) { return byte >= ' ' && byte <= '~'; });
+    return text && !channel ? std::string(request.begin(), request.end()) : "-";
+}
+
+std::string Traced::channel_text() const
+{
+    if (channel) return std::string(channel->name);
+    const std::string number = std::to_string(record.msg_type);
+    return record.module == catalogue::module ? number : number + " of module " + std::to_string(record.module);
 }
 
 std::string Traced::outcome() const
@@ -68,13 +79,15 @@ std::string Traced::outcome() const
 std::string Traced::time() const
 {
     constexpr uint64_t second = 1000000000;
+    char fraction[16];
+    std::snprintf(fraction, sizeof fraction, ".%06u", static_cast<unsigned>(record.time % second / 1000));
+    if (clock == BOARD_TRACE_SERVICE_TIME) return std::to_string(record.time / second) + fraction;
     const auto seconds = static_cast<std::time_t>(record.time / second);
     std::tm parts{};
     gmtime_r(&seconds, &parts);
-    char date[32], fraction[16];
+    char date[32];
     std::strftime(date, sizeof date, "%Y-%m-%dT%H:%M:%S", &parts);
-    std::snprintf(fraction, sizeof fraction, ".%06uZ", static_cast<unsigned>(record.time % second / 1000));
-    return std::string(date) + fraction;
+    return std::string(date) + fraction + 'Z';
 }
 
 TraceFile::TraceFile(const std::string &file)
@@ -95,7 +108,7 @@ std::optional<size_t> TraceFile::each(const std::function<void(const Traced &)> 
     int more = 0;
     size_t count = 0;
     for (; (more = board_trace_next(trace.get(), &entry)) == 1; ++count)
-        show(Traced(entry, is_foreign()));
+        if (entry.record.call != BOARD_TRACE_NOTE) show(Traced(entry, is_foreign(), board_trace_clock(trace.get())));
     if (more == 0) return std::nullopt;
     return count;
 }

@@ -18,10 +18,12 @@ namespace ponctl
 
 // A Traced is one exchange. What it points to lives until the next one is read.
 struct Traced {
-    Traced(const board_trace_entry &entry, bool swapped);
+    // Its time is by this clock of board/trace.h.
+    Traced(const board_trace_entry &entry, bool swapped, int clock);
 
     const board_trace_record &record;
-    const catalogue::Channel *channel; // null: unknown
+    const int clock;
+    const catalogue::Channel *channel; // null: unknown, or of another module
     const catalogue::Command *command = nullptr;
     const catalogue::Record *kind = nullptr; // the record of the request
     Bytes request, response;
@@ -37,10 +39,11 @@ struct Traced {
 
     catalogue::Call call() const { return static_cast<catalogue::Call>(record.call); }
     std::string call_text() const { return std::string(catalogue::to_text(call())); }
-    std::string channel_text() const { return channel ? std::string(channel->name) : std::to_string(record.msg_type); }
+    std::string channel_text() const;
+    // Returns the command's name or number. A request of another module is its own name when it is a text.
     std::string command_text() const;
     std::string outcome() const;
-    // Returns when the exchange ended, in Coordinated Universal Time.
+    // Returns when the exchange ended: in Coordinated Universal Time, or in seconds of the service's own time.
     std::string time() const;
 };
 
@@ -53,8 +56,8 @@ public:
 
     // Returns whether the recording comes from a machine of the other byte order.
     bool is_foreign() const;
-    // Passes each exchange to `show`, in order. Returns how many there were before the place where the file is damaged,
-    // or nothing when the file is whole.
+    // Passes each exchange to `show`, in order, and leaves out what a service noted for itself. Returns how many
+    // records there were before the place where the file is damaged, or nothing when the file is whole.
     std::optional<size_t> each(const std::function<void(const Traced &)> &show) const;
 
 private:

@@ -11,7 +11,9 @@ namespace
 
 constexpr ModelTime longest_step = 10ull * 365 * 24 * 3600; // s: ten years
 
-std::string seconds(ModelTime time)
+} // namespace
+
+std::string seconds_text(ModelTime time)
 {
     std::string text = std::to_string(time / ms_per_second);
     if (const ModelTime rest = time % ms_per_second)
@@ -19,17 +21,8 @@ std::string seconds(ModelTime time)
     return text + " s of model time";
 }
 
-// Reads seconds with up to three decimals.
-ModelTime read_seconds(const std::string &word)
+namespace
 {
-    const size_t point = word.find('.');
-    std::string decimals = point == std::string::npos ? "000" : word.substr(point + 1);
-    if (decimals.empty() || decimals.size() > 3)
-        throw ControlError(word + ": expected seconds with at most three decimals, as 90 or 0.25");
-    decimals.resize(3, '0');
-    return control_number(word.substr(0, point), 0, longest_step) * ms_per_second +
-           control_number(decimals, 0, ms_per_second - 1);
-}
 
 std::string help_line(std::string head, std::string_view brief)
 {
@@ -48,6 +41,17 @@ std::string help()
 }
 
 } // namespace
+
+ModelTime read_seconds(const std::string &word)
+{
+    const size_t point = word.find('.');
+    std::string decimals = point == std::string::npos ? "000" : word.substr(point + 1);
+    if (decimals.empty() || decimals.size() > 3)
+        throw ControlError(word + ": expected seconds with at most three decimals, as 90 or 0.25");
+    decimals.resize(3, '0');
+    return control_number(word.substr(0, point), 0, longest_step) * ms_per_second +
+           control_number(decimals, 0, ms_per_second - 1);
+}
 
 bool Step::go_on()
 {
@@ -70,7 +74,7 @@ std::optional<ModelTime> step_length(std::string_view line)
 
 std::string time_passed(const Simulator &simulator)
 {
-    return seconds(simulator.olt().now()) + '\n';
+    return seconds_text(simulator.olt().now()) + '\n';
 }
 
 std::string control(Simulator &simulator, Clock &clock, std::string_view line)

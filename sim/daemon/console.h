@@ -34,6 +34,12 @@ private:
     ModelTime left;
 };
 
+// Writes a model time for people: 1.5 s of model time.
+std::string seconds_text(ModelTime time);
+
+// Reads seconds with up to three decimals. Throws ControlError.
+ModelTime read_seconds(const std::string &word);
+
 // Returns how much time a line lets pass. Returns none when the line is another command. Throws ControlError.
 std::optional<ModelTime> step_length(std::string_view line);
 

@@ -63,7 +63,8 @@ Host::Host(const HostOptions &options, const Access &access, Timekeeper &timekee
     : store(options.state, options.fresh),
       model(store, options.wanted, options.scenario),
       clock(model.olt().now(), options.speed),
-      service(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, options.record)
+      journal(options.record, store, model.olt().now()),
+      service(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, journal)
 {
     if (!service.serving()) throw std::runtime_error("cannot serve on " + options.socket_dir);
 }

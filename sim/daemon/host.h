@@ -50,6 +50,7 @@ private:
     Store store;
     Simulator model;
     Clock clock;
+    Journal journal;
     Service service;
 };
 

@@ -1,24 +1,17 @@
 #include "daemon/replay.h"
 
-#include <bit>
 #include <cstring>
 #include <stdexcept>
 
 #include "board/ipc.h"
-#include "board/trace.h"
 #include "board/util.h"
 #include "catalogue.h"
+#include "daemon/recorded.h"
 
 namespace ponsim
 {
 namespace
 {
-
-struct Close {
-    void operator()(board_trace *trace) const { board_trace_close(trace); }
-};
-
-constexpr int host_order = std::endian::native == std::endian::big ? BOARD_TRACE_BIG_ENDIAN : BOARD_TRACE_LITTLE_ENDIAN;
 
 // Returns whether a client failed in this way without the service, so that there was nothing to answer.
 bool never_arrived(int32_t ipc_result)
@@ -27,48 +20,25 @@ bool never_arrived(int32_t ipc_result)
            ipc_result == IPC_ERR_SYSTEM;
 }
 
-std::optional<uint32_t> code_of(uint32_t channel, const std::string &request)
-{
-    const catalogue::Channel *known = catalogue::find_channel(channel);
-    const catalogue::Field *command = known ? known->record->command : nullptr;
-    uint32_t code;
-    if (!command || request.size() < command->offset + sizeof code) return std::nullopt;
-    std::memcpy(&code, request.data() + command->offset, sizeof code);
-    return code;
-}
-
-// Describes a request for the log.
 std::string describe(const board_request &request)
 {
-    const catalogue::Channel *channel = catalogue::find_channel(request.msg_type);
-    std::string text = channel ? std::string(channel->name) : "channel " + std::to_string(request.msg_type);
-    const std::string bytes(static_cast<const char *>(request.data), request.length);
-    if (const auto code = code_of(request.msg_type, bytes)) {
-        const auto call = static_cast<catalogue::Call>(request.call);
-        const catalogue::Command *command = catalogue::find_command(request.msg_type, *code, call);
-        text += ", command " + (command ? std::string(command->name) : std::to_string(*code));
-    }
-    return text;
+    return describe_request(request.msg_type, request.call, {static_cast<const char *>(request.data), request.length});
 }
 
 } // namespace
 
 Recording::Recording(const std::string &file)
 {
-    const auto refuse = [&file](const std::string &reason) { throw std::runtime_error(file + ": " + reason); };
-    const char *error = nullptr;
-    const std::unique_ptr<board_trace, Close> trace(board_trace_open(file.c_str(), &error));
-    if (!trace) refuse(error);
-    if (board_trace_byte_order(trace.get()) != host_order)
-        refuse("recorded on a machine of the other byte order: the words of its answers would reach the clients of "
-               "this one turned round; replay it on such a machine (ponctl trace shows it here)");
-
+    const Trace trace =
+        open_recording(file, "the words of its answers would reach the clients of this one turned round; "
+                             "replay it on such a machine (ponctl trace shows it here)");
     board_trace_entry entry;
     int more = 0;
     size_t record = 1;
     for (; (more = board_trace_next(trace.get(), &entry)) == 1; ++record) {
         const board_trace_record &read = entry.record;
-        if (read.module != catalogue::module || never_arrived(read.ipc_result)) continue;
+        const bool exchange = read.module == catalogue::module && read.call != BOARD_TRACE_NOTE;
+        if (!exchange || never_arrived(read.ipc_result)) continue;
         const RequestKey request{read.call, read.msg_type, {entry.request, entry.request + read.request_length}};
         by_bytes[request].answers.push_back(answers.size());
         if (const auto command = command_of(request)) by_command[*command].answers.push_back(answers.size());
@@ -79,8 +49,8 @@ Recording::Recording(const std::string &file)
                            read.result_length,
                            {entry.result, read.result_carried}});
     }
-    if (more < 0) refuse("damaged at record " + std::to_string(record));
-    if (answers.empty()) refuse("holds no exchange with the PON service");
+    if (more < 0) fail_damaged(file, record);
+    if (answers.empty()) throw std::runtime_error(file + ": holds no exchange with the PON service");
 }
 
 std::optional<Recording::RequestKey> Recording::command_of(const RequestKey &request)

@@ -13,6 +13,7 @@
 #include "control/control.h"
 #include "control/fault_forms.h"
 #include "daemon/console.h"
+#include "engine/delivery.h"
 #include "handlers/handler.h"
 
 namespace ponsim
@@ -43,14 +44,6 @@ Message message_of(const board_request &request)
     return {request.msg_type, request.data, request.length, call_of(request)};
 }
 
-// Returns the answer with the name of a result file in it.
-std::string naming(std::string answer, const ResultFile &file, const std::string &name)
-{
-    if (answer.size() < file.name_at + name.size() + 1) answer.resize(file.name_at + name.size() + 1);
-    answer.replace(file.name_at, name.size(), name);
-    return answer;
-}
-
 // Applies a fault that concerns the way of an answer to the client.
 void misdirect(board_answer *answer, const FaultCase &fault)
 {
@@ -74,43 +67,22 @@ void die_of(std::span<const FaultCase> faults, KillPoint point)
             _exit(EXIT_FAILURE);
 }
 
-// Answers with what the service says, as long as that is no file.
 void answer_with(const Reply &reply, const Message &message, board_answer *answer)
 {
-    board_answer_status(answer, reply.status);
     if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
-    if (!reply.understood || !is_get(message)) return;
-    if (reply.answer)
-        board_answer_data(answer, reply.answer->data(), static_cast<uint32_t>(reply.answer->size()));
-    else
-        board_answer_data(answer, message.data, message.length);
-    if (reply.result)
-        board_answer_result(answer, *command_of(message), reply.result->data(),
-                            static_cast<uint32_t>(reply.result->size()));
-}
-
-void answer_with(Reply reply, const Message &message, std::span<const FaultCase> faults, ResultFiles &files,
-                 board_answer *answer)
-{
-    for (const FaultCase &fault : faults) {
-        spoil(reply, fault);
-        misdirect(answer, fault);
-    }
-    if (reply.file)
-        reply.answer = naming(reply.answer.value_or(std::string()), *reply.file, files.write(reply.file->content));
-    if (!faults.empty() && reply.understood && is_get(message)) {
-        if (!reply.answer) reply.answer.emplace(static_cast<const char *>(message.data), message.length);
-        for (const FaultCase &fault : faults)
-            spoil(*reply.answer, fault, message);
-    }
-    answer_with(reply, message, answer);
+    const Delivery delivery = delivery_of(reply, message);
+    board_answer_status(answer, delivery.status);
+    board_answer_data(answer, delivery.answer.data(), static_cast<uint32_t>(delivery.answer.size()));
+    if (delivery.result_key != 0)
+        board_answer_result(answer, delivery.result_key, delivery.result.data(),
+                            static_cast<uint32_t>(delivery.result.size()));
 }
 
 } // namespace
 
 Service::Service(Simulator &served, Clock &time, Timekeeper &keeper, const Access &rules, const std::string &directory,
-                 uint32_t mode, const std::string &record)
-    : simulator(served), clock(time), timekeeper(keeper), access(rules), files(mode, directory)
+                 uint32_t mode, Journal &recorded)
+    : simulator(served), clock(time), timekeeper(keeper), access(rules), journal(recorded), files(mode, directory)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
@@ -119,12 +91,10 @@ Service::Service(Simulator &served, Clock &time, Timekeeper &keeper, const Acces
     config.handler = handle;
     config.authorize = authorize;
     config.context = this;
-    config.record = record.empty() ? nullptr : record.c_str();
     config.concurrent = 1;
     service.reset(board_service_start(&config));
     if (!service) return;
     config.module = control_module;
-    config.record = nullptr;
     config.handler = handle_control;
     config.authorize = authorize_control;
     control.reset(board_service_start(&config));
@@ -171,22 +141,38 @@ void Service::handle(void *context, const board_request *request, board_answer *
     Service &self = *static_cast<Service *>(context);
     try {
         const Message message = message_of(*request);
-        if (only_reads(message))
+        // What is recorded has a turn of its own, so that it stands in the order in which it was answered.
+        if (only_reads(message) && !self.journal.is_on())
             if (const SharedReply reply = self.look(message)) return answer_with(*reply, message, answer);
         const std::lock_guard lock(self.turns);
         self.simulator.advance(self.clock.now());
-        const std::vector<FaultCase> faults = self.simulator.faults().happen_to(message);
-        for (const FaultCase &fault : faults)
-            userlog_debug("ponsim", __LINE__, "fault %u happens\n", fault.number);
-        die_of(faults, KillPoint::before);
-        Reply reply = self.simulator.handle(message);
-        die_of(faults, KillPoint::after);
-        answer_with(std::move(reply), message, faults, self.files, answer);
+        const ModelTime now = self.simulator.olt().now();
+        self.answer(message, answer);
+        self.journal.record(now, BSP_IPC_MODULE, *request, answer);
         self.clock.reach(self.simulator.olt().now()); // a loaded configuration may be ahead of the clock
         self.write_log();
         self.await_due();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", request->msg_type, error.what());
+        board_answer_fail(answer, IPC_ERR_SERVICE);
+    }
+}
+
+void Service::answer(const Message &message, board_answer *answer)
+{
+    try {
+        const std::vector<FaultCase> faults = simulator.faults().happen_to(message);
+        for (const FaultCase &fault : faults)
+            userlog_debug("ponsim", __LINE__, "fault %u happens\n", fault.number);
+        die_of(faults, KillPoint::before);
+        Reply reply = simulator.handle(message);
+        die_of(faults, KillPoint::after);
+        complete(reply, message, faults, [this](const std::string &content) { return files.write(content); });
+        for (const FaultCase &fault : faults)
+            misdirect(answer, fault);
+        answer_with(reply, message, answer);
+    } catch (const std::exception &error) {
+        userlog_err(__func__, __LINE__, "channel %u: %s\n", message.channel, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
     }
 }
@@ -210,29 +196,14 @@ SharedReply Service::look(const Message &message)
     return simulator.look(message, simulator.olt().now());
 }
 
-std::string Service::carry_out(std::string_view line)
+void Service::let_pass(ModelTime length)
 {
-    if (const std::optional<ModelTime> length = step_length(line)) return carry_out_step(*length);
-    const std::lock_guard lock(turns);
-    simulator.advance(clock.now());
-    std::string said = ponsim::control(simulator, clock, line);
-    write_log();
-    await_due();
-    return said;
-}
-
-std::string Service::carry_out_step(ModelTime length)
-{
-    const std::lock_guard one_step(step_turns);
     Step step(simulator, clock, length);
-    for (;;) {
+    for (bool more = true; more;) {
         if (stopping) throw ControlError("step: the service stops");
         const std::lock_guard lock(turns);
-        const bool more = step.go_on();
+        more = step.go_on();
         write_log();
-        if (more) continue;
-        await_due();
-        return time_passed(simulator);
     }
 }
 
@@ -241,28 +212,56 @@ std::string Service::carry_out_step(ModelTime length)
 void Service::handle_control(void *context, const board_request *request, board_answer *answer)
 {
     Service &self = *static_cast<Service *>(context);
-    std::string said;
+    const std::string_view line{static_cast<const char *>(request->data), request->length};
+    const auto say = [&](uint32_t status, std::string_view said) {
+        board_answer_status(answer, status);
+        board_answer_data(answer, said.data(), static_cast<uint32_t>(std::min<size_t>(said.size(), IPC_MAX_LENGTH)));
+    };
     try {
-        said = self.carry_out({static_cast<const char *>(request->data), request->length});
+        const std::optional<ModelTime> length = step_length(line);
+        std::unique_lock one_step(self.step_turns, std::defer_lock);
+        if (length) {
+            one_step.lock();
+            self.let_pass(*length);
+        }
+        const std::lock_guard lock(self.turns);
+        if (!length) self.simulator.advance(self.clock.now());
+        const ModelTime now = self.simulator.olt().now();
+        try {
+            say(0, length ? time_passed(self.simulator) : ponsim::control(self.simulator, self.clock, line));
+        } catch (const std::exception &error) {
+            say(1, error.what());
+        }
+        self.journal.record(now, control_module, *request, answer);
+        self.write_log();
+        self.await_due();
     } catch (const std::exception &error) {
-        said = error.what();
-        board_answer_status(answer, 1);
+        say(1, error.what());
     }
-    board_answer_data(answer, said.data(), static_cast<uint32_t>(std::min<size_t>(said.size(), IPC_MAX_LENGTH)));
 }
 
 const char *Service::authorize_control(void *context, const board_request *request)
 {
-    thread_local std::string refusal; // of the request that this thread handles
-    refusal = static_cast<Service *>(context)->access.refuse_control(request->uid);
-    return refusal.empty() ? nullptr : refusal.c_str();
+    Service &self = *static_cast<Service *>(context);
+    return self.refuse(control_module, *request, self.access.refuse_control(request->uid));
 }
 
 const char *Service::authorize(void *context, const board_request *request)
 {
+    Service &self = *static_cast<Service *>(context);
+    return self.refuse(BSP_IPC_MODULE, *request, self.access.refuse(request->uid, message_of(*request)));
+}
+
+const char *Service::refuse(uint32_t module, const board_request &request, std::string reason)
+{
+    if (reason.empty()) return nullptr;
     thread_local std::string refusal; // of the request that this thread handles
-    refusal = static_cast<Service *>(context)->access.refuse(request->uid, message_of(*request));
-    return refusal.empty() ? nullptr : refusal.c_str();
+    refusal = std::move(reason);
+    if (journal.is_on()) {
+        const std::lock_guard lock(turns);
+        journal.record(simulator.olt().now(), module, request, nullptr);
+    }
+    return refusal.c_str();
 }
 
 } // namespace ponsim

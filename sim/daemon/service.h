@@ -9,6 +9,7 @@
 #include "daemon/access.h"
 #include "daemon/clock.h"
 #include "daemon/files.h"
+#include "daemon/journal.h"
 #include "daemon/timekeeper.h"
 #include "daemon/turns.h"
 #include "engine/simulator.h"
@@ -20,14 +21,12 @@ class Service : private Timekeeper::Sleeper
 {
 public:
     // Serves on the sockets of `directory`, which get the permission bits `mode`, from now on until destroyed. Lets
-    // happen what is due by the clock, also without a request. Simulator, clock, timekeeper and access rules must
-    // outlive it. Each exchange, except those that control the simulation, is appended to the file `record`, unless
-    // that name is empty.
+    // happen what is due by the clock, also without a request. All that is passed must outlive it.
     Service(Simulator &simulator, Clock &clock, Timekeeper &timekeeper, const Access &access,
-            const std::string &directory, uint32_t mode, const std::string &record);
+            const std::string &directory, uint32_t mode, Journal &journal);
     ~Service() { stop(); }
 
-    // Returns false when the sockets or the record could not be opened. The log says why.
+    // Returns false when the sockets could not be opened. The log says why.
     bool serving() const { return service && control; }
 
     // Ends the handling of requests, and what happens by itself. A step ends where it is.
@@ -44,13 +43,16 @@ private:
     static void handle_control(void *context, const board_request *request, board_answer *answer);
     static const char *authorize_control(void *context, const board_request *request);
     static const char *authorize(void *context, const board_request *request);
+    // Records a request that is refused for a reason, and returns the reason. An empty reason lets it pass.
+    const char *refuse(uint32_t module, const board_request &request, std::string reason);
 
     void wake() override;
     // Answers a message that only reads, beside others that do. Returns null when it must have a turn of its own.
     SharedReply look(const Message &message);
-    // Carries out a line of ponsim ctl. Throws as control() does.
-    std::string carry_out(std::string_view line);
-    std::string carry_out_step(ModelTime length);
+    // Handles a message, and answers it as its faults say.
+    void answer(const Message &message, board_answer *answer);
+    // Lets model time pass. Throws ControlError when the service stops meanwhile, and StoreError.
+    void let_pass(ModelTime length);
     // Has the timekeeper wake the service when something is due again.
     void await_due();
 
@@ -58,6 +60,7 @@ private:
     Clock &clock;
     Timekeeper &timekeeper;
     const Access &access;
+    Journal &journal;
     ResultFiles files;
     Turns turns;      // held by whoever uses simulator, clock and files, and shared by those who only read
     Turns step_turns; // held by a step from beginning to end; others wait before they take a turn above

@@ -24,7 +24,7 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t max_olts = 32;
+constexpr uint32_t max_olts = 1024;
 constexpr size_t max_description = 127;
 constexpr uint32_t deepest = 6;          // fibres that can follow one another
 constexpr int32_t greatest_loss = 4500;  // 0.01 dB; far beyond what any receiver tolerates

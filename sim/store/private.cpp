@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
+#include <stdexcept>
 #include <system_error>
 
 namespace ponsim
@@ -24,6 +26,23 @@ void make_private_file(const std::string &file)
     if (made < 0) return;
     fchmod(made, own_file);
     close(made);
+}
+
+void write_private_file(const std::string &file, std::string_view content)
+{
+    const int made = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, own_file);
+    if (made < 0) throw std::runtime_error(file + ": " + std::strerror(errno));
+    bool written = true;
+    while (written && !content.empty()) {
+        const ssize_t size = write(made, content.data(), content.size());
+        if (size > 0) content.remove_prefix(static_cast<size_t>(size));
+        written = size > 0;
+    }
+    const int error = errno;
+    close(made);
+    if (written) return;
+    unlink(file.c_str());
+    throw std::runtime_error(file + ": " + std::strerror(error));
 }
 
 bool is_of_another_user(const std::string &file)

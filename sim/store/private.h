@@ -3,12 +3,16 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace ponsim
 {
 
 // Makes the file if there is none. A file that cannot be made is left to whoever opens it and finds out why.
 void make_private_file(const std::string &file);
+
+// Makes a file with this content. Throws std::runtime_error, also when there is a file already.
+void write_private_file(const std::string &file, std::string_view content);
 
 // Returns whether there is a file that belongs to another user, and so must not be used.
 bool is_of_another_user(const std::string &file);

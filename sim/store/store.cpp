@@ -81,6 +81,29 @@ void Store::Delete::operator()(Statements *statements) const
 
 Store::Store(const std::string &file, bool fresh)
 {
+    open(file, fresh, nullptr);
+}
+
+Store::Store(const StoreImage &image)
+{
+    open({}, false, &image);
+}
+
+StoreImage Store::image() const
+{
+    // The pages of this store also follow from its past. Those of a copy follow from the rows alone.
+    Store copy({}, false);
+    if (const auto own = settings()) copy.set_settings(*own);
+    copy.in_transaction([&] { copy.insert(rows()); });
+    sqlite3_int64 size = 0;
+    const std::unique_ptr<unsigned char, void (*)(void *)> bytes(sqlite3_serialize(copy.db.get(), "main", &size, 0),
+                                                                 sqlite3_free);
+    if (!bytes) throw StoreError("no memory");
+    return {std::string(bytes.get(), bytes.get() + size)};
+}
+
+void Store::open(const std::string &file, bool fresh, const StoreImage *image)
+{
     if (!file.empty()) make_private_file(file);
     for (const std::string &each : files_of(file))
         if (is_of_another_user(each)) throw StoreError(each + ": belongs to another user; name another file");
@@ -91,6 +114,7 @@ Store::Store(const std::string &file, bool fresh)
     db.reset(opened);
     try {
         if (result != SQLITE_OK) throw StoreError(opened ? sqlite3_errmsg(opened) : "no memory");
+        if (image) take(*image);
         prepare_schema(file, fresh);
         statements.reset(new Statements(opened));
     } catch (const StoreError &error) {
@@ -98,8 +122,20 @@ Store::Store(const std::string &file, bool fresh)
         std::string reason = error.what();
         if (code == SQLITE_BUSY || code == SQLITE_LOCKED) reason = "in use by another process";
         if (code == SQLITE_NOTADB) reason = "not a state file of ponsim; name another file";
-        throw StoreError(file + ": " + reason);
+        throw StoreError((image ? "the image" : file) + ": " + reason);
     }
+}
+
+void Store::take(const StoreImage &image) const
+{
+    const auto size = static_cast<sqlite3_int64>(image.bytes.size());
+    auto *const bytes = static_cast<unsigned char *>(sqlite3_malloc64(std::max<size_t>(image.bytes.size(), 1)));
+    if (!bytes) throw StoreError("no memory");
+    std::ranges::copy(image.bytes, bytes);
+    // SQLite frees the bytes, also when it does not take them.
+    constexpr unsigned flags = SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE;
+    if (sqlite3_deserialize(db.get(), "main", bytes, size, size, flags) != SQLITE_OK)
+        throw StoreError(sqlite3_errmsg(db.get()));
 }
 
 void Store::execute(const std::string &sql) const

@@ -19,6 +19,12 @@
 namespace ponsim
 {
 
+// An image is what a store keeps, as the bytes of a file that a store can open. The same OLT in the same state has the
+// same image, whatever happened to it before.
+struct StoreImage {
+    std::string bytes;
+};
+
 class Store
 {
 public:
@@ -27,6 +33,10 @@ public:
     // keeps beside it. Throws StoreError when the file is no store, has a later version, is in use, belongs to another
     // user or is not accessible.
     Store(const std::string &file, bool fresh);
+    // Opens an image, and keeps everything in memory only. Throws StoreError as above.
+    explicit Store(const StoreImage &image);
+
+    StoreImage image() const;
 
     // Returns the settings of the OLT to which the store belongs, without what follows from its scenario's text.
     // Returns none when the store is empty.
@@ -60,7 +70,10 @@ private:
         void operator()(Statements *statements) const;
     };
 
+    // Opens the file, or the image in memory. A null image means none.
+    void open(const std::string &file, bool fresh, const StoreImage *image);
     void execute(const std::string &sql) const;
+    void take(const StoreImage &image) const;
     void prepare_schema(const std::string &file, bool fresh);
     void write_rows(const Change &change);
     std::vector<std::string> tables() const;

@@ -63,6 +63,7 @@ TEST(PonsimPage, HasTheOptionsInItsSynopsis)
     Names wanted = options_of();
     wanted.merge(options_of("ctl"));
     wanted.merge(options_of("replay"));
+    wanted.merge(options_of("rerun"));
     wanted.erase("help");
     wanted.erase("version");
     EXPECT_EQ(found(section(".Sh SYNOPSIS"), "Fl -([a-z-]+)"), wanted);

@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <vector>
 
-#include "board/datastore.h"
-#include "board/ipc.h"
-#include "catalogue.h"
+#include "control.h"
+#include "every_command.h"
 #include "ponctl/support/process.h"
 #include "simulator.h"
 
@@ -18,6 +16,7 @@ namespace
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::MatchesRegex;
 
 struct Recording {
     const std::string file = Simulator::folder() + "/recording";
@@ -30,40 +29,6 @@ std::vector<std::string> still(std::vector<std::string> more = {})
 {
     more.insert(more.end(), {"--speed", "0", "--fresh"});
     return more;
-}
-
-// Sends each command of the catalogue with a few words in its record, and returns what came back for each.
-std::vector<std::string> session()
-{
-    std::vector<std::string> answers;
-    for (const catalogue::Operation &operation : catalogue::operations()) {
-        const catalogue::Command *command = operation.command;
-        const catalogue::Record &record = *operation.record;
-        if (!command || !record.command) continue;
-        std::string request(record.payload ? 40 : record.size, '\0');
-        const uint32_t one = 1;
-        for (size_t offset = 0; offset < 16; offset += sizeof one)
-            std::memcpy(request.data() + offset, &one, sizeof one);
-        std::memcpy(request.data() + record.command->offset, &command->code, sizeof command->code);
-
-        char response[IPC_MAX_LENGTH];
-        uint32_t received = sizeof response, status = 0;
-        const auto length = static_cast<uint32_t>(request.size());
-        const uint32_t channel = operation.channel->type;
-        int32_t result = IPC_OK;
-        if (operation.call == catalogue::Call::set)
-            result = ipc_set_exec(catalogue::module, channel, request.data(), length, &status), received = 0;
-        else if (operation.call == catalogue::Call::dgram_set)
-            result = ipc_dgram_set_exec(catalogue::module, channel, request.data(), length, &status), received = 0;
-        else
-            result = (operation.call == catalogue::Call::get ? ipc_get_exec : ipc_dgram_get_exec)(
-                catalogue::module, channel, request.data(), length, response, &received, &status);
-        db_handle *database = db_from_shmem(command->code, UINT32_MAX);
-        answers.push_back(std::string(operation.name) + " " + std::to_string(result) + " " + std::to_string(status) +
-                          " " + std::string(response, received) + db_text(database, nullptr));
-        db_free(database);
-    }
-    return answers;
 }
 
 // Runs ponctl replay against a fresh simulator with these options.
@@ -80,11 +45,11 @@ TEST(Replay, GivesAClientTheSameBytes)
     std::vector<std::string> before, after;
     {
         const Simulator simulator(still({"--record", recording.file}));
-        before = session();
+        before = send_every_command();
     }
     {
         const Simulator simulator({"replay", recording.file});
-        after = session();
+        after = send_every_command();
     }
     ASSERT_GT(before.size(), 100u);
     EXPECT_EQ(after, before);
@@ -96,7 +61,7 @@ TEST(Replay, AgainstTheSameOltShowsNoDifference)
     size_t count = 0;
     {
         const Simulator simulator(still({"--record", recording.file}));
-        count = session().size();
+        count = send_every_command().size();
     }
     const Finished finished = replay_against({}, {recording.file, "--yes"});
     EXPECT_EQ(finished.out, "");
@@ -109,7 +74,7 @@ TEST(Replay, AgainstAnotherOltNamesWhatDiffers)
     const Recording recording;
     {
         const Simulator simulator(still({"--record", recording.file}));
-        session();
+        send_every_command();
     }
     const Finished finished = replay_against({"--seed", "2"}, {recording.file, "--reads-only"});
     EXPECT_EQ(finished.code, 1);
@@ -126,6 +91,21 @@ TEST(Replay, LeavesOutTheNamesOfResultFiles)
     const Finished finished = replay_against({}, {recording.file, "--yes"});
     EXPECT_EQ(finished.out, "");
     EXPECT_THAT(finished.err, EndsWith("1 exchanges, 0 differ\n"));
+}
+
+TEST(Replay, LeavesOutTheCommandsOfTheSimulation)
+{
+    const Recording recording;
+    {
+        const Simulator simulator(still({"--record", recording.file}));
+        control("step 2.5");
+        ponctl({"port", "list"});
+    }
+    EXPECT_THAT(ponctl({"trace", recording.file, "--no-headings"}).out,
+                MatchesRegex("2.500000 +- get +1 of module 106 step 2.5 +0 BSP_OK: success\n"
+                             "2.500000 +- get +BSP_MSG_PON +BSP_CMD_VIEW_BASE_INFO_WEB 0 BSP_OK: success\n"));
+    const Finished finished = replay_against({}, {recording.file, "--ignore", "uptime"});
+    EXPECT_THAT(finished.err, EndsWith("1 exchanges, 0 differ, 1 with other services left out\n")) << finished.out;
 }
 
 } // namespace

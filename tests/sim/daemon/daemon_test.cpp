@@ -7,10 +7,12 @@
 #include <thread>
 
 #include <pty.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "board/datastore.h"
 #include "board/ipc.h"
+#include "board/service.h"
 #include "support.h"
 
 namespace ponsim
@@ -206,6 +208,26 @@ TEST_F(DaemonTest, WhatItKeepsIsForItsUserWhateverTheUmaskIs)
         EXPECT_EQ(mode_of(made), 0700u) << made;
     for (const char *file : {"c/d/olt.db", "c/d/olt.db-wal", "session", "ipc/6.lock", "ipc/106.lock"})
         EXPECT_EQ(mode_of(file), 0600u) << file;
+}
+
+// 200 OLTs need more descriptors than the 256 that the process may have at first.
+TEST_F(DaemonTest, ServesHundredsOfOltsWithTwoThreadsEach)
+{
+    constexpr size_t olts = 200;
+    std::ofstream(folder->file("many.toml")) << "[[olt]]\nname = \"site\"\ncount = " << olts << "\nports = 1\n";
+    rlimit before;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit few{256, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    Daemon daemon({"--scenario", folder->file("many.toml"), "--state", "none", "--socket-dir", folder->file("many")});
+    setrlimit(RLIMIT_NOFILE, &before);
+    ASSERT_TRUE(daemon.serves());
+    const std::filesystem::directory_iterator tasks("/proc/" + std::to_string(daemon.process()) + "/task");
+    constexpr size_t shared = 2; // the program's own, and the one that keeps the time
+    EXPECT_EQ(static_cast<size_t>(std::distance(begin(tasks), end(tasks))), 2 * olts + shared);
+    board_ipc_use_directory(folder->file("many/site-200").c_str());
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1))), BSP_OK);
+    board_ipc_use_directory(nullptr);
 }
 
 TEST_F(DaemonTest, WrongUsageIsExplained)

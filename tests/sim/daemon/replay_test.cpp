@@ -45,7 +45,7 @@ protected:
     static void write(const std::vector<Exchange> &exchanges, uint8_t order = own_order)
     {
         std::ofstream out(file(), std::ios::binary);
-        const board_trace_file header{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, order, {}};
+        const board_trace_file header{BOARD_TRACE_MAGIC, BOARD_TRACE_VERSION, order, BOARD_TRACE_TIME_OF_DAY, {}};
         out.write(reinterpret_cast<const char *>(&header), sizeof header);
         for (const Exchange &exchange : exchanges) {
             board_trace_record record{};
