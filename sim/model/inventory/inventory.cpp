@@ -330,8 +330,7 @@ void Inventory::carry_over(const PonPort &from, const PonPort &to, const Mac &ma
         key.pon_port = to.number;
         planned.put<OnuSetting>(key, {has, has, olt.now()});
     });
-    if (olt.ledger({from.number, mac}))
-        planned.put<Ledger>({to.number, mac}, {.since = olt.now(), .until = olt.now()});
+    if (olt.ledger({from.number, mac})) planned.put<Ledger>({to.number, mac}, ledger_from(olt.now()));
     const auto &devices = olt.kept<PluggedDevice>();
     for (auto at = devices.lower_bound({from.number, mac, 0});
          at != devices.end() && at->first.pon_port == from.number && at->first.mac == mac; ++at)
