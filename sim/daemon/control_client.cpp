@@ -6,6 +6,8 @@
 #include <condition_variable>
 #include <cstdint>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <mutex>
 #include <stdexcept>
@@ -74,6 +76,16 @@ private:
     std::thread thread;
 };
 
+// Returns what is in the file of an answer, which is removed.
+std::string content_of(const std::string &file)
+{
+    std::ifstream in(file, std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(in), {}};
+    if (!in) throw std::runtime_error(file + ": cannot be read");
+    unlink(file.c_str());
+    return content;
+}
+
 } // namespace
 
 std::string send_control(const std::string &line)
@@ -88,8 +100,8 @@ std::string send_control(const std::string &line)
     if (result == IPC_ERR_NO_SERVICE) throw NoServiceError(failure);
     if (result != IPC_OK) throw std::runtime_error(failure);
     said.resize(length);
-    if (status != 0) throw ControlError(said);
-    return said;
+    if (status == control_refused) throw ControlError(said);
+    return status == control_in_file ? content_of(said) : said;
 }
 
 std::string send_step(const std::string &line, ModelTime length)

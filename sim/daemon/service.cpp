@@ -236,8 +236,7 @@ std::string Service::carry_out_step(ModelTime length)
     }
 }
 
-// The status is 0 when the line was carried out. The answer is what the command returned, or what is wrong with the
-// line.
+// The answer is what the command returned, or what is wrong with the line.
 void Service::handle_control(void *context, const board_request *request, board_answer *answer)
 {
     Service &self = *static_cast<Service *>(context);
@@ -246,9 +245,19 @@ void Service::handle_control(void *context, const board_request *request, board_
         said = self.carry_out({static_cast<const char *>(request->data), request->length});
     } catch (const std::exception &error) {
         said = error.what();
-        board_answer_status(answer, 1);
+        board_answer_status(answer, control_refused);
+        said.resize(std::min<size_t>(said.size(), IPC_MAX_LENGTH));
     }
-    board_answer_data(answer, said.data(), static_cast<uint32_t>(std::min<size_t>(said.size(), IPC_MAX_LENGTH)));
+    if (said.size() > IPC_MAX_LENGTH)
+        try {
+            const std::lock_guard lock(self.turns);
+            said = self.files.write(said);
+            board_answer_status(answer, control_in_file);
+        } catch (const std::exception &error) {
+            said = error.what();
+            board_answer_status(answer, control_refused);
+        }
+    board_answer_data(answer, said.data(), static_cast<uint32_t>(said.size()));
 }
 
 const char *Service::authorize_control(void *context, const board_request *request)

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 
 #include "control/control.h"
 #include "model/base/random.h"
@@ -474,27 +475,63 @@ PlannedEvent read_event(const Section &section, const Scenario &scenario)
     return planned;
 }
 
+// Lets ONUs that are being taken away be gone.
+void end_departures(Olt &olt)
+{
+    Change change;
+    for (const OnuAtPort &key : olt.leaving()) {
+        PluggedOnu gone = olt.kept<PluggedOnu>().at(key);
+        gone.state = Plugged::gone;
+        change.put<PluggedOnu>(key, gone);
+    }
+    olt.apply(change);
+}
+
+// Finds commands that make no sense, in the order of time. Whether the OLT refuses a command may be different when the
+// event happens. But which ONUs are there follows from the events before it.
+void check_events(const OltScenario &olt, const std::vector<PlannedEvent> &planned)
+{
+    struct Checked {
+        const PlannedEvent *plan;
+        size_t repetition;
+    };
+    std::vector<Checked> all;
+    for (const PlannedEvent &each : planned)
+        if (!each.olt || *each.olt == olt.name)
+            for (size_t repetition = 0; repetition < each.events.size(); ++repetition)
+                all.push_back({&each, repetition});
+    if (all.empty()) return;
+    const auto event_of = [](const Checked &each) -> const Event & { return each.plan->events[each.repetition]; };
+    std::ranges::stable_sort(all, {}, [&](const Checked &each) { return event_of(each).at; });
+    Olt model(olt.settings);
+    model.apply(olt.provisioning);
+    std::set<const PlannedEvent *> lasting; // those of which one look is enough
+    for (const Checked &each : all) {
+        if (lasting.contains(each.plan)) continue;
+        try {
+            const Plan plan = read_control(model, event_of(each).words);
+            if (plan.change.of<PluggedOnu>().empty()) {
+                lasting.insert(each.plan);
+            } else {
+                model.apply(plan.change);
+                end_departures(model);
+            }
+        } catch (const ControlError &error) {
+            each.plan->section.fail("do", error.what());
+        }
+    }
+}
+
 void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
 {
-    std::optional<Olt> first; // the OLT before its first event
     for (const PlannedEvent &each : planned) {
         if (each.olt && *each.olt != olt.name) continue;
-        if (!first) {
-            first.emplace(olt.settings);
-            first->apply(olt.provisioning);
-        }
-        try {
-            // This finds commands that make no sense. Whether the OLT refuses the command may be different when the
-            // event happens.
-            read_control(*first, each.events[0].words);
-        } catch (const ControlError &error) {
-            each.section.fail("do", error.what());
-        }
         olt.events.insert(olt.events.end(), each.events.begin(), each.events.end());
         if (olt.events.size() > max_events)
             each.section.fail("do", "expected at most " + std::to_string(max_events) + " events of an OLT");
     }
     std::ranges::stable_sort(olt.events, {}, &Event::at);
+    check_events(olt, planned);
 }
 
 void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)
