@@ -2,6 +2,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,7 @@ Examples:
   ponsim rerun /tmp/session --until 90       let the session happen again, up to that time
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
+  ponsim --state campus.db --export          the OLT of a state, as a file that describes it
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";
@@ -53,6 +55,8 @@ struct Options {
     ponsim::WantedSettings wanted;
     std::string scenario; // file of the scenario; empty: none
     bool check = false;
+    bool exported = false; // print the OLT of the state as a scenario
+    bool json = false;     // of what a control command shows
     std::vector<std::string> grants;
     ponsim::Access access; // what the grants add up to
     double speed = 1;
@@ -95,6 +99,7 @@ int control(const Options &options)
     std::string line;
     for (const std::string &word : options.words)
         line += (line.empty() ? "" : " ") + word;
+    if (options.json) line += " --json";
     const char *set = getenv("BOARD_IPC_DIR");
     std::string socket_dir = options.socket_dir.empty() && set ? set : options.socket_dir;
     if (!options.olt.empty()) {
@@ -223,8 +228,21 @@ int serve(const Options &options)
     return EXIT_SUCCESS;
 }
 
+// Prints the OLT of a state file as a scenario.
+int print_scenario(const Options &options)
+{
+    const std::string file = options.state.empty() ? default_state(1) : options.state;
+    if (!std::filesystem::is_regular_file(file)) return fail(file + ": expected the state file of an OLT", exit_usage);
+    ponsim::Store store(file, false);
+    if (!store.settings()) return fail(file + ": there is no OLT in it", exit_failure);
+    const ponsim::Simulator simulator(store, {});
+    fputs(ponsim::scenario_text(simulator).c_str(), stdout);
+    return EXIT_SUCCESS;
+}
+
 int serve_or_check(const Options &options)
 {
+    if (options.exported) return print_scenario(options);
     if (!options.check) return serve(options);
     fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
     return EXIT_SUCCESS;
@@ -250,6 +268,8 @@ void declare(Command &program, Options &options)
                                        "What the OLTs are and what happens: see ponsim-scenario(5)", "FILE")
                                .is_existing_file();
     program.option("--check", &options.check, "Only read the scenario, and print what it describes").needs(scenario);
+    program.option("--export", &options.exported, "Only print the OLT of the state file as a scenario")
+        .excludes(scenario);
     program.option("--seed", &options.wanted.seed, "Which OLT: another seed, other ONUs [1]", "N").excludes(scenario);
     program.option("--ports", &options.wanted.ports, "PON ports [16]", "N")
         .excludes(scenario)
@@ -277,6 +297,7 @@ void declare(Command &program, Options &options)
 
     Command &ctl = program.add("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
     ctl.option("--olt", &options.olt, "Which one, where a ponsim serves several", "NAME");
+    ctl.option("--json", &options.json, "Show as JSON, where a command shows a table");
     ctl.argument("WORDS", &options.words, "A command and its words");
     ctl.footer = examples;
     ctl.run = control;

@@ -25,7 +25,7 @@ std::span<const Control> controls()
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
         for (std::span<const Control> family :
-             {fault_controls(), fibre_controls(), onu_controls(), optics_controls(), upgrade_controls()})
+             {fault_controls(), fibre_controls(), inventory_controls(), onu_controls(), optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();
@@ -69,11 +69,6 @@ Mac control_mac(const std::string &word)
     return *mac;
 }
 
-const PonPort &control_port(const Olt &olt, const std::string &word)
-{
-    return *olt.port(static_cast<uint32_t>(control_number(word, 1, olt.ports().size())));
-}
-
 Mac control_onu(const PonPort &port, const std::string &word)
 {
     const auto named = std::ranges::find(port.arrivals, word, &Arrival::name);
@@ -108,7 +103,7 @@ Plan read_control(const Olt &olt, std::string_view line)
 Plan plan_control(const Olt &olt, std::string_view line)
 {
     Plan plan = read_control(olt, line);
-    if (plan.status != BSP_OK) throw ControlError(describe(plan.status));
+    if (plan.status != BSP_OK) throw ControlError((plan.of.empty() ? "" : plan.of + ": ") + describe(plan.status));
     return plan;
 }
 

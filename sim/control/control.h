@@ -32,6 +32,7 @@ public:
 std::span<const Control> controls();
 std::span<const Control> fault_controls();
 std::span<const Control> fibre_controls();
+std::span<const Control> inventory_controls();
 std::span<const Control> onu_controls();
 std::span<const Control> optics_controls();
 std::span<const Control> upgrade_controls();
@@ -49,8 +50,7 @@ bool control_switch(const std::string &word); // on or off
 // Reads decibels with at most two decimals. Returns them in 0.01 dB.
 int32_t control_decibels(const std::string &word, int32_t greatest);
 Mac control_mac(const std::string &word);
-const PonPort &control_port(const Olt &olt, const std::string &word);
-// Reads the MAC address of an ONU, or the name of an ONU at the port.
+// Reads the MAC address of an ONU, or the name of an ONU at the port. sets.h has what commands read.
 Mac control_onu(const PonPort &port, const std::string &word);
 
 } // namespace ponsim

@@ -1,8 +1,12 @@
 #include "daemon/console.h"
 
 #include <algorithm>
+#include <span>
 
 #include "control/control.h"
+#include "control/show.h"
+#include "scenario/export.h"
+#include "text/words.h"
 
 namespace ponsim
 {
@@ -34,10 +38,28 @@ std::string help()
 {
     std::string text = help_line("help", "lists these commands") + help_line("now", "how much model time has passed") +
                        help_line("step SECONDS", "lets model time pass") +
-                       help_line("faults", "the faults that are set, and how often each happened");
+                       help_line("faults", "the faults that are set, and how often each happened") +
+                       help_line("show [PORTS] [--json]", "what differs from a healthy plant") +
+                       help_line("export", "the OLT as it is now, as a scenario");
     for (const Control &each : controls())
         text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
     return text;
+}
+
+std::string show(const Simulator &simulator, std::span<const std::string> words)
+{
+    const bool json = !words.empty() && words.back() == "--json";
+    if (json) words = words.first(words.size() - 1);
+    if (words.size() > 1) throw ControlError("show: expected PON ports, and perhaps --json");
+    const Olt &olt = simulator.olt();
+    std::vector<Difference> differences = differences_at(olt, control_ports(olt, words.empty() ? "all" : words[0]));
+    if (words.empty()) {
+        const std::vector<Difference> uplinks = differences_of_uplinks(olt);
+        differences.insert(differences.end(), uplinks.begin(), uplinks.end());
+        for (const std::string &fault : text::split(simulator.faults().list(), '\n'))
+            if (!fault.empty()) differences.push_back({.kind = "fault", .text = fault});
+    }
+    return json ? to_json(differences, olt.now()) : to_table(differences);
 }
 
 } // namespace
@@ -51,6 +73,15 @@ ModelTime read_seconds(const std::string &word)
     decimals.resize(3, '0');
     return control_number(word.substr(0, point), 0, longest_step) * ms_per_second +
            control_number(decimals, 0, ms_per_second - 1);
+}
+
+std::string scenario_text(const Simulator &simulator)
+{
+    try {
+        return export_scenario(simulator.olt(), simulator.upcoming());
+    } catch (const ExportError &error) {
+        throw ControlError(error.what());
+    }
 }
 
 bool Step::go_on()
@@ -77,6 +108,13 @@ std::string time_passed(const Simulator &simulator)
     return seconds_text(simulator.olt().now()) + '\n';
 }
 
+Delivery delivery_of(uint32_t status, std::string_view said)
+{
+    if (said.size() > max_result) return {control_refused, "the answer is too long: ask for less at a time"};
+    if (said.size() <= max_answer) return {status, said};
+    return {status, {}, control_result, said};
+}
+
 std::string control(Simulator &simulator, Clock &clock, std::string_view line)
 {
     std::vector<std::string> words = control_words(line);
@@ -91,6 +129,11 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
     if (name == "faults") {
         if (!words.empty()) throw ControlError("faults: expected no more words");
         return simulator.faults().list();
+    }
+    if (name == "show") return show(simulator, words);
+    if (name == "export") {
+        if (!words.empty()) throw ControlError("export: expected no more words");
+        return scenario_text(simulator);
     }
     if (const std::optional<ModelTime> length = step_length(line)) {
         Step step(simulator, clock, *length);

@@ -7,12 +7,14 @@
 #include <cstdint>
 #include <cstdio>
 #include <limits>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
 
 #include <unistd.h>
 
+#include "board/datastore.h"
 #include "board/ipc.h"
 #include "board/service.h"
 #include "control/control.h"
@@ -88,7 +90,10 @@ std::string send_control(const std::string &line)
     if (result == IPC_ERR_NO_SERVICE) throw NoServiceError(failure);
     if (result != IPC_OK) throw std::runtime_error(failure);
     said.resize(length);
-    if (status != 0) throw ControlError(said);
+    if (status == control_refused) throw ControlError(said);
+    const std::unique_ptr<db_handle, void (*)(db_handle *)> more(db_from_shmem(control_result, BOARD_RESULT_MAX),
+                                                                 db_free);
+    if (more) said = db_text(more.get(), nullptr);
     return said;
 }
 

@@ -106,22 +106,14 @@ std::string Session::request(const board_trace_entry &entry)
 std::string Session::command(const board_trace_entry &entry)
 {
     const std::string_view line{reinterpret_cast<const char *>(entry.request), entry.record.request_length};
-    std::string said;
-    Delivery now{0};
     try {
         // The time of a step has passed, because it is recorded when it has ended.
-        if (step_length(line)) {
-            simulator.keep_time();
-            said = time_passed(simulator);
-        } else {
-            said = control(simulator, clock, line);
-        }
+        if (!step_length(line)) return difference(entry, delivery_of(control_done, control(simulator, clock, line)));
+        simulator.keep_time();
+        return difference(entry, delivery_of(control_done, time_passed(simulator)));
     } catch (const std::exception &error) {
-        said = error.what();
-        now.status = 1;
+        return difference(entry, delivery_of(control_refused, error.what()));
     }
-    now.answer = std::string_view(said).substr(0, IPC_MAX_LENGTH);
-    return difference(entry, now);
 }
 
 // Describes a record for people.

@@ -13,7 +13,6 @@
 #include "control/control.h"
 #include "control/fault_forms.h"
 #include "daemon/console.h"
-#include "engine/delivery.h"
 #include "handlers/handler.h"
 
 namespace ponsim
@@ -67,15 +66,19 @@ void die_of(std::span<const FaultCase> faults, KillPoint point)
             _exit(EXIT_FAILURE);
 }
 
-void answer_with(const Reply &reply, const Message &message, board_answer *answer)
+void deliver(const Delivery &delivery, board_answer *answer)
 {
-    if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
-    const Delivery delivery = delivery_of(reply, message);
     board_answer_status(answer, delivery.status);
     board_answer_data(answer, delivery.answer.data(), static_cast<uint32_t>(delivery.answer.size()));
     if (delivery.result_key != 0)
         board_answer_result(answer, delivery.result_key, delivery.result.data(),
                             static_cast<uint32_t>(delivery.result.size()));
+}
+
+void answer_with(const Reply &reply, const Message &message, board_answer *answer)
+{
+    if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
+    deliver(delivery_of(reply, message), answer);
 }
 
 } // namespace
@@ -207,16 +210,12 @@ void Service::let_pass(ModelTime length)
     }
 }
 
-// The status is 0 when the line was carried out. The answer is what the command returned, or what is wrong with the
-// line.
+// The answer is what the command returned, or what is wrong with the line.
 void Service::handle_control(void *context, const board_request *request, board_answer *answer)
 {
     Service &self = *static_cast<Service *>(context);
     const std::string_view line{static_cast<const char *>(request->data), request->length};
-    const auto say = [&](uint32_t status, std::string_view said) {
-        board_answer_status(answer, status);
-        board_answer_data(answer, said.data(), static_cast<uint32_t>(std::min<size_t>(said.size(), IPC_MAX_LENGTH)));
-    };
+    const auto say = [&](uint32_t status, std::string_view said) { deliver(delivery_of(status, said), answer); };
     try {
         const std::optional<ModelTime> length = step_length(line);
         std::unique_lock one_step(self.step_turns, std::defer_lock);
@@ -228,15 +227,15 @@ void Service::handle_control(void *context, const board_request *request, board_
         if (!length) self.simulator.advance(self.clock.now());
         const ModelTime now = self.simulator.olt().now();
         try {
-            say(0, length ? time_passed(self.simulator) : ponsim::control(self.simulator, self.clock, line));
+            say(control_done, length ? time_passed(self.simulator) : ponsim::control(self.simulator, self.clock, line));
         } catch (const std::exception &error) {
-            say(1, error.what());
+            say(control_refused, error.what());
         }
         self.journal.record(now, control_module, *request, answer);
         self.write_log();
         self.await_due();
     } catch (const std::exception &error) {
-        say(1, error.what());
+        say(control_refused, error.what());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "engine/simulator.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -114,6 +115,13 @@ Change Simulator::change_of(const Event &event) const
     }
     plan.change.put<Timeline>({}, {model.events_done() + 1});
     return std::move(plan.change);
+}
+
+std::span<const Event> Simulator::upcoming() const
+{
+    if (!scenario) return {};
+    const std::span<const Event> all = scenario->events;
+    return all.subspan(std::min<size_t>(model.events_done(), all.size()));
 }
 
 // An event comes from outside, as a request does. So what happens by itself up to that time happens before.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -69,6 +70,10 @@ public:
 
     // Returns the faults on the wire. They belong to the simulation, not to the OLT.
     Faults &faults() { return wire_faults; }
+    const Faults &faults() const { return wire_faults; }
+
+    // Returns the events of the scenario that have not happened yet.
+    std::span<const Event> upcoming() const;
 
     // Returns lines for the service's log about what happened since the last call.
     std::vector<std::string> take_log() { return std::exchange(log, {}); }

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 
 #include "control/control.h"
 #include "model/base/random.h"
@@ -26,11 +27,6 @@ namespace
 
 constexpr uint32_t max_olts = 1024;
 constexpr size_t max_description = 127;
-constexpr uint32_t deepest = 6;          // fibres that can follow one another
-constexpr int32_t greatest_loss = 4500;  // 0.01 dB; far beyond what any receiver tolerates
-constexpr uint32_t default_feeder = 100; // m
-constexpr uint32_t shortest_drop = 50;   // m, when it follows from the seed
-constexpr uint32_t longest_drop = 1000;  // m, when it follows from the seed
 constexpr uint32_t max_times = 10000;    // how often an event can be repeated
 constexpr size_t max_events = 100000;    // for each OLT
 
@@ -52,15 +48,7 @@ struct ScenarioTopology : Topology {
     std::vector<Kind> owned;
 };
 
-struct Service {
-    bool bound = true;
-    bool authenticated = false; // the ONU's LOID has a record
-    std::optional<Sla> sla = {};
-    std::optional<uint32_t> down = {};
-    std::string description = {};
-    std::optional<uint32_t> load_up = {};
-    std::optional<uint32_t> load_down = {};
-};
+using Service = ServiceTerms;
 
 template <class Value>
 std::vector<std::string> names_of(const std::map<std::string, Value> &values)
@@ -201,8 +189,8 @@ public:
             key.loss += from.loss;
             key.depth += from.depth;
         }
-        if (key.depth > deepest)
-            section.fail(parent_key, "expected at most " + std::to_string(deepest) + " fibres one behind the other");
+        if (key.depth > deepest_fibre)
+            section.fail(parent_key, "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
         if (key.distance > max_distance)
             section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
                                          " m, found " + std::to_string(key.distance));
@@ -278,8 +266,11 @@ public:
         olt.settings.arrivals = 0;
         olt.settings.silent = 0;
         olt.settings.olt = olt.name;
-        for (const auto &[name, kind] : context.kinds)
+        for (const auto &[name, kind] : context.kinds) {
             topology->owned.push_back(kind);
+            topology->kinds.emplace(name, kind.get());
+        }
+        topology->services = context.services;
     }
 
     void read(const Section &section)
@@ -319,7 +310,10 @@ private:
         Fibre fibre;
         for (const Section &branch : port.tables("branch"))
             read_branch(branch, fibre);
-        if (fibre.branches.empty()) fibre.add(port, "feeder", std::nullopt, default_feeder, onus_per_port, "", "");
+        if (fibre.branches.empty()) {
+            const Branch feeder = found_feeder();
+            fibre.add(port, feeder.name, std::nullopt, feeder.length, onus_per_port, "", "");
+        }
         const bool one_branch = fibre.branches.size() == 1;
         // Each ONU is the one that would be found there without a scenario, except for what the scenario says of it.
         std::vector<Arrival> found =
@@ -382,9 +376,7 @@ private:
         topology->equipment[arrival.mac] = equipment;
         if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");
         const uint32_t branch = section.has("branch") ? fibre.named(section, "branch") : 0;
-        const uint32_t drawn = shortest_drop + arrival.distance % (longest_drop - shortest_drop + 1);
-        const uint32_t drop =
-            section.number_or("drop", 0, max_distance, std::min(drawn, max_distance - fibre.distance(branch)));
+        const uint32_t drop = section.number_or("drop", 0, max_distance, drop_of(arrival, fibre.distance(branch)));
         arrival.branch = fibre.add(section, arrival.name, branch, drop, 0, "drop", "branch");
         arrival.distance = fibre.distance(arrival.branch);
         arrival.loss = fibre.loss(arrival.branch);
@@ -483,27 +475,63 @@ PlannedEvent read_event(const Section &section, const Scenario &scenario)
     return planned;
 }
 
+// Lets ONUs that are being taken away be gone.
+void end_departures(Olt &olt)
+{
+    Change change;
+    for (const OnuAtPort &key : olt.leaving()) {
+        PluggedOnu gone = olt.kept<PluggedOnu>().at(key);
+        gone.state = Plugged::gone;
+        change.put<PluggedOnu>(key, gone);
+    }
+    olt.apply(change);
+}
+
+// Finds commands that make no sense, in the order of time. Whether the OLT refuses a command may be different when the
+// event happens. But which ONUs are there follows from the events before it.
+void check_events(const OltScenario &olt, const std::vector<PlannedEvent> &planned)
+{
+    struct Checked {
+        const PlannedEvent *plan;
+        size_t repetition;
+    };
+    std::vector<Checked> all;
+    for (const PlannedEvent &each : planned)
+        if (!each.olt || *each.olt == olt.name)
+            for (size_t repetition = 0; repetition < each.events.size(); ++repetition)
+                all.push_back({&each, repetition});
+    if (all.empty()) return;
+    const auto event_of = [](const Checked &each) -> const Event & { return each.plan->events[each.repetition]; };
+    std::ranges::stable_sort(all, {}, [&](const Checked &each) { return event_of(each).at; });
+    Olt model(olt.settings);
+    model.apply(olt.provisioning);
+    std::set<const PlannedEvent *> lasting; // those of which one look is enough
+    for (const Checked &each : all) {
+        if (lasting.contains(each.plan)) continue;
+        try {
+            const Plan plan = read_control(model, event_of(each).words);
+            if (plan.change.of<PluggedOnu>().empty()) {
+                lasting.insert(each.plan);
+            } else {
+                model.apply(plan.change);
+                end_departures(model);
+            }
+        } catch (const ControlError &error) {
+            each.plan->section.fail("do", error.what());
+        }
+    }
+}
+
 void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
 {
-    std::optional<Olt> first; // the OLT before its first event
     for (const PlannedEvent &each : planned) {
         if (each.olt && *each.olt != olt.name) continue;
-        if (!first) {
-            first.emplace(olt.settings);
-            first->apply(olt.provisioning);
-        }
-        try {
-            // This finds commands that make no sense. Whether the OLT refuses the command may be different when the
-            // event happens.
-            read_control(*first, each.events[0].words);
-        } catch (const ControlError &error) {
-            each.section.fail("do", error.what());
-        }
         olt.events.insert(olt.events.end(), each.events.begin(), each.events.end());
         if (olt.events.size() > max_events)
             each.section.fail("do", "expected at most " + std::to_string(max_events) + " events of an OLT");
     }
     std::ranges::stable_sort(olt.events, {}, &Event::at);
+    check_events(olt, planned);
 }
 
 void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)

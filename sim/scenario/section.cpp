@@ -14,8 +14,6 @@ namespace ponsim
 namespace
 {
 
-constexpr size_t longest_name = 32;
-
 // Returns what the unknown word may have been meant to be.
 std::string hint(std::string_view unknown, std::span<const std::string> known)
 {
@@ -34,11 +32,6 @@ std::string describe(const TomlValue &value)
     if (std::holds_alternative<TomlArray>(value.value)) return "an array";
     if (std::holds_alternative<TomlTable>(value.value)) return "a table";
     return "a date or a time";
-}
-
-bool is_plain(char byte)
-{
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
 }
 
 // Takes a number off the front of the text.
@@ -196,8 +189,7 @@ std::optional<std::string> Section::text(const std::string &key, size_t least, s
 
 void Section::check_name(uint32_t at, const std::string &key, const std::string &text) const
 {
-    const auto fits = [](char byte) { return is_plain(byte) || byte == '-' || byte == '_' || byte == '.'; };
-    if (text.empty() || text.size() > longest_name || !is_plain(text[0]) || !std::ranges::all_of(text, fits))
+    if (!is_name(text))
         fail_at(at, key + ": expected a name of at most " + std::to_string(longest_name) +
                         " letters, digits, '-', '_' and '.', found \"" + text + '"');
 }

@@ -57,6 +57,16 @@ constexpr Migration steps[] = {
         " iif(light = 0, 0, (SELECT now FROM clock)), 0, 0, 0, added_hours, rogue, load_up, load_down, flood"
         " FROM onu_before;"
         "DROP TABLE onu_before"},
+    // Nothing had been plugged in or taken away before.
+    {10, "CREATE TABLE plugged_onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+         " state INTEGER NOT NULL CHECK(state BETWEEN 0 AND 2), branch INTEGER NOT NULL,"
+         " fibre INTEGER NOT NULL CHECK(fibre BETWEEN 0 AND 4095),"
+         " length INTEGER NOT NULL CHECK(length BETWEEN 0 AND 20000), name TEXT NOT NULL, loid TEXT NOT NULL,"
+         " password TEXT NOT NULL, kind TEXT NOT NULL, silent INTEGER NOT NULL, in_use INTEGER NOT NULL,"
+         " load_up INTEGER NOT NULL, load_down INTEGER NOT NULL, PRIMARY KEY(pon_port, mac)) STRICT, WITHOUT ROWID;"
+         "CREATE TABLE plugged_device(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+         " uni INTEGER NOT NULL, speed INTEGER NOT NULL, full_duplex INTEGER NOT NULL,"
+         " PRIMARY KEY(pon_port, mac, uni)) STRICT, WITHOUT ROWID"},
 };
 
 } // namespace

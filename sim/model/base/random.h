@@ -46,7 +46,8 @@ enum class Purpose : uint64_t {
     control_frames = 15,
     phases = 16,
     windows = 17,
-    faults = 20
+    faults = 20,
+    places = 21
 };
 
 // The number of a stream for a MAC address has the purpose above the address. So it is greater than the number of any

@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "model/change/change.h"
 
@@ -15,7 +16,8 @@ using OnuIds = std::bitset<onus_per_port>;
 
 struct Plan {
     uint32_t status;
-    Change change = {}; // empty unless the status is BSP_OK
+    Change change = {};  // empty unless the status is BSP_OK
+    std::string of = {}; // what was refused of a set that was wanted
 };
 
 // Returns the lowest id from 1 on that is not taken. Id 0 is used last, because it means "none" to several commands.

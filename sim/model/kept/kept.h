@@ -15,6 +15,7 @@
 #include "model/kept/module.h"
 #include "model/kept/onu.h"
 #include "model/kept/onu_setting.h"
+#include "model/kept/plugged.h"
 #include "model/kept/port.h"
 #include "model/kept/profile.h"
 #include "model/kept/timeline.h"
@@ -27,6 +28,7 @@ namespace ponsim
 
 using Kept =
     Entries<Binding, OnuRecord, PortRecord, BlacklistEntry, LoidPassword, AlarmCount, Block, ModuleRecord, UpgradeType,
-            UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile, Timeline, Offered, Ledger, ModelClock>;
+            UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile, Timeline, Offered, Ledger, ModelClock,
+            PluggedOnu, PluggedDevice>;
 
 } // namespace ponsim

@@ -121,6 +121,10 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
         if (is_uni_config(key)) look_at(key.pon_port, key.mac);
     for (const auto &[key, loop] : change.of<LoopRecord>())
         look_at(key.pon_port, key.mac);
+    for (const auto &[key, onu] : change.of<PluggedOnu>())
+        look_at(key.pon_port, key.mac);
+    for (const auto &[key, device] : change.of<PluggedDevice>())
+        look_at(key.pon_port, key.mac);
     for (const auto &[key, block] : change.of<Block>()) {
         for (const PonPort &port : olt.ports())
             if (is_oui(key)) look(olt, port);
@@ -129,6 +133,18 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
         if (key.command == BSP_CMD_FDB_CFG_SET) configure(olt);
     }
     listen(network, config.learning ? every_uplink : 0, olt.now());
+}
+
+void Fdb::replug(const PonPort &port, std::span<const Arrival> arrivals)
+{
+    std::vector<Group> &groups = onus[port.number - 1];
+    std::vector<Group> now(arrivals.size());
+    for (size_t index = 0; index < arrivals.size(); ++index) {
+        const auto before = std::ranges::lower_bound(port.arrivals, arrivals[index].mac, {}, &Arrival::mac);
+        if (before != port.arrivals.end() && before->mac == arrivals[index].mac)
+            now[index] = std::move(groups[static_cast<size_t>(before - port.arrivals.begin())]);
+    }
+    groups = std::move(now);
 }
 
 std::vector<FdbEntry> Fdb::entries(const FdbFilter &filter, ModelTime now) const

@@ -21,6 +21,7 @@ namespace ponsim
 {
 
 class Olt;
+struct Arrival;
 struct PonPort;
 
 struct FdbConfig {
@@ -60,6 +61,9 @@ public:
     // Takes over what a change, which has been made, means for the stations that are heard. `moved` names the ONUs of
     // the changed bindings, as bound before and after, each with its port.
     void follow(const Olt &olt, const Change &change, std::span<const std::pair<uint32_t, Mac>> moved);
+
+    // Takes over that these ONUs will be at the port, before they are. What is known behind those that stay is kept.
+    void replug(const PonPort &port, std::span<const Arrival> arrivals);
 
     // Returns the entries that the filter selects: first those of the PON side in the order of port, ONU id and UNI
     // port, then those of the network side in the order of uplink.

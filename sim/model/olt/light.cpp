@@ -46,6 +46,7 @@ int32_t OnuLaser::power(uint64_t second) const
 int32_t path_loss(const PonPort &port, const Arrival &arrival, Direction direction)
 {
     int32_t loss = arrival.loss + fibre_loss(arrival.distance, direction);
+    if (arrival.unplugged) loss += cut_loss;
     if (port.damage.empty()) return loss;
     for (std::optional<uint32_t> branch = arrival.branch; branch; branch = port.branches.at(*branch).parent)
         loss += damage_to(port, *branch);

@@ -82,6 +82,8 @@ void LightWatch::follow(const Olt &olt, const Change &change)
         concerned.at(key.pon_port - 1) = true;
     for (const auto &[key, damage] : change.of<Damage>())
         concerned.at(key.pon_port - 1) = true;
+    for (const auto &[key, onu] : change.of<PluggedOnu>())
+        concerned.at(key.pon_port - 1) = true;
     for (const auto &[cage, record] : change.of<ModuleRecord>())
         if (olt.port(cage)) concerned.at(cage - 1) = true;
     for (const auto &[key, block] : change.of<Block>())

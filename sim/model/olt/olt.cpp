@@ -7,6 +7,7 @@
 #include "model/olt/interfaces.h"
 #include "model/olt/llid.h"
 #include "model/olt/uni_config.h"
+#include "model/plant/plugging.h"
 
 namespace ponsim
 {
@@ -106,10 +107,10 @@ OnuRecord &edit(Change &change, const PonPort &port, const Mac &mac)
     return *change.find<OnuRecord>(key);
 }
 
-Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.topology)
+Olt::Olt(const Settings &settings) : as_found(settings)
 {
     for (uint32_t number = 1; number <= settings.ports; ++number) {
-        PortPopulation port = topology ? topology->ports.at(number - 1) : population_at(settings, number);
+        PortPopulation port = found_at(number);
         pon_ports.push_back({number, std::move(port.branches), std::move(port.arrivals), port.optics});
         optics.emplace_back(settings.seed, number, port.optics);
     }
@@ -121,12 +122,29 @@ Olt::Olt(const Settings &settings) : own_seed(settings.seed), topology(settings.
 
 Equipment Olt::equipment_of(const Mac &mac) const
 {
-    return topology ? topology->equipment_of(mac) : Equipment{};
+    if (const auto found = plugged.find(mac); found != plugged.end()) return found->second;
+    return topology() ? topology()->equipment_of(mac) : Equipment{};
+}
+
+const DeviceType *Olt::kind(const std::string &name) const
+{
+    if (topology())
+        if (const auto found = topology()->kinds.find(name); found != topology()->kinds.end()) return found->second;
+    const auto built_in = std::ranges::find(device_types(), name, &DeviceType::model);
+    return built_in == device_types().end() ? nullptr : &*built_in;
+}
+
+PortPopulation Olt::found_at(uint32_t pon_port) const
+{
+    if (!topology()) return population_at(as_found, pon_port);
+    PortPopulation port = topology()->ports.at(pon_port - 1);
+    if (port.branches.empty()) port.branches.push_back(found_feeder());
+    return port;
 }
 
 Device Olt::device_of(const Mac &mac) const
 {
-    return ponsim::device_of(own_seed, mac, equipment_of(mac));
+    return ponsim::device_of(seed(), mac, equipment_of(mac));
 }
 
 const OpticalClass &Olt::optics_of(const PonPort &port, const Mac &mac) const
@@ -229,6 +247,13 @@ std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
         const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac);
         if (onu_id && arrived && is_uni_config(key)) ids[key.pon_port].set(*onu_id);
     }
+    const auto concern = [&](uint32_t pon_port, const Mac &mac) {
+        if (const std::optional<uint32_t> onu_id = id_at(pon_port, mac)) ids[pon_port].set(*onu_id);
+    };
+    for (const auto &[key, onu] : change.of<PluggedOnu>())
+        concern(key.pon_port, key.mac);
+    for (const auto &[key, device] : change.of<PluggedDevice>())
+        concern(key.pon_port, key.mac);
     const std::map<uint32_t, OnuIds> of_themselves = ids;
     for (const auto &[pon_port, onu_ids] : of_themselves)
         for (const PonPort &port : pon_ports)
@@ -266,19 +291,25 @@ bool restarts(const OnuRecord &before, const OnuRecord &now)
 
 void Olt::add_traffic(Change &change) const
 {
+    // What the change itself says of a ledger holds.
+    std::set<OnuAtPort> said;
+    for (const auto &[key, ledger] : change.of<Ledger>())
+        said.insert(key);
     for (const auto &[pon_port, onu_ids] : concerned(change)) {
         const PonPort &port = pon_ports.at(pon_port - 1);
         change.put<Offered>(pon_port, port.traffic.offered(time));
         for (auto at = kept<Ledger>().lower_bound({pon_port, {}});
              at != kept<Ledger>().end() && at->first.pon_port == pon_port; ++at) {
             const auto &[key, before] = *at;
+            if (said.contains(key)) continue;
             const uint32_t onu_id = id_at(pon_port, key.mac).value_or(onus_per_port); // an id that no ONU has
             change.put<Ledger>(key, settled(before, port.traffic.onu(onu_id), time));
         }
     }
     for (const auto &[key, record] : change.of<OnuRecord>()) {
         const Ledger *before = ledger(key);
-        if (before && restarts(pon_ports.at(key.pon_port - 1).record(key.mac), record.value_or(OnuRecord{})))
+        if (before && !said.contains(key) &&
+            restarts(pon_ports.at(key.pon_port - 1).record(key.mac), record.value_or(OnuRecord{})))
             change.put<Ledger>(key, ledger_from(std::max(time, before->since)));
     }
 }
@@ -300,6 +331,8 @@ void Olt::count(const Change &change)
             concerns_all(); // because the number in its key is not always that of a port
         } else if constexpr (is_one_of<Record, PortRecord>) {
             concerns(entry.key);
+        } else if constexpr (is_one_of<Record, PluggedOnu>) {
+            concerns_all(); // because what the ONU is shows wherever it is bound
         } else if constexpr (is_one_of<Record, ModuleRecord>) {
             if (port(entry.key)) concerns(entry.key);
         } else if constexpr (!not_in_rows && requires { entry.key.pon_port; }) {
@@ -395,11 +428,43 @@ void Olt::apply(const Change &change)
         if (setting && setting->sent != setting->before) on_their_way.insert({setting->arrives, key});
     }
     change.each([this]<class Record>(const Entry<Record> &entry) { std::get<Shelf<Record>>(shelves).take(entry); });
+    plug(change);
     lights.follow(*this, change);
     follow_demand(traffic_of);
     for (const auto &[pon_port, offered] : change.of<Offered>())
         pon_ports.at(pon_port - 1).traffic.restore(offered.value());
     forwarding.follow(*this, change, moved);
+}
+
+// ONUs were plugged in or taken away. The records of the change have been kept.
+void Olt::plug(const Change &change)
+{
+    std::set<uint32_t> concerned;
+    for (const auto &[key, onu] : change.of<PluggedOnu>())
+        concerned.insert(key.pon_port);
+    if (concerned.empty()) return;
+    plugged.clear();
+    unplugged.clear();
+    std::map<uint32_t, std::vector<std::pair<Mac, PluggedOnu>>> by_port;
+    for (const auto &[key, onu] : kept<PluggedOnu>()) {
+        if (concerned.contains(key.pon_port)) by_port[key.pon_port].push_back({key.mac, onu});
+        if (onu.state == Plugged::leaving) unplugged.insert(key);
+        Equipment equipment = topology() ? topology()->equipment_of(key.mac) : Equipment{};
+        if (const DeviceType *own = onu.kind.empty() ? nullptr : kind(onu.kind)) equipment.kind = own;
+        equipment.in_use = onu.in_use;
+        // Where the ONU is counts more than where it was.
+        if (onu.state == Plugged::there)
+            plugged.insert_or_assign(key.mac, equipment);
+        else
+            plugged.emplace(key.mac, equipment);
+    }
+    for (const uint32_t pon_port : concerned) {
+        PonPort &port = pon_ports.at(pon_port - 1);
+        PortPopulation now = population_with(found_at(pon_port), by_port[pon_port]);
+        forwarding.replug(port, now.arrivals);
+        port.branches = std::move(now.branches);
+        port.arrivals = std::move(now.arrivals);
+    }
 }
 
 const LoopRecord *Olt::loop(const UniKey &key) const
@@ -452,6 +517,15 @@ Device device_at(const Olt &olt, const PonPort &port, const Mac &mac)
     Device device = olt.device_of(mac);
     const auto found = port.onus.find(mac);
     if (found != port.onus.end() && !found->second.software.empty()) device.software = found->second.software;
+    const auto &devices = olt.kept<PluggedDevice>();
+    for (auto at = devices.lower_bound({port.number, mac, 0});
+         at != devices.end() && at->first.pon_port == port.number && at->first.mac == mac; ++at) {
+        const auto &[key, plugged] = *at;
+        if (key.uni < 1 || key.uni > device.unis.size()) continue;
+        std::optional<LinkMode> &partner = device.unis[key.uni - 1].partner;
+        partner.reset();
+        if (plugged.speed != 0) partner = LinkMode{plugged.speed, plugged.full_duplex};
+    }
     return device;
 }
 

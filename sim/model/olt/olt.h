@@ -15,7 +15,7 @@
 #include "model/base/look.h"
 #include "model/change/change.h"
 #include "model/change/plan.h"
-#include "model/kept/shelf.h"
+#include "model/change/shelf.h"
 #include "model/olt/fdb.h"
 #include "model/olt/light_watch.h"
 #include "model/plant/device.h"
@@ -155,7 +155,17 @@ public:
     const LightWatch &light_watch() const { return lights; }
 
     // Returns the seed from which the devices of its ONUs follow.
-    uint64_t seed() const { return own_seed; }
+    uint64_t seed() const { return as_found.seed; }
+    // Returns what the OLT was found with, and what a scenario says of it. The latter is null without a scenario.
+    const Settings &found() const { return as_found; }
+    const Topology *topology() const { return as_found.topology.get(); }
+    // Returns what is found at a port when nothing has been plugged in or taken away.
+    PortPopulation found_at(uint32_t pon_port) const;
+    // Returns what the scenario, or whoever plugged the ONU in, says of it.
+    Equipment equipment_of(const Mac &mac) const;
+    // Returns a kind of the scenario by its name, or else a model that the simulator knows. Returns null when there is
+    // none.
+    const DeviceType *kind(const std::string &name) const;
     // Returns what an ONU is by nature, whether it has arrived or not.
     Device device_of(const Mac &mac) const;
     // Returns the optical class of an ONU at the port.
@@ -189,6 +199,9 @@ public:
     bool shut(const UniKey &key) const;
     // Returns the settings of UNI ports that are on their way to ONUs, in the order in which they arrive.
     const std::set<std::pair<ModelTime, SettingKey>> &arriving() const { return on_their_way; }
+
+    // Returns the ONUs whose fibre was unplugged, and whose link has not failed yet.
+    const std::set<OnuAtPort> &leaving() const { return unplugged; }
 
     std::optional<OnuKey> find(const Mac &mac) const;
     // Returns the id to which the ONU is bound at this port.
@@ -240,17 +253,17 @@ private:
     void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
     void forget(const OnuKey &key);
 
-    // Returns what a scenario says of the ONU.
-    Equipment equipment_of(const Mac &mac) const;
+    void plug(const Change &change);
 
-    uint64_t own_seed;
-    std::shared_ptr<const Topology> topology; // null: everything follows from the seed
+    Settings as_found;
     std::vector<PonPort> pon_ports;
     std::vector<Module> optics;
     std::array<std::map<uint32_t, Profile>, profile_kinds> profiles_of_kinds;
     std::map<Mac, OnuKey> bound_at;
     std::set<Due> due;
     std::set<std::pair<ModelTime, SettingKey>> on_their_way;
+    std::map<Mac, Equipment> plugged; // of ONUs that were plugged in or taken away
+    std::set<OnuAtPort> unplugged;
     Kept::OfEach<Shelf> shelves;
     ModelTime time = 0;
     uint64_t changes = 0;

@@ -12,6 +12,10 @@ namespace ponsim
 
 // A connector pair loses the 0.25 dB with which link budgets are planned.
 inline constexpr int32_t connector_loss = 25;
+// A port reaches through at most so many fibres, one behind the other, and through at most so much loss, which is far
+// beyond what any receiver tolerates.
+inline constexpr uint32_t deepest_fibre = 6;
+inline constexpr int32_t greatest_loss = 4500;
 // A fibre that is cut loses more than any receiver tolerates.
 inline constexpr int32_t cut_loss = 10000;
 

@@ -11,6 +11,7 @@
 
 #include "model/base/limits.h"
 #include "model/base/mac.h"
+#include "model/kept/sla.h"
 #include "model/plant/device.h"
 #include "model/plant/optical_class.h"
 
@@ -64,6 +65,7 @@ struct Arrival {
     std::string name = {}; // scenarios and whoever runs the simulation may use it; empty: they use the address
     std::optional<uint32_t> load_up = {}; // kbit/s that it offers; none: what follows from seed and address
     std::optional<uint32_t> load_down = {};
+    bool unplugged = false; // its fibre was unplugged, and its link has not failed yet
 
     bool operator==(const Arrival &) const = default;
 };
@@ -75,10 +77,25 @@ struct PortPopulation {
     const OpticalClass *optics = &usual_class();
 };
 
+// ServiceTerms are what an ONU is used for, and what is provisioned for it.
+struct ServiceTerms {
+    bool bound = true;
+    bool authenticated = false; // the ONU's LOID has a record
+    std::optional<Sla> sla = {};
+    std::optional<uint32_t> down = {};
+    std::string description = {};
+    std::optional<uint32_t> load_up = {};
+    std::optional<uint32_t> load_down = {};
+
+    bool operator==(const ServiceTerms &) const = default;
+};
+
 // A Topology is what a scenario says of an OLT.
 struct Topology {
     std::vector<PortPopulation> ports;
-    // ONUs that are not named here follow from seed and address. The kinds live as long as the topology does.
+    std::map<std::string, const DeviceType *> kinds; // by name; they live as long as the topology does
+    std::map<std::string, ServiceTerms> services;    // by name
+    // ONUs that are not named here follow from seed and address.
     std::map<Mac, Equipment> equipment;
 
     // Returns what the scenario says of the ONU.
@@ -88,5 +105,15 @@ struct Topology {
 // Returns the ONUs at port `pon_port` that follow from the settings' numbers. Each is at the end of a fibre of its own
 // behind one splitter. No two ONUs of an OLT have the same address.
 PortPopulation population_at(const Settings &settings, uint32_t pon_port);
+
+// Returns the fibre that begins at a port for which nothing else is described.
+Branch found_feeder();
+
+// Returns an ONU that follows from the settings' numbers, without a fibre. The numbers from onus_per_port on are those
+// of ONUs that come later.
+Arrival onu_of_number(const Settings &settings, uint32_t pon_port, uint32_t number);
+
+// Returns the length of the fibre of such an ONU where it begins so far from the port and nothing else says it.
+uint32_t drop_of(const Arrival &arrival, uint32_t distance);
 
 } // namespace ponsim

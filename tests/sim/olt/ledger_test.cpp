@@ -8,7 +8,7 @@
 #include "model/olt/sla.h"
 #include "model/port/performance.h"
 #include "model/traffic/bandwidth.h"
-#include "optics.h"
+#include "counting.h"
 
 namespace ponsim
 {
@@ -17,79 +17,6 @@ namespace
 
 constexpr ModelTime second = ms_per_second;
 constexpr ModelTime hour = 3600 * second;
-constexpr uint32_t onus = 4;
-
-// The four ONUs at each port of this OLT are bound to ids 1 to 4, and monitor their UNI ports. Ports 1 and 5 share an
-// uplink.
-struct Counting : ServiceFixture {
-    static constexpr uint32_t ports = 5;
-
-    explicit Counting(const std::string &file = {})
-        : ServiceFixture({.seed = 1, .ports = ports, .arrivals = onus, .silent = 0}, file)
-    {
-        for (uint32_t pon_port = 1; pon_port <= ports; ++pon_port)
-            for (uint32_t id = 1; id <= onus; ++id) {
-                send(record_of(BSP_CMD_ONU_BIND, pon_port, id, mac(pon_port, id)));
-                EXPECT_EQ(send_setting(BSP_CMD_ONU_PERF_MONITOR_SET, pon_port, id, 0, 1), BSP_OK);
-            }
-        pass(*this, oam_delay);
-    }
-
-    const Olt &olt() const { return simulator.olt(); }
-    RemoteOnu onu(uint32_t pon_port, uint32_t id) const { return find_onu(olt(), pon_port, id).onu; }
-    Mac mac(uint32_t pon_port, uint32_t id) const { return port(pon_port).arrivals.at(id - 1).mac; }
-    void say(const std::string &command, uint32_t pon_port, uint32_t id, const std::string &words = {})
-    {
-        control_line(*this,
-                     command + ' ' + std::to_string(pon_port) + ' ' + text::mac_text(mac(pon_port, id)) + ' ' + words);
-    }
-    void load(uint32_t pon_port, uint32_t id, const std::string &direction, uint32_t kbit)
-    {
-        say("load", pon_port, id, direction + ' ' + std::to_string(kbit));
-    }
-    uint32_t send_setting(uint32_t command, uint32_t pon_port, uint32_t id, uint32_t uni, uint8_t value)
-    {
-        bsp_onu_msg record = onu_record_of(command, pon_port, id);
-        record.onu_uni_port = static_cast<uint8_t>(uni);
-        record.onu_data[0] = value;
-        Message message = message_of(BSP_MSG_ONU_INFO, record);
-        message.call = catalogue::Call::set;
-        return simulator.handle(message).status;
-    }
-
-    // Returns what each UNI port has counted since the ONU began to monitor. Returns nothing while the ONU is not
-    // online.
-    std::vector<UniCounters> unis(uint32_t pon_port, uint32_t id) const
-    {
-        const RemoteOnu asked = onu(pon_port, id);
-        const std::optional<ModelTime> since = on_since(olt(), asked);
-        std::vector<UniCounters> counters;
-        if (!asked.online() || !since) return counters;
-        for (uint32_t uni = 1; uni <= asked.device.unis.size(); ++uni)
-            counters.push_back(uni_counters(olt(), asked, uni, {0, olt().now() - *since}));
-        return counters;
-    }
-    // Returns the sum of a counter over the UNI ports of an ONU.
-    uint64_t sum(uint32_t pon_port, uint32_t id, UniCounters::Count UniCounters::*counter,
-                 uint64_t UniCounters::Count::*direction) const
-    {
-        uint64_t total = 0;
-        for (const UniCounters &counters : unis(pon_port, id))
-            total += (counters.*counter).*direction;
-        return total;
-    }
-    uint64_t sent(uint32_t pon_port, uint32_t id) const
-    {
-        return sum(pon_port, id, &UniCounters::frames, &UniCounters::Count::up);
-    }
-    uint64_t received(uint32_t pon_port, uint32_t id) const
-    {
-        return sum(pon_port, id, &UniCounters::frames, &UniCounters::Count::down) +
-               sum(pon_port, id, &UniCounters::discarded, &UniCounters::Count::down);
-    }
-    Counters pon(uint32_t pon_port) const { return pon_counters(olt(), port(pon_port)); }
-};
-
 // Returns the sum over the ONUs of a PON port.
 template <class Value>
 uint64_t sum_of(Value value)
@@ -317,11 +244,6 @@ private:
         }
     }
 
-    // A Sum has the frames of an ONU, or of a port, in ten-thousandths.
-    struct Sum {
-        PerFlow up = {};
-        PerFlow down = {};
-    };
     struct Seen {
         std::vector<UniCounters> unis;
         ModelTime since; // the ONU's last restart
@@ -329,24 +251,8 @@ private:
     };
     Seen see(uint32_t pon_port, uint32_t id) const
     {
-        const Ledger &ledger = *fixture.olt().ledger({pon_port, fixture.mac(pon_port, id)});
-        Sum sum;
-        for (const UniFrames &uni : counted_at(ledger, fixture.port(pon_port).traffic.onu(id), fixture.olt().now())) {
-            add(sum.up, uni.up);
-            add(sum.down, uni.down);
-            add(sum.down, uni.discarded);
-        }
-        return {fixture.unis(pon_port, id), ledger.since, sum};
-    }
-    // Returns what the port was offered: what its ONUs sent, and what they were sent.
-    Sum offered(uint32_t pon_port) const
-    {
-        const Streams passing = fixture.port(pon_port).traffic.offered(fixture.olt().now()).frames;
-        Sum frames{.up = passing.up, .down = passing.down};
-        for (const PerFlow &other : {passing.up_errored, passing.up_policed, passing.up_lost, passing.up_unheard})
-            add(frames.up, other);
-        frames.down = without(frames.down, passing.down_errored);
-        return frames;
+        const OnuAtPort onu{pon_port, fixture.mac(pon_port, id)};
+        return {fixture.unis(pon_port, id), fixture.olt().ledger(onu)->since, counted_by(fixture, onu)};
     }
     // Returns what the port does not hear of its ONUs, and they do not receive well of it.
     Sum lost_on_fibre(uint32_t pon_port) const
@@ -365,7 +271,7 @@ private:
     // frame. An ONU that has restarted has forgotten a part of that.
     void expect_exact(uint32_t pon_port) const
     {
-        const Sum now = offered(pon_port), before = streams.at(pon_port);
+        const Sum now = offered_at(fixture, pon_port), before = streams.at(pon_port);
         Sum of_onus;
         bool restarted = false;
         for (uint32_t id = 1; id <= onus; ++id) {
@@ -391,7 +297,7 @@ private:
     {
         for (const uint32_t pon_port : shared) {
             pons[pon_port] = fixture.pon(pon_port);
-            streams[pon_port] = offered(pon_port);
+            streams[pon_port] = offered_at(fixture, pon_port);
             losses[pon_port] = lost_on_fibre(pon_port);
             for (uint32_t id = 1; id <= onus; ++id)
                 seen[{pon_port, id}] = see(pon_port, id);

@@ -1,5 +1,5 @@
 // These tests check that views which are kept have the same bytes as those that are made anew.
-#include "any_record.h"
+#include "asked.h"
 #include "model/base/look.h"
 #include "optics.h"
 
@@ -7,58 +7,6 @@ namespace ponsim
 {
 namespace
 {
-
-// An Asked is a request that only reads, with all that it needs.
-struct Asked {
-    const catalogue::Command *command;
-    std::string record;
-
-    Message message() const
-    {
-        Message message{command->channel->type, record.data(), static_cast<uint32_t>(record.size())};
-        message.call = command->call.value_or(catalogue::Call::get);
-        return message;
-    }
-};
-
-std::string said(uint32_t status, const std::optional<std::string> &result, const std::optional<std::string> &answer)
-{
-    return std::to_string(status) + '\n' + result.value_or("no result") + '\n' + answer.value_or("no answer");
-}
-
-std::string said(const Reply &reply)
-{
-    return said(reply.status, reply.result, reply.answer);
-}
-
-// Returns what the handler says of the OLT as it is now, with nothing kept.
-std::string said_anew(const Olt &olt, const Asked &asked)
-{
-    const Message message = asked.message();
-    const Handler *handler = find_handler(command_channel(message), *command_of(message), message.call);
-    const Outcome outcome = handler->handle(olt, {message.data, message.length});
-    return said(outcome.status, outcome.result, outcome.answer);
-}
-
-// Returns requests of all commands that only read: one with nothing but the command, and others with small numbers.
-std::vector<Asked> all_that_reads(Random &random)
-{
-    std::vector<Asked> all;
-    for (const catalogue::Command &command : catalogue::commands()) {
-        for (int version = 0; version < 4; ++version) {
-            Asked asked{&command, record_of_command(command, random)};
-            if (version == 0) {
-                asked.record.assign(asked.record.size(), '\0');
-                std::memcpy(&asked.record[command.channel->record->command->offset], &command.code,
-                            sizeof command.code);
-            }
-            const Message message = asked.message();
-            if (only_reads(message) && find_handler(command_channel(message), command.code, message.call))
-                all.push_back(std::move(asked));
-        }
-    }
-    return all;
-}
 
 class KeptViews : public testing::Test
 {
@@ -85,6 +33,12 @@ protected:
                                      "loop 1 " + onu + " 1 off",
                                      "load 1 " + onu + " up 900",
                                      "age-onu 1 " + onu + " 50",
+                                     "plug 1 " + onu + " all 10HD",
+                                     "unplug 1 " + onu + " 1",
+                                     "leave 1 " + onu,
+                                     "arrive 1 mac=" + onu + " kind=B400",
+                                     "swap 1 " + onu + " kind=S100",
+                                     "move 1 " + onu + " 2",
                                      "age 1 1000"};
         if (random.below(3) == 0) {
             try {

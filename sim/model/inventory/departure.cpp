@@ -1,0 +1,95 @@
+#include "model/inventory/departure.h"
+
+#include <algorithm>
+
+#include "model/port/loops.h"
+
+namespace ponsim
+{
+namespace
+{
+
+// Returns whether no link of the ONU is left that could fail.
+bool has_left(const PonPort &port, const Arrival &arrival)
+{
+    const OnuRecord record = port.record(arrival.mac);
+    return !record.powered || record.phase == Phase::booting || record.phase == Phase::discovery ||
+           !port.limits.contain(arrival.distance);
+}
+
+// Forgets the records of a family that belong to the ONU. `first` is the least key of the ONU.
+template <class Record>
+void forget(const Olt &olt, const typename Family<Record>::Key &first, Change &change)
+{
+    const auto &records = olt.kept<Record>();
+    for (auto at = records.lower_bound(first);
+         at != records.end() && at->first.pon_port == first.pon_port && at->first.mac == first.mac; ++at)
+        change.drop<Record>(at->first);
+}
+
+void end_loops(const Olt &olt, const OnuAtPort &onu, Change &change)
+{
+    for (auto at = olt.loops().lower_bound({onu.pon_port, onu.mac, 0});
+         at != olt.loops().end() && at->first.pon_port == onu.pon_port && at->first.mac == onu.mac; ++at)
+        change.add(set_loop(olt, at->first, false).change);
+}
+
+// What the port has of the ONU stays as long as the ONU is bound there. What the ONU itself has goes with it.
+void depart(const Olt &olt, const OnuAtPort &key, Change &change)
+{
+    const PonPort &port = *olt.port(key.pon_port);
+    const Arrival &arrival = *port.arrived(key.mac);
+    const bool bound = olt.id_at(key.pon_port, key.mac).has_value();
+    const auto is_found = [&] {
+        const std::vector<Arrival> found = olt.found_at(key.pon_port).arrivals;
+        return std::ranges::count(found, key.mac, &Arrival::mac) > 0;
+    };
+    if (bound || is_found()) {
+        PluggedOnu gone = olt.kept<PluggedOnu>().at(key);
+        gone.state = Plugged::gone;
+        change.put<PluggedOnu>(key, gone);
+    } else {
+        change.drop<PluggedOnu>(key);
+    }
+    const auto has_its_fibre = [&](const Arrival &other) {
+        return other.branch == arrival.branch && other.mac != arrival.mac;
+    };
+    if (port.damage.contains(arrival.branch) && std::ranges::none_of(port.arrivals, has_its_fibre))
+        change.drop<Damage>({key.pon_port, arrival.branch});
+    const OnuRecord before = port.record(key.mac);
+    change.put<OnuRecord>(
+        key, {.supported = before.supported, .reboots = before.reboots, .upgrade_type = before.upgrade_type});
+    forget<PluggedDevice>(olt, {key.pon_port, key.mac, 0}, change);
+    if (bound) {
+        end_loops(olt, key, change);
+        return;
+    }
+    forget<LoopRecord>(olt, {key.pon_port, key.mac, 0}, change);
+    forget<OnuSetting>(olt, {key.pon_port, key.mac, 0, 0}, change);
+    forget<Ledger>(olt, key, change);
+}
+
+std::optional<ModelTime> next(const Olt &olt)
+{
+    for (const OnuAtPort &key : olt.leaving()) {
+        const PonPort &port = *olt.port(key.pon_port);
+        if (has_left(port, *port.arrived(key.mac))) return olt.now();
+    }
+    return std::nullopt;
+}
+
+Change happen(const Olt &olt)
+{
+    Change change;
+    for (const OnuAtPort &key : olt.leaving()) {
+        const PonPort &port = *olt.port(key.pon_port);
+        if (has_left(port, *port.arrived(key.mac))) depart(olt, key, change);
+    }
+    return change;
+}
+
+} // namespace
+
+const Process departure_process{next, happen};
+
+} // namespace ponsim
