@@ -19,6 +19,7 @@
 #include "daemon/replay.h"
 #include "scenario/scenario.h"
 #include "scenario/summary.h"
+#include "test_command.h"
 #include "text/words.h"
 
 namespace
@@ -37,6 +38,7 @@ Examples:
   ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
+  ponsim test campus.toml --seeds 1-100      whether what the file expects comes true
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";
@@ -57,6 +59,7 @@ struct Options {
     std::string replayed;           // the recording to serve
     bool loop = false;
     std::string olt; // the OLT that the command is for; empty: the only one
+    ponsim::TestWords test;
 };
 
 using Command = command_line::Command<int(const Options &)>;
@@ -201,6 +204,12 @@ int serve_or_check(const Options &options)
     return EXIT_SUCCESS;
 }
 
+int test(const Options &options)
+{
+    if (options.wanted.seed) return fail("test takes --seeds, as 1-100, in the place of --seed", exit_usage);
+    return ponsim::run_test(options.test);
+}
+
 // Declares the command line, which puts its values into `options`.
 void declare(Command &program, Options &options)
 {
@@ -256,6 +265,9 @@ void declare(Command &program, Options &options)
     replayed.option("--loop", &options.loop, "Start over where the answers to a request end, not repeat the last");
     replayed.footer = examples;
     replayed.run = replay;
+    Command &tested = program.add("test", "Runs scenarios as tests: checks whether what they expect comes true");
+    ponsim::declare_test(tested, options.test);
+    tested.run = test;
 }
 
 } // namespace

@@ -16,8 +16,10 @@
 #include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
+#include "scenario/expectations.h"
 #include "scenario/section.h"
 #include "scenario/summary.h"
+#include "scenario/timeline.h"
 
 namespace ponsim
 {
@@ -31,8 +33,6 @@ constexpr int32_t greatest_loss = 4500;  // 0.01 dB; far beyond what any receive
 constexpr uint32_t default_feeder = 100; // m
 constexpr uint32_t shortest_drop = 50;   // m, when it follows from the seed
 constexpr uint32_t longest_drop = 1000;  // m, when it follows from the seed
-constexpr uint32_t max_times = 10000;    // how often an event can be repeated
-constexpr size_t max_events = 100000;    // for each OLT
 
 constexpr std::string_view starts[] = {"registered", "cold"};
 constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // in the order of AuthMode
@@ -453,59 +453,6 @@ private:
     std::map<Mac, std::string> macs; // to whom each address belongs
 };
 
-struct PlannedEvent {
-    Section section;
-    std::optional<std::string> olt; // none: all OLTs
-    std::vector<Event> events;
-};
-
-PlannedEvent read_event(const Section &section, const Scenario &scenario)
-{
-    PlannedEvent planned{section, section.name("olt"), {}};
-    std::vector<std::string> olts;
-    for (const OltScenario &olt : scenario.olts)
-        olts.push_back(olt.name);
-    if (planned.olt && std::ranges::count(olts, *planned.olt) == 0)
-        section.fail_unknown("olt", "OLT", *planned.olt, olts);
-    const std::optional<ModelTime> at = section.time("at");
-    if (!at) section.fail("at", "expected a time");
-    const std::optional<std::string> words = section.text("do", 1, 1000);
-    if (!words) section.fail("do", "expected a control command");
-    const std::optional<ModelTime> every = section.time("every");
-    const uint32_t times = section.number_or("times", 1, max_times, 1);
-    if (every.has_value() != section.has("times"))
-        section.fail(every ? "every" : "times", "expected every and times together");
-    if (every == 0) section.fail("every", "expected at least a second");
-    if (*at + every.value_or(0) * (times - 1) > longest_time)
-        section.fail("times", "expected the last time within ten years");
-    for (uint32_t time = 0; time < times; ++time)
-        planned.events.push_back({*at + every.value_or(0) * time, *words});
-    return planned;
-}
-
-void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
-{
-    std::optional<Olt> first; // the OLT before its first event
-    for (const PlannedEvent &each : planned) {
-        if (each.olt && *each.olt != olt.name) continue;
-        if (!first) {
-            first.emplace(olt.settings);
-            first->apply(olt.provisioning);
-        }
-        try {
-            // This finds commands that make no sense. Whether the OLT refuses the command may be different when the
-            // event happens.
-            read_control(*first, each.events[0].words);
-        } catch (const ControlError &error) {
-            each.section.fail("do", error.what());
-        }
-        olt.events.insert(olt.events.end(), each.events.begin(), each.events.end());
-        if (olt.events.size() > max_events)
-            each.section.fail("do", "expected at most " + std::to_string(max_events) + " events of an OLT");
-    }
-    std::ranges::stable_sort(olt.events, {}, &Event::at);
-}
-
 void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)
 {
     for (const Section &section : root.tables("olt")) {
@@ -515,7 +462,8 @@ void read_olts(const Section &root, const Context &context, std::string_view tex
         for (uint32_t copy = 0; copy < count; ++copy) {
             if (scenario.olts.size() == max_olts)
                 section.fail("count", "expected at most " + std::to_string(max_olts) + " OLTs");
-            OltScenario olt{section.has("count") ? name + '-' + std::to_string(copy + 1) : name, {}, {}, {}};
+            OltScenario olt;
+            olt.name = section.has("count") ? name + '-' + std::to_string(copy + 1) : name;
             if (std::ranges::count(scenario.olts, olt.name, &OltScenario::name) > 0)
                 section.fail("name", "there is an OLT " + olt.name + " already");
             olt.settings.scenario = text;
@@ -538,12 +486,13 @@ TomlValue parse(std::string_view text, const std::string &name)
 
 } // namespace
 
-Scenario read_scenario(std::string_view text, const std::string &name)
+Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides)
 {
     const TomlValue value = parse(text, name);
     const Section root(name, value, scenario_keys());
     root.check_keys();
-    Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
+    const uint64_t seed = root.number("seed", 0, INT64_MAX).value_or(1);
+    Context context{.seed = overrides.seed.value_or(seed),
                     .cold = root.choice_or("start", starts, 0) == 1,
                     .kinds = {},
                     .services = {}};
@@ -551,22 +500,19 @@ Scenario read_scenario(std::string_view text, const std::string &name)
         context.kinds.emplace(kind, read_kind(section));
     for (const auto &[service, section] : root.named_tables("service"))
         context.services.emplace(service, read_service(section));
-    Scenario scenario;
+    Scenario scenario{.seed = context.seed};
     read_olts(root, context, text, scenario);
-    std::vector<PlannedEvent> events;
-    for (const Section &section : root.tables("event"))
-        events.push_back(read_event(section, scenario));
-    for (OltScenario &olt : scenario.olts)
-        add_events(olt, events);
+    read_events(root, scenario);
+    read_expectations(root, scenario);
     return scenario;
 }
 
-Scenario read_scenario_file(const std::string &file)
+Scenario read_scenario_file(const std::string &file, const Overrides &overrides)
 {
     std::ifstream in(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(in), {}};
     if (!in) throw ScenarioError(file + ": cannot be read: " + std::strerror(errno));
-    return read_scenario(text, file);
+    return read_scenario(text, file, overrides);
 }
 
 void power_up(const Olt &olt, Change &change)
