@@ -22,7 +22,9 @@
 #include "daemon/rerun.h"
 #include "scenario/scenario.h"
 #include "scenario/summary.h"
+#include "scenario/written.h"
 #include "store/private.h"
+#include "test_command.h"
 #include "text/words.h"
 
 namespace
@@ -43,6 +45,7 @@ Examples:
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
   ponsim --state campus.db --export          the OLT of a state, as a file that describes it
+  ponsim test campus.toml --seeds 1-100      whether what the file expects comes true
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";
@@ -63,10 +66,11 @@ struct Options {
     std::string record;             // empty: no record
     std::vector<std::string> words; // the words of a control command
     std::string replayed;           // the recording to serve, or to rerun
-    std::string until;              // seconds of model time; empty: to the end
+    std::string until;              // seconds of model time, or 1h 30min; empty: to the end
     std::string state_then;         // the file for the state at the end of a rerun; empty: none
     bool loop = false;
     std::string olt; // the OLT that the command is for; empty: the only one
+    ponsim::TestWords test;
 };
 
 using Command = command_line::Command<int(const Options &)>;
@@ -186,7 +190,8 @@ int replay(const Options &options)
 int rerun(const Options &options)
 {
     std::optional<ponsim::ModelTime> until;
-    if (!options.until.empty()) until = ponsim::read_seconds(options.until);
+    if (!options.until.empty()) until = ponsim::read_time(options.until);
+    if (!options.until.empty() && !until) until = ponsim::read_seconds(options.until);
     const ponsim::RerunResult result = ponsim::rerun(
         options.replayed, until, [](const std::string &different) { printf("ponsim: %s\n", different.c_str()); });
     if (!options.state_then.empty()) ponsim::write_private_file(options.state_then, result.image.bytes);
@@ -246,6 +251,12 @@ int serve_or_check(const Options &options)
     if (!options.check) return serve(options);
     fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
     return EXIT_SUCCESS;
+}
+
+int test(const Options &options)
+{
+    if (options.wanted.seed) return fail("test takes --seeds, as 1-100, in the place of --seed", exit_usage);
+    return ponsim::run_test(options.test);
 }
 
 // Declares the command line, which puts its values into `options`.
@@ -308,11 +319,14 @@ void declare(Command &program, Options &options)
     replayed.run = replay;
     Command &again = program.add("rerun", "Lets a recorded session happen again, and compares what is answered");
     again.argument("FILE", &options.replayed, "The recording, which ponsim --record made").is_required();
-    again.option("--until", &options.until, "Stop at this model time [the end of the recording]", "SECONDS");
+    again.option("--until", &options.until, "Stop at this model time [the end of the recording]", "TIME");
     again.option("--state", &options.state_then, "Keep the OLT as it is then in this new file; ponsim goes on with it",
                  "FILE");
     again.footer = examples;
     again.run = rerun;
+    Command &tested = program.add("test", "Runs scenarios as tests: checks whether what they expect comes true");
+    ponsim::declare_test(tested, options.test);
+    tested.run = test;
 }
 
 } // namespace

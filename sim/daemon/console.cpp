@@ -4,6 +4,7 @@
 #include <span>
 
 #include "control/control.h"
+#include "control/fault_forms.h"
 #include "control/show.h"
 #include "scenario/export.h"
 #include "text/words.h"

@@ -8,6 +8,7 @@
 #include "catalogue.h"
 #include "control/control.h"
 #include "generated/service_words.h"
+#include "scenario/written.h"
 #include "store/configuration.h"
 
 namespace ponsim

@@ -12,6 +12,7 @@
 #include "model/olt/demand.h"
 #include "model/plant/fibre.h"
 #include "model/plant/plugging.h"
+#include "scenario/written.h"
 #include "text/hex.h"
 
 namespace ponsim

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <set>
 
 #include "control/control.h"
 #include "model/base/random.h"
@@ -17,8 +16,10 @@
 #include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
+#include "scenario/expectations.h"
 #include "scenario/section.h"
 #include "scenario/summary.h"
+#include "scenario/timeline.h"
 
 namespace ponsim
 {
@@ -27,8 +28,6 @@ namespace
 
 constexpr uint32_t max_olts = 1024;
 constexpr size_t max_description = 127;
-constexpr uint32_t max_times = 10000;    // how often an event can be repeated
-constexpr size_t max_events = 100000;    // for each OLT
 
 constexpr std::string_view starts[] = {"registered", "cold"};
 constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // in the order of AuthMode
@@ -190,7 +189,8 @@ public:
             key.depth += from.depth;
         }
         if (key.depth > deepest_fibre)
-            section.fail(parent_key, "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
+            section.fail(parent_key,
+                         "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
         if (key.distance > max_distance)
             section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
                                          " m, found " + std::to_string(key.distance));
@@ -445,95 +445,6 @@ private:
     std::map<Mac, std::string> macs; // to whom each address belongs
 };
 
-struct PlannedEvent {
-    Section section;
-    std::optional<std::string> olt; // none: all OLTs
-    std::vector<Event> events;
-};
-
-PlannedEvent read_event(const Section &section, const Scenario &scenario)
-{
-    PlannedEvent planned{section, section.name("olt"), {}};
-    std::vector<std::string> olts;
-    for (const OltScenario &olt : scenario.olts)
-        olts.push_back(olt.name);
-    if (planned.olt && std::ranges::count(olts, *planned.olt) == 0)
-        section.fail_unknown("olt", "OLT", *planned.olt, olts);
-    const std::optional<ModelTime> at = section.time("at");
-    if (!at) section.fail("at", "expected a time");
-    const std::optional<std::string> words = section.text("do", 1, 1000);
-    if (!words) section.fail("do", "expected a control command");
-    const std::optional<ModelTime> every = section.time("every");
-    const uint32_t times = section.number_or("times", 1, max_times, 1);
-    if (every.has_value() != section.has("times"))
-        section.fail(every ? "every" : "times", "expected every and times together");
-    if (every == 0) section.fail("every", "expected at least a second");
-    if (*at + every.value_or(0) * (times - 1) > longest_time)
-        section.fail("times", "expected the last time within ten years");
-    for (uint32_t time = 0; time < times; ++time)
-        planned.events.push_back({*at + every.value_or(0) * time, *words});
-    return planned;
-}
-
-// Lets ONUs that are being taken away be gone.
-void end_departures(Olt &olt)
-{
-    Change change;
-    for (const OnuAtPort &key : olt.leaving()) {
-        PluggedOnu gone = olt.kept<PluggedOnu>().at(key);
-        gone.state = Plugged::gone;
-        change.put<PluggedOnu>(key, gone);
-    }
-    olt.apply(change);
-}
-
-// Finds commands that make no sense, in the order of time. Whether the OLT refuses a command may be different when the
-// event happens. But which ONUs are there follows from the events before it.
-void check_events(const OltScenario &olt, const std::vector<PlannedEvent> &planned)
-{
-    struct Checked {
-        const PlannedEvent *plan;
-        size_t repetition;
-    };
-    std::vector<Checked> all;
-    for (const PlannedEvent &each : planned)
-        if (!each.olt || *each.olt == olt.name)
-            for (size_t repetition = 0; repetition < each.events.size(); ++repetition)
-                all.push_back({&each, repetition});
-    if (all.empty()) return;
-    const auto event_of = [](const Checked &each) -> const Event & { return each.plan->events[each.repetition]; };
-    std::ranges::stable_sort(all, {}, [&](const Checked &each) { return event_of(each).at; });
-    Olt model(olt.settings);
-    model.apply(olt.provisioning);
-    std::set<const PlannedEvent *> lasting; // those of which one look is enough
-    for (const Checked &each : all) {
-        if (lasting.contains(each.plan)) continue;
-        try {
-            const Plan plan = read_control(model, event_of(each).words);
-            if (plan.change.of<PluggedOnu>().empty()) {
-                lasting.insert(each.plan);
-            } else {
-                model.apply(plan.change);
-                end_departures(model);
-            }
-        } catch (const ControlError &error) {
-            each.plan->section.fail("do", error.what());
-        }
-    }
-}
-
-void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
-{
-    for (const PlannedEvent &each : planned) {
-        if (each.olt && *each.olt != olt.name) continue;
-        olt.events.insert(olt.events.end(), each.events.begin(), each.events.end());
-        if (olt.events.size() > max_events)
-            each.section.fail("do", "expected at most " + std::to_string(max_events) + " events of an OLT");
-    }
-    std::ranges::stable_sort(olt.events, {}, &Event::at);
-    check_events(olt, planned);
-}
-
 void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)
 {
     for (const Section &section : root.tables("olt")) {
@@ -543,7 +454,8 @@ void read_olts(const Section &root, const Context &context, std::string_view tex
         for (uint32_t copy = 0; copy < count; ++copy) {
             if (scenario.olts.size() == max_olts)
                 section.fail("count", "expected at most " + std::to_string(max_olts) + " OLTs");
-            OltScenario olt{section.has("count") ? name + '-' + std::to_string(copy + 1) : name, {}, {}, {}};
+            OltScenario olt;
+            olt.name = section.has("count") ? name + '-' + std::to_string(copy + 1) : name;
             if (std::ranges::count(scenario.olts, olt.name, &OltScenario::name) > 0)
                 section.fail("name", "there is an OLT " + olt.name + " already");
             olt.settings.scenario = text;
@@ -566,12 +478,13 @@ TomlValue parse(std::string_view text, const std::string &name)
 
 } // namespace
 
-Scenario read_scenario(std::string_view text, const std::string &name)
+Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides)
 {
     const TomlValue value = parse(text, name);
     const Section root(name, value, scenario_keys());
     root.check_keys();
-    Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
+    const uint64_t seed = root.number("seed", 0, INT64_MAX).value_or(1);
+    Context context{.seed = overrides.seed.value_or(seed),
                     .cold = root.choice_or("start", starts, 0) == 1,
                     .kinds = {},
                     .services = {}};
@@ -579,22 +492,19 @@ Scenario read_scenario(std::string_view text, const std::string &name)
         context.kinds.emplace(kind, read_kind(section));
     for (const auto &[service, section] : root.named_tables("service"))
         context.services.emplace(service, read_service(section));
-    Scenario scenario;
+    Scenario scenario{.seed = context.seed};
     read_olts(root, context, text, scenario);
-    std::vector<PlannedEvent> events;
-    for (const Section &section : root.tables("event"))
-        events.push_back(read_event(section, scenario));
-    for (OltScenario &olt : scenario.olts)
-        add_events(olt, events);
+    read_events(root, scenario);
+    read_expectations(root, scenario);
     return scenario;
 }
 
-Scenario read_scenario_file(const std::string &file)
+Scenario read_scenario_file(const std::string &file, const Overrides &overrides)
 {
     std::ifstream in(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(in), {}};
     if (!in) throw ScenarioError(file + ": cannot be read: " + std::strerror(errno));
-    return read_scenario(text, file);
+    return read_scenario(text, file, overrides);
 }
 
 void power_up(const Olt &olt, Change &change)

@@ -4,11 +4,13 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "expectation/expectation.h"
 #include "model/base/time.h"
 #include "model/change/change.h"
 #include "model/plant/population.h"
@@ -31,6 +33,12 @@ struct Event {
     bool operator==(const Event &) const = default;
 };
 
+// A Check says when an expectation is looked at: after everything that happens by then.
+struct Check {
+    ModelTime at;
+    std::shared_ptr<const Expectation> expectation;
+};
+
 class Olt;
 
 struct OltScenario {
@@ -38,20 +46,24 @@ struct OltScenario {
     Settings settings;
     Change provisioning;       // with which a new OLT begins
     std::vector<Event> events; // in the order in which they happen
+    std::vector<Check> checks; // in the order of time
 };
 
 struct Scenario {
-    std::vector<OltScenario> olts;
+    uint64_t seed = 0;
+    std::vector<OltScenario> olts = {};
+};
+
+// The Overrides are values that stand in the place of those in the text.
+struct Overrides {
+    std::optional<uint64_t> seed = {};
 };
 
 // Reads a text. `name` is the name of its file, for errors. Throws ScenarioError.
-Scenario read_scenario(std::string_view text, const std::string &name);
-Scenario read_scenario_file(const std::string &file);
+Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides = {});
+Scenario read_scenario_file(const std::string &file, const Overrides &overrides = {});
 
 // Adds to `change` that all ONUs are switched on together with the OLT.
 void power_up(const Olt &olt, Change &change);
-
-// Writes the length of a time as scenarios write it: 1h 30min.
-std::string time_text(ModelTime time);
 
 } // namespace ponsim

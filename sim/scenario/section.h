@@ -14,8 +14,10 @@
 namespace ponsim
 {
 
-// A scenario can state times up to ten years.
-inline constexpr ModelTime longest_time = 10ull * 365 * 24 * 3600 * ms_per_second;
+// Writes a value as errors do.
+std::string describe(const TomlValue &value);
+// Returns what the unknown word may have been meant to be, to be put behind an error.
+std::string hint(std::string_view unknown, std::span<const std::string> known);
 
 // Every function throws ScenarioError when the value at the key is not what is asked for, and std::logic_error when the
 // key is none that the table may have.
@@ -46,6 +48,10 @@ public:
     std::optional<ModelTime> time(const std::string &key) const;
     // Reads a number, or a text of numbers and ranges such as "1-4,7".
     std::vector<uint32_t> numbers(const std::string &key, uint32_t least, uint32_t greatest) const;
+    // Returns the value as it is written. Returns null when the key is missing.
+    const TomlValue *written(const std::string &key) const { return find(key); }
+    // Returns the values of a table whose keys are free. Returns none when the key is missing.
+    const TomlTable &members(const std::string &key) const;
     // Returns the tables of an array. Returns none when the key is missing.
     std::vector<Section> tables(const std::string &key) const;
     // Returns the tables in a table, with their names.
@@ -53,14 +59,19 @@ public:
 
     // Reports the line of the key or, when it is missing, the line of the table.
     [[noreturn]] void fail(const std::string &key, const std::string &reason) const;
+    // Reports the line of a value in the table.
+    [[noreturn]] void fail(const std::string &key, const TomlValue &at, const std::string &reason) const;
     [[noreturn]] void fail_unknown(const std::string &key, const std::string &what, const std::string &name,
                                    std::span<const std::string> known) const;
+    // Reports that the table should have the key, or another value at the key.
+    [[noreturn]] void fail_expected(const std::string &key, const std::string &expected) const;
+
+    const std::string &file_name() const { return file; }
 
 private:
     const TomlTable &table() const { return std::get<TomlTable>(value.value); }
     // Returns null when the key is missing.
     const TomlValue *find(const std::string &key) const;
-    [[noreturn]] void fail_expected(const std::string &key, const std::string &expected) const;
     void check_name(uint32_t at, const std::string &key, const std::string &text) const;
     [[noreturn]] void fail_at(uint32_t at, const std::string &reason) const;
 

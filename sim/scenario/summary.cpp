@@ -8,6 +8,7 @@
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
 #include "model/plant/optical_class.h"
+#include "scenario/written.h"
 
 namespace ponsim
 {

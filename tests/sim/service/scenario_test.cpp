@@ -9,6 +9,7 @@
 #include "control/control.h"
 #include "model/plant/fibre.h"
 #include "scenario/summary.h"
+#include "scenario/written.h"
 #include "scenes.h"
 #include "store/configuration.h"
 
