@@ -97,16 +97,16 @@ std::optional<ModelTime> next_light(const Olt &olt)
     return olt.light_watch().next();
 }
 
-// The ONUs of a port are looked at together, because a rogue ONU concerns them all.
 Change decide_lights(const Olt &olt)
 {
     Change change;
     for (const PonPort &port : olt.ports()) {
         if (!olt.light_watch().is_due(port.number, olt.now())) continue;
-        const bool blinded = is_blinded(olt, port);
+        const bool blinded = olt.light_watch().is_blinded(olt, port);
         notice_blindness(olt, port, blinded, change);
-        for (const Arrival &arrival : port.arrivals) {
-            const OnuRecord record = port.record(arrival.mac);
+        for (const size_t index : olt.light_watch().due(port.number, olt.now())) {
+            const Arrival &arrival = port.arrivals[index];
+            const OnuRecord &record = port.record(arrival.mac);
             for (const Direction direction : directions) {
                 const Reception &before = record.reception(direction);
                 const Reception now = blinded && direction == Direction::up

@@ -58,12 +58,11 @@ std::optional<ModelTime> next_time_out(const Olt &olt)
 Change end_links(const Olt &olt)
 {
     Change change;
-    for (const PonPort &port : olt.ports()) {
-        if (!olt.light_watch().times_out(port.number, olt.now())) continue;
-        for (const Arrival &arrival : port.arrivals)
-            if (const auto time_out = time_out_of(olt, port, arrival); time_out && time_out->at <= olt.now())
-                fail(olt, port, arrival, time_out->missing, change);
-    }
+    for (const PonPort &port : olt.ports())
+        for (const size_t index : olt.light_watch().timed_out(port.number, olt.now())) {
+            const Arrival &arrival = port.arrivals[index];
+            fail(olt, port, arrival, time_out_of(olt, port, arrival).value().missing, change);
+        }
     return change;
 }
 

@@ -107,7 +107,7 @@ struct PonPort {
     }
     // Returns the ONU as it has arrived and is ranged. Returns null when it has not arrived or is not ranged.
     const Arrival *ranged(const Mac &mac) const;
-    OnuRecord record(const Mac &mac) const;
+    const OnuRecord &record(const Mac &mac) const;
     // A bound ONU is offline when it is silent, has not arrived here, is not ranged, or reboots after an upgrade.
     OnuState state(const Binding &binding) const;
     // Returns the state that the ONU has once it has rebooted.
@@ -248,9 +248,15 @@ private:
         const Record *record = std::get<Shelf<Record>>(shelves).find({});
         return record ? *record : as_new;
     }
-    std::map<uint32_t, OnuIds> concerned(const Change &change) const;
+    // A Concern says what of a port's traffic may become different.
+    struct Concern {
+        OnuIds demands = {};  // ONUs that may come online, go offline, or change their demand
+        OnuIds errors = {};   // ONUs whose frames may arrive with other bit errors
+        bool sharing = false; // ONUs may get other shares of the room
+    };
+    std::map<uint32_t, Concern> concerned(const Change &change) const;
     void count(const Change &change);
-    void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
+    void follow_demand(const std::map<uint32_t, Concern> &concerned);
     void forget(const OnuKey &key);
 
     void plug(const Change &change);

@@ -23,6 +23,7 @@ constexpr uint64_t length_of(const Flow &flow, Measure measure)
 uint64_t octets_of(const PerFlow &frames, Measure measure = Measure::frame);
 
 void add(PerFlow &sum, const PerFlow &rates);
+PerFlow with(const PerFlow &rates, const PerFlow &part);
 PerFlow without(const PerFlow &rates, const PerFlow &part);
 
 // Shares a number among parts in proportion, exactly: together they get all of it. Nothing is shared when the
@@ -61,6 +62,9 @@ struct Want {
 };
 // SLAs are about the octets of frames. The shorter the frames are, the more of the line they take.
 Want want_of(const PerFlow &wanted, const Sla &sla);
+// Returns how much of the room an ONU takes when there is enough for all.
+Bandwidth most_taken(const Want &want);
+
 // Returns what each ONU may send, by dynamic bandwidth allocation.
 //
 // First come the fixed bandwidths, which are taken from the room whether they are used or not, and the used part of the

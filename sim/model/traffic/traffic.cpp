@@ -14,6 +14,10 @@ namespace
 constexpr std::array<uint32_t, flows.size()> most_up{60, 20, 10, 10, 10, 25, 2, 2};
 constexpr std::array<uint32_t, flows.size()> most_down{40, 20, 20, 20, 20, 100, 10, 2};
 
+constexpr PerFlow Streams::*all_streams[]{
+    &Streams::up,   &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
+    &Streams::down, &Streams::down_lost,  &Streams::up_unheard, &Streams::down_errored};
+
 void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
 {
     for (size_t flow = 0; flow < flows.size(); ++flow)
@@ -38,7 +42,7 @@ PerFlow broken(const PerFlow &sent, const PerFlow &shares)
 PerFlow received(const Traffic::Onu &onu)
 {
     const PerFlow &sent = onu.passed.down;
-    return onu.demand.heard ? without(sent, broken(sent, onu.demand.errored_down)) : PerFlow{};
+    return onu.demand.errors.heard ? without(sent, broken(sent, onu.demand.errors.down)) : PerFlow{};
 }
 
 // Returns the frames that the OLT lets in of those that it receives from an ONU.
@@ -53,6 +57,37 @@ PerFlow let_in(const PerFlow &received, const Demand &demand)
         result = without(result, without(of_cast, cut(of_cast, *demand.let_in[cast])));
     }
     return result;
+}
+
+// Makes the ONU send what it is granted.
+void send(Traffic::Onu &onu, Bandwidth granted)
+{
+    onu.passed.up = cut(onu.demand.wanted.up, granted, Measure::line);
+    onu.dropped = without(onu.demand.wanted.up, onu.passed.up);
+}
+
+// Returns what becomes of the frames of an ONU on the line and at its port.
+Streams streams_of(const Traffic::Onu &onu)
+{
+    Streams streams;
+    streams.down = onu.passed.down;
+    streams.down_lost = onu.down_lost;
+    streams.down_errored = without(onu.passed.down, received(onu));
+    if (!onu.demand.errors.heard) {
+        streams.up_unheard = onu.passed.up;
+        return streams;
+    }
+    streams.up_errored = broken(onu.passed.up, onu.demand.errors.up);
+    const PerFlow received = without(onu.passed.up, streams.up_errored);
+    streams.up = let_in(received, onu.demand);
+    streams.up_policed = without(received, streams.up);
+    return streams;
+}
+
+// Returns the room of an uplink in each direction.
+Bandwidth room_of(bool uplink_is_up)
+{
+    return uplink_is_up ? kbits(uplink_rate) : 0;
 }
 
 // Returns the start of the period in which the time is.
@@ -77,19 +112,42 @@ Rates rates_of(uint64_t seed, const Mac &mac)
 Offered Traffic::offered(ModelTime now) const
 {
     Offered result = settled;
-    for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
-                                     &Streams::down, &Streams::down_lost, &Streams::up_unheard, &Streams::down_errored})
+    for (PerFlow Streams::*stream : all_streams)
         accumulate(result.frames.*stream, passing.*stream, now - settled.until);
     result.until = now;
     return result;
 }
 
+Traffic::Needs Traffic::needs_of(const Demand &demand)
+{
+    return {.uplink = octets_of(demand.wanted.down, Measure::line),
+            .down = octets_of(cut(demand.wanted.down, demand.most_down), Measure::line),
+            .up = most_taken(want_of(demand.wanted.up, demand.sla))};
+}
+
 void Traffic::set(uint32_t onu_id, const std::optional<Demand> &demand)
 {
-    if (demand)
-        onus[onu_id] = {*demand};
-    else
-        onus.erase(onu_id);
+    if (const auto found = onus.find(onu_id); found != onus.end()) {
+        if (std::erase(fresh, onu_id) == 0) count(found->second, without);
+        const Needs less = needs_of(found->second.demand);
+        needs = {needs.uplink - less.uplink, needs.down - less.down, needs.up - less.up};
+        onus.erase(found);
+    }
+    if (!demand) return;
+    onus[onu_id] = {*demand};
+    fresh.push_back(onu_id);
+    const Needs more = needs_of(*demand);
+    needs = {needs.uplink + more.uplink, needs.down + more.down, needs.up + more.up};
+}
+
+void Traffic::set_errors(uint32_t onu_id, const Errors &errors)
+{
+    const auto found = onus.find(onu_id);
+    if (found == onus.end()) return;
+    const bool counted = std::ranges::find(fresh, onu_id) == fresh.end();
+    if (counted) count(found->second, without);
+    found->second.demand.errors = errors;
+    if (counted) count(found->second, with);
 }
 
 const Traffic::Onu &Traffic::onu(uint32_t onu_id) const
@@ -99,80 +157,92 @@ const Traffic::Onu &Traffic::onu(uint32_t onu_id) const
     return found == onus.end() ? none : found->second;
 }
 
-Bandwidth Traffic::wanted_down() const
+void Traffic::count(const Onu &onu, PerFlow (*change)(const PerFlow &, const PerFlow &))
 {
-    Bandwidth sum = 0;
-    for (const auto &[onu_id, onu] : onus)
-        sum += octets_of(onu.demand.wanted.down, Measure::line);
-    return sum;
+    const Streams streams = streams_of(onu);
+    for (PerFlow Streams::*stream : all_streams)
+        on_line.*stream = change(on_line.*stream, streams.*stream);
+}
+
+void Traffic::pass_alone(Onu &onu)
+{
+    const Demand &demand = onu.demand;
+    const Want want = want_of(demand.wanted.up, demand.sla);
+    onu.passed.down = cut(demand.wanted.down, demand.most_down);
+    onu.down_lost = without(demand.wanted.down, onu.passed.down);
+    send(onu, grants(capacity.up, {&want, 1}).front());
 }
 
 // The network sends as much as the uplink has room for, and the port as much as the SLAs and its line have room for.
 void Traffic::pass_down(Bandwidth room, Bandwidth wanted)
 {
-    passing.down = {};
-    passing.down_lost = {};
-    passing.down_errored = {};
     Bandwidth total = 0;
     for (auto &[onu_id, onu] : onus) {
         const PerFlow &down = onu.demand.wanted.down;
-        const PerFlow sent = cut(down, portion(octets_of(down, Measure::line), room, wanted), Measure::line);
-        add(passing.down_lost, sent);
-        onu.passed.down = cut(sent, onu.demand.most_down);
+        onu.down_lost = cut(down, portion(octets_of(down, Measure::line), room, wanted), Measure::line);
+        onu.passed.down = cut(onu.down_lost, onu.demand.most_down);
         total += octets_of(onu.passed.down, Measure::line);
     }
     for (auto &[onu_id, onu] : onus) {
         PerFlow &down = onu.passed.down;
         down = cut(down, portion(octets_of(down, Measure::line), capacity.down, total), Measure::line);
-        add(passing.down, down);
-        add(passing.down_errored, without(down, received(onu)));
+        onu.down_lost = without(onu.down_lost, down);
     }
-    passing.down_lost = without(passing.down_lost, passing.down);
 }
 
 // The ONUs send what they are granted.
 void Traffic::pass_up()
 {
-    passing.up = {};
-    passing.up_errored = {};
-    passing.up_policed = {};
-    passing.up_unheard = {};
     std::vector<Want> wants;
     for (const auto &[onu_id, onu] : onus)
         wants.push_back(want_of(onu.demand.wanted.up, onu.demand.sla));
     const std::vector<Bandwidth> granted = grants(capacity.up, wants);
     auto grant = granted.begin();
-    for (auto &[onu_id, onu] : onus) {
-        onu.passed.up = cut(onu.demand.wanted.up, *grant++, Measure::line);
-        onu.dropped = without(onu.demand.wanted.up, onu.passed.up);
-        if (!onu.demand.heard) {
-            add(passing.up_unheard, onu.passed.up);
-            continue;
-        }
-        const PerFlow errored = broken(onu.passed.up, onu.demand.errored_up);
-        const PerFlow received = without(onu.passed.up, errored);
-        const PerFlow passed_on = let_in(received, onu.demand);
-        add(passing.up, passed_on);
-        add(passing.up_errored, errored);
-        add(passing.up_policed, without(received, passed_on));
-    }
+    for (auto &[onu_id, onu] : onus)
+        send(onu, *grant++);
 }
 
 void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
 {
-    const Bandwidth room = uplink_is_up ? kbits(uplink_rate) : 0;
+    const Bandwidth room = room_of(uplink_is_up);
     Bandwidth wanted_down = 0;
-    for (const Traffic *port : ports)
-        wanted_down += port->wanted_down();
-    Bandwidth up = 0;
-    for (Traffic *port : ports) {
-        port->pass_down(room, wanted_down);
-        port->pass_up();
-        up += octets_of(port->passing.up, Measure::line);
+    bool has_room = true;
+    bool had_room = true;
+    for (const Traffic *port : ports) {
+        wanted_down += port->needs.uplink;
+        has_room = has_room && port->has_room();
+        had_room = had_room && port->roomy;
     }
+    has_room = has_room && wanted_down <= room;
     for (Traffic *port : ports) {
-        const PerFlow received = port->passing.up;
-        port->passing.up = cut(received, portion(octets_of(received, Measure::line), room, up), Measure::line);
+        if (has_room && had_room) {
+            for (const uint32_t onu_id : port->fresh) {
+                port->pass_alone(port->onus.at(onu_id));
+                port->count(port->onus.at(onu_id), with);
+            }
+        } else {
+            port->pass_down(room, wanted_down);
+            port->pass_up();
+            port->on_line = {};
+            for (const auto &[onu_id, onu] : port->onus)
+                port->count(onu, with);
+        }
+        port->fresh.clear();
+        port->roomy = has_room;
+    }
+    pass_on(ports, uplink_is_up);
+}
+
+void Traffic::pass_on(std::span<Traffic *const> ports, bool uplink_is_up)
+{
+    Bandwidth up = 0;
+    for (const Traffic *port : ports)
+        up += octets_of(port->on_line.up, Measure::line);
+    for (Traffic *port : ports) {
+        const PerFlow &received = port->on_line.up;
+        const Bandwidth part = portion(octets_of(received, Measure::line), room_of(uplink_is_up), up);
+        port->passing = port->on_line;
+        port->passing.up = cut(received, part, Measure::line);
         port->passing.up_lost = without(received, port->passing.up);
     }
 }

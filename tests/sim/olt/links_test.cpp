@@ -408,7 +408,7 @@ TEST(Overload, ByLessThanThreeDecibelsIsErrors)
           "bend 1 near " + std::to_string(too_much / 100) + '.' + std::to_string(too_much % 100 + 100).substr(1));
     EXPECT_EQ(scene.port(1).record(onu.mac).up.light, Light::overloaded);
     EXPECT_EQ(scene.port(1).record(onu.mac).up.steps, 8u);
-    EXPECT_GT(errored_share(scene.port(1), onu, {1518, Cast::unicast}, Direction::up), 0u);
+    EXPECT_GT(errored_share(scene.port(1).record(onu.mac).up, 1518), 0u);
     EXPECT_EQ(alarms(scene, Alarm::receive_overload), 1u) << "it is the same alarm";
 }
 

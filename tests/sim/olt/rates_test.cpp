@@ -481,8 +481,8 @@ TEST(BitErrors, BreakFramesBetweenTheOnuAndItsPort)
     Demand demand{.wanted = {.up = {}, .down = {}}, .sla = default_sla};
     demand.wanted.up[0] = 5000 * rate_unit;
     demand.wanted.up[5] = 7 * rate_unit;
-    demand.errored_up[0] = all_errored / 1000;
-    demand.errored_up[5] = all_errored / 10;
+    demand.errors.up[0] = all_errored / 1000;
+    demand.errors.up[5] = all_errored / 10;
     Traffic traffic;
     traffic.set_capacity(capacity_of({}, 1));
     traffic.set(1, demand);
