@@ -36,6 +36,7 @@ Examples:
   ponsim --seed 7 --ports 4 --arrivals 32    another OLT: needs its own --state FILE, or --fresh
   ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
+  ponsim ctl events --follow                 what happens to alarms, as it happens
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
@@ -54,6 +55,8 @@ struct Options {
     double speed = 1;
     std::string record;             // empty: no record
     std::vector<std::string> words; // the words of a control command
+    bool follow = false;            // events go on as they come
+    std::optional<uint64_t> since;  // events after this one
     std::string replayed;           // the recording to serve
     bool loop = false;
     std::string olt; // the OLT that the command is for; empty: the only one
@@ -97,6 +100,11 @@ int control(const Options &options)
     }
     if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
     try {
+        if (line == "events") {
+            ponsim::print_events(options.since, options.follow);
+            return EXIT_SUCCESS;
+        }
+        if (options.follow || options.since) return fail("--follow and --since belong to events alone", exit_usage);
         const std::optional<ponsim::ModelTime> step = ponsim::step_length(line);
         fputs((step ? ponsim::send_step(line, *step) : ponsim::send_control(line)).c_str(), stdout);
         return EXIT_SUCCESS;
@@ -248,6 +256,8 @@ void declare(Command &program, Options &options)
 
     Command &ctl = program.add("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
     ctl.option("--olt", &options.olt, "Which one, where a ponsim serves several", "NAME");
+    ctl.option("--follow", &options.follow, "Print the events of alarms as they come, until interrupted");
+    ctl.option("--since", &options.since, "Print only the events after this one", "N");
     ctl.argument("WORDS", &options.words, "A command and its words");
     ctl.footer = examples;
     ctl.run = control;

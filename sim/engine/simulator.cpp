@@ -7,6 +7,7 @@
 #include "catalogue.h"
 #include "control/control.h"
 #include "generated/service_words.h"
+#include "model/alarm/history.h"
 #include "store/configuration.h"
 
 namespace ponsim
@@ -67,6 +68,7 @@ void Simulator::change(Change change)
 {
     keep_happenings();
     change.put<ModelClock>({}, {model.now()});
+    add_events(model, change);
     model.add_traffic(change);
     kept.write(change);
     apply(change);
@@ -137,6 +139,7 @@ void Simulator::happen()
 {
     model.advance(due->at);
     Change change = due->process ? due->process->happen(model) : change_of(scenario->events[model.events_done()]);
+    add_events(model, change);
     model.add_traffic(change);
     happened.add(change);
     apply(change);

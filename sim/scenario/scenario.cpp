@@ -13,9 +13,9 @@
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"
 #include "model/olt/mpcp.h"
-#include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
+#include "model/port/sla.h"
 #include "scenario/section.h"
 #include "scenario/summary.h"
 

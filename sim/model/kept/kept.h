@@ -25,8 +25,8 @@
 namespace ponsim
 {
 
-using Kept =
-    Entries<Binding, OnuRecord, PortRecord, BlacklistEntry, LoidPassword, AlarmCount, Block, ModuleRecord, UpgradeType,
-            UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile, Timeline, Offered, Ledger, ModelClock>;
+using Kept = Entries<Binding, OnuRecord, PortRecord, BlacklistEntry, LoidPassword, AlarmRecord, AlarmEvent, Block,
+                     ModuleRecord, UpgradeType, UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile,
+                     Timeline, Offered, Ledger, ModelClock>;
 
 } // namespace ponsim
