@@ -43,6 +43,7 @@ Examples:
   ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
   ponsim rerun /tmp/session --until 90       let the session happen again, up to that time
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
+  ponsim ctl events --follow                 what happens to alarms, as it happens
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
   ponsim --state campus.db --export          the OLT of a state, as a file that describes it
   ponsim test campus.toml --seeds 1-100      whether what the file expects comes true
@@ -65,6 +66,8 @@ struct Options {
     double speed = 1;
     std::string record;             // empty: no record
     std::vector<std::string> words; // the words of a control command
+    bool follow = false;            // events go on as they come
+    std::optional<uint64_t> since;  // events after this one
     std::string replayed;           // the recording to serve, or to rerun
     std::string until;              // seconds of model time, or 1h 30min; empty: to the end
     std::string state_then;         // the file for the state at the end of a rerun; empty: none
@@ -112,6 +115,11 @@ int control(const Options &options)
     }
     if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
     try {
+        if (line == "events") {
+            ponsim::print_events(options.since, options.follow);
+            return EXIT_SUCCESS;
+        }
+        if (options.follow || options.since) return fail("--follow and --since belong to events alone", exit_usage);
         const std::optional<ponsim::ModelTime> step = ponsim::step_length(line);
         fputs((step ? ponsim::send_step(line, *step) : ponsim::send_control(line)).c_str(), stdout);
         return EXIT_SUCCESS;
@@ -309,6 +317,8 @@ void declare(Command &program, Options &options)
     Command &ctl = program.add("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
     ctl.option("--olt", &options.olt, "Which one, where a ponsim serves several", "NAME");
     ctl.option("--json", &options.json, "Show as JSON, where a command shows a table");
+    ctl.option("--follow", &options.follow, "Print the events of alarms as they come, until interrupted");
+    ctl.option("--since", &options.since, "Print only the events after this one", "N");
     ctl.argument("WORDS", &options.words, "A command and its words");
     ctl.footer = examples;
     ctl.run = control;

@@ -3,10 +3,10 @@
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"
 #include "model/olt/light_watch.h"
-#include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/port/loops.h"
 #include "model/port/optics.h"
+#include "model/port/sla.h"
 
 namespace ponsim
 {

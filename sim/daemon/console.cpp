@@ -1,11 +1,14 @@
 #include "daemon/console.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
+#include "board/ipc.h"
 #include "control/control.h"
 #include "control/fault_forms.h"
 #include "control/show.h"
+#include "daemon/alarm_events.h"
 #include "scenario/export.h"
 #include "text/words.h"
 
@@ -35,13 +38,21 @@ std::string help_line(std::string head, std::string_view brief)
     return head + std::string(brief) + '\n';
 }
 
+std::string events(const Olt &olt, const std::vector<std::string> &words)
+{
+    if (words.size() > 1) throw ControlError("events: expected the number of an event, or no more words");
+    if (words.empty()) return first_events(olt, IPC_MAX_LENGTH);
+    return events_after(olt, control_number(words[0], 0, std::numeric_limits<int64_t>::max()), IPC_MAX_LENGTH);
+}
+
 std::string help()
 {
     std::string text = help_line("help", "lists these commands") + help_line("now", "how much model time has passed") +
                        help_line("step SECONDS", "lets model time pass") +
                        help_line("faults", "the faults that are set, and how often each happened") +
                        help_line("show [PORTS] [--json]", "what differs from a healthy plant") +
-                       help_line("export", "the OLT as it is now, as a scenario");
+                       help_line("export", "the OLT as it is now, as a scenario") +
+                       help_line("events [N]", "what happened to alarms, after event N, as lines of JSON");
     for (const Control &each : controls())
         text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
     return text;
@@ -136,6 +147,7 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
         if (!words.empty()) throw ControlError("export: expected no more words");
         return scenario_text(simulator);
     }
+    if (name == "events") return events(simulator.olt(), words);
     if (const std::optional<ModelTime> length = step_length(line)) {
         Step step(simulator, clock, *length);
         while (step.go_on())

@@ -8,6 +8,7 @@
 #include "catalogue.h"
 #include "control/control.h"
 #include "generated/service_words.h"
+#include "model/alarm/history.h"
 #include "scenario/written.h"
 #include "store/configuration.h"
 
@@ -69,6 +70,7 @@ void Simulator::change(Change change)
 {
     keep_happenings();
     change.put<ModelClock>({}, {model.now()});
+    add_events(model, change);
     model.add_traffic(change);
     kept.write(change);
     apply(change);
@@ -146,6 +148,7 @@ void Simulator::happen()
 {
     model.advance(due->at);
     Change change = due->process ? due->process->happen(model) : change_of(scenario->events[model.events_done()]);
+    add_events(model, change);
     model.add_traffic(change);
     happened.add(change);
     apply(change);

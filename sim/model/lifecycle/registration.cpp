@@ -6,9 +6,9 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/alarm/alarms.h"
 #include "model/base/chance.h"
 #include "model/base/random.h"
-#include "model/lifecycle/alarms.h"
 #include "model/lifecycle/debug.h"
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/upgrade.h"
@@ -31,7 +31,8 @@ void Registration::add(const Arrival &arrival, bool was_registered)
     if (binding && arrival.silent) return;
     if (authentication.turns_away(arrival, binding)) {
         const bool turned_away_before = was_registered && port.authentication.turns_away(arrival, binding);
-        if (!turned_away_before) raise(port, arrival.mac, Alarm::auth_failed, change);
+        if (!turned_away_before)
+            raise(olt, alarm_key(port, arrival.mac, Alarm::auth_failed), {AlarmCause::loid}, change);
     } else if (!olt.find(arrival.mac) && authentication.accepts(arrival) && port.record(arrival.mac).supported) {
         const std::optional<uint32_t> onu_id = lowest_free(taken);
         if (!onu_id) return;
@@ -143,7 +144,7 @@ void hold_window(const Olt &olt, const PonPort &port, const std::vector<const Ar
             begin_registration(olt, port, onu->mac, olt.now() + 1, change);
         } else if (port.refuses(onu->mac)) {
             set_phase(olt, port, onu->mac, Phase::registered, 0, change);
-            raise(port, onu->mac, Alarm::rejected, change);
+            raise(olt, alarm_key(port, onu->mac, Alarm::rejected), {AlarmCause::black_list}, change);
             report(olt, DebugSwitch::onu, port.number, onu->mac, "rejected: on the black list", change);
         } else {
             set_phase(olt, port, onu->mac, Phase::mpcp, mpcp_time(mpcp_of(olt, port.number)), change);
@@ -155,7 +156,7 @@ void come_in(const Olt &olt, const PonPort &port, const Arrival &arrival, Regist
 {
     set_phase(olt, port, arrival.mac, Phase::registered, 0, change);
     if (port.refuses(arrival.mac)) {
-        raise(port, arrival.mac, Alarm::rejected, change);
+        raise(olt, alarm_key(port, arrival.mac, Alarm::rejected), {AlarmCause::black_list}, change);
         return;
     }
     registrations.try_emplace(port.number, olt, port, port.authentication, change).first->second.add(arrival, false);
@@ -254,11 +255,6 @@ Change happen(const Olt &olt)
 
 const Process registration_process{next, happen};
 
-bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival)
-{
-    return olt.online(port, arrival.mac) || olt.waits(port, arrival);
-}
-
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
 {
     set_phase(olt, port, mac, Phase::booting, boot_time, change);
@@ -289,7 +285,7 @@ void change_limits(const Olt &olt, const PonPort &port, const RangingLimits &lim
         if (now)
             begin_registration(olt, port, arrival.mac, olt.now(), change);
         else if (olt.online(port, arrival.mac))
-            raise(port, arrival.mac, Alarm::los, change);
+            raise(olt, alarm_key(port, arrival.mac, Alarm::los), {AlarmCause::distance}, change);
     }
 }
 
@@ -312,8 +308,8 @@ Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
     plan.change.put<OnuRecord>({pon_port, mac}, record);
     set_phase(olt, *port, mac, Phase::registered, 0, plan.change);
     if (olt.online(*port, mac)) {
-        raise(*port, mac, Alarm::dying_gasp, plan.change);
-        raise(*port, mac, Alarm::los, plan.change);
+        for (const Alarm alarm : {Alarm::dying_gasp, Alarm::los})
+            raise(olt, alarm_key(*port, mac, alarm), {AlarmCause::power}, plan.change);
     }
     return plan;
 }

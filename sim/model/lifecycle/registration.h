@@ -34,9 +34,6 @@ private:
     OnuIds taken;
 };
 
-// Returns whether the ONU is on the fibre, so that something would be noticed of it.
-bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival);
-
 // Adds to `change` that an ONU starts again: it is off the fibre until it has booted and registered.
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);
 

@@ -7,7 +7,6 @@
 #include "generated/service_words.h"
 #include "model/olt/light.h"
 #include "model/olt/llid.h"
-#include "model/olt/sla.h"
 #include "model/olt/uni_config.h"
 #include "model/traffic/bandwidth.h"
 

@@ -119,6 +119,7 @@ Olt::Olt(const Settings &settings) : as_found(settings)
         optics.emplace_back(settings.seed, settings.ports + uplink, nullptr);
     forwarding.start(*this);
     lights.start(*this);
+    conditions.start(*this);
 }
 
 Equipment Olt::equipment_of(const Mac &mac) const
@@ -358,7 +359,7 @@ void Olt::count(const Change &change)
             port.generation = changes;
     };
     change.each([&]<class Record>(const Entry<Record> &entry) {
-        constexpr bool not_in_rows = is_one_of<Record, Offered, Ledger, ModelClock, Timeline, AlarmCount>;
+        constexpr bool not_in_rows = is_one_of<Record, Offered, Ledger, ModelClock, Timeline, AlarmRecord, AlarmEvent>;
         if constexpr (is_one_of<Record, Block>) {
             concerns_all(); // because the number in its key is not always that of a port
         } else if constexpr (is_one_of<Record, PortRecord>) {
@@ -428,12 +429,12 @@ void Olt::apply(const Change &change)
         else
             records.erase(key.loid);
     }
-    for (const auto &[key, raised] : change.of<AlarmCount>()) {
-        auto &alarms = pon_ports.at(key.pon_port - 1).alarms;
-        if (raised)
-            alarms[{key.mac, key.alarm}] = raised->count;
+    for (const auto &[key, alarm] : change.of<AlarmRecord>()) {
+        Alarms &alarms = key.pon_port == 0 ? of_uplinks : pon_ports.at(key.pon_port - 1).alarms;
+        if (alarm)
+            alarms.insert_or_assign({key.mac, key.alarm, key.unit}, *alarm);
         else
-            alarms.erase({key.mac, key.alarm});
+            alarms.erase({key.mac, key.alarm, key.unit});
     }
     for (const auto &[key, block] : change.of<Block>())
         if (is_oui(key))
@@ -469,6 +470,14 @@ void Olt::apply(const Change &change)
     for (const auto &[pon_port, offered] : change.of<Offered>())
         pon_ports.at(pon_port - 1).traffic.restore(offered.value());
     forwarding.follow(*this, change, moved);
+    conditions.follow(*this, change, moved);
+}
+
+const AlarmRecord *Olt::alarm(const AlarmKey &key) const
+{
+    const Alarms &all = alarms(key.pon_port);
+    const auto found = all.find({key.mac, key.alarm, key.unit});
+    return found == all.end() ? nullptr : &found->second;
 }
 
 // ONUs were plugged in or taken away. The records of the change have been kept.

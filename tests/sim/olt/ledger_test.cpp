@@ -5,8 +5,8 @@
 
 #include "model/base/random.h"
 #include "model/olt/demand.h"
-#include "model/olt/sla.h"
 #include "model/port/performance.h"
+#include "model/port/sla.h"
 #include "model/traffic/bandwidth.h"
 #include "counting.h"
 

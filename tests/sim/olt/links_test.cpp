@@ -362,7 +362,7 @@ std::string near_port(const std::string &optical_class)
 uint32_t alarms(const Scene &scene, Alarm alarm)
 {
     const auto found = scene.port(1).alarms.find({scene.onu(1, "near").mac, static_cast<uint32_t>(alarm)});
-    return found == scene.port(1).alarms.end() ? 0 : found->second;
+    return found == scene.port(1).alarms.end() ? 0 : found->second.count;
 }
 
 bool online(const Scene &scene)

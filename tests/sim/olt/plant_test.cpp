@@ -129,12 +129,12 @@ TEST(Plant, ACutTakesAllOnusInOneChange)
     plant.olt.apply(set_damage(plant.port(1), 0, cut_loss).change);
     const Change dark = light_process.happen(plant.olt);
     EXPECT_EQ(dark.of<OnuRecord>().size(), 3u);
-    EXPECT_EQ(dark.of<AlarmCount>().size(), 0u);
+    EXPECT_EQ(dark.of<AlarmRecord>().size(), 0u);
     plant.olt.apply(dark);
     plant.olt.advance(time_out_process.next(plant.olt).value());
     const Change change = time_out_process.happen(plant.olt);
     EXPECT_EQ(change.of<OnuRecord>().size(), 3u);
-    EXPECT_EQ(change.of<AlarmCount>().size(), 3u);
+    EXPECT_EQ(change.of<AlarmRecord>().size(), 4u) << "of the port, and of each ONU";
 }
 
 TEST(Plant, OnusAreKnownToTheControlsByNameToo)
