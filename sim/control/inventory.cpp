@@ -52,7 +52,11 @@ void take_options(const std::string &command, std::span<const std::string> words
         if (option == options.end() || middle == word.size()) {
             std::string known;
             for (const Option &each : options)
-                known.append(known.empty() ? "" : &each == &options.back() ? " or " : ", ").append(each.key).append("=");
+                known.append(known.empty()              ? ""
+                             : &each == &options.back() ? " or "
+                                                        : ", ")
+                    .append(each.key)
+                    .append("=");
             throw ControlError(command + ": " + word + ": expected " + known);
         }
         option->take(word.substr(middle + 1));

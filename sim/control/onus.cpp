@@ -40,7 +40,8 @@ Plan outage(const Olt &olt, std::span<const std::string> words)
     for (const BranchKey &key : control_branches(control_ports(olt, words[0]), words[1])) {
         const PonPort &port = *olt.port(key.pon_port);
         for (const Arrival &arrival : port.arrivals)
-            if (const OnuAtPort onu{port.number, arrival.mac}; !arrival.unplugged && is_beyond(port, arrival, key.branch))
+            if (const OnuAtPort onu{port.number, arrival.mac};
+                !arrival.unplugged && is_beyond(port, arrival, key.branch))
                 if (std::ranges::find(onus, onu) == onus.end()) onus.push_back(onu);
     }
     if (onus.empty()) throw ControlError("outage: there is no ONU beyond " + words[1]);

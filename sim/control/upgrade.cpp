@@ -11,10 +11,9 @@ Plan upgrade_fault(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 3) throw ControlError("upgrade-fault: expected a PON port, an ONU, and on or off");
     const bool bad = control_switch(words[2]);
-    return plan_each<OnuAtPort>(olt, control_onus(control_ports(olt, words[0]), words[1]),
-                                [&](const Olt &model, const OnuAtPort &onu) {
-                                    return set_bad_image(model, onu.pon_port, onu.mac, bad);
-                                });
+    return plan_each<OnuAtPort>(
+        olt, control_onus(control_ports(olt, words[0]), words[1]),
+        [&](const Olt &model, const OnuAtPort &onu) { return set_bad_image(model, onu.pon_port, onu.mac, bad); });
 }
 
 constexpr Control commands[] = {

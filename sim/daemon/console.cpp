@@ -50,7 +50,8 @@ std::string help()
                        help_line("export", "the OLT as it is now, as a scenario");
     for (const Control &each : controls())
         text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
-    return text + "PORT, CAGE, ONU, BRANCH and UNI may be sets, as 1-4,7 or all: ONUs by name, a-*, @BRANCH, id or MAC\n";
+    return text +
+           "PORT, CAGE, ONU, BRANCH and UNI may be sets, as 1-4,7 or all: ONUs by name, a-*, @BRANCH, id or MAC\n";
 }
 
 std::string show(const Simulator &simulator, std::span<const std::string> words)

@@ -248,8 +248,7 @@ void Service::handle_control(void *context, const board_request *request, board_
         board_answer_status(answer, control_refused);
         said.resize(std::min<size_t>(said.size(), IPC_MAX_LENGTH));
     }
-    if (said.size() > IPC_MAX_LENGTH)
-        try {
+    if (said.size() > IPC_MAX_LENGTH) try {
             const std::lock_guard lock(self.turns);
             said = self.files.write(said);
             board_answer_status(answer, control_in_file);

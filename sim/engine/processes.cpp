@@ -14,9 +14,9 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {settings_process, measurement_process, ageing_process,   upgrade_process,
-                                  loop_process,     light_process,       time_out_process, registration_process,
-                                  departure_process};
+    static const Process all[] = {settings_process, measurement_process,  ageing_process,
+                                  upgrade_process,  loop_process,         light_process,
+                                  time_out_process, registration_process, departure_process};
     return all;
 }
 

@@ -131,7 +131,8 @@ public:
         const std::string ports = ports_text(); // which finds the kinds and services
         const bool cold = all_boot();
         count_others(cold);
-        std::string text = "# This scenario was written by a running OLT, whose time, counters and alarms begin anew.\n";
+        std::string text =
+            "# This scenario was written by a running OLT, whose time, counters and alarms begin anew.\n";
         if (!left_out.empty()) text += "# It does not say:\n";
         for (const auto &[what, count] : left_out)
             text += "# - " + what + ": " + std::to_string(count) + '\n';

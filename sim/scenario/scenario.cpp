@@ -27,8 +27,8 @@ namespace
 
 constexpr uint32_t max_olts = 32;
 constexpr size_t max_description = 127;
-constexpr uint32_t max_times = 10000;    // how often an event can be repeated
-constexpr size_t max_events = 100000;    // for each OLT
+constexpr uint32_t max_times = 10000; // how often an event can be repeated
+constexpr size_t max_events = 100000; // for each OLT
 
 constexpr std::string_view starts[] = {"registered", "cold"};
 constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // in the order of AuthMode
@@ -190,7 +190,8 @@ public:
             key.depth += from.depth;
         }
         if (key.depth > deepest_fibre)
-            section.fail(parent_key, "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
+            section.fail(parent_key,
+                         "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
         if (key.distance > max_distance)
             section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
                                          " m, found " + std::to_string(key.distance));

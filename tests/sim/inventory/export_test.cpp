@@ -54,7 +54,8 @@ TEST_P(ShippedExport, MakesTheSameOltAndTheSameText)
             EXPECT_EQ(second.port(port.number).arrivals, port.arrivals);
             EXPECT_EQ(second.port(port.number).bindings, port.bindings);
             for (const uint32_t command : {BSP_CMD_VIEW_ONU_INFO_WEB, BSP_CMD_VIEW_BASE_INFO_WEB})
-                EXPECT_EQ(view_of(second.simulator, command, port.number), view_of(first.simulator, command, port.number));
+                EXPECT_EQ(view_of(second.simulator, command, port.number),
+                          view_of(first.simulator, command, port.number));
         }
     }
 }
@@ -140,8 +141,9 @@ TEST(Export, SaysWhatWasPluggedInAndWhatIsDamaged)
     for (const char *line : {"leave 1 a-2", "swap 1 a-3 loid=swapped", "move 1 a-4 2 drop=60", "unplug 2 new-1 1"})
         order(scene.simulator, line);
     scene.simulator.advance(150 * ms_per_second);
-    for (const char *line : {"bend 1 feeder 0.5", "rogue 2 new-2 off", "load 1 odd up 55", "flood 1 odd 3", "dim 2 1.25",
-                             "age-onu 1 odd 30", "upgrade-fault 1 odd on", "loop 2 new-1 1 on", "plug 2 new-2 2 10HD"})
+    for (const char *line :
+         {"bend 1 feeder 0.5", "rogue 2 new-2 off", "load 1 odd up 55", "flood 1 odd 3", "dim 2 1.25",
+          "age-onu 1 odd 30", "upgrade-fault 1 odd on", "loop 2 new-1 1 on", "plug 2 new-2 2 10HD"})
         order(scene.simulator, line);
     const std::string text = text_of(scene.simulator);
     EXPECT_EQ(again(text), again(again(text)));

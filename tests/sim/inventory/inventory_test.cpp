@@ -143,9 +143,10 @@ TEST(Inventory, WhatCannotBeIsRefused)
     EXPECT_EQ(scene.wrong("arrive 1 service=attic"), "the scenario has no service attic");
     EXPECT_EQ(scene.wrong("arrive 1 service=office id=1"), "ONU id 1 of PON port 1 is taken already");
     EXPECT_EQ(scene.wrong("arrive 1 id=7"), "id: expected with a service that binds the ONU");
-    EXPECT_EQ(scene.wrong("arrive 1 colour=red"),
-              "arrive: colour=red: expected name=, count=, branch=, drop=, mac=, loid=, password=, kind=, service=, id=, "
-              "silent= or in_use=");
+    EXPECT_EQ(
+        scene.wrong("arrive 1 colour=red"),
+        "arrive: colour=red: expected name=, count=, branch=, drop=, mac=, loid=, password=, kind=, service=, id=, "
+        "silent= or in_use=");
     EXPECT_EQ(scene.wrong("arrive 1 count=5 branch=house"),
               "house of PON port 1 has a splitter, all 8 ends of which are taken");
     EXPECT_EQ(scene.wrong("arrive 1 count=8"), "no splitter of PON port 1 has an end that is free");
@@ -158,8 +159,9 @@ TEST(Inventory, WhatCannotBeIsRefused)
 
 TEST(Inventory, APortHasNoMoreOnusThanIds)
 {
-    constexpr char wide[] = "[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\n[[olt.port.branch]]\nname = \"f\"\nsplit = 2\n"
-                            "[[olt.port.branch]]\nname = \"g\"\nfrom = \"f\"\nsplit = 128\n";
+    constexpr char wide[] =
+        "[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\n[[olt.port.branch]]\nname = \"f\"\nsplit = 2\n"
+        "[[olt.port.branch]]\nname = \"g\"\nfrom = \"f\"\nsplit = 128\n";
     Scene scene{std::string(wide)};
     scene.simulator.change(plan_control(scene.olt(), "arrive 1 count=128").change);
     try {

@@ -207,8 +207,9 @@ TEST(Sets, AreWhatEveryCommandTakes)
 
 TEST(Sets, OfLoopsLeaveNoMoreThanThereIsRoomFor)
 {
-    constexpr char crowd[] = "[service.home]\n[kind.box]\nmodel = \"S040\"\n[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\n"
-                             "[[olt.port.onu]]\nname = \"a\"\ncount = 13\nkind = \"box\"\nservice = \"home\"\n";
+    constexpr char crowd[] =
+        "[service.home]\n[kind.box]\nmodel = \"S040\"\n[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\n"
+        "[[olt.port.onu]]\nname = \"a\"\ncount = 13\nkind = \"box\"\nservice = \"home\"\n";
     Scene scene{std::string(crowd)};
     EXPECT_THROW(plan_control(scene.olt(), "loop 1 all all on"), ControlError) << "52 loops";
     scene.simulator.change(plan_control(scene.olt(), "loop 1 1-12 all on").change);

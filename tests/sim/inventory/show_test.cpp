@@ -51,7 +51,8 @@ TEST(Show, ListsWhatIsDoneToThePlant)
     EXPECT_EQ(shown("cut 1 a-1"), "PORT  WHAT  WHERE       HOW MUCH\n1     cut   branch a-1\n");
     plant.say("mend 1 a-1");
     EXPECT_EQ(shown("power 1 a-1 off"), "PORT  WHAT  WHERE                    HOW MUCH\n"
-                                        "1     off   a-1 (" + mac + ")\n");
+                                        "1     off   a-1 (" +
+                                            mac + ")\n");
     plant.say("power 1 a-1 on");
     plant.pass(60000);
     EXPECT_THAT(shown("dim 1 2"), HasSubstr("1     dimmed  cage 1  2 dB\n"));
