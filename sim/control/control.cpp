@@ -24,8 +24,8 @@ std::span<const Control> controls()
 {
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
-        for (std::span<const Control> family :
-             {fault_controls(), fibre_controls(), inventory_controls(), onu_controls(), optics_controls(), upgrade_controls()})
+        for (std::span<const Control> family : {fault_controls(), fibre_controls(), inventory_controls(),
+                                                onu_controls(), optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();

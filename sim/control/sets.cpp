@@ -189,8 +189,9 @@ bool add_if(const Ports &ports, Selection<BranchKey> &selection, Condition condi
 
 void add_branches(const Ports &ports, const std::string &element, Selection<BranchKey> &selection)
 {
-    const auto is_one = [&](const std::string &name) { return is_all(element) || fits(name, element); };
-    if (add_if(ports, selection, is_one)) return;
+    if (add_if(ports, selection, [&](const std::string &name) { return name == element; })) return;
+    if (add_if(ports, selection, [&](const std::string &name) { return is_all(element) || fits(name, element); }))
+        return;
     Selection<OnuAtPort> onus;
     try {
         add_onus(ports, element, onus);

@@ -2,7 +2,8 @@
 // separated by commas.
 //
 //   ports     a number, a range such as 1-4, or all
-//   ONUs      a name; all; a pattern of names such as a-*; @BRANCH, which stands for the ONUs beyond a branch; an ONU id
+//   ONUs      a name; all; a pattern of names such as a-*; @BRANCH, which stands for the ONUs beyond a branch; an ONU
+//   id
 //             that is bound or a range of such ids, with # before it where a name would look the same; a MAC address
 //   branches  a name; all; a pattern of names; or an ONU, whose own fibre is meant
 //   UNIs      a number, a range, or all that the ONU has

@@ -50,19 +50,20 @@ std::string help()
     std::string text = help_line("help", "lists these commands") + help_line("now", "how much model time has passed") +
                        help_line("step SECONDS", "lets model time pass") +
                        help_line("faults", "the faults that are set, and how often each happened") +
-                       help_line("show [PORTS] [--json]", "what differs from a healthy plant") +
+                       help_line("show [PORT] [--json]", "what differs from a healthy plant") +
                        help_line("export", "the OLT as it is now, as a scenario") +
                        help_line("events [N]", "what happened to alarms, after event N, as lines of JSON");
     for (const Control &each : controls())
         text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
-    return text;
+    return text +
+           "PORT, CAGE, ONU, BRANCH and UNI may be sets, as 1-4,7 or all: ONUs by name, a-*, @BRANCH, id or MAC\n";
 }
 
 std::string show(const Simulator &simulator, std::span<const std::string> words)
 {
     const bool json = !words.empty() && words.back() == "--json";
     if (json) words = words.first(words.size() - 1);
-    if (words.size() > 1) throw ControlError("show: expected PON ports, and perhaps --json");
+    if (words.size() > 1) throw ControlError("show: expected a PON port, and perhaps --json");
     const Olt &olt = simulator.olt();
     std::vector<Difference> differences = differences_at(olt, control_ports(olt, words.empty() ? "all" : words[0]));
     if (words.empty()) {
