@@ -50,6 +50,7 @@ struct Options {
     bool fresh = false;
     ponsim::WantedSettings wanted;
     std::string scenario; // file of the scenario; empty: none
+    ponsim::VariableWords variables;
     bool check = false;
     std::vector<std::string> grants;
     ponsim::Access access; // what the grants add up to
@@ -170,7 +171,8 @@ int serve(const Options &options)
 {
     const sigset_t stop = block_stop_signals();
     ponsim::Scenario scenario;
-    if (!options.scenario.empty()) scenario = ponsim::read_scenario_file(options.scenario);
+    if (!options.scenario.empty())
+        scenario = ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()});
     ponsim::HostOptions together;
     together.socket_dir = socket_directory(options);
     together.socket_mode = mode_bits(options);
@@ -200,7 +202,9 @@ int serve(const Options &options)
 int serve_or_check(const Options &options)
 {
     if (!options.check) return serve(options);
-    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
+    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()}))
+              .c_str(),
+          stdout);
     return EXIT_SUCCESS;
 }
 
@@ -230,6 +234,7 @@ void declare(Command &program, Options &options)
                                        "What the OLTs are and what happens: see ponsim-scenario(5)", "FILE")
                                .is_existing_file();
     program.option("--check", &options.check, "Only read the scenario, and print what it describes").needs(scenario);
+    options.variables.declare(program).needs(scenario);
     program.option("--seed", &options.wanted.seed, "Which OLT: another seed, other ONUs [1]", "N").excludes(scenario);
     program.option("--ports", &options.wanted.ports, "PON ports [16]", "N")
         .excludes(scenario)

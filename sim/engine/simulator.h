@@ -15,6 +15,7 @@
 #include "engine/processes.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
+#include "scenario/agenda.h"
 #include "scenario/scenario.h"
 #include "store/store.h"
 #include "views/kept_rows.h"
@@ -74,7 +75,7 @@ public:
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
 private:
-    std::optional<Happening> find_due() const;
+    std::optional<Happening> find_due();
     void happen();
     Change change_of(const Event &event) const;
     // Makes a change that is kept, or will be.
@@ -90,6 +91,7 @@ private:
 
     Store &kept;
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
+    Agenda agenda;
     Settings olt_settings;
     Olt model;
     KeptReplies replies;
