@@ -18,8 +18,8 @@
 #include "daemon/console.h"
 #include "daemon/control_client.h"
 #include "daemon/host.h"
-#include "daemon/replay.h"
-#include "daemon/rerun.h"
+#include "recording/replay.h"
+#include "recording/rerun.h"
 #include "scenario/scenario.h"
 #include "scenario/summary.h"
 #include "scenario/written.h"
@@ -58,6 +58,7 @@ struct Options {
     bool fresh = false;
     ponsim::WantedSettings wanted;
     std::string scenario; // file of the scenario; empty: none
+    ponsim::VariableWords variables;
     bool check = false;
     bool exported = false; // print the OLT of the state as a scenario
     bool json = false;     // of what a control command shows
@@ -214,7 +215,8 @@ int serve(const Options &options)
     const sigset_t stop = block_stop_signals();
     allow_many_open_files();
     ponsim::Scenario scenario;
-    if (!options.scenario.empty()) scenario = ponsim::read_scenario_file(options.scenario);
+    if (!options.scenario.empty())
+        scenario = ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()});
     ponsim::HostOptions together;
     together.socket_dir = socket_directory(options);
     together.socket_mode = mode_bits(options);
@@ -257,7 +259,9 @@ int serve_or_check(const Options &options)
 {
     if (options.exported) return print_scenario(options);
     if (!options.check) return serve(options);
-    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
+    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()}))
+              .c_str(),
+          stdout);
     return EXIT_SUCCESS;
 }
 
@@ -289,6 +293,7 @@ void declare(Command &program, Options &options)
     program.option("--check", &options.check, "Only read the scenario, and print what it describes").needs(scenario);
     program.option("--export", &options.exported, "Only print the OLT of the state file as a scenario")
         .excludes(scenario);
+    options.variables.declare(program).needs(scenario);
     program.option("--seed", &options.wanted.seed, "Which OLT: another seed, other ONUs [1]", "N").excludes(scenario);
     program.option("--ports", &options.wanted.ports, "PON ports [16]", "N")
         .excludes(scenario)

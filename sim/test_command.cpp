@@ -69,7 +69,29 @@ void warn_of_nothing(const std::vector<TestRun> &tests)
         }
 }
 
+std::string say_unless_variable(const std::string &word)
+{
+    const size_t equals = word.find('=');
+    return equals != word.npos && equals > 0 ? "" : "expected NAME=VALUE";
+}
+
 } // namespace
+
+command_line::Operand &VariableWords::declare(command_line::Syntax &command)
+{
+    return command.option("--set", &words, "The value of a variable of the scenario; may be repeated", "NAME=VALUE")
+        .is_checked_by(say_unless_variable);
+}
+
+std::vector<Overrides::Variable> VariableWords::read() const
+{
+    std::vector<Overrides::Variable> variables;
+    for (const std::string &word : words) {
+        const size_t equals = word.find('=');
+        variables.push_back({word.substr(0, equals), word.substr(equals + 1)});
+    }
+    return variables;
+}
 
 void declare_test(command_line::Syntax &command, TestWords &words)
 {
@@ -83,14 +105,16 @@ void declare_test(command_line::Syntax &command, TestWords &words)
     command.option("--junit", &words.junit, "Write a report in JUnit's XML", "FILE");
     command.option("--jobs", &words.jobs, "Runs at the same time [as many as there are processors]", "N")
         .is_within(1, most_jobs);
+    words.variables.declare(command);
     command.footer = examples;
 }
 
 int run_test(const TestWords &words)
 {
-    TestOptions options{.files = words.files, .seeds = {}, .until = {}, .jobs = 1};
+    TestOptions options{.files = words.files, .seeds = {}, .until = {}, .jobs = 1, .variables = {}};
     if (!words.seeds.empty()) options.seeds = read_seeds(words.seeds).value();
     if (!words.until.empty()) options.until = read_until(words.until);
+    options.variables = words.variables.read();
     options.jobs = words.jobs.value_or(std::clamp(std::thread::hardware_concurrency(), 1u, most_jobs));
     const std::vector<TestRun> tests = run_tests(options);
     warn_of_nothing(tests);

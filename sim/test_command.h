@@ -7,9 +7,22 @@
 #include <vector>
 
 #include "command_line/command_tree.h"
+#include "scenario/scenario.h"
 
 namespace ponsim
 {
+
+// These are the values that a command line gives to variables of a scenario.
+class VariableWords
+{
+public:
+    // Declares the option, and returns it.
+    command_line::Operand &declare(command_line::Syntax &command);
+    std::vector<Overrides::Variable> read() const;
+
+private:
+    std::vector<std::string> words;
+};
 
 // The command line of ponsim test, as it is given.
 struct TestWords {
@@ -18,6 +31,7 @@ struct TestWords {
     std::string until; // empty: the last check and the last event
     std::string junit; // file of the report; empty: none
     std::optional<uint32_t> jobs;
+    VariableWords variables;
 };
 
 void declare_test(command_line::Syntax &command, TestWords &words);

@@ -58,6 +58,7 @@ Settings open_settings(Store &store, const WantedSettings &wanted, const OltScen
 Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> of_scenario)
     : kept(store),
       scenario(open_scenario(store, std::move(of_scenario))),
+      agenda(scenario),
       olt_settings(open_settings(store, wanted, scenario.get())),
       model(olt_settings),
       wire_faults(olt_settings.seed)
@@ -108,7 +109,7 @@ void Simulator::keep_time()
 
 Change Simulator::change_of(const Event &event) const
 {
-    const std::string what = "event at " + time_text(event.at) + ": " + event.words;
+    const std::string what = std::string(event.kind) + " at " + time_text(event.at) + ": " + event.words;
     Plan plan{BSP_OK};
     try {
         plan = plan_control(model, event.words);
@@ -120,19 +121,11 @@ Change Simulator::change_of(const Event &event) const
     return std::move(plan.change);
 }
 
-std::span<const Event> Simulator::upcoming() const
-{
-    if (!scenario) return {};
-    const std::span<const Event> all = scenario->events;
-    return all.subspan(std::min<size_t>(model.events_done(), all.size()));
-}
-
 // An event comes from outside, as a request does. So what happens by itself up to that time happens before.
-std::optional<Happening> Simulator::find_due() const
+std::optional<Happening> Simulator::find_due()
 {
     constexpr ModelTime ever = std::numeric_limits<ModelTime>::max();
-    const size_t done = model.events_done();
-    const Event *event = scenario && done < scenario->events.size() ? &scenario->events[done] : nullptr;
+    const Event *event = agenda.entry(model.events_done());
     if (const std::optional<Happening> first = first_due(processes(), model, event ? event->at : ever)) return first;
     if (event) return Happening{nullptr, event->at};
     return std::nullopt;
@@ -147,7 +140,7 @@ std::optional<ModelTime> Simulator::next_due() const
 void Simulator::happen()
 {
     model.advance(due->at);
-    Change change = due->process ? due->process->happen(model) : change_of(scenario->events[model.events_done()]);
+    Change change = due->process ? due->process->happen(model) : change_of(*agenda.entry(model.events_done()));
     add_events(model, change);
     model.add_traffic(change);
     happened.add(change);

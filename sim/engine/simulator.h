@@ -16,6 +16,7 @@
 #include "engine/processes.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
+#include "scenario/agenda.h"
 #include "scenario/scenario.h"
 #include "store/store.h"
 #include "views/kept_rows.h"
@@ -73,13 +74,13 @@ public:
     const Faults &faults() const { return wire_faults; }
 
     // Returns the events of the scenario that have not happened yet.
-    std::span<const Event> upcoming() const;
+    std::span<const Event> upcoming() const { return agenda.upcoming(); }
 
     // Returns lines for the service's log about what happened since the last call.
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
 private:
-    std::optional<Happening> find_due() const;
+    std::optional<Happening> find_due();
     void happen();
     Change change_of(const Event &event) const;
     // Makes a change that is kept, or will be.
@@ -95,6 +96,7 @@ private:
 
     Store &kept;
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
+    Agenda agenda;
     Settings olt_settings;
     Olt model;
     KeptReplies replies;

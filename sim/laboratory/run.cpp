@@ -26,13 +26,13 @@ void run_olt(const OltScenario &olt, std::optional<ModelTime> until, std::vector
     simulator.advance(std::max(until.value_or(last_event), simulator.olt().now()));
 }
 
-void run(TestRun &test, std::optional<ModelTime> until)
+void run(TestRun &test, const TestOptions &options)
 {
     try {
-        const Scenario scenario = read_scenario_file(test.file, {.seed = test.seed});
+        const Scenario scenario = read_scenario_file(test.file, {.seed = test.seed, .variables = options.variables});
         test.seed = scenario.seed;
         test.several_olts = scenario.olts.size() > 1;
-        test.results = run_scenario(scenario, until);
+        test.results = run_scenario(scenario, options.until);
     } catch (const ScenarioError &error) {
         test.wrong = true;
         test.error = error.what();
@@ -73,7 +73,7 @@ std::vector<TestRun> run_tests(const TestOptions &options)
     std::atomic<size_t> next = 0;
     const auto work = [&] {
         for (size_t index = next++; index < tests.size(); index = next++)
-            run(tests[index], options.until);
+            run(tests[index], options);
     };
     std::vector<std::jthread> workers;
     for (size_t worker = 1; worker < std::min<size_t>(options.jobs, tests.size()); ++worker)

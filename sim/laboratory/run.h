@@ -29,6 +29,7 @@ struct TestOptions {
     std::vector<uint64_t> seeds; // none: that of each scenario
     std::optional<ModelTime> until;
     uint32_t jobs = 1; // how many runs there are beside each other
+    std::vector<Overrides::Variable> variables = {};
 };
 
 // A TestRun is the run of a scenario with a seed.

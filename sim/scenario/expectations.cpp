@@ -64,11 +64,11 @@ std::vector<Filter> read_filters(const Section &section, const AskedView &view)
     for (const auto &[name, value] : section.members("where")) {
         const std::optional<size_t> column = view.column(name);
         if (!column)
-            section.fail("where", value,
-                         "there is no column " + name + hint(name, names_of(view.columns, &AskedColumn::name)));
+            fail_at(value,
+                    "where: there is no column " + name + hint(name, names_of(view.columns, &AskedColumn::name)));
         const CellKind kind = view.columns[*column].kind;
         const std::optional<CellValue> cell = cell_of(value, kind);
-        if (!cell) section.fail("where", value, name + ": expected " + kind_text(kind) + ", found " + describe(value));
+        if (!cell) fail_at(value, "where: " + name + ": expected " + kind_text(kind) + ", found " + describe(value));
         filters.push_back({*column, *cell});
     }
     return filters;

@@ -20,11 +20,14 @@ const Keys &scenario_keys()
     static const Keys port{{"number"}, {"numbers"}, {"class"}, {"auth"}, {"branch", branch}, {"onu", onu}};
     static const Keys olt{{"name"}, {"count"}, {"ports"}, {"seed"}, {"class"}, {"port", port}};
     static const Keys event{{"at"}, {"do"}, {"every"}, {"times"}, {"olt"}};
+    static const Keys failure{{"of"}, {"ports"}, {"names"}, {"mtbf"}, {"mttr"}, {"olt"}};
     static const Keys expect{{"at"},       {"every"},   {"times"},    {"olt"},     {"view"},   {"port"},
                              {"onu"},      {"uni"},     {"where"},    {"column"},  {"equals"}, {"not"},
                              {"at_least"}, {"at_most"}, {"contains"}, {"matches"}, {"null"}};
-    static const Keys scenario{{"seed"},     {"start"},        {"kind", kind, true}, {"service", service, true},
-                               {"olt", olt}, {"event", event}, {"expect", expect}};
+    static const Keys scenario{{"include"},       {"variables"},        {"seed"},
+                               {"start"},         {"kind", kind, true}, {"service", service, true},
+                               {"olt", olt},      {"event", event},     {"failure", failure},
+                               {"expect", expect}};
     return scenario;
 }
 

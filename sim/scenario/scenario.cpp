@@ -1,10 +1,6 @@
 #include "scenario/scenario.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 #include "control/control.h"
@@ -16,7 +12,10 @@
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
 #include "model/port/sla.h"
+#include "scenario/composition.h"
+#include "scenario/distribution.h"
 #include "scenario/expectations.h"
+#include "scenario/failures.h"
 #include "scenario/section.h"
 #include "scenario/summary.h"
 #include "scenario/timeline.h"
@@ -47,7 +46,11 @@ struct ScenarioTopology : Topology {
     std::vector<Kind> owned;
 };
 
-using Service = ServiceTerms;
+// What is drawn of a service is drawn for each ONU.
+struct Service : ServiceTerms {
+    std::optional<NumberDistribution> loads_up = {};
+    std::optional<NumberDistribution> loads_down = {};
+};
 
 template <class Value>
 std::vector<std::string> names_of(const std::map<std::string, Value> &values)
@@ -66,6 +69,27 @@ const Value &known(const Section &section, const std::string &key, const std::st
     const auto found = values.find(name);
     if (found == values.end()) section.fail_unknown(key, what, name, names_of(values));
     return found->second;
+}
+
+// Returns the values that can be drawn, by name.
+template <class Value>
+std::map<std::string, const Value *> known(const NameDistribution &drawn, const std::string &key,
+                                           const std::map<std::string, Value> &values)
+{
+    std::map<std::string, const Value *> all;
+    for (const auto &[name, at] : drawn.names()) {
+        const auto found = values.find(name);
+        if (found == values.end())
+            fail_at(*at, key + ": there is no " + key + ' ' + name + hint(name, names_of(values)));
+        all.emplace(name, &found->second);
+    }
+    return all;
+}
+
+// Returns the random numbers of something that is drawn for an ONU.
+Random random_of(uint64_t seed, const Mac &mac, Draw draw)
+{
+    return {random_for(seed, Purpose::population, mac).next(), static_cast<uint64_t>(draw)};
 }
 
 std::optional<uint32_t> word(const std::optional<uint64_t> &number)
@@ -154,8 +178,8 @@ Service read_service(const Section &section)
     if (has_sla) service.sla = sla;
     service.down = word(section.number("down", 1, line_rate));
     service.description = section.text("description", 0, max_description).value_or("");
-    service.load_up = word(section.number("load_up", 0, line_rate));
-    service.load_down = word(section.number("load_down", 0, line_rate));
+    service.loads_up = NumberDistribution::read(section, "load_up", 0, line_rate, line_rate);
+    service.loads_down = NumberDistribution::read(section, "load_down", 0, line_rate, line_rate);
     return service;
 }
 
@@ -255,6 +279,15 @@ struct Onu {
     std::optional<uint32_t> id;
 };
 
+// Returns the terms for ONUs that arrive later: of what is drawn, one draw counts for all of them.
+ServiceTerms terms_of(const Service &service, uint64_t seed)
+{
+    ServiceTerms terms = service;
+    if (service.loads_up) terms.load_up = service.loads_up->draw(random_of(seed, {}, Draw::load_up));
+    if (service.loads_down) terms.load_down = service.loads_down->draw(random_of(seed, {}, Draw::load_down));
+    return terms;
+}
+
 // A Builder puts an OLT together.
 class Builder
 {
@@ -270,7 +303,8 @@ public:
             topology->owned.push_back(kind);
             topology->kinds.emplace(name, kind.get());
         }
-        topology->services = context.services;
+        for (const auto &[name, service] : context.services)
+            topology->services.emplace(name, terms_of(service, seed));
     }
 
     void read(const Section &section)
@@ -369,28 +403,41 @@ private:
         if (const auto [first, is_new] = macs.emplace(arrival.mac, key); !is_new)
             section.fail(section.has("mac") ? "mac" : "name",
                          text::mac_text(arrival.mac) + " is the address of " + first->second + " already");
-        if (section.has("service")) onu.service = &known(section, "service", "service", context.services);
+        const auto random = [&](Draw draw) { return random_of(olt.settings.seed, arrival.mac, draw); };
+        if (section.has("service")) {
+            const NameDistribution drawn(section, "service");
+            const auto services = known(drawn, "service", context.services);
+            onu.service = services.at(drawn.draw(random(Draw::service)));
+            const auto binds = [](const auto &each) { return each.second->bound; };
+            if (section.has("id") && !std::ranges::all_of(services, binds))
+                section.fail("id", "expected with a service that binds the ONU");
+        }
         // Whoever has a service uses it.
-        Equipment equipment{.in_use = section.flag_or("in_use", onu.service)};
-        if (section.has("kind")) equipment.kind = known(section, "kind", "kind", context.kinds).get();
+        Equipment equipment{.in_use = draw_flag(section, "in_use", onu.service, random(Draw::in_use))};
+        if (section.has("kind")) {
+            const NameDistribution drawn(section, "kind");
+            equipment.kind = known(drawn, "kind", context.kinds).at(drawn.draw(random(Draw::kind)))->get();
+        }
         topology->equipment[arrival.mac] = equipment;
         if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");
         const uint32_t branch = section.has("branch") ? fibre.named(section, "branch") : 0;
-        const uint32_t drop = section.number_or("drop", 0, max_distance, drop_of(arrival, fibre.distance(branch)));
+        const auto drops =
+            NumberDistribution::read(section, "drop", 0, max_distance - fibre.distance(branch), max_distance);
+        const uint32_t drop = drops ? drops->draw(random(Draw::drop)) : drop_of(arrival, fibre.distance(branch));
         arrival.branch = fibre.add(section, arrival.name, branch, drop, 0, "drop", "branch");
         arrival.distance = fibre.distance(arrival.branch);
         arrival.loss = fibre.loss(arrival.branch);
         arrival.loid = section.text("loid", 1, max_loid).value_or(arrival.loid);
         arrival.password = section.text("password", 0, max_password).value_or(arrival.password);
-        arrival.silent = section.flag_or("silent", false);
+        arrival.silent = draw_flag(section, "silent", false, random(Draw::silent));
         onu.id = word(section.number("id", 0, onus_per_port - 1));
         if (onu.id && !(onu.service && onu.service->bound))
             section.fail("id", "expected with a service that binds the ONU");
         if (onu.id && (*onu.id += index) >= onus_per_port)
             section.fail("id", "expected room for all of count up to " + std::to_string(onus_per_port - 1));
         if (!onu.service) return;
-        arrival.load_up = onu.service->load_up;
-        arrival.load_down = onu.service->load_down;
+        if (onu.service->loads_up) arrival.load_up = onu.service->loads_up->draw(random(Draw::load_up));
+        if (onu.service->loads_down) arrival.load_down = onu.service->loads_down->draw(random(Draw::load_down));
     }
 
     static Mac mac_of(const Section &section, const std::string &text)
@@ -467,24 +514,11 @@ void read_olts(const Section &root, const Context &context, std::string_view tex
     if (scenario.olts.empty()) root.fail("olt", "expected at least one [[olt]]");
 }
 
-TomlValue parse(std::string_view text, const std::string &name)
+Scenario read_composition(const Composition &composition)
 {
-    try {
-        return read_toml(text);
-    } catch (const TomlError &error) {
-        throw ScenarioError(name + ':' + std::to_string(error.line) + ": " + error.what());
-    }
-}
-
-} // namespace
-
-Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides)
-{
-    const TomlValue value = parse(text, name);
-    const Section root(name, value, scenario_keys());
+    const Section root(composition.table, scenario_keys());
     root.check_keys();
-    const uint64_t seed = root.number("seed", 0, INT64_MAX).value_or(1);
-    Context context{.seed = overrides.seed.value_or(seed),
+    Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
                     .cold = root.choice_or("start", starts, 0) == 1,
                     .kinds = {},
                     .services = {}};
@@ -493,18 +527,23 @@ Scenario read_scenario(std::string_view text, const std::string &name, const Ove
     for (const auto &[service, section] : root.named_tables("service"))
         context.services.emplace(service, read_service(section));
     Scenario scenario{.seed = context.seed};
-    read_olts(root, context, text, scenario);
+    read_olts(root, context, composition.text, scenario);
     read_events(root, scenario);
+    read_failures(root, scenario);
     read_expectations(root, scenario);
     return scenario;
 }
 
+} // namespace
+
+Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides)
+{
+    return read_composition(compose(text, name, false, overrides));
+}
+
 Scenario read_scenario_file(const std::string &file, const Overrides &overrides)
 {
-    std::ifstream in(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), {}};
-    if (!in) throw ScenarioError(file + ": cannot be read: " + std::strerror(errno));
-    return read_scenario(text, file, overrides);
+    return read_composition(compose(text_of_file(file), file, true, overrides));
 }
 
 void power_up(const Olt &olt, Change &change)

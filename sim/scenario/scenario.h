@@ -28,9 +28,18 @@ public:
 // An Event is something that happens to an OLT from outside.
 struct Event {
     ModelTime at;
-    std::string words; // a control command
+    std::string words;               // a control command
+    std::string_view kind = "event"; // or failure, or repair
 
     bool operator==(const Event &) const = default;
+};
+
+// A FailingPart is a part of the plant that fails by chance, and is repaired after some time.
+struct FailingPart {
+    std::string failure; // a control command
+    std::string repair;
+    ModelTime mtbf; // on average, from a repair to the next failure
+    ModelTime mttr; // on average, from a failure to its repair
 };
 
 // A Check says when an expectation is looked at: after everything that happens by then.
@@ -46,6 +55,7 @@ struct OltScenario {
     Settings settings;
     Change provisioning;       // with which a new OLT begins
     std::vector<Event> events; // in the order in which they happen
+    std::vector<FailingPart> failing;
     std::vector<Check> checks; // in the order of time
 };
 
@@ -56,10 +66,16 @@ struct Scenario {
 
 // The Overrides are values that stand in the place of those in the text.
 struct Overrides {
+    struct Variable {
+        std::string name;
+        std::string value;
+    };
+
     std::optional<uint64_t> seed = {};
+    std::vector<Variable> variables = {};
 };
 
-// Reads a text. `name` is the name of its file, for errors. Throws ScenarioError.
+// Reads a text, which includes no files. `name` is the name of the text, for errors. Throws ScenarioError.
 Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides = {});
 Scenario read_scenario_file(const std::string &file, const Overrides &overrides = {});
 

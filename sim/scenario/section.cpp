@@ -62,27 +62,20 @@ std::string describe(const TomlValue &value)
     return "a date or a time";
 }
 
-Section::Section(const std::string &name, const TomlValue &of, const Keys &allowed)
-    : file(name), value(of), keys(allowed)
+Section::Section(const TomlValue &of, const Keys &allowed) : value(of), keys(allowed)
 {
-    if (!std::holds_alternative<TomlTable>(value.value))
-        fail_at(value.line, "expected a table, found " + describe(value));
+    if (!std::holds_alternative<TomlTable>(value.value)) fail_at(value, "expected a table, found " + describe(value));
 }
 
-void Section::fail_at(uint32_t at, const std::string &reason) const
+void fail_at(const TomlValue &at, const std::string &reason)
 {
-    throw ScenarioError(file + ":" + std::to_string(at) + ": " + reason);
+    throw ScenarioError(*at.file + ":" + std::to_string(at.line) + ": " + reason);
 }
 
 void Section::fail(const std::string &key, const std::string &reason) const
 {
     const auto found = table().find(key);
-    fail_at(found == table().end() ? value.line : found->second.line, key + ": " + reason);
-}
-
-void Section::fail(const std::string &key, const TomlValue &at, const std::string &reason) const
-{
-    fail_at(at.line, key + ": " + reason);
+    fail_at(found == table().end() ? value : found->second, key + ": " + reason);
 }
 
 void Section::fail_expected(const std::string &key, const std::string &expected) const
@@ -139,7 +132,7 @@ std::optional<std::string> Section::text(const std::string &key, size_t least, s
     return *text;
 }
 
-void Section::check_name(uint32_t at, const std::string &key, const std::string &text) const
+void Section::check_name(const TomlValue &at, const std::string &key, const std::string &text)
 {
     if (!is_name(text))
         fail_at(at, key + ": expected a name of at most " + std::to_string(longest_name) +
@@ -152,7 +145,7 @@ std::optional<std::string> Section::name(const std::string &key) const
     if (!found) return std::nullopt;
     const auto *text = std::get_if<std::string>(&found->value);
     if (!text) fail_expected(key, "a name");
-    check_name(found->line, key, *text);
+    check_name(*found, key, *text);
     return *text;
 }
 
@@ -219,7 +212,7 @@ std::vector<Section> Section::tables(const std::string &key) const
     if (!array) fail_expected(key, "tables with [[double brackets]]");
     std::vector<Section> sections;
     for (const TomlValue &each : *array)
-        sections.emplace_back(file, each, below);
+        sections.emplace_back(each, below);
     return sections;
 }
 
@@ -232,8 +225,8 @@ std::vector<std::pair<std::string, Section>> Section::named_tables(const std::st
     if (!members) fail_expected(key, "tables with names, as [" + key + ".NAME]");
     std::vector<std::pair<std::string, Section>> sections;
     for (const auto &[name, member] : *members) {
-        check_name(member.line, key, name);
-        sections.emplace_back(name, Section(file, member, below));
+        check_name(member, key, name);
+        sections.emplace_back(name, Section(member, below));
     }
     return sections;
 }
@@ -243,12 +236,13 @@ void Section::check_keys() const
     std::vector<Unknown> unknown;
     add_unknown(value, keys, unknown);
     if (unknown.empty()) return;
-    const Unknown &first = *std::ranges::min_element(
-        unknown, {}, [](const Unknown &each) { return std::tuple(each.value->line, each.value->column); });
+    const Unknown &first = *std::ranges::min_element(unknown, {}, [](const Unknown &each) {
+        return std::tuple(*each.value->file, each.value->line, each.value->column);
+    });
     std::vector<std::string> known;
     for (const Key &key : *first.keys)
         known.push_back(key.name);
-    fail_at(first.value->line, first.key + ": an unknown key" + hint(first.key, known));
+    fail_at(*first.value, first.key + ": an unknown key" + hint(first.key, known));
 }
 
 } // namespace ponsim

@@ -19,13 +19,16 @@ std::string describe(const TomlValue &value);
 // Returns what the unknown word may have been meant to be, to be put behind an error.
 std::string hint(std::string_view unknown, std::span<const std::string> known);
 
+// Throws a ScenarioError with the file and the line of a value.
+[[noreturn]] void fail_at(const TomlValue &at, const std::string &reason);
+
 // Every function throws ScenarioError when the value at the key is not what is asked for, and std::logic_error when the
 // key is none that the table may have.
 class Section
 {
 public:
-    // File, table and keys must outlive the section.
-    Section(const std::string &file, const TomlValue &table, const Keys &keys);
+    // Table and keys must outlive the section.
+    Section(const TomlValue &table, const Keys &keys);
 
     // Reports the first key in the file that the table, or a table in it, may not have.
     void check_keys() const;
@@ -59,23 +62,19 @@ public:
 
     // Reports the line of the key or, when it is missing, the line of the table.
     [[noreturn]] void fail(const std::string &key, const std::string &reason) const;
-    // Reports the line of a value in the table.
-    [[noreturn]] void fail(const std::string &key, const TomlValue &at, const std::string &reason) const;
     [[noreturn]] void fail_unknown(const std::string &key, const std::string &what, const std::string &name,
                                    std::span<const std::string> known) const;
     // Reports that the table should have the key, or another value at the key.
     [[noreturn]] void fail_expected(const std::string &key, const std::string &expected) const;
 
-    const std::string &file_name() const { return file; }
+    const std::string &file_name() const { return *value.file; }
 
 private:
     const TomlTable &table() const { return std::get<TomlTable>(value.value); }
     // Returns null when the key is missing.
     const TomlValue *find(const std::string &key) const;
-    void check_name(uint32_t at, const std::string &key, const std::string &text) const;
-    [[noreturn]] void fail_at(uint32_t at, const std::string &reason) const;
+    static void check_name(const TomlValue &at, const std::string &key, const std::string &text);
 
-    const std::string &file;
     const TomlValue &value;
     const Keys &keys;
 };

@@ -47,7 +47,9 @@ enum class Purpose : uint64_t {
     phases = 16,
     windows = 17,
     faults = 20,
-    places = 21
+    places = 21,
+    population = 40,
+    failures = 41
 };
 
 // The number of a stream for a MAC address has the purpose above the address. So it is greater than the number of any

@@ -53,8 +53,8 @@ void LightWatch::meet(const Olt &olt, const PonPort &port)
     found = {};
     for (const Arrival &arrival : port.arrivals)
         found.onus.push_back({laser_of(olt, port, arrival.mac), {}, {}});
-    found.changes = Agenda(port.arrivals.size());
-    found.time_outs = Agenda(port.arrivals.size());
+    found.changes = DueTimes(port.arrivals.size());
+    found.time_outs = DueTimes(port.arrivals.size());
     look(olt, port);
 }
 

@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-#include "model/base/agenda.h"
+#include "model/base/due_times.h"
 #include "model/change/change.h"
 #include "model/change/plan.h"
 #include "model/plant/onu_laser.h"
@@ -63,8 +63,8 @@ private:
     };
     struct Port {
         std::vector<Onu> onus; // by arrival
-        Agenda changes;        // of their light
-        Agenda time_outs;      // of their links
+        DueTimes changes;        // of their light
+        DueTimes time_outs;      // of their links
         bool blinded = false;
         std::optional<ModelTime> all_at = {}; // when all ONUs are to be looked at
     };

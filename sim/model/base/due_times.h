@@ -1,4 +1,4 @@
-// An Agenda holds a time for some of so many items, which are known by their numbers. The items whose time has come are
+// DueTimes hold a time for some of so many items, which are known by their numbers. The items whose time has come are
 // found without a look at the others.
 #pragma once
 
@@ -14,10 +14,10 @@
 namespace ponsim
 {
 
-class Agenda
+class DueTimes
 {
 public:
-    explicit Agenda(size_t items = 0) : times(items) {}
+    explicit DueTimes(size_t items = 0) : times(items) {}
 
     // Sets the time of an item, in place of the time that was set before.
     void set(size_t item, std::optional<ModelTime> time)
