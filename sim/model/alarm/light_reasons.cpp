@@ -35,6 +35,7 @@ AlarmReason rogue_reason(const PonPort &port)
 
 AlarmReason light_reason(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction)
 {
+    if (arrival.unplugged) return {AlarmCause::fibre, arrival.branch};
     if (direction == Direction::up && known_blinded(olt, port)) return rogue_reason(port);
     const Module &module = *olt.module(port.number);
     const bool dark = !module.laser_on() || module.record().dimmed > 0;
@@ -55,7 +56,7 @@ std::optional<AlarmReason> common_loss(const Olt &olt, const PonPort &port)
     std::optional<AlarmReason> common;
     for (const Arrival &arrival : port.arrivals) {
         const OnuRecord record = port.record(arrival.mac);
-        if (!record.powered || record.phase == Phase::booting || !port.limits.contain(arrival.distance)) continue;
+        if (arrival.unplugged || !record.powered || record.phase == Phase::booting || !port.limits.contain(arrival.distance)) continue;
         if (record.heard()) return std::nullopt;
         const AlarmReason reason = loss_reason(olt, port, arrival);
         if (common && *common != reason) return std::nullopt;

@@ -346,7 +346,8 @@ void Inventory::move(uint32_t pon_port, const Mac &mac, uint32_t to, const NewOn
     PluggedOnu plugged = plugged_of(olt, from, arrival);
     OnuRecord device = from.record(mac);
     if (to == pon_port) {
-        if (olt.online(from, mac)) raise(from, mac, Alarm::los, planned);
+        if (olt.online(from, mac))
+            raise(olt, alarm_key(from, mac, Alarm::los), {AlarmCause::fibre, arrival.branch}, planned);
         Draft &draft = draft_of(pon_port);
         draft.branches.at(arrival.branch).name.clear();
         std::erase_if(draft.arrivals, [&](const Arrival &other) { return other.mac == mac; });

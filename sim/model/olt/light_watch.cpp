@@ -42,7 +42,7 @@ bool has_come(const std::optional<ModelTime> &time, ModelTime now)
 
 void LightWatch::start(const Olt &olt)
 {
-    ports.assign(olt.ports().size(), {});
+    ports = std::vector<Port>(olt.ports().size());
     for (const PonPort &port : olt.ports())
         meet(olt, port);
 }
@@ -50,7 +50,7 @@ void LightWatch::start(const Olt &olt)
 void LightWatch::meet(const Olt &olt, const PonPort &port)
 {
     Port &found = ports.at(port.number - 1);
-    found = {};
+    found = Port();
     for (const Arrival &arrival : port.arrivals)
         found.onus.push_back({laser_of(olt, port, arrival.mac), {}, {}});
     found.changes = DueTimes(port.arrivals.size());

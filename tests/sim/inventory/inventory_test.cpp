@@ -81,7 +81,7 @@ struct Campus : Scene {
     uint32_t alarms(uint32_t pon_port, const Mac &mac, Alarm alarm) const
     {
         const auto found = port(pon_port).alarms.find({mac, static_cast<uint32_t>(alarm)});
-        return found == port(pon_port).alarms.end() ? 0 : found->second;
+        return found == port(pon_port).alarms.end() ? 0 : found->second.count;
     }
 };
 
