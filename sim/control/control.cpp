@@ -69,18 +69,6 @@ Mac control_mac(const std::string &word)
     return *mac;
 }
 
-Mac control_onu(const PonPort &port, const std::string &word)
-{
-    const auto named = std::ranges::find(port.arrivals, word, &Arrival::name);
-    if (named != port.arrivals.end()) return named->mac;
-    try {
-        return control_mac(word);
-    } catch (const ControlError &error) {
-        throw ControlError(error.what() + std::string(", or the name of an ONU at PON port ") +
-                           std::to_string(port.number));
-    }
-}
-
 std::vector<std::string> control_words(std::string_view line)
 {
     std::istringstream in{std::string(line)};

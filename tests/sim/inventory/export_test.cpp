@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "control/control.h"
+#include "inventory_steps.h"
 #include "scenario/summary.h"
 #include "scenes.h"
 
@@ -170,6 +171,28 @@ TEST(Export, SaysWhatWasPluggedInAndWhatIsDamaged)
     EXPECT_THAT(text, HasSubstr("# - bindings of ONUs that are not there: 3\n"));
     EXPECT_THAT(text, HasSubstr("at = \"50s\"\ndo = \"age 1 24\"\n")) << "events come as long from now as they did";
     EXPECT_FALSE(summary_of(read_scenario(text, "exported")).empty());
+}
+
+TEST(Export, IsTheSameTextAgainWhateverHappens)
+{
+    for (uint64_t number = 1; number <= 8; ++number) {
+        Scene scene{std::string(town)};
+        Random random{number, 9};
+        std::string lines;
+        for (int round = 0; round < 40; ++round) {
+            const std::string line = step(scene, random, 2);
+            if (try_line(scene, line)) lines += line + '\n';
+            bind_or_release(scene, random, 2);
+            scene.simulator.advance(scene.olt().now() + random.below(20000));
+        }
+        SCOPED_TRACE(lines);
+        const std::string text = again(text_of(scene.simulator));
+        EXPECT_EQ(again(text), text);
+        const Scene served(text_of(scene.simulator));
+        for (const PonPort &port : scene.olt().ports())
+            for (const Arrival &arrival : port.arrivals)
+                EXPECT_EQ(served.port(port.number).arrived(arrival.mac) != nullptr, !arrival.unplugged);
+    }
 }
 
 TEST(Export, KeepsRepetitionsOfEvents)

@@ -301,6 +301,39 @@ TEST(Inventory, TrafficFollowsWhatIsPluggedIn)
     EXPECT_FALSE(up());
 }
 
+TEST(Inventory, StationsBehindOnusThatStayAreStillKnownWhenOthersComeAndGo)
+{
+    Campus scene;
+    scene.pass(100 * second);
+    const auto known = [&](const std::string &name) {
+        std::vector<Mac> stations;
+        const uint32_t id = scene.olt().id_at(1, scene.onu(1, name).mac).value();
+        for (const FdbEntry &entry : scene.olt().fdb().entries({.network = false, .port = 1}, scene.olt().now()))
+            if (entry.onu_id == id) stations.push_back(entry.mac);
+        return stations;
+    };
+    const std::vector<Mac> before = known("a-4");
+    EXPECT_FALSE(before.empty());
+    const uint32_t id = scene.olt().id_at(1, scene.onu(1, "a-1").mac).value();
+    scene.order("arrive 1 mac=00:00:00:00:00:02 name=first");
+    scene.order("leave 1 a-1");
+    EXPECT_EQ(known("a-4"), before);
+    scene.pass(20 * second);
+    EXPECT_EQ(known("a-4"), before);
+    for (const FdbEntry &entry : scene.olt().fdb().entries({.network = false, .port = 1}, scene.olt().now()))
+        EXPECT_NE(entry.onu_id, id) << "the ONU is gone";
+}
+
+TEST(Inventory, ThatIsDamagedIsRefused)
+{
+    Campus scene;
+    PluggedOnu onu{.branch = 99, .fibre = 9, .name = "x"};
+    Olt olt(scene.simulator.settings());
+    EXPECT_THROW(olt.apply(change_of<PluggedOnu>({1, stranger(1)}, onu)), std::out_of_range);
+    onu.branch = onu.fibre;
+    EXPECT_THROW(olt.apply(change_of<PluggedOnu>({1, stranger(1)}, onu)), std::out_of_range);
+}
+
 TEST(Inventory, EventsCanPlugOnusInAndNameThemLater)
 {
     Scene scene(std::string(campus) + R"(

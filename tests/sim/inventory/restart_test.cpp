@@ -3,8 +3,8 @@
 #include <map>
 
 #include "asked.h"
-#include "control/control.h"
 #include "counting.h"
+#include "inventory_steps.h"
 #include "model/olt/fdb.h"
 
 namespace ponsim
@@ -13,76 +13,6 @@ namespace
 {
 
 constexpr ModelTime second = ms_per_second;
-
-// Makes one step of the inventory, or something else that happens to ONUs. Returns the line. It may be refused.
-std::string step(ServiceFixture &fixture, Random &random, uint32_t ports)
-{
-    const Olt &olt = fixture.simulator.olt();
-    const uint32_t pon_port = 1 + random.below(ports);
-    const PonPort &port = fixture.port(pon_port);
-    const std::string at = ' ' + std::to_string(pon_port) + ' ';
-    if (port.arrivals.empty()) return "arrive" + at;
-    const Arrival &arrival = port.arrivals[random.below(static_cast<uint32_t>(port.arrivals.size()))];
-    const std::string onu = at + text::mac_text(arrival.mac);
-    const std::string uni = ' ' + std::to_string(1 + random.below(2));
-    const std::string to = ' ' + std::to_string(1 + random.below(ports));
-    switch (random.below(16)) {
-    case 0:
-        return "arrive" + at;
-    case 1:
-        return "arrive" + at + "count=3 kind=" + std::string(device_types()[random.below(5)].model);
-    case 2: // one that is bound there may come back
-        for (const std::optional<Binding> &binding : port.bindings)
-            if (binding && !port.arrived(binding->mac)) return "arrive" + at + "mac=" + text::mac_text(binding->mac);
-        return "arrive" + at;
-    case 3:
-    case 4:
-        return "leave" + onu;
-    case 5:
-        return "swap" + onu;
-    case 6:
-        return "swap" + onu + " kind=S040";
-    case 7:
-        return "move" + onu + to;
-    case 8:
-        return "plug" + onu + uni + (random.below(2) ? " 10HD" : "");
-    case 9:
-        return "unplug" + onu + (random.below(2) ? uni : " all");
-    case 10:
-        return "power" + onu + (random.below(2) ? " on" : " off");
-    case 11:
-        return "bend" + onu + " 4";
-    case 12:
-        return "rogue" + onu + (random.below(3) ? " off" : " on");
-    case 13:
-        return "loop" + onu + " 1" + (random.below(2) ? " on" : " off");
-    case 14:
-        return "load" + onu + " up " + std::to_string(random.below(900000));
-    default:
-        return "age-onu" + onu + " " + std::to_string(random.below(static_cast<uint32_t>(olt.now() / second + 1)));
-    }
-}
-
-bool try_line(ServiceFixture &fixture, const std::string &line)
-{
-    try {
-        control_line(fixture, line);
-        return true;
-    } catch (const ControlError &) {
-        return false;
-    }
-}
-
-// Binds an ONU that waits, or releases one.
-void bind_or_release(ServiceFixture &fixture, Random &random, uint32_t ports)
-{
-    const PonPort &port = fixture.port(1 + random.below(ports));
-    const std::vector<const Arrival *> waiting = fixture.simulator.olt().waiting(port);
-    if (!waiting.empty() && random.below(4) > 0)
-        fixture.send(record_of(BSP_CMD_ONU_BIND, port.number, 1 + random.below(20), waiting[0]->mac));
-    else if (const uint32_t id = 1 + random.below(20); port.bindings[id])
-        fixture.send(record_of(BSP_CMD_ONU_RELEASE, port.number, id, port.bindings[id]->mac));
-}
 
 // Returns all that can be asked of the OLT, and what follows from its state by itself.
 std::vector<std::string> all_said(ServiceFixture &fixture, const std::vector<Asked> &asked)

@@ -123,7 +123,7 @@ TEST(Sets, MeanAnOnuByANameThatLooksLikeIds)
 {
     const Street scene;
     EXPECT_THAT(scene.onus("1", "1-3"), ElementsAre("1/1-3"));
-    EXPECT_THAT(scene.onus("1", "#1-3"), ElementsAre("1/a-1", "1/a-2", "1/a-3"));
+    EXPECT_THAT(scene.onus("1", "id:1-3"), ElementsAre("1/a-1", "1/a-2", "1/a-3"));
     EXPECT_THAT(scene.onus("1", "1-2"), ElementsAre("1/a-1", "1/a-2"));
 }
 

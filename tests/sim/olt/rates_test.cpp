@@ -1,4 +1,5 @@
 // These tests check how much of the ONUs' traffic passes: loads, SLAs, the room of ports and uplinks, loops and floods.
+#include "control/sets.h"
 #include "model/base/random.h"
 #include "model/olt/demand.h"
 #include "model/olt/llid.h"
@@ -250,9 +251,10 @@ TEST(Load, IsOfAnOnuByAddressOrByName)
     topology->ports[0].arrivals[1].load_up = 5000;
     const Olt olt({.ports = 1, .topology = topology});
     const Mac mac = olt.port(1)->arrivals[1].mac;
-    EXPECT_EQ(control_onu(*olt.port(1), "attic"), mac);
-    EXPECT_EQ(control_onu(*olt.port(1), text::mac_text(mac)), mac);
-    EXPECT_THROW(control_onu(*olt.port(1), "cellar"), ControlError);
+    const auto onu = [&](const std::string &word) { return control_onus({olt.port(1)}, word).at(0).mac; };
+    EXPECT_EQ(onu("attic"), mac);
+    EXPECT_EQ(onu(text::mac_text(mac)), mac);
+    EXPECT_THROW(onu("cellar"), ControlError);
 }
 
 TEST(Load, OfAScenarioHoldsUntilAnotherIsTold)
