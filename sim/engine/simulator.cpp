@@ -110,15 +110,25 @@ void Simulator::keep_time()
 Change Simulator::change_of(const Event &event) const
 {
     const std::string what = std::string(event.kind) + " at " + time_text(event.at) + ": " + event.words;
-    Plan plan{BSP_OK};
-    try {
-        plan = plan_control(model, event.words);
-        plan.change.log.push_back(what);
-    } catch (const ControlError &error) {
-        plan.change.log.push_back(what + ": refused: " + error.what());
+    Change change;
+    const auto carry_out = [&](const std::string &words) {
+        try {
+            change.add(plan_control(model, words).change);
+        } catch (const ControlError &error) {
+            change.log.push_back(what + (event.together ? ": " + words : "") + ": refused: " + error.what());
+            return false;
+        }
+        return true;
+    };
+    if (event.together) {
+        for (const std::string &words : *event.together)
+            carry_out(words);
+        change.log.push_back(what);
+    } else if (carry_out(event.words)) {
+        change.log.push_back(what);
     }
-    plan.change.put<Timeline>({}, {model.events_done() + 1});
-    return std::move(plan.change);
+    change.put<Timeline>({}, {model.events_done() + 1});
+    return change;
 }
 
 // An event comes from outside, as a request does. So what happens by itself up to that time happens before.

@@ -1,5 +1,5 @@
-// The Agenda of an OLT is what happens to it from outside, in order: the events of its scenario, and the failures and
-// repairs that are drawn by the seed.
+// The Agenda of an OLT is what happens to it from outside, in order: the events of its scenario, the failures and
+// repairs that are drawn by the seed, and the steps of load curves.
 #pragma once
 
 #include <cstddef>
@@ -30,15 +30,18 @@ public:
     std::span<const Event> upcoming() const;
 
 private:
-    // A Due is the next failure or repair of a part. Those of the same time come in the order of the parts.
+    // A Due is the next failure or repair of a part, or the next step of a curve. Those of the same time come in the
+    // order of their sources: first the parts, then the curves.
     struct Due {
         ModelTime at;
-        size_t part;
-        bool is_repair;
+        size_t source;
+        uint64_t number; // how often the source was due before
 
-        bool operator>(const Due &other) const { return std::tie(at, part) > std::tie(other.at, other.part); }
+        bool operator>(const Due &other) const { return std::tie(at, source) > std::tie(other.at, other.source); }
     };
 
+    Event failure_or_repair(const Due &next);
+    Event step(const Due &next);
     void restart();
     void go_on();
 

@@ -12,8 +12,8 @@ const Keys &scenario_keys()
         {"vendor"},           {"model"},      {"chipset"}, {"ge_ports"},      {"fe_ports"},          {"pots_ports"},
         {"us_queues"},        {"fec"},        {"battery"}, {"igmp_snooping"}, {"multicast_control"}, {"fast_leave"},
         {"vlan_translation"}, {"vlan_trunk"}, {"class"}};
-    static const Keys service{{"bound"},  {"auth"}, {"fixed"},       {"assured"}, {"maximum"},  {"priority"},
-                              {"weight"}, {"down"}, {"description"}, {"load_up"}, {"load_down"}};
+    static const Keys service{{"bound"},  {"auth"}, {"fixed"},       {"assured"}, {"maximum"},   {"priority"},
+                              {"weight"}, {"down"}, {"description"}, {"load_up"}, {"load_down"}, {"curve"}};
     static const Keys branch{{"name"}, {"from"}, {"length"}, {"split"}};
     static const Keys onu{{"name"}, {"count"}, {"kind"}, {"service"},  {"branch"}, {"drop"},
                           {"id"},   {"mac"},   {"loid"}, {"password"}, {"silent"}, {"in_use"}};
@@ -24,9 +24,16 @@ const Keys &scenario_keys()
     static const Keys expect{{"at"},       {"every"},   {"times"},    {"olt"},     {"view"},   {"port"},
                              {"onu"},      {"uni"},     {"where"},    {"column"},  {"equals"}, {"not"},
                              {"at_least"}, {"at_most"}, {"contains"}, {"matches"}, {"null"}};
-    static const Keys scenario{{"include"},       {"variables"},        {"seed"},
-                               {"start"},         {"kind", kind, true}, {"service", service, true},
-                               {"olt", olt},      {"event", event},     {"failure", failure},
+    static const Keys scenario{{"curve"},
+                               {"include"},
+                               {"variables"},
+                               {"seed"},
+                               {"start"},
+                               {"kind", kind, true},
+                               {"service", service, true},
+                               {"olt", olt},
+                               {"event", event},
+                               {"failure", failure},
                                {"expect", expect}};
     return scenario;
 }

@@ -13,6 +13,7 @@
 #include "model/plant/fibre.h"
 #include "model/port/sla.h"
 #include "scenario/composition.h"
+#include "scenario/curves.h"
 #include "scenario/distribution.h"
 #include "scenario/expectations.h"
 #include "scenario/failures.h"
@@ -50,6 +51,7 @@ struct ScenarioTopology : Topology {
 struct Service : ServiceTerms {
     std::optional<NumberDistribution> loads_up = {};
     std::optional<NumberDistribution> loads_down = {};
+    std::string curve = {}; // empty: the loads are the same all day
 };
 
 template <class Value>
@@ -159,7 +161,9 @@ Kind read_kind(const Section &section)
     return kind;
 }
 
-Service read_service(const Section &section)
+using Curves = std::map<std::string, std::vector<CurvePoint>>;
+
+Service read_service(const Section &section, const Curves &curves)
 {
     Service service;
     service.bound = section.flag_or("bound", true);
@@ -180,6 +184,12 @@ Service read_service(const Section &section)
     service.description = section.text("description", 0, max_description).value_or("");
     service.loads_up = NumberDistribution::read(section, "load_up", 0, line_rate, line_rate);
     service.loads_down = NumberDistribution::read(section, "load_down", 0, line_rate, line_rate);
+    if (section.has("curve")) {
+        static_cast<void>(known(section, "curve", "curve", curves));
+        service.curve = section.needed_name("curve");
+        if (!service.loads_up && !service.loads_down)
+            section.fail("curve", "expected with load_up or load_down: a curve is a percentage of these");
+    }
     return service;
 }
 
@@ -188,6 +198,7 @@ struct Context {
     bool cold;
     std::map<std::string, Kind> kinds;
     std::map<std::string, Service> services;
+    Curves curves;
 };
 
 // A Fibre is the fibre of a port while it is put together.
@@ -323,6 +334,7 @@ public:
                                   std::to_string(first->second) + " already");
                 read_port(port, number);
             }
+        add_curves();
         olt.settings.topology = topology;
         if (context.cold) power_up(Olt(olt.settings), olt.provisioning);
     }
@@ -370,6 +382,8 @@ private:
         const size_t mode = port.choice_or("auth", auth_modes, 0);
         if (mode != 0) olt.provisioning.put<PortRecord>(number, {{}, static_cast<uint32_t>(mode)});
         provision(onus, number);
+        for (const Onu &onu : onus)
+            if (onu.service && !onu.service->curve.empty()) curved[onu.service->curve].push_back({number, onu.arrival});
         PortPopulation &population = topology->ports[number - 1];
         population.optics = class_or(port, population.optics);
         population.branches = std::move(fibre.branches);
@@ -486,8 +500,44 @@ private:
         }
     }
 
+    // Makes the load curves, of all ONUs with one and of each direction.
+    void add_curves()
+    {
+        for (const auto &[name, onus] : curved)
+            for (const Direction direction : {Direction::up, Direction::down}) {
+                const std::string way = direction == Direction::up ? "up" : "down";
+                LoadCurve curve{name + ' ' + way, {}};
+                for (const CurvePoint &point : context.curves.at(name)) {
+                    const std::string percent = std::to_string(point.percent) + " percent";
+                    curve.steps.push_back(
+                        {point.at, curve.name + ": " + percent, commands_of(onus, direction, point.percent)});
+                }
+                if (!curve.steps[0].commands->empty()) olt.curves.push_back(std::move(curve));
+            }
+    }
+
+    struct CurvedOnu {
+        uint32_t port;
+        Arrival arrival;
+    };
+
+    static std::shared_ptr<const std::vector<std::string>> commands_of(const std::vector<CurvedOnu> &onus,
+                                                                       Direction direction, uint32_t percent)
+    {
+        std::vector<std::string> commands;
+        for (const CurvedOnu &onu : onus) {
+            const auto &load = direction == Direction::up ? onu.arrival.load_up : onu.arrival.load_down;
+            if (!load) continue;
+            const uint64_t kbits = std::min<uint64_t>(uint64_t{*load} * percent / 100, line_rate);
+            commands.push_back("load " + std::to_string(onu.port) + ' ' + onu.arrival.name +
+                               (direction == Direction::up ? " up " : " down ") + std::to_string(kbits));
+        }
+        return std::make_shared<const std::vector<std::string>>(std::move(commands));
+    }
+
     const Context &context;
     OltScenario &olt;
+    std::map<std::string, std::vector<CurvedOnu>> curved; // by curve
     std::shared_ptr<ScenarioTopology> topology;
     std::map<Mac, std::string> macs; // to whom each address belongs
 };
@@ -521,11 +571,12 @@ Scenario read_composition(const Composition &composition)
     Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
                     .cold = root.choice_or("start", starts, 0) == 1,
                     .kinds = {},
-                    .services = {}};
+                    .services = {},
+                    .curves = read_curves(root)};
     for (const auto &[kind, section] : root.named_tables("kind"))
         context.kinds.emplace(kind, read_kind(section));
     for (const auto &[service, section] : root.named_tables("service"))
-        context.services.emplace(service, read_service(section));
+        context.services.emplace(service, read_service(section, context.curves));
     Scenario scenario{.seed = context.seed};
     read_olts(root, context, composition.text, scenario);
     read_events(root, scenario);

@@ -29,9 +29,29 @@ public:
 struct Event {
     ModelTime at;
     std::string words;               // a control command
-    std::string_view kind = "event"; // or failure, or repair
+    std::string_view kind = "event"; // or failure, repair, or load
+    // These are control commands, about other ONUs each. They are carried out together in the place of `words`, which
+    // then only say what they are.
+    std::shared_ptr<const std::vector<std::string>> together = {};
 
     bool operator==(const Event &) const = default;
+};
+
+// From a CurvePoint on, each day, loads are a percentage of what they are else.
+struct CurvePoint {
+    ModelTime at; // of the day
+    uint32_t percent;
+};
+
+// A LoadCurve says how the loads of ONUs change over the day, in one direction.
+struct LoadCurve {
+    std::string name; // of the curve and the direction
+    struct Step {
+        ModelTime at; // of the day
+        std::string words;
+        std::shared_ptr<const std::vector<std::string>> commands; // one for each ONU
+    };
+    std::vector<Step> steps; // at least one, in the order of time
 };
 
 // A FailingPart is a part of the plant that fails by chance, and is repaired after some time.
@@ -56,6 +76,7 @@ struct OltScenario {
     Change provisioning;       // with which a new OLT begins
     std::vector<Event> events; // in the order in which they happen
     std::vector<FailingPart> failing;
+    std::vector<LoadCurve> curves;
     std::vector<Check> checks; // in the order of time
 };
 

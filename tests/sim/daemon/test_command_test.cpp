@@ -81,6 +81,23 @@ TEST_F(TestCommand, WrongUsageIsExplained)
     }
 }
 
+TEST_F(TestCommand, VariablesHaveTheValuesThatAreGiven)
+{
+    const std::string name =
+        file("ports.toml", "[variables]\nports = 2\n[[olt]]\nports = \"${ports}\"\n[[expect]]\nat = 1\n"
+                           "view = \"base_info\"\nequals = 3\n");
+    EXPECT_EQ(run({name, "--set", "ports=3"}), "1 run, 1 check: all hold\n");
+    run({name});
+    EXPECT_EQ(status, 1);
+    EXPECT_THAT(run({name, "--set", "port=3"}), HasSubstr("there is no variable port; did you mean ports?"));
+    EXPECT_EQ(status, 2);
+    EXPECT_THAT(run({name, "--set", "ports"}), HasSubstr("expected NAME=VALUE"));
+    EXPECT_EQ(status, 2);
+    const std::string summary = Daemon({"--scenario", name, "--set", "ports=1", "--check"}).rest(status);
+    EXPECT_EQ(status, 0) << summary;
+    EXPECT_THAT(summary, testing::Not(HasSubstr("port 2")));
+}
+
 TEST_F(TestCommand, WritesAReport)
 {
     run({file("bad.toml", bad), "--junit", folder.file("report.xml"), "--until", "5"});
