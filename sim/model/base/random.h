@@ -46,7 +46,9 @@ enum class Purpose : uint64_t {
     control_frames = 15,
     phases = 16,
     windows = 17,
-    faults = 20
+    faults = 20,
+    back_off = 21,
+    boot = 22
 };
 
 // The number of a stream for a MAC address has the purpose above the address. So it is greater than the number of any
