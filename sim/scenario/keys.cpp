@@ -11,7 +11,7 @@ const Keys &scenario_keys()
     static const Keys kind{
         {"vendor"},           {"model"},      {"chipset"}, {"ge_ports"},      {"fe_ports"},          {"pots_ports"},
         {"us_queues"},        {"fec"},        {"battery"}, {"igmp_snooping"}, {"multicast_control"}, {"fast_leave"},
-        {"vlan_translation"}, {"vlan_trunk"}, {"class"}};
+        {"vlan_translation"}, {"vlan_trunk"}, {"class"},   {"boot"},          {"boot_spread"}};
     static const Keys service{{"bound"},  {"auth"}, {"fixed"},       {"assured"}, {"maximum"},   {"priority"},
                               {"weight"}, {"down"}, {"description"}, {"load_up"}, {"load_down"}, {"curve"}};
     static const Keys branch{{"name"}, {"from"}, {"length"}, {"split"}};

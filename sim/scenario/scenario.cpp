@@ -47,6 +47,13 @@ struct ScenarioTopology : Topology {
     std::vector<Kind> owned;
 };
 
+// An Owner is the first ONU that has an address.
+struct Owner {
+    std::string name;
+    uint32_t port;
+    bool bound = false; // it, or another one with the address
+};
+
 // What is drawn of a service is drawn for each ONU.
 struct Service : ServiceTerms {
     std::optional<NumberDistribution> loads_up = {};
@@ -118,6 +125,21 @@ const OpticalClass *class_or(const Section &section, const OpticalClass *otherwi
     return section.has("class") ? &optical_classes()[section.choice_or("class", names, 0)] : otherwise;
 }
 
+// A kind with a boot time of its own has no spread unless it is stated, so that the time is what was asked for.
+void set_boot(const Section &section, DeviceType &type)
+{
+    constexpr ModelTime longest_boot = 600 * ms_per_second;
+    if (const std::optional<ModelTime> boot = section.time("boot")) {
+        if (*boot > longest_boot) section.fail("boot", "expected at most 10 minutes");
+        type.boot = *boot;
+        type.boot_spread = 0;
+    }
+    if (const std::optional<ModelTime> spread = section.time("boot_spread")) {
+        if (*spread > type.boot) section.fail("boot_spread", "expected at most the time that it boots");
+        type.boot_spread = *spread;
+    }
+}
+
 Kind read_own_kind(const Section &section)
 {
     const auto kind = std::make_shared<OwnKind>();
@@ -139,6 +161,7 @@ Kind read_own_kind(const Section &section)
                   .vlan_translation = section.flag_or("vlan_translation", false),
                   .vlan_trunk = section.flag_or("vlan_trunk", false),
                   .optics = class_or(section, nullptr)};
+    set_boot(section, kind->type);
     const uint32_t unis = kind->type.ge_ports + kind->type.fe_ports;
     if (unis < 1 || unis > max_unis)
         section.fail(section.has("fe_ports") ? "fe_ports" : "ge_ports", "expected 1 to " + std::to_string(max_unis) +
@@ -149,15 +172,17 @@ Kind read_own_kind(const Section &section)
 
 Kind read_kind(const Section &section)
 {
+    constexpr std::string_view of_any_kind[] = {"model", "class", "boot", "boot_spread"};
     if (section.has("vendor")) return read_own_kind(section);
     for (const Key &key : key_of(scenario_keys(), "kind").tables)
-        if (key.name != "model" && key.name != "class" && section.has(key.name))
+        if (std::ranges::find(of_any_kind, key.name) == std::end(of_any_kind) && section.has(key.name))
             section.fail(key.name, "expected with a vendor: a built-in model has its own");
     std::map<std::string, const DeviceType *> models;
     for (const DeviceType &type : device_types())
         models.emplace(type.model, &type);
     const auto kind = std::make_shared<DeviceType>(*known(section, "model", "built-in model", models));
     kind->optics = class_or(section, nullptr);
+    set_boot(section, *kind);
     return kind;
 }
 
@@ -414,9 +439,10 @@ private:
             if (counted && section.has(key)) section.fail(key, "expected without count: it is that of one ONU");
         if (const std::optional<std::string> mac = section.text("mac", 1, 17)) arrival.mac = mac_of(section, *mac);
         const std::string key = arrival.name + " at port " + std::to_string(port);
-        if (const auto [first, is_new] = macs.emplace(arrival.mac, key); !is_new)
+        const auto [first, is_new] = macs.emplace(arrival.mac, Owner{key, port});
+        if (!is_new && (first->second.port == port || !section.has("mac")))
             section.fail(section.has("mac") ? "mac" : "name",
-                         text::mac_text(arrival.mac) + " is the address of " + first->second + " already");
+                         text::mac_text(arrival.mac) + " is the address of " + first->second.name + " already");
         const auto random = [&](Draw draw) { return random_of(olt.settings.seed, arrival.mac, draw); };
         if (section.has("service")) {
             const NameDistribution drawn(section, "service");
@@ -431,6 +457,13 @@ private:
         if (section.has("kind")) {
             const NameDistribution drawn(section, "kind");
             equipment.kind = known(drawn, "kind", context.kinds).at(drawn.draw(random(Draw::kind)))->get();
+        }
+        if (!is_new) check_twin(section, first->second.name, topology->equipment.at(arrival.mac), equipment);
+        if (onu.service && onu.service->bound) {
+            if (first->second.bound)
+                section.fail("service", "expected one that does not bind the ONU: " + first->second.name +
+                                            " has its address, and is bound");
+            first->second.bound = true;
         }
         topology->equipment[arrival.mac] = equipment;
         if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");
@@ -463,6 +496,16 @@ private:
             section.fail("mac", error.what());
         }
         section.fail("mac", text + ": expected the address of one station");
+    }
+
+    // What an ONU is follows from its address. So two ONUs with the same one, at two ports, are the same.
+    static void check_twin(const Section &section, const std::string &first, const Equipment &of_first,
+                           const Equipment &equipment)
+    {
+        if (of_first.kind != equipment.kind)
+            section.fail("kind", "expected that of " + first + ", which has its address");
+        if (of_first.in_use != equipment.in_use)
+            section.fail("in_use", "expected that of " + first + ", which has its address");
     }
 
     void provision(std::vector<Onu> &onus, uint32_t port)
@@ -539,7 +582,7 @@ private:
     OltScenario &olt;
     std::map<std::string, std::vector<CurvedOnu>> curved; // by curve
     std::shared_ptr<ScenarioTopology> topology;
-    std::map<Mac, std::string> macs; // to whom each address belongs
+    std::map<Mac, Owner> macs; // to whom each address belongs first
 };
 
 void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)

@@ -159,8 +159,9 @@ Outcome set_print(const Olt &olt, const Request &request)
 // Returns whether an ONU as a whole can have the alarm.
 bool is_of_onus(Alarm alarm)
 {
-    constexpr Alarm others[] = {Alarm::bias_high,       Alarm::power_low, Alarm::rogue,      Alarm::port_los,
-                                Alarm::transmitter_off, Alarm::uni_loop,  Alarm::uplink_down};
+    constexpr Alarm others[] = {Alarm::bias_high,       Alarm::power_low, Alarm::rogue,       Alarm::port_los,
+                                Alarm::transmitter_off, Alarm::uni_loop,  Alarm::uplink_down, Alarm::wrong_port,
+                                Alarm::same_loid,       Alarm::same_mac};
     return is_alarm(static_cast<uint32_t>(alarm)) && std::ranges::find(others, alarm) == std::end(others);
 }
 

@@ -36,11 +36,14 @@ constexpr Kind kinds[] = {
     {Alarm::transmitter_off, "transmitter_off", "critical"},
     {Alarm::uni_loop, "uni_loop", "minor"},
     {Alarm::uplink_down, "uplink_down", "critical"},
+    {Alarm::wrong_port, "wrong_port", "major"},
+    {Alarm::same_loid, "same_loid", "major"},
+    {Alarm::same_mac, "same_mac", "major"},
 };
 
-constexpr std::string_view causes[] = {"unknown",    "fibre",  "transmitter", "laser",    "rogue",      "port_los",
-                                       "power",      "reboot", "command",     "distance", "black_list", "loid",
-                                       "bit_errors", "age",    "loop",        "phy",      "test"};
+constexpr std::string_view causes[] = {
+    "unknown",    "fibre", "transmitter", "laser", "rogue", "port_los", "power", "reboot",    "command",   "distance",
+    "black_list", "loid",  "bit_errors",  "age",   "loop",  "phy",      "test",  "elsewhere", "same_loid", "same_mac"};
 static_assert(std::size(causes) == max_alarm_cause + 1);
 
 const Kind &kind_of(Alarm alarm)
@@ -97,6 +100,12 @@ std::string place_of(const Olt &olt, const AlarmKey &key, const AlarmReason &rea
 {
     if (Alarm{key.alarm} == Alarm::uplink_down) return "uplink " + std::to_string(key.unit);
     if (key.unit != 0) return "UNI " + std::to_string(key.unit);
+    if (reason.cause == AlarmCause::elsewhere) {
+        const std::optional<uint32_t> onu_id = olt.id_at(reason.other_port, key.mac);
+        return "expected at port " + std::to_string(reason.other_port) +
+               (onu_id ? " id " + std::to_string(*onu_id) : std::string());
+    }
+    if (reason.cause == AlarmCause::same_mac) return "also at port " + std::to_string(reason.other_port);
     if (!is_zero(reason.other))
         return "ONU " + text::mac_text(reason.other) + " at port " + std::to_string(reason.other_port);
     const PonPort &port = *olt.port(key.pon_port);

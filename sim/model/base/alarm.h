@@ -25,9 +25,12 @@ enum class Alarm : uint32_t {
     transmitter_off,   // of the port: the laser of its module was switched off
     uni_loop,          // loop detection has shut one of its UNI ports
     uplink_down,       // of the OLT: the link of an uplink is down
+    wrong_port,        // is on the fibre, and is bound at another port
+    same_loid,         // is kept out because another ONU of its port is let in with the same LOID
+    same_mac,          // is on the fibre, as is another ONU with the same address at another port
 };
 
-inline constexpr uint32_t max_alarm = 19;
+inline constexpr uint32_t max_alarm = 22;
 
 // The cause says why an alarm was raised.
 enum class AlarmCause : uint32_t {
@@ -48,8 +51,11 @@ enum class AlarmCause : uint32_t {
     loop,        // frames come back through a UNI port
     phy,         // the PHY is set so that it has no link
     test,        // a test raised it
+    elsewhere,   // the ONU is bound at another port
+    same_loid,   // another ONU has the same LOID
+    same_mac,    // another ONU has the same address
 };
 
-inline constexpr uint32_t max_alarm_cause = 16;
+inline constexpr uint32_t max_alarm_cause = 19;
 
 } // namespace ponsim

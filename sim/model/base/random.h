@@ -47,7 +47,9 @@ enum class Purpose : uint64_t {
     phases = 16,
     windows = 17,
     faults = 20,
-    places = 21,
+    back_off = 21,
+    boot = 22,
+    places = 24,
     population = 40,
     failures = 41
 };

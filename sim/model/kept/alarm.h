@@ -27,7 +27,7 @@ struct AlarmReason {
     AlarmCause cause = AlarmCause::unknown;
     std::optional<uint32_t> branch = {}; // of the port's fibre
     Mac other = {};                      // the other ONU that has to do with it; zero: none
-    uint32_t other_port = 0;             // PON port of the other ONU
+    uint32_t other_port = 0;             // PON port of the other ONU, or where this one is bound
 
     bool operator==(const AlarmReason &) const = default;
 };

@@ -1,5 +1,7 @@
 #include "model/lifecycle/alarm_process.h"
 
+#include <algorithm>
+
 #include "model/alarm/alarms.h"
 #include "model/alarm/light_reasons.h"
 
@@ -7,6 +9,14 @@ namespace ponsim
 {
 namespace
 {
+
+// Returns another port on whose fibre an ONU with this address is.
+uint32_t other_port_of(const Olt &olt, const AlarmKey &key)
+{
+    const auto other = std::ranges::find_if(
+        olt.ports(), [&](const PonPort &port) { return port.number != key.pon_port && port.ranged(key.mac); });
+    return other == olt.ports().end() ? 0 : other->number;
+}
 
 AlarmReason reason_of(const Olt &olt, const AlarmKey &key)
 {
@@ -30,6 +40,10 @@ AlarmReason reason_of(const Olt &olt, const AlarmKey &key)
         return rogue_reason(*olt.port(key.pon_port));
     case Alarm::uni_loop:
         return {AlarmCause::loop};
+    case Alarm::wrong_port:
+        return {.cause = AlarmCause::elsewhere, .other_port = olt.find(key.mac)->pon_port};
+    case Alarm::same_mac:
+        return {.cause = AlarmCause::same_mac, .other_port = other_port_of(olt, key)};
     case Alarm::uplink_down:
         return {AlarmCause::phy};
     default:

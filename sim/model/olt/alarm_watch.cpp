@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 
 #include "bsp_pon.h"
 #include "model/olt/interfaces.h"
@@ -14,7 +13,8 @@ namespace
 {
 
 // Alarms of a state are raised by their conditions.
-constexpr Alarm states_of_onu[] = {Alarm::degraded, Alarm::receive_overload, Alarm::onu_degraded, Alarm::onu_overload};
+constexpr Alarm states_of_onu[] = {Alarm::degraded,     Alarm::receive_overload, Alarm::onu_degraded,
+                                   Alarm::onu_overload, Alarm::wrong_port,       Alarm::same_mac};
 constexpr Alarm states_of_port[] = {Alarm::bias_high, Alarm::power_low, Alarm::rogue, Alarm::transmitter_off};
 
 bool is_state(Alarm alarm)
@@ -68,6 +68,19 @@ bool is_turned_away(const Olt &olt, const PonPort &port, const Arrival &arrival)
     return !(binding && arrival.silent) && port.authentication.turns_away(arrival, binding);
 }
 
+// Returns whether an ONU with this address is on the fibre of another port.
+bool is_elsewhere(const Olt &olt, const PonPort &port, const Mac &mac)
+{
+    return std::ranges::any_of(olt.ports(),
+                               [&](const PonPort &other) { return other.number != port.number && other.ranged(mac); });
+}
+
+bool is_bound_elsewhere(const Olt &olt, const PonPort &port, const Mac &mac)
+{
+    const std::optional<OnuKey> key = olt.find(mac);
+    return key && key->pon_port != port.number;
+}
+
 bool holds_of_onu(const Olt &olt, const PonPort &port, const Arrival &arrival, Alarm alarm)
 {
     static const OnuRecord as_new;
@@ -89,6 +102,14 @@ bool holds_of_onu(const Olt &olt, const PonPort &port, const Arrival &arrival, A
     case Alarm::los:
     case Alarm::onu_los:
         return !port.ranges(arrival) || !record.heard();
+    case Alarm::wrong_port:
+        return is_bound_elsewhere(olt, port, arrival.mac) && port.ranges(arrival) && !port.refuses(arrival.mac) &&
+               !is_elsewhere(olt, port, arrival.mac);
+    case Alarm::same_mac:
+        return olt.alarm_watch().is_twin(port.number, arrival.mac) && port.ranges(arrival) &&
+               is_elsewhere(olt, port, arrival.mac);
+    case Alarm::same_loid:
+        return record.powered && record.phase == Phase::authentication && port.limits.contain(arrival.distance);
     default: // the ONU has gone
         return !port.ranges(arrival);
     }
@@ -112,6 +133,12 @@ bool holds(const Olt &olt, const AlarmKey &key)
 void AlarmWatch::start(const Olt &olt)
 {
     waiting.clear();
+    twins.clear();
+    std::map<Mac, uint32_t> homes; // the first port of each address
+    for (const PonPort &port : olt.ports())
+        for (const Arrival &arrival : port.arrivals)
+            if (const auto [home, is_first] = homes.emplace(arrival.mac, port.number); !is_first)
+                twins.insert({{home->second, arrival.mac}, {port.number, arrival.mac}});
     for (const PonPort &port : olt.ports())
         look_at_all(olt, port);
 }
@@ -141,8 +168,10 @@ void AlarmWatch::follow(const Olt &olt, const Change &change, std::span<const st
     };
     for (const auto &[key, record] : change.of<OnuRecord>())
         onu(key.pon_port, key.mac);
+    // Where an ONU is bound matters also at the port where it is.
     for (const auto &[pon_port, mac] : moved)
-        onu(pon_port, mac);
+        for (const PonPort &port : olt.ports())
+            if (port.arrived(mac)) onu(port.number, mac);
     for (const auto &[key, run] : change.of<UpgradeRun>())
         onu(key.pon_port, key.mac);
     for (const auto &[key, record] : change.of<LoopRecord>())
@@ -153,6 +182,7 @@ void AlarmWatch::follow(const Olt &olt, const Change &change, std::span<const st
         look_at_port(olt, *olt.port(pon_port));
     for (const uint32_t pon_port : ports)
         look_at_all(olt, *olt.port(pon_port));
+    look_at_twins(olt);
 }
 
 void AlarmWatch::look(const Olt &olt, const AlarmKey &key)
@@ -183,6 +213,14 @@ void AlarmWatch::look_at_port(const Olt &olt, const PonPort &port)
 {
     for (const Alarm alarm : states_of_port)
         look(olt, key_of(port, port_itself, alarm));
+}
+
+// What becomes of one of them concerns the other.
+void AlarmWatch::look_at_twins(const Olt &olt)
+{
+    for (const auto &[pon_port, mac] : twins)
+        for (const Alarm alarm : {Alarm::wrong_port, Alarm::same_mac})
+            look(olt, key_of(*olt.port(pon_port), mac, alarm));
 }
 
 void AlarmWatch::look_at_all(const Olt &olt, const PonPort &port)

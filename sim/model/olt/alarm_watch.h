@@ -7,6 +7,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -34,6 +35,9 @@ public:
     // all of its ONUs.
     void follow(const Olt &olt, const Change &change, std::span<const std::pair<uint32_t, Mac>> moved);
 
+    // Returns whether an ONU at another port has the same address. Who has arrived where does not change.
+    bool is_twin(uint32_t pon_port, const Mac &mac) const { return twins.contains({pon_port, mac}); }
+
     // Returns the alarms that are to be raised (true) or cleared (false).
     const std::map<AlarmKey, bool> &pending() const { return waiting; }
 
@@ -44,7 +48,10 @@ private:
     void look_at_port(const Olt &olt, const PonPort &port);
     void look_at_all(const Olt &olt, const PonPort &port);
 
+    void look_at_twins(const Olt &olt);
+
     std::map<AlarmKey, bool> waiting;
+    std::set<std::pair<uint32_t, Mac>> twins; // ONUs with their ports, where one at another port has the same address
 };
 
 } // namespace ponsim
