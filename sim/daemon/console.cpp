@@ -91,7 +91,7 @@ ModelTime read_seconds(const std::string &word)
 std::string scenario_text(const Simulator &simulator)
 {
     try {
-        return export_scenario(simulator.olt(), simulator.upcoming());
+        return export_scenario(simulator.olt(), simulator.upcoming(), simulator.scenario_of_olt());
     } catch (const ExportError &error) {
         throw ControlError(error.what());
     }

@@ -76,6 +76,9 @@ public:
     // Returns the events of the scenario that have not happened yet.
     std::span<const Event> upcoming() const { return agenda.upcoming(); }
 
+    // Returns the scenario of the OLT, or null.
+    const OltScenario *scenario_of_olt() const { return scenario.get(); }
+
     // Returns lines for the service's log about what happened since the last call.
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 

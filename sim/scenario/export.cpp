@@ -65,7 +65,9 @@ std::string kind_text(const std::string &name, const DeviceType &type)
 {
     std::string text = "\n[kind." + table_key(name) + "]\n";
     const auto is_same = [&](const DeviceType &other) { return nature_of(other) == nature_of(type); };
-    if (std::ranges::any_of(device_types(), is_same)) {
+    DeviceType known;
+    if (const auto same = std::ranges::find_if(device_types(), is_same); same != device_types().end()) {
+        known = *same;
         text += line("model", type.model);
     } else {
         text += line("vendor", type.vendor) + line("model", type.model);
@@ -82,6 +84,8 @@ std::string kind_text(const std::string &name, const DeviceType &type)
             text += line(key, value);
     }
     if (type.optics) text += line("class", type.optics->name);
+    if (type.boot != known.boot || type.boot_spread != known.boot_spread)
+        text += line("boot", time_text(type.boot)) + line("boot_spread", time_text(type.boot_spread));
     return text;
 }
 
@@ -149,7 +153,7 @@ public:
         return text + events_text(events);
     }
 
-private:
+    // Counts what the text does not say.
     void leave_out(const std::string &what, size_t count = 1)
     {
         if (count == 0) return;
@@ -160,6 +164,7 @@ private:
             left_out.emplace_back(what, count);
     }
 
+private:
     std::string ports_text()
     {
         std::string text;
@@ -427,9 +432,14 @@ private:
 
 } // namespace
 
-std::string export_scenario(const Olt &olt, std::span<const Event> upcoming)
+std::string export_scenario(const Olt &olt, std::span<const Event> upcoming, const OltScenario *scenario)
 {
-    return Exporter(olt).write(upcoming);
+    Exporter exporter(olt);
+    if (scenario) {
+        exporter.leave_out("parts that fail by chance", scenario->failing.size());
+        exporter.leave_out("curves of loads, which stay as they are now", scenario->curves.size());
+    }
+    return exporter.write(upcoming);
 }
 
 } // namespace ponsim

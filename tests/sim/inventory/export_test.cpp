@@ -7,6 +7,7 @@
 #include "inventory_steps.h"
 #include "scenario/summary.h"
 #include "scenes.h"
+#include "text/words.h"
 
 namespace ponsim
 {
@@ -18,7 +19,7 @@ using testing::Not;
 
 std::string text_of(const Simulator &simulator)
 {
-    return export_scenario(simulator.olt(), simulator.upcoming());
+    return export_scenario(simulator.olt(), simulator.upcoming(), simulator.scenario_of_olt());
 }
 
 void order(Simulator &simulator, const std::string &line)
@@ -35,6 +36,27 @@ std::string view_of(Simulator &simulator, uint32_t command, uint32_t pon_port)
     return simulator.handle(message).result.value_or("no result");
 }
 
+// Returns the text without what it says of what it leaves out.
+std::string without_comments(const std::string &text)
+{
+    std::string rest;
+    for (const std::string &each : text::split(text, '\n'))
+        if (!each.starts_with('#')) rest += each + '\n';
+    return rest;
+}
+
+// Returns the ONUs of the port with the loads that they have now.
+std::vector<Arrival> as_loaded_now(const PonPort &port)
+{
+    std::vector<Arrival> onus = port.arrivals;
+    for (Arrival &onu : onus) {
+        const OnuRecord record = port.record(onu.mac);
+        if (record.load_up) onu.load_up = record.load_up;
+        if (record.load_down) onu.load_down = record.load_down;
+    }
+    return onus;
+}
+
 class ShippedExport : public testing::TestWithParam<std::filesystem::path>
 {
 };
@@ -49,10 +71,10 @@ TEST_P(ShippedExport, MakesTheSameOltAndTheSameText)
         ASSERT_EQ(read_again.size(), 1u);
         Scene second(std::move(read_again[0]));
         second.simulator.advance(0);
-        EXPECT_EQ(text_of(second.simulator), text);
+        EXPECT_EQ(without_comments(text_of(second.simulator)), without_comments(text));
         for (const PonPort &port : first.olt().ports()) {
             EXPECT_EQ(second.port(port.number).branches, port.branches);
-            EXPECT_EQ(second.port(port.number).arrivals, port.arrivals);
+            EXPECT_EQ(second.port(port.number).arrivals, as_loaded_now(port));
             EXPECT_EQ(second.port(port.number).bindings, port.bindings);
             for (const uint32_t command : {BSP_CMD_VIEW_ONU_INFO_WEB, BSP_CMD_VIEW_BASE_INFO_WEB})
                 EXPECT_EQ(view_of(second.simulator, command, port.number),
