@@ -542,9 +542,12 @@ TEST_P(ShippedScenario, RunsToItsEndWithoutARefusedEvent)
         const size_t events = olt.events.size();
         Scene scene(std::move(olt));
         scene.simulator.advance(end);
-        EXPECT_EQ(scene.olt().events_done(), events);
-        for (const std::string &line : scene.simulator.take_log())
+        size_t happened = 0;
+        for (const std::string &line : scene.simulator.take_log()) {
             EXPECT_EQ(line.find("refused"), std::string::npos) << line;
+            happened += line.starts_with("event at ");
+        }
+        EXPECT_EQ(happened, events);
     }
 }
 
