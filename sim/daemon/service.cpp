@@ -228,7 +228,10 @@ std::string Service::carry_out_step(ModelTime length)
     for (;;) {
         if (stopping) throw ControlError("step: the service stops");
         const std::lock_guard lock(turns);
-        const bool more = step.go_on();
+        bool more = step.go_on();
+        for (uint32_t slices = 1; more && slices < slices_together && !turns.wanted() && !stopping; ++slices)
+            more = step.go_on();
+        simulator.keep_happenings();
         write_log();
         if (more) continue;
         await_due();
