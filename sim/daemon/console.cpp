@@ -100,7 +100,7 @@ std::string scenario_text(const Simulator &simulator)
 bool Step::go_on()
 {
     const ModelTime from = clock.now();
-    const bool there = simulator.advance(from + left, slice);
+    const bool there = simulator.pass(from + left, slice);
     const ModelTime passed = std::max(simulator.olt().now(), from) - from;
     clock.step(passed);
     left -= passed;

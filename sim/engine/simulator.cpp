@@ -86,8 +86,8 @@ void Simulator::apply(const Change &change)
 
 void Simulator::keep_happenings()
 {
-    if (happened.empty_but<>()) return;
-    happened.put<ModelClock>({}, {model.now()});
+    if (happened.empty()) return;
+    happened.add(ponsim::change_of<ModelClock>({}, {model.now()}));
     kept.write(happened);
     happened = {};
 }
@@ -159,16 +159,21 @@ void Simulator::happen()
 
 void Simulator::advance(ModelTime to)
 {
-    constexpr uint32_t together = 64; // happenings in one transaction
-    while (!advance(to, together))
+    while (!advance(to, slices_together * slice))
         continue;
 }
 
 bool Simulator::advance(ModelTime to, uint32_t happenings)
 {
+    const bool there = pass(to, happenings);
+    keep_happenings();
+    return there;
+}
+
+bool Simulator::pass(ModelTime to, uint32_t happenings)
+{
     while (due && due->at <= to && happenings-- > 0)
         happen();
-    keep_happenings();
     if (due && due->at <= to) return false;
     model.advance(to);
     return true;

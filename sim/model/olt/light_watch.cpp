@@ -210,8 +210,7 @@ std::optional<ModelTime> LightWatch::first_change_upstream(const Onu &onu, const
     // The light of a rogue ONU is lost in either case. What counts is whether the ONU blinds the port.
     if (rogue) range = received < levels.loss ? Range{.below = levels.loss} : Range{.least = levels.loss};
     if (!range.contains(received)) return now;
-    const std::optional<uint64_t> outside =
-        onu.laser.first_outside({range.least + loss, range.below + loss}, second);
+    const std::optional<uint64_t> outside = onu.laser.first_outside({range.least + loss, range.below + loss}, second);
     if (!outside) return std::nullopt;
     return *outside * ms_per_second;
 }

@@ -219,8 +219,8 @@ bool same_but_light(const OnuRecord &before, OnuRecord now)
 
 } // namespace
 
-// Returns what a change concerns, by PON port. Where the shares of one port may be different, those of the other ports of
-// its uplink may be, too.
+// Returns what a change concerns, by PON port. Where the shares of one port may be different, those of the other ports
+// of its uplink may be, too.
 std::map<uint32_t, Olt::Concern> Olt::concerned(const Change &change) const
 {
     std::map<uint32_t, Concern> ports;

@@ -10,6 +10,7 @@
 
 namespace ponsim
 {
+
 Levels levels_of(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction)
 {
     const bool up = direction == Direction::up;

@@ -66,13 +66,6 @@ void add(PerFlow &sum, const PerFlow &rates)
     std::ranges::transform(sum, rates, sum.begin(), std::plus());
 }
 
-PerFlow with(const PerFlow &rates, const PerFlow &part)
-{
-    PerFlow sum = rates;
-    add(sum, part);
-    return sum;
-}
-
 PerFlow without(const PerFlow &rates, const PerFlow &part)
 {
     PerFlow rest{};

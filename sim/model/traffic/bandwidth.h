@@ -23,7 +23,6 @@ constexpr uint64_t length_of(const Flow &flow, Measure measure)
 uint64_t octets_of(const PerFlow &frames, Measure measure = Measure::frame);
 
 void add(PerFlow &sum, const PerFlow &rates);
-PerFlow with(const PerFlow &rates, const PerFlow &part);
 PerFlow without(const PerFlow &rates, const PerFlow &part);
 
 // Shares a number among parts in proportion, exactly: together they get all of it. Nothing is shared when the

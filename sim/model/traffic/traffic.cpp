@@ -14,9 +14,9 @@ namespace
 constexpr std::array<uint32_t, flows.size()> most_up{60, 20, 10, 10, 10, 25, 2, 2};
 constexpr std::array<uint32_t, flows.size()> most_down{40, 20, 20, 20, 20, 100, 10, 2};
 
-constexpr PerFlow Streams::*all_streams[]{
-    &Streams::up,   &Streams::up_errored, &Streams::up_policed, &Streams::up_lost,
-    &Streams::down, &Streams::down_lost,  &Streams::up_unheard, &Streams::down_errored};
+constexpr PerFlow Streams::*all_streams[]{&Streams::up,         &Streams::up_errored,  &Streams::up_policed,
+                                          &Streams::up_lost,    &Streams::down,        &Streams::down_lost,
+                                          &Streams::up_unheard, &Streams::down_errored};
 
 void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
 {
@@ -24,25 +24,32 @@ void accumulate(PerFlow &sum, const PerFlow &rates, ModelTime time)
         sum[flow] += rates[flow] * time;
 }
 
-// Returns how many frames are broken on the fibre. A remainder that is too small for one frame of its flow adds to the
-// next flow.
-PerFlow broken(const PerFlow &sent, const PerFlow &shares)
+// Broken says how many frames are broken on the fibre.
+struct Broken {
+    PerFlow frames = {};
+    SlowErrors slow = {};
+};
+// A remainder that is too small for one frame of its flow adds to the next flow. What is left at the end breaks frames
+// of the last flow that has any left.
+Broken broken(const PerFlow &sent, const PerFlow &shares)
 {
-    PerFlow result{};
+    Broken result;
     uint64_t parts = 0;
     for (size_t flow = 0; flow < flows.size(); ++flow) {
         parts += sent[flow] * shares[flow];
-        result[flow] = std::min(sent[flow], parts / all_errored);
-        parts -= result[flow] * all_errored;
+        result.frames[flow] = std::min(sent[flow], parts / all_errored);
+        parts -= result.frames[flow] * all_errored;
+        if (sent[flow] > result.frames[flow]) result.slow.flow = flow;
     }
+    if (sent[result.slow.flow] > result.frames[result.slow.flow]) result.slow.rate = (parts << 32) / all_errored;
     return result;
 }
 
-// Returns the frames that the ONU receives of those that it is sent.
-PerFlow received(const Traffic::Onu &onu)
+// Returns what of the frames that the ONU is sent does not reach it as it was sent.
+Broken broken_down(const Traffic::Onu &onu)
 {
     const PerFlow &sent = onu.passed.down;
-    return onu.demand.errors.heard ? without(sent, broken(sent, onu.demand.errors.down)) : PerFlow{};
+    return onu.demand.errors.heard ? broken(sent, onu.demand.errors.down) : Broken{sent};
 }
 
 // Returns the frames that the OLT lets in of those that it receives from an ONU.
@@ -59,6 +66,12 @@ PerFlow let_in(const PerFlow &received, const Demand &demand)
     return result;
 }
 
+// Returns what of the frames that the ONU sends does not reach its port as it was sent.
+Broken broken_up(const Traffic::Onu &onu)
+{
+    return onu.demand.errors.heard ? broken(onu.passed.up, onu.demand.errors.up) : Broken{};
+}
+
 // Makes the ONU send what it is granted.
 void send(Traffic::Onu &onu, Bandwidth granted)
 {
@@ -67,18 +80,18 @@ void send(Traffic::Onu &onu, Bandwidth granted)
 }
 
 // Returns what becomes of the frames of an ONU on the line and at its port.
-Streams streams_of(const Traffic::Onu &onu)
+Streams streams_of(const Traffic::Onu &onu, const PerFlow &errored_up, const PerFlow &errored_down)
 {
     Streams streams;
     streams.down = onu.passed.down;
     streams.down_lost = onu.down_lost;
-    streams.down_errored = without(onu.passed.down, received(onu));
+    streams.down_errored = errored_down;
     if (!onu.demand.errors.heard) {
         streams.up_unheard = onu.passed.up;
         return streams;
     }
-    streams.up_errored = broken(onu.passed.up, onu.demand.errors.up);
-    const PerFlow received = without(onu.passed.up, streams.up_errored);
+    streams.up_errored = errored_up;
+    const PerFlow received = without(onu.passed.up, errored_up);
     streams.up = let_in(received, onu.demand);
     streams.up_policed = without(received, streams.up);
     return streams;
@@ -109,11 +122,34 @@ Rates rates_of(uint64_t seed, const Mac &mac)
     return rates;
 }
 
+uint64_t SlowErrors::count(ModelTime from, ModelTime to) const
+{
+    __extension__ using Wide = unsigned __int128;
+    const auto until = [this](ModelTime time) { return static_cast<uint64_t>(Wide{rate} * time >> 32); };
+    return until(to) - until(from);
+}
+
 Offered Traffic::offered(ModelTime now) const
 {
     Offered result = settled;
     for (PerFlow Streams::*stream : all_streams)
         accumulate(result.frames.*stream, passing.*stream, now - settled.until);
+    PerFlow passed_on = passing.up; // frames of each flow that slow errors may break
+    for (const auto &[onu_id, errors] : slow) {
+        const auto &[up, down, of_policed] = errors;
+        result.frames.down_errored[down.flow] += down.count(settled.until, now);
+        if (up.rate == 0) continue;
+        const uint64_t count = up.count(settled.until, now);
+        result.frames.up_errored[up.flow] += count;
+        if (of_policed) {
+            result.frames.up_policed[up.flow] -= count;
+        } else if (passed_on[up.flow] > 0) {
+            result.frames.up[up.flow] -= count;
+            --passed_on[up.flow];
+        } else {
+            result.frames.up_lost[up.flow] -= count;
+        }
+    }
     result.until = now;
     return result;
 }
@@ -128,7 +164,7 @@ Traffic::Needs Traffic::needs_of(const Demand &demand)
 void Traffic::set(uint32_t onu_id, const std::optional<Demand> &demand)
 {
     if (const auto found = onus.find(onu_id); found != onus.end()) {
-        if (std::erase(fresh, onu_id) == 0) count(found->second, without);
+        if (std::erase(fresh, onu_id) == 0) exclude(onu_id, found->second);
         const Needs less = needs_of(found->second.demand);
         needs = {needs.uplink - less.uplink, needs.down - less.down, needs.up - less.up};
         onus.erase(found);
@@ -145,9 +181,9 @@ void Traffic::set_errors(uint32_t onu_id, const Errors &errors)
     const auto found = onus.find(onu_id);
     if (found == onus.end()) return;
     const bool counted = std::ranges::find(fresh, onu_id) == fresh.end();
-    if (counted) count(found->second, without);
+    if (counted) exclude(onu_id, found->second);
     found->second.demand.errors = errors;
-    if (counted) count(found->second, with);
+    if (counted) include(onu_id, found->second);
 }
 
 const Traffic::Onu &Traffic::onu(uint32_t onu_id) const
@@ -157,11 +193,22 @@ const Traffic::Onu &Traffic::onu(uint32_t onu_id) const
     return found == onus.end() ? none : found->second;
 }
 
-void Traffic::count(const Onu &onu, PerFlow (*change)(const PerFlow &, const PerFlow &))
+void Traffic::include(uint32_t onu_id, const Onu &onu)
 {
-    const Streams streams = streams_of(onu);
+    const Broken up = broken_up(onu);
+    const Broken down = broken_down(onu);
+    const Streams streams = streams_of(onu, up.frames, down.frames);
     for (PerFlow Streams::*stream : all_streams)
-        on_line.*stream = change(on_line.*stream, streams.*stream);
+        add(on_line.*stream, streams.*stream);
+    if (up.slow.rate != 0 || down.slow.rate != 0) slow[onu_id] = {up.slow, down.slow, streams.up[up.slow.flow] == 0};
+}
+
+void Traffic::exclude(uint32_t onu_id, const Onu &onu)
+{
+    const Streams streams = streams_of(onu, broken_up(onu).frames, broken_down(onu).frames);
+    for (PerFlow Streams::*stream : all_streams)
+        on_line.*stream = without(on_line.*stream, streams.*stream);
+    slow.erase(onu_id);
 }
 
 void Traffic::pass_alone(Onu &onu)
@@ -218,14 +265,15 @@ void Traffic::share(std::span<Traffic *const> ports, bool uplink_is_up)
         if (has_room && had_room) {
             for (const uint32_t onu_id : port->fresh) {
                 port->pass_alone(port->onus.at(onu_id));
-                port->count(port->onus.at(onu_id), with);
+                port->include(onu_id, port->onus.at(onu_id));
             }
         } else {
             port->pass_down(room, wanted_down);
             port->pass_up();
             port->on_line = {};
+            port->slow.clear();
             for (const auto &[onu_id, onu] : port->onus)
-                port->count(onu, with);
+                port->include(onu_id, onu);
         }
         port->fresh.clear();
         port->roomy = has_room;
@@ -251,7 +299,7 @@ std::vector<UniFrames> uni_rates(const Traffic::Onu &onu)
 {
     const std::vector<UniDemand> &demands = onu.demand.unis;
     std::vector<UniFrames> rates(demands.size());
-    const PerFlow down = received(onu);
+    const PerFlow down = without(onu.passed.down, broken_down(onu).frames);
     for (size_t flow = 0; flow < flows.size(); ++flow) {
         apportion(
             onu.passed.up[flow], demands.size(), [&](size_t uni) { return demands[uni].up[flow]; },
@@ -276,7 +324,20 @@ std::vector<UniFrames> uni_rates(const Traffic::Onu &onu)
 namespace
 {
 
-std::vector<UniFrames> counted_at(const Ledger &ledger, std::span<const UniFrames> rates, ModelTime time)
+// Takes away the frames that slow errors broke, from those of the first UNI port that gets any of their flow.
+void take_broken(std::vector<UniFrames> &frames, std::span<const UniFrames> rates, const SlowErrors &errors,
+                 uint64_t count)
+{
+    for (size_t uni = 0; uni < rates.size(); ++uni)
+        for (PerFlow UniFrames::*received : {&UniFrames::down, &UniFrames::discarded}) {
+            if ((rates[uni].*received)[errors.flow] == 0) continue;
+            (frames[uni].*received)[errors.flow] -= count;
+            return;
+        }
+}
+
+std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu, std::span<const UniFrames> rates,
+                                  ModelTime time)
 {
     if (time <= ledger.since) return {};
     if (time < ledger.until)
@@ -290,6 +351,8 @@ std::vector<UniFrames> counted_at(const Ledger &ledger, std::span<const UniFrame
         frames[uni].fragments += rates[uni].fragments * passed;
         frames[uni].crc_errored += rates[uni].crc_errored * passed;
     }
+    const SlowErrors slow = broken_down(onu).slow;
+    take_broken(frames, rates, slow, slow.count(ledger.until, time));
     return frames;
 }
 
@@ -297,7 +360,7 @@ std::vector<UniFrames> counted_at(const Ledger &ledger, std::span<const UniFrame
 
 std::vector<UniFrames> counted_at(const Ledger &ledger, const Traffic::Onu &onu, ModelTime time)
 {
-    return counted_at(ledger, uni_rates(onu), time);
+    return counted_at(ledger, onu, uni_rates(onu), time);
 }
 
 Ledger settled(const Ledger &ledger, const Traffic::Onu &onu, ModelTime now)
@@ -307,9 +370,9 @@ Ledger settled(const Ledger &ledger, const Traffic::Onu &onu, ModelTime now)
     Ledger result = ledger;
     const ModelTime period = period_start(ledger, now);
     result.until = now;
-    result.frames = counted_at(ledger, rates, now);
-    result.at_period = counted_at(ledger, rates, period);
-    result.at_last_period = counted_at(ledger, rates, period - std::min(period, monitoring_period));
+    result.frames = counted_at(ledger, onu, rates, now);
+    result.at_period = counted_at(ledger, onu, rates, period);
+    result.at_last_period = counted_at(ledger, onu, rates, period - std::min(period, monitoring_period));
     return result;
 }
 

@@ -56,6 +56,17 @@ struct Errors {
     bool heard = true; // frames reach the other side
 };
 
+// SlowErrors break fewer frames of an ONU than a rate can say: less than one in rate_unit seconds, of one flow. How
+// many they have broken follows from the time, so that nothing has to be kept, and however often it is counted, it is
+// the same.
+struct SlowErrors {
+    size_t flow = 0;
+    uint64_t rate = 0; // in 2^-32 of the unit of rates
+
+    // Returns how many frames they break from one time to another, in ten-thousandths.
+    uint64_t count(ModelTime from, ModelTime to) const;
+};
+
 // A Demand says what an online ONU wants to send and is to be sent, and what limits that.
 struct Demand {
     Rates wanted; // the sum of all its UNI ports
@@ -115,10 +126,17 @@ private:
         Bandwidth down = 0;   // what of that their SLAs let pass
         Bandwidth up = 0;     // what they are granted, and what is reserved for them
     };
+    // The slow errors of both directions break frames that the port lets in or, where it lets in none, does not let in.
+    struct Slow {
+        SlowErrors up = {};
+        SlowErrors down = {};
+        bool of_policed = false;
+    };
     static Needs needs_of(const Demand &demand);
     bool has_room() const { return needs.down <= capacity.down && needs.up <= capacity.up; }
-    // Adds what becomes of the frames of an ONU to that of the others, or takes it away.
-    void count(const Onu &onu, PerFlow (*change)(const PerFlow &, const PerFlow &));
+    // These add what becomes of the frames of an ONU to that of the others, or take it away.
+    void include(uint32_t onu_id, const Onu &onu);
+    void exclude(uint32_t onu_id, const Onu &onu);
     // Lets pass what the ONU may have when there is room for all.
     void pass_alone(Onu &onu);
     // These let pass what all ONUs get when they share the room.
@@ -131,7 +149,8 @@ private:
     Needs needs;                  // of all ONUs
     bool roomy = true;            // when the uplink was shared last, there was room for all that ONUs may have
     Capacity capacity;
-    Streams on_line;              // what becomes of the frames of all ONUs that are not fresh, but for the uplink's part
+    Streams on_line; // what becomes of the frames of all ONUs that are not fresh, but for the uplink's part
+    std::map<uint32_t, Slow> slow; // by ONU id, where there are slow errors
     Streams passing;
 };
 

@@ -497,6 +497,52 @@ TEST(BitErrors, BreakFramesBetweenTheOnuAndItsPort)
     EXPECT_EQ(traffic.onu(1).passed.up, demand.wanted.up);
 }
 
+// Frames of 1518 octets are sent both ways to and from one ONU.
+struct SlowErrorsFixture {
+    static constexpr size_t flow = longest_flow;
+    Traffic traffic;
+
+    SlowErrorsFixture(uint64_t frames_a_second, uint64_t errored_up, uint64_t errored_down)
+    {
+        Demand demand{.wanted = {.up = {}, .down = {}}, .sla = default_sla, .most_down = kbits(line_rate)};
+        demand.wanted.up[flow] = frames_a_second * rate_unit;
+        demand.wanted.down[flow] = frames_a_second * rate_unit;
+        demand.errors.up[flow] = errored_up;
+        demand.errors.down[flow] = errored_down;
+        traffic.set_capacity(capacity_of({}, 1));
+        traffic.set(1, demand);
+        Traffic *const port = &traffic;
+        Traffic::share({&port, 1}, true);
+    }
+};
+
+TEST(BitErrors, ThatBreakAFrameInAThousandSecondsAreCounted)
+{
+    constexpr ModelTime time = 100000 * ms_per_second;
+    const SlowErrorsFixture fixture(1000, all_errored / 1000000, 3 * (all_errored / 1000000));
+    const Streams frames = fixture.traffic.offered(time).frames;
+    EXPECT_NEAR(static_cast<double>(frames.up_errored[fixture.flow]), 100 * count_unit, 1);
+    EXPECT_NEAR(static_cast<double>(frames.down_errored[fixture.flow]), 300 * count_unit, 1);
+    EXPECT_EQ(frames.up[fixture.flow] + frames.up_errored[fixture.flow], 1000 * rate_unit * time);
+    EXPECT_EQ(frames.down[fixture.flow], 1000 * rate_unit * time);
+}
+
+TEST(BitErrors, AreTheSameHoweverOftenTheyAreCounted)
+{
+    SlowErrorsFixture often(1, 77777777, 12345678);
+    const SlowErrorsFixture once(1, 77777777, 12345678);
+    Offered before;
+    for (ModelTime time = 0; time < 20000; time += 1 + time % 7) {
+        often.traffic.settle(time);
+        const Offered now = often.traffic.offered(time);
+        EXPECT_EQ(now, once.traffic.offered(time));
+        for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::down_errored})
+            EXPECT_GE((now.frames.*stream)[often.flow], (before.frames.*stream)[often.flow]) << time;
+        before = now;
+    }
+    EXPECT_GT(before.frames.up_errored[often.flow], count_unit);
+}
+
 uint64_t frames_of(const PerFlow &counts)
 {
     uint64_t sum = 0;
