@@ -9,7 +9,7 @@
 #include "control/fault_forms.h"
 #include "control/show.h"
 #include "daemon/alarm_events.h"
-#include "scenario/export.h"
+#include "exporting/export.h"
 #include "text/words.h"
 
 namespace ponsim

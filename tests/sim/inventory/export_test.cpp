@@ -1,5 +1,5 @@
 // These tests check that a running OLT can be written as a scenario, and that the scenario makes the same OLT.
-#include "scenario/export.h"
+#include "exporting/export.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "scenario/export.h"
+#include "exporting/export.h"
 
 #include <algorithm>
 #include <map>
