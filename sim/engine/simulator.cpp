@@ -113,7 +113,10 @@ Change Simulator::change_of(const Event &event) const
     Change change;
     const auto carry_out = [&](const std::string &words) {
         try {
-            change.add(plan_control(model, words).change);
+            const Change planned = plan_control(model, words).change;
+            change.add(planned);
+            change.log.insert(change.log.end(), planned.log.begin(), planned.log.end());
+            change.faults.insert(change.faults.end(), planned.faults.begin(), planned.faults.end());
         } catch (const ControlError &error) {
             change.log.push_back(what + (event.together ? ": " + words : "") + ": refused: " + error.what());
             return false;

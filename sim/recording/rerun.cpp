@@ -13,9 +13,9 @@
 #include "daemon/clock.h"
 #include "daemon/console.h"
 #include "daemon/journal.h"
-#include "recording/recorded.h"
 #include "engine/delivery.h"
 #include "engine/simulator.h"
+#include "recording/recorded.h"
 
 namespace ponsim
 {

@@ -56,7 +56,9 @@ std::optional<AlarmReason> common_loss(const Olt &olt, const PonPort &port)
     std::optional<AlarmReason> common;
     for (const Arrival &arrival : port.arrivals) {
         const OnuRecord record = port.record(arrival.mac);
-        if (arrival.unplugged || !record.powered || record.phase == Phase::booting || !port.limits.contain(arrival.distance)) continue;
+        if (arrival.unplugged || !record.powered || record.phase == Phase::booting ||
+            !port.limits.contain(arrival.distance))
+            continue;
         if (record.heard()) return std::nullopt;
         const AlarmReason reason = loss_reason(olt, port, arrival);
         if (common && *common != reason) return std::nullopt;

@@ -5,17 +5,17 @@
 #include "bsp_pon.h"
 #include "catalogue.h"
 #include "generated/service_words.h"
+#include "model/alarm/alarms.h"
 #include "model/base/random.h"
 #include "model/base/text.h"
 #include "model/lifecycle/admission.h"
-#include "model/alarm/alarms.h"
 #include "model/lifecycle/authentication.h"
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"
 #include "model/olt/remote.h"
-#include "model/port/sla.h"
 #include "model/plant/fibre.h"
 #include "model/plant/plugging.h"
+#include "model/port/sla.h"
 
 namespace ponsim
 {

@@ -63,8 +63,8 @@ private:
     };
     struct Port {
         std::vector<Onu> onus; // by arrival
-        DueTimes changes;        // of their light
-        DueTimes time_outs;      // of their links
+        DueTimes changes;      // of their light
+        DueTimes time_outs;    // of their links
         bool blinded = false;
         std::optional<ModelTime> all_at = {}; // when all ONUs are to be looked at
     };

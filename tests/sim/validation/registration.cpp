@@ -16,12 +16,14 @@ constexpr double answer = 84 * 8 * 1e-9; // s; a REGISTER_REQ with preamble and 
 constexpr double laser = 512e-9;         // s; on or off
 constexpr uint32_t onus = 32;
 
-// Half of the ONUs of this port are `metres` farther from it than the others. All are switched on together.
+// Half of the ONUs of this port are `metres` farther from it than the others. All are switched on together, and boot
+// equally long.
 std::string cold_port(uint64_t seed, uint32_t metres)
 {
-    const std::string group = "[[olt.port.onu]]\nservice = \"home\"\nbranch = \"main\"\ncount = 16\n";
+    const std::string group = "[[olt.port.onu]]\nkind = \"alike\"\nservice = \"home\"\nbranch = \"main\"\ncount = 16\n";
     return "start = \"cold\"\nseed = " + std::to_string(seed) +
-           "\n[service.home]\n[[olt]]\nports = 1\n[[olt.port]]\nnumber = 1\n[[olt.port.branch]]\nname = "
+           "\n[kind.alike]\nmodel = \"S100\"\nboot = \"10s\"\n[service.home]\n[[olt]]\nports = 1\n[[olt.port]]\nnumber "
+           "= 1\n[[olt.port.branch]]\nname = "
            "\"main\"\nsplit = 32\n" +
            group + "name = \"near\"\ndrop = 0\n" + group + "name = \"far\"\ndrop = " + std::to_string(metres) + "\n";
 }
@@ -97,7 +99,8 @@ Section registration_section()
     const char *const by_chance = "64.3.3: a random wait in the window; answers that overlap are lost";
     return {
         "Discovery and registration",
-        "32 ONUs are switched on together. Each answers the same discovery window of 16384 quanta after a random wait. "
+        "32 ONUs are switched on together, and boot equally long. Each answers the same discovery window of 16384 "
+        "quanta after a random wait. "
         "An answer occupies the receiver for 84 octets, its time to synchronise, and a laser that goes on and off.",
         {{"heard in the first window, all at the same distance", "part of all",
           "(1 - 2 L / (W - L))^31, with the edges", by_chance, heard_by_formula(0), heard(0), 0.02, 3},
