@@ -103,7 +103,7 @@ bool holds_of_onu(const Olt &olt, const PonPort &port, const Arrival &arrival, A
     case Alarm::onu_los:
         return !port.ranges(arrival) || !record.heard();
     case Alarm::wrong_port:
-        return is_bound_elsewhere(olt, port, arrival.mac) && port.ranges(arrival) && !port.refuses(arrival.mac) &&
+        return port.ranges(arrival) && is_bound_elsewhere(olt, port, arrival.mac) && !port.refuses(arrival.mac) &&
                !is_elsewhere(olt, port, arrival.mac);
     case Alarm::same_mac:
         return olt.alarm_watch().is_twin(port.number, arrival.mac) && port.ranges(arrival) &&
@@ -127,7 +127,9 @@ bool holds(const Olt &olt, const AlarmKey &key)
     const AlarmRecord *record = olt.alarm(key);
     if (record && record->reason.cause == AlarmCause::test) return true; // a test has no cause that could end
     const Arrival *arrival = port.arrived(key.mac);
-    return arrival && holds_of_onu(olt, port, *arrival, alarm);
+    // An ONU that was taken away is missed where it is bound.
+    if (!arrival) return alarm == Alarm::los && olt.id_at(key.pon_port, key.mac);
+    return holds_of_onu(olt, port, *arrival, alarm);
 }
 
 void AlarmWatch::start(const Olt &olt)
@@ -168,10 +170,12 @@ void AlarmWatch::follow(const Olt &olt, const Change &change, std::span<const st
     };
     for (const auto &[key, record] : change.of<OnuRecord>())
         onu(key.pon_port, key.mac);
+    for (const auto &[key, plugged] : change.of<PluggedOnu>())
+        onu(key.pon_port, key.mac);
     // Where an ONU is bound matters also at the port where it is.
     for (const auto &[pon_port, mac] : moved)
         for (const PonPort &port : olt.ports())
-            if (port.arrived(mac)) onu(port.number, mac);
+            if (port.number == pon_port || port.arrived(mac)) onu(port.number, mac);
     for (const auto &[key, run] : change.of<UpgradeRun>())
         onu(key.pon_port, key.mac);
     for (const auto &[key, record] : change.of<LoopRecord>())
@@ -189,19 +193,38 @@ void AlarmWatch::look(const Olt &olt, const AlarmKey &key)
 {
     const AlarmRecord *record = olt.alarm(key);
     const bool active = record && record->active();
-    const bool wanted = (active || is_state(Alarm{key.alarm})) && holds(olt, key);
-    if (wanted == active)
-        waiting.erase(key);
-    else
-        waiting.insert_or_assign(key, wanted);
+    await(key, active, (active || is_state(Alarm{key.alarm})) && holds(olt, key));
 }
 
+void AlarmWatch::await(const AlarmKey &key, bool active, bool wanted)
+{
+    if (wanted != active)
+        waiting.insert_or_assign(key, wanted);
+    else if (!waiting.empty())
+        waiting.erase(key);
+}
+
+// This is where a change of light ends up, so the ONU and its alarms are looked up once.
 void AlarmWatch::look_at_onu(const Olt &olt, const PonPort &port, const Mac &mac)
 {
-    for (const Alarm alarm : states_of_onu)
-        look(olt, key_of(port, mac, alarm));
-    for (auto at = port.alarms.lower_bound({mac, 0}); at != port.alarms.end() && at->first.mac == mac; ++at)
-        if (!is_state(Alarm{at->first.alarm})) look(olt, {port.number, mac, at->first.alarm, at->first.unit});
+    uint32_t active = 0; // a bit for each alarm
+    const auto bit_of = [](uint32_t alarm) { return uint32_t{1} << alarm; };
+    for (auto at = port.alarms.lower_bound({mac, 0}); at != port.alarms.end() && at->first.mac == mac; ++at) {
+        const auto &[where, record] = *at;
+        if (!record.active()) continue;
+        if (is_state(Alarm{where.alarm}) && where.unit == 0)
+            active |= bit_of(where.alarm);
+        else
+            look(olt, {port.number, mac, where.alarm, where.unit});
+    }
+    const Arrival *own = port.arrived(mac);
+    for (const Alarm alarm : states_of_onu) {
+        const AlarmKey key = key_of(port, mac, alarm);
+        if (active & bit_of(key.alarm))
+            look(olt, key);
+        else
+            await(key, false, own && holds_of_onu(olt, port, *own, alarm));
+    }
     // What one ONU became can only end the loss of all of them.
     const AlarmKey dark = key_of(port, port_itself, Alarm::port_los);
     const AlarmRecord *record = olt.alarm(dark);

@@ -43,6 +43,8 @@ public:
 
 private:
     void look(const Olt &olt, const AlarmKey &key);
+    // Notes whether the alarm has to be raised or cleared.
+    void await(const AlarmKey &key, bool active, bool wanted);
     void look_at_onu(const Olt &olt, const PonPort &port, const Mac &mac);
     // Looks at the alarms of the port itself.
     void look_at_port(const Olt &olt, const PonPort &port);

@@ -78,6 +78,11 @@ struct Campus : Scene {
         }
     }
     bool online(uint32_t pon_port, const Mac &mac) const { return olt().online(port(pon_port), mac); }
+    bool is_active(uint32_t pon_port, const Mac &mac, Alarm alarm) const
+    {
+        const AlarmRecord *record = olt().alarm({pon_port, mac, static_cast<uint32_t>(alarm)});
+        return record && record->active();
+    }
     uint32_t alarms(uint32_t pon_port, const Mac &mac, Alarm alarm) const
     {
         const auto found = port(pon_port).alarms.find({mac, static_cast<uint32_t>(alarm)});
@@ -206,6 +211,24 @@ TEST(Inventory, AnOnuThatIsNotBoundIsForgottenWhenItIsTakenAway)
     EXPECT_TRUE(scene.olt().kept<PluggedOnu>().empty());
     EXPECT_FALSE(scene.port(1).onus.contains(mac));
     EXPECT_TRUE(scene.online(1, scene.onu(1, "a-1").mac)) << "the rogue is gone";
+}
+
+TEST(Inventory, AnOnuThatIsTakenAwayIsMissedWhileItIsBound)
+{
+    Campus scene;
+    const Mac bound = scene.onu(1, "a-1").mac, waiting = scene.onu(2, "b-1").mac;
+    ASSERT_TRUE(scene.olt().find(bound));
+    ASSERT_FALSE(scene.olt().find(waiting));
+    scene.order("leave 1 a-1");
+    scene.order("leave 2 b-1");
+    scene.pass(60 * ms_per_second);
+    ASSERT_EQ(scene.port(1).arrived(bound), nullptr);
+    EXPECT_TRUE(scene.is_active(1, bound, Alarm::los));
+    EXPECT_FALSE(scene.is_active(2, waiting, Alarm::los));
+    const bsp_pon_msg release = record_of(BSP_CMD_ONU_RELEASE, 1, scene.olt().find(bound)->onu_id);
+    EXPECT_EQ(scene.simulator.handle({BSP_MSG_PON, &release, sizeof release, catalogue::Call::set}).status, BSP_OK);
+    scene.pass(0);
+    EXPECT_FALSE(scene.is_active(1, bound, Alarm::los));
 }
 
 TEST(Inventory, AnOnuWithoutPowerIsGoneAtOnce)
