@@ -60,9 +60,9 @@ Broken broken(int32_t weaker)
 
 } // namespace
 
-Section bit_error_section()
+PageSection bit_error_section()
 {
-    Section section{
+    PageSection section{
         "Bit errors",
         "A receiver that thermal noise limits has a Q factor in proportion to the optical power, and 7.03 at its "
         "sensitivity, which is a bit error ratio p of 10^-12. An ONU sends its mix of frames of L octets for 1000 "

@@ -87,9 +87,9 @@ uint32_t onu_with(const Scene &scene, double wanted)
 
 } // namespace
 
-Section capacity_section()
+PageSection capacity_section()
 {
-    Section section{
+    PageSection section{
         "Capacity",
         "ONUs want more than there is room for. What they get is measured on the line, with the preamble and gap of "
         "each frame (20 octets). n ONUs have g grants in a cycle of 1 ms: one each, and as many as the cycle holds "

@@ -74,13 +74,13 @@ struct Limits {
 
 } // namespace
 
-Section optics_section()
+PageSection optics_section()
 {
     const Limits classes[] = {{"PX10", "60.3: 1000BASE-PX10", -24, -1, -24, -3},
                               {"PX20", "60.4: 1000BASE-PX20", -27, -6, -24, -3},
                               {"PX20+", "YD/T 1688.3", -30, -6, -27, -3},
                               {"PX30", "802.3bk: 1000BASE-PX30", -29.78, -9.38, -27, -8}};
-    Section section{
+    PageSection section{
         "Optical classes",
         "One ONU is near its port. An attenuator is turned in steps of 0.01 dB until the receiver has bit errors. "
         "What it receives one step before that is compared with the limit of its class.",

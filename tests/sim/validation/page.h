@@ -7,7 +7,7 @@
 namespace ponsim
 {
 
-struct Finding {
+struct PageRow {
     std::string what;
     std::string unit;
     std::string formula;
@@ -18,17 +18,17 @@ struct Finding {
     int decimals;
 };
 
-struct Section {
+struct PageSection {
     std::string title;
     std::string introduction;
-    std::vector<Finding> rows;
+    std::vector<PageRow> rows;
 };
 
 // Each makes the model run.
-Section registration_section();
-Section capacity_section();
-Section bit_error_section();
-Section optics_section();
-Section timer_section();
+PageSection registration_section();
+PageSection capacity_section();
+PageSection bit_error_section();
+PageSection optics_section();
+PageSection timer_section();
 
 } // namespace ponsim

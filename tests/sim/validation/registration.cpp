@@ -86,7 +86,7 @@ double heard_by_formula(double metres)
 
 } // namespace
 
-Section registration_section()
+PageSection registration_section()
 {
     Scene scene(cold_port(1, 0));
     const ModelTime first_window = until_any_is_in(scene, Phase::mpcp);

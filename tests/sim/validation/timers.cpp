@@ -42,7 +42,7 @@ constexpr uint32_t worn_out = 2000000; // hours; with so many a laser gives no l
 
 } // namespace
 
-Section timer_section()
+PageSection timer_section()
 {
     const auto cut = [](Field &field) { field.order("cut 1 feeder"); };
     const auto mend = [](Field &field) { field.order("mend 1 feeder"); };

@@ -26,10 +26,10 @@ measures. `WRITE_VALIDATION=1` in the environment of `sim_model --gtest_filter='
 Clauses are those of IEEE 802.3 where nothing else is said.
 )";
 
-const std::vector<Section> &sections()
+const std::vector<PageSection> &sections()
 {
-    static const std::vector<Section> all{registration_section(), capacity_section(), bit_error_section(),
-                                          optics_section(), timer_section()};
+    static const std::vector<PageSection> all{registration_section(), capacity_section(), bit_error_section(),
+                                              optics_section(), timer_section()};
     return all;
 }
 
@@ -46,12 +46,12 @@ std::string page()
 {
     std::ostringstream text;
     text << introduction;
-    for (const Section &section : sections()) {
+    for (const PageSection &section : sections()) {
         text << "\n## " << section.title << "\n\n"
              << section.introduction << "\n\n"
              << "| what | formula | source | formula says | model does | difference | tolerance |\n"
              << "|---|---|---|---:|---:|---:|---:|\n";
-        for (const Finding &row : section.rows)
+        for (const PageRow &row : section.rows)
             text << "| " << row.what << ", " << row.unit << " | " << row.formula << " | " << row.source << " | "
                  << number(row.expected, row.decimals) << " | " << number(row.measured, row.decimals) << " | "
                  << number(row.measured - row.expected, row.decimals) << " | " << number(row.tolerance, row.decimals)
@@ -69,9 +69,9 @@ std::string content_of(const std::string &file)
 
 TEST(Validation, OfEachRowIsWithinItsTolerance)
 {
-    for (const Section &section : sections()) {
+    for (const PageSection &section : sections()) {
         EXPECT_FALSE(section.rows.empty()) << section.title;
-        for (const Finding &row : section.rows)
+        for (const PageRow &row : section.rows)
             EXPECT_NEAR(row.measured, row.expected, row.tolerance) << section.title << ": " << row.what;
     }
 }
