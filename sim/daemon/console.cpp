@@ -134,18 +134,21 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
     if (words.empty() || words[0] == "help") return help();
     const std::string name = words[0];
     words.erase(words.begin());
+    const auto expect_no_more = [&] {
+        if (!words.empty()) throw ControlError(name + ": expected no more words");
+    };
 
     if (name == "now") {
-        if (!words.empty()) throw ControlError("now: expected no more words");
+        expect_no_more();
         return time_passed(simulator);
     }
     if (name == "faults") {
-        if (!words.empty()) throw ControlError("faults: expected no more words");
+        expect_no_more();
         return simulator.faults().list();
     }
     if (name == "show") return show(simulator, words);
     if (name == "export") {
-        if (!words.empty()) throw ControlError("export: expected no more words");
+        expect_no_more();
         return scenario_text(simulator);
     }
     if (name == "events") return events(simulator.olt(), words);

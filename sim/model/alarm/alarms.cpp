@@ -91,11 +91,6 @@ std::string_view state_of(bool active)
     return active ? "active" : "cleared";
 }
 
-AlarmKey alarm_key(const PonPort &port, const Mac &mac, Alarm alarm)
-{
-    return {port.number, mac, static_cast<uint32_t>(alarm)};
-}
-
 std::string place_of(const Olt &olt, const AlarmKey &key, const AlarmReason &reason)
 {
     if (Alarm{key.alarm} == Alarm::uplink_down) return "uplink " + std::to_string(key.unit);

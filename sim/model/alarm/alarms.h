@@ -17,8 +17,6 @@ std::string_view severity_of(Alarm alarm); // critical, major or minor
 std::string_view name_of(AlarmCause cause);
 std::string_view state_of(bool active); // active or cleared
 
-AlarmKey alarm_key(const PonPort &port, const Mac &mac, Alarm alarm);
-
 // Returns what is known of the place beyond port and ONU, as a branch of the fibre, a UNI port or an uplink. Returns an
 // empty text when nothing more is known.
 std::string place_of(const Olt &olt, const AlarmKey &key, const AlarmReason &reason);

@@ -24,11 +24,6 @@ bool is_state(Alarm alarm)
            std::ranges::find(states_of_port, alarm) != std::end(states_of_port);
 }
 
-AlarmKey key_of(const PonPort &port, const Mac &mac, Alarm alarm)
-{
-    return {port.number, mac, static_cast<uint32_t>(alarm)};
-}
-
 bool too_strong(const Reception &reception)
 {
     return reception.light == Light::overloaded || reception.light == Light::saturated;
@@ -116,6 +111,11 @@ bool holds_of_onu(const Olt &olt, const PonPort &port, const Arrival &arrival, A
 }
 
 } // namespace
+
+AlarmKey alarm_key(const PonPort &port, const Mac &mac, Alarm alarm)
+{
+    return {port.number, mac, static_cast<uint32_t>(alarm)};
+}
 
 bool holds(const Olt &olt, const AlarmKey &key)
 {
@@ -219,14 +219,14 @@ void AlarmWatch::look_at_onu(const Olt &olt, const PonPort &port, const Mac &mac
     }
     const Arrival *own = port.arrived(mac);
     for (const Alarm alarm : states_of_onu) {
-        const AlarmKey key = key_of(port, mac, alarm);
+        const AlarmKey key = alarm_key(port, mac, alarm);
         if (active & bit_of(key.alarm))
             look(olt, key);
         else
             await(key, false, own && holds_of_onu(olt, port, *own, alarm));
     }
     // What one ONU became can only end the loss of all of them.
-    const AlarmKey dark = key_of(port, port_itself, Alarm::port_los);
+    const AlarmKey dark = alarm_key(port, port_itself, Alarm::port_los);
     const AlarmRecord *record = olt.alarm(dark);
     const Arrival *arrival = record && record->active() ? port.arrived(mac) : nullptr;
     if (arrival && hears(port, *arrival)) waiting.insert_or_assign(dark, false);
@@ -235,7 +235,7 @@ void AlarmWatch::look_at_onu(const Olt &olt, const PonPort &port, const Mac &mac
 void AlarmWatch::look_at_port(const Olt &olt, const PonPort &port)
 {
     for (const Alarm alarm : states_of_port)
-        look(olt, key_of(port, port_itself, alarm));
+        look(olt, alarm_key(port, port_itself, alarm));
 }
 
 // What becomes of one of them concerns the other.
@@ -243,13 +243,13 @@ void AlarmWatch::look_at_twins(const Olt &olt)
 {
     for (const auto &[pon_port, mac] : twins)
         for (const Alarm alarm : {Alarm::wrong_port, Alarm::same_mac})
-            look(olt, key_of(*olt.port(pon_port), mac, alarm));
+            look(olt, alarm_key(*olt.port(pon_port), mac, alarm));
 }
 
 void AlarmWatch::look_at_all(const Olt &olt, const PonPort &port)
 {
     look_at_port(olt, port);
-    look(olt, key_of(port, port_itself, Alarm::port_los));
+    look(olt, alarm_key(port, port_itself, Alarm::port_los));
     for (const Arrival &arrival : port.arrivals)
         look_at_onu(olt, port, arrival.mac);
     // An ONU that never arrived may have alarms in a state file of before.

@@ -23,6 +23,8 @@ struct Arrival;
 // Alarms of a port have this where alarms of an ONU have its address.
 inline constexpr Mac port_itself{};
 
+AlarmKey alarm_key(const PonPort &port, const Mac &mac, Alarm alarm);
+
 // Returns whether the condition of the alarm holds, so that an alarm that was raised goes on.
 bool holds(const Olt &olt, const AlarmKey &key);
 
