@@ -29,6 +29,7 @@ PageSection registration_section();
 PageSection capacity_section();
 PageSection bit_error_section();
 PageSection optics_section();
+PageSection budget_section();
 PageSection timer_section();
 
 } // namespace ponsim

@@ -29,7 +29,7 @@ Clauses are those of IEEE 802.3 where nothing else is said.
 const std::vector<PageSection> &sections()
 {
     static const std::vector<PageSection> all{registration_section(), capacity_section(), bit_error_section(),
-                                              optics_section(), timer_section()};
+                                              optics_section(),       budget_section(),   timer_section()};
     return all;
 }
 
