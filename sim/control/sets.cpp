@@ -302,14 +302,6 @@ std::string text_of(const Olt &, uint32_t number)
     return std::to_string(number);
 }
 
-void add(Change &change, const Change &more)
-{
-    change.Kept::add(more);
-    change.flushes.insert(change.flushes.end(), more.flushes.begin(), more.flushes.end());
-    change.log.insert(change.log.end(), more.log.begin(), more.log.end());
-    change.faults.insert(change.faults.end(), more.faults.begin(), more.faults.end());
-}
-
 template <class Target>
 Plan plan_each(const Olt &olt, const std::vector<Target> &targets,
                const std::function<Plan(const Olt &, const Target &)> &plan_one)
@@ -326,7 +318,7 @@ Plan plan_each(const Olt &olt, const std::vector<Target> &targets,
             second->apply(all.change);
         }
         if (second) second->apply(one.change);
-        add(all.change, one.change);
+        all.change.add(one.change);
     }
     return all;
 }

@@ -67,6 +67,8 @@ Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr
     due = find_due();
 }
 
+Simulator::~Simulator() = default;
+
 void Simulator::change(Change change)
 {
     keep_happenings();

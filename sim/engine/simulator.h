@@ -45,6 +45,7 @@ public:
     // wanted OLT, which begins with what its scenario provisions. A null scenario means that of the store, or none.
     // Throws StoreError when the store does not work, or belongs to another OLT than the wanted one.
     Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> scenario = {});
+    ~Simulator();
 
     const Settings &settings() const { return olt_settings; }
     const Olt &olt() const { return model; }

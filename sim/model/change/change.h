@@ -25,13 +25,25 @@ struct FdbFilter {
     Mac mac = {};
 };
 
+// What goes through all families is in change.cpp. Otherwise each file that has a change would make code for all of
+// them.
 struct Change : Kept {
+    Change();
+    Change(const Change &);
+    Change(Change &&) noexcept;
+    Change &operator=(const Change &);
+    Change &operator=(Change &&) noexcept;
+    ~Change();
+
+    using Kept::add;
+    // Adds all of another change.
+    void add(const Change &more);
+    // Returns whether nothing becomes different. Time and traffic, which the simulator adds, do not count.
+    bool empty() const;
+
     std::vector<FdbFilter> flushes = {}; // entries to be forgotten; the store does not know the forwarding database
     std::vector<std::string> log = {};   // lines for the service's log; not kept
     std::vector<FaultOrder> faults = {}; // what the service is to do with its answers; not kept
-
-    // Returns whether nothing becomes different. Time and traffic, which the simulator adds, do not count.
-    bool empty() const { return flushes.empty() && empty_but<Offered, Ledger, ModelClock>(); }
 };
 
 // Returns a change of one record.

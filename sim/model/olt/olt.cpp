@@ -122,6 +122,11 @@ Olt::Olt(const Settings &settings) : as_found(settings)
     conditions.start(*this);
 }
 
+Olt::Olt(const Olt &) = default;
+Olt::Olt(Olt &&) noexcept = default;
+Olt &Olt::operator=(Olt &&) noexcept = default;
+Olt::~Olt() = default;
+
 Equipment Olt::equipment_of(const Mac &mac) const
 {
     if (const auto found = plugged.find(mac); found != plugged.end()) return found->second;

@@ -134,6 +134,10 @@ class Olt
 {
 public:
     explicit Olt(const Settings &settings);
+    Olt(const Olt &);
+    Olt(Olt &&) noexcept;
+    Olt &operator=(Olt &&) noexcept;
+    ~Olt();
 
     // These are the questions for the time. Each says to the Look how long its answer holds.
     ModelTime now() const
