@@ -2,8 +2,21 @@
 
 #include <cstring>
 
+#include "closer.h"
+
 namespace board
 {
+namespace
+{
+
+bool has_option(int socket, int option, int wanted)
+{
+    int value = 0;
+    socklen_t length = sizeof value;
+    return !getsockopt(socket, SOL_SOCKET, option, &value, &length) && value == wanted;
+}
+
+} // namespace
 
 ssize_t send_packet(int socket, const void *packet, size_t size, int descriptor)
 {
@@ -34,10 +47,19 @@ Descriptor passed_descriptor(msghdr &message)
             int descriptor;
             std::memcpy(&descriptor, CMSG_DATA(part) + at, sizeof descriptor);
             Descriptor owned(descriptor);
-            if (!first) first = std::move(owned);
+            if (first)
+                close_passed(std::move(owned));
+            else
+                first = std::move(owned);
         }
     }
     return first;
+}
+
+bool is_way_back(const Descriptor &passed)
+{
+    return passed && has_option(passed.get(), SO_DOMAIN, AF_UNIX) && has_option(passed.get(), SO_TYPE, SOCK_SEQPACKET) &&
+           has_option(passed.get(), SO_ACCEPTCONN, 0);
 }
 
 } // namespace board

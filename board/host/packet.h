@@ -17,4 +17,7 @@ ssize_t send_packet(int socket, const void *packet, size_t size, int descriptor)
 // Returns the descriptor that came with a packet. If there are more descriptors, they are closed.
 Descriptor passed_descriptor(msghdr &message);
 
+// Returns whether the descriptor is a socket on which an answer to a datagram can be sent.
+bool is_way_back(const Descriptor &passed);
+
 } // namespace board

@@ -16,6 +16,7 @@
 #include <sys/socket.h>
 
 #include "board/util.h"
+#include "closer.h"
 #include "descriptor.h"
 #include "packet.h"
 #include "settings.h"
@@ -142,6 +143,16 @@ bool set_timeout(int socket)
            setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout) == 0;
 }
 
+// Connects the socket. Returns 0 or an error number. A signal interrupts the wait for a service whose queue is full.
+int connect_to(int socket, const sockaddr_un &address, Clock::time_point deadline)
+{
+    while (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address)) {
+        if (errno != EINTR) return errno;
+        if (Clock::now() >= deadline) return EAGAIN;
+    }
+    return 0;
+}
+
 int32_t Line::open(uint32_t to_module)
 {
     drop();
@@ -166,8 +177,7 @@ int32_t Line::open(uint32_t to_module)
         far_end = Descriptor(ends[1]);
         if (!set_timeout(near_end.get())) return IPC_ERR_SYSTEM;
     }
-    if (connect(opened.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)) {
-        const int error = errno;
+    if (const int error = connect_to(opened.get(), address, deadline)) {
         userlog_debug(__func__, __LINE__, "no connection to %s: %s", address.sun_path, std::strerror(error));
         return value_of_connect_error(error);
     }
@@ -251,10 +261,12 @@ int32_t Line::receive_memory()
         return recvmsg(source(), &message, MSG_CMSG_CLOEXEC | MSG_TRUNC | flags);
     });
     if (received <= 0) return value_of_receive_error(received);
-    const Descriptor memory = passed_descriptor(message);
+    Descriptor memory = passed_descriptor(message);
     const bool is_memory = received == sizeof head && check_head(head, sizeof head) == Refusal::none &&
-                           head.kind == Kind::memory && memory;
-    return is_memory && view.adopt(memory) ? IPC_OK : IPC_ERR_BROKEN_ANSWER;
+                           head.kind == Kind::memory && memory && view.adopt(memory);
+    if (is_memory) return IPC_OK;
+    close_passed(std::move(memory));
+    return IPC_ERR_BROKEN_ANSWER;
 }
 
 // Accepts an answer only when everything in it is correct.
@@ -274,7 +286,8 @@ int32_t Line::receive(const RequestHeader &request, AnswerFrame &answer)
     }
     if (header.head.kind == Kind::refusal) return value_of_refusal(static_cast<Refusal>(header.head.detail));
     if (!answers(answer, static_cast<size_t>(received), request)) return IPC_ERR_BROKEN_ANSWER;
-    if (header.result.state != Result::shared) return IPC_OK;
+    if (header.result.state > Result::file) return IPC_ERR_BROKEN_ANSWER;
+    if (!header.result.in_memory()) return IPC_OK;
 
     if (header.result.new_memory) {
         if (const int32_t value = receive_memory()) return value;

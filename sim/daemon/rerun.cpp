@@ -67,22 +67,15 @@ std::string difference(const board_trace_entry &recorded, const Delivery &now)
     if (answer != now.answer)
         return "byte " + std::to_string(std::ranges::mismatch(answer, now.answer).in1 - answer.begin()) +
                " of the answer is another";
-    if (record.result_key != now.result_key) return other("the key of the result", record.result_key, now.result_key);
-    if (record.result_length != now.result.size())
-        return other("the length of the result", record.result_length, now.result.size());
+    const uint32_t key = now.file ? BOARD_TRACE_FILE : now.result_key;
+    const std::string_view live = now.file.value_or(now.result);
+    if (record.result_key != key) return other("the key of the result", record.result_key, key);
+    if (record.result_length != live.size()) return other("the length of the result", record.result_length, live.size());
     const std::string_view result{recorded.result, record.result_carried};
-    if (result.size() == now.result.size() && result != now.result)
-        return "byte " + std::to_string(std::ranges::mismatch(result, now.result).in1 - result.begin()) +
+    if (result.size() == live.size() && result != live)
+        return "byte " + std::to_string(std::ranges::mismatch(result, live).in1 - result.begin()) +
                " of the result is another";
     return {};
-}
-
-// Returns the name of a file that an answer has at this place.
-std::string name_in(const board_trace_entry &entry, size_t at)
-{
-    const std::string_view answer{reinterpret_cast<const char *>(entry.response), entry.record.response_length};
-    const std::string_view rest = answer.substr(std::min(at, answer.size()));
-    return std::string(rest.substr(0, rest.find('\0')));
 }
 
 std::string Session::request(const board_trace_entry &entry)
@@ -93,9 +86,7 @@ std::string Session::request(const board_trace_entry &entry)
     try {
         const std::vector<FaultCase> faults = simulator.faults().happen_to(message);
         Reply reply = simulator.handle(message);
-        // The contents of a file are not in the recording, and its name follows from the sockets' folder.
-        const std::string name = reply.file ? name_in(entry, reply.file->name_at) : std::string();
-        complete(reply, message, faults, [&name](const std::string &) { return name; });
+        complete(reply, message, faults);
         if (record.ipc_result != IPC_OK) return "it failed then";
         return difference(entry, delivery_of(reply, message));
     } catch (const std::exception &error) {

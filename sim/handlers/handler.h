@@ -57,7 +57,10 @@ struct Request {
     }
 };
 
-// A ResultFile is a result that goes into a file. The name of the file goes into the answer.
+// A ResultFile is a result that callers read as a file. The answer names it by this name, which has room in the shortest
+// answer.
+inline constexpr std::string_view result_file_name = "board:file";
+
 struct ResultFile {
     std::string content;
     uint32_t name_at; // offset in the answer, where it ends with a NUL

@@ -18,6 +18,7 @@
 #include "answering.h"
 #include "board/service.h"
 #include "board/util.h"
+#include "closer.h"
 #include "endpoint.h"
 #include "packet.h"
 #include "settings.h"
@@ -28,6 +29,9 @@ namespace
 using namespace board;
 
 constexpr size_t max_connections = 256;
+constexpr size_t connections_of_others = 240; // of users other than the service's own and root
+constexpr size_t connections_of_one = 64;     // of one of these users
+constexpr uint32_t usual_idle_limit = 600;    // s
 constexpr size_t stack_size = size_t{1} << 20;
 
 struct Connection {
@@ -48,6 +52,8 @@ bool wait_until_due(int socket, const board_answer &answer)
 
 // A DatagramAnswer is an answer to a datagram, with the socket that it is sent to.
 struct DatagramAnswer {
+    ~DatagramAnswer() { close_passed(std::move(way_back)); }
+
     board_answer answer{true};
     Descriptor way_back;
     ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
@@ -128,7 +134,10 @@ private:
     void accept_connection();
     void admit(Descriptor socket);
     void serve(Connection &connection);
+    // Receives the next datagram. Returns its length, or -1 when there is none.
+    ssize_t receive_datagram(DatagramAnswer &answer);
     void serve_datagram();
+    bool has_room_for(const ucred &peer) const;
     void send(DatagramAnswer &answer);
     void leave(Connection &connection);
 
@@ -166,6 +175,9 @@ board_service::~board_service()
         shutdown(endpoint->datagrams(), SHUT_RDWR);
     }
     if (listening) pthread_join(listener, nullptr);
+    // What nobody received may carry descriptors, too.
+    for (DatagramAnswer unread; endpoint && receive_datagram(unread) >= 0;)
+        close_passed(std::move(unread.way_back));
 
     std::unique_lock lock(mutex);
     for (Connection &connection : connections)
@@ -215,14 +227,31 @@ void board_service::accept_connection()
     }
 }
 
+// A user who takes all connections that the user may have does not lock out the others, and nobody locks out those who
+// run the service. The caller holds the lock.
+bool board_service::has_room_for(const ucred &peer) const
+{
+    const auto owner = [](const ucred &each) { return each.uid == geteuid() || each.uid == 0; };
+    if (owner(peer)) return connections.size() < max_connections;
+    size_t others = 0, own = 0;
+    for (const Connection &each : connections) {
+        others += !owner(each.peer);
+        own += each.peer.uid == peer.uid;
+    }
+    return others < connections_of_others && own < connections_of_one && connections.size() < max_connections;
+}
+
 void board_service::admit(Descriptor socket)
 {
     ucred peer{};
     socklen_t length = sizeof peer;
     getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &length);
 
+    const timeval limit{static_cast<time_t>(config.idle_limit ? config.idle_limit : usual_idle_limit), 0};
+    setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
+
     const std::lock_guard lock(mutex);
-    if (connections.size() < max_connections) {
+    if (has_room_for(peer)) {
         Connection &connection = connections.emplace_back(this, std::move(socket), peer);
         if (start_thread(connection.thread, connection_loop, &connection)) return;
         socket = std::move(connection.socket);
@@ -241,6 +270,11 @@ void board_service::serve(Connection &connection)
     for (;;) {
         const ssize_t received = recv(socket, &request, sizeof request, MSG_TRUNC);
         if (received < 0 && errno == EINTR) continue;
+        if (received < 0 && errno == EAGAIN) {
+            // From here on the peer cannot send. A request that it has sent is handled, so none is lost.
+            shutdown(socket, SHUT_RD);
+            continue;
+        }
         if (received <= 0) return;
         Head refusal;
         if (!answering.handle(request, static_cast<size_t>(received), false, connection.peer, answer, refusal)) {
@@ -273,7 +307,7 @@ void board_service::leave(Connection &connection)
         pthread_join(other.thread, nullptr);
 }
 
-void board_service::serve_datagram()
+ssize_t board_service::receive_datagram(DatagramAnswer &answer)
 {
     iovec part{&datagram, sizeof datagram};
     alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
@@ -283,15 +317,21 @@ void board_service::serve_datagram()
     message.msg_control = control;
     message.msg_controllen = sizeof control;
     const ssize_t received = recvmsg(endpoint->datagrams(), &message, MSG_TRUNC | MSG_CMSG_CLOEXEC | MSG_DONTWAIT);
-    if (received < 0 || stopping) return;
-
-    auto answer = std::make_unique<DatagramAnswer>();
-    ucred &peer = answer->peer;
+    if (received < 0) return received;
     for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
         if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
-            std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
-    answer->way_back = passed_descriptor(message);
-    if (!answer->way_back)
+            std::memcpy(&answer.peer, CMSG_DATA(at), sizeof answer.peer);
+    answer.way_back = passed_descriptor(message);
+    return received;
+}
+
+void board_service::serve_datagram()
+{
+    auto answer = std::make_unique<DatagramAnswer>();
+    const ucred &peer = answer->peer;
+    const ssize_t received = receive_datagram(*answer);
+    if (received < 0 || stopping) return;
+    if (!is_way_back(answer->way_back))
         return answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
     Head refusal;
     if (!answering.handle(datagram, static_cast<size_t>(received), true, peer, answer->answer, refusal)) {
