@@ -206,6 +206,16 @@ TEST_P(HostileService, points_outside_of_its_memory)
     }
 }
 
+TEST_P(HostileService, describes_a_result_of_an_unknown_kind)
+{
+    const auto memory = memory_for_a_result(memory_header + 2, all_seals);
+    for (const uint16_t state : {uint16_t{4}, uint16_t{5}, uint16_t{0xffff}}) {
+        board::Result result = result_at(memory_header, 2);
+        result.state = state;
+        EXPECT_EQ(value_of_memory(memory, result), IPC_ERR_BROKEN_ANSWER) << state;
+    }
+}
+
 TEST_P(HostileService, announces_memory_and_passes_none)
 {
     board::Result in_no_memory = good_result;

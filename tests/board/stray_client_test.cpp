@@ -6,8 +6,11 @@
 #include <cstring>
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
+#include "packet.h"
 #include "support.h"
 
 namespace
@@ -218,6 +221,74 @@ TEST(StrayClientOfDatagrams, that_offers_no_way_to_answer_it_is_refused)
     });
     EXPECT_EQ(handled, 1);
     EXPECT_NE(log.find("no socket for the answer"), std::string::npos) << log;
+}
+
+// Sends a request whose way back is this descriptor.
+void send_with_way_back(int way_back)
+{
+    const RawClient client("dgram");
+    const board::RequestFrame request = good_request(BOARD_CALL_DGRAM_SET);
+    EXPECT_GT(board::send_packet(client.socket.get(), &request, request.size(), way_back), 0);
+}
+
+TEST(StrayClientOfDatagrams, whose_way_back_is_no_socket_of_the_right_kind_is_refused)
+{
+    std::atomic<int> handled{0};
+    const std::string log = log_of([&] {
+        TestService service([&](const board_request &, board_answer &) { ++handled; });
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const board::Descriptor reader(ends[0]), writer(ends[1]);
+        const board::Descriptor stream(socket(AF_UNIX, SOCK_STREAM, 0)), tcp(socket(AF_INET, SOCK_STREAM, 0)),
+            listener(socket(AF_UNIX, SOCK_SEQPACKET, 0));
+        const sockaddr_un unnamed{AF_UNIX, {}};
+        ASSERT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr *>(&unnamed), sizeof(sa_family_t)), 0);
+        ASSERT_EQ(listen(listener.get(), 1), 0);
+        for (const board::Descriptor *way_back : {&writer, &stream, &tcp, &listener})
+            send_with_way_back(way_back->get());
+        uint32_t status;
+        EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_EQ(handled, 1);
+    EXPECT_NE(log.find("no socket for the answer"), std::string::npos) << log;
+}
+
+// Returns a connection that is closed at once by nobody: it has data that the other end does not take, and waits an hour
+// for that.
+board::Descriptor lingering_connection(board::Descriptor &other_end)
+{
+    const board::Descriptor listener(socket(AF_INET, SOCK_STREAM, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    EXPECT_EQ(bind(listener.get(), reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(listener.get(), 1), 0);
+    EXPECT_EQ(getsockname(listener.get(), reinterpret_cast<sockaddr *>(&address), &length), 0);
+    board::Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
+    EXPECT_EQ(connect(connection.get(), reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+    other_end = board::Descriptor(accept(listener.get(), nullptr, nullptr));
+    const std::string data(65536, 'x');
+    while (send(connection.get(), data.data(), data.size(), MSG_DONTWAIT) > 0)
+        continue;
+    const linger hour{1, 3600};
+    EXPECT_EQ(setsockopt(connection.get(), SOL_SOCKET, SO_LINGER, &hour, sizeof hour), 0);
+    return connection;
+}
+
+TEST(StrayClientOfDatagrams, that_passes_what_takes_an_hour_to_close_holds_up_nobody)
+{
+    board::Descriptor other_ends[3];
+    {
+        TestService service(echo());
+        for (board::Descriptor &other_end : other_ends)
+            send_with_way_back(lingering_connection(other_end).get());
+        uint32_t status;
+        EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+        EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    } // the service stops, too
+    for (board::Descriptor &other_end : other_ends)
+        other_end.close(); // which ends the wait
 }
 
 } // namespace
