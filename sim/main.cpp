@@ -18,11 +18,13 @@
 #include "daemon/console.h"
 #include "daemon/control_client.h"
 #include "daemon/host.h"
-#include "daemon/replay.h"
-#include "daemon/rerun.h"
+#include "recording/replay.h"
+#include "recording/rerun.h"
 #include "scenario/scenario.h"
 #include "scenario/summary.h"
+#include "scenario/written.h"
 #include "store/private.h"
+#include "test_command.h"
 #include "text/words.h"
 
 namespace
@@ -41,8 +43,10 @@ Examples:
   ponsim --record /tmp/session               keep what it answers; ponsim replay /tmp/session serves it again
   ponsim rerun /tmp/session --until 90       let the session happen again, up to that time
   ponsim --scenario campus.toml --state none an OLT that a file describes, with what happens to it
+  ponsim ctl events --follow                 what happens to alarms, as it happens
   ponsim --scenario campus.toml --check      what the file describes, or what is wrong with it
   ponsim --state campus.db --export          the OLT of a state, as a file that describes it
+  ponsim test campus.toml --seeds 1-100      whether what the file expects comes true
   ponsim --socket-mode 0666 --grant '*=read' --grant alice=service-affecting
                                              everyone may look, alice may do everything
 See ponsim(8).)";
@@ -54,6 +58,7 @@ struct Options {
     bool fresh = false;
     ponsim::WantedSettings wanted;
     std::string scenario; // file of the scenario; empty: none
+    ponsim::VariableWords variables;
     bool check = false;
     bool exported = false; // print the OLT of the state as a scenario
     bool json = false;     // of what a control command shows
@@ -62,11 +67,14 @@ struct Options {
     double speed = 1;
     std::string record;             // empty: no record
     std::vector<std::string> words; // the words of a control command
+    bool follow = false;            // events go on as they come
+    std::optional<uint64_t> since;  // events after this one
     std::string replayed;           // the recording to serve, or to rerun
-    std::string until;              // seconds of model time; empty: to the end
+    std::string until;              // seconds of model time, or 1h 30min; empty: to the end
     std::string state_then;         // the file for the state at the end of a rerun; empty: none
     bool loop = false;
     std::string olt; // the OLT that the command is for; empty: the only one
+    ponsim::TestWords test;
 };
 
 using Command = command_line::Command<int(const Options &)>;
@@ -108,6 +116,11 @@ int control(const Options &options)
     }
     if (!socket_dir.empty()) board_ipc_use_directory(socket_dir.c_str());
     try {
+        if (line == "events") {
+            ponsim::print_events(options.since, options.follow);
+            return EXIT_SUCCESS;
+        }
+        if (options.follow || options.since) return fail("--follow and --since belong to events alone", exit_usage);
         const std::optional<ponsim::ModelTime> step = ponsim::step_length(line);
         fputs((step ? ponsim::send_step(line, *step) : ponsim::send_control(line)).c_str(), stdout);
         return EXIT_SUCCESS;
@@ -186,7 +199,8 @@ int replay(const Options &options)
 int rerun(const Options &options)
 {
     std::optional<ponsim::ModelTime> until;
-    if (!options.until.empty()) until = ponsim::read_seconds(options.until);
+    if (!options.until.empty()) until = ponsim::read_time(options.until);
+    if (!options.until.empty() && !until) until = ponsim::read_seconds(options.until);
     const ponsim::RerunResult result = ponsim::rerun(
         options.replayed, until, [](const std::string &different) { printf("ponsim: %s\n", different.c_str()); });
     if (!options.state_then.empty()) ponsim::write_private_file(options.state_then, result.image.bytes);
@@ -201,7 +215,8 @@ int serve(const Options &options)
     const sigset_t stop = block_stop_signals();
     allow_many_open_files();
     ponsim::Scenario scenario;
-    if (!options.scenario.empty()) scenario = ponsim::read_scenario_file(options.scenario);
+    if (!options.scenario.empty())
+        scenario = ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()});
     ponsim::HostOptions together;
     together.socket_dir = socket_directory(options);
     together.socket_mode = mode_bits(options);
@@ -244,8 +259,16 @@ int serve_or_check(const Options &options)
 {
     if (options.exported) return print_scenario(options);
     if (!options.check) return serve(options);
-    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario)).c_str(), stdout);
+    fputs(ponsim::summary_of(ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()}))
+              .c_str(),
+          stdout);
     return EXIT_SUCCESS;
+}
+
+int test(const Options &options)
+{
+    if (options.wanted.seed) return fail("test takes --seeds, as 1-100, in the place of --seed", exit_usage);
+    return ponsim::run_test(options.test);
 }
 
 // Declares the command line, which puts its values into `options`.
@@ -270,6 +293,7 @@ void declare(Command &program, Options &options)
     program.option("--check", &options.check, "Only read the scenario, and print what it describes").needs(scenario);
     program.option("--export", &options.exported, "Only print the OLT of the state file as a scenario")
         .excludes(scenario);
+    options.variables.declare(program).needs(scenario);
     program.option("--seed", &options.wanted.seed, "Which OLT: another seed, other ONUs [1]", "N").excludes(scenario);
     program.option("--ports", &options.wanted.ports, "PON ports [16]", "N")
         .excludes(scenario)
@@ -298,6 +322,8 @@ void declare(Command &program, Options &options)
     Command &ctl = program.add("ctl", "Controls a running ponsim: ponsim ctl help lists the commands");
     ctl.option("--olt", &options.olt, "Which one, where a ponsim serves several", "NAME");
     ctl.option("--json", &options.json, "Show as JSON, where a command shows a table");
+    ctl.option("--follow", &options.follow, "Print the events of alarms as they come, until interrupted");
+    ctl.option("--since", &options.since, "Print only the events after this one", "N");
     ctl.argument("WORDS", &options.words, "A command and its words");
     ctl.footer = examples;
     ctl.run = control;
@@ -308,11 +334,14 @@ void declare(Command &program, Options &options)
     replayed.run = replay;
     Command &again = program.add("rerun", "Lets a recorded session happen again, and compares what is answered");
     again.argument("FILE", &options.replayed, "The recording, which ponsim --record made").is_required();
-    again.option("--until", &options.until, "Stop at this model time [the end of the recording]", "SECONDS");
+    again.option("--until", &options.until, "Stop at this model time [the end of the recording]", "TIME");
     again.option("--state", &options.state_then, "Keep the OLT as it is then in this new file; ponsim goes on with it",
                  "FILE");
     again.footer = examples;
     again.run = rerun;
+    Command &tested = program.add("test", "Runs scenarios as tests: checks whether what they expect comes true");
+    ponsim::declare_test(tested, options.test);
+    tested.run = test;
 }
 
 } // namespace

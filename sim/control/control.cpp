@@ -24,8 +24,8 @@ std::span<const Control> controls()
 {
     static const std::vector<Control> all = [] {
         std::vector<Control> collected;
-        for (std::span<const Control> family :
-             {fault_controls(), fibre_controls(), inventory_controls(), onu_controls(), optics_controls(), upgrade_controls()})
+        for (std::span<const Control> family : {fault_controls(), fibre_controls(), inventory_controls(),
+                                                onu_controls(), optics_controls(), upgrade_controls()})
             collected.insert(collected.end(), family.begin(), family.end());
         return collected;
     }();
@@ -67,18 +67,6 @@ Mac control_mac(const std::string &word)
     const auto mac = text::to_mac(word);
     if (!mac) throw ControlError(word + ": expected a MAC address, as 02:00:5e:10:00:01");
     return *mac;
-}
-
-Mac control_onu(const PonPort &port, const std::string &word)
-{
-    const auto named = std::ranges::find(port.arrivals, word, &Arrival::name);
-    if (named != port.arrivals.end()) return named->mac;
-    try {
-        return control_mac(word);
-    } catch (const ControlError &error) {
-        throw ControlError(error.what() + std::string(", or the name of an ONU at PON port ") +
-                           std::to_string(port.number));
-    }
 }
 
 std::vector<std::string> control_words(std::string_view line)

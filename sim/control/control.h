@@ -50,7 +50,5 @@ bool control_switch(const std::string &word); // on or off
 // Reads decibels with at most two decimals. Returns them in 0.01 dB.
 int32_t control_decibels(const std::string &word, int32_t greatest);
 Mac control_mac(const std::string &word);
-// Reads the MAC address of an ONU, or the name of an ONU at the port. sets.h has what commands read.
-Mac control_onu(const PonPort &port, const std::string &word);
 
 } // namespace ponsim

@@ -22,28 +22,28 @@ Plan damage(const Olt &olt, std::span<const std::string> words, Loss loss_of)
 
 Plan cut(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 2) throw ControlError("cut: expected PON ports, and branches of their fibre or ONUs");
+    if (words.size() != 2) throw ControlError("cut: expected a PON port, and a branch of its fibre or an ONU");
     return damage(olt, words, [](const PonPort &, uint32_t) { return cut_loss; });
 }
 
 Plan mend(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 2) throw ControlError("mend: expected PON ports, and branches of their fibre or ONUs");
+    if (words.size() != 2) throw ControlError("mend: expected a PON port, and a branch of its fibre or an ONU");
     return damage(olt, words, [](const PonPort &, uint32_t) { return 0; });
 }
 
 Plan bend(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 3)
-        throw ControlError("bend: expected PON ports, branches of their fibre or ONUs, and decibels");
+        throw ControlError("bend: expected a PON port, a branch of its fibre or an ONU, and decibels");
     const int32_t more = control_decibels(words[2], cut_loss);
     return damage(olt, words, [&](const PonPort &port, uint32_t branch) { return damage_to(port, branch) + more; });
 }
 
 constexpr Control commands[] = {
-    {"cut", "PORTS BRANCHES", "cuts branches of PON ports' fibre: feeder, drop-1, or those of ONUs", cut},
-    {"mend", "PORTS BRANCHES", "mends what was cut or bent", mend},
-    {"bend", "PORTS BRANCHES DB", "bends branches, which lose so much more light", bend},
+    {"cut", "PORT BRANCH", "cuts a branch of a PON port's fibre: feeder, drop-1, or that of an ONU", cut},
+    {"mend", "PORT BRANCH", "mends what was cut or bent", mend},
+    {"bend", "PORT BRANCH DB", "bends a branch, which loses so much more light", bend},
 };
 
 } // namespace

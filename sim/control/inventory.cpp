@@ -52,7 +52,11 @@ void take_options(const std::string &command, std::span<const std::string> words
         if (option == options.end() || middle == word.size()) {
             std::string known;
             for (const Option &each : options)
-                known.append(known.empty() ? "" : &each == &options.back() ? " or " : ", ").append(each.key).append("=");
+                known.append(known.empty()              ? ""
+                             : &each == &options.back() ? " or "
+                                                        : ", ")
+                    .append(each.key)
+                    .append("=");
             throw ControlError(command + ": " + word + ": expected " + known);
         }
         option->take(word.substr(middle + 1));
@@ -104,7 +108,7 @@ Plan plan_inventory(const Olt &olt, PlanSteps plan_steps)
 
 Plan arrive(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.empty()) throw ControlError("arrive: expected PON ports");
+    if (words.empty()) throw ControlError("arrive: expected a PON port");
     NewOnu onu;
     std::optional<uint32_t> count;
     take_options("arrive", words.subspan(1),
@@ -146,7 +150,7 @@ std::vector<OnuAtPort> onus_there(const Olt &olt, std::span<const std::string> w
 
 Plan leave(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 2) throw ControlError("leave: expected PON ports and ONUs");
+    if (words.size() != 2) throw ControlError("leave: expected a PON port and an ONU");
     return plan_inventory(olt, [&](Inventory &inventory) {
         for (const auto &[pon_port, mac] : onus_there(olt, words))
             inventory.leave(pon_port, mac);
@@ -155,7 +159,7 @@ Plan leave(const Olt &olt, std::span<const std::string> words)
 
 Plan move(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() < 3) throw ControlError("move: expected PON ports, ONUs, and the PON port that they move to");
+    if (words.size() < 3) throw ControlError("move: expected a PON port, an ONU, and the PON port that it moves to");
     NewOnu place;
     take_options("move", words.subspan(3), {name_option(place), branch_option(place), drop_option(place)});
     const uint32_t to = number_of(words[2], 1, static_cast<uint32_t>(olt.ports().size()));
@@ -169,7 +173,7 @@ Plan move(const Olt &olt, std::span<const std::string> words)
 
 Plan swap(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() < 2) throw ControlError("swap: expected PON ports and ONUs");
+    if (words.size() < 2) throw ControlError("swap: expected a PON port and an ONU");
     NewOnu other;
     take_options("swap", words.subspan(2),
                  {mac_option(other), kind_option(other), loid_option(other), password_option(other)});
@@ -213,7 +217,7 @@ Plan set_devices(const Olt &olt, std::span<const std::string> words, DeviceOf de
 Plan plug(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 3 && words.size() != 4)
-        throw ControlError("plug: expected PON ports, ONUs, UNI ports, and perhaps the speed of a device");
+        throw ControlError("plug: expected a PON port, an ONU, a UNI port, and perhaps the speed of a device");
     std::optional<LinkMode> mode;
     if (words.size() == 4) mode = mode_of(words[3]);
     return set_devices(olt, words, [&](const Uni &uni) { return mode.value_or(LinkMode{uni.line_rate, true}); });
@@ -221,18 +225,18 @@ Plan plug(const Olt &olt, std::span<const std::string> words)
 
 Plan unplug(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("unplug: expected PON ports, ONUs and UNI ports");
+    if (words.size() != 3) throw ControlError("unplug: expected a PON port, an ONU and a UNI port");
     return set_devices(olt, words, [](const Uni &) { return std::nullopt; });
 }
 
 constexpr Control commands[] = {
-    {"arrive", "PORTS [KEY=VALUE ...]",
+    {"arrive", "PORT [KEY=VALUE ...]",
      "an ONU is plugged in; name=, branch=, drop=, mac=, kind=, service= and more say which one", arrive},
-    {"leave", "PORTS ONUS", "ONUs are taken away", leave},
-    {"move", "PORTS ONUS PORT [KEY=VALUE ...]", "ONUs are plugged in at another place: name=, branch=, drop=", move},
-    {"swap", "PORTS ONUS [KEY=VALUE ...]", "each ONU is replaced by another one: mac=, kind=, loid=, password=", swap},
-    {"plug", "PORTS ONUS UNIS [SPEED]", "devices of users are plugged in at UNI ports", plug},
-    {"unplug", "PORTS ONUS UNIS", "devices of users are plugged out of UNI ports", unplug},
+    {"leave", "PORT ONU", "an ONU is taken away", leave},
+    {"move", "PORT ONU TO [KEY=VALUE ...]", "an ONU is plugged in elsewhere; name=, branch= and drop= say where", move},
+    {"swap", "PORT ONU [KEY=VALUE ...]", "an ONU is replaced by another one: mac=, kind=, loid=, password=", swap},
+    {"plug", "PORT ONU UNI [SPEED]", "a user's device is plugged in at a UNI port", plug},
+    {"unplug", "PORT ONU UNI", "a user's device is plugged out of a UNI port", unplug},
 };
 
 } // namespace

@@ -3,10 +3,10 @@
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"
 #include "model/olt/light_watch.h"
-#include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/port/loops.h"
 #include "model/port/optics.h"
+#include "model/port/sla.h"
 
 namespace ponsim
 {
@@ -24,7 +24,7 @@ Plan plan_onus(const Olt &olt, std::span<const std::string> words, PlanOne plan_
 
 Plan power(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("power: expected PON ports, ONUs, and on or off");
+    if (words.size() != 3) throw ControlError("power: expected a PON port, an ONU, and on or off");
     const bool on = control_switch(words[2]);
     return plan_onus(olt, words, [&](const Olt &model, uint32_t pon_port, const Mac &mac) {
         return set_power(model, pon_port, mac, on);
@@ -34,13 +34,14 @@ Plan power(const Olt &olt, std::span<const std::string> words)
 Plan outage(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 2 && words.size() != 3)
-        throw ControlError("outage: expected PON ports, branches of their fibre, and perhaps on or off");
+        throw ControlError("outage: expected a PON port, a branch of its fibre, and perhaps on or off");
     const bool begins = words.size() == 2 || control_switch(words[2]);
     std::vector<OnuAtPort> onus;
     for (const BranchKey &key : control_branches(control_ports(olt, words[0]), words[1])) {
         const PonPort &port = *olt.port(key.pon_port);
         for (const Arrival &arrival : port.arrivals)
-            if (const OnuAtPort onu{port.number, arrival.mac}; !arrival.unplugged && is_beyond(port, arrival, key.branch))
+            if (const OnuAtPort onu{port.number, arrival.mac};
+                !arrival.unplugged && is_beyond(port, arrival, key.branch))
                 if (std::ranges::find(onus, onu) == onus.end()) onus.push_back(onu);
     }
     if (onus.empty()) throw ControlError("outage: there is no ONU beyond " + words[1]);
@@ -51,7 +52,7 @@ Plan outage(const Olt &olt, std::span<const std::string> words)
 
 Plan loop(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 4) throw ControlError("loop: expected PON ports, ONUs, UNI ports, and on or off");
+    if (words.size() != 4) throw ControlError("loop: expected a PON port, an ONU, a UNI port, and on or off");
     const bool on = control_switch(words[3]);
     const std::vector<OnuAtPort> onus = control_onus(control_ports(olt, words[0]), words[1]);
     return plan_each<UniKey>(olt, control_unis(olt, onus, words[2]),
@@ -60,7 +61,7 @@ Plan loop(const Olt &olt, std::span<const std::string> words)
 
 Plan age(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("age-onu: expected PON ports, ONUs, and hours");
+    if (words.size() != 3) throw ControlError("age-onu: expected a PON port, an ONU, and hours");
     const auto hours = static_cast<uint32_t>(control_number(words[2], 0, max_laser_hours));
     return plan_onus(olt, words, [&](const Olt &model, uint32_t pon_port, const Mac &mac) {
         return age_onu(model, pon_port, mac, hours);
@@ -69,7 +70,7 @@ Plan age(const Olt &olt, std::span<const std::string> words)
 
 Plan rogue(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("rogue: expected PON ports, ONUs, and on or off");
+    if (words.size() != 3) throw ControlError("rogue: expected a PON port, an ONU, and on or off");
     const bool on = control_switch(words[2]);
     return plan_onus(olt, words, [&](const Olt &model, uint32_t pon_port, const Mac &mac) {
         return set_rogue(model, pon_port, mac, on);
@@ -79,7 +80,7 @@ Plan rogue(const Olt &olt, std::span<const std::string> words)
 Plan load(const Olt &olt, std::span<const std::string> words)
 {
     if (words.size() != 4 || (words[2] != "up" && words[2] != "down"))
-        throw ControlError("load: expected PON ports, ONUs, up or down, and kbit/s or default");
+        throw ControlError("load: expected a PON port, an ONU, up or down, and kbit/s or default");
     const Direction direction = words[2] == "up" ? Direction::up : Direction::down;
     std::optional<uint32_t> kbits;
     if (words[3] != "default") kbits = static_cast<uint32_t>(control_number(words[3], 0, line_rate));
@@ -90,7 +91,7 @@ Plan load(const Olt &olt, std::span<const std::string> words)
 
 Plan flood(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("flood: expected PON ports, ONUs, and broadcast frames a second");
+    if (words.size() != 3) throw ControlError("flood: expected a PON port, an ONU, and broadcast frames a second");
     const auto frames = static_cast<uint32_t>(control_number(words[2], 0, max_flood));
     return plan_onus(olt, words, [&](const Olt &model, uint32_t pon_port, const Mac &mac) {
         return set_flood(model, pon_port, mac, frames);
@@ -98,13 +99,13 @@ Plan flood(const Olt &olt, std::span<const std::string> words)
 }
 
 constexpr Control commands[] = {
-    {"power", "PORTS ONUS on|off", "ONUs that have arrived at PON ports have power, or lose it", power},
-    {"outage", "PORTS BRANCHES [on|off]", "all ONUs beyond branches lose power; off gives it back", outage},
-    {"loop", "PORTS ONUS UNIS on|off", "there are loops behind UNI ports of bound ONUs, or none", loop},
-    {"age-onu", "PORTS ONUS HOURS", "makes the lasers of ONUs older", age},
-    {"rogue", "PORTS ONUS on|off", "whether ONUs send all the time, and blind their ports", rogue},
-    {"load", "PORTS ONUS up|down KBITS|default", "what each ONU wants to send, or is to be sent", load},
-    {"flood", "PORTS ONUS FRAMES", "broadcast frames a second that each ONU sends beyond its load; 0 ends it", flood},
+    {"power", "PORT ONU on|off", "an ONU that has arrived at a PON port has power, or loses it", power},
+    {"outage", "PORT BRANCH [on|off]", "all ONUs beyond a branch lose power; off ends it", outage},
+    {"loop", "PORT ONU UNI on|off", "there is a loop behind a UNI port of a bound ONU, or none", loop},
+    {"age-onu", "PORT ONU HOURS", "makes the laser of an ONU older", age},
+    {"rogue", "PORT ONU on|off", "whether an ONU sends all the time, and blinds its port", rogue},
+    {"load", "PORT ONU up|down KBITS|default", "what an ONU wants to send, or is to be sent", load},
+    {"flood", "PORT ONU FRAMES", "broadcast frames a second that an ONU sends beyond its load; 0 ends it", flood},
 };
 
 } // namespace

@@ -163,11 +163,10 @@ void add_onus(const Ports &ports, const std::string &element, Selection<OnuAtPor
         throw ControlError(element + ": no ONU at " + ports_text(ports) + " has such a name");
     }
     if (element.starts_with('@')) return add_beyond(ports, element.substr(1), selection);
-    const bool marked = element.starts_with('#');
-    if (const std::optional<NumberRange> range = range_of(marked ? element.substr(1) : element))
+    const size_t mark = element.starts_with("id:") ? 3 : 0;
+    if (const std::optional<NumberRange> range = range_of(element.substr(mark)))
         return add_ids(ports, element, *range, selection);
     if (const auto mac = text::to_mac(element)) return add_mac(ports, element, *mac, selection);
-    if (ports.size() == 1) static_cast<void>(control_onu(*ports[0], element)); // which says what is expected
     throw ControlError(element + ": expected a MAC address, as 02:00:5e:10:00:01, or the name of an ONU at " +
                        ports_text(ports));
 }
@@ -189,8 +188,9 @@ bool add_if(const Ports &ports, Selection<BranchKey> &selection, Condition condi
 
 void add_branches(const Ports &ports, const std::string &element, Selection<BranchKey> &selection)
 {
-    const auto is_one = [&](const std::string &name) { return is_all(element) || fits(name, element); };
-    if (add_if(ports, selection, is_one)) return;
+    if (add_if(ports, selection, [&](const std::string &name) { return name == element; })) return;
+    if (add_if(ports, selection, [&](const std::string &name) { return is_all(element) || fits(name, element); }))
+        return;
     Selection<OnuAtPort> onus;
     try {
         add_onus(ports, element, onus);

@@ -2,14 +2,15 @@
 // separated by commas.
 //
 //   ports     a number, a range such as 1-4, or all
-//   ONUs      a name; all; a pattern of names such as a-*; @BRANCH, which stands for the ONUs beyond a branch; an ONU id
-//             that is bound or a range of such ids, with # before it where a name would look the same; a MAC address
+//   ONUs      a name; all; a pattern of names such as a-*; @BRANCH, which stands for the ONUs beyond a branch; an ONU
+//   id
+//             that is bound or a range of such ids, with id: before it where a name would look the same; a MAC address
 //   branches  a name; all; a pattern of names; or an ONU, whose own fibre is meant
 //   UNIs      a number, a range, or all that the ONU has
 //
-// What comes first in this list holds: an ONU that is called 1-3 is meant by 1-3, and #1-3 are ids. `*` is another word
-// for all. Every element must select something at one of the ports at least. An ONU that was taken away is at its port
-// no more, although its link may not have failed yet.
+// What comes first in this list holds: an ONU that is called 1-3 is meant by 1-3, and id:1-3 are ids. `*` is another
+// word for all. Every element must select something at one of the ports at least. An ONU that was taken away is at its
+// port no more, although its link may not have failed yet.
 #pragma once
 
 #include <functional>

@@ -37,8 +37,7 @@ void add_module(const Module &module, uint32_t pon_port, std::vector<Difference>
 {
     const ModuleRecord &record = module.record();
     const auto add = [&](std::string_view kind, double value, std::string_view unit) {
-        found.push_back(
-            {.kind = kind, .pon_port = pon_port, .cage = module.cage(), .value = value, .unit = unit});
+        found.push_back({.kind = kind, .pon_port = pon_port, .cage = module.cage(), .value = value, .unit = unit});
     };
     if (record.dimmed != 0) add("dimmed", record.dimmed / hundredths, "dB");
     if (record.added_hours != 0) add("aged", record.added_hours, "h");

@@ -9,16 +9,15 @@ namespace
 
 Plan upgrade_fault(const Olt &olt, std::span<const std::string> words)
 {
-    if (words.size() != 3) throw ControlError("upgrade-fault: expected PON ports, ONUs, and on or off");
+    if (words.size() != 3) throw ControlError("upgrade-fault: expected a PON port, an ONU, and on or off");
     const bool bad = control_switch(words[2]);
-    return plan_each<OnuAtPort>(olt, control_onus(control_ports(olt, words[0]), words[1]),
-                                [&](const Olt &model, const OnuAtPort &onu) {
-                                    return set_bad_image(model, onu.pon_port, onu.mac, bad);
-                                });
+    return plan_each<OnuAtPort>(
+        olt, control_onus(control_ports(olt, words[0]), words[1]),
+        [&](const Olt &model, const OnuAtPort &onu) { return set_bad_image(model, onu.pon_port, onu.mac, bad); });
 }
 
 constexpr Control commands[] = {
-    {"upgrade-fault", "PORTS ONUS on|off", "whether images that ONUs download fail verification", upgrade_fault},
+    {"upgrade-fault", "PORT ONU on|off", "whether images that the ONU downloads fail verification", upgrade_fault},
 };
 
 } // namespace

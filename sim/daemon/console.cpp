@@ -1,11 +1,15 @@
 #include "daemon/console.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
+#include "board/ipc.h"
 #include "control/control.h"
+#include "control/fault_forms.h"
 #include "control/show.h"
-#include "scenario/export.h"
+#include "daemon/alarm_events.h"
+#include "exporting/export.h"
 #include "text/words.h"
 
 namespace ponsim
@@ -34,23 +38,32 @@ std::string help_line(std::string head, std::string_view brief)
     return head + std::string(brief) + '\n';
 }
 
+std::string events(const Olt &olt, const std::vector<std::string> &words)
+{
+    if (words.size() > 1) throw ControlError("events: expected the number of an event, or no more words");
+    if (words.empty()) return first_events(olt, IPC_MAX_LENGTH);
+    return events_after(olt, control_number(words[0], 0, std::numeric_limits<int64_t>::max()), IPC_MAX_LENGTH);
+}
+
 std::string help()
 {
     std::string text = help_line("help", "lists these commands") + help_line("now", "how much model time has passed") +
                        help_line("step SECONDS", "lets model time pass") +
                        help_line("faults", "the faults that are set, and how often each happened") +
-                       help_line("show [PORTS] [--json]", "what differs from a healthy plant") +
-                       help_line("export", "the OLT as it is now, as a scenario");
+                       help_line("show [PORT] [--json]", "what differs from a healthy plant") +
+                       help_line("export", "the OLT as it is now, as a scenario") +
+                       help_line("events [N]", "what happened to alarms, after event N, as lines of JSON");
     for (const Control &each : controls())
         text += help_line(std::string(each.name) + ' ' + std::string(each.usage), each.brief);
-    return text;
+    return text +
+           "PORT, CAGE, ONU, BRANCH and UNI may be sets, as 1-4,7 or all: ONUs by name, a-*, @BRANCH, id or MAC\n";
 }
 
 std::string show(const Simulator &simulator, std::span<const std::string> words)
 {
     const bool json = !words.empty() && words.back() == "--json";
     if (json) words = words.first(words.size() - 1);
-    if (words.size() > 1) throw ControlError("show: expected PON ports, and perhaps --json");
+    if (words.size() > 1) throw ControlError("show: expected a PON port, and perhaps --json");
     const Olt &olt = simulator.olt();
     std::vector<Difference> differences = differences_at(olt, control_ports(olt, words.empty() ? "all" : words[0]));
     if (words.empty()) {
@@ -78,7 +91,7 @@ ModelTime read_seconds(const std::string &word)
 std::string scenario_text(const Simulator &simulator)
 {
     try {
-        return export_scenario(simulator.olt(), simulator.upcoming());
+        return export_scenario(simulator.olt(), simulator.upcoming(), simulator.scenario_of_olt());
     } catch (const ExportError &error) {
         throw ControlError(error.what());
     }
@@ -87,7 +100,7 @@ std::string scenario_text(const Simulator &simulator)
 bool Step::go_on()
 {
     const ModelTime from = clock.now();
-    const bool there = simulator.advance(from + left, slice);
+    const bool there = simulator.pass(from + left, slice);
     const ModelTime passed = std::max(simulator.olt().now(), from) - from;
     clock.step(passed);
     left -= passed;
@@ -121,20 +134,24 @@ std::string control(Simulator &simulator, Clock &clock, std::string_view line)
     if (words.empty() || words[0] == "help") return help();
     const std::string name = words[0];
     words.erase(words.begin());
+    const auto expect_no_more = [&] {
+        if (!words.empty()) throw ControlError(name + ": expected no more words");
+    };
 
     if (name == "now") {
-        if (!words.empty()) throw ControlError("now: expected no more words");
+        expect_no_more();
         return time_passed(simulator);
     }
     if (name == "faults") {
-        if (!words.empty()) throw ControlError("faults: expected no more words");
+        expect_no_more();
         return simulator.faults().list();
     }
     if (name == "show") return show(simulator, words);
     if (name == "export") {
-        if (!words.empty()) throw ControlError("export: expected no more words");
+        expect_no_more();
         return scenario_text(simulator);
     }
+    if (name == "events") return events(simulator.olt(), words);
     if (const std::optional<ModelTime> length = step_length(line)) {
         Step step(simulator, clock, *length);
         while (step.go_on())

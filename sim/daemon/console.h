@@ -31,7 +31,8 @@ class Step
 public:
     Step(Simulator &stepped, Clock &time, ModelTime length) : simulator(stepped), clock(time), left(length) {}
 
-    // Lets a slice pass. Returns whether more are left. The last one keeps the time. Throws StoreError.
+    // Lets a slice pass, which is to be kept before others have a turn. Returns whether more are left. The last one
+    // keeps the time. Throws StoreError.
     bool go_on();
 
 private:

@@ -18,6 +18,7 @@
 #include "board/ipc.h"
 #include "board/service.h"
 #include "control/control.h"
+#include "daemon/alarm_events.h"
 #include "daemon/console.h"
 
 namespace ponsim
@@ -109,6 +110,24 @@ std::string send_step(const std::string &line, ModelTime length)
     } catch (...) {
         board_ipc_use_thread_timeout(before);
         throw;
+    }
+}
+
+void print_events(std::optional<uint64_t> since, bool follow)
+{
+    constexpr std::chrono::milliseconds pause{100};
+    std::string line = since ? "events " + std::to_string(*since) : "events";
+    for (;;) {
+        const std::string said = send_control(line);
+        if (said.empty()) {
+            if (!follow) return;
+            std::this_thread::sleep_for(pause);
+            continue;
+        }
+        if (std::fputs(said.c_str(), stdout) == EOF || std::fflush(stdout) == EOF)
+            throw std::runtime_error("the events cannot be written");
+        const size_t last = said.rfind('\n', said.size() - 2);
+        line = "events " + std::to_string(number_of(last == std::string::npos ? said : said.substr(last + 1)));
     }
 }
 

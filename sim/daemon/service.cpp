@@ -207,6 +207,9 @@ void Service::let_pass(ModelTime length)
         if (stopping) throw ControlError("step: the service stops");
         const std::lock_guard lock(turns);
         more = step.go_on();
+        for (uint32_t slices = 1; more && slices < slices_together && !turns.wanted() && !stopping; ++slices)
+            more = step.go_on();
+        simulator.keep_happenings();
         write_log();
     }
 }

@@ -24,6 +24,13 @@ public:
         pass_turn();
     }
 
+    // Returns whether somebody waits for a turn.
+    bool wanted()
+    {
+        const std::lock_guard guard(mutex);
+        return waiting > 0;
+    }
+
     void lock_shared()
     {
         std::unique_lock guard(mutex);

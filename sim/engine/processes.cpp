@@ -1,6 +1,7 @@
 #include "engine/processes.h"
 
 #include "model/inventory/departure.h"
+#include "model/lifecycle/alarm_process.h"
 #include "model/lifecycle/light_process.h"
 #include "model/lifecycle/registration.h"
 #include "model/lifecycle/time_outs.h"
@@ -14,9 +15,9 @@ namespace ponsim
 
 std::span<const Process> processes()
 {
-    static const Process all[] = {settings_process, measurement_process, ageing_process,   upgrade_process,
-                                  loop_process,     light_process,       time_out_process, registration_process,
-                                  departure_process};
+    static const Process all[] = {settings_process,  measurement_process, ageing_process,   upgrade_process,
+                                  loop_process,      light_process,       time_out_process, registration_process,
+                                  departure_process, alarm_process};
     return all;
 }
 

@@ -8,6 +8,8 @@
 #include "catalogue.h"
 #include "control/control.h"
 #include "generated/service_words.h"
+#include "model/alarm/history.h"
+#include "scenario/written.h"
 #include "store/configuration.h"
 
 namespace ponsim
@@ -56,6 +58,7 @@ Settings open_settings(Store &store, const WantedSettings &wanted, const OltScen
 Simulator::Simulator(Store &store, const WantedSettings &wanted, std::shared_ptr<const OltScenario> of_scenario)
     : kept(store),
       scenario(open_scenario(store, std::move(of_scenario))),
+      agenda(scenario),
       olt_settings(open_settings(store, wanted, scenario.get())),
       model(olt_settings),
       wire_faults(olt_settings.seed)
@@ -68,6 +71,7 @@ void Simulator::change(Change change)
 {
     keep_happenings();
     change.put<ModelClock>({}, {model.now()});
+    add_events(model, change);
     model.add_traffic(change);
     kept.write(change);
     apply(change);
@@ -82,8 +86,8 @@ void Simulator::apply(const Change &change)
 
 void Simulator::keep_happenings()
 {
-    if (happened.empty_but<>()) return;
-    happened.put<ModelClock>({}, {model.now()});
+    if (happened.empty()) return;
+    happened.add(ponsim::change_of<ModelClock>({}, {model.now()}));
     kept.write(happened);
     happened = {};
 }
@@ -105,31 +109,36 @@ void Simulator::keep_time()
 
 Change Simulator::change_of(const Event &event) const
 {
-    const std::string what = "event at " + time_text(event.at) + ": " + event.words;
-    Plan plan{BSP_OK};
-    try {
-        plan = plan_control(model, event.words);
-        plan.change.log.push_back(what);
-    } catch (const ControlError &error) {
-        plan.change.log.push_back(what + ": refused: " + error.what());
+    const std::string what = std::string(event.kind) + " at " + time_text(event.at) + ": " + event.words;
+    Change change;
+    const auto carry_out = [&](const std::string &words) {
+        try {
+            const Change planned = plan_control(model, words).change;
+            change.add(planned);
+            change.log.insert(change.log.end(), planned.log.begin(), planned.log.end());
+            change.faults.insert(change.faults.end(), planned.faults.begin(), planned.faults.end());
+        } catch (const ControlError &error) {
+            change.log.push_back(what + (event.together ? ": " + words : "") + ": refused: " + error.what());
+            return false;
+        }
+        return true;
+    };
+    if (event.together) {
+        for (const std::string &words : *event.together)
+            carry_out(words);
+        change.log.push_back(what);
+    } else if (carry_out(event.words)) {
+        change.log.push_back(what);
     }
-    plan.change.put<Timeline>({}, {model.events_done() + 1});
-    return std::move(plan.change);
-}
-
-std::span<const Event> Simulator::upcoming() const
-{
-    if (!scenario) return {};
-    const std::span<const Event> all = scenario->events;
-    return all.subspan(std::min<size_t>(model.events_done(), all.size()));
+    change.put<Timeline>({}, {model.events_done() + 1});
+    return change;
 }
 
 // An event comes from outside, as a request does. So what happens by itself up to that time happens before.
-std::optional<Happening> Simulator::find_due() const
+std::optional<Happening> Simulator::find_due()
 {
     constexpr ModelTime ever = std::numeric_limits<ModelTime>::max();
-    const size_t done = model.events_done();
-    const Event *event = scenario && done < scenario->events.size() ? &scenario->events[done] : nullptr;
+    const Event *event = agenda.entry(model.events_done());
     if (const std::optional<Happening> first = first_due(processes(), model, event ? event->at : ever)) return first;
     if (event) return Happening{nullptr, event->at};
     return std::nullopt;
@@ -144,7 +153,8 @@ std::optional<ModelTime> Simulator::next_due() const
 void Simulator::happen()
 {
     model.advance(due->at);
-    Change change = due->process ? due->process->happen(model) : change_of(scenario->events[model.events_done()]);
+    Change change = due->process ? due->process->happen(model) : change_of(*agenda.entry(model.events_done()));
+    add_events(model, change);
     model.add_traffic(change);
     happened.add(change);
     apply(change);
@@ -152,16 +162,21 @@ void Simulator::happen()
 
 void Simulator::advance(ModelTime to)
 {
-    constexpr uint32_t together = 64; // happenings in one transaction
-    while (!advance(to, together))
+    while (!advance(to, slices_together * slice))
         continue;
 }
 
 bool Simulator::advance(ModelTime to, uint32_t happenings)
 {
+    const bool there = pass(to, happenings);
+    keep_happenings();
+    return there;
+}
+
+bool Simulator::pass(ModelTime to, uint32_t happenings)
+{
     while (due && due->at <= to && happenings-- > 0)
         happen();
-    keep_happenings();
     if (due && due->at <= to) return false;
     model.advance(to);
     return true;

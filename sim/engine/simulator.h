@@ -16,6 +16,7 @@
 #include "engine/processes.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
+#include "scenario/agenda.h"
 #include "scenario/scenario.h"
 #include "store/store.h"
 #include "views/kept_rows.h"
@@ -31,8 +32,11 @@ struct WantedSettings {
     std::optional<uint32_t> silent;
 };
 
-// Happenings come in slices of this number. Between two slices others may have a turn with the simulator.
+// Happenings come in slices of this number. Between two slices others may have a turn with the simulator. What happens
+// in so many slices in a row is kept together. The more there are, the fewer rows are written, because of all that
+// happens to a record only the last is kept.
 inline constexpr uint32_t slice = 16;
+inline constexpr uint32_t slices_together = 1024;
 
 class Simulator
 {
@@ -54,6 +58,9 @@ public:
     // As above, but lets at most so many things happen. Returns whether that was enough to get there. When it was not,
     // time has passed up to the last of them.
     bool advance(ModelTime to, uint32_t happenings);
+    // As above, but does not keep what has happened. That is to be kept before anybody else looks at the OLT.
+    bool pass(ModelTime to, uint32_t happenings);
+    void keep_happenings();
     // Changes the OLT from outside. Throws StoreError. Then nothing is changed.
     void change(Change change);
     // Keeps the time, so that the OLT goes on from here when it is started again. Throws StoreError.
@@ -73,18 +80,20 @@ public:
     const Faults &faults() const { return wire_faults; }
 
     // Returns the events of the scenario that have not happened yet.
-    std::span<const Event> upcoming() const;
+    std::span<const Event> upcoming() const { return agenda.upcoming(); }
+
+    // Returns the scenario of the OLT, or null.
+    const OltScenario *scenario_of_olt() const { return scenario.get(); }
 
     // Returns lines for the service's log about what happened since the last call.
     std::vector<std::string> take_log() { return std::exchange(log, {}); }
 
 private:
-    std::optional<Happening> find_due() const;
+    std::optional<Happening> find_due();
     void happen();
     Change change_of(const Event &event) const;
     // Makes a change that is kept, or will be.
     void apply(const Change &change);
-    void keep_happenings();
     void note(const Change &change);
 
     // These do what a request wants with the configuration, and complete its outcome. They throw StoreError.
@@ -95,13 +104,14 @@ private:
 
     Store &kept;
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
+    Agenda agenda;
     Settings olt_settings;
     Olt model;
     KeptReplies replies;
     KeptRows rows;
     Faults wire_faults;
     std::optional<Happening> due; // what happens next, which stays the same until something changes
-    Change happened;              // the changes of the last happenings, which are not kept yet
+    Kept::Merged happened;        // the changes of the last happenings, which are not kept yet
     std::vector<std::string> log;
     std::string received;   // of a configuration that is to be loaded
     uint32_t announced = 0; // size of that configuration in bytes

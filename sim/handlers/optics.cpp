@@ -98,7 +98,7 @@ Outcome rssi_answer(const Olt &olt, const bsp_plat_msg &record, const Arrival *a
     answer.put(at::light, rssi.average >= module.loss_level());
     answer.put(at::received_power, formatted(received_power, rssi.average));
     answer.put(at::onu_launch_power,
-               arrival ? OnuLaser(olt, port, mac).power(olt.now() / ms_per_second) : formatted(launch_power, 0));
+               arrival ? laser_of(olt, port, mac).power(olt.now() / ms_per_second) : formatted(launch_power, 0));
     answer.put(at::loss, arrival ? path_loss(port, *arrival, Direction::up) : 0);
     answer.put(at::distance, arrival ? arrival->distance : 0);
     answer.put(at::samples, rssi.samples);

@@ -63,7 +63,7 @@ Selection selection_of(const Olt &olt, const Request &request)
 Selection port_selection_of(const Olt &olt, const Request &request)
 {
     const uint32_t pon_port = request.read<bsp_pon_msg>().pon_port;
-    if (pon_port == 0) return {BSP_OK, olt.ports(), 0, {}};
+    if (pon_port == 0) return {BSP_OK, olt.ports(), 0, {}, true};
     const PonPort *port = olt.port(pon_port);
     if (!port) return {PON_ERR_NO_PORT, {}, 0, {}};
     return {BSP_OK, {port, 1}, 0, {}};

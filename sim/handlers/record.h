@@ -64,6 +64,7 @@ struct Selection {
     std::span<const PonPort> ports;
     uint32_t id;
     Mac mac;
+    bool all_ports = false;
 
     bool narrowed() const { return id != 0 || !is_zero(mac); }
 };

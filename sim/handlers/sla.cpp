@@ -1,5 +1,5 @@
 // Service level agreements.
-#include "model/olt/sla.h"
+#include "model/port/sla.h"
 
 #include "generated/service_words.h"
 #include "handlers/record.h"

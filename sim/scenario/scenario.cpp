@@ -1,12 +1,7 @@
 #include "scenario/scenario.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <set>
 
 #include "control/control.h"
 #include "model/base/random.h"
@@ -14,11 +9,17 @@
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"
 #include "model/olt/mpcp.h"
-#include "model/olt/sla.h"
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
+#include "model/port/sla.h"
+#include "scenario/composition.h"
+#include "scenario/curves.h"
+#include "scenario/distribution.h"
+#include "scenario/expectations.h"
+#include "scenario/failures.h"
 #include "scenario/section.h"
 #include "scenario/summary.h"
+#include "scenario/timeline.h"
 
 namespace ponsim
 {
@@ -27,8 +28,6 @@ namespace
 
 constexpr uint32_t max_olts = 1024;
 constexpr size_t max_description = 127;
-constexpr uint32_t max_times = 10000;    // how often an event can be repeated
-constexpr size_t max_events = 100000;    // for each OLT
 
 constexpr std::string_view starts[] = {"registered", "cold"};
 constexpr std::string_view auth_modes[] = {"mac", "loid", "loid+password", "mac-or-loid"}; // in the order of AuthMode
@@ -48,7 +47,19 @@ struct ScenarioTopology : Topology {
     std::vector<Kind> owned;
 };
 
-using Service = ServiceTerms;
+// An Owner is the first ONU that has an address.
+struct Owner {
+    std::string name;
+    uint32_t port;
+    bool bound = false; // it, or another one with the address
+};
+
+// What is drawn of a service is drawn for each ONU.
+struct Service : ServiceTerms {
+    std::optional<NumberDistribution> loads_up = {};
+    std::optional<NumberDistribution> loads_down = {};
+    std::string curve = {}; // empty: the loads are the same all day
+};
 
 template <class Value>
 std::vector<std::string> names_of(const std::map<std::string, Value> &values)
@@ -67,6 +78,27 @@ const Value &known(const Section &section, const std::string &key, const std::st
     const auto found = values.find(name);
     if (found == values.end()) section.fail_unknown(key, what, name, names_of(values));
     return found->second;
+}
+
+// Returns the values that can be drawn, by name.
+template <class Value>
+std::map<std::string, const Value *> known(const NameDistribution &drawn, const std::string &key,
+                                           const std::map<std::string, Value> &values)
+{
+    std::map<std::string, const Value *> all;
+    for (const auto &[name, at] : drawn.names()) {
+        const auto found = values.find(name);
+        if (found == values.end())
+            fail_at(*at, key + ": there is no " + key + ' ' + name + hint(name, names_of(values)));
+        all.emplace(name, &found->second);
+    }
+    return all;
+}
+
+// Returns the random numbers of something that is drawn for an ONU.
+Random random_of(uint64_t seed, const Mac &mac, Draw draw)
+{
+    return {random_for(seed, Purpose::population, mac).next(), static_cast<uint64_t>(draw)};
 }
 
 std::optional<uint32_t> word(const std::optional<uint64_t> &number)
@@ -93,6 +125,21 @@ const OpticalClass *class_or(const Section &section, const OpticalClass *otherwi
     return section.has("class") ? &optical_classes()[section.choice_or("class", names, 0)] : otherwise;
 }
 
+// A kind with a boot time of its own has no spread unless it is stated, so that the time is what was asked for.
+void set_boot(const Section &section, DeviceType &type)
+{
+    constexpr ModelTime longest_boot = 600 * ms_per_second;
+    if (const std::optional<ModelTime> boot = section.time("boot")) {
+        if (*boot > longest_boot) section.fail("boot", "expected at most 10 minutes");
+        type.boot = *boot;
+        type.boot_spread = 0;
+    }
+    if (const std::optional<ModelTime> spread = section.time("boot_spread")) {
+        if (*spread > type.boot) section.fail("boot_spread", "expected at most the time that it boots");
+        type.boot_spread = *spread;
+    }
+}
+
 Kind read_own_kind(const Section &section)
 {
     const auto kind = std::make_shared<OwnKind>();
@@ -114,6 +161,7 @@ Kind read_own_kind(const Section &section)
                   .vlan_translation = section.flag_or("vlan_translation", false),
                   .vlan_trunk = section.flag_or("vlan_trunk", false),
                   .optics = class_or(section, nullptr)};
+    set_boot(section, kind->type);
     const uint32_t unis = kind->type.ge_ports + kind->type.fe_ports;
     if (unis < 1 || unis > max_unis)
         section.fail(section.has("fe_ports") ? "fe_ports" : "ge_ports", "expected 1 to " + std::to_string(max_unis) +
@@ -124,19 +172,23 @@ Kind read_own_kind(const Section &section)
 
 Kind read_kind(const Section &section)
 {
+    constexpr std::string_view of_any_kind[] = {"model", "class", "boot", "boot_spread"};
     if (section.has("vendor")) return read_own_kind(section);
     for (const Key &key : key_of(scenario_keys(), "kind").tables)
-        if (key.name != "model" && key.name != "class" && section.has(key.name))
+        if (std::ranges::find(of_any_kind, key.name) == std::end(of_any_kind) && section.has(key.name))
             section.fail(key.name, "expected with a vendor: a built-in model has its own");
     std::map<std::string, const DeviceType *> models;
     for (const DeviceType &type : device_types())
         models.emplace(type.model, &type);
     const auto kind = std::make_shared<DeviceType>(*known(section, "model", "built-in model", models));
     kind->optics = class_or(section, nullptr);
+    set_boot(section, *kind);
     return kind;
 }
 
-Service read_service(const Section &section)
+using Curves = std::map<std::string, std::vector<CurvePoint>>;
+
+Service read_service(const Section &section, const Curves &curves)
 {
     Service service;
     service.bound = section.flag_or("bound", true);
@@ -155,8 +207,14 @@ Service read_service(const Section &section)
     if (has_sla) service.sla = sla;
     service.down = word(section.number("down", 1, line_rate));
     service.description = section.text("description", 0, max_description).value_or("");
-    service.load_up = word(section.number("load_up", 0, line_rate));
-    service.load_down = word(section.number("load_down", 0, line_rate));
+    service.loads_up = NumberDistribution::read(section, "load_up", 0, line_rate, line_rate);
+    service.loads_down = NumberDistribution::read(section, "load_down", 0, line_rate, line_rate);
+    if (section.has("curve")) {
+        static_cast<void>(known(section, "curve", "curve", curves));
+        service.curve = section.needed_name("curve");
+        if (!service.loads_up && !service.loads_down)
+            section.fail("curve", "expected with load_up or load_down: a curve is a percentage of these");
+    }
     return service;
 }
 
@@ -165,6 +223,7 @@ struct Context {
     bool cold;
     std::map<std::string, Kind> kinds;
     std::map<std::string, Service> services;
+    Curves curves;
 };
 
 // A Fibre is the fibre of a port while it is put together.
@@ -190,7 +249,8 @@ public:
             key.depth += from.depth;
         }
         if (key.depth > deepest_fibre)
-            section.fail(parent_key, "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
+            section.fail(parent_key,
+                         "expected at most " + std::to_string(deepest_fibre) + " fibres one behind the other");
         if (key.distance > max_distance)
             section.fail(length_key, "expected a distance from the OLT of at most " + std::to_string(max_distance) +
                                          " m, found " + std::to_string(key.distance));
@@ -255,6 +315,15 @@ struct Onu {
     std::optional<uint32_t> id;
 };
 
+// Returns the terms for ONUs that arrive later: of what is drawn, one draw counts for all of them.
+ServiceTerms terms_of(const Service &service, uint64_t seed)
+{
+    ServiceTerms terms = service;
+    if (service.loads_up) terms.load_up = service.loads_up->draw(random_of(seed, {}, Draw::load_up));
+    if (service.loads_down) terms.load_down = service.loads_down->draw(random_of(seed, {}, Draw::load_down));
+    return terms;
+}
+
 // A Builder puts an OLT together.
 class Builder
 {
@@ -270,7 +339,8 @@ public:
             topology->owned.push_back(kind);
             topology->kinds.emplace(name, kind.get());
         }
-        topology->services = context.services;
+        for (const auto &[name, service] : context.services)
+            topology->services.emplace(name, terms_of(service, seed));
     }
 
     void read(const Section &section)
@@ -289,6 +359,7 @@ public:
                                   std::to_string(first->second) + " already");
                 read_port(port, number);
             }
+        add_curves();
         olt.settings.topology = topology;
         if (context.cold) power_up(Olt(olt.settings), olt.provisioning);
     }
@@ -336,6 +407,8 @@ private:
         const size_t mode = port.choice_or("auth", auth_modes, 0);
         if (mode != 0) olt.provisioning.put<PortRecord>(number, {{}, static_cast<uint32_t>(mode)});
         provision(onus, number);
+        for (const Onu &onu : onus)
+            if (onu.service && !onu.service->curve.empty()) curved[onu.service->curve].push_back({number, onu.arrival});
         PortPopulation &population = topology->ports[number - 1];
         population.optics = class_or(port, population.optics);
         population.branches = std::move(fibre.branches);
@@ -366,31 +439,52 @@ private:
             if (counted && section.has(key)) section.fail(key, "expected without count: it is that of one ONU");
         if (const std::optional<std::string> mac = section.text("mac", 1, 17)) arrival.mac = mac_of(section, *mac);
         const std::string key = arrival.name + " at port " + std::to_string(port);
-        if (const auto [first, is_new] = macs.emplace(arrival.mac, key); !is_new)
+        const auto [first, is_new] = macs.emplace(arrival.mac, Owner{key, port});
+        if (!is_new && (first->second.port == port || !section.has("mac")))
             section.fail(section.has("mac") ? "mac" : "name",
-                         text::mac_text(arrival.mac) + " is the address of " + first->second + " already");
-        if (section.has("service")) onu.service = &known(section, "service", "service", context.services);
+                         text::mac_text(arrival.mac) + " is the address of " + first->second.name + " already");
+        const auto random = [&](Draw draw) { return random_of(olt.settings.seed, arrival.mac, draw); };
+        if (section.has("service")) {
+            const NameDistribution drawn(section, "service");
+            const auto services = known(drawn, "service", context.services);
+            onu.service = services.at(drawn.draw(random(Draw::service)));
+            const auto binds = [](const auto &each) { return each.second->bound; };
+            if (section.has("id") && !std::ranges::all_of(services, binds))
+                section.fail("id", "expected with a service that binds the ONU");
+        }
         // Whoever has a service uses it.
-        Equipment equipment{.in_use = section.flag_or("in_use", onu.service)};
-        if (section.has("kind")) equipment.kind = known(section, "kind", "kind", context.kinds).get();
+        Equipment equipment{.in_use = draw_flag(section, "in_use", onu.service, random(Draw::in_use))};
+        if (section.has("kind")) {
+            const NameDistribution drawn(section, "kind");
+            equipment.kind = known(drawn, "kind", context.kinds).at(drawn.draw(random(Draw::kind)))->get();
+        }
+        if (!is_new) check_twin(section, first->second.name, topology->equipment.at(arrival.mac), equipment);
+        if (onu.service && onu.service->bound) {
+            if (first->second.bound)
+                section.fail("service", "expected one that does not bind the ONU: " + first->second.name +
+                                            " has its address, and is bound");
+            first->second.bound = true;
+        }
         topology->equipment[arrival.mac] = equipment;
         if (!one_branch && !section.has("branch")) section.fail("branch", "expected one: the port has several");
         const uint32_t branch = section.has("branch") ? fibre.named(section, "branch") : 0;
-        const uint32_t drop = section.number_or("drop", 0, max_distance, drop_of(arrival, fibre.distance(branch)));
+        const auto drops =
+            NumberDistribution::read(section, "drop", 0, max_distance - fibre.distance(branch), max_distance);
+        const uint32_t drop = drops ? drops->draw(random(Draw::drop)) : drop_of(arrival, fibre.distance(branch));
         arrival.branch = fibre.add(section, arrival.name, branch, drop, 0, "drop", "branch");
         arrival.distance = fibre.distance(arrival.branch);
         arrival.loss = fibre.loss(arrival.branch);
         arrival.loid = section.text("loid", 1, max_loid).value_or(arrival.loid);
         arrival.password = section.text("password", 0, max_password).value_or(arrival.password);
-        arrival.silent = section.flag_or("silent", false);
+        arrival.silent = draw_flag(section, "silent", false, random(Draw::silent));
         onu.id = word(section.number("id", 0, onus_per_port - 1));
         if (onu.id && !(onu.service && onu.service->bound))
             section.fail("id", "expected with a service that binds the ONU");
         if (onu.id && (*onu.id += index) >= onus_per_port)
             section.fail("id", "expected room for all of count up to " + std::to_string(onus_per_port - 1));
         if (!onu.service) return;
-        arrival.load_up = onu.service->load_up;
-        arrival.load_down = onu.service->load_down;
+        if (onu.service->loads_up) arrival.load_up = onu.service->loads_up->draw(random(Draw::load_up));
+        if (onu.service->loads_down) arrival.load_down = onu.service->loads_down->draw(random(Draw::load_down));
     }
 
     static Mac mac_of(const Section &section, const std::string &text)
@@ -402,6 +496,16 @@ private:
             section.fail("mac", error.what());
         }
         section.fail("mac", text + ": expected the address of one station");
+    }
+
+    // What an ONU is follows from its address. So two ONUs with the same one, at two ports, are the same.
+    static void check_twin(const Section &section, const std::string &first, const Equipment &of_first,
+                           const Equipment &equipment)
+    {
+        if (of_first.kind != equipment.kind)
+            section.fail("kind", "expected that of " + first + ", which has its address");
+        if (of_first.in_use != equipment.in_use)
+            section.fail("in_use", "expected that of " + first + ", which has its address");
     }
 
     void provision(std::vector<Onu> &onus, uint32_t port)
@@ -439,100 +543,47 @@ private:
         }
     }
 
+    // Makes the load curves, of all ONUs with one and of each direction.
+    void add_curves()
+    {
+        for (const auto &[name, onus] : curved)
+            for (const Direction direction : {Direction::up, Direction::down}) {
+                const std::string way = direction == Direction::up ? "up" : "down";
+                LoadCurve curve{name + ' ' + way, {}};
+                for (const CurvePoint &point : context.curves.at(name)) {
+                    const std::string percent = std::to_string(point.percent) + " percent";
+                    curve.steps.push_back(
+                        {point.at, curve.name + ": " + percent, commands_of(onus, direction, point.percent)});
+                }
+                if (!curve.steps[0].commands->empty()) olt.curves.push_back(std::move(curve));
+            }
+    }
+
+    struct CurvedOnu {
+        uint32_t port;
+        Arrival arrival;
+    };
+
+    static std::shared_ptr<const std::vector<std::string>> commands_of(const std::vector<CurvedOnu> &onus,
+                                                                       Direction direction, uint32_t percent)
+    {
+        std::vector<std::string> commands;
+        for (const CurvedOnu &onu : onus) {
+            const auto &load = direction == Direction::up ? onu.arrival.load_up : onu.arrival.load_down;
+            if (!load) continue;
+            const uint64_t kbits = std::min<uint64_t>(uint64_t{*load} * percent / 100, line_rate);
+            commands.push_back("load " + std::to_string(onu.port) + ' ' + onu.arrival.name +
+                               (direction == Direction::up ? " up " : " down ") + std::to_string(kbits));
+        }
+        return std::make_shared<const std::vector<std::string>>(std::move(commands));
+    }
+
     const Context &context;
     OltScenario &olt;
+    std::map<std::string, std::vector<CurvedOnu>> curved; // by curve
     std::shared_ptr<ScenarioTopology> topology;
-    std::map<Mac, std::string> macs; // to whom each address belongs
+    std::map<Mac, Owner> macs; // to whom each address belongs first
 };
-
-struct PlannedEvent {
-    Section section;
-    std::optional<std::string> olt; // none: all OLTs
-    std::vector<Event> events;
-};
-
-PlannedEvent read_event(const Section &section, const Scenario &scenario)
-{
-    PlannedEvent planned{section, section.name("olt"), {}};
-    std::vector<std::string> olts;
-    for (const OltScenario &olt : scenario.olts)
-        olts.push_back(olt.name);
-    if (planned.olt && std::ranges::count(olts, *planned.olt) == 0)
-        section.fail_unknown("olt", "OLT", *planned.olt, olts);
-    const std::optional<ModelTime> at = section.time("at");
-    if (!at) section.fail("at", "expected a time");
-    const std::optional<std::string> words = section.text("do", 1, 1000);
-    if (!words) section.fail("do", "expected a control command");
-    const std::optional<ModelTime> every = section.time("every");
-    const uint32_t times = section.number_or("times", 1, max_times, 1);
-    if (every.has_value() != section.has("times"))
-        section.fail(every ? "every" : "times", "expected every and times together");
-    if (every == 0) section.fail("every", "expected at least a second");
-    if (*at + every.value_or(0) * (times - 1) > longest_time)
-        section.fail("times", "expected the last time within ten years");
-    for (uint32_t time = 0; time < times; ++time)
-        planned.events.push_back({*at + every.value_or(0) * time, *words});
-    return planned;
-}
-
-// Lets ONUs that are being taken away be gone.
-void end_departures(Olt &olt)
-{
-    Change change;
-    for (const OnuAtPort &key : olt.leaving()) {
-        PluggedOnu gone = olt.kept<PluggedOnu>().at(key);
-        gone.state = Plugged::gone;
-        change.put<PluggedOnu>(key, gone);
-    }
-    olt.apply(change);
-}
-
-// Finds commands that make no sense, in the order of time. Whether the OLT refuses a command may be different when the
-// event happens. But which ONUs are there follows from the events before it.
-void check_events(const OltScenario &olt, const std::vector<PlannedEvent> &planned)
-{
-    struct Checked {
-        const PlannedEvent *plan;
-        size_t repetition;
-    };
-    std::vector<Checked> all;
-    for (const PlannedEvent &each : planned)
-        if (!each.olt || *each.olt == olt.name)
-            for (size_t repetition = 0; repetition < each.events.size(); ++repetition)
-                all.push_back({&each, repetition});
-    if (all.empty()) return;
-    const auto event_of = [](const Checked &each) -> const Event & { return each.plan->events[each.repetition]; };
-    std::ranges::stable_sort(all, {}, [&](const Checked &each) { return event_of(each).at; });
-    Olt model(olt.settings);
-    model.apply(olt.provisioning);
-    std::set<const PlannedEvent *> lasting; // those of which one look is enough
-    for (const Checked &each : all) {
-        if (lasting.contains(each.plan)) continue;
-        try {
-            const Plan plan = read_control(model, event_of(each).words);
-            if (plan.change.of<PluggedOnu>().empty()) {
-                lasting.insert(each.plan);
-            } else {
-                model.apply(plan.change);
-                end_departures(model);
-            }
-        } catch (const ControlError &error) {
-            each.plan->section.fail("do", error.what());
-        }
-    }
-}
-
-void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
-{
-    for (const PlannedEvent &each : planned) {
-        if (each.olt && *each.olt != olt.name) continue;
-        olt.events.insert(olt.events.end(), each.events.begin(), each.events.end());
-        if (olt.events.size() > max_events)
-            each.section.fail("do", "expected at most " + std::to_string(max_events) + " events of an OLT");
-    }
-    std::ranges::stable_sort(olt.events, {}, &Event::at);
-    check_events(olt, planned);
-}
 
 void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)
 {
@@ -543,7 +594,8 @@ void read_olts(const Section &root, const Context &context, std::string_view tex
         for (uint32_t copy = 0; copy < count; ++copy) {
             if (scenario.olts.size() == max_olts)
                 section.fail("count", "expected at most " + std::to_string(max_olts) + " OLTs");
-            OltScenario olt{section.has("count") ? name + '-' + std::to_string(copy + 1) : name, {}, {}, {}};
+            OltScenario olt;
+            olt.name = section.has("count") ? name + '-' + std::to_string(copy + 1) : name;
             if (std::ranges::count(scenario.olts, olt.name, &OltScenario::name) > 0)
                 section.fail("name", "there is an OLT " + olt.name + " already");
             olt.settings.scenario = text;
@@ -555,46 +607,37 @@ void read_olts(const Section &root, const Context &context, std::string_view tex
     if (scenario.olts.empty()) root.fail("olt", "expected at least one [[olt]]");
 }
 
-TomlValue parse(std::string_view text, const std::string &name)
+Scenario read_composition(const Composition &composition)
 {
-    try {
-        return read_toml(text);
-    } catch (const TomlError &error) {
-        throw ScenarioError(name + ':' + std::to_string(error.line) + ": " + error.what());
-    }
-}
-
-} // namespace
-
-Scenario read_scenario(std::string_view text, const std::string &name)
-{
-    const TomlValue value = parse(text, name);
-    const Section root(name, value, scenario_keys());
+    const Section root(composition.table, scenario_keys());
     root.check_keys();
     Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
                     .cold = root.choice_or("start", starts, 0) == 1,
                     .kinds = {},
-                    .services = {}};
+                    .services = {},
+                    .curves = read_curves(root)};
     for (const auto &[kind, section] : root.named_tables("kind"))
         context.kinds.emplace(kind, read_kind(section));
     for (const auto &[service, section] : root.named_tables("service"))
-        context.services.emplace(service, read_service(section));
-    Scenario scenario;
-    read_olts(root, context, text, scenario);
-    std::vector<PlannedEvent> events;
-    for (const Section &section : root.tables("event"))
-        events.push_back(read_event(section, scenario));
-    for (OltScenario &olt : scenario.olts)
-        add_events(olt, events);
+        context.services.emplace(service, read_service(section, context.curves));
+    Scenario scenario{.seed = context.seed};
+    read_olts(root, context, composition.text, scenario);
+    read_events(root, scenario);
+    read_failures(root, scenario);
+    read_expectations(root, scenario);
     return scenario;
 }
 
-Scenario read_scenario_file(const std::string &file)
+} // namespace
+
+Scenario read_scenario(std::string_view text, const std::string &name, const Overrides &overrides)
 {
-    std::ifstream in(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), {}};
-    if (!in) throw ScenarioError(file + ": cannot be read: " + std::strerror(errno));
-    return read_scenario(text, file);
+    return read_composition(compose(text, name, false, overrides));
+}
+
+Scenario read_scenario_file(const std::string &file, const Overrides &overrides)
+{
+    return read_composition(compose(text_of_file(file), file, true, overrides));
 }
 
 void power_up(const Olt &olt, Change &change)

@@ -1,77 +1,17 @@
 #include "scenario/section.h"
 
 #include <algorithm>
-#include <charconv>
-#include <set>
 #include <tuple>
 
 #include "model/base/text.h"
 #include "scenario/scenario.h"
+#include "scenario/written.h"
 #include "text/words.h"
 
 namespace ponsim
 {
 namespace
 {
-
-// Returns what the unknown word may have been meant to be.
-std::string hint(std::string_view unknown, std::span<const std::string> known)
-{
-    const std::vector<std::string_view> names(known.begin(), known.end());
-    const std::string near = text::suggestion(unknown, names);
-    if (!near.empty() || known.empty()) return near;
-    return "; known are " + text::join(names);
-}
-
-std::string describe(const TomlValue &value)
-{
-    if (const auto *flag = std::get_if<bool>(&value.value)) return *flag ? "true" : "false";
-    if (const auto *number = std::get_if<int64_t>(&value.value)) return std::to_string(*number);
-    if (const auto *text = std::get_if<std::string>(&value.value)) return '"' + *text + '"';
-    if (std::holds_alternative<double>(value.value)) return "a number with a decimal point";
-    if (std::holds_alternative<TomlArray>(value.value)) return "an array";
-    if (std::holds_alternative<TomlTable>(value.value)) return "a table";
-    return "a date or a time";
-}
-
-// Takes a number off the front of the text.
-std::optional<uint64_t> take_number(std::string_view &text)
-{
-    uint64_t number = 0;
-    const auto [last, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{}) return std::nullopt;
-    text.remove_prefix(static_cast<size_t>(last - text.data()));
-    return number;
-}
-
-void skip_spaces(std::string_view &text)
-{
-    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-}
-
-struct Unit {
-    std::string_view name;
-    uint64_t seconds;
-};
-constexpr Unit units[] = {{"d", 24 * 3600}, {"h", 3600}, {"min", 60}, {"s", 1}};
-
-// Returns no time when the text is not a time, or when the time is too long.
-std::optional<ModelTime> time_of(std::string_view text)
-{
-    constexpr uint64_t most = longest_time / ms_per_second;
-    uint64_t seconds = 0;
-    do {
-        const std::optional<uint64_t> number = take_number(text);
-        skip_spaces(text);
-        const std::string_view word = text.substr(0, std::min(text.find_first_of(" 0123456789"), text.size()));
-        const auto unit = std::ranges::find(units, word, &Unit::name);
-        if (!number || unit == std::end(units) || *number > (most - seconds) / unit->seconds) return std::nullopt;
-        seconds += *number * unit->seconds;
-        text.remove_prefix(word.size());
-        skip_spaces(text);
-    } while (!text.empty());
-    return seconds * ms_per_second;
-}
 
 // An Unknown is a key that its table may not have.
 struct Unknown {
@@ -103,34 +43,39 @@ void add_unknown(const TomlValue &value, const Keys &keys, std::vector<Unknown> 
 
 } // namespace
 
-std::string time_text(ModelTime time)
+std::string hint(std::string_view unknown, std::span<const std::string> known)
 {
-    uint64_t seconds = time / ms_per_second;
-    std::string text;
-    for (const Unit &unit : units) {
-        if (seconds >= unit.seconds)
-            text += (text.empty() ? "" : " ") + std::to_string(seconds / unit.seconds) + std::string(unit.name);
-        seconds %= unit.seconds;
-    }
-    return text.empty() ? "0s" : text;
+    const std::vector<std::string_view> names(known.begin(), known.end());
+    const std::string near = text::suggestion(unknown, names);
+    if (!near.empty() || known.empty()) return near;
+    return "; known are " + text::join(names);
 }
 
-Section::Section(const std::string &name, const TomlValue &of, const Keys &allowed)
-    : file(name), value(of), keys(allowed)
+std::string describe(const TomlValue &value)
 {
-    if (!std::holds_alternative<TomlTable>(value.value))
-        fail_at(value.line, "expected a table, found " + describe(value));
+    if (const auto *flag = std::get_if<bool>(&value.value)) return *flag ? "true" : "false";
+    if (const auto *number = std::get_if<int64_t>(&value.value)) return std::to_string(*number);
+    if (const auto *text = std::get_if<std::string>(&value.value)) return '"' + *text + '"';
+    if (std::holds_alternative<double>(value.value)) return "a number with a decimal point";
+    if (std::holds_alternative<TomlArray>(value.value)) return "an array";
+    if (std::holds_alternative<TomlTable>(value.value)) return "a table";
+    return "a date or a time";
 }
 
-void Section::fail_at(uint32_t at, const std::string &reason) const
+Section::Section(const TomlValue &of, const Keys &allowed) : value(of), keys(allowed)
 {
-    throw ScenarioError(file + ":" + std::to_string(at) + ": " + reason);
+    if (!std::holds_alternative<TomlTable>(value.value)) fail_at(value, "expected a table, found " + describe(value));
+}
+
+void fail_at(const TomlValue &at, const std::string &reason)
+{
+    throw ScenarioError(*at.file + ":" + std::to_string(at.line) + ": " + reason);
 }
 
 void Section::fail(const std::string &key, const std::string &reason) const
 {
     const auto found = table().find(key);
-    fail_at(found == table().end() ? value.line : found->second.line, key + ": " + reason);
+    fail_at(found == table().end() ? value : found->second, key + ": " + reason);
 }
 
 void Section::fail_expected(const std::string &key, const std::string &expected) const
@@ -187,7 +132,7 @@ std::optional<std::string> Section::text(const std::string &key, size_t least, s
     return *text;
 }
 
-void Section::check_name(uint32_t at, const std::string &key, const std::string &text) const
+void Section::check_name(const TomlValue &at, const std::string &key, const std::string &text)
 {
     if (!is_name(text))
         fail_at(at, key + ": expected a name of at most " + std::to_string(longest_name) +
@@ -200,7 +145,7 @@ std::optional<std::string> Section::name(const std::string &key) const
     if (!found) return std::nullopt;
     const auto *text = std::get_if<std::string>(&found->value);
     if (!text) fail_expected(key, "a name");
-    check_name(found->line, key, *text);
+    check_name(*found, key, *text);
     return *text;
 }
 
@@ -231,8 +176,8 @@ std::optional<ModelTime> Section::time(const std::string &key) const
     const TomlValue *found = find(key);
     if (!found) return std::nullopt;
     std::optional<ModelTime> time;
-    if (const auto *number = std::get_if<int64_t>(&found->value)) time = time_of(std::to_string(*number) + "s");
-    if (const auto *text = std::get_if<std::string>(&found->value)) time = time_of(*text);
+    if (const auto *number = std::get_if<int64_t>(&found->value)) time = read_time(std::to_string(*number) + "s");
+    if (const auto *text = std::get_if<std::string>(&found->value)) time = read_time(*text);
     if (!time) fail_expected(key, "seconds, or a time as \"1d 2h 30min 5s\", of at most ten years");
     return time;
 }
@@ -243,24 +188,19 @@ std::vector<uint32_t> Section::numbers(const std::string &key, uint32_t least, u
     const std::string expected = "numbers from " + std::to_string(least) + " to " + std::to_string(greatest) +
                                  ", each once, as \"" + std::to_string(least) + "-" + std::to_string(greatest) + "\"";
     const auto *text = found ? std::get_if<std::string>(&found->value) : nullptr;
-    if (!text) fail_expected(key, expected);
-    std::set<uint32_t> numbers;
-    std::string_view rest = *text;
-    while (true) {
-        const std::optional<uint64_t> first = take_number(rest);
-        std::optional<uint64_t> last = first;
-        if (rest.starts_with('-')) {
-            rest.remove_prefix(1);
-            last = take_number(rest);
-        }
-        if (!first || !last || *first < least || *last > greatest || *first > *last) fail_expected(key, expected);
-        for (uint64_t each = *first; each <= *last; ++each)
-            if (!numbers.insert(static_cast<uint32_t>(each)).second) fail_expected(key, expected);
-        if (rest.empty()) break;
-        if (!rest.starts_with(',')) fail_expected(key, expected);
-        rest.remove_prefix(1);
-    }
-    return {numbers.begin(), numbers.end()};
+    const auto read = text ? read_numbers(*text, least, greatest) : std::nullopt;
+    if (!read) fail_expected(key, expected);
+    return {read->begin(), read->end()};
+}
+
+const TomlTable &Section::members(const std::string &key) const
+{
+    static const TomlTable none;
+    const TomlValue *found = find(key);
+    if (!found) return none;
+    const auto *table = std::get_if<TomlTable>(&found->value);
+    if (!table) fail_expected(key, "a table");
+    return *table;
 }
 
 std::vector<Section> Section::tables(const std::string &key) const
@@ -272,7 +212,7 @@ std::vector<Section> Section::tables(const std::string &key) const
     if (!array) fail_expected(key, "tables with [[double brackets]]");
     std::vector<Section> sections;
     for (const TomlValue &each : *array)
-        sections.emplace_back(file, each, below);
+        sections.emplace_back(each, below);
     return sections;
 }
 
@@ -285,8 +225,8 @@ std::vector<std::pair<std::string, Section>> Section::named_tables(const std::st
     if (!members) fail_expected(key, "tables with names, as [" + key + ".NAME]");
     std::vector<std::pair<std::string, Section>> sections;
     for (const auto &[name, member] : *members) {
-        check_name(member.line, key, name);
-        sections.emplace_back(name, Section(file, member, below));
+        check_name(member, key, name);
+        sections.emplace_back(name, Section(member, below));
     }
     return sections;
 }
@@ -296,12 +236,13 @@ void Section::check_keys() const
     std::vector<Unknown> unknown;
     add_unknown(value, keys, unknown);
     if (unknown.empty()) return;
-    const Unknown &first = *std::ranges::min_element(
-        unknown, {}, [](const Unknown &each) { return std::tuple(each.value->line, each.value->column); });
+    const Unknown &first = *std::ranges::min_element(unknown, {}, [](const Unknown &each) {
+        return std::tuple(*each.value->file, each.value->line, each.value->column);
+    });
     std::vector<std::string> known;
     for (const Key &key : *first.keys)
         known.push_back(key.name);
-    fail_at(first.value->line, first.key + ": an unknown key" + hint(first.key, known));
+    fail_at(*first.value, first.key + ": an unknown key" + hint(first.key, known));
 }
 
 } // namespace ponsim

@@ -14,16 +14,21 @@
 namespace ponsim
 {
 
-// A scenario can state times up to ten years.
-inline constexpr ModelTime longest_time = 10ull * 365 * 24 * 3600 * ms_per_second;
+// Writes a value as errors do.
+std::string describe(const TomlValue &value);
+// Returns what the unknown word may have been meant to be, to be put behind an error.
+std::string hint(std::string_view unknown, std::span<const std::string> known);
+
+// Throws a ScenarioError with the file and the line of a value.
+[[noreturn]] void fail_at(const TomlValue &at, const std::string &reason);
 
 // Every function throws ScenarioError when the value at the key is not what is asked for, and std::logic_error when the
 // key is none that the table may have.
 class Section
 {
 public:
-    // File, table and keys must outlive the section.
-    Section(const std::string &file, const TomlValue &table, const Keys &keys);
+    // Table and keys must outlive the section.
+    Section(const TomlValue &table, const Keys &keys);
 
     // Reports the first key in the file that the table, or a table in it, may not have.
     void check_keys() const;
@@ -46,6 +51,10 @@ public:
     std::optional<ModelTime> time(const std::string &key) const;
     // Reads a number, or a text of numbers and ranges such as "1-4,7".
     std::vector<uint32_t> numbers(const std::string &key, uint32_t least, uint32_t greatest) const;
+    // Returns the value as it is written. Returns null when the key is missing.
+    const TomlValue *written(const std::string &key) const { return find(key); }
+    // Returns the values of a table whose keys are free. Returns none when the key is missing.
+    const TomlTable &members(const std::string &key) const;
     // Returns the tables of an array. Returns none when the key is missing.
     std::vector<Section> tables(const std::string &key) const;
     // Returns the tables in a table, with their names.
@@ -55,16 +64,17 @@ public:
     [[noreturn]] void fail(const std::string &key, const std::string &reason) const;
     [[noreturn]] void fail_unknown(const std::string &key, const std::string &what, const std::string &name,
                                    std::span<const std::string> known) const;
+    // Reports that the table should have the key, or another value at the key.
+    [[noreturn]] void fail_expected(const std::string &key, const std::string &expected) const;
+
+    const std::string &file_name() const { return *value.file; }
 
 private:
     const TomlTable &table() const { return std::get<TomlTable>(value.value); }
     // Returns null when the key is missing.
     const TomlValue *find(const std::string &key) const;
-    [[noreturn]] void fail_expected(const std::string &key, const std::string &expected) const;
-    void check_name(uint32_t at, const std::string &key, const std::string &text) const;
-    [[noreturn]] void fail_at(uint32_t at, const std::string &reason) const;
+    static void check_name(const TomlValue &at, const std::string &key, const std::string &text);
 
-    const std::string &file;
     const TomlValue &value;
     const Keys &keys;
 };

@@ -8,6 +8,7 @@
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
 #include "model/plant/optical_class.h"
+#include "scenario/written.h"
 
 namespace ponsim
 {
@@ -104,6 +105,12 @@ std::string warnings_of(const OltScenario &olt, uint32_t number)
     return text;
 }
 
+// Returns nothing when there is none.
+std::string counted(size_t count, const std::string &what)
+{
+    return count == 0 ? "" : "; " + std::to_string(count) + ' ' + what;
+}
+
 } // namespace
 
 std::string summary_of(const Scenario &scenario)
@@ -115,7 +122,9 @@ std::string summary_of(const Scenario &scenario)
             text += summary_of(olt, number);
     for (const OltScenario &olt : scenario.olts)
         text += olt.name + ": " + std::to_string(olt.events.size()) + " events" +
-                (olt.events.empty() ? "" : ", the last at " + time_text(olt.events.back().at)) + '\n';
+                (olt.events.empty() ? "" : ", the last at " + time_text(olt.events.back().at)) +
+                counted(olt.failing.size(), "parts that fail") + counted(olt.curves.size(), "load curves") +
+                counted(olt.checks.size(), "expectations") + '\n';
     for (const OltScenario &olt : scenario.olts)
         for (uint32_t number = 1; number <= olt.settings.ports; ++number)
             text += warnings_of(olt, number);

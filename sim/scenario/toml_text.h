@@ -1,8 +1,9 @@
-// TOML texts are read into values that know where they stand.
+// TOML texts are read into values that know where they stand, and values are written as texts.
 #pragma once
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -18,9 +19,14 @@ using TomlTable = std::map<std::string, TomlValue>;
 
 // A value of another kind, such as a date, holds std::monostate.
 struct TomlValue {
+    std::shared_ptr<const std::string> file; // its name
     uint32_t line;
     uint32_t column;
     std::variant<std::monostate, bool, int64_t, double, std::string, TomlArray, TomlTable> value;
+
+    // Returns null when the value is no table.
+    const TomlTable *table() const { return std::get_if<TomlTable>(&value); }
+    const TomlArray *array() const { return std::get_if<TomlArray>(&value); }
 };
 
 class TomlError : public std::runtime_error
@@ -31,7 +37,11 @@ public:
     const uint32_t line;
 };
 
-// Returns the text's table. Throws TomlError.
-TomlValue read_toml(std::string_view text);
+// Returns the table of a file's text. Throws TomlError.
+TomlValue read_toml(std::string_view text, const std::string &file);
+
+// Returns a text of the table. The same table gives the same text. Throws std::logic_error when there is a value that
+// holds std::monostate.
+std::string write_toml(const TomlTable &table);
 
 } // namespace ponsim

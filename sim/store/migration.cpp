@@ -57,8 +57,23 @@ constexpr Migration steps[] = {
         " iif(light = 0, 0, (SELECT now FROM clock)), 0, 0, 0, added_hours, rogue, load_up, load_down, flood"
         " FROM onu_before;"
         "DROP TABLE onu_before"},
+    // Alarms have a state, times, a cause and a history. Those of before are active, and when and why they were raised
+    // is not known. Where the cause has ended, the alarm is cleared as soon as the OLT goes on.
     // Nothing had been plugged in or taken away before.
-    {10, "CREATE TABLE plugged_onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+    {10, "ALTER TABLE alarm RENAME TO alarm_before;"
+         "CREATE TABLE alarm(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
+         " alarm INTEGER NOT NULL CHECK(alarm BETWEEN 1 AND 22), unit INTEGER NOT NULL, count INTEGER NOT NULL,"
+         " raised INTEGER NOT NULL, cleared INTEGER NOT NULL, cause INTEGER NOT NULL CHECK(cause BETWEEN 0 AND 19),"
+         " branch INTEGER NOT NULL, other BLOB NOT NULL CHECK(length(other) = 6), other_port INTEGER NOT NULL,"
+         " PRIMARY KEY(pon_port, mac, alarm, unit)) STRICT, WITHOUT ROWID;"
+         "INSERT INTO alarm SELECT pon_port, mac, alarm, 0, count, -1, -1, 0, -1, zeroblob(6), 0 FROM alarm_before;"
+         "DROP TABLE alarm_before;"
+         "CREATE TABLE alarm_event(number INTEGER PRIMARY KEY, at INTEGER NOT NULL, pon_port INTEGER NOT NULL,"
+         " mac BLOB NOT NULL CHECK(length(mac) = 6), alarm INTEGER NOT NULL CHECK(alarm BETWEEN 1 AND 22),"
+         " unit INTEGER NOT NULL, onu_id INTEGER NOT NULL, active INTEGER NOT NULL,"
+         " cause INTEGER NOT NULL CHECK(cause BETWEEN 0 AND 19), branch INTEGER NOT NULL,"
+         " other BLOB NOT NULL CHECK(length(other) = 6), other_port INTEGER NOT NULL) STRICT;"
+         "CREATE TABLE plugged_onu(pon_port INTEGER NOT NULL, mac BLOB NOT NULL CHECK(length(mac) = 6),"
          " state INTEGER NOT NULL CHECK(state BETWEEN 0 AND 2), branch INTEGER NOT NULL,"
          " fibre INTEGER NOT NULL CHECK(fibre BETWEEN 0 AND 4095),"
          " length INTEGER NOT NULL CHECK(length BETWEEN 0 AND 20000), name TEXT NOT NULL, loid TEXT NOT NULL,"

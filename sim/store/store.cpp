@@ -175,6 +175,13 @@ void Store::prepare_schema(const std::string &file, bool fresh)
     if (!empty && !fresh) migrate(db.get(), version, migrations());
 }
 
+void Store::write_rows(const auto &entries)
+{
+    entries.each([this]<class Record>(const Entry<Record> &entry) {
+        std::get<Writer<Record>>(statements->writers).write(entry);
+    });
+}
+
 std::optional<Settings> Store::settings() const
 {
     Statement select(db.get(), "SELECT seed, ports, arrivals, silent, scenario, olt FROM setting");
@@ -229,6 +236,11 @@ void Store::write(const Change &change)
     in_transaction([&] { write_rows(change); });
 }
 
+void Store::write(const Kept::Merged &changes)
+{
+    in_transaction([&] { write_rows(changes); });
+}
+
 int64_t Store::version()
 {
     return current_version();
@@ -280,13 +292,6 @@ void Store::replace(std::span<const Row> rows)
         for (const std::string &table : tables())
             Statement(db.get(), "DELETE FROM \"" + table + "\"").run();
         insert(rows);
-    });
-}
-
-void Store::write_rows(const Change &change)
-{
-    change.each([this]<class Record>(const Entry<Record> &entry) {
-        std::get<Writer<Record>>(statements->writers).write(entry);
     });
 }
 

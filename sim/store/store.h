@@ -50,6 +50,8 @@ public:
 
     // Writes a change. Throws StoreError. Then nothing is changed.
     void write(const Change &change);
+    // Writes what is left of several changes, in the same way.
+    void write(const Kept::Merged &changes);
 
     // Returns the version of the schema. Rows of another version mean something else.
     static int64_t version();
@@ -75,7 +77,7 @@ private:
     void execute(const std::string &sql) const;
     void take(const StoreImage &image) const;
     void prepare_schema(const std::string &file, bool fresh);
-    void write_rows(const Change &change);
+    void write_rows(const auto &entries);
     std::vector<std::string> tables() const;
     // Does all of `work`, or nothing of it.
     void in_transaction(const std::function<void()> &work);

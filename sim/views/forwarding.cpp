@@ -1,6 +1,6 @@
 #include "views/forwarding.h"
 
-#include "model/olt/sla.h"
+#include "model/port/sla.h"
 #include "views/table.h"
 
 namespace ponsim

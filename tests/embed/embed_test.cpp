@@ -222,6 +222,19 @@ TEST_P(Embedded, a_wrong_control_line_is_explained)
     EXPECT_EQ(bsp_simulator_control(simulator, nullptr, "now", nullptr, 0), 0);
 }
 
+TEST_P(Embedded, onus_come_and_go)
+{
+    const Simulator simulator(start, 1);
+    const uint32_t before = arrivals();
+    EXPECT_EQ(said(simulator, "arrive 1 count=2 name=late"), "");
+    EXPECT_EQ(bsp_simulator_step(simulator, nullptr, 60000), 0);
+    EXPECT_EQ(arrivals(), before + 2);
+    EXPECT_EQ(said(simulator, "leave 1 late-*"), "");
+    EXPECT_EQ(bsp_simulator_step(simulator, nullptr, 60000), 0);
+    EXPECT_EQ(arrivals(), before);
+    EXPECT_EQ(said(simulator, "show"), "nothing differs from a healthy plant\n");
+}
+
 TEST_P(Embedded, no_arrivals_can_be_asked_for)
 {
     const Simulator simulator(start, BSP_SIMULATOR_NONE);

@@ -1,10 +1,10 @@
 // These commands concern the management address, FEC, time and LLIDs of ONUs, and the log output about OAM.
 #include "generated/service_words.h"
 #include "handlers/remote.h"
+#include "model/alarm/alarms.h"
 #include "model/base/block.h"
-#include "model/lifecycle/alarms.h"
-#include "model/olt/sla.h"
 #include "model/onu/ipv4.h"
+#include "model/port/sla.h"
 
 namespace ponsim
 {
@@ -156,10 +156,13 @@ Outcome set_print(const Olt &olt, const Request &request)
     return outcome;
 }
 
+// Returns whether an ONU as a whole can have the alarm.
 bool is_of_onus(Alarm alarm)
 {
-    return is_alarm(static_cast<uint32_t>(alarm)) && alarm != Alarm::bias_high && alarm != Alarm::power_low &&
-           alarm != Alarm::rogue;
+    constexpr Alarm others[] = {Alarm::bias_high,       Alarm::power_low, Alarm::rogue,       Alarm::port_los,
+                                Alarm::transmitter_off, Alarm::uni_loop,  Alarm::uplink_down, Alarm::wrong_port,
+                                Alarm::same_loid,       Alarm::same_mac};
+    return is_alarm(static_cast<uint32_t>(alarm)) && std::ranges::find(others, alarm) == std::end(others);
 }
 
 Outcome test_alarm(const Olt &olt, const Request &request)
@@ -169,7 +172,7 @@ Outcome test_alarm(const Olt &olt, const Request &request)
     const Alarm alarm{request.get(layout::onu_alarm_test::alarm)};
     if (!is_of_onus(alarm)) return {PON_ERR_BAD_RECORD};
     Outcome outcome{BSP_OK};
-    raise(*found.onu.port, found.onu.binding->mac, alarm, outcome.change);
+    raise(olt, alarm_key(*found.onu.port, found.onu.binding->mac, alarm), {AlarmCause::test}, outcome.change);
     return outcome;
 }
 

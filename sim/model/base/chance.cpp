@@ -9,22 +9,6 @@ namespace
 
 __extension__ using Wide = unsigned __int128;
 
-// Draws a number of the exponential distribution with mean 1, in 2^-32. By the method of von Neumann this takes
-// comparisons alone: a number is the fraction when an odd count of further ones fall from it.
-uint64_t exponential(Random &random)
-{
-    for (uint64_t whole = 0;; ++whole) {
-        const uint64_t fraction = random.next() >> 32;
-        uint64_t last = fraction;
-        uint32_t falling = 1;
-        for (uint64_t number = random.next() >> 32; number < last; number = random.next() >> 32) {
-            last = number;
-            ++falling;
-        }
-        if (falling % 2 == 1) return whole << 32 | fraction;
-    }
-}
-
 } // namespace
 
 Chance both(Chance one, Chance other)
@@ -57,6 +41,22 @@ uint64_t expected(Chance chance, uint64_t all)
 bool happens(Random &random, Chance chance)
 {
     return chance == certain || random.next() < chance;
+}
+
+// By the method of von Neumann this takes comparisons alone: a number is the fraction when an odd count of further ones
+// fall from it.
+uint64_t exponential(Random &random)
+{
+    for (uint64_t whole = 0;; ++whole) {
+        const uint64_t fraction = random.next() >> 32;
+        uint64_t last = fraction;
+        uint32_t falling = 1;
+        for (uint64_t number = random.next() >> 32; number < last; number = random.next() >> 32) {
+            last = number;
+            ++falling;
+        }
+        if (falling % 2 == 1) return whole << 32 | fraction;
+    }
 }
 
 uint64_t failures_before_success(Random &random, Chance success)

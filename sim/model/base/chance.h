@@ -28,6 +28,9 @@ uint64_t expected(Chance chance, uint64_t all);
 
 bool happens(Random &random, Chance chance);
 
+// Draws a number of the exponential distribution with mean 1, in 2^-32.
+uint64_t exponential(Random &random);
+
 // So many trials are taken for infinitely many.
 inline constexpr uint64_t never = uint64_t{1} << 45;
 // Draws how many trials fail before one succeeds. Returns `never` when there are too many.

@@ -47,7 +47,11 @@ enum class Purpose : uint64_t {
     phases = 16,
     windows = 17,
     faults = 20,
-    places = 21
+    back_off = 21,
+    boot = 22,
+    places = 24,
+    population = 40,
+    failures = 41
 };
 
 // The number of a stream for a MAC address has the purpose above the address. So it is greater than the number of any

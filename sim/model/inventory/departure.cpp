@@ -10,11 +10,12 @@ namespace
 {
 
 // Returns whether no link of the ONU is left that could fail.
-bool has_left(const PonPort &port, const Arrival &arrival)
+bool has_left(const Olt &olt, const OnuAtPort &key)
 {
-    const OnuRecord record = port.record(arrival.mac);
+    const PonPort &port = *olt.port(key.pon_port);
+    const OnuRecord &record = port.record(key.mac);
     return !record.powered || record.phase == Phase::booting || record.phase == Phase::discovery ||
-           !port.limits.contain(arrival.distance);
+           !port.limits.contain(port.arrived(key.mac)->distance);
 }
 
 // Forgets the records of a family that belong to the ONU. `first` is the least key of the ONU.
@@ -71,20 +72,16 @@ void depart(const Olt &olt, const OnuAtPort &key, Change &change)
 
 std::optional<ModelTime> next(const Olt &olt)
 {
-    for (const OnuAtPort &key : olt.leaving()) {
-        const PonPort &port = *olt.port(key.pon_port);
-        if (has_left(port, *port.arrived(key.mac))) return olt.now();
-    }
-    return std::nullopt;
+    if (std::ranges::none_of(olt.leaving(), [&](const OnuAtPort &key) { return has_left(olt, key); }))
+        return std::nullopt;
+    return olt.now();
 }
 
 Change happen(const Olt &olt)
 {
     Change change;
-    for (const OnuAtPort &key : olt.leaving()) {
-        const PonPort &port = *olt.port(key.pon_port);
-        if (has_left(port, *port.arrived(key.mac))) depart(olt, key, change);
-    }
+    for (const OnuAtPort &key : olt.leaving())
+        if (has_left(olt, key)) depart(olt, key, change);
     return change;
 }
 

@@ -5,17 +5,17 @@
 #include "bsp_pon.h"
 #include "catalogue.h"
 #include "generated/service_words.h"
+#include "model/alarm/alarms.h"
 #include "model/base/random.h"
 #include "model/base/text.h"
 #include "model/lifecycle/admission.h"
-#include "model/lifecycle/alarms.h"
 #include "model/lifecycle/authentication.h"
 #include "model/lifecycle/registration.h"
 #include "model/olt/demand.h"
 #include "model/olt/remote.h"
-#include "model/olt/sla.h"
 #include "model/plant/fibre.h"
 #include "model/plant/plugging.h"
+#include "model/port/sla.h"
 
 namespace ponsim
 {
@@ -138,12 +138,14 @@ std::string Inventory::name_for(uint32_t pon_port, const std::string &wanted)
 {
     const Draft &draft = draft_of(pon_port);
     const auto is_taken = [&](const std::string &name) {
-        return std::ranges::any_of(draft.arrivals,
-                                   [&](const Arrival &arrival) { return arrival.name == name && !arrival.unplugged; }) ||
+        return std::ranges::any_of(
+                   draft.arrivals,
+                   [&](const Arrival &arrival) { return arrival.name == name && !arrival.unplugged; }) ||
                std::ranges::count(draft.branches, name, &Branch::name) > 0;
     };
     if (!wanted.empty()) {
-        if (is_taken(wanted)) throw InventoryError("there is a fibre " + wanted + " at " + at_port(pon_port) + " already");
+        if (is_taken(wanted))
+            throw InventoryError("there is a fibre " + wanted + " at " + at_port(pon_port) + " already");
         return wanted;
     }
     for (uint32_t number = 1;; ++number)
@@ -165,8 +167,9 @@ uint32_t Inventory::branch_for(uint32_t pon_port, const NewOnu &onu, const Mac &
             if (room > 0) return branch;
             const uint32_t ways = ways_of(branches[branch]);
             throw InventoryError(name + " of " + at_port(pon_port) +
-                                 (ways == 1 ? " has no splitter, and a fibre goes on from it"
-                                            : " has a splitter, all " + std::to_string(ways) + " ends of which are taken"));
+                                 (ways == 1
+                                      ? " has no splitter, and a fibre goes on from it"
+                                      : " has a splitter, all " + std::to_string(ways) + " ends of which are taken"));
         }
         known += (known.empty() ? "" : ", ") + name;
         if (room == 0) continue;
@@ -266,8 +269,7 @@ void Inventory::provision(uint32_t pon_port, const Mac &mac, const PluggedOnu &o
     if (service.sla) draft.promised += service.sla->fixed + service.sla->assured;
     const PonPort &port = *olt.port(pon_port);
     const Granted granted = granted_at(olt, port);
-    const uint32_t capacity =
-        admissible(mpcp_of(olt, pon_port), static_cast<uint32_t>(draft.ids.count()));
+    const uint32_t capacity = admissible(mpcp_of(olt, pon_port), static_cast<uint32_t>(draft.ids.count()));
     if (granted.fixed + granted.assured + draft.promised > capacity)
         throw InventoryError(at_port(pon_port) + ": " + brief_of(PON_ERR_SLA_CAPACITY));
     planned.add(plan.change);
@@ -281,8 +283,7 @@ void Inventory::arrive(uint32_t pon_port, const NewOnu &onu)
     const ServiceTerms *service = nullptr;
     if (!onu.service.empty()) {
         if (olt.topology())
-            if (const auto found = olt.topology()->services.find(onu.service);
-                found != olt.topology()->services.end())
+            if (const auto found = olt.topology()->services.find(onu.service); found != olt.topology()->services.end())
                 service = &found->second;
         if (!service) throw InventoryError("the scenario has no service " + onu.service);
     } else if (onu.id) {
@@ -345,7 +346,8 @@ void Inventory::move(uint32_t pon_port, const Mac &mac, uint32_t to, const NewOn
     PluggedOnu plugged = plugged_of(olt, from, arrival);
     OnuRecord device = from.record(mac);
     if (to == pon_port) {
-        if (olt.online(from, mac)) raise(from, mac, Alarm::los, planned);
+        if (olt.online(from, mac))
+            raise(olt, alarm_key(from, mac, Alarm::los), {AlarmCause::fibre, arrival.branch}, planned);
         Draft &draft = draft_of(pon_port);
         draft.branches.at(arrival.branch).name.clear();
         std::erase_if(draft.arrivals, [&](const Arrival &other) { return other.mac == mac; });

@@ -24,7 +24,7 @@ public:
 // A NewOnu says what is known of an ONU that is plugged in. What is left open follows from the seed.
 struct NewOnu {
     std::string name = {};
-    std::string branch = {}; // that it is connected to
+    std::string branch = {};             // that it is connected to
     std::optional<uint32_t> length = {}; // m, of its own fibre
     std::optional<Mac> mac = {};
     std::string loid = {};

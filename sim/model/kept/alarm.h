@@ -1,34 +1,109 @@
-// The alarms that are raised are kept by PON port, address and alarm.
+// Alarms are kept with their states, and the last events of their history.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
+#include "model/base/alarm.h"
 #include "model/base/mac.h"
+#include "model/base/time.h"
 #include "model/kept/family.h"
 
 namespace ponsim
 {
 
+// An AlarmKey says what has an alarm, and which.
 struct AlarmKey {
-    uint32_t pon_port;
-    Mac mac; // zero: the alarm of the port itself
+    uint32_t pon_port; // 0: the alarm of an uplink
+    Mac mac;           // zero: the alarm of the port itself
     uint32_t alarm;
+    uint32_t unit = 0; // UNI port or uplink; 0: of the whole
 
     auto operator<=>(const AlarmKey &) const = default;
 };
 
-struct AlarmCount {
-    uint32_t count;
+// An AlarmReason says why an alarm was raised, and where the cause lies as far as that is known.
+struct AlarmReason {
+    AlarmCause cause = AlarmCause::unknown;
+    std::optional<uint32_t> branch = {}; // of the port's fibre
+    Mac other = {};                      // the other ONU that has to do with it; zero: none
+    uint32_t other_port = 0;             // PON port of the other ONU, or where this one is bound
+
+    bool operator==(const AlarmReason &) const = default;
+};
+
+struct AlarmRecord {
+    uint32_t count;                       // how often it was raised since somebody cleared it
+    std::optional<ModelTime> raised = {}; // none: at a time that was not kept
+    std::optional<ModelTime> cleared = {};
+    AlarmReason reason = {};
+
+    bool active() const { return !cleared; }
+};
+
+// An AlarmEvent says that an alarm was raised or cleared.
+struct AlarmEvent {
+    ModelTime at;
+    AlarmKey alarm;
+    std::optional<uint32_t> onu_id; // to which the ONU was bound then
+    bool active;                    // it was raised
+    AlarmReason reason;
+};
+
+// So many events are kept. A new event takes the place of the oldest one.
+inline constexpr uint64_t alarm_history = 1024;
+
+// Which alarms there are, and of what, is checked in the same way in both tables.
+struct AlarmKeyCheck {
+    static const char *problem_of(uint32_t ports, const AlarmKey &key)
+    {
+        if (key.pon_port > ports) return "a port in it is damaged";
+        const bool of_uplink = key.alarm == static_cast<uint32_t>(Alarm::uplink_down);
+        return of_uplink == (key.pon_port == 0) ? nullptr : "an alarm in it is damaged";
+    }
+};
+
+inline constexpr std::tuple alarm_key_columns{Column{"pon_port", &AlarmKey::pon_port}, Column{"mac", &AlarmKey::mac},
+                                              Column{"alarm", &AlarmKey::alarm, "? BETWEEN 1 AND 22"},
+                                              Column{"unit", &AlarmKey::unit}};
+inline constexpr std::tuple alarm_reason_columns{
+    Column{"cause", &AlarmReason::cause, "? BETWEEN 0 AND 19"}, NumberOrNone{"branch", &AlarmReason::branch, -1},
+    Column{"other", &AlarmReason::other}, Column{"other_port", &AlarmReason::other_port}};
+
+template <>
+struct Family<AlarmRecord> {
+    static constexpr std::string_view table = "alarm";
+    using Key = AlarmKey;
+    static constexpr std::tuple key{alarm_key_columns};
+    static constexpr std::tuple value{
+        Column{"count", &AlarmRecord::count}, NumberOrNone{"raised", &AlarmRecord::raised, -1},
+        NumberOrNone{"cleared", &AlarmRecord::cleared, -1}, InnerColumns{&AlarmRecord::reason, alarm_reason_columns}};
+    static constexpr bool placed = true;
+
+    struct Check {
+        const char *operator()(uint32_t ports, const Key &alarm, const AlarmRecord &) const
+        {
+            return AlarmKeyCheck::problem_of(ports, alarm);
+        }
+    };
 };
 
 template <>
-struct Family<AlarmCount> {
-    static constexpr std::string_view table = "alarm";
-    using Key = AlarmKey;
-    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
-                                    Column{"alarm", &Key::alarm, "? BETWEEN 1 AND 15"}};
-    static constexpr std::tuple value{Column{"count", &AlarmCount::count}};
-    static constexpr bool placed = true;
+struct Family<AlarmEvent> {
+    static constexpr std::string_view table = "alarm_event";
+    using Key = uint64_t; // events are numbered from 1 on
+    static constexpr std::tuple key{Itself<Key>{"number"}};
+    static constexpr std::tuple value{
+        Column{"at", &AlarmEvent::at}, InnerColumns{&AlarmEvent::alarm, alarm_key_columns},
+        NumberOrNone{"onu_id", &AlarmEvent::onu_id, -1}, Column{"active", &AlarmEvent::active},
+        InnerColumns{&AlarmEvent::reason, alarm_reason_columns}};
+
+    struct Check {
+        const char *operator()(uint32_t ports, Key, const AlarmEvent &event) const
+        {
+            return AlarmKeyCheck::problem_of(ports, event.alarm);
+        }
+    };
 };
 
 } // namespace ponsim

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <ranges>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -79,6 +81,31 @@ public:
     {
         return ((of<Record>().empty() || is_one_of<Record, Others...>)&&...);
     }
+
+    // Merged entries are those of several Entries. Of those with the same key only the last one is left.
+    class Merged
+    {
+    public:
+        void add(const Entries &entries)
+        {
+            entries.each([this]<class Of>(const Entry<Of> &entry) {
+                std::get<ByKey<Of>>(families).insert_or_assign(entry.key, entry);
+            });
+        }
+        bool empty() const { return (std::get<ByKey<Record>>(families).empty() && ...); }
+        // Visits the entries family by family.
+        template <class Visit>
+        void each(Visit visit) const
+        {
+            (std::ranges::for_each(std::views::values(std::get<ByKey<Record>>(families)), visit), ...);
+        }
+
+    private:
+        template <class Of>
+        using ByKey = std::map<typename Family<Of>::Key, Entry<Of>>;
+
+        std::tuple<ByKey<Record>...> families;
+    };
 
     // OfEach has one Of<Record> for each family. make_each makes all of them from the same arguments.
     template <template <class> class Of>

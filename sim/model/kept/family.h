@@ -106,7 +106,7 @@ struct NumberOrNone {
     void put(auto &row, const Owner &owner) const
     {
         const std::optional<Value> &value = owner.*member;
-        row.put(value ? int64_t{*value} : none);
+        row.put(value ? static_cast<int64_t>(*value) : none);
     }
     void get(auto &row, Owner &owner) const
     {

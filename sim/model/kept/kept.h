@@ -26,9 +26,8 @@
 namespace ponsim
 {
 
-using Kept =
-    Entries<Binding, OnuRecord, PortRecord, BlacklistEntry, LoidPassword, AlarmCount, Block, ModuleRecord, UpgradeType,
-            UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile, Timeline, Offered, Ledger, ModelClock,
-            PluggedOnu, PluggedDevice>;
+using Kept = Entries<Binding, OnuRecord, PortRecord, BlacklistEntry, LoidPassword, AlarmRecord, AlarmEvent, Block,
+                     ModuleRecord, UpgradeType, UpgradeRun, Damage, LoopRecord, LoopDetection, OnuSetting, Profile,
+                     Timeline, Offered, Ledger, ModelClock, PluggedOnu, PluggedDevice>;
 
 } // namespace ponsim

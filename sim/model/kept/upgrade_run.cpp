@@ -23,7 +23,7 @@ std::optional<ModelTime> UpgradeRun::end() const
     case State::verifying:
         return since + verification;
     case State::rebooting:
-        return since + boot_time;
+        return since + reload_time;
     default:
         return std::nullopt;
     }

@@ -12,8 +12,8 @@
 namespace ponsim
 {
 
-// An ONU needs this time from power to its first answer, to load its software.
-inline constexpr ModelTime boot_time = 30 * ms_per_second;
+// An ONU needs this time after an upgrade, until it runs its new software.
+inline constexpr ModelTime reload_time = 30 * ms_per_second;
 // Returns the time that it takes to download so many bytes.
 ModelTime download_time(uint32_t size);
 

@@ -5,7 +5,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/lifecycle/alarms.h"
+#include "model/alarm/alarms.h"
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/registration.h"
 #include "model/lifecycle/upgrade.h"
@@ -104,7 +104,7 @@ Plan reboot_onus(const Olt &olt, uint32_t pon_port, const OnuIds &onu_ids)
         start_committed(olt, *port, binding.mac, record, plan.change);
         plan.change.put<OnuRecord>({pon_port, binding.mac}, record);
         boot(olt, *port, binding.mac, plan.change);
-        raise(*port, binding.mac, Alarm::dying_gasp, plan.change);
+        raise(olt, alarm_key(*port, binding.mac, Alarm::dying_gasp), {AlarmCause::reboot}, plan.change);
         macs.push_back(binding.mac);
     }
     interrupt_runs(olt, *port, macs, plan.change);

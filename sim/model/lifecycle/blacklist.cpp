@@ -5,7 +5,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/lifecycle/alarms.h"
+#include "model/alarm/alarms.h"
 #include "model/lifecycle/registration.h"
 #include "model/olt/bound.h"
 
@@ -25,7 +25,7 @@ Plan put_on(const Olt &olt, const PonPort &port, std::span<const Mac> macs, cons
         plan.change.put<BlacklistEntry>({port.number, *id}, BlacklistEntry{mac, text});
         if (const std::optional<uint32_t> onu_id = olt.id_at(port.number, mac))
             plan.change.drop<Binding>({port.number, *onu_id});
-        if (port.ranged(mac)) raise(port, mac, Alarm::rejected, plan.change);
+        if (port.ranged(mac)) raise(olt, alarm_key(port, mac, Alarm::rejected), {AlarmCause::black_list}, plan.change);
     }
     return plan;
 }

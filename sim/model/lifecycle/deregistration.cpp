@@ -2,7 +2,7 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/lifecycle/alarms.h"
+#include "model/alarm/alarms.h"
 #include "model/lifecycle/debug.h"
 #include "model/lifecycle/registration.h"
 
@@ -14,7 +14,7 @@ namespace
 void deregister(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
 {
     begin_registration(olt, port, mac, olt.now() + shortest_absence, change);
-    raise(port, mac, Alarm::deregistered, change);
+    raise(olt, alarm_key(port, mac, Alarm::deregistered), {AlarmCause::command}, change);
     report(olt, DebugSwitch::onu, port.number, mac, "deregistered by command", change);
 }
 

@@ -4,7 +4,6 @@
 #include <string_view>
 #include <utility>
 
-#include "model/lifecycle/alarms.h"
 #include "model/lifecycle/debug.h"
 #include "model/lifecycle/registration.h"
 #include "model/olt/light.h"
@@ -14,23 +13,6 @@ namespace ponsim
 {
 namespace
 {
-
-bool too_strong(Light light)
-{
-    return light == Light::overloaded || light == Light::saturated;
-}
-
-// Raises the alarm that the light as it is now calls for. That light is lost is noticed when a time-out of MPCP ends.
-void raise_alarm(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction, Light before,
-                 Light now, Change &change)
-{
-    const bool up = direction == Direction::up;
-    if (now == Light::degraded && is_on_fibre(olt, port, arrival))
-        raise(port, arrival.mac, up ? Alarm::degraded : Alarm::onu_degraded, change);
-    // An ONU that is too strong from the start never gets on the fibre.
-    if (too_strong(now) && !too_strong(before) && port.record(arrival.mac).powered)
-        raise(port, arrival.mac, up ? Alarm::receive_overload : Alarm::onu_overload, change);
-}
 
 std::string_view event_of(Light before, Light now)
 {
@@ -69,7 +51,6 @@ void become(const Olt &olt, const PonPort &port, const Arrival &arrival, Directi
     if (record.powered && record.phase == Phase::discovery && port.limits.contain(arrival.distance))
         begin_registration(olt, port, mac, olt.now() + 1, change);
     if (before == now.light) return;
-    raise_alarm(olt, port, arrival, direction, before, now.light, change);
     const std::string event =
         (direction == Direction::up ? "" : "downstream ") + std::string(event_of(before, now.light));
     report(olt, DebugSwitch::onu, port.number, mac, event, change);
@@ -81,7 +62,6 @@ void notice_blindness(const Olt &olt, const PonPort &port, bool blinded, Change 
     ModuleRecord record = olt.module(port.number)->record();
     record.raised ^= rogue_bit;
     change.put<ModuleRecord>(port.number, record);
-    if (blinded) raise(port, port_itself, Alarm::rogue, change);
 }
 
 Reception received_now(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction,
@@ -97,16 +77,16 @@ std::optional<ModelTime> next_light(const Olt &olt)
     return olt.light_watch().next();
 }
 
-// The ONUs of a port are looked at together, because a rogue ONU concerns them all.
 Change decide_lights(const Olt &olt)
 {
     Change change;
     for (const PonPort &port : olt.ports()) {
         if (!olt.light_watch().is_due(port.number, olt.now())) continue;
-        const bool blinded = is_blinded(olt, port);
+        const bool blinded = olt.light_watch().is_blinded(olt, port);
         notice_blindness(olt, port, blinded, change);
-        for (const Arrival &arrival : port.arrivals) {
-            const OnuRecord record = port.record(arrival.mac);
+        for (const size_t index : olt.light_watch().due(port.number, olt.now())) {
+            const Arrival &arrival = port.arrivals[index];
+            const OnuRecord &record = port.record(arrival.mac);
             for (const Direction direction : directions) {
                 const Reception &before = record.reception(direction);
                 const Reception now = blinded && direction == Direction::up

@@ -6,9 +6,9 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
+#include "model/alarm/alarms.h"
 #include "model/base/chance.h"
 #include "model/base/random.h"
-#include "model/lifecycle/alarms.h"
 #include "model/lifecycle/debug.h"
 #include "model/lifecycle/images.h"
 #include "model/lifecycle/upgrade.h"
@@ -19,33 +19,13 @@
 namespace ponsim
 {
 
-Registration::Registration(const Olt &model, const PonPort &at, const Authentication &rules, Change &planned)
-    : olt(model), port(at), authentication(rules), change(planned), taken(ids_of(at.bindings))
-{
-}
-
-void Registration::add(const Arrival &arrival, bool was_registered)
-{
-    const std::optional<uint32_t> bound_id = olt.id_at(port.number, arrival.mac);
-    const Binding *binding = bound_id ? &*port.bindings[*bound_id] : nullptr;
-    if (binding && arrival.silent) return;
-    if (authentication.turns_away(arrival, binding)) {
-        const bool turned_away_before = was_registered && port.authentication.turns_away(arrival, binding);
-        if (!turned_away_before) raise(port, arrival.mac, Alarm::auth_failed, change);
-    } else if (!olt.find(arrival.mac) && authentication.accepts(arrival) && port.record(arrival.mac).supported) {
-        const std::optional<uint32_t> onu_id = lowest_free(taken);
-        if (!onu_id) return;
-        taken.set(*onu_id);
-        change.put<Binding>(
-            {port.number, *onu_id},
-            {.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}});
-    }
-}
-
 namespace
 {
 
 using Registrations = std::map<uint32_t, Registration>;
+
+// An ONU that is kept out is asked for its LOID again after this time.
+constexpr ModelTime retry_time = 60 * ms_per_second;
 
 // These lengths are in time quanta.
 constexpr uint32_t quantum = 16; // ns
@@ -135,15 +115,24 @@ void set_phase(const Olt &olt, const PonPort &port, const Mac &mac, Phase phase,
             reception.since = olt.now();
 }
 
+// Draws how many windows an ONU leaves out that was not heard because answers overlapped. If all of them came again at
+// once, a full port would take minutes.
+uint32_t windows_left_out(const Olt &olt, const Mac &mac)
+{
+    constexpr uint32_t below = 4;
+    return random_for(olt.seed() + olt.now(), Purpose::back_off, mac).below(below);
+}
+
 void hold_window(const Olt &olt, const PonPort &port, const std::vector<const Arrival *> &onus, Change &change)
 {
     const std::vector<const Arrival *> in_time = heard_in_window(olt, port, onus);
+    const ModelTime interval = mpcp_of(olt, port.number).discovery_interval;
     for (const Arrival *onu : onus) {
         if (std::ranges::find(in_time, onu) == in_time.end()) {
-            begin_registration(olt, port, onu->mac, olt.now() + 1, change);
+            begin_registration(olt, port, onu->mac, olt.now() + 1 + windows_left_out(olt, onu->mac) * interval, change);
         } else if (port.refuses(onu->mac)) {
             set_phase(olt, port, onu->mac, Phase::registered, 0, change);
-            raise(port, onu->mac, Alarm::rejected, change);
+            raise(olt, alarm_key(port, onu->mac, Alarm::rejected), {AlarmCause::black_list}, change);
             report(olt, DebugSwitch::onu, port.number, onu->mac, "rejected: on the black list", change);
         } else {
             set_phase(olt, port, onu->mac, Phase::mpcp, mpcp_time(mpcp_of(olt, port.number)), change);
@@ -155,7 +144,7 @@ void come_in(const Olt &olt, const PonPort &port, const Arrival &arrival, Regist
 {
     set_phase(olt, port, arrival.mac, Phase::registered, 0, change);
     if (port.refuses(arrival.mac)) {
-        raise(port, arrival.mac, Alarm::rejected, change);
+        raise(olt, alarm_key(port, arrival.mac, Alarm::rejected), {AlarmCause::black_list}, change);
         return;
     }
     registrations.try_emplace(port.number, olt, port, port.authentication, change).first->second.add(arrival, false);
@@ -254,14 +243,55 @@ Change happen(const Olt &olt)
 
 const Process registration_process{next, happen};
 
-bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival)
+Registration::Registration(const Olt &model, const PonPort &at, const Authentication &rules, Change &planned)
+    : olt(model), port(at), authentication(rules), change(planned), taken(ids_of(at.bindings))
 {
-    return olt.online(port, arrival.mac) || olt.waits(port, arrival);
+    const bool by_loid = port.authentication.mode != AuthMode::mac;
+    for (const Arrival &arrival : port.arrivals)
+        if (by_loid && port.authentication.accepts(arrival) && olt.online(port, arrival.mac))
+            admitted.emplace(arrival.loid, arrival.mac);
+}
+
+void Registration::add(const Arrival &arrival, bool was_registered)
+{
+    const std::optional<uint32_t> bound_id = olt.id_at(port.number, arrival.mac);
+    const Binding *binding = bound_id ? &*port.bindings[*bound_id] : nullptr;
+    if (binding && arrival.silent) return;
+    if (authentication.turns_away(arrival, binding)) {
+        const bool turned_away_before = was_registered && port.authentication.turns_away(arrival, binding);
+        if (!turned_away_before)
+            raise(olt, alarm_key(port, arrival.mac, Alarm::auth_failed), {AlarmCause::loid}, change);
+        return;
+    }
+    if (!authentication.accepts(arrival)) return;
+    const bool by_mac = binding && (binding->exempt || authentication.mode == AuthMode::mac_or_loid);
+    const bool lets_in = binding || (!olt.find(arrival.mac) && port.record(arrival.mac).supported);
+    if (by_mac || !lets_in) return;
+    if (const auto [first, is_first] = admitted.emplace(arrival.loid, arrival.mac);
+        !is_first && first->second != arrival.mac) {
+        keep_out(arrival, first->second);
+        return;
+    }
+    if (binding) return;
+    const std::optional<uint32_t> onu_id = lowest_free(taken);
+    if (!onu_id) return;
+    taken.set(*onu_id);
+    change.put<Binding>({port.number, *onu_id},
+                        {.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}, .description = {}});
+}
+
+void Registration::keep_out(const Arrival &arrival, const Mac &first)
+{
+    set_phase(olt, port, arrival.mac, Phase::authentication, retry_time, change);
+    const AlarmKey key = alarm_key(port, arrival.mac, Alarm::same_loid);
+    if (const AlarmRecord *record = olt.alarm(key); record && record->active()) return;
+    raise(olt, key, {.cause = AlarmCause::same_loid, .other = first, .other_port = port.number}, change);
+    report(olt, DebugSwitch::onu, port.number, arrival.mac, "kept out: another ONU has its LOID", change);
 }
 
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change)
 {
-    set_phase(olt, port, mac, Phase::booting, boot_time, change);
+    set_phase(olt, port, mac, Phase::booting, boot_time(olt.seed(), mac, *olt.device_of(mac).type), change);
 }
 
 void begin_registration(const Olt &olt, const PonPort &port, const Mac &mac, ModelTime from, Change &change)
@@ -289,7 +319,7 @@ void change_limits(const Olt &olt, const PonPort &port, const RangingLimits &lim
         if (now)
             begin_registration(olt, port, arrival.mac, olt.now(), change);
         else if (olt.online(port, arrival.mac))
-            raise(port, arrival.mac, Alarm::los, change);
+            raise(olt, alarm_key(port, arrival.mac, Alarm::los), {AlarmCause::distance}, change);
     }
 }
 
@@ -312,8 +342,8 @@ Plan set_power(const Olt &olt, uint32_t pon_port, const Mac &mac, bool on)
     plan.change.put<OnuRecord>({pon_port, mac}, record);
     set_phase(olt, *port, mac, Phase::registered, 0, plan.change);
     if (olt.online(*port, mac)) {
-        raise(*port, mac, Alarm::dying_gasp, plan.change);
-        raise(*port, mac, Alarm::los, plan.change);
+        for (const Alarm alarm : {Alarm::dying_gasp, Alarm::los})
+            raise(olt, alarm_key(*port, mac, alarm), {AlarmCause::power}, plan.change);
     }
     return plan;
 }

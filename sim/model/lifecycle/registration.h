@@ -1,11 +1,14 @@
 // ONUs register at a port, and then are let in, are turned away, or wait.
 //
-// An ONU that is switched on boots first. Then it answers in a discovery window of its port, by multi-point MAC control
-// (IEEE 802.3, clause 64). Then its OAM link comes up (clause 57), and it is asked for its LOID if the port wants that.
-// Only after that it is there. Each step takes model time, and needs its messages to pass in both directions: where bit
-// errors spoil one of them, the step comes again. An ONU that is no longer heard at the end of a step begins again when
-// it is heard.
+// An ONU that is switched on boots first, for as long as its kind takes. Then it answers in a discovery window of its
+// port, by multi-point MAC control (IEEE 802.3, clause 64). Then its OAM link comes up (clause 57), and it is asked for
+// its LOID if the port wants that. Only after that it is there. Each step takes model time, and needs its messages to
+// pass in both directions: where bit errors spoil one of them, the step comes again. An ONU that is no longer heard at
+// the end of a step begins again when it is heard.
 #pragma once
+
+#include <map>
+#include <string>
 
 #include "model/change/plan.h"
 #include "model/lifecycle/process.h"
@@ -23,19 +26,20 @@ public:
     // Registers an ONU that is on the fibre and not on the black list. When it is not bound, and is accepted by its
     // LOID, it is bound to the next free id. It waits when there is no free id, when it is not supported, and while it
     // is bound elsewhere. An ONU that is turned away raises an alarm, unless it was on the fibre and turned away
-    // before.
+    // before. An ONU that is let in by its
+    // LOID is kept out, and asked again later, while another one at the port is let in by the same LOID.
     void add(const Arrival &arrival, bool was_registered);
 
 private:
+    void keep_out(const Arrival &arrival, const Mac &first);
+
     const Olt &olt;
     const PonPort &port;
     const Authentication &authentication;
     Change &change;
     OnuIds taken;
+    std::map<std::string, Mac> admitted; // who is let in by a LOID
 };
-
-// Returns whether the ONU is on the fibre, so that something would be noticed of it.
-bool is_on_fibre(const Olt &olt, const PonPort &port, const Arrival &arrival);
 
 // Adds to `change` that an ONU starts again: it is off the fibre until it has booted and registered.
 void boot(const Olt &olt, const PonPort &port, const Mac &mac, Change &change);

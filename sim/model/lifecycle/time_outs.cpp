@@ -2,7 +2,8 @@
 
 #include <string>
 
-#include "model/lifecycle/alarms.h"
+#include "model/alarm/alarms.h"
+#include "model/alarm/light_reasons.h"
 #include "model/lifecycle/debug.h"
 #include "model/lifecycle/registration.h"
 #include "model/olt/mpcp.h"
@@ -26,23 +27,61 @@ std::string reason_of(const Mpcp &mpcp, Missing missing)
     return {};
 }
 
-void raise_alarms(const PonPort &port, const Mac &mac, Missing missing, Change &change)
+// Losses are the alarms of a port whose links fail together.
+class Losses
 {
-    const OnuRecord record = port.record(mac);
-    if (missing == Missing::oampdu) {
-        raise(port, mac, Alarm::oam_link_lost, change);
-    } else if (record.heard()) {
-        raise(port, mac, Alarm::deregistered, change);
-    } else {
-        raise(port, mac, Alarm::los, change);
-        if (record.up.heard()) raise(port, mac, Alarm::onu_los, change);
+public:
+    Losses(const Olt &at, const PonPort &of, Change &planned) : olt(at), port(of), change(planned) {}
+
+    // Raises the loss of an ONU. Where the port hears no ONU any more, its own loss is the cause, and is raised first.
+    void add(const Arrival &arrival)
+    {
+        if (!common) look_at_port();
+        AlarmReason reason = loss_reason(olt, port, arrival);
+        if (*common == reason) reason.cause = AlarmCause::port_los;
+        raise(olt, alarm_key(port, arrival.mac, Alarm::los), reason, change);
+        if (port.record(arrival.mac).up.heard())
+            raise(olt, alarm_key(port, arrival.mac, Alarm::onu_los), reason, change);
     }
+
+private:
+    void look_at_port()
+    {
+        common = common_loss(olt, port);
+        const AlarmKey key = alarm_key(port, port_itself, Alarm::port_los);
+        const AlarmRecord *record = olt.alarm(key);
+        if (!*common || (record && record->active())) return;
+        raise(olt, key, **common, change);
+        // Some may have been lost for the same cause a moment before.
+        for (const auto &[at, kept] : port.alarms) {
+            if (Alarm{at.alarm} != Alarm::los || !kept.active() || kept.reason != *common) continue;
+            AlarmRecord lost = kept;
+            lost.reason.cause = AlarmCause::port_los;
+            change.put<AlarmRecord>({port.number, at.mac, at.alarm}, lost);
+        }
+    }
+
+    const Olt &olt;
+    const PonPort &port;
+    Change &change;
+    std::optional<std::optional<AlarmReason>> common; // none: not looked at yet
+};
+
+void raise_alarms(const Olt &olt, const PonPort &port, const Arrival &arrival, Missing missing, Losses &losses,
+                  Change &change)
+{
+    if (missing == Missing::oampdu)
+        raise(olt, alarm_key(port, arrival.mac, Alarm::oam_link_lost), {AlarmCause::bit_errors}, change);
+    else if (port.record(arrival.mac).heard())
+        raise(olt, alarm_key(port, arrival.mac, Alarm::deregistered), {AlarmCause::bit_errors}, change);
+    else
+        losses.add(arrival);
 }
 
-void fail(const Olt &olt, const PonPort &port, const Arrival &arrival, Missing missing, Change &change)
+void fail(const Olt &olt, const PonPort &port, const Arrival &arrival, Missing missing, Losses &losses, Change &change)
 {
     const Mac &mac = arrival.mac;
-    if (is_on_fibre(olt, port, arrival)) raise_alarms(port, mac, missing, change);
+    if (olt.on_fibre(port, arrival)) raise_alarms(olt, port, arrival, missing, losses, change);
     report(olt, DebugSwitch::onu, port.number, mac, reason_of(mpcp_of(olt, port.number), missing), change);
     if (missing == Missing::oampdu)
         bring_up_oam(olt, port, mac, change);
@@ -59,10 +98,13 @@ Change end_links(const Olt &olt)
 {
     Change change;
     for (const PonPort &port : olt.ports()) {
-        if (!olt.light_watch().times_out(port.number, olt.now())) continue;
-        for (const Arrival &arrival : port.arrivals)
-            if (const auto time_out = time_out_of(olt, port, arrival); time_out && time_out->at <= olt.now())
-                fail(olt, port, arrival, time_out->missing, change);
+        const std::vector<size_t> timed_out = olt.light_watch().timed_out(port.number, olt.now());
+        if (timed_out.empty()) continue;
+        Losses losses(olt, port, change);
+        for (const size_t index : timed_out) {
+            const Arrival &arrival = port.arrivals[index];
+            fail(olt, port, arrival, time_out_of(olt, port, arrival).value().missing, losses, change);
+        }
     }
     return change;
 }

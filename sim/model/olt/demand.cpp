@@ -7,7 +7,6 @@
 #include "generated/service_words.h"
 #include "model/olt/light.h"
 #include "model/olt/llid.h"
-#include "model/olt/sla.h"
 #include "model/olt/uni_config.h"
 #include "model/traffic/bandwidth.h"
 
@@ -96,7 +95,7 @@ std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t on
     if (!binding || !port.online(*binding)) return std::nullopt;
     const Mac &mac = binding->mac;
     const Arrival &arrival = *port.arrived(mac);
-    const OnuRecord record = port.record(mac);
+    const OnuRecord &record = port.record(mac);
     const Rates found = rates_of(olt.seed(), mac);
     const Rates users{with_load(found.up, record.load_up ? record.load_up : arrival.load_up),
                       with_load(found.down, record.load_down ? record.load_down : arrival.load_down)};
@@ -108,12 +107,7 @@ std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t on
         add(demand.wanted.up, uni.up);
         add(demand.wanted.down, uni.down);
     }
-    demand.heard = record.heard();
-    for (size_t flow = 0; flow < flows.size(); ++flow) {
-        demand.errored_up[flow] = errored_share(port, arrival, flows[flow], Direction::up);
-        demand.errored_down[flow] = errored_share(port, arrival, flows[flow], Direction::down);
-    }
-
+    demand.errors = errors_of(record);
     const LlidBehavior behavior = llid_behavior(olt, port.number, to_llid(onu_id));
     const auto let_in = [&](Cast cast) -> std::optional<Bandwidth> & {
         return demand.let_in.at(static_cast<size_t>(cast));
@@ -122,6 +116,11 @@ std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t on
     if (behavior.multicast_rate) let_in(Cast::multicast) = kbits(behavior.multicast_rate);
     if (behavior.frames == Frames::dropped) demand.let_in.fill(0);
     return demand;
+}
+
+Errors errors_of(const OnuRecord &record)
+{
+    return {errored_shares(record.up), errored_shares(record.down), record.heard()};
 }
 
 Traffic::Capacity capacity_of(const Mpcp &mpcp, uint32_t online)

@@ -15,6 +15,9 @@ namespace ponsim
 // Returns no demand while no ONU that is online is bound to the id.
 std::optional<Demand> demand_of(const Olt &olt, const PonPort &port, uint32_t onu_id);
 
+// Returns which frames of an ONU with this record arrive with bit errors, or not at all.
+Errors errors_of(const OnuRecord &record);
+
 // Returns the room of a PON port with so many ONUs online: the line rate, less what grants, the messages of multi-point
 // control and forward error correction take of it.
 Traffic::Capacity capacity_of(const Mpcp &mpcp, uint32_t online);

@@ -109,8 +109,6 @@ void Fdb::follow(const Olt &olt, const Change &change, std::span<const std::pair
     };
     for (const auto &[pon_port, mac] : moved)
         look_at(pon_port, mac);
-    for (const auto &[key, record] : change.of<OnuRecord>())
-        look_at(key.pon_port, key.mac);
     for (const auto &[cage, record] : change.of<ModuleRecord>())
         if (const PonPort *port = olt.port(cage)) look(olt, *port);
     for (const auto &[pon_port, record] : change.of<PortRecord>())

@@ -59,7 +59,8 @@ public:
     void start(const Olt &olt);
 
     // Takes over what a change, which has been made, means for the stations that are heard. `moved` names the ONUs of
-    // the changed bindings, as bound before and after, each with its port.
+    // the changed bindings, as bound before and after, and those of which more than the light has changed, each with
+    // its port.
     void follow(const Olt &olt, const Change &change, std::span<const std::pair<uint32_t, Mac>> moved);
 
     // Takes over that these ONUs will be at the port, before they are. What is known behind those that stay is kept.

@@ -1,6 +1,7 @@
 #include "model/olt/light.h"
 
-#include "model/base/random.h"
+#include <array>
+
 #include "model/olt/mpcp.h"
 #include "model/plant/bit_errors.h"
 #include "model/plant/fibre.h"
@@ -11,36 +12,18 @@ namespace ponsim
 namespace
 {
 
-// A new laser launches in the coldest hour at least so much more than the least of its class, in 0.01 dB, because it
-// gets warm, and because it is to launch that much in old age, too. It launches so much less than the greatest.
-constexpr int32_t reserve = 138;
-constexpr int32_t below_greatest = 62;
-constexpr uint64_t warm_loss = 30; // how much less it launches in the warmest hour
-// A laser that loses 0.01 dB in so many hours has lost 1 dB after the 100,000 hours for which it is made.
-constexpr uint64_t hours_per_loss = 1000;
-
 // RS(255,239) of IEEE 802.3, clause 65, turns a BER of 10^-4 into one of 10^-12. A BER of 10^-4 needs a Q factor of 3.7
 // instead of 7.03, which is 2.8 dB less light. Networks are planned with 2.5 dB.
 constexpr int32_t fec_gain = 250;
 
 } // namespace
 
-OnuLaser::OnuLaser(const Olt &olt, const PonPort &port, const Mac &mac)
+OnuLaser laser_of(const Olt &olt, const PonPort &port, const Mac &mac)
 {
-    const Transceiver &levels = olt.optics_of(port, mac).onu;
-    const int32_t least = levels.least_launch + reserve;
-    const auto range = static_cast<uint32_t>(levels.greatest_launch - below_greatest - least);
-    Random random = random_for(olt.seed(), Purpose::optics, mac);
-    new_power = least + static_cast<int32_t>(random.below(range + 1));
+    OnuLaser laser(olt.seed(), olt.optics_of(port, mac).onu, mac);
     const auto found = port.onus.find(mac);
-    added_hours = found == port.onus.end() ? 0 : found->second.added_hours;
-}
-
-// Age counts in whole days, so that within a day only temperature changes the power.
-int32_t OnuLaser::power(uint64_t second) const
-{
-    const uint64_t hours = second / (2 * half_day) * 24 + added_hours;
-    return new_power - static_cast<int32_t>(warm_loss * warmth(second) / half_day + hours / hours_per_loss);
+    if (found != port.onus.end()) laser.age(found->second.added_hours);
+    return laser;
 }
 
 int32_t path_loss(const PonPort &port, const Arrival &arrival, Direction direction)
@@ -62,7 +45,7 @@ int32_t damage_to(const PonPort &port, uint32_t branch)
 int32_t received_level(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction, ModelTime at)
 {
     const uint64_t second = at / ms_per_second;
-    const int32_t launched = direction == Direction::up ? OnuLaser(olt, port, arrival.mac).power(second)
+    const int32_t launched = direction == Direction::up ? laser_of(olt, port, arrival.mac).power(second)
                                                         : olt.module(port.number)->launch_level(second);
     return launched - path_loss(port, arrival, direction);
 }
@@ -80,12 +63,28 @@ int32_t sensitivity(const Olt &olt, const PonPort &port, const Arrival &arrival,
     return without_fec - (fec ? fec_gain : 0);
 }
 
-uint32_t errored_share(const PonPort &port, const Arrival &arrival, const Flow &flow, Direction direction)
+uint32_t errored_share(const Reception &reception, uint32_t length)
 {
-    const OnuRecord record = port.record(arrival.mac);
-    const Reception &reception = record.reception(direction);
     if (!reception.heard()) return all_errored;
-    return static_cast<uint32_t>(expected(frame_error(reception.steps, flow.length), all_errored));
+    return static_cast<uint32_t>(expected(frame_error(reception.steps, length), all_errored));
+}
+
+const PerFlow &errored_shares(const Reception &reception)
+{
+    const auto shares_of = [](const Reception &light) {
+        PerFlow shares{};
+        for (size_t flow = 0; flow < flows.size(); ++flow)
+            shares[flow] = errored_share(light, flows[flow].length);
+        return shares;
+    };
+    static const PerFlow all = shares_of({.light = Light::lost});
+    static const std::array by_steps = [&] {
+        std::array<PerFlow, most_steps + 1> shares{};
+        for (uint32_t steps = 0; steps <= most_steps; ++steps)
+            shares[steps] = shares_of({.light = Light::degraded, .steps = steps});
+        return shares;
+    }();
+    return reception.heard() ? by_steps.at(reception.steps) : all;
 }
 
 } // namespace ponsim

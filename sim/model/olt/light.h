@@ -6,25 +6,14 @@
 #include "model/base/direction.h"
 #include "model/base/time.h"
 #include "model/olt/olt.h"
+#include "model/plant/onu_laser.h"
 #include "model/traffic/traffic.h"
 
 namespace ponsim
 {
 
-// An OnuLaser is the laser of an ONU.
-class OnuLaser
-{
-public:
-    OnuLaser(const Olt &olt, const PonPort &port, const Mac &mac);
-
-    // Returns the launched power in 0.01 dBm. From midnight to noon it only falls, from noon to the end of the day it
-    // only rises. At the same hour it is never higher than on the day before.
-    int32_t power(uint64_t second) const;
-
-private:
-    int32_t new_power; // at midnight
-    uint32_t added_hours;
-};
+// Returns the laser of an ONU at the port, as old as it is.
+OnuLaser laser_of(const Olt &olt, const PonPort &port, const Mac &mac);
 
 // Returns how much light of one direction is lost between the port and the ONU, as the fibre is now, in 0.01 dB.
 int32_t path_loss(const PonPort &port, const Arrival &arrival, Direction direction);
@@ -41,8 +30,10 @@ int32_t received_from(const Olt &olt, const PonPort &port, const Arrival &arriva
 // uses FEC and the ONU supports it.
 int32_t sensitivity(const Olt &olt, const PonPort &port, const Arrival &arrival, Direction direction);
 
-// Returns how many frames of the flow, of a thousand million that are sent, reach the other end with bit errors. While
-// the light is not heard these are all. The number only changes when a change has a row of the ONU.
-uint32_t errored_share(const PonPort &port, const Arrival &arrival, const Flow &flow, Direction direction);
+// Returns how many frames of this length, of a thousand million that are sent, arrive with bit errors. Of light that is
+// not heard these are all.
+uint32_t errored_share(const Reception &reception, uint32_t length);
+// Returns the same for the frames of each flow.
+const PerFlow &errored_shares(const Reception &reception);
 
 } // namespace ponsim

@@ -3,14 +3,20 @@
 //
 // The ONUs' records hold the decision. One process decides. It is due at once when light no longer is as the records
 // say, whatever the cause, and otherwise in the second in which temperature or age change the light.
+//
+// Each ONU has times of its own, which are found anew when its record changes. What concerns all ONUs of a port is
+// looked at once for the port: its own light, and whether a rogue ONU blinds it.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "model/base/due_times.h"
 #include "model/change/change.h"
 #include "model/change/plan.h"
+#include "model/plant/onu_laser.h"
+#include "model/plant/reception.h"
 
 namespace ponsim
 {
@@ -27,22 +33,52 @@ public:
 
     // Returns when light next differs from what the records say. Returns no time when that is more than a thousand
     // years away.
-    std::optional<ModelTime> next() const { return first_of(&Port::next); }
-    bool is_due(uint32_t pon_port, ModelTime now) const { return is_due(pon_port, &Port::next, now); }
+    std::optional<ModelTime> next() const;
+    // Returns whether that time has come for the port.
+    bool is_due(uint32_t pon_port, ModelTime now) const;
+    // Returns the ONUs of the port that are to be looked at then, by their places among the arrivals, in ascending
+    // order.
+    std::vector<size_t> due(uint32_t pon_port, ModelTime now) const;
+    // Returns whether an ONU that sends all the time blinds the port.
+    bool is_blinded(const Olt &olt, const PonPort &port) const;
+
     // Returns when the first link fails. See time_out_of() of standing.h.
-    std::optional<ModelTime> next_time_out() const { return first_of(&Port::time_out); }
-    bool times_out(uint32_t pon_port, ModelTime now) const { return is_due(pon_port, &Port::time_out, now); }
+    std::optional<ModelTime> next_time_out() const;
+    // Returns the ONUs of the port whose links fail, in the same way.
+    std::vector<size_t> timed_out(uint32_t pon_port, ModelTime now) const;
 
 private:
-    struct Port {
-        std::optional<ModelTime> next;
-        std::optional<ModelTime> time_out;
+    // A Path leads the light of one direction to its receiver. It changes only with the port's fibre, module and
+    // parameters.
+    struct Path {
+        int32_t loss;
+        Levels levels;
     };
-    using Time = std::optional<ModelTime> Port::*;
+    struct Onu {
+        OnuLaser laser;
+        Path up;
+        Path down;
+        Range launch = {};   // the launch power of the port with which the ONU receives as it does
+        bool shines = false; // without being asked to
+    };
+    struct Port {
+        std::vector<Onu> onus; // by arrival
+        DueTimes changes;      // of their light
+        DueTimes time_outs;    // of their links
+        bool blinded = false;
+        std::optional<ModelTime> all_at = {}; // when all ONUs are to be looked at
+    };
 
-    std::optional<ModelTime> first_of(Time time) const;
-    bool is_due(uint32_t pon_port, Time time, ModelTime now) const;
+    // Looks at a port at which there are other ONUs than before.
+    void meet(const Olt &olt, const PonPort &port);
+    // Looks at a port and all of its ONUs.
     void look(const Olt &olt, const PonPort &port);
+    // Looks at one ONU. Returns whether what concerns all ONUs of the port may be different.
+    bool look(const Olt &olt, const PonPort &port, size_t arrival);
+    // Looks at what concerns all ONUs of the port.
+    void look_at_port(const Olt &olt, const PonPort &port);
+    static std::optional<ModelTime> first_change_upstream(const Onu &onu, const OnuRecord &record, bool blinded,
+                                                          ModelTime now);
 
     std::vector<Port> ports;
 };

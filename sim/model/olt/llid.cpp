@@ -4,7 +4,6 @@
 #include "generated/service_words.h"
 #include "model/base/block.h"
 #include "model/olt/olt.h"
-#include "model/olt/sla.h"
 
 namespace ponsim
 {

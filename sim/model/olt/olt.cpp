@@ -81,10 +81,11 @@ const Arrival *PonPort::ranged(const Mac &mac) const
     return arrival && ranges(*arrival) ? arrival : nullptr;
 }
 
-OnuRecord PonPort::record(const Mac &mac) const
+const OnuRecord &PonPort::record(const Mac &mac) const
 {
+    static const OnuRecord as_new;
     const auto found = onus.find(mac);
-    return found == onus.end() ? OnuRecord{} : found->second;
+    return found == onus.end() ? as_new : found->second;
 }
 
 OnuState PonPort::state(const Binding &binding) const
@@ -118,6 +119,7 @@ Olt::Olt(const Settings &settings) : as_found(settings)
         optics.emplace_back(settings.seed, settings.ports + uplink, nullptr);
     forwarding.start(*this);
     lights.start(*this);
+    conditions.start(*this);
 }
 
 Equipment Olt::equipment_of(const Mac &mac) const
@@ -207,72 +209,101 @@ bool same_traffic(const std::optional<Binding> &before, const std::optional<Bind
            before->sla_down == now->sla_down;
 }
 
+// Returns whether nothing but the light of the ONU is different.
+bool same_but_light(const OnuRecord &before, OnuRecord now)
+{
+    now.up = before.up;
+    now.down = before.down;
+    return now == before;
+}
+
 } // namespace
 
-// Returns the ids, by PON port, of ONUs that may come online, go offline, or change their demand by the change. The
-// traffic of a port without such an ONU can change all the same: with its grants, with its uplink, or with another port
-// of that uplink.
-std::map<uint32_t, OnuIds> Olt::concerned(const Change &change) const
+// Returns what a change concerns, by PON port. Where the shares of one port may be different, those of the other ports
+// of its uplink may be, too.
+std::map<uint32_t, Olt::Concern> Olt::concerned(const Change &change) const
 {
-    std::map<uint32_t, OnuIds> ids;
+    std::map<uint32_t, Concern> ports;
+    const auto shares = [&](uint32_t pon_port) -> OnuIds & {
+        ports[pon_port].sharing = true;
+        return ports[pon_port].demands;
+    };
     for (const auto &[key, binding] : change.of<Binding>())
         if (!same_traffic(pon_ports.at(key.pon_port - 1).bindings.at(key.onu_id), binding))
-            ids[key.pon_port].set(key.onu_id);
+            shares(key.pon_port).set(key.onu_id);
     for (const auto &[key, record] : change.of<OnuRecord>()) {
         const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac);
-        const bool present = record.value_or(OnuRecord{}).present();
-        const bool absent = !present && !pon_ports.at(key.pon_port - 1).record(key.mac).present();
-        if (onu_id && !absent) ids[key.pon_port].set(*onu_id);
+        const OnuRecord &before = pon_ports.at(key.pon_port - 1).record(key.mac);
+        const bool present = record ? record->present() : OnuRecord{}.present();
+        if (!onu_id || (!present && !before.present())) continue;
+        if (record && same_but_light(before, *record))
+            ports[key.pon_port].errors.set(*onu_id);
+        else
+            shares(key.pon_port).set(*onu_id);
     }
     for (const auto &[pon_port, record] : change.of<PortRecord>())
-        ids[pon_port].set();
+        shares(pon_port).set();
     for (const auto &[key, password] : change.of<LoidPassword>())
-        ids[key.pon_port].set();
+        shares(key.pon_port).set();
     for (const auto &[key, run] : change.of<UpgradeRun>())
-        if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) ids[key.pon_port].set(*onu_id);
+        if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) shares(key.pon_port).set(*onu_id);
     for (const auto &[key, bytes] : change.of<Block>())
         for (const PonPort &port : pon_ports) {
-            if (is_oui(key)) ids[port.number].set();
+            if (is_oui(key)) shares(port.number).set();
             if (key.channel == BSP_MSG_DEBUG && key.command == BSP_CMD_DEBUG_GE_PHY_SET &&
                 uplink_of(port.number) == key.pon_port)
-                ids[port.number];
+                shares(port.number);
             if (key.channel != BSP_MSG_PLAT || key.pon_port != port.number) continue;
-            if (key.command == BSP_CMD_MPCP_SET) ids[port.number];
-            if (key.command == BSP_CMD_LLID_BEHAVIOR_SET) ids[port.number].set(to_onu_id(key.index));
+            if (key.command == BSP_CMD_MPCP_SET) shares(port.number);
+            if (key.command == BSP_CMD_LLID_BEHAVIOR_SET) shares(port.number).set(to_onu_id(key.index));
         }
     for (const auto &[key, record] : change.of<LoopRecord>())
-        if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) ids[key.pon_port].set(*onu_id);
+        if (const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac)) shares(key.pon_port).set(*onu_id);
     for (const auto &[key, setting] : change.of<OnuSetting>()) {
         const bool arrived = !setting || setting->sent == setting->before;
         const std::optional<uint32_t> onu_id = id_at(key.pon_port, key.mac);
-        if (onu_id && arrived && is_uni_config(key)) ids[key.pon_port].set(*onu_id);
+        if (onu_id && arrived && is_uni_config(key)) shares(key.pon_port).set(*onu_id);
     }
-    const auto concern = [&](uint32_t pon_port, const Mac &mac) {
-        if (const std::optional<uint32_t> onu_id = id_at(pon_port, mac)) ids[pon_port].set(*onu_id);
+    const auto plugged_in = [&](uint32_t pon_port, const Mac &mac) {
+        if (const std::optional<uint32_t> onu_id = id_at(pon_port, mac)) shares(pon_port).set(*onu_id);
     };
     for (const auto &[key, onu] : change.of<PluggedOnu>())
-        concern(key.pon_port, key.mac);
+        plugged_in(key.pon_port, key.mac);
     for (const auto &[key, device] : change.of<PluggedDevice>())
-        concern(key.pon_port, key.mac);
-    const std::map<uint32_t, OnuIds> of_themselves = ids;
-    for (const auto &[pon_port, onu_ids] : of_themselves)
+        plugged_in(key.pon_port, key.mac);
+    const std::map<uint32_t, Concern> of_themselves = ports;
+    for (const auto &[pon_port, concern] : of_themselves)
         for (const PonPort &port : pon_ports)
-            if (uplink_of(port.number) == uplink_of(pon_port)) ids[port.number];
-    return ids;
+            if (uplink_of(port.number) == uplink_of(pon_port)) ports[port.number].sharing |= concern.sharing;
+    return ports;
 }
 
-void Olt::follow_demand(const std::map<uint32_t, OnuIds> &concerned)
+void Olt::follow_demand(const std::map<uint32_t, Concern> &concerned)
 {
-    std::map<uint32_t, std::vector<Traffic *>> by_uplink;
-    for (const auto &[pon_port, onu_ids] : concerned) {
+    struct Uplink {
+        std::vector<Traffic *> ports = {};
+        bool sharing = false;
+    };
+    std::map<uint32_t, Uplink> uplinks;
+    for (const auto &[pon_port, concern] : concerned) {
         PonPort &port = pon_ports.at(pon_port - 1);
         for (uint32_t onu_id = 0; onu_id < onus_per_port; ++onu_id)
-            if (onu_ids[onu_id]) port.traffic.set(onu_id, demand_of(*this, port, onu_id));
-        port.traffic.set_capacity(capacity_of(mpcp_of(*this, pon_port), port.traffic.online()));
-        by_uplink[uplink_of(pon_port)].push_back(&port.traffic);
+            if (concern.demands[onu_id])
+                port.traffic.set(onu_id, demand_of(*this, port, onu_id));
+            else if (concern.errors[onu_id])
+                port.traffic.set_errors(onu_id, errors_of(port.record(port.bindings[onu_id].value().mac)));
+        if (concern.sharing) port.traffic.set_capacity(capacity_of(mpcp_of(*this, pon_port), port.traffic.online()));
+        Uplink &uplink = uplinks[uplink_of(pon_port)];
+        uplink.ports.push_back(&port.traffic);
+        uplink.sharing |= concern.sharing;
     }
-    for (const auto &[uplink, ports] : by_uplink)
-        Traffic::share(ports, phy_control(*this, uplink).link_up());
+    for (const auto &[number, uplink] : uplinks) {
+        const bool up = phy_control(*this, number).link_up();
+        if (uplink.sharing)
+            Traffic::share(uplink.ports, up);
+        else
+            Traffic::pass_on(uplink.ports, up);
+    }
 }
 
 namespace
@@ -295,15 +326,17 @@ void Olt::add_traffic(Change &change) const
     std::set<OnuAtPort> said;
     for (const auto &[key, ledger] : change.of<Ledger>())
         said.insert(key);
-    for (const auto &[pon_port, onu_ids] : concerned(change)) {
+    for (const auto &[pon_port, concern] : concerned(change)) {
         const PonPort &port = pon_ports.at(pon_port - 1);
         change.put<Offered>(pon_port, port.traffic.offered(time));
         for (auto at = kept<Ledger>().lower_bound({pon_port, {}});
              at != kept<Ledger>().end() && at->first.pon_port == pon_port; ++at) {
             const auto &[key, before] = *at;
             if (said.contains(key)) continue;
-            const uint32_t onu_id = id_at(pon_port, key.mac).value_or(onus_per_port); // an id that no ONU has
-            change.put<Ledger>(key, settled(before, port.traffic.onu(onu_id), time));
+            const std::optional<uint32_t> onu_id = id_at(pon_port, key.mac);
+            if (!concern.sharing && !(onu_id && concern.errors[*onu_id])) continue;
+            constexpr uint32_t none = onus_per_port; // an id that no ONU has
+            change.put<Ledger>(key, settled(before, port.traffic.onu(onu_id.value_or(none)), time));
         }
     }
     for (const auto &[key, record] : change.of<OnuRecord>()) {
@@ -326,7 +359,7 @@ void Olt::count(const Change &change)
             port.generation = changes;
     };
     change.each([&]<class Record>(const Entry<Record> &entry) {
-        constexpr bool not_in_rows = is_one_of<Record, Offered, Ledger, ModelClock, Timeline, AlarmCount>;
+        constexpr bool not_in_rows = is_one_of<Record, Offered, Ledger, ModelClock, Timeline, AlarmRecord, AlarmEvent>;
         if constexpr (is_one_of<Record, Block>) {
             concerns_all(); // because the number in its key is not always that of a port
         } else if constexpr (is_one_of<Record, PortRecord>) {
@@ -349,11 +382,14 @@ void Olt::count(const Change &change)
 void Olt::apply(const Change &change)
 {
     count(change);
-    const std::map<uint32_t, OnuIds> traffic_of = concerned(change);
+    const std::map<uint32_t, Concern> traffic_of = concerned(change);
     if (const ModelClock *clock = change.find<ModelClock>({})) time = clock->now;
-    for (const auto &[pon_port, onu_ids] : traffic_of)
+    for (const auto &[pon_port, concern] : traffic_of)
         pon_ports.at(pon_port - 1).traffic.settle(time);
     std::vector<std::pair<uint32_t, Mac>> moved; // ONUs with their ports
+    for (const auto &[key, record] : change.of<OnuRecord>())
+        if (!record || !same_but_light(pon_ports.at(key.pon_port - 1).record(key.mac), *record))
+            moved.push_back({key.pon_port, key.mac});
     for (const auto &[key, binding] : change.of<Binding>()) {
         std::optional<Binding> &bound = pon_ports.at(key.pon_port - 1).bindings.at(key.onu_id);
         if (bound) moved.push_back({key.pon_port, bound->mac});
@@ -393,12 +429,12 @@ void Olt::apply(const Change &change)
         else
             records.erase(key.loid);
     }
-    for (const auto &[key, raised] : change.of<AlarmCount>()) {
-        auto &alarms = pon_ports.at(key.pon_port - 1).alarms;
-        if (raised)
-            alarms[{key.mac, key.alarm}] = raised->count;
+    for (const auto &[key, alarm] : change.of<AlarmRecord>()) {
+        Alarms &alarms = key.pon_port == 0 ? of_uplinks : pon_ports.at(key.pon_port - 1).alarms;
+        if (alarm)
+            alarms.insert_or_assign({key.mac, key.alarm, key.unit}, *alarm);
         else
-            alarms.erase({key.mac, key.alarm});
+            alarms.erase({key.mac, key.alarm, key.unit});
     }
     for (const auto &[key, block] : change.of<Block>())
         if (is_oui(key))
@@ -434,6 +470,14 @@ void Olt::apply(const Change &change)
     for (const auto &[pon_port, offered] : change.of<Offered>())
         pon_ports.at(pon_port - 1).traffic.restore(offered.value());
     forwarding.follow(*this, change, moved);
+    conditions.follow(*this, change, moved);
+}
+
+const AlarmRecord *Olt::alarm(const AlarmKey &key) const
+{
+    const Alarms &all = alarms(key.pon_port);
+    const auto found = all.find({key.mac, key.alarm, key.unit});
+    return found == all.end() ? nullptr : &found->second;
 }
 
 // ONUs were plugged in or taken away. The records of the change have been kept.

@@ -16,6 +16,7 @@
 #include "model/change/change.h"
 #include "model/change/plan.h"
 #include "model/change/shelf.h"
+#include "model/olt/alarm_watch.h"
 #include "model/olt/fdb.h"
 #include "model/olt/light_watch.h"
 #include "model/plant/device.h"
@@ -74,6 +75,16 @@ private:
     uint32_t downloading = 0;
 };
 
+// An AlarmAt is the key of an alarm within its port.
+struct AlarmAt {
+    Mac mac; // zero: of the port itself
+    uint32_t alarm;
+    uint32_t unit = 0;
+
+    auto operator<=>(const AlarmAt &) const = default;
+};
+using Alarms = std::map<AlarmAt, AlarmRecord>;
+
 struct PonPort {
     uint32_t number;
     std::vector<Branch> branches;                // of its fibre
@@ -87,8 +98,7 @@ struct PonPort {
     std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by black list id
     std::map<Mac, uint32_t> blacklist_ids = {};
     Authentication authentication = {};
-    std::map<std::pair<Mac, uint32_t>, uint32_t> alarms = {}; // how often, by ONU and alarm; no entry has 0. Alarms of
-                                                              // the port itself have a zero address.
+    Alarms alarms = {};
 
     UpgradeRuns upgrades = {};
     Traffic traffic = {};
@@ -107,7 +117,7 @@ struct PonPort {
     }
     // Returns the ONU as it has arrived and is ranged. Returns null when it has not arrived or is not ranged.
     const Arrival *ranged(const Mac &mac) const;
-    OnuRecord record(const Mac &mac) const;
+    const OnuRecord &record(const Mac &mac) const;
     // A bound ONU is offline when it is silent, has not arrived here, is not ranged, or reboots after an upgrade.
     OnuState state(const Binding &binding) const;
     // Returns the state that the ONU has once it has rebooted.
@@ -153,6 +163,7 @@ public:
 
     const Fdb &fdb() const { return forwarding; }
     const LightWatch &light_watch() const { return lights; }
+    const AlarmWatch &alarm_watch() const { return conditions; }
 
     // Returns the seed from which the devices of its ONUs follow.
     uint64_t seed() const { return as_found.seed; }
@@ -202,6 +213,13 @@ public:
 
     // Returns the ONUs whose fibre was unplugged, and whose link has not failed yet.
     const std::set<OnuAtPort> &leaving() const { return unplugged; }
+    // Returns the alarms of a PON port and its ONUs or, for port 0, those of the uplinks.
+    const Alarms &alarms(uint32_t pon_port) const
+    {
+        return pon_port == 0 ? of_uplinks : pon_ports.at(pon_port - 1).alarms;
+    }
+    // Returns the alarm. Returns null when it was never raised, or was cleared by command.
+    const AlarmRecord *alarm(const AlarmKey &key) const;
 
     std::optional<OnuKey> find(const Mac &mac) const;
     // Returns the id to which the ONU is bound at this port.
@@ -211,6 +229,11 @@ public:
     bool online(const PonPort &port, const Mac &mac) const;
     // Returns whether the ONU waits at the port: it is not bound there, and is not on the port's black list.
     bool waits(const PonPort &port, const Arrival &arrival) const;
+    // Returns whether the ONU is on the fibre, so that something would be noticed of it.
+    bool on_fibre(const PonPort &port, const Arrival &arrival) const
+    {
+        return online(port, arrival.mac) || waits(port, arrival);
+    }
     // Returns the ONUs that wait at a port, in the order of their MAC addresses.
     std::vector<const Arrival *> waiting(const PonPort &port) const;
 
@@ -248,9 +271,15 @@ private:
         const Record *record = std::get<Shelf<Record>>(shelves).find({});
         return record ? *record : as_new;
     }
-    std::map<uint32_t, OnuIds> concerned(const Change &change) const;
+    // A Concern says what of a port's traffic may become different.
+    struct Concern {
+        OnuIds demands = {};  // ONUs that may come online, go offline, or change their demand
+        OnuIds errors = {};   // ONUs whose frames may arrive with other bit errors
+        bool sharing = false; // ONUs may get other shares of the room
+    };
+    std::map<uint32_t, Concern> concerned(const Change &change) const;
     void count(const Change &change);
-    void follow_demand(const std::map<uint32_t, OnuIds> &concerned);
+    void follow_demand(const std::map<uint32_t, Concern> &concerned);
     void forget(const OnuKey &key);
 
     void plug(const Change &change);
@@ -269,6 +298,8 @@ private:
     uint64_t changes = 0;
     Fdb forwarding;
     LightWatch lights;
+    Alarms of_uplinks;
+    AlarmWatch conditions;
 };
 
 // Returns the device as it is now, with the software that it runs. It must not be used after a change of the OLT.

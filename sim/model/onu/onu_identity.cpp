@@ -126,7 +126,7 @@ Readings onu_readings(const Olt &olt, const RemoteOnu &onu)
         static_cast<int32_t>(35 * degree + random.below(12 * degree) + temperature_swing * warm / half_day);
     readings[voltage] = static_cast<int32_t>(32700 + random.below(600));
     readings[bias] = static_cast<int32_t>(5000 + random.below(3000) + bias_swing * warm / half_day);
-    readings[launch_power] = power_of(OnuLaser(olt, *onu.port, mac).power(second));
+    readings[launch_power] = power_of(laser_of(olt, *onu.port, mac).power(second));
     readings[received_power] =
         power_of(received_level(olt, *onu.port, arrival, Direction::down, second * ms_per_second));
     return readings;

@@ -21,7 +21,9 @@ constexpr DeviceType types[] = {
      .multicast_control = false,
      .fast_leave = false,
      .vlan_translation = true,
-     .vlan_trunk = false},
+     .vlan_trunk = false,
+     .boot = 12 * ms_per_second,
+     .boot_spread = 4 * ms_per_second},
     {.vendor = "SIMA",
      .model = "S040",
      .chipset = "SX-1004",
@@ -35,7 +37,9 @@ constexpr DeviceType types[] = {
      .multicast_control = true,
      .fast_leave = true,
      .vlan_translation = true,
-     .vlan_trunk = true},
+     .vlan_trunk = true,
+     .boot = 18 * ms_per_second,
+     .boot_spread = 5 * ms_per_second},
     {.vendor = "SIMB",
      .model = "E020",
      .chipset = "SY-200",
@@ -49,7 +53,9 @@ constexpr DeviceType types[] = {
      .multicast_control = false,
      .fast_leave = false,
      .vlan_translation = false,
-     .vlan_trunk = false},
+     .vlan_trunk = false,
+     .boot = 9 * ms_per_second,
+     .boot_spread = 1 * ms_per_second},
     {.vendor = "SIMB",
      .model = "H132",
      .chipset = "SY-420",
@@ -63,7 +69,9 @@ constexpr DeviceType types[] = {
      .multicast_control = true,
      .fast_leave = true,
      .vlan_translation = true,
-     .vlan_trunk = true},
+     .vlan_trunk = true,
+     .boot = 30 * ms_per_second,
+     .boot_spread = 6 * ms_per_second},
     {.vendor = "SIMC",
      .model = "B400",
      .chipset = "SZ-8",
@@ -77,7 +85,9 @@ constexpr DeviceType types[] = {
      .multicast_control = true,
      .fast_leave = true,
      .vlan_translation = true,
-     .vlan_trunk = true},
+     .vlan_trunk = true,
+     .boot = 24 * ms_per_second,
+     .boot_spread = 5 * ms_per_second},
 };
 constexpr std::string_view hardware_versions[] = {"V1.0", "V1.1", "V2.0"};
 constexpr std::string_view software_versions[] = {"1.0.7", "1.2.0", "1.2.3", "2.0.1"};
@@ -171,6 +181,13 @@ Device device_of(uint64_t seed, const Mac &mac, const Equipment &equipment)
         for (Uni &uni : device.unis)
             uni.partner = LinkMode{uni.line_rate, true};
     return device;
+}
+
+ModelTime boot_time(uint64_t seed, const Mac &mac, const DeviceType &type)
+{
+    Random random = random_for(seed, Purpose::boot, mac);
+    const auto range = static_cast<uint32_t>(2 * type.boot_spread + 1);
+    return type.boot - type.boot_spread + random.below(range);
 }
 
 std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Device &device)

@@ -11,6 +11,7 @@
 
 #include "model/base/limits.h"
 #include "model/base/mac.h"
+#include "model/base/time.h"
 #include "model/plant/optical_class.h"
 
 namespace ponsim
@@ -36,7 +37,9 @@ struct DeviceType {
     bool fast_leave;
     bool vlan_translation;
     bool vlan_trunk;
-    const OpticalClass *optics = nullptr; // of its transceiver; null: that of its port
+    const OpticalClass *optics = nullptr;      // of its transceiver; null: that of its port
+    ModelTime boot = 30 * ms_per_second;       // time from power to its first answer, to load its software
+    ModelTime boot_spread = 5 * ms_per_second; // by so much at most an ONU is faster or slower than that
 };
 
 std::span<const DeviceType> device_types();
@@ -111,6 +114,9 @@ struct Equipment {
 
 // Returns the ONU's device. What the equipment leaves open follows from seed and address.
 Device device_of(uint64_t seed, const Mac &mac, const Equipment &equipment = {});
+
+// Returns the time that this ONU needs from power to its first answer.
+ModelTime boot_time(uint64_t seed, const Mac &mac, const DeviceType &type);
 
 // Returns the configuration that each of the ONU's UNI ports has until it is configured otherwise.
 std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Device &device);

@@ -4,7 +4,6 @@
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"
-#include "model/lifecycle/alarms.h"
 #include "model/olt/light.h"
 #include "model/plant/module_memory.h"
 
@@ -95,14 +94,12 @@ std::optional<ModelTime> next_alarm(const Olt &olt)
     return earliest(olt, [](const Module &module) { return module.next_alarm(); });
 }
 
-Change raise_alarms(const Olt &olt)
+Change notice_alarms(const Olt &olt)
 {
     Change change;
     for (const Module &module : olt.modules()) {
         const uint32_t due = module.due_alarms(olt.now());
         if (due == 0) continue;
-        for (uint32_t alarm = 1; alarm <= max_alarm; ++alarm)
-            if (due >> alarm & 1) raise(*olt.port(module.cage()), port_itself, Alarm{alarm}, change);
         ModuleRecord record = module.record();
         record.raised |= due;
         change.put<ModuleRecord>(module.cage(), record);
@@ -113,7 +110,7 @@ Change raise_alarms(const Olt &olt)
 } // namespace
 
 const Process measurement_process{next_end, end_measurements};
-const Process ageing_process{next_alarm, raise_alarms};
+const Process ageing_process{next_alarm, notice_alarms};
 
 Plan write_module(const Olt &olt, uint32_t cage, uint32_t offset, std::span<const uint8_t> bytes)
 {

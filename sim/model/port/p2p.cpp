@@ -5,8 +5,8 @@
 #include "model/base/block.h"
 #include "model/olt/bound.h"
 #include "model/olt/llid.h"
-#include "model/olt/sla.h"
 #include "model/plant/station.h"
+#include "model/port/sla.h"
 
 namespace ponsim
 {

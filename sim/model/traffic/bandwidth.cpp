@@ -8,6 +8,19 @@ namespace ponsim
 namespace
 {
 
+// Returns what is taken from the room for an ONU before the others share the rest.
+Bandwidth reserved_for(const Want &want)
+{
+    return std::clamp(want.bandwidth, want.fixed, want.fixed + want.assured);
+}
+
+// Returns how much an ONU may have beyond that.
+Bandwidth missing_to(const Want &want)
+{
+    const Bandwidth most = std::min(want.bandwidth, want.maximum);
+    return most - std::min(most, reserved_for(want));
+}
+
 // Shares what is left by weight, and subtracts from `left` what it grants.
 void share_by_weight(std::vector<size_t> members, std::span<const Want> wants, std::vector<Bandwidth> &missing,
                      std::vector<Bandwidth> &granted, Bandwidth &left)
@@ -106,12 +119,17 @@ Want want_of(const PerFlow &wanted, const Sla &sla)
     return {line, on_line(sla.fixed), on_line(sla.assured), on_line(sla.maximum), sla.priority, sla.weight};
 }
 
+Bandwidth most_taken(const Want &want)
+{
+    return reserved_for(want) + missing_to(want);
+}
+
 std::vector<Bandwidth> grants(Bandwidth room, std::span<const Want> wants)
 {
     std::vector<Bandwidth> reserved;
     Bandwidth taken = 0;
     for (const Want &want : wants) {
-        reserved.push_back(std::clamp(want.bandwidth, want.fixed, want.fixed + want.assured));
+        reserved.push_back(reserved_for(want));
         taken += reserved.back();
     }
     std::vector<Bandwidth> granted;
@@ -119,8 +137,7 @@ std::vector<Bandwidth> grants(Bandwidth room, std::span<const Want> wants)
     for (size_t onu = 0; onu < wants.size(); ++onu) {
         const Want &want = wants[onu];
         granted.push_back(std::min(want.bandwidth, portion(reserved[onu], room, taken)));
-        const Bandwidth most = std::min(want.bandwidth, want.maximum);
-        missing.push_back(most - std::min(most, reserved[onu]));
+        missing.push_back(missing_to(want));
     }
     Bandwidth left = room - std::min(room, taken);
     for (uint32_t above = max_priority + 1; above > 0 && left > 0; --above) {

@@ -61,6 +61,9 @@ struct Want {
 };
 // SLAs are about the octets of frames. The shorter the frames are, the more of the line they take.
 Want want_of(const PerFlow &wanted, const Sla &sla);
+// Returns how much of the room an ONU takes when there is enough for all.
+Bandwidth most_taken(const Want &want);
+
 // Returns what each ONU may send, by dynamic bandwidth allocation.
 //
 // First come the fixed bandwidths, which are taken from the room whether they are used or not, and the used part of the

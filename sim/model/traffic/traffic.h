@@ -48,6 +48,25 @@ struct UniDemand {
     uint64_t crc_errored = 0; // frames of the users that are broken off, a second, times rate_unit
 };
 
+// Errors say which frames do not arrive as they were sent.
+struct Errors {
+    // These are the shares of the frames that arrive with bit errors, at the port and at the ONU.
+    PerFlow up = {};
+    PerFlow down = {};
+    bool heard = true; // frames reach the other side
+};
+
+// SlowErrors break fewer frames of an ONU than a rate can say: less than one in rate_unit seconds, of one flow. How
+// many they have broken follows from the time, so that nothing has to be kept, and however often it is counted, it is
+// the same.
+struct SlowErrors {
+    size_t flow = 0;
+    uint64_t rate = 0; // in 2^-32 of the unit of rates
+
+    // Returns how many frames they break from one time to another, in ten-thousandths.
+    uint64_t count(ModelTime from, ModelTime to) const;
+};
+
 // A Demand says what an online ONU wants to send and is to be sent, and what limits that.
 struct Demand {
     Rates wanted; // the sum of all its UNI ports
@@ -56,10 +75,7 @@ struct Demand {
     Bandwidth most_down = 0;
     // By cast, this limits how much of what the ONU sends the OLT lets in. None means that all is let in.
     std::array<std::optional<Bandwidth>, 3> let_in = {};
-    // These are the shares of the frames that arrive with bit errors, at the port and at the ONU.
-    PerFlow errored_up = {};
-    PerFlow errored_down = {};
-    bool heard = true; // frames reach the other side
+    Errors errors = {};
 };
 
 class Traffic
@@ -68,8 +84,9 @@ public:
     // An Onu is the traffic of one ONU.
     struct Onu {
         Demand demand;
-        Rates passed = {};    // what it sends, and what it is sent
-        PerFlow dropped = {}; // by the ONU itself, because its grants are too small
+        Rates passed = {};      // what it sends, and what it is sent
+        PerFlow dropped = {};   // by the ONU itself, because its grants are too small
+        PerFlow down_lost = {}; // came through the uplink, but is beyond its SLA or the room of the port
     };
     // The capacity says what a PON port has room for.
     struct Capacity {
@@ -86,9 +103,15 @@ public:
     // Sets what an ONU demands. There is no demand while the ONU is not online. It takes effect when the uplink is
     // shared.
     void set(uint32_t onu_id, const std::optional<Demand> &demand);
+    // Sets the errors of an ONU, which need not be online. They take away of what passes, and leave it shared as it is.
+    // It takes effect when the uplink passes on what is left.
+    void set_errors(uint32_t onu_id, const Errors &errors);
     void set_capacity(const Capacity &room) { capacity = room; }
-    // Shares the room of an uplink and of the PON ports that lead to it among all their ONUs.
+    // Shares the room of an uplink and of the PON ports that lead to it among all their ONUs. While there is room for
+    // all that ONUs may have, what each of them gets does not depend on the others.
     static void share(std::span<Traffic *const> ports, bool uplink_is_up);
+    // Shares only the room that the uplink has for what the PON ports receive.
+    static void pass_on(std::span<Traffic *const> ports, bool uplink_is_up);
 
     uint32_t online() const { return static_cast<uint32_t>(onus.size()); }
     // Returns an Onu without traffic when the ONU is not online.
@@ -97,13 +120,37 @@ public:
     const Streams &streams() const { return passing; }
 
 private:
-    Bandwidth wanted_down() const;
+    // Needs say how much room ONUs take when there is enough of it. All are bandwidths on the line.
+    struct Needs {
+        Bandwidth uplink = 0; // what the network sends them
+        Bandwidth down = 0;   // what of that their SLAs let pass
+        Bandwidth up = 0;     // what they are granted, and what is reserved for them
+    };
+    // The slow errors of both directions break frames that the port lets in or, where it lets in none, does not let in.
+    struct Slow {
+        SlowErrors up = {};
+        SlowErrors down = {};
+        bool of_policed = false;
+    };
+    static Needs needs_of(const Demand &demand);
+    bool has_room() const { return needs.down <= capacity.down && needs.up <= capacity.up; }
+    // These add what becomes of the frames of an ONU to that of the others, or take it away.
+    void include(uint32_t onu_id, const Onu &onu);
+    void exclude(uint32_t onu_id, const Onu &onu);
+    // Lets pass what the ONU may have when there is room for all.
+    void pass_alone(Onu &onu);
+    // These let pass what all ONUs get when they share the room.
     void pass_down(Bandwidth room, Bandwidth wanted);
     void pass_up();
 
     Offered settled;
     std::map<uint32_t, Onu> onus; // by ONU id
+    std::vector<uint32_t> fresh;  // ids of ONUs whose demand has been set since the uplink was shared
+    Needs needs;                  // of all ONUs
+    bool roomy = true;            // when the uplink was shared last, there was room for all that ONUs may have
     Capacity capacity;
+    Streams on_line; // what becomes of the frames of all ONUs that are not fresh, but for the uplink's part
+    std::map<uint32_t, Slow> slow; // by ONU id, where there are slow errors
     Streams passing;
 };
 

@@ -298,6 +298,61 @@ TEST_F(DaemonTest, IsControlled)
     EXPECT_EQ(exit_status, 0);
 }
 
+TEST_F(DaemonTest, ShowsWhatIsWrongAsTableAndAsJson)
+{
+    Daemon daemon(with({"--speed", "0"}));
+    ASSERT_TRUE(daemon.serves());
+    int exit_status;
+    EXPECT_EQ(control({"show"}, exit_status), "nothing differs from a healthy plant\n");
+    EXPECT_EQ(control({"cut", "1-3", "feeder"}, exit_status), "");
+    EXPECT_EQ(control({"show", "2-3"}, exit_status), "PORT  WHAT  WHERE          HOW MUCH\n"
+                                                     "2     cut   branch feeder\n"
+                                                     "3     cut   branch feeder\n");
+    EXPECT_EQ(control({"show", "--json", "1"}, exit_status),
+              "{\"model_time_ms\":0,\"differences\":[{\"kind\":\"cut\",\"pon_port\":1,\"branch\":\"feeder\"}]}\n");
+    EXPECT_EQ(exit_status, 0);
+    EXPECT_EQ(control({"power", "1", "nobody,a-*", "off"}, exit_status),
+              "ponsim: nobody: expected a MAC address, as 02:00:5e:10:00:01, or the name of an ONU at PON port 1\n");
+    EXPECT_EQ(exit_status, 2);
+}
+
+// Returns what a command of ponsim writes to a file, however long that is.
+std::string written_by(const std::string &words, const std::string &file)
+{
+    EXPECT_EQ(system((std::string(PONSIM) + ' ' + words + " > " + file).c_str()), 0);
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST_F(DaemonTest, WritesAnOltAsAScenarioThatMakesTheSameOlt)
+{
+    const std::string kept = state(), file = folder->file("olt.toml");
+    std::string text;
+    {
+        Daemon daemon({"--state", kept, "--speed", "0", "--silent", "0"});
+        ASSERT_TRUE(daemon.serves());
+        int exit_status;
+        EXPECT_EQ(control({"arrive", "2", "count=3", "name=late"}, exit_status), "");
+        EXPECT_EQ(control({"step", "60"}, exit_status), "60 s of model time\n");
+        text = written_by("ctl export", file);
+        daemon.stop(SIGTERM);
+    }
+    EXPECT_GT(text.size(), IPC_MAX_LENGTH) << "it does not fit into a message";
+    EXPECT_NE(text.find("name = \"late-3\"\n"), std::string::npos);
+    EXPECT_EQ(written_by("--state " + kept + " --export", folder->file("stored.toml")), text);
+    Daemon daemon({"--scenario", file, "--state", "none", "--speed", "0"});
+    ASSERT_TRUE(daemon.serves());
+    EXPECT_EQ(written_by("ctl export", folder->file("again.toml")), text);
+}
+
+TEST_F(DaemonTest, WithoutAStateThereIsNothingToExport)
+{
+    int exit_status;
+    EXPECT_NE(Daemon({"--state", "none", "--export"}).rest(exit_status).find("expected the state file"),
+              std::string::npos);
+    EXPECT_EQ(exit_status, 2);
+}
+
 TEST_F(DaemonTest, LetsExchangesGoWrong)
 {
     Daemon daemon(with({"--speed", "0"}));

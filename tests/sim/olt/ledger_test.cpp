@@ -3,12 +3,12 @@
 #include <bit>
 #include <functional>
 
+#include "counting.h"
 #include "model/base/random.h"
 #include "model/olt/demand.h"
-#include "model/olt/sla.h"
 #include "model/port/performance.h"
+#include "model/port/sla.h"
 #include "model/traffic/bandwidth.h"
-#include "counting.h"
 
 namespace ponsim
 {

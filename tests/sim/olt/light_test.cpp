@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "field.h"
+#include "model/port/counters.h"
 
 namespace ponsim
 {
@@ -219,6 +220,19 @@ TEST(BitErrors, SpoilEveryFrameWithoutLight)
     EXPECT_EQ(field.share(0, 1518), all_errored);
     field.order("mend 1 " + field.drop(0));
     EXPECT_LT(field.share(0, 1518), all_errored);
+}
+
+TEST(Light, WithFewErrorsHasThemCountedInTheEnd)
+{
+    Field field;
+    field.bring(0, -2990);
+    ASSERT_EQ(field.record(0).up.steps, 1u);
+    const auto errored = [&] { return pon_counters(field.olt(), field.port(1)).in_fcs_errors; };
+    field.simulator.advance(hours);
+    EXPECT_EQ(errored(), 0u) << "there are a few each day";
+    field.simulator.advance(10 * 24 * hours);
+    EXPECT_GT(errored(), 5u);
+    EXPECT_LT(errored(), 5000u);
 }
 
 TEST(Rogue, BlindsThePortUntilItWorksAsItShould)

@@ -418,7 +418,7 @@ uint32_t alarms(const ServiceFixture &fixture, const Mac &mac, Alarm alarm)
 {
     const auto &all = fixture.port(1).alarms;
     const auto found = all.find({mac, static_cast<uint32_t>(alarm)});
-    return found == all.end() ? 0 : found->second;
+    return found == all.end() ? 0 : found->second.count;
 }
 
 TEST(Power, AnOnlineOnuThatLosesItGoesOfflineWithItsLastAlarms)

@@ -149,7 +149,7 @@ TEST(TxDisable, TakesTheLaserAndThePortsOnusWithIt)
     EXPECT_FALSE(fixture.port(1).online(*fixture.port(1).bindings[5]));
     EXPECT_TRUE(fixture.simulator.olt().waiting(fixture.port(1)).empty()) << "those that waited are not seen";
     const Mac mac = fixture.port(1).bindings[5]->mac;
-    EXPECT_EQ(fixture.port(1).alarms.at({mac, static_cast<uint32_t>(Alarm::los)}), 1u);
+    EXPECT_EQ(fixture.port(1).alarms.at({mac, static_cast<uint32_t>(Alarm::los)}).count, 1u);
     EXPECT_EQ(rssi(fixture, 1, 5).status(), PON_ERR_OFFLINE);
     EXPECT_FALSE(fixture.simulator.olt().waiting(fixture.port(2)).empty()) << "another port";
 

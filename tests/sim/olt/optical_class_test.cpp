@@ -77,7 +77,7 @@ TEST_P(EachClass, HasOnusThatLaunchEnoughForTheirWholeLife)
     for (const uint64_t seed : {1, 2, 3}) {
         const Scene scene("seed = " + std::to_string(seed) + "\n" + port_of(GetParam().name));
         for (const Arrival &onu : scene.port(1).arrivals) {
-            const OnuLaser laser(scene.olt(), scene.port(1), onu.mac);
+            const OnuLaser laser = laser_of(scene.olt(), scene.port(1), onu.mac);
             EXPECT_LE(laser.power(0), levels.greatest_launch);
             constexpr uint64_t hour = 3600;
             EXPECT_GE(laser.power(100000 * hour + 12 * hour), levels.least_launch);

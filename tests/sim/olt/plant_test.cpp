@@ -1,7 +1,7 @@
 // These tests cut, bend and mend fibre, and check which ONUs are behind it.
 #include "model/plant/fibre.h"
 
-#include "control/control.h"
+#include "control/sets.h"
 #include "engine/processes.h"
 #include "model/lifecycle/light_process.h"
 #include "model/lifecycle/time_outs.h"
@@ -129,20 +129,21 @@ TEST(Plant, ACutTakesAllOnusInOneChange)
     plant.olt.apply(set_damage(plant.port(1), 0, cut_loss).change);
     const Change dark = light_process.happen(plant.olt);
     EXPECT_EQ(dark.of<OnuRecord>().size(), 3u);
-    EXPECT_EQ(dark.of<AlarmCount>().size(), 0u);
+    EXPECT_EQ(dark.of<AlarmRecord>().size(), 0u);
     plant.olt.apply(dark);
     plant.olt.advance(time_out_process.next(plant.olt).value());
     const Change change = time_out_process.happen(plant.olt);
     EXPECT_EQ(change.of<OnuRecord>().size(), 3u);
-    EXPECT_EQ(change.of<AlarmCount>().size(), 3u);
+    EXPECT_EQ(change.of<AlarmRecord>().size(), 4u) << "of the port, and of each ONU";
 }
 
 TEST(Plant, OnusAreKnownToTheControlsByNameToo)
 {
     const Plant plant;
-    EXPECT_EQ(control_onu(plant.port(1), "third"), stranger(3));
-    EXPECT_EQ(control_onu(plant.port(1), text::mac_text(stranger(9))), stranger(9)) << "any address will do";
-    EXPECT_THROW(control_onu(plant.port(1), "fourth"), ControlError);
+    const auto onu = [&](const std::string &word) { return control_onus({&plant.port(1)}, word).at(0).mac; };
+    EXPECT_EQ(onu("third"), stranger(3));
+    EXPECT_EQ(onu(text::mac_text(stranger(9))), stranger(9)) << "any address will do";
+    EXPECT_THROW(onu("fourth"), ControlError);
     const auto cut = std::ranges::find(controls(), "cut", &Control::name);
     const std::vector<std::string> words{"1", "third"};
     EXPECT_EQ(cut->plan(plant.olt, words).change.of<Damage>().at(0).key.branch, 4u) << "its own branch";

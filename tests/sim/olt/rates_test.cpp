@@ -1,11 +1,12 @@
 // These tests check how much of the ONUs' traffic passes: loads, SLAs, the room of ports and uplinks, loops and floods.
+#include "control/sets.h"
 #include "model/base/random.h"
 #include "model/olt/demand.h"
 #include "model/olt/llid.h"
 #include "model/olt/mpcp.h"
-#include "model/olt/sla.h"
 #include "model/port/counters.h"
 #include "model/port/performance.h"
+#include "model/port/sla.h"
 #include "model/traffic/bandwidth.h"
 #include "optics.h"
 #include "scenes.h"
@@ -250,9 +251,10 @@ TEST(Load, IsOfAnOnuByAddressOrByName)
     topology->ports[0].arrivals[1].load_up = 5000;
     const Olt olt({.ports = 1, .topology = topology});
     const Mac mac = olt.port(1)->arrivals[1].mac;
-    EXPECT_EQ(control_onu(*olt.port(1), "attic"), mac);
-    EXPECT_EQ(control_onu(*olt.port(1), text::mac_text(mac)), mac);
-    EXPECT_THROW(control_onu(*olt.port(1), "cellar"), ControlError);
+    const auto onu = [&](const std::string &word) { return control_onus({olt.port(1)}, word).at(0).mac; };
+    EXPECT_EQ(onu("attic"), mac);
+    EXPECT_EQ(onu(text::mac_text(mac)), mac);
+    EXPECT_THROW(onu("cellar"), ControlError);
 }
 
 TEST(Load, OfAScenarioHoldsUntilAnotherIsTold)
@@ -481,8 +483,8 @@ TEST(BitErrors, BreakFramesBetweenTheOnuAndItsPort)
     Demand demand{.wanted = {.up = {}, .down = {}}, .sla = default_sla};
     demand.wanted.up[0] = 5000 * rate_unit;
     demand.wanted.up[5] = 7 * rate_unit;
-    demand.errored_up[0] = all_errored / 1000;
-    demand.errored_up[5] = all_errored / 10;
+    demand.errors.up[0] = all_errored / 1000;
+    demand.errors.up[5] = all_errored / 10;
     Traffic traffic;
     traffic.set_capacity(capacity_of({}, 1));
     traffic.set(1, demand);
@@ -493,6 +495,52 @@ TEST(BitErrors, BreakFramesBetweenTheOnuAndItsPort)
     EXPECT_EQ(traffic.streams().up_errored[5], 7u);
     EXPECT_EQ(traffic.streams().up[0], 49950u);
     EXPECT_EQ(traffic.onu(1).passed.up, demand.wanted.up);
+}
+
+// Frames of 1518 octets are sent both ways to and from one ONU.
+struct SlowErrorsFixture {
+    static constexpr size_t flow = longest_flow;
+    Traffic traffic;
+
+    SlowErrorsFixture(uint64_t frames_a_second, uint64_t errored_up, uint64_t errored_down)
+    {
+        Demand demand{.wanted = {.up = {}, .down = {}}, .sla = default_sla, .most_down = kbits(line_rate)};
+        demand.wanted.up[flow] = frames_a_second * rate_unit;
+        demand.wanted.down[flow] = frames_a_second * rate_unit;
+        demand.errors.up[flow] = errored_up;
+        demand.errors.down[flow] = errored_down;
+        traffic.set_capacity(capacity_of({}, 1));
+        traffic.set(1, demand);
+        Traffic *const port = &traffic;
+        Traffic::share({&port, 1}, true);
+    }
+};
+
+TEST(BitErrors, ThatBreakAFrameInAThousandSecondsAreCounted)
+{
+    constexpr ModelTime time = 100000 * ms_per_second;
+    const SlowErrorsFixture fixture(1000, all_errored / 1000000, 3 * (all_errored / 1000000));
+    const Streams frames = fixture.traffic.offered(time).frames;
+    EXPECT_NEAR(static_cast<double>(frames.up_errored[fixture.flow]), 100 * count_unit, 1);
+    EXPECT_NEAR(static_cast<double>(frames.down_errored[fixture.flow]), 300 * count_unit, 1);
+    EXPECT_EQ(frames.up[fixture.flow] + frames.up_errored[fixture.flow], 1000 * rate_unit * time);
+    EXPECT_EQ(frames.down[fixture.flow], 1000 * rate_unit * time);
+}
+
+TEST(BitErrors, AreTheSameHoweverOftenTheyAreCounted)
+{
+    SlowErrorsFixture often(1, 77777777, 12345678);
+    const SlowErrorsFixture once(1, 77777777, 12345678);
+    Offered before;
+    for (ModelTime time = 0; time < 20000; time += 1 + time % 7) {
+        often.traffic.settle(time);
+        const Offered now = often.traffic.offered(time);
+        EXPECT_EQ(now, once.traffic.offered(time));
+        for (PerFlow Streams::*stream : {&Streams::up, &Streams::up_errored, &Streams::down_errored})
+            EXPECT_GE((now.frames.*stream)[often.flow], (before.frames.*stream)[often.flow]) << time;
+        before = now;
+    }
+    EXPECT_GT(before.frames.up_errored[often.flow], count_unit);
 }
 
 uint64_t frames_of(const PerFlow &counts)

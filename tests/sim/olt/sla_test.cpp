@@ -1,5 +1,5 @@
 // These tests check bandwidth: SLAs of ONUs, and how much of it a port has.
-#include "model/olt/sla.h"
+#include "model/port/sla.h"
 
 #include "model/olt/demand.h"
 

@@ -129,10 +129,10 @@ TEST(ExtendedOam, RaisesAnAlarmOfEachOnuThatIsTurnedAwayForItsLack)
 {
     LoidFixture fixture;
     fixture.add(fixture.onu().loid);
-    const auto alarm = std::pair{fixture.onu().mac, static_cast<uint32_t>(Alarm::auth_failed)};
-    const uint32_t before = fixture.port(1).alarms.at(alarm); // the ONU was turned away until it had a record
+    const AlarmAt alarm{fixture.onu().mac, static_cast<uint32_t>(Alarm::auth_failed)};
+    const uint32_t before = fixture.port(1).alarms.at(alarm).count; // the ONU was turned away until it had a record
     set_oui(fixture, another_oui);
-    EXPECT_EQ(fixture.port(1).alarms.at(alarm), before + 1);
+    EXPECT_EQ(fixture.port(1).alarms.at(alarm).count, before + 1);
 }
 
 TEST(ExtendedOam, IsNotNeededByTheMacAddressOrByAConfirmedOnu)

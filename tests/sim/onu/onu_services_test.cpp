@@ -1,7 +1,7 @@
 // These tests check the management address, FEC, time, SLA and LLIDs of ONUs, the log output about OAM, and alarm
 // tests.
 #include "model/olt/remote.h"
-#include "model/olt/sla.h"
+#include "model/port/sla.h"
 #include "rows.h"
 #include "support.h"
 

@@ -76,7 +76,7 @@ struct FullFixture : ServiceFixture {
         change.put<PortRecord>(2, {{1000, 9000}, 2});
         change.put<BlacklistEntry>({2, 0}, BlacklistEntry{stranger(1), "no"});
         change.put<LoidPassword>({2, "loid"}, {"secret"});
-        change.put<AlarmCount>({1, mac, 3}, {9});
+        change.put<AlarmRecord>({1, mac, 3}, {9});
         change.add(block_at({BSP_MSG_PLAT, BSP_CMD_P2P_STATE_SET, 1, 0}, std::string("\1\0\0\0", 4)));
         ModuleRecord module;
         module.measurement = {mac, 1000000, 10, 1000};

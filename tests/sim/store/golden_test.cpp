@@ -184,6 +184,10 @@ void tell_story(ProfileFixture &fixture)
     control_line(fixture, "age-onu 2 shop-4 850000"); // until its light is degraded
     control_line(fixture, "bend 2 shop-3 20");        // until both lights of it are lost
     pass(fixture, 3600 * second);
+    control_line(fixture, "swap 1 home-3 kind=S040 loid=swapped mac=02:00:5e:10:00:03");
+    control_line(fixture, "arrive 2 name=late mac=02:00:5e:10:00:04 kind=box service=home");
+    control_line(fixture, "unplug 2 shop-2 3");
+    control_line(fixture, "plug 2 late 1 10HD");
     control_line(fixture, "power 1 home-5 off");
     control_line(fixture, "power 1 home-5 on");
     EXPECT_EQ(trigger(fixture, 1, 2, 10, 1000), BSP_OK);

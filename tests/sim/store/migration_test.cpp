@@ -153,6 +153,19 @@ TEST(Migration, OnusOfVersion8WhoseLightWasLostWaitForIt)
     EXPECT_EQ(now.column("SELECT count(*) FROM onu WHERE down_light <> 0"), std::vector<std::string>{"0"});
 }
 
+TEST(Migration, AlarmsOfVersion9AreActiveSinceAnUnknownTime)
+{
+    const State state, as_it_was;
+    state.migrate(7, migrations());
+    Database now(state.file), before(as_it_was.file);
+    const std::string counted = "SELECT pon_port || ' ' || hex(mac) || ' ' || alarm || ' ' || count";
+    const std::vector<std::string> alarms = before.column(counted + " FROM alarm");
+    EXPECT_FALSE(alarms.empty());
+    EXPECT_EQ(now.column(counted + " FROM alarm WHERE raised = -1 AND cleared = -1 AND cause = 0 AND unit = 0"),
+              alarms);
+    EXPECT_EQ(now.column("SELECT count(*) FROM alarm_event"), std::vector<std::string>{"0"});
+}
+
 TEST(Migration, EachVersionSinceTheFirstHasOne)
 {
     int64_t version = first_version;

@@ -1,4 +1,4 @@
-#include "daemon/recorded.h"
+#include "recording/recorded.h"
 
 #include <bit>
 #include <cstring>

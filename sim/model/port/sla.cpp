@@ -1,4 +1,4 @@
-#include "model/olt/sla.h"
+#include "model/port/sla.h"
 
 #include "bsp_pon.h"
 #include "generated/service_words.h"

@@ -1,4 +1,4 @@
-#include "daemon/replay.h"
+#include "recording/replay.h"
 
 #include <cstring>
 #include <stdexcept>
@@ -6,7 +6,7 @@
 #include "board/ipc.h"
 #include "board/util.h"
 #include "catalogue.h"
-#include "daemon/recorded.h"
+#include "recording/recorded.h"
 
 namespace ponsim
 {

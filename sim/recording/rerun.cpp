@@ -1,4 +1,4 @@
-#include "daemon/rerun.h"
+#include "recording/rerun.h"
 
 #include <algorithm>
 #include <memory>
@@ -13,9 +13,9 @@
 #include "daemon/clock.h"
 #include "daemon/console.h"
 #include "daemon/journal.h"
-#include "daemon/recorded.h"
 #include "engine/delivery.h"
 #include "engine/simulator.h"
+#include "recording/recorded.h"
 
 namespace ponsim
 {

@@ -19,7 +19,8 @@ public:
 };
 
 // Returns the text. What scenarios cannot say is left out, and comments at the beginning say what that is. `upcoming`
-// are the events that have not happened yet; their times count from now on, in whole seconds. Throws ExportError.
-std::string export_scenario(const Olt &olt, std::span<const Event> upcoming);
+// are the events that have not happened yet; their times count from now on, in whole seconds. `scenario` is that of the
+// OLT, or null. Throws ExportError.
+std::string export_scenario(const Olt &olt, std::span<const Event> upcoming, const OltScenario *scenario);
 
 } // namespace ponsim

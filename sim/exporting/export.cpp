@@ -1,4 +1,4 @@
-#include "scenario/export.h"
+#include "exporting/export.h"
 
 #include <algorithm>
 #include <map>
@@ -12,6 +12,8 @@
 #include "model/olt/demand.h"
 #include "model/plant/fibre.h"
 #include "model/plant/plugging.h"
+#include "scenario/summary.h"
+#include "scenario/written.h"
 #include "text/hex.h"
 
 namespace ponsim
@@ -63,7 +65,9 @@ std::string kind_text(const std::string &name, const DeviceType &type)
 {
     std::string text = "\n[kind." + table_key(name) + "]\n";
     const auto is_same = [&](const DeviceType &other) { return nature_of(other) == nature_of(type); };
-    if (std::ranges::any_of(device_types(), is_same)) {
+    DeviceType known;
+    if (const auto same = std::ranges::find_if(device_types(), is_same); same != device_types().end()) {
+        known = *same;
         text += line("model", type.model);
     } else {
         text += line("vendor", type.vendor) + line("model", type.model);
@@ -80,6 +84,8 @@ std::string kind_text(const std::string &name, const DeviceType &type)
             text += line(key, value);
     }
     if (type.optics) text += line("class", type.optics->name);
+    if (type.boot != known.boot || type.boot_spread != known.boot_spread)
+        text += line("boot", time_text(type.boot)) + line("boot_spread", time_text(type.boot_spread));
     return text;
 }
 
@@ -130,7 +136,8 @@ public:
         const std::string ports = ports_text(); // which finds the kinds and services
         const bool cold = all_boot();
         count_others(cold);
-        std::string text = "# This scenario was written by a running OLT.\n";
+        std::string text =
+            "# This scenario was written by a running OLT, whose time, counters and alarms begin anew.\n";
         if (!left_out.empty()) text += "# It does not say:\n";
         for (const auto &[what, count] : left_out)
             text += "# - " + what + ": " + std::to_string(count) + '\n';
@@ -141,10 +148,12 @@ public:
             text += service_text(name, service);
         text += "\n[[olt]]\n" + line("name", olt.found().olt.empty() ? "olt" : olt.found().olt) +
                 line("ports", olt.ports().size()) + line("seed", olt.found().seed) + ports;
-        return text + events_text(upcoming);
+        std::vector<Event> events = events_of_state();
+        events.insert(events.end(), upcoming.begin(), upcoming.end());
+        return text + events_text(events);
     }
 
-private:
+    // Counts what the text does not say.
     void leave_out(const std::string &what, size_t count = 1)
     {
         if (count == 0) return;
@@ -155,6 +164,7 @@ private:
             left_out.emplace_back(what, count);
     }
 
+private:
     std::string ports_text()
     {
         std::string text;
@@ -255,13 +265,63 @@ private:
         return services.emplace("service-" + std::to_string(number), terms).first->first;
     }
 
+    // Returns what events can say of the state, as events that happen at once.
+    std::vector<Event> events_of_state() const
+    {
+        std::vector<Event> events;
+        const auto add = [&](const std::string &words) { events.push_back({olt.now(), words}); };
+        for (const Module &module : olt.modules())
+            if (const uint32_t hours = module.record().added_hours; hours != 0)
+                add("age " + std::to_string(module.cage()) + ' ' + std::to_string(hours));
+        for (const PonPort &port : olt.ports()) {
+            const std::string number = ' ' + std::to_string(port.number) + ' ';
+            if (const int32_t dimmed = olt.module(port.number)->record().dimmed; dimmed != 0)
+                add("dim" + number + to_db(dimmed));
+            for (const auto &[branch, loss] : port.damage) {
+                const std::string &name = port.branches.at(branch).name;
+                add(loss >= cut_loss ? "cut" + number + name : "bend" + number + name + ' ' + to_db(loss));
+            }
+            for (const Arrival &arrival : port.arrivals)
+                if (!arrival.unplugged) add_events(port, arrival, events);
+        }
+        return events;
+    }
+
+    void add_events(const PonPort &port, const Arrival &arrival, std::vector<Event> &events) const
+    {
+        const std::string onu = ' ' + std::to_string(port.number) + ' ' + port.branches.at(arrival.branch).name;
+        const auto add = [&](const std::string &command, const std::string &words) {
+            events.push_back({olt.now(), command + onu + words});
+        };
+        const OnuRecord record = port.record(arrival.mac);
+        if (!record.powered) add("power", " off");
+        if (record.rogue) add("rogue", " on");
+        if (record.added_hours != 0) add("age-onu", ' ' + std::to_string(record.added_hours));
+        if (record.flood != 0) add("flood", ' ' + std::to_string(record.flood));
+        if (record.bad_image) add("upgrade-fault", " on");
+        for (uint32_t uni = 1; uni <= max_unis; ++uni) {
+            const UniKey key{port.number, arrival.mac, uni};
+            const auto device = olt.kept<PluggedDevice>().find(key);
+            if (device != olt.kept<PluggedDevice>().end()) {
+                const auto &[speed, full_duplex] = device->second;
+                if (speed == 0)
+                    add("unplug", ' ' + std::to_string(uni));
+                else
+                    add("plug", ' ' + std::to_string(uni) + ' ' + to_text(LinkMode{speed, full_duplex}));
+            }
+            const LoopRecord *loop = olt.loop(key);
+            if (loop && loop->looped && olt.id_at(port.number, arrival.mac))
+                add("loop", ' ' + std::to_string(uni) + " on");
+        }
+    }
+
     // Returns whether the ONUs are being switched on together.
     bool all_boot() const
     {
         bool any = false;
         for (const PonPort &port : olt.ports())
             for (const Arrival &arrival : port.arrivals) {
-                if (arrival.unplugged) continue;
+                if (arrival.unplugged || !port.record(arrival.mac).powered) continue;
                 if (port.record(arrival.mac).phase != Phase::booting) return false;
                 any = true;
             }
@@ -275,12 +335,10 @@ private:
                 count_onu(port, arrival, cold);
             count_port(port);
         }
-        for (const Module &module : olt.modules()) {
-            leave_out("dimmed lasers", module.record().dimmed != 0);
-            leave_out("lasers of modules that are older than the OLT", module.record().added_hours != 0);
+        for (const auto &[key, loop] : olt.loops()) {
+            leave_out("UNI ports that loop detection has shut", loop.shut);
+            leave_out("loops behind ONUs that are not bound", loop.looped && !olt.id_at(key.pon_port, key.mac));
         }
-        leave_out("UNI ports at which users plugged devices in or out", olt.kept<PluggedDevice>().size());
-        leave_out("UNI ports with loops, or shut", olt.loops().size());
         leave_out("settings that ONUs have received", olt.kept<OnuSetting>().size());
         leave_out("settings of the OLT", olt.kept<Block>().size());
         leave_out("upgrade types", olt.upgrade_types().size());
@@ -292,12 +350,7 @@ private:
     {
         if (arrival.unplugged) return leave_out("ONUs that are being taken away");
         const OnuRecord record = port.record(arrival.mac);
-        leave_out("ONUs without power", !record.powered);
         leave_out("ONUs that register", record.powered && !cold && record.phase != Phase::registered);
-        leave_out("rogue ONUs", record.rogue);
-        leave_out("ONUs that flood their ports", record.flood != 0);
-        leave_out("lasers of ONUs that are older than the OLT", record.added_hours != 0);
-        leave_out("ONUs whose images fail", record.bad_image);
         leave_out("ONUs with another software than they came with", !record.software.empty());
         leave_out("ONUs to which an upgrade type is bound", !record.upgrade_type.empty());
         leave_out("ONUs that are not supported", !record.supported);
@@ -305,10 +358,8 @@ private:
 
     void count_port(const PonPort &port)
     {
-        leave_out("cut and bent branches", port.damage.size());
         leave_out("limits of the distance of ONUs", port.limits != RangingLimits{});
         leave_out("entries of black lists", ids_of(port.blacklist).count());
-        leave_out("alarms", port.alarms.size());
         std::set<std::string> said; // LOIDs
         for (const Arrival &arrival : port.arrivals)
             if (const auto record = port.authentication.records.find(arrival.loid);
@@ -381,9 +432,14 @@ private:
 
 } // namespace
 
-std::string export_scenario(const Olt &olt, std::span<const Event> upcoming)
+std::string export_scenario(const Olt &olt, std::span<const Event> upcoming, const OltScenario *scenario)
 {
-    return Exporter(olt).write(upcoming);
+    Exporter exporter(olt);
+    if (scenario) {
+        exporter.leave_out("parts that fail by chance", scenario->failing.size());
+        exporter.leave_out("curves of loads, which stay as they are now", scenario->curves.size());
+    }
+    return exporter.write(upcoming);
 }
 
 } // namespace ponsim

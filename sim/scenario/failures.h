@@ -1,0 +1,13 @@
+// This file reads which parts of an OLT's plant fail by chance.
+#pragma once
+
+#include "scenario/scenario.h"
+#include "scenario/section.h"
+
+namespace ponsim
+{
+
+// Reads the failures, and gives each OLT its parts.
+void read_failures(const Section &root, Scenario &scenario);
+
+} // namespace ponsim

@@ -1,0 +1,25 @@
+// The timeline of a scenario is what happens at which time.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "scenario/scenario.h"
+#include "scenario/section.h"
+
+namespace ponsim
+{
+
+inline constexpr size_t max_events = 100000; // for each OLT; also of checks
+
+// Reads the times of a table with `at`, `every` and `times`.
+std::vector<ModelTime> read_times(const Section &section);
+
+// Reads to which OLT a table belongs. Returns none when it belongs to all of them.
+std::optional<std::string> read_olt_name(const Section &section, const Scenario &scenario);
+
+// Reads the events, and gives each OLT its own.
+void read_events(const Section &root, Scenario &scenario);
+
+} // namespace ponsim
