@@ -42,9 +42,9 @@ pthread_key_t make_client_key()
 }
 
 // A client lives as long as its thread. Other destructors of the thread may make calls when the client has been
-// destroyed already: then there is a new one, which the system has destroyed afterwards. A thread_local object could not
-// be made again. The client of the thread that ends the process is never destroyed, because handlers of exit() may make
-// calls.
+// destroyed already: then there is a new one, which the system has destroyed afterwards. A thread_local object could
+// not be made again. The client of the thread that ends the process is never destroyed, because handlers of exit() may
+// make calls.
 Client &this_threads_client()
 {
     if (own_client) return *own_client;

@@ -1,14 +1,19 @@
 #include "closer.h"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <csignal>
+#include <iterator>
 #include <mutex>
 #include <vector>
 
 #include <pthread.h>
+#include <sys/socket.h>
 
 #include "board/util.h"
+#include "packet.h"
 
 namespace board
 {
@@ -17,22 +22,47 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-// One wake-up of the closing thread is for so many descriptors, or for what has come in so long a time.
+// One wake-up of a closing thread is for so many descriptors, or for what has come in so long a time.
 constexpr size_t batch = 64;
 constexpr std::chrono::milliseconds pause{20};
-// A thread that has been closing for so long waits for a peer. Then another one takes its place.
-constexpr std::chrono::seconds patience{1};
-constexpr int most_threads = 8;
+// A thread that has been closing one descriptor for so long waits for a peer. Then another one takes its place.
+constexpr std::chrono::milliseconds patience{200};
+constexpr std::chrono::seconds idle_limit{1};
+constexpr int most_threads = 64;
+// With so many descriptors to close, whoever brings another one waits for so long.
+constexpr size_t many = 2 * batch;
+constexpr std::chrono::milliseconds wait_when_many{100};
+constexpr size_t stack_size = size_t{256} << 10;
+
+// Takes something out of a socket that close() would have to close with it: a connection that nobody has accepted, or
+// the descriptors of a packet that nobody has received. Returns nothing when there is none, or when this is no such
+// socket.
+std::vector<Descriptor> take_out(const Descriptor &socket)
+{
+    std::vector<Descriptor> found;
+    if (!has_option(socket.get(), SO_DOMAIN, AF_UNIX)) return found;
+    if (Descriptor connection{accept4(socket.get(), nullptr, nullptr, SOCK_CLOEXEC)}) {
+        found.push_back(std::move(connection));
+        return found;
+    }
+    constexpr int most_packets = 1 << 16, most_empty_packets = 1 << 10;
+    char bytes[4096];
+    // An empty packet looks like the end.
+    for (int packets = 0, empty_packets = 0; packets < most_packets && empty_packets < most_empty_packets; ++packets) {
+        const ssize_t received = receive_packet(socket.get(), bytes, sizeof bytes, MSG_DONTWAIT, found);
+        if (received < 0 || !found.empty()) break;
+        empty_packets += received == 0;
+    }
+    return found;
+}
 
 // The closing threads may outlive everything else of the process, so this is never destroyed.
-struct Closer {
-    std::mutex mutex; // guards the members below
-    std::condition_variable more;
-    std::vector<Descriptor> pending;
-    Clock::time_point closing_since{}; // when the last thread took its batch; the epoch while it waits for one
-    int threads = 0;
-    pid_t process = getpid(); // in a child process the threads do not exist
+class Closer
+{
+public:
+    void add(std::vector<Descriptor> passed);
 
+private:
     static void *run(void *closer)
     {
         static_cast<Closer *>(closer)->close_all();
@@ -44,60 +74,130 @@ struct Closer {
     {
         return threads > 0 && (closing_since == Clock::time_point{} || Clock::now() - closing_since < patience);
     }
+    void close_all();
+    void close_next(std::unique_lock<std::mutex> &lock);
+    void see_to_thread();
+    bool start_thread();
 
-    void close_all()
-    {
-        std::unique_lock lock(mutex);
-        while (more.wait_for(lock, patience, [this] { return !pending.empty(); })) {
-            more.wait_for(lock, pause, [this] { return pending.size() >= batch; });
-            std::vector<Descriptor> taken = std::exchange(pending, {});
-            const Clock::time_point since = closing_since = Clock::now();
-            lock.unlock();
-            taken.clear();
-            lock.lock();
-            if (closing_since == since) closing_since = {};
-        }
-        --threads;
-    }
-
-    bool start_thread()
-    {
-        sigset_t all, before;
-        sigfillset(&all);
-        pthread_t thread;
-        pthread_sigmask(SIG_SETMASK, &all, &before);
-        const bool started = !pthread_create(&thread, nullptr, run, this) && !pthread_detach(thread);
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        return started;
-    }
-
-    void add(Descriptor passed)
-    {
-        const std::lock_guard lock(mutex);
-        if (process != getpid()) {
-            process = getpid();
-            threads = 0;
-            closing_since = {};
-        }
-        pending.push_back(std::move(passed));
-        if (has_thread()) {
-            if (pending.size() == 1 || pending.size() == batch) more.notify_all();
-        } else if (threads < most_threads && start_thread()) {
-            ++threads;
-            closing_since = {};
-        } else if (pending.size() % batch == 0) {
-            userlog_err("close_passed", __LINE__, "%zu descriptors of peers stay open: closing others has no end",
-                        pending.size());
-        }
-    }
+    std::mutex mutex; // guards the members below
+    std::condition_variable more, fewer;
+    std::vector<Descriptor> pending;
+    Clock::time_point closing_since{}; // when the last thread took a descriptor; the epoch while it waits for one
+    int threads = 0;
 };
+
+void Closer::close_all()
+{
+    std::unique_lock lock(mutex);
+    while (more.wait_for(lock, idle_limit, [this] { return !pending.empty(); })) {
+        more.wait_for(lock, pause, [this] { return pending.size() >= batch; });
+        while (!pending.empty())
+            close_next(lock);
+    }
+    --threads;
+}
+
+// Closes the last descriptor. When there is more in it, that is closed before.
+void Closer::close_next(std::unique_lock<std::mutex> &lock)
+{
+    Descriptor next = std::move(pending.back());
+    pending.pop_back();
+    const Clock::time_point since = closing_since = Clock::now();
+    fewer.notify_all();
+    lock.unlock();
+    std::vector<Descriptor> found = take_out(next);
+    if (found.empty()) {
+        const linger none{};
+        setsockopt(next.get(), SOL_SOCKET, SO_LINGER, &none, sizeof none); // fails when this is no socket
+        next.close();
+    }
+    lock.lock();
+    if (!found.empty()) pending.push_back(std::move(next));
+    std::move(found.begin(), found.end(), std::back_inserter(pending));
+    if (closing_since == since) closing_since = {};
+}
+
+bool Closer::start_thread()
+{
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_attr_t attributes;
+    if (pthread_attr_init(&attributes)) return false;
+    pthread_attr_setstacksize(&attributes, stack_size);
+    pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+    pthread_t thread;
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const bool started = !pthread_create(&thread, &attributes, run, this);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    pthread_attr_destroy(&attributes);
+    return started;
+}
+
+// Sees to it that a thread takes what is pending.
+void Closer::see_to_thread()
+{
+    if (has_thread()) {
+        more.notify_all();
+    } else if (threads < most_threads && start_thread()) {
+        ++threads;
+        closing_since = {};
+    } else {
+        userlog_err("close_passed", __LINE__, "%zu descriptors of peers stay open: closing others has no end",
+                    pending.size());
+    }
+}
+
+void Closer::add(std::vector<Descriptor> passed)
+{
+    std::unique_lock lock(mutex);
+    const size_t before = pending.size();
+    std::move(passed.begin(), passed.end(), std::back_inserter(pending));
+    // A thread is woken seldom, because every datagram brings a descriptor.
+    if (before == 0 || before / batch != pending.size() / batch || !has_thread()) see_to_thread();
+    fewer.wait_for(lock, wait_when_many, [this] { return pending.size() < many; });
+}
+
+std::atomic<Closer *> closer{nullptr};
+
+// In a child process the threads do not exist, and one of them may have held the lock.
+void forget_closer()
+{
+    closer = nullptr;
+}
+
+Closer &this_process_closer()
+{
+    static const int registered = pthread_atfork(nullptr, nullptr, forget_closer);
+    static_cast<void>(registered);
+    Closer *known = closer;
+    if (known) return *known;
+    auto *const made = new Closer;
+    if (closer.compare_exchange_strong(known, made)) return *made;
+    delete made;
+    return *known;
+}
 
 } // namespace
 
+void close_passed(std::vector<Descriptor> passed)
+{
+    if (!passed.empty()) this_process_closer().add(std::move(passed));
+}
+
 void close_passed(Descriptor passed)
 {
-    static Closer &closer = *new Closer;
-    if (passed) closer.add(std::move(passed));
+    if (!passed) return;
+    std::vector<Descriptor> one;
+    one.push_back(std::move(passed));
+    close_passed(std::move(one));
+}
+
+void hang_up(Descriptor socket)
+{
+    if (!socket) return;
+    shutdown(socket.get(), SHUT_RDWR); // nothing more comes in
+    for (std::vector<Descriptor> found = take_out(socket); !found.empty(); found = take_out(socket))
+        close_passed(std::move(found));
 }
 
 } // namespace board

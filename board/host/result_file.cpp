@@ -47,7 +47,8 @@ const char *open_file(const Place &place, Descriptor &opened, uint32_t &size)
     struct stat found, folder;
     if (!opened || fstat(opened.get(), &found) || fstat(place.folder.get(), &folder)) return std::strerror(errno);
     if (!S_ISREG(found.st_mode) || found.st_size > BOARD_FILE_MAX) return "not a file, or too long a one";
-    if (found.st_uid != geteuid() && found.st_uid != 0 && found.st_uid != folder.st_uid) return "it is another user's";
+    if (folder.st_mode & (S_IWGRP | S_IWOTH)) return "others may write in the folder";
+    if (found.st_uid != folder.st_uid) return "it is not of the folder's owner";
     size = static_cast<uint32_t>(found.st_size);
     return nullptr;
 }

@@ -1,8 +1,8 @@
 // A ResultFile is what the answer of a service names as a file.
 //
-// The name comes from the service, and a hostile one would have other files read and removed. So a name is either that of
-// what came with the last exchange in memory, or that of a file in the folder of sockets itself: a regular file of this
-// user, of root, or of the folder's owner.
+// The name comes from the service, and a hostile one would have other files read and removed. So a name is either that
+// of what came with the last exchange in memory, or that of a file in the folder of sockets itself: a regular file of
+// the folder's owner, in a folder in which only the owner may write.
 #pragma once
 
 #include <cstdint>

@@ -108,12 +108,13 @@ bool ResultMemory::copy(const Result &result, char *to) const
     return true;
 }
 
-bool ResultView::adopt(const Descriptor &memory)
+bool ResultView::adopt(const Descriptor &memory, const Result &result)
 {
     const int seals = fcntl(memory.get(), F_GET_SEALS);
     struct stat found;
     if (seals < 0 || (seals & size_seals) != size_seals || !(seals & (F_SEAL_WRITE | F_SEAL_FUTURE_WRITE)) ||
-        fstat(memory.get(), &found) || found.st_size < header_size || found.st_size > greatest_size)
+        fstat(memory.get(), &found) || found.st_size < header_size ||
+        found.st_size > (result.state == Result::file ? greatest_size : full_size))
         return false;
     mapping = Mapping(memory.get(), static_cast<uint32_t>(found.st_size), false);
     return static_cast<bool>(mapping);

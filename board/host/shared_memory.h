@@ -61,8 +61,9 @@ private:
 class ResultView
 {
 public:
-    // Takes memory into use. Returns false, and leaves the memory alone, when its size could change while it is read.
-    bool adopt(const Descriptor &memory);
+    // Takes the memory of a result into use. Returns false, and leaves the memory alone, when its size could change
+    // while it is read, or is not for such a result.
+    bool adopt(const Descriptor &memory, const Result &result);
 
     bool holds(const Result &result) const;
     // Copies a result. Returns false when the memory does not hold it, or no longer carries it.

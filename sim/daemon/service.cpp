@@ -20,8 +20,8 @@ namespace ponsim
 namespace
 {
 
-static_assert(result_file_name == BOARD_RESULT_FILE && max_result == BOARD_RESULT_MAX && max_answer == IPC_MAX_LENGTH && max_answer_delay == BOARD_DELAY_MAX &&
-              max_answer_repeats == BOARD_REPEAT_MAX);
+static_assert(result_file_name == BOARD_RESULT_FILE && max_result == BOARD_RESULT_MAX && max_answer == IPC_MAX_LENGTH &&
+              max_answer_delay == BOARD_DELAY_MAX && max_answer_repeats == BOARD_REPEAT_MAX);
 
 catalogue::Call call_of(const board_request &request)
 {

@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <system_error>
 
-
 namespace ponsim
 {
 namespace

@@ -57,8 +57,8 @@ struct Request {
     }
 };
 
-// A ResultFile is a result that callers read as a file. The answer names it by this name, which has room in the shortest
-// answer.
+// A ResultFile is a result that callers read as a file. The answer names it by this name, which has room in the
+// shortest answer.
 inline constexpr std::string_view result_file_name = "board:file";
 
 struct ResultFile {

@@ -70,7 +70,8 @@ std::string difference(const board_trace_entry &recorded, const Delivery &now)
     const uint32_t key = now.file ? BOARD_TRACE_FILE : now.result_key;
     const std::string_view live = now.file.value_or(now.result);
     if (record.result_key != key) return other("the key of the result", record.result_key, key);
-    if (record.result_length != live.size()) return other("the length of the result", record.result_length, live.size());
+    if (record.result_length != live.size())
+        return other("the length of the result", record.result_length, live.size());
     const std::string_view result{recorded.result, record.result_carried};
     if (result.size() == live.size() && result != live)
         return "byte " + std::to_string(std::ranges::mismatch(result, live).in1 - result.begin()) +

@@ -256,6 +256,26 @@ TEST(Service, leaves_room_for_others_whoever_takes_all_connections_of_a_user)
     board_service_stop(service);
 }
 
+TEST(Service, leaves_room_for_those_who_run_it_whoever_takes_all_other_connections)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be several users";
+    ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
+    board_service *service = start(test_module, board_ipc_directory(), 0666);
+    ASSERT_NE(service, nullptr);
+    std::vector<RawClient> clients;
+    const std::string log = log_of([&] {
+        for (uid_t user = somebody - 4; user <= somebody; ++user)
+            as_user(user, [&] {
+                for (int count = 0; count < 70; ++count)
+                    clients.emplace_back("seq");
+            });
+        uint32_t status;
+        EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_NE(log.find("refused a connection"), std::string::npos) << log;
+    board_service_stop(service);
+}
+
 TEST(Service, stops_when_there_is_none)
 {
     board_service_stop(nullptr);

@@ -63,7 +63,7 @@ TEST_F(ResultFile, elsewhere_is_neither_read_nor_removed)
     close(mkstemp(elsewhere));
     std::ofstream(elsewhere) << "0123456789";
     for (const std::string &other :
-         {std::string(elsewhere), folder + "/sub/file", folder + "/../" + elsewhere + 5, folder, folder + "/",
+         {std::string(elsewhere), folder + "/sub/file", folder + "/../" + (elsewhere + 5), folder, folder + "/",
           folder + "/.", std::string("result"), std::string(), folder + "result"}) {
         EXPECT_NE(get_from_file(other.c_str(), 1, bytes), 0) << other;
         EXPECT_NE(delete_file(other.c_str()), 0) << other;
@@ -95,6 +95,15 @@ TEST_F(ResultFile, of_another_user_is_neither_read_nor_removed)
     EXPECT_NE(get_from_file(name, 1, bytes), 0);
     EXPECT_NE(delete_file(name), 0);
     EXPECT_EQ(access(name, F_OK), 0);
+}
+
+TEST_F(ResultFile, where_others_may_write_is_neither_read_nor_removed)
+{
+    ASSERT_EQ(chmod(board_ipc_directory(), 01777), 0);
+    EXPECT_NE(get_from_file(name, 1, bytes), 0);
+    EXPECT_NE(delete_file(name), 0);
+    EXPECT_EQ(access(name, F_OK), 0);
+    ASSERT_EQ(chmod(board_ipc_directory(), 0700), 0);
 }
 
 class PassedFile : public testing::TestWithParam<decltype(&ipc_get_exec)>

@@ -30,8 +30,8 @@ struct board_answer {
 namespace board
 {
 
-// Complaints are log lines that a peer can cause as often as it likes. In a second only some are logged of each user, and
-// of so many users; the others are counted.
+// Complaints are log lines that a peer can cause as often as it likes. In a second only some are logged of each user,
+// and of so many users; the others are counted.
 class Complaints
 {
 public:

@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 
 #include "board/util.h"
+#include "closer.h"
 #include "settings.h"
 
 namespace board
@@ -15,15 +16,16 @@ namespace board
 namespace
 {
 
-// Returns why the folder cannot be used for sockets, or null. Whoever may write in it could put sockets of his own in the
-// place of these.
+// Returns why the folder cannot be used for sockets, or null. Whoever may write in it could put sockets of his own in
+// the place of these.
 const char *objection_to(int folder)
 {
     struct stat found;
     if (fstat(folder, &found)) return std::strerror(errno);
     if (found.st_uid != geteuid() && found.st_uid != 0) return "it is another user's";
     const bool others_write = found.st_mode & (S_IWGRP | S_IWOTH);
-    if (others_write && !(found.st_mode & S_ISVTX)) return "others may replace what is in it; take their write permission";
+    if (others_write && !(found.st_mode & S_ISVTX))
+        return "others may replace what is in it; take their write permission";
     return nullptr;
 }
 
@@ -106,8 +108,7 @@ std::unique_ptr<Endpoint> Endpoint::open(const std::string &directory, uint32_t 
     }
     std::unique_ptr<Endpoint> endpoint(new Endpoint);
     endpoint->folder = Descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    const char *const objection =
-        endpoint->folder ? objection_to(endpoint->folder.get()) : std::strerror(errno);
+    const char *const objection = endpoint->folder ? objection_to(endpoint->folder.get()) : std::strerror(errno);
     if (objection) {
         userlog_err(__func__, __LINE__, "the folder %s cannot be used: %s", directory.c_str(), objection);
         return nullptr;
@@ -132,6 +133,8 @@ Endpoint::~Endpoint()
     remove(seq_file);
     remove(dgram_file);
     if (lock) remove(lock_file);
+    hang_up(std::move(seq));
+    hang_up(std::move(dgram));
 }
 
 } // namespace board

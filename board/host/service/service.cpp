@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 #include <poll.h>
 #include <pthread.h>
@@ -134,8 +135,6 @@ private:
     void accept_connection();
     void admit(Descriptor socket);
     void serve(Connection &connection);
-    // Receives the next datagram. Returns its length, or -1 when there is none.
-    ssize_t receive_datagram(DatagramAnswer &answer);
     void serve_datagram();
     bool has_room_for(const ucred &peer) const;
     void send(DatagramAnswer &answer);
@@ -175,9 +174,6 @@ board_service::~board_service()
         shutdown(endpoint->datagrams(), SHUT_RDWR);
     }
     if (listening) pthread_join(listener, nullptr);
-    // What nobody received may carry descriptors, too.
-    for (DatagramAnswer unread; endpoint && receive_datagram(unread) >= 0;)
-        close_passed(std::move(unread.way_back));
 
     std::unique_lock lock(mutex);
     for (Connection &connection : connections)
@@ -250,16 +246,21 @@ void board_service::admit(Descriptor socket)
     const timeval limit{static_cast<time_t>(config.idle_limit ? config.idle_limit : usual_idle_limit), 0};
     setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
 
-    const std::lock_guard lock(mutex);
-    if (has_room_for(peer)) {
-        Connection &connection = connections.emplace_back(this, std::move(socket), peer);
-        if (start_thread(connection.thread, connection_loop, &connection)) return;
-        socket = std::move(connection.socket);
-        connections.pop_back();
+    {
+        const std::lock_guard lock(mutex);
+        if (has_room_for(peer)) {
+            Connection &connection = connections.emplace_back(this, std::move(socket), peer);
+            if (start_thread(connection.thread, connection_loop, &connection)) return;
+            socket = std::move(connection.socket);
+            connections.pop_back();
+        }
     }
     answering.complaints.log(peer, "refused a connection", text_of(Refusal::busy));
     const Head refusal = refusal_of(Refusal::busy);
     send_packet(socket.get(), &refusal, sizeof refusal, -1);
+    // What the peer has sent already may carry descriptors.
+    shutdown(socket.get(), SHUT_RDWR);
+    close_passed(std::move(socket));
 }
 
 void board_service::serve(Connection &connection)
@@ -268,7 +269,9 @@ void board_service::serve(Connection &connection)
     RequestFrame request;
     board_answer answer(false);
     for (;;) {
-        const ssize_t received = recv(socket, &request, sizeof request, MSG_TRUNC);
+        std::vector<Descriptor> passed; // has no meaning on a connection
+        const ssize_t received = receive_packet(socket, &request, sizeof request, 0, passed);
+        close_passed(std::move(passed));
         if (received < 0 && errno == EINTR) continue;
         if (received < 0 && errno == EAGAIN) {
             // From here on the peer cannot send. A request that it has sent is handled, so none is lost.
@@ -294,42 +297,29 @@ void board_service::serve(Connection &connection)
 void board_service::leave(Connection &connection)
 {
     Connections before;
+    Descriptor socket;
     {
         const std::lock_guard lock(mutex);
-        connection.socket.close();
+        socket = std::move(connection.socket);
         before.swap(left);
         const auto own = std::find_if(connections.begin(), connections.end(),
                                       [&](const Connection &other) { return &other == &connection; });
         left.splice(left.end(), connections, own);
         gone.notify_all();
     }
+    hang_up(std::move(socket));
     for (Connection &other : before)
         pthread_join(other.thread, nullptr);
-}
-
-ssize_t board_service::receive_datagram(DatagramAnswer &answer)
-{
-    iovec part{&datagram, sizeof datagram};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
-    msghdr message{};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-    const ssize_t received = recvmsg(endpoint->datagrams(), &message, MSG_TRUNC | MSG_CMSG_CLOEXEC | MSG_DONTWAIT);
-    if (received < 0) return received;
-    for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
-        if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
-            std::memcpy(&answer.peer, CMSG_DATA(at), sizeof answer.peer);
-    answer.way_back = passed_descriptor(message);
-    return received;
 }
 
 void board_service::serve_datagram()
 {
     auto answer = std::make_unique<DatagramAnswer>();
     const ucred &peer = answer->peer;
-    const ssize_t received = receive_datagram(*answer);
+    std::vector<Descriptor> passed;
+    const ssize_t received =
+        receive_packet(endpoint->datagrams(), &datagram, sizeof datagram, MSG_DONTWAIT, passed, &answer->peer);
+    answer->way_back = take_first(std::move(passed));
     if (received < 0 || stopping) return;
     if (!is_way_back(answer->way_back))
         return answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");

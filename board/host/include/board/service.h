@@ -70,10 +70,10 @@ int board_answer_result(board_answer *answer, uint32_t key, const char *json, ui
 
 #define BOARD_RESULT_MAX 1048576u
 
-/* Sets a result that the caller reads as a file, by get_from_file or db_create_fromfile: `length` bytes, which are copied
- * at once. The response names it by BOARD_RESULT_FILE. It is in no file system: it travels in sealed memory to this one
- * caller, who can read it until its thread's next exchange. It takes the place of a result database. Returns 0, or -1
- * when there are too many bytes, or no memory. */
+/* Sets a result that the caller reads as a file, by get_from_file or db_create_fromfile: `length` bytes, which are
+ * copied at once. The response names it by BOARD_RESULT_FILE. It is in no file system: it travels in sealed memory to
+ * this one caller, who can read it until its thread's next exchange. It takes the place of a result database. Returns
+ * 0, or -1 when there are too many bytes, or no memory. */
 int board_answer_file(board_answer *answer, const void *bytes, uint32_t length);
 
 #define BOARD_RESULT_FILE "board:file"
@@ -111,8 +111,8 @@ typedef struct board_service_config {
      * service's log. */
     const char *(*authorize)(void *context, const board_request *request);
     void *context; /* passed to both functions */
-    /* A connection over which no request comes for so many seconds is closed, and its client connects again when it needs
-     * to. 0 means 600. */
+    /* A connection over which no request comes for so many seconds is closed, and its client connects again when it
+     * needs to. 0 means 600. */
     uint32_t idle_limit;
     /* When this is not 0, both functions are called for the requests of several clients at the same time, each time
      * from a thread of that client. */

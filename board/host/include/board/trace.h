@@ -23,7 +23,7 @@ extern "C" {
 #define BOARD_TRACE_TIME_OF_DAY 0  /* times are since 1970 */
 #define BOARD_TRACE_SERVICE_TIME 1 /* times are those that the service states, since its own time began */
 #define BOARD_TRACE_FILE 0xffffffffu
-#define BOARD_TRACE_NOTE 4         /* stands for the call of a record that is a note and no exchange */
+#define BOARD_TRACE_NOTE 4 /* stands for the call of a record that is a note and no exchange */
 
 typedef struct board_trace_file {
     char magic[8];
