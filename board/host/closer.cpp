@@ -41,8 +41,10 @@ std::vector<Descriptor> take_out(const Descriptor &socket)
 {
     std::vector<Descriptor> found;
     if (!has_option(socket.get(), SO_DOMAIN, AF_UNIX)) return found;
-    if (Descriptor connection{accept4(socket.get(), nullptr, nullptr, SOCK_CLOEXEC)}) {
-        found.push_back(std::move(connection));
+    if (has_option(socket.get(), SO_ACCEPTCONN, 1)) {
+        shutdown(socket.get(), SHUT_RDWR); // then accept() does not wait for another connection
+        if (Descriptor connection{accept4(socket.get(), nullptr, nullptr, SOCK_CLOEXEC)})
+            found.push_back(std::move(connection));
         return found;
     }
     constexpr int most_packets = 1 << 16, most_empty_packets = 1 << 10;
@@ -70,20 +72,18 @@ private:
     }
 
     // Returns whether a thread takes what is pending soon.
-    bool has_thread() const
-    {
-        return threads > 0 && (closing_since == Clock::time_point{} || Clock::now() - closing_since < patience);
-    }
+    bool has_thread() const { return waiting > 0 || Clock::now() - closing_since < patience; }
     void close_all();
     void close_next(std::unique_lock<std::mutex> &lock);
-    void see_to_thread();
+    void see_to_thread(bool complain);
     bool start_thread();
 
     std::mutex mutex; // guards the members below
     std::condition_variable more, fewer;
     std::vector<Descriptor> pending;
-    Clock::time_point closing_since{}; // when the last thread took a descriptor; the epoch while it waits for one
+    Clock::time_point closing_since{}; // when a thread took a descriptor; the epoch when it has closed that
     int threads = 0;
+    int waiting = 0; // threads that wait for descriptors
 };
 
 void Closer::close_all()
@@ -91,9 +91,12 @@ void Closer::close_all()
     std::unique_lock lock(mutex);
     while (more.wait_for(lock, idle_limit, [this] { return !pending.empty(); })) {
         more.wait_for(lock, pause, [this] { return pending.size() >= batch; });
+        --waiting;
         while (!pending.empty())
             close_next(lock);
+        ++waiting;
     }
+    --waiting;
     --threads;
 }
 
@@ -133,15 +136,15 @@ bool Closer::start_thread()
     return started;
 }
 
-// Sees to it that a thread takes what is pending.
-void Closer::see_to_thread()
+// Sees to it that a thread takes what is pending. Complains when that cannot be, if wanted.
+void Closer::see_to_thread(bool complain)
 {
     if (has_thread()) {
         more.notify_all();
     } else if (threads < most_threads && start_thread()) {
         ++threads;
-        closing_since = {};
-    } else {
+        ++waiting;
+    } else if (complain) {
         userlog_err("close_passed", __LINE__, "%zu descriptors of peers stay open: closing others has no end",
                     pending.size());
     }
@@ -153,7 +156,8 @@ void Closer::add(std::vector<Descriptor> passed)
     const size_t before = pending.size();
     std::move(passed.begin(), passed.end(), std::back_inserter(pending));
     // A thread is woken seldom, because every datagram brings a descriptor.
-    if (before == 0 || before / batch != pending.size() / batch || !has_thread()) see_to_thread();
+    const bool one_batch_more = before / batch != pending.size() / batch;
+    if (before == 0 || one_batch_more || !has_thread()) see_to_thread(one_batch_more);
     fewer.wait_for(lock, wait_when_many, [this] { return pending.size() < many; });
 }
 

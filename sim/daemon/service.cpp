@@ -40,7 +40,7 @@ catalogue::Call call_of(const board_request &request)
 
 Message message_of(const board_request &request)
 {
-    return {request.msg_type, request.data, request.length, call_of(request)};
+    return {request.msg_type, request.data, request.length, call_of(request), request.uid};
 }
 
 // Applies a fault that concerns the way of an answer to the client.

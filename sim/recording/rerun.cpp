@@ -26,9 +26,10 @@ namespace
 class Session
 {
 public:
-    explicit Session(const StoreImage &image)
+    Session(const StoreImage &image, const std::string &upgrade_folder)
         : store(image), simulator(store, WantedSettings{}), clock(simulator.olt().now(), 0)
     {
+        if (!upgrade_folder.empty()) simulator.use_upgrade_folder(upgrade_folder);
     }
 
     ModelTime now() const { return simulator.olt().now(); }
@@ -124,7 +125,7 @@ bool is_image_part(const board_trace_record &record)
 
 } // namespace
 
-RerunResult rerun(const std::string &file, std::optional<ModelTime> until,
+RerunResult rerun(const std::string &file, const std::string &upgrade_folder, std::optional<ModelTime> until,
                   const std::function<void(const std::string &)> &say)
 {
     const Trace trace =
@@ -146,7 +147,7 @@ RerunResult rerun(const std::string &file, std::optional<ModelTime> until,
         if (is_image_part(record)) {
             image.bytes.append(entry.request, entry.request + record.request_length);
             if (record.request_length == BOARD_NOTE_MAX) continue;
-            session = std::make_unique<Session>(image);
+            session = std::make_unique<Session>(image, upgrade_folder);
             image.bytes.clear();
             ++result.sessions;
             continue;

@@ -1,4 +1,5 @@
 // These tests run ponctl config as a process against a fake service.
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "fake_service.h"
+#include "text/sha256.h"
 
 namespace
 {
@@ -84,7 +86,14 @@ TEST_F(Config, AFileThatCannotBeWrittenIsNamed)
 
 TEST_F(Config, IsLoadedInPartsAndThenTaken)
 {
-    const std::string text = std::string(4080, 'a') + "rest";
+    const std::string text = std::string(4048, 'a') + "rest";
+    const text::Sha256 digest = text::sha256(text);
+    const auto digest_at = [](const Received &request, size_t offset) {
+        text::Sha256 found{};
+        if (request.record.size() >= offset + found.size())
+            std::copy_n(request.record.begin() + static_cast<ptrdiff_t>(offset), found.size(), found.begin());
+        return found;
+    };
     write("saved", text);
     const FakeService service;
     EXPECT_EQ(service.ponctl({"config", "load", path("saved"), "--yes"}).code, 0);
@@ -92,12 +101,15 @@ TEST_F(Config, IsLoadedInPartsAndThenTaken)
     ASSERT_EQ(received.size(), 3u);
     EXPECT_EQ(received[0].word(0), 2u);
     EXPECT_EQ(received[0].word(24), 0u);
-    EXPECT_EQ(received[0].word(28), 4084u);
-    EXPECT_EQ(received[0].word(32), 4080u);
-    EXPECT_EQ(received[1].word(24), 4080u);
+    EXPECT_EQ(received[0].word(28), 4052u);
+    EXPECT_EQ(received[0].word(32), 4048u);
+    EXPECT_EQ(digest_at(received[0], 36), digest);
+    EXPECT_EQ(received[1].word(24), 4048u);
     EXPECT_EQ(received[1].word(32), 4u);
-    EXPECT_EQ(received[1].text(36), "rest");
+    EXPECT_EQ(digest_at(received[1], 36), digest);
+    EXPECT_EQ(received[1].text(68), "rest");
     EXPECT_EQ(received[2].word(0), 3u);
+    EXPECT_EQ(digest_at(received[2], 24), digest);
     EXPECT_EQ(received[2].call, BOARD_CALL_DGRAM_SET);
 }
 
