@@ -1,5 +1,6 @@
 // These tests run ponctl config as a process against a fake service.
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -34,15 +35,17 @@ protected:
         std::ifstream file(path(name));
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    // Returns a handler that answers with the file of this name as the configuration.
-    FakeService::Handler answer_with_file(const char *name) const
+    // Returns a handler that answers with this configuration as a file.
+    static FakeService::Handler answer_with(const std::string &configuration)
     {
-        const std::string file = path(name);
-        std::vector<uint8_t> answer(24 + file.size() + 1);
-        const auto size = static_cast<uint32_t>(std::filesystem::file_size(file));
-        std::memcpy(&answer[8], &size, sizeof size);
-        std::memcpy(&answer[24], file.data(), file.size());
-        return bytes(answer);
+        return [configuration](const board_request &, board_answer *answer) {
+            const auto size = static_cast<uint32_t>(configuration.size());
+            std::array<char, 24 + sizeof BOARD_RESULT_FILE> data{};
+            std::memcpy(&data[8], &size, sizeof size);
+            std::memcpy(&data[24], BOARD_RESULT_FILE, sizeof BOARD_RESULT_FILE);
+            board_answer_data(answer, data.data(), data.size());
+            board_answer_file(answer, configuration.data(), size);
+        };
     }
 
     std::filesystem::path folder;
@@ -50,9 +53,8 @@ protected:
 
 TEST_F(Config, IsSavedInAFileThatOnlyItsOwnerReads)
 {
-    write("result", "line 1\nline 2\n");
     write("saved", "old");
-    const FakeService service(answer_with_file("result"));
+    const FakeService service(answer_with("line 1\nline 2\n"));
     EXPECT_EQ(service.ponctl({"config", "save", path("saved")}).code, 0);
     EXPECT_EQ(content("saved"), "line 1\nline 2\n");
     EXPECT_EQ(std::filesystem::status(path("saved")).permissions(), std::filesystem::perms(0600));
@@ -62,8 +64,7 @@ TEST_F(Config, IsSavedInAFileThatOnlyItsOwnerReads)
 
 TEST_F(Config, IsSavedToStandardOutput)
 {
-    write("result", "line 1\nline 2\n");
-    const FakeService service(answer_with_file("result"));
+    const FakeService service(answer_with("line 1\nline 2\n"));
     EXPECT_EQ(service.ponctl({"config", "save", "-"}).out, "line 1\nline 2\n");
 }
 
@@ -77,8 +78,7 @@ TEST_F(Config, AFileStaysWhereTheServiceRefuses)
 
 TEST_F(Config, AFileThatCannotBeWrittenIsNamed)
 {
-    write("result", "text");
-    const FakeService service(answer_with_file("result"));
+    const FakeService service(answer_with("text"));
     const Finished finished = service.ponctl({"config", "save", "/nowhere/olt"});
     EXPECT_EQ(finished.code, 4);
     EXPECT_THAT(finished.err, HasSubstr("/nowhere/olt: cannot be written"));
