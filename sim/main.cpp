@@ -65,6 +65,7 @@ struct Options {
     std::vector<std::string> grants;
     ponsim::Access access; // what the grants add up to
     double speed = 1;
+    std::string upgrade_dir;        // empty: in the folder of sockets
     std::string record;             // empty: no record
     std::vector<std::string> words; // the words of a control command
     bool follow = false;            // events go on as they come
@@ -201,8 +202,9 @@ int rerun(const Options &options)
     std::optional<ponsim::ModelTime> until;
     if (!options.until.empty()) until = ponsim::read_time(options.until);
     if (!options.until.empty() && !until) until = ponsim::read_seconds(options.until);
-    const ponsim::RerunResult result = ponsim::rerun(
-        options.replayed, until, [](const std::string &different) { printf("ponsim: %s\n", different.c_str()); });
+    const ponsim::RerunResult result =
+        ponsim::rerun(options.replayed, options.upgrade_dir, until,
+                      [](const std::string &different) { printf("ponsim: %s\n", different.c_str()); });
     if (!options.state_then.empty()) ponsim::write_private_file(options.state_then, result.image.bytes);
     const std::string refused = result.refused ? ", " + std::to_string(result.refused) + " refused requests" : "";
     printf("ponsim: %zu requests and %zu commands%s, up to %s: %zu were answered otherwise\n", result.requests,
@@ -223,6 +225,7 @@ int serve(const Options &options)
     together.fresh = options.fresh;
     together.wanted = options.wanted;
     together.speed = options.speed;
+    together.upgrade_folder = options.upgrade_dir;
     together.record = options.record;
     if (options.state.empty())
         together.state = default_state(scenario.olts.size());
@@ -311,6 +314,8 @@ void declare(Command &program, Options &options)
                 "FACTOR")
         .is_within(0, 1e6)
         .shows_default("1");
+    program.option("--upgrade-dir", &options.upgrade_dir,
+                   "Folder below which files of upgrade types may be read [upgrade in the folder of sockets]", "DIR");
     program.option("--record", &options.record, "Append each exchange to this file, for ponctl trace and replays",
                    "FILE");
     program.option("--grant", &options.grants,

@@ -4,10 +4,14 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <new>
+
+#include <pthread.h>
 
 #include "board/service.h"
 #include "board/util.h"
 #include "generated/record_length.h"
+#include "not_cancelled.h"
 #include "settings.h"
 #include "trace_writer.h"
 #include "transport.h"
@@ -22,10 +26,33 @@ struct Client {
     Result result{};
 };
 
+thread_local Client *own_client = nullptr;
+
+void end_client(void *client)
+{
+    own_client = nullptr;
+    delete static_cast<Client *>(client);
+}
+
+pthread_key_t make_client_key()
+{
+    pthread_key_t key;
+    if (pthread_key_create(&key, end_client)) throw std::bad_alloc();
+    return key;
+}
+
+// A client lives as long as its thread. Other destructors of the thread may make calls when the client has been
+// destroyed already: then there is a new one, which the system has destroyed afterwards. A thread_local object could
+// not be made again. The client of the thread that ends the process is never destroyed, because handlers of exit() may
+// make calls.
 Client &this_threads_client()
 {
-    thread_local const std::unique_ptr<Client> client = std::make_unique<Client>();
-    return *client;
+    if (own_client) return *own_client;
+    static const pthread_key_t key = make_client_key();
+    auto client = std::make_unique<Client>();
+    if (pthread_setspecific(key, client.get())) throw std::bad_alloc();
+    own_client = client.release();
+    return *own_client;
 }
 
 int32_t exchange(const Call &call, Reply &reply)
@@ -41,6 +68,7 @@ int32_t exchange(const Call &call, Reply &reply)
 int32_t set(board_call how, uint32_t module, uint32_t msg_type, const void *request, uint32_t length,
             uint32_t *status) noexcept
 {
+    const NotCancelled whole;
     try {
         Reply reply;
         const int32_t value = exchange({how, module, msg_type, request, length, 0}, reply);
@@ -54,6 +82,7 @@ int32_t set(board_call how, uint32_t module, uint32_t msg_type, const void *requ
 int32_t get(board_call how, uint32_t module, uint32_t msg_type, const void *request, uint32_t length, void *response,
             uint32_t *response_length, uint32_t *status) noexcept
 {
+    const NotCancelled whole;
     try {
         const uint32_t allowed = response_length ? *response_length : 0;
         Reply reply;
@@ -79,10 +108,13 @@ Result last_result()
     return this_threads_client().result;
 }
 
-bool copy_last_result(char *to)
+bool copy_last_result(char *to, uint32_t length)
 {
     Client &client = this_threads_client();
-    return client.transport->copy_result(client.result, to);
+    if (length > client.result.length) return false;
+    Result part = client.result;
+    part.length = length;
+    return client.transport->copy_result(part, to);
 }
 
 } // namespace board

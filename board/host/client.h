@@ -8,7 +8,8 @@ namespace board
 
 // Returns the result that came with the calling thread's last exchange. It is valid until the next exchange.
 Result last_result();
-// Copies a result from shared memory. Returns false when the service took it back.
-bool copy_last_result(char *to);
+// Copies the first bytes of that result from shared memory. Returns false when it has not so many, or when the service
+// took it back.
+bool copy_last_result(char *to, uint32_t length);
 
 } // namespace board

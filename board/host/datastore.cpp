@@ -10,12 +10,10 @@
 #include <optional>
 #include <string_view>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include "board/util.h"
 #include "client.h"
-#include "descriptor.h"
+#include "not_cancelled.h"
+#include "result_file.h"
 #include "table.h"
 #include "text/number.h"
 
@@ -64,7 +62,8 @@ db_handle *no_memory(uint32_t length)
 // Returns the table of a handle. A null handle has an empty table.
 const board::Table &table_of(const db_handle *db)
 {
-    static const board::Table nothing{""};
+    // This is never destroyed, because handlers of exit() may read a table.
+    static const board::Table &nothing = *new board::Table("");
     return db ? db->table() : nothing;
 }
 
@@ -80,12 +79,13 @@ const board::Cell *cell_of(const db_handle *db, uint32_t row, const char *column
 
 db_handle *db_from_shmem(uint32_t key, uint32_t bound)
 {
+    const board::NotCancelled whole;
     uint32_t length = 0;
     try {
         const board::Result result = board::last_result();
         length = result.length;
         const unsigned shown_key = key;
-        if (result.state == board::Result::none || result.key != key) {
+        if (!result.is_database() || result.key != key) {
             userlog_debug(__func__, __LINE__, "no result under key %u came with the last exchange", shown_key);
             return nullptr;
         }
@@ -96,7 +96,7 @@ db_handle *db_from_shmem(uint32_t key, uint32_t bound)
             return nullptr;
         }
         auto db = new_handle(length);
-        if (board::copy_last_result(db->text.get())) return db.release();
+        if (board::copy_last_result(db->text.get(), length)) return db.release();
         userlog_err(__func__, __LINE__, "the service took the result under key %u back", shown_key);
         return nullptr;
     } catch (...) {
@@ -119,21 +119,17 @@ db_handle *db_from_string(const char *text)
 
 db_handle *db_create_fromfile(const char *file)
 {
+    const board::NotCancelled whole;
     uint32_t length = 0;
     try {
-        const board::Descriptor opened(open(file, O_RDONLY | O_CLOEXEC));
-        struct stat found;
-        if (!opened || fstat(opened.get(), &found)) {
-            userlog_err(__func__, __LINE__, "no result in %s: %s", file, std::strerror(errno));
+        const board::ResultFile found(file);
+        if (!found) {
+            userlog_err(__func__, __LINE__, "no result in %s: %s", file, found.problem());
             return nullptr;
         }
-        if (!S_ISREG(found.st_mode) || found.st_size >= UINT32_MAX) {
-            userlog_err(__func__, __LINE__, "no result in %s: not a file, or too long a one", file);
-            return nullptr;
-        }
-        length = static_cast<uint32_t>(found.st_size);
+        length = found.length();
         auto db = new_handle(length);
-        if (get_from_file(file, length, db->text.get()) == 0) return db.release();
+        if (found.read(db->text.get(), length) == 0) return db.release();
         userlog_err(__func__, __LINE__, "no result in %s: it cannot be read", file);
         return nullptr;
     } catch (...) {

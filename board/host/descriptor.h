@@ -24,6 +24,8 @@ public:
     int get() const { return descriptor; }
     explicit operator bool() const { return descriptor >= 0; }
 
+    // Gives the descriptor up without closing it.
+    int release() { return std::exchange(descriptor, -1); }
     void close()
     {
         if (descriptor >= 0) ::close(std::exchange(descriptor, -1));

@@ -16,7 +16,7 @@
 namespace board
 {
 
-constexpr uint8_t frame_version = 1;
+constexpr uint8_t frame_version = 2;
 constexpr uint8_t little_endian = 1;
 constexpr uint8_t big_endian = 2;
 constexpr uint8_t native_order = std::endian::native == std::endian::little ? little_endian : big_endian;
@@ -49,15 +49,19 @@ struct RequestHeader {
 struct Result {
     enum State : uint16_t {
         none,
-        shared,  // in the memory that service and client share
-        too_long // longer than that memory: only its length is given
+        shared,   // in the memory that service and client share
+        too_long, // longer than that memory: only its length is given
+        file      // as shared, but the client reads it as a file
     };
     uint16_t state;
     uint16_t new_memory; // 1: the next packet passes the memory, which replaces earlier memory
-    uint32_t key;
+    uint32_t key;        // 0 of a file
     uint32_t offset;
     uint32_t length;
     uint32_t generation; // stands in the memory's header while the result is valid
+
+    bool in_memory() const { return state == shared || state == file; }
+    bool is_database() const { return state == shared || state == too_long; }
 };
 
 struct AnswerHeader {

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "board/util.h"
+#include "not_cancelled.h"
 
 namespace
 {
@@ -48,6 +49,7 @@ void log_line(int priority, const char *level, const char *function, int line, c
 {
     const LogSettings &s = log_settings();
     if (priority > s.lowest) return;
+    const board::NotCancelled whole;
     const int error = errno;
 
     char text[1024];

@@ -79,13 +79,14 @@ thread_local uint32_t timeout_of_thread = 0; // milliseconds; 0: the time-out of
 
 const Settings &settings()
 {
-    static const Settings instance = [] {
+    // This is never destroyed, because handlers of exit() may make calls.
+    static const Settings &instance = *new Settings([] {
         Settings s;
         s.directory = default_directory();
         s.timeout = std::chrono::milliseconds(number("BOARD_IPC_TIMEOUT_MS", 1, 3600000, 5000));
         s.spin = std::chrono::microseconds(number("BOARD_IPC_SPIN_US", 0, 20, 0));
         return s;
-    }();
+    }());
     return instance;
 }
 

@@ -25,6 +25,7 @@ namespace
 // The memory starts with the generation of the result that follows.
 constexpr uint32_t header_size = 64;
 constexpr uint32_t full_size = header_size + BOARD_RESULT_MAX;
+constexpr uint32_t greatest_size = header_size + BOARD_FILE_MAX;
 constexpr int size_seals = F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL;
 
 std::atomic_ref<uint32_t> generation_of(const Mapping &mapping)
@@ -67,16 +68,17 @@ bool ResultMemory::create(uint32_t length, Descriptor &created, Mapping &mapped)
     return static_cast<bool>(mapped);
 }
 
-bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &result)
+bool ResultMemory::put(Result::State state, uint32_t key, const char *bytes, uint32_t length, Result &result)
 {
     // Memory for a connection is sealed after this side has mapped it. Then only this side writes to it, one result
     // after the other. Memory for one result is sealed after the result is written and the memory is unmapped.
+    const bool alone = one_result || length > BOARD_RESULT_MAX;
     bool done = true;
-    if (one_result || !mapping) {
+    if (alone || !mapping) {
         Descriptor created;
         Mapping mapped;
-        done = create(one_result ? header_size + length : full_size, created, mapped) &&
-               (one_result || !fcntl(created.get(), F_ADD_SEALS, size_seals | F_SEAL_FUTURE_WRITE));
+        done = create(alone ? header_size + length : full_size, created, mapped) &&
+               (alone || !fcntl(created.get(), F_ADD_SEALS, size_seals | F_SEAL_FUTURE_WRITE));
         if (done) {
             memory = std::move(created);
             mapping = std::move(mapped);
@@ -84,8 +86,8 @@ bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &
     }
     if (done) {
         generation_of(mapping).store(++generation);
-        std::memcpy(mapping.data() + header_size, json, length);
-        if (one_result) {
+        if (length) std::memcpy(mapping.data() + header_size, bytes, length);
+        if (alone) {
             mapping = Mapping();
             done = !fcntl(memory.get(), F_ADD_SEALS, size_seals | F_SEAL_WRITE);
         }
@@ -94,7 +96,7 @@ bool ResultMemory::put(uint32_t key, const char *json, uint32_t length, Result &
         userlog_err(__func__, __LINE__, "no shared memory for a result: %s", std::strerror(errno));
         return false;
     }
-    result = {Result::shared, 0, key, header_size, length, generation};
+    result = {static_cast<uint16_t>(state), 0, key, header_size, length, generation};
     return true;
 }
 
@@ -106,12 +108,13 @@ bool ResultMemory::copy(const Result &result, char *to) const
     return true;
 }
 
-bool ResultView::adopt(const Descriptor &memory)
+bool ResultView::adopt(const Descriptor &memory, const Result &result)
 {
     const int seals = fcntl(memory.get(), F_GET_SEALS);
     struct stat found;
     if (seals < 0 || (seals & size_seals) != size_seals || !(seals & (F_SEAL_WRITE | F_SEAL_FUTURE_WRITE)) ||
-        fstat(memory.get(), &found) || found.st_size < header_size || found.st_size > full_size)
+        fstat(memory.get(), &found) || found.st_size < header_size ||
+        found.st_size > (result.state == Result::file ? greatest_size : full_size))
         return false;
     mapping = Mapping(memory.get(), static_cast<uint32_t>(found.st_size), false);
     return static_cast<bool>(mapping);
@@ -125,6 +128,7 @@ bool ResultView::holds(const Result &result) const
 
 bool ResultView::copy(const Result &result, char *to) const
 {
+    if (!holds(result)) return false;
     // A correct service writes only between a request and its answer. The generation is read after the copy, so that a
     // service which did not wait is noticed. What was copied belongs to the client, whatever the service writes next.
     std::copy_n(mapping.data() + result.offset, result.length, to); // an empty result may have a null `to`

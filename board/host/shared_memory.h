@@ -30,15 +30,15 @@ private:
 };
 
 // ResultMemory is the service's side. It is the memory of one connection, which carries one result at a time, or the
-// memory of one datagram's answer.
+// memory of one datagram's answer. A result that is longer than BOARD_RESULT_MAX gets memory of its own.
 class ResultMemory
 {
 public:
     explicit ResultMemory(bool for_one_result) : one_result(for_one_result) {}
 
-    // Stores a result of at most BOARD_RESULT_MAX bytes in place of the one before, and describes it. Returns false
-    // when the system gives no memory.
-    bool put(uint32_t key, const char *json, uint32_t length, Result &result);
+    // Stores a result of at most BOARD_FILE_MAX bytes in place of the one before, and describes it. Returns false when
+    // the system gives no memory.
+    bool put(Result::State state, uint32_t key, const char *bytes, uint32_t length, Result &result);
 
     // Copies the result that was stored last. Returns false when the system does not give it back.
     bool copy(const Result &result, char *to) const;
@@ -61,11 +61,12 @@ private:
 class ResultView
 {
 public:
-    // Takes memory into use. Returns false, and leaves the memory alone, when its size could change while it is read.
-    bool adopt(const Descriptor &memory);
+    // Takes the memory of a result into use. Returns false, and leaves the memory alone, when its size could change
+    // while it is read, or is not for such a result.
+    bool adopt(const Descriptor &memory, const Result &result);
 
     bool holds(const Result &result) const;
-    // Copies a result for which holds() is true. Returns false when the memory no longer carries it.
+    // Copies a result. Returns false when the memory does not hold it, or no longer carries it.
     bool copy(const Result &result, char *to) const;
 
     explicit operator bool() const { return static_cast<bool>(mapping); }

@@ -4,8 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <memory>
-#include <new>
 #include <vector>
 
 #include <fcntl.h>
@@ -14,8 +12,6 @@
 #include <sys/syscall.h>
 #include <sys/uio.h>
 
-#include "answering.h"
-#include "board/service.h"
 #include "board/trace.h"
 #include "board/util.h"
 
@@ -102,7 +98,7 @@ void TraceWriter::write(uint64_t time, const ClientThread &client, const Call &c
     record.status = reply.status;
     record.request_length = call.length;
     record.response_length = reply.length;
-    record.result_key = reply.result.key;
+    record.result_key = reply.result.state == Result::file ? BOARD_TRACE_FILE : reply.result.key;
     record.result_length = reply.result.length;
     record.result_carried = static_cast<uint32_t>(result.size());
     append(record, call.request, reply.data, result.data());
@@ -134,14 +130,15 @@ void TraceWriter::append(board_trace_record &record, const void *request, const 
 
 TraceWriter &clients_trace()
 {
-    static TraceWriter writer(std::getenv("BOARD_IPC_TRACE"), BOARD_TRACE_TIME_OF_DAY);
+    // This is never destroyed, because handlers of exit() may make calls.
+    static TraceWriter &writer = *new TraceWriter(std::getenv("BOARD_IPC_TRACE"), BOARD_TRACE_TIME_OF_DAY);
     return writer;
 }
 
 void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Transport &transport)
 {
     std::vector<char> result;
-    if (reply.result.state == Result::shared) {
+    if (reply.result.in_memory() && reply.result.length <= BOARD_RESULT_MAX) {
         result.resize(reply.result.length);
         if (!transport.copy_result(reply.result, result.data())) result.clear();
     }
@@ -150,45 +147,3 @@ void trace_exchange(const Call &call, int32_t ipc_result, const Reply &reply, Tr
 }
 
 } // namespace board
-
-struct board_recorder {
-    explicit board_recorder(const char *file) : writer(file, BOARD_TRACE_SERVICE_TIME) {}
-
-    board::TraceWriter writer;
-};
-
-board_recorder *board_recorder_open(const char *file)
-{
-    std::unique_ptr<board_recorder> recorder(new (std::nothrow) board_recorder(file));
-    return recorder && recorder->writer.is_on() ? recorder.release() : nullptr;
-}
-
-void board_recorder_write(board_recorder *recorder, uint64_t time, uint32_t module, const board_request *request,
-                          const board_answer *answer)
-{
-    using namespace board;
-    const int32_t ipc_result = answer ? answer->frame.header.ipc_result : IPC_ERR_REFUSED;
-    Reply reply;
-    if (ipc_result == IPC_OK) {
-        const AnswerHeader &header = answer->frame.header;
-        reply = {header.status, answer->frame.data, header.length, header.result};
-    }
-    std::unique_ptr<char[]> result;
-    if (reply.result.state == Result::shared) result.reset(new (std::nothrow) char[reply.result.length]);
-    const bool carried = result && answer->memory.copy(reply.result, result.get());
-    const Call call{request->call, module, request->msg_type, request->data, request->length, request->allowed};
-    recorder->writer.write(time, {request->pid, 0}, call, ipc_result, reply,
-                           {result.get(), carried ? reply.result.length : 0});
-}
-
-void board_recorder_note(board_recorder *recorder, uint64_t time, uint32_t module, uint32_t msg_type, const void *note,
-                         uint32_t length)
-{
-    if (length > BOARD_NOTE_MAX) return;
-    recorder->writer.note(time, module, msg_type, {static_cast<const char *>(note), length});
-}
-
-void board_recorder_close(board_recorder *recorder)
-{
-    delete recorder;
-}

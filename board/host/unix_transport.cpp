@@ -9,6 +9,7 @@
 #include <cstring>
 #include <ctime>
 #include <new>
+#include <vector>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -16,6 +17,7 @@
 #include <sys/socket.h>
 
 #include "board/util.h"
+#include "closer.h"
 #include "descriptor.h"
 #include "packet.h"
 #include "settings.h"
@@ -102,25 +104,23 @@ class Line
 {
 public:
     explicit Line(bool for_datagrams) : datagrams(for_datagrams) {}
+    ~Line() { drop(); }
+    Line(const Line &) = delete;
+    Line &operator=(const Line &) = delete;
 
     int32_t exchange(Packet &packet);
     bool copy_result(const Result &result, char *to) const { return view && view.copy(result, to); }
-    void drop()
-    {
-        socket.close();
-        near_end.close();
-        far_end.close();
-        view = ResultView();
-    }
+    void drop();
 
 private:
     int source() const { return datagrams ? near_end.get() : socket.get(); }
     int32_t open(uint32_t to_module);
     int send(const RequestFrame &request);
     int32_t receive(const RequestHeader &request, AnswerFrame &answer);
-    int32_t receive_memory();
-    template <class Receive>
-    ssize_t receive_packet(Receive receive);
+    int32_t receive_memory(const Result &result);
+    // Receives a packet and the descriptors that came with it. Returns the packet's length, or 0 when the peer is gone,
+    // or -1 with an error number when there is no packet.
+    ssize_t await_packet(void *packet, size_t size, std::vector<Descriptor> &passed);
 
     const bool datagrams;
     uint32_t module = 0;
@@ -129,17 +129,41 @@ private:
     ResultView view;
     Clock::time_point deadline;
     std::chrono::milliseconds timeout{}; // the time-out that the sockets have
+    pid_t process = 0;                   // the one that opened them
     bool waited = false; // a part of the time is spent, so that the socket's own time-out would be too late
 };
 
-// Makes the socket give up after the thread's bound of a call.
-bool set_timeout(int socket)
+// In a child process the sockets are the parent's, who goes on with them.
+void Line::drop()
 {
-    const auto milliseconds = current_timeout().count();
-    const timeval timeout{static_cast<time_t>(milliseconds / 1000),
-                          static_cast<suseconds_t>(milliseconds % 1000 * 1000)};
-    return setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) == 0 &&
-           setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof timeout) == 0;
+    if (process == getpid()) {
+        hang_up(std::move(socket));
+        hang_up(std::move(near_end));
+    }
+    socket.close();
+    near_end.close();
+    far_end.close();
+    view = ResultView();
+}
+
+// Makes the socket give up after a time: its waits for answers, or for the service to accept it.
+bool set_timeout(int socket, int option, std::chrono::microseconds limit)
+{
+    const timeval timeout{static_cast<time_t>(limit.count() / 1000000),
+                          static_cast<suseconds_t>(limit.count() % 1000000)};
+    return setsockopt(socket, SOL_SOCKET, option, &timeout, sizeof timeout) == 0;
+}
+
+// Connects the socket. Returns 0 or an error number. A signal interrupts the wait for a service whose queue is full.
+int connect_to(int socket, const sockaddr_un &address, Clock::time_point deadline)
+{
+    for (;;) {
+        const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - Clock::now());
+        if (left.count() <= 0) return EAGAIN;
+        if (!set_timeout(socket, SO_SNDTIMEO, left)) return errno;
+        if (!connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address)) return 0;
+        if (errno != EINTR) return errno;
+    }
 }
 
 int32_t Line::open(uint32_t to_module)
@@ -158,21 +182,20 @@ int32_t Line::open(uint32_t to_module)
     Descriptor opened(::socket(AF_UNIX, (datagrams ? SOCK_DGRAM : SOCK_SEQPACKET) | SOCK_CLOEXEC, 0));
     if (!opened) return IPC_ERR_SYSTEM;
 
-    if (!set_timeout(opened.get())) return IPC_ERR_SYSTEM;
     if (datagrams) {
         int ends[2];
         if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends)) return IPC_ERR_SYSTEM;
         near_end = Descriptor(ends[0]);
         far_end = Descriptor(ends[1]);
-        if (!set_timeout(near_end.get())) return IPC_ERR_SYSTEM;
     }
-    if (connect(opened.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address)) {
-        const int error = errno;
+    if (!set_timeout(datagrams ? near_end.get() : opened.get(), SO_RCVTIMEO, current_timeout())) return IPC_ERR_SYSTEM;
+    if (const int error = connect_to(opened.get(), address, deadline)) {
         userlog_debug(__func__, __LINE__, "no connection to %s: %s", address.sun_path, std::strerror(error));
         return value_of_connect_error(error);
     }
     socket = std::move(opened);
     timeout = current_timeout();
+    process = getpid();
     module = to_module;
     waited = true;
     return IPC_OK;
@@ -190,12 +213,10 @@ int Line::send(const RequestFrame &request)
     return 0;
 }
 
-// Receives a packet by `receive`, which takes flags and does what recv(2) does. Returns the packet's length, or 0 when
-// the peer is gone, or -1 with an error number when there is no packet.
-template <class Receive>
-ssize_t Line::receive_packet(Receive receive)
+ssize_t Line::await_packet(void *packet, size_t size, std::vector<Descriptor> &passed)
 {
     ssize_t received = -1;
+    const auto receive = [&](int flags) { return receive_packet(source(), packet, size, flags, passed); };
     // Returns false when another attempt may bring a packet.
     const auto attempt = [&](int flags) {
         received = receive(flags);
@@ -236,32 +257,25 @@ int32_t value_of_receive_error(ssize_t received)
 }
 
 // Receives the packet behind an answer whose result lies in memory that is new to this side.
-int32_t Line::receive_memory()
+int32_t Line::receive_memory(const Result &result)
 {
     Head head;
-    iovec part{&head, sizeof head};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))];
-    msghdr message;
-    const ssize_t received = receive_packet([&](int flags) {
-        message = {};
-        message.msg_iov = &part;
-        message.msg_iovlen = 1;
-        message.msg_control = control;
-        message.msg_controllen = sizeof control;
-        return recvmsg(source(), &message, MSG_CMSG_CLOEXEC | MSG_TRUNC | flags);
-    });
-    if (received <= 0) return value_of_receive_error(received);
-    const Descriptor memory = passed_descriptor(message);
+    std::vector<Descriptor> passed;
+    const ssize_t received = await_packet(&head, sizeof head, passed);
+    Descriptor memory = take_first(std::move(passed));
     const bool is_memory = received == sizeof head && check_head(head, sizeof head) == Refusal::none &&
-                           head.kind == Kind::memory && memory;
-    return is_memory && view.adopt(memory) ? IPC_OK : IPC_ERR_BROKEN_ANSWER;
+                           head.kind == Kind::memory && memory && view.adopt(memory, result);
+    if (is_memory) return IPC_OK;
+    close_passed(std::move(memory));
+    return received <= 0 ? value_of_receive_error(received) : IPC_ERR_BROKEN_ANSWER;
 }
 
 // Accepts an answer only when everything in it is correct.
 int32_t Line::receive(const RequestHeader &request, AnswerFrame &answer)
 {
-    const ssize_t received =
-        receive_packet([&](int flags) { return recv(source(), &answer, sizeof answer, MSG_TRUNC | flags); });
+    std::vector<Descriptor> passed; // an answer brings none
+    const ssize_t received = await_packet(&answer, sizeof answer, passed);
+    close_passed(std::move(passed));
     if (received <= 0) return value_of_receive_error(received);
     const AnswerHeader &header = answer.header;
     switch (check_head(header.head, static_cast<size_t>(received))) {
@@ -274,10 +288,11 @@ int32_t Line::receive(const RequestHeader &request, AnswerFrame &answer)
     }
     if (header.head.kind == Kind::refusal) return value_of_refusal(static_cast<Refusal>(header.head.detail));
     if (!answers(answer, static_cast<size_t>(received), request)) return IPC_ERR_BROKEN_ANSWER;
-    if (header.result.state != Result::shared) return IPC_OK;
+    if (header.result.state > Result::file) return IPC_ERR_BROKEN_ANSWER;
+    if (!header.result.in_memory()) return IPC_OK;
 
     if (header.result.new_memory) {
-        if (const int32_t value = receive_memory()) return value;
+        if (const int32_t value = receive_memory(header.result)) return value;
     }
     return view.holds(header.result) ? IPC_OK : IPC_ERR_BROKEN_ANSWER;
 }
@@ -288,7 +303,7 @@ int32_t Line::exchange(Packet &packet)
     waited = false;
     if (socket && timeout != current_timeout()) {
         timeout = current_timeout();
-        if (!set_timeout(socket.get()) || (datagrams && !set_timeout(near_end.get()))) return IPC_ERR_SYSTEM;
+        if (!set_timeout(source(), SO_RCVTIMEO, timeout)) return IPC_ERR_SYSTEM;
     }
 
     // A kept connection may have lost its peer since the last call. A request that the socket does not take is surely

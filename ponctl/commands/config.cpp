@@ -13,6 +13,8 @@
 #include "output/mode.h"
 #include "output/report.h"
 #include "output/text.h"
+#include "text/hex.h"
+#include "text/sha256.h"
 
 namespace ponctl
 {
@@ -76,23 +78,27 @@ ExitCode run_config_save(const Output &output, const std::string &file)
 
 ExitCode run_config_load(const Output &, const std::string &file)
 {
-    constexpr size_t longest_part = 4080;
+    constexpr size_t longest_part = 4048;
     const Bytes text = parse_block("FILE", "@" + file);
     if (text.empty()) throw UsageError("FILE: " + file + " is empty");
     ask_before("BSP_CMD_CONFIG_LOAD", "loading " + file + ", which replaces all that the OLT keeps,");
+    const text::Sha256 digest = text::sha256({reinterpret_cast<const char *>(text.data()), text.size()});
     for (size_t offset = 0; offset < text.size(); offset += longest_part) {
         const size_t length = std::min(longest_part, text.size() - offset);
         Bytes part;
         append(part, static_cast<uint32_t>(offset));
         append(part, static_cast<uint32_t>(text.size()));
         append(part, static_cast<uint32_t>(length));
+        part.insert(part.end(), digest.begin(), digest.end());
         const auto start = text.begin() + static_cast<ptrdiff_t>(offset);
         part.insert(part.end(), start, start + static_cast<ptrdiff_t>(length));
         const Invocation sent("bsp_profile_exec_set",
                               {action("BSP_CMD_CONFIG_LOAD_PART"), "buf=hex:" + text::to_hex(part)}, consent());
         if (!sent.good()) return report(sent, file + ": ");
     }
-    return report(Invocation("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD")}, consent()), file + ": ");
+    return report(Invocation("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD"), "buf=hex:" + text::to_hex(digest)},
+                             consent()),
+                  file + ": ");
 }
 
 } // namespace

@@ -78,9 +78,10 @@ LiveAnswer send(const Traced &traced)
                                       traced.request, IPC_MAX_LENGTH, IPC_MAX_LENGTH),
                       {}};
     const uint32_t key = traced.record.result_key ? traced.record.result_key : traced.code().value_or(0);
-    if (answer.exchange.result == IPC_OK && key != 0)
-        if (const Database database{db_from_shmem(key, BOARD_RESULT_MAX)})
-            answer.database = document_of(database.get());
+    if (answer.exchange.result != IPC_OK || key == 0) return answer;
+    const bool file = key == BOARD_TRACE_FILE;
+    if (const Database database{file ? db_create_fromfile(BOARD_RESULT_FILE) : db_from_shmem(key, BOARD_RESULT_MAX)})
+        answer.database = document_of(database.get());
     return answer;
 }
 

@@ -81,8 +81,10 @@ void print_exchange(const Output &output, const Traced &traced)
     print_record(output, "request", traced, false);
     print_record(output, "response", traced, true);
     if (traced.record.result_length > 0) {
-        std::fprintf(output.stream, "result under key %u, %u bytes\n", traced.record.result_key,
-                     traced.record.result_length);
+        const std::string key = traced.record.result_key == BOARD_TRACE_FILE
+                                    ? "result as a file"
+                                    : "result under key " + std::to_string(traced.record.result_key);
+        std::fprintf(output.stream, "%s, %u bytes\n", key.c_str(), traced.record.result_length);
         std::fprintf(output.stream, "%s\n", printable(traced.result).c_str());
     }
     std::fputc('\n', output.stream);

@@ -63,18 +63,19 @@ Host::Host(const HostOptions &options, const Access &access, Timekeeper &timekee
     : store(options.state, options.fresh),
       model(store, options.wanted, options.scenario),
       clock(model.olt().now(), options.speed),
-      journal(options.record, store, model.olt().now()),
-      service(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, journal)
+      journal(options.record, store, model.olt().now())
 {
-    if (!service.serving()) throw std::runtime_error("cannot serve on " + options.socket_dir);
+    model.use_upgrade_folder(options.upgrade_folder.empty() ? options.socket_dir + "/upgrade" : options.upgrade_folder);
+    service.emplace(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, journal);
+    if (!service->serving()) throw std::runtime_error("cannot serve on " + options.socket_dir);
 }
 
 void Host::stop()
 {
-    service.stop();
+    service->stop();
     model.advance(clock.now());
     model.keep_time();
-    service.write_log();
+    service->write_log();
 }
 
 } // namespace ponsim

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,8 @@ struct HostOptions {
     WantedSettings wanted = {};
     std::shared_ptr<const OltScenario> scenario = {}; // null: that of the state, or none
     double speed = 1;
-    std::string record = {}; // the file to which exchanges are appended; empty: none
+    std::string upgrade_folder = {}; // of files of upgrade types; empty: "upgrade" in the folder of sockets
+    std::string record = {};         // the file to which exchanges are appended; empty: none
 };
 
 // Returns the options with which each of a scenario's OLTs is served. Without OLTs in the scenario these are the OLTs
@@ -51,7 +53,7 @@ private:
     Simulator model;
     Clock clock;
     Journal journal;
-    Service service;
+    std::optional<Service> service; // serves when all else is there
 };
 
 } // namespace ponsim

@@ -20,8 +20,8 @@ namespace ponsim
 namespace
 {
 
-static_assert(max_result == BOARD_RESULT_MAX && max_answer == IPC_MAX_LENGTH && max_answer_delay == BOARD_DELAY_MAX &&
-              max_answer_repeats == BOARD_REPEAT_MAX);
+static_assert(result_file_name == BOARD_RESULT_FILE && max_result == BOARD_RESULT_MAX && max_answer == IPC_MAX_LENGTH &&
+              max_answer_delay == BOARD_DELAY_MAX && max_answer_repeats == BOARD_REPEAT_MAX);
 
 catalogue::Call call_of(const board_request &request)
 {
@@ -40,7 +40,7 @@ catalogue::Call call_of(const board_request &request)
 
 Message message_of(const board_request &request)
 {
-    return {request.msg_type, request.data, request.length, call_of(request)};
+    return {request.msg_type, request.data, request.length, call_of(request), request.uid};
 }
 
 // Applies a fault that concerns the way of an answer to the client.
@@ -73,6 +73,7 @@ void deliver(const Delivery &delivery, board_answer *answer)
     if (delivery.result_key != 0)
         board_answer_result(answer, delivery.result_key, delivery.result.data(),
                             static_cast<uint32_t>(delivery.result.size()));
+    if (delivery.file) board_answer_file(answer, delivery.file->data(), static_cast<uint32_t>(delivery.file->size()));
 }
 
 void answer_with(const Reply &reply, const Message &message, board_answer *answer)
@@ -85,7 +86,7 @@ void answer_with(const Reply &reply, const Message &message, board_answer *answe
 
 Service::Service(Simulator &served, Clock &time, Timekeeper &keeper, const Access &rules, const std::string &directory,
                  uint32_t mode, Journal &recorded)
-    : simulator(served), clock(time), timekeeper(keeper), access(rules), journal(recorded), files(mode, directory)
+    : simulator(served), clock(time), timekeeper(keeper), access(rules), journal(recorded)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
@@ -170,7 +171,7 @@ void Service::answer(const Message &message, board_answer *answer)
         die_of(faults, KillPoint::before);
         Reply reply = simulator.handle(message);
         die_of(faults, KillPoint::after);
-        complete(reply, message, faults, [this](const std::string &content) { return files.write(content); });
+        complete(reply, message, faults);
         for (const FaultCase &fault : faults)
             misdirect(answer, fault);
         answer_with(reply, message, answer);

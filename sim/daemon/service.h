@@ -8,7 +8,6 @@
 #include "board/service.h"
 #include "daemon/access.h"
 #include "daemon/clock.h"
-#include "daemon/files.h"
 #include "daemon/journal.h"
 #include "daemon/timekeeper.h"
 #include "daemon/turns.h"
@@ -61,8 +60,7 @@ private:
     Timekeeper &timekeeper;
     const Access &access;
     Journal &journal;
-    ResultFiles files;
-    Turns turns;      // held by whoever uses simulator, clock and files, and shared by those who only read
+    Turns turns;      // held by whoever uses simulator and clock, and shared by those who only read
     Turns step_turns; // held by a step from beginning to end; others wait before they take a turn above
     std::atomic<bool> stopping = false;
     std::unique_ptr<board_service, Stop> service;

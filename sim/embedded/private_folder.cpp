@@ -10,8 +10,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "daemon/files.h"
-
 namespace ponsim
 {
 namespace
@@ -41,15 +39,6 @@ bool is_same_file(int opened, const std::string &name)
     struct stat one, other;
     return fstat(opened, &one) == 0 && lstat(name.c_str(), &other) == 0 && one.st_dev == other.st_dev &&
            one.st_ino == other.st_ino;
-}
-
-void remove_with_results(const fs::path &folder)
-{
-    std::error_code ignored;
-    remove_left_results(folder.string());
-    for (const auto &entry : fs::directory_iterator(folder, ignored))
-        if (entry.is_directory(ignored)) remove_left_results(entry.path().string());
-    fs::remove_all(folder, ignored);
 }
 
 } // namespace
@@ -91,7 +80,10 @@ void sweep_private_folders()
         const std::string file = folder.string() + lock_name;
         const int lock = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
         if (lock < 0) continue;
-        if (flock(lock, LOCK_EX | LOCK_NB) == 0 && is_same_file(lock, file)) remove_with_results(folder);
+        if (flock(lock, LOCK_EX | LOCK_NB) == 0 && is_same_file(lock, file)) {
+            std::error_code ignored;
+            fs::remove_all(folder, ignored);
+        }
         close(lock);
     }
 }

@@ -25,8 +25,7 @@ private:
     int held = -1;
 };
 
-// Removes the folders of simulators of this user whose processes ended without doing so, and the results in files that
-// belong to them.
+// Removes the folders of simulators of this user whose processes ended without doing so.
 void sweep_private_folders();
 
 } // namespace ponsim

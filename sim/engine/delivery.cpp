@@ -8,10 +8,11 @@ namespace
 {
 
 // Returns the answer with the name of a result file in it.
-std::string naming(std::string answer, const ResultFile &file, const std::string &name)
+std::string naming(std::string answer, const ResultFile &file)
 {
-    if (answer.size() < file.name_at + name.size() + 1) answer.resize(file.name_at + name.size() + 1);
-    answer.replace(file.name_at, name.size(), name);
+    const size_t end = file.name_at + result_file_name.size() + 1;
+    if (answer.size() < end) answer.resize(end);
+    answer.replace(file.name_at, result_file_name.size(), result_file_name);
     return answer;
 }
 
@@ -27,15 +28,15 @@ Delivery delivery_of(const Reply &reply, const Message &message)
         delivery.result_key = *command_of(message);
         delivery.result = *reply.result;
     }
+    if (reply.file) delivery.file = reply.file->content;
     return delivery;
 }
 
-void complete(Reply &reply, const Message &message, std::span<const FaultCase> faults, const FileWriter &write_file)
+void complete(Reply &reply, const Message &message, std::span<const FaultCase> faults)
 {
     for (const FaultCase &fault : faults)
         spoil(reply, fault);
-    if (reply.file)
-        reply.answer = naming(reply.answer.value_or(std::string()), *reply.file, write_file(reply.file->content));
+    if (reply.file) reply.answer = naming(reply.answer.value_or(std::string()), *reply.file);
     if (faults.empty() || !reply.understood || !is_get(message)) return;
     if (!reply.answer) reply.answer.emplace(static_cast<const char *>(message.data), message.length);
     for (const FaultCase &fault : faults)

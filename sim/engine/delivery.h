@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,15 +19,13 @@ struct Delivery {
     std::string_view answer = {};
     uint32_t result_key = 0; // 0: there is no result
     std::string_view result = {};
+    std::optional<std::string_view> file = {}; // comes in the place of a result
 };
 
 Delivery delivery_of(const Reply &reply, const Message &message);
 
-// Puts a result somewhere as a file, and returns its name.
-using FileWriter = std::function<std::string(const std::string &content)>;
-
-// Completes a reply before it is sent: the file in it is written, its name is put into the answer, and faults spoil
-// what they concern. How the answer is sent is left to the caller.
-void complete(Reply &reply, const Message &message, std::span<const FaultCase> faults, const FileWriter &write_file);
+// Completes a reply before it is sent: the name of the file in it is put into the answer, and faults spoil what they
+// concern. How the answer is sent is left to the caller.
+void complete(Reply &reply, const Message &message, std::span<const FaultCase> faults);
 
 } // namespace ponsim

@@ -16,6 +16,7 @@ struct Message {
     const void *data;
     uint32_t length;
     catalogue::Call call = catalogue::Call::get;
+    uint32_t user = 0; // who sends it
 };
 
 bool is_get(const Message &message);

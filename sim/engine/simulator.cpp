@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 
 #include "bsp_pon.h"
@@ -104,6 +105,12 @@ void Simulator::note(const Change &change)
             wire_faults.carry_out(order);
 }
 
+void Simulator::use_upgrade_folder(const std::string &folder)
+{
+    const std::filesystem::path path = std::filesystem::absolute(folder) / "";
+    upgrade_folder = path.lexically_normal().parent_path();
+}
+
 void Simulator::keep_time()
 {
     change({});
@@ -184,7 +191,7 @@ bool Simulator::pass(ModelTime to, uint32_t happenings)
     return true;
 }
 
-void Simulator::carry_out(const WriteConfiguration &wanted, Outcome &outcome)
+void Simulator::carry_out(const WriteConfiguration &wanted, uint32_t, Outcome &outcome)
 {
     keep_time();
     outcome.file = ResultFile{write_configuration(olt_settings, kept.rows()), wanted.name_at};
@@ -192,33 +199,22 @@ void Simulator::carry_out(const WriteConfiguration &wanted, Outcome &outcome)
     std::memcpy(outcome.answer.value().data() + wanted.size_at, &size, sizeof size);
 }
 
-void Simulator::carry_out(const ReceiveConfiguration &part, Outcome &outcome)
+void Simulator::carry_out(const ReceiveConfiguration &part, uint32_t user, Outcome &outcome)
 {
-    if (part.offset == 0) {
-        received.clear();
-        announced = part.total;
-    }
-    if (part.offset != received.size() || part.total != announced)
-        outcome = {.status = PON_ERR_BAD_CONFIG,
-                   .problem = "configuration: a part at " + std::to_string(part.offset) + " of " +
-                              std::to_string(part.total) + " bytes, where " + std::to_string(received.size()) + " of " +
-                              std::to_string(announced) + " have come"};
-    else
-        received += part.bytes;
+    const std::string problem = uploads.add(user, part);
+    if (!problem.empty()) outcome = {.status = PON_ERR_BAD_CONFIG, .problem = "configuration: " + problem};
 }
 
-void Simulator::carry_out(const LoadConfiguration &, Outcome &outcome)
+void Simulator::carry_out(const LoadConfiguration &wanted, uint32_t user, Outcome &outcome)
 {
     const auto refuse = [&](uint32_t status, const std::string &problem) {
         outcome = {.status = status, .problem = "configuration: " + problem};
     };
-    const std::string text = std::exchange(received, {});
-    if (text.empty() || text.size() != announced)
-        return refuse(PON_ERR_BAD_CONFIG,
-                      std::to_string(text.size()) + " of " + std::to_string(announced) + " bytes have come");
+    const Uploads::Taken taken = uploads.take(user, wanted.digest);
+    if (!taken.problem.empty()) return refuse(PON_ERR_BAD_CONFIG, taken.problem);
     const ModelTime now = model.now();
     try {
-        const Configuration configuration = read_configuration(text, olt_settings);
+        const Configuration configuration = read_configuration(taken.text, olt_settings);
         Olt loaded(olt_settings);
         loaded.apply(configuration.change);
         kept.replace(configuration.rows);
@@ -282,14 +278,14 @@ Reply Simulator::handle(const Message &message)
     const Handler *handler = find_handler(command_channel(message), *command, message.call);
     if (!handler) return {PON_ERR_UNKNOWN_COMMAND};
 
-    Outcome outcome = handler->handle(model, {message.data, message.length});
+    Outcome outcome = handler->handle(model, {message.data, message.length, nullptr, upgrade_folder});
     try {
         if (outcome.change.empty())
             note(outcome.change);
         else
             change(std::move(outcome.change));
         const ConfigurationTask task = std::move(outcome.configuration);
-        std::visit([&](const auto &wanted) { carry_out(wanted, outcome); }, task);
+        std::visit([&](const auto &wanted) { carry_out(wanted, message.user, outcome); }, task);
     } catch (const StoreError &error) {
         return {PON_ERR_STORE, true, {}, {}, error.what()};
     }

@@ -14,6 +14,7 @@
 #include "engine/kept_replies.h"
 #include "engine/message.h"
 #include "engine/processes.h"
+#include "engine/uploads.h"
 #include "handlers/handler.h"
 #include "model/olt/olt.h"
 #include "scenario/agenda.h"
@@ -76,6 +77,9 @@ public:
     // Answers every message. The change is stored first: a status of BSP_OK means that it is kept.
     Reply handle(const Message &message);
 
+    // Lets files of upgrade types be read from this folder. Before, none are read.
+    void use_upgrade_folder(const std::string &folder);
+
     // Returns the faults on the wire. They belong to the simulation, not to the OLT.
     Faults &faults() { return wire_faults; }
     const Faults &faults() const { return wire_faults; }
@@ -97,11 +101,11 @@ private:
     void apply(const Change &change);
     void note(const Change &change);
 
-    // These do what a request wants with the configuration, and complete its outcome. They throw StoreError.
-    void carry_out(std::monostate, Outcome &) {}
-    void carry_out(const WriteConfiguration &wanted, Outcome &outcome);
-    void carry_out(const ReceiveConfiguration &part, Outcome &outcome);
-    void carry_out(const LoadConfiguration &, Outcome &outcome);
+    // These do what a user's request wants with the configuration, and complete its outcome. They throw StoreError.
+    void carry_out(std::monostate, uint32_t, Outcome &) {}
+    void carry_out(const WriteConfiguration &wanted, uint32_t user, Outcome &outcome);
+    void carry_out(const ReceiveConfiguration &part, uint32_t user, Outcome &outcome);
+    void carry_out(const LoadConfiguration &wanted, uint32_t user, Outcome &outcome);
 
     Store &kept;
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
@@ -114,8 +118,8 @@ private:
     std::optional<Happening> due; // what happens next, which stays the same until something changes
     Kept::Merged happened;        // the changes of the last happenings, which are not kept yet
     std::vector<std::string> log;
-    std::string received;   // of a configuration that is to be loaded
-    uint32_t announced = 0; // size of that configuration in bytes
+    Uploads uploads;            // configurations that are to be loaded
+    std::string upgrade_folder; // an absolute path; empty: none
 };
 
 } // namespace ponsim

@@ -7,8 +7,6 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t longest_text = 64 * 1024 * 1024;
-
 Outcome write_for_platform(const Olt &, const Request &request)
 {
     const auto record = request.read<bsp_plat_msg>();
@@ -33,18 +31,20 @@ Outcome receive(const Olt &, const Request &request)
     const std::string_view payload = request.payload();
     if (payload.size() < head) return {PON_ERR_BAD_RECORD};
     const auto offset = request.get(at::offset), total = request.get(at::total), length = request.get(at::length);
-    const bool fits = length >= 1 && length <= payload.size() - head && total <= longest_text && offset <= total &&
+    const bool fits = length >= 1 && length <= payload.size() - head && total <= longest_upload && offset <= total &&
                       length <= total - offset;
     if (!fits) return {PON_ERR_BAD_RECORD};
     Outcome outcome{BSP_OK};
-    outcome.configuration = ReceiveConfiguration{offset, total, std::string(payload.substr(head, length))};
+    outcome.configuration =
+        ReceiveConfiguration{request.get(at::digest), offset, total, std::string(payload.substr(head, length))};
     return outcome;
 }
 
-Outcome load(const Olt &, const Request &)
+Outcome load(const Olt &, const Request &request)
 {
+    if (request.payload().size() != sizeof(text::Sha256)) return {PON_ERR_BAD_RECORD};
     Outcome outcome{BSP_OK};
-    outcome.configuration = LoadConfiguration{};
+    outcome.configuration = LoadConfiguration{request.get(layout::config_load::digest)};
     return outcome;
 }
 

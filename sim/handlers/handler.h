@@ -19,6 +19,7 @@
 #include "catalogue.h"
 #include "model/olt/olt.h"
 #include "place.h"
+#include "text/sha256.h"
 
 namespace ponsim
 {
@@ -36,7 +37,8 @@ inline constexpr uint32_t payload_header = 28;
 struct Request {
     const void *record;
     uint32_t length;
-    KeptRows *rows = nullptr; // null: no rows are kept
+    KeptRows *rows = nullptr;             // null: no rows are kept
+    std::string_view upgrade_folder = {}; // files of upgrade types are read from there
 
     // Returns what follows the header of a record with a payload.
     std::string_view payload() const
@@ -57,7 +59,10 @@ struct Request {
     }
 };
 
-// A ResultFile is a result that goes into a file. The name of the file goes into the answer.
+// A ResultFile is a result that callers read as a file. The answer names it by this name, which has room in the
+// shortest answer.
+inline constexpr std::string_view result_file_name = "board:file";
+
 struct ResultFile {
     std::string content;
     uint32_t name_at; // offset in the answer, where it ends with a NUL
@@ -70,12 +75,18 @@ struct WriteConfiguration { // writes it into a file
     uint32_t name_at;       // offset in the answer of the file's name
 };
 struct ReceiveConfiguration { // receives a part of a text to load
+    text::Sha256 digest;      // of the whole text
     uint32_t offset;
     uint32_t total; // bytes of the whole text
     std::string bytes;
 };
-struct LoadConfiguration { // loads the text that was received
+struct LoadConfiguration { // loads the text that was received from the user
+    text::Sha256 digest;
 };
+
+// No longer text is received. The length is in bytes.
+inline constexpr uint32_t longest_upload = 64 * 1024 * 1024;
+
 using ConfigurationTask = std::variant<std::monostate, WriteConfiguration, ReceiveConfiguration, LoadConfiguration>;
 
 struct Outcome {

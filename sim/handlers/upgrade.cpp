@@ -39,7 +39,7 @@ Outcome load_types(const Olt &olt, const Request &request)
 {
     std::string name;
     if (!get_text(request.get(layout::upgrade_type_file::file), name)) return {PON_ERR_BAD_RECORD};
-    UpgradeFile file = read_upgrade_file(name);
+    UpgradeFile file = read_upgrade_file(std::string(request.upgrade_folder), name);
     if (file.status == BSP_OK) return to_outcome(add_upgrade_types(olt, file.types));
     Outcome outcome{file.status};
     outcome.problem = std::move(file.problem);

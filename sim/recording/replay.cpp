@@ -109,6 +109,10 @@ void Replay::handle(void *context, const board_request *request, board_answer *a
     board_answer_data(answer, recorded.response.data(), static_cast<uint32_t>(recorded.response.size()));
     // A result that was too long to travel is too long again. Only its length matters.
     const bool whole = recorded.result.size() == recorded.result_length;
+    if (recorded.result_key == BOARD_TRACE_FILE) {
+        if (whole) board_answer_file(answer, recorded.result.data(), recorded.result_length);
+        return;
+    }
     if (recorded.result_key != 0 && (whole || recorded.result_length > BOARD_RESULT_MAX))
         board_answer_result(answer, recorded.result_key, recorded.result.data(), recorded.result_length);
 }

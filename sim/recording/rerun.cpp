@@ -26,9 +26,10 @@ namespace
 class Session
 {
 public:
-    explicit Session(const StoreImage &image)
+    Session(const StoreImage &image, const std::string &upgrade_folder)
         : store(image), simulator(store, WantedSettings{}), clock(simulator.olt().now(), 0)
     {
+        if (!upgrade_folder.empty()) simulator.use_upgrade_folder(upgrade_folder);
     }
 
     ModelTime now() const { return simulator.olt().now(); }
@@ -67,22 +68,16 @@ std::string difference(const board_trace_entry &recorded, const Delivery &now)
     if (answer != now.answer)
         return "byte " + std::to_string(std::ranges::mismatch(answer, now.answer).in1 - answer.begin()) +
                " of the answer is another";
-    if (record.result_key != now.result_key) return other("the key of the result", record.result_key, now.result_key);
-    if (record.result_length != now.result.size())
-        return other("the length of the result", record.result_length, now.result.size());
+    const uint32_t key = now.file ? BOARD_TRACE_FILE : now.result_key;
+    const std::string_view live = now.file.value_or(now.result);
+    if (record.result_key != key) return other("the key of the result", record.result_key, key);
+    if (record.result_length != live.size())
+        return other("the length of the result", record.result_length, live.size());
     const std::string_view result{recorded.result, record.result_carried};
-    if (result.size() == now.result.size() && result != now.result)
-        return "byte " + std::to_string(std::ranges::mismatch(result, now.result).in1 - result.begin()) +
+    if (result.size() == live.size() && result != live)
+        return "byte " + std::to_string(std::ranges::mismatch(result, live).in1 - result.begin()) +
                " of the result is another";
     return {};
-}
-
-// Returns the name of a file that an answer has at this place.
-std::string name_in(const board_trace_entry &entry, size_t at)
-{
-    const std::string_view answer{reinterpret_cast<const char *>(entry.response), entry.record.response_length};
-    const std::string_view rest = answer.substr(std::min(at, answer.size()));
-    return std::string(rest.substr(0, rest.find('\0')));
 }
 
 std::string Session::request(const board_trace_entry &entry)
@@ -93,9 +88,7 @@ std::string Session::request(const board_trace_entry &entry)
     try {
         const std::vector<FaultCase> faults = simulator.faults().happen_to(message);
         Reply reply = simulator.handle(message);
-        // The contents of a file are not in the recording, and its name follows from the sockets' folder.
-        const std::string name = reply.file ? name_in(entry, reply.file->name_at) : std::string();
-        complete(reply, message, faults, [&name](const std::string &) { return name; });
+        complete(reply, message, faults);
         if (record.ipc_result != IPC_OK) return "it failed then";
         return difference(entry, delivery_of(reply, message));
     } catch (const std::exception &error) {
@@ -132,7 +125,7 @@ bool is_image_part(const board_trace_record &record)
 
 } // namespace
 
-RerunResult rerun(const std::string &file, std::optional<ModelTime> until,
+RerunResult rerun(const std::string &file, const std::string &upgrade_folder, std::optional<ModelTime> until,
                   const std::function<void(const std::string &)> &say)
 {
     const Trace trace =
@@ -154,7 +147,7 @@ RerunResult rerun(const std::string &file, std::optional<ModelTime> until,
         if (is_image_part(record)) {
             image.bytes.append(entry.request, entry.request + record.request_length);
             if (record.request_length == BOARD_NOTE_MAX) continue;
-            session = std::make_unique<Session>(image);
+            session = std::make_unique<Session>(image, upgrade_folder);
             image.bytes.clear();
             ++result.sessions;
             continue;

@@ -24,9 +24,9 @@ struct RerunResult {
 };
 
 // Reruns the sessions in a file up to this time of the last of them, or to their ends. Tells `say` of each exchange
-// whose answer is another one. Throws std::runtime_error when the file is no recording that can be rerun, and
-// StoreError.
-RerunResult rerun(const std::string &file, std::optional<ModelTime> until,
+// whose answer is another one. Files of upgrade types are not in the recording; they are read from the folder, unless
+// its name is empty. Throws std::runtime_error when the file is no recording that can be rerun, and StoreError.
+RerunResult rerun(const std::string &file, const std::string &upgrade_folder, std::optional<ModelTime> until,
                   const std::function<void(const std::string &)> &say);
 
 } // namespace ponsim

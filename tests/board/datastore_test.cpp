@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "board/datastore.h"
@@ -13,6 +14,8 @@
 
 namespace
 {
+
+const TestEnvironment environment;
 
 struct Release {
     void operator()(db_handle *db) const { db_free(db); }
@@ -219,10 +222,15 @@ TEST(Datastore, several_threads_may_read_one_handle)
 class DatastoreFile : public testing::Test
 {
 protected:
-    DatastoreFile() { close(mkstemp(name)); }
-    ~DatastoreFile() { unlink(name); }
+    DatastoreFile()
+    {
+        mkdir(board_ipc_directory(), 0755);
+        std::fclose(std::fopen(name, "w"));
+    }
+    ~DatastoreFile() override { unlink(name); }
 
-    char name[32] = "/tmp/board-file-XXXXXX";
+    const std::string path = board_ipc_directory() + std::string("/file");
+    const char *const name = path.c_str();
 };
 
 TEST_F(DatastoreFile, becomes_a_database)
@@ -245,14 +253,24 @@ TEST_F(DatastoreFile, may_be_empty)
 
 TEST_F(DatastoreFile, that_is_missing_makes_none_and_is_logged)
 {
-    const std::string log = log_of([] { EXPECT_EQ(db_create_fromfile("/nonexistent/result"), nullptr); });
-    EXPECT_NE(log.find("/nonexistent/result: No such file or directory"), std::string::npos) << log;
+    const std::string missing = path + "-missing";
+    const std::string log = log_of([&] { EXPECT_EQ(db_create_fromfile(missing.c_str()), nullptr); });
+    EXPECT_NE(log.find(missing + ": No such file or directory"), std::string::npos) << log;
 }
 
 TEST_F(DatastoreFile, that_is_a_folder_makes_none_and_is_logged)
 {
-    const std::string log = log_of([] { EXPECT_EQ(db_create_fromfile("/tmp"), nullptr); });
-    EXPECT_NE(log.find("/tmp: not a file"), std::string::npos) << log;
+    unlink(name);
+    ASSERT_EQ(mkdir(name, 0700), 0);
+    const std::string log = log_of([this] { EXPECT_EQ(db_create_fromfile(name), nullptr); });
+    EXPECT_NE(log.find(path + ": not a file"), std::string::npos) << log;
+    rmdir(name);
+}
+
+TEST_F(DatastoreFile, elsewhere_makes_none_and_is_logged)
+{
+    const std::string log = log_of([] { EXPECT_EQ(db_create_fromfile("/etc/hostname"), nullptr); });
+    EXPECT_NE(log.find("/etc/hostname: not in the folder of sockets"), std::string::npos) << log;
 }
 
 TEST(Datastore, no_handle_reads_as_a_table_of_no_rows)

@@ -1,5 +1,6 @@
 // The services of these tests send wrong answers. The client accepts none of them, and suffers no harm.
 #include <cstring>
+#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -206,6 +207,16 @@ TEST_P(HostileService, points_outside_of_its_memory)
     }
 }
 
+TEST_P(HostileService, describes_a_result_of_an_unknown_kind)
+{
+    const auto memory = memory_for_a_result(memory_header + 2, all_seals);
+    for (const uint16_t state : {uint16_t{4}, uint16_t{5}, uint16_t{0xffff}}) {
+        board::Result result = result_at(memory_header, 2);
+        result.state = state;
+        EXPECT_EQ(value_of_memory(memory, result), IPC_ERR_BROKEN_ANSWER) << state;
+    }
+}
+
 TEST_P(HostileService, announces_memory_and_passes_none)
 {
     board::Result in_no_memory = good_result;
@@ -243,6 +254,43 @@ TEST_P(HostileService, passes_descriptors_that_the_client_does_not_keep)
         value_of([&](const auto &) { return Packets{{"garbage", null.get()}}; });
     }
     EXPECT_EQ(open_descriptors(), before);
+}
+
+// Behind its first answer it sends a packet with a descriptor that closes in an hour.
+class LingeringService
+{
+public:
+    explicit LingeringService(const char *kind)
+        : service(kind, [this](const board::RequestFrame &request) {
+              Packets packets{{bytes_of(answer_to(request))}};
+              if (passed) packets.push_back({"behind it", passed.release(), true});
+              return packets;
+          })
+    {
+    }
+
+private:
+    board::Descriptor other_end;
+    board::Descriptor passed = lingering_connection(other_end);
+    RawService service;
+};
+
+TEST_P(HostileService, passes_what_takes_an_hour_to_close_and_the_next_call_does_not_wait)
+{
+    const LingeringService service(GetParam().kind);
+    EXPECT_EQ(call(), IPC_OK);
+    usleep(20000); // the packet may take a moment
+    EXPECT_EQ(call(), IPC_ERR_BROKEN_ANSWER);
+    EXPECT_EQ(call(), IPC_OK);
+}
+
+TEST_P(HostileService, passes_what_takes_an_hour_to_close_and_the_end_of_the_thread_does_not_wait)
+{
+    const LingeringService service(GetParam().kind);
+    std::thread([this] {
+        EXPECT_EQ(call(), IPC_OK);
+        usleep(20000); // the packet may take a moment
+    }).join();
 }
 
 TEST_P(HostileService, is_followed_by_one_that_is_served_as_if_nothing_had_been)

@@ -1,6 +1,8 @@
 // These tests check a service's life: its sockets in their folder, and how it ends.
 #include <atomic>
 #include <cstdlib>
+#include <filesystem>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -12,6 +14,8 @@ namespace
 {
 
 const TestEnvironment environment({{"BOARD_IPC_TIMEOUT_MS", "30000"}});
+
+constexpr uid_t somebody = 65534;
 
 bool exists(const std::string &path)
 {
@@ -152,6 +156,124 @@ TEST(Service, refuses_an_answer_that_no_frame_holds)
     });
     EXPECT_EQ(call(), IPC_OK);
     EXPECT_EQ(refused, -1);
+}
+
+TEST(Service, does_not_use_a_folder_in_which_others_may_replace_its_sockets)
+{
+    const std::string folder = board_ipc_directory() + std::string("/shared");
+    ASSERT_EQ(mkdir(folder.c_str(), 0700), 0);
+    ASSERT_EQ(chmod(folder.c_str(), 0777), 0);
+    const std::string log = log_of([&] { EXPECT_EQ(start(7, folder), nullptr); });
+    EXPECT_NE(log.find(folder + " cannot be used: others may replace what is in it"), std::string::npos) << log;
+    ASSERT_EQ(chmod(folder.c_str(), 01777), 0);
+    board_service *service = start(7, folder);
+    EXPECT_NE(service, nullptr) << "in a folder such as /tmp only the owner of a file may replace it";
+    board_service_stop(service);
+    rmdir(folder.c_str());
+}
+
+TEST(Service, does_not_use_a_folder_of_another_user)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can give a folder away";
+    const std::string folder = board_ipc_directory() + std::string("/foreign");
+    ASSERT_EQ(mkdir(folder.c_str(), 0700), 0);
+    ASSERT_EQ(chown(folder.c_str(), somebody, somebody), 0);
+    const std::string log = log_of([&] { EXPECT_EQ(start(7, folder), nullptr); });
+    EXPECT_NE(log.find(folder + " cannot be used: it is another user's"), std::string::npos) << log;
+    rmdir(folder.c_str());
+}
+
+TEST(Service, leaves_the_sockets_of_its_successor)
+{
+    const std::string folder = board_ipc_directory() + std::string("/replaced");
+    board_service *service = start(7, folder);
+    ASSERT_NE(service, nullptr);
+    std::filesystem::remove_all(folder); // somebody tidies up, and starts the service again
+    board_service *successor = start(7, folder);
+    ASSERT_NE(successor, nullptr);
+    board_service_stop(service);
+    for (const char *file : {"/7.seq", "/7.dgram", "/7.lock"})
+        EXPECT_TRUE(exists(folder + file)) << file;
+    board_service_stop(successor);
+    EXPECT_EQ(rmdir(folder.c_str()), 0);
+}
+
+TEST(Service, closes_idle_connections_and_nobody_notices)
+{
+    board_service_config config{};
+    config.module = 7;
+    config.idle_limit = 1;
+    config.handler = ignore;
+    board_service *service = board_service_start(&config);
+    ASSERT_NE(service, nullptr);
+    uint32_t status;
+    EXPECT_EQ(ipc_set_exec(7, test_channel, "", 1, &status), IPC_OK);
+    const size_t connected = open_descriptors();
+    EXPECT_TRUE(eventually([&] { return open_descriptors() < connected; })) << "the service's end is closed";
+    EXPECT_EQ(ipc_set_exec(7, test_channel, "", 1, &status), IPC_OK);
+    board_service_stop(service);
+}
+
+board::RequestFrame request_to(uint32_t module)
+{
+    board::RequestFrame request{};
+    request.header.head = {.kind = board::Kind::request, .detail = BOARD_CALL_SET};
+    request.header.module = module;
+    request.header.msg_type = test_channel;
+    return request;
+}
+
+// Returns how many connections a process of this user gets when it
+// asks for one after the other, up to 100.
+int connections_of(uid_t user)
+{
+    return in_child([user] {
+        if (setuid(user)) return 126;
+        std::vector<RawClient> clients;
+        const board::Head refusal{.kind = board::Kind::refusal, .detail = 0};
+        for (int count = 0; count < 100; ++count) {
+            RawClient &client = clients.emplace_back("seq");
+            const board::RequestFrame request = request_to(test_module);
+            if (!client.send(&request, request.size())) return count;
+            const std::string answer = client.next_packet();
+            if (answer.size() == sizeof refusal) return count;
+        }
+        return 100;
+    });
+}
+
+TEST(Service, leaves_room_for_others_whoever_takes_all_connections_of_a_user)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be several users";
+    ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
+    board_service *service = start(test_module, board_ipc_directory(), 0666);
+    ASSERT_NE(service, nullptr);
+    const std::string log = log_of([] {
+        EXPECT_EQ(connections_of(somebody), 64);
+        EXPECT_EQ(connections_of(0), 100);
+    });
+    EXPECT_NE(log.find("refused a connection"), std::string::npos) << log;
+    board_service_stop(service);
+}
+
+TEST(Service, leaves_room_for_those_who_run_it_whoever_takes_all_other_connections)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be several users";
+    ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
+    board_service *service = start(test_module, board_ipc_directory(), 0666);
+    ASSERT_NE(service, nullptr);
+    std::vector<RawClient> clients;
+    const std::string log = log_of([&] {
+        for (uid_t user = somebody - 4; user <= somebody; ++user)
+            as_user(user, [&] {
+                for (int count = 0; count < 70; ++count)
+                    clients.emplace_back("seq");
+            });
+        uint32_t status;
+        EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_NE(log.find("refused a connection"), std::string::npos) << log;
+    board_service_stop(service);
 }
 
 TEST(Service, stops_when_there_is_none)

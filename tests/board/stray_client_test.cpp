@@ -4,10 +4,18 @@
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
+#include <iterator>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 
+#include "packet.h"
 #include "support.h"
 
 namespace
@@ -218,6 +226,186 @@ TEST(StrayClientOfDatagrams, that_offers_no_way_to_answer_it_is_refused)
     });
     EXPECT_EQ(handled, 1);
     EXPECT_NE(log.find("no socket for the answer"), std::string::npos) << log;
+}
+
+// Sends a request whose way back is this descriptor.
+void send_with_way_back(int way_back)
+{
+    const RawClient client("dgram");
+    const board::RequestFrame request = good_request(BOARD_CALL_DGRAM_SET);
+    EXPECT_GT(board::send_packet(client.socket.get(), &request, request.size(), way_back), 0);
+}
+
+long threads()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
+}
+
+TEST(StrayClientOfDatagrams, whose_way_back_is_no_socket_of_the_right_kind_is_refused)
+{
+    const long before = threads();
+    std::atomic<int> handled{0};
+    const std::string log = log_of([&] {
+        TestService service([&](const board_request &, board_answer &) { ++handled; });
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const board::Descriptor reader(ends[0]), writer(ends[1]);
+        const board::Descriptor stream(socket(AF_UNIX, SOCK_STREAM, 0)), tcp(socket(AF_INET, SOCK_STREAM, 0)),
+            listener(socket(AF_UNIX, SOCK_SEQPACKET, 0));
+        const sockaddr_un unnamed{AF_UNIX, {}};
+        ASSERT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr *>(&unnamed), sizeof(sa_family_t)), 0);
+        ASSERT_EQ(listen(listener.get(), 1), 0);
+        for (const board::Descriptor *way_back : {&writer, &stream, &tcp, &listener})
+            send_with_way_back(way_back->get());
+        uint32_t status;
+        EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    });
+    EXPECT_EQ(handled, 1);
+    EXPECT_NE(log.find("no socket for the answer"), std::string::npos) << log;
+    EXPECT_TRUE(eventually([&] { return threads() <= before; })) << "a thread waits for somebody who connects";
+}
+
+using Descriptors = std::vector<board::Descriptor>;
+
+// Sends this packet with the descriptors of connections that linger, and keeps none of them.
+void send_with_lingering(const RawClient &client, const std::string &packet, Descriptors &other_ends, size_t count)
+{
+    Descriptors passed;
+    for (size_t each = 0; each < count; ++each)
+        passed.push_back(lingering_connection(other_ends.emplace_back()));
+    EXPECT_TRUE(send_with(client.socket, packet.data(), packet.size(), passed)) << std::strerror(errno);
+}
+
+void expect_service()
+{
+    uint32_t status;
+    EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+    EXPECT_EQ(ipc_set_exec(test_module, test_channel, "", 1, &status), IPC_OK);
+}
+
+// Each of these tests hangs when a thread of the service waits for a descriptor that a peer passed. The end of the
+// scope of the service is a part of the test.
+TEST_P(StrayClient, that_passes_what_takes_an_hour_to_close_holds_up_nobody)
+{
+    Descriptors other_ends;
+    {
+        TestService service(echo());
+        RawClient client(GetParam().kind);
+        for (const size_t count : {1, 2, 3, 20})
+            send_with_lingering(client, bytes_of(request), other_ends, count);
+        expect_service();
+        if (client.socket && GetParam().call == BOARD_CALL_GET) {
+            EXPECT_EQ(client.next_packet().size(), sizeof(board::AnswerHeader) + 4) << "it is served like others";
+        }
+    }
+    other_ends.clear();
+}
+
+TEST_P(StrayClient, that_passes_it_in_the_queue_of_a_socket_holds_up_nobody)
+{
+    Descriptors other_ends;
+    {
+        TestService service(echo());
+        RawClient client(GetParam().kind);
+        for (int count = 0; count < 3; ++count) {
+            int ends[2];
+            ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends), 0);
+            const board::Descriptor near_end(ends[0]);
+            Descriptors far_end, lingering;
+            far_end.emplace_back(ends[1]);
+            lingering.push_back(lingering_connection(other_ends.emplace_back()));
+            EXPECT_EQ(send(near_end.get(), "", 0, 0), 0);
+            EXPECT_TRUE(send_with(near_end, "x", 1, lingering));
+            const std::string packet = bytes_of(request);
+            EXPECT_TRUE(send_with(client.socket, packet.data(), packet.size(), far_end));
+        }
+        expect_service();
+    }
+    other_ends.clear();
+}
+
+TEST_P(StrayClient, that_passes_it_in_a_packet_which_nobody_receives_holds_up_nobody)
+{
+    Descriptors other_ends;
+    {
+        std::atomic<bool> go_on{false}, handling{false};
+        TestService service([&](const board_request &, board_answer &) {
+            handling = true;
+            while (!go_on)
+                usleep(1000);
+        });
+        RawClient client(GetParam().kind), waiting("seq");
+        EXPECT_TRUE(client.send(bytes_of(request)));
+        EXPECT_TRUE(eventually([&] { return handling.load(); }));
+        // The first is behind a request that is handled, or not; the second may be on a connection that nobody accepts.
+        send_with_lingering(client, "nonsense", other_ends, 3);
+        send_with_lingering(client, bytes_of(request), other_ends, 3);
+        send_with_lingering(waiting, "nonsense", other_ends, 3);
+        std::thread stopping([&] { service.stop(); });
+        usleep(20000);
+        go_on = true;
+        stopping.join();
+    }
+    other_ends.clear();
+}
+
+// The service takes and refuses the connection when the datagram before is handled.
+TEST(StrayClientOfAConnection, that_is_refused_and_passes_it_holds_up_nobody)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be several users";
+    ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
+    Descriptors other_ends;
+    const std::string log = log_of([&] {
+        std::atomic<bool> go_on{true}, handling{false};
+        TestService service([&](const board_request &, board_answer &) {
+            handling = true;
+            while (!go_on)
+                usleep(1000);
+        });
+        ASSERT_EQ(chmod(socket_path("seq").c_str(), 0666), 0);
+        std::vector<RawClient> clients;
+        constexpr uid_t somebody = 65534;
+        const auto connect_as_somebody = [&] { as_user(somebody, [&] { clients.emplace_back("seq"); }); };
+        for (int count = 0; count < 64; ++count)
+            connect_as_somebody();
+        expect_service();
+        handling = go_on = false;
+        RawClient("dgram").send(bytes_of(good_request(BOARD_CALL_DGRAM_GET)));
+        EXPECT_TRUE(eventually([&] { return handling.load(); }));
+        connect_as_somebody();
+        send_with_lingering(clients.back(), bytes_of(good_request(BOARD_CALL_GET)), other_ends, 3);
+        go_on = true;
+        EXPECT_EQ(clients.back().next_packet().size(), sizeof(board::Head));
+        expect_service();
+    });
+    EXPECT_NE(log.find("refused a connection"), std::string::npos) << log;
+    other_ends.clear();
+}
+
+TEST(StrayClientOfAConnection, that_fills_the_log_leaves_room_for_complaints_about_others)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be several users";
+    ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
+    const auto complain = [](uid_t user, int times) {
+        as_user(user, [&] {
+            for (int count = 0; count < times; ++count) {
+                RawClient client("seq");
+                client.send("nonsense");
+                client.next_packet();
+            }
+        });
+    };
+    const std::string log = log_of([&] {
+        TestService service(echo());
+        ASSERT_EQ(chmod(socket_path("seq").c_str(), 0666), 0);
+        complain(65534, 1);
+        complain(65533, 100);
+        complain(65534, 1);
+    });
+    size_t lines = 0;
+    for (size_t at = 0; (at = log.find("user 65534", at)) != std::string::npos; ++at)
+        ++lines;
+    EXPECT_EQ(lines, 2u) << log;
 }
 
 } // namespace

@@ -6,10 +6,13 @@
 #include <filesystem>
 #include <fstream>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
+#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -185,18 +188,14 @@ void RawService::serve(int socket)
         // The listener hangs up when the service must end.
         pollfd ready[] = {{socket, POLLIN, 0}, {listener.get(), 0, 0}};
         if (poll(ready, 2, -1) < 0 || ready[1].revents) return;
-        iovec part{&request, sizeof request};
-        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))];
-        msghdr message{};
-        message.msg_iov = &part;
-        message.msg_iovlen = 1;
-        message.msg_control = control;
-        message.msg_controllen = sizeof control;
-        if (recvmsg(socket, &message, MSG_CMSG_CLOEXEC) <= 0) return;
-        const board::Descriptor way_back = board::passed_descriptor(message);
-        for (const Packet &packet : answers(request))
+        std::vector<board::Descriptor> passed;
+        if (board::receive_packet(socket, &request, sizeof request, 0, passed) <= 0) return;
+        const board::Descriptor way_back = board::take_first(std::move(passed));
+        for (const Packet &packet : answers(request)) {
             board::send_packet(datagrams ? way_back.get() : socket, packet.bytes.data(), packet.bytes.size(),
                                packet.descriptor);
+            if (packet.given_away) close(packet.descriptor);
+        }
     } while (!hang_up);
 }
 
@@ -217,6 +216,57 @@ std::string bytes_of(const board::AnswerFrame &frame)
     return {reinterpret_cast<const char *>(&frame), frame.size()};
 }
 
+board::Descriptor lingering_connection(board::Descriptor &other_end)
+{
+    const board::Descriptor listener(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    auto *const at = reinterpret_cast<sockaddr *>(&address);
+    board::Descriptor connection(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (bind(listener.get(), at, sizeof address) || listen(listener.get(), 1) ||
+        getsockname(listener.get(), at, &length) || connect(connection.get(), at, sizeof address))
+        std::abort();
+    other_end = board::Descriptor(accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
+    const std::string data(65536, 'x');
+    while (send(connection.get(), data.data(), data.size(), MSG_DONTWAIT) > 0)
+        continue;
+    const linger hour{1, 3600};
+    setsockopt(connection.get(), SOL_SOCKET, SO_LINGER, &hour, sizeof hour);
+    return connection;
+}
+
+bool send_with(const board::Descriptor &socket, const void *packet, size_t size,
+               const std::vector<board::Descriptor> &passed)
+{
+    std::vector<int> descriptors;
+    for (const board::Descriptor &each : passed)
+        descriptors.push_back(each.get());
+    const size_t bytes = descriptors.size() * sizeof(int);
+    std::vector<cmsghdr> control(CMSG_SPACE(bytes) / sizeof(cmsghdr) + 1);
+    iovec part{const_cast<void *>(packet), size};
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = CMSG_SPACE(bytes);
+    cmsghdr *const header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(bytes);
+    std::memcpy(CMSG_DATA(header), descriptors.data(), bytes);
+    return sendmsg(socket.get(), &message, MSG_DONTWAIT | MSG_NOSIGNAL) == static_cast<ssize_t>(size);
+}
+
+// The C library's functions would change the user of all threads.
+void as_user(uid_t user, const std::function<void()> &body)
+{
+    if (syscall(SYS_setresuid, -1, user, -1)) std::abort();
+    body();
+    if (syscall(SYS_setresuid, -1, 0, -1)) std::abort();
+}
+
 int in_child(const std::function<int()> &body)
 {
     std::fflush(nullptr);
@@ -227,11 +277,17 @@ int in_child(const std::function<int()> &body)
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
+// The library closes some descriptors a moment later, so the number counts when it has been the same for a while.
 size_t open_descriptors()
 {
     size_t count = 0;
-    for ([[maybe_unused]] const auto &entry : fs::directory_iterator("/proc/self/fd"))
-        ++count;
+    for (int same = 0; same < 4; ++same) {
+        if (same) usleep(20000);
+        size_t now = 0;
+        for ([[maybe_unused]] const auto &entry : fs::directory_iterator("/proc/self/fd"))
+            ++now;
+        if (std::exchange(count, now) != now) same = 0;
+    }
     return count;
 }
 

@@ -85,7 +85,8 @@ class RawService
 public:
     struct Packet {
         std::string bytes;
-        int descriptor = -1; // is passed along
+        int descriptor = -1;     // is passed along
+        bool given_away = false; // the descriptor is closed then
     };
     using Answers = std::function<std::vector<Packet>(const board::RequestFrame &)>;
 
@@ -107,6 +108,17 @@ private:
 // Returns the bytes of an answer to `request`, as a correct service sends them.
 board::AnswerFrame answer_to(const board::RequestFrame &request);
 std::string bytes_of(const board::AnswerFrame &frame);
+
+// Returns a connection that nothing can close at once: it has data that the other end does not take, and waits an hour
+// for that. The wait ends with the other end.
+board::Descriptor lingering_connection(board::Descriptor &other_end);
+
+// Sends a packet and all of these descriptors with it. Returns whether it was sent.
+bool send_with(const board::Descriptor &socket, const void *packet, size_t size,
+               const std::vector<board::Descriptor> &passed);
+
+// Runs `body` in the calling thread as another user, which only root can.
+void as_user(uid_t user, const std::function<void()> &body);
 
 // Runs `body` in a forked child. Returns its result as an exit status, or 128 + the signal that ended it.
 int in_child(const std::function<int()> &body);

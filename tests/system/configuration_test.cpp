@@ -11,6 +11,7 @@
 #include "control.h"
 #include "full_olt.h"
 #include "simulator.h"
+#include "text/sha256.h"
 #include "view.h"
 
 namespace
@@ -28,17 +29,19 @@ std::string saved()
 
 uint32_t load(const std::string &text)
 {
-    constexpr size_t longest_part = 4080;
+    constexpr size_t longest_part = 4048;
+    const text::Sha256 digest = text::sha256(text);
     for (size_t offset = 0; offset < text.size(); offset += longest_part) {
         const std::string bytes = text.substr(offset, longest_part);
         const uint32_t head[] = {static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
                                  static_cast<uint32_t>(bytes.size())};
         std::string part(reinterpret_cast<const char *>(head), sizeof head);
+        part.append(digest.begin(), digest.end());
         part += bytes;
         EXPECT_EQ(bsp_profile_exec_set(BSP_CMD_CONFIG_LOAD_PART, part.data(), static_cast<uint32_t>(part.size())),
                   BSP_OK);
     }
-    return bsp_profile_exec_set(BSP_CMD_CONFIG_LOAD, nullptr, 0);
+    return bsp_profile_exec_set(BSP_CMD_CONFIG_LOAD, digest.data(), digest.size());
 }
 
 // Returns a view as it was received.

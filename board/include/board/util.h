@@ -24,7 +24,11 @@ void userlog_debug(const char *function, int line, const char *format, ...) BOAR
 void *pmalloc(uint32_t size);
 void pfree(void *block);
 
-/* Reads exactly `count` bytes of `file` into `destination`. Returns 0 on success, otherwise a non-zero value. */
+/* These functions are for the files that a service names in its answers. The host edition knows what came in memory
+   with the calling thread's last exchange, and regular files in the folder of sockets that belong to the folder's
+   owner, when nobody else may write there. It neither reads nor removes any other file.
+
+   Reads exactly `count` bytes of `file` into `destination`. Returns 0 on success, otherwise a non-zero value. */
 int get_from_file(const char *file, uint32_t count, void *destination);
 /* Removes `file`. Returns 0 on success, otherwise a non-zero value. */
 int delete_file(const char *file);

@@ -16,6 +16,10 @@ struct UpgradeFile {
 };
 
 // A line is a type: name, vendor, model, version and size, separated by blanks. What follows a # is ignored.
-UpgradeFile read_upgrade_file(const std::string &file);
+//
+// The file's name comes from a client, who may not be allowed to read what the service can, so that only regular files
+// below one folder are read, and no link is followed. Of all others the status is the same. The folder is an absolute
+// path; without one no file is read.
+UpgradeFile read_upgrade_file(const std::string &folder, const std::string &file);
 
 } // namespace ponsim

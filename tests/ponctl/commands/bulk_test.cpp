@@ -67,18 +67,19 @@ TEST(Bulk, EndsWithOneForAStatus)
 
 TEST(Arp, ShowsTheRowsOfAFile)
 {
-    char name[] = "/tmp/ponctl_XXXXXX";
-    close(mkstemp(name));
-    std::ofstream(name) << R"([{"address":"10.0.0.1"}])";
     std::vector<uint8_t> record(944);
-    std::memcpy(&record[429], name, sizeof name);
-    const FakeService service(bytes(record));
+    const FakeService service([&record](const board_request &, board_answer *answer) {
+        board_answer_data(answer, record.data(), static_cast<uint32_t>(record.size()));
+    });
+    const std::string name = service.folder() + "/result";
+    std::ofstream(name) << R"([{"address":"10.0.0.1"}])";
+    std::memcpy(&record[429], name.c_str(), name.size() + 1);
     const Finished finished = service.ponctl({"arp", "2", "-o", "json"});
     EXPECT_EQ(finished.code, 0) << finished.err;
     EXPECT_STREQ(parsed(finished.out)[0]["address"].GetString(), "10.0.0.1");
     EXPECT_EQ(service.received().at(0).word(0), BSP_CMD_ARP_TABLE);
     EXPECT_EQ(service.received().at(0).word(4), 2u);
-    EXPECT_NE(access(name, F_OK), 0);
+    EXPECT_NE(access(name.c_str(), F_OK), 0);
 }
 
 TEST(OnuConfigure, IsTheWordOfEachOnu)

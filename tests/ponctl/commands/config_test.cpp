@@ -1,4 +1,6 @@
 // These tests run ponctl config as a process against a fake service.
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -8,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "fake_service.h"
+#include "text/sha256.h"
 
 namespace
 {
@@ -32,15 +35,17 @@ protected:
         std::ifstream file(path(name));
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    // Returns a handler that answers with the file of this name as the configuration.
-    FakeService::Handler answer_with_file(const char *name) const
+    // Returns a handler that answers with this configuration as a file.
+    static FakeService::Handler answer_with(const std::string &configuration)
     {
-        const std::string file = path(name);
-        std::vector<uint8_t> answer(24 + file.size() + 1);
-        const auto size = static_cast<uint32_t>(std::filesystem::file_size(file));
-        std::memcpy(&answer[8], &size, sizeof size);
-        std::memcpy(&answer[24], file.data(), file.size());
-        return bytes(answer);
+        return [configuration](const board_request &, board_answer *answer) {
+            const auto size = static_cast<uint32_t>(configuration.size());
+            std::array<char, 24 + sizeof BOARD_RESULT_FILE> data{};
+            std::memcpy(&data[8], &size, sizeof size);
+            std::memcpy(&data[24], BOARD_RESULT_FILE, sizeof BOARD_RESULT_FILE);
+            board_answer_data(answer, data.data(), data.size());
+            board_answer_file(answer, configuration.data(), size);
+        };
     }
 
     std::filesystem::path folder;
@@ -48,9 +53,8 @@ protected:
 
 TEST_F(Config, IsSavedInAFileThatOnlyItsOwnerReads)
 {
-    write("result", "line 1\nline 2\n");
     write("saved", "old");
-    const FakeService service(answer_with_file("result"));
+    const FakeService service(answer_with("line 1\nline 2\n"));
     EXPECT_EQ(service.ponctl({"config", "save", path("saved")}).code, 0);
     EXPECT_EQ(content("saved"), "line 1\nline 2\n");
     EXPECT_EQ(std::filesystem::status(path("saved")).permissions(), std::filesystem::perms(0600));
@@ -60,8 +64,7 @@ TEST_F(Config, IsSavedInAFileThatOnlyItsOwnerReads)
 
 TEST_F(Config, IsSavedToStandardOutput)
 {
-    write("result", "line 1\nline 2\n");
-    const FakeService service(answer_with_file("result"));
+    const FakeService service(answer_with("line 1\nline 2\n"));
     EXPECT_EQ(service.ponctl({"config", "save", "-"}).out, "line 1\nline 2\n");
 }
 
@@ -75,8 +78,7 @@ TEST_F(Config, AFileStaysWhereTheServiceRefuses)
 
 TEST_F(Config, AFileThatCannotBeWrittenIsNamed)
 {
-    write("result", "text");
-    const FakeService service(answer_with_file("result"));
+    const FakeService service(answer_with("text"));
     const Finished finished = service.ponctl({"config", "save", "/nowhere/olt"});
     EXPECT_EQ(finished.code, 4);
     EXPECT_THAT(finished.err, HasSubstr("/nowhere/olt: cannot be written"));
@@ -84,7 +86,14 @@ TEST_F(Config, AFileThatCannotBeWrittenIsNamed)
 
 TEST_F(Config, IsLoadedInPartsAndThenTaken)
 {
-    const std::string text = std::string(4080, 'a') + "rest";
+    const std::string text = std::string(4048, 'a') + "rest";
+    const text::Sha256 digest = text::sha256(text);
+    const auto digest_at = [](const Received &request, size_t offset) {
+        text::Sha256 found{};
+        if (request.record.size() >= offset + found.size())
+            std::copy_n(request.record.begin() + static_cast<ptrdiff_t>(offset), found.size(), found.begin());
+        return found;
+    };
     write("saved", text);
     const FakeService service;
     EXPECT_EQ(service.ponctl({"config", "load", path("saved"), "--yes"}).code, 0);
@@ -92,12 +101,15 @@ TEST_F(Config, IsLoadedInPartsAndThenTaken)
     ASSERT_EQ(received.size(), 3u);
     EXPECT_EQ(received[0].word(0), 2u);
     EXPECT_EQ(received[0].word(24), 0u);
-    EXPECT_EQ(received[0].word(28), 4084u);
-    EXPECT_EQ(received[0].word(32), 4080u);
-    EXPECT_EQ(received[1].word(24), 4080u);
+    EXPECT_EQ(received[0].word(28), 4052u);
+    EXPECT_EQ(received[0].word(32), 4048u);
+    EXPECT_EQ(digest_at(received[0], 36), digest);
+    EXPECT_EQ(received[1].word(24), 4048u);
     EXPECT_EQ(received[1].word(32), 4u);
-    EXPECT_EQ(received[1].text(36), "rest");
+    EXPECT_EQ(digest_at(received[1], 36), digest);
+    EXPECT_EQ(received[1].text(68), "rest");
     EXPECT_EQ(received[2].word(0), 3u);
+    EXPECT_EQ(digest_at(received[2], 24), digest);
     EXPECT_EQ(received[2].call, BOARD_CALL_DGRAM_SET);
 }
 

@@ -40,24 +40,34 @@ FakeService::Handler answer(const std::string &text, uint32_t count = 0, uint32_
     };
 }
 
-// A ResultFile is a result file of the service. Its name fits into every answer.
+// A ResultFile is a result file of the service, in the folder where its clients take files. Its name fits into every
+// answer.
 class ResultFile
 {
 public:
-    explicit ResultFile(const std::string &content) : size(static_cast<uint32_t>(content.size()))
-    {
-        char path[] = "/tmp/ponctl_XXXXXX";
-        close(mkstemp(path));
-        name = path;
-        std::ofstream(name, std::ios::binary) << content;
-    }
-    ~ResultFile() { std::filesystem::remove(name); }
+    explicit ResultFile(std::string text) : size(static_cast<uint32_t>(text.size())), content(std::move(text)) {}
     ResultFile(const ResultFile &) = delete;
     ResultFile &operator=(const ResultFile &) = delete;
 
-    std::string name;
+    void put_into(const std::string &folder)
+    {
+        name = folder + "/result";
+        std::ofstream(name, std::ios::binary) << content;
+    }
+
+    std::string name; // empty until it is there
     uint32_t size;
+
+private:
+    std::string content;
 };
+
+// Returns a handler that answers with the name of a file, and this number of bytes.
+FakeService::Handler answer(const ResultFile &file, uint32_t count = 0)
+{
+    return
+        [&file, count](const board_request &request, board_answer *reply) { answer(file.name, count)(request, reply); };
+}
 
 TEST(ProfileSet, SendsThePayload)
 {
@@ -152,8 +162,9 @@ TEST(ProfileGetWithABufferForTheAnswer, ShowsNothingAfterAStatus)
 
 TEST(ProfileGetJson, ShowsTheRowsOfAFileThatGoes)
 {
-    const ResultFile file(R"([{"colour":"red"}])");
-    const FakeService service(answer(file.name));
+    ResultFile file(R"([{"colour":"red"}])");
+    const FakeService service(answer(file));
+    file.put_into(service.folder());
     const Finished finished = service.ponctl({"call", "bsp_profile_exec_get_json", "action=7"});
     EXPECT_EQ(finished.code, 0) << finished.err;
     EXPECT_EQ(finished.out, "colour\nred\n");
@@ -169,8 +180,9 @@ TEST(ProfileGetJson, SaysThatThereIsNoDatabase)
 
 TEST(ProfileGetFile, ShowsACleanTextAsItIs)
 {
-    const ResultFile file("vlan 17\n\tname a\n");
-    const FakeService service(answer(file.name, file.size));
+    ResultFile file("vlan 17\n\tname a\n");
+    const FakeService service(answer(file, file.size));
+    file.put_into(service.folder());
     const Words get{"call", "bsp_profile_exec_get_cfgwr", "action=7"};
     EXPECT_EQ(service.ponctl(get).out, "vlan 17\n\tname a\nlen_out: 16\n");
     EXPECT_THAT(service.ponctl({"call", "bsp_profile_exec_get_cfgwr", "action=7", "-o", "hex"}).out,
@@ -183,8 +195,9 @@ TEST(ProfileGetFile, ShowsACleanTextAsItIs)
 
 TEST(ProfileGetFile, ShowsBytesOfAnythingElse)
 {
-    const ResultFile file("\x1b[2J");
-    const FakeService service(answer(file.name, file.size));
+    ResultFile file("\x1b[2J");
+    const FakeService service(answer(file, file.size));
+    file.put_into(service.folder());
     EXPECT_THAT(service.ponctl({"call", "bsp_profile_exec_get_cfgwr", "action=7"}).out,
                 HasSubstr("    0  1b 5b 32 4a                                      .[2J\n"));
     const auto outputs = parsed(service.ponctl({"call", "bsp_profile_exec_get_cfgwr", "action=7", "-o", "json"}).out);

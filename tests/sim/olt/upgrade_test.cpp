@@ -1,5 +1,9 @@
 // These tests check upgrade types, what they are bound to, and upgrade runs.
+#include <filesystem>
 #include <fstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "optics.h"
 #include "rows.h"
@@ -144,6 +148,7 @@ TEST(UpgradeTypes, OneThatARunUsesStaysAsItIs)
 uint32_t load(ServiceFixture &fixture, const std::string &contents, std::string *problem = nullptr)
 {
     const Folder folder;
+    fixture.simulator.use_upgrade_folder(folder.file(""));
     std::ofstream(folder.file("types")) << contents;
     const Reply reply = load_types(fixture, folder.file("types"));
     if (problem) *problem = reply.problem;
@@ -189,10 +194,81 @@ TEST(UpgradeFiles, HaveAtMost32TypesAnd64KiB)
     EXPECT_EQ(load(fixture, "another SIMA S100 2.0 5"), PON_ERR_TABLE_FULL);
 }
 
+// A Shelf is an OLT with a folder of upgrade files, beside which there are others.
+struct Shelf {
+    Shelf()
+    {
+        std::filesystem::create_directories(folder.file("shelf/sub"));
+        for (const char *name : {"shelf/types", "shelf/sub/types", "other", "shelf-other"})
+            std::ofstream(folder.file(name)) << "a SIMA S100 2.0 5\n";
+        fixture.simulator.use_upgrade_folder(folder.file("shelf"));
+    }
+    Reply load(const std::string &name) { return load_types(fixture, folder.file(name)); }
+    // Checks that a file is refused as one that is not there is, and that the log says why.
+    void expect_refusal(const std::string &name, const std::string &why)
+    {
+        const Reply reply = load(name);
+        EXPECT_EQ(reply.status, PON_ERR_NO_FILE) << name;
+        EXPECT_NE(reply.problem.find(why), std::string::npos) << reply.problem;
+        EXPECT_EQ(types(fixture), "[]");
+    }
+
+    const Folder folder;
+    ServiceFixture fixture;
+};
+
+TEST(UpgradeFiles, AreReadBelowTheirFolder)
+{
+    for (const char *name : {"shelf/types", "shelf/sub/types", "shelf/sub/../types", "shelf//types"})
+        EXPECT_EQ(Shelf().load(name).status, BSP_OK) << name;
+}
+
+TEST(UpgradeFiles, ElsewhereAreRefusedWhetherTheyExistOrNot)
+{
+    Shelf shelf;
+    for (const char *name : {"other", "none", "shelf-other", "shelf/../other", ".", "shelf", "shelf/."})
+        shelf.expect_refusal(name, "");
+    ServiceFixture without_folder;
+    EXPECT_EQ(load_types(without_folder, shelf.folder.file("shelf/types")).status, PON_ERR_NO_FILE);
+    EXPECT_EQ(load_types(without_folder, "/proc/kmsg").status, PON_ERR_NO_FILE);
+}
+
+TEST(UpgradeFiles, AreReachedByNoLink)
+{
+    Shelf shelf;
+    const std::string file = shelf.folder.file("other"), folder = shelf.folder.file("");
+    ASSERT_EQ(symlink(file.c_str(), shelf.folder.file("shelf/link").c_str()), 0);
+    ASSERT_EQ(symlink("types", shelf.folder.file("shelf/near").c_str()), 0);
+    ASSERT_EQ(symlink(folder.c_str(), shelf.folder.file("shelf/folder").c_str()), 0);
+    for (const char *name : {"shelf/link", "shelf/near", "shelf/folder/other"})
+        shelf.expect_refusal(name, "symbolic link");
+}
+
+// Nobody writes into the FIFO, so that opening or reading it would take for ever.
+TEST(UpgradeFiles, ThatAreNoFilesAreNotWaitedFor)
+{
+    Shelf shelf;
+    ASSERT_EQ(mkfifo(shelf.folder.file("shelf/fifo").c_str(), 0666), 0);
+    shelf.expect_refusal("shelf/fifo", "not a regular file");
+    shelf.expect_refusal("shelf/sub", "not a regular file");
+}
+
+TEST(UpgradeFiles, OfAnotherUserAreRefused)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
+    Shelf shelf;
+    constexpr uid_t somebody = 65534;
+    ASSERT_EQ(chown(shelf.folder.file("shelf/types").c_str(), somebody, somebody), 0);
+    shelf.expect_refusal("shelf/types", "of the user of the service");
+    ASSERT_EQ(chown(shelf.folder.file("shelf").c_str(), somebody, somebody), 0);
+    EXPECT_EQ(shelf.load("shelf/types").status, BSP_OK) << "the folder is that user's";
+}
+
 TEST(UpgradeFiles, OneThatCannotBeReadIsSaid)
 {
     ServiceFixture fixture;
     const Folder folder;
+    fixture.simulator.use_upgrade_folder(folder.file(""));
     EXPECT_EQ(load_types(fixture, folder.file("none")).status, PON_ERR_NO_FILE);
     EXPECT_EQ(load_types(fixture, folder.file(".")).status, PON_ERR_NO_FILE);
     const Reply relative = load_types(fixture, "types");

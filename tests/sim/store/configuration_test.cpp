@@ -1,9 +1,12 @@
 // These tests write out the OLT's configuration and take it back.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "daemon/clock.h"
 #include "plat.h"
 #include "store/configuration.h"
+#include "text/sha256.h"
 
 namespace ponsim
 {
@@ -15,16 +18,19 @@ using testing::StartsWith;
 
 const Settings settings{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
 constexpr WantedSettings wanted{.seed = 5, .ports = 2, .arrivals = 4, .silent = 0};
-constexpr size_t longest_part = 4080;
+constexpr size_t longest_part = 4048;
+
+constexpr uint32_t operator_user = 1000, another_user = 1001;
 
 // Sends a request on the profile channel.
-Reply profile(ServiceFixture &fixture, uint32_t action, catalogue::Call call, const std::string &payload = {})
+Reply profile(ServiceFixture &fixture, uint32_t action, catalogue::Call call, const std::string &payload = {},
+              uint32_t user = operator_user)
 {
     bsp_profile_msg record{};
     record.action = action;
     payload.copy(reinterpret_cast<char *>(record.data), sizeof record.data);
     return fixture.simulator.handle(
-        {BSP_MSG_PROFILE, &record, payload_header + static_cast<uint32_t>(payload.size()), call});
+        {BSP_MSG_PROFILE, &record, payload_header + static_cast<uint32_t>(payload.size()), call, user});
 }
 
 Reply read(ServiceFixture &fixture)
@@ -37,26 +43,42 @@ std::string saved(ServiceFixture &fixture)
     return read(fixture).file.value().content;
 }
 
-uint32_t send_part(ServiceFixture &fixture, uint32_t offset, uint32_t total, const std::string &bytes)
+// A text is named by its digest.
+std::string name_of(const std::string &text)
+{
+    const text::Sha256 digest = text::sha256(text);
+    return {digest.begin(), digest.end()};
+}
+
+const std::string some_name = name_of("some text of 10 bytes");
+
+uint32_t send_part(ServiceFixture &fixture, uint32_t offset, uint32_t total, const std::string &bytes,
+                   const std::string &name = some_name, uint32_t user = operator_user)
 {
     const uint32_t head[] = {offset, total, static_cast<uint32_t>(bytes.size())};
     return profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set,
-                   std::string(reinterpret_cast<const char *>(head), sizeof head) + bytes)
+                   std::string(reinterpret_cast<const char *>(head), sizeof head) + name + bytes, user)
         .status;
 }
 
-Reply load(ServiceFixture &fixture)
+// Sends the part of a text that begins at an offset.
+uint32_t send_part_of(ServiceFixture &fixture, const std::string &text, size_t offset, size_t length = longest_part,
+                      uint32_t user = operator_user)
 {
-    return profile(fixture, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set);
+    return send_part(fixture, static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
+                     text.substr(offset, length), name_of(text), user);
+}
+
+Reply load_named(ServiceFixture &fixture, const std::string &name = some_name, uint32_t user = operator_user)
+{
+    return profile(fixture, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set, name, user);
 }
 
 Reply load(ServiceFixture &fixture, const std::string &text)
 {
     for (size_t offset = 0; offset < text.size(); offset += longest_part)
-        EXPECT_EQ(send_part(fixture, static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
-                            text.substr(offset, longest_part)),
-                  BSP_OK);
-    return load(fixture);
+        EXPECT_EQ(send_part_of(fixture, text, offset), BSP_OK);
+    return load_named(fixture, name_of(text));
 }
 
 // This OLT keeps something of every kind.
@@ -219,7 +241,97 @@ TEST(Configuration, PartsMustGoOnWhereTheLastOneEnded)
     EXPECT_EQ(send_part(fixture, 4, 10, "e"), PON_ERR_BAD_CONFIG);
     EXPECT_EQ(send_part(fixture, 3, 11, "d"), PON_ERR_BAD_CONFIG);
     EXPECT_EQ(send_part(fixture, 3, 10, "def"), BSP_OK);
-    EXPECT_THAT(load(fixture).problem, HasSubstr("6 of 10 bytes have come"));
+    EXPECT_THAT(load_named(fixture).problem, HasSubstr("6 of 10 bytes have come"));
+}
+
+TEST(Configuration, NobodyAddsToWhatAnotherUserSendsOrLoadsIt)
+{
+    ServiceFixture fixture(wanted);
+    FullFixture first;
+    const std::string text = saved(first), name = name_of(text);
+    const size_t half = text.size() / 2;
+    const auto send = [&](uint32_t user, size_t from, size_t to) {
+        for (size_t offset = from; offset < to; offset += longest_part)
+            ASSERT_EQ(send_part_of(fixture, text, offset, std::min(longest_part, to - offset), user), BSP_OK);
+    };
+    send(operator_user, 0, half);
+    EXPECT_EQ(send_part_of(fixture, text, half, 10, another_user), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(send_part(fixture, 0, static_cast<uint32_t>(text.size()), "{\"row", name, another_user), BSP_OK);
+    send(operator_user, half, text.size());
+    EXPECT_THAT(load_named(fixture, name, another_user).problem, HasSubstr("5 of "));
+    EXPECT_THAT(load_named(fixture, name, another_user).problem, HasSubstr("no text of this digest"));
+    EXPECT_EQ(load_named(fixture, name).status, BSP_OK);
+    EXPECT_EQ(saved(fixture), text);
+}
+
+TEST(Configuration, TwoThatAUserSendsAtTheSameTimeStayApart)
+{
+    FullFixture first;
+    ServiceFixture other(wanted), fixture(wanted);
+    const std::string one = saved(first), two = saved(other);
+    for (size_t offset = 0; offset < std::max(one.size(), two.size()); offset += longest_part)
+        for (const std::string *text : {&one, &two})
+            if (offset < text->size()) {
+                EXPECT_EQ(send_part_of(fixture, *text, offset), BSP_OK);
+            }
+    EXPECT_EQ(load_named(fixture, name_of(one)).status, BSP_OK);
+    EXPECT_EQ(saved(fixture), one);
+    EXPECT_EQ(load_named(fixture, name_of(two)).status, BSP_OK);
+}
+
+TEST(Configuration, APartMayComeAgainButNotWithOtherBytes)
+{
+    FullFixture first;
+    ServiceFixture fixture(wanted);
+    const std::string text = saved(first);
+    EXPECT_EQ(send_part_of(fixture, text, 0, 20), BSP_OK);
+    EXPECT_EQ(send_part_of(fixture, text, 0, 10), BSP_OK);
+    EXPECT_EQ(send_part_of(fixture, text, 10, 20), BSP_OK);
+    EXPECT_EQ(send_part(fixture, 10, static_cast<uint32_t>(text.size()), "not it", name_of(text)), PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(load(fixture, text).status, BSP_OK);
+}
+
+TEST(Configuration, ATextOfAnotherDigestIsNotLoaded)
+{
+    ServiceFixture fixture(wanted);
+    EXPECT_EQ(send_part(fixture, 0, 3, "abc"), BSP_OK);
+    EXPECT_THAT(load_named(fixture).problem, HasSubstr("another digest"));
+    EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set).status, PON_ERR_BAD_RECORD);
+    EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD, catalogue::Call::dgram_set, some_name + "x").status,
+              PON_ERR_BAD_RECORD);
+}
+
+// Whoever begins another text of the user, of that many bytes, makes room for it.
+size_t texts_after(uint32_t bytes)
+{
+    ServiceFixture fixture(wanted);
+    size_t left = 0;
+    const auto name = [](int number) { return name_of(std::to_string(number)); };
+    EXPECT_EQ(send_part(fixture, 0, 3, "abc", name(0), another_user), BSP_OK);
+    for (int number = 0; number < 10; ++number)
+        EXPECT_EQ(send_part(fixture, 0, bytes, "a", name(number)), BSP_OK);
+    for (int number = 0; number < 10; ++number)
+        left += send_part(fixture, 1, bytes, "b", name(number)) == BSP_OK;
+    EXPECT_EQ(send_part(fixture, 0, 3, "abc", name(0), another_user), BSP_OK);
+    EXPECT_THAT(load_named(fixture, name(0), another_user).problem, HasSubstr("another digest")) << "is still there";
+    return left;
+}
+
+TEST(Configuration, AUserHasAFewTextsAtATimeAndSoManyBytes)
+{
+    EXPECT_EQ(texts_after(10), 4u);
+    EXPECT_EQ(texts_after(32 * 1024 * 1024), 2u);
+    EXPECT_EQ(texts_after(64 * 1024 * 1024), 1u);
+}
+
+TEST(Configuration, OfManyUsersThoseWhoSentLastHaveTexts)
+{
+    ServiceFixture fixture(wanted);
+    for (uint32_t user = 0; user < 9; ++user)
+        EXPECT_EQ(send_part(fixture, 0, 10, "a", some_name, user), BSP_OK);
+    EXPECT_EQ(send_part(fixture, 1, 10, "b", some_name, 0), PON_ERR_BAD_CONFIG);
+    for (uint32_t user = 1; user < 9; ++user)
+        EXPECT_EQ(send_part(fixture, 1, 10, "b", some_name, user), BSP_OK);
 }
 
 TEST(Configuration, OffsetZeroStartsAnew)
@@ -237,10 +349,10 @@ TEST(Configuration, PartsThatCannotBeAreRefused)
     EXPECT_EQ(send_part(fixture, 0, 2, "abc"), PON_ERR_BAD_RECORD);
     EXPECT_EQ(send_part(fixture, 0xffffffff, 10, "abc"), PON_ERR_BAD_RECORD);
     EXPECT_EQ(send_part(fixture, 0, 64 * 1024 * 1024 + 1, "abc"), PON_ERR_BAD_RECORD);
-    const std::string head("\0\0\0\0\4\0\0\0\4\0\0\0", 12);
+    const std::string head = std::string("\0\0\0\0\4\0\0\0\4\0\0\0", 12) + some_name;
     EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head + "abc").status,
               PON_ERR_BAD_RECORD);
-    EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head.substr(0, 11)).status,
+    EXPECT_EQ(profile(fixture, BSP_CMD_CONFIG_LOAD_PART, catalogue::Call::dgram_set, head.substr(0, 43)).status,
               PON_ERR_BAD_RECORD);
 }
 
@@ -248,7 +360,7 @@ TEST(Configuration, ATextIsLoadedOnce)
 {
     ServiceFixture fixture(wanted);
     EXPECT_EQ(load(fixture, text_of({})).status, BSP_OK);
-    EXPECT_EQ(load(fixture).status, PON_ERR_BAD_CONFIG);
+    EXPECT_EQ(load_named(fixture, name_of(text_of({}))).status, PON_ERR_BAD_CONFIG);
 }
 
 TEST(Configuration, AnotherOltsIsRefused)

@@ -4,7 +4,11 @@
  * MODULE.dgram (SOCK_DGRAM) for the datagram calls. MODULE is the module's number. The folder is BOARD_IPC_DIR.
  * Without that variable it is /run/board-ipc for root. For other users it is XDG_RUNTIME_DIR/board-ipc, or
  * /tmp/board-ipc-UID as the last resort. A service makes the folder when it does not exist. The owner and mode of
- * the folder and the sockets decide who may connect. */
+ * the folder and the sockets decide who may connect. A service does not use a folder of another user than its own or
+ * root, nor one in which others may replace its sockets.
+ *
+ * A service has 256 connections at most. 16 of them are for its own user and for root; of the others each user has 64
+ * at most. A client beyond that gets IPC_ERR_SERVICE. */
 #ifndef BOARD_SERVICE_H
 #define BOARD_SERVICE_H
 
@@ -66,6 +70,15 @@ int board_answer_result(board_answer *answer, uint32_t key, const char *json, ui
 
 #define BOARD_RESULT_MAX 1048576u
 
+/* Sets a result that the caller reads as a file, by get_from_file or db_create_fromfile: `length` bytes, which are
+ * copied at once. The response names it by BOARD_RESULT_FILE. It is in no file system: it travels in sealed memory to
+ * this one caller, who can read it until its thread's next exchange. It takes the place of a result database. Returns
+ * 0, or -1 when there are too many bytes, or no memory. */
+int board_answer_file(board_answer *answer, const void *bytes, uint32_t length);
+
+#define BOARD_RESULT_FILE "board:file"
+#define BOARD_FILE_MAX 67108864u
+
 /* These functions are for services that misbehave on purpose, so that their clients can be tested. To make the bytes
  * of an answer or its result wrong, a service only needs other bytes. These functions say how the answer is sent.
  *
@@ -98,6 +111,9 @@ typedef struct board_service_config {
      * service's log. */
     const char *(*authorize)(void *context, const board_request *request);
     void *context; /* passed to both functions */
+    /* A connection over which no request comes for so many seconds is closed, and its client connects again when it
+     * needs to. 0 means 600. */
+    uint32_t idle_limit;
     /* When this is not 0, both functions are called for the requests of several clients at the same time, each time
      * from a thread of that client. */
     int concurrent;

@@ -22,7 +22,8 @@ extern "C" {
 #define BOARD_TRACE_BIG_ENDIAN 2
 #define BOARD_TRACE_TIME_OF_DAY 0  /* times are since 1970 */
 #define BOARD_TRACE_SERVICE_TIME 1 /* times are those that the service states, since its own time began */
-#define BOARD_TRACE_NOTE 4         /* stands for the call of a record that is a note and no exchange */
+#define BOARD_TRACE_FILE 0xffffffffu
+#define BOARD_TRACE_NOTE 4 /* stands for the call of a record that is a note and no exchange */
 
 typedef struct board_trace_file {
     char magic[8];
@@ -45,7 +46,7 @@ typedef struct board_trace_record {
     uint32_t status;    /* the service's status word */
     uint32_t request_length;
     uint32_t response_length; /* as the service sent it, whatever the caller allowed */
-    uint32_t result_key;      /* 0 when no result database came */
+    uint32_t result_key;      /* 0 when no result database came; BOARD_TRACE_FILE when a result came as a file */
     uint32_t result_length;   /* of the result, as the service states it */
     uint32_t result_carried;  /* bytes of the result in the record; 0 when it was too long to travel */
 } board_trace_record;

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include <sys/stat.h>
+
 #include "descriptor.h"
 
 namespace board
@@ -22,10 +24,22 @@ public:
     int datagrams() const { return dgram.get(); }
 
 private:
+    // An Own is a file that this service made. What has its name later may be another's.
+    struct Own {
+        std::string name;
+        dev_t device = 0;
+        ino_t inode = 0; // 0: none is made yet
+    };
+
     Endpoint() = default;
     bool claim();
+    bool bind_socket(const std::string &path, int type, uint32_t mode, Descriptor &bound, Own &own);
+    // Notes which file has the name now.
+    bool note(Own &own) const;
+    void remove(const Own &own) const;
 
-    std::string lock_path, seq_path, dgram_path; // the paths of the sockets are empty until they are bound
+    Descriptor folder; // whatever has its name later
+    Own lock_file, seq_file, dgram_file;
     Descriptor lock, seq, dgram;
 };
 

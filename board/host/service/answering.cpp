@@ -20,18 +20,21 @@ Head refusal_of(Refusal reason)
 void Complaints::log(const ucred &peer, const char *what, const char *why)
 {
     constexpr unsigned lines_a_second = 10;
+    constexpr size_t users_a_second = 10;
     const std::lock_guard lock(mutex);
     const auto now = std::chrono::steady_clock::now();
     if (now - second >= std::chrono::seconds(1)) {
         if (left_out) userlog_err("board_service", __LINE__, "%u more complaints about peers left out", left_out);
         second = now;
-        logged = left_out = 0;
+        logged.clear();
+        left_out = 0;
     }
-    if (logged == lines_a_second) {
+    const bool room = logged.contains(peer.uid) || logged.size() < users_a_second;
+    if (!room || logged[peer.uid] == lines_a_second) {
         ++left_out;
         return;
     }
-    ++logged;
+    ++logged[peer.uid];
     userlog_err("board_service", __LINE__, "%s of process %d, user %u: %s", what, static_cast<int>(peer.pid),
                 static_cast<unsigned>(peer.uid), why);
 }
@@ -91,7 +94,7 @@ bool Answering::send(int socket, board_answer &answer)
 bool Answering::send_once(int socket, board_answer &answer)
 {
     Result &result = answer.frame.header.result;
-    result.new_memory = result.state == Result::shared && answer.memory.to_pass() >= 0;
+    result.new_memory = result.in_memory() && answer.memory.to_pass() >= 0;
     if (send_packet(socket, &answer.frame, answer.frame.size(), -1) < 0) return false;
     if (!result.new_memory) return true;
     const Head memory{.kind = Kind::memory, .detail = 0};
@@ -125,7 +128,17 @@ int board_answer_result(board_answer *answer, uint32_t key, const char *json, ui
     board::Result &result = answer->frame.header.result;
     result = {board::Result::too_long, 0, key, 0, length, 0};
     if (length > BOARD_RESULT_MAX) return -1;
-    if (answer->memory.put(key, json, length, result)) return 0;
+    if (answer->memory.put(board::Result::shared, key, json, length, result)) return 0;
+    result = {};
+    return -1;
+}
+
+int board_answer_file(board_answer *answer, const void *bytes, uint32_t length)
+{
+    board::Result &result = answer->frame.header.result;
+    if (length <= BOARD_FILE_MAX &&
+        answer->memory.put(board::Result::file, 0, static_cast<const char *>(bytes), length, result))
+        return 0;
     result = {};
     return -1;
 }

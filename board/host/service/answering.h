@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <map>
 #include <mutex>
 
 #include <sys/socket.h>
@@ -29,8 +30,8 @@ struct board_answer {
 namespace board
 {
 
-// Complaints are log lines that a peer can cause as often as it likes. Only some are logged in a second; the others are
-// counted.
+// Complaints are log lines that a peer can cause as often as it likes. In a second only some are logged of each user,
+// and of so many users; the others are counted.
 class Complaints
 {
 public:
@@ -39,7 +40,7 @@ public:
 private:
     std::mutex mutex;
     std::chrono::steady_clock::time_point second;
-    unsigned logged = 0;
+    std::map<uid_t, unsigned> logged; // in this second
     unsigned left_out = 0;
 };
 

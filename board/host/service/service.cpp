@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 #include <poll.h>
 #include <pthread.h>
@@ -18,6 +19,7 @@
 #include "answering.h"
 #include "board/service.h"
 #include "board/util.h"
+#include "closer.h"
 #include "endpoint.h"
 #include "packet.h"
 #include "settings.h"
@@ -28,6 +30,9 @@ namespace
 using namespace board;
 
 constexpr size_t max_connections = 256;
+constexpr size_t connections_of_others = 240; // of users other than the service's own and root
+constexpr size_t connections_of_one = 64;     // of one of these users
+constexpr uint32_t usual_idle_limit = 600;    // s
 constexpr size_t stack_size = size_t{1} << 20;
 
 struct Connection {
@@ -48,6 +53,8 @@ bool wait_until_due(int socket, const board_answer &answer)
 
 // A DatagramAnswer is an answer to a datagram, with the socket that it is sent to.
 struct DatagramAnswer {
+    ~DatagramAnswer() { close_passed(std::move(way_back)); }
+
     board_answer answer{true};
     Descriptor way_back;
     ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
@@ -129,6 +136,7 @@ private:
     void admit(Descriptor socket);
     void serve(Connection &connection);
     void serve_datagram();
+    bool has_room_for(const ucred &peer) const;
     void send(DatagramAnswer &answer);
     void leave(Connection &connection);
 
@@ -215,22 +223,44 @@ void board_service::accept_connection()
     }
 }
 
+// A user who takes all connections that the user may have does not lock out the others, and nobody locks out those who
+// run the service. The caller holds the lock.
+bool board_service::has_room_for(const ucred &peer) const
+{
+    const auto owner = [](const ucred &each) { return each.uid == geteuid() || each.uid == 0; };
+    if (owner(peer)) return connections.size() < max_connections;
+    size_t others = 0, own = 0;
+    for (const Connection &each : connections) {
+        others += !owner(each.peer);
+        own += each.peer.uid == peer.uid;
+    }
+    return others < connections_of_others && own < connections_of_one && connections.size() < max_connections;
+}
+
 void board_service::admit(Descriptor socket)
 {
     ucred peer{};
     socklen_t length = sizeof peer;
     getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &length);
 
-    const std::lock_guard lock(mutex);
-    if (connections.size() < max_connections) {
-        Connection &connection = connections.emplace_back(this, std::move(socket), peer);
-        if (start_thread(connection.thread, connection_loop, &connection)) return;
-        socket = std::move(connection.socket);
-        connections.pop_back();
+    const timeval limit{static_cast<time_t>(config.idle_limit ? config.idle_limit : usual_idle_limit), 0};
+    setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
+
+    {
+        const std::lock_guard lock(mutex);
+        if (has_room_for(peer)) {
+            Connection &connection = connections.emplace_back(this, std::move(socket), peer);
+            if (start_thread(connection.thread, connection_loop, &connection)) return;
+            socket = std::move(connection.socket);
+            connections.pop_back();
+        }
     }
     answering.complaints.log(peer, "refused a connection", text_of(Refusal::busy));
     const Head refusal = refusal_of(Refusal::busy);
     send_packet(socket.get(), &refusal, sizeof refusal, -1);
+    // What the peer has sent already may carry descriptors.
+    shutdown(socket.get(), SHUT_RDWR);
+    close_passed(std::move(socket));
 }
 
 void board_service::serve(Connection &connection)
@@ -239,8 +269,15 @@ void board_service::serve(Connection &connection)
     RequestFrame request;
     board_answer answer(false);
     for (;;) {
-        const ssize_t received = recv(socket, &request, sizeof request, MSG_TRUNC);
+        std::vector<Descriptor> passed; // has no meaning on a connection
+        const ssize_t received = receive_packet(socket, &request, sizeof request, 0, passed);
+        close_passed(std::move(passed));
         if (received < 0 && errno == EINTR) continue;
+        if (received < 0 && errno == EAGAIN) {
+            // From here on the peer cannot send. A request that it has sent is handled, so none is lost.
+            shutdown(socket, SHUT_RD);
+            continue;
+        }
         if (received <= 0) return;
         Head refusal;
         if (!answering.handle(request, static_cast<size_t>(received), false, connection.peer, answer, refusal)) {
@@ -260,38 +297,31 @@ void board_service::serve(Connection &connection)
 void board_service::leave(Connection &connection)
 {
     Connections before;
+    Descriptor socket;
     {
         const std::lock_guard lock(mutex);
-        connection.socket.close();
+        socket = std::move(connection.socket);
         before.swap(left);
         const auto own = std::find_if(connections.begin(), connections.end(),
                                       [&](const Connection &other) { return &other == &connection; });
         left.splice(left.end(), connections, own);
         gone.notify_all();
     }
+    hang_up(std::move(socket));
     for (Connection &other : before)
         pthread_join(other.thread, nullptr);
 }
 
 void board_service::serve_datagram()
 {
-    iovec part{&datagram, sizeof datagram};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(ucred)) + CMSG_SPACE(sizeof(int))];
-    msghdr message{};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-    const ssize_t received = recvmsg(endpoint->datagrams(), &message, MSG_TRUNC | MSG_CMSG_CLOEXEC | MSG_DONTWAIT);
-    if (received < 0 || stopping) return;
-
     auto answer = std::make_unique<DatagramAnswer>();
-    ucred &peer = answer->peer;
-    for (cmsghdr *at = CMSG_FIRSTHDR(&message); at; at = CMSG_NXTHDR(&message, at))
-        if (at->cmsg_level == SOL_SOCKET && at->cmsg_type == SCM_CREDENTIALS)
-            std::memcpy(&peer, CMSG_DATA(at), sizeof peer);
-    answer->way_back = passed_descriptor(message);
-    if (!answer->way_back)
+    const ucred &peer = answer->peer;
+    std::vector<Descriptor> passed;
+    const ssize_t received =
+        receive_packet(endpoint->datagrams(), &datagram, sizeof datagram, MSG_DONTWAIT, passed, &answer->peer);
+    answer->way_back = take_first(std::move(passed));
+    if (received < 0 || stopping) return;
+    if (!is_way_back(answer->way_back))
         return answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
     Head refusal;
     if (!answering.handle(datagram, static_cast<size_t>(received), true, peer, answer->answer, refusal)) {
