@@ -32,6 +32,17 @@ struct WantedSettings {
     std::optional<uint32_t> silent;
 };
 
+// A Loading is a configuration that was read, and the OLT that it makes.
+struct Loading {
+    uint32_t status; // BSP_OK, or why it cannot be loaded
+    std::string problem = {};
+    Change configuration = {};
+    std::optional<Olt> olt = {};
+};
+
+// Reads a configuration for an OLT with these settings. That takes long, and needs no turn with the simulator.
+Loading read_loading(const std::string &text, const Settings &settings);
+
 // Happenings come in slices of this number. Between two slices others may have a turn with the simulator. What happens
 // in so many slices in a row is kept together. The more there are, the fewer rows are written, because of all that
 // happens to a record only the last is kept.
@@ -72,8 +83,12 @@ public:
     // at the same time.
     SharedReply look(const Message &message, ModelTime now);
 
-    // Answers every message. The change is stored first: a status of BSP_OK means that it is kept.
-    Reply handle(const Message &message);
+    // Answers every message. The change is stored first: a status of BSP_OK means that it is kept. `loading` is what
+    // read_loading() made of the text that take_text() returned for this message. When it is null, that is done here.
+    Reply handle(const Message &message, Loading *loading = nullptr);
+
+    // Returns the text that was received, when the message asks to load it. Another message cannot load it any more.
+    std::optional<std::string> take_text(const Message &message);
 
     // Returns the faults on the wire. They belong to the simulation, not to the OLT.
     Faults &faults() { return wire_faults; }
@@ -91,16 +106,18 @@ public:
 private:
     std::optional<Happening> find_due();
     void happen();
+    // Begins again from what is kept, after there was no memory to make a change that may be kept already.
+    void recover();
     Change change_of(const Event &event) const;
     // Makes a change that is kept, or will be.
     void apply(const Change &change);
     void note(const Change &change);
 
     // These do what a request wants with the configuration, and complete its outcome. They throw StoreError.
-    void carry_out(std::monostate, Outcome &) {}
-    void carry_out(const WriteConfiguration &wanted, Outcome &outcome);
-    void carry_out(const ReceiveConfiguration &part, Outcome &outcome);
-    void carry_out(const LoadConfiguration &, Outcome &outcome);
+    void carry_out(std::monostate, Outcome &, Loading *) {}
+    void carry_out(const WriteConfiguration &wanted, Outcome &outcome, Loading *);
+    void carry_out(const ReceiveConfiguration &part, Outcome &outcome, Loading *);
+    void carry_out(const LoadConfiguration &, Outcome &outcome, Loading *loading);
 
     Store &kept;
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
@@ -111,6 +128,8 @@ private:
     KeptRows rows;
     Faults wire_faults;
     std::optional<Happening> due; // what happens next, which stays the same until something changes
+    uint32_t at_once = 0;         // how often something has happened by itself at the present time
+    bool damaged = false;         // a change was made in part, because there was no memory
     Kept::Merged happened;        // the changes of the last happenings, which are not kept yet
     std::vector<std::string> log;
     std::string received;   // of a configuration that is to be loaded
