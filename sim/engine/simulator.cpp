@@ -253,8 +253,7 @@ std::optional<std::string> Simulator::take_text(const Message &message)
 {
     const std::optional<uint32_t> command = command_of(message);
     const bool has_come = !received.empty() && received.size() == announced;
-    if (message.channel != BSP_MSG_PROFILE || command != BSP_CMD_CONFIG_LOAD || !has_come)
-        return std::nullopt;
+    if (message.channel != BSP_MSG_PROFILE || command != BSP_CMD_CONFIG_LOAD || !has_come) return std::nullopt;
     return std::exchange(received, {});
 }
 
