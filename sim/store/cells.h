@@ -90,33 +90,33 @@ void make_room(Value &, size_t)
 
 // These throw StoreError, with the field and what it must be, unless the value is within the field's bounds. Texts are
 // UTF-8, without a NUL.
-void check_number(const Field &field, int64_t number);
-void check_text(const Field &field, std::string_view text);
-void check_size(const Field &field, size_t bytes);
+void check_number(const ColumnField &field, int64_t number);
+void check_text(const ColumnField &field, std::string_view text);
+void check_size(const ColumnField &field, size_t bytes);
 
 // A CellWriter makes the cells of a row.
 class CellWriter
 {
 public:
     template <Number Value>
-    void put(Value value, const Field &field)
+    void put(Value value, const ColumnField &field)
     {
         const auto number = static_cast<int64_t>(value);
         check_number(field, number);
         cells.emplace_back(number);
     }
-    void put(const std::string &text, const Field &field)
+    void put(const std::string &text, const ColumnField &field)
     {
         check_text(field, text);
         cells.emplace_back(text);
     }
     template <size_t size>
-    void put(const std::array<uint8_t, size> &bytes, const Field &field)
+    void put(const std::array<uint8_t, size> &bytes, const ColumnField &field)
     {
         put_bytes(bytes, field);
     }
     template <class Value>
-    void put_bytes(const Value &value, const Field &field)
+    void put_bytes(const Value &value, const ColumnField &field)
     {
         const std::span<const uint8_t> bytes = bytes_of(value);
         check_size(field, bytes.size());
@@ -135,7 +135,7 @@ public:
     CellReader(std::span<const Cell> of_row, uint32_t of_olt) : row(of_row), ports(of_olt) {}
 
     template <Number Value>
-    void get(Value &value, const Field &field)
+    void get(Value &value, const ColumnField &field)
     {
         const int64_t number = next_number(field);
         check_number(field, number);
@@ -145,18 +145,18 @@ public:
         }
         value = static_cast<Value>(number);
     }
-    void get(std::string &text, const Field &field)
+    void get(std::string &text, const ColumnField &field)
     {
         text = next<std::string>(field, "a text");
         check_text(field, text);
     }
     template <size_t size>
-    void get(std::array<uint8_t, size> &bytes, const Field &field)
+    void get(std::array<uint8_t, size> &bytes, const ColumnField &field)
     {
         get_bytes(bytes, {field.name, {size, size}});
     }
     template <class Value>
-    void get_bytes(Value &value, const Field &field)
+    void get_bytes(Value &value, const ColumnField &field)
     {
         const std::string &found = next<Blob>(field, "bytes").bytes;
         check_size(field, found.size());
@@ -165,7 +165,7 @@ public:
         if (room.size() != found.size()) refuse_part(field, found.size());
         std::ranges::copy(found, const_cast<uint8_t *>(room.data()));
     }
-    void get_port(uint32_t &port, const Field &field) { get(port, {field.name, {1, ports}}); }
+    void get_port(uint32_t &port, const ColumnField &field) { get(port, {field.name, {1, ports}}); }
     // Returns whether the next value is this number.
     bool next_is(int64_t number) const
     {
@@ -179,16 +179,16 @@ public:
 
 private:
     template <class Kind>
-    const Kind &next(const Field &field, std::string_view kind)
+    const Kind &next(const ColumnField &field, std::string_view kind)
     {
         const Kind *found = column < row.size() ? std::get_if<Kind>(&row[column]) : nullptr;
         if (!found) refuse_kind(field, kind);
         ++column;
         return *found;
     }
-    int64_t next_number(const Field &field) { return next<int64_t>(field, "a number"); }
-    [[noreturn]] static void refuse_kind(const Field &field, std::string_view kind);
-    [[noreturn]] static void refuse_part(const Field &field, size_t bytes);
+    int64_t next_number(const ColumnField &field) { return next<int64_t>(field, "a number"); }
+    [[noreturn]] static void refuse_kind(const ColumnField &field, std::string_view kind);
+    [[noreturn]] static void refuse_part(const ColumnField &field, size_t bytes);
 
     std::span<const Cell> row;
     uint32_t ports;

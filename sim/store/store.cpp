@@ -66,6 +66,13 @@ void trust_nothing(sqlite3 *db)
     sqlite3_limit(db, SQLITE_LIMIT_LENGTH, longest_value);
 }
 
+// Without memory there may have been no way to roll back what was begun before.
+void roll_back(sqlite3 *db)
+{
+    if (sqlite3_get_autocommit(db) != 0) return;
+    if (sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr) != SQLITE_OK) throw StoreError(sqlite3_errmsg(db));
+}
+
 void check_version(int64_t version)
 {
     if (version >= first_version && version <= current_version()) return;
@@ -81,12 +88,16 @@ void check_version(int64_t version)
 
 struct Store::Statements {
     explicit Statements(sqlite3 *db)
-        : begin(db, "BEGIN IMMEDIATE"), commit(db, "COMMIT"), writers(Kept::make_each<Writer>(db))
+        : begin(db, "BEGIN IMMEDIATE"),
+          commit(db, "COMMIT"),
+          rollback(db, "ROLLBACK"),
+          writers(Kept::make_each<Writer>(db))
     {
     }
 
     Statement begin;
     Statement commit;
+    Statement rollback; // prepared, because it is also needed when there is no memory
     Kept::OfEach<Writer> writers;
 };
 
@@ -298,6 +309,7 @@ void Store::set_settings(const Settings &settings, const Change &first)
 
 Change Store::load() const
 {
+    roll_back(db.get());
     Records records(settings().value_or(Settings{}).ports);
     try {
         each_row([&](const Row &row) { records.take(row); });
@@ -314,14 +326,17 @@ void Store::refuse(const std::string &problem) const
 
 void Store::in_transaction(const std::function<void()> &work)
 {
-    // Without memory there may have been no way to roll back what was begun before.
-    if (sqlite3_get_autocommit(db.get()) == 0) execute("ROLLBACK");
+    roll_back(db.get());
     statements->begin.run();
     try {
         work();
         statements->commit.run();
     } catch (...) {
-        sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+        try {
+            statements->rollback.run();
+        } catch (...) {
+            // It is rolled back before the store is used again.
+        }
         throw;
     }
 }

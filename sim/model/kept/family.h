@@ -71,8 +71,8 @@ constexpr Bounds natural_bounds()
 // These are the bounds of a time at which something has happened.
 inline constexpr Bounds past{0, latest_time, true};
 
-// A Field is what a row is told of a column whose value is put or got.
-struct Field {
+// A ColumnField is what a row is told of a column whose value is put or got.
+struct ColumnField {
     std::string_view name;
     Bounds bounds;
 };
@@ -88,8 +88,8 @@ struct Column {
     Bounds bounds = natural_bounds<Value>();
 
     void declare(auto &columns) const { columns.template add<Value>(name); }
-    void put(auto &row, const Owner &owner) const { row.put(owner.*member, Field{name, bounds}); }
-    void get(auto &row, Owner &owner) const { row.get(owner.*member, Field{name, bounds}); }
+    void put(auto &row, const Owner &owner) const { row.put(owner.*member, ColumnField{name, bounds}); }
+    void get(auto &row, Owner &owner) const { row.get(owner.*member, ColumnField{name, bounds}); }
 };
 
 // An Itself column holds the whole key, where the key is one value.
@@ -99,13 +99,13 @@ struct Itself {
     Bounds bounds = natural_bounds<Value>();
 
     void declare(auto &columns) const { columns.template add<Value>(name); }
-    void put(auto &row, const Value &value) const { row.put(value, Field{name, bounds}); }
-    void get(auto &row, Value &value) const { row.get(value, Field{name, bounds}); }
+    void put(auto &row, const Value &value) const { row.put(value, ColumnField{name, bounds}); }
+    void get(auto &row, Value &value) const { row.get(value, ColumnField{name, bounds}); }
 };
 
 // A PortItself column holds the number of a PON port, where that is the whole key. The OLT must have the port.
 struct PortItself {
-    static constexpr Field field{"pon_port", {1, max_ports}};
+    static constexpr ColumnField field{"pon_port", {1, max_ports}};
 
     void declare(auto &columns) const { columns.template add<uint32_t>(field.name); }
     void put(auto &row, uint32_t port) const { row.put(port, field); }
@@ -126,7 +126,7 @@ struct Only {
     auto operator<=>(const Only &) const = default;
 };
 struct OnlyColumn {
-    static constexpr Field field{"one", {1, 1}};
+    static constexpr ColumnField field{"one", {1, 1}};
 
     void declare(auto &columns) const { columns.template add<uint32_t>(field.name); }
     void put(auto &row, const Only &) const { row.put(uint32_t{1}, field); }
@@ -145,8 +145,8 @@ struct BytesColumn {
     Bounds size = {sizeof(Value), sizeof(Value)};
 
     void declare(auto &columns) const { columns.add_bytes(name); }
-    void put(auto &row, const Owner &owner) const { row.put_bytes(owner.*member, Field{name, size}); }
-    void get(auto &row, Owner &owner) const { row.get_bytes(owner.*member, Field{name, size}); }
+    void put(auto &row, const Owner &owner) const { row.put_bytes(owner.*member, ColumnField{name, size}); }
+    void get(auto &row, Owner &owner) const { row.get_bytes(owner.*member, ColumnField{name, size}); }
 };
 
 // A NumberOrNone column holds an optional number. One value, which the number never has, stands for no number.
@@ -161,7 +161,7 @@ struct NumberOrNone {
     void put(auto &row, const Owner &owner) const
     {
         if (const std::optional<Value> &value = owner.*member)
-            row.put(*value, Field{name, bounds});
+            row.put(*value, ColumnField{name, bounds});
         else
             row.put(none, of_none());
     }
@@ -171,11 +171,11 @@ struct NumberOrNone {
         if (row.next_is(none))
             row.get(number, of_none());
         else
-            row.get((owner.*member).emplace(), Field{name, bounds});
+            row.get((owner.*member).emplace(), ColumnField{name, bounds});
     }
 
 private:
-    Field of_none() const { return {name, {none, none}}; }
+    ColumnField of_none() const { return {name, {none, none}}; }
 };
 
 // FlagAndNumber holds an optional number in two columns: whether there is a number, and the number.
@@ -193,15 +193,15 @@ struct FlagAndNumber {
     }
     void put(auto &row, const Owner &owner) const
     {
-        row.put((owner.*member).has_value(), Field{flag, natural_bounds<bool>()});
-        row.put((owner.*member).value_or(Value{}), Field{name, bounds});
+        row.put((owner.*member).has_value(), ColumnField{flag, natural_bounds<bool>()});
+        row.put((owner.*member).value_or(Value{}), ColumnField{name, bounds});
     }
     void get(auto &row, Owner &owner) const
     {
         bool there = false;
         Value value{};
-        row.get(there, Field{flag, natural_bounds<bool>()});
-        row.get(value, Field{name, bounds});
+        row.get(there, ColumnField{flag, natural_bounds<bool>()});
+        row.get(value, ColumnField{name, bounds});
         if (there) owner.*member = value;
     }
 };
