@@ -173,6 +173,12 @@ sigset_t block_stop_signals()
     return stop;
 }
 
+// A file that cannot grow is an error that is answered, and not the end of the service.
+void survive_full_files()
+{
+    signal(SIGXFSZ, SIG_IGN);
+}
+
 // Each OLT has some ten files and sockets open. The limit of a process that does not ask for more is for few of them.
 void allow_many_open_files()
 {
@@ -216,6 +222,7 @@ int serve(const Options &options)
 {
     const sigset_t stop = block_stop_signals();
     allow_many_open_files();
+    survive_full_files();
     ponsim::Scenario scenario;
     if (!options.scenario.empty())
         scenario = ponsim::read_scenario_file(options.scenario, {.variables = options.variables.read()});

@@ -1,39 +1,17 @@
 #include "table.h"
 
-#include <cstdlib>
 #include <cstring>
-#include <new>
 #include <unordered_set>
 
 #include <rapidjson/reader.h>
 
+#include "text/json.h"
 #include "text/number.h"
 
 namespace board
 {
 namespace
 {
-
-// RapidJSON expects that memory is always there, but its own allocator returns null when there is none.
-struct Allocator {
-    static const bool kNeedFree = true;
-
-    void *Malloc(size_t size) { return size ? checked(std::malloc(size)) : nullptr; }
-    void *Realloc(void *block, size_t, size_t size)
-    {
-        if (size) return checked(std::realloc(block, size));
-        std::free(block);
-        return nullptr;
-    }
-    static void Free(void *block) { std::free(block); }
-
-private:
-    static void *checked(void *block)
-    {
-        if (!block) throw std::bad_alloc();
-        return block;
-    }
-};
 
 // This bound keeps a hostile document from using up the stack. RapidJSON's way to read without recursion is a good deal
 // slower.
@@ -57,7 +35,7 @@ public:
 
     bool read()
     {
-        rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, Allocator> reader;
+        rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, text::json::Memory> reader;
         constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
         table.cells.reserve(document.size() / bytes_a_cell);
         if (!reader.Parse<flags>(stream, *this)) return false;

@@ -196,7 +196,7 @@ LinkMode mode_of(const std::string &word)
         speed.resize(speed.size() - 2);
     }
     const auto number = text::to_number<uint32_t>(speed);
-    const bool fits = number == 10u || number == 100u || (number == 1000u && mode.full_duplex);
+    const bool fits = number && is_speed(*number) && (*number < 1000 || mode.full_duplex);
     if (!fits) throw ControlError(word + ": expected the speed of a device, as 10, 100 or 1000, perhaps with FD or HD");
     mode.speed = *number;
     return mode;

@@ -5,12 +5,10 @@
 #include <cmath>
 #include <cstdio>
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include "model/olt/standing.h"
 #include "model/plant/fibre.h"
 #include "text/hex.h"
+#include "text/json.h"
 
 namespace ponsim
 {
@@ -186,8 +184,8 @@ std::string to_table(const std::vector<Difference> &differences)
 
 std::string to_json(const std::vector<Difference> &differences, ModelTime now)
 {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    text::json::Buffer buffer;
+    text::json::Writer writer(buffer);
     const auto put = [&](const char *key, std::string_view value) {
         if (value.empty()) return;
         writer.Key(key);

@@ -5,18 +5,16 @@
 #include <stdexcept>
 #include <string_view>
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include "model/alarm/alarms.h"
 #include "model/base/text.h"
+#include "text/json.h"
 
 namespace ponsim
 {
 namespace
 {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+using text::json::Writer;
 
 void put(Writer &writer, std::string_view text)
 {
@@ -36,7 +34,7 @@ void put(Writer &writer, const char *key, std::string_view text)
 template <class Members>
 std::string line_of(uint64_t number, Members members)
 {
-    rapidjson::StringBuffer buffer;
+    text::json::Buffer buffer;
     Writer writer(buffer);
     writer.StartObject();
     writer.Key("number");

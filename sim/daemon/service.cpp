@@ -125,13 +125,44 @@ void Service::wake()
     constexpr std::chrono::seconds pause{1};
     const std::lock_guard lock(turns);
     try {
-        simulator.advance(clock.now(), slice);
+        const bool stored = follow_clock(slice);
         write_log();
+        if (!stored) return timekeeper.set(*this, std::chrono::steady_clock::now() + pause);
         await_due();
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "%s\n", error.what());
         timekeeper.set(*this, std::chrono::steady_clock::now() + pause);
     }
+}
+
+bool Service::follow_clock(uint32_t happenings)
+{
+    try {
+        if (happenings == UINT32_MAX)
+            simulator.advance(clock.now());
+        else
+            simulator.advance(clock.now(), happenings);
+    } catch (const StoreError &error) {
+        if (!std::exchange(unstored, true))
+            userlog_err(__func__, __LINE__,
+                        "the state cannot be stored: %s; requests that change something are refused until it can\n",
+                        error.what());
+        return false;
+    }
+    if (std::exchange(unstored, false)) userlog_err(__func__, __LINE__, "the state is stored again\n");
+    return true;
+}
+
+// While the session is recorded, requests are answered one after the other, so that the recording happens again alike.
+std::optional<Loading> Service::load(const Message &message)
+{
+    std::optional<Uploads::Taken> taken;
+    if (!journal.is_on()) {
+        const std::lock_guard lock(turns);
+        taken = simulator.take_upload(message);
+    }
+    if (!taken) return std::nullopt;
+    return read_loading(*taken, simulator.settings());
 }
 
 void Service::write_log()
@@ -148,10 +179,11 @@ void Service::handle(void *context, const board_request *request, board_answer *
         // What is recorded has a turn of its own, so that it stands in the order in which it was answered.
         if (only_reads(message) && !self.journal.is_on())
             if (const SharedReply reply = self.look(message)) return answer_with(*reply, message, answer);
+        std::optional<Loading> loading = self.load(message);
         const std::lock_guard lock(self.turns);
-        self.simulator.advance(self.clock.now());
+        self.follow_clock();
         const ModelTime now = self.simulator.olt().now();
-        self.answer(message, answer);
+        self.answer(message, answer, loading ? &*loading : nullptr);
         self.journal.record(now, BSP_IPC_MODULE, *request, answer);
         self.clock.reach(self.simulator.olt().now()); // a loaded configuration may be ahead of the clock
         self.write_log();
@@ -162,14 +194,14 @@ void Service::handle(void *context, const board_request *request, board_answer *
     }
 }
 
-void Service::answer(const Message &message, board_answer *answer)
+void Service::answer(const Message &message, board_answer *answer, Loading *loading)
 {
     try {
         const std::vector<FaultCase> faults = simulator.faults().happen_to(message);
         for (const FaultCase &fault : faults)
             userlog_debug("ponsim", __LINE__, "fault %u happens\n", fault.number);
         die_of(faults, KillPoint::before);
-        Reply reply = simulator.handle(message);
+        Reply reply = simulator.handle(message, loading);
         die_of(faults, KillPoint::after);
         complete(reply, message, faults);
         for (const FaultCase &fault : faults)
@@ -192,7 +224,7 @@ SharedReply Service::look(const Message &message)
     {
         const std::lock_guard lock(turns);
         if (simulator.faults().any()) return nullptr;
-        simulator.advance(clock.now());
+        follow_clock();
         write_log();
         await_due();
     }
@@ -228,7 +260,7 @@ void Service::handle_control(void *context, const board_request *request, board_
             self.let_pass(*length);
         }
         const std::lock_guard lock(self.turns);
-        if (!length) self.simulator.advance(self.clock.now());
+        if (!length) self.follow_clock();
         const ModelTime now = self.simulator.olt().now();
         try {
             say(control_done, length ? time_passed(self.simulator) : ponsim::control(self.simulator, self.clock, line));

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "board/service.h"
@@ -49,7 +51,12 @@ private:
     // Answers a message that only reads, beside others that do. Returns null when it must have a turn of its own.
     SharedReply look(const Message &message);
     // Handles a message, and answers it as its faults say.
-    void answer(const Message &message, board_answer *answer);
+    void answer(const Message &message, board_answer *answer, Loading *loading);
+    // Lets happen what is due by the clock, at most so much of it. What has happened and cannot be stored is kept
+    // before the next change: requests that read are answered meanwhile. Returns whether everything is stored.
+    bool follow_clock(uint32_t happenings = UINT32_MAX);
+    // Reads the configuration that the message asks to load, beside other requests. Returns none for other messages.
+    std::optional<Loading> load(const Message &message);
     // Lets model time pass. Throws ControlError when the service stops meanwhile, and StoreError.
     void let_pass(ModelTime length);
     // Has the timekeeper wake the service when something is due again.
@@ -63,6 +70,7 @@ private:
     Turns turns;      // held by whoever uses simulator and clock, and shared by those who only read
     Turns step_turns; // held by a step from beginning to end; others wait before they take a turn above
     std::atomic<bool> stopping = false;
+    bool unstored = false; // the log says that the state cannot be stored
     std::unique_ptr<board_service, Stop> service;
     std::unique_ptr<board_service, Stop> control;
 };

@@ -36,6 +36,9 @@ std::string describe(const Settings &settings)
            " --arrivals " + std::to_string(settings.arrivals) + " --silent " + std::to_string(settings.silent);
 }
 
+// So many things can happen by themselves at one time. It is far more than an OLT has of what can happen.
+constexpr uint32_t most_at_once = 100000;
+
 Settings open_settings(Store &store, const WantedSettings &wanted, const OltScenario *scenario)
 {
     const std::optional<Settings> kept = store.settings();
@@ -72,12 +75,29 @@ Simulator::~Simulator() = default;
 
 void Simulator::change(Change change)
 {
+    recover();
     keep_happenings();
     change.put<ModelClock>({}, {model.now()});
     add_events(model, change);
     model.add_traffic(change);
     kept.write(change);
+    damaged = true;
     apply(change);
+    damaged = false;
+}
+
+// What has happened by itself and is not kept yet happens again.
+void Simulator::recover()
+{
+    if (!damaged) return;
+    Olt again(olt_settings);
+    again.apply(kept.load());
+    model = std::move(again);
+    happened = {};
+    due = find_due();
+    replies.clear();
+    rows.clear();
+    damaged = false;
 }
 
 void Simulator::apply(const Change &change)
@@ -161,12 +181,19 @@ std::optional<ModelTime> Simulator::next_due() const
 
 void Simulator::happen()
 {
+    // A process that does not move on would happen for ever.
+    at_once = due->at > model.now() ? 0 : at_once + (due->process != nullptr);
+    if (at_once > most_at_once)
+        throw std::runtime_error("the OLT does not get beyond " + time_text(model.now()) + ": " +
+                                 std::to_string(most_at_once) + " things have happened by themselves at this time");
     model.advance(due->at);
     Change change = due->process ? due->process->happen(model) : change_of(*agenda.entry(model.events_done()));
     add_events(model, change);
     model.add_traffic(change);
+    damaged = true;
     happened.add(change);
     apply(change);
+    damaged = false;
 }
 
 void Simulator::advance(ModelTime to)
@@ -184,6 +211,7 @@ bool Simulator::advance(ModelTime to, uint32_t happenings)
 
 bool Simulator::pass(ModelTime to, uint32_t happenings)
 {
+    recover();
     while (due && due->at <= to && happenings-- > 0)
         happen();
     if (due && due->at <= to) return false;
@@ -191,7 +219,7 @@ bool Simulator::pass(ModelTime to, uint32_t happenings)
     return true;
 }
 
-void Simulator::carry_out(const WriteConfiguration &wanted, uint32_t, Outcome &outcome)
+void Simulator::carry_out(const WriteConfiguration &wanted, uint32_t, Outcome &outcome, Loading *)
 {
     keep_time();
     outcome.file = ResultFile{write_configuration(olt_settings, kept.rows()), wanted.name_at};
@@ -199,38 +227,62 @@ void Simulator::carry_out(const WriteConfiguration &wanted, uint32_t, Outcome &o
     std::memcpy(outcome.answer.value().data() + wanted.size_at, &size, sizeof size);
 }
 
-void Simulator::carry_out(const ReceiveConfiguration &part, uint32_t user, Outcome &outcome)
+void Simulator::carry_out(const ReceiveConfiguration &part, uint32_t user, Outcome &outcome, Loading *)
 {
     const std::string problem = uploads.add(user, part);
     if (!problem.empty()) outcome = {.status = PON_ERR_BAD_CONFIG, .problem = "configuration: " + problem};
 }
 
-void Simulator::carry_out(const LoadConfiguration &wanted, uint32_t user, Outcome &outcome)
+Loading read_loading(const Uploads::Taken &taken, const Settings &settings)
+{
+    if (!taken.problem.empty()) return {PON_ERR_BAD_CONFIG, taken.problem};
+    if (text::sha256(taken.text) != taken.digest)
+        return {PON_ERR_BAD_CONFIG, "the text that has come has another digest"};
+    try {
+        Loading loading{BSP_OK, {}, read_configuration(taken.text, settings), std::optional<Olt>(settings)};
+        loading.olt->apply(loading.configuration);
+        return loading;
+    } catch (const OtherOltError &error) {
+        return {PON_ERR_OTHER_OLT, error.what()};
+    } catch (const ConfigurationError &error) {
+        return {PON_ERR_BAD_CONFIG, error.what()};
+    } catch (const std::logic_error &error) {
+        // The cause are rows that are possible one by one, but not together, as a fibre without a beginning.
+        return {PON_ERR_BAD_CONFIG, error.what()};
+    }
+}
+
+std::optional<Uploads::Taken> Simulator::take_upload(const Message &message)
+{
+    const std::optional<uint32_t> command = command_of(message);
+    if (message.channel != BSP_MSG_PROFILE || command != BSP_CMD_CONFIG_LOAD) return std::nullopt;
+    const Outcome outcome =
+        find_handler(message.channel, *command, message.call)->handle(model, {message.data, message.length});
+    const auto *wanted = std::get_if<LoadConfiguration>(&outcome.configuration);
+    if (!wanted) return std::nullopt;
+    return uploads.take(message.user, wanted->digest);
+}
+
+void Simulator::carry_out(const LoadConfiguration &wanted, uint32_t user, Outcome &outcome, Loading *loading)
 {
     const auto refuse = [&](uint32_t status, const std::string &problem) {
         outcome = {.status = status, .problem = "configuration: " + problem};
     };
-    const Uploads::Taken taken = uploads.take(user, wanted.digest);
-    if (!taken.problem.empty()) return refuse(PON_ERR_BAD_CONFIG, taken.problem);
-    const ModelTime now = model.now();
-    try {
-        const Configuration configuration = read_configuration(taken.text, olt_settings);
-        Olt loaded(olt_settings);
-        loaded.apply(configuration.change);
-        kept.replace(configuration.rows);
-        model = std::move(loaded);
-        happened = {};
-        due = find_due();
-        replies.clear();
-        rows.clear();
-    } catch (const OtherOltError &error) {
-        return refuse(PON_ERR_OTHER_OLT, error.what());
-    } catch (const ConfigurationError &error) {
-        return refuse(PON_ERR_BAD_CONFIG, error.what());
-    } catch (const std::logic_error &error) {
-        // The cause is a block of another size than its command's.
-        return refuse(PON_ERR_BAD_CONFIG, error.what());
+    Loading own{BSP_OK};
+    if (!loading) {
+        own = read_loading(uploads.take(user, wanted.digest), olt_settings);
+        loading = &own;
     }
+    if (loading->status != BSP_OK) return refuse(loading->status, loading->problem);
+    const ModelTime now = model.now();
+    kept.replace(loading->configuration);
+    damaged = true;
+    model = std::move(*loading->olt);
+    happened = {};
+    due = find_due();
+    replies.clear();
+    rows.clear();
+    damaged = false;
     log.push_back("configuration loaded");
     // Time does not go back. An OLT that was saved at an earlier time has been on since then.
     advance(now);
@@ -256,7 +308,7 @@ bool only_reads(const Outcome &outcome)
 
 SharedReply Simulator::look(const Message &message, ModelTime now)
 {
-    if (!ponsim::only_reads(message) || wire_faults.any() || (due && due->at <= now)) return nullptr;
+    if (damaged || !ponsim::only_reads(message) || wire_faults.any() || (due && due->at <= now)) return nullptr;
     if (SharedReply kept_reply = replies.find(message, model.generation(), now)) return kept_reply;
     const Handler *handler = find_handler(command_channel(message), *command_of(message), message.call);
     if (!handler || now != model.now()) return nullptr;
@@ -268,8 +320,9 @@ SharedReply Simulator::look(const Message &message, ModelTime now)
     return reply;
 }
 
-Reply Simulator::handle(const Message &message)
+Reply Simulator::handle(const Message &message, Loading *loading)
 {
+    recover();
     if (const SharedReply reply = look(message, model.now())) return *reply;
     const catalogue::Channel *channel = catalogue::find_channel(message.channel);
     if (!channel || !channel->record->command) return {PON_ERR_UNKNOWN_COMMAND};
@@ -285,7 +338,7 @@ Reply Simulator::handle(const Message &message)
         else
             change(std::move(outcome.change));
         const ConfigurationTask task = std::move(outcome.configuration);
-        std::visit([&](const auto &wanted) { carry_out(wanted, message.user, outcome); }, task);
+        std::visit([&](const auto &wanted) { carry_out(wanted, message.user, outcome, loading); }, task);
     } catch (const StoreError &error) {
         return {PON_ERR_STORE, true, {}, {}, error.what()};
     }

@@ -33,6 +33,17 @@ struct WantedSettings {
     std::optional<uint32_t> silent;
 };
 
+// A Loading is a configuration that was read, and the OLT that it makes.
+struct Loading {
+    uint32_t status; // BSP_OK, or why it cannot be loaded
+    std::string problem = {};
+    Change configuration = {};
+    std::optional<Olt> olt = {};
+};
+
+// Reads a configuration for an OLT with these settings. That takes long, and needs no turn with the simulator.
+Loading read_loading(const Uploads::Taken &taken, const Settings &settings);
+
 // Happenings come in slices of this number. Between two slices others may have a turn with the simulator. What happens
 // in so many slices in a row is kept together. The more there are, the fewer rows are written, because of all that
 // happens to a record only the last is kept.
@@ -74,8 +85,12 @@ public:
     // at the same time.
     SharedReply look(const Message &message, ModelTime now);
 
-    // Answers every message. The change is stored first: a status of BSP_OK means that it is kept.
-    Reply handle(const Message &message);
+    // Answers every message. The change is stored first: a status of BSP_OK means that it is kept. `loading` is what
+    // read_loading() made of what take_upload() returned for this message. When it is null, that is done here.
+    Reply handle(const Message &message, Loading *loading = nullptr);
+
+    // Returns the upload that the message asks to load, if it does. Another message cannot load it any more.
+    std::optional<Uploads::Taken> take_upload(const Message &message);
 
     // Lets files of upgrade types be read from this folder. Before, none are read.
     void use_upgrade_folder(const std::string &folder);
@@ -96,16 +111,18 @@ public:
 private:
     std::optional<Happening> find_due();
     void happen();
+    // Begins again from what is kept, after there was no memory to make a change that may be kept already.
+    void recover();
     Change change_of(const Event &event) const;
     // Makes a change that is kept, or will be.
     void apply(const Change &change);
     void note(const Change &change);
 
     // These do what a user's request wants with the configuration, and complete its outcome. They throw StoreError.
-    void carry_out(std::monostate, uint32_t, Outcome &) {}
-    void carry_out(const WriteConfiguration &wanted, uint32_t user, Outcome &outcome);
-    void carry_out(const ReceiveConfiguration &part, uint32_t user, Outcome &outcome);
-    void carry_out(const LoadConfiguration &wanted, uint32_t user, Outcome &outcome);
+    void carry_out(std::monostate, uint32_t, Outcome &, Loading *) {}
+    void carry_out(const WriteConfiguration &wanted, uint32_t user, Outcome &outcome, Loading *);
+    void carry_out(const ReceiveConfiguration &part, uint32_t user, Outcome &outcome, Loading *);
+    void carry_out(const LoadConfiguration &wanted, uint32_t user, Outcome &outcome, Loading *loading);
 
     Store &kept;
     std::shared_ptr<const OltScenario> scenario; // null: no scenario
@@ -116,6 +133,8 @@ private:
     KeptRows rows;
     Faults wire_faults;
     std::optional<Happening> due; // what happens next, which stays the same until something changes
+    uint32_t at_once = 0;         // how often something has happened by itself at the present time
+    bool damaged = false;         // a change was made in part, because there was no memory
     Kept::Merged happened;        // the changes of the last happenings, which are not kept yet
     std::vector<std::string> log;
     Uploads uploads;            // configurations that are to be loaded

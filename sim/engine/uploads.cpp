@@ -67,15 +67,14 @@ std::string Uploads::add(uint32_t user, const ReceiveConfiguration &part)
 
 Uploads::Taken Uploads::take(uint32_t user, const text::Sha256 &digest)
 {
-    const Upload *const found = find(user, digest);
-    if (!found) return {{}, "no text of this digest has come from this user"};
-    const Upload upload = std::move(uploads.back());
+    const auto missing = [&](const std::string &problem) { return Taken{{}, digest, problem}; };
+    if (!find(user, digest)) return missing("no text of this digest has come from this user");
+    Upload upload = std::move(uploads.back());
     uploads.pop_back();
     if (upload.received.size() != upload.total)
-        return {{},
-                std::to_string(upload.received.size()) + " of " + std::to_string(upload.total) + " bytes have come"};
-    if (text::sha256(upload.received) != digest) return {{}, "the text that has come has another digest"};
-    return {upload.received};
+        return missing(std::to_string(upload.received.size()) + " of " + std::to_string(upload.total) +
+                       " bytes have come");
+    return {std::move(upload.received), digest};
 }
 
 } // namespace ponsim

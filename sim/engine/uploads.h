@@ -27,9 +27,11 @@ public:
 
     struct Taken {
         std::string text;
+        text::Sha256 digest;
         std::string problem = {}; // why there is no text; empty: there is one
     };
-    // Gives a user's text out, which is forgotten then, whether it is whole or not.
+    // Gives a user's text out, which is forgotten then, whether it is whole or not. Whether it has this digest is for
+    // whoever reads it, because that takes long.
     Taken take(uint32_t user, const text::Sha256 &digest);
 
 private:

@@ -4,14 +4,13 @@
 #include <charconv>
 #include <cstring>
 
-#include <rapidjson/document.h>
-
 #include "bsp_pon.h"
 #include "call/codec/decode.h"
 #include "call/codec/numbers.h"
 #include "generated/service_words.h"
 #include "handlers/handler.h"
 #include "text/hex.h"
+#include "text/json.h"
 #include "text/number.h"
 
 namespace ponsim
@@ -93,7 +92,7 @@ void put(std::string &bytes, const catalogue::Record &record, std::string_view n
     std::memcpy(&bytes[field->offset], &value, sizeof value);
 }
 
-CellValue cell_of(const rapidjson::Value &value)
+CellValue cell_of(const text::json::Value &value)
 {
     if (value.IsBool()) return value.GetBool();
     if (value.IsNumber()) return value.GetDouble();
@@ -142,13 +141,13 @@ private:
 
 std::vector<std::vector<CellValue>> rows_of_table(const AskedView &view, const std::string &table)
 {
-    rapidjson::Document document;
+    text::json::Document document;
     document.Parse(table.data(), table.size());
     std::vector<std::vector<CellValue>> rows;
-    for (const rapidjson::Value &each : document.GetArray()) {
+    for (const text::json::Value &each : document.GetArray()) {
         std::vector<CellValue> &row = rows.emplace_back();
         for (const AskedColumn &column : view.columns) {
-            const rapidjson::Value name(rapidjson::StringRef(column.name.data(), column.name.size()));
+            const text::json::Value name(rapidjson::StringRef(column.name.data(), column.name.size()));
             row.push_back(cell_of(each[name]));
         }
     }

@@ -2,24 +2,23 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 
-#include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include "store/cells.h"
 #include "store/digest.h"
+#include "store/records.h"
 #include "store/store.h"
 #include "text/hex.h"
+#include "text/json.h"
 
 namespace ponsim
 {
 namespace
 {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+using text::json::Document;
+using text::json::Writer;
 
 constexpr char version_key[] = "ponsim_configuration";
 
@@ -54,7 +53,7 @@ void write(Writer &writer, const Cell &cell)
 template <class Put>
 void write_line(std::string &text, Put put)
 {
-    rapidjson::StringBuffer buffer;
+    text::json::Buffer buffer;
     Writer writer(buffer);
     writer.StartObject();
     put(writer);
@@ -84,12 +83,12 @@ std::optional<Blob> to_blob(std::string_view hex)
     return Blob{std::string(bytes->begin(), bytes->end())};
 }
 
-std::string_view text_of(const rapidjson::Value &value)
+std::string_view text_of(const text::json::Value &value)
 {
     return {value.GetString(), value.GetStringLength()};
 }
 
-std::optional<Cell> to_cell(const rapidjson::Value &value)
+std::optional<Cell> to_cell(const text::json::Value &value)
 {
     if (value.IsInt64()) return value.GetInt64();
     if (value.IsString()) return std::string(text_of(value));
@@ -108,7 +107,7 @@ public:
     bool at_end() const { return rest.empty(); }
 
     // Returns the next line. Every line must end with a newline.
-    const rapidjson::Document &next()
+    const Document &next()
     {
         ++count;
         const size_t end = rest.find('\n');
@@ -124,11 +123,11 @@ public:
 private:
     std::string_view rest;
     size_t count = 0;
-    rapidjson::Document line;
+    Document line;
 };
 
 // Returns a member that must exist.
-uint64_t number_of(const Lines &lines, const rapidjson::Document &line, const char *name)
+uint64_t number_of(const Lines &lines, const Document &line, const char *name)
 {
     if (!line.HasMember(name) || !line[name].IsUint64()) fail(lines.number(), std::string("no number ") + name);
     return line[name].GetUint64();
@@ -136,7 +135,7 @@ uint64_t number_of(const Lines &lines, const rapidjson::Document &line, const ch
 
 void check_header(Lines &lines, const Settings &settings)
 {
-    const rapidjson::Document &line = lines.next();
+    const Document &line = lines.next();
     const uint64_t version = number_of(lines, line, version_key);
     if (version != static_cast<uint64_t>(Store::version()))
         fail(lines.number(), "version " + std::to_string(version) + " of the configuration; this ponsim has version " +
@@ -159,12 +158,12 @@ void check_header(Lines &lines, const Settings &settings)
         throw OtherOltError("line 1: the configuration of an OLT with " + theirs + "; this one has " + ours);
 }
 
-Row row_of(const Lines &lines, const rapidjson::Document &line)
+Row row_of(const Lines &lines, const Document &line)
 {
     if (!line.HasMember("table") || !line["table"].IsString() || !line.HasMember("row") || !line["row"].IsArray())
         fail(lines.number(), "neither a table with a row nor the number of rows");
     Row row{std::string(text_of(line["table"])), {}};
-    for (const rapidjson::Value &value : line["row"].GetArray()) {
+    for (const text::json::Value &value : line["row"].GetArray()) {
         std::optional<Cell> cell = to_cell(value);
         if (!cell)
             fail(lines.number(), "value " + std::to_string(row.cells.size() + 1) +
@@ -174,51 +173,22 @@ Row row_of(const Lines &lines, const rapidjson::Document &line)
     return row;
 }
 
-std::vector<Row> read_rows(std::string_view text, const Settings &settings)
+// Takes the rows one by one, so that the first wrong one is found when it comes and what follows is not looked at.
+Change read_rows(Lines &lines, const Settings &settings)
 {
-    Lines lines(text);
-    check_header(lines, settings);
-    std::vector<Row> rows;
-    while (true) {
+    Records records(settings.ports);
+    for (uint64_t count = 0;; ++count) {
         if (lines.at_end()) fail(lines.number() + 1, "the text ends without the number of its rows");
-        const rapidjson::Document &line = lines.next();
-        if (line.HasMember("rows")) {
-            if (number_of(lines, line, "rows") != rows.size())
-                fail(lines.number(), "the text has " + std::to_string(rows.size()) + " rows");
-            if (!lines.at_end()) fail(lines.number() + 1, "the text goes on after the number of its rows");
-            return rows;
+        const Document &line = lines.next();
+        if (!line.HasMember("rows")) {
+            records.take(row_of(lines, line));
+            continue;
         }
-        rows.push_back(row_of(lines, line));
+        if (number_of(lines, line, "rows") != count)
+            fail(lines.number(), "the text has " + std::to_string(count) + " rows");
+        if (!lines.at_end()) fail(lines.number() + 1, "the text goes on after the number of its rows");
+        return records.finish();
     }
-}
-
-Store store_of(const Settings &settings)
-{
-    Store store({}, false);
-    store.set_settings(settings);
-    return store;
-}
-
-// Returns what is wrong with rows taken together, or an empty text.
-std::string problem_of(const Settings &settings, std::span<const Row> rows)
-{
-    Store store = store_of(settings);
-    try {
-        store.insert(rows);
-        store.load();
-    } catch (const StoreError &error) {
-        return error.what();
-    }
-    return {};
-}
-
-// Throws for the first row that is wrong, by itself or together with the rows before it.
-[[noreturn]] void fail_at_the_first_wrong_row(const Settings &settings, std::span<const Row> rows)
-{
-    const auto counts = std::views::iota(size_t{1}, rows.size());
-    const size_t count = *std::ranges::partition_point(
-        counts, [&](size_t before) { return problem_of(settings, rows.first(before)).empty(); });
-    fail(first_row_line + count - 1, problem_of(settings, rows.first(count)));
 }
 
 } // namespace
@@ -260,25 +230,15 @@ std::string write_configuration(const Settings &settings, std::span<const Row> r
     return text;
 }
 
-Configuration read_configuration(std::string_view text, const Settings &settings)
+Change read_configuration(std::string_view text, const Settings &settings)
 {
-    const std::vector<Row> rows = read_rows(text, settings);
-    Configuration configuration;
-    Store store = store_of(settings);
+    Lines lines(text);
+    check_header(lines, settings);
     try {
-        store.insert(rows);
-        configuration.change = store.load();
-    } catch (const StoreError &) {
-        fail_at_the_first_wrong_row(settings, rows);
+        return read_rows(lines, settings);
+    } catch (const RowError &error) {
+        fail(first_row_line + error.row, error.what());
     }
-    // The OLT would keep exactly what the text has. Otherwise the text has values that are not possible.
-    Store kept = store_of(settings);
-    kept.write(configuration.change);
-    configuration.rows = kept.rows();
-    for (size_t index = 0; index < rows.size(); ++index)
-        if (!std::ranges::binary_search(configuration.rows, rows[index]))
-            fail(first_row_line + index, "the OLT cannot be in this state");
-    return configuration;
 }
 
 } // namespace ponsim

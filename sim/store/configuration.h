@@ -9,7 +9,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/change/change.h"
 #include "model/plant/population.h"
@@ -32,14 +31,10 @@ public:
     using ConfigurationError::ConfigurationError;
 };
 
-struct Configuration {
-    std::vector<Row> rows;
-    Change change; // what the rows mean, for an OLT that was just set up
-};
-
 std::string write_configuration(const Settings &settings, std::span<const Row> rows);
 
-// Reads the configuration in a text for an OLT with these settings. Throws ConfigurationError.
-Configuration read_configuration(std::string_view text, const Settings &settings);
+// Reads the configuration in a text for an OLT with these settings. Returns what its rows mean, as the change of an OLT
+// that was just set up. Reads no further than up to the first wrong line. Throws ConfigurationError.
+Change read_configuration(std::string_view text, const Settings &settings);
 
 } // namespace ponsim

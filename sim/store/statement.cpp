@@ -75,15 +75,25 @@ int64_t Statement::number(int column) const
     return sqlite3_column_int64(statement.get(), column);
 }
 
+// SQLite returns no text and no bytes for an empty value, but also when it has no memory for them.
+void Statement::check_memory(const void *value, int column) const
+{
+    if (!value && sqlite3_errcode(sqlite3_db_handle(statement.get())) == SQLITE_NOMEM)
+        throw StoreError("no memory for column " + std::to_string(column));
+}
+
 std::string Statement::text(int column) const
 {
     const unsigned char *text = sqlite3_column_text(statement.get(), column);
-    return text ? reinterpret_cast<const char *>(text) : std::string{};
+    check_memory(text, column);
+    const auto size = static_cast<size_t>(sqlite3_column_bytes(statement.get(), column));
+    return text ? std::string(reinterpret_cast<const char *>(text), size) : std::string{};
 }
 
 std::span<const uint8_t> Statement::bytes(int column) const
 {
     const void *bytes = sqlite3_column_blob(statement.get(), column);
+    check_memory(bytes, column);
     return {static_cast<const uint8_t *>(bytes), static_cast<size_t>(sqlite3_column_bytes(statement.get(), column))};
 }
 

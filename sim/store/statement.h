@@ -54,6 +54,7 @@ private:
     };
 
     void check(int result);
+    void check_memory(const void *value, int column) const;
 
     std::unique_ptr<sqlite3_stmt, Finalize> statement;
     int bound = 0;

@@ -3,11 +3,12 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <map>
+#include <span>
 #include <utility>
 
 #include "store/migration.h"
 #include "store/private.h"
+#include "store/records.h"
 #include "store/table.h"
 
 namespace ponsim
@@ -22,6 +23,13 @@ std::vector<std::string> files_of(const std::string &file)
     return {file, file + "-wal", file + "-journal", file + "-shm"};
 }
 
+// What is wrong with a file is followed by what can be done. Nothing of the file is changed before it is known to be
+// good.
+constexpr char advice[] = "; start over with --fresh, or name another file with --state";
+
+// No value in a file is longer. The longest is the text of a scenario.
+constexpr int longest_value = 64 * 1024 * 1024;
+
 constexpr int64_t application_id = 0x706f6e73; // "pons"
 // Pages are small because a change of a row writes whole pages.
 constexpr char pragmas[] = "PRAGMA page_size = 1024;"
@@ -33,16 +41,36 @@ constexpr char setting_table[] =
     "CREATE TABLE setting(seed INTEGER NOT NULL, ports INTEGER NOT NULL, arrivals INTEGER NOT NULL,"
     " silent INTEGER NOT NULL, scenario TEXT NOT NULL, olt TEXT NOT NULL) STRICT;";
 
+// Returns the SQL of all tables, in the order of their names.
 std::string schema()
 {
-    std::string sql = setting_table;
-    Kept::each_family([&]<class Record>() { sql += create_tables<Record>(); });
+    std::vector<std::pair<std::string_view, std::string>> tables;
+    tables.emplace_back("setting", setting_table);
+    Kept::each_family([&]<class Record>() { add_tables<Record>(tables); });
+    std::ranges::sort(tables);
+    std::string sql;
+    for (const auto &[table, create] : tables)
+        sql += create;
     return sql;
 }
 
-uint32_t word(const Statement &statement, int column)
+// A file may come from a stranger. It is not to make this program do more than read and write tables.
+void trust_nothing(sqlite3 *db)
 {
-    return static_cast<uint32_t>(statement.number(column));
+    constexpr std::pair<int, int> settings[] = {
+        {SQLITE_DBCONFIG_DEFENSIVE, 1},   {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0}, {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+        {SQLITE_DBCONFIG_ENABLE_VIEW, 0}, {SQLITE_DBCONFIG_DQS_DDL, 0},        {SQLITE_DBCONFIG_DQS_DML, 0},
+    };
+    for (const auto &[setting, on] : settings)
+        if (sqlite3_db_config(db, setting, on, nullptr) != SQLITE_OK) throw StoreError(sqlite3_errmsg(db));
+    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, longest_value);
+}
+
+// Without memory there may have been no way to roll back what was begun before.
+void roll_back(sqlite3 *db)
+{
+    if (sqlite3_get_autocommit(db) != 0) return;
+    if (sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr) != SQLITE_OK) throw StoreError(sqlite3_errmsg(db));
 }
 
 void check_version(int64_t version)
@@ -60,12 +88,16 @@ void check_version(int64_t version)
 
 struct Store::Statements {
     explicit Statements(sqlite3 *db)
-        : begin(db, "BEGIN IMMEDIATE"), commit(db, "COMMIT"), writers(Kept::make_each<Writer>(db))
+        : begin(db, "BEGIN IMMEDIATE"),
+          commit(db, "COMMIT"),
+          rollback(db, "ROLLBACK"),
+          writers(Kept::make_each<Writer>(db))
     {
     }
 
     Statement begin;
     Statement commit;
+    Statement rollback; // prepared, because it is also needed when there is no memory
     Kept::OfEach<Writer> writers;
 };
 
@@ -93,8 +125,7 @@ StoreImage Store::image() const
 {
     // The pages of this store also follow from its past. Those of a copy follow from the rows alone.
     Store copy({}, false);
-    if (const auto own = settings()) copy.set_settings(*own);
-    copy.in_transaction([&] { copy.insert(rows()); });
+    if (const auto own = settings()) copy.set_settings(*own, load());
     sqlite3_int64 size = 0;
     const std::unique_ptr<unsigned char, void (*)(void *)> bytes(sqlite3_serialize(copy.db.get(), "main", &size, 0),
                                                                  sqlite3_free);
@@ -104,6 +135,7 @@ StoreImage Store::image() const
 
 void Store::open(const std::string &file, bool fresh, const StoreImage *image)
 {
+    name = file;
     if (!file.empty()) make_private_file(file);
     for (const std::string &each : files_of(file))
         if (is_of_another_user(each)) throw StoreError(each + ": belongs to another user; name another file");
@@ -114,6 +146,7 @@ void Store::open(const std::string &file, bool fresh, const StoreImage *image)
     db.reset(opened);
     try {
         if (result != SQLITE_OK) throw StoreError(opened ? sqlite3_errmsg(opened) : "no memory");
+        trust_nothing(opened);
         if (image) take(*image);
         prepare_schema(file, fresh);
         statements.reset(new Statements(opened));
@@ -122,6 +155,7 @@ void Store::open(const std::string &file, bool fresh, const StoreImage *image)
         std::string reason = error.what();
         if (code == SQLITE_BUSY || code == SQLITE_LOCKED) reason = "in use by another process";
         if (code == SQLITE_NOTADB) reason = "not a state file of ponsim; name another file";
+        if (code == SQLITE_CORRUPT) reason = std::string("the file is damaged: ") + error.what() + advice;
         throw StoreError((image ? "the image" : file) + ": " + reason);
     }
 }
@@ -144,35 +178,92 @@ void Store::execute(const std::string &sql) const
         throw StoreError(sqlite3_errmsg(db.get()));
 }
 
+int64_t Store::number(const char *sql) const
+{
+    Statement statement(db.get(), sql);
+    return statement.row() ? statement.number(0) : 0;
+}
+
+// PRAGMA quick_check would be faster, but it does not hold the indices against their tables: a row that a search by key
+// does not find, or finds twice, goes unnoticed.
+void Store::check_integrity() const
+{
+    Statement check(db.get(), "PRAGMA integrity_check(1)");
+    if (!check.row()) throw StoreError("its integrity cannot be checked");
+    if (const std::string found = check.text(0); found != "ok")
+        throw StoreError("the file is damaged: " + found + advice);
+}
+
+// A file from a stranger can have other columns, triggers, or views with the names of tables.
+void Store::check_tables() const
+{
+    std::string found;
+    Statement select(db.get(), "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL ORDER BY name");
+    while (select.row())
+        found += select.text(0) + ';';
+    if (found != schema()) throw StoreError(std::string("its tables are not those that ponsim makes") + advice);
+}
+
+// Empties the file, also when it is damaged.
+void Store::empty_file()
+{
+    const auto reset = [this](int on) { sqlite3_db_config(db.get(), SQLITE_DBCONFIG_RESET_DATABASE, on, nullptr); };
+    reset(1);
+    const int result = sqlite3_exec(db.get(), "VACUUM", nullptr, nullptr, nullptr);
+    reset(0);
+    if (result != SQLITE_OK) throw StoreError(sqlite3_errmsg(db.get()));
+}
+
+// Carries a copy in memory over to this version, and reads it. So the file of an earlier version stays as it is, and
+// the earlier ponsim can go on with it, unless this one can.
+void Store::try_migration(int64_t version) const
+{
+    Store copy;
+    copy.name = name;
+    sqlite3 *memory = nullptr;
+    const int opened = sqlite3_open_v2(":memory:", &memory, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    copy.db.reset(memory);
+    if (opened != SQLITE_OK) throw StoreError(memory ? sqlite3_errmsg(memory) : "no memory");
+    trust_nothing(memory);
+    sqlite3_backup *const backup = sqlite3_backup_init(memory, "main", db.get(), "main");
+    if (!backup) throw StoreError(sqlite3_errmsg(memory));
+    const int copied = sqlite3_backup_step(backup, -1);
+    sqlite3_backup_finish(backup);
+    if (copied != SQLITE_DONE) throw StoreError(sqlite3_errstr(copied));
+    migrate(memory, version, migrations());
+    copy.check_tables();
+    copy.load();
+}
+
 void Store::prepare_schema(const std::string &file, bool fresh)
 {
-    const auto number = [this](const char *sql) {
-        Statement statement(db.get(), sql);
-        return statement.row() ? statement.number(0) : 0;
-    };
     // Only one process uses the file, so that requests need neither locks nor shared memory.
     execute("PRAGMA locking_mode = EXCLUSIVE");
-    const bool empty = number("SELECT count(*) FROM sqlite_schema") == 0;
+    bool empty = number("SELECT count(*) FROM sqlite_schema") == 0;
     if (!empty && number("PRAGMA application_id") != application_id)
         throw StoreError("not a state file of ponsim; name another file");
     // Only now is it known to be ours. Files that SQLite makes from here on get the permissions of this one.
     for (const std::string &each : files_of(file))
         make_private(each);
+    if (fresh && !empty) empty_file();
+    empty = empty || fresh;
     const int64_t version = number("PRAGMA user_version");
-    if (!empty && !fresh) check_version(version);
+    if (!empty) {
+        check_version(version);
+        check_integrity();
+        if (version == current_version())
+            check_tables();
+        else
+            try_migration(version);
+    }
     execute(pragmas);
     std::string changes;
-    if (fresh) {
-        Statement names(db.get(), "SELECT name FROM sqlite_schema WHERE type = 'table'");
-        while (names.row())
-            changes += "DROP TABLE \"" + names.text(0) + "\";";
-    }
-    if (empty || fresh)
-        changes += "PRAGMA application_id = " + std::to_string(application_id) +
-                   "; PRAGMA user_version = " + std::to_string(current_version()) + ";" + schema();
+    if (empty)
+        changes = "PRAGMA application_id = " + std::to_string(application_id) +
+                  "; PRAGMA user_version = " + std::to_string(current_version()) + ";" + schema();
     // There is a transaction even when nothing changes. It shows now whether another process uses the file.
     execute("BEGIN IMMEDIATE;" + changes + "COMMIT;");
-    if (!empty && !fresh) migrate(db.get(), version, migrations());
+    if (!empty) migrate(db.get(), version, migrations());
 }
 
 void Store::write_rows(const auto &entries)
@@ -186,12 +277,19 @@ std::optional<Settings> Store::settings() const
 {
     Statement select(db.get(), "SELECT seed, ports, arrivals, silent, scenario, olt FROM setting");
     if (!select.row()) return std::nullopt;
-    return Settings{.seed = static_cast<uint64_t>(select.number(0)),
-                    .ports = word(select, 1),
-                    .arrivals = word(select, 2),
-                    .silent = word(select, 3),
-                    .scenario = select.text(4),
-                    .olt = select.text(5)};
+    const auto word = [&](int column) {
+        const int64_t number_found = select.number(column);
+        return number_found >= 0 && number_found <= UINT32_MAX ? static_cast<uint32_t>(number_found) : UINT32_MAX;
+    };
+    const Settings found{.seed = static_cast<uint64_t>(select.number(0)),
+                         .ports = word(1),
+                         .arrivals = word(2),
+                         .silent = word(3),
+                         .scenario = select.text(4),
+                         .olt = select.text(5)};
+    if (const std::string wrong = problem_of(found); !wrong.empty()) refuse("table setting: " + wrong);
+    if (select.row()) refuse("table setting: there is more than one row");
+    return found;
 }
 
 void Store::set_settings(const Settings &settings, const Change &first)
@@ -211,22 +309,34 @@ void Store::set_settings(const Settings &settings, const Change &first)
 
 Change Store::load() const
 {
-    Change change;
-    const uint32_t ports = settings().value_or(Settings{}).ports;
-    Kept::each_family([&]<class Record>() {
-        read_records<Record>(db.get(), ports, [&](Entry<Record> &&entry) { change.add(std::move(entry)); });
-    });
-    return change;
+    roll_back(db.get());
+    Records records(settings().value_or(Settings{}).ports);
+    try {
+        each_row([&](const Row &row) { records.take(row); });
+        return records.finish();
+    } catch (const StoreError &error) {
+        refuse(error.what());
+    }
+}
+
+void Store::refuse(const std::string &problem) const
+{
+    throw StoreError((name.empty() ? "the state" : name) + ": " + problem + advice);
 }
 
 void Store::in_transaction(const std::function<void()> &work)
 {
+    roll_back(db.get());
     statements->begin.run();
     try {
         work();
         statements->commit.run();
-    } catch (const StoreError &) {
-        sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    } catch (...) {
+        try {
+            statements->rollback.run();
+        } catch (...) {
+            // It is rolled back before the store is used again.
+        }
         throw;
     }
 }
@@ -256,42 +366,30 @@ std::vector<std::string> Store::tables() const
     return names;
 }
 
-std::vector<Row> Store::rows() const
+void Store::each_row(const std::function<void(const Row &)> &visit) const
 {
-    std::vector<Row> rows;
     for (const std::string &table : tables()) {
         Statement select(db.get(), "SELECT * FROM \"" + table + "\"");
         while (select.row())
-            rows.push_back({table, select.cells()});
+            visit({table, select.cells()});
     }
+}
+
+std::vector<Row> Store::rows() const
+{
+    std::vector<Row> rows;
+    each_row([&](const Row &row) { rows.push_back(row); });
     // A row begins with its key, because keys are the first columns of their tables.
     std::ranges::sort(rows);
     return rows;
 }
 
-void Store::insert(std::span<const Row> rows)
-{
-    const std::vector<std::string> known = tables();
-    std::map<std::string, Statement> inserts; // by their SQL
-    for (const Row &row : rows) {
-        if (std::ranges::count(known, row.table) == 0) throw StoreError("there is no table " + row.table);
-        std::string sql = "INSERT INTO \"" + row.table + "\" VALUES(";
-        for (size_t column = 0; column < row.cells.size(); ++column)
-            sql += column == 0 ? "?" : ", ?";
-        sql += ')';
-        Statement &insert = inserts.try_emplace(sql, db.get(), sql).first->second;
-        for (const Cell &cell : row.cells)
-            insert.bind_cell(cell);
-        insert.run();
-    }
-}
-
-void Store::replace(std::span<const Row> rows)
+void Store::replace(const Change &change)
 {
     in_transaction([&] {
         for (const std::string &table : tables())
             Statement(db.get(), "DELETE FROM \"" + table + "\"").run();
-        insert(rows);
+        write_rows(change);
     });
 }
 

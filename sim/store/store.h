@@ -8,7 +8,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -30,8 +29,8 @@ class Store
 public:
     // Opens `file`, or creates it. An empty name keeps everything in memory only. `fresh` empties the store. A file of
     // an earlier version is carried over. Other users lose their permissions for the file and for those that SQLite
-    // keeps beside it. Throws StoreError when the file is no store, has a later version, is in use, belongs to another
-    // user or is not accessible.
+    // keeps beside it. Throws StoreError when the file is no store, is damaged, has a later version, is in use, belongs
+    // to another user or is not accessible. Then the file stays as it is.
     Store(const std::string &file, bool fresh);
     // Opens an image, and keeps everything in memory only. Throws StoreError as above.
     explicit Store(const StoreImage &image);
@@ -44,8 +43,8 @@ public:
     // Gives an empty store to an OLT, which begins with what `first` says.
     void set_settings(const Settings &settings, const Change &first = {});
 
-    // Returns all that is kept, as the change of an OLT that was just set up. Throws StoreError when it does not fit
-    // the settings.
+    // Returns all that is kept, as the change of an OLT that was just set up. Throws StoreError when there is a row
+    // that cannot be.
     Change load() const;
 
     // Writes a change. Throws StoreError. Then nothing is changed.
@@ -57,13 +56,12 @@ public:
     static int64_t version();
     // Returns all rows without the settings, in the order of table and key.
     std::vector<Row> rows() const;
-    // Adds the rows. Throws StoreError when there is no such table, or when a row does not fit it. The rows before that
-    // one are added.
-    void insert(std::span<const Row> rows);
-    // Replaces all rows but the settings by these. Throws StoreError. Then nothing is changed.
-    void replace(std::span<const Row> rows);
+    // Replaces all that is kept but the settings. Throws StoreError. Then nothing is changed.
+    void replace(const Change &change);
 
 private:
+    Store() = default;
+
     struct Close {
         void operator()(sqlite3 *db) const;
     };
@@ -79,9 +77,18 @@ private:
     void prepare_schema(const std::string &file, bool fresh);
     void write_rows(const auto &entries);
     std::vector<std::string> tables() const;
+    void each_row(const std::function<void(const Row &)> &visit) const;
+    // Throws the error for what a file cannot have.
+    [[noreturn]] void refuse(const std::string &problem) const;
+    void check_tables() const;
+    void check_integrity() const;
+    void empty_file();
+    void try_migration(int64_t version) const;
+    int64_t number(const char *sql) const;
     // Does all of `work`, or nothing of it.
     void in_transaction(const std::function<void()> &work);
 
+    std::string name; // of the file; empty: in memory
     std::unique_ptr<sqlite3, Close> db;
     std::unique_ptr<Statements, Delete> statements;
 };

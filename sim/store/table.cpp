@@ -20,14 +20,9 @@ std::string column_name(const Declaration::Declared &column)
     return std::string(column.name);
 }
 
-std::string check_of(const Declaration::Declared &column)
-{
-    return column.check.empty() ? std::string() : " CHECK(" + column.check + ')';
-}
-
 std::string declared(const Declaration::Declared &column)
 {
-    return column_name(column) + ' ' + column.type + " NOT NULL" + check_of(column);
+    return column_name(column) + ' ' + std::string(column.type) + " NOT NULL";
 }
 
 std::string where(const Declaration &key)
@@ -43,7 +38,7 @@ std::string TableForm::create() const
     const bool one_key = key.columns().size() == 1;
     std::string sql = "CREATE TABLE " + std::string(name) + '(';
     sql += list(key, ", ", [one_key](const auto &column) {
-        return one_key ? column_name(column) + ' ' + column.type + " PRIMARY KEY" + check_of(column) : declared(column);
+        return one_key ? column_name(column) + ' ' + std::string(column.type) + " PRIMARY KEY" : declared(column);
     });
     sql += ", " + list(value, ", ", declared);
     if (!one_key) sql += ", PRIMARY KEY(" + list(key, ", ", column_name) + ')';
@@ -61,16 +56,6 @@ std::string TableForm::put() const
 std::string TableForm::drop() const
 {
     return "DELETE FROM " + std::string(name) + where(key);
-}
-
-std::string TableForm::select() const
-{
-    return "SELECT * FROM " + std::string(name) + " ORDER BY " + list(key, ", ", column_name);
-}
-
-std::string TableForm::select_one() const
-{
-    return "SELECT " + list(value, ", ", column_name) + " FROM " + std::string(name) + where(key);
 }
 
 } // namespace ponsim

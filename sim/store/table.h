@@ -1,4 +1,4 @@
-// This file declares, writes and reads the tables of a family.
+// This file declares and writes the tables of a family.
 #pragma once
 
 #include <array>
@@ -10,6 +10,7 @@
 
 #include "model/kept/family.h"
 #include "store/cells.h"
+#include "store/statement.h"
 
 struct sqlite3;
 
@@ -27,10 +28,6 @@ struct TableForm {
     std::string create() const;
     std::string put() const;
     std::string drop() const;
-    // Returns the SQL that reads whole rows in the order of their keys.
-    std::string select() const;
-    // Returns the SQL that reads the columns after a key.
-    std::string select_one() const;
 };
 
 template <class Columns>
@@ -65,13 +62,13 @@ constexpr auto parts_of()
         return std::tuple{};
 }
 
-// Returns the SQL that creates all tables of a family.
+// Adds the name of each table of a family, with the SQL that creates it.
 template <class Record>
-std::string create_tables()
+void add_tables(auto &tables)
 {
-    std::string sql = form_of<Record>().create();
-    for_each_column(parts_of<Record>(), [&](const auto &part) { sql += form_of<Record>(part).create(); });
-    return sql;
+    const auto add = [&tables](const TableForm &form) { tables.emplace_back(form.name, form.create()); };
+    add(form_of<Record>());
+    for_each_column(parts_of<Record>(), [&](const auto &part) { add(form_of<Record>(part)); });
 }
 
 // A Writer writes the records of a family and the records that are parts of them. It keeps its statements.
@@ -100,9 +97,11 @@ private:
         void write(const typename Family<Record>::Key &key, const Value *value, const Columns &columns)
         {
             Statement &statement = value ? put : drop;
-            Parameters parameters(statement);
-            for_each_column(Family<Record>::key, [&](const auto &column) { column.put(parameters, key); });
-            if (value) for_each_column(columns, [&](const auto &column) { column.put(parameters, *value); });
+            CellWriter row;
+            for_each_column(Family<Record>::key, [&](const auto &column) { column.put(row, key); });
+            if (value) for_each_column(columns, [&](const auto &column) { column.put(row, *value); });
+            for (const Cell &cell : row.cells)
+                statement.bind_cell(cell);
             statement.run();
         }
 
@@ -133,33 +132,6 @@ auto make_check()
         return typename Of::Check{};
     else
         return [](uint32_t, const typename Of::Key &, const Record &) -> const char * { return nullptr; };
-}
-
-// Reads the records of a family in the order of their keys, for an OLT with so many PON ports, and visits their
-// entries. Throws StoreError when records are not possible.
-template <class Record, class Visit>
-void read_records(sqlite3 *db, uint32_t ports, Visit visit)
-{
-    using Of = Family<Record>;
-    auto problem_of = make_check<Record>();
-    Statement select(db, form_of<Record>().select());
-    while (select.row()) {
-        Entry<Record> entry{{}, Record{}};
-        Cells cells(select, ports);
-        for_each_column(Of::key, [&](const auto &column) { column.get(cells, entry.key); });
-        for_each_column(Of::value, [&](const auto &column) { column.get(cells, *entry.record); });
-        for_each_column(parts_of<Record>(), [&](const auto &part) {
-            Statement of_part(db, form_of<Record>(part).select_one());
-            Parameters parameters(of_part);
-            for_each_column(Of::key, [&](const auto &column) { column.put(parameters, entry.key); });
-            if (!of_part.row()) return;
-            auto &value = ((*entry.record).*part.member).emplace();
-            Cells part_cells(of_part, ports);
-            for_each_column(part.value, [&](const auto &column) { column.get(part_cells, value); });
-        });
-        if (const char *problem = problem_of(ports, entry.key, *entry.record)) throw StoreError(problem);
-        visit(std::move(entry));
-    }
 }
 
 } // namespace ponsim

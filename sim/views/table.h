@@ -8,11 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include "generated/view_rows.h"
 #include "model/base/mac.h"
+#include "text/json.h"
 
 namespace ponsim
 {
@@ -44,7 +42,7 @@ public:
 private:
     void put_raw(std::string_view json) { std::memcpy(buffer.Push(json.size()), json.data(), json.size()); }
     // For the writer each value is a document of its own.
-    rapidjson::Writer<rapidjson::StringBuffer> &value_writer()
+    text::json::Writer &value_writer()
     {
         writer.Reset(buffer);
         return writer;
@@ -64,8 +62,8 @@ private:
         value ? put(*value) : put_raw("null");
     }
 
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer;
+    text::json::Buffer buffer;
+    text::json::Writer writer;
 };
 
 } // namespace ponsim

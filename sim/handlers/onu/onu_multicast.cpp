@@ -332,7 +332,7 @@ std::vector<McGroup> joined_groups(const Olt &olt, const RemoteOnu &onu)
     std::vector<McGroup> groups;
     for (const McGroup &group :
          controlled(olt, onu, Side::remote) ? controlled_groups(olt, onu, Side::remote) : snooped_groups(olt, onu))
-        if (room[group.uni - 1] > 0) {
+        if (group.uni <= room.size() && room[group.uni - 1] > 0) {
             --room[group.uni - 1];
             groups.push_back(group);
         }

@@ -1,6 +1,7 @@
 // Alarms are kept with their states, and the last events of their history.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -50,6 +51,8 @@ struct AlarmEvent {
     AlarmReason reason;
 };
 
+inline constexpr uint32_t greatest_unit = std::max(max_unis, ge_uplinks);
+
 // So many events are kept. A new event takes the place of the oldest one.
 inline constexpr uint64_t alarm_history = 1024;
 
@@ -57,28 +60,31 @@ inline constexpr uint64_t alarm_history = 1024;
 struct AlarmKeyCheck {
     static const char *problem_of(uint32_t ports, const AlarmKey &key)
     {
-        if (key.pon_port > ports) return "a port in it is damaged";
+        if (key.pon_port > ports) return "the OLT has no such port";
         const bool of_uplink = key.alarm == static_cast<uint32_t>(Alarm::uplink_down);
-        return of_uplink == (key.pon_port == 0) ? nullptr : "an alarm in it is damaged";
+        return of_uplink == (key.pon_port == 0) ? nullptr : "only the alarm of an uplink has port 0";
     }
 };
 
-inline constexpr std::tuple alarm_key_columns{Column{"pon_port", &AlarmKey::pon_port}, Column{"mac", &AlarmKey::mac},
-                                              Column{"alarm", &AlarmKey::alarm, "? BETWEEN 1 AND 22"},
-                                              Column{"unit", &AlarmKey::unit}};
-inline constexpr std::tuple alarm_reason_columns{
-    Column{"cause", &AlarmReason::cause, "? BETWEEN 0 AND 19"}, NumberOrNone{"branch", &AlarmReason::branch, -1},
-    Column{"other", &AlarmReason::other}, Column{"other_port", &AlarmReason::other_port}};
+inline constexpr std::tuple alarm_key_columns{
+    Column{"pon_port", &AlarmKey::pon_port, {0, max_ports}}, Column{"mac", &AlarmKey::mac},
+    Column{"alarm", &AlarmKey::alarm, {1, max_alarm}}, Column{"unit", &AlarmKey::unit, {0, greatest_unit}}};
+inline constexpr std::tuple alarm_reason_columns{Column{"cause", &AlarmReason::cause, {0, max_alarm_cause}},
+                                                 NumberOrNone{"branch", &AlarmReason::branch, -1, {0, max_branch}},
+                                                 Column{"other", &AlarmReason::other},
+                                                 Column{"other_port", &AlarmReason::other_port, {0, max_ports}}};
 
 template <>
 struct Family<AlarmRecord> {
     static constexpr std::string_view table = "alarm";
     using Key = AlarmKey;
     static constexpr std::tuple key{alarm_key_columns};
-    static constexpr std::tuple value{
-        Column{"count", &AlarmRecord::count}, NumberOrNone{"raised", &AlarmRecord::raised, -1},
-        NumberOrNone{"cleared", &AlarmRecord::cleared, -1}, InnerColumns{&AlarmRecord::reason, alarm_reason_columns}};
+    static constexpr std::tuple value{Column{"count", &AlarmRecord::count},
+                                      NumberOrNone{"raised", &AlarmRecord::raised, -1, past},
+                                      NumberOrNone{"cleared", &AlarmRecord::cleared, -1, past},
+                                      InnerColumns{&AlarmRecord::reason, alarm_reason_columns}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports * (remembered_per_port * 8 + 8) + ge_uplinks;
 
     struct Check {
         const char *operator()(uint32_t ports, const Key &alarm, const AlarmRecord &) const
@@ -92,10 +98,11 @@ template <>
 struct Family<AlarmEvent> {
     static constexpr std::string_view table = "alarm_event";
     using Key = uint64_t; // events are numbered from 1 on
-    static constexpr std::tuple key{Itself<Key>{"number"}};
+    static constexpr std::tuple key{Itself<Key>{"number", {1, latest_time}}};
+    static constexpr size_t most = alarm_history;
     static constexpr std::tuple value{
-        Column{"at", &AlarmEvent::at}, InnerColumns{&AlarmEvent::alarm, alarm_key_columns},
-        NumberOrNone{"onu_id", &AlarmEvent::onu_id, -1}, Column{"active", &AlarmEvent::active},
+        Column{"at", &AlarmEvent::at, past}, InnerColumns{&AlarmEvent::alarm, alarm_key_columns},
+        NumberOrNone{"onu_id", &AlarmEvent::onu_id, -1, {0, onus_per_port - 1}}, Column{"active", &AlarmEvent::active},
         InnerColumns{&AlarmEvent::reason, alarm_reason_columns}};
 
     struct Check {

@@ -42,30 +42,33 @@ template <>
 struct Family<Binding> {
     static constexpr std::string_view table = "binding";
     using Key = OnuKey;
-    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"onu_id", &Key::onu_id, "? BETWEEN 0 AND 127"}};
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"onu_id", &Key::onu_id, {0, onus_per_port - 1}}};
     // Texts are limited so that they fit into the records that they go out in.
-    static constexpr std::tuple value{
-        Column{"mac", &Binding::mac},
-        Column{"mode", &Binding::mode},
-        Column{"text_a", &Binding::text_a, "length(CAST(? AS BLOB)) < 128"},
-        Column{"text_b", &Binding::text_b, "length(CAST(? AS BLOB)) < 64"},
-        Column{"text_c", &Binding::text_c, "length(CAST(? AS BLOB)) < 64"},
-        Column{"description", &Binding::description, "length(CAST(? AS BLOB)) < 128"},
-        Column{"exempt", &Binding::exempt},
-        InnerOrNone{&Binding::sla, &Sla::maximum,
-                    std::tuple{Column{"sla_fixed", &Sla::fixed}, Column{"sla_assured", &Sla::assured},
-                               Column{"sla_maximum", &Sla::maximum}, Column{"sla_priority", &Sla::priority},
-                               Column{"sla_weight", &Sla::weight}}},
-        NumberOrNone{"sla_down", &Binding::sla_down, 0},
-        Column{"p2p", &Binding::p2p}};
+    static constexpr std::tuple value{Column{"mac", &Binding::mac},
+                                      Column{"mode", &Binding::mode},
+                                      Column{"text_a", &Binding::text_a, {0, 127}},
+                                      Column{"text_b", &Binding::text_b, {0, 63}},
+                                      Column{"text_c", &Binding::text_c, {0, 63}},
+                                      Column{"description", &Binding::description, {0, 127}},
+                                      Column{"exempt", &Binding::exempt},
+                                      InnerOrNone{&Binding::sla, &Sla::maximum,
+                                                  std::tuple{Column{"sla_fixed", &Sla::fixed, {0, line_rate}},
+                                                             Column{"sla_assured", &Sla::assured, {0, line_rate}},
+                                                             Column{"sla_maximum", &Sla::maximum, {0, line_rate}},
+                                                             Column{"sla_priority", &Sla::priority, {0, max_priority}},
+                                                             Column{"sla_weight", &Sla::weight, {0, max_weight}}}},
+                                      NumberOrNone{"sla_down", &Binding::sla_down, 0, {1, line_rate}},
+                                      Column{"p2p", &Binding::p2p}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports * onus_per_port;
 
     class Check
     {
     public:
         const char *operator()(uint32_t, const Key &, const Binding &binding)
         {
-            return bound.insert(binding.mac).second ? nullptr : "an ONU in it is bound twice";
+            if (binding.sla && !is_good(*binding.sla)) return "there is no such SLA";
+            return bound.insert(binding.mac).second ? nullptr : "the ONU is bound twice";
         }
 
     private:

@@ -28,9 +28,10 @@ template <>
 struct Family<BlacklistEntry> {
     static constexpr std::string_view table = "blacklist";
     using Key = BlacklistKey;
-    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"id", &Key::id, "? BETWEEN 0 AND 127"}};
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"id", &Key::id, {0, onus_per_port - 1}}};
     static constexpr std::tuple value{Column{"mac", &BlacklistEntry::mac}, Column{"text", &BlacklistEntry::text}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports * onus_per_port;
 
     class Check
     {
@@ -38,7 +39,7 @@ struct Family<BlacklistEntry> {
         const char *operator()(uint32_t, const Key &key, const BlacklistEntry &entry)
         {
             const bool first = listed.insert({key.pon_port, entry.mac}).second;
-            return first ? nullptr : "an ONU in it is twice on the black list of a port";
+            return first ? nullptr : "the ONU is twice on the black list of its port";
         }
 
     private:

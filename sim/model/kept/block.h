@@ -10,6 +10,8 @@
 namespace ponsim
 {
 
+inline constexpr uint32_t longest_block = 4096; // bytes, whatever the command
+
 // A BlockKey names the set command by its channel and code, and has the port and the index that tell its blocks
 // apart.
 struct BlockKey {
@@ -30,8 +32,9 @@ struct Family<Block> {
     static constexpr std::string_view table = "block";
     using Key = BlockKey;
     static constexpr std::tuple key{Column{"channel", &Key::channel}, Column{"command", &Key::command},
-                                    Column{"pon_port", &Key::pon_port}, Column{"idx", &Key::index}};
-    static constexpr std::tuple value{BytesColumn{"bytes", &Block::bytes}};
+                                    Column{"pon_port", &Key::pon_port, {0, max_ports}}, Column{"idx", &Key::index}};
+    static constexpr std::tuple value{BytesColumn{"bytes", &Block::bytes, {0, longest_block}}};
+    static constexpr size_t most = max_ports * (onus_per_port + 64) + 64;
 };
 
 // Without bytes the entry removes the block, as if nothing had been set.

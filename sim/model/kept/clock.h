@@ -16,9 +16,9 @@ struct Family<ModelClock> {
     static constexpr std::string_view table = "clock";
     using Key = Only;
     static constexpr std::tuple key{OnlyColumn{}};
-    // Model time is at most ten thousand years, which leaves room for what is to happen after it.
-    static constexpr std::tuple value{Column{"now", &ModelClock::now, "? BETWEEN 0 AND 315360000000000"}};
+    static constexpr std::tuple value{Column{"now", &ModelClock::now, {0, latest_time}}};
     static constexpr bool placed = true;
+    static constexpr size_t most = 1;
 };
 
 } // namespace ponsim

@@ -5,10 +5,17 @@
 // configuration follow from that. kept.h lists the families.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
+
+#include "model/base/limits.h"
+#include "model/base/time.h"
 
 namespace ponsim
 {
@@ -23,41 +30,86 @@ namespace ponsim
 //   unique  columns whose values together differ between any two records
 //   as_new  true: a record that equals a newly made one is not kept
 //   placed  true: the OLT has a place of its own for the records; otherwise it keeps them by their keys, as they are
-//   Check   the condition that rows must meet when they are read. One Check is made for a table. It is called with the
+//   Check   what rows must meet beyond the bounds of their columns. One Check is made for a table. It is called with
+//   the
 //           number of the OLT's PON ports and with key and record of each row. It returns what is wrong, or null.
+// It must have this one:
+//   most    so many records an OLT can have
+// The bounds, the Check and `most` are all that says which records there can be. Whatever is written, loaded or opened
+// is held to them (see store/records.h).
 template <class Record>
 struct Family;
 
-// A kind of column declares its columns, puts the owner's member into a row and gets it from a row. In a condition that
-// SQL checks, '?' stands for the name of the column.
+// Bounds say which numbers a column can have, or how many bytes its text or its bytes can have.
+struct Bounds {
+    int64_t least;
+    int64_t greatest;
+    bool past = false; // a time that is not later than the OLT's
+
+    bool contains(int64_t number) const { return number >= least && number <= greatest; }
+};
+
+// A column without Bounds of its own has this one. An enumeration needs its own, or has
+// its first value only.
+template <class Value>
+constexpr Bounds natural_bounds()
+{
+    if constexpr (std::is_same_v<Value, bool>)
+        return {0, 1};
+    else if constexpr (std::is_enum_v<Value>)
+        return {0, 0};
+    else if constexpr (std::is_same_v<Value, ModelTime>)
+        return {0, greatest_time};
+    else if constexpr (std::is_same_v<Value, std::string>)
+        return {0, longest_kept_text};
+    else if constexpr (std::is_integral_v<Value>)
+        return {std::numeric_limits<Value>::min(), std::numeric_limits<Value>::max()};
+    else
+        return {0, sizeof(Value)};
+}
+
+// These are the bounds of a time at which something has happened.
+inline constexpr Bounds past{0, latest_time, true};
+
+// A ColumnField is what a row is told of a column whose value is put or got.
+struct ColumnField {
+    std::string_view name;
+    Bounds bounds;
+};
+
+// A kind of column declares its columns, puts the owner's member into a row and gets it from a row. A row refuses what
+// is not within the field's bounds.
 
 // A Column holds a member in a column of its own: a number, a text, or an array of bytes.
 template <class Owner, class Value>
 struct Column {
     std::string_view name;
     Value Owner::*member;
-    std::string_view check = {};
+    Bounds bounds = natural_bounds<Value>();
 
-    void declare(auto &columns) const { columns.template add<Value>(name, check); }
-    void put(auto &row, const Owner &owner) const { row.put(owner.*member); }
-    void get(auto &row, Owner &owner) const { row.get(owner.*member); }
+    void declare(auto &columns) const { columns.template add<Value>(name); }
+    void put(auto &row, const Owner &owner) const { row.put(owner.*member, ColumnField{name, bounds}); }
+    void get(auto &row, Owner &owner) const { row.get(owner.*member, ColumnField{name, bounds}); }
 };
 
 // An Itself column holds the whole key, where the key is one value.
 template <class Value>
 struct Itself {
     std::string_view name;
+    Bounds bounds = natural_bounds<Value>();
 
     void declare(auto &columns) const { columns.template add<Value>(name); }
-    void put(auto &row, const Value &value) const { row.put(value); }
-    void get(auto &row, Value &value) const { row.get(value); }
+    void put(auto &row, const Value &value) const { row.put(value, ColumnField{name, bounds}); }
+    void get(auto &row, Value &value) const { row.get(value, ColumnField{name, bounds}); }
 };
 
 // A PortItself column holds the number of a PON port, where that is the whole key. The OLT must have the port.
 struct PortItself {
-    void declare(auto &columns) const { columns.template add<uint32_t>("pon_port"); }
-    void put(auto &row, uint32_t port) const { row.put(port); }
-    void get(auto &row, uint32_t &port) const { row.get_port(port); }
+    static constexpr ColumnField field{"pon_port", {1, max_ports}};
+
+    void declare(auto &columns) const { columns.template add<uint32_t>(field.name); }
+    void put(auto &row, uint32_t port) const { row.put(port, field); }
+    void get(auto &row, uint32_t &port) const { row.get_port(port, field); }
 };
 // A PortColumn holds the number of a PON port that is a member of the key. The OLT must have the port.
 template <class Owner>
@@ -74,25 +126,27 @@ struct Only {
     auto operator<=>(const Only &) const = default;
 };
 struct OnlyColumn {
-    void declare(auto &columns) const { columns.template add<uint32_t>("one", "? = 1"); }
-    void put(auto &row, const Only &) const { row.put(1); }
+    static constexpr ColumnField field{"one", {1, 1}};
+
+    void declare(auto &columns) const { columns.template add<uint32_t>(field.name); }
+    void put(auto &row, const Only &) const { row.put(uint32_t{1}, field); }
     void get(auto &row, Only &) const
     {
         uint32_t one = 0;
-        row.get(one);
+        row.get(one, field);
     }
 };
 
-// A BytesColumn holds a member as its bytes. When the bytes do not fit the member, `what` says what is damaged.
+// A BytesColumn holds a member as its bytes.
 template <class Owner, class Value>
 struct BytesColumn {
     std::string_view name;
     Value Owner::*member;
-    std::string_view what = {};
+    Bounds size = {sizeof(Value), sizeof(Value)};
 
     void declare(auto &columns) const { columns.add_bytes(name); }
-    void put(auto &row, const Owner &owner) const { row.put_bytes(owner.*member); }
-    void get(auto &row, Owner &owner) const { row.get_bytes(owner.*member, what); }
+    void put(auto &row, const Owner &owner) const { row.put_bytes(owner.*member, ColumnField{name, size}); }
+    void get(auto &row, Owner &owner) const { row.get_bytes(owner.*member, ColumnField{name, size}); }
 };
 
 // A NumberOrNone column holds an optional number. One value, which the number never has, stands for no number.
@@ -101,19 +155,27 @@ struct NumberOrNone {
     std::string_view name;
     std::optional<Value> Owner::*member;
     int64_t none;
+    Bounds bounds = natural_bounds<Value>();
 
     void declare(auto &columns) const { columns.template add<int64_t>(name); }
     void put(auto &row, const Owner &owner) const
     {
-        const std::optional<Value> &value = owner.*member;
-        row.put(value ? static_cast<int64_t>(*value) : none);
+        if (const std::optional<Value> &value = owner.*member)
+            row.put(*value, ColumnField{name, bounds});
+        else
+            row.put(none, of_none());
     }
     void get(auto &row, Owner &owner) const
     {
         int64_t number = 0;
-        row.get(number);
-        if (number != none) owner.*member = static_cast<Value>(number);
+        if (row.next_is(none))
+            row.get(number, of_none());
+        else
+            row.get((owner.*member).emplace(), ColumnField{name, bounds});
     }
+
+private:
+    ColumnField of_none() const { return {name, {none, none}}; }
 };
 
 // FlagAndNumber holds an optional number in two columns: whether there is a number, and the number.
@@ -122,6 +184,7 @@ struct FlagAndNumber {
     std::string_view flag;
     std::string_view name;
     std::optional<Value> Owner::*member;
+    Bounds bounds = natural_bounds<Value>();
 
     void declare(auto &columns) const
     {
@@ -130,15 +193,15 @@ struct FlagAndNumber {
     }
     void put(auto &row, const Owner &owner) const
     {
-        row.put((owner.*member).has_value());
-        row.put((owner.*member).value_or(Value{}));
+        row.put((owner.*member).has_value(), ColumnField{flag, natural_bounds<bool>()});
+        row.put((owner.*member).value_or(Value{}), ColumnField{name, bounds});
     }
     void get(auto &row, Owner &owner) const
     {
         bool there = false;
         Value value{};
-        row.get(there);
-        row.get(value);
+        row.get(there, ColumnField{flag, natural_bounds<bool>()});
+        row.get(value, ColumnField{name, bounds});
         if (there) owner.*member = value;
     }
 };
@@ -199,6 +262,8 @@ struct InnerOrNone {
 // A PartTable holds an optional record within a record in a table of its own.
 template <class Owner, class Inner, class Columns>
 struct PartTable {
+    using Value = Inner;
+
     std::string_view table;
     std::optional<Inner> Owner::*member;
     Columns value;

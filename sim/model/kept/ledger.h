@@ -45,20 +45,12 @@ struct Family<Ledger> {
     static constexpr std::string_view table = "ledger";
     using Key = OnuAtPort;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
-    static constexpr std::tuple value{
-        Column{"since", &Ledger::since}, Column{"until", &Ledger::until},
-        BytesColumn{"frames", &Ledger::frames, "a count of an ONU's frames"},
-        BytesColumn{"at_period", &Ledger::at_period, "a count of an ONU's frames"},
-        BytesColumn{"at_last_period", &Ledger::at_last_period, "a count of an ONU's frames"}};
-
-    struct Check {
-        const char *operator()(uint32_t, const Key &, const Ledger &ledger) const
-        {
-            const bool fits = ledger.frames.size() <= max_unis && ledger.at_period.size() <= max_unis &&
-                              ledger.at_last_period.size() <= max_unis;
-            return fits ? nullptr : "a count of an ONU's frames in it is damaged";
-        }
-    };
+    static constexpr Bounds sizes{0, max_unis * sizeof(UniFrames)};
+    static constexpr size_t most = max_ports * remembered_per_port;
+    static constexpr std::tuple value{Column{"since", &Ledger::since}, Column{"until", &Ledger::until},
+                                      BytesColumn{"frames", &Ledger::frames, sizes},
+                                      BytesColumn{"at_period", &Ledger::at_period, sizes},
+                                      BytesColumn{"at_last_period", &Ledger::at_last_period, sizes}};
 };
 
 } // namespace ponsim

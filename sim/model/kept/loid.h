@@ -9,6 +9,10 @@
 namespace ponsim
 {
 
+inline constexpr size_t max_auth_records = 128; // of each port
+inline constexpr size_t max_loid = 24;
+inline constexpr size_t max_password = 12;
+
 struct LoidKey {
     uint32_t pon_port;
     std::string loid;
@@ -24,9 +28,10 @@ template <>
 struct Family<LoidPassword> {
     static constexpr std::string_view table = "auth";
     using Key = LoidKey;
-    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"loid", &Key::loid}};
-    static constexpr std::tuple value{Column{"password", &LoidPassword::password}};
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"loid", &Key::loid, {1, max_loid}}};
+    static constexpr std::tuple value{Column{"password", &LoidPassword::password, {0, max_password}}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports * max_auth_records;
 };
 
 } // namespace ponsim

@@ -20,6 +20,8 @@ struct UniKey {
     auto operator<=>(const UniKey &) const = default;
 };
 
+inline constexpr size_t max_loops = 48; // how many UNI ports are kept, for the whole OLT
+
 // A LoopRecord describes a UNI port that has a loop, is shut, or once had a loop or was shut.
 struct LoopRecord {
     bool looped = false; // there is a loop
@@ -35,10 +37,13 @@ template <>
 struct Family<LoopRecord> {
     static constexpr std::string_view table = "loop";
     using Key = UniKey;
-    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}, Column{"uni", &Key::uni}};
+    static constexpr size_t most = max_loops;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
+                                    Column{"uni", &Key::uni, {1, max_unis}}};
     static constexpr std::tuple value{Column{"looped", &LoopRecord::looped}, Column{"shut", &LoopRecord::shut},
-                                      Column{"detected", &LoopRecord::detected}, Column{"since", &LoopRecord::since},
-                                      FlagAndNumber{"watched", "watched_from", &LoopRecord::watched_from}};
+                                      Column{"detected", &LoopRecord::detected},
+                                      Column{"since", &LoopRecord::since, past},
+                                      FlagAndNumber{"watched", "watched_from", &LoopRecord::watched_from, past}};
 };
 
 } // namespace ponsim

@@ -5,20 +5,22 @@
 #include <cstdint>
 #include <optional>
 
+#include "model/base/alarm.h"
 #include "model/base/limits.h"
 #include "model/base/mac.h"
 #include "model/base/time.h"
 #include "model/kept/family.h"
+#include "model/kept/onu.h"
 
 namespace ponsim
 {
 
-// No laser can be made older than this.
-inline constexpr uint32_t max_laser_hours = 10000000;
-
 struct ModuleRecord {
     // A Measurement of the power received from an ONU takes model time.
     struct Measurement {
+        static constexpr Bounds all_samples{1, 100};
+        static constexpr Bounds intervals{0, 60000}; // ms
+
         Mac mac;
         ModelTime end; // time of its last sample
         uint32_t samples;
@@ -36,6 +38,9 @@ struct ModuleRecord {
 
         bool operator==(const Result &) const = default;
     };
+
+    static constexpr Bounds loss_levels{-4000, 0};
+    static constexpr Bounds dimmings{0, 6000};
 
     uint32_t added_hours = 0;               // the laser's age is this and the time of the OLT
     bool tx_disabled = false;               // by the soft control in the module's memory
@@ -55,29 +60,38 @@ struct Family<ModuleRecord> {
     static constexpr std::string_view table = "module";
     using Key = uint32_t;
     static constexpr std::tuple key{Itself<Key>{"cage"}};
-    static constexpr std::tuple value{Column{"added_hours", &ModuleRecord::added_hours},
-                                      Column{"tx_disabled", &ModuleRecord::tx_disabled},
-                                      Column{"always_on", &ModuleRecord::always_on},
-                                      FlagAndNumber{"own_loss_level", "loss_level", &ModuleRecord::loss_level},
-                                      Column{"raised", &ModuleRecord::raised},
-                                      Column{"user", &ModuleRecord::user},
-                                      Column{"dimmed", &ModuleRecord::dimmed, "? BETWEEN 0 AND 6000"}};
+    static constexpr std::tuple value{
+        Column{"added_hours", &ModuleRecord::added_hours, {0, max_laser_hours}},
+        Column{"tx_disabled", &ModuleRecord::tx_disabled},
+        Column{"always_on", &ModuleRecord::always_on},
+        FlagAndNumber{"own_loss_level", "loss_level", &ModuleRecord::loss_level, ModuleRecord::loss_levels},
+        Column{"raised", &ModuleRecord::raised, {0, (2 << max_alarm) - 1}},
+        Column{"user", &ModuleRecord::user},
+        Column{"dimmed", &ModuleRecord::dimmed, ModuleRecord::dimmings}};
     using Measurement = ModuleRecord::Measurement;
     using Result = ModuleRecord::Result;
     static constexpr std::tuple parts{
         PartTable{"measurement", &ModuleRecord::measurement,
                   std::tuple{Column{"mac", &Measurement::mac}, Column{"ends", &Measurement::end},
-                             Column{"samples", &Measurement::samples}, Column{"interval", &Measurement::interval}}},
+                             Column{"samples", &Measurement::samples, Measurement::all_samples},
+                             Column{"interval", &Measurement::interval, Measurement::intervals}}},
         PartTable{"measured", &ModuleRecord::result,
-                  std::tuple{Column{"mac", &Result::mac}, Column{"taken", &Result::at},
-                             Column{"samples", &Result::samples}, Column{"average", &Result::average},
-                             Column{"least", &Result::least}, Column{"greatest", &Result::greatest}}}};
+                  std::tuple{Column{"mac", &Result::mac}, Column{"taken", &Result::at, past},
+                             Column{"samples", &Result::samples, Measurement::all_samples},
+                             Column{"average", &Result::average}, Column{"least", &Result::least},
+                             Column{"greatest", &Result::greatest}}}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports + ge_uplinks;
 
     struct Check {
-        const char *operator()(uint32_t ports, Key cage, const ModuleRecord &) const
+        const char *operator()(uint32_t ports, Key cage, const ModuleRecord &record) const
         {
-            return cage >= 1 && cage <= ports + ge_uplinks ? nullptr : "an optical module in it is damaged";
+            if (cage < 1 || cage > ports + ge_uplinks) return "the OLT has no such cage";
+            if (!record.measurement) return nullptr;
+            if (cage > ports) return "only the module of a PON port measures";
+            const Measurement &measurement = *record.measurement;
+            const bool fits = measurement.end >= ModelTime{measurement.samples - 1} * measurement.interval;
+            return fits ? nullptr : "the measurement began before the OLT was switched on";
         }
     };
 };

@@ -9,9 +9,14 @@
 #include "model/base/mac.h"
 #include "model/base/time.h"
 #include "model/kept/family.h"
+#include "model/kept/sla.h"
 
 namespace ponsim
 {
+
+// No laser can be made older than this.
+inline constexpr uint32_t max_laser_hours = 10000000;
+inline constexpr uint32_t max_flood = 1488095; // frames a second, the most that Gigabit Ethernet carries
 
 struct OnuAtPort {
     uint32_t pon_port;
@@ -85,25 +90,26 @@ struct Family<OnuRecord> {
     static constexpr std::tuple value{
         Column{"supported", &OnuRecord::supported},
         Column{"reboots", &OnuRecord::reboots},
-        Column{"software", &OnuRecord::software, "length(?) < 17"},
+        Column{"software", &OnuRecord::software, {0, 16}},
         Column{"upgrade_type", &OnuRecord::upgrade_type},
         Column{"bad_image", &OnuRecord::bad_image},
         Column{"powered", &OnuRecord::powered},
-        Column{"phase", &OnuRecord::phase, "? BETWEEN 0 AND 5"},
+        Column{"phase", &OnuRecord::phase, {0, 5}},
         Column{"phase_ends", &OnuRecord::phase_ends},
-        InnerColumns{&OnuRecord::up, std::tuple{Column{"light", &Reception::light, "? BETWEEN 0 AND 4"},
-                                                Column{"light_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
+        InnerColumns{&OnuRecord::up, std::tuple{Column{"light", &Reception::light, {0, 4}},
+                                                Column{"light_steps", &Reception::steps, {0, 40}},
                                                 Column{"light_since", &Reception::since}}},
-        InnerColumns{&OnuRecord::down, std::tuple{Column{"down_light", &Reception::light, "? BETWEEN 0 AND 4"},
-                                                  Column{"down_steps", &Reception::steps, "? BETWEEN 0 AND 40"},
+        InnerColumns{&OnuRecord::down, std::tuple{Column{"down_light", &Reception::light, {0, 4}},
+                                                  Column{"down_steps", &Reception::steps, {0, 40}},
                                                   Column{"down_since", &Reception::since}}},
-        Column{"added_hours", &OnuRecord::added_hours},
+        Column{"added_hours", &OnuRecord::added_hours, {0, max_laser_hours}},
         Column{"rogue", &OnuRecord::rogue},
-        NumberOrNone{"load_up", &OnuRecord::load_up, -1},
-        NumberOrNone{"load_down", &OnuRecord::load_down, -1},
-        Column{"flood", &OnuRecord::flood}};
+        NumberOrNone{"load_up", &OnuRecord::load_up, -1, {0, line_rate}},
+        NumberOrNone{"load_down", &OnuRecord::load_down, -1, {0, line_rate}},
+        Column{"flood", &OnuRecord::flood, {0, max_flood}}};
     static constexpr bool as_new = true;
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports * remembered_per_port;
 };
 
 } // namespace ponsim

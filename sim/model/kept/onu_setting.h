@@ -6,6 +6,7 @@
 
 #include "model/base/mac.h"
 #include "model/base/time.h"
+#include "model/kept/block.h"
 #include "model/kept/family.h"
 
 namespace ponsim
@@ -34,10 +35,11 @@ template <>
 struct Family<OnuSetting> {
     static constexpr std::string_view table = "onu_setting";
     using Key = SettingKey;
+    static constexpr size_t most = max_ports * remembered_per_port * 64;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
                                     Column{"command", &Key::command}, Column{"uni", &Key::uni}};
-    static constexpr std::tuple value{BytesColumn{"told", &OnuSetting::sent},
-                                      BytesColumn{"before", &OnuSetting::before},
+    static constexpr std::tuple value{BytesColumn{"told", &OnuSetting::sent, {0, longest_block}},
+                                      BytesColumn{"before", &OnuSetting::before, {0, longest_block}},
                                       Column{"arrives", &OnuSetting::arrives}};
 };
 

@@ -43,20 +43,27 @@ template <>
 struct Family<PluggedOnu> {
     static constexpr std::string_view table = "plugged_onu";
     using Key = OnuAtPort;
+    static constexpr size_t most = max_ports * remembered_per_port;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
-    static constexpr std::tuple value{Column{"state", &PluggedOnu::state, "? BETWEEN 0 AND 2"},
-                                      Column{"branch", &PluggedOnu::branch},
-                                      Column{"fibre", &PluggedOnu::fibre, "? BETWEEN 0 AND 4095"},
-                                      Column{"length", &PluggedOnu::length, "? BETWEEN 0 AND 20000"},
+    static constexpr std::tuple value{Column{"state", &PluggedOnu::state, {0, 2}},
+                                      Column{"branch", &PluggedOnu::branch, {0, max_branch}},
+                                      Column{"fibre", &PluggedOnu::fibre, {0, max_branch}},
+                                      Column{"length", &PluggedOnu::length, {0, max_distance}},
                                       Column{"name", &PluggedOnu::name},
                                       Column{"loid", &PluggedOnu::loid},
                                       Column{"password", &PluggedOnu::password},
                                       Column{"kind", &PluggedOnu::kind},
                                       Column{"silent", &PluggedOnu::silent},
                                       Column{"in_use", &PluggedOnu::in_use},
-                                      NumberOrNone{"load_up", &PluggedOnu::load_up, -1},
-                                      NumberOrNone{"load_down", &PluggedOnu::load_down, -1}};
+                                      NumberOrNone{"load_up", &PluggedOnu::load_up, -1, {0, line_rate}},
+                                      NumberOrNone{"load_down", &PluggedOnu::load_down, -1, {0, line_rate}}};
 };
+
+// Returns whether a user's device can have the speed, in Mbit/s.
+constexpr bool is_speed(uint32_t speed)
+{
+    return speed == 10 || speed == 100 || speed == 1000;
+}
 
 // A PluggedDevice says which device of a user is plugged in at a UNI port. It replaces what the ONU's own device says.
 struct PluggedDevice {
@@ -70,9 +77,18 @@ template <>
 struct Family<PluggedDevice> {
     static constexpr std::string_view table = "plugged_device";
     using Key = UniKey;
-    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}, Column{"uni", &Key::uni}};
+    static constexpr size_t most = max_ports * remembered_per_port * max_unis;
+    static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
+                                    Column{"uni", &Key::uni, {1, max_unis}}};
     static constexpr std::tuple value{Column{"speed", &PluggedDevice::speed},
                                       Column{"full_duplex", &PluggedDevice::full_duplex}};
+
+    struct Check {
+        const char *operator()(uint32_t, const Key &, const PluggedDevice &device) const
+        {
+            return device.speed == 0 || is_speed(device.speed) ? nullptr : "there is no device of this speed";
+        }
+    };
 };
 
 } // namespace ponsim

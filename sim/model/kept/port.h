@@ -29,10 +29,18 @@ struct Family<PortRecord> {
     using Key = uint32_t;
     static constexpr std::tuple key{PortItself{}};
     static constexpr std::tuple value{
-        InnerColumns{&PortRecord::limits, std::tuple{Column{"min_distance", &RangingLimits::min},
-                                                     Column{"max_distance", &RangingLimits::max}}},
-        Column{"auth_mode", &PortRecord::auth_mode, "? BETWEEN 0 AND 3"}};
+        InnerColumns{&PortRecord::limits, std::tuple{Column{"min_distance", &RangingLimits::min, {0, max_distance}},
+                                                     Column{"max_distance", &RangingLimits::max, {0, max_distance}}}},
+        Column{"auth_mode", &PortRecord::auth_mode, {0, 3}}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports;
+
+    struct Check {
+        const char *operator()(uint32_t, Key, const PortRecord &port) const
+        {
+            return port.limits.min <= port.limits.max ? nullptr : "min_distance is beyond max_distance";
+        }
+    };
 };
 
 } // namespace ponsim

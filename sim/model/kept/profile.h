@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "model/kept/block.h"
 #include "model/kept/family.h"
 #include "place.h"
 
@@ -52,19 +55,26 @@ template <>
 struct Family<Profile> {
     static constexpr std::string_view table = "profile";
     using Key = ProfileKey;
-    static constexpr std::tuple key{Column{"kind", &Key::kind}, Column{"id", &Key::id}};
+    static constexpr std::tuple key{Column{"kind", &Key::kind, {1, profile_kinds}},
+                                    Column{"id", &Key::id, {1, max_profiles}}};
     static constexpr std::tuple value{Column{"name", &Profile::name},
-                                      BytesColumn{"fields", &Profile::values, "a profile"}};
+                                      BytesColumn{"fields", &Profile::values, {0, longest_block}}};
     static constexpr std::string_view unique = "kind, name";
     static constexpr bool placed = true;
+    static constexpr size_t most = profile_kinds * max_profiles;
 
-    struct Check {
-        const char *operator()(uint32_t, const Key &key, const Profile &profile) const
+    class Check
+    {
+    public:
+        const char *operator()(uint32_t, const Key &key, const Profile &profile)
         {
-            const bool known = key.kind >= ProfileKind::line && key.kind <= ProfileKind::alarm && key.id >= 1 &&
-                               key.id <= max_profiles;
-            return known && is_good(key.kind, profile) ? nullptr : "a profile in it is damaged";
+            if (!is_good(key.kind, profile)) return "there is no such profile of its kind";
+            const bool first = names.insert({key.kind, profile.name}).second;
+            return first ? nullptr : "two profiles of a kind have the same name";
         }
+
+    private:
+        std::set<std::pair<ProfileKind, std::string>> names;
     };
 };
 

@@ -22,6 +22,14 @@ struct Sla {
     bool operator==(const Sla &) const = default;
 };
 
+// Returns whether there can be such an SLA: what is fixed and assured is within the maximum.
+constexpr bool is_good(const Sla &sla)
+{
+    if (sla.maximum < 1 || sla.maximum > line_rate) return false;
+    if (sla.fixed > sla.maximum || sla.assured > sla.maximum - sla.fixed) return false;
+    return sla.priority <= max_priority && sla.weight >= 1 && sla.weight <= max_weight;
+}
+
 // An ONU without a stored SLA has this one.
 inline constexpr Sla default_sla{.fixed = 0, .assured = 0, .maximum = line_rate, .priority = 0, .weight = 1};
 

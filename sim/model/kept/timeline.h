@@ -17,6 +17,7 @@ struct Family<Timeline> {
     static constexpr std::string_view table = "timeline";
     using Key = Only;
     static constexpr std::tuple key{OnlyColumn{}};
+    static constexpr size_t most = 1;
     static constexpr std::tuple value{Column{"done", &Timeline::done}};
 };
 

@@ -64,9 +64,9 @@ struct Family<Offered> {
     static constexpr std::string_view table = "traffic";
     using Key = uint32_t;
     static constexpr std::tuple key{PortItself{}};
-    static constexpr std::tuple value{Column{"until", &Offered::until},
-                                      BytesColumn{"frames", &Offered::frames, "a count of frames"}};
+    static constexpr std::tuple value{Column{"until", &Offered::until, past}, BytesColumn{"frames", &Offered::frames}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports;
 };
 
 } // namespace ponsim

@@ -8,6 +8,7 @@
 #include "model/base/time.h"
 #include "model/kept/family.h"
 #include "model/kept/onu.h"
+#include "model/kept/upgrade_type.h"
 
 namespace ponsim
 {
@@ -39,11 +40,14 @@ struct Family<UpgradeRun> {
     static constexpr std::string_view table = "upgrade_run";
     using Key = OnuAtPort;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
-    static constexpr std::tuple value{
-        Column{"type", &UpgradeRun::type},   Column{"version", &UpgradeRun::version},
-        Column{"size", &UpgradeRun::size},   Column{"state", &UpgradeRun::state, "? BETWEEN 0 AND 5"},
-        Column{"since", &UpgradeRun::since}, Column{"reason", &UpgradeRun::reason, "? BETWEEN 0 AND 5"}};
+    static constexpr std::tuple value{Column{"type", &UpgradeRun::type},
+                                      Column{"version", &UpgradeRun::version},
+                                      Column{"size", &UpgradeRun::size, image_sizes},
+                                      Column{"state", &UpgradeRun::state, {0, 5}},
+                                      Column{"since", &UpgradeRun::since, past},
+                                      Column{"reason", &UpgradeRun::reason, {0, 5}}};
     static constexpr bool placed = true;
+    static constexpr size_t most = max_ports * remembered_per_port;
 };
 
 } // namespace ponsim

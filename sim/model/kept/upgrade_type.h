@@ -2,12 +2,16 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "model/kept/family.h"
 
 namespace ponsim
 {
+
+inline constexpr size_t max_upgrade_types = 32;
+inline constexpr Bounds image_sizes{1, std::numeric_limits<uint32_t>::max()}; // bytes
 
 struct UpgradeType {
     std::string vendor;
@@ -23,9 +27,11 @@ template <>
 struct Family<UpgradeType> {
     static constexpr std::string_view table = "upgrade_type";
     using Key = std::string;
+    static constexpr size_t most = max_upgrade_types;
     static constexpr std::tuple key{Itself<Key>{"name"}};
     static constexpr std::tuple value{Column{"vendor", &UpgradeType::vendor}, Column{"model", &UpgradeType::model},
-                                      Column{"version", &UpgradeType::version}, Column{"size", &UpgradeType::size},
+                                      Column{"version", &UpgradeType::version},
+                                      Column{"size", &UpgradeType::size, image_sizes},
                                       Column{"file", &UpgradeType::file}};
 };
 

@@ -13,10 +13,6 @@
 namespace ponsim
 {
 
-inline constexpr size_t max_auth_records = 128; // of each port
-inline constexpr size_t max_loid = 24;
-inline constexpr size_t max_password = 12;
-
 struct AuthRequest {
     uint32_t mode;
     std::string loid; // names the record to change; empty: no record

@@ -76,6 +76,16 @@ uint32_t Bank::percent() const
     return size == 0 ? 0 : static_cast<uint32_t>(uint64_t{received} * 100 / size);
 }
 
+bool is_good(const Banks &banks)
+{
+    const auto is_good_bank = [](const Bank &bank) {
+        const auto end = std::ranges::find(bank.version, '\0') - bank.version.begin();
+        return end <= 16 && bank.valid <= 1 && bank.received <= bank.size;
+    };
+    return std::ranges::all_of(banks.banks, is_good_bank) && banks.active < banks.banks.size() &&
+           banks.committed < banks.banks.size() && banks.push <= Push::failed && banks.pushed < banks.banks.size();
+}
+
 std::optional<std::string_view> to_text(Push push)
 {
     constexpr std::string_view texts[] = {"", "receiving", "complete", "committed", "started", "failed"};

@@ -40,6 +40,9 @@ struct Banks {
     const Bank &pushed_bank() const { return banks.at(pushed); }
 };
 
+// Returns whether an ONU can have these banks.
+bool is_good(const Banks &banks);
+
 // Returns no text for "none".
 std::optional<std::string_view> to_text(Banks::Push push);
 

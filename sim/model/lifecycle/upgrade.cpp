@@ -215,7 +215,7 @@ bool is_version(const std::string &text)
 bool is_good(const std::string &name, const UpgradeType &type)
 {
     return is_word(name, longest_name) && is_word(type.vendor, longest_vendor) && is_word(type.model, longest_model) &&
-           is_version(type.version) && type.size > 0 && type.file.size() <= longest_file;
+           is_version(type.version) && image_sizes.contains(type.size) && type.file.size() <= longest_file;
 }
 
 Plan add_upgrade_types(const Olt &olt, const UpgradeTypes &types)

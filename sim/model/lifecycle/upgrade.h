@@ -16,7 +16,6 @@
 namespace ponsim
 {
 
-inline constexpr size_t max_upgrade_types = 32;
 inline constexpr uint32_t max_downloads = 4; // at a time, for each port
 
 using UpgradeTypes = std::map<std::string, UpgradeType>; // by name

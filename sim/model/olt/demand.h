@@ -28,7 +28,6 @@ uint32_t admissible(const Mpcp &mpcp, uint32_t onus);
 // was found with.
 Plan set_load(const Olt &olt, uint32_t pon_port, const Mac &mac, Direction direction, std::optional<uint32_t> kbits);
 
-inline constexpr uint32_t max_flood = 1488095; // frames a second, the most that Gigabit Ethernet carries
 // Makes an ONU that has arrived at the port send so many broadcast frames a second beyond its load.
 Plan set_flood(const Olt &olt, uint32_t pon_port, const Mac &mac, uint32_t frames);
 

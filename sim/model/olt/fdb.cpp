@@ -55,6 +55,12 @@ uint32_t linked(const Olt &olt, const PonPort &port, uint32_t onu_id)
 
 } // namespace
 
+bool is_good(const FdbConfig &config)
+{
+    const bool ages = config.ageing == 0 || (config.ageing >= shortest_ageing && config.ageing <= longest_ageing);
+    return ages && config.learning <= 1;
+}
+
 FdbConfig fdb_config(const Olt &olt)
 {
     return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_FDB_CFG_SET, 0), FdbConfig{});
@@ -62,9 +68,7 @@ FdbConfig fdb_config(const Olt &olt)
 
 Plan set_fdb_config(const FdbConfig &config)
 {
-    if (config.ageing != 0 && (config.ageing < shortest_ageing || config.ageing > longest_ageing))
-        return {PON_ERR_BAD_RECORD};
-    if (config.learning > 1) return {PON_ERR_BAD_RECORD};
+    if (!is_good(config)) return {PON_ERR_BAD_RECORD};
     Plan plan{BSP_OK};
     plan.change.add(block_at({BSP_MSG_PLAT, BSP_CMD_FDB_CFG_SET, 0, 0},
                              config == FdbConfig{} ? std::nullopt : std::optional(to_block(config))));

@@ -32,6 +32,9 @@ struct FdbConfig {
     bool operator==(const FdbConfig &) const = default;
 };
 
+// Returns whether there can be such a configuration.
+bool is_good(const FdbConfig &config);
+
 FdbConfig fdb_config(const Olt &olt);
 Plan set_fdb_config(const FdbConfig &config);
 

@@ -8,6 +8,13 @@
 namespace ponsim
 {
 
+bool is_good(const LlidBehavior &behavior)
+{
+    if (behavior.frames > Frames::dropped || behavior.over_limit > 1 || behavior.isolated > 1) return false;
+    return behavior.broadcast_rate <= line_rate && behavior.multicast_rate <= line_rate &&
+           behavior.unknown_rate <= line_rate;
+}
+
 LlidBehavior llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid)
 {
     return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_LLID_BEHAVIOR_SET, pon_port, llid), LlidBehavior{});
@@ -17,10 +24,7 @@ Plan set_llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid, const L
 {
     if (!olt.port(pon_port)) return {PON_ERR_NO_PORT};
     if (llid < 1 || llid > onus_per_port) return {PON_ERR_BAD_LLID};
-    if (behavior.frames > Frames::dropped || behavior.over_limit > 1 || behavior.isolated > 1)
-        return {PON_ERR_BAD_RECORD};
-    for (uint32_t rate : {behavior.broadcast_rate, behavior.multicast_rate, behavior.unknown_rate})
-        if (rate > line_rate) return {PON_ERR_BAD_RECORD};
+    if (!is_good(behavior)) return {PON_ERR_BAD_RECORD};
     Plan plan{BSP_OK};
     plan.change.add(block_at({BSP_MSG_PLAT, BSP_CMD_LLID_BEHAVIOR_SET, pon_port, llid},
                              behavior == LlidBehavior{} ? std::nullopt : std::optional(to_block(behavior))));

@@ -33,6 +33,9 @@ constexpr uint32_t to_onu_id(uint32_t llid)
     return llid - 1;
 }
 
+// Returns whether there can be such a behaviour.
+bool is_good(const LlidBehavior &behavior);
+
 LlidBehavior llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid);
 Plan set_llid_behavior(const Olt &olt, uint32_t pon_port, uint32_t llid, const LlidBehavior &behavior);
 

@@ -9,9 +9,6 @@ namespace ponsim
 namespace
 {
 
-// Index 0 of the command's blocks belongs to the optical status, which shares its code.
-constexpr uint32_t block_index = 1;
-
 constexpr uint32_t longest_time = 65535;        // greatest time in a GATE or a REGISTER
 constexpr uint32_t farthest_round_trip = 12500; // 20 km there and back
 
@@ -20,7 +17,9 @@ bool in(uint32_t value, uint32_t least, uint32_t greatest)
     return value >= least && value <= greatest;
 }
 
-bool makes_sense(const Mpcp &mpcp)
+} // namespace
+
+bool is_good(const Mpcp &mpcp)
 {
     return in(mpcp.discovery_interval, 100, 10000) && in(mpcp.discovery_window, farthest_round_trip, longest_time) &&
            in(mpcp.report_timeout, 50, 10000) && in(mpcp.gate_timeout, 10, 1000) &&
@@ -28,11 +27,9 @@ bool makes_sense(const Mpcp &mpcp)
            in(mpcp.sync_time, 1, mpcp.grant_length - 1) && mpcp.fec <= 1;
 }
 
-} // namespace
-
 Mpcp mpcp_of(const Olt &olt, uint32_t pon_port)
 {
-    return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index), Mpcp{});
+    return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, mpcp_index), Mpcp{});
 }
 
 bool is_mpcp(const BlockKey &key)
@@ -62,8 +59,8 @@ Plan set_mpcp(const Olt &olt, uint32_t pon_port, MpcpSet which, const Mpcp &want
     default:
         return {PON_ERR_BAD_RECORD};
     }
-    if (!makes_sense(mpcp)) return {PON_ERR_BAD_RECORD};
-    return {BSP_OK, change_of(block_at({BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, block_index}, to_block(mpcp)))};
+    if (!is_good(mpcp)) return {PON_ERR_BAD_RECORD};
+    return {BSP_OK, change_of(block_at({BSP_MSG_PLAT, BSP_CMD_MPCP_SET, pon_port, mpcp_index}, to_block(mpcp)))};
 }
 
 } // namespace ponsim

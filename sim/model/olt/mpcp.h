@@ -26,8 +26,13 @@ struct Mpcp {
 // An MpcpSet says which of the parameters a command sets.
 enum class MpcpSet : uint32_t { discovery = 1, timeouts, grants };
 
+// Returns whether a port can have these parameters.
+bool is_good(const Mpcp &mpcp);
+
 Mpcp mpcp_of(const Olt &olt, uint32_t pon_port);
 
+// Index 0 of the command's blocks belongs to the optical status, which shares its code.
+inline constexpr uint32_t mpcp_index = 1;
 // Returns whether the block keeps these parameters.
 bool is_mpcp(const BlockKey &key);
 

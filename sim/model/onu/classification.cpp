@@ -107,8 +107,10 @@ uint32_t check(const DeviceType &type, const Rule &rule)
     return rule.queue < type.us_queues ? BSP_OK : PON_ERR_NOT_ABLE;
 }
 
-// Returns whether the numbers of rules and entries are possible, and whether no rule is there twice.
-bool is_whole(const OnuBlock &request)
+} // namespace
+
+// No rule is there twice either.
+bool is_whole_classification(const OnuBlock &request)
 {
     const auto count = request.get(at::count);
     if (count > most_rules) return false;
@@ -116,8 +118,6 @@ bool is_whole(const OnuBlock &request)
         if (request.get(at::entries[number]) > fields.size()) return false;
     return rules_of(request).size() == count;
 }
-
-} // namespace
 
 OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
 {
@@ -127,7 +127,7 @@ OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side
 Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request)
 {
     const auto action = request.get(at::action);
-    if (action > remove_all || !is_whole(request)) return {PON_ERR_BAD_RECORD};
+    if (action > remove_all || !is_whole_classification(request)) return {PON_ERR_BAD_RECORD};
     const Rules named = rules_of(request);
     if (action == remove_all && !named.empty()) return {PON_ERR_BAD_RECORD};
 

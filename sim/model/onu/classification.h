@@ -10,6 +10,9 @@ namespace ponsim
 
 inline constexpr uint32_t classification_size = 298;
 
+// Returns whether the block has so many rules, and these so many conditions, as there can be.
+bool is_whole_classification(const OnuBlock &block);
+
 // Returns the rules of a UNI port.
 OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side);
 

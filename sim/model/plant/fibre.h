@@ -16,8 +16,6 @@ inline constexpr int32_t connector_loss = 25;
 // beyond what any receiver tolerates.
 inline constexpr uint32_t deepest_fibre = 6;
 inline constexpr int32_t greatest_loss = 4500;
-// A fibre that is cut loses more than any receiver tolerates.
-inline constexpr int32_t cut_loss = 10000;
 
 // A splitter into so many branches, which is a power of 2, loses 3 dB for each halving, and 0.3 dB because no splitter
 // divides evenly.

@@ -26,6 +26,20 @@ std::string digits(uint32_t number, size_t count)
 
 } // namespace
 
+std::string problem_of(const Settings &settings)
+{
+    const auto beyond = [](const char *name, uint32_t number, uint32_t least, uint32_t greatest) {
+        if (number >= least && number <= greatest) return std::string();
+        return std::string(name) + " is " + std::to_string(number) + ", but must be " + std::to_string(least) + " to " +
+               std::to_string(greatest);
+    };
+    for (const std::string &problem :
+         {beyond("ports", settings.ports, 1, max_ports), beyond("arrivals", settings.arrivals, 0, onus_per_port),
+          beyond("silent", settings.silent, 0, 100)})
+        if (!problem.empty()) return problem;
+    return {};
+}
+
 Equipment Topology::equipment_of(const Mac &mac) const
 {
     const auto found = equipment.find(mac);

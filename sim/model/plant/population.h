@@ -24,7 +24,7 @@ struct Settings {
     uint64_t seed = 1;
     uint32_t ports = max_ports; // 1 to 16, numbered from 1
     uint32_t arrivals = 8;      // ONUs at each port, 0 to 128
-    uint32_t silent = 10;       // percent of them that do not answer once they are bound
+    uint32_t silent = 10;       // percent of them that do not answer once they are bound, 0 to 100
 
     // These are the text of a scenario, and the OLT's name in it. When they are empty there is no scenario, and the
     // ONUs follow from the numbers.
@@ -41,6 +41,9 @@ struct Settings {
                scenario == other.scenario && olt == other.olt;
     }
 };
+
+// Returns what is wrong with the numbers, which are not all possible. Returns an empty text when nothing is.
+std::string problem_of(const Settings &settings);
 
 // A Branch is a fibre of a port with what is at its far end: a splitter, or an ONU. The branches form a tree.
 struct Branch {

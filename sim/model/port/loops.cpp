@@ -16,11 +16,11 @@ Plan refuse(uint32_t status)
     return {status};
 }
 
-// Sets one of the settings to `value`, which must lie within the limits.
+// Sets one of the settings to `value`, which must lie within the bounds.
 template <class Value>
-Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, uint32_t least, uint32_t greatest)
+Plan set(const Olt &olt, Value LoopDetection::*setting, uint32_t value, const Bounds &bounds = natural_bounds<Value>())
 {
-    if (value < least || value > greatest) return refuse(PON_ERR_BAD_RECORD);
+    if (!bounds.contains(value)) return refuse(PON_ERR_BAD_RECORD);
     LoopDetection detection = olt.loop_detection();
     detection.*setting = static_cast<Value>(value);
     return {BSP_OK, change_of<LoopDetection>({}, detection)};
@@ -158,22 +158,22 @@ Plan set_loop(const Olt &olt, const UniKey &key, bool looped)
 
 Plan detect_loops(const Olt &olt, uint32_t on)
 {
-    return set(olt, &LoopDetection::on, on, 0, 1);
+    return set(olt, &LoopDetection::on, on);
 }
 
 Plan set_recovery_mode(const Olt &olt, uint32_t manual)
 {
-    return set(olt, &LoopDetection::manual, manual, 0, 1);
+    return set(olt, &LoopDetection::manual, manual);
 }
 
 Plan set_recovery_time(const Olt &olt, uint32_t seconds)
 {
-    return set(olt, &LoopDetection::recovery_time, seconds, 10, 86400);
+    return set(olt, &LoopDetection::recovery_time, seconds, LoopDetection::recovery_times);
 }
 
 Plan set_packet_interval(const Olt &olt, uint32_t seconds)
 {
-    return set(olt, &LoopDetection::interval, seconds, 1, 600);
+    return set(olt, &LoopDetection::interval, seconds, LoopDetection::intervals);
 }
 
 Plan recover_all(const Olt &olt)

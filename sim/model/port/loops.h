@@ -11,8 +11,6 @@
 namespace ponsim
 {
 
-inline constexpr size_t max_loops = 48; // how many UNI ports are kept, for the whole OLT
-
 enum class LoopState { looped, shut, recovered };
 LoopState state_of(const LoopRecord &record);
 

@@ -12,9 +12,7 @@ namespace ponsim
 namespace
 {
 
-constexpr uint32_t max_samples = 100;
-constexpr uint32_t max_interval = 60000; // ms
-constexpr uint32_t max_delay = 3600000;  // ms
+constexpr uint32_t max_delay = 3600000; // ms
 
 Plan refuse(uint32_t status)
 {
@@ -134,8 +132,7 @@ Plan set_loss_level(const Olt &olt, uint32_t pon_port, std::optional<int32_t> le
 {
     const Module *module = pon_module(olt, pon_port);
     if (!module) return refuse(PON_ERR_NO_PORT);
-    constexpr int32_t least = -4000;
-    if (level && (*level < least || *level > 0)) return refuse(PON_ERR_BAD_RECORD);
+    if (level && !ModuleRecord::loss_levels.contains(*level)) return refuse(PON_ERR_BAD_RECORD);
     ModuleRecord record = module->record();
     record.loss_level = level;
     return {BSP_OK, change_of<ModuleRecord>(module->cage(), record)};
@@ -155,11 +152,13 @@ Plan start_measurement(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const
 {
     const Measurable onu = find_measurable(olt, pon_port, onu_id);
     if (onu.status != BSP_OK) return refuse(onu.status);
-    if (sampling.samples > max_samples || sampling.interval > max_interval || sampling.delay > max_delay)
+    using Measurement = ModuleRecord::Measurement;
+    const uint32_t samples = std::max(sampling.samples, 1u);
+    if (!Measurement::all_samples.contains(samples) || !Measurement::intervals.contains(sampling.interval) ||
+        sampling.delay > max_delay)
         return refuse(PON_ERR_BAD_RECORD);
     ModuleRecord record = olt.module(pon_port)->record();
     if (record.measurement) return refuse(PON_ERR_MEASURING);
-    const uint32_t samples = std::max(sampling.samples, 1u);
     const ModelTime end = olt.now() + sampling.delay + ModelTime{samples - 1} * sampling.interval;
     record.measurement = {onu.arrival->mac, end, samples, sampling.interval};
     return {BSP_OK, change_of<ModuleRecord>(pon_port, record)};

@@ -34,6 +34,22 @@ std::optional<std::string> unless_first(const Value &value)
 
 } // namespace
 
+bool is_good(const P2pConfig &config)
+{
+    const bool all_vlans = config.first_vlan == 0 && config.last_vlan == 0;
+    const bool some_vlans =
+        config.first_vlan >= 1 && config.first_vlan <= config.last_vlan && config.last_vlan <= max_vlan;
+    return config.rest <= 1 && config.broadcast <= 1 && config.multicast <= 1 && config.rate <= line_rate &&
+           (all_vlans || some_vlans);
+}
+
+bool is_good(const P2pEntry &entry)
+{
+    const bool ethertype = entry.traffic >= min_ethertype && entry.traffic <= max_ethertype;
+    return entry.action >= P2pAction::forward && entry.action <= P2pAction::drop && (entry.traffic == 0 || ethertype) &&
+           entry.rate <= line_rate;
+}
+
 bool p2p_on(const Olt &olt, uint32_t pon_port)
 {
     return from_block(olt.block(BSP_MSG_PLAT, BSP_CMD_P2P_STATE_SET, pon_port), uint32_t{0}) != 0;
@@ -96,12 +112,7 @@ Plan set_p2p_own_port(const Olt &olt, uint32_t pon_port, uint32_t own_port)
 Plan set_p2p_config(const Olt &olt, uint32_t pon_port, const P2pConfig &config)
 {
     if (!olt.port(pon_port)) return {PON_ERR_NO_PORT};
-    const bool all_vlans = config.first_vlan == 0 && config.last_vlan == 0;
-    const bool some_vlans =
-        config.first_vlan >= 1 && config.first_vlan <= config.last_vlan && config.last_vlan <= max_vlan;
-    if (config.rest > 1 || config.broadcast > 1 || config.multicast > 1 || config.rate > line_rate ||
-        !(all_vlans || some_vlans))
-        return {PON_ERR_BAD_RECORD};
+    if (!is_good(config)) return {PON_ERR_BAD_RECORD};
     return keep(BSP_CMD_P2P_CFG_SET, pon_port, 0, unless_first(config));
 }
 
@@ -112,8 +123,7 @@ Plan set_p2p_entry(const Olt &olt, uint32_t pon_port, uint32_t number, const P2p
     if (entry.action == P2pAction::none) return keep(BSP_CMD_P2P_ENTRY_SET, pon_port, number, std::nullopt);
     if (!olt.port(entry.to_port)) return {PON_ERR_NO_PORT};
     if (entry.from_onu > any_onu || entry.to_onu > any_onu) return {PON_ERR_BAD_ONU_ID};
-    const bool ethertype = entry.traffic >= min_ethertype && entry.traffic <= max_ethertype;
-    if ((entry.traffic != 0 && !ethertype) || entry.rate > line_rate) return {PON_ERR_BAD_RECORD};
+    if (!is_good(entry)) return {PON_ERR_BAD_RECORD};
     return keep(BSP_CMD_P2P_ENTRY_SET, pon_port, number, to_block(entry));
 }
 

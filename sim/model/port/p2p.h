@@ -39,6 +39,10 @@ struct P2pEntry {
     bool operator==(const P2pEntry &) const = default;
 };
 
+// Returns whether there can be such a configuration. An entry that is kept does something.
+bool is_good(const P2pConfig &config);
+bool is_good(const P2pEntry &entry);
+
 bool p2p_on(const Olt &olt, uint32_t pon_port);
 uint32_t p2p_own_port(const Olt &olt, uint32_t pon_port); // GE uplink; 0: any
 P2pConfig p2p_config(const Olt &olt, uint32_t pon_port);

@@ -8,18 +8,6 @@
 
 namespace ponsim
 {
-namespace
-{
-
-bool is_good(const Sla &sla)
-{
-    if (sla.maximum < 1 || sla.maximum > line_rate) return false;
-    if (sla.fixed > sla.maximum || sla.assured > sla.maximum - sla.fixed) return false;
-    return sla.priority <= max_priority && sla.weight >= 1 && sla.weight <= max_weight;
-}
-
-} // namespace
-
 Plan set_sla(const Olt &olt, uint32_t pon_port, uint32_t onu_id, const std::optional<Sla> &sla)
 {
     if (const uint32_t status = find_bound(olt, pon_port, onu_id, {}).status) return {status};

@@ -624,6 +624,52 @@ TEST_F(DaemonTest, ControlOfOneOfSeveralOltsNeedsItsName)
     EXPECT_EQ(exit_status, 1);
 }
 
+// No file of the process can grow beyond so many bytes.
+void limit_files(pid_t process, rlim_t bytes)
+{
+    rlimit limit;
+    ASSERT_EQ(prlimit(process, RLIMIT_FSIZE, nullptr, &limit), 0);
+    limit.rlim_cur = bytes;
+    ASSERT_EQ(prlimit(process, RLIMIT_FSIZE, &limit, nullptr), 0);
+}
+
+std::string state_of_first_onu()
+{
+    const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 1);
+    const char *state = db_get_text(onus.handle, 0, "state");
+    return state ? state : "no row";
+}
+
+TEST_F(DaemonTest, WithAFullDiskRequestsThatReadAreAnsweredAlsoWhenSomethingIsDue)
+{
+    Daemon daemon(with({"--silent", "0", "--speed", "10"}));
+    ASSERT_TRUE(daemon.serves());
+    const ServiceFixture same({.seed = {}, .ports = {}, .arrivals = {}, .silent = 0});
+    const Mac onu = same.port(1).arrivals.at(0).mac;
+    ASSERT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 1, 1, onu)), BSP_OK);
+    for (uint8_t id = 2; id < 20; ++id)
+        ASSERT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 2, id, stranger(id))), BSP_OK);
+    int exit_status;
+    control({"power", "1", text::mac_text(onu), "off"}, exit_status);
+    control({"power", "1", text::mac_text(onu), "on"}, exit_status);
+    ASSERT_EQ(state_of_first_onu(), "offline");
+    limit_files(daemon.process(), std::filesystem::file_size(state() + "-wal"));
+
+    // The ONU boots and registers, which cannot be stored.
+    std::string now = "offline";
+    for (int times = 0; times < 600 && now == "offline"; ++times) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        now = state_of_first_onu();
+    }
+    EXPECT_EQ(now, "online");
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 2, 20, stranger(20))), PON_ERR_STORE);
+    EXPECT_EQ(state_of_first_onu(), "online");
+
+    limit_files(daemon.process(), RLIM_INFINITY);
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 2, 20, stranger(20))), BSP_OK);
+    EXPECT_EQ(daemon.stop(SIGTERM), 0);
+}
+
 TEST_F(DaemonTest, HelpAndVersionGoWell)
 {
     for (const auto &[option, wanted] : {std::pair{"--help", "Examples:"}, {"--version", "ponsim "}}) {

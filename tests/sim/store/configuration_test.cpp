@@ -107,7 +107,7 @@ struct FullFixture : ServiceFixture {
         change.put<UpgradeType>("home", UpgradeType{"SIMA", "E1", "2.0", 100, "f"});
         change.put<UpgradeRun>({1, mac}, {"home", "2.0", 100, UpgradeRun::State::done, 1});
         change.put<LoopRecord>({1, mac, 1}, LoopRecord{.looped = true});
-        change.put<OnuSetting>({1, mac, 1, 1}, {std::string("\0\xff", 2), "", 5});
+        change.put<OnuSetting>({1, mac, BSP_CMD_ONU_PAUSE_GET, 1}, {std::string("\1", 1), std::string("\0", 1), 5});
         change.put<LoopDetection>({}, {.recovery_time = 60});
         simulator.change(change);
         simulator.advance(5000);
@@ -152,7 +152,8 @@ TEST(Configuration, EveryTableIsInIt)
     FullFixture fixture;
     const std::string text = saved(fixture);
     std::set<std::string> found;
-    for (const Row &row : read_configuration(text, settings).rows)
+    ServiceFixture second(settings, read_configuration(text, settings));
+    for (const Row &row : second.store.rows())
         found.insert(row.table);
     for (const char *table :
          {"alarm", "auth", "binding", "blacklist", "block", "clock", "loop", "loop_detection", "measured",
@@ -395,15 +396,19 @@ TEST(Configuration, AWrongRowIsNamedByItsLine)
         {"{\"table\":\"clock\",\"row\":[1,{\"hex\":\"0\"}]}", "line 3: value 2"},
         {"{\"table\":\"nothing\",\"row\":[1]}", "line 3: there is no table nothing"},
         {"{\"table\":\"setting\",\"row\":[1,2,3,4]}", "line 3: there is no table setting"},
-        {"{\"table\":\"clock\",\"row\":[1]}", "line 3: table clock has 2 columns but 1 values were supplied"},
-        {"{\"table\":\"clock\",\"row\":[1,-1]}", "line 3: CHECK constraint failed"},
-        {"{\"table\":\"clock\",\"row\":[1,\"5\"]}", "line 3: the OLT cannot be in this state"},
-        {"{\"table\":\"port\",\"row\":[3,0,20000,0]}", "line 3: a port in it is damaged"},
-        {"{\"table\":\"port\",\"row\":[2,4294967296,20000,0]}", "line 3: the OLT cannot be in this state"},
-        {bound_row(2, "001b21aa00"), "line 3: CHECK constraint failed"},
-        {bound_row(1, "001b21aa0002"), "line 3: UNIQUE constraint failed"},
-        {bound_row(2, "001b21aa0001"), "line 3: an ONU in it is bound twice"},
-        {bound_row(2, "001b21aa0002", std::string(128, 'x')), "line 3: CHECK constraint failed"},
+        {"{\"table\":\"clock\",\"row\":[1]}", "line 3: table clock, one 1: there are 1 values, but must be 2"},
+        {"{\"table\":\"clock\",\"row\":[1,-1]}",
+         "line 3: table clock, one 1: now is -1, but must be 0 to 315360000000000"},
+        {"{\"table\":\"clock\",\"row\":[1,\"5\"]}", "line 3: table clock, one 1: now must be a number"},
+        {"{\"table\":\"port\",\"row\":[3,0,20000,0]}",
+         "line 3: table port, pon_port 3: pon_port is 3, but must be 1 to 2"},
+        {"{\"table\":\"port\",\"row\":[2,4294967296,20000,0]}",
+         "line 3: table port, pon_port 2: min_distance is 4294967296, but must be 0 to 20000"},
+        {bound_row(2, "001b21aa00"), "line 3: table binding, pon_port 1, onu_id 2: mac has 5 bytes, but must have 6"},
+        {bound_row(1, "001b21aa0002"), "line 3: table binding, pon_port 1, onu_id 1: the row is there twice"},
+        {bound_row(2, "001b21aa0001"), "line 3: table binding, pon_port 1, onu_id 2: the ONU is bound twice"},
+        {bound_row(2, "001b21aa0002", std::string(128, 'x')),
+         "line 3: table binding, pon_port 1, onu_id 2: text_a has 128 bytes, but must have 0 to 127"},
     };
     for (const auto &[row, problem] : cases)
         EXPECT_THAT(problem_with(text_of({good, row, bound_row(9, "001b21aa0009")})),
@@ -415,7 +420,9 @@ TEST(Configuration, ABlockOfAnotherSizeThanItsCommandsIsRefused)
     const std::string channel = std::to_string(BSP_MSG_DEBUG), command = std::to_string(BSP_CMD_DEBUG_GE_PHY_SET);
     const std::string row =
         "{\"table\":\"block\",\"row\":[" + channel + "," + command + ",1,0,{\"hex\":\"0102030405\"}]}";
-    EXPECT_THAT(problem_with(text_of({bound_row(1, "001b21aa0001"), row})), HasSubstr("another size"));
+    EXPECT_THAT(problem_with(text_of({bound_row(1, "001b21aa0001"), row})),
+                HasSubstr("line 3: table block, channel " + channel + ", command " + command +
+                          ", pon_port 1, idx 0: bytes has 5 bytes, but must have 1"));
 }
 
 TEST(Configuration, TheWrongNumberOfRowsIsRefused)

@@ -276,9 +276,7 @@ TEST(Golden, EachConfigurationIsReadAndWrittenAgain)
     const Settings settings = golden_scenario()->settings;
     for (const auto &[version, state] : golden_states()) {
         const std::string text = content_of(GOLDEN "/" + of_version(version, ".jsonl"));
-        const Configuration configuration = read_configuration(text, settings);
-        EXPECT_EQ(write_configuration(settings, configuration.rows), text);
-        ServiceFixture fixture(settings, configuration.change);
+        ServiceFixture fixture(settings, read_configuration(text, settings));
         EXPECT_EQ(configuration_of(fixture), text);
     }
 }
