@@ -83,7 +83,7 @@ void print_exchange(const Output &output, const Traced &traced)
     if (traced.record.result_length > 0) {
         std::fprintf(output.stream, "result under key %u, %u bytes\n", traced.record.result_key,
                      traced.record.result_length);
-        std::fprintf(output.stream, "%s\n", printable(traced.result).c_str());
+        print_line(output, traced.result);
     }
     std::fputc('\n', output.stream);
 }
