@@ -47,7 +47,11 @@ std::vector<Styled> fields_of(const Section &section, const Reading &reading)
     std::vector<Styled> fields;
     if (const auto index = number_index(section)) {
         const catalogue::Field &field = section.called->word_field(*index);
-        return {{&field, {field.name, section.name}}};
+        FieldStyle style{field.name, section.name};
+        if (const auto own = std::ranges::find(section.styles, field.name, &FieldStyle::field);
+            own != section.styles.end())
+            style.words = own->words;
+        return {{&field, style}};
     }
     if (section.styled_only) {
         for (const FieldStyle &style : section.styles)

@@ -286,4 +286,20 @@ TEST(RemoteOnus, AreRefusedBeforeAnythingIsSent)
     EXPECT_TRUE(service.received().empty());
 }
 
+TEST(OnuAnswers, AreShownInWordsAndLightInDbm)
+{
+    const auto shown = [](const char *command, const std::map<std::string, int64_t> &numbers, const Words &words) {
+        const FakeService service(bytes(answer_to(command, numbers)));
+        Words all{"onu"};
+        all.insert(all.end(), words.begin(), words.end());
+        return service.ponctl(all).out;
+    };
+    EXPECT_THAT(shown("BSP_CMD_ONU_TIME_GET", {{"mode", 1}}, {"services", "1/5", "time"}),
+                HasSubstr("mode     SNTP\n"));
+    EXPECT_THAT(shown("BSP_CMD_ONU_OPTICS_GET", {{"launch_power", 10000}, {"received_power", 0}}, {"optics", "1/5"}),
+                testing::AllOf(HasSubstr("launch_power   0.00 dBm\n"), HasSubstr("received_power -40.00 dBm\n")));
+    const FakeService service(bytes(answer_to("BSP_CMD_ONU_OPTICS_GET", {{"launch_power", 10000}})));
+    EXPECT_EQ(parsed(service.ponctl({"onu", "optics", "1/5", "-o", "json"}).out)["launch_power"].GetDouble(), 1000.0);
+}
+
 } // namespace
