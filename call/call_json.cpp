@@ -181,7 +181,7 @@ std::vector<Delivered> members_of(std::string_view object)
 {
     rapidjson::MemoryStream in(object.data(), object.size());
     Apart apart;
-    rapidjson::Reader().Parse<rapidjson::kParseNumbersAsStringsFlag>(in, apart);
+    rapidjson::Reader().Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(in, apart);
     return apart.members;
 }
 

@@ -2,6 +2,7 @@
 
 #include "call/codec/numbers.h"
 #include "call/json.h"
+#include "call/view_check.h"
 
 namespace call
 {
@@ -18,6 +19,7 @@ Invocation::Invocation(const catalogue::Operation &operation, std::span<const As
     returned = catalogue::invoke(operation, arguments.values());
     exchanged = watch.exchange();
     arguments.settle();
+    if (answered() && agreed()) wrong = find_fault();
 }
 
 Invocation::Invocation(const catalogue::Operation &operation, const std::vector<std::string> &words,
@@ -83,6 +85,22 @@ const catalogue::Field &Invocation::word_field(size_t index) const
         for (const catalogue::Field &named : layout->fields)
             if (named.offset == field.offset && is_number(named.type)) return named;
     return field;
+}
+
+std::string Invocation::find_fault() const
+{
+    for (size_t index = 0; index < operation().arguments.size(); ++index) {
+        const Argument &argument = operation().arguments[index];
+        if (!delivers(index) || argument.dropped) continue;
+        const std::string start = std::string(argument.name) + ": ";
+        if (argument.type == ArgumentType::pblock_out && bytes(index).empty())
+            return start + "the service left nothing in a result file";
+        if (argument.type != ArgumentType::db) continue;
+        const db_handle *found = database(index);
+        const std::string fault = found ? fault_of(found, view()) : "the service left no result database";
+        if (!fault.empty()) return start + fault;
+    }
+    return {};
 }
 
 size_t Invocation::index_of(ArgumentType type) const

@@ -26,9 +26,13 @@ public:
     // Returns whether the exchange succeeded, so that there is something to show, whatever the status is. Returns false
     // when the request was kept back.
     bool answered() const { return exchanged.made && exchanged.result == 0 && !exchanged.kept_back; }
-    // Returns whether the service also agreed. A request that was kept back counts as one that the service would have
-    // agreed to.
-    bool good() const { return (answered() || exchanged.kept_back) && returned == 0 && exchanged.status == 0; }
+    // Returns whether the service also agreed, and delivered what it should. A request that was kept back counts as one
+    // that the service would have agreed to.
+    bool good() const { return (answered() || exchanged.kept_back) && agreed() && wrong.empty(); }
+    // Returns what is wrong with what the service delivered when it agreed, for people: a result database that is
+    // missing, or not what its view describes, and a result file in which there is nothing. Returns an empty text when
+    // all is right.
+    const std::string &fault() const { return wrong; }
 
     // Returns whether the operation delivers something through an argument.
     bool delivers(size_t index) const;
@@ -55,11 +59,14 @@ public:
 
 private:
     size_t index_of(catalogue::ArgumentType type) const;
+    bool agreed() const { return returned == 0 && exchanged.status == 0; }
+    std::string find_fault() const;
 
     Arguments arguments;
     const catalogue::Command *command; // null: unknown
     Exchange exchanged;
     uint32_t returned;
+    std::string wrong;
 };
 
 } // namespace call

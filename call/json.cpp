@@ -1,12 +1,14 @@
 #include "call/json.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
 #include "call/codec/numbers.h"
+#include "text/character.h"
 #include "text/utf8.h"
 
 namespace call
@@ -17,12 +19,32 @@ namespace
 using catalogue::Field;
 using catalogue::FieldType;
 
-bool is_json(std::string_view text)
+// A DepthLimit stops the reading of a document that is nested too deeply.
+struct DepthLimit : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, DepthLimit> {
+    bool StartObject() { return ++depth <= deepest_document; }
+    bool StartArray() { return ++depth <= deepest_document; }
+    bool EndObject(rapidjson::SizeType) { return depth-- > 0; }
+    bool EndArray(rapidjson::SizeType) { return depth-- > 0; }
+
+    size_t depth = 0;
+};
+
+// Returns a JSON document with escapes for what a terminal must not see. All that is not ASCII stands in its texts.
+std::string with_escapes(std::string_view document)
 {
-    rapidjson::MemoryStream in(text.data(), text.size());
-    rapidjson::BaseReaderHandler<> ignore;
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
-    return !rapidjson::Reader().Parse<flags>(in, ignore).IsError();
+    std::string safe;
+    while (!document.empty()) {
+        const text::Character character = text::first_character(document);
+        if (character.shown || character.code == '\n') {
+            safe.append(document, 0, character.length);
+        } else {
+            char escape[sizeof "\\u0000"];
+            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(character.code & 0xffff));
+            safe.append(escape);
+        }
+        document.remove_prefix(character.length);
+    }
+    return safe;
 }
 
 template <class Writer>
@@ -74,6 +96,11 @@ JsonText::JsonText() : writer(buffer)
     writer.SetIndent(' ', 2);
 }
 
+std::string JsonText::written() const
+{
+    return with_escapes({buffer.GetString(), buffer.GetSize()});
+}
+
 void JsonText::text(std::string_view text)
 {
     std::string utf8;
@@ -123,19 +150,24 @@ void JsonText::ids(const IdSet &set)
     writer.EndArray();
 }
 
+void JsonText::cell(const db_handle *database, uint32_t row, const char *column)
+{
+    const char *value = db_get_text(database, row, column);
+    if (!value)
+        writer.Null();
+    else if (db_get_type(database, row, column) == DB_TEXT)
+        text(value);
+    else
+        document(value);
+}
+
 void JsonText::row(db_handle *database, uint32_t row)
 {
     writer.StartObject();
     for (uint32_t column = 0; column < db_columns(database); ++column) {
         const char *name = db_column_name(database, column);
         key(name);
-        const char *cell = db_get_text(database, row, name);
-        if (!cell)
-            writer.Null();
-        else if (db_get_type(database, row, name) == DB_TEXT)
-            text(cell);
-        else
-            document(cell);
+        cell(database, row, name);
     }
     writer.EndObject();
 }
@@ -150,7 +182,7 @@ void JsonText::content(std::span<const uint8_t> bytes)
 
 void JsonText::document(std::string_view document)
 {
-    if (!is_json(document)) return text(document);
+    if (!is_document(document)) return text(document);
     pass_on(document, writer);
 }
 
@@ -194,12 +226,20 @@ std::string compact(std::string_view document)
     rapidjson::StringBuffer line;
     Passing<rapidjson::Writer<rapidjson::StringBuffer>> writer(line);
     pass_on(document, writer);
-    return {line.GetString(), line.GetSize()};
+    return with_escapes({line.GetString(), line.GetSize()});
+}
+
+bool is_document(std::string_view text)
+{
+    rapidjson::MemoryStream in(text.data(), text.size());
+    DepthLimit limit;
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+    return !rapidjson::Reader().Parse<flags>(in, limit).IsError();
 }
 
 bool is_text(std::string_view content)
 {
-    return text::is_utf8(content) && !text::has_control_characters(content, "\t\n");
+    return text::is_printable(content, "\t\n");
 }
 
 } // namespace call

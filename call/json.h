@@ -23,6 +23,12 @@ struct Passing : Base {
     }
 };
 
+// This many levels of arrays and objects are nested in each other at most, in what a service delivers.
+inline constexpr size_t deepest_document = 16;
+
+// Returns whether a text is JSON that is not nested deeper.
+bool is_document(std::string_view text);
+
 // A JsonText is a JSON document in memory, laid out for people.
 class JsonText
 {
@@ -33,8 +39,8 @@ public:
     JsonText(const JsonText &) = delete;
     JsonText &operator=(const JsonText &) = delete;
 
-    // Returns what was written so far.
-    std::string_view written() const { return {buffer.GetString(), buffer.GetSize()}; }
+    // Returns what was written so far. Its texts have escapes for all that a terminal must not see.
+    std::string written() const;
 
     Writer *operator->() { return &writer; }
 
@@ -50,11 +56,14 @@ public:
     void status(uint32_t status);
     // Writes an array of the ids of a set.
     void ids(const IdSet &set);
+    // Writes the value of a cell, or null when there is none.
+    void cell(const db_handle *database, uint32_t row, const char *column);
     // Writes an object of the cells of a row.
     void row(db_handle *database, uint32_t row);
     // Writes the contents of a file: as a text if the whole file is text, otherwise as hexadecimal digits.
     void content(std::span<const uint8_t> bytes);
-    // Writes a document that is JSON already. If it is not JSON, it is written as a text.
+    // Writes a document that is JSON already. If it is not JSON, or nested deeper than deepest_document, it is written
+    // as a text: the indentation of such a document could be thousands of times as long as the document.
     void document(std::string_view document);
     // Writes the document of a result database, or null when there is no database.
     void document(const db_handle *database);

@@ -25,6 +25,7 @@
 #include "scenario/written.h"
 #include "store/private.h"
 #include "test_command.h"
+#include "text/utf8.h"
 #include "text/words.h"
 
 namespace
@@ -98,7 +99,7 @@ std::string say_unless_octal_mode(const std::string &text)
 
 int fail(const std::string &reason, int status)
 {
-    fprintf(stderr, "ponsim: %s\n", reason.c_str());
+    fprintf(stderr, "ponsim: %s\n", text::printable(reason, "\n").c_str());
     return status;
 }
 
@@ -123,7 +124,8 @@ int control(const Options &options)
         }
         if (options.follow || options.since) return fail("--follow and --since belong to events alone", exit_usage);
         const std::optional<ponsim::ModelTime> step = ponsim::step_length(line);
-        fputs((step ? ponsim::send_step(line, *step) : ponsim::send_control(line)).c_str(), stdout);
+        const std::string said = step ? ponsim::send_step(line, *step) : ponsim::send_control(line);
+        fputs(text::printable(said, "\t\n").c_str(), stdout);
         return EXIT_SUCCESS;
     } catch (const ponsim::NoServiceError &) {
         const std::string directory = board_ipc_directory();
@@ -374,7 +376,7 @@ int main(int argc, char **argv)
         fputs(wanted.text.c_str(), stdout);
         return EXIT_SUCCESS;
     } catch (const command_line::WrongLine &error) {
-        fputs(error.what(), stderr);
+        fputs(text::printable(error.what(), "\t\n").c_str(), stderr);
         return exit_usage;
     } catch (const ponsim::ControlError &error) {
         return fail(error.what(), exit_usage);

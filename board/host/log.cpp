@@ -12,6 +12,7 @@
 
 #include "board/util.h"
 #include "not_cancelled.h"
+#include "text/character.h"
 
 namespace
 {
@@ -44,7 +45,8 @@ const LogSettings &log_settings()
     return instance;
 }
 
-// Writes one line, whatever the text is, because a peer's bytes must not look like lines of their own.
+// Writes one line, whatever the text is, because a peer's bytes must neither look like lines of their own nor tell a
+// terminal anything.
 void log_line(int priority, const char *level, const char *function, int line, const char *format, va_list arguments)
 {
     const LogSettings &s = log_settings();
@@ -59,8 +61,11 @@ void log_line(int priority, const char *level, const char *function, int line, c
     used = std::vsnprintf(text + length, room - length, format, arguments);
     length = std::min(length + static_cast<size_t>(std::max(used, 0)), room - 1);
     if (length && text[length - 1] == '\n') --length;
-    std::replace_if(
-        text, text + length, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7f; }, ' ');
+    for (size_t at = 0; at < length;) {
+        const text::Character character = text::first_character({text + at, length - at});
+        if (!character.shown) std::fill_n(text + at, character.length, ' ');
+        at += character.length;
+    }
 
     if (s.to_syslog) {
         syslog(priority, "%.*s", static_cast<int>(length), text);

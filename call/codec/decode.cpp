@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstdio>
 #include <cstring>
 
 #include "call/codec/errors.h"
@@ -97,8 +99,19 @@ std::string block_text(std::span<const uint8_t> bytes)
     return is_text ? "text:" + std::string(bytes.begin(), bytes.end()) : "hex:" + text::to_hex(bytes);
 }
 
+// Returns a power of light as people compare it: in dBm, and -40 dBm without light.
+std::string light_text(double microwatts)
+{
+    constexpr double dark = -40;
+    char text[32];
+    std::snprintf(text, sizeof text, "%.2f dBm",
+                  microwatts > 0 ? std::max(dark, 10 * std::log10(microwatts / 1000)) : dark);
+    return text;
+}
+
 std::string value_text(const Reading &reading, const Field &field, std::span<const uint8_t> bytes)
 {
+    if (field.unit == "uW") return light_text(number_of(field, bytes));
     std::string text = number_text(field, bytes);
     if (&field == reading.record->command) {
         const catalogue::Command *command =

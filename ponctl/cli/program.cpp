@@ -18,7 +18,7 @@
 #include "output/exit_code.h"
 #include "output/mode.h"
 #include "output/report.h"
-#include "output/text.h"
+#include "text/utf8.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -58,6 +58,7 @@ Output GlobalOptions::output() const
     const auto name = std::ranges::find(names, format);
     if (name == names.end()) throw UsageError("--output: '" + format + "' is not one of " + text::join(names));
     Output output{stdout, static_cast<Format>(name - names.begin()), !no_headings};
+    if (selection.any()) output.selection = &selection;
     if (quiet) {
         static std::FILE *const nowhere = std::fopen("/dev/null", "w");
         output.stream = nowhere ? nowhere : throw UsageError("--quiet: cannot open /dev/null");
@@ -88,7 +89,7 @@ std::optional<Watching> GlobalOptions::watching(const std::vector<std::string> &
     std::string title = "ponctl";
     for (const std::string &word : words)
         title += " " + word;
-    return Watching{interval.empty() ? default_interval : interval, count, printable(title)};
+    return Watching{interval.empty() ? default_interval : interval, count, text::printable(title)};
 }
 
 void GlobalOptions::export_settings() const
@@ -148,6 +149,9 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
         return finish(exit_success);
     } catch (const command_line::WrongLine &error) {
         complain(error.what());
+    } catch (const TooLarge &error) {
+        complain(error.what());
+        return exit_output;
     } catch (const Error &error) {
         complain(error.what());
     }

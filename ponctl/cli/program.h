@@ -8,6 +8,7 @@
 
 #include "cli/run.h"
 #include "command_line/command_tree.h"
+#include "selection/selection.h"
 
 namespace ponctl
 {
@@ -24,6 +25,7 @@ struct GlobalOptions {
     std::string count;
     std::string socket_dir;
     std::string timeout;
+    Selection selection; // of a listing
     bool nested = false; // the command line is one of a batch or a shell
 
     // Each function throws UsageError.

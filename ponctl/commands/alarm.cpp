@@ -1,4 +1,5 @@
 // ponctl alarm shows and clears the alarms of ONUs.
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "results/delivered.h"
@@ -73,6 +74,9 @@ void add_alarm(Program &program)
     AlarmOptions &cleared = clear.runs(run_alarm_clear);
     select(clear, cleared);
     clear.option("--alarm", &cleared.alarm, "code of the alarms to clear; all when left out", "CODE");
+    add_list_options(program, list);
+    list.footer = "Offline for longer than a day: ponctl alarm list --where 'state=active and (name=los or "
+                  "name=port_los) and raised<1d-ago'";
 }
 
 } // namespace ponctl

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/operand_help.h"
 #include "cli/program.h"
 #include "output/consent.h"
@@ -95,6 +96,7 @@ void add_auth(Program &program)
     AuthOptions &unwanted = remove.runs(run_auth_remove);
     remove.argument("PORT", &unwanted.port, port_help).is_required();
     remove.argument("LOID", &unwanted.loid, "the LOID").is_required();
+    add_list_options(program, show);
 }
 
 } // namespace ponctl

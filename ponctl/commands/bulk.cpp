@@ -1,5 +1,6 @@
 // This file has ponctl bulk and ponctl arp.
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -56,6 +57,7 @@ void add_arp(Program &program)
     Command &arp = program.tree.add("arp", "Shows the ARP table of a PON port");
     std::string &port = arp.runs(run_arp);
     arp.argument("PORT", &port, "PON port number").is_required();
+    add_list_options(program, arp);
 }
 
 void add_bulk(Program &program)
@@ -66,12 +68,18 @@ void add_bulk(Program &program)
     optics.argument("PORT", &port, "PON port number; all ports when left out");
 
     const auto add = [&](const char *name, const char *brief, ExitCode (*run)(const Output &)) {
-        bulk.add(name, brief).runs(run);
+        Command &command = bulk.add(name, brief);
+        command.runs(run);
+        return &command;
     };
-    add("stats", "Shows the performance statistics of all ONUs", run_bulk_stats);
+    add("stats", "Shows the performance statistics of all ONUs", run_bulk_stats)->footer =
+        "Top talkers: ponctl bulk stats --sort -up_load --limit 10";
     add("ports", "Shows the PON ports", run_bulk_ports);
     add("olt", "Shows the OLT", run_bulk_olt);
     add("all", "Shows all ONUs in a text", run_bulk_all);
+    for (const char *name : {"optics", "stats", "ports", "olt"})
+        add_list_options(program, bulk, name);
+    optics.footer = "Weak light: ponctl bulk optics --where 'rx<-27 or olt_rx_power<-27' --sort rx";
 }
 
 } // namespace ponctl

@@ -3,6 +3,7 @@
 
 #include "board/datastore.h"
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -120,6 +121,7 @@ void add_fdb(Program &program)
     set.argument("AGEING", &options.ageing, "seconds after which an address is forgotten; 0 never").is_required();
     set.option("--learning", &options.learning, "whether addresses are learned; on when left out", "on|off");
     set.option("--port-limit", &options.limit, "addresses that a PON port has at most; not limited when left out", "N");
+    add_list_options(program, show);
 }
 
 } // namespace ponctl

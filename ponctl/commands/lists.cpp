@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/operand_help.h"
 #include "cli/program.h"
 #include "output/bytes.h"
@@ -12,6 +13,7 @@
 #include "output/table.h"
 #include "results/delivered.h"
 #include "results/operands.h"
+#include "results/sections.h"
 
 namespace ponctl
 {
@@ -23,6 +25,7 @@ ExitCode run_ids(const Output &output, const char *operation, const std::string 
 {
     const Invocation called(operation, words_of({{"pon_port", port_of(port)}}), consent());
     if (!called.good()) return report(called);
+    refuse_selection(output);
     const Reading reading = called.response();
     IdSet ids;
     const catalogue::Field &field = *catalogue::find_field(reading.layout->fields, "id_set");
@@ -88,6 +91,7 @@ void add_blacklist(Program &program)
     std::string &port = blacklist.runs(run_blacklist);
     blacklist.argument("PORT", &port, port_or_all_help);
     add_ids(blacklist, "Shows which ids of a port's black list are in use", run_blacklist_ids);
+    add_list_options(program, blacklist);
 }
 
 } // namespace ponctl

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -97,6 +98,7 @@ void add_loop(Program &program)
 
     add_seconds(loop, "time", "Sets after which time ports recover automatically", run_loop_time);
     add_seconds(loop, "interval", "Sets the interval between detection packets", run_loop_interval);
+    add_list_options(program, loop, "show");
 }
 
 } // namespace ponctl

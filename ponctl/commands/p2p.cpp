@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/operand_help.h"
 #include "cli/program.h"
 #include "output/consent.h"
@@ -228,6 +229,7 @@ void add_p2p(Program &program)
     P2pOwnPortOptions &options = own.runs(run_p2p_own_port);
     own.argument("PORT", &options.port, port_help).is_required();
     own.argument("UPLINK", &options.uplink, "GE uplink, or any; shown when left out");
+    add_list_options(program, show);
 }
 
 } // namespace ponctl

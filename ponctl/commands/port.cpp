@@ -6,6 +6,7 @@
 #include "call/codec/numbers.h"
 #include "call/invocation.h"
 #include "cli/chart_options.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -136,6 +137,7 @@ void add_port(Program &program)
     stats.option("--ge", &counted.ge, "in place of PORT: GE port number", "PORT");
     add_chart(stats, counted.chart);
     stats.footer = "With --watch, the table has what grows how fast.";
+    add_list_options(program, port, "list");
 }
 
 } // namespace ponctl

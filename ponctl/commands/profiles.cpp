@@ -5,6 +5,7 @@
 #include <array>
 
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -265,6 +266,7 @@ void add_profile(Program &program)
     Command &remove = profile.add("delete", "Deletes a profile");
     ProfileOptions &removed = add_of_profile(remove, run_profile_delete);
     remove.argument("NAME", &removed.name, "its name").is_required();
+    add_list_options(program, profile, "list");
 }
 
 void add_loid(Program &program)
@@ -275,6 +277,7 @@ void add_loid(Program &program)
     list.argument("PORT", &port, "PON port number").is_required();
     add_loid_change(loid, true);
     add_loid_change(loid, false);
+    add_list_options(program, list);
 }
 
 } // namespace ponctl

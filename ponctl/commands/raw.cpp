@@ -8,6 +8,7 @@
 #include "call/exchange.h"
 #include "call/json.h"
 #include "call/record.h"
+#include "call/view_check.h"
 #include "cli/program.h"
 #include "output/bytes.h"
 #include "output/consent.h"
@@ -132,6 +133,9 @@ ExitCode run_raw(const Output &output, const RawOptions &options)
         if (has_answer(call) && record.command)
             database.reset(db_from_shmem(load_word(request.data() + record.command->offset), BOARD_RESULT_MAX));
         show_answer(output, {&channel, call, command, true}, record, exchange, database.get());
+        if (database && exchange.status == 0)
+            return report_fault(channel.name,
+                                fault_of(database.get(), command ? catalogue::find_view(*command) : nullptr));
     }
     return report_exchange(channel.name, exchange, exchange.status);
 }

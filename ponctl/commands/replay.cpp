@@ -265,7 +265,7 @@ public:
         };
         if (differences.empty()) add_line("equal", "", "");
         for (const Difference &difference : differences)
-            add_line(difference.where(), printable(difference.recorded), printable(difference.live));
+            add_line(difference.where(), difference.recorded, difference.live);
     }
 
 private:

@@ -85,7 +85,7 @@ void print_exchange(const Output &output, const Traced &traced)
                                     ? "result as a file"
                                     : "result under key " + std::to_string(traced.record.result_key);
         std::fprintf(output.stream, "%s, %u bytes\n", key.c_str(), traced.record.result_length);
-        std::fprintf(output.stream, "%s\n", printable(traced.result).c_str());
+        print_line(output, traced.result);
     }
     std::fputc('\n', output.stream);
 }

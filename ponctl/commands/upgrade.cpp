@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -162,6 +163,8 @@ void add_upgrade(Program &program)
     Command &status = upgrade.add("status", "Shows versions, types and upgrade runs of the bound ONUs");
     std::string &port = status.runs(run_upgrade_status);
     status.argument("PORT", &port, "PON port number; all ports when left out");
+    add_list_options(program, upgrade, "types");
+    add_list_options(program, status);
 }
 
 } // namespace ponctl

@@ -9,6 +9,7 @@
 #include "call/codec/decode.h"
 #include "output/exit_code.h"
 #include "output/mode.h"
+#include "text/utf8.h"
 
 namespace ponctl
 {
@@ -116,7 +117,7 @@ void ask(const std::string &action)
     if (consented) return;
     if (!isatty(STDIN_FILENO))
         throw Refused("--yes: missing; " + action + " needs it when no terminal is there to ask");
-    std::cerr << "ponctl: " << action << "? [y/N] " << std::flush;
+    std::cerr << "ponctl: " << text::printable(action) << "? [y/N] " << std::flush;
     std::string answer;
     std::getline(std::cin, answer);
     if (answer != "y" && answer != "yes") throw Refused("nothing was changed");

@@ -14,6 +14,9 @@ namespace ponctl
 // values of the outer object. Any other object gives a row of name and value for each of its values. Members of members
 // are named with dots, members of lists by number.
 //
+// What a terminal must not see is written as text::printable() does. A text that a spreadsheet would take for a formula
+// has an apostrophe before it. Throws TooLarge when the rows and columns make too many cells.
+//
 // `heading` is the heading line that was written last. The heading line is written unless it is the same.
 void print_csv(const Output &output, std::string_view document, std::string &heading);
 

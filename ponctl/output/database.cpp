@@ -6,6 +6,7 @@
 
 #include "board/datastore.h"
 #include "call/json.h"
+#include "call/view_check.h"
 #include "catalogue.h"
 #include "output/bytes.h"
 #include "output/exit_code.h"
@@ -77,15 +78,33 @@ Table::Fit fit_of(catalogue::ColumnType type)
     return Table::Fit::wrap;
 }
 
+ViewColumn shown_column(const catalogue::Column &column)
+{
+    std::string title(column.title);
+    if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
+    return {std::string(column.name), {title, fit_of(column.type)}};
+}
+
+// Returns the columns that somebody chose.
+std::vector<ViewColumn> chosen_columns_of(const db_handle *database, const catalogue::View *view)
+{
+    std::vector<ViewColumn> columns;
+    for (uint32_t index = 0; index < db_columns(database); ++index) {
+        const std::string name = db_column_name(database, index);
+        const auto found = view ? std::ranges::find(view->columns, name, &catalogue::Column::name)
+                                : std::span<const catalogue::Column>::iterator{};
+        columns.push_back(view && found != view->columns.end() ? shown_column(*found)
+                                                               : ViewColumn{name, {name, Table::Fit::wrap}});
+    }
+    return columns;
+}
+
 std::vector<ViewColumn> columns_of(std::span<const Owned> databases, const catalogue::View *view)
 {
     std::vector<ViewColumn> columns;
     if (view)
-        for (const catalogue::Column &column : view->columns) {
-            std::string title(column.title);
-            if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
-            columns.push_back({std::string(column.name), {title, fit_of(column.type)}});
-        }
+        for (const catalogue::Column &column : view->columns)
+            columns.push_back(shown_column(column));
     for (const Owned &owned : databases)
         for (uint32_t index = 0; index < db_columns(owned.database); ++index) {
             const std::string name = db_column_name(owned.database, index);
@@ -99,7 +118,11 @@ std::vector<ViewColumn> columns_of(std::span<const Owned> databases, const catal
 void print_rows(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
                 const catalogue::View *view, const TableStyle &style)
 {
-    std::vector<ViewColumn> columns = columns_of(databases, view);
+    const auto with_rows =
+        std::ranges::find_if(databases, [](const Owned &owned) { return db_rows(owned.database) > 0; });
+    std::vector<ViewColumn> columns = style.chosen && with_rows != databases.end()
+                                          ? chosen_columns_of(with_rows->database, view)
+                                          : columns_of(databases, view);
     if (style.filled_only)
         std::erase_if(columns, [databases](const ViewColumn &column) { return is_empty(databases, column.name); });
     std::vector<Table::Heading> headings;
@@ -131,17 +154,17 @@ void print_database(const Output &output, db_handle *database, const catalogue::
 {
     const std::string_view document = document_of(database);
     if (output.format == Format::hex) return print_document(output, document);
-    if (db_rows(database) == 0 && document != "[]") {
-        std::fprintf(output.stream, "%s\n", printable(document).c_str());
+    if ((db_rows(database) == 0 && document != "[]") || db_columns(database) > most_columns) {
+        print_line(output, document);
         return;
     }
     print_rows(output, {}, std::array{Owned{{}, database}}, view, style);
 }
 
 void print_databases(const Output &output, const std::string &owner_title, std::span<const Owned> databases,
-                     const catalogue::View *view)
+                     const catalogue::View *view, const TableStyle &style)
 {
-    print_rows(output, owner_title, databases, view, {});
+    print_rows(output, owner_title, databases, view, style);
 }
 
 void print_row(const Output &output, db_handle *database, uint32_t row, const catalogue::View *view)

@@ -9,11 +9,18 @@ namespace ponctl
 // The tool uses the words of the call library for operations, arguments and values.
 using namespace call;
 
+// A TooLarge result is not written, because it would be many times as long as what the service sent. what() says so,
+// for people.
+class TooLarge : public Error
+{
+    using Error::Error;
+};
+
 enum ExitCode : int {
     exit_success = 0,
     exit_status = 1, // the service's status is not zero
     exit_usage = 2,  // wrong arguments; nothing was sent
-    exit_ipc = 3,    // the exchange failed
+    exit_ipc = 3,    // the exchange failed, or what it delivered is not what the catalogue says
     exit_output = 4  // the result could not be written
 };
 

@@ -16,7 +16,7 @@ Json::Json(std::FILE *to) : stream(to)
 
 Json::~Json()
 {
-    const std::string_view document = written();
+    const std::string document = written();
     std::fwrite(document.data(), 1, document.size(), stream);
     std::fputc('\n', stream);
 }

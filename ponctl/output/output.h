@@ -7,6 +7,8 @@
 namespace ponctl
 {
 
+struct Selection;
+
 enum class Format {
     table,
     json,
@@ -20,7 +22,13 @@ struct Output {
     bool headings = true;
     bool terminal = false; // tables are fitted to its width
     bool colours = false;
+    const Selection *selection = nullptr; // which rows and columns of a listing are wanted; null: all
 };
+
+// A table has so many cells at most. The largest result of the service has a tenth of them.
+inline constexpr size_t most_cells = 1 << 20;
+// A table or a document has about so many bytes at most.
+inline constexpr size_t most_bytes = size_t{64} << 20;
 
 // A terminal starts bold text with this sequence.
 inline constexpr const char *bold = "\033[1m";

@@ -8,12 +8,19 @@
 #include "command_line/served_folders.h"
 #include "output/exit_code.h"
 #include "output/mode.h"
+#include "text/utf8.h"
 #include "text/words.h"
 
 namespace ponctl
 {
 namespace
 {
+
+// Returns a message as it is written. A message of several lines lists candidates, for example.
+std::string line_of(const std::string &message)
+{
+    return "ponctl: " + text::printable(message, "\n");
+}
 
 void say(const std::string &line)
 {
@@ -38,12 +45,13 @@ std::string advice_on(int32_t ipc_result)
 
 void complain(const std::string &message)
 {
-    say(mode().red ? "\033[31m" + ("ponctl: " + message) + "\033[m\n" : "ponctl: " + message + "\n");
+    const std::string line = line_of(message);
+    say(mode().red ? "\033[31m" + line + "\033[m\n" : line + "\n");
 }
 
 void note(const std::string &message)
 {
-    if (!mode().quiet && !mode().watched) say("ponctl: " + message + "\n");
+    if (!mode().quiet && !mode().watched) say(line_of(message) + "\n");
 }
 
 std::string describe_status(uint32_t status)
@@ -55,7 +63,16 @@ std::string describe_status(uint32_t status)
 
 ExitCode report(const Invocation &called, const std::string &subject)
 {
-    return report_exchange(subject + std::string(called.operation().name), called.exchange(), called.status());
+    const std::string name = subject + std::string(called.operation().name);
+    const ExitCode code = report_exchange(name, called.exchange(), called.status());
+    return code == exit_success ? report_fault(name, called.fault()) : code;
+}
+
+ExitCode report_fault(std::string_view name, const std::string &fault)
+{
+    if (fault.empty()) return exit_success;
+    complain(std::string(name) + ": " + fault);
+    return exit_ipc;
 }
 
 void expect_answer(const Invocation &called)

@@ -24,6 +24,10 @@ std::string describe_status(uint32_t status);
 // `subject`.
 ExitCode report(const Invocation &called, const std::string &subject = {});
 
+// Returns the exit code for what is wrong with what the service delivered, and reports it on standard error. The fault
+// is empty when nothing is wrong.
+ExitCode report_fault(std::string_view name, const std::string &fault);
+
 // Refuses to continue in a dry run, because a dry run has no answer from which further requests can be made.
 void expect_answer(const Invocation &called);
 

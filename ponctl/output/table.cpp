@@ -95,6 +95,12 @@ void Table::print(const Output &output) const
     scols_table_set_termforce(table.get(), output.terminal ? SCOLS_TERMFORCE_ALWAYS : SCOLS_TERMFORCE_NEVER);
     scols_table_enable_noheadings(table.get(), !output.headings);
     scols_table_enable_colors(table.get(), output.colours);
+    // The texts are printable already. The library would take the backslash of \xNN for a part of the text.
+    scols_table_enable_noencoding(table.get(), 1);
+    size_t line_length = 0;
+    for (size_t column = 0; column < headings.size(); ++column)
+        line_length += width_of(column) + 1;
+    refuse_if_too_large(line_length);
     const auto columns = columns_in(output.terminal ? scols_table_get_termwidth(table.get()) : SIZE_MAX - 1);
     for (const size_t index : columns) {
         const Heading &heading = headings[index];

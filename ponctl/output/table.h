@@ -28,11 +28,15 @@ public:
         Fit fit = Fit::whole;
     };
 
-    explicit Table(std::vector<Heading> titles) : headings(std::move(titles)) {}
-    void add(std::vector<std::string> row) { rows.push_back(std::move(row)); }
+    // The table makes the titles and the texts of the rows printable.
+    explicit Table(std::vector<Heading> titles);
+    void add(std::vector<std::string> row);
+    // Throws TooLarge when the lines are too long and too many.
     void print(const Output &output) const;
 
 private:
+    // On anything that is not a terminal, every line is as long as the widest cells of all columns together.
+    void refuse_if_too_large(size_t line_length) const;
     static int flags_of(Fit fit);
     // These return how wide a column is, and how wide it is at least when it is narrowed.
     size_t width_of(size_t column) const;

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "output/output.h"
-#include "output/text.h"
 
 namespace ponctl
 {
@@ -27,18 +26,26 @@ size_t Table::width_of(size_t column) const
 {
     size_t width = characters_in(headings[column].title);
     for (const auto &row : rows)
-        width = std::max(width, characters_in(printable(row[column])));
+        width = std::max(width, characters_in(row[column]));
     return width;
 }
 
 void Table::print(const Output &output) const
 {
+    if (rows.empty()) return;
+    std::vector<size_t> widths;
+    size_t line_length = 0;
+    for (size_t column = 0; column < headings.size(); ++column) {
+        widths.push_back(width_of(column));
+        line_length += widths.back() + 1;
+    }
+    refuse_if_too_large(line_length);
     const auto print_line = [&](auto text_of, auto colour_of_text) {
         std::string line;
         for (size_t column = 0; column < headings.size(); ++column) {
-            const std::string text = printable(text_of(column));
+            const std::string &text = text_of(column);
             const bool last = column + 1 == headings.size(), right = headings[column].fit == Fit::right;
-            const std::string filler(width_of(column) - characters_in(text), ' ');
+            const std::string filler(widths[column] - characters_in(text), ' ');
             const char *colour = output.colours ? colour_of_text(text) : nullptr;
             line += (column > 0 ? " " : "") + (right ? filler : "");
             line += colour && !text.empty() ? colour + text + plain : text;
@@ -47,7 +54,6 @@ void Table::print(const Output &output) const
         line.erase(line.find_last_not_of(' ') + 1);
         std::fprintf(output.stream, "%s\n", line.c_str());
     };
-    if (rows.empty()) return;
     if (output.headings)
         print_line([this](size_t column) -> const std::string & { return headings[column].title; },
                    [](const std::string &) { return bold; });

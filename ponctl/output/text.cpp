@@ -9,6 +9,7 @@
 #include "output/json.h"
 #include "output/output.h"
 #include "output/table.h"
+#include "text/utf8.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -23,30 +24,16 @@ std::string_view text_of(std::span<const uint8_t> bytes)
 
 } // namespace
 
-std::string printable(std::string_view text)
-{
-    std::string safe;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < ' ' || byte == 0x7f)
-            safe.append("\\x").append(text::to_hex({&byte, 1}));
-        else
-            safe.push_back(c);
-    }
-    return safe;
-}
-
 void print_text(const Output &output, std::string_view text)
 {
-    std::string lines;
-    for (const char &c : text) {
-        if (c == '\t' || c == '\n')
-            lines.push_back(c);
-        else
-            lines.append(printable({&c, 1}));
-    }
+    std::string lines = text::printable(text, "\t\n");
     if (!lines.ends_with('\n')) lines.push_back('\n');
     std::fputs(lines.c_str(), output.stream);
+}
+
+void print_line(const Output &output, std::string_view line)
+{
+    std::fprintf(output.stream, "%s\n", text::printable(line).c_str());
 }
 
 void print_content(const Output &output, std::span<const uint8_t> bytes)

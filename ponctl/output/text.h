@@ -12,11 +12,10 @@
 namespace ponctl
 {
 
-// Returns a text in which everything that a terminal could take for a command is written as \xNN.
-std::string printable(std::string_view text);
-
-// Prints a text of any number of lines. What a terminal could take for a command is written as printable() does.
+// Prints a text of any number of lines. What a terminal must not see is written as text::printable() does.
 void print_text(const Output &output, std::string_view text);
+// As above, for a text that is one line, whatever characters it has.
+void print_line(const Output &output, std::string_view line);
 
 // Prints the contents of a file: as a text if the whole file is text, otherwise as bytes. In JSON it is a text, or
 // hexadecimal digits.

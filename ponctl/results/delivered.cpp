@@ -12,6 +12,7 @@
 #include "output/json.h"
 #include "output/report.h"
 #include "output/text.h"
+#include "results/listing.h"
 #include "results/onu_set.h"
 
 namespace ponctl
@@ -22,9 +23,6 @@ namespace
 using catalogue::Argument;
 using catalogue::ArgumentType;
 
-constexpr const char *no_database = ": the service left no result database";
-constexpr const char *no_file = ": the service left nothing in a result file";
-
 void print_output(const Output &output, const Invocation &called, size_t index)
 {
     const Argument &argument = called.operation().arguments[index];
@@ -34,8 +32,8 @@ void print_output(const Output &output, const Invocation &called, size_t index)
         else if (argument.dropped)
             note(std::string(argument.name) + ": " + std::string(called.operation().name) +
                  " hands out no database, only the status");
-        else
-            complain(std::string(argument.name) + no_database);
+        else if (called.fault().empty())
+            complain(std::string(argument.name) + ": the service left no result database");
     } else if (argument.type == ArgumentType::text_out) {
         const std::string_view text = called.text(index);
         if (output.format == Format::hex)
@@ -43,10 +41,7 @@ void print_output(const Output &output, const Invocation &called, size_t index)
         else
             print_text(output, text);
     } else if (argument.type == ArgumentType::pblock_out) {
-        if (called.bytes(index).empty())
-            complain(std::string(argument.name) + no_file);
-        else
-            print_content(output, called.bytes(index));
+        if (!called.bytes(index).empty()) print_content(output, called.bytes(index));
     } else if (is_number_out(argument) && output.format != Format::hex) {
         std::fprintf(output.stream, "%s: %s\n", std::string(argument.name).c_str(),
                      text_of(called.reading(index), called.word_field(index)).c_str());
@@ -128,14 +123,8 @@ ExitCode run_list(const Output &output, const char *operation, const std::vector
                   const TableStyle &style)
 {
     const Invocation called(operation, words, consent());
-    if (called.answered()) {
-        db_handle *database = called.database();
-        if (!database && called.good()) complain(std::string(operation) + no_database);
-        if (output.format == Format::json && (database || called.good()))
-            Json(output.stream).list(database);
-        else if (database && output.format != Format::json)
-            print_database(output, database, called.view(), style);
-    }
+    db_handle *database = called.answered() && called.fault().empty() ? called.database() : nullptr;
+    if (database) print_listing(output, database, called.view(), style);
     return report(called);
 }
 

@@ -11,6 +11,7 @@
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "output/report.h"
+#include "output/text.h"
 #include "results/chart.h"
 #include "results/sections.h"
 #include "text/words.h"
@@ -82,7 +83,7 @@ ExitCode run_chart(const Output &output, const ChartOptions &options, const Char
     std::deque<double> &values = options.history->values;
     if (value) values.push_back(*value);
     if (values.size() > chart_columns(style)) values.pop_front();
-    std::fprintf(output.stream, "%s %s %s\n", charted.title.c_str(), name.c_str(), field_text(reading, name).c_str());
+    print_line(output, charted.title + " " + name + " " + field_text(reading, name));
     if (charted.counts) std::fprintf(output.stream, "%s a second\n", value ? rate_text(*value).c_str() : "-");
     if (!values.empty())
         for (const std::string &line : chart(values, style))

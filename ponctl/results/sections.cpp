@@ -16,7 +16,8 @@
 #include "output/output.h"
 #include "output/report.h"
 #include "output/table.h"
-#include "output/text.h"
+#include "results/listing.h"
+#include "selection/selection.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -46,7 +47,11 @@ std::vector<Styled> fields_of(const Section &section, const Reading &reading)
     std::vector<Styled> fields;
     if (const auto index = number_index(section)) {
         const catalogue::Field &field = section.called->word_field(*index);
-        return {{&field, {field.name, section.name}}};
+        FieldStyle style{field.name, section.name};
+        if (const auto own = std::ranges::find(section.styles, field.name, &FieldStyle::field);
+            own != section.styles.end())
+            style.words = own->words;
+        return {{&field, style}};
     }
     if (section.styled_only) {
         for (const FieldStyle &style : section.styles)
@@ -114,13 +119,15 @@ Reading reading_of(const Section &section)
     return section.called->has(ArgumentType::response) ? section.called->response() : section.called->block();
 }
 
-void write(Json &json, const Section &section)
+void write(const Output &output, Json &json, const Section &section)
 {
     if (!section.called->good()) {
         json->Null();
         return;
     }
     if (is_database(section) && section.row) return json.row(section.called->database(), *section.row);
+    if (is_database(section) && output.selection)
+        return json.list(listed_rows(output, section.called->database(), section.called->view()).get());
     if (is_database(section)) return json.list(section.called->database());
     const Reading reading = reading_of(section);
     if (const auto index = number_index(section)) return json.field(section.called->word_field(*index), reading);
@@ -141,7 +148,7 @@ void print(const Output &output, const Section &section)
         else if (database && db_rows(database) == 0 && document_of(database) == "[]" && output.format == Format::table)
             std::fputs("none\n", output.stream);
         else if (database)
-            print_database(output, database, section.called->view());
+            print_listing(output, database, section.called->view());
         return;
     }
     const Reading reading = reading_of(section);
@@ -152,12 +159,12 @@ void print(const Output &output, const Section &section)
     table.print(output);
 }
 
-void write(Json &json, const std::vector<Section> &sections, bool titled)
+void write(const Output &output, Json &json, const std::vector<Section> &sections, bool titled)
 {
     if (titled) json->StartObject();
     for (const Section &section : sections) {
         if (titled) json.key(section.name);
-        write(json, section);
+        write(output, json, section);
     }
     if (titled) json->EndObject();
 }
@@ -178,9 +185,15 @@ void print_together(const Output &output, const std::vector<std::pair<std::strin
     const Section &any = *sections.front().second;
     if (is_database(any)) {
         std::vector<Owned> databases;
-        for (const auto &[onu, section] : sections)
-            if (db_handle *database = section->called->database()) databases.push_back({onu, database});
-        return print_databases(output, onu_title, databases, any.called->view());
+        std::vector<Database> wanted;
+        for (const auto &[onu, section] : sections) {
+            db_handle *database = section->called->database();
+            if (database && output.selection)
+                database = wanted.emplace_back(listed_rows(output, database, any.called->view())).get();
+            if (database) databases.push_back({onu, database});
+        }
+        return print_databases(output, onu_title, databases, any.called->view(),
+                               {.chosen = output.selection && !output.selection->columns.empty()});
     }
     Table table({{onu_title}, {"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const auto &[onu, section] : sections) {
@@ -213,7 +226,7 @@ const catalogue::Field *find_field(const Reading &reading, std::string_view name
 std::string field_text(const Reading &reading, std::string_view name)
 {
     const catalogue::Field *field = find_field(reading, name);
-    return field ? printable(text_of(reading, *field)) : "-";
+    return field ? text_of(reading, *field) : "-";
 }
 
 std::optional<double> field_number(const Reading &reading, std::string_view name)
@@ -244,7 +257,7 @@ std::string styled_text(const Reading &reading, const FieldStyle &style)
     if (!field) return "-";
     if (!style.flags.empty()) return names_of_flags(*field, field_bytes(*field, reading.bytes), style.flags);
     if (!style.words.empty()) return word_of_number(field_digits(reading, style.field), style.words);
-    return printable(text_of(reading, *field));
+    return text_of(reading, *field);
 }
 
 std::vector<FieldStyle> pon_phy_styles()
@@ -253,12 +266,19 @@ std::vector<FieldStyle> pon_phy_styles()
             {"set", {}, no_yes},   {"set_laser", {}, off_on}, {"set_tx_fault", {}, no_yes}, {"set_rx_los", {}, no_yes}};
 }
 
+void refuse_selection(const Output &output)
+{
+    if (output.selection)
+        throw UsageError("--where, --sort, --columns and --limit: what is asked for here is no listing");
+}
+
 void print_sections(const Output &output, const std::vector<Section> &sections, bool titled)
 {
+    if (std::ranges::none_of(sections, is_database)) refuse_selection(output);
     if (output.format == Format::json) {
         if (!titled && !sections.front().called->good()) return;
         Json json(output.stream);
-        return write(json, sections, titled);
+        return write(output, json, sections, titled);
     }
     bool first = true;
     for (const Section &section : sections) {
@@ -270,6 +290,8 @@ void print_sections(const Output &output, const std::vector<Section> &sections, 
 
 void print_each(const Output &output, const std::vector<Subject> &subjects, bool titled)
 {
+    for (const Subject &subject : subjects)
+        if (std::ranges::none_of(subject.sections, is_database)) refuse_selection(output);
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartArray();
@@ -278,7 +300,7 @@ void print_each(const Output &output, const std::vector<Subject> &subjects, bool
             json.member("onu", subject.onu);
             for (const Section &section : subject.sections) {
                 json.key(section.name);
-                write(json, section);
+                write(output, json, section);
             }
             json->EndObject();
         }

@@ -64,6 +64,9 @@ struct Section {
     size_t start = 0;                 // of an answer: the offset from which on it is shown
 };
 
+// Refuses options that choose rows and columns, where the result has no rows.
+void refuse_selection(const Output &output);
+
 // Shows what the calls delivered. A single section without a title is shown alone. Otherwise each is shown under its
 // title, or as a member of one JSON object. Failed calls are left out, or null.
 void print_sections(const Output &output, const std::vector<Section> &sections, bool titled);

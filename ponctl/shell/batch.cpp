@@ -8,8 +8,10 @@
 
 #include "cli/program.h"
 #include "output/report.h"
+#include "output/text.h"
 #include "shell/lines.h"
 #include "shell/tokens.h"
+#include "text/utf8.h"
 
 namespace ponctl
 {
@@ -19,7 +21,8 @@ namespace
 constexpr const char *footer =
     "A line is what would follow 'ponctl'. Empty lines are passed over, and # starts a comment; quotation marks and "
     "backslashes are those of a shell. Nothing is asked, and commands find nothing on standard input: what would ask "
-    "needs --yes in its line. The global options hold for every line that does not say otherwise.";
+    "needs --yes in its line. The global options hold for every line that does not say otherwise. A line that ends in "
+    "| include TEXT prints only what contains the text.";
 
 struct FailedLine {
     std::string where;
@@ -58,7 +61,7 @@ private:
         try {
             const std::vector<std::string> words = split_line(line);
             if (words.empty()) return;
-            if (options.echo) std::fprintf(output.stream, "+ %s\n", line.c_str());
+            if (options.echo) print_line(output, "+ " + line);
             ++ran;
             code = lines.run(words, false).code;
             if (code == exit_success) return;
@@ -76,7 +79,7 @@ private:
     {
         complain(std::to_string(failures.size()) + " of " + std::to_string(ran) + " lines failed:");
         for (const FailedLine &failure : failures)
-            std::fprintf(stderr, "  %s: ended with %d\n", failure.where.c_str(), failure.code);
+            std::fprintf(stderr, "  %s: ended with %d\n", text::printable(failure.where).c_str(), failure.code);
     }
 
     const Output &output;

@@ -14,6 +14,7 @@
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "shell/tokens.h"
+#include "text/utf8.h"
 
 namespace ponctl
 {
@@ -480,7 +481,12 @@ Completion complete(const std::vector<std::string> &before, const std::string &w
             expect(completion, *argument);
         }
     }
-    std::erase_if(found, [&word](const Candidate &candidate) { return !candidate.word.starts_with(word); });
+    // A word that a terminal must not see cannot be typed, either.
+    std::erase_if(found, [&word](const Candidate &candidate) {
+        return !candidate.word.starts_with(word) || !text::is_printable(candidate.word);
+    });
+    for (Candidate &candidate : found)
+        candidate.help = text::printable(candidate.help);
     return completion;
 }
 

@@ -1,8 +1,10 @@
 #include "shell/lines.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <functional>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -10,7 +12,9 @@
 #include <unistd.h>
 
 #include "cli/program.h"
+#include "output/exit_code.h"
 #include "output/report.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -89,16 +93,60 @@ void redirect(int descriptor, const char *file, int flags)
     if (opened < 0 || dup2(opened, descriptor) < 0) _exit(exit_ipc);
 }
 
-std::string contents(int descriptor)
+// Passes on all that can be read.
+void read_all(int descriptor, const std::function<void(std::string_view)> &pass)
 {
-    std::string text;
     char chunk[4096];
     for (ssize_t length; (length = read(descriptor, chunk, sizeof chunk)) != 0;) {
         if (length > 0)
-            text.append(chunk, static_cast<size_t>(length));
+            pass({chunk, static_cast<size_t>(length)});
         else if (errno != EINTR)
             break;
     }
+}
+
+std::string contents(int descriptor)
+{
+    std::string text;
+    read_all(descriptor, [&text](std::string_view chunk) { text.append(chunk); });
+    return text;
+}
+
+// A LineFilter writes the lines that contain a text, in capital letters or not.
+class LineFilter
+{
+public:
+    explicit LineFilter(const std::string &text) : wanted(text::lower_case(text)) {}
+
+    void add(std::string_view text)
+    {
+        for (const char c : text) {
+            line.push_back(c);
+            if (c == '\n') end_line();
+        }
+    }
+    void end_line()
+    {
+        if (text::lower_case(line).find(wanted) != line.npos) std::fputs(line.c_str(), stdout);
+        line.clear();
+        std::fflush(stdout);
+    }
+
+private:
+    const std::string wanted;
+    std::string line;
+};
+
+// Takes "| include TEXT" off the words and returns the text, or nothing when the words do not end so. Throws a
+// UsageError for any other word behind the bar.
+std::optional<std::string> take_filter(std::vector<std::string> &words)
+{
+    const auto bar = std::ranges::find(words, "|");
+    if (bar == words.end()) return std::nullopt;
+    if (words.end() - bar != 3 || bar[1] != "include")
+        throw UsageError("behind | there can be 'include TEXT' alone, which prints the lines that contain the text");
+    std::string text = bar[2];
+    words.erase(bar, words.end());
     return text;
 }
 
@@ -111,13 +159,28 @@ Lines::Lines(const GlobalOptions &defaults) : options(defaults)
     std::signal(SIGCHLD, SIG_DFL); // otherwise exit codes are lost when our parent process ignores the signal
 }
 
-Ended Lines::run(const std::vector<std::string> &words, bool has_input) const
+Ended Lines::run(const std::vector<std::string> &line, bool has_input) const
 {
+    std::vector<std::string> words = line;
+    const std::optional<std::string> wanted = take_filter(words);
     const NotedInterrupts interrupts;
+    int ends[2] = {-1, -1};
+    if (wanted && pipe2(ends, O_CLOEXEC)) {
+        complain(std::string("cannot make a pipe: ") + std::strerror(errno));
+        return {exit_ipc, false};
+    }
     const pid_t child = start_child(interrupt, [&] {
         if (!has_input) redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
+        if (wanted && dup2(ends[1], STDOUT_FILENO) < 0) return static_cast<int>(exit_ipc);
         return run_line(words, options);
     });
+    if (wanted) {
+        close(ends[1]);
+        LineFilter filter(*wanted);
+        if (child >= 0) read_all(ends[0], [&filter](std::string_view text) { filter.add(text); });
+        filter.end_line();
+        close(ends[0]);
+    }
     if (child < 0) {
         complain(std::string("cannot start a process: ") + std::strerror(errno));
         return {exit_ipc, false};

@@ -19,11 +19,12 @@ namespace
 {
 
 constexpr const char *footer =
-    "TAB completes commands, options and arguments, also by what the service knows; ? shows what can come next. "
-    "Ctrl-C ends a command that runs, or empties the line. Ctrl-D, exit and quit leave. Where a command fails, the "
-    "prompt has its exit code. Lines are kept in $XDG_STATE_HOME/ponctl/history, or ~/.local/state/ponctl/history, "
-    "but for those with passwords. The global options hold for every line that does not say otherwise. Without a "
-    "terminal on standard input, lines are run as 'ponctl batch -' does.";
+    "TAB completes commands, options and arguments, also by what the service knows; ? shows what can come next. Ctrl-C "
+    "ends a command that runs, or empties the line. Ctrl-D, exit and quit leave. Where a command fails, the prompt has "
+    "its exit code. Lines are kept in $XDG_STATE_HOME/ponctl/history, or ~/.local/state/ponctl/history, but for those "
+    "with passwords. The global options hold for every line that does not say otherwise. Without a terminal on "
+    "standard input, lines are run as 'ponctl batch -' does. A line that ends in | include TEXT prints only what "
+    "contains the text.";
 
 std::filesystem::path history_file()
 {

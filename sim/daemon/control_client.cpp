@@ -20,6 +20,7 @@
 #include "control/control.h"
 #include "daemon/alarm_events.h"
 #include "daemon/console.h"
+#include "text/utf8.h"
 
 namespace ponsim
 {
@@ -124,7 +125,7 @@ void print_events(std::optional<uint64_t> since, bool follow)
             std::this_thread::sleep_for(pause);
             continue;
         }
-        if (std::fputs(said.c_str(), stdout) == EOF || std::fflush(stdout) == EOF)
+        if (std::fputs(text::printable(said, "\n").c_str(), stdout) == EOF || std::fflush(stdout) == EOF)
             throw std::runtime_error("the events cannot be written");
         const size_t last = said.rfind('\n', said.size() - 2);
         line = "events " + std::to_string(number_of(last == std::string::npos ? said : said.substr(last + 1)));

@@ -64,6 +64,18 @@ TEST(Log, lets_no_text_look_like_two_lines)
               "ERROR f:1: one ERROR g:2: two  [2J\n");
 }
 
+TEST(Log, tells_a_terminal_nothing)
+{
+    EXPECT_EQ(logged("err",
+                     [] {
+                         userlog_err("f", 1, "%s",
+                                     "a\xc3\xa4 \xc2\x9b"
+                                     "2J\xe2\x80\xae"
+                                     "b\x9b");
+                     }),
+              "ERROR f:1: a\xc3\xa4   2J   b \n");
+}
+
 TEST(Log, cuts_a_line_that_is_too_long)
 {
     const std::string line = logged("err", [] { userlog_err("f", 1, "%s\n", std::string(5000, 'x').c_str()); });

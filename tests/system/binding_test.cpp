@@ -4,6 +4,7 @@
 #include <string>
 
 #include "bsp_pon.h"
+#include "generated/service_words.h"
 #include "simulator.h"
 #include "view.h"
 
@@ -45,6 +46,21 @@ TEST_F(Binding, BindsToTheIdThatIsAskedFor)
     EXPECT_EQ(port.of(first, "text_a"), "customer");
     EXPECT_EQ(port.of(first, "text_b"), "room");
     EXPECT_EQ(port.of(first, "text_c"), "note");
+}
+
+TEST_F(Binding, RefusesTextsThatTellATerminalAnything)
+{
+    for (const char *text : {"\033[2J", "\x7f",
+                             "\xc2\x9b"
+                             "2J",
+                             "\xe2\x80\xae"
+                             "cod",
+                             "\xe2\x81\xa6", "\xd8\x9c", "\xff"}) {
+        EXPECT_EQ(bsp_pon_bind_onu_spec_id(3, 17, first_mac.data(), text, nullptr, 0, nullptr), PON_ERR_BAD_RECORD)
+            << text;
+        EXPECT_EQ(onus(3).of(first, "state"), "waiting");
+    }
+    EXPECT_EQ(bsp_pon_bind_onu_spec_id(3, 17, first_mac.data(), "Tr\xc3\xa4ger", nullptr, 0, nullptr), BSP_OK);
 }
 
 TEST_F(Binding, BindsToAnIdThatTheServicePicks)

@@ -129,15 +129,23 @@ const catalogue::Channel &channel_of(const catalogue::Operation &operation)
     return *std::ranges::find(catalogue::channels(), operation.record, &catalogue::Channel::record);
 }
 
-// Returns a command that a caller of this operation may state, or null when there is none.
+// Returns a command that a caller of this operation may state, or null when there is none. For an operation that
+// delivers rows it is a command that has rows, if there is one: the tool takes an answer without them for a failure.
 const catalogue::Command *command_for(const catalogue::Operation &operation)
 {
     const bool asks = operation.call == catalogue::Call::get || operation.call == catalogue::Call::dgram_get;
-    for (const catalogue::Command &command : catalogue::commands())
-        if (command.channel == &channel_of(operation) && command.call.value_or(operation.call) == operation.call &&
-            asks == (command.impact == catalogue::Class::read))
-            return &command;
-    return nullptr;
+    const bool lists = std::ranges::any_of(operation.arguments, [](const catalogue::Argument &argument) {
+        return argument.type == catalogue::ArgumentType::db && !argument.dropped;
+    });
+    const catalogue::Command *any = nullptr;
+    for (const catalogue::Command &command : catalogue::commands()) {
+        const bool fits = command.channel == &channel_of(operation) &&
+                          command.call.value_or(operation.call) == operation.call &&
+                          asks == (command.impact == catalogue::Class::read);
+        if (fits && lists && catalogue::find_view(command)) return &command;
+        if (fits && !any) any = &command;
+    }
+    return any;
 }
 
 TEST(Completeness, TheServiceHasAHandlerForEach)

@@ -7,6 +7,7 @@
 
 #include "board/datastore.h"
 #include "call/invocation.h"
+#include "cli/list_options.h"
 #include "cli/operand_help.h"
 #include "cli/program.h"
 #include "output/bytes.h"
@@ -340,6 +341,8 @@ void add_list(Command &onu)
     Command &list = onu.add("list", "Lists the ONUs: the bound ones, and those that wait");
     std::string &port = list.runs(run_onu_list);
     list.argument("PORT", &port, "PON port number; all ports when left out");
+    list.footer =
+        "Some of them: ponctl onu list --where \"state=offline and description~'main street'\" --sort pon_port";
 }
 
 void add_show(Command &onu)
@@ -403,10 +406,13 @@ void add_onu(Program &program)
 {
     Command &onu =
         program.tree.add("onu", "Lists, shows, binds, releases, confirms and rejects ONUs; asks and sets remote ONUs");
-    for (const auto add : {add_list, add_show, add_bind, add_release, add_confirm, add_describe, add_black_list})
+    for (const auto add :
+         {add_list, add_find, add_show, add_bind, add_release, add_confirm, add_describe, add_black_list})
         add(onu);
     Command &image = add_queries(onu);
     add_settings(onu, image);
+    for (const char *name : {"list", "find", "ports", "vlan"})
+        add_list_options(program, onu, name);
 }
 
 } // namespace ponctl

@@ -11,6 +11,8 @@ inline constexpr const char *onu_set_help =
 
 // Adds the commands that put ONUs on the blacklist and take them off.
 void add_black_list(Command &onu);
+// Adds the command that finds ONUs on all ports.
+void add_find(Command &onu);
 // Adds the queries to remote ONUs. Returns the command that shows their images.
 Command &add_queries(Command &onu);
 // Adds the commands that configure remote ONUs. Those for images are added to `image`.

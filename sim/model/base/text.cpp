@@ -26,7 +26,7 @@ bool is_name(const std::string &text)
 
 bool is_clean(const std::string &text)
 {
-    return text::is_utf8(text) && !text::has_control_characters(text);
+    return text::is_printable(text);
 }
 
 bool get_text(const char *field, size_t size, std::string &out)

@@ -14,7 +14,7 @@ using testing::Not;
 
 FakeService::Handler two_onus()
 {
-    return result(384, R"([{"onu_id":1,"state":"online"},{"onu_id":2,"state":"offline"}])");
+    return rows(384, R"([{"onu_id":1,"state":"online"},{"onu_id":2,"state":"offline"}])");
 }
 
 std::string on_terminal(std::vector<std::string> arguments)
@@ -29,8 +29,11 @@ std::string on_terminal(std::vector<std::string> arguments)
 TEST(Csv, IsARowForEachRow)
 {
     const FakeService service(two_onus());
-    EXPECT_EQ(service.ponctl({"onu", "list", "1", "-o", "csv"}).out, "onu_id,state\n1,online\n2,offline\n");
-    EXPECT_EQ(service.ponctl({"onu", "list", "1", "-o", "csv", "--no-headings"}).out, "1,online\n2,offline\n");
+    EXPECT_EQ(service.ponctl({"onu", "list", "1", "-o", "csv"}).out,
+              "onu_id,state,pon_port,mac,supported,distance,mode,text_a,text_b,text_c,reboots,description,loid\n"
+              "1,online,0,00:00:00:00:00:00,false,,,,,,0,,\n2,offline,0,00:00:00:00:00:00,false,,,,,,0,,\n");
+    EXPECT_EQ(service.ponctl({"onu", "list", "1", "-o", "csv", "--no-headings"}).out,
+              "1,online,0,00:00:00:00:00:00,false,,,,,,0,,\n2,offline,0,00:00:00:00:00:00,false,,,,,,0,,\n");
 }
 
 TEST(Csv, OfACommandWithoutAResultIsHowItEnded)

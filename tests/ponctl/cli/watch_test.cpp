@@ -16,7 +16,7 @@ using Words = std::vector<std::string>;
 
 FakeService::Handler one_onu()
 {
-    return result(384, R"([{"onu_id":1,"state":"online"}])");
+    return rows(384, R"([{"onu_id":1,"state":"online"}])");
 }
 
 Words list_twice(const Words &more = {})
@@ -40,14 +40,16 @@ TEST(Watch, ReadsAsOftenAsItIsToldTo)
 TEST(Watch, IsADocumentALineInJson)
 {
     const FakeService service(one_onu());
-    const std::string line = R"([{"onu_id":1,"state":"online"}])";
+    const std::string line = whole_rows(384, R"([{"onu_id":1,"state":"online"}])");
     EXPECT_EQ(service.ponctl(list_twice({"-o", "json"})).out, line + "\n" + line + "\n");
 }
 
 TEST(Watch, HasOneHeadingInCsv)
 {
     const FakeService service(one_onu());
-    EXPECT_EQ(service.ponctl(list_twice({"-o", "csv"})).out, "onu_id,state\n1,online\n1,online\n");
+    EXPECT_EQ(service.ponctl(list_twice({"-o", "csv"})).out,
+              "onu_id,state,pon_port,mac,supported,distance,mode,text_a,text_b,text_c,reboots,description,loid\n"
+              "1,online,0,00:00:00:00:00:00,false,,,,,,0,,\n1,online,0,00:00:00:00:00:00,false,,,,,,0,,\n");
 }
 
 TEST(Watch, DrawsATerminalAnewFromItsTop)
@@ -64,10 +66,10 @@ TEST(Watch, DrawsATerminalAnewFromItsTop)
 
 TEST(Watch, DrawsNoMoreLinesThanThereAre)
 {
-    std::string rows;
+    std::string ids;
     for (int id = 0; id < 60; ++id)
-        rows += (rows.empty() ? "" : ",") + std::string("{\"onu_id\":") + std::to_string(id) + "}";
-    const FakeService service(result(384, "[" + rows + "]"));
+        ids += (ids.empty() ? "" : ",") + std::string("{\"onu_id\":") + std::to_string(id) + "}";
+    const FakeService service(rows(384, "[" + ids + "]"));
     Terminal terminal(200);
     service.ponctl({"onu", "list", "1", "--watch", "0", "--count", "1"}, terminal.descriptor());
     const std::string text = terminal.text();

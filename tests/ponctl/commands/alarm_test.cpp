@@ -11,7 +11,7 @@ using testing::HasSubstr;
 
 TEST(AlarmList, AsksForAllForAPortOrForAnOnu)
 {
-    const FakeService service(result(388, R"([{"pon_port":1,"onu_id":5,"alarm":1,"name":"los"}])"));
+    const FakeService service(rows(388, R"([{"pon_port":1,"onu_id":5,"alarm":1,"name":"los"}])"));
     EXPECT_THAT(service.ponctl({"alarm", "list"}).out, HasSubstr("los"));
     EXPECT_EQ(service.ponctl({"alarm", "list", "3"}).code, 0);
     EXPECT_EQ(service.ponctl({"alarm", "list", "3", "5"}).code, 0);

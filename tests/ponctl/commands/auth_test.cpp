@@ -18,7 +18,7 @@ const std::string summary = R"([{"pon_port":1,"mode":2,"records":3,"admitted":0,
 
 TEST(AuthShow, IsASummaryWithTheModeInAWord)
 {
-    const FakeService service(result(378, summary));
+    const FakeService service(rows(378, summary));
     EXPECT_EQ(service.ponctl({"auth", "show"}).out,
               "PORT MODE          RECORDS ADMITTED UNAUTHENTICATED WAITING REJECTED\n"
               "   1 loid-password       3        0               0       4        0\n");
@@ -28,7 +28,7 @@ TEST(AuthShow, IsASummaryWithTheModeInAWord)
 
 TEST(AuthShow, IsTheRecordsOfOnePort)
 {
-    const FakeService service(result(378, R"([{"pon_port":3,"mode":null,"loid":"shop","has_password":true}])"));
+    const FakeService service(rows(378, R"([{"pon_port":3,"mode":null,"loid":"shop","has_password":true}])"));
     EXPECT_EQ(service.ponctl({"auth", "show", "3"}).out, "PORT LOID PASSWORD\n"
                                                          "   3 shop yes\n");
     EXPECT_EQ(service.received()[0].word(0), 378u);
@@ -37,13 +37,13 @@ TEST(AuthShow, IsTheRecordsOfOnePort)
 
 TEST(AuthShow, ShowsAModeWithoutAWordAsItsNumber)
 {
-    const FakeService service(result(378, R"([{"pon_port":1,"mode":9}])"));
+    const FakeService service(rows(378, R"([{"pon_port":1,"mode":9}])"));
     EXPECT_EQ(service.ponctl({"auth", "show", "--no-headings"}).out, "   1 9\n");
 }
 
 TEST(AuthShow, FitsANarrowTerminal)
 {
-    const FakeService service(result(378, summary));
+    const FakeService service(rows(378, summary));
     Terminal terminal(72);
     EXPECT_EQ(service.ponctl({"auth", "show", "--no-headings"}, terminal.descriptor()).code, 0);
     std::istringstream lines(terminal.text());

@@ -34,7 +34,7 @@ TEST(Bulk, AsksForItsTable)
 
 TEST(Bulk, IsTheRowsOfItsTable)
 {
-    const FakeService service(result(BSP_CMD_VIEW_ONU_OPTICS, R"([{"pon_port":2},{"pon_port":2}])"));
+    const FakeService service(rows(BSP_CMD_VIEW_ONU_OPTICS, R"([{"pon_port":2},{"pon_port":2}])"));
     const Finished finished = service.ponctl({"bulk", "optics", "2", "-o", "json"});
     EXPECT_EQ(finished.code, 0);
     EXPECT_EQ(parsed(finished.out).Size(), 2u);
@@ -72,11 +72,11 @@ TEST(Arp, ShowsTheRowsOfAFile)
         board_answer_data(answer, record.data(), static_cast<uint32_t>(record.size()));
     });
     const std::string name = service.folder() + "/result";
-    std::ofstream(name) << R"([{"address":"10.0.0.1"}])";
+    std::ofstream(name) << whole_rows(BSP_CMD_ARP_TABLE, R"([{"ip":"10.0.0.1"}])");
     std::memcpy(&record[429], name.c_str(), name.size() + 1);
     const Finished finished = service.ponctl({"arp", "2", "-o", "json"});
     EXPECT_EQ(finished.code, 0) << finished.err;
-    EXPECT_STREQ(parsed(finished.out)[0]["address"].GetString(), "10.0.0.1");
+    EXPECT_STREQ(parsed(finished.out)[0]["ip"].GetString(), "10.0.0.1");
     EXPECT_EQ(service.received().at(0).word(0), BSP_CMD_ARP_TABLE);
     EXPECT_EQ(service.received().at(0).word(4), 2u);
     EXPECT_NE(access(name.c_str(), F_OK), 0);

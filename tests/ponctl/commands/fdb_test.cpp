@@ -15,7 +15,7 @@ FakeService::Handler two_of(uint32_t matching)
     return [matching](const board_request &, board_answer *answer) {
         const auto record = answer_to("BSP_CMD_MAC_GET", {{"matching", matching}});
         board_answer_data(answer, record.data(), static_cast<uint32_t>(record.size()));
-        const std::string rows = R"([{"pon_port":1,"onu_id":5},{"pon_port":1,"onu_id":6}])";
+        const std::string rows = whole_rows(485, R"([{"pon_port":1,"onu_id":5},{"pon_port":1,"onu_id":6}])");
         board_answer_result(answer, 485, rows.data(), static_cast<uint32_t>(rows.size()));
     };
 }

@@ -15,7 +15,7 @@ constexpr const char *mac = "02:11:22:33:44:55";
 
 TEST(Blacklist, AsksForOnePortOrAll)
 {
-    const FakeService service(result(391, R"([{"pon_port":3,"id":1,"mac":"02:11:22:33:44:55","text":"bad optics"}])"));
+    const FakeService service(rows(391, R"([{"pon_port":3,"id":1,"mac":"02:11:22:33:44:55","text":"bad optics"}])"));
     EXPECT_THAT(service.ponctl({"blacklist", "3"}).out, HasSubstr("   3  1 02:11:22:33:44:55 bad optics"));
     const auto document = parsed(service.ponctl({"blacklist", "-o", "json"}).out);
     EXPECT_STREQ(document[0]["text"].GetString(), "bad optics");

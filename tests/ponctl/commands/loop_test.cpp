@@ -14,7 +14,7 @@ TEST(LoopShow, IsTheSettingsInWordsAndThePorts)
 {
     const FakeService service(
         by_command({{785, bytes(answer_to("BSP_CMD_LOOP_CONFIG_GET", {{"state", 1}, {"mode", 1}, {"time", 300}}))},
-                    {784, result(784, R"([{"pon_port":1,"onu_id":5,"uni":2,"state":"shut"}])")}}));
+                    {784, rows(784, R"([{"pon_port":1,"onu_id":5,"uni":2,"state":"shut"}])")}}));
     const std::string out = service.ponctl({"loop", "show"}).out;
     EXPECT_THAT(out, HasSubstr("state     on\n"));
     EXPECT_THAT(out, HasSubstr("mode      manual\n"));

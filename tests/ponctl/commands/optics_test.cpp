@@ -22,7 +22,7 @@ const auto diagnostics = answer_to("BSP_CMD_OPTICS_DIAG_GET", {{"temperature", 4
 TEST(Optics, AreATableOfAllPorts)
 {
     const FakeService service(
-        by_command({{386, result(386, R"([{"pon_port":1},{"pon_port":2}])")}, {487, bytes(diagnostics)}}));
+        by_command({{386, rows(386, R"([{"pon_port":1},{"pon_port":2}])")}, {487, bytes(diagnostics)}}));
     EXPECT_EQ(service.ponctl({"optics"}).out,
               "PORT TEMPERATURE  VOLTAGE      BIAS LAUNCH POWER LASER ALARMS\n"
               "   1  44.57 degC 3.2659 V 31.604 mA    -1.50 dBm on    bias high, launch power low\n"

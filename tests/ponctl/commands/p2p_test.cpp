@@ -29,7 +29,7 @@ void tell_of_port(const board_request &, board_answer *answer)
                                                                {"broadcast", 1},
                                                                {"multicast", 0}});
     board_answer_data(answer, record.data(), static_cast<uint32_t>(record.size()));
-    const std::string rows = R"([{"entry":4,"action":"drop"}])";
+    const std::string rows = whole_rows(code("BSP_CMD_P2P_OWN_PORT_GET"), R"([{"entry":4,"action":"drop"}])");
     board_answer_result(answer, code("BSP_CMD_P2P_OWN_PORT_GET"), rows.data(), static_cast<uint32_t>(rows.size()));
 }
 

@@ -13,7 +13,7 @@ using testing::Not;
 
 FakeService::Handler port_2()
 {
-    return by_command({{386, result(386, R"([{"pon_port":1,"bound":4},{"pon_port":2,"bound":7}])")},
+    return by_command({{386, rows(386, R"([{"pon_port":1,"bound":4},{"pon_port":2,"bound":7}])")},
                        {377, bytes(pon_record({{12, 2}}))},
                        {471, bytes(answer_to("BSP_CMD_SLA_PORT_GET", {{"free", 8000}}))},
                        {487, bytes(answer_to("BSP_CMD_OPTICS_DIAG_GET", {{"temperature", 3300}, {"laser", 1}}))},

@@ -175,7 +175,7 @@ TEST(ProfileGetJson, SaysThatThereIsNoDatabase)
 {
     const FakeService service(answer("/nowhere/at/all"));
     EXPECT_THAT(service.ponctl({"call", "bsp_profile_exec_get_json", "action=7"}).err,
-                HasSubstr("ponctl: db_out: the service left no result database\n"));
+                HasSubstr("ponctl: bsp_profile_exec_get_json: db_out: the service left no result database\n"));
 }
 
 TEST(ProfileGetFile, ShowsACleanTextAsItIs)
@@ -208,8 +208,9 @@ TEST(ProfileGetFile, SaysThatThereIsNothingInIt)
 {
     const FakeService service(answer("/nowhere"));
     const Finished finished = service.ponctl({"call", "bsp_profile_exec_get_cfgwr", "action=7"});
-    EXPECT_EQ(finished.code, 0);
-    EXPECT_EQ(finished.err, "ponctl: data_out: the service left nothing in a result file\n");
+    EXPECT_EQ(finished.code, 3);
+    EXPECT_EQ(finished.err,
+              "ponctl: bsp_profile_exec_get_cfgwr: data_out: the service left nothing in a result file\n");
 }
 
 TEST(ProfileGetFile, ThatCannotBeReadIsAFailure)

@@ -135,7 +135,7 @@ TEST(Loid, IsATextThatFitsItsField)
 
 TEST(Loid, ListHasARowEach)
 {
-    const FakeService service(result(BSP_CMD_VIEW_LOID_LIST, R"([{"pon_port":3}])"));
+    const FakeService service(rows(BSP_CMD_VIEW_LOID_LIST, R"([{"pon_port":3}])"));
     const Finished finished = service.ponctl({"loid", "list", "3", "-o", "json"});
     EXPECT_EQ(finished.code, 0);
     EXPECT_EQ(parsed(finished.out)[0]["pon_port"].GetUint(), 3u);

@@ -67,9 +67,7 @@ TEST(Raw, ShowsStatusAndFieldsOfTheAnswer)
 
 TEST(Raw, ShowsTheResultUnderTheCommandCode)
 {
-    const FakeService service([](const board_request &, board_answer *answer) {
-        board_answer_result(answer, 384, "[{\"pon_port\":1}]", 16);
-    });
+    const FakeService service(rows(384, R"([{"pon_port":1}])"));
     const Finished finished = service.ponctl({"raw", "BSP_MSG_PON", "get", "cmd=384", "--preset", "0", "-o", "json"});
     EXPECT_EQ(finished.code, 0);
     rapidjson::Document document;

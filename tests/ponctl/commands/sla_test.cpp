@@ -37,8 +37,8 @@ TEST(SlaShow, IsBothDirectionsOfAnOnu)
 TEST(SlaShow, IsTheSummaryAndTheViewsOfAPort)
 {
     const FakeService service(by_command({{471, bytes(answer_to("BSP_CMD_SLA_PORT_GET", {{"free", 8000}}))},
-                                          {472, result(472, R"([{"onu_id":7,"fixed":10}])")},
-                                          {476, result(476, R"([{"onu_id":7,"max":20}])")}}));
+                                          {472, rows(472, R"([{"onu_id":7,"fixed":10}])")},
+                                          {476, rows(476, R"([{"onu_id":7,"max":20}])")}}));
     const auto document = parsed(service.ponctl({"sla", "show", "2", "-o", "json"}).out);
     EXPECT_EQ(document["summary"]["free"].GetUint(), 8000u);
     EXPECT_EQ(document["upstream"][0]["fixed"].GetUint(), 10u);

@@ -15,7 +15,7 @@ using Words = std::vector<std::string>;
 TEST(UpgradeTypes, AreATable)
 {
     const FakeService service(
-        result(792, R"([{"name":"a1","vendor":"SIMA","model":"E1","version":"2.0","size":100,"file":""}])"));
+        rows(792, R"([{"name":"a1","vendor":"SIMA","model":"E1","version":"2.0","size":100,"file":""}])"));
     EXPECT_THAT(service.ponctl({"upgrade", "types"}).out, HasSubstr("a1   SIMA   E1    2.0"));
 }
 
@@ -83,7 +83,7 @@ TEST(UpgradeStart, IsForAPortOrForOneOnu)
 
 TEST(UpgradeStatus, IsTheViewOfVersionsAndRuns)
 {
-    const FakeService service(result(387, R"([{"pon_port":3,"onu_id":9,"run":"downloading","progress":40}])"));
+    const FakeService service(rows(387, R"([{"pon_port":3,"onu_id":9,"run":"downloading","progress":40}])"));
     const auto document = parsed(service.ponctl({"upgrade", "status", "3", "-o", "json"}).out);
     EXPECT_STREQ(document[0]["run"].GetString(), "downloading");
     EXPECT_EQ(service.received().at(0).word(4), 3u);

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "output/exit_code.h"
+#include "text/words.h"
+
 namespace
 {
 
@@ -47,7 +50,36 @@ TEST(Csv, OfAListInEachObjectIsARowForEachThere)
 TEST(Csv, QuotesWhatMustBe)
 {
     EXPECT_EQ(csv_of(R"([{"a":"one, two","b":"say \"no\"","c":"\u001b\r\n","d":"plain text"}])"),
-              "a,b,c,d\n\"one, two\",\"say \"\"no\"\"\",\"\033\r\n\",plain text\n");
+              "a,b,c,d\n\"one, two\",\"say \"\"no\"\"\",\\x1b\\x0d\\x0a,plain text\n");
+}
+
+TEST(Csv, TellsNeitherATerminalNorASpreadsheetAnything)
+{
+    EXPECT_EQ(
+        csv_of(R"([{"=a":"=1+1","b":"+cmd","c":"-2+3","d":"@x","e":"\ta","f":"\r=b","g":"\u009b2J","h":"\u202ex"}])"),
+        "'=a,b,c,d,e,f,g,h\n"
+        "'=1+1,'+cmd,'-2+3,'@x,\\x09a,\\x0d=b,\\xc2\\x9b2J,\\xe2\\x80\\xaex\n");
+    EXPECT_EQ(csv_of(R"([{"a":-3,"b":-1.5e3,"c":"-27.5"}])"), "a,b,c\n-3,-1.5e3,-27.5\n");
+}
+
+TEST(Csv, OfTooManyCellsIsNone)
+{
+    std::string rows;
+    for (int row = 0; row < 1100; ++row)
+        rows += (rows.empty() ? "{\"" : ",{\"") + std::to_string(row) + "\":1}";
+    EXPECT_THROW(csv_of(("[" + rows + "]").c_str()), TooLarge);
+}
+
+TEST(Csv, OfLongNamesThatAreRepeatedIsNone)
+{
+    std::string members;
+    for (int member = 0; member < 1000; ++member)
+        members += (members.empty() ? "\"" : ",\"") + std::to_string(member) + "\":1";
+    EXPECT_THROW(csv_of(("{\"" + std::string(100000, 'x') + "\":{" + members + "}}").c_str()), TooLarge);
+    EXPECT_THROW(csv_of(("[{\"a\":\"" + std::string(1000000, 'x') + "\",\"l\":[{" + std::string(200, ' ') + "}" +
+                         text::replaced(std::string(100, '.'), ".", ",{\"b\":1}") + "]}]")
+                            .c_str()),
+                 TooLarge);
 }
 
 TEST(Csv, HasNumbersAsTheyWereWritten)

@@ -50,6 +50,7 @@ const std::vector<std::string> lines{
     "replay TRACE -v",
     "idset 1-5",
     "onu list 1",
+    "onu find x",
     "onu show 1 1",
     "onu show 1/1-2",
     "onu bind 1 00:11:22:33:44:55",
@@ -309,8 +310,10 @@ TEST(JsonOfAFailedExchange, NamesTheFailure)
 
 TEST(JsonOfAnEmptyList, IsAnEmptyArray)
 {
-    const FakeService service;
-    for (const char *line : {"onu list 1", "alarm list", "fdb show", "onu vlan 1/1"}) {
+    const std::vector<std::pair<const char *, uint32_t>> lists{
+        {"onu list 1", 384}, {"alarm list", 388}, {"fdb show", 485}, {"onu vlan 1/1", 645}};
+    for (const auto &[line, key] : lists) {
+        const FakeService service(result(key, "[]"));
         Words words = words_of(line);
         words.insert(words.end(), {"-o", "json"});
         EXPECT_EQ(service.ponctl(words).out, "[]\n") << line;

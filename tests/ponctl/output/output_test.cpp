@@ -71,7 +71,6 @@ TEST(Table, LetsNoControlCharacterThrough)
         table.print({stream, Format::table, false});
     });
     EXPECT_EQ(text, "a\\x1b[2J\n");
-    EXPECT_EQ(printable("a\033[2J\x7f\n"), "a\\x1b[2J\\x7f\\x0a");
 }
 
 TEST(Database, ColumnsStandInTheOrderOfTheViewWithTheirUnits)

@@ -95,7 +95,7 @@ TEST(Batch, KeepsGoingWhereToldAndEndsWithTheWorstCode)
 
 TEST(Batch, HasTheGlobalOptionsForDefaultsOfItsLines)
 {
-    const FakeService service(result(384, "[]"));
+    const FakeService service(rows(384, "[]"));
     const Lines lines("idset 7\n-o table idset 7\nonu list\n");
     const Finished finished = service.ponctl({"-o", "json", "batch", lines.name()});
     EXPECT_EQ(finished.code, 0) << finished.err;
@@ -161,6 +161,18 @@ TEST(Batch, SaysWhatItCannotRead)
     const Finished folder = ponctl({"batch", "/tmp"});
     EXPECT_EQ(folder.code, 2);
     EXPECT_THAT(folder.err, HasSubstr("/tmp: cannot be read"));
+}
+
+TEST(Batch, PrintsTheLinesThatIncludeAText)
+{
+    const FakeService service(rows(384, R"([{"onu_id":1,"state":"online"},{"onu_id":2,"state":"offline"}])"));
+    const Lines lines("onu list 1 --columns onu_id,state | include OFFLINE\n");
+    EXPECT_EQ(service.ponctl({"batch", lines.name()}).out, " 2 offline\n");
+    const Lines wrong("onu list 1 | grep x\n"), failing("onu lists | include x\n");
+    const Finished refused = service.ponctl({"batch", wrong.name()});
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_THAT(refused.err, HasSubstr("behind | there can be 'include TEXT' alone"));
+    EXPECT_EQ(service.ponctl({"batch", failing.name()}).code, 2);
 }
 
 } // namespace

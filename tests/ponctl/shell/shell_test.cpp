@@ -85,7 +85,7 @@ TEST_F(Shell, CompletesByTab)
 
 TEST_F(Shell, CompletesByWhatTheServiceKnows)
 {
-    const FakeService service(result(386, R"([{"pon_port":7,"bound":1,"online":1,"waiting":0}])"));
+    const FakeService service(rows(386, R"([{"pon_port":7,"bound":1,"online":1,"waiting":0}])"));
     Session session({"--socket-dir", service.folder(), "shell"});
     session.expect(prompt);
     session.type(std::string("onu list ") + tab + "--no-headings --help\r");
@@ -224,11 +224,11 @@ TEST_F(Shell, EndsACommandByAnInterruptAndItsLateAnswerIsNobodys)
     std::promise<void> asked, release;
     bool first = true;
     const FakeService service([&](const board_request &request, board_answer *answer) {
-        if (!first) return result(384, R"([{"pon_port":1,"state":"second"}])")(request, answer);
+        if (!first) return rows(384, R"([{"pon_port":1,"state":"second"}])")(request, answer);
         first = false;
         asked.set_value();
         release.get_future().wait();
-        result(384, R"([{"pon_port":1,"state":"first"}])")(request, answer);
+        rows(384, R"([{"pon_port":1,"state":"first"}])")(request, answer);
     });
     Session session({"--socket-dir", service.folder(), "--timeout", "600000", "shell"});
     session.expect(prompt);

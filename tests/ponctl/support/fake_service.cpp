@@ -1,5 +1,6 @@
 #include "fake_service.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdio>
 #include <cstdlib>
@@ -7,7 +8,32 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
 #include "catalogue.h"
+
+namespace
+{
+
+rapidjson::Value some_value(catalogue::ColumnType type)
+{
+    switch (type) {
+    case catalogue::ColumnType::u32:
+    case catalogue::ColumnType::u64:
+    case catalogue::ColumnType::real:
+        return rapidjson::Value(0);
+    case catalogue::ColumnType::boolean:
+        return rapidjson::Value(false);
+    case catalogue::ColumnType::mac:
+        return rapidjson::Value("00:00:00:00:00:00");
+    case catalogue::ColumnType::text:
+        return rapidjson::Value("");
+    }
+    return {};
+}
+
+} // namespace
 
 uint32_t Received::word(size_t offset) const
 {
@@ -98,6 +124,52 @@ FakeService::Handler result(uint32_t key, std::string json)
     return [key, json = std::move(json)](const board_request &, board_answer *answer) {
         board_answer_result(answer, key, json.data(), static_cast<uint32_t>(json.size()));
     };
+}
+
+FakeService::Handler rows(uint32_t key, const std::string &json)
+{
+    return result(key, whole_rows(key, json));
+}
+
+FakeService::Handler no_rows(std::vector<uint8_t> data)
+{
+    return [answer = bytes(std::move(data))](const board_request &given, board_answer *answering) {
+        const catalogue::Field &command = *catalogue::find_channel(given.msg_type)->record->command;
+        uint32_t code;
+        std::memcpy(&code, static_cast<const uint8_t *>(given.data) + command.offset, sizeof code);
+        answer(given, answering);
+        board_answer_result(answering, code, "[]", 2);
+    };
+}
+
+std::string whole_rows(uint32_t key, const std::string &json)
+{
+    rapidjson::Document document = parsed(json);
+    const auto has_columns = [&document](const catalogue::View &view) {
+        for (const auto &member : document.GetArray()[0].GetObject())
+            if (std::ranges::find(view.columns, member.name.GetString(), &catalogue::Column::name) ==
+                view.columns.end())
+                return false;
+        return true;
+    };
+    if (document.Empty()) return json;
+    const catalogue::View *view = nullptr;
+    for (const catalogue::View &each : catalogue::views())
+        for (const catalogue::Command *command : each.commands)
+            if (command->code == key && has_columns(each)) view = &each;
+    if (!view) throw std::runtime_error("no view has such rows under " + std::to_string(key));
+    auto &memory = document.GetAllocator();
+    for (rapidjson::Value &row : document.GetArray())
+        for (const catalogue::Column &column : view->columns) {
+            if (row.HasMember(column.name.data())) continue;
+            rapidjson::Value value;
+            if (!column.nullable) value = some_value(column.type);
+            row.AddMember(rapidjson::StringRef(column.name.data()), value, memory);
+        }
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    document.Accept(writer);
+    return text.GetString();
 }
 
 FakeService::Handler bytes(std::vector<uint8_t> data)

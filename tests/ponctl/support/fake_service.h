@@ -55,6 +55,13 @@ private:
 FakeService::Handler status(uint32_t word);
 FakeService::Handler result(uint32_t key, std::string json);
 FakeService::Handler bytes(std::vector<uint8_t> answer);
+// As result(), for rows of the command's view that have only the columns that the test is about.
+FakeService::Handler rows(uint32_t key, const std::string &json);
+// Returns a handler that answers with the bytes, and with no rows under the code of every command.
+FakeService::Handler no_rows(std::vector<uint8_t> answer = {});
+// Returns the rows with all columns of the command's view. Those that are not there are null where they may be, and
+// otherwise zero, empty or false.
+std::string whole_rows(uint32_t key, const std::string &json);
 // Returns a handler that does what the handlers for the command codes do. Other commands get status 0 and nothing else.
 FakeService::Handler by_command(std::map<uint32_t, FakeService::Handler> handlers);
 

@@ -32,7 +32,7 @@ FakeService::Handler all_but(uint32_t offline, FakeService::Handler handler)
 
 FakeService::Handler vlans()
 {
-    return result(645, R"([{"uni":1,"mode":"tag"},{"uni":2,"mode":"transparent"}])");
+    return rows(645, R"([{"uni":1,"vlan_mode":"tag"},{"uni":2,"vlan_mode":"transparent"}])");
 }
 
 std::vector<uint32_t> codes_of(const FakeService &service)
@@ -51,10 +51,20 @@ std::vector<uint32_t> onus_of(const FakeService &service)
     return onus;
 }
 
+// Returns the answer to the query for links, which has its rows as a text.
+std::vector<uint8_t> link_text()
+{
+    std::vector<uint8_t> record(1044);
+    const catalogue::Operation &operation = *catalogue::find_operation("bsp_pon_onu_ctc_get_linkstate");
+    for (const catalogue::Argument &argument : operation.arguments)
+        if (argument.type == catalogue::ArgumentType::db) std::memcpy(&record[argument.field->offset], "[]", 2);
+    return record;
+}
+
 // Returns the codes that a command sends for one ONU.
 std::vector<uint32_t> codes_of(const Words &more)
 {
-    const FakeService service;
+    const FakeService service(no_rows(link_text()));
     Words words{"onu"};
     words.insert(words.end(), more.begin(), more.end());
     const Finished finished = service.ponctl(words);
@@ -74,7 +84,7 @@ TEST(RemoteOnus, AreAllThatAreBoundWhereTheSetSaysSo)
 {
     const FakeService service([](const board_request &request, board_answer *answer) {
         const bool listing = request.msg_type == catalogue::find_channel("BSP_MSG_PON")->type;
-        (listing ? result(384, R"([{"onu_id":9},{"onu_id":null},{"onu_id":2}])") : vlans())(request, answer);
+        (listing ? rows(384, R"([{"onu_id":9},{"onu_id":null},{"onu_id":2}])") : vlans())(request, answer);
     });
     const auto document = parsed(service.ponctl({"onu", "vlan", "1/all", "-o", "json"}).out);
     ASSERT_EQ(document.Size(), 2u);
@@ -85,7 +95,7 @@ TEST(RemoteOnus, AreAllThatAreBoundWhereTheSetSaysSo)
 
 TEST(RemoteOnus, OfWhichNoneIsBoundAreAnError)
 {
-    const FakeService service(result(384, "[]"));
+    const FakeService service(rows(384, "[]"));
     const Finished finished = service.ponctl({"onu", "vlan", "1/all"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_EQ(finished.err, "ponctl: no ONU is bound at port 1\n");
@@ -95,7 +105,7 @@ TEST(RemoteOnus, OfWhichNoneIsBoundAreAnError)
 TEST(RemoteOnus, AreAFirstColumnWhereTheyAreSeveral)
 {
     const FakeService service(vlans());
-    const std::string out = service.ponctl({"onu", "vlan", "1/3,14"}).out;
+    const std::string out = service.ponctl({"onu", "vlan", "1/3,14", "--columns", "uni,vlan_mode"}).out;
     EXPECT_EQ(out.substr(0, 4), "ONU ");
     EXPECT_THAT(out, testing::ContainsRegex("\n1/3 .*tag *\n1/3 .*transparent *\n1/14 .*tag"));
     EXPECT_THAT(service.ponctl({"onu", "vlan", "1/3"}).out, Not(HasSubstr("1/3")));
@@ -105,7 +115,7 @@ TEST(RemoteOnus, AreObjectsInJsonWhereTheyAreSeveral)
 {
     const FakeService service(vlans());
     const auto document = parsed(service.ponctl({"onu", "vlan", "1/3-4", "-o", "json"}).out);
-    EXPECT_STREQ(document[1]["vlan"][1]["mode"].GetString(), "transparent");
+    EXPECT_STREQ(document[1]["vlan"][1]["vlan_mode"].GetString(), "transparent");
     EXPECT_TRUE(parsed(service.ponctl({"onu", "vlan", "1/3", "-o", "json"}).out).IsArray());
 }
 
@@ -222,9 +232,12 @@ TEST(OnuOptics, IsTheDataOfTheAnswer)
 
 TEST(OnuServices, LeaveOutWhatTheOnuHasNot)
 {
-    const FakeService service(by_command({{737, status(4070)}, {751, status(4070)}, {734, result(734, "[]")}}));
+    std::map<uint32_t, FakeService::Handler> answers{{737, status(4070)}, {751, status(4070)}};
+    for (const uint32_t key : {734, 736, 757, 761})
+        answers.emplace(key, result(key, "[]"));
+    const FakeService service(by_command(std::move(answers)));
     const Finished finished = service.ponctl({"onu", "services", "1/5", "-o", "json"});
-    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.code, 0) << finished.err;
     EXPECT_THAT(codes_of(service), ElementsAre(734, 736, 737, 751, 757, 761, 685, 686, 706, 651));
     const auto document = parsed(finished.out);
     EXPECT_TRUE(document["wan"].IsArray());
@@ -241,7 +254,7 @@ TEST(OnuServices, ThatAreNamedMustBeThere)
 
 TEST(OnuServices, OfWanMayBeOneConnection)
 {
-    const FakeService service(result(734, "[]"));
+    const FakeService service(rows(734, "[]"));
     EXPECT_EQ(service.ponctl({"onu", "services", "1/5", "wan", "--wan", "3"}).out, "none\n");
     EXPECT_EQ(service.received().at(0).word(24), 3u);
 }
@@ -271,6 +284,22 @@ TEST(RemoteOnus, AreRefusedBeforeAnythingIsSent)
         EXPECT_THAT(finished.err, HasSubstr("ponctl: " + error));
     }
     EXPECT_TRUE(service.received().empty());
+}
+
+TEST(OnuAnswers, AreShownInWordsAndLightInDbm)
+{
+    const auto shown = [](const char *command, const std::map<std::string, int64_t> &numbers, const Words &words) {
+        const FakeService service(bytes(answer_to(command, numbers)));
+        Words all{"onu"};
+        all.insert(all.end(), words.begin(), words.end());
+        return service.ponctl(all).out;
+    };
+    EXPECT_THAT(shown("BSP_CMD_ONU_TIME_GET", {{"mode", 1}}, {"services", "1/5", "time"}),
+                HasSubstr("mode     SNTP\n"));
+    EXPECT_THAT(shown("BSP_CMD_ONU_OPTICS_GET", {{"launch_power", 10000}, {"received_power", 0}}, {"optics", "1/5"}),
+                testing::AllOf(HasSubstr("launch_power   0.00 dBm\n"), HasSubstr("received_power -40.00 dBm\n")));
+    const FakeService service(bytes(answer_to("BSP_CMD_ONU_OPTICS_GET", {{"launch_power", 10000}})));
+    EXPECT_EQ(parsed(service.ponctl({"onu", "optics", "1/5", "-o", "json"}).out)["launch_power"].GetDouble(), 1000.0);
 }
 
 } // namespace

@@ -26,9 +26,9 @@ FakeService::Handler configuration(const std::string &json)
 
 FakeService::Handler one_bound_onu()
 {
-    return by_command({{381, result(381, two_onus)},
-                       {709, configuration(R"([{"onu_id":5,"model":"E8010"}])")},
-                       {710, result(710, R"([{"uni":1,"link":"1000FD"},{"uni":2,"link":"down"}])")}});
+    return by_command({{381, rows(381, two_onus)},
+                       {709, configuration(whole_rows(709, R"([{"onu_id":5,"model":"E8010"}])"))},
+                       {710, rows(710, R"([{"uni":1,"link":"1000FD"},{"uni":2,"link":"down"}])")}});
 }
 
 TEST(OnuShow, AsksForTheOnuAndThenForItsConfiguration)
@@ -94,7 +94,7 @@ TEST(OnuShow, FindsAMacOnAnyPort)
 
 TEST(OnuShow, OfOneThatWaitsHasNoConfiguration)
 {
-    const FakeService service(result(381, R"([{"pon_port":1,"onu_id":null,"mac":"02:00:00:00:00:15"}])"));
+    const FakeService service(rows(381, R"([{"pon_port":1,"onu_id":null,"mac":"02:00:00:00:00:15"}])"));
     const auto onu = parsed(service.ponctl({"onu", "show", "1", "02:00:00:00:00:15", "-o", "json"}).out);
     EXPECT_TRUE(onu["configuration"].IsNull());
     EXPECT_TRUE(onu["uni_ports"].IsNull());
@@ -103,7 +103,7 @@ TEST(OnuShow, OfOneThatWaitsHasNoConfiguration)
 
 TEST(OnuShow, OfNoOnuSaysSoAndEndsWithOne)
 {
-    const FakeService service(result(381, two_onus));
+    const FakeService service(rows(381, two_onus));
     const Finished finished = service.ponctl({"onu", "show", "1", "7"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_EQ(finished.out, "");
@@ -112,7 +112,7 @@ TEST(OnuShow, OfNoOnuSaysSoAndEndsWithOne)
 
 TEST(OnuShow, ShowsWhatThereIsWhereTheRestFails)
 {
-    const FakeService service(by_command({{381, result(381, two_onus)}, {709, status(4005)}, {710, status(4005)}}));
+    const FakeService service(by_command({{381, rows(381, two_onus)}, {709, status(4005)}, {710, status(4005)}}));
     const Finished finished = service.ponctl({"onu", "show", "1", "5"});
     EXPECT_EQ(finished.code, 1);
     EXPECT_THAT(finished.out, HasSubstr("offline"));

@@ -20,7 +20,7 @@ Words with(Words words, const Words &more)
 
 TEST(OnuList, AsksForOnePortOrAll)
 {
-    const FakeService service(result(384, "[]"));
+    const FakeService service(rows(384, "[]"));
     EXPECT_EQ(service.ponctl({"onu", "list", "3"}).code, 0);
     EXPECT_EQ(service.ponctl({"onu", "list"}).code, 0);
     const auto received = service.received();
@@ -33,7 +33,7 @@ TEST(OnuList, AsksForOnePortOrAll)
 TEST(OnuList, IsATableOrTheRowsAsJson)
 {
     const FakeService service(
-        result(384, R"([{"pon_port":1,"onu_id":null,"mac":"00:11:22:33:44:55","state":"waiting","supported":true}])"));
+        rows(384, R"([{"pon_port":1,"onu_id":null,"mac":"00:11:22:33:44:55","state":"waiting","supported":true}])"));
     EXPECT_THAT(service.ponctl({"onu", "list"}).out, HasSubstr("\n   1  - 00:11:22:33:44:55 waiting yes"));
     const auto document = parsed(service.ponctl({"onu", "list", "-o", "json"}).out);
     ASSERT_TRUE(document.IsArray());
@@ -42,13 +42,13 @@ TEST(OnuList, IsATableOrTheRowsAsJson)
 
 TEST(OnuList, LeavesOutWhatDoesNotFitATerminalAndSaysSo)
 {
-    const FakeService service(result(384, R"([{"pon_port":1,"onu_id":5,"mac":"00:11:22:33:44:55","state":"online",)"
-                                          R"("text_a":"the shop at the corner of the street","text_b":""}])"));
+    const FakeService service(rows(384, R"([{"pon_port":1,"onu_id":5,"mac":"00:11:22:33:44:55","state":"online",)"
+                                        R"("text_a":"the shop at the corner of the street","text_b":""}])"));
     Terminal terminal(80);
     const Finished finished =
         service.ponctl({"onu", "list", "--no-headings", "--color", "never"}, terminal.descriptor());
     EXPECT_EQ(finished.err,
-              "ponctl: the terminal is too narrow for TEXT C, REBOOTS, DESCRIPTION, LOID; -o json has all\n");
+              "ponctl: the terminal is too narrow for MODE, TEXT B, TEXT C, DESCRIPTION, LOID; -o json has all\n");
     std::istringstream lines(terminal.text());
     std::string shown;
     for (std::string line; std::getline(lines, line); shown += line)
@@ -226,9 +226,9 @@ TEST(OnuRelease, OfNoneOrOfTwoKindsIsRefused)
 
 TEST(PortList, ShowsAPortARow)
 {
-    const FakeService service(result(386, R"([{"pon_port":1,"bound":0},{"pon_port":2,"bound":7}])"));
-    EXPECT_EQ(service.ponctl({"port", "list", "--no-headings"}).out, "   1     0      -       -       -       -\n"
-                                                                     "   2     7      -       -       -       -\n");
+    const FakeService service(rows(386, R"([{"pon_port":1,"bound":0},{"pon_port":2,"bound":7}])"));
+    EXPECT_EQ(service.ponctl({"port", "list", "--no-headings"}).out, "   1     0      0       0       0       0\n"
+                                                                     "   2     7      0       0       0       0\n");
 }
 
 } // namespace
