@@ -25,6 +25,7 @@ struct HostOptions {
     std::shared_ptr<const OltScenario> scenario = {}; // null: that of the state, or none
     double speed = 1;
     std::string record = {}; // the file to which exchanges are appended; empty: none
+    std::string audit = {};  // the file that says who changed what; empty: none
 };
 
 // Returns the options with which each of a scenario's OLTs is served. Without OLTs in the scenario these are the OLTs
@@ -51,6 +52,7 @@ private:
     Simulator model;
     Clock clock;
     Journal journal;
+    Audit audit;
     Service service;
 };
 

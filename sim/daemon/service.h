@@ -7,6 +7,7 @@
 
 #include "board/service.h"
 #include "daemon/access.h"
+#include "daemon/audit.h"
 #include "daemon/clock.h"
 #include "daemon/files.h"
 #include "daemon/journal.h"
@@ -23,7 +24,7 @@ public:
     // Serves on the sockets of `directory`, which get the permission bits `mode`, from now on until destroyed. Lets
     // happen what is due by the clock, also without a request. All that is passed must outlive it.
     Service(Simulator &simulator, Clock &clock, Timekeeper &timekeeper, const Access &access,
-            const std::string &directory, uint32_t mode, Journal &journal);
+            const std::string &directory, uint32_t mode, Journal &journal, Audit &audit);
     ~Service() { stop(); }
 
     // Returns false when the sockets could not be opened. The log says why.
@@ -43,14 +44,15 @@ private:
     static void handle_control(void *context, const board_request *request, board_answer *answer);
     static const char *authorize_control(void *context, const board_request *request);
     static const char *authorize(void *context, const board_request *request);
-    // Records a request that is refused for a reason, and returns the reason. An empty reason lets it pass.
+    // Records a request that is refused for a reason, and returns the reason, which lives as long as the thread handles
+    // the request.
     const char *refuse(uint32_t module, const board_request &request, std::string reason);
 
     void wake() override;
     // Answers a message that only reads, beside others that do. Returns null when it must have a turn of its own.
     SharedReply look(const Message &message);
-    // Handles a message, and answers it as its faults say.
-    void answer(const Message &message, board_answer *answer);
+    // Handles a message, and answers it as its faults say. Returns for people what came of it.
+    std::string answer(const Message &message, board_answer *answer);
     // Lets model time pass. Throws ControlError when the service stops meanwhile, and StoreError.
     void let_pass(ModelTime length);
     // Has the timekeeper wake the service when something is due again.
@@ -61,6 +63,7 @@ private:
     Timekeeper &timekeeper;
     const Access &access;
     Journal &journal;
+    Audit &audit;
     ResultFiles files;
     Turns turns;      // held by whoever uses simulator, clock and files, and shared by those who only read
     Turns step_turns; // held by a step from beginning to end; others wait before they take a turn above
