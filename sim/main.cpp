@@ -68,6 +68,7 @@ struct Options {
     double speed = 1;
     std::string upgrade_dir;        // empty: in the folder of sockets
     std::string record;             // empty: no record
+    std::string audit;              // empty: no audit log
     std::vector<std::string> words; // the words of a control command
     bool follow = false;            // events go on as they come
     std::optional<uint64_t> since;  // events after this one
@@ -236,6 +237,7 @@ int serve(const Options &options)
     together.speed = options.speed;
     together.upgrade_folder = options.upgrade_dir;
     together.record = options.record;
+    together.audit = options.audit;
     if (options.state.empty())
         together.state = default_state(scenario.olts.size());
     else if (options.state != "none")
@@ -327,6 +329,8 @@ void declare(Command &program, Options &options)
                    "Folder below which files of upgrade types may be read [upgrade in the folder of sockets]", "DIR");
     program.option("--record", &options.record, "Append each exchange to this file, for ponctl trace and replays",
                    "FILE");
+    program.option("--audit", &options.audit,
+                   "Append who changed what, when, and what came of it to this file, as JSON lines", "FILE");
     program.option("--grant", &options.grants,
                    "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
                    "a name, a number, or * for everyone else; may be repeated [*=service-affecting]",

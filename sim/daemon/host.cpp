@@ -55,6 +55,7 @@ std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenari
             host.socket_dir = socket_dir / host.name;
             if (kept) host.state = state / (host.name + ".db");
             if (!together.record.empty()) host.record = together.record + "." + host.name;
+            if (!together.audit.empty()) host.audit = together.audit + "." + host.name;
         }
     return hosts;
 }
@@ -63,10 +64,11 @@ Host::Host(const HostOptions &options, const Access &access, Timekeeper &timekee
     : store(options.state, options.fresh),
       model(store, options.wanted, options.scenario),
       clock(model.olt().now(), options.speed),
-      journal(options.record, store, model.olt().now())
+      journal(options.record, store, model.olt().now()),
+      audit(options.audit)
 {
     model.use_upgrade_folder(options.upgrade_folder.empty() ? options.socket_dir + "/upgrade" : options.upgrade_folder);
-    service.emplace(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, journal);
+    service.emplace(model, clock, timekeeper, access, options.socket_dir, options.socket_mode, journal, audit);
     if (!service->serving()) throw std::runtime_error("cannot serve on " + options.socket_dir);
 }
 

@@ -27,6 +27,7 @@ struct HostOptions {
     double speed = 1;
     std::string upgrade_folder = {}; // of files of upgrade types; empty: "upgrade" in the folder of sockets
     std::string record = {};         // the file to which exchanges are appended; empty: none
+    std::string audit = {};          // the file that says who changed what; empty: none
 };
 
 // Returns the options with which each of a scenario's OLTs is served. Without OLTs in the scenario these are the OLTs
@@ -53,6 +54,7 @@ private:
     Simulator model;
     Clock clock;
     Journal journal;
+    Audit audit;
     std::optional<Service> service; // serves when all else is there
 };
 

@@ -76,6 +76,12 @@ void deliver(const Delivery &delivery, board_answer *answer)
     if (delivery.file) board_answer_file(answer, delivery.file->data(), static_cast<uint32_t>(delivery.file->size()));
 }
 
+std::string result_of(uint32_t status)
+{
+    const catalogue::Status *known = catalogue::find_status(status);
+    return known ? std::string(known->name) : std::to_string(status);
+}
+
 void answer_with(const Reply &reply, const Message &message, board_answer *answer)
 {
     if (!reply.problem.empty()) userlog_err(__func__, __LINE__, "%s\n", reply.problem.c_str());
@@ -85,8 +91,8 @@ void answer_with(const Reply &reply, const Message &message, board_answer *answe
 } // namespace
 
 Service::Service(Simulator &served, Clock &time, Timekeeper &keeper, const Access &rules, const std::string &directory,
-                 uint32_t mode, Journal &recorded)
-    : simulator(served), clock(time), timekeeper(keeper), access(rules), journal(recorded)
+                 uint32_t mode, Journal &recorded, Audit &kept)
+    : simulator(served), clock(time), timekeeper(keeper), access(rules), journal(recorded), audit(kept)
 {
     board_service_config config{};
     config.module = BSP_IPC_MODULE;
@@ -183,8 +189,9 @@ void Service::handle(void *context, const board_request *request, board_answer *
         const std::lock_guard lock(self.turns);
         self.follow_clock();
         const ModelTime now = self.simulator.olt().now();
-        self.answer(message, answer, loading ? &*loading : nullptr);
+        const std::string result = self.answer(message, answer, loading ? &*loading : nullptr);
         self.journal.record(now, BSP_IPC_MODULE, *request, answer);
+        self.audit.note(*request, message, result);
         self.clock.reach(self.simulator.olt().now()); // a loaded configuration may be ahead of the clock
         self.write_log();
         self.await_due();
@@ -194,7 +201,7 @@ void Service::handle(void *context, const board_request *request, board_answer *
     }
 }
 
-void Service::answer(const Message &message, board_answer *answer, Loading *loading)
+std::string Service::answer(const Message &message, board_answer *answer, Loading *loading)
 {
     try {
         const std::vector<FaultCase> faults = simulator.faults().happen_to(message);
@@ -207,9 +214,11 @@ void Service::answer(const Message &message, board_answer *answer, Loading *load
         for (const FaultCase &fault : faults)
             misdirect(answer, fault);
         answer_with(reply, message, answer);
+        return result_of(reply.status);
     } catch (const std::exception &error) {
         userlog_err(__func__, __LINE__, "channel %u: %s\n", message.channel, error.what());
         board_answer_fail(answer, IPC_ERR_SERVICE);
+        return std::string("failed: ") + error.what();
     }
 }
 
@@ -264,8 +273,10 @@ void Service::handle_control(void *context, const board_request *request, board_
         const ModelTime now = self.simulator.olt().now();
         try {
             say(control_done, length ? time_passed(self.simulator) : ponsim::control(self.simulator, self.clock, line));
+            self.audit.note_control(*request, "done");
         } catch (const std::exception &error) {
             say(control_refused, error.what());
+            self.audit.note_control(*request, std::string("failed: ") + error.what());
         }
         self.journal.record(now, control_module, *request, answer);
         self.write_log();
@@ -278,18 +289,24 @@ void Service::handle_control(void *context, const board_request *request, board_
 const char *Service::authorize_control(void *context, const board_request *request)
 {
     Service &self = *static_cast<Service *>(context);
-    return self.refuse(control_module, *request, self.access.refuse_control(request->uid));
+    const std::string reason = self.access.refuse_control(request->uid);
+    if (reason.empty()) return nullptr;
+    self.audit.note_refused_control(*request, reason);
+    return self.refuse(control_module, *request, reason);
 }
 
 const char *Service::authorize(void *context, const board_request *request)
 {
     Service &self = *static_cast<Service *>(context);
-    return self.refuse(BSP_IPC_MODULE, *request, self.access.refuse(request->uid, message_of(*request)));
+    const Message message = message_of(*request);
+    const std::string reason = self.access.refuse(request->uid, message);
+    if (reason.empty()) return nullptr;
+    self.audit.note_refused(*request, message, reason);
+    return self.refuse(BSP_IPC_MODULE, *request, reason);
 }
 
 const char *Service::refuse(uint32_t module, const board_request &request, std::string reason)
 {
-    if (reason.empty()) return nullptr;
     thread_local std::string refusal; // of the request that this thread handles
     refusal = std::move(reason);
     if (journal.is_on()) {

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <thread>
 
+#include <gmock/gmock.h>
 #include <pty.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -283,6 +284,71 @@ std::string control(std::vector<std::string> words, int &exit_status)
 {
     words.insert(words.begin(), "ctl");
     return Daemon(words).rest(exit_status);
+}
+
+std::vector<std::string> lines_of(const std::string &file)
+{
+    std::vector<std::string> lines;
+    std::ifstream text(file);
+    for (std::string line; std::getline(text, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+TEST_F(DaemonTest, AnAuditSaysWhoChangedWhatAndWhatCameOfIt)
+{
+    const std::string file = folder->file("audit");
+    Daemon daemon(with({"--audit", file}));
+    ASSERT_TRUE(daemon.serves());
+    int exit_status;
+    EXPECT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 3, 5, stranger(1))), BSP_OK);
+    const Database onus(BSP_CMD_VIEW_ONU_INFO_WEB, 1);
+    EXPECT_NE(status_of(record_of(BSP_CMD_ONU_BIND, 3, 5, stranger(2))), BSP_OK);
+    control({"cut", "1", "feeder"}, exit_status);
+    control({"cut", "1", "nobody"}, exit_status);
+
+    const std::string who = "\"user\":" + std::to_string(getuid()) + ",\"process\":" + std::to_string(getpid());
+    const std::vector<std::string> lines = lines_of(file);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_THAT(lines[0], testing::HasSubstr(who + R"(,"class":"service-affecting","channel":232,)"
+                                                   R"("command":"BSP_CMD_ONU_BIND","fields":{"pon_port":"3",)"
+                                                   R"("onu_id":"5",)"));
+    EXPECT_THAT(lines[0], testing::EndsWith(R"("result":"BSP_OK"})"));
+    EXPECT_THAT(lines[1], testing::HasSubstr(R"("result":"PON_ERR_)"));
+    EXPECT_THAT(lines[2], testing::EndsWith(R"("control":"cut 1 feeder","result":"done"})"));
+    EXPECT_THAT(lines[3], testing::HasSubstr(R"("control":"cut 1 nobody","result":"failed: )"));
+    struct stat found;
+    ASSERT_EQ(stat(file.c_str(), &found), 0);
+    EXPECT_EQ(found.st_mode & 07777, 0600u);
+}
+
+TEST_F(DaemonTest, AnAuditKeepsOnlySomeRefusals)
+{
+    const std::string file = folder->file("refusals");
+    Daemon daemon(with({"--grant", "*=read", "--audit", file}));
+    ASSERT_TRUE(daemon.serves());
+    for (int count = 0; count < 200; ++count) {
+        uint32_t status;
+        EXPECT_EQ(set(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)), status), IPC_ERR_REFUSED);
+    }
+    const std::vector<std::string> lines = lines_of(file);
+    EXPECT_GE(lines.size(), 16u);
+    EXPECT_LE(lines.size(), 32u) << "a minute may end meanwhile, but hardly two";
+    EXPECT_THAT(lines.at(0), testing::HasSubstr(R"("result":"refused: user )"));
+}
+
+TEST_F(DaemonTest, RefusesToStartWithAnAuditThatCannotBeKept)
+{
+    const std::string file = folder->file("full");
+    std::filesystem::create_directory(file);
+    Daemon refused(with({"--audit", file}));
+    int exit_status;
+    EXPECT_NE(refused.rest(exit_status).find("cannot keep the log " + file), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
+
+    Daemon daemon(with({"--audit", "/dev/full"}));
+    EXPECT_NE(daemon.rest(exit_status).find("it is not a plain file"), std::string::npos);
+    EXPECT_EQ(exit_status, 1);
 }
 
 TEST_F(DaemonTest, IsControlled)
