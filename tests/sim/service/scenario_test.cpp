@@ -265,8 +265,8 @@ TEST(Timeline, AConfigurationKnowsHowFarItWas)
 {
     Scene scene(with_events(event("5", "age 1 10") + event("50", "power 2 shop off")));
     scene.simulator.advance(10 * ms_per_second);
-    const Configuration read_back = read_configuration(configuration_of(scene), scene.simulator.settings());
-    const Timeline *timeline = read_back.change.find<Timeline>({});
+    const Change read_back = read_configuration(configuration_of(scene), scene.simulator.settings());
+    const Timeline *timeline = read_back.find<Timeline>({});
     ASSERT_TRUE(timeline);
     EXPECT_EQ(timeline->done, 1u);
 }
