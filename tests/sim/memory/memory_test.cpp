@@ -7,6 +7,7 @@
 #include "catalogue.h"
 #include "store/configuration.h"
 #include "support.h"
+#include "text/sha256.h"
 
 namespace
 {
@@ -151,10 +152,13 @@ TEST(Memory, AConfigurationIsLoadedWhollyOrNotAtAll)
     ServiceFixture other(small);
     ASSERT_EQ(other.send(record_of(BSP_CMD_ONU_BIND, 1, 2, other.port(1).arrivals[0].mac)), BSP_OK);
     const std::string text = saved(other);
-    std::string head(12, '\0');
-    const auto size = static_cast<uint32_t>(text.size());
-    std::memcpy(&head[4], &size, sizeof size);
-    std::memcpy(&head[8], &size, sizeof size);
+    namespace at = layout::config_part;
+    constexpr uint32_t before = offsetof(bsp_profile_msg, data);
+    const text::Sha256 digest = text::sha256(text);
+    std::string head(at::bytes.offset - before, '\0');
+    layout::store(head.data() - before, at::total, static_cast<uint32_t>(text.size()));
+    layout::store(head.data() - before, at::length, static_cast<uint32_t>(text.size()));
+    layout::store(head.data() - before, at::digest, digest);
     const auto profile = [&](uint32_t action, const std::string &payload) {
         std::vector<char> bytes(payload_header + payload.size() + sizeof(bsp_profile_msg));
         bsp_profile_msg record{};
@@ -167,7 +171,7 @@ TEST(Memory, AConfigurationIsLoadedWhollyOrNotAtAll)
     };
     const auto load = [&] {
         return profile(BSP_CMD_CONFIG_LOAD_PART, head + text).status == BSP_OK &&
-               profile(BSP_CMD_CONFIG_LOAD, {}).status == BSP_OK;
+               profile(BSP_CMD_CONFIG_LOAD, std::string(digest.begin(), digest.end())).status == BSP_OK;
     };
     with_ever_more_memory(load, [&](Outcome outcome) {
         const std::string view = fixture.view(BSP_CMD_VIEW_ONU_INFO_SNMP);
