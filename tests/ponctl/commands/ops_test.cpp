@@ -1,5 +1,4 @@
 // These tests check how the tool shows the catalogue.
-#include <cstdlib>
 #include <regex>
 
 #include <gmock/gmock.h>
@@ -12,6 +11,7 @@
 #include "describe/operation_page.h"
 #include "results/operands.h"
 #include "usage_error.h"
+#include "written.h"
 
 namespace
 {
@@ -23,14 +23,7 @@ using testing::Not;
 template <class Entry>
 std::string page_of(const Entry &entry, Format format)
 {
-    char *text = nullptr;
-    size_t size = 0;
-    std::FILE *stream = open_memstream(&text, &size);
-    print_page({stream, format, true}, entry);
-    std::fclose(stream);
-    const std::string page(text, size);
-    std::free(text);
-    return page;
+    return written([&](std::FILE *stream) { print_page({stream, format, true}, entry); });
 }
 
 std::string page_named(const char *operation)

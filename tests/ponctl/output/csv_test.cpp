@@ -1,12 +1,11 @@
 // These tests write JSON documents as comma-separated values.
 #include "output/csv.h"
 
-#include <cstdlib>
-
 #include <gtest/gtest.h>
 
 #include "output/exit_code.h"
 #include "text/words.h"
+#include "written.h"
 
 namespace
 {
@@ -15,14 +14,7 @@ using namespace ponctl;
 
 std::string csv_of(const char *document, std::string heading = {}, bool headings = true)
 {
-    char *text = nullptr;
-    size_t size = 0;
-    std::FILE *stream = open_memstream(&text, &size);
-    print_csv({stream, Format::csv, headings}, document, heading);
-    std::fclose(stream);
-    const std::string result(text, size);
-    std::free(text);
-    return result;
+    return written([&](std::FILE *stream) { print_csv({stream, Format::csv, headings}, document, heading); });
 }
 
 TEST(Csv, OfAListIsARowEach)

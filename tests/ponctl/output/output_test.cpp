@@ -7,28 +7,14 @@
 #include "output/table.h"
 #include "output/text.h"
 
-#include <cstdlib>
-#include <functional>
-
 #include <gtest/gtest.h>
+
+#include "written.h"
 
 namespace
 {
 
 using namespace ponctl;
-
-// Returns what `write` writes to its stream.
-std::string written(const std::function<void(std::FILE *)> &write)
-{
-    char *text = nullptr;
-    size_t size = 0;
-    std::FILE *stream = open_memstream(&text, &size);
-    write(stream);
-    std::fclose(stream);
-    const std::string result(text, size);
-    std::free(text);
-    return result;
-}
 
 std::string table_of(const char *document, const catalogue::View *view, Format format = Format::table)
 {
