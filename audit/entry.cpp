@@ -6,6 +6,7 @@
 #include <rapidjson/writer.h>
 
 #include "call/codec/decode.h"
+#include "text/utf8.h"
 
 namespace audit
 {
@@ -72,15 +73,6 @@ private:
     rapidjson::Writer<rapidjson::StringBuffer> writer;
 };
 
-// Texts that came from outside need not be UTF-8, which JSON is.
-std::string without_odd_bytes(std::string_view text)
-{
-    std::string plain;
-    for (const char one : text)
-        plain += one >= ' ' && one <= '~' ? one : '?';
-    return plain;
-}
-
 bool may_be_secret(FieldType type)
 {
     return type == FieldType::text || type == FieldType::bytes;
@@ -120,7 +112,7 @@ std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::st
     line.put("channel", wanted.channel);
     line.put("command", wanted.command);
     line.put_fields(wanted.fields);
-    line.put("result", without_odd_bytes(result));
+    line.put("result", text::printable(result));
     return line.end();
 }
 
@@ -128,8 +120,8 @@ std::string line_of(uint64_t time, const Who &who, std::string_view command, std
 {
     Line line(time);
     line.put(who);
-    line.put("control", without_odd_bytes(command));
-    line.put("result", without_odd_bytes(result));
+    line.put("control", text::printable(command));
+    line.put("result", text::printable(result));
     return line.end();
 }
 

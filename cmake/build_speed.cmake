@@ -8,7 +8,7 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
-if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache)
+if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 
@@ -46,13 +46,15 @@ target_precompile_headers(standard_headers PRIVATE ${standard_headers})
 
 # With precompiled headers, and when it optimises, the compiler sees overruns in the standard library's own strings where
 # there are none.
-set(no_false_warnings
-    -Wno-array-bounds
-    -Wno-maybe-uninitialized
-    -Wno-restrict
-    -Wno-stringop-overflow
-    -Wno-stringop-overread
-)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    set(no_false_warnings
+        -Wno-array-bounds
+        -Wno-maybe-uninitialized
+        -Wno-restrict
+        -Wno-stringop-overflow
+        -Wno-stringop-overread
+    )
+endif()
 
 # bsp_use_standard_headers(TARGETS...)
 # The sources of these static libraries find the standard library read already.

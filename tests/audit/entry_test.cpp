@@ -85,8 +85,9 @@ TEST(AuditEntry, IsALineOfJson)
                       audit::Wanted{catalogue::Class::service_affecting, 30, "reboot", {{"pon_port", "3"}}}, "BSP_OK"),
               R"({"time":"2026-11-22T12:08:08.042Z","user":1000,"process":4242,"class":"service-affecting",)"
               R"("channel":30,"command":"reboot","fields":{"pon_port":"3"},"result":"BSP_OK"})");
-    EXPECT_EQ(audit::line_of(time_of_day, {0, 1}, "cut 1 \"a\x1b\n\xff", "done"),
-              R"({"time":"2026-11-22T12:08:08.042Z","user":0,"process":1,"control":"cut 1 \"a???","result":"done"})");
+    EXPECT_EQ(
+        audit::line_of(time_of_day, {0, 1}, "cut 1 \"a\x1b\n\xff", "done"),
+        R"({"time":"2026-11-22T12:08:08.042Z","user":0,"process":1,"control":"cut 1 \"a\\x1b\\x0a\\xff","result":"done"})");
     EXPECT_EQ(audit::line_of_lost(time_of_day, 7), R"({"time":"2026-11-22T12:08:08.042Z","lost":7})");
 }
 
