@@ -8,6 +8,11 @@
 
 #include "descriptor.h"
 
+// The C library's headers may be older than this option.
+#ifndef SO_PASSRIGHTS
+#define SO_PASSRIGHTS 83
+#endif
+
 namespace board
 {
 

@@ -13,10 +13,31 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
+#include <unistd.h>
 
 #include "packet.h"
 #include "support.h"
+
+namespace
+{
+
+// Before Linux 6.16 no kernel refuses descriptors. The service has to stand peers on all kernels, so these tests
+// pretend to run on an old one.
+std::atomic<bool> kernel_refuses_descriptors{false};
+
+} // namespace
+
+extern "C" [[gnu::visibility("default")]] int setsockopt(int socket, int level, int option, const void *value,
+                                                         socklen_t length) noexcept
+{
+    if (option == SO_PASSRIGHTS && !kernel_refuses_descriptors) {
+        errno = ENOPROTOOPT;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_setsockopt, socket, level, option, value, length));
+}
 
 namespace
 {
@@ -347,6 +368,28 @@ TEST_P(StrayClient, that_passes_it_in_a_packet_which_nobody_receives_holds_up_no
         stopping.join();
     }
     other_ends.clear();
+}
+
+TEST(StrayClientOfAConnection, that_passes_descriptors_cannot_send_them_where_the_kernel_refuses_them)
+{
+    const board::Descriptor any(socket(AF_UNIX, SOCK_SEQPACKET, 0));
+    const int off = 0;
+    kernel_refuses_descriptors = true;
+    const bool possible = !setsockopt(any.get(), SOL_SOCKET, SO_PASSRIGHTS, &off, sizeof off);
+    {
+        TestService service(echo());
+        kernel_refuses_descriptors = false;
+        if (!possible) GTEST_SKIP() << "this kernel passes all descriptors on";
+        RawClient client("seq");
+        Descriptors passed;
+        passed.emplace_back(dup(0));
+        const std::string packet = bytes_of(good_request(BOARD_CALL_GET));
+        EXPECT_FALSE(send_with(client.socket, packet.data(), packet.size(), passed));
+        EXPECT_EQ(errno, EPERM);
+        EXPECT_TRUE(client.send(packet));
+        EXPECT_EQ(client.next_packet().size(), sizeof(board::AnswerHeader) + 4) << "it is served like others";
+        expect_service();
+    }
 }
 
 // The service takes and refuses the connection when the datagram before is handled.

@@ -9,6 +9,7 @@
 
 #include "board/util.h"
 #include "closer.h"
+#include "packet.h"
 #include "settings.h"
 
 namespace board
@@ -119,7 +120,9 @@ std::unique_ptr<Endpoint> Endpoint::open(const std::string &directory, uint32_t 
         !endpoint->bind_socket(path + ".seq", SOCK_SEQPACKET, mode, endpoint->seq, endpoint->seq_file) ||
         !endpoint->bind_socket(path + ".dgram", SOCK_DGRAM, mode, endpoint->dgram, endpoint->dgram_file))
         return nullptr;
-    const int on = 1;
+    const int on = 1, off = 0;
+    // A connection inherits this from the socket that listens.
+    endpoint->refuses_descriptors = !setsockopt(endpoint->seq.get(), SOL_SOCKET, SO_PASSRIGHTS, &off, sizeof off);
     if (setsockopt(endpoint->dgram.get(), SOL_SOCKET, SO_PASSCRED, &on, sizeof on) ||
         listen(endpoint->seq.get(), SOMAXCONN)) {
         userlog_err(__func__, __LINE__, "cannot listen in %s: %s", directory.c_str(), std::strerror(errno));

@@ -22,6 +22,9 @@ public:
 
     int connections() const { return seq.get(); } // a listening socket
     int datagrams() const { return dgram.get(); }
+    // Returns whether the kernel refuses packets with descriptors on the connections. Then nothing has to take these
+    // out, which is the dearer way to receive a packet.
+    bool descriptors_refused() const { return refuses_descriptors; }
 
 private:
     // An Own is a file that this service made. What has its name later may be another's.
@@ -41,6 +44,7 @@ private:
     Descriptor folder; // whatever has its name later
     Own lock_file, seq_file, dgram_file;
     Descriptor lock, seq, dgram;
+    bool refuses_descriptors = false;
 };
 
 } // namespace board

@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <csignal>
 #include <cstring>
+#include <initializer_list>
 #include <list>
 #include <map>
 #include <memory>
@@ -40,7 +41,18 @@ struct Connection {
     Descriptor socket;
     ucred peer;
     pthread_t thread{};
+    // Odd while a request is handled. The connection's thread counts, and the listener looks.
+    std::atomic<uint32_t> steps{0};
+    // The listener's thread alone uses these.
+    uint32_t steps_seen = 0;
+    std::chrono::steady_clock::time_point idle_since{};
 };
+
+// Only one thread counts.
+void count_step(std::atomic<uint32_t> &steps)
+{
+    steps.store(steps.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+}
 
 // Waits as long as the answer on a connection is to be delayed. Returns false when there is nobody left to send it to,
 // because the peer hung up, or because the service is about to stop and hung up itself.
@@ -91,12 +103,14 @@ private:
     std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by the time when they are due
 };
 
-// Returns for how many milliseconds poll() is to wait: until the earlier of two times, of which each may be missing.
-int wait_until(std::optional<LateAnswers::Clock::time_point> one, std::optional<LateAnswers::Clock::time_point> other)
+// Returns for how many milliseconds poll() is to wait: until the earliest of times, of which each may be missing.
+int wait_until(std::initializer_list<std::optional<LateAnswers::Clock::time_point>> times)
 {
-    if (!one || (other && *other < *one)) one = other;
-    if (!one) return -1;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*one - LateAnswers::Clock::now()).count();
+    std::optional<LateAnswers::Clock::time_point> first;
+    for (const auto &time : times)
+        if (time && (!first || *time < *first)) first = time;
+    if (!first) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*first - LateAnswers::Clock::now()).count();
     return static_cast<int>(std::max<int64_t>(left, 0));
 }
 
@@ -138,6 +152,7 @@ private:
     void serve_datagram();
     bool has_room_for(const ucred &peer) const;
     void send(DatagramAnswer &answer);
+    std::optional<Clock::time_point> hang_up_idle();
     void leave(Connection &connection);
 
     const board_service_config config;
@@ -151,6 +166,7 @@ private:
     RequestFrame datagram;
     LateAnswers late;
     Clock::time_point accepts_again; // until then no connection is accepted, so that others get time to end
+    Clock::time_point idle_check;    // when to look for idle connections next
 
     std::mutex mutex; // guards the members below
     std::condition_variable gone;
@@ -202,13 +218,38 @@ void board_service::listen()
     while (!stopping) {
         while (const auto due = late.take_due())
             send(*due);
+        const auto idle = hang_up_idle();
         const bool accepting = Clock::now() >= accepts_again;
         pollfd ready[] = {{endpoint->datagrams(), POLLIN, 0}, {endpoint->connections(), POLLIN, 0}};
         const auto again = accepting ? std::nullopt : std::optional(accepts_again);
-        if (poll(ready, accepting ? 2 : 1, wait_until(late.next_due(), again)) <= 0) continue;
+        if (poll(ready, accepting ? 2 : 1, wait_until({late.next_due(), again, idle})) <= 0) continue;
         if (ready[0].revents) serve_datagram();
         if (ready[1].revents) accept_connection();
     }
+}
+
+// A time-out of each socket would do the same, but would cost each exchange a timer. Returns when to look again, or no
+// time when there are no connections.
+std::optional<board_service::Clock::time_point> board_service::hang_up_idle()
+{
+    const std::chrono::seconds limit{config.idle_limit ? config.idle_limit : usual_idle_limit};
+    const std::lock_guard lock(mutex);
+    if (connections.empty()) return std::nullopt;
+    const auto now = Clock::now();
+    if (now < idle_check) return idle_check;
+    for (Connection &each : connections) {
+        const uint32_t steps = each.steps.load(std::memory_order_relaxed);
+        const bool handling = steps % 2;
+        if (steps != each.steps_seen || handling) {
+            each.steps_seen = steps;
+            each.idle_since = now;
+        } else if (now - each.idle_since >= limit) {
+            // From here on the peer cannot send. A request that it has sent is handled, so none is lost.
+            shutdown(each.socket.get(), SHUT_RD);
+        }
+    }
+    idle_check = now + limit / 4;
+    return idle_check;
 }
 
 void board_service::accept_connection()
@@ -243,13 +284,11 @@ void board_service::admit(Descriptor socket)
     socklen_t length = sizeof peer;
     getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &length);
 
-    const timeval limit{static_cast<time_t>(config.idle_limit ? config.idle_limit : usual_idle_limit), 0};
-    setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
-
     {
         const std::lock_guard lock(mutex);
         if (has_room_for(peer)) {
             Connection &connection = connections.emplace_back(this, std::move(socket), peer);
+            connection.idle_since = Clock::now();
             if (start_thread(connection.thread, connection_loop, &connection)) return;
             socket = std::move(connection.socket);
             connections.pop_back();
@@ -268,17 +307,19 @@ void board_service::serve(Connection &connection)
     const int socket = connection.socket.get();
     RequestFrame request;
     board_answer answer(false);
-    for (;;) {
-        std::vector<Descriptor> passed; // has no meaning on a connection
+    // Descriptors have no meaning on a connection.
+    const auto receive = [&] {
+        if (endpoint->descriptors_refused()) return recv(socket, &request, sizeof request, MSG_TRUNC);
+        std::vector<Descriptor> passed;
         const ssize_t received = receive_packet(socket, &request, sizeof request, 0, passed);
         close_passed(std::move(passed));
+        return received;
+    };
+    for (;;) {
+        const ssize_t received = receive();
         if (received < 0 && errno == EINTR) continue;
-        if (received < 0 && errno == EAGAIN) {
-            // From here on the peer cannot send. A request that it has sent is handled, so none is lost.
-            shutdown(socket, SHUT_RD);
-            continue;
-        }
         if (received <= 0) return;
+        count_step(connection.steps);
         Head refusal;
         if (!answering.handle(request, static_cast<size_t>(received), false, connection.peer, answer, refusal)) {
             send_packet(socket, &refusal, sizeof refusal, -1);
@@ -289,6 +330,7 @@ void board_service::serve(Connection &connection)
             answering.complaints.log(connection.peer, "gave up a connection", std::strerror(errno));
             return;
         }
+        count_step(connection.steps);
     }
 }
 

@@ -111,8 +111,8 @@ typedef struct board_service_config {
      * service's log. */
     const char *(*authorize)(void *context, const board_request *request);
     void *context; /* passed to both functions */
-    /* A connection over which no request comes for so many seconds is closed, and its client connects again when it
-     * needs to. 0 means 600. */
+    /* A connection over which no request comes for so many seconds is closed, at most half as long later. Its client
+     * connects again when it needs to. 0 means 600. */
     uint32_t idle_limit;
     /* When this is not 0, both functions are called for the requests of several clients at the same time, each time
      * from a thread of that client. */
