@@ -90,7 +90,7 @@ struct Session : ServiceFixture {
 
     void let_time_pass()
     {
-        constexpr std::array<ModelTime, 5> longest{1, 100, 5000, 3600 * ms_per_second, 15 * 3600 * ms_per_second};
+        constexpr std::array<ModelTime, 5> longest{1, 100, 5000, 600 * ms_per_second, 4 * 3600 * ms_per_second};
         pass(*this, random.below(static_cast<uint32_t>(longest.at(random.below(longest.size()))) + 1));
     }
 
