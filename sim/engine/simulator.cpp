@@ -275,17 +275,23 @@ void Simulator::carry_out(const LoadConfiguration &wanted, uint32_t user, Outcom
     }
     if (loading->status != BSP_OK) return refuse(loading->status, loading->problem);
     const ModelTime now = model.now();
-    kept.replace(loading->configuration);
-    damaged = true;
-    model = std::move(*loading->olt);
-    happened = {};
-    due = find_due();
-    replies.clear();
-    rows.clear();
-    damaged = false;
+    try {
+        model = std::move(*loading->olt);
+        happened = {};
+        due = find_due();
+        replies.clear();
+        rows.clear();
+        // Time does not go back. An OLT that was saved at an earlier time has been on since then.
+        while (!pass(now, slice))
+            continue;
+        happened.add(ponsim::change_of<ModelClock>({}, {model.now()}));
+        kept.replace(loading->configuration, happened);
+        happened = {};
+    } catch (...) {
+        damaged = true;
+        throw;
+    }
     log.push_back("configuration loaded");
-    // Time does not go back. An OLT that was saved at an earlier time has been on since then.
-    advance(now);
 }
 
 namespace

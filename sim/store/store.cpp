@@ -384,12 +384,13 @@ std::vector<Row> Store::rows() const
     return rows;
 }
 
-void Store::replace(const Change &change)
+void Store::replace(const Change &change, const Kept::Merged &since)
 {
     in_transaction([&] {
         for (const std::string &table : tables())
             Statement(db.get(), "DELETE FROM \"" + table + "\"").run();
         write_rows(change);
+        write_rows(since);
     });
 }
 

@@ -56,8 +56,9 @@ public:
     static int64_t version();
     // Returns all rows without the settings, in the order of table and key.
     std::vector<Row> rows() const;
-    // Replaces all that is kept but the settings. Throws StoreError. Then nothing is changed.
-    void replace(const Change &change);
+    // Replaces all that is kept but the settings by a change and by what became of it. Throws StoreError. Then nothing is
+    // changed.
+    void replace(const Change &change, const Kept::Merged &since);
 
 private:
     Store() = default;

@@ -736,6 +736,70 @@ TEST_F(DaemonTest, WithAFullDiskRequestsThatReadAreAnsweredAlsoWhenSomethingIsDu
     EXPECT_EQ(daemon.stop(SIGTERM), 0);
 }
 
+// Sends a request on the profile channel.
+uint32_t profile_status(uint32_t action, const std::string &payload)
+{
+    bsp_profile_msg record{};
+    record.action = action;
+    payload.copy(reinterpret_cast<char *>(record.data), sizeof record.data);
+    uint32_t status = 0xdead;
+    EXPECT_EQ(ipc_dgram_set_exec(BSP_IPC_MODULE, BSP_MSG_PROFILE, &record,
+                                 payload_header + static_cast<uint32_t>(payload.size()), &status),
+              IPC_OK);
+    return status;
+}
+
+// Returns a configuration that takes long to read, of the OLT that the daemon simulates unless told otherwise.
+std::string long_configuration()
+{
+    ServiceFixture same;
+    Change change;
+    for (uint32_t number = 0; number < 50000; ++number) {
+        const auto byte = [number](uint32_t place) { return static_cast<uint8_t>(number >> 8 * place); };
+        const Mac mac{0x00, 0x1b, 0x21, byte(2), byte(1), byte(0)};
+        change.put<OnuSetting>({1, mac, BSP_CMD_ONU_PAUSE_GET, 1}, {std::string("\1", 1), std::string("\0", 1), 5});
+    }
+    same.simulator.change(std::move(change));
+    bsp_profile_msg record{};
+    record.action = BSP_CMD_CONFIG_READ;
+    Message message{BSP_MSG_PROFILE, &record, payload_header};
+    message.call = catalogue::Call::dgram_get;
+    return same.simulator.handle(message).file.value().content;
+}
+
+TEST_F(DaemonTest, AnswersOthersWhileAConfigurationIsRead)
+{
+    Daemon daemon(with({}));
+    ASSERT_TRUE(daemon.serves());
+    const std::string text = long_configuration();
+    const text::Sha256 digest = text::sha256(text);
+    const std::string name(digest.begin(), digest.end());
+    constexpr size_t longest_part = 4048;
+    for (size_t offset = 0; offset < text.size(); offset += longest_part) {
+        const std::string part = text.substr(offset, longest_part);
+        const uint32_t head[] = {static_cast<uint32_t>(offset), static_cast<uint32_t>(text.size()),
+                                 static_cast<uint32_t>(part.size())};
+        ASSERT_EQ(profile_status(BSP_CMD_CONFIG_LOAD_PART,
+                                 std::string(reinterpret_cast<const char *>(head), sizeof head) + name + part),
+                  BSP_OK);
+    }
+    std::atomic<bool> asked{false}, answered{false};
+    std::thread loading([&] {
+        const uint32_t usual_timeout = board_ipc_use_thread_timeout(120000);
+        asked = true;
+        EXPECT_EQ(profile_status(BSP_CMD_CONFIG_LOAD, name), BSP_OK);
+        answered = true;
+        board_ipc_use_thread_timeout(usual_timeout);
+    });
+    while (!asked)
+        std::this_thread::yield();
+    uint32_t others = 0;
+    for (; !answered; ++others)
+        ASSERT_EQ(status_of(record_of(BSP_CMD_ONU_BIND, 2, 1, stranger(1))), others == 0 ? BSP_OK : PON_ERR_EXISTS);
+    loading.join();
+    EXPECT_GE(others, 20u);
+}
+
 TEST_F(DaemonTest, HelpAndVersionGoWell)
 {
     for (const auto &[option, wanted] : {std::pair{"--help", "Examples:"}, {"--version", "ponsim "}}) {

@@ -207,6 +207,17 @@ TEST(Configuration, TimeGoesOnFromTheLaterOne)
     EXPECT_EQ(late.simulator.olt().now(), 9000u);
 }
 
+TEST(Configuration, ThatIsLoadedIsKeptWithTheTimeOfTheOltThatLoadsIt)
+{
+    FullFixture early;
+    ServiceFixture late(wanted);
+    late.simulator.advance(90000);
+    late.simulator.keep_time();
+    ASSERT_EQ(load(late, saved(early)).status, BSP_OK);
+    const Simulator started_again(late.store, wanted);
+    EXPECT_EQ(started_again.olt().now(), 90000u);
+}
+
 TEST(Configuration, TheClockReachesATimeAndDoesNotGoBack)
 {
     Clock clock(100, 0);
