@@ -392,32 +392,41 @@ TEST(StrayClientOfAConnection, that_passes_descriptors_cannot_send_them_where_th
     }
 }
 
-// The service takes and refuses the connection when the datagram before is handled.
+// Closes these without waiting for the other ends.
+void give_up(Descriptors lingering)
+{
+    const linger none{};
+    for (const board::Descriptor &each : lingering)
+        setsockopt(each.get(), SOL_SOCKET, SO_LINGER, &none, sizeof none);
+}
+
 TEST(StrayClientOfAConnection, that_is_refused_and_passes_it_holds_up_nobody)
 {
     if (geteuid() != 0) GTEST_SKIP() << "only root can be several users";
     ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
     Descriptors other_ends;
     const std::string log = log_of([&] {
-        std::atomic<bool> go_on{true}, handling{false};
-        TestService service([&](const board_request &, board_answer &) {
-            handling = true;
-            while (!go_on)
-                usleep(1000);
-        });
+        TestService service(echo());
         ASSERT_EQ(chmod(socket_path("seq").c_str(), 0666), 0);
         std::vector<RawClient> clients;
         constexpr uid_t somebody = 65534;
-        const auto connect_as_somebody = [&] { as_user(somebody, [&] { clients.emplace_back("seq"); }); };
         for (int count = 0; count < 64; ++count)
-            connect_as_somebody();
+            as_user(somebody, [&] { clients.emplace_back("seq"); });
         expect_service();
-        handling = go_on = false;
-        RawClient("dgram").send(bytes_of(good_request(BOARD_CALL_DGRAM_GET)));
-        EXPECT_TRUE(eventually([&] { return handling.load(); }));
-        connect_as_somebody();
-        send_with_lingering(clients.back(), bytes_of(good_request(BOARD_CALL_GET)), other_ends, 3);
-        go_on = true;
+        const std::string packet = bytes_of(good_request(BOARD_CALL_GET));
+        // The packet has to be there before the service refuses the connection, which takes a few attempts at most.
+        bool sent = false;
+        for (int attempt = 0; attempt < 1000 && !sent; ++attempt) {
+            Descriptors passed;
+            for (int count = 0; count < 3; ++count)
+                passed.push_back(lingering_connection(other_ends.emplace_back()));
+            as_user(somebody, [&] {
+                clients.emplace_back("seq");
+                sent = send_with(clients.back().socket, packet.data(), packet.size(), passed);
+            });
+            if (!sent) give_up(std::move(passed));
+        }
+        ASSERT_TRUE(sent);
         EXPECT_EQ(clients.back().next_packet().size(), sizeof(board::Head));
         expect_service();
     });

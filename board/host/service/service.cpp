@@ -1,12 +1,11 @@
-// This file has the threads of the server half: one that accepts connections and serves datagrams, and one for each
-// connection.
+// This file has the threads of the server half: one that accepts connections, one for each connection, and those that
+// serve datagrams.
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <condition_variable>
 #include <csignal>
 #include <cstring>
-#include <initializer_list>
 #include <list>
 #include <map>
 #include <memory>
@@ -31,9 +30,10 @@ namespace
 using namespace board;
 
 constexpr size_t max_connections = 256;
-constexpr size_t connections_of_others = 240; // of users other than the service's own and root
-constexpr size_t connections_of_one = 64;     // of one of these users
-constexpr uint32_t usual_idle_limit = 600;    // s
+constexpr size_t connections_of_others = 240;  // of users other than the service's own and root
+constexpr size_t connections_of_one = 64;      // of one of these users
+constexpr uint32_t usual_idle_limit = 600;     // s
+constexpr unsigned most_datagrams_at_once = 4; // of a service that is concurrent
 constexpr size_t stack_size = size_t{1} << 20;
 
 struct Connection {
@@ -72,14 +72,16 @@ struct DatagramAnswer {
     ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
 };
 
-// LateAnswers are answers to datagrams that are sent later. The one thread that serves datagrams keeps them and
+// LateAnswers are answers to datagrams that are sent later. The thread that served the datagrams keeps them and
 // continues.
 class LateAnswers
 {
 public:
     using Clock = std::chrono::steady_clock;
 
-    bool full() const { return answers.size() >= BOARD_DELAYED_MAX; }
+    explicit LateAnswers(size_t most_answers) : most(most_answers) {}
+
+    bool full() const { return answers.size() >= most; }
     void keep(std::unique_ptr<DatagramAnswer> answer)
     {
         answers.emplace(Clock::now() + answer->answer.sending.delay, std::move(answer));
@@ -100,17 +102,16 @@ public:
     }
 
 private:
+    const size_t most;
     std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by the time when they are due
 };
 
-// Returns for how many milliseconds poll() is to wait: until the earliest of times, of which each may be missing.
-int wait_until(std::initializer_list<std::optional<LateAnswers::Clock::time_point>> times)
+// Returns for how many milliseconds poll() is to wait: until the earlier of two times, of which each may be missing.
+int wait_until(std::optional<LateAnswers::Clock::time_point> one, std::optional<LateAnswers::Clock::time_point> other)
 {
-    std::optional<LateAnswers::Clock::time_point> first;
-    for (const auto &time : times)
-        if (time && (!first || *time < *first)) first = time;
-    if (!first) return -1;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*first - LateAnswers::Clock::now()).count();
+    if (!one || (other && *other < *one)) one = other;
+    if (!one) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*one - LateAnswers::Clock::now()).count();
     return static_cast<int>(std::max<int64_t>(left, 0));
 }
 
@@ -143,13 +144,16 @@ private:
     using Clock = LateAnswers::Clock;
 
     static void *listen_loop(void *service);
+    static void *datagram_loop(void *service);
     static void *connection_loop(void *connection);
 
     void listen();
+    unsigned datagrams_at_once() const { return config.concurrent ? most_datagrams_at_once : 1; }
+    void serve_datagrams();
     void accept_connection();
     void admit(Descriptor socket);
     void serve(Connection &connection);
-    void serve_datagram();
+    void serve_datagram(RequestFrame &datagram, int flags, LateAnswers &late);
     bool has_room_for(const ucred &peer) const;
     void send(DatagramAnswer &answer);
     std::optional<Clock::time_point> hang_up_idle();
@@ -159,12 +163,9 @@ private:
     Answering answering;
     std::unique_ptr<Endpoint> endpoint;
     std::atomic<bool> stopping{false};
-    pthread_t listener{};
-    bool listening = false; // true while the thread above runs
+    std::vector<pthread_t> threads; // the listener, and those that serve datagrams
 
     // The listener's thread alone uses these.
-    RequestFrame datagram;
-    LateAnswers late;
     Clock::time_point accepts_again; // until then no connection is accepted, so that others get time to end
     Clock::time_point idle_check;    // when to look for idle connections next
 
@@ -178,8 +179,17 @@ bool board_service::start(const std::string &directory)
 {
     endpoint = Endpoint::open(directory, config.module, config.socket_mode ? config.socket_mode : 0660);
     if (!endpoint) return false;
-    listening = start_thread(listener, listen_loop, this);
-    return listening;
+    const auto start_one = [this](void *(*body)(void *)) {
+        pthread_t thread;
+        const bool started = start_thread(thread, body, this);
+        if (started) threads.push_back(thread);
+        return started;
+    };
+    threads.reserve(1 + datagrams_at_once());
+    bool started = start_one(listen_loop);
+    for (unsigned number = 0; number < datagrams_at_once(); ++number)
+        started = started && start_one(datagram_loop);
+    return started;
 }
 
 board_service::~board_service()
@@ -189,7 +199,8 @@ board_service::~board_service()
         shutdown(endpoint->connections(), SHUT_RDWR);
         shutdown(endpoint->datagrams(), SHUT_RDWR);
     }
-    if (listening) pthread_join(listener, nullptr);
+    for (const pthread_t thread : threads)
+        pthread_join(thread, nullptr);
 
     std::unique_lock lock(mutex);
     for (Connection &connection : connections)
@@ -205,6 +216,12 @@ void *board_service::listen_loop(void *service)
     return nullptr;
 }
 
+void *board_service::datagram_loop(void *service)
+{
+    static_cast<board_service *>(service)->serve_datagrams();
+    return nullptr;
+}
+
 void *board_service::connection_loop(void *connection)
 {
     Connection &own = *static_cast<Connection *>(connection);
@@ -216,15 +233,29 @@ void *board_service::connection_loop(void *connection)
 void board_service::listen()
 {
     while (!stopping) {
-        while (const auto due = late.take_due())
-            send(*due);
         const auto idle = hang_up_idle();
         const bool accepting = Clock::now() >= accepts_again;
-        pollfd ready[] = {{endpoint->datagrams(), POLLIN, 0}, {endpoint->connections(), POLLIN, 0}};
+        // A socket that is shut down is always ready, so the service can stop at any time.
+        pollfd ready{endpoint->connections(), static_cast<short>(accepting ? POLLIN : 0), 0};
         const auto again = accepting ? std::nullopt : std::optional(accepts_again);
-        if (poll(ready, accepting ? 2 : 1, wait_until({late.next_due(), again, idle})) <= 0) continue;
-        if (ready[0].revents) serve_datagram();
-        if (ready[1].revents) accept_connection();
+        if (poll(&ready, 1, wait_until(again, idle)) > 0) accept_connection();
+    }
+}
+
+void board_service::serve_datagrams()
+{
+    RequestFrame datagram;
+    LateAnswers late(BOARD_DELAYED_MAX / datagrams_at_once());
+    while (!stopping) {
+        while (const auto due = late.take_due())
+            send(*due);
+        const auto next_due = late.next_due();
+        pollfd ready{endpoint->datagrams(), POLLIN, 0};
+        // Of several threads that wait to receive, a datagram wakes one. It would wake all that poll.
+        if (!next_due)
+            serve_datagram(datagram, 0, late);
+        else if (poll(&ready, 1, wait_until(next_due, std::nullopt)) > 0)
+            serve_datagram(datagram, MSG_DONTWAIT, late);
     }
 }
 
@@ -354,13 +385,13 @@ void board_service::leave(Connection &connection)
         pthread_join(other.thread, nullptr);
 }
 
-void board_service::serve_datagram()
+void board_service::serve_datagram(RequestFrame &datagram, int flags, LateAnswers &late)
 {
     auto answer = std::make_unique<DatagramAnswer>();
     const ucred &peer = answer->peer;
     std::vector<Descriptor> passed;
     const ssize_t received =
-        receive_packet(endpoint->datagrams(), &datagram, sizeof datagram, MSG_DONTWAIT, passed, &answer->peer);
+        receive_packet(endpoint->datagrams(), &datagram, sizeof datagram, flags, passed, &answer->peer);
     answer->way_back = take_first(std::move(passed));
     if (received < 0 || stopping) return;
     if (!is_way_back(answer->way_back))

@@ -114,8 +114,9 @@ typedef struct board_service_config {
     /* A connection over which no request comes for so many seconds is closed, at most half as long later. Its client
      * connects again when it needs to. 0 means 600. */
     uint32_t idle_limit;
-    /* When this is not 0, both functions are called for the requests of several clients at the same time, each time
-     * from a thread of that client. */
+    /* When this is not 0, both functions are called for the requests of several clients at the same time: from a thread
+     * for each connection, and from 4 threads for datagrams. Otherwise they are called for one request after the other,
+     * but connections are accepted meanwhile. */
     int concurrent;
 } board_service_config;
 
