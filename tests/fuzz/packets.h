@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <random>
 #include <vector>
 
 #include "engine/message.h"
@@ -26,6 +27,9 @@ public:
     // Returns the request. It lives as long as the packet. Its record lies aligned for words, and nothing is readable
     // behind the words in which it ends.
     ponsim::Message message();
+
+    // Changes a field of a request, as its channel or its command has them.
+    void change_field(std::minstd_rand &chance);
 
     void write_to(std::vector<uint8_t> &input) const;
 
