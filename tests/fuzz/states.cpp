@@ -1,5 +1,5 @@
 // State files. What is opened has to work.
-#include <cstring>
+#include <algorithm>
 #include <string>
 
 #include "input.h"
@@ -35,7 +35,8 @@ std::string changed_file(fuzz::Input changes)
         const auto low = changes.take<uint16_t>();
         const size_t at = (low + 0x10000u * changes.take<uint8_t>()) % file.size();
         const std::span<const uint8_t> bytes = changes.take_bytes(changes.take<uint8_t>());
-        std::memcpy(file.data() + at, bytes.data(), std::min(bytes.size(), file.size() - at));
+        std::ranges::copy(bytes.first(std::min(bytes.size(), file.size() - at)),
+                          file.begin() + static_cast<ptrdiff_t>(at));
     }
     return file;
 }
