@@ -1,5 +1,6 @@
 #include "packets.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "fields.h"
@@ -83,13 +84,21 @@ void Packet::change_field(std::minstd_rand &chance)
 
 void Packet::write_to(std::vector<uint8_t> &input) const
 {
+    const auto put = [&input](size_t number) {
+        input.push_back(static_cast<uint8_t>(number));
+        input.push_back(static_cast<uint8_t>(number >> 8));
+    };
+    const auto last = std::find_if(bytes.rbegin(), bytes.rend(), [](uint8_t byte) { return byte != 0; });
+    const std::span written(bytes.begin(), last.base());
     input.push_back(call);
     input.push_back(channel);
     if (call != 0) {
-        input.push_back(static_cast<uint8_t>(bytes.size()));
-        input.push_back(static_cast<uint8_t>(bytes.size() >> 8));
+        put(bytes.size());
+        put(written.size());
+        input.insert(input.end(), written.begin(), written.end());
+    } else {
+        input.insert(input.end(), bytes.begin(), bytes.end());
     }
-    input.insert(input.end(), bytes.begin(), bytes.end());
 }
 
 std::vector<Packet> packets_of(Input input)
@@ -98,9 +107,13 @@ std::vector<Packet> packets_of(Input input)
     while (!input.empty() && packets.size() < most_packets) {
         const auto call = input.take<uint8_t>(), channel = input.take<uint8_t>();
         const auto length = input.take<uint16_t>();
-        const uint8_t seconds[] = {static_cast<uint8_t>(length), static_cast<uint8_t>(length >> 8)};
-        const std::span<const uint8_t> bytes = call == 0 ? std::span<const uint8_t>(seconds) : input.take_bytes(length);
-        packets.emplace_back(call, channel, std::vector<uint8_t>(bytes.begin(), bytes.end()));
+        std::vector<uint8_t> bytes{static_cast<uint8_t>(length), static_cast<uint8_t>(length >> 8)};
+        if (call != 0) {
+            const std::span<const uint8_t> written = input.take_bytes(std::min(input.take<uint16_t>(), length));
+            bytes.assign(length, 0);
+            std::ranges::copy(written, bytes.begin());
+        }
+        packets.emplace_back(call, channel, std::move(bytes));
     }
     return packets;
 }

@@ -1,5 +1,6 @@
 // Inputs of targets that send requests to an OLT are sequences of packets: a byte that says which call it is or, with
-// 0, that time passes; a byte for the channel; two bytes for the length of the record or the seconds; and the record.
+// 0, that time passes; a byte for the channel; two bytes for the length of the record or the seconds; of a record, two
+// bytes for how much of it follows, and that. The rest of it is zeros.
 #pragma once
 
 #include <optional>
