@@ -74,7 +74,9 @@ ExitCode run_upgrade_load(const Output &, const std::string &file)
 {
     if (file.empty()) throw UsageError("FILE: empty");
     // The service opens the file, and its working folder is another one.
-    const std::string path = std::filesystem::absolute(file).lexically_normal();
+    std::error_code failed;
+    const std::string path = std::filesystem::absolute(file, failed).lexically_normal();
+    if (failed) throw UsageError("FILE: '" + file + "': the working folder has no name: " + failed.message());
     return report(Invocation("bsp_pon_load_onu_upgrade_type_file",
                              words_of({{"block.file", text_for("BSP_CMD_UPGRADE_TYPE_LOAD", "file", "FILE", path)}}),
                              consent()));

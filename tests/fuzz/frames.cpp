@@ -1,5 +1,5 @@
 // Packets of the transport: those that a service receives, and those that a client receives as answers.
-#include <cstring>
+#include <algorithm>
 #include <memory>
 
 #include "answering.h"
@@ -21,6 +21,12 @@ void echo(void *, const board_request *request, board_answer *answer)
     fuzz::require(board_answer_data(answer, request->data, request->length) == 0, "an answer has room for a request");
 }
 
+// Puts what arrived into the frame that receives it, as far as there is room.
+void put(std::span<const uint8_t> packet, auto &frame)
+{
+    std::ranges::copy(packet.first(std::min(packet.size(), sizeof frame)), reinterpret_cast<uint8_t *>(&frame));
+}
+
 void serve(std::span<const uint8_t> packet, bool datagram)
 {
     static const board_service_config config = [] {
@@ -31,7 +37,7 @@ void serve(std::span<const uint8_t> packet, bool datagram)
     }();
     static Answering answering(config);
     const auto frame = std::make_unique<RequestFrame>();
-    std::memcpy(frame.get(), packet.data(), std::min(packet.size(), sizeof *frame));
+    put(packet, *frame);
     const auto answer = std::make_unique<board_answer>(datagram);
     Head refusal{};
     const ucred peer{1, 1000, 1000};
@@ -46,7 +52,7 @@ void serve(std::span<const uint8_t> packet, bool datagram)
 void receive(std::span<const uint8_t> packet)
 {
     const auto answer = std::make_unique<AnswerFrame>();
-    std::memcpy(answer.get(), packet.data(), std::min(packet.size(), sizeof *answer));
+    put(packet, *answer);
     const RequestHeader request{.head = {.kind = Kind::request, .detail = BOARD_CALL_GET},
                                 .module = module,
                                 .msg_type = 232,

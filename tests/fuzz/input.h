@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <span>
 
 namespace fuzz
@@ -22,7 +21,7 @@ public:
     {
         Number number{};
         const std::span<const uint8_t> bytes = take_bytes(sizeof number);
-        std::memcpy(&number, bytes.data(), bytes.size());
+        std::ranges::copy(bytes, reinterpret_cast<uint8_t *>(&number));
         return number;
     }
     // Returns so many bytes, or all that are left.

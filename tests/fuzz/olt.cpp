@@ -11,13 +11,13 @@ namespace
 
 using namespace ponsim;
 
+constexpr uint32_t most_happenings = 256;
+
 Olt make_registered_olt()
 {
     Olt olt(settings);
-    for (const Arrival &arrival : olt.port(1)->arrivals) {
-        const Binding binding{.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}};
-        make(olt, bind_onu(olt, 1, {}, binding).change);
-    }
+    for (const Arrival &arrival : olt.port(1)->arrivals)
+        make(olt, bind(olt, arrival));
     constexpr uint32_t minutes = 2;
     for (uint32_t minute = 0; minute < minutes; ++minute)
         pass(olt, 60 * ms_per_second);
@@ -33,6 +33,12 @@ const Olt &registered_olt()
     return olt;
 }
 
+Change bind(const Olt &olt, const Arrival &arrival)
+{
+    const Binding binding{.mac = arrival.mac, .mode = 0, .text_a = {}, .text_b = {}, .text_c = {}};
+    return bind_onu(olt, 1, {}, binding).change;
+}
+
 void make(Olt &olt, Change change)
 {
     add_events(olt, change);
@@ -40,11 +46,19 @@ void make(Olt &olt, Change change)
     olt.apply(change);
 }
 
+void catch_up(Olt &olt)
+{
+    for (uint32_t count = 0; count < most_happenings; ++count) {
+        const std::optional<Happening> due = first_due(processes(), olt, olt.now());
+        if (!due) return;
+        make(olt, due->process->happen(olt));
+    }
+}
+
 void pass(Olt &olt, ModelTime length)
 {
-    constexpr uint32_t most = 256;
     const ModelTime to = olt.now() + length;
-    for (uint32_t count = 0; count < most; ++count) {
+    for (uint32_t count = 0; count < most_happenings; ++count) {
         const std::optional<Happening> due = first_due(processes(), olt, to);
         if (!due) return olt.advance(to);
         require(due->at >= olt.now(), "nothing is due in the past");

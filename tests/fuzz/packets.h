@@ -1,8 +1,10 @@
 // Inputs of targets that send requests to an OLT are sequences of packets: a byte that says which call it is or, with
-// 0, that time passes; a byte for the channel; two bytes for the length of the record or the seconds; and the record.
+// 0, that time passes; a byte for the channel; two bytes for the length of the record or the seconds; of a record, two
+// bytes for how much of it follows, and that. The rest of it is zeros.
 #pragma once
 
 #include <optional>
+#include <random>
 #include <vector>
 
 #include "engine/message.h"
@@ -26,6 +28,9 @@ public:
     // Returns the request. It lives as long as the packet. Its record lies aligned for words, and nothing is readable
     // behind the words in which it ends.
     ponsim::Message message();
+
+    // Changes a field of a request, as its channel or its command has them.
+    void change_field(std::minstd_rand &chance);
 
     void write_to(std::vector<uint8_t> &input) const;
 
