@@ -14,9 +14,6 @@
 namespace ponctl
 {
 
-// This is the exit code of a command that an interrupt ended.
-constexpr int exit_interrupted = 128 + SIGINT;
-
 struct Ended {
     int code;         // when a signal ended the command: 128 and the signal's number, as in shells
     bool interrupted; // an interrupt came, whether or not it ended the command
