@@ -9,6 +9,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "board/service.h"
 #include "call/codec/values.h"
 #include "cli/chart_options.h"
 #include "cli/repeat.h"
@@ -94,6 +95,8 @@ std::optional<Watching> GlobalOptions::watching(const std::vector<std::string> &
 void GlobalOptions::export_settings() const
 {
     setenv("BOARD_LOG", "off", 0); // the tool itself reports what the libraries would log
+    if (const char *unknown = board_log_unknown_word())
+        throw UsageError("BOARD_LOG: '" + std::string(unknown) + "' is not one of off, err, debug, syslog");
     if (!socket_dir.empty()) setenv("BOARD_IPC_DIR", socket_dir.c_str(), 1);
     if (timeout.empty()) return;
     if (parse_number("--timeout", timeout, INT32_MAX) == 0)
