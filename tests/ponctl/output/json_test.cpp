@@ -105,6 +105,7 @@ const std::vector<std::string> lines{
     "loid delete 1 x",
     "whitelist ids 1",
     "blacklist 1",
+    "blacklist list 1",
     "blacklist ids 1",
     "auth show",
     "auth show 1",
