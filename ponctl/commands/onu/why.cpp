@@ -275,7 +275,8 @@ void add_why(Command &onu)
     Command &why = onu.add("why", "Says why an ONU is offline, waits or has weak light, and what to check next");
     std::string &who = why.runs(run_onu_why);
     why.argument("ONU", &who,
-                 "PON port and id, as 1/5; or what 'onu find' finds one ONU by: its MAC address, LOID or description")
+                 "PON port and id, as 1/5; or what 'onu find' finds one ONU by: its MAC address, LOID or description",
+                 "SET")
         .is_required();
 }
 
