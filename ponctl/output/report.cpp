@@ -62,7 +62,7 @@ std::string socket_of(const Exchange &exchange)
         board_ipc_directory() + std::string("/") + std::to_string(catalogue::module) + (datagram ? ".dgram" : ".seq");
     struct stat found {
     };
-    if (stat(socket.c_str(), &found)) return socket + ", whose folder you may not look into,";
+    if (stat(socket.c_str(), &found)) return socket + " (you may not look into its folder)";
     char permissions[16];
     std::snprintf(permissions, sizeof permissions, "%04o", static_cast<unsigned>(found.st_mode & 07777));
     return socket + " of user " + user_name(found.st_uid) + ", group " + group_name(found.st_gid) + ", mode " +

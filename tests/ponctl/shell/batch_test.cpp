@@ -97,12 +97,12 @@ TEST(Batch, KeepsGoingWhereToldAndEndsWithTheWorstCode)
 
 TEST(Batch, ReportsALineThatFailsWithoutAWord)
 {
-    const FakeService service(by_command(
-        {{384, rows(384, R"([{"pon_port":1,"onu_id":1,"mac":"02:00:00:00:00:01","state":"offline"}])")},
-         {388, rows(388, "[]")},
-         {400, rows(400, R"([{"pon_ports":1}])")},
-         {403, rows(403, "[]")},
-         {490, rows(490, "[]")}}));
+    const FakeService service(
+        by_command({{384, rows(384, R"([{"pon_port":1,"onu_id":1,"mac":"02:00:00:00:00:01","state":"offline"}])")},
+                    {388, rows(388, "[]")},
+                    {400, rows(400, R"([{"pon_ports":1}])")},
+                    {403, rows(403, "[]")},
+                    {490, rows(490, "[]")}}));
     const Lines lines(" health \n");
     const Finished finished = service.ponctl({"batch", lines.name()});
     EXPECT_EQ(finished.code, 2);

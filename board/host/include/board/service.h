@@ -34,8 +34,8 @@ void board_ipc_use_directory(const char *directory);
  * threads use. Returns the folder that this function set before, or null for none. */
 const char *board_ipc_use_thread_directory(const char *directory);
 
-/* Returns the first word of BOARD_LOG that has no meaning, or null when there is none. The words are off, err, debug and
- * syslog. Programs call it once, before they have threads, and refuse to go on; the log itself passes over such a
+/* Returns the first word of BOARD_LOG that has no meaning, or null when there is none. The words are off, err, debug
+ * and syslog. Programs call it once, before they have threads, and refuse to go on; the log itself passes over such a
  * word. */
 const char *board_log_unknown_word(void);
 
