@@ -333,7 +333,7 @@ void declare(Command &program, Options &options)
                    "Append who changed what, when, and what came of it to this file, as JSON lines", "FILE");
     program.option("--grant", &options.grants,
                    "What a user may do: CLASS is read, write or service-affecting, each with those before it; USER is "
-                   "a name, a number, or * for everyone else; may be repeated [*=service-affecting]",
+                   "a name, a number, @ and a group, or * for everyone else; may be repeated [*=service-affecting]",
                    "USER=CLASS");
     program.run = serve_or_check;
 
@@ -372,6 +372,8 @@ int main(int argc, char **argv)
     try {
         const command_line::Line line =
             command_line::parse(program, {argv + 1, argv + argc}, command_line::Manner::wide);
+        if (const char *unknown = board_log_unknown_word())
+            return fail("BOARD_LOG: '" + std::string(unknown) + "' is not one of off, err, debug, syslog", exit_usage);
         for (const std::string &grant : options.grants)
             if (const std::string wrong = options.access.grant(grant); !wrong.empty())
                 return fail("--grant " + grant + ": " + wrong, exit_usage);

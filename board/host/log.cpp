@@ -5,11 +5,14 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <string>
 #include <string_view>
 
 #include <syslog.h>
 #include <unistd.h>
 
+#include "board/service.h"
 #include "board/util.h"
 #include "not_cancelled.h"
 #include "text/character.h"
@@ -22,27 +25,62 @@ struct LogSettings {
     bool to_syslog = false;
 };
 
-LogSettings parse(std::string_view list)
+// Returns whether the word is one of those that BOARD_LOG may have, after doing what it says.
+bool apply(std::string_view word, LogSettings &s)
 {
-    LogSettings s;
+    if (word == "off")
+        s.lowest = -1;
+    else if (word == "err")
+        s.lowest = LOG_ERR;
+    else if (word == "debug")
+        s.lowest = LOG_DEBUG;
+    else if (word == "syslog")
+        s.to_syslog = true;
+    else
+        return word.empty();
+    return true;
+}
+
+// Returns the first word that is not understood, or an empty text.
+std::string_view parse(std::string_view list, LogSettings &s)
+{
+    std::string_view wrong;
     while (!list.empty()) {
         const std::string_view word = list.substr(0, list.find(','));
-        if (word == "off") s.lowest = -1;
-        if (word == "err") s.lowest = LOG_ERR;
-        if (word == "debug") s.lowest = LOG_DEBUG;
-        if (word == "syslog") s.to_syslog = true;
+        if (!apply(word, s) && wrong.empty()) wrong = word;
         list.remove_prefix(std::min(list.size(), word.size() + 1));
     }
-    return s;
+    return wrong;
+}
+
+std::string_view setting()
+{
+    const char *list = std::getenv("BOARD_LOG");
+    return list ? list : "";
 }
 
 const LogSettings &log_settings()
 {
     static const LogSettings instance = [] {
-        const char *list = std::getenv("BOARD_LOG");
-        return parse(list ? list : "");
+        LogSettings s;
+        parse(setting(), s);
+        return s;
     }();
     return instance;
+}
+
+// Writes what a line on standard error begins with: the time of day, the program and its process. The system's log adds
+// these by itself. Returns how many characters it took.
+int start_line(char *text, size_t room)
+{
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    tm parts{};
+    gmtime_r(&now.tv_sec, &parts);
+    char time[32];
+    std::strftime(time, sizeof time, "%Y-%m-%dT%H:%M:%S", &parts);
+    return std::snprintf(text, room, "%s.%03ldZ %.64s[%d] ", time, now.tv_nsec / 1000000, program_invocation_short_name,
+                         static_cast<int>(getpid()));
 }
 
 // Writes one line, whatever the text is, because a peer's bytes must neither look like lines of their own nor tell a
@@ -56,8 +94,10 @@ void log_line(int priority, const char *level, const char *function, int line, c
 
     char text[1024];
     const size_t room = sizeof text - 1; // for the newline
-    int used = std::snprintf(text, room, "%s %s:%d: ", level, function, line);
+    int used = s.to_syslog ? 0 : start_line(text, room);
     size_t length = std::min(static_cast<size_t>(std::max(used, 0)), room - 1);
+    used = std::snprintf(text + length, room - length, "%s %s:%d: ", level, function, line);
+    length = std::min(length + static_cast<size_t>(std::max(used, 0)), room - 1);
     used = std::vsnprintf(text + length, room - length, format, arguments);
     length = std::min(length + static_cast<size_t>(std::max(used, 0)), room - 1);
     if (length && text[length - 1] == '\n') --length;
@@ -93,4 +133,12 @@ void userlog_debug(const char *function, int line, const char *format, ...)
     va_start(arguments, format);
     log_line(LOG_DEBUG, "DEBUG", function, line, format, arguments);
     va_end(arguments);
+}
+
+const char *board_log_unknown_word(void)
+{
+    LogSettings unused;
+    static std::string word;
+    word = parse(setting(), unused);
+    return word.empty() ? nullptr : word.c_str();
 }

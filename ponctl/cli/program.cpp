@@ -9,8 +9,10 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "board/service.h"
 #include "call/codec/values.h"
 #include "cli/chart_options.h"
+#include "cli/repeat.h"
 #include "cli/run.h"
 #include "command_line/command_tree.h"
 #include "command_line/parse.h"
@@ -32,8 +34,6 @@ bool reader_is_gone()
     pollfd output{STDOUT_FILENO, 0, 0};
     return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP));
 }
-
-constexpr const char *default_interval = "2";
 
 // Returns the exit code of a command. It depends on whether `stdout` took the whole result.
 int finish(int code)
@@ -89,12 +89,14 @@ std::optional<Watching> GlobalOptions::watching(const std::vector<std::string> &
     std::string title = "ponctl";
     for (const std::string &word : words)
         title += " " + word;
-    return Watching{interval.empty() ? default_interval : interval, count, text::printable(title)};
+    return Watching{interval.empty() ? std::string(default_interval) : interval, count, text::printable(title)};
 }
 
 void GlobalOptions::export_settings() const
 {
     setenv("BOARD_LOG", "off", 0); // the tool itself reports what the libraries would log
+    if (const char *unknown = board_log_unknown_word())
+        throw UsageError("BOARD_LOG: '" + std::string(unknown) + "' is not one of off, err, debug, syslog");
     if (!socket_dir.empty()) setenv("BOARD_IPC_DIR", socket_dir.c_str(), 1);
     if (timeout.empty()) return;
     if (parse_number("--timeout", timeout, INT32_MAX) == 0)
@@ -116,7 +118,7 @@ Program::Program(const GlobalOptions &defaults)
     tree.option("--dry-run", &global.dry_run, "show the requests that would be sent, and send nothing");
     tree.option("--watch", &global.interval, "read again and again, with so many seconds between; 2 when left out",
                 "SECONDS")
-        .may_leave_out_value({default_interval, is_interval});
+        .may_leave_out_value({std::string(default_interval), is_interval});
     tree.option("--count", &global.count, "with --watch: end after so many readings; else with Ctrl-C", "N");
     tree.option("--socket-dir", &global.socket_dir, "folder of the service's sockets; BOARD_IPC_DIR when left out",
                 "DIR");
@@ -137,7 +139,12 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
             mode() = {.quiet = program.global.quiet, .red = program.global.colours_on(STDERR_FILENO)};
             return finish(action(program.global.output()));
         }
-        const auto watching = program.global.watching(words, line.gives(chart_option));
+        const bool follows = std::ranges::find(program.followers, line.command) != program.followers.end();
+        if (follows && !program.global.dry_run) {
+            mode() = {.quiet = program.global.quiet, .watched = true, .red = program.global.colours_on(STDERR_FILENO)};
+            return finish(action(program.global.output()));
+        }
+        const auto watching = follows ? std::nullopt : program.global.watching(words, line.gives(chart_option));
         mode() = {.quiet = program.global.quiet,
                   .dry_run = program.global.dry_run,
                   .watched = watching.has_value(),

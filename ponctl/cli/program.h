@@ -49,6 +49,7 @@ struct Program {
 
     Command tree;
     GlobalOptions global;
+    std::vector<const command_line::Syntax *> followers;    // these read again and again by themselves, see follow.h
     std::vector<const command_line::Syntax *> line_runners; // these run lines, each line by itself and with the global
                                                             // options
 };

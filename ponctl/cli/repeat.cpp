@@ -46,7 +46,8 @@ bool Repeat::next()
     if (wanted > 0 && taken == wanted) return false;
     if (taken++ == 0) return true;
     const timespec wait{static_cast<time_t>(milliseconds / 1000), static_cast<long>(milliseconds % 1000) * 1000000};
-    return sigtimedwait(&ending, nullptr, &wait) < 0;
+    was_interrupted = sigtimedwait(&ending, nullptr, &wait) >= 0;
+    return !was_interrupted;
 }
 
 } // namespace ponctl

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ctime>
 #include <new>
 
 #include <sys/ioctl.h>
@@ -18,6 +17,7 @@
 #include "output/json.h"
 #include "output/mode.h"
 #include "output/output.h"
+#include "output/text.h"
 
 namespace ponctl
 {
@@ -109,16 +109,6 @@ ExitCode run_dry(const Action &action, const Output &output)
         if (const auto requests = take_kept_requests(); !requests.empty()) show_requests(output, requests);
         throw;
     }
-}
-
-std::string time_text()
-{
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
-    return text;
 }
 
 // Writes over the terminal from its top, line by line, so that nothing flickers. Writes as many lines as fit.

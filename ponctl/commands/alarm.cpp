@@ -1,7 +1,16 @@
-// ponctl alarm shows and clears the alarms of ONUs.
+// ponctl alarm shows, follows and clears alarms.
+#include <algorithm>
+#include <optional>
+
+#include "call/invocation.h"
+#include "cli/follow.h"
 #include "cli/list_options.h"
+#include "cli/operand_help.h"
 #include "cli/program.h"
+#include "diagnosis/differences.h"
 #include "output/consent.h"
+#include "output/report.h"
+#include "output/text.h"
 #include "results/delivered.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
@@ -15,6 +24,7 @@ struct AlarmOptions {
     std::string port;  // a port, or a set without an ONU
     std::string onu;   // id or MAC address of an ONU
     std::string alarm; // code of an alarm
+    bool active = false, history = false;
 };
 
 // Returns the set that is named in place of a port. It must not contain id 0, which would stand for all ONUs of the
@@ -36,9 +46,28 @@ std::vector<std::string> selection_of(const AlarmOptions &options)
                      {"record.arg_value", options.alarm}});
 }
 
-ExitCode run_alarm_list(const Output &output, const AlarmOptions &options)
+constexpr const char *list_operation = "bsp_pon_get_onu_alarm";
+
+// Adds to what is wanted of the listing that alarms are active, or that they have ended, with the last one first.
+Selection narrowed(const Selection *wanted, const AlarmOptions &options)
 {
-    constexpr const char *operation = "bsp_pon_get_onu_alarm";
+    Selection selection = wanted ? *wanted : Selection();
+    const std::string state = options.active ? "state=active" : "state=cleared";
+    selection.where = selection.where.empty() ? state : state + " and (" + selection.where + ")";
+    if (selection.sort.empty()) selection.sort = options.active ? "-raised" : "-cleared";
+    return selection;
+}
+
+ExitCode run_alarm_list(const Output &wanted, const AlarmOptions &options)
+{
+    if (options.active && options.history) throw UsageError("--active and --history: not together; all without them");
+    constexpr const char *operation = list_operation;
+    Output output = wanted;
+    Selection selection;
+    if (options.active || options.history) {
+        selection = narrowed(wanted.selection, options);
+        output.selection = &selection;
+    }
     if (const auto set = set_of(options)) return list_onus(output, *set, operation);
     return run_list(output, operation, selection_of(options));
 }
@@ -54,11 +83,47 @@ ExitCode run_alarm_clear(const Output &output, const AlarmOptions &options)
     return run_call(output, "bsp_pon_clear_onu_alarm", words);
 }
 
+Event event_of(const AlarmEvent &event)
+{
+    const AlarmFact &alarm = event.alarm;
+    const std::string time = time_text(), reason = alarm.reason();
+    JsonText json;
+    json->StartObject();
+    json.member("time", time);
+    json.member("event", event.what);
+    write_member(json, "at", event.at());
+    json.member("pon_port", alarm.port);
+    write_member(json, "onu_id", alarm.onu_id ? std::optional<MilliTime>(*alarm.onu_id) : std::nullopt);
+    write_text(json, "mac", alarm.mac);
+    json.member("alarm", alarm.name);
+    json.member("severity", alarm.severity);
+    write_text(json, "cause", alarm.cause);
+    write_text(json, "place", alarm.place);
+    json->EndObject();
+    return {time + " " + std::string(event.what) + " " + alarm.subject() + " " + alarm.name + " " + alarm.severity +
+                (reason.empty() ? "" : " (" + reason + ")"),
+            json.written()};
+}
+
+ExitCode run_alarm_watch(const Output &output, const GlobalOptions &global, const std::string &port)
+{
+    const auto words = words_of({{"record.pon_port", port_of(port)}});
+    std::optional<std::vector<AlarmFact>> before;
+    return follow(output, global, [&](std::vector<Event> &events) {
+        const Invocation listed(list_operation, words, consent());
+        if (!listed.good()) return report(listed);
+        std::vector<AlarmFact> now = read_alarms(listed.database());
+        if (before) std::ranges::transform(alarm_events(*before, now), std::back_inserter(events), event_of);
+        before = std::move(now);
+        return exit_success;
+    });
+}
+
 } // namespace
 
 void add_alarm(Program &program)
 {
-    Command &alarm = program.tree.add("alarm", "Lists and clears alarms of ONUs");
+    Command &alarm = program.tree.add("alarm", "Lists, follows and clears alarms");
     const auto select = [](Command &one, AlarmOptions &options) {
         one.argument("PORT", &options.port,
                      "PON port number, or with the ids of its ONUs, as 1/3-17,20 or 1/all; all ports when left out");
@@ -69,6 +134,17 @@ void add_alarm(Program &program)
     Command &list = alarm.add("list", "Lists the alarms of all ports, of one, or of some ONUs");
     AlarmOptions &listed = list.runs(run_alarm_list);
     select(list, listed);
+
+    list.option("--active", &listed.active, "only alarms that are active, the newest first");
+    list.option("--history", &listed.history, "only alarms that have ended, the one that ended last first");
+
+    Command &watch = alarm.add("watch", "Prints a line for each alarm that is raised or cleared, as it happens");
+    std::string &watched =
+        watch.runs<std::string>([&global = program.global](const Output &output, const std::string &port) {
+            return run_alarm_watch(output, global, port);
+        });
+    watch.argument("PORT", &watched, port_or_all_help);
+    program.followers.push_back(&watch);
 
     Command &clear = alarm.add("clear", "Clears the alarms of all ports, of one, or of some ONUs");
     AlarmOptions &cleared = clear.runs(run_alarm_clear);

@@ -1,15 +1,18 @@
 // ponctl auth sets how the ONUs of a port prove who they are.
 #include <algorithm>
 
+#include "board/datastore.h"
 #include "call/invocation.h"
 #include "cli/list_options.h"
 #include "cli/operand_help.h"
 #include "cli/program.h"
+#include "diagnosis/facts.h"
 #include "output/consent.h"
 #include "output/database.h"
 #include "output/exit_code.h"
 #include "output/report.h"
 #include "results/delivered.h"
+#include "results/listing.h"
 #include "results/operands.h"
 #include "results/sections.h"
 #include "text/words.h"
@@ -33,12 +36,35 @@ std::string mode_of(const std::string &word)
     return std::to_string(mode - auth_modes.begin());
 }
 
-ExitCode run_auth_show(const Output &output, const std::string &port)
+constexpr TableStyle auth_style{.filled_only = true, .worded = "mode", .words = auth_modes};
+
+// Prints the mode of a port, which the summary of all ports has.
+ExitCode print_mode(const Output &output, const std::string &port)
 {
-    constexpr TableStyle style{.filled_only = true, .worded = "mode", .words = auth_modes};
-    if (port_of(port) == "0") return run_list(output, "bsp_pon_onu_auth_infolist_get", {}, style);
-    return run_list(output, "bsp_pon_exec_get_json_",
-                    words_of({{"cmd", "BSP_CMD_AUTH_LIST"}, {"pon_port", port_of(port)}}), style);
+    const Invocation summary("bsp_pon_onu_auth_infolist_get", {}, consent());
+    if (!summary.good()) return report(summary);
+    const db_handle *rows = summary.database();
+    for (uint32_t row = 0; row < db_rows(rows); ++row) {
+        int64_t mode = 0;
+        if (cell_text(rows, row, "pon_port") != port || db_get_integer(rows, row, "mode", &mode)) continue;
+        const auto number = static_cast<size_t>(mode);
+        const std::string word = number < auth_modes.size() ? std::string(auth_modes[number]) : std::to_string(mode);
+        std::fprintf(output.stream, "Mode: %s\n\n", word.c_str());
+    }
+    return exit_success;
+}
+
+ExitCode run_auth_show(const Output &output, const std::string &text)
+{
+    const std::string port = port_of(text);
+    if (port == "0") return run_list(output, "bsp_pon_onu_auth_infolist_get", {}, auth_style);
+    const Invocation records("bsp_pon_exec_get_json_", words_of({{"cmd", "BSP_CMD_AUTH_LIST"}, {"pon_port", port}}),
+                             consent());
+    db_handle *rows = records.answered() && records.fault().empty() ? records.database() : nullptr;
+    ExitCode code = exit_success;
+    if (rows && output.format == Format::table && output.headings) code = print_mode(output, port);
+    if (rows) print_listing(output, rows, records.view(), auth_style);
+    return std::max(code, report(records));
 }
 
 ExitCode run_auth_set(const Output &output, const AuthOptions &options)
@@ -81,7 +107,7 @@ void add_auth(Program &program)
 {
     Command &auth = program.tree.add("auth", "Shows and sets how the ONUs of a port prove who they are");
 
-    Command &show = auth.add("show", "Shows the mode of every port, or the LOIDs of one");
+    Command &show = auth.add("show", "Shows the mode of every port, or the mode and the LOIDs of one");
     std::string &port = show.runs(run_auth_show);
     show.argument("PORT", &port, "PON port number; a summary of all ports when left out");
 

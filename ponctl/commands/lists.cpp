@@ -90,8 +90,12 @@ void add_blacklist(Program &program)
         "blacklist", "Lists the black list; 'onu reject' and 'onu allow' put ONUs on it and take them off");
     std::string &port = blacklist.runs(run_blacklist);
     blacklist.argument("PORT", &port, port_or_all_help);
+    Command &list = blacklist.add("list", "Lists the black list, as 'blacklist' does");
+    std::string &of_port = list.runs(run_blacklist);
+    list.argument("PORT", &of_port, port_or_all_help);
     add_ids(blacklist, "Shows which ids of a port's black list are in use", run_blacklist_ids);
     add_list_options(program, blacklist);
+    add_list_options(program, list);
 }
 
 } // namespace ponctl

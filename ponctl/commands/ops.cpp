@@ -19,7 +19,7 @@ using catalogue::Operation;
 
 ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
 {
-    refuse_hex(output);
+    refuse_hex(output, "the catalogue");
     if (words.size() == 1) {
         if (const Operation *operation = catalogue::find_operation(words.front())) {
             print_page(output, *operation);

@@ -214,7 +214,7 @@ void write_function(Json &json, const catalogue::Function &function)
 
 void print_page(const Output &output, const Operation &operation)
 {
-    refuse_hex(output);
+    refuse_hex(output, "the catalogue");
     if (output.format == Format::json) {
         Json json(output.stream);
         write_operation(json, operation);
@@ -225,7 +225,7 @@ void print_page(const Output &output, const Operation &operation)
 
 void print_page(const Output &output, const catalogue::Function &function)
 {
-    refuse_hex(output);
+    refuse_hex(output, "the catalogue");
     if (output.format == Format::json) {
         Json json(output.stream);
         write_function(json, function);

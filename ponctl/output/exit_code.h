@@ -18,10 +18,11 @@ class TooLarge : public Error
 
 enum ExitCode : int {
     exit_success = 0,
-    exit_status = 1, // the service's status is not zero
-    exit_usage = 2,  // wrong arguments; nothing was sent
-    exit_ipc = 3,    // the exchange failed, or what it delivered is not what the catalogue says
-    exit_output = 4  // the result could not be written
+    exit_status = 1,       // the service's status is not zero
+    exit_usage = 2,        // wrong arguments; nothing was sent
+    exit_ipc = 3,          // the exchange failed, or what it delivered is not what the catalogue says
+    exit_output = 4,       // the result could not be written
+    exit_interrupted = 130 // Ctrl-C ended it, as shells say: 128 and the number of SIGINT
 };
 
 } // namespace ponctl

@@ -1,5 +1,6 @@
 #include "output/text.h"
 
+#include <ctime>
 #include <utility>
 
 #include "call/codec/values.h"
@@ -46,16 +47,26 @@ void print_content(const Output &output, std::span<const uint8_t> bytes)
         print_bytes(output, bytes);
 }
 
-void refuse_hex(const Output &output)
+std::string time_text()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+    return text;
+}
+
+void refuse_hex(const Output &output, std::string_view what)
 {
     if (output.format == Format::hex)
-        throw UsageError("--output: the catalogue has no bytes to show; take table, csv or json");
+        throw UsageError("--output: " + std::string(what) + " has no bytes to show; take table, csv or json");
 }
 
 void print_texts(const Output &output, const std::vector<std::string> &names,
                  const std::vector<std::vector<std::string>> &rows)
 {
-    refuse_hex(output);
+    refuse_hex(output, "the catalogue");
     if (output.format != Format::json) {
         std::vector<Table::Heading> headings;
         for (const std::string &name : names)

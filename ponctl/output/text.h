@@ -21,8 +21,11 @@ void print_line(const Output &output, std::string_view line);
 // hexadecimal digits.
 void print_content(const Output &output, std::span<const uint8_t> bytes);
 
-// Throws a UsageError when bytes are wanted of a description from the catalogue.
-void refuse_hex(const Output &output);
+// Returns the time of day in Coordinated Universal Time: 2026-11-22T18:30:00Z.
+std::string time_text();
+
+// Throws a UsageError when bytes are wanted of what has none. The error names it.
+void refuse_hex(const Output &output, std::string_view what);
 
 // Prints rows of a description from the catalogue under their names. JSON has the names in lower case.
 void print_texts(const Output &output, const std::vector<std::string> &names,

@@ -46,7 +46,8 @@ std::vector<std::string> chart(const std::deque<double> &values, const ChartStyl
     const int gaps = std::max(lines - 1, 1);
     // Each line stands for another value. A quantity that does not change is in the middle.
     const double span = std::max(*greatest - *least, gaps * std::pow(10.0, -style.decimals));
-    const double bottom = (*least + *greatest - span) / 2;
+    const double middled = (*least + *greatest - span) / 2;
+    const double bottom = *least >= 0 ? std::max(middled, 0.0) : middled; // no axis below zero where nothing is
 
     std::vector<std::string> drawn;
     for (int line = lines - 1; line >= 0; --line) {

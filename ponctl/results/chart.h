@@ -19,7 +19,7 @@ struct ChartStyle {
 size_t chart_columns(const ChartStyle &style);
 
 // Returns the lines of a chart of the last values, with the newest value at the right end. The axis reaches from the
-// least to the greatest of them. There must be at least one value.
+// least to the greatest of them, and never below zero unless a value is. There must be at least one value.
 std::vector<std::string> chart(const std::deque<double> &values, const ChartStyle &style);
 
 } // namespace ponctl

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iostream>
+#include <memory>
 
 #include "cli/program.h"
 #include "output/report.h"
@@ -23,6 +26,13 @@ constexpr const char *footer =
     "backslashes are those of a shell. Nothing is asked, and commands find nothing on standard input: what would ask "
     "needs --yes in its line. The global options hold for every line that does not say otherwise. A line that ends in "
     "| include TEXT prints only what contains the text.";
+
+std::string trimmed(const std::string &line)
+{
+    constexpr const char *blanks = " \t\r";
+    const size_t first = line.find_first_not_of(blanks);
+    return line.substr(first, line.find_last_not_of(blanks) + 1 - first);
+}
 
 struct FailedLine {
     std::string where;
@@ -63,9 +73,10 @@ private:
             if (words.empty()) return;
             if (options.echo) print_line(output, "+ " + line);
             ++ran;
-            code = lines.run(words, false).code;
+            const std::string command = is_secret(line) ? std::string() : ": " + trimmed(line);
+            code = run_words(words, where + command);
             if (code == exit_success) return;
-            complain(where + (code == exit_interrupted ? ": interrupted" : ": ended with " + std::to_string(code)));
+            if (code == exit_interrupted) complain(where + ": interrupted");
         } catch (const Error &error) {
             ++ran;
             complain(where + ": " + error.what());
@@ -73,6 +84,39 @@ private:
         failures.push_back({where, code});
         worst = std::max(worst, code);
         ended = code == exit_interrupted || !options.keep_going;
+    }
+
+    // Runs one line. Whatever it says on standard error is said with `start` before it, once the line has ended. A line
+    // that fails without a word is reported.
+    int run_words(const std::vector<std::string> &words, const std::string &start)
+    {
+        const std::unique_ptr<std::FILE, int (*)(std::FILE *)> said(std::tmpfile(), std::fclose);
+        const int code = lines.run(words, false, said.get()).code;
+        bool complained = false;
+        if (said) {
+            std::rewind(said.get());
+            char *text = nullptr;
+            size_t room = 0;
+            while (getline(&text, &room, said.get()) > 0)
+                complained |= pass_on(text, start);
+            std::free(text);
+        }
+        if (!complained && code != exit_success && code != exit_interrupted)
+            complain(start + ": ended with " + std::to_string(code));
+        return code;
+    }
+
+    // Returns whether the text begins a message. The other lines of a message, such as candidates, follow as they are.
+    static bool pass_on(std::string_view text, const std::string &start)
+    {
+        constexpr std::string_view program = "ponctl: ";
+        const bool begins = text.starts_with(program);
+        if (text.ends_with('\n')) text.remove_suffix(1);
+        if (begins)
+            complain(start + ": " + std::string(text.substr(program.size())));
+        else
+            std::fprintf(stderr, "%s\n", std::string(text).c_str());
+        return begins;
     }
 
     void summarize() const

@@ -176,12 +176,12 @@ public:
         const std::string name = option.plain_name(), value = option.value_name(), port = walk.one("PORT");
         if (name == "PORT" && word.find('/') != word.npos) return onu_sets();
         if (name == "PORT" || name == "port" || name == "to-port") return ports();
+        if (value == "SET") return onu_sets();
         if (name == "ONU") return joined(ids(port), macs(port));
         if (name == "to-onu") return ids(walk.one("to-port"));
         if (value == "IDS" || (value == "ID" && is_argument(option))) return in_list(ids(port));
         if (value == "ID") return ids(port);
         if (value == "MAC") return macs(port);
-        if (value == "SET") return onu_sets();
         if (value == "OPERATION") return entries(catalogue::operations());
         if (value == "ARGUMENT") return arguments();
         if (value == "CHANNEL") return entries(catalogue::channels());

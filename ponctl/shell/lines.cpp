@@ -159,7 +159,12 @@ Lines::Lines(const GlobalOptions &defaults) : options(defaults)
     std::signal(SIGCHLD, SIG_DFL); // otherwise exit codes are lost when our parent process ignores the signal
 }
 
-Ended Lines::run(const std::vector<std::string> &line, bool has_input) const
+bool is_secret(const std::string &line)
+{
+    return text::lower_case(line).find("passw") != line.npos;
+}
+
+Ended Lines::run(const std::vector<std::string> &line, bool has_input, std::FILE *errors) const
 {
     std::vector<std::string> words = line;
     const std::optional<std::string> wanted = take_filter(words);
@@ -172,6 +177,7 @@ Ended Lines::run(const std::vector<std::string> &line, bool has_input) const
     const pid_t child = start_child(interrupt, [&] {
         if (!has_input) redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
         if (wanted && dup2(ends[1], STDOUT_FILENO) < 0) return static_cast<int>(exit_ipc);
+        if (errors && dup2(fileno(errors), STDERR_FILENO) < 0) return static_cast<int>(exit_ipc);
         return run_line(words, options);
     });
     if (wanted) {

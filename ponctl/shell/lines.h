@@ -6,6 +6,7 @@
 #pragma once
 
 #include <csignal>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -14,13 +15,13 @@
 namespace ponctl
 {
 
-// This is the exit code of a command that an interrupt ended.
-constexpr int exit_interrupted = 128 + SIGINT;
-
 struct Ended {
     int code;         // when a signal ended the command: 128 and the signal's number, as in shells
     bool interrupted; // an interrupt came, whether or not it ended the command
 };
+
+// Returns whether a line may hold a password. It is better to take one line too many for such a line than one too few.
+bool is_secret(const std::string &line);
 
 class Lines
 {
@@ -30,7 +31,8 @@ public:
     explicit Lines(const GlobalOptions &defaults);
 
     // `has_input` says that the command may read standard input. Otherwise it finds nothing there.
-    Ended run(const std::vector<std::string> &words, bool has_input) const;
+    // What the command writes on standard error goes to `errors`, unless it is null.
+    Ended run(const std::vector<std::string> &words, bool has_input, std::FILE *errors = nullptr) const;
 
     // Returns what a command writes in JSON, or an empty text when it fails. The command writes nothing else, and waits
     // for an answer no longer than a typing user would wait.

@@ -1,9 +1,11 @@
 // ponctl shell runs the lines that a user types.
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 
 #include <unistd.h>
 
+#include "board/service.h"
 #include "cli/program.h"
 #include "output/report.h"
 #include "shell/batch.h"
@@ -11,6 +13,7 @@
 #include "shell/line_editor.h"
 #include "shell/lines.h"
 #include "shell/tokens.h"
+#include "text/utf8.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -21,7 +24,8 @@ namespace
 constexpr const char *footer =
     "TAB completes commands, options and arguments, also by what the service knows; ? shows what can come next. Ctrl-C "
     "ends a command that runs, or empties the line. Ctrl-D, exit and quit leave. Where a command fails, the prompt has "
-    "its exit code. Lines are kept in $XDG_STATE_HOME/ponctl/history, or ~/.local/state/ponctl/history, but for those "
+    "its exit code. Before it stands the name of the folder of sockets, which is that of the OLT, unless it is the "
+    "usual folder. Lines are kept in $XDG_STATE_HOME/ponctl/history, or ~/.local/state/ponctl/history, but for those "
     "with passwords. The global options hold for every line that does not say otherwise. Without a terminal on "
     "standard input, lines are run as 'ponctl batch -' does. A line that ends in | include TEXT prints only what "
     "contains the text.";
@@ -34,11 +38,14 @@ std::filesystem::path history_file()
     return home && *home == '/' ? std::filesystem::path(home) / ".local/state" / below : std::filesystem::path();
 }
 
-// Returns whether a line may hold a password. It is better to keep one line too many out of the history than one too
-// few.
-bool is_secret(const std::string &line)
+// Returns what the prompt begins with: the name of the folder of sockets, which is the OLT's where a service has
+// several, or nothing where it is the usual one.
+std::string olt_of(const std::string &folder)
 {
-    return text::lower_case(line).find("passw") != line.npos;
+    std::filesystem::path path = std::filesystem::path(folder).lexically_normal();
+    if (!path.has_filename()) path = path.parent_path();
+    const std::string name = path.filename().string();
+    return name.empty() || name.starts_with("board-ipc") ? std::string() : text::printable(name) + " ";
 }
 
 class Shell
@@ -63,7 +70,9 @@ public:
 
     void run()
     {
-        while (const auto line = editor.read(code == 0 ? "ponctl> " : "ponctl [" + std::to_string(code) + "]> "))
+        const std::string olt = olt_of(board_ipc_directory());
+        while (const auto line =
+                   editor.read(olt + (code == 0 ? "ponctl> " : "ponctl [" + std::to_string(code) + "]> ")))
             if (!run_one(*line)) return;
         std::putchar('\n');
     }

@@ -289,7 +289,7 @@ void Service::handle_control(void *context, const board_request *request, board_
 const char *Service::authorize_control(void *context, const board_request *request)
 {
     Service &self = *static_cast<Service *>(context);
-    const std::string reason = self.access.refuse_control(request->uid);
+    const std::string reason = self.access.refuse_control(Asker(*request));
     if (reason.empty()) return nullptr;
     self.audit.note_refused_control(*request, reason);
     return self.refuse(control_module, *request, reason);
@@ -299,7 +299,7 @@ const char *Service::authorize(void *context, const board_request *request)
 {
     Service &self = *static_cast<Service *>(context);
     const Message message = message_of(*request);
-    const std::string reason = self.access.refuse(request->uid, message);
+    const std::string reason = self.access.refuse(Asker(*request), message);
     if (reason.empty()) return nullptr;
     self.audit.note_refused(*request, message, reason);
     return self.refuse(BSP_IPC_MODULE, *request, reason);

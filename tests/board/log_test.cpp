@@ -1,19 +1,37 @@
 // These tests check log lines. Each test logs in a child process, because BOARD_LOG is read once for each process.
 #include <cerrno>
 #include <cstdlib>
+#include <regex>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
+#include "board/service.h"
 #include "board/util.h"
 #include "support.h"
 
 namespace
 {
 
-// Returns what `body` logs when BOARD_LOG has this value.
+// Takes from each line the time, program and process that it must begin with.
+std::string without_starts(const std::string &log)
+{
+    static const std::regex start(
+        "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}Z board_settings_test\\[[0-9]+\\] ");
+    std::istringstream in(log);
+    std::string all;
+    for (std::string line; std::getline(in, line);) {
+        std::smatch found;
+        EXPECT_TRUE(std::regex_search(line, found, start, std::regex_constants::match_continuous)) << line;
+        all += line.substr(static_cast<size_t>(found.length())) + "\n";
+    }
+    return all;
+}
+
+// Returns what `body` logs when BOARD_LOG has this value, without the starts of lines.
 std::string logged(const char *setting, const std::function<void()> &body)
 {
-    return log_of([&] {
+    return without_starts(log_of([&] {
         in_child([&] {
             if (setting)
                 setenv("BOARD_LOG", setting, 1);
@@ -22,7 +40,7 @@ std::string logged(const char *setting, const std::function<void()> &body)
             body();
             return 0;
         });
-    });
+    }));
 }
 
 void log_both()
@@ -74,6 +92,34 @@ TEST(Log, tells_a_terminal_nothing)
                                      "b\x9b");
                      }),
               "ERROR f:1: a\xc3\xa4   2J   b \n");
+}
+
+TEST(Log, names_the_process_that_logs)
+{
+    const std::string log = log_of([] {
+        in_child([] {
+            userlog_err("f", static_cast<int>(getpid()), "x");
+            return 0;
+        });
+    });
+    std::smatch found;
+    ASSERT_TRUE(std::regex_search(log, found, std::regex("\\[([0-9]+)\\] ERROR f:([0-9]+): x\n"))) << log;
+    EXPECT_EQ(found[1], found[2]);
+}
+
+TEST(Log, names_the_first_word_of_its_setting_that_it_does_not_know)
+{
+    const std::pair<const char *, std::string> settings[] = {{"", ""},          {"off", ""},      {"debug,syslog", ""},
+                                                             {"err,", ""},      {"warn", "warn"}, {"debug,x,y", "x"},
+                                                             {"Debug", "Debug"}};
+    for (const auto &[setting, wrong] : settings)
+        EXPECT_EQ(in_child([&, &text = setting, &word = wrong] {
+                      setenv("BOARD_LOG", text, 1);
+                      const char *found = board_log_unknown_word();
+                      return std::string(found ? found : "") == word ? 0 : 1;
+                  }),
+                  0)
+            << setting;
 }
 
 TEST(Log, cuts_a_line_that_is_too_long)

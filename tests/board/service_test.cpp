@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <vector>
 
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -274,6 +276,51 @@ TEST(Service, leaves_room_for_those_who_run_it_whoever_takes_all_other_connectio
     });
     EXPECT_NE(log.find("refused a connection"), std::string::npos) << log;
     board_service_stop(service);
+}
+
+// Returns whether the kernel says in which groups a peer is. Emulators of other processors do not pass that on.
+bool kernel_knows_groups()
+{
+    return in_child([] {
+               const gid_t groups[] = {4242, 4243};
+               gid_t said[8];
+               socklen_t length = sizeof said;
+               int ends[2];
+               if (setgroups(2, groups) || socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends)) return 1;
+               return getsockopt(ends[0], SOL_SOCKET, SO_PEERGROUPS, said, &length) == 0 && length == sizeof groups ? 0
+                                                                                                                    : 1;
+           }) == 0;
+}
+
+TEST(Service, knows_the_groups_of_a_connections_peer_and_not_those_of_a_datagrams_sender)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can be in any group";
+    if (!kernel_knows_groups()) GTEST_SKIP() << "the kernel, or an emulator of it, does not say the groups of peers";
+    ASSERT_EQ(chmod(board_ipc_directory(), 0755), 0);
+    std::atomic<int> known{-2}; // how many groups of the last request's peer; -1: not known
+    std::atomic<bool> right{false};
+    TestService service([&](const board_request &request, board_answer &) {
+        known = request.groups ? static_cast<int>(request.group_count) : -1;
+        right = request.group_count == 2 && request.groups[0] == 4242 && request.groups[1] == 4243;
+    });
+    const auto ask = [](const std::vector<gid_t> &groups, bool datagram) {
+        return in_child([&] {
+            if (setgroups(groups.size(), groups.data())) return 126;
+            uint32_t status;
+            return (datagram ? ipc_dgram_set_exec(test_module, test_channel, "", 1, &status)
+                             : ipc_set_exec(test_module, test_channel, "", 1, &status)) == IPC_OK
+                       ? 0
+                       : 1;
+        });
+    };
+    EXPECT_EQ(ask({4242, 4243}, false), 0);
+    EXPECT_TRUE(right) << known;
+    EXPECT_EQ(ask({}, false), 0);
+    EXPECT_EQ(known, 0);
+    EXPECT_EQ(ask(std::vector<gid_t>(100, 7), false), 0);
+    EXPECT_EQ(known, 100);
+    EXPECT_EQ(ask({4242, 4243}, true), 0);
+    EXPECT_EQ(known, -1);
 }
 
 TEST(Service, stops_when_there_is_none)

@@ -40,7 +40,7 @@ void serve(std::span<const uint8_t> packet, bool datagram)
     put(packet, *frame);
     const auto answer = std::make_unique<board_answer>(datagram);
     Head refusal{};
-    const ucred peer{1, 1000, 1000};
+    const Peer peer{{1, 1000, 1000}};
     if (answering.handle(*frame, packet.size(), datagram, peer, *answer, refusal)) {
         fuzz::require(answer->frame.header.length == frame->header.length, "the answer is as long as the request");
         fuzz::require(answers(answer->frame, answer->frame.size(), frame->header), "an answer is taken by its client");

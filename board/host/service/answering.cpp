@@ -39,7 +39,15 @@ void Complaints::log(const ucred &peer, const char *what, const char *why)
                 static_cast<unsigned>(peer.uid), why);
 }
 
-bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram, const ucred &peer,
+// Returns the peer's groups, or null when they are not known. A list that is known to be empty is not null.
+static const gid_t *known_groups(const Peer &peer)
+{
+    static constexpr gid_t none = 0;
+    if (!peer.groups) return nullptr;
+    return peer.groups->empty() ? &none : peer.groups->data();
+}
+
+bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram, const Peer &peer,
                        board_answer &answer, Head &refusal)
 {
     const Refusal reason = check_request(frame, received, config.module, datagram);
@@ -65,7 +73,9 @@ bool Answering::handle(const RequestFrame &frame, size_t received, bool datagram
                                 .allowed = header.allowed,
                                 .pid = peer.pid,
                                 .uid = peer.uid,
-                                .gid = peer.gid};
+                                .gid = peer.gid,
+                                .groups = known_groups(peer),
+                                .group_count = peer.groups ? static_cast<uint32_t>(peer.groups->size()) : 0};
     std::unique_lock lock(one_at_a_time, std::defer_lock);
     if (!config.concurrent) lock.lock();
     try {

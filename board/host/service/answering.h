@@ -5,6 +5,8 @@
 #include <chrono>
 #include <map>
 #include <mutex>
+#include <optional>
+#include <vector>
 
 #include <sys/socket.h>
 
@@ -30,6 +32,11 @@ struct board_answer {
 namespace board
 {
 
+// A Peer is who sends requests, as the kernel says.
+struct Peer : ucred {
+    std::optional<std::vector<gid_t>> groups = {}; // beside its own; none: not known
+};
+
 // Complaints are log lines that a peer can cause as often as it likes. In a second only some are logged of each user,
 // and of so many users; the others are counted.
 class Complaints
@@ -51,7 +58,7 @@ public:
 
     // Checks a packet of `received` bytes and lets the handler handle it. Returns true when the answer is in `answer`.
     // Returns false when the packet is no request; then `refusal` must be sent.
-    bool handle(const RequestFrame &request, size_t received, bool datagram, const ucred &peer, board_answer &answer,
+    bool handle(const RequestFrame &request, size_t received, bool datagram, const Peer &peer, board_answer &answer,
                 Head &refusal);
 
     // Sends an answer as often as it must be sent, unless it is dropped. Sends its memory behind it when the peer has

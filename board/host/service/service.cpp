@@ -39,7 +39,7 @@ constexpr size_t stack_size = size_t{1} << 20;
 struct Connection {
     board_service *service;
     Descriptor socket;
-    ucred peer;
+    Peer peer;
     pthread_t thread{};
     // Odd while a request is handled. The connection's thread counts, and the listener looks.
     std::atomic<uint32_t> steps{0};
@@ -52,6 +52,19 @@ struct Connection {
 void count_step(std::atomic<uint32_t> &steps)
 {
     steps.store(steps.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+}
+
+// Returns the groups of a connection's peer beside its own, or none where the kernel does not say.
+std::optional<std::vector<gid_t>> groups_of(int socket)
+{
+    std::vector<gid_t> groups(32);
+    for (;;) {
+        auto length = static_cast<socklen_t>(groups.size() * sizeof(gid_t));
+        const int failed = getsockopt(socket, SOL_SOCKET, SO_PEERGROUPS, groups.data(), &length);
+        if (failed && (errno != ERANGE || length <= groups.size() * sizeof(gid_t))) return std::nullopt;
+        groups.resize(length / sizeof(gid_t));
+        if (!failed) return groups;
+    }
 }
 
 // Waits as long as the answer on a connection is to be delayed. Returns false when there is nobody left to send it to,
@@ -69,7 +82,7 @@ struct DatagramAnswer {
 
     board_answer answer{true};
     Descriptor way_back;
-    ucred peer{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)};
+    Peer peer{{0, static_cast<uid_t>(-1), static_cast<gid_t>(-1)}};
 };
 
 // LateAnswers are answers to datagrams that are sent later. The thread that served the datagrams keeps them and
@@ -311,9 +324,10 @@ bool board_service::has_room_for(const ucred &peer) const
 
 void board_service::admit(Descriptor socket)
 {
-    ucred peer{};
-    socklen_t length = sizeof peer;
-    getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &length);
+    Peer peer{};
+    socklen_t length = sizeof(ucred);
+    getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, static_cast<ucred *>(&peer), &length);
+    peer.groups = groups_of(socket.get());
 
     {
         const std::lock_guard lock(mutex);
@@ -388,7 +402,7 @@ void board_service::leave(Connection &connection)
 void board_service::serve_datagram(RequestFrame &datagram, int flags, LateAnswers &late)
 {
     auto answer = std::make_unique<DatagramAnswer>();
-    const ucred &peer = answer->peer;
+    const Peer &peer = answer->peer;
     std::vector<Descriptor> passed;
     const ssize_t received =
         receive_packet(endpoint->datagrams(), &datagram, sizeof datagram, flags, passed, &answer->peer);

@@ -329,6 +329,23 @@ ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
     return run_call(output, operation, words);
 }
 
+// Each ONU is rebooted by itself, so that one that is offline does not hold up the others.
+ExitCode run_onu_reboot(const Output &output, const std::string &text)
+{
+    static constexpr const char *operation = "bsp_pon_reboot_onu_batch";
+    const OnuSet set = parse_onu_set(text);
+    ask_before(operation, "rebooting " + describe_onu_set(set));
+    return for_each_onu(
+        set,
+        [](const Onu &onu, std::deque<Invocation> &calls) {
+            calls.emplace_back(
+                operation,
+                words_of({{"record.pon_port", std::to_string(onu.port)}, {"record.onu_set", std::to_string(onu.id)}}),
+                consent());
+        },
+        statuses_on(output));
+}
+
 std::string brief_of(const char *operation, const char *argument)
 {
     for (const catalogue::Argument &known : catalogue::find_operation(operation)->arguments)
@@ -391,6 +408,13 @@ void add_confirm(Command &onu)
                    "the port's authentication goes on to concern the ONU; else it is exempt from now on");
 }
 
+void add_reboot(Command &onu)
+{
+    Command &reboot = onu.add("reboot", "Reboots ONUs; their users are without service meanwhile");
+    std::string &set = reboot.runs(run_onu_reboot);
+    reboot.argument("SET", &set, onu_set_help).is_required();
+}
+
 void add_describe(Command &onu)
 {
     Command &describe = onu.add("describe", "Describes bound ONUs in a text");
@@ -404,11 +428,13 @@ void add_describe(Command &onu)
 
 void add_onu(Program &program)
 {
-    Command &onu =
-        program.tree.add("onu", "Lists, shows, binds, releases, confirms and rejects ONUs; asks and sets remote ONUs");
-    for (const auto add :
-         {add_list, add_find, add_show, add_bind, add_release, add_confirm, add_describe, add_black_list})
+    Command &onu = program.tree.add(
+        "onu",
+        "Lists, shows, explains, binds, releases, confirms, reboots and rejects ONUs; asks and sets remote ONUs");
+    for (const auto add : {add_list, add_find, add_why, add_show, add_bind, add_release, add_confirm, add_reboot,
+                           add_describe, add_black_list})
         add(onu);
+    add_watch(program, onu);
     Command &image = add_queries(onu);
     add_settings(onu, image);
     for (const char *name : {"list", "find", "ports", "vlan"})

@@ -13,6 +13,10 @@ inline constexpr const char *onu_set_help =
 void add_black_list(Command &onu);
 // Adds the command that finds ONUs on all ports.
 void add_find(Command &onu);
+// Adds the command that says why an ONU is in its state.
+void add_why(Command &onu);
+// Adds the command that follows the states of ONUs.
+void add_watch(Program &program, Command &onu);
 // Adds the queries to remote ONUs. Returns the command that shows their images.
 Command &add_queries(Command &onu);
 // Adds the commands that configure remote ONUs. Those for images are added to `image`.

@@ -1,4 +1,5 @@
 // These tests run ponctl auth as a process against a fake service.
+#include <cstring>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -33,6 +34,19 @@ TEST(AuthShow, IsTheRecordsOfOnePort)
                                                          "   3 shop yes\n");
     EXPECT_EQ(service.received()[0].word(0), 378u);
     EXPECT_EQ(service.received()[0].word(4), 3u);
+}
+
+TEST(AuthShow, NamesTheModeOfOnePortBeforeItsRecords)
+{
+    const FakeService service([](const board_request &request, board_answer *answer) {
+        uint32_t port;
+        std::memcpy(&port, static_cast<const uint8_t *>(request.data) + 4, sizeof port);
+        rows(378, port ? R"([{"pon_port":3,"loid":"shop"}])"
+                       : R"([{"pon_port":1,"mode":0},{"pon_port":3,"mode":2}])")(request, answer);
+    });
+    EXPECT_THAT(service.ponctl({"auth", "show", "3"}).out, testing::StartsWith("Mode: loid-password\n\nPORT"));
+    EXPECT_THAT(service.ponctl({"auth", "show", "3", "--no-headings"}).out, testing::StartsWith("   3 "));
+    EXPECT_EQ(parsed(service.ponctl({"auth", "show", "3", "-o", "json"}).out).Size(), 1u);
 }
 
 TEST(AuthShow, ShowsAModeWithoutAWordAsItsNumber)

@@ -23,6 +23,12 @@ TEST(Chart, DrawsAConstantAsALineInTheMiddle)
     EXPECT_EQ(chart({5, 5}, small), (Lines{"       5.1 |  ", "       5.0 |##", "       4.9 |##"}));
 }
 
+TEST(Chart, DrawsZerosAtTheBottomOfAnAxisThatBeginsWithZero)
+{
+    EXPECT_EQ(chart({0, 0}, small), (Lines{"       0.2 |  ", "       0.1 |  ", "       0.0 |.."}));
+    EXPECT_EQ(chart({0, 0.1}, small), (Lines{"       0.2 |  ", "       0.1 | #", "       0.0 |.#"}));
+}
+
 TEST(Chart, ReachesFromTheAxisToTheWidthInBlocks)
 {
     const Lines lines = chart({0, 7}, {.width = 14, .height = 1, .decimals = 0, .blocks = true});

@@ -51,6 +51,7 @@ const std::vector<std::string> lines{
     "idset 1-5",
     "onu list 1",
     "onu find x",
+    "onu why 1/1",
     "onu show 1 1",
     "onu show 1/1-2",
     "onu bind 1 00:11:22:33:44:55",
@@ -59,6 +60,7 @@ const std::vector<std::string> lines{
     "onu release 1/1",
     "onu confirm 1 1",
     "onu describe 1 1 text",
+    "onu reboot 1/1",
     "onu reject 1 1",
     "onu allow 1 --ids 1",
     "onu info 1/1",
@@ -103,6 +105,7 @@ const std::vector<std::string> lines{
     "loid delete 1 x",
     "whitelist ids 1",
     "blacklist 1",
+    "blacklist list 1",
     "blacklist ids 1",
     "auth show",
     "auth show 1",
@@ -110,7 +113,9 @@ const std::vector<std::string> lines{
     "auth remove 1 x",
     "alarm list",
     "alarm list 1/1-2",
+    "alarm list --active",
     "alarm clear 1",
+    "health",
     "optics",
     "optics 1",
     "optics 1 --onu 1",
@@ -281,6 +286,7 @@ TEST(JsonOfEveryCommand, LeavesNoCommandOut)
     EXPECT_GT(commands.size(), 80u);
     for (const Words &command : commands) {
         if (command == Words{"batch"} || command == Words{"shell"}) continue; // these print what their lines do
+        if (command.back() == "watch") continue; // these print an object for each event, which tests of theirs check
         const auto runs_it = [&command](const std::string &line) {
             const Words words = words_of(line);
             return words.size() >= command.size() && std::equal(command.begin(), command.end(), words.begin());

@@ -64,8 +64,8 @@ TEST(Batch, ReadsStandardInputWhichItsCommandsDoNot)
                            -1, input);
         close(input);
         EXPECT_EQ(finished.code, 2);
-        EXPECT_THAT(finished.err, HasSubstr("--yes: missing"));
-        EXPECT_THAT(finished.err, HasSubstr("standard input:1: ended with 2"));
+        EXPECT_THAT(finished.err,
+                    HasSubstr("standard input:1: onu release 1 --all: --yes: missing; releasing all ONUs"));
     }
     EXPECT_EQ(service.received().size(), 1u); // only the batch continued, and only it sent a request
 }
@@ -76,7 +76,9 @@ TEST(Batch, StopsAtTheFirstLineThatFails)
     const Lines lines("idset 1\n\nonu describe 1 5 shop\nidset 7\n");
     const Finished finished = service.ponctl({"batch", lines.name()});
     EXPECT_EQ(finished.code, 1);
-    EXPECT_THAT(finished.err, HasSubstr("ponctl: " + lines.name() + ":3: ended with 1\n"));
+    EXPECT_THAT(finished.err, StartsWith("ponctl: " + lines.name() +
+                                         ":3: onu describe 1 5 shop: bsp_pon_onu_description: status 1006, "));
+    EXPECT_EQ(finished.err.find('\n') + 1, finished.err.size()) << "one line an error";
     EXPECT_THAT(finished.out, HasSubstr("0x00000002"));
     EXPECT_THAT(finished.out, Not(HasSubstr("0x00000080")));
 }
@@ -91,6 +93,31 @@ TEST(Batch, KeepsGoingWhereToldAndEndsWithTheWorstCode)
     EXPECT_THAT(finished.err, HasSubstr(lines.name() + ":2: a quotation mark ' is not closed"));
     EXPECT_THAT(finished.err, HasSubstr("2 of 3 lines failed:\n  " + lines.name() + ":1: ended with 1\n  " +
                                         lines.name() + ":2: ended with 2\n"));
+}
+
+TEST(Batch, ReportsALineThatFailsWithoutAWord)
+{
+    const FakeService service(
+        by_command({{384, rows(384, R"([{"pon_port":1,"onu_id":1,"mac":"02:00:00:00:00:01","state":"offline"}])")},
+                    {388, rows(388, "[]")},
+                    {400, rows(400, R"([{"pon_ports":1}])")},
+                    {403, rows(403, "[]")},
+                    {490, rows(490, "[]")}}));
+    const Lines lines(" health \n");
+    const Finished finished = service.ponctl({"batch", lines.name()});
+    EXPECT_EQ(finished.code, 2);
+    EXPECT_EQ(finished.err, "ponctl: " + lines.name() + ":1: health: ended with 2\n");
+}
+
+TEST(Batch, DoesNotRepeatPasswords)
+{
+    const FakeService service(status(1006));
+    const Lines lines("auth set 1 loid --loid shop --password geheim --yes\n");
+    const Finished finished = service.ponctl({"batch", lines.name()});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_THAT(finished.err,
+                StartsWith("ponctl: " + lines.name() + ":1: bsp_pon_onu_auth_mode_type_set: status 1006"));
+    EXPECT_THAT(finished.err, Not(HasSubstr("geheim")));
 }
 
 TEST(Batch, HasTheGlobalOptionsForDefaultsOfItsLines)

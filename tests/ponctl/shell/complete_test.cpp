@@ -204,6 +204,7 @@ TEST(Tab, TypesTheRestOfTheOnlyCandidate)
 {
     EXPECT_EQ(press_tab("whit", an_olt).typed, "elist ");
     EXPECT_EQ(press_tab("onu info 2", an_olt).typed, "/");
+    EXPECT_EQ(press_tab("onu why 2", an_olt).typed, "/");
     EXPECT_EQ(press_tab("call bsp_pon_bind_onu_spec_id pon", an_olt).typed, "_port=");
 }
 

@@ -65,6 +65,16 @@ TEST_F(Shell, RunsLinesUntilEndOfInput)
     EXPECT_EQ(session.end(), 0);
 }
 
+TEST_F(Shell, NamesTheOltByTheFolderOfItsSocketsInThePrompt)
+{
+    Session session({"shell", "--socket-dir", "/nowhere/west/"});
+    session.expect("west ponctl> ");
+    session.type("onu list 1\r");
+    session.expect("west ponctl [3]> ");
+    session.type(end_of_input);
+    EXPECT_EQ(session.end(), 0);
+}
+
 TEST_F(Shell, IsLeftByExitAndQuit)
 {
     for (const char *word : {"exit\r", "quit\r"}) {
@@ -252,7 +262,8 @@ TEST_F(Shell, HasItsPromptOnALineOfItsOwnBehindAnInterrupt)
     session.expect("frames_1024_1518");
     session.expect("\x1b[?7h"); // this ends the drawing of a reading
     session.type(interrupt);
-    session.expect("^C\r\nponctl> ");
+    const std::string olt = service.folder().substr(service.folder().rfind('/') + 1);
+    session.expect("^C\r\n" + olt + " ponctl> ");
 }
 
 } // namespace

@@ -47,6 +47,73 @@ TEST(Access, TheStarIsForThoseWithoutAGrant)
     EXPECT_TRUE(may(access, bob, view));
 }
 
+// Returns a user who is in these groups, the first of which is his own.
+Asker member(uid_t user, std::vector<gid_t> groups)
+{
+    board_request request{};
+    request.uid = user;
+    request.gid = groups.front();
+    request.groups = groups.data() + 1;
+    request.group_count = static_cast<uint32_t>(groups.size() - 1);
+    return Asker(request);
+}
+
+// Returns the sender of a datagram, of whom only his own group is known.
+Asker sender(uid_t user, gid_t group)
+{
+    board_request request{};
+    request.uid = user;
+    request.gid = group;
+    return Asker(request);
+}
+
+bool may(const Access &access, const Asker &asker, const bsp_pon_msg &record)
+{
+    return access.refuse(asker, {BSP_MSG_PON, &record, sizeof record, catalogue::Call::set}).empty();
+}
+
+TEST(Access, AGroupsGrantIsForItsMembers)
+{
+    Access access;
+    for (const char *grant : {"@500=write", "@root=service-affecting", "*=read"})
+        ASSERT_EQ(access.grant(grant), "");
+    EXPECT_TRUE(may(access, member(alice, {500}), range)) << "by the group of the process";
+    EXPECT_TRUE(may(access, member(alice, {100, 7, 500}), range)) << "by another of its groups";
+    EXPECT_FALSE(may(access, member(alice, {100, 7}), range));
+    EXPECT_FALSE(may(access, member(alice, {500}), release));
+    EXPECT_TRUE(may(access, member(alice, {500, 0}), release)) << "the greatest counts";
+}
+
+TEST(Access, AUsersGrantCountsBeforeThoseOfHisGroups)
+{
+    Access access;
+    for (const char *grant : {"@500=service-affecting", "40001=read"})
+        ASSERT_EQ(access.grant(grant), "");
+    EXPECT_FALSE(may(access, member(alice, {500}), range));
+    EXPECT_TRUE(may(access, member(bob, {500}), release));
+}
+
+TEST(Access, WhoseGroupsAreNotKnownHasTheLeast)
+{
+    Access access;
+    ASSERT_EQ(access.grant("@500=read"), ""); // a group that may do less than everyone
+    EXPECT_TRUE(may(access, member(alice, {100}), release));
+    EXPECT_FALSE(may(access, member(alice, {100, 500}), range));
+    EXPECT_FALSE(may(access, sender(alice, 100), range)) << "he may be in the group";
+    ASSERT_EQ(access.grant("@100=write"), "");
+    EXPECT_TRUE(may(access, sender(alice, 100), range));
+    ASSERT_EQ(access.grant("40001=service-affecting"), "");
+    EXPECT_TRUE(may(access, sender(alice, 7), release));
+}
+
+TEST(Access, AGroupThatIsNotThereIsNamed)
+{
+    Access access;
+    EXPECT_EQ(access.grant("@no such group=read"),
+              "there is no group no such group here; name one, or give a group number");
+    EXPECT_NE(access.grant("@=read"), "");
+}
+
 TEST(Access, AnUnknownCommandReadsOnAGetCallAndWritesOnASetCall)
 {
     Access access;

@@ -182,6 +182,26 @@ TEST_F(DaemonTest, AGrantDecidesWhoMayDoWhat)
     EXPECT_EQ(db_rows(onus.handle), 8u);
 }
 
+TEST_F(DaemonTest, AGroupsGrantIsForThoseWhoAreInIt)
+{
+    const std::string group = "@" + std::to_string(getegid());
+    Daemon daemon(with({"--grant", "*=read", "--grant", group + "=service-affecting"}));
+    ASSERT_TRUE(daemon.serves());
+    uint32_t status = 0xdead;
+    EXPECT_EQ(set(record_of(BSP_CMD_ONU_BIND, 1, 5, stranger(1)), status), IPC_OK);
+    EXPECT_NE(status, 0xdeadu);
+}
+
+TEST_F(DaemonTest, ALogThatNobodyKnowsIsRefused)
+{
+    setenv("BOARD_LOG", "err,verbose", 1);
+    Daemon daemon(with({}));
+    unsetenv("BOARD_LOG");
+    int exit_status;
+    EXPECT_EQ(daemon.rest(exit_status), "ponsim: BOARD_LOG: 'verbose' is not one of off, err, debug, syslog\n");
+    EXPECT_EQ(exit_status, 2);
+}
+
 TEST_F(DaemonTest, SocketsHaveTheModeAskedFor)
 {
     Daemon daemon(with({"--socket-mode", "0600"}));

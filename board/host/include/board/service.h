@@ -34,6 +34,11 @@ void board_ipc_use_directory(const char *directory);
  * threads use. Returns the folder that this function set before, or null for none. */
 const char *board_ipc_use_thread_directory(const char *directory);
 
+/* Returns the first word of BOARD_LOG that has no meaning, or null when there is none. The words are off, err, debug
+ * and syslog. Programs call it once, before they have threads, and refuse to go on; the log itself passes over such a
+ * word. */
+const char *board_log_unknown_word(void);
+
 /* Bounds each later call of the calling thread by so many milliseconds, in place of BOARD_IPC_TIMEOUT_MS. 0 means that
  * BOARD_IPC_TIMEOUT_MS counts again. Returns the bound that this function set before, or 0 for none. */
 uint32_t board_ipc_use_thread_timeout(uint32_t milliseconds);
@@ -50,6 +55,9 @@ typedef struct board_request {
     pid_t pid;         /* the peer's credentials, from the kernel */
     uid_t uid;
     gid_t gid;
+    const gid_t *groups; /* the peer's other groups, from the kernel; null when it does not say: it does so of the peer
+                          * of a connection, and not of the sender of a datagram */
+    uint32_t group_count;
 } board_request;
 
 /* A board_answer is the answer under construction. It starts with IPC result 0, status 0, no response bytes and no
