@@ -45,6 +45,9 @@ auto with_type(FieldType type, Act act)
     case FieldType::text:
     case FieldType::bytes:
     case FieldType::idset:
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
         break;
     }
     return act(uint32_t{});
@@ -104,6 +107,9 @@ bool is_number(FieldType type)
     case FieldType::text:
     case FieldType::bytes:
     case FieldType::idset:
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
         break;
     }
     return false;

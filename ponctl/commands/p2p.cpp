@@ -97,15 +97,15 @@ ExitCode run_p2p_show(const Output &output, const std::string &port)
     if (port.empty()) return run_list(output, "bsp_pon_get_p2p_state", {});
     const Invocation called = ask_for_port(port_of(port));
     if (!called.good()) return report(called);
-    const std::vector<FieldStyle> styles{{"on", "state", off_on},
+    const std::vector<FieldStyle> styles{{"on", "state"},
                                          {"onu_set", "onus"},
-                                         {"rest", "rest", drop_forward},
+                                         {"rest"},
                                          {"own_port"},
                                          {"rate"},
                                          {"first_vlan"},
                                          {"last_vlan"},
-                                         {"broadcast", "broadcast", off_on},
-                                         {"multicast", "multicast", off_on}};
+                                         {"broadcast"},
+                                         {"multicast"}};
     return show(output, {{"port", "Port", &called, styles, true, true}, {"entries", "Entries", &called}});
 }
 

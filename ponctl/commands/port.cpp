@@ -80,7 +80,7 @@ ExitCode run_port_show(const Output &output, const std::string &port)
     const Invocation phy("bsp_debug_plat_pon_phy_get", any_port, consent());
     return show(output,
                 {{.name = "port", .title = "Port", .called = &base, .row = row},
-                 {"authentication", "Authentication", &authentication, {{"arg_word12", "mode", auth_modes}}, true},
+                 {"authentication", "Authentication", &authentication, {{"mode"}}, true},
                  {"sla", "Bandwidth", &sla},
                  {"optics",
                   "Optics",
@@ -90,11 +90,11 @@ ExitCode run_port_show(const Output &output, const std::string &port)
                    {"bias"},
                    {"launch_power"},
                    {"received_power"},
-                   {"laser", "laser", off_on},
-                   {"tx_fault", "tx_fault", no_yes}},
+                   {"laser"},
+                   {"tx_fault"}},
                   true},
-                 {"mac", "MAC", &mac, {{"fec", {}, off_on}}},
-                 {"phy", "PHY", &phy, pon_phy_styles()}});
+                 {"mac", "MAC", &mac},
+                 {"phy", "PHY", &phy}});
 }
 
 ExitCode run_port_stats(const Output &output, const PortStatsOptions &options)

@@ -45,22 +45,11 @@ struct Query {
     std::string_view name;  // the name of the member in JSON
     std::string_view title; // the title for people
     std::vector<std::string> words = {};
-    std::vector<FieldStyle> styles = {};
 };
-
-constexpr std::array<std::string_view, 2> static_address{"off", "static address"};
-constexpr std::array<std::string_view, 2> time_sources{"time of the OLT", "SNTP"};
-constexpr std::array<std::string_view, 2> multicast_modes{"snooping", "controllable multicast"};
-constexpr std::array<std::string_view, 4> vlan_modes{"transparent", "tag", "translation", "trunk"};
-constexpr std::array<std::string_view, 4> fec_modes{"0", "unknown", "enabled", "disabled"};
-constexpr std::array<std::string_view, 4> fec_abilities{"0", "1", "supported", "not supported"};
-constexpr std::array<std::string_view, 3> tag_modes{"kept", "stripped", "translated"};
-constexpr std::array<std::string_view, 6> image_states{"none",      "receiving", "complete",
-                                                       "committed", "started",   "failed verification"};
 
 Section section_of(const Query &query, const Invocation &called)
 {
-    Section section{query.name, query.title, &called, query.styles};
+    Section section{query.name, query.title, &called};
     // Of an answer in the caller's record, only the part is shown that comes from the ONU.
     if (called.has(catalogue::ArgumentType::record)) {
         section.of_answer = true;
@@ -138,12 +127,12 @@ std::vector<Query> queries_of_service(std::string_view service, const std::strin
     if (service == "acl") return {{"bsp_pon_onu_ctc_get_acl", "acl", "Access control list"}};
     if (service == "dhcp") return {{"bsp_pon_onu_ctc_get_dhcp", "dhcp", "DHCP server"}};
     if (service == "fec")
-        return {{"bsp_pon_onu_get_fec_mode", "fec", "FEC", {}, {{"mode", {}, fec_modes}}},
-                {"bsp_pon_onuc_get_fec_ability", "fec_ability", "FEC ability", {}, {{"ability", {}, fec_abilities}}}};
+        return {{"bsp_pon_onu_get_fec_mode", "fec", "FEC"},
+                {"bsp_pon_onuc_get_fec_ability", "fec_ability", "FEC ability"}};
     if (service == "time")
-        return {{"bsp_pon_onu_ctc_get_time_config", "time", "Time", {}, {{"mode", {}, time_sources}}}};
+        return {{"bsp_pon_onu_ctc_get_time_config", "time", "Time"}};
     if (service == "mgmt")
-        return {{"bsp_pon_onu_ctc_get_mgmt", "mgmt", "Management address", {}, {{"mode", {}, static_address}}}};
+        return {{"bsp_pon_onu_ctc_get_mgmt", "mgmt", "Management address"}};
     throw UsageError("SERVICE: '" + std::string(service) + "' is not one of " + text::join(onu_services));
 }
 
@@ -165,14 +154,13 @@ ExitCode run_onu_ports(const Output &output, const RemoteOptions &options)
     const std::string uni = uni_word("uni_port", options.uni);
     return ask_onus(
         output, options.set,
-        {{"bsp_pon_onu_ctc_phy_adminstate_get", "admin_state", "Administrative state", {uni}, {{"on", {}, off_on}}},
-         {"bsp_pon_onu_ctc_autoneg_get", "autoneg", "Auto-negotiation", {uni}, {{"on", {}, off_on}}},
-         {"bsp_pon_onu_ctc_get_eth_pause", "pause", "Flow control", {uni}, {{"on", {}, off_on}}},
+        {{"bsp_pon_onu_ctc_phy_adminstate_get", "admin_state", "Administrative state", {uni}},
+         {"bsp_pon_onu_ctc_autoneg_get", "autoneg", "Auto-negotiation", {uni}},
+         {"bsp_pon_onu_ctc_get_eth_pause", "pause", "Flow control", {uni}},
          {"bsp_pon_onu_ctc_get_rate_limit",
           "rate_limit",
           "Rate limits",
-          {uni},
-          {{"up_on", {}, off_on}, {"down_on", {}, off_on}}}});
+          {uni}}});
 }
 
 ExitCode run_onu_vlan(const Output &output, const RemoteOptions &options)
@@ -182,8 +170,7 @@ ExitCode run_onu_vlan(const Output &output, const RemoteOptions &options)
                     {{"bsp_pon_onu_ctc_get_vlan",
                       "vlan",
                       "VLANs",
-                      {uni_word("uni_port", options.uni)},
-                      {{"mode", {}, vlan_modes}}}});
+                      {uni_word("uni_port", options.uni)}}});
 }
 
 ExitCode run_onu_multicast(const Output &output, const RemoteOptions &options)
@@ -192,19 +179,19 @@ ExitCode run_onu_multicast(const Output &output, const RemoteOptions &options)
     if (options.local && options.uni.empty())
         return ask_onus(
             output, options.set,
-            {{"bsp_pon_onu_ctc_get_mc_switch_local", "mode", "Mode", {}, {{"mode", {}, multicast_modes}}},
-             {"bsp_pon_onu_ctc_get_fast_leave_local", "fast_leave", "Fast leave", {}, {{"state", {}, off_on}}}});
+            {{"bsp_pon_onu_ctc_get_mc_switch_local", "mode", "Mode"},
+             {"bsp_pon_onu_ctc_get_fast_leave_local", "fast_leave", "Fast leave"}});
     if (options.local)
         return ask_onus(
             output, options.set,
             {{"bsp_pon_onu_ctc_get_mc_group_num_max_local", "group_limit", "Group limit", {uni}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "vlan_mode", "VLAN mode", {uni}, {{"mode", {}, tag_modes}}},
+             {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "vlan_mode", "VLAN mode", {uni}},
              {"bsp_pon_onu_ctc_get_mc_vlan_local", "vlan", "VLANs", {uni}}});
     if (!options.uni.empty())
         return ask_onus(
             output, options.set,
             {{"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "group_limit", "Group limit", {uni}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "vlan_mode", "VLAN mode", {uni}, {{"mode", {}, tag_modes}}},
+             {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "vlan_mode", "VLAN mode", {uni}},
              {"bsp_pon_onu_ctc_get_mc_vlan_remote", "vlan", "VLANs", {uni}},
              {"bsp_pon_onu_ctc_get_mc_vlan_translate_json",
               "translation",
@@ -214,8 +201,8 @@ ExitCode run_onu_multicast(const Output &output, const RemoteOptions &options)
                     {{"bsp_pon_onu_ctc_get_mc_config_json", "configuration", "Configuration"},
                      {"bsp_pon_onu_uni_ctc_get_mc_config_json", "uni_ports", "UNI ports"},
                      {"bsp_pon_onu_ctc_get_mc_vlan_json", "vlan", "VLANs"},
-                     {"bsp_pon_onu_ctc_get_mc_switch_remote", "mode", "Mode", {}, {{"mode", {}, multicast_modes}}},
-                     {"bsp_pon_onu_ctc_get_fast_leave", "fast_leave", "Fast leave", {}, {{"state", {}, off_on}}},
+                     {"bsp_pon_onu_ctc_get_mc_switch_remote", "mode", "Mode"},
+                     {"bsp_pon_onu_ctc_get_fast_leave", "fast_leave", "Fast leave"},
                      {"bsp_pon_onu_ctc_get_fast_leave_ability", "fast_leave_ability", "Fast leave ability"},
                      {"bsp_pon_onu_ctc_get_mc_group", "groups", "Groups"}});
 }
@@ -230,7 +217,7 @@ ExitCode run_onu_perf(const Output &output, const RemoteOptions &options)
                                : Query{"bsp_onu_ctc_get_perf_current_data", "current", "Current period", {uni}};
     return ask_onus(
         output, options.set,
-        {{"bsp_onu_ctc_get_perf_monitor_status", "monitoring", "Monitoring", {uni}, {{"state", {}, off_on}}},
+        {{"bsp_onu_ctc_get_perf_monitor_status", "monitoring", "Monitoring", {uni}},
          counters});
 }
 
@@ -273,7 +260,7 @@ ExitCode run_onu_image(const Output &output, const RemoteOptions &options)
 {
     return ask_onus(output, options.set,
                     {{"bsp_pon_tk_onu_get_fw", "banks", "Banks"},
-                     {"bsp_pon_onu_ctc_get_upgrade_status", "update", "Update", {}, {{"state", {}, image_states}}}});
+                     {"bsp_pon_onu_ctc_get_upgrade_status", "update", "Update"}});
 }
 
 using Run = ExitCode (*)(const Output &, const RemoteOptions &);
