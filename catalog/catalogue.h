@@ -39,6 +39,10 @@ struct Field {
     std::span<const Named> flags = {};         // names of its bits; of each, the number is that of the bit
     std::optional<Range> range = std::nullopt; // of a number that is sent
     bool hexadecimal = false;                  // people write the number so
+    // Of a setting: the field has a meaning only where another one, the condition, has one of these values. It is 0
+    // elsewhere. Without a condition it always has.
+    std::string_view condition = {};
+    std::span<const std::string_view> where = {};
 };
 
 struct Record {

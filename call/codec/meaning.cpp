@@ -139,7 +139,10 @@ std::string address_text(const Field &field, std::span<const uint8_t> bytes)
     if (field.type == FieldType::ipv4) return text::ipv4_text(bytes.first<4>());
     std::string text = field.type == FieldType::date ? "20" : "";
     for (size_t index = 0; index < bytes.size(); ++index)
-        text.append(index == 0 ? "" : field.type == FieldType::date ? "-" : ":").append(text::to_hex(bytes.subspan(index, 1)));
+        text.append(index == 0                      ? ""
+                    : field.type == FieldType::date ? "-"
+                                                    : ":")
+            .append(text::to_hex(bytes.subspan(index, 1)));
     return text;
 }
 
@@ -155,8 +158,7 @@ uint64_t parse_meaning(std::string_view name, std::string_view text, const Field
         return parse_number(name, std::to_string(named->number), field);
     if (is_number(text)) return parse_number(name, text, field);
     if (!field.flags.empty()) return parse_flags(name, text, field);
-    if (!field.values.empty())
-        refuse(name, text, "one of " + text::join(words_of(field.values)) + ", nor a number");
+    if (!field.values.empty()) refuse(name, text, "one of " + text::join(words_of(field.values)) + ", nor a number");
     return parse_number(name, text, field);
 }
 
@@ -180,7 +182,8 @@ Bytes parse_address(std::string_view name, std::string_view text, const Field &f
 std::string allowed_text(const Field &field)
 {
     if (!field.values.empty()) return "one of " + text::join(words_of(field.values));
-    if (!field.flags.empty()) return "none, or some of " + text::join(words_of(field.flags)) + " with commas between them";
+    if (!field.flags.empty())
+        return "none, or some of " + text::join(words_of(field.flags)) + " with commas between them";
     if (!field.range) return {};
     return std::to_string(field.range->least) + " to " + std::to_string(field.range->greatest) +
            (field.unit.empty() ? "" : " " + std::string(field.unit));

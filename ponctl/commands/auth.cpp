@@ -4,6 +4,7 @@
 #include "call/invocation.h"
 #include "cli/list_options.h"
 #include "cli/operand_help.h"
+#include "cli/password_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/database.h"
@@ -11,6 +12,7 @@
 #include "output/report.h"
 #include "results/delivered.h"
 #include "results/operands.h"
+#include "results/secret.h"
 #include "results/sections.h"
 #include "text/words.h"
 
@@ -20,7 +22,8 @@ namespace
 {
 
 struct AuthOptions {
-    std::string port, mode, loid, password;
+    std::string port, mode, loid;
+    Secret password;
 };
 
 constexpr size_t longest_loid = 24;
@@ -46,13 +49,12 @@ ExitCode run_auth_set(const Output &output, const AuthOptions &options)
     const std::string port = port_of(options.port);
     const std::string mode = mode_of(options.mode);
     check_text("--loid", options.loid, longest_loid);
-    check_text("--password", options.password, longest_password);
-    if (options.loid.empty() && !options.password.empty())
+    if (options.loid.empty() && options.password.given())
         throw UsageError("--password: goes with --loid, whose password it is");
+    const std::string password = read_secret(options.password, longest_password);
     ask_before("bsp_pon_onu_auth_mode_type_set", "having the ONUs of port " + port + " prove anew who they are");
-    return run_call(
-        output, "bsp_pon_onu_auth_mode_type_set",
-        words_of({{"pon_port", port}, {"text_a", options.loid}, {"text_b", options.password}, {"mode", mode}}));
+    return run_call(output, "bsp_pon_onu_auth_mode_type_set",
+                    words_of({{"pon_port", port}, {"text_a", options.loid}, {"text_b", password}, {"mode", mode}}));
 }
 
 ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
@@ -90,7 +92,7 @@ void add_auth(Program &program)
     set.argument("PORT", &wanted.port, port_help).is_required();
     set.argument("MODE", &wanted.mode, "one of " + text::join(auth_modes), text::join(auth_modes, "|")).is_required();
     set.option("--loid", &wanted.loid, "LOID that is accepted, at most 24 characters", "LOID");
-    set.option("--password", &wanted.password, "its password, at most 12 characters; none when left out", "PASSWORD");
+    add_password(set, wanted.password, "its password, at most 12 characters");
 
     Command &remove = auth.add("remove", "Removes a LOID from a port; the mode stays");
     AuthOptions &unwanted = remove.runs(run_auth_remove);

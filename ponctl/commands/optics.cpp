@@ -81,8 +81,8 @@ ExitCode show_all(const Output &output)
     for (const auto &[port, called] : modules) {
         const Reading reading = called->block();
         table.add({port, field_text(reading, "temperature"), field_text(reading, "voltage"),
-                   field_text(reading, "bias"), field_text(reading, "launch_power"),
-                   field_text(reading, "laser"), field_text(reading, "alarms")});
+                   field_text(reading, "bias"), field_text(reading, "launch_power"), field_text(reading, "laser"),
+                   field_text(reading, "alarms")});
     }
     table.print(output);
     return code;

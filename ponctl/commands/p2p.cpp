@@ -97,15 +97,8 @@ ExitCode run_p2p_show(const Output &output, const std::string &port)
     if (port.empty()) return run_list(output, "bsp_pon_get_p2p_state", {});
     const Invocation called = ask_for_port(port_of(port));
     if (!called.good()) return report(called);
-    const std::vector<FieldStyle> styles{{"on", "state"},
-                                         {"onu_set", "onus"},
-                                         {"rest"},
-                                         {"own_port"},
-                                         {"rate"},
-                                         {"first_vlan"},
-                                         {"last_vlan"},
-                                         {"broadcast"},
-                                         {"multicast"}};
+    const std::vector<FieldStyle> styles{{"on", "state"}, {"onu_set", "onus"}, {"rest"},      {"own_port"}, {"rate"},
+                                         {"first_vlan"},  {"last_vlan"},       {"broadcast"}, {"multicast"}};
     return show(output, {{"port", "Port", &called, styles, true, true}, {"entries", "Entries", &called}});
 }
 

@@ -6,6 +6,7 @@
 
 #include "call/invocation.h"
 #include "cli/list_options.h"
+#include "cli/password_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -13,6 +14,7 @@
 #include "output/text.h"
 #include "results/delivered.h"
 #include "results/operands.h"
+#include "results/secret.h"
 #include "results/sections.h"
 #include "text/words.h"
 
@@ -29,12 +31,14 @@ struct ProfileOptions {
 };
 
 struct LoidOptions {
-    std::string port, loid, password;
+    std::string port, loid;
+    Secret password;
 };
 
 using catalogue::Field;
 
 constexpr std::string_view prefix = "BSP_CMD_PROFILE_";
+constexpr size_t longest_password = 63; // bytes of its field; the service takes fewer
 constexpr std::array<std::string_view, 6> actions{"STORE", "FETCH", "DELETE", "LIST", "TABLE", "TEXT"};
 
 // Returns the name that a command line uses for a name of the catalogue, or for a part of one.
@@ -132,7 +136,7 @@ ExitCode send_loid(const Output &output, const char *operation, const LoidOption
     return run_call(output, operation,
                     words_of({{"rec.pon_port", port_of(options.port)},
                               {"rec.text45", options.loid},
-                              {"rec.text109", options.password}}));
+                              {"rec.text109", read_secret(options.password, longest_password)}}));
 }
 
 ExitCode run_profile_kinds(const Output &output, const std::string &kind)
@@ -228,7 +232,7 @@ void add_loid_change(Command &loid, bool adds)
     LoidOptions &options = one.runs(adds ? run_loid_add : run_loid_delete);
     one.argument("PORT", &options.port, "PON port number").is_required();
     one.argument("LOID", &options.loid, "the LOID").is_required();
-    if (adds) one.option("--password", &options.password, "password that goes with it; none when left out", "PASSWORD");
+    if (adds) add_password(one, options.password, "password that goes with it");
 }
 
 } // namespace

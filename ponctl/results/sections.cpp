@@ -77,7 +77,8 @@ std::string register_text(const Reading &reading, const catalogue::Field &field)
 std::string value_of(const Section &section, const Reading &reading, const Styled &styled)
 {
     const catalogue::Field &field = *styled.field;
-    if (section.registers && is_number(field.type) && field.unit.empty() && field.values.empty()) return register_text(reading, field);
+    if (section.registers && is_number(field.type) && field.unit.empty() && field.values.empty())
+        return register_text(reading, field);
     return text_of(reading, field);
 }
 

@@ -16,7 +16,8 @@ TEST(Ipv4Text, IsFourNumbersWithDotsBetweenThem)
 
 TEST(Ipv4Text, IsReadOnlyWhole)
 {
-    for (const char *wrong : {"", "10", "10.0.0", "10.0.0.256", "10.0.0.-1", "10.0.0.1.2", "10.0..1", " 10.0.0.1", "0xa.0.0.1"})
+    for (const char *wrong :
+         {"", "10", "10.0.0", "10.0.0.256", "10.0.0.-1", "10.0.0.1.2", "10.0..1", " 10.0.0.1", "0xa.0.0.1"})
         EXPECT_FALSE(text::to_ipv4(wrong)) << wrong;
 }
 

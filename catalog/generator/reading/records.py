@@ -44,7 +44,7 @@ def read_fields(owner, size, kinds, *repeating):
     fields = {}
     for table in owner.items("fields"):
         field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
-                      ["unit", "scale", "values", "flags", "range", "hexadecimal", *repeating])
+                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", *repeating])
         for place in places(field):
             check_field(place, size, kinds)
             add(fields, place)
@@ -52,7 +52,22 @@ def read_fields(owner, size, kinds, *repeating):
     for before, after in zip(ordered, ordered[1:]):
         if before.offset + before.size > after.offset:
             after.fail(f"overlaps field {before.name}, which ends at {before.offset + before.size}")
+    for field in ordered:
+        check_condition(field, fields)
     return {field.name: field for field in ordered}
+
+
+def check_condition(field, fields):
+    """Reads where a field has a meaning: which values of another one, which comes before it or not, let it have one."""
+    where = field.get("where", {})
+    if not isinstance(where, dict) or len(where) > 1:
+        field.fail(f"'where' must be one field with a list of its values, not {where!r}")
+    field.condition, field.where = next(iter(where.items()), ("", []))
+    if not field.condition:
+        return
+    known = fields[field.condition].values if field.condition in fields else {}
+    if not isinstance(field.where, list) or not field.where or any(name not in known for name in field.where):
+        field.fail(f"'where' must list names of values of another field, not {field.where!r} of {field.condition!r}")
 
 
 def places(field):

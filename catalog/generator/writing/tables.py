@@ -53,6 +53,8 @@ def field_row(owner, field):
         meaning.append(f".range = Range{{{field.range[0]}, {field.range[1]}}}")
     if field.hexadecimal:
         meaning.append(".hexadecimal = true")
+    if field.condition:
+        meaning += [f".condition = {quoted(field.condition)}", f".where = {owner.name}_{field.base}_where"]
     row = [quoted(field.base), f"FieldType::{field.type}", field.offset, field.size, quoted(field.unit), field.scale,
            quoted(field.brief)]
     members = ("name", "type", "offset", "size", "unit", "scale", "brief")
@@ -60,12 +62,15 @@ def field_row(owner, field):
 
 
 def named_rows(owner, field):
-    """Writes the names that the row of a field refers to."""
+    """Writes the names that the row of a field refers to, of values, of bits and of the values of its condition."""
     lines = []
     for key in ("values", "flags"):
         if names := getattr(field, key):
             rows = ", ".join(f"{{{quoted(name)}, {number}}}" for name, number in names.items())
             lines.append(f"constexpr Named {owner.name}_{field.base}_{key}[] = {{{rows}}};")
+    if field.condition:
+        rows = ", ".join(map(quoted, field.where))
+        lines.append(f"constexpr std::string_view {owner.name}_{field.base}_where[] = {{{rows}}};")
     return lines
 
 

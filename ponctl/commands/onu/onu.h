@@ -13,6 +13,8 @@ inline constexpr const char *onu_set_help =
 void add_black_list(Command &onu);
 // Adds the command that finds ONUs on all ports.
 void add_find(Command &onu);
+// Adds the commands that bring many ONUs into service from a table, and write such a table.
+void add_import(Command &onu);
 // Adds the queries to remote ONUs. Returns the command that shows their images.
 Command &add_queries(Command &onu);
 // Adds the commands that configure remote ONUs. Those for images are added to `image`.
