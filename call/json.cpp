@@ -84,7 +84,14 @@ void write_field(JsonText &json, const Field &field, std::span<const uint8_t> by
     case FieldType::ipv4:
     case FieldType::oui:
     case FieldType::date:
-        json.text(address_text(field, bytes));
+        json.text(composed_text(field, bytes));
+        break;
+    case FieldType::list:
+    case FieldType::ports:
+        json->StartArray();
+        for (const uint32_t number : numbers_in(field, bytes))
+            json->Uint(number);
+        json->EndArray();
         break;
     case FieldType::idset: {
         IdSet set;

@@ -149,6 +149,10 @@ std::string_view to_text(FieldType type)
         return "OUI";
     case FieldType::date:
         return "date";
+    case FieldType::list:
+        return "list of bytes";
+    case FieldType::ports:
+        return "set of ports";
     }
     return {};
 }

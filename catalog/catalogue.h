@@ -13,7 +13,7 @@ namespace catalogue
 // This is the module number of every exchange.
 extern const uint32_t module;
 
-enum class FieldType : uint8_t { u8, u16, s16, u32, s32, u64, mac, text, bytes, idset, ipv4, oui, date };
+enum class FieldType : uint8_t { u8, u16, s16, u32, s32, u64, mac, text, bytes, idset, ipv4, oui, date, list, ports };
 
 // A Named is a value of a number, or one of its bits, that has a name.
 struct Named {
@@ -43,6 +43,10 @@ struct Field {
     // elsewhere. Without a condition it always has.
     std::string_view condition = {};
     std::span<const std::string_view> where = {};
+    // Of a repeated field: its number among them, from 1 on, and the field that says how many of them count. Without
+    // such a field all count.
+    uint32_t place = 0;
+    std::string_view counter = {};
 };
 
 struct Record {

@@ -78,7 +78,9 @@ size_t set_field(const catalogue::Record &record, const RecordRole &role, const 
     case FieldType::ipv4:
     case FieldType::oui:
     case FieldType::date:
-        return put(field, parse_address(name, value, field).data(), field.size, bytes);
+    case FieldType::list:
+    case FieldType::ports:
+        return put(field, parse_composed(name, value, field).data(), field.size, bytes);
     case FieldType::bytes:
         return put_block(name, field, parse_block(name, value, allowed.files), allowed, bytes);
     }
@@ -136,7 +138,9 @@ std::string text_of(const Reading &reading, const Field &field, std::span<const 
     case FieldType::ipv4:
     case FieldType::oui:
     case FieldType::date:
-        return address_text(field, bytes);
+    case FieldType::list:
+    case FieldType::ports:
+        return composed_text(field, bytes);
     }
     return {};
 }
@@ -291,6 +295,14 @@ std::vector<DecodedField> decode(const Reading &reading)
         for (const Field &field : reading.layout->fields)
             add(field, reading.bytes);
     return decoded;
+}
+
+bool is_counted(const Reading &reading, const Field &field)
+{
+    if (field.counter.empty() || !reading.layout) return true;
+    const Field *counter = catalogue::find_field(reading.layout->fields, field.counter);
+    if (!counter || !reading.reaches(*counter)) return true;
+    return number_of(*counter, field_bytes(*counter, reading.bytes)) >= field.place;
 }
 
 std::string text_of(const Reading &reading, const Field &field)

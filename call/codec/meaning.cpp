@@ -69,9 +69,13 @@ uint64_t parse_flags(std::string_view name, std::string_view text, const Field &
 
 std::string hexadecimal_text(const Field &field, std::span<const uint8_t> bytes)
 {
+    const uint64_t bits = bits_of(field, bytes);
     char text[32];
-    std::snprintf(text, sizeof text, "0x%0*llx", static_cast<int>(2 * field.size),
-                  static_cast<unsigned long long>(bits_of(field, bytes)));
+    std::snprintf(text, sizeof text, "0x%0*llx",
+                  bits > 0xffff ? 8
+                  : bits > 0xff ? 4
+                                : 2,
+                  static_cast<unsigned long long>(bits));
     return text;
 }
 
@@ -134,8 +138,23 @@ std::string meaning_text(const Field &field, std::span<const uint8_t> bytes)
     return number_text(field, bytes) + (field.unit.empty() ? "" : " " + std::string(field.unit));
 }
 
-std::string address_text(const Field &field, std::span<const uint8_t> bytes)
+std::vector<uint32_t> numbers_in(const Field &field, std::span<const uint8_t> bytes)
 {
+    if (field.type == FieldType::list) return {bytes.begin(), bytes.end()};
+    std::vector<uint32_t> ports;
+    for (uint32_t port = 1; port <= 8 * bytes.size(); ++port)
+        if (bytes[bytes.size() - 1 - (port - 1) / 8] >> (port - 1) % 8 & 1) ports.push_back(port);
+    return ports;
+}
+
+std::string composed_text(const Field &field, std::span<const uint8_t> bytes)
+{
+    if (field.type == FieldType::list || field.type == FieldType::ports) {
+        std::vector<std::string> numbers;
+        for (const uint32_t number : numbers_in(field, bytes))
+            numbers.push_back(std::to_string(number));
+        return numbers.empty() ? "-" : text::join(numbers);
+    }
     if (field.type == FieldType::ipv4) return text::ipv4_text(bytes.first<4>());
     std::string text = field.type == FieldType::date ? "20" : "";
     for (size_t index = 0; index < bytes.size(); ++index)
@@ -162,9 +181,9 @@ uint64_t parse_meaning(std::string_view name, std::string_view text, const Field
     return parse_number(name, text, field);
 }
 
-Bytes parse_address(std::string_view name, std::string_view text, const Field &field)
+Bytes parse_composed(std::string_view name, std::string_view text, const Field &field)
 {
-    if (text.starts_with("hex:")) {
+    if (text.starts_with("hex:") || field.type == FieldType::list || field.type == FieldType::ports) {
         const Bytes block = parse_block(name, text);
         if (block.size() == field.size) return block;
         refuse(name, text, "a block of " + std::to_string(field.size) + " bytes");

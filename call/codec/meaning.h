@@ -21,8 +21,8 @@ std::vector<std::string> flags_of(const catalogue::Field &field, std::span<const
 
 // Returns a number for people: by its name, by the names of its bits, as hexadecimal digits, or with its unit.
 std::string meaning_text(const catalogue::Field &field, std::span<const uint8_t> bytes);
-// Returns an IPv4 address, an OUI or a date for people and programs.
-std::string address_text(const catalogue::Field &field, std::span<const uint8_t> bytes);
+// Returns an IPv4 address, an OUI or a date for people and programs, and a list or a set of ports for people.
+std::string composed_text(const catalogue::Field &field, std::span<const uint8_t> bytes);
 
 // Returns a power of light in dBm; -40 without light.
 double dbm_of(double microwatts);
@@ -31,8 +31,12 @@ double dbm_of(double microwatts);
 // number. A name may have hyphens in place of its blanks. Throws a UsageError that starts with `name` and says what is
 // allowed.
 uint64_t parse_meaning(std::string_view name, std::string_view text, const catalogue::Field &field);
-// Returns the bytes of an IPv4 address, an OUI or a date. They may be given as a block, too.
-Bytes parse_address(std::string_view name, std::string_view text, const catalogue::Field &field);
+// Returns the numbers of a list, or those of a set of ports.
+std::vector<uint32_t> numbers_in(const catalogue::Field &field, std::span<const uint8_t> bytes);
+
+// Returns the bytes of an IPv4 address, an OUI or a date. They may be given as a block, too; a list and a set of ports
+// must be.
+Bytes parse_composed(std::string_view name, std::string_view text, const catalogue::Field &field);
 
 // Returns what a service takes in the field, for people: "one of off, on", "1 to 4094". The text is empty when the
 // catalogue does not say it.

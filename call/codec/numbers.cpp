@@ -48,6 +48,8 @@ auto with_type(FieldType type, Act act)
     case FieldType::ipv4:
     case FieldType::oui:
     case FieldType::date:
+    case FieldType::list:
+    case FieldType::ports:
         break;
     }
     return act(uint32_t{});
@@ -110,6 +112,8 @@ bool is_number(FieldType type)
     case FieldType::ipv4:
     case FieldType::oui:
     case FieldType::date:
+    case FieldType::list:
+    case FieldType::ports:
         break;
     }
     return false;

@@ -65,9 +65,8 @@ ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
     ask_before("bsp_pon_onu_auth_set",
                "having the ONUs of port " + port + " prove anew who they are, without LOID " + options.loid);
     // The request that removes a record also sets the mode, so it must state the current mode.
-    const Invocation current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}), consent());
+    const Invocation current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}), looking());
     if (!current.good()) return report(current);
-    expect_answer(current);
     const Reading reading = current.response();
     const catalogue::Field &mode = *catalogue::find_field(reading.record->fields, "arg_word12");
     return run_call(output, "bsp_pon_onu_auth_set",

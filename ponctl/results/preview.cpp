@@ -65,17 +65,20 @@ std::string preview_of(Effect effect, const std::vector<Planned> &planned)
     const bool changes = !planned.empty() && !planned.front().changes.empty();
     if (changes) headings.push_back({"CHANGES", Table::Fit::wrap});
     Table table(headings);
-    size_t online = 0, shown = 0;
+    size_t online = 0, shown = 0, found_any = 0;
     for (const auto &[onu, change] : planned) {
         if (!ports.contains(onu.port)) ports[onu.port] = known_onus(onu.port);
         const auto found = ports[onu.port].find(onu.id);
         const Known known = found == ports[onu.port].end() ? Known{"-", "-", "-"} : found->second;
         if (known.state == "online") ++online;
+        if (known.mac != "-") ++found_any;
         if (++shown > most_shown) continue;
         std::vector<std::string> cells{onu.name(), known.mac, known.state, known.description};
         if (changes) cells.push_back(change);
         table.add(cells);
     }
+    // A list of names alone would say no more than the question does.
+    if (found_any == 0 && !changes) return {};
     std::string text = table_text(table);
     if (shown > most_shown) text += "and " + std::to_string(shown - most_shown) + " more\n";
     return text + summary(effect, planned.size(), online);

@@ -26,11 +26,11 @@ public:
         tcgetattr(STDIN_FILENO, &before);
         termios silent = before;
         silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+        tcsetattr(STDIN_FILENO, TCSADRAIN, &silent);
     }
     ~Silence()
     {
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);
+        tcsetattr(STDIN_FILENO, TCSADRAIN, &before);
         std::fputc('\n', stderr);
     }
     Silence(const Silence &) = delete;

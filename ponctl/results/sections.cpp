@@ -61,6 +61,14 @@ std::vector<Styled> fields_of(const Section &section, const Reading &reading)
     return fields;
 }
 
+// Returns the fields that people are shown.
+std::vector<Styled> counted_fields_of(const Section &section, const Reading &reading)
+{
+    std::vector<Styled> fields = fields_of(section, reading);
+    std::erase_if(fields, [&reading](const Styled &styled) { return !is_counted(reading, *styled.field); });
+    return fields;
+}
+
 std::string title_of(const Styled &styled)
 {
     return std::string(styled.style.title.empty() ? styled.style.field : styled.style.title);
@@ -131,7 +139,7 @@ void print(const Output &output, const Section &section)
     const Reading reading = reading_of(section);
     if (output.format == Format::hex) return print_bytes(output, reading.bytes, &reading);
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
-    for (const Styled &styled : fields_of(section, reading))
+    for (const Styled &styled : counted_fields_of(section, reading))
         table.add({title_of(styled), value_of(section, reading, styled)});
     table.print(output);
 }
@@ -184,7 +192,7 @@ void print_together(const Output &output, const std::vector<std::pair<std::strin
     Table table({{onu_title}, {"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const auto &[onu, section] : sections) {
         const Reading reading = reading_of(*section);
-        for (const Styled &styled : fields_of(*section, reading))
+        for (const Styled &styled : counted_fields_of(*section, reading))
             table.add({onu, title_of(styled), value_of(*section, reading, styled)});
     }
     table.print(output);

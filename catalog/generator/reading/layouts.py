@@ -13,7 +13,7 @@ def read_layouts(catalogue, file, table):
             layout.table = {**layout.table, "fields": layout.lookup("like", catalogue.layouts).get("fields")}
         layout.of_answer = layout.flag("answer")
         layout.brief, layout.record = layout.text("brief"), layout.lookup("record", catalogue.records)
-        layout.fields = read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", "ipv4", "oui", "date", *ALIGNMENTS],
+        layout.fields = read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", "list", "ports", "ipv4", "oui", "date", *ALIGNMENTS],
                                     "times", "every")
         read_uses(catalogue, layout)
         layout.present = layout.lookup("present", catalogue.commands) if layout.get("present") else None

@@ -44,7 +44,7 @@ def read_fields(owner, size, kinds, *repeating):
     fields = {}
     for table in owner.items("fields"):
         field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
-                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", *repeating])
+                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", "counted", *repeating])
         for place in places(field):
             check_field(place, size, kinds)
             add(fields, place)
@@ -54,6 +54,9 @@ def read_fields(owner, size, kinds, *repeating):
             after.fail(f"overlaps field {before.name}, which ends at {before.offset + before.size}")
     for field in ordered:
         check_condition(field, fields)
+        field.counter = field.text("counted", "")
+        if field.counter and (field.times == 1 or field.counter not in fields):
+            field.fail("'counted' names the field that says how many of a repeated one count")
     return {field.name: field for field in ordered}
 
 
@@ -92,7 +95,7 @@ def places(field):
 def check_field(field, size, kinds):
     kind, _, count = field.text("type").partition(":")
     if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
-        field.fail(f"'type' must be one of {', '.join(kinds)} (text and bytes with :N), not {field.get('type')!r}")
+        field.fail(f"'type' must be one of {', '.join(kinds)} (text, bytes, list and ports with :N), not {field.get('type')!r}")
     field.brief, field.unit = field.text("brief"), field.text("unit", "")
     field.type, field.size, field.offset = kind, FIELD_SIZES.get(kind) or int(count), field.number("offset")
     if field.size == 0 or field.offset + field.size > size:

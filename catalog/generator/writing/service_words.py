@@ -22,6 +22,7 @@ def service_words(catalogue):
 
 
 def place_of(field):
-    of_type = TYPES.get(field.type) or f"{field.type.capitalize()}<{field.size}>"
+    kind = "Bytes" if field.type in ("list", "ports") else field.type.capitalize()
+    of_type = TYPES.get(field.type) or f"{kind}<{field.size}>"
     repeated = f", {field.times}, {field.every}" if field.times > 1 else ""
     return f"inline constexpr At<{of_type}{repeated}> {field.base}{{{field.offset}}}; // {field.brief}"

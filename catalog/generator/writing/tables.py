@@ -55,6 +55,8 @@ def field_row(owner, field):
         meaning.append(".hexadecimal = true")
     if field.condition:
         meaning += [f".condition = {quoted(field.condition)}", f".where = {owner.name}_{field.base}_where"]
+    if field.counter:
+        meaning.append(f".counter = {quoted(field.counter)}")
     row = [quoted(field.base), f"FieldType::{field.type}", field.offset, field.size, quoted(field.unit), field.scale,
            quoted(field.brief)]
     members = ("name", "type", "offset", "size", "unit", "scale", "brief")

@@ -383,7 +383,8 @@ void carry_out(Line &line, std::deque<Invocation> &calls)
                                             consent())
                               .good())
         return;
-    if (line.set_sla) set_sla(*line.onu, line.sla(), calls);
+    // Of an ONU that a dry run has not bound, nobody can say how its bandwidth stands.
+    if (line.set_sla && !(line.bind && mode().dry_run)) set_sla(*line.onu, line.sla(), calls);
 }
 
 // A Result is what became of a line.

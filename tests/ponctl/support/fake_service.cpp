@@ -102,6 +102,15 @@ void FakeService::handle(void *context, const board_request *request, board_answ
     if (self.handler) self.handler(*request, answer);
 }
 
+std::vector<Received> FakeService::settings() const
+{
+    std::vector<Received> found = received();
+    std::erase_if(found, [](const Received &request) {
+        return request.call == BOARD_CALL_GET || request.call == BOARD_CALL_DGRAM_GET;
+    });
+    return found;
+}
+
 std::vector<Received> FakeService::received() const
 {
     const std::lock_guard lock(mutex);
