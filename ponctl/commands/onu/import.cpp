@@ -421,8 +421,15 @@ void print_results(const Output &output, const std::deque<Result> &results)
     table.print(output);
 }
 
+void refuse_bytes(const Output &output)
+{
+    if (output.format == Format::hex)
+        throw UsageError("--output: a table of ONUs has no bytes to show; take table, csv or json");
+}
+
 ExitCode run_onu_import(const Output &output, const std::string &file)
 {
+    if (!mode().dry_run) refuse_bytes(output);
     Problems problems;
     std::vector<Line> lines = read_lines(file, problems);
     problems.refuse("FILE");
@@ -458,6 +465,7 @@ ExitCode run_onu_import(const Output &output, const std::string &file)
 
 ExitCode run_onu_export(const Output &output, const std::string &port)
 {
+    refuse_bytes(output);
     Present present;
     if (const ExitCode code = present.read(port_of(port)); code != exit_success) return code;
     const auto write = [&present](JsonText &json) {

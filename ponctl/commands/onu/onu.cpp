@@ -295,6 +295,10 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
     const char *operation = options.mac.empty()  ? "bsp_pon_no_bind_onu_spec_id"
                             : options.id.empty() ? "bsp_pon_no_bind_onu_by_mac"
                                                  : "bsp_pon_no_bind_onu_spec_id_and_mac";
+    // Without anybody to ask, the request itself is refused, and says for what.
+    if (!options.id.empty() && may_ask())
+        ask_about(operation, "releasing ONU " + options.port + "/" + options.id, Effect::offline,
+                  OnuSet{parse_number("PORT", options.port), parse_idset("--id", options.id)});
     return run_call(output, operation,
                     words_of({{"pon_port", options.port}, {"onu_id", options.id}, {"mac", options.mac}}));
 }

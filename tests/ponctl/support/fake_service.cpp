@@ -50,7 +50,8 @@ std::string Received::text(size_t offset) const
 uint64_t Received::number(std::string_view name) const
 {
     const catalogue::Record &kind = *catalogue::find_channel(channel)->record;
-    const catalogue::Command *command = catalogue::find_command(channel, word(kind.command->offset));
+    const catalogue::Command *command =
+        catalogue::find_command(channel, word(kind.command->offset), static_cast<catalogue::Call>(call));
     const catalogue::Layout *layout = command ? catalogue::find_layout(*command) : nullptr;
     const catalogue::Field *field = layout ? catalogue::find_field(layout->fields, name) : nullptr;
     if (!field) field = catalogue::find_field(kind.fields, name);
