@@ -92,9 +92,10 @@ struct Layout {
     const Record *record;
     std::span<const Command *const> commands;
     std::span<const Field> fields;
-    bool of_answer;         // false: it is a layout of the request
-    const Command *present; // of a setting: the command whose answer says how it stands now; null: nothing says it
+    bool of_answer; // false: it is a layout of the request
     std::string_view brief;
+    // Of a setting: the command whose answer says how it stands now. When it is null, nothing says it.
+    const Command *present = nullptr;
 };
 
 enum class ColumnType : uint8_t { u32, u64, text, mac, boolean, real };

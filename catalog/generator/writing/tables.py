@@ -114,7 +114,7 @@ def uses(entry, at):
 
 def layout_row(layout, at):
     return (f"    {{{quoted(layout.name)}, {at[layout.record]}, {layout.name}_commands, expanded<{layout.name}_rows>, "
-            f"{flag(layout.of_answer)}, {at[layout.present]}, {quoted(layout.brief)}}},")
+            f"{flag(layout.of_answer)}, {quoted(layout.brief)}, {at[layout.present]}}},")
 
 
 def columns(view):
