@@ -163,9 +163,10 @@ void check_twice(const std::vector<Line> &lines, Problems &problems)
 
 std::vector<Line> read_lines(const std::string &file, Problems &problems)
 {
+    const std::string content = content_of(file);
     std::vector<text::CsvRow> rows;
     try {
-        rows = text::read_csv(content_of(file));
+        rows = text::read_csv(content);
     } catch (const std::runtime_error &wrong) {
         throw UsageError("FILE: " + std::string(wrong.what()));
     }
