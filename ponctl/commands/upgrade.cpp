@@ -118,6 +118,7 @@ ExitCode run_upgrade_bind(const Output &, const UpgradeBindOptions &options)
 struct Run {
     std::string state, progress, software, reason;
 
+    bool operator==(const Run &) const = default;
     bool is_under_way() const
     {
         return state == "queued" || state == "downloading" || state == "verifying" || state == "rebooting";
@@ -187,23 +188,22 @@ ExitCode show_runs(const Output &output, const std::string &port, const std::map
     return code;
 }
 
-// Waits until the upgrade runs of a port, or of those ONUs that a command line names, have ended.
-ExitCode wait_for_upgrades(const Output &output, const UpgradeStartOptions &options)
+// Waits until the upgrade runs that were started have ended. `before` has the runs of the port before the start: a run
+// can be over by now. Of ONUs that are named, each run counts.
+ExitCode wait_for_upgrades(const Output &output, const OnuSet &set, const std::string &timeout,
+                           const std::map<uint32_t, Run> &before)
 {
     if (mode().dry_run) return exit_success;
-    const auto set = set_in_place_of(options.port);
-    const std::string port = set ? std::to_string(set->port) : port_of(options.port);
-    const auto is_wanted = [&](uint32_t id) {
-        if (set) return set->all || holds(set->ids, id);
-        return options.onu.empty() || options.onu == std::to_string(id);
-    };
+    const std::string port = std::to_string(set.port);
     std::map<uint32_t, Run> runs;
     std::set<uint32_t> awaited;
     if (const ExitCode code = read_runs(port, runs); code != exit_success) return code;
-    for (const auto &[id, run] : runs)
-        if (is_wanted(id) && run.is_under_way()) awaited.insert(id);
-    const auto end =
-        std::chrono::steady_clock::now() + std::chrono::seconds(parse_number("--timeout", options.timeout));
+    for (const auto &[id, run] : runs) {
+        const auto old = before.find(id);
+        const bool started = run.is_under_way() || old == before.end() || old->second != run;
+        if (!run.state.empty() && (set.all ? started : holds(set.ids, id))) awaited.insert(id);
+    }
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(parse_number("--timeout", timeout));
     const auto goes_on = [&] {
         return std::ranges::any_of(awaited, [&](uint32_t id) { return runs.contains(id) && runs[id].is_under_way(); });
     };
@@ -215,30 +215,35 @@ ExitCode wait_for_upgrades(const Output &output, const UpgradeStartOptions &opti
     }
     if (isatty(STDERR_FILENO)) std::fputs("\r\033[K", stderr);
     if (code != exit_success) return code;
-    if (goes_on()) complain("--timeout: " + options.timeout + " s have passed, and upgrades are still under way");
+    if (goes_on()) complain("--timeout: " + timeout + " s have passed, and upgrades are still under way");
     return show_runs(output, port, runs, awaited);
 }
 
 ExitCode run_upgrade_start(const Output &output, const UpgradeStartOptions &options)
 {
-    if (const auto set = set_in_place_of(options.port)) {
-        if (!options.onu.empty())
-            throw UsageError("--onu: not beside a set; " + options.port + " names the ONUs already");
-        constexpr const char *one = "bsp_pon_onu_upgrade_one";
-        ask_about(one, "upgrading " + describe_onu_set(*set) + ", which ends in a reboot,", Effect::offline, *set);
-        if (!options.wait) return tell_onus(output, *set, one);
-        const ExitCode code = tell_onus({output.stream, Format::table}, *set, one);
-        return std::max(code, wait_for_upgrades(output, options));
-    }
     parse_number("--timeout", options.timeout);
-    const std::string port = port_of(options.port), onu = number_word("--onu", options.onu, max_onu_id);
+    const auto set = set_in_place_of(options.port);
+    if (set && !options.onu.empty())
+        throw UsageError("--onu: not beside a set; " + options.port + " names the ONUs already");
+    const std::string port = set ? std::to_string(set->port) : port_of(options.port);
+    const std::string onu = number_word("--onu", options.onu, max_onu_id);
+    const OnuSet onus =
+        set ? *set : OnuSet{parse_number("PORT", port), onu.empty() ? IdSet{} : parse_idset("--onu", onu), onu.empty()};
     const std::string which = onu.empty() ? "the ONUs" : "ONU " + onu;
-    const char *operation = onu.empty() ? "bsp_pon_onu_upgrade_ponport" : "bsp_pon_onu_upgrade_one";
-    const OnuSet all{parse_number("PORT", port), onu.empty() ? IdSet{} : parse_idset("--onu", onu), onu.empty()};
-    ask_about(operation, "upgrading " + which + " of port " + port + ", which ends in a reboot,", Effect::offline, all);
+    const char *operation = set || !onu.empty() ? "bsp_pon_onu_upgrade_one" : "bsp_pon_onu_upgrade_ponport";
+    ask_about(operation,
+              "upgrading " + (set ? describe_onu_set(*set) : which + " of port " + port) + ", which ends in a reboot,",
+              Effect::offline, onus);
+    std::map<uint32_t, Run> before;
+    if (options.wait)
+        if (const ExitCode code = read_runs(port, before); code != exit_success) return code;
+    // What --wait shows in the end is the only result.
+    const Output starting{output.stream, options.wait ? Format::table : output.format};
     const ExitCode code =
-        report(Invocation(operation, words_of({{"block.pon_port", port}, {"block.onu_id", onu}}), consent()));
-    return options.wait && code == exit_success ? wait_for_upgrades(output, options) : code;
+        set ? tell_onus(starting, *set, operation)
+            : report(Invocation(operation, words_of({{"block.pon_port", port}, {"block.onu_id", onu}}), consent()));
+    if (!options.wait || (!set && code != exit_success)) return code;
+    return std::max(code, wait_for_upgrades(output, onus, options.timeout, before));
 }
 
 ExitCode run_upgrade_status(const Output &output, const std::string &port)
