@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <array>
 
+#include "call/codec/meaning.h"
 #include "call/invocation.h"
 #include "cli/list_options.h"
 #include "cli/password_options.h"
 #include "cli/program.h"
+#include "generated/service_words.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "output/report.h"
@@ -166,6 +168,36 @@ ExitCode run_profile_show(const Output &output, const ProfileOptions &options)
     return run_show(output, "bsp_profile_exec_get_", words_for(command, {{"name", options.name}}));
 }
 
+// Refuses values that the fields of a profile cannot have.
+void check_values(const catalogue::Command &command, const std::vector<Assignment> &given)
+{
+    check_fields(command, given);
+    const catalogue::Record &record = *command.channel->record;
+    Bytes bytes(record.size);
+    set_fields(record, {command.channel, catalogue::Call::dgram_set, &command}, given, false, {}, bytes);
+    for (const auto &[name, value] : given) {
+        const Field &field = *catalogue::find_field(fields_of(command), name);
+        check_allowed(name, field, field_bytes(field, bytes));
+    }
+}
+
+// Adds the fields that are not given, as the profile of this name has them. A profile that is not there has zeros.
+ExitCode keep_rest(const std::string &kind, const catalogue::Command &command, std::vector<Assignment> &fields)
+{
+    const auto name = std::ranges::find(fields, "name", &Assignment::name);
+    if (name == fields.end()) return exit_success;
+    const Invocation fetched("bsp_profile_exec_get_", words_for(named_action(kind, "FETCH"), {*name}), looking());
+    if (fetched.answered() && fetched.status() == PON_ERR_NO_PROFILE) return exit_success;
+    if (!fetched.good()) return report(fetched);
+    const Reading present = fetched.answer();
+    for (const Field &field : fields_of(command)) {
+        const std::string value = field_digits(present, field.name);
+        const bool given = std::ranges::find(fields, field.name, &Assignment::name) != fields.end();
+        if (!given && !value.empty()) fields.push_back({std::string(field.name), value});
+    }
+    return exit_success;
+}
+
 ExitCode run_profile_store(const Output &output, const ProfileOptions &options)
 {
     const catalogue::Command &command = named_action(options.kind, "STORE");
@@ -174,6 +206,8 @@ ExitCode run_profile_store(const Output &output, const ProfileOptions &options)
         fields.push_back(parse_assignment(word));
     if (fields.empty())
         throw UsageError("FIELD=VALUE: missing; 'ponctl profile kinds " + spoken(options.kind) + "' lists the fields");
+    check_values(command, fields);
+    if (const ExitCode code = keep_rest(options.kind, command, fields); code != exit_success) return code;
     return send(output, command, fields);
 }
 
@@ -264,7 +298,11 @@ void add_profile(Program &program)
 
     Command &store = profile.add("store", "Stores a profile, or puts it in place of the one that is there");
     ProfileOptions &stored = add_of_profile(store, run_profile_store);
-    store.argument("FIELD=VALUE", &stored.fields, "its fields, as 'ponctl profile kinds KIND' lists them; zero else")
+    store
+        .argument(
+            "FIELD=VALUE", &stored.fields,
+            "its fields, as 'ponctl profile kinds KIND' lists them; what is left out stays as it is, and is zero in a "
+            "new profile")
         .is_required();
 
     Command &remove = profile.add("delete", "Deletes a profile");
