@@ -78,13 +78,7 @@ ExitCode run_sla_set(const Output &output, const SlaSetOptions &options)
     if (!sla.has_upstream() && sla.down.empty())
         throw UsageError("nothing to set; give one of --fixed, --assured, --max, --priority, --weight and --down-max");
     // All errors are found before the user is asked.
-    for (const auto &[name, value] : {std::pair{"--fixed", sla.fixed},
-                                      {"--assured", sla.assured},
-                                      {"--max", sla.maximum},
-                                      {"--priority", sla.priority},
-                                      {"--weight", sla.weight},
-                                      {"--down-max", sla.down}})
-        number_word(name, value);
+    check_sla(sla, {"--fixed", "--assured", "--max", "--priority", "--weight", "--down-max"});
     const OnuSet set = onus_of(options);
     ask_about("bsp_pon_onu_sla_config", "changing the bandwidth of " + describe_onu_set(set), Effect::setting, set);
     return for_each_onu(

@@ -1,5 +1,6 @@
 #include "results/sla.h"
 
+#include "call/codec/meaning.h"
 #include "output/consent.h"
 #include "results/operands.h"
 #include "results/sections.h"
@@ -45,7 +46,28 @@ bool set_up(const Onu &onu, const Sla &wanted, std::deque<Invocation> &calls)
         .good();
 }
 
+// An empty value is not given.
+void check_value(std::string_view name, const char *command, const char *field, const std::string &value)
+{
+    if (value.empty()) return;
+    const catalogue::Layout &layout = *catalogue::find_layout(*catalogue::find_command(command));
+    const catalogue::Field &known = *catalogue::find_field(layout.fields, field);
+    const uint32_t number = parse_number(name, value);
+    check_allowed(name, known, {reinterpret_cast<const uint8_t *>(&number), sizeof number});
+}
+
 } // namespace
+
+void check_sla(const Sla &sla, const std::array<std::string_view, 6> &names)
+{
+    constexpr const char *up = "BSP_CMD_SLA_SET";
+    check_value(names[0], up, "fixed", sla.fixed);
+    check_value(names[1], up, "assured", sla.assured);
+    check_value(names[2], up, "maximum", sla.maximum);
+    check_value(names[3], up, "priority", sla.priority);
+    check_value(names[4], up, "weight", sla.weight);
+    check_value(names[5], "BSP_CMD_SLA_DOWN_SET", "maximum", sla.down);
+}
 
 std::vector<std::string> sla_place_of(const Onu &onu)
 {

@@ -1,8 +1,10 @@
 // This file sets the bandwidth of ONUs.
 #pragma once
 
+#include <array>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "call/invocation.h"
@@ -18,6 +20,9 @@ struct Sla {
 
     bool has_upstream() const { return !(fixed + assured + maximum + priority + weight).empty(); }
 };
+
+// Refuses values that no SLA can have. Errors name them as the command line does, in the order of the members.
+void check_sla(const Sla &sla, const std::array<std::string_view, 6> &names);
 
 inline constexpr const char *sla_up_get = "bsp_pon_onu_sla_get";
 inline constexpr const char *sla_down_get = "bsp_pon_onu_sla_down_get";

@@ -39,7 +39,6 @@ constexpr std::array<std::string_view, 16> columns{
     "loid",     "password", "sla_fixed", "sla_assured", "sla_maximum", "sla_priority", "sla_weight", "sla_down"};
 
 constexpr size_t longest_text = 127, longest_short_text = 63, longest_loid = 24, longest_password = 12;
-constexpr uint32_t greatest_bandwidth = 1000000; // kbit/s
 
 // A Line is what a line of the table wants of one ONU, by the names of the columns. Empty texts want nothing.
 struct Line {
@@ -132,11 +131,7 @@ void check_line(Line &line)
     check_number(line, "pon_port", 1, UINT32_MAX);
     check_number(line, "onu_id", 0, max_onu_id);
     check_number(line, "mode", 0, UINT32_MAX);
-    for (const char *column : {"sla_fixed", "sla_assured", "sla_down"})
-        check_number(line, column, 0, greatest_bandwidth);
-    check_number(line, "sla_maximum", 1, greatest_bandwidth);
-    check_number(line, "sla_priority", 0, 7);
-    check_number(line, "sla_weight", 1, 100);
+    check_sla(line.sla(), {"sla_fixed", "sla_assured", "sla_maximum", "sla_priority", "sla_weight", "sla_down"});
     for (const char *column : {"text_a", "description"})
         check_text(column, line.at(column), longest_text);
     for (const char *column : {"text_b", "text_c"})

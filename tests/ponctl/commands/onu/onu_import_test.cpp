@@ -87,7 +87,7 @@ TEST_F(OnuImport, ChecksAllLinesBeforeTheFirstIsCarriedOut)
     EXPECT_EQ(finished.code, 2);
     EXPECT_THAT(finished.err, testing::StartsWith("ponctl: FILE: nothing was done:\n  line 3: mac: "));
     EXPECT_THAT(finished.err, HasSubstr("\n  line 4: onu_id: '128' is not a number from 0 to 127"));
-    EXPECT_THAT(finished.err, HasSubstr("\n  line 6: sla_weight: '101' is not a number from 0 to 100"));
+    EXPECT_THAT(finished.err, HasSubstr("\n  line 6: sla_weight: '101' is not a number from 1 to 100"));
     EXPECT_THAT(finished.err, HasSubstr("\n  line 7: 1/7 is on line 2 already\n"));
     EXPECT_TRUE(service.received().empty());
 }
