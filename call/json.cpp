@@ -7,6 +7,7 @@
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
+#include "call/codec/meaning.h"
 #include "call/codec/numbers.h"
 #include "text/character.h"
 #include "text/utf8.h"
@@ -79,6 +80,18 @@ void write_field(JsonText &json, const Field &field, std::span<const uint8_t> by
         break;
     case FieldType::bytes:
         json.text(text::to_hex(without_trailing_zeros(bytes)));
+        break;
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
+        json.text(composed_text(field, bytes));
+        break;
+    case FieldType::list:
+    case FieldType::ports:
+        json->StartArray();
+        for (const uint32_t number : numbers_in(field, bytes))
+            json->Uint(number);
+        json->EndArray();
         break;
     case FieldType::idset: {
         IdSet set;
@@ -202,11 +215,35 @@ void JsonText::list(const db_handle *database)
 void JsonText::record(const Reading &reading)
 {
     writer.StartObject();
-    for (const DecodedField &decoded : decode(reading)) {
-        key(decoded.field->name);
-        field(*decoded.field, reading);
-    }
+    for (const DecodedField &decoded : decode(reading))
+        member(decoded.field->name, *decoded.field, reading);
     writer.EndObject();
+}
+
+void JsonText::member(std::string_view name, const catalogue::Field &known, const Reading &reading)
+{
+    const auto bytes = field_bytes(known, reading.bytes);
+    if (known.unit == "uW") {
+        char dbm[32];
+        std::snprintf(dbm, sizeof dbm, "%.2f", dbm_of(number_of(known, bytes)));
+        key(std::string(name) + "_dbm");
+        return number(dbm);
+    }
+    key(name);
+    field(known, reading);
+    names(name, known, reading);
+}
+
+void JsonText::names(std::string_view name, const catalogue::Field &known, const Reading &reading)
+{
+    const auto bytes = field_bytes(known, reading.bytes);
+    if (const auto value = name_of(known, bytes)) member(std::string(name) + "_name", *value);
+    if (known.flags.empty()) return;
+    key(std::string(name) + "_names");
+    writer.StartArray();
+    for (const std::string &flag : flags_of(known, bytes))
+        text(flag);
+    writer.EndArray();
 }
 
 void JsonText::field(const catalogue::Field &field, const Reading &reading)

@@ -71,7 +71,12 @@ public:
     void list(const db_handle *database);
     // Writes the value of one field of a record.
     void field(const catalogue::Field &field, const Reading &reading);
-    // Writes an object of a record's fields. Each field is written as its type: a number, a text, a MAC address as a
+    // Writes a key with the value of a field. What its number means stands behind it, under the key with _name or
+    // _names at its end. A power of light is written in dBm, under the key with _dbm at its end.
+    void member(std::string_view name, const catalogue::Field &known, const Reading &reading);
+    // Writes only what the number of a field means, if the catalogue says it.
+    void names(std::string_view name, const catalogue::Field &known, const Reading &reading);
+    // Writes an object of a record's fields. Each field is written as its type: a number, a text, an address as a
     // text, a set of ids as an array of numbers, bytes as hexadecimal digits without the zeros at their end.
     void record(const Reading &reading);
 

@@ -143,6 +143,16 @@ std::string_view to_text(FieldType type)
         return "bytes";
     case FieldType::idset:
         return "set of ONU ids";
+    case FieldType::ipv4:
+        return "IPv4 address";
+    case FieldType::oui:
+        return "OUI";
+    case FieldType::date:
+        return "date";
+    case FieldType::list:
+        return "list of bytes";
+    case FieldType::ports:
+        return "set of ports";
     }
     return {};
 }

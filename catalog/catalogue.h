@@ -13,7 +13,19 @@ namespace catalogue
 // This is the module number of every exchange.
 extern const uint32_t module;
 
-enum class FieldType : uint8_t { u8, u16, s16, u32, s32, u64, mac, text, bytes, idset };
+enum class FieldType : uint8_t { u8, u16, s16, u32, s32, u64, mac, text, bytes, idset, ipv4, oui, date, list, ports };
+
+// A Named is a value of a number, or one of its bits, that has a name.
+struct Named {
+    std::string_view name;
+    int64_t number;
+};
+
+// A Range says which numbers a service takes, in the field's unit.
+struct Range {
+    int64_t least;
+    int64_t greatest;
+};
 
 struct Field {
     std::string_view name;
@@ -23,6 +35,18 @@ struct Field {
     std::string_view unit;
     double scale; // of a number: the value of one count, in the unit
     std::string_view brief;
+    std::span<const Named> values = {};        // names of its numbers
+    std::span<const Named> flags = {};         // names of its bits; of each, the number is that of the bit
+    std::optional<Range> range = std::nullopt; // of a number that is sent
+    bool hexadecimal = false;                  // people write the number so
+    // Of a setting: the field has a meaning only where another one, the condition, has one of these values. It is 0
+    // elsewhere. Without a condition it always has.
+    std::string_view condition = {};
+    std::span<const std::string_view> where = {};
+    // Of a repeated field: its number among them, from 1 on, and the field that says how many of them count. Without
+    // such a field all count.
+    uint32_t place = 0;
+    std::string_view counter = {};
 };
 
 struct Record {
@@ -70,6 +94,8 @@ struct Layout {
     std::span<const Field> fields;
     bool of_answer; // false: it is a layout of the request
     std::string_view brief;
+    // Of a setting: the command whose answer says how it stands now. When it is null, nothing says it.
+    const Command *present = nullptr;
 };
 
 enum class ColumnType : uint8_t { u32, u64, text, mac, boolean, real };
@@ -81,6 +107,7 @@ struct Column {
     bool nullable; // the cell is null where the column does not apply to a row
     std::string_view unit;
     std::string_view brief;
+    bool hexadecimal = false; // people write the number so
 };
 
 struct View {

@@ -73,6 +73,7 @@ constexpr auto expanded = [] {
             field.name = {name, name_length(row, index)};
             name += field.name.size();
             field.offset += index * row.every;
+            field.place = index + 1;
         }
     std::ranges::sort(fields, {}, &Field::offset);
     return fields;

@@ -266,7 +266,8 @@ BSP_PON_API char *ont_id_res_str_expand(const onu_id_set *set, uint32_t spare, c
  * @param pon_port PON port number
  * @param text_a first authentication text, at most 63 characters; null leaves the field empty
  * @param text_b second authentication text, at most 63 characters; null leaves the field empty
- * @param mode authentication mode, the service's to define
+ * @param mode authentication mode, of the simulated service: 0 MAC address, 1 LOID, 2 LOID and password, 3 MAC address
+ *        or LOID
  */
 BSP_PON_API uint32_t bsp_pon_onu_auth_mode_type_set(uint32_t pon_port, const char *text_a, const char *text_b,
                                                     uint32_t mode);
@@ -363,7 +364,7 @@ BSP_PON_API uint32_t bsp_ponmsg_cfg_set(const bsp_pon_msg *record);
  * @param mac ONU MAC address, 6 bytes in transmission order; must not be null
  * @param text_a first bind text, at most 127 characters; null leaves the field empty
  * @param text_b second bind text, at most 63 characters; null leaves the field empty
- * @param value bind mode, the service's to define
+ * @param value bind mode, any number: the simulated service keeps and shows it, and nothing follows from it
  * @param text_c third bind text, at most 63 characters; null leaves the field empty
  */
 BSP_PON_API uint32_t bsp_pon_bind_onu_auto_id(uint32_t pon_port, const uint8_t *mac, const char *text_a,
@@ -390,7 +391,7 @@ BSP_PON_API uint32_t bsp_pon_onu_support_set(uint32_t pon_port, const uint8_t *m
  * @param mac ONU MAC address, 6 bytes in transmission order; must not be null
  * @param text_a first bind text, at most 127 characters; null leaves the field empty
  * @param text_b second bind text, at most 63 characters; null leaves the field empty
- * @param value bind mode, the service's to define
+ * @param value bind mode, any number: the simulated service keeps and shows it, and nothing follows from it
  * @param text_c third bind text, at most 63 characters; null leaves the field empty
  */
 BSP_PON_API uint32_t bsp_pon_bind_onu_spec_id(uint32_t pon_port, uint32_t onu_id, const uint8_t *mac,
@@ -973,7 +974,7 @@ BSP_PON_API uint32_t bsp_pon_onu_upgrade_ponport(const void *block);
  * Switches loop detection on or off.
  *
  * BSP_CMD_LOOP_STATE_SET (779) on BSP_MSG_LOOP_DETECT, bsp_pon_msg_ext of 1044 bytes; service-affecting.
- * @param state the state, the service's to define; sent as a word
+ * @param state 1 on, 0 off, as the simulated service has it; sent as a word
  */
 BSP_PON_API uint32_t bsp_pon_loop_detect_status(uint8_t state);
 
@@ -981,7 +982,8 @@ BSP_PON_API uint32_t bsp_pon_loop_detect_status(uint8_t state);
  * Sets how ports that a loop shut down recover.
  *
  * BSP_CMD_LOOP_RECOVER_MODE_SET (780) on BSP_MSG_LOOP_DETECT, bsp_pon_msg_ext of 1044 bytes; write.
- * @param mode the mode, the service's to define; sent as a word
+ * @param mode 0 automatically after the recovery time, 1 by command only, as the simulated service has it; sent as a
+ *        word
  */
 BSP_PON_API uint32_t bsp_pon_loop_detect_recover_mode(uint8_t mode);
 
@@ -996,7 +998,7 @@ BSP_PON_API uint32_t bsp_pon_loop_detect_recover_manual(void);
  * Sets after which time ports that a loop shut down recover.
  *
  * BSP_CMD_LOOP_RECOVER_TIME_SET (782) on BSP_MSG_LOOP_DETECT, bsp_pon_msg_ext of 1044 bytes; write.
- * @param time the time, in the service's unit
+ * @param time the recovery time, of the simulated service in seconds, 10 to 86400
  */
 BSP_PON_API uint32_t bsp_pon_loop_detect_recover_time(uint32_t time);
 
@@ -1004,7 +1006,7 @@ BSP_PON_API uint32_t bsp_pon_loop_detect_recover_time(uint32_t time);
  * Sets the interval between detection packets.
  *
  * BSP_CMD_LOOP_INTERVAL_SET (783) on BSP_MSG_LOOP_DETECT, bsp_pon_msg_ext of 1044 bytes; write.
- * @param interval the interval, in the service's unit
+ * @param interval the interval, of the simulated service in seconds, 1 to 600
  */
 BSP_PON_API uint32_t bsp_pon_loop_detect_pkt_send_interval(uint32_t interval);
 
@@ -1086,7 +1088,7 @@ BSP_PON_API uint32_t bsp_debug_plat_ge_phy_get(uint32_t port, void *out);
  *
  * BSP_CMD_DEBUG_INGRESS_GET (241) on BSP_MSG_DEBUG, bsp_plat_msg of 1148 bytes; read.
  * @param port port or interface number
- * @param selector which behaviour, the service's to define
+ * @param selector whose behaviour, of the simulated service: 0 that of PON port `port`, 1 that of GE port `port`
  * @param out room for 54 bytes, receives the behaviour
  */
 BSP_PON_API uint32_t bsp_debug_plat_ingress_behavior_get(uint32_t port, uint32_t selector, void *out);
@@ -1096,7 +1098,7 @@ BSP_PON_API uint32_t bsp_debug_plat_ingress_behavior_get(uint32_t port, uint32_t
  *
  * BSP_CMD_DEBUG_EGRESS_GET (242) on BSP_MSG_DEBUG, bsp_plat_msg of 1148 bytes; read.
  * @param port port or interface number
- * @param selector which behaviour, the service's to define
+ * @param selector whose behaviour, of the simulated service: 0 that of PON port `port`, 1 that of GE port `port`
  * @param out room for 8 bytes, receives the behaviour
  */
 BSP_PON_API uint32_t bsp_debug_plat_egress_behavior_get(uint32_t port, uint32_t selector, void *out);
@@ -1169,7 +1171,9 @@ BSP_PON_API uint32_t bsp_debug_plat_mgmt_cfg_get(uint32_t port, void *out);
  *
  * BSP_CMD_DEBUG_GE_PHY_SET (240) on BSP_MSG_DEBUG, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param port port or interface number
- * @param value the setting, the service's to define; sent as one byte
+ * @param value the setting, of the simulated service the upper byte of the PHY's control register: bit 7 reset, 6
+ *        loopback, 4 auto-negotiation, 3 power down, 2 isolate, 1 restart auto-negotiation, 0 full duplex; sent as one
+ *        byte
  */
 BSP_PON_API uint32_t bsp_debug_plat_ge_phy_set(uint32_t port, uint8_t value);
 
@@ -1197,7 +1201,7 @@ BSP_PON_API uint32_t bsp_debug_8022_i2c_write(uint32_t port, uint32_t spare, con
  *
  * BSP_CMD_DEBUG_FDB_DUMP (253) on BSP_MSG_DEBUG, bsp_plat_msg of 1148 bytes; read.
  * The selector comes before the port.
- * @param selector which entries, the service's to define
+ * @param selector which entries, of the simulated service: 0 all, 1 dynamic ones, 2 static ones
  * @param port port number
  */
 BSP_PON_API uint32_t bsp_debug_cs8022_get_fdb(uint32_t selector, uint32_t port);
@@ -1206,8 +1210,8 @@ BSP_PON_API uint32_t bsp_debug_cs8022_get_fdb(uint32_t selector, uint32_t port);
  * Switches debug output of CTC OAM.
  *
  * BSP_CMD_DEBUG_CTC_OAM (261) on BSP_MSG_DEBUG, bsp_plat_msg of 1148 bytes; write.
- * @param first first argument, the service's to define
- * @param second second argument, the service's to define
+ * @param first 1 on, 0 off, as the simulated service has it
+ * @param second PON port number, as the simulated service has it; 0 all
  */
 BSP_PON_API uint32_t bsp_debug_ctc_oam(uint32_t first, uint32_t second);
 
@@ -1215,8 +1219,8 @@ BSP_PON_API uint32_t bsp_debug_ctc_oam(uint32_t first, uint32_t second);
  * Switches debug output of ONUs.
  *
  * BSP_CMD_DEBUG_ONU (262) on BSP_MSG_DEBUG, bsp_plat_msg of 1148 bytes; write.
- * @param first first argument, the service's to define
- * @param second second argument, the service's to define
+ * @param first 1 on, 0 off, as the simulated service has it
+ * @param second PON port number, as the simulated service has it; 0 all
  */
 BSP_PON_API uint32_t bsp_debug_onu_debug(uint32_t first, uint32_t second);
 
@@ -1243,7 +1247,7 @@ BSP_PON_API uint32_t bsp_debug_cs8022_get(const bsp_plat_msg *record, void *resp
  *
  * BSP_CMD_MPCP_SET (454) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param pon_port PON port number
- * @param value which parameters, the service's to define
+ * @param value which parameters, of the simulated service: 1 discovery, 2 timeouts, 3 grants
  * @param data 32 bytes, read only: the parameters
  */
 BSP_PON_API uint32_t bsp_debug_8022_mpcp_set(uint32_t pon_port, uint32_t value, const void *data);
@@ -1401,7 +1405,8 @@ BSP_PON_API uint32_t bsp_poncfg_funcget_json(bsp_pon_msg *record, db_handle **db
  * BSP_CMD_LLID_BEHAVIOR_SET (467) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param pon_port PON port number
  * @param llid LLID
- * @param behavior the behaviour, the service's to define
+ * @param behavior the behaviour, of the simulated service: 0 frames are forwarded and their addresses learned, 1 they
+ *        are forwarded and nothing is learned, 2 they are dropped
  * @param params 24 bytes, read only: its parameters
  */
 BSP_PON_API uint32_t bsp_llid_behavior_set(uint32_t pon_port, uint32_t llid, uint32_t behavior, const void *params);
@@ -1411,7 +1416,7 @@ BSP_PON_API uint32_t bsp_llid_behavior_set(uint32_t pon_port, uint32_t llid, uin
  *
  * BSP_CMD_OPM_TRIGGER (478) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; write.
  * @param pon_port PON port number
- * @param id what is measured, the service's to define
+ * @param id id of the ONU whose light is measured, as the simulated service has it
  * @param params 12 bytes, read only: its parameters
  */
 BSP_PON_API uint32_t bsp_om_opm_trigger_set(uint32_t pon_port, uint32_t id, const void *params);
@@ -1429,7 +1434,7 @@ BSP_PON_API uint32_t bsp_om_opm_cancel_set(uint32_t pon_port);
  *
  * BSP_CMD_LAO_MODE_SET (480) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param pon_port PON port number
- * @param mode the mode, the service's to define
+ * @param mode the mode, of the simulated service: 0 the laser obeys TX disable, 1 it stays on in spite of it
  * @param params 12 bytes, read only: its parameters
  */
 BSP_PON_API uint32_t bsp_om_lao_mode_set(uint32_t pon_port, uint32_t mode, const void *params);
@@ -1440,8 +1445,8 @@ BSP_PON_API uint32_t bsp_om_lao_mode_set(uint32_t pon_port, uint32_t mode, const
  * BSP_CMD_LOL_MODE_SET (481) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * Unlike bsp_om_lao_mode_set, it has a second selector before the mode.
  * @param pon_port PON port number
- * @param id second selector, the service's to define
- * @param mode the mode, the service's to define
+ * @param id the receiver, of which a module of the simulated service has one: 0
+ * @param mode the mode, of the simulated service: 0 the low alarm threshold is the level, 1 the level is given
  * @param params 8 bytes, read only: its parameters
  */
 BSP_PON_API uint32_t bsp_om_lol_mode_set(uint32_t pon_port, uint32_t id, uint32_t mode, const void *params);
@@ -1473,7 +1478,7 @@ BSP_PON_API uint32_t bsp_om_plat_diag_get(uint32_t pon_port, void *out);
  * BSP_CMD_OPTICS_RSSI_GET (488) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; read.
  * @param pon_port PON port number
  * @param id second selector, the ONU as a rule
- * @param sel third selector, the service's to define
+ * @param sel which reading, of the simulated service: 0 what is received now, 1 what the last power measurement found
  * @param out room for 64 bytes, receives the reading
  */
 BSP_PON_API uint32_t bsp_om_plat_diag_rssi_get(uint32_t pon_port, uint32_t id, uint32_t sel, void *out);
@@ -1524,9 +1529,9 @@ BSP_PON_API uint32_t bsp_debug_8022_optical_status(uint32_t pon_port, uint32_t i
  * Switches P2P forwarding.
  *
  * BSP_CMD_P2P_STATE_SET (459) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
- * @param first first argument, the service's to define
- * @param second second argument, the service's to define
- * @param state the state, the service's to define; sent as a word
+ * @param first PON port number, as the simulated service has it; 0 all
+ * @param second ONU id, as the simulated service has it; 128 is the switch of the port itself
+ * @param state 1 on, 0 off, as the simulated service has it; sent as a word
  */
 BSP_PON_API uint32_t bsp_p2p_state_set(uint32_t first, uint32_t second, uint8_t state);
 
@@ -1535,7 +1540,7 @@ BSP_PON_API uint32_t bsp_p2p_state_set(uint32_t first, uint32_t second, uint8_t 
  *
  * BSP_CMD_P2P_OWN_PORT_SET (460) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param pon_port PON port number
- * @param value the own port, the service's to define
+ * @param value the own port, of the simulated service: GE uplink 1 to 4 that takes what P2P forwarding leaves; 0 any
  */
 BSP_PON_API uint32_t bsp_onu_p2p_own_port_set(uint32_t pon_port, uint32_t value);
 
@@ -1562,8 +1567,8 @@ BSP_PON_API uint32_t bsp_pon_get_p2p_state(db_handle **db_out);
  * BSP_CMD_P2P_ENTRY_SET (463) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * The word for offset 108 comes before that for offset 104.
  * @param pon_port PON port number
- * @param arg108 which traffic, the service's to define
- * @param arg104 entry argument, the service's to define
+ * @param arg108 which traffic, of the simulated service: 0 all, or an ethertype from 1536 on
+ * @param arg104 number of the entry, of the simulated service 0 to 31; the lowest that matches decides
  * @param entry 12 bytes, read only: the entry
  */
 BSP_PON_API uint32_t bsp_p2p_entry_set(uint32_t pon_port, uint32_t arg108, uint32_t arg104, const void *entry);
@@ -1573,7 +1578,7 @@ BSP_PON_API uint32_t bsp_p2p_entry_set(uint32_t pon_port, uint32_t arg108, uint3
  *
  * BSP_CMD_P2P_ENTRY_SET (463) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param pon_port PON port number
- * @param arg104 entry argument, the service's to define
+ * @param arg104 number of the entry, of the simulated service 0 to 31; the lowest that matches decides
  * @param entry 12 bytes, read only: the entry
  */
 BSP_PON_API uint32_t bsp_p2p_entry_set_matchall(uint32_t pon_port, uint32_t arg104, const void *entry);
@@ -1583,7 +1588,8 @@ BSP_PON_API uint32_t bsp_p2p_entry_set_matchall(uint32_t pon_port, uint32_t arg1
  *
  * BSP_CMD_P2P_CFG_SET (465) on BSP_MSG_PLAT, bsp_plat_msg of 1148 bytes; service-affecting.
  * @param pon_port PON port number
- * @param arg108 configuration argument, the service's to define
+ * @param arg108 what happens to frames between ONUs that no entry concerns, of the simulated service: 0 dropped, 1
+ *        forwarded
  * @param cfg 10 bytes, read only: the configuration
  */
 BSP_PON_API uint32_t bsp_p2p_cfg_set(uint32_t pon_port, uint32_t arg108, const void *cfg);

@@ -1,12 +1,10 @@
 #include "call/codec/decode.h"
 
 #include <algorithm>
-#include <cctype>
-#include <cmath>
-#include <cstdio>
 #include <cstring>
 
 #include "call/codec/errors.h"
+#include "call/codec/meaning.h"
 #include "call/codec/numbers.h"
 #include "text/words.h"
 
@@ -67,7 +65,7 @@ size_t set_field(const catalogue::Record &record, const RecordRole &role, const 
     case FieldType::u32:
     case FieldType::s32:
     case FieldType::u64: {
-        const uint64_t number = parse_number(name, value, field);
+        const uint64_t number = parse_meaning(name, value, field);
         return put(field, &number, field.size, bytes);
     }
     case FieldType::mac:
@@ -77,6 +75,12 @@ size_t set_field(const catalogue::Record &record, const RecordRole &role, const 
     case FieldType::text:
         if (!allowed.long_values) check_length(name, value.size(), field, true);
         return put(field, value.c_str(), value.size() + 1, bytes);
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
+    case FieldType::list:
+    case FieldType::ports:
+        return put(field, parse_composed(name, value, field).data(), field.size, bytes);
     case FieldType::bytes:
         return put_block(name, field, parse_block(name, value, allowed.files), allowed, bytes);
     }
@@ -99,26 +103,14 @@ std::string block_text(std::span<const uint8_t> bytes)
     return is_text ? "text:" + std::string(bytes.begin(), bytes.end()) : "hex:" + text::to_hex(bytes);
 }
 
-// Returns a power of light as people compare it: in dBm, and -40 dBm without light.
-std::string light_text(double microwatts)
-{
-    constexpr double dark = -40;
-    char text[32];
-    std::snprintf(text, sizeof text, "%.2f dBm",
-                  microwatts > 0 ? std::max(dark, 10 * std::log10(microwatts / 1000)) : dark);
-    return text;
-}
-
 std::string value_text(const Reading &reading, const Field &field, std::span<const uint8_t> bytes)
 {
-    if (field.unit == "uW") return light_text(number_of(field, bytes));
-    std::string text = number_text(field, bytes);
+    std::string text = meaning_text(field, bytes);
     if (&field == reading.record->command) {
         const catalogue::Command *command =
             catalogue::find_command(reading.role.channel->type, load_word(bytes.data()), reading.role.call);
         if (command) text.append(" ").append(command->name);
     }
-    if (!field.unit.empty()) text.append(" ").append(field.unit);
     return text;
 }
 
@@ -143,6 +135,12 @@ std::string text_of(const Reading &reading, const Field &field, std::span<const 
         return std::string(field_text(bytes));
     case FieldType::bytes:
         return block_text(bytes);
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
+    case FieldType::list:
+    case FieldType::ports:
+        return composed_text(field, bytes);
     }
     return {};
 }
@@ -297,6 +295,14 @@ std::vector<DecodedField> decode(const Reading &reading)
         for (const Field &field : reading.layout->fields)
             add(field, reading.bytes);
     return decoded;
+}
+
+bool is_counted(const Reading &reading, const Field &field)
+{
+    if (field.counter.empty() || !reading.layout) return true;
+    const Field *counter = catalogue::find_field(reading.layout->fields, field.counter);
+    if (!counter || !reading.reaches(*counter)) return true;
+    return number_of(*counter, field_bytes(*counter, reading.bytes)) >= field.place;
 }
 
 std::string text_of(const Reading &reading, const Field &field)

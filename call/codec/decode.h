@@ -77,6 +77,9 @@ struct DecodedField {
 // reach are left out. For a block with a layout, zero bytes that have no name are left out, too.
 std::vector<DecodedField> decode(const Reading &reading);
 
+// Returns whether a field counts: of a repeated one there may be fewer than there is room for.
+bool is_counted(const Reading &reading, const catalogue::Field &field);
+
 // Returns the value of one field for people.
 std::string text_of(const Reading &reading, const catalogue::Field &field);
 

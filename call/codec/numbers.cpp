@@ -45,6 +45,11 @@ auto with_type(FieldType type, Act act)
     case FieldType::text:
     case FieldType::bytes:
     case FieldType::idset:
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
+    case FieldType::list:
+    case FieldType::ports:
         break;
     }
     return act(uint32_t{});
@@ -104,6 +109,11 @@ bool is_number(FieldType type)
     case FieldType::text:
     case FieldType::bytes:
     case FieldType::idset:
+    case FieldType::ipv4:
+    case FieldType::oui:
+    case FieldType::date:
+    case FieldType::list:
+    case FieldType::ports:
         break;
     }
     return false;

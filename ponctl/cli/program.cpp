@@ -115,7 +115,7 @@ Program::Program(const GlobalOptions &defaults)
     tree.option("--color", &global.colour, "whether output is coloured; auto, when left out: on a terminal alone",
                 "auto|always|never");
     tree.option("--yes", &global.yes, "do not ask before what affects ONUs in service");
-    tree.option("--dry-run", &global.dry_run, "show the requests that would be sent, and send nothing");
+    tree.option("--dry-run", &global.dry_run, "show what would be sent and whom it would hit, and change nothing");
     tree.option("--watch", &global.interval, "read again and again, with so many seconds between; 2 when left out",
                 "SECONDS")
         .may_leave_out_value({std::string(default_interval), is_interval});

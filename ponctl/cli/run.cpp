@@ -88,9 +88,10 @@ ExitCode show(const Action &action, const Output &output)
 
 void show_requests(const Output &output, const std::vector<Exchange> &requests)
 {
+    const std::string changes = take_previews();
     show(
-        [&requests](const Output &wanted) {
-            print_requests(wanted, requests);
+        [&](const Output &wanted) {
+            print_requests(wanted, requests, changes);
             return exit_success;
         },
         output);
@@ -100,6 +101,7 @@ void show_requests(const Output &output, const std::vector<Exchange> &requests)
 ExitCode run_dry(const Action &action, const Output &output)
 {
     take_kept_requests();
+    take_previews();
     Capture unseen;
     try {
         const ExitCode code = action(unseen.instead_of(output));

@@ -5,6 +5,7 @@
 #include "call/invocation.h"
 #include "cli/list_options.h"
 #include "cli/operand_help.h"
+#include "cli/password_options.h"
 #include "cli/program.h"
 #include "diagnosis/facts.h"
 #include "output/consent.h"
@@ -14,6 +15,7 @@
 #include "results/delivered.h"
 #include "results/listing.h"
 #include "results/operands.h"
+#include "results/secret.h"
 #include "results/sections.h"
 #include "text/words.h"
 
@@ -23,7 +25,8 @@ namespace
 {
 
 struct AuthOptions {
-    std::string port, mode, loid, password;
+    std::string port, mode, loid;
+    Secret password;
 };
 
 constexpr size_t longest_loid = 24;
@@ -72,13 +75,12 @@ ExitCode run_auth_set(const Output &output, const AuthOptions &options)
     const std::string port = port_of(options.port);
     const std::string mode = mode_of(options.mode);
     check_text("--loid", options.loid, longest_loid);
-    check_text("--password", options.password, longest_password);
-    if (options.loid.empty() && !options.password.empty())
+    if (options.loid.empty() && options.password.given())
         throw UsageError("--password: goes with --loid, whose password it is");
+    const std::string password = read_secret(options.password, longest_password);
     ask_before("bsp_pon_onu_auth_mode_type_set", "having the ONUs of port " + port + " prove anew who they are");
-    return run_call(
-        output, "bsp_pon_onu_auth_mode_type_set",
-        words_of({{"pon_port", port}, {"text_a", options.loid}, {"text_b", options.password}, {"mode", mode}}));
+    return run_call(output, "bsp_pon_onu_auth_mode_type_set",
+                    words_of({{"pon_port", port}, {"text_a", options.loid}, {"text_b", password}, {"mode", mode}}));
 }
 
 ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
@@ -89,9 +91,8 @@ ExitCode run_auth_remove(const Output &output, const AuthOptions &options)
     ask_before("bsp_pon_onu_auth_set",
                "having the ONUs of port " + port + " prove anew who they are, without LOID " + options.loid);
     // The request that removes a record also sets the mode, so it must state the current mode.
-    const Invocation current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}), consent());
+    const Invocation current("bsp_pon_onu_auth_mode_type_get", words_of({{"pon_port", port}}), looking());
     if (!current.good()) return report(current);
-    expect_answer(current);
     const Reading reading = current.response();
     const catalogue::Field &mode = *catalogue::find_field(reading.record->fields, "arg_word12");
     return run_call(output, "bsp_pon_onu_auth_set",
@@ -116,7 +117,7 @@ void add_auth(Program &program)
     set.argument("PORT", &wanted.port, port_help).is_required();
     set.argument("MODE", &wanted.mode, "one of " + text::join(auth_modes), text::join(auth_modes, "|")).is_required();
     set.option("--loid", &wanted.loid, "LOID that is accepted, at most 24 characters", "LOID");
-    set.option("--password", &wanted.password, "its password, at most 12 characters; none when left out", "PASSWORD");
+    add_password(set, wanted.password, "its password, at most 12 characters");
 
     Command &remove = auth.add("remove", "Removes a LOID from a port; the mode stays");
     AuthOptions &unwanted = remove.runs(run_auth_remove);

@@ -58,25 +58,7 @@ const std::array<DebugView, 10> debug_views{{
     {"egress", "bsp_debug_plat_egress_behavior_get", "egress behaviour of a port", false, true},
 }};
 
-constexpr std::array<std::string_view, 3> laser_states{"off", "on", "on in spite of TX disable"};
-constexpr std::array<std::string_view, 3> frames{"all", "tagged", "untagged"};
-constexpr std::array<std::string_view, 3> trusts{"port", "802.1p", "DSCP"};
-constexpr std::array<std::string_view, 2> schedulers{"strict priority", "weighted round robin"};
-constexpr std::array<std::string_view, 2> down_up{"down", "up"};
 constexpr std::array<std::string_view, 3> entries{"all", "dynamic", "static"};
-
-// Returns styles by the names of fields, because a name means the same in every view.
-std::vector<FieldStyle> styles_of(const DebugView &view)
-{
-    if (view.name == std::string_view("laser")) return {{"state", {}, laser_states}};
-    if (view.name == std::string_view("pon-phy")) return pon_phy_styles();
-    return {{"fec", {}, off_on},         {"link", {}, down_up},        {"full_duplex", {}, no_yes},
-            {"tx_enabled", {}, no_yes},  {"rx_enabled", {}, no_yes},   {"pause_tx", {}, no_yes},
-            {"pause_rx", {}, no_yes},    {"loopback", {}, no_yes},     {"promiscuous", {}, no_yes},
-            {"local_fault", {}, no_yes}, {"remote_fault", {}, no_yes}, {"enabled", {}, no_yes},
-            {"acceptable", {}, frames},  {"vlan_filter", {}, off_on},  {"trust", {}, trusts},
-            {"learning", {}, off_on},    {"policing", {}, off_on},     {"scheduler", {}, schedulers}};
-}
 
 uint32_t settings_of(const std::vector<std::string> &words)
 {
@@ -114,7 +96,7 @@ ExitCode run_debug_view(const Output &output, const DebugOptions &options)
                                                    : options.ge         ? "1"
                                                                         : "0"}}),
                             consent());
-    Section section{{}, {}, &called, styles_of(view)};
+    Section section{{}, {}, &called};
     section.registers = view.registers;
     return show(output, {section});
 }

@@ -35,8 +35,8 @@ ExitCode run_loop_show(const Output &output)
     const Invocation settings("bsp_pon_get_loop_detect_config", std::vector<std::string>{}, consent());
     if (!settings.good()) return report(settings);
     const Invocation ports("bsp_pon_get_loop_detect_info", std::vector<std::string>{}, consent());
-    const std::vector<FieldStyle> styles{
-        {"state", {}, off_on}, {"mode", {}, loop_modes}, {"time"}, {"interval"}, {"shut"}, {"detected"}, {"recovered"}};
+    const std::vector<FieldStyle> styles{{"state"}, {"mode"},     {"time"},     {"interval"},
+                                         {"shut"},  {"detected"}, {"recovered"}};
     return show(output, {{"settings", "Settings", &settings, styles, true}, {"ports", "Ports", &ports}});
 }
 

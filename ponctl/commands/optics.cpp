@@ -29,14 +29,6 @@ struct OpticsOptions {
     ChartOptions chart;
 };
 
-constexpr std::array<std::string_view, 5> states{"normal", "low warning", "low alarm", "high warning", "high alarm"};
-constexpr std::array<std::string_view, 2> lol_modes{"low alarm threshold", "level set"};
-
-// These are the names of the flags, from the highest bit on.
-constexpr std::array<std::string_view, 10> flag_names{
-    "temperature high", "temperature low",   "voltage high",     "voltage low",         "bias high",
-    "bias low",         "launch power high", "launch power low", "received power high", "received power low"};
-
 // Returns the PON ports that exist, in order.
 std::vector<std::string> ports_of(const Invocation &base)
 {
@@ -89,8 +81,8 @@ ExitCode show_all(const Output &output)
     for (const auto &[port, called] : modules) {
         const Reading reading = called->block();
         table.add({port, field_text(reading, "temperature"), field_text(reading, "voltage"),
-                   field_text(reading, "bias"), field_text(reading, "launch_power"),
-                   styled_text(reading, {"laser", {}, off_on}), styled_text(reading, {"alarms", {}, {}, flag_names})});
+                   field_text(reading, "bias"), field_text(reading, "launch_power"), field_text(reading, "laser"),
+                   field_text(reading, "alarms")});
     }
     table.print(output);
     return code;
@@ -106,17 +98,7 @@ ExitCode show_port(const Output &output, const std::string &port)
     const std::vector<FieldStyle> of_module{{"vendor"}, {"part"},       {"revision"}, {"serial"},
                                             {"date"},   {"wavelength"}, {"reach"},    {"rate"}};
     return show(output, {{"module", "Module", &module, of_module, true},
-                         {"diagnostics",
-                          "Diagnostics",
-                          &diagnostics,
-                          {{"alarms", {}, {}, flag_names},
-                           {"warnings", {}, {}, flag_names},
-                           {"laser", {}, off_on},
-                           {"tx_fault", {}, no_yes},
-                           {"rx_los", {}, no_yes},
-                           {"measuring", {}, no_yes},
-                           {"lao_mode", {}, off_on},
-                           {"lol_mode", {}, lol_modes}}},
+                         {"diagnostics", "Diagnostics", &diagnostics},
                          {"quantities", "Quantities and thresholds", &quantities}});
 }
 
@@ -155,7 +137,7 @@ ExitCode run_optics(const Output &output, const OpticsOptions &options)
     if (options.chart.drawn) return draw(output, options);
     if (options.onu.empty()) return show_port(output, port_of(options.port));
     const Source source = source_of(options);
-    return run_show(output, source.operation, source.words, {{"light", {}, no_yes}, {"state", {}, states}});
+    return run_show(output, source.operation, source.words);
 }
 
 } // namespace

@@ -48,10 +48,10 @@ std::string onu_or_any(const char *name, const std::string &text)
 }
 
 // Asks for everything that the service knows of P2P forwarding of a port: the answer, and the entries as rows.
-Invocation ask_for_port(const std::string &port)
+Invocation ask_for_port(const std::string &port, call::Permission &permission)
 {
     return {"bsp_pon_platform_by_db",
-            words_of({{"record.plat_cmd", "BSP_CMD_P2P_OWN_PORT_GET"}, {"record.plat_port", port}}), consent()};
+            words_of({{"record.plat_cmd", "BSP_CMD_P2P_OWN_PORT_GET"}, {"record.plat_port", port}}), permission};
 }
 
 struct Vlans {
@@ -71,9 +71,8 @@ Vlans parse_vlans(const std::string &text)
 // Changes the given parts of a port's configuration, and keeps the rest as it is.
 ExitCode configure(const P2pSwitchOptions &options, const std::string &port)
 {
-    const Invocation current = ask_for_port(port);
+    const Invocation current = ask_for_port(port, looking());
     if (!current.good()) return report(current);
-    expect_answer(current);
     const Reading now = current.answer();
     const auto kept_or_word = [&now](const char *field, const char *name, const std::string &word, Words words) {
         return word.empty() ? field_digits(now, field) : number_of_word(name, word, words);
@@ -95,17 +94,10 @@ ExitCode configure(const P2pSwitchOptions &options, const std::string &port)
 ExitCode run_p2p_show(const Output &output, const std::string &port)
 {
     if (port.empty()) return run_list(output, "bsp_pon_get_p2p_state", {});
-    const Invocation called = ask_for_port(port_of(port));
+    const Invocation called = ask_for_port(port_of(port), consent());
     if (!called.good()) return report(called);
-    const std::vector<FieldStyle> styles{{"on", "state", off_on},
-                                         {"onu_set", "onus"},
-                                         {"rest", "rest", drop_forward},
-                                         {"own_port"},
-                                         {"rate"},
-                                         {"first_vlan"},
-                                         {"last_vlan"},
-                                         {"broadcast", "broadcast", off_on},
-                                         {"multicast", "multicast", off_on}};
+    const std::vector<FieldStyle> styles{{"on", "state"}, {"onu_set", "onus"}, {"rest"},      {"own_port"}, {"rate"},
+                                         {"first_vlan"},  {"last_vlan"},       {"broadcast"}, {"multicast"}};
     return show(output, {{"port", "Port", &called, styles, true, true}, {"entries", "Entries", &called}});
 }
 

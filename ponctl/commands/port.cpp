@@ -78,23 +78,18 @@ ExitCode run_port_show(const Output &output, const std::string &port)
     const Invocation optics("bsp_om_plat_diag_get", pon_port, consent());
     const Invocation mac("bsp_debug_plat_pon_mac_get", any_port, consent());
     const Invocation phy("bsp_debug_plat_pon_phy_get", any_port, consent());
-    return show(output,
-                {{.name = "port", .title = "Port", .called = &base, .row = row},
-                 {"authentication", "Authentication", &authentication, {{"arg_word12", "mode", auth_modes}}, true},
-                 {"sla", "Bandwidth", &sla},
-                 {"optics",
-                  "Optics",
-                  &optics,
-                  {{"temperature"},
-                   {"voltage"},
-                   {"bias"},
-                   {"launch_power"},
-                   {"received_power"},
-                   {"laser", "laser", off_on},
-                   {"tx_fault", "tx_fault", no_yes}},
-                  true},
-                 {"mac", "MAC", &mac, {{"fec", {}, off_on}}},
-                 {"phy", "PHY", &phy, pon_phy_styles()}});
+    return show(
+        output,
+        {{.name = "port", .title = "Port", .called = &base, .row = row},
+         {"authentication", "Authentication", &authentication, {{"mode"}}, true},
+         {"sla", "Bandwidth", &sla},
+         {"optics",
+          "Optics",
+          &optics,
+          {{"temperature"}, {"voltage"}, {"bias"}, {"launch_power"}, {"received_power"}, {"laser"}, {"tx_fault"}},
+          true},
+         {"mac", "MAC", &mac},
+         {"phy", "PHY", &phy}});
 }
 
 ExitCode run_port_stats(const Output &output, const PortStatsOptions &options)

@@ -4,15 +4,19 @@
 #include <algorithm>
 #include <array>
 
+#include "call/codec/meaning.h"
 #include "call/invocation.h"
 #include "cli/list_options.h"
+#include "cli/password_options.h"
 #include "cli/program.h"
+#include "generated/service_words.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "output/report.h"
 #include "output/text.h"
 #include "results/delivered.h"
 #include "results/operands.h"
+#include "results/secret.h"
 #include "results/sections.h"
 #include "text/words.h"
 
@@ -29,12 +33,14 @@ struct ProfileOptions {
 };
 
 struct LoidOptions {
-    std::string port, loid, password;
+    std::string port, loid;
+    Secret password;
 };
 
 using catalogue::Field;
 
 constexpr std::string_view prefix = "BSP_CMD_PROFILE_";
+constexpr size_t longest_password = 63; // bytes of its field; the service takes fewer
 constexpr std::array<std::string_view, 6> actions{"STORE", "FETCH", "DELETE", "LIST", "TABLE", "TEXT"};
 
 // Returns the name that a command line uses for a name of the catalogue, or for a part of one.
@@ -132,7 +138,7 @@ ExitCode send_loid(const Output &output, const char *operation, const LoidOption
     return run_call(output, operation,
                     words_of({{"rec.pon_port", port_of(options.port)},
                               {"rec.text45", options.loid},
-                              {"rec.text109", options.password}}));
+                              {"rec.text109", read_secret(options.password, longest_password)}}));
 }
 
 ExitCode run_profile_kinds(const Output &output, const std::string &kind)
@@ -162,6 +168,36 @@ ExitCode run_profile_show(const Output &output, const ProfileOptions &options)
     return run_show(output, "bsp_profile_exec_get_", words_for(command, {{"name", options.name}}));
 }
 
+// Refuses values that the fields of a profile cannot have.
+void check_values(const catalogue::Command &command, const std::vector<Assignment> &given)
+{
+    check_fields(command, given);
+    const catalogue::Record &record = *command.channel->record;
+    Bytes bytes(record.size);
+    set_fields(record, {command.channel, catalogue::Call::dgram_set, &command}, given, false, {}, bytes);
+    for (const auto &[name, value] : given) {
+        const Field &field = *catalogue::find_field(fields_of(command), name);
+        check_allowed(name, field, field_bytes(field, bytes));
+    }
+}
+
+// Adds the fields that are not given, as the profile of this name has them. A profile that is not there has zeros.
+ExitCode keep_rest(const std::string &kind, const catalogue::Command &command, std::vector<Assignment> &fields)
+{
+    const auto name = std::ranges::find(fields, "name", &Assignment::name);
+    if (name == fields.end()) return exit_success;
+    const Invocation fetched("bsp_profile_exec_get_", words_for(named_action(kind, "FETCH"), {*name}), looking());
+    if (fetched.answered() && fetched.status() == PON_ERR_NO_PROFILE) return exit_success;
+    if (!fetched.good()) return report(fetched);
+    const Reading present = fetched.answer();
+    for (const Field &field : fields_of(command)) {
+        const std::string value = field_digits(present, field.name);
+        const bool given = std::ranges::find(fields, field.name, &Assignment::name) != fields.end();
+        if (!given && !value.empty()) fields.push_back({std::string(field.name), value});
+    }
+    return exit_success;
+}
+
 ExitCode run_profile_store(const Output &output, const ProfileOptions &options)
 {
     const catalogue::Command &command = named_action(options.kind, "STORE");
@@ -170,6 +206,8 @@ ExitCode run_profile_store(const Output &output, const ProfileOptions &options)
         fields.push_back(parse_assignment(word));
     if (fields.empty())
         throw UsageError("FIELD=VALUE: missing; 'ponctl profile kinds " + spoken(options.kind) + "' lists the fields");
+    check_values(command, fields);
+    if (const ExitCode code = keep_rest(options.kind, command, fields); code != exit_success) return code;
     return send(output, command, fields);
 }
 
@@ -228,7 +266,7 @@ void add_loid_change(Command &loid, bool adds)
     LoidOptions &options = one.runs(adds ? run_loid_add : run_loid_delete);
     one.argument("PORT", &options.port, "PON port number").is_required();
     one.argument("LOID", &options.loid, "the LOID").is_required();
-    if (adds) one.option("--password", &options.password, "password that goes with it; none when left out", "PASSWORD");
+    if (adds) add_password(one, options.password, "password that goes with it");
 }
 
 } // namespace
@@ -260,7 +298,11 @@ void add_profile(Program &program)
 
     Command &store = profile.add("store", "Stores a profile, or puts it in place of the one that is there");
     ProfileOptions &stored = add_of_profile(store, run_profile_store);
-    store.argument("FIELD=VALUE", &stored.fields, "its fields, as 'ponctl profile kinds KIND' lists them; zero else")
+    store
+        .argument(
+            "FIELD=VALUE", &stored.fields,
+            "its fields, as 'ponctl profile kinds KIND' lists them; what is left out stays as it is, and is zero in a "
+            "new profile")
         .is_required();
 
     Command &remove = profile.add("delete", "Deletes a profile");

@@ -10,7 +10,9 @@
 #include "output/report.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
+#include "results/preview.h"
 #include "results/sections.h"
+#include "results/sla.h"
 
 namespace ponctl
 {
@@ -25,16 +27,8 @@ struct SlaOptions {
 };
 
 struct SlaSetOptions : SlaOptions {
-    std::string fixed, assured, maximum, priority, weight, down; // those that are left out do not change
+    Sla sla;
 };
-
-constexpr const char *up_get = "bsp_pon_onu_sla_get";
-constexpr const char *down_get = "bsp_pon_onu_sla_down_get";
-
-std::vector<std::string> place_of(const Onu &onu)
-{
-    return words_of({{"pon_port", std::to_string(onu.port)}, {"onu_id", std::to_string(onu.id)}});
-}
 
 // Returns the ONUs that a command line names: by a set, or by a port and an id.
 OnuSet onus_of(const SlaOptions &options)
@@ -44,47 +38,13 @@ OnuSet onus_of(const SlaOptions &options)
     return {parse_number("PORT", options.port), parse_idset("ID", options.onu)};
 }
 
-// Returns the words of a record that is sent to an ONU.
-std::vector<std::string> to_onu(const Onu &onu, std::initializer_list<Assignment> fields)
-{
-    std::vector<std::string> words =
-        words_of({{"record.plat_port", std::to_string(onu.port)}, {"record.plat_arg4", std::to_string(onu.id)}});
-    for (const std::string &word : words_of(fields))
-        words.push_back(word);
-    return words;
-}
-
-const Invocation &set_down(const Onu &onu, const std::string &maximum, std::deque<Invocation> &calls)
-{
-    return calls.emplace_back("bsp_pon_onu_sla_down_config", to_onu(onu, {{"record.maximum", maximum}}), consent());
-}
-
-// Sets the given parts of the upstream SLA, and keeps the rest as it is.
-const Invocation &set_up(const Onu &onu, const SlaSetOptions &options, std::deque<Invocation> &calls)
-{
-    const Invocation &current = calls.emplace_back(up_get, place_of(onu), consent());
-    if (!current.good()) return current;
-    expect_answer(current);
-    const Reading sla = current.block();
-    const auto given_or_kept = [&sla](const char *field, const std::string &given) {
-        return given.empty() ? field_digits(sla, field) : given;
-    };
-    return calls.emplace_back("bsp_pon_onu_sla_config",
-                              to_onu(onu, {{"record.fixed", given_or_kept("fixed", options.fixed)},
-                                           {"record.assured", given_or_kept("assured", options.assured)},
-                                           {"record.maximum", given_or_kept("maximum", options.maximum)},
-                                           {"record.priority", given_or_kept("priority", options.priority)},
-                                           {"record.weight", given_or_kept("weight", options.weight)}}),
-                              consent());
-}
-
 ExitCode show_onus(const Output &output, const OnuSet &set)
 {
     return for_each_onu(
         set,
         [](const Onu &onu, std::deque<Invocation> &calls) {
-            if (calls.emplace_back(up_get, place_of(onu), consent()).good())
-                calls.emplace_back(down_get, place_of(onu), consent());
+            if (calls.emplace_back(sla_up_get, sla_place_of(onu), consent()).good())
+                calls.emplace_back(sla_down_get, sla_place_of(onu), consent());
         },
         [&output](const std::deque<OnuCalls> &asked, bool several) {
             std::vector<Subject> subjects;
@@ -93,7 +53,7 @@ ExitCode show_onus(const Output &output, const OnuSet &set)
                 subject.sections.push_back({"upstream", "Upstream", &of_onu.calls.front()});
                 if (of_onu.calls.size() > 1) subject.sections.push_back({"downstream", "Downstream", &of_onu.calls[1]});
             }
-            if (several)
+            if (several || output.format == Format::json)
                 print_each(output, subjects, true);
             else if (subjects.front().sections.size() > 1)
                 print_sections(output, subjects.front().sections, true);
@@ -114,40 +74,24 @@ ExitCode run_sla_show(const Output &output, const SlaOptions &options)
 
 ExitCode run_sla_set(const Output &output, const SlaSetOptions &options)
 {
-    const bool up = !(options.fixed + options.assured + options.maximum + options.priority + options.weight).empty();
-    if (!up && options.down.empty())
+    const Sla &sla = options.sla;
+    if (!sla.has_upstream() && sla.down.empty())
         throw UsageError("nothing to set; give one of --fixed, --assured, --max, --priority, --weight and --down-max");
     // All errors are found before the user is asked.
-    for (const auto &[name, value] : {std::pair{"--fixed", options.fixed},
-                                      {"--assured", options.assured},
-                                      {"--max", options.maximum},
-                                      {"--priority", options.priority},
-                                      {"--weight", options.weight},
-                                      {"--down-max", options.down}})
-        number_word(name, value);
+    check_sla(sla, {"--fixed", "--assured", "--max", "--priority", "--weight", "--down-max"});
     const OnuSet set = onus_of(options);
-    ask_before("bsp_pon_onu_sla_config", "changing the bandwidth of " + describe_onu_set(set));
+    ask_about("bsp_pon_onu_sla_config", "changing the bandwidth of " + describe_onu_set(set), Effect::setting, set);
     return for_each_onu(
-        set,
-        [&](const Onu &onu, std::deque<Invocation> &calls) {
-            if (up && !set_up(onu, options, calls).good()) return;
-            if (!options.down.empty()) set_down(onu, options.down, calls);
-        },
-        statuses_on(output));
+        set, [&](const Onu &onu, std::deque<Invocation> &calls) { set_sla(onu, sla, calls); }, statuses_on(output));
 }
 
 ExitCode run_sla_clear(const Output &output, const SlaOptions &options)
 {
     const OnuSet set = onus_of(options);
-    ask_before("bsp_pon_onu_sla_config", "giving " + describe_onu_set(set) + " the default bandwidth");
+    ask_about("bsp_pon_onu_sla_config", "giving " + describe_onu_set(set) + " the default bandwidth", Effect::setting,
+              set);
     return for_each_onu(
-        set,
-        [](const Onu &onu, std::deque<Invocation> &calls) {
-            // Zeros remove an SLA.
-            if (calls.emplace_back("bsp_pon_onu_sla_config", to_onu(onu, {}), consent()).good())
-                set_down(onu, "0", calls);
-        },
-        statuses_on(output));
+        set, [](const Onu &onu, std::deque<Invocation> &calls) { clear_sla(onu, calls); }, statuses_on(output));
 }
 
 } // namespace
@@ -165,12 +109,12 @@ void add_sla(Program &program)
     SlaSetOptions &options = set.runs(run_sla_set);
     set.argument("PORT", &options.port, port_or_set_help).is_required();
     set.argument("ID", &options.onu, onu_help);
-    set.option("--fixed", &options.fixed, "upstream kbit/s that are granted whether used or not", "KBITS");
-    set.option("--assured", &options.assured, "upstream kbit/s that are granted when asked for", "KBITS");
-    set.option("--max", &options.maximum, "upstream kbit/s that are never exceeded", "KBITS");
-    set.option("--priority", &options.priority, "of what is left: 0 lowest to 7 highest", "N");
-    set.option("--weight", &options.weight, "share among those of one priority", "N");
-    set.option("--down-max", &options.down, "downstream kbit/s that are never exceeded; 0 is the default again",
+    set.option("--fixed", &options.sla.fixed, "upstream kbit/s that are granted whether used or not", "KBITS");
+    set.option("--assured", &options.sla.assured, "upstream kbit/s that are granted when asked for", "KBITS");
+    set.option("--max", &options.sla.maximum, "upstream kbit/s that are never exceeded", "KBITS");
+    set.option("--priority", &options.sla.priority, "of what is left: 0 lowest to 7 highest", "N");
+    set.option("--weight", &options.sla.weight, "share among those of one priority", "N");
+    set.option("--down-max", &options.sla.down, "downstream kbit/s that are never exceeded; 0 is the default again",
                "KBITS");
     set.footer = "What is left out stays as it is.";
 

@@ -5,6 +5,7 @@
 
 #include "call/arguments.h"
 #include "call/codec/decode.h"
+#include "call/codec/meaning.h"
 #include "call/codec/numbers.h"
 #include "output/exit_code.h"
 
@@ -198,8 +199,12 @@ std::string about_field(const catalogue::Field &field, bool is_set)
     std::string about = std::string(catalogue::to_text(field.type)) + " of " + std::to_string(field.size) +
                         (field.size == 1 ? " byte" : " bytes") + " at offset " + std::to_string(field.offset) + "; " +
                         std::string(field.brief);
+    const std::string allowed = is_set ? allowed_text(field) : std::string();
     const std::string range = is_set ? range_of(field) : std::string(field.unit);
-    if (!range.empty()) about += " (" + range + steps_of(field) + ")";
+    if (!allowed.empty())
+        about += " (" + allowed + ")";
+    else if (!range.empty())
+        about += " (" + range + steps_of(field) + ")";
     return about;
 }
 

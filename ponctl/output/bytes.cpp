@@ -53,7 +53,8 @@ void print_fields(const Output &output, const Reading &reading)
 {
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const DecodedField &decoded : decode(reading))
-        if (reading.is_block() || !decoded.zero) table.add({std::string(decoded.field->name), decoded.text});
+        if (is_counted(reading, *decoded.field) && (reading.is_block() || !decoded.zero))
+            table.add({std::string(decoded.field->name), decoded.text});
     table.print(output);
 }
 

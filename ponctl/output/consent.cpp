@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 #include <utility>
 
 #include <unistd.h>
@@ -23,6 +24,7 @@ using catalogue::Field;
 
 bool consented = false;
 std::vector<Exchange> kept;
+std::string previews;
 
 // Returns the first of these fields that the request has, or null when it has none of them.
 const Field *first_field(const Reading &request, std::initializer_list<std::string_view> names)
@@ -104,6 +106,16 @@ private:
     }
 };
 
+class Looking : public call::Permission
+{
+public:
+    call::Verdict decide(const call::PermissionRequest &sent) override
+    {
+        if (sent.impact != Class::read) throw std::logic_error(sent.doing + " is no reading");
+        return call::Verdict::send;
+    }
+};
+
 } // namespace
 
 void start_consent(bool given)
@@ -111,12 +123,13 @@ void start_consent(bool given)
     consented = given;
 }
 
-void ask(const std::string &action)
+void ask(const std::string &action, const Preview &preview)
 {
     refuse_watched(Class::service_affecting, action);
+    if (mode().dry_run && preview) previews += preview();
     if (consented) return;
-    if (!isatty(STDIN_FILENO))
-        throw Refused("--yes: missing; " + action + " needs it when no terminal is there to ask");
+    if (!may_ask()) throw Refused("--yes: missing; " + action + " needs it when no terminal is there to ask");
+    if (preview) std::cerr << text::printable(preview(), "\n");
     std::cerr << "ponctl: " << text::printable(action) << "? [y/N] " << std::flush;
     std::string answer;
     std::getline(std::cin, answer);
@@ -124,17 +137,33 @@ void ask(const std::string &action)
     consented = true;
 }
 
-void ask_before(std::string_view name, const std::string &action)
+bool may_ask()
+{
+    return consented || isatty(STDIN_FILENO);
+}
+
+void ask_before(std::string_view name, const std::string &action, const Preview &preview)
 {
     const catalogue::Operation *operation = catalogue::find_operation(name);
     const Class impact = operation ? operation->impact : catalogue::find_command(name)->impact;
-    if (impact == Class::service_affecting) ask(action);
+    if (impact == Class::service_affecting) ask(action, preview);
 }
 
 call::Permission &consent()
 {
     static Consent permission;
     return permission;
+}
+
+call::Permission &looking()
+{
+    static Looking permission;
+    return permission;
+}
+
+std::string take_previews()
+{
+    return std::exchange(previews, {});
 }
 
 std::vector<Exchange> take_kept_requests()

@@ -60,7 +60,18 @@ bool is_empty(std::span<const Owned> databases, const std::string &column)
 struct ViewColumn {
     std::string name;
     Table::Heading heading;
+    bool hexadecimal = false;
 };
+
+std::string cell_text(db_handle *database, uint32_t row, const ViewColumn &column)
+{
+    int64_t number = 0;
+    if (!column.hexadecimal || db_get_integer(database, row, column.name.c_str(), &number) != 0)
+        return cell_text(database, row, column.name.c_str());
+    char text[32];
+    std::snprintf(text, sizeof text, "0x%04llx", static_cast<unsigned long long>(number));
+    return text;
+}
 
 Table::Fit fit_of(catalogue::ColumnType type)
 {
@@ -82,7 +93,7 @@ ViewColumn shown_column(const catalogue::Column &column)
 {
     std::string title(column.title);
     if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
-    return {std::string(column.name), {title, fit_of(column.type)}};
+    return {std::string(column.name), {title, fit_of(column.type)}, column.hexadecimal};
 }
 
 // Returns the columns that somebody chose.
@@ -137,7 +148,7 @@ void print_rows(const Output &output, const std::string &owner_title, std::span<
             if (!owner_title.empty()) cells.push_back(owner);
             for (const ViewColumn &column : columns)
                 cells.push_back(column.name == style.worded ? cell_word(database, row, column.name, style.words)
-                                                            : cell_text(database, row, column.name.c_str()));
+                                                            : cell_text(database, row, column));
             table.add(std::move(cells));
         }
     table.print(output);
@@ -172,7 +183,7 @@ void print_row(const Output &output, db_handle *database, uint32_t row, const ca
     if (output.format == Format::hex) return print_document(output, document_of(database));
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const ViewColumn &column : columns_of(std::array{Owned{{}, database}}, view))
-        table.add({column.heading.title, cell_text(database, row, column.name.c_str())});
+        table.add({column.heading.title, cell_text(database, row, column)});
     table.print(output);
 }
 

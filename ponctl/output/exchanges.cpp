@@ -31,14 +31,14 @@ void print_request(const Output &output, const Exchange &exchange)
         std::fprintf(output.stream, "not sent: %s on %s, %zu bytes\n",
                      std::string(catalogue::to_text(exchange.call)).c_str(),
                      std::string(exchange.channel->name).c_str(), exchange.request.size());
-        print_fields(output, reading);
+        return print_fields(output, reading);
     }
     print_bytes(output, exchange.request, &reading);
 }
 
 } // namespace
 
-void print_requests(const Output &output, std::span<const Exchange> requests)
+void print_requests(const Output &output, std::span<const Exchange> requests, const std::string &changes)
 {
     if (output.format == Format::json) {
         Json json(output.stream);
@@ -48,6 +48,7 @@ void print_requests(const Output &output, std::span<const Exchange> requests)
         json->EndArray();
         return;
     }
+    if (!changes.empty() && output.format == Format::table) std::fprintf(output.stream, "%s\n", changes.c_str());
     if (requests.empty()) std::fputs("nothing would be sent\n", output.stream);
     for (const Exchange &exchange : requests) {
         if (&exchange != &requests.front()) std::fputc('\n', output.stream);

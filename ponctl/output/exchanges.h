@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "call/exchange.h"
 #include "output/exit_code.h"
@@ -11,8 +12,9 @@
 namespace ponctl
 {
 
-// Prints requests that were not sent: the call and the channel, the record, and its bytes.
-void print_requests(const Output &output, std::span<const Exchange> requests);
+// Prints requests that were not sent, below a text that says what they would change: the call and the channel, and the
+// record. In hexadecimal, the bytes of the records are printed alone.
+void print_requests(const Output &output, std::span<const Exchange> requests, const std::string &changes);
 
 // Prints as a JSON object how a command ended that has no result.
 void print_ending(const Output &output, const Exchange &last, int exit_code);

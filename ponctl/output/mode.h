@@ -8,7 +8,7 @@ namespace ponctl
 
 struct Mode {
     bool quiet = false;   // no results, and no notes on standard error
-    bool dry_run = false; // nothing is sent
+    bool dry_run = false; // nothing is changed
     bool watched = false; // the command runs again and again, so it must change nothing
     bool red = false;     // errors on standard error are red
     // The text for standard error waits here until a reading is shown. When it is null, the text does not wait.

@@ -52,25 +52,6 @@ void add(IdSet &ids, uint32_t id)
     ids[id / 32] |= uint32_t{1} << id % 32;
 }
 
-// Looks up the ids that are bound at a port.
-ExitCode look_up_bound(uint32_t port, IdSet &ids)
-{
-    const Invocation listed("bsp_pon_exec_get_json_",
-                            words_of({{"cmd", "BSP_CMD_VIEW_ONU_INFO_WEB"}, {"pon_port", std::to_string(port)}}),
-                            consent());
-    if (!listed.good()) return report(listed);
-    expect_answer(listed);
-    const db_handle *database = listed.database();
-    for (uint32_t row = 0; database && row < db_rows(database); ++row) {
-        int64_t id = 0;
-        if (db_get_integer(database, row, "onu_id", &id) == 0 && id >= 0 && id <= max_onu_id)
-            add(ids, static_cast<uint32_t>(id));
-    }
-    if (count_of(ids) > 0) return exit_success;
-    complain("no ONU is bound at port " + std::to_string(port));
-    return exit_status;
-}
-
 // Returns the word of a command line for the argument, or the field of an argument, that has one of these names.
 std::string word_for(const catalogue::Operation &operation, const std::array<std::string_view, 2> &names)
 {
@@ -125,6 +106,23 @@ std::string format_onu_set(const OnuSet &set)
 std::string describe_onu_set(const OnuSet &set)
 {
     return (!set.all && count_of(set.ids) == 1 ? "ONU " : "ONUs ") + format_onu_set(set);
+}
+
+ExitCode look_up_bound(uint32_t port, IdSet &ids)
+{
+    const Invocation listed("bsp_pon_exec_get_json_",
+                            words_of({{"cmd", "BSP_CMD_VIEW_ONU_INFO_WEB"}, {"pon_port", std::to_string(port)}}),
+                            looking());
+    if (!listed.good()) return report(listed);
+    const db_handle *database = listed.database();
+    for (uint32_t row = 0; database && row < db_rows(database); ++row) {
+        int64_t id = 0;
+        if (db_get_integer(database, row, "onu_id", &id) == 0 && id >= 0 && id <= max_onu_id)
+            add(ids, static_cast<uint32_t>(id));
+    }
+    if (count_of(ids) > 0) return exit_success;
+    complain("no ONU is bound at port " + std::to_string(port));
+    return exit_status;
 }
 
 ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, std::deque<Invocation> &)> &act,

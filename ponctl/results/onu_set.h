@@ -43,6 +43,9 @@ struct OnuCalls {
     std::deque<Invocation> calls;
 };
 
+// Looks up the ids that are bound at a port. There must be some.
+ExitCode look_up_bound(uint32_t port, IdSet &ids);
+
 // Calls operations for each ONU of the set in turn, whether or not the ones before it failed. Then shows what all of
 // them delivered, and reports what failed: each call, and a summary when there are several ONUs. Returns the worst of
 // their exit codes. `show` receives whether there are several. When there are several, standard error shows the

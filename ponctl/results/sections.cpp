@@ -47,11 +47,7 @@ std::vector<Styled> fields_of(const Section &section, const Reading &reading)
     std::vector<Styled> fields;
     if (const auto index = number_index(section)) {
         const catalogue::Field &field = section.called->word_field(*index);
-        FieldStyle style{field.name, section.name};
-        if (const auto own = std::ranges::find(section.styles, field.name, &FieldStyle::field);
-            own != section.styles.end())
-            style.words = own->words;
-        return {{&field, style}};
+        return {{&field, {field.name, section.name}}};
     }
     if (section.styled_only) {
         for (const FieldStyle &style : section.styles)
@@ -62,6 +58,14 @@ std::vector<Styled> fields_of(const Section &section, const Reading &reading)
         const auto style = std::ranges::find(section.styles, decoded.field->name, &FieldStyle::field);
         fields.push_back({decoded.field, style == section.styles.end() ? FieldStyle{decoded.field->name} : *style});
     }
+    return fields;
+}
+
+// Returns the fields that people are shown.
+std::vector<Styled> counted_fields_of(const Section &section, const Reading &reading)
+{
+    std::vector<Styled> fields = fields_of(section, reading);
+    std::erase_if(fields, [&reading](const Styled &styled) { return !is_counted(reading, *styled.field); });
     return fields;
 }
 
@@ -81,26 +85,9 @@ std::string register_text(const Reading &reading, const catalogue::Field &field)
 std::string value_of(const Section &section, const Reading &reading, const Styled &styled)
 {
     const catalogue::Field &field = *styled.field;
-    if (section.registers && is_number(field.type) && field.unit.empty()) return register_text(reading, field);
-    return styled_text(reading, styled.style);
-}
-
-// Returns the word of a number, or the number when it has no word.
-std::string word_of_number(const std::string &digits, Words words)
-{
-    for (size_t number = 0; number < words.size(); ++number)
-        if (std::to_string(number) == digits) return std::string(words[number]);
-    return digits;
-}
-
-// Returns the names of the flags that are set, or "-".
-std::string names_of_flags(const catalogue::Field &field, std::span<const uint8_t> bytes, Words flags)
-{
-    const auto number = static_cast<uint64_t>(number_of(field, bytes));
-    std::vector<std::string_view> names;
-    for (size_t flag = 0; flag < flags.size(); ++flag)
-        if (number >> (8 * field.size - 1 - flag) & 1) names.push_back(flags[flag]);
-    return names.empty() ? "-" : text::join(names);
+    if (section.registers && is_number(field.type) && field.unit.empty() && field.values.empty())
+        return register_text(reading, field);
+    return text_of(reading, field);
 }
 
 bool is_database(const Section &section)
@@ -132,10 +119,8 @@ void write(const Output &output, Json &json, const Section &section)
     const Reading reading = reading_of(section);
     if (const auto index = number_index(section)) return json.field(section.called->word_field(*index), reading);
     json->StartObject();
-    for (const Styled &styled : fields_of(section, reading)) {
-        json.key(title_of(styled));
-        json.field(*styled.field, reading);
-    }
+    for (const Styled &styled : fields_of(section, reading))
+        json.member(title_of(styled), *styled.field, reading);
     json->EndObject();
 }
 
@@ -154,19 +139,28 @@ void print(const Output &output, const Section &section)
     const Reading reading = reading_of(section);
     if (output.format == Format::hex) return print_bytes(output, reading.bytes, &reading);
     Table table({{"FIELD"}, {"VALUE", Table::Fit::wrap}});
-    for (const Styled &styled : fields_of(section, reading))
+    for (const Styled &styled : counted_fields_of(section, reading))
         table.add({title_of(styled), value_of(section, reading, styled)});
     table.print(output);
 }
 
+// Writes a section as a member of an object. What a single number means stands beside it.
+void write_member(const Output &output, Json &json, const Section &section)
+{
+    json.key(section.name);
+    write(output, json, section);
+    const auto index = number_index(section);
+    if (index && section.called->good())
+        json.names(section.name, section.called->word_field(*index), reading_of(section));
+}
+
 void write(const Output &output, Json &json, const std::vector<Section> &sections, bool titled)
 {
-    if (titled) json->StartObject();
-    for (const Section &section : sections) {
-        if (titled) json.key(section.name);
-        write(output, json, section);
-    }
-    if (titled) json->EndObject();
+    if (!titled) return write(output, json, sections.front());
+    json->StartObject();
+    for (const Section &section : sections)
+        write_member(output, json, section);
+    json->EndObject();
 }
 
 // Prints the title above a part of the result, with an empty line before all titles except the first.
@@ -198,7 +192,7 @@ void print_together(const Output &output, const std::vector<std::pair<std::strin
     Table table({{onu_title}, {"FIELD"}, {"VALUE", Table::Fit::wrap}});
     for (const auto &[onu, section] : sections) {
         const Reading reading = reading_of(*section);
-        for (const Styled &styled : fields_of(*section, reading))
+        for (const Styled &styled : counted_fields_of(*section, reading))
             table.add({onu, title_of(styled), value_of(*section, reading, styled)});
     }
     table.print(output);
@@ -251,21 +245,6 @@ std::string number_of_word(std::string_view name, std::string_view word, Words w
     return std::to_string(found - words.begin());
 }
 
-std::string styled_text(const Reading &reading, const FieldStyle &style)
-{
-    const catalogue::Field *field = find_field(reading, style.field);
-    if (!field) return "-";
-    if (!style.flags.empty()) return names_of_flags(*field, field_bytes(*field, reading.bytes), style.flags);
-    if (!style.words.empty()) return word_of_number(field_digits(reading, style.field), style.words);
-    return text_of(reading, *field);
-}
-
-std::vector<FieldStyle> pon_phy_styles()
-{
-    return {{"laser", {}, off_on}, {"tx_fault", {}, no_yes},  {"rx_los", {}, no_yes},       {"lao_mode", {}, off_on},
-            {"set", {}, no_yes},   {"set_laser", {}, off_on}, {"set_tx_fault", {}, no_yes}, {"set_rx_los", {}, no_yes}};
-}
-
 void refuse_selection(const Output &output)
 {
     if (output.selection)
@@ -298,10 +277,8 @@ void print_each(const Output &output, const std::vector<Subject> &subjects, bool
         for (const Subject &subject : subjects) {
             json->StartObject();
             json.member("onu", subject.onu);
-            for (const Section &section : subject.sections) {
-                json.key(section.name);
-                write(output, json, section);
-            }
+            for (const Section &section : subject.sections)
+                write_member(output, json, section);
             json->EndObject();
         }
         json->EndArray();

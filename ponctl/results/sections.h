@@ -29,27 +29,19 @@ std::string field_digits(const Reading &reading, std::string_view name);
 using Words = std::span<const std::string_view>;
 
 inline constexpr std::array<std::string_view, 2> off_on{"off", "on"};
-inline constexpr std::array<std::string_view, 2> no_yes{"no", "yes"};
 
 // Returns the number of a word among `words`. Throws a UsageError that starts with `name` when the word is none of
 // them.
 std::string number_of_word(std::string_view name, std::string_view word, Words words);
+
 // A FieldStyle says how a field is shown.
 struct FieldStyle {
     std::string_view field;
     std::string_view title = {}; // empty: the field's name
-    Words words = {};            // for people: the words of its numbers, from 0 on
-    Words flags = {};            // or the words of its bits, from the highest bit on
 };
-
-// Returns the value of a field for people, or "-" when there is none.
-std::string styled_text(const Reading &reading, const FieldStyle &style);
 
 // These are the words of the authentication modes, from 0 on.
 inline constexpr std::array<std::string_view, 4> auth_modes{"mac", "loid", "loid-password", "hybrid"};
-
-// Returns the styles of the PHY fields of a PON port.
-std::vector<FieldStyle> pon_phy_styles();
 
 // A Section is what one call delivered, as a part of a result.
 struct Section {

@@ -23,6 +23,8 @@ QUERIES = "catalog/onu/queries.toml"
 REQUESTS = "catalog/onu/requests.toml"
 OPTICS = "catalog/platform/optics.toml"
 LAYOUTS = "catalog/layouts/batch.toml"
+CHIP_LAYOUTS = "catalog/layouts/chip.toml"
+UNI = "catalog/layouts/onu_uni.toml"
 UNI_LAYOUTS = "catalog/layouts/onu_uni.toml"
 VIEWS = "catalog/views/onu.toml"
 
@@ -75,6 +77,39 @@ BROKEN = {
                          "field min_distance", "only numbers with a unit"),
     "scale not a number": (LAYOUTS, 'unit = "m", brief = "nearest', 'unit = "m", scale = "x", brief = "nearest',
                            "field min_distance", "'scale' must be a number above 0"),
+    "values not a table": (LAYOUTS, 'unit = "m", brief = "nearest', 'values = ["a"], brief = "nearest',
+                           "field min_distance", "'values' must be a table of names with numbers from 0 to 4294967295"),
+    "values too great": (CHIP_LAYOUTS, "values = { \"strict priority\" = 0", "values = { \"strict priority\" = 256",
+                         "field scheduler", "'values' must be a table of names with numbers from 0 to 255"),
+    "values with one number": (CHIP_LAYOUTS, "\"weighted round robin\" = 1", "\"weighted round robin\" = 0",
+                               "field scheduler", "gives a number two names"),
+    "value without a name": (CHIP_LAYOUTS, "\"weighted round robin\" = 1", "\" \" = 1", "field scheduler", "is no name"),
+    "flag beyond the number": (CHIP_LAYOUTS, "reset = 7", "reset = 8", "field control", "numbers from 0 to 7"),
+    "range upside down": (LAYOUTS, 'unit = "m", brief = "nearest', 'unit = "m", range = [2, 1], brief = "nearest',
+                          "field min_distance", "two whole numbers in ascending order"),
+    "range beyond the number": (LAYOUTS, 'unit = "m", brief = "nearest',
+                                'unit = "m", range = [0, 4294967296], brief = "nearest',
+                                "field min_distance", "more than a u32 holds"),
+    "range beside values": (CHIP_LAYOUTS, "values = { \"strict priority\" = 0", "range = [0, 1], values = { \"strict priority\" = 0",
+                            "field scheduler", "needs no 'range'"),
+    "unit beside hexadecimal": (LAYOUTS, 'unit = "m", brief = "nearest',
+                                'unit = "m", hexadecimal = true, brief = "nearest', "field min_distance", "has either"),
+    "values of a text": (LAYOUTS, 'type = "idset", brief', 'type = "idset", values = { a = 0 }, brief', "field onu_set",
+                         "only numbers have"),
+    "hexadecimal set": (LAYOUTS, 'type = "idset", brief', 'type = "idset", hexadecimal = true, brief', "field onu_set",
+                        "only numbers have"),
+    "condition of two fields": (UNI, 'where = { mode = ["translation", "trunk"] }',
+                                'where = { mode = ["trunk"], pvid = ["x"] }', "field count", "must be one field"),
+    "condition of an unknown field": (UNI, 'where = { mode =', 'where = { mood =', "field count", "of 'mood'"),
+    "condition of an unknown value": (UNI, '["translation", "trunk"]', '["translating", "trunk"]', "field count",
+                                      "must list names of values"),
+    "counted by an unknown field": (UNI, 'counted = "count"', 'counted = "number"', "field ability_1", "names the field"),
+    "counted though not repeated": (UNI, 'range = [1, 5], brief', 'range = [1, 5], counted = "ability", brief',
+                                    "field count", "names the field"),
+    "present of an answer": (UNI, 'answer   = true', 'answer   = true\npresent  = "BSP_CMD_ONU_PAUSE_GET"',
+                             "layout onu_admin_state", "only what is sent starts"),
+    "present of an unknown command": (UNI, 'present  = "BSP_CMD_ONU_ADMIN_STATE_GET"', 'present  = "BSP_CMD_X"',
+                                      "layout onu_admin_state_set", "names 'BSP_CMD_X'"),
     "word unaligned": (RECORDS, "offset = 36,  type", "offset = 35,  type", "field arg_word36", "not aligned to 4"),
     "field of an unknown type": (RECORDS, '"text:128"', '"string:128"', "field text237", "'type' must be one of"),
     "text without a size": (RECORDS, '"text:128"', '"text"', "field text237", "'type' must be one of"),

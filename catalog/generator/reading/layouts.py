@@ -6,16 +6,19 @@ from .records import ALIGNMENTS, read_fields
 
 def read_layouts(catalogue, file, table):
     for layout in entries(file, table, "layout", ["name", "record", "commands", "brief"],
-                          ["fields", "like", "answer"]):
+                          ["fields", "like", "answer", "present"]):
         if layout.get("like") is not None:
             if layout.get("fields") is not None:
                 layout.fail("a layout has 'fields' of its own or is 'like' another, not both")
             layout.table = {**layout.table, "fields": layout.lookup("like", catalogue.layouts).get("fields")}
         layout.of_answer = layout.flag("answer")
         layout.brief, layout.record = layout.text("brief"), layout.lookup("record", catalogue.records)
-        layout.fields = read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", *ALIGNMENTS],
+        layout.fields = read_fields(layout, layout.record.size, ["u8", "mac", "text", "bytes", "list", "ports", "ipv4", "oui", "date", *ALIGNMENTS],
                                     "times", "every")
         read_uses(catalogue, layout)
+        layout.present = layout.lookup("present", catalogue.commands) if layout.get("present") else None
+        if layout.present and layout.of_answer:
+            layout.fail("only what is sent starts from what is 'present'")
         add(catalogue.shown, layout)
         add(catalogue.layouts, layout)
 

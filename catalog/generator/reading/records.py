@@ -5,8 +5,11 @@ import copy
 from .entry import Entry, add, entries
 
 RECORD_SIZES = {"bsp_pon_msg": 944, "bsp_pon_msg_ext": 1044, "bsp_plat_msg": 1148, "bsp_onu_msg": 1888}
-FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s32": 4, "u64": 8}
+FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s32": 4, "u64": 8,
+               "ipv4": 4, "oui": 3, "date": 3}
 ALIGNMENTS = {"u32": 4, "idset": 4, "u16": 2, "s16": 2, "s32": 4, "u64": 4}
+NUMBERS = {"u8": (0, 0xFF), "u16": (0, 0xFFFF), "s16": (-0x8000, 0x7FFF), "u32": (0, 0xFFFFFFFF),
+           "s32": (-0x80000000, 0x7FFFFFFF), "u64": (0, 0xFFFFFFFFFFFFFFFF)}
 
 
 def read_records(catalogue, file):
@@ -41,7 +44,7 @@ def read_fields(owner, size, kinds, *repeating):
     fields = {}
     for table in owner.items("fields"):
         field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
-                      ["unit", "scale", *repeating])
+                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", "counted", *repeating])
         for place in places(field):
             check_field(place, size, kinds)
             add(fields, place)
@@ -49,7 +52,25 @@ def read_fields(owner, size, kinds, *repeating):
     for before, after in zip(ordered, ordered[1:]):
         if before.offset + before.size > after.offset:
             after.fail(f"overlaps field {before.name}, which ends at {before.offset + before.size}")
+    for field in ordered:
+        check_condition(field, fields)
+        field.counter = field.text("counted", "")
+        if field.counter and (field.times == 1 or field.counter not in fields):
+            field.fail("'counted' names the field that says how many of a repeated one count")
     return {field.name: field for field in ordered}
+
+
+def check_condition(field, fields):
+    """Reads where a field has a meaning: which values of another one, which comes before it or not, let it have one."""
+    where = field.get("where", {})
+    if not isinstance(where, dict) or len(where) > 1:
+        field.fail(f"'where' must be one field with a list of its values, not {where!r}")
+    field.condition, field.where = next(iter(where.items()), ("", []))
+    if not field.condition:
+        return
+    known = fields[field.condition].values if field.condition in fields else {}
+    if not isinstance(field.where, list) or not field.where or any(name not in known for name in field.where):
+        field.fail(f"'where' must list names of values of another field, not {field.where!r} of {field.condition!r}")
 
 
 def places(field):
@@ -74,7 +95,7 @@ def places(field):
 def check_field(field, size, kinds):
     kind, _, count = field.text("type").partition(":")
     if kind not in kinds or (kind in FIELD_SIZES) != (count == "") or not (count == "" or count.isdigit()):
-        field.fail(f"'type' must be one of {', '.join(kinds)} (text and bytes with :N), not {field.get('type')!r}")
+        field.fail(f"'type' must be one of {', '.join(kinds)} (text, bytes, list and ports with :N), not {field.get('type')!r}")
     field.brief, field.unit = field.text("brief"), field.text("unit", "")
     field.type, field.size, field.offset = kind, FIELD_SIZES.get(kind) or int(count), field.number("offset")
     if field.size == 0 or field.offset + field.size > size:
@@ -85,5 +106,46 @@ def check_field(field, size, kinds):
     field.scale = field.get("scale", 1)
     if isinstance(field.scale, bool) or not isinstance(field.scale, (int, float)) or field.scale <= 0:
         field.fail(f"'scale' must be a number above 0, not {field.scale!r}")
-    if field.scale != 1 and (kind not in ("u8", "u16", "s16", "u32", "s32", "u64") or not field.get("unit")):
+    if field.scale != 1 and (kind not in NUMBERS or not field.get("unit")):
         field.fail("only numbers with a unit have a scale")
+    check_meaning(field)
+
+
+def check_meaning(field):
+    """Reads what the numbers of a field mean: the names of its values or flags, its range, its notation."""
+    kind = field.type
+    field.values = read_names(field, "values", *NUMBERS.get(kind, (0, 0)))
+    field.flags = read_names(field, "flags", 0, 8 * field.size - 1)
+    field.hexadecimal = field.flag("hexadecimal")
+    field.range = field.get("range")
+    if kind not in NUMBERS and (field.values or field.flags or field.range or field.hexadecimal):
+        field.fail("only numbers have 'values', 'flags', a 'range' or are 'hexadecimal'")
+    if bool(field.values) + bool(field.flags) + field.hexadecimal + bool(field.unit) > 1:
+        field.fail("a number has either a unit, 'values' or 'flags', or is 'hexadecimal'")
+    if field.range is None:
+        return
+    if not (isinstance(field.range, list) and len(field.range) == 2 and all(map(is_whole, field.range))
+            and field.range[0] < field.range[1]):
+        field.fail(f"'range' must be two whole numbers in ascending order, not {field.range!r}")
+    if field.values or field.flags:
+        field.fail("what 'values' or 'flags' name needs no 'range'")
+    least, greatest = (round(bound / field.scale) for bound in field.range)
+    if least < NUMBERS[kind][0] or greatest > NUMBERS[kind][1]:
+        field.fail(f"'range' {field.range!r} is more than a {kind} holds")
+
+
+def is_whole(number):
+    return isinstance(number, int) and not isinstance(number, bool)
+
+
+def read_names(field, key, least, greatest):
+    """Returns the names of values, or of flags by the number of their bit, in the order in which they are written."""
+    names = field.get(key, {})
+    if not isinstance(names, dict) or not all(is_whole(number) and least <= number <= greatest for number in names.values()):
+        field.fail(f"'{key}' must be a table of names with numbers from {least} to {greatest}, not {names!r}")
+    if len(set(names.values())) != len(names):
+        field.fail(f"'{key}' gives a number two names")
+    for name in names:
+        if not name.strip() or name[0].isdigit() and name.isdigit() or any(c in name for c in ",=\"\\"):
+            field.fail(f"{name!r} of '{key}' is no name")
+    return names

@@ -13,8 +13,11 @@ def read_views(catalogue, file, table):
         add(catalogue.shown, view)
         for column in view.items("columns"):
             column = Entry(view.file, f"view {view.name}: column", column, ["name", "type", "title", "brief"],
-                           ["unit", "nullable"])
+                           ["unit", "nullable", "hexadecimal"])
             column.brief, column.title, column.unit = column.text("brief"), column.text("title"), column.text("unit", "")
+            column.hexadecimal = column.flag("hexadecimal")
+            if column.hexadecimal and (column.get("type") not in ("u32", "u64") or column.unit):
+                column.fail("only numbers without a unit are 'hexadecimal'")
             column.nullable = column.flag("nullable")
             column.type = COLUMN_TYPES[column.choice("type", COLUMN_TYPES)]
             add(view.columns, column)

@@ -3,7 +3,7 @@
 from .text import GENERATED
 
 TYPES = {"u8": "uint8_t", "u16": "uint16_t", "s16": "int16_t", "u32": "uint32_t", "s32": "int32_t", "u64": "uint64_t",
-         "mac": "Mac", "idset": "IdSet"}
+         "mac": "Mac", "idset": "IdSet", "ipv4": "Bytes<4>", "oui": "Bytes<3>", "date": "Bytes<3>"}
 
 
 def service_words(catalogue):
@@ -22,6 +22,7 @@ def service_words(catalogue):
 
 
 def place_of(field):
-    of_type = TYPES.get(field.type) or f"{field.type.capitalize()}<{field.size}>"
+    kind = "Bytes" if field.type in ("list", "ports") else field.type.capitalize()
+    of_type = TYPES.get(field.type) or f"{kind}<{field.size}>"
     repeated = f", {field.times}, {field.every}" if field.times > 1 else ""
     return f"inline constexpr At<{of_type}{repeated}> {field.base}{{{field.offset}}}; // {field.brief}"

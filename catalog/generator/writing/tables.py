@@ -47,20 +47,47 @@ def table(kind, rows):
     return [f"constexpr {kind} all_{KINDS[kind]}[] = {{", *rows, "};", ""]
 
 
-def field_row(name, field):
-    return (f"{{{quoted(name)}, FieldType::{field.type}, {field.offset}, {field.size}, {quoted(field.unit)}, "
-            f"{field.scale}, {quoted(field.brief)}}}")
+def field_row(owner, field):
+    meaning = [f".{key} = {owner.name}_{field.base}_{key}" for key in ("values", "flags") if getattr(field, key)]
+    if field.range:
+        meaning.append(f".range = Range{{{field.range[0]}, {field.range[1]}}}")
+    if field.hexadecimal:
+        meaning.append(".hexadecimal = true")
+    if field.condition:
+        meaning += [f".condition = {quoted(field.condition)}", f".where = {owner.name}_{field.base}_where"]
+    if field.counter:
+        meaning.append(f".counter = {quoted(field.counter)}")
+    row = [quoted(field.base), f"FieldType::{field.type}", field.offset, field.size, quoted(field.unit), field.scale,
+           quoted(field.brief)]
+    members = ("name", "type", "offset", "size", "unit", "scale", "brief")
+    return "{" + ", ".join([f".{member} = {value}" for member, value in zip(members, row)] + meaning) + "}"
+
+
+def named_rows(owner, field):
+    """Writes the names that the row of a field refers to, of values, of bits and of the values of its condition."""
+    lines = []
+    for key in ("values", "flags"):
+        if names := getattr(field, key):
+            rows = ", ".join(f"{{{quoted(name)}, {number}}}" for name, number in names.items())
+            lines.append(f"constexpr Named {owner.name}_{field.base}_{key}[] = {{{rows}}};")
+    if field.condition:
+        rows = ", ".join(map(quoted, field.where))
+        lines.append(f"constexpr std::string_view {owner.name}_{field.base}_where[] = {{{rows}}};")
+    return lines
 
 
 def field_rows(record):
-    rows = [f"    {field_row(field.name, field)}," for field in record.fields.values()]
-    return [f"constexpr Field {record.name}_fields[] = {{", *rows, "};", ""]
+    fields = record.fields.values()
+    return [*(line for field in fields for line in named_rows(record, field)),
+            f"constexpr Field {record.name}_fields[] = {{", *(f"    {field_row(record, field)}," for field in fields),
+            "};", ""]
 
 
 def repeated_rows(layout):
-    rows = [f"    {{{field_row(field.base, field)}, {field.times}, {field.every}}},"
-            for field in layout.fields.values() if field.index == 0]
-    return [f"constexpr Repeated {layout.name}_rows[] = {{", *rows, "};", ""]
+    fields = [field for field in layout.fields.values() if field.index == 0]
+    rows = [f"    {{{field_row(layout, field)}, {field.times}, {field.every}}}," for field in fields]
+    return [*(line for field in fields for line in named_rows(layout, field)),
+            f"constexpr Repeated {layout.name}_rows[] = {{", *rows, "};", ""]
 
 
 def record_row(record, at):
@@ -87,14 +114,14 @@ def uses(entry, at):
 
 def layout_row(layout, at):
     return (f"    {{{quoted(layout.name)}, {at[layout.record]}, {layout.name}_commands, expanded<{layout.name}_rows>, "
-            f"{flag(layout.of_answer)}, {quoted(layout.brief)}}},")
+            f"{flag(layout.of_answer)}, {quoted(layout.brief)}, {at[layout.present]}}},")
 
 
 def columns(view):
     rows = [f"constexpr Column {view.name}_columns[] = {{"]
     for column in view.columns.values():
         rows.append(f"    {{{quoted(column.name)}, {quoted(column.title)}, ColumnType::{column.type}, {flag(column.nullable)}, {quoted(column.unit)}, "
-                    f"{quoted(column.brief)}}},")
+                    f"{quoted(column.brief)}, {flag(column.hexadecimal)}}},")
     return [*rows, "};", ""]
 
 

@@ -8,6 +8,7 @@
 #include "results/delivered.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
+#include "results/preview.h"
 
 namespace ponctl
 {
@@ -42,7 +43,7 @@ ExitCode run_onu_reject(const Output &output, const RejectOptions &options)
     if (const auto set = set_in_place_of(options.port)) {
         if (!options.ids.empty() || !(options.mac + options.text).empty())
             throw UsageError("ID, --mac and --text: not beside a set; " + options.port + " names the ONUs already");
-        ask_before(one, "rejecting " + describe_onu_set(*set));
+        ask_about(one, "rejecting " + describe_onu_set(*set), Effect::offline, *set);
         return tell_onus(output, *set, one);
     }
     const std::string port = port_of(options.port);
@@ -52,7 +53,8 @@ ExitCode run_onu_reject(const Output &output, const RejectOptions &options)
     const uint32_t count = count_of(ids);
     if (count == 0) throw UsageError("which ONU? give ONU ids, as 1-5,7, or --mac MAC");
     const std::string which = format_idset(ids);
-    ask_before(one, (count == 1 ? "rejecting ONU " : "rejecting ONUs ") + which + " of port " + port);
+    ask_about(one, (count == 1 ? "rejecting ONU " : "rejecting ONUs ") + which + " of port " + port, Effect::offline,
+              OnuSet{parse_number("PORT", port), ids});
     if (count == 1) return run_call(output, one, words_of({{"pon_port", port}, {"onu_id", which}}));
     return run_call(output, "bsp_pon_reject_onu_to_blacklist_batch",
                     words_of({{"record.pon_port", port}, {"record.onu_set", which}}));

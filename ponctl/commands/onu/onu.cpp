@@ -19,6 +19,7 @@
 #include "results/delivered.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
+#include "results/preview.h"
 #include "results/sections.h"
 
 namespace ponctl
@@ -70,7 +71,9 @@ ExitCode release_many(const Output &output, const ReleaseOptions &options)
         throw UsageError("--all and --offline stand alone: not with each other, not with --id or --mac");
     const std::string which = options.all ? "all ONUs" : "all offline ONUs";
     const char *operation = options.all ? "bsp_pon_no_bind_onu_all" : "bsp_pon_no_bind_offline_onu_all";
-    ask_before(operation, "releasing " + which + " of port " + options.port);
+    const OnuSet all{parse_number("PORT", options.port), {}, true};
+    ask_about(operation, "releasing " + which + " of port " + options.port,
+              options.all ? Effect::offline : Effect::setting, all);
     return run_call(output, operation, words_of({{"pon_port", options.port}}));
 }
 
@@ -224,7 +227,7 @@ ExitCode show_each(const Output &output, const OnuSet &set)
             onus.emplace_back(onu.name(), ask_for(std::to_string(onu.port), {std::to_string(onu.id), {}}, calls));
         },
         [&](const std::deque<OnuCalls> &asked, bool several) {
-            missing = show(output, onus, several);
+            missing = show(output, onus, several || output.format == Format::json);
             for (size_t index = 0; index < onus.size(); ++index)
                 if (!onus[index].second && asked[index].calls.front().good())
                     complain("there is no ONU " + onus[index].first);
@@ -284,7 +287,7 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
             throw UsageError("--id, --mac, --offline and --all: not beside a set; " + options.port +
                              " names the ONUs already");
         constexpr const char *operation = "bsp_pon_no_bind_onu_spec_id";
-        ask_before(operation, "releasing " + describe_onu_set(*set));
+        ask_about(operation, "releasing " + describe_onu_set(*set), Effect::offline, *set);
         return tell_onus(output, *set, operation);
     }
     if (options.all || options.offline) return release_many(output, options);
@@ -292,6 +295,10 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
     const char *operation = options.mac.empty()  ? "bsp_pon_no_bind_onu_spec_id"
                             : options.id.empty() ? "bsp_pon_no_bind_onu_by_mac"
                                                  : "bsp_pon_no_bind_onu_spec_id_and_mac";
+    // Without anybody to ask, the request itself is refused, and says for what.
+    if (!options.id.empty() && may_ask())
+        ask_about(operation, "releasing ONU " + options.port + "/" + options.id, Effect::offline,
+                  OnuSet{parse_number("PORT", options.port), parse_idset("--id", options.id)});
     return run_call(output, operation,
                     words_of({{"pon_port", options.port}, {"onu_id", options.id}, {"mac", options.mac}}));
 }
@@ -303,7 +310,7 @@ ExitCode run_onu_confirm(const Output &output, const ConfirmOptions &options)
         words_of({{"onu.arg_byte16", options.as_mode_says ? "1" : "0"}, {"onu.arg_word36", mode_of(options.mode)}});
     if (auto set = set_in_place_of(options.port, options.onu)) {
         set->but_0 = true;
-        ask_before(operation, "letting in " + describe_onu_set(*set));
+        ask_about(operation, "letting in " + describe_onu_set(*set), Effect::setting, *set);
         return tell_onus(output, *set, operation, how);
     }
     if (options.onu.empty()) throw UsageError(which_onu);
@@ -432,7 +439,7 @@ void add_onu(Program &program)
         "onu",
         "Lists, shows, explains, binds, releases, confirms, reboots and rejects ONUs; asks and sets remote ONUs");
     for (const auto add : {add_list, add_find, add_why, add_show, add_bind, add_release, add_confirm, add_reboot,
-                           add_describe, add_black_list})
+                           add_describe, add_black_list, add_import})
         add(onu);
     add_watch(program, onu);
     Command &image = add_queries(onu);

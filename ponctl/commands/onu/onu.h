@@ -17,6 +17,8 @@ void add_find(Command &onu);
 void add_why(Command &onu);
 // Adds the command that follows the states of ONUs.
 void add_watch(Program &program, Command &onu);
+// Adds the commands that bring many ONUs into service from a table, and write such a table.
+void add_import(Command &onu);
 // Adds the queries to remote ONUs. Returns the command that shows their images.
 Command &add_queries(Command &onu);
 // Adds the commands that configure remote ONUs. Those for images are added to `image`.

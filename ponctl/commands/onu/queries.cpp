@@ -45,22 +45,11 @@ struct Query {
     std::string_view name;  // the name of the member in JSON
     std::string_view title; // the title for people
     std::vector<std::string> words = {};
-    std::vector<FieldStyle> styles = {};
 };
-
-constexpr std::array<std::string_view, 2> static_address{"off", "static address"};
-constexpr std::array<std::string_view, 2> time_sources{"time of the OLT", "SNTP"};
-constexpr std::array<std::string_view, 2> multicast_modes{"snooping", "controllable multicast"};
-constexpr std::array<std::string_view, 4> vlan_modes{"transparent", "tag", "translation", "trunk"};
-constexpr std::array<std::string_view, 4> fec_modes{"0", "unknown", "enabled", "disabled"};
-constexpr std::array<std::string_view, 4> fec_abilities{"0", "1", "supported", "not supported"};
-constexpr std::array<std::string_view, 3> tag_modes{"kept", "stripped", "translated"};
-constexpr std::array<std::string_view, 6> image_states{"none",      "receiving", "complete",
-                                                       "committed", "started",   "failed verification"};
 
 Section section_of(const Query &query, const Invocation &called)
 {
-    Section section{query.name, query.title, &called, query.styles};
+    Section section{query.name, query.title, &called};
     // Of an answer in the caller's record, only the part is shown that comes from the ONU.
     if (called.has(catalogue::ArgumentType::record)) {
         section.of_answer = true;
@@ -96,7 +85,7 @@ ExitCode ask_onus(const Output &output, const std::string &set, const std::vecto
             std::vector<Subject> subjects;
             for (const OnuCalls &of_onu : asked)
                 subjects.push_back({of_onu.onu, sections_of(queries, of_onu)});
-            if (several)
+            if (several || output.format == Format::json)
                 print_each(output, subjects, named);
             else
                 print_sections(output, subjects.front().sections, named);
@@ -138,12 +127,10 @@ std::vector<Query> queries_of_service(std::string_view service, const std::strin
     if (service == "acl") return {{"bsp_pon_onu_ctc_get_acl", "acl", "Access control list"}};
     if (service == "dhcp") return {{"bsp_pon_onu_ctc_get_dhcp", "dhcp", "DHCP server"}};
     if (service == "fec")
-        return {{"bsp_pon_onu_get_fec_mode", "fec", "FEC", {}, {{"mode", {}, fec_modes}}},
-                {"bsp_pon_onuc_get_fec_ability", "fec_ability", "FEC ability", {}, {{"ability", {}, fec_abilities}}}};
-    if (service == "time")
-        return {{"bsp_pon_onu_ctc_get_time_config", "time", "Time", {}, {{"mode", {}, time_sources}}}};
-    if (service == "mgmt")
-        return {{"bsp_pon_onu_ctc_get_mgmt", "mgmt", "Management address", {}, {{"mode", {}, static_address}}}};
+        return {{"bsp_pon_onu_get_fec_mode", "fec", "FEC"},
+                {"bsp_pon_onuc_get_fec_ability", "fec_ability", "FEC ability"}};
+    if (service == "time") return {{"bsp_pon_onu_ctc_get_time_config", "time", "Time"}};
+    if (service == "mgmt") return {{"bsp_pon_onu_ctc_get_mgmt", "mgmt", "Management address"}};
     throw UsageError("SERVICE: '" + std::string(service) + "' is not one of " + text::join(onu_services));
 }
 
@@ -163,59 +150,47 @@ ExitCode run_onu_ports(const Output &output, const RemoteOptions &options)
     if (options.uni.empty())
         return ask_onus(output, options.set, {{"bsp_pon_onu_ctc_get_linkstate", "links", "Links"}});
     const std::string uni = uni_word("uni_port", options.uni);
-    return ask_onus(
-        output, options.set,
-        {{"bsp_pon_onu_ctc_phy_adminstate_get", "admin_state", "Administrative state", {uni}, {{"on", {}, off_on}}},
-         {"bsp_pon_onu_ctc_autoneg_get", "autoneg", "Auto-negotiation", {uni}, {{"on", {}, off_on}}},
-         {"bsp_pon_onu_ctc_get_eth_pause", "pause", "Flow control", {uni}, {{"on", {}, off_on}}},
-         {"bsp_pon_onu_ctc_get_rate_limit",
-          "rate_limit",
-          "Rate limits",
-          {uni},
-          {{"up_on", {}, off_on}, {"down_on", {}, off_on}}}});
+    return ask_onus(output, options.set,
+                    {{"bsp_pon_onu_ctc_phy_adminstate_get", "admin_state", "Administrative state", {uni}},
+                     {"bsp_pon_onu_ctc_autoneg_get", "autoneg", "Auto-negotiation", {uni}},
+                     {"bsp_pon_onu_ctc_get_eth_pause", "pause", "Flow control", {uni}},
+                     {"bsp_pon_onu_ctc_get_rate_limit", "rate_limit", "Rate limits", {uni}}});
 }
 
 ExitCode run_onu_vlan(const Output &output, const RemoteOptions &options)
 {
     if (options.uni.empty()) return ask_onus(output, options.set, {{"bsp_pon_onu_ctc_get_vlan_json", "vlan", "VLANs"}});
     return ask_onus(output, options.set,
-                    {{"bsp_pon_onu_ctc_get_vlan",
-                      "vlan",
-                      "VLANs",
-                      {uni_word("uni_port", options.uni)},
-                      {{"mode", {}, vlan_modes}}}});
+                    {{"bsp_pon_onu_ctc_get_vlan", "vlan", "VLANs", {uni_word("uni_port", options.uni)}}});
 }
 
 ExitCode run_onu_multicast(const Output &output, const RemoteOptions &options)
 {
     const std::string uni = uni_word("uni_port", options.uni);
     if (options.local && options.uni.empty())
-        return ask_onus(
-            output, options.set,
-            {{"bsp_pon_onu_ctc_get_mc_switch_local", "mode", "Mode", {}, {{"mode", {}, multicast_modes}}},
-             {"bsp_pon_onu_ctc_get_fast_leave_local", "fast_leave", "Fast leave", {}, {{"state", {}, off_on}}}});
+        return ask_onus(output, options.set,
+                        {{"bsp_pon_onu_ctc_get_mc_switch_local", "mode", "Mode"},
+                         {"bsp_pon_onu_ctc_get_fast_leave_local", "fast_leave", "Fast leave"}});
     if (options.local)
-        return ask_onus(
-            output, options.set,
-            {{"bsp_pon_onu_ctc_get_mc_group_num_max_local", "group_limit", "Group limit", {uni}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "vlan_mode", "VLAN mode", {uni}, {{"mode", {}, tag_modes}}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_local", "vlan", "VLANs", {uni}}});
+        return ask_onus(output, options.set,
+                        {{"bsp_pon_onu_ctc_get_mc_group_num_max_local", "group_limit", "Group limit", {uni}},
+                         {"bsp_pon_onu_ctc_get_mc_vlan_mode_local", "vlan_mode", "VLAN mode", {uni}},
+                         {"bsp_pon_onu_ctc_get_mc_vlan_local", "vlan", "VLANs", {uni}}});
     if (!options.uni.empty())
-        return ask_onus(
-            output, options.set,
-            {{"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "group_limit", "Group limit", {uni}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "vlan_mode", "VLAN mode", {uni}, {{"mode", {}, tag_modes}}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_remote", "vlan", "VLANs", {uni}},
-             {"bsp_pon_onu_ctc_get_mc_vlan_translate_json",
-              "translation",
-              "VLAN translation",
-              {uni_word("byte_arg", options.uni)}}});
+        return ask_onus(output, options.set,
+                        {{"bsp_pon_onu_ctc_get_mc_group_num_max_remote", "group_limit", "Group limit", {uni}},
+                         {"bsp_pon_onu_ctc_get_mc_vlan_mode_remote", "vlan_mode", "VLAN mode", {uni}},
+                         {"bsp_pon_onu_ctc_get_mc_vlan_remote", "vlan", "VLANs", {uni}},
+                         {"bsp_pon_onu_ctc_get_mc_vlan_translate_json",
+                          "translation",
+                          "VLAN translation",
+                          {uni_word("byte_arg", options.uni)}}});
     return ask_onus(output, options.set,
                     {{"bsp_pon_onu_ctc_get_mc_config_json", "configuration", "Configuration"},
                      {"bsp_pon_onu_uni_ctc_get_mc_config_json", "uni_ports", "UNI ports"},
                      {"bsp_pon_onu_ctc_get_mc_vlan_json", "vlan", "VLANs"},
-                     {"bsp_pon_onu_ctc_get_mc_switch_remote", "mode", "Mode", {}, {{"mode", {}, multicast_modes}}},
-                     {"bsp_pon_onu_ctc_get_fast_leave", "fast_leave", "Fast leave", {}, {{"state", {}, off_on}}},
+                     {"bsp_pon_onu_ctc_get_mc_switch_remote", "mode", "Mode"},
+                     {"bsp_pon_onu_ctc_get_fast_leave", "fast_leave", "Fast leave"},
                      {"bsp_pon_onu_ctc_get_fast_leave_ability", "fast_leave_ability", "Fast leave ability"},
                      {"bsp_pon_onu_ctc_get_mc_group", "groups", "Groups"}});
 }
@@ -228,10 +203,8 @@ ExitCode run_onu_perf(const Output &output, const RemoteOptions &options)
     const Query counters = options.history
                                ? Query{"bsp_onu_ctc_get_perf_history_data", "history", "Period before", {uni}}
                                : Query{"bsp_onu_ctc_get_perf_current_data", "current", "Current period", {uni}};
-    return ask_onus(
-        output, options.set,
-        {{"bsp_onu_ctc_get_perf_monitor_status", "monitoring", "Monitoring", {uni}, {{"state", {}, off_on}}},
-         counters});
+    return ask_onus(output, options.set,
+                    {{"bsp_onu_ctc_get_perf_monitor_status", "monitoring", "Monitoring", {uni}}, counters});
 }
 
 ExitCode run_onu_perf_on(const Output &output, const std::string &set)
@@ -271,9 +244,9 @@ ExitCode run_onu_services(const Output &output, const ServicesOptions &options)
 
 ExitCode run_onu_image(const Output &output, const RemoteOptions &options)
 {
-    return ask_onus(output, options.set,
-                    {{"bsp_pon_tk_onu_get_fw", "banks", "Banks"},
-                     {"bsp_pon_onu_ctc_get_upgrade_status", "update", "Update", {}, {{"state", {}, image_states}}}});
+    return ask_onus(
+        output, options.set,
+        {{"bsp_pon_tk_onu_get_fw", "banks", "Banks"}, {"bsp_pon_onu_ctc_get_upgrade_status", "update", "Update"}});
 }
 
 using Run = ExitCode (*)(const Output &, const RemoteOptions &);

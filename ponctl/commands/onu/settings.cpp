@@ -2,14 +2,21 @@
 #include <algorithm>
 #include <deque>
 
+#include <time.h>
+
+#include "call/codec/meaning.h"
 #include "call/invocation.h"
 #include "cli/program.h"
 #include "commands/onu/onu.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
+#include "output/mode.h"
+#include "output/report.h"
 #include "output/text.h"
 #include "results/onu_set.h"
 #include "results/operands.h"
+#include "results/present.h"
+#include "results/preview.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -103,24 +110,75 @@ void check_field(const catalogue::Command &command, const std::string &name)
                          " (known are " + text::join(known) + ")");
 }
 
-// Returns the request of a setting, for an ONU that is not named yet.
-Bytes request_of(const catalogue::Command &command, const std::vector<Assignment> &given)
+// Returns the setting that the words of a command line name, with its fields.
+Setting read_setting(const std::vector<std::string> &words)
 {
-    const catalogue::Record &record = *command.channel->record;
-    std::vector<Assignment> fields;
-    for (const Assignment &field : given) {
-        check_field(command, field.name);
-        fields.push_back({field.name == uni ? "onu_uni_port" : field.name, field.value});
+    std::vector<std::string> name;
+    std::vector<Assignment> given;
+    for (const std::string &word : words) {
+        if (word.find('=') == word.npos)
+            name.push_back(word);
+        else
+            given.push_back(parse_assignment(word));
     }
-    const bool takes_fields = catalogue::find_layout(command);
+    Setting setting{&named_setting(name), {}};
+    for (const Assignment &field : given) {
+        check_field(*setting.command, field.name);
+        const std::string own = field.name == uni ? "onu_uni_port" : field.name;
+        if (!setting.value_of(own).empty()) throw UsageError(field.name + ": given twice");
+        setting.given.push_back({own, field.value});
+    }
+    const bool takes_fields = setting.layout() != nullptr;
     if (takes_fields && std::ranges::all_of(given, [](const Assignment &field) { return field.name == uni; }))
-        throw UsageError("FIELD=VALUE: missing; 'ponctl onu settings " + short_name(command.name) +
+        throw UsageError("FIELD=VALUE: missing; 'ponctl onu settings " + short_name(setting.command->name) +
                          "' lists the fields");
-    Bytes bytes(record.size);
-    const RecordRole role{command.channel, catalogue::Call::set, &command};
-    fields.push_back({std::string(record.command->name), std::string(command.name)});
-    set_fields(record, role, fields, false, {}, bytes);
-    return bytes;
+    return setting;
+}
+
+// A Step is the request for one ONU.
+struct Step {
+    Onu onu;
+    std::deque<Invocation> readings;
+    Bytes before, request;
+    bool ready = false; // how the ONU stands is known, so the request can be made
+};
+
+// Reads how each ONU of a set stands, and makes the request for it.
+std::deque<Step> steps_of(const Setting &setting, const OnuSet &set)
+{
+    std::deque<Step> steps;
+    for (uint32_t id = 0; id <= max_onu_id; ++id) {
+        if (!holds(set.ids, id)) continue;
+        Step &step = steps.emplace_back();
+        step.onu = {set.port, id};
+        step.ready = read_present(setting, step.onu, step.readings, step.before);
+        if (!step.ready) continue;
+        step.request = step.before;
+        put_given(setting, step.request);
+    }
+    return steps;
+}
+
+std::vector<Planned> planned_by(const Setting &setting, const std::deque<Step> &steps)
+{
+    std::vector<Planned> planned;
+    for (const Step &step : steps)
+        planned.push_back(
+            {step.onu, step.ready ? changes_between(setting, step.before, step.request) : "cannot be set now"});
+    return planned;
+}
+
+// Waits until the ONUs have what was sent to them, for a moment at most, so that the next command line finds it.
+void wait_for_arrival(const Setting &setting, const std::deque<Step> &steps)
+{
+    constexpr int most_tries = 20;
+    constexpr timespec pause{0, 50'000'000};
+    for (const Step &step : steps)
+        for (int tries = 0; step.ready && tries < most_tries; ++tries) {
+            if (has_arrived(setting, step.onu, step.request)) break;
+            if (tries + 1 == most_tries) note(step.onu.name() + ": the ONU does not have the setting yet");
+            nanosleep(&pause, nullptr);
+        }
 }
 
 // Returns the blocks that carry an image. Each block carries one part of it.
@@ -163,11 +221,15 @@ ExitCode list_settings(const Output &output)
 ExitCode list_fields(const Output &output, const catalogue::Command &command)
 {
     std::vector<std::vector<std::string>> rows{
-        {std::string(uni), "u8", "", "UNI port number, where the setting is one of a UNI port"}};
-    for (const catalogue::Field *field : fields_of(command))
+        {std::string(uni), "u8", "", "", "UNI port number, where the setting is one of a UNI port"}};
+    for (const catalogue::Field *field : fields_of(command)) {
+        const std::string condition = field->condition.empty() ? std::string()
+                                                               : "; only where " + std::string(field->condition) +
+                                                                     " is " + text::join(field->where, " or ");
         rows.push_back({std::string(field->name), std::string(catalogue::to_text(field->type)),
-                        std::string(field->unit), std::string(field->brief)});
-    print_texts(output, {"FIELD", "TYPE", "UNIT", "BRIEF"}, rows);
+                        std::string(field->unit), allowed_text(*field), std::string(field->brief) + condition});
+    }
+    print_texts(output, {"FIELD", "TYPE", "UNIT", "ALLOWED", "BRIEF"}, rows);
     return exit_success;
 }
 
@@ -177,7 +239,7 @@ ExitCode run_onu_image_push(const Output &output, const ImagePushOptions &option
     const Bytes image = parse_block("FILE", "@" + options.file);
     if (image.empty()) throw UsageError("FILE: '" + options.file + "' is empty");
     const std::vector<Bytes> parts = parts_of(image, options.version);
-    ask_before("bsp_pon_onu_ctc_upgrade", "sending a new image to " + describe_onu_set(set));
+    ask_about("bsp_pon_onu_ctc_upgrade", "sending a new image to " + describe_onu_set(set), Effect::setting, set);
     const catalogue::Operation &operation = *catalogue::find_operation("bsp_pon_onu_ctc_upgrade");
     return for_each_onu(
         set,
@@ -197,8 +259,8 @@ ExitCode run_onu_image_push(const Output &output, const ImagePushOptions &option
 ExitCode run_onu_image_commit(const Output &output, const std::string &words)
 {
     const OnuSet set = parse_onu_set(words);
-    ask_before("bsp_pon_onu_ctc_upgrade_commit",
-               "having " + describe_onu_set(set) + " start the new image from now on");
+    ask_about("bsp_pon_onu_ctc_upgrade_commit", "having " + describe_onu_set(set) + " start the new image from now on",
+              Effect::setting, set);
     return tell_onus(output, set, "bsp_pon_onu_ctc_upgrade_commit");
 }
 
@@ -206,25 +268,41 @@ ExitCode run_onu_multillid(const Output &output, const MultiLlidOptions &options
 {
     const OnuSet set = parse_onu_set(options.set);
     const std::string count = number_word("COUNT", options.count);
-    ask_before("bsp_pon_onu_ctc_set_multillid", "changing the number of LLIDs of " + describe_onu_set(set));
+    ask_about("bsp_pon_onu_ctc_set_multillid", "changing the number of LLIDs of " + describe_onu_set(set),
+              Effect::setting, set);
     return tell_onus(output, set, "bsp_pon_onu_ctc_set_multillid", {"count=" + count});
 }
 
 ExitCode run_onu_set(const Output &output, const SettingOptions &options)
 {
-    const OnuSet set = parse_onu_set(options.set);
-    std::vector<std::string> name;
-    std::vector<Assignment> fields;
-    for (const std::string &word : options.words) {
-        if (word.find('=') == word.npos)
-            name.push_back(word);
-        else
-            fields.push_back(parse_assignment(word));
-    }
-    const catalogue::Command &command = named_setting(name);
-    const std::string request = "msg=hex:" + text::to_hex(request_of(command, fields));
-    ask_before(command.name, "sending " + std::string(command.name) + " to " + describe_onu_set(set));
-    return tell_onus(output, set, setter_of(*command.channel), {request});
+    OnuSet set = parse_onu_set(options.set);
+    const Setting setting = read_setting(options.words);
+    check_given(setting);
+    const std::string action = "sending " + std::string(setting.command->name) + " to " + describe_onu_set(set);
+    // Who cannot be asked is refused before anything is read.
+    if (!may_ask()) ask_before(setting.command->name, action);
+    if (set.all)
+        if (const ExitCode code = look_up_bound(set.port, set.ids); code != exit_success) return code;
+    std::deque<Step> steps = steps_of(setting, set);
+    ask_about(setting.command->name, action, Effect::setting, planned_by(setting, steps));
+    const catalogue::Operation &operation = *catalogue::find_operation(setter_of(*setting.command->channel));
+    auto step = steps.begin();
+    const ExitCode code = for_each_onu(
+        set,
+        [&](const Onu &onu, std::deque<Invocation> &calls) {
+            Step &own = *step++;
+            if (own.ready)
+                calls.emplace_back(operation, onu_words(operation, onu, {"msg=hex:" + text::to_hex(own.request)}),
+                                   consent());
+            else
+                calls = std::move(own.readings);
+        },
+        statuses_on(output));
+    if (code != exit_success && setting.layout() && !mode().dry_run)
+        note("what the service takes: " + std::string(setting.layout()->brief) + " 'ponctl onu settings " +
+             short_name(setting.command->name) + "' lists the fields");
+    if (code == exit_success && !mode().dry_run) wait_for_arrival(setting, steps);
+    return code;
 }
 
 ExitCode run_onu_settings(const Output &output, const std::vector<std::string> &words)
@@ -261,7 +339,7 @@ void add_settings(Command &onu, Command &image)
     set.argument("SET", &setting.set, onu_set_help).is_required();
     set.argument("COMMAND FIELD=VALUE", &setting.words,
                  "the setting by its name or the words of it, as vlan or mc-vlan, and its fields; uni=N is the UNI "
-                 "port; fields left out are zero; 'ponctl onu settings' lists both")
+                 "port; fields left out stay as they are; 'ponctl onu settings' lists both")
         .is_required();
 
     Command &settings = onu.add("settings", "Lists the settings of 'ponctl onu set', or the fields of one");

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/olt/remote.h"
+#include "text/ipv4.h"
 
 namespace ponsim
 {
@@ -23,18 +24,22 @@ inline uint32_t get_ipv4(const OnuBlock &block, Ipv4Field at)
     return address;
 }
 
-inline void put_ipv4(OnuBlock &block, Ipv4Field at, uint32_t address)
+inline text::Ipv4 ipv4_bytes(uint32_t address)
 {
-    layout::Bytes<4> bytes;
+    text::Ipv4 bytes;
     for (uint32_t byte = 0; byte < bytes.size(); ++byte)
         bytes[byte] = static_cast<uint8_t>(address >> (24 - 8 * byte));
-    block.put(at, bytes);
+    return bytes;
+}
+
+inline void put_ipv4(OnuBlock &block, Ipv4Field at, uint32_t address)
+{
+    block.put(at, ipv4_bytes(address));
 }
 
 inline std::string ipv4_text(uint32_t address)
 {
-    return std::to_string(address >> 24) + '.' + std::to_string(address >> 16 & 255) + '.' +
-           std::to_string(address >> 8 & 255) + '.' + std::to_string(address & 255);
+    return text::ipv4_text(ipv4_bytes(address));
 }
 
 // Returns whether the mask consists of ones from the left, then zeros. There may be no ones.

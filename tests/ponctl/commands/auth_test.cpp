@@ -1,6 +1,11 @@
 // These tests run ponctl auth as a process against a fake service.
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -132,6 +137,45 @@ TEST(AuthRemove, NeedsAYes)
     const FakeService service;
     EXPECT_THAT(service.ponctl({"auth", "remove", "1", "shop"}).err, HasSubstr("--yes: missing; "));
     EXPECT_TRUE(service.received().empty());
+}
+
+TEST(AuthSet, TakesThePasswordFromAFileOrFromStandardInput)
+{
+    const FakeService service;
+    const std::string path = testing::TempDir() + "ponctl_password_" + std::to_string(getpid());
+    std::ofstream(path) << "secret\r\nmore\n";
+    const Words words{"auth", "set", "1", "loid", "--loid", "shop", "--yes", "--password-file"};
+    const auto with = [&words](const std::string &file) {
+        Words all = words;
+        all.push_back(file);
+        return all;
+    };
+    EXPECT_EQ(service.ponctl(with(path)).code, 0);
+    EXPECT_EQ(service.received().back().text(109), "secret");
+    std::ofstream(path) << "other\n";
+    const int input = open(path.c_str(), O_RDONLY);
+    EXPECT_EQ(service.ponctl(with("-"), -1, input).code, 0);
+    close(input);
+    EXPECT_EQ(service.received().back().text(109), "other");
+    std::ofstream(path) << "";
+    EXPECT_EQ(service.ponctl(with(path)).err, "ponctl: --password-file: nothing is in '" + path + "'\n");
+    std::filesystem::remove(path);
+    EXPECT_THAT(service.ponctl(with(path)).err, testing::StartsWith("ponctl: --password-file: cannot read '" + path));
+    Words both = with(path);
+    both.insert(both.end(), {"--password", "x"});
+    EXPECT_EQ(service.ponctl(both).err, "ponctl: --password: not beside --password-file, which has it already\n");
+}
+
+TEST(AuthSet, AsksForThePasswordWithoutEchoAtATerminal)
+{
+    const FakeService service;
+    Terminal shown;
+    shown.type("secret\n");
+    const Finished finished = service.ponctl(
+        {"auth", "set", "1", "loid", "--loid", "shop", "--yes", "--password-file", "-"}, -1, shown.descriptor());
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(finished.err, "Password: \n");
+    EXPECT_EQ(service.received().back().text(109), "secret");
 }
 
 } // namespace

@@ -41,12 +41,42 @@ TEST(ProfileStore, SendsTheWholeProfile)
 {
     const FakeService service;
     EXPECT_EQ(service.ponctl({"profile", "store", "line", "name=office", "vlan=100"}).code, 0);
-    const Received received = service.received().at(0);
+    const Received received = service.settings().at(0);
     EXPECT_EQ(received.call, BOARD_CALL_DGRAM_SET);
     EXPECT_EQ(received.record.size(), 84u);
     EXPECT_EQ(received.word(0), BSP_CMD_PROFILE_LINE_STORE);
     EXPECT_EQ(received.text(24), "office");
     EXPECT_EQ(received.number("vlan"), 100u);
+}
+
+TEST(ProfileStore, KeepsWhatIsNotNamed)
+{
+    const FakeService service(
+        bytes(answer_to("BSP_CMD_PROFILE_LINE_FETCH", {{"id", 3}, {"vlan", 100}, {"upstream", 5000}})));
+    EXPECT_EQ(service.ponctl({"profile", "store", "line", "name=office", "vlan=200"}).code, 0);
+    const Received sent = service.settings().at(0);
+    for (const auto &[field, value] : {std::pair{"id", 3u}, {"vlan", 200u}, {"upstream", 5000u}})
+        EXPECT_EQ(sent.number(field), value) << field;
+}
+
+TEST(ProfileStore, OfANewNameIsZeroElse)
+{
+    const FakeService service([](const board_request &request, board_answer *answer) {
+        const bool fetches = request.call == BOARD_CALL_DGRAM_GET || request.call == BOARD_CALL_GET;
+        if (fetches) board_answer_status(answer, PON_ERR_NO_PROFILE);
+    });
+    EXPECT_EQ(service.ponctl({"profile", "store", "line", "name=office", "vlan=200"}).code, 0);
+    EXPECT_EQ(service.settings().at(0).number("upstream"), 0u);
+}
+
+TEST(ProfileStore, NamesTheFieldAndItsRange)
+{
+    const FakeService service;
+    EXPECT_EQ(service.ponctl({"profile", "store", "line", "name=a", "vlan=4095"}).err,
+              "ponctl: vlan: '4095' is not a number from 0 to 4094\n");
+    EXPECT_EQ(service.ponctl({"profile", "store", "alarm", "name=a", "temperature_low=-41"}).err,
+              "ponctl: temperature_low: '-41.00' is not a number from -40 to 120 degC\n");
+    EXPECT_TRUE(service.received().empty());
 }
 
 TEST(ProfileStore, NeedsFieldsOfTheKind)

@@ -30,8 +30,8 @@ TEST(SlaShow, IsBothDirectionsOfAnOnu)
     EXPECT_EQ(service.received()[0].number("plat_port"), 2u);
     EXPECT_EQ(service.received()[0].number("plat_arg4"), 0u);
     const auto document = parsed(service.ponctl({"sla", "show", "2", "0", "-o", "json"}).out);
-    EXPECT_EQ(document["upstream"]["assured"].GetUint(), 2000u);
-    EXPECT_EQ(document["downstream"]["maximum"].GetUint(), 70000u);
+    EXPECT_EQ(document[0]["upstream"]["assured"].GetUint(), 2000u);
+    EXPECT_EQ(document[0]["downstream"]["maximum"].GetUint(), 70000u);
 }
 
 TEST(SlaShow, IsTheSummaryAndTheViewsOfAPort)

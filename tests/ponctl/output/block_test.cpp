@@ -98,7 +98,7 @@ TEST(FixedBlock, MayGoAndComeBack)
         service.ponctl({"call", "bsp_debug_8022_i2c_read", "port=3", "buf.address=0xa0", "buf.length=1"});
     EXPECT_EQ(service.received().at(0).number("address"), 0xa0u);
     EXPECT_EQ(service.received().at(0).number("length"), 1u);
-    EXPECT_THAT(finished.out, HasSubstr("address 162\n"));
+    EXPECT_THAT(finished.out, HasSubstr("address 0xa2\n"));
     EXPECT_THAT(finished.out, HasSubstr("result  9\n"));
 }
 

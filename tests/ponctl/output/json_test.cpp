@@ -36,7 +36,11 @@ public:
     std::string name;
 };
 
-// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace.
+// This is a table of the ONU that the service has.
+constexpr const char *onus = "pon_port,onu_id,mac,description\n1,1,00:11:22:33:44:55,x\n";
+
+// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace, TABLE for
+// one with ONUs.
 const std::vector<std::string> lines{
     "ops bsp_pon_no_bind_onu_all",
     "ops ont_id_res_str",
@@ -82,6 +86,8 @@ const std::vector<std::string> lines{
     "onu image commit 1/1",
     "onu multillid 1/1 2",
     "onu set 1/1 multi-llid onu_arg24=3",
+    "onu export",
+    "onu import TABLE",
     "onu settings",
     "onu settings multi-llid",
     "port list",
@@ -234,7 +240,7 @@ bool reads_a_trace(const Words &words)
 TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
 {
     const FakeService service(answer_all);
-    const File file("x"), trace("");
+    const File file("x"), trace(""), table(onus);
     setenv("BOARD_IPC_TRACE", trace.name.c_str(), 1);
     std::filesystem::remove(trace.name);
     service.ponctl({"port", "list"});
@@ -244,7 +250,7 @@ TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
         SCOPED_TRACE(line);
         Words words = words_of(line);
         for (std::string &word : words)
-            word = word == "FILE" ? file.name : word == "TRACE" ? trace.name : word;
+            word = word == "FILE" ? file.name : word == "TRACE" ? trace.name : word == "TABLE" ? table.name : word;
         words.insert(words.end(), {"-o", "json", "--yes"});
         const Finished finished = service.ponctl(words);
         std::set<std::string> keys;
@@ -317,13 +323,17 @@ TEST(JsonOfAFailedExchange, NamesTheFailure)
 TEST(JsonOfAnEmptyList, IsAnEmptyArray)
 {
     const std::vector<std::pair<const char *, uint32_t>> lists{
-        {"onu list 1", 384}, {"alarm list", 388}, {"fdb show", 485}, {"onu vlan 1/1", 645}};
+        {"onu list 1", 384}, {"alarm list", 388}, {"fdb show", 485}};
     for (const auto &[line, key] : lists) {
         const FakeService service(result(key, "[]"));
         Words words = words_of(line);
         words.insert(words.end(), {"-o", "json"});
         EXPECT_EQ(service.ponctl(words).out, "[]\n") << line;
     }
+    const FakeService service(result(645, "[]"));
+    const auto of_onu = parsed(service.ponctl({"onu", "vlan", "1/1", "-o", "json"}).out);
+    EXPECT_TRUE(of_onu[0]["vlan"].IsArray());
+    EXPECT_TRUE(of_onu[0]["vlan"].Empty());
 }
 
 TEST(JsonOfASettingForOnus, IsTheStatusOfEach)
@@ -338,13 +348,13 @@ TEST(JsonOfASettingForOnus, IsTheStatusOfEach)
 TEST(EveryCommand, HasBytesInHexOrNothing)
 {
     const FakeService service(answer_all);
-    const File file("x");
+    const File file("x"), table(onus);
     size_t shown = 0;
     for (const std::string &line : lines) {
         Words words = words_of(line);
         if (reads_a_trace(words)) continue;
         for (std::string &word : words)
-            if (word == "FILE") word = file.name;
+            word = word == "FILE" ? file.name : word == "TABLE" ? table.name : word;
         words.insert(words.end(), {"-o", "hex", "--yes"});
         const Finished finished = service.ponctl(words);
         const bool has_rows = line != "onu ports 1/1-2";
@@ -359,18 +369,18 @@ TEST(EveryCommand, HasBytesInHexOrNothing)
 TEST(EveryCommand, CanBeDry)
 {
     const FakeService service(answer_all);
-    const File file("x");
+    const File file("x"), table(onus);
     for (const std::string &line : lines) {
         Words words = words_of(line);
         if (reads_a_trace(words)) continue;
         for (std::string &word : words)
-            if (word == "FILE") word = file.name;
+            word = word == "FILE" ? file.name : word == "TABLE" ? table.name : word;
         words.insert(words.end(), {"-o", "json", "--dry-run"});
         const Finished finished = service.ponctl(words);
         EXPECT_NO_THROW(EXPECT_TRUE(parsed(finished.out).IsArray())) << line << finished.err;
         EXPECT_TRUE(finished.err.empty() || finished.err.starts_with("ponctl: --dry-run: ")) << line << finished.err;
     }
-    EXPECT_TRUE(service.received().empty());
+    EXPECT_TRUE(service.settings().empty());
 }
 
 } // namespace

@@ -50,7 +50,8 @@ std::string Received::text(size_t offset) const
 uint64_t Received::number(std::string_view name) const
 {
     const catalogue::Record &kind = *catalogue::find_channel(channel)->record;
-    const catalogue::Command *command = catalogue::find_command(channel, word(kind.command->offset));
+    const catalogue::Command *command =
+        catalogue::find_command(channel, word(kind.command->offset), static_cast<catalogue::Call>(call));
     const catalogue::Layout *layout = command ? catalogue::find_layout(*command) : nullptr;
     const catalogue::Field *field = layout ? catalogue::find_field(layout->fields, name) : nullptr;
     if (!field) field = catalogue::find_field(kind.fields, name);
@@ -100,6 +101,15 @@ void FakeService::handle(void *context, const board_request *request, board_answ
         self.requests.push_back({request->call, request->msg_type, request->allowed, {bytes, bytes + request->length}});
     }
     if (self.handler) self.handler(*request, answer);
+}
+
+std::vector<Received> FakeService::settings() const
+{
+    std::vector<Received> found = received();
+    std::erase_if(found, [](const Received &request) {
+        return request.call == BOARD_CALL_GET || request.call == BOARD_CALL_DGRAM_GET;
+    });
+    return found;
 }
 
 std::vector<Received> FakeService::received() const

@@ -39,6 +39,8 @@ public:
     // Runs ponctl against this service.
     Finished ponctl(std::vector<std::string> arguments, int output = -1, int input = -1, int error = -1) const;
     std::vector<Received> received() const;
+    // Returns the requests that change something.
+    std::vector<Received> settings() const;
     const std::string &folder() const { return directory; }
 
 private:

@@ -153,4 +153,144 @@ TEST(OnuSet, RefusesWhatCannotBe)
     EXPECT_TRUE(service.received().empty());
 }
 
+// The answer to the query of VLANs.
+std::vector<uint8_t> vlans(const std::map<std::string, int64_t> &numbers)
+{
+    return answer_to("BSP_CMD_ONU_VLAN_GET", numbers);
+}
+
+// A Vlans answers the query of VLANs, and remembers what it is sent.
+class Vlans
+{
+public:
+    FakeService::Handler handler()
+    {
+        return [this](const board_request &request, board_answer *answer) {
+            if (request.call == BOARD_CALL_SET)
+                stored.assign(static_cast<const uint8_t *>(request.data),
+                              static_cast<const uint8_t *>(request.data) + request.length);
+            if (request.call == BOARD_CALL_GET) bytes(stored)(request, answer);
+        };
+    }
+
+    std::vector<uint8_t> stored = vlans(
+        {{"mode", 3}, {"count", 1}, {"pvid", 5}, {"priority", 2}, {"tpid", 0x8100}, {"user_1", 7}, {"network_1", 7}});
+};
+
+TEST(OnuSet, KeepsWhatIsNotNamed)
+{
+    Vlans onu_vlans;
+    const FakeService service(onu_vlans.handler());
+    EXPECT_EQ(service.ponctl({"onu", "set", "1/5", "vlan", "uni=2", "pvid=100", "--yes"}).code, 0);
+    ASSERT_EQ(service.settings().size(), 1u);
+    const Received sent = service.settings()[0];
+    EXPECT_EQ(sent.word(code), 644u);
+    EXPECT_EQ(sent.record[uni], 2);
+    for (const auto &[field, value] :
+         {std::pair{"mode", 3u}, {"count", 1u}, {"pvid", 100u}, {"priority", 2u}, {"tpid", 0x8100u}, {"user_1", 7u}})
+        EXPECT_EQ(sent.number(field), value) << field;
+}
+
+TEST(OnuSet, ClearsWhatHasNoMeaningAnyMore)
+{
+    Vlans onu_vlans;
+    const FakeService service(onu_vlans.handler());
+    EXPECT_EQ(service.ponctl({"onu", "set", "1/5", "vlan", "uni=2", "mode=tag", "--yes"}).code, 0);
+    const Received sent = service.settings().at(0);
+    EXPECT_EQ(sent.number("mode"), 1u);
+    EXPECT_EQ(sent.number("pvid"), 5u);
+    EXPECT_EQ(sent.number("count"), 0u);
+    EXPECT_EQ(sent.number("user_1"), 0u);
+}
+
+TEST(OnuSet, SaysWhatChangesBeforeItAsks)
+{
+    Vlans onu_vlans;
+    const FakeService service(onu_vlans.handler());
+    Terminal terminal;
+    terminal.type("n\n");
+    const Finished finished =
+        service.ponctl({"onu", "set", "1/5", "vlan", "uni=2", "mode=tag", "pvid=100"}, -1, terminal.descriptor());
+    EXPECT_EQ(finished.code, 2);
+    EXPECT_THAT(finished.err,
+                HasSubstr("mode trunk -> tag, count 1 -> 0, pvid 5 -> 100, user_1 7 -> 0, network_1 7 -> 0\n"));
+    EXPECT_THAT(finished.err, HasSubstr("sending BSP_CMD_ONU_VLAN_SET to ONU 1/5? [y/N] "));
+    EXPECT_TRUE(service.settings().empty());
+}
+
+TEST(OnuSet, TakesAddressesAsPeopleWriteThem)
+{
+    const FakeService service(bytes(answer_to("BSP_CMD_ONU_MGMT_GET", {})));
+    EXPECT_EQ(service
+                  .ponctl({"onu", "set", "1/5", "mgmt", "mode=Static-Address", "address=10.1.2.3/20",
+                           "gateway=10.1.0.1", "--yes"})
+                  .code,
+              0);
+    const Received sent = service.settings().at(0);
+    EXPECT_EQ(std::vector<uint8_t>(sent.record.begin() + data, sent.record.begin() + data + 12),
+              (std::vector<uint8_t>{10, 1, 2, 3, 255, 255, 240, 0, 10, 1, 0, 1}));
+}
+
+TEST(OnuSet, NamesTheFieldAndTheRule)
+{
+    const FakeService service;
+    const auto error_of = [&service](const Words &words) {
+        Words all{"onu", "set", "1/5", "--yes"};
+        all.insert(all.end(), words.begin(), words.end());
+        const Finished finished = service.ponctl(all);
+        EXPECT_EQ(finished.code, 2);
+        return finished.err;
+    };
+    EXPECT_EQ(error_of({"vlan", "uni=1", "pvid=4095"}), "ponctl: pvid: '4095' is not a number from 1 to 4094\n");
+    EXPECT_EQ(error_of({"vlan", "uni=1", "mode=9"}),
+              "ponctl: mode: '9' is not one of transparent, tag, translation, trunk\n");
+    EXPECT_EQ(error_of({"vlan", "uni=1", "mode=tagg"}),
+              "ponctl: mode: 'tagg' is not one of transparent, tag, translation, trunk, nor a number\n");
+    EXPECT_EQ(error_of({"mgmt", "address=10.0.0.256"}),
+              "ponctl: address: '10.0.0.256' is not an IPv4 address, as 10.0.0.2\n");
+    EXPECT_EQ(error_of({"mgmt", "address=10.0.0.2/33"}),
+              "ponctl: address: '33' is not the length of a mask, 0 to 32\n");
+    EXPECT_EQ(error_of({"vlan", "pvid=1"}), "ponctl: uni: missing; give the number of a UNI port\n");
+    EXPECT_EQ(error_of({"wlan", "name=x"}), "ponctl: index: missing; give the number of the WLAN, 1 to 4\n");
+    EXPECT_EQ(error_of({"vlan", "uni=1", "pvid=1", "pvid=2"}), "ponctl: pvid: given twice\n");
+    EXPECT_TRUE(service.received().empty());
+}
+
+TEST(OnuSet, RefusesWhatHasNoMeaningWithTheRest)
+{
+    const FakeService service(bytes(vlans({{"mode", 1}, {"pvid", 5}})));
+    EXPECT_EQ(service.ponctl({"onu", "set", "1/5", "vlan", "uni=1", "count=1", "--yes"}).err,
+              "ponctl: count: has a meaning only where mode is translation or trunk\n");
+    EXPECT_TRUE(service.settings().empty());
+}
+
+TEST(OnuSet, StartsFromTheRowOfItsNumber)
+{
+    const FakeService service(by_command(
+        {{734, rows(734, R"([{"index":1,"name":"a","mode":"bridge","service":"internet","vlan":10,"priority":1},
+                             {"index":2,"name":"b","mode":"route","service":"voice","vlan":20,"priority":3,
+                              "ip_mode":"DHCP","address":"10.0.0.9/24"}])")}}));
+    EXPECT_EQ(service.ponctl({"onu", "set", "1/5", "wan", "index=2", "vlan=21", "--yes"}).code, 0);
+    const Received sent = service.settings().at(0);
+    for (const auto &[field, value] : {std::pair{"index", 2u},
+                                       {"mode", 2u},
+                                       {"service", 2u},
+                                       {"vlan", 21u},
+                                       {"priority", 3u},
+                                       {"ip_mode", 2u},
+                                       {"address", 0u}})
+        EXPECT_EQ(sent.number(field), value) << field;
+    EXPECT_EQ(sent.text(372), "b");
+}
+
+TEST(OnuSet, LeavesAnOnuAloneThatDoesNotSayHowItStands)
+{
+    const FakeService service(status(4013));
+    const Finished finished = service.ponctl({"onu", "set", "1/5-6", "vlan", "uni=1", "pvid=2", "--yes"});
+    EXPECT_EQ(finished.code, 1);
+    EXPECT_THAT(finished.err, HasSubstr("ponctl: 1/5: bsp_pon_onu_ctc_get_vlan: status 4013"));
+    EXPECT_THAT(finished.err, HasSubstr("ponctl: 2 of 2 ONUs failed: 1/5-6\n"));
+    EXPECT_TRUE(service.settings().empty());
+}
+
 } // namespace

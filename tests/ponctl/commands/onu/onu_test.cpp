@@ -208,10 +208,10 @@ TEST(OnuRelease, OfManyAsksWhoSitsAtATerminal)
         EXPECT_EQ(finished.code, 2);
         EXPECT_EQ(finished.err, "ponctl: releasing all ONUs of port 1? [y/N] ponctl: nothing was changed\n");
     }
-    EXPECT_TRUE(service.received().empty());
+    EXPECT_TRUE(service.settings().empty());
     terminal.type("y\n");
     EXPECT_EQ(service.ponctl({"onu", "release", "1", "--all"}, -1, terminal.descriptor()).code, 0);
-    EXPECT_EQ(service.received().size(), 1u);
+    EXPECT_EQ(service.settings().size(), 1u);
 }
 
 TEST(OnuRelease, OfNoneOrOfTwoKindsIsRefused)

@@ -1,0 +1,35 @@
+// This file says what a command line is about to do to ONUs: which they are, and what becomes different of them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "output/table.h"
+#include "results/onu_set.h"
+
+namespace ponctl
+{
+
+// Returns a table as it is printed where there is no terminal.
+std::string table_text(const Table &table);
+
+// An Effect says what the customers behind ONUs notice.
+enum class Effect : uint8_t {
+    setting, // their service may be interrupted for a moment
+    offline  // ONUs that are online go offline
+};
+
+// A Planned is what becomes of one ONU.
+struct Planned {
+    Onu onu;
+    std::string changes; // what becomes different of it; empty where the action says it
+};
+
+// Asks before an operation or a command does something to ONUs, if it affects service. The question stands below a list
+// of the ONUs, and in a dry run this list is shown alone. `action` is the question.
+void ask_about(std::string_view name, const std::string &action, Effect effect, const std::vector<Planned> &planned);
+// As above, for all ONUs of a set.
+void ask_about(std::string_view name, const std::string &action, Effect effect, const OnuSet &set);
+
+} // namespace ponctl
