@@ -36,7 +36,15 @@ public:
     std::string name;
 };
 
-// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace.
+// This is a configuration with one setting.
+const std::string one_setting = R"({"ponsim_configuration":1,"ports":1,"tables":{"port":{"key":["pon_port"],)"
+                                R"("values":["mode"],"configured":["mode"]}}})"
+                                "\n"
+                                R"({"table":"port","row":[1,2]})"
+                                "\n{\"rows\":1}\n";
+
+// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace,
+// CONFIG for one with a configuration.
 const std::vector<std::string> lines{
     "ops bsp_pon_no_bind_onu_all",
     "ops ont_id_res_str",
@@ -145,6 +153,11 @@ const std::vector<std::string> lines{
     "config load FILE",
     "config save FILE",
     "config save -",
+    "config show CONFIG",
+    "config diff CONFIG CONFIG",
+    "config apply CONFIG",
+    "config confirm",
+    "config rollback",
     "debug pon-mac 1",
     "debug pon-phy 1",
     "debug laser 1",
@@ -230,6 +243,7 @@ TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
 {
     const FakeService service(answer_all);
     const File file("x"), trace("");
+    const File configuration(one_setting);
     setenv("BOARD_IPC_TRACE", trace.name.c_str(), 1);
     std::filesystem::remove(trace.name);
     service.ponctl({"port", "list"});
@@ -239,7 +253,10 @@ TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
         SCOPED_TRACE(line);
         Words words = words_of(line);
         for (std::string &word : words)
-            word = word == "FILE" ? file.name : word == "TRACE" ? trace.name : word;
+            word = word == "FILE"     ? file.name
+                   : word == "TRACE"  ? trace.name
+                   : word == "CONFIG" ? configuration.name
+                                      : word;
         words.insert(words.end(), {"-o", "json", "--yes"});
         const Finished finished = service.ponctl(words);
         std::set<std::string> keys;
@@ -353,12 +370,13 @@ TEST(EveryCommand, HasBytesInHexOrNothing)
 TEST(EveryCommand, CanBeDry)
 {
     const FakeService service(answer_all);
-    const File file("x");
+    const File file("x"), configuration(one_setting);
     for (const std::string &line : lines) {
         Words words = words_of(line);
         if (reads_a_trace(words)) continue;
+        if (line.starts_with("config apply")) continue; // it asks the OLT what it has, to say what would change
         for (std::string &word : words)
-            if (word == "FILE") word = file.name;
+            word = word == "FILE" ? file.name : word == "CONFIG" ? configuration.name : word;
         words.insert(words.end(), {"-o", "json", "--dry-run"});
         const Finished finished = service.ponctl(words);
         EXPECT_NO_THROW(EXPECT_TRUE(parsed(finished.out).IsArray())) << line << finished.err;
