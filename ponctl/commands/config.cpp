@@ -277,14 +277,20 @@ ExitCode roll_back(const Pending &pending)
     return code;
 }
 
-// Waits for the end of the time, and rolls back unless the configuration was confirmed.
-ExitCode run_config_guard(const Output &, const std::string &seconds)
+struct GuardOptions {
+    std::string seconds;
+    std::string name; // no other guard has it
+};
+
+// Waits for the end of the time, and rolls back unless the configuration was confirmed. Another one may wait then, with
+// a guard of its own.
+ExitCode run_config_guard(const Output &, const GuardOptions &options)
 {
     const Pending pending = pending_of_olt();
-    const auto end = Clock::now() + std::chrono::seconds(parse_number("SECONDS", seconds, longest_wait));
-    while (Clock::now() < end && pending.state() == Pending::State::waiting)
+    const auto end = Clock::now() + std::chrono::seconds(parse_number("SECONDS", options.seconds, longest_wait));
+    while (Clock::now() < end && pending.waits_for(options.name))
         std::this_thread::sleep_for(100ms);
-    if (pending.state() != Pending::State::waiting) return exit_success;
+    if (!pending.waits_for(options.name)) return exit_success;
     constexpr int most_tries = 10; // the service may be starting again
     ExitCode code = exit_ipc;
     for (int tries = 0; tries < most_tries && code != exit_success; ++tries) {
@@ -304,7 +310,7 @@ ExitCode wait_for_answer(const Pending &pending, const std::string &seconds)
         std::string answer;
         if (!std::getline(std::cin, answer)) return exit_status; // the terminal is gone
         if (answer == "y" || answer == "yes") pending.confirm();
-        if (answer == "n" || answer == "no") return roll_back(pending);
+        if (answer == "n" || answer == "no") roll_back(pending);
     }
     std::cerr << '\n';
     for (int tries = 0; tries < 100 && pending.state() == Pending::State::rolling_back; ++tries)
@@ -356,8 +362,9 @@ ExitCode run_config_apply(const Output &output, const ApplyOptions &options)
     const Pending pending = pending_of_olt();
     if (pending.state() == Pending::State::waiting)
         throw UsageError("--confirm: another configuration waits to be confirmed");
-    pending.keep(before);
-    if (start_tool({"--yes", "config", "guard", options.seconds}, -1, true) < 0)
+    const std::string guard = std::to_string(getpid()) + "-" + std::to_string(Clock::now().time_since_epoch().count());
+    pending.keep(before, guard);
+    if (start_tool({"--yes", "config", "guard", options.seconds, guard}, -1, true) < 0)
         throw UsageError(std::string("--confirm: cannot start a process: ") + std::strerror(errno));
     if (const ExitCode code = load(options.file, text); code != exit_success) {
         pending.confirm(); // nothing was changed, so there is nothing to roll back
@@ -370,13 +377,14 @@ ExitCode run_config_apply(const Output &output, const ApplyOptions &options)
 
 ExitCode run_config_confirm(const Output &)
 {
-    if (pending_of_olt().confirm()) return exit_success;
+    if (mode().dry_run || pending_of_olt().confirm()) return exit_success;
     complain("no configuration waits to be confirmed");
     return exit_status;
 }
 
 ExitCode run_config_rollback(const Output &)
 {
+    if (mode().dry_run) return exit_success; // what waits goes on waiting
     ask_before("BSP_CMD_CONFIG_LOAD", "rolling back to the configuration before");
     return roll_back(pending_of_olt());
 }
@@ -421,7 +429,9 @@ void add_config(Program &program)
     config.add("confirm", "Keeps the configuration that was applied with --confirm").runs(run_config_confirm);
     config.add("rollback", "Goes back to the configuration before it at once").runs(run_config_rollback);
     Command &guard = config.add("guard", "Rolls back after so many seconds");
-    guard.argument("SECONDS", &guard.runs(run_config_guard), "how long to wait").is_required();
+    GuardOptions &guarded = guard.runs(run_config_guard);
+    guard.argument("SECONDS", &guarded.seconds, "how long to wait").is_required();
+    guard.argument("GUARD", &guarded.name, "its name").is_required();
     guard.hidden = true;
 }
 

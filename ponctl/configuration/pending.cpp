@@ -31,15 +31,22 @@ Pending::State Pending::state() const
     return State::none;
 }
 
-void Pending::keep(std::string_view text) const
+void Pending::keep(std::string_view text, const std::string &guard) const
 {
     std::error_code error;
     fs::create_directories(folder, error);
     fs::permissions(folder, fs::perms::owner_all, error);
     for (const State state : {State::confirmed, State::rolled_back, State::rolling_back})
         fs::remove(file(state), error);
-    if (const std::string problem = replace_file(file(State::waiting).string(), text); !problem.empty())
-        throw UsageError("--confirm: " + problem);
+    std::string problem = replace_file((folder / "guard").string(), guard);
+    if (problem.empty()) problem = replace_file(file(State::waiting).string(), text);
+    if (!problem.empty()) throw UsageError("--confirm: " + problem);
+}
+
+bool Pending::waits_for(const std::string &guard) const
+{
+    std::ifstream in(folder / "guard");
+    return std::string{std::istreambuf_iterator<char>(in), {}} == guard && state() == State::waiting;
 }
 
 bool Pending::rename(State from, State to) const

@@ -27,8 +27,10 @@ public:
     explicit Pending(std::filesystem::path of_olt) : folder(std::move(of_olt)) {}
 
     State state() const;
-    // Keeps the text. Throws a UsageError when it cannot be written.
-    void keep(std::string_view text) const;
+    // Keeps the text. Throws a UsageError when it cannot be written. The name of its guard differs from every other.
+    void keep(std::string_view text, const std::string &guard) const;
+    // Returns whether the text that waits is the one of this guard.
+    bool waits_for(const std::string &guard) const;
     // Returns whether a configuration was waiting.
     bool confirm() const;
     // Returns the text to roll back to, or nothing when none is waiting. A rollback that failed can be taken again.

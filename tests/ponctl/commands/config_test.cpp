@@ -284,6 +284,22 @@ TEST_F(Config, ThatIsConfirmedStays)
     EXPECT_EQ(service.ponctl({"config", "rollback", "--yes"}).code, 1);
 }
 
+TEST_F(Config, IsKeptOrRolledBackAsTheUserAnswers)
+{
+    const FakeService service(answer_with(configuration(16, {binding(1, 1, "old")})));
+    write("wanted", configuration(16, {binding(1, 1, "new")}));
+    const std::vector<std::string> words{"config", "apply", path("wanted"), "--confirm", "3600", "--yes"};
+    const Terminal terminal;
+    terminal.type("y\n");
+    const Finished kept = service.ponctl(words, -1, terminal.descriptor());
+    EXPECT_EQ(kept.code, 0);
+    EXPECT_THAT(kept.err, HasSubstr("keep the new configuration? It is rolled back in 3600 s. [y/n]"));
+    terminal.type("n\n");
+    const Finished taken_back = service.ponctl(words, -1, terminal.descriptor());
+    EXPECT_EQ(taken_back.code, 1);
+    EXPECT_THAT(taken_back.err, HasSubstr("the configuration before was rolled back"));
+}
+
 TEST_F(Config, ThatIsRolledBackIsTheOneBeforeWithItsState)
 {
     const std::string before = configuration(16, {binding(1, 1, "old"), clock_at(5)});
