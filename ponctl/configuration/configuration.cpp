@@ -1,7 +1,6 @@
 #include "configuration/configuration.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "call/codec/decode.h"
 #include "text/hex.h"
@@ -113,6 +112,20 @@ const catalogue::Command *command_of(const ConfigTable &table, const ConfigRow &
     return nullptr;
 }
 
+constexpr std::string_view profile_start = "BSP_CMD_PROFILE_", profile_end = "_STORE";
+
+// Returns the command that stores a profile of the kind of a row, or null when the row is no profile.
+const catalogue::Command *profile_command_of(const ConfigTable &table, const ConfigRow &row)
+{
+    constexpr uint32_t actions_of_a_kind = 16, store = 1;
+    const uint32_t kind = number_in(table, row, "kind");
+    const catalogue::Channel *channel = catalogue::find_channel("BSP_MSG_PROFILE");
+    const catalogue::Command *command = catalogue::find_command(channel->type, actions_of_a_kind * kind + store);
+    return kind != 0 && command && command->name.starts_with(profile_start) && command->name.ends_with(profile_end)
+               ? command
+               : nullptr;
+}
+
 // Returns whether a field is one of several places for the same, and is not used.
 bool is_unused_place(const std::string &name, const std::string &value)
 {
@@ -121,28 +134,39 @@ bool is_unused_place(const std::string &name, const std::string &value)
            name.find_first_not_of("0123456789", line + 1) == name.npos;
 }
 
-// Returns the fields of a block by the layout of the command that it is kept by. Returns none when the catalogue does
-// not know all of it.
-std::vector<DecodedField> fields_of(const catalogue::Command *command, const ConfigBytes &block)
+// Returns the fields of a block by a layout in which the block starts at this offset. Returns none when the layout does
+// not know all of the block.
+std::vector<DecodedField> fields_in(const catalogue::Layout &layout, const catalogue::Command &command, size_t start,
+                                    const ConfigBytes &block)
 {
+    Bytes record(start);
+    record.insert(record.end(), block.bytes.begin(), block.bytes.end());
+    const size_t end = end_of(layout);
+    if (record.size() < end ||
+        std::any_of(record.begin() + static_cast<ptrdiff_t>(end), record.end(), [](uint8_t byte) { return byte != 0; }))
+        return {};
+    const Reading reading{layout.record, &layout, {command.channel, catalogue::Call::get, &command}, record, start};
+    std::vector<DecodedField> fields;
+    for (const catalogue::Field &field : layout.fields)
+        if (field.offset >= start) fields.push_back({&field, call::text_of(reading, field), false});
+    return fields;
+}
+
+// Returns the fields of a block that is kept by a command, or none when the catalogue does not know them.
+std::vector<DecodedField> fields_of(const ConfigTable &table, const ConfigRow &row, const ConfigBytes &block)
+{
+    if (const catalogue::Command *profile = profile_command_of(table, row)) {
+        // The number and the name, which the layout has first, are kept apart.
+        const catalogue::Layout *layout = catalogue::find_layout(*profile);
+        if (!layout || block.bytes.size() >= end_of(*layout)) return {};
+        return fields_in(*layout, *profile, end_of(*layout) - block.bytes.size(), block);
+    }
+    const catalogue::Command *command = command_of(table, row);
     const catalogue::Layout *layout = command ? catalogue::find_layout(*command, true) : nullptr;
     if (command && !layout) layout = catalogue::find_layout(*command);
     const catalogue::Field *data = layout ? catalogue::find_field(layout->record->fields, "onu_data") : nullptr;
-    if (!data) return {};
-    Bytes record(data->offset);
-    record.insert(record.end(), block.bytes.begin(), block.bytes.end());
-    const size_t end = end_of(*layout);
-    const bool is_whole = record.size() >= end && std::ranges::all_of(record.begin() + static_cast<ptrdiff_t>(end),
-                                                                      record.end(), std::logical_not<>());
-    if (!is_whole || std::ranges::any_of(layout->fields,
-                                         [data](const catalogue::Field &field) { return field.offset < data->offset; }))
-        return {};
-    const Reading reading{
-        layout->record, layout, {command->channel, catalogue::Call::get, command}, record, data->offset};
-    std::vector<DecodedField> fields;
-    for (const catalogue::Field &field : layout->fields)
-        fields.push_back({&field, call::text_of(reading, field), false});
-    return fields;
+    if (!data || layout->fields.front().offset < data->offset) return {};
+    return fields_in(*layout, *command, data->offset, block);
 }
 
 } // namespace
@@ -247,6 +271,10 @@ std::string key_text(const ConfigTable &table, const ConfigRow &row)
         const bool is_onu = index == 1 && table.key[0] == "pon_port" && (name == "onu_id" || name == "mac");
         if (name == "command") {
             if (const catalogue::Command *command = command_of(table, row)) value = command->name;
+        } else if (name == "kind") {
+            if (const catalogue::Command *profile = profile_command_of(table, row))
+                value = text::lower_case(profile->name.substr(
+                    profile_start.size(), profile->name.size() - profile_start.size() - profile_end.size()));
         }
         if (is_onu)
             text += "/" + value;
@@ -272,7 +300,7 @@ std::map<ConfigPlace, ConfigSetting> settings_of(const Configuration &configurat
         for (const size_t index : table.configured_cells()) {
             const std::string &name = table.values[index - table.key.size()];
             const auto *block = std::get_if<ConfigBytes>(&row.cells[index]);
-            const auto fields = block ? fields_of(command_of(table, row), *block) : std::vector<DecodedField>();
+            const auto fields = block ? fields_of(table, row, *block) : std::vector<DecodedField>();
             for (const DecodedField &decoded : fields)
                 add(std::string(decoded.field->name),
                     is_unused_place(std::string(decoded.field->name), decoded.text) ? "" : decoded.text);

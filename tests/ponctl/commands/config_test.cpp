@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "fake_service.h"
+#include "text/hex.h"
 #include "text/sha256.h"
 
 namespace
@@ -190,6 +191,33 @@ TEST_F(Config, IsShownByNamesInAStableOrder)
     const auto document = parsed(service.ponctl({"config", "show", "-o", "json"}).out);
     EXPECT_STREQ(document[2]["key"].GetString(), "10/1");
     EXPECT_STREQ(document[2]["value"].GetString(), "shop");
+}
+
+TEST_F(Config, ShowsTheFieldsOfSettingsAndProfiles)
+{
+    // A block has the byte order of its OLT, which is that of this machine.
+    const auto word = [](uint32_t number) {
+        return text::to_hex({reinterpret_cast<const uint8_t *>(&number), sizeof number});
+    };
+    const std::string fields = word(100) + word(5) + word(20000) + word(100000) + word(16);
+    write("saved",
+          R"({"ponsim_configuration":11,"ports":1,"tables":{"onu_setting":{"key":["pon_port","mac","command","uni"],)"
+          R"("values":["told"],"configured":["told"]},"profile":{"key":["kind","id"],"values":["name","fields"],)"
+          R"("configured":["name","fields"]}}})"
+          "\n"
+          R"({"table":"onu_setting","row":[1,{"hex":"02005e100001"},662,0,{"hex":"01"}]})"
+          "\n"
+          R"({"table":"onu_setting","row":[1,{"hex":"02005e100001"},4711,0,{"hex":"0a0b"}]})"
+          "\n"
+          R"({"table":"profile","row":[1,7,"gold",{"hex":")" +
+              fields + "\"}]}\n{\"rows\":3}\n");
+    const std::string out = ponctl({"config", "show", path("saved")}).out;
+    EXPECT_THAT(out, HasSubstr("onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_MC_SWITCH_GET uni 0 mode = 1\n"));
+    EXPECT_THAT(out, HasSubstr("onu_setting 1/02:00:5e:10:00:01 command 4711 uni 0 told = hex:0a0b\n"));
+    EXPECT_THAT(out, HasSubstr("profile line id 7 name = gold\n"
+                               "profile line id 7 vlan = 100\n"
+                               "profile line id 7 priority = 5\n"
+                               "profile line id 7 upstream = 20000 kbit/s\n"));
 }
 
 TEST_F(Config, ThatIsDamagedOrHasNoNamesIsRefusedWithItsLine)
