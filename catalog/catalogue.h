@@ -100,6 +100,9 @@ struct Layout {
 
 enum class ColumnType : uint8_t { u32, u64, text, mac, boolean, real };
 
+// A column of low priority is left out first where there is no room for all, one of high priority last.
+enum class Priority { low, normal, high };
+
 struct Column {
     std::string_view name;
     std::string_view title;
@@ -108,6 +111,7 @@ struct Column {
     std::string_view unit;
     std::string_view brief;
     bool hexadecimal = false; // people write the number so
+    Priority priority = Priority::normal;
 };
 
 struct View {
@@ -115,6 +119,7 @@ struct View {
     std::span<const Command *const> commands;
     std::span<const Column> columns;
     std::string_view brief;
+    size_t order = 0; // so many of the first columns put the rows in order; 0: the service does
 };
 
 enum class ErrorPolicy : uint8_t {

@@ -145,8 +145,10 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
             return finish(action(program.global.output()));
         }
         const auto watching = follows ? std::nullopt : program.global.watching(words, line.gives(chart_option));
+        const bool plans = std::ranges::find(program.planners, line.command) != program.planners.end();
         mode() = {.quiet = program.global.quiet,
-                  .dry_run = program.global.dry_run,
+                  .dry_run = program.global.dry_run && !plans,
+                  .planned = program.global.dry_run && plans,
                   .watched = watching.has_value(),
                   .red = program.global.colours_on(STDERR_FILENO)};
         start_consent(program.global.yes || program.global.dry_run);

@@ -52,6 +52,8 @@ struct Program {
     std::vector<const command_line::Syntax *> followers;    // these read again and again by themselves, see follow.h
     std::vector<const command_line::Syntax *> line_runners; // these run lines, each line by itself and with the global
                                                             // options
+    std::vector<const command_line::Syntax *>
+        planners; // in a dry run these ask what they need to say what they would do
 };
 
 // A Group adds a command of the program with all commands below it.

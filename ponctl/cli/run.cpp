@@ -75,8 +75,10 @@ ExitCode show(const Action &action, const Output &output, std::string &heading)
     Capture capture;
     Output json = capture.instead_of(output);
     json.format = Format::json;
+    std::vector<std::string> columns;
+    json.columns = &columns;
     const ExitCode code = answer(action, json);
-    print_csv(output, capture.written(), heading);
+    print_csv(output, capture.written(), heading, columns);
     return code;
 }
 

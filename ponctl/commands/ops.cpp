@@ -2,13 +2,14 @@
 #include <algorithm>
 
 #include "call/search.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "describe/operation_page.h"
 #include "output/exit_code.h"
-#include "output/json.h"
 #include "output/report.h"
 #include "output/table.h"
 #include "output/text.h"
+#include "results/listing.h"
 
 namespace ponctl
 {
@@ -20,7 +21,7 @@ using catalogue::Operation;
 ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
 {
     refuse_hex(output, "the catalogue");
-    if (words.size() == 1) {
+    if (words.size() == 1 && !output.selection) {
         if (const Operation *operation = catalogue::find_operation(words.front())) {
             print_page(output, *operation);
             return exit_success;
@@ -33,32 +34,33 @@ ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
 
     const auto found = find_operations(words);
     const auto functions = find_functions(words);
-    if (output.format == Format::json) {
-        Json json(output.stream);
-        json->StartArray();
-        for (const Operation *operation : found)
-            write_operation(json, *operation);
-        for (const catalogue::Function *function : functions)
-            write_function(json, *function);
-        json->EndArray();
-        return exit_success;
-    }
-    if (found.empty() && functions.empty())
+    if (found.empty() && functions.empty() && output.format == Format::table)
         note("no operation has all of these words in its name, brief, family or command");
-    Table table({{"OPERATION"},
-                 {"BRIEF", Table::Fit::cut},
-                 {"CLASS", Table::Fit::cut},
-                 {"COMMAND", Table::Fit::cut},
-                 {"CODE", Table::Fit::right}});
+    Listing listing({{"name", {"OPERATION"}},
+                     {"brief", {"BRIEF", Table::Fit::cut}},
+                     {"class", {"CLASS", Table::Fit::cut}},
+                     {"command", {"COMMAND", Table::Fit::cut}},
+                     {"code", {"CODE", Table::Fit::right}, catalogue::ColumnType::u32}});
     for (const Operation *operation : found) {
         const catalogue::Command *command = operation->command;
-        table.add({std::string(operation->name), std::string(operation->brief),
-                   std::string(catalogue::to_text(operation->impact)), command ? std::string(command->name) : "-",
-                   command ? std::to_string(command->code) : "-"});
+        listing.add({{std::string(operation->name)},
+                     {std::string(operation->brief)},
+                     {std::string(catalogue::to_text(operation->impact))},
+                     {command ? ListCell(command->name) : std::nullopt},
+                     {command ? ListCell(std::to_string(command->code)) : std::nullopt}});
     }
     for (const catalogue::Function *function : functions)
-        table.add({std::string(function->name), std::string(function->brief), std::string(local_class), "-", "-"});
-    table.print(output);
+        listing.add({{std::string(function->name)},
+                     {std::string(function->brief)},
+                     {std::string(local_class)},
+                     {std::nullopt},
+                     {std::nullopt}});
+    listing.print(output, [&](JsonText &json, size_t row) {
+        if (row < found.size())
+            write_operation(json, *found[row]);
+        else
+            write_function(json, *functions[row - found.size()]);
+    });
     return exit_success;
 }
 
@@ -72,6 +74,7 @@ void add_ops(Program &program)
                  "words that must all occur in name, brief, family, class or command; an operation's whole name "
                  "shows its page",
                  "OPERATION");
+    add_list_options(program, ops);
 }
 
 } // namespace ponctl

@@ -7,13 +7,14 @@
 #include "board/datastore.h"
 #include "call/invocation.h"
 #include "cli/chart_options.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
-#include "output/json.h"
 #include "output/report.h"
 #include "output/table.h"
 #include "results/history.h"
+#include "results/listing.h"
 #include "results/operands.h"
 #include "results/sections.h"
 
@@ -47,44 +48,47 @@ ExitCode show_all(const Output &output)
     if (!base.good()) return report(base);
     expect_answer(base);
     std::vector<std::pair<std::string, std::unique_ptr<const Invocation>>> modules;
+    const auto number = [](const char *name, const char *title, const char *unit) {
+        return Listing::Column{name, {title, Table::Fit::right}, catalogue::ColumnType::real, unit};
+    };
+    Listing listing({number("pon_port", "PORT", ""),
+                     number("temperature", "TEMPERATURE", "degC"),
+                     number("voltage", "VOLTAGE", "V"),
+                     number("bias", "BIAS", "mA"),
+                     number("launch_power", "LAUNCH POWER", "dBm"),
+                     {"laser", {"LASER"}},
+                     {"alarms", {"ALARMS", Table::Fit::wrap, catalogue::Priority::high}}});
     ExitCode code = exit_success;
     for (const std::string &port : ports_of(base)) {
         auto called =
             std::make_unique<const Invocation>("bsp_om_plat_diag_get", words_of({{"pon_port", port}}), consent());
         code = std::max(code, report(*called));
         if (!called->answered()) break;
-        if (called->good()) modules.emplace_back(port, std::move(called));
-    }
-    if (output.format == Format::json) {
-        Json json(output.stream);
-        json->StartArray();
-        for (const auto &[port, called] : modules) {
-            json->StartObject();
-            json.key("pon_port");
-            json.number(port);
-            for (const DecodedField &decoded : decode(called->block())) {
-                json.key(decoded.field->name);
-                json.field(*decoded.field, called->block());
-            }
-            json->EndObject();
-        }
-        json->EndArray();
-        return code;
-    }
-    Table table({{"PORT", Table::Fit::right},
-                 {"TEMPERATURE", Table::Fit::right},
-                 {"VOLTAGE", Table::Fit::right},
-                 {"BIAS", Table::Fit::right},
-                 {"LAUNCH POWER", Table::Fit::right},
-                 {"LASER"},
-                 {"ALARMS", Table::Fit::wrap}});
-    for (const auto &[port, called] : modules) {
+        if (!called->good()) continue;
         const Reading reading = called->block();
-        table.add({port, field_text(reading, "temperature"), field_text(reading, "voltage"),
-                   field_text(reading, "bias"), field_text(reading, "launch_power"), field_text(reading, "laser"),
-                   field_text(reading, "alarms")});
+        const auto measured = [&reading](const char *name) {
+            return Listing::Cell{field_digits(reading, name), field_text(reading, name)};
+        };
+        listing.add({{port},
+                     measured("temperature"),
+                     measured("voltage"),
+                     measured("bias"),
+                     measured("launch_power"),
+                     {field_text(reading, "laser")},
+                     {field_text(reading, "alarms")}});
+        modules.emplace_back(port, std::move(called));
     }
-    table.print(output);
+    listing.print(output, [&modules](JsonText &json, size_t row) {
+        const auto &[port, called] = modules[row];
+        json->StartObject();
+        json.key("pon_port");
+        json.number(port);
+        for (const DecodedField &decoded : decode(called->block())) {
+            json.key(decoded.field->name);
+            json.field(*decoded.field, called->block());
+        }
+        json->EndObject();
+    });
     return code;
 }
 
@@ -134,6 +138,7 @@ ExitCode run_optics(const Output &output, const OpticsOptions &options)
         throw UsageError("PORT: missing; --chart and --onu are for one port");
     if (options.measured && options.onu.empty()) throw UsageError("--measured: goes with --onu alone");
     if (options.port.empty()) return show_all(output);
+    refuse_selection(output);
     if (options.chart.drawn) return draw(output, options);
     if (options.onu.empty()) return show_port(output, port_of(options.port));
     const Source source = source_of(options);
@@ -151,6 +156,7 @@ void add_optics(Program &program)
     optics.option("--onu", &options.onu, "ONU id: the power that the port receives from it", "ID");
     optics.option("--measured", &options.measured, "with --onu: what the last power measurement found of it");
     add_chart(optics, options.chart);
+    add_list_options(program, optics);
 }
 
 } // namespace ponctl

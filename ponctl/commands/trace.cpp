@@ -1,5 +1,8 @@
 // ponctl trace shows what went over the IPC. It reads a file that BOARD_IPC_TRACE named or that ponsim recorded.
+#include <map>
+
 #include "call/codec/decode.h"
+#include "cli/list_options.h"
 #include "cli/program.h"
 #include "describe/operation_text.h"
 #include "output/bytes.h"
@@ -8,7 +11,9 @@
 #include "output/report.h"
 #include "output/table.h"
 #include "output/text.h"
+#include "results/listing.h"
 #include "results/recording.h"
+#include "results/sections.h"
 #include "text/words.h"
 
 namespace ponctl
@@ -23,7 +28,7 @@ struct TraceOptions {
     bool errors = false;               // show only exchanges that failed, or whose status is not zero
 };
 
-void write_exchange(Json &json, const Traced &traced)
+void write_exchange(JsonText &json, const Traced &traced)
 {
     const auto record = [&](std::string_view name, bool of_answer) {
         json.key(name);
@@ -132,6 +137,27 @@ private:
     bool errors;
 };
 
+// Returns in JSON the exchanges that the command line wants of a listing, by their rows. They are read again, because a
+// recording may be too large to keep every exchange.
+std::map<size_t, std::string> written_exchanges(const Output &output, const TraceOptions &options, const Filter &filter,
+                                                const Listing &listing)
+{
+    std::map<size_t, std::string> whole;
+    if (output.format != Format::json) return whole;
+    for (const size_t row : listing.selected(output).rows)
+        whole[row] = {};
+    size_t row = 0;
+    TraceFile(options.file).each([&](const Traced &traced) {
+        if (!filter.passes(traced)) return;
+        if (const auto wanted = whole.find(row++); wanted != whole.end()) {
+            JsonText json;
+            write_exchange(json, traced);
+            wanted->second = json.written();
+        }
+    });
+    return whole;
+}
+
 std::optional<size_t> show_trace(const Output &output, const TraceOptions &options)
 {
     const Filter filter(options);
@@ -141,26 +167,33 @@ std::optional<size_t> show_trace(const Output &output, const TraceOptions &optio
             if (filter.passes(traced)) show(traced);
         });
     };
-    if (output.format == Format::json) {
+    if (output.format == Format::json && !output.selection) {
         Json json(output.stream);
         json->StartArray();
         const auto damage = show_all([&json](const Traced &traced) { write_exchange(json, traced); });
         json->EndArray();
         return damage;
     }
-    if (options.verbose || output.format == Format::hex)
+    if (output.format != Format::json && (options.verbose || output.format == Format::hex)) {
+        refuse_selection(output);
         return show_all([&output](const Traced &traced) { print_exchange(output, traced); });
-    Table table({{"TIME"},
-                 {"PROCESS", Table::Fit::right},
-                 {"CALL"},
-                 {"CHANNEL"},
-                 {"COMMAND", Table::Fit::cut},
-                 {"OUTCOME", Table::Fit::cut}});
-    const auto damage = show_all([&table](const Traced &traced) {
-        table.add({traced.time(), traced.record.pid ? std::to_string(traced.record.pid) : "-", traced.call_text(),
-                   traced.channel_text(), traced.command_text(), traced.outcome()});
+    }
+    Listing listing({{"time", {"TIME"}},
+                     {"pid", {"PROCESS", Table::Fit::right}, catalogue::ColumnType::u32},
+                     {"call", {"CALL"}},
+                     {"channel", {"CHANNEL"}},
+                     {"command", {"COMMAND", Table::Fit::cut}},
+                     {"outcome", {"OUTCOME", Table::Fit::cut, catalogue::Priority::high}}});
+    const auto damage = show_all([&listing](const Traced &traced) {
+        listing.add({{traced.time()},
+                     {traced.record.pid ? ListCell(std::to_string(traced.record.pid)) : std::nullopt},
+                     {traced.call_text()},
+                     {traced.channel_text()},
+                     {traced.command_text()},
+                     {traced.outcome()}});
     });
-    table.print(output);
+    const std::map<size_t, std::string> whole = written_exchanges(output, options, filter, listing);
+    listing.print(output, [&whole](JsonText &json, size_t row) { json.document(whole.at(row)); });
     return damage;
 }
 
@@ -186,6 +219,7 @@ void add_trace(Program &program)
     trace.option("--command", &options.command, "only those with this command, by name or code", "COMMAND");
     trace.option("--pid", &options.pid, "only those of this process", "PID");
     trace.option("--errors", &options.errors, "only those that failed, or whose status is not zero");
+    add_list_options(program, trace);
 }
 
 } // namespace ponctl

@@ -141,7 +141,7 @@ std::string page_of(const catalogue::Function &function)
 
 // Writes a member with the entry's name, or null when there is no entry.
 template <class Entry>
-void write_name(Json &json, std::string_view key, const Entry *entry)
+void write_name(JsonText &json, std::string_view key, const Entry *entry)
 {
     json.key(key);
     if (entry)
@@ -150,7 +150,7 @@ void write_name(Json &json, std::string_view key, const Entry *entry)
         json->Null();
 }
 
-void write_arguments(Json &json, const Operation &operation)
+void write_arguments(JsonText &json, const Operation &operation)
 {
     json.key("arguments");
     json->StartArray();
@@ -171,7 +171,7 @@ void write_arguments(Json &json, const Operation &operation)
 
 } // namespace
 
-void write_operation(Json &json, const Operation &operation)
+void write_operation(JsonText &json, const Operation &operation)
 {
     json->StartObject();
     json.member("name", operation.name);
@@ -200,7 +200,7 @@ void write_operation(Json &json, const Operation &operation)
     json->EndObject();
 }
 
-void write_function(Json &json, const catalogue::Function &function)
+void write_function(JsonText &json, const catalogue::Function &function)
 {
     json->StartObject();
     json.member("name", function.name);

@@ -16,7 +16,7 @@ inline constexpr std::string_view local_class = "local"; // the class of functio
 void print_page(const Output &output, const catalogue::Operation &operation);
 void print_page(const Output &output, const catalogue::Function &function);
 
-void write_operation(Json &json, const catalogue::Operation &operation);
-void write_function(Json &json, const catalogue::Function &function);
+void write_operation(JsonText &json, const catalogue::Operation &operation);
+void write_function(JsonText &json, const catalogue::Function &function);
 
 } // namespace ponctl

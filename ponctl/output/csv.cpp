@@ -169,7 +169,8 @@ std::string line_of(const std::vector<std::string> &cells)
 
 } // namespace
 
-void print_csv(const Output &output, std::string_view document, std::string &heading)
+void print_csv(const Output &output, std::string_view document, std::string &heading,
+               const std::vector<std::string> &columns_of_none)
 {
     rapidjson::Document parsed;
     parsed.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(document.data(),
@@ -180,6 +181,7 @@ void print_csv(const Output &output, std::string_view document, std::string &hea
     for (const Row &row : rows)
         for (const auto &named : row)
             if (columns.emplace(named.first, names.size()).second) names.push_back(named.first);
+    if (rows.empty()) names = columns_of_none;
     if (names.empty()) return;
     if (rows.size() > most_cells / names.size())
         throw TooLarge("the result has " + std::to_string(rows.size()) + " rows of " + std::to_string(names.size()) +

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "output/output.h"
 
@@ -17,7 +18,9 @@ namespace ponctl
 // What a terminal must not see is written as text::printable() does. A text that a spreadsheet would take for a formula
 // has an apostrophe before it. Throws TooLarge when the rows and columns make too many cells.
 //
-// `heading` is the heading line that was written last. The heading line is written unless it is the same.
-void print_csv(const Output &output, std::string_view document, std::string &heading);
+// `heading` is the heading line that was written last. The heading line is written unless it is the same. An empty list
+// has the heading line of these columns.
+void print_csv(const Output &output, std::string_view document, std::string &heading,
+               const std::vector<std::string> &columns = {});
 
 } // namespace ponctl

@@ -78,8 +78,9 @@ Table::Fit fit_of(catalogue::ColumnType type)
     switch (type) {
     case catalogue::ColumnType::u32:
     case catalogue::ColumnType::u64:
-    case catalogue::ColumnType::real:
         return Table::Fit::right;
+    case catalogue::ColumnType::real:
+        return Table::Fit::decimal;
     case catalogue::ColumnType::mac:
     case catalogue::ColumnType::boolean:
         return Table::Fit::whole;
@@ -93,7 +94,7 @@ ViewColumn shown_column(const catalogue::Column &column)
 {
     std::string title(column.title);
     if (!column.unit.empty()) title.append(" (").append(column.unit).append(")");
-    return {std::string(column.name), {title, fit_of(column.type)}, column.hexadecimal};
+    return {std::string(column.name), {title, fit_of(column.type), column.priority}, column.hexadecimal};
 }
 
 // Returns the columns that somebody chose.
@@ -139,9 +140,9 @@ void print_rows(const Output &output, const std::string &owner_title, std::span<
     std::vector<Table::Heading> headings;
     if (!owner_title.empty()) headings.push_back({owner_title});
     for (const ViewColumn &column : columns)
-        headings.push_back(
-            {column.heading.title, column.name == style.worded ? Table::Fit::whole : column.heading.fit});
-    Table table(std::move(headings));
+        headings.push_back({column.heading.title, column.name == style.worded ? Table::Fit::whole : column.heading.fit,
+                            column.heading.priority});
+    Table table(std::move(headings), style.chosen);
     for (const auto &[owner, database] : databases)
         for (uint32_t row = 0; row < db_rows(database); ++row) {
             std::vector<std::string> cells;

@@ -9,6 +9,7 @@ namespace ponctl
 struct Mode {
     bool quiet = false;   // no results, and no notes on standard error
     bool dry_run = false; // nothing is changed
+    bool planned = false; // the command says what it would do, and only reads
     bool watched = false; // the command runs again and again, so it must change nothing
     bool red = false;     // errors on standard error are red
     // The text for standard error waits here until a reading is shown. When it is null, the text does not wait.

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdio>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace ponctl
 {
@@ -22,7 +24,8 @@ struct Output {
     bool headings = true;
     bool terminal = false; // tables are fitted to its width
     bool colours = false;
-    const Selection *selection = nullptr; // which rows and columns of a listing are wanted; null: all
+    const Selection *selection = nullptr;        // which rows and columns of a listing are wanted; null: all
+    std::vector<std::string> *columns = nullptr; // receives the names of a listing's columns; null: not wanted
 };
 
 // A table has so many cells at most. The largest result of the service has a tenth of them.

@@ -32,6 +32,7 @@ int Table::flags_of(Fit fit)
     case Fit::whole:
         return 0;
     case Fit::right:
+    case Fit::decimal:
         return SCOLS_FL_RIGHT;
     case Fit::cut:
         return SCOLS_FL_TRUNC;
@@ -45,7 +46,7 @@ size_t Table::width_of(size_t column) const
 {
     size_t width = display_width(headings[column].title);
     for (const auto &row : rows)
-        width = std::max(width, display_width(row[column]));
+        width = std::max(width, display_width(cell(row, column)));
     return width;
 }
 
@@ -67,12 +68,16 @@ std::vector<size_t> Table::columns_in(size_t terminal_width) const
     size_t width = 0; // includes a blank behind each column
     for (size_t column = 0; column < headings.size(); ++column)
         width += least_width_of(column) + 1;
-    for (const bool only_empty : {true, false})
-        for (size_t column = headings.size(); column-- > 1 && width > terminal_width + 1;) {
-            if (!kept[column] || (only_empty && !is_empty(column))) continue;
+    const auto leave_out = [&](const auto &may_go) {
+        for (size_t column = headings.size(); !all_kept && column-- > 1 && width > terminal_width + 1;) {
+            if (!kept[column] || !may_go(column)) continue;
             kept[column] = false;
             width -= least_width_of(column) + 1;
         }
+    };
+    leave_out([this](size_t column) { return is_empty(column); });
+    for (const auto priority : {catalogue::Priority::low, catalogue::Priority::normal, catalogue::Priority::high})
+        leave_out([&](size_t column) { return headings[column].priority == priority; });
 
     std::vector<size_t> columns;
     std::string left_out;
@@ -86,8 +91,20 @@ std::vector<size_t> Table::columns_in(size_t terminal_width) const
     return columns;
 }
 
+size_t Table::least_length_of(const std::vector<size_t> &columns) const
+{
+    size_t length = 0;
+    for (const size_t column : columns)
+        length += least_width_of(column) + 1;
+    return length;
+}
+
 void Table::print(const Output &output) const
 {
+    if (rows.empty() && output.terminal) {
+        std::fputs("none\n", output.stream);
+        return;
+    }
     const auto release = [](libscols_table *table) { scols_unref_table(table); };
     const std::unique_ptr<libscols_table, decltype(release)> table(scols_new_table(), release);
     if (!table) throw std::bad_alloc();
@@ -101,11 +118,14 @@ void Table::print(const Output &output) const
     for (size_t column = 0; column < headings.size(); ++column)
         line_length += width_of(column) + 1;
     refuse_if_too_large(line_length);
-    const auto columns = columns_in(output.terminal ? scols_table_get_termwidth(table.get()) : SIZE_MAX - 1);
+    const size_t terminal_width = scols_table_get_termwidth(table.get());
+    const auto columns = columns_in(output.terminal ? terminal_width : SIZE_MAX - 1);
+    if (const size_t length = least_length_of(columns); length > terminal_width + 1)
+        scols_table_set_termwidth(table.get(), length);
     for (const size_t index : columns) {
         const Heading &heading = headings[index];
         // A column that is short enough is not narrowed.
-        const bool narrows = least_width_of(index) < width_of(index) || heading.fit == Fit::right;
+        const bool narrows = least_width_of(index) < width_of(index) || flags_of(heading.fit) == SCOLS_FL_RIGHT;
         libscols_column *column =
             scols_table_new_column(table.get(), heading.title.c_str(), 0, flags_of(narrows ? heading.fit : Fit::whole));
         if (!column) throw std::bad_alloc();
@@ -115,7 +135,7 @@ void Table::print(const Output &output) const
         libscols_line *line = scols_table_new_line(table.get(), nullptr);
         if (!line) throw std::bad_alloc();
         for (size_t index = 0; index < columns.size(); ++index) {
-            const std::string &text = row[columns[index]];
+            const std::string text = cell(row, columns[index]);
             scols_line_set_data(line, index, text.c_str());
             if (const char *colour = colour_of(text)) scols_cell_set_color(scols_line_get_cell(line, index), colour);
         }

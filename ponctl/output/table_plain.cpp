@@ -26,13 +26,16 @@ size_t Table::width_of(size_t column) const
 {
     size_t width = characters_in(headings[column].title);
     for (const auto &row : rows)
-        width = std::max(width, characters_in(row[column]));
+        width = std::max(width, characters_in(cell(row, column)));
     return width;
 }
 
 void Table::print(const Output &output) const
 {
-    if (rows.empty()) return;
+    if (rows.empty()) {
+        if (output.terminal) std::fputs("none\n", output.stream);
+        return;
+    }
     std::vector<size_t> widths;
     size_t line_length = 0;
     for (size_t column = 0; column < headings.size(); ++column) {
@@ -43,8 +46,9 @@ void Table::print(const Output &output) const
     const auto print_line = [&](auto text_of, auto colour_of_text) {
         std::string line;
         for (size_t column = 0; column < headings.size(); ++column) {
-            const std::string &text = text_of(column);
-            const bool last = column + 1 == headings.size(), right = headings[column].fit == Fit::right;
+            const std::string text = text_of(column);
+            const Fit fit = headings[column].fit;
+            const bool last = column + 1 == headings.size(), right = fit == Fit::right || fit == Fit::decimal;
             const std::string filler(widths[column] - characters_in(text), ' ');
             const char *colour = output.colours ? colour_of_text(text) : nullptr;
             line += (column > 0 ? " " : "") + (right ? filler : "");
@@ -55,10 +59,9 @@ void Table::print(const Output &output) const
         std::fprintf(output.stream, "%s\n", line.c_str());
     };
     if (output.headings)
-        print_line([this](size_t column) -> const std::string & { return headings[column].title; },
-                   [](const std::string &) { return bold; });
+        print_line([this](size_t column) { return headings[column].title; }, [](const std::string &) { return bold; });
     for (const auto &row : rows)
-        print_line([&row](size_t column) -> const std::string & { return row[column]; }, colour_of);
+        print_line([this, &row](size_t column) { return cell(row, column); }, colour_of);
 }
 
 } // namespace ponctl

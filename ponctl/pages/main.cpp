@@ -1,4 +1,4 @@
-// This program writes the pages of the manual and the completions of shells, from what ponctl knows of itself.
+// This program writes the pages of the manual, from what ponctl knows of itself.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "cli/program.h"
-#include "pages/completion.h"
 #include "pages/pages.h"
 #include "pages/tree.h"
 
@@ -21,13 +20,6 @@ void write(const fs::path &file, const std::string &text)
     std::ofstream out(file);
     out << text;
     if (!out.flush()) throw std::runtime_error("cannot write " + file.string());
-}
-
-std::string contents(const fs::path &file)
-{
-    std::ifstream in(file);
-    if (!in) throw std::runtime_error("cannot read " + file.string());
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 void write_manual(const command_line::Syntax &program, const fs::path &prose, const fs::path &folder,
@@ -45,16 +37,6 @@ void write_manual(const command_line::Syntax &program, const fs::path &prose, co
     write(folder / "man7" / "ponctl-operations.7", ponctl::operations_page(date));
 }
 
-void write_completions(const command_line::Syntax &program, const fs::path &walks, const fs::path &folder)
-{
-    const std::string note = "# Written by ponctl_pages, from what ponctl knows of itself.\n\n";
-    const std::vector<ponctl::Position> positions = ponctl::positions_of(program);
-    write(folder / "ponctl", note + ponctl::bash_table(positions) + contents(walks / "ponctl.bash"));
-    write(folder / "_ponctl",
-          "#compdef ponctl\n" + note + ponctl::zsh_table(positions) + contents(walks / "ponctl.zsh"));
-    write(folder / "ponctl.fish", note + ponctl::fish_table(positions) + contents(walks / "ponctl.fish"));
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -67,7 +49,6 @@ int main(int argc, char **argv)
         const ponctl::Program program;
         const fs::path source = argv[1], folder = argv[2];
         write_manual(program.tree, source / "man", folder / "man", argv[3]);
-        write_completions(program.tree, source / "completion", folder / "completion");
     } catch (const std::exception &error) {
         std::fprintf(stderr, "ponctl_pages: %s\n", error.what());
         return 1;

@@ -113,6 +113,7 @@ void write(const Output &output, Json &json, const Section &section)
         return;
     }
     if (is_database(section) && section.row) return json.row(section.called->database(), *section.row);
+    if (is_database(section)) keep_columns(output, section.called->database(), section.called->view());
     if (is_database(section) && output.selection)
         return json.list(listed_rows(output, section.called->database(), section.called->view()).get());
     if (is_database(section)) return json.list(section.called->database());

@@ -11,10 +11,12 @@
 #include "call/arguments.h"
 #include "cli/program.h"
 #include "command_line/parse.h"
+#include "describe/operation_text.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "shell/tokens.h"
 #include "text/utf8.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -189,6 +191,7 @@ public:
         if (name == "COMMAND") return settings();
         if (name == "COMMAND FIELD=VALUE") return setting_words();
         if (value == "FIELD=VALUE") return fields();
+        if (value == "COLUMN,..." || value == "EXPRESSION") return columns();
         if (value == "KIND") return listed(ask, {"profile", "kinds"}, "kind", {});
         if (value == "LOID") return listed(ask, {"loid", "list", port}, "loid", {});
         if (name == "NAME") return names();
@@ -334,6 +337,9 @@ private:
             if (takes_fields(*operation, argument))
                 for (const catalogue::Field *field : fields_of(*operation, argument))
                     found.push_back(assignment(own + ".", *field));
+            if (const auto *layout = takes_whole_record(argument) ? layout_of(*operation, false) : nullptr)
+                for (const catalogue::Field &field : layout->fields)
+                    found.push_back(assignment(own + ".", field));
             std::string about(argument.brief);
             if (may_be_omitted(argument)) about += "; may be left out";
             found.push_back(
@@ -383,6 +389,23 @@ private:
         return not_yet(std::move(found), words);
     }
 
+    // Returns the columns of the listing that the command line asks for, at the end of a list or of an expression.
+    Candidates columns() const
+    {
+        const size_t last = word.find_last_of(",-( ");
+        const std::string start = last == word.npos ? std::string() : word.substr(0, last + 1);
+        Words command = text::split(walk.command().path(), ' ');
+        for (const Operand &argument : walk.command().arguments)
+            for (const std::string &given : walk.all(argument.plain_name()))
+                command.push_back(given);
+        command.insert(command.end(), {"--limit", "0", "-o", "csv"});
+        Candidates found;
+        const std::string csv = ask(command);
+        for (const std::string &name : text::split(csv.substr(0, csv.find('\n')), ','))
+            if (!name.empty()) found.push_back({start + name, {}, true});
+        return found;
+    }
+
     // Returns the names of profiles, or of upgrade types.
     Candidates names() const
     {
@@ -415,13 +438,14 @@ private:
     const Ask &ask;
 };
 
-Candidates options_at(const Walk &walk)
+// A typed line of ours completes the long name of each option, a shell of the system every spelling.
+Candidates options_at(const Walk &walk, bool nested)
 {
     Candidates found;
     for (const Operand *option : walk.options()) {
         if (walk.is_given(*option) && !option->takes_many()) continue;
-        const std::string name = option->plain_name();
-        found.push_back({(name.size() == 1 ? "-" : "--") + name, option->help});
+        for (const std::string &spelling : option->spellings())
+            if (!nested || spelling == option->spellings().back()) found.push_back({spelling, option->help});
     }
     return found;
 }
@@ -436,6 +460,8 @@ Candidates commands_at(const Walk &walk)
 
 void expect(Completion &completion, const Operand &operand)
 {
+    if (operand.value_name() == "FILE") completion.paths = Paths::files;
+    if (operand.value_name() == "DIR") completion.paths = Paths::folders;
     completion.expected.push_back({is_argument(operand) ? operand.name : operand.value_name(), operand.help});
 }
 
@@ -452,10 +478,10 @@ std::string common_start(const Candidates &candidates)
 
 } // namespace
 
-Completion complete(const std::vector<std::string> &before, const std::string &word, const Ask &ask)
+Completion complete(const std::vector<std::string> &before, const std::string &word, const Ask &ask, bool nested)
 {
     GlobalOptions of_a_line;
-    of_a_line.nested = true;
+    of_a_line.nested = nested;
     const Program program(of_a_line);
     const Walk walk(program.tree, command_line::with_left_out_values(program.tree, before));
     Completion completion;
@@ -472,7 +498,7 @@ Completion complete(const std::vector<std::string> &before, const std::string &w
             candidate.word.insert(0, word.substr(0, equals + 1));
         expect(completion, *given);
     } else if (walk.may_be_option() && word.starts_with('-')) {
-        found = options_at(walk);
+        found = options_at(walk, nested);
     } else {
         found = commands_at(walk);
         if (const Operand *argument = walk.argument()) {

@@ -20,13 +20,19 @@ struct Candidate {
     bool goes_on = false; // the word is not complete yet
 };
 
+// Paths says which files the word may name.
+enum class Paths { none, files, folders };
+
 struct Completion {
     std::vector<Candidate> candidates; // each starts with the word under the cursor
     std::vector<Candidate> expected;   // the argument that is possible there, by its name in the help
+    Paths paths = Paths::none;         // the candidates are such files of this machine
 };
 
-// Options are candidates only when the word starts with a dash.
-Completion complete(const std::vector<std::string> &before, const std::string &word, const Ask &ask);
+// Options are candidates only when the word starts with a dash. `nested` says that the line is one of a shell or a
+// batch.
+Completion complete(const std::vector<std::string> &before, const std::string &word, const Ask &ask,
+                    bool nested = true);
 
 // A Tab is for a line up to the cursor. It says what the TAB key types, and what it shows when there is a choice.
 struct Tab {

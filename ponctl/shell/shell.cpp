@@ -1,12 +1,12 @@
 // ponctl shell runs the lines that a user types.
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 
 #include <unistd.h>
 
 #include "board/service.h"
 #include "cli/program.h"
+#include "cli/state_folder.h"
 #include "output/report.h"
 #include "shell/batch.h"
 #include "shell/complete.h"
@@ -32,10 +32,8 @@ constexpr const char *footer =
 
 std::filesystem::path history_file()
 {
-    const char *state = std::getenv("XDG_STATE_HOME"), *home = std::getenv("HOME");
-    const std::filesystem::path below = std::filesystem::path("ponctl") / "history";
-    if (state && *state == '/') return state / below;
-    return home && *home == '/' ? std::filesystem::path(home) / ".local/state" / below : std::filesystem::path();
+    const std::filesystem::path folder = state_folder();
+    return folder.empty() ? folder : folder / "history";
 }
 
 // Returns what the prompt begins with: the name of the folder of sockets, which is the OLT's where a service has

@@ -9,6 +9,7 @@
 #include "store/digest.h"
 #include "store/records.h"
 #include "store/store.h"
+#include "store/table.h"
 #include "text/hex.h"
 #include "text/json.h"
 
@@ -18,7 +19,7 @@ namespace
 {
 
 using text::json::Document;
-using text::json::Writer;
+using JsonWriter = text::json::Writer;
 
 constexpr char version_key[] = "ponsim_configuration";
 
@@ -30,12 +31,12 @@ constexpr size_t first_row_line = 2;
     throw ConfigurationError("line " + std::to_string(line) + ": " + problem);
 }
 
-void write(Writer &writer, const std::string &text)
+void write(JsonWriter &writer, const std::string &text)
 {
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }
 
-void write(Writer &writer, const Cell &cell)
+void write(JsonWriter &writer, const Cell &cell)
 {
     if (const auto *number = std::get_if<int64_t>(&cell)) {
         writer.Int64(*number);
@@ -54,7 +55,7 @@ template <class Put>
 void write_line(std::string &text, Put put)
 {
     text::json::Buffer buffer;
-    Writer writer(buffer);
+    JsonWriter writer(buffer);
     writer.StartObject();
     put(writer);
     writer.EndObject();
@@ -66,6 +67,50 @@ void write_line(std::string &text, Put put)
 std::string digest_of(const Settings &settings)
 {
     return settings.scenario.empty() ? std::string() : digest(settings.scenario);
+}
+
+void write_names(JsonWriter &writer, const char *key, const std::vector<Declaration::Declared> &columns)
+{
+    writer.Key(key);
+    writer.StartArray();
+    for (const Declaration::Declared &column : columns)
+        writer.String(column.name.data(), static_cast<rapidjson::SizeType>(column.name.size()));
+    writer.EndArray();
+}
+
+// Returns the columns of a family that somebody configures.
+template <class Record>
+std::vector<Declaration::Declared> configured_columns(const TableForm &form)
+{
+    std::vector<Declaration::Declared> columns;
+    if constexpr (requires { Family<Record>::configured.size(); }) {
+        for (const std::string_view name : Family<Record>::configured)
+            columns.push_back({name, {}});
+    } else if constexpr (requires { Family<Record>::configured; }) {
+        columns = form.value.columns();
+    }
+    return columns;
+}
+
+// Describes the tables to whoever reads the text: the names of the values in a row, and which of them are configured.
+void write_tables(JsonWriter &writer)
+{
+    const auto write_table = [&](const TableForm &form, const std::vector<Declaration::Declared> &configured) {
+        writer.Key(form.name.data(), static_cast<rapidjson::SizeType>(form.name.size()));
+        writer.StartObject();
+        write_names(writer, "key", form.key.columns());
+        write_names(writer, "values", form.value.columns());
+        write_names(writer, "configured", configured);
+        writer.EndObject();
+    };
+    writer.Key("tables");
+    writer.StartObject();
+    Kept::each_family([&]<class Record>() {
+        const TableForm form = form_of<Record>();
+        write_table(form, configured_columns<Record>(form));
+        for_each_column(parts_of<Record>(), [&](const auto &part) { write_table(form_of<Record>(part), {}); });
+    });
+    writer.EndObject();
 }
 
 // Describes in words what makes it this OLT. A scenario is identified by the digest of its text.
@@ -196,7 +241,7 @@ Change read_rows(Lines &lines, const Settings &settings)
 std::string write_configuration(const Settings &settings, std::span<const Row> rows)
 {
     std::string text;
-    write_line(text, [&](Writer &writer) {
+    write_line(text, [&](JsonWriter &writer) {
         writer.Key(version_key);
         writer.Int64(Store::version());
         writer.Key("seed");
@@ -207,14 +252,16 @@ std::string write_configuration(const Settings &settings, std::span<const Row> r
         writer.Uint(settings.arrivals);
         writer.Key("silent");
         writer.Uint(settings.silent);
-        if (settings.scenario.empty()) return;
-        writer.Key("scenario");
-        write(writer, digest(settings.scenario));
-        writer.Key("olt");
-        write(writer, settings.olt);
+        if (!settings.scenario.empty()) {
+            writer.Key("scenario");
+            write(writer, digest(settings.scenario));
+            writer.Key("olt");
+            write(writer, settings.olt);
+        }
+        write_tables(writer);
     });
     for (const Row &row : rows)
-        write_line(text, [&](Writer &writer) {
+        write_line(text, [&](JsonWriter &writer) {
             writer.Key("table");
             write(writer, row.table);
             writer.Key("row");
@@ -223,7 +270,7 @@ std::string write_configuration(const Settings &settings, std::span<const Row> r
                 write(writer, cell);
             writer.EndArray();
         });
-    write_line(text, [&](Writer &writer) {
+    write_line(text, [&](JsonWriter &writer) {
         writer.Key("rows");
         writer.Uint64(rows.size());
     });

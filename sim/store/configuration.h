@@ -1,8 +1,10 @@
 // The OLT's configuration is everything that is kept of it, as a text.
 //
 // The first line of the text says what must match: the version of the rows, and the OLT's settings. Each row of the
-// store has a line. The last line has the number of rows, and without it the text is not complete. Each line is a JSON
-// object. Numbers and texts stand as such, bytes as {"hex":"..."}. The same state gives the same text.
+// store has a line. The first line also says what the values of a row are called, and which of them somebody
+// configures: whoever reads the text needs no other description of it, and read_configuration() does not look at this
+// one. The last line has the number of rows, and without it the text is not complete. Each line is a JSON object.
+// Numbers and texts stand as such, bytes as {"hex":"..."}. The same state gives the same text.
 #pragma once
 
 #include <span>

@@ -326,6 +326,10 @@ BROKEN = {
     "view of nothing": (VIEWS, "", "[[view]]\nname = 'v'\nbrief = 'x'\ncommands = []\ncolumns = []\n", "view v",
                         "'columns' has none"),
     "column that is half null": (VIEWS, "nullable = true", "nullable = 1", "column onu_id", "'nullable' must be true or false"),
+    "order by more columns than there are": (VIEWS, "order    = 2", "order    = 99", "view onu_info",
+                                             "'order' is more than"),
+    "column of an unknown priority": (VIEWS, "nullable = true", 'priority = "top"', "column onu_id",
+                                      "'priority' must be one of high, normal, low"),
     "column twice": (VIEWS, '"onu_id"', '"pon_port"', "column pon_port", "the name is taken"),
 }
 

@@ -121,12 +121,12 @@ def columns(view):
     rows = [f"constexpr Column {view.name}_columns[] = {{"]
     for column in view.columns.values():
         rows.append(f"    {{{quoted(column.name)}, {quoted(column.title)}, ColumnType::{column.type}, {flag(column.nullable)}, {quoted(column.unit)}, "
-                    f"{quoted(column.brief)}, {flag(column.hexadecimal)}}},")
+                    f"{quoted(column.brief)}, {flag(column.hexadecimal)}, Priority::{column.priority}}},")
     return [*rows, "};", ""]
 
 
 def view_row(view):
-    return f"    {{{quoted(view.name)}, {view.name}_commands, {view.name}_columns, {quoted(view.brief)}}},"
+    return f"    {{{quoted(view.name)}, {view.name}_commands, {view.name}_columns, {quoted(view.brief)}, {view.order}}},"
 
 
 def parts_of(operation, at):

@@ -41,6 +41,7 @@ struct Binding {
 template <>
 struct Family<Binding> {
     static constexpr std::string_view table = "binding";
+    static constexpr AllColumns configured = all_columns;
     using Key = OnuKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"onu_id", &Key::onu_id, {0, onus_per_port - 1}}};
     // Texts are limited so that they fit into the records that they go out in.

@@ -27,6 +27,7 @@ struct BlacklistEntry {
 template <>
 struct Family<BlacklistEntry> {
     static constexpr std::string_view table = "blacklist";
+    static constexpr AllColumns configured = all_columns;
     using Key = BlacklistKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"id", &Key::id, {0, onus_per_port - 1}}};
     static constexpr std::tuple value{Column{"mac", &BlacklistEntry::mac}, Column{"text", &BlacklistEntry::text}};

@@ -30,6 +30,7 @@ struct Block {
 template <>
 struct Family<Block> {
     static constexpr std::string_view table = "block";
+    static constexpr AllColumns configured = all_columns;
     using Key = BlockKey;
     static constexpr std::tuple key{Column{"channel", &Key::channel}, Column{"command", &Key::command},
                                     Column{"pon_port", &Key::pon_port, {0, max_ports}}, Column{"idx", &Key::index}};

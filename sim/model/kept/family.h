@@ -28,6 +28,8 @@ namespace ponsim
 // It can have these members:
 //   parts   optional members that have a table of their own, with the same key
 //   unique  columns whose values together differ between any two records
+//   configured  the names of the columns that somebody configures, or `all_columns`. Without it the records are a state
+//           that follows from what happens.
 //   as_new  true: a record that equals a newly made one is not kept
 //   placed  true: the OLT has a place of its own for the records; otherwise it keeps them by their keys, as they are
 //   Check   what rows must meet beyond the bounds of their columns. One Check is made for a table. It is called with
@@ -39,6 +41,11 @@ namespace ponsim
 // is held to them (see store/records.h).
 template <class Record>
 struct Family;
+
+// All columns behind the key are configured.
+struct AllColumns {
+};
+inline constexpr AllColumns all_columns;
 
 // Bounds say which numbers a column can have, or how many bytes its text or its bytes can have.
 struct Bounds {

@@ -27,6 +27,7 @@ struct LoidPassword {
 template <>
 struct Family<LoidPassword> {
     static constexpr std::string_view table = "auth";
+    static constexpr AllColumns configured = all_columns;
     using Key = LoidKey;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"loid", &Key::loid, {1, max_loid}}};
     static constexpr std::tuple value{Column{"password", &LoidPassword::password, {0, max_password}}};

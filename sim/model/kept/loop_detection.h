@@ -1,6 +1,7 @@
 // This record says how loops are detected, and how many were detected and have recovered.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "model/kept/family.h"
@@ -25,6 +26,7 @@ struct LoopDetection {
 template <>
 struct Family<LoopDetection> {
     static constexpr std::string_view table = "loop_detection";
+    static constexpr std::array<std::string_view, 4> configured{"switched_on", "manual", "recovery_time", "interval"};
     using Key = Only;
     static constexpr std::tuple key{OnlyColumn{}};
     static constexpr size_t most = 1;

@@ -58,6 +58,8 @@ struct ModuleRecord {
 template <>
 struct Family<ModuleRecord> {
     static constexpr std::string_view table = "module";
+    static constexpr std::array<std::string_view, 4> configured{"tx_disabled", "always_on", "own_loss_level",
+                                                                "loss_level"};
     using Key = uint32_t;
     static constexpr std::tuple key{Itself<Key>{"cage"}};
     static constexpr std::tuple value{

@@ -1,6 +1,7 @@
 // A record is kept of an ONU at one port, bound or not.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -85,6 +86,7 @@ struct OnuRecord {
 template <>
 struct Family<OnuRecord> {
     static constexpr std::string_view table = "onu";
+    static constexpr std::array<std::string_view, 1> configured{"upgrade_type"};
     using Key = OnuAtPort;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
     static constexpr std::tuple value{

@@ -1,6 +1,7 @@
 // The settings that ONUs have received are kept here.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -34,6 +35,7 @@ struct OnuSetting {
 template <>
 struct Family<OnuSetting> {
     static constexpr std::string_view table = "onu_setting";
+    static constexpr std::array<std::string_view, 1> configured{"told"};
     using Key = SettingKey;
     static constexpr size_t most = max_ports * remembered_per_port * 64;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},

@@ -26,6 +26,7 @@ struct PortRecord {
 template <>
 struct Family<PortRecord> {
     static constexpr std::string_view table = "port";
+    static constexpr AllColumns configured = all_columns;
     using Key = uint32_t;
     static constexpr std::tuple key{PortItself{}};
     static constexpr std::tuple value{

@@ -54,6 +54,7 @@ struct ProfileKey {
 template <>
 struct Family<Profile> {
     static constexpr std::string_view table = "profile";
+    static constexpr AllColumns configured = all_columns;
     using Key = ProfileKey;
     static constexpr std::tuple key{Column{"kind", &Key::kind, {1, profile_kinds}},
                                     Column{"id", &Key::id, {1, max_profiles}}};

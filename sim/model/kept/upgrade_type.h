@@ -26,6 +26,7 @@ struct UpgradeType {
 template <>
 struct Family<UpgradeType> {
     static constexpr std::string_view table = "upgrade_type";
+    static constexpr AllColumns configured = all_columns;
     using Key = std::string;
     static constexpr size_t most = max_upgrade_types;
     static constexpr std::tuple key{Itself<Key>{"name"}};

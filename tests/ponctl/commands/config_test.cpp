@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "fake_service.h"
+#include "text/hex.h"
 #include "text/sha256.h"
 
 namespace
@@ -25,8 +26,13 @@ protected:
     {
         std::string name = testing::TempDir() + "ponctl-XXXXXX";
         folder = mkdtemp(name.data());
+        setenv("XDG_STATE_HOME", folder.c_str(), 1);
     }
-    ~Config() override { std::filesystem::remove_all(folder); }
+    ~Config() override
+    {
+        unsetenv("XDG_STATE_HOME");
+        std::filesystem::remove_all(folder);
+    }
 
     std::string path(const char *name) const { return (folder / name).string(); }
     void write(const char *name, const std::string &text) const { std::ofstream(path(name)) << text; }
@@ -133,6 +139,205 @@ TEST_F(Config, LoadingNeedsAFileAndAConfirmation)
     EXPECT_THAT(service.ponctl({"config", "load", path("empty"), "--yes"}).err, HasSubstr("empty is empty"));
     EXPECT_EQ(service.ponctl({"config", "load", path("empty"), "--yes"}).code, 2);
     EXPECT_TRUE(service.received().empty());
+}
+
+// Returns the configuration of an OLT with so many ports and these rows.
+std::string configuration(uint32_t ports, const std::vector<std::string> &rows)
+{
+    std::string text =
+        R"({"ponsim_configuration":11,"ports":)" + std::to_string(ports) +
+        R"(,"tables":{"binding":{"key":["pon_port","onu_id"],"values":["mac","description"],)"
+        R"("configured":["mac","description"]},"onu":{"key":["pon_port","mac"],"values":["reboots","upgrade_type"],)"
+        R"("configured":["upgrade_type"]},"clock":{"key":["one"],"values":["now"],"configured":[]}}})"
+        "\n";
+    for (const std::string &row : rows)
+        text += row + "\n";
+    return text + R"({"rows":)" + std::to_string(rows.size()) + "}\n";
+}
+
+std::string binding(uint32_t port, uint32_t id, const std::string &description)
+{
+    return R"({"table":"binding","row":[)" + std::to_string(port) + "," + std::to_string(id) +
+           R"(,{"hex":"02005e100001"},")" + description + "\"]}";
+}
+std::string onu(uint32_t reboots, const std::string &type)
+{
+    return R"({"table":"onu","row":[1,{"hex":"02005e100001"},)" + std::to_string(reboots) + ",\"" + type + "\"]}";
+}
+std::string clock_at(uint32_t now)
+{
+    return R"({"table":"clock","row":[1,)" + std::to_string(now) + "]}";
+}
+
+// Returns the text that was loaded part by part.
+std::string loaded(const std::vector<Received> &requests)
+{
+    std::string text;
+    for (const Received &request : requests)
+        if (request.word(0) == 2) text += request.text(68).substr(0, request.word(32));
+    return text;
+}
+
+TEST_F(Config, IsShownByNamesInAStableOrder)
+{
+    write("saved", configuration(16, {binding(10, 1, "shop"), clock_at(5), binding(2, 17, ""), onu(3, "acme")}));
+    const std::string shown = "binding 2/17 mac = 02:00:5e:10:00:01\n"
+                              "binding 10/1 mac = 02:00:5e:10:00:01\n"
+                              "binding 10/1 description = shop\n"
+                              "onu 1/02:00:5e:10:00:01 upgrade_type = acme\n";
+    EXPECT_EQ(ponctl({"config", "show", path("saved")}).out, shown);
+    const FakeService service(answer_with(content("saved")));
+    EXPECT_EQ(service.ponctl({"config", "show"}).out, shown);
+    const auto document = parsed(service.ponctl({"config", "show", "-o", "json"}).out);
+    EXPECT_STREQ(document[2]["key"].GetString(), "10/1");
+    EXPECT_STREQ(document[2]["value"].GetString(), "shop");
+}
+
+TEST_F(Config, ShowsTheFieldsOfSettingsAndProfiles)
+{
+    // A block has the byte order of its OLT, which is that of this machine.
+    const auto word = [](uint32_t number) {
+        return text::to_hex({reinterpret_cast<const uint8_t *>(&number), sizeof number});
+    };
+    const std::string fields = word(100) + word(5) + word(20000) + word(100000) + word(16);
+    write("saved",
+          R"({"ponsim_configuration":11,"ports":1,"tables":{"onu_setting":{"key":["pon_port","mac","command","uni"],)"
+          R"("values":["told"],"configured":["told"]},"profile":{"key":["kind","id"],"values":["name","fields"],)"
+          R"("configured":["name","fields"]}}})"
+          "\n"
+          R"({"table":"onu_setting","row":[1,{"hex":"02005e100001"},662,0,{"hex":"01"}]})"
+          "\n"
+          R"({"table":"onu_setting","row":[1,{"hex":"02005e100001"},4711,0,{"hex":"0a0b"}]})"
+          "\n"
+          R"({"table":"profile","row":[1,7,"gold",{"hex":")" +
+              fields + "\"}]}\n{\"rows\":3}\n");
+    const std::string out = ponctl({"config", "show", path("saved")}).out;
+    EXPECT_THAT(out, HasSubstr("onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_MC_SWITCH_GET uni 0 mode = 1\n"));
+    EXPECT_THAT(out, HasSubstr("onu_setting 1/02:00:5e:10:00:01 command 4711 uni 0 told = hex:0a0b\n"));
+    EXPECT_THAT(out, HasSubstr("profile line id 7 name = gold\n"
+                               "profile line id 7 vlan = 100\n"
+                               "profile line id 7 priority = 5\n"
+                               "profile line id 7 upstream = 20000 kbit/s\n"));
+}
+
+TEST_F(Config, ThatIsDamagedOrHasNoNamesIsRefusedWithItsLine)
+{
+    const std::string good = configuration(2, {binding(1, 1, "a")});
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {R"({"ponsim_configuration":11,"ports":2})"
+         "\n",
+         "line 1: the values have no names here"},
+        {"text\n", "line 1: this is no line of a configuration"},
+        {good.substr(0, good.size() - 5), "line 3: the text is cut off here"},
+        {good.substr(0, good.rfind("{\"rows\"")), "the text ends without the number of its rows"},
+        {configuration(2, {R"({"table":"nothing","row":[1]})"}), "line 2: table nothing is not named"},
+        {configuration(2, {R"({"table":"clock","row":[1]})"}), "line 2: the row has another number of values"},
+        {configuration(2, {R"({"table":"clock","row":[1,1.5]})"}), "line 2: a value is neither"},
+    };
+    for (const auto &[text, error] : cases) {
+        write("saved", text);
+        const Finished finished = ponctl({"config", "show", path("saved")});
+        EXPECT_EQ(finished.code, 2);
+        EXPECT_THAT(finished.err, HasSubstr(error));
+    }
+}
+
+TEST_F(Config, DiffersInSettingsAlone)
+{
+    write("one", configuration(16, {binding(1, 1, "old"), binding(1, 2, "same"), clock_at(5)}));
+    write("other", configuration(16, {binding(1, 1, "new"), binding(1, 2, "same"), clock_at(9)}));
+    const Finished finished = ponctl({"config", "diff", path("one"), path("other")});
+    EXPECT_EQ(finished.out, "- binding 1/1 description = old\n+ binding 1/1 description = new\n");
+    EXPECT_EQ(finished.code, 1);
+    const FakeService service(answer_with(content("other")));
+    EXPECT_EQ(service.ponctl({"config", "diff", path("one")}).out, finished.out);
+    EXPECT_EQ(service.ponctl({"config", "diff", path("other")}).code, 0);
+    EXPECT_EQ(service.ponctl({"config", "diff", path("one"), service.folder()}).out, finished.out);
+    const auto document = parsed(service.ponctl({"config", "diff", path("one"), "-o", "json"}).out);
+    EXPECT_STREQ(document[0]["before"].GetString(), "old");
+    EXPECT_STREQ(document[0]["after"].GetString(), "new");
+}
+
+TEST_F(Config, IsAppliedWithoutTheState)
+{
+    const FakeService service(answer_with(configuration(16, {binding(1, 1, "old"), clock_at(5), onu(3, "")})));
+    write("wanted", configuration(16, {binding(1, 1, "new"), binding(1, 2, "more"), clock_at(9), onu(7, "acme")}));
+    const Finished finished = service.ponctl({"config", "apply", path("wanted"), "--yes"});
+    EXPECT_EQ(finished.code, 0) << finished.err;
+    EXPECT_THAT(finished.out, HasSubstr("+ binding 1/2 description = more\n"));
+    EXPECT_EQ(loaded(service.received()),
+              configuration(16, {binding(1, 1, "new"), binding(1, 2, "more"), clock_at(5), onu(3, "acme")}));
+}
+
+TEST_F(Config, IsNotAppliedInADryRunNorWithoutConsentNorWhereNothingDiffers)
+{
+    const FakeService service(answer_with(configuration(16, {binding(1, 1, "old")})));
+    write("wanted", configuration(16, {binding(1, 1, "new")}));
+    write("same", configuration(16, {binding(1, 1, "old"), clock_at(5)}));
+    EXPECT_EQ(service.ponctl({"config", "apply", path("wanted"), "--dry-run"}).out,
+              "- binding 1/1 description = old\n+ binding 1/1 description = new\n");
+    EXPECT_THAT(service.ponctl({"config", "apply", path("wanted")}).err,
+                HasSubstr("--yes: missing; applying " + path("wanted") + ", by which 1 settings change,"));
+    EXPECT_EQ(service.ponctl({"config", "apply", path("same"), "--yes"}).code, 0);
+    for (const Received &request : service.received())
+        EXPECT_EQ(request.word(0), 1u);
+}
+
+TEST_F(Config, OfAnotherOltIsAppliedAsFarAsItFitsWhenThatIsWanted)
+{
+    const FakeService service(answer_with(configuration(1, {clock_at(5)})));
+    write("wanted", configuration(16, {binding(1, 1, "fits"), binding(9, 1, "does not")}));
+    const Finished refused = service.ponctl({"config", "apply", path("wanted"), "--yes"});
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_THAT(refused.err, HasSubstr("does not fit: binding 9/1: the OLT has no PON port 9"));
+    EXPECT_THAT(refused.err, HasSubstr("--what-fits: missing"));
+    EXPECT_EQ(loaded(service.received()), "");
+    EXPECT_EQ(service.ponctl({"config", "apply", path("wanted"), "--what-fits", "--yes"}).code, 0);
+    EXPECT_EQ(loaded(service.received()), configuration(1, {binding(1, 1, "fits"), clock_at(5)}));
+}
+
+TEST_F(Config, ThatIsConfirmedStays)
+{
+    const FakeService service(answer_with(configuration(16, {binding(1, 1, "old")})));
+    write("wanted", configuration(16, {binding(1, 1, "new")}));
+    const Finished applied = service.ponctl({"config", "apply", path("wanted"), "--confirm", "3600", "--yes"});
+    EXPECT_EQ(applied.code, 0) << applied.err;
+    EXPECT_THAT(applied.err, HasSubstr("rolled back in 3600 s unless 'ponctl config confirm' comes before"));
+    EXPECT_THAT(service.ponctl({"config", "apply", path("wanted"), "--confirm", "9", "--yes"}).err,
+                HasSubstr("another configuration waits to be confirmed"));
+    EXPECT_EQ(service.ponctl({"config", "confirm"}).code, 0);
+    const Finished again = service.ponctl({"config", "confirm"});
+    EXPECT_EQ(again.code, 1);
+    EXPECT_THAT(again.err, HasSubstr("no configuration waits to be confirmed"));
+    EXPECT_EQ(service.ponctl({"config", "rollback", "--yes"}).code, 1);
+}
+
+TEST_F(Config, IsKeptOrRolledBackAsTheUserAnswers)
+{
+    const FakeService service(answer_with(configuration(16, {binding(1, 1, "old")})));
+    write("wanted", configuration(16, {binding(1, 1, "new")}));
+    const std::vector<std::string> words{"config", "apply", path("wanted"), "--confirm", "3600", "--yes"};
+    const Terminal terminal;
+    terminal.type("y\n");
+    const Finished kept = service.ponctl(words, -1, terminal.descriptor());
+    EXPECT_EQ(kept.code, 0);
+    EXPECT_THAT(kept.err, HasSubstr("keep the new configuration? It is rolled back in 3600 s. [y/n]"));
+    terminal.type("n\n");
+    const Finished taken_back = service.ponctl(words, -1, terminal.descriptor());
+    EXPECT_EQ(taken_back.code, 1);
+    EXPECT_THAT(taken_back.err, HasSubstr("the configuration before was rolled back"));
+}
+
+TEST_F(Config, ThatIsRolledBackIsTheOneBeforeWithItsState)
+{
+    const std::string before = configuration(16, {binding(1, 1, "old"), clock_at(5)});
+    const FakeService service(answer_with(before));
+    write("wanted", configuration(16, {binding(1, 1, "new")}));
+    service.ponctl({"config", "apply", path("wanted"), "--confirm", "3600", "--yes"});
+    const size_t applied = loaded(service.received()).size();
+    EXPECT_EQ(service.ponctl({"config", "rollback", "--yes"}).code, 0);
+    EXPECT_EQ(loaded(service.received()).substr(applied), before);
+    EXPECT_EQ(service.ponctl({"config", "confirm"}).code, 1);
 }
 
 } // namespace

@@ -32,6 +32,21 @@ TEST(Optics, AreATableOfAllPorts)
     EXPECT_DOUBLE_EQ(document[1]["launch_power"].GetDouble(), -1.5);
 }
 
+TEST(Optics, OfAllPortsAreChosenAsOtherListings)
+{
+    const FakeService service(
+        by_command({{386, rows(386, R"([{"pon_port":1},{"pon_port":2}])")}, {487, bytes(diagnostics)}}));
+    const Words chosen{"optics",    "--where",          "launch_power<-1dBm and laser=on", "--sort", "-pon_port",
+                       "--columns", "PORT,launch_power"};
+    EXPECT_EQ(service.ponctl(chosen).out, "PORT LAUNCH POWER\n   2    -1.50 dBm\n   1    -1.50 dBm\n");
+    Words in_json = chosen;
+    in_json.insert(in_json.end(), {"-o", "json", "--limit", "1"});
+    EXPECT_EQ(parsed(service.ponctl(in_json).out), parsed(R"([{"pon_port":2,"launch_power":-1.5}])"));
+    const Finished of_one = service.ponctl({"optics", "1", "--limit", "1"});
+    EXPECT_EQ(of_one.code, 2);
+    EXPECT_THAT(of_one.err, HasSubstr("what is asked for here is no listing"));
+}
+
 TEST(Optics, OfAnOnuAreThePowerThatThePortReceives)
 {
     const FakeService service(bytes(answer_to("BSP_CMD_OPTICS_RSSI_GET", {{"received_power", -2367}, {"state", 2}})));

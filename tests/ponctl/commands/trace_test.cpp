@@ -79,6 +79,15 @@ TEST_F(Trace, ShowsTheFieldsWhenAsked)
                                                              "onu_set  1-5,7\n"));
 }
 
+TEST_F(Trace, IsChosenAsOtherListings)
+{
+    make_two_exchanges();
+    EXPECT_EQ(ponctl({"trace", file, "--where", "outcome~NOT_BOUND", "--columns", "call,command", "-o", "csv"}).out,
+              "call,command\nset,BSP_CMD_ONU_RELEASE_BATCH\n");
+    EXPECT_EQ(parsed(ponctl({"trace", file, "--sort", "call", "--limit", "1", "-o", "json"}).out)[0], as_json()[1]);
+    EXPECT_EQ(ponctl({"trace", file, "-v", "--limit", "1"}).code, 2);
+}
+
 TEST_F(Trace, IsFilteredByChannelCommandProcessAndErrors)
 {
     make_two_exchanges();

@@ -39,8 +39,15 @@ public:
 // This is a table of the ONU that the service has.
 constexpr const char *onus = "pon_port,onu_id,mac,description\n1,1,00:11:22:33:44:55,x\n";
 
-// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace, TABLE for
-// one with ONUs.
+// This is a configuration with one setting.
+const std::string one_setting = R"({"ponsim_configuration":1,"ports":1,"tables":{"port":{"key":["pon_port"],)"
+                                R"("values":["mode"],"configured":["mode"]}}})"
+                                "\n"
+                                R"({"table":"port","row":[1,2]})"
+                                "\n{\"rows\":1}\n";
+
+// Every command of the tool is here, with arguments. FILE stands for a file, TRACE for a file with a trace,
+// TABLE for one with ONUs, CONFIG for one with a configuration.
 const std::vector<std::string> lines{
     "ops bsp_pon_no_bind_onu_all",
     "ops ont_id_res_str",
@@ -156,6 +163,11 @@ const std::vector<std::string> lines{
     "config load FILE",
     "config save FILE",
     "config save -",
+    "config show CONFIG",
+    "config diff CONFIG CONFIG",
+    "config apply CONFIG",
+    "config confirm",
+    "config rollback",
     "debug pon-mac 1",
     "debug pon-phy 1",
     "debug laser 1",
@@ -241,6 +253,7 @@ TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
 {
     const FakeService service(answer_all);
     const File file("x"), trace(""), table(onus);
+    const File configuration(one_setting);
     setenv("BOARD_IPC_TRACE", trace.name.c_str(), 1);
     std::filesystem::remove(trace.name);
     service.ponctl({"port", "list"});
@@ -250,7 +263,11 @@ TEST(JsonOfEveryCommand, IsOneDocumentWithKeysThatStay)
         SCOPED_TRACE(line);
         Words words = words_of(line);
         for (std::string &word : words)
-            word = word == "FILE" ? file.name : word == "TRACE" ? trace.name : word == "TABLE" ? table.name : word;
+            word = word == "FILE"     ? file.name
+                   : word == "TRACE"  ? trace.name
+                   : word == "TABLE"  ? table.name
+                   : word == "CONFIG" ? configuration.name
+                                      : word;
         words.insert(words.end(), {"-o", "json", "--yes"});
         const Finished finished = service.ponctl(words);
         std::set<std::string> keys;
@@ -369,12 +386,16 @@ TEST(EveryCommand, HasBytesInHexOrNothing)
 TEST(EveryCommand, CanBeDry)
 {
     const FakeService service(answer_all);
-    const File file("x"), table(onus);
+    const File file("x"), table(onus), configuration(one_setting);
     for (const std::string &line : lines) {
         Words words = words_of(line);
         if (reads_a_trace(words)) continue;
+        if (line.starts_with("config apply")) continue; // it asks the OLT what it has, to say what would change
         for (std::string &word : words)
-            word = word == "FILE" ? file.name : word == "TABLE" ? table.name : word;
+            word = word == "FILE"     ? file.name
+                   : word == "TABLE"  ? table.name
+                   : word == "CONFIG" ? configuration.name
+                                      : word;
         words.insert(words.end(), {"-o", "json", "--dry-run"});
         const Finished finished = service.ponctl(words);
         EXPECT_NO_THROW(EXPECT_TRUE(parsed(finished.out).IsArray())) << line << finished.err;

@@ -37,6 +37,7 @@ std::string an_olt(const Words &words)
         {{"profile", "kinds"}, R"([{"kind":"line"},{"kind":"sla"}])"},
         {{"profile", "list", "sla"}, R"([{"id":1,"name":"gold"}])"},
         {{"upgrade", "types"}, R"([{"name":"basic"}])"},
+        {{"onu", "list", "1", "--limit", "0", "-o", "csv"}, "onu_id,mac,distance\n"},
     };
     const auto answer = answers.find(words);
     return answer == answers.end() ? std::string() : answer->second;
@@ -58,6 +59,20 @@ Words words_of(const Completion &completion)
 Words after(const Words &before, const std::string &word = {})
 {
     return words_of(complete(before, word, an_olt));
+}
+
+TEST(Completion, FindsTheColumnsOfTheListing)
+{
+    EXPECT_THAT(after({"onu", "list", "1", "--columns"}, "mac,"), ElementsAre("mac,onu_id", "mac,mac", "mac,distance"));
+    EXPECT_THAT(after({"onu", "list", "1", "--sort"}, "-d"), ElementsAre("-distance"));
+    EXPECT_THAT(after({"onu", "list", "1", "--where"}, "onu_id=5 and d"), ElementsAre("onu_id=5 and distance"));
+}
+
+TEST(Completion, LeavesPathsToAShellOfTheSystem)
+{
+    EXPECT_EQ(complete({"config", "load"}, "", no_service).paths, Paths::files);
+    EXPECT_EQ(complete({"--socket-dir"}, "", no_service).paths, Paths::folders);
+    EXPECT_EQ(complete({"onu", "list"}, "", no_service).paths, Paths::none);
 }
 
 TEST(Completion, FindsEveryCommandAndOptionOfTheProgram)

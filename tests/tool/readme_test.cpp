@@ -1,0 +1,84 @@
+// This test does what README.md says under "Use it", from top to bottom, on a fresh simulator.
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "process.h"
+#include "shell.h"
+#include "simulator.h"
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+// Returns the command lines of README.md from "ponsim &" on, without what is said behind them.
+std::vector<std::string> lines_of_readme()
+{
+    std::ifstream readme(SOURCES "/README.md");
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(readme, line);) {
+        if (!line.starts_with("    ponsim &") && lines.empty()) continue;
+        if (!line.starts_with("    ")) break;
+        line = line.substr(4, line.find(" # ") - 4);
+        lines.push_back(line.substr(0, line.find_last_not_of(' ') + 1));
+    }
+    return lines;
+}
+
+bool needs_terminal(const std::string &line)
+{
+    return line.find("--chart") != line.npos || line == "ponctl shell";
+}
+
+// What is read again and again ends with an interrupt.
+bool goes_on(const std::string &line)
+{
+    return line.find("--follow") != line.npos || line.find("--chart") != line.npos;
+}
+
+TEST(Readme, SaysWhatCanBeDoneOnAFreshSimulator)
+{
+    const std::vector<std::string> lines = lines_of_readme();
+    ASSERT_GT(lines.size(), 20u);
+    ASSERT_EQ(lines.front(), "ponsim &");
+    const Simulator simulator;
+    const fs::path folder = Simulator::folder() + "/readme";
+    fs::create_directory(folder);
+    fs::create_symlink(SOURCES "/scenarios", folder / "scenarios");
+    const std::string environment = "cd '" + folder.string() + "'; export HOME=\"$PWD\" PATH='" +
+                                    fs::path(PONCTL).parent_path().string() + ":" +
+                                    fs::path(PONSIM).parent_path().string() + "':\"$PATH\"; ";
+    for (size_t index = 1; index < lines.size(); ++index) {
+        const std::string &line = lines[index];
+        SCOPED_TRACE(line);
+        std::string run = line;
+        if (goes_on(line)) run = "timeout --foreground --preserve-status -s INT 2 " + line;
+        if (line.ends_with(" &")) // it serves in the background until it is ended
+            run = "(" + line.substr(0, line.size() - 2) +
+                  ") >out & pid=$!; for i in $(seq 200); do grep -q serving out && break; sleep 0.05; done; "
+                  "grep -q serving out; code=$?; kill $(pgrep -P $pid; echo $pid) 2>/dev/null; exit $code";
+        std::ofstream(folder / "line") << environment << run << "\n";
+        const std::string bash = "bash '" + (folder / "line").string() + "'";
+        const std::string whole =
+            (needs_terminal(line) ? "echo exit | TERM=dumb timeout -k 1 60 script -qefc \"" + bash + "\" /dev/null"
+                                  : "timeout -k 1 60 " + bash + " </dev/null") +
+            "; echo \"exit $?\"";
+        // An ONU that was just bound needs some seconds to register.
+        std::string said;
+        const auto is_good = [&] {
+            return said.ends_with("exit 0\n") || (goes_on(line) && said.ends_with("exit 130\n"));
+        };
+        for (int tries = 0; tries < 20 && !is_good(); ++tries) {
+            if (tries > 0) std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            said = output_of(whole);
+        }
+        EXPECT_TRUE(is_good()) << said;
+    }
+    fs::remove_all(folder);
+}
+
+} // namespace
