@@ -56,8 +56,8 @@ public:
     static int64_t version();
     // Returns all rows without the settings, in the order of table and key.
     std::vector<Row> rows() const;
-    // Replaces all that is kept but the settings by a change and by what became of it. Throws StoreError. Then nothing is
-    // changed.
+    // Replaces all that is kept but the settings by a change and by what became of it. Throws StoreError. Then nothing
+    // is changed.
     void replace(const Change &change, const Kept::Merged &since);
 
 private:

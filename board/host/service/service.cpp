@@ -30,10 +30,11 @@ namespace
 using namespace board;
 
 constexpr size_t max_connections = 256;
-constexpr size_t connections_of_others = 240;  // of users other than the service's own and root
-constexpr size_t connections_of_one = 64;      // of one of these users
-constexpr uint32_t usual_idle_limit = 600;     // s
-constexpr unsigned most_datagrams_at_once = 4; // of a service that is concurrent
+constexpr size_t connections_of_others = 240;            // of users other than the service's own and root
+constexpr size_t connections_of_one = 64;                // of one of these users
+constexpr uint32_t usual_idle_limit = 600;               // s
+constexpr std::chrono::seconds pause_without_threads{1}; // or without descriptors or memory
+constexpr unsigned most_datagrams_at_once = 4;           // of a service that is concurrent
 constexpr size_t stack_size = size_t{1} << 20;
 
 struct Connection {
@@ -163,6 +164,9 @@ private:
     void listen();
     unsigned datagrams_at_once() const { return config.concurrent ? most_datagrams_at_once : 1; }
     void serve_datagrams();
+    bool start_receiver();
+    void become_busy();
+    void become_free();
     void accept_connection();
     void admit(Descriptor socket);
     void serve(Connection &connection);
@@ -176,33 +180,29 @@ private:
     Answering answering;
     std::unique_ptr<Endpoint> endpoint;
     std::atomic<bool> stopping{false};
-    std::vector<pthread_t> threads; // the listener, and those that serve datagrams
+    pthread_t listener{};
+    bool listening = false; // true while the thread above runs
 
     // The listener's thread alone uses these.
+    bool receiving = false;          // a thread serves datagrams
     Clock::time_point accepts_again; // until then no connection is accepted, so that others get time to end
     Clock::time_point idle_check;    // when to look for idle connections next
 
     std::mutex mutex; // guards the members below
     std::condition_variable gone;
     Connections connections;
-    Connections left; // their threads are at their end
+    Connections left;                 // their threads are at their end
+    std::vector<pthread_t> receivers; // they serve datagrams
+    unsigned busy = 0;                // so many of them are handling a datagram
 };
 
 bool board_service::start(const std::string &directory)
 {
     endpoint = Endpoint::open(directory, config.module, config.socket_mode ? config.socket_mode : 0660);
     if (!endpoint) return false;
-    const auto start_one = [this](void *(*body)(void *)) {
-        pthread_t thread;
-        const bool started = start_thread(thread, body, this);
-        if (started) threads.push_back(thread);
-        return started;
-    };
-    threads.reserve(1 + datagrams_at_once());
-    bool started = start_one(listen_loop);
-    for (unsigned number = 0; number < datagrams_at_once(); ++number)
-        started = started && start_one(datagram_loop);
-    return started;
+    receivers.reserve(datagrams_at_once());
+    listening = start_thread(listener, listen_loop, this);
+    return listening;
 }
 
 board_service::~board_service()
@@ -212,10 +212,15 @@ board_service::~board_service()
         shutdown(endpoint->connections(), SHUT_RDWR);
         shutdown(endpoint->datagrams(), SHUT_RDWR);
     }
-    for (const pthread_t thread : threads)
-        pthread_join(thread, nullptr);
+    if (listening) pthread_join(listener, nullptr);
 
     std::unique_lock lock(mutex);
+    const std::vector<pthread_t> last_receivers = receivers;
+    lock.unlock();
+    for (const pthread_t thread : last_receivers)
+        pthread_join(thread, nullptr);
+
+    lock.lock();
     for (Connection &connection : connections)
         shutdown(connection.socket.get(), SHUT_RDWR);
     gone.wait(lock, [this] { return connections.empty(); });
@@ -249,10 +254,39 @@ void board_service::listen()
         const auto idle = hang_up_idle();
         const bool accepting = Clock::now() >= accepts_again;
         // A socket that is shut down is always ready, so the service can stop at any time.
-        pollfd ready{endpoint->connections(), static_cast<short>(accepting ? POLLIN : 0), 0};
+        const auto wanted = static_cast<short>(accepting ? POLLIN : 0);
+        pollfd ready[] = {{endpoint->connections(), wanted, 0}, {endpoint->datagrams(), wanted, 0}};
         const auto again = accepting ? std::nullopt : std::optional(accepts_again);
-        if (poll(&ready, 1, wait_until(again, idle)) > 0) accept_connection();
+        if (poll(ready, receiving ? 1 : 2, wait_until(again, idle)) <= 0) continue;
+        if (ready[0].revents) accept_connection();
+        if (!receiving && ready[1].revents) {
+            const std::lock_guard lock(mutex);
+            receiving = start_receiver();
+            if (!receiving) accepts_again = Clock::now() + pause_without_threads;
+        }
     }
+}
+
+// Starts one more thread that serves datagrams. The caller holds the lock.
+bool board_service::start_receiver()
+{
+    pthread_t thread;
+    if (stopping || !start_thread(thread, datagram_loop, this)) return false;
+    receivers.push_back(thread);
+    return true;
+}
+
+// As long as there may be more receivers, one is left to receive what comes next.
+void board_service::become_busy()
+{
+    const std::lock_guard lock(mutex);
+    if (++busy == receivers.size() && receivers.size() < datagrams_at_once()) start_receiver();
+}
+
+void board_service::become_free()
+{
+    const std::lock_guard lock(mutex);
+    --busy;
 }
 
 void board_service::serve_datagrams()
@@ -304,7 +338,7 @@ void board_service::accept_connection()
     } else if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
         // The connection stays in the queue.
         userlog_err(__func__, __LINE__, "cannot accept a connection: %s", std::strerror(errno));
-        accepts_again = Clock::now() + std::chrono::seconds(1);
+        accepts_again = Clock::now() + pause_without_threads;
     }
 }
 
@@ -410,8 +444,11 @@ void board_service::serve_datagram(RequestFrame &datagram, int flags, LateAnswer
     if (received < 0 || stopping) return;
     if (!is_way_back(answer->way_back))
         return answering.complaints.log(peer, "refused a packet", "no socket for the answer came with it");
+    become_busy();
     Head refusal;
-    if (!answering.handle(datagram, static_cast<size_t>(received), true, peer, answer->answer, refusal)) {
+    const bool handled = answering.handle(datagram, static_cast<size_t>(received), true, peer, answer->answer, refusal);
+    become_free();
+    if (!handled) {
         send_packet(answer->way_back.get(), &refusal, sizeof refusal, -1);
     } else if (answer->answer.sending.delay.count() == 0) {
         send(*answer);

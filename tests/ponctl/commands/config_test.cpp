@@ -212,7 +212,10 @@ TEST_F(Config, ShowsTheFieldsOfSettingsAndProfiles)
           R"({"table":"profile","row":[1,7,"gold",{"hex":")" +
               fields + "\"}]}\n{\"rows\":3}\n");
     const std::string out = ponctl({"config", "show", path("saved")}).out;
-    EXPECT_THAT(out, HasSubstr("onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_MC_SWITCH_GET uni 0 mode = 1\n"));
+    EXPECT_THAT(
+        out,
+        HasSubstr(
+            "onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_MC_SWITCH_GET uni 0 mode = controllable multicast\n"));
     EXPECT_THAT(out, HasSubstr("onu_setting 1/02:00:5e:10:00:01 command 4711 uni 0 told = hex:0a0b\n"));
     EXPECT_THAT(out, HasSubstr("profile line id 7 name = gold\n"
                                "profile line id 7 vlan = 100\n"

@@ -123,8 +123,8 @@ typedef struct board_service_config {
      * connects again when it needs to. 0 means 600. */
     uint32_t idle_limit;
     /* When this is not 0, both functions are called for the requests of several clients at the same time: from a thread
-     * for each connection, and from 4 threads for datagrams. Otherwise they are called for one request after the other,
-     * but connections are accepted meanwhile. */
+     * for each connection, and from up to 4 threads for datagrams. Otherwise they are called for one request after the
+     * other, but connections are accepted meanwhile. */
     int concurrent;
 } board_service_config;
 
