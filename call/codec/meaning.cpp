@@ -208,6 +208,11 @@ std::string allowed_text(const Field &field)
            (field.unit.empty() ? "" : " " + std::string(field.unit));
 }
 
+std::vector<std::string> value_words(const Field &field)
+{
+    return words_of(field.values.empty() ? field.flags : field.values);
+}
+
 void check_allowed(std::string_view name, const Field &field, std::span<const uint8_t> bytes)
 {
     if (!field.values.empty() && !name_of(field, bytes)) refuse(name, number_text(field, bytes), allowed_text(field));

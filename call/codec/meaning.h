@@ -41,6 +41,8 @@ Bytes parse_composed(std::string_view name, std::string_view text, const catalog
 // Returns what a service takes in the field, for people: "one of off, on", "1 to 4094". The text is empty when the
 // catalogue does not say it.
 std::string allowed_text(const catalogue::Field &field);
+// Returns the names of a field's numbers, or those of its bits, as words of a command line.
+std::vector<std::string> value_words(const catalogue::Field &field);
 // Throws a UsageError that starts with `name` when the number in the bytes is one that no service takes.
 void check_allowed(std::string_view name, const catalogue::Field &field, std::span<const uint8_t> bytes);
 

@@ -9,6 +9,7 @@
 #include "cli/list_options.h"
 #include "cli/password_options.h"
 #include "cli/program.h"
+#include "describe/field_list.h"
 #include "generated/service_words.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
@@ -121,9 +122,8 @@ ExitCode list_fields(const Output &output, const catalogue::Command &command)
 {
     std::vector<std::vector<std::string>> rows;
     for (const Field &field : fields_of(command))
-        rows.push_back({std::string(field.name), std::string(catalogue::to_text(field.type)), std::string(field.unit),
-                        std::string(field.brief)});
-    print_texts(output, {"FIELD", "TYPE", "UNIT", "BRIEF"}, rows);
+        rows.push_back(field_row(field));
+    print_fields(output, rows);
     return exit_success;
 }
 

@@ -350,9 +350,29 @@ private:
 
     Candidates settings() const { return listed(ask, {"onu", "settings"}, "command", {"brief"}); }
 
+    // Returns what stands before the value that is typed: the name of the field, and other values.
+    std::string start_of_value() const { return word.substr(0, word.find_last_of("=,") + 1); }
+
+    // Returns the names that a field's values have, of the fields that a command of ponctl lists.
+    Candidates named_values(const Words &command, const std::string &field) const
+    {
+        Candidates found;
+        rapidjson::Document rows;
+        rows.Parse(ask(command).c_str());
+        if (rows.HasParseError() || !rows.IsArray()) return found;
+        for (const rapidjson::Value &row : rows.GetArray())
+            if (row.IsObject() && row.HasMember("values") && row.HasMember("field") && text_of(row["field"]) == field)
+                for (const std::string &name : text::split(text_of(row["values"]), ','))
+                    found.push_back({name, {}});
+        return found;
+    }
+
     Candidates listed_fields(const Words &command, const Words &words) const
     {
-        if (word.find('=') != word.npos) return value(words, nullptr);
+        if (const size_t equals = word.find('='); equals != word.npos) {
+            Candidates named = named_values(command, word.substr(0, equals));
+            return named.empty() ? value(words, nullptr) : with_start(start_of_value(), std::move(named));
+        }
         Candidates found = listed(ask, command, "field", {"type", "brief", "unit"});
         for (Candidate &field : found) {
             field.word += "=";

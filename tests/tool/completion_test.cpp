@@ -41,7 +41,7 @@ TEST_P(LiveCompletion, KnowsPortsOnusTypesFieldsAndColumns)
     const std::vector<Words> found =
         completed({"ponctl onu list ", "ponctl onu show 1 ", "ponctl onu info 1/", "ponctl upgrade bind 1/5 ",
                    "ponctl onu set 1/5 vlan pv", "ponctl call bsp_pon_bind_onu_spec_id pon_port=",
-                   "ponctl onu list --columns mac,dis", "ponctl ops --sort -c"});
+                   "ponctl onu list --columns mac,dis", "ponctl ops --sort -c", "ponctl onu set 1/5 vlan mode=t"});
     EXPECT_THAT(found[0], ElementsAre("1", "2"));
     EXPECT_THAT(found[1], Contains("5"));
     EXPECT_THAT(found[2], IsSupersetOf({"1/5", "1/all"}));
@@ -49,6 +49,7 @@ TEST_P(LiveCompletion, KnowsPortsOnusTypesFieldsAndColumns)
     EXPECT_EQ(found[5].size(), 2u);
     EXPECT_THAT(found[6], ElementsAre("mac,distance"));
     EXPECT_THAT(found[7], ElementsAre("-class", "-command", "-code"));
+    EXPECT_EQ(found[8].size(), 4u) << "transparent, tag, translation, trunk";
 }
 
 TEST_P(LiveCompletion, DoesNotHangWhenTheServiceDoesNotAnswer)

@@ -8,6 +8,7 @@
 #include "call/invocation.h"
 #include "cli/program.h"
 #include "commands/onu/onu.h"
+#include "describe/field_list.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "output/mode.h"
@@ -221,15 +222,10 @@ ExitCode list_settings(const Output &output)
 ExitCode list_fields(const Output &output, const catalogue::Command &command)
 {
     std::vector<std::vector<std::string>> rows{
-        {std::string(uni), "u8", "", "", "UNI port number, where the setting is one of a UNI port"}};
-    for (const catalogue::Field *field : fields_of(command)) {
-        const std::string condition = field->condition.empty() ? std::string()
-                                                               : "; only where " + std::string(field->condition) +
-                                                                     " is " + text::join(field->where, " or ");
-        rows.push_back({std::string(field->name), std::string(catalogue::to_text(field->type)),
-                        std::string(field->unit), allowed_text(*field), std::string(field->brief) + condition});
-    }
-    print_texts(output, {"FIELD", "TYPE", "UNIT", "ALLOWED", "BRIEF"}, rows);
+        {std::string(uni), "u8", "", "", "", "UNI port number, where the setting is one of a UNI port"}};
+    for (const catalogue::Field *field : fields_of(command))
+        rows.push_back(field_row(*field));
+    print_fields(output, rows);
     return exit_success;
 }
 

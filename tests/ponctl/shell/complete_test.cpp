@@ -33,7 +33,8 @@ std::string an_olt(const Words &words)
          R"({"onu_id":null,"mac":"02:00:5f:00:00:01","state":"waiting","description":null}])"},
         {{"blacklist", "1"}, R"([{"id":3,"mac":"02:00:66:00:00:01"}])"},
         {{"onu", "settings"}, R"([{"command":"vlan","brief":"VLANs"},{"command":"mc-vlan","brief":"more"}])"},
-        {{"onu", "settings", "vlan"}, R"([{"field":"mode","type":"byte"},{"field":"pvid","type":"number"}])"},
+        {{"onu", "settings", "vlan"},
+         R"([{"field":"mode","type":"byte","values":"transparent,tag"},{"field":"pvid","type":"number","values":""}])"},
         {{"profile", "kinds"}, R"([{"kind":"line"},{"kind":"sla"}])"},
         {{"profile", "list", "sla"}, R"([{"id":1,"name":"gold"}])"},
         {{"upgrade", "types"}, R"([{"name":"basic"}])"},
@@ -195,6 +196,10 @@ TEST(Completion, KnowsSettingsAndProfiles)
 {
     EXPECT_THAT(after({"onu", "set", "1/5"}), ElementsAre("vlan", "mc-vlan"));
     EXPECT_THAT(after({"onu", "set", "1/5", "vlan", "mode=1"}), ElementsAre("pvid="));
+    EXPECT_THAT(after({"onu", "set", "1/5", "vlan"}, "mode=t"), ElementsAre("mode=transparent", "mode=tag"));
+    EXPECT_THAT(after({"onu", "set", "1/5", "vlan"}, "mode=tag,t"),
+                ElementsAre("mode=tag,transparent", "mode=tag,tag"));
+    EXPECT_THAT(after({"onu", "set", "1/5", "vlan"}, "pvid="), IsEmpty());
     EXPECT_THAT(after({"profile", "show"}), ElementsAre("line", "sla"));
     EXPECT_THAT(after({"profile", "show", "sla"}), ElementsAre("gold"));
     EXPECT_THAT(after({"upgrade", "bind", "1"}), ElementsAre("basic"));
