@@ -71,7 +71,7 @@ TEST_F(Shell, NamesTheOltByTheFolderOfItsSocketsInThePrompt)
     session.expect("west ponctl> ");
     session.type("onu list 1\r");
     session.expect("west ponctl [3]> ");
-    session.type(end_of_input);
+    session.type("exit\r");
     EXPECT_EQ(session.end(), 0);
 }
 
