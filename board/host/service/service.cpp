@@ -36,6 +36,7 @@ constexpr uint32_t usual_idle_limit = 600;               // s
 constexpr std::chrono::seconds pause_without_threads{1}; // or without descriptors or memory
 constexpr unsigned most_datagrams_at_once = 4;           // of a service that is concurrent
 constexpr size_t stack_size = size_t{1} << 20;
+constexpr auto never = std::chrono::steady_clock::time_point::max();
 
 struct Connection {
     board_service *service;
@@ -108,24 +109,19 @@ public:
         return std::move(answers.extract(answers.begin()).mapped());
     }
 
-    // Returns when the next answer is due, or no time when none is kept.
-    std::optional<Clock::time_point> next_due() const
-    {
-        if (answers.empty()) return std::nullopt;
-        return answers.begin()->first;
-    }
+    // Returns when the next answer is due: never when none is kept.
+    Clock::time_point next_due() const { return answers.empty() ? never : answers.begin()->first; }
 
 private:
     const size_t most;
     std::multimap<Clock::time_point, std::unique_ptr<DatagramAnswer>> answers; // by the time when they are due
 };
 
-// Returns for how many milliseconds poll() is to wait: until the earlier of two times, of which each may be missing.
-int wait_until(std::optional<LateAnswers::Clock::time_point> one, std::optional<LateAnswers::Clock::time_point> other)
+// Returns for how many milliseconds poll() is to wait until this time.
+int wait_until(std::chrono::steady_clock::time_point time)
 {
-    if (!one || (other && *other < *one)) one = other;
-    if (!one) return -1;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*one - LateAnswers::Clock::now()).count();
+    if (time == never) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(time - std::chrono::steady_clock::now()).count();
     return static_cast<int>(std::max<int64_t>(left, 0));
 }
 
@@ -173,7 +169,7 @@ private:
     void serve_datagram(RequestFrame &datagram, int flags, LateAnswers &late);
     bool has_room_for(const ucred &peer) const;
     void send(DatagramAnswer &answer);
-    std::optional<Clock::time_point> hang_up_idle();
+    Clock::time_point hang_up_idle();
     void leave(Connection &connection);
 
     const board_service_config config;
@@ -251,13 +247,13 @@ void *board_service::connection_loop(void *connection)
 void board_service::listen()
 {
     while (!stopping) {
-        const auto idle = hang_up_idle();
+        Clock::time_point next = hang_up_idle();
         const bool accepting = Clock::now() >= accepts_again;
         // A socket that is shut down is always ready, so the service can stop at any time.
         const auto wanted = static_cast<short>(accepting ? POLLIN : 0);
         pollfd ready[] = {{endpoint->connections(), wanted, 0}, {endpoint->datagrams(), wanted, 0}};
-        const auto again = accepting ? std::nullopt : std::optional(accepts_again);
-        if (poll(ready, receiving ? 1 : 2, wait_until(again, idle)) <= 0) continue;
+        if (!accepting) next = std::min(next, accepts_again);
+        if (poll(ready, receiving ? 1 : 2, wait_until(next)) <= 0) continue;
         if (ready[0].revents) accept_connection();
         if (!receiving && ready[1].revents) {
             const std::lock_guard lock(mutex);
@@ -296,23 +292,23 @@ void board_service::serve_datagrams()
     while (!stopping) {
         while (const auto due = late.take_due())
             send(*due);
-        const auto next_due = late.next_due();
+        const Clock::time_point next_due = late.next_due();
         pollfd ready{endpoint->datagrams(), POLLIN, 0};
         // Of several threads that wait to receive, a datagram wakes one. It would wake all that poll.
-        if (!next_due)
+        if (next_due == never)
             serve_datagram(datagram, 0, late);
-        else if (poll(&ready, 1, wait_until(next_due, std::nullopt)) > 0)
+        else if (poll(&ready, 1, wait_until(next_due)) > 0)
             serve_datagram(datagram, MSG_DONTWAIT, late);
     }
 }
 
-// A time-out of each socket would do the same, but would cost each exchange a timer. Returns when to look again, or no
-// time when there are no connections.
-std::optional<board_service::Clock::time_point> board_service::hang_up_idle()
+// A time-out of each socket would do the same, but would cost each exchange a timer. Returns when to look again: never
+// when there are no connections.
+board_service::Clock::time_point board_service::hang_up_idle()
 {
     const std::chrono::seconds limit{config.idle_limit ? config.idle_limit : usual_idle_limit};
     const std::lock_guard lock(mutex);
-    if (connections.empty()) return std::nullopt;
+    if (connections.empty()) return never;
     const auto now = Clock::now();
     if (now < idle_check) return idle_check;
     for (Connection &each : connections) {
