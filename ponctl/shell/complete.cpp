@@ -363,7 +363,7 @@ private:
         for (const rapidjson::Value &row : rows.GetArray())
             if (row.IsObject() && row.HasMember("values") && row.HasMember("field") && text_of(row["field"]) == field)
                 for (const std::string &name : text::split(text_of(row["values"]), ','))
-                    found.push_back({name, {}});
+                    if (!name.empty()) found.push_back({name, {}});
         return found;
     }
 
