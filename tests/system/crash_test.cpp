@@ -21,7 +21,7 @@ namespace
 constexpr uint32_t clients = 8;
 constexpr int kills = 5;
 constexpr uint32_t ids = 100;
-constexpr uint32_t calls_between_kills = 200; // acknowledged calls of each client
+constexpr uint32_t calls_between_kills = 100; // acknowledged calls of each client
 constexpr std::chrono::seconds twice_the_time_out{10};
 
 using Clock = std::chrono::steady_clock;

@@ -35,34 +35,46 @@ Words with(Words words, const Words &more)
 
 TEST(Call, ReachesTheServiceWithEveryOperation)
 {
-    const FakeService service;
-    size_t expected = 0;
+    std::string lines, failed;
+    size_t number = 0;
     for (const catalogue::Operation &operation : catalogue::operations()) {
-        const Finished finished = service.ponctl(with(words_for(operation), {"--yes"}));
+        for (const std::string &word : words_for(operation))
+            lines += "'" + word + "' ";
+        lines += "--yes\n";
+        ++number;
         // The service leaves no result.
-        const bool lacks_a_result = std::ranges::any_of(operation.arguments, [](const catalogue::Argument &argument) {
-            return (argument.type == catalogue::ArgumentType::db && !argument.dropped) ||
-                   argument.type == catalogue::ArgumentType::pblock_out;
-        });
-        EXPECT_EQ(finished.code, lacks_a_result ? 3 : 0) << operation.name << ": " << finished.err;
-        const std::vector<Received> received = service.received();
-        ASSERT_EQ(received.size(), ++expected) << operation.name;
-        EXPECT_EQ(received.back().channel, operation.channel->type) << operation.name;
-        EXPECT_EQ(static_cast<int>(received.back().call), static_cast<int>(operation.call)) << operation.name;
+        if (std::ranges::any_of(operation.arguments, [](const catalogue::Argument &argument) {
+                return (argument.type == catalogue::ArgumentType::db && !argument.dropped) ||
+                       argument.type == catalogue::ArgumentType::pblock_out;
+            }))
+            failed += "  standard input:" + std::to_string(number) + ": ended with 3\n";
+    }
+    const FakeService service;
+    const Finished finished = service.ponctl({"batch", "--keep-going", "-"}, -1, Input(lines).descriptor());
+    EXPECT_THAT(finished.err, EndsWith(" lines failed:\n" + failed));
+    const std::vector<Received> received = service.received();
+    ASSERT_EQ(received.size(), number);
+    for (size_t i = 0; i < number; ++i) {
+        const catalogue::Operation &operation = catalogue::operations()[i];
+        EXPECT_EQ(received[i].channel, operation.channel->type) << operation.name;
+        EXPECT_EQ(static_cast<int>(received[i].call), static_cast<int>(operation.call)) << operation.name;
         if (operation.command) {
-            EXPECT_EQ(received.back().word(operation.record->command->offset), operation.command->code)
-                << operation.name;
+            EXPECT_EQ(received[i].word(operation.record->command->offset), operation.command->code) << operation.name;
         }
     }
 }
 
 TEST(Call, HasHelpForEveryOperation)
 {
+    std::string lines;
     for (const catalogue::Operation &operation : catalogue::operations()) {
-        const Finished finished = ponctl({"call", std::string(operation.name), "--help"});
-        EXPECT_EQ(finished.code, 0);
-        EXPECT_THAT(finished.out, HasSubstr(operation.name));
+        const std::string name(operation.name);
+        lines += "call " + name + " --help | include 'ponctl call " + name + "'\n";
     }
+    const Finished finished = ponctl({"batch", "-"}, -1, Input(lines).descriptor());
+    EXPECT_EQ(finished.code, 0) << finished.err;
+    for (const catalogue::Operation &operation : catalogue::operations())
+        EXPECT_THAT(finished.out, HasSubstr("  ponctl call " + std::string(operation.name)));
 }
 
 TEST(Call, SendsWhatItWasGiven)

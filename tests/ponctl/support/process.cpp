@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -64,6 +65,18 @@ pid_t start(posix_spawn_file_actions_t &actions, short flags, const std::vector<
 }
 
 } // namespace
+
+Input::Input(const std::string &text) : file(memfd_create("input", MFD_CLOEXEC))
+{
+    if (write(file, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        throw std::runtime_error("cannot keep a text");
+    lseek(file, 0, SEEK_SET);
+}
+
+Input::~Input()
+{
+    close(file);
+}
 
 Finished ponctl(const std::vector<std::string> &arguments, int output, int input, int error)
 {

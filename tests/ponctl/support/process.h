@@ -18,6 +18,21 @@ struct Finished {
 // descriptor for it.
 Finished ponctl(const std::vector<std::string> &arguments, int output = -1, int input = -1, int error = -1);
 
+// An Input is a text that ponctl reads from a descriptor.
+class Input
+{
+public:
+    explicit Input(const std::string &text);
+    ~Input();
+    Input(const Input &) = delete;
+    Input &operator=(const Input &) = delete;
+
+    int descriptor() const { return file; }
+
+private:
+    int file;
+};
+
 // A Terminal is a terminal on which ponctl runs.
 class Terminal
 {
