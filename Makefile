@@ -2,7 +2,7 @@
 
 PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
-SOURCES = $(shell find src board catalog testing sim text command_line call audit ponctl tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
+SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
 .PHONY: help demo test bench mutation fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
 

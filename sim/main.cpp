@@ -22,11 +22,11 @@
 #include "recording/rerun.h"
 #include "scenario/scenario.h"
 #include "scenario/summary.h"
-#include "scenario/written.h"
-#include "store/private.h"
+#include "storage/private.h"
 #include "test_command.h"
 #include "text/utf8.h"
 #include "text/words.h"
+#include "text/written.h"
 
 namespace
 {
@@ -209,12 +209,12 @@ int replay(const Options &options)
 int rerun(const Options &options)
 {
     std::optional<ponsim::ModelTime> until;
-    if (!options.until.empty()) until = ponsim::read_time(options.until);
+    if (!options.until.empty()) until = text::read_time(options.until);
     if (!options.until.empty() && !until) until = ponsim::read_seconds(options.until);
     const ponsim::RerunResult result =
         ponsim::rerun(options.replayed, options.upgrade_dir, until,
                       [](const std::string &different) { printf("ponsim: %s\n", different.c_str()); });
-    if (!options.state_then.empty()) ponsim::write_private_file(options.state_then, result.image.bytes);
+    if (!options.state_then.empty()) storage::write_private_file(options.state_then, result.image.bytes);
     const std::string refused = result.refused ? ", " + std::to_string(result.refused) + " refused requests" : "";
     printf("ponsim: %zu requests and %zu commands%s, up to %s: %zu were answered otherwise\n", result.requests,
            result.commands, refused.c_str(), ponsim::seconds_text(result.now).c_str(), result.different);

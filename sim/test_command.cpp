@@ -9,7 +9,7 @@
 
 #include "laboratory/report.h"
 #include "laboratory/run.h"
-#include "scenario/written.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -30,18 +30,18 @@ See ponsim-scenario(5).)";
 
 std::optional<std::vector<uint64_t>> read_seeds(const std::string &text)
 {
-    return read_numbers(text, 0, INT64_MAX);
+    return text::read_numbers(text, 0, INT64_MAX);
 }
 
 std::optional<ModelTime> read_until(const std::string &text)
 {
-    const std::optional<ModelTime> time = read_time(text);
-    return time ? time : read_time(text + 's');
+    const std::optional<ModelTime> time = text::read_time(text);
+    return time ? time : text::read_time(text + 's');
 }
 
 std::string say_unless_seeds(const std::string &text)
 {
-    return read_seeds(text) ? "" : "expected seeds, as 7 or 1-100, at most " + std::to_string(longest_list);
+    return read_seeds(text) ? "" : "expected seeds, as 7 or 1-100, at most " + std::to_string(text::longest_list);
 }
 
 std::string say_unless_time(const std::string &text)

@@ -11,6 +11,7 @@
 #include "model/lifecycle/authentication.h"
 #include "text/number.h"
 #include "text/words.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -24,8 +25,8 @@ uint32_t number_of(const std::string &word, uint32_t least, uint32_t greatest)
 
 std::string name_of(const std::string &word)
 {
-    if (!is_name(word))
-        throw ControlError(word + ": expected a name of at most " + std::to_string(longest_name) +
+    if (!text::is_name(word))
+        throw ControlError(word + ": expected a name of at most " + std::to_string(text::longest_name) +
                            " letters, digits, '-', '_' and '.'");
     return word;
 }

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "store/private.h"
+#include "storage/private.h"
 
 namespace ponsim
 {
@@ -47,7 +47,7 @@ std::vector<HostOptions> host_each(const HostOptions &together, Scenario scenari
 
     if (kept) {
         const std::filesystem::path folder = in_folder ? state : state.parent_path();
-        make_private_folders(folder);
+        storage::make_private_folders(folder);
     }
     make_socket_dir(socket_dir);
     if (in_folder)

@@ -21,7 +21,7 @@
 #include "embedded/child.h"
 #include "embedded/private_folder.h"
 #include "scenario/scenario.h"
-#include "store/private.h"
+#include "storage/private.h"
 
 namespace
 {
@@ -177,7 +177,7 @@ void bsp_simulator::spawn(const bsp_simulator_options &options, const char *prog
     if (options.scenario_file) add("--scenario", options.scenario_file);
     if (options.scenario) {
         const std::string file = folder() + "/scenario.toml";
-        make_private_file(file);
+        storage::make_private_file(file);
         std::ofstream out(file, std::ios::binary);
         if (!(out << options.scenario).flush()) throw std::runtime_error(file + ": cannot be written");
         add("--scenario", file);

@@ -10,8 +10,8 @@
 #include "control/control.h"
 #include "generated/service_words.h"
 #include "model/alarm/history.h"
-#include "scenario/written.h"
 #include "store/configuration.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -138,7 +138,7 @@ void Simulator::keep_time()
 
 Change Simulator::change_of(const Event &event) const
 {
-    const std::string what = std::string(event.kind) + " at " + time_text(event.at) + ": " + event.words;
+    const std::string what = std::string(event.kind) + " at " + text::time_text(event.at) + ": " + event.words;
     Change change;
     const auto carry_out = [&](const std::string &words) {
         try {
@@ -184,7 +184,7 @@ void Simulator::happen()
     // A process that does not move on would happen for ever.
     at_once = due->at > model.now() ? 0 : at_once + (due->process != nullptr);
     if (at_once > most_at_once)
-        throw std::runtime_error("the OLT does not get beyond " + time_text(model.now()) + ": " +
+        throw std::runtime_error("the OLT does not get beyond " + text::time_text(model.now()) + ": " +
                                  std::to_string(most_at_once) + " things have happened by themselves at this time");
     model.advance(due->at);
     Change change = due->process ? due->process->happen(model) : change_of(*agenda.entry(model.events_done()));

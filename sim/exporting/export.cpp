@@ -13,8 +13,8 @@
 #include "model/plant/fibre.h"
 #include "model/plant/plugging.h"
 #include "scenario/summary.h"
-#include "scenario/written.h"
 #include "text/hex.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -85,7 +85,7 @@ std::string kind_text(const std::string &name, const DeviceType &type)
     }
     if (type.optics) text += line("class", type.optics->name);
     if (type.boot != known.boot || type.boot_spread != known.boot_spread)
-        text += line("boot", time_text(type.boot)) + line("boot_spread", time_text(type.boot_spread));
+        text += line("boot", text::time_text(type.boot)) + line("boot_spread", text::time_text(type.boot_spread));
     return text;
 }
 
@@ -417,9 +417,10 @@ private:
         }
         std::string text;
         for (const Series &series : all) {
-            text += "\n[[event]]\n" + line("at", time_text(series.first * ms_per_second)) + line("do", series.words);
+            text +=
+                "\n[[event]]\n" + line("at", text::time_text(series.first * ms_per_second)) + line("do", series.words);
             if (series.times > 1)
-                text += line("every", time_text(series.every * ms_per_second)) + line("times", series.times);
+                text += line("every", text::time_text(series.every * ms_per_second)) + line("times", series.times);
         }
         return text;
     }

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "laboratory/xml.h"
-#include "scenario/written.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -49,7 +49,8 @@ std::vector<TestCase> cases_of(const TestRun &test)
         if (is_new) cases.push_back({expectation, result.olt});
         TestCase &each = cases[place->second];
         each.reached |= result.reached;
-        if (result.found) each.failures += "at " + time_text(result.check.at) + ": " + failure_text(result) + '\n';
+        if (result.found)
+            each.failures += "at " + text::time_text(result.check.at) + ": " + failure_text(result) + '\n';
     }
     return cases;
 }
@@ -99,8 +100,8 @@ std::string report_of(std::span<const TestRun> tests)
         for (const CheckResult &result : test.results)
             if (result.found)
                 text += result.check.expectation->file + ':' + std::to_string(result.check.expectation->line) + ": " +
-                        seed + (test.several_olts ? ", OLT " + result.olt : "") + ", at " + time_text(result.check.at) +
-                        ": " + failure_text(result) + '\n';
+                        seed + (test.several_olts ? ", OLT " + result.olt : "") + ", at " +
+                        text::time_text(result.check.at) + ": " + failure_text(result) + '\n';
         checks += test.reached();
         skipped += test.results.size() - test.reached();
         failed += test.failed();

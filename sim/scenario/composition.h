@@ -8,14 +8,14 @@
 #include <vector>
 
 #include "scenario/scenario.h"
-#include "scenario/toml_text.h"
+#include "toml_file/toml.h"
 
 namespace ponsim
 {
 
 struct Composition {
-    TomlValue table;  // without includes and variables
-    std::string text; // makes the same table, and needs no files and no values
+    toml_file::Value table; // without includes and variables
+    std::string text;       // makes the same table, and needs no files and no values
 };
 
 // Reads a text that is that of a file. Only a file can include others: they are named as they are seen from its folder.

@@ -22,11 +22,11 @@ std::optional<ModelTime> time_of_day(std::string_view text)
     return (*hours * 60 + *minutes) * 60 * ms_per_second;
 }
 
-std::vector<CurvePoint> read_points(const TomlValue &curve)
+std::vector<CurvePoint> read_points(const toml_file::Value &curve)
 {
     const std::string expected =
         "curve: expected 1 to " + std::to_string(most_points) + " times of day with a percentage, as \"20:00\" = 100";
-    const TomlTable *table = curve.table();
+    const toml_file::Table *table = curve.table();
     if (!table || table->empty() || table->size() > most_points) fail_at(curve, expected);
     std::vector<CurvePoint> points;
     for (const auto &[time, value] : *table) {
@@ -43,7 +43,7 @@ std::vector<CurvePoint> read_points(const TomlValue &curve)
 
 } // namespace
 
-std::map<std::string, std::vector<CurvePoint>> read_curves(const Section &root)
+std::map<std::string, std::vector<CurvePoint>> read_curves(const toml_file::Section &root)
 {
     std::map<std::string, std::vector<CurvePoint>> curves;
     for (const auto &[name, curve] : root.members("curve"))

@@ -5,12 +5,12 @@
 #include <string>
 
 #include "scenario/scenario.h"
-#include "scenario/section.h"
+#include "toml_file/section.h"
 
 namespace ponsim
 {
 
 // Reads the points of the curves, by name.
-std::map<std::string, std::vector<CurvePoint>> read_curves(const Section &root);
+std::map<std::string, std::vector<CurvePoint>> read_curves(const toml_file::Section &root);
 
 } // namespace ponsim

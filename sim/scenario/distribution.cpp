@@ -11,14 +11,14 @@ namespace
 constexpr uint32_t greatest_weight = 1000000;
 
 // Returns the value of the only key that the table has.
-const TomlValue *only(const TomlValue &value, const char *key)
+const toml_file::Value *only(const toml_file::Value &value, const char *key)
 {
-    const TomlTable *table = value.table();
+    const toml_file::Table *table = value.table();
     if (!table || table->size() != 1 || table->begin()->first != key) return nullptr;
     return &table->begin()->second;
 }
 
-std::optional<uint32_t> whole(const TomlValue &value, uint32_t least, uint32_t greatest)
+std::optional<uint32_t> whole(const toml_file::Value &value, uint32_t least, uint32_t greatest)
 {
     const auto *number = std::get_if<int64_t>(&value.value);
     if (!number || *number < least || *number > greatest) return std::nullopt;
@@ -26,10 +26,10 @@ std::optional<uint32_t> whole(const TomlValue &value, uint32_t least, uint32_t g
 }
 
 // Returns two numbers within bounds.
-std::optional<std::pair<uint32_t, uint32_t>> pair_of(const TomlValue &value, uint32_t least, uint32_t greatest,
+std::optional<std::pair<uint32_t, uint32_t>> pair_of(const toml_file::Value &value, uint32_t least, uint32_t greatest,
                                                      uint32_t least_second)
 {
-    const TomlArray *array = value.array();
+    const toml_file::Array *array = value.array();
     if (!array || array->size() != 2) return std::nullopt;
     const std::optional<uint32_t> first = whole(array->front(), least, greatest);
     const std::optional<uint32_t> second = whole(array->back(), least_second, greatest);
@@ -48,10 +48,10 @@ int64_t normal(Random &random)
 
 } // namespace
 
-std::optional<NumberDistribution> NumberDistribution::read(const Section &section, const std::string &key,
+std::optional<NumberDistribution> NumberDistribution::read(const toml_file::Section &section, const std::string &key,
                                                            uint32_t least, uint32_t greatest, uint32_t greatest_alone)
 {
-    const TomlValue *value = section.written(key);
+    const toml_file::Value *value = section.written(key);
     if (!value) return std::nullopt;
     NumberDistribution distribution;
     if (!value->table()) {
@@ -59,14 +59,14 @@ std::optional<NumberDistribution> NumberDistribution::read(const Section &sectio
         return distribution;
     }
     const std::string bounds = " from " + std::to_string(least) + " to " + std::to_string(greatest);
-    if (const TomlValue *uniform = only(*value, "uniform")) {
+    if (const toml_file::Value *uniform = only(*value, "uniform")) {
         const auto pair = pair_of(*uniform, least, greatest, least);
         if (!pair || pair->first > pair->second)
             fail_at(*uniform, key + ": expected uniform = [LEAST, GREATEST] of numbers" + bounds);
         std::tie(distribution.least, distribution.greatest) = *pair;
         return distribution;
     }
-    const TomlValue *normal = only(*value, "normal");
+    const toml_file::Value *normal = only(*value, "normal");
     const auto pair = normal ? pair_of(*normal, least, greatest, 1) : std::nullopt;
     if (!pair)
         fail_at(
@@ -86,10 +86,10 @@ uint32_t NumberDistribution::draw(Random random) const
     return static_cast<uint32_t>(std::clamp<int64_t>(drawn, least, greatest));
 }
 
-NameDistribution::NameDistribution(const Section &section, const std::string &key)
+NameDistribution::NameDistribution(const toml_file::Section &section, const std::string &key)
 {
-    const TomlValue *value = section.written(key);
-    const TomlValue *choice = value ? only(*value, "choice") : nullptr;
+    const toml_file::Value *value = section.written(key);
+    const toml_file::Value *choice = value ? only(*value, "choice") : nullptr;
     if (!value || !value->table()) {
         choices.emplace_back(section.needed_name(key), value);
         weights.push_back(1);
@@ -116,11 +116,11 @@ const std::string &NameDistribution::draw(Random random) const
     return choices[index].first;
 }
 
-bool draw_flag(const Section &section, const std::string &key, bool otherwise, Random random)
+bool draw_flag(const toml_file::Section &section, const std::string &key, bool otherwise, Random random)
 {
-    const TomlValue *value = section.written(key);
+    const toml_file::Value *value = section.written(key);
     if (!value || !value->table()) return section.flag_or(key, otherwise);
-    const TomlValue *chance = only(*value, "chance");
+    const toml_file::Value *chance = only(*value, "chance");
     const std::optional<uint32_t> percent = chance ? whole(*chance, 0, 100) : std::nullopt;
     if (!percent) fail_at(*value, key + ": expected true, false or { chance = PERCENT } from 0 to 100");
     return random.happens(*percent);

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "model/base/random.h"
-#include "scenario/section.h"
+#include "toml_file/section.h"
 
 namespace ponsim
 {
@@ -24,8 +24,8 @@ class NumberDistribution
 public:
     // Reads a number, { uniform = [LEAST, GREATEST] } or { normal = [MEAN, DEVIATION] }. A number that stands there
     // itself is only checked against `greatest_alone`. Returns nothing when the key is missing.
-    static std::optional<NumberDistribution> read(const Section &section, const std::string &key, uint32_t least,
-                                                  uint32_t greatest, uint32_t greatest_alone);
+    static std::optional<NumberDistribution> read(const toml_file::Section &section, const std::string &key,
+                                                  uint32_t least, uint32_t greatest, uint32_t greatest_alone);
 
     uint32_t draw(Random random) const;
 
@@ -39,18 +39,18 @@ class NameDistribution
 {
 public:
     // Reads a name, or { choice = { NAME = WEIGHT, ... } }.
-    NameDistribution(const Section &section, const std::string &key);
+    NameDistribution(const toml_file::Section &section, const std::string &key);
 
     const std::string &draw(Random random) const;
     // Returns all names that can be drawn, with where they stand.
-    const std::vector<std::pair<std::string, const TomlValue *>> &names() const { return choices; }
+    const std::vector<std::pair<std::string, const toml_file::Value *>> &names() const { return choices; }
 
 private:
-    std::vector<std::pair<std::string, const TomlValue *>> choices;
+    std::vector<std::pair<std::string, const toml_file::Value *>> choices;
     std::vector<uint32_t> weights;
 };
 
 // Reads true, false or { chance = PERCENT }, and draws. Returns `otherwise` when the key is missing.
-bool draw_flag(const Section &section, const std::string &key, bool otherwise, Random random);
+bool draw_flag(const toml_file::Section &section, const std::string &key, bool otherwise, Random random);
 
 } // namespace ponsim

@@ -19,7 +19,7 @@ std::string kind_text(CellKind kind)
 }
 
 // Returns the value as a cell of that kind. Returns nothing when it is of another kind.
-std::optional<CellValue> cell_of(const TomlValue &value, CellKind kind)
+std::optional<CellValue> cell_of(const toml_file::Value &value, CellKind kind)
 {
     const auto *flag = std::get_if<bool>(&value.value);
     if (flag && kind == CellKind::flag) return *flag;
@@ -41,7 +41,7 @@ std::vector<std::string> names_of(const std::vector<Named> &all, Name Named::*na
     return names;
 }
 
-const AskedView &read_view(const Section &section)
+const AskedView &read_view(const toml_file::Section &section)
 {
     const std::string name = section.needed_name("view");
     const AskedView *view = find_asked_view(name);
@@ -49,7 +49,7 @@ const AskedView &read_view(const Section &section)
     return *view;
 }
 
-std::optional<size_t> read_column(const Section &section, const AskedView &view)
+std::optional<size_t> read_column(const toml_file::Section &section, const AskedView &view)
 {
     const std::optional<std::string> name = section.name("column");
     if (!name) return std::nullopt;
@@ -58,14 +58,14 @@ std::optional<size_t> read_column(const Section &section, const AskedView &view)
     return column;
 }
 
-std::vector<Filter> read_filters(const Section &section, const AskedView &view)
+std::vector<Filter> read_filters(const toml_file::Section &section, const AskedView &view)
 {
     std::vector<Filter> filters;
     for (const auto &[name, value] : section.members("where")) {
         const std::optional<size_t> column = view.column(name);
         if (!column)
-            fail_at(value,
-                    "where: there is no column " + name + hint(name, names_of(view.columns, &AskedColumn::name)));
+            fail_at(value, "where: there is no column " + name +
+                               toml_file::hint(name, names_of(view.columns, &AskedColumn::name)));
         const CellKind kind = view.columns[*column].kind;
         const std::optional<CellValue> cell = cell_of(value, kind);
         if (!cell) fail_at(value, "where: " + name + ": expected " + kind_text(kind) + ", found " + describe(value));
@@ -74,7 +74,7 @@ std::vector<Filter> read_filters(const Section &section, const AskedView &view)
     return filters;
 }
 
-std::regex read_pattern(const Section &section, const std::string &key, const std::string &pattern)
+std::regex read_pattern(const toml_file::Section &section, const std::string &key, const std::string &pattern)
 {
     try {
         return std::regex(pattern, std::regex::ECMAScript);
@@ -84,12 +84,12 @@ std::regex read_pattern(const Section &section, const std::string &key, const st
 }
 
 // Reads the conditions that values of that kind are to fulfil.
-std::vector<Condition> read_conditions(const Section &section, CellKind kind)
+std::vector<Condition> read_conditions(const toml_file::Section &section, CellKind kind)
 {
     std::vector<Condition> conditions;
     for (size_t index = 0; index < std::size(comparison_words); ++index) {
         const std::string key(comparison_words[index]);
-        const TomlValue *value = section.written(key);
+        const toml_file::Value *value = section.written(key);
         if (!value) continue;
         Condition condition{static_cast<Comparison>(index), {}};
         if (!compares(condition.comparison, kind))
@@ -109,7 +109,7 @@ std::vector<Condition> read_conditions(const Section &section, CellKind kind)
     return conditions;
 }
 
-Mac read_onu(const Section &section, const PortPopulation &port, uint32_t number)
+Mac read_onu(const toml_file::Section &section, const PortPopulation &port, uint32_t number)
 {
     const std::string name = section.text("onu", 1, 32).value_or("");
     const auto named = std::ranges::find(port.arrivals, name, &Arrival::name);
@@ -120,7 +120,7 @@ Mac read_onu(const Section &section, const PortPopulation &port, uint32_t number
 }
 
 // Reads which port and which ONU of the OLT are meant.
-Question read_question(const Section &section, const AskedView &view, const OltScenario &olt)
+Question read_question(const toml_file::Section &section, const AskedView &view, const OltScenario &olt)
 {
     Question question{&view};
     question.port = section.number_or("port", 1, olt.settings.ports, 0);
@@ -134,12 +134,13 @@ Question read_question(const Section &section, const AskedView &view, const OltS
 }
 
 // Writes what is expected, in the order in which a scenario has it.
-std::string text_of(const Section &section, const Expectation &expectation)
+std::string text_of(const toml_file::Section &section, const Expectation &expectation)
 {
     const AskedView &view = *expectation.question.view;
     std::string text(view.name);
     for (const char *key : {"port", "onu", "uni"})
-        if (const TomlValue *value = section.written(key)) text += std::string(" ") + key + '=' + describe(*value);
+        if (const toml_file::Value *value = section.written(key))
+            text += std::string(" ") + key + '=' + describe(*value);
     for (const Filter &filter : expectation.filters)
         text += " where " + std::string(view.columns[filter.column].name) + '=' + cell_text(filter.value);
     text += expectation.column ? " column " + std::string(view.columns[*expectation.column].name) : " rows";
@@ -150,7 +151,7 @@ std::string text_of(const Section &section, const Expectation &expectation)
 }
 
 // The part of an expectation that is the same at all OLTs.
-Expectation read_expectation(const Section &section)
+Expectation read_expectation(const toml_file::Section &section)
 {
     Expectation expectation{.file = section.file_name(),
                             .line = section.line(),
@@ -170,9 +171,9 @@ Expectation read_expectation(const Section &section)
 
 } // namespace
 
-void read_expectations(const Section &root, Scenario &scenario)
+void read_expectations(const toml_file::Section &root, Scenario &scenario)
 {
-    for (const Section &section : root.tables("expect")) {
+    for (const toml_file::Section &section : root.tables("expect")) {
         const std::optional<std::string> name = read_olt_name(section, scenario);
         const std::vector<ModelTime> times = read_times(section);
         const Expectation general = read_expectation(section);

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "scenario/scenario.h"
-#include "scenario/section.h"
+#include "toml_file/section.h"
 
 namespace ponsim
 {
 
 // Reads the expectations, and gives each OLT those that concern it.
-void read_expectations(const Section &root, Scenario &scenario);
+void read_expectations(const toml_file::Section &root, Scenario &scenario);
 
 } // namespace ponsim

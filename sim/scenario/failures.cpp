@@ -31,7 +31,7 @@ constexpr Breakage breakages[] = {
     {"laser", PartOf::port, "dim", " 60", "dim", " off"},
 };
 
-const Breakage &read_breakage(const Section &section)
+const Breakage &read_breakage(const toml_file::Section &section)
 {
     std::vector<std::string_view> names;
     for (const Breakage &each : breakages)
@@ -40,7 +40,7 @@ const Breakage &read_breakage(const Section &section)
     return breakages[section.choice_or("of", names, 0)];
 }
 
-ModelTime read_mean(const Section &section, const std::string &key, ModelTime least)
+ModelTime read_mean(const toml_file::Section &section, const std::string &key, ModelTime least)
 {
     const std::optional<ModelTime> mean = section.time(key);
     if (!mean || *mean < least)
@@ -74,13 +74,13 @@ bool is_meant(const std::string &name, const std::string &pattern)
 class Patterns
 {
 public:
-    Patterns(const Section &section, PartOf part)
+    Patterns(const toml_file::Section &section, PartOf part)
     {
-        const TomlValue *names = section.written("names");
+        const toml_file::Value *names = section.written("names");
         if (!names) return;
         if (part == PartOf::port) section.fail("names", "expected without it: what fails is a part of the port");
         if (!names->array() || names->array()->empty()) section.fail_expected("names", expected);
-        for (const TomlValue &each : *names->array()) {
+        for (const toml_file::Value &each : *names->array()) {
             const auto *name = std::get_if<std::string>(&each.value);
             if (!name || name->empty()) fail_at(each, std::string("names: expected ") + expected);
             patterns.push_back({*name, &each});
@@ -99,7 +99,7 @@ public:
     {
         for (const Pattern &pattern : patterns)
             if (!pattern.used)
-                fail_at(*pattern.at, "names: there is no part " + pattern.name + hint(pattern.name, known));
+                fail_at(*pattern.at, "names: there is no part " + pattern.name + toml_file::hint(pattern.name, known));
     }
 
 private:
@@ -107,13 +107,13 @@ private:
 
     struct Pattern {
         std::string name;
-        const TomlValue *at;
+        const toml_file::Value *at;
         bool used = false;
     };
     std::vector<Pattern> patterns;
 };
 
-std::vector<uint32_t> read_ports(const Section &section, uint32_t ports)
+std::vector<uint32_t> read_ports(const toml_file::Section &section, uint32_t ports)
 {
     if (section.has("ports")) return section.numbers("ports", 1, ports);
     std::vector<uint32_t> all(ports);
@@ -121,7 +121,7 @@ std::vector<uint32_t> read_ports(const Section &section, uint32_t ports)
     return all;
 }
 
-void add_parts(const Section &section, const Breakage &breakage, OltScenario &olt)
+void add_parts(const toml_file::Section &section, const Breakage &breakage, OltScenario &olt)
 {
     const ModelTime mtbf = read_mean(section, "mtbf", shortest_mtbf);
     const ModelTime mttr = read_mean(section, "mttr", ms_per_second);
@@ -143,9 +143,9 @@ void add_parts(const Section &section, const Breakage &breakage, OltScenario &ol
 
 } // namespace
 
-void read_failures(const Section &root, Scenario &scenario)
+void read_failures(const toml_file::Section &root, Scenario &scenario)
 {
-    for (const Section &section : root.tables("failure")) {
+    for (const toml_file::Section &section : root.tables("failure")) {
         const std::optional<std::string> name = read_olt_name(section, scenario);
         const Breakage &breakage = read_breakage(section);
         for (OltScenario &olt : scenario.olts)

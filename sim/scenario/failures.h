@@ -2,12 +2,12 @@
 #pragma once
 
 #include "scenario/scenario.h"
-#include "scenario/section.h"
+#include "toml_file/section.h"
 
 namespace ponsim
 {
 
 // Reads the failures, and gives each OLT its parts.
-void read_failures(const Section &root, Scenario &scenario);
+void read_failures(const toml_file::Section &root, Scenario &scenario);
 
 } // namespace ponsim

@@ -1,10 +1,9 @@
 #include "scenario/keys.h"
 
-#include <algorithm>
-#include <stdexcept>
-
 namespace ponsim
 {
+
+using toml_file::Keys;
 
 const Keys &scenario_keys()
 {
@@ -36,13 +35,6 @@ const Keys &scenario_keys()
                                {"failure", failure},
                                {"expect", expect}};
     return scenario;
-}
-
-const Key &key_of(const Keys &keys, const std::string &name)
-{
-    const auto found = std::ranges::find(keys, name, &Key::name);
-    if (found == keys.end()) throw std::logic_error("tables of scenarios have no key " + name);
-    return *found;
 }
 
 } // namespace ponsim

@@ -17,9 +17,10 @@
 #include "scenario/distribution.h"
 #include "scenario/expectations.h"
 #include "scenario/failures.h"
-#include "scenario/section.h"
+#include "scenario/keys.h"
 #include "scenario/summary.h"
 #include "scenario/timeline.h"
+#include "toml_file/section.h"
 
 namespace ponsim
 {
@@ -71,7 +72,7 @@ std::vector<std::string> names_of(const std::map<std::string, Value> &values)
 }
 
 template <class Value>
-const Value &known(const Section &section, const std::string &key, const std::string &what,
+const Value &known(const toml_file::Section &section, const std::string &key, const std::string &what,
                    const std::map<std::string, Value> &values)
 {
     const std::string name = section.needed_name(key);
@@ -89,7 +90,7 @@ std::map<std::string, const Value *> known(const NameDistribution &drawn, const 
     for (const auto &[name, at] : drawn.names()) {
         const auto found = values.find(name);
         if (found == values.end())
-            fail_at(*at, key + ": there is no " + key + ' ' + name + hint(name, names_of(values)));
+            fail_at(*at, key + ": there is no " + key + ' ' + name + toml_file::hint(name, names_of(values)));
         all.emplace(name, &found->second);
     }
     return all;
@@ -107,7 +108,7 @@ std::optional<uint32_t> word(const std::optional<uint64_t> &number)
 }
 
 // Reads a code of letters and digits.
-std::string code_of(const Section &section, const std::string &key, size_t least, size_t most)
+std::string code_of(const toml_file::Section &section, const std::string &key, size_t least, size_t most)
 {
     const std::string code = section.needed_name(key);
     if (code.size() < least || code.size() > most)
@@ -117,7 +118,7 @@ std::string code_of(const Section &section, const std::string &key, size_t least
 }
 
 // Returns the optical class that the section chooses.
-const OpticalClass *class_or(const Section &section, const OpticalClass *otherwise)
+const OpticalClass *class_or(const toml_file::Section &section, const OpticalClass *otherwise)
 {
     std::vector<std::string_view> names;
     for (const OpticalClass &each : optical_classes())
@@ -126,7 +127,7 @@ const OpticalClass *class_or(const Section &section, const OpticalClass *otherwi
 }
 
 // A kind with a boot time of its own has no spread unless it is stated, so that the time is what was asked for.
-void set_boot(const Section &section, DeviceType &type)
+void set_boot(const toml_file::Section &section, DeviceType &type)
 {
     constexpr ModelTime longest_boot = 600 * ms_per_second;
     if (const std::optional<ModelTime> boot = section.time("boot")) {
@@ -140,7 +141,7 @@ void set_boot(const Section &section, DeviceType &type)
     }
 }
 
-Kind read_own_kind(const Section &section)
+Kind read_own_kind(const toml_file::Section &section)
 {
     const auto kind = std::make_shared<OwnKind>();
     kind->vendor = code_of(section, "vendor", 4, 4);
@@ -170,11 +171,11 @@ Kind read_own_kind(const Section &section)
     return {kind, &kind->type};
 }
 
-Kind read_kind(const Section &section)
+Kind read_kind(const toml_file::Section &section)
 {
     constexpr std::string_view of_any_kind[] = {"model", "class", "boot", "boot_spread"};
     if (section.has("vendor")) return read_own_kind(section);
-    for (const Key &key : key_of(scenario_keys(), "kind").tables)
+    for (const toml_file::Key &key : toml_file::key_of(scenario_keys(), "kind").tables)
         if (std::ranges::find(of_any_kind, key.name) == std::end(of_any_kind) && section.has(key.name))
             section.fail(key.name, "expected with a vendor: a built-in model has its own");
     std::map<std::string, const DeviceType *> models;
@@ -188,7 +189,7 @@ Kind read_kind(const Section &section)
 
 using Curves = std::map<std::string, std::vector<CurvePoint>>;
 
-Service read_service(const Section &section, const Curves &curves)
+Service read_service(const toml_file::Section &section, const Curves &curves)
 {
     Service service;
     service.bound = section.flag_or("bound", true);
@@ -235,8 +236,8 @@ public:
     // Adds a branch. It ends at a splitter into `split` branches, which is 1 when there is no splitter. With a `split`
     // of 0 it ends at an ONU. The keys are those by which the section names the length of the branch, and the branch at
     // whose end it begins.
-    uint32_t add(const Section &section, const std::string &name, std::optional<uint32_t> parent, uint32_t length,
-                 uint32_t split, const std::string &length_key, const std::string &parent_key)
+    uint32_t add(const toml_file::Section &section, const std::string &name, std::optional<uint32_t> parent,
+                 uint32_t length, uint32_t split, const std::string &length_key, const std::string &parent_key)
     {
         if (index_of(name)) section.fail("name", "there is a fibre " + name + " at this port already");
         FarEnd key{length, splitter_loss(split) + 2 * connector_loss, 1, split, 0};
@@ -274,7 +275,7 @@ public:
     int32_t loss(uint32_t branch) const { return far_ends[branch].loss; }
 
     // Returns the branch that the section names by this key.
-    uint32_t named(const Section &section, const std::string &key) const
+    uint32_t named(const toml_file::Section &section, const std::string &key) const
     {
         const std::string name = section.needed_name(key);
         const std::optional<uint32_t> found = index_of(name);
@@ -309,7 +310,7 @@ private:
 };
 
 struct Onu {
-    Section section;
+    toml_file::Section section;
     Arrival arrival;
     const Service *service; // null: no service
     std::optional<uint32_t> id;
@@ -343,7 +344,7 @@ public:
             topology->services.emplace(name, terms_of(service, seed));
     }
 
-    void read(const Section &section)
+    void read(const toml_file::Section &section)
     {
         olt.settings.ports = section.number_or("ports", 1, max_ports, max_ports);
         topology->ports.resize(olt.settings.ports);
@@ -351,7 +352,7 @@ public:
         for (PortPopulation &port : topology->ports)
             port.optics = optics;
         std::map<uint32_t, uint32_t> lines; // by the ports that are described
-        for (const Section &port : section.tables("port"))
+        for (const toml_file::Section &port : section.tables("port"))
             for (const uint32_t number : numbers_of(port)) {
                 if (const auto [first, is_new] = lines.emplace(number, port.line()); !is_new)
                     port.fail(port.has("number") ? "number" : "numbers",
@@ -365,7 +366,7 @@ public:
     }
 
 private:
-    std::vector<uint32_t> numbers_of(const Section &port) const
+    std::vector<uint32_t> numbers_of(const toml_file::Section &port) const
     {
         if (port.has("numbers")) {
             if (port.has("number")) port.fail("numbers", "expected either number or numbers");
@@ -376,10 +377,10 @@ private:
         return {static_cast<uint32_t>(*number)};
     }
 
-    void read_port(const Section &port, uint32_t number)
+    void read_port(const toml_file::Section &port, uint32_t number)
     {
         Fibre fibre;
-        for (const Section &branch : port.tables("branch"))
+        for (const toml_file::Section &branch : port.tables("branch"))
             read_branch(branch, fibre);
         if (fibre.branches.empty()) {
             const Branch feeder = found_feeder();
@@ -391,7 +392,7 @@ private:
             population_at({.seed = olt.settings.seed, .arrivals = onus_per_port}, number).arrivals;
         std::ranges::sort(found, {}, [](const Arrival &arrival) { return arrival.mac.back(); });
         std::vector<Onu> onus;
-        for (const Section &section : port.tables("onu")) {
+        for (const toml_file::Section &section : port.tables("onu")) {
             const std::string name = section.needed_name("name");
             const bool counted = section.has("count");
             const uint32_t count = section.number_or("count", 1, onus_per_port, 1);
@@ -417,7 +418,7 @@ private:
         std::ranges::sort(population.arrivals, {}, &Arrival::mac);
     }
 
-    static void read_branch(const Section &section, Fibre &fibre)
+    static void read_branch(const toml_file::Section &section, Fibre &fibre)
     {
         const std::string name = section.needed_name("name");
         std::optional<uint32_t> parent;
@@ -433,7 +434,7 @@ private:
 
     void read_onu(Onu &onu, uint32_t port, uint32_t index, bool counted, bool one_branch, Fibre &fibre)
     {
-        const Section &section = onu.section;
+        const toml_file::Section &section = onu.section;
         Arrival &arrival = onu.arrival;
         for (const char *key : {"mac", "loid"})
             if (counted && section.has(key)) section.fail(key, "expected without count: it is that of one ONU");
@@ -487,7 +488,7 @@ private:
         if (onu.service->loads_down) arrival.load_down = onu.service->loads_down->draw(random(Draw::load_down));
     }
 
-    static Mac mac_of(const Section &section, const std::string &text)
+    static Mac mac_of(const toml_file::Section &section, const std::string &text)
     {
         try {
             const Mac mac = control_mac(text);
@@ -499,7 +500,7 @@ private:
     }
 
     // What an ONU is follows from its address. So two ONUs with the same one, at two ports, are the same.
-    static void check_twin(const Section &section, const std::string &first, const Equipment &of_first,
+    static void check_twin(const toml_file::Section &section, const std::string &first, const Equipment &of_first,
                            const Equipment &equipment)
     {
         if (of_first.kind != equipment.kind)
@@ -585,9 +586,9 @@ private:
     std::map<Mac, Owner> macs; // to whom each address belongs first
 };
 
-void read_olts(const Section &root, const Context &context, std::string_view text, Scenario &scenario)
+void read_olts(const toml_file::Section &root, const Context &context, std::string_view text, Scenario &scenario)
 {
-    for (const Section &section : root.tables("olt")) {
+    for (const toml_file::Section &section : root.tables("olt")) {
         const std::string name = section.name("name").value_or("olt");
         const uint32_t count = section.number_or("count", 1, max_olts, 1);
         const std::optional<uint64_t> seed = section.number("seed", 0, INT64_MAX);
@@ -609,7 +610,7 @@ void read_olts(const Section &root, const Context &context, std::string_view tex
 
 Scenario read_composition(const Composition &composition)
 {
-    const Section root(composition.table, scenario_keys());
+    const toml_file::Section root(composition.table, scenario_keys());
     root.check_keys();
     Context context{.seed = root.number("seed", 0, INT64_MAX).value_or(1),
                     .cold = root.choice_or("start", starts, 0) == 1,

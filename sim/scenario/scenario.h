@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,16 +13,13 @@
 #include "model/base/time.h"
 #include "model/change/change.h"
 #include "model/plant/population.h"
+#include "toml_file/section.h"
 
 namespace ponsim
 {
 
 // This error says what is wrong with a text, and in which line: "FILE:LINE: reason".
-class ScenarioError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
+using ScenarioError = toml_file::Error;
 
 // An Event is something that happens to an OLT from outside.
 struct Event {

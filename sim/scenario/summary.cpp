@@ -8,7 +8,7 @@
 #include "model/plant/device.h"
 #include "model/plant/fibre.h"
 #include "model/plant/optical_class.h"
-#include "scenario/written.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -122,7 +122,7 @@ std::string summary_of(const Scenario &scenario)
             text += summary_of(olt, number);
     for (const OltScenario &olt : scenario.olts)
         text += olt.name + ": " + std::to_string(olt.events.size()) + " events" +
-                (olt.events.empty() ? "" : ", the last at " + time_text(olt.events.back().at)) +
+                (olt.events.empty() ? "" : ", the last at " + text::time_text(olt.events.back().at)) +
                 counted(olt.failing.size(), "parts that fail") + counted(olt.curves.size(), "load curves") +
                 counted(olt.checks.size(), "expectations") + '\n';
     for (const OltScenario &olt : scenario.olts)

@@ -5,7 +5,7 @@
 
 #include "control/control.h"
 #include "model/olt/olt.h"
-#include "scenario/written.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -15,12 +15,12 @@ namespace
 constexpr uint32_t max_times = 10000; // how often something can be repeated
 
 struct PlannedEvent {
-    Section section;
+    toml_file::Section section;
     std::optional<std::string> olt; // none: all OLTs
     std::vector<Event> events;
 };
 
-PlannedEvent read_event(const Section &section, const Scenario &scenario)
+PlannedEvent read_event(const toml_file::Section &section, const Scenario &scenario)
 {
     PlannedEvent planned{section, read_olt_name(section, scenario), {}};
     const std::vector<ModelTime> times = read_times(section);
@@ -92,7 +92,7 @@ void add_events(OltScenario &olt, const std::vector<PlannedEvent> &planned)
 
 } // namespace
 
-std::vector<ModelTime> read_times(const Section &section)
+std::vector<ModelTime> read_times(const toml_file::Section &section)
 {
     const std::optional<ModelTime> at = section.time("at");
     if (!at) section.fail("at", "expected a time");
@@ -101,7 +101,7 @@ std::vector<ModelTime> read_times(const Section &section)
     if (every.has_value() != section.has("times"))
         section.fail(every ? "every" : "times", "expected every and times together");
     if (every == 0) section.fail("every", "expected at least a second");
-    if (*at + every.value_or(0) * (times - 1) > longest_time)
+    if (*at + every.value_or(0) * (times - 1) > text::longest_time)
         section.fail("times", "expected the last time within ten years");
     std::vector<ModelTime> all;
     for (uint32_t time = 0; time < times; ++time)
@@ -109,7 +109,7 @@ std::vector<ModelTime> read_times(const Section &section)
     return all;
 }
 
-std::optional<std::string> read_olt_name(const Section &section, const Scenario &scenario)
+std::optional<std::string> read_olt_name(const toml_file::Section &section, const Scenario &scenario)
 {
     std::optional<std::string> name = section.name("olt");
     std::vector<std::string> olts;
@@ -119,10 +119,10 @@ std::optional<std::string> read_olt_name(const Section &section, const Scenario 
     return name;
 }
 
-void read_events(const Section &root, Scenario &scenario)
+void read_events(const toml_file::Section &root, Scenario &scenario)
 {
     std::vector<PlannedEvent> events;
-    for (const Section &section : root.tables("event"))
+    for (const toml_file::Section &section : root.tables("event"))
         events.push_back(read_event(section, scenario));
     for (OltScenario &olt : scenario.olts)
         add_events(olt, events);

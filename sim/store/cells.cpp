@@ -1,6 +1,6 @@
 #include "store/cells.h"
 
-#include "store/statement.h"
+#include "store/stored.h"
 #include "text/utf8.h"
 
 namespace ponsim

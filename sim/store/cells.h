@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "model/kept/family.h"
-#include "store/row.h"
+#include "store/stored.h"
 
 namespace ponsim
 {

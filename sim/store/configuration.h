@@ -14,7 +14,7 @@
 
 #include "model/change/change.h"
 #include "model/plant/population.h"
-#include "store/row.h"
+#include "store/stored.h"
 
 namespace ponsim
 {

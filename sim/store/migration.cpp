@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "store/statement.h"
+#include "store/stored.h"
 
 namespace ponsim
 {

@@ -8,8 +8,7 @@
 #include <string>
 
 #include "model/change/change.h"
-#include "store/row.h"
-#include "store/statement.h"
+#include "store/stored.h"
 
 namespace ponsim
 {

@@ -6,8 +6,9 @@
 #include <span>
 #include <utility>
 
+#include "storage/database.h"
+#include "storage/private.h"
 #include "store/migration.h"
-#include "store/private.h"
 #include "store/records.h"
 #include "store/table.h"
 
@@ -16,19 +17,9 @@ namespace ponsim
 namespace
 {
 
-// Returns the names of the file and of those that SQLite keeps beside it. There are none in memory.
-std::vector<std::string> files_of(const std::string &file)
-{
-    if (file.empty()) return {};
-    return {file, file + "-wal", file + "-journal", file + "-shm"};
-}
-
 // What is wrong with a file is followed by what can be done. Nothing of the file is changed before it is known to be
 // good.
 constexpr char advice[] = "; start over with --fresh, or name another file with --state";
-
-// No value in a file is longer. The longest is the text of a scenario.
-constexpr int longest_value = 64 * 1024 * 1024;
 
 constexpr int64_t application_id = 0x706f6e73; // "pons"
 // Pages are small because a change of a row writes whole pages.
@@ -52,18 +43,6 @@ std::string schema()
     for (const auto &[table, create] : tables)
         sql += create;
     return sql;
-}
-
-// A file may come from a stranger. It is not to make this program do more than read and write tables.
-void trust_nothing(sqlite3 *db)
-{
-    constexpr std::pair<int, int> settings[] = {
-        {SQLITE_DBCONFIG_DEFENSIVE, 1},   {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0}, {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
-        {SQLITE_DBCONFIG_ENABLE_VIEW, 0}, {SQLITE_DBCONFIG_DQS_DDL, 0},        {SQLITE_DBCONFIG_DQS_DML, 0},
-    };
-    for (const auto &[setting, on] : settings)
-        if (sqlite3_db_config(db, setting, on, nullptr) != SQLITE_OK) throw StoreError(sqlite3_errmsg(db));
-    sqlite3_limit(db, SQLITE_LIMIT_LENGTH, longest_value);
 }
 
 // Without memory there may have been no way to roll back what was begun before.
@@ -136,9 +115,9 @@ StoreImage Store::image() const
 void Store::open(const std::string &file, bool fresh, const StoreImage *image)
 {
     name = file;
-    if (!file.empty()) make_private_file(file);
-    for (const std::string &each : files_of(file))
-        if (is_of_another_user(each)) throw StoreError(each + ": belongs to another user; name another file");
+    if (!file.empty()) storage::make_private_file(file);
+    for (const std::string &each : storage::files_of(file))
+        if (storage::is_of_another_user(each)) throw StoreError(each + ": belongs to another user; name another file");
     sqlite3 *opened = nullptr;
     // Only one thread at a time uses the store.
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
@@ -146,7 +125,7 @@ void Store::open(const std::string &file, bool fresh, const StoreImage *image)
     db.reset(opened);
     try {
         if (result != SQLITE_OK) throw StoreError(opened ? sqlite3_errmsg(opened) : "no memory");
-        trust_nothing(opened);
+        storage::trust_nothing(opened);
         if (image) take(*image);
         prepare_schema(file, fresh);
         statements.reset(new Statements(opened));
@@ -224,7 +203,7 @@ void Store::try_migration(int64_t version) const
     const int opened = sqlite3_open_v2(":memory:", &memory, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     copy.db.reset(memory);
     if (opened != SQLITE_OK) throw StoreError(memory ? sqlite3_errmsg(memory) : "no memory");
-    trust_nothing(memory);
+    storage::trust_nothing(memory);
     sqlite3_backup *const backup = sqlite3_backup_init(memory, "main", db.get(), "main");
     if (!backup) throw StoreError(sqlite3_errmsg(memory));
     const int copied = sqlite3_backup_step(backup, -1);
@@ -243,8 +222,8 @@ void Store::prepare_schema(const std::string &file, bool fresh)
     if (!empty && number("PRAGMA application_id") != application_id)
         throw StoreError("not a state file of ponsim; name another file");
     // Only now is it known to be ours. Files that SQLite makes from here on get the permissions of this one.
-    for (const std::string &each : files_of(file))
-        make_private(each);
+    for (const std::string &each : storage::files_of(file))
+        storage::make_private(each);
     if (fresh && !empty) empty_file();
     empty = empty || fresh;
     const int64_t version = number("PRAGMA user_version");

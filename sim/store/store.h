@@ -13,7 +13,7 @@
 
 #include "model/change/change.h"
 #include "model/plant/population.h"
-#include "store/statement.h"
+#include "store/stored.h"
 
 namespace ponsim
 {

@@ -10,7 +10,7 @@
 
 #include "model/kept/family.h"
 #include "store/cells.h"
-#include "store/statement.h"
+#include "store/stored.h"
 
 struct sqlite3;
 

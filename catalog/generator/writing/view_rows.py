@@ -19,6 +19,9 @@ def view_rows(catalogue):
         for column in columns:
             before = "{" if column is first else ","
             lines.append(f"        put({quoted(f'{before}{quoted(column.name)}:')}, {column.name});")
+        lines += ["    }", "", "    // Calls `read` with the name and the place of each column in order.",
+                  "    template <class Read>", "    void fill(Read read)", "    {"]
+        lines += [f"        read({quoted(column.name)}, {column.name});" for column in columns]
         lines += ["    }", "};"]
     return "\n".join([*lines, "", "} // namespace view"]) + "\n"
 

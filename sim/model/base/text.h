@@ -10,10 +10,6 @@ namespace ponsim
 
 bool is_clean(const std::string &text);
 
-// A name has at most so many letters, digits, '-', '_' and '.', of which the first is a letter or a digit.
-inline constexpr size_t longest_name = 32;
-bool is_name(const std::string &text);
-
 // Reads a text of at most `size` bytes with its NUL. Returns false when the text does not end within these bytes, or is
 // not clean.
 bool get_text(const char *field, size_t size, std::string &out);

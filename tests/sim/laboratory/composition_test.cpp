@@ -16,9 +16,9 @@ namespace
 using testing::HasSubstr;
 
 // Returns the table without where its values stand.
-std::string canonical(const TomlValue &value)
+std::string canonical(const toml_file::Value &value)
 {
-    return write_toml(*value.table());
+    return toml_file::write_toml(*value.table());
 }
 
 class CompositionTest : public testing::Test
@@ -224,8 +224,8 @@ class ComposedScenario : public testing::TestWithParam<std::filesystem::path>
 
 TEST_P(ComposedScenario, IsTheSameWhenItIsWrittenAndReadAgain)
 {
-    const TomlValue value = read_toml(text_of_file(GetParam().string()), "a");
-    EXPECT_EQ(canonical(read_toml(canonical(value), "b")), canonical(value));
+    const toml_file::Value value = toml_file::read_toml(text_of_file(GetParam().string()), "a");
+    EXPECT_EQ(canonical(toml_file::read_toml(canonical(value), "b")), canonical(value));
     const Scenario plain = read_scenario_file(GetParam().string());
     const Scenario composed = read_scenario_file(GetParam().string(), {.seed = plain.seed, .variables = {}});
     ASSERT_EQ(plain.olts.size(), composed.olts.size());
@@ -248,8 +248,8 @@ TEST(TomlText, HoldsAnyValue)
 {
     const std::string text = "\"a b\" = \"\\\"\\\\\\u0001\\n\xc3\xa4\"\nb = [1, -2.5, 3.0, true, {c = [], d = {}}]\n"
                              "[e]\n[[e.f]]\ng = 1e30\n[[e.f]]\n";
-    const std::string written = canonical(read_toml(text, "a"));
-    EXPECT_EQ(canonical(read_toml(written, "b")), written);
+    const std::string written = canonical(toml_file::read_toml(text, "a"));
+    EXPECT_EQ(canonical(toml_file::read_toml(written, "b")), written);
     EXPECT_THAT(written, HasSubstr("\"a b\" = \"\\\"\\\\\\u0001\\u000a\xc3\xa4\"\n"));
     EXPECT_THAT(written, HasSubstr("[1, -2.5, 3.0, true, {\"c\" = [], \"d\" = {}}]"));
 }

@@ -3,8 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include "scenario/written.h"
 #include "scenes.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -122,8 +122,8 @@ TEST(Failures, HappenToTheOltAndAreLogged)
     scene.simulator.advance(second.at + 300 * ms_per_second);
     EXPECT_TRUE(online());
     EXPECT_THAT(scene.simulator.take_log(),
-                testing::IsSupersetOf({"failure at " + time_text(first.at) + ": power 1 b off",
-                                       "repair at " + time_text(second.at) + ": power 1 b on"}));
+                testing::IsSupersetOf({"failure at " + text::time_text(first.at) + ": power 1 b off",
+                                       "repair at " + text::time_text(second.at) + ": power 1 b on"}));
 }
 
 TEST(Failures, EachControlIsCarriedOut)

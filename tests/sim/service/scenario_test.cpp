@@ -9,9 +9,9 @@
 #include "control/control.h"
 #include "model/plant/fibre.h"
 #include "scenario/summary.h"
-#include "scenario/written.h"
 #include "scenes.h"
 #include "store/configuration.h"
+#include "text/written.h"
 
 namespace ponsim
 {
@@ -310,8 +310,8 @@ TEST(Scenario, TimesAreReadAsTheyAreWritten)
                                         {"0", 0},
                                         {"61", 61}})
         EXPECT_EQ(read(with_events(event(text, "age 1 1"))).at(0).events.at(0).at, seconds * ms_per_second) << text;
-    EXPECT_EQ(time_text(93784 * ms_per_second), "1d 2h 3min 4s");
-    EXPECT_EQ(time_text(0), "0s");
+    EXPECT_EQ(text::time_text(93784 * ms_per_second), "1d 2h 3min 4s");
+    EXPECT_EQ(text::time_text(0), "0s");
 }
 
 struct Wrong {

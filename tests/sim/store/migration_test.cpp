@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 #include "database.h"
-#include "store/statement.h"
+#include "store/stored.h"
 #include "support.h"
 
 namespace ponsim

@@ -1,5 +1,5 @@
 // These tests check who may read what ponsim keeps.
-#include "store/private.h"
+#include "storage/private.h"
 
 #include <fcntl.h>
 #include <fstream>
@@ -123,9 +123,9 @@ TEST(Private, FoldersThatAreMadeAreForTheirOwnerAndOthersStayAsTheyAre)
     ASSERT_EQ(chmod(there.c_str(), 0755), 0);
     {
         const Umask umask(0277);
-        make_private_folders(there + "/a/b/");
+        storage::make_private_folders(there + "/a/b/");
     }
-    make_private_folders(there + "/a/b/c");
+    storage::make_private_folders(there + "/a/b/c");
     EXPECT_EQ(mode_of(there), 0755u);
     for (const char *made : {"/a", "/a/b", "/a/b/c"})
         EXPECT_EQ(mode_of(there + made), 0700u) << made;
@@ -136,7 +136,7 @@ TEST(Private, AFolderThatCannotBeMadeIsNamed)
     const Folder folder;
     std::ofstream(folder.file("file")).flush();
     try {
-        make_private_folders(folder.file("file") + "/below");
+        storage::make_private_folders(folder.file("file") + "/below");
         FAIL() << "it was made";
     } catch (const std::filesystem::filesystem_error &error) {
         EXPECT_NE(std::string(error.what()).find(folder.file("file")), std::string::npos) << error.what();

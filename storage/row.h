@@ -1,4 +1,4 @@
-// These are rows of the store's tables as they are stored, whatever they mean.
+// These are rows of tables as they are stored, whatever they mean.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-namespace ponsim
+namespace storage
 {
 
 struct Blob {
@@ -24,4 +24,4 @@ struct Row {
     auto operator<=>(const Row &) const = default;
 };
 
-} // namespace ponsim
+} // namespace storage

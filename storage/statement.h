@@ -8,16 +8,16 @@
 #include <string>
 #include <string_view>
 
-#include "store/row.h"
+#include "storage/row.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace ponsim
+namespace storage
 {
 
-// This error says what the store could not do, and why.
-class StoreError : public std::runtime_error
+// This error says what could not be stored or read, and why.
+class Error : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -34,6 +34,8 @@ public:
     Statement &bind(std::string_view text);
     Statement &bind(std::span<const uint8_t> bytes);
 
+    Statement &bind_real(double value);
+    Statement &bind_null();
     Statement &bind_cell(const Cell &cell);
 
     // Runs a statement that returns no rows.
@@ -42,7 +44,9 @@ public:
     bool row();
 
     // These return columns of the row, counted from 0.
+    bool is_null(int column) const;
     int64_t number(int column) const;
+    double real(int column) const;
     std::string text(int column) const;
     std::span<const uint8_t> bytes(int column) const;
     // Returns the whole row. None of its values may be null.
@@ -60,4 +64,4 @@ private:
     int bound = 0;
 };
 
-} // namespace ponsim
+} // namespace storage

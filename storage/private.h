@@ -1,11 +1,11 @@
-// What ponsim keeps may hold passwords: its files and folders are for its own user only, whatever the umask is.
+// What a program keeps may hold passwords: its files and folders are for its own user only, whatever the umask is.
 #pragma once
 
 #include <filesystem>
 #include <string>
 #include <string_view>
 
-namespace ponsim
+namespace storage
 {
 
 // Makes the file if there is none. A file that cannot be made is left to whoever opens it and finds out why.
@@ -24,4 +24,4 @@ void make_private(const std::string &file);
 // std::filesystem::filesystem_error.
 void make_private_folders(const std::filesystem::path &folder);
 
-} // namespace ponsim
+} // namespace storage

@@ -1,4 +1,4 @@
-// These are values that scenarios and command lines write as texts.
+// These are values that files and command lines write as texts.
 #pragma once
 
 #include <cstdint>
@@ -7,18 +7,16 @@
 #include <string_view>
 #include <vector>
 
-#include "model/base/time.h"
-
-namespace ponsim
+namespace text
 {
 
-// A scenario can state times up to ten years.
-inline constexpr ModelTime longest_time = 10ull * 365 * 24 * 3600 * ms_per_second;
+// Times are milliseconds, of ten years at most.
+inline constexpr uint64_t longest_time = 10ull * 365 * 24 * 3600 * 1000;
 
 // Reads a text such as 1h 30min. Returns no time when the text is not a time, or when the time is too long.
-std::optional<ModelTime> read_time(std::string_view text);
-// Writes the length of a time as scenarios write it: 1h 30min.
-std::string time_text(ModelTime time);
+std::optional<uint64_t> read_time(std::string_view text);
+// Writes the length of a time as files write it: 1h 30min.
+std::string time_text(uint64_t time);
 
 // A list has at most so many numbers.
 inline constexpr size_t longest_list = 10000;
@@ -27,4 +25,8 @@ inline constexpr size_t longest_list = 10000;
 // list, or when a number is out of bounds.
 std::optional<std::vector<uint64_t>> read_numbers(std::string_view text, uint64_t least, uint64_t greatest);
 
-} // namespace ponsim
+// A name has at most so many letters, digits, '-', '_' and '.', of which the first is a letter or a digit.
+inline constexpr size_t longest_name = 32;
+bool is_name(std::string_view text);
+
+} // namespace text

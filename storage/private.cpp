@@ -1,4 +1,4 @@
-#include "store/private.h"
+#include "storage/private.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace ponsim
+namespace storage
 {
 namespace
 {
@@ -67,4 +67,4 @@ void make_private_folders(const std::filesystem::path &folder)
         throw std::filesystem::filesystem_error("cannot make the folder", folder, {errno, std::generic_category()});
 }
 
-} // namespace ponsim
+} // namespace storage

@@ -1,8 +1,8 @@
-#include "store/statement.h"
+#include "storage/statement.h"
 
 #include <sqlite3.h>
 
-namespace ponsim
+namespace storage
 {
 
 Statement::Statement(sqlite3 *db, std::string_view sql)
@@ -10,7 +10,7 @@ Statement::Statement(sqlite3 *db, std::string_view sql)
     sqlite3_stmt *prepared = nullptr;
     const int length = static_cast<int>(sql.size());
     if (sqlite3_prepare_v3(db, sql.data(), length, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr) != SQLITE_OK)
-        throw StoreError(sqlite3_errmsg(db));
+        throw Error(sqlite3_errmsg(db));
     statement.reset(prepared);
 }
 
@@ -23,7 +23,7 @@ void Statement::check(int result)
 {
     if (result == SQLITE_OK) return;
     bound = 0;
-    throw StoreError(sqlite3_errmsg(sqlite3_db_handle(statement.get())));
+    throw Error(sqlite3_errmsg(sqlite3_db_handle(statement.get())));
 }
 
 Statement &Statement::bind(int64_t value)
@@ -43,6 +43,18 @@ Statement &Statement::bind(std::span<const uint8_t> bytes)
     // SQLite takes bytes at a null pointer for no value, even when there are none.
     const void *begin = bytes.empty() ? "" : static_cast<const void *>(bytes.data());
     check(sqlite3_bind_blob(statement.get(), ++bound, begin, static_cast<int>(bytes.size()), SQLITE_STATIC));
+    return *this;
+}
+
+Statement &Statement::bind_real(double value)
+{
+    check(sqlite3_bind_double(statement.get(), ++bound, value));
+    return *this;
+}
+
+Statement &Statement::bind_null()
+{
+    check(sqlite3_bind_null(statement.get(), ++bound));
     return *this;
 }
 
@@ -70,6 +82,16 @@ bool Statement::row()
     return false;
 }
 
+bool Statement::is_null(int column) const
+{
+    return sqlite3_column_type(statement.get(), column) == SQLITE_NULL;
+}
+
+double Statement::real(int column) const
+{
+    return sqlite3_column_double(statement.get(), column);
+}
+
 int64_t Statement::number(int column) const
 {
     return sqlite3_column_int64(statement.get(), column);
@@ -79,7 +101,7 @@ int64_t Statement::number(int column) const
 void Statement::check_memory(const void *value, int column) const
 {
     if (!value && sqlite3_errcode(sqlite3_db_handle(statement.get())) == SQLITE_NOMEM)
-        throw StoreError("no memory for column " + std::to_string(column));
+        throw Error("no memory for column " + std::to_string(column));
 }
 
 std::string Statement::text(int column) const
@@ -113,4 +135,4 @@ std::vector<Cell> Statement::cells() const
     return cells;
 }
 
-} // namespace ponsim
+} // namespace storage

@@ -1,34 +1,56 @@
-// A Section is a table of a scenario that is read key by key.
+// A Section is a table of a file that is read key by key.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "model/base/time.h"
-#include "scenario/keys.h"
-#include "scenario/toml_text.h"
+#include "toml_file/toml.h"
 
-namespace ponsim
+namespace toml_file
 {
 
+struct Key;
+using Keys = std::vector<Key>;
+
+// A Key with tables stands before an array of tables, each of which may have those keys. When the tables are named, it
+// stands before a table of them, and when it is single, before one table.
+struct Key {
+    std::string name;
+    Keys tables = {};
+    bool named = false;
+    bool single = false; // it stands before one table
+};
+
+// Throws std::logic_error when there is no such key.
+const Key &key_of(const Keys &keys, const std::string &name);
+
+// This error says what is wrong with a file, and where.
+class Error : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
 // Writes a value as errors do.
-std::string describe(const TomlValue &value);
+std::string describe(const Value &value);
 // Returns what the unknown word may have been meant to be, to be put behind an error.
 std::string hint(std::string_view unknown, std::span<const std::string> known);
 
-// Throws a ScenarioError with the file and the line of a value.
-[[noreturn]] void fail_at(const TomlValue &at, const std::string &reason);
+// Throws an Error with the file and the line of a value.
+[[noreturn]] void fail_at(const Value &at, const std::string &reason);
 
-// Every function throws ScenarioError when the value at the key is not what is asked for, and std::logic_error when the
+// Every function throws an Error when the value at the key is not what is asked for, and std::logic_error when the
 // key is none that the table may have.
 class Section
 {
 public:
     // Table and keys must outlive the section.
-    Section(const TomlValue &table, const Keys &keys);
+    Section(const Value &table, const Keys &keys);
 
     // Reports the first key in the file that the table, or a table in it, may not have.
     void check_keys() const;
@@ -39,6 +61,8 @@ public:
     // Returns no number when the key is missing.
     std::optional<uint64_t> number(const std::string &key, uint64_t least, uint64_t greatest) const;
     uint32_t number_or(const std::string &key, uint32_t least, uint32_t greatest, uint32_t otherwise) const;
+    // Reads a number with or without a decimal point.
+    double decimal_or(const std::string &key, double least, double greatest, double otherwise) const;
     bool flag_or(const std::string &key, bool otherwise) const;
     // Reads UTF-8 without control characters.
     std::optional<std::string> text(const std::string &key, size_t least, size_t most) const;
@@ -48,15 +72,17 @@ public:
     // Reads one of the words and returns its index.
     size_t choice_or(const std::string &key, std::span<const std::string_view> words, size_t otherwise) const;
     // Reads seconds, or a text such as "1h 30min".
-    std::optional<ModelTime> time(const std::string &key) const;
+    std::optional<uint64_t> time(const std::string &key) const;
     // Reads a number, or a text of numbers and ranges such as "1-4,7".
     std::vector<uint32_t> numbers(const std::string &key, uint32_t least, uint32_t greatest) const;
     // Returns the value as it is written. Returns null when the key is missing.
-    const TomlValue *written(const std::string &key) const { return find(key); }
+    const Value *written(const std::string &key) const { return find(key); }
     // Returns the values of a table whose keys are free. Returns none when the key is missing.
-    const TomlTable &members(const std::string &key) const;
+    const Table &members(const std::string &key) const;
     // Returns the tables of an array. Returns none when the key is missing.
     std::vector<Section> tables(const std::string &key) const;
+    // Returns the table at the key. Returns none when the key is missing.
+    std::optional<Section> table(const std::string &key) const;
     // Returns the tables in a table, with their names.
     std::vector<std::pair<std::string, Section>> named_tables(const std::string &key) const;
 
@@ -70,13 +96,13 @@ public:
     const std::string &file_name() const { return *value.file; }
 
 private:
-    const TomlTable &table() const { return std::get<TomlTable>(value.value); }
+    const Table &members() const { return std::get<Table>(value.value); }
     // Returns null when the key is missing.
-    const TomlValue *find(const std::string &key) const;
-    static void check_name(const TomlValue &at, const std::string &key, const std::string &text);
+    const Value *find(const std::string &key) const;
+    static void check_name(const Value &at, const std::string &key, const std::string &text);
 
-    const TomlValue &value;
+    const Value &value;
     const Keys &keys;
 };
 
-} // namespace ponsim
+} // namespace toml_file

@@ -1,13 +1,20 @@
-#include "scenario/written.h"
+#include "text/written.h"
 
 #include <algorithm>
 #include <charconv>
 #include <set>
 
-namespace ponsim
+namespace text
 {
 namespace
 {
+
+constexpr uint64_t ms_per_second = 1000;
+
+bool is_letter_or_digit(char byte)
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
+}
 
 // Takes a number off the front of the text.
 std::optional<uint64_t> take_number(std::string_view &text)
@@ -32,7 +39,7 @@ constexpr Unit units[] = {{"d", 24 * 3600}, {"h", 3600}, {"min", 60}, {"s", 1}};
 
 } // namespace
 
-std::optional<ModelTime> read_time(std::string_view text)
+std::optional<uint64_t> read_time(std::string_view text)
 {
     constexpr uint64_t most = longest_time / ms_per_second;
     uint64_t seconds = 0;
@@ -49,7 +56,7 @@ std::optional<ModelTime> read_time(std::string_view text)
     return seconds * ms_per_second;
 }
 
-std::string time_text(ModelTime time)
+std::string time_text(uint64_t time)
 {
     uint64_t seconds = time / ms_per_second;
     std::string text;
@@ -81,4 +88,11 @@ std::optional<std::vector<uint64_t>> read_numbers(std::string_view text, uint64_
     }
 }
 
-} // namespace ponsim
+bool is_name(std::string_view text)
+{
+    const auto fits = [](char byte) { return is_letter_or_digit(byte) || byte == '-' || byte == '_' || byte == '.'; };
+    return !text.empty() && text.size() <= longest_name && is_letter_or_digit(text[0]) &&
+           std::ranges::all_of(text, fits);
+}
+
+} // namespace text

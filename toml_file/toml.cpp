@@ -1,18 +1,18 @@
-#include "scenario/toml_text.h"
+#include "toml_file/toml.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include <toml++/toml.h>
 
-namespace ponsim
+namespace toml_file
 {
 namespace
 {
 
-TomlValue value_of(const toml::node &node, const std::shared_ptr<const std::string> &file)
+Value value_of(const toml::node &node, const std::shared_ptr<const std::string> &file)
 {
-    TomlValue value{file, node.source().begin.line, node.source().begin.column, {}};
+    Value value{file, node.source().begin.line, node.source().begin.column, {}};
     if (const auto *flag = node.as_boolean()) {
         value.value = flag->get();
     } else if (const auto *number = node.as_integer()) {
@@ -22,12 +22,12 @@ TomlValue value_of(const toml::node &node, const std::shared_ptr<const std::stri
     } else if (const auto *text = node.as_string()) {
         value.value = text->get();
     } else if (const auto *array = node.as_array()) {
-        TomlArray elements;
+        Array elements;
         for (const toml::node &element : *array)
             elements.push_back(value_of(element, file));
         value.value = std::move(elements);
     } else if (const auto *table = node.as_table()) {
-        TomlTable members;
+        Table members;
         for (const auto &[key, member] : *table)
             members.emplace(std::string(key.str()), value_of(member, file));
         value.value = std::move(members);
@@ -60,15 +60,15 @@ std::string decimal_text(double number)
 }
 
 // Returns whether the value is written under a heading with double brackets for each table.
-bool has_headings(const TomlValue &value)
+bool has_headings(const Value &value)
 {
-    const TomlArray *array = value.array();
+    const Array *array = value.array();
     return array && !array->empty() &&
-           std::ranges::all_of(*array, [](const TomlValue &each) { return each.table() != nullptr; });
+           std::ranges::all_of(*array, [](const Value &each) { return each.table() != nullptr; });
 }
 
 // Writes a value behind a key, or in an array.
-std::string inline_text(const TomlValue &value)
+std::string inline_text(const Value &value)
 {
     const auto joined = [](const auto &all, const char *open, const char *close, auto text_of) {
         std::string text;
@@ -76,10 +76,10 @@ std::string inline_text(const TomlValue &value)
             text += (text.empty() ? "" : ", ") + text_of(each);
         return open + text + close;
     };
-    if (const TomlTable *table = value.table())
+    if (const Table *table = value.table())
         return joined(*table, "{", "}",
                       [](const auto &member) { return in_quotes(member.first) + " = " + inline_text(member.second); });
-    if (const TomlArray *array = value.array()) return joined(*array, "[", "]", inline_text);
+    if (const Array *array = value.array()) return joined(*array, "[", "]", inline_text);
     if (const auto *flag = std::get_if<bool>(&value.value)) return *flag ? "true" : "false";
     if (const auto *number = std::get_if<int64_t>(&value.value)) return std::to_string(*number);
     if (const auto *number = std::get_if<double>(&value.value)) return decimal_text(*number);
@@ -89,17 +89,17 @@ std::string inline_text(const TomlValue &value)
 
 // Writes the table whose heading, of which `name` is the first part, stands before it. Tables with headings of their
 // own come behind the values.
-void write_table(const TomlTable &table, const std::string &name, std::string &text)
+void write_table(const Table &table, const std::string &name, std::string &text)
 {
     for (const auto &[key, value] : table)
         if (!value.table() && !has_headings(value)) text += in_quotes(key) + " = " + inline_text(value) + '\n';
     for (const auto &[key, value] : table) {
         const std::string heading = name + in_quotes(key);
-        if (const TomlTable *member = value.table()) {
+        if (const Table *member = value.table()) {
             text += '[' + heading + "]\n";
             write_table(*member, heading + '.', text);
         } else if (has_headings(value)) {
-            for (const TomlValue &each : *value.array()) {
+            for (const Value &each : *value.array()) {
                 text += "[[" + heading + "]]\n";
                 write_table(*each.table(), heading + '.', text);
             }
@@ -109,20 +109,20 @@ void write_table(const TomlTable &table, const std::string &name, std::string &t
 
 } // namespace
 
-TomlValue read_toml(std::string_view text, const std::string &file)
+Value read_toml(std::string_view text, const std::string &file)
 {
     try {
         return value_of(toml::parse(text), std::make_shared<const std::string>(file));
     } catch (const toml::parse_error &error) {
-        throw TomlError(error.source().begin.line, std::string(error.description()));
+        throw SyntaxError(error.source().begin.line, std::string(error.description()));
     }
 }
 
-std::string write_toml(const TomlTable &table)
+std::string write_toml(const Table &table)
 {
     std::string text;
     write_table(table, "", text);
     return text;
 }
 
-} // namespace ponsim
+} // namespace toml_file

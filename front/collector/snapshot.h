@@ -1,0 +1,103 @@
+// What is known of an OLT at one time. Nobody changes a snapshot: a table that is read makes a new one, which shares
+// the other tables with the one before it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "collector/rows.h"
+
+namespace front
+{
+
+// Times that people see are milliseconds since 1970.
+using UnixTime = int64_t;
+
+enum class Table : uint8_t {
+    olt,
+    ports,
+    onus,
+    alarms,
+    loops,
+    stats,
+    counters,
+    unis,
+    upgrades,
+    optics,
+    modules,
+    capabilities,
+};
+inline constexpr size_t table_count = 12;
+
+struct TableKind {
+    Table table;
+    const char *name;
+    uint32_t period; // seconds, where the configuration says nothing else
+    const char *brief;
+};
+// Returns all kinds, in the order of their numbers.
+std::span<const TableKind, table_count> table_kinds();
+
+// A TableState says how good what is known of a table is.
+struct TableState {
+    uint32_t period = 0;     // seconds
+    uint64_t generation = 0; // how often the table was read
+    UnixTime read = 0;       // when it was read last; it counts when the generation is not 0
+    uint32_t took = 0;       // milliseconds that reading it took
+    uint64_t failures = 0;   // how often reading it failed
+    uint32_t failed = 0;     // how often since it was read last
+    std::string error;       // of the last failure since then
+
+    // The last reading failed: what is known is older than it should be.
+    bool stale() const { return failed > 0; }
+    // What is known may be no longer so, or nothing is known.
+    bool outdated(UnixTime now) const { return generation == 0 || now - read > 3000 * UnixTime{period}; }
+};
+
+// A ModuleQuantity is what the module in an SFP cage measures. Cages of PON ports come first, and then those of
+// uplinks.
+struct ModuleQuantity {
+    uint32_t cage;
+    view::sfp_quantities of;
+};
+
+// These are the counters of a port since the OLT was switched on.
+struct PortCounters {
+    bool pon; // a PON port, or an uplink
+    uint32_t port;
+    uint64_t in_octets, in_unicast, in_multicast, in_broadcast, in_errors, in_discards;
+    uint64_t out_octets, out_unicast, out_multicast, out_broadcast, out_discards;
+};
+
+struct Snapshot {
+    std::array<TableState, table_count> states;
+
+    // A table is null until it was read for the first time.
+    std::shared_ptr<const Rows<view::basic_info>> olt;
+    std::shared_ptr<const Rows<view::port_info>> ports;
+    std::shared_ptr<const Rows<view::onu_info>> onus;
+    std::shared_ptr<const Rows<view::onu_alarm>> alarms;
+    std::shared_ptr<const Rows<view::loop_info>> loops;
+    std::shared_ptr<const Rows<view::onu_stats_table>> stats;
+    std::shared_ptr<const Rows<PortCounters>> counters;
+    std::shared_ptr<const Rows<view::uni_attributes>> unis;
+    std::shared_ptr<const Rows<view::upgrade_base_info>> upgrades;
+    std::shared_ptr<const Rows<view::onu_optics_table>> optics;
+    std::shared_ptr<const Rows<ModuleQuantity>> modules;
+    std::shared_ptr<const Rows<view::onu_capabilities>> capabilities;
+
+    const TableState &state(Table table) const { return states[static_cast<size_t>(table)]; }
+};
+
+// Returns the rows of a table, or none while it is not known.
+template <class Row>
+std::span<const Row> rows_of(const std::shared_ptr<const Rows<Row>> &table)
+{
+    return table ? std::span<const Row>(table->rows) : std::span<const Row>();
+}
+
+} // namespace front

@@ -1,0 +1,144 @@
+#include "daemon/configuration.h"
+
+#include <array>
+#include <charconv>
+#include <fstream>
+#include <iterator>
+
+#include "toml_file/section.h"
+
+namespace front
+{
+namespace
+{
+
+using toml_file::Keys;
+using toml_file::Section;
+
+constexpr uint32_t shortest_period = 1, longest_period = 24 * 3600;
+constexpr double darkest = -60, brightest = 20; // dBm
+
+const Keys &configuration_keys()
+{
+    static const Keys keys = [] {
+        Keys periods;
+        for (const TableKind &kind : table_kinds())
+            periods.push_back({kind.name});
+        return Keys{{"olt", {{"name"}, {"socket_dir"}}},
+                    {"periods", periods, false, true},
+                    {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
+                    {"history", {{"file"}, {"events"}}, false, true},
+                    {"http", {{"listen"}, {"enabled"}}, false, true},
+                    {"metrics", {{"onus"}}, false, true}};
+    }();
+    return keys;
+}
+
+LightLimits read_limits(const Section &section, const std::string &who, const LightLimits &otherwise)
+{
+    const LightLimits limits{.low = section.decimal_or(who + "_low", darkest, brightest, otherwise.low),
+                             .well = section.decimal_or(who + "_well", darkest, brightest, otherwise.well)};
+    if (limits.well <= limits.low)
+        section.fail(who + "_well", "expected more than " + who + "_low, so that light between them changes nothing");
+    return limits;
+}
+
+ListenSettings read_listen(const Section &section)
+{
+    const std::string text = section.text("listen", 1, 100).value_or("");
+    if (text.empty()) return {};
+    const size_t colon = text.rfind(':');
+    const auto fail = [&] { section.fail_expected("listen", "ADDRESS:PORT, as \"127.0.0.1:9911\" or \"[::1]:9911\""); };
+    if (colon == text.npos || colon == 0) fail();
+    ListenSettings listen{.address = text.substr(0, colon), .port = 0};
+    if (listen.address.starts_with('[') && listen.address.ends_with(']'))
+        listen.address = listen.address.substr(1, listen.address.size() - 2);
+    const char *const end = text.data() + text.size();
+    const auto [behind, error] = std::from_chars(text.data() + colon + 1, end, listen.port);
+    if (error != std::errc{} || behind != end) fail();
+    return listen;
+}
+
+void read_olts(const Section &file, Configuration &configuration)
+{
+    for (const Section &section : file.tables("olt")) {
+        OltSettings olt{.name = section.needed_name("name"),
+                        .socket_dir = section.text("socket_dir", 1, 4096).value_or("")};
+        if (!olt.socket_dir.empty() && olt.socket_dir[0] != '/')
+            section.fail_expected("socket_dir", "a path from the root, as \"/run/board-ipc\"");
+        for (const OltSettings &other : configuration.olts) {
+            if (other.name == olt.name) section.fail("name", "another OLT has this name");
+            if (other.socket_dir == olt.socket_dir) section.fail("socket_dir", other.name + " has this folder");
+        }
+        configuration.olts.push_back(std::move(olt));
+    }
+    if (configuration.olts.empty()) configuration.olts.push_back({.name = "olt", .socket_dir = {}});
+}
+
+void read_periods(const Section &section, Configuration &configuration)
+{
+    for (const TableKind &kind : table_kinds()) {
+        const std::optional<uint64_t> time = section.time(kind.name);
+        if (!time) continue;
+        if (*time < 1000ull * shortest_period || *time > 1000ull * longest_period || *time % 1000 != 0)
+            section.fail_expected(kind.name, "whole seconds, from one to a day");
+        configuration.periods[static_cast<size_t>(kind.table)] = static_cast<uint32_t>(*time / 1000);
+    }
+}
+
+} // namespace
+
+bool Configuration::collects_as(const Configuration &other) const
+{
+    return periods == other.periods && limits == other.limits && history == other.history &&
+           most_events == other.most_events;
+}
+
+Configuration default_configuration()
+{
+    return read_configuration("", "the defaults");
+}
+
+Configuration read_configuration(std::string_view text, const std::string &name)
+{
+    toml_file::Value value;
+    try {
+        value = toml_file::read_toml(text, name);
+    } catch (const toml_file::SyntaxError &error) {
+        throw toml_file::Error(name + ":" + std::to_string(error.line) + ": " + error.what());
+    }
+    const Section file(value, configuration_keys());
+    file.check_keys();
+
+    Configuration configuration;
+    for (const TableKind &kind : table_kinds())
+        configuration.periods[static_cast<size_t>(kind.table)] = kind.period;
+    read_olts(file, configuration);
+    if (const auto periods = file.table("periods")) read_periods(*periods, configuration);
+    if (const auto light = file.table("light"))
+        configuration.limits = {.olt = read_limits(*light, "olt", configuration.limits.olt),
+                                .onu = read_limits(*light, "onu", configuration.limits.onu)};
+    if (const auto history = file.table("history")) {
+        configuration.history = history->text("file", 1, 4096).value_or("");
+        configuration.most_events = history->number("events", 1, 10'000'000).value_or(configuration.most_events);
+    }
+    if (const auto http = file.table("http")) {
+        configuration.http = read_listen(*http);
+        if (!http->flag_or("enabled", true)) configuration.http.reset();
+    }
+    if (const auto metrics = file.table("metrics")) {
+        static constexpr std::array<std::string_view, 4> details{"none", "state", "optics", "all"};
+        configuration.onus =
+            static_cast<OnuDetail>(metrics->choice_or("onus", details, static_cast<size_t>(configuration.onus)));
+    }
+    return configuration;
+}
+
+Configuration read_configuration_file(const std::string &file)
+{
+    std::ifstream stream(file);
+    if (!stream) throw toml_file::Error(file + ": cannot be read");
+    return read_configuration(std::string(std::istreambuf_iterator<char>(stream), {}), file);
+}
+
+} // namespace front

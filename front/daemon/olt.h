@@ -1,0 +1,52 @@
+// An OLT that is collected by a thread of its own.
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "collector/collector.h"
+#include "daemon/configuration.h"
+#include "history/history.h"
+#include "watch/watcher.h"
+
+namespace front
+{
+
+// Returns the time of now.
+Now time_now();
+
+class Olt
+{
+public:
+    // Starts to collect. What happens goes to the history, which outlives the OLT, and to the log.
+    Olt(const OltSettings &olt, const Configuration &configuration, History &history);
+    ~Olt(); // ends the thread, after the exchange that is under way
+    Olt(const Olt &) = delete;
+    Olt &operator=(const Olt &) = delete;
+
+    const OltSettings &settings() const { return olt; }
+    std::shared_ptr<const Snapshot> snapshot() const { return collector.snapshot(); }
+    // Returns when the thread was last seen to go on.
+    Steady last_turn() const { return turn; }
+
+private:
+    void run();
+    void look();
+
+    const OltSettings olt;
+    Collector collector;
+    History &history;
+    Watcher watcher;
+    bool history_fails = false; // which is said once
+    std::atomic<Steady> turn;
+
+    std::mutex guard;
+    std::condition_variable stopped;
+    bool stopping = false;
+    std::thread thread;
+};
+
+} // namespace front

@@ -1,0 +1,143 @@
+// This is ponfront, which reads OLTs once and serves many.
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <systemd/sd-daemon.h>
+#include <unistd.h>
+
+#include "board/service.h"
+#include "command_line/parse.h"
+#include "daemon/front.h"
+#include "daemon/log.h"
+#include "text/utf8.h"
+#include "toml_file/section.h"
+
+namespace
+{
+
+constexpr int exit_failure = 1;
+constexpr int exit_usage = 2;
+constexpr char default_file[] = "/etc/ponfront.toml";
+
+constexpr char description[] = "Reads OLTs, each table once in its period, and serves monitoring systems from memory.";
+constexpr char examples[] = R"(
+Examples:
+  ponfront                           by /etc/ponfront.toml or, without that file, the OLT on the default sockets
+  ponfront --config olts.toml        by another file
+  ponfront --config olts.toml --check
+                                     whether the file is right, or what is wrong with it
+  kill -HUP PID                      go on by what the file says now
+See ponfront(8) and ponfront.toml(5).)";
+
+struct Options {
+    std::string config; // empty: the default file, if there is one
+    bool check = false;
+    std::string log = "lines";
+};
+
+using Command = command_line::Command<int(const Options &)>;
+
+int fail(const std::string &reason, int status)
+{
+    fprintf(stderr, "ponfront: %s\n", text::printable(reason, "\n").c_str());
+    return status;
+}
+
+front::Configuration read(const Options &options)
+{
+    if (!options.config.empty()) return front::read_configuration_file(options.config);
+    if (access(default_file, F_OK) != 0) return front::default_configuration();
+    return front::read_configuration_file(default_file);
+}
+
+// Tells the service manager that the program lives, as often as it wants to know.
+void tell_alive(const front::Front &served)
+{
+    if (served.is_alive()) sd_notify(0, "WATCHDOG=1");
+}
+
+// Serves until a signal ends it.
+int serve(const Options &options, front::Configuration configuration, const sigset_t &signals)
+{
+    front::Front served(std::move(configuration));
+    uint64_t watchdog = 0; // microseconds
+    const bool watched = sd_watchdog_enabled(0, &watchdog) > 0;
+    const timespec turn{.tv_sec = watched ? static_cast<time_t>(watchdog / 2'000'000) : 3600,
+                        .tv_nsec = watched ? static_cast<long>(watchdog / 2 % 1'000'000 * 1000) : 0};
+    sd_notify(0, "READY=1");
+    while (true) {
+        const int signal = sigtimedwait(&signals, nullptr, &turn);
+        tell_alive(served);
+        if (signal == SIGTERM || signal == SIGINT) break;
+        if (signal != SIGHUP) continue;
+        sd_notify(0, "RELOADING=1");
+        try {
+            served.change(read(options));
+            front::log_line(front::LogLevel::info, "goes on by the configuration that was read again");
+        } catch (const std::runtime_error &error) {
+            front::log_line(front::LogLevel::error, std::string("the configuration is not taken: ") + error.what());
+        }
+        sd_notify(0, "READY=1");
+    }
+    sd_notify(0, "STOPPING=1");
+    return EXIT_SUCCESS;
+}
+
+int run(const Options &options)
+{
+    front::choose_log_form(options.log == "json" ? front::LogForm::json : front::LogForm::lines);
+    // Only the main thread takes signals, and only where it waits for them.
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&signals, signal);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        front::Configuration configuration = read(options);
+        if (options.check) {
+            printf("ponfront: %zu OLT%s\n", configuration.olts.size(), configuration.olts.size() == 1 ? "" : "s");
+            return EXIT_SUCCESS;
+        }
+        return serve(options, std::move(configuration), signals);
+    } catch (const toml_file::Error &error) {
+        return fail(error.what(), exit_usage);
+    } catch (const std::runtime_error &error) {
+        return fail(error.what(), exit_failure);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Options options;
+    Command program("ponfront", description);
+    program.footer = examples;
+    program.run = run;
+    program.option("--help,-h", command_line::Help{}, "print this help");
+    program.option("--version", command_line::Version{std::string("ponfront ") + PONFRONT_VERSION},
+                   "print the version");
+    program.option("--config", &options.config, std::string("configuration; ") + default_file + " by default", "FILE");
+    program.option("--check", &options.check, "only say whether the configuration is right");
+    program.option("--log", &options.log, "form of the log on standard error", "lines|json").shows_default("lines");
+    try {
+        const command_line::Line line = command_line::parse(program, {argv + 1, argv + argc});
+        if (const char *unknown = board_log_unknown_word())
+            return fail("BOARD_LOG: '" + std::string(unknown) + "' is not one of off, err, debug, syslog", exit_usage);
+        return static_cast<const Command &>(*line.command).run(options);
+    } catch (const command_line::TextWanted &wanted) {
+        fputs(wanted.text.c_str(), stdout);
+        return EXIT_SUCCESS;
+    } catch (const command_line::WrongLine &error) {
+        fputs(text::printable(error.what(), "\t\n").c_str(), stderr);
+        return exit_usage;
+    } catch (const std::exception &error) {
+        return fail(error.what(), exit_failure);
+    }
+}

@@ -1,0 +1,83 @@
+#include "watch/event.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace front
+{
+namespace
+{
+
+struct KindWords {
+    std::string_view name;
+    std::string_view words;
+};
+constexpr std::array<KindWords, event_kind_count> kinds{{
+    {"olt_lost", "does not answer any more"},
+    {"olt_back", "answers again"},
+    {"onu_waiting", "waits to be bound"},
+    {"onu_online", "is online"},
+    {"onu_offline", "is offline"},
+    {"onu_refused", "is refused"},
+    {"onu_removed", "is gone"},
+    {"light_low", "has too little light"},
+    {"light_well", "has enough light again"},
+    {"rogue_found", "is blinded by a rogue ONU"},
+    {"rogue_gone", "is blinded no more"},
+    {"loop_found", "has a loop"},
+    {"loop_gone", "has no loop any more"},
+    {"link_down", "has no link"},
+    {"link_up", "has a link again"},
+    {"module_alarm", "is out of its limits"},
+    {"module_well", "is within its limits again"},
+    {"alarm_raised", "has an alarm"},
+    {"alarm_cleared", "has an alarm no more"},
+    {"upgrade_done", "is upgraded"},
+    {"upgrade_failed", "was not upgraded"},
+}};
+
+std::string subject_of(const Event &event)
+{
+    const std::string port = std::to_string(event.port);
+    if (event.kind == EventKind::module_alarm || event.kind == EventKind::module_well) return "module " + port;
+    if (event.count > 1)
+        return std::to_string(event.count) + " ONUs of port " + port +
+               (event.onus.empty() ? std::string() : " (" + event.onus + ")");
+    if (event.onu_id) return "ONU " + port + "/" + std::to_string(*event.onu_id) + " " + event.mac;
+    if (!event.mac.empty()) return "ONU " + event.mac + " at port " + port;
+    if (event.port > 0) return "port " + port;
+    return event.kind == EventKind::link_down || event.kind == EventKind::link_up ? event.place : "the OLT";
+}
+
+} // namespace
+
+std::string_view name_of(EventKind kind)
+{
+    return kinds[static_cast<size_t>(kind)].name;
+}
+
+std::optional<EventKind> event_kind(std::string_view name)
+{
+    const auto found = std::ranges::find(kinds, name, &KindWords::name);
+    if (found == kinds.end()) return std::nullopt;
+    return static_cast<EventKind>(found - kinds.begin());
+}
+
+std::string sentence_of(const Event &event)
+{
+    std::string sentence = event.olt + ": " + subject_of(event) + " ";
+    sentence += kinds[static_cast<size_t>(event.kind)].words;
+    if (!event.detail.empty()) sentence += ": " + event.detail;
+    if (event.measure) {
+        char power[32];
+        std::snprintf(power, sizeof power, ", %.2f", *event.measure);
+        sentence += power;
+    }
+    if (!event.cause.empty()) sentence += ", " + event.cause;
+    if (!event.place.empty() && event.kind != EventKind::link_down && event.kind != EventKind::link_up)
+        sentence += " at " + event.place;
+    return sentence;
+}
+
+} // namespace front

@@ -1,0 +1,120 @@
+// These tests check what a configuration may say, and what is said of a wrong one.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "daemon/configuration.h"
+#include "toml_file/section.h"
+
+namespace
+{
+
+using namespace front;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+Configuration read(const std::string &text)
+{
+    return read_configuration(text, "front.toml");
+}
+
+std::string error_of(const std::string &text)
+{
+    try {
+        read(text);
+    } catch (const toml_file::Error &error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+TEST(Configuration, IsCompleteWithoutALine)
+{
+    const Configuration configuration = default_configuration();
+    ASSERT_THAT(configuration.olts, SizeIs(1));
+    EXPECT_EQ(configuration.olts[0].name, "olt");
+    EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::onus)], 5u);
+    EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::optics)], 300u);
+    EXPECT_EQ(configuration.http, (ListenSettings{"127.0.0.1", 9911}));
+    EXPECT_EQ(configuration.onus, OnuDetail::all);
+    EXPECT_EQ(configuration.history, "");
+}
+
+TEST(Configuration, SaysEverything)
+{
+    const Configuration configuration = read(R"(
+[[olt]]
+name = "north"
+socket_dir = "/run/north"
+[[olt]]
+name = "south"
+socket_dir = "/run/south"
+[periods]
+onus = 10
+optics = "10min"
+[light]
+olt_low = -28
+olt_well = -26.5
+[history]
+file = "/var/lib/ponfront/history.db"
+events = 5000
+[http]
+listen = "[::1]:8080"
+[metrics]
+onus = "optics"
+)");
+    ASSERT_THAT(configuration.olts, SizeIs(2));
+    EXPECT_EQ(configuration.olts[1], (OltSettings{"south", "/run/south"}));
+    EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::onus)], 10u);
+    EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::optics)], 600u);
+    EXPECT_EQ(configuration.limits.olt, (LightLimits{-28, -26.5}));
+    EXPECT_EQ(configuration.history, "/var/lib/ponfront/history.db");
+    EXPECT_EQ(configuration.most_events, 5000u);
+    EXPECT_EQ(configuration.http, (ListenSettings{"::1", 8080}));
+    EXPECT_EQ(configuration.onus, OnuDetail::optics);
+}
+
+TEST(Configuration, CanServeNoHttp)
+{
+    EXPECT_EQ(read("[http]\nenabled = false\n").http, std::nullopt);
+}
+
+TEST(Configuration, IsRefusedWithLineAndReason)
+{
+    EXPECT_THAT(error_of("[[olt]\n"), HasSubstr("front.toml:1: "));
+    EXPECT_EQ(error_of("\n[perods]\n"), "front.toml:2: perods: an unknown key; did you mean periods?");
+    EXPECT_EQ(error_of("[periods]\nonu = 5\n"), "front.toml:2: onu: an unknown key; did you mean onus?");
+    EXPECT_EQ(error_of("[periods]\nonus = 0\n"),
+              "front.toml:2: onus: expected whole seconds, from one to a day, found 0");
+    EXPECT_EQ(error_of("[[olt]]\nsocket_dir = \"/run\"\n"), "front.toml:1: name: expected a name");
+    EXPECT_EQ(error_of("[[olt]]\nname = \"a\"\nsocket_dir = \"run\"\n"),
+              "front.toml:3: socket_dir: expected a path from the root, as \"/run/board-ipc\", found \"run\"");
+    EXPECT_EQ(error_of("[[olt]]\nname = \"a\"\n[[olt]]\nname = \"a\"\nsocket_dir = \"/b\"\n"),
+              "front.toml:4: name: another OLT has this name");
+    EXPECT_EQ(error_of("[[olt]]\nname = \"a\"\n[[olt]]\nname = \"b\"\n"),
+              "front.toml:3: socket_dir: a has this folder");
+    EXPECT_EQ(error_of("[light]\nolt_low = -20\n"),
+              "front.toml:1: olt_well: expected more than olt_low, so that light between them changes nothing");
+    EXPECT_EQ(error_of("[light]\nolt_low = 100\n"),
+              "front.toml:2: olt_low: expected a number from -60 to 20, found 100");
+    EXPECT_EQ(error_of("[http]\nlisten = \"8080\"\n"),
+              "front.toml:2: listen: expected ADDRESS:PORT, as \"127.0.0.1:9911\" or \"[::1]:9911\", found \"8080\"");
+    EXPECT_EQ(error_of("[http]\nlisten = \"127.0.0.1:99999\"\n").substr(0, 32), "front.toml:2: listen: expected A");
+    EXPECT_EQ(error_of("metrics = 5\n"), "front.toml:1: metrics: expected a table, as [metrics], found 5");
+    EXPECT_EQ(error_of("[metrics]\nonus = \"some\"\n"),
+              "front.toml:2: onus: expected \"none\", \"state\", \"optics\" or \"all\", found \"some\"");
+}
+
+TEST(Configuration, NamesAFileThatCannotBeRead)
+{
+    EXPECT_THROW(read_configuration_file("/nowhere/front.toml"), toml_file::Error);
+}
+
+TEST(Configuration, WithOtherDoorsIsCollectedAsBefore)
+{
+    const Configuration one = read(""), other = read("[metrics]\nonus = \"none\"\n"),
+                        third = read("[periods]\nonus = 9\n");
+    EXPECT_TRUE(one.collects_as(other));
+    EXPECT_FALSE(one.collects_as(third));
+}
+
+} // namespace

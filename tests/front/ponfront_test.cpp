@@ -1,0 +1,135 @@
+// These tests run ponfront against a simulated OLT, as a monitoring system sees it.
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "bsp_pon.h"
+#include "http_client.h"
+#include "ponfront.h"
+#include "simulator.h"
+
+namespace
+{
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class Served : public testing::Test
+{
+protected:
+    ~Served() override
+    {
+        for (const char *ending : {"/front.toml", "/history.db", "/history.db-wal", "/history.db-shm"})
+            std::remove((Simulator::folder() + ending).c_str());
+    }
+
+    // Writes a configuration with short periods and a free port.
+    const std::string &configured(const std::string &more = {}) const
+    {
+        std::ofstream(file) << "[[olt]]\nname = \"north\"\nsocket_dir = \"" << Simulator::folder()
+                            << "/ipc\"\n[periods]\nonus = 1\nalarms = 1\nports = 1\n"
+                            << "[http]\nlisten = \"127.0.0.1:0\"\n[history]\nfile = \"" << Simulator::folder()
+                            << "/history.db\"\n"
+                            << more;
+        return file;
+    }
+    // Waits until the page of metrics has this text, for half a minute at most.
+    static std::string metrics_with(uint16_t port, const std::string &text)
+    {
+        std::string page;
+        for (int turn = 0; turn < 300; ++turn) {
+            page = http_get(port, "/metrics");
+            if (page.find(text) != page.npos) break;
+            usleep(100'000);
+        }
+        EXPECT_THAT(page, HasSubstr(text));
+        return page;
+    }
+
+    const std::string file = Simulator::folder() + "/front.toml";
+    Simulator simulator{{"--ports", "2", "--arrivals", "4", "--silent", "0", "--speed", "100"}};
+};
+
+TEST_F(Served, HasTheMetricsOfTheOlt)
+{
+    Ponfront front({"--config", configured()});
+    const uint16_t port = front.port();
+    EXPECT_THAT(metrics_with(port, "pon_table_age_seconds{olt=\"north\",table=\"capabilities\"}"),
+                AllOf(StartsWith("HTTP/1.1 200 OK\r\n"), HasSubstr("pon_olt_up{olt=\"north\"} 1\n"),
+                      HasSubstr("pon_port_onus{olt=\"north\",port=\"2\",state=\"waiting\"} "),
+                      HasSubstr("pon_port_receive_octets_total{olt=\"north\",port=\"1\"} "),
+                      HasSubstr("pon_uplink_receive_octets_total{olt=\"north\",port=\"4\"} ")));
+    EXPECT_THAT(http_get(port, "/metrics", "Accept: application/openmetrics-text\r\n"),
+                AllOf(HasSubstr("Content-Type: application/openmetrics-text"), HasSubstr("\n# EOF\n")));
+    EXPECT_THAT(http_get(port, "/nothing"), StartsWith("HTTP/1.1 404 "));
+    EXPECT_EQ(front.end(SIGTERM), 0);
+}
+
+TEST_F(Served, TellsWhoIsBoundAndWhatHappenedMeanwhile)
+{
+    const uint8_t mac[] = {0x06, 0, 0, 0, 0, 1};
+    {
+        Ponfront front({"--config", configured()});
+        metrics_with(front.port(), "pon_olt_up{olt=\"north\"} 1\n");
+        ASSERT_EQ(bsp_pon_bind_onu_spec_id(1, 9, mac, nullptr, nullptr, 0, nullptr), BSP_OK);
+        front.expect("north: ONU 1/9 06:00:00:00:00:01 is offline");
+    }
+    ASSERT_EQ(bsp_pon_no_bind_onu_spec_id(1, 9), BSP_OK);
+    Ponfront again({"--config", configured()});
+    again.expect("north: ONU 1/9 06:00:00:00:00:01 is gone");
+}
+
+TEST_F(Served, SaysThatAnOltDoesNotAnswerAndGoesOnWhenItDoes)
+{
+    Ponfront front({"--config", configured()});
+    const uint16_t port = front.port();
+    metrics_with(port, "pon_olt_up{olt=\"north\"} 1\n");
+    simulator.kill();
+    front.expect("north: the OLT does not answer any more");
+    EXPECT_THAT(http_get(port, "/metrics"), HasSubstr("pon_olt_up{olt=\"north\"} 0\n"));
+    simulator.start();
+    front.expect("north: the OLT answers again");
+    metrics_with(port, "pon_olt_up{olt=\"north\"} 1\n");
+}
+
+TEST_F(Served, ReadsItsConfigurationAgain)
+{
+    Ponfront front({"--config", configured()});
+    const uint16_t port = front.port();
+    metrics_with(port, "pon_onu_up");
+    configured("[metrics]\nonus = \"none\"\n");
+    front.send(SIGHUP);
+    front.expect("goes on by the configuration");
+    EXPECT_THAT(http_get(port, "/metrics"),
+                AllOf(HasSubstr("pon_olt_up{olt=\"north\"} 1\n"), Not(HasSubstr("pon_onu_"))));
+    configured("[metrics]\nonus = \"few\"\n");
+    front.send(SIGHUP);
+    front.expect("the configuration is not taken: " + file + ":");
+    EXPECT_THAT(http_get(port, "/metrics"), HasSubstr("pon_olt_up{olt=\"north\"} 1\n"));
+}
+
+TEST_F(Served, ChecksItsConfiguration)
+{
+    Ponfront good({"--config", configured(), "--check"});
+    good.expect("ponfront: 1 OLT");
+    EXPECT_EQ(good.end(), 0);
+    Ponfront bad({"--config", configured("[light]\nlow = 1\n"), "--check"});
+    bad.expect(": low: an unknown key");
+    EXPECT_EQ(bad.end(), 2);
+    Ponfront missing({"--config", "/nowhere.toml"});
+    missing.expect("/nowhere.toml: cannot be read");
+    EXPECT_EQ(missing.end(), 2);
+}
+
+TEST_F(Served, LogsObjectsOnDemand)
+{
+    Ponfront front({"--config", configured(), "--log", "json"});
+    EXPECT_THAT(front.expect("listening on"), AllOf(StartsWith("{\"time\":\"20"), HasSubstr("\"level\":\"info\"")));
+}
+
+} // namespace

@@ -1,0 +1,12 @@
+// A client of HTTP that says what it is told to say.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Sends this text to a port of this machine, and returns everything that comes back.
+std::string answer_of(uint16_t port, const std::string &sent);
+
+// Asks for a path, with further lines of the head, each of which ends with CR and LF.
+std::string http_get(uint16_t port, const std::string &path, const std::string &lines = {},
+                     const std::string &method = "GET");
