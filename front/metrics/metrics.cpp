@@ -10,6 +10,8 @@ namespace front
 namespace
 {
 
+constexpr double bytes_of_kilobit = 125;
+
 // A Writer goes through the OLTs once for each family, for the samples of a family stand together.
 class Writer
 {
@@ -102,10 +104,10 @@ void Writer::write_ports()
                 [](const auto &row) { return row.tx_power; });
     port_family("pon_port_temperature_celsius", "Temperature of the PON port's optical module.",
                 [](const auto &row) { return row.temperature; });
-    port_family("pon_port_upstream_bits_per_second", "Load that the ONUs offer the PON port.",
-                [](const auto &row) { return row.up_load * 1000; });
-    port_family("pon_port_downstream_bits_per_second", "Load that the network offers the ONUs of the PON port.",
-                [](const auto &row) { return row.down_load * 1000; });
+    port_family("pon_port_upstream_load_bytes_per_second", "Load that the ONUs offer the PON port.",
+                [](const auto &row) { return row.up_load * bytes_of_kilobit; });
+    port_family("pon_port_downstream_load_bytes_per_second", "Load that the network offers the ONUs of the PON port.",
+                [](const auto &row) { return row.down_load * bytes_of_kilobit; });
 
     text.family("pon_port_onus", MetricType::gauge, "ONUs of the PON port by their state.");
     of_each(Table::ports, &Snapshot::ports, [&](std::string_view olt, const view::port_info &row) {

@@ -76,7 +76,7 @@ TEST(Metrics, AreThoseOfPortsOnusAndLight)
                 AllOf(HasSubstr("# TYPE pon_olt_up gauge\npon_olt_up{olt=\"north\"} 1\n"),
                       HasSubstr("pon_port_transmit_power_dbm{olt=\"north\",port=\"1\"} 3.25\n"),
                       HasSubstr("pon_port_onus{olt=\"north\",port=\"1\",state=\"offline\"} 1\n"),
-                      HasSubstr("pon_port_upstream_bits_per_second{olt=\"north\",port=\"1\"} 1500\n"),
+                      HasSubstr("pon_port_upstream_load_bytes_per_second{olt=\"north\",port=\"1\"} 187.5\n"),
                       HasSubstr("pon_onu_up{olt=\"north\",port=\"1\",onu=\"5\"} 1\n"),
                       HasSubstr("pon_onu_distance_meters{olt=\"north\",port=\"1\",onu=\"5\"} 1200\n"),
                       HasSubstr("pon_olt_receive_power_dbm{olt=\"north\",port=\"1\",onu=\"5\"} -21.5\n"),
