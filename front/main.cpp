@@ -127,7 +127,8 @@ int main(int argc, char **argv)
     program.option("--check", &options.check, "only say whether the configuration is right");
     program.option("--log", &options.log, "form of the log on standard error", "lines|json").shows_default("lines");
     try {
-        const command_line::Line line = command_line::parse(program, {argv + 1, argv + argc});
+        const command_line::Line line =
+            command_line::parse(program, {argv + 1, argv + argc}, command_line::Manner::wide);
         if (const char *unknown = board_log_unknown_word())
             return fail("BOARD_LOG: '" + std::string(unknown) + "' is not one of off, err, debug, syslog", exit_usage);
         return static_cast<const Command &>(*line.command).run(options);

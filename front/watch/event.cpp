@@ -37,6 +37,16 @@ constexpr std::array<KindWords, event_kind_count> kinds{{
     {"upgrade_failed", "was not upgraded"},
 }};
 
+// Returns the words for several subjects: "are offline" for "is offline".
+std::string plural_of(std::string_view words)
+{
+    static constexpr std::pair<std::string_view, std::string_view> verbs[] = {
+        {"is ", "are "}, {"has ", "have "}, {"was ", "were "}, {"waits ", "wait "}};
+    for (const auto &[one, several] : verbs)
+        if (words.starts_with(one)) return std::string(several).append(words.substr(one.size()));
+    return std::string(words);
+}
+
 std::string subject_of(const Event &event)
 {
     const std::string port = std::to_string(event.port);
@@ -66,8 +76,9 @@ std::optional<EventKind> event_kind(std::string_view name)
 
 std::string sentence_of(const Event &event)
 {
+    const std::string_view words = kinds[static_cast<size_t>(event.kind)].words;
     std::string sentence = event.olt + ": " + subject_of(event) + " ";
-    sentence += kinds[static_cast<size_t>(event.kind)].words;
+    sentence += event.count > 1 ? plural_of(words) : words;
     if (!event.detail.empty()) sentence += ": " + event.detail;
     if (event.measure) {
         char power[32];

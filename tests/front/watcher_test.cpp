@@ -143,9 +143,9 @@ TEST_F(Observed, ACutFeederIsOneEvent)
     happened();
     onus(down);
     alarms(raised);
-    EXPECT_THAT(happened(), ElementsAre("north: 128 ONUs of port 1 (1-128) is offline, port_los",
+    EXPECT_THAT(happened(), ElementsAre("north: 128 ONUs of port 1 (1-128) are offline, port_los",
                                         "north: port 1 has an alarm: port_los, fibre at feeder",
-                                        "north: 128 ONUs of port 1 (1-128) has an alarm: los, port_los"));
+                                        "north: 128 ONUs of port 1 (1-128) have an alarm: los, port_los"));
 }
 
 TEST_F(Observed, LightIsLowUntilItIsWellBeyondTheLimit)

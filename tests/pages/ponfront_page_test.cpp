@@ -1,0 +1,62 @@
+// These tests check that the pages of ponfront, which are written by hand, have everything that the program has, and
+// nothing else.
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "collector/snapshot.h"
+#include "shell.h"
+
+namespace
+{
+
+using Names = std::set<std::string>;
+
+std::string text_of(const char *file)
+{
+    std::ifstream in(file);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// Returns what the groups of an expression match in a text, one group for each match.
+Names found(const std::string &text, const char *expression)
+{
+    const std::regex wanted(expression);
+    Names names;
+    for (std::sregex_iterator match(text.begin(), text.end(), wanted), end; match != end; ++match)
+        names.insert((*match)[1]);
+    return names;
+}
+
+TEST(PonfrontPages, AreGoodMdoc)
+{
+    EXPECT_EQ(complaints_about(PAGE), "");
+    EXPECT_EQ(complaints_about(CONFIGURATION_PAGE), "");
+}
+
+TEST(PonfrontPages, DescribeTheOptionsThatThereAre)
+{
+    const Names options = found(output_of(PONFRONT " --help"), "--([a-z]+)(?=[ ,]|\\n)");
+    EXPECT_EQ(found(text_of(PAGE), "\n\\.It (?:Fl h , )?Fl -([a-z]+)"), options);
+}
+
+TEST(PonfrontPages, HaveThePeriodOfEachTable)
+{
+    const std::string page = text_of(CONFIGURATION_PAGE);
+    for (const front::TableKind &kind : front::table_kinds()) {
+        const std::string entry = std::string(".It Cm ") + kind.name + "\n";
+        const size_t start = page.find(entry, page.find(".Ss [periods]"));
+        ASSERT_NE(start, page.npos) << kind.name;
+        const size_t line = start + entry.size();
+        EXPECT_THAT(page.substr(line, page.find('\n', line) - line),
+                    testing::EndsWith(": " + std::to_string(kind.period) + "."))
+            << kind.name;
+    }
+}
+
+} // namespace
