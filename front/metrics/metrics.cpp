@@ -226,6 +226,7 @@ void Writer::write_onu_light()
     struct Family {
         const char *name, *help;
         std::optional<double> Light::*value;
+        double scale = 1;
     };
     static constexpr Family families[] = {
         {"pon_onu_receive_power_dbm", "Power that the ONU receives from the OLT.", &Light::rx_power},
@@ -233,11 +234,14 @@ void Writer::write_onu_light()
         {"pon_onu_transmit_power_dbm", "Power that the ONU launches.", &Light::tx_power},
         {"pon_onu_temperature_celsius", "Temperature of the ONU's transceiver.", &Light::temperature},
         {"pon_onu_supply_volts", "Supply voltage of the ONU's transceiver.", &Light::voltage},
-        {"pon_onu_bias_milliamperes", "Bias of the ONU's laser.", &Light::bias},
+        {"pon_onu_bias_amperes", "Bias of the ONU's laser.", &Light::bias, 0.001},
     };
     for (const Family &family : families)
         onu_family(Table::optics, &Snapshot::optics, family.name, MetricType::gauge, family.help,
-                   [&](const Light &row) { return row.*family.value; });
+                   [&](const Light &row) {
+                       const std::optional<double> &value = row.*family.value;
+                       return value ? std::optional(*value * family.scale) : std::nullopt;
+                   });
 }
 
 void Writer::write_onu_counters()

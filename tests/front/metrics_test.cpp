@@ -49,6 +49,7 @@ std::shared_ptr<Snapshot> an_olt()
     light.pon_port = 1;
     light.onu_id = 5;
     light.olt_rx_power = -21.5;
+    light.bias = 12;
     snapshot->optics = optics;
 
     auto counters = std::make_shared<Rows<PortCounters>>();
@@ -80,6 +81,7 @@ TEST(Metrics, AreThoseOfPortsOnusAndLight)
                       HasSubstr("pon_onu_up{olt=\"north\",port=\"1\",onu=\"5\"} 1\n"),
                       HasSubstr("pon_onu_distance_meters{olt=\"north\",port=\"1\",onu=\"5\"} 1200\n"),
                       HasSubstr("pon_olt_receive_power_dbm{olt=\"north\",port=\"1\",onu=\"5\"} -21.5\n"),
+                      HasSubstr("pon_onu_bias_amperes{olt=\"north\",port=\"1\",onu=\"5\"} 0.012\n"),
                       HasSubstr("pon_port_receive_octets_total{olt=\"north\",port=\"1\"} 7000000000\n"),
                       HasSubstr("pon_uplink_transmit_discarded_frames_total{olt=\"north\",port=\"2\"} 3\n"),
                       HasSubstr("pon_table_age_seconds{olt=\"north\",table=\"onus\"} 2\n"),

@@ -100,7 +100,8 @@ def check_live(
             log=log,
         )
     metrics = patiently(
-        lambda: fetched(f"http://127.0.0.1:{front}/metrics"), lambda text: 'table="capabilities"' in text
+        lambda: fetched(f"http://127.0.0.1:{front}/metrics"),
+        lambda text: 'table="capabilities"' in text and "pon_onu_bias_amperes{" in text,
     )
     promtool("check", "metrics", given=metrics)
 
