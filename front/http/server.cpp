@@ -43,12 +43,19 @@ Address address_of(const std::string &text, uint16_t port)
     return address;
 }
 
-MHD_Result send_response(MHD_Connection *connection, const HttpResponse &response)
+void drop_body(void *body)
 {
-    // The library only reads the body, which it copies.
-    MHD_Response *const made = MHD_create_response_from_buffer(
-        response.body.size(), const_cast<char *>(response.body.data()), MHD_RESPMEM_MUST_COPY);
+    delete static_cast<std::string *>(body);
+}
+
+MHD_Result send_response(MHD_Connection *connection, HttpResponse response)
+{
+    // A body can be long: the library has it until it is sent.
+    auto body = std::make_unique<std::string>(std::move(response.body));
+    MHD_Response *const made =
+        MHD_create_response_from_buffer_with_free_callback_cls(body->size(), body->data(), drop_body, body.get());
     if (!made) return MHD_NO;
+    static_cast<void>(body.release());
     MHD_add_response_header(made, MHD_HTTP_HEADER_CONTENT_TYPE, response.type.c_str());
     MHD_add_response_header(made, "X-Content-Type-Options", "nosniff");
     if (response.status == MHD_HTTP_METHOD_NOT_ALLOWED)

@@ -1,12 +1,14 @@
 // These tests run ponfront against a simulated OLT, as a monitoring system sees it.
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "bsp_pon.h"
+#include "collector/snapshot.h"
 #include "http_client.h"
 #include "ponfront.h"
 #include "simulator.h"
@@ -68,6 +70,26 @@ TEST_F(Served, HasTheMetricsOfTheOlt)
                 AllOf(HasSubstr("Content-Type: application/openmetrics-text"), HasSubstr("\n# EOF\n")));
     EXPECT_THAT(http_get(port, "/nothing"), StartsWith("HTTP/1.1 404 "));
     EXPECT_EQ(front.end(SIGTERM), 0);
+}
+
+TEST_F(Served, AsksTheOltNoMoreOftenForManyClients)
+{
+    std::string periods = "[periods]\n";
+    for (const front::TableKind &kind : front::table_kinds())
+        periods += std::string(kind.name) + " = \"1h\"\n";
+    std::ofstream(file) << periods << "[http]\nlisten = \"127.0.0.1:0\"\n";
+    const std::string recording = Simulator::folder() + "/recording";
+    setenv("BOARD_IPC_TRACE", recording.c_str(), 1);
+    Ponfront front({"--config", file});
+    unsetenv("BOARD_IPC_TRACE");
+    const uint16_t port = front.port();
+    metrics_with(port, "pon_table_reads_total{olt=\"olt\",table=\"capabilities\"} 1\n");
+    const auto recorded = std::filesystem::file_size(recording);
+    EXPECT_GT(recorded, 0u);
+    for (int scrape = 0; scrape < 100; ++scrape)
+        http_get(port, "/metrics");
+    EXPECT_EQ(std::filesystem::file_size(recording), recorded) << "there were more exchanges";
+    std::remove(recording.c_str());
 }
 
 TEST_F(Served, TellsWhoIsBoundAndWhatHappenedMeanwhile)

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <string>
 
@@ -13,3 +14,18 @@ inline size_t open_files(pid_t process)
     const std::filesystem::directory_iterator files("/proc/" + std::to_string(process) + "/fd");
     return static_cast<size_t>(std::distance(begin(files), end(files)));
 }
+
+// Returns the memory of a process in KiB.
+inline size_t memory_of(pid_t process)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmRSS:")) return std::stoul(line.substr(6));
+    return 0;
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool keeps_what_is_freed = true; // the sanitizer's allocator keeps it
+#else
+inline constexpr bool keeps_what_is_freed = false;
+#endif

@@ -45,7 +45,7 @@ Simulator::~Simulator()
 {
     if (pid) kill();
     for (const char *suffix : {"", "-wal", "-shm"})
-        std::filesystem::remove(state + suffix);
+        std::filesystem::remove_all(state + suffix);
 }
 
 const std::string &Simulator::folder()

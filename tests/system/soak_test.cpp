@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
-#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -32,12 +31,6 @@ constexpr uint32_t clients = 8;
 constexpr uint32_t onus = 8; // on each port
 constexpr uint64_t rounds = 20;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool keeps_what_is_freed = true; // the sanitizer's allocator keeps it
-#else
-constexpr bool keeps_what_is_freed = false;
-#endif
-
 uint64_t wanted_exchanges()
 {
     const char *wanted = std::getenv("SOAK_EXCHANGES");
@@ -53,15 +46,6 @@ bool comes_back_to(pid_t process, size_t files)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return false;
-}
-
-// Returns the memory of a process in KiB.
-size_t memory_of(pid_t process)
-{
-    std::ifstream status("/proc/" + std::to_string(process) + "/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with("VmRSS:")) return std::stoul(line.substr(6));
-    return 0;
 }
 
 // A Client is alone on its port, so that each of its calls has one correct answer.

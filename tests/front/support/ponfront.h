@@ -19,6 +19,7 @@ public:
     std::string expect(const std::string &text);
     // Waits until it listens, and returns the port.
     uint16_t port();
+    pid_t process() const { return child; }
     void send(int signal) const;
     // Sends the signal, or none for 0, and waits for the end. Returns the exit status, or a signal as a negative
     // number.

@@ -1,0 +1,110 @@
+// In this test ten scrapers read full OLTs through ponfront, while the OLTs die and come back. Nothing that
+// ponfront holds grows.
+//
+// SOAK_SCRAPES says how many scrapes there are. Without it there are so few that every run of the tests can make them.
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "http_client.h"
+#include "ponfront.h"
+#include "resources.h"
+#include "simulator.h"
+
+namespace
+{
+
+using testing::HasSubstr;
+
+// A sanitizer makes the simulator slow.
+constexpr int olts = keeps_what_is_freed ? 1 : 5;
+constexpr int ports = 16, onus = 128, scrapers = 10, rounds = 3;
+
+int wanted_scrapes()
+{
+    const char *wanted = std::getenv("SOAK_SCRAPES");
+    return wanted ? std::atoi(wanted) : 80;
+}
+
+std::string scenario()
+{
+    const std::string file = Simulator::folder() + "/full.toml";
+    std::ofstream(file) << "[service.home]\nbound = true\n[[olt]]\nname = \"olt\"\ncount = " << olts
+                        << "\nports = " << ports << "\n[[olt.port]]\nnumbers = \"1-" << ports
+                        << "\"\n[[olt.port.onu]]\nname = \"a\"\nservice = \"home\"\ncount = " << onus << "\n";
+    return file;
+}
+
+std::string configuration()
+{
+    const std::string file = Simulator::folder() + "/front.toml";
+    std::ofstream written(file);
+    for (int olt = 1; olt <= olts; ++olt)
+        written << "[[olt]]\nname = \"olt-" << olt << "\"\nsocket_dir = \"" << Simulator::folder() << "/ipc/olt-" << olt
+                << "\"\n";
+    written << "[periods]\nonus = 1\nalarms = 1\nports = 1\noptics = 1\n[http]\nlisten = \"127.0.0.1:0\"\n";
+    return file;
+}
+
+size_t online_in(const std::string &page)
+{
+    size_t count = 0;
+    for (size_t at = 0; (at = page.find("\npon_onu_up{", at)) != page.npos; ++at)
+        count += page.compare(page.find(' ', at), 3, " 1\n") == 0;
+    return count;
+}
+
+// Waits until all ONUs are online, for two minutes at most.
+void wait_for_all(uint16_t port)
+{
+    size_t online = 0;
+    for (int tries = 0; tries < 1200 && online < size_t{olts} * ports * onus; ++tries) {
+        online = online_in(http_get(port, "/metrics"));
+        usleep(100'000);
+    }
+    EXPECT_EQ(online, size_t{olts} * ports * onus);
+}
+
+void scrape(uint16_t port, int times)
+{
+    std::vector<std::thread> threads;
+    for (int scraper = 0; scraper < scrapers; ++scraper)
+        threads.emplace_back([port, times] {
+            for (int i = 0; i < times / scrapers / rounds; ++i)
+                EXPECT_THAT(http_get(port, "/metrics"),
+                            HasSubstr("pon_table_reads_total{olt=\"olt-1\",table=\"onus\"} "));
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+}
+
+TEST(FrontSoak, NothingGrows)
+{
+    Simulator simulator({"--scenario", scenario(), "--fresh"});
+    Ponfront front({"--config", configuration()});
+    const uint16_t port = front.port();
+    wait_for_all(port);
+    size_t files = 0, memory = 0; // after the first round, which needs what the later ones need
+    for (int round = 0; round < rounds; ++round) {
+        simulator.kill();
+        scrape(port, wanted_scrapes());
+        simulator.start();
+        wait_for_all(port);
+        scrape(port, wanted_scrapes());
+        if (round > 0) continue;
+        files = open_files(front.process());
+        memory = memory_of(front.process());
+    }
+    EXPECT_LE(open_files(front.process()), files);
+    if (!keeps_what_is_freed) {
+        EXPECT_LT(memory_of(front.process()), memory + memory / 4) << "KiB, of which there were " << memory;
+    }
+    EXPECT_EQ(front.end(SIGTERM), 0);
+}
+
+} // namespace
