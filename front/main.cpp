@@ -116,6 +116,8 @@ int run(const Options &options)
 
 int main(int argc, char **argv)
 {
+    // What the client library logs of each exchange that fails is said once by this program.
+    setenv("BOARD_LOG", "off", 0);
     Options options;
     Command program("ponfront", description);
     program.footer = examples;

@@ -24,11 +24,11 @@ std::string_view word_of(LogLevel level)
     case LogLevel::info:
         break;
     case LogLevel::warning:
-        return "warning";
+        return "WARNING";
     case LogLevel::error:
-        return "error";
+        return "ERROR";
     }
-    return "info";
+    return "INFO";
 }
 
 // Returns the time in the form of RFC 3339, in UTC.
@@ -72,7 +72,7 @@ void log_line(LogLevel level, std::string_view said)
         line.assign(buffer.GetString(), buffer.GetSize());
     } else {
         line = time_now() + " ponfront[" + std::to_string(getpid()) + "] ";
-        line.append(word_of(level)).append(": ").append(text::printable(said));
+        line.append(word_of(level)).append(" ").append(text::printable(said));
     }
     line.push_back('\n');
     std::fwrite(line.data(), 1, line.size(), stderr);

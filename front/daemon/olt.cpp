@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "board/service.h"
+#include "collector/read_table.h"
 #include "daemon/log.h"
 
 namespace front
@@ -52,9 +53,27 @@ void Olt::run()
     }
 }
 
+// Says once that a table cannot be read. That the OLT does not answer at all is an event.
+void Olt::tell_failures(const Snapshot &snapshot)
+{
+    for (const TableKind &kind : table_kinds()) {
+        const std::string &error = snapshot.state(kind.table).error;
+        std::string &said = failures[static_cast<size_t>(kind.table)];
+        if (error == said || error == NoAnswer().what()) continue;
+        const std::string table = olt.name + ": the table " + kind.name;
+        if (error.empty())
+            log_line(LogLevel::info, table + " can be read again");
+        else
+            log_line(LogLevel::warning, table + " cannot be read: " + error);
+        said = error;
+    }
+}
+
 void Olt::look()
 {
-    Watcher::Found found = watcher.look(*collector.snapshot(), time_now().unix_time);
+    const std::shared_ptr<const Snapshot> snapshot = collector.snapshot();
+    tell_failures(*snapshot);
+    Watcher::Found found = watcher.look(*snapshot, time_now().unix_time);
     try {
         history.keep(olt.name, watcher.what_is_known(), found);
         history_fails = false;

@@ -35,12 +35,14 @@ public:
 private:
     void run();
     void look();
+    void tell_failures(const Snapshot &snapshot);
 
     const OltSettings olt;
     Collector collector;
     History &history;
     Watcher watcher;
-    bool history_fails = false; // which is said once
+    bool history_fails = false;                      // which is said once
+    std::array<std::string, table_count> failures{}; // of tables, as they were said last
     std::atomic<Steady> turn;
 
     std::mutex guard;

@@ -9,6 +9,7 @@
 
 #include "bsp_pon.h"
 #include "collector/snapshot.h"
+#include "control.h"
 #include "http_client.h"
 #include "ponfront.h"
 #include "simulator.h"
@@ -119,11 +120,20 @@ TEST_F(Served, SaysThatAnOltDoesNotAnswerAndGoesOnWhenItDoes)
     metrics_with(port, "pon_olt_up{olt=\"north\"} 1\n");
 }
 
+TEST_F(Served, SaysOnceThatATableCannotBeRead)
+{
+    control("fault status 4002 command=383");
+    Ponfront front({"--config", configured()});
+    front.expect("WARNING north: the table onus cannot be read: the OLT answers with status 4002");
+    control("fault clear");
+    front.expect("INFO north: the table onus can be read again");
+}
+
 TEST_F(Served, ReadsItsConfigurationAgain)
 {
     Ponfront front({"--config", configured()});
     const uint16_t port = front.port();
-    metrics_with(port, "pon_onu_up");
+    metrics_with(port, "pon_olt_up{olt=\"north\"} 1\n");
     configured("[metrics]\nonus = \"none\"\n");
     front.send(SIGHUP);
     front.expect("goes on by the configuration");
@@ -151,7 +161,7 @@ TEST_F(Served, ChecksItsConfiguration)
 TEST_F(Served, LogsObjectsOnDemand)
 {
     Ponfront front({"--config", configured(), "--log", "json"});
-    EXPECT_THAT(front.expect("listening on"), AllOf(StartsWith("{\"time\":\"20"), HasSubstr("\"level\":\"info\"")));
+    EXPECT_THAT(front.expect("listening on"), AllOf(StartsWith("{\"time\":\"20"), HasSubstr("\"level\":\"INFO\"")));
 }
 
 } // namespace

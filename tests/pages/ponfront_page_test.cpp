@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -15,22 +14,10 @@
 namespace
 {
 
-using Names = std::set<std::string>;
-
 std::string text_of(const char *file)
 {
     std::ifstream in(file);
     return {std::istreambuf_iterator<char>(in), {}};
-}
-
-// Returns what the groups of an expression match in a text, one group for each match.
-Names found(const std::string &text, const char *expression)
-{
-    const std::regex wanted(expression);
-    Names names;
-    for (std::sregex_iterator match(text.begin(), text.end(), wanted), end; match != end; ++match)
-        names.insert((*match)[1]);
-    return names;
 }
 
 TEST(PonfrontPages, AreGoodMdoc)

@@ -2,7 +2,6 @@
 // nothing else.
 #include <algorithm>
 #include <fstream>
-#include <regex>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -12,18 +11,6 @@
 
 namespace
 {
-
-using Names = std::set<std::string>;
-
-// Returns what the groups of an expression match in a text, one group for each match.
-Names found(const std::string &text, const char *expression)
-{
-    const std::regex wanted(expression);
-    Names names;
-    for (std::sregex_iterator match(text.begin(), text.end(), wanted), end; match != end; ++match)
-        names.insert((*match)[1]);
-    return names;
-}
 
 // Returns the source of the page.
 std::string page()

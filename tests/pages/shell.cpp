@@ -1,5 +1,7 @@
 #include "shell.h"
 
+#include <regex>
+
 #include <cstdio>
 #include <sstream>
 #include <stdexcept>
@@ -41,4 +43,13 @@ std::vector<std::string> lines_of(const std::string &text)
     for (std::string line; std::getline(in, line);)
         lines.push_back(line);
     return lines;
+}
+
+Names found(const std::string &text, const char *expression)
+{
+    const std::regex wanted(expression);
+    Names names;
+    for (std::sregex_iterator match(text.begin(), text.end(), wanted), end; match != end; ++match)
+        names.insert((*match)[1]);
+    return names;
 }

@@ -1,6 +1,7 @@
 // This file returns what other programs print.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,3 +13,7 @@ std::string rendered(const std::string &page);
 std::string complaints_about(const std::string &page);
 
 std::vector<std::string> lines_of(const std::string &text);
+
+using Names = std::set<std::string>;
+// Returns what the groups of an expression match in a text, one group for each match.
+Names found(const std::string &text, const char *expression);
