@@ -38,9 +38,20 @@ struct Options {
     std::string config; // empty: the default file, if there is one
     bool check = false;
     std::string log = "lines";
+    std::string onus; // how much is told of each; empty: as the configuration says
 };
 
 using Command = command_line::Command<int(const Options &)>;
+
+std::string say_unless_detail(const std::string &text)
+{
+    return front::onu_detail(text) ? "" : "expected none, state, optics or all";
+}
+
+std::string say_unless_form(const std::string &text)
+{
+    return text == "lines" || text == "json" ? "" : "expected lines or json";
+}
 
 int fail(const std::string &reason, int status)
 {
@@ -48,11 +59,18 @@ int fail(const std::string &reason, int status)
     return status;
 }
 
-front::Configuration read(const Options &options)
+front::Configuration read_file(const std::string &file)
 {
-    if (!options.config.empty()) return front::read_configuration_file(options.config);
+    if (!file.empty()) return front::read_configuration_file(file);
     if (access(default_file, F_OK) != 0) return front::default_configuration();
     return front::read_configuration_file(default_file);
+}
+
+front::Configuration read(const Options &options)
+{
+    front::Configuration configuration = read_file(options.config);
+    if (const auto detail = front::onu_detail(options.onus)) configuration.onus = *detail;
+    return configuration;
 }
 
 // Tells the service manager that the program lives, as often as it wants to know.
@@ -127,7 +145,13 @@ int main(int argc, char **argv)
                    "print the version");
     program.option("--config", &options.config, std::string("configuration; ") + default_file + " by default", "FILE");
     program.option("--check", &options.check, "only say whether the configuration is right");
-    program.option("--log", &options.log, "form of the log on standard error", "lines|json").shows_default("lines");
+    program
+        .option("--onus", &options.onus, "how much metrics tell of each ONU; as the configuration says by default",
+                "none|state|optics|all")
+        .is_checked_by(say_unless_detail);
+    program.option("--log", &options.log, "form of the log on standard error", "lines|json")
+        .is_checked_by(say_unless_form)
+        .shows_default("lines");
     try {
         const command_line::Line line =
             command_line::parse(program, {argv + 1, argv + argc}, command_line::Manner::wide);

@@ -1,6 +1,5 @@
 #include "daemon/configuration.h"
 
-#include <array>
 #include <charconv>
 #include <fstream>
 #include <iterator>
@@ -127,9 +126,8 @@ Configuration read_configuration(std::string_view text, const std::string &name)
         if (!http->flag_or("enabled", true)) configuration.http.reset();
     }
     if (const auto metrics = file.table("metrics")) {
-        static constexpr std::array<std::string_view, 4> details{"none", "state", "optics", "all"};
         configuration.onus =
-            static_cast<OnuDetail>(metrics->choice_or("onus", details, static_cast<size_t>(configuration.onus)));
+            static_cast<OnuDetail>(metrics->choice_or("onus", onu_details(), static_cast<size_t>(configuration.onus)));
     }
     return configuration;
 }

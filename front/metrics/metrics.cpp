@@ -286,6 +286,20 @@ void Writer::write_tables()
 
 } // namespace
 
+std::span<const std::string_view> onu_details()
+{
+    static constexpr std::string_view words[] = {"none", "state", "optics", "all"};
+    return words;
+}
+
+std::optional<OnuDetail> onu_detail(std::string_view word)
+{
+    const auto words = onu_details();
+    const auto found = std::ranges::find(words, word);
+    if (found == words.end()) return std::nullopt;
+    return static_cast<OnuDetail>(found - words.begin());
+}
+
 std::string metrics_text(std::span<const OltSnapshot> olts, OnuDetail detail, Format format, UnixTime now)
 {
     Writer writer(olts, format, now);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -13,6 +14,10 @@ namespace front
 
 // How much of each ONU is told: nothing; that it is up, and what it is; its light too; its counters too.
 enum class OnuDetail : uint8_t { none, state, optics, all };
+
+// Returns the words for these, in their order, and one by its word.
+std::span<const std::string_view> onu_details();
+std::optional<OnuDetail> onu_detail(std::string_view word);
 
 struct OltSnapshot {
     std::string name;

@@ -158,6 +158,15 @@ TEST_F(Served, ChecksItsConfiguration)
     EXPECT_EQ(missing.end(), 2);
 }
 
+TEST_F(Served, TellsAsMuchOfOnusAsItsCommandLineSays)
+{
+    Ponfront front({"--config", configured(), "--onus", "none"});
+    EXPECT_THAT(metrics_with(front.port(), "pon_olt_up{olt=\"north\"} 1\n"), Not(HasSubstr("pon_onu_")));
+    Ponfront wrong({"--onus", "few"});
+    wrong.expect("expected none, state, optics or all");
+    EXPECT_EQ(wrong.end(), 2);
+}
+
 TEST_F(Served, LogsObjectsOnDemand)
 {
     Ponfront front({"--config", configured(), "--log", "json"});
