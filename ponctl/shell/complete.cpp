@@ -218,17 +218,17 @@ private:
 
     Candidates ports() const { return listed(ask, {"port", "list"}, "pon_port", {"bound", "online", "waiting"}); }
 
-    bool of_black_list() const { return walk.command().name == "allow"; }
+    bool of_blacklist() const { return walk.command().name == "allow"; }
 
     Candidates of_onus(const std::string &port, const char *column, const std::vector<const char *> &about) const
     {
-        Words command = of_black_list() ? Words{"blacklist"} : Words{"onu", "list"};
+        Words command = of_blacklist() ? Words{"blacklist"} : Words{"onu", "list"};
         if (!port.empty()) command.push_back(port);
         return listed(ask, command, column, about);
     }
     Candidates ids(const std::string &port) const
     {
-        return of_onus(port, of_black_list() ? "id" : "onu_id", {"mac", "state", "description"});
+        return of_onus(port, of_blacklist() ? "id" : "onu_id", {"mac", "state", "description"});
     }
     Candidates macs(const std::string &port) const { return of_onus(port, "mac", {"onu_id", "state", "description"}); }
 

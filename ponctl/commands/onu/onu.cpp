@@ -439,7 +439,7 @@ void add_onu(Program &program)
         "onu",
         "Lists, shows, explains, binds, releases, confirms, reboots and rejects ONUs; asks and sets remote ONUs");
     for (const auto add : {add_list, add_find, add_why, add_show, add_bind, add_release, add_confirm, add_reboot,
-                           add_describe, add_black_list, add_import})
+                           add_describe, add_blacklisting, add_import})
         add(onu);
     add_watch(program, onu);
     Command &image = add_queries(onu);

@@ -127,7 +127,7 @@ private:
         return exit_success;
     }
 
-    // An ONU on the black list is not among those of its port.
+    // An ONU on the blacklist is not among those of its port.
     ExitCode find_rejected(const std::string &who, const std::string &nothing_found)
     {
         const Invocation listed("bsp_pon_get_onu_blacklist", {"record.pon_port=0"}, consent());

@@ -244,7 +244,7 @@ TEST(Tab, DoesNothingInAComment)
 TEST(HelpAtTheCursor, NamesCommandsWithTheirHelp)
 {
     EXPECT_THAT(help_at("onu re", an_olt),
-                AllOf(HasSubstr("  reject   Puts ONUs on the black list"), HasSubstr("  release  Releases the binding"),
+                AllOf(HasSubstr("  reject   Puts ONUs on the blacklist"), HasSubstr("  release  Releases the binding"),
                       Not(HasSubstr("list\n"))));
 }
 
