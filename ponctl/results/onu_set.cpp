@@ -175,8 +175,7 @@ std::function<void(const std::deque<OnuCalls> &, bool several)> statuses_on(cons
                 json->StartObject();
                 json.member("onu", onu);
                 json.member("operation", called.operation().name);
-                json.key("ipc_result");
-                json->Int(called.exchange().result);
+                json.ipc_result(called.exchange().result);
                 json.status(called.status());
                 json->EndObject();
             }

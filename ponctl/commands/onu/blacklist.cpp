@@ -32,7 +32,8 @@ ExitCode reject_by_mac(const Output &output, const RejectOptions &options, const
     if (!options.ids.empty()) throw UsageError("--mac: not together with ids");
     const std::string mac = text::mac_text(parse_mac("--mac", options.mac));
     check_text("--text", options.text, longest_entry_text);
-    ask_before("bsp_pon_blacklist_add_onu_auto_id", "rejecting ONU " + mac + " at port " + port);
+    ask_about("bsp_pon_blacklist_add_onu_auto_id", "rejecting ONU " + mac + " at port " + port, Effect::offline,
+              parse_number("PORT", port), [&mac](const Hit &onu) { return onu.mac == mac; });
     return run_call(output, "bsp_pon_blacklist_add_onu_auto_id",
                     words_of({{"pon_port", port}, {"mac", mac}, {"text", options.text}}));
 }
