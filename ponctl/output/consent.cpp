@@ -27,7 +27,8 @@ using namespace std::string_view_literals;
 bool consented = false;
 std::vector<KeptRequest> kept;
 std::string previews;
-std::vector<Hit> expected; // hits of the requests that follow
+std::vector<Hit> expected;  // hits of the requests that follow
+std::optional<HitOnu> only; // the one of them that is hit now
 
 Reading reading_of(const call::PermissionRequest &sent)
 {
@@ -88,11 +89,21 @@ std::string target_of(const call::PermissionRequest &sent, const Reading &reques
     return target;
 }
 
+bool is_only(const Hit &hit)
+{
+    return hit.port == only->port && hit.id == only->id;
+}
+
 // Returns those of the expected hits that a request names: by id, as one of a set or by MAC address. A request that
 // names no ONU hits all of them.
 std::vector<Hit> hits_of(const call::PermissionRequest &sent)
 {
     const Exchange &exchange = sent.exchange;
+    std::vector<Hit> named;
+    if (only) {
+        std::ranges::copy_if(expected, std::back_inserter(named), is_only);
+        return named;
+    }
     if (!exchange.record || !exchange.channel) return expected;
     const Reading request = reading_of(sent);
     const Field *id = naming_field(sent, request, onu_fields), *set = first_field(request, set_fields_of_onus),
@@ -105,7 +116,6 @@ std::vector<Hit> hits_of(const call::PermissionRequest &sent)
         if (id) return hit.id && text_of(request, *id) == std::to_string(*hit.id);
         return !mac;
     };
-    std::vector<Hit> named;
     std::ranges::copy_if(expected, std::back_inserter(named), is_named);
     return named;
 }
@@ -193,6 +203,17 @@ void expect_hits(std::vector<Hit> hits)
     expected = std::move(hits);
 }
 
+void narrow_hits(const std::optional<HitOnu> &onu)
+{
+    only = onu;
+}
+
+void expect_changes(const std::vector<Change> &changes)
+{
+    for (Hit &hit : expected)
+        if (only && is_only(hit)) hit.changes = changes;
+}
+
 void ask_before(std::string_view name, const std::string &action, const MakePreview &preview)
 {
     const catalogue::Operation *operation = catalogue::find_operation(name);
@@ -220,6 +241,7 @@ std::string take_previews()
 std::vector<KeptRequest> take_kept_requests()
 {
     expected.clear();
+    only.reset();
     return std::exchange(kept, {});
 }
 

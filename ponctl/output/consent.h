@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,10 @@ bool may_ask();
 void ask_before(std::string_view name, const std::string &action, const MakePreview &preview = {});
 // Says which ONUs the requests that follow hit, in place of those of the last preview. A dry run shows them.
 void expect_hits(std::vector<Hit> hits);
+// Says that the requests that follow hit only this ONU of the expected ones, until nothing is given.
+void narrow_hits(const std::optional<HitOnu> &onu);
+// Says what becomes different of the ONU to which the hits are narrowed.
+void expect_changes(const std::vector<Change> &changes);
 
 // Every call of the tool asks this permission: the command line's consent for a request that affects service. A request
 // whose command the catalogue does not know counts as one that affects service, unless it only asks for an answer. In a

@@ -18,6 +18,11 @@ struct Change {
     std::string field, before, after;
 };
 
+// A HitOnu names a bound ONU.
+struct HitOnu {
+    uint32_t port, id;
+};
+
 // A Hit is an ONU that is about to be hit. Its texts are empty where nothing is known.
 struct Hit {
     uint32_t port = 0;

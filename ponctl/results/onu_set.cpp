@@ -143,8 +143,10 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
             if (!holds(ids, id)) continue;
             const Onu onu{set.port, id};
             progress.next(onu);
+            narrow_hits(HitOnu{onu.port, onu.id});
             act(onu, asked.emplace_back(onu.name()).calls);
         }
+        narrow_hits(std::nullopt);
     }
     show(asked, several);
     std::fflush(stdout);
