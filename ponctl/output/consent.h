@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "call/exchange.h"
+#include "hits/hit.h"
 #include "output/exit_code.h"
-#include "output/hit.h"
 
 namespace ponctl
 {

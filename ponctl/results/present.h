@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "call/invocation.h"
-#include "output/hit.h"
+#include "hits/hit.h"
 #include "results/onu_set.h"
 
 namespace ponctl

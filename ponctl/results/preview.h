@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "output/hit.h"
+#include "hits/hit.h"
 #include "output/table.h"
 #include "results/onu_set.h"
 

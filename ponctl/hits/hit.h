@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "call/json.h"
-#include "output/exit_code.h"
 
 namespace ponctl
 {
@@ -39,6 +38,6 @@ struct Hit {
 std::string changes_text(std::span<const Change> changes);
 
 // Writes the ONUs as an array.
-void write_hits(JsonText &json, std::span<const Hit> hits);
+void write_hits(call::JsonText &json, std::span<const Hit> hits);
 
 } // namespace ponctl

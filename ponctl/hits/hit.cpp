@@ -1,4 +1,4 @@
-#include "output/hit.h"
+#include "hits/hit.h"
 
 #include "text/words.h"
 
@@ -27,7 +27,7 @@ std::string changes_text(std::span<const Change> changes)
     return texts.empty() ? "nothing" : text::join(texts);
 }
 
-void write_hits(JsonText &json, std::span<const Hit> hits)
+void write_hits(call::JsonText &json, std::span<const Hit> hits)
 {
     json->StartArray();
     for (const Hit &hit : hits) {
