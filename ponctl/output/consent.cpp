@@ -134,6 +134,15 @@ std::string command_text(const Reading &request, const Command *command)
     return code && request.reaches(*code) ? " (command " + text_of(request, *code) + ")" : std::string();
 }
 
+// Keeps a preview in a dry run, which shows it.
+void show_in_dry_run(const MakePreview &preview)
+{
+    if (!mode().dry_run || !preview) return;
+    Preview made = preview();
+    previews += made.text;
+    expect_hits(std::move(made.hits));
+}
+
 class Consent : public call::Permission
 {
 public:
@@ -178,11 +187,7 @@ void start_consent(bool given)
 void ask(const std::string &action, const MakePreview &preview)
 {
     refuse_watched(Class::service_affecting, action);
-    if (mode().dry_run && preview) {
-        Preview made = preview();
-        previews += made.text;
-        expect_hits(std::move(made.hits));
-    }
+    show_in_dry_run(preview);
     if (consented) return;
     if (!may_ask()) throw Refused("--yes: missing; " + action + " needs it when no terminal is there to ask");
     if (preview) std::cerr << text::printable(preview().text, "\n");
@@ -218,7 +223,7 @@ void ask_before(std::string_view name, const std::string &action, const MakePrev
 {
     const catalogue::Operation *operation = catalogue::find_operation(name);
     const Class impact = operation ? operation->impact : catalogue::find_command(name)->impact;
-    if (impact == Class::service_affecting) ask(action, preview);
+    impact == Class::service_affecting ? ask(action, preview) : show_in_dry_run(preview);
 }
 
 call::Permission &consent()

@@ -32,7 +32,8 @@ using MakePreview = std::function<Preview()>;
 void ask(const std::string &action, const MakePreview &preview = {});
 // Returns whether asking can have another end than a refusal: there is consent already, or a terminal to ask at.
 bool may_ask();
-// As above, when an operation or a command of this name affects service.
+// As above, when an operation or a command of this name affects service. When it does not, a dry run shows the preview
+// all the same.
 void ask_before(std::string_view name, const std::string &action, const MakePreview &preview = {});
 // Says which ONUs the requests that follow hit, in place of those of the last preview. A dry run shows them.
 void expect_hits(std::vector<Hit> hits);

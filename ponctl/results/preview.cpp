@@ -130,7 +130,8 @@ void ask_about(std::string_view name, const std::string &action, Effect effect, 
     });
 }
 
-void ask_about(std::string_view name, const std::string &action, Effect effect, const OnuSet &set)
+void ask_about(std::string_view name, const std::string &action, Effect effect, const OnuSet &set,
+               const std::function<std::vector<Change>(const Hit &)> &changes)
 {
     ask_before(name, action, [&] {
         const std::vector<Hit> known = known_onus(set.port);
@@ -142,7 +143,13 @@ void ask_about(std::string_view name, const std::string &action, Effect effect, 
             else if (!set.all && holds(set.ids, id))
                 hits.push_back(unknown_onu({set.port, id}));
         }
-        return preview_of(effect, std::move(hits));
+        std::vector<std::string> about;
+        for (Hit &hit : hits) {
+            if (!changes) break;
+            hit.changes = changes(hit);
+            about.push_back(changes_text(hit.changes));
+        }
+        return preview_of(effect, std::move(hits), about);
     });
 }
 

@@ -32,8 +32,9 @@ struct Planned {
 // Asks before an operation or a command does something to ONUs, if it affects service. The question stands below a list
 // of the ONUs, and in a dry run this list is shown alone. `action` is the question.
 void ask_about(std::string_view name, const std::string &action, Effect effect, const std::vector<Planned> &planned);
-// As above, for all ONUs of a set.
-void ask_about(std::string_view name, const std::string &action, Effect effect, const OnuSet &set);
+// As above, for all ONUs of a set. `changes` says what becomes different of each, if it is given.
+void ask_about(std::string_view name, const std::string &action, Effect effect, const OnuSet &set,
+               const std::function<std::vector<Change>(const Hit &)> &changes = {});
 // As above, for those ONUs of a port that are hit, whether they are bound or wait.
 void ask_about(std::string_view name, const std::string &action, Effect effect, uint32_t port,
                const std::function<bool(const Hit &)> &is_hit);

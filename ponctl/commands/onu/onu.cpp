@@ -338,9 +338,18 @@ ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
         throw UsageError("give PORT ID TEXT, or PORT/IDS TEXT; the TEXT is one word of the command line, quoted");
     const std::string &text = set ? options.id : *options.text;
     check_text("TEXT", text, longest_text);
-    if (set) return tell_onus(output, *set, operation, {"text=" + text});
-    auto words = words_of(
-        {{"pon_port", port_of(options.port)}, {"onu_id", std::to_string(parse_number("ID", options.id, max_onu_id))}});
+    const auto change = [&text](const Hit &onu) -> std::vector<Change> {
+        if (onu.description == text) return {};
+        return {{"description", onu.description, text}};
+    };
+    if (set) {
+        ask_about(operation, "describing " + describe_onu_set(*set), Effect::setting, *set, change);
+        return tell_onus(output, *set, operation, {"text=" + text});
+    }
+    const std::string port = port_of(options.port), id = std::to_string(parse_number("ID", options.id, max_onu_id));
+    const OnuSet one{parse_number("PORT", port), parse_idset("ID", id)};
+    ask_about(operation, "describing " + describe_onu_set(one), Effect::setting, one, change);
+    auto words = words_of({{"pon_port", port}, {"onu_id", id}});
     words.push_back("text=" + text);
     return run_call(output, operation, words);
 }

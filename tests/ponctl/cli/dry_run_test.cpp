@@ -89,6 +89,12 @@ TEST(DryRun, SaysInJsonWhatChangesFromWhatToWhat)
     EXPECT_STREQ(change["field"].GetString(), "mode");
     EXPECT_STREQ(change["before"].GetString(), "disabled");
     EXPECT_STREQ(change["after"].GetString(), "enabled");
+    const FakeService described(rows(384, R"([{"onu_id":5,"mac":"02:00:00:00:00:05","description":"shop"}])"));
+    const auto text = parsed(described.ponctl({"onu", "describe", "1", "5", "bakery", "--dry-run", "-o", "json"}).out);
+    EXPECT_STREQ(text[0]["affects"][0]["changes"][0]["field"].GetString(), "description");
+    EXPECT_STREQ(text[0]["affects"][0]["changes"][0]["before"].GetString(), "shop");
+    EXPECT_STREQ(text[0]["affects"][0]["changes"][0]["after"].GetString(), "bakery");
+    EXPECT_TRUE(described.settings().empty());
     const FakeService slas(by_command(
         {{470, bytes(answer_to("BSP_CMD_SLA_GET", {{"fixed", 50}, {"maximum", 9000}}))},
          {384, rows(384, R"([{"onu_id":3,"mac":"02:00:00:00:00:03"},{"onu_id":4,"mac":"02:00:00:00:00:04"}])")}}));
