@@ -6,6 +6,8 @@
 #include "board/datastore.h"
 #include "board/util.h"
 #include "call/codec/errors.h"
+#include "call/codec/meaning.h"
+#include "call/codec/numbers.h"
 #include "text/words.h"
 
 namespace call
@@ -176,6 +178,16 @@ bool is_command(const Operation &operation, const Argument &argument)
     return argument.field && argument.field == operation.record->command;
 }
 
+const catalogue::Field *named_values_of(const Operation &operation, const Argument &argument)
+{
+    const catalogue::Layout *layout = operation.command ? catalogue::find_layout(*operation.command) : nullptr;
+    if (!layout || layout->record != operation.record || !is_number(argument) || !argument.field) return nullptr;
+    const auto found = std::ranges::find_if(layout->fields, [&argument](const catalogue::Field &field) {
+        return field.offset == argument.field->offset && !value_words(field).empty();
+    });
+    return found == layout->fields.end() ? nullptr : &*found;
+}
+
 std::vector<const catalogue::Field *> fields_of(const Operation &operation, const Argument &argument)
 {
     if (!argument.picked.empty()) return {argument.picked.begin(), argument.picked.end()};
@@ -219,6 +231,17 @@ size_t index_of(const Operation &operation, const std::string &name)
         if (argument.name == name && !is_output(argument)) return index;
     }
     refuse_unknown(operation, name);
+}
+
+// Returns the number that an argument is given, by the names that it has or as a number.
+uint32_t number_given(const Operation &operation, const Argument &argument, const Assignment &given,
+                      uint32_t greatest = UINT32_MAX)
+{
+    const catalogue::Field *named = named_values_of(operation, argument);
+    if (!named || is_number(given.value)) return parse_number(given.name, given.value, greatest);
+    const uint64_t bytes = parse_meaning(given.name, given.value, *named);
+    const auto *const start = reinterpret_cast<const uint8_t *>(&bytes);
+    return parse_number(given.name, number_text(*named, {start, named->size}), greatest);
 }
 
 // Refuses fields that have no effect: fields of a record that the operation does not pick, fields that the block does
@@ -307,13 +330,13 @@ void Arguments::set(size_t index, const Given &given, Allowed allowed)
         if (!assignment) return;
         value.number = is_command(called, argument)
                            ? parse_command(assignment->name, assignment->value, *called.channel)
-                           : parse_number(assignment->name, assignment->value);
+                           : number_given(called, argument, *assignment);
         return;
     case ArgumentType::u16:
-        if (assignment) value.number = parse_number(assignment->name, assignment->value, UINT16_MAX);
+        if (assignment) value.number = number_given(called, argument, *assignment, UINT16_MAX);
         return;
     case ArgumentType::u8:
-        if (assignment) value.number = parse_number(assignment->name, assignment->value, UINT8_MAX);
+        if (assignment) value.number = number_given(called, argument, *assignment, UINT8_MAX);
         return;
     case ArgumentType::mac: {
         if (!assignment) return;

@@ -80,6 +80,9 @@ bool takes_fields(const catalogue::Operation &operation, const catalogue::Argume
 bool is_ignored(const catalogue::Argument &argument);
 // Returns whether the argument is the command code, which may be given by name.
 bool is_command(const catalogue::Operation &operation, const catalogue::Argument &argument);
+// Returns the field of the request's layout that names the numbers or the bits of the argument, which may be given by
+// these names. Returns null when the catalogue has no names for them.
+const catalogue::Field *named_values_of(const catalogue::Operation &operation, const catalogue::Argument &argument);
 // Returns the fields that may be set in an argument. For a record these are the fields that the operation picks for its
 // request, if it picks some. Otherwise they are all fields, without the command code when the operation writes its own.
 // For a block they are the fields of the command's layout inside the block.

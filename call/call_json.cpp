@@ -185,15 +185,6 @@ std::vector<Delivered> members_of(std::string_view object)
     return apart.members;
 }
 
-void write_text_or_null(JsonText &json, std::string_view name, const std::string &text)
-{
-    json.key(name);
-    if (text.empty())
-        json->Null();
-    else
-        json.text(text);
-}
-
 } // namespace
 
 std::string to_json(const Call &asked)
@@ -207,10 +198,7 @@ std::string to_json(const Call &asked)
     for (const Assignment &argument : asked.arguments)
         json.member(argument.name, argument.value);
     json->EndObject();
-    if (asked.allow_long) {
-        json.key("allow_long");
-        json->Bool(true);
-    }
+    if (asked.allow_long) json.truth("allow_long", true);
     if (asked.deadline) json.member("deadline_ms", *asked.deadline);
     json->EndObject();
     return compact(json.written());
@@ -236,16 +224,14 @@ std::string to_json(const Outcome &outcome)
     json->StartObject();
     if (!outcome.id.empty()) json.member("id", outcome.id);
     json.member("operation", outcome.operation);
-    json.key("sent");
-    json->Bool(outcome.sent);
-    json.key("ipc_result");
-    json->Int(outcome.ipc_result);
+    json.truth("sent", outcome.sent);
+    json.ipc_result(outcome.ipc_result);
     json.member("ipc_text", outcome.ipc_text);
     json.member("status", outcome.status);
-    write_text_or_null(json, "status_name", outcome.status_name);
-    write_text_or_null(json, "status_text", outcome.status_text);
-    json.key("outputs");
+    json.member_or_null("status_name", outcome.status_name);
+    json.member_or_null("status_text", outcome.status_text);
     if (outcome.outputs) {
+        json.key("outputs");
         json->StartObject();
         for (const Delivered &delivered : *outcome.outputs) {
             json.key(delivered.name);
@@ -253,7 +239,7 @@ std::string to_json(const Outcome &outcome)
         }
         json->EndObject();
     } else {
-        json->Null();
+        json.null("outputs");
     }
     json->EndObject();
     return compact(json.written());

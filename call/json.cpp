@@ -140,6 +140,38 @@ void JsonText::member(std::string_view name, uint32_t value)
     writer.Uint(value);
 }
 
+void JsonText::member_or_null(std::string_view name, std::string_view value)
+{
+    value.empty() ? null(name) : member(name, value);
+}
+
+void JsonText::null(std::string_view name)
+{
+    key(name);
+    writer.Null();
+}
+
+void JsonText::truth(std::string_view name, bool value)
+{
+    key(name);
+    writer.Bool(value);
+}
+
+void JsonText::texts(std::string_view name, std::span<const std::string> values)
+{
+    key(name);
+    writer.StartArray();
+    for (const std::string &value : values)
+        text(value);
+    writer.EndArray();
+}
+
+void JsonText::ipc_result(int32_t result)
+{
+    key("ipc_result");
+    writer.Int(result);
+}
+
 void JsonText::number(const std::string &digits)
 {
     writer.RawNumber(digits.data(), static_cast<rapidjson::SizeType>(digits.size()), true);
@@ -148,11 +180,8 @@ void JsonText::number(const std::string &digits)
 void JsonText::status(uint32_t status)
 {
     member("status", status);
-    key("status_name");
-    if (const catalogue::Status *known = catalogue::find_status(status))
-        text(known->name);
-    else
-        writer.Null();
+    const catalogue::Status *known = catalogue::find_status(status);
+    member_or_null("status_name", known ? known->name : std::string_view());
 }
 
 void JsonText::ids(const IdSet &set)
@@ -238,16 +267,16 @@ void JsonText::names(std::string_view name, const catalogue::Field &known, const
 {
     const auto bytes = field_bytes(known, reading.bytes);
     if (const auto value = name_of(known, bytes)) member(std::string(name) + "_name", *value);
-    if (known.flags.empty()) return;
-    key(std::string(name) + "_names");
-    writer.StartArray();
-    for (const std::string &flag : flags_of(known, bytes))
-        text(flag);
-    writer.EndArray();
+    if (!known.flags.empty()) texts(std::string(name) + "_names", flags_of(known, bytes));
 }
 
 void JsonText::field(const catalogue::Field &field, const Reading &reading)
 {
+    if (const auto notation = notation_of(reading, field)) {
+        const auto bytes = field_bytes(field, reading.bytes);
+        const bool is_address = *notation == catalogue::Notation::mac || *notation == catalogue::Notation::ipv4;
+        return is_address ? text(decided_text(*notation, bytes)) : number(big_endian_digits(bytes));
+    }
     write_field(*this, field, field_bytes(field, reading.bytes));
 }
 

@@ -50,6 +50,14 @@ public:
     // These write a key with a text, or with a number.
     void member(std::string_view name, std::string_view value);
     void member(std::string_view name, uint32_t value);
+    // Writes a key with a text, or with null when the text is empty.
+    void member_or_null(std::string_view name, std::string_view value);
+    // These write a key with null, with a truth, and with an array of texts.
+    void null(std::string_view name);
+    void truth(std::string_view name, bool value);
+    void texts(std::string_view name, std::span<const std::string> values);
+    // Writes "ipc_result".
+    void ipc_result(int32_t result);
     // Writes a number that is a text already.
     void number(const std::string &digits);
     // Writes "status" and "status_name". The name is null when the word has none.

@@ -67,7 +67,13 @@ const Status *find_status(uint32_t value)
 
 const Layout *find_layout(const Command &command, bool of_answer)
 {
-    return find_using(layouts(), command, [of_answer](const Layout &layout) { return layout.of_answer == of_answer; });
+    return find_using(layouts(), command,
+                      [of_answer](const Layout &layout) { return layout.of_answer == of_answer && !layout.kept; });
+}
+
+const Layout *find_kept_layout(const Command &command)
+{
+    return find_using(layouts(), command, [](const Layout &layout) { return layout.kept; });
 }
 
 const View *find_view(const Command &command)

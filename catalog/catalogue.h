@@ -27,6 +27,15 @@ struct Range {
     int64_t greatest;
 };
 
+// A Notation says how people write bytes that hold a number, with the highest byte first.
+enum class Notation : uint8_t { number, hexadecimal, mac, ipv4 };
+
+// A Form is the notation of bytes where the field that decides about them has this value.
+struct Form {
+    std::string_view value;
+    Notation notation;
+};
+
 struct Field {
     std::string_view name;
     FieldType type;
@@ -47,6 +56,11 @@ struct Field {
     // such a field all count.
     uint32_t place = 0;
     std::string_view counter = {};
+    // Of bytes that mean what the value of another field says: that field, and their notations. With any other value of
+    // that field they are a number. Of a repeated field it is the one with the same place, and has no number here.
+    std::string_view decider = {};
+    std::span<const Form> forms = {};
+    bool secret = false; // it is hidden from people who did not ask for it
 };
 
 struct Record {
@@ -96,6 +110,13 @@ struct Layout {
     std::string_view brief;
     // Of a setting: the command whose answer says how it stands now. When it is null, nothing says it.
     const Command *present = nullptr;
+    // Of a setting that starts from nothing: what becomes of the fields that a request leaves out.
+    std::string_view left_out = {};
+    // It describes what the configuration keeps of a setting, which starts at the offset of the first field. Without
+    // such a layout, that is what the request has. Of two commands that share a code, the index of a block tells which
+    // one it is of.
+    bool kept = false;
+    std::optional<uint32_t> index = std::nullopt;
 };
 
 enum class ColumnType : uint8_t { u32, u64, text, mac, boolean, real };
@@ -258,6 +279,8 @@ const Command *find_command(std::string_view name);
 const Command *find_command(uint32_t channel_type, uint32_t code, std::optional<Call> call = std::nullopt);
 const Status *find_status(uint32_t value);
 const Layout *find_layout(const Command &command, bool of_answer = false);
+// Returns the layout of what the configuration keeps of a command's setting.
+const Layout *find_kept_layout(const Command &command);
 const View *find_view(const Command &command);
 const Operation *find_operation(std::string_view name);
 const Function *find_function(std::string_view name);

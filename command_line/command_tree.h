@@ -93,7 +93,8 @@ public:
     Syntax(const Syntax &) = delete;
     Syntax &operator=(const Syntax &) = delete;
 
-    std::string name, brief, footer;
+    std::string name, brief;
+    std::string footer;  // paragraphs below everything else, a line each
     bool hidden = false; // in help and completion
     const Syntax *parent = nullptr;
     std::list<Operand> arguments, options; // those of the commands above it are also valid for this command

@@ -88,9 +88,11 @@ std::string help_of(const Syntax &command)
         options += entry_of(option, false);
     for (const auto &each : command.commands)
         if (!each->hidden) commands += entry(each->name, each->brief);
+    std::string footer;
+    for (const std::string &paragraph : text::split(command.footer, '\n'))
+        if (!paragraph.empty()) footer += text::filled(paragraph, 0);
     return text::filled(command.brief, 0) + usage_of(command) + group("Positionals", arguments) +
-           group("Options", options) + group("Subcommands", commands) + "\n" +
-           (command.footer.empty() ? "" : text::filled(command.footer, 0));
+           group("Options", options) + group("Subcommands", commands) + "\n" + footer;
 }
 
 std::string explain_unknown(const Syntax &command, const std::string &word)

@@ -51,6 +51,12 @@ size_t put_block(const std::string &name, const Field &field, const Bytes &block
     return put(field, block.data(), block.size(), bytes);
 }
 
+// Returns whether a value is given as a block, whatever it means.
+bool is_block(std::string_view value)
+{
+    return value.starts_with("hex:") || value.starts_with("text:") || value.starts_with('@');
+}
+
 size_t set_field(const catalogue::Record &record, const RecordRole &role, const Field &field, const std::string &name,
                  const std::string &value, Allowed allowed, Bytes &bytes)
 {
@@ -81,8 +87,12 @@ size_t set_field(const catalogue::Record &record, const RecordRole &role, const 
     case FieldType::list:
     case FieldType::ports:
         return put(field, parse_composed(name, value, field).data(), field.size, bytes);
-    case FieldType::bytes:
-        return put_block(name, field, parse_block(name, value, allowed.files), allowed, bytes);
+    case FieldType::bytes: {
+        const auto notation = is_block(value) ? std::nullopt : notation_of(read_record(record, role, bytes), field);
+        const Bytes block =
+            notation ? parse_decided(name, value, *notation, field) : parse_block(name, value, allowed.files);
+        return put_block(name, field, block, allowed, bytes);
+    }
     }
     return 0;
 }
@@ -133,8 +143,10 @@ std::string text_of(const Reading &reading, const Field &field, std::span<const 
     }
     case FieldType::text:
         return std::string(field_text(bytes));
-    case FieldType::bytes:
-        return block_text(bytes);
+    case FieldType::bytes: {
+        const auto notation = notation_of(reading, field);
+        return notation ? decided_text(*notation, bytes) : block_text(bytes);
+    }
     case FieldType::ipv4:
     case FieldType::oui:
     case FieldType::date:
@@ -231,13 +243,17 @@ size_t set_fields(const catalogue::Record &record, const RecordRole &role, std::
     const Reading reading = read_record(record, role, bytes);
     std::vector<const Field *> done;
     size_t end = 0;
-    for (const Assignment &assignment : assignments) {
-        const Field &field = named_field(reading, prefix, assignment.name);
-        if (std::find(done.begin(), done.end(), &field) != done.end())
-            throw UsageError(prefix + assignment.name + ": given twice");
-        done.push_back(&field);
-        end = std::max(end, set_field(record, role, field, prefix + assignment.name, assignment.value, allowed, bytes));
-    }
+    // What another field decides about comes behind it.
+    for (const bool decided : {false, true})
+        for (const Assignment &assignment : assignments) {
+            const Field &field = named_field(reading, prefix, assignment.name);
+            if (field.decider.empty() == decided) continue;
+            if (std::find(done.begin(), done.end(), &field) != done.end())
+                throw UsageError(prefix + assignment.name + ": given twice");
+            done.push_back(&field);
+            end = std::max(end,
+                           set_field(record, role, field, prefix + assignment.name, assignment.value, allowed, bytes));
+        }
     return end;
 }
 
@@ -295,6 +311,36 @@ std::vector<DecodedField> decode(const Reading &reading)
         for (const Field &field : reading.layout->fields)
             add(field, reading.bytes);
     return decoded;
+}
+
+std::optional<catalogue::Notation> notation_of(const Reading &reading, const Field &field)
+{
+    if (field.decider.empty() || !reading.layout || !reading.reaches(field) ||
+        field.offset + field.size > reading.bytes.size())
+        return std::nullopt;
+    std::string name(field.decider);
+    if (field.place != 0) name += "_" + std::to_string(field.place);
+    const Field *decider = catalogue::find_field(reading.layout->fields, name);
+    if (!decider) decider = catalogue::find_field(reading.layout->fields, field.decider);
+    if (!decider || !reading.reaches(*decider)) return std::nullopt;
+    const auto value = name_of(*decider, field_bytes(*decider, reading.bytes));
+    const auto form = std::ranges::find(field.forms, value.value_or(std::string_view()), &catalogue::Form::value);
+    return form == field.forms.end() ? catalogue::Notation::number : form->notation;
+}
+
+Bytes without_secrets(const catalogue::Record &record, const RecordRole &role, std::span<const uint8_t> bytes)
+{
+    constexpr std::string_view hidden = "***";
+    Bytes shown(bytes.begin(), bytes.end());
+    const Reading reading = read_record(record, role, bytes);
+    for (const Field &field : reading.layout ? reading.layout->fields : std::span<const Field>()) {
+        const std::span<const uint8_t> own = field_bytes(field, bytes);
+        if (!field.secret || all_zero(own)) continue;
+        const auto start = shown.begin() + field.offset;
+        std::fill_n(start, own.size(), uint8_t{0});
+        std::copy_n(hidden.begin(), std::min(hidden.size(), own.size()), start);
+    }
+    return shown;
 }
 
 bool is_counted(const Reading &reading, const Field &field)

@@ -80,6 +80,12 @@ std::vector<DecodedField> decode(const Reading &reading);
 // Returns whether a field counts: of a repeated one there may be fewer than there is room for.
 bool is_counted(const Reading &reading, const catalogue::Field &field);
 
+// Returns the notation of a field's bytes, as another field decides it. Returns nothing when none decides.
+std::optional<catalogue::Notation> notation_of(const Reading &reading, const catalogue::Field &field);
+
+// Returns the bytes of a record with "***" in place of each secret in it.
+Bytes without_secrets(const catalogue::Record &record, const RecordRole &role, std::span<const uint8_t> bytes);
+
 // Returns the value of one field for people.
 std::string text_of(const Reading &reading, const catalogue::Field &field);
 

@@ -19,6 +19,7 @@ namespace
 using catalogue::Field;
 using catalogue::FieldType;
 using catalogue::Named;
+using catalogue::Notation;
 
 // Returns a name as a word of a command line: without blanks, so that it needs no quotes.
 std::string word_of(std::string_view name)
@@ -67,9 +68,16 @@ uint64_t parse_flags(std::string_view name, std::string_view text, const Field &
     return parse_number(name, std::to_string(number), field);
 }
 
-std::string hexadecimal_text(const Field &field, std::span<const uint8_t> bytes)
+uint64_t big_endian_number(std::span<const uint8_t> bytes)
 {
-    const uint64_t bits = bits_of(field, bytes);
+    uint64_t number = 0;
+    for (const uint8_t byte : bytes)
+        number = number << 8 | byte;
+    return number;
+}
+
+std::string hexadecimal_text(uint64_t bits)
+{
     char text[32];
     std::snprintf(text, sizeof text, "0x%0*llx",
                   bits > 0xffff ? 8
@@ -85,6 +93,12 @@ std::string without_separators(std::string_view text)
     std::string digits(text);
     std::erase_if(digits, [](char c) { return c == ':' || c == '-' || c == '.'; });
     return digits;
+}
+
+text::Ipv4 parse_ipv4(std::string_view name, std::string_view text)
+{
+    if (const auto address = text::to_ipv4(text)) return *address;
+    refuse(name, text, "an IPv4 address, as 10.0.0.2");
 }
 
 Bytes parse_date(std::string_view name, std::string_view text)
@@ -134,7 +148,7 @@ std::string meaning_text(const Field &field, std::span<const uint8_t> bytes)
         const auto names = flags_of(field, bytes);
         return names.empty() ? "-" : text::join(names);
     }
-    if (field.hexadecimal) return hexadecimal_text(field, bytes);
+    if (field.hexadecimal) return hexadecimal_text(bits_of(field, bytes));
     return number_text(field, bytes) + (field.unit.empty() ? "" : " " + std::string(field.unit));
 }
 
@@ -165,6 +179,41 @@ std::string composed_text(const Field &field, std::span<const uint8_t> bytes)
     return text;
 }
 
+std::string big_endian_digits(std::span<const uint8_t> bytes)
+{
+    return std::to_string(big_endian_number(bytes));
+}
+
+std::string decided_text(Notation notation, std::span<const uint8_t> bytes)
+{
+    switch (notation) {
+    case Notation::mac:
+        return text::mac_text(bytes.first<6>());
+    case Notation::ipv4:
+        return text::ipv4_text(bytes.last<4>());
+    case Notation::hexadecimal:
+        return hexadecimal_text(big_endian_number(bytes));
+    case Notation::number:
+        break;
+    }
+    return big_endian_digits(bytes);
+}
+
+Bytes parse_decided(std::string_view name, std::string_view text, Notation notation, const Field &field)
+{
+    Bytes bytes(field.size);
+    if (notation == Notation::mac) {
+        std::ranges::copy(parse_mac(name, text), bytes.begin());
+    } else if (notation == Notation::ipv4) {
+        std::ranges::copy(parse_ipv4(name, text), bytes.end() - 4);
+    } else {
+        uint32_t number = parse_number(name, text);
+        for (auto byte = bytes.rbegin(); number != 0; number >>= 8)
+            *byte++ = static_cast<uint8_t>(number);
+    }
+    return bytes;
+}
+
 double dbm_of(double microwatts)
 {
     constexpr double dark = -40;
@@ -190,8 +239,8 @@ Bytes parse_composed(std::string_view name, std::string_view text, const Field &
     }
     if (field.type == FieldType::date) return parse_date(name, text);
     if (field.type == FieldType::ipv4) {
-        if (const auto address = text::to_ipv4(text)) return {address->begin(), address->end()};
-        refuse(name, text, "an IPv4 address, as 10.0.0.2");
+        const auto address = parse_ipv4(name, text);
+        return {address.begin(), address.end()};
     }
     const auto oui = text::from_hex(without_separators(text));
     if (!oui || oui->size() != field.size) refuse(name, text, "an OUI: three pairs of hexadecimal digits, as 00:1a:ff");

@@ -24,6 +24,14 @@ std::string meaning_text(const catalogue::Field &field, std::span<const uint8_t>
 // Returns an IPv4 address, an OUI or a date for people and programs, and a list or a set of ports for people.
 std::string composed_text(const catalogue::Field &field, std::span<const uint8_t> bytes);
 
+// Returns the digits of a number whose highest byte comes first.
+std::string big_endian_digits(std::span<const uint8_t> bytes);
+// Returns bytes in a notation that another field decides about: an address, or a number.
+std::string decided_text(catalogue::Notation notation, std::span<const uint8_t> bytes);
+// Returns the bytes of a value that is given in this notation. Numbers and IPv4 addresses have zeros before them.
+Bytes parse_decided(std::string_view name, std::string_view text, catalogue::Notation notation,
+                    const catalogue::Field &field);
+
 // Returns a power of light in dBm; -40 without light.
 double dbm_of(double microwatts);
 

@@ -116,6 +116,7 @@ Program::Program(const GlobalOptions &defaults)
                 "auto|always|never");
     tree.option("--yes", &global.yes, "do not ask before what affects ONUs in service");
     tree.option("--dry-run", &global.dry_run, "show what would be sent and whom it would hit, and change nothing");
+    tree.option("--secrets", &global.secrets, "show passwords, which are *** otherwise");
     tree.option("--watch", &global.interval, "read again and again, with so many seconds between; 2 when left out",
                 "SECONDS")
         .may_leave_out_value({std::string(default_interval), is_interval});
@@ -150,6 +151,7 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
                   .dry_run = program.global.dry_run && !plans,
                   .planned = program.global.dry_run && plans,
                   .watched = watching.has_value(),
+                  .secrets = program.global.secrets,
                   .red = program.global.colours_on(STDERR_FILENO)};
         start_consent(program.global.yes || program.global.dry_run);
         return finish(run(action, program.global.output(), watching));

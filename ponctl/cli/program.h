@@ -21,6 +21,7 @@ struct GlobalOptions {
     std::string colour = "auto";
     bool dry_run = false;
     bool yes = false;
+    bool secrets = false;
     std::string interval; // of --watch; empty: not given
     std::string count;
     std::string socket_dir;

@@ -88,7 +88,7 @@ ExitCode show(const Action &action, const Output &output)
     return show(action, output, heading);
 }
 
-void show_requests(const Output &output, const std::vector<Exchange> &requests)
+void show_requests(const Output &output, const std::vector<KeptRequest> &requests)
 {
     const std::string changes = take_previews();
     show(

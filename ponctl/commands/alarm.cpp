@@ -94,11 +94,11 @@ Event event_of(const AlarmEvent &event)
     write_member(json, "at", event.at());
     json.member("pon_port", alarm.port);
     write_member(json, "onu_id", alarm.onu_id ? std::optional<MilliTime>(*alarm.onu_id) : std::nullopt);
-    write_text(json, "mac", alarm.mac);
+    json.member_or_null("mac", alarm.mac);
     json.member("alarm", alarm.name);
     json.member("severity", alarm.severity);
-    write_text(json, "cause", alarm.cause);
-    write_text(json, "place", alarm.place);
+    json.member_or_null("cause", alarm.cause);
+    json.member_or_null("place", alarm.place);
     json->EndObject();
     return {time + " " + std::string(event.what) + " " + alarm.subject() + " " + alarm.name + " " + alarm.severity +
                 (reason.empty() ? "" : " (" + reason + ")"),

@@ -181,6 +181,12 @@ Source source_of(const std::string &name)
     return {exit_success, Configuration(name, contents_of(name))};
 }
 
+// Returns a value of a setting as it is shown.
+std::string shown(const ConfigSetting &setting, const std::string &value)
+{
+    return setting.is_secret ? shown_secret(value) : value;
+}
+
 ExitCode run_config_show(const Output &output, const std::string &name)
 {
     refuse_hex(output, "a configuration");
@@ -189,7 +195,7 @@ ExitCode run_config_show(const Output &output, const std::string &name)
     const auto settings = settings_of(*source.configuration);
     if (output.format != Format::json) {
         for (const auto &[place, setting] : settings)
-            print_line(output, setting.line());
+            print_line(output, setting.line(shown(setting, setting.value)));
         return exit_success;
     }
     Json json(output.stream);
@@ -199,19 +205,28 @@ ExitCode run_config_show(const Output &output, const std::string &name)
         json.member("table", setting.table);
         json.member("key", setting.key);
         json.member("name", setting.name);
-        json.member("value", setting.value);
+        json.member("value", shown(setting, setting.value));
         json->EndObject();
     }
     json->EndArray();
     return exit_success;
 }
 
+// Returns what the OLT is to have when it gets a configuration. The ONUs are asked about only where it is about some.
+Fitted fitted_to_olt(const Configuration &own, const Configuration &wanted)
+{
+    const bool is_about_onus = std::ranges::any_of(wanted.rows, [&wanted](const ConfigRow &row) {
+        const ConfigTable &table = wanted.tables.at(row.table);
+        return !key_cell_text(table, row, "mac").empty() && !settings_of(table, row).empty();
+    });
+    return fitted(own, wanted, is_about_onus ? abilities_of_onus() : AbilitiesOfOnus());
+}
+
 void print_differences(const Output &output, const std::vector<ConfigDifference> &different)
 {
     if (output.format != Format::json) {
-        const auto print = [&output](char sign, ConfigSetting setting, const std::string &value) {
-            setting.value = value;
-            if (!value.empty()) print_line(output, std::string(1, sign) + " " + setting.line());
+        const auto print = [&output](char sign, const ConfigSetting &setting, const std::string &value) {
+            if (!value.empty()) print_line(output, std::string(1, sign) + " " + setting.line(shown(setting, value)));
         };
         for (const ConfigDifference &difference : different) {
             print('-', difference.setting, difference.before);
@@ -222,16 +237,12 @@ void print_differences(const Output &output, const std::vector<ConfigDifference>
     Json json(output.stream);
     json->StartArray();
     for (const ConfigDifference &difference : different) {
-        const auto value = [&json](const char *name, const std::string &text) {
-            json.key(name);
-            text.empty() ? static_cast<void>(json->Null()) : json.text(text);
-        };
         json->StartObject();
         json.member("table", difference.setting.table);
         json.member("key", difference.setting.key);
         json.member("name", difference.setting.name);
-        value("before", difference.before);
-        value("after", difference.after);
+        json.member_or_null("before", shown(difference.setting, difference.before));
+        json.member_or_null("after", shown(difference.setting, difference.after));
         json->EndObject();
     }
     json->EndArray();
@@ -239,11 +250,29 @@ void print_differences(const Output &output, const std::vector<ConfigDifference>
 
 struct DiffOptions {
     std::string first, second;
+    bool what_fits = false;
 };
+
+// Compares what the OLT can have of a configuration with what it has, and says what it cannot have.
+ExitCode diff_what_fits(const Output &output, const std::string &name)
+{
+    const Source wanted = source_of(name), own = own_configuration();
+    if (!wanted.configuration || !own.configuration) return std::max(wanted.code, own.code);
+    const Fitted fits = fitted_to_olt(*own.configuration, *wanted.configuration);
+    for (const std::string &what : fits.left_out)
+        note(name + ": does not fit: " + what);
+    const Configuration fitting(name, text_of(own.configuration->first_line, fits.rows));
+    const auto different = differences(fitting, *own.configuration);
+    print_differences(output, different);
+    return different.empty() ? exit_success : exit_status;
+}
 
 ExitCode run_config_diff(const Output &output, const DiffOptions &options)
 {
     refuse_hex(output, "a configuration");
+    if (options.what_fits && !options.second.empty())
+        throw UsageError("--what-fits: not with SECOND, because the OLT says what fits");
+    if (options.what_fits) return diff_what_fits(output, options.first);
     const Source first = source_of(options.first);
     if (!first.configuration) return first.code;
     const Source second = source_of(options.second);
@@ -348,7 +377,7 @@ ExitCode run_config_apply(const Output &output, const ApplyOptions &options)
     std::string before;
     const Source own = own_configuration(&before);
     if (!own.configuration) return own.code;
-    const Fitted fits = fitted(*own.configuration, wanted);
+    const Fitted fits = fitted_to_olt(*own.configuration, wanted);
     const std::string text = text_of(own.configuration->first_line, fits.rows);
     const auto different = differences(*own.configuration, Configuration(options.file, text));
     report_left_out(options, *own.configuration, wanted, fits.left_out);
@@ -415,6 +444,7 @@ void add_config(Program &program)
     diff.argument("FIRST", &sources.first, "what was saved, or the folder of a service's sockets", "FILE")
         .is_required();
     diff.argument("SECOND", &sources.second, "as FIRST; the OLT when left out", "FILE");
+    diff.option("--what-fits", &sources.what_fits, "compare only what the OLT can have of FIRST, and note the rest");
     diff.footer = "The exit code is 1 when they are different.";
 
     Command &apply = config.add("apply", "Configures the OLT as it is in a file, and leaves its state alone");

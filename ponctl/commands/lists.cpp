@@ -80,20 +80,20 @@ void add_ids(Command &list, const char *about, Run run)
 
 void add_whitelist(Program &program)
 {
-    Command &whitelist = program.tree.add("whitelist", "Shows the white list: the bound ONUs");
+    Command &whitelist = program.tree.add("whitelist", "Shows the whitelist: the bound ONUs");
     add_ids(whitelist, "Shows which ONU ids of a port are in use", run_whitelist_ids);
 }
 
 void add_blacklist(Program &program)
 {
     Command &blacklist = program.tree.add(
-        "blacklist", "Lists the black list; 'onu reject' and 'onu allow' put ONUs on it and take them off");
+        "blacklist", "Lists the blacklist; 'onu reject' and 'onu allow' put ONUs on it and take them off");
     std::string &port = blacklist.runs(run_blacklist);
     blacklist.argument("PORT", &port, port_or_all_help);
-    Command &list = blacklist.add("list", "Lists the black list, as 'blacklist' does");
+    Command &list = blacklist.add("list", "Lists the blacklist, as 'blacklist' does");
     std::string &of_port = list.runs(run_blacklist);
     list.argument("PORT", &of_port, port_or_all_help);
-    add_ids(blacklist, "Shows which ids of a port's black list are in use", run_blacklist_ids);
+    add_ids(blacklist, "Shows which ids of a port's blacklist are in use", run_blacklist_ids);
     add_list_options(program, blacklist);
     add_list_options(program, list);
 }

@@ -281,11 +281,12 @@ private:
         for (const Difference &difference : differences) {
             (*json)->StartObject();
             json->member("field", difference.field);
-            json->key("row");
-            if (difference.row.empty())
-                (*json)->Null();
-            else
+            if (difference.row.empty()) {
+                json->null("row");
+            } else {
+                json->key("row");
                 json->number(difference.row);
+            }
             json->member("recorded", difference.recorded);
             json->member("live", difference.live);
             (*json)->EndObject();

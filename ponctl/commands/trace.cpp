@@ -1,4 +1,5 @@
 // ponctl trace shows what went over the IPC. It reads a file that BOARD_IPC_TRACE named or that ponsim recorded.
+#include <functional>
 #include <map>
 
 #include "call/codec/decode.h"
@@ -8,6 +9,7 @@
 #include "output/bytes.h"
 #include "output/exit_code.h"
 #include "output/json.h"
+#include "output/mode.h"
 #include "output/report.h"
 #include "output/table.h"
 #include "output/text.h"
@@ -44,24 +46,22 @@ void write_exchange(JsonText &json, const Traced &traced)
     json.member("call", traced.call_text());
     json.member("channel", traced.channel_text());
     json.member("command", traced.command_text());
-    json.key("ipc_result");
-    json->Int(traced.record.ipc_result);
+    json.ipc_result(traced.record.ipc_result);
     if (traced.answered()) {
         json.status(traced.record.status);
     } else {
-        json.key("status");
-        json->Null();
-        json.key("status_name");
-        json->Null();
+        json.null("status");
+        json.null("status_name");
     }
     json.member("allowed", traced.record.allowed);
     record("request", false);
     record("response", true);
-    json.key("result");
-    if (traced.result.empty())
-        json->Null();
-    else
+    if (traced.result.empty()) {
+        json.null("result");
+    } else {
+        json.key("result");
         json.document(traced.result);
+    }
     json->EndObject();
 }
 
@@ -137,6 +137,19 @@ private:
     bool errors;
 };
 
+// Passes the exchanges that pass the filter to `show`, without their secrets unless the command line asks for these.
+// Returns what TraceFile::each returns.
+std::optional<size_t> each_shown(const TraceFile &trace, const Filter &filter,
+                                 const std::function<void(const Traced &)> &show)
+{
+    return trace.each([&](const Traced &traced) {
+        if (!filter.passes(traced)) return;
+        Traced shown = traced;
+        if (!mode().secrets) shown.hide_secrets();
+        show(shown);
+    });
+}
+
 // Returns in JSON the exchanges that the command line wants of a listing, by their rows. They are read again, because a
 // recording may be too large to keep every exchange.
 std::map<size_t, std::string> written_exchanges(const Output &output, const TraceOptions &options, const Filter &filter,
@@ -147,8 +160,7 @@ std::map<size_t, std::string> written_exchanges(const Output &output, const Trac
     for (const size_t row : listing.selected(output).rows)
         whole[row] = {};
     size_t row = 0;
-    TraceFile(options.file).each([&](const Traced &traced) {
-        if (!filter.passes(traced)) return;
+    each_shown(TraceFile(options.file), filter, [&](const Traced &traced) {
         if (const auto wanted = whole.find(row++); wanted != whole.end()) {
             JsonText json;
             write_exchange(json, traced);
@@ -162,11 +174,7 @@ std::optional<size_t> show_trace(const Output &output, const TraceOptions &optio
 {
     const Filter filter(options);
     const TraceFile trace(options.file);
-    const auto show_all = [&](const auto &show) {
-        return trace.each([&](const Traced &traced) {
-            if (filter.passes(traced)) show(traced);
-        });
-    };
+    const auto show_all = [&](const auto &show) { return each_shown(trace, filter, show); };
     if (output.format == Format::json && !output.selection) {
         Json json(output.stream);
         json->StartArray();

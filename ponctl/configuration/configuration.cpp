@@ -99,18 +99,31 @@ uint32_t number_in(const ConfigTable &table, const ConfigRow &row, const char *c
     return 0;
 }
 
+bool has_key(const ConfigTable &table, std::string_view column)
+{
+    return std::ranges::find(table.key, column) != table.key.end();
+}
+
 // Returns the command of a row that is kept by the command, or null when the catalogue does not know it.
 const catalogue::Command *command_of(const ConfigTable &table, const ConfigRow &row)
 {
-    const uint32_t code = number_in(table, row, "command");
-    const bool is_of_onu = std::ranges::find(table.key, "channel") == table.key.end();
+    const uint32_t code = number_in(table, row, "command"), index = number_in(table, row, "idx");
+    if (!has_key(table, "command")) return nullptr;
+    const bool is_of_onu = !has_key(table, "channel");
+    const catalogue::Command *found = nullptr;
     for (const catalogue::Command &command : catalogue::commands()) {
         const bool is_on_channel = is_of_onu ? command.channel->name.starts_with("BSP_MSG_ONU")
                                              : command.channel->type == number_in(table, row, "channel");
-        if (code != 0 && command.code == code && is_on_channel) return &command;
+        if (command.code != code || !is_on_channel) continue;
+        const catalogue::Layout *kept = catalogue::find_kept_layout(command);
+        if (kept && kept->index == index) return &command;
+        if (!found && !(kept && kept->index)) found = &command;
     }
-    return nullptr;
+    return found;
 }
+
+// A value of this name is a secret, in every table.
+constexpr std::string_view password = "password";
 
 constexpr std::string_view profile_start = "BSP_CMD_PROFILE_", profile_end = "_STORE";
 
@@ -126,12 +139,10 @@ const catalogue::Command *profile_command_of(const ConfigTable &table, const Con
                : nullptr;
 }
 
-// Returns whether a field is one of several places for the same, and is not used.
-bool is_unused_place(const std::string &name, const std::string &value)
+// Returns whether a field is one of several places for the same, of which nothing says how many count, and is not used.
+bool is_unused_place(const DecodedField &decoded)
 {
-    const size_t line = name.rfind('_');
-    return value == "0" && line != name.npos && line + 1 < name.size() &&
-           name.find_first_not_of("0123456789", line + 1) == name.npos;
+    return decoded.field->place != 0 && decoded.field->counter.empty() && decoded.text == "0";
 }
 
 // Returns the fields of a block by a layout in which the block starts at this offset. Returns none when the layout does
@@ -142,13 +153,16 @@ std::vector<DecodedField> fields_in(const catalogue::Layout &layout, const catal
     Bytes record(start);
     record.insert(record.end(), block.bytes.begin(), block.bytes.end());
     const size_t end = end_of(layout);
+    // Only the bytes of a text are kept, without the room behind it.
+    if (layout.fields.back().type == catalogue::FieldType::text) record.resize(std::max(record.size(), end));
     if (record.size() < end ||
         std::any_of(record.begin() + static_cast<ptrdiff_t>(end), record.end(), [](uint8_t byte) { return byte != 0; }))
         return {};
     const Reading reading{layout.record, &layout, {command.channel, catalogue::Call::get, &command}, record, start};
     std::vector<DecodedField> fields;
     for (const catalogue::Field &field : layout.fields)
-        if (field.offset >= start) fields.push_back({&field, call::text_of(reading, field), false});
+        if (field.offset >= start)
+            fields.push_back({&field, is_counted(reading, field) ? call::text_of(reading, field) : "", false});
     return fields;
 }
 
@@ -162,11 +176,14 @@ std::vector<DecodedField> fields_of(const ConfigTable &table, const ConfigRow &r
         return fields_in(*layout, *profile, end_of(*layout) - block.bytes.size(), block);
     }
     const catalogue::Command *command = command_of(table, row);
-    const catalogue::Layout *layout = command ? catalogue::find_layout(*command, true) : nullptr;
+    const catalogue::Layout *layout = command ? catalogue::find_kept_layout(*command) : nullptr;
+    if (command && !layout) layout = catalogue::find_layout(*command, true);
     if (command && !layout) layout = catalogue::find_layout(*command);
-    const catalogue::Field *data = layout ? catalogue::find_field(layout->record->fields, "onu_data") : nullptr;
-    if (!data || layout->fields.front().offset < data->offset) return {};
-    return fields_in(*layout, *command, data->offset, block);
+    if (!layout) return {};
+    // Blocks of ONUs start where the data of their record does, unless the setting is a word before it.
+    const catalogue::Field *data = catalogue::find_field(layout->record->fields, "onu_data");
+    const bool is_data = data && end_of(*layout) > data->offset;
+    return fields_in(*layout, *command, is_data ? data->offset : layout->fields.front().offset, block);
 }
 
 } // namespace
@@ -286,26 +303,45 @@ std::string key_text(const ConfigTable &table, const ConfigRow &row)
     return text;
 }
 
+std::string key_cell_text(const ConfigTable &table, const ConfigRow &row, std::string_view column)
+{
+    const auto found = std::ranges::find(table.key, column);
+    if (found == table.key.end()) return {};
+    return cell_text(*found, row.cells[static_cast<size_t>(found - table.key.begin())]);
+}
+
+std::string_view command_name_of(const ConfigTable &table, const ConfigRow &row)
+{
+    const catalogue::Command *command = command_of(table, row);
+    return command ? command->name : std::string_view();
+}
+
+std::map<size_t, ConfigSetting> settings_of(const ConfigTable &table, const ConfigRow &row)
+{
+    std::map<size_t, ConfigSetting> settings;
+    size_t place = 0;
+    const auto add = [&](const std::string &name, const std::string &value) {
+        if (!value.empty()) settings[place] = {row.table, key_text(table, row), name, value, name == password};
+        ++place;
+    };
+    for (const size_t index : table.configured_cells()) {
+        const std::string &name = table.values[index - table.key.size()];
+        const auto *block = std::get_if<ConfigBytes>(&row.cells[index]);
+        const auto fields = block ? fields_of(table, row, *block) : std::vector<DecodedField>();
+        for (const DecodedField &decoded : fields)
+            add(std::string(decoded.field->name), is_unused_place(decoded) ? "" : decoded.text);
+        if (fields.empty()) add(name, cell_text(name, row.cells[index]));
+    }
+    return settings;
+}
+
 std::map<ConfigPlace, ConfigSetting> settings_of(const Configuration &configuration)
 {
     std::map<ConfigPlace, ConfigSetting> settings;
     for (const ConfigRow &row : configuration.rows) {
         const ConfigTable &table = configuration.tables.at(row.table);
-        size_t place = 0;
-        const auto add = [&](const std::string &name, const std::string &value) {
-            if (!value.empty())
-                settings[{row.table, table.key_of(row), place}] = {row.table, key_text(table, row), name, value};
-            ++place;
-        };
-        for (const size_t index : table.configured_cells()) {
-            const std::string &name = table.values[index - table.key.size()];
-            const auto *block = std::get_if<ConfigBytes>(&row.cells[index]);
-            const auto fields = block ? fields_of(table, row, *block) : std::vector<DecodedField>();
-            for (const DecodedField &decoded : fields)
-                add(std::string(decoded.field->name),
-                    is_unused_place(std::string(decoded.field->name), decoded.text) ? "" : decoded.text);
-            if (fields.empty()) add(name, cell_text(name, row.cells[index]));
-        }
+        for (const auto &[place, setting] : settings_of(table, row))
+            settings[{row.table, table.key_of(row), place}] = setting;
     }
     return settings;
 }

@@ -59,14 +59,29 @@ std::string text_of(const std::string &first_line, const std::vector<ConfigRow> 
 // A ConfigSetting is one configured value as people read it: "binding 1/5 description = shop".
 struct ConfigSetting {
     std::string table, key, name, value;
+    bool is_secret = false; // the value is a password
 
-    std::string line() const { return table + (key.empty() ? "" : " " + key) + " " + name + " = " + value; }
+    // Returns the setting with this value.
+    std::string line(const std::string &shown) const
+    {
+        return table + (key.empty() ? "" : " " + key) + " " + name + " = " + shown;
+    }
 };
 // A ConfigPlace puts settings in order: by table, by key with numbers as numbers, and by the place in the row.
 using ConfigPlace = std::tuple<std::string, std::vector<ConfigCell>, size_t>;
 
 // Returns all that is configured. Empty texts are left out, because they configure nothing.
 std::map<ConfigPlace, ConfigSetting> settings_of(const Configuration &configuration);
+
+// Returns what a row configures, each value at its place in the row.
+std::map<size_t, ConfigSetting> settings_of(const ConfigTable &table, const ConfigRow &row);
+
+// Returns the cell of a row in this column of its key, as people read it. The text is empty when there is none.
+std::string key_cell_text(const ConfigTable &table, const ConfigRow &row, std::string_view column);
+
+// Returns the name of the command by whose code a row is kept. The name is empty when it is kept by none that the
+// catalogue knows.
+std::string_view command_name_of(const ConfigTable &table, const ConfigRow &row);
 
 // Returns a row's key as people write it: "1/5" for an ONU.
 std::string key_text(const ConfigTable &table, const ConfigRow &row);

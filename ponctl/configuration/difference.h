@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "configuration/abilities.h"
 #include "configuration/configuration.h"
 
 namespace ponctl
@@ -25,6 +26,7 @@ struct Fitted {
     std::vector<std::string> left_out; // what the OLT cannot have, with the reason
 };
 
-Fitted fitted(const Configuration &own, const Configuration &wanted);
+// What an OLT cannot have stays as it is there. `onus` are the ONUs of the OLT, as far as they are known.
+Fitted fitted(const Configuration &own, const Configuration &wanted, const AbilitiesOfOnus &onus);
 
 } // namespace ponctl

@@ -139,15 +139,10 @@ std::string page_of(const catalogue::Function &function)
     return page;
 }
 
-// Writes a member with the entry's name, or null when there is no entry.
 template <class Entry>
-void write_name(JsonText &json, std::string_view key, const Entry *entry)
+std::string_view name_or_none(const Entry *entry)
 {
-    json.key(key);
-    if (entry)
-        json.text(entry->name);
-    else
-        json->Null();
+    return entry ? entry->name : std::string_view();
 }
 
 void write_arguments(JsonText &json, const Operation &operation)
@@ -159,9 +154,8 @@ void write_arguments(JsonText &json, const Operation &operation)
         json.member("name", argument.name);
         json.member("type", type_name(operation, argument));
         json.member("direction", is_output(argument) ? "out" : is_in_place(operation, argument) ? "in-out" : "in");
-        json.key("required");
-        json->Bool(!may_be_omitted(argument));
-        write_name(json, "field", argument.field);
+        json.truth("required", !may_be_omitted(argument));
+        json.member_or_null("field", name_or_none(argument.field));
         if (argument.size > 0) json.member("size", argument.size);
         json.member("brief", argument.brief);
         json->EndObject();
@@ -182,15 +176,11 @@ void write_operation(JsonText &json, const Operation &operation)
     json.member("call", catalogue::to_text(operation.call));
     json.member("channel", operation.channel->name);
     json.member("record", operation.record->name);
-    write_name(json, "command", operation.command);
-    json.key("code");
-    if (operation.command)
-        json->Uint(operation.command->code);
-    else
-        json->Null();
+    json.member_or_null("command", name_or_none(operation.command));
+    operation.command ? json.member("code", operation.command->code) : json.null("code");
     json.member("failure", failure_text(operation));
-    write_name(json, "response", operation.response);
-    write_name(json, "through", goes_through(operation) ? catalogue::find_operation(operation.logged_as) : nullptr);
+    json.member_or_null("response", name_or_none(operation.response));
+    json.member_or_null("through", goes_through(operation) ? operation.logged_as : std::string_view());
     json.key("oddities");
     json->StartArray();
     for (const catalogue::Oddity &oddity : operation.odd)

@@ -172,7 +172,10 @@ std::string rule_text(const Operation &operation, const Argument &argument)
     if (argument.field) {
         rule += std::string(is_output(argument) ? "; from " : "; to ") + std::string(argument.field->name) +
                 " at offset " + std::to_string(argument.field->offset);
-        if (is_number(argument) && !is_command(operation, argument)) rule += "; " + range_of(operation, argument);
+        if (const catalogue::Field *named = named_values_of(operation, argument))
+            rule += "; " + allowed_text(*named) + ", or a number";
+        else if (is_number(argument) && !is_command(operation, argument))
+            rule += "; " + range_of(operation, argument);
         if (argument.type == ArgumentType::text)
             rule += ", which holds " + std::to_string(longest(*argument.field, true)) + " characters";
         if (argument.type == ArgumentType::block && argument.size == 0)

@@ -148,29 +148,16 @@ std::string decibel_text(double value)
 
 void write_member(JsonText &json, std::string_view key, const std::optional<MilliTime> &value)
 {
+    if (!value) return json.null(key);
     json.key(key);
-    if (value)
-        json->Uint64(*value);
-    else
-        json->Null();
+    json->Uint64(*value);
 }
 
 void write_member(JsonText &json, std::string_view key, const std::optional<double> &value)
 {
+    if (!value) return json.null(key);
     json.key(key);
-    if (value)
-        json.number(decibel_text(*value));
-    else
-        json->Null();
-}
-
-void write_text(JsonText &json, std::string_view key, std::string_view value)
-{
-    json.key(key);
-    if (value.empty())
-        json->Null();
-    else
-        json.text(value);
+    json.number(decibel_text(*value));
 }
 
 void write_alarm(JsonText &json, const AlarmFact &alarm)
@@ -182,8 +169,8 @@ void write_alarm(JsonText &json, const AlarmFact &alarm)
     json.member("state", alarm.active ? "active" : "cleared");
     write_member(json, "raised", alarm.raised);
     write_member(json, "cleared", alarm.cleared);
-    write_text(json, "cause", alarm.cause);
-    write_text(json, "place", alarm.place);
+    json.member_or_null("cause", alarm.cause);
+    json.member_or_null("place", alarm.place);
     json->EndObject();
 }
 

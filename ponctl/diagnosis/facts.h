@@ -47,6 +47,12 @@ struct LightFact {
     std::optional<double> at_olt, at_onu; // dBm
 };
 
+// A MeasuredFact is what a power measurement of the port found, which somebody had it make.
+struct MeasuredFact {
+    double power; // dBm at the port
+    std::optional<MilliTime> at;
+};
+
 // The limits of a port's receiver are the thresholds of its module, in dBm.
 struct LightLimits {
     double weak;   // with less there are bit errors
@@ -71,10 +77,9 @@ std::string ago_text(std::optional<MilliTime> now, std::optional<MilliTime> then
 // Returns a power or a difference of powers with two decimals.
 std::string decibel_text(double value);
 
-// Write a member that is null when there is no value, or when a text is empty.
+// Write a member that is null when there is no value.
 void write_member(JsonText &json, std::string_view key, const std::optional<MilliTime> &value);
 void write_member(JsonText &json, std::string_view key, const std::optional<double> &value);
-void write_text(JsonText &json, std::string_view key, std::string_view value);
 // Writes an alarm as an object.
 void write_alarm(JsonText &json, const AlarmFact &alarm);
 

@@ -112,7 +112,7 @@ private:
                        {"find out which of the two ONUs is the customer's; one of them is a copy, or has the wrong "
                         "address in its memory"});
         if (state == "rejected" || has("rejected"))
-            return say("rejected", "it is on the black list, and is not let in",
+            return say("rejected", "it is on the blacklist, and is not let in",
                        {"see its entry with 'ponctl blacklist list " + std::to_string(facts.onu.port) + "'",
                         "take it off with 'ponctl onu allow " + std::to_string(facts.onu.port) + " " + facts.onu.mac +
                             "' when it may come back"});

@@ -18,8 +18,7 @@ struct Facts {
     std::vector<OnuFact> onus;     // all ONUs of the port, with this one
     std::vector<AlarmFact> alarms; // all alarms of the port and of its ONUs
     std::optional<LightFact> light;
-    std::optional<double>
-        last_measured; // dBm at the port: what its last power measurement found, if it was of this ONU
+    std::optional<MeasuredFact> last_measured; // the port's last power measurement, if it was of this ONU
     std::optional<LightLimits> limits;
     std::optional<MilliTime> now;
 };

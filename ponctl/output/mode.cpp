@@ -9,4 +9,9 @@ Mode &mode()
     return current;
 }
 
+std::string shown_secret(const std::string &secret)
+{
+    return secret.empty() || mode().secrets ? secret : "***";
+}
+
 } // namespace ponctl

@@ -5,6 +5,7 @@
 #include "pages/mdoc.h"
 #include "pages/pages.h"
 #include "pages/tree.h"
+#include "text/words.h"
 
 namespace ponctl
 {
@@ -60,7 +61,14 @@ std::string option_list(const Syntax &command)
 
 std::string brief_and_prose(const Syntax &command, const std::string &prose)
 {
-    return mdoc::text(sentence(command.brief)) + prose + (command.footer.empty() ? "" : mdoc::text(command.footer));
+    std::string text = mdoc::text(sentence(command.brief)) + prose;
+    bool first = true;
+    for (const std::string &paragraph : text::split(command.footer, '\n')) {
+        if (paragraph.empty()) continue;
+        text += (first ? "" : ".Pp\n") + mdoc::text(paragraph);
+        first = false;
+    }
+    return text;
 }
 
 std::string command_section(const Syntax &command, const std::string &prose)

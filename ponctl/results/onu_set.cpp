@@ -143,8 +143,10 @@ ExitCode for_each_onu(const OnuSet &set, const std::function<void(const Onu &, s
             if (!holds(ids, id)) continue;
             const Onu onu{set.port, id};
             progress.next(onu);
+            narrow_hits(HitOnu{onu.port, onu.id});
             act(onu, asked.emplace_back(onu.name()).calls);
         }
+        narrow_hits(std::nullopt);
     }
     show(asked, several);
     std::fflush(stdout);
@@ -175,8 +177,7 @@ std::function<void(const std::deque<OnuCalls> &, bool several)> statuses_on(cons
                 json->StartObject();
                 json.member("onu", onu);
                 json.member("operation", called.operation().name);
-                json.key("ipc_result");
-                json->Int(called.exchange().result);
+                json.ipc_result(called.exchange().result);
                 json.status(called.status());
                 json->EndObject();
             }

@@ -79,6 +79,19 @@ void put_value(const Setting &setting, const Assignment &field, Bytes &request)
     put_field(setting, std::string(mask->name), mask_text(field.name, field.value.substr(slash + 1)), request);
 }
 
+// Puts the given values into a request. What another field decides about comes behind it.
+void put_values(const Setting &setting, Bytes &request)
+{
+    const auto is_decided = [&setting](const Assignment &field) {
+        const catalogue::Layout *layout = setting.layout();
+        const Field *known = layout ? catalogue::find_field(layout->fields, field.name) : nullptr;
+        return known && !known->decider.empty();
+    };
+    for (const bool decided : {false, true})
+        for (const Assignment &field : setting.given)
+            if (is_decided(field) == decided) put_value(setting, field, request);
+}
+
 // Returns a cell as a value of a field has it on a command line.
 std::string value_of_cell(const db_handle *database, uint32_t row, const char *column)
 {
@@ -150,11 +163,10 @@ void check_given(const Setting &setting)
 {
     Bytes scratch(setting.record().size);
     const catalogue::Layout *layout = setting.layout();
-    for (const Assignment &field : setting.given) {
-        put_value(setting, field, scratch);
+    put_values(setting, scratch);
+    for (const Assignment &field : setting.given)
         if (const Field *known = layout ? catalogue::find_field(layout->fields, field.name) : nullptr)
             check_allowed(known->name, *known, field_bytes(*known, scratch));
-    }
     const catalogue::Operation *reader = layout && layout->present ? reader_of(*layout->present) : nullptr;
     if (!reader) return;
     const Field *index = catalogue::find_field(layout->fields, "index");
@@ -179,8 +191,7 @@ bool read_present(const Setting &setting, const Onu &onu, std::deque<Invocation>
 
 void put_given(const Setting &setting, Bytes &request)
 {
-    for (const Assignment &field : setting.given)
-        put_value(setting, field, request);
+    put_values(setting, request);
     const catalogue::Field &code = *setting.record().command;
     put_field(setting, std::string(code.name), std::string(setting.command->name), request);
     const catalogue::Layout *layout = setting.layout();
@@ -199,20 +210,19 @@ void put_given(const Setting &setting, Bytes &request)
     }
 }
 
-std::string changes_between(const Setting &setting, const Bytes &before, const Bytes &after)
+std::vector<Change> changes_between(const Setting &setting, const Bytes &before, const Bytes &after)
 {
     const catalogue::Layout *layout = setting.layout();
     if (!layout) return {};
     const RecordRole role = role_of(setting);
     const Reading was{&setting.record(), layout, role, before}, is{&setting.record(), layout, role, after};
-    std::vector<std::string> changes;
+    const bool is_known = layout->present && reader_of(*layout->present);
+    std::vector<Change> changes;
     for (const Field &field : layout->fields) {
         const std::string one = text_of(was, field), other = text_of(is, field);
-        if (one != other)
-            changes.push_back(std::string(field.name) + " " + (one.empty() ? "-" : one) + " -> " +
-                              (other.empty() ? "-" : other));
+        if (one != other) changes.push_back({std::string(field.name), is_known ? one : "", other});
     }
-    return changes.empty() ? "nothing" : text::join(changes);
+    return changes;
 }
 
 bool has_arrived(const Setting &setting, const Onu &onu, const Bytes &sent)
@@ -220,7 +230,7 @@ bool has_arrived(const Setting &setting, const Onu &onu, const Bytes &sent)
     std::deque<Invocation> calls;
     Bytes now;
     if (!read_present(setting, onu, calls, now) || calls.empty()) return true;
-    return changes_between(setting, now, sent) == "nothing";
+    return changes_between(setting, now, sent).empty();
 }
 
 } // namespace ponctl

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "call/invocation.h"
+#include "hits/hit.h"
 #include "results/onu_set.h"
 
 namespace ponctl
@@ -34,8 +35,9 @@ bool read_present(const Setting &setting, const Onu &onu, std::deque<Invocation>
 // the field when the service does not take such a value.
 void put_given(const Setting &setting, Bytes &request);
 
-// Returns what is different between two requests, for people: "mode transparent -> tag, pvid 1 -> 100".
-std::string changes_between(const Setting &setting, const Bytes &before, const Bytes &after);
+// Returns what is different between two requests. Without a layout nobody knows. What was before is left out where
+// nothing can be asked about it.
+std::vector<Change> changes_between(const Setting &setting, const Bytes &before, const Bytes &after);
 
 // Returns whether an ONU has by now what was sent to it. A setting that nothing can be asked about counts as arrived.
 bool has_arrived(const Setting &setting, const Onu &onu, const Bytes &sent);

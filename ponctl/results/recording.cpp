@@ -43,6 +43,15 @@ Traced::Traced(const board_trace_entry &entry, bool swapped, int times)
     if (swapped) swap_words(answer_record(*kind, command), role(true), response);
 }
 
+void Traced::hide_secrets()
+{
+    if (!channel) return;
+    request = without_secrets(*kind, role(), request);
+    const Bytes shown = without_secrets(answer_record(*kind, command), role(true), response);
+    if (shown != response && !result.empty()) result = "***";
+    response = shown;
+}
+
 Reading Traced::reading(bool of_answer) const
 {
     return read_record(of_answer ? answer_record(*kind, command) : *kind, role(of_answer), bytes(of_answer));

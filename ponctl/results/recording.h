@@ -30,6 +30,8 @@ struct Traced {
     std::string_view result;
 
     RecordRole role(bool is_answer = false) const { return {channel, call(), command, is_answer}; }
+    // Hides the secrets in its records, and a result that the answer names as a secret.
+    void hide_secrets();
     const Bytes &bytes(bool of_answer) const { return of_answer ? response : request; }
     // Returns a record of the exchange, whose channel must be known.
     Reading reading(bool of_answer) const;

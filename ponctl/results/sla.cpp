@@ -1,5 +1,7 @@
 #include "results/sla.h"
 
+#include <utility>
+
 #include "call/codec/meaning.h"
 #include "output/consent.h"
 #include "results/operands.h"
@@ -26,6 +28,21 @@ bool set_down(const Onu &onu, const std::string &maximum, std::deque<Invocation>
         .good();
 }
 
+// Returns what becomes different of an SLA. Of the downstream one nobody was asked how it stands.
+std::vector<Change> changes_of(const Sla &wanted, const Reading *up)
+{
+    std::vector<Change> changes;
+    for (const auto &[field, given] : {std::pair<const char *, const std::string &>{"fixed", wanted.fixed},
+                                       {"assured", wanted.assured},
+                                       {"maximum", wanted.maximum},
+                                       {"priority", wanted.priority},
+                                       {"weight", wanted.weight}})
+        if (const std::string before = up ? field_digits(*up, field) : ""; !given.empty() && given != before)
+            changes.push_back({field, before, given});
+    if (!wanted.down.empty()) changes.push_back({"down", {}, wanted.down});
+    return changes;
+}
+
 // Sets the given parts of the upstream SLA, and keeps the rest as it is.
 bool set_up(const Onu &onu, const Sla &wanted, std::deque<Invocation> &calls)
 {
@@ -35,6 +52,7 @@ bool set_up(const Onu &onu, const Sla &wanted, std::deque<Invocation> &calls)
     const auto given_or_kept = [&sla](const char *field, const std::string &given) {
         return given.empty() ? field_digits(sla, field) : given;
     };
+    expect_changes(changes_of(wanted, &sla));
     return calls
         .emplace_back("bsp_pon_onu_sla_config",
                       to_onu(onu, {{"record.fixed", given_or_kept("fixed", wanted.fixed)},
@@ -76,6 +94,7 @@ std::vector<std::string> sla_place_of(const Onu &onu)
 
 bool set_sla(const Onu &onu, const Sla &sla, std::deque<Invocation> &calls)
 {
+    if (!sla.has_upstream()) expect_changes(changes_of(sla, nullptr));
     if (sla.has_upstream() && !set_up(onu, sla, calls)) return false;
     return sla.down.empty() || set_down(onu, sla.down, calls);
 }

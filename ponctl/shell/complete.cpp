@@ -9,6 +9,7 @@
 #include <rapidjson/document.h>
 
 #include "call/arguments.h"
+#include "call/codec/meaning.h"
 #include "cli/program.h"
 #include "command_line/parse.h"
 #include "describe/operation_text.h"
@@ -218,17 +219,17 @@ private:
 
     Candidates ports() const { return listed(ask, {"port", "list"}, "pon_port", {"bound", "online", "waiting"}); }
 
-    bool of_black_list() const { return walk.command().name == "allow"; }
+    bool of_blacklist() const { return walk.command().name == "allow"; }
 
     Candidates of_onus(const std::string &port, const char *column, const std::vector<const char *> &about) const
     {
-        Words command = of_black_list() ? Words{"blacklist"} : Words{"onu", "list"};
+        Words command = of_blacklist() ? Words{"blacklist"} : Words{"onu", "list"};
         if (!port.empty()) command.push_back(port);
         return listed(ask, command, column, about);
     }
     Candidates ids(const std::string &port) const
     {
-        return of_onus(port, of_black_list() ? "id" : "onu_id", {"mac", "state", "description"});
+        return of_onus(port, of_blacklist() ? "id" : "onu_id", {"mac", "state", "description"});
     }
     Candidates macs(const std::string &port) const { return of_onus(port, "mac", {"onu_id", "state", "description"}); }
 
@@ -320,32 +321,59 @@ private:
         return with_start(name + "=", command ? commands_of(*command) : values_of_field(name, words));
     }
 
+    // Returns the fields of an argument that a command line may set.
+    static std::vector<const catalogue::Field *> settable_fields(const Operation &operation, const Argument &argument)
+    {
+        std::vector<const catalogue::Field *> fields;
+        if (takes_fields(operation, argument)) fields = fields_of(operation, argument);
+        if (const auto *layout = takes_whole_record(argument) ? layout_of(operation, false) : nullptr)
+            for (const catalogue::Field &field : layout->fields)
+                fields.push_back(&field);
+        return fields;
+    }
+
+    // Returns the values of an argument, or of a field of an argument.
+    Candidates argument_values(const Operation &operation, const std::string &name, const Words &words) const
+    {
+        const size_t dot = name.find('.');
+        const catalogue::Field *named = nullptr;
+        for (const Argument &argument : operation.arguments) {
+            if (is_output(argument) || argument.name != name.substr(0, dot)) continue;
+            if (is_command(operation, argument)) return value(words, operation.channel);
+            if (dot == name.npos) {
+                named = named_values_of(operation, argument);
+                continue;
+            }
+            for (const catalogue::Field *field : settable_fields(operation, argument))
+                if (field->name == name.substr(dot + 1)) named = field;
+        }
+        const Words values = named ? value_words(*named) : Words();
+        if (values.empty()) return value(words, nullptr);
+        Candidates found;
+        for (const std::string &one : values)
+            found.push_back({start_of_value() + one, {}});
+        return found;
+    }
+
     Candidates arguments() const
     {
         const Operation *operation = catalogue::find_operation(walk.one("OPERATION"));
         if (!operation) return {};
         const Words words = walk.all("ARGUMENT");
-        const std::string name = word.substr(0, word.find('='));
+        if (const size_t equals = word.find('='); equals != word.npos)
+            return argument_values(*operation, word.substr(0, equals), words);
         Candidates found;
         for (const Argument &argument : operation->arguments) {
             if (is_output(argument)) continue;
-            if (name.size() < word.size()) {
-                if (argument.name == name && is_command(*operation, argument)) return value(words, operation->channel);
-                continue;
-            }
             const std::string own(argument.name);
-            if (takes_fields(*operation, argument))
-                for (const catalogue::Field *field : fields_of(*operation, argument))
-                    found.push_back(assignment(own + ".", *field));
-            if (const auto *layout = takes_whole_record(argument) ? layout_of(*operation, false) : nullptr)
-                for (const catalogue::Field &field : layout->fields)
-                    found.push_back(assignment(own + ".", field));
+            for (const catalogue::Field *field : settable_fields(*operation, argument))
+                found.push_back(assignment(own + ".", *field));
             std::string about(argument.brief);
             if (may_be_omitted(argument)) about += "; may be left out";
             found.push_back(
                 assignment(own, type_name(*operation, argument), about, argument.field ? argument.field->unit : ""));
         }
-        return name.size() < word.size() ? value(words, nullptr) : not_yet(std::move(found), words);
+        return not_yet(std::move(found), words);
     }
 
     Candidates settings() const { return listed(ask, {"onu", "settings"}, "command", {"brief"}); }

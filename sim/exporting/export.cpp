@@ -359,7 +359,7 @@ private:
     void count_port(const PonPort &port)
     {
         leave_out("limits of the distance of ONUs", port.limits != RangingLimits{});
-        leave_out("entries of black lists", ids_of(port.blacklist).count());
+        leave_out("entries of blacklists", ids_of(port.blacklist).count());
         std::set<std::string> said; // LOIDs
         for (const Arrival &arrival : port.arrivals)
             if (const auto record = port.authentication.records.find(arrival.loid);

@@ -1,4 +1,4 @@
-// These commands concern the white list and the black list.
+// These commands concern the whitelist and the blacklist.
 #include "generated/service_words.h"
 #include "handlers/record.h"
 #include "model/lifecycle/admission.h"

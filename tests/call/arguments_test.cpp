@@ -54,6 +54,19 @@ TEST(Arguments, TextsLeftOutAreNullAndEmptyOnesAreNot)
     EXPECT_STREQ(text_at(arguments, 4), "");
 }
 
+TEST(Arguments, NumbersAreGivenByTheNamesThatTheLayoutHas)
+{
+    const auto number = [](const char *name, const Words &words, size_t index) {
+        return Arguments(operation(name), words).values()[index].number;
+    };
+    EXPECT_EQ(number("bsp_pon_onu_ctc_oam_print", {"value=messages"}, 0), 2u);
+    EXPECT_EQ(number("bsp_pon_onu_ctc_oam_print", {"value=1"}, 0), 1u);
+    EXPECT_EQ(number("bsp_debug_plat_ingress_behavior_get", {"port=1", "selector=GE-port"}, 1), 1u);
+    EXPECT_EQ(number("bsp_debug_plat_ge_phy_set", {"port=1", "value=loopback,full-duplex"}, 1), 0x41u);
+    EXPECT_EQ(error_of("bsp_pon_onu_ctc_oam_print", {"value=all"}),
+              "value: 'all' is not one of nothing, errors, messages, nor a number");
+}
+
 TEST(Arguments, UnknownOnesAreNamedWithTheKnown)
 {
     EXPECT_EQ(error_of(bind, {"macc=00:11:22:33:44:55"}),

@@ -1,7 +1,11 @@
 // These tests read records by the catalogue.
 #include "call/codec/decode.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "call/json.h"
+#include "usage_error.h"
 
 namespace
 {
@@ -49,6 +53,70 @@ TEST(Decode, ShowsTheLayoutOfTheCommandInPlaceOfTheBlockThatHoldsIt)
 {
     EXPECT_EQ(shown(pon_record({{"cmd", "BSP_CMD_OPT_RANGE_SET"}, {"min_distance", "10"}, {"max_distance", "20000"}})),
               (Shown{"cmd=424 BSP_CMD_OPT_RANGE_SET", "min_distance=10 m", "max_distance=20000 m"}));
+}
+
+// Returns the fields of a classification setting from its assignments.
+Bytes classification(const std::vector<Assignment> &assignments)
+{
+    const catalogue::Command &command = *catalogue::find_command("BSP_CMD_ONU_CLASSIFICATION_SET");
+    Bytes bytes(command.channel->record->size);
+    set_fields(*command.channel->record, {command.channel, set, &command}, assignments, false, "", bytes);
+    return bytes;
+}
+
+TEST(DecidedValues, AreReadAndShownAsTheOtherFieldSays)
+{
+    const catalogue::Command &command = *catalogue::find_command("BSP_CMD_ONU_CLASSIFICATION_SET");
+    // A value may come before the field that decides about it, and each rule has fields of its own.
+    const Bytes bytes = classification({{"value_a_1", "0211.2233.4455"},
+                                        {"field_a_1", "source-MAC"},
+                                        {"field_b_1", "destination-IPv4"},
+                                        {"value_b_1", "10.1.2.3"},
+                                        {"field_c_1", "VLAN"},
+                                        {"value_c_1", "256"},
+                                        {"field_a_8", "ethertype"},
+                                        {"value_a_8", "0x88a8"},
+                                        {"field_b_8", "DSCP"},
+                                        {"value_b_8", "hex:00000000002e"}});
+    const Reading reading = read_record(*command.channel->record, {command.channel, set, &command}, bytes);
+    const auto shown = [&reading](const char *name) {
+        return text_of(reading, *catalogue::find_field(reading.layout->fields, name));
+    };
+    EXPECT_EQ(shown("value_a_1"), "02:11:22:33:44:55");
+    EXPECT_EQ(shown("value_b_1"), "10.1.2.3");
+    EXPECT_EQ(shown("value_c_1"), "256");
+    EXPECT_EQ(shown("value_a_8"), "0x88a8");
+    EXPECT_EQ(shown("value_b_8"), "46");
+    EXPECT_EQ(text::to_hex(std::span(bytes).subspan(368, 6)), "00000a010203");
+    EXPECT_EQ(text::to_hex(std::span(bytes).subspan(376, 6)), "000000000100");
+
+    JsonText json;
+    json.record(reading);
+    EXPECT_THAT(json.written(), testing::HasSubstr(R"("value_a_1": "02:11:22:33:44:55")"));
+    EXPECT_THAT(json.written(), testing::HasSubstr(R"("value_b_1": "10.1.2.3")"));
+    EXPECT_THAT(json.written(), testing::HasSubstr(R"("value_c_1": 256)"));
+    EXPECT_THAT(json.written(), testing::HasSubstr(R"("value_a_8": 34984)"));
+}
+
+TEST(DecidedValues, AreRefusedWhereTheyAreNoneOfTheirKind)
+{
+    const auto error = [](const char *field, const char *value) {
+        return usage_error_of([&] { classification({{"field_a_1", field}, {"value_a_1", value}}); });
+    };
+    EXPECT_THAT(error("source-MAC", "100"), testing::HasSubstr("value_a_1: '100' is not"));
+    EXPECT_EQ(error("source-IPv4", "100"), "value_a_1: '100' is not an IPv4 address, as 10.0.0.2");
+    EXPECT_THAT(error("VLAN", "10.0.0.1"), testing::HasSubstr("value_a_1: '10.0.0.1' is not a number from 0"));
+}
+
+TEST(Secrets, AreHiddenInARecordAndNothingElseIs)
+{
+    const catalogue::Record &record = *pon().record;
+    const Bytes bytes = pon_record({{"cmd", "BSP_CMD_LOID_ADD"}, {"loid", "shop17"}, {"password", "a long password"}});
+    const Bytes hidden = without_secrets(record, {&pon(), set}, bytes);
+    EXPECT_EQ(shown(hidden), (Shown{"cmd=408 BSP_CMD_LOID_ADD", "loid=shop17", "password=***"}));
+    EXPECT_EQ(std::string(hidden.begin(), hidden.end()).find("long"), std::string::npos);
+    const Bytes without = pon_record({{"cmd", "BSP_CMD_LOID_ADD"}, {"loid", "shop17"}});
+    EXPECT_EQ(without_secrets(record, {&pon(), set}, without), without);
 }
 
 TEST(Decode, HidesNoByteThatTheLayoutDoesNotName)

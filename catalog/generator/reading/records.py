@@ -10,6 +10,7 @@ FIELD_SIZES = {"u32": 4, "u8": 1, "mac": 6, "idset": 16, "u16": 2, "s16": 2, "s3
 ALIGNMENTS = {"u32": 4, "idset": 4, "u16": 2, "s16": 2, "s32": 4, "u64": 4}
 NUMBERS = {"u8": (0, 0xFF), "u16": (0, 0xFFFF), "s16": (-0x8000, 0x7FFF), "u32": (0, 0xFFFFFFFF),
            "s32": (-0x80000000, 0x7FFFFFFF), "u64": (0, 0xFFFFFFFFFFFFFFFF)}
+NOTATIONS = ("hexadecimal", "mac", "ipv4")
 
 
 def read_records(catalogue, file):
@@ -44,7 +45,8 @@ def read_fields(owner, size, kinds, *repeating):
     fields = {}
     for table in owner.items("fields"):
         field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
-                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", "counted", *repeating])
+                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", "counted", "secret", "decided",
+                       *repeating])
         for place in places(field):
             check_field(place, size, kinds)
             add(fields, place)
@@ -54,6 +56,7 @@ def read_fields(owner, size, kinds, *repeating):
             after.fail(f"overlaps field {before.name}, which ends at {before.offset + before.size}")
     for field in ordered:
         check_condition(field, fields)
+        check_decided(field, fields)
         field.counter = field.text("counted", "")
         if field.counter and (field.times == 1 or field.counter not in fields):
             field.fail("'counted' names the field that says how many of a repeated one count")
@@ -71,6 +74,25 @@ def check_condition(field, fields):
     known = fields[field.condition].values if field.condition in fields else {}
     if not isinstance(field.where, list) or not field.where or any(name not in known for name in field.where):
         field.fail(f"'where' must list names of values of another field, not {field.where!r} of {field.condition!r}")
+
+
+def check_decided(field, fields):
+    """Reads in which notation the bytes of a field are, as the values of another field decide."""
+    decided = field.get("decided", {})
+    if not isinstance(decided, dict):
+        field.fail(f"'decided' must be a table, not {decided!r}")
+    field.decider, field.forms = decided.get("by", ""), {}
+    if not decided:
+        return
+    decider = fields.get(field.decider) or fields.get(f"{field.decider}_{field.index + 1}")
+    if decider is None or not decider.values or field.type != "bytes" or field.size != FIELD_SIZES["mac"]:
+        field.fail("'decided' says 'by' which field with 'values' the meaning of 6 bytes is decided")
+    for notation, values in decided.items():
+        if notation == "by":
+            continue
+        if notation not in NOTATIONS or not isinstance(values, list) or any(name not in decider.values for name in values):
+            field.fail(f"'decided' must list values of {field.decider!r} for {', '.join(NOTATIONS)}, not {notation} = {values!r}")
+        field.forms.update({name: notation for name in values})
 
 
 def places(field):
@@ -108,6 +130,9 @@ def check_field(field, size, kinds):
         field.fail(f"'scale' must be a number above 0, not {field.scale!r}")
     if field.scale != 1 and (kind not in NUMBERS or not field.get("unit")):
         field.fail("only numbers with a unit have a scale")
+    field.secret = field.flag("secret")
+    if field.secret and kind not in ("text", "bytes"):
+        field.fail("only texts and bytes are 'secret'")
     check_meaning(field)
 
 

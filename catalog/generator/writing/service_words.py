@@ -15,6 +15,8 @@ def service_words(catalogue):
             lines.append(f"inline constexpr uint32_t {status.name} = {status.value}; // {status.brief}")
     lines += ["", "// Fields that the service gives to opaque parts of a record."]
     for layout in catalogue.layouts.values():
+        if layout.kept:
+            continue
         lines += ["", f"namespace layout::{layout.name}", "{"]
         lines += [place_of(field) for field in layout.fields.values() if field.index == 0]
         lines += [f"}} // namespace layout::{layout.name}"]

@@ -57,6 +57,10 @@ def field_row(owner, field):
         meaning += [f".condition = {quoted(field.condition)}", f".where = {owner.name}_{field.base}_where"]
     if field.counter:
         meaning.append(f".counter = {quoted(field.counter)}")
+    if field.decider:
+        meaning += [f".decider = {quoted(field.decider)}", f".forms = {owner.name}_{field.base}_forms"]
+    if field.secret:
+        meaning.append(".secret = true")
     row = [quoted(field.base), f"FieldType::{field.type}", field.offset, field.size, quoted(field.unit), field.scale,
            quoted(field.brief)]
     members = ("name", "type", "offset", "size", "unit", "scale", "brief")
@@ -64,7 +68,7 @@ def field_row(owner, field):
 
 
 def named_rows(owner, field):
-    """Writes the names that the row of a field refers to, of values, of bits and of the values of its condition."""
+    """Writes the names that the row of a field refers to, of values, of bits and of the values of other fields."""
     lines = []
     for key in ("values", "flags"):
         if names := getattr(field, key):
@@ -73,6 +77,9 @@ def named_rows(owner, field):
     if field.condition:
         rows = ", ".join(map(quoted, field.where))
         lines.append(f"constexpr std::string_view {owner.name}_{field.base}_where[] = {{{rows}}};")
+    if field.decider:
+        rows = ", ".join(f"{{{quoted(name)}, Notation::{notation}}}" for name, notation in field.forms.items())
+        lines.append(f"constexpr Form {owner.name}_{field.base}_forms[] = {{{rows}}};")
     return lines
 
 
@@ -114,7 +121,8 @@ def uses(entry, at):
 
 def layout_row(layout, at):
     return (f"    {{{quoted(layout.name)}, {at[layout.record]}, {layout.name}_commands, expanded<{layout.name}_rows>, "
-            f"{flag(layout.of_answer)}, {quoted(layout.brief)}, {at[layout.present]}}},")
+            f"{flag(layout.of_answer)}, {quoted(layout.brief)}, {at[layout.present]}, {quoted(layout.left_out)}, "
+            f"{flag(layout.kept)}, {'std::nullopt' if layout.index is None else layout.index}}},")
 
 
 def columns(view):

@@ -46,6 +46,7 @@ struct Line {
     std::map<std::string_view, std::string> cells;
     std::optional<Onu> onu; // where it is, or will be; nothing until the service chose an id
     bool bind = true, describe = false, add_loid = false, set_sla = false;
+    Hit hit = {}; // the ONU as it is now, and what becomes different of it
 
     const std::string &at(std::string_view name) const { return cells.at(name); }
     std::string place() const { return at("pon_port") + "/" + (onu ? std::to_string(onu->id) : "?"); }
@@ -238,7 +239,7 @@ private:
             for (const std::string_view column : columns)
                 onu[std::string(column)];
             for (const char *column :
-                 {"pon_port", "onu_id", "mac", "mode", "text_a", "text_b", "text_c", "description"})
+                 {"pon_port", "onu_id", "mac", "state", "mode", "text_a", "text_b", "text_c", "description"})
                 onu[column] = cell_of(listed.database(), row, column);
         }
         return exit_success;
@@ -316,14 +317,26 @@ void plan(Line &line, const Present &present)
         line.onu = at;
         line.bind = false;
     }
+    line.hit.port = parse_number("pon_port", line.at("pon_port"));
+    if (line.onu) line.hit.id = line.onu->id;
+    line.hit.mac = line.at("mac");
+    if (known) {
+        line.hit.state = known->at("state");
+        line.hit.description = known->at("description");
+    }
+    if (line.bind) line.hit.changes.push_back({"bound", "no", "yes"});
     const auto differs = [&](const char *column) {
-        return !line.at(column).empty() && (!known || known->at(column) != line.at(column));
+        const std::string before = known ? known->at(column) : std::string();
+        if (line.at(column).empty() || (known && before == line.at(column))) return false;
+        line.hit.changes.push_back({column, before, line.at(column)});
+        return true;
     };
     line.describe = differs("description");
     line.add_loid = !line.at("loid").empty() &&
                     (!line.at("password").empty() || !present.has_loid(line.at("pon_port"), line.at("loid")));
-    line.set_sla = std::ranges::any_of(
-        std::array{"sla_fixed", "sla_assured", "sla_maximum", "sla_priority", "sla_weight", "sla_down"}, differs);
+    if (line.add_loid) line.hit.changes.push_back({"loid", known ? known->at("loid") : "", line.at("loid")});
+    for (const char *column : {"sla_fixed", "sla_assured", "sla_maximum", "sla_priority", "sla_weight", "sla_down"})
+        if (differs(column)) line.set_sla = true;
 }
 
 std::string plan_text(const std::vector<Line> &lines)
@@ -444,10 +457,13 @@ ExitCode run_onu_import(const Output &output, const std::string &file)
         ask_before("bsp_pon_bind_onu_spec_id",
                    "importing " + std::to_string(busy) + (busy == 1 ? " ONU" : " ONUs") + ", of " +
                        std::to_string(lines.size()) + (lines.size() == 1 ? " line" : " lines"),
-                   [&lines] { return plan_text(lines); });
+                   [&lines] {
+                       return Preview{plan_text(lines), {}};
+                   });
     std::deque<Result> results;
     for (Line &line : lines) {
         Result &result = results.emplace_back(&line);
+        expect_hits({line.hit});
         carry_out(line, result.calls);
     }
     print_results(output, results);

@@ -71,9 +71,9 @@ ExitCode release_many(const Output &output, const ReleaseOptions &options)
         throw UsageError("--all and --offline stand alone: not with each other, not with --id or --mac");
     const std::string which = options.all ? "all ONUs" : "all offline ONUs";
     const char *operation = options.all ? "bsp_pon_no_bind_onu_all" : "bsp_pon_no_bind_offline_onu_all";
-    const OnuSet all{parse_number("PORT", options.port), {}, true};
     ask_about(operation, "releasing " + which + " of port " + options.port,
-              options.all ? Effect::offline : Effect::setting, all);
+              options.all ? Effect::offline : Effect::setting, parse_number("PORT", options.port),
+              [&options](const Hit &onu) { return onu.id && (options.all || onu.state == "offline"); });
     return run_call(output, operation, words_of({{"pon_port", options.port}}));
 }
 
@@ -134,21 +134,20 @@ void write_onu(Json &json, const std::optional<Known> &known, const std::string 
     json->StartObject();
     if (name) json.member("onu", *name);
     if (!known) {
-        for (const char *key : {"information", "configuration", "uni_ports"}) {
-            json.key(key);
-            json->Null();
-        }
+        for (const char *key : {"information", "configuration", "uni_ports"})
+            json.null(key);
         json->EndObject();
         return;
     }
     const Known &onu = *known;
     json.key("information");
     json.row(onu.information->database(), onu.row);
-    json.key("configuration");
-    if (onu.configuration && db_rows(onu.configuration->database()) > 0)
+    if (onu.configuration && db_rows(onu.configuration->database()) > 0) {
+        json.key("configuration");
         json.row(onu.configuration->database(), 0);
-    else
-        json->Null();
+    } else {
+        json.null("configuration");
+    }
     json.key("uni_ports");
     json.document(onu.uni_ports ? onu.uni_ports->database() : nullptr);
     json->EndObject();
@@ -279,6 +278,18 @@ ExitCode run_onu_bind(const Output &output, const BindOptions &options)
                               : run_call(output, "bsp_pon_bind_onu_spec_id", words);
 }
 
+// Asks before one ONU is released, which the options name by its id or by its MAC address.
+void ask_about_release(const char *operation, const ReleaseOptions &options)
+{
+    const uint32_t port = parse_number("PORT", options.port);
+    if (!options.id.empty())
+        return ask_about(operation, "releasing ONU " + options.port + "/" + options.id, Effect::offline,
+                         OnuSet{port, parse_idset("--id", options.id)});
+    const std::string mac = text::mac_text(parse_mac("--mac", options.mac));
+    ask_about(operation, "releasing ONU " + mac + " of port " + options.port, Effect::offline, port,
+              [&mac](const Hit &onu) { return onu.mac == mac; });
+}
+
 ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
 {
     const bool named = !(options.id + options.mac).empty();
@@ -296,9 +307,7 @@ ExitCode run_onu_release(const Output &output, const ReleaseOptions &options)
                             : options.id.empty() ? "bsp_pon_no_bind_onu_by_mac"
                                                  : "bsp_pon_no_bind_onu_spec_id_and_mac";
     // Without anybody to ask, the request itself is refused, and says for what.
-    if (!options.id.empty() && may_ask())
-        ask_about(operation, "releasing ONU " + options.port + "/" + options.id, Effect::offline,
-                  OnuSet{parse_number("PORT", options.port), parse_idset("--id", options.id)});
+    if (may_ask()) ask_about_release(operation, options);
     return run_call(output, operation,
                     words_of({{"pon_port", options.port}, {"onu_id", options.id}, {"mac", options.mac}}));
 }
@@ -329,9 +338,18 @@ ExitCode run_onu_describe(const Output &output, const DescribeOptions &options)
         throw UsageError("give PORT ID TEXT, or PORT/IDS TEXT; the TEXT is one word of the command line, quoted");
     const std::string &text = set ? options.id : *options.text;
     check_text("TEXT", text, longest_text);
-    if (set) return tell_onus(output, *set, operation, {"text=" + text});
-    auto words = words_of(
-        {{"pon_port", port_of(options.port)}, {"onu_id", std::to_string(parse_number("ID", options.id, max_onu_id))}});
+    const auto change = [&text](const Hit &onu) -> std::vector<Change> {
+        if (onu.description == text) return {};
+        return {{"description", onu.description, text}};
+    };
+    if (set) {
+        ask_about(operation, "describing " + describe_onu_set(*set), Effect::setting, *set, change);
+        return tell_onus(output, *set, operation, {"text=" + text});
+    }
+    const std::string port = port_of(options.port), id = std::to_string(parse_number("ID", options.id, max_onu_id));
+    const OnuSet one{parse_number("PORT", port), parse_idset("ID", id)};
+    ask_about(operation, "describing " + describe_onu_set(one), Effect::setting, one, change);
+    auto words = words_of({{"pon_port", port}, {"onu_id", id}});
     words.push_back("text=" + text);
     return run_call(output, operation, words);
 }
@@ -341,7 +359,7 @@ ExitCode run_onu_reboot(const Output &output, const std::string &text)
 {
     static constexpr const char *operation = "bsp_pon_reboot_onu_batch";
     const OnuSet set = parse_onu_set(text);
-    ask_before(operation, "rebooting " + describe_onu_set(set));
+    ask_about(operation, "rebooting " + describe_onu_set(set), Effect::offline, set);
     return for_each_onu(
         set,
         [](const Onu &onu, std::deque<Invocation> &calls) {
@@ -439,7 +457,7 @@ void add_onu(Program &program)
         "onu",
         "Lists, shows, explains, binds, releases, confirms, reboots and rejects ONUs; asks and sets remote ONUs");
     for (const auto add : {add_list, add_find, add_why, add_show, add_bind, add_release, add_confirm, add_reboot,
-                           add_describe, add_black_list, add_import})
+                           add_describe, add_blacklisting, add_import})
         add(onu);
     add_watch(program, onu);
     Command &image = add_queries(onu);

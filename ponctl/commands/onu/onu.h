@@ -10,7 +10,7 @@ inline constexpr const char *onu_set_help =
     "PON port and ids of its ONUs, as 1/5, 1/3-17,20 or 1/all (those that are bound)";
 
 // Adds the commands that put ONUs on the blacklist and take them off.
-void add_black_list(Command &onu);
+void add_blacklisting(Command &onu);
 // Adds the command that finds ONUs on all ports.
 void add_find(Command &onu);
 // Adds the command that says why an ONU is in its state.

@@ -163,9 +163,14 @@ std::deque<Step> steps_of(const Setting &setting, const OnuSet &set)
 std::vector<Planned> planned_by(const Setting &setting, const std::deque<Step> &steps)
 {
     std::vector<Planned> planned;
-    for (const Step &step : steps)
-        planned.push_back(
-            {step.onu, step.ready ? changes_between(setting, step.before, step.request) : "cannot be set now"});
+    for (const Step &step : steps) {
+        Planned &one = planned.emplace_back(Planned{step.onu});
+        if (step.ready) one.changes = changes_between(setting, step.before, step.request);
+        if (!step.ready)
+            one.about = "cannot be set now";
+        else if (setting.layout())
+            one.about = changes_text(one.changes);
+    }
     return planned;
 }
 
@@ -217,6 +222,16 @@ ExitCode list_settings(const Output &output)
             {short_name(command->name), std::string(catalogue::to_text(command->impact)), std::string(command->brief)});
     print_texts(output, {"COMMAND", "CLASS", "BRIEF"}, rows);
     return exit_success;
+}
+
+// Returns what becomes of the fields that are left out, of each setting of which nobody can say how it stands.
+std::string left_out_text()
+{
+    std::string text = "What becomes of fields that are left out, where nobody can be asked how a setting stands:";
+    for (const catalogue::Command *command : settings())
+        if (const catalogue::Layout *layout = catalogue::find_layout(*command); layout && !layout->left_out.empty())
+            text += "\n" + short_name(command->name) + ": " + std::string(layout->left_out);
+    return text;
 }
 
 ExitCode list_fields(const Output &output, const catalogue::Command &command)
@@ -335,8 +350,9 @@ void add_settings(Command &onu, Command &image)
     set.argument("SET", &setting.set, onu_set_help).is_required();
     set.argument("COMMAND FIELD=VALUE", &setting.words,
                  "the setting by its name or the words of it, as vlan or mc-vlan, and its fields; uni=N is the UNI "
-                 "port; fields left out stay as they are; 'ponctl onu settings' lists both")
+                 "port; fields left out stay as they are, with the exceptions below; 'ponctl onu settings' lists both")
         .is_required();
+    set.footer = left_out_text();
 
     Command &settings = onu.add("settings", "Lists the settings of 'ponctl onu set', or the fields of one");
     std::vector<std::string> &words = settings.runs(run_onu_settings);

@@ -26,14 +26,14 @@ Event event_of(const OnuEvent &event)
     json.member("pon_port", event.onu.port);
     write_member(json, "onu_id", event.onu.id ? std::optional<MilliTime>(*event.onu.id) : std::nullopt);
     json.member("mac", event.onu.mac);
-    write_text(json, "description", event.onu.description);
+    json.member_or_null("description", event.onu.description);
     json.member("before", event.before);
     json.member("state", event.state);
     const AlarmFact cause = event.cause.value_or(AlarmFact{});
     write_member(json, "at", cause.raised);
-    write_text(json, "alarm", cause.name);
-    write_text(json, "cause", cause.cause);
-    write_text(json, "place", cause.place);
+    json.member_or_null("alarm", cause.name);
+    json.member_or_null("cause", cause.cause);
+    json.member_or_null("place", cause.place);
     json->EndObject();
     std::string line = time + " " + event.onu.name() + " " + event.state + " (was " + event.before + ")";
     if (event.cause) line += ": " + cause.name + (cause.reason().empty() ? "" : " (" + cause.reason() + ")");

@@ -71,7 +71,10 @@ public:
         const Invocation measured("bsp_om_plat_diag_rssi_get",
                                   words_of({{"pon_port", port}, {"id", std::to_string(*facts.onu.id)}, {"sel", "1"}}),
                                   consent());
-        if (measured.good()) facts.last_measured = field_number(measured.block(), "received_power");
+        const auto power = measured.good() ? field_number(measured.block(), "received_power") : std::nullopt;
+        if (!power) return code;
+        const auto time = field_number(measured.block(), "time");
+        facts.last_measured = {*power, time ? std::optional(static_cast<MilliTime>(*time)) : std::nullopt};
         return code;
     }
 
@@ -127,7 +130,7 @@ private:
         return exit_success;
     }
 
-    // An ONU on the black list is not among those of its port.
+    // An ONU on the blacklist is not among those of its port.
     ExitCode find_rejected(const std::string &who, const std::string &nothing_found)
     {
         const Invocation listed("bsp_pon_get_onu_blacklist", {"record.pon_port=0"}, consent());
@@ -168,6 +171,15 @@ std::string light_text(const Facts &facts, const Diagnosis &diagnosis)
     return text;
 }
 
+// Nothing else says how much light there was before an ONU went offline: the service keeps no other measurement, and no
+// alarm states a power.
+std::string measured_text(const Facts &facts)
+{
+    if (!facts.last_measured) return "never, or the last power measurement of the port was of another ONU";
+    return decibel_text(facts.last_measured->power) + " dBm at the OLT, by the port's last power measurement " +
+           ago_text(facts.now, facts.last_measured->at);
+}
+
 std::string cause_text(const AlarmFact &alarm)
 {
     return alarm.name + (alarm.reason().empty() ? "" : " (" + alarm.reason() + ")");
@@ -186,7 +198,7 @@ void print_diagnosis(const Output &output, const Facts &facts, const Diagnosis &
     table.add({"since", ago_text(facts.now, diagnosis.since)});
     table.add({"last cause", diagnosis.last_cause ? cause_text(*diagnosis.last_cause) : "-"});
     table.add({"light now", light_text(facts, diagnosis)});
-    table.add({"last measured", facts.last_measured ? decibel_text(*facts.last_measured) + " dBm at the OLT" : "-"});
+    table.add({"last measured", measured_text(facts)});
     table.add({"neighbours", neighbours_text(diagnosis.neighbours)});
     table.print(output);
     if (!diagnosis.alarms.empty()) {
@@ -212,23 +224,26 @@ void write_diagnosis(Json &json, const Facts &facts, const Diagnosis &diagnosis)
     json.member("pon_port", onu.port);
     write_member(json, "onu_id", onu.id ? std::optional<MilliTime>(*onu.id) : std::nullopt);
     json.member("mac", onu.mac);
-    write_text(json, "description", onu.description);
-    write_text(json, "loid", onu.loid);
+    json.member_or_null("description", onu.description);
+    json.member_or_null("loid", onu.loid);
     json.member("state", onu.state);
     json.member("verdict", diagnosis.verdict);
     json.member("summary", diagnosis.summary);
     write_member(json, "now", facts.now);
     write_member(json, "since", diagnosis.since);
-    json.key("last_cause");
-    if (diagnosis.last_cause)
+    if (diagnosis.last_cause) {
+        json.key("last_cause");
         write_alarm(json, *diagnosis.last_cause);
-    else
-        json->Null();
+    } else {
+        json.null("last_cause");
+    }
+    const std::optional<MeasuredFact> &measured = facts.last_measured;
     json.key("light");
     json->StartObject();
     write_member(json, "olt_rx_power", facts.light ? facts.light->at_olt : std::nullopt);
     write_member(json, "rx_power", facts.light ? facts.light->at_onu : std::nullopt);
-    write_member(json, "last_measured", facts.last_measured);
+    write_member(json, "last_measured", measured ? std::optional(measured->power) : std::nullopt);
+    write_member(json, "last_measured_at", measured ? measured->at : std::nullopt);
     write_member(json, "limit", facts.limits ? std::optional(facts.limits->lost) : std::nullopt);
     write_member(json, "margin", diagnosis.margin);
     json->EndObject();
@@ -244,11 +259,7 @@ void write_diagnosis(Json &json, const Facts &facts, const Diagnosis &diagnosis)
     for (const AlarmFact &alarm : diagnosis.alarms)
         write_alarm(json, alarm);
     json->EndArray();
-    json.key("checks");
-    json->StartArray();
-    for (const std::string &check : diagnosis.checks)
-        json.text(check);
-    json->EndArray();
+    json.texts("checks", diagnosis.checks);
     json->EndObject();
 }
 

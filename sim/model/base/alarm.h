@@ -9,7 +9,7 @@ namespace ponsim
 enum class Alarm : uint32_t {
     los = 1,           // was online, and now is not ranged, or has no power; or was online or waited, and light is lost
     dying_gasp,        // was rebooted by command, or lost its power
-    rejected,          // registers, and is on the black list
+    rejected,          // registers, and is on the blacklist
     auth_failed,       // is on the fibre, and now is turned away for its LOID
     bias_high,         // of the port: the bias of its laser has risen to the alarm threshold
     power_low,         // of the port: the launch power of its laser has fallen to the alarm threshold
@@ -44,7 +44,7 @@ enum class AlarmCause : uint32_t {
     reboot,      // it was rebooted by command
     command,     // somebody ordered it
     distance,    // the ONU is outside the ranging limits
-    black_list,  // the ONU is on the black list
+    black_list,  // the ONU is on the blacklist
     loid,        // the ONU's LOID is not accepted
     bit_errors,  // messages were spoilt on the fibre
     age,         // the laser is old

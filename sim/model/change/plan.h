@@ -11,7 +11,7 @@
 namespace ponsim
 {
 
-// OnuIds are ids of one port: of ONUs, or of entries of its black list.
+// OnuIds are ids of one port: of ONUs, or of entries of its blacklist.
 using OnuIds = std::bitset<onus_per_port>;
 
 struct Plan {

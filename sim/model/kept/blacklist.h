@@ -1,4 +1,4 @@
-// The black list of a port names the ONUs that the port refuses.
+// The blacklist of a port names the ONUs that the port refuses.
 #pragma once
 
 #include <cstdint>
@@ -40,7 +40,7 @@ struct Family<BlacklistEntry> {
         const char *operator()(uint32_t, const Key &key, const BlacklistEntry &entry)
         {
             const bool first = listed.insert({key.pon_port, entry.mac}).second;
-            return first ? nullptr : "the ONU is twice on the black list of its port";
+            return first ? nullptr : "the ONU is twice on the blacklist of its port";
         }
 
     private:

@@ -57,7 +57,7 @@ struct AuthCounts {
     uint32_t admitted;        // bound and online
     uint32_t unauthenticated; // bound and turned away
     uint32_t waiting;
-    uint32_t rejected; // on the black list, and on the fibre
+    uint32_t rejected; // on the blacklist, and on the fibre
 };
 AuthCounts count_onus(const Olt &olt, const PonPort &port);
 

@@ -1,5 +1,5 @@
 // Commands deregister ONUs. Such an ONU is off the fibre for a while, and registers by itself at a later discovery
-// window of its port, unless it is on the black list then.
+// window of its port, unless it is on the blacklist then.
 #pragma once
 
 #include "model/change/plan.h"

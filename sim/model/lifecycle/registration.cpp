@@ -133,7 +133,7 @@ void hold_window(const Olt &olt, const PonPort &port, const std::vector<const Ar
         } else if (port.refuses(onu->mac)) {
             set_phase(olt, port, onu->mac, Phase::registered, 0, change);
             raise(olt, alarm_key(port, onu->mac, Alarm::rejected), {AlarmCause::black_list}, change);
-            report(olt, DebugSwitch::onu, port.number, onu->mac, "rejected: on the black list", change);
+            report(olt, DebugSwitch::onu, port.number, onu->mac, "rejected: on the blacklist", change);
         } else {
             set_phase(olt, port, onu->mac, Phase::mpcp, mpcp_time(mpcp_of(olt, port.number)), change);
         }

@@ -23,7 +23,7 @@ public:
     // Adds to `change` what the registration brings about. `authentication` is that of the port after the change.
     Registration(const Olt &olt, const PonPort &port, const Authentication &authentication, Change &change);
 
-    // Registers an ONU that is on the fibre and not on the black list. When it is not bound, and is accepted by its
+    // Registers an ONU that is on the fibre and not on the blacklist. When it is not bound, and is accepted by its
     // LOID, it is bound to the next free id. It waits when there is no free id, when it is not supported, and while it
     // is bound elsewhere. An ONU that is turned away raises an alarm, unless it was on the fibre and turned away
     // before. An ONU that is let in by its

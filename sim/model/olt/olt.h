@@ -95,7 +95,7 @@ struct PonPort {
     RangingLimits limits = {};
     std::array<std::optional<Binding>, onus_per_port> bindings = {};         // by ONU id
     std::map<Mac, OnuRecord> onus = {};                                      // records that differ from a new one
-    std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by black list id
+    std::array<std::optional<BlacklistEntry>, onus_per_port> blacklist = {}; // by blacklist id
     std::map<Mac, uint32_t> blacklist_ids = {};
     Authentication authentication = {};
     Alarms alarms = {};
@@ -231,7 +231,7 @@ public:
 
     // Returns whether the ONU is bound at the port and online.
     bool online(const PonPort &port, const Mac &mac) const;
-    // Returns whether the ONU waits at the port: it is not bound there, and is not on the port's black list.
+    // Returns whether the ONU waits at the port: it is not bound there, and is not on the port's blacklist.
     bool waits(const PonPort &port, const Arrival &arrival) const;
     // Returns whether the ONU is on the fibre, so that something would be noticed of it.
     bool on_fibre(const PonPort &port, const Arrival &arrival) const

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "catalogue.h"
 #include "fake_service.h"
 #include "text/hex.h"
 #include "text/sha256.h"
@@ -221,6 +222,90 @@ TEST_F(Config, ShowsTheFieldsOfSettingsAndProfiles)
                                "profile line id 7 vlan = 100\n"
                                "profile line id 7 priority = 5\n"
                                "profile line id 7 upstream = 20000 kbit/s\n"));
+}
+
+// Returns a line of names of tables, and rows behind it.
+std::string configuration_of(const std::string &tables, const std::vector<std::string> &rows)
+{
+    std::string text = R"({"ponsim_configuration":11,"ports":2,"tables":{)" + tables + "}}\n";
+    for (const std::string &row : rows)
+        text += row + "\n";
+    return text + R"({"rows":)" + std::to_string(rows.size()) + "}\n";
+}
+
+constexpr const char *auth_table =
+    R"("auth":{"key":["pon_port","loid"],"values":["password"],"configured":["password"]})";
+
+TEST_F(Config, HidesPasswordsUnlessTheyAreWanted)
+{
+    const auto with = [](const char *password) {
+        return configuration_of(auth_table, {R"({"table":"auth","row":[1,"shop17",")" + std::string(password) + "\"]}",
+                                             R"({"table":"auth","row":[1,"open",""]})"});
+    };
+    write("one", with("sesame"));
+    write("other", with("mustard"));
+    EXPECT_EQ(ponctl({"config", "show", path("one")}).out, "auth 1 loid shop17 password = ***\n");
+    EXPECT_EQ(ponctl({"config", "show", path("one"), "--secrets"}).out, "auth 1 loid shop17 password = sesame\n");
+    EXPECT_THAT(ponctl({"config", "show", path("one"), "-o", "json"}).out, testing::Not(HasSubstr("sesame")));
+    const Finished different = ponctl({"config", "diff", path("one"), path("other")});
+    EXPECT_EQ(different.out, "- auth 1 loid shop17 password = ***\n+ auth 1 loid shop17 password = ***\n");
+    EXPECT_EQ(different.code, 1);
+    const auto document = parsed(ponctl({"config", "diff", path("one"), path("other"), "-o", "json"}).out);
+    EXPECT_STREQ(document[0]["before"].GetString(), "***");
+    EXPECT_STREQ(
+        parsed(ponctl({"config", "diff", path("one"), path("other"), "-o", "json", "--secrets"}).out)[0]["after"]
+            .GetString(),
+        "mustard");
+    const FakeService service(answer_with(with("sesame")));
+    EXPECT_THAT(service.ponctl({"config", "apply", path("other"), "--dry-run"}).out,
+                testing::Not(HasSubstr("mustard")));
+    EXPECT_EQ(service.ponctl({"config", "save", path("backup")}).code, 0);
+    EXPECT_THAT(content("backup"), HasSubstr("sesame"));
+}
+
+TEST_F(Config, ThatTheOnusAreNotAbleToDoesNotFit)
+{
+    const std::string tables =
+        R"("onu_setting":{"key":["pon_port","mac","command","uni"],"values":["told"],"configured":["told"]},)"
+        R"("onu":{"key":["pon_port","mac"],"values":["upgrade_type"],"configured":["upgrade_type"]},)"
+        R"("upgrade_type":{"key":["name"],"values":["vendor","model"],"configured":["vendor","model"]})";
+    const auto setting = [](uint32_t command, uint32_t uni, const std::string &hex) {
+        return R"({"table":"onu_setting","row":[1,{"hex":"02005e100001"},)" + std::to_string(command) + "," +
+               std::to_string(uni) + R"(,{"hex":")" + hex + "\"}]}";
+    };
+    const std::string trunk = "0301" + std::string(314, '0');
+    write("wanted", configuration_of(tables, {setting(662, 0, "00"), setting(662, 1, "01"),
+                                              setting(catalogue::find_command("BSP_CMD_ONU_PAUSE_GET")->code, 3, "01"),
+                                              setting(catalogue::find_command("BSP_CMD_ONU_VLAN_GET")->code, 1, trunk),
+                                              R"({"table":"onu","row":[1,{"hex":"02005e100001"},"spring"]})",
+                                              R"({"table":"upgrade_type","row":["spring","SIMA","S040"]})"}));
+    const std::string own =
+        configuration_of(tables, {setting(catalogue::find_command("BSP_CMD_ONU_PAUSE_GET")->code, 3, "00")});
+    const uint32_t abilities = catalogue::find_command("BSP_CMD_VIEW_ONU_CAP_SNMP")->code;
+    const FakeService service([&](const board_request &request, board_answer *answer) {
+        if (request.msg_type != 232) return answer_with(own)(request, answer);
+        rows(abilities, R"([{"pon_port":1,"onu_id":5,"mac":"02:00:5e:10:00:01","vendor":"SIMB","model":"E020",)"
+                        R"("fe_ports":2,"us_queues":1}])")(request, answer);
+    });
+    const Finished refused = service.ponctl({"config", "apply", path("wanted"), "--yes"});
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_THAT(refused.err, HasSubstr("uni 3: the ONU is a SIMB E020, which has only 2 UNI ports\n"));
+    EXPECT_THAT(refused.err, HasSubstr("uni 1: the ONU is a SIMB E020, which knows no controllable multicast\n"));
+    EXPECT_THAT(refused.err, HasSubstr("uni 1: the ONU is a SIMB E020, which knows no VLAN trunks\n"));
+    EXPECT_THAT(refused.err, HasSubstr("the ONU is a SIMB E020, and upgrade type spring is for a SIMA S040\n"));
+    EXPECT_THAT(refused.err, testing::Not(HasSubstr("uni 0")));
+
+    // What does not fit stays as it is at the OLT, and the rest is compared.
+    const Finished compared = service.ponctl({"config", "diff", path("wanted"), "--what-fits"});
+    EXPECT_EQ(compared.code, 1);
+    EXPECT_THAT(compared.err, HasSubstr("does not fit: onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_PAUSE_GET"));
+    EXPECT_THAT(compared.out, HasSubstr("- onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_MC_SWITCH_GET uni 0"));
+    EXPECT_THAT(compared.out, testing::Not(HasSubstr("PAUSE")));
+    EXPECT_EQ(service.ponctl({"config", "diff", path("wanted"), path("wanted"), "--what-fits"}).err,
+              "ponctl: --what-fits: not with SECOND, because the OLT says what fits\n");
+    EXPECT_EQ(service.ponctl({"config", "apply", path("wanted"), "--what-fits", "--yes"}).code, 0);
+    EXPECT_THAT(loaded(service.received()), HasSubstr("662,0"));
+    EXPECT_THAT(loaded(service.received()), testing::Not(HasSubstr("662,1")));
 }
 
 TEST_F(Config, ThatIsDamagedOrHasNoNamesIsRefusedWithItsLine)

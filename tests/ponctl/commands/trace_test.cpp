@@ -1,6 +1,8 @@
 // These tests run ponctl trace on exchanges that ponctl itself made.
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -77,6 +79,34 @@ TEST_F(Trace, ShowsTheFieldsWhenAsked)
                                                              "cmd      367 BSP_CMD_ONU_RELEASE_BATCH\n"
                                                              "pon_port 3\n"
                                                              "onu_set  1-5,7\n"));
+}
+
+TEST_F(Trace, HidesPasswordsUnlessTheyAreWanted)
+{
+    const std::string secret = R"(["a row with sesame"])";
+    {
+        const FakeService service([&secret](const board_request &request, board_answer *answer) {
+            if (request.msg_type == 232) return;
+            std::array<char, 24 + sizeof BOARD_RESULT_FILE> data{};
+            const auto size = static_cast<uint32_t>(secret.size());
+            std::memcpy(&data[8], &size, sizeof size);
+            std::memcpy(&data[24], BOARD_RESULT_FILE, sizeof BOARD_RESULT_FILE);
+            board_answer_data(answer, data.data(), data.size());
+            board_answer_file(answer, secret.data(), size);
+        });
+        service.ponctl({"loid", "add", "1", "shop17", "--password", "sesame", "--yes"});
+        EXPECT_EQ(service.ponctl({"config", "save", "-"}).out, secret);
+        unsetenv("BOARD_IPC_TRACE");
+    }
+    for (const std::vector<std::string> &form : {std::vector<std::string>{"-v"}, {"-o", "json"}, {"-o", "hex"}}) {
+        std::vector<std::string> words{"trace", file};
+        words.insert(words.end(), form.begin(), form.end());
+        const std::string hidden = ponctl(words).out;
+        EXPECT_THAT(hidden, HasSubstr("***"));
+        EXPECT_THAT(hidden, testing::Not(HasSubstr("sesame")));
+        words.emplace_back("--secrets");
+        EXPECT_THAT(ponctl(words).out, HasSubstr("sesame"));
+    }
 }
 
 TEST_F(Trace, IsChosenAsOtherListings)

@@ -183,6 +183,9 @@ TEST(Completion, KnowsOperationsAndTheirArguments)
     EXPECT_THAT(after({"call", "bsp_pon_exec_get_json_"}, "cmd=BSP_CMD_VIEW_ONU_INFO_W"),
                 ElementsAre("cmd=BSP_CMD_VIEW_ONU_INFO_WEB"));
     EXPECT_THAT(after({"call", "bsp_pon_get_onu_blacklist"}, "record.pon"), ElementsAre("record.pon_port="));
+    EXPECT_THAT(after({"call", "bsp_pon_onu_ctc_oam_print"}, "value="),
+                ElementsAre("value=nothing", "value=errors", "value=messages"));
+    EXPECT_THAT(after({"call", "bsp_debug_plat_ge_phy_set"}, "value=reset,i"), ElementsAre("value=reset,isolate"));
 }
 
 TEST(Completion, KnowsChannelsAndTheirFields)
@@ -244,7 +247,7 @@ TEST(Tab, DoesNothingInAComment)
 TEST(HelpAtTheCursor, NamesCommandsWithTheirHelp)
 {
     EXPECT_THAT(help_at("onu re", an_olt),
-                AllOf(HasSubstr("  reject   Puts ONUs on the black list"), HasSubstr("  release  Releases the binding"),
+                AllOf(HasSubstr("  reject   Puts ONUs on the blacklist"), HasSubstr("  release  Releases the binding"),
                       Not(HasSubstr("list\n"))));
 }
 

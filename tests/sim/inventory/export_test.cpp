@@ -238,7 +238,7 @@ TEST(Export, SaysWhatItLeavesOut)
               BSP_OK);
     const std::string text = text_of(scene.simulator);
     EXPECT_THAT(text, HasSubstr("# It does not say:\n# - limits of the distance of ONUs: 1\n"
-                                "# - entries of black lists: 1\n"));
+                                "# - entries of blacklists: 1\n"));
 }
 
 } // namespace

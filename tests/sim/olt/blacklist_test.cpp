@@ -1,4 +1,4 @@
-// These tests check the black list of a port.
+// These tests check the blacklist of a port.
 #include "rows.h"
 #include "support.h"
 

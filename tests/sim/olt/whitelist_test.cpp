@@ -1,4 +1,4 @@
-// The white list is what is bound. These tests check looking ONUs up, ids in use, descriptions, and the information of
+// The whitelist is what is bound. These tests check looking ONUs up, ids in use, descriptions, and the information of
 // some ONUs.
 #include "rows.h"
 #include "support.h"

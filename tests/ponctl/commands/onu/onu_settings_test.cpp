@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "catalogue.h"
 #include "fake_service.h"
 
 namespace
@@ -216,6 +217,41 @@ TEST(OnuSet, SaysWhatChangesBeforeItAsks)
                 HasSubstr("mode trunk -> tag, count 1 -> 0, pvid 5 -> 100, user_1 7 -> 0, network_1 7 -> 0\n"));
     EXPECT_THAT(finished.err, HasSubstr("sending BSP_CMD_ONU_VLAN_SET to ONU 1/5? [y/N] "));
     EXPECT_TRUE(service.settings().empty());
+}
+
+TEST(OnuSet, SaysWhatBecomesOfFieldsThatAreLeftOut)
+{
+    const std::string help = ponctl({"onu", "set", "--help"}).out;
+    EXPECT_THAT(help, HasSubstr("\nport-config: All settings of the port are written"));
+    EXPECT_THAT(help, HasSubstr("\nclassification: Rules with other precedences stay as they are."));
+    EXPECT_THAT(help, Not(HasSubstr("\nvlan: ")));
+    // A setting that starts from nothing and has several fields says what that means.
+    for (const catalogue::Command &command : catalogue::commands()) {
+        const catalogue::Layout *layout = catalogue::find_layout(command);
+        if ((command.channel->name != "BSP_MSG_ONU_CFG" && command.channel->name != "BSP_MSG_ONU_INFO") ||
+            command.impact == catalogue::Class::read || !layout || layout->present || layout->fields.size() < 2)
+            continue;
+        EXPECT_FALSE(layout->left_out.empty()) << command.name;
+    }
+}
+
+TEST(OnuSet, ReadsAValueAsTheOtherFieldSays)
+{
+    const FakeService service;
+    EXPECT_EQ(
+        service
+            .ponctl({"onu", "set", "1/5", "classification", "uni=1", "action=add", "count=1", "precedence_1=1",
+                     "entries_1=1", "value_a_1=10.1.2.3", "field_a_1=destination-IPv4", "operator_a_1=equal", "--yes"})
+            .code,
+        0);
+    const Received sent = service.settings().at(0);
+    EXPECT_EQ(std::vector<uint8_t>(sent.record.begin() + 360, sent.record.begin() + 366),
+              (std::vector<uint8_t>{0, 0, 10, 1, 2, 3}));
+    EXPECT_EQ(service
+                  .ponctl({"onu", "set", "1/5", "classification", "uni=1", "action=add", "field_a_1=source-IPv4",
+                           "value_a_1=7", "--yes"})
+                  .err,
+              "ponctl: value_a_1: '7' is not an IPv4 address, as 10.0.0.2\n");
 }
 
 TEST(OnuSet, TakesAddressesAsPeopleWriteThem)

@@ -1,5 +1,6 @@
 // These tests run ponctl onu why, onu reboot and onu watch as processes against a fake service.
 #include <atomic>
+#include <cstring>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -39,6 +40,27 @@ TEST(OnuWhy, SaysWhatFollowsAndWhatToCheckNext)
     EXPECT_THAT(finished.out, HasSubstr("Check next\n1. ask the customer whether the ONU has power"));
 }
 
+TEST(OnuWhy, SaysWhoseMeasurementTheLastOneWas)
+{
+    const FakeService service([](const board_request &request, board_answer *answer) {
+        uint32_t port = 0, command = 0;
+        std::memcpy(&port, request.data, sizeof port);
+        if (request.length == 1148) std::memcpy(&command, static_cast<const char *>(request.data) + 92, sizeof command);
+        if (command != 488) return a_port()(request, answer);
+        const std::vector<uint8_t> measured =
+            answer_to("BSP_CMD_OPTICS_RSSI_GET", {{"received_power", -2345}, {"time", 30000}});
+        board_answer_data(answer, measured.data(), static_cast<uint32_t>(measured.size()));
+    });
+    EXPECT_THAT(service.ponctl({"onu", "why", "1/5"}).out,
+                HasSubstr("-23.45 dBm at the OLT, by the port's last power measurement"));
+    const auto document = parsed(service.ponctl({"onu", "why", "1/5", "-o", "json"}).out);
+    EXPECT_EQ(document["light"]["last_measured"].GetDouble(), -23.45);
+    EXPECT_EQ(document["light"]["last_measured_at"].GetUint(), 30000u);
+    const FakeService refuses(by_command({{384, rows(384, onus)}, {488, status(4003)}}));
+    EXPECT_THAT(refuses.ponctl({"onu", "why", "1/5"}).out,
+                HasSubstr("never, or the last power measurement of the port was of another ONU"));
+}
+
 TEST(OnuWhy, TakesAnythingThatOneOnuIsFoundBy)
 {
     const FakeService service(a_port());
@@ -48,7 +70,7 @@ TEST(OnuWhy, TakesAnythingThatOneOnuIsFoundBy)
               "ponctl: ONU: 2 ONUs have 'main street': 1/5, 1/6; name one\n");
 }
 
-TEST(OnuWhy, FindsAnOnuOnTheBlackList)
+TEST(OnuWhy, FindsAnOnuOnTheBlacklist)
 {
     const FakeService service(a_port());
     const auto document = parsed(service.ponctl({"onu", "why", "0200.5e10.0099", "-o", "json"}).out);

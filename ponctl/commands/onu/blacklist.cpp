@@ -32,7 +32,8 @@ ExitCode reject_by_mac(const Output &output, const RejectOptions &options, const
     if (!options.ids.empty()) throw UsageError("--mac: not together with ids");
     const std::string mac = text::mac_text(parse_mac("--mac", options.mac));
     check_text("--text", options.text, longest_entry_text);
-    ask_before("bsp_pon_blacklist_add_onu_auto_id", "rejecting ONU " + mac + " at port " + port);
+    ask_about("bsp_pon_blacklist_add_onu_auto_id", "rejecting ONU " + mac + " at port " + port, Effect::offline,
+              parse_number("PORT", port), [&mac](const Hit &onu) { return onu.mac == mac; });
     return run_call(output, "bsp_pon_blacklist_add_onu_auto_id",
                     words_of({{"pon_port", port}, {"mac", mac}, {"text", options.text}}));
 }
@@ -71,14 +72,14 @@ ExitCode run_onu_allow(const Output &output, const AllowOptions &options)
     }
     const std::string ids = format_idset(parse_idset("--ids", options.ids));
     ask_before("bsp_pon_no_bind_blacklist_batch",
-               "allowing the ONUs with ids " + ids + " on the black list of port " + port + " again");
+               "allowing the ONUs with ids " + ids + " on the blacklist of port " + port + " again");
     return run_call(output, "bsp_pon_no_bind_blacklist_batch",
                     words_of({{"record.pon_port", port}, {"record.id_set", ids}}));
 }
 
 void add_reject(Command &onu)
 {
-    Command &reject = onu.add("reject", "Puts ONUs on the black list: they are released and stay away until allowed");
+    Command &reject = onu.add("reject", "Puts ONUs on the blacklist: they are released and stay away until allowed");
     RejectOptions &options = reject.runs(run_onu_reject);
     reject.argument("PORT", &options.port, port_or_set_help).is_required();
     reject.argument("ID", &options.ids, "ONU ids of bound ONUs, as 5 or 1-5,7, unless PORT has them");
@@ -88,16 +89,16 @@ void add_reject(Command &onu)
 
 void add_allow(Command &onu)
 {
-    Command &allow = onu.add("allow", "Takes ONUs off the black list");
+    Command &allow = onu.add("allow", "Takes ONUs off the blacklist");
     AllowOptions &options = allow.runs(run_onu_allow);
     allow.argument("PORT", &options.port, port_help).is_required();
     allow.argument("MAC", &options.mac, "MAC address of the ONU");
-    allow.option("--ids", &options.ids, "in place of MAC: ids on the black list, as 1-5,7", "IDS");
+    allow.option("--ids", &options.ids, "in place of MAC: ids on the blacklist, as 1-5,7", "IDS");
 }
 
 } // namespace
 
-void add_black_list(Command &onu)
+void add_blacklisting(Command &onu)
 {
     add_reject(onu);
     add_allow(onu);
