@@ -47,7 +47,15 @@ struct Family<UpgradeRun> {
                                       Column{"since", &UpgradeRun::since, past},
                                       Column{"reason", &UpgradeRun::reason, {0, 5}}};
     static constexpr bool placed = true;
-    static constexpr size_t most = max_ports * remembered_per_port;
+    static constexpr size_t most_of_port = remembered_per_port;
+    static constexpr size_t most = max_ports * most_of_port;
+
+    struct Check {
+        const char *operator()(uint32_t, const Key &, const UpgradeRun &run) const
+        {
+            return is_version(run.version) ? nullptr : "there is no such version";
+        }
+    };
 };
 
 } // namespace ponsim

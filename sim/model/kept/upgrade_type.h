@@ -11,6 +11,7 @@ namespace ponsim
 {
 
 inline constexpr size_t max_upgrade_types = 32;
+inline constexpr size_t longest_type_name = 31;
 inline constexpr Bounds image_sizes{1, std::numeric_limits<uint32_t>::max()}; // bytes
 
 struct UpgradeType {
@@ -23,6 +24,13 @@ struct UpgradeType {
     bool operator==(const UpgradeType &) const = default;
 };
 
+// Returns whether the text can be a software version.
+bool is_version(const std::string &text);
+
+// Returns whether the type is possible: its texts are short enough for the layout, and name, vendor, model and version
+// are words.
+bool is_good(const std::string &name, const UpgradeType &type);
+
 template <>
 struct Family<UpgradeType> {
     static constexpr std::string_view table = "upgrade_type";
@@ -34,6 +42,13 @@ struct Family<UpgradeType> {
                                       Column{"version", &UpgradeType::version},
                                       Column{"size", &UpgradeType::size, image_sizes},
                                       Column{"file", &UpgradeType::file}};
+
+    struct Check {
+        const char *operator()(uint32_t, const Key &name, const UpgradeType &type) const
+        {
+            return is_good(name, type) ? nullptr : "there is no such upgrade type";
+        }
+    };
 };
 
 } // namespace ponsim
