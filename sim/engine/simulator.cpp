@@ -10,6 +10,7 @@
 #include "control/control.h"
 #include "generated/service_words.h"
 #include "model/alarm/history.h"
+#include "model/inventory/forgetting.h"
 #include "store/configuration.h"
 #include "text/written.h"
 
@@ -78,8 +79,7 @@ void Simulator::change(Change change)
     recover();
     keep_happenings();
     change.put<ModelClock>({}, {model.now()});
-    add_events(model, change);
-    model.add_traffic(change);
+    complete(change);
     kept.write(change);
     damaged = true;
     apply(change);
@@ -98,6 +98,13 @@ void Simulator::recover()
     replies.clear();
     rows.clear();
     damaged = false;
+}
+
+void Simulator::complete(Change &change) const
+{
+    add_events(model, change);
+    add_forgotten(model, change);
+    model.add_traffic(change);
 }
 
 void Simulator::apply(const Change &change)
@@ -188,8 +195,7 @@ void Simulator::happen()
                                  std::to_string(most_at_once) + " things have happened by themselves at this time");
     model.advance(due->at);
     Change change = due->process ? due->process->happen(model) : change_of(*agenda.entry(model.events_done()));
-    add_events(model, change);
-    model.add_traffic(change);
+    complete(change);
     damaged = true;
     happened.add(change);
     apply(change);

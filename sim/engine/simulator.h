@@ -114,6 +114,8 @@ private:
     // Begins again from what is kept, after there was no memory to make a change that may be kept already.
     void recover();
     Change change_of(const Event &event) const;
+    // Adds to a change what follows from it: events, what is forgotten, and traffic.
+    void complete(Change &change) const;
     // Makes a change that is kept, or will be.
     void apply(const Change &change);
     void note(const Change &change);

@@ -1,6 +1,8 @@
 // Handlers of remote ONUs share this: which ONU a request is about, and settings that are blocks.
 #pragma once
 
+#include "bsp_pon.h"
+#include "generated/service_words.h"
 #include "handlers/record.h"
 #include "model/olt/remote.h"
 
@@ -33,6 +35,13 @@ struct BlockSetting {
     // This returns why the ONU cannot have this setting, or BSP_OK when it can.
     uint32_t (*check)(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
 };
+
+// This is the check of a setting that any ONU can have.
+template <bool (*is_good)(const OnuBlock &)>
+uint32_t check_block(const RemoteOnu &, uint32_t, const OnuBlock &block)
+{
+    return is_good(block) ? BSP_OK : PON_ERR_BAD_RECORD;
+}
 
 OnuBlock setting_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side, const BlockSetting &setting);
 

@@ -66,6 +66,7 @@ struct FamilyRows {
     TableForm form = form_of<Record>();
     decltype(make_check<Record>()) problem_of = make_check<Record>();
     std::map<Key, size_t> rows = {}; // the number of the row by key
+    std::map<uint32_t, size_t> rows_of_ports = {};
     std::vector<Entry<Record>> entries = {};
     decltype(make_parts(parts_of<Record>())) parts = make_parts(parts_of<Record>());
 };
@@ -109,6 +110,9 @@ struct Records::Tables {
         if (!family.rows.try_emplace(entry.key, taken).second) throw StoreError("the row is there twice");
         if (family.rows.size() > Of::most)
             throw StoreError("there are more than " + std::to_string(Of::most) + " such rows");
+        if constexpr (BoundedByPort<Record>)
+            if (++family.rows_of_ports[entry.key.pon_port] > Of::most_of_port)
+                throw StoreError("there are more than " + std::to_string(Of::most_of_port) + " such rows of the port");
         if (const char *problem = family.problem_of(ports, entry.key, *entry.record)) throw StoreError(problem);
         std::string problem;
         if constexpr (std::is_same_v<Record, Block>)

@@ -6,12 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "model/plant/device.h"
+#include "model/onu/multicast_settings.h"
 
 namespace ponsim
 {
-
-enum class McTags : uint8_t { keep, strip, translate };
 
 struct UniMulticast {
     uint32_t group_max;

@@ -150,24 +150,13 @@ Outcome set_onu_config(const Olt &olt, const Request &request)
 
 // The following handlers are those of UNI profiles.
 
-// Returns whether there can be an ONU that accepts this configuration.
-bool makes_sense(const OnuBlock &config)
-{
-    DeviceType able{};
-    able.vlan_translation = able.vlan_trunk = true;
-    RemoteOnu onu{};
-    onu.device.type = &able;
-    return std::ranges::all_of(uni_parts(config),
-                               [&onu](const Part &part) { return part.setting.check(onu, 1, part.block) == BSP_OK; });
-}
-
 Outcome set_profile(const Olt &olt, const Request &request)
 {
     const auto record = request.read<bsp_pon_msg>();
     if (record.arg_value > 1) return {PON_ERR_BAD_RECORD};
     if (record.arg_value == 0) return to_outcome(set_uni_profile(olt, record.pon_port, std::nullopt));
     const std::string settings(reinterpret_cast<const char *>(record.data429), uni_profile_size);
-    if (!makes_sense(OnuBlock('\0' + settings))) return {PON_ERR_BAD_RECORD};
+    if (!is_good_config(OnuBlock('\0' + settings))) return {PON_ERR_BAD_RECORD};
     return to_outcome(set_uni_profile(olt, record.pon_port, settings));
 }
 

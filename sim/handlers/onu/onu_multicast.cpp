@@ -5,6 +5,7 @@
 #include "generated/service_words.h"
 #include "handlers/remote.h"
 #include "model/olt/uni_config.h"
+#include "model/onu/multicast_settings.h"
 #include "model/plant/onu_multicast.h"
 #include "views/onu_multicast.h"
 
@@ -13,27 +14,18 @@ namespace ponsim
 namespace
 {
 
-// An Operation says what is done to the lists of VLANs and groups, and what their answers contain.
-enum Operation : uint8_t { remove = 0, add = 1, clear = 2, list = 3 };
-
 uint32_t able(const RemoteOnu &onu)
 {
     return knows_multicast(*onu.device.type) ? BSP_OK : PON_ERR_NOT_ABLE;
-}
-
-template <class Value>
-bool has(const std::vector<Value> &values, const Value &value)
-{
-    return std::ranges::find(values, value) != values.end();
 }
 
 // Changes a list. Returns BSP_OK unless the list would be longer than `most`.
 template <class Value>
 uint32_t change_list(std::vector<Value> &values, uint8_t operation, const std::vector<Value> &changes, size_t most)
 {
-    if (operation == clear) values.clear();
+    if (operation == mc_clear) values.clear();
     for (const Value &value : changes) {
-        if (operation == remove)
+        if (operation == mc_remove)
             std::erase(values, value);
         else if (!has(values, value))
             values.push_back(value);
@@ -44,7 +36,7 @@ uint32_t change_list(std::vector<Value> &values, uint8_t operation, const std::v
 // Returns whether the operation is possible with so many changes of a list.
 bool fits(uint8_t operation, uint32_t number, uint32_t most)
 {
-    return operation == clear ? number == 0 : operation < clear && number >= 1 && number <= most;
+    return operation == mc_clear ? number == 0 : operation < mc_clear && number >= 1 && number <= most;
 }
 
 // The following handlers are those of fast leave.
@@ -64,17 +56,17 @@ void put_abilities(OnuBlock &block, layout::At<uint32_t> number, Abilities abili
 
 OnuBlock fast_leave_off(const Olt &, const RemoteOnu &, uint32_t)
 {
-    return OnuBlock(4);
+    return OnuBlock(fast_leave_size);
 }
 
 uint32_t check_fast_leave(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    const auto state = block.get(layout::onu_fast_leave_set::state);
-    if (state > 1) return PON_ERR_BAD_RECORD;
-    return state == 0 || onu.device.type->fast_leave ? BSP_OK : PON_ERR_NOT_ABLE;
+    if (!is_good_fast_leave(block)) return PON_ERR_BAD_RECORD;
+    const bool on = block.get(layout::onu_fast_leave_set::state) == 1;
+    return !on || onu.device.type->fast_leave ? BSP_OK : PON_ERR_NOT_ABLE;
 }
 
-constexpr BlockSetting fast_leave{BSP_CMD_ONU_FAST_LEAVE_GET, false, 4, fast_leave_off, check_fast_leave};
+constexpr BlockSetting fast_leave{BSP_CMD_ONU_FAST_LEAVE_GET, false, fast_leave_size, fast_leave_off, check_fast_leave};
 
 uint32_t fast_leave_state(const Olt &olt, const RemoteOnu &onu, Side side)
 {
@@ -106,18 +98,19 @@ Outcome get_fast_leave_local(const Olt &olt, const Request &request)
 
 OnuBlock snooping(const Olt &, const RemoteOnu &, uint32_t)
 {
-    return OnuBlock(1);
+    return OnuBlock(mc_mode_size);
 }
 
 uint32_t check_mode(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    const auto mode = block.get(layout::onu_mc_switch_set::mode);
-    if (mode > 1) return PON_ERR_BAD_RECORD;
+    if (!is_good_mc_mode(block)) return PON_ERR_BAD_RECORD;
     const DeviceType &type = *onu.device.type;
-    return (mode == 1 ? type.multicast_control : type.igmp_snooping) ? BSP_OK : PON_ERR_NOT_ABLE;
+    return (block.get(layout::onu_mc_switch_set::mode) == 1 ? type.multicast_control : type.igmp_snooping)
+               ? BSP_OK
+               : PON_ERR_NOT_ABLE;
 }
 
-constexpr BlockSetting mode{BSP_CMD_ONU_MC_SWITCH_GET, false, 1, snooping, check_mode};
+constexpr BlockSetting mode{BSP_CMD_ONU_MC_SWITCH_GET, false, mc_mode_size, snooping, check_mode};
 
 bool controlled(const Olt &olt, const RemoteOnu &onu, Side side)
 {
@@ -130,18 +123,17 @@ constexpr uint16_t usual_group_max = 32;
 
 OnuBlock usual_maximum(const Olt &, const RemoteOnu &onu, uint32_t)
 {
-    OnuBlock block(2);
+    OnuBlock block(group_max_size);
     if (knows_multicast(*onu.device.type)) block.put(layout::onu_mc_group_max::maximum, usual_group_max);
     return block;
 }
 
 uint32_t check_maximum(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    if (block.get(layout::onu_mc_group_max_set::maximum) > max_uni_mc_groups) return PON_ERR_BAD_RECORD;
-    return able(onu);
+    return is_good_group_max(block) ? able(onu) : PON_ERR_BAD_RECORD;
 }
 
-constexpr BlockSetting group_maximum{BSP_CMD_ONU_MC_GROUP_MAX_GET, true, 2, usual_maximum, check_maximum};
+constexpr BlockSetting group_maximum{BSP_CMD_ONU_MC_GROUP_MAX_GET, true, group_max_size, usual_maximum, check_maximum};
 
 uint32_t group_max_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
 {
@@ -150,59 +142,19 @@ uint32_t group_max_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side s
 
 // The following handlers are those of tags.
 
-constexpr uint32_t tags_size = 34;
-
 OnuBlock tags_kept(const Olt &, const RemoteOnu &, uint32_t)
 {
-    return OnuBlock(tags_size);
-}
-
-McTags tags_of(const OnuBlock &block)
-{
-    return static_cast<McTags>(block.get(layout::onu_mc_vlan_mode::mode));
-}
-
-std::vector<Vlan> pairs_of(const OnuBlock &block, uint32_t from, uint32_t to)
-{
-    namespace fields = layout::onu_mc_vlan_mode;
-    std::vector<Vlan> pairs;
-    for (uint32_t index = from; index < to; ++index)
-        pairs.push_back({.user = block.get(fields::user_vlan[index]), .network = block.get(fields::mc_vlan[index])});
-    return pairs;
-}
-
-std::vector<Vlan> translations_of(const OnuBlock &block)
-{
-    return pairs_of(block, 0, block.get(layout::onu_mc_vlan_mode::number));
+    return OnuBlock(mc_tags_size);
 }
 
 uint32_t check_tags(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
-    const auto number = block.get(layout::onu_mc_vlan_mode_set::number);
-    if (tags_of(block) > McTags::translate || number > max_mc_translations) return PON_ERR_BAD_RECORD;
-    if ((tags_of(block) == McTags::translate) != (number > 0)) return PON_ERR_BAD_RECORD;
-    std::vector<uint32_t> seen;
-    for (const Vlan &pair : translations_of(block)) {
-        if (!is_vlan(pair.network) || !is_vlan(pair.user) || has(seen, pair.network)) return PON_ERR_BAD_RECORD;
-        seen.push_back(pair.network);
-    }
-    const std::vector<Vlan> unused = pairs_of(block, number, max_mc_translations);
-    if (std::ranges::any_of(unused, [](const Vlan &pair) { return pair != Vlan{0, 0}; })) return PON_ERR_BAD_RECORD;
-    return able(onu);
+    return is_good_tags(block) ? able(onu) : PON_ERR_BAD_RECORD;
 }
 
-constexpr BlockSetting tags{BSP_CMD_ONU_MC_VLAN_MODE_GET, true, tags_size, tags_kept, check_tags};
+constexpr BlockSetting tags{BSP_CMD_ONU_MC_VLAN_MODE_GET, true, mc_tags_size, tags_kept, check_tags};
 
-// The following handlers are those of VLANs. The list of VLANs is kept in the form in which the OLT's side answers it.
-
-OnuBlock block_of(const std::vector<uint32_t> &vlans)
-{
-    namespace fields = layout::onu_mc_vlan_local;
-    OnuBlock block(max_mc_vlans * sizeof(uint16_t));
-    for (uint32_t index = 0; index < vlans.size(); ++index)
-        block.put(fields::vlan[index], vlans[index]);
-    return block;
-}
+// The following handlers are those of VLANs.
 
 std::vector<UniViewers> viewers_of(const Olt &olt, const RemoteOnu &onu)
 {
@@ -221,12 +173,7 @@ OnuBlock vlan_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side sid
 
 std::vector<uint32_t> vlans_of(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
 {
-    namespace fields = layout::onu_mc_vlan_local;
-    const OnuBlock block = vlan_block(olt, onu, uni, side);
-    std::vector<uint32_t> vlans;
-    for (uint32_t index = 0; index < max_mc_vlans; ++index)
-        if (const auto vlan = block.get(fields::vlan[index])) vlans.push_back(vlan);
-    return vlans;
+    return vlans_of(vlan_block(olt, onu, uni, side));
 }
 
 Outcome get_vlans(const Olt &olt, const Request &request)
@@ -237,7 +184,7 @@ Outcome get_vlans(const Olt &olt, const Request &request)
     const uint32_t uni = request.read<bsp_onu_msg>().onu_uni_port;
     const std::vector<uint32_t> vlans = vlans_of(olt, found.onu, uni, Side::remote);
     OnuBlock block(18);
-    block.put(fields::operation, list);
+    block.put(fields::operation, mc_list);
     block.put(fields::number, vlans.size());
     for (uint32_t index = 0; index < vlans.size(); ++index)
         block.put(fields::vlan[index], vlans[index]);
@@ -274,36 +221,7 @@ Outcome set_vlans(const Olt &olt, const Request &request)
                                    first_vlans(olt, found.onu, uni)));
 }
 
-// The following handlers are those of groups. The list of groups of controllable multicast is kept in the form in which
-// it is answered.
-
-constexpr uint32_t groups_size = 1284;
-constexpr uint8_t by_mac_and_vlan = 1;
-
-OnuBlock block_of(const std::vector<McGroup> &groups)
-{
-    namespace fields = layout::onu_mc_group;
-    OnuBlock block(groups_size);
-    block.put(fields::action, list);
-    block.put(fields::control_type, by_mac_and_vlan);
-    block.put(fields::number, groups.size());
-    for (uint32_t index = 0; index < groups.size(); ++index) {
-        block.put(fields::uni[index], groups[index].uni);
-        block.put(fields::vlan[index], groups[index].vlan);
-        block.put(fields::group[index], groups[index].mac);
-    }
-    return block;
-}
-
-std::vector<McGroup> groups_of(const OnuBlock &block)
-{
-    namespace fields = layout::onu_mc_group;
-    std::vector<McGroup> groups;
-    for (uint32_t index = 0; index < block.get(fields::number); ++index)
-        groups.push_back(
-            {block.get(fields::uni[index]), block.get(fields::vlan[index]), block.get(fields::group[index])});
-    return groups;
-}
+// The following handlers are those of groups.
 
 std::vector<McGroup> controlled_groups(const Olt &olt, const RemoteOnu &onu, Side side)
 {
@@ -353,7 +271,7 @@ Outcome set_groups(const Olt &olt, const Request &request)
     if (!found.onu.device.type->multicast_control) return {PON_ERR_NOT_ABLE};
     if (!controlled(olt, found.onu, Side::local)) return {PON_ERR_SNOOPING};
     namespace fields = layout::onu_mc_group_set;
-    const OnuBlock block = data_of(request, groups_size);
+    const OnuBlock block = data_of(request, mc_groups_size);
     const auto action = block.get(fields::action);
     const auto number = block.get(fields::number);
     if (block.get(fields::control_type) != by_mac_and_vlan) return {PON_ERR_BAD_RECORD};
@@ -361,7 +279,7 @@ Outcome set_groups(const Olt &olt, const Request &request)
     std::vector<McGroup> changes;
     for (const McGroup &group : groups_of(block)) {
         if (!found.onu.has_uni(group.uni)) return {PON_ERR_NO_UNI};
-        if (!is_vlan(group.vlan) || !is_group(group.mac) || has(changes, group)) return {PON_ERR_BAD_RECORD};
+        if (!is_good(group) || has(changes, group)) return {PON_ERR_BAD_RECORD};
         changes.push_back(group);
     }
     std::vector<McGroup> groups = controlled_groups(olt, found.onu, Side::local);

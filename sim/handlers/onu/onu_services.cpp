@@ -3,7 +3,7 @@
 #include "handlers/remote.h"
 #include "model/alarm/alarms.h"
 #include "model/base/block.h"
-#include "model/onu/ipv4.h"
+#include "model/onu/service_settings.h"
 #include "model/port/sla.h"
 
 namespace ponsim
@@ -11,37 +11,15 @@ namespace ponsim
 namespace
 {
 
-enum ManagementMode : uint8_t { management_off = 0, management_static = 1 };
-
-constexpr uint32_t management_size = 17;
-constexpr uint8_t max_dscp = 63;
-
 OnuBlock no_management(const Olt &, const RemoteOnu &, uint32_t)
 {
     return OnuBlock(management_size);
 }
 
-bool is_good_management(const OnuBlock &block)
-{
-    namespace at = layout::onu_mgmt;
-    if (block.get(at::mode) == management_off) return block == OnuBlock(management_size);
-    if (block.get(at::mode) != management_static) return false;
-    const uint32_t address = get_ipv4(block, at::address);
-    const uint32_t mask = get_ipv4(block, at::mask);
-    return is_host(address, mask) && is_gateway(get_ipv4(block, at::gateway), address, mask) &&
-           block.get(at::vlan) <= max_vlan && block.get(at::priority) <= max_vlan_priority &&
-           block.get(at::dscp) <= max_dscp;
-}
+constexpr BlockSetting management{BSP_CMD_ONU_MGMT_GET, false, management_size, no_management,
+                                  check_block<is_good_management>};
 
-uint32_t check_management(const RemoteOnu &, uint32_t, const OnuBlock &block)
-{
-    return is_good_management(block) ? BSP_OK : PON_ERR_BAD_RECORD;
-}
-
-constexpr BlockSetting management{BSP_CMD_ONU_MGMT_GET, false, management_size, no_management, check_management};
-
-// The numbers of both the mode and the ability are those of CTC.
-enum FecMode : uint32_t { fec_unknown = 1, fec_enabled = 2, fec_disabled = 3 };
+// The numbers of the ability are those of CTC, as those of the mode are.
 enum FecAbility : uint32_t { fec_supported = 2, fec_not_supported = 3 };
 
 OnuBlock word_block(uint32_t word)
@@ -57,11 +35,10 @@ OnuBlock first_fec(const Olt &, const RemoteOnu &onu, uint32_t)
 uint32_t check_fec(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
 {
     if (!onu.device.type->fec) return PON_ERR_NOT_ABLE;
-    const auto mode = block.get(layout::onu_fec::mode);
-    return mode == fec_enabled || mode == fec_disabled ? BSP_OK : PON_ERR_BAD_RECORD;
+    return is_good_fec(block) ? BSP_OK : PON_ERR_BAD_RECORD;
 }
 
-constexpr BlockSetting fec{BSP_CMD_ONU_FEC_GET, false, sizeof(uint32_t), first_fec, check_fec};
+constexpr BlockSetting fec{BSP_CMD_ONU_FEC_GET, false, fec_size, first_fec, check_fec};
 
 Outcome fec_ability(const Olt &olt, const Request &request)
 {
@@ -70,36 +47,15 @@ Outcome fec_ability(const Olt &olt, const Request &request)
     return answer_with(request, word_block(found.onu.device.type->fec ? fec_supported : fec_not_supported));
 }
 
-enum TimeMode : uint8_t { time_of_olt = 0, time_by_sntp = 1 };
-
-constexpr uint32_t time_size = 16;
-constexpr uint32_t least_interval = 16, first_interval = 3600, greatest_interval = 86400; // s
-constexpr int16_t westmost_zone = -720, eastmost_zone = 840;                              // min
-
 OnuBlock first_time(const Olt &, const RemoteOnu &, uint32_t)
 {
+    constexpr uint32_t first_interval = 3600; // s
     OnuBlock block(time_size);
     block.put(layout::onu_time::interval, first_interval);
     return block;
 }
 
-bool is_good_time(const OnuBlock &block)
-{
-    namespace at = layout::onu_time;
-    const auto mode = block.get(at::mode);
-    const auto interval = block.get(at::interval);
-    const auto zone = block.get(at::zone);
-    return (mode == time_of_olt || (mode == time_by_sntp && get_ipv4(block, at::server) != 0)) &&
-           interval >= least_interval && interval <= greatest_interval && zone >= westmost_zone &&
-           zone <= eastmost_zone && block.get(at::summer) <= 1;
-}
-
-uint32_t check_time(const RemoteOnu &, uint32_t, const OnuBlock &block)
-{
-    return is_good_time(block) ? BSP_OK : PON_ERR_BAD_RECORD;
-}
-
-constexpr BlockSetting time_config{BSP_CMD_ONU_TIME_GET, false, time_size, first_time, check_time};
+constexpr BlockSetting time_config{BSP_CMD_ONU_TIME_GET, false, time_size, first_time, check_block<is_good_time>};
 
 constexpr uint32_t sla_size = 88;
 constexpr uint32_t sla_unit = 64; // kbit/s
@@ -131,16 +87,13 @@ Outcome get_sla(const Olt &olt, const Request &request)
     return answer_with(request, block);
 }
 
-constexpr uint32_t max_llids = 8;
-
 Outcome set_llids(const Olt &olt, const Request &request)
 {
     const FoundOnu found = onu_of(olt, request);
     if (found.status != BSP_OK) return {found.status};
-    const auto llids = request.get(layout::onu_multi_llid::llids);
-    if (llids < 1 || llids > max_llids) return {PON_ERR_BAD_RECORD};
-    return to_outcome(
-        send_setting(olt, found.onu, found.onu.key(BSP_CMD_ONU_MULTI_LLID_SET), word_block(llids), word_block(1)));
+    const OnuBlock llids = word_block(request.get(layout::onu_multi_llid::llids));
+    if (!is_good_llids(llids)) return {PON_ERR_BAD_RECORD};
+    return to_outcome(send_setting(olt, found.onu, found.onu.key(BSP_CMD_ONU_MULTI_LLID_SET), llids, word_block(1)));
 }
 
 Outcome set_print(const Olt &olt, const Request &request)

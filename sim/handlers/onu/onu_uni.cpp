@@ -26,15 +26,15 @@ constexpr BlockSetting part(uint32_t size, uint32_t (*check)(const RemoteOnu &, 
     return {command, true, size, unless_told<command>, check};
 }
 
-constexpr BlockSetting admin_state = part<BSP_CMD_ONU_ADMIN_STATE_GET>(switch_size, check_word);
-constexpr BlockSetting autoneg = part<BSP_CMD_ONU_AUTONEG_GET>(switch_size, check_word);
-constexpr BlockSetting offered = part<BSP_CMD_ONU_AUTONEG_ADV_GET>(abilities_size, check_offered);
-constexpr BlockSetting pause = part<BSP_CMD_ONU_PAUSE_GET>(1, check_pause);
-constexpr BlockSetting rate_limit = part<BSP_CMD_ONU_RATE_LIMIT_GET>(rate_limit_size, check_rate_limit);
+constexpr BlockSetting admin_state = part<BSP_CMD_ONU_ADMIN_STATE_GET>(switch_size, check_block<is_good_switch>);
+constexpr BlockSetting autoneg = part<BSP_CMD_ONU_AUTONEG_GET>(switch_size, check_block<is_good_switch>);
+constexpr BlockSetting offered = part<BSP_CMD_ONU_AUTONEG_ADV_GET>(abilities_size, check_offer);
+constexpr BlockSetting pause = part<BSP_CMD_ONU_PAUSE_GET>(pause_size, check_block<is_good_pause>);
+constexpr BlockSetting rate_limit = part<BSP_CMD_ONU_RATE_LIMIT_GET>(rate_limit_size, check_block<is_good_rate_limit>);
 constexpr BlockSetting vlan = part<BSP_CMD_ONU_VLAN_GET>(vlan_size, check_vlan);
 constexpr BlockSetting loop_detect{BSP_CMD_ONU_LOOP_DETECT_GET, true, switch_size,
                                    [](const Olt &, const RemoteOnu &, uint32_t) { return loop_detect_block(true); },
-                                   check_word};
+                                   check_block<is_good_switch>};
 
 uint32_t uni_of(const Request &request)
 {

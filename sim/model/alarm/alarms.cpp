@@ -46,6 +46,8 @@ constexpr std::string_view causes[] = {
     "black_list", "loid",  "bit_errors",  "age",   "loop",  "phy",      "test",  "elsewhere", "same_loid", "same_mac"};
 static_assert(std::size(causes) == max_alarm_cause + 1);
 
+static_assert(std::size(kinds) == max_alarm - 1, "an alarm has no name, or is_alarm() says otherwise");
+
 const Kind &kind_of(Alarm alarm)
 {
     const Kind *found = std::ranges::find(kinds, alarm, &Kind::alarm);
@@ -63,11 +65,6 @@ bool comes_back(const Olt &olt, const AlarmKey &key, const AlarmRecord &record)
 }
 
 } // namespace
-
-bool is_alarm(uint32_t code)
-{
-    return std::ranges::find(kinds, Alarm{code}, &Kind::alarm) != std::end(kinds);
-}
 
 std::string_view name_of(Alarm alarm)
 {

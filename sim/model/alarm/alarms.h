@@ -11,7 +11,6 @@
 namespace ponsim
 {
 
-bool is_alarm(uint32_t code);
 std::string_view name_of(Alarm alarm);
 std::string_view severity_of(Alarm alarm); // critical, major or minor
 std::string_view name_of(AlarmCause cause);

@@ -38,11 +38,13 @@ void add_events(const Olt &olt, Change &change)
         if (was_active != is_active) events.push_back(event_of(olt, entry, before));
         before = entry.record.value_or(AlarmRecord{0});
     }
-    for (const AlarmEvent &event : events) {
-        ++number;
-        if (number > alarm_history) change.drop<AlarmEvent>(number - alarm_history);
-        change.put<AlarmEvent>(number, event);
-    }
+    uint64_t first_new = number + 1;
+    for (const AlarmEvent &event : events)
+        change.put<AlarmEvent>(++number, event);
+    // The numbers of events that were loaded can have gaps, so the oldest are found by their order.
+    auto oldest = history.begin();
+    for (size_t count = history.size() + events.size(); count > alarm_history; --count)
+        change.drop<AlarmEvent>(oldest != history.end() ? (oldest++)->first : first_new++);
 }
 
 } // namespace ponsim

@@ -32,6 +32,12 @@ enum class Alarm : uint32_t {
 
 inline constexpr uint32_t max_alarm = 22;
 
+// Returns whether the code is that of an alarm. No alarm has the one between `rogue` and `deregistered`.
+constexpr bool is_alarm(uint32_t code)
+{
+    return code >= 1 && code <= max_alarm && code != static_cast<uint32_t>(Alarm::rogue) + 1;
+}
+
 // The cause says why an alarm was raised.
 enum class AlarmCause : uint32_t {
     unknown,     // it was raised before causes were kept

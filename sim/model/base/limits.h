@@ -13,7 +13,7 @@ inline constexpr uint32_t ge_uplinks = 4;       // to the network, numbered from
 inline constexpr uint32_t max_distance = 20000; // m
 inline constexpr uint32_t max_branch = 4095;    // the greatest number of a branch of a port's fibre
 
-// So many ONUs are remembered of a port: those that are there, and those that once were.
+// A port remembers so many ONUs: those that are bound or there, and those that once were. See inventory/forgetting.h.
 inline constexpr uint32_t remembered_per_port = 4096;
 inline constexpr uint32_t longest_kept_text = 255; // bytes, where nothing shorter is asked for
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/inventory/forgetting.h"
 #include "model/port/loops.h"
 
 namespace ponsim
@@ -18,16 +19,6 @@ bool has_left(const Olt &olt, const OnuAtPort &key)
            !port.limits.contain(port.arrived(key.mac)->distance);
 }
 
-// Forgets the records of a family that belong to the ONU. `first` is the least key of the ONU.
-template <class Record>
-void forget(const Olt &olt, const typename Family<Record>::Key &first, Change &change)
-{
-    const auto &records = olt.kept<Record>();
-    for (auto at = records.lower_bound(first);
-         at != records.end() && at->first.pon_port == first.pon_port && at->first.mac == first.mac; ++at)
-        change.drop<Record>(at->first);
-}
-
 void end_loops(const Olt &olt, const OnuAtPort &onu, Change &change)
 {
     for (auto at = olt.loops().lower_bound({onu.pon_port, onu.mac, 0});
@@ -41,11 +32,7 @@ void depart(const Olt &olt, const OnuAtPort &key, Change &change)
     const PonPort &port = *olt.port(key.pon_port);
     const Arrival &arrival = *port.arrived(key.mac);
     const bool bound = olt.id_at(key.pon_port, key.mac).has_value();
-    const auto is_found = [&] {
-        const std::vector<Arrival> found = olt.found_at(key.pon_port).arrivals;
-        return std::ranges::count(found, key.mac, &Arrival::mac) > 0;
-    };
-    if (bound || is_found()) {
+    if (bound || is_found(olt, key)) {
         PluggedOnu gone = olt.kept<PluggedOnu>().at(key);
         gone.state = Plugged::gone;
         change.put<PluggedOnu>(key, gone);
@@ -60,14 +47,12 @@ void depart(const Olt &olt, const OnuAtPort &key, Change &change)
     const OnuRecord before = port.record(key.mac);
     change.put<OnuRecord>(
         key, {.supported = before.supported, .reboots = before.reboots, .upgrade_type = before.upgrade_type});
-    forget<PluggedDevice>(olt, {key.pon_port, key.mac, 0}, change);
     if (bound) {
+        forget<PluggedDevice>(olt, key, change);
         end_loops(olt, key, change);
         return;
     }
-    forget<LoopRecord>(olt, {key.pon_port, key.mac, 0}, change);
-    forget<OnuSetting>(olt, {key.pon_port, key.mac, 0, 0}, change);
-    forget<Ledger>(olt, key, change);
+    forget_own(olt, key, change);
 }
 
 std::optional<ModelTime> next(const Olt &olt)

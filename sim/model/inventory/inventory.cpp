@@ -83,6 +83,8 @@ Inventory::Draft &Inventory::draft_of(uint32_t pon_port)
     if (is_new) {
         const PonPort &port = *olt.port(pon_port);
         found->second = {port.branches, port.arrivals, ids_of(port.bindings)};
+        for (const auto &[loid, password] : port.authentication.records)
+            found->second.loids.insert(loid);
     }
     return found->second;
 }
@@ -156,7 +158,7 @@ std::string Inventory::name_for(uint32_t pon_port, const std::string &wanted)
 // lead to ONUs come first.
 uint32_t Inventory::branch_for(uint32_t pon_port, const NewOnu &onu, const Mac &mac)
 {
-    const auto &[branches, arrivals, ids, promised] = draft_of(pon_port);
+    const auto &[branches, arrivals, ids, loids, promised] = draft_of(pon_port);
     std::vector<uint32_t> with_room, last_with_room;
     std::string known;
     for (uint32_t branch = 0; branch < branches.size(); ++branch) {
@@ -251,9 +253,14 @@ void Inventory::provision(uint32_t pon_port, const Mac &mac, const PluggedOnu &o
                           std::optional<uint32_t> id)
 {
     if (id && !service.bound) throw InventoryError("id: expected with a service that binds the ONU");
-    if (service.authenticated) planned.put<LoidPassword>({pon_port, onu.loid}, {onu.password});
-    if (!service.bound) return;
     Draft &draft = draft_of(pon_port);
+    if (service.authenticated) {
+        draft.loids.insert(onu.loid);
+        if (draft.loids.size() > max_auth_records)
+            throw InventoryError(at_port(pon_port) + ": " + brief_of(PON_ERR_TABLE_FULL));
+        planned.put<LoidPassword>({pon_port, onu.loid}, {onu.password});
+    }
+    if (!service.bound) return;
     if (!id) id = lowest_free(draft.ids);
     if (!id) throw InventoryError(at_port(pon_port) + ": " + brief_of(PON_ERR_PORT_FULL));
     if (*id < onus_per_port && draft.ids[*id])

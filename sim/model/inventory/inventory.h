@@ -59,9 +59,10 @@ private:
     // A Draft is a port as it will be.
     struct Draft {
         std::vector<Branch> branches;
-        std::vector<Arrival> arrivals; // in no order
-        OnuIds ids;                    // that are bound
-        uint32_t promised = 0;         // kbit/s upstream, beyond what is granted now
+        std::vector<Arrival> arrivals;    // in no order
+        OnuIds ids;                       // that are bound
+        std::set<std::string> loids = {}; // that are authenticated
+        uint32_t promised = 0;            // kbit/s upstream, beyond what is granted now
     };
     // A Fibre is an ONU's own fibre.
     struct Fibre {

@@ -61,6 +61,7 @@ struct AlarmKeyCheck {
     static const char *problem_of(uint32_t ports, const AlarmKey &key)
     {
         if (key.pon_port > ports) return "the OLT has no such port";
+        if (!is_alarm(key.alarm)) return "there is no such alarm";
         const bool of_uplink = key.alarm == static_cast<uint32_t>(Alarm::uplink_down);
         return of_uplink == (key.pon_port == 0) ? nullptr : "only the alarm of an uplink has port 0";
     }
@@ -84,7 +85,8 @@ struct Family<AlarmRecord> {
                                       NumberOrNone{"cleared", &AlarmRecord::cleared, -1, past},
                                       InnerColumns{&AlarmRecord::reason, alarm_reason_columns}};
     static constexpr bool placed = true;
-    static constexpr size_t most = max_ports * (remembered_per_port * 8 + 8) + ge_uplinks;
+    static constexpr size_t most_of_port = remembered_per_port * 8 + 8;
+    static constexpr size_t most = max_ports * most_of_port + ge_uplinks;
 
     struct Check {
         const char *operator()(uint32_t ports, const Key &alarm, const AlarmRecord &) const

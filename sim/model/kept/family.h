@@ -37,8 +37,10 @@ namespace ponsim
 //           number of the OLT's PON ports and with key and record of each row. It returns what is wrong, or null.
 // It must have this one:
 //   most    so many records an OLT can have
-// The bounds, the Check and `most` are all that says which records there can be. Whatever is written, loaded or opened
-// is held to them (see store/records.h).
+// Where their number does not follow from the key, a family by PON port also has this one:
+//   most_of_port  so many records one PON port can have
+// The bounds, the Check and the numbers of records are all that says which records there can be. Whatever is written,
+// loaded or opened is held to them (see store/records.h).
 template <class Record>
 struct Family;
 
@@ -281,6 +283,13 @@ template <class Record>
 struct Entry {
     typename Family<Record>::Key key;
     std::optional<Record> record;
+};
+
+// A family by PON port says how many records one port can have.
+template <class Record>
+concept BoundedByPort = requires
+{
+    Family<Record>::most_of_port;
 };
 
 // Returns the record that is to be kept. Returns null when none is to be kept.

@@ -20,8 +20,7 @@
 #include "model/kept/profile.h"
 #include "model/kept/timeline.h"
 #include "model/kept/traffic.h"
-#include "model/kept/upgrade_run.h"
-#include "model/kept/upgrade_type.h"
+#include "model/kept/upgrade.h"
 
 namespace ponsim
 {

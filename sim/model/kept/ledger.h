@@ -46,7 +46,8 @@ struct Family<Ledger> {
     using Key = OnuAtPort;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
     static constexpr Bounds sizes{0, max_unis * sizeof(UniFrames)};
-    static constexpr size_t most = max_ports * remembered_per_port;
+    static constexpr size_t most_of_port = remembered_per_port;
+    static constexpr size_t most = max_ports * most_of_port;
     static constexpr std::tuple value{Column{"since", &Ledger::since}, Column{"until", &Ledger::until},
                                       BytesColumn{"frames", &Ledger::frames, sizes},
                                       BytesColumn{"at_period", &Ledger::at_period, sizes},

@@ -32,7 +32,8 @@ struct Family<LoidPassword> {
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"loid", &Key::loid, {1, max_loid}}};
     static constexpr std::tuple value{Column{"password", &LoidPassword::password, {0, max_password}}};
     static constexpr bool placed = true;
-    static constexpr size_t most = max_ports * max_auth_records;
+    static constexpr size_t most_of_port = max_auth_records;
+    static constexpr size_t most = max_ports * most_of_port;
 };
 
 } // namespace ponsim

@@ -111,7 +111,8 @@ struct Family<OnuRecord> {
         Column{"flood", &OnuRecord::flood, {0, max_flood}}};
     static constexpr bool as_new = true;
     static constexpr bool placed = true;
-    static constexpr size_t most = max_ports * remembered_per_port;
+    static constexpr size_t most_of_port = remembered_per_port;
+    static constexpr size_t most = max_ports * most_of_port;
 };
 
 } // namespace ponsim

@@ -13,6 +13,8 @@
 namespace ponsim
 {
 
+inline constexpr size_t max_settings = 80; // of an ONU and its UNI ports
+
 // A SettingKey names a setting of an ONU by the command that queries it.
 struct SettingKey {
     uint32_t pon_port;
@@ -37,7 +39,8 @@ struct Family<OnuSetting> {
     static constexpr std::string_view table = "onu_setting";
     static constexpr std::array<std::string_view, 1> configured{"told"};
     using Key = SettingKey;
-    static constexpr size_t most = max_ports * remembered_per_port * 64;
+    static constexpr size_t most_of_port = remembered_per_port * max_settings;
+    static constexpr size_t most = max_ports * most_of_port;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
                                     Column{"command", &Key::command}, Column{"uni", &Key::uni}};
     static constexpr std::tuple value{BytesColumn{"told", &OnuSetting::sent, {0, longest_block}},

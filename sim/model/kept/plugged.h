@@ -43,7 +43,8 @@ template <>
 struct Family<PluggedOnu> {
     static constexpr std::string_view table = "plugged_onu";
     using Key = OnuAtPort;
-    static constexpr size_t most = max_ports * remembered_per_port;
+    static constexpr size_t most_of_port = remembered_per_port;
+    static constexpr size_t most = max_ports * most_of_port;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac}};
     static constexpr std::tuple value{Column{"state", &PluggedOnu::state, {0, 2}},
                                       Column{"branch", &PluggedOnu::branch, {0, max_branch}},
@@ -77,7 +78,8 @@ template <>
 struct Family<PluggedDevice> {
     static constexpr std::string_view table = "plugged_device";
     using Key = UniKey;
-    static constexpr size_t most = max_ports * remembered_per_port * max_unis;
+    static constexpr size_t most_of_port = remembered_per_port * max_unis;
+    static constexpr size_t most = max_ports * most_of_port;
     static constexpr std::tuple key{PortColumn{&Key::pon_port}, Column{"mac", &Key::mac},
                                     Column{"uni", &Key::uni, {1, max_unis}}};
     static constexpr std::tuple value{Column{"speed", &PluggedDevice::speed},

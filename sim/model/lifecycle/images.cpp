@@ -79,8 +79,10 @@ uint32_t Bank::percent() const
 bool is_good(const Banks &banks)
 {
     const auto is_good_bank = [](const Bank &bank) {
-        const auto end = std::ranges::find(bank.version, '\0') - bank.version.begin();
-        return end <= 16 && bank.valid <= 1 && bank.received <= bank.size;
+        const std::string_view version(bank.version.data(), bank.version.size());
+        const std::string name(version.substr(0, version.find('\0')));
+        return (name.empty() || is_version(name)) && version.find_first_not_of('\0', name.size()) == version.npos &&
+               bank.valid <= 1 && bank.received <= bank.size;
     };
     return std::ranges::all_of(banks.banks, is_good_bank) && banks.active < banks.banks.size() &&
            banks.committed < banks.banks.size() && banks.push <= Push::failed && banks.pushed < banks.banks.size();

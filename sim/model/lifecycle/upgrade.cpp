@@ -18,21 +18,9 @@ namespace
 using State = UpgradeRun::State;
 using Reason = UpgradeRun::Reason;
 
-constexpr size_t longest_name = 31;
-constexpr size_t longest_vendor = 4;
-constexpr size_t longest_model = 15;
-constexpr size_t longest_version = 16;
-constexpr size_t longest_file = 63;
-
 Plan refuse(uint32_t status)
 {
     return {status};
-}
-
-bool is_word(const std::string &text, size_t longest)
-{
-    return !text.empty() && text.size() <= longest &&
-           std::ranges::all_of(text, [](char c) { return c > ' ' && c <= '~' && c != '"' && c != '\\'; });
 }
 
 bool in_use(const Olt &olt, const std::string &type)
@@ -100,8 +88,9 @@ Start start_of(const Olt &olt, const PonPort &port, const Binding &binding, cons
     }
     const UpgradeRun *last = port.upgrades.find(binding.mac);
     if (last && last->under_way()) return {PON_ERR_UPGRADING, {}};
-    if (name.empty()) return {PON_ERR_NO_UPGRADE_TYPE, {}};
-    const UpgradeType &type = olt.upgrade_types().at(name);
+    const auto found = olt.upgrade_types().find(name);
+    if (found == olt.upgrade_types().end()) return {PON_ERR_NO_UPGRADE_TYPE, {}};
+    const UpgradeType &type = found->second;
     const Device device = device_at(olt, port, binding.mac);
     if (!fits(type, *device.type)) return {PON_ERR_WRONG_UPGRADE_TYPE, {}};
     if (type.version == device.software) return {PON_ERR_UP_TO_DATE, {}};
@@ -206,17 +195,6 @@ uint32_t percent_of(const Olt &olt, const UpgradeRun &run)
 } // namespace
 
 const Process upgrade_process{next_step, take_steps};
-
-bool is_version(const std::string &text)
-{
-    return is_word(text, longest_version);
-}
-
-bool is_good(const std::string &name, const UpgradeType &type)
-{
-    return is_word(name, longest_name) && is_word(type.vendor, longest_vendor) && is_word(type.model, longest_model) &&
-           is_version(type.version) && image_sizes.contains(type.size) && type.file.size() <= longest_file;
-}
 
 Plan add_upgrade_types(const Olt &olt, const UpgradeTypes &types)
 {

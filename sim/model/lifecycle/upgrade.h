@@ -20,13 +20,6 @@ inline constexpr uint32_t max_downloads = 4; // at a time, for each port
 
 using UpgradeTypes = std::map<std::string, UpgradeType>; // by name
 
-// Returns whether the text can be a software version.
-bool is_version(const std::string &text);
-
-// Returns whether the type is possible: its texts are short enough for the layout, and name, vendor, model and version
-// are words.
-bool is_good(const std::string &name, const UpgradeType &type);
-
 // Adds types that are good. A type replaces an existing one of the same name, unless a run uses that one.
 Plan add_upgrade_types(const Olt &olt, const UpgradeTypes &types);
 // Deletes the type. Ports and ONUs to which it is bound have no type after that.

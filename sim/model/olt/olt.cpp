@@ -56,17 +56,21 @@ bool UpgradeRuns::rebooting(const Mac &mac) const
     return run && run->state == UpgradeRun::State::rebooting;
 }
 
-void UpgradeRuns::set(const Mac &mac, const UpgradeRun &run)
+void UpgradeRuns::set(const Mac &mac, const std::optional<UpgradeRun> &run)
 {
     if (const UpgradeRun *before = find(mac)) {
         if (const std::optional<ModelTime> end = before->end()) ends.erase({*end, mac});
         queue.erase({before->since, mac});
         downloading -= before->state == UpgradeRun::State::downloading;
     }
-    runs[mac] = run;
-    if (const std::optional<ModelTime> end = run.end()) ends.insert({*end, mac});
-    if (run.state == UpgradeRun::State::queued) queue.insert({run.since, mac});
-    downloading += run.state == UpgradeRun::State::downloading;
+    if (!run) {
+        runs.erase(mac);
+        return;
+    }
+    runs[mac] = *run;
+    if (const std::optional<ModelTime> end = run->end()) ends.insert({*end, mac});
+    if (run->state == UpgradeRun::State::queued) queue.insert({run->since, mac});
+    downloading += run->state == UpgradeRun::State::downloading;
 }
 
 const Arrival *PonPort::arrived(const Mac &mac) const
@@ -448,7 +452,7 @@ void Olt::apply(const Change &change)
     for (const auto &[cage, record] : change.of<ModuleRecord>())
         optics.at(cage - 1).set(record.value_or(ModuleRecord{}), time);
     for (const auto &[key, run] : change.of<UpgradeRun>())
-        pon_ports.at(key.pon_port - 1).upgrades.set(key.mac, run.value());
+        pon_ports.at(key.pon_port - 1).upgrades.set(key.mac, run);
     for (const auto &[key, damage] : change.of<Damage>()) {
         std::map<uint32_t, int32_t> &damages = pon_ports.at(key.pon_port - 1).damage;
         if (damage)

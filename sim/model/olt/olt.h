@@ -65,8 +65,10 @@ public:
     const Times &queued() const { return queue; }
     uint32_t downloads() const { return downloading; }
     bool rebooting(const Mac &mac) const;
+    const std::map<Mac, UpgradeRun> &all() const { return runs; }
 
-    void set(const Mac &mac, const UpgradeRun &run);
+    // Without a run the ONU has none any more.
+    void set(const Mac &mac, const std::optional<UpgradeRun> &run);
 
 private:
     std::map<Mac, UpgradeRun> runs;

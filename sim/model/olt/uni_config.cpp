@@ -49,9 +49,9 @@ OnuBlock offered_block(const Uni &uni, uint32_t offered)
     return block;
 }
 
-uint32_t offered_of(const Uni &uni, const OnuBlock &block)
+// Returns which of the abilities are offered. A bit stands for each.
+uint32_t offered_of(std::span<const Ability> abilities, const OnuBlock &block)
 {
-    const std::span<const Ability> abilities = abilities_of(uni);
     uint32_t offered = 0;
     for (uint32_t number = 0; number < block.get(offer::count); ++number) {
         const auto technology = block.get(offer::ability[number]);
@@ -108,7 +108,9 @@ constexpr Part parts[] = {
      [](const Uni &, const OnuBlock &block, UniConfig &config) { config.autoneg = block == word(true); }},
     {BSP_CMD_ONU_AUTONEG_ADV_GET,
      [](const Uni &uni, const UniConfig &config) { return offered_block(uni, config.offered); },
-     [](const Uni &uni, const OnuBlock &block, UniConfig &config) { config.offered = offered_of(uni, block); }},
+     [](const Uni &uni, const OnuBlock &block, UniConfig &config) {
+         config.offered = offered_of(abilities_of(uni), block);
+     }},
     {BSP_CMD_ONU_PAUSE_GET,
      [](const Uni &, const UniConfig &config) { return OnuBlock(std::string(1, static_cast<char>(config.pause))); },
      [](const Uni &, const OnuBlock &block, UniConfig &config) {
@@ -181,65 +183,76 @@ OnuBlock default_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, uint3
     return part->block_of(onu.device.unis[uni - 1], default_configs(olt.seed(), onu.binding->mac, onu.device)[uni - 1]);
 }
 
-uint32_t check_word(const RemoteOnu &, uint32_t, const OnuBlock &block)
+bool is_good_switch(const OnuBlock &block)
 {
-    return block == word(true) || block == word(false) ? BSP_OK : PON_ERR_BAD_RECORD;
+    return block == word(true) || block == word(false);
 }
 
-uint32_t check_pause(const RemoteOnu &, uint32_t, const OnuBlock &block)
+bool is_good_pause(const OnuBlock &block)
 {
-    return block.get(layout::onu_pause::on) <= 1 ? BSP_OK : PON_ERR_BAD_RECORD;
+    return block.get(layout::onu_pause::on) <= 1;
 }
 
-uint32_t check_offered(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block)
+bool is_good_offer(const OnuBlock &block, std::span<const Ability> abilities)
 {
-    const Uni &port = onu.device.unis[uni - 1];
     const auto count = block.get(offer::count);
-    if (count < 1 || count > abilities_of(port).size()) return PON_ERR_BAD_RECORD;
-    // An ability that the port does not have, or that is there twice, is missing here.
-    if (std::popcount(offered_of(port, block)) != static_cast<int>(count)) return PON_ERR_BAD_RECORD;
+    if (count < 1 || count > abilities.size()) return false;
+    // An ability that is none of these, or that is there twice, is missing here.
+    if (std::popcount(offered_of(abilities, block)) != static_cast<int>(count)) return false;
     for (uint32_t number = count; number < most_abilities; ++number)
-        if (block.get(offer::ability[number])) return PON_ERR_BAD_RECORD;
-    return BSP_OK;
+        if (block.get(offer::ability[number])) return false;
+    return true;
 }
 
-uint32_t check_rate_limit(const RemoteOnu &, uint32_t, const OnuBlock &block)
+bool is_good_rate_limit(const OnuBlock &block)
 {
     const auto up_on = block.get(rate::up_on);
     const auto down_on = block.get(rate::down_on);
-    if (up_on > 1 || down_on > 1) return PON_ERR_BAD_RECORD;
+    // The values of a direction that is not limited do not count, and can be anything.
+    if (up_on > 1 || down_on > 1) return false;
     const auto is_rate = [](uint32_t value) { return value >= 1 && value <= max_rate_limit; };
     const auto committed_burst = block.get(rate::up_cbs);
     if (up_on && (!is_rate(block.get(rate::up_cir)) || committed_burst < least_burst ||
                   committed_burst > greatest_burst || block.get(rate::up_ebs) > greatest_burst))
-        return PON_ERR_BAD_RECORD;
+        return false;
     const auto peak = block.get(rate::down_pir);
-    if (down_on && (!is_rate(peak) || block.get(rate::down_cir) > peak)) return PON_ERR_BAD_RECORD;
-    return BSP_OK;
+    return !down_on || (is_rate(peak) && block.get(rate::down_cir) <= peak);
 }
 
-uint32_t check_vlan(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+bool is_good_vlan(const OnuBlock &block)
 {
     if (block.get(vlan::mode) > static_cast<uint8_t>(VlanMode::trunk) || block.get(vlan::count) > max_vlans)
-        return PON_ERR_BAD_RECORD;
+        return false;
     UniConfig config{};
     take_vlan(block, config);
     const bool translates = config.vlan_mode == VlanMode::translation;
     const bool trunk = config.vlan_mode == VlanMode::trunk;
     std::set<uint32_t> networks;
     for (const Vlan &entry : config.vlans) {
-        if (!is_vlan(entry.user) || !is_vlan(entry.network)) return PON_ERR_BAD_RECORD;
-        if (trunk && entry.user != entry.network) return PON_ERR_BAD_RECORD;
-        if (!networks.insert(entry.network).second) return PON_ERR_BAD_RECORD;
+        if (!is_vlan(entry.user) || !is_vlan(entry.network)) return false;
+        if (trunk && entry.user != entry.network) return false;
+        if (!networks.insert(entry.network).second) return false;
     }
     const bool ascending =
         std::ranges::adjacent_find(config.vlans, std::greater_equal{}, &Vlan::user) == config.vlans.end();
     const bool zero_elsewhere = block == vlan_block(config);
-    if (!is_vlan(config.pvid) || config.priority > greatest_priority || config.tpid < least_ethertype || !ascending ||
-        !zero_elsewhere || config.vlans.empty() == (translates || trunk))
-        return PON_ERR_BAD_RECORD;
+    return is_vlan(config.pvid) && config.priority <= greatest_priority && config.tpid >= least_ethertype &&
+           ascending && zero_elsewhere && config.vlans.empty() != (translates || trunk);
+}
+
+uint32_t check_offer(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block)
+{
+    return is_good_offer(block, abilities_of(onu.device.unis[uni - 1])) ? BSP_OK : PON_ERR_BAD_RECORD;
+}
+
+uint32_t check_vlan(const RemoteOnu &onu, uint32_t, const OnuBlock &block)
+{
+    if (!is_good_vlan(block)) return PON_ERR_BAD_RECORD;
+    const auto mode = static_cast<VlanMode>(block.get(vlan::mode));
     const DeviceType &type = *onu.device.type;
-    return (translates && !type.vlan_translation) || (trunk && !type.vlan_trunk) ? PON_ERR_NOT_ABLE : BSP_OK;
+    const bool able =
+        mode == VlanMode::translation ? type.vlan_translation : mode != VlanMode::trunk || type.vlan_trunk;
+    return able ? BSP_OK : PON_ERR_NOT_ABLE;
 }
 
 OnuBlock abilities_block(const Uni &uni)

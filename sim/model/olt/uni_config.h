@@ -29,11 +29,16 @@ bool is_uni_config(const SettingKey &key);
 // queries the part.
 OnuBlock default_block(const Olt &olt, const RemoteOnu &onu, uint32_t uni, uint32_t command);
 
-// These check blocks for settings of UNI ports. They return why a block cannot be sent, or BSP_OK when it can.
-uint32_t check_word(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
-uint32_t check_pause(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
-uint32_t check_offered(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
-uint32_t check_rate_limit(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
+// These return whether there can be such a block of a setting of UNI ports, whatever the ONU is. What a port offers
+// must be of the abilities.
+bool is_good_switch(const OnuBlock &block);
+bool is_good_pause(const OnuBlock &block);
+bool is_good_offer(const OnuBlock &block, std::span<const Ability> abilities);
+bool is_good_rate_limit(const OnuBlock &block);
+bool is_good_vlan(const OnuBlock &block);
+
+// These also ask what the ONU is able to. They return why a block cannot be sent, or BSP_OK when it can.
+uint32_t check_offer(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
 uint32_t check_vlan(const RemoteOnu &onu, uint32_t uni, const OnuBlock &block);
 
 // Takes the VLANs of a block into a configuration.
@@ -44,6 +49,7 @@ OnuBlock abilities_block(const Uni &uni);
 
 inline constexpr uint32_t switch_size = 4; // size of a word that is 0 or 1
 inline constexpr uint32_t abilities_size = 24;
+inline constexpr uint32_t pause_size = 1;
 inline constexpr uint32_t rate_limit_size = 22;
 inline constexpr uint32_t vlan_size = 159;
 

@@ -1,5 +1,6 @@
 #include "model/onu/classification.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
 
@@ -98,25 +99,31 @@ OnuBlock block_of(const Rules &rules)
     return block;
 }
 
-uint32_t check(const DeviceType &type, const Rule &rule)
+bool is_good(const Rule &rule)
 {
-    if (rule.queue > greatest_queue || (rule.mark > greatest_mark && rule.mark != no_mark) || rule.conditions.empty())
-        return PON_ERR_BAD_RECORD;
-    for (const Condition &condition : rule.conditions)
-        if (!condition.is_good()) return PON_ERR_BAD_RECORD;
-    return rule.queue < type.us_queues ? BSP_OK : PON_ERR_NOT_ABLE;
+    return rule.queue <= greatest_queue && (rule.mark <= greatest_mark || rule.mark == no_mark) &&
+           !rule.conditions.empty() && std::ranges::all_of(rule.conditions, &Condition::is_good);
 }
 
-} // namespace
-
-// No rule is there twice either.
-bool is_whole_classification(const OnuBlock &request)
+// Returns whether the block has so many rules, and these so many conditions, as there can be. No rule is there twice
+// either.
+bool is_whole(const OnuBlock &request)
 {
     const auto count = request.get(at::count);
     if (count > most_rules) return false;
     for (uint32_t number = 0; number < count; ++number)
         if (request.get(at::entries[number]) > fields.size()) return false;
     return rules_of(request).size() == count;
+}
+
+} // namespace
+
+bool is_good_classification(const OnuBlock &block)
+{
+    if (!is_whole(block)) return false;
+    const Rules rules = rules_of(block);
+    return block == block_of(rules) &&
+           std::ranges::all_of(rules, [](const auto &rule) { return is_good(rule.second); });
 }
 
 OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side)
@@ -127,7 +134,7 @@ OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side
 Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock &request)
 {
     const auto action = request.get(at::action);
-    if (action > remove_all || !is_whole_classification(request)) return {PON_ERR_BAD_RECORD};
+    if (action > remove_all || !is_whole(request)) return {PON_ERR_BAD_RECORD};
     const Rules named = rules_of(request);
     if (action == remove_all && !named.empty()) return {PON_ERR_BAD_RECORD};
 
@@ -138,7 +145,8 @@ Plan classify(const Olt &olt, const RemoteOnu &onu, uint32_t uni, const OnuBlock
             rules.erase(precedence);
             continue;
         }
-        if (const uint32_t status = check(*onu.device.type, rule)) return {status};
+        if (!is_good(rule)) return {PON_ERR_BAD_RECORD};
+        if (rule.queue >= onu.device.type->us_queues) return {PON_ERR_NOT_ABLE};
         rules[precedence] = rule;
     }
     if (rules.size() > most_rules) return {PON_ERR_TABLE_FULL};

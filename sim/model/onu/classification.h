@@ -10,8 +10,9 @@ namespace ponsim
 
 inline constexpr uint32_t classification_size = 298;
 
-// Returns whether the block has so many rules, and these so many conditions, as there can be.
-bool is_whole_classification(const OnuBlock &block);
+// Returns whether there can be such rules of a UNI port, whatever the ONU is. They are kept in the order of their
+// precedence.
+bool is_good_classification(const OnuBlock &block);
 
 // Returns the rules of a UNI port.
 OnuBlock classification(const Olt &olt, const RemoteOnu &onu, uint32_t uni, Side side);

@@ -85,4 +85,12 @@ std::array<ConfigPart, 5> parts_of(const OnuBlock &config)
              {BSP_CMD_ONU_VLAN_GET, cut(config, vlans_from, vlans_width, vlan_size)}}};
 }
 
+bool is_good_config(const OnuBlock &config)
+{
+    const auto [admin, autoneg, pause, rate_limit, vlan] = parts_of(config);
+    return config.get(at::profile) <= max_uni_profiles && is_good_switch(admin.block) &&
+           is_good_switch(autoneg.block) && is_good_pause(pause.block) && is_good_rate_limit(rate_limit.block) &&
+           is_good_vlan(vlan.block);
+}
+
 } // namespace ponsim

@@ -44,5 +44,7 @@ struct ConfigPart {
     OnuBlock block;
 };
 std::array<ConfigPart, 5> parts_of(const OnuBlock &config);
+// Returns whether there can be an ONU that accepts this configuration.
+bool is_good_config(const OnuBlock &config);
 
 } // namespace ponsim

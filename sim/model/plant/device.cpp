@@ -206,6 +206,11 @@ std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Devi
     return configs;
 }
 
+std::span<const Ability> all_abilities()
+{
+    return abilities;
+}
+
 std::span<const Ability> abilities_of(const Uni &uni)
 {
     return std::span(abilities).first(std::size(abilities) - (uni.line_rate == ge_rate ? 0 : 1));

@@ -123,6 +123,8 @@ std::vector<UniConfig> default_configs(uint64_t seed, const Mac &mac, const Devi
 
 // Returns what a UNI port can offer in auto-negotiation, the slowest mode first.
 std::span<const Ability> abilities_of(const Uni &uni);
+// Returns what any UNI port can offer.
+std::span<const Ability> all_abilities();
 
 // Returns no mode while the port is down.
 std::optional<LinkMode> link_of(const Uni &uni, const UniConfig &config);

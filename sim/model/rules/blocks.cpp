@@ -15,9 +15,10 @@
 #include "model/olt/mpcp.h"
 #include "model/olt/uni_config.h"
 #include "model/onu/classification.h"
-#include "model/onu/gateway.h"
+#include "model/onu/gateway_settings.h"
+#include "model/onu/multicast_settings.h"
 #include "model/onu/onu_config.h"
-#include "model/plant/onu_multicast.h"
+#include "model/onu/service_settings.h"
 #include "model/port/p2p.h"
 #include "text/utf8.h"
 
@@ -90,6 +91,11 @@ bool holds_phy(uint32_t, std::string_view bytes)
     return !phy.has(PhyControl::reset | PhyControl::speed | PhyControl::restart_autoneg);
 }
 
+bool holds_uni_profile(uint32_t, std::string_view bytes)
+{
+    return is_good_config(OnuBlock('\0' + std::string(bytes)));
+}
+
 template <class Value>
 constexpr BlockRule rule_of(uint32_t command, Owner owner, uint32_t first, uint32_t last,
                             bool (*is_good)(uint32_t, std::string_view))
@@ -98,7 +104,6 @@ constexpr BlockRule rule_of(uint32_t command, Owner owner, uint32_t first, uint3
 }
 
 constexpr uint32_t status_size = 32;
-constexpr uint32_t longest_type_name = 31;
 constexpr uint32_t oui_size = 3;
 
 constexpr BlockRule block_rules[] = {
@@ -114,7 +119,7 @@ constexpr BlockRule block_rules[] = {
     {BSP_MSG_DEBUG, BSP_CMD_DEBUG_CTC_OAM, Owner::pon_port, 0, 0, 1, 1, holds_any},
     {BSP_MSG_DEBUG, BSP_CMD_DEBUG_ONU, Owner::pon_port, 0, 0, 1, 1, holds_any},
     {BSP_MSG_PON, BSP_CMD_UNI_PROFILE_SET, Owner::olt, 1, max_uni_profiles, uni_profile_size, uni_profile_size,
-     holds_any},
+     holds_uni_profile},
     {BSP_MSG_PON, BSP_CMD_OUI_SET, Owner::olt, 0, 0, oui_size, oui_size, holds_any},
     {BSP_MSG_UPGRADE, BSP_CMD_UPGRADE_TYPE_BIND_PORT, Owner::pon_port, 0, 0, 1, longest_type_name, holds_name},
     {BSP_MSG_ONU_OAM, BSP_CMD_OAM_PRINT, Owner::olt, 0, 0, sizeof(uint32_t), sizeof(uint32_t), holds_word<1, 2>},
@@ -133,7 +138,8 @@ bool is_owner(Owner owner, uint32_t ports, uint32_t number)
     return false;
 }
 
-// A SettingRule says what is allowed of a setting whatever the ONU is. An ONU of another kind can have come since.
+// A SettingRule says what is allowed of a setting whatever the ONU is. An ONU of another kind can have come since. The
+// handlers that send settings use the same sizes and checks.
 struct SettingRule {
     uint32_t command;
     uint32_t first; // UNI port or number; 0: of the ONU itself
@@ -142,71 +148,62 @@ struct SettingRule {
     bool (*is_good)(const OnuBlock &block);
 };
 
-bool any_setting(const OnuBlock &)
+// The time since which an ONU has its ports switched on, or 0.
+bool is_good_since(const OnuBlock &block)
 {
-    return true;
+    return natural_bounds<ModelTime>().contains(static_cast<int64_t>(value_of<ModelTime>(block.bytes())));
 }
-
-template <uint32_t (*check)(const RemoteOnu &, uint32_t, const OnuBlock &)>
-bool passes(const OnuBlock &block)
+// What any UNI port can offer.
+bool is_offer(const OnuBlock &block)
 {
-    return check({}, 0, block) == BSP_OK;
+    return is_good_offer(block, all_abilities());
 }
-
-// The other checks ask what the ONU is able to. These are what reading such a block relies on.
-bool few_abilities(const OnuBlock &block)
+// Before a port receives its first configuration as one block, it remembers none.
+bool is_config_or_none(const OnuBlock &block)
 {
-    return block.get(layout::onu_autoneg_adv::count) <= 5;
+    return block == OnuBlock(port_config_size) || is_good_config(block);
 }
-bool few_vlans(const OnuBlock &block)
-{
-    return block.get(layout::onu_vlan::count) <= max_vlans;
-}
-bool few_translations(const OnuBlock &block)
-{
-    return block.get(layout::onu_mc_vlan_mode::number) <= max_mc_translations;
-}
-bool few_groups(const OnuBlock &block)
-{
-    namespace at = layout::onu_mc_group;
-    const auto number = block.get(at::number);
-    if (number > max_mc_groups) return false;
-    for (uint32_t index = 0; index < number; ++index)
-        if (block.get(at::uni[index]) < 1 || block.get(at::uni[index]) > max_unis) return false;
-    return true;
-}
-bool good_banks(const OnuBlock &block)
+bool has_good_banks(const OnuBlock &block)
 {
     return is_good(value_of<Banks>(block.bytes()));
 }
 
 constexpr SettingRule setting_rules[] = {
-    {BSP_CMD_ONU_ADMIN_STATE_GET, 1, max_unis, switch_size, passes<check_word>},
-    {BSP_CMD_ONU_AUTONEG_GET, 1, max_unis, switch_size, passes<check_word>},
-    {BSP_CMD_ONU_AUTONEG_ADV_GET, 1, max_unis, abilities_size, few_abilities},
-    {BSP_CMD_ONU_PAUSE_GET, 1, max_unis, 1, passes<check_pause>},
-    {BSP_CMD_ONU_RATE_LIMIT_GET, 1, max_unis, rate_limit_size, passes<check_rate_limit>},
-    {BSP_CMD_ONU_VLAN_GET, 1, max_unis, vlan_size, few_vlans},
-    {BSP_CMD_ONU_LOOP_DETECT_GET, 1, max_unis, switch_size, passes<check_word>},
-    {BSP_CMD_ONU_PORT_CONFIG_SET, 1, max_unis, port_config_size, any_setting},
-    {BSP_CMD_ONU_CLASSIFICATION_GET, 1, max_unis, classification_size, is_whole_classification},
-    {BSP_CMD_ONU_MC_GROUP_MAX_GET, 1, max_unis, 2, any_setting},
-    {BSP_CMD_ONU_MC_VLAN_MODE_GET, 1, max_unis, 34, few_translations},
-    {BSP_CMD_ONU_MC_VLAN_GET, 1, max_unis, max_mc_vlans * sizeof(uint16_t), any_setting},
-    {BSP_CMD_ONU_MC_GROUP_GET, 0, 0, 1284, few_groups},
-    {BSP_CMD_ONU_MC_SWITCH_GET, 0, 0, 1, any_setting},
-    {BSP_CMD_ONU_FAST_LEAVE_GET, 0, 0, 4, any_setting},
-    {BSP_CMD_ONU_MGMT_GET, 0, 0, 17, any_setting},
-    {BSP_CMD_ONU_FEC_GET, 0, 0, sizeof(uint32_t), any_setting},
-    {BSP_CMD_ONU_TIME_GET, 0, 0, 16, any_setting},
-    {BSP_CMD_ONU_MULTI_LLID_SET, 0, 0, sizeof(uint32_t), any_setting},
-    {BSP_CMD_ONU_CATV_SET, 0, 0, sizeof(ModelTime), any_setting},
-    {BSP_CMD_ONU_BANKS_GET, 0, 0, sizeof(Banks), good_banks},
-    {BSP_CMD_VIEW_ONU_WAN, 1, max_wans, wan_size, any_setting},
-    {BSP_CMD_VIEW_ONU_WLAN, 1, max_wlans, wlan_size, any_setting},
-    {BSP_CMD_VIEW_ONU_ACL, 1, max_acl_rules, acl_size, any_setting},
-    {BSP_CMD_VIEW_ONU_DHCP, 0, 0, dhcp_size, any_setting},
+    {BSP_CMD_ONU_ADMIN_STATE_GET, 1, max_unis, switch_size, is_good_switch},
+    {BSP_CMD_ONU_AUTONEG_GET, 1, max_unis, switch_size, is_good_switch},
+    {BSP_CMD_ONU_AUTONEG_ADV_GET, 1, max_unis, abilities_size, is_offer},
+    {BSP_CMD_ONU_PAUSE_GET, 1, max_unis, pause_size, is_good_pause},
+    {BSP_CMD_ONU_RATE_LIMIT_GET, 1, max_unis, rate_limit_size, is_good_rate_limit},
+    {BSP_CMD_ONU_VLAN_GET, 1, max_unis, vlan_size, is_good_vlan},
+    {BSP_CMD_ONU_LOOP_DETECT_GET, 1, max_unis, switch_size, is_good_switch},
+    {BSP_CMD_ONU_PORT_CONFIG_SET, 1, max_unis, port_config_size, is_config_or_none},
+    {BSP_CMD_ONU_CLASSIFICATION_GET, 1, max_unis, classification_size, is_good_classification},
+    {BSP_CMD_ONU_MC_GROUP_MAX_GET, 1, max_unis, group_max_size, is_good_group_max},
+    {BSP_CMD_ONU_MC_VLAN_MODE_GET, 1, max_unis, mc_tags_size, is_good_tags},
+    {BSP_CMD_ONU_MC_VLAN_GET, 1, max_unis, mc_vlans_size, is_good_vlans},
+    {BSP_CMD_ONU_MC_GROUP_GET, 0, 0, mc_groups_size, is_good_groups},
+    {BSP_CMD_ONU_MC_SWITCH_GET, 0, 0, mc_mode_size, is_good_mc_mode},
+    {BSP_CMD_ONU_FAST_LEAVE_GET, 0, 0, fast_leave_size, is_good_fast_leave},
+    {BSP_CMD_ONU_MGMT_GET, 0, 0, management_size, is_good_management},
+    {BSP_CMD_ONU_FEC_GET, 0, 0, fec_size, is_good_fec},
+    {BSP_CMD_ONU_TIME_GET, 0, 0, time_size, is_good_time},
+    {BSP_CMD_ONU_MULTI_LLID_SET, 0, 0, llids_size, is_good_llids},
+    {BSP_CMD_ONU_CATV_SET, 0, 0, sizeof(ModelTime), is_good_since},
+    {BSP_CMD_ONU_BANKS_GET, 0, 0, sizeof(Banks), has_good_banks},
+    {BSP_CMD_VIEW_ONU_WAN, 1, max_wans, wan_size, is_good_wan},
+    {BSP_CMD_VIEW_ONU_WLAN, 1, max_wlans, wlan_size, is_good_wlan},
+    {BSP_CMD_VIEW_ONU_ACL, 1, max_acl_rules, acl_size, is_good_acl_rule},
+    {BSP_CMD_VIEW_ONU_DHCP, 0, 0, dhcp_size, is_good_dhcp},
 };
+
+constexpr size_t settings_of_onu()
+{
+    size_t settings = 0;
+    for (const SettingRule &rule : setting_rules)
+        settings += rule.last - rule.first + 1;
+    return settings;
+}
+static_assert(settings_of_onu() <= max_settings, "an ONU can receive more settings than are kept of it");
 
 std::string size_problem(const std::string &field, size_t size, uint32_t least, uint32_t greatest)
 {
