@@ -56,8 +56,12 @@ struct Field {
     // such a field all count.
     uint32_t place = 0;
     std::string_view counter = {};
+    // Of a field of one of several parts: the field that says how many parts there are, and the number of its own. Of a
+    // repeated field it is the one with the same place, and has no number here.
+    std::string_view whole = {};
+    uint32_t part = 0;
     // Of bytes that mean what the value of another field says: that field, and their notations. With any other value of
-    // that field they are a number. Of a repeated field it is the one with the same place, and has no number here.
+    // that field they are a number. Of a repeated field it is the one with the same place, too.
     std::string_view decider = {};
     std::span<const Form> forms = {};
     bool secret = false; // it is hidden from people who did not ask for it

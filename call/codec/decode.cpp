@@ -164,6 +164,16 @@ bool reached(const Field &field, std::span<const uint8_t> bytes)
     return bytes.size() >= field.offset + (divisible ? 1 : field.size);
 }
 
+// Returns the field of this name or, of repeated fields, the one at the same place. Returns null when the bytes do not
+// reach it.
+const Field *field_beside(const Reading &reading, const Field &field, std::string_view name)
+{
+    const std::string at_place = std::string(name) + "_" + std::to_string(field.place);
+    const Field *found = catalogue::find_field(reading.layout->fields, at_place);
+    if (!found) found = catalogue::find_field(reading.layout->fields, name);
+    return found && reading.reaches(*found) ? found : nullptr;
+}
+
 } // namespace
 
 uint32_t load_word(const uint8_t *bytes)
@@ -318,11 +328,8 @@ std::optional<catalogue::Notation> notation_of(const Reading &reading, const Fie
     if (field.decider.empty() || !reading.layout || !reading.reaches(field) ||
         field.offset + field.size > reading.bytes.size())
         return std::nullopt;
-    std::string name(field.decider);
-    if (field.place != 0) name += "_" + std::to_string(field.place);
-    const Field *decider = catalogue::find_field(reading.layout->fields, name);
-    if (!decider) decider = catalogue::find_field(reading.layout->fields, field.decider);
-    if (!decider || !reading.reaches(*decider)) return std::nullopt;
+    const Field *decider = field_beside(reading, field, field.decider);
+    if (!decider) return std::nullopt;
     const auto value = name_of(*decider, field_bytes(*decider, reading.bytes));
     const auto form = std::ranges::find(field.forms, value.value_or(std::string_view()), &catalogue::Form::value);
     return form == field.forms.end() ? catalogue::Notation::number : form->notation;
@@ -345,10 +352,13 @@ Bytes without_secrets(const catalogue::Record &record, const RecordRole &role, s
 
 bool is_counted(const Reading &reading, const Field &field)
 {
-    if (field.counter.empty() || !reading.layout) return true;
-    const Field *counter = catalogue::find_field(reading.layout->fields, field.counter);
-    if (!counter || !reading.reaches(*counter)) return true;
-    return number_of(*counter, field_bytes(*counter, reading.bytes)) >= field.place;
+    if (!reading.layout) return true;
+    // Of a repeated field its place counts, and of a part its number.
+    const auto reaches = [&](std::string_view counter, uint32_t number) {
+        const Field *known = counter.empty() ? nullptr : field_beside(reading, field, counter);
+        return !known || number_of(*known, field_bytes(*known, reading.bytes)) >= number;
+    };
+    return reaches(field.counter, field.place) && reaches(field.whole, field.part);
 }
 
 std::string text_of(const Reading &reading, const Field &field)

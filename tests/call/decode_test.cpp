@@ -98,6 +98,21 @@ TEST(DecidedValues, AreReadAndShownAsTheOtherFieldSays)
     EXPECT_THAT(json.written(), testing::HasSubstr(R"("value_a_8": 34984)"));
 }
 
+TEST(Counted, AreThePartsThatThereAreOfTheRulesThatThereAre)
+{
+    const catalogue::Command &command = *catalogue::find_command("BSP_CMD_ONU_CLASSIFICATION_SET");
+    const Bytes bytes = classification({{"count", "2"}, {"entries_1", "1"}, {"entries_2", "3"}, {"entries_3", "4"}});
+    const Reading reading = read_record(*command.channel->record, {command.channel, set, &command}, bytes);
+    const auto counted = [&reading](const char *name) {
+        return is_counted(reading, *catalogue::find_field(reading.layout->fields, name));
+    };
+    EXPECT_TRUE(counted("field_a_1"));
+    EXPECT_FALSE(counted("value_b_1"));
+    EXPECT_TRUE(counted("value_c_2"));
+    EXPECT_FALSE(counted("operator_d_2"));
+    EXPECT_FALSE(counted("field_a_3"));
+}
+
 TEST(DecidedValues, AreRefusedWhereTheyAreNoneOfTheirKind)
 {
     const auto error = [](const char *field, const char *value) {

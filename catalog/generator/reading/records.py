@@ -45,7 +45,7 @@ def read_fields(owner, size, kinds, *repeating):
     fields = {}
     for table in owner.items("fields"):
         field = Entry(owner.file, f"{owner.kind} {owner.name}: field", table, ["name", "offset", "type", "brief"],
-                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", "counted", "secret", "decided",
+                      ["unit", "scale", "values", "flags", "range", "hexadecimal", "where", "counted", "part", "secret", "decided",
                        *repeating])
         for place in places(field):
             check_field(place, size, kinds)
@@ -57,6 +57,7 @@ def read_fields(owner, size, kinds, *repeating):
     for field in ordered:
         check_condition(field, fields)
         check_decided(field, fields)
+        check_part(field, fields)
         field.counter = field.text("counted", "")
         if field.counter and (field.times == 1 or field.counter not in fields):
             field.fail("'counted' names the field that says how many of a repeated one count")
@@ -76,6 +77,20 @@ def check_condition(field, fields):
         field.fail(f"'where' must list names of values of another field, not {field.where!r} of {field.condition!r}")
 
 
+def beside(field, name, fields):
+    """Returns the field of this name or, of repeated fields, the one at the same place. Returns None without one."""
+    return fields.get(name) or fields.get(f"{name}_{field.index + 1}")
+
+
+def check_part(field, fields):
+    """Reads of which of several parts a field is, and which other field says how many of them there are."""
+    part = field.get("part", {})
+    field.whole, field.part = next(iter(part.items()), ("", 0)) if isinstance(part, dict) else ("", part)
+    is_one = isinstance(part, dict) and len(part) == 1 and is_whole(field.part) and field.part > 0
+    if part and not (is_one and beside(field, field.whole, fields)):
+        field.fail(f"'part' must be one field with the number of a part, from 1 on, not {part!r}")
+
+
 def check_decided(field, fields):
     """Reads in which notation the bytes of a field are, as the values of another field decide."""
     decided = field.get("decided", {})
@@ -84,7 +99,7 @@ def check_decided(field, fields):
     field.decider, field.forms = decided.get("by", ""), {}
     if not decided:
         return
-    decider = fields.get(field.decider) or fields.get(f"{field.decider}_{field.index + 1}")
+    decider = beside(field, field.decider, fields)
     if decider is None or not decider.values or field.type != "bytes" or field.size != FIELD_SIZES["mac"]:
         field.fail("'decided' says 'by' which field with 'values' the meaning of 6 bytes is decided")
     for notation, values in decided.items():

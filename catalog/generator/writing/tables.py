@@ -57,6 +57,8 @@ def field_row(owner, field):
         meaning += [f".condition = {quoted(field.condition)}", f".where = {owner.name}_{field.base}_where"]
     if field.counter:
         meaning.append(f".counter = {quoted(field.counter)}")
+    if field.part:
+        meaning += [f".whole = {quoted(field.whole)}", f".part = {field.part}"]
     if field.decider:
         meaning += [f".decider = {quoted(field.decider)}", f".forms = {owner.name}_{field.base}_forms"]
     if field.secret:

@@ -263,6 +263,26 @@ TEST_F(Config, HidesPasswordsUnlessTheyAreWanted)
     EXPECT_THAT(content("backup"), HasSubstr("sesame"));
 }
 
+TEST_F(Config, ShowsTheConditionsOfRulesAsPeopleWriteThem)
+{
+    constexpr size_t size = 298;
+    const std::string head = "0101", rule = "011300ff02", is_vlan = "0300000000006401", is_source = "0600000a01020301";
+    const std::string block = head + rule + is_vlan + is_source;
+    write("saved",
+          configuration_of(
+              R"("onu_setting":{"key":["pon_port","mac","command","uni"],"values":["told"],"configured":["told"]})",
+              {R"({"table":"onu_setting","row":[1,{"hex":"02005e100001"},696,2,{"hex":")" + block +
+               std::string(2 * size - block.size(), '0') + "\"}]}"}));
+    const std::string start = "onu_setting 1/02:00:5e:10:00:01 command BSP_CMD_ONU_CLASSIFICATION_GET uni 2 ";
+    std::string expected;
+    for (const char *line :
+         {"action = add", "count = 1", "precedence_1 = 1", "length_1 = 19", "queue_1 = 0", "mark_1 = 255",
+          "entries_1 = 2", "field_a_1 = VLAN", "value_a_1 = 100", "operator_a_1 = equal", "field_b_1 = source-IPv4",
+          "value_b_1 = 10.1.2.3", "operator_b_1 = equal"})
+        expected += start + line + "\n";
+    EXPECT_EQ(ponctl({"config", "show", path("saved")}).out, expected);
+}
+
 TEST_F(Config, ThatTheOnusAreNotAbleToDoesNotFit)
 {
     const std::string tables =
