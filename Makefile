@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: help demo test bench mutation fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
+.PHONY: help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -12,6 +12,7 @@ help:
 	@echo 'make test-dev  the same for one configuration: $(TEST_PRESETS)'
 	@echo 'make bench     measure operations, exchanges, results and sizes'
 	@echo 'make mutation  show that the tests notice changes in the library'
+	@echo 'make coverage  count which lines the tests of the dev configuration run'
 	@echo 'make fuzz      look for inputs that programs do not bear: TARGET=NAME, all by default; TIME=SECONDS for each, 60'
 	@echo 'make generate  write the public header, the export map and the record lengths from the catalogue'
 	@echo 'make format    lay out the sources with clang-format'
@@ -39,6 +40,10 @@ bench: packages
 
 mutation: packages
 	/usr/bin/python3 tests/mutation/run.py
+
+coverage: packages
+	@packaging/install-packages coverage-packages.txt
+	/usr/bin/python3 -B tests/coverage/run.py
 
 TARGET ?= all
 TIME ?= 60
