@@ -89,8 +89,7 @@ void read_periods(const Section &section, Configuration &configuration)
 
 bool Configuration::collects_as(const Configuration &other) const
 {
-    return periods == other.periods && limits == other.limits && history == other.history &&
-           most_events == other.most_events;
+    return periods == other.periods && limits == other.limits && history == other.history;
 }
 
 Configuration default_configuration()

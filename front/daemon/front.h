@@ -21,21 +21,29 @@ public:
     Front(const Front &) = delete;
     Front &operator=(const Front &) = delete;
 
-    // Goes on with another configuration. OLTs that it does not change are collected on. Throws std::runtime_error;
-    // then everything goes on as it was, as far as it can be started again.
+    // Goes on with another configuration. OLTs that it does not change are collected on. Throws std::runtime_error when
+    // its history or its place to listen cannot be had. Then everything goes on as it was.
     void change(Configuration wanted);
     // Returns whether the thread of each OLT went on not long ago.
     bool is_alive() const;
 
 private:
-    void start_http();
+    using Olts = std::vector<std::shared_ptr<Olt>>;
+
+    std::unique_ptr<HttpServer> listen(const std::optional<ListenSettings> &where);
+    void listen_elsewhere(const std::optional<ListenSettings> &where);
+    // Those that are left out end here, while others are answered.
+    void replace_olts(Olts others);
+    // Collects the OLTs of the configuration. Those that are collected already go on.
+    void collect(const Configuration &wanted);
+    OnuDetail onu_detail_now() const;
     HttpResponse answer(const HttpRequest &request) const;
     std::vector<OltSnapshot> snapshots() const;
 
+    mutable std::mutex guard; // held to change what follows, and to read it where requests are answered
     Configuration configuration;
     std::unique_ptr<History> history;
-    mutable std::mutex guard; // of the list of OLTs
-    std::vector<std::shared_ptr<Olt>> olts;
+    Olts olts;
     std::unique_ptr<HttpServer> http;
 };
 

@@ -120,6 +120,12 @@ void History::prepare(const std::string &file)
         storage::make_private(each);
 }
 
+void History::keep_at_most(uint64_t events)
+{
+    const std::lock_guard lock(guard);
+    most = events;
+}
+
 Known History::known(const std::string &olt) const
 {
     const std::lock_guard lock(guard);

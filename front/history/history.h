@@ -22,6 +22,7 @@ public:
 
     // Any thread may call these. They throw a storage::Error.
 
+    void keep_at_most(uint64_t events);
     Known known(const std::string &olt) const;
     // Keeps what a look found, and gives its events their numbers. When it throws, nothing of it is kept.
     void keep(const std::string &olt, const Known &known, Watcher::Found &found);
@@ -42,8 +43,8 @@ private:
     void execute(const char *sql) const;
     void write(const std::string &olt, const Known &known, Watcher::Found &found);
 
-    const uint64_t most;
     mutable std::mutex guard;
+    uint64_t most;
     std::unique_ptr<sqlite3, Close> db;
     std::unique_ptr<Statements, Delete> statements; // closed before the database
 };

@@ -14,34 +14,36 @@ std::string text_of(const std::optional<view::Mac> &mac)
     return mac ? text::mac_text(*mac) : std::string();
 }
 
-// Returns the active alarm that says why an ONU is not online: the one that was raised last of those that can.
-const view::onu_alarm *reason_of(const view::onu_info &onu, std::span<const view::onu_alarm> alarms)
+// Returns for each ONU the active alarm that says why it is not online: the one that was raised last of those that can.
+std::map<std::pair<uint32_t, view::Mac>, const view::onu_alarm *> reasons_in(std::span<const view::onu_alarm> alarms)
 {
     static constexpr std::array<std::string_view, 10> reasons{
         "los",         "onu_los",    "dying_gasp", "deregistered", "oam_link_lost",
         "auth_failed", "wrong_port", "same_loid",  "same_mac",     "rejected",
     };
-    const view::onu_alarm *found = nullptr;
+    std::map<std::pair<uint32_t, view::Mac>, const view::onu_alarm *> found;
     for (const view::onu_alarm &alarm : alarms) {
-        if (alarm.pon_port != onu.pon_port || alarm.mac != onu.mac || alarm.state != "active") continue;
-        if (std::ranges::find(reasons, alarm.name) == reasons.end()) continue;
-        if (!found || alarm.raised.value_or(0) > found->raised.value_or(0)) found = &alarm;
+        if (!alarm.mac || alarm.state != "active" || std::ranges::find(reasons, alarm.name) == reasons.end()) continue;
+        const view::onu_alarm *&last = found[{alarm.pon_port, *alarm.mac}];
+        if (!last || alarm.raised.value_or(0) > last->raised.value_or(0)) last = &alarm;
     }
     return found;
 }
 
 void add_onus(Facts &facts, const Snapshot &snapshot)
 {
+    const auto reasons = reasons_in(rows_of(snapshot.alarms));
     for (const view::onu_info &onu : rows_of(snapshot.onus)) {
         Fact &fact = facts[{FactKind::onu, onu.pon_port, text::mac_text(onu.mac), {}}];
         // Of an ONU that is bound and waits elsewhere at once, the binding counts.
         if (!fact.value.empty() && !onu.onu_id) continue;
         fact = {.value = std::string(onu.state), .onu_id = onu.onu_id};
         if (onu.state == "online" || onu.state == "waiting") continue;
-        const view::onu_alarm *const reason = reason_of(onu, rows_of(snapshot.alarms));
-        if (!reason) continue;
-        fact.cause = reason->cause == "unknown" ? reason->name : reason->cause;
-        fact.place = reason->place.value_or("");
+        const auto found = reasons.find({onu.pon_port, onu.mac});
+        if (found == reasons.end()) continue;
+        const view::onu_alarm &reason = *found->second;
+        fact.cause = reason.cause == "unknown" ? reason.name : reason.cause;
+        fact.place = reason.place.value_or("");
     }
 }
 

@@ -145,6 +145,24 @@ TEST_F(Served, ReadsItsConfigurationAgain)
     EXPECT_THAT(http_get(port, "/metrics"), HasSubstr("pon_olt_up{olt=\"north\"} 1\n"));
 }
 
+TEST_F(Served, GoesOnWhereAChangeCannotBeMade)
+{
+    Ponfront front({"--config", configured()});
+    const uint16_t port = front.port();
+    metrics_with(port, "pon_olt_up{olt=\"north\"} 1\n");
+    std::ofstream(file) << "[history]\nfile = \"/nowhere/history.db\"\n[http]\nlisten = \"127.0.0.1:0\"\n";
+    front.send(SIGHUP);
+    front.expect("the configuration is not taken: /nowhere/history.db: ");
+    EXPECT_THAT(http_get(port, "/metrics"), HasSubstr("pon_olt_up{olt=\"north\"} 1\n"));
+    std::ofstream(file) << "[http]\nlisten = \"192.0.2.1:9\"\n";
+    front.send(SIGHUP);
+    front.expect("listening on 127.0.0.1");
+    front.expect("the configuration is not taken: cannot listen on 192.0.2.1 port 9: ");
+    configured("events = 5\n");
+    front.send(SIGHUP);
+    front.expect("goes on by the configuration");
+}
+
 TEST_F(Served, ChecksItsConfiguration)
 {
     Ponfront good({"--config", configured(), "--check"});
