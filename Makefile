@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb board help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -16,6 +16,8 @@ help:
 	@echo 'make fuzz      look for inputs that programs do not bear: TARGET=NAME, all by default; TIME=SECONDS for each, 60'
 	@echo 'make generate  write the public header, the export map and the record lengths from the catalogue'
 	@echo 'make format    lay out the sources with clang-format'
+	@echo 'make board     build the library for a 32-bit big-endian MIPS board, as a tar file'
+	@echo 'make deb       build Debian packages; make try-deb installs, tests, upgrades and purges them in a fresh Debian'
 	@echo 'make install   install library, header, tool, simulator and pages below PREFIX ($(PREFIX))'
 
 packages:
@@ -64,3 +66,14 @@ install: packages
 	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
 	cmake --build --preset release -- --quiet
 	cmake --install build/release
+
+board: packages
+	@packaging/make-board build/board
+
+deb: packages
+	@packaging/install-packages deb-packages.txt
+	@packaging/make-deb build/deb
+
+# It takes minutes, and only root may: by hand and before a release.
+try-deb: deb
+	packaging/try-deb build/deb build/debian

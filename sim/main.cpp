@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <sys/resource.h>
+#include <systemd/sd-daemon.h>
 #include <unistd.h>
 
 #include "board/service.h"
@@ -176,6 +177,17 @@ sigset_t block_stop_signals()
     return stop;
 }
 
+// Tells whoever waits that the service is there, and returns when a signal ends it.
+void serve_until(const sigset_t &stop, const std::string &announcement)
+{
+    printf("ponsim: serving on %s\n", announcement.c_str());
+    fflush(stdout);
+    sd_notify(0, "READY=1");
+    int signal;
+    sigwait(&stop, &signal);
+    sd_notify(0, "STOPPING=1");
+}
+
 // A file that cannot grow is an error that is answered, and not the end of the service.
 void survive_full_files()
 {
@@ -198,11 +210,8 @@ int replay(const Options &options)
     ponsim::Recording recording(options.replayed);
     const ponsim::Replay service(recording, options.loop, socket_dir, mode_bits(options));
     if (!service.serving()) return fail("cannot serve on " + socket_dir, exit_failure);
-    printf("ponsim: serving on %s (%zu exchanges recorded in %s)\n", socket_dir.c_str(), recording.size(),
-           options.replayed.c_str());
-    fflush(stdout);
-    int signal;
-    sigwait(&stop, &signal);
+    serve_until(stop, socket_dir + " (" + std::to_string(recording.size()) + " exchanges recorded in " +
+                          options.replayed + ")");
     return EXIT_SUCCESS;
 }
 
@@ -247,11 +256,8 @@ int serve(const Options &options)
     for (const ponsim::HostOptions &each : ponsim::host_each(together, std::move(scenario)))
         hosts.push_back(std::make_unique<ponsim::Host>(each, options.access, timekeeper));
 
-    printf("ponsim: serving on %s (%s, state %s)\n", together.socket_dir.c_str(), describe(hosts).c_str(),
-           together.state.empty() ? "none" : together.state.c_str());
-    fflush(stdout);
-    int signal;
-    sigwait(&stop, &signal);
+    serve_until(stop, together.socket_dir + " (" + describe(hosts) + ", state " +
+                          (together.state.empty() ? "none" : together.state) + ")");
     for (const std::unique_ptr<ponsim::Host> &host : hosts)
         host->stop();
     return EXIT_SUCCESS;

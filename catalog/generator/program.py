@@ -7,7 +7,7 @@ import sys
 from .catalogue import Catalogue
 from .checkout import Checkout
 from .reading.entry import CatalogueError
-from .writing.export_map import exports
+from .writing.export_map import exports, symbols
 from .writing.header import header
 from .writing.record_length import record_length
 from .writing.service_words import service_words
@@ -15,11 +15,12 @@ from .writing.tables import tables
 from .writing.thunks import thunks
 from .writing.view_rows import view_rows
 
-# The committed files are in the tree, so that a board's build needs no Python. Every other build makes the rest.
+# The committed files are in the tree, so that a board's build needs no Python, and for the packages. Every other build makes the rest.
 COMMITTED = {
     "include/bsp_pon.h": header,
     "catalog/generated/record_length.h": record_length,
     "catalog/generated/libbsp_pon.map": exports,
+    "debian/libbsp-pon0.symbols": symbols,
 }
 BUILT = {
     "service_words.h": service_words,

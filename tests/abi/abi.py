@@ -59,7 +59,8 @@ def build(target, optimisation, folder):
 def dynamic_symbols(target, library, which):
     """Returns {name: type letter}. `which` is --defined-only or --undefined-only."""
     rows = run([TARGETS[target] + "nm", "-D", which, library]).split("\n")
-    return {row.split()[-1].split("@")[0]: row.split()[-2] for row in rows if row}
+    found = {row.split()[-1].split("@")[0]: row.split()[-2] for row in rows if row}
+    return {name: letter for name, letter in found.items() if letter != "A"}  # the names of versions
 
 
 def sections(target, files):

@@ -55,6 +55,10 @@ BROKEN = {
     "name a number": (CHANNELS, '"BSP_MSG_LOOP_DETECT"', "5", "channel 5", "must be a C identifier"),
     "entry not a table": (RECORDS, "fields  = [", "fields  = [ 5,", "record bsp_pon_msg: field", "not a table"),
 
+    "release not one": (BINDING, 'name    = "bsp_pon_bind_onu_spec_id"',
+                        'name    = "bsp_pon_bind_onu_spec_id"\nsince = "next"', "operation bsp_pon_bind_onu_spec_id",
+                        "'since' is a release, as 0.1, not 'next'"),
+
     # These cases break records.
     "record of a wrong size": (RECORDS, "size    = 944", "size    = 948", "record bsp_pon_msg",
                                "948 bytes is not the size"),

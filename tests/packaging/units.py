@@ -1,12 +1,15 @@
 """Checks that systemd understands the units, and that a service has no rights that it does not need."""
 
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
 
 # systemd-analyze gives a unit 0.0 when it may do nothing, and 10.0 when it may do everything. The option has tenths.
 GREATEST_EXPOSURE = 20
+
+TEMPLATES = os.path.join(os.path.dirname(__file__), "..", "..", "packaging", "systemd")
 
 
 def run(*words: str) -> tuple[int, str]:
@@ -22,6 +25,13 @@ def stripped_of(unit: str, setting: str) -> str:
 def exposed(unit: str) -> tuple[bool, str]:
     status, said = run("systemd-analyze", "security", "--offline=true", f"--threshold={GREATEST_EXPOSURE}", unit)
     return status != 0, said
+
+
+def named_copy(template: str) -> str:
+    """Gives a template of units a name, so that it is one. Returns the file of the unit."""
+    name = template.replace("@.", "@campus.")
+    os.rename(template, name)
+    return name
 
 
 def problems(unit: str, program: str) -> list[str]:
@@ -44,9 +54,12 @@ def problems(unit: str, program: str) -> list[str]:
                 f"ExecStart={program} {line.split(' ', 1)[1]}" if line.startswith("ExecStart=") else line
                 for line in text.splitlines(keepends=True)
             )
-        name = copy.replace("@.service", "@campus.service")
-        os.rename(copy, name) if name != copy else None
-        status, said = run("systemd-analyze", "verify", "--man=no", name)
+        names = [named_copy(copy)]
+        # Its sockets are beside the template that the unit was made of.
+        sockets = os.path.join(TEMPLATES, os.path.basename(unit).replace(".service", ".socket"))
+        if os.path.exists(sockets):
+            names.append(named_copy(shutil.copy(sockets, folder)))
+        status, said = run("systemd-analyze", "verify", "--man=no", *names)
         if status != 0 or said.strip():
             found.append(said or f"systemd-analyze verify ended with {status}")
     return found

@@ -1,11 +1,16 @@
 #include "endpoint.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include <fcntl.h>
+#include <sys/eventfd.h>
 #include <sys/file.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include "board/util.h"
 #include "closer.h"
@@ -16,6 +21,8 @@ namespace board
 {
 namespace
 {
+
+constexpr int first_given = 3, most_given = 64;
 
 // Returns why the folder cannot be used for sockets, or null. Whoever may write in it could put sockets of his own in
 // the place of these.
@@ -28,6 +35,25 @@ const char *objection_to(int folder)
     if (others_write && !(found.st_mode & S_ISVTX))
         return "others may replace what is in it; take their write permission";
     return nullptr;
+}
+
+// Returns how many sockets the service manager gave this process. They are the descriptors from first_given on.
+int given_sockets()
+{
+    const char *const process = getenv("LISTEN_PID"), *const count = getenv("LISTEN_FDS");
+    if (!process || !count || std::to_string(getpid()) != process) return 0;
+    return std::clamp(atoi(count), 0, most_given);
+}
+
+bool has_type_and_address(int socket, int type, const sockaddr_un &address)
+{
+    int found = 0;
+    socklen_t size = sizeof found;
+    if (getsockopt(socket, SOL_SOCKET, SO_TYPE, &found, &size) || found != type) return false;
+    sockaddr_un bound{};
+    size = sizeof bound;
+    return !getsockname(socket, reinterpret_cast<sockaddr *>(&bound), &size) && bound.sun_family == AF_UNIX &&
+           std::strncmp(bound.sun_path, address.sun_path, sizeof bound.sun_path) == 0;
 }
 
 } // namespace
@@ -48,12 +74,36 @@ void Endpoint::remove(const Own &own) const
         unlinkat(folder.get(), own.name.c_str(), 0);
 }
 
+bool Endpoint::inherit_socket(const sockaddr_un &address, int type, Descriptor &bound)
+{
+    for (int socket = first_given; socket < first_given + given_sockets(); ++socket) {
+        if (!has_type_and_address(socket, type, address)) continue;
+        bound = Descriptor(fcntl(socket, F_DUPFD_CLOEXEC, first_given));
+        if (!stop_signal) stop_signal = Descriptor(eventfd(0, EFD_CLOEXEC));
+        fcntl(socket, F_SETFD, FD_CLOEXEC);
+        return bound && stop_signal;
+    }
+    return false;
+}
+
+void Endpoint::stop()
+{
+    const uint64_t one = 1;
+    if (stop_signal) {
+        static_cast<void>(!write(stop_signal.get(), &one, sizeof one)); // The first one is always taken.
+        return;
+    }
+    shutdown(seq.get(), SHUT_RDWR);
+    shutdown(dgram.get(), SHUT_RDWR);
+}
+
 // Binds a socket of `mode`, and replaces whatever had its name. The caller holds the lock.
 bool Endpoint::bind_socket(const std::string &path, int type, uint32_t mode, Descriptor &bound, Own &own)
 {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     path.copy(address.sun_path, sizeof address.sun_path - 1);
+    if (inherit_socket(address, type, bound)) return true;
     own.name = path.substr(path.rfind('/') + 1);
     Descriptor socket(::socket(AF_UNIX, type | SOCK_CLOEXEC, 0));
     if (socket && (!unlinkat(folder.get(), own.name.c_str(), 0) || errno == ENOENT) &&

@@ -204,10 +204,7 @@ bool board_service::start(const std::string &directory)
 board_service::~board_service()
 {
     stopping = true;
-    if (endpoint) {
-        shutdown(endpoint->connections(), SHUT_RDWR);
-        shutdown(endpoint->datagrams(), SHUT_RDWR);
-    }
+    if (endpoint) endpoint->stop();
     if (listening) pthread_join(listener, nullptr);
 
     std::unique_lock lock(mutex);
@@ -249,13 +246,15 @@ void board_service::listen()
     while (!stopping) {
         Clock::time_point next = hang_up_idle();
         const bool accepting = Clock::now() >= accepts_again;
-        // A socket that is shut down is always ready, so the service can stop at any time.
+        // What is stopped is always ready, so the service can stop at any time.
         const auto wanted = static_cast<short>(accepting ? POLLIN : 0);
-        pollfd ready[] = {{endpoint->connections(), wanted, 0}, {endpoint->datagrams(), wanted, 0}};
+        const int datagrams = receiving ? -1 : endpoint->datagrams();
+        pollfd ready[] = {
+            {endpoint->connections(), wanted, 0}, {datagrams, wanted, 0}, {endpoint->stopped(), POLLIN, 0}};
         if (!accepting) next = std::min(next, accepts_again);
-        if (poll(ready, receiving ? 1 : 2, wait_until(next)) <= 0) continue;
+        if (poll(ready, std::size(ready), wait_until(next)) <= 0) continue;
         if (ready[0].revents) accept_connection();
-        if (!receiving && ready[1].revents) {
+        if (ready[1].revents) {
             const std::lock_guard lock(mutex);
             receiving = start_receiver();
             if (!receiving) accepts_again = Clock::now() + pause_without_threads;
@@ -293,11 +292,11 @@ void board_service::serve_datagrams()
         while (const auto due = late.take_due())
             send(*due);
         const Clock::time_point next_due = late.next_due();
-        pollfd ready{endpoint->datagrams(), POLLIN, 0};
+        pollfd ready[] = {{endpoint->datagrams(), POLLIN, 0}, {endpoint->stopped(), POLLIN, 0}};
         // Of several threads that wait to receive, a datagram wakes one. It would wake all that poll.
-        if (next_due == never)
+        if (next_due == never && endpoint->stopped() < 0)
             serve_datagram(datagram, 0, late);
-        else if (poll(&ready, 1, wait_until(next_due)) > 0)
+        else if (poll(ready, std::size(ready), wait_until(next_due)) > 0)
             serve_datagram(datagram, MSG_DONTWAIT, late);
     }
 }

@@ -2,8 +2,11 @@
 
 import dataclasses
 import pathlib
+import re
 
 from .entry import CatalogueError, Entry, add, entries
+
+FIRST_RELEASE = "0.1"
 
 
 @dataclasses.dataclass
@@ -22,14 +25,16 @@ def read_family(catalogue, file, table):
     operations = entries(
         file, table, "operation", ["name", "brief", "args"],
         ["channel", "command", "class", "record", "call", "error_policy", "request", "answer", "via", "odd", "constants",
-         "notes"])
+         "notes", "since"])
     for operation in operations:
+        read_since(operation)
         add(catalogue.taken, operation)
     types = entries(file, table, "type", ["name", "brief", "members"])
     for entry in types:
         read_type(catalogue, entry)
-    functions = entries(file, table, "function", ["name", "brief", "returns", "args"], ["notes"])
+    functions = entries(file, table, "function", ["name", "brief", "returns", "args"], ["notes", "since"])
     for function in functions:
+        read_since(function)
         add(catalogue.taken, function)
         read_function(function)
     path = pathlib.PurePath(file)
@@ -44,6 +49,13 @@ def read_type(catalogue, entry):
         member.words, member.brief = member.number("words"), member.text("brief")
         entry.members.append(member)
     add(catalogue.types, entry)
+
+
+def read_since(exported):
+    """Reads which release a program needs at least that calls this."""
+    exported.since = exported.text("since", FIRST_RELEASE)
+    if not re.fullmatch(r"\d+\.\d+", exported.since):
+        exported.fail(f"'since' is a release, as {FIRST_RELEASE}, not {exported.since!r}")
 
 
 def read_function(function):
