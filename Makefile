@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb board help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb release-check board help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -18,6 +18,7 @@ help:
 	@echo 'make format    lay out the sources with clang-format'
 	@echo 'make board     build the library for a 32-bit big-endian MIPS board, as a tar file'
 	@echo 'make deb       build Debian packages; make try-deb installs, tests, upgrades and purges them in a fresh Debian'
+	@echo 'make release-check  do all that has to hold before a release, and print a table of it'
 	@echo 'make install   install library, header, tool, simulator and pages below PREFIX ($(PREFIX))'
 
 packages:
@@ -77,3 +78,7 @@ deb: packages
 # It takes minutes, and only root may: by hand and before a release.
 try-deb: deb
 	packaging/try-deb build/deb build/debian
+
+release-check: packages
+	@packaging/install-packages deb-packages.txt
+	@packaging/release-check
