@@ -69,6 +69,21 @@ void Olt::tell_failures(const Snapshot &snapshot)
     }
 }
 
+std::shared_ptr<const Facts> Olt::facts() const
+{
+    const std::lock_guard lock(guard);
+    return latest_facts;
+}
+
+// Readers have facts of their own, which cost a copy, so they are published only where they are different.
+void Olt::publish_facts(bool are_different)
+{
+    if (!are_different && latest_facts) return;
+    auto facts = std::make_shared<const Facts>(watcher.what_is_known().facts);
+    const std::lock_guard lock(guard);
+    latest_facts.swap(facts);
+}
+
 void Olt::look()
 {
     const std::shared_ptr<const Snapshot> snapshot = collector.snapshot();
@@ -81,6 +96,7 @@ void Olt::look()
         if (!history_fails) log_line(LogLevel::error, "the history cannot be kept: " + std::string(error.what()));
         history_fails = true;
     }
+    publish_facts(!found.changes.empty());
     for (const Event &event : found.events)
         log_line(LogLevel::info, sentence_of(event));
 }

@@ -29,12 +29,16 @@ public:
 
     const OltSettings &settings() const { return olt; }
     std::shared_ptr<const Snapshot> snapshot() const { return collector.snapshot(); }
+    // Returns what was found in the snapshot that was looked at last; null before that. It is another object whenever
+    // something is different.
+    std::shared_ptr<const Facts> facts() const;
     // Returns when the thread was last seen to go on.
     Steady last_turn() const { return turn; }
 
 private:
     void run();
     void look();
+    void publish_facts(bool are_different);
     void tell_failures(const Snapshot &snapshot);
 
     const OltSettings olt;
@@ -45,7 +49,8 @@ private:
     std::array<std::string, table_count> failures{}; // of tables, as they were said last
     std::atomic<Steady> turn;
 
-    std::mutex guard;
+    mutable std::mutex guard;
+    std::shared_ptr<const Facts> latest_facts;
     std::condition_variable stopped;
     bool stopping = false;
     std::thread thread;
