@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -21,8 +22,11 @@ Now time_now();
 class Olt
 {
 public:
+    // Is called by the thread of the OLT whenever it has looked at what it read, with what happened.
+    using Looked = std::function<void(const OltSettings &, const std::vector<Event> &)>;
+
     // Starts to collect. What happens goes to the history, which outlives the OLT, and to the log.
-    Olt(const OltSettings &olt, const Configuration &configuration, History &history);
+    Olt(const OltSettings &olt, const Configuration &configuration, History &history, Looked looked);
     ~Olt(); // ends the thread, after the exchange that is under way
     Olt(const Olt &) = delete;
     Olt &operator=(const Olt &) = delete;
@@ -44,6 +48,7 @@ private:
     const OltSettings olt;
     Collector collector;
     History &history;
+    const Looked looked;
     Watcher watcher;
     bool history_fails = false;                      // which is said once
     std::array<std::string, table_count> failures{}; // of tables, as they were said last
