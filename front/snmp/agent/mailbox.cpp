@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -19,7 +20,7 @@ constexpr size_t most_notifications = 1000;
 
 Mailbox::Mailbox()
     : waker(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      latest(std::make_shared<const Objects>(std::vector<Table>{}, std::vector<Oid>{}))
+      latest(std::make_shared<const Objects>(std::vector<ObjectTable>{}, std::vector<Oid>{}))
 {
     if (waker < 0) throw std::runtime_error("no eventfd: " + std::string(std::strerror(errno)));
 }

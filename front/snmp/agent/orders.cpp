@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "board/ipc.h"
 #include "board/service.h"
 #include "call/call.h"
 #include "call/exchange.h"
@@ -47,7 +48,17 @@ struct Result {
 Result result_of(const call::Outcome &outcome)
 {
     if (!outcome.sent) return {Done::no, "it was not sent"};
-    if (outcome.ipc_result != 0) return {Done::unknown, outcome.ipc_text};
+    switch (outcome.ipc_result) {
+    case IPC_OK:
+        break;
+    case IPC_ERR_TIMEOUT:
+    case IPC_ERR_PEER_LOST:
+    case IPC_ERR_BROKEN_ANSWER:
+    case IPC_ERR_SERVICE:
+        return {Done::unknown, outcome.ipc_text};
+    default:
+        return {Done::no, outcome.ipc_text};
+    }
     const std::string status = outcome.status_name.empty() ? std::to_string(outcome.status) : outcome.status_name;
     return {outcome.status == 0 ? Done::yes : Done::no, status};
 }

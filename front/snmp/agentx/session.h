@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <utility>
 #include <optional>
 #include <string>
 #include <string_view>
