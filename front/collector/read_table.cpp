@@ -262,7 +262,9 @@ Rows<Uplink> read_uplinks(const Snapshot &snapshot)
                               .mac = layout::load(registers, at::mac),
                               .max_frame = layout::load(registers, at::max_frame),
                               .speed = layout::load(registers, at::speed),
-                              .link = layout::load(registers, at::link) != 0});
+                              .link = layout::load(registers, at::link) != 0,
+                              .enabled = layout::load(registers, at::tx_enabled) != 0 &&
+                                         layout::load(registers, at::rx_enabled) != 0});
     }
     return table;
 }

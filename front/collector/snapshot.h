@@ -83,6 +83,7 @@ struct Uplink {
     uint32_t max_frame; // octets
     uint32_t speed;     // Mbit/s; 0 while the link is down
     bool link;
+    bool enabled; // it may send and receive
 };
 
 // How a PON port lets ONUs register and send: lengths are time quanta of 16 ns, times milliseconds.

@@ -20,19 +20,9 @@ std::vector<Oid> regions_of(std::span<const TableInfo *const> infos, const MibSe
 {
     std::vector<Oid> regions{settings.root};
     for (const TableInfo *info : infos)
-        if (info->is_standard) regions.push_back(info->entry);
+        if (info->is_standard) regions.emplace_back(info->entry.begin(), info->entry.end() - 1);
     std::ranges::sort(regions);
     return regions;
-}
-
-bool has_changed(const TableInfo &info, const Source &before, const Source &now)
-{
-    if (before.name != now.name) return true;
-    if (info.of_facts && before.facts != now.facts) return true;
-    return std::ranges::any_of(info.made_of, [&](Table table) {
-        const TableState &then = before.snapshot->state(table), &state = now.snapshot->state(table);
-        return then.generation != state.generation || then.read != state.read;
-    });
 }
 
 } // namespace
@@ -45,13 +35,25 @@ Mib::Mib(MibSettings wanted) : settings(std::move(wanted))
     made.resize(infos.size());
 }
 
-bool Mib::make(const TableInfo &info, const Source &olt, const Times &times, Made &what) const
+bool Mib::make(const TableInfo &info, const Source &olt, const Times &times, Made &what)
 {
-    const bool is_new_second = times.now / 1000 != what.at.now / 1000 || times.started != what.at.started;
-    if (what.part && !has_changed(info, what.of, olt) && !(info.of_time && is_new_second)) return false;
-    what.part = std::make_shared<const Part>(info.make(info, {olt, times, what.part.get()}));
-    what.of = olt;
-    what.at = times;
+    Made now{.part = {}, .name = olt.name, .readings = {}, .facts = info.of_facts ? olt.facts : nullptr, .at = times};
+    for (const Table table : info.made_of) {
+        const TableState &state = olt.snapshot->state(table);
+        now.readings.emplace_back(state.generation, state.read);
+    }
+    const bool has_restarted = times.started != what.at.started; // and so sysUpTime counts from elsewhere
+    const bool is_new_second = times.now / 1000 != what.at.now / 1000;
+    if (what.part && !has_restarted && now.name == what.name && now.readings == what.readings &&
+        now.facts == what.facts && !(info.of_time && is_new_second))
+        return false;
+    size_t width = 0;
+    for (const IndexKind &kind : info.index)
+        width += kind.width;
+    const auto part = std::make_shared<Part>(width, info.columns.size());
+    info.make(*part, {olt, times, has_restarted ? nullptr : what.part.get()});
+    now.part = part;
+    what = std::move(now);
     return true;
 }
 

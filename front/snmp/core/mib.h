@@ -34,13 +34,16 @@ public:
     std::shared_ptr<const Objects> objects(std::span<const Source> olts, const Times &times);
 
 private:
+    // A part that was made, and of what: not the snapshot itself, which would stay for as long as its slowest table.
     struct Made {
         std::shared_ptr<const Part> part;
-        Source of;
+        std::string name;
+        std::vector<std::pair<uint64_t, UnixTime>> readings; // generations and times of the tables that it is made of
+        std::shared_ptr<const Facts> facts;
         Times at;
     };
     // Returns whether something is different from what it was.
-    bool make(const TableInfo &info, const Source &olt, const Times &times, Made &made) const;
+    static bool make(const TableInfo &info, const Source &olt, const Times &times, Made &made);
 
     const MibSettings settings;
     std::vector<const TableInfo *> infos;       // in the order of their entries

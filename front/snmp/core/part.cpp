@@ -60,11 +60,11 @@ Value Part::value(size_t column, size_t number, Type type) const
     }
 }
 
-std::optional<uint64_t> Part::number(size_t column, OidView index) const
+std::optional<Value> Part::at(size_t column, OidView index, Type type) const
 {
     const auto cell = find(column, index, true);
     if (!cell || compare(index_of_cell(column, *cell), index) != 0) return std::nullopt;
-    return cells[column][*cell].number;
+    return value(column, *cell, type);
 }
 
 } // namespace front::snmp

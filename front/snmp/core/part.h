@@ -57,8 +57,8 @@ public:
     std::optional<size_t> find(size_t column, OidView index, bool include) const;
     OidView index_of_cell(size_t column, size_t cell) const { return index_of(cells[column][cell].row); }
     Value value(size_t column, size_t cell, Type type) const;
-    // Returns what stands in a column of a row, if it is a number.
-    std::optional<uint64_t> number(size_t column, OidView index) const;
+    // Returns what stands in a column of a row.
+    std::optional<Value> at(size_t column, OidView index, Type type) const;
 
 private:
     struct Cell {

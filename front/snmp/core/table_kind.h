@@ -1,7 +1,6 @@
 // What a table of a MIB is: its name, place and columns, and how its rows are made of what is known of an OLT.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -37,16 +36,22 @@ struct Making {
     const Part *before; // that was made of this OLT before, or null
 };
 
+// An object of an index, and how many arcs it has there.
+struct IndexKind {
+    std::string_view name;
+    size_t width = 1;
+};
+
 struct TableInfo {
-    bool is_standard; // its entry is absolute, and else below the root
+    bool is_standard = false; // its entry is absolute, and else below the root
     Oid entry;
-    std::string_view name;               // of the entry or, of scalars, of their group
-    std::vector<std::string_view> index; // names of the objects that make up the index; none of scalars
+    std::string_view name; // of the entry
+    std::vector<IndexKind> index;
     std::vector<ColumnKind> columns;
-    std::vector<Table> made_of; // is made again when one of these was read
+    std::vector<Table> made_of; // it is made again when one of these was read
     bool of_facts = false;      // or when facts changed
-    bool of_time = false;       // or when a second has passed, or the master started again
-    std::function<Part(const TableInfo &, const Making &)> make;
+    bool of_time = false;       // or when a second has passed
+    void (*make)(Part &part, const Making &making);
 };
 
 // A Column says what stands in a column, by a row of what a table is made of.
