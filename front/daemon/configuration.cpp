@@ -68,9 +68,9 @@ void read_olts(const Section &file, Configuration &configuration)
 {
     for (const Section &section : file.tables("olt")) {
         const uint32_t place = static_cast<uint32_t>(configuration.olts.size()) + 1;
-        OltSettings olt{.index = section.number_or("index", 1, most_olts, std::min(place, most_olts)),
-                        .name = section.needed_name("name"),
-                        .socket_dir = section.text("socket_dir", 1, 4096).value_or("")};
+        OltSettings olt{.name = section.needed_name("name"),
+                        .socket_dir = section.text("socket_dir", 1, 4096).value_or(""),
+                        .index = section.number_or("index", 1, most_olts, std::min(place, most_olts))};
         if (!olt.socket_dir.empty() && olt.socket_dir[0] != '/')
             section.fail_expected("socket_dir", "a path from the root, as \"/run/board-ipc\"");
         for (const OltSettings &other : configuration.olts) {
@@ -81,7 +81,7 @@ void read_olts(const Section &file, Configuration &configuration)
         }
         configuration.olts.push_back(std::move(olt));
     }
-    if (configuration.olts.empty()) configuration.olts.push_back({.index = 1, .name = "olt", .socket_dir = {}});
+    if (configuration.olts.empty()) configuration.olts.push_back({.name = "olt", .socket_dir = {}});
 }
 
 snmp::Oid read_root(const Section &section, const snmp::Oid &otherwise)

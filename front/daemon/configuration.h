@@ -16,9 +16,9 @@ namespace front
 {
 
 struct OltSettings {
-    uint32_t index = 1; // in tables of SNMP
     std::string name;
     std::string socket_dir; // empty: that of the board library
+    uint32_t index = 1;     // in tables of SNMP
 
     bool operator==(const OltSettings &) const = default;
 };
