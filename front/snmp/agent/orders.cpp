@@ -100,7 +100,6 @@ catalogue::Class class_of(const catalogue::Operation &operation, const Order &or
 Error permit(const Order &order, const SetSettings &settings)
 {
     const catalogue::Operation *const operation = catalogue::find_operation(order.operation);
-    if (!settings.up_to) return Error::not_writable;
     if (!operation || class_of(*operation, order) > *settings.up_to) return Error::no_access;
     return settings.folders.contains(order.olt_index) ? Error::none : Error::inconsistent_name;
 }

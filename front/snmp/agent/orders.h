@@ -23,7 +23,7 @@ struct SetSettings {
 // So long an order may take, in seconds, before its outcome counts as unknown; the master waits a little longer.
 inline constexpr uint8_t order_time = 4, master_time = 6;
 
-// Says whether the order may be carried out.
+// Says whether the order may be carried out, where anything may be set at all.
 agentx::Error permit(const Order &order, const SetSettings &settings);
 
 // Carries out what is ordered, one after the other until one fails, within the time. Each is noted in the audit log,

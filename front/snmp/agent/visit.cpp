@@ -52,8 +52,7 @@ Visit::Visit(const AgentSettings &wanted, Mailbox &left, audit::BoundedLog *audi
       audit(audit_log),
       say(say_line),
       connection(wanted.master),
-      session(plan_of(wanted),
-              [this](const Order &order) { return audit ? permit(order, settings.sets) : Error::not_writable; })
+      session(plan_of(wanted), permit_of(wanted, audit_log))
 {
 }
 

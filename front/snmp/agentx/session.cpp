@@ -269,6 +269,7 @@ void Session::answer_test(const Header &header, Reader reader, const Objects &ob
     std::vector<Order> orders;
     for (size_t index = 1; !reader.at_end(); ++index) {
         const Binding wanted = reader.binding();
+        if (!permit) return respond(header, Error::not_writable, index);
         const auto order = order_of(objects, plan.mib, wanted.name, wanted.value);
         if (const auto *const wrong = std::get_if<SetError>(&order))
             return respond(header, static_cast<Error>(*wrong), index);

@@ -49,7 +49,7 @@ class Session
 {
 public:
     enum class State : uint8_t { opening, registering, open, closed };
-    // Says whether an order may be carried out, or why not. Nothing is carried out yet.
+    // Says whether an order may be carried out, or why not. Nothing is carried out yet. Without one nothing may be set.
     using Permit = std::function<Error(const Order &)>;
 
     Session(Plan wanted, Permit permitted);
