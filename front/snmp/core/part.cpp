@@ -27,10 +27,11 @@ bool Part::add_row(OidView index)
 void Part::put(size_t column, const Item &item)
 {
     if (!item.present) return;
-    Cell cell{static_cast<uint32_t>(rows() - 1), static_cast<uint32_t>(item.octets.size()), item.number};
-    if (cell.length > 0) {
+    const auto length = static_cast<uint32_t>(std::min(item.octets.size(), longest_text));
+    Cell cell{static_cast<uint32_t>(rows() - 1), length, item.number};
+    if (length > 0) {
         cell.number = texts.size();
-        texts += item.octets;
+        texts.append(item.octets, 0, length);
     }
     cells[column].push_back(cell);
 }

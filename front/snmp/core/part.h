@@ -16,6 +16,9 @@ struct ColumnKind {
     Type type;
 };
 
+// What is longer is cut, so that a value always fits into a message.
+inline constexpr size_t longest_text = 255;
+
 // An Item is what stands in one column of one row, or that nothing stands there.
 struct Item {
     bool present = true;

@@ -29,7 +29,7 @@ enum class SetError : uint16_t {
     wrong_length = 8,
     wrong_value = 10,
     no_creation = 11,
-    not_writable = 17
+    not_writable = 17,
 };
 
 // Returns the order that follows when this instance is set to this value. All of it is checked but what the OLT alone
