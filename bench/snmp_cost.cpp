@@ -206,12 +206,12 @@ double median_ratio(const Subject &one, const Subject &other)
 
 void write_files(const std::string &folder, uint16_t port)
 {
-    std::ofstream(folder + "/snmpd.conf") << "master agentx\nagentXSocket unix:" << folder
-                                          << "/x\nrocommunity public 127.0.0.1\nagentaddress udp:127.0.0.1:" << port
-                                          << "\n";
-    std::ofstream(folder + "/front.toml") << "[[olt]]\nname = \"olt\"\nsocket_dir = \"" << folder
-                                          << "/olt\"\n[http]\nenabled = false\n[snmp]\nagentx = \"" << folder
-                                          << "/x\"\nstandard_tables = false\n";
+    std::ofstream(folder + "/snmpd.conf")
+        << "master agentx\nagentXSocket unix:" << folder
+        << "/x\nrocommunity public 127.0.0.1\nagentaddress udp:127.0.0.1:" << port << "\n";
+    std::ofstream(folder + "/front.toml")
+        << "[[olt]]\nname = \"olt\"\nsocket_dir = \"" << folder
+        << "/olt\"\n[http]\nenabled = false\n[snmp]\nagentx = \"" << folder << "/x\"\nstandard_tables = false\n";
 }
 
 } // namespace
@@ -253,8 +253,10 @@ int main()
         std::printf("%zu objects of ONUs in %zu columns; medians of %d rounds\n", objects, own.size(), rounds);
         for (const Subject &subject : subjects)
             std::printf("%-42s %7.2f us an object\n", subject.name, median(subject.costs));
-        std::printf("ONUs to hrSWRunTable, all columns at once   %6.2f (2 at most)\n", median_ratio(subjects[2], subjects[0]));
-        std::printf("ONUs to ifTable, all columns at once        %6.2f (2 at most)\n", median_ratio(subjects[2], subjects[1]));
+        std::printf("ONUs to hrSWRunTable, all columns at once   %6.2f (2 at most)\n",
+                    median_ratio(subjects[2], subjects[0]));
+        std::printf("ONUs to ifTable, all columns at once        %6.2f (2 at most)\n",
+                    median_ratio(subjects[2], subjects[1]));
         std::printf("ONUs to hrSWRunTable, column by column      %6.2f\n", median_ratio(subjects[5], subjects[3]));
         std::printf("ONUs to ifTable, column by column           %6.2f\n", median_ratio(subjects[5], subjects[4]));
     }

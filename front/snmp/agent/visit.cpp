@@ -34,6 +34,12 @@ agentx::Plan plan_of(const AgentSettings &settings)
             .timeout = master_time};
 }
 
+Session::Permit permit_of(const AgentSettings &settings, const audit::BoundedLog *log)
+{
+    if (!settings.sets.up_to || !log) return nullptr;
+    return [&sets = settings.sets](const Order &order) { return permit(order, sets); };
+}
+
 std::string refusal_of(const agentx::Refusal &refused)
 {
     std::string text =

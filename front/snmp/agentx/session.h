@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <utility>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "snmp/agentx/reader.h"
@@ -100,8 +100,8 @@ private:
     void answer_undo(const Header &header);
     void respond(const Header &header, Error error, size_t index = 0);
 
-    const Plan plan;
-    const Permit permit;
+    Plan plan;
+    Permit permit;
     State now = State::opening;
     std::string why_closed;
     std::string input, output;

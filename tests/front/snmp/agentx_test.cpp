@@ -36,6 +36,13 @@ std::shared_ptr<const Objects> two_ports()
         port.tx_power = -3.25 - number;
     }
     snapshot->ports = table;
+    auto onus = std::make_shared<Rows<view::onu_info>>();
+    view::onu_info &onu = onus->rows.emplace_back();
+    onu.pon_port = 1;
+    onu.onu_id = 5;
+    onu.mac = {2, 0, 0, 0, 0, 1};
+    onu.state = "online";
+    snapshot->onus = onus;
     const Source olts[] = {{.index = 1, .name = "north", .snapshot = snapshot}};
     return Mib(MibSettings()).objects(olts, {});
 }
@@ -303,10 +310,8 @@ TEST_P(Agentx, RefusesWhatCannotBeRead)
     Writer index = pdu(PduType::index_allocate);
     EXPECT_EQ(ask(std::move(index)).error(), Error::processing);
     Writer text = pdu(PduType::test_set);
-    text.u16(static_cast<uint16_t>(Type::octets));
-    text.u16(0);
+    text.u32(0); // no type
     text.oid(power);
-    text.u32(0xffffffff);
     EXPECT_EQ(ask(std::move(text)).error(), Error::parse);
     EXPECT_EQ(session.state(), Session::State::open);
 }
@@ -359,6 +364,100 @@ TEST_P(Agentx, TellsWhatHappenedAndHearsTheAnswer)
     respond(told.header);
     EXPECT_EQ(session.take_answer(), Error::none);
     EXPECT_EQ(session.take_answer(), std::nullopt);
+}
+
+// The way of a set that nothing speaks against.
+const Oid name_of_onu = below(root, {1, 4, 1, 3, 1, 1, 5});
+const Value new_name{.type = Type::octets, .octets = "customer 1207"};
+
+TEST_P(Agentx, HandsOutWhatIsSetAndAnswersWhenItIsDone)
+{
+    open();
+    Writer test = pdu(PduType::test_set);
+    test.binding(name_of_onu, new_name);
+    EXPECT_EQ(ask(std::move(test)).error(), Error::none);
+    EXPECT_FALSE(session.take_commit());
+    send(pdu(PduType::commit_set));
+    EXPECT_THAT(said(), SizeIs(0)) << "others are answered until it is done";
+    Writer get = pdu(PduType::get);
+    range(get, power);
+    EXPECT_EQ(ask(std::move(get)).error(), Error::none);
+    const std::optional<Commit> commit = session.take_commit();
+    ASSERT_TRUE(commit);
+    ASSERT_THAT(commit->orders, SizeIs(1));
+    EXPECT_EQ(commit->orders[0].olt_index, 1u);
+    send(pdu(PduType::commit_set));
+    EXPECT_FALSE(session.take_commit()) << "a master that asks again wants the same";
+    session.committed(*commit, {});
+    const Said done = said_once();
+    EXPECT_EQ(done.header.transaction, 5u);
+    EXPECT_EQ(done.header.packet, commit->asked.packet);
+    EXPECT_EQ(done.error(), Error::none);
+    send(pdu(PduType::cleanup_set));
+    EXPECT_THAT(said(), SizeIs(0));
+    EXPECT_EQ(ask(pdu(PduType::commit_set)).error(), Error::commit_failed) << "there is nothing left to commit";
+}
+
+TEST_P(Agentx, SaysWhetherAFailedSetIsUndone)
+{
+    open();
+    for (const bool changed_nothing : {true, false}) {
+        Writer test = pdu(PduType::test_set);
+        test.binding(name_of_onu, new_name);
+        EXPECT_EQ(ask(std::move(test)).error(), Error::none);
+        send(pdu(PduType::commit_set));
+        session.committed(session.take_commit().value(), {.failed = 1, .changed_nothing = changed_nothing});
+        const Said failed = said_once();
+        EXPECT_EQ(failed.error(), Error::commit_failed);
+        EXPECT_EQ(failed.index(), 1);
+        EXPECT_EQ(ask(pdu(PduType::undo_set)).error(), changed_nothing ? Error::none : Error::undo_failed);
+    }
+}
+
+TEST_P(Agentx, CannotUndoWhatIsStillUnderWay)
+{
+    open();
+    Writer test = pdu(PduType::test_set);
+    test.binding(name_of_onu, new_name);
+    EXPECT_EQ(ask(std::move(test)).error(), Error::none);
+    send(pdu(PduType::commit_set));
+    EXPECT_EQ(ask(pdu(PduType::undo_set)).error(), Error::undo_failed);
+    session.committed(session.take_commit().value(), {});
+    EXPECT_THAT(said(), SizeIs(0)) << "nobody waits for it any more";
+}
+
+TEST_P(Agentx, RefusesWhatMayNotBeSet)
+{
+    open();
+    const auto test = [this](const Oid &name, const Value &value) {
+        Writer writer = pdu(PduType::test_set);
+        writer.binding(name_of_onu, new_name);
+        writer.binding(name, value);
+        return ask(std::move(writer));
+    };
+    permitted = Error::no_access;
+    EXPECT_EQ(test(name_of_onu, new_name).error(), Error::no_access);
+    permitted = Error::none;
+    const Said wrong = test(name_of_onu, {.type = Type::integer, .number = 1});
+    EXPECT_EQ(wrong.error(), Error::wrong_type);
+    EXPECT_EQ(wrong.index(), 2);
+    EXPECT_EQ(test(below(power, {1, 1}), {.type = Type::integer, .number = 1}).error(), Error::not_writable);
+    Session without({.mib = {}, .id = root, .description = {}, .regions = {}}, nullptr);
+    session = std::move(without);
+    open();
+    EXPECT_EQ(test(name_of_onu, new_name).error(), Error::not_writable);
+}
+
+TEST_P(Agentx, TakesOnlySoManySetsAtATime)
+{
+    open();
+    Error error = Error::none;
+    for (uint32_t transaction = 1; error == Error::none && transaction < 100; ++transaction) {
+        Writer test = pdu(PduType::test_set, transaction);
+        test.binding(name_of_onu, new_name);
+        error = ask(std::move(test)).error();
+    }
+    EXPECT_EQ(error, Error::resource_unavailable);
 }
 
 TEST_P(Agentx, NoticesThatTheMasterKnowsItNoMore)

@@ -34,7 +34,8 @@ std::shared_ptr<const Snapshot> ports(std::initializer_list<uint32_t> numbers)
 TEST(SnmpObjects, AreFound)
 {
     Mib mib{MibSettings()};
-    const Source olts[] = {{.index = 2, .name = {}, .snapshot = ports({1, 3})}, {.index = 7, .name = {}, .snapshot = ports({1})}};
+    const Source olts[] = {{.index = 2, .name = {}, .snapshot = ports({1, 3})},
+                           {.index = 7, .name = {}, .snapshot = ports({1})}};
     const auto objects = mib.objects(olts, {});
     const Oid power = below(root, {1, 2, 1, 5});
     EXPECT_EQ(objects->get(below(power, {2, 3}))->number, static_cast<uint32_t>(-325));

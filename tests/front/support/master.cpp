@@ -27,7 +27,8 @@ void wait_for(int descriptor, const char *what)
 
 } // namespace
 
-Master::Master(std::string socket_path) : path(std::move(socket_path)), listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+Master::Master(std::string socket_path)
+    : path(std::move(socket_path)), listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
