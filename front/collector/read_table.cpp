@@ -24,10 +24,19 @@ constexpr TableKind kinds[] = {
     {Table::optics, "optics", 300, "light of ONUs"},
     {Table::modules, "modules", 300, "optical modules of the OLT"},
     {Table::capabilities, "capabilities", 600, "what ONUs can do"},
+    {Table::uplinks, "uplinks", 10, "uplinks and their links"},
+    {Table::mpcp, "mpcp", 600, "how PON ports let ONUs register and send"},
+    {Table::stations, "stations", 600, "addresses of the forwarding database"},
 };
 
 // An OLT that says it has more ports than this is not believed.
 constexpr uint32_t most_ports = 256;
+// More addresses than these are not read: they come in pages of 100.
+constexpr uint32_t most_stations = 32'768;
+constexpr uint32_t page = 100;
+
+// Where registers begin in the records that the catalogue describes.
+constexpr uint32_t registers_begin = 124;
 
 // Thrown where less of a table may be asked for.
 struct TooLarge : Fault {
@@ -70,13 +79,20 @@ auto onu_key(const Row &row)
     return std::tie(row.pon_port, row.onu_id);
 }
 
+// Returns the OLT, whose ports are asked for one by one.
+const view::basic_info &olt_of(const Snapshot &snapshot)
+{
+    const auto olt = rows_of(snapshot.olt);
+    if (olt.empty()) throw Fault("it is not known how many ports the OLT has");
+    return olt[0];
+}
+
 // Asks for a table of each PON port, with an operation that takes a record.
 template <class Row, class Operation>
 void ask_each_port(Rows<Row> &table, const Snapshot &snapshot, Operation operation)
 {
-    const auto olt = rows_of(snapshot.olt);
-    if (olt.empty()) throw Fault("it is not known how many ports the OLT has");
-    for (uint32_t port = 1; port <= olt[0].pon_ports; ++port) {
+    const uint32_t ports = olt_of(snapshot).pon_ports;
+    for (uint32_t port = 1; port <= ports; ++port) {
         ask(table, [&](db_handle **out) {
             bsp_pon_msg record{};
             record.pon_port = port;
@@ -179,12 +195,11 @@ PortCounters read_counters(bool pon, uint32_t port)
 
 Rows<PortCounters> read_counters(const Snapshot &snapshot)
 {
-    const auto olt = rows_of(snapshot.olt);
-    if (olt.empty()) throw Fault("it is not known how many ports the OLT has");
+    const view::basic_info &olt = olt_of(snapshot);
     Rows<PortCounters> table;
-    for (uint32_t port = 1; port <= olt[0].pon_ports; ++port)
+    for (uint32_t port = 1; port <= olt.pon_ports; ++port)
         table.rows.push_back(read_counters(true, port));
-    for (uint32_t port = 1; port <= olt[0].ge_ports; ++port)
+    for (uint32_t port = 1; port <= olt.ge_ports; ++port)
         table.rows.push_back(read_counters(false, port));
     return table;
 }
@@ -215,10 +230,9 @@ Rows<view::onu_optics_table> read_optics(const Snapshot &)
 
 Rows<ModuleQuantity> read_modules(const Snapshot &snapshot)
 {
-    const auto olt = rows_of(snapshot.olt);
-    if (olt.empty()) throw Fault("it is not known how many ports the OLT has");
+    const view::basic_info &olt = olt_of(snapshot);
     Rows<ModuleQuantity> table;
-    for (uint32_t cage = 1; cage <= olt[0].pon_ports + olt[0].ge_ports; ++cage) {
+    for (uint32_t cage = 1; cage <= olt.pon_ports + olt.ge_ports; ++cage) {
         Rows<view::sfp_quantities> quantities;
         ask(quantities, [cage](db_handle **out) { return bsp_sfp_diag_info_get_json(cage, out); });
         for (const view::sfp_quantities &quantity : quantities.rows)
@@ -233,6 +247,81 @@ Rows<view::onu_capabilities> read_capabilities(const Snapshot &)
     Rows<view::onu_capabilities> table;
     ask(table, bsp_pon_get_onu_cap_snmp);
     check_order(table, onu_key<view::onu_capabilities>);
+    return table;
+}
+
+Rows<Uplink> read_uplinks(const Snapshot &snapshot)
+{
+    namespace at = layout::ge_mac;
+    Rows<Uplink> table;
+    const uint32_t uplinks = olt_of(snapshot).ge_ports;
+    for (uint32_t port = 1; port <= uplinks; ++port) {
+        char registers[registers_begin + 22] = {};
+        check(bsp_debug_plat_ge_mac_get(port, registers + registers_begin));
+        table.rows.push_back({.port = port,
+                              .mac = layout::load(registers, at::mac),
+                              .max_frame = layout::load(registers, at::max_frame),
+                              .speed = layout::load(registers, at::speed),
+                              .link = layout::load(registers, at::link) != 0,
+                              .enabled = layout::load(registers, at::tx_enabled) != 0 &&
+                                         layout::load(registers, at::rx_enabled) != 0});
+    }
+    return table;
+}
+
+Rows<PortMpcp> read_mpcp(const Snapshot &snapshot)
+{
+    namespace at = layout::pon_mac;
+    Rows<PortMpcp> table;
+    const uint32_t ports = olt_of(snapshot).pon_ports;
+    for (uint32_t port = 1; port <= ports; ++port) {
+        char registers[registers_begin + 36] = {};
+        check(bsp_debug_plat_pon_mac_get(port, registers + registers_begin));
+        table.rows.push_back({.pon_port = port,
+                              .discovery_interval = layout::load(registers, at::discovery_interval),
+                              .discovery_window = layout::load(registers, at::discovery_window),
+                              .report_timeout = layout::load(registers, at::report_timeout),
+                              .gate_timeout = layout::load(registers, at::gate_timeout),
+                              .grant_length = layout::load(registers, at::grant_length),
+                              .grant_cycle = layout::load(registers, at::grant_cycle),
+                              .sync_time = layout::load(registers, at::sync_time),
+                              .laser_on = layout::load(registers, at::laser_on),
+                              .laser_off = layout::load(registers, at::laser_off),
+                              .fec = layout::load(registers, at::fec) != 0});
+    }
+    return table;
+}
+
+// Reads the pages of one side of the forwarding database, until one is not full.
+template <class Row>
+Rows<Row> read_pages(uint32_t command)
+{
+    Rows<Row> table;
+    for (size_t before = 0;; before = table.rows.size()) {
+        ask(table, [&](db_handle **out) {
+            bsp_plat_msg record{};
+            record.plat_cmd = command;
+            layout::store(reinterpret_cast<char *>(&record), layout::mac_query::from, static_cast<uint32_t>(before));
+            layout::store(reinterpret_cast<char *>(&record), layout::mac_query::count, page);
+            return bsp_pon_platform_by_db(out, &record);
+        });
+        if (table.rows.size() < before + page) return table;
+        if (table.rows.size() > most_stations) throw Fault("more than " + std::to_string(most_stations) + " addresses");
+    }
+}
+
+Rows<Station> read_stations(const Snapshot &)
+{
+    Rows<Station> table;
+    for (const view::mac_table &row : read_pages<view::mac_table>(BSP_CMD_MAC_GET).rows)
+        table.rows.push_back({row.vlan, row.mac, true, row.pon_port});
+    for (const view::mac_table_nni &row : read_pages<view::mac_table_nni>(BSP_CMD_MAC_NNI_GET).rows)
+        table.rows.push_back({row.vlan, row.mac, false, row.uplink});
+    // An address that came or aged meanwhile has moved others from page to page, some of which are then there twice.
+    const auto key = [](const Station &row) { return std::tie(row.vlan, row.mac); };
+    std::ranges::stable_sort(table.rows, {}, key);
+    const auto twice = std::ranges::unique(table.rows, {}, key);
+    table.rows.erase(twice.begin(), twice.end());
     return table;
 }
 
@@ -276,6 +365,12 @@ void read_table(Table table, Snapshot &snapshot)
         return replace(snapshot.modules, read_modules, snapshot);
     case Table::capabilities:
         return replace(snapshot.capabilities, read_capabilities, snapshot);
+    case Table::uplinks:
+        return replace(snapshot.uplinks, read_uplinks, snapshot);
+    case Table::mpcp:
+        return replace(snapshot.mpcp, read_mpcp, snapshot);
+    case Table::stations:
+        return replace(snapshot.stations, read_stations, snapshot);
     }
 }
 

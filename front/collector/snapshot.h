@@ -30,8 +30,11 @@ enum class Table : uint8_t {
     optics,
     modules,
     capabilities,
+    uplinks,
+    mpcp,
+    stations,
 };
-inline constexpr size_t table_count = 12;
+inline constexpr size_t table_count = 15;
 
 struct TableKind {
     Table table;
@@ -73,6 +76,34 @@ struct PortCounters {
     uint64_t out_octets, out_unicast, out_multicast, out_broadcast, out_discards;
 };
 
+// What the MAC of an uplink is.
+struct Uplink {
+    uint32_t port;
+    view::Mac mac;
+    uint32_t max_frame; // octets
+    uint32_t speed;     // Mbit/s; 0 while the link is down
+    bool link;
+    bool enabled; // it may send and receive
+};
+
+// How a PON port lets ONUs register and send: lengths are time quanta of 16 ns, times milliseconds.
+struct PortMpcp {
+    uint32_t pon_port;
+    uint32_t discovery_interval, discovery_window;
+    uint32_t report_timeout, gate_timeout;
+    uint32_t grant_length, grant_cycle; // the cycle in microseconds
+    uint32_t sync_time, laser_on, laser_off;
+    bool fec;
+};
+
+// A Station is an address of the forwarding database, behind an ONU or an uplink.
+struct Station {
+    uint32_t vlan;
+    view::Mac mac;
+    bool pon; // it is behind an ONU
+    uint32_t port;
+};
+
 struct Snapshot {
     std::array<TableState, table_count> states;
 
@@ -89,6 +120,9 @@ struct Snapshot {
     std::shared_ptr<const Rows<view::onu_optics_table>> optics;
     std::shared_ptr<const Rows<ModuleQuantity>> modules;
     std::shared_ptr<const Rows<view::onu_capabilities>> capabilities;
+    std::shared_ptr<const Rows<Uplink>> uplinks;
+    std::shared_ptr<const Rows<PortMpcp>> mpcp;
+    std::shared_ptr<const Rows<Station>> stations; // in the order of VLANs and addresses
 
     const TableState &state(Table table) const { return states[static_cast<size_t>(table)]; }
 };

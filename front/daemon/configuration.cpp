@@ -1,9 +1,11 @@
 #include "daemon/configuration.h"
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <iterator>
 
+#include "text/words.h"
 #include "toml_file/section.h"
 
 namespace front
@@ -15,6 +17,7 @@ using toml_file::Keys;
 using toml_file::Section;
 
 constexpr uint32_t shortest_period = 1, longest_period = 24 * 3600;
+constexpr uint32_t most_olts = 255;
 constexpr double darkest = -60, brightest = 20; // dBm
 
 const Keys &configuration_keys()
@@ -23,12 +26,15 @@ const Keys &configuration_keys()
         Keys periods;
         for (const TableKind &kind : table_kinds())
             periods.push_back({kind.name});
-        return Keys{{"olt", {{"name"}, {"socket_dir"}}},
-                    {"periods", periods, false, true},
-                    {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
-                    {"history", {{"file"}, {"events"}}, false, true},
-                    {"http", {{"listen"}, {"enabled"}}, false, true},
-                    {"metrics", {{"onus"}}, false, true}};
+        return Keys{
+            {"olt", {{"name"}, {"socket_dir"}, {"index"}}},
+            {"periods", periods, false, true},
+            {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
+            {"history", {{"file"}, {"events"}}, false, true},
+            {"http", {{"listen"}, {"enabled"}}, false, true},
+            {"metrics", {{"onus"}}, false, true},
+            {"snmp", {{"enabled"}, {"agentx"}, {"root"}, {"standard_tables"}, {"priority"}, {"sets"}}, false, true},
+            {"audit", {{"file"}}, false, true}};
     }();
     return keys;
 }
@@ -61,17 +67,61 @@ ListenSettings read_listen(const Section &section)
 void read_olts(const Section &file, Configuration &configuration)
 {
     for (const Section &section : file.tables("olt")) {
+        const uint32_t place = static_cast<uint32_t>(configuration.olts.size()) + 1;
         OltSettings olt{.name = section.needed_name("name"),
-                        .socket_dir = section.text("socket_dir", 1, 4096).value_or("")};
+                        .socket_dir = section.text("socket_dir", 1, 4096).value_or(""),
+                        .index = section.number_or("index", 1, most_olts, std::min(place, most_olts))};
         if (!olt.socket_dir.empty() && olt.socket_dir[0] != '/')
             section.fail_expected("socket_dir", "a path from the root, as \"/run/board-ipc\"");
         for (const OltSettings &other : configuration.olts) {
             if (other.name == olt.name) section.fail("name", "another OLT has this name");
+            if (other.index == olt.index)
+                section.fail("index", other.name + " has the index " + std::to_string(olt.index));
             if (other.socket_dir == olt.socket_dir) section.fail("socket_dir", other.name + " has this folder");
         }
         configuration.olts.push_back(std::move(olt));
     }
     if (configuration.olts.empty()) configuration.olts.push_back({.name = "olt", .socket_dir = {}});
+}
+
+snmp::Oid read_root(const Section &section, const snmp::Oid &otherwise)
+{
+    constexpr size_t shortest = 4, longest = 32;
+    const std::string text = section.text("root", 1, 400).value_or("");
+    if (text.empty()) return otherwise;
+    const auto fail = [&] {
+        section.fail_expected("root", "the object identifier of an arc of yours, as \"1.3.6.1.4.1.8072.9999.9999\"");
+    };
+    snmp::Oid root;
+    for (const std::string &digits : text::split(text, '.')) {
+        uint32_t number = 0;
+        const char *const end = digits.data() + digits.size();
+        const auto [behind, error] = std::from_chars(digits.data(), end, number);
+        if (error != std::errc{} || behind != end) fail();
+        root.push_back(number);
+    }
+    constexpr uint32_t most_first = 2, most_second = 39;
+    if (root.size() < shortest || root.size() > longest || root[0] > most_first || root[1] > most_second) fail();
+    return root;
+}
+
+SnmpSettings read_snmp(const Section &section)
+{
+    SnmpSettings snmp;
+    if (const auto text = section.text("agentx", 1, 400)) {
+        const auto master = snmp::to_master_address(*text);
+        if (!master)
+            section.fail_expected("agentx", "the path of a Unix socket, as \"/var/agentx/master\", or an address and a "
+                                            "port, as \"tcp:127.0.0.1:705\"");
+        snmp.master = *master;
+    }
+    snmp.mib = {.root = read_root(section, snmp.mib.root),
+                .standard_tables = section.flag_or("standard_tables", snmp.mib.standard_tables)};
+    snmp.priority = static_cast<uint8_t>(section.number_or("priority", 1, 255, snmp.priority));
+    static constexpr std::string_view sets[] = {"off", "write", "service_affecting"};
+    if (const size_t chosen = section.choice_or("sets", sets, 0); chosen > 0)
+        snmp.sets = chosen == 1 ? catalogue::Class::write : catalogue::Class::service_affecting;
+    return snmp;
 }
 
 void read_periods(const Section &section, Configuration &configuration)
@@ -127,6 +177,13 @@ Configuration read_configuration(std::string_view text, const std::string &name)
     if (const auto metrics = file.table("metrics")) {
         configuration.onus =
             static_cast<OnuDetail>(metrics->choice_or("onus", onu_details(), static_cast<size_t>(configuration.onus)));
+    }
+    if (const auto audit = file.table("audit")) configuration.audit = audit->text("file", 1, 4096).value_or("");
+    if (const auto snmp = file.table("snmp")) {
+        configuration.snmp = read_snmp(*snmp);
+        if (configuration.snmp->sets && configuration.audit.empty())
+            snmp->fail("sets", "nothing may be set without an audit log: name one as \"file\" in [audit]");
+        if (!snmp->flag_or("enabled", true)) configuration.snmp.reset();
     }
     return configuration;
 }

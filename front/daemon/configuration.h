@@ -9,6 +9,7 @@
 
 #include "collector/collector.h"
 #include "metrics/metrics.h"
+#include "snmp/agent/agent.h"
 #include "watch/fact.h"
 
 namespace front
@@ -17,6 +18,7 @@ namespace front
 struct OltSettings {
     std::string name;
     std::string socket_dir; // empty: that of the board library
+    uint32_t index = 1;     // in tables of SNMP
 
     bool operator==(const OltSettings &) const = default;
 };
@@ -28,6 +30,15 @@ struct ListenSettings {
     bool operator==(const ListenSettings &) const = default;
 };
 
+struct SnmpSettings {
+    snmp::MasterAddress master{.path = "/var/agentx/master", .host = {}};
+    snmp::MibSettings mib;
+    uint8_t priority = 100;               // before that of snmpd's own tables, which is 127
+    std::optional<catalogue::Class> sets; // what managers may set at most
+
+    bool operator==(const SnmpSettings &) const = default;
+};
+
 struct Configuration {
     std::vector<OltSettings> olts;
     Collector::Periods periods;
@@ -36,6 +47,8 @@ struct Configuration {
     uint64_t most_events = 100'000;
     std::optional<ListenSettings> http = ListenSettings{};
     OnuDetail onus = OnuDetail::all;
+    std::optional<SnmpSettings> snmp;
+    std::string audit; // file in which is noted what is changed at OLTs
 
     // What an OLT needs to be collected anew when it changes.
     bool collects_as(const Configuration &other) const;

@@ -18,6 +18,7 @@ constexpr Steady longest_turn = 30 * 60 * 1000;
 Front::Front(Configuration wanted) : configuration(std::move(wanted))
 {
     history = std::make_unique<History>(configuration.history, configuration.most_events);
+    open_snmp(configuration);
     collect(configuration);
     http = listen(configuration.http);
 }
@@ -25,6 +26,7 @@ Front::Front(Configuration wanted) : configuration(std::move(wanted))
 Front::~Front()
 {
     http.reset();
+    replace_olts({}); // their threads use the door of SNMP
 }
 
 std::unique_ptr<HttpServer> Front::listen(const std::optional<ListenSettings> &where)
@@ -47,6 +49,55 @@ void Front::listen_elsewhere(const std::optional<ListenSettings> &where)
     }
 }
 
+void Front::open_snmp(const Configuration &wanted)
+{
+    std::shared_ptr<SnmpDoor> made = wanted.snmp ? std::make_shared<SnmpDoor>(wanted) : nullptr;
+    const std::lock_guard lock(guard);
+    snmp.swap(made);
+}
+
+void Front::open_other_snmp(const Configuration &wanted)
+{
+    // The master agent takes nothing that the one before has still registered.
+    std::shared_ptr<SnmpDoor> before;
+    {
+        const std::lock_guard lock(guard);
+        before.swap(snmp);
+    }
+    before.reset();
+    try {
+        open_snmp(wanted);
+    } catch (const std::runtime_error &) {
+        open_snmp(configuration);
+        throw;
+    }
+}
+
+void Front::looked(const OltSettings &olt, const std::vector<Event> &events)
+{
+    std::shared_ptr<SnmpDoor> door;
+    {
+        const std::lock_guard lock(guard);
+        door = snmp;
+    }
+    if (door) door->look([this] { return sources(); }, olt.index, events);
+}
+
+std::vector<snmp::Source> Front::sources() const
+{
+    std::vector<snmp::Source> found;
+    {
+        const std::lock_guard lock(guard);
+        for (const auto &olt : olts)
+            found.push_back({.index = olt->settings().index,
+                             .name = olt->settings().name,
+                             .snapshot = olt->snapshot(),
+                             .facts = olt->facts()});
+    }
+    std::ranges::sort(found, {}, &snmp::Source::index);
+    return found;
+}
+
 void Front::replace_olts(Olts others)
 {
     const std::lock_guard lock(guard);
@@ -58,7 +109,10 @@ void Front::collect(const Configuration &wanted)
     Olts all;
     for (const OltSettings &olt : wanted.olts) {
         const auto found = std::ranges::find(olts, olt, &Olt::settings);
-        all.push_back(found != olts.end() ? *found : std::make_shared<Olt>(olt, wanted, *history));
+        all.push_back(found != olts.end()
+                          ? *found
+                          : std::make_shared<Olt>(olt, wanted, *history,
+                                                  [this](const auto &of, const auto &events) { looked(of, events); }));
     }
     replace_olts(std::move(all));
 }
@@ -70,13 +124,18 @@ void Front::change(Configuration wanted)
     if (wanted.history != configuration.history)
         other_history = std::make_unique<History>(wanted.history, wanted.most_events);
     if (wanted.http != configuration.http) listen_elsewhere(wanted.http);
+    const bool other_snmp = snmp ? !snmp->is_as(wanted) : wanted.snmp.has_value();
+    if (other_snmp) open_other_snmp(wanted);
 
     if (!wanted.collects_as(configuration)) replace_olts({});
     if (other_history) history = std::move(other_history);
     history->keep_at_most(wanted.most_events);
     collect(wanted);
-    const std::lock_guard lock(guard);
-    configuration = std::move(wanted);
+    {
+        const std::lock_guard lock(guard);
+        configuration = std::move(wanted);
+    }
+    if (snmp) looked({}, {}); // nothing happened, but there may be other OLTs
 }
 
 bool Front::is_alive() const

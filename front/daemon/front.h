@@ -6,6 +6,7 @@
 
 #include "daemon/configuration.h"
 #include "daemon/olt.h"
+#include "daemon/snmp_door.h"
 #include "history/history.h"
 #include "http/server.h"
 
@@ -32,6 +33,12 @@ private:
 
     std::unique_ptr<HttpServer> listen(const std::optional<ListenSettings> &where);
     void listen_elsewhere(const std::optional<ListenSettings> &where);
+    // Has the door of SNMP that the configuration wants, if any.
+    void open_snmp(const Configuration &wanted);
+    void open_other_snmp(const Configuration &wanted);
+    // Tells the door of SNMP that an OLT was looked at.
+    void looked(const OltSettings &olt, const std::vector<Event> &events);
+    std::vector<snmp::Source> sources() const;
     // Those that are left out end here, while others are answered.
     void replace_olts(Olts others);
     // Collects the OLTs of the configuration. Those that are collected already go on.
@@ -43,6 +50,7 @@ private:
     mutable std::mutex guard; // held to change what follows, and to read it where requests are answered
     Configuration configuration;
     std::unique_ptr<History> history;
+    std::shared_ptr<SnmpDoor> snmp;
     Olts olts;
     std::unique_ptr<HttpServer> http;
 };

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "board/service.h"
+#include "call/exchange.h"
 #include "collector/read_table.h"
 #include "daemon/log.h"
 
@@ -18,10 +19,11 @@ Now time_now()
             .unix_time = duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count()};
 }
 
-Olt::Olt(const OltSettings &settings, const Configuration &configuration, History &kept)
+Olt::Olt(const OltSettings &settings, const Configuration &configuration, History &kept, Looked told)
     : olt(settings),
       collector(configuration.periods, std::hash<std::string>()(settings.name), time_now),
       history(kept),
+      looked(std::move(told)),
       watcher(settings.name, configuration.limits, kept.known(settings.name)),
       turn(time_now().steady),
       thread(&Olt::run, this)
@@ -40,6 +42,10 @@ Olt::~Olt()
 
 void Olt::run()
 {
+    // Requests pass through call/, which lets a thread send what it has permission for.
+    call::UpTo reading(catalogue::Class::read);
+    const call::Sender collecting{"reading tables", nullptr};
+    const call::Watch watch(collecting, reading);
     if (!olt.socket_dir.empty()) board_ipc_use_thread_directory(olt.socket_dir.c_str());
     std::unique_lock lock(guard);
     while (!stopping) {
@@ -69,6 +75,21 @@ void Olt::tell_failures(const Snapshot &snapshot)
     }
 }
 
+std::shared_ptr<const Facts> Olt::facts() const
+{
+    const std::lock_guard lock(guard);
+    return latest_facts;
+}
+
+// Readers have facts of their own, which cost a copy, so they are published only where they are different.
+void Olt::publish_facts(bool are_different)
+{
+    if (!are_different && latest_facts) return;
+    auto facts = std::make_shared<const Facts>(watcher.what_is_known().facts);
+    const std::lock_guard lock(guard);
+    latest_facts.swap(facts);
+}
+
 void Olt::look()
 {
     const std::shared_ptr<const Snapshot> snapshot = collector.snapshot();
@@ -81,8 +102,10 @@ void Olt::look()
         if (!history_fails) log_line(LogLevel::error, "the history cannot be kept: " + std::string(error.what()));
         history_fails = true;
     }
+    publish_facts(!found.changes.empty());
     for (const Event &event : found.events)
         log_line(LogLevel::info, sentence_of(event));
+    looked(olt, found.events);
 }
 
 } // namespace front

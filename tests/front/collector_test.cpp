@@ -1,5 +1,7 @@
 // These tests check what a collector asks an OLT for, and what it makes of the answers.
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 #include <gmock/gmock.h>
@@ -40,7 +42,11 @@ std::map<uint32_t, FakeService::Handler> answers()
              rows(BSP_CMD_VIEW_ONU_OPTICS_ALL, R"([{"pon_port":1,"onu_id":5,"olt_rx_power":-21.5}])")},
             {BSP_CMD_VIEW_SFP_INFO,
              rows(BSP_CMD_VIEW_SFP_INFO, R"([{"quantity":"temperature","value":40,"state":"normal"}])")},
-            {BSP_CMD_VIEW_ONU_CAP_SNMP, rows(BSP_CMD_VIEW_ONU_CAP_SNMP, "[]")}};
+            {BSP_CMD_VIEW_ONU_CAP_SNMP, rows(BSP_CMD_VIEW_ONU_CAP_SNMP, "[]")},
+            {BSP_CMD_DEBUG_GE_MAC_GET, bytes(answer_to("BSP_CMD_DEBUG_GE_MAC_GET", {{"speed", 1000}, {"link", 1}}))},
+            {BSP_CMD_DEBUG_PON_MAC_GET, bytes(answer_to("BSP_CMD_DEBUG_PON_MAC_GET", {{"sync_time", 64}, {"fec", 1}}))},
+            {BSP_CMD_MAC_GET, rows(BSP_CMD_MAC_GET, R"([{"pon_port":2,"vlan":7,"mac":"02:00:00:00:00:77"}])")},
+            {BSP_CMD_MAC_NNI_GET, rows(BSP_CMD_MAC_NNI_GET, R"([{"uplink":1,"vlan":1,"mac":"02:00:00:00:00:78"}])")}};
 }
 
 // A Collected is a collector with a service, at times that the test sets.
@@ -110,6 +116,15 @@ TEST_F(Collected, HasTheRowsOfEveryTable)
     EXPECT_EQ(snapshot->counters->rows[2].out_discards, 3u);
     ASSERT_THAT(snapshot->modules->rows, SizeIs(3)) << "a quantity in each of three cages";
     EXPECT_EQ(snapshot->modules->rows[2].cage, 3u);
+    ASSERT_THAT(snapshot->uplinks->rows, SizeIs(1));
+    EXPECT_EQ(snapshot->uplinks->rows[0].speed, 1000u);
+    EXPECT_TRUE(snapshot->uplinks->rows[0].link);
+    ASSERT_THAT(snapshot->mpcp->rows, SizeIs(2));
+    EXPECT_EQ(snapshot->mpcp->rows[1].sync_time, 64u);
+    EXPECT_TRUE(snapshot->mpcp->rows[1].fec);
+    ASSERT_THAT(snapshot->stations->rows, SizeIs(2)) << "of both sides, in the order of VLANs";
+    EXPECT_FALSE(snapshot->stations->rows[0].pon);
+    EXPECT_EQ(snapshot->stations->rows[1].port, 2u);
 }
 
 TEST_F(Collected, AsksOnceInAPeriodWhoeverReads)
@@ -128,8 +143,9 @@ TEST_F(Collected, AsksOnceInAPeriodWhoeverReads)
 TEST_F(Collected, NeverAsksForOneOnu)
 {
     read();
-    // Each of two ports: counters and upgrades; each of three cages: a module; the uplink; and eight tables as a whole.
-    EXPECT_EQ(service->received().size(), 2u * 2 + 3 + 1 + 9);
+    // Each of two ports: counters, upgrades and MPCP; each of three cages: a module; the uplink: counters and link; two
+    // sides with a page of addresses; and nine tables as a whole.
+    EXPECT_EQ(service->received().size(), 2u * 3 + 3 + 2 + 2 + 9);
 }
 
 TEST_F(Collected, KeepsTheLastRowsOfAnOltThatDoesNotAnswer)
@@ -205,6 +221,25 @@ TEST_F(Collected, DoesNotBelieveInAnOltWithThousandsOfPorts)
 {
     answer(BSP_CMD_VIEW_BASIC_INFO, rows(BSP_CMD_VIEW_BASIC_INFO, R"([{"pon_ports":506224}])"));
     EXPECT_EQ(read()->state(Table::olt).error, "row 1: more than 256 ports");
+}
+
+TEST_F(Collected, ReadsAllAddressesPageByPageAndEachOnce)
+{
+    answer(BSP_CMD_MAC_GET, [](const board_request &request, board_answer *answer) {
+        uint32_t from = 0; // how many to pass over
+        std::memcpy(&from, static_cast<const char *>(request.data) + 124, sizeof from);
+        std::string page;
+        // The last address of the first page comes again, as it does when another came before it meanwhile.
+        for (uint32_t i = from == 0 ? 0 : from - 1; i < (from == 0 ? 100u : 150u); ++i) {
+            char row[80];
+            std::snprintf(row, sizeof row, R"(%s{"pon_port":1,"vlan":5,"mac":"02:00:00:00:00:%02x"})",
+                          page.empty() ? "" : ",", i);
+            page += row;
+        }
+        rows(BSP_CMD_MAC_GET, "[" + page + "]")(request, answer);
+    });
+    const auto snapshot = read();
+    ASSERT_THAT(snapshot->stations->rows, SizeIs(151)) << snapshot->state(Table::stations).error;
 }
 
 TEST_F(Collected, SaysWhichStatusAnOltAnswersWith)

@@ -63,7 +63,7 @@ listen = "[::1]:8080"
 onus = "optics"
 )");
     ASSERT_THAT(configuration.olts, SizeIs(2));
-    EXPECT_EQ(configuration.olts[1], (OltSettings{"south", "/run/south"}));
+    EXPECT_EQ(configuration.olts[1], (OltSettings{"south", "/run/south", 2}));
     EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::onus)], 10u);
     EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::optics)], 600u);
     EXPECT_EQ(configuration.limits.olt, (LightLimits{-28, -26.5}));

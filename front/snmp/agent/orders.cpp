@@ -1,0 +1,133 @@
+#include "snmp/agent/orders.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "board/ipc.h"
+#include "board/service.h"
+#include "call/call.h"
+#include "call/exchange.h"
+
+namespace front::snmp
+{
+namespace
+{
+
+using agentx::Error;
+using Clock = std::chrono::steady_clock;
+
+uint64_t time_of_day()
+{
+    using namespace std::chrono;
+    return static_cast<uint64_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
+}
+
+// Keeps what is about to be sent, for the audit log.
+class Noted : public call::UpTo
+{
+public:
+    using UpTo::UpTo;
+    call::Verdict decide(const call::PermissionRequest &request) override
+    {
+        const auto &bytes = request.exchange.request;
+        wanted = audit::wanted_by(request.exchange.channel ? request.exchange.channel->type : 0, request.exchange.call,
+                                  {reinterpret_cast<const char *>(bytes.data()), bytes.size()});
+        return UpTo::decide(request);
+    }
+
+    audit::Wanted wanted{};
+};
+
+enum class Done : uint8_t { yes, no, unknown };
+
+struct Result {
+    Done done;
+    std::string text;
+};
+
+Result result_of(const call::Outcome &outcome)
+{
+    if (!outcome.sent) return {Done::no, "it was not sent"};
+    switch (outcome.ipc_result) {
+    case IPC_OK:
+        break;
+    case IPC_ERR_TIMEOUT:
+    case IPC_ERR_PEER_LOST:
+    case IPC_ERR_BROKEN_ANSWER:
+    case IPC_ERR_SERVICE:
+        return {Done::unknown, outcome.ipc_text};
+    default:
+        return {Done::no, outcome.ipc_text};
+    }
+    const std::string status = outcome.status_name.empty() ? std::to_string(outcome.status) : outcome.status_name;
+    return {outcome.status == 0 ? Done::yes : Done::no, status};
+}
+
+Result perform(const Order &order, Noted &permission, Clock::time_point until)
+{
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()).count();
+    if (left <= 0) return {Done::no, "there was no time left for it"};
+    call::Call asked{
+        .id = {}, .operation = std::string(order.operation), .arguments = {}, .deadline = static_cast<uint32_t>(left)};
+    for (const auto &[name, value] : order.arguments)
+        asked.arguments.push_back({name, value});
+    try {
+        return result_of(call::perform(asked, permission));
+    } catch (const call::Error &error) {
+        return {Done::no, error.what()};
+    }
+}
+
+std::string words_of(const Order &order)
+{
+    std::string text = "SNMP set: OLT " + std::to_string(order.olt_index) + ", " + std::string(order.operation);
+    for (const auto &[name, value] : order.arguments)
+        if (name != "text") text += " " + name + "=" + value; // logs name no texts
+    return text;
+}
+
+// Returns the class of the command that the order sends.
+catalogue::Class class_of(const catalogue::Operation &operation, const Order &order)
+{
+    if (operation.command) return operation.impact;
+    for (const auto &[name, value] : order.arguments)
+        if (const catalogue::Command *command = catalogue::find_command(value)) return command->impact;
+    return operation.impact;
+}
+
+} // namespace
+
+Error permit(const Order &order, const SetSettings &settings)
+{
+    const catalogue::Operation *const operation = catalogue::find_operation(order.operation);
+    if (!operation || class_of(*operation, order) > *settings.up_to) return Error::no_access;
+    return settings.folders.contains(order.olt_index) ? Error::none : Error::inconsistent_name;
+}
+
+agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const audit::Who &who,
+                            audit::BoundedLog &log, const std::function<void(bool, const std::string &)> &say)
+{
+    const Clock::time_point until = Clock::now() + std::chrono::seconds(order_time);
+    agentx::Committed committed;
+    for (size_t i = 0; i < orders.size(); ++i) {
+        const std::string &folder = settings.folders.at(orders[i].olt_index);
+        board_ipc_use_thread_directory(folder.empty() ? nullptr : folder.c_str());
+        Noted permission(*settings.up_to);
+        const Result result = perform(orders[i], permission, until);
+        log.append(audit::line_of(time_of_day(), who, permission.wanted, result.text));
+        committed.changed_nothing &= result.done == Done::no;
+        if (result.done == Done::yes) {
+            say(true, words_of(orders[i]) + ": done");
+            continue;
+        }
+        const std::string not_known = "whether it was done is not known: ";
+        say(false,
+            words_of(orders[i]) + ": " + (result.done == Done::unknown ? not_known : "not done: ") + result.text);
+        committed.failed = i + 1;
+        break;
+    }
+    board_ipc_use_thread_directory(nullptr);
+    return committed;
+}
+
+} // namespace front::snmp
