@@ -12,7 +12,7 @@
 #include "daemon/web_door.h"
 #include "history/history.h"
 #include "web/confirmation.h"
-#include "web/console.h"
+#include "rest/console.h"
 #include "web/event_hub.h"
 #include "web/pending.h"
 

@@ -22,7 +22,7 @@ public:
         State state = State::none;
         int64_t ends = 0;        // time that never goes back
         int64_t rolls_back = 0;  // time of day
-        std::string user;        // who applied it
+        std::string user = {};   // who applied it
         std::string before = {}; // the text of the configuration before
     };
     // Goes back to what was before; the function is called when the time of an OLT is over, or this ends.

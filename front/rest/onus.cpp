@@ -1,7 +1,7 @@
 // Answers about the ONUs of an OLT: all that are bound, those that wait, and alarms.
 #include <map>
 
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/index.h"
 
 namespace front

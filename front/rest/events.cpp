@@ -3,7 +3,7 @@
 
 #include "http/refusal.h"
 #include "text/words.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/event_hub.h"
 #include "web/event_json.h"
 

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "text/words.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/index.h"
 
 namespace front

@@ -1,7 +1,7 @@
-#include "web/routes.h"
+#include "rest/routes.h"
 
 #include "text/words.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 
 namespace front
 {
@@ -64,10 +64,10 @@ std::vector<Route> all_routes()
          {403, 428, 429}},
         {"GET", "/olts/{olt}/profiles", Role::read, Maker::olt, "The profiles of an OLT, asked of it now", answer_profiles,
          {}, {}, {502}},
-        {"GET", "/olts/{olt}/configuration", Role::read, Maker::olt, "What is configured", answer_settings, {}, {}, {502}},
+        {"GET", "/olts/{olt}/configuration", Role::write, Maker::olt, "What is configured", answer_settings, {}, {}, {502}},
         {"GET", "/olts/{olt}/configuration/text", Role::service_affecting, Maker::olt,
          "The configuration, with its passwords, to save it", answer_configuration_text, {}, {}, {502}, 0, false},
-        {"POST", "/olts/{olt}/configuration/compare", Role::read, Maker::olt, "What another configuration would change",
+        {"POST", "/olts/{olt}/configuration/compare", Role::write, Maker::olt, "What another configuration would change",
          answer_compare, {}, {text}, {502}, longest_configuration},
         {"POST", "/olts/{olt}/configuration/apply", Role::service_affecting, Maker::olt, "Applies another configuration",
          answer_apply, {}, {text, {"seconds", "after which it goes back unless it is confirmed", true}, confirm},

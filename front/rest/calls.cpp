@@ -4,7 +4,7 @@
 #include "call/arguments.h"
 #include "call/call.h"
 #include "http/refusal.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/json.h"
 #include "web/permission.h"
 #include "web/request_body.h"

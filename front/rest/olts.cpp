@@ -3,7 +3,7 @@
 #include <map>
 
 #include "web/clock.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/index.h"
 
 namespace front

@@ -1,12 +1,13 @@
-#include "web/console.h"
+#include "rest/console.h"
 
 #include <algorithm>
 
+#include "call/codec/errors.h"
 #include "http/refusal.h"
 #include "storage/statement.h"
-#include "web/openapi.h"
+#include "rest/openapi.h"
 #include "web/permission.h"
-#include "web/routes.h"
+#include "rest/routes.h"
 
 namespace front
 {
@@ -80,6 +81,8 @@ HttpResponse Console::guarded(const std::function<HttpResponse()> &make) const
         return with_rules(response_of(refused));
     } catch (const ConfirmationNeeded &needed) {
         return with_rules(response_of(needed));
+    } catch (const call::Error &error) {
+        return with_rules(response_of(Refusal(502, "no_answer", error.what())));
     } catch (const storage::Error &error) {
         return with_rules(response_of(Refusal(500, "failure", std::string("the history: ") + error.what())));
     }

@@ -1,11 +1,11 @@
-#include "web/openapi.h"
+#include "rest/openapi.h"
 
 #include <algorithm>
 #include <cctype>
 
 #include "call/arguments.h"
 #include "web/json.h"
-#include "web/routes.h"
+#include "rest/routes.h"
 
 namespace front
 {
