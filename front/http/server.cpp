@@ -102,7 +102,10 @@ const std::string &HttpRequest::header(const std::string &name) const
 }
 
 struct HttpServer::Impl {
-    Impl(HttpSettings wanted, HttpHandler &answers) : settings(std::move(wanted)), handler(answers), streams(settings.beat) {}
+    Impl(HttpSettings wanted, HttpHandler &answers)
+        : settings(std::move(wanted)), handler(answers), streams(settings.beat)
+    {
+    }
 
     const HttpSettings settings; // the library reads its texts
     HttpHandler &handler;
@@ -125,8 +128,8 @@ struct HttpServer::Impl {
             const size_t size = std::exchange(*upload_size, 0);
             return take(exchange, upload, size) ? MHD_YES : MHD_NO;
         } catch (const std::exception &) {
-            return send_response(connection, server.handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR,
-                                                                    "it cannot be answered now"));
+            return send_response(connection,
+                                 server.handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR, "it cannot be answered now"));
         }
     }
 
@@ -188,9 +191,8 @@ struct HttpServer::Impl {
             --being_made;
             changed.notify_all();
         };
-        const bool taken = deferred.workers->post([this, finish_with, make = std::move(deferred.make)] {
-            finish_with(made_by(make));
-        });
+        const bool taken = deferred.workers->post(
+            [this, finish_with, make = std::move(deferred.make)] { finish_with(made_by(make)); });
         if (!taken)
             finish_with(handler.refusal(MHD_HTTP_TOO_MANY_REQUESTS, "too much is being done; try again in a moment"));
     }
@@ -224,8 +226,7 @@ struct HttpServer::Impl {
     }
 };
 
-HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler)
-    : impl(std::make_unique<Impl>(wanted, handler))
+HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler) : impl(std::make_unique<Impl>(wanted, handler))
 {
     const HttpSettings &settings = impl->settings;
     SocketAddress at = address_of(settings.address, settings.port);
@@ -249,9 +250,9 @@ HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler)
     }
     add(MHD_OPTION_END, 0);
     errno = 0;
-    impl->daemon = MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::access, impl.get(),
-                                    MHD_OPTION_NOTIFY_COMPLETED, &Impl::forget, impl.get(), MHD_OPTION_ARRAY,
-                                    options.data(), MHD_OPTION_END);
+    impl->daemon =
+        MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::access, impl.get(), MHD_OPTION_NOTIFY_COMPLETED,
+                         &Impl::forget, impl.get(), MHD_OPTION_ARRAY, options.data(), MHD_OPTION_END);
     if (!impl->daemon)
         throw std::runtime_error("cannot listen on " + settings.address + " port " + std::to_string(settings.port) +
                                  ": " + (errno ? std::strerror(errno) : "the certificate or its key cannot be used"));

@@ -98,8 +98,8 @@ void write(Json &json, const Plan &plan)
 void expect_confirmed(const Context &context, const Plan &plan, const std::string &confirm)
 {
     const Hits hits = all_of(context.state());
-    std::string what = context.identity.user.value_or("") + "\nconfiguration of " + context.state().name + "\n" +
-                       hits.names() + "\n";
+    std::string what =
+        context.identity.user.value_or("") + "\nconfiguration of " + context.state().name + "\n" + hits.names() + "\n";
     for (const config::ConfigDifference &difference : plan.differences)
         what += difference.setting.line(difference.before + " " + difference.after) + "\n";
     Confirmations &confirmations = context.services.confirmations;
@@ -186,8 +186,8 @@ HttpResponse answer_apply(const Context &context)
         throw Refusal(409, "conflict", olt + ": another configuration waits to be confirmed");
     const std::string result = load_configuration(plan.text);
     context.services.log->note(client_of(context),
-                              "apply a configuration, " + std::to_string(plan.differences.size()) + " settings",
-                              result.empty() ? "success" : result);
+                               "apply a configuration, " + std::to_string(plan.differences.size()) + " settings",
+                               result.empty() ? "success" : result);
     if (!result.empty()) {
         if (seconds > 0) pending.confirm(olt); // nothing was changed, so there is nothing to go back to
         throw Refusal(502, "refused", olt + ": " + result);

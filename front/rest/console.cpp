@@ -4,10 +4,10 @@
 
 #include "call/codec/errors.h"
 #include "http/refusal.h"
-#include "storage/statement.h"
 #include "rest/openapi.h"
-#include "web/permission.h"
 #include "rest/routes.h"
+#include "storage/statement.h"
+#include "web/permission.h"
 
 namespace front
 {
@@ -47,8 +47,7 @@ std::string_view word_of(unsigned status)
 HttpResponse file_response(const PageFile &file)
 {
     HttpResponse response{.type = std::string(file.type), .body = std::string(file.content)};
-    response.headers.emplace_back("Cache-Control",
-                                  file.is_hashed ? "public, max-age=31536000, immutable" : "no-cache");
+    response.headers.emplace_back("Cache-Control", file.is_hashed ? "public, max-age=31536000, immutable" : "no-cache");
     if (!file.encoding.empty()) response.headers.emplace_back("Content-Encoding", file.encoding);
     return response;
 }

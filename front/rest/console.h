@@ -19,13 +19,13 @@ struct PageFile {
     std::string_view path; // "/" for the page itself
     std::string_view type; // as text/html; charset=utf-8
     std::string_view content;
-    bool is_hashed = false;          // the path names the content, which never changes
-    std::string_view encoding = {};  // as gzip; empty: the content is as it is
+    bool is_hashed = false;         // the path names the content, which never changes
+    std::string_view encoding = {}; // as gzip; empty: the content is as it is
 };
 
 struct ConsoleSettings {
-    bool encrypted = false;          // see GateSettings
-    bool metrics_need_user = false;  // of any role
+    bool encrypted = false;         // see GateSettings
+    bool metrics_need_user = false; // of any role
 };
 
 class Console : public HttpHandler

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <map>
 
-#include "text/words.h"
 #include "rest/answers.h"
+#include "text/words.h"
 #include "web/index.h"
 
 namespace front

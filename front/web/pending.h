@@ -40,7 +40,8 @@ public:
     bool keep(const std::string &olt, Pending pending);
     // Forgets what waits. Returns whether something did.
     bool confirm(const std::string &olt);
-    // Returns the text to go back to, which somebody else can no longer take or confirm. A failed one can be taken again.
+    // Returns the text to go back to, which somebody else can no longer take or confirm. A failed one can be taken
+    // again.
     std::optional<std::string> take(const std::string &olt);
     void end(const std::string &olt, bool success);
 

@@ -36,13 +36,15 @@ protected:
     void write(const std::vector<User> &users) const { write_users(file, users); }
     Gate gate(bool encrypted = false) const
     {
-        return {{.hosts = {"console.example"}, .encrypted = encrypted}, std::make_shared<Users>(file),
-                [this] { return now; }};
+        return {{.hosts = {"console.example"}, .encrypted = encrypted}, std::make_shared<Users>(file), [this] {
+                    return now;
+                }};
     }
     static HttpRequest request(std::map<std::string, std::string> headers)
     {
         headers.try_emplace("host", "localhost:9911");
-        return {.method = "POST", .path = "/", .peer = "192.0.2.1", .query = {}, .headers = std::move(headers), .body = {}};
+        return {
+            .method = "POST", .path = "/", .peer = "192.0.2.1", .query = {}, .headers = std::move(headers), .body = {}};
     }
     // Returns the code of the refusal, or an empty text.
     template <class Act>
@@ -65,12 +67,13 @@ TEST_F(Access, KeepsUsersInAPrivateFile)
     const std::vector<User> users{{"ann", Role::service_affecting, hash(), ""}, {"bob", Role::read, "", "1234"}};
     write(users);
     EXPECT_EQ(read_users(file), users);
-    EXPECT_THAT(std::filesystem::status(file).permissions(), std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    EXPECT_THAT(std::filesystem::status(file).permissions(),
+                std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     chmod(file.c_str(), 0644);
     EXPECT_THROW(read_users(file), std::runtime_error) << "others may read it";
     chmod(file.c_str(), 0600);
-    for (const char *wrong : {"ann read -\n", "ann boss - -\n", "a/b read - -\n", "ann read - - -\n",
-                              "ann read - -\nann read - -\n"}) {
+    for (const char *wrong :
+         {"ann read -\n", "ann boss - -\n", "a/b read - -\n", "ann read - - -\n", "ann read - -\nann read - -\n"}) {
         std::ofstream(file, std::ios::trunc) << wrong;
         EXPECT_THROW(read_users(file), std::runtime_error) << wrong;
     }

@@ -52,7 +52,7 @@ public:
     std::optional<std::string> next() override
     {
         if (left == 0) return std::nullopt;
-        return --left == 0 ? std::string() : "data: " + std::to_string(left) + "\n\n";
+        return --left < 2 ? std::string() : "data: " + std::to_string(left) + "\n\n";
     }
 
 private:
@@ -76,7 +76,7 @@ public:
                                 return HttpResponse{.body = "slow"};
                             }};
         if (request.path == "/opens") door.open();
-        if (request.path == "/stream") return Stream{std::make_unique<Messages>(3)};
+        if (request.path == "/stream") return Stream{std::make_unique<Messages>(4)};
         const auto name = request.query.find("name");
         return HttpResponse{.body = request.method + "|" + request.path + "|" + request.header("accept") + "|" +
                                     (name == request.query.end() ? "" : name->second) + "|" + request.body + "|" +
@@ -141,7 +141,8 @@ TEST_F(Http, TakesNoLongBodyInPieces)
     const auto chunked = [](size_t size) {
         char length[16];
         snprintf(length, sizeof length, "%zx", size);
-        return "Transfer-Encoding: chunked\r\n\r\n" + std::string(length) + "\r\n" + std::string(size, 'x') + "\r\n0\r\n";
+        return "Transfer-Encoding: chunked\r\n\r\n" + std::string(length) + "\r\n" + std::string(size, 'x') +
+               "\r\n0\r\n";
     };
     EXPECT_THAT(get("/a", chunked(1000), "POST"), StartsWith("HTTP/1.1 200 "));
     EXPECT_THAT(get("/a", chunked(1001), "POST"), StartsWith("HTTP/1.1 413 "));
@@ -184,7 +185,7 @@ TEST_F(Http, MakesOnlySoManyAnswersAtOnce)
 TEST_F(Http, StreamsMessagesAndBeats)
 {
     const std::string said = get("/stream");
-    EXPECT_THAT(said, AllOf(HasSubstr("text/event-stream"), HasSubstr("data: 2\n\n"), HasSubstr("data: 1\n\n"),
+    EXPECT_THAT(said, AllOf(HasSubstr("text/event-stream"), HasSubstr("data: 3\n\n"), HasSubstr("data: 2\n\n"),
                             HasSubstr(":\n\n")));
 }
 

@@ -115,7 +115,8 @@ TEST(Hub, TellsAgainWhatWasMissed)
     EXPECT_THAT(listener->next().value(), AllOf(HasSubstr("id: 2\n"), HasSubstr("id: 3\n"), Not(HasSubstr("id: 1\n"))));
 
     kept(*known.history, 20); // ten of them are kept
-    EXPECT_THAT(hub.listen(known, 1, [] { return true; })->next().value(), HasSubstr("event: gap\ndata: {\"oldest\":14}"));
+    EXPECT_THAT(hub.listen(known, 1, [] { return true; })->next().value(),
+                HasSubstr("event: gap\ndata: {\"oldest\":14}"));
     EXPECT_THAT(hub.listen(known, 99, [] { return true; })->next().value(), HasSubstr("event: gap\n"));
 }
 
@@ -125,7 +126,8 @@ TEST(Hub, TellsOfAGapToWhoListensTooSlowly)
     OneOlt known;
     const auto listener = hub.listen(known, std::nullopt, [] { return true; });
     listener->next();
-    const std::vector<Event> many(EventHub::most_messages + 1, {.id = 5, .olt = "north", .kind = EventKind::onu_online});
+    const std::vector<Event> many(EventHub::most_messages + 1,
+                                  {.id = 5, .olt = "north", .kind = EventKind::onu_online});
     hub.tell(many);
     EXPECT_THAT(listener->next().value(), AllOf(StartsWith("event: gap\n"), HasSubstr("event: tables\n")));
     EXPECT_EQ(listener->next(), "");
@@ -149,8 +151,8 @@ TEST(Hub, EndsWithTheSessionAndBoundsHowManyListen)
 
 TEST(Hits, AreWhatARequestNames)
 {
-    const auto state = state_with({onu(1, 1, "online", 1), onu(1, 2, "offline", 2), onu(2, 1, "online", 3),
-                                   onu(1, std::nullopt, "waiting", 4)});
+    const auto state = state_with(
+        {onu(1, 1, "online", 1), onu(1, 2, "offline", 2), onu(2, 1, "online", 3), onu(1, std::nullopt, "waiting", 4)});
     const auto count = [&](const call::Target &target) { return hits_of(*state, target).onus.size(); };
     call::Target target;
     EXPECT_EQ(count(target), 3u) << "all that is bound";
