@@ -31,10 +31,13 @@ const Keys &configuration_keys()
             {"periods", periods, false, true},
             {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
             {"history", {{"file"}, {"events"}}, false, true},
-            {"http", {{"listen"}, {"enabled"}}, false, true},
+            {"audit", {{"file"}}, false, true},
+            {"http",
+             {{"listen"}, {"enabled"}, {"certificate"}, {"key"}, {"behind_tls"}, {"hosts"}, {"users"}, {"metrics"}},
+             false,
+             true},
             {"metrics", {{"onus"}}, false, true},
-            {"snmp", {{"enabled"}, {"agentx"}, {"root"}, {"standard_tables"}, {"priority"}, {"sets"}}, false, true},
-            {"audit", {{"file"}}, false, true}};
+            {"snmp", {{"enabled"}, {"agentx"}, {"root"}, {"standard_tables"}, {"priority"}, {"sets"}}, false, true}};
     }();
     return keys;
 }
@@ -48,19 +51,55 @@ LightLimits read_limits(const Section &section, const std::string &who, const Li
     return limits;
 }
 
-ListenSettings read_listen(const Section &section)
+void read_address(const Section &section, ListenSettings &listen)
 {
     const std::string text = section.text("listen", 1, 100).value_or("");
-    if (text.empty()) return {};
+    if (text.empty()) return;
     const size_t colon = text.rfind(':');
     const auto fail = [&] { section.fail_expected("listen", "ADDRESS:PORT, as \"127.0.0.1:9911\" or \"[::1]:9911\""); };
     if (colon == text.npos || colon == 0) fail();
-    ListenSettings listen{.address = text.substr(0, colon), .port = 0};
+    listen.address = text.substr(0, colon);
     if (listen.address.starts_with('[') && listen.address.ends_with(']'))
         listen.address = listen.address.substr(1, listen.address.size() - 2);
     const char *const end = text.data() + text.size();
     const auto [behind, error] = std::from_chars(text.data() + colon + 1, end, listen.port);
     if (error != std::errc{} || behind != end) fail();
+}
+
+std::vector<std::string> read_hosts(const Section &section)
+{
+    const std::string text = section.text("hosts", 1, 4096).value_or("");
+    std::vector<std::string> hosts;
+    for (const std::string &host : text::split(text::lower_case(text), ' '))
+        if (!host.empty()) hosts.push_back(host);
+    for (const std::string &host : hosts)
+        if (host.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-.") != host.npos)
+            section.fail_expected("hosts", "names with blanks between them, as \"olt.example.net console\"");
+    return hosts;
+}
+
+std::string read_path(const Section &section, const char *key)
+{
+    std::string name = section.text(key, 1, 4096).value_or("");
+    if (!name.empty() && name[0] != '/') section.fail_expected(key, "a path from the root");
+    return name;
+}
+
+ListenSettings read_listen(const Section &section)
+{
+    constexpr std::string_view readers[] = {"anyone", "users"};
+    ListenSettings listen;
+    read_address(section, listen);
+    listen.certificate = read_path(section, "certificate");
+    listen.key = read_path(section, "key");
+    if (listen.certificate.empty() != listen.key.empty())
+        section.fail(listen.key.empty() ? "certificate" : "key", "certificate and key belong together");
+    listen.behind_tls = section.flag_or("behind_tls", false);
+    listen.hosts = read_hosts(section);
+    listen.users = read_path(section, "users");
+    listen.metrics_need_user = section.choice_or("metrics", readers, 0) == 1;
+    if (listen.metrics_need_user && listen.users.empty())
+        section.fail("metrics", "there are no users; name their file");
     return listen;
 }
 
@@ -178,11 +217,9 @@ Configuration read_configuration(std::string_view text, const std::string &name)
         configuration.onus =
             static_cast<OnuDetail>(metrics->choice_or("onus", onu_details(), static_cast<size_t>(configuration.onus)));
     }
-    if (const auto audit = file.table("audit")) configuration.audit = audit->text("file", 1, 4096).value_or("");
+    if (const auto audit = file.table("audit")) configuration.audit = read_path(*audit, "file");
     if (const auto snmp = file.table("snmp")) {
         configuration.snmp = read_snmp(*snmp);
-        if (configuration.snmp->sets && configuration.audit.empty())
-            snmp->fail("sets", "nothing may be set without an audit log: name one as \"file\" in [audit]");
         if (!snmp->flag_or("enabled", true)) configuration.snmp.reset();
     }
     return configuration;

@@ -26,6 +26,11 @@ struct OltSettings {
 struct ListenSettings {
     std::string address = "127.0.0.1";
     uint16_t port = 9911;
+    std::string certificate = {}, key = {}; // files in PEM; both or none
+    bool behind_tls = false;                // a proxy before it encrypts
+    std::vector<std::string> hosts = {};    // names by which browsers know it
+    std::string users = {};                 // file; empty: there are none
+    bool metrics_need_user = false;
 
     bool operator==(const ListenSettings &) const = default;
 };
@@ -48,7 +53,7 @@ struct Configuration {
     std::optional<ListenSettings> http = ListenSettings{};
     OnuDetail onus = OnuDetail::all;
     std::optional<SnmpSettings> snmp;
-    std::string audit; // file in which is noted what is changed at OLTs
+    std::string audit; // file in which is noted who changed what; empty: in the log
 
     // What an OLT needs to be collected anew when it changes.
     bool collects_as(const Configuration &other) const;

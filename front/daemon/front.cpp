@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include "board/service.h"
 #include "daemon/log.h"
 #include "metrics/metrics.h"
+#include "web/roll_back.h"
+#include "web/write_log.h"
 
 namespace front
 {
@@ -13,45 +16,72 @@ namespace
 // An exchange ends after five seconds at the latest, and a table has as many exchanges as an OLT has ports.
 constexpr Steady longest_turn = 30 * 60 * 1000;
 
+std::shared_ptr<WriteLog> log_of(const Configuration &configuration)
+{
+    return std::make_shared<WriteLog>(configuration.audit,
+                                      [](const std::string &line) { log_line(LogLevel::info, line); });
+}
+
 } // namespace
 
-Front::Front(Configuration wanted) : configuration(std::move(wanted))
+Front::Front(Configuration wanted, std::string program_version, std::span<const PageFile> page)
+    : version(std::move(program_version)),
+      page_files(page),
+      configuration(std::move(wanted)),
+      history(std::make_shared<History>(configuration.history, configuration.most_events)),
+      write_log(log_of(configuration)),
+      pending([this](const std::string &olt) { roll_back(olt); })
 {
-    history = std::make_unique<History>(configuration.history, configuration.most_events);
     open_snmp(configuration);
     collect(configuration);
-    http = listen(configuration.http);
+    http = listen(configuration.http, write_log);
 }
 
 Front::~Front()
 {
-    http.reset();
-    replace_olts({}); // their threads use the door of SNMP
+    stop_listening();
+    replace_olts({}); // their threads use what follows
 }
 
-std::unique_ptr<HttpServer> Front::listen(const std::optional<ListenSettings> &where)
+void Front::stop_listening()
+{
+    hub.wakes({});
+    http.reset();
+}
+
+std::unique_ptr<WebDoor> Front::listen(const std::optional<ListenSettings> &where, const std::shared_ptr<WriteLog> &log)
 {
     if (!where) return nullptr;
-    auto server = std::make_unique<HttpServer>(where->address, where->port,
-                                               [this](const HttpRequest &request) { return answer(request); });
-    log_line(LogLevel::info, "listening on " + where->address + " port " + std::to_string(server->port()));
-    return server;
+    auto door = std::make_unique<WebDoor>(
+        *where,
+        Services{.known = *this,
+                 .gate = nullptr,
+                 .hub = hub,
+                 .log = log,
+                 .confirmations = confirmations,
+                 .pending = pending,
+                 .pages = pages,
+                 .version = version},
+        [this](const HttpRequest &request) { return metrics(request); }, page_files);
+    hub.wakes([server = &door->server] { server->wake_streams(); });
+    log_line(LogLevel::info, "listening on " + where->address + " port " + std::to_string(door->server.port()));
+    return door;
 }
 
-void Front::listen_elsewhere(const std::optional<ListenSettings> &where)
+void Front::listen_elsewhere(const std::optional<ListenSettings> &where, const std::shared_ptr<WriteLog> &log)
 {
-    http.reset(); // the new place may be a part of the old one
+    stop_listening(); // the new place may be a part of the old one
     try {
-        http = listen(where);
+        http = listen(where, log);
     } catch (const std::runtime_error &) {
-        http = listen(configuration.http);
+        http = listen(configuration.http, write_log);
         throw;
     }
 }
 
 void Front::open_snmp(const Configuration &wanted)
 {
-    std::shared_ptr<SnmpDoor> made = wanted.snmp ? std::make_shared<SnmpDoor>(wanted) : nullptr;
+    std::shared_ptr<SnmpDoor> made = wanted.snmp ? std::make_shared<SnmpDoor>(wanted, write_log) : nullptr;
     const std::lock_guard lock(guard);
     snmp.swap(made);
 }
@@ -65,22 +95,24 @@ void Front::open_other_snmp(const Configuration &wanted)
         before.swap(snmp);
     }
     before.reset();
-    try {
-        open_snmp(wanted);
-    } catch (const std::runtime_error &) {
-        open_snmp(configuration);
-        throw;
-    }
+    open_snmp(wanted);
 }
 
-void Front::looked(const OltSettings &olt, const std::vector<Event> &events)
+void Front::looked(const Olt &olt, const OltState &before, const OltState &now, const std::vector<Event> &events)
+{
+    hub.tell(before, now);
+    hub.tell(events);
+    tell_snmp(olt.settings().index, events);
+}
+
+void Front::tell_snmp(uint32_t olt_index, const std::vector<Event> &events)
 {
     std::shared_ptr<SnmpDoor> door;
     {
         const std::lock_guard lock(guard);
         door = snmp;
     }
-    if (door) door->look([this] { return sources(); }, olt.index, events);
+    if (door) door->look([this] { return sources(); }, olt_index, events);
 }
 
 std::vector<snmp::Source> Front::sources() const
@@ -88,31 +120,58 @@ std::vector<snmp::Source> Front::sources() const
     std::vector<snmp::Source> found;
     {
         const std::lock_guard lock(guard);
-        for (const auto &olt : olts)
+        for (const auto &olt : collected) {
+            const std::shared_ptr<const OltState> state = olt->door().state;
             found.push_back({.index = olt->settings().index,
                              .name = olt->settings().name,
-                             .snapshot = olt->snapshot(),
-                             .facts = olt->facts()});
+                             .snapshot = state->snapshot,
+                             .facts = state->facts});
+        }
     }
     std::ranges::sort(found, {}, &snmp::Source::index);
     return found;
 }
 
+// By now nobody can confirm what the configuration of this OLT was.
+void Front::roll_back(const std::string &olt)
+{
+    const std::optional<std::string> before = pending.take(olt);
+    if (!before) return;
+    const std::vector<OltDoor> doors = olts();
+    const auto door = std::ranges::find(doors, olt, [](const OltDoor &one) { return one.state->name; });
+    std::string result = "the OLT is collected no more";
+    if (door != doors.end()) {
+        board_ipc_use_thread_directory(door->socket_dir.empty() ? nullptr : door->socket_dir.c_str());
+        result = load_configuration(*before);
+    }
+    pending.end(olt, result.empty());
+    log_line(result.empty() ? LogLevel::warning : LogLevel::error,
+             olt + ": the configuration was not confirmed; " +
+                 (result.empty() ? "the one before was loaded" : "the one before cannot be loaded: " + result));
+    const std::shared_ptr<WriteLog> log = [this] {
+        const std::lock_guard lock(guard);
+        return write_log;
+    }();
+    log->note({.user = {}, .address = {}, .olt = olt}, "roll the configuration back, as nobody confirmed it",
+              result.empty() ? "success" : result);
+}
+
 void Front::replace_olts(Olts others)
 {
     const std::lock_guard lock(guard);
-    olts.swap(others);
+    collected.swap(others);
 }
 
 void Front::collect(const Configuration &wanted)
 {
     Olts all;
     for (const OltSettings &olt : wanted.olts) {
-        const auto found = std::ranges::find(olts, olt, &Olt::settings);
-        all.push_back(found != olts.end()
+        const auto found = std::ranges::find(collected, olt, &Olt::settings);
+        all.push_back(found != collected.end()
                           ? *found
                           : std::make_shared<Olt>(olt, wanted, *history,
-                                                  [this](const auto &of, const auto &events) { looked(of, events); }));
+                                                  [this](const Olt &of, const auto &before, const auto &now,
+                                                         const auto &events) { looked(of, before, now, events); }));
     }
     replace_olts(std::move(all));
 }
@@ -120,55 +179,68 @@ void Front::collect(const Configuration &wanted)
 void Front::change(Configuration wanted)
 {
     // What may fail comes first.
-    std::unique_ptr<History> other_history;
+    std::shared_ptr<History> other_history;
     if (wanted.history != configuration.history)
-        other_history = std::make_unique<History>(wanted.history, wanted.most_events);
-    if (wanted.http != configuration.http) listen_elsewhere(wanted.http);
+        other_history = std::make_shared<History>(wanted.history, wanted.most_events);
+    const bool is_other_log = wanted.audit != configuration.audit;
+    std::shared_ptr<WriteLog> log = is_other_log ? log_of(wanted) : write_log;
+    if (is_other_log || wanted.http != configuration.http) listen_elsewhere(wanted.http, log);
+    {
+        const std::lock_guard lock(guard);
+        write_log.swap(log);
+    }
     const bool other_snmp = snmp ? !snmp->is_as(wanted) : wanted.snmp.has_value();
-    if (other_snmp) open_other_snmp(wanted);
+    if (is_other_log || other_snmp) open_other_snmp(wanted);
 
     if (!wanted.collects_as(configuration)) replace_olts({});
-    if (other_history) history = std::move(other_history);
+    if (other_history) {
+        const std::lock_guard lock(guard);
+        history.swap(other_history);
+    }
     history->keep_at_most(wanted.most_events);
     collect(wanted);
     {
         const std::lock_guard lock(guard);
         configuration = std::move(wanted);
     }
-    if (snmp) looked({}, {}); // nothing happened, but there may be other OLTs
+    tell_snmp({}, {}); // nothing happened, but there may be other OLTs
 }
 
 bool Front::is_alive() const
 {
     const Steady now = time_now().steady;
     const std::lock_guard lock(guard);
-    return std::ranges::all_of(olts, [now](const auto &olt) { return now - olt->last_turn() < longest_turn; });
+    return std::ranges::all_of(collected, [now](const auto &olt) { return now - olt->last_turn() < longest_turn; });
 }
 
-std::vector<OltSnapshot> Front::snapshots() const
+std::vector<OltDoor> Front::olts() const
 {
     const std::lock_guard lock(guard);
-    std::vector<OltSnapshot> found;
-    for (const auto &olt : olts)
-        found.push_back({olt->settings().name, olt->snapshot()});
-    return found;
+    std::vector<OltDoor> doors;
+    for (const auto &olt : collected)
+        doors.push_back(olt->door());
+    return doors;
 }
 
-OnuDetail Front::onu_detail_now() const
+std::shared_ptr<History> Front::events() const
 {
     const std::lock_guard lock(guard);
-    return configuration.onus;
+    return history;
 }
 
-HttpResponse Front::answer(const HttpRequest &request) const
+HttpResponse Front::metrics(const HttpRequest &request) const
 {
-    if (request.path == "/metrics") {
-        const Format format = accepted_format(request.accept);
-        return {.type = std::string(media_type(format)),
-                .body = metrics_text(snapshots(), onu_detail_now(), format, time_now().unix_time)};
+    std::vector<OltSnapshot> snapshots;
+    OnuDetail detail{};
+    {
+        const std::lock_guard lock(guard);
+        detail = configuration.onus;
+        for (const auto &olt : collected)
+            snapshots.push_back({olt->settings().name, olt->snapshot()});
     }
-    if (request.path == "/") return {.body = "ponfront\n\n/metrics  numbers for monitoring systems\n"};
-    return {.status = 404, .body = request.path + ": there is no such page; / lists them\n"};
+    const Format format = accepted_format(request.header("accept"));
+    return {.type = std::string(media_type(format)),
+            .body = metrics_text(snapshots, detail, format, time_now().unix_time)};
 }
 
 } // namespace front

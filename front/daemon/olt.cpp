@@ -8,16 +8,31 @@
 #include "call/exchange.h"
 #include "collector/read_table.h"
 #include "daemon/log.h"
+#include "web/clock.h"
 
 namespace front
 {
 
 Now time_now()
 {
-    using namespace std::chrono;
-    return {.steady = duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count(),
-            .unix_time = duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count()};
+    return {.steady = steady_time_now(), .unix_time = unix_time_now()};
 }
+
+namespace
+{
+
+// Calls of clients that are under way at once, and that wait.
+constexpr size_t call_threads = 2, most_calls = 32;
+
+std::shared_ptr<const OltState> first_state(const std::string &name, const Limits &limits)
+{
+    auto state = std::make_shared<OltState>();
+    state->name = name;
+    state->limits = limits;
+    return state;
+}
+
+} // namespace
 
 Olt::Olt(const OltSettings &settings, const Configuration &configuration, History &kept, Looked told)
     : olt(settings),
@@ -26,6 +41,11 @@ Olt::Olt(const OltSettings &settings, const Configuration &configuration, Histor
       looked(std::move(told)),
       watcher(settings.name, configuration.limits, kept.known(settings.name)),
       turn(time_now().steady),
+      workers(std::make_shared<Workers>(call_threads, most_calls,
+                                        [folder = settings.socket_dir] {
+                                            if (!folder.empty()) board_ipc_use_thread_directory(folder.c_str());
+                                        })),
+      state(first_state(settings.name, configuration.limits)),
       thread(&Olt::run, this)
 {
 }
@@ -75,21 +95,6 @@ void Olt::tell_failures(const Snapshot &snapshot)
     }
 }
 
-std::shared_ptr<const Facts> Olt::facts() const
-{
-    const std::lock_guard lock(guard);
-    return latest_facts;
-}
-
-// Readers have facts of their own, which cost a copy, so they are published only where they are different.
-void Olt::publish_facts(bool are_different)
-{
-    if (!are_different && latest_facts) return;
-    auto facts = std::make_shared<const Facts>(watcher.what_is_known().facts);
-    const std::lock_guard lock(guard);
-    latest_facts.swap(facts);
-}
-
 void Olt::look()
 {
     const std::shared_ptr<const Snapshot> snapshot = collector.snapshot();
@@ -97,15 +102,42 @@ void Olt::look()
     Watcher::Found found = watcher.look(*snapshot, time_now().unix_time);
     try {
         history.keep(olt.name, watcher.what_is_known(), found);
+        keep_light(*snapshot);
         history_fails = false;
     } catch (const storage::Error &error) {
         if (!history_fails) log_line(LogLevel::error, "the history cannot be kept: " + std::string(error.what()));
         history_fails = true;
     }
-    publish_facts(!found.changes.empty());
     for (const Event &event : found.events)
         log_line(LogLevel::info, sentence_of(event));
-    looked(olt, found.events);
+    publish(snapshot, found);
+}
+
+void Olt::keep_light(const Snapshot &snapshot)
+{
+    const TableState &table = snapshot.state(Table::optics);
+    if (table.generation == light_generation) return;
+    light_generation = table.generation;
+    history.keep_light(olt.name, table.read, rows_of(snapshot.optics));
+}
+
+// What a table shows now is told before the events that follow from it.
+void Olt::publish(std::shared_ptr<const Snapshot> snapshot, const Watcher::Found &found)
+{
+    const std::shared_ptr<const OltState> before = door().state;
+    const bool other_facts = !found.changes.empty() || before->facts_version == 0;
+    const auto made = state_behind(*before, std::move(snapshot), watcher.what_is_known().facts, other_facts);
+    {
+        const std::lock_guard lock(guard);
+        state = made;
+    }
+    looked(*this, *before, *made, found.events);
+}
+
+OltDoor Olt::door() const
+{
+    const std::lock_guard lock(guard);
+    return {state, workers, olt.socket_dir};
 }
 
 } // namespace front

@@ -11,7 +11,10 @@
 #include "collector/collector.h"
 #include "daemon/configuration.h"
 #include "history/history.h"
+#include "http/workers.h"
 #include "watch/watcher.h"
+#include "web/event_hub.h"
+#include "web/olt_state.h"
 
 namespace front
 {
@@ -22,8 +25,10 @@ Now time_now();
 class Olt
 {
 public:
-    // Is called by the thread of the OLT whenever it has looked at what it read, with what happened.
-    using Looked = std::function<void(const OltSettings &, const std::vector<Event> &)>;
+    // Is called by the thread of the OLT whenever it has looked at what it read: with what was known before, what is
+    // known now, and what happened.
+    using Looked =
+        std::function<void(const Olt &, const OltState &before, const OltState &now, const std::vector<Event> &)>;
 
     // Starts to collect. What happens goes to the history, which outlives the OLT, and to the log.
     Olt(const OltSettings &olt, const Configuration &configuration, History &history, Looked looked);
@@ -33,29 +38,30 @@ public:
 
     const OltSettings &settings() const { return olt; }
     std::shared_ptr<const Snapshot> snapshot() const { return collector.snapshot(); }
-    // Returns what was found in the snapshot that was looked at last; null before that. It is another object whenever
-    // something is different.
-    std::shared_ptr<const Facts> facts() const;
+    OltDoor door() const;
     // Returns when the thread was last seen to go on.
     Steady last_turn() const { return turn; }
 
 private:
     void run();
     void look();
-    void publish_facts(bool are_different);
     void tell_failures(const Snapshot &snapshot);
+    void keep_light(const Snapshot &snapshot);
+    void publish(std::shared_ptr<const Snapshot> snapshot, const Watcher::Found &found);
 
     const OltSettings olt;
     Collector collector;
     History &history;
     const Looked looked;
     Watcher watcher;
+    uint64_t light_generation = 0;                   // of the table of light that was kept last
     bool history_fails = false;                      // which is said once
     std::array<std::string, table_count> failures{}; // of tables, as they were said last
     std::atomic<Steady> turn;
+    const std::shared_ptr<Workers> workers; // that clients have call the OLT
 
     mutable std::mutex guard;
-    std::shared_ptr<const Facts> latest_facts;
+    std::shared_ptr<const OltState> state;
     std::condition_variable stopped;
     bool stopping = false;
     std::thread thread;

@@ -10,16 +10,9 @@ namespace front
 namespace
 {
 
-constexpr uint64_t audit_limit = 16u << 20; // bytes of the file, and of the one before
-
 void say(bool well, const std::string &text)
 {
     log_line(well ? LogLevel::info : LogLevel::warning, text);
-}
-
-void complain(const std::string &text)
-{
-    log_line(LogLevel::error, text);
 }
 
 snmp::AgentSettings settings_of(const Configuration &configuration)
@@ -32,27 +25,30 @@ snmp::AgentSettings settings_of(const Configuration &configuration)
     return settings;
 }
 
-std::unique_ptr<audit::BoundedLog> audit_log_of(const Configuration &configuration)
+// Managers have no names here: who may set something is known to the master agent alone.
+snmp::Note note_in(std::shared_ptr<WriteLog> log, const Configuration &configuration)
 {
-    if (!configuration.snmp->sets) return nullptr;
-    return std::make_unique<audit::BoundedLog>(configuration.audit, audit_limit, complain, [](uint64_t lost) {
-        return audit::line_of_lost(static_cast<uint64_t>(time_now().unix_time), lost);
-    });
+    std::map<uint32_t, std::string> names;
+    for (const OltSettings &olt : configuration.olts)
+        names[olt.index] = olt.name;
+    return [log = std::move(log), names = std::move(names), master = text_of(configuration.snmp->master)](
+               uint32_t olt_index, const audit::Wanted &wanted, std::string_view result) {
+        log->note({.user = "SNMP", .address = master, .olt = names.at(olt_index)}, wanted, result);
+    };
 }
 
 } // namespace
 
-SnmpDoor::SnmpDoor(const Configuration &configuration)
+SnmpDoor::SnmpDoor(const Configuration &configuration, std::shared_ptr<WriteLog> log)
     : settings(settings_of(configuration)),
-      audit(configuration.audit),
       mib(settings.mib),
-      agent(settings, audit_log_of(configuration), say)
+      agent(settings, note_in(std::move(log), configuration), say)
 {
 }
 
 bool SnmpDoor::is_as(const Configuration &other) const
 {
-    return other.snmp && settings == settings_of(other) && audit == other.audit;
+    return other.snmp && settings == settings_of(other);
 }
 
 void SnmpDoor::look(const Sources &sources, uint32_t olt_index, const std::vector<Event> &events)

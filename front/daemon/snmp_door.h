@@ -9,6 +9,7 @@
 
 #include "daemon/configuration.h"
 #include "snmp/agent/agent.h"
+#include "web/write_log.h"
 
 namespace front
 {
@@ -18,8 +19,8 @@ class SnmpDoor
 public:
     using Sources = std::function<std::vector<snmp::Source>()>;
 
-    // The configuration has SNMP. Throws std::runtime_error when the audit log cannot be used.
-    explicit SnmpDoor(const Configuration &configuration);
+    // The configuration has SNMP. What managers set is noted in the audit log.
+    SnmpDoor(const Configuration &configuration, std::shared_ptr<WriteLog> log);
 
     // Returns whether the door would be the same by another configuration.
     bool is_as(const Configuration &other) const;
@@ -30,7 +31,6 @@ public:
 
 private:
     const snmp::AgentSettings settings;
-    const std::string audit;
     std::mutex guard; // of the tables
     snmp::Mib mib;
     snmp::Agent agent;

@@ -14,8 +14,8 @@ constexpr int first_pause = 250, longest_pause = 8000; // milliseconds, before t
 
 } // namespace
 
-Agent::Agent(AgentSettings wanted, std::unique_ptr<audit::BoundedLog> audit_log, Say say_line)
-    : settings(std::move(wanted)), audit(std::move(audit_log)), say(std::move(say_line)), thread(&Agent::run, this)
+Agent::Agent(AgentSettings wanted, Note note_order, Say say_line)
+    : settings(std::move(wanted)), note(std::move(note_order)), say(std::move(say_line)), thread(&Agent::run, this)
 {
 }
 
@@ -46,7 +46,7 @@ bool Agent::visit(std::string &said)
     bool was_there = false;
     std::string why;
     try {
-        Visit visit(settings, mailbox, audit.get(), say);
+        Visit visit(settings, mailbox, note, say);
         visit.on_started = [this](int64_t at) { started = at; };
         why = visit.answer();
         was_there = visit.was_open();

@@ -31,8 +31,7 @@ public:
     // Takes a line for the log, and whether it is good news. Several threads call it.
     using Say = std::function<void(bool well, const std::string &)>;
 
-    // Without an audit log nothing can be set.
-    Agent(AgentSettings wanted, std::unique_ptr<audit::BoundedLog> audit_log, Say say_line);
+    Agent(AgentSettings wanted, Note note_order, Say say_line);
     ~Agent(); // takes leave of the master, after an order that is under way
     Agent(const Agent &) = delete;
     Agent &operator=(const Agent &) = delete;
@@ -54,7 +53,7 @@ private:
     bool visit(std::string &said);
 
     const AgentSettings settings;
-    const std::unique_ptr<audit::BoundedLog> audit;
+    const Note note;
     const Say say;
     std::atomic<int64_t> started = 0;
     Mailbox mailbox;

@@ -142,13 +142,4 @@ bool Connection::receive(std::string &into) const
     return count > 0;
 }
 
-audit::Who Connection::master() const
-{
-    ucred credentials{};
-    socklen_t length = sizeof credentials;
-    if (getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &credentials, &length) == 0 && credentials.pid > 0)
-        return {credentials.uid, credentials.pid};
-    return {getuid(), getpid()};
-}
-
 } // namespace front::snmp

@@ -6,8 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "audit/entry.h"
-
 namespace front::snmp
 {
 
@@ -41,8 +39,6 @@ public:
     bool receive(std::string &into) const;
 
     int socket() const { return descriptor; }
-    // Returns which process the master is or, where only it can know, which this one is.
-    audit::Who master() const;
 
 private:
     void connect_to(const MasterAddress &address);

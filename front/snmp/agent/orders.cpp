@@ -16,12 +16,6 @@ namespace
 using agentx::Error;
 using Clock = std::chrono::steady_clock;
 
-uint64_t time_of_day()
-{
-    using namespace std::chrono;
-    return static_cast<uint64_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
-}
-
 // Keeps what is about to be sent, for the audit log.
 class Noted : public call::UpTo
 {
@@ -104,8 +98,8 @@ Error permit(const Order &order, const SetSettings &settings)
     return settings.folders.contains(order.olt_index) ? Error::none : Error::inconsistent_name;
 }
 
-agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const audit::Who &who,
-                            audit::BoundedLog &log, const std::function<void(bool, const std::string &)> &say)
+agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Note &note,
+                            const std::function<void(bool, const std::string &)> &say)
 {
     const Clock::time_point until = Clock::now() + std::chrono::seconds(order_time);
     agentx::Committed committed;
@@ -114,7 +108,7 @@ agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings 
         board_ipc_use_thread_directory(folder.empty() ? nullptr : folder.c_str());
         Noted permission(*settings.up_to);
         const Result result = perform(orders[i], permission, until);
-        log.append(audit::line_of(time_of_day(), who, permission.wanted, result.text));
+        note(orders[i].olt_index, permission.wanted, result.text);
         committed.changed_nothing &= result.done == Done::no;
         if (result.done == Done::yes) {
             say(true, words_of(orders[i]) + ": done");

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "audit/bounded_log.h"
 #include "audit/entry.h"
 #include "snmp/agentx/session.h"
 
@@ -26,9 +25,11 @@ inline constexpr uint8_t order_time = 4, master_time = 6;
 // Says whether the order may be carried out, where anything may be set at all.
 agentx::Error permit(const Order &order, const SetSettings &settings);
 
-// Carries out what is ordered, one after the other until one fails, within the time. Each is noted in the audit log,
-// as ordered by somebody, and told in words.
-agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const audit::Who &who,
-                            audit::BoundedLog &log, const std::function<void(bool well, const std::string &)> &say);
+// Takes what was sent to which OLT, and what came of it, for the audit log.
+using Note = std::function<void(uint32_t olt_index, const audit::Wanted &wanted, std::string_view result)>;
+
+// Carries out what is ordered, one after the other until one fails, within the time. Each is noted, and told in words.
+agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Note &note,
+                            const std::function<void(bool well, const std::string &)> &say);
 
 } // namespace front::snmp

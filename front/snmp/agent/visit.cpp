@@ -34,9 +34,9 @@ agentx::Plan plan_of(const AgentSettings &settings)
             .timeout = master_time};
 }
 
-Session::Permit permit_of(const AgentSettings &settings, const audit::BoundedLog *log)
+Session::Permit permit_of(const AgentSettings &settings)
 {
-    if (!settings.sets.up_to || !log) return nullptr;
+    if (!settings.sets.up_to) return nullptr;
     return [&sets = settings.sets](const Order &order) { return permit(order, sets); };
 }
 
@@ -52,13 +52,13 @@ std::string refusal_of(const agentx::Refusal &refused)
 
 } // namespace
 
-Visit::Visit(const AgentSettings &wanted, Mailbox &left, audit::BoundedLog *audit_log, const Agent::Say &say_line)
+Visit::Visit(const AgentSettings &wanted, Mailbox &left, const Note &note_order, const Agent::Say &say_line)
     : settings(wanted),
       mailbox(left),
-      audit(audit_log),
+      note(note_order),
       say(say_line),
       connection(wanted.master),
-      session(plan_of(wanted), permit_of(wanted, audit_log))
+      session(plan_of(wanted), permit_of(wanted))
 {
 }
 
@@ -157,9 +157,8 @@ void Visit::order_next()
     }
     commit = session.take_commit();
     if (!commit) return;
-    committed = std::async(std::launch::async, [this, orders = commit->orders, who = connection.master()] {
-        return carry_out(orders, settings.sets, who, *audit, say);
-    });
+    committed = std::async(std::launch::async,
+                           [this, orders = commit->orders] { return carry_out(orders, settings.sets, note, say); });
 }
 
 int Visit::pause(Clock::time_point now) const
