@@ -1,0 +1,77 @@
+// Light over time, drawn by dygraphs, with the same in words for those who do not see it.
+import m from "mithril";
+import Dygraph, { Row } from "dygraphs/dygraph.min.js";
+
+export interface Series {
+    label: string;
+    color: string; // a property of the style sheet
+}
+
+interface Attributes {
+    label: string; // what is shown, in a sentence
+    unit: string;
+    series: Series[];
+    rows: Row[];
+    limits: { value: number; color: string }[];
+    window?: [number, number] | undefined;
+}
+
+function color_of(name: string): string {
+    return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
+}
+
+function options(attrs: Attributes): Record<string, unknown> {
+    const grid = color_of("--line");
+    return {
+        labels: ["at", ...attrs.series.map(({ label }) => label)],
+        colors: attrs.series.map(({ color }) => color_of(color)),
+        ylabel: attrs.unit,
+        strokeWidth: 1.6,
+        drawPoints: attrs.rows.length < 40,
+        pointSize: 2.5,
+        connectSeparatedPoints: false,
+        gridLineColor: grid,
+        axisLineColor: grid,
+        axisLabelFontSize: 12,
+        legend: "always",
+        labelsSeparateLines: false,
+        animatedZooms: false,
+        dateWindow: attrs.window ?? null,
+        // Limits are lines across the chart.
+        underlayCallback: (context: CanvasRenderingContext2D, area: { x: number; w: number }, graph: { toDomYCoord: (y: number) => number }) => {
+            context.save();
+            context.setLineDash([5, 4]);
+            for (const { value, color } of attrs.limits) {
+                const y = Math.round(graph.toDomYCoord(value)) + 0.5;
+                context.strokeStyle = color_of(color);
+                context.beginPath();
+                context.moveTo(area.x, y);
+                context.lineTo(area.x + area.w, y);
+                context.stroke();
+            }
+            context.restore();
+        },
+    };
+}
+
+export const Chart: m.Closure<Attributes> = () => {
+    let graph: Dygraph | undefined;
+    let drawn: Row[] | undefined;
+    let window_drawn = "";
+
+    return {
+        oncreate: ({ dom, attrs }) => {
+            drawn = attrs.rows;
+            window_drawn = String(attrs.window);
+            graph = new Dygraph(dom.querySelector(".canvas") as HTMLElement, attrs.rows, options(attrs));
+        },
+        onupdate: ({ attrs }) => {
+            if (attrs.rows === drawn && String(attrs.window) === window_drawn) return;
+            drawn = attrs.rows;
+            window_drawn = String(attrs.window);
+            graph?.updateOptions({ ...options(attrs), file: attrs.rows });
+        },
+        onremove: () => graph?.destroy(),
+        view: ({ attrs }) => m(".chart", { role: "img", "aria-label": attrs.label }, m(".canvas")),
+    };
+};

@@ -1,0 +1,80 @@
+// The web console: its screens by their addresses.
+import m from "mithril";
+import "../style/main.css";
+import { AlarmsScreen } from "./alarms";
+import { read_session, session } from "./api";
+import { ConfigurationScreen } from "./configuration";
+import { EventsScreen } from "./events";
+import { listen_to_keys } from "./keys";
+import { live } from "./live";
+import { OnuScreen } from "./onu";
+import { Onus } from "./onus";
+import { overview } from "./overview";
+import { PortScreen } from "./port";
+import { profiles } from "./profiles";
+import { shell } from "./shell";
+import { forget_use } from "./store";
+import { begin_theme } from "./theme";
+import { UpgradesScreen } from "./upgrades";
+import { WaitingScreen } from "./waiting";
+
+type Arguments = Record<string, string>;
+
+let shown = "";
+
+// A screen starts anew when its address is another one, and keeps what was chosen on it until then.
+function screen(draw: (given: Arguments) => m.Children): m.Resolver {
+    return {
+        render: ({ attrs }) => {
+            const address = m.route.get() ?? "/";
+            if (address !== shown) {
+                shown = address;
+                forget_use();
+                window.scrollTo(0, 0);
+            }
+            return m(Screen, { key: address, draw: () => shell(() => draw(attrs)) });
+        },
+    };
+}
+
+const Screen: m.Component<{ draw: () => m.Children }> = { view: ({ attrs }) => attrs.draw() };
+
+function given(attributes: Arguments, name: string): string {
+    return attributes[name] ?? "";
+}
+
+const routes: Record<string, m.Resolver> = {
+    "/": screen(overview),
+    "/events": screen(() => m(EventsScreen, {})),
+    "/olts/:olt/onus": screen((has) => m(Onus, { olt: given(has, "olt"), ...has })),
+    "/olts/:olt/onus/:port/:id": screen((has) =>
+        m(OnuScreen, { olt: given(has, "olt"), port: Number(has.port), id: Number(has.id) }),
+    ),
+    "/olts/:olt/ports/:port": screen((has) => m(PortScreen, { olt: given(has, "olt"), port: Number(has.port) })),
+    "/olts/:olt/waiting": screen((has) => m(WaitingScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/alarms": screen((has) => m(AlarmsScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/upgrades": screen((has) => m(UpgradesScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/profiles": screen((has) => profiles(given(has, "olt"))),
+    "/olts/:olt/configuration": screen((has) => m(ConfigurationScreen, { olt: given(has, "olt") })),
+};
+
+async function start(): Promise<void> {
+    begin_theme();
+    listen_to_keys();
+    m.route.prefix("#");
+    m.route(document.getElementById("page") as HTMLElement, "/", routes);
+    for (;;) {
+        try {
+            await read_session();
+            break;
+        } catch {
+            await new Promise((resolve) => window.setTimeout(resolve, 2000));
+        }
+    }
+    if (session.now?.role) live.start();
+    // Ages grow while nothing else changes.
+    window.setInterval(() => m.redraw(), 10000);
+    window.addEventListener("resize", () => m.redraw());
+}
+
+void start();
