@@ -1,5 +1,6 @@
 // Light over time, drawn by dygraphs, with the same in words for those who do not see it.
 import m from "mithril";
+import { clock } from "./format";
 import Dygraph, { Row } from "dygraphs/dygraph.min.js";
 
 export interface Series {
@@ -16,16 +17,20 @@ interface Attributes {
     window?: [number, number] | undefined;
 }
 
+// The legend of dygraphs is markup with styles in it, which the content security policy refuses. Ours is above the chart.
+Dygraph.PLUGINS = Dygraph.PLUGINS.filter((plugin) => plugin !== Dygraph.Plugins.Legend);
+
 function color_of(name: string): string {
     return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
 }
 
-function options(attrs: Attributes): Record<string, unknown> {
+type Pointed = (value: string) => void;
+
+function options(attrs: Attributes, point: Pointed): Record<string, unknown> {
     const grid = color_of("--line");
     return {
         labels: ["at", ...attrs.series.map(({ label }) => label)],
         colors: attrs.series.map(({ color }) => color_of(color)),
-        ylabel: attrs.unit,
         strokeWidth: 1.6,
         drawPoints: attrs.rows.length < 40,
         pointSize: 2.5,
@@ -33,9 +38,10 @@ function options(attrs: Attributes): Record<string, unknown> {
         gridLineColor: grid,
         axisLineColor: grid,
         axisLabelFontSize: 12,
-        legend: "always",
-        labelsSeparateLines: false,
         animatedZooms: false,
+        highlightCallback: (_: unknown, at: number, points: { name: string; yval: number }[]) =>
+            point(`${clock(at)}: ${points.map(({ name, yval }) => `${name} ${yval.toFixed(1)} ${attrs.unit}`).join(", ")}`),
+        unhighlightCallback: () => point(""),
         dateWindow: attrs.window ?? null,
         // Limits are lines across the chart.
         underlayCallback: (context: CanvasRenderingContext2D, area: { x: number; w: number }, graph: { toDomYCoord: (y: number) => number }) => {
@@ -58,20 +64,34 @@ export const Chart: m.Closure<Attributes> = () => {
     let graph: Dygraph | undefined;
     let drawn: Row[] | undefined;
     let window_drawn = "";
+    let pointed = ""; // what is below the mouse, in words
+    const point: Pointed = (said) => {
+        pointed = said;
+        m.redraw();
+    };
 
     return {
         oncreate: ({ dom, attrs }) => {
             drawn = attrs.rows;
             window_drawn = String(attrs.window);
-            graph = new Dygraph(dom.querySelector(".canvas") as HTMLElement, attrs.rows, options(attrs));
+            graph = new Dygraph(dom.querySelector(".canvas") as HTMLElement, attrs.rows, options(attrs, point));
         },
         onupdate: ({ attrs }) => {
             if (attrs.rows === drawn && String(attrs.window) === window_drawn) return;
             drawn = attrs.rows;
             window_drawn = String(attrs.window);
-            graph?.updateOptions({ ...options(attrs), file: attrs.rows });
+            graph?.updateOptions({ ...options(attrs, point), file: attrs.rows });
         },
         onremove: () => graph?.destroy(),
-        view: ({ attrs }) => m(".chart", { role: "img", "aria-label": attrs.label }, m(".canvas")),
+        view: ({ attrs }) =>
+            m(
+                ".chart",
+                m(
+                    "p.legend",
+                    attrs.series.map(({ label, color }) => m("span", m("span.stroke", { style: { background: `var(${color})` } }), label)),
+                    m("span.muted", pointed || attrs.unit),
+                ),
+                m(".canvas", { role: "img", "aria-label": attrs.label }),
+            ),
     };
 };

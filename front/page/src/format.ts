@@ -11,6 +11,15 @@ export function whole(value: number | null | undefined): string {
     return value == null ? none : Math.round(value).toLocaleString("en");
 }
 
+// A count in four digits; the whole of it is its title.
+export function count(value: number | null | undefined): m.Children {
+    if (value == null) return none;
+    const steps = ["", " k", " M", " G", " T", " P"];
+    const step = value < 10000 ? 0 : Math.min(steps.length - 1, Math.floor(Math.log10(value) / 3));
+    const shown = (value / 1000 ** step).toLocaleString("en", { maximumSignificantDigits: 4, useGrouping: false });
+    return m("span.whole", { title: value.toLocaleString("en") }, shown + steps[step]);
+}
+
 export function text(value: string | number | null | undefined): string {
     return value == null || value === "" ? none : String(value);
 }
@@ -50,7 +59,7 @@ export function span(milliseconds: number): string {
 
 export function clock(at: number): string {
     const then = new Date(at);
-    const time = then.toLocaleTimeString([], { hour: "2-digit", minute: "2-digit", second: "2-digit" });
+    const time = then.toLocaleTimeString([], { hourCycle: "h23", hour: "2-digit", minute: "2-digit", second: "2-digit" });
     if (then.toDateString() === new Date().toDateString()) return time;
     return `${then.toLocaleDateString([], { day: "2-digit", month: "short" })} ${time}`;
 }

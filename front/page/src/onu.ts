@@ -3,11 +3,11 @@ import m from "mithril";
 import { may } from "./api";
 import { change } from "./dialog";
 import type { OnuDetail, Row } from "./model";
-import { age, moment_and_age, rate, text, whole, words } from "./format";
+import { age, count, moment_and_age, rate, text, whole, words } from "./format";
 import { onu_tables } from "./onus";
 import { OnuLight } from "./onu_light";
 import { OnuUnis } from "./onu_unis";
-import { badge, button, facts, input, link, loading, nothing, panel, problem, state_badge } from "./parts";
+import { badge, button, columns, facts, input, link, loading, nothing, panel, problem, state_badge } from "./parts";
 import { to_olt, to_port } from "./place";
 import { use } from "./store";
 import { timeline } from "./timeline";
@@ -47,7 +47,7 @@ function traffic(now: Row | null, before: Row | null): m.Children {
         facts(["Offers upstream", rate(up)], ["Is offered downstream", rate(number(now, "down_load"))]),
         number(now, "counted") === null
             ? nothing("It does not count. Monitoring is switched on by “ponctl onu perf on”.")
-            : facts(...counters.map(([label, name]): [string, m.Children] => [label, [whole(number(now, name)), m("span.muted", ` ${per_second(name)}`)]])),
+            : facts(...counters.map(([label, name]): [string, m.Children] => [label, [count(number(now, name)), m("span.muted", ` ${per_second(name)}`)]])),
     ];
 }
 
@@ -136,7 +136,7 @@ export const OnuScreen: m.Closure<Given> = ({ attrs: { olt, port, id } }) => {
                 ["Model", [text(value(capabilities, "vendor")), " ", text(value(capabilities, "model"))]],
                 ["Hardware", text(value(upgrade, "hardware"))],
                 ["Software", text(value(upgrade, "software"))],
-                ["Upgrade", run ? [words(String(run)), upgrade?.progress === null ? "" : ` ${upgrade?.progress} %`, " ", text(value(upgrade, "reason") ?? "")] : "none"],
+                ["Upgrade", run ? [words(String(run)), upgrade?.progress === null ? "" : ` ${upgrade?.progress} %`, value(upgrade, "reason") && ` ${value(upgrade, "reason")}`] : "none"],
                 ["Distance", onu.distance === null ? "–" : `${onu.distance} m`],
                 ["Bind texts", text(["text_a", "text_b", "text_c"].map((one) => value(onu, one)).filter(Boolean).join(", "))],
                 ["Reboots by command", text(value(onu, "reboots"))],
@@ -158,14 +158,13 @@ export const OnuScreen: m.Closure<Given> = ({ attrs: { olt, port, id } }) => {
             return [
                 detail.error && problem(detail.error),
                 title(known),
-                m(
-                    ".columns",
-                    panel("Alarms", alarms(known)),
-                    m(OnuLight, { detail: known, port, id }),
-                    identity(known),
-                    m(OnuUnis, { detail: known, port, id }),
-                    panel(["Traffic", known.read.stats && m("span.muted.about", "counted ", age(known.read.stats))], traffic(known.stats, before)),
-                    panel("History", known.events.length === 0 ? nothing("Nothing happened to it since the console's server knows it.") : timeline(known.events, `Events of ${name}`)),
+                columns(
+                    [panel("Alarms", alarms(known)), m(OnuLight, { detail: known, port, id })],
+                    [identity(known), m(OnuUnis, { detail: known, port, id })],
+                    [
+                        panel(["Traffic", known.read.stats && m("span.muted.about", "counted ", age(known.read.stats))], traffic(known.stats, before)),
+                        panel("History", known.events.length === 0 ? nothing("Nothing happened to it since the console's server knows it.") : timeline(known.events, `Events of ${name}`)),
+                    ],
                 ),
             ];
         },

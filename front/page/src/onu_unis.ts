@@ -125,7 +125,7 @@ export const OnuUnis: m.Closure<Given> = ({ attrs: { detail: first, port, id } }
                     ? nothing("They were not read yet.")
                     : m(
                           "table.plain",
-                          m("thead", m("tr", heads.map((title) => m("th", { scope: "col" }, title)), may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
+                          m("thead", m("tr", heads.map((title, place) => m(place > 2 ? "th.right" : "th", { scope: "col" }, title)), may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
                           m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni))))),
                       ),
                 failed && problem(failed, () => void read()),

@@ -46,7 +46,7 @@ function tile(olt: string, port: Port): m.Vnode {
             title: `up ${rate(port.up_load)}, down ${rate(port.down_load)}`,
         },
         m("span.number", port.pon_port),
-        m("span.share", port.bound === 0 ? "no ONUs" : `${port.online}/${port.bound}`),
+        m("span.share", port.bound === 0 ? "none" : `${port.online}/${port.bound}`),
         m("span.notes", notes.join(" · ") || " "),
     );
 }

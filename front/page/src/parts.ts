@@ -32,6 +32,14 @@ export function panel(title: m.Children, ...content: m.Children[]): m.Vnode {
     return m("section.panel", m("h2", title), content);
 }
 
+// Panels in columns beside each other, so that one that grows moves those below it only.
+export function columns(...stacks: m.Children[][]): m.Vnode {
+    return m(
+        ".columns",
+        stacks.map((stack) => m(".stack", stack)),
+    );
+}
+
 export function facts(...pairs: [string, m.Children][]): m.Vnode {
     return m(
         "dl.facts",

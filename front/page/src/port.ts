@@ -1,11 +1,11 @@
 // A PON port: its light, who is off together, its module and its traffic.
 import m from "mithril";
 import { Alarm, Columns, Counters, Onu, onus_of, PonEvent, Port, Quantity } from "./model";
-import { age, id_set, moment, octets, plural, power, rate, text, whole, words } from "./format";
+import { age, count, id_set, moment, octets, plural, power, rate, text, whole, words } from "./format";
 import { histogram } from "./histogram";
 import { live } from "./live";
 import { onu_columns, onu_tables } from "./onus";
-import { badge, facts, link, loading, nothing, panel, problem } from "./parts";
+import { badge, columns, facts, link, loading, nothing, panel, problem } from "./parts";
 import { olt_tables, to_olt, to_onu, to_port } from "./place";
 import { use } from "./store";
 import { Sorting, Table } from "./table";
@@ -47,6 +47,8 @@ function fallen(olt: string, onus: Onu[]): m.Children {
     );
 }
 
+const units: Record<string, string> = { degC: "°C" };
+
 function bounds(low: number | null, high: number | null): string {
     return `${power(low)} … ${power(high)}`;
 }
@@ -63,10 +65,10 @@ function module_table(module: Quantity[]): m.Children {
                 m(
                     "tr",
                     m("th", { scope: "row" }, words(of.quantity)),
-                    m("td", of.value === null ? "–" : `${of.value.toFixed(2)} ${of.unit}`),
+                    m("td.whole", of.value === null ? "–" : `${of.value.toFixed(2)} ${units[of.unit] ?? of.unit}`),
                     m("td.muted", bounds(of.low_warning, of.high_warning)),
                     m("td.muted", bounds(of.low_alarm, of.high_alarm)),
-                    m("td", badge(of.state === "normal" ? "good" : of.state.includes("alarm") ? "bad" : "warn", words(of.state))),
+                    m("td.whole", badge(of.state === "normal" ? "good" : of.state.includes("alarm") ? "bad" : "warn", words(of.state))),
                 ),
             ),
         ),
@@ -92,7 +94,7 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
         ),
         m(
             "table.plain",
-            m("thead", m("tr", ["Frames", "In", "In, rate", "Out", "Out, rate"].map((title) => m("th", { scope: "col" }, title)))),
+            m("thead", m("tr", ["Frames", "In", "In, rate", "Out", "Out, rate"].map((title, place) => m(place ? "th.right" : "th", { scope: "col" }, title)))),
             m(
                 "tbody",
                 names.map((name) =>
@@ -102,7 +104,7 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
                         ["in", "out"].flatMap((way) => {
                             const key = `${way}_${name}`;
                             const has = key in now;
-                            return [m("td.right", has ? whole(now[key]) : "–"), m("td.right", has ? per_second(key) : "–")];
+                            return [m("td.right", has ? count(now[key]) : "–"), m("td.right", has ? per_second(key) : "–")];
                         }),
                     ),
                 ),
@@ -110,6 +112,32 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
         ),
         m("p.muted", before ? ["Rates between ", moment(before.read), " and ", moment(now.read), "."] : "Rates follow with the next reading."),
     ];
+}
+
+function module_panel(port: Port): m.Vnode {
+    return panel(
+        "Module",
+        facts(
+            ["Laser", badge(port.laser ? "good" : "bad", port.laser ? "on" : "off")],
+            ["Launches", `${power(port.tx_power)} dBm`],
+            ["Temperature", `${port.temperature.toFixed(1)} °C`],
+            ["Uplink", text(port.uplink)],
+            ["MAC", m("span.mono", port.mac)],
+        ),
+        module_table(port.module),
+    );
+}
+
+function light(onus: Onu[] | undefined): m.Vnode {
+    return panel(
+        "Light",
+        onus
+            ? [
+                  histogram("At the OLT", measured(onus, "olt_rx_power"), weak_at_olt),
+                  histogram("At the ONUs", measured(onus, "rx_power"), weak_at_onu),
+              ]
+            : loading("light"),
+    );
 }
 
 function measured(onus: Onu[], name: "rx_power" | "olt_rx_power"): number[] {
@@ -121,7 +149,7 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
     let sorting: Sorting = { by: "state", down: false };
     let last: Counters | undefined;
     let before: Counters | undefined;
-    const columns = onu_columns(olt);
+    const listed = onu_columns(olt);
 
     function follow(counters: Counters | null): void {
         if (!counters || counters.read === last?.read) return;
@@ -132,7 +160,7 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
     function onu_table(onus: Onu[]): m.Vnode {
         return m(Table<Onu>, {
             label: `ONUs of port ${number}`,
-            columns,
+            columns: listed,
             rows: onus,
             id: (onu: Onu) => `${onu.onu_id}`,
             open: (onu: Onu) => m.route.set(to_onu(olt, onu.pon_port, onu.onu_id)),
@@ -173,32 +201,14 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
             const history = [...fresh, ...(events.value?.events ?? []).filter(({ id }) => !known.has(id))].slice(0, 30);
             return [
                 header(port.value),
-                m(
-                    ".columns",
-                    panel("What is wrong", wrong.length === 0 ? nothing("Nothing that an alarm tells of.") : wrong_list(wrong, false)),
-                    panel("Who is off together", all ? fallen(olt, all) : loading("ONUs")),
-                    panel(
-                        "Light",
-                        all
-                            ? [
-                                  histogram("At the OLT", measured(all, "olt_rx_power"), weak_at_olt),
-                                  histogram("At the ONUs", measured(all, "rx_power"), weak_at_onu),
-                              ]
-                            : loading("light"),
-                    ),
-                    panel(
-                        "Module",
-                        facts(
-                            ["Laser", badge(port.value.laser ? "good" : "bad", port.value.laser ? "on" : "off")],
-                            ["Launches", `${power(port.value.tx_power)} dBm`],
-                            ["Temperature", `${port.value.temperature.toFixed(1)} °C`],
-                            ["Uplink", text(port.value.uplink)],
-                            ["MAC", m("span.mono", port.value.mac)],
-                        ),
-                        module_table(port.value.module),
-                    ),
-                    panel("Traffic", traffic(port.value, before)),
-                    panel("What happened", history.length === 0 ? nothing("Nothing since the console was started.") : timeline(history, `Events of port ${number}`)),
+                columns(
+                    [
+                        panel("What is wrong", wrong.length === 0 ? nothing("Nothing that an alarm tells of.") : wrong_list(wrong, false)),
+                        panel("Who is off together", all ? fallen(olt, all) : loading("ONUs")),
+                        panel("What happened", history.length === 0 ? nothing("Nothing since the console was started.") : timeline(history, `Events of port ${number}`)),
+                    ],
+                    [light(all), panel("Traffic", traffic(port.value, before))],
+                    [module_panel(port.value)],
                 ),
                 panel("ONUs", all ? onu_table(all) : onus.error ? problem(onus.error) : loading("ONUs")),
             ];

@@ -59,9 +59,9 @@ function choose(name: string): void {
 function olt_choice(): m.Children {
     const all = olts();
     const olt = current_olt();
-    if (!all || !olt || all.length < 2) return olt && m("span.olt", olt);
+    if (!all || !olt || all.length < 2) return olt && m("span.which", olt);
     return m(
-        "select.olt",
+        "select.which",
         { "aria-label": "OLT", value: olt, onchange: (event: Event) => choose((event.target as HTMLSelectElement).value) },
         all.map(({ name }) => m("option", { value: name, selected: name === olt }, name)),
     );

@@ -64,7 +64,7 @@ export const UpgradesScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) =
                 ? nothing("There is none. “ponctl upgrade add” says which firmware is for which kind of ONU.")
                 : m(
                       "table.plain",
-                      m("thead", m("tr", heads.map((title) => m("th", { scope: "col" }, title)))),
+                      m("thead", m("tr", heads.map((title) => m(title === "Size" ? "th.right" : "th", { scope: "col" }, title)))),
                       m(
                           "tbody",
                           types.map((row) =>

@@ -94,10 +94,9 @@ export const WaitingScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) =>
                 m("span.mono", onu.mac),
                 m("span", onu.serial ? `serial ${onu.serial}` : ""),
                 m("span", onu.loid ? `LOID ${onu.loid}` : ""),
-                m("span", onu.distance === null ? "" : `${onu.distance} m`),
-                onu.supported ? "" : badge("warn", "not supported"),
+                m("span", onu.distance === null ? "" : `${onu.distance} m`, onu.supported ? "" : badge("warn", "not supported")),
                 m("span.muted", onu.since === null ? "since before the console knew it" : ["since ", age(onu.since)]),
-                may("service-affecting") && !is_chosen && button("Admit", () => choose(onu), { "aria-label": `Admit ${onu.mac}` }),
+                may("service-affecting") && button("Admit", () => choose(onu), { "aria-label": `Admit ${onu.mac}`, "aria-expanded": is_chosen ? "true" : "false" }),
             ),
             is_chosen && form(onu),
         );

@@ -6,6 +6,8 @@ declare module "dygraphs/dygraph.min.js" {
         file?: Row[];
     }
     export default class Dygraph {
+        static PLUGINS: unknown[];
+        static Plugins: Record<string, unknown>;
         constructor(element: HTMLElement, rows: Row[], options: Options);
         updateOptions(options: Options): void;
         resetZoom(): void;
