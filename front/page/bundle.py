@@ -54,15 +54,20 @@ def files_of(sources: pathlib.Path, work: pathlib.Path) -> dict[str, bytes]:
     return files
 
 
+def literal_of(content: bytes) -> str:
+    lines = [content[at : at + 40] for at in range(0, len(content), 40)]
+    return "\n".join('    "' + "".join(f"\\{byte:03o}" for byte in line) + '"' for line in lines)
+
+
 def source_of(files: dict[str, bytes]) -> str:
     lines = ['#include "page/page.h"', "", "#include <array>", "", "namespace front", "{", "namespace", "{", ""]
     rows = []
     for number, (path, content) in enumerate(sorted(files.items())):
         packed = gzip.compress(content, 9, mtime=0)
-        lines.append(f"constexpr unsigned char bytes_{number}[] = {{{','.join(map(str, packed))}}};")
+        lines += [f"constexpr char content_{number}[] =", literal_of(packed) + ";", ""]
         media = TYPES[pathlib.PurePath(path).suffix or ".html"]
-        tag = hashlib.sha256(content).hexdigest()[:16]
-        rows.append(f'    PageFile{{"{path}", "{media}", "{tag}", bytes_{number}}},')
+        is_hashed = "true" if path.startswith("/assets/") else "false"
+        rows.append(f'    PageFile{{"{path}", "{media}", {{content_{number}, {len(packed)}}}, {is_hashed}, "gzip"}},')
     lines += [f"constexpr std::array<PageFile, {len(rows)}> files{{{{", *rows, "}};", "", "} // namespace", ""]
     lines += ["std::span<const PageFile> page_files()", "{", "    return files;", "}", "", "} // namespace front", ""]
     return "\n".join(lines)

@@ -7,14 +7,16 @@
 namespace front
 {
 
+// A PageFile is a file that browsers load. Its memory lives as long as the program.
 struct PageFile {
-    std::string_view path;                 // where it is served; "/" is the page itself
-    std::string_view type;                 // its media type
-    std::string_view tag;                  // follows from its bytes
-    std::span<const unsigned char> packed; // by gzip
+    std::string_view path; // "/" for the page itself
+    std::string_view type; // as text/html; charset=utf-8
+    std::string_view content;
+    bool is_hashed = false;         // the path names the content, which never changes
+    std::string_view encoding = {}; // as gzip; empty: the content is as it is
 };
 
-// Returns all files. Those below /assets/ have names that follow from their bytes: a browser may keep them for good.
+// Returns all files of the page.
 std::span<const PageFile> page_files();
 
 } // namespace front

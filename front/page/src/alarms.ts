@@ -4,7 +4,7 @@ import { may } from "./api";
 import { change } from "./dialog";
 import type { Alarm } from "./model";
 import { age, plural, text } from "./format";
-import { badge, choice, input, link, loading, problem } from "./parts";
+import { badge, choice, input, row_link, loading, problem } from "./parts";
 import { to_onu, to_port } from "./place";
 import { use } from "./store";
 import { Column, Sorting, Table } from "./table";
@@ -14,8 +14,8 @@ const severities = ["critical", "major", "minor"];
 
 function where(olt: string, alarm: Alarm): m.Children {
     if (alarm.pon_port === 0) return `uplink ${alarm.place ?? ""}`;
-    if (alarm.onu_id !== null) return link(to_onu(olt, alarm.pon_port, alarm.onu_id), `ONU ${alarm.pon_port}/${alarm.onu_id}`);
-    return link(to_port(olt, alarm.pon_port), `port ${alarm.pon_port}`);
+    if (alarm.onu_id !== null) return row_link(to_onu(olt, alarm.pon_port, alarm.onu_id), `ONU ${alarm.pon_port}/${alarm.onu_id}`);
+    return row_link(to_port(olt, alarm.pon_port), `port ${alarm.pon_port}`);
 }
 
 export const AlarmsScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) => {

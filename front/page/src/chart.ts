@@ -24,6 +24,13 @@ function color_of(name: string): string {
     return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
 }
 
+// The limits are in sight, so that one sees how far it is to them.
+function value_range({ rows, limits }: Attributes): [number, number] {
+    const values = limits.map(({ value }) => value);
+    for (const [, ...measured] of rows) for (const value of measured) if (value !== null) values.push(value);
+    return [Math.floor(Math.min(...values)) - 1, Math.ceil(Math.max(...values)) + 1];
+}
+
 type Pointed = (value: string) => void;
 
 function options(attrs: Attributes, point: Pointed): Record<string, unknown> {
@@ -37,7 +44,8 @@ function options(attrs: Attributes, point: Pointed): Record<string, unknown> {
         connectSeparatedPoints: false,
         gridLineColor: grid,
         axisLineColor: grid,
-        axisLabelFontSize: 12,
+        axisLabelFontSize: Math.round(0.86 * parseFloat(getComputedStyle(document.documentElement).fontSize)),
+        valueRange: value_range(attrs),
         animatedZooms: false,
         highlightCallback: (_: unknown, at: number, points: { name: string; yval: number }[]) =>
             point(`${clock(at)}: ${points.map(({ name, yval }) => `${name} ${yval.toFixed(1)} ${attrs.unit}`).join(", ")}`),

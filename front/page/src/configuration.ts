@@ -24,7 +24,7 @@ interface Compared {
     left_out: string[];
 }
 interface Applied {
-    differences: number;
+    changed: number;
     rolls_back: number | null;
 }
 
@@ -90,7 +90,7 @@ export const ConfigurationScreen: m.Closure<{ olt: string }> = ({ attrs: { olt }
             const done = await confirmed(`Apply this to ${olt}?`, "Apply", (confirm) => post<Applied>(`${base}/apply`, { ...body, ...(confirm ? { confirm } : {}) }));
             if (!done) return;
             compared = undefined;
-            tell(`Applied: ${plural(done.differences, "difference")}.`);
+            tell(`Applied: ${plural(done.changed, "difference")}.`);
             void use<unknown>(base).refresh();
             await read_pending();
         });

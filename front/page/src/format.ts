@@ -74,7 +74,7 @@ export function moment(at: number): m.Vnode {
     return m("time", { datetime: then.toISOString(), title: `${span(Date.now() - at)} ago` }, clock(at));
 }
 export function moment_and_age(at: number): m.Vnode {
-    return m("span.moment", moment(at), m("span.muted", ` ${span(Date.now() - at)} ago`));
+    return m("span.moment", moment(at), m("span.muted", `, ${span(Date.now() - at)} ago`));
 }
 
 // Names of the service as words: "onu_offline" and "alarm-list" have spaces for people.

@@ -23,7 +23,7 @@ type Arguments = Record<string, string>;
 let shown = "";
 
 // A screen starts anew when its address is another one, and keeps what was chosen on it until then.
-function screen(draw: (given: Arguments) => m.Children): m.Resolver {
+function screen(title: (given: Arguments) => string, draw: (given: Arguments) => m.Children): m.Resolver {
     return {
         render: ({ attrs }) => {
             const address = m.route.get() ?? "/";
@@ -31,8 +31,9 @@ function screen(draw: (given: Arguments) => m.Children): m.Resolver {
                 shown = address;
                 forget_use();
                 window.scrollTo(0, 0);
+                document.title = `${title(attrs)} – PON console`;
             }
-            return m(Screen, { key: address, draw: () => shell(() => draw(attrs)) });
+            return shell(() => [m(Screen, { key: address, draw: () => draw(attrs) })]);
         },
     };
 }
@@ -43,19 +44,30 @@ function given(attributes: Arguments, name: string): string {
     return attributes[name] ?? "";
 }
 
+function of_olt(what: string): (has: Arguments) => string {
+    return (has) => `${what} of ${has.olt}`;
+}
+
 const routes: Record<string, m.Resolver> = {
-    "/": screen(overview),
-    "/events": screen(() => m(EventsScreen, {})),
-    "/olts/:olt/onus": screen((has) => m(Onus, { olt: given(has, "olt"), ...has })),
-    "/olts/:olt/onus/:port/:id": screen((has) =>
-        m(OnuScreen, { olt: given(has, "olt"), port: Number(has.port), id: Number(has.id) }),
+    "/": screen(() => "Overview", overview),
+    "/events": screen(
+        () => "Events",
+        () => m(EventsScreen, {}),
     ),
-    "/olts/:olt/ports/:port": screen((has) => m(PortScreen, { olt: given(has, "olt"), port: Number(has.port) })),
-    "/olts/:olt/waiting": screen((has) => m(WaitingScreen, { olt: given(has, "olt") })),
-    "/olts/:olt/alarms": screen((has) => m(AlarmsScreen, { olt: given(has, "olt") })),
-    "/olts/:olt/upgrades": screen((has) => m(UpgradesScreen, { olt: given(has, "olt") })),
-    "/olts/:olt/profiles": screen((has) => profiles(given(has, "olt"))),
-    "/olts/:olt/configuration": screen((has) => m(ConfigurationScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/onus": screen(of_olt("ONUs"), (has) => m(Onus, { olt: given(has, "olt"), ...has })),
+    "/olts/:olt/onus/:port/:id": screen(
+        (has) => `ONU ${has.port}/${has.id} of ${has.olt}`,
+        (has) => m(OnuScreen, { olt: given(has, "olt"), port: Number(has.port), id: Number(has.id) }),
+    ),
+    "/olts/:olt/ports/:port": screen(
+        (has) => `Port ${has.port} of ${has.olt}`,
+        (has) => m(PortScreen, { olt: given(has, "olt"), port: Number(has.port) }),
+    ),
+    "/olts/:olt/waiting": screen(of_olt("Waiting ONUs"), (has) => m(WaitingScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/alarms": screen(of_olt("Alarms"), (has) => m(AlarmsScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/upgrades": screen(of_olt("Upgrades"), (has) => m(UpgradesScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/profiles": screen(of_olt("Profiles"), (has) => profiles(given(has, "olt"))),
+    "/olts/:olt/configuration": screen(of_olt("Configuration"), (has) => m(ConfigurationScreen, { olt: given(has, "olt") })),
 };
 
 async function start(): Promise<void> {

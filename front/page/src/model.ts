@@ -119,7 +119,6 @@ export interface Waiting {
     supported: boolean;
     distance: number | null;
     loid: string | null;
-    serial: string | null;
     since: number | null;
 }
 

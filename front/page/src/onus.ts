@@ -2,7 +2,7 @@
 import m from "mithril";
 import { Columns, Onu, onus_of } from "./model";
 import { age, plural, power, text } from "./format";
-import { badge, choice, input, link, loading, problem, state_badge } from "./parts";
+import { badge, choice, input, row_link, loading, problem, state_badge } from "./parts";
 import { to_onu } from "./place";
 import { use } from "./store";
 import { Column, Sorting, Table } from "./table";
@@ -15,7 +15,7 @@ export const onu_columns = (olt: string): Column<Onu>[] => [
         name: "onu",
         title: "ONU",
         width: "5rem",
-        show: (onu) => link(to_onu(olt, onu.pon_port, onu.onu_id), `${onu.pon_port}/${onu.onu_id}`),
+        show: (onu) => row_link(to_onu(olt, onu.pon_port, onu.onu_id), `${onu.pon_port}/${onu.onu_id}`),
         by: (onu) => onu.pon_port * 1000 + onu.onu_id,
     },
     {

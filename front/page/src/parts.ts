@@ -75,6 +75,11 @@ export function link(to: string, label: m.Children, selector = ""): m.Vnode {
     return m(`a${selector}`, { href: `#${to}` }, label);
 }
 
+// In a table, whose rows are reached by arrows, a link is for those who point.
+export function row_link(to: string, label: m.Children): m.Vnode {
+    return link(to, label, "[tabindex=-1]");
+}
+
 export function button(label: m.Children, press: () => void, attributes: m.Attributes = {}): m.Vnode {
     return m("button", { type: "button", onclick: press, ...attributes }, label);
 }

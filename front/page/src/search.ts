@@ -112,7 +112,7 @@ export const Search: m.Component = {
                 "aria-controls": "found",
                 "aria-autocomplete": "list",
                 "aria-expanded": open && found ? "true" : "false",
-                "aria-activedescendant": open && found && found.length > 0 ? `found-${chosen}` : undefined,
+                "aria-activedescendant": open && found && found.length > 0 ? `found-${chosen}` : false,
                 oninput: (event: Event) => type((event.target as HTMLInputElement).value),
                 onkeydown: press,
                 onblur: close,

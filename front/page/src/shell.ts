@@ -1,6 +1,6 @@
 // What is around every screen: navigation, search, whether the page is live, who is logged in.
 import m from "mithril";
-import { log_out, may, session } from "./api";
+import { log_out, session } from "./api";
 import { Dialogs, tell } from "./dialog";
 import { clock, span } from "./format";
 import { help } from "./keys";
@@ -33,7 +33,7 @@ function place(to: string, label: string, count = 0): m.Vnode {
     const is_here = to === "/" ? here === "/" : here === to || here.startsWith(`${to}/`);
     return m(
         "a",
-        { href: `#${to}`, "aria-current": is_here ? "page" : undefined },
+        { href: `#${to}`, "aria-current": is_here ? "page" : false },
         label,
         count > 0 && m("span.count", count.toLocaleString("en")),
     );
@@ -105,7 +105,7 @@ function lost_banner(): m.Children {
     );
 }
 
-// The screen that the address names, once it is known who asks.
+// What is around a screen, once it is known who asks. It stays where it is when another screen is shown.
 export function shell(screen: () => m.Children): m.Children {
     const now = session.now;
     if (!now) return m(".starting", { role: "status" }, "Asking who you are …");
@@ -114,7 +114,7 @@ export function shell(screen: () => m.Children): m.Children {
         m("a.skip", { href: "#main", onclick: skip }, "To the content"),
         m("header", m("a.brand", { href: "#/" }, "PON console"), olt_choice(), m(Search, {}), connection(), who(), navigation()),
         lost_banner(),
-        m("main", { id: "main", tabindex: -1, class: may("write") ? "" : "looking" }, screen()),
+        m("main", { id: "main", tabindex: -1 }, screen()),
         m("span.hidden", { role: "log", "aria-live": "polite" }, live.said),
         m(Dialogs, {}),
     ];

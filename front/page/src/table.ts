@@ -1,5 +1,5 @@
 // A table of any length: only the rows that are seen are in the document, so that thousands scroll, sort and filter at
-// once. It is one stop of the Tab key; arrows, Page Up, Page Down, Home and End move in it, Enter opens the row.
+// once. Its rows are one stop of the Tab key; arrows, Page Up, Page Down, Home and End move in them, Enter opens one.
 import m from "mithril";
 
 export interface Column<Row> {
@@ -115,7 +115,7 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
                 const direction = attrs.sorting?.down ? "descending" : "ascending";
                 return m(
                     `.cell${column.right ? ".right" : ""}`,
-                    { role: "columnheader", key: column.name, "aria-sort": is_sorted ? direction : undefined },
+                    { role: "columnheader", key: column.name, "aria-sort": is_sorted ? direction : false },
                     column.by && sort
                         ? m(
                               "button.sort",
@@ -146,10 +146,12 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
                     "aria-label": attrs.label,
                     "aria-rowcount": shown.length + 1,
                     "aria-colcount": columns.length,
-                    "aria-activedescendant": shown.length > 0 ? `${name}-${active}` : undefined,
+                    "aria-activedescendant": shown.length > 0 ? `${name}-${active}` : false,
                     oncreate: (vnode) => {
                         body = vnode.dom;
                         sizes.observe(body);
+                        // Whoever came here by a key goes on with the keys.
+                        if (!attrs.short && document.activeElement === document.body) body.focus({ preventScroll: true });
                     },
                     onscroll: (event: Event) => (top = (event.target as HTMLElement).scrollTop),
                     onkeydown: (event: KeyboardEvent) => press(event, attrs),

@@ -5,7 +5,7 @@ import { change } from "./dialog";
 import { Columns, Onu, onus_of, Row } from "./model";
 import { octets, plural, text, words } from "./format";
 import { onu_tables } from "./onus";
-import { badge, button, choice, input, link, loading, nothing, panel, problem, Tone } from "./parts";
+import { badge, button, choice, input, row_link, loading, nothing, panel, problem, Tone } from "./parts";
 import { to_onu } from "./place";
 import { refresh_path, use } from "./store";
 import { Column, Sorting, Table } from "./table";
@@ -29,7 +29,7 @@ export const UpgradesScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) =
 
     const order = ["failed", "downloading", "verifying", "rebooting", "queued", "done"];
     const columns: Column<Onu>[] = [
-        { name: "onu", title: "ONU", width: "5rem", show: (onu) => link(to_onu(olt, onu.pon_port, onu.onu_id), `${onu.pon_port}/${onu.onu_id}`), by: (onu) => onu.pon_port * 1000 + onu.onu_id },
+        { name: "onu", title: "ONU", width: "5rem", show: (onu) => row_link(to_onu(olt, onu.pon_port, onu.onu_id), `${onu.pon_port}/${onu.onu_id}`), by: (onu) => onu.pon_port * 1000 + onu.onu_id },
         { name: "run", title: "Run", width: "9rem", show: (onu) => badge(tones[onu.upgrade_run ?? ""] ?? "new", words(onu.upgrade_run ?? "")), by: (onu) => order.indexOf(onu.upgrade_run ?? "") },
         { name: "progress", title: "Progress", width: "minmax(9rem, 1fr)", show: progress, by: (onu) => onu.upgrade_progress },
         { name: "software", title: "Software", width: "8rem", show: (onu) => text(onu.software), by: (onu) => onu.software, from: 560 },

@@ -92,7 +92,6 @@ export const WaitingScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) =>
                 ".waits",
                 badge("new", `port ${onu.pon_port}`),
                 m("span.mono", onu.mac),
-                m("span", onu.serial ? `serial ${onu.serial}` : ""),
                 m("span", onu.loid ? `LOID ${onu.loid}` : ""),
                 m("span", onu.distance === null ? "" : `${onu.distance} m`, onu.supported ? "" : badge("warn", "not supported")),
                 m("span.muted", onu.since === null ? "since before the console knew it" : ["since ", age(onu.since)]),

@@ -16,6 +16,7 @@ declare module "mithril" {
         interface DomVnode<A = unknown> extends Vnode<A> {
             dom: HTMLElement;
         }
+        // An attribute that is false is taken away. One that is undefined stays as it was.
         interface Attributes {
             [name: string]: unknown;
             tag?: never;
