@@ -109,7 +109,7 @@ export const Search: m.Component = {
                 spellcheck: "false",
                 placeholder: "Find an ONU   /",
                 "aria-label": "Find an ONU by MAC address, LOID, name, description or serial number",
-                "aria-controls": "found",
+                "aria-controls": open && found && found.length > 0 ? "found" : false,
                 "aria-autocomplete": "list",
                 "aria-expanded": open && found ? "true" : "false",
                 "aria-activedescendant": open && found && found.length > 0 ? `found-${chosen}` : false,
