@@ -39,6 +39,12 @@ public:
         put("user", who.user);
         put("process", static_cast<uint64_t>(who.process));
     }
+    void put(const Client &client)
+    {
+        put("user", text::printable(client.user));
+        put("address", client.address);
+        if (!client.olt.empty()) put("olt", client.olt);
+    }
     void put_fields(const std::vector<std::pair<std::string, std::string>> &fields)
     {
         name("fields");
@@ -104,10 +110,14 @@ Wanted wanted_by(uint32_t channel_type, catalogue::Call call, std::string_view r
     return wanted;
 }
 
-std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::string_view result)
+namespace
+{
+
+template <class Author>
+std::string line_of_request(uint64_t time, const Author &author, const Wanted &wanted, std::string_view result)
 {
     Line line(time);
-    line.put(who);
+    line.put(author);
     line.put("class", to_text(wanted.impact));
     line.put("channel", wanted.channel);
     line.put("command", wanted.command);
@@ -116,13 +126,36 @@ std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::st
     return line.end();
 }
 
-std::string line_of(uint64_t time, const Who &who, std::string_view command, std::string_view result)
+template <class Author>
+std::string line_of_command(uint64_t time, const Author &author, std::string_view command, std::string_view result)
 {
     Line line(time);
-    line.put(who);
+    line.put(author);
     line.put("control", text::printable(command));
     line.put("result", text::printable(result));
     return line.end();
+}
+
+} // namespace
+
+std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::string_view result)
+{
+    return line_of_request(time, who, wanted, result);
+}
+
+std::string line_of(uint64_t time, const Client &client, const Wanted &wanted, std::string_view result)
+{
+    return line_of_request(time, client, wanted, result);
+}
+
+std::string line_of(uint64_t time, const Who &who, std::string_view command, std::string_view result)
+{
+    return line_of_command(time, who, command, result);
+}
+
+std::string line_of(uint64_t time, const Client &client, std::string_view command, std::string_view result)
+{
+    return line_of_command(time, client, command, result);
 }
 
 std::string line_of_lost(uint64_t time, uint64_t lost)

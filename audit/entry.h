@@ -32,10 +32,17 @@ struct Who {
     int32_t process;
 };
 
+// A Client is somebody who has logged in to a server, and came from this address, with something for this OLT.
+struct Client {
+    std::string user, address, olt; // empty: nobody, or no OLT
+};
+
 // Time of day is in milliseconds since 1970. Returns the lines without their newlines.
 std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::string_view result);
+std::string line_of(uint64_t time, const Client &client, const Wanted &wanted, std::string_view result);
 // Of a command that is a line of words.
 std::string line_of(uint64_t time, const Who &who, std::string_view command, std::string_view result);
+std::string line_of(uint64_t time, const Client &client, std::string_view command, std::string_view result);
 std::string line_of_lost(uint64_t time, uint64_t lost);
 
 } // namespace audit

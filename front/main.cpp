@@ -10,10 +10,12 @@
 #include <systemd/sd-daemon.h>
 #include <unistd.h>
 
+#include "accounts.h"
 #include "board/service.h"
 #include "command_line/parse.h"
 #include "daemon/front.h"
 #include "daemon/log.h"
+#include "page/page.h"
 #include "text/utf8.h"
 #include "toml_file/section.h"
 
@@ -32,6 +34,8 @@ Examples:
   ponfront --config olts.toml --check
                                      whether the file is right, or what is wrong with it
   kill -HUP PID                      go on by what the file says now
+  ponfront --config olts.toml user add ann --role write
+                                     somebody who may change what affects no service
 See ponfront(8) and ponfront.toml(5).)";
 
 struct Options {
@@ -42,6 +46,12 @@ struct Options {
 };
 
 using Command = command_line::Command<int(const Options &)>;
+
+// What is said of a user. The role is that of a new user, or a new one.
+struct UserOptions {
+    std::string name, role = "read";
+    bool none = false;
+};
 
 std::string say_unless_detail(const std::string &text)
 {
@@ -82,7 +92,7 @@ void tell_alive(const front::Front &served)
 // Serves until a signal ends it.
 int serve(const Options &options, front::Configuration configuration, const sigset_t &signals)
 {
-    front::Front served(std::move(configuration));
+    front::Front served(std::move(configuration), PONFRONT_VERSION, front::page_files());
     uint64_t watchdog = 0; // microseconds
     const bool watched = sd_watchdog_enabled(0, &watchdog) > 0;
     const timespec turn{.tv_sec = watched ? static_cast<time_t>(watchdog / 2'000'000) : 3600,
@@ -130,6 +140,55 @@ int run(const Options &options)
     }
 }
 
+std::string users_file(const Options &options)
+{
+    const front::Configuration configuration = read(options);
+    if (!configuration.http || configuration.http->users.empty())
+        throw toml_file::Error("the configuration names no file of users: users = \"FILE\" below [http]");
+    return configuration.http->users;
+}
+
+void add_user_commands(Command &user)
+{
+    constexpr char names[] = "letters, digits, '-', '_' and '.'", roles[] = "read, write or service-affecting";
+    const auto add = [&](const char *name, const char *brief, int (*act)(const Options &, const UserOptions &)) {
+        Command &command = user.add(name, brief);
+        UserOptions &options = command.runs(act);
+        command.argument("NAME", &options.name, names).is_required();
+        return std::pair{&command, &options};
+    };
+    const auto [added, new_user] = add("add", "Adds a user", [](const Options &all, const UserOptions &options) {
+        front::add_user(users_file(all), options.name, options.role);
+        return EXIT_SUCCESS;
+    });
+    added->option("--role", &new_user->role, "what the user may do", "read|write|service-affecting")
+        .shows_default("read");
+    add("passwd", "Gives a user another password", [](const Options &all, const UserOptions &options) {
+        front::change_password(users_file(all), options.name);
+        return EXIT_SUCCESS;
+    });
+    const auto [changed, user_of_role] =
+        add("role", "Gives a user another role", [](const Options &all, const UserOptions &options) {
+            front::change_role(users_file(all), options.name, options.role);
+            return EXIT_SUCCESS;
+        });
+    changed->argument("ROLE", &user_of_role->role, roles).is_required();
+    add("remove", "Removes a user", [](const Options &all, const UserOptions &options) {
+        front::remove_user(users_file(all), options.name);
+        return EXIT_SUCCESS;
+    });
+    const auto [token, user_of_token] =
+        add("token", "Prints a new token for scripts", [](const Options &all, const UserOptions &options) {
+            front::change_token(users_file(all), options.name, options.none);
+            return EXIT_SUCCESS;
+        });
+    token->option("--none", &user_of_token->none, "only take the token away");
+    user.add("list", "Lists the users").run = [](const Options &all) {
+        front::list_users(users_file(all));
+        return EXIT_SUCCESS;
+    };
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -152,6 +211,7 @@ int main(int argc, char **argv)
     program.option("--log", &options.log, "form of the log on standard error", "lines|json")
         .is_checked_by(say_unless_form)
         .shows_default("lines");
+    add_user_commands(program.add("user", "Adds, changes and lists users"));
     try {
         const command_line::Line line =
             command_line::parse(program, {argv + 1, argv + argc}, command_line::Manner::wide);
@@ -164,6 +224,8 @@ int main(int argc, char **argv)
     } catch (const command_line::WrongLine &error) {
         fputs(text::printable(error.what(), "\t\n").c_str(), stderr);
         return exit_usage;
+    } catch (const toml_file::Error &error) {
+        return fail(error.what(), exit_usage);
     } catch (const std::exception &error) {
         return fail(error.what(), exit_failure);
     }

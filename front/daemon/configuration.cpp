@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "text/words.h"
 #include "toml_file/section.h"
 
 namespace front
@@ -27,7 +28,18 @@ const Keys &configuration_keys()
                     {"periods", periods, false, true},
                     {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
                     {"history", {{"file"}, {"events"}}, false, true},
-                    {"http", {{"listen"}, {"enabled"}}, false, true},
+                    {"http",
+                     {{"listen"},
+                      {"enabled"},
+                      {"certificate"},
+                      {"key"},
+                      {"behind_tls"},
+                      {"hosts"},
+                      {"users"},
+                      {"audit"},
+                      {"metrics"}},
+                     false,
+                     true},
                     {"metrics", {{"onus"}}, false, true}};
     }();
     return keys;
@@ -42,19 +54,53 @@ LightLimits read_limits(const Section &section, const std::string &who, const Li
     return limits;
 }
 
-ListenSettings read_listen(const Section &section)
+void read_address(const Section &section, ListenSettings &listen)
 {
     const std::string text = section.text("listen", 1, 100).value_or("");
-    if (text.empty()) return {};
+    if (text.empty()) return;
     const size_t colon = text.rfind(':');
     const auto fail = [&] { section.fail_expected("listen", "ADDRESS:PORT, as \"127.0.0.1:9911\" or \"[::1]:9911\""); };
     if (colon == text.npos || colon == 0) fail();
-    ListenSettings listen{.address = text.substr(0, colon), .port = 0};
+    listen.address = text.substr(0, colon);
     if (listen.address.starts_with('[') && listen.address.ends_with(']'))
         listen.address = listen.address.substr(1, listen.address.size() - 2);
     const char *const end = text.data() + text.size();
     const auto [behind, error] = std::from_chars(text.data() + colon + 1, end, listen.port);
     if (error != std::errc{} || behind != end) fail();
+}
+
+std::vector<std::string> read_hosts(const Section &section)
+{
+    const std::string text = section.text("hosts", 1, 4096).value_or("");
+    std::vector<std::string> hosts;
+    for (const std::string &host : text::split(text::lower_case(text), ' '))
+        if (!host.empty()) hosts.push_back(host);
+    for (const std::string &host : hosts)
+        if (host.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-.") != host.npos)
+            section.fail_expected("hosts", "names with blanks between them, as \"olt.example.net console\"");
+    return hosts;
+}
+
+ListenSettings read_listen(const Section &section)
+{
+    constexpr std::string_view readers[] = {"anyone", "users"};
+    ListenSettings listen;
+    read_address(section, listen);
+    const auto file = [&section](const char *key) {
+        std::string name = section.text(key, 1, 4096).value_or("");
+        if (!name.empty() && name[0] != '/') section.fail_expected(key, "a path from the root");
+        return name;
+    };
+    listen.certificate = file("certificate");
+    listen.key = file("key");
+    if (listen.certificate.empty() != listen.key.empty())
+        section.fail(listen.key.empty() ? "certificate" : "key", "certificate and key belong together");
+    listen.behind_tls = section.flag_or("behind_tls", false);
+    listen.hosts = read_hosts(section);
+    listen.users = file("users");
+    listen.audit = file("audit");
+    listen.metrics_need_user = section.choice_or("metrics", readers, 0) == 1;
+    if (listen.metrics_need_user && listen.users.empty()) section.fail("metrics", "there are no users; name their file");
     return listen;
 }
 

@@ -24,6 +24,12 @@ struct OltSettings {
 struct ListenSettings {
     std::string address = "127.0.0.1";
     uint16_t port = 9911;
+    std::string certificate = {}, key = {}; // files in PEM; both or none
+    bool behind_tls = false;                // a proxy before it encrypts
+    std::vector<std::string> hosts = {};    // names by which browsers know it
+    std::string users = {};                 // file; empty: there are none
+    std::string audit = {};                 // file; empty: in the log
+    bool metrics_need_user = false;
 
     bool operator==(const ListenSettings &) const = default;
 };

@@ -2,22 +2,29 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "daemon/configuration.h"
 #include "daemon/olt.h"
+#include "daemon/web_door.h"
 #include "history/history.h"
-#include "http/server.h"
+#include "web/confirmation.h"
+#include "web/console.h"
+#include "web/event_hub.h"
+#include "web/pending.h"
 
 namespace front
 {
 
-class Front
+class Front : public KnownOlts
 {
 public:
-    // Starts everything. Throws std::runtime_error when something cannot be started.
-    explicit Front(Configuration wanted);
-    ~Front();
+    // Starts everything; the page is what browsers run. Throws std::runtime_error when something cannot be started.
+    Front(Configuration wanted, std::string program_version, std::span<const PageFile> page);
+    ~Front() override;
     Front(const Front &) = delete;
     Front &operator=(const Front &) = delete;
 
@@ -27,24 +34,34 @@ public:
     // Returns whether the thread of each OLT went on not long ago.
     bool is_alive() const;
 
+    std::vector<OltDoor> olts() const override;
+    std::shared_ptr<History> events() const override;
+
 private:
     using Olts = std::vector<std::shared_ptr<Olt>>;
 
-    std::unique_ptr<HttpServer> listen(const std::optional<ListenSettings> &where);
+    std::unique_ptr<WebDoor> listen(const std::optional<ListenSettings> &where);
     void listen_elsewhere(const std::optional<ListenSettings> &where);
+    void stop_listening();
     // Those that are left out end here, while others are answered.
     void replace_olts(Olts others);
     // Collects the OLTs of the configuration. Those that are collected already go on.
     void collect(const Configuration &wanted);
-    OnuDetail onu_detail_now() const;
-    HttpResponse answer(const HttpRequest &request) const;
-    std::vector<OltSnapshot> snapshots() const;
+    void roll_back(const std::string &olt);
+    HttpResponse metrics(const HttpRequest &request) const;
 
+    const std::string version;
+    const std::span<const PageFile> page_files;
+    EventHub hub;
+    Pages pages;
+    Confirmations confirmations;
     mutable std::mutex guard; // held to change what follows, and to read it where requests are answered
     Configuration configuration;
-    std::unique_ptr<History> history;
-    Olts olts;
-    std::unique_ptr<HttpServer> http;
+    std::shared_ptr<History> history;
+    std::shared_ptr<WriteLog> write_log;
+    Olts collected;
+    PendingConfigurations pending;
+    std::unique_ptr<WebDoor> http;
 };
 
 } // namespace front

@@ -5,25 +5,54 @@
 #include <functional>
 
 #include "board/service.h"
+#include "call/exchange.h"
 #include "collector/read_table.h"
 #include "daemon/log.h"
+#include "web/clock.h"
 
 namespace front
 {
 
 Now time_now()
 {
-    using namespace std::chrono;
-    return {.steady = duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count(),
-            .unix_time = duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count()};
+    return {.steady = steady_time_now(), .unix_time = unix_time_now()};
 }
 
-Olt::Olt(const OltSettings &settings, const Configuration &configuration, History &kept)
+namespace
+{
+
+// Calls of clients that are under way at once, and that wait.
+constexpr size_t call_threads = 2, most_calls = 32;
+
+// The collector calls operations that only read.
+class Collecting : public call::Permission
+{
+public:
+    call::Verdict decide(const call::PermissionRequest &) override { return call::Verdict::send; }
+};
+
+std::shared_ptr<const OltState> first_state(const std::string &name, const Limits &limits)
+{
+    auto state = std::make_shared<OltState>();
+    state->name = name;
+    state->limits = limits;
+    return state;
+}
+
+} // namespace
+
+Olt::Olt(const OltSettings &settings, const Configuration &configuration, History &kept, EventHub &event_hub)
     : olt(settings),
       collector(configuration.periods, std::hash<std::string>()(settings.name), time_now),
       history(kept),
+      hub(event_hub),
       watcher(settings.name, configuration.limits, kept.known(settings.name)),
       turn(time_now().steady),
+      workers(std::make_shared<Workers>(call_threads, most_calls,
+                                        [folder = settings.socket_dir] {
+                                            if (!folder.empty()) board_ipc_use_thread_directory(folder.c_str());
+                                        })),
+      state(first_state(settings.name, configuration.limits)),
       thread(&Olt::run, this)
 {
 }
@@ -41,6 +70,9 @@ Olt::~Olt()
 void Olt::run()
 {
     if (!olt.socket_dir.empty()) board_ipc_use_thread_directory(olt.socket_dir.c_str());
+    const call::Sender sender{.doing = "reading tables", .record = nullptr};
+    Collecting permission;
+    const call::Watch watch(sender, permission); // without it nothing is sent
     std::unique_lock lock(guard);
     while (!stopping) {
         lock.unlock();
@@ -76,6 +108,7 @@ void Olt::look()
     Watcher::Found found = watcher.look(*snapshot, time_now().unix_time);
     try {
         history.keep(olt.name, watcher.what_is_known(), found);
+        keep_light(*snapshot);
         history_fails = false;
     } catch (const storage::Error &error) {
         if (!history_fails) log_line(LogLevel::error, "the history cannot be kept: " + std::string(error.what()));
@@ -83,6 +116,35 @@ void Olt::look()
     }
     for (const Event &event : found.events)
         log_line(LogLevel::info, sentence_of(event));
+    publish(snapshot, found);
+}
+
+void Olt::keep_light(const Snapshot &snapshot)
+{
+    const TableState &table = snapshot.state(Table::optics);
+    if (table.generation == light_generation) return;
+    light_generation = table.generation;
+    history.keep_light(olt.name, table.read, rows_of(snapshot.optics));
+}
+
+// What a table shows now is told before the events that follow from it.
+void Olt::publish(std::shared_ptr<const Snapshot> snapshot, const Watcher::Found &found)
+{
+    const std::shared_ptr<const OltState> before = door().state;
+    const bool other_facts = !found.changes.empty() || before->facts_version == 0;
+    const auto made = state_behind(*before, std::move(snapshot), watcher.what_is_known().facts, other_facts);
+    {
+        const std::lock_guard lock(guard);
+        state = made;
+    }
+    hub.tell(*before, *made);
+    hub.tell(found.events);
+}
+
+OltDoor Olt::door() const
+{
+    const std::lock_guard lock(guard);
+    return {state, workers, olt.socket_dir};
 }
 
 } // namespace front

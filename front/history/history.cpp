@@ -15,7 +15,7 @@ namespace
 using storage::Statement;
 
 constexpr int64_t application_id = 0x706f6e66; // "ponf"
-constexpr int64_t version = 1;
+constexpr int64_t version = 2;
 
 constexpr char schema[] =
     "CREATE TABLE event(id INTEGER PRIMARY KEY AUTOINCREMENT, at INTEGER NOT NULL, olt TEXT NOT NULL,"
@@ -25,6 +25,11 @@ constexpr char schema[] =
     " detail TEXT NOT NULL, value TEXT NOT NULL, onu_id INTEGER, cause TEXT NOT NULL, place TEXT NOT NULL,"
     " since INTEGER NOT NULL, PRIMARY KEY(olt, kind, port, mac, detail)) STRICT, WITHOUT ROWID;"
     "CREATE TABLE looked(olt TEXT NOT NULL, kind INTEGER NOT NULL, PRIMARY KEY(olt, kind)) STRICT, WITHOUT ROWID;";
+
+// Version 1 had no light.
+constexpr char schema_of_light[] =
+    "CREATE TABLE light(olt TEXT NOT NULL, at INTEGER NOT NULL, hourly INTEGER NOT NULL, block BLOB NOT NULL,"
+    " PRIMARY KEY(olt, at)) STRICT;";
 
 std::optional<uint32_t> number_or_null(const Statement &row, int column)
 {
@@ -106,13 +111,18 @@ void History::prepare(const std::string &file)
         return statement.row() ? statement.number(0) : 0;
     };
     execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;");
-    if (number("SELECT count(*) FROM sqlite_schema") == 0) {
-        execute((std::string("BEGIN IMMEDIATE; ") + schema + "PRAGMA application_id = " +
+    const auto make = [this](const std::string &tables) {
+        execute(("BEGIN IMMEDIATE; " + tables + schema_of_light + "PRAGMA application_id = " +
                  std::to_string(application_id) + "; PRAGMA user_version = " + std::to_string(version) + "; COMMIT;")
                     .c_str());
+    };
+    if (number("SELECT count(*) FROM sqlite_schema") == 0) {
+        make(schema);
     } else if (number("PRAGMA application_id") != application_id) {
         throw storage::Error("no history of ponfront; name another file");
-    } else if (const int64_t found = number("PRAGMA user_version"); found != version) {
+    } else if (const int64_t found = number("PRAGMA user_version"); found == 1) {
+        make({});
+    } else if (found != version) {
         throw storage::Error("its version is " + std::to_string(found) + ", and this ponfront has version " +
                              std::to_string(version) + "; name another file");
     }
@@ -195,32 +205,38 @@ void History::keep(const std::string &olt, const Known &known, Watcher::Found &f
     }
 }
 
+const char *const History::event_columns =
+    "SELECT id, at, olt, kind, port, count, onu_id, mac, onus, detail, cause, place, measure FROM event";
+
+std::optional<Event> History::event_in(const Statement &row)
+{
+    const std::optional<EventKind> kind = event_kind(row.text(3));
+    if (!kind) return std::nullopt;
+    Event event{.id = static_cast<uint64_t>(row.number(0)),
+                .at = row.number(1),
+                .olt = row.text(2),
+                .kind = *kind,
+                .port = static_cast<uint32_t>(row.number(4)),
+                .count = static_cast<uint32_t>(row.number(5)),
+                .onu_id = number_or_null(row, 6),
+                .mac = row.text(7),
+                .onus = row.text(8),
+                .detail = row.text(9),
+                .cause = row.text(10),
+                .place = row.text(11)};
+    if (!row.is_null(12)) event.measure = row.real(12);
+    return event;
+}
+
 std::vector<Event> History::events(uint64_t behind, size_t most_events, bool last) const
 {
     const std::lock_guard lock(guard);
     std::vector<Event> found;
     Statement select(db.get(),
-                     std::string("SELECT id, at, olt, kind, port, count, onu_id, mac, onus, detail, cause, place,"
-                                 " measure FROM event WHERE id > ? ORDER BY id") +
-                         (last ? " DESC" : "") + " LIMIT ?");
+                     std::string(event_columns) + " WHERE id > ? ORDER BY id" + (last ? " DESC" : "") + " LIMIT ?");
     select.bind(static_cast<int64_t>(std::min<uint64_t>(behind, INT64_MAX))).bind(static_cast<int64_t>(most_events));
-    while (select.row()) {
-        const std::optional<EventKind> kind = event_kind(select.text(3));
-        if (!kind) continue;
-        Event &event = found.emplace_back(Event{.id = static_cast<uint64_t>(select.number(0)),
-                                                .at = select.number(1),
-                                                .olt = select.text(2),
-                                                .kind = *kind,
-                                                .port = static_cast<uint32_t>(select.number(4)),
-                                                .count = static_cast<uint32_t>(select.number(5)),
-                                                .onu_id = number_or_null(select, 6),
-                                                .mac = select.text(7),
-                                                .onus = select.text(8),
-                                                .detail = select.text(9),
-                                                .cause = select.text(10),
-                                                .place = select.text(11)});
-        if (!select.is_null(12)) event.measure = select.real(12);
-    }
+    while (select.row())
+        if (std::optional<Event> event = event_in(select)) found.push_back(std::move(*event));
     if (last) std::ranges::reverse(found);
     return found;
 }

@@ -1,13 +1,22 @@
 #include "http/server.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <condition_variable>
+#include <cstdlib>
 #include <cstring>
+#include <mutex>
+#include <set>
 #include <stdexcept>
 #include <string_view>
+#include <thread>
+#include <utility>
 
-#include <arpa/inet.h>
 #include <microhttpd.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
+
+#include "http/address.h"
+#include "http/workers.h"
+#include "text/words.h"
 
 namespace front
 {
@@ -15,51 +24,33 @@ namespace
 {
 
 constexpr unsigned threads = 2;
-constexpr unsigned most_connections = 128;
-constexpr unsigned idle_limit = 30;                // seconds
-constexpr size_t memory_of_connection = 16 * 1024; // bytes, for all that a client sends before its body
+constexpr size_t memory_of_connection = 32 * 1024; // bytes, for all that a client sends before its body
+constexpr size_t block_of_stream = 16 * 1024;      // bytes
+constexpr size_t most_passed_over = 4;             // so many times the longest body is read before a client is cut off
 
-struct Address {
-    sockaddr_storage storage{};
-    socklen_t length = 0;
+struct Body {
+    std::string own;
+    std::shared_ptr<const std::string> shared;
 };
-
-Address address_of(const std::string &text, uint16_t port)
-{
-    Address address;
-    auto *const four = reinterpret_cast<sockaddr_in *>(&address.storage);
-    auto *const six = reinterpret_cast<sockaddr_in6 *>(&address.storage);
-    if (inet_pton(AF_INET, text.c_str(), &four->sin_addr) == 1) {
-        four->sin_family = AF_INET;
-        four->sin_port = htons(port);
-        address.length = sizeof *four;
-    } else if (inet_pton(AF_INET6, text.c_str(), &six->sin6_addr) == 1) {
-        six->sin6_family = AF_INET6;
-        six->sin6_port = htons(port);
-        address.length = sizeof *six;
-    } else {
-        throw std::runtime_error(text + ": no IPv4 or IPv6 address");
-    }
-    return address;
-}
 
 void drop_body(void *body)
 {
-    delete static_cast<std::string *>(body);
+    delete static_cast<Body *>(body);
 }
 
 MHD_Result send_response(MHD_Connection *connection, HttpResponse response)
 {
     // A body can be long: the library has it until it is sent.
-    auto body = std::make_unique<std::string>(std::move(response.body));
-    MHD_Response *const made =
-        MHD_create_response_from_buffer_with_free_callback_cls(body->size(), body->data(), drop_body, body.get());
+    auto body = std::make_unique<Body>(std::move(response.body), std::move(response.shared));
+    const std::string &text = body->shared ? *body->shared : body->own;
+    MHD_Response *const made = MHD_create_response_from_buffer_with_free_callback_cls(
+        text.size(), const_cast<char *>(text.data()), drop_body, body.get());
     if (!made) return MHD_NO;
     static_cast<void>(body.release());
-    MHD_add_response_header(made, MHD_HTTP_HEADER_CONTENT_TYPE, response.type.c_str());
+    if (!response.type.empty()) MHD_add_response_header(made, MHD_HTTP_HEADER_CONTENT_TYPE, response.type.c_str());
     MHD_add_response_header(made, "X-Content-Type-Options", "nosniff");
-    if (response.status == MHD_HTTP_METHOD_NOT_ALLOWED)
-        MHD_add_response_header(made, MHD_HTTP_HEADER_ALLOW, "GET, HEAD");
+    for (const auto &[name, value] : response.headers)
+        MHD_add_response_header(made, name.c_str(), value.c_str());
     const MHD_Result result = MHD_queue_response(connection, response.status, made);
     MHD_destroy_response(made);
     return result;
@@ -71,61 +62,298 @@ MHD_Result add_to_query(void *query, MHD_ValueKind, const char *name, const char
     return MHD_YES;
 }
 
+// Of a header that is there twice both values count, so that none of them can be passed over.
+MHD_Result add_to_headers(void *headers, MHD_ValueKind, const char *name, const char *value)
+{
+    std::string &kept = (*static_cast<std::map<std::string, std::string> *>(headers))[text::lower_case(name)];
+    kept += (kept.empty() ? "" : ", ") + std::string(value ? value : "");
+    return MHD_YES;
+}
+
+HttpRequest request_of(MHD_Connection *connection, const char *url, const char *method)
+{
+    HttpRequest request{.method = method, .path = url, .peer = {}, .query = {}, .headers = {}, .body = {}};
+    if (request.method == MHD_HTTP_METHOD_HEAD) request.method = MHD_HTTP_METHOD_GET;
+    MHD_get_connection_values(connection, MHD_GET_ARGUMENT_KIND, add_to_query, &request.query);
+    MHD_get_connection_values(connection, MHD_HEADER_KIND, add_to_headers, &request.headers);
+    const MHD_ConnectionInfo *const info = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CLIENT_ADDRESS);
+    if (info && info->client_addr) request.peer = text_of(*info->client_addr);
+    return request;
+}
+
+bool is_longer(const std::string &length, size_t most)
+{
+    return length.size() > 18 || (!length.empty() && std::strtoull(length.c_str(), nullptr, 10) > most);
+}
+
+// An Exchange is a request under way.
+struct Exchange {
+    HttpRequest request;
+    size_t longest_body = 0;
+    size_t received = 0;
+    std::optional<HttpResponse> made; // by a worker
+};
+
 } // namespace
 
+const std::string &HttpRequest::header(const std::string &name) const
+{
+    static const std::string none;
+    const auto found = headers.find(name);
+    return found == headers.end() ? none : found->second;
+}
+
 struct HttpServer::Impl {
-    Handler handler;
+    Impl(HttpSettings wanted, HttpHandler &answers) : settings(std::move(wanted)), handler(answers) {}
+
+    // A Listener is a client that is sent a stream.
+    struct Listener {
+        Impl &server;
+        MHD_Connection *connection;
+        std::unique_ptr<MessageSource> source;
+        std::string text; // that is being sent
+        size_t sent = 0;  // of it
+        bool waits = false, beats = false;
+    };
+
+    const HttpSettings settings; // the library reads its texts
+    HttpHandler &handler;
     MHD_Daemon *daemon = nullptr;
 
-    static MHD_Result answer(void *self, MHD_Connection *connection, const char *url, const char *method, const char *,
-                             const char *, size_t *upload_size, void **context)
+    std::mutex guard; // held by whoever uses the rest
+    std::condition_variable changed;
+    std::set<Listener *> listeners;
+    size_t being_made = 0; // answers, by workers
+    bool stopping = false;
+    std::thread beats;
+
+    static MHD_Result access(void *self, MHD_Connection *connection, const char *url, const char *method, const char *,
+                             const char *upload, size_t *upload_size, void **context)
     {
-        // The library calls once for the head of a request, and again when the whole request is there.
-        static int head_seen;
-        if (!*context) {
-            *context = &head_seen;
-            return MHD_YES;
-        }
-        if (*upload_size > 0) {
-            *upload_size = 0; // nothing that is read takes a body
-            return MHD_YES;
-        }
-        const std::string_view verb = method;
-        if (verb != MHD_HTTP_METHOD_GET && verb != MHD_HTTP_METHOD_HEAD)
-            return send_response(connection, {.status = MHD_HTTP_METHOD_NOT_ALLOWED, .body = "GET it\n"});
-        HttpRequest request{.path = url, .accept = {}, .query = {}};
-        if (const char *accept = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, MHD_HTTP_HEADER_ACCEPT))
-            request.accept = accept;
-        MHD_get_connection_values(connection, MHD_GET_ARGUMENT_KIND, add_to_query, &request.query);
+        auto &server = *static_cast<Impl *>(self);
         try {
-            return send_response(connection, static_cast<Impl *>(self)->handler(request));
+            if (!*context) return server.begin(connection, url, method, context);
+            auto &exchange = *static_cast<Exchange *>(*context);
+            if (*upload_size == 0) return server.finish(connection, exchange);
+            const size_t size = std::exchange(*upload_size, 0);
+            return take(exchange, upload, size) ? MHD_YES : MHD_NO;
         } catch (const std::exception &) {
-            return send_response(connection,
-                                 {.status = MHD_HTTP_INTERNAL_SERVER_ERROR, .body = "it cannot be answered now\n"});
+            return send_response(connection, server.handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR,
+                                                                    "it cannot be answered now"));
         }
+    }
+
+    MHD_Result begin(MHD_Connection *connection, const char *url, const char *method, void **context)
+    {
+        auto exchange = std::make_unique<Exchange>();
+        exchange->request = request_of(connection, url, method);
+        Admission admission = handler.admit(exchange->request);
+        exchange->longest_body = admission.longest_body;
+        *context = exchange.release();
+        const HttpRequest &request = static_cast<Exchange *>(*context)->request;
+        if (admission.refusal) return send_response(connection, std::move(*admission.refusal));
+        if (is_longer(request.header("content-length"), admission.longest_body))
+            return send_response(connection, too_long(admission.longest_body));
+        return MHD_YES;
+    }
+
+    // Takes a part of the body. A body that is too long is read on for a while, because the library answers only behind
+    // it.
+    static bool take(Exchange &exchange, const char *bytes, size_t size)
+    {
+        exchange.received += size;
+        if (exchange.received <= exchange.longest_body)
+            exchange.request.body.append(bytes, size);
+        else
+            exchange.request.body = {};
+        return exchange.received <= most_passed_over * (exchange.longest_body + memory_of_connection);
+    }
+
+    HttpResponse too_long(size_t most)
+    {
+        return handler.refusal(MHD_HTTP_CONTENT_TOO_LARGE,
+                               "the body is longer than " + std::to_string(most) + " bytes, which are taken here");
+    }
+
+    MHD_Result finish(MHD_Connection *connection, Exchange &exchange)
+    {
+        if (exchange.made) return send_response(connection, std::move(*exchange.made));
+        if (exchange.received > exchange.longest_body)
+            return send_response(connection, too_long(exchange.longest_body));
+        HttpAnswer answer = handler.answer(exchange.request);
+        if (auto *response = std::get_if<HttpResponse>(&answer)) return send_response(connection, std::move(*response));
+        if (auto *stream = std::get_if<Stream>(&answer)) return begin_stream(connection, std::move(stream->source));
+        defer(connection, exchange, std::move(std::get<Deferred>(answer)));
+        return MHD_YES;
+    }
+
+    void defer(MHD_Connection *connection, Exchange &exchange, Deferred deferred)
+    {
+        {
+            const std::lock_guard lock(guard);
+            ++being_made;
+        }
+        MHD_suspend_connection(connection);
+        const auto finish_with = [this, connection, &exchange](HttpResponse response) {
+            exchange.made = std::move(response);
+            MHD_resume_connection(connection);
+            const std::lock_guard lock(guard);
+            --being_made;
+            changed.notify_all();
+        };
+        const bool taken = deferred.workers->post([this, finish_with, make = std::move(deferred.make)] {
+            finish_with(made_by(make));
+        });
+        if (!taken)
+            finish_with(handler.refusal(MHD_HTTP_TOO_MANY_REQUESTS, "too much is being done; try again in a moment"));
+    }
+
+    HttpResponse made_by(const std::function<HttpResponse()> &make)
+    {
+        {
+            const std::lock_guard lock(guard);
+            if (stopping) return handler.refusal(MHD_HTTP_SERVICE_UNAVAILABLE, "ponfront ends");
+        }
+        try {
+            return make();
+        } catch (const std::exception &) {
+            return handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR, "it cannot be answered now");
+        }
+    }
+
+    MHD_Result begin_stream(MHD_Connection *connection, std::unique_ptr<MessageSource> source)
+    {
+        auto listener = std::make_unique<Listener>(*this, connection, std::move(source));
+        MHD_Response *const made =
+            MHD_create_response_from_callback(MHD_SIZE_UNKNOWN, block_of_stream, read_stream, listener.get(), end_stream);
+        if (!made) return MHD_NO;
+        {
+            const std::lock_guard lock(guard);
+            listeners.insert(listener.release());
+        }
+        MHD_add_response_header(made, MHD_HTTP_HEADER_CONTENT_TYPE, "text/event-stream");
+        MHD_add_response_header(made, MHD_HTTP_HEADER_CACHE_CONTROL, "no-store");
+        MHD_add_response_header(made, "X-Content-Type-Options", "nosniff");
+        MHD_add_response_header(made, "X-Accel-Buffering", "no");
+        const MHD_Result result = MHD_queue_response(connection, MHD_HTTP_OK, made);
+        MHD_destroy_response(made);
+        return result;
+    }
+
+    // The lock is held from the question until the connection waits, so that nobody wakes it in between, in vain.
+    static ssize_t read_stream(void *of, uint64_t, char *buffer, size_t size)
+    {
+        auto &listener = *static_cast<Listener *>(of);
+        const std::lock_guard lock(listener.server.guard);
+        if (listener.sent == listener.text.size()) {
+            std::optional<std::string> text;
+            if (!listener.server.stopping) text = listener.source->next();
+            if (!text) return MHD_CONTENT_READER_END_OF_STREAM;
+            listener.text = std::move(*text);
+            listener.sent = 0;
+            if (listener.text.empty() && listener.beats) listener.text = ":\n\n";
+            listener.beats = false;
+        }
+        if (listener.text.empty()) {
+            listener.waits = true;
+            MHD_suspend_connection(listener.connection);
+            return 0;
+        }
+        const size_t count = std::min(size, listener.text.size() - listener.sent);
+        std::memcpy(buffer, listener.text.data() + listener.sent, count);
+        listener.sent += count;
+        return static_cast<ssize_t>(count);
+    }
+
+    static void end_stream(void *of)
+    {
+        auto *const listener = static_cast<Listener *>(of);
+        {
+            const std::lock_guard lock(listener->server.guard);
+            listener->server.listeners.erase(listener);
+        }
+        delete listener;
+    }
+
+    static void forget(void *, MHD_Connection *, void **context, MHD_RequestTerminationCode)
+    {
+        delete static_cast<Exchange *>(std::exchange(*context, nullptr));
+    }
+
+    // The lock must be held.
+    void wake(bool beat)
+    {
+        for (Listener *listener : listeners) {
+            listener->beats |= beat;
+            if (std::exchange(listener->waits, false)) MHD_resume_connection(listener->connection);
+        }
+    }
+
+    void beat_every(std::chrono::milliseconds span)
+    {
+        std::unique_lock lock(guard);
+        while (!changed.wait_for(lock, span, [this] { return stopping; }))
+            wake(true);
+    }
+
+    void stop()
+    {
+        std::unique_lock lock(guard);
+        stopping = true;
+        wake(false);
+        changed.notify_all();
+        changed.wait(lock, [this] { return being_made == 0; });
+        lock.unlock();
+        if (beats.joinable()) beats.join();
+        if (daemon) MHD_stop_daemon(daemon);
     }
 };
 
-HttpServer::HttpServer(const std::string &address, uint16_t port, Handler handler) : impl(std::make_unique<Impl>())
+HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler)
+    : impl(std::make_unique<Impl>(wanted, handler))
 {
-    impl->handler = std::move(handler);
-    Address at = address_of(address, port);
-    const unsigned family = at.storage.ss_family == AF_INET6 ? MHD_USE_IPv6 : MHD_NO_FLAG;
-    impl->daemon =
-        MHD_start_daemon(family | MHD_USE_AUTO_INTERNAL_THREAD, port, nullptr, nullptr, &Impl::answer, impl.get(),
-                         MHD_OPTION_SOCK_ADDR, reinterpret_cast<sockaddr *>(&at.storage), MHD_OPTION_THREAD_POOL_SIZE,
-                         threads, MHD_OPTION_CONNECTION_LIMIT, most_connections, MHD_OPTION_CONNECTION_TIMEOUT,
-                         idle_limit, MHD_OPTION_CONNECTION_MEMORY_LIMIT, memory_of_connection, MHD_OPTION_END);
+    const HttpSettings &settings = impl->settings;
+    SocketAddress at = address_of(settings.address, settings.port);
+    const bool encrypted = !settings.certificate.empty();
+    unsigned flags = MHD_USE_EPOLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME;
+    if (at.storage.ss_family == AF_INET6) flags |= MHD_USE_IPv6;
+    if (encrypted) flags |= MHD_USE_TLS;
+    std::vector<MHD_OptionItem> options;
+    const auto add = [&options](MHD_OPTION option, intptr_t number, void *pointer = nullptr) {
+        options.push_back({option, number, pointer});
+    };
+    add(MHD_OPTION_SOCK_ADDR, 0, &at.storage);
+    add(MHD_OPTION_THREAD_POOL_SIZE, threads);
+    add(MHD_OPTION_CONNECTION_LIMIT, settings.most_connections);
+    add(MHD_OPTION_PER_IP_CONNECTION_LIMIT, settings.most_of_an_address);
+    add(MHD_OPTION_CONNECTION_TIMEOUT, settings.idle_limit);
+    add(MHD_OPTION_CONNECTION_MEMORY_LIMIT, static_cast<intptr_t>(memory_of_connection));
+    if (encrypted) {
+        add(MHD_OPTION_HTTPS_MEM_CERT, 0, const_cast<char *>(settings.certificate.c_str()));
+        add(MHD_OPTION_HTTPS_MEM_KEY, 0, const_cast<char *>(settings.key.c_str()));
+    }
+    add(MHD_OPTION_END, 0);
+    errno = 0;
+    impl->daemon = MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::access, impl.get(),
+                                    MHD_OPTION_NOTIFY_COMPLETED, &Impl::forget, impl.get(), MHD_OPTION_ARRAY,
+                                    options.data(), MHD_OPTION_END);
     if (!impl->daemon)
-        throw std::runtime_error("cannot listen on " + address + " port " + std::to_string(port) + ": " +
-                                 std::strerror(errno));
+        throw std::runtime_error("cannot listen on " + settings.address + " port " + std::to_string(settings.port) +
+                                 ": " + (errno ? std::strerror(errno) : "the certificate or its key cannot be used"));
     const MHD_DaemonInfo *const info = MHD_get_daemon_info(impl->daemon, MHD_DAEMON_INFO_BIND_PORT);
-    bound = info ? info->port : port;
+    bound = info ? info->port : settings.port;
+    impl->beats = std::thread([server = impl.get(), span = settings.beat] { server->beat_every(span); });
 }
 
 HttpServer::~HttpServer()
 {
-    MHD_stop_daemon(impl->daemon);
+    impl->stop();
+}
+
+void HttpServer::wake_streams()
+{
+    const std::lock_guard lock(impl->guard);
+    impl->wake(false);
 }
 
 } // namespace front

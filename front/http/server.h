@@ -1,40 +1,38 @@
-// A server of HTTP for browsers and monitoring systems. Encryption, and who may ask, are left to a proxy before it.
+// A server of HTTP for browsers, scripts and monitoring systems.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <memory>
 #include <string>
+
+#include "http/message.h"
 
 namespace front
 {
 
-struct HttpRequest {
-    std::string path;
-    std::string accept;                       // the media types that the client takes
-    std::map<std::string, std::string> query; // behind the path
-};
-
-struct HttpResponse {
-    unsigned status = 200;
-    std::string type = "text/plain; charset=utf-8";
-    std::string body = {};
+struct HttpSettings {
+    std::string address = "127.0.0.1"; // IPv4 or IPv6
+    uint16_t port = 0;                 // 0: a free one
+    std::string certificate, key;      // in PEM; both or none
+    unsigned most_connections = 1024, most_of_an_address = 512;
+    unsigned idle_limit = 30;              // seconds without a byte, after which a connection ends
+    std::chrono::milliseconds beat{15000}; // streams say at least so often that they live
 };
 
 class HttpServer
 {
 public:
-    using Handler = std::function<HttpResponse(const HttpRequest &)>;
-
-    // Listens on an IPv4 or IPv6 address and a port; 0 takes a free one. Requests to read something are answered by the
-    // handler, which several threads call at once. Throws std::runtime_error when it cannot listen.
-    HttpServer(const std::string &address, uint16_t port, Handler handler);
-    ~HttpServer();
+    // The handler must outlive the server. Throws std::runtime_error when it cannot listen.
+    HttpServer(const HttpSettings &wanted, HttpHandler &handler);
+    ~HttpServer(); // waits for answers that are being made
     HttpServer(const HttpServer &) = delete;
     HttpServer &operator=(const HttpServer &) = delete;
 
     uint16_t port() const { return bound; }
+    // Has every stream look for what there is to send. Any thread may call this, while it holds nothing that a stream's
+    // source needs.
+    void wake_streams();
 
 private:
     struct Impl;

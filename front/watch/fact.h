@@ -61,6 +61,9 @@ struct Limits {
     bool operator==(const Limits &) const = default;
 };
 
+// Returns what the fact that an alarm is active is about.
+FactKey key_of(const view::onu_alarm &alarm);
+
 // Returns the facts of one kind that a snapshot shows. What is not measured now is as it was before.
 Facts facts_of(FactKind kind, const Snapshot &snapshot, const Facts &before, const Limits &limits);
 

@@ -51,13 +51,10 @@ void add_alarms(Facts &facts, const Snapshot &snapshot)
 {
     for (const view::onu_alarm &alarm : rows_of(snapshot.alarms)) {
         if (alarm.state != "active") continue;
-        const bool of_port = !alarm.mac;
-        // Two uplinks, or two UNI ports, differ in the place alone.
-        const std::string_view place = alarm.place.value_or("");
-        std::string detail(alarm.name);
-        if ((of_port && alarm.pon_port == 0) || alarm.name == "uni_loop") detail.append(" ").append(place);
-        facts[{FactKind::alarm, alarm.pon_port, text_of(alarm.mac), detail}] = {
-            .value = "active", .onu_id = alarm.onu_id, .cause = std::string(alarm.cause), .place = std::string(place)};
+        facts[key_of(alarm)] = {.value = "active",
+                                .onu_id = alarm.onu_id,
+                                .cause = std::string(alarm.cause),
+                                .place = std::string(alarm.place.value_or(""))};
     }
 }
 
@@ -100,6 +97,14 @@ void add_modules(Facts &facts, const Snapshot &snapshot)
 }
 
 } // namespace
+
+FactKey key_of(const view::onu_alarm &alarm)
+{
+    // Two uplinks, or two UNI ports, differ in the place alone.
+    std::string detail(alarm.name);
+    if ((!alarm.mac && alarm.pon_port == 0) || alarm.name == "uni_loop") detail.append(" ").append(alarm.place.value_or(""));
+    return {FactKind::alarm, alarm.pon_port, text_of(alarm.mac), detail};
+}
 
 Facts facts_of(FactKind kind, const Snapshot &snapshot, const Facts &before, const Limits &limits)
 {

@@ -17,7 +17,7 @@
 #include "call/invocation.h"
 #include "cli/program.h"
 #include "cli/state_folder.h"
-#include "configuration/difference.h"
+#include "configuration/olt.h"
 #include "configuration/new_file.h"
 #include "configuration/pending.h"
 #include "output/consent.h"
@@ -34,27 +34,11 @@ namespace ponctl
 namespace
 {
 
+using namespace config;
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr size_t data_out = 1; // the argument through which the configuration is read
 constexpr uint32_t longest_wait = 86400;
-
-std::string action(const char *command)
-{
-    return "action=" + std::to_string(catalogue::find_command(command)->code);
-}
-
-void append(Bytes &bytes, uint32_t word)
-{
-    const auto *start = reinterpret_cast<const uint8_t *>(&word);
-    bytes.insert(bytes.end(), start, start + sizeof word);
-}
-
-Invocation read_from_olt()
-{
-    return {"bsp_profile_exec_get_cfgwr", {action("BSP_CMD_CONFIG_READ")}, consent()};
-}
 
 std::string contents_of(const std::string &file)
 {
@@ -66,9 +50,9 @@ std::string contents_of(const std::string &file)
 ExitCode run_config_save(const Output &output, const std::string &file)
 {
     if (file.empty()) throw UsageError("FILE: empty");
-    const Invocation called = read_from_olt();
+    const Invocation called = read_from_olt(consent());
     if (!called.good() || mode().dry_run) return report(called);
-    const std::string_view text = called.text(data_out);
+    const std::string_view text = text_in(called);
     if (file != "-") {
         const std::string problem = replace_file(file, text);
         if (!problem.empty()) complain(problem);
@@ -84,24 +68,11 @@ ExitCode run_config_save(const Output &output, const std::string &file)
 // Has the OLT become the one of this text. `name` says where the text is from.
 ExitCode load(const std::string &name, const std::string &text)
 {
-    constexpr size_t longest_part = 4048;
-    const text::Sha256 digest = text::sha256(text);
-    for (size_t offset = 0; offset < text.size(); offset += longest_part) {
-        const size_t length = std::min(longest_part, text.size() - offset);
-        Bytes part;
-        append(part, static_cast<uint32_t>(offset));
-        append(part, static_cast<uint32_t>(text.size()));
-        append(part, static_cast<uint32_t>(length));
-        part.insert(part.end(), digest.begin(), digest.end());
-        const auto start = text.begin() + static_cast<ptrdiff_t>(offset);
-        part.insert(part.end(), start, start + static_cast<ptrdiff_t>(length));
-        const Invocation sent("bsp_profile_exec_set",
-                              {action("BSP_CMD_CONFIG_LOAD_PART"), "buf=hex:" + text::to_hex(part)}, consent());
-        if (!sent.good()) return report(sent, name + ": ");
-    }
-    return report(Invocation("bsp_profile_exec_set", {action("BSP_CMD_CONFIG_LOAD"), "buf=hex:" + text::to_hex(digest)},
-                             consent()),
-                  name + ": ");
+    ExitCode code = exit_success;
+    load_into_olt(text, consent(), [&](const Invocation &sent, bool last) {
+        if (!sent.good() || last) code = report(sent, name + ": ");
+    });
+    return code;
 }
 
 ExitCode run_config_load(const Output &, const std::string &file)
@@ -163,10 +134,10 @@ struct Source {
 // Reads the configuration of the OLT.
 Source own_configuration(std::string *text = nullptr)
 {
-    const Invocation called = read_from_olt();
+    const Invocation called = read_from_olt(consent());
     if (!called.good()) return {report(called)};
     expect_answer(called);
-    const std::string read(called.text(data_out));
+    const std::string read(text_in(called));
     if (text) *text = read;
     return {exit_success, Configuration("the OLT", read)};
 }
@@ -212,16 +183,6 @@ ExitCode run_config_show(const Output &output, const std::string &name)
     return exit_success;
 }
 
-// Returns what the OLT is to have when it gets a configuration. The ONUs are asked about only where it is about some.
-Fitted fitted_to_olt(const Configuration &own, const Configuration &wanted)
-{
-    const bool is_about_onus = std::ranges::any_of(wanted.rows, [&wanted](const ConfigRow &row) {
-        const ConfigTable &table = wanted.tables.at(row.table);
-        return !key_cell_text(table, row, "mac").empty() && !settings_of(table, row).empty();
-    });
-    return fitted(own, wanted, is_about_onus ? abilities_of_onus() : AbilitiesOfOnus());
-}
-
 void print_differences(const Output &output, const std::vector<ConfigDifference> &different)
 {
     if (output.format != Format::json) {
@@ -258,7 +219,7 @@ ExitCode diff_what_fits(const Output &output, const std::string &name)
 {
     const Source wanted = source_of(name), own = own_configuration();
     if (!wanted.configuration || !own.configuration) return std::max(wanted.code, own.code);
-    const Fitted fits = fitted_to_olt(*own.configuration, *wanted.configuration);
+    const Fitted fits = fitted_to_olt(*own.configuration, *wanted.configuration, looking());
     for (const std::string &what : fits.left_out)
         note(name + ": does not fit: " + what);
     const Configuration fitting(name, text_of(own.configuration->first_line, fits.rows));
@@ -377,7 +338,7 @@ ExitCode run_config_apply(const Output &output, const ApplyOptions &options)
     std::string before;
     const Source own = own_configuration(&before);
     if (!own.configuration) return own.code;
-    const Fitted fits = fitted_to_olt(*own.configuration, wanted);
+    const Fitted fits = fitted_to_olt(*own.configuration, wanted, looking());
     const std::string text = text_of(own.configuration->first_line, fits.rows);
     const auto different = differences(*own.configuration, Configuration(options.file, text));
     report_left_out(options, *own.configuration, wanted, fits.left_out);

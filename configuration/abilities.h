@@ -6,9 +6,10 @@
 #include <string>
 #include <utility>
 
+#include "call/permission.h"
 #include "configuration/configuration.h"
 
-namespace ponctl
+namespace config
 {
 
 // The Abilities are those of one ONU, as its OLT says them.
@@ -28,10 +29,10 @@ struct Abilities {
 using AbilitiesOfOnus = std::map<std::pair<uint32_t, std::string>, Abilities>;
 
 // Asks the OLT what its ONUs are able to. What cannot be learnt is left out, and then is not checked.
-AbilitiesOfOnus abilities_of_onus();
+AbilitiesOfOnus abilities_of_onus(call::Permission &permission);
 
 // Returns why the ONU that a row is about cannot have what the row configures. The text is empty when it can, and when
 // the OLT does not know the ONU.
 std::string misfit_of(const AbilitiesOfOnus &onus, const ConfigTable &table, const ConfigRow &row);
 
-} // namespace ponctl
+} // namespace config

@@ -7,7 +7,7 @@
 #include "configuration/abilities.h"
 #include "configuration/configuration.h"
 
-namespace ponctl
+namespace config
 {
 
 // A ConfigDifference is a setting that is not the same in two configurations. A value is empty where nothing is set.
@@ -29,4 +29,4 @@ struct Fitted {
 // What an OLT cannot have stays as it is there. `onus` are the ONUs of the OLT, as far as they are known.
 Fitted fitted(const Configuration &own, const Configuration &wanted, const AbilitiesOfOnus &onus);
 
-} // namespace ponctl
+} // namespace config

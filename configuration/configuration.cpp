@@ -7,7 +7,7 @@
 #include "text/json.h"
 #include "text/words.h"
 
-namespace ponctl
+namespace config
 {
 namespace
 {
@@ -346,4 +346,4 @@ std::map<ConfigPlace, ConfigSetting> settings_of(const Configuration &configurat
     return settings;
 }
 
-} // namespace ponctl
+} // namespace config

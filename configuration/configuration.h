@@ -10,10 +10,13 @@
 #include <variant>
 #include <vector>
 
-#include "output/exit_code.h"
+#include "call/codec/errors.h"
 
-namespace ponctl
+namespace config
 {
+
+// Errors and values are those of the call library.
+using namespace call;
 
 struct ConfigBytes {
     std::string bytes;
@@ -86,4 +89,4 @@ std::string_view command_name_of(const ConfigTable &table, const ConfigRow &row)
 // Returns a row's key as people write it: "1/5" for an ONU.
 std::string key_text(const ConfigTable &table, const ConfigRow &row);
 
-} // namespace ponctl
+} // namespace config

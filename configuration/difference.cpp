@@ -6,7 +6,7 @@
 
 #include "text/number.h"
 
-namespace ponctl
+namespace config
 {
 namespace
 {
@@ -192,4 +192,4 @@ Fitted fitted(const Configuration &own, const Configuration &wanted, const Abili
     return result;
 }
 
-} // namespace ponctl
+} // namespace config

@@ -7,10 +7,9 @@
 
 #include "board/datastore.h"
 #include "call/invocation.h"
-#include "output/consent.h"
 #include "text/number.h"
 
-namespace ponctl
+namespace config
 {
 namespace
 {
@@ -104,11 +103,11 @@ bool is_of_uni_port(std::string_view command)
 
 } // namespace
 
-AbilitiesOfOnus abilities_of_onus()
+AbilitiesOfOnus abilities_of_onus(call::Permission &permission)
 {
     AbilitiesOfOnus onus;
     std::map<std::pair<uint32_t, uint32_t>, Abilities *> by_id;
-    const Invocation listed("bsp_pon_get_onu_cap_snmp", {}, looking());
+    const Invocation listed("bsp_pon_get_onu_cap_snmp", {}, permission);
     const db_handle *database = listed.good() ? listed.database() : nullptr;
     std::set<uint32_t> ports;
     for (uint32_t row = 0; database && row < db_rows(database); ++row) {
@@ -129,7 +128,7 @@ AbilitiesOfOnus abilities_of_onus()
         ports.insert(port);
     }
     for (const uint32_t port : ports) {
-        const Invocation gateways("bsp_pon_onu_ctc_get_wlantab", {"pon_port=" + std::to_string(port)}, looking());
+        const Invocation gateways("bsp_pon_onu_ctc_get_wlantab", {"pon_port=" + std::to_string(port)}, permission);
         const db_handle *table = gateways.good() ? gateways.database() : nullptr;
         for (uint32_t row = 0; table && row < db_rows(table); ++row)
             if (const auto onu = by_id.find({port, number_in(table, row, "onu_id")}); onu != by_id.end())
@@ -154,4 +153,4 @@ std::string misfit_of(const AbilitiesOfOnus &onus, const ConfigTable &table, con
     return {};
 }
 
-} // namespace ponctl
+} // namespace config

@@ -1,0 +1,11 @@
+// The interface below /api/v1 as a document of OpenAPI 3.1, made of the routes and of the catalogue.
+#pragma once
+
+#include <string>
+
+namespace front
+{
+
+const std::string &openapi_text();
+
+} // namespace front
