@@ -13,7 +13,7 @@ import tempfile
 import unittest
 
 from browser import Browser
-from service import Service, patiently
+from service import PASSWORD, Service, patiently
 
 SCREENS = {
     "overview": "/",
@@ -27,7 +27,12 @@ SCREENS = {
     "configuration": "/olts/campus/configuration",
     "events": "/events",
 }
-SIZES = {"phone": (360, 740), "desk": (1366, 768), "wall": (3840, 2160)}
+LOOKS = {
+    "phone": (360, 740, "light"),
+    "desk": (1366, 768, "light"),
+    "desk-dark": (1366, 768, "dark"),
+    "wall-dark": (3840, 2160, "dark"),
+}
 MARKUP = '<img src="x" onerror="document.title=1">'
 
 
@@ -87,7 +92,7 @@ class Console(unittest.TestCase):
         browser.go("/olts/campus/onus/1/2")
         browser.sees("Your session has ended")
         browser.type("User", "read")
-        browser.type("Password", "correct horse")
+        browser.type("Password", PASSWORD)
         browser.press("Log in")
         browser.sees("ONU 1/2")
 
@@ -256,17 +261,16 @@ class Console(unittest.TestCase):
         browser.type("Words", "office 1/1")
         browser.sees(f" of {count} ONUs")
 
-    def test_every_screen_keeps_the_rules_at_every_size(self) -> None:
+    def test_every_screen_keeps_the_rules(self) -> None:
         browser = self.as_operator()
-        for size, (width, height) in SIZES.items():
+        for look in LOOKS:
             for name, place in SCREENS.items():
-                for colours in ("light", "dark"):
-                    with self.subTest(screen=name, size=size, colours=colours):
-                        browser.look(width, height, colours)
-                        browser.go(place)
-                        patiently(lambda: browser.run("return !document.querySelector('.loading')"))
-                        self.assertEqual(browser.broken_rules(), [])
-                        browser.picture(f"{name}-{size}-{colours}")
+                with self.subTest(screen=name, look=look):
+                    browser.look(*LOOKS[look])
+                    browser.go(place)
+                    patiently(lambda: browser.run("return !document.querySelector('.loading, .starting')"))
+                    self.assertEqual(browser.broken_rules(), [])
+                    browser.picture(f"{name}-{look}")
 
 
 if __name__ == "__main__":

@@ -44,11 +44,12 @@ class Service:
         self.programs = programs
         self.folder = folder
         self.scenario = scenario
+        self.port = 0
+        self.write_configuration()
         for role in ("read", "write", "service-affecting"):
-            words = [programs["ponfront"], "user", "add", role, "--role", role, "--file", f"{folder}/users"]
+            words = [programs["ponfront"], "--config", f"{folder}/front.toml", "user", "add", role, "--role", role]
             subprocess.run(words, input=f"{PASSWORD}\n", text=True, check=True, capture_output=True)
         self.olt = self.started_olt()
-        self.port = 0
         self.front = self.started_front()
 
     def started_olt(self) -> Process:
@@ -57,7 +58,7 @@ class Service:
             words += ["--scenario", self.scenario]
         return Process(words, self.folder / "ponsim.log", "serving")
 
-    def started_front(self) -> Process:
+    def write_configuration(self) -> None:
         (self.folder / "front.toml").write_text(
             f'[[olt]]\nname = "campus"\nsocket_dir = "{self.folder}/ipc"\n'
             "[periods]\nonus = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
@@ -65,6 +66,10 @@ class Service:
             f'[http]\nlisten = "127.0.0.1:{self.port}"\nusers = "{self.folder}/users"\naudit = "{self.folder}/audit"\n',
             encoding="utf-8",
         )
+
+    def started_front(self) -> Process:
+        """Starts the daemon, at the port that it had before."""
+        self.write_configuration()
         words = [self.programs["ponfront"], "--config", f"{self.folder}/front.toml"]
         front = Process(words, self.folder / "front.log", "listening")
         found = re.search(r"listening on .* port (\d+)", front.log.read_text(encoding="utf-8"))

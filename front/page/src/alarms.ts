@@ -4,7 +4,7 @@ import { may } from "./api";
 import { change } from "./dialog";
 import type { Alarm } from "./model";
 import { age, plural, text } from "./format";
-import { badge, choice, input, row_link, loading, problem } from "./parts";
+import { awaited_screen, badge, choice, input, row_link } from "./parts";
 import { to_onu, to_port } from "./place";
 import { use } from "./store";
 import { Column, Sorting, Table } from "./table";
@@ -70,7 +70,7 @@ export const AlarmsScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) => 
     return {
         view: () => {
             const alarms = use<{ alarms: Alarm[] }>(`/olts/${encodeURIComponent(olt)}/alarms`, ["alarms"]);
-            if (!alarms.value) return alarms.error ? problem(alarms.error, () => void alarms.refresh()) : loading("alarms", 10);
+            if (!alarms.value) return awaited_screen(alarms, `Alarms of ${olt}`);
             const all = alarms.value.alarms;
             const shown = wanted(all);
             return m(

@@ -4,7 +4,7 @@ import { ApiError, get, may, post, segment, send } from "./api";
 import { changes_table, confirmed, tell } from "./dialog";
 import type { Difference } from "./model";
 import { clock, plural, span, text } from "./format";
-import { badge, button, choice, input, loading, nothing, panel, problem } from "./parts";
+import { awaited, badge, button, choice, input, nothing, panel, problem } from "./parts";
 import { use } from "./store";
 import { Column, Sorting, Table } from "./table";
 
@@ -184,9 +184,7 @@ export const ConfigurationScreen: m.Closure<{ olt: string }> = ({ attrs: { olt }
                 panel(
                     ["Settings", all && m("span.count", all.length)],
                     !all
-                        ? asked.error
-                            ? problem(asked.error, () => void asked.refresh())
-                            : loading("the configuration")
+                        ? awaited(asked, "the configuration")
                         : all.length === 0
                         ? nothing("Nothing is configured.")
                         : [

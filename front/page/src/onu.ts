@@ -7,7 +7,7 @@ import { age, count, moment_and_age, rate, text, whole, words } from "./format";
 import { onu_tables } from "./onus";
 import { OnuLight } from "./onu_light";
 import { OnuUnis } from "./onu_unis";
-import { badge, button, columns, facts, input, link, loading, nothing, panel, problem, state_badge } from "./parts";
+import { awaited_screen, badge, button, columns, facts, input, link, nothing, panel, problem, state_badge } from "./parts";
 import { to_olt, to_port } from "./place";
 import { use } from "./store";
 import { timeline } from "./timeline";
@@ -149,7 +149,7 @@ export const OnuScreen: m.Closure<Given> = ({ attrs: { olt, port, id } }) => {
     return {
         view: () => {
             const detail = use<OnuDetail>(path, [...onu_tables, "stats", "unis", "loops"]);
-            if (!detail.value) return detail.error ? problem(detail.error, () => void detail.refresh()) : loading(name, 10);
+            if (!detail.value) return awaited_screen(detail, `${name} of ${olt}`);
             const known = detail.value;
             if (known.stats && known.stats !== last) {
                 before = last;

@@ -4,7 +4,7 @@ import type { Row as Point } from "dygraphs/dygraph.min.js";
 import { Chart } from "./chart";
 import type { Columns, LightLimit, OnuDetail } from "./model";
 import { age, power } from "./format";
-import { badge, loading, nothing, panel, problem } from "./parts";
+import { awaited, badge, nothing, panel } from "./parts";
 import { use } from "./store";
 
 const spans: [string, number][] = [
@@ -52,7 +52,7 @@ export const OnuLight: m.Closure<{ detail: OnuDetail; port: number; id: number }
 
     function over_time(limits: OnuDetail["light"]["limits"]): m.Children {
         const table = use<Columns>(path, ["optics"]);
-        if (!table.value) return table.error ? problem(table.error, () => void table.refresh()) : loading("light over time", 5);
+        if (!table.value) return awaited(table, "light over time", 5);
         const points = points_of(table.value);
         if (points.length === 0) return nothing("No light was measured yet. A value is kept every 5 minutes.");
         const end = Math.max(Date.now(), (points[points.length - 1] as Point)[0].getTime());

@@ -2,7 +2,7 @@
 import m from "mithril";
 import { Columns, Onu, onus_of } from "./model";
 import { age, plural, power, text } from "./format";
-import { badge, choice, input, row_link, loading, problem, state_badge } from "./parts";
+import { awaited_screen, badge, choice, input, row_link, state_badge } from "./parts";
 import { to_onu } from "./place";
 import { use } from "./store";
 import { Column, Sorting, Table } from "./table";
@@ -138,7 +138,7 @@ export const Onus: m.Closure<Given> = ({ attrs: first }) => {
     return {
         view: ({ attrs }) => {
             const table = use<Columns>(`/olts/${encodeURIComponent(attrs.olt)}/onus`, onu_tables);
-            if (!table.value) return table.error ? problem(table.error, () => void table.refresh()) : loading("ONUs", 12);
+            if (!table.value) return awaited_screen(table, `ONUs of ${attrs.olt}`);
             const all = onus_of(table.value);
             const shown = wanted(all);
             return m(

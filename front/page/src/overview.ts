@@ -2,7 +2,7 @@
 import m from "mithril";
 import type { Alarm, Olt, Port } from "./model";
 import { plural, rate, span, text, whole } from "./format";
-import { badge, link, loading, nothing, panel, problem } from "./parts";
+import { awaited, awaited_screen, badge, link, nothing, panel } from "./parts";
 import { olt_tables, to_olt, to_port } from "./place";
 import { use } from "./store";
 import { lost, Wrong, worst_first, wrong_list, wrong_of } from "./wrong";
@@ -76,15 +76,13 @@ function olt_panel(olt: Olt): m.Vnode {
         ),
         ports.value
             ? m(".tiles", ports.value.ports.map((port) => tile(olt.name, port)))
-            : ports.error
-            ? problem(ports.error, () => void ports.refresh())
-            : loading("ports", 2),
+            : awaited(ports, "ports", 2),
     );
 }
 
 export function overview(): m.Children {
     const olts = use<{ olts: Olt[] }>("/olts", olt_tables);
-    if (!olts.value) return olts.error ? problem(olts.error, () => void olts.refresh()) : loading("OLTs", 8);
+    if (!olts.value) return awaited_screen(olts, "Overview");
     const all = olts.value.olts;
     if (all.length === 0) return nothing("No OLT is configured. ponfront.toml(5) says how to name them.");
     return [

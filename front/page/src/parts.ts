@@ -71,6 +71,16 @@ export function problem(error: Error, retry?: () => void): m.Vnode {
     );
 }
 
+// Stands where something will be that was not read yet, or cannot be read.
+export function awaited(resource: { error: Error | undefined; refresh: () => Promise<void> }, what: string, lines = 4): m.Vnode {
+    if (resource.error) return problem(resource.error, () => void resource.refresh());
+    return loading(what, lines);
+}
+// The same in place of a whole screen, which has its heading already.
+export function awaited_screen(resource: { error: Error | undefined; refresh: () => Promise<void> }, title: string): m.Children {
+    return [m("h1.hidden", title), awaited(resource, title, 10)];
+}
+
 export function link(to: string, label: m.Children, selector = ""): m.Vnode {
     return m(`a${selector}`, { href: `#${to}` }, label);
 }

@@ -5,7 +5,7 @@ import { age, count, id_set, moment, octets, plural, power, rate, text, whole, w
 import { histogram } from "./histogram";
 import { live } from "./live";
 import { onu_columns, onu_tables } from "./onus";
-import { badge, columns, facts, link, loading, nothing, panel, problem } from "./parts";
+import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel } from "./parts";
 import { olt_tables, to_olt, to_onu, to_port } from "./place";
 import { use } from "./store";
 import { Sorting, Table } from "./table";
@@ -192,7 +192,7 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
             const onus = use<Columns>(`${base}/onus?port=${number}`, onu_tables);
             const alarms = use<{ alarms: Alarm[] }>(`${base}/alarms`, ["alarms"]);
             const events = use<{ events: PonEvent[] }>(`/events?olt=${encodeURIComponent(olt)}&port=${number}&limit=30`);
-            if (!port.value) return port.error ? problem(port.error, () => void port.refresh()) : loading(`port ${number}`, 10);
+            if (!port.value) return awaited_screen(port, `Port ${number} of ${olt}`);
             follow(port.value.counters);
             const all = onus.value ? onus_of(onus.value) : undefined;
             const wrong = worst_first(wrong_of(olt, (alarms.value?.alarms ?? []).filter(({ pon_port }) => pon_port === number)));
@@ -210,7 +210,7 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
                     [light(all), panel("Traffic", traffic(port.value, before))],
                     [module_panel(port.value)],
                 ),
-                panel("ONUs", all ? onu_table(all) : onus.error ? problem(onus.error) : loading("ONUs")),
+                panel("ONUs", all ? onu_table(all) : awaited(onus, "ONUs")),
             ];
         },
     };

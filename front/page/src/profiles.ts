@@ -2,7 +2,7 @@
 import m from "mithril";
 import type { Row } from "./model";
 import { text, words } from "./format";
-import { button, loading, nothing, panel, problem } from "./parts";
+import { awaited_screen, button, nothing, panel } from "./parts";
 import { use } from "./store";
 
 const kinds: [string, string][] = [
@@ -40,7 +40,7 @@ function table(rows: Row[]): m.Vnode {
 
 export function profiles(olt: string): m.Children {
     const asked = use<Record<string, Row[] | null>>(`/olts/${encodeURIComponent(olt)}/profiles`);
-    if (!asked.value) return asked.error ? problem(asked.error, () => void asked.refresh()) : loading("profiles", 8);
+    if (!asked.value) return awaited_screen(asked, `Profiles of ${olt}`);
     const all = asked.value;
     return [
         m(".title", m("h1", "Profiles", m("span.muted", ` of ${olt}`)), button("Read again", () => void asked.refresh(), { class: "small" })),

@@ -5,7 +5,7 @@ import { change } from "./dialog";
 import { Columns, Onu, onus_of, Row } from "./model";
 import { octets, plural, text, words } from "./format";
 import { onu_tables } from "./onus";
-import { badge, button, choice, input, row_link, loading, nothing, panel, problem, Tone } from "./parts";
+import { awaited, badge, button, choice, input, nothing, panel, row_link, Tone } from "./parts";
 import { to_onu } from "./place";
 import { refresh_path, use } from "./store";
 import { Column, Sorting, Table } from "./table";
@@ -112,15 +112,13 @@ export const UpgradesScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) =
                 m(".title", m("h1", "Upgrades", m("span.muted", ` of ${olt}`)), button("Read firmware again", () => refresh_path(`${base}/profiles`), { class: "small" })),
                 m(
                     ".columns",
-                    profiles.value ? types_panel(types) : profiles.error ? problem(profiles.error, () => void profiles.refresh()) : loading("firmware"),
+                    profiles.value ? types_panel(types) : awaited(profiles, "firmware"),
                     may("service-affecting") && types && types.length > 0 && start_panel(types),
                 ),
                 panel(
                     ["Runs", m("span.muted.about", { role: "status" }, plural(runs.filter((onu) => !["done", "failed"].includes(onu.upgrade_run ?? "")).length, "ONU"), " under way")],
                     !table.value
-                        ? table.error
-                            ? problem(table.error, () => void table.refresh())
-                            : loading("runs")
+                        ? awaited(table, "runs")
                         : m(Table<Onu>, {
                               label: "Upgrade runs",
                               columns,

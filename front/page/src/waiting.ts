@@ -5,7 +5,7 @@ import { confirmed, tell } from "./dialog";
 import { Columns, onus_of, Outcome, Row, Waiting } from "./model";
 import { age, plural, text } from "./format";
 import { onu_tables } from "./onus";
-import { badge, button, choice, input, loading, nothing, problem } from "./parts";
+import { awaited_screen, badge, button, choice, input, nothing } from "./parts";
 import { use } from "./store";
 
 const most_ids = 128;
@@ -105,7 +105,7 @@ export const WaitingScreen: m.Closure<{ olt: string }> = ({ attrs: { olt } }) =>
         view: () => {
             const waiting = use<{ waiting: Waiting[] }>(`${base}/waiting`, ["onus"]);
             first_free(0); // what ids are taken is read before somebody wants to know it
-            if (!waiting.value) return waiting.error ? problem(waiting.error, () => void waiting.refresh()) : loading("waiting ONUs", 6);
+            if (!waiting.value) return awaited_screen(waiting, `Waiting ONUs of ${olt}`);
             const all = waiting.value.waiting;
             return [
                 m(".title", m("h1", "Waiting ONUs", m("span.muted", ` of ${olt}`)), m("span.shown", { role: "status" }, plural(all.length, "ONU"))),
