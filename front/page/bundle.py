@@ -2,8 +2,8 @@
 
     bundle.py ESBUILD SOURCES WORK OUTPUT
 
-SOURCES is the folder of the page, WORK one for what is in between, OUTPUT the source in C++. Scripts and styles have names
-that follow from their bytes, so that a browser keeps them for good; only index.html is asked for again.
+SOURCES is the folder of the page, WORK one for what is in between, OUTPUT the source in C++. Scripts and styles have
+names that follow from their bytes, so that a browser keeps them for good; only index.html is asked for again.
 """
 
 import gzip

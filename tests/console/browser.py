@@ -36,7 +36,8 @@ class Browser:
     def look(self, width: int, height: int, colours: str = "light") -> None:
         size = {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False}
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", size)
-        features = [{"name": "prefers-color-scheme", "value": colours}, {"name": "prefers-reduced-motion", "value": "reduce"}]
+        wishes = {"prefers-color-scheme": colours, "prefers-reduced-motion": "reduce"}
+        features = [{"name": name, "value": value} for name, value in wishes.items()]
         self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": features})
 
     def picture(self, name: str) -> None:

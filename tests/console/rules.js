@@ -56,7 +56,8 @@ function name_of(element) {
     const labels = [...(element.labels ?? [])].map((label) => label.textContent).join("");
     return (element.getAttribute("aria-label") ?? "") + labels || element.textContent;
 }
-for (const element of all("a, button, dialog, [role=img], [role=grid], [role=region], [role=listbox], nav, progress, ol.timeline"))
+const named = "a, button, dialog, nav, progress, ol.timeline, [role=img], [role=grid], [role=region], [role=listbox]";
+for (const element of all(named))
     if (!name_of(element).trim()) say("has no name", element);
 for (const element of all("input, select, textarea"))
     if (!(element.getAttribute("aria-label") || element.labels?.length)) say("has no label", element);
@@ -69,9 +70,10 @@ for (const attribute of ["aria-controls", "aria-activedescendant", "aria-labelle
     for (const element of all(`[${attribute}]`))
         for (const id of element.getAttribute(attribute).split(" "))
             if (!document.getElementById(id)) say(`${attribute} names nothing`, element);
-for (const [child, parents] of Object.entries({ row: "grid, rowgroup", gridcell: "row", columnheader: "row", option: "listbox" }))
+const parents_of = { row: ["grid", "rowgroup"], gridcell: ["row"], columnheader: ["row"], option: ["listbox"] };
+for (const [child, parents] of Object.entries(parents_of))
     for (const element of all(`[role=${child}]`))
-        if (!parents.split(", ").includes(element.parentElement.getAttribute("role"))) say(`${child} outside ${parents}`, element);
+        if (!parents.includes(element.parentElement.getAttribute("role"))) say(`${child} outside ${parents}`, element);
 for (const element of all("th")) if (!element.hasAttribute("scope")) say("of which cells?", element);
 for (const element of all("li")) if (!element.closest("ul, ol")) say("outside a list", element);
 for (const element of all("[aria-sort]"))
@@ -91,7 +93,8 @@ for (const element of all("[tabindex]")) if (Number(element.getAttribute("tabind
 const before = document.activeElement;
 for (const element of all("a[href], button:not(:disabled), input, select, [tabindex='0']").slice(0, 60)) {
     element.focus({ focusVisible: true, preventScroll: true });
-    if (document.activeElement === element && getComputedStyle(element).outlineStyle === "none") say("focus is not seen", element);
+    if (document.activeElement !== element) continue;
+    if (getComputedStyle(element).outlineStyle === "none") say("focus is not seen", element);
 }
 before?.focus({ preventScroll: true });
 // 1.4.10: nothing has to be scrolled sideways to be read.

@@ -1,22 +1,22 @@
 // The web console: its screens by their addresses.
 import m from "mithril";
 import "../style/main.css";
-import { AlarmsScreen } from "./alarms";
-import { read_session, session } from "./api";
-import { ConfigurationScreen } from "./configuration";
-import { EventsScreen } from "./events";
-import { listen_to_keys } from "./keys";
-import { live } from "./live";
-import { OnuScreen } from "./onu";
-import { Onus } from "./onus";
-import { overview } from "./overview";
-import { PortScreen } from "./port";
-import { profiles } from "./profiles";
-import { shell } from "./shell";
-import { forget_use } from "./store";
-import { begin_theme } from "./theme";
-import { UpgradesScreen } from "./upgrades";
-import { WaitingScreen } from "./waiting";
+import { read_session, session } from "./base/api";
+import { live } from "./base/live";
+import { forget_use } from "./base/store";
+import { begin_theme } from "./base/theme";
+import { listen_to_keys } from "./parts/keys";
+import { shell } from "./parts/shell";
+import { AlarmsScreen } from "./screens/alarms";
+import { ConfigurationScreen } from "./screens/configuration";
+import { EventsScreen } from "./screens/events";
+import { OnuScreen } from "./screens/onu";
+import { Onus } from "./screens/onus";
+import { overview } from "./screens/overview";
+import { PortScreen } from "./screens/port";
+import { profiles } from "./screens/profiles";
+import { UpgradesScreen } from "./screens/upgrades";
+import { WaitingScreen } from "./screens/waiting";
 
 type Arguments = Record<string, string>;
 
@@ -38,15 +38,13 @@ function screen(title: (given: Arguments) => string, draw: (given: Arguments) =>
     };
 }
 
-const Screen: m.Component<{ draw: () => m.Children }> = { view: ({ attrs }) => attrs.draw() };
+const Screen: m.Component<{ draw: () => m.Children }> = {
+    view: ({ attrs }) => attrs.draw()
+};
 
-function given(attributes: Arguments, name: string): string {
-    return attributes[name] ?? "";
-}
+function given(attributes: Arguments, name: string): string { return attributes[name] ?? ""; }
 
-function of_olt(what: string): (has: Arguments) => string {
-    return (has) => `${what} of ${has.olt}`;
-}
+function of_olt(what: string): (has: Arguments) => string { return (has) => `${what} of ${has.olt}`; }
 
 const routes: Record<string, m.Resolver> = {
     "/": screen(() => "Overview", overview),
@@ -67,7 +65,8 @@ const routes: Record<string, m.Resolver> = {
     "/olts/:olt/alarms": screen(of_olt("Alarms"), (has) => m(AlarmsScreen, { olt: given(has, "olt") })),
     "/olts/:olt/upgrades": screen(of_olt("Upgrades"), (has) => m(UpgradesScreen, { olt: given(has, "olt") })),
     "/olts/:olt/profiles": screen(of_olt("Profiles"), (has) => profiles(given(has, "olt"))),
-    "/olts/:olt/configuration": screen(of_olt("Configuration"), (has) => m(ConfigurationScreen, { olt: given(has, "olt") })),
+    "/olts/:olt/configuration":
+        screen(of_olt("Configuration"), (has) => m(ConfigurationScreen, { olt: given(has, "olt") })),
 };
 
 async function start(): Promise<void> {

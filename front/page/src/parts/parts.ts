@@ -1,6 +1,6 @@
 // What every screen is made of: panels, states, and what stands where there is nothing to show.
 import m from "mithril";
-import { ApiError } from "./api";
+import { ApiError } from "../base/api";
 
 export type Tone = "good" | "warn" | "bad" | "idle" | "new";
 
@@ -14,11 +14,15 @@ const tones: Record<string, Tone> = {
     done: "good",
     failed: "bad",
 };
-const shapes: Record<Tone, string> = { good: "●", warn: "▲", bad: "■", idle: "○", new: "◆" };
+const shapes: Record<Tone, string> = {
+    good: "●",
+    warn: "▲",
+    bad: "■",
+    idle: "○",
+    new: "◆"
+};
 
-export function tone_of(state: string): Tone {
-    return tones[state] ?? "idle";
-}
+export function tone_of(state: string): Tone { return tones[state] ?? "idle"; }
 
 // A state is said by a word, a shape and a colour, so that none of them is needed to tell it.
 export function badge(tone: Tone, word: m.Children): m.Vnode {
@@ -47,9 +51,7 @@ export function facts(...pairs: [string, m.Children][]): m.Vnode {
     );
 }
 
-export function nothing(said: m.Children): m.Vnode {
-    return m("p.nothing", said);
-}
+export function nothing(said: m.Children): m.Vnode { return m("p.nothing", said); }
 
 export function loading(what: string, lines = 4): m.Vnode {
     return m(
@@ -72,12 +74,14 @@ export function problem(error: Error, retry?: () => void): m.Vnode {
 }
 
 // Stands where something will be that was not read yet, or cannot be read.
-export function awaited(resource: { error: Error | undefined; refresh: () => Promise<void> }, what: string, lines = 4): m.Vnode {
+export function awaited(resource: {error: Error | undefined; refresh: () => Promise<void>}, what: string, lines = 4):
+    m.Vnode {
     if (resource.error) return problem(resource.error, () => void resource.refresh());
     return loading(what, lines);
 }
 // The same in place of a whole screen, which has its heading already.
-export function awaited_screen(resource: { error: Error | undefined; refresh: () => Promise<void> }, title: string): m.Children {
+export function awaited_screen(resource: {error: Error | undefined; refresh: () => Promise<void>}, title: string):
+    m.Children {
     return [m("h1.hidden", title), awaited(resource, title, 10)];
 }
 
@@ -86,9 +90,7 @@ export function link(to: string, label: m.Children, selector = ""): m.Vnode {
 }
 
 // In a table, whose rows are reached by arrows, a link is for those who point.
-export function row_link(to: string, label: m.Children): m.Vnode {
-    return link(to, label, "[tabindex=-1]");
-}
+export function row_link(to: string, label: m.Children): m.Vnode { return link(to, label, "[tabindex=-1]"); }
 
 export function button(label: m.Children, press: () => void, attributes: m.Attributes = {}): m.Vnode {
     return m("button", { type: "button", onclick: press, ...attributes }, label);
@@ -96,11 +98,17 @@ export function button(label: m.Children, press: () => void, attributes: m.Attri
 
 let fields = 0;
 // A labelled field. `make` gets the id that its control has to have.
-export const Field: m.Closure<{ label: string; hint?: string; make: (id: string) => m.Children }> = () => {
+export const Field: m.Closure<{label: string; hint?: string; make: (id: string) => m.Children}> = () => {
     const id = `field-${(fields += 1)}`;
     return {
         view: ({ attrs }) =>
-            m(".field", m("label", { for: id }, attrs.label), attrs.make(id), attrs.hint && m("span.hint", attrs.hint)),
+            m(".field",
+              m("label",
+                { for: id
+                },
+                attrs.label),
+              attrs.make(id),
+              attrs.hint && m("span.hint", attrs.hint)),
     };
 };
 
@@ -114,13 +122,12 @@ export function input(
     return m(Field, {
         label,
         ...(hint ? { hint } : {}),
-        make: (id: string) =>
-            m("input", {
-                id,
-                value,
-                oninput: (event: Event) => change((event.target as HTMLInputElement).value),
-                ...attributes,
-            }),
+        make: (id: string) => m("input", {
+            id,
+            value,
+            oninput: (event: Event) => change((event.target as HTMLInputElement).value),
+            ...attributes,
+        }),
     });
 }
 
@@ -134,11 +141,10 @@ export function choice(
     return m(Field, {
         label,
         ...(hint ? { hint } : {}),
-        make: (id: string) =>
-            m(
-                "select",
-                { id, value, onchange: (event: Event) => change((event.target as HTMLSelectElement).value) },
-                options.map(([of, said]) => m("option", { value: of, selected: of === value }, said)),
-            ),
+        make: (id: string) => m(
+            "select",
+            { id, value, onchange: (event: Event) => change((event.target as HTMLSelectElement).value) },
+            options.map(([of, said]) => m("option", { value: of, selected: of === value }, said)),
+        ),
     });
 }

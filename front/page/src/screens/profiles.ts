@@ -1,9 +1,9 @@
 // The profiles of an OLT, as it has them now.
 import m from "mithril";
-import type { Row } from "./model";
-import { text, words } from "./format";
-import { awaited_screen, button, nothing, panel } from "./parts";
-import { use } from "./store";
+import { text, words } from "../base/format";
+import type { Row } from "../base/model";
+import { use } from "../base/store";
+import { awaited_screen, button, nothing, panel } from "../parts/parts";
 
 const kinds: [string, string][] = [
     ["line", "Line profiles"],
@@ -32,8 +32,16 @@ function table(rows: Row[]): m.Vnode {
         { tabindex: 0, role: "region", "aria-label": "Profiles" },
         m(
             "table.plain",
-            m("thead", m("tr", columns.map((name) => m("th", { scope: "col" }, words(name), units[name] ? m("span.muted", `, ${units[name]}`) : "")))),
-            m("tbody", rows.map((row) => m("tr", columns.map((name) => m("td", text(row[name] === null ? null : String(row[name]))))))),
+            m("thead",
+              m("tr",
+                columns.map(
+                    (name) =>
+                        m("th", { scope: "col" }, words(name), units[name] ? m("span.muted", `, ${units[name]}`) : "")
+                ))),
+            m("tbody",
+              rows.map(
+                  (row) => m("tr", columns.map((name) => m("td", text(row[name] === null ? null : String(row[name])))))
+              )),
         ),
     );
 }
@@ -43,13 +51,17 @@ export function profiles(olt: string): m.Children {
     if (!asked.value) return awaited_screen(asked, `Profiles of ${olt}`);
     const all = asked.value;
     return [
-        m(".title", m("h1", "Profiles", m("span.muted", ` of ${olt}`)), button("Read again", () => void asked.refresh(), { class: "small" })),
+        m(".title",
+          m("h1", "Profiles", m("span.muted", ` of ${olt}`)),
+          button("Read again", () => void asked.refresh(), { class: "small" })),
         m(
             ".columns",
             kinds.map(([name, title]) => {
                 const rows = all[name];
                 if (!rows) return panel(title, nothing("The OLT does not tell them."));
-                return panel([title, m("span.count", rows.length)], rows.length === 0 ? nothing("There are none.") : table(rows));
+                return panel(
+                    [title, m("span.count", rows.length)], rows.length === 0 ? nothing("There are none.") : table(rows)
+                );
             }),
         ),
     ];

@@ -7,9 +7,7 @@ export const olt_tables = ["olt", "ports", "onus", "alarms", "optics"];
 
 let last: string | undefined;
 
-export function olts(): Olt[] | undefined {
-    return use<{ olts: Olt[] }>("/olts", olt_tables).value?.olts;
-}
+export function olts(): Olt[] | undefined { return use<{ olts: Olt[] }>("/olts", olt_tables).value?.olts; }
 
 // The OLT of the address, else the one that was looked at last, else the first.
 export function current_olt(): string | undefined {
@@ -20,12 +18,6 @@ export function current_olt(): string | undefined {
     return last ?? all?.[0]?.name;
 }
 
-export function to_olt(olt: string, rest: string): string {
-    return `/olts/${encodeURIComponent(olt)}/${rest}`;
-}
-export function to_port(olt: string, port: number): string {
-    return to_olt(olt, `ports/${port}`);
-}
-export function to_onu(olt: string, port: number, id: number): string {
-    return to_olt(olt, `onus/${port}/${id}`);
-}
+export function to_olt(olt: string, rest: string): string { return `/olts/${encodeURIComponent(olt)}/${rest}`; }
+export function to_port(olt: string, port: number): string { return to_olt(olt, `ports/${port}`); }
+export function to_onu(olt: string, port: number, id: number): string { return to_olt(olt, `onus/${port}/${id}`); }

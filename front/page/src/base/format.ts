@@ -3,9 +3,7 @@ import m from "mithril";
 
 const none = "–";
 
-export function power(value: number | null | undefined): string {
-    return value == null ? none : value.toFixed(1);
-}
+export function power(value: number | null | undefined): string { return value == null ? none : value.toFixed(1); }
 
 export function whole(value: number | null | undefined): string {
     return value == null ? none : Math.round(value).toLocaleString("en");
@@ -59,7 +57,8 @@ export function span(milliseconds: number): string {
 
 export function clock(at: number): string {
     const then = new Date(at);
-    const time = then.toLocaleTimeString([], { hourCycle: "h23", hour: "2-digit", minute: "2-digit", second: "2-digit" });
+    const time =
+        then.toLocaleTimeString([], { hourCycle: "h23", hour: "2-digit", minute: "2-digit", second: "2-digit" });
     if (then.toDateString() === new Date().toDateString()) return time;
     return `${then.toLocaleDateString([], { day: "2-digit", month: "short" })} ${time}`;
 }
@@ -78,15 +77,13 @@ export function moment_and_age(at: number): m.Vnode {
 }
 
 // Names of the service as words: "onu_offline" and "alarm-list" have spaces for people.
-export function words(name: string): string {
-    return name.replace(/[_-]/g, " ");
-}
+export function words(name: string): string { return name.replace(/[_-]/g, " "); }
 
 // ONU ids as a set: 1-5,9.
 export function id_set(ids: number[]): string {
     const sorted = [...new Set(ids)].sort((a, b) => a - b);
     const runs: string[] = [];
-    for (let first = 0; first < sorted.length; ) {
+    for (let first = 0; first < sorted.length;) {
         let last = first;
         while (sorted[last + 1] === (sorted[last] as number) + 1) last += 1;
         runs.push(first === last ? `${sorted[first]}` : `${sorted[first]}-${sorted[last]}`);

@@ -1,12 +1,12 @@
 // What happened, the newest first, and what happens while one looks.
 import m from "mithril";
-import { get } from "./api";
-import { live } from "./live";
-import type { PonEvent } from "./model";
-import { words } from "./format";
-import { badge, button, choice, input, loading, nothing, problem } from "./parts";
-import { olts } from "./place";
-import { event_kinds, timeline } from "./timeline";
+import { get } from "../base/api";
+import { words } from "../base/format";
+import { live } from "../base/live";
+import type { PonEvent } from "../base/model";
+import { olts } from "../base/place";
+import { badge, button, choice, input, loading, nothing, problem } from "../parts/parts";
+import { event_kinds, timeline } from "../parts/timeline";
 
 interface Page {
     events: PonEvent[];
@@ -25,9 +25,14 @@ export const EventsScreen: m.Closure = () => {
     let asked = 0;
 
     function query(before?: number): string {
-        const wanted: [string, string][] = [["olt", olt], ["kind", kind], ["port", port], ["mac", mac.trim()], ["before", before ? String(before) : ""]];
-        return wanted
-            .filter(([, value]) => value)
+        const wanted: [string, string][] = [
+            ["olt", olt],
+            ["kind", kind],
+            ["port", port],
+            ["mac", mac.trim()],
+            ["before", before ? String(before) : ""]
+        ];
+        return wanted.filter(([, value]) => value)
             .map(([name, value]) => `&${name}=${encodeURIComponent(value)}`)
             .join("");
     }
@@ -54,9 +59,7 @@ export const EventsScreen: m.Closure = () => {
 
     function is_wanted(event: PonEvent): boolean {
         return (
-            (!olt || event.olt === olt) &&
-            (!kind || event.kind === kind) &&
-            (!port || String(event.port) === port) &&
+            (!olt || event.olt === olt) && (!kind || event.kind === kind) && (!port || String(event.port) === port) &&
             (!mac.trim() || event.mac.toLowerCase().includes(mac.trim().toLowerCase()))
         );
     }
@@ -83,8 +86,18 @@ export const EventsScreen: m.Closure = () => {
                 m(
                     "form.filters",
                     { "aria-label": "Filter events", onsubmit: (event: Event) => event.preventDefault() },
-                    choice("OLT", olt, [["", "all"], ...(olts() ?? []).map(({ name }): [string, string] => [name, name])], (value) => filter(() => (olt = value))),
-                    choice("Kind", kind, [["", "all"], ...event_kinds.map((one): [string, string] => [one, words(one)])], (value) => filter(() => (kind = value))),
+                    choice(
+                        "OLT",
+                        olt,
+                        [["", "all"], ...(olts() ?? []).map(({ name }): [string, string] => [name, name])],
+                        (value) => filter(() => (olt = value))
+                    ),
+                    choice(
+                        "Kind",
+                        kind,
+                        [["", "all"], ...event_kinds.map((one): [string, string] => [one, words(one)])],
+                        (value) => filter(() => (kind = value))
+                    ),
                     input("Port", port, (value) => filter(() => (port = value)), { type: "number", min: 0, max: 255 }),
                     input("MAC", mac, (value) => filter(() => (mac = value)), { spellcheck: "false" }),
                     m("span.shown", since > 0 && badge("new", `${since} came while you look`)),

@@ -1,11 +1,11 @@
 // Every OLT and port at a glance, what is wrong on top.
 import m from "mithril";
-import type { Alarm, Olt, Port } from "./model";
-import { plural, rate, span, text, whole } from "./format";
-import { awaited, awaited_screen, badge, link, nothing, panel } from "./parts";
-import { olt_tables, to_olt, to_port } from "./place";
-import { use } from "./store";
-import { lost, Wrong, worst_first, wrong_list, wrong_of } from "./wrong";
+import { plural, rate, span, text, whole } from "../base/format";
+import type { Alarm, Olt, Port } from "../base/model";
+import { olt_tables, to_olt, to_port } from "../base/place";
+import { use } from "../base/store";
+import { awaited, awaited_screen, badge, link, nothing, panel } from "../parts/parts";
+import { lost, Wrong, worst_first, wrong_list, wrong_of } from "../parts/wrong";
 
 const most_wrong = 12;
 let all_wrong = false;
@@ -15,11 +15,13 @@ function alarms_of(olt: string): Alarm[] {
 }
 
 function wrong_panel(olts: Olt[]): m.Vnode {
-    const list: Wrong[] = worst_first(olts.flatMap((olt) => [...lost(olt), ...wrong_of(olt.name, alarms_of(olt.name))]));
+    const list: Wrong[] =
+        worst_first(olts.flatMap((olt) => [...lost(olt), ...wrong_of(olt.name, alarms_of(olt.name))]));
     const shown = all_wrong ? list : list.slice(0, most_wrong);
     return panel(
         ["What is wrong", list.length > 0 && m("span.count", list.length)],
-        list.length === 0 ? m("p.nothing.well", badge("good", "Nothing is wrong that an alarm tells of.")) : wrong_list(shown, olts.length > 1),
+        list.length === 0 ? m("p.nothing.well", badge("good", "Nothing is wrong that an alarm tells of.")) :
+                            wrong_list(shown, olts.length > 1),
         list.length > most_wrong &&
             m(
                 "button.small",
@@ -32,7 +34,8 @@ function wrong_panel(olts: Olt[]): m.Vnode {
 function tile(olt: string, port: Port): m.Vnode {
     const off = port.offline + port.unauthenticated;
     const severe = port.alarms.critical > 0 || (port.bound > 0 && port.online === 0);
-    const tone = severe ? "bad" : off + port.low_light + port.alarms.major > 0 ? "warn" : port.bound === 0 ? "idle" : "good";
+    const troubled = off + port.low_light + port.alarms.major > 0;
+    const tone = severe ? "bad" : troubled ? "warn" : port.bound === 0 ? "idle" : "good";
     const notes = [
         off > 0 && `${off} off`,
         port.low_light > 0 && `${port.low_light} weak`,
@@ -42,7 +45,8 @@ function tile(olt: string, port: Port): m.Vnode {
         `a.tile.${tone}`,
         {
             href: `#${to_port(olt, port.pon_port)}`,
-            "aria-label": `Port ${port.pon_port}: ${port.online} of ${plural(port.bound, "ONU")} online${notes.length ? `, ${notes.join(", ")}` : ""}`,
+            "aria-label": `Port ${port.pon_port}: ${port.online} of ${plural(port.bound, "ONU")} online${
+                notes.length ? `, ${notes.join(", ")}` : ""}`,
             title: `up ${rate(port.up_load)}, down ${rate(port.down_load)}`,
         },
         m("span.number", port.pon_port),
@@ -63,20 +67,21 @@ function olt_panel(olt: Olt): m.Vnode {
         m(
             "h2",
             link(to("onus"), olt.name),
-            olt.reached ? badge("good", "answers") : badge("bad", olt.since ? `lost for ${span(Date.now() - olt.since)}` : "lost"),
-            m("span.muted.about", [olt.model, olt.version, olt.uptime && `up ${span(olt.uptime * 1000)}`].filter(Boolean).join(" · ")),
+            olt.reached ? badge("good", "answers") :
+                          badge("bad", olt.since ? `lost for ${span(Date.now() - olt.since)}` : "lost"),
+            m("span.muted.about",
+              [olt.model, olt.version, olt.uptime && `up ${span(olt.uptime * 1000)}`].filter(Boolean).join(" · ")),
         ),
         m(
             ".figures",
             figure(whole(olt.online), `of ${whole(olt.bound)} ONUs online`, to("onus")),
             olt.offline > 0 && figure(whole(olt.offline), "offline", to("onus?state=offline"), ".bad"),
-            olt.unauthenticated > 0 && figure(whole(olt.unauthenticated), "refused", to("onus?state=unauthenticated"), ".warn"),
+            olt.unauthenticated > 0 &&
+                figure(whole(olt.unauthenticated), "refused", to("onus?state=unauthenticated"), ".warn"),
             olt.low_light > 0 && figure(whole(olt.low_light), "with weak light", to("onus?light=low"), ".warn"),
             olt.waiting > 0 && figure(whole(olt.waiting), "waiting", to("waiting"), ".new"),
         ),
-        ports.value
-            ? m(".tiles", ports.value.ports.map((port) => tile(olt.name, port)))
-            : awaited(ports, "ports", 2),
+        ports.value ? m(".tiles", ports.value.ports.map((port) => tile(olt.name, port))) : awaited(ports, "ports", 2),
     );
 }
 
@@ -89,6 +94,7 @@ export function overview(): m.Children {
         m("h1.hidden", "Overview"),
         wrong_panel(all),
         m(".olts", all.map(olt_panel)),
-        m("p.muted.foot", `${plural(all.length, "OLT")}, ${text(all.reduce((sum, olt) => sum + olt.bound, 0))} bound ONUs`),
+        m("p.muted.foot",
+          `${plural(all.length, "OLT")}, ${text(all.reduce((sum, olt) => sum + olt.bound, 0))} bound ONUs`),
     ];
 }

@@ -4,12 +4,12 @@ import m from "mithril";
 
 export interface Column<Row> {
     name: string;
-    title: string; // with the unit, where it has one
-    width: string; // of a column of a CSS grid
+    title: string;  // with the unit, where it has one
+    width: string;  // of a column of a CSS grid
     show: (row: Row) => m.Children;
-    by?: (row: Row) => string | number | null | undefined; // what it is sorted by; without it cannot be
+    by?: (row: Row) => string | number | null | undefined;  // what it is sorted by; without it cannot be
     right?: boolean;
-    from?: number; // it is left out of pages that are narrower than so many pixels
+    from?: number;  // it is left out of pages that are narrower than so many pixels
 }
 
 export interface Sorting {
@@ -26,7 +26,7 @@ interface Attributes<Row> {
     sorting?: Sorting;
     sort?: (sorting: Sorting) => void;
     empty: m.Children;
-    short?: boolean; // as high as its rows; by default it has the rest of the page
+    short?: boolean;  // as high as its rows; by default it has the rest of the page
 }
 
 export function sorted<Row>(rows: Row[], columns: Column<Row>[], sorting: Sorting): Row[] {
@@ -43,7 +43,7 @@ export function sorted<Row>(rows: Row[], columns: Column<Row>[], sorting: Sortin
     return keyed.map(({ row }) => row);
 }
 
-const beyond = 8; // rows that are kept above and below those that are seen
+const beyond = 8;  // rows that are kept above and below those that are seen
 
 function row_height(): number {
     return Math.round(2 * parseFloat(getComputedStyle(document.documentElement).fontSize));
@@ -78,8 +78,9 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
         active = Math.max(0, Math.min(shown.length - 1, to));
         if (!body) return;
         const row = row_height();
-        const head = row; // it stays above the rows
-        if (active * row < body.scrollTop) body.scrollTop = active * row;
+        const head = row;  // it stays above the rows
+        if (active * row < body.scrollTop)
+            body.scrollTop = active * row;
         else if ((active + 1) * row + head > body.scrollTop + body.clientHeight)
             body.scrollTop = (active + 1) * row + head - body.clientHeight;
         top = body.scrollTop;
@@ -98,9 +99,12 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
         };
         const to = steps[event.key];
         const row = shown[active];
-        if (to !== undefined) go(to);
-        else if (event.key === "Enter" && row && attrs.open) attrs.open(row);
-        else return;
+        if (to !== undefined)
+            go(to);
+        else if (event.key === "Enter" && row && attrs.open)
+            attrs.open(row);
+        else
+            return;
         event.preventDefault();
     }
 
@@ -116,14 +120,17 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
                 return m(
                     `.cell${column.right ? ".right" : ""}`,
                     { role: "columnheader", key: column.name, "aria-sort": is_sorted ? direction : false },
-                    column.by && sort
-                        ? m(
-                              "button.sort",
-                              { type: "button", onclick: () => sort({ by: column.name, down }) },
-                              column.title,
-                              m("span", { "aria-hidden": "true" }, !is_sorted ? "" : attrs.sorting?.down ? " ↓" : " ↑"),
-                          )
-                        : column.title,
+                    column.by && sort ? m(
+                                            "button.sort",
+                                            { type: "button", onclick: () => sort({ by: column.name, down }) },
+                                            column.title,
+                                            m("span",
+                                              { "aria-hidden": "true" },
+                                              !is_sorted              ? "" :
+                                                  attrs.sorting?.down ? " ↓" :
+                                                                        " ↑"),
+                                        ) :
+                                        column.title,
                 );
             }),
         );
@@ -151,44 +158,45 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
                         body = vnode.dom;
                         sizes.observe(body);
                         // Whoever came here by a key goes on with the keys.
-                        if (!attrs.short && document.activeElement === document.body) body.focus({ preventScroll: true });
+                        if (!attrs.short && document.activeElement === document.body)
+                            body.focus({ preventScroll: true });
                     },
                     onscroll: (event: Event) => (top = (event.target as HTMLElement).scrollTop),
                     onkeydown: (event: KeyboardEvent) => press(event, attrs),
                 },
                 head(attrs, columns, template),
-                shown.length === 0
-                    ? m(".row", { role: "row" }, m(".cell.nothing", { role: "gridcell" }, attrs.empty))
-                    : m(
-                          ".rows",
-                          { role: "rowgroup", style: { height: `${shown.length * row}px` } },
-                          shown.slice(first, last).map((each, step) => {
-                              const number = first + step;
-                              return m(
-                                  `.row.of${number === active ? ".active" : ""}${attrs.open ? ".opens" : ""}`,
-                                  {
-                                      role: "row",
-                                      id: `${name}-${number}`,
-                                      key: attrs.id(each),
-                                      "aria-rowindex": number + 2,
-                                      "aria-selected": number === active ? "true" : "false",
-                                      style: { gridTemplateColumns: template, top: `${number * row}px` },
-                                      onclick: (event: MouseEvent) => {
-                                          active = number;
-                                          const on = (event.target as HTMLElement).closest("a, button, input");
-                                          if (!on && attrs.open) attrs.open(each);
-                                      },
-                                  },
-                                  columns.map((column) =>
-                                      m(
-                                          `.cell${column.right ? ".right" : ""}`,
-                                          { role: "gridcell", key: column.name },
-                                          column.show(each),
-                                      ),
-                                  ),
-                              );
-                          }),
-                      ),
+                shown.length === 0 ?
+                    m(".row", { role: "row" }, m(".cell.nothing", { role: "gridcell" }, attrs.empty)) :
+                    m(
+                        ".rows",
+                        { role: "rowgroup", style: { height: `${shown.length * row}px` } },
+                        shown.slice(first, last).map((each, step) => {
+                            const number = first + step;
+                            return m(
+                                `.row.of${number === active ? ".active" : ""}${attrs.open ? ".opens" : ""}`,
+                                {
+                                    role: "row",
+                                    id: `${name}-${number}`,
+                                    key: attrs.id(each),
+                                    "aria-rowindex": number + 2,
+                                    "aria-selected": number === active ? "true" : "false",
+                                    style: { gridTemplateColumns: template, top: `${number * row}px` },
+                                    onclick: (event: MouseEvent) => {
+                                        active = number;
+                                        const on = (event.target as HTMLElement).closest("a, button, input");
+                                        if (!on && attrs.open) attrs.open(each);
+                                    },
+                                },
+                                columns.map(
+                                    (column) => m(
+                                        `.cell${column.right ? ".right" : ""}`,
+                                        { role: "gridcell", key: column.name },
+                                        column.show(each),
+                                    ),
+                                ),
+                            );
+                        }),
+                    ),
             );
         },
     };

@@ -1,13 +1,13 @@
 // What is wrong at OLTs, the worst first: alarms of one kind and one cause at one port are one line.
 import m from "mithril";
-import type { Alarm, Olt } from "./model";
-import { age, id_set, plural, text, words } from "./format";
+import { age, id_set, plural, text, words } from "../base/format";
+import type { Alarm, Olt } from "../base/model";
+import { to_olt, to_onu, to_port } from "../base/place";
 import { badge, link, Tone } from "./parts";
-import { to_olt, to_onu, to_port } from "./place";
 
 export interface Wrong {
     olt: string;
-    weight: number; // 0 is the worst
+    weight: number;  // 0 is the worst
     what: string;
     where: string;
     why: string;
@@ -42,9 +42,7 @@ const meanings: Record<string, string> = {
     same_mac: "its MAC address is used twice",
 };
 
-export function meaning(name: string): string {
-    return meanings[name] ?? words(name);
-}
+export function meaning(name: string): string { return meanings[name] ?? words(name); }
 
 export function severity_tone(severity: string | null): Tone {
     if (severity === "critical" || severity === "lost") return "bad";
@@ -66,10 +64,14 @@ function one_of(olt: string, group: Alarm[]): Wrong {
         olt,
         weight: Math.max(1, severities.indexOf(first.severity)),
         what: meaning(first.name),
-        where: single ? `ONU ${first.pon_port}/${first.onu_id}` : group.length > 1 ? `${plural(group.length, "ONU")} of ${port}` : port,
+        where: single ? `ONU ${first.pon_port}/${first.onu_id}` :
+            group.length > 1 ? `${plural(group.length, "ONU")} of ${port}` :
+                               port,
         why: cause_text(first.cause, first.place),
         since: Number.isFinite(since) ? since : null,
-        to: single ? to_onu(olt, first.pon_port, ids[0] as number) : first.pon_port ? to_port(olt, first.pon_port) : to_olt(olt, "alarms"),
+        to: single         ? to_onu(olt, first.pon_port, ids[0] as number) :
+            first.pon_port ? to_port(olt, first.pon_port) :
+                             to_olt(olt, "alarms"),
         ids,
         count: group.length,
     };
@@ -81,8 +83,10 @@ export function wrong_of(olt: string, alarms: Alarm[]): Wrong[] {
         if (alarm.state !== "active") continue;
         const key = `${alarm.pon_port} ${alarm.name} ${alarm.cause} ${alarm.place ?? ""}`;
         const group = groups.get(key);
-        if (group) group.push(alarm);
-        else groups.set(key, [alarm]);
+        if (group)
+            group.push(alarm);
+        else
+            groups.set(key, [alarm]);
     }
     return [...groups.values()].map((group) => one_of(olt, group));
 }
@@ -90,7 +94,17 @@ export function wrong_of(olt: string, alarms: Alarm[]): Wrong[] {
 export function lost(olt: Olt): Wrong[] {
     if (olt.reached) return [];
     const why = "what is shown of it is what was known before";
-    return [{ olt: olt.name, weight: 0, what: "does not answer", where: "the OLT", why, since: olt.since, to: to_olt(olt.name, "onus"), ids: [], count: 1 }];
+    return [{
+        olt: olt.name,
+        weight: 0,
+        what: "does not answer",
+        where: "the OLT",
+        why,
+        since: olt.since,
+        to: to_olt(olt.name, "onus"),
+        ids: [],
+        count: 1
+    }];
 }
 
 export function worst_first(list: Wrong[]): Wrong[] {
@@ -107,7 +121,10 @@ export function wrong_list(list: Wrong[], with_olt: boolean): m.Vnode {
                 `li.${severity}`,
                 badge(severity_tone(severity), severity),
                 link(wrong.to, [with_olt && `${wrong.olt}: `, wrong.where], ".where"),
-                m("span.what", wrong.what, wrong.why && m("span.why", ` – ${wrong.why}`), ids && m("span.muted.ids", { title: ids }, ` (${ids})`)),
+                m("span.what",
+                  wrong.what,
+                  wrong.why && m("span.why", ` – ${wrong.why}`),
+                  ids && m("span.muted.ids", { title: ids }, ` (${ids})`)),
                 m("span.since", wrong.since === null ? text(null) : age(wrong.since)),
             );
         }),

@@ -1,18 +1,18 @@
 // A PON port: its light, who is off together, its module and its traffic.
 import m from "mithril";
-import { Alarm, Columns, Counters, Onu, onus_of, PonEvent, Port, Quantity } from "./model";
-import { age, count, id_set, moment, octets, plural, power, rate, text, whole, words } from "./format";
-import { histogram } from "./histogram";
-import { live } from "./live";
+import { age, count, id_set, moment, octets, plural, power, rate, text, whole, words } from "../base/format";
+import { live } from "../base/live";
+import { Alarm, Columns, Counters, Onu, onus_of, PonEvent, Port, Quantity } from "../base/model";
+import { olt_tables, to_olt, to_onu, to_port } from "../base/place";
+import { use } from "../base/store";
+import { histogram } from "../parts/histogram";
+import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel } from "../parts/parts";
+import { Sorting, Table } from "../parts/table";
+import { timeline } from "../parts/timeline";
+import { cause_text, worst_first, wrong_list, wrong_of } from "../parts/wrong";
 import { onu_columns, onu_tables } from "./onus";
-import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel } from "./parts";
-import { olt_tables, to_olt, to_onu, to_port } from "./place";
-import { use } from "./store";
-import { Sorting, Table } from "./table";
-import { timeline } from "./timeline";
-import { cause_text, wrong_list, wrong_of, worst_first } from "./wrong";
 
-const weak_at_olt = -27; // dBm
+const weak_at_olt = -27;  // dBm
 const weak_at_onu = -25;
 
 interface Given {
@@ -40,18 +40,19 @@ function fallen(olt: string, onus: Onu[]): m.Children {
             return m(
                 "li",
                 badge(first.state === "offline" ? "bad" : "warn", what),
-                group.length === 1 ? link(to_onu(olt, first.pon_port, first.onu_id), ` ${first.pon_port}/${ids}`) : m("span.ids", ` ${ids}`),
+                group.length === 1 ? link(to_onu(olt, first.pon_port, first.onu_id), ` ${first.pon_port}/${ids}`) :
+                                     m("span.ids", ` ${ids}`),
                 first.since !== null && m("span.muted", " ", age(first.since)),
             );
         }),
     );
 }
 
-const units: Record<string, string> = { degC: "°C" };
+const units: Record<string, string> = {
+    degC: "°C"
+};
 
-function bounds(low: number | null, high: number | null): string {
-    return `${power(low)} … ${power(high)}`;
-}
+function bounds(low: number | null, high: number | null): string { return `${power(low)} … ${power(high)}`; }
 
 function module_table(module: Quantity[]): m.Children {
     if (module.length === 0) return nothing("The module was not read yet, or there is none.");
@@ -61,14 +62,20 @@ function module_table(module: Quantity[]): m.Children {
         m("thead", m("tr", head.map((title) => m("th", { scope: "col" }, title)))),
         m(
             "tbody",
-            module.map((of) =>
-                m(
+            module.map(
+                (of) => m(
                     "tr",
                     m("th", { scope: "row" }, words(of.quantity)),
                     m("td.whole", of.value === null ? "–" : `${of.value.toFixed(2)} ${units[of.unit] ?? of.unit}`),
                     m("td.muted", bounds(of.low_warning, of.high_warning)),
                     m("td.muted", bounds(of.low_alarm, of.high_alarm)),
-                    m("td.whole", badge(of.state === "normal" ? "good" : of.state.includes("alarm") ? "bad" : "warn", words(of.state))),
+                    m("td.whole",
+                      badge(
+                          of.state === "normal"          ? "good" :
+                              of.state.includes("alarm") ? "bad" :
+                                                           "warn",
+                          words(of.state)
+                      )),
                 ),
             ),
         ),
@@ -94,23 +101,31 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
         ),
         m(
             "table.plain",
-            m("thead", m("tr", ["Frames", "In", "In, rate", "Out", "Out, rate"].map((title, place) => m(place ? "th.right" : "th", { scope: "col" }, title)))),
+            m("thead",
+              m("tr",
+                ["Frames", "In", "In, rate", "Out", "Out, rate"]
+                    .map((title, place) => m(place ? "th.right" : "th", { scope: "col" }, title)))),
             m(
                 "tbody",
-                names.map((name) =>
-                    m(
+                names.map(
+                    (name) => m(
                         "tr",
                         m("th", { scope: "row" }, name),
                         ["in", "out"].flatMap((way) => {
                             const key = `${way}_${name}`;
                             const has = key in now;
-                            return [m("td.right", has ? count(now[key]) : "–"), m("td.right", has ? per_second(key) : "–")];
+                            return [
+                                m("td.right", has ? count(now[key]) : "–"),
+                                m("td.right", has ? per_second(key) : "–")
+                            ];
                         }),
                     ),
                 ),
             ),
         ),
-        m("p.muted", before ? ["Rates between ", moment(before.read), " and ", moment(now.read), "."] : "Rates follow with the next reading."),
+        m("p.muted",
+          before ? ["Rates between ", moment(before.read), " and ", moment(now.read), "."] :
+                   "Rates follow with the next reading."),
     ];
 }
 
@@ -131,12 +146,12 @@ function module_panel(port: Port): m.Vnode {
 function light(onus: Onu[] | undefined): m.Vnode {
     return panel(
         "Light",
-        onus
-            ? [
-                  histogram("At the OLT", measured(onus, "olt_rx_power"), weak_at_olt),
-                  histogram("At the ONUs", measured(onus, "rx_power"), weak_at_onu),
-              ]
-            : loading("light"),
+        onus ?
+            [
+                histogram("At the OLT", measured(onus, "olt_rx_power"), weak_at_olt),
+                histogram("At the ONUs", measured(onus, "rx_power"), weak_at_onu),
+            ] :
+            loading("light"),
     );
 }
 
@@ -144,7 +159,7 @@ function measured(onus: Onu[], name: "rx_power" | "olt_rx_power"): number[] {
     return onus.flatMap((onu) => (onu[name] === null ? [] : [onu[name] as number]));
 }
 
-export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) => {
+export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
     const base = `/olts/${encodeURIComponent(olt)}`;
     let sorting: Sorting = { by: "state", down: false };
     let last: Counters | undefined;
@@ -191,11 +206,13 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
             const port = use<Port>(`${base}/ports/${number}`, [...olt_tables, "counters", "modules"]);
             const onus = use<Columns>(`${base}/onus?port=${number}`, onu_tables);
             const alarms = use<{ alarms: Alarm[] }>(`${base}/alarms`, ["alarms"]);
-            const events = use<{ events: PonEvent[] }>(`/events?olt=${encodeURIComponent(olt)}&port=${number}&limit=30`);
+            const events =
+                use<{ events: PonEvent[] }>(`/events?olt=${encodeURIComponent(olt)}&port=${number}&limit=30`);
             if (!port.value) return awaited_screen(port, `Port ${number} of ${olt}`);
             follow(port.value.counters);
             const all = onus.value ? onus_of(onus.value) : undefined;
-            const wrong = worst_first(wrong_of(olt, (alarms.value?.alarms ?? []).filter(({ pon_port }) => pon_port === number)));
+            const wrong =
+                worst_first(wrong_of(olt, (alarms.value?.alarms ?? []).filter(({ pon_port }) => pon_port === number)));
             const fresh = live.events.filter((event) => event.olt === olt && event.port === number);
             const known = new Set(fresh.map(({ id }) => id));
             const history = [...fresh, ...(events.value?.events ?? []).filter(({ id }) => !known.has(id))].slice(0, 30);
@@ -203,9 +220,16 @@ export const PortScreen: m.Closure<Given> = ({ attrs: { olt, port: number } }) =
                 header(port.value),
                 columns(
                     [
-                        panel("What is wrong", wrong.length === 0 ? nothing("Nothing that an alarm tells of.") : wrong_list(wrong, false)),
+                        panel(
+                            "What is wrong",
+                            wrong.length === 0 ? nothing("Nothing that an alarm tells of.") : wrong_list(wrong, false)
+                        ),
                         panel("Who is off together", all ? fallen(olt, all) : loading("ONUs")),
-                        panel("What happened", history.length === 0 ? nothing("Nothing since the console was started.") : timeline(history, `Events of port ${number}`)),
+                        panel(
+                            "What happened",
+                            history.length === 0 ? nothing("Nothing since the console was started.") :
+                                                   timeline(history, `Events of port ${number}`)
+                        ),
                     ],
                     [light(all), panel("Traffic", traffic(port.value, before))],
                     [module_panel(port.value)],

@@ -1,13 +1,23 @@
 // Events in a list, the newest first.
 import m from "mithril";
-import type { PonEvent } from "./model";
-import { moment, span, words } from "./format";
+import { moment, span, words } from "../base/format";
+import type { PonEvent } from "../base/model";
+import { to_olt, to_onu, to_port } from "../base/place";
 import { badge, link, Tone } from "./parts";
-import { to_olt, to_onu, to_port } from "./place";
 
 const bad = ["olt_lost", "onu_offline", "rogue_found", "link_down", "upgrade_failed"];
 const warn = ["light_low", "loop_found", "module_alarm", "alarm_raised", "onu_refused"];
-const good = ["olt_back", "onu_online", "light_well", "rogue_gone", "loop_gone", "link_up", "module_well", "alarm_cleared", "upgrade_done"];
+const good = [
+    "olt_back",
+    "onu_online",
+    "light_well",
+    "rogue_gone",
+    "loop_gone",
+    "link_up",
+    "module_well",
+    "alarm_cleared",
+    "upgrade_done"
+];
 
 export const event_kinds = [...bad, ...warn, ...good, "onu_waiting", "onu_removed"].sort();
 
@@ -28,8 +38,8 @@ export function timeline(events: PonEvent[], label: string): m.Vnode {
     return m(
         "ol.timeline",
         { "aria-label": label },
-        events.map((event) =>
-            m(
+        events.map(
+            (event) => m(
                 "li",
                 { key: event.id },
                 moment(event.at),

@@ -60,7 +60,9 @@ export interface Quantity {
     state: string;
 }
 
-export type Counters = { read: number } & Record<string, number>;
+export type Counters = {
+    read: number
+}&Record<string, number>;
 
 export interface Port {
     pon_port: number;

@@ -1,6 +1,6 @@
 // How many ONUs have how much light: a bar a decibel.
 import m from "mithril";
-import { plural } from "./format";
+import { plural } from "../base/format";
 
 export interface Bar {
     from: number;
@@ -24,20 +24,19 @@ export function histogram(title: string, values: number[], limit: number): m.Vno
     return m(
         "figure.histogram",
         m("figcaption", title, m("span.muted", ` ${weak === 0 ? "none" : weak} below ${limit} dBm`)),
-        bars.length === 0
-            ? m("p.nothing", "No ONU is measured.")
-            : m(
-                  ".bars",
-                  { role: "img", "aria-label": said },
-                  bars.map(({ from, count }) =>
-                      m(
-                          `.bar${from + 1 <= limit ? ".weak" : ""}`,
-                          { title: `${from} to ${from + 1} dBm: ${plural(count, "ONU")}` },
-                          m("span.count", count || ""),
-                          m(".fillbar", { style: { height: `${Math.round((count / most) * 90)}px` } }),
-                          m("span.at", from),
-                      ),
-                  ),
-              ),
+        bars.length === 0 ? m("p.nothing", "No ONU is measured.") :
+                            m(
+                                ".bars",
+                                { role: "img", "aria-label": said },
+                                bars.map(
+                                    ({ from, count }) => m(
+                                        `.bar${from + 1 <= limit ? ".weak" : ""}`,
+                                        { title: `${from} to ${from + 1} dBm: ${plural(count, "ONU")}` },
+                                        m("span.count", count || ""),
+                                        m(".fillbar", { style: { height: `${Math.round((count / most) * 90)}px` } }),
+                                        m("span.at", from),
+                                    ),
+                                ),
+                            ),
     );
 }

@@ -1,5 +1,5 @@
-// What was read of the daemon. Screens ask for it whenever they are drawn; it is read for the first of them, and again when
-// a table that it is made of has changed.
+// What was read of the daemon. Screens ask for it whenever they are drawn; it is read for the first of them, and
+// again when a table that it is made of has changed.
 import m from "mithril";
 import { ApiError, send } from "./api";
 
@@ -59,9 +59,7 @@ export function use<T>(path: string, tables: readonly string[] = []): Resource<T
 }
 
 // Another screen is shown: what it does not use is not read again. What is known is shown until it was read.
-export function forget_use(): void {
-    used.clear();
-}
+export function forget_use(): void { used.clear(); }
 
 // Somebody else is logged in, who may see something else.
 export function forget_all(): void {
@@ -84,5 +82,6 @@ export function refresh_failed(): void {
             void resource.refresh();
 }
 export function refresh_path(start: string): void {
-    for (const resource of used) if (resource.path.startsWith(start)) void resource.refresh();
+    for (const resource of used)
+        if (resource.path.startsWith(start)) void resource.refresh();
 }

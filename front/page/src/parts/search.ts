@@ -1,10 +1,10 @@
 // One box that finds an ONU by whatever is known of it.
 import m from "mithril";
-import { get } from "./api";
-import type { Match } from "./model";
-import { text } from "./format";
+import { get } from "../base/api";
+import { text } from "../base/format";
+import type { Match } from "../base/model";
+import { to_olt, to_onu } from "../base/place";
 import { state_badge } from "./parts";
-import { to_olt, to_onu } from "./place";
 
 let asked = "";
 let found: Match[] | undefined;
@@ -17,8 +17,9 @@ let timer = 0;
 async function search(): Promise<void> {
     const wanted = asked;
     try {
-        const answer = await get<{ matches: Match[]; more: boolean }>(`/search?limit=20&q=${encodeURIComponent(wanted)}`);
-        if (wanted !== asked) return; // more was typed meanwhile
+        const answer =
+            await get<{ matches: Match[]; more: boolean }>(`/search?limit=20&q=${encodeURIComponent(wanted)}`);
+        if (wanted !== asked) return;  // more was typed meanwhile
         found = answer.matches;
         more = answer.more;
         failed = "";
@@ -34,8 +35,10 @@ function type(value: string): void {
     asked = value.trim();
     open = asked !== "";
     window.clearTimeout(timer);
-    if (open) timer = window.setTimeout(() => void search(), 80);
-    else found = undefined;
+    if (open)
+        timer = window.setTimeout(() => void search(), 80);
+    else
+        found = undefined;
 }
 
 function close(): void {
@@ -55,11 +58,16 @@ function go(match: Match | undefined): void {
 
 function press(event: KeyboardEvent): void {
     const count = found?.length ?? 0;
-    if (event.key === "ArrowDown") chosen = Math.min(count - 1, chosen + 1);
-    else if (event.key === "ArrowUp") chosen = Math.max(0, chosen - 1);
-    else if (event.key === "Enter") go(found?.[chosen]);
-    else if (event.key === "Escape") close();
-    else return;
+    if (event.key === "ArrowDown")
+        chosen = Math.min(count - 1, chosen + 1);
+    else if (event.key === "ArrowUp")
+        chosen = Math.max(0, chosen - 1);
+    else if (event.key === "Enter")
+        go(found?.[chosen]);
+    else if (event.key === "Escape")
+        close();
+    else
+        return;
     event.preventDefault();
 }
 
@@ -96,32 +104,31 @@ function results(): m.Children {
 }
 
 export const Search: m.Component = {
-    view: () =>
+    view: () => m(
+        ".search",
+        {role: "search"},
+        m("input", {
+            id: "search",
+            type: "text",
+            value: asked,
+            role: "combobox",
+            autocomplete: "off",
+            spellcheck: "false",
+            placeholder: "Find an ONU   /",
+            "aria-label": "Find an ONU by MAC address, LOID, name, description or serial number",
+            "aria-controls": open && found && found.length > 0 ? "found" : false,
+            "aria-autocomplete": "list",
+            "aria-expanded": open && found ? "true" : "false",
+            "aria-activedescendant": open && found && found.length > 0 ? `found-${chosen}` : false,
+            oninput: (event: Event) => type((event.target as HTMLInputElement).value),
+            onkeydown: press,
+            onblur: close,
+        }),
         m(
-            ".search",
-            { role: "search" },
-            m("input", {
-                id: "search",
-                type: "text",
-                value: asked,
-                role: "combobox",
-                autocomplete: "off",
-                spellcheck: "false",
-                placeholder: "Find an ONU   /",
-                "aria-label": "Find an ONU by MAC address, LOID, name, description or serial number",
-                "aria-controls": open && found && found.length > 0 ? "found" : false,
-                "aria-autocomplete": "list",
-                "aria-expanded": open && found ? "true" : "false",
-                "aria-activedescendant": open && found && found.length > 0 ? `found-${chosen}` : false,
-                oninput: (event: Event) => type((event.target as HTMLInputElement).value),
-                onkeydown: press,
-                onblur: close,
-            }),
-            m(
-                "span.hidden",
-                { role: "status", "aria-live": "polite" },
-                open && found ? `${found.length} found` : "",
-            ),
-            results(),
+            "span.hidden",
+            {role: "status", "aria-live": "polite"},
+            open && found ? `${found.length} found` : "",
         ),
+        results(),
+    ),
 };

@@ -1,7 +1,7 @@
 // The keyboard: what a key does wherever the page is, and the help that says so.
 import m from "mithril";
+import { current_olt } from "../base/place";
 import { ask } from "./dialog";
-import { current_olt } from "./place";
 
 const jumps: Record<string, [string, (olt: string) => string]> = {
     o: ["Overview", () => "/"],
@@ -23,16 +23,15 @@ function line(keys: string[], said: string): m.Vnode {
 export async function help(): Promise<void> {
     await ask(
         "Keys",
-        () =>
-            m(
-                "dl.keys",
-                line(["/"], "Search: MAC address, LOID, name, description, serial number, or PORT/ID"),
-                line(["↑", "↓", "Page", "Home", "End"], "Move in a table or in what was found"),
-                line(["Enter"], "Open what is chosen"),
-                line(["Esc"], "Close, or leave a field"),
-                Object.entries(jumps).map(([key, [name]]) => line(["g", key], name)),
-                line(["?"], "This help"),
-            ),
+        () => m(
+            "dl.keys",
+            line(["/"], "Search: MAC address, LOID, name, description, serial number, or PORT/ID"),
+            line(["↑", "↓", "Page", "Home", "End"], "Move in a table or in what was found"),
+            line(["Enter"], "Open what is chosen"),
+            line(["Esc"], "Close, or leave a field"),
+            Object.entries(jumps).map(([key, [name]]) => line(["g", key], name)),
+            line(["?"], "This help"),
+        ),
         "Close",
     );
 }
@@ -51,13 +50,15 @@ function press(event: KeyboardEvent): void {
     const olt = current_olt();
     const jump = after_g ? jumps[event.key] : undefined;
     after_g = event.key === "g";
-    if (event.key === "/") document.getElementById("search")?.focus();
-    else if (event.key === "?") void help();
-    else if (jump && olt) m.route.set(jump[1](encodeURIComponent(olt)));
-    else return;
+    if (event.key === "/")
+        document.getElementById("search")?.focus();
+    else if (event.key === "?")
+        void help();
+    else if (jump && olt)
+        m.route.set(jump[1](encodeURIComponent(olt)));
+    else
+        return;
     event.preventDefault();
 }
 
-export function listen_to_keys(): void {
-    document.addEventListener("keydown", press);
-}
+export function listen_to_keys(): void { document.addEventListener("keydown", press); }

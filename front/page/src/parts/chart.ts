@@ -1,15 +1,15 @@
 // Light over time, drawn by dygraphs, with the same in words for those who do not see it.
-import m from "mithril";
-import { clock } from "./format";
 import Dygraph, { Row } from "dygraphs/dygraph.min.js";
+import m from "mithril";
+import { clock } from "../base/format";
 
 export interface Series {
     label: string;
-    color: string; // a property of the style sheet
+    color: string;  // a property of the style sheet
 }
 
 interface Attributes {
-    label: string; // what is shown, in a sentence
+    label: string;  // what is shown, in a sentence
     unit: string;
     series: Series[];
     rows: Row[];
@@ -17,7 +17,8 @@ interface Attributes {
     window?: [number, number] | undefined;
 }
 
-// The legend of dygraphs is markup with styles in it, which the content security policy refuses. Ours is above the chart.
+// The legend of dygraphs is markup with styles in it, which the content security policy
+// refuses. Ours is above the chart.
 Dygraph.PLUGINS = Dygraph.PLUGINS.filter((plugin) => plugin !== Dygraph.Plugins.Legend);
 
 function color_of(name: string): string {
@@ -27,7 +28,9 @@ function color_of(name: string): string {
 // The limits are in sight, so that one sees how far it is to them.
 function value_range({ rows, limits }: Attributes): [number, number] {
     const values = limits.map(({ value }) => value);
-    for (const [, ...measured] of rows) for (const value of measured) if (value !== null) values.push(value);
+    for (const [, ...measured] of rows)
+        for (const value of measured)
+            if (value !== null) values.push(value);
     return [Math.floor(Math.min(...values)) - 1, Math.ceil(Math.max(...values)) + 1];
 }
 
@@ -47,12 +50,15 @@ function options(attrs: Attributes, point: Pointed): Record<string, unknown> {
         axisLabelFontSize: Math.round(0.86 * parseFloat(getComputedStyle(document.documentElement).fontSize)),
         valueRange: value_range(attrs),
         animatedZooms: false,
-        highlightCallback: (_: unknown, at: number, points: { name: string; yval: number }[]) =>
-            point(`${clock(at)}: ${points.map(({ name, yval }) => `${name} ${yval.toFixed(1)} ${attrs.unit}`).join(", ")}`),
+        highlightCallback: (_: unknown, at: number, points: { name: string; yval: number }[]) => point(
+            `${clock(at)}: ${points.map(({ name, yval }) => `${name} ${yval.toFixed(1)} ${attrs.unit}`).join(", ")}`
+        ),
         unhighlightCallback: () => point(""),
         dateWindow: attrs.window ?? null,
         // Limits are lines across the chart.
-        underlayCallback: (context: CanvasRenderingContext2D, area: { x: number; w: number }, graph: { toDomYCoord: (y: number) => number }) => {
+        underlayCallback: (context: CanvasRenderingContext2D, area: { x: number; w: number }, graph: {
+            toDomYCoord: (y: number) => number
+        }) => {
             context.save();
             context.setLineDash([5, 4]);
             for (const { value, color } of attrs.limits) {
@@ -72,7 +78,7 @@ export const Chart: m.Closure<Attributes> = () => {
     let graph: Dygraph | undefined;
     let drawn: Row[] | undefined;
     let window_drawn = "";
-    let pointed = ""; // what is below the mouse, in words
+    let pointed = "";  // what is below the mouse, in words
     const point: Pointed = (said) => {
         pointed = said;
         m.redraw();
@@ -88,18 +94,19 @@ export const Chart: m.Closure<Attributes> = () => {
             if (attrs.rows === drawn && String(attrs.window) === window_drawn) return;
             drawn = attrs.rows;
             window_drawn = String(attrs.window);
-            graph?.updateOptions({ ...options(attrs, point), file: attrs.rows });
+            graph?.updateOptions({...options(attrs, point), file: attrs.rows });
         },
         onremove: () => graph?.destroy(),
-        view: ({ attrs }) =>
+        view: ({ attrs }) => m(
+            ".chart",
             m(
-                ".chart",
-                m(
-                    "p.legend",
-                    attrs.series.map(({ label, color }) => m("span", m("span.stroke", { style: { background: `var(${color})` } }), label)),
-                    m("span.muted", pointed || attrs.unit),
+                "p.legend",
+                attrs.series.map(
+                    ({ label, color }) => m("span", m("span.stroke", { style: { background: `var(${color})` } }), label)
                 ),
-                m(".canvas", { role: "img", "aria-label": attrs.label }),
+                m("span.muted", pointed || attrs.unit),
             ),
+            m(".canvas", { role: "img", "aria-label": attrs.label }),
+        ),
     };
 };

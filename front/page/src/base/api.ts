@@ -13,7 +13,10 @@ export class ApiError extends Error {
     }
 }
 
-export const session: { now: Session | undefined; ended: boolean } = { now: undefined, ended: false };
+export const session: {now: Session | undefined; ended: boolean} = {
+    now: undefined,
+    ended: false
+};
 
 const classes: Role[] = ["read", "write", "service-affecting"];
 export function may(wanted: Role): boolean {
@@ -22,9 +25,7 @@ export function may(wanted: Role): boolean {
 }
 
 // A segment of a path: names of OLTs are whatever people call them.
-export function segment(name: string | number): string {
-    return encodeURIComponent(String(name));
-}
+export function segment(name: string | number): string { return encodeURIComponent(String(name)); }
 
 async function error_of(answer: Response): Promise<ApiError> {
     const body: unknown = await answer.json().catch(() => undefined);
@@ -55,9 +56,7 @@ export async function send(method: string, path: string, body?: unknown, headers
     throw error;
 }
 
-export async function get<T>(path: string): Promise<T> {
-    return (await (await send("GET", path)).json()) as T;
-}
+export async function get<T>(path: string): Promise<T> { return (await (await send("GET", path)).json()) as T; }
 export async function post<T>(path: string, body: unknown): Promise<T | undefined> {
     const answer = await send("POST", path, body);
     return answer.status === 204 ? undefined : ((await answer.json()) as T);
@@ -93,7 +92,9 @@ export async function call(
     if (outcome.ipc_result !== 0) throw new ApiError(502, "no_answer", `${olt} did not answer: ${outcome.ipc_text}`);
     if (outcome.status !== 0) {
         const why = outcome.status_text ?? `status ${outcome.status}`;
-        throw new ApiError(502, "refused", `${olt} refuses: ${why}${outcome.status_name ? ` (${outcome.status_name})` : ""}`);
+        throw new ApiError(
+            502, "refused", `${olt} refuses: ${why}${outcome.status_name ? ` (${outcome.status_name})` : ""}`
+        );
     }
     return outcome;
 }

@@ -1,10 +1,10 @@
 // The UNI ports of an ONU with their VLANs, which can be changed by their names.
 import m from "mithril";
-import { call, may } from "./api";
-import { change, changes_table } from "./dialog";
-import type { OnuDetail, Row } from "./model";
-import { text } from "./format";
-import { badge, button, choice, input, loading, nothing, panel, problem } from "./parts";
+import { call, may } from "../base/api";
+import { text } from "../base/format";
+import type { OnuDetail, Row } from "../base/model";
+import { change, changes_table } from "../parts/dialog";
+import { badge, button, choice, input, loading, nothing, panel, problem } from "../parts/parts";
 
 interface Given {
     detail: OnuDetail;
@@ -18,13 +18,13 @@ function link_badge(uni: Row): m.Vnode {
     return uni.link === "down" ? badge("idle", "no link") : badge("good", String(uni.link));
 }
 
-export const OnuUnis: m.Closure<Given> = ({ attrs: { detail: first, port, id } }) => {
+export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) => {
     const olt = first.olt;
     let vlans: Map<number, Row> | undefined;
     let failed: Error | undefined;
     let under_way = false;
     let asked_online = false;
-    let edited: number | undefined; // a UNI port
+    let edited: number | undefined;  // a UNI port
     let mode = "";
     let pvid = "";
     let priority = "";
@@ -67,8 +67,16 @@ export const OnuUnis: m.Closure<Given> = ({ attrs: { detail: first, port, id } }
         const setting = { onu_cmd: "BSP_CMD_ONU_VLAN_SET", onu_pon_port: port, onu_onu_id: id, onu_uni_port: uni };
         const values = { mode, pvid, priority, tpid: vlans?.get(uni)?.tpid ?? 33024 };
         const title = `Change the VLAN of UNI port ${uni} of ONU ${port}/${id}`;
-        const msg = { ...setting, ...values };
-        if (!(await change(olt, "bsp_pon_onu_ctc_config", { msg }, title, "Change it", `UNI port ${uni} of ONU ${port}/${id} is changed.`))) return;
+        const msg = {...setting, ...values };
+        if (!(await change(
+                olt,
+                "bsp_pon_onu_ctc_config",
+                { msg },
+                title,
+                "Change it",
+                `UNI port ${uni} of ONU ${port}/${id} is changed.`
+            )))
+            return;
         edited = undefined;
         void read();
         m.redraw();
@@ -81,8 +89,18 @@ export const OnuUnis: m.Closure<Given> = ({ attrs: { detail: first, port, id } }
             { onsubmit: submit, "aria-label": `VLAN of UNI port ${edited}` },
             m("h3", `UNI port ${edited}`),
             choice("VLAN mode", mode, [["transparent", "transparent"], ["tag", "tag"]], (value) => (mode = value)),
-            input("VLAN of untagged frames", pvid, (value) => (pvid = value), { type: "number", min: 1, max: 4094, required: true }),
-            input("802.1p priority", priority, (value) => (priority = value), { type: "number", min: 0, max: 7, required: true }),
+            input(
+                "VLAN of untagged frames",
+                pvid,
+                (value) => (pvid = value),
+                { type: "number", min: 1, max: 4094, required: true }
+            ),
+            input(
+                "802.1p priority",
+                priority,
+                (value) => (priority = value),
+                { type: "number", min: 0, max: 7, required: true }
+            ),
             changed.length === 0 ? m("p.muted", "Nothing is different yet.") : changes_table(changed),
             m(
                 ".buttons",
@@ -105,7 +123,15 @@ export const OnuUnis: m.Closure<Given> = ({ attrs: { detail: first, port, id } }
             m("td.right", text(uni.ingress as number | null)),
             m("td.right", text(uni.egress as number | null)),
             may("service-affecting") &&
-                m("td", plain && m("button.small", { type: "button", onclick: () => edit(number), "aria-label": `Change the VLAN of UNI port ${number}` }, "Change")),
+                m("td",
+                  plain &&
+                      m("button.small",
+                        {
+                            type: "button",
+                            onclick: () => edit(number),
+                            "aria-label": `Change the VLAN of UNI port ${number}`
+                        },
+                        "Change")),
         );
     }
 
@@ -121,13 +147,16 @@ export const OnuUnis: m.Closure<Given> = ({ attrs: { detail: first, port, id } }
             const heads = ["UNI", "Link", "VLAN mode", "VLAN", "Ingress, kbit/s", "Egress, kbit/s"];
             return panel(
                 "UNI ports",
-                detail.unis.length === 0
-                    ? nothing("They were not read yet.")
-                    : m(
-                          "table.plain",
-                          m("thead", m("tr", heads.map((title, place) => m(place > 2 ? "th.right" : "th", { scope: "col" }, title)), may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
-                          m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni))))),
-                      ),
+                detail.unis.length === 0 ?
+                    nothing("They were not read yet.") :
+                    m(
+                        "table.plain",
+                        m("thead",
+                          m("tr",
+                            heads.map((title, place) => m(place > 2 ? "th.right" : "th", { scope: "col" }, title)),
+                            may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
+                        m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni))))),
+                    ),
                 failed && problem(failed, () => void read()),
                 under_way && !vlans && loading("VLANs", 1),
                 edited !== undefined && form(),

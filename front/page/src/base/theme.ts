@@ -4,13 +4,13 @@ type Theme = (typeof names)[number];
 
 let chosen: Theme = "system";
 
-export function theme(): Theme {
-    return chosen;
-}
+export function theme(): Theme { return chosen; }
 
 function show(): void {
-    if (chosen === "system") delete document.documentElement.dataset.theme;
-    else document.documentElement.dataset.theme = chosen;
+    if (chosen === "system")
+        delete document.documentElement.dataset.theme;
+    else
+        document.documentElement.dataset.theme = chosen;
 }
 
 export function next_theme(): void {

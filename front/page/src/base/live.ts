@@ -11,11 +11,11 @@ const most_events = 500;
 class Live {
     connection: Connection = "connecting";
     lost_since = 0;
-    events: PonEvent[] = []; // those that came while the page was open, the newest first
-    said = ""; // the last of them, for screen readers
+    events: PonEvent[] = [];  // those that came while the page was open, the newest first
+    said = "";                // the last of them, for screen readers
     private source: EventSource | undefined;
     private last = "";
-    private wait = 1000; // milliseconds
+    private wait = 1000;  // milliseconds
     private timer = 0;
 
     start(): void {
@@ -69,7 +69,10 @@ class Live {
     }
 
     private change(message: MessageEvent<string>): void {
-        const said = JSON.parse(message.data) as { olt: string; versions: Record<string, number> };
+        const said = JSON.parse(message.data) as {
+            olt: string;
+            versions: Record<string, number>
+        };
         refresh_tables(said.olt, Object.keys(said.versions));
     }
 

@@ -1,15 +1,15 @@
 // What is around every screen: navigation, search, whether the page is live, who is logged in.
 import m from "mithril";
-import { log_out, session } from "./api";
+import { log_out, session } from "../base/api";
+import { clock, span } from "../base/format";
+import { live } from "../base/live";
+import { current_olt, olts, to_olt } from "../base/place";
+import { forget_all } from "../base/store";
+import { next_theme, theme } from "../base/theme";
 import { Dialogs, tell } from "./dialog";
-import { clock, span } from "./format";
 import { help } from "./keys";
-import { live } from "./live";
 import { LogIn } from "./login";
-import { current_olt, olts, to_olt } from "./place";
 import { Search } from "./search";
-import { forget_all } from "./store";
-import { next_theme, theme } from "./theme";
 
 // The segment of the address behind which the screens of each OLT are, and the words for it.
 const screens: [string, string][] = [
@@ -62,13 +62,18 @@ function olt_choice(): m.Children {
     if (!all || !olt || all.length < 2) return olt && m("span.which", olt);
     return m(
         "select.which",
-        { "aria-label": "OLT", value: olt, onchange: (event: Event) => choose((event.target as HTMLSelectElement).value) },
+        {
+            "aria-label": "OLT",
+            value: olt,
+            onchange: (event: Event) => choose((event.target as HTMLSelectElement).value)
+        },
         all.map(({ name }) => m("option", { value: name, selected: name === olt }, name)),
     );
 }
 
 function connection(): m.Vnode {
-    if (live.connection === "live") return m("span.live", { role: "status" }, m("span.dot", { "aria-hidden": "true" }), "live");
+    if (live.connection === "live")
+        return m("span.live", { role: "status" }, m("span.dot", { "aria-hidden": "true" }), "live");
     if (live.connection === "connecting") return m("span.live.connecting", { role: "status" }, "connecting …");
     return m("span.live.lost", { role: "status", title: `since ${clock(live.lost_since)}` }, "not live");
 }
@@ -89,7 +94,9 @@ function who(): m.Children {
         ".who",
         now?.user && m("span.user", { title: `may: ${now.role}` }, now.user, m("span.muted", ` ${now.role}`)),
         !now?.login && m("span.muted", { title: "There are no users: whoever connects may look." }, "only looking"),
-        m("button.plain", { type: "button", onclick: next_theme, title: `colours: ${theme()}`, "aria-label": `Colours: ${theme()}` }, "◐"),
+        m("button.plain",
+          { type: "button", onclick: next_theme, title: `colours: ${theme()}`, "aria-label": `Colours: ${theme()}` },
+          "◐"),
         m("button.plain", { type: "button", onclick: () => void help(), "aria-label": "Help: the keys" }, "?"),
         now?.user && m("button.plain", { type: "button", onclick: () => void leave() }, "Log out"),
     );
@@ -101,7 +108,8 @@ function lost_banner(): m.Children {
         ".banner",
         { role: "alert" },
         m("strong", "The console's server does not answer"),
-        ` since ${clock(live.lost_since)} (${span(Date.now() - live.lost_since)}). What is shown may be old. It is asked again by itself.`,
+        ` since ${clock(live.lost_since)} (${
+            span(Date.now() - live.lost_since)}). What is shown may be old. It is asked again by itself.`,
     );
 }
 
@@ -112,7 +120,13 @@ export function shell(screen: () => m.Children): m.Children {
     if (!now.role) return [m(LogIn, {}), m(Dialogs, {})];
     return [
         m("a.skip", { href: "#main", onclick: skip }, "To the content"),
-        m("header", m("a.brand", { href: "#/" }, "PON console"), olt_choice(), m(Search, {}), connection(), who(), navigation()),
+        m("header",
+          m("a.brand", { href: "#/" }, "PON console"),
+          olt_choice(),
+          m(Search, {}),
+          connection(),
+          who(),
+          navigation()),
         lost_banner(),
         m("main", { id: "main", tabindex: -1 }, screen()),
         m("span.hidden", { role: "log", "aria-live": "polite" }, live.said),
