@@ -4,10 +4,11 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb release-check board help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
+	@echo 'make console   show the web console of a simulated campus, on 127.0.0.1, until it is interrupted'
 	@echo 'make test      build and run every test: host, sanitizers, fortified, big-endian MIPS'
 	@echo 'make test-dev  the same for one configuration: $(TEST_PRESETS)'
 	@echo 'make bench     measure operations, exchanges, results and sizes'
@@ -29,6 +30,12 @@ demo: packages
 	@cmake --preset quick --log-level=WARNING >/dev/null
 	@cmake --build --preset quick -- --quiet
 	@examples/demo build/quick
+
+console: packages
+	@echo 'Building the simulator and the front end ...'
+	@cmake --preset quick --log-level=WARNING >/dev/null
+	@cmake --build --preset quick --target ponsim ponfront -- --quiet
+	@examples/console build/quick
 
 test: packages
 	@tests/run $(TEST_PRESETS)

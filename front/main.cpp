@@ -15,6 +15,7 @@
 #include "command_line/parse.h"
 #include "daemon/front.h"
 #include "daemon/log.h"
+#include "page/page.h"
 #include "text/utf8.h"
 #include "toml_file/section.h"
 
@@ -91,7 +92,7 @@ void tell_alive(const front::Front &served)
 // Serves until a signal ends it.
 int serve(const Options &options, front::Configuration configuration, const sigset_t &signals)
 {
-    front::Front served(std::move(configuration), PONFRONT_VERSION, {});
+    front::Front served(std::move(configuration), PONFRONT_VERSION, front::page_files());
     uint64_t watchdog = 0; // microseconds
     const bool watched = sd_watchdog_enabled(0, &watchdog) > 0;
     const timespec turn{.tv_sec = watched ? static_cast<time_t>(watchdog / 2'000'000) : 3600,

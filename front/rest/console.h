@@ -9,19 +9,11 @@
 
 #include "http/message.h"
 #include "http/workers.h"
+#include "page/page.h"
 #include "web/context.h"
 
 namespace front
 {
-
-// A PageFile is a file that browsers load. Its memory lives as long as the program.
-struct PageFile {
-    std::string_view path; // "/" for the page itself
-    std::string_view type; // as text/html; charset=utf-8
-    std::string_view content;
-    bool is_hashed = false;         // the path names the content, which never changes
-    std::string_view encoding = {}; // as gzip; empty: the content is as it is
-};
 
 struct ConsoleSettings {
     bool encrypted = false;         // see GateSettings

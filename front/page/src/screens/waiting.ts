@@ -1,0 +1,152 @@
+// ONUs that wait, each of which is admitted in one step: id, description and bandwidth.
+import m from "mithril";
+import { call, may } from "../base/api";
+import { age, plural, text } from "../base/format";
+import { Columns, onus_of, Outcome, Row, Waiting } from "../base/model";
+import { use } from "../base/store";
+import { confirmed, tell } from "../parts/dialog";
+import { awaited_screen, badge, button, choice, input, nothing } from "../parts/parts";
+import { onu_tables } from "./onus";
+
+const most_ids = 128;
+
+export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
+    const base = `/olts/${encodeURIComponent(olt)}`;
+    let chosen: Waiting | undefined;
+    let id = "";
+    let description = "";
+    let profile = "";
+    let under_way = false;
+
+    function first_free(port: number): string {
+        const table = use<Columns>(`${base}/onus`, onu_tables).value;
+        if (!table) return "";
+        const taken = new Set(onus_of(table).filter(({ pon_port }) => pon_port === port).map(({ onu_id }) => onu_id));
+        for (let free = 1; free <= most_ids; free += 1)
+            if (!taken.has(free)) return String(free);
+        return "";
+    }
+
+    function slas(): Row[] {
+        return may("service-affecting") ? use<{ sla: Row[] | null }>(`${base}/profiles`).value?.sla ?? [] : [];
+    }
+
+    function choose(onu: Waiting): void {
+        chosen = onu;
+        id = first_free(onu.pon_port);
+        description = "";
+        profile = "";
+    }
+
+    async function give_bandwidth(port: number, sla: Row): Promise<void> {
+        const { fixed, assured, maximum, priority, weight } = sla;
+        const record = { plat_port: port, plat_arg4: Number(id), fixed, assured, maximum, priority, weight };
+        const title = `Give ONU ${port}/${id} the bandwidth of ${sla.name}`;
+        await confirmed<Outcome>(title, "Give", (confirm) => call(olt, "bsp_pon_onu_sla_config", { record }, confirm));
+    }
+
+    async function admit(event: Event): Promise<void> {
+        event.preventDefault();
+        const onu = chosen as Waiting;
+        const port = onu.pon_port;
+        const name = `ONU ${port}/${id}`;
+        under_way = true;
+        try {
+            const given = { pon_port: port, onu_id: Number(id), mac: onu.mac };
+            const bound = await confirmed<Outcome>(
+                `Admit ${onu.mac} as ${name}?`,
+                "Admit",
+                (confirm) => call(olt, "bsp_pon_bind_onu_spec_id", given, confirm),
+            );
+            if (bound) {
+                if (description) {
+                    const words = { pon_port: port, onu_id: Number(id), text: description };
+                    await confirmed<Outcome>(
+                        `Describe ${name}`,
+                        "Describe",
+                        (confirm) => call(olt, "bsp_pon_onu_description", words, confirm)
+                    );
+                }
+                const sla = slas().find((row) => String(row.id) === profile);
+                if (sla) await give_bandwidth(port, sla);
+                chosen = undefined;
+                tell(`${name} is admitted.`);
+            }
+        } catch (error) {
+            tell((error as Error).message, true);
+        }
+        under_way = false;
+        m.redraw();
+    }
+
+    function form(onu: Waiting): m.Vnode {
+        return m(
+            "form.edit.admit",
+            { onsubmit: admit, "aria-label": `Admit ${onu.mac}` },
+            input(
+                "ONU id",
+                id,
+                (value) => (id = value),
+                { type: "number", min: 1, max: most_ids, required: true },
+                "The first free one is suggested."
+            ),
+            input("Description", description, (value) => (description = value), { maxlength: 127, autofocus: true }),
+            choice(
+                "Bandwidth",
+                profile,
+                [
+                    ["", "as the OLT gives by default"],
+                    ...slas().map(
+                        (row): [string, string] => [String(row.id), `${row.name}: up to ${row.maximum} kbit/s`]
+                    )
+                ],
+                (value) => (profile = value)
+            ),
+            m(".buttons",
+              button("Cancel", () => (chosen = undefined)),
+              m("button.primary", { type: "submit", disabled: under_way }, under_way ? "Admitting …" : "Admit")),
+        );
+    }
+
+    function row(onu: Waiting): m.Vnode {
+        const is_chosen = chosen?.mac === onu.mac && chosen.pon_port === onu.pon_port;
+        return m(
+            "li",
+            { key: `${onu.pon_port} ${onu.mac}` },
+            m(
+                ".waits",
+                badge("new", `port ${onu.pon_port}`),
+                m("span.mono", onu.mac),
+                m("span", onu.loid ? `LOID ${onu.loid}` : ""),
+                m("span",
+                  onu.distance === null ? "" : `${onu.distance} m`,
+                  onu.supported ? "" : badge("warn", "not supported")),
+                m("span.muted", onu.since === null ? "since before the console knew it" : ["since ", age(onu.since)]),
+                may("service-affecting") && button("Admit", () => choose(onu), {
+                    "aria-label": `Admit ${onu.mac}`,
+                    "aria-expanded": is_chosen ? "true" : "false"
+                }),
+            ),
+            is_chosen && form(onu),
+        );
+    }
+
+    return {
+        view: () => {
+            const waiting = use<{ waiting: Waiting[] }>(`${base}/waiting`, ["onus"]);
+            first_free(0);  // what ids are taken is read before somebody wants to know it
+            if (!waiting.value) return awaited_screen(waiting, `Waiting ONUs of ${olt}`);
+            const all = waiting.value.waiting;
+            return [
+                m(".title",
+                  m("h1", "Waiting ONUs", m("span.muted", ` of ${olt}`)),
+                  m("span.shown", { role: "status" }, plural(all.length, "ONU"))),
+                !may("service-affecting") && all.length > 0 &&
+                    m("p.muted", "To admit one needs the role service-affecting."),
+                all.length === 0 ?
+                    nothing(text("Nobody waits. An ONU that is plugged in and not bound is shown here at once.")) :
+                    m("ul.waiting", all.map(row)),
+            ];
+        },
+    };
+};
