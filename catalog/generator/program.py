@@ -9,7 +9,7 @@ from .checkout import Checkout
 from .reading.entry import CatalogueError
 from .writing.export_map import exports
 from .writing.header import header
-from .writing.python import native, raw, records, rows
+from .writing.python import native, queries, raw, records, rows
 from .writing.python import tables as python_tables
 from .writing.record_length import record_length
 from .writing.service_words import service_words
@@ -36,6 +36,7 @@ PYTHON = {
     "bsp_pon/raw.py": raw.raw,
     "bsp_pon/records.py": records.records,
     "bsp_pon/rows.py": rows.rows,
+    "bsp_pon/_queries.py": queries.queries,
     "bsp_pon/_tables.py": python_tables.tables,
 }
 

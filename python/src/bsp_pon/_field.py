@@ -41,7 +41,7 @@ class Field:
 
     @property
     def end(self) -> int:
-        return self.part_of(max(self.times - 1, 0)).stop
+        return self.offset + max(self.times - 1, 0) * self.every + self.size
 
     def part_of(self, place: int) -> slice:
         """Returns where the field is in the record. One that is repeated is at several places, from 0 on."""
@@ -139,7 +139,8 @@ class Field:
             raise ValueError(f"{value!r} is not {self._expected()}")
         if self.range and not self.range[0] <= value <= self.range[1]:
             raise ValueError(f"{value!r} is not {self._expected()}")
-        count = round(value / self.scale)
+        # A large whole number is no float without losing digits.
+        count = value if isinstance(value, int) and self.scale == 1 else round(value / self.scale)
         if self.values and count not in self.values.values():
             raise ValueError(f"{value!r} is not {self._expected()}")
         return count

@@ -33,6 +33,9 @@ class Layout:
     def end(self) -> int:
         return max(field.end for field in self.fields)
 
+    def has(self, name: str) -> bool:
+        return any(name in field.names() for field in self.fields)
+
     def field(self, name: str) -> Field:
         for field in self.fields:
             if name in field.names():

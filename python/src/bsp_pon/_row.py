@@ -58,7 +58,7 @@ def to_dataframe(rows: Iterable[Row]) -> Any:
 
     Needs pandas, which is imported when this is called.
     """
-    import pandas
+    import pandas  # type: ignore[import]
 
     given = list(rows)
     frame = pandas.DataFrame(to_records(given))

@@ -13,7 +13,7 @@ FUNCTIONS = [function for family in catalogue.families for function in family.fu
 def test_all_functions_of_the_header_are_there():
     assert (len(OPERATIONS), len(FUNCTIONS)) == (234, 3)
     names = {each.name for each in [*OPERATIONS, *FUNCTIONS]}
-    assert set(raw.OPERATIONS) == names == {name for name in dir(library) if name.startswith(("bsp_", "ont_"))}
+    assert set(raw.OPERATIONS) == names == {name for name in dir(library) if name.startswith(("bsp_", "ont_", "plat_"))}
     assert all(callable(getattr(raw, name)) for name in names)
 
 

@@ -150,7 +150,7 @@ class Writer:
         if not values:
             return [*lines, "    if done:", f'        raise _failure(done, "{operation.name}", None)']
         value = values[0] if len(values) == 1 else f"({', '.join(values)})"
-        row = f"    delivered = {value}"
+        row = f"    delivered: {returned} = {value}"
         assert len(row) <= WIDTH + 4, row
         return [*lines, row, "    if done:", f'        raise _failure(done, "{operation.name}", delivered)',
                 "    return delivered"]

@@ -5,13 +5,11 @@ from .text import opening
 
 def tables(catalogue):
     lines = [*opening("Status words, commands, and what the parts of records mean, as data."),
-             "from ._layout import Field, Layout", "",
+             "from ._field import Field", "from ._layout import Layout", "",
              "# The name and the text of each status word.", "STATUSES: dict[int, tuple[str, str]] = {"]
     lines += [f"    {status.value}: ({status.name!r}, {status.brief!r})," for status in catalogue.statuses.values()]
     lines += ["}", "", "# The channel and the code of each command.", "COMMANDS: dict[str, tuple[int, int]] = {"]
     lines += [f"    {command.name!r}: ({command.channel.type}, {command.code})," for command in catalogue.commands.values()]
-    lines += ["}", "", "# The view that a command asks for.", "VIEW_OF: dict[str, str] = {"]
-    lines += [f"    {command.name!r}: {view.name!r}," for view in catalogue.views.values() for command in view.commands]
     lines += ["}", "", "LAYOUTS: dict[str, Layout] = {"]
     for layout in catalogue.layouts.values():
         lines += layout_of(layout)
