@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include <pthread.h>
 
@@ -27,6 +28,7 @@ struct Client {
 };
 
 thread_local Client *own_client = nullptr;
+thread_local int32_t own_result = IPC_OK; // what the thread's last exchange returned, until it is taken
 
 void end_client(void *client)
 {
@@ -73,9 +75,9 @@ int32_t set(board_call how, uint32_t module, uint32_t msg_type, const void *requ
         Reply reply;
         const int32_t value = exchange({how, module, msg_type, request, length, 0}, reply);
         if (value == IPC_OK && status) *status = reply.status;
-        return value;
+        return own_result = value;
     } catch (...) {
-        return IPC_ERR_SYSTEM;
+        return own_result = IPC_ERR_SYSTEM;
     }
 }
 
@@ -87,6 +89,7 @@ int32_t get(board_call how, uint32_t module, uint32_t msg_type, const void *requ
         const uint32_t allowed = response_length ? *response_length : 0;
         Reply reply;
         const int32_t value = exchange({how, module, msg_type, request, length, allowed}, reply);
+        own_result = value;
         if (value) return value;
         // A caller that states no bound has room for the channel's record. The users of the channels agree on that, and
         // the service cannot know it. For an unknown channel nothing can be delivered safely.
@@ -97,7 +100,7 @@ int32_t get(board_call how, uint32_t module, uint32_t msg_type, const void *requ
         if (status) *status = reply.status;
         return IPC_OK;
     } catch (...) {
-        return IPC_ERR_SYSTEM;
+        return own_result = IPC_ERR_SYSTEM;
     }
 }
 
@@ -164,6 +167,11 @@ const char *board_ipc_use_thread_directory(const char *directory)
         userlog_err(__func__, __LINE__, "%s", error.what());
         return nullptr;
     }
+}
+
+int32_t board_ipc_take_thread_result(void)
+{
+    return std::exchange(board::own_result, IPC_OK);
 }
 
 uint32_t board_ipc_use_thread_timeout(uint32_t milliseconds)

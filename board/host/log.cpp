@@ -1,6 +1,7 @@
 // BOARD_LOG controls what is logged. It is a list of `off`, `err` (the default), `debug` (which includes err), and
 // `syslog`, which replaces standard error by the system's log.
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -59,14 +60,18 @@ std::string_view setting()
     return list ? list : "";
 }
 
-const LogSettings &log_settings()
+// What is logged where the environment says nothing. A program may change it while its threads log.
+std::atomic<LogSettings> default_settings{LogSettings{}};
+
+LogSettings log_settings()
 {
+    static const bool is_set = !setting().empty();
     static const LogSettings instance = [] {
         LogSettings s;
         parse(setting(), s);
         return s;
     }();
-    return instance;
+    return is_set ? instance : default_settings.load(std::memory_order_relaxed);
 }
 
 // Writes what a line on standard error begins with: the time of day, the program and its process. The system's log adds
@@ -87,7 +92,7 @@ int start_line(char *text, size_t room)
 // terminal anything.
 void log_line(int priority, const char *level, const char *function, int line, const char *format, va_list arguments)
 {
-    const LogSettings &s = log_settings();
+    const LogSettings s = log_settings();
     if (priority > s.lowest) return;
     const board::NotCancelled whole;
     const int error = errno;
@@ -133,6 +138,13 @@ void userlog_debug(const char *function, int line, const char *format, ...)
     va_start(arguments, format);
     log_line(LOG_DEBUG, "DEBUG", function, line, format, arguments);
     va_end(arguments);
+}
+
+void board_log_default(const char *words)
+{
+    LogSettings s;
+    parse(words, s);
+    default_settings.store(s, std::memory_order_relaxed);
 }
 
 const char *board_log_unknown_word(void)

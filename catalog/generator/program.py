@@ -9,6 +9,8 @@ from .checkout import Checkout
 from .reading.entry import CatalogueError
 from .writing.export_map import exports, symbols
 from .writing.header import header
+from .writing.python import native, queries, raw, records, rows
+from .writing.python import tables as python_tables
 from .writing.record_length import record_length
 from .writing.service_words import service_words
 from .writing.tables import tables
@@ -28,13 +30,23 @@ BUILT = {
     "thunks.cpp": thunks,
     "view_rows.h": view_rows,
 }
+# The Python bindings are built of these: what the compiler reads, and modules of the package.
+PYTHON = {
+    "native.cdef": native.cdef,
+    "native.c": native.source,
+    "bsp_pon/raw.py": raw.raw,
+    "bsp_pon/records.py": records.records,
+    "bsp_pon/rows.py": rows.rows,
+    "bsp_pon/_queries.py": queries.queries,
+    "bsp_pon/_tables.py": python_tables.tables,
+}
 
 
-def generate(checkout, check=False, build=None):
+def generate(checkout, check=False, build=None, python=None):
     """Writes what is stale. With `check` it writes nothing and only prints what is stale. It works on the checkout, or
-    on the files of the folder `build` when there is one. Returns the exit status.
+    on the files of the folder `build` or `python` when there is one. Returns the exit status.
     """
-    target, writers = (build, BUILT) if build else (checkout, COMMITTED)
+    target, writers = (build, BUILT) if build else (python, PYTHON) if python else (checkout, COMMITTED)
     try:
         catalogue = Catalogue(checkout)
         outputs = {name: write(catalogue) for name, write in writers.items()}
@@ -47,7 +59,7 @@ def generate(checkout, check=False, build=None):
             print(f"generate.py: {name} is stale; run catalog/generate.py", file=sys.stderr)
             continue
         target.write(name, outputs[name])
-        if not build:
+        if target is checkout:
             print(f"generate.py: wrote {name}")
     return 1 if check and stale else 0
 
@@ -64,6 +76,8 @@ def main(description):
     action = parser.add_mutually_exclusive_group()
     action.add_argument("--check", action="store_true", help="only say what is stale")
     action.add_argument("--build", metavar="DIR", type=pathlib.Path, help="write what a build compiles into a folder")
+    action.add_argument("--python", metavar="DIR", type=pathlib.Path, help="write what the Python bindings are built of")
     parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parents[2])
     options = parser.parse_args()
-    return generate(Checkout(options.root), options.check, options.build and Checkout(options.build))
+    build, python = (folder and Checkout(folder) for folder in (options.build, options.python))
+    return generate(Checkout(options.root), options.check, build, python)

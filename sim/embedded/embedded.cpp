@@ -127,6 +127,7 @@ bsp_simulator::bsp_simulator(const bsp_simulator_options &options)
     together.speed = options.speed;
     together.socket_mode = socket_mode;
     if (options.state) together.state = options.state;
+    if (options.record) together.record = options.record;
     together.socket_dir = options.socket_dir ? options.socket_dir : folder();
     olts = host_each(together, std::move(scenario));
 }
@@ -174,6 +175,7 @@ void bsp_simulator::spawn(const bsp_simulator_options &options, const char *prog
         words.push_back(option);
         words.push_back(value);
     };
+    if (options.record) add("--record", options.record);
     if (options.scenario_file) add("--scenario", options.scenario_file);
     if (options.scenario) {
         const std::string file = folder() + "/scenario.toml";

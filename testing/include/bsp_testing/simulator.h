@@ -41,6 +41,8 @@ typedef struct bsp_simulator_options {
     const char *socket_dir; /* the folder of sockets: made when it is missing, and left there at the end; null: a new
                                one for this user alone, which is removed at the end, or,
                                when the process is killed, by the next simulator */
+    const char *record;     /* the file to which exchanges are appended, as by ponsim --record; null: none. Several OLTs
+                               have a file each, with the name of the OLT behind a dot */
 } bsp_simulator_options;
 
 #ifdef __cplusplus

@@ -43,6 +43,15 @@ const char *board_ipc_use_thread_directory(const char *directory);
  * word. */
 const char *board_log_unknown_word(void);
 
+/* Sets what is logged where BOARD_LOG is not set, as BOARD_LOG would say it. Words without a meaning are passed over. A
+ * library that tells its users of failures in another way calls it with "off". */
+void board_log_default(const char *words);
+
+/* Returns what the calling thread's last exchange returned, as ipc_set_exec does, and forgets it. Returns IPC_OK when
+ * there was no exchange since the last call of this function. By it a caller of the library tells an exchange that
+ * failed from a status word of the service that looks the same. */
+int32_t board_ipc_take_thread_result(void);
+
 /* Bounds each later call of the calling thread by so many milliseconds, in place of BOARD_IPC_TIMEOUT_MS. 0 means that
  * BOARD_IPC_TIMEOUT_MS counts again. Returns the bound that this function set before, or 0 for none. */
 uint32_t board_ipc_use_thread_timeout(uint32_t milliseconds);

@@ -1,0 +1,1 @@
+"""This package writes what the Python bindings have of the catalogue."""
