@@ -1,0 +1,1 @@
+"""This package writes the reference. Each module writes the pages of one kind."""
