@@ -2,7 +2,7 @@
 
 PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
-SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
+SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
 .PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs generate format format-check install packages $(TEST_PRESETS:%=test-%)
 

@@ -66,6 +66,8 @@ struct TableState {
 struct ModuleQuantity {
     uint32_t cage;
     view::sfp_quantities of;
+
+    bool operator==(const ModuleQuantity &) const = default;
 };
 
 // These are the counters of a port since the OLT was switched on.
@@ -74,6 +76,8 @@ struct PortCounters {
     uint32_t port;
     uint64_t in_octets, in_unicast, in_multicast, in_broadcast, in_errors, in_discards;
     uint64_t out_octets, out_unicast, out_multicast, out_broadcast, out_discards;
+
+    bool operator==(const PortCounters &) const = default;
 };
 
 // What the MAC of an uplink is.
@@ -84,6 +88,8 @@ struct Uplink {
     uint32_t speed;     // Mbit/s; 0 while the link is down
     bool link;
     bool enabled; // it may send and receive
+
+    bool operator==(const Uplink &) const = default;
 };
 
 // How a PON port lets ONUs register and send: lengths are time quanta of 16 ns, times milliseconds.
@@ -94,6 +100,8 @@ struct PortMpcp {
     uint32_t grant_length, grant_cycle; // the cycle in microseconds
     uint32_t sync_time, laser_on, laser_off;
     bool fec;
+
+    bool operator==(const PortMpcp &) const = default;
 };
 
 // A Station is an address of the forwarding database, behind an ONU or an uplink.
@@ -102,6 +110,8 @@ struct Station {
     view::Mac mac;
     bool pon; // it is behind an ONU
     uint32_t port;
+
+    bool operator==(const Station &) const = default;
 };
 
 struct Snapshot {

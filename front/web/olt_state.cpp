@@ -2,8 +2,6 @@
 
 #include <functional>
 
-#include "web/json.h"
-
 namespace front
 {
 namespace
@@ -14,48 +12,11 @@ size_t number_of(Table table)
     return static_cast<size_t>(table);
 }
 
-// Returns the contents of a table as a text, which differs when they do.
-template <class Row>
-std::string contents(const std::shared_ptr<const Rows<Row>> &table)
-{
-    Json json;
-    json->StartArray();
-    for (const Row &row : rows_of(table))
-        json.row(row);
-    json->EndArray();
-    return json.text();
-}
-
-std::string contents(const std::shared_ptr<const Rows<ModuleQuantity>> &table)
-{
-    Json json;
-    json->StartArray();
-    for (const ModuleQuantity &quantity : rows_of(table)) {
-        json.put(quantity.cage);
-        json.row(quantity.of);
-    }
-    json->EndArray();
-    return json.text();
-}
-
-std::string contents(const std::shared_ptr<const Rows<PortCounters>> &table)
-{
-    std::string text;
-    for (const PortCounters &port : rows_of(table))
-        for (const uint64_t number : {uint64_t{port.port}, port.in_octets, port.in_unicast, port.in_multicast,
-                                      port.in_broadcast, port.in_errors, port.in_discards, port.out_octets,
-                                      port.out_unicast, port.out_multicast, port.out_broadcast, port.out_discards})
-            text += std::to_string(number) + " ";
-    return text;
-}
-
 // Returns whether a table was read again, and has other contents now.
 bool differs(Table table, const Snapshot &before, const Snapshot &after)
 {
     if (before.state(table).generation == after.state(table).generation) return false;
-    const auto changed = [](const auto &one, const auto &other) {
-        return one == nullptr || contents(one) != contents(other);
-    };
+    const auto changed = [](const auto &one, const auto &other) { return one == nullptr || one->rows != other->rows; };
     switch (table) {
     case Table::olt:
         return changed(before.olt, after.olt);
@@ -81,6 +42,12 @@ bool differs(Table table, const Snapshot &before, const Snapshot &after)
         return changed(before.modules, after.modules);
     case Table::capabilities:
         return changed(before.capabilities, after.capabilities);
+    case Table::uplinks:
+        return changed(before.uplinks, after.uplinks);
+    case Table::mpcp:
+        return changed(before.mpcp, after.mpcp);
+    case Table::stations:
+        return changed(before.stations, after.stations);
     }
     return true;
 }

@@ -22,7 +22,7 @@ def view_rows(catalogue):
         lines += ["    }", "", "    // Calls `read` with the name and the place of each column in order.",
                   "    template <class Read>", "    void fill(Read read)", "    {"]
         lines += [f"        read({quoted(column.name)}, {column.name});" for column in columns]
-        lines += ["    }", "};"]
+        lines += ["    }", "", f"    bool operator==(const {view.name} &) const = default;", "};"]
     return "\n".join([*lines, "", "} // namespace view"]) + "\n"
 
 

@@ -8,8 +8,8 @@
  * root, nor one in which others may replace its sockets.
  *
  * Sockets that a service manager holds for the process (LISTEN_FDS and LISTEN_PID, from descriptor 3 on) are used where
- * their type and name are those of a service's. They are the service manager's: their owner and mode stay as they are, and
- * they are there when the service has stopped, so that a request waits for the next one.
+ * their type and name are those of a service's. They are the service manager's: their owner and mode stay as they are,
+ * and they are there when the service has stopped, so that a request waits for the next one.
  *
  * A service has 256 connections at most. 16 of them are for its own user and for root; of the others each user has 64
  * at most. A client beyond that gets IPC_ERR_SERVICE. */
