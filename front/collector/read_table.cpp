@@ -258,13 +258,13 @@ Rows<Uplink> read_uplinks(const Snapshot &snapshot)
     for (uint32_t port = 1; port <= uplinks; ++port) {
         char registers[registers_begin + 22] = {};
         check(bsp_debug_plat_ge_mac_get(port, registers + registers_begin));
-        table.rows.push_back({.port = port,
-                              .mac = layout::load(registers, at::mac),
-                              .max_frame = layout::load(registers, at::max_frame),
-                              .speed = layout::load(registers, at::speed),
-                              .link = layout::load(registers, at::link) != 0,
-                              .enabled = layout::load(registers, at::tx_enabled) != 0 &&
-                                         layout::load(registers, at::rx_enabled) != 0});
+        table.rows.push_back(
+            {.port = port,
+             .mac = layout::load(registers, at::mac),
+             .max_frame = layout::load(registers, at::max_frame),
+             .speed = layout::load(registers, at::speed),
+             .link = layout::load(registers, at::link) != 0,
+             .enabled = layout::load(registers, at::tx_enabled) != 0 && layout::load(registers, at::rx_enabled) != 0});
     }
     return table;
 }
