@@ -22,9 +22,9 @@ constexpr uint64_t milliseconds = 1000; // of a second
 constexpr Column<Alarm> alarm_columns[] = {
     {4, "bspAlarmName", Type::octets, [](const Alarm &alarm, const Making &) { return Item(alarm.name); }},
     {5, "bspAlarmSeverity", Type::integer,
-     [](const Alarm &alarm, const Making &) { return place_of(alarm.severity, severities); }},
+     [](const Alarm &alarm, const Making &) { return place_of(alarm.severity, severities); }, severities},
     {6, "bspAlarmState", Type::integer,
-     [](const Alarm &alarm, const Making &) { return place_of(alarm.state, alarm_states); }},
+     [](const Alarm &alarm, const Making &) { return place_of(alarm.state, alarm_states); }, alarm_states},
     {7, "bspAlarmOnuId", Type::integer, [](const Alarm &alarm, const Making &) { return Item(alarm.onu_id); }},
     {8, "bspAlarmMac", Type::octets, [](const Alarm &alarm, const Making &) { return Item(alarm.mac); }},
     {9, "bspAlarmCount", Type::gauge32, [](const Alarm &alarm, const Making &) { return Item(alarm.count); }},
@@ -65,7 +65,7 @@ constexpr Column<Quantity> module_columns[] = {
     {8, "bspModuleHighAlarm", Type::integer,
      [](const Quantity &of, const Making &) { return scaled(of.high_alarm, 1000); }},
     {9, "bspModuleState", Type::integer,
-     [](const Quantity &of, const Making &) { return place_of(of.state.value_or(""), module_states); }},
+     [](const Quantity &of, const Making &) { return place_of(of.state.value_or(""), module_states); }, module_states},
 };
 
 struct Reading {
@@ -120,7 +120,7 @@ TableInfo module_table()
 {
     return {.entry = {1, 12, 1},
             .name = "bspModuleEntry",
-            .index = {{"bspOltIndex"}, {"bspModuleCage"}, {"bspModuleQuantity"}},
+            .index = {{"bspOltIndex"}, {"bspModuleCage"}, {"bspModuleQuantity", 1, quantities}},
             .columns = kinds_of<Quantity>(module_columns),
             .made_of = {Table::modules},
             .make = [](Part &part, const Making &making) {

@@ -34,7 +34,7 @@ Item gauge(const std::optional<double> &value)
     return value ? gauge(*value) : std::nullopt;
 }
 
-Item place_of(std::string_view word, std::span<const std::string_view> words)
+Item place_of(std::string_view word, Words words)
 {
     const auto found = std::ranges::find(words, word);
     if (found == words.end()) return std::nullopt;

@@ -1,7 +1,6 @@
 // What rows hold, as SNMP has it.
 #pragma once
 
-#include <span>
 #include <string_view>
 
 #include "snmp/core/table_kind.h"
@@ -18,7 +17,7 @@ Item scaled(const std::optional<double> &value, double factor);
 Item gauge(double value);
 Item gauge(const std::optional<double> &value);
 // The place of a word among words, from 1 on; nothing of a word that is not among them.
-Item place_of(std::string_view word, std::span<const std::string_view> words);
+Item place_of(std::string_view word, Words words);
 
 // Returns an index of numbers that ends with an address.
 Oid index_with(Oid numbers, const view::Mac &mac);

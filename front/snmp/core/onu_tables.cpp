@@ -40,7 +40,7 @@ constexpr Column<OnuRow> onu_columns[] = {
     {2, "bspOnuMac", Type::octets, [](const OnuRow &row, const Making &) { return Item(row.onu.mac); }},
     {3, "bspOnuName", Type::octets, [](const OnuRow &row, const Making &) { return Item(row.onu.description); }},
     {4, "bspOnuState", Type::integer,
-     [](const OnuRow &row, const Making &) { return place_of(row.onu.state, onu_states); }},
+     [](const OnuRow &row, const Making &) { return place_of(row.onu.state, onu_states); }, onu_states},
     {5, "bspOnuReason", Type::octets,
      [](const OnuRow &row, const Making &) { return of_fact(row, [](const Fact &fact) { return fact.cause; }); }},
     {6, "bspOnuPlace", Type::octets,
@@ -116,7 +116,8 @@ constexpr Column<Device> device_columns[] = {
     {12, "bspDeviceUpgradeRun", Type::integer,
      [](const Device &device, const Making &) {
          return part_of(device.upgrade, [](const auto &row) { return place_of(row.run.value_or(""), upgrade_runs); });
-     }},
+     },
+     upgrade_runs},
     {13, "bspDeviceUpgradeProgress", Type::gauge32,
      [](const Device &device, const Making &) {
          return part_of(device.upgrade, [](const auto &row) { return row.progress; });

@@ -10,10 +10,14 @@
 namespace front::snmp
 {
 
+// The words for the numbers of an enumeration, from 1 on.
+using Words = std::span<const std::string_view>;
+
 struct ColumnKind {
     uint32_t number;
     std::string_view name;
     Type type;
+    Words words = {}; // of an enumeration that follows from words of the OLT
 };
 
 // What is longer is cut, so that a value always fits into a message.

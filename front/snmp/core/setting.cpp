@@ -65,8 +65,9 @@ Result admit(OidView index, const Value &value)
     if (id < -1 || id > most_onu_id) return SetError::wrong_value;
     std::array<uint8_t, 6> mac{};
     std::ranges::transform(index.subspan(2), mac.begin(), [](uint32_t arc) { return static_cast<uint8_t>(arc); });
-    Order order{
-        index[0], "bsp_pon_bind_onu_auto_id", {{"pon_port", std::to_string(index[1])}, {"mac", text::mac_text(mac)}, {"value", "0"}}};
+    Order order{index[0],
+                "bsp_pon_bind_onu_auto_id",
+                {{"pon_port", std::to_string(index[1])}, {"mac", text::mac_text(mac)}, {"value", "0"}}};
     if (id >= 0) {
         order.operation = "bsp_pon_bind_onu_spec_id";
         order.arguments.emplace_back("onu_id", std::to_string(id));

@@ -40,6 +40,7 @@ struct Making {
 struct IndexKind {
     std::string_view name;
     size_t width = 1;
+    Words words = {}; // of an enumeration
 };
 
 struct TableInfo {
@@ -61,6 +62,7 @@ struct Column {
     std::string_view name;
     Type type;
     Item (*item)(const Row &row, const Making &making);
+    Words words = {};
 };
 
 template <class Row>
@@ -68,7 +70,7 @@ std::vector<ColumnKind> kinds_of(std::span<const Column<Row>> columns)
 {
     std::vector<ColumnKind> kinds;
     for (const Column<Row> &column : columns)
-        kinds.push_back({column.number, column.name, column.type});
+        kinds.push_back({column.number, column.name, column.type, column.words});
     return kinds;
 }
 

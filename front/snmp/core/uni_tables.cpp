@@ -61,7 +61,7 @@ constexpr Column<Waiting> waiting_columns[] = {
 constexpr Column<Loop> loop_columns[] = {
     {2, "bspLoopOnuId", Type::integer, [](const Loop &loop, const Making &) { return Item(loop.onu_id); }},
     {3, "bspLoopState", Type::integer,
-     [](const Loop &loop, const Making &) { return place_of(loop.state, loop_states); }},
+     [](const Loop &loop, const Making &) { return place_of(loop.state, loop_states); }, loop_states},
     {4, "bspLoopDetected", Type::gauge32, [](const Loop &loop, const Making &) { return Item(loop.detected); }},
     {5, "bspLoopChanged", Type::gauge32, [](const Loop &loop, const Making &) { return Item(loop.changed); }},
     {6, "bspLoopRecovers", Type::gauge32, [](const Loop &loop, const Making &) { return Item(loop.recovers); }},

@@ -100,6 +100,14 @@ class Module(unittest.TestCase):
                    if node["nodetype"] == "column" and node["access"] != "noaccess"}
         self.assertEqual(columns, mine)
 
+    def test_has_the_words_of_the_core_for_states(self):
+        for name, words in self.schema.words.items():
+            kind = self.nodes[name]["syntax"]["type"]
+            labels = {int(value["number"]): label for label, value in kind.items() if isinstance(value, dict)
+                      and value.get("nodetype") == "namednumber"}
+            self.assertEqual(labels, dict(enumerate(words, 1)), name)
+        self.assertGreater(len(self.schema.words), 6)
+
     def test_says_which_columns_can_be_set(self):
         columns = {node["oid"] for node in self.nodes.values() if node.get("access") == "readwrite"}
         self.assertEqual(columns, self.schema.writable)

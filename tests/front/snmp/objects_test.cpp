@@ -73,8 +73,8 @@ TEST_F(SnmpObjects, ComeAfterAnythingThatStandsBeforeThem)
 {
     const Oid first = below(root, {1, 1, 1, 2, 1});
     for (const Oid &before :
-         {root, below(root, {1}), below(root, {1, 1, 1}), below(root, {1, 1, 1, 1, 99}),
-          below(root, {1, 1, 1, 2}), below(root, {1, 1, 1, 2, 0}), below(root, {1, 1, 1, 2, 0, 255})})
+         {root, below(root, {1}), below(root, {1, 1, 1}), below(root, {1, 1, 1, 1, 99}), below(root, {1, 1, 1, 2}),
+          below(root, {1, 1, 1, 2, 0}), below(root, {1, 1, 1, 2, 0, 255})})
         EXPECT_EQ(one->next(before, false)->name, first);
     EXPECT_EQ(one->next(below(tx_power, {1, 1}), false)->name, below(tx_power, {1, 2}));
     EXPECT_EQ(one->next(below(tx_power, {1, 1, 0}), false)->name, below(tx_power, {1, 2}));

@@ -49,6 +49,21 @@ const char *name_of(Type type)
     return "";
 }
 
+// Returns words with commas between them: low warning becomes lowWarning, as modules write it.
+std::string text_of(Words words)
+{
+    std::string text;
+    for (const std::string_view word : words) {
+        text += text.empty() ? ":" : ",";
+        for (size_t i = 0; i < word.size(); ++i) {
+            if (word[i] == ' ') continue;
+            const bool is_next_word = i > 0 && word[i - 1] == ' ';
+            text += is_next_word ? static_cast<char>(word[i] - 'a' + 'A') : word[i];
+        }
+    }
+    return text;
+}
+
 void print(const char *what, const Oid &oid, std::string_view name, const std::string &of)
 {
     std::printf("%s %s %.*s %s\n", what, text_of(oid).c_str(), static_cast<int>(name.size()), name.data(), of.c_str());
@@ -63,10 +78,11 @@ int main()
         const Oid entry = info.is_standard ? info.entry : below(settings.root, info.entry);
         std::string index;
         for (const IndexKind &kind : info.index)
-            index += (index.empty() ? "" : ",") + std::string(kind.name) + ":" + std::to_string(kind.width);
+            index += (index.empty() ? "" : ";") + std::string(kind.name) + ":" + std::to_string(kind.width) +
+                     text_of(kind.words);
         print(info.is_standard ? "standard" : "own", entry, info.name, index);
         for (const ColumnKind &column : info.columns)
-            print("column", below(entry, {column.number}), column.name, name_of(column.type));
+            print("column", below(entry, {column.number}), column.name, name_of(column.type) + text_of(column.words));
     }
     for (const EventObject &object : event_objects())
         print("event", below(settings.root, {1, 14, object.number}), object.name, name_of(object.type));
