@@ -187,7 +187,7 @@ std::vector<Oid> onu_columns()
 {
     std::vector<Oid> columns;
     for (const front::snmp::TableInfo &info : front::snmp::table_infos()) {
-        if (info.index.size() != 3 || info.index[2] != "bspOnuId") continue;
+        if (info.index.size() != 3 || info.index[2].name != "bspOnuId") continue;
         Oid entry = front::snmp::MibSettings().root;
         entry.insert(entry.end(), info.entry.begin(), info.entry.end());
         for (const front::snmp::ColumnKind &column : info.columns)
