@@ -117,7 +117,7 @@ class World:
         return self.asked("snmpbulkwalk", "-m", "", "-On", f"127.0.0.1:{self.port}", top).splitlines()
 
     def set(self, name: str, kind: str, value: str, status: int = 0, community: str = "private") -> str:
-        return self.asked("snmpset", f"127.0.0.1:{self.port}", name, kind, value, community=community, status=status)
+        return self.asked("snmpset", "-Ir", f"127.0.0.1:{self.port}", name, kind, value, community=community, status=status)
 
 
 def arcs(line: str) -> list[int]:
