@@ -11,9 +11,8 @@ struct NoAnswer : Fault {
     NoAnswer() : Fault("the OLT does not answer") {}
 };
 
-// Reads a table into the snapshot, in as many exchanges as the OLT has ports at most, and that of stations in one for 100
-// of them. Throws a Fault when it cannot be
-// read, or is not as the catalogue says; the snapshot is as before then.
+// Reads a table into the snapshot, in as many exchanges as the OLT has ports at most, and that of stations in one for
+// 100 of them. Throws a Fault when it cannot be read, or is not as the catalogue says; the snapshot is as before then.
 void read_table(Table table, Snapshot &snapshot);
 
 } // namespace front
