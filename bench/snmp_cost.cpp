@@ -15,7 +15,7 @@
 #include <spawn.h>
 #include <sys/socket.h>
 
-#include "olts.h"
+#include "processes.h"
 #include "snmp/core/mib.h"
 
 namespace
@@ -187,7 +187,7 @@ std::vector<Oid> onu_columns()
 {
     std::vector<Oid> columns;
     for (const front::snmp::TableInfo &info : front::snmp::table_infos()) {
-        if (info.index.size() != 3 || info.index[2] != "bspOnuId") continue;
+        if (info.index.size() != 3 || info.index[2].name != "bspOnuId") continue;
         Oid entry = front::snmp::MibSettings().root;
         entry.insert(entry.end(), info.entry.begin(), info.entry.end());
         for (const front::snmp::ColumnKind &column : info.columns)
@@ -204,8 +204,12 @@ double median_ratio(const Subject &one, const Subject &other)
     return median(ratios);
 }
 
-void write_files(const std::string &folder, uint16_t port)
+void write_files(const std::string &folder, uint16_t port, int ports, int onus)
 {
+    std::ofstream(folder + "/full.toml")
+        << "start = \"registered\"\n[service.bound]\nbound = true\n[[olt]]\nname = \"olt\"\n"
+           "[[olt.port]]\nnumbers = \"1-"
+        << ports << "\"\n[[olt.port.onu]]\nname = \"onu\"\nservice = \"bound\"\ncount = " << onus << "\n";
     std::ofstream(folder + "/snmpd.conf")
         << "master agentx\nagentXSocket unix:" << folder
         << "/x\nrocommunity public 127.0.0.1\nagentaddress udp:127.0.0.1:" << port << "\n";
@@ -223,9 +227,10 @@ int main()
     constexpr int ports = 16, onus = 128;
     const std::vector<Oid> own = onu_columns();
     {
-        const Server olt = serve(scenario_of(1, ports, onus, "registered"), folder);
         const uint16_t port = free_port();
-        write_files(folder, port);
+        write_files(folder, port, ports, onus);
+        const Process olt(
+            {PONSIM, "--scenario", folder + "/full.toml", "--socket-dir", folder + "/olt", "--state", "none"});
         setenv("SNMP_PERSISTENT_DIR", folder.c_str(), 1);
         const Process snmpd({"snmpd", "-f", "-Lf", folder + "/log", "-C", "-c", folder + "/snmpd.conf"});
         const Process ponfront({PONFRONT, "--config", folder + "/front.toml"});

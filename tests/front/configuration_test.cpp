@@ -117,4 +117,54 @@ TEST(Configuration, WithOtherDoorsIsCollectedAsBefore)
     EXPECT_FALSE(one.collects_as(third));
 }
 
+TEST(Configuration, HasSnmpWhereThatIsSaid)
+{
+    EXPECT_FALSE(default_configuration().snmp);
+    const auto snmp = read("[snmp]\n").snmp;
+    ASSERT_TRUE(snmp);
+    EXPECT_EQ(snmp->master.path, "/var/agentx/master");
+    EXPECT_TRUE(snmp->mib.standard_tables);
+    EXPECT_EQ(snmp->priority, 100);
+    EXPECT_FALSE(snmp->sets);
+    EXPECT_FALSE(read("[snmp]\nenabled = false\n").snmp);
+}
+
+TEST(Configuration, SaysEverythingOfSnmp)
+{
+    const Configuration configuration = read(R"(
+[[olt]]
+name = "north"
+index = 7
+[snmp]
+agentx = "tcp:127.0.0.1:705"
+root = "1.3.6.1.4.1.99999.1"
+standard_tables = false
+priority = 50
+sets = "service_affecting"
+[audit]
+file = "/var/log/ponfront/audit.jsonl"
+)");
+    EXPECT_EQ(configuration.olts[0].index, 7u);
+    const SnmpSettings &snmp = configuration.snmp.value();
+    EXPECT_EQ(snmp::text_of(snmp.master), "tcp:127.0.0.1:705");
+    EXPECT_EQ(snmp.mib.root, (snmp::Oid{1, 3, 6, 1, 4, 1, 99999, 1}));
+    EXPECT_FALSE(snmp.mib.standard_tables);
+    EXPECT_EQ(snmp.priority, 50);
+    EXPECT_EQ(snmp.sets, catalogue::Class::service_affecting);
+    EXPECT_EQ(configuration.audit, "/var/log/ponfront/audit.jsonl");
+}
+
+TEST(Configuration, SaysWhatIsWrongWithSnmp)
+{
+    EXPECT_THAT(error_of("[snmp]\nagentx = \"master\"\n"), HasSubstr("front.toml:2: agentx: "));
+    EXPECT_THAT(error_of("[snmp]\nagentx = \"master\"\n"), HasSubstr("the path of a Unix socket"));
+    for (const char *root : {"1.3", "1.3.6.x.1", "3.1.1.1", "1.40.1.1", "1.3.6.1.4294967296", ".1.3.6.1"})
+        EXPECT_THAT(error_of("[snmp]\nroot = \"" + std::string(root) + "\"\n"), HasSubstr("an arc of yours")) << root;
+    EXPECT_THAT(error_of("[snmp]\nsets = \"write\"\n"), HasSubstr("nothing may be set without an audit log"));
+    EXPECT_THAT(error_of("[snmp]\nsets = \"all\"\n"), HasSubstr("sets: "));
+    EXPECT_THAT(error_of("[[olt]]\nname = \"a\"\nsocket_dir = \"/a\"\nindex = 2\n[[olt]]\nname = \"b\"\n"),
+                HasSubstr("a has the index 2"));
+    EXPECT_THAT(error_of("[[olt]]\nname = \"a\"\nindex = 256\n"), HasSubstr("index: "));
+}
+
 } // namespace

@@ -1,5 +1,5 @@
-// In this test ten scrapers read full OLTs through ponfront, while the OLTs die and come back. Nothing that
-// ponfront holds grows.
+// In this test ten scrapers and a walker of SNMP read full OLTs through ponfront, while the OLTs die and come back.
+// Nothing that ponfront holds grows.
 //
 // SOAK_SCRAPES says how many scrapes there are. Without it there are so few that every run of the tests can make them.
 #include <atomic>
@@ -12,9 +12,11 @@
 #include <gtest/gtest.h>
 
 #include "http_client.h"
+#include "master.h"
 #include "ponfront.h"
 #include "resources.h"
 #include "simulator.h"
+#include "snmp/core/mib.h"
 
 namespace
 {
@@ -47,7 +49,8 @@ std::string configuration()
     for (int olt = 1; olt <= olts; ++olt)
         written << "[[olt]]\nname = \"olt-" << olt << "\"\nsocket_dir = \"" << Simulator::folder() << "/ipc/olt-" << olt
                 << "\"\n";
-    written << "[periods]\nonus = 1\nalarms = 1\nports = 1\noptics = 1\n[http]\nlisten = \"127.0.0.1:0\"\n";
+    written << "[periods]\nonus = 1\nalarms = 1\nports = 1\noptics = 1\n[http]\nlisten = \"127.0.0.1:0\"\n"
+            << "[snmp]\nagentx = \"" << Simulator::folder() << "/agentx\"\n";
     return file;
 }
 
@@ -83,9 +86,40 @@ void scrape(uint16_t port, int times)
         thread.join();
 }
 
+// A Walker goes through the states of all ONUs again and again, until it ends.
+class Walker
+{
+public:
+    // Returns how many states it found the last time.
+    size_t end()
+    {
+        ending = true;
+        thread.join();
+        return found;
+    }
+
+private:
+    void walk()
+    {
+        front::snmp::Oid states = front::snmp::MibSettings().root;
+        states.insert(states.end(), {1, 4, 1, 4});
+        master.take_subagent(front::snmp::Mib({}).objects({}, {})->regions().size());
+        do {
+            usleep(100'000);
+            found = master.walk(states).size();
+        } while (!ending);
+    }
+
+    Master master{Simulator::folder() + "/agentx"};
+    std::atomic<bool> ending = false;
+    size_t found = 0;
+    std::thread thread{&Walker::walk, this};
+};
+
 TEST(FrontSoak, NothingGrows)
 {
     Simulator simulator({"--scenario", scenario(), "--fresh"});
+    Walker walker;
     Ponfront front({"--config", configuration()});
     const uint16_t port = front.port();
     wait_for_all(port);
@@ -104,6 +138,7 @@ TEST(FrontSoak, NothingGrows)
     if (!keeps_what_is_freed) {
         EXPECT_LT(memory_of(front.process()), memory + memory / 4) << "KiB, of which there were " << memory;
     }
+    EXPECT_EQ(walker.end(), size_t{olts} * ports * onus);
     EXPECT_EQ(front.end(SIGTERM), 0);
 }
 

@@ -1,6 +1,9 @@
 // The words of AgentX (RFC 2741), in which a subagent speaks with the master agent of SNMP.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <stdexcept>
 #include <string_view>
@@ -64,6 +67,16 @@ enum class CloseReason : uint8_t { other = 1, parse_error, protocol_error, timeo
 std::string_view text_of(CloseReason reason);
 
 enum class ByteOrder : uint8_t { little, big };
+// Returns a number of this machine as one of that order, or the other way round.
+template <class Number>
+Number in_order(Number number, ByteOrder order)
+{
+    constexpr ByteOrder native = std::endian::native == std::endian::big ? ByteOrder::big : ByteOrder::little;
+    if (order == native) return number;
+    auto bytes = std::bit_cast<std::array<uint8_t, sizeof number>>(number);
+    std::ranges::reverse(bytes);
+    return std::bit_cast<Number>(bytes);
+}
 
 struct Header {
     static constexpr size_t size = 20;

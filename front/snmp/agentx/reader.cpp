@@ -1,5 +1,7 @@
 #include "snmp/agentx/reader.h"
 
+#include <cstring>
+
 namespace front::snmp::agentx
 {
 
@@ -14,13 +16,9 @@ std::string_view Reader::take(size_t bytes)
 template <class Number>
 Number Reader::number()
 {
-    const std::string_view bytes = take(sizeof(Number));
-    Number value = 0;
-    for (size_t i = 0; i < sizeof(Number); ++i) {
-        const size_t at = order == ByteOrder::big ? i : sizeof(Number) - 1 - i;
-        value = static_cast<Number>(value << 8 | static_cast<uint8_t>(bytes[at]));
-    }
-    return value;
+    Number value;
+    std::memcpy(&value, take(sizeof value).data(), sizeof value);
+    return in_order(value, order);
 }
 
 uint8_t Reader::u8()

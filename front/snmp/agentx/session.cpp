@@ -54,16 +54,14 @@ bool write_next(Writer &writer, Oid &start, bool included, const Oid &end, const
 
 struct Range {
     Oid start;
-    bool included;
+    bool included = false;
     Oid end;
 };
 
-Range read_range(Reader &reader)
+void read(Reader &reader, Range &range)
 {
-    Range range;
     range.included = reader.oid(range.start);
     reader.oid(range.end);
-    return range;
 }
 
 // Writes every repetition of every range, as long as there is room for another and a range that has not ended.
@@ -86,7 +84,8 @@ void write_bulk(Writer &writer, Reader &reader, const Objects &objects)
     const uint16_t repetitions = reader.u16();
     std::vector<Range> ranges;
     while (!reader.at_end()) {
-        Range range = read_range(reader);
+        Range range;
+        read(reader, range);
         if (non_repeaters > 0) {
             --non_repeaters;
             write_next(writer, range.start, range.included, range.end, objects);
@@ -251,8 +250,9 @@ void Session::answer_values(const Header &header, Reader reader, const Objects &
     if (header.type == PduType::get_bulk) {
         write_bulk(writer, reader, objects);
     } else {
+        Range range; // whose memory is used again
         while (!reader.at_end()) {
-            Range range = read_range(reader);
+            read(reader, range);
             if (header.type == PduType::get)
                 write_value(writer, range.start, objects);
             else

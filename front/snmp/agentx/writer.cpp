@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace front::snmp::agentx
 {
@@ -26,20 +27,10 @@ Writer::Writer(const Header &header) : order(header.order())
 }
 
 template <class Number>
-void Writer::number_at(size_t at, Number value)
-{
-    for (size_t i = 0; i < sizeof value; ++i) {
-        const size_t shift = 8 * (order == ByteOrder::big ? sizeof value - 1 - i : i);
-        bytes[at + i] = static_cast<char>(static_cast<uint8_t>(value >> shift));
-    }
-}
-
-template <class Number>
 void Writer::number(Number value)
 {
-    const size_t at = bytes.size();
-    bytes.resize(at + sizeof value);
-    number_at(at, value);
+    const Number written = in_order(value, order);
+    bytes.append(reinterpret_cast<const char *>(&written), sizeof written);
 }
 
 void Writer::oid(OidView value, bool included)
@@ -96,7 +87,8 @@ void Writer::without_value(uint16_t exception, OidView name)
 
 std::string Writer::finish()
 {
-    number_at(length_at, static_cast<uint32_t>(bytes.size() - Header::size));
+    const uint32_t length = in_order(static_cast<uint32_t>(bytes.size() - Header::size), order);
+    std::memcpy(&bytes[length_at], &length, sizeof length);
     return std::move(bytes);
 }
 

@@ -34,8 +34,6 @@ public:
 private:
     template <class Number>
     void number(Number value);
-    template <class Number>
-    void number_at(size_t at, Number value);
     void without_value(uint16_t exception, OidView name);
 
     std::string bytes;

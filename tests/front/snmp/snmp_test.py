@@ -1,6 +1,6 @@
 """Asks ponfront by SNMP, through a real snmpd, with the programs that managers use.
 
-    snmp_test.py PONSIM PONFRONT FOLDERS_OF_MODULES
+    snmp_test.py PONSIM PONFRONT MODULES_OF_TESTS FOLDER_OF_THE_MODULE
 """
 
 import asyncio.coroutines
@@ -117,7 +117,7 @@ class World:
         return self.asked("snmpbulkwalk", "-m", "", "-On", f"127.0.0.1:{self.port}", top).splitlines()
 
     def set(self, name: str, kind: str, value: str, status: int = 0, community: str = "private") -> str:
-        return self.asked("snmpset", f"127.0.0.1:{self.port}", name, kind, value, community=community, status=status)
+        return self.asked("snmpset", "-Ir", f"127.0.0.1:{self.port}", name, kind, value, community=community, status=status)
 
 
 def arcs(line: str) -> list[int]:
@@ -257,6 +257,30 @@ def check_cost(world: World) -> None:
     assert recording.stat().st_size == recorded, "there were more exchanges"
 
 
+def check_exporter(shipped: str):
+    """The exporter of Prometheus reads it by the module that is shipped."""
+
+    def check_by_exporter(world: World) -> None:
+        port = free_port(socket.SOCK_STREAM)
+        world.start("exporter", "prometheus-snmp-exporter", f"--config.file={shipped}/pollers/snmp_exporter.yml",
+                    f"--web.listen-address=127.0.0.1:{port}")  # fmt: skip
+        page = f"http://127.0.0.1:{port}/snmp?module=bsp_pon&target=127.0.0.1:{world.port}"
+
+        def scraped() -> str:
+            try:
+                with urllib.request.urlopen(page, timeout=PATIENCE) as answer:
+                    return answer.read().decode()
+            except OSError as error:
+                return str(error)
+
+        text = patiently(scraped, lambda said: "snmp_scrape_pdus_returned" in said)
+        assert re.search(r'^bspOltName\{.*bspOltName="north".*\} 1$', text, re.MULTILINE), text[:3000]
+        assert re.search(r'^bspOnuState\{', text, re.MULTILINE), text[:3000]
+        world.end("exporter")
+
+    return check_by_exporter
+
+
 def check_coming_and_going(world: World) -> None:
     """Walks go on, in order, while ONUs come and go."""
     with concurrent.futures.ThreadPoolExecutor() as pool:
@@ -271,13 +295,13 @@ def check_coming_and_going(world: World) -> None:
 
 
 def main() -> int:
-    ponsim, ponfront, modules = sys.argv[1:]
+    ponsim, ponfront, modules, shipped = sys.argv[1:]
     with tempfile.TemporaryDirectory(dir="/tmp") as name:
-        world = World(pathlib.Path(name), ponsim, ponfront, modules)
+        world = World(pathlib.Path(name), ponsim, ponfront, f"{modules}:{shipped}")
         try:
             world.start_ponfront(snmp(world))
             world.expect("SNMP is answered")
-            for check in [check_walks, check_other_manager, check_sets, check_coming_and_going, check_restart,
+            for check in [check_walks, check_other_manager, check_sets, check_exporter(shipped), check_coming_and_going, check_restart,
                           check_changes, check_cost]:  # fmt: skip
                 begun = time.monotonic()
                 check(world)

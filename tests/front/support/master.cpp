@@ -102,6 +102,9 @@ Master::Pdu Master::next_of(PduType type)
             return pdu;
         }
         told.push_back(read_pdu());
+        // What it is told it answers at once, because the subagent waits for that.
+        const Header &header = told.back().header;
+        if (header.type == PduType::notify || header.type == PduType::ping) respond(header, Error::none);
     }
 }
 
@@ -168,7 +171,6 @@ Error Master::set(const Binding &binding)
 Oid Master::take_notification()
 {
     const Pdu pdu = next_of(PduType::notify);
-    respond(pdu.header, Error::none);
     Reader reader(pdu.payload, pdu.header.order());
     return reader.binding().value.oid;
 }
