@@ -159,7 +159,7 @@ TEST_F(Rest, AsksAgainBeforeWhatAffectsService)
     const Document found = document_of(get(waiting));
     const std::string mac = found["waiting"][0]["mac"].GetString();
     const std::string where = std::to_string(found["waiting"][0]["pon_port"].GetUint());
-    const std::string what = "\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":7,\"mac\":\"" + mac + "\"}";
+    const std::string what = "\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":7,\"value\":0,\"mac\":\"" + mac + "\"}";
     const char *const bind = "bsp_pon_bind_onu_spec_id";
     EXPECT_THAT(call(bind, "{" + what + "}", with_token(tokens[0])), StartsWith("HTTP/1.1 403 "));
     EXPECT_THAT(call(bind, "{" + what + "}", with_token(tokens[1])), StartsWith("HTTP/1.1 403 "));
@@ -169,7 +169,7 @@ TEST_F(Rest, AsksAgainBeforeWhatAffectsService)
     const std::string confirm =
         ",\"confirm\":\"" + std::string(document_of(asked)["confirmation"]["confirm"].GetString()) + "\"}";
     EXPECT_THAT(
-        call(bind, "{\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":8,\"mac\":\"" + mac + "\"}" + confirm),
+        call(bind, "{\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":8,\"value\":0,\"mac\":\"" + mac + "\"}" + confirm),
         StartsWith("HTTP/1.1 428 "))
         << "another request";
     const std::string again = call(bind, "{" + what + "}");
