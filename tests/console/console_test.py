@@ -1,8 +1,8 @@
 """Uses the web console of ponfront as people do, with a real browser.
 
-    console_test.py PONSIM PONCTL PONFRONT SCENARIO PICTURES
+    console_test.py PONSIM PONCTL PONFRONT SCENARIO PICTURES [NAME...]
 
-PICTURES is the folder that keeps what was seen.
+PICTURES is the folder that keeps what was seen. Names are those of tests, as Console.test_a_wrong_password_is_refused.
 """
 
 import os
@@ -69,7 +69,7 @@ class Console(unittest.TestCase):
 
     def test_a_wrong_password_is_refused(self) -> None:
         self.browser.log_in("read", "wrong")
-        self.assertIn("password", self.browser.one(".failed").text)
+        self.browser.sees("password is wrong")
         self.browser.one("input", "Password")
 
     def test_each_role_is_offered_what_it_may_do(self) -> None:
@@ -142,8 +142,8 @@ class Console(unittest.TestCase):
         browser.choose("VLAN mode", "tag")
         browser.type("VLAN of untagged frames", "123")
         change = browser.one("table.changes").text
-        self.assertIn("VLAN mode transparent tag", change)
-        self.assertIn("VLAN of untagged frames 1 123", change)
+        self.assertIn("VLAN mode translation tag", change)
+        self.assertIn("VLAN of untagged frames 418 123", change)
         browser.press("Change", "form button")
         browser.sees("This affects service.", "1/3")
         browser.press("Change it")
@@ -274,8 +274,8 @@ class Console(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    ponsim, ponctl, ponfront, Console.scenario, pictures = sys.argv[1:]
+    ponsim, ponctl, ponfront, Console.scenario, pictures, *names = sys.argv[1:]
     Console.programs = {"ponsim": ponsim, "ponctl": ponctl, "ponfront": ponfront}
     Console.pictures = pathlib.Path(pictures)
     os.makedirs(pictures, exist_ok=True)
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main(argv=[sys.argv[0], *names], verbosity=2)
