@@ -68,7 +68,8 @@ Target target_of(const PermissionRequest &sent)
     Target target;
     const Exchange &exchange = sent.exchange;
     if (!exchange.record || !exchange.channel) return target;
-    const Reading request = read_record(*exchange.record, {exchange.channel, exchange.call, sent.command}, exchange.request);
+    const Reading request =
+        read_record(*exchange.record, {exchange.channel, exchange.call, sent.command}, exchange.request);
     // Returns the text of what the request names, and adds it to the text of all.
     const auto named = [&](const char *what, std::initializer_list<std::string_view> names) {
         const Field *const field = naming_field(sent, request, names);

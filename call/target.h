@@ -15,7 +15,7 @@ struct Target {
     std::optional<std::string> port; // as people read them; none: the request names none
     std::optional<uint32_t> onu;
     std::optional<IdSet> onus;
-    std::string mac; // empty: the request names none
+    std::string mac;  // empty: the request names none
     std::string text; // all of it for people: "port 1, ONU 5"; empty: it names nothing
 
     // Returns whether it names any ONU.

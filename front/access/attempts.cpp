@@ -8,7 +8,8 @@ namespace front
 uint32_t Attempts::begin(const std::string &name, int64_t now)
 {
     const std::lock_guard lock(guard);
-    if (counts.size() >= most_names) std::erase_if(counts, [&](const auto &entry) { return now - entry.second.since >= span; });
+    if (counts.size() >= most_names)
+        std::erase_if(counts, [&](const auto &entry) { return now - entry.second.since >= span; });
     // Where so many fail at once, those whose span ends first are forgotten: the table stays small.
     if (counts.size() >= most_names && !counts.contains(name))
         counts.erase(std::ranges::min_element(counts, {}, [](const auto &entry) { return entry.second.since; }));

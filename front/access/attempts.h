@@ -15,7 +15,8 @@ public:
     // So many failures in this span are allowed of one name; times are milliseconds.
     Attempts(uint32_t most_failures, int64_t span_of_time) : most(most_failures), span(span_of_time) {}
 
-    // Counts an attempt before it is known how it ends. Returns after how many seconds the next is allowed: 0, this one is.
+    // Counts an attempt before it is known how it ends. Returns after how many seconds the next is allowed: 0, this one
+    // is.
     uint32_t begin(const std::string &name, int64_t now);
     // It ended well.
     void forgive(const std::string &name);

@@ -102,7 +102,8 @@ void Gate::check_own(const HttpRequest &request, const Identity &identity)
 
 void Gate::begin_attempt(const HttpRequest &request, const std::string &name)
 {
-    const uint32_t wait = std::max(of_addresses.begin(network_of(request.peer), clock()), of_names.begin(name, clock()));
+    const uint32_t wait =
+        std::max(of_addresses.begin(network_of(request.peer), clock()), of_names.begin(name, clock()));
     if (wait > 0) refuse_attempts(wait);
 }
 

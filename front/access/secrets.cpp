@@ -52,8 +52,7 @@ std::string new_token()
     std::array<unsigned char, token_size> bytes{};
     randombytes_buf(bytes.data(), bytes.size());
     std::array<char, sodium_base64_ENCODED_LEN(token_size, sodium_base64_VARIANT_URLSAFE_NO_PADDING)> text{};
-    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(),
-                      sodium_base64_VARIANT_URLSAFE_NO_PADDING);
+    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(), sodium_base64_VARIANT_URLSAFE_NO_PADDING);
     return text.data();
 }
 

@@ -40,7 +40,8 @@ User user_of(const std::string &line, const std::string &where)
     words >> name >> role >> password >> token;
     const std::optional<Role> known = role_of(role);
     if (token.empty() || words >> more || !is_user_name(name) || !known)
-        throw std::runtime_error(where + ": expected NAME, role, password and token, as 'ponfront user add' writes them");
+        throw std::runtime_error(where +
+                                 ": expected NAME, role, password and token, as 'ponfront user add' writes them");
     return {name, *known, unless_none(password), unless_none(token)};
 }
 
@@ -61,7 +62,8 @@ bool is_user_name(std::string_view name)
 
 std::vector<User> read_users(const std::string &file)
 {
-    struct stat state {};
+    struct stat state {
+    };
     if (stat(file.c_str(), &state) == 0 && (state.st_mode & (S_IRWXG | S_IRWXO)) != 0)
         throw std::runtime_error(file + ": others may use it; take their rights away with 'chmod go= " + file + "'");
     std::ifstream stream(file);
@@ -103,7 +105,8 @@ Users::Users(std::string name) : file(std::move(name))
 
 std::optional<Users::Mark> Users::mark_of(const std::string &file)
 {
-    struct stat state {};
+    struct stat state {
+    };
     if (stat(file.c_str(), &state) != 0) return std::nullopt;
     return Mark{state.st_dev, state.st_ino, state.st_size, state.st_ctim.tv_sec, state.st_ctim.tv_nsec};
 }
@@ -142,8 +145,7 @@ std::optional<User> Users::with_token(const std::string &token) const
     const std::string hash = hash_of_token(token);
     const std::lock_guard lock(guard);
     refresh();
-    const auto found =
-        std::ranges::find_if(users, [&](const User &user) { return is_same_secret(user.token, hash); });
+    const auto found = std::ranges::find_if(users, [&](const User &user) { return is_same_secret(user.token, hash); });
     return found == users.end() ? std::nullopt : std::optional(*found);
 }
 

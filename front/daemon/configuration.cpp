@@ -100,7 +100,8 @@ ListenSettings read_listen(const Section &section)
     listen.users = file("users");
     listen.audit = file("audit");
     listen.metrics_need_user = section.choice_or("metrics", readers, 0) == 1;
-    if (listen.metrics_need_user && listen.users.empty()) section.fail("metrics", "there are no users; name their file");
+    if (listen.metrics_need_user && listen.users.empty())
+        section.fail("metrics", "there are no users; name their file");
     return listen;
 }
 

@@ -45,7 +45,8 @@ void Front::stop_listening()
 std::unique_ptr<WebDoor> Front::listen(const std::optional<ListenSettings> &where)
 {
     if (!where) return nullptr;
-    auto log = std::make_shared<WriteLog>(where->audit, [](const std::string &line) { log_line(LogLevel::info, line); });
+    auto log =
+        std::make_shared<WriteLog>(where->audit, [](const std::string &line) { log_line(LogLevel::info, line); });
     {
         const std::lock_guard lock(guard);
         write_log = log;

@@ -11,8 +11,8 @@
 #include "daemon/olt.h"
 #include "daemon/web_door.h"
 #include "history/history.h"
+#include "rest/console.h"
 #include "web/confirmation.h"
-#include "web/console.h"
 #include "web/event_hub.h"
 #include "web/pending.h"
 

@@ -48,7 +48,7 @@ private:
     History &history;
     EventHub &hub;
     Watcher watcher;
-    uint64_t light_generation = 0; // of the table of light that was kept last
+    uint64_t light_generation = 0;                   // of the table of light that was kept last
     bool history_fails = false;                      // which is said once
     std::array<std::string, table_count> failures{}; // of tables, as they were said last
     std::atomic<Steady> turn;

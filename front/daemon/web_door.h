@@ -5,7 +5,7 @@
 
 #include "daemon/configuration.h"
 #include "http/server.h"
-#include "web/console.h"
+#include "rest/console.h"
 
 namespace front
 {

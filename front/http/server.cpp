@@ -6,15 +6,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
-#include <set>
 #include <stdexcept>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 #include <microhttpd.h>
 
 #include "http/address.h"
+#include "http/streams.h"
 #include "http/workers.h"
 #include "text/words.h"
 
@@ -25,7 +24,6 @@ namespace
 
 constexpr unsigned threads = 2;
 constexpr size_t memory_of_connection = 32 * 1024; // bytes, for all that a client sends before its body
-constexpr size_t block_of_stream = 16 * 1024;      // bytes
 constexpr size_t most_passed_over = 4;             // so many times the longest body is read before a client is cut off
 
 struct Body {
@@ -104,28 +102,20 @@ const std::string &HttpRequest::header(const std::string &name) const
 }
 
 struct HttpServer::Impl {
-    Impl(HttpSettings wanted, HttpHandler &answers) : settings(std::move(wanted)), handler(answers) {}
-
-    // A Listener is a client that is sent a stream.
-    struct Listener {
-        Impl &server;
-        MHD_Connection *connection;
-        std::unique_ptr<MessageSource> source;
-        std::string text; // that is being sent
-        size_t sent = 0;  // of it
-        bool waits = false, beats = false;
-    };
+    Impl(HttpSettings wanted, HttpHandler &answers)
+        : settings(std::move(wanted)), handler(answers), streams(settings.beat)
+    {
+    }
 
     const HttpSettings settings; // the library reads its texts
     HttpHandler &handler;
+    Streams streams;
     MHD_Daemon *daemon = nullptr;
 
     std::mutex guard; // held by whoever uses the rest
     std::condition_variable changed;
-    std::set<Listener *> listeners;
     size_t being_made = 0; // answers, by workers
     bool stopping = false;
-    std::thread beats;
 
     static MHD_Result access(void *self, MHD_Connection *connection, const char *url, const char *method, const char *,
                              const char *upload, size_t *upload_size, void **context)
@@ -138,8 +128,8 @@ struct HttpServer::Impl {
             const size_t size = std::exchange(*upload_size, 0);
             return take(exchange, upload, size) ? MHD_YES : MHD_NO;
         } catch (const std::exception &) {
-            return send_response(connection, server.handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR,
-                                                                    "it cannot be answered now"));
+            return send_response(connection,
+                                 server.handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR, "it cannot be answered now"));
         }
     }
 
@@ -182,7 +172,7 @@ struct HttpServer::Impl {
             return send_response(connection, too_long(exchange.longest_body));
         HttpAnswer answer = handler.answer(exchange.request);
         if (auto *response = std::get_if<HttpResponse>(&answer)) return send_response(connection, std::move(*response));
-        if (auto *stream = std::get_if<Stream>(&answer)) return begin_stream(connection, std::move(stream->source));
+        if (auto *stream = std::get_if<Stream>(&answer)) return streams.begin(connection, std::move(stream->source));
         defer(connection, exchange, std::move(std::get<Deferred>(answer)));
         return MHD_YES;
     }
@@ -201,9 +191,8 @@ struct HttpServer::Impl {
             --being_made;
             changed.notify_all();
         };
-        const bool taken = deferred.workers->post([this, finish_with, make = std::move(deferred.make)] {
-            finish_with(made_by(make));
-        });
+        const bool taken = deferred.workers->post(
+            [this, finish_with, make = std::move(deferred.make)] { finish_with(made_by(make)); });
         if (!taken)
             finish_with(handler.refusal(MHD_HTTP_TOO_MANY_REQUESTS, "too much is being done; try again in a moment"));
     }
@@ -221,96 +210,23 @@ struct HttpServer::Impl {
         }
     }
 
-    MHD_Result begin_stream(MHD_Connection *connection, std::unique_ptr<MessageSource> source)
-    {
-        auto listener = std::make_unique<Listener>(*this, connection, std::move(source));
-        MHD_Response *const made =
-            MHD_create_response_from_callback(MHD_SIZE_UNKNOWN, block_of_stream, read_stream, listener.get(), end_stream);
-        if (!made) return MHD_NO;
-        {
-            const std::lock_guard lock(guard);
-            listeners.insert(listener.release());
-        }
-        MHD_add_response_header(made, MHD_HTTP_HEADER_CONTENT_TYPE, "text/event-stream");
-        MHD_add_response_header(made, MHD_HTTP_HEADER_CACHE_CONTROL, "no-store");
-        MHD_add_response_header(made, "X-Content-Type-Options", "nosniff");
-        MHD_add_response_header(made, "X-Accel-Buffering", "no");
-        const MHD_Result result = MHD_queue_response(connection, MHD_HTTP_OK, made);
-        MHD_destroy_response(made);
-        return result;
-    }
-
-    // The lock is held from the question until the connection waits, so that nobody wakes it in between, in vain.
-    static ssize_t read_stream(void *of, uint64_t, char *buffer, size_t size)
-    {
-        auto &listener = *static_cast<Listener *>(of);
-        const std::lock_guard lock(listener.server.guard);
-        if (listener.sent == listener.text.size()) {
-            std::optional<std::string> text;
-            if (!listener.server.stopping) text = listener.source->next();
-            if (!text) return MHD_CONTENT_READER_END_OF_STREAM;
-            listener.text = std::move(*text);
-            listener.sent = 0;
-            if (listener.text.empty() && listener.beats) listener.text = ":\n\n";
-            listener.beats = false;
-        }
-        if (listener.text.empty()) {
-            listener.waits = true;
-            MHD_suspend_connection(listener.connection);
-            return 0;
-        }
-        const size_t count = std::min(size, listener.text.size() - listener.sent);
-        std::memcpy(buffer, listener.text.data() + listener.sent, count);
-        listener.sent += count;
-        return static_cast<ssize_t>(count);
-    }
-
-    static void end_stream(void *of)
-    {
-        auto *const listener = static_cast<Listener *>(of);
-        {
-            const std::lock_guard lock(listener->server.guard);
-            listener->server.listeners.erase(listener);
-        }
-        delete listener;
-    }
-
     static void forget(void *, MHD_Connection *, void **context, MHD_RequestTerminationCode)
     {
         delete static_cast<Exchange *>(std::exchange(*context, nullptr));
     }
 
-    // The lock must be held.
-    void wake(bool beat)
-    {
-        for (Listener *listener : listeners) {
-            listener->beats |= beat;
-            if (std::exchange(listener->waits, false)) MHD_resume_connection(listener->connection);
-        }
-    }
-
-    void beat_every(std::chrono::milliseconds span)
-    {
-        std::unique_lock lock(guard);
-        while (!changed.wait_for(lock, span, [this] { return stopping; }))
-            wake(true);
-    }
-
     void stop()
     {
+        streams.stop();
         std::unique_lock lock(guard);
         stopping = true;
-        wake(false);
-        changed.notify_all();
         changed.wait(lock, [this] { return being_made == 0; });
         lock.unlock();
-        if (beats.joinable()) beats.join();
         if (daemon) MHD_stop_daemon(daemon);
     }
 };
 
-HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler)
-    : impl(std::make_unique<Impl>(wanted, handler))
+HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler) : impl(std::make_unique<Impl>(wanted, handler))
 {
     const HttpSettings &settings = impl->settings;
     SocketAddress at = address_of(settings.address, settings.port);
@@ -334,15 +250,14 @@ HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler)
     }
     add(MHD_OPTION_END, 0);
     errno = 0;
-    impl->daemon = MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::access, impl.get(),
-                                    MHD_OPTION_NOTIFY_COMPLETED, &Impl::forget, impl.get(), MHD_OPTION_ARRAY,
-                                    options.data(), MHD_OPTION_END);
+    impl->daemon =
+        MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::access, impl.get(), MHD_OPTION_NOTIFY_COMPLETED,
+                         &Impl::forget, impl.get(), MHD_OPTION_ARRAY, options.data(), MHD_OPTION_END);
     if (!impl->daemon)
         throw std::runtime_error("cannot listen on " + settings.address + " port " + std::to_string(settings.port) +
                                  ": " + (errno ? std::strerror(errno) : "the certificate or its key cannot be used"));
     const MHD_DaemonInfo *const info = MHD_get_daemon_info(impl->daemon, MHD_DAEMON_INFO_BIND_PORT);
     bound = info ? info->port : settings.port;
-    impl->beats = std::thread([server = impl.get(), span = settings.beat] { server->beat_every(span); });
 }
 
 HttpServer::~HttpServer()
@@ -352,8 +267,7 @@ HttpServer::~HttpServer()
 
 void HttpServer::wake_streams()
 {
-    const std::lock_guard lock(impl->guard);
-    impl->wake(false);
+    impl->streams.wake();
 }
 
 } // namespace front

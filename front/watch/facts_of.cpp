@@ -102,7 +102,8 @@ FactKey key_of(const view::onu_alarm &alarm)
 {
     // Two uplinks, or two UNI ports, differ in the place alone.
     std::string detail(alarm.name);
-    if ((!alarm.mac && alarm.pon_port == 0) || alarm.name == "uni_loop") detail.append(" ").append(alarm.place.value_or(""));
+    if ((!alarm.mac && alarm.pon_port == 0) || alarm.name == "uni_loop")
+        detail.append(" ").append(alarm.place.value_or(""));
     return {FactKind::alarm, alarm.pon_port, text_of(alarm.mac), detail};
 }
 

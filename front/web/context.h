@@ -56,8 +56,8 @@ HttpResponse json_response(std::string body);
 // Refuses when the table was not read yet.
 void expect_read(const OltState &state, Table table);
 
-// Returns the answer that has this version. A client that has it already is told so, and what is made for one is kept for
-// the others.
+// Returns the answer that has this version. A client that has it already is told so, and what is made for one is kept
+// for the others.
 HttpResponse versioned(const Context &context, const std::string &version, const std::function<std::string()> &make);
 
 // Pages are answers that were made, each with its version. The last ones are kept.

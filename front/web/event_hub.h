@@ -52,7 +52,7 @@ private:
 
     mutable std::mutex guard;
     std::deque<Message> messages;
-    uint64_t first = 0; // place of the first message that is kept
+    uint64_t first = 0;    // place of the first message that is kept
     std::mutex wake_guard; // held while somebody is woken; nothing is locked before it
     std::function<void()> wake;
     std::atomic<size_t> listeners = 0;

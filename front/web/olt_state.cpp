@@ -42,10 +42,9 @@ std::string contents(const std::shared_ptr<const Rows<PortCounters>> &table)
 {
     std::string text;
     for (const PortCounters &port : rows_of(table))
-        for (const uint64_t number :
-             {uint64_t{port.port}, port.in_octets, port.in_unicast, port.in_multicast, port.in_broadcast, port.in_errors,
-              port.in_discards, port.out_octets, port.out_unicast, port.out_multicast, port.out_broadcast,
-              port.out_discards})
+        for (const uint64_t number : {uint64_t{port.port}, port.in_octets, port.in_unicast, port.in_multicast,
+                                      port.in_broadcast, port.in_errors, port.in_discards, port.out_octets,
+                                      port.out_unicast, port.out_multicast, port.out_broadcast, port.out_discards})
             text += std::to_string(number) + " ";
     return text;
 }

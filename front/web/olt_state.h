@@ -1,5 +1,5 @@
-// What the web pages are made of: of each OLT its tables, how often the contents of each changed, and what is known of it
-// in facts. Nobody changes a state: what is read makes a new one.
+// What the web pages are made of: of each OLT its tables, how often the contents of each changed, and what is known of
+// it in facts. Nobody changes a state: what is read makes a new one.
 #pragma once
 
 #include <array>

@@ -22,7 +22,7 @@ public:
         State state = State::none;
         int64_t ends = 0;        // time that never goes back
         int64_t rolls_back = 0;  // time of day
-        std::string user;        // who applied it
+        std::string user = {};   // who applied it
         std::string before = {}; // the text of the configuration before
     };
     // Goes back to what was before; the function is called when the time of an OLT is over, or this ends.
@@ -40,7 +40,8 @@ public:
     bool keep(const std::string &olt, Pending pending);
     // Forgets what waits. Returns whether something did.
     bool confirm(const std::string &olt);
-    // Returns the text to go back to, which somebody else can no longer take or confirm. A failed one can be taken again.
+    // Returns the text to go back to, which somebody else can no longer take or confirm. A failed one can be taken
+    // again.
     std::optional<std::string> take(const std::string &olt);
     void end(const std::string &olt, bool success);
 

@@ -19,8 +19,7 @@ std::string document_of(const call::PermissionRequest &request, const call::Targ
     Json json;
     json->StartObject();
     json.member_or_null("confirm", confirm);
-    json.member("expires",
-                confirm.empty() ? std::nullopt : std::optional(unix_time_now() + Confirmations::good_for));
+    json.member("expires", confirm.empty() ? std::nullopt : std::optional(unix_time_now() + Confirmations::good_for));
     json.member("operation", request.operation ? request.operation->name : "");
     json.member("command", request.command ? std::optional(request.command->name) : std::nullopt);
     json.member("class", catalogue::to_text(request.impact));

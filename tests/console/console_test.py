@@ -116,11 +116,7 @@ class Console(unittest.TestCase):
         field = self.browser.one("input#search")
         field.clear()
         field.send_keys(words)
-        try:
-            self.browser.one("#found li.chosen .where", f"campus {where}")
-        except AssertionError:
-            return False
-        return True
+        return where in self.browser.one(".found").text
 
     def test_a_waiting_onu_is_admitted(self) -> None:
         browser = self.as_operator("/olts/campus/waiting")
@@ -186,8 +182,6 @@ class Console(unittest.TestCase):
         browser.choose("Firmware", "spring: 9.9.9")
         browser.type("ONUs", "2")
         browser.press("Upgrade")
-        browser.sees("Bind spring")
-        browser.press("Bind")
         browser.sees("which ends in a reboot?")
         browser.press("Upgrade", "dialog button")
         browser.sees("has begun")

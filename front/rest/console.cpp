@@ -1,12 +1,13 @@
-#include "web/console.h"
+#include "rest/console.h"
 
 #include <algorithm>
 
+#include "call/codec/errors.h"
 #include "http/refusal.h"
+#include "rest/openapi.h"
+#include "rest/routes.h"
 #include "storage/statement.h"
-#include "web/openapi.h"
 #include "web/permission.h"
-#include "web/routes.h"
 
 namespace front
 {
@@ -46,8 +47,7 @@ std::string_view word_of(unsigned status)
 HttpResponse file_response(const PageFile &file)
 {
     HttpResponse response{.type = std::string(file.type), .body = std::string(file.content)};
-    response.headers.emplace_back("Cache-Control",
-                                  file.is_hashed ? "public, max-age=31536000, immutable" : "no-cache");
+    response.headers.emplace_back("Cache-Control", file.is_hashed ? "public, max-age=31536000, immutable" : "no-cache");
     if (!file.encoding.empty()) response.headers.emplace_back("Content-Encoding", file.encoding);
     return response;
 }
@@ -80,6 +80,8 @@ HttpResponse Console::guarded(const std::function<HttpResponse()> &make) const
         return with_rules(response_of(refused));
     } catch (const ConfirmationNeeded &needed) {
         return with_rules(response_of(needed));
+    } catch (const call::Error &error) {
+        return with_rules(response_of(Refusal(502, "no_answer", error.what())));
     } catch (const storage::Error &error) {
         return with_rules(response_of(Refusal(500, "failure", std::string("the history: ") + error.what())));
     }

@@ -2,7 +2,7 @@
 #include "board/ipc.h"
 #include "configuration/olt.h"
 #include "http/refusal.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/clock.h"
 #include "web/confirmation.h"
 #include "web/json.h"
@@ -33,8 +33,8 @@ void expect_good(const Context &context, const call::Invocation &called)
 
 std::string own_text(const Context &context)
 {
-    call::UpTo reading(catalogue::Class::read);
-    const call::Invocation called = config::read_from_olt(reading);
+    call::UpTo permission(catalogue::Class::write); // the OLT writes a file, and it has passwords
+    const call::Invocation called = config::read_from_olt(permission);
     expect_good(context, called);
     return std::string(config::text_in(called));
 }
@@ -98,8 +98,8 @@ void write(Json &json, const Plan &plan)
 void expect_confirmed(const Context &context, const Plan &plan, const std::string &confirm)
 {
     const Hits hits = all_of(context.state());
-    std::string what = context.identity.user.value_or("") + "\nconfiguration of " + context.state().name + "\n" +
-                       hits.names() + "\n";
+    std::string what =
+        context.identity.user.value_or("") + "\nconfiguration of " + context.state().name + "\n" + hits.names() + "\n";
     for (const config::ConfigDifference &difference : plan.differences)
         what += difference.setting.line(difference.before + " " + difference.after) + "\n";
     Confirmations &confirmations = context.services.confirmations;
@@ -186,8 +186,8 @@ HttpResponse answer_apply(const Context &context)
         throw Refusal(409, "conflict", olt + ": another configuration waits to be confirmed");
     const std::string result = load_configuration(plan.text);
     context.services.log->note(client_of(context),
-                              "apply a configuration, " + std::to_string(plan.differences.size()) + " settings",
-                              result.empty() ? "success" : result);
+                               "apply a configuration, " + std::to_string(plan.differences.size()) + " settings",
+                               result.empty() ? "success" : result);
     if (!result.empty()) {
         if (seconds > 0) pending.confirm(olt); // nothing was changed, so there is nothing to go back to
         throw Refusal(502, "refused", olt + ": " + result);

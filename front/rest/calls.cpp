@@ -4,7 +4,7 @@
 #include "call/arguments.h"
 #include "call/call.h"
 #include "http/refusal.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/json.h"
 #include "web/permission.h"
 #include "web/request_body.h"
@@ -65,9 +65,9 @@ std::string rows_of_call(const Context &context, const char *operation, std::vec
     asked.operation = operation;
     asked.arguments = std::move(arguments);
     const call::Outcome outcome = call::perform(asked, reading);
-    if (outcome.ipc_result != 0)
-        throw Refusal(502, "no_answer", context.state().name + ": " + outcome.ipc_text);
-    return outcome.status == 0 && outcome.outputs && !outcome.outputs->empty() ? outcome.outputs->front().value : "null";
+    if (outcome.ipc_result != 0) throw Refusal(502, "no_answer", context.state().name + ": " + outcome.ipc_text);
+    return outcome.status == 0 && outcome.outputs && !outcome.outputs->empty() ? outcome.outputs->front().value
+                                                                               : "null";
 }
 
 void write_argument(Json &json, const catalogue::Operation &operation, const catalogue::Argument &argument)

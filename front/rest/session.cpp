@@ -1,6 +1,6 @@
 // Answers about who asks: logging in and out.
 #include "http/refusal.h"
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/clock.h"
 #include "web/json.h"
 #include "web/permission.h"

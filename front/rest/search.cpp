@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <map>
 
+#include "rest/answers.h"
 #include "text/words.h"
-#include "web/answers.h"
 #include "web/index.h"
 
 namespace front

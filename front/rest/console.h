@@ -16,8 +16,8 @@ namespace front
 {
 
 struct ConsoleSettings {
-    bool encrypted = false;          // see GateSettings
-    bool metrics_need_user = false;  // of any role
+    bool encrypted = false;         // see GateSettings
+    bool metrics_need_user = false; // of any role
 };
 
 class Console : public HttpHandler

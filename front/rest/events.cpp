@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "http/refusal.h"
+#include "rest/answers.h"
 #include "text/words.h"
-#include "web/answers.h"
 #include "web/event_hub.h"
 #include "web/event_json.h"
 
@@ -42,7 +42,8 @@ EventQuery query_of(const Context &context)
 
 HttpResponse answer_events(const Context &context)
 {
-    const uint64_t limit = std::clamp<uint64_t>(context.number("limit", most_events).value_or(usual_events), 1, most_events);
+    const uint64_t limit =
+        std::clamp<uint64_t>(context.number("limit", most_events).value_or(usual_events), 1, most_events);
     const EventQuery query = query_of(context);
     const std::shared_ptr<History> history = context.services.known.events();
     std::vector<Event> events = history->find(query, limit + 1);
@@ -66,7 +67,8 @@ HttpAnswer answer_stream(const Context &context)
     const auto may_listen = [gate = context.services.gate, request = context.request] {
         return gate->identity_of(request).may(Role::read);
     };
-    auto source = context.services.hub.listen(context.services.known, asked.number("last_event_id", INT64_MAX), may_listen);
+    auto source =
+        context.services.hub.listen(context.services.known, asked.number("last_event_id", INT64_MAX), may_listen);
     if (!source) {
         Refusal refusal(429, "too_many", "too many streams are open; try again in a moment");
         refusal.headers.emplace_back("Retry-After", "10");

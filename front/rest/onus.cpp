@@ -1,7 +1,7 @@
 // Answers about the ONUs of an OLT: all that are bound, those that wait, and alarms.
 #include <map>
 
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/index.h"
 
 namespace front
@@ -30,9 +30,9 @@ private:
 };
 
 constexpr std::string_view columns[] = {
-    "pon_port",   "onu_id",  "mac",      "state",    "since",        "cause",       "place",
-    "description", "loid",   "text_a",   "serial",   "vendor",       "model",       "software",
-    "distance",   "rx_power", "olt_rx_power", "light", "alarms",     "severity",    "upgrade_run",
+    "pon_port",         "onu_id",        "mac",          "state",  "since",  "cause",    "place",
+    "description",      "loid",          "text_a",       "serial", "vendor", "model",    "software",
+    "distance",         "rx_power",      "olt_rx_power", "light",  "alarms", "severity", "upgrade_run",
     "upgrade_progress", "upgrade_reason"};
 
 struct Beside {
@@ -130,8 +130,7 @@ HttpResponse answer_onus(const Context &context)
     expect_read(state, Table::onus);
     const std::optional<uint64_t> port = context.number("port", UINT32_MAX);
     return versioned(
-        context,
-        state.version_of({Table::onus, Table::optics, Table::alarms, Table::upgrades, Table::capabilities}),
+        context, state.version_of({Table::onus, Table::optics, Table::alarms, Table::upgrades, Table::capabilities}),
         [&] { return onus_text(state, port); });
 }
 

@@ -1,5 +1,5 @@
 // Answers about one ONU.
-#include "web/answers.h"
+#include "rest/answers.h"
 #include "web/event_json.h"
 #include "web/index.h"
 

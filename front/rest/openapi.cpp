@@ -1,11 +1,11 @@
-#include "web/openapi.h"
+#include "rest/openapi.h"
 
 #include <algorithm>
 #include <cctype>
 
 #include "call/arguments.h"
+#include "rest/routes.h"
 #include "web/json.h"
-#include "web/routes.h"
 
 namespace front
 {
@@ -130,7 +130,9 @@ void write_head(Json &json, const Route &route, std::string_view id, std::string
 // Names an operation of the document by its method and path: getOltsOltPorts.
 std::string id_of(const Route &route)
 {
-    std::string id = std::string_view(route.method) == "GET" ? "get" : std::string_view(route.method) == "POST" ? "post" : "delete";
+    std::string id = std::string_view(route.method) == "GET"    ? "get"
+                     : std::string_view(route.method) == "POST" ? "post"
+                                                                : "delete";
     bool raised = true;
     for (const char c : std::string_view(route.path)) {
         if (c == '/' || c == '{' || c == '}') {
