@@ -185,6 +185,7 @@ class Console(unittest.TestCase):
         browser.sees("which ends in a reboot?")
         browser.press("Upgrade", "dialog button")
         browser.sees("has begun")
+        self.service.control("step", "300")
         patiently(lambda: self.row_of("1/2", "9.9.9"))
 
     def row_of(self, onu: str, words: str) -> bool:
