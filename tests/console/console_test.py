@@ -110,7 +110,7 @@ class Console(unittest.TestCase):
         browser.keys("ESCAPE", "g", "n")
         browser.one("[role=grid]", "ONUs of campus")
         browser.keys("END", "ENTER")
-        browser.sees("ONU 4/6")
+        browser.sees("of port 4 of campus")
 
     def search_finds(self, words: str, where: str) -> bool:
         field = self.browser.one("input#search")
