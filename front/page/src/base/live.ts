@@ -81,6 +81,8 @@ class Live {
         this.last = message.lastEventId;
         this.events = [event, ...this.events].slice(0, most_events);
         this.said = event.text;
+        // What is known of why something is so can come after the table that shows it.
+        refresh_tables(event.olt);
         m.redraw();
     }
 }

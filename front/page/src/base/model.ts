@@ -57,7 +57,7 @@ export interface Quantity {
     low_warning: number | null;
     high_warning: number | null;
     high_alarm: number | null;
-    state: string;
+    state: string | null; // null where nothing was measured
 }
 
 export type Counters = {

@@ -30,7 +30,9 @@ export class Resource<T> {
             }
             this.error = undefined;
         } catch (error) {
-            this.error = error as Error;
+            // A table that the daemon has not read yet is told of by the stream when it was.
+            const is_early = error instanceof ApiError && error.code === "not_yet";
+            this.error = is_early ? undefined : (error as Error);
         }
         this.under_way = false;
         m.redraw();

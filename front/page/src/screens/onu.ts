@@ -5,8 +5,7 @@ import { age, count, moment_and_age, rate, text, whole, words } from "../base/fo
 import type { OnuDetail, Row } from "../base/model";
 import { to_olt, to_port } from "../base/place";
 import { use } from "../base/store";
-import { change } from "../parts/dialog";
-import { changes_table } from "../parts/dialog";
+import { change, changes_table } from "../parts/dialog";
 import {
     awaited_screen,
     badge,

@@ -46,7 +46,8 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
     function edit(uni: number): void {
         const now = vlans?.get(uni);
         edited = uni;
-        mode = String(now?.vlan_mode ?? "transparent");
+        // A list of VLANs is not edited here; it can be left behind for one VLAN, or none.
+        mode = now?.vlan_mode === "transparent" ? "transparent" : "tag";
         pvid = String(now?.pvid ?? 1);
         priority = String(now?.priority ?? 0);
     }
@@ -56,6 +57,7 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
         const all = [
             { name: "VLAN mode", before: String(now?.vlan_mode), after: mode },
             { name: "VLAN of untagged frames", before: String(now?.pvid), after: pvid },
+            { name: "VLANs of the list", before: String(now?.vlans ?? "none"), after: "none" },
             { name: "802.1p priority", before: String(now?.priority), after: priority },
         ];
         return all.filter(({ before, after }) => before !== after);
@@ -113,7 +115,6 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
     function row(uni: Row, looped: boolean): m.Vnode {
         const number = Number(uni.uni);
         const vlan = vlans?.get(number);
-        const plain = vlan?.vlan_mode === "transparent" || vlan?.vlan_mode === "tag";
         return m(
             "tr",
             m("th", { scope: "row" }, number),
@@ -124,7 +125,7 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
             m("td.right", text(uni.egress as number | null)),
             may("service-affecting") &&
                 m("td",
-                  plain &&
+                  vlan &&
                       m("button.small",
                         {
                             type: "button",

@@ -54,6 +54,10 @@ const units: Record<string, string> = {
 
 function bounds(low: number | null, high: number | null): string { return `${power(low)} … ${power(high)}`; }
 
+function quantity_badge(state: string): m.Vnode {
+    return badge(state === "normal" ? "good" : state.includes("alarm") ? "bad" : "warn", words(state));
+}
+
 function module_table(module: Quantity[]): m.Children {
     if (module.length === 0) return nothing("The module was not read yet, or there is none.");
     const head = ["Quantity", "Value", "Warning outside", "Alarm outside", "State"];
@@ -69,13 +73,7 @@ function module_table(module: Quantity[]): m.Children {
                     m("td.whole", of.value === null ? "–" : `${of.value.toFixed(2)} ${units[of.unit] ?? of.unit}`),
                     m("td.muted", bounds(of.low_warning, of.high_warning)),
                     m("td.muted", bounds(of.low_alarm, of.high_alarm)),
-                    m("td.whole",
-                      badge(
-                          of.state === "normal"          ? "good" :
-                              of.state.includes("alarm") ? "bad" :
-                                                           "warn",
-                          words(of.state)
-                      )),
+                    m("td.whole", of.state === null ? "–" : quantity_badge(of.state)),
                 ),
             ),
         ),

@@ -52,7 +52,7 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
         const name = `ONU ${port}/${id}`;
         under_way = true;
         try {
-            const given = { pon_port: port, onu_id: Number(id), mac: onu.mac };
+            const given = { pon_port: port, onu_id: Number(id), mac: onu.mac, value: 0 };
             const bound = await confirmed<Outcome>(
                 `Admit ${onu.mac} as ${name}?`,
                 "Admit",
