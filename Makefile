@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: help demo test bench mutation coverage fuzz generate format format-check install packages $(TEST_PRESETS:%=test-%)
+.PHONY: help demo test bench mutation coverage fuzz generate format format-check install packages python-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -21,19 +21,22 @@ help:
 packages:
 	@packaging/install-packages
 
+python-packages: packages
+	@packaging/install-packages python-packages.txt
+
 demo: packages
 	@echo 'Building the library, the simulator and the tool ...'
 	@cmake --preset quick --log-level=WARNING >/dev/null
 	@cmake --build --preset quick -- --quiet
 	@examples/demo build/quick
 
-test: packages
+test: python-packages
 	@tests/run $(TEST_PRESETS)
 
-$(TEST_PRESETS:%=test-%): test-%: packages
+$(TEST_PRESETS:%=test-%): test-%: python-packages
 	@tests/run $*
 
-bench: packages
+bench: python-packages
 	cmake --preset release --log-level=WARNING >/dev/null
 	cmake --build --preset release -- --quiet
 	@bench/run build/release
@@ -41,7 +44,7 @@ bench: packages
 mutation: packages
 	/usr/bin/python3 tests/mutation/run.py
 
-coverage: packages
+coverage: python-packages
 	@packaging/install-packages coverage-packages.txt
 	/usr/bin/python3 -B tests/coverage/run.py
 
@@ -60,7 +63,7 @@ format: packages
 format-check:
 	@clang-format --dry-run -Werror $(SOURCES)
 
-install: packages
+install: python-packages
 	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
 	cmake --build --preset release -- --quiet
 	cmake --install build/release

@@ -21,15 +21,9 @@ static uint64_t nanoseconds(void)
 
 static const uint8_t mac[6] = {2, 0, 0x5e, 0x10, 0, 1};
 
-uint64_t time_numbers(uint32_t count)
-{
-    TIME(count, bsp_pon_no_bind_onu_spec_id(1, 5))
-}
+uint64_t time_numbers(uint32_t count){TIME(count, bsp_pon_no_bind_onu_spec_id(1, 5))}
 
-uint64_t time_texts(uint32_t count)
-{
-    TIME(count, bsp_pon_bind_onu_spec_id(1, 5, mac, "customer 1207", NULL, 0, NULL))
-}
+uint64_t time_texts(uint32_t count){TIME(count, bsp_pon_bind_onu_spec_id(1, 5, mac, "customer 1207", NULL, 0, NULL))}
 
 uint64_t time_block(uint32_t count)
 {
