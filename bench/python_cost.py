@@ -43,7 +43,8 @@ def main(library):
         in_c, in_python = (min(side) for side in zip(*turns))
         more = in_python - in_c
         dear = dear or more > BUDGET
-        print(f"{name:10}{in_c:8.0f}{in_python:10.0f}{more:10.0f}   {operation}{'   TOO MUCH' if more > BUDGET else ''}")
+        remark = "   TOO MUCH" if more > BUDGET else ""
+        print(f"{name:10}{in_c:8.0f}{in_python:10.0f}{more:10.0f}   {operation}{remark}")
     return int(dear)
 
 

@@ -1,4 +1,4 @@
-"""Makes the C of the extension of what the generator wrote. Called as a script, with the generated folder and the output."""
+"""Makes the C of the extension of what the generator wrote. Called as a script, with that folder and the output."""
 
 import pathlib
 import sys

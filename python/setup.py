@@ -1,7 +1,7 @@
 """What setuptools does not do by itself: the modules and the C that follow from the catalogue are made.
 
-In the source tree the catalogue's generator makes them, in the folder of the build. A source distribution brings them along,
-because it has no catalogue. The extension is compiled against the headers and libraries that pkg-config knows.
+In the source tree the catalogue's generator makes them, in the folder of the build. A source distribution brings them
+along, because it has no catalogue. The extension is compiled against the headers and libraries that pkg-config knows.
 """
 
 import pathlib

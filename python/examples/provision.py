@@ -3,8 +3,8 @@
 
 provision.py FILE [--dry-run]    columns: port, mac, onu_id (may be empty), description, vlan (may be empty)
 
-What is bound already as the file says is left alone, so the script can be run again after a failure. Every row is checked
-before anything is sent. Exit status 1 where the OLT refused a row, 2 where the file is wrong.
+What is bound already as the file says is left alone, so the script can be run again after a failure. Every row is
+checked before anything is sent. Exit status 1 where the OLT refused a row, 2 where the file is wrong.
 """
 
 from __future__ import annotations

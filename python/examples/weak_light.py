@@ -3,9 +3,9 @@
 
 weak_light.py [--below DBM] [--margin DB] [--csv FILE]
 
-Weak is what the OLT receives with less power than --below, -27 dBm by default. With --margin, an ONU is also listed that
-is so much weaker than the median of its port, which tells a bad connector from a long fibre. Exit status 1 where there is
-one, so that the job can send a mail.
+Weak is what the OLT receives with less power than --below, -27 dBm by default. With --margin, an ONU is also listed
+that is so much weaker than the median of its port, which tells a bad connector from a long fibre. Exit status 1 where
+there is one, so that the job can send a mail.
 """
 
 from __future__ import annotations
@@ -37,7 +37,7 @@ def weak(light: list[rows.OnuOpticsTable], below: float, margin: float | None) -
 def main() -> int:
     parser = argparse.ArgumentParser(description="Lists the ONUs whose light is weak.")
     parser.add_argument("--below", type=float, default=-27.0, metavar="DBM", help="weak is less than this; default -27")
-    parser.add_argument("--margin", type=float, metavar="DB", help="weak is also so much less than the median of the port")
+    parser.add_argument("--margin", type=float, metavar="DB", help="weak is also so much less than its port's median")
     parser.add_argument("--csv", metavar="FILE", help="write the rows of these ONUs to a file, too")
     options = parser.parse_args()
     try:

@@ -1,5 +1,5 @@
-"""Makes the C of the extension that starts simulators. Called as a script, with the output, or by setuptools, which calls
-`installed`.
+"""Makes the C of the extension that starts simulators. Called as a script, with the output, or by setuptools, which
+calls `installed`.
 """
 
 import sys

@@ -13,6 +13,6 @@ from .onu import Onu
 from .onu_ids import onu_id_set
 
 __all__ = [
-    "AnswerError", "BspError", "Database", "IpcError", "Memory", "Olt", "Onu", "Row", "StatusError", "Unknown", "onu_id_set", "to_dataframe",
-    "to_records",
+    "AnswerError", "BspError", "Database", "IpcError", "Memory", "Olt", "Onu", "Row", "StatusError", "Unknown", "onu_id_set",
+    "to_dataframe", "to_records",
 ]

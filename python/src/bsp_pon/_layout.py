@@ -74,7 +74,8 @@ class Layout:
             named = [name for name in field.names() if name in values]
             place = slice(field.offset, field.end)
             if named and any(content[place]):
-                raise ValueError(f"{named[0]}: has a meaning only where {field.condition} is {' or '.join(field.where)}")
+                where = " or ".join(field.where)
+                raise ValueError(f"{named[0]}: has a meaning only where {field.condition} is {where}")
             content[place] = bytes(field.end - field.offset)
 
     def _put(self, field: Field, name: str, value: Value, content: bytearray) -> None:

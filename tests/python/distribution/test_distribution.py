@@ -39,7 +39,8 @@ def environment(tmp_path_factory):
 def test_wheels_are_built_from_source_distributions_and_work(environment, tmp_path):
     sources = tmp_path / "checkout"
     for folder in ("python", "catalog"):
-        shutil.copytree(ROOT / folder, sources / folder, ignore=shutil.ignore_patterns("__pycache__", "*.egg-info", "build"))
+        left_out = shutil.ignore_patterns("__pycache__", "*.egg-info", "build")
+        shutil.copytree(ROOT / folder, sources / folder, ignore=left_out)
     wheels = tmp_path / "wheels"
     for package in ("python", "python/pytest-ponsim"):
         # The wheel is built of the source distribution, and that of the sources.

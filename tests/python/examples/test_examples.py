@@ -15,8 +15,8 @@ EXAMPLES = pathlib.Path(__file__).resolve().parents[3] / "python/examples"
 def run(olt):
     def run_example(name, *arguments):
         environment = {**os.environ, "BOARD_IPC_DIR": olt.call.directory}
-        return subprocess.run([sys.executable, "-B", EXAMPLES / name, *map(str, arguments)], env=environment, timeout=120,
-                              capture_output=True, text=True, check=False)
+        words = [sys.executable, "-B", EXAMPLES / name, *map(str, arguments)]
+        return subprocess.run(words, env=environment, timeout=120, capture_output=True, text=True, check=False)
 
     return run_example
 
@@ -82,6 +82,7 @@ def test_soak(olt, run):
 
 def test_without_a_service_they_say_so(tmp_path):
     for name in ("weak_light.py", "soak.py"):
-        done = subprocess.run([sys.executable, "-B", EXAMPLES / name], env={**os.environ, "BOARD_IPC_DIR": str(tmp_path)},
-                              timeout=60, capture_output=True, text=True, check=False)
+        environment = {**os.environ, "BOARD_IPC_DIR": str(tmp_path)}
+        done = subprocess.run([sys.executable, "-B", EXAMPLES / name], env=environment, timeout=60, capture_output=True,
+                              text=True, check=False)
         assert done.returncode == 2 and "nobody serves the module" in done.stderr

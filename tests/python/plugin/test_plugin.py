@@ -23,8 +23,8 @@ ONE_OLT = """
 def run(pytester):
     def run_tests(text, *arguments):
         pytester.makepyfile(text)
-        words = ["-p", "pytest_ponsim.plugin", "-p", "no:cacheprovider", f"--ponctl-program={os.environ['PONCTL']}", *arguments]
-        return pytester.runpytest_subprocess(*words, timeout=120)
+        words = ["-p", "pytest_ponsim.plugin", "-p", "no:cacheprovider", f"--ponctl-program={os.environ['PONCTL']}"]
+        return pytester.runpytest_subprocess(*words, *arguments, timeout=120)
 
     return run_tests
 
@@ -39,7 +39,8 @@ def test_a_test_that_passes_leaves_nothing(run):
 def test_a_test_that_fails_shows_what_it_exchanged(run):
     result = run(ONE_OLT.format(expected=6))
     result.assert_outcomes(failed=1)
-    result.stdout.fnmatch_lines(["*recording of ponsim: *recording-1*", "*set*BSP_CMD_ONU_BIND*BSP_OK*", "*step 5.000*"])
+    result.stdout.fnmatch_lines(
+        ["*recording of ponsim: *recording-1*", "*set*BSP_CMD_ONU_BIND*BSP_OK*", "*step 5.000*"])
     assert not pathlib.Path(pathlib.Path("directory").read_text()).exists()
 
 
@@ -71,7 +72,8 @@ def test_sockets_have_short_names_whatever_the_temporary_folder(run, monkeypatch
 
 
 def test_simulators_may_be_processes_of_their_own(run):
-    run(ONE_OLT.format(expected=5), "--ponsim-child", f"--ponsim-program={os.environ['PONSIM']}").assert_outcomes(passed=1)
+    result = run(ONE_OLT.format(expected=5), "--ponsim-child", f"--ponsim-program={os.environ['PONSIM']}")
+    result.assert_outcomes(passed=1)
 
 
 def test_a_marker_says_what_is_simulated(run):
