@@ -7,7 +7,7 @@ import shutil
 import tempfile
 from types import TracebackType
 
-from bsp_pon import Olt, rows
+from bsp_pon import Olt
 
 from ._native import ffi, lib
 from .duration import milliseconds
