@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs generate format format-check install packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs generate format format-check install packages test-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -26,6 +26,9 @@ help:
 packages:
 	@packaging/install-packages
 
+test-packages: packages
+	@packaging/install-packages test-packages.txt
+
 demo: packages
 	@echo 'Building the library, the simulator and the tool ...'
 	@cmake --preset quick --log-level=WARNING >/dev/null
@@ -38,13 +41,13 @@ console: packages
 	@cmake --build --preset quick --target ponsim ponfront -- --quiet
 	@examples/console build/quick
 
-test: packages
+test: test-packages
 	@tests/run $(TEST_PRESETS)
 
-$(TEST_PRESETS:%=test-%): test-%: packages
+$(TEST_PRESETS:%=test-%): test-%: test-packages
 	@tests/run $*
 
-bench: packages
+bench: test-packages
 	cmake --preset release --log-level=WARNING >/dev/null
 	cmake --build --preset release -- --quiet
 	@bench/run build/release
@@ -52,7 +55,7 @@ bench: packages
 mutation: packages
 	/usr/bin/python3 tests/mutation/run.py
 
-coverage: packages
+coverage: test-packages
 	@packaging/install-packages coverage-packages.txt
 	/usr/bin/python3 -B tests/coverage/run.py
 
@@ -77,7 +80,7 @@ format: packages
 format-check:
 	@clang-format --dry-run -Werror $(SOURCES)
 
-install: packages
+install: test-packages
 	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
 	cmake --build --preset release -- --quiet
 	cmake --install build/release

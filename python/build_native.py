@@ -1,6 +1,4 @@
-"""Makes the C of the extension of what the generator wrote: called as a script with the generated folder and the output,
-or by setuptools through `ffi`.
-"""
+"""Makes the C of the extension of what the generator wrote. Called as a script, with that folder and the output."""
 
 import pathlib
 import sys
@@ -8,13 +6,12 @@ import sys
 import cffi
 
 
-def builder(generated: pathlib.Path) -> cffi.FFI:
-    """Returns what writes and compiles the extension, which is part of the package."""
+def write_source(generated, output):
     ffi = cffi.FFI()
     ffi.cdef((generated / "native.cdef").read_text(encoding="utf-8"))
-    ffi.set_source("bsp_pon._native", (generated / "native.c").read_text(encoding="utf-8"), libraries=["bsp_pon", "board"])
-    return ffi
+    ffi.set_source("bsp_pon._native", (generated / "native.c").read_text(encoding="utf-8"))
+    ffi.emit_c_code(str(output))
 
 
 if __name__ == "__main__":
-    builder(pathlib.Path(sys.argv[1])).emit_c_code(sys.argv[2])
+    write_source(pathlib.Path(sys.argv[1]), sys.argv[2])

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -21,10 +22,12 @@
 namespace
 {
 
+// It fits a word, so that every target reads it as a whole.
 struct LogSettings {
-    int lowest = LOG_ERR; // the least urgent priority that is logged; -1: nothing is logged
+    int16_t lowest = LOG_ERR; // the least urgent priority that is logged; -1: nothing is logged
     bool to_syslog = false;
 };
+static_assert(sizeof(LogSettings) <= sizeof(uint32_t));
 
 // Returns whether the word is one of those that BOARD_LOG may have, after doing what it says.
 bool apply(std::string_view word, LogSettings &s)

@@ -1,5 +1,5 @@
-"""Makes the C of the extension that starts simulators: called as a script with the output, or by setuptools through
-`ffi`.
+"""Makes the C of the extension that starts simulators. Called as a script, with the output, or by setuptools, which
+calls `installed`.
 """
 
 import sys
@@ -31,9 +31,23 @@ DECLARATIONS = """
     const char *bsp_simulator_directory(const bsp_simulator *simulator, const char *olt);
 """
 
-ffi = cffi.FFI()
-ffi.cdef(DECLARATIONS)
-ffi.set_source("pytest_ponsim._native", '#include "bsp_testing/simulator.h"\n', libraries=["ponsim"])
+SOURCE = '#include "bsp_testing/simulator.h"\n'
+
+
+def declared():
+    ffi = cffi.FFI()
+    ffi.cdef(DECLARATIONS)
+    return ffi
+
+
+def installed():
+    """Returns what setuptools compiles, against the library that pkg-config knows."""
+    ffi = declared()
+    ffi.set_source_pkgconfig("pytest_ponsim._native", ["ponsim"], SOURCE)
+    return ffi
+
 
 if __name__ == "__main__":
+    ffi = declared()
+    ffi.set_source("pytest_ponsim._native", SOURCE)
     ffi.emit_c_code(sys.argv[1])

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <set>
 #include <stdexcept>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -48,6 +49,33 @@ protected:
 TEST_P(Failure, no_service_without_a_socket)
 {
     EXPECT_EQ(get(), IPC_ERR_NO_SERVICE);
+}
+
+TEST_P(Failure, is_told_once_to_the_thread_that_met_it)
+{
+    board_ipc_take_thread_result();
+    get();
+    std::thread([] { EXPECT_EQ(board_ipc_take_thread_result(), IPC_OK); }).join();
+    EXPECT_EQ(board_ipc_take_thread_result(), IPC_ERR_NO_SERVICE);
+    EXPECT_EQ(board_ipc_take_thread_result(), IPC_OK);
+}
+
+TEST_P(Failure, is_forgotten_when_an_exchange_succeeds)
+{
+    get();
+    TestService service([](const board_request &, board_answer &answer) { board_answer_status(&answer, 1001); });
+    EXPECT_EQ(get(), IPC_OK);
+    EXPECT_EQ(board_ipc_take_thread_result(), IPC_OK);
+}
+
+TEST(FailureOfASet, is_told_to_its_thread)
+{
+    uint32_t status = 0;
+    board_ipc_take_thread_result();
+    EXPECT_EQ(ipc_set_exec(test_module, test_channel, "?", 1, &status), IPC_ERR_NO_SERVICE);
+    EXPECT_EQ(board_ipc_take_thread_result(), IPC_ERR_NO_SERVICE);
+    EXPECT_EQ(ipc_dgram_set_exec(test_module, test_channel, "?", 1, &status), IPC_ERR_NO_SERVICE);
+    EXPECT_EQ(board_ipc_take_thread_result(), IPC_ERR_NO_SERVICE);
 }
 
 TEST_P(Failure, no_service_behind_a_socket_that_a_dead_one_left)

@@ -65,6 +65,19 @@ TEST(Log, has_nothing_with_off)
     EXPECT_EQ(logged("off", log_both), "");
 }
 
+TEST(Log, is_what_a_program_says_where_the_environment_says_nothing)
+{
+    const auto quiet = [] {
+        board_log_default("off");
+        log_both();
+        board_log_default("debug");
+        userlog_debug("looks", 56, "again");
+    };
+    EXPECT_EQ(logged(nullptr, quiet), "DEBUG looks:56: again\n");
+    EXPECT_EQ(logged("", quiet), "DEBUG looks:56: again\n");
+    EXPECT_EQ(logged("err", quiet), "ERROR fails:12: ipc msg failed. rv=-3\n");
+}
+
 TEST(Log, goes_past_standard_error_to_the_systems_log)
 {
     EXPECT_EQ(logged("debug,syslog", log_both), "");

@@ -312,6 +312,17 @@ TEST_P(Embedded, a_folder_that_was_given_stays_and_a_state_is_gone_on_with)
     EXPECT_NE(reason(start, other).find("the stored state is that of an OLT with --seed 1 "), std::string::npos);
 }
 
+TEST_P(Embedded, what_is_exchanged_is_recorded_in_a_file)
+{
+    const Folder folder;
+    const std::string file = folder.path + "/recording";
+    const bsp_simulator_options options{.record = file.c_str()};
+    const Simulator simulator(start, options);
+    const auto before = fs::file_size(file);
+    EXPECT_EQ(bsp_pon_no_bind_onu_all(1), BSP_OK);
+    EXPECT_GT(fs::file_size(file), before);
+}
+
 TEST_P(Embedded, a_forked_process_reaches_it_and_cannot_stop_it)
 {
     const Simulator simulator(start, 3);

@@ -109,7 +109,9 @@ class Field:
             return ipaddress.IPv4Address(_text(value)).packed
         if self.type in ("oui", "date"):
             digits = "".join(each for each in _text(value) if each not in ":-.")
-            return _exactly(bytes.fromhex(digits[2:] if self.type == "date" and len(digits) == 8 else digits), self.size)
+            if self.type == "date" and len(digits) == 8:
+                digits = digits[2:]
+            return _exactly(bytes.fromhex(digits), self.size)
         if self.type == "text":
             return _at_most(_text(value).encode("utf-8", "surrogateescape"), self.size - 1).ljust(self.size, b"\0")
         if self.type == "list":

@@ -44,12 +44,14 @@ class Layout:
         raise ValueError(f"{name}: not a field of {self.name}; known are {known}")
 
     def read(self, content: bytes, offset: int = 0) -> Values:
-        """Returns the values in bytes that stand at this offset of the record. A field that they do not reach is left
+        """Returns the values in bytes that stand at this offset of the record. A field that is not among them is left
         out, and of a repeated field as many values are returned as count.
         """
         whole = bytes(offset) + content
         values: Values = {}
         for field in self.fields:
+            if field.offset < offset:
+                continue
             if field.times:
                 values[field.name] = [self._value(field, whole, place) for place in range(self._count(field, whole))
                                       if field.part_of(place).stop <= len(whole)]
@@ -74,7 +76,8 @@ class Layout:
             named = [name for name in field.names() if name in values]
             place = slice(field.offset, field.end)
             if named and any(content[place]):
-                raise ValueError(f"{named[0]}: has a meaning only where {field.condition} is {' or '.join(field.where)}")
+                where = " or ".join(field.where)
+                raise ValueError(f"{named[0]}: has a meaning only where {field.condition} is {where}")
             content[place] = bytes(field.end - field.offset)
 
     def _put(self, field: Field, name: str, value: Value, content: bytearray) -> None:

@@ -30,7 +30,8 @@ class Query(NamedTuple):
             layout = LAYOUTS[self.read_by]
             given = {**given, "out_len": layout.end - self.offset}
         if set(given) != set(self.given):
-            raise TypeError(f"{self.operation} takes {', '.join(self.given) or 'nothing'}, not {', '.join(given) or 'nothing'}")
+            taken, those = (", ".join(names) or "nothing" for names in (self.given, given))
+            raise TypeError(f"{self.operation} takes {taken}, not {those}")
         delivered: Any = getattr(raw, self.operation)(**given)
         if self.kind == "rows":
             database: Database = delivered

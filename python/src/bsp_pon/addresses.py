@@ -9,7 +9,10 @@ def mac_bytes(address: str | bytes) -> bytes:
     Takes 02:00:5e:10:00:01, 02-00-5e-10-00-01, 0200.5e10.0001, or the bytes themselves.
     """
     try:
-        content = bytes.fromhex("".join(each for each in address if each not in ":-.")) if isinstance(address, str) else address
+        if isinstance(address, str):
+            content = bytes.fromhex("".join(each for each in address if each not in ":-."))
+        else:
+            content = address
     except ValueError:
         content = b""
     if len(content) != 6:

@@ -101,7 +101,8 @@ class Olt:
         """Returns an object for a bound ONU. Nothing is sent."""
         return Onu(self.call, port, onu_id)
 
-    def bind(self, port: int, mac: str, *, onu_id: int | None = None, texts: tuple[str, ...] = (), mode: int = 0) -> int:
+    def bind(self, port: int, mac: str, *, onu_id: int | None = None, texts: tuple[str, ...] = (),
+             mode: int = 0) -> int:
         """Binds an ONU, to an ONU id or to one that the OLT picks, with up to three texts. Returns the ONU id."""
         if len(texts) > 3:
             raise ValueError(f"texts: at most 3 are kept, not {len(texts)}")

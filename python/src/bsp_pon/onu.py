@@ -157,7 +157,8 @@ class Onu:
         for offset in range(0, len(image), data.size):
             part = image[offset:offset + data.size]
             content = bytearray(records.bsp_onu_msg.SIZE)
-            layout.write({"offset": offset, "size": len(image), "length": len(part), "version": version, "data": part}, content)
+            layout.write({"offset": offset, "size": len(image), "length": len(part), "version": version, "data": part},
+                         content)
             self._call(raw.bsp_pon_onu_ctc_upgrade, self.port, self.onu_id, bytes(content[352:data.offset + len(part)]))
 
     def commit_image(self) -> None:

@@ -44,7 +44,8 @@ class Profiles:
                 raise
             present = {}
         values: Values = {**present, **fields, "name": name}
-        self._call(raw.bsp_profile_exec_set, _code(kind, "STORE"), block(layout.name, values, _START, layout.end - _START))
+        stored = block(layout.name, values, _START, layout.end - _START)
+        self._call(raw.bsp_profile_exec_set, _code(kind, "STORE"), stored)
 
     def delete(self, kind: str, name: str) -> None:
         """Deletes a profile by its name."""

@@ -48,7 +48,8 @@ class Upgrades:
 
     def state(self, port: int) -> list[rows.UpgradeBaseInfo]:
         """Returns what is known of the ONUs of a port for upgrades, and how far those have come."""
-        return self._call(raw.bsp_pon_get_upgrade_base_info_web, pon_record(pon_port=port)).rows_of(rows.UpgradeBaseInfo)
+        found = self._call(raw.bsp_pon_get_upgrade_base_info_web, pon_record(pon_port=port))
+        return found.rows_of(rows.UpgradeBaseInfo)
 
 
 def _block(layout: str, **values: Value) -> bytes:

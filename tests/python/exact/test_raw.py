@@ -1,12 +1,14 @@
 """Every operation, called through Python and through C with the same arguments, sends and delivers the same."""
 
 import inspect
+import operator
 
 import pytest
 from arguments import OPERATIONS, Arguments, catalogue, pattern
 from bsp_pon import StatusError, onu_ids, raw
 from recording import Sent, ffi, library, script
 
+NAME = operator.attrgetter("name")
 FUNCTIONS = [function for family in catalogue.families for function in family.functions]
 
 
@@ -36,7 +38,7 @@ def called(operation):
     return arguments, by_c, Sent(), delivered
 
 
-@pytest.mark.parametrize("operation", OPERATIONS, ids=lambda operation: operation.name)
+@pytest.mark.parametrize("operation", OPERATIONS, ids=NAME)
 def test_an_operation_is_the_same_call(operation):
     arguments, by_c, by_python, delivered = called(operation)
     assert by_python.request == by_c.request
@@ -56,7 +58,7 @@ def deaf(operation):
     return "dropped" in operation.odd.get("status", "") or "whatever the service" in operation.odd.get("status", "")
 
 
-@pytest.mark.parametrize("operation", [each for each in OPERATIONS if not deaf(each)], ids=lambda operation: operation.name)
+@pytest.mark.parametrize("operation", [each for each in OPERATIONS if not deaf(each)], ids=NAME)
 def test_a_status_word_is_an_exception(operation):
     script(4005, answer_of(operation))
     with pytest.raises(StatusError) as caught:
@@ -64,7 +66,7 @@ def test_a_status_word_is_an_exception(operation):
     assert (caught.value.number, caught.value.operation) == (4005, operation.name)
 
 
-@pytest.mark.parametrize("operation", OPERATIONS, ids=lambda operation: operation.name)
+@pytest.mark.parametrize("operation", OPERATIONS, ids=NAME)
 def test_an_operation_is_described(operation):
     function = getattr(raw, operation.name)
     signature = inspect.signature(function)
@@ -72,12 +74,15 @@ def test_an_operation_is_described(operation):
     for name, parameter in signature.parameters.items():
         assert parameter.annotation is not inspect.Parameter.empty
         assert f"\n        {name}: " in function.__doc__
-    for part in (f"{operation.record.size} bytes" if not operation.record.payload else "28 bytes", "StatusError", "IpcError"):
+    size = 28 if operation.record.payload else operation.record.size
+    for part in (f"{size} bytes", "StatusError", "IpcError"):
         assert part in " ".join(function.__doc__.split())
 
 
-@pytest.mark.parametrize("operation", [each for each in OPERATIONS if any(a.type == "block" and a.size for a in each.args.values())],
-                         ids=lambda operation: operation.name)
+WITH_BLOCKS = [each for each in OPERATIONS if any(a.type == "block" and a.size for a in each.args.values())]
+
+
+@pytest.mark.parametrize("operation", WITH_BLOCKS, ids=NAME)
 def test_a_block_of_another_size_is_refused(operation):
     arguments = Arguments(operation).python
     at = next(index for index, given in enumerate(arguments) if isinstance(given, bytes))

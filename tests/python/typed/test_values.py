@@ -1,12 +1,12 @@
 """Values of fields and rows: what they mean, and what is refused."""
 
 import pytest
-from bsp_pon import AnswerError, Onu, Unknown, rows, to_dataframe, to_records
+from bsp_pon import AnswerError, Onu, Unknown, records, rows, to_dataframe, to_records
 from bsp_pon._layout import Layout
 from bsp_pon._tables import LAYOUTS
 from bsp_pon.addresses import mac_bytes
 
-SIZES = {"bsp_pon_msg": 944, "bsp_pon_msg_ext": 1044, "bsp_plat_msg": 1148, "bsp_onu_msg": 1888, "bsp_profile_msg": 4120}
+SIZES = {name: getattr(records, name).SIZE for name in dir(records) if name.startswith("bsp_")}
 
 
 @pytest.mark.parametrize("layout", LAYOUTS.values(), ids=lambda layout: layout.name)
@@ -15,7 +15,8 @@ def test_what_is_read_can_be_written_again(layout):
     content = bytes(1 + at % 2 for at in range(SIZES[layout.record]))
     values = layout.read(content)
     for field in layout.fields:
-        if field.condition or field.decider or (field.counter and field.times) or any(f.counter == field.name for f in layout.fields):
+        counts = any(other.counter == field.name for other in layout.fields)
+        if field.condition or field.decider or field.counter or counts:
             continue
         alone = Layout(layout.name, layout.record, (), False, "", False, "", (field,))
         written = bytearray(len(content))
@@ -72,9 +73,9 @@ def test_a_row_is_checked():
 def test_records_and_data_frames(olt):
     olt.bind(3, olt.waiting(3)[0].mac, onu_id=5)
     found = olt.onus(3)
-    records = to_records(found)
-    assert [record["mac"] for record in records] == [onu.mac for onu in found]
+    dictionaries = to_records(found)
+    assert [each["mac"] for each in dictionaries] == [onu.mac for onu in found]
     frame = to_dataframe(found)
-    assert list(frame.columns) == list(records[0])
+    assert list(frame.columns) == list(dictionaries[0])
     assert str(frame["onu_id"].dtype) == "Int64" and frame["onu_id"].dropna().tolist() == [5]
     assert to_dataframe([]).empty

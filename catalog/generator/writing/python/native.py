@@ -1,7 +1,7 @@
 """This module writes the C side of the Python bindings: what Python sees, and the C that it is compiled from.
 
-Each operation has a C function that makes the call and also says what the IPC library returned. Its prototype is written
-once more from the catalogue, beside the public header, so that a header that says anything else does not compile.
+Each operation has a C function that makes the call and also says what the IPC library returned. Its type is written
+once more from the catalogue, so that it does not compile with a header that says anything else.
 """
 
 import re
@@ -33,14 +33,15 @@ def cdef(catalogue):
             members = [f"uint32_t {member.name}[{member.words}];" for member in entry.members]
             lines.append(f"typedef struct {entry.name} {{ {' '.join(members)} }} {entry.name};")
         lines += [f"{prototype(function.returns.type, function.name, function.args)};" for function in family.functions]
-    lines += [f"{prototype('uint64_t', 'exact_' + operation.name, operation.args)};" for operation in catalogue.operations()]
+    for operation in catalogue.operations():
+        lines.append(f"{prototype('uint64_t', 'exact_' + operation.name, operation.args)};")
     return "\n".join(lines) + "\n"
 
 
 def source(catalogue):
     """Returns the C that stands before what cffi writes."""
-    lines = [f"/* {GENERATED}. */", '#include "bsp_pon.h"', "", '#include "board/datastore.h"', '#include "board/ipc.h"',
-             '#include "board/service.h"', '#include "board/util.h"', "",
+    lines = [f"/* {GENERATED}. */", '#include "bsp_pon.h"', "", '#include "board/datastore.h"',
+             '#include "board/ipc.h"', '#include "board/service.h"', '#include "board/util.h"', "",
              "/* The status word, and above it what the IPC library returned. Both are 0 where all went well. */",
              "static uint64_t outcome(uint32_t status)", "{",
              "    return (uint64_t)(uint32_t)board_ipc_take_thread_result() << 32 | status;", "}"]
@@ -48,7 +49,9 @@ def source(catalogue):
         lines.append(f'_Static_assert(sizeof({record.name}) == {record.size}, "the size of {record.name}");')
     for operation in catalogue.operations():
         names = ", ".join(operation.args)
-        lines += ["", f"{prototype('uint32_t', operation.name, operation.args)};",
+        kind = prototype("uint32_t", "", operation.args)
+        lines += ["", f"_Static_assert(__builtin_types_compatible_p(__typeof__({operation.name}), {kind}),",
+                  f'               "the header declares {operation.name} in another way");',
                   f"static {prototype('uint64_t', 'exact_' + operation.name, operation.args)}", "{",
                   "    board_ipc_take_thread_result();", f"    return outcome({operation.name}({names}));", "}"]
     return "\n".join(lines) + "\n"

@@ -3,12 +3,14 @@
 from .text import opening
 
 NUMBERS = ("u32", "u16", "u8")
-OUTPUTS = {"db": "rows", "block-out": "bytes", "response": "record", "u8-out": "number", "u16-out": "number", "u32-out": "number"}
+OUTPUTS = {"db": "rows", "block-out": "bytes", "response": "record", "u8-out": "number", "u16-out": "number",
+           "u32-out": "number"}
 
 
 def queries(catalogue):
     views = {command: view for view in catalogue.views.values() for command in view.commands}
-    answers = {command: layout for layout in catalogue.layouts.values() if layout.of_answer for command in layout.commands}
+    answers = {command: layout for layout in catalogue.layouts.values() if layout.of_answer
+               for command in layout.commands}
     lines = [*opening("Which operation asks for what, and how its answer reads."), "from ._query import Query", "",
              "# By the name of the command, without what all commands have.", "QUERIES: dict[str, Query] = {"]
     taken = set()
@@ -29,7 +31,8 @@ def queries(catalogue):
             sender = {"BSP_MSG_ONU_CFG": "bsp_pon_onu_ctc_config", "BSP_MSG_ONU_INFO": "bsp_pon_onu_ctc_debug"}.get(
                 command.channel.name)
             if sender and command.impact != "read" and command.call in (None, "set"):
-                lines.append(f"    {short(command.name).removeprefix('onu_')!r}: ({layout.name!r}, {command.name!r}, {sender!r}),")
+                name = short(command.name).removeprefix("onu_")
+                lines.append(f"    {name!r}: ({layout.name!r}, {command.name!r}, {sender!r}),")
     return "\n".join([*lines, "}"]) + "\n"
 
 

@@ -1,7 +1,7 @@
 """This module writes a Python function for each operation, with the names, numbers and order of the C function."""
 
 from ...reading.arguments import OUTWARD
-from ..header import argument_text, result_text, size_text
+from ..header import result_text, size_text
 from .text import WIDTH, call_of, docstring, opening
 
 ERRORS = {"report": "BSP_ERR_IPC", "pass": "the IPC library's own value", "silent": "the IPC library's own value"}
@@ -12,8 +12,8 @@ HELPERS = [("_call", "NULL"), ("_call", "block"), ("_call", "buffer"), ("_call",
            ("_call", "text_of"), ("_native", "lib"), ("database", "database"), ("database", "memory")]
 BRIEF = (
     "Every operation of the library, exactly: the names, the arguments and their order are those of the C functions. "
-    "What a C function delivers through a pointer is returned instead, several values as a tuple. A length that says how "
-    "long a block of the caller is has no argument here.")
+    "What a C function delivers through a pointer is returned instead, several values as a tuple. A length that says "
+    "how long a block of the caller is has no argument here.")
 
 
 def raw(catalogue):
@@ -28,7 +28,7 @@ def raw(catalogue):
     for operation in operations:
         lines += Writer(operation).lines()
     names = [*(function.name for function in functions), *(operation.name for operation in operations)]
-    lines += ["", "", "# The names of all functions, in the order of the header.", "OPERATIONS: Final[tuple[str, ...]] = ("]
+    lines += ["", "", "# The names of all functions.", "OPERATIONS: Final[tuple[str, ...]] = ("]
     lines += [f'    "{name}",' for name in names]
     return "\n".join([*lines, ")"]) + "\n"
 
@@ -71,7 +71,8 @@ class Writer:
     def take_block(self, argument):
         self.given.append((argument.name, "Bytes | None" if argument.optional else "Bytes"))
         size = argument.size or None
-        self.passed.append(f'{"_optional_block" if argument.optional else "_block"}({argument.name}, {size}, "{argument.name}")')
+        converted = "_optional_block" if argument.optional else "_block"
+        self.passed.append(f'{converted}({argument.name}, {size}, "{argument.name}")')
 
     def take_length(self, argument):
         if self.states_room(argument):
@@ -92,8 +93,8 @@ class Writer:
         self.passed.append(f"{argument.name}.cdata")
 
     def take_response(self, argument):
-        record = self.operation.response_record
-        self.room(argument, f"records.{record.name}()", f"{argument.name}.cdata", argument.name, f"records.{record.name}")
+        kind = f"records.{self.operation.response_record.name}"
+        self.room(argument, f"{kind}()", f"{argument.name}.cdata", argument.name, kind)
 
     def take_db(self, argument):
         if argument.dropped:
@@ -165,7 +166,8 @@ class Writer:
         described = {name for name, _ in self.given}
         arguments = [argument for argument in operation.args.values() if argument.name in described]
         if arguments:
-            lines += ["", "Args:", *((f"    {argument.name}: {self.described(argument)}.", "        ") for argument in arguments)]
+            lines += ["", "Args:", *((f"    {argument.name}: {self.described(argument)}.", "        ")
+                                     for argument in arguments)]
         if self.outputs:
             lines += ["", "Returns:", *((f"    {name}: {self.delivered(operation.args[name])}.", "        ")
                                         for name, _, _ in self.outputs)]
@@ -174,7 +176,7 @@ class Writer:
         if too_long and "BSP_ERR_PARAM" in too_long:
             status += "; or a block is too long to be sent"
         lines += ["", "Raises:", (f"    StatusError: {status}.", "        "),
-                  (f"    IpcError: the exchange failed; the C function returns {ERRORS[operation.error_policy]}.", "        ")]
+                  (f"    IpcError: the exchange failed; C returns {ERRORS[operation.error_policy]}.", "        ")]
         return lines
 
     def described(self, argument):

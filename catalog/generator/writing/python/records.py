@@ -22,7 +22,8 @@ def class_of(record):
     lines = ["", "", f"class {record.name}(Record):", *docstring(about, "    "), "", "    __slots__ = ()",
              f'    C_NAME = "{record.name}"', f"    SIZE = {record.size}", ""]
     lines += [f'    {field.name} = {descriptor}("{field.name}", {field.size})' for field, descriptor, *_ in fields]
-    lines += ["", "    " + call_of("def __init__", ["self", "*", *given], "    ") + " -> None:", "        super().__init__()"]
+    lines += ["", "    " + call_of("def __init__", ["self", "*", *given], "    ") + " -> None:",
+              "        super().__init__()"]
     for field, _, _, nothing in fields:
         lines += [f"        if {field.name}:", f"            self.{field.name} = {field.name}"]
     return lines

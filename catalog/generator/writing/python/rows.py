@@ -19,11 +19,13 @@ def rows(catalogue):
 def class_of(view):
     columns = list(view.columns.values())
     about = [view.brief, ""]
-    about += [(f"{column.name}: {column.brief}{f', in {column.unit}' if column.unit else ''}", "    ") for column in columns]
-    # A column that may be null can still not be left out: who makes a row says so of each column.
+    for column in columns:
+        unit = f", in {column.unit}" if column.unit else ""
+        about.append((f"{column.name}: {column.brief}{unit}", "    "))
     lines = ["", "", "@dataclass(frozen=True)", f"class {class_name(view.name)}(Row):", *docstring(about, "    "), "",
              f'    VIEW: ClassVar[str] = "{view.name}"', "    COLUMNS: ClassVar[tuple[Column, ...]] = ("]
-    lines += [f'        Column("{column.name}", {TYPES[column.type]}, {column.nullable}, "{column.unit}"),' for column in columns]
+    for column in columns:
+        lines.append(f'        Column("{column.name}", {TYPES[column.type]}, {column.nullable}, "{column.unit}"),')
     lines += ["    )", ""]
     for column in columns:
         kind = TYPES[column.type]

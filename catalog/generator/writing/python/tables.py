@@ -9,7 +9,8 @@ def tables(catalogue):
              "# The name and the text of each status word.", "STATUSES: dict[int, tuple[str, str]] = {"]
     lines += [f"    {status.value}: ({status.name!r}, {status.brief!r})," for status in catalogue.statuses.values()]
     lines += ["}", "", "# The channel and the code of each command.", "COMMANDS: dict[str, tuple[int, int]] = {"]
-    lines += [f"    {command.name!r}: ({command.channel.type}, {command.code})," for command in catalogue.commands.values()]
+    for command in catalogue.commands.values():
+        lines.append(f"    {command.name!r}: ({command.channel.type}, {command.code}),")
     lines += ["}", "", "LAYOUTS: dict[str, Layout] = {"]
     for layout in catalogue.layouts.values():
         lines += layout_of(layout)
@@ -19,7 +20,8 @@ def tables(catalogue):
 def layout_of(layout):
     present = layout.present.name if layout.present else ""
     commands = "".join(f"{command.name!r}, " for command in layout.commands)
-    lines = [f"    {layout.name!r}: Layout(", f"        {layout.name!r}, {layout.record.name!r}, ({commands}), {layout.of_answer},",
+    lines = [f"    {layout.name!r}: Layout(",
+             f"        {layout.name!r}, {layout.record.name!r}, ({commands}), {layout.of_answer},",
              f"        {present!r}, {layout.kept}, {layout.brief!r},", "        ("]
     for field in layout.fields.values():
         if field.index == 0:

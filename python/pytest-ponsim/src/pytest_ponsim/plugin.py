@@ -3,8 +3,8 @@
 simulator: starts simulators for the test, as simulator(scenario=...), and stops them at its end.
 olt: an OLT of a simulator of its own. A marker says which one: @pytest.mark.ponsim(scenario=..., ports=...).
 
-Each test process has its own simulators, so tests can run side by side. What a test exchanged with its OLTs is recorded;
-of a test that fails, the report has the recording as `ponctl trace` shows it, and where the file is.
+Each test process has its own simulators, so tests can run side by side. What a test exchanged with its OLTs is
+recorded; of a test that fails, the report has the recording as `ponctl trace` shows it, and where the file is.
 """
 
 from __future__ import annotations
@@ -30,7 +30,7 @@ class StartSimulator(Protocol):
 def pytest_addoption(parser: pytest.Parser) -> None:
     group = parser.getgroup("ponsim")
     group.addoption("--ponsim-child", action="store_true", help="run simulators as processes of their own")
-    group.addoption("--ponsim-program", metavar="FILE", help="the ponsim that such a process runs; that in PATH by default")
+    group.addoption("--ponsim-program", metavar="FILE", help="the ponsim that such a process runs; else that in PATH")
     group.addoption("--ponctl-program", metavar="FILE", default="ponctl", help="the ponctl that shows recordings")
 
 
@@ -76,7 +76,8 @@ def pytest_runtest_makereport(item: pytest.Item) -> Generator[None, Any, None]:
         for recording in item.stash.get(_RECORDINGS, []):
             # Of several OLTs each has a file, with its name behind a dot.
             for file in sorted(recording.parent.glob(recording.name + "*")):
-                report.sections.append((f"recording of ponsim: {file}", shown(file, item.config.getoption("--ponctl-program"))))
+                text = shown(file, item.config.getoption("--ponctl-program"))
+                report.sections.append((f"recording of ponsim: {file}", text))
 
 
 def shown(recording: Path, program: str) -> str:
@@ -85,5 +86,7 @@ def shown(recording: Path, program: str) -> str:
         return f"show it with: ponctl trace {recording}"
     done = subprocess.run([program, "trace", str(recording)], capture_output=True, text=True, timeout=30, check=False)
     lines = (done.stdout + done.stderr).splitlines()
-    left_out = [f"({len(lines) - _LINES} lines before; all are shown with: ponctl trace {recording})"] if len(lines) > _LINES else []
-    return "\n".join(left_out + lines[-_LINES:])
+    if len(lines) > _LINES:
+        left_out = f"({len(lines) - _LINES} lines before; all are shown with: ponctl trace {recording})"
+        lines = [left_out, *lines[-_LINES:]]
+    return "\n".join(lines)

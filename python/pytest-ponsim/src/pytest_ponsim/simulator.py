@@ -7,7 +7,7 @@ import shutil
 import tempfile
 from types import TracebackType
 
-from bsp_pon import Olt, rows
+from bsp_pon import Olt
 
 from ._native import ffi, lib
 from .duration import milliseconds
@@ -37,11 +37,12 @@ class SimulatedOlt(Olt):
         return self.simulator.now(self.name)
 
     def control(self, line: str) -> str:
-        """Lets something happen, by a line of `ponsim ctl`: olt.control("power 1 kitchen off"). Returns what it says."""
+        """Lets something happen, by a line of `ponsim ctl`, as "power 1 kitchen off". Returns what it says."""
         return self.simulator.control(line, self.name)
 
     def fault(self, kind: str, *, command: str | None = None, count: int | None = None) -> None:
-        """Makes exchanges go wrong: olt.fault("status 4001", count=1), olt.fault("lost", command="BSP_CMD_ONU_BIND")."""
+        """Makes exchanges go wrong: olt.fault("status 4001", count=1), olt.fault("lost", command="BSP_CMD_ONU_BIND").
+        """
         words = ["fault", kind]
         if command is not None:
             words.append(f"command={command}")
@@ -61,8 +62,8 @@ class SimulatedOlt(Olt):
 class Simulator:
     """One ponsim with its OLTs.
 
-    scenario: what is there and what happens, as a text in the language of scenarios, or the path of such a file. Without
-        one there is one OLT, which `seed`, `ports`, `arrivals` and `silent` describe; None is ponsim's default.
+    scenario: what is there and what happens, as a text in the language of scenarios, or the path of such a file.
+        Without one there is one OLT, which `seed`, `ports`, `arrivals` and `silent` describe; None is ponsim's default.
     state: a file, or a folder for several OLTs, that keeps what the OLT is for the next start.
     record: a file to which all that is exchanged is appended.
     child: in a process of its own, which runs `program`.
@@ -105,7 +106,8 @@ class Simulator:
         """Returns the folder of an OLT's sockets."""
         found = lib.bsp_simulator_directory(self._running(), _name(name))
         if not found:
-            raise SimulatorError(f"{name}: there is no OLT of this name" if name else "there are several OLTs; name one")
+            wrong = f"{name}: there is no OLT of this name" if name else "there are several OLTs; name one"
+            raise SimulatorError(wrong)
         return os.fsdecode(ffi.string(found))
 
     def control(self, line: str, name: str | None = None) -> str:

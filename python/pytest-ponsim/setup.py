@@ -1,0 +1,5 @@
+"""The extension is compiled against the header and library that pkg-config knows."""
+
+from setuptools import setup
+
+setup(cffi_modules=["build_native.py:installed"])

@@ -1,0 +1,117 @@
+"""The plugin, in runs of pytest of their own."""
+
+import os
+import pathlib
+
+import pytest
+from pytest_ponsim import Simulator, SimulatorError
+from pytest_ponsim.duration import milliseconds
+
+ONE_OLT = """
+    import pathlib
+
+    def test_binds(olt):
+        pathlib.Path("directory").write_text(olt.call.directory)
+        olt.bind(1, olt.waiting(1)[0].mac, onu_id=5)
+        olt.step("5 s")
+        assert olt.now() == 5
+        assert olt.onus(1)[0].onu_id == {expected}
+"""
+
+
+@pytest.fixture
+def run(pytester):
+    def run_tests(text, *arguments):
+        pytester.makepyfile(text)
+        words = ["-p", "pytest_ponsim.plugin", "-p", "no:cacheprovider", f"--ponctl-program={os.environ['PONCTL']}"]
+        return pytester.runpytest_subprocess(*words, *arguments, timeout=120)
+
+    return run_tests
+
+
+def test_a_test_that_passes_leaves_nothing(run):
+    result = run(ONE_OLT.format(expected=5))
+    result.assert_outcomes(passed=1)
+    assert "recording" not in result.stdout.str()
+    assert not pathlib.Path(pathlib.Path("directory").read_text()).exists()
+
+
+def test_a_test_that_fails_shows_what_it_exchanged(run):
+    result = run(ONE_OLT.format(expected=6))
+    result.assert_outcomes(failed=1)
+    result.stdout.fnmatch_lines(
+        ["*recording of ponsim: *recording-1*", "*set*BSP_CMD_ONU_BIND*BSP_OK*", "*step 5.000*"])
+    assert not pathlib.Path(pathlib.Path("directory").read_text()).exists()
+
+
+def test_without_ponctl_the_file_is_named(run):
+    result = run(ONE_OLT.format(expected=6), "--ponctl-program=no-such-program")
+    result.stdout.fnmatch_lines(["show it with: ponctl trace *recording-1"])
+
+
+def test_tests_run_side_by_side(run):
+    result = run("""
+        import pytest
+
+        @pytest.mark.parametrize("onu_id", range(1, 9))
+        def test_each_has_an_olt_of_its_own(olt, onu_id):
+            assert not [onu for onu in olt.onus(2) if onu.onu_id is not None]
+            olt.bind(2, olt.waiting(2)[0].mac, onu_id=onu_id)
+            olt.step("1 s")
+            assert [onu.onu_id for onu in olt.onus(2) if onu.onu_id is not None] == [onu_id]
+    """, "-p", "xdist", "-n", "2")
+    result.assert_outcomes(passed=8)
+
+
+def test_sockets_have_short_names_whatever_the_temporary_folder(run, monkeypatch, tmp_path):
+    folder = tmp_path / ("long" * 20)
+    folder.mkdir()
+    monkeypatch.setenv("TMPDIR", str(folder))
+    run(ONE_OLT.format(expected=5)).assert_outcomes(passed=1)
+    assert not pathlib.Path(pathlib.Path("directory").read_text()).exists()
+
+
+def test_simulators_may_be_processes_of_their_own(run):
+    result = run(ONE_OLT.format(expected=5), "--ponsim-child", f"--ponsim-program={os.environ['PONSIM']}")
+    result.assert_outcomes(passed=1)
+
+
+def test_a_marker_says_what_is_simulated(run):
+    run("""
+        import pytest
+
+        SCENARIO = '[[olt]]\\nports = 1\\n[[olt.port]]\\nnumber = 1\\n[[olt.port.onu]]\\nname = "kitchen"\\n'
+
+        @pytest.mark.ponsim(scenario=SCENARIO)
+        def test_scenario(olt):
+            assert len(olt.ports()) == 1 and len(olt.onus()) == 1
+
+        def test_several(simulator, tmp_path):
+            file = tmp_path / "two.toml"
+            file.write_text('[[olt]]\\nname = "north"\\nports = 1\\n[[olt]]\\nname = "south"\\nports = 2\\n')
+            two = simulator(file)
+            assert [len(two.olt(name).ports()) for name in ("north", "south")] == [1, 2]
+            two.step("1 min", "south")
+            assert (two.now("north"), two.now("south")) == (0, 60)
+    """, "--strict-markers").assert_outcomes(passed=2)
+
+
+def test_mistakes_are_told():
+    with pytest.raises(SimulatorError, match="scenario:1: "):
+        Simulator("nonsense")
+    with Simulator() as simulator:
+        with pytest.raises(SimulatorError, match="^cut the rope: "):
+            simulator.control("cut the rope")
+        with pytest.raises(SimulatorError, match="no OLT of this name"):
+            simulator.olt("north")
+    with pytest.raises(SimulatorError, match="stopped"):
+        simulator.now()
+    simulator.stop()
+
+
+def test_durations():
+    assert [milliseconds(each) for each in ("5 s", "15min", "250 ms", "1.5 h", "1 d", 2, 0.25)] == [
+        5000, 900000, 250, 5400000, 86400000, 2000, 250]
+    for wrong in ("", "5", "s", "-5 s", "5 years", -1):
+        with pytest.raises(ValueError):
+            milliseconds(wrong)
