@@ -16,3 +16,5 @@ highlight_language = "none"
 # Headings have the anchors that links from page to page name, as on the forges that show the same files.
 myst_heading_anchors = 4
 nitpicky = True
+# Two dashes are those of an option, and are not to become one that is long.
+smartquotes = False
