@@ -5,7 +5,7 @@ import subprocess
 
 from pages import write, write_below
 
-NAMED = re.compile(r"\b([a-z][a-z.-]*)\(([1-8])\)")
+NAMED = re.compile(r"(?<![`\w./-])([a-z][a-z.-]*)\(([1-8])\)(?![`\w])")
 
 
 def write_manual(source, pages):
