@@ -15,4 +15,8 @@ html_css_files = ["site.css"]
 highlight_language = "none"
 # Headings have the anchors that links from page to page name, as on the forges that show the same files.
 myst_heading_anchors = 4
+# Links name pages and headings only; the other kinds of things that Sphinx knows need not be searched for them.
+myst_ref_domains = ["std"]
 nitpicky = True
+# Two dashes are those of an option, and are not to become one that is long.
+smartquotes = False

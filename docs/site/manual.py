@@ -5,7 +5,7 @@ import subprocess
 
 from pages import write, write_below
 
-NAMED = re.compile(r"\b([a-z][a-z.-]*)\(([1-8])\)")
+NAMED = re.compile(r"(?<![`\w./-])([a-z][a-z.-]*)\(([1-8])\)(?![`\w])")
 
 
 def write_manual(source, pages):
@@ -14,9 +14,15 @@ def write_manual(source, pages):
     for name, page in sorted(names.items()):
         said = subprocess.run(["mandoc", "-T", "markdown", str(page)], check=True, capture_output=True, text=True).stdout
         write_below(source / f"manual/{name}.md", page_of(name, said, names))
-    listed = [f"- [{name.rpartition('.')[0]}({name.rpartition('.')[2]})]({name}.md)" for name in sorted(names)]
+    listed = [f"- [{name.rpartition('.')[0]}({name.rpartition('.')[2]})]({name}.md): {brief_of(page)}"
+              for name, page in sorted(names.items())]
     write(source / "manual/index.md",
           "\n".join(["# The manual", "", "What `man` shows where the programs are installed.", "", *listed, ""]))
+
+
+def brief_of(page):
+    """Returns what a page says of itself in a line."""
+    return re.search(r"^\.Nd (.*)$", page.read_text(encoding="utf-8"), re.MULTILINE)[1]
 
 
 def page_of(name, said, names):

@@ -63,7 +63,8 @@ class Pages:
             if target.startswith("..") or not (self.root / target).is_file():
                 raise LinkError(f"{file}: the link {link} leads nowhere")
             there = f"files/{target}"
-            write(self.source / there, (self.root / target).read_text(encoding="utf-8"))
+            (self.source / there).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(self.root / target, self.source / there)
         return os.path.relpath(there, os.path.dirname(page) or ".") + hash_mark + anchor
 
     def check(self, file):

@@ -25,7 +25,7 @@ class Shell:
         self.folder, self.background = folder, 0
         environment = {"HOME": folder, "PATH": f"{path}:/usr/bin:/bin", "BOARD_IPC_DIR": f"{folder}/ipc", "LC_ALL": "C.UTF-8"}
         self.process = subprocess.Popen(
-            ["setsid", "--wait", "timeout", "120", "bash"], cwd=folder, env=environment, text=True, stdin=subprocess.PIPE,
+            ["setsid", "--wait", "timeout", "300", "bash"], cwd=folder, env=environment, text=True, stdin=subprocess.PIPE,
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     def type(self, line):

@@ -26,17 +26,23 @@ def write_operations(catalogue, put):
                              "## All of them", "", *table(["operation", "what it does", "class"], sorted(every))])
 
 
+def declared(entry, result="uint32_t "):
+    """Returns the lines of the declaration as a program sees it, without what the header says to compilers."""
+    mark = "BSP_PON_API "
+    return [line.removeprefix(mark) if line.startswith(mark) else line[len(mark):] for line in prototype(entry, result)]
+
+
 def function_section(function):
     result = function.returns.type
     rows = [[code(argument.name), plain(argument.brief)] for argument in function.args.values()]
     return [f"## {function.name}", "", plain(function.brief), "", "```c",
-            *prototype(function, result if result.endswith("*") else result + " "), "```", "",
+            *declared(function, result if result.endswith("*") else result + " "), "```", "",
             "It makes no request.", "", *table(["argument", "what it is"], rows),
             f"It returns {plain(function.returns.brief)}.", ""]
 
 
 def operation_section(operation, catalogue):
-    lines = [f"## {operation.name}", "", plain(operation.brief), "", "```c", *prototype(operation), "```", ""]
+    lines = [f"## {operation.name}", "", plain(operation.brief), "", "```c", *declared(operation), "```", ""]
     if operation.notes:
         lines += [plain(operation.notes), ""]
     rows = [[code(argument.name), size_of(argument), place_of(argument), plain(argument_text(argument))]

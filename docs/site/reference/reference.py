@@ -4,13 +4,15 @@ from pages import write, write_below
 
 from .metrics import write_metrics
 from .operations import write_operations
+from .scenarios import write_scenario_keys
 from .tables import write_tables
 from .text import code, pages_list, plain
 
+SCENARIO_KEYS = "sim/scenario/keys.cpp"
 JSON_KEYS = "tests/ponctl/output/json_keys.txt"
 CONTENTS = {"operations/index": "Operations by family", "commands": "Commands", "channels": "Channels", "records": "Records",
             "views/index": "Views", "layouts/index": "Layouts", "statuses": "Status words", "metrics": "Metrics",
-            "json": "Keys of JSON"}
+            "scenario-keys": "Keys of scenarios", "json": "Keys of JSON"}
 
 
 def write_reference(source, root, catalogue, ponfront):
@@ -21,10 +23,10 @@ def write_reference(source, root, catalogue, ponfront):
     write_operations(catalogue, put)
     write_tables(catalogue, put)
     write_metrics(ponfront, put)
+    write_scenario_keys((root / SCENARIO_KEYS).read_text(encoding="utf-8"), put)
     write_json(root, put)
     put("index", ["# Reference", "", "These pages are made from the catalogue and from the programs each time the site is "
-                  "built. The [manual](../manual/index.md) has the programs' options, the configuration of `ponfront` and "
-                  "the [keys of scenarios](../manual/ponsim-scenario.5.md).", "",
+                  "built. The [manual](../manual/index.md) has the programs' options and the configuration of `ponfront`.", "",
                   *pages_list(CONTENTS.items())])
 
 

@@ -3,14 +3,21 @@
 import re
 
 SPECIAL = re.compile(r"([\\`*_\[\]<>|{}#~$])")
-# A command, record, view or layout that a text names, or an operation.
-IDENTIFIER = re.compile(r"\b((?:BSP|PON)_[A-Z0-9_]+|bsp_[a-z0-9_]+)\b")
+# What a text marks as code, and commands, status words, records and operations that it names without a mark.
+CODE = re.compile(r"`([^`]+)`|\b((?:BSP|PON)_[A-Z0-9_]+|bsp_[a-z0-9_]+)\b")
 
 
 def plain(text):
     """Returns words as Markdown that shows them as they are, with identifiers as code."""
-    parts = IDENTIFIER.split(text)
-    return "".join(code(part) if index % 2 else SPECIAL.sub(r"\\\1", part) for index, part in enumerate(parts))
+    parts, end = [], 0
+    for found in CODE.finditer(text):
+        parts += [escaped(text[end:found.start()]), code(found[1] or found[2])]
+        end = found.end()
+    return "".join([*parts, escaped(text[end:])])
+
+
+def escaped(text):
+    return SPECIAL.sub(r"\\\1", text)
 
 
 def code(text):
