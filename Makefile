@@ -52,7 +52,7 @@ bench: test-packages
 	cmake --build --preset release -- --quiet
 	@bench/run build/release
 
-mutation: packages
+mutation: test-packages
 	/usr/bin/python3 tests/mutation/run.py
 
 coverage: test-packages
@@ -61,11 +61,11 @@ coverage: test-packages
 
 TARGET ?= all
 TIME ?= 60
-fuzz: packages
+fuzz: test-packages
 	@packaging/install-packages fuzz-packages.txt
 	@tests/fuzz/run '$(TARGET)' '$(TIME)'
 
-docs: packages
+docs: test-packages
 	@cmake --preset quick --log-level=WARNING >/dev/null
 	@cmake --build build/quick --target pages ponfront -- --quiet
 	@/usr/bin/python3 -B docs/site/build.py --build build/quick build/docs
@@ -80,12 +80,12 @@ format: packages
 format-check:
 	@clang-format --dry-run -Werror $(SOURCES)
 
-install: test-packages
-	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
-	cmake --build --preset release -- --quiet
-	cmake --install build/release
+install: packages
+	cmake --preset install --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	cmake --build --preset install -- --quiet
+	cmake --install build/install
 
-board: packages
+board: test-packages
 	@packaging/make-board build/board
 
 deb: packages
