@@ -105,7 +105,7 @@ TableInfo alarm_table()
             .columns = kinds_of<Alarm>(alarm_columns),
             .made_of = {Table::alarms},
             .make = [](Part &part, const Making &making) {
-                std::map<Oid, const Alarm *> alarms;
+                std::map<Oid, const Alarm *, OidLess> alarms;
                 for (const Alarm &alarm : rows_of(making.source.snapshot->alarms)) {
                     Oid index{making.source.index, alarm.pon_port, alarm.alarm, number_of(alarm)};
                     while (!alarms.try_emplace(index, &alarm).second)
@@ -124,7 +124,7 @@ TableInfo module_table()
             .columns = kinds_of<Quantity>(module_columns),
             .made_of = {Table::modules},
             .make = [](Part &part, const Making &making) {
-                std::map<Oid, const Quantity *> rows;
+                std::map<Oid, const Quantity *, OidLess> rows;
                 for (const ModuleQuantity &quantity : rows_of(making.source.snapshot->modules)) {
                     const Item which = place_of(quantity.of.quantity, quantities);
                     if (which.present)

@@ -21,7 +21,7 @@ std::vector<Oid> regions_of(std::span<const TableInfo *const> infos, const MibSe
     std::vector<Oid> regions{settings.root};
     for (const TableInfo *info : infos)
         if (info->is_standard) regions.emplace_back(info->entry.begin(), info->entry.end() - 1);
-    std::ranges::sort(regions);
+    std::ranges::sort(regions, OidLess());
     return regions;
 }
 
@@ -31,7 +31,7 @@ Mib::Mib(MibSettings wanted) : settings(std::move(wanted))
 {
     for (const TableInfo &info : table_infos())
         if (settings.standard_tables || !info.is_standard) infos.push_back(&info);
-    std::ranges::sort(infos, {}, [this](const TableInfo *info) { return entry_of(*info, settings); });
+    std::ranges::sort(infos, OidLess(), [this](const TableInfo *info) { return entry_of(*info, settings); });
     made.resize(infos.size());
 }
 

@@ -58,7 +58,7 @@ TEST_F(SnmpObjects, StandBelowTheRegions)
     for (const Binding &binding : walk(*one))
         EXPECT_EQ(std::ranges::count_if(one->regions(), [&](const Oid &top) { return is_below(binding.name, top); }),
                   1);
-    EXPECT_TRUE(std::ranges::is_sorted(one->regions()));
+    EXPECT_TRUE(std::ranges::is_sorted(one->regions(), OidLess()));
 }
 
 TEST_F(SnmpObjects, AreThoseOfBspPonMibAloneWhereStandardTablesAreNotWanted)

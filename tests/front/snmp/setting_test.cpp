@@ -126,7 +126,7 @@ TEST_F(SnmpSettings, AreOfTheColumnsThatAreNamed)
 {
     const std::vector<Oid> columns = writable_columns({});
     ASSERT_THAT(columns, SizeIs(4));
-    EXPECT_TRUE(std::ranges::is_sorted(columns));
+    EXPECT_TRUE(std::ranges::is_sorted(columns, OidLess()));
     for (const Oid &oid : {name, action, uni, admit})
         EXPECT_TRUE(std::ranges::any_of(columns, [&](const Oid &column) { return is_below(oid, column); }));
 }
