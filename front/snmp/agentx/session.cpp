@@ -1,14 +1,15 @@
 #include "snmp/agentx/session.h"
 
-#include <algorithm>
+#include <utility>
+
+#include "snmp/agentx/values.h"
 
 namespace front::snmp::agentx
 {
 namespace
 {
 
-constexpr size_t most_sets = 16;               // that are under way at a time
-constexpr size_t most_response = most_payload; // bytes
+constexpr size_t most_sets = 16; // that are under way at a time
 
 const Oid trap_oid{1, 3, 6, 1, 6, 3, 1, 1, 4, 1, 0};
 
@@ -27,73 +28,6 @@ Writer response_to(const Header &header, Error error, size_t index)
     writer.u16(static_cast<uint16_t>(error));
     writer.u16(static_cast<uint16_t>(index));
     return writer;
-}
-
-void write_value(Writer &writer, const Oid &name, const Objects &objects)
-{
-    if (const auto value = objects.get(name))
-        writer.binding(name, *value);
-    else if (objects.has_object(name))
-        writer.no_instance(name);
-    else
-        writer.no_object(name);
-}
-
-// Writes what is next in a range, which begins behind it from now on. Returns whether there is something.
-bool write_next(Writer &writer, Oid &start, bool included, const Oid &end, const Objects &objects)
-{
-    auto found = objects.next(start, included, end);
-    if (!found) {
-        writer.end_of_view(start);
-        return false;
-    }
-    writer.binding(found->name, found->value);
-    start = std::move(found->name);
-    return true;
-}
-
-struct Range {
-    Oid start;
-    bool included = false;
-    Oid end;
-};
-
-void read(Reader &reader, Range &range)
-{
-    range.included = reader.oid(range.start);
-    reader.oid(range.end);
-}
-
-// Writes every repetition of every range, as long as there is room for another and a range that has not ended.
-void write_repetitions(Writer &writer, std::vector<Range> &ranges, uint16_t repetitions, const Objects &objects)
-{
-    for (uint16_t repetition = 0; repetition < repetitions; ++repetition) {
-        bool more = false;
-        for (Range &range : ranges) {
-            if (writer.size() > most_response / 2) return;
-            more |= write_next(writer, range.start, range.included, range.end, objects);
-            range.included = false;
-        }
-        if (!more) return;
-    }
-}
-
-void write_bulk(Writer &writer, Reader &reader, const Objects &objects)
-{
-    uint16_t non_repeaters = reader.u16();
-    const uint16_t repetitions = reader.u16();
-    std::vector<Range> ranges;
-    while (!reader.at_end()) {
-        Range range;
-        read(reader, range);
-        if (non_repeaters > 0) {
-            --non_repeaters;
-            write_next(writer, range.start, range.included, range.end, objects);
-        } else {
-            ranges.push_back(std::move(range));
-        }
-    }
-    if (!ranges.empty()) write_repetitions(writer, ranges, repetitions, objects);
 }
 
 } // namespace
@@ -247,20 +181,7 @@ void Session::answer(const Header &header, Reader reader, const Objects &objects
 void Session::answer_values(const Header &header, Reader reader, const Objects &objects)
 {
     Writer writer = response_to(header, Error::none, 0);
-    if (header.type == PduType::get_bulk) {
-        write_bulk(writer, reader, objects);
-    } else {
-        Range range; // whose memory is used again
-        while (!reader.at_end()) {
-            read(reader, range);
-            if (header.type == PduType::get)
-                write_value(writer, range.start, objects);
-            else
-                write_next(writer, range.start, range.included, range.end, objects);
-            if (writer.size() > most_response) return respond(header, Error::too_big);
-        }
-    }
-    if (writer.size() > most_response) return respond(header, Error::too_big);
+    if (!write_values(writer, header.type, reader, objects)) return respond(header, Error::too_big);
     output += writer.finish();
 }
 
