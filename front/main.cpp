@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <sys/resource.h>
 #include <systemd/sd-daemon.h>
 #include <unistd.h>
 
@@ -89,9 +90,19 @@ void tell_alive(const front::Front &served)
     if (served.is_alive()) sd_notify(0, "WATCHDOG=1");
 }
 
+// Each client is a file: there may be more of them than the usual limit, which is for programs that cannot have more.
+void allow_many_files()
+{
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+}
+
 // Serves until a signal ends it.
 int serve(const Options &options, front::Configuration configuration, const sigset_t &signals)
 {
+    allow_many_files();
     front::Front served(std::move(configuration), PONFRONT_VERSION, front::page_files());
     uint64_t watchdog = 0; // microseconds
     const bool watched = sd_watchdog_enabled(0, &watchdog) > 0;

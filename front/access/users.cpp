@@ -90,6 +90,11 @@ void write_users(const std::string &file, const std::vector<User> &users)
     const std::string fresh = file + ".new";
     std::remove(fresh.c_str()); // that of a run which was broken off
     storage::write_private_file(fresh, text);
+    // Root may write the file of the user as whom the server runs.
+    struct stat before {
+    };
+    if (geteuid() == 0 && stat(file.c_str(), &before) == 0 && chown(fresh.c_str(), before.st_uid, before.st_gid) != 0)
+        throw std::runtime_error(file + ": cannot be given to its user: " + std::strerror(errno));
     if (std::rename(fresh.c_str(), file.c_str()) == 0) return;
     const std::string reason = std::strerror(errno);
     std::remove(fresh.c_str());

@@ -230,6 +230,29 @@ TEST_F(Served, HasUsersWhoseFileItsCommandsChange)
         std::remove(name.c_str());
 }
 
+TEST_F(Served, SpeaksTls)
+{
+    configured("");
+    std::ifstream in(file);
+    std::string text(std::istreambuf_iterator<char>(in), {});
+    const std::string listen = "listen = \"127.0.0.1:0\"\n";
+    text.insert(text.find(listen) + listen.size(),
+                "certificate = \"" SUPPORT "/localhost.pem\"\nkey = \"" SUPPORT "/localhost.key.pem\"\n");
+    std::ofstream(file) << text;
+    Ponfront front({"--config", file});
+    const uint16_t port = front.port();
+    const std::string line = "curl --silent --include --max-time 30 --cacert " SUPPORT
+                             "/localhost.pem --resolve localhost:" +
+                             std::to_string(port) + ":127.0.0.1 https://localhost:" + std::to_string(port) +
+                             "/api/v1/session > " + file + ".out 2>&1";
+    EXPECT_EQ(std::system(line.c_str()), 0);
+    std::ifstream said(file + ".out");
+    EXPECT_THAT(std::string(std::istreambuf_iterator<char>(said), {}),
+                AllOf(HasSubstr("200"), HasSubstr("Strict-Transport-Security: "), HasSubstr("\"role\":\"read\"")));
+    std::remove((file + ".out").c_str());
+    EXPECT_THAT(http_get(port, "/metrics"), Not(HasSubstr("pon_"))) << "without encryption";
+}
+
 TEST_F(Served, LogsObjectsOnDemand)
 {
     Ponfront front({"--config", configured(), "--log", "json"});
