@@ -34,8 +34,8 @@ Examples:
   ponfront --config olts.toml --check
                                      whether the file is right, or what is wrong with it
   kill -HUP PID                      go on by what the file says now
-  ponfront --config olts.toml user add ann --role write
-                                     somebody who may change what affects no service
+  ponfront --config olts.toml user add ann
+                                     somebody who may log in, and read
 See ponfront(8) and ponfront.toml(5).)";
 
 struct Options {

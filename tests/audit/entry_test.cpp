@@ -88,6 +88,13 @@ TEST(AuditEntry, IsALineOfJson)
     EXPECT_EQ(
         audit::line_of(time_of_day, {0, 1}, "cut 1 \"a\x1b\n\xff", "done"),
         R"({"time":"2026-11-22T12:08:08.042Z","user":0,"process":1,"control":"cut 1 \"a\\x1b\\x0a\\xff","result":"done"})");
+    EXPECT_EQ(audit::line_of(time_of_day, audit::Client{"ann", "192.0.2.1", "north"},
+                             audit::Wanted{catalogue::Class::write, 30, "reboot", {}}, "BSP_OK"),
+              R"({"time":"2026-11-22T12:08:08.042Z","user":"ann","address":"192.0.2.1","olt":"north","class":"write",)"
+              R"("channel":30,"command":"reboot","fields":{},"result":"BSP_OK"})");
+    EXPECT_EQ(
+        audit::line_of(time_of_day, audit::Client{"a\nb", "::1", ""}, "log in", "done"),
+        R"({"time":"2026-11-22T12:08:08.042Z","user":"a\\x0ab","address":"::1","control":"log in","result":"done"})");
     EXPECT_EQ(audit::line_of_lost(time_of_day, 7), R"({"time":"2026-11-22T12:08:08.042Z","lost":7})");
 }
 

@@ -202,7 +202,7 @@ TEST(Attempts, AreCountedAndForgotten)
     EXPECT_EQ(attempts.begin("a", 2), 1u);
     attempts.forgive("a");
     EXPECT_EQ(attempts.begin("a", 3), 0u);
-    for (int name = 0; name < 20'000; ++name)
+    for (int name = 0; name < 4'200; ++name)
         EXPECT_EQ(attempts.begin(std::to_string(name), 4), 0u);
 }
 

@@ -39,6 +39,34 @@ TEST(Configuration, IsCompleteWithoutALine)
     EXPECT_EQ(configuration.history, "");
 }
 
+TEST(Configuration, SaysWhoMayDoWhat)
+{
+    const ListenSettings http = read(R"(
+[http]
+users = "/etc/users"
+audit = "/var/log/audit"
+certificate = "/etc/cert.pem"
+key = "/etc/key.pem"
+hosts = "Console.Example.net olt"
+behind_tls = true
+metrics = "users"
+)")
+                                    .http.value();
+    EXPECT_EQ(http.users, "/etc/users");
+    EXPECT_EQ(http.audit, "/var/log/audit");
+    EXPECT_EQ(http.certificate, "/etc/cert.pem");
+    EXPECT_EQ(http.key, "/etc/key.pem");
+    EXPECT_THAT(http.hosts, testing::ElementsAre("console.example.net", "olt"));
+    EXPECT_TRUE(http.behind_tls);
+    EXPECT_TRUE(http.metrics_need_user);
+    EXPECT_THAT(error_of("[http]\nkey = \"/a\"\n"), HasSubstr("belong together"));
+    EXPECT_THAT(error_of("[http]\ncertificate = \"/a\"\n"), HasSubstr("belong together"));
+    EXPECT_THAT(error_of("[http]\nusers = \"a\"\n"), HasSubstr("a path from the root"));
+    EXPECT_THAT(error_of("[http]\nhosts = \"a/b\"\n"), HasSubstr("names with blanks"));
+    EXPECT_THAT(error_of("[http]\nmetrics = \"users\"\n"), HasSubstr("there are no users"));
+    EXPECT_THAT(error_of("[http]\nmetrics = \"some\"\n"), HasSubstr("metrics"));
+}
+
 TEST(Configuration, SaysEverything)
 {
     const Configuration configuration = read(R"(

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <gmock/gmock.h>
@@ -142,6 +143,24 @@ TEST_F(Histories, AreUsedByOneProcessOnly)
 {
     const History history(file, 10);
     EXPECT_THAT(error(), HasSubstr("in use by another process"));
+}
+
+TEST_F(Histories, TakesOverOneThatHasNoLight)
+{
+    {
+        History history(file, 10);
+        keep(history, {event(1)});
+    }
+    sqlite3 *db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, "DROP TABLE light; PRAGMA user_version = 1", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(db);
+    History history(file, 10);
+    EXPECT_THAT(history.events(0, 10), SizeIs(1));
+    view::onu_optics_table row{};
+    row.rx_power = -20;
+    history.keep_light("north", 1, {&row, 1});
+    EXPECT_THAT(history.light_of("north", 0, row.mac, 0, 1), SizeIs(1));
 }
 
 } // namespace

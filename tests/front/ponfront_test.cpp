@@ -157,7 +157,11 @@ TEST_F(Served, GoesOnWhereAChangeCannotBeMade)
     std::ofstream(file) << "[http]\nlisten = \"192.0.2.1:9\"\n";
     front.send(SIGHUP);
     front.expect("listening on 127.0.0.1");
-    front.expect("the configuration is not taken: cannot listen on 192.0.2.1 port 9: ");
+    front.expect("the configuration is not taken: listening on 192.0.2.1 needs users");
+    std::ofstream(file) << "[http]\nlisten = \"127.0.0.1:0\"\ncertificate = \"/nowhere\"\nkey = \"/nowhere\"\n";
+    front.send(SIGHUP);
+    front.expect("listening on 127.0.0.1");
+    front.expect("the configuration is not taken: /nowhere: cannot be read");
     configured("events = 5\n");
     front.send(SIGHUP);
     front.expect("goes on by the configuration");
@@ -183,6 +187,47 @@ TEST_F(Served, TellsAsMuchOfOnusAsItsCommandLineSays)
     Ponfront wrong({"--onus", "few"});
     wrong.expect("expected none, state, optics or all");
     EXPECT_EQ(wrong.end(), 2);
+}
+
+TEST_F(Served, HasUsersWhoseFileItsCommandsChange)
+{
+    const std::string users = Simulator::folder() + "/users";
+    std::ofstream(file) << "[http]\nlisten = \"0.0.0.0:0\"\nusers = \"" << users << "\"\n";
+    const auto user = [this](const std::string &words, const std::string &typed = "correct horse battery") {
+        const std::string line =
+            "echo '" + typed + "' | " PONFRONT " --config " + file + " user " + words + " > " + file + ".out 2>&1";
+        return WEXITSTATUS(std::system(line.c_str()));
+    };
+    Ponfront before({"--config", file});
+    before.expect("/users: cannot be read");
+    EXPECT_EQ(before.end(), 1);
+    EXPECT_NE(user("add ann --role boss"), 0);
+    EXPECT_NE(user("add a/b"), 0);
+    EXPECT_NE(user("add ann", "short"), 0);
+    EXPECT_EQ(user("add ann"), 0);
+    EXPECT_NE(user("add ann"), 0) << "twice";
+    EXPECT_EQ(user("role ann write"), 0);
+    EXPECT_EQ(user("passwd ann", "another password"), 0);
+    EXPECT_NE(user("passwd bob"), 0);
+    EXPECT_EQ(user("token ann"), 0);
+    std::string token;
+    std::ifstream(file + ".out") >> token;
+    {
+        Ponfront front({"--config", file});
+        const uint16_t port = front.port();
+        EXPECT_THAT(http_get(port, "/api/v1/session", "Authorization: Bearer " + token + "\r\n"),
+                    HasSubstr("\"user\":\"ann\",\"role\":\"write\""));
+        EXPECT_THAT(http_post(port, "/api/v1/session", R"({"user":"ann","password":"another password"})"),
+                    StartsWith("HTTP/1.1 200 "));
+        EXPECT_EQ(user("remove ann"), 0);
+        EXPECT_THAT(http_get(port, "/api/v1/session", "Authorization: Bearer " + token + "\r\n"),
+                    HasSubstr("\"user\":null"));
+    }
+    Ponfront without({"--config", file});
+    without.expect("listening on 0.0.0.0 needs users");
+    EXPECT_EQ(without.end(), 1);
+    for (const std::string &name : {users, file + ".out"})
+        std::remove(name.c_str());
 }
 
 TEST_F(Served, LogsObjectsOnDemand)

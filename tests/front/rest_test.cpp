@@ -89,6 +89,13 @@ protected:
     {
         return post("/api/v1/olts/north/calls/" + operation, body, lines);
     }
+    // Asks for what affects service, and confirms it. The body has no brace at its end.
+    static std::string confirmed(const std::string &path, const std::string &body)
+    {
+        const std::string asked = post(path, body + "}");
+        EXPECT_THAT(asked, StartsWith("HTTP/1.1 428 "));
+        return post(path, body + ",\"confirm\":\"" + document_of(asked)["confirmation"]["confirm"].GetString() + "\"}");
+    }
     // Waits until an answer has this text, for half a minute at most.
     static void wait_for(const std::string &path, const std::string &text)
     {
@@ -159,7 +166,8 @@ TEST_F(Rest, AsksAgainBeforeWhatAffectsService)
     const Document found = document_of(get(waiting));
     const std::string mac = found["waiting"][0]["mac"].GetString();
     const std::string where = std::to_string(found["waiting"][0]["pon_port"].GetUint());
-    const std::string what = "\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":7,\"mac\":\"" + mac + "\"}";
+    const std::string what =
+        "\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":7,\"value\":0,\"mac\":\"" + mac + "\"}";
     const char *const bind = "bsp_pon_bind_onu_spec_id";
     EXPECT_THAT(call(bind, "{" + what + "}", with_token(tokens[0])), StartsWith("HTTP/1.1 403 "));
     EXPECT_THAT(call(bind, "{" + what + "}", with_token(tokens[1])), StartsWith("HTTP/1.1 403 "));
@@ -168,9 +176,9 @@ TEST_F(Rest, AsksAgainBeforeWhatAffectsService)
     ASSERT_THAT(asked, AllOf(StartsWith("HTTP/1.1 428 "), HasSubstr(mac)));
     const std::string confirm =
         ",\"confirm\":\"" + std::string(document_of(asked)["confirmation"]["confirm"].GetString()) + "\"}";
-    EXPECT_THAT(
-        call(bind, "{\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":8,\"mac\":\"" + mac + "\"}" + confirm),
-        StartsWith("HTTP/1.1 428 "))
+    EXPECT_THAT(call(bind, "{\"arguments\":{\"pon_port\":" + where + ",\"onu_id\":8,\"value\":0,\"mac\":\"" + mac +
+                               "\"}" + confirm),
+                StartsWith("HTTP/1.1 428 "))
         << "another request";
     const std::string again = call(bind, "{" + what + "}");
     const std::string good =
@@ -204,19 +212,23 @@ TEST_F(Rest, ComparesAppliesAndRollsBack)
     body.Accept(writer);
     const std::string apply(buffer.GetString(), buffer.GetSize() - 1); // without the brace at its end
 
-    // Something becomes different, and goes back with what was saved.
-    const std::string asked = call("bsp_pon_prof_uni_set", "{}");
-    EXPECT_THAT(asked, StartsWith("HTTP/1.1 400 ")) << "an argument is missing";
-    EXPECT_THAT(get(root), StartsWith("HTTP/1.1 200 "));
+    // Something becomes different, which the configuration that was saved does not have.
+    const std::string bound = "\"key\":\"2/9\"";
+    EXPECT_THAT(get(root), Not(HasSubstr(bound)));
+    confirmed("/api/v1/olts/north/calls/bsp_pon_bind_onu_spec_id",
+              R"({"arguments":{"pon_port":2,"onu_id":9,"mac":"06:00:00:00:00:01","value":0})");
+    EXPECT_THAT(get(root), HasSubstr(bound));
     const std::string first = post(root + "/apply", apply + "}");
-    ASSERT_THAT(first, AllOf(StartsWith("HTTP/1.1 428 "), HasSubstr("\"differences\":[")));
+    ASSERT_THAT(first, AllOf(StartsWith("HTTP/1.1 428 "), HasSubstr(bound)));
     const std::string confirm =
         ",\"confirm\":\"" + std::string(document_of(first)["confirmation"]["confirm"].GetString()) + "\"}";
     EXPECT_THAT(post(root + "/confirm", ""), StartsWith("HTTP/1.1 409 "));
     EXPECT_THAT(post(root + "/apply", apply + confirm),
                 AllOf(StartsWith("HTTP/1.1 200 "), HasSubstr("\"applied\":true")));
+    EXPECT_THAT(get(root), Not(HasSubstr(bound)));
     EXPECT_THAT(get(root + "/pending"), AllOf(HasSubstr("\"state\":\"waiting\""), HasSubstr("\"user\":\"chief\"")));
     EXPECT_THAT(post(root + "/rollback", ""), StartsWith("HTTP/1.1 200 "));
+    EXPECT_THAT(get(root), HasSubstr(bound));
     EXPECT_THAT(get(root + "/pending"), HasSubstr("\"state\":\"rolled_back\""));
     EXPECT_THAT(post(root + "/rollback", ""), StartsWith("HTTP/1.1 409 "));
     EXPECT_THAT(post(root + "/compare", R"({"text":"nonsense"})"), StartsWith("HTTP/1.1 400 "));

@@ -32,6 +32,19 @@ TEST(PonfrontPages, DescribeTheOptionsThatThereAre)
     EXPECT_EQ(found(text_of(PAGE), "\n\\.It (?:Fl h , )?Fl -([a-z]+)"), options);
 }
 
+TEST(PonfrontPages, DescribeTheCommandsForUsers)
+{
+    const Names commands = found(output_of(PONFRONT " user --help"), "\n  ([a-z]+) ");
+    EXPECT_THAT(commands, testing::SizeIs(6));
+    for (const std::string &command : commands) {
+        EXPECT_THAT(text_of(PAGE), testing::HasSubstr("\n.It Cm " + command));
+        const std::string help = output_of(PONFRONT " user " + command + " --help");
+        for (const std::string &option : found(help, "--([a-z]+)(?=[ ,]|\n)"))
+            EXPECT_THAT(text_of(PAGE), testing::AnyOf(testing::HasSubstr("Fl -" + option),
+                                                      testing::HasSubstr("Fl h , Fl -" + option)));
+    }
+}
+
 TEST(PonfrontPages, HaveThePeriodOfEachTable)
 {
     const std::string page = text_of(CONFIGURATION_PAGE);
