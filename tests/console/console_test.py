@@ -169,6 +169,7 @@ class Console(unittest.TestCase):
         browser.sees("of port 2", "fibre at west", "since", "– dBm", "not measured")
         browser.picture("why_offline")
         self.service.control("mend", "2", "west")
+        self.service.control("step", "10")
         browser.go("/olts/campus/ports/2")
         browser.sees("60 of 60 ONUs online", "All its ONUs are online.")
         self.assertTrue(browser.run("return window.was_not_loaded_again"))
