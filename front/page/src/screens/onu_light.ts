@@ -23,14 +23,8 @@ function way(label: string, value: unknown, limit: LightLimit, state: string | n
         ".way",
         m("span.label", label),
         m("b", `${power(measured)} dBm`),
-        badge(
-            state === "low"      ? "warn" :
-                state === "well" ? "good" :
-                                   "idle",
-            state === "low"      ? "weak" :
-                state === "well" ? "good" :
-                                   "–"
-        ),
+        // What was found before the ONU went off says nothing of its light now.
+        measured !== null && (state === "low" ? badge("warn", "weak") : badge("good", "good")),
         m("span.muted", said),
     );
 }

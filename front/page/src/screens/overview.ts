@@ -31,11 +31,12 @@ function wrong_panel(olts: Olt[]): m.Vnode {
     );
 }
 
-function tile(olt: string, port: Port): m.Vnode {
+function tile({ name: olt, reached }: Olt, port: Port): m.Vnode {
     const off = port.offline + port.unauthenticated;
     const severe = port.alarms.critical > 0 || (port.bound > 0 && port.online === 0);
     const troubled = off + port.low_light + port.alarms.major > 0;
-    const tone = severe ? "bad" : troubled ? "warn" : port.bound === 0 ? "idle" : "good";
+    // Nobody knows how a port is whose OLT does not answer.
+    const tone = !reached ? "idle" : severe ? "bad" : troubled ? "warn" : port.bound === 0 ? "idle" : "good";
     const notes = [
         off > 0 && `${off} off`,
         port.low_light > 0 && `${port.low_light} weak`,
@@ -81,7 +82,7 @@ function olt_panel(olt: Olt): m.Vnode {
             olt.low_light > 0 && figure(whole(olt.low_light), "with weak light", to("onus?light=low"), ".warn"),
             olt.waiting > 0 && figure(whole(olt.waiting), "waiting", to("waiting"), ".new"),
         ),
-        ports.value ? m(".tiles", ports.value.ports.map((port) => tile(olt.name, port))) : awaited(ports, "ports", 2),
+        ports.value ? m(".tiles", ports.value.ports.map((port) => tile(olt, port))) : awaited(ports, "ports", 2),
     );
 }
 
