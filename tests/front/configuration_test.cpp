@@ -44,7 +44,6 @@ TEST(Configuration, SaysWhoMayDoWhat)
     const ListenSettings http = read(R"(
 [http]
 users = "/etc/users"
-audit = "/var/log/audit"
 certificate = "/etc/cert.pem"
 key = "/etc/key.pem"
 hosts = "Console.Example.net olt"
@@ -53,7 +52,6 @@ metrics = "users"
 )")
                                     .http.value();
     EXPECT_EQ(http.users, "/etc/users");
-    EXPECT_EQ(http.audit, "/var/log/audit");
     EXPECT_EQ(http.certificate, "/etc/cert.pem");
     EXPECT_EQ(http.key, "/etc/key.pem");
     EXPECT_THAT(http.hosts, testing::ElementsAre("console.example.net", "olt"));
@@ -85,6 +83,8 @@ olt_well = -26.5
 [history]
 file = "/var/lib/ponfront/history.db"
 events = 5000
+[audit]
+file = "/var/log/ponfront/audit.jsonl"
 [http]
 listen = "[::1]:8080"
 [metrics]
@@ -97,6 +97,7 @@ onus = "optics"
     EXPECT_EQ(configuration.limits.olt, (LightLimits{-28, -26.5}));
     EXPECT_EQ(configuration.history, "/var/lib/ponfront/history.db");
     EXPECT_EQ(configuration.most_events, 5000u);
+    EXPECT_EQ(configuration.audit, "/var/log/ponfront/audit.jsonl");
     EXPECT_EQ(configuration.http, (ListenSettings{"::1", 8080}));
     EXPECT_EQ(configuration.onus, OnuDetail::optics);
 }
@@ -188,7 +189,6 @@ TEST(Configuration, SaysWhatIsWrongWithSnmp)
     EXPECT_THAT(error_of("[snmp]\nagentx = \"master\"\n"), HasSubstr("the path of a Unix socket"));
     for (const char *root : {"1.3", "1.3.6.x.1", "3.1.1.1", "1.40.1.1", "1.3.6.1.4294967296", ".1.3.6.1"})
         EXPECT_THAT(error_of("[snmp]\nroot = \"" + std::string(root) + "\"\n"), HasSubstr("an arc of yours")) << root;
-    EXPECT_THAT(error_of("[snmp]\nsets = \"write\"\n"), HasSubstr("nothing may be set without an audit log"));
     EXPECT_THAT(error_of("[snmp]\nsets = \"all\"\n"), HasSubstr("sets: "));
     EXPECT_THAT(error_of("[[olt]]\nname = \"a\"\nsocket_dir = \"/a\"\nindex = 2\n[[olt]]\nname = \"b\"\n"),
                 HasSubstr("a has the index 2"));
