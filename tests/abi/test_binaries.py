@@ -12,9 +12,11 @@ import unittest
 
 FOLDER = pathlib.Path(__file__).parent
 LIBRARIES = [pathlib.Path(name) for name in os.environ["SHARED_LIBRARIES"].split(";")]
-HEADERS = [str(FOLDER.parents[1] / folder) for folder in ("include", "board/include", "board/host/include", "testing/include")]
+HEADERS = [str(FOLDER.parents[1] / folder)
+           for folder in ("include", "board/include", "board/host/include", "testing/include")]
 # Where the libraries were built, and what is behind the types that users see, is none of the interface.
-DESCRIBE = ["abidw", "--exported-interfaces-only", "--no-corpus-path", "--no-comp-dir-path", "--no-show-locs", "--no-elf-needed", "--drop-private-types",
+DESCRIBE = ["abidw", "--exported-interfaces-only", "--no-corpus-path", "--no-comp-dir-path", "--no-show-locs",
+            "--no-elf-needed", "--drop-private-types",
             *(word for folder in HEADERS for word in ("--headers-dir", folder))]
 COMPARE = ["abidiff", "--exported-interfaces-only", "--no-added-syms", "--drop-private-types",
            *(word for folder in HEADERS for word in ("--headers-dir2", folder))]
