@@ -63,7 +63,7 @@ class Service:
             f'[[olt]]\nname = "campus"\nsocket_dir = "{self.folder}/ipc"\n'
             "[periods]\nonus = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
             f'capabilities = 1\n[history]\nfile = "{self.folder}/history.db"\n'
-            f'[http]\nlisten = "127.0.0.1:{self.port}"\nusers = "{self.folder}/users"\naudit = "{self.folder}/audit"\n',
+            f'[http]\nlisten = "127.0.0.1:{self.port}"\nusers = "{self.folder}/users"\n[audit]\nfile = "{self.folder}/audit"\n',
             encoding="utf-8",
         )
 

@@ -45,14 +45,6 @@ class Manager:
             held.close()
 
 
-def end(service: subprocess.Popen[str]) -> int:
-    service.terminate()
-    status = service.wait(60)
-    assert service.stdout
-    service.stdout.close()
-    return status
-
-
 class Activation(unittest.TestCase):
     def setUp(self) -> None:
         self.work = tempfile.TemporaryDirectory()
@@ -65,23 +57,34 @@ class Activation(unittest.TestCase):
         self.assertEqual((client.returncode, complained), (0, ""))
         return said.splitlines()
 
+    def start(self) -> subprocess.Popen[str]:
+        service = self.manager.start()
+        self.addCleanup(self.end, service)
+        return service
+
+    def end(self, service: subprocess.Popen[str]) -> int:
+        service.terminate()
+        status = service.wait(60)
+        service.stdout.close()
+        return status
+
     def files(self) -> dict[str, int]:
         return {path.name: path.lstat().st_ino for path in self.manager.folder.glob("6.*") if path.suffix != ".lock"}
 
     def test_serves_on_the_sockets_and_leaves_them(self) -> None:
         before = self.files()
         for _ in range(2):
-            service = self.manager.start()
+            service = self.start()
             self.assertIn("serving", service.stdout.readline())
             self.assertGreater(len(self.answer_to(self.manager.ask())), 1)
-            self.assertEqual(end(service), 0)
+            self.assertEqual(self.end(service), 0)
             self.assertEqual(self.files(), before)
 
     def test_a_request_waits_for_the_service(self) -> None:
         client = self.manager.ask()
-        service = self.manager.start()
+        service = self.start()
         self.assertGreater(len(self.answer_to(client)), 1)
-        self.assertEqual(end(service), 0)
+        self.assertEqual(self.end(service), 0)
 
 
 if __name__ == "__main__":

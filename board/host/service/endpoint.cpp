@@ -186,6 +186,7 @@ Endpoint::~Endpoint()
     remove(seq_file);
     remove(dgram_file);
     if (lock) remove(lock_file);
+    if (stop_signal) return; // what waits in the sockets is for the next service
     hang_up(std::move(seq));
     hang_up(std::move(dgram));
 }
