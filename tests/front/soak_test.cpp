@@ -136,7 +136,9 @@ TEST(FrontSoak, NothingGrows)
     }
     EXPECT_LE(open_files(front.process()), files);
     if (!keeps_what_is_freed) {
-        EXPECT_LT(memory_of(front.process()), memory + memory / 4) << "KiB, of which there were " << memory;
+        // How many answers are made at the same time differs from round to round. What is never freed would be many
+        // times more, because each of hundreds of snapshots takes megabytes.
+        EXPECT_LT(memory_of(front.process()), 2 * memory) << "KiB, of which there were " << memory;
     }
     EXPECT_EQ(walker.end(), size_t{olts} * ports * onus);
     EXPECT_EQ(front.end(SIGTERM), 0);

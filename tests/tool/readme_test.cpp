@@ -68,9 +68,9 @@ TEST_P(Page, SaysWhatCanBeDoneOnAFreshSimulator)
         std::string run = line;
         if (goes_on(line)) run = "timeout --foreground --preserve-status -s INT 2 " + line;
         if (line.ends_with(" &")) // it serves in the background until it is ended
-            run = "(" + line.substr(0, line.size() - 2) +
-                  ") >out & pid=$!; for i in $(seq 200); do grep -q serving out && break; sleep 0.05; done; "
-                  "grep -q serving out; code=$?; kill $(pgrep -P $pid; echo $pid) 2>/dev/null; exit $code";
+            run = line.substr(0, line.size() - 2) +
+                  " >out & pid=$!; for i in $(seq 200); do grep -q serving out && break; sleep 0.05; done; "
+                  "grep -q serving out; code=$?; kill $pid; wait $pid; exit $code";
         std::ofstream(folder / "line") << environment << run << "\n";
         const std::string bash = "bash '" + (folder / "line").string() + "'";
         const std::string whole =
