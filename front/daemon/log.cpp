@@ -1,13 +1,13 @@
 #include "daemon/log.h"
 
 #include <atomic>
-#include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <string>
 
 #include <unistd.h>
 
+#include "collector/clock.h"
 #include "text/json.h"
 #include "text/utf8.h"
 
@@ -34,8 +34,7 @@ std::string_view word_of(LogLevel level)
 // Returns the time in the form of RFC 3339, in UTC.
 std::string time_now()
 {
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+    const UnixTime milliseconds = unix_time_now();
     const std::time_t seconds = milliseconds / 1000;
     std::tm parts{};
     gmtime_r(&seconds, &parts);

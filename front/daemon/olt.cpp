@@ -6,9 +6,9 @@
 
 #include "board/service.h"
 #include "call/exchange.h"
+#include "collector/clock.h"
 #include "collector/read_table.h"
 #include "daemon/log.h"
-#include "web/clock.h"
 
 namespace front
 {

@@ -4,8 +4,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "collector/clock.h"
 #include "http/address.h"
-#include "web/clock.h"
 
 namespace front
 {

@@ -1,9 +1,9 @@
 // Answers about the configuration of an OLT: shown, compared, applied, and taken back.
 #include "board/ipc.h"
+#include "collector/clock.h"
 #include "configuration/olt.h"
 #include "http/refusal.h"
 #include "rest/answers.h"
-#include "web/clock.h"
 #include "web/confirmation.h"
 #include "web/json.h"
 #include "web/pending.h"

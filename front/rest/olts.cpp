@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <map>
 
+#include "collector/clock.h"
 #include "rest/answers.h"
-#include "web/clock.h"
 #include "web/index.h"
 
 namespace front

@@ -67,12 +67,7 @@ void write_alarms(Json &json, const OltState &state, const OnuPlace &place)
     json.key("alarms");
     json->StartArray();
     for (const view::onu_alarm &alarm : rows_of(state.snapshot->alarms)) {
-        if (alarm.pon_port != place.first || alarm.onu_id != place.second) continue;
-        const auto fact = state.facts->find(key_of(alarm));
-        json->StartObject();
-        json.columns(alarm);
-        write_since(json, fact == state.facts->end() ? nullptr : &fact->second);
-        json->EndObject();
+        if (alarm.pon_port == place.first && alarm.onu_id == place.second) write_alarm(json, state, alarm);
     }
     json->EndArray();
 }

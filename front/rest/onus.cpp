@@ -165,13 +165,8 @@ HttpResponse answer_alarms(const Context &context)
         json->StartObject();
         json.key("alarms");
         json->StartArray();
-        for (const view::onu_alarm &alarm : rows_of(state.snapshot->alarms)) {
-            const auto fact = state.facts->find(key_of(alarm));
-            json->StartObject();
-            json.columns(alarm);
-            write_since(json, fact == state.facts->end() ? nullptr : &fact->second);
-            json->EndObject();
-        }
+        for (const view::onu_alarm &alarm : rows_of(state.snapshot->alarms))
+            write_alarm(json, state, alarm);
         json->EndArray();
         json->EndObject();
         return json.text();

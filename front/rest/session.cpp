@@ -1,7 +1,7 @@
 // Answers about who asks: logging in and out.
+#include "collector/clock.h"
 #include "http/refusal.h"
 #include "rest/answers.h"
-#include "web/clock.h"
 #include "web/json.h"
 #include "web/permission.h"
 #include "web/request_body.h"

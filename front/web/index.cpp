@@ -46,4 +46,13 @@ void write_since(Json &json, const Fact *fact)
     json.member("since", fact && fact->since > 0 ? std::optional(fact->since) : std::nullopt);
 }
 
+void write_alarm(Json &json, const OltState &state, const view::onu_alarm &alarm)
+{
+    const auto fact = state.facts->find(key_of(alarm));
+    json->StartObject();
+    json.columns(alarm);
+    write_since(json, fact == state.facts->end() ? nullptr : &fact->second);
+    json->EndObject();
+}
+
 } // namespace front

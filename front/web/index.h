@@ -52,5 +52,7 @@ std::string serial_of(std::string_view vendor, const view::Mac &mac);
 std::string_view light_of(const OltState &state, uint32_t port, const std::string &mac);
 // Writes "since", or null where it is not known since when a fact is so.
 void write_since(Json &json, const Fact *fact);
+// Writes an alarm as an object: its columns, and since when it is known.
+void write_alarm(Json &json, const OltState &state, const view::onu_alarm &alarm);
 
 } // namespace front

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <vector>
 
-#include "web/clock.h"
+#include "collector/clock.h"
 
 namespace front
 {

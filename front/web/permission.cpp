@@ -1,9 +1,9 @@
 #include "web/permission.h"
 
 #include "call/target.h"
+#include "collector/clock.h"
 #include "http/refusal.h"
 #include "text/hex.h"
-#include "web/clock.h"
 #include "web/confirmation.h"
 #include "web/write_log.h"
 

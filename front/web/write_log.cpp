@@ -1,6 +1,6 @@
 #include "web/write_log.h"
 
-#include "web/clock.h"
+#include "collector/clock.h"
 
 namespace front
 {

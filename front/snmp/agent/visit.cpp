@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "collector/clock.h"
+
 namespace front::snmp
 {
 namespace
@@ -111,9 +113,7 @@ void Visit::note_state()
     if (session.state() == Session::State::open && !opened) {
         opened = true;
         const size_t refused = session.refused().size();
-        const auto now = std::chrono::system_clock::now().time_since_epoch();
-        if (on_started)
-            on_started(std::chrono::duration_cast<milliseconds>(now).count() - 10 * int64_t{session.up_time()});
+        if (on_started) on_started(unix_time_now() - 10 * int64_t{session.up_time()});
         for (const agentx::Refusal &one : session.refused())
             say(false, refusal_of(one));
         say(refused == 0, "SNMP is answered by the master agent at " + front::snmp::text_of(settings.master) +
