@@ -98,10 +98,20 @@ void write_counters(Json &json, const Snapshot &snapshot, uint32_t port)
     json.null();
 }
 
+// The table of ONUs is read more often than that of ports, and is what the rest is counted in.
+view::port_info counted(const OltState &state, view::port_info port, const Counts &counts)
+{
+    if (!state.snapshot->onus) return port;
+    port.bound = counts.bound;
+    port.online = counts.online;
+    port.waiting = counts.waiting;
+    return port;
+}
+
 void write_port(Json &json, const OltState &state, const view::port_info &port, const Counts &counts)
 {
     json->StartObject();
-    json.columns(port);
+    json.columns(counted(state, port, counts));
     json.member("offline", counts.offline);
     json.member("unauthenticated", counts.unauthenticated);
     json.member("low_light", counts.low_light);

@@ -251,7 +251,8 @@ std::optional<Way> find_way(const std::string &method, const std::string &path)
         auto places = places_in(route.path, below);
         if (!places) continue;
         if (!way) way.emplace();
-        way->allowed += (way->allowed.empty() ? "" : ", ") + std::string(route.method);
+        const std::string method_of = route.method;
+        way->allowed += (way->allowed.empty() ? "" : ", ") + method_of + (method_of == "GET" ? ", HEAD" : "");
         if (method == route.method) {
             way->route = &route;
             way->places = std::move(*places);

@@ -167,7 +167,7 @@ TEST_F(Rest, PacksItsAnswers)
 {
     const std::string gzip = "Accept-Encoding: gzip, deflate, br\r\n", plain = "Accept-Encoding: gzip;q=0\r\n";
     const std::string page = body_of(get("/", plain));
-    ASSERT_THAT(page, HasSubstr("<!doctype html>"));
+    ASSERT_THAT(page, HasSubstr("<!DOCTYPE html>"));
     const size_t start = page.find("/assets/main-");
     const std::string script = page.substr(start, page.find('"', start) - start);
     for (const std::string &path : {std::string("/"), script, std::string("/openapi.json"), std::string("/metrics"),
