@@ -3,9 +3,9 @@
 
 console_cost.py PONSIM PONFRONT    needs chromium-driver
 
-A change is timed by one clock, that of the machine: from when the collector had read the table of ONUs, which REST tells,
-until the browser has painted another state. Time does not pass in the simulated OLTs, so nothing changes but what is
-ordered here.
+A change is timed by one clock, that of the machine: from when the collector had read the table of ONUs, which REST
+tells, until the browser has painted another state. Time does not pass in the simulated OLTs, so nothing changes but
+what is ordered here.
 
 Exit status 1 where a goal is missed.
 """
@@ -59,8 +59,9 @@ class Campus:
     def __init__(self, ponsim: str, ponfront: str, folder: pathlib.Path) -> None:
         self.ponsim, self.folder = ponsim, folder
         (folder / "olts.toml").write_text(
-            f'start = "registered"\n[service.bound]\nbound = true\n[[olt]]\nname = "olt"\ncount = {OLTS}\n[[olt.port]]\n'
-            f'numbers = "1-{PORTS}"\n[[olt.port.onu]]\nname = "onu"\nservice = "bound"\ncount = {ONUS_OF_PORT}\n',
+            f'start = "registered"\n[service.bound]\nbound = true\n[[olt]]\nname = "olt"\ncount = {OLTS}\n'
+            f'[[olt.port]]\nnumbers = "1-{PORTS}"\n[[olt.port.onu]]\nname = "onu"\nservice = "bound"\n'
+            f"count = {ONUS_OF_PORT}\n",
             encoding="utf-8",
         )
         words = [ponsim, "--scenario", f"{folder}/olts.toml", "--socket-dir", f"{folder}/ipc", "--state", "none"]
@@ -100,8 +101,9 @@ class Campus:
         subprocess.run(command, check=True, capture_output=True)
 
     def processor_time(self) -> float:
-        stat = pathlib.Path(f"/proc/{self.front.running.pid}/stat").read_text(encoding="ascii").rpartition(")")[2].split()
-        return (int(stat[11]) + int(stat[12])) / os.sysconf("SC_CLK_TCK")
+        stat = pathlib.Path(f"/proc/{self.front.running.pid}/stat").read_text(encoding="ascii")
+        behind_name = stat.rpartition(")")[2].split()
+        return (int(behind_name[11]) + int(behind_name[12])) / os.sysconf("SC_CLK_TCK")
 
     def end(self) -> None:
         self.front.end()
@@ -129,9 +131,8 @@ def open_browsers(campus: Campus) -> list[socket.socket]:
             assert connection.getresponse().read(), path
         connection.close()
         stream = socket.create_connection(("127.0.0.1", campus.port), timeout=30)
-        stream.sendall(
-            f"GET /api/v1/events/stream HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer {campus.token}\r\n\r\n".encode()
-        )
+        head = f"GET /api/v1/events/stream HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer {campus.token}"
+        stream.sendall(f"{head}\r\n\r\n".encode())
         said = b""
         while f'"{campus.names[-1]}"'.encode() not in said:
             said += stream.recv(65536)
@@ -154,7 +155,7 @@ def heard(streams: list[socket.socket]) -> bytes:
 
 
 def first_look(browser: Browser) -> tuple[float, float]:
-    """Returns after how many milliseconds the overview was painted, and how many KiB came by then. Nothing is cached."""
+    """Returns after how many milliseconds the overview was painted, and how many KiB had come. Nothing is cached."""
     driver = browser.driver
     driver.get("about:blank")
     driver.execute_cdp_cmd("Network.clearBrowserCache", {})
@@ -168,7 +169,10 @@ def first_look(browser: Browser) -> tuple[float, float]:
 
 # Where a change is looked for: the screen, and whether it shows that an ONU of port 1 is in a state.
 SCREENS = {
-    "its own page": ("/olts/olt-1/onus/1/{onu}", "document.querySelector('.title .badge')?.textContent.includes('{state}')"),
+    "its own page": (
+        "/olts/olt-1/onus/1/{onu}",
+        "document.querySelector('.title .badge')?.textContent.includes('{state}')",
+    ),
     "a table of 2,048": (
         "/olts/olt-1/onus",
         "[...document.querySelectorAll('[role=row]')].some((row) => row.querySelector('a')?.textContent === '1/{onu}'"
@@ -176,8 +180,8 @@ SCREENS = {
     ),
     "the overview": (
         "/",
-        f"document.querySelector('a.tile .share')?.textContent === ({ONUS_OF_PORT + 1} - {{onu}} - ('{{state}}' === 'offline'))"
-        f" + '/{ONUS_OF_PORT}'",
+        f"document.querySelector('a.tile .share')?.textContent"
+        f" === ({ONUS_OF_PORT + 1} - {{onu}} - ('{{state}}' === 'offline')) + '/{ONUS_OF_PORT}'",
     ),
 }
 
@@ -224,7 +228,8 @@ def bench_page(campus: Campus, browser: Browser) -> bool:
     browser.one("nav a", "Overview")
     browser.driver.execute_cdp_cmd("Page.addScriptToEvaluateOnNewDocument", {"source": WATCH + OVERVIEW})
     looks = [first_look(browser) for _ in range(ROUNDS)]
-    met = say("first look at the overview, nothing cached", statistics.median(look[0] for look in looks), "ms", GOAL_PAINT)
+    paint = statistics.median(look[0] for look in looks)
+    met = say("first look at the overview, nothing cached", paint, "ms", GOAL_PAINT)
     met &= say("the same, over the wire", max(look[1] for look in looks), "KiB", GOAL_SIZE)
     onu = 0
     for screen in SCREENS:
