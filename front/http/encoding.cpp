@@ -16,7 +16,8 @@ namespace
 
 // What is shorter is one packet of the network either way.
 constexpr size_t least_to_pack = 1400; // bytes
-constexpr int gzip_window = MAX_WBITS + 16, level = 6, memory_level = 8;
+constexpr int gzip_window = MAX_WBITS + 16, memory_level = 8;
+constexpr int level = 4; // takes half the time of the usual 6, for a tenth more bytes
 constexpr std::string_view encoding = "Content-Encoding";
 
 std::string_view trimmed(std::string_view text)
