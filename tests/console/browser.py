@@ -11,7 +11,8 @@ from selenium.webdriver.chrome.service import Service as Driver
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
-from service import PASSWORD, patiently
+from service import PASSWORD
+from waiting import patiently
 
 RULES = (pathlib.Path(__file__).parent / "rules.js").read_text(encoding="utf-8")
 OPTIONS = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-extensions"]

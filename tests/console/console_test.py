@@ -13,7 +13,8 @@ import tempfile
 import unittest
 
 from browser import Browser
-from service import PASSWORD, Service, patiently
+from service import PASSWORD, Service
+from waiting import patiently
 
 SCREENS = {
     "overview": "/",

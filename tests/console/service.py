@@ -4,19 +4,12 @@ import pathlib
 import re
 import signal
 import subprocess
-import time
+import sys
 
-PATIENCE = 20  # seconds, for what comes in the end
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from waiting import PATIENCE, patiently  # noqa: E402
+
 PASSWORD = "correct horse"
-
-
-def patiently(ask):
-    """Asks again and again until the answer is something, which is returned."""
-    end = time.monotonic() + PATIENCE
-    while not (answer := ask()):
-        assert time.monotonic() < end, "it did not come"
-        time.sleep(0.05)
-    return answer
 
 
 class Process:
@@ -47,10 +40,13 @@ class Service:
         self.port = 0
         self.write_configuration()
         for role in ("read", "write", "service-affecting"):
-            words = [programs["ponfront"], "--config", f"{folder}/front.toml", "user", "add", role, "--role", role]
-            subprocess.run(words, input=f"{PASSWORD}\n", text=True, check=True, capture_output=True)
+            self.add_user(role, role)
         self.olt = self.started_olt()
         self.front = self.started_front()
+
+    def add_user(self, name: str, role: str) -> None:
+        words = [self.programs["ponfront"], "--config", f"{self.folder}/front.toml", "user", "add", name, "--role", role]
+        subprocess.run(words, input=f"{PASSWORD}\n", text=True, check=True, capture_output=True)
 
     def started_olt(self) -> Process:
         words = [self.programs["ponsim"], "--socket-dir", f"{self.folder}/ipc", "--state", f"{self.folder}/olt.db"]
