@@ -70,7 +70,7 @@ const routes: Record<string, m.Resolver> = {
 };
 
 async function start(): Promise<void> {
-    begin_theme();
+    begin_theme(() => m.redraw());
     listen_to_keys();
     m.route.prefix("#");
     m.route(document.getElementById("page") as HTMLElement, "/", routes);

@@ -26,7 +26,7 @@ interface Attributes<Row> {
     sorting?: Sorting;
     sort?: (sorting: Sorting) => void;
     empty: m.Children;
-    short?: boolean;  // as high as its rows; by default it has the rest of the page
+    alone?: boolean;  // the screen is about it: it has the rest of the page, and the keys at once
 }
 
 export function sorted<Row>(rows: Row[], columns: Column<Row>[], sorting: Sorting): Row[] {
@@ -144,9 +144,9 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
             const template = columns.map((column) => column.width).join(" ");
             const row = row_height();
             const first = Math.max(0, Math.floor(top / row) - beyond);
-            const last = attrs.short ? shown.length : Math.min(shown.length, Math.ceil((top + height) / row) + beyond);
+            const last = Math.min(shown.length, Math.ceil((top + height) / row) + beyond);
             return m(
-                `.table${attrs.short ? ".short" : ""}`,
+                `.table${attrs.alone ? ".alone" : ""}`,
                 {
                     role: "grid",
                     tabindex: 0,
@@ -158,7 +158,8 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
                         body = vnode.dom;
                         sizes.observe(body);
                         // Whoever came here by a key goes on with the keys.
-                        if (!attrs.short && document.activeElement === document.body)
+                        const focus = document.activeElement;
+                        if (attrs.alone && (focus === document.body || focus?.id === "main"))
                             body.focus({ preventScroll: true });
                     },
                     onscroll: (event: Event) => (top = (event.target as HTMLElement).scrollTop),

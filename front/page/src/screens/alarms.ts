@@ -185,6 +185,7 @@ export const AlarmsScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                         ),
                     sorting,
                     sort: (other: Sorting) => (sorting = other),
+                    alone: true,
                     empty: state === "active" ? "No alarm is active." : "There is no such alarm.",
                 }),
             );

@@ -11,6 +11,7 @@ import { Sorting, Table } from "../parts/table";
 import { timeline } from "../parts/timeline";
 import { cause_text, worst_first, wrong_list, wrong_of } from "../parts/wrong";
 import { onu_columns, onu_tables } from "./onus";
+import { plant_panel } from "./port_plant";
 
 const weak_at_olt = -27;  // dBm
 const weak_at_onu = -25;
@@ -60,7 +61,7 @@ function quantity_badge(state: string): m.Vnode {
 
 function module_table(module: Quantity[]): m.Children {
     if (module.length === 0) return nothing("The module was not read yet, or there is none.");
-    const head = ["Quantity", "Value", "Warning outside", "Alarm outside", "State"];
+    const head = ["Quantity", "Value", "State", "Warning outside", "Alarm outside"];
     return m(
         "table.plain",
         m("thead", m("tr", head.map((title) => m("th", { scope: "col" }, title)))),
@@ -71,9 +72,9 @@ function module_table(module: Quantity[]): m.Children {
                     "tr",
                     m("th", { scope: "row" }, words(of.quantity)),
                     m("td.whole", of.value === null ? "–" : `${of.value.toFixed(2)} ${units[of.unit] ?? of.unit}`),
-                    m("td.muted", bounds(of.low_warning, of.high_warning)),
-                    m("td.muted", bounds(of.low_alarm, of.high_alarm)),
                     m("td.whole", of.state === null ? "–" : quantity_badge(of.state)),
+                    m("td.muted.whole", bounds(of.low_warning, of.high_warning)),
+                    m("td.muted.whole", bounds(of.low_alarm, of.high_alarm)),
                 ),
             ),
         ),
@@ -180,7 +181,6 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
             sorting,
             sort: (other: Sorting) => (sorting = other),
             empty: "No ONU is bound at this port.",
-            short: true,
         });
     }
 
@@ -232,6 +232,7 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
                     [light(all), panel("Traffic", traffic(port.value, before))],
                     [module_panel(port.value)],
                 ),
+                plant_panel(olt, number),
                 panel("ONUs", all ? onu_table(all) : awaited(onus, "ONUs")),
             ];
         },

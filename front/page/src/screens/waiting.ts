@@ -4,8 +4,9 @@ import { call, may } from "../base/api";
 import { age, plural, text } from "../base/format";
 import { Columns, onus_of, Outcome, Row, Waiting } from "../base/model";
 import { use } from "../base/store";
-import { confirmed, tell } from "../parts/dialog";
-import { awaited_screen, badge, button, choice, input, nothing } from "../parts/parts";
+import { change, confirmed, tell } from "../parts/dialog";
+import { awaited_screen, badge, button, choice, input, nothing, OpenedForm } from "../parts/parts";
+import { Blacklist } from "./blacklist";
 import { onu_tables } from "./onus";
 
 const most_ids = 128;
@@ -79,10 +80,21 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
         m.redraw();
     }
 
+    async function turn_away(onu: Waiting): Promise<void> {
+        await change(
+            olt,
+            "bsp_pon_blacklist_add_onu_auto_id",
+            { pon_port: onu.pon_port, mac: onu.mac, text: "" },
+            `Put ${onu.mac} of port ${onu.pon_port} on the blacklist?`,
+            "Turn away",
+            `${onu.mac} is on the blacklist.`
+        );
+    }
+
     function form(onu: Waiting): m.Vnode {
         return m(
-            "form.edit.admit",
-            { onsubmit: admit, "aria-label": `Admit ${onu.mac}` },
+            OpenedForm,
+            { label: `Admit ${onu.mac}`, submit: admit },
             input(
                 "ONU id",
                 id,
@@ -122,10 +134,13 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                   onu.distance === null ? "" : `${onu.distance} m`,
                   onu.supported ? "" : badge("warn", "not supported")),
                 m("span.muted", onu.since === null ? "since before the console knew it" : ["since ", age(onu.since)]),
-                may("service-affecting") && button("Admit", () => choose(onu), {
-                    "aria-label": `Admit ${onu.mac}`,
-                    "aria-expanded": is_chosen ? "true" : "false"
-                }),
+                may("service-affecting") &&
+                    m("span.buttons",
+                      button("Admit", () => (is_chosen ? (chosen = undefined) : choose(onu)), {
+                          "aria-label": `Admit ${onu.mac}`,
+                          "aria-expanded": is_chosen ? "true" : "false"
+                      }),
+                      button("Turn away", () => void turn_away(onu), { "aria-label": `Turn ${onu.mac} away` })),
             ),
             is_chosen && form(onu),
         );
@@ -146,6 +161,7 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                 all.length === 0 ?
                     nothing(text("Nobody waits. An ONU that is plugged in and not bound is shown here at once.")) :
                     m("ul.waiting", all.map(row)),
+                m(Blacklist, { olt, waiting: all }),
             ];
         },
     };
