@@ -34,10 +34,10 @@ class Browser:
         self.driver.quit()
         shutil.rmtree(self.profile, ignore_errors=True)
 
-    def look(self, width: int, height: int, colours: str = "light") -> None:
+    def look(self, width: int, height: int, colours: str = "light", motion: str = "reduce") -> None:
         size = {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False}
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", size)
-        wishes = {"prefers-color-scheme": colours, "prefers-reduced-motion": "reduce"}
+        wishes = {"prefers-color-scheme": colours, "prefers-reduced-motion": motion}
         features = [{"name": name, "value": value} for name, value in wishes.items()]
         self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": features})
 

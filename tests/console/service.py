@@ -10,6 +10,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 from waiting import PATIENCE, patiently  # noqa: E402
 
 PASSWORD = "correct horse"
+ROLES = ("read", "write", "service-affecting")
 
 
 class Process:
@@ -33,13 +34,14 @@ class Process:
 
 
 class Service:
-    def __init__(self, programs: dict[str, str], folder: pathlib.Path, scenario: str) -> None:
+    def __init__(self, programs: dict[str, str], folder: pathlib.Path, scenario: str, name: str = "campus") -> None:
         self.programs = programs
+        self.name = name
         self.folder = folder
         self.scenario = scenario
         self.port = 0
         self.write_configuration()
-        for role in ("read", "write", "service-affecting"):
+        for role in ROLES:
             self.add_user(role, role)
         self.olt = self.started_olt()
         self.front = self.started_front()
@@ -56,7 +58,7 @@ class Service:
 
     def write_configuration(self) -> None:
         (self.folder / "front.toml").write_text(
-            f'[[olt]]\nname = "campus"\nsocket_dir = "{self.folder}/ipc"\n'
+            f'[[olt]]\nname = "{self.name}"\nsocket_dir = "{self.folder}/ipc"\n'
             "[periods]\nonus = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
             f'capabilities = 1\n[history]\nfile = "{self.folder}/history.db"\n'
             f'[http]\nlisten = "127.0.0.1:{self.port}"\nusers = "{self.folder}/users"\n[audit]\nfile = "{self.folder}/audit"\n',

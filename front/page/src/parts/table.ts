@@ -86,8 +86,24 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
         top = body.scrollTop;
     }
 
+    // Right and Left go through what can be pressed in the row, for which Tab does not stop; any other move leaves it.
+    function press_in_row(event: KeyboardEvent): void {
+        const row = body?.querySelector(".row.active");
+        const all = [...(row?.querySelectorAll<HTMLElement>("a, button") ?? [])];
+        const place = all.indexOf(event.target as HTMLElement);
+        const to = event.key === "ArrowRight" ? Math.min(all.length - 1, place + 1) : place - 1;
+        (all[to] ?? body)?.focus({ preventScroll: true });
+        event.preventDefault();
+    }
+
     function press(event: KeyboardEvent, attrs: Attributes<Row>): void {
-        if (event.target !== body) return;
+        const is_in_row = event.target instanceof Element && event.target.closest(".row.active") !== null;
+        if (is_in_row && ["ArrowUp", "ArrowDown", "Escape"].includes(event.key))
+            body?.focus({ preventScroll: true });
+        else if (event.target !== body && !is_in_row)
+            return;
+        if (["ArrowRight", "ArrowLeft"].includes(event.key)) return press_in_row(event);
+        if (is_in_row && ["Enter", " "].includes(event.key)) return;
         const page = Math.max(1, Math.floor(height / row_height()) - 2);
         const steps: Record<string, number> = {
             ArrowDown: active + 1,

@@ -4,7 +4,7 @@ import { call, may } from "../base/api";
 import { text } from "../base/format";
 import type { Row, Waiting } from "../base/model";
 import { change } from "../parts/dialog";
-import { badge, button, loading, nothing, panel, problem } from "../parts/parts";
+import { badge, button, loading, nothing, panel, problem, Scrolls } from "../parts/parts";
 
 interface Given {
     olt: string;
@@ -42,7 +42,10 @@ export const Blacklist: m.Closure<Given> = ({attrs: {olt}}) => {
     function table(all: Row[]): m.Vnode {
         const heads = ["Port", "MAC address", "Text", "State"];
         return m(
-            "table.plain",
+            Scrolls,
+            { label: "Blacklist" },
+            m(
+                "table.plain",
             m("thead",
               m("tr",
                 heads.map((title) => m("th", { scope: "col" }, title)),
@@ -63,7 +66,7 @@ export const Blacklist: m.Closure<Given> = ({attrs: {olt}}) => {
                                 { class: "small", "aria-label": `Allow ${row.mac} again` }
                             )),
                   )
-              )),
+              ))),
         );
     }
 

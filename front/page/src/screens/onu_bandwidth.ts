@@ -4,7 +4,7 @@ import { call, may, segment } from "../base/api";
 import { rate, text } from "../base/format";
 import type { Row } from "../base/model";
 import { use } from "../base/store";
-import { change, changes_table } from "../parts/dialog";
+import { change_all, changes_table, Step } from "../parts/dialog";
 import { button, choice, facts, input, loading, OpenedForm, panel, problem } from "../parts/parts";
 
 interface Given {
@@ -78,16 +78,15 @@ export const OnuBandwidth: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
         const where = { plat_port: port, plat_arg4: id };
         const differs = (one: string): boolean => values[one] !== now?.[one];
         const { down, ...up } = values;
-        const title = `Change the bandwidth of ${name}`;
+        const title = `Change the bandwidth of ${name}?`;
         const done = `The bandwidth of ${name} is changed.`;
-        const steps: [string, boolean, Values][] = [
-            ["bsp_pon_onu_sla_config", Object.keys(up).some(differs), up],
-            ["bsp_pon_onu_sla_down_config", differs("down"), { maximum: down ?? "" }],
+        const step = (what: string, operation: string, given: Values): Step =>
+            ({ what, operation, given: { record: {...where, ...given } } });
+        const steps = [
+            ...(Object.keys(up).some(differs) ? [step("upstream", "bsp_pon_onu_sla_config", up)] : []),
+            ...(differs("down") ? [step("downstream", "bsp_pon_onu_sla_down_config", { maximum: down ?? "" })] : []),
         ];
-        for (const [operation, is_needed, given] of steps)
-            if (is_needed && !(await change(olt, operation, { record: {...where, ...given } }, title, "Change it", done)))
-                return void read();
-        wanted = undefined;
+        if (await change_all(olt, steps, title, "Change it", done)) wanted = undefined;
         await read();
     }
 

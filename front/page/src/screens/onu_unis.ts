@@ -3,7 +3,7 @@ import m from "mithril";
 import { call, may } from "../base/api";
 import { rate } from "../base/format";
 import type { OnuDetail, Row } from "../base/model";
-import { badge, loading, nothing, panel, problem } from "../parts/parts";
+import { badge, loading, nothing, panel, problem, Scrolls } from "../parts/parts";
 import { vlan_cell, VlanForm } from "./uni_vlans";
 
 interface Given {
@@ -75,8 +75,8 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
                                                   "What was learnt behind it was not read yet.");
         return [
             m("h3", "MAC addresses behind it", m("span.count", learnt.length)),
-            m(".scrolls.few",
-              { tabindex: 0, role: "region", "aria-label": "MAC addresses behind it" },
+            m(Scrolls,
+              { label: "MAC addresses behind it", selector: ".few" },
               m("table.plain",
                 m("thead",
                   m("tr", ["UNI", "MAC address", "VLAN"].map((title) => m("th", { scope: "col" }, title)))),
@@ -109,12 +109,14 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
                 detail.unis.length === 0 ?
                     nothing("They were not read yet.") :
                     m(
-                        "table.plain",
-                        m("thead",
-                          m("tr",
-                            heads.map((title) => m("th", { scope: "col" }, title)),
-                            may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
-                        m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni))))),
+                        Scrolls,
+                        { label: "UNI ports" },
+                        m("table.plain",
+                          m("thead",
+                            m("tr",
+                              heads.map((title) => m("th", { scope: "col" }, title)),
+                              may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
+                          m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni)))))),
                     ),
                 detail.unis.length > 0 && stations(detail),
                 failed && problem(failed, () => void read()),

@@ -6,7 +6,7 @@ import { Alarm, Columns, Counters, Onu, onus_of, PonEvent, Port, Quantity } from
 import { olt_tables, to_olt, to_onu, to_port } from "../base/place";
 import { use } from "../base/store";
 import { histogram } from "../parts/histogram";
-import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel } from "../parts/parts";
+import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel, Scrolls } from "../parts/parts";
 import { Sorting, Table } from "../parts/table";
 import { timeline } from "../parts/timeline";
 import { cause_text, worst_first, wrong_list, wrong_of } from "../parts/wrong";
@@ -63,10 +63,11 @@ function module_table(module: Quantity[]): m.Children {
     if (module.length === 0) return nothing("The module was not read yet, or there is none.");
     const head = ["Quantity", "Value", "State", "Warning outside", "Alarm outside"];
     return m(
-        "table.plain",
-        m("thead", m("tr", head.map((title) => m("th", { scope: "col" }, title)))),
-        m(
-            "tbody",
+        Scrolls,
+        { label: "Quantities of the module" },
+        m("table.plain",
+          m("thead", m("tr", head.map((title) => m("th", { scope: "col" }, title)))),
+          m("tbody",
             module.map(
                 (of) => m(
                     "tr",
@@ -76,8 +77,7 @@ function module_table(module: Quantity[]): m.Children {
                     m("td.muted.whole", bounds(of.low_warning, of.high_warning)),
                     m("td.muted.whole", bounds(of.low_alarm, of.high_alarm)),
                 ),
-            ),
-        ),
+            ))),
     );
 }
 
@@ -99,6 +99,9 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
             ["Sent", octets(now.out_octets ?? 0)],
         ),
         m(
+            Scrolls,
+            { label: "Frames" },
+            m(
             "table.plain",
             m("thead",
               m("tr",
@@ -120,7 +123,7 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
                         }),
                     ),
                 ),
-            ),
+            )),
         ),
         m("p.muted",
           before ? ["Rates between ", moment(before.read), " and ", moment(now.read), "."] :

@@ -1,10 +1,10 @@
 // ONUs that wait, each of which is admitted in one step: id, description and bandwidth.
 import m from "mithril";
-import { call, may } from "../base/api";
+import { may } from "../base/api";
 import { age, plural, text } from "../base/format";
-import { Columns, onus_of, Outcome, Row, Waiting } from "../base/model";
+import { Columns, onus_of, Row, Waiting } from "../base/model";
 import { use } from "../base/store";
-import { change, confirmed, tell } from "../parts/dialog";
+import { change, change_all, Step } from "../parts/dialog";
 import { awaited_screen, badge, button, choice, input, nothing, OpenedForm } from "../parts/parts";
 import { Blacklist } from "./blacklist";
 import { onu_tables } from "./onus";
@@ -39,43 +39,30 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
         profile = "";
     }
 
-    async function give_bandwidth(port: number, sla: Row): Promise<void> {
+    function bandwidth_step(port: number, sla: Row): Step {
         const { fixed, assured, maximum, priority, weight } = sla;
         const record = { plat_port: port, plat_arg4: Number(id), fixed, assured, maximum, priority, weight };
-        const title = `Give ONU ${port}/${id} the bandwidth of ${sla.name}`;
-        await confirmed<Outcome>(title, "Give", (confirm) => call(olt, "bsp_pon_onu_sla_config", { record }, confirm));
+        return { what: `the bandwidth of ${sla.name}`, operation: "bsp_pon_onu_sla_config", given: { record } };
     }
 
     async function admit(event: Event): Promise<void> {
         event.preventDefault();
-        const onu = chosen as Waiting;
-        const port = onu.pon_port;
-        const name = `ONU ${port}/${id}`;
+        const { mac, pon_port } = chosen as Waiting;
+        const where = { pon_port, onu_id: Number(id) };
+        const name = `ONU ${pon_port}/${id}`;
+        const sla = slas().find((row) => String(row.id) === profile);
+        const steps: Step[] =
+            [{ what: "to bind it", operation: "bsp_pon_bind_onu_spec_id", given: {...where, mac, value: 0 } }];
+        if (description)
+            steps.push({
+                what: "its description",
+                operation: "bsp_pon_onu_description",
+                given: {...where, text: description }
+            });
+        if (sla) steps.push(bandwidth_step(pon_port, sla));
         under_way = true;
-        try {
-            const given = { pon_port: port, onu_id: Number(id), mac: onu.mac, value: 0 };
-            const bound = await confirmed<Outcome>(
-                `Admit ${onu.mac} as ${name}?`,
-                "Admit",
-                (confirm) => call(olt, "bsp_pon_bind_onu_spec_id", given, confirm),
-            );
-            if (bound) {
-                if (description) {
-                    const words = { pon_port: port, onu_id: Number(id), text: description };
-                    await confirmed<Outcome>(
-                        `Describe ${name}`,
-                        "Describe",
-                        (confirm) => call(olt, "bsp_pon_onu_description", words, confirm)
-                    );
-                }
-                const sla = slas().find((row) => String(row.id) === profile);
-                if (sla) await give_bandwidth(port, sla);
-                chosen = undefined;
-                tell(`${name} is admitted.`);
-            }
-        } catch (error) {
-            tell((error as Error).message, true);
-        }
+        if (await change_all(olt, steps, `Admit ${mac} as ${name}?`, "Admit", `${name} is admitted.`))
+            chosen = undefined;
         under_way = false;
         m.redraw();
     }
