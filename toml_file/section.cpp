@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <tuple>
 
@@ -45,6 +47,24 @@ void add_unknown(const Value &value, const Keys &keys, std::vector<Unknown> &unk
 }
 
 } // namespace
+
+Value read_table(std::string_view text, const std::string &name)
+{
+    try {
+        return read_toml(text, name);
+    } catch (const SyntaxError &error) {
+        throw Error(name + ":" + std::to_string(error.line) + ": " + error.what());
+    }
+}
+
+Value read_table_file(const std::string &file)
+{
+    std::ifstream stream(file);
+    std::ostringstream text;
+    if (stream.peek() != std::ifstream::traits_type::eof()) text << stream.rdbuf();
+    if (!stream.is_open() || stream.bad() || text.bad()) throw Error(file + ": cannot be read");
+    return read_table(text.str(), file);
+}
 
 const Key &key_of(const Keys &keys, const std::string &name)
 {

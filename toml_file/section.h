@@ -36,6 +36,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Reads the table of a text, which has this name, or of a file. Throws an Error.
+Value read_table(std::string_view text, const std::string &name);
+Value read_table_file(const std::string &file);
+
 // Writes a value as errors do.
 std::string describe(const Value &value);
 // Returns what the unknown word may have been meant to be, to be put behind an error.

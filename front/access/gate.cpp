@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr int64_t attempts_span = 5 * 60 * 1000;
-constexpr uint32_t most_of_address = 20, most_of_name = 40;
+constexpr uint32_t most_of_address = 20, most_of_name = 10; // the latter from one address
 constexpr std::string_view bearer = "Bearer ";
 
 // Returns the name of a host without its port.
@@ -44,6 +44,12 @@ std::string network_of(const std::string &peer)
     constexpr size_t offset = 8, size = 8; // of the network in a socket address
     const auto *const bytes = reinterpret_cast<const uint8_t *>(&address.storage) + offset;
     return text::to_hex({bytes, size});
+}
+
+// Names what is counted: one name tried from one address, so that nobody keeps others out by trying their names.
+std::string attempt_on(const std::string &network, const std::string &name)
+{
+    return network + " " + (is_user_name(name) ? name : "");
 }
 
 } // namespace
@@ -102,8 +108,9 @@ void Gate::check_own(const HttpRequest &request, const Identity &identity)
 
 void Gate::begin_attempt(const HttpRequest &request, const std::string &name)
 {
+    const std::string network = network_of(request.peer);
     const uint32_t wait =
-        std::max(of_addresses.begin(network_of(request.peer), clock()), of_names.begin(name, clock()));
+        std::max(of_addresses.begin(network, clock()), of_names.begin(attempt_on(network, name), clock()));
     if (wait > 0) refuse_attempts(wait);
 }
 
@@ -114,8 +121,9 @@ LogIn Gate::log_in(const HttpRequest &request, const std::string &name, const st
     if (!known) pretend_to_check(password);
     if (!known || !is_password(user->password, password))
         throw Refusal(401, "login_needed", "the name or the password is wrong");
-    of_addresses.forgive(network_of(request.peer));
-    of_names.forgive(name);
+    const std::string network = network_of(request.peer);
+    of_addresses.forgive(network);
+    of_names.forgive(attempt_on(network, name));
     const std::string session = sessions.begin(*user);
     const std::optional<Session> begun = sessions.find(session);
     return {.identity = {.user = user->name, .role = user->role, .token = begun ? begun->token : ""},

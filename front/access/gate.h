@@ -64,7 +64,7 @@ private:
     const std::shared_ptr<Users> users;
     const SteadyClock clock;
     Sessions sessions;
-    Attempts of_addresses, of_names;
+    Attempts of_addresses, of_names; // the latter by address and name
 };
 
 // Returns the headers that keep a browser from loading and sending anything elsewhere.

@@ -1,6 +1,7 @@
 #include "collector/collector.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "collector/read_table.h"
 
@@ -17,19 +18,21 @@ Collector::Collector(const Periods &periods, uint64_t seed, std::function<Now()>
     latest = made;
 }
 
-Steady Collector::read_due()
+Steady Collector::read_due(const std::function<void()> &look)
 {
     const Steady now = clock().steady;
     const Schedule *asked_again = nullptr; // when the OLT does not answer
+    bool has_read = false;
     for (const TableKind &kind : table_kinds()) {
         Schedule &schedule = schedule_of(kind.table);
         if (schedule.due() > now) continue;
         if (asked_again) {
             note_failure(kind.table, NoAnswer().what());
             schedule.wait_until(asked_again->due());
-        } else if (!read(kind.table)) {
-            asked_again = &schedule;
+            continue;
         }
+        if (std::exchange(has_read, true) && look) look();
+        if (!read(kind.table)) asked_again = &schedule;
     }
     return std::ranges::min(schedules, {}, &Schedule::due).due();
 }

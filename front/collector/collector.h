@@ -26,8 +26,9 @@ public:
     Collector(const Periods &periods, uint64_t seed, std::function<Now()> clock);
 
     // Reads the tables that are due, and returns when the next one is. One thread calls this. An OLT that does not
-    // answer is asked for one table at a time only.
-    Steady read_due();
+    // answer is asked for one table at a time only. Before another table is read, `look` is called, so that nobody
+    // waits for it to be told of what is known by then.
+    Steady read_due(const std::function<void()> &look = {});
     // Returns what is known. Any thread may call this. It never waits for the OLT.
     std::shared_ptr<const Snapshot> snapshot() const;
 

@@ -134,9 +134,9 @@ Rows<Station> read_stations(const Snapshot &)
 {
     Rows<Station> table;
     for (const view::mac_table &row : read_pages<view::mac_table>(BSP_CMD_MAC_GET).rows)
-        table.rows.push_back({row.vlan, row.mac, true, row.pon_port});
+        table.rows.push_back({row.vlan, row.mac, true, row.pon_port, row.onu_id, row.uni});
     for (const view::mac_table_nni &row : read_pages<view::mac_table_nni>(BSP_CMD_MAC_NNI_GET).rows)
-        table.rows.push_back({row.vlan, row.mac, false, row.uplink});
+        table.rows.push_back({row.vlan, row.mac, false, row.uplink, std::nullopt, std::nullopt});
     // An address that came or aged meanwhile has moved others from page to page, some of which are then there twice.
     const auto key = [](const Station &row) { return std::tie(row.vlan, row.mac); };
     std::ranges::stable_sort(table.rows, {}, key);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -110,6 +111,7 @@ struct Station {
     view::Mac mac;
     bool pon; // it is behind an ONU
     uint32_t port;
+    std::optional<uint32_t> onu_id = {}, uni = {}; // that it is behind; none behind an uplink
 
     bool operator==(const Station &) const = default;
 };

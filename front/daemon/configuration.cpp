@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
-#include <iterator>
 
 #include "text/words.h"
 #include "toml_file/section.h"
@@ -27,10 +25,10 @@ const Keys &configuration_keys()
         for (const TableKind &kind : table_kinds())
             periods.push_back({kind.name});
         return Keys{
-            {"olt", {{"name"}, {"socket_dir"}, {"index"}}},
+            {"olt", {{"name"}, {"socket_dir"}, {"index"}, {"plant"}}},
             {"periods", periods, false, true},
             {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
-            {"history", {{"file"}, {"events"}}, false, true},
+            {"history", {{"file"}, {"events"}, {"light"}, {"light_hourly"}}, false, true},
             {"audit", {{"file"}}, false, true},
             {"http",
              {{"listen"}, {"enabled"}, {"certificate"}, {"key"}, {"behind_tls"}, {"hosts"}, {"users"}, {"metrics"}},
@@ -118,6 +116,8 @@ void read_olts(const Section &file, Configuration &configuration)
                 section.fail("index", other.name + " has the index " + std::to_string(olt.index));
             if (other.socket_dir == olt.socket_dir) section.fail("socket_dir", other.name + " has this folder");
         }
+        if (const std::string plant = read_path(section, "plant"); !plant.empty())
+            configuration.plants[olt.name] = read_plant_file(plant);
         configuration.olts.push_back(std::move(olt));
     }
     if (configuration.olts.empty()) configuration.olts.push_back({.name = "olt", .socket_dir = {}});
@@ -174,26 +174,27 @@ void read_periods(const Section &section, Configuration &configuration)
     }
 }
 
-} // namespace
-
-bool Configuration::collects_as(const Configuration &other) const
+HistoryLimits read_history_limits(const Section &section)
 {
-    return periods == other.periods && limits == other.limits && history == other.history;
+    constexpr UnixTime day = 24 * light_hour, longest_light = 31 * day, longest_hourly = 3650 * day;
+    HistoryLimits limits;
+    limits.events = section.number("events", 1, 10'000'000).value_or(limits.events);
+    const auto read = [&section](const char *key, UnixTime longest, const char *expected, UnixTime &time) {
+        const std::optional<uint64_t> given = section.time(key);
+        if (!given) return;
+        if (*given < light_hour || *given > static_cast<uint64_t>(longest)) section.fail_expected(key, expected);
+        time = static_cast<UnixTime>(*given);
+    };
+    read("light", longest_light, "a time from an hour to 31 days, as \"2d\"", limits.light);
+    limits.hourly = std::max(limits.hourly, limits.light);
+    read("light_hourly", longest_hourly, "a time from an hour to ten years, as \"31d\"", limits.hourly);
+    if (limits.hourly < limits.light)
+        section.fail("light_hourly", "expected no less than light, for which every reading is kept");
+    return limits;
 }
 
-Configuration default_configuration()
+Configuration configuration_of(const toml_file::Value &value)
 {
-    return read_configuration("", "the defaults");
-}
-
-Configuration read_configuration(std::string_view text, const std::string &name)
-{
-    toml_file::Value value;
-    try {
-        value = toml_file::read_toml(text, name);
-    } catch (const toml_file::SyntaxError &error) {
-        throw toml_file::Error(name + ":" + std::to_string(error.line) + ": " + error.what());
-    }
     const Section file(value, configuration_keys());
     file.check_keys();
 
@@ -207,7 +208,7 @@ Configuration read_configuration(std::string_view text, const std::string &name)
                                 .onu = read_limits(*light, "onu", configuration.limits.onu)};
     if (const auto history = file.table("history")) {
         configuration.history = history->text("file", 1, 4096).value_or("");
-        configuration.most_events = history->number("events", 1, 10'000'000).value_or(configuration.most_events);
+        configuration.history_limits = read_history_limits(*history);
     }
     if (const auto http = file.table("http")) {
         configuration.http = read_listen(*http);
@@ -225,11 +226,26 @@ Configuration read_configuration(std::string_view text, const std::string &name)
     return configuration;
 }
 
+} // namespace
+
+bool Configuration::collects_as(const Configuration &other) const
+{
+    return periods == other.periods && limits == other.limits && history == other.history;
+}
+
+Configuration default_configuration()
+{
+    return read_configuration("", "the defaults");
+}
+
+Configuration read_configuration(std::string_view text, const std::string &name)
+{
+    return configuration_of(toml_file::read_table(text, name));
+}
+
 Configuration read_configuration_file(const std::string &file)
 {
-    std::ifstream stream(file);
-    if (!stream) throw toml_file::Error(file + ": cannot be read");
-    return read_configuration(std::string(std::istreambuf_iterator<char>(stream), {}), file);
+    return configuration_of(toml_file::read_table_file(file));
 }
 
 } // namespace front

@@ -2,13 +2,17 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "collector/collector.h"
+#include "history/history.h"
 #include "metrics/metrics.h"
+#include "plant/plant.h"
 #include "snmp/agent/agent.h"
 #include "watch/fact.h"
 
@@ -46,10 +50,11 @@ struct SnmpSettings {
 
 struct Configuration {
     std::vector<OltSettings> olts;
+    std::map<std::string, std::shared_ptr<const Plant>> plants; // of OLTs that have one, by their names
     Collector::Periods periods;
     Limits limits;
     std::string history; // file; empty: nothing is kept over a restart
-    uint64_t most_events = 100'000;
+    HistoryLimits history_limits;
     std::optional<ListenSettings> http = ListenSettings{};
     OnuDetail onus = OnuDetail::all;
     std::optional<SnmpSettings> snmp;

@@ -28,7 +28,7 @@ Front::Front(Configuration wanted, std::string program_version, std::span<const 
     : version(std::move(program_version)),
       page_files(page),
       configuration(std::move(wanted)),
-      history(std::make_shared<History>(configuration.history, configuration.most_events)),
+      history(std::make_shared<History>(configuration.history, configuration.history_limits)),
       write_log(log_of(configuration)),
       pending([this](const std::string &olt) { roll_back(olt); })
 {
@@ -181,7 +181,7 @@ void Front::change(Configuration wanted)
     // What may fail comes first.
     std::shared_ptr<History> other_history;
     if (wanted.history != configuration.history)
-        other_history = std::make_shared<History>(wanted.history, wanted.most_events);
+        other_history = std::make_shared<History>(wanted.history, wanted.history_limits);
     const bool is_other_log = wanted.audit != configuration.audit;
     std::shared_ptr<WriteLog> log = is_other_log ? log_of(wanted) : write_log;
     if (is_other_log || wanted.http != configuration.http) listen_elsewhere(wanted.http, log);
@@ -197,7 +197,7 @@ void Front::change(Configuration wanted)
         const std::lock_guard lock(guard);
         history.swap(other_history);
     }
-    history->keep_at_most(wanted.most_events);
+    history->keep_at_most(wanted.history_limits);
     collect(wanted);
     {
         const std::lock_guard lock(guard);
@@ -217,8 +217,11 @@ std::vector<OltDoor> Front::olts() const
 {
     const std::lock_guard lock(guard);
     std::vector<OltDoor> doors;
-    for (const auto &olt : collected)
+    for (const auto &olt : collected) {
         doors.push_back(olt->door());
+        const auto plant = configuration.plants.find(olt->settings().name);
+        if (plant != configuration.plants.end()) doors.back().plant = plant->second;
+    }
     return doors;
 }
 
@@ -228,7 +231,8 @@ std::shared_ptr<History> Front::events() const
     return history;
 }
 
-HttpResponse Front::metrics(const HttpRequest &request) const
+// Whoever asks within the same second, while nothing was read, gets the same text.
+HttpResponse Front::metrics(const HttpRequest &request)
 {
     std::vector<OltSnapshot> snapshots;
     OnuDetail detail{};
@@ -239,8 +243,18 @@ HttpResponse Front::metrics(const HttpRequest &request) const
             snapshots.push_back({olt->settings().name, olt->snapshot()});
     }
     const Format format = accepted_format(request.header("accept"));
-    return {.type = std::string(media_type(format)),
-            .body = metrics_text(snapshots, detail, format, time_now().unix_time)};
+    const UnixTime now = time_now().unix_time;
+    std::string known = std::to_string(now / 1000) + "." + std::to_string(static_cast<int>(detail));
+    for (const OltSnapshot &of : snapshots) {
+        known += " " + of.name;
+        for (const TableState &table : of.snapshot->states)
+            known += "." + std::to_string(table.generation + table.failures);
+    }
+    const std::string type(media_type(format));
+    const auto make = [&] { return metrics_text(snapshots, detail, format, now); };
+    HttpResponse response = pages.page(request.path + "\n" + type, known, make)->response_to(request);
+    response.type = type;
+    return response;
 }
 
 } // namespace front

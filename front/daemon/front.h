@@ -57,7 +57,7 @@ private:
     // Collects the OLTs of the configuration. Those that are collected already go on.
     void collect(const Configuration &wanted);
     void roll_back(const std::string &olt);
-    HttpResponse metrics(const HttpRequest &request) const;
+    HttpResponse metrics(const HttpRequest &request);
 
     const std::string version;
     const std::span<const PageFile> page_files;

@@ -70,7 +70,7 @@ void Olt::run()
     std::unique_lock lock(guard);
     while (!stopping) {
         lock.unlock();
-        const Steady due = collector.read_due();
+        const Steady due = collector.read_due([this] { look(); });
         look();
         turn = time_now().steady;
         lock.lock();

@@ -72,7 +72,7 @@ void History::Delete::operator()(Statements *prepared) const
     delete prepared;
 }
 
-History::History(const std::string &file, uint64_t most_events) : most(most_events)
+History::History(const std::string &file, const HistoryLimits &limits) : most(limits)
 {
     const auto fail = [&](const std::string &reason) {
         throw storage::Error((file.empty() ? "the history" : file) + ": " + reason);
@@ -130,10 +130,10 @@ void History::prepare(const std::string &file)
         storage::make_private(each);
 }
 
-void History::keep_at_most(uint64_t events)
+void History::keep_at_most(const HistoryLimits &limits)
 {
     const std::lock_guard lock(guard);
-    most = events;
+    most = limits;
 }
 
 Known History::known(const std::string &olt) const
@@ -185,7 +185,7 @@ void History::write(const std::string &olt, const Known &known, Watcher::Found &
         add.run();
         event.id = static_cast<uint64_t>(sqlite3_last_insert_rowid(db.get()));
     }
-    if (!found.events.empty()) statements->drop_events.bind(static_cast<int64_t>(most)).run();
+    if (!found.events.empty()) statements->drop_events.bind(static_cast<int64_t>(most.events)).run();
 }
 
 void History::keep(const std::string &olt, const Known &known, Watcher::Found &found)

@@ -29,16 +29,25 @@ struct EventQuery {
     std::optional<uint64_t> before = {}, after = {}; // numbers of events
 };
 
+// A HistoryLimits says how much is kept.
+struct HistoryLimits {
+    uint64_t events = 100'000;            // the last ones
+    UnixTime light = 2 * 24 * light_hour; // for so long every reading, and for longer one of each hour
+    UnixTime hourly = 31 * 24 * light_hour;
+
+    bool operator==(const HistoryLimits &) const = default;
+};
+
 class History
 {
 public:
-    // Opens `file`, or creates it for its user only. An empty name keeps everything in memory only. At most so many
-    // events are kept, the last ones. Throws a storage::Error when the file cannot be used.
-    History(const std::string &file, uint64_t most);
+    // Opens `file`, or creates it for its user only. An empty name keeps everything in memory only. Throws a
+    // storage::Error when the file cannot be used.
+    History(const std::string &file, const HistoryLimits &limits);
 
     // Any thread may call these. They throw a storage::Error.
 
-    void keep_at_most(uint64_t events);
+    void keep_at_most(const HistoryLimits &limits);
     Known known(const std::string &olt) const;
     // Keeps what a look found, and gives its events their numbers. When it throws, nothing of it is kept.
     void keep(const std::string &olt, const Known &known, Watcher::Found &found);
@@ -73,7 +82,7 @@ private:
     void write(const std::string &olt, const Known &known, Watcher::Found &found);
 
     mutable std::mutex guard;
-    uint64_t most;
+    HistoryLimits most;
     std::unique_ptr<sqlite3, Close> db;
     std::unique_ptr<Statements, Delete> statements; // closed before the database
 };

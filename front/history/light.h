@@ -20,9 +20,8 @@ struct LightSample {
     std::array<std::optional<double>, light_values> values;
 };
 
-// Every reading is kept for a time, at most one in five minutes, and one of each hour for longer.
+// At most one reading in five minutes is kept.
 inline constexpr UnixTime light_step = 5 * 60 * 1000, light_hour = 3600 * 1000;
-inline constexpr UnixTime light_fine = 48 * light_hour, light_coarse = 31 * 24 * light_hour;
 
 // Returns the block of a table, in which ONUs are in the order of port and address.
 std::vector<uint8_t> light_block(std::span<const view::onu_optics_table> table);

@@ -95,7 +95,7 @@ void History::keep_light(const std::string &olt, UnixTime at, std::span<const vi
     Statement keep(db.get(), "INSERT OR REPLACE INTO light VALUES(?, ?, ?, ?)");
     keep.bind(olt).bind(at).bind(int64_t{!any || before / light_hour != at / light_hour}).bind(std::span(block)).run();
     Statement drop(db.get(), "DELETE FROM light WHERE olt = ? AND (at < ? OR (at < ? AND hourly = 0) OR at > ?)");
-    drop.bind(olt).bind(at - light_coarse).bind(at - light_fine).bind(at).run();
+    drop.bind(olt).bind(at - most.hourly).bind(at - most.light).bind(at).run();
 }
 
 std::vector<LightSample> History::light_of(const std::string &olt, uint32_t port, const view::Mac &mac, UnixTime from,

@@ -13,6 +13,8 @@
 #include <microhttpd.h>
 
 #include "http/address.h"
+#include "http/deadlines.h"
+#include "http/encoding.h"
 #include "http/streams.h"
 #include "http/workers.h"
 #include "text/words.h"
@@ -25,6 +27,11 @@ namespace
 constexpr unsigned threads = 2;
 constexpr size_t memory_of_connection = 32 * 1024; // bytes, for all that a client sends before its body
 constexpr size_t most_passed_over = 4;             // so many times the longest body is read before a client is cut off
+
+int socket_of(MHD_Connection *connection)
+{
+    return MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+}
 
 struct Body {
     std::string own;
@@ -103,12 +110,13 @@ const std::string &HttpRequest::header(const std::string &name) const
 
 struct HttpServer::Impl {
     Impl(HttpSettings wanted, HttpHandler &answers)
-        : settings(std::move(wanted)), handler(answers), streams(settings.beat)
+        : settings(std::move(wanted)), handler(answers), deadlines(settings.longest), streams(settings.beat)
     {
     }
 
     const HttpSettings settings; // the library reads its texts
     HttpHandler &handler;
+    Deadlines deadlines;
     Streams streams;
     MHD_Daemon *daemon = nullptr;
 
@@ -167,11 +175,14 @@ struct HttpServer::Impl {
 
     MHD_Result finish(MHD_Connection *connection, Exchange &exchange)
     {
+        deadlines.begin(socket_of(connection));
         if (exchange.made) return send_response(connection, std::move(*exchange.made));
         if (exchange.received > exchange.longest_body)
             return send_response(connection, too_long(exchange.longest_body));
         HttpAnswer answer = handler.answer(exchange.request);
-        if (auto *response = std::get_if<HttpResponse>(&answer)) return send_response(connection, std::move(*response));
+        if (auto *response = std::get_if<HttpResponse>(&answer))
+            return send_response(connection, encoded(exchange.request, std::move(*response)));
+        deadlines.suspend(socket_of(connection));
         if (auto *stream = std::get_if<Stream>(&answer)) return streams.begin(connection, std::move(stream->source));
         defer(connection, exchange, std::move(std::get<Deferred>(answer)));
         return MHD_YES;
@@ -191,28 +202,39 @@ struct HttpServer::Impl {
             --being_made;
             changed.notify_all();
         };
-        const bool taken = deferred.workers->post(
-            [this, finish_with, make = std::move(deferred.make)] { finish_with(made_by(make)); });
+        const bool taken = deferred.workers->post([this, finish_with, &exchange, make = std::move(deferred.make)] {
+            finish_with(made_by(exchange.request, make));
+        });
         if (!taken)
             finish_with(handler.refusal(MHD_HTTP_TOO_MANY_REQUESTS, "too much is being done; try again in a moment"));
     }
 
-    HttpResponse made_by(const std::function<HttpResponse()> &make)
+    HttpResponse made_by(const HttpRequest &request, const std::function<HttpResponse()> &make)
     {
         {
             const std::lock_guard lock(guard);
             if (stopping) return handler.refusal(MHD_HTTP_SERVICE_UNAVAILABLE, "ponfront ends");
         }
         try {
-            return make();
+            return encoded(request, make());
         } catch (const std::exception &) {
             return handler.refusal(MHD_HTTP_INTERNAL_SERVER_ERROR, "it cannot be answered now");
         }
     }
 
-    static void forget(void *, MHD_Connection *, void **context, MHD_RequestTerminationCode)
+    static void forget(void *self, MHD_Connection *connection, void **context, MHD_RequestTerminationCode)
     {
         delete static_cast<Exchange *>(std::exchange(*context, nullptr));
+        static_cast<Impl *>(self)->deadlines.begin(socket_of(connection)); // of the next request
+    }
+
+    static void note(void *self, MHD_Connection *connection, void **, MHD_ConnectionNotificationCode what)
+    {
+        Deadlines &deadlines = static_cast<Impl *>(self)->deadlines;
+        if (what == MHD_CONNECTION_NOTIFY_STARTED)
+            deadlines.begin(socket_of(connection));
+        else
+            deadlines.forget(socket_of(connection));
     }
 
     void stop()
@@ -252,7 +274,8 @@ HttpServer::HttpServer(const HttpSettings &wanted, HttpHandler &handler) : impl(
     errno = 0;
     impl->daemon =
         MHD_start_daemon(flags, settings.port, nullptr, nullptr, &Impl::access, impl.get(), MHD_OPTION_NOTIFY_COMPLETED,
-                         &Impl::forget, impl.get(), MHD_OPTION_ARRAY, options.data(), MHD_OPTION_END);
+                         &Impl::forget, impl.get(), MHD_OPTION_NOTIFY_CONNECTION, &Impl::note, impl.get(),
+                         MHD_OPTION_ARRAY, options.data(), MHD_OPTION_END);
     if (!impl->daemon)
         throw std::runtime_error("cannot listen on " + settings.address + " port " + std::to_string(settings.port) +
                                  ": " + (errno ? std::strerror(errno) : "the certificate or its key cannot be used"));

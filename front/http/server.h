@@ -16,8 +16,9 @@ struct HttpSettings {
     uint16_t port = 0;                 // 0: a free one
     std::string certificate, key;      // in PEM; both or none
     unsigned most_connections = 1024, most_of_an_address = 512;
-    unsigned idle_limit = 30;              // seconds without a byte, after which a connection ends
-    std::chrono::milliseconds beat{15000}; // streams say at least so often that they live
+    unsigned idle_limit = 30;                   // seconds without a byte, after which a connection ends
+    std::chrono::milliseconds longest{120'000}; // that a request may take to come, and its answer to go
+    std::chrono::milliseconds beat{15000};      // streams say at least so often that they live
 };
 
 class HttpServer

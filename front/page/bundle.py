@@ -67,7 +67,7 @@ def source_of(files: dict[str, bytes]) -> str:
         lines += [f"constexpr char content_{number}[] =", literal_of(packed) + ";", ""]
         media = TYPES[pathlib.PurePath(path).suffix or ".html"]
         is_hashed = "true" if path.startswith("/assets/") else "false"
-        rows.append(f'    PageFile{{"{path}", "{media}", {{content_{number}, {len(packed)}}}, {is_hashed}, "gzip"}},')
+        rows.append(f'    PageFile{{"{path}", "{media}", {{content_{number}, {len(packed)}}}, {is_hashed}}},')
     lines += [f"constexpr std::array<PageFile, {len(rows)}> files{{{{", *rows, "}};", "", "} // namespace", ""]
     lines += ["std::span<const PageFile> page_files()", "{", "    return files;", "}", "", "} // namespace front", ""]
     return "\n".join(lines)

@@ -11,9 +11,8 @@ namespace front
 struct PageFile {
     std::string_view path; // "/" for the page itself
     std::string_view type; // as text/html; charset=utf-8
-    std::string_view content;
-    bool is_hashed = false;         // the path names the content, which never changes
-    std::string_view encoding = {}; // as gzip; empty: the content is as it is
+    std::string_view packed; // by gzip
+    bool is_hashed = false;  // the path names the content, which never changes
 };
 
 // Returns all files of the page.

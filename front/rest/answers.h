@@ -10,6 +10,7 @@ HttpResponse answer_olts(const Context &context);
 HttpResponse answer_olt(const Context &context);
 HttpResponse answer_ports(const Context &context);
 HttpResponse answer_port(const Context &context);
+HttpResponse answer_plant(const Context &context);
 
 HttpResponse answer_onus(const Context &context);
 HttpResponse answer_onu(const Context &context);

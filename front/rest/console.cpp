@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "call/codec/errors.h"
+#include "http/encoding.h"
 #include "http/refusal.h"
 #include "rest/openapi.h"
 #include "rest/routes.h"
@@ -44,11 +45,18 @@ std::string_view word_of(unsigned status)
     }
 }
 
-HttpResponse file_response(const PageFile &file)
+// Files are kept compressed.
+HttpResponse file_response(const HttpRequest &request, const PageFile &file)
 {
-    HttpResponse response{.type = std::string(file.type), .body = std::string(file.content)};
+    HttpResponse response{.type = std::string(file.type)};
     response.headers.emplace_back("Cache-Control", file.is_hashed ? "public, max-age=31536000, immutable" : "no-cache");
-    if (!file.encoding.empty()) response.headers.emplace_back("Content-Encoding", file.encoding);
+    response.headers.emplace_back("Vary", "Accept-Encoding");
+    if (takes_gzip(request.header("accept-encoding"))) {
+        response.body = file.packed;
+        response.headers.emplace_back("Content-Encoding", "gzip");
+    } else {
+        response.body = gunzip(file.packed);
+    }
     return response;
 }
 
@@ -101,6 +109,10 @@ Context Console::context_of(const HttpRequest &request, const Route &route,
                     .identity = services.gate->identity_of(request),
                     .places = std::move(places),
                     .olt = {}};
+    // What the path does not take makes no other answer of it.
+    std::erase_if(context.request.query, [&route](const auto &given) {
+        return std::ranges::find(route.query, given.first, &Parameter::name) == route.query.end();
+    });
     if (route.role && !context.identity.role)
         throw Refusal(401, "login_needed", "log in first, or name a token in the header Authorization");
     if (route.maker == Maker::password)
@@ -172,9 +184,10 @@ HttpAnswer Console::answer_other(const HttpRequest &request) const
         return metrics(request);
     }
     services.gate->check_host(request);
-    if (request.path == "/openapi.json") return json_response(openapi_text());
+    if (request.path == "/openapi.json")
+        return versioned(services.pages, request, request.path, services.version, openapi_text);
     const auto file = std::ranges::find(files, request.path, &PageFile::path);
-    if (file != files.end()) return with_rules(file_response(*file));
+    if (file != files.end()) return with_rules(file_response(request, *file));
     if (request.path == "/" && files.empty())
         return with_rules({.body = "ponfront\n\n/metrics       numbers for monitoring systems\n"
                                    "/openapi.json  the interface below /api/v1\n"});

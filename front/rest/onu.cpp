@@ -1,4 +1,6 @@
 // Answers about one ONU.
+#include <algorithm>
+
 #include "rest/answers.h"
 #include "web/event_json.h"
 #include "web/index.h"
@@ -72,12 +74,31 @@ void write_alarms(Json &json, const OltState &state, const OnuPlace &place)
     json->EndArray();
 }
 
+// Addresses that were learned behind the ONU, in the order of its UNI ports.
+void write_stations(Json &json, const Snapshot &snapshot, const OnuPlace &place)
+{
+    std::vector<const Station *> stations;
+    for (const Station &station : rows_of(snapshot.stations))
+        if (station.pon && station.port == place.first && station.onu_id == place.second) stations.push_back(&station);
+    std::ranges::stable_sort(stations, {}, [](const Station *station) { return station->uni; });
+    json.key("stations");
+    json->StartArray();
+    for (const Station *station : stations) {
+        json->StartObject();
+        json.member("uni", station->uni);
+        json.member("vlan", station->vlan);
+        json.member("mac", station->mac);
+        json->EndObject();
+    }
+    json->EndArray();
+}
+
 void write_times(Json &json, const Snapshot &snapshot)
 {
     json.key("read");
     json->StartObject();
     for (const Table table : {Table::onus, Table::optics, Table::stats, Table::unis, Table::upgrades,
-                              Table::capabilities, Table::alarms, Table::loops}) {
+                              Table::capabilities, Table::alarms, Table::loops, Table::stations}) {
         const TableState &state = snapshot.state(table);
         json.member(table_kinds()[static_cast<size_t>(table)].name,
                     state.generation > 0 ? std::optional(state.read) : std::nullopt);
@@ -95,7 +116,7 @@ HttpResponse answer_onu(const Context &context)
     const OnuPlace place{onu.pon_port, *onu.onu_id};
     const std::string mac = text::mac_text(onu.mac);
     const auto *const able = row_of(snapshot.capabilities, place);
-    const Fact *const fact = state.fact(FactKind::onu, onu.pon_port, mac);
+    const Fact *const fact = fact_of(state, onu);
     Json json;
     json->StartObject();
     json.member("olt", state.name);
@@ -112,6 +133,7 @@ HttpResponse answer_onu(const Context &context)
     write_row_of(json, "stats", snapshot.stats, place);
     write_rows_of(json, "unis", snapshot.unis, place);
     write_rows_of(json, "loops", snapshot.loops, place);
+    write_stations(json, snapshot, place);
     write_alarms(json, state, place);
     json.key("events");
     write_events(json, context.services.known.events()->find(

@@ -71,7 +71,7 @@ void write_row(Json &json, const OltState &state, const view::onu_info &onu, con
 {
     const OnuPlace place{onu.pon_port, *onu.onu_id};
     const std::string mac = text::mac_text(onu.mac);
-    const Fact *const fact = state.fact(FactKind::onu, onu.pon_port, mac);
+    const Fact *const fact = fact_of(state, onu);
     const auto *const optics = of(more.optics, place);
     const auto *const upgrade = of(more.upgrades, place);
     const auto *const able = of(more.capabilities, place);
@@ -147,7 +147,7 @@ HttpResponse answer_waiting(const Context &context)
             if (onu.onu_id) continue;
             json->StartObject();
             json.columns(onu);
-            write_since(json, state.fact(FactKind::onu, onu.pon_port, text::mac_text(onu.mac)));
+            write_since(json, fact_of(state, onu));
             json->EndObject();
         }
         json->EndArray();

@@ -145,6 +145,19 @@ std::string id_of(const Route &route)
     return id;
 }
 
+// Writes what a body of JSON may have.
+template <class WriteMembers>
+void write_body(Json &json, WriteMembers write_members)
+{
+    const Object body(json, "requestBody");
+    const Object content(json, "content");
+    const Object media(json, "application/json");
+    const Object schema(json, "schema");
+    write_type(json, "object");
+    const Object properties(json, "properties");
+    write_members();
+}
+
 void write_route(Json &json, const Route &route)
 {
     const Object operation(json, route.method == std::string_view("GET")    ? "get"
@@ -152,17 +165,13 @@ void write_route(Json &json, const Route &route)
                                                                             : "delete");
     write_head(json, route, id_of(route), route.brief, route.role ? catalogue::to_text(*route.role) : "");
     if (route.body.empty()) return;
-    const Object body(json, "requestBody");
-    const Object content(json, "content");
-    const Object media(json, "application/json");
-    const Object schema(json, "schema");
-    write_type(json, "object");
-    const Object properties(json, "properties");
-    for (const Parameter &member : route.body) {
-        const Object property(json, member.name);
-        write_type(json, member.is_number ? "integer" : "string");
-        json.member("description", std::string_view(member.brief));
-    }
+    write_body(json, [&] {
+        for (const Parameter &member : route.body) {
+            const Object property(json, member.name);
+            write_type(json, member.is_number ? "integer" : "string");
+            json.member("description", std::string_view(member.brief));
+        }
+    });
 }
 
 void write_argument(Json &json, const catalogue::Operation &called, const catalogue::Argument &argument)
@@ -205,20 +214,16 @@ void write_call(Json &json, const Route &route, const catalogue::Operation &call
     json->StartArray();
     json.put(called.family);
     json->EndArray();
-    const Object body(json, "requestBody");
-    const Object content(json, "content");
-    const Object media(json, "application/json");
-    const Object schema(json, "schema");
-    write_type(json, "object");
-    const Object properties(json, "properties");
-    write_arguments(json, called);
-    for (const auto &[name, type] : {std::pair{"confirm", "string"},
-                                     {"dry_run", "boolean"},
-                                     {"allow_long", "boolean"},
-                                     {"deadline_ms", "integer"}}) {
-        const Object property(json, name);
-        write_type(json, type);
-    }
+    write_body(json, [&] {
+        write_arguments(json, called);
+        for (const auto &[name, type] : {std::pair{"confirm", "string"},
+                                         {"dry_run", "boolean"},
+                                         {"allow_long", "boolean"},
+                                         {"deadline_ms", "integer"}}) {
+            const Object property(json, name);
+            write_type(json, type);
+        }
+    });
 }
 
 void write_paths(Json &json)
@@ -240,7 +245,9 @@ void write_paths(Json &json)
     }
 }
 
-std::string make_text()
+} // namespace
+
+std::string openapi_text()
 {
     Json json;
     json->StartObject();
@@ -272,14 +279,6 @@ std::string make_text()
     }
     json->EndObject();
     return json.text();
-}
-
-} // namespace
-
-const std::string &openapi_text()
-{
-    static const std::string text = make_text();
-    return text;
 }
 
 } // namespace front

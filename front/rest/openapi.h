@@ -6,6 +6,6 @@
 namespace front
 {
 
-const std::string &openapi_text();
+std::string openapi_text();
 
 } // namespace front

@@ -70,18 +70,25 @@ void expect_read(const OltState &state, Table table)
 
 HttpResponse versioned(const Context &context, const std::string &version, const std::function<std::string()> &make)
 {
-    Pages &pages = context.services.pages;
     std::string name = context.request.path;
     for (const auto &[key, value] : context.request.query)
         name += '\n' + key + '=' + value;
+    return versioned(context.services.pages, context.request, name, version, make);
+}
+
+HttpResponse versioned(Pages &pages, const HttpRequest &request, const std::string &name, const std::string &version,
+                       const std::function<std::string()> &make)
+{
     const std::string tag = pages.tag_of(name + '\n' + version);
-    HttpResponse response{.type = "application/json", .headers = {{"ETag", tag}, {"Cache-Control", "no-cache"}}};
-    if (context.request.header("if-none-match").find(tag) != std::string::npos) {
-        response.status = 304;
-        response.type.clear();
-        return response;
+    const std::string &known = request.header("if-none-match");
+    HttpResponse response{.status = 304, .type = {}, .headers = {{"Vary", "Accept-Encoding"}}};
+    if (known != "*" && known.find(tag) == std::string::npos) {
+        response = pages.page(name, version, make)->response_to(request);
+        response.type = "application/json";
     }
-    response.shared = pages.page(name, version, make);
+    // The tag is weak: it is the same whether the answer is compressed or not.
+    response.headers.emplace_back("ETag", "W/" + tag);
+    response.headers.emplace_back("Cache-Control", "no-cache");
     return response;
 }
 
@@ -92,8 +99,8 @@ std::string Pages::tag_of(const std::string &version) const
     return "\"" + run + "-" + std::to_string(std::hash<std::string>()(version)) + "\"";
 }
 
-std::shared_ptr<const std::string> Pages::page(const std::string &name, const std::string &version,
-                                               const std::function<std::string()> &make)
+std::shared_ptr<const PackableText> Pages::page(const std::string &name, const std::string &version,
+                                                const std::function<std::string()> &make)
 {
     {
         const std::lock_guard lock(guard);
@@ -103,7 +110,7 @@ std::shared_ptr<const std::string> Pages::page(const std::string &name, const st
             return found->second.text;
         }
     }
-    auto text = std::make_shared<const std::string>(make());
+    auto text = std::make_shared<const PackableText>(make());
     const std::lock_guard lock(guard);
     if (pages.size() >= most && !pages.contains(name))
         pages.erase(std::ranges::min_element(pages, {}, [](const auto &entry) { return entry.second.used; }));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "access/gate.h"
+#include "http/encoding.h"
 #include "http/message.h"
 #include "web/olt_state.h"
 
@@ -59,14 +60,17 @@ void expect_read(const OltState &state, Table table);
 // Returns the answer that has this version. A client that has it already is told so, and what is made for one is kept
 // for the others.
 HttpResponse versioned(const Context &context, const std::string &version, const std::function<std::string()> &make);
+// As above, of what has this name.
+HttpResponse versioned(Pages &pages, const HttpRequest &request, const std::string &name, const std::string &version,
+                       const std::function<std::string()> &make);
 
 // Pages are answers that were made, each with its version. The last ones are kept.
 class Pages
 {
 public:
     Pages();
-    std::shared_ptr<const std::string> page(const std::string &name, const std::string &version,
-                                            const std::function<std::string()> &make);
+    std::shared_ptr<const PackableText> page(const std::string &name, const std::string &version,
+                                             const std::function<std::string()> &make);
     // Returns an entity tag that no other run of the program gives.
     std::string tag_of(const std::string &version) const;
 
@@ -74,7 +78,7 @@ private:
     static constexpr size_t most = 128;
     struct Page {
         std::string version;
-        std::shared_ptr<const std::string> text;
+        std::shared_ptr<const PackableText> text;
         uint64_t used = 0;
     };
 

@@ -41,6 +41,12 @@ std::string_view light_of(const OltState &state, uint32_t port, const std::strin
     return (at_olt && at_olt->value == "low") || (at_onu && at_onu->value == "low") ? "low" : "well";
 }
 
+const Fact *fact_of(const OltState &state, const view::onu_info &onu)
+{
+    const Fact *const fact = state.fact(FactKind::onu, onu.pon_port, text::mac_text(onu.mac));
+    return fact && fact->value == onu.state ? fact : nullptr;
+}
+
 void write_since(Json &json, const Fact *fact)
 {
     json.member("since", fact && fact->since > 0 ? std::optional(fact->since) : std::nullopt);

@@ -50,6 +50,8 @@ void write(Json &json, const AlarmCounts &counts);
 std::string serial_of(std::string_view vendor, const view::Mac &mac);
 // Returns "low" when light of the ONU is low on either side, "well" when it is measured and is not, or an empty text.
 std::string_view light_of(const OltState &state, uint32_t port, const std::string &mac);
+// Returns since when and why an ONU is in its state, or null where the alarms that tell it have not been read yet.
+const Fact *fact_of(const OltState &state, const view::onu_info &onu);
 // Writes "since", or null where it is not known since when a fact is so.
 void write_since(Json &json, const Fact *fact);
 // Writes an alarm as an object: its columns, and since when it is known.

@@ -11,6 +11,7 @@
 #include "collector/snapshot.h"
 #include "history/history.h"
 #include "http/workers.h"
+#include "plant/plant.h"
 #include "watch/fact.h"
 
 namespace front
@@ -43,8 +44,9 @@ std::shared_ptr<const OltState> state_behind(const OltState &before, std::shared
 // An OltDoor is the way to an OLT: what is known of it, and who asks it for more. It outlives the OLT.
 struct OltDoor {
     std::shared_ptr<const OltState> state;
-    std::shared_ptr<Workers> workers; // whose calls go to the OLT
-    std::string socket_dir;           // for threads of others; empty: that of the board library
+    std::shared_ptr<Workers> workers;             // whose calls go to the OLT
+    std::string socket_dir;                       // for threads of others; empty: that of the board library
+    std::shared_ptr<const Plant> plant = nullptr; // null: nobody described it
 };
 
 // Known is what the daemon knows. Any thread may call all functions.

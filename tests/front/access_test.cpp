@@ -183,15 +183,41 @@ TEST_F(Access, BoundsAttemptsToLogIn)
 {
     write({{"ann", Role::write, hash(), ""}});
     Gate door = gate();
-    int allowed = 0;
-    while (allowed < 100 && refusal([&] { door.begin_attempt(request({}), "ann"); }).empty())
-        ++allowed;
-    EXPECT_EQ(allowed, 20);
+    const auto allowed_of = [&](const HttpRequest &from, const std::string &name) {
+        int allowed = 0;
+        while (allowed < 100 && refusal([&] { door.begin_attempt(from, name); }).empty())
+            ++allowed;
+        return allowed;
+    };
+    EXPECT_EQ(allowed_of(request({}), "ann"), 10) << "of one name";
+    EXPECT_EQ(allowed_of(request({}), "bob"), 9) << "of one address, of which one more was refused";
     HttpRequest other = request({});
     other.peer = "192.0.2.2";
-    EXPECT_EQ(refusal([&] { door.begin_attempt(other, "bob"); }), "") << "others are not kept out";
+    EXPECT_EQ(allowed_of(other, "ann"), 10) << "somebody elsewhere is not kept out";
     now += 5 * 60 * 1000;
     EXPECT_EQ(refusal([&] { door.begin_attempt(request({}), "ann"); }), "");
+}
+
+// Who tries a name from many addresses is bounded at each of them, and keeps its owner out at none of his own.
+TEST_F(Access, LetsNobodyBeKeptOutByOthers)
+{
+    write({{"ann", Role::write, hash(), ""}});
+    Gate door = gate();
+    for (int address = 0; address < 100; ++address) {
+        HttpRequest from = request({});
+        from.peer = "198.51.100." + std::to_string(address);
+        while (refusal([&] { door.begin_attempt(from, "ann"); }).empty())
+            continue;
+    }
+    HttpRequest own = request({});
+    own.peer = "192.0.2.7";
+    EXPECT_EQ(refusal([&] { door.begin_attempt(own, "ann"); }), "");
+    // What is no name is counted as one, so that texts of any length need no memory.
+    int allowed = 0;
+    while (allowed < 100 &&
+           refusal([&] { door.begin_attempt(own, std::string(1000, 'a') + std::to_string(allowed)); }).empty())
+        ++allowed;
+    EXPECT_EQ(allowed, 10);
 }
 
 TEST(Attempts, AreCountedAndForgotten)

@@ -140,6 +140,18 @@ TEST_F(Collected, AsksOnceInAPeriodWhoeverReads)
     EXPECT_EQ(service->received().size(), 2 * asked);
 }
 
+TEST_F(Collected, ShowsATableBeforeTheNextIsRead)
+{
+    std::vector<uint64_t> onus, alarms; // generations
+    collector.read_due([&] {
+        onus.push_back(collector.snapshot()->state(Table::onus).generation);
+        alarms.push_back(collector.snapshot()->state(Table::alarms).generation);
+    });
+    EXPECT_EQ(onus.size(), table_count - 1) << "before each but the first";
+    EXPECT_THAT(onus, testing::Contains(1u));
+    EXPECT_NE(onus, alarms);
+}
+
 TEST_F(Collected, NeverAsksForOneOnu)
 {
     read();

@@ -96,10 +96,24 @@ onus = "optics"
     EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::optics)], 600u);
     EXPECT_EQ(configuration.limits.olt, (LightLimits{-28, -26.5}));
     EXPECT_EQ(configuration.history, "/var/lib/ponfront/history.db");
-    EXPECT_EQ(configuration.most_events, 5000u);
+    EXPECT_EQ(configuration.history_limits.events, 5000u);
     EXPECT_EQ(configuration.audit, "/var/log/ponfront/audit.jsonl");
     EXPECT_EQ(configuration.http, (ListenSettings{"::1", 8080}));
     EXPECT_EQ(configuration.onus, OnuDetail::optics);
+}
+
+TEST(Configuration, SaysHowLongLightIsKept)
+{
+    constexpr UnixTime day = 24 * light_hour;
+    EXPECT_EQ(default_configuration().history_limits, (HistoryLimits{100'000, 2 * day, 31 * day}));
+    EXPECT_EQ(read("[history]\nlight = \"1h\"\nlight_hourly = \"365d\"\n").history_limits,
+              (HistoryLimits{100'000, light_hour, 365 * day}));
+    EXPECT_THAT(error_of("[history]\nlight = \"59min\"\n"),
+                HasSubstr("front.toml:2: light: expected a time from an hour to 31 days"));
+    EXPECT_THAT(error_of("[history]\nlight = \"32d\"\n"), HasSubstr("31 days"));
+    EXPECT_THAT(error_of("[history]\nlight_hourly = \"5000d\"\n"), HasSubstr("front.toml:2: light_hourly: expected"));
+    EXPECT_THAT(error_of("[history]\nlight = \"3d\"\nlight_hourly = \"2d\"\n"),
+                HasSubstr("front.toml:3: light_hourly: expected no less than light"));
 }
 
 TEST(Configuration, CanServeNoHttp)

@@ -53,7 +53,7 @@ protected:
     std::string error() const
     {
         try {
-            History(file, 10);
+            History(file, {10});
         } catch (const storage::Error &error) {
             return error.what();
         }
@@ -67,18 +67,18 @@ TEST_F(Histories, HaveTheirEventsAgain)
 {
     Event kept = event(3);
     {
-        History history(file, 10);
+        History history(file, {10});
         Watcher::Found found{.events = {kept}, .changes = {}};
         history.keep("north", {}, found);
         EXPECT_EQ(found.events[0].id, 1u);
     }
     kept.id = 1;
-    EXPECT_THAT(History(file, 10).events(0, 100), ElementsAre(kept));
+    EXPECT_THAT(History(file, {10}).events(0, 100), ElementsAre(kept));
 }
 
 TEST_F(Histories, GiveTheEventsBehindOneOrTheLast)
 {
-    History history({}, 100);
+    History history({}, {100});
     keep(history, {event(1), event(2), event(3), event(4)});
     const auto ports = [](const std::vector<Event> &events) {
         std::vector<uint32_t> found;
@@ -94,7 +94,7 @@ TEST_F(Histories, GiveTheEventsBehindOneOrTheLast)
 
 TEST_F(Histories, KeepNoMoreThanTheirBound)
 {
-    History history(file, 10);
+    History history(file, {10});
     for (uint32_t port = 1; port <= 25; ++port)
         keep(history, {event(port)});
     const std::vector<Event> events = history.events(0, 100);
@@ -110,13 +110,13 @@ TEST_F(Histories, KnowWhatWasKnown)
     Known known;
     known.kinds.set(static_cast<size_t>(FactKind::onu));
     {
-        History history(file, 10);
+        History history(file, {10});
         Watcher::Found first{.events = {}, .changes = {{stays, fact}, {goes, fact}}};
         history.keep("north", known, first);
         Watcher::Found second{.events = {}, .changes = {{goes, std::nullopt}}};
         history.keep("north", known, second);
     }
-    const History history(file, 10);
+    const History history(file, {10});
     EXPECT_EQ(history.known("north").facts, (Facts{{stays, fact}}));
     EXPECT_EQ(history.known("north").kinds, known.kinds);
     EXPECT_TRUE(history.known("south").facts.empty());
@@ -124,7 +124,7 @@ TEST_F(Histories, KnowWhatWasKnown)
 
 TEST_F(Histories, AreForTheirUserOnly)
 {
-    const History history(file, 10);
+    const History history(file, {10});
     for (const auto &entry : std::filesystem::directory_iterator(folder)) {
         struct stat status {
         };
@@ -141,21 +141,21 @@ TEST_F(Histories, AreRefusedWhenTheyAreNone)
 
 TEST_F(Histories, AreUsedByOneProcessOnly)
 {
-    const History history(file, 10);
+    const History history(file, {10});
     EXPECT_THAT(error(), HasSubstr("in use by another process"));
 }
 
 TEST_F(Histories, TakesOverOneThatHasNoLight)
 {
     {
-        History history(file, 10);
+        History history(file, {10});
         keep(history, {event(1)});
     }
     sqlite3 *db = nullptr;
     ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
     EXPECT_EQ(sqlite3_exec(db, "DROP TABLE light; PRAGMA user_version = 1", nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(db);
-    History history(file, 10);
+    History history(file, {10});
     EXPECT_THAT(history.events(0, 10), SizeIs(1));
     view::onu_optics_table row{};
     row.rx_power = -20;

@@ -59,6 +59,13 @@ private:
     int left;
 };
 
+// Has nothing to say, so that only beats are heard.
+class Silence : public MessageSource
+{
+public:
+    std::optional<std::string> next() override { return std::string(); }
+};
+
 class Echo : public HttpHandler
 {
 public:
@@ -76,6 +83,7 @@ public:
                                 return HttpResponse{.body = "slow"};
                             }};
         if (request.path == "/opens") door.open();
+        if (request.path == "/ever") return Stream{std::make_unique<Silence>()};
         if (request.path == "/stream") return Stream{std::make_unique<Messages>(4)};
         const auto name = request.query.find("name");
         return HttpResponse{.body = request.method + "|" + request.path + "|" + request.header("accept") + "|" +
@@ -197,6 +205,42 @@ TEST_F(Http, LetsHalfRequestsWaitAlone)
     EXPECT_THAT(get("/a"), StartsWith("HTTP/1.1 200 "));
     for (const int client : clients)
         close(client);
+}
+
+// Returns whether the server ends the connection while a client sends it one byte after the other.
+bool is_cut_off(int client, const std::string &byte)
+{
+    for (int turn = 0; turn < 1000; ++turn) {
+        char answer;
+        if (recv(client, &answer, 1, MSG_DONTWAIT) == 0) return true;
+        if (send(client, byte.data(), byte.size(), MSG_NOSIGNAL) < 0) return true;
+        usleep(10'000);
+    }
+    return false;
+}
+
+TEST(HttpServer, EndsConnectionsOnWhichARequestNeverComes)
+{
+    Echo echo;
+    HttpSettings chosen = settings();
+    chosen.longest = std::chrono::milliseconds(300);
+    const HttpServer server(chosen, echo);
+    for (const char *begun :
+         {"", "GET /a HTTP/1.1\r\nX: ", "POST /a HTTP/1.1\r\nHost: x\r\nContent-Length: 1000\r\n\r\n"}) {
+        const int client = connection_to(server.port(), begun);
+        EXPECT_TRUE(is_cut_off(client, "a")) << begun;
+        close(client);
+    }
+    const int listener = connection_to(server.port(), "GET /ever HTTP/1.1\r\nHost: x\r\n\r\n");
+    const int other = connection_to(server.port(), "GET /a HTTP/1.1\r\nX: ");
+    EXPECT_TRUE(is_cut_off(other, "a"));
+    close(other);
+    char bytes[4096];
+    while (recv(listener, bytes, sizeof bytes, MSG_DONTWAIT) > 0)
+        continue;
+    EXPECT_GT(recv(listener, bytes, sizeof bytes, 0), 0) << "a stream goes on";
+    close(listener);
+    EXPECT_THAT(http_get(server.port(), "/a"), StartsWith("HTTP/1.1 200 "));
 }
 
 TEST_F(Http, AnswersNonsense)

@@ -145,6 +145,43 @@ TEST_F(Served, ReadsItsConfigurationAgain)
     EXPECT_THAT(http_get(port, "/metrics"), HasSubstr("pon_olt_up{olt=\"north\"} 1\n"));
 }
 
+TEST_F(Served, ReadsThePlantAgainAndCollectsOn)
+{
+    const std::string plant = Simulator::folder() + "/plant.toml";
+    const auto write = [&](const std::string &name) {
+        std::ofstream(plant) << "[[port]]\npon_port = 1\n[[port.splitter]]\nname = \"" << name << "\"\nratio = 8\n";
+    };
+    // The key belongs to the OLT, which stands first in the file.
+    const auto with_plant = [&] {
+        std::ifstream before(configured());
+        std::string text(std::istreambuf_iterator<char>(before), {});
+        text.insert(text.find("[periods]"), "plant = \"" + plant + "\"\n");
+        std::ofstream(file) << text;
+        return file;
+    };
+    write("yard");
+    Ponfront front({"--config", with_plant()});
+    const uint16_t port = front.port();
+    metrics_with(port, "pon_table_age_seconds{olt=\"north\",table=\"onus\"}");
+    const std::string path = "/api/v1/olts/north/ports/1/plant";
+    EXPECT_THAT(http_get(port, path), AllOf(StartsWith("HTTP/1.1 200 "), HasSubstr("\"name\":\"yard\"")));
+    EXPECT_THAT(http_get(port, "/api/v1/olts/north/ports/2/plant"), HasSubstr("\"tree\":null"));
+    EXPECT_THAT(http_get(port, "/api/v1/olts/north/ports/9/plant"), StartsWith("HTTP/1.1 404 "));
+    write("garden");
+    front.send(SIGHUP);
+    front.expect("goes on by the configuration");
+    EXPECT_THAT(http_get(port, path), AllOf(StartsWith("HTTP/1.1 200 "), HasSubstr("\"name\":\"garden\"")))
+        << "its tables are known still";
+    std::ofstream(plant) << "[[port]]\npon_port = 0\n";
+    front.send(SIGHUP);
+    front.expect("the configuration is not taken: " + plant + ":2: pon_port: ");
+    EXPECT_THAT(http_get(port, path), HasSubstr("\"name\":\"garden\""));
+    Ponfront checked({"--config", file, "--check"});
+    checked.expect(plant + ":2: pon_port: expected a number from 1 to 64");
+    EXPECT_EQ(checked.end(), 2);
+    std::remove(plant.c_str());
+}
+
 TEST_F(Served, GoesOnWhereAChangeCannotBeMade)
 {
     Ponfront front({"--config", configured()});

@@ -7,11 +7,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include "access/secrets.h"
 #include "access/users.h"
 #include "catalogue.h"
+#include "http/encoding.h"
 #include "http_client.h"
 #include "ponfront.h"
 #include "simulator.h"
@@ -158,6 +160,45 @@ TEST_F(Rest, SaysThatNothingChanged)
                 AllOf(StartsWith("HTTP/1.1 304 "), Not(HasSubstr("bsp_"))));
     EXPECT_THAT(get("/api/v1/operations", with_token(tokens[0]) + "If-None-Match: \"1\"\r\n"),
                 StartsWith("HTTP/1.1 200 "));
+}
+
+// The daemon's own answers are packed: files of the page, tables, the description and metrics; streams are not.
+TEST_F(Rest, PacksItsAnswers)
+{
+    const std::string gzip = "Accept-Encoding: gzip, deflate, br\r\n", plain = "Accept-Encoding: gzip;q=0\r\n";
+    const std::string page = body_of(get("/", plain));
+    ASSERT_THAT(page, HasSubstr("<!doctype html>"));
+    const size_t start = page.find("/assets/main-");
+    const std::string script = page.substr(start, page.find('"', start) - start);
+    for (const std::string &path : {std::string("/"), script, std::string("/openapi.json"), std::string("/metrics"),
+                                    std::string("/api/v1/operations")}) {
+        const std::string packed = get(path, with_token(tokens[0]) + gzip);
+        EXPECT_THAT(packed, AllOf(StartsWith("HTTP/1.1 200 "), HasSubstr("\r\nContent-Encoding: gzip\r\n"),
+                                  HasSubstr("\r\nVary: Accept-Encoding\r\n")))
+            << path;
+        const std::string whole = get(path, with_token(tokens[0]) + plain);
+        EXPECT_THAT(whole, AllOf(Not(HasSubstr("Content-Encoding")), HasSubstr("\r\nVary: Accept-Encoding\r\n")))
+            << path;
+        if (path != "/metrics") { // ages grow
+            EXPECT_EQ(front::gunzip(body_of(packed)), body_of(whole)) << path;
+        }
+        EXPECT_THAT(http_get(port, path, with_token(tokens[0]) + gzip, "HEAD"),
+                    AllOf(HasSubstr("\r\nContent-Encoding: gzip\r\n"), testing::EndsWith("\r\n\r\n")))
+            << path;
+    }
+    EXPECT_THAT(get("/api/v1/session", with_token(tokens[0]) + gzip), Not(HasSubstr("Content-Encoding")))
+        << "a token is never packed beside what somebody else may have chosen";
+    const int stream = connection_to(port, "GET /api/v1/events/stream HTTP/1.1\r\nHost: localhost\r\n" +
+                                               with_token(tokens[0]) + gzip + "\r\n");
+    std::string said;
+    char bytes[4096];
+    for (ssize_t count = 1; count > 0 && said.find("event: tables") == said.npos;) {
+        count = recv(stream, bytes, sizeof bytes, 0);
+        if (count > 0) said.append(bytes, static_cast<size_t>(count));
+    }
+    close(stream);
+    EXPECT_THAT(said,
+                AllOf(StartsWith("HTTP/1.1 200 "), HasSubstr("event: tables"), Not(HasSubstr("Content-Encoding"))));
 }
 
 TEST_F(Rest, AsksAgainBeforeWhatAffectsService)

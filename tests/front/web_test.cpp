@@ -51,7 +51,7 @@ public:
     std::shared_ptr<History> events() const override { return history; }
 
     std::shared_ptr<const OltState> state = state_with({});
-    std::shared_ptr<History> history = std::make_shared<History>("", 10);
+    std::shared_ptr<History> history = std::make_shared<History>("", HistoryLimits{10});
 };
 
 std::vector<Event> kept(History &history, int count)
@@ -186,14 +186,14 @@ TEST(Confirmations, AreGoodOnceForOneThingAndTime)
 
 TEST(Light, IsKeptFinelyForAWhileAndThenByTheHour)
 {
-    History history("", 10);
+    History history("", {10});
     view::onu_optics_table row{};
     row.pon_port = 300;
     row.mac = mac;
     row.rx_power = -18.25;
     row.temperature = 41.5;
     constexpr UnixTime start = 1'000 * light_hour, step = light_step / 5;
-    const UnixTime end = start + light_fine + 24 * light_hour;
+    const UnixTime end = start + HistoryLimits().light + 24 * light_hour;
     for (UnixTime at = start; at <= end; at += step)
         history.keep_light("north", at, {&row, 1});
     const auto samples = [&](UnixTime from, UnixTime to) { return history.light_of("north", 300, mac, from, to); };
@@ -206,14 +206,14 @@ TEST(Light, IsKeptFinelyForAWhileAndThenByTheHour)
     EXPECT_EQ(last.values[3], 41.5);
     EXPECT_TRUE(history.light_of("north", 1, mac, 0, end).empty());
     EXPECT_TRUE(history.light_of("south", 300, mac, 0, end).empty());
-    for (UnixTime at = end; at <= end + light_coarse; at += light_hour)
+    for (UnixTime at = end; at <= end + HistoryLimits().hourly; at += light_hour)
         history.keep_light("north", at, {&row, 1});
     EXPECT_GE(samples(0, INT64_MAX).front().at, end);
 }
 
 TEST(EventQuery, FindsWhatIsAskedFor)
 {
-    History history("", 100);
+    History history("", {100});
     Watcher::Found found;
     const auto add = [&](Event event) { found.events.push_back(std::move(event)); };
     add({.at = 10, .olt = "north", .kind = EventKind::onu_offline, .port = 1, .onu_id = 5, .mac = "02:00:00:00:00:05"});
