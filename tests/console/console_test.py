@@ -21,6 +21,8 @@ from service import Service
 from story import Story
 from watching import Watching  # noqa: F401
 
+PLANT = pathlib.Path(__file__).resolve().parents[2] / "examples/busy-campus-plant.toml"
+
 
 def main() -> bool:
     ponsim, ponctl, ponfront, scenario, pictures, *names = sys.argv[1:]
@@ -28,7 +30,7 @@ def main() -> bool:
     Story.pictures = pathlib.Path(pictures)
     os.makedirs(pictures, exist_ok=True)
     with tempfile.TemporaryDirectory(prefix="console") as folder:
-        Story.service = Service(programs, pathlib.Path(folder), scenario)
+        Story.service = Service(programs, pathlib.Path(folder), scenario, plant=str(PLANT))
         try:
             Story.browser = Browser(Story.service.url, Story.pictures)
             try:

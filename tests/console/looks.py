@@ -98,6 +98,12 @@ class Looks(Story):
         browser.keys("END", "ENTER")
         browser.sees("of port 4 of campus")
 
+    def as_newcomer(self, place: str) -> Browser:
+        """Opens a page anew, so that the first Tab is the first one in it."""
+        browser = self.as_operator(place)
+        browser.driver.refresh()
+        return browser
+
     def search_finds(self, words: str, where: str) -> bool:
         field = self.browser.one("input#search")
         field.clear()
@@ -105,7 +111,7 @@ class Looks(Story):
         return where in self.browser.one(".found").text
 
     def test_the_tab_key_goes_through_the_page_in_order(self) -> None:
-        browser = self.as_operator("/olts/campus/onus/1/2")
+        browser = self.as_newcomer("/olts/campus/onus/1/2")
         browser.one("button", "Change the bandwidth of ONU 1/2")
         browser.one("button", "Change the VLANs of UNI port 1")
         stops = []
@@ -124,7 +130,7 @@ class Looks(Story):
         self.assertEqual(places, sorted(places), names)
 
     def test_a_link_skips_to_the_content(self) -> None:
-        browser = self.as_operator("/olts/campus/onus/1/2")
+        browser = self.as_newcomer("/olts/campus/onus/1/2")
         browser.one("button", "Describe ONU 1/2")
         browser.keys("TAB", "ENTER")
         self.assertEqual(browser.run("return document.activeElement.id"), "main")
@@ -169,23 +175,23 @@ class Looks(Story):
 
     def look_through(self, browser: Browser) -> None:
         browser.sees(f"{ONUS:,} ONUs")
-        self.rows(browser, "1/1", ONUS)
+        self.rows(browser, "1/0", ONUS)
         row = browser.run("return document.querySelector('.row.of').getBoundingClientRect().height")
         browser.run(f"document.querySelector('[role=grid]').scrollTop = {1000 * row}")
-        self.rows(browser, "8/105", ONUS)
+        self.rows(browser, "8/104", ONUS)
         browser.keys("END")
         self.rows(browser, "16/", ONUS)
         browser.press("ONU ↑", ".sort")
         browser.run("document.querySelector('[role=grid]').scrollTop = 0")
-        self.rows(browser, "16/128", ONUS)
+        self.rows(browser, "16/127", ONUS)
         browser.choose("Port", "7")
         browser.sees(f"128 of {ONUS:,} ONUs")
-        self.rows(browser, "7/128", 128)
+        self.rows(browser, "7/127", 128)
         browser.type("Words", "7/12")
-        browser.sees(f"10 of {ONUS:,} ONUs")
-        self.rows(browser, "7/128", 10)
+        browser.sees(f"9 of {ONUS:,} ONUs")
+        self.rows(browser, "7/127", 9)
         self.keeps_the_rules()
         browser.picture("full")
         browser.go("/olts/full/ports/7")
         browser.sees("128 of 128 ONUs online")
-        self.rows(browser, "7/1", 128)
+        self.rows(browser, "7/0", 128)

@@ -34,9 +34,12 @@ class Process:
 
 
 class Service:
-    def __init__(self, programs: dict[str, str], folder: pathlib.Path, scenario: str, name: str = "campus") -> None:
+    def __init__(
+        self, programs: dict[str, str], folder: pathlib.Path, scenario: str, name: str = "campus", plant: str = ""
+    ) -> None:
         self.programs = programs
         self.name = name
+        self.plant = f'plant = "{plant}"\n' if plant else ""
         self.folder = folder
         self.scenario = scenario
         self.port = 0
@@ -58,8 +61,8 @@ class Service:
 
     def write_configuration(self) -> None:
         (self.folder / "front.toml").write_text(
-            f'[[olt]]\nname = "{self.name}"\nsocket_dir = "{self.folder}/ipc"\n'
-            "[periods]\nonus = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
+            f'[[olt]]\nname = "{self.name}"\nsocket_dir = "{self.folder}/ipc"\n{self.plant}'
+            "[periods]\nonus = 1\nstations = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
             f'capabilities = 1\n[history]\nfile = "{self.folder}/history.db"\n'
             f'[http]\nlisten = "127.0.0.1:{self.port}"\nusers = "{self.folder}/users"\n[audit]\nfile = "{self.folder}/audit"\n',
             encoding="utf-8",

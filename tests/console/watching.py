@@ -2,6 +2,7 @@
 
 import signal
 
+from browser import Browser
 from story import Story
 
 
@@ -12,6 +13,8 @@ class Watching(Story):
         browser.run("window.was_not_loaded_again = true")
         self.service.control("cut", "2", "west")
         browser.sees("30 of 60 ONUs online", "30 ONUs offline: fibre at west")
+        browser.sees("likely cut here: 30 ONUs fell together", "Nobody below west is online", "cable 2 → street → west")
+        self.goes_through_the_tree(browser)
         self.assertIn("30 ONUs of port 2", browser.run("return document.querySelector('[role=log]').textContent"))
         browser.go("/")
         browser.sees("30 ONUs of port 2")
@@ -25,6 +28,27 @@ class Watching(Story):
         browser.go("/olts/campus/ports/2")
         browser.sees("60 of 60 ONUs online", "All its ONUs are online.")
         self.assertTrue(browser.run("return window.was_not_loaded_again"))
+
+    def goes_through_the_tree(self, browser: Browser) -> None:
+        """By keys: into the branch that was cut, to an ONU in it, and back."""
+        active = """
+            const tree = document.querySelector("[role=tree]");
+            return document.getElementById(tree.getAttribute("aria-activedescendant")).ariaLabel;
+        """
+        browser.run("document.querySelector('[role=tree]').focus()")
+        self.assertIn("cable 2", browser.run(active))
+        browser.keys("ARROW_RIGHT", "ARROW_RIGHT")
+        self.assertIn("west, 1:32", browser.run(active))
+        self.assertIn("30 offline, likely cut here: 30 ONUs fell together", browser.run(active))
+        browser.keys("ARROW_DOWN")
+        self.assertIn("ONU 2/1 dormitory: offline", browser.run(active))
+        browser.keys("ARROW_LEFT", "ARROW_LEFT")
+        branch = browser.one("[role=treeitem][aria-selected=true]")
+        self.assertEqual(branch.get_attribute("aria-expanded"), "false")
+        self.keeps_the_rules()
+        browser.picture("tree")
+        browser.keys("ARROW_RIGHT")
+        self.keeps_the_rules()
 
     def test_an_olt_that_is_lost_comes_back(self) -> None:
         browser = self.as_operator()

@@ -69,7 +69,7 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
     }
 
     function stations(detail: OnuDetail): m.Children {
-        const learnt = detail.stations ?? [];
+        const learnt = detail.stations;
         if (learnt.length === 0)
             return nothing(detail.read.stations ? "No MAC address was learnt behind it." :
                                                   "What was learnt behind it was not read yet.");

@@ -1,6 +1,5 @@
 // The VLANs of a UNI port as lists, and the form that changes them.
 import m from "mithril";
-import { text } from "../base/format";
 import type { Row } from "../base/model";
 import { change, changes_table } from "../parts/dialog";
 import { button, choice, input, nothing, OpenedForm } from "../parts/parts";
@@ -23,17 +22,18 @@ function vlans_of(uni: Row | undefined): Vlan[] {
     });
 }
 
-function said(vlans: Vlan[]): string {
-    return vlans.map(({ user, network }) => (user === network ? user : `${user} → ${network}`)).join(", ");
+function said(mode: string, vlans: Vlan[]): string {
+    return vlans.map(({ user, network }) => (mode === "trunk" ? user : `${user} → ${network}`)).join(", ");
 }
 
 // What a UNI port does with VLANs, in a cell of a table.
 export function vlan_cell(uni: Row | undefined): m.Children {
     if (!uni) return "–";
+    const mode = String(uni.vlan_mode);
     const vlans = vlans_of(uni);
     return [
-        text(uni.vlan_mode as string),
-        vlans.length > 0 && m("ul.vlans", vlans.map((vlan) => m("li", said([vlan])))),
+        mode,
+        vlans.length > 0 && m("ul.vlans", vlans.map((vlan) => m("li", said(mode, [vlan])))),
         m(".muted.whole", `untagged: ${uni.pvid}`),
     ];
 }
@@ -49,7 +49,8 @@ export interface FormAttributes {
 }
 
 export const VlanForm: m.Closure<FormAttributes> = ({attrs: {olt, port, id, uni, now, capabilities, close}}) => {
-    let mode = String(now.vlan_mode);
+    const had = String(now.vlan_mode);
+    let mode = had;
     let pvid = String(now.pvid);
     let priority = String(now.priority);
     let vlans = vlans_of(now);
@@ -63,7 +64,7 @@ export const VlanForm: m.Closure<FormAttributes> = ({attrs: {olt, port, id, uni,
             ["translation", capabilities?.vlan_translation === true],
             ["trunk", capabilities?.vlan_trunk === true],
         ];
-        return able.filter(([name, can]) => can || name === now.vlan_mode).map(([name]) => [name, name]);
+        return able.filter(([name, can]) => can || name === had).map(([name]) => [name, name]);
     }
 
     const has_list = (): boolean => mode === "translation" || mode === "trunk";
@@ -76,10 +77,10 @@ export const VlanForm: m.Closure<FormAttributes> = ({attrs: {olt, port, id, uni,
 
     function differences(): { name: string; before: string; after: string }[] {
         const all = [
-            { name: "VLAN mode", before: String(now.vlan_mode), after: mode },
+            { name: "VLAN mode", before: had, after: mode },
             { name: "VLAN of untagged frames", before: String(now.pvid), after: pvid },
             { name: "802.1p priority", before: String(now.priority), after: priority },
-            { name: "VLANs", before: said(vlans_of(now)) || "none", after: said(listed()) || "none" },
+            { name: "VLANs", before: said(had, vlans_of(now)) || "none", after: said(mode, listed()) || "none" },
         ];
         return all.filter(({ before, after }) => before !== after);
     }

@@ -9,7 +9,7 @@ import { awaited_screen, badge, button, choice, input, nothing, OpenedForm } fro
 import { Blacklist } from "./blacklist";
 import { onu_tables } from "./onus";
 
-const most_ids = 128;
+const greatest_id = 127;
 
 export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
     const base = `/olts/${encodeURIComponent(olt)}`;
@@ -23,9 +23,9 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
         const table = use<Columns>(`${base}/onus`, onu_tables).value;
         if (!table) return "";
         const taken = new Set(onus_of(table).filter(({ pon_port }) => pon_port === port).map(({ onu_id }) => onu_id));
-        for (let free = 1; free <= most_ids; free += 1)
+        for (let free = 1; free <= greatest_id; free += 1)
             if (!taken.has(free)) return String(free);
-        return "";
+        return taken.has(0) ? "" : "0";
     }
 
     function slas(): Row[] {
@@ -86,7 +86,7 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                 "ONU id",
                 id,
                 (value) => (id = value),
-                { type: "number", min: 1, max: most_ids, required: true },
+                { type: "number", min: 0, max: greatest_id, required: true },
                 "The first free one is suggested."
             ),
             input("Description", description, (value) => (description = value), { maxlength: 127, autofocus: true }),
