@@ -53,7 +53,6 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
             m("th", { scope: "row" }, number),
             m("td", link_badge(uni), looped && badge("warn", "loop")),
             m("td", vlan_cell(vlan)),
-            m("td.whole", limit("in", uni.ingress), m("br"), limit("out", uni.egress)),
             may("service-affecting") &&
                 m("td",
                   vlan &&
@@ -65,6 +64,7 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
                             "aria-label": `Change the VLANs of UNI port ${number}`
                         },
                         "Change")),
+            m("td.whole", limit("in", uni.ingress), m("br"), limit("out", uni.egress)),
         );
     }
 
@@ -103,7 +103,7 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
             }
             const loops = new Set(detail.loops.map((loop) => Number(loop.uni)));
             const now = edited === undefined ? undefined : vlans?.get(edited);
-            const heads = ["UNI", "Link", "VLANs", "Limits"];
+            const heads = ["UNI", "Link", "VLANs"];
             return panel(
                 "UNI ports",
                 detail.unis.length === 0 ?
@@ -115,7 +115,8 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
                           m("thead",
                             m("tr",
                               heads.map((title) => m("th", { scope: "col" }, title)),
-                              may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
+                              may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")),
+                              m("th", { scope: "col" }, "Limits"))),
                           m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni)))))),
                     ),
                 detail.unis.length > 0 && stations(detail),

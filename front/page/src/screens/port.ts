@@ -11,7 +11,7 @@ import { Sorting, Table } from "../parts/table";
 import { timeline } from "../parts/timeline";
 import { cause_text, worst_first, wrong_list, wrong_of } from "../parts/wrong";
 import { onu_columns, onu_tables } from "./onus";
-import { plant_panel } from "./port_plant";
+import { plant_hint, plant_panel } from "./port_plant";
 
 const weak_at_olt = -27;  // dBm
 const weak_at_onu = -25;
@@ -74,8 +74,8 @@ function module_table(module: Quantity[]): m.Children {
                     m("th", { scope: "row" }, words(of.quantity)),
                     m("td.whole", of.value === null ? "–" : `${of.value.toFixed(2)} ${units[of.unit] ?? of.unit}`),
                     m("td.whole", of.state === null ? "–" : quantity_badge(of.state)),
-                    m("td.muted.whole", bounds(of.low_warning, of.high_warning)),
-                    m("td.muted.whole", bounds(of.low_alarm, of.high_alarm)),
+                    m("td.muted", bounds(of.low_warning, of.high_warning)),
+                    m("td.muted", bounds(of.low_alarm, of.high_alarm)),
                 ),
             ))),
     );
@@ -216,9 +216,11 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
                 worst_first(wrong_of(olt, (alarms.value?.alarms ?? []).filter(({ pon_port }) => pon_port === number)));
             const fresh = live.events.filter((event) => event.olt === olt && event.port === number);
             const known = new Set(fresh.map(({ id }) => id));
+            const tree = plant_panel(olt, number);
             const history = [...fresh, ...(events.value?.events ?? []).filter(({ id }) => !known.has(id))].slice(0, 30);
             return [
                 header(port.value),
+                tree,
                 columns(
                     [
                         panel(
@@ -235,7 +237,7 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
                     [light(all), panel("Traffic", traffic(port.value, before))],
                     [module_panel(port.value)],
                 ),
-                plant_panel(olt, number),
+                !tree && plant_hint(olt, number),
                 panel("ONUs", all ? onu_table(all) : awaited(onus, "ONUs")),
             ];
         },

@@ -1,9 +1,10 @@
 // The tree of fibres and splitters of a PON port: who is below what, who fell together, and where a cut is likely.
 import m from "mithril";
+import { segment } from "../base/api";
 import { age, moment, plural, words } from "../base/format";
 import { olt_tables, to_olt, to_onu } from "../base/place";
 import type { Fall, Plant, PlantCounts, PlantNode, PlantOnu } from "../base/plant";
-import { use } from "../base/store";
+import { Resource, use } from "../base/store";
 import { awaited, badge, link, nothing, panel, row_link, state_badge, Tone } from "../parts/parts";
 import { Branch, Tree } from "../parts/tree";
 
@@ -101,23 +102,32 @@ function unplanned_line(plant: Plant): m.Children {
     );
 }
 
-// How its daemon is told of the plant, for whoever can do so.
-function hint(olt: string): m.Vnode {
-    return nothing([
-        "How this port is split is not known. A file tells it, which the OLT's table in ponfront.toml names: ",
-        m("code", `plant = "/etc/ponfront/${olt}-plant.toml"`),
-        ". ponfront.toml(5) says what it has.",
-    ]);
+function plant_of(olt: string, port: number): Resource<Plant> {
+    return use<Plant>(`/olts/${segment(olt)}/ports/${port}/plant`, olt_tables);
 }
 
-export function plant_panel(olt: string, port: number): m.Vnode {
-    const asked = use<Plant>(`/olts/${encodeURIComponent(olt)}/ports/${port}/plant`, olt_tables);
-    const plant = asked.value;
-    if (!plant) return panel("Tree of splitters", awaited(asked, "the tree of splitters"));
+// What is known of the fibres, or nothing where no plant file tells it.
+export function plant_panel(olt: string, port: number): m.Children {
+    const plant = plant_of(olt, port).value;
+    if (!plant?.tree) return undefined;
     return panel(
         "Tree of splitters",
         plant.falls.length > 0 && m("ul.fallen", plant.falls.map(fall_line)),
-        plant.tree ? m(Tree, { label: `Splitters of port ${port}`, root: branch_of(plant, plant.tree) }) : hint(olt),
-        plant.tree && unplanned_line(plant),
+        m(Tree, { label: `Splitters of port ${port}`, root: branch_of(plant, plant.tree) }),
+        unplanned_line(plant),
+    );
+}
+
+// What stands for it otherwise: how the daemon is told of the fibres, for whoever can do so.
+export function plant_hint(olt: string, port: number): m.Vnode {
+    const asked = plant_of(olt, port);
+    if (!asked.value) return panel("Tree of splitters", awaited(asked, "the tree of splitters", 1));
+    return panel(
+        "Tree of splitters",
+        nothing([
+            "How this port is split is not known. A file tells it, which the OLT's table in ponfront.toml names: ",
+            m("code", `plant = "/etc/ponfront/${olt}-plant.toml"`),
+            ". ponfront.toml(5) says what it has.",
+        ]),
     );
 }
