@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs generate format format-check install packages test-packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs pictures generate format format-check install packages test-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -16,6 +16,7 @@ help:
 	@echo 'make coverage  count which lines the tests of the dev configuration run'
 	@echo 'make fuzz      look for inputs that programs do not bear: TARGET=NAME, all by default; TIME=SECONDS for each, 60'
 	@echo 'make docs      build the documentation as a site in build/docs/html'
+	@echo 'make pictures  take the pictures of the web console that the documentation has'
 	@echo 'make generate  write the public header, the export map and the record lengths from the catalogue'
 	@echo 'make format    lay out the sources with clang-format'
 	@echo 'make board     build the library for a 32-bit big-endian MIPS board, as a tar file'
@@ -70,6 +71,12 @@ docs: test-packages
 	@cmake --build build/quick --target pages ponfront -- --quiet
 	@/usr/bin/python3 -B docs/site/build.py --build build/quick build/docs
 	@echo 'The site begins at build/docs/html/index.html'
+
+pictures: test-packages
+	@cmake --preset quick --log-level=WARNING >/dev/null
+	@cmake --build build/quick --target ponsim ponctl ponfront -- --quiet
+	@/usr/bin/python3 -B tests/console/pictures.py build/quick/sim/ponsim build/quick/ponctl/ponctl \
+		build/quick/front/ponfront scenarios/campus.toml docs/pictures
 
 generate: packages
 	/usr/bin/python3 catalog/generate.py

@@ -79,12 +79,13 @@ std::string sentence_of(const Event &event)
     const std::string_view words = kinds[static_cast<size_t>(event.kind)].words;
     std::string sentence = event.olt + ": " + subject_of(event) + " ";
     sentence += event.count > 1 ? plural_of(words) : words;
-    if (!event.detail.empty()) sentence += ": " + event.detail;
-    if (event.measure) {
-        char power[32];
-        std::snprintf(power, sizeof power, ", %.2f", *event.measure);
-        sentence += power;
-    }
+    const bool is_light = event.kind == EventKind::light_low || event.kind == EventKind::light_well;
+    char measure[32] = "";
+    if (event.measure) std::snprintf(measure, sizeof measure, is_light ? ": %.2f dBm" : ", %.2f", *event.measure);
+    if (is_light)
+        sentence += measure + std::string(event.detail == "olt" ? " at the OLT" : " at the ONU");
+    else
+        sentence += (event.detail.empty() ? "" : ": " + event.detail) + measure;
     if (!event.cause.empty()) sentence += ", " + event.cause;
     if (!event.place.empty() && event.kind != EventKind::link_down && event.kind != EventKind::link_up)
         sentence += " at " + event.place;

@@ -11,7 +11,8 @@ from selenium.webdriver.chrome.service import Service as Driver
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
-from service import PASSWORD, patiently
+from service import PASSWORD
+from waiting import patiently
 
 RULES = (pathlib.Path(__file__).parent / "rules.js").read_text(encoding="utf-8")
 OPTIONS = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-extensions"]
@@ -33,10 +34,10 @@ class Browser:
         self.driver.quit()
         shutil.rmtree(self.profile, ignore_errors=True)
 
-    def look(self, width: int, height: int, colours: str = "light") -> None:
+    def look(self, width: int, height: int, colours: str = "light", motion: str = "reduce") -> None:
         size = {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False}
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", size)
-        wishes = {"prefers-color-scheme": colours, "prefers-reduced-motion": "reduce"}
+        wishes = {"prefers-color-scheme": colours, "prefers-reduced-motion": motion}
         features = [{"name": name, "value": value} for name, value in wishes.items()]
         self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": features})
 

@@ -49,6 +49,12 @@ for (const element of all("input, select, button:not(:disabled)")) {
     if (found < 3) say(`contrast of an edge ${found.toFixed(2)}`, element);
 }
 
+// And what a picture is made of.
+for (const element of all(".fillbar, .stroke, .dot")) {
+    const found = contrast(rgba(getComputedStyle(element).backgroundColor), ground_of(element.parentElement));
+    if (found < 3) say(`contrast of a shape ${found.toFixed(2)}`, element);
+}
+
 // 4.1.2, 2.4.4, 3.3.2: what one uses has a name.
 function name_of(element) {
     const by = element.getAttribute("aria-labelledby");
@@ -56,7 +62,7 @@ function name_of(element) {
     const labels = [...(element.labels ?? [])].map((label) => label.textContent).join("");
     return (element.getAttribute("aria-label") ?? "") + labels || element.textContent;
 }
-const named = "a, button, dialog, nav, progress, ol.timeline, [role=img], [role=grid], [role=region], [role=listbox]";
+const named = "a, button, dialog, nav, progress, ol.timeline, [role=img], [role=grid], [role=region], [role=listbox], [role=tree], [role=treeitem]";
 for (const element of all(named))
     if (!name_of(element).trim()) say("has no name", element);
 for (const element of all("input, select, textarea"))
@@ -70,7 +76,7 @@ for (const attribute of ["aria-controls", "aria-activedescendant", "aria-labelle
     for (const element of all(`[${attribute}]`))
         for (const id of element.getAttribute(attribute).split(" "))
             if (!document.getElementById(id)) say(`${attribute} names nothing`, element);
-const parents_of = { row: ["grid", "rowgroup"], gridcell: ["row"], columnheader: ["row"], option: ["listbox"] };
+const parents_of = { row: ["grid", "rowgroup"], gridcell: ["row"], columnheader: ["row"], option: ["listbox"], treeitem: ["tree", "group"] };
 for (const [child, parents] of Object.entries(parents_of))
     for (const element of all(`[role=${child}]`))
         if (!parents.includes(element.parentElement.getAttribute("role"))) say(`${child} outside ${parents}`, element);
@@ -81,6 +87,10 @@ for (const element of all("[aria-sort]"))
 for (const element of all("*"))
     for (const { name, value } of element.attributes)
         if (name.startsWith("aria-") && ["undefined", "null"].includes(value)) say(`${name} is ${value}`, element);
+const levels = all("h1, h2, h3").map((heading) => Number(heading.tagName[1]));
+levels.forEach((level, place) => {
+    if (level > (levels[place - 1] ?? 0) + 1) broken.push(`a heading of level ${level} behind one of ${levels[place - 1]}`);
+});
 if (all("h1").length !== 1) broken.push(`${all("h1").length} headings of level 1`);
 if (all("main").length !== 1) broken.push(`${all("main").length} main parts`);
 
@@ -89,12 +99,34 @@ if (!document.title.trim()) broken.push("no title");
 if (!document.documentElement.lang) broken.push("no language");
 // 2.4.3: nothing jumps ahead in the order of the Tab key.
 for (const element of all("[tabindex]")) if (Number(element.getAttribute("tabindex")) > 0) say("tabindex", element);
+// 2.1.1: what has to be scrolled can be scrolled by keys.
+const stops = "a[href]:not([tabindex='-1']), button:not(:disabled):not([tabindex='-1']), input, select, [tabindex='0']";
+for (const element of all("main *, dialog *")) {
+    const { overflowX, overflowY } = getComputedStyle(element);
+    const wide = ["auto", "scroll"].includes(overflowX) && element.scrollWidth > element.clientWidth;
+    const high = ["auto", "scroll"].includes(overflowY) && element.scrollHeight > element.clientHeight;
+    if ((wide || high) && !element.matches(stops) && !element.querySelector(stops)) say("keys cannot scroll", element);
+}
+// 4.1.3: what changes by itself is told.
+if (!document.querySelector(".login"))
+    for (const role of ["log", "status"])
+        if (!document.querySelector(`[role=${role}][aria-live=polite]`)) broken.push(`nothing is a live region ${role}`);
+// 2.3.3: nothing moves for whom does not want it.
+if (matchMedia("(prefers-reduced-motion: reduce)").matches)
+    for (const element of all("*")) {
+        const style = getComputedStyle(element);
+        if (style.animationName !== "none" || parseFloat(style.transitionDuration) > 0) say("moves", element);
+    }
 // 2.4.7: where the focus is can be seen.
 const before = document.activeElement;
-for (const element of all("a[href], button:not(:disabled), input, select, [tabindex='0']").slice(0, 60)) {
+for (const element of all(stops).slice(0, 80)) {
     element.focus({ focusVisible: true, preventScroll: true });
     if (document.activeElement !== element) continue;
-    if (getComputedStyle(element).outlineStyle === "none") say("focus is not seen", element);
+    const style = getComputedStyle(element);
+    if (style.outlineStyle === "none") say("focus is not seen", element);
+    // 1.4.11: the ring around it stands out, too.
+    const found = contrast(rgba(style.outlineColor), ground_of(element.parentElement));
+    if (found < 3) say(`contrast of the focus ${found.toFixed(2)}`, element);
 }
 before?.focus({ preventScroll: true });
 // 1.4.10: nothing has to be scrolled sideways to be read.

@@ -4,19 +4,13 @@ import pathlib
 import re
 import signal
 import subprocess
-import time
+import sys
 
-PATIENCE = 20  # seconds, for what comes in the end
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from waiting import PATIENCE, patiently  # noqa: E402
+
 PASSWORD = "correct horse"
-
-
-def patiently(ask):
-    """Asks again and again until the answer is something, which is returned."""
-    end = time.monotonic() + PATIENCE
-    while not (answer := ask()):
-        assert time.monotonic() < end, "it did not come"
-        time.sleep(0.05)
-    return answer
+ROLES = ("read", "write", "service-affecting")
 
 
 class Process:
@@ -40,17 +34,24 @@ class Process:
 
 
 class Service:
-    def __init__(self, programs: dict[str, str], folder: pathlib.Path, scenario: str) -> None:
+    def __init__(
+        self, programs: dict[str, str], folder: pathlib.Path, scenario: str, name: str = "campus", plant: str = ""
+    ) -> None:
         self.programs = programs
+        self.name = name
+        self.plant = f'plant = "{plant}"\n' if plant else ""
         self.folder = folder
         self.scenario = scenario
         self.port = 0
         self.write_configuration()
-        for role in ("read", "write", "service-affecting"):
-            words = [programs["ponfront"], "--config", f"{folder}/front.toml", "user", "add", role, "--role", role]
-            subprocess.run(words, input=f"{PASSWORD}\n", text=True, check=True, capture_output=True)
+        for role in ROLES:
+            self.add_user(role, role)
         self.olt = self.started_olt()
         self.front = self.started_front()
+
+    def add_user(self, name: str, role: str) -> None:
+        words = [self.programs["ponfront"], "--config", f"{self.folder}/front.toml", "user", "add", name, "--role", role]
+        subprocess.run(words, input=f"{PASSWORD}\n", text=True, check=True, capture_output=True)
 
     def started_olt(self) -> Process:
         words = [self.programs["ponsim"], "--socket-dir", f"{self.folder}/ipc", "--state", f"{self.folder}/olt.db"]
@@ -60,8 +61,8 @@ class Service:
 
     def write_configuration(self) -> None:
         (self.folder / "front.toml").write_text(
-            f'[[olt]]\nname = "campus"\nsocket_dir = "{self.folder}/ipc"\n'
-            "[periods]\nonus = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
+            f'[[olt]]\nname = "{self.name}"\nsocket_dir = "{self.folder}/ipc"\n{self.plant}'
+            "[periods]\nonus = 1\nstations = 1\nports = 1\nalarms = 1\nstats = 1\ncounters = 1\noptics = 1\nunis = 1\nupgrades = 1\n"
             f'capabilities = 1\n[history]\nfile = "{self.folder}/history.db"\n'
             f'[http]\nlisten = "127.0.0.1:{self.port}"\nusers = "{self.folder}/users"\n[audit]\nfile = "{self.folder}/audit"\n',
             encoding="utf-8",

@@ -38,7 +38,17 @@ function screen(title: (given: Arguments) => string, draw: (given: Arguments) =>
     };
 }
 
+let is_first = true;
+
+// Whoever came by a key from what is gone now goes on in the new screen, and not at the top of the page.
+function take_focus(): void {
+    const main = document.getElementById("main");
+    if (!is_first && document.activeElement === document.body) main?.focus({ preventScroll: true });
+    is_first = false;
+}
+
 const Screen: m.Component<{ draw: () => m.Children }> = {
+    oncreate: take_focus,
     view: ({ attrs }) => attrs.draw()
 };
 
@@ -70,7 +80,7 @@ const routes: Record<string, m.Resolver> = {
 };
 
 async function start(): Promise<void> {
-    begin_theme();
+    begin_theme(() => m.redraw());
     listen_to_keys();
     m.route.prefix("#");
     m.route(document.getElementById("page") as HTMLElement, "/", routes);

@@ -2,7 +2,11 @@
 declare module "mithril" {
     function m(selector: string, ...rest: m.Children[]): m.Vnode;
     function m(selector: string, attributes: m.Attributes, ...rest: m.Children[]): m.Vnode;
-    function m<A>(component: m.Component<A> | m.Closure<A>, attributes: A & { key?: string | number }): m.Vnode;
+    function m<A>(
+        component: m.Component<A> | m.Closure<A>,
+        attributes: A & { key?: string | number },
+        ...rest: m.Children[]
+    ): m.Vnode;
 
     namespace m {
         type Child = Vnode | string | number | boolean | null | undefined;
@@ -11,6 +15,7 @@ declare module "mithril" {
         interface Vnode<A = unknown> {
             tag: unknown; // with it a vnode is never taken for attributes
             attrs: A;
+            children: Children;
             dom?: Element;
         }
         interface DomVnode<A = unknown> extends Vnode<A> {

@@ -8,41 +8,20 @@ import os
 import pathlib
 import re
 import signal
-import socket
 import subprocess
 import sys
 import tempfile
-import time
 import urllib.parse
 import urllib.request
 
-PATIENCE = 60  # seconds, for what comes in the end
-
-
-def free_port() -> int:
-    with socket.socket() as probe:
-        probe.bind(("127.0.0.1", 0))
-        return probe.getsockname()[1]
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "support"))
+from waiting import free_port, patiently  # noqa: E402
 
 
 def fetched(url: str, accept: str = "text/plain") -> str:
     request = urllib.request.Request(url, headers={"Accept": accept})
     with urllib.request.urlopen(request, timeout=10) as answer:
         return answer.read().decode()
-
-
-def patiently(ask, wanted):
-    """Asks again and again until the answer is wanted. Returns the last answer."""
-    end = time.monotonic() + PATIENCE
-    while True:
-        try:
-            answer = ask()
-            if wanted(answer) or time.monotonic() > end:
-                return answer
-        except OSError:
-            if time.monotonic() > end:
-                raise
-        time.sleep(0.2)
 
 
 def promtool(*words: str, given: str | None = None) -> None:

@@ -17,27 +17,14 @@ import tempfile
 import time
 import urllib.request
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "support"))
+from waiting import PATIENCE, free_port, patiently  # noqa: E402
+
 # python3-pysnmp4 was written for an asyncio that had this.
 if not hasattr(asyncio.coroutines, "coroutine"):
     asyncio.coroutines.coroutine = asyncio.coroutine = lambda function: function
 
 ROOT = "1.3.6.1.4.1.8072.9999.9999"
-PATIENCE = 60  # seconds, for what comes in the end
-
-
-def free_port(kind: socket.SocketKind) -> int:
-    with socket.socket(type=kind) as probe:
-        probe.bind(("127.0.0.1", 0))
-        return probe.getsockname()[1]
-
-
-def patiently(ask, wanted):
-    """Asks again and again until the answer is wanted, and returns it."""
-    end = time.monotonic() + PATIENCE
-    while not wanted(answer := ask()):
-        assert time.monotonic() < end, f"this never came to be wanted: {answer}"
-        time.sleep(0.1)
-    return answer
 
 
 class World:

@@ -80,6 +80,17 @@ export async function log_out(): Promise<void> {
     await read_session();
 }
 
+// Asks whom an operation would hit, without doing it.
+export async function would_hit(
+    olt: string,
+    operation: string,
+    given: Record<string, unknown>,
+): Promise<Confirmation> {
+    const body = { arguments: given, dry_run: true };
+    const answer = await post<{ confirmation: Confirmation }>(`/olts/${segment(olt)}/calls/${operation}`, body);
+    return (answer as { confirmation: Confirmation }).confirmation;
+}
+
 // Calls an operation of the catalogue. Throws when the OLT refuses, or does not answer.
 export async function call(
     olt: string,

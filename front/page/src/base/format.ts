@@ -76,8 +76,10 @@ export function moment_and_age(at: number): m.Vnode {
     return m("span.moment", moment(at), m("span.muted", `, ${span(Date.now() - at)} ago`));
 }
 
-// Names of the service as words: "onu_offline" and "alarm-list" have spaces for people.
-export function words(name: string): string { return name.replace(/[_-]/g, " "); }
+// Names of the service as words: "onu_offline" and "alarm-list" have spaces for people, and devices their letters.
+export function words(name: string): string {
+    return name.replace(/[_-]/g, " ").replace(/\b(olt|onu|uni)\b/g, (device) => device.toUpperCase());
+}
 
 // ONU ids as a set: 1-5,9.
 export function id_set(ids: number[]): string {

@@ -162,6 +162,13 @@ export interface LightLimit {
     well: number;
 }
 
+// A MAC address that was learnt behind an ONU.
+export interface Station {
+    uni: number;
+    vlan: number;
+    mac: string;
+}
+
 export interface OnuDetail {
     olt: string;
     onu: Row;
@@ -176,6 +183,7 @@ export interface OnuDetail {
     stats: Row | null;
     unis: Row[];
     loops: Row[];
+    stations: Station[];
     alarms: Alarm[];
     events: PonEvent[];
     read: Record<string, number | null>;

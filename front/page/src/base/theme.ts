@@ -19,7 +19,9 @@ export function next_theme(): void {
     show();
 }
 
-export function begin_theme(): void {
+// What is drawn on a canvas has the colours that it had then, so that it is drawn again.
+export function begin_theme(redraw: () => void): void {
+    window.matchMedia("(prefers-color-scheme: dark)").addEventListener("change", redraw);
     chosen = names.find((name) => name === localStorage.getItem("theme")) ?? "system";
     show();
 }

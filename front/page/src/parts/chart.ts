@@ -21,8 +21,13 @@ interface Attributes {
 // refuses. Ours is above the chart.
 Dygraph.PLUGINS = Dygraph.PLUGINS.filter((plugin) => plugin !== Dygraph.Plugins.Legend);
 
+// A property of the style sheet as the colour that it is now, in light or in dark.
 function color_of(name: string): string {
-    return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
+    const root = document.documentElement;
+    root.style.color = `var(${name})`;
+    const color = getComputedStyle(root).color;
+    root.style.color = "";
+    return color;
 }
 
 // The limits are in sight, so that one sees how far it is to them.
@@ -77,23 +82,27 @@ function options(attrs: Attributes, point: Pointed): Record<string, unknown> {
 export const Chart: m.Closure<Attributes> = () => {
     let graph: Dygraph | undefined;
     let drawn: Row[] | undefined;
-    let window_drawn = "";
+    let look_drawn = "";
     let pointed = "";  // what is below the mouse, in words
     const point: Pointed = (said) => {
         pointed = said;
         m.redraw();
     };
 
+    // What it is drawn anew for, besides other rows.
+    const look_of = (attrs: Attributes): string => `${attrs.window} ${color_of("--line")}`;
+
     return {
         oncreate: ({ dom, attrs }) => {
             drawn = attrs.rows;
-            window_drawn = String(attrs.window);
+            look_drawn = look_of(attrs);
             graph = new Dygraph(dom.querySelector(".canvas") as HTMLElement, attrs.rows, options(attrs, point));
         },
         onupdate: ({ attrs }) => {
-            if (attrs.rows === drawn && String(attrs.window) === window_drawn) return;
+            const look = look_of(attrs);
+            if (attrs.rows === drawn && look === look_drawn) return;
             drawn = attrs.rows;
-            window_drawn = String(attrs.window);
+            look_drawn = look;
             graph?.updateOptions({...options(attrs, point), file: attrs.rows });
         },
         onremove: () => graph?.destroy(),

@@ -1,9 +1,9 @@
 // Questions before something is done, and a word when it was. A dialog is the browser's own, which keeps the focus in
 // it and gives it back.
 import m from "mithril";
-import { ApiError, call } from "../base/api";
+import { ApiError, call, would_hit } from "../base/api";
 import { plural, text } from "../base/format";
-import type { Confirmation, Difference, Outcome } from "../base/model";
+import type { Confirmation, Difference, Hit, Outcome } from "../base/model";
 import { state_badge } from "./parts";
 
 interface Question {
@@ -144,6 +144,50 @@ export async function confirmed<T>(title: string, yes: string, act: (confirm?: s
             if (!(await ask(title, content, yes, true))) return undefined;
             confirm = needed.confirm;
         }
+    }
+}
+
+// One of several things that are done together.
+export interface Step {
+    what: string;  // for whoever has to know which of them failed
+    operation: string;
+    given: Record<string, unknown>;
+}
+
+// Does a step whose hits were agreed to. Who is hit meanwhile beyond that was not agreed to.
+async function do_agreed(olt: string, step: Step, agreed: ReadonlySet<string>): Promise<void> {
+    try {
+        await call(olt, step.operation, step.given);
+    } catch (error) {
+        const needed = error instanceof ApiError && error.status === 428 ? error.confirmation : undefined;
+        if (!needed?.confirm) throw error;
+        const other = needed.onus.find(({ mac }) => !agreed.has(mac));
+        if (other) throw new ApiError(409, "conflict", `${other.mac} would be hit as well, which nobody was asked about`);
+        await call(olt, step.operation, step.given, needed.confirm);
+    }
+}
+
+// Does several things one after the other, after one question that names all ONUs that they will hit. Says what came of
+// it, and returns whether all was done.
+export async function change_all(olt: string, steps: Step[], title: string, yes: string, done: string): Promise<boolean> {
+    let what = "";
+    try {
+        const hits = new Map<string, Hit>();
+        for (const step of steps)
+            for (const hit of (await would_hit(olt, step.operation, step.given)).onus) hits.set(hit.mac, hit);
+        const onus = [...hits.values()];
+        const online = onus.filter(({ state }) => state === "online").length;
+        const all = { confirm: null, target: olt, scope: "onus", count: onus.length, online, onus };
+        if (!(await ask(title, () => [m("p.affects", "This affects service."), hit_list(all)], yes, true))) return false;
+        for (const step of steps) {
+            what = step.what;
+            await do_agreed(olt, step, new Set(hits.keys()));
+        }
+        tell(done);
+        return true;
+    } catch (error) {
+        tell([what, (error as Error).message].filter(Boolean).join(": "), true);
+        return false;
     }
 }
 

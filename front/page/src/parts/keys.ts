@@ -28,6 +28,7 @@ export async function help(): Promise<void> {
             line(["/"], "Search: MAC address, LOID, name, description, serial number, or PORT/ID"),
             line(["↑", "↓", "Page", "Home", "End"], "Move in a table or in what was found"),
             line(["Enter"], "Open what is chosen"),
+            line(["→", "←"], "Into a row of a table and out of it; open and close a branch of a tree"),
             line(["Esc"], "Close, or leave a field"),
             Object.entries(jumps).map(([key, [name]]) => line(["g", key], name)),
             line(["?"], "This help"),

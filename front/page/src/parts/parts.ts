@@ -96,6 +96,32 @@ export function button(label: m.Children, press: () => void, attributes: m.Attri
     return m("button", { type: "button", onclick: press, ...attributes }, label);
 }
 
+// What may be wider or higher than its place. Then it is a stop of the Tab key, so that keys can scroll it.
+export const Scrolls: m.Closure<{label: string; selector?: string}> = () => {
+    const look = ({ dom }: m.DomVnode<unknown>): void => {
+        dom.tabIndex = dom.scrollWidth > dom.clientWidth || dom.scrollHeight > dom.clientHeight ? 0 : -1;
+    };
+    return {
+        oncreate: look,
+        onupdate: look,
+        view: ({ attrs, children }) =>
+            m(`.scrolls${attrs.selector ?? ""}`, { role: "region", "aria-label": attrs.label }, children),
+    };
+};
+
+// A form that a button opens: the focus goes into it, and back to the button when it is closed.
+export const OpenedForm: m.Closure<{label: string; submit: (event: Event) => void}> = () => {
+    const opener = document.activeElement;
+    return {
+        oncreate: ({ dom }) => (dom.querySelector<HTMLElement>("[autofocus]") ?? dom.querySelector<HTMLElement>("input, select"))?.focus(),
+        onremove: () => {
+            if (opener instanceof HTMLElement && opener.isConnected) opener.focus({ preventScroll: true });
+        },
+        view: ({ attrs, children }) =>
+            m("form.edit", { onsubmit: attrs.submit, "aria-label": attrs.label }, children),
+    };
+};
+
 let fields = 0;
 // A labelled field. `make` gets the id that its control has to have.
 export const Field: m.Closure<{label: string; hint?: string; make: (id: string) => m.Children}> = () => {

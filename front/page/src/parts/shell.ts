@@ -129,6 +129,8 @@ export function shell(screen: () => m.Children): m.Children {
           navigation()),
         lost_banner(),
         m("main", { id: "main", tabindex: -1 }, screen()),
+        // What those who do not see the page are told: where they are, and what happens.
+        m("span.hidden", { role: "status", "aria-live": "polite" }, document.title),
         m("span.hidden", { role: "log", "aria-live": "polite" }, live.said),
         m(Dialogs, {}),
     ];

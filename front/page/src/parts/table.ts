@@ -26,7 +26,7 @@ interface Attributes<Row> {
     sorting?: Sorting;
     sort?: (sorting: Sorting) => void;
     empty: m.Children;
-    short?: boolean;  // as high as its rows; by default it has the rest of the page
+    alone?: boolean;  // the screen is about it: it has the rest of the page, and the keys at once
 }
 
 export function sorted<Row>(rows: Row[], columns: Column<Row>[], sorting: Sorting): Row[] {
@@ -86,8 +86,24 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
         top = body.scrollTop;
     }
 
+    // Right and Left go through what can be pressed in the row, for which Tab does not stop; any other move leaves it.
+    function press_in_row(event: KeyboardEvent): void {
+        const row = body?.querySelector(".row.active");
+        const all = [...(row?.querySelectorAll<HTMLElement>("a, button") ?? [])];
+        const place = all.indexOf(event.target as HTMLElement);
+        const to = event.key === "ArrowRight" ? Math.min(all.length - 1, place + 1) : place - 1;
+        (all[to] ?? body)?.focus({ preventScroll: true });
+        event.preventDefault();
+    }
+
     function press(event: KeyboardEvent, attrs: Attributes<Row>): void {
-        if (event.target !== body) return;
+        const is_in_row = event.target instanceof Element && event.target.closest(".row.active") !== null;
+        if (is_in_row && ["ArrowUp", "ArrowDown", "Escape"].includes(event.key))
+            body?.focus({ preventScroll: true });
+        else if (event.target !== body && !is_in_row)
+            return;
+        if (["ArrowRight", "ArrowLeft"].includes(event.key)) return press_in_row(event);
+        if (is_in_row && ["Enter", " "].includes(event.key)) return;
         const page = Math.max(1, Math.floor(height / row_height()) - 2);
         const steps: Record<string, number> = {
             ArrowDown: active + 1,
@@ -144,9 +160,9 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
             const template = columns.map((column) => column.width).join(" ");
             const row = row_height();
             const first = Math.max(0, Math.floor(top / row) - beyond);
-            const last = attrs.short ? shown.length : Math.min(shown.length, Math.ceil((top + height) / row) + beyond);
+            const last = Math.min(shown.length, Math.ceil((top + height) / row) + beyond);
             return m(
-                `.table${attrs.short ? ".short" : ""}`,
+                `.table${attrs.alone ? ".alone" : ""}`,
                 {
                     role: "grid",
                     tabindex: 0,
@@ -158,7 +174,8 @@ export function Table<Row>(): m.Component<Attributes<Row>> {
                         body = vnode.dom;
                         sizes.observe(body);
                         // Whoever came here by a key goes on with the keys.
-                        if (!attrs.short && document.activeElement === document.body)
+                        const focus = document.activeElement;
+                        if (attrs.alone && (focus === document.body || focus?.id === "main"))
                             body.focus({ preventScroll: true });
                     },
                     onscroll: (event: Event) => (top = (event.target as HTMLElement).scrollTop),

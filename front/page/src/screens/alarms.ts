@@ -19,6 +19,8 @@ function where(olt: string, alarm: Alarm): m.Children {
     return row_link(to_port(olt, alarm.pon_port), `port ${alarm.pon_port}`);
 }
 
+function place_of(alarm: Alarm): number { return alarm.pon_port * 1000 + (alarm.onu_id ?? 0); }
+
 export const AlarmsScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
     let state = "active";
     let severity = "";
@@ -48,14 +50,15 @@ export const AlarmsScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
             title: "Severity",
             width: "7.5rem",
             show: (alarm) => badge(severity_tone(alarm.severity), alarm.severity),
-            by: (alarm) => severities.indexOf(alarm.severity)
+            // The worst ones stand together in the order of their places.
+            by: (alarm) => severities.indexOf(alarm.severity) * 1e6 + place_of(alarm)
         },
         {
             name: "where",
             title: "Where",
             width: "7rem",
             show: (alarm) => where(olt, alarm),
-            by: (alarm) => alarm.pon_port * 1000 + (alarm.onu_id ?? 0)
+            by: place_of
         },
         {
             name: "what",
@@ -185,6 +188,7 @@ export const AlarmsScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                         ),
                     sorting,
                     sort: (other: Sorting) => (sorting = other),
+                    alone: true,
                     empty: state === "active" ? "No alarm is active." : "There is no such alarm.",
                 }),
             );

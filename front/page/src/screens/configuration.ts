@@ -5,7 +5,7 @@ import { clock, plural, span, text } from "../base/format";
 import type { Difference } from "../base/model";
 import { use } from "../base/store";
 import { changes_table, confirmed, tell } from "../parts/dialog";
-import { awaited, badge, button, choice, input, nothing, panel, problem } from "../parts/parts";
+import { awaited, badge, button, choice, input, nothing, panel, problem, Scrolls } from "../parts/parts";
 import { Column, Sorting, Table } from "../parts/table";
 
 interface Setting {
@@ -163,8 +163,8 @@ export const ConfigurationScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) =>
                      m("p", badge("good", `${file} is what ${olt} has.`)) :
                      [
                          m("p", plural(compared.differences.length, "difference"), ` between ${olt} and ${file}:`),
-                         m(".scrolls",
-                           { tabindex: 0, role: "region", "aria-label": "Differences" },
+                         m(Scrolls,
+                           { label: "Differences" },
                            changes_table(compared.differences
                                              .map((one) => ({...one, name: `${one.table} ${one.key} ${one.name}` })))),
                          may("service-affecting") &&

@@ -15,12 +15,14 @@ import {
     input,
     link,
     nothing,
+    OpenedForm,
     panel,
     problem,
     state_badge,
 } from "../parts/parts";
 import { timeline } from "../parts/timeline";
 import { cause_text, meaning, severity_tone } from "../parts/wrong";
+import { OnuBandwidth } from "./onu_bandwidth";
 import { OnuLight } from "./onu_light";
 import { OnuUnis } from "./onu_unis";
 import { onu_tables } from "./onus";
@@ -100,19 +102,26 @@ export const OnuScreen: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
     }
 
     function edit_description(now: string): m.Children {
-        if (description === undefined)
-            return may("write") &&
-                button("Describe", () => (description = now), { class: "small", "aria-label": `Describe ${name}` });
-        return m(
-            "form.edit",
-            { onsubmit: describe, "aria-label": "Description" },
-            input("Description", description, (typed) => (description = typed), { maxlength: 127, autofocus: true }),
-            description === now ? m("p.muted", "Nothing is different yet.") :
-                                  changes_table([{ name: "description", before: now, after: description }]),
-            m(".buttons",
-              button("Cancel", () => (description = undefined)),
-              m("button.primary", { type: "submit", disabled: description === now }, "Change")),
-        );
+        if (!may("write")) return undefined;
+        const opener = button("Describe", () => (description = description === undefined ? now : undefined), {
+            class: "small",
+            "aria-label": `Describe ${name}`,
+            "aria-expanded": description === undefined ? "false" : "true",
+        });
+        if (description === undefined) return opener;
+        return [
+            opener,
+            m(
+                OpenedForm,
+                { label: "Description", submit: describe },
+                input("Description", description, (typed) => (description = typed), { maxlength: 127 }),
+                description === now ? m("p.muted", "Nothing is different yet.") :
+                                      changes_table([{ name: "Description", before: now, after: description }]),
+                m(".buttons",
+                  button("Cancel", () => (description = undefined)),
+                  m("button.primary", { type: "submit", disabled: description === now }, "Change")),
+            ),
+        ];
     }
 
     function actions(detail: OnuDetail): m.Children {
@@ -204,14 +213,14 @@ export const OnuScreen: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
                     "UNI ports",
                     `${value(capabilities, "ge_ports") ?? "–"} GE, ${value(capabilities, "fe_ports") ?? "–"} FE`
                 ],
-                ["FEC", text(value(capabilities, "fec"))],
+                ["FEC", capabilities ? (capabilities.fec ? "supported" : "not supported") : "–"],
             ),
         );
     }
 
     return {
         view: () => {
-            const detail = use<OnuDetail>(path, [...onu_tables, "stats", "unis", "loops"]);
+            const detail = use<OnuDetail>(path, [...onu_tables, "stats", "unis", "loops", "stations"]);
             if (!detail.value) return awaited_screen(detail, `${name} of ${olt}`);
             const known = detail.value;
             if (known.stats && known.stats !== last) {
@@ -225,6 +234,7 @@ export const OnuScreen: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
                     [panel("Alarms", alarms(known)), m(OnuLight, { detail: known, port, id })],
                     [identity(known), m(OnuUnis, { detail: known, port, id })],
                     [
+                        m(OnuBandwidth, { olt, port, id }),
                         panel(
                             ["Traffic", known.read.stats && m("span.muted.about", "counted ", age(known.read.stats))],
                             traffic(known.stats, before)

@@ -1,10 +1,10 @@
 // The UNI ports of an ONU with their VLANs, which can be changed by their names.
 import m from "mithril";
 import { call, may } from "../base/api";
-import { text } from "../base/format";
+import { rate } from "../base/format";
 import type { OnuDetail, Row } from "../base/model";
-import { change, changes_table } from "../parts/dialog";
-import { badge, button, choice, input, loading, nothing, panel, problem } from "../parts/parts";
+import { badge, loading, nothing, panel, problem, Scrolls } from "../parts/parts";
+import { vlan_cell, VlanForm } from "./uni_vlans";
 
 interface Given {
     detail: OnuDetail;
@@ -18,6 +18,11 @@ function link_badge(uni: Row): m.Vnode {
     return uni.link === "down" ? badge("idle", "no link") : badge("good", String(uni.link));
 }
 
+// How much a UNI port takes in or gives out.
+function limit(way: string, value: unknown): string {
+    return `${way}: ${typeof value === "number" ? rate(value) : "no limit"}`;
+}
+
 export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) => {
     const olt = first.olt;
     let vlans: Map<number, Row> | undefined;
@@ -25,9 +30,6 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
     let under_way = false;
     let asked_online = false;
     let edited: number | undefined;  // a UNI port
-    let mode = "";
-    let pvid = "";
-    let priority = "";
 
     async function read(): Promise<void> {
         under_way = true;
@@ -43,75 +45,6 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
         m.redraw();
     }
 
-    function edit(uni: number): void {
-        const now = vlans?.get(uni);
-        edited = uni;
-        // A list of VLANs is not edited here; it can be left behind for one VLAN, or none.
-        mode = now?.vlan_mode === "transparent" ? "transparent" : "tag";
-        pvid = String(now?.pvid ?? 1);
-        priority = String(now?.priority ?? 0);
-    }
-
-    function differences(): { name: string; before: string; after: string }[] {
-        const now = vlans?.get(edited as number);
-        const all = [
-            { name: "VLAN mode", before: String(now?.vlan_mode), after: mode },
-            { name: "VLAN of untagged frames", before: String(now?.pvid), after: pvid },
-            { name: "VLANs of the list", before: String(now?.vlans ?? "none"), after: "none" },
-            { name: "802.1p priority", before: String(now?.priority), after: priority },
-        ];
-        return all.filter(({ before, after }) => before !== after);
-    }
-
-    async function submit(event: Event): Promise<void> {
-        event.preventDefault();
-        const uni = edited as number;
-        const setting = { onu_cmd: "BSP_CMD_ONU_VLAN_SET", onu_pon_port: port, onu_onu_id: id, onu_uni_port: uni };
-        const values = { mode, pvid, priority, tpid: vlans?.get(uni)?.tpid ?? 33024 };
-        const title = `Change the VLAN of UNI port ${uni} of ONU ${port}/${id}`;
-        const msg = {...setting, ...values };
-        if (!(await change(
-                olt,
-                "bsp_pon_onu_ctc_config",
-                { msg },
-                title,
-                "Change it",
-                `UNI port ${uni} of ONU ${port}/${id} is changed.`
-            )))
-            return;
-        edited = undefined;
-        void read();
-        m.redraw();
-    }
-
-    function form(): m.Vnode {
-        const changed = differences();
-        return m(
-            "form.edit",
-            { onsubmit: submit, "aria-label": `VLAN of UNI port ${edited}` },
-            m("h3", `UNI port ${edited}`),
-            choice("VLAN mode", mode, [["transparent", "transparent"], ["tag", "tag"]], (value) => (mode = value)),
-            input(
-                "VLAN of untagged frames",
-                pvid,
-                (value) => (pvid = value),
-                { type: "number", min: 1, max: 4094, required: true }
-            ),
-            input(
-                "802.1p priority",
-                priority,
-                (value) => (priority = value),
-                { type: "number", min: 0, max: 7, required: true }
-            ),
-            changed.length === 0 ? m("p.muted", "Nothing is different yet.") : changes_table(changed),
-            m(
-                ".buttons",
-                button("Cancel", () => (edited = undefined)),
-                m("button.primary", { type: "submit", disabled: changed.length === 0 }, "Change"),
-            ),
-        );
-    }
-
     function row(uni: Row, looped: boolean): m.Vnode {
         const number = Number(uni.uni);
         const vlan = vlans?.get(number);
@@ -119,21 +52,45 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
             "tr",
             m("th", { scope: "row" }, number),
             m("td", link_badge(uni), looped && badge("warn", "loop")),
-            m("td", vlan ? [text(vlan.vlan_mode as string), vlan.vlans && m("span.muted", ` ${vlan.vlans}`)] : "–"),
-            m("td.right", vlan ? text(vlan.pvid as number) : "–"),
-            m("td.right", text(uni.ingress as number | null)),
-            m("td.right", text(uni.egress as number | null)),
+            m("td", vlan_cell(vlan)),
             may("service-affecting") &&
                 m("td",
                   vlan &&
                       m("button.small",
                         {
                             type: "button",
-                            onclick: () => edit(number),
-                            "aria-label": `Change the VLAN of UNI port ${number}`
+                            onclick: () => (edited = edited === number ? undefined : number),
+                            "aria-expanded": edited === number ? "true" : "false",
+                            "aria-label": `Change the VLANs of UNI port ${number}`
                         },
                         "Change")),
+            m("td.whole", limit("in", uni.ingress), m("br"), limit("out", uni.egress)),
         );
+    }
+
+    function stations(detail: OnuDetail): m.Children {
+        const learnt = detail.stations;
+        if (learnt.length === 0)
+            return nothing(detail.read.stations ? "No MAC address was learnt behind it." :
+                                                  "What was learnt behind it was not read yet.");
+        return [
+            m("h3", "MAC addresses behind it", m("span.count", learnt.length)),
+            m(Scrolls,
+              { label: "MAC addresses behind it", selector: ".few" },
+              m("table.plain",
+                m("thead",
+                  m("tr", ["UNI", "MAC address", "VLAN"].map((title) => m("th", { scope: "col" }, title)))),
+                m("tbody",
+                  learnt.map(
+                      ({ uni, vlan, mac }) =>
+                          m("tr", m("th", { scope: "row" }, uni || "–"), m("td.mono", mac), m("td", vlan || "none"))
+                  )))),
+        ];
+    }
+
+    function close(is_changed: boolean): void {
+        edited = undefined;
+        if (is_changed) void read();
     }
 
     return {
@@ -145,22 +102,36 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
                 void read();
             }
             const loops = new Set(detail.loops.map((loop) => Number(loop.uni)));
-            const heads = ["UNI", "Link", "VLAN mode", "VLAN", "Ingress, kbit/s", "Egress, kbit/s"];
+            const now = edited === undefined ? undefined : vlans?.get(edited);
+            const heads = ["UNI", "Link", "VLANs"];
             return panel(
                 "UNI ports",
                 detail.unis.length === 0 ?
                     nothing("They were not read yet.") :
                     m(
-                        "table.plain",
-                        m("thead",
-                          m("tr",
-                            heads.map((title, place) => m(place > 2 ? "th.right" : "th", { scope: "col" }, title)),
-                            may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")))),
-                        m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni))))),
+                        Scrolls,
+                        { label: "UNI ports" },
+                        m("table.plain",
+                          m("thead",
+                            m("tr",
+                              heads.map((title) => m("th", { scope: "col" }, title)),
+                              may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Change")),
+                              m("th", { scope: "col" }, "Limits"))),
+                          m("tbody", detail.unis.map((uni) => row(uni, loops.has(Number(uni.uni)))))),
                     ),
+                detail.unis.length > 0 && stations(detail),
                 failed && problem(failed, () => void read()),
                 under_way && !vlans && loading("VLANs", 1),
-                edited !== undefined && form(),
+                now && edited !== undefined && [m(VlanForm, {
+                    key: edited,
+                    olt,
+                    port,
+                    id,
+                    uni: edited,
+                    now,
+                    capabilities: detail.capabilities,
+                    close
+                })],
             );
         },
     };

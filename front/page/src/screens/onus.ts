@@ -217,6 +217,7 @@ export const Onus: m.Closure<Given> = ({attrs: first}) => {
                     open: (onu: Onu) => m.route.set(to_onu(attrs.olt, onu.pon_port, onu.onu_id)),
                     sorting,
                     sort: (other: Sorting) => (sorting = other),
+                    alone: true,
                     empty: all.length === 0 ? "No ONU is bound. Those that wait are under Waiting." :
                                               "No ONU is like this. Change the filter.",
                 }),

@@ -6,11 +6,12 @@ import { Alarm, Columns, Counters, Onu, onus_of, PonEvent, Port, Quantity } from
 import { olt_tables, to_olt, to_onu, to_port } from "../base/place";
 import { use } from "../base/store";
 import { histogram } from "../parts/histogram";
-import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel } from "../parts/parts";
+import { awaited, awaited_screen, badge, columns, facts, link, loading, nothing, panel, Scrolls } from "../parts/parts";
 import { Sorting, Table } from "../parts/table";
 import { timeline } from "../parts/timeline";
 import { cause_text, worst_first, wrong_list, wrong_of } from "../parts/wrong";
 import { onu_columns, onu_tables } from "./onus";
+import { plant_hint, plant_panel } from "./port_plant";
 
 const weak_at_olt = -27;  // dBm
 const weak_at_onu = -25;
@@ -60,23 +61,23 @@ function quantity_badge(state: string): m.Vnode {
 
 function module_table(module: Quantity[]): m.Children {
     if (module.length === 0) return nothing("The module was not read yet, or there is none.");
-    const head = ["Quantity", "Value", "Warning outside", "Alarm outside", "State"];
+    const head = ["Quantity", "Value", "State", "Warning outside", "Alarm outside"];
     return m(
-        "table.plain",
-        m("thead", m("tr", head.map((title) => m("th", { scope: "col" }, title)))),
-        m(
-            "tbody",
+        Scrolls,
+        { label: "Quantities of the module" },
+        m("table.plain",
+          m("thead", m("tr", head.map((title) => m("th", { scope: "col" }, title)))),
+          m("tbody",
             module.map(
                 (of) => m(
                     "tr",
                     m("th", { scope: "row" }, words(of.quantity)),
                     m("td.whole", of.value === null ? "–" : `${of.value.toFixed(2)} ${units[of.unit] ?? of.unit}`),
+                    m("td.whole", of.state === null ? "–" : quantity_badge(of.state)),
                     m("td.muted", bounds(of.low_warning, of.high_warning)),
                     m("td.muted", bounds(of.low_alarm, of.high_alarm)),
-                    m("td.whole", of.state === null ? "–" : quantity_badge(of.state)),
                 ),
-            ),
-        ),
+            ))),
     );
 }
 
@@ -98,6 +99,9 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
             ["Sent", octets(now.out_octets ?? 0)],
         ),
         m(
+            Scrolls,
+            { label: "Frames" },
+            m(
             "table.plain",
             m("thead",
               m("tr",
@@ -119,7 +123,7 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
                         }),
                     ),
                 ),
-            ),
+            )),
         ),
         m("p.muted",
           before ? ["Rates between ", moment(before.read), " and ", moment(now.read), "."] :
@@ -180,7 +184,6 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
             sorting,
             sort: (other: Sorting) => (sorting = other),
             empty: "No ONU is bound at this port.",
-            short: true,
         });
     }
 
@@ -213,9 +216,11 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
                 worst_first(wrong_of(olt, (alarms.value?.alarms ?? []).filter(({ pon_port }) => pon_port === number)));
             const fresh = live.events.filter((event) => event.olt === olt && event.port === number);
             const known = new Set(fresh.map(({ id }) => id));
+            const tree = plant_panel(olt, number);
             const history = [...fresh, ...(events.value?.events ?? []).filter(({ id }) => !known.has(id))].slice(0, 30);
             return [
                 header(port.value),
+                tree,
                 columns(
                     [
                         panel(
@@ -232,6 +237,7 @@ export const PortScreen: m.Closure<Given> = ({attrs: {olt, port: number}}) => {
                     [light(all), panel("Traffic", traffic(port.value, before))],
                     [module_panel(port.value)],
                 ),
+                !tree && plant_hint(olt, number),
                 panel("ONUs", all ? onu_table(all) : awaited(onus, "ONUs")),
             ];
         },

@@ -3,7 +3,7 @@ import m from "mithril";
 import { text, words } from "../base/format";
 import type { Row } from "../base/model";
 import { use } from "../base/store";
-import { awaited_screen, button, nothing, panel } from "../parts/parts";
+import { awaited_screen, button, nothing, panel, Scrolls } from "../parts/parts";
 
 const kinds: [string, string][] = [
     ["line", "Line profiles"],
@@ -25,11 +25,11 @@ const units: Record<string, string> = {
     received_power_high: "dBm",
 };
 
-function table(rows: Row[]): m.Vnode {
+function table(title: string, rows: Row[]): m.Vnode {
     const columns = Object.keys(rows[0] ?? {});
     return m(
-        ".scrolls",
-        { tabindex: 0, role: "region", "aria-label": "Profiles" },
+        Scrolls,
+        { label: title },
         m(
             "table.plain",
             m("thead",
@@ -60,7 +60,7 @@ export function profiles(olt: string): m.Children {
                 const rows = all[name];
                 if (!rows) return panel(title, nothing("The OLT does not tell them."));
                 return panel(
-                    [title, m("span.count", rows.length)], rows.length === 0 ? nothing("There are none.") : table(rows)
+                    [title, m("span.count", rows.length)], rows.length === 0 ? nothing("There are none.") : table(title, rows)
                 );
             }),
         ),

@@ -5,8 +5,8 @@ import { octets, plural, text, words } from "../base/format";
 import { Columns, Onu, onus_of, Row } from "../base/model";
 import { to_onu } from "../base/place";
 import { refresh_path, use } from "../base/store";
-import { change } from "../parts/dialog";
-import { awaited, badge, button, choice, input, nothing, panel, row_link, Tone } from "../parts/parts";
+import { change_all, Step } from "../parts/dialog";
+import { awaited, badge, button, choice, input, nothing, panel, row_link, Scrolls, Tone } from "../parts/parts";
 import { Column, Sorting, Table } from "../parts/table";
 import { onu_tables } from "./onus";
 
@@ -85,28 +85,25 @@ export const UpgradesScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
     async function start(event: Event): Promise<void> {
         event.preventDefault();
         const where = Number(port);
-        const bound = await change(
+        const all = numbers_of(ids);
+        const steps = all.map((id): Step => ({
+            what: `ONU ${port}/${id}`,
+            operation: "bsp_pon_onu_upgrade_one",
+            given: { block: { pon_port: where, onu_id: id } },
+        }));
+        const bind: Step = {
+            what: `to bind ${type}`,
+            operation: "bsp_pon_onu_upgrade_type_bind_some",
+            given: { block: { pon_port: where, name: type, onu_set: ids } },
+        };
+        const who = all.length === 1 ? `ONU ${port}/${ids}` : `ONUs ${ids} of port ${port}`;
+        await change_all(
             olt,
-            "bsp_pon_onu_upgrade_type_bind_some",
-            { block: { pon_port: where, name: type, onu_set: ids } },
-            `Bind ${type} to ONUs ${ids} of port ${port}`,
-            "Bind",
-            `${type} is bound.`
+            [bind, ...steps],
+            `Upgrade ${who} to ${type}, which ends in a reboot?`,
+            "Upgrade",
+            `The upgrade of ${who} has begun.`
         );
-        if (!bound) return;
-        for (const id of numbers_of(ids)) {
-            const given = { block: { pon_port: where, onu_id: id } };
-            const name = `ONU ${port}/${id}`;
-            if (!(await change(
-                    olt,
-                    "bsp_pon_onu_upgrade_one",
-                    given,
-                    `Upgrade ${name}, which ends in a reboot?`,
-                    "Upgrade",
-                    `The upgrade of ${name} has begun.`
-                )))
-                return;
-        }
     }
 
     function numbers_of(set: string): number[] {
@@ -125,11 +122,12 @@ export const UpgradesScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
             !types || types.length === 0 ?
                 nothing("There is none. “ponctl upgrade add” says which firmware is for which kind of ONU.") :
                 m(
-                    "table.plain",
-                    m("thead",
-                      m("tr", heads.map((title) => m(title === "Size" ? "th.right" : "th", { scope: "col" }, title)))),
-                    m(
-                        "tbody",
+                    Scrolls,
+                    { label: "Firmware" },
+                    m("table.plain",
+                      m("thead",
+                        m("tr", heads.map((title) => m(title === "Size" ? "th.right" : "th", { scope: "col" }, title)))),
+                      m("tbody",
                         types.map(
                             (row) => m(
                                 "tr",
@@ -140,8 +138,7 @@ export const UpgradesScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                                 m("td.right", octets(Number(row.size))),
                                 m("td.mono", text(row.file as string)),
                             ),
-                        ),
-                    ),
+                        ))),
                 ),
         );
     }

@@ -1,14 +1,15 @@
 // ONUs that wait, each of which is admitted in one step: id, description and bandwidth.
 import m from "mithril";
-import { call, may } from "../base/api";
+import { may } from "../base/api";
 import { age, plural, text } from "../base/format";
-import { Columns, onus_of, Outcome, Row, Waiting } from "../base/model";
+import { Columns, onus_of, Row, Waiting } from "../base/model";
 import { use } from "../base/store";
-import { confirmed, tell } from "../parts/dialog";
-import { awaited_screen, badge, button, choice, input, nothing } from "../parts/parts";
+import { change, change_all, Step } from "../parts/dialog";
+import { awaited_screen, badge, button, choice, input, nothing, OpenedForm } from "../parts/parts";
+import { Blacklist } from "./blacklist";
 import { onu_tables } from "./onus";
 
-const most_ids = 128;
+const greatest_id = 127;
 
 export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
     const base = `/olts/${encodeURIComponent(olt)}`;
@@ -22,9 +23,9 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
         const table = use<Columns>(`${base}/onus`, onu_tables).value;
         if (!table) return "";
         const taken = new Set(onus_of(table).filter(({ pon_port }) => pon_port === port).map(({ onu_id }) => onu_id));
-        for (let free = 1; free <= most_ids; free += 1)
+        for (let free = 1; free <= greatest_id; free += 1)
             if (!taken.has(free)) return String(free);
-        return "";
+        return taken.has(0) ? "" : "0";
     }
 
     function slas(): Row[] {
@@ -38,56 +39,54 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
         profile = "";
     }
 
-    async function give_bandwidth(port: number, sla: Row): Promise<void> {
+    function bandwidth_step(port: number, sla: Row): Step {
         const { fixed, assured, maximum, priority, weight } = sla;
         const record = { plat_port: port, plat_arg4: Number(id), fixed, assured, maximum, priority, weight };
-        const title = `Give ONU ${port}/${id} the bandwidth of ${sla.name}`;
-        await confirmed<Outcome>(title, "Give", (confirm) => call(olt, "bsp_pon_onu_sla_config", { record }, confirm));
+        return { what: `the bandwidth of ${sla.name}`, operation: "bsp_pon_onu_sla_config", given: { record } };
     }
 
     async function admit(event: Event): Promise<void> {
         event.preventDefault();
-        const onu = chosen as Waiting;
-        const port = onu.pon_port;
-        const name = `ONU ${port}/${id}`;
+        const { mac, pon_port } = chosen as Waiting;
+        const where = { pon_port, onu_id: Number(id) };
+        const name = `ONU ${pon_port}/${id}`;
+        const sla = slas().find((row) => String(row.id) === profile);
+        const steps: Step[] =
+            [{ what: "to bind it", operation: "bsp_pon_bind_onu_spec_id", given: {...where, mac, value: 0 } }];
+        if (description)
+            steps.push({
+                what: "its description",
+                operation: "bsp_pon_onu_description",
+                given: {...where, text: description }
+            });
+        if (sla) steps.push(bandwidth_step(pon_port, sla));
         under_way = true;
-        try {
-            const given = { pon_port: port, onu_id: Number(id), mac: onu.mac, value: 0 };
-            const bound = await confirmed<Outcome>(
-                `Admit ${onu.mac} as ${name}?`,
-                "Admit",
-                (confirm) => call(olt, "bsp_pon_bind_onu_spec_id", given, confirm),
-            );
-            if (bound) {
-                if (description) {
-                    const words = { pon_port: port, onu_id: Number(id), text: description };
-                    await confirmed<Outcome>(
-                        `Describe ${name}`,
-                        "Describe",
-                        (confirm) => call(olt, "bsp_pon_onu_description", words, confirm)
-                    );
-                }
-                const sla = slas().find((row) => String(row.id) === profile);
-                if (sla) await give_bandwidth(port, sla);
-                chosen = undefined;
-                tell(`${name} is admitted.`);
-            }
-        } catch (error) {
-            tell((error as Error).message, true);
-        }
+        if (await change_all(olt, steps, `Admit ${mac} as ${name}?`, "Admit", `${name} is admitted.`))
+            chosen = undefined;
         under_way = false;
         m.redraw();
     }
 
+    async function turn_away(onu: Waiting): Promise<void> {
+        await change(
+            olt,
+            "bsp_pon_blacklist_add_onu_auto_id",
+            { pon_port: onu.pon_port, mac: onu.mac, text: "" },
+            `Put ${onu.mac} of port ${onu.pon_port} on the blacklist?`,
+            "Turn away",
+            `${onu.mac} is on the blacklist.`
+        );
+    }
+
     function form(onu: Waiting): m.Vnode {
         return m(
-            "form.edit.admit",
-            { onsubmit: admit, "aria-label": `Admit ${onu.mac}` },
+            OpenedForm,
+            { label: `Admit ${onu.mac}`, submit: admit },
             input(
                 "ONU id",
                 id,
                 (value) => (id = value),
-                { type: "number", min: 1, max: most_ids, required: true },
+                { type: "number", min: 0, max: greatest_id, required: true },
                 "The first free one is suggested."
             ),
             input("Description", description, (value) => (description = value), { maxlength: 127, autofocus: true }),
@@ -122,10 +121,13 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                   onu.distance === null ? "" : `${onu.distance} m`,
                   onu.supported ? "" : badge("warn", "not supported")),
                 m("span.muted", onu.since === null ? "since before the console knew it" : ["since ", age(onu.since)]),
-                may("service-affecting") && button("Admit", () => choose(onu), {
-                    "aria-label": `Admit ${onu.mac}`,
-                    "aria-expanded": is_chosen ? "true" : "false"
-                }),
+                may("service-affecting") &&
+                    m("span.buttons",
+                      button("Admit", () => (is_chosen ? (chosen = undefined) : choose(onu)), {
+                          "aria-label": `Admit ${onu.mac}`,
+                          "aria-expanded": is_chosen ? "true" : "false"
+                      }),
+                      button("Turn away", () => void turn_away(onu), { "aria-label": `Turn ${onu.mac} away` })),
             ),
             is_chosen && form(onu),
         );
@@ -146,6 +148,7 @@ export const WaitingScreen: m.Closure<{olt: string}> = ({attrs: {olt}}) => {
                 all.length === 0 ?
                     nothing(text("Nobody waits. An ONU that is plugged in and not bound is shown here at once.")) :
                     m("ul.waiting", all.map(row)),
+                m(Blacklist, { olt, waiting: all }),
             ];
         },
     };
