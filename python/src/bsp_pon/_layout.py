@@ -22,6 +22,7 @@ class Layout:
     of_answer: bool
     present: str
     kept: bool
+    index: int | None  # of what is kept, where several things share a code
     brief: str
     fields: tuple[Field, ...]
 

@@ -18,7 +18,7 @@ def test_what_is_read_can_be_written_again(layout):
         counts = any(other.counter == field.name for other in layout.fields)
         if field.condition or field.decider or field.counter or counts:
             continue
-        alone = Layout(layout.name, layout.record, (), False, "", False, "", (field,))
+        alone = Layout(layout.name, layout.record, (), False, "", False, None, "", (field,))
         written = bytearray(len(content))
         try:
             alone.write({field.name: values[field.name]}, written)
