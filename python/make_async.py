@@ -82,7 +82,7 @@ def parts_of(base):
 def method_of(node):
     is_static = any(isinstance(each, ast.Name) and each.id == "staticmethod" for each in node.decorator_list)
     taken, returned = ast.unparse(node.args), ast.unparse(node.returns)
-    given = [argument.arg for argument in node.args.args if argument.arg != "self"]
+    given = [argument.arg for argument in [*node.args.posonlyargs, *node.args.args] if argument.arg != "self"]
     given += [f"*{node.args.vararg.arg}"] if node.args.vararg else []
     given += [f"{argument.arg}={argument.arg}" for argument in node.args.kwonlyargs]
     given += [f"**{node.args.kwarg.arg}"] if node.args.kwarg else []

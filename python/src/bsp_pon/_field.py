@@ -92,17 +92,19 @@ class Field:
             return [named.get(bit, f"bit {bit}") for bit in range(8 * self.size) if number >> bit & 1]
         return number if self.scale == 1 else round(number * self.scale, 9)
 
-    def encode(self, value: Value, name: str, form: str | None) -> bytes:
-        """Returns the bytes of a value. Raises ValueError, which starts with the name, where it does not take one."""
+    def encode(self, value: Value, name: str, form: str | None, checked: bool = True) -> bytes:
+        """Returns the bytes of a value. Raises ValueError, which starts with the name, where it does not take one. What
+        is not checked may be any number that fits.
+        """
         try:
-            content = _encode_form(value, form, self.size) if form else self._encode(value)
+            content = _encode_form(value, form, self.size) if form else self._encode(value, checked)
         except (ValueError, TypeError, OverflowError) as error:
             raise ValueError(f"{name}: {error}") from None
         return content
 
-    def _encode(self, value: Value) -> bytes:
+    def _encode(self, value: Value, checked: bool) -> bytes:
         if self.type in _NUMBERS:
-            return self._count_of(value).to_bytes(self.size, sys.byteorder, signed=self.type in _SIGNED)
+            return self._count_of(value, checked).to_bytes(self.size, sys.byteorder, signed=self.type in _SIGNED)
         if self.type == "mac":
             return mac_bytes(_text(value))
         if self.type == "ipv4":
@@ -126,7 +128,7 @@ class Field:
             raise ValueError(f"bytes are needed, not {value!r}")
         return _at_most(value, self.size).ljust(self.size, b"\0")
 
-    def _count_of(self, value: Value) -> int:
+    def _count_of(self, value: Value, checked: bool) -> int:
         """Returns the number that stands in the record for a value."""
         if isinstance(value, str):
             if value not in self.values:
@@ -139,11 +141,11 @@ class Field:
             return sum(1 << self.flags[flag] for flag in self.flags if flag in value)
         if not isinstance(value, (int, float)):
             raise ValueError(f"{value!r} is not {self._expected()}")
-        if self.range and not self.range[0] <= value <= self.range[1]:
+        if checked and self.range and not self.range[0] <= value <= self.range[1]:
             raise ValueError(f"{value!r} is not {self._expected()}")
         # A large whole number is no float without losing digits.
         count = value if isinstance(value, int) and self.scale == 1 else round(value / self.scale)
-        if self.values and count not in self.values.values():
+        if checked and self.values and count not in self.values.values():
             raise ValueError(f"{value!r} is not {self._expected()}")
         return count
 

@@ -40,13 +40,13 @@ class OnuBase:
         """Asks the ONU for a table, whose rows are those of a view."""
         return cast("list[AnyRow]", self.ask(name, **given))
 
-    def set(self, name: str, *, uni: int | None = None, **fields: Value) -> None:
+    def set(self, setting: str, /, *, uni: int | None = None, **fields: Value) -> None:
         """Changes fields of a setting, and keeps the rest: onu.set("vlan", uni=1, mode="tag", pvid=100).
 
         The settings and their fields are those of the catalogue's layouts, as `settings` and `fields_of` list them. The
         ONU has the setting a moment later. Raises ValueError where a field does not take a value; then nothing is sent.
         """
-        layout_name, command, sender = _setting(name)
+        layout_name, command, sender = _setting(setting)
         layout = LAYOUTS[layout_name]
         record = records.bsp_onu_msg(onu_pon_port=self.port, onu_onu_id=self.onu_id)
         record.onu_uni_port = uni or 0
@@ -86,9 +86,9 @@ class OnuBase:
         if isinstance(answered, list):
             for row in answered:
                 if not layout.has("index") or getattr(row, "index", index) == index:
-                    layout.write(_values_of(layout, row), content)
+                    layout.write(_values_of(layout, row), content, checked=False)
         else:
-            layout.write({name: value for name, value in answered.items() if layout.has(name)}, content)
+            layout.write({name: value for name, value in answered.items() if layout.has(name)}, content, checked=False)
 
     @staticmethod
     def settings() -> list[str]:

@@ -11,7 +11,7 @@ from ._olt_base import OltBase
 from ._tables import LAYOUTS
 from ._write import pon_record, request_record, set_of
 from .addresses import mac_bytes, mac_text
-from .errors import Unknown
+from .errors import StatusError, Unknown
 from .onu import Onu
 
 T = TypeVar("T")
@@ -164,8 +164,12 @@ class Olt(OltBase):
 
     def blacklisted(self, port: int, mac: str) -> rows.Blacklist | None:
         """Returns the entry of an ONU on the blacklist of a port, or None where it is not there."""
-        found = self.call(raw.bsp_pon_get_b_onu_by_mac, port, mac_bytes(mac)).rows_of(rows.Blacklist)
-        return found[0] if found else None
+        try:
+            return self.call(raw.bsp_pon_get_b_onu_by_mac, port, mac_bytes(mac)).rows_of(rows.Blacklist)[0]
+        except StatusError as error:
+            if error.number != raw.PON_ERR_NOT_LISTED:
+                raise
+            return None
 
     def reject(self, port: int, *, onu_id: int | None = None, mac: str | None = None, text: str | None = None) -> None:
         """Puts an ONU on the blacklist: one that is bound by its id, or any by its MAC address and with a text of at most

@@ -93,8 +93,9 @@ class Configuration:
         return f"<Configuration of {len(self._rows)} rows>"
 
     def settings(self) -> list[Setting]:
-        """Returns what somebody configured, without the OLT's own state. Empty texts configure nothing."""
-        return [setting for table, cells in self._rows for setting in table.settings(cells) if setting.value != ""]
+        """Returns what somebody configured, without the OLT's own state. Empty texts and lists configure nothing."""
+        return [setting for table, cells in self._rows for setting in table.settings(cells)
+                if setting.value not in ("", [])]
 
 
 def differences(before: Configuration, after: Configuration) -> list[Difference]:

@@ -27,12 +27,12 @@ class P2p:
     def port(self, port: int) -> answers.P2pOfPort:
         """Returns how forwarding of a PON port is configured."""
         record = self._asked(port)
-        self._call(raw.bsp_pon_platform_by_db, record).close()
+        self._call(raw.plat_bsp_funcget_json, record).close()
         return cast(answers.P2pOfPort, LAYOUTS["p2p_of_port"].read(bytes(record)))
 
     def entries(self, port: int) -> list[rows.P2pEntries]:
         """Returns the forwarding entries of a PON port. The one of the lowest number that matches decides."""
-        return self._call(raw.bsp_pon_platform_by_db, self._asked(port)).rows_of(rows.P2pEntries)
+        return self._call(raw.plat_bsp_funcget_json, self._asked(port)).rows_of(rows.P2pEntries)
 
     def switch(self, port: int, on: bool, *, onu_id: int | None = None) -> None:
         """Switches forwarding of a PON port, of all for port 0, or of one ONU of it.
