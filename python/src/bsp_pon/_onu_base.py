@@ -40,18 +40,26 @@ class OnuBase:
         """Asks the ONU for a table, whose rows are those of a view."""
         return cast("list[AnyRow]", self.ask(name, **given))
 
-    def set(self, setting: str, /, *, uni: int | None = None, **fields: Value) -> None:
+    def set(self, setting: str, /, *, uni: int | list[int] | None = None, **fields: Value) -> None:
         """Changes fields of a setting, and keeps the rest: onu.set("vlan", uni=1, mode="tag", pvid=100).
 
         The settings and their fields are those of the catalogue's layouts, as `settings` and `fields_of` list them. The
         ONU has the setting a moment later. Raises ValueError where a field does not take a value; then nothing is sent.
         """
+        if LAYOUTS[_setting(setting)[0]].has("uni"):
+            self._send(setting, None, fields if uni is None else {**fields, "uni": cast(Value, uni)})
+        elif uni is None or isinstance(uni, int):
+            self._send(setting, uni, fields)
+        else:
+            raise TypeError(f"{setting}: uni is the number of a UNI port, not {uni!r}")
+
+    def _send(self, setting: str, uni: int | None, fields: dict[str, Value]) -> None:
         layout_name, command, sender = _setting(setting)
         layout = LAYOUTS[layout_name]
         record = records.bsp_onu_msg(onu_pon_port=self.port, onu_onu_id=self.onu_id)
         record.onu_uni_port = uni or 0
         content = bytearray(bytes(record))
-        layout.write(fields, bytearray(content))  # what no ONU could have is refused before any is asked
+        layout.check(fields)  # what no ONU could have is refused before any is asked
         present = _reader(layout)
         if present:
             self._put_present(layout, present, uni, fields, content)
@@ -67,7 +75,7 @@ class OnuBase:
             fields["index"] = index
         if not given.keys() & fields.keys():
             raise TypeError(f"{name}: nothing to set; its fields are {', '.join(given)}")
-        self.set(name, uni=uni, **fields)
+        self._send(name, uni, fields)
 
     def _put_present(self, layout: Layout, present: Query, uni: int | None, fields: dict[str, Value],
                      content: bytearray) -> None:

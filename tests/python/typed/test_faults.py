@@ -78,7 +78,7 @@ def test_an_answer_too_late_is_nobodys(home):
     home.olt.call.timeout = 0.05
     for command, ask in (("BSP_CMD_VIEW_ONU_INFO_WEB", lambda: home.olt.onus(PORT)),
                          ("BSP_CMD_ONU_LINK_STATE_GET", home.onu.links)):
-        home.olt.fault("late 100", command=command, count=1)
+        home.olt.fault("late 60000", command=command, count=1)
         with pytest.raises(IpcError) as late:
             ask()
         assert late.value.number == LOST

@@ -209,7 +209,7 @@ def test_a_gateway_is_configured(olt):
     gateway.set_wlan(1, name="home", security="WPA2", enabled=True)
     assert [(row.name, row.security) for row in gateway.wlans() if row.index == 1] == [("home", "WPA2")]
     gateway.set_acl(1, action="deny", direction="upstream", protocol="TCP", first_port=25, last_port=25)
-    assert [(row.action, row.protocol) for row in gateway.acl_rules()] == [("deny", "TCP")]
+    assert [(row.action, row.protocol) for row in gateway.acl_rules()] == [("deny", 6)]
     gateway.set_dhcp(enabled=True, lease_time=7200)
     assert gateway.dhcp_server()[0].lease_time == 7200
     for table in (olt.wans, olt.wlans):
@@ -226,12 +226,15 @@ def test_uni_ports_are_configured(olt):
     onu.set_pause(1, on="on")
     onu.set_loop_detect(1, on=False)
     onu.set_mc_vlan(1, operation="add", vlan=[100, 200])
+    onu.set_mc_switch(mode="controllable multicast")
+    olt.step("1 s")
+    onu.set_mc_group(action="add", control_type="MAC address and VLAN", uni=[1], vlan=[100], group=["01:00:5e:01:02:03"])
     olt.step("1 s")
     assert onu.get_admin_state(1) == {"on": "off"} and onu.links()[0].admin is False
     assert onu.get_autoneg_adv(1)["ability"] == ["100BASE-TX", "100BASE-TX-FD"]
     assert onu.get_rate_limit(1) == {**limited, "up_on": "on", "up_cir": 5000, "up_cbs": 2000, "up_ebs": 0}
     assert (onu.get_pause(1)["on"], onu.get_loop_detect(1)["on"]) == ("on", "off")
-    assert {100, 200} <= set(onu.get_mc_vlan(1)["vlan"])
+    assert {100, 200} <= set(onu.get_mc_vlan(1)["vlan"]) and onu.get_mc_group()["group"] == ["01:00:5e:01:02:03"]
     unis = [row for row in olt.unis() if (row.pon_port, row.onu_id, row.uni) == (PORT, 1, 1)]
     assert [row.admin for row in unis] == [False]
     with pytest.raises(TypeError, match="nothing to set; its fields are mode, pvid"):

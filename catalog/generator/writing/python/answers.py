@@ -41,7 +41,7 @@ def type_of_one(field):
     if field.flags:
         return "list[str]"
     if field.type in NUMBERS:
-        return "int" if field.scale == 1 else "float"
+        return "int" if isinstance(field.scale, int) else "float"
     if field.type in ("list", "ports", "idset"):
         return "list[int]"
     return "bytes" if field.type == "bytes" else "str"
