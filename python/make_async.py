@@ -67,7 +67,7 @@ def class_of(name, modules):
     methods = {node.name: node for each in classes for node in each.body if isinstance(node, ast.FunctionDef)}
     for method in methods.values():
         if not method.name.startswith("_") and method.name not in BY_HAND:
-            lines += ["", *method_of(method)]
+            lines += ["", *method_of(method, name)]
     return lines
 
 
@@ -79,7 +79,7 @@ def parts_of(base):
             if isinstance(node, ast.Assign) and isinstance(node.value.func, ast.Name) and node.value.func.id in names]
 
 
-def method_of(node):
+def method_of(node, owner):
     is_static = any(isinstance(each, ast.Name) and each.id == "staticmethod" for each in node.decorator_list)
     taken, returned = ast.unparse(node.args), ast.unparse(node.returns)
     given = [argument.arg for argument in [*node.args.posonlyargs, *node.args.args] if argument.arg != "self"]
@@ -88,7 +88,7 @@ def method_of(node):
     given += [f"**{node.args.kwarg.arg}"] if node.args.kwarg else []
     if is_static:
         return ["    @staticmethod", f"    def {node.name}({taken}) -> {returned}:", *docstring(node, "        "),
-                f"        return onu.Onu.{node.name}({', '.join(given)})"]
+                f"        return {owner}.{node.name}({', '.join(given)})"]
     call = f"await self._pool.run({', '.join([f'self._made.{node.name}', *given])})"
     if "AnyRow" in taken:  # mypy does not follow a type of the caller's through another function
         call = f"await self._pool.run(lambda: self._made.{node.name}({', '.join(given)}))"

@@ -117,11 +117,11 @@ class Field:
         if self.type == "text":
             return _at_most(_text(value).encode("utf-8", "surrogateescape"), self.size - 1).ljust(self.size, b"\0")
         if self.type == "list":
-            return _at_most(bytes(_numbers(value)), self.size).ljust(self.size, b"\0")
+            return _at_most(bytes(_numbers(value, 0, 255)), self.size).ljust(self.size, b"\0")
         if self.type == "ports":
-            return sum(1 << number - 1 for number in set(_numbers(value))).to_bytes(self.size, "big")
+            return sum(1 << number - 1 for number in set(_numbers(value, 1, 8 * self.size))).to_bytes(self.size, "big")
         if self.type == "idset":
-            bits = sum(1 << number for number in set(_numbers(value))).to_bytes(self.size, "little")
+            bits = sum(1 << number for number in set(_numbers(value, 0, 8 * self.size - 1))).to_bytes(self.size, "little")
             words = [int.from_bytes(bits[at:at + 4], "little") for at in range(0, self.size, 4)]
             return b"".join(word.to_bytes(4, sys.byteorder) for word in words)
         if not isinstance(value, bytes):
@@ -188,12 +188,15 @@ def _text(value: Value) -> str:
     return value
 
 
-def _numbers(value: Value) -> list[int]:
+def _numbers(value: Value, least: int, most: int) -> list[int]:
     if not isinstance(value, list):
         raise ValueError(f"a list of numbers is needed, not {value!r}")
     numbers = [number for number in value if isinstance(number, int)]
     if len(numbers) != len(value):
         raise ValueError(f"a list of numbers is needed, not {value!r}")
+    for number in numbers:
+        if not least <= number <= most:
+            raise ValueError(f"{number} is not a number from {least} to {most}")
     return numbers
 
 

@@ -8,6 +8,7 @@ from typing import TypeVar, cast
 from . import answers, raw, rows
 from ._caller import Caller
 from ._layout import Values
+from ._queries import QUERIES
 from ._query import query
 from ._row import Row
 from .parts import Chip, Configurations, Fdb, LoopDetection, Modules, P2p, Profiles, Upgrades
@@ -36,6 +37,11 @@ class OltBase:
         Returns rows, or values by the names of the catalogue's layouts.
         """
         return self.call(query(name).ask, given)
+
+    @staticmethod
+    def questions() -> list[str]:
+        """Returns the names of all questions."""
+        return sorted(QUERIES)
 
     def values(self, name: str, **given: int) -> Values:
         """Asks for what is no table."""

@@ -62,7 +62,7 @@ class OnuBase:
         layout.check(fields)  # what no ONU could have is refused before any is asked
         present = _reader(layout)
         if present:
-            self._put_present(layout, present, uni, fields, content)
+            self._put_present(setting, present, uni, fields, content)
         layout.write(fields, content)
         request = records.bsp_onu_msg.from_bytes(bytes(content))
         request.onu_cmd = COMMANDS[command][1]
@@ -77,17 +77,18 @@ class OnuBase:
             raise TypeError(f"{name}: nothing to set; its fields are {', '.join(given)}")
         self._send(name, uni, fields)
 
-    def _put_present(self, layout: Layout, present: Query, uni: int | None, fields: dict[str, Value],
+    def _put_present(self, setting: str, present: Query, uni: int | None, fields: dict[str, Value],
                      content: bytearray) -> None:
         """Puts into a request how the setting stands now."""
+        layout = LAYOUTS[_setting(setting)[0]]
         given: dict[str, int] = {}
         if "uni_port" in present.given:
             if uni is None:
-                raise TypeError(f"{layout.name} is a setting of a UNI port: uni is needed")
+                raise TypeError(f"{setting} is a setting of a UNI port: uni is needed")
             given["uni_port"] = uni
         index = fields.get("index")
         if layout.has("index") and not isinstance(index, int):
-            raise TypeError(f"{layout.name} is one of several: index is needed")
+            raise TypeError(f"{setting} is one of several: index is needed")
         if "index" in present.given:
             given["index"] = cast(int, index)
         answered = self._call(present.ask, {"pon_port": self.port, "onu_id": self.onu_id, **given})

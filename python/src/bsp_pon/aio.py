@@ -73,7 +73,10 @@ class Olt(_async.Olt):
             bound = [onu for onu in await self.onus(port) if onu.onu_id == onu_id and onu.state == "online"]
             return bound[0] if bound else None
 
-        found = await self.wait(online, timeout=timeout)
+        try:
+            found = await self.wait(online, timeout=timeout)
+        except TimeoutError:
+            raise TimeoutError(f"ONU {port}/{onu_id} is not online after {timeout} s") from None
         assert found is not None
         return found
 

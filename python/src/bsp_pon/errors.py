@@ -41,7 +41,11 @@ class IpcError(BspError):
         self.number = number
         self.text = text
         self.operation = operation
-        super().__init__(f"{operation}: IPC failure {number}: {text}")
+        self.where = ""  # which service was looked for, as it is told
+        super().__init__(number, text, operation)
+
+    def __str__(self) -> str:
+        return f"{self.operation}: IPC failure {self.number}: {self.text}{self.where}"
 
 
 class AnswerError(BspError):

@@ -7,6 +7,7 @@ from collections.abc import Callable, Iterable
 from typing import TypeVar, cast
 
 from . import answers, raw, rows
+from ._caller import number_in, text_of
 from ._olt_base import OltBase
 from ._tables import LAYOUTS
 from ._write import pon_record, request_record, set_of
@@ -16,6 +17,7 @@ from .onu import Onu
 
 T = TypeVar("T")
 
+_TEXTS = (127, 63, 63)  # bytes of each text of a binding
 AUTH_MODES = ("mac", "loid", "loid-password", "hybrid")
 
 
@@ -56,6 +58,8 @@ class Olt(OltBase):
         """Sets the distances, in m up to 20000, between which ONUs of a port are ranged. Those outside do not wait, and
         go offline where they are bound.
         """
+        number_in("farthest", farthest, 0, 20000, "m")
+        number_in("nearest", nearest, 0, farthest, "m")
         self.call(raw.bsp_pon_set_opt_range, request_record(
             "BSP_CMD_OPT_RANGE_SET", port, {"min_distance": nearest, "max_distance": farthest}))
 
@@ -87,10 +91,18 @@ class Olt(OltBase):
 
     def bind(self, port: int, mac: str, *, onu_id: int | None = None, texts: tuple[str, ...] = (),
              mode: int = 0) -> int:
-        """Binds an ONU, to an ONU id or to one that the OLT picks, with up to three texts. Returns the ONU id."""
-        if len(texts) > 3:
-            raise ValueError(f"texts: at most 3 are kept, not {len(texts)}")
-        first, second, third = [*texts, None, None, None][:3]
+        """Binds an ONU, to an ONU id or to one that the OLT picks. Returns the ONU id.
+
+        Args:
+            mac: its MAC address. An ONU that is not there yet is bound, too, and comes online when it is.
+            onu_id: 0 to 127.
+            texts: up to three, of 127, 63 and 63 bytes, which the OLT keeps.
+            mode: a number, which the OLT keeps.
+        """
+        if isinstance(texts, str) or len(texts) > len(_TEXTS):
+            raise ValueError(f"texts: up to {len(_TEXTS)} texts are needed, not {texts!r}")
+        kept = [text_of("texts", text, most) for text, most in zip(texts, _TEXTS)]
+        first, second, third = [*kept, None, None, None][:3]
         address = mac_bytes(mac)
         if onu_id is not None:
             self.call(raw.bsp_pon_bind_onu_spec_id, port, onu_id, address, first, second, mode, third)
@@ -177,6 +189,8 @@ class Olt(OltBase):
         """
         if (onu_id is None) == (mac is None):
             raise TypeError("either an onu_id or a mac is needed")
+        if text is not None:
+            text_of("text", text, 200)
         if mac is not None:
             self.call(raw.bsp_pon_blacklist_add_onu_auto_id, port, mac_bytes(mac), text)
         elif onu_id is not None:
@@ -220,7 +234,9 @@ class Olt(OltBase):
         return self.call(raw.bsp_pon_get_onu_loidlist, port).rows_of(rows.Loids)
 
     def add_loid(self, port: int, loid: str, password: str = "") -> None:
-        """Adds a LOID to a port."""
+        """Adds a LOID to a port, with up to 24 characters, and up to 12 of its password."""
+        text_of("loid", loid, 24)
+        text_of("password", password, 12)
         self.call(raw.bsp_pon_onu_ctc_add_loid, pon_record(pon_port=port, text45=loid, text109=password))
 
     def delete_loid(self, port: int, loid: str) -> None:
@@ -265,7 +281,10 @@ class Olt(OltBase):
             bound = [onu for onu in self.onus(port) if onu.onu_id == onu_id and onu.state == "online"]
             return bound[0] if bound else None
 
-        found = self.wait(online, timeout=timeout)
+        try:
+            found = self.wait(online, timeout=timeout)
+        except TimeoutError:
+            raise TimeoutError(f"ONU {port}/{onu_id} is not online after {timeout} s") from None
         assert found is not None
         return found
 

@@ -5,6 +5,7 @@ from __future__ import annotations
 from typing import cast
 
 from . import answers, raw, records
+from ._caller import text_of
 from ._field import Value
 from ._onu_methods import OnuMethods
 from ._query import query
@@ -29,7 +30,7 @@ class Onu(OnuMethods):
 
     def describe(self, text: str) -> None:
         """Describes it in a text of at most 127 bytes, which the OLT keeps. An empty one takes it away."""
-        self._call(raw.bsp_pon_onu_description, self.port, self.onu_id, text)
+        self._call(raw.bsp_pon_onu_description, self.port, self.onu_id, text_of("text", text, 127))
 
     def reboot(self) -> None:
         """Reboots it. It is offline for a while."""
@@ -100,6 +101,8 @@ class Onu(OnuMethods):
 
     def push_image(self, image: bytes, version: str) -> None:
         """Sends it a software image, in parts. It starts it after a commit and a reboot."""
+        if not image:
+            raise ValueError("image: there is nothing to send")
         layout = LAYOUTS["onu_image_part"]
         data = layout.field("data")
         for offset in range(0, len(image), data.size):

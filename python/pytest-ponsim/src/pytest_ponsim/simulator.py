@@ -72,6 +72,9 @@ class Simulator:
     def __init__(self, scenario: str | os.PathLike[str] | None = None, *, seed: int = 0, ports: int = 0,
                  arrivals: int | None = None, silent: int | None = None, state: str | os.PathLike[str] | None = None,
                  record: str | os.PathLike[str] | None = None, child: bool = False, program: str | None = None) -> None:
+        for name, number in (("seed", seed), ("ports", ports), ("arrivals", arrivals), ("silent", silent)):
+            if number is not None and number < 0:
+                raise ValueError(f"{name}: {number} is below 0")
         self.record = None if record is None else os.fspath(record)
         self._folder: str | None = None
         self._names: set[str | None] = set()

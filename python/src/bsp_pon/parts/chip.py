@@ -5,7 +5,7 @@ from __future__ import annotations
 from typing import Any, cast
 
 from .. import answers, raw
-from .._caller import Caller
+from .._caller import Caller, number_in
 from .._field import Value
 from .._query import query
 from .._write import platform_block
@@ -83,6 +83,8 @@ class Chip:
             interval: ms from one discovery window to the next, 100 to 10000; at first 1000.
             window: its length in TQ of 16 ns, 12500 (the round trip of 20 km) to 65535; at first 16384.
         """
+        number_in("interval", interval, 100, 10000, "ms")
+        number_in("window", window, 12500, 65535, "TQ")
         self._set_mpcp(port, _DISCOVERY, {"discovery_interval": interval, "discovery_window": window})
 
     def set_timeouts(self, port: int, *, report: int, gate: int) -> None:
@@ -92,6 +94,8 @@ class Chip:
             report: ms without a REPORT, after which an ONU is deregistered, 50 to 10000; at first 1000.
             gate: ms without a GATE, after which an ONU sends no more, 10 to 1000; at first 50.
         """
+        number_in("report", report, 50, 10000, "ms")
+        number_in("gate", gate, 10, 1000, "ms")
         self._set_mpcp(port, _TIMEOUTS, {"report_timeout": report, "gate_timeout": gate})
 
     def set_grants(self, port: int, *, length: int, cycle: int, sync_time: int, fec: bool) -> None:
@@ -103,6 +107,9 @@ class Chip:
             sync_time: TQ that the receiver needs at a grant's start, from 1, less than the length; at first 64.
             fec: whether with forward error correction; at first without.
         """
+        number_in("length", length, 64, 65535, "TQ")
+        number_in("cycle", cycle, 250, 10000, "us")
+        number_in("sync_time", sync_time, 1, length - 1, "TQ")
         self._set_mpcp(port, _GRANTS, {"grant_length": length, "grant_cycle": cycle, "sync_time": sync_time,
                                        "fec": int(fec)})
 

@@ -123,6 +123,8 @@ class Configurations:
         It takes the configuration of an OLT with the same seed, ports, arrivals and silent share; where it refuses,
         nothing is changed. `ponctl config apply` gives another OLT what fits, and keeps that one's own state.
         """
+        if not isinstance(configuration, Configuration):
+            raise TypeError(f"a Configuration is needed, not {configuration!r}; Configuration.from_file reads a file")
         text = configuration.text.encode()
         digest, size = hashlib.sha256(text).digest(), _PART.field("bytes").size
         for offset in range(0, len(text), size):

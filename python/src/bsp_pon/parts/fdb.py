@@ -5,7 +5,7 @@ from __future__ import annotations
 from typing import TypeVar
 
 from .. import raw, records, rows
-from .._caller import Caller
+from .._caller import Caller, number_in
 from .._field import Value
 from .._row import Row
 from .._tables import COMMANDS, LAYOUTS
@@ -58,6 +58,8 @@ class Fdb:
             learning: whether addresses are learned, and known ones refreshed.
             port_limit: addresses that a PON port has at most; 0 not limited.
         """
+        if ageing:
+            number_in("ageing", ageing, 10, 1000000, "s")
         values: dict[str, Value] = {"ageing": ageing, "learning": int(learning), "port_limit": port_limit}
         self._call(raw.bsp_pon_plat_fdb_cfg_set, platform_block("fdb_config", values, 12))
 

@@ -5,7 +5,7 @@ from __future__ import annotations
 from typing import cast
 
 from .. import answers, raw, rows
-from .._caller import Caller
+from .._caller import Caller, number_in
 from .._query import query
 
 _MODES = ("automatic", "manual")
@@ -40,6 +40,10 @@ class LoopDetection:
         """
         if recovery is not None and recovery not in _MODES:
             raise ValueError(f"recovery: {recovery!r} is not one of {', '.join(_MODES)}")
+        if recovery_time is not None:
+            number_in("recovery_time", recovery_time, 10, 86400, "s")
+        if interval is not None:
+            number_in("interval", interval, 1, 600, "s")
         if recovery is not None:
             self._call(raw.bsp_pon_loop_detect_recover_mode, _MODES.index(recovery))
         if recovery_time is not None:

@@ -5,7 +5,7 @@ from __future__ import annotations
 from typing import cast
 
 from .. import answers, raw, rows
-from .._caller import Caller
+from .._caller import Caller, number_in
 from .._query import query
 from .._tables import LAYOUTS
 from .._write import platform_block
@@ -45,6 +45,9 @@ class Modules:
             interval: ms between two samples, up to 60000.
             delay: ms before the first, up to 3600000.
         """
+        number_in("samples", samples, 1, 100)
+        number_in("interval", interval, 0, 60000, "ms")
+        number_in("delay", delay, 0, 3600000, "ms")
         block = platform_block("opm_trigger", {"samples": samples, "interval": interval, "delay": delay}, 12)
         self._call(raw.bsp_om_opm_trigger_set, port, onu_id, block)
 
@@ -62,6 +65,8 @@ class Modules:
         Args:
             level: dBm, -40 to 0; None for the module's own low alarm threshold.
         """
+        if level is not None:
+            number_in("level", level, -40, 0, "dBm")
         block = platform_block("lol_mode", {} if level is None else {"level": level}, 8)
         self._call(raw.bsp_om_lol_mode_set, port, 0, int(level is not None), block)
 
@@ -73,6 +78,7 @@ class Modules:
             offset: the first byte.
             length: how many, 1 to 128, not beyond byte 255.
         """
+        number_in("length", length, 1, 128)
         asked = platform_block("i2c_read", {"address": address, "offset": offset, "length": length}, _MEMORY)
         answered = LAYOUTS["i2c_bytes"].read(self._call(raw.bsp_debug_8022_i2c_read, cage, asked), _START)
         found = cast(answers.I2cBytes, answered)

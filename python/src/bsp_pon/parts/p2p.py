@@ -5,7 +5,7 @@ from __future__ import annotations
 from typing import cast
 
 from .. import answers, raw, records, rows
-from .._caller import Caller
+from .._caller import Caller, number_in
 from .._field import Value
 from .._tables import COMMANDS, LAYOUTS
 from .._write import platform_block
@@ -98,6 +98,7 @@ class P2p:
         self._call(raw.bsp_onu_p2p_own_port_set, port, uplink)
 
     def _put_entry(self, port: int, number: int, traffic: int, values: dict[str, Value]) -> None:
+        number_in("number", number, 0, 31)
         self._call(raw.bsp_p2p_entry_set, port, traffic, number, platform_block("p2p_entry", values, 12))
 
     @staticmethod

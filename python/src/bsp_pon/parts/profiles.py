@@ -87,6 +87,8 @@ class Profiles:
 
     def store(self, kind: str, name: str, **fields: Value) -> None:
         """Stores a profile of a kind. Of one that is there, what is not named stays as it is."""
+        if not name:
+            raise ValueError("name: a profile needs one")
         layout = LAYOUTS[f"profile_{_known(kind)}"]
         block(layout.name, fields, _START, layout.end - _START)  # a wrong value is refused before anything is asked
         try:
