@@ -96,6 +96,89 @@ def test_a_marker_says_what_is_simulated(run):
     """, "--strict-markers").assert_outcomes(passed=2)
 
 
+def test_faults_are_ordered_and_end(run):
+    run("""
+        import pytest
+        from bsp_pon import IpcError, StatusError
+
+        def test_faults(olt):
+            olt.fault("status 4001", count=1)
+            with pytest.raises(StatusError):
+                olt.onus()
+            olt.fault("lost", command="BSP_CMD_ONU_BIND")
+            olt.call.timeout = 0.05
+            with pytest.raises(IpcError):
+                olt.bind(1, olt.waiting(1)[0].mac, onu_id=5)
+            olt.clear_faults()
+            olt.call.timeout = None
+            assert olt.bind(1, olt.waiting(1)[1].mac, onu_id=6) == 6
+    """).assert_outcomes(passed=1)
+
+
+def test_a_service_is_restarted_at_the_same_place(run):
+    run("""
+        import pytest
+        from bsp_pon import IpcError
+        from pytest_ponsim import SimulatorError
+
+        def test_stopped(simulator, tmp_path):
+            service = simulator(scenario="[[olt]]\\nports = 1\\n", state=tmp_path / "state")
+            olt = service.olt()
+            olt.bind(1, "02:00:5e:10:00:01", onu_id=5)
+            directory = service.directory()
+            service.restart()
+            assert olt.used_ids(1) == [5] and service.directory() == directory
+
+        def test_several(simulator, tmp_path):
+            service = simulator('[[olt]]\\nname = "north"\\nports = 1\\n[[olt]]\\nname = "south"\\nports = 2\\n')
+            south = service.olt("south")
+            service.restart()
+            assert len(south.ports()) == 2 and len(service.olt("north").ports()) == 1
+
+        def test_killed(simulator, tmp_path):
+            service = simulator(state=tmp_path / "state", child=True)
+            olt = service.olt()
+            olt.bind(1, "02:00:5e:10:00:01", onu_id=5)
+            service.kill()
+            with pytest.raises(IpcError):
+                olt.used_ids(1)
+            service.restart()
+            assert olt.used_ids(1) == [5]
+
+        def test_not_in_this_process(simulator):
+            service = simulator()
+            for kill in (service.kill, lambda: service.olt().fault("kill after")):
+                with pytest.raises(SimulatorError, match="child=True"):
+                    kill()
+            assert service.olt().ports()
+            service.stop()
+            with pytest.raises(SimulatorError, match="is stopped"):
+                service.restart()
+    """, f"--ponsim-program={os.environ['PONSIM']}").assert_outcomes(passed=4)
+
+
+def test_what_was_exchanged_is_shown_of_each_failure(run):
+    """Of several OLTs, of a fixture that fails before the test, and by processes that run tests side by side."""
+    result = run("""
+        import pytest
+
+        @pytest.fixture
+        def customer(olt):
+            olt.bind(1, olt.waiting(1)[0].mac, onu_id=200)
+
+        def test_never_runs(customer):
+            pass
+
+        def test_two(simulator):
+            two = simulator('[[olt]]\\nname = "north"\\nports = 1\\n[[olt]]\\nname = "south"\\nports = 2\\n')
+            assert two.olt("north").ports() == two.olt("south").ports()
+    """, "-p", "xdist", "-n", "2")
+    result.assert_outcomes(failed=1, errors=1)
+    result.stdout.fnmatch_lines(["*recording of ponsim: *recording-1*", "*set*BSP_CMD_ONU_BIND*PON_ERR_BAD_ONU_ID*"])
+    result.stdout.fnmatch_lines(["*recording-1.north*", "*BSP_CMD_VIEW_BASE_INFO_WEB*"])
+    result.stdout.fnmatch_lines(["*recording-1.south*"])
+
+
 def test_mistakes_are_told():
     with pytest.raises(SimulatorError, match="scenario:1: "):
         Simulator("nonsense")
