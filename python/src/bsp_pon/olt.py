@@ -210,7 +210,7 @@ class Olt(OltBase):
                   request_record("BSP_CMD_BLACKLIST_REMOVE_BATCH", port, {"id_set": list(ids)}))
 
     def auth(self) -> list[rows.Auth]:
-        """Returns the authentication records of all ports."""
+        """Returns how authentication stands at each port: the mode, and how many records, admitted ONUs, and so on."""
         return self.call(raw.bsp_pon_onu_auth_infolist_get).rows_of(rows.Auth)
 
     def auth_state(self, port: int) -> answers.AuthCounts:

@@ -192,6 +192,8 @@ def test_mistakes_are_told():
             simulator.control("cut the rope")
         with pytest.raises(SimulatorError, match="no OLT of this name"):
             simulator.olt("north")
+    with pytest.raises(ValueError, match="arrivals: -1 is below 0"):
+        Simulator(arrivals=-1)
     with pytest.raises(SimulatorError, match="stopped"):
         simulator.now()
     simulator.stop()

@@ -139,6 +139,12 @@ def test_thousands_of_queries_leave_nothing_behind(small):
     small.onus(1)
     small.onus(1)  # after this the service has released what the first one needed
     before = left()
-    for _ in range(3000):
+    for _ in range(2000):
         small.onus(1)
     assert left() == before
+    for fault in ("no-result", "bad-result cut", "bad-result type", "bad-result columns", "status 4001"):
+        small.fault(fault, count=100)
+        for _ in range(100):
+            with pytest.raises((AnswerError, StatusError)):
+                small.onus(1)
+    assert left() == before, "what a failed query was answered with is released, too"

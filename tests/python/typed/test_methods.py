@@ -2,6 +2,7 @@
 
 import ast
 import inspect
+import operator
 import pathlib
 import re
 import typing
@@ -69,7 +70,10 @@ def onus():
             olt.bind(1, onu.mac)
             olt.onu(1, olt.find(onu.mac).onu_id).monitor(True)
         olt.step("20 min")
-        yield [olt.onu(1, onu_id) for onu_id in olt.used_ids(1)]
+        made = [olt.onu(1, onu_id) for onu_id in olt.used_ids(1)]
+        for onu in made:
+            onu.olt = olt
+        yield made
 
 
 def questions():
@@ -98,6 +102,27 @@ def test_an_answer_has_the_keys_and_types_of_its_class(name, kind, onus):
         assert set(answer) == set(hints)
         assert all(fits(answer[key], hint) for key, hint in hints.items()), answer
     assert answered > 0 and kind is getattr(answers, kind.__name__)
+
+
+def parts_questions():
+    found = []
+    for name, kind in [("", Olt), *((name, getattr(parts, kind)) for name, kind in (
+            ("chip", "Chip"), ("modules", "Modules"), ("p2p", "P2p"), ("loop_detection", "LoopDetection")))]:
+        for method, function in inspect.getmembers(kind, inspect.isfunction):
+            module, _, of = function.__annotations__.get("return", "").partition(".")
+            if module == "answers" and method != "binding":
+                found.append((f"{name}.{method}".lstrip("."), getattr(answers, of)))
+    return found
+
+
+@pytest.mark.parametrize("name, kind", parts_questions(), ids=str)
+def test_an_answer_of_the_olt_has_the_keys_and_types_of_its_class(name, kind, onus):
+    ask = operator.attrgetter(name)(onus[0].olt)
+    needed = [each for each in inspect.signature(ask).parameters.values() if each.default is each.empty]
+    answer = ask(*[1] * len(needed))
+    hints = typing.get_type_hints(kind)
+    assert set(answer) == set(hints)
+    assert all(fits(answer[key], hint) for key, hint in hints.items()), answer
 
 
 PAIRS = [(Olt, aio.Olt), (Onu, aio.Onu), *((getattr(parts, name), getattr(made, name)) for name in parts.__all__

@@ -175,3 +175,49 @@ def test_an_onu_that_is_off_is_asked_at_the_olt_alone(begin):
             call()
         assert off.value.name == "PON_ERR_OFFLINE"
     assert onu.get_mc_switch_local()["mode"] in ("snooping", "controllable multicast")
+
+
+def test_no_answer_is_lost_or_anothers_while_things_happen(begin):
+    """Threads are busy with a port of their own each, while fibres are cut and mended."""
+    olt = begin(arrivals=4).olt()
+    rounds, ports, wrong, offline = 40, range(1, 5), [], []
+    for port in ports:
+        for onu_id, onu in enumerate(olt.waiting(port)):
+            olt.bind(port, onu.mac, onu_id=onu_id)
+    over = threading.Event()
+
+    def happen():
+        turn = 0
+        while not over.is_set():
+            olt.control(f"cut {1 + turn % 4} feeder")
+            olt.step("1 s")
+            olt.control(f"mend {1 + turn % 4} feeder")
+            olt.step("10 s")
+            turn += 1
+
+    def work(port):
+        own = Olt(olt.call.directory)
+        for turn in range(rounds):
+            onu, text = own.onu(port, turn % 4), f"port {port}, turn {turn}"
+            try:
+                onu.describe(text)
+                own.profiles.store_line(f"client {port}", upstream=turn)
+                found = onu.binding()["description"], own.profiles.get("line", f"client {port}")["upstream"]
+                rows = {row.onu_id: row.description for row in own.onus(port)}
+                if found != (text, turn) or rows[turn % 4] != text or len(rows) != 4:
+                    wrong.append((found, rows))
+                onu.get_mc_switch()
+            except StatusError as error:
+                (offline if error.name == "PON_ERR_OFFLINE" else wrong).append(error)
+
+    fate = threading.Thread(target=happen)
+    threads = [threading.Thread(target=work, args=(port,)) for port in ports]
+    fate.start()
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    over.set()
+    fate.join()
+    assert wrong == []
+    assert len(olt.onus()) == 64 and len(olt.profiles.list("line")) == 4

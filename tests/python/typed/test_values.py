@@ -81,6 +81,16 @@ def test_settings_are_listed():
     (lambda olt: olt.modules.set_light_loss_level(1, -99), ValueError, "level: -99 is not a number from -40 to 0 dBm"),
     (lambda olt: olt.profiles.store_line(""), ValueError, "name: a profile needs one"),
     (lambda olt: olt.config.load("x"), TypeError, "a Configuration is needed, not 'x'"),
+    (lambda olt: olt.find("02:00:00:00:00:09"), Unknown, "there is no ONU 02:00:00:00:00:09"),
+    (lambda olt: olt.release(1), TypeError, "an onu_id or a mac is needed; release_all releases all"),
+    (lambda olt: olt.reject(1), TypeError, "either an onu_id or a mac is needed"),
+    (lambda olt: olt.set_auth_mode(1, "x"), ValueError, "mode: 'x' is not one of mac, loid, loid-password, hybrid"),
+    (lambda olt: olt.set_oui("xyz"), ValueError, "'xyz' is no OUI, as 11:22:33"),
+    (lambda olt: olt.chip.set_llid(1, 2, frames="x"), ValueError, "frames: 'x' is not one of learned, forwarded, dropped"),
+    (lambda olt: olt.chip.set_ge_phy(1, "x"), ValueError, "control: 'x' is not a list of some of reset, loopback"),
+    (lambda olt: olt.loop_detection.configure(recovery="x"), ValueError, "recovery: 'x' is not one of automatic, manual"),
+    (lambda olt: olt.p2p.set_entry(1, 3, "remove"), ValueError, "action: 'remove' is not one of forward, drop; remove_"),
+    (lambda olt: olt.profiles.list("lines"), ValueError, "'lines' is no kind of profile; known are line, sla, alarm"),
     (lambda olt: olt.ask("sn"), Unknown, "sn is no question to the OLT; like it are view_onu_sn, onu_sn"),
     (lambda olt: olt.wait_online(1, 9, timeout=2), TimeoutError, "ONU 1/9 is not online after 2 s"),
     (lambda olt: Olt("/nowhere").info(), IpcError, "nobody serves the module; looked in /nowhere, and Olt.directory. or"),
@@ -124,4 +134,7 @@ def test_records_and_data_frames(olt):
     frame = to_dataframe(found)
     assert list(frame.columns) == list(dictionaries[0])
     assert str(frame["onu_id"].dtype) == "Int64" and frame["onu_id"].dropna().tolist() == [5]
-    assert to_dataframe([]).empty
+    assert frame.attrs["units"] == {"distance": "m"}
+    empty = to_dataframe([], rows.OnuInfo)
+    assert to_dataframe([]).empty and empty.empty and list(empty.columns) == list(frame.columns)
+    assert empty.dtypes.equals(frame.dtypes)
