@@ -1,7 +1,9 @@
-"""What setuptools does not do by itself: the modules and the C that follow from the catalogue are made.
+"""What setuptools does not do by itself: the modules and the C that follow from the catalogue are made, and the classes
+for asyncio that follow from the others.
 
-In the source tree the catalogue's generator makes them, in the folder of the build. A source distribution brings them
-along, because it has no catalogue. The extension is compiled against the headers and libraries that pkg-config knows.
+In the source tree the catalogue's generator and make_async.py make them, in the folder of the build. A source distribution
+brings them along, because it has no catalogue. The extension is compiled against the headers and libraries that pkg-config
+knows.
 """
 
 import pathlib
@@ -28,6 +30,9 @@ def generated(command):
         return BROUGHT
     made = pathlib.Path(command.get_finalized_command("build").build_base).resolve() / "generated"
     subprocess.run([sys.executable, "-B", HERE.parent / "catalog/generate.py", "--python", made], check=True)
+    package = made / "bsp_pon"
+    subprocess.run([sys.executable, "-B", HERE / "make_async.py", HERE / "src/bsp_pon", package, package / "_async.py"],
+                   check=True)
     return made
 
 

@@ -9,7 +9,7 @@ from .checkout import Checkout
 from .reading.entry import CatalogueError
 from .writing.export_map import exports, symbols
 from .writing.header import header
-from .writing.python import native, queries, raw, records, rows
+from .writing.python import answers, native, onu, queries, raw, records, rows
 from .writing.python import tables as python_tables
 from .writing.record_length import record_length
 from .writing.service_words import service_words
@@ -37,6 +37,8 @@ PYTHON = {
     "bsp_pon/raw.py": raw.raw,
     "bsp_pon/records.py": records.records,
     "bsp_pon/rows.py": rows.rows,
+    "bsp_pon/answers.py": answers.answers,
+    "bsp_pon/_onu_methods.py": onu.onu,
     "bsp_pon/_queries.py": queries.queries,
     "bsp_pon/_tables.py": python_tables.tables,
 }

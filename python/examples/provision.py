@@ -62,7 +62,7 @@ def carry_out(olt: Olt, order: Order, dry_run: bool) -> str:
         onu = olt.onu(order.port, onu_id)
         if not any(vlan.uni == 1 and vlan.vlan_mode == "tag" and vlan.pvid == order.vlan for vlan in onu.vlans()):
             done.append(f"vlan {order.vlan}")
-            onu.set("vlan", uni=1, mode="tag", pvid=order.vlan)
+            onu.set_vlan(uni=1, mode="tag", pvid=order.vlan)
     return ", ".join(done) or "nothing to do"
 
 

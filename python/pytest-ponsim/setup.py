@@ -2,4 +2,4 @@
 
 from setuptools import setup
 
-setup(cffi_modules=["build_native.py:installed"])
+setup(cffi_modules=["build_native.py:installed"], options={"bdist_wheel": {"py_limited_api": "cp311"}})

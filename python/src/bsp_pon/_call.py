@@ -29,6 +29,8 @@ def failure(done: int, operation: str, outputs: object) -> BspError:
 
 def text(value: str, name: str) -> bytes:
     """Returns a text as C has it. Bytes that are no UTF-8 are given as they come out of `text_of`."""
+    if not isinstance(value, str):
+        raise TypeError(f"{name}: a text is needed, not {value!r}")
     encoded = value.encode("utf-8", "surrogateescape")
     if b"\0" in encoded:
         raise ValueError(f"{name}: a text ends at a zero byte, so it cannot hold one")

@@ -92,17 +92,19 @@ class Field:
             return [named.get(bit, f"bit {bit}") for bit in range(8 * self.size) if number >> bit & 1]
         return number if self.scale == 1 else round(number * self.scale, 9)
 
-    def encode(self, value: Value, name: str, form: str | None) -> bytes:
-        """Returns the bytes of a value. Raises ValueError, which starts with the name, where it does not take one."""
+    def encode(self, value: Value, name: str, form: str | None, checked: bool = True) -> bytes:
+        """Returns the bytes of a value. Raises ValueError, which starts with the name, where it does not take one. What
+        is not checked may be any number that fits.
+        """
         try:
-            content = _encode_form(value, form, self.size) if form else self._encode(value)
+            content = _encode_form(value, form, self.size) if form else self._encode(value, checked)
         except (ValueError, TypeError, OverflowError) as error:
             raise ValueError(f"{name}: {error}") from None
         return content
 
-    def _encode(self, value: Value) -> bytes:
+    def _encode(self, value: Value, checked: bool) -> bytes:
         if self.type in _NUMBERS:
-            return self._count_of(value).to_bytes(self.size, sys.byteorder, signed=self.type in _SIGNED)
+            return self._count_of(value, checked).to_bytes(self.size, sys.byteorder, signed=self.type in _SIGNED)
         if self.type == "mac":
             return mac_bytes(_text(value))
         if self.type == "ipv4":
@@ -115,18 +117,18 @@ class Field:
         if self.type == "text":
             return _at_most(_text(value).encode("utf-8", "surrogateescape"), self.size - 1).ljust(self.size, b"\0")
         if self.type == "list":
-            return _at_most(bytes(_numbers(value)), self.size).ljust(self.size, b"\0")
+            return _at_most(bytes(_numbers(value, 0, 255)), self.size).ljust(self.size, b"\0")
         if self.type == "ports":
-            return sum(1 << number - 1 for number in set(_numbers(value))).to_bytes(self.size, "big")
+            return sum(1 << number - 1 for number in set(_numbers(value, 1, 8 * self.size))).to_bytes(self.size, "big")
         if self.type == "idset":
-            bits = sum(1 << number for number in set(_numbers(value))).to_bytes(self.size, "little")
+            bits = sum(1 << number for number in set(_numbers(value, 0, 8 * self.size - 1))).to_bytes(self.size, "little")
             words = [int.from_bytes(bits[at:at + 4], "little") for at in range(0, self.size, 4)]
             return b"".join(word.to_bytes(4, sys.byteorder) for word in words)
         if not isinstance(value, bytes):
             raise ValueError(f"bytes are needed, not {value!r}")
         return _at_most(value, self.size).ljust(self.size, b"\0")
 
-    def _count_of(self, value: Value) -> int:
+    def _count_of(self, value: Value, checked: bool) -> int:
         """Returns the number that stands in the record for a value."""
         if isinstance(value, str):
             if value not in self.values:
@@ -139,11 +141,11 @@ class Field:
             return sum(1 << self.flags[flag] for flag in self.flags if flag in value)
         if not isinstance(value, (int, float)):
             raise ValueError(f"{value!r} is not {self._expected()}")
-        if self.range and not self.range[0] <= value <= self.range[1]:
+        if checked and self.range and not self.range[0] <= value <= self.range[1]:
             raise ValueError(f"{value!r} is not {self._expected()}")
         # A large whole number is no float without losing digits.
         count = value if isinstance(value, int) and self.scale == 1 else round(value / self.scale)
-        if self.values and count not in self.values.values():
+        if checked and self.values and count not in self.values.values():
             raise ValueError(f"{value!r} is not {self._expected()}")
         return count
 
@@ -186,12 +188,15 @@ def _text(value: Value) -> str:
     return value
 
 
-def _numbers(value: Value) -> list[int]:
+def _numbers(value: Value, least: int, most: int) -> list[int]:
     if not isinstance(value, list):
         raise ValueError(f"a list of numbers is needed, not {value!r}")
     numbers = [number for number in value if isinstance(number, int)]
     if len(numbers) != len(value):
         raise ValueError(f"a list of numbers is needed, not {value!r}")
+    for number in numbers:
+        if not least <= number <= most:
+            raise ValueError(f"{number} is not a number from {least} to {most}")
     return numbers
 
 

@@ -22,6 +22,7 @@ class Layout:
     of_answer: bool
     present: str
     kept: bool
+    index: int | None  # of what is kept, where several things share a code
     brief: str
     fields: tuple[Field, ...]
 
@@ -59,31 +60,60 @@ class Layout:
                 values[field.name] = self._value(field, whole, 0)
         return values
 
-    def write(self, values: Mapping[str, Value], content: bytearray) -> None:
+    def write(self, values: Mapping[str, Value], content: bytearray, checked: bool = True) -> None:
         """Puts values into a record. Other fields stay, but one that has no meaning with the others becomes zero.
 
-        Raises ValueError where a field does not take a value, or has no meaning with the others.
+        Raises ValueError where a field does not take a value, or has no meaning with the others. What an OLT told need
+        not be checked: it may have a number that cannot be set, where nothing was set yet.
         """
-        # What another field decides about is written when that field has its value.
-        for decided in (False, True):
-            for name, value in values.items():
-                field = self.field(name)
-                if bool(field.decider) == decided:
-                    self._put(field, name, value, content)
+        self._put_all(values, content, checked)
         for field in self.fields:
             if self._has_meaning(field, content):
                 continue
             named = [name for name in field.names() if name in values]
             place = slice(field.offset, field.end)
-            if named and any(content[place]):
-                where = " or ".join(field.where)
-                raise ValueError(f"{named[0]}: has a meaning only where {field.condition} is {where}")
+            if checked and named and any(content[place]):
+                raise self._meaningless(named[0], field)
             content[place] = bytes(field.end - field.offset)
 
-    def _put(self, field: Field, name: str, value: Value, content: bytearray) -> None:
+    def check(self, values: Mapping[str, Value]) -> None:
+        """Raises ValueError where no record can have these values, whatever those are that are not named."""
+        content = bytearray(self.end)
+        self._put_all(values, content, True)
+        for name in values:
+            field = self.field(name)
+            if any(content[field.offset:field.end]) and self._is_ruled_out(field, values):
+                raise self._meaningless(name, field)
+
+    def _put_all(self, values: Mapping[str, Value], content: bytearray, checked: bool) -> None:
+        # What another field decides about is written when that field has its value.
+        for decided in (False, True):
+            for name, value in values.items():
+                field = self.field(name)
+                if bool(field.decider) == decided:
+                    self._put(field, name, value, content, checked)
+
+    def _is_ruled_out(self, field: Field, values: Mapping[str, Value]) -> bool:
+        """Returns whether a field has no meaning with what is named of those that it depends on."""
+        if not field.condition:
+            return False
+        condition = self.field(field.condition)
+        if condition.name not in values:
+            return self._is_ruled_out(condition, values)
+        named = condition.encode(values[condition.name], condition.name, None)
+        return condition.decode(named, None) not in field.where
+
+    @staticmethod
+    def _meaningless(name: str, field: Field) -> ValueError:
+        return ValueError(f"{name}: has a meaning only where {field.condition} is {' or '.join(field.where)}")
+
+    def _put(self, field: Field, name: str, value: Value, content: bytearray, checked: bool) -> None:
+        if field.times and name == field.name:
+            for place in range(field.times):  # what was behind a longer list must not stay
+                content[field.part_of(place)] = bytes(field.size)
         for place, one in self._places(field, name, value):
             form = field.form_for(self._decider(field, content, place))
-            content[field.part_of(place)] = field.encode(one, name, form)
+            content[field.part_of(place)] = field.encode(one, name, form, checked)
         if field.times and name == field.name and field.counter and isinstance(value, list):
             counter = self.field(field.counter)
             content[counter.part_of(0)] = counter.encode(len(value), field.counter, None)

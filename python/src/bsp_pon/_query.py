@@ -2,10 +2,12 @@
 
 from __future__ import annotations
 
+import difflib
 import sys
 from typing import Any, NamedTuple
 
 from . import raw, records, rows
+from ._caller import explained
 from ._layout import Values
 from ._row import Row
 from ._tables import LAYOUTS
@@ -32,7 +34,11 @@ class Query(NamedTuple):
         if set(given) != set(self.given):
             taken, those = (", ".join(names) or "nothing" for names in (self.given, given))
             raise TypeError(f"{self.operation} takes {taken}, not {those}")
-        delivered: Any = getattr(raw, self.operation)(**given)
+        function = getattr(raw, self.operation)
+        try:
+            delivered: Any = function(**given)
+        except (TypeError, OverflowError) as error:
+            raise explained(error, function, (), given) from None
         if self.kind == "rows":
             database: Database = delivered
             return database.rows_of(rows.VIEWS[self.read_by])
@@ -53,5 +59,7 @@ def query(name: str) -> Query:
     from ._queries import QUERIES
 
     if name not in QUERIES:
-        raise Unknown(f"{name} is no question to the OLT; known are {', '.join(sorted(QUERIES))}")
+        near = [each for each in QUERIES if name in each.split("_")] or difflib.get_close_matches(name, QUERIES)
+        like = f"; like it are {', '.join(near)}" if near else ""
+        raise Unknown(f"{name} is no question to the OLT{like}; Olt.questions() lists all")
     return QUERIES[name]

@@ -53,16 +53,19 @@ def to_records(rows: Iterable[Row]) -> list[dict[str, object]]:
     return [row.to_record() for row in rows]
 
 
-def to_dataframe(rows: Iterable[Row]) -> Any:
+def to_dataframe(rows: Iterable[Row], view: type[Row] | None = None) -> Any:
     """Returns rows as a data frame of pandas. Whole numbers that may be null stay whole: they are Int64.
 
-    Needs pandas, which is imported when this is called.
+    Its attrs["units"] has the units of columns. Without rows there are no columns, unless the view is named, as
+    bsp_pon.rows.OnuInfo. Needs pandas, which is imported when this is called.
     """
     import pandas  # type: ignore[import]
 
     given = list(rows)
-    frame = pandas.DataFrame(to_records(given))
+    kind: type[Row] = view or (type(given[0]) if given else Row)
+    columns = kind.COLUMNS
+    frame = pandas.DataFrame(to_records(given), columns=[column.name for column in columns])
     types = {int: "Int64", float: "Float64", bool: "boolean", str: "string"}
-    for column in given[0].COLUMNS if given else ():
-        frame[column.name] = frame[column.name].astype(types[column.type])
+    frame = frame.astype({column.name: types[column.type] for column in columns})
+    frame.attrs["units"] = {column.name: column.unit for column in columns if column.unit}
     return frame

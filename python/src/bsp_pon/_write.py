@@ -23,13 +23,18 @@ def request_layout(command: str) -> Layout:
     raise KeyError(command)
 
 
-def set_of(command: str, port: int, onu_ids: Iterable[int]) -> records.bsp_pon_msg:
-    """Returns a request for some ONUs of a port."""
+def request_record(command: str, port: int, values: Mapping[str, Value]) -> records.bsp_pon_msg:
+    """Returns a command's request about a PON port."""
     content = bytearray(records.bsp_pon_msg.SIZE)
-    request_layout(command).write({"onu_set": list(onu_ids)}, content)
+    request_layout(command).write(values, content)
     record = records.bsp_pon_msg.from_bytes(bytes(content))
     record.pon_port = port
     return record
+
+
+def set_of(command: str, port: int, onu_ids: Iterable[int]) -> records.bsp_pon_msg:
+    """Returns a request for some ONUs of a port."""
+    return request_record(command, port, {"onu_set": list(onu_ids)})
 
 
 def block(layout_name: str, values: Mapping[str, Value], start: int, size: int) -> bytes:

@@ -8,6 +8,8 @@ def mac_bytes(address: str | bytes) -> bytes:
 
     Takes 02:00:5e:10:00:01, 02-00-5e-10-00-01, 0200.5e10.0001, or the bytes themselves.
     """
+    if not isinstance(address, (str, bytes)):
+        raise TypeError(f"{address!r} is no MAC address, which is a text as 02:00:5e:10:00:01")
     try:
         if isinstance(address, str):
             content = bytes.fromhex("".join(each for each in address if each not in ":-."))

@@ -69,8 +69,12 @@ class Database(_Owned):
         return rows
 
     def rows_of(self, view: type[AnyRow]) -> list[AnyRow]:
-        """Returns the rows as those of a view, and closes the database."""
+        """Returns the rows as those of a view, and closes the database. Raises AnswerError where there is none, which is
+        no empty table: the service left no result, or one that is larger than the operation takes.
+        """
         with self:
+            if not self.text():
+                raise AnswerError(f"{view.VIEW}: the service left no result, or one that is too large")
             return [view.read(row) for row in self.rows()]
 
 

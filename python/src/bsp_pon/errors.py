@@ -26,7 +26,14 @@ class StatusError(BspError):
         self.text = text
         self.operation = operation
         self.outputs = outputs
-        super().__init__(f"{operation}: {name or 'status'} ({number}): {text}")
+        super().__init__(number, operation)
+
+    def __str__(self) -> str:
+        return f"{self.operation}: {self.name or 'status'} ({self.number}): {self.text}"
+
+    def __reduce__(self) -> tuple[type[StatusError], tuple[int, str]]:
+        # What was delivered may be memory of this process.
+        return StatusError, (self.number, self.operation)
 
 
 class IpcError(BspError):
@@ -41,7 +48,11 @@ class IpcError(BspError):
         self.number = number
         self.text = text
         self.operation = operation
-        super().__init__(f"{operation}: IPC failure {number}: {text}")
+        self.where = ""  # which service was looked for, as it is told
+        super().__init__(number, text, operation)
+
+    def __str__(self) -> str:
+        return f"{self.operation}: IPC failure {self.number}: {self.text}{self.where}"
 
 
 class AnswerError(BspError):

@@ -62,6 +62,7 @@ def test_wheels_are_built_from_source_distributions_and_work(environment, tmp_pa
 
 
 @pytest.mark.parametrize("was, becomes", [
+    ("", ""),
     ("bsp_pon_no_bind_onu_all(uint32_t pon_port)", "bsp_pon_no_bind_onu_all(uint8_t pon_port)"),
     ("bsp_pon_no_bind_onu_all(uint32_t pon_port)", "bsp_pon_release_everything(uint32_t pon_port)"),
     ("uint32_t arg_value; /* 40", "uint8_t arg_value[4]; /* 40"),
@@ -69,14 +70,12 @@ def test_wheels_are_built_from_source_distributions_and_work(environment, tmp_pa
 ])
 def test_a_header_that_is_different_does_not_compile(was, becomes, tmp_path):
     header = (ROOT / "include/bsp_pon.h").read_text(encoding="utf-8")
-    assert header.count(was) == 1
+    assert was == becomes or header.count(was) == 1
     (tmp_path / "bsp_pon.h").write_text(header.replace(was, becomes), encoding="utf-8")
     python = run(sys.executable, "-c", "import sysconfig; print(sysconfig.get_path('include'))").strip()
 
-    def compiled(*folders):
-        words = ["cc", "-fsyntax-only", "-w", "-Werror=incompatible-pointer-types", "-Werror=int-conversion",
-                 *(f"-I{folder}" for folder in folders), f"-I{ROOT}/board/include", f"-I{ROOT}/board/host/include",
-                 f"-I{python}", BUILD / "python/native.c"]
-        return subprocess.run(words, capture_output=True, timeout=120, check=False).returncode == 0
-
-    assert compiled(ROOT / "include") and not compiled(tmp_path)
+    folders = (tmp_path, ROOT / "board/include", ROOT / "board/host/include", python)
+    words = ["cc", "-fsyntax-only", "-w", "-Werror=incompatible-pointer-types", "-Werror=int-conversion",
+             *(f"-I{folder}" for folder in folders), BUILD / "python/native.c"]
+    done = subprocess.run(words, capture_output=True, timeout=120, check=False)
+    assert (done.returncode == 0) == (was == becomes)

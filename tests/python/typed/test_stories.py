@@ -181,14 +181,14 @@ def test_an_upgrade_in_which_an_onu_loses_power(olt):
 
 @HOME
 def test_a_laser_ages_until_its_alarm_comes(olt):
-    new = olt.port_optics(PORT)
+    new = olt.modules.diagnostics(PORT)
     assert new["bias"] < new["bias_high_alarm"] and olt.alarms(PORT) == []
     for _ in range(60):
         if olt.alarms(PORT):
             break
         olt.control(f"age {PORT} 8760")
     (alarm,) = olt.alarms(PORT)
-    assert alarm.onu_id is None and olt.port_optics(PORT)["bias"] > new["bias"]
+    assert alarm.onu_id is None and olt.modules.diagnostics(PORT)["bias"] > new["bias"]
     olt.clear_alarms(PORT)
     assert [(again.name, again.count, again.cause) for again in olt.alarms(PORT)] == [(alarm.name, 1, "age")]
 

@@ -7,33 +7,46 @@ OUTPUTS = {"db": "rows", "block-out": "bytes", "response": "record", "u8-out": "
            "u32-out": "number"}
 
 
+SENDERS = {"BSP_MSG_ONU_CFG": "bsp_pon_onu_ctc_config", "BSP_MSG_ONU_INFO": "bsp_pon_onu_ctc_debug"}
+
+
 def queries(catalogue):
+    lines = [*opening("Which operation asks for what, and how its answer reads."), "from ._query import Query", "",
+             "# By the name of the command, without what all commands have.", "QUERIES: dict[str, Query] = {"]
+    for operation, view, layout in asked(catalogue):
+        lines.append(f"    {short(operation.command.name)!r}: {query_of(operation, view, layout)},")
+    lines += ["}", "", "# The layout of each setting of a remote ONU, its command and the operation that sends it.",
+              "SETTINGS: dict[str, tuple[str, str, str]] = {"]
+    for name, layout, command in settings(catalogue):
+        lines.append(f"    {name!r}: ({layout.name!r}, {command.name!r}, {SENDERS[command.channel.name]!r}),")
+    return "\n".join([*lines, "}"]) + "\n"
+
+
+def asked(catalogue):
+    """Returns the operations that ask, one for each command. Beside each stands the view, or else the layout, that its
+    answer is read by.
+    """
     views = {command: view for view in catalogue.views.values() for command in view.commands}
     answers = {command: layout for layout in catalogue.layouts.values() if layout.of_answer
                for command in layout.commands}
-    lines = [*opening("Which operation asks for what, and how its answer reads."), "from ._query import Query", "",
-             "# By the name of the command, without what all commands have.", "QUERIES: dict[str, Query] = {"]
-    taken = set()
+    found = {}
     for operation in catalogue.operations():
         command = operation.command
-        if command is None or command in taken or operation.answer == "none":
+        if command is None or command in found or operation.answer == "none":
             continue
-        row = query_of(operation, views.get(command), answers.get(command))
-        if row:
-            taken.add(command)
-            lines.append(f"    {short(command.name)!r}: {row},")
-    lines += ["}", "", "# The layout of each setting of a remote ONU, its command and the operation that sends it.",
-              "SETTINGS: dict[str, tuple[str, str, str]] = {"]
-    for layout in catalogue.layouts.values():
-        if layout.of_answer or layout.kept or layout.record.name != "bsp_onu_msg":
-            continue
-        for command in layout.commands:
-            sender = {"BSP_MSG_ONU_CFG": "bsp_pon_onu_ctc_config", "BSP_MSG_ONU_INFO": "bsp_pon_onu_ctc_debug"}.get(
-                command.channel.name)
-            if sender and command.impact != "read" and command.call in (None, "set"):
-                name = short(command.name).removeprefix("onu_")
-                lines.append(f"    {name!r}: ({layout.name!r}, {command.name!r}, {sender!r}),")
-    return "\n".join([*lines, "}"]) + "\n"
+        view, layout = views.get(command), answers.get(command)
+        if query_of(operation, view, layout):
+            is_table = any(argument.type == "db" and not argument.dropped for argument in operation.args.values())
+            found[command] = (operation, view if is_table else None, None if is_table else layout)
+    return list(found.values())
+
+
+def settings(catalogue):
+    """Returns the name, the layout and the command of each setting of a remote ONU."""
+    return [(short(command.name).removeprefix("onu_"), layout, command) for layout in catalogue.layouts.values()
+            if not layout.of_answer and not layout.kept and layout.record.name == "bsp_onu_msg"
+            for command in layout.commands
+            if command.channel.name in SENDERS and command.impact != "read" and command.call in (None, "set")]
 
 
 def short(name):

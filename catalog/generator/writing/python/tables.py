@@ -22,7 +22,7 @@ def layout_of(layout):
     commands = "".join(f"{command.name!r}, " for command in layout.commands)
     lines = [f"    {layout.name!r}: Layout(",
              f"        {layout.name!r}, {layout.record.name!r}, ({commands}), {layout.of_answer},",
-             f"        {present!r}, {layout.kept}, {layout.brief!r},", "        ("]
+             f"        {present!r}, {layout.kept}, {layout.index}, {layout.brief!r},", "        ("]
     for field in layout.fields.values():
         if field.index == 0:
             lines.append(f"            {field_of(field)},")

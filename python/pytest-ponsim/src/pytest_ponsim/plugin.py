@@ -72,7 +72,7 @@ def olt(request: pytest.FixtureRequest, simulator: Callable[..., Simulator]) -> 
 def pytest_runtest_makereport(item: pytest.Item) -> Generator[None, Any, None]:
     outcome = yield
     report = outcome.get_result()
-    if report.when == "call" and report.failed:
+    if report.failed:
         for recording in item.stash.get(_RECORDINGS, []):
             # Of several OLTs each has a file, with its name behind a dot.
             for file in sorted(recording.parent.glob(recording.name + "*")):

@@ -7,7 +7,7 @@ import shutil
 import tempfile
 from types import TracebackType
 
-from bsp_pon import Olt
+from bsp_pon import IpcError, Olt
 
 from ._native import ffi, lib
 from .duration import milliseconds
@@ -72,35 +72,31 @@ class Simulator:
     def __init__(self, scenario: str | os.PathLike[str] | None = None, *, seed: int = 0, ports: int = 0,
                  arrivals: int | None = None, silent: int | None = None, state: str | os.PathLike[str] | None = None,
                  record: str | os.PathLike[str] | None = None, child: bool = False, program: str | None = None) -> None:
+        for name, number in (("seed", seed), ("ports", ports), ("arrivals", arrivals), ("silent", silent)):
+            if number is not None and number < 0:
+                raise ValueError(f"{name}: {number} is below 0")
         self.record = None if record is None else os.fspath(record)
-        self._folder = _short_folder()
-        kept = []
-
-        def text(value: str | os.PathLike[str] | None) -> object:
-            if value is None:
-                return ffi.NULL
-            kept.append(ffi.new("char[]", os.fsencode(value)))
-            return kept[-1]
-
-        options = ffi.new("bsp_simulator_options *")
+        self._folder: str | None = None
+        self._names: set[str | None] = set()
+        self._program = program if child else None
+        self._child = child
+        self._texts: list[object] = []
+        options = self._options = ffi.new("bsp_simulator_options *")
         is_file = isinstance(scenario, os.PathLike)
-        options.scenario_file = text(scenario if is_file else None)
-        options.scenario = text(None if is_file else scenario)
+        options.scenario_file = self._text(scenario if is_file else None)
+        options.scenario = self._text(None if is_file else scenario)
         options.seed, options.ports = seed, ports
         options.arrivals, options.silent = _or_none(arrivals), _or_none(silent)
-        options.state, options.record, options.socket_dir = text(state), text(record), text(self._folder)
-        error = ffi.new("char[]", 4096)
-        if child:
-            self._handle = lib.bsp_simulator_spawn(options, text(program), error, 4096)
-        else:
-            self._handle = lib.bsp_simulator_start(options, error, 4096)
-        if not self._handle:
-            self._remove_folder()
-            raise SimulatorError(ffi.string(error).decode("utf-8", "replace"))
+        options.state, options.record = self._text(state), self._text(record)
+        self._folder = _short_folder()
+        options.socket_dir = self._text(self._folder)
+        self._begin()
 
     def olt(self, name: str | None = None, timeout: float | None = None) -> SimulatedOlt:
         """Returns the OLT of a name, or the only one."""
-        return SimulatedOlt(self, name, timeout)
+        made = SimulatedOlt(self, name, timeout)
+        self._names.add(name)
+        return made
 
     def directory(self, name: str | None = None) -> str:
         """Returns the folder of an OLT's sockets."""
@@ -112,6 +108,7 @@ class Simulator:
 
     def control(self, line: str, name: str | None = None) -> str:
         """Carries out a line of `ponsim ctl`."""
+        self._refuse_suicide(line)
         said = ffi.new("char[]", _SAID)
         failed = lib.bsp_simulator_control(self._running(), _name(name), line.encode(), said, _SAID)
         answer: str = ffi.string(said).decode("utf-8", "replace")
@@ -131,6 +128,32 @@ class Simulator:
             raise SimulatorError("the simulator does not say how much time has passed")
         return passed / 1000
 
+    def kill(self, name: str | None = None) -> None:
+        """Ends its process at once, in the middle of everything, as a crash of the service. It needs child=True."""
+        line = "fault kill before"
+        self._refuse_suicide(line)
+        reached = self.olt(name)
+        try:
+            self.control(line, name)
+            reached.info()
+        except (IpcError, SimulatorError):  # whoever asks first ends it, so that it may not have said that it will
+            return
+        raise SimulatorError("the simulator does not end")
+
+    def restart(self) -> None:
+        """Stops it where it still runs, and starts it again at the same place, where its OLTs find it.
+
+        An OLT is then as its state has it. Without `state` it is a new one.
+        """
+        running = self._running()
+        for name in self._names:
+            folder = self.directory(name)
+            self._folder = self._folder or (os.path.dirname(folder) if name else folder)
+        lib.bsp_simulator_stop(running)
+        self._handle = None
+        self._options.socket_dir = self._text(self._folder)
+        self._begin()
+
     def stop(self) -> None:
         """Stops it. Its OLTs cannot be reached any more. To stop it again does nothing."""
         if self._handle:
@@ -144,6 +167,27 @@ class Simulator:
     def __exit__(self, kind: type[BaseException] | None, error: BaseException | None,
                  trace: TracebackType | None) -> None:
         self.stop()
+
+    def _begin(self) -> None:
+        error = ffi.new("char[]", 4096)
+        if self._child:
+            self._handle = lib.bsp_simulator_spawn(self._options, self._text(self._program), error, 4096)
+        else:
+            self._handle = lib.bsp_simulator_start(self._options, error, 4096)
+        if not self._handle:
+            self._remove_folder()
+            raise SimulatorError(ffi.string(error).decode("utf-8", "replace"))
+
+    def _refuse_suicide(self, line: str) -> None:
+        if not self._child and line.split()[:2] == ["fault", "kill"]:
+            raise SimulatorError(f"{line}: it would end the process of the test; start the simulator with child=True")
+
+    def _text(self, value: str | os.PathLike[str] | None) -> object:
+        """Returns a text for C, which lives as long as this."""
+        if value is None:
+            return ffi.NULL
+        self._texts.append(ffi.new("char[]", os.fsencode(value)))
+        return self._texts[-1]
 
     def _running(self) -> object:
         if not self._handle:

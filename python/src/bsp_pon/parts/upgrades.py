@@ -4,10 +4,10 @@ from __future__ import annotations
 
 from collections.abc import Iterable
 
-from . import raw, rows
-from ._caller import Caller
-from ._field import Value
-from ._write import block, pon_record
+from .. import raw, rows
+from .._caller import Caller
+from .._field import Value
+from .._write import block, pon_record
 
 _START = 20  # of the block, in the record
 _SIZE = 400
@@ -24,15 +24,26 @@ class Upgrades:
         return self._call(raw.bsp_pon_get_onu_upgrade_type).rows_of(rows.UpgradeTypes)
 
     def add_type(self, name: str, *, vendor: str, model: str, version: str, size: int, file: str = "") -> None:
-        """Adds an upgrade type: which version goes to the ONUs of this vendor and model."""
+        """Adds an upgrade type: which version goes to the ONUs of this vendor and model. `size` is in bytes, and `file`
+        is the name of the image, which is shown only.
+        """
         self._call(raw.bsp_pon_set_onu_upgrade_type_add, _block(
             "upgrade_type", name=name, vendor=vendor, model=model, version=version, size=size, file=file))
 
     def delete_type(self, name: str) -> None:
+        """Deletes an upgrade type. Ports and ONUs that it is bound to have none then."""
         self._call(raw.bsp_pon_set_onu_upgrade_type_del, _block("upgrade_type_name", name=name))
 
+    def load_types(self, file: str) -> None:
+        """Has the service load upgrade types from a file below its folder of upgrade files, by its absolute path there.
+
+        A line is a type: name, vendor, model, version and size in bytes. Where one is wrong nothing is changed, and the
+        service's log says what is wrong.
+        """
+        self._call(raw.bsp_pon_load_onu_upgrade_type_file, _block("upgrade_type_file", file=file))
+
     def bind_type(self, port: int, name: str, onu_ids: Iterable[int] | None = None) -> None:
-        """Binds an upgrade type to ONUs of a port, or to all of them."""
+        """Binds an upgrade type to ONUs of a port, or to all that have none of their own. An empty name binds none."""
         if onu_ids is None:
             self._call(raw.bsp_pon_onu_upgrade_type_bind_ponport, _block("upgrade_bind_port", pon_port=port, name=name))
         else:
