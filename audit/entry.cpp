@@ -6,6 +6,7 @@
 #include <rapidjson/writer.h>
 
 #include "call/codec/decode.h"
+#include "call/exchange.h"
 #include "text/utf8.h"
 
 namespace audit
@@ -107,6 +108,15 @@ Wanted wanted_by(uint32_t channel_type, catalogue::Call call, std::string_view r
         if (wanted.fields.size() == most_fields) break;
         wanted.fields.emplace_back(field.field->name, field.text);
     }
+    return wanted;
+}
+
+Wanted wanted_by(const call::PermissionRequest &request)
+{
+    const call::Exchange &exchange = request.exchange;
+    const std::string_view bytes(reinterpret_cast<const char *>(exchange.request.data()), exchange.request.size());
+    Wanted wanted = wanted_by(exchange.channel ? exchange.channel->type : 0, exchange.call, bytes);
+    wanted.impact = request.impact;
     return wanted;
 }
 

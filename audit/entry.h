@@ -9,6 +9,11 @@
 
 #include "catalogue.h"
 
+namespace call
+{
+struct PermissionRequest;
+}
+
 namespace audit
 {
 
@@ -25,6 +30,8 @@ struct Wanted {
 // Reads a request. Only so many fields are taken.
 inline constexpr size_t most_fields = 24;
 Wanted wanted_by(uint32_t channel, catalogue::Call call, std::string_view request);
+// Reads what a program of ours is about to send.
+Wanted wanted_by(const call::PermissionRequest &request);
 
 // Who is a process of a user, as the kernel names it.
 struct Who {

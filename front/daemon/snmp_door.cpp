@@ -19,21 +19,18 @@ snmp::AgentSettings settings_of(const Configuration &configuration)
 {
     const SnmpSettings &snmp = configuration.snmp.value();
     snmp::AgentSettings settings{
-        .master = snmp.master, .mib = snmp.mib, .priority = snmp.priority, .sets = {.up_to = snmp.sets, .folders = {}}};
+        .master = snmp.master, .mib = snmp.mib, .priority = snmp.priority, .sets = {.up_to = snmp.sets, .olts = {}}};
     for (const OltSettings &olt : configuration.olts)
-        settings.sets.folders[olt.index] = olt.socket_dir;
+        settings.sets.olts[olt.index] = {olt.name, olt.socket_dir};
     return settings;
 }
 
 // Managers have no names here: who may set something is known to the master agent alone.
-snmp::Note note_in(std::shared_ptr<WriteLog> log, const Configuration &configuration)
+snmp::Note note_in(std::shared_ptr<WriteLog> log, const snmp::AgentSettings &settings)
 {
-    std::map<uint32_t, std::string> names;
-    for (const OltSettings &olt : configuration.olts)
-        names[olt.index] = olt.name;
-    return [log = std::move(log), names = std::move(names), master = text_of(configuration.snmp->master)](
-               uint32_t olt_index, const audit::Wanted &wanted, std::string_view result) {
-        log->note({.user = "SNMP", .address = master, .olt = names.at(olt_index)}, wanted, result);
+    return [log = std::move(log), master = text_of(settings.master)](
+               const std::string &olt, const audit::Wanted &wanted, std::string_view result) {
+        log->note({.user = "SNMP", .address = master, .olt = olt}, wanted, result);
     };
 }
 
@@ -42,7 +39,7 @@ snmp::Note note_in(std::shared_ptr<WriteLog> log, const Configuration &configura
 SnmpDoor::SnmpDoor(const Configuration &configuration, std::shared_ptr<WriteLog> log)
     : settings(settings_of(configuration)),
       mib(settings.mib),
-      agent(settings, note_in(std::move(log), configuration), say)
+      agent(settings, note_in(std::move(log), settings), say)
 {
 }
 

@@ -33,8 +33,6 @@ std::string document_of(const call::PermissionRequest &request, const call::Targ
 
 call::Verdict WebPermission::decide(const call::PermissionRequest &request)
 {
-    const call::Exchange &exchange = request.exchange;
-    const std::string_view bytes(reinterpret_cast<const char *>(exchange.request.data()), exchange.request.size());
     if (!context.identity.may(request.impact)) {
         const std::string needed(catalogue::to_text(request.impact));
         context.services.log->note_refused(client_of(context), request.doing, "the role does not allow it");
@@ -48,7 +46,7 @@ call::Verdict WebPermission::decide(const call::PermissionRequest &request)
     if (request.impact == catalogue::Class::service_affecting) {
         const Hits hits = hits_of(context.state(), target);
         const std::string what = context.identity.user.value_or("") + "\n" + context.state().name + "\n" +
-                                 request.doing + "\n" + text::to_hex(exchange.request) + "\n" + hits.names();
+                                 request.doing + "\n" + text::to_hex(request.exchange.request) + "\n" + hits.names();
         Confirmations &confirmations = context.services.confirmations;
         if (!confirmations.redeem(confirmation, what, steady_time_now()))
             throw ConfirmationNeeded(
@@ -57,10 +55,7 @@ call::Verdict WebPermission::decide(const call::PermissionRequest &request)
                     (hits.online == 1 ? " is" : " are") + " online; send it again with \"confirm\" to do it",
                 document_of(request, target, hits, confirmations.promise(what, steady_time_now())));
     }
-    if (request.impact != catalogue::Class::read) {
-        wanted = audit::wanted_by(exchange.channel ? exchange.channel->type : 0, exchange.call, bytes);
-        wanted->impact = request.impact;
-    }
+    if (request.impact != catalogue::Class::read) wanted = audit::wanted_by(request);
     return call::Verdict::send;
 }
 

@@ -1,6 +1,5 @@
 #include "snmp/agent/orders.h"
 
-#include <algorithm>
 #include <chrono>
 
 #include "board/ipc.h"
@@ -23,13 +22,23 @@ public:
     using UpTo::UpTo;
     call::Verdict decide(const call::PermissionRequest &request) override
     {
-        const auto &bytes = request.exchange.request;
-        wanted = audit::wanted_by(request.exchange.channel ? request.exchange.channel->type : 0, request.exchange.call,
-                                  {reinterpret_cast<const char *>(bytes.data()), bytes.size()});
+        wanted = audit::wanted_by(request);
         return UpTo::decide(request);
     }
 
     audit::Wanted wanted{};
+};
+
+// Only finds out whether there is permission.
+class Tried : public call::UpTo
+{
+public:
+    using UpTo::UpTo;
+    call::Verdict decide(const call::PermissionRequest &request) override
+    {
+        UpTo::decide(request);
+        return call::Verdict::keep_back;
+    }
 };
 
 enum class Done : uint8_t { yes, no, unknown };
@@ -57,14 +66,20 @@ Result result_of(const call::Outcome &outcome)
     return {outcome.status == 0 ? Done::yes : Done::no, status};
 }
 
+call::Call call_of(const Order &order)
+{
+    call::Call asked{.id = {}, .operation = std::string(order.operation), .arguments = {}, .deadline = {}};
+    for (const auto &[name, value] : order.arguments)
+        asked.arguments.push_back({name, value});
+    return asked;
+}
+
 Result perform(const Order &order, Noted &permission, Clock::time_point until)
 {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()).count();
     if (left <= 0) return {Done::no, "there was no time left for it"};
-    call::Call asked{
-        .id = {}, .operation = std::string(order.operation), .arguments = {}, .deadline = static_cast<uint32_t>(left)};
-    for (const auto &[name, value] : order.arguments)
-        asked.arguments.push_back({name, value});
+    call::Call asked = call_of(order);
+    asked.deadline = static_cast<uint32_t>(left);
     try {
         return result_of(call::perform(asked, permission));
     } catch (const call::Error &error) {
@@ -72,30 +87,27 @@ Result perform(const Order &order, Noted &permission, Clock::time_point until)
     }
 }
 
-std::string words_of(const Order &order)
+std::string words_of(const Order &order, const SetSettings::Olt &olt)
 {
-    std::string text = "SNMP set: OLT " + std::to_string(order.olt_index) + ", " + std::string(order.operation);
+    std::string text = olt.name + ": set by SNMP: " + std::string(order.operation);
     for (const auto &[name, value] : order.arguments)
         if (name != "text") text += " " + name + "=" + value; // logs name no texts
     return text;
-}
-
-// Returns the class of the command that the order sends.
-catalogue::Class class_of(const catalogue::Operation &operation, const Order &order)
-{
-    if (operation.command) return operation.impact;
-    for (const auto &[name, value] : order.arguments)
-        if (const catalogue::Command *command = catalogue::find_command(value)) return command->impact;
-    return operation.impact;
 }
 
 } // namespace
 
 Error permit(const Order &order, const SetSettings &settings)
 {
-    const catalogue::Operation *const operation = catalogue::find_operation(order.operation);
-    if (!operation || class_of(*operation, order) > *settings.up_to) return Error::no_access;
-    return settings.folders.contains(order.olt_index) ? Error::none : Error::inconsistent_name;
+    Tried permission(*settings.up_to);
+    try {
+        call::perform(call_of(order), permission);
+    } catch (const call::Refused &) {
+        return Error::no_access;
+    } catch (const call::Error &) {
+        return Error::wrong_value;
+    }
+    return settings.olts.contains(order.olt_index) ? Error::none : Error::inconsistent_name;
 }
 
 agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Note &note,
@@ -104,19 +116,19 @@ agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings 
     const Clock::time_point until = Clock::now() + std::chrono::seconds(order_time);
     agentx::Committed committed;
     for (size_t i = 0; i < orders.size(); ++i) {
-        const std::string &folder = settings.folders.at(orders[i].olt_index);
-        board_ipc_use_thread_directory(folder.empty() ? nullptr : folder.c_str());
+        const SetSettings::Olt &olt = settings.olts.at(orders[i].olt_index);
+        board_ipc_use_thread_directory(olt.folder.empty() ? nullptr : olt.folder.c_str());
         Noted permission(*settings.up_to);
         const Result result = perform(orders[i], permission, until);
-        note(orders[i].olt_index, permission.wanted, result.text);
+        note(olt.name, permission.wanted, result.text);
         committed.changed_nothing &= result.done == Done::no;
         if (result.done == Done::yes) {
-            say(true, words_of(orders[i]) + ": done");
+            say(true, words_of(orders[i], olt) + ": done");
             continue;
         }
         const std::string not_known = "whether it was done is not known: ";
         say(false,
-            words_of(orders[i]) + ": " + (result.done == Done::unknown ? not_known : "not done: ") + result.text);
+            words_of(orders[i], olt) + ": " + (result.done == Done::unknown ? not_known : "not done: ") + result.text);
         committed.failed = i + 1;
         break;
     }

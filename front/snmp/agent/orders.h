@@ -13,20 +13,29 @@ namespace front::snmp
 {
 
 struct SetSettings {
-    std::optional<catalogue::Class> up_to;   // none: nothing may be set
-    std::map<uint32_t, std::string> folders; // of sockets, by the index of the OLT
+    // An Olt is one to which orders go.
+    struct Olt {
+        std::string name;
+        std::string folder; // of sockets; empty: that of the board library
+
+        bool operator==(const Olt &) const = default;
+    };
+
+    std::optional<catalogue::Class> up_to; // none: nothing may be set
+    std::map<uint32_t, Olt> olts;          // by index
 
     bool operator==(const SetSettings &) const = default;
 };
 
-// So long an order may take, in seconds, before its outcome counts as unknown; the master waits a little longer.
-inline constexpr uint8_t order_time = 4, master_time = 6;
+// So long an order may take, in seconds, before its outcome counts as unknown; the master waits a little longer. Both are
+// short, because snmpd answers nobody while something is set.
+inline constexpr uint8_t order_time = 2, master_time = 4;
 
-// Says whether the order may be carried out, where anything may be set at all.
+// Says whether the order may be carried out, where anything may be set at all. The call is made, but nothing is sent.
 agentx::Error permit(const Order &order, const SetSettings &settings);
 
 // Takes what was sent to which OLT, and what came of it, for the audit log.
-using Note = std::function<void(uint32_t olt_index, const audit::Wanted &wanted, std::string_view result)>;
+using Note = std::function<void(const std::string &olt, const audit::Wanted &wanted, std::string_view result)>;
 
 // Carries out what is ordered, one after the other until one fails, within the time. Each is noted, and told in words.
 agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings &settings, const Note &note,

@@ -6,7 +6,6 @@
 import asyncio.coroutines
 import concurrent.futures
 import json
-import os
 import pathlib
 import re
 import signal
@@ -17,99 +16,11 @@ import tempfile
 import time
 import urllib.request
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "support"))
-from waiting import PATIENCE, free_port, patiently  # noqa: E402
+from world import PATIENCE, ROOT, World, arcs, free_port, patiently
 
 # python3-pysnmp4 was written for an asyncio that had this.
 if not hasattr(asyncio.coroutines, "coroutine"):
     asyncio.coroutines.coroutine = asyncio.coroutine = lambda function: function
-
-ROOT = "1.3.6.1.4.1.8072.9999.9999"
-
-
-class World:
-    """A simulated OLT, ponfront, snmpd and snmptrapd, in a folder."""
-
-    def __init__(self, folder: pathlib.Path, ponsim: str, ponfront: str, modules: str) -> None:
-        self.folder, self.ponsim_file, self.ponfront_file = folder, ponsim, ponfront
-        self.port, self.traps = free_port(socket.SOCK_DGRAM), free_port(socket.SOCK_DGRAM)
-        self.log = open(folder / "log", "a+", encoding="utf-8")  # pylint: disable=consider-using-with
-        self.started: dict[str, subprocess.Popen] = {}
-        self.environment = {**os.environ, "SNMP_PERSISTENT_DIR": f"{folder}/kept", "MIBS": "BSP-PON-MIB", "MIBDIRS": modules}
-        self.environment.pop("BOARD_IPC_DIR", None)
-        for made in ["cert_indexes", "mib_indexes"]:
-            (folder / "kept" / made).mkdir(parents=True, exist_ok=True)
-        (folder / "snmpd.conf").write_text(
-            f"master agentx\nagentXSocket unix:{folder}/agentx\nagentaddress udp:127.0.0.1:{self.port}\n"
-            "dontLogTCPWrappersConnects yes\nrocommunity public 127.0.0.1\nrwcommunity private 127.0.0.1\n"
-            f"trap2sink 127.0.0.1:{self.traps} trapped\ninformsink 127.0.0.1:{self.traps} informed\n"
-        )
-        (folder / "snmptrapd.conf").write_text(
-            "authCommunity log trapped\nauthCommunity log informed\nformat2 %B %T %P %v\\n\n"
-        )
-        self.start("ponsim", ponsim, "--socket-dir", f"{folder}/ipc", "--state", "none", "--ports", "4",
-                   "--arrivals", "8", "--silent", "0", "--speed", "100")  # fmt: skip
-        self.start("snmptrapd", "snmptrapd", "-f", "-n", "-Lf", f"{folder}/traps", "-C", "-c",
-                   f"{folder}/snmptrapd.conf", f"udp:127.0.0.1:{self.traps}")  # fmt: skip
-        self.start_snmpd()
-
-    def start(self, name: str, *words: str, **environment: str) -> None:
-        self.started[name] = subprocess.Popen(  # pylint: disable=consider-using-with
-            words, stdout=self.log, stderr=self.log, env=self.environment | environment
-        )
-
-    def start_snmpd(self) -> None:
-        self.start("snmpd", "snmpd", "-f", "-Le", "-C", "-c", f"{self.folder}/snmpd.conf")
-
-    def start_ponfront(self, configuration: str, **environment: str) -> None:
-        self.configure(configuration)
-        self.start("ponfront", self.ponfront_file, "--config", f"{self.folder}/front.toml", **environment)
-
-    def configure(self, configuration: str) -> None:
-        (self.folder / "front.toml").write_text(
-            f'[[olt]]\nname = "north"\nsocket_dir = "{self.folder}/ipc"\n[http]\nlisten = "127.0.0.1:0"\n{configuration}'
-        )
-
-    def end(self, name: str, how: signal.Signals = signal.SIGTERM) -> None:
-        process = self.started.pop(name)
-        process.send_signal(how)
-        process.wait(PATIENCE)
-
-    def end_all(self) -> None:
-        for name in list(self.started):
-            self.end(name, signal.SIGKILL)
-        self.log.close()
-
-    def control(self, *words: str) -> None:
-        subprocess.run(
-            [self.ponsim_file, "--socket-dir", f"{self.folder}/ipc", "ctl", *words], check=True, capture_output=True
-        )
-
-    def said(self, file: str = "log") -> str:
-        return (self.folder / file).read_text(encoding="utf-8", errors="replace")
-
-    def expect(self, text: str, times: int = 1, file: str = "log") -> None:
-        patiently(lambda: self.said(file), lambda said: said.count(text) >= times)
-
-    def asked(self, tool: str, *words: str, community: str = "public", status: int | None = 0) -> str:
-        """Runs a tool of net-snmp, and returns what it says. Without a status it may fail."""
-        done = subprocess.run(
-            [tool, "-v2c", "-c", community, "-t", "3", "-r", "5", *words],
-            capture_output=True, text=True, errors="replace", env=self.environment, check=False,
-        )  # fmt: skip
-        assert status in (done.returncode, None), f"{tool} {words}: {done.stdout[-500:]}{done.stderr}"
-        return done.stdout + done.stderr
-
-    def walk(self, top: str = ROOT, status: int | None = 0) -> list[str]:
-        return self.asked("snmpbulkwalk", "-m", "", "-On", f"127.0.0.1:{self.port}", top, status=status).splitlines()
-
-    def set(self, name: str, kind: str, value: str, status: int = 0, community: str = "private") -> str:
-        return self.asked("snmpset", "-Ir", f"127.0.0.1:{self.port}", name, kind, value, community=community, status=status)
-
-
-def arcs(line: str) -> list[int]:
-    return [int(arc) for arc in line.split(" ")[0].strip(".").split(".")]
-
 
 SHORT = "[periods]\nolt = 1\nonus = 1\nalarms = 1\nports = 1\nunis = 1\n"
 
@@ -155,39 +66,78 @@ def check_traps(world: World) -> None:
 
 def waiting(world: World) -> str:
     """Returns the index of an ONU that waits."""
-    lines = patiently(lambda: world.walk(f"{ROOT}.1.9.1.6"), lambda found: any("INTEGER" in line for line in found))
-    return ".".join(str(arc) for arc in arcs(lines[0])[-8:])
+    return world.first_index("1.9.1.6", 8)
+
+
+def sets(world: World, up_to: str) -> str:
+    return snmp(world, f'sets = "{up_to}"\n[audit]\nfile = "{world.folder}/audit"\n')
+
+
+def audited(world: World) -> list[dict]:
+    return [json.loads(line) for line in world.said("audit").splitlines()]
 
 
 def check_sets(world: World) -> None:
     assert "notWritable" in world.set("bspOnuName.1.1.5", "s", "x", status=2), "sets are off at first"
-    reload(world, snmp(world, f'sets = "write"\n[audit]\nfile = "{world.folder}/audit"\n'))
+    world.reload(sets(world, "write"))
     assert "noAccess" in world.set("bspWaitingAdmit." + waiting(world), "i", "5", status=2), "binding is not allowed"
-    reload(world, snmp(world, f'sets = "service_affecting"\n[audit]\nfile = "{world.folder}/audit"\n'))
+    world.reload(sets(world, "service_affecting"))
     check_traps(world)
-    onu = patiently(lambda: world.walk(f"{ROOT}.1.4.1.2"), lambda found: any("Hex-STRING" in line for line in found))
-    index = ".".join(str(arc) for arc in arcs(onu[0])[-3:])
+    index = world.first_index("1.4.1.2", 3)
     world.set(f"bspOnuName.{index}", "s", "customer 1207")
-    patiently(lambda: world.asked("snmpget", f"127.0.0.1:{world.port}", f"bspOnuName.{index}"),
-              lambda said: "customer 1207" in said)  # fmt: skip
+    patiently(lambda: world.value(f"bspOnuName.{index}"), lambda said: "customer 1207" in said)
     assert "wrongLength" in world.set(f"bspOnuName.{index}", "s", "x" * 200, status=2)
     assert "wrongValue" in world.set(f"bspOnuAction.{index}", "i", "99", status=2)
     assert "noCreation" in world.set("bspOnuName.1.1.120", "s", "x", status=2)
     assert "notWritable" in world.set(f"bspOnuMac.{index}", "x", "020000000001", status=2)
     assert "noAccess" in world.set(f"bspOnuName.{index}", "s", "x", status=2, community="public")
-    world.set(f"bspOnuAction.{index}", "i", "2")  # it is started anew
-    noted = [json.loads(line) for line in world.said("audit").splitlines()]
-    assert [entry["result"] for entry in noted] == ["BSP_OK"] * 3, noted
-    assert "customer" not in world.said("audit") and all("user" in entry for entry in noted)
+    uni = world.first_index("1.8.1.2", 4)
+    for value, word in [("2", "down"), ("1", "up")]:
+        world.set(f"bspUniAdmin.{uni}", "i", value)
+        patiently(lambda: world.value(f"bspUniAdmin.{uni}"), lambda said, word=word: f"INTEGER: {word}" in said)
+    world.set(f"bspOnuAction.{index}", "i", "3")  # it has to register again
+    # Until it has, it cannot be started anew.
+    patiently(lambda: world.set(f"bspOnuAction.{index}", "i", "2", status=None), lambda said: "commitFailed" not in said)
+    done = [entry["command"] for entry in audited(world) if entry["result"] == "BSP_OK"]
+    assert len(done) == 6 and len(set(done)) == 5, done  # two are of one UNI port
+    assert "customer" not in world.said("audit") and all("user" in entry for entry in audited(world))
 
 
+def check_unanswered_set(world: World) -> None:
+    """An OLT that does not answer what is set costs its manager some seconds, and nobody else anything."""
+    world.start_olt("south", ports=1, onus=2)
+    world.reload(sets(world, "service_affecting"))
+    north, name = world.first_index("1.4.1.2", 3), "bspWaitingAdmit." + world.first_index("1.9.1.6.2", 8)
+    world.control("fault", "lost", "command=BSP_CMD_ONU_BIND", olt="south")
+    before = len(audited(world))
+    scrapes = 0
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        lost = pool.submit(world.set, name, "i", "7", 2)
+        walk = pool.submit(world.walk)  # snmpd may let it wait until the set has ended
+        while not lost.done():
+            scrapes += b'olt="north"' in world.page("/metrics")
+        assert scrapes > 1 and len(walk.result()) > 100, "others are answered"
+    assert "genError" in lost.result(), lost.result()  # so snmpd calls it that something cannot be undone
+    world.expect("whether it was done is not known")
+    assert [(entry["olt"], entry["command"]) for entry in audited(world)[before:]] == [("south", "BSP_CMD_ONU_BIND")], audited(world)
+    world.set(f"bspOnuName.{north}", "s", "customer 1208")
+    world.control("fault", "clear", olt="south")
+    world.end("south")
+    del world.olts["south"]
+    world.reload(sets(world, "service_affecting"))
 
-def reload(world: World, configuration: str) -> None:
-    before = world.said().count("goes on by the configuration")
-    world.configure(configuration)
-    world.started["ponfront"].send_signal(signal.SIGHUP)
-    world.expect("goes on by the configuration", before + 1)
-    patiently(world.walk, lambda found: len(found) > 100)
+
+def check_renamed(world: World) -> None:
+    """The audit log has the name that an OLT has now."""
+    index = world.first_index("1.4.1.2", 3)
+    world.olts = {"polar": "north"}
+    world.reload(sets(world, "service_affecting"))
+    patiently(lambda: world.value("bspOltName.1"), lambda said: "polar" in said)
+    patiently(lambda: world.value(f"bspOnuState.{index}"), lambda said: "INTEGER" in said)
+    world.set(f"bspOnuName.{index}", "s", "customer 1209")
+    assert audited(world)[-1]["olt"] == "polar", audited(world)[-1]
+    world.olts = {"north": "north"}
+    world.reload(snmp(world))
 
 
 def check_restart(world: World) -> None:
@@ -216,7 +166,7 @@ def check_changes(world: World) -> None:
     world.configure(snmp(world, socket_name="nowhere"))
     world.started["ponfront"].send_signal(signal.SIGHUP)
     world.expect("nowhere cannot be reached: No such file or directory")
-    reload(world, snmp(world))
+    world.reload(snmp(world))
 
 
 def check_cost(world: World) -> None:
@@ -229,18 +179,13 @@ def check_cost(world: World) -> None:
     listening = world.said().count("listening on")
     world.start_ponfront(f'{long}[snmp]\nagentx = "{world.folder}/agentx"\n', BOARD_IPC_TRACE=str(recording))
     world.expect("listening on", listening + 1)
-    page = "http://127.0.0.1:" + re.findall(r"listening on .* port (\d+)", world.said())[-1]
-
-    def get(path: str) -> bytes:
-        with urllib.request.urlopen(page + path, timeout=PATIENCE) as answer:
-            return answer.read()
-
-    patiently(lambda: get("/metrics"), lambda text: b'table="stations"} 1' in text)
+    patiently(lambda: world.page("/metrics"), lambda text: b'table="stations"} 1' in text)
+    patiently(world.walk, lambda found: len(found) > 100)
     recorded = recording.stat().st_size
     assert recorded > 0
     with concurrent.futures.ThreadPoolExecutor() as pool:
         walks = [pool.submit(world.walk) for _ in range(2)]
-        pages = [pool.submit(get, path) for path in ["/metrics", "/", "/api/v1/olts", "/api/v1/events"] for _ in range(5)]
+        pages = [pool.submit(world.page, path) for path in ["/metrics", "/", "/api/v1/olts", "/api/v1/events"] for _ in range(5)]
         assert all(len(walk.result()) > 100 for walk in walks) and all(page.result() for page in pages)
     assert recording.stat().st_size == recorded, "there were more exchanges"
 
@@ -289,7 +234,8 @@ def main() -> int:
         try:
             world.start_ponfront(snmp(world))
             world.expect("SNMP is answered")
-            for check in [check_walks, check_other_manager, check_sets, check_exporter(shipped), check_coming_and_going, check_restart,
+            for check in [check_walks, check_other_manager, check_sets, check_unanswered_set,
+                          check_renamed, check_exporter(shipped), check_coming_and_going, check_restart,
                           check_changes, check_cost]:  # fmt: skip
                 begun = time.monotonic()
                 check(world)
