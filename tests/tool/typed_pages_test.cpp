@@ -1,5 +1,4 @@
-// These tests do what pages say, from top to bottom, on a fresh simulator: README.md under "Use it", and the page on a
-// day's work.
+// These tests do what pages say, from top to bottom, on a fresh simulator: the tour of the commands, and a day's work.
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -56,7 +55,7 @@ TEST_P(Page, SaysWhatCanBeDoneOnAFreshSimulator)
     ASSERT_GT(lines.size(), 20u);
     ASSERT_EQ(lines.front().command, "ponsim &");
     const Simulator simulator{{"--speed", "20"}}; // so that nobody waits for ONUs and upgrades
-    const fs::path folder = Simulator::folder() + "/readme";
+    const fs::path folder = Simulator::folder() + "/typed";
     fs::create_directory(folder);
     fs::create_symlink(SOURCES "/scenarios", folder / "scenarios");
     const std::string environment = "cd '" + folder.string() + "'; export HOME=\"$PWD\" PATH='" +
@@ -92,6 +91,6 @@ TEST_P(Page, SaysWhatCanBeDoneOnAFreshSimulator)
     fs::remove_all(folder);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Page, testing::Values("README.md", "docs/daily-work.md"));
+INSTANTIATE_TEST_SUITE_P(Of, Page, testing::Values("docs/tour.md", "docs/daily-work.md"));
 
 } // namespace
