@@ -44,8 +44,8 @@ class Site(unittest.TestCase):
                                     {"features": [{"name": "prefers-color-scheme", "value": colours}]})
         self.driver.execute_cdp_cmd("Emulation.setScrollbarsHidden", {"hidden": True})
 
-    def open(self, page):
-        self.driver.get((SITE / page).resolve().as_uri())
+    def open(self, page, query=""):
+        self.driver.get((SITE / page).resolve().as_uri() + query)
 
     def errors(self):
         return [entry["message"] for entry in self.driver.get_log("browser") if entry["level"] == "SEVERE"]
@@ -77,7 +77,7 @@ class Site(unittest.TestCase):
 
     def test_what_is_in_the_reference_is_found(self):
         self.look("light")
-        self.open("search.html?q=bsp_pon_no_bind_onu_all")
+        self.open("search.html", "?q=bsp_pon_no_bind_onu_all")
         found = WebDriverWait(self.driver, PATIENCE).until(
             lambda driver: driver.find_elements(By.CSS_SELECTOR, "#search-results li a"))
         self.assertTrue(any("admission_binding.html" in link.get_attribute("href") for link in found))

@@ -18,29 +18,30 @@ MODULES = "tests/front/snmp/mibs" # those that the MIB imports
 # What the site has, by where a reader meets it: the pages with their titles, and what each is good for.
 CONTENTS = {
     "The library": {
-        "operations/index": ("Operations by family", "what each function takes, sends and returns"),
-        "statuses": ("Status words", "what an operation may return"),
-        "views/index": ("Views", "columns of the tables that an OLT answers with"),
-        "layouts/index": ("Layouts", "what settings and answers of ONUs and of the OLT hold"),
+        "operations/index.md": ("Operations by family", "what each function takes, sends and returns"),
+        "statuses.md": ("Status words", "what an operation may return"),
+        "views/index.md": ("Views", "columns of the tables that an OLT answers with"),
+        "layouts/index.md": ("Layouts", "what settings and answers of ONUs and of the OLT hold"),
     },
     "What goes over the wire": {
-        "channels": ("Channels", "to whom a request goes"),
-        "commands": ("Commands", "what a request asks for"),
-        "records": ("Records", "where each field stands"),
+        "channels.md": ("Channels", "to whom a request goes"),
+        "commands.md": ("Commands", "what a request asks for"),
+        "records.md": ("Records", "where each field stands"),
     },
     "The command line": {
-        "../manual/index": ("The manual", "all programs, their options and files"),
-        "json": ("Keys of JSON", "what `ponctl -o json` prints"),
+        "../manual/index.md": ("The manual", "all programs, their options and files"),
+        "json.md": ("Keys of JSON", "what `ponctl -o json` prints"),
     },
     "The daemon": {
-        "../manual/ponfront.toml.5": ("Configuration of ponfront", "its keys and their defaults"),
-        "rest": ("REST", "paths, parameters and roles"),
-        "mib": ("BSP-PON-MIB", "tables, columns and notifications of SNMP"),
-        "metrics": ("Metrics", "what Prometheus reads"),
+        "../manual/ponfront.toml.5.md": ("Configuration of ponfront", "its keys and their defaults"),
+        "rest.md": ("REST", "paths, parameters and roles"),
+        "mib.md": ("BSP-PON-MIB", "tables, columns and notifications of SNMP"),
+        "metrics.md": ("Metrics", "what Prometheus reads"),
     },
     "The simulator": {
-        "scenario-keys": ("Keys of scenarios", "what a scenario may say"),
-        "../manual/ponsim.8": ("Words of ponsim ctl", "what can happen to a simulated OLT"),
+        "scenario-keys.md": ("Keys of scenarios", "what a scenario may say"),
+        "../manual/ponsim.8.md#model-time-and-control": ("Words of ponsim ctl", "what can happen to a simulated OLT"),
+        "../manual/ponsim.8.md#alarms": ("Alarms", "numbers, names, severities, and what raises them"),
     },
 }
 
@@ -64,7 +65,7 @@ def write_reference(source, root, catalogue, ponfront):
 def contents():
     lines = ["# Reference", "", "These pages are made from the catalogue and from the programs each time the site is built.", ""]
     for title, pages in CONTENTS.items():
-        lines += [f"## {title}", "", *(f"- [{name}]({page}.md): {what}" for page, (name, what) in pages.items()), ""]
+        lines += [f"## {title}", "", *(f"- [{name}]({page}): {what}" for page, (name, what) in pages.items()), ""]
     return lines
 
 
