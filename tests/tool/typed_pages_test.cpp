@@ -20,16 +20,15 @@ struct Line {
     bool ends_with_1 = false; // the page says so
 };
 
-// Returns the command lines of a page from "ponsim &" on, without what is said behind them.
+// Returns the command lines of a page: what stands as code in the first column of its tables.
 std::vector<Line> lines_of(const std::string &page)
 {
     std::ifstream text(SOURCES "/" + page);
     std::vector<Line> lines;
     for (std::string line; std::getline(text, line);) {
-        if (!line.starts_with("    ponsim &") && lines.empty()) continue;
-        if (!line.starts_with("    ")) break;
-        const std::string command = line.substr(4, line.find(" # ") - 4);
-        lines.push_back({command.substr(0, command.find_last_not_of(' ') + 1), line.find("ends with 1") != line.npos});
+        if (!line.starts_with("| `")) continue;
+        const size_t end = line.find("` | ");
+        lines.push_back({line.substr(3, end - 3), line.find("ends with 1", end) != line.npos});
     }
     return lines;
 }
