@@ -1,4 +1,4 @@
-"""These tests check what builds the site: that it mends links, and finds those that lead nowhere."""
+"""These tests check what builds the site: that it mends links and the look, and finds links that lead nowhere."""
 
 import pathlib
 import sys
@@ -9,6 +9,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "docs/site"
 
 # pylint: disable=wrong-import-position
 from check import complaints
+from look import whole
 from pages import LinkError, Pages
 
 
@@ -94,6 +95,20 @@ class Built(unittest.TestCase):
         self.assertEqual(self.complaints_about("", "a { background: url(picture.svg) } b { mask: url(data:image/svg+xml;x) }"), [])
         for url in ("/javascript/other.css", "https://example.org/other.css"):
             self.assertRegex("".join(self.complaints_about("", f"@import url({url});")), "site.css: loads .* from elsewhere")
+
+
+class Look(unittest.TestCase):
+    """The style sheet of the theme."""
+
+    def test_dark_colours_are_there_for_systems_that_are_dark(self):
+        style = '@import url(/javascript/normalize.css/normalize.css);\nbody[data-theme="dark"] { --ground: black; }\n'
+        made = whole(style, "html { margin: 0; }")
+        self.assertTrue(made.startswith("html { margin: 0; }\nbody[data-theme"))
+        self.assertIn('(prefers-color-scheme: dark) { body:not([data-theme="light"]) { --ground: black; } }', made)
+
+    def test_another_theme_is_refused(self):
+        with self.assertRaisesRegex(ValueError, "not as this module expects"):
+            whole('body[data-theme="dark"] { --ground: black; }', "")
 
 
 if __name__ == "__main__":
