@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs pictures generate format format-check install packages test-packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -27,8 +27,11 @@ help:
 packages:
 	@packaging/install-packages
 
-test-packages: packages
+test-packages: packages docs-packages
 	@packaging/install-packages test-packages.txt
+
+docs-packages: packages
+	@packaging/install-packages docs-packages.txt
 
 demo: packages
 	@echo 'Building the library, the simulator and the tool ...'
@@ -66,7 +69,7 @@ fuzz: test-packages
 	@packaging/install-packages fuzz-packages.txt
 	@tests/fuzz/run '$(TARGET)' '$(TIME)'
 
-docs: test-packages
+docs: docs-packages
 	@cmake --preset quick --log-level=WARNING >/dev/null
 	@cmake --build build/quick --target pages ponfront -- --quiet
 	@/usr/bin/python3 -B docs/site/build.py --build build/quick build/docs

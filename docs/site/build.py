@@ -20,6 +20,7 @@ sys.path.insert(0, str(ROOT / "catalog"))
 from check import complaints
 from generator.catalogue import Catalogue
 from generator.checkout import Checkout
+from look import write_look
 from manual import write_manual
 from pages import LinkError, Pages
 from reference.reference import write_reference
@@ -32,8 +33,8 @@ def main():
     parser.add_argument("--build", metavar="FOLDER", type=pathlib.Path, required=True)
     parser.add_argument("output", metavar="OUTPUT", type=pathlib.Path)
     options = parser.parse_args()
-    source, site = options.output / "source", options.output / "html"
-    for folder in (source, site):
+    source, look, site = (options.output / name for name in ("source", "look", "html"))
+    for folder in (source, look, site):
         shutil.rmtree(folder, ignore_errors=True)
     pages = Pages(ROOT, source)
     try:
@@ -47,8 +48,9 @@ def main():
     write_manual(source, manual)
     write_reference(source, ROOT, Catalogue(Checkout(ROOT)), options.build / "front/ponfront")
     pages.write_front_page(ROOT / "docs/site/groups.toml")
+    write_look(look)
     sphinx = [sys.executable, "-m", "sphinx", "-q", "-W", "--keep-going", "-n", "-j", "2", "-b", "html", "-c",
-              str(ROOT / "docs/site"), "-d", str(options.output / "doctrees"), str(source), str(site)]
+              str(ROOT / "docs/site"), "-D", f"html_static_path=static,{look.resolve()}", "-d", str(options.output / "doctrees"), str(source), str(site)]
     if subprocess.run(sphinx, check=False).returncode != 0:
         return 1
     wrong = complaints(site)

@@ -2,8 +2,10 @@
 
 import html.parser
 import os
+import re
 import urllib.parse
 
+ASKED = re.compile(r"url\([\"']?(?!data:)([^\"')]+)")
 LOADED = {"img": "src", "script": "src", "link": "href", "iframe": "src", "object": "data"}
 
 
@@ -25,7 +27,7 @@ class Page(html.parser.HTMLParser):
 
 
 def complaints(folder):
-    """Returns a line for each link of the folder's pages that leads nowhere."""
+    """Returns a line for each link of the folder's pages that leads nowhere, and for each style sheet that asks for others."""
     pages = {str(file.relative_to(folder)): Page(file.read_text(encoding="utf-8")) for file in folder.rglob("*.html")}
     found = []
     for name, page in sorted(pages.items()):
@@ -33,6 +35,10 @@ def complaints(folder):
         for url in [*page.links, *page.loaded]:
             if not is_elsewhere(url) and not leads_somewhere(url, name, pages, folder):
                 found.append(f"{name}: {url} leads nowhere")
+    for file in sorted(folder.rglob("*.css")):
+        name = str(file.relative_to(folder))
+        found += [f"{name}: loads {url} from elsewhere" for url in ASKED.findall(file.read_text(encoding="utf-8"))
+                  if is_elsewhere(url) or not leads_somewhere(url, name, pages, folder)]
     return found
 
 

@@ -9,6 +9,8 @@ html_title = "bsp_pon"
 html_show_copyright = False
 html_show_sourcelink = False
 html_copy_source = False
+# Browsers do not let a page read another one from a file, which the beginnings of what was found would need.
+html_show_search_summary = False
 html_static_path = ["static"]
 html_css_files = ["site.css"]
 # The blocks of the pages are command lines, TOML and C beside each other, and none of them is marked.

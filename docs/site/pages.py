@@ -17,6 +17,7 @@ OF_THE_ROOT = {
 }
 # What else can be the end of a link, and which page of the site is shown for it.
 SHOWN_FOR = {"docs": "index.md", "docs/decisions": "decisions/index.md"}
+OF_THE_MANUAL = re.compile(r"(?:sim|front)/([a-z.-]+\.[1-8])")
 
 
 class LinkError(Exception):
@@ -57,6 +58,8 @@ class Pages:
         path, hash_mark, anchor = link.partition("#")
         target = os.path.normpath(os.path.join(os.path.dirname(file), path))
         there = self.of_files.get(target) or SHOWN_FOR.get(target)
+        if manual := OF_THE_MANUAL.fullmatch(target):
+            there = f"manual/{manual[1]}.md"
         if not there and target.startswith("docs/pictures/"):
             there = target.removeprefix("docs/")
         if not there:

@@ -15,7 +15,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 HEADER = ROOT / "include" / "bsp_pon.h"
 MAP = ROOT / "catalog" / "generated" / "libbsp_pon.map"
 
-# This command is all that a board's build system has to know, as the README states it. The flags behind it keep the C++
+# This command is all that a board's build system has to know, as docs/board.md states it. The flags behind it keep the C++
 # runtime out of the link.
 BUILD = ("{prefix}g++ -std=c++20 -shared -fPIC -fno-exceptions -fno-rtti -fvisibility=hidden "
          "-Iinclude -Iboard/include -Isrc $(find src -name '*.cpp')")

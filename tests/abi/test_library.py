@@ -38,9 +38,9 @@ class Library(unittest.TestCase):
         if "LIBBSP_PON" in os.environ:
             cls.libraries.append(("host", pathlib.Path(os.environ["LIBBSP_PON"])))
 
-    def test_is_built_by_the_command_of_the_readme(self):
-        readme = " ".join((abi.ROOT / "README.md").read_text(encoding="utf-8").replace("\\\n", " ").split())
-        self.assertIn(abi.BUILD.format(prefix="") + " " + abi.WITHOUT_RUNTIME, readme)
+    def test_is_built_by_the_command_of_the_page_on_boards(self):
+        page = " ".join((abi.ROOT / "docs/board.md").read_text(encoding="utf-8").replace("\\\n", " ").split())
+        self.assertIn(abi.BUILD.format(prefix="") + " " + abi.WITHOUT_RUNTIME, page)
 
     def test_exports_exactly_the_catalogues_operations(self):
         for target, library in self.libraries:

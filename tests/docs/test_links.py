@@ -1,4 +1,4 @@
-"""These tests check what builds the site: that it mends links, and finds those that lead nowhere."""
+"""These tests check what builds the site: that it mends links and the look, and finds links that lead nowhere."""
 
 import pathlib
 import sys
@@ -9,6 +9,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "docs/site"
 
 # pylint: disable=wrong-import-position
 from check import complaints
+from look import whole
 from pages import LinkError, Pages
 
 
@@ -45,6 +46,9 @@ class Written(unittest.TestCase):
         self.assertEqual(self.mended("[one](../examples/one.c)"), "[one](files/examples/one.c)")
         self.assertEqual((self.source / "files/examples/one.c").read_text(encoding="utf-8"), "int one;\n")
 
+    def test_a_page_of_the_manual_is_a_page_here(self):
+        self.assertEqual(self.mended("[m](../sim/ponsim.8#alarms)"), "[m](manual/ponsim.8.md#alarms)")
+
     def test_pictures_and_links_to_elsewhere_stay(self):
         for text in ("![p](pictures/p.svg)", "[e](https://example.org/)", "[here](#there)"):
             self.assertEqual(self.mended(text), text)
@@ -66,11 +70,12 @@ class Written(unittest.TestCase):
 class Built(unittest.TestCase):
     """Pages of a site that is built."""
 
-    def complaints_about(self, text):
+    def complaints_about(self, text, style=""):
         with tempfile.TemporaryDirectory() as name:
             folder = pathlib.Path(name)
             (folder / "index.html").write_text(text, encoding="utf-8")
             (folder / "other.html").write_text('<h1 id="here">Other</h1>', encoding="utf-8")
+            (folder / "site.css").write_text(style, encoding="utf-8")
             (folder / "picture.svg").write_text("<svg/>", encoding="utf-8")
             return complaints(folder)
 
@@ -85,6 +90,25 @@ class Built(unittest.TestCase):
     def test_nothing_is_loaded_from_elsewhere(self):
         for tag in ('<script src="https://example.org/x.js">', '<link href="//example.org/x.css">'):
             self.assertRegex("".join(self.complaints_about(tag)), "from elsewhere", tag)
+
+    def test_nor_does_a_style_sheet(self):
+        self.assertEqual(self.complaints_about("", "a { background: url(picture.svg) } b { mask: url(data:image/svg+xml;x) }"), [])
+        for url in ("/javascript/other.css", "https://example.org/other.css"):
+            self.assertRegex("".join(self.complaints_about("", f"@import url({url});")), "site.css: loads .* from elsewhere")
+
+
+class Look(unittest.TestCase):
+    """The style sheet of the theme."""
+
+    def test_dark_colours_are_there_for_systems_that_are_dark(self):
+        style = '@import url(/javascript/normalize.css/normalize.css);\nbody[data-theme="dark"] { --ground: black; }\n'
+        made = whole(style, "html { margin: 0; }")
+        self.assertTrue(made.startswith("html { margin: 0; }\nbody[data-theme"))
+        self.assertIn('(prefers-color-scheme: dark) { body:not([data-theme="light"]) { --ground: black; } }', made)
+
+    def test_another_theme_is_refused(self):
+        with self.assertRaisesRegex(ValueError, "not as this module expects"):
+            whole('body[data-theme="dark"] { --ground: black; }', "")
 
 
 if __name__ == "__main__":

@@ -1,6 +1,6 @@
 """This module says what fields and columns are."""
 
-from .text import plain
+from .text import code, plain
 
 TYPES = {"mac": "MAC address", "text": "text of {} bytes", "bytes": "{} bytes", "list": "list of {} small numbers",
          "ports": "set of {} ports", "ipv4": "IPv4 address", "idset": "set of ONU ids", "oui": "OUI of 3 bytes",
@@ -36,13 +36,13 @@ def unit_of(field):
 
 def columns_of(view):
     names = {"u32": "number", "u64": "number", "real": "real number", "mac": "MAC address", "boolean": "yes or no"}
-    return [[f"`{column.name}`", names.get(column.type, column.type), plain(column.unit), plain(column.title),
+    return [[code(column.name), names.get(column.type, column.type), plain(column.unit), plain(column.title),
              "yes" if column.nullable else "", plain(column.brief)] for column in view.columns.values()]
 
 
 def rows_of(fields):
     """Returns a row a field. One that is repeated has one row for all its places."""
-    return [[f"`{field.base}_1` to `_{field.times}`" if field.times > 1 else f"`{field.name}`",
+    return [[f"{code(field.base + '_1')} to {code(f'_{field.times}')}" if field.times > 1 else code(field.name),
              f"{field.offset}, every {field.every}" if field.times > 1 else str(field.offset),
              type_of(field), unit_of(field), meaning_of(field)]
             for field in fields.values() if field.index == 0]

@@ -51,7 +51,7 @@ def operation_section(operation, catalogue):
     facts = [["class", impact(operation)], ["channel", link(operation.channel.name, "../channels")],
              ["command", command_of(operation)], ["record", f"{link(operation.record.name, '../records')}, "
                                                   f"{operation.record.size} bytes"],
-             ["call", CALLS[operation.call]], ["a failed exchange is", POLICIES[operation.error_policy]]]
+             ["call", CALLS[operation.call]], ["a failed exchange is", plain(POLICIES[operation.error_policy])]]
     if operation.answer != "none":
         facts.append(["answer", f"{link(operation.response_record.name, '../records')}, {operation.response_size} bytes"])
     if operation.via:

@@ -1,5 +1,4 @@
-// These tests do what pages say, from top to bottom, on a fresh simulator: README.md under "Use it", and the page on a
-// day's work.
+// These tests do what pages say, from top to bottom, on a fresh simulator: the tour of the commands, and a day's work.
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -21,16 +20,15 @@ struct Line {
     bool ends_with_1 = false; // the page says so
 };
 
-// Returns the command lines of a page from "ponsim &" on, without what is said behind them.
+// Returns the command lines of a page: what stands as code in the first column of its tables.
 std::vector<Line> lines_of(const std::string &page)
 {
     std::ifstream text(SOURCES "/" + page);
     std::vector<Line> lines;
     for (std::string line; std::getline(text, line);) {
-        if (!line.starts_with("    ponsim &") && lines.empty()) continue;
-        if (!line.starts_with("    ")) break;
-        const std::string command = line.substr(4, line.find(" # ") - 4);
-        lines.push_back({command.substr(0, command.find_last_not_of(' ') + 1), line.find("ends with 1") != line.npos});
+        if (!line.starts_with("| `")) continue;
+        const size_t end = line.find("` | ");
+        lines.push_back({line.substr(3, end - 3), line.find("ends with 1", end) != line.npos});
     }
     return lines;
 }
@@ -56,7 +54,7 @@ TEST_P(Page, SaysWhatCanBeDoneOnAFreshSimulator)
     ASSERT_GT(lines.size(), 20u);
     ASSERT_EQ(lines.front().command, "ponsim &");
     const Simulator simulator{{"--speed", "20"}}; // so that nobody waits for ONUs and upgrades
-    const fs::path folder = Simulator::folder() + "/readme";
+    const fs::path folder = Simulator::folder() + "/typed";
     fs::create_directory(folder);
     fs::create_symlink(SOURCES "/scenarios", folder / "scenarios");
     const std::string environment = "cd '" + folder.string() + "'; export HOME=\"$PWD\" PATH='" +
@@ -92,6 +90,6 @@ TEST_P(Page, SaysWhatCanBeDoneOnAFreshSimulator)
     fs::remove_all(folder);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Page, testing::Values("README.md", "docs/daily-work.md"));
+INSTANTIATE_TEST_SUITE_P(Of, Page, testing::Values("docs/tour.md", "docs/daily-work.md"));
 
 } // namespace
