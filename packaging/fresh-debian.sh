@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # For scripts that work in a fresh Debian; they source it as their first step, with all their arguments. Such a script
 # goes on with processes and mounts of its own, and $work is a folder of its own: when it ends, or after three hours,
 # nothing of it stays. No package and no service of this machine is touched. Only root may do this.
