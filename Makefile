@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb same-deb cross-deb image release-check board help demo console test bench mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -21,6 +21,9 @@ help:
 	@echo 'make format    lay out the sources with clang-format'
 	@echo 'make board     build the library for a 32-bit big-endian MIPS board, as a tar file'
 	@echo 'make deb       build Debian packages; make try-deb installs, tests, upgrades and purges them in a fresh Debian'
+	@echo 'make same-deb  build them again, elsewhere, and compare their bytes'
+	@echo 'make cross-deb build them for another processor: ARCH=NAME, arm64 by default'
+	@echo 'make image     make the image of ponsim, or do its steps where there is no tool for images'
 	@echo 'make release-check  do all that has to hold before a release, and print a table of it'
 	@echo 'make install   install library, header, tool, simulator and pages below PREFIX ($(PREFIX))'
 
@@ -102,10 +105,18 @@ deb: packages
 	@packaging/install-packages deb-packages.txt
 	@packaging/make-deb build/deb
 
-# It takes minutes, and only root may: by hand and before a release.
-try-deb: deb
-	packaging/try-deb build/deb build/debian
+# They take minutes, and only root may: by hand and before a release. Nothing of them stays.
+try-deb same-deb: deb
+	@packaging/$@ build/deb
 
-release-check: packages
+ARCH ?= arm64
+cross-deb: packages
+	@packaging/install-packages deb-packages.txt
+	@packaging/cross-deb $(ARCH) build/cross
+
+image: deb
+	@packaging/make-image build/deb
+
+release-check: test-packages
 	@packaging/install-packages deb-packages.txt
 	@packaging/release-check

@@ -8,7 +8,8 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
-if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+# It needs this option, which stands in the debugging information: equal bytes come with and without ccache.
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
 endif()
 

@@ -2,6 +2,7 @@
 examine the library.
 
 abi.py TARGET OPTIMISATION FOLDER    builds the library's objects and the library into the folder
+abi.py --flags TARGET                prints the compiler with its flags
 """
 
 import pathlib
@@ -39,12 +40,16 @@ def run(command):
     return done.stdout
 
 
+def flags_for(target):
+    return BUILD.format(prefix=TARGETS[target]).split(" $(")[0]
+
+
 def build(target, optimisation, folder):
     """Builds the library's object files with the flags of its build, and the library from them. Without optimisation
     the library is built by exactly the command of the README.
     """
     command = BUILD.format(prefix=TARGETS[target])
-    flags = command.split(" $(")[0]
+    flags = flags_for(target)
     library = folder / LIBRARY
     objects = []
     for index, source in enumerate(sorted((ROOT / "src").rglob("*.cpp"))):
@@ -110,5 +115,7 @@ def constants():
     return dict(re.findall(r"^#define (BSP_\w+) (\d+u)", header_text(), re.MULTILINE))
 
 
-if __name__ == "__main__":
+if __name__ == "__main__" and sys.argv[1] == "--flags":
+    print(flags_for(sys.argv[2]), WITHOUT_RUNTIME)
+elif __name__ == "__main__":
     build(sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3]))

@@ -2,6 +2,7 @@
 
 import pathlib
 import re
+import subprocess
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -14,9 +15,17 @@ def found_in(name: str, pattern: str) -> str:
 
 
 class Versions(unittest.TestCase):
-    def test_packages_have_the_version_of_the_project(self) -> None:
-        self.assertEqual(found_in("debian/changelog", r"^bsp-pon \(([0-9.]+)\)"),
-                         found_in("CMakeLists.txt", r"^project\(bsp_pon VERSION ([0-9.]+)"))
+    def test_whatever_names_the_version_names_that_of_the_project(self) -> None:
+        version = found_in("CMakeLists.txt", r"^project\(bsp_pon VERSION ([0-9.]+)")
+        for name, pattern in [
+            ("debian/changelog", r"\Absp-pon \(([0-9.]+)\)"),
+            ("python/pyproject.toml", r'^version = "([0-9.]+)"$'),
+            ("python/pytest-ponsim/pyproject.toml", r'^version = "([0-9.]+)"$'),
+        ]:
+            with self.subTest(name):
+                self.assertEqual(found_in(name, pattern), version)
+        said = subprocess.run([ROOT / "packaging/version"], capture_output=True, text=True, check=True).stdout
+        self.assertEqual(said, version + "\n")
 
 
 if __name__ == "__main__":
