@@ -24,7 +24,7 @@ from reference.told import told_by
 PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
 INLINE = re.compile(r"(?<!`)`([^`\n]+)`(?!`)")
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$|((?:^    [^\n]*\n|^\n(?=    ))+)", re.MULTILINE | re.DOTALL)
-NAME = re.compile(r"\b(?:bsp_[a-z0-9_]+|board_ipc_[a-z_]+|BSP_[A-Z0-9_]+|PON_ERR_[A-Z_]+)\b")
+NAME = re.compile(r"\b(?:bsp_[a-z0-9_]+|board_ipc_[a-z_]+|BSP_[A-Z0-9_]+|PON_ERR_[A-Z_]+)\b(?!\.\.\.)")
 HEADERS = ["include", "board/include", "board/host/include", "testing/include"]
 VALUES = ("csv", "json")  # of an option that may stand before the command
 REQUEST = re.compile(r"`(GET|POST|DELETE) /api/v1([^`\s?]*)")
