@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan fortify mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
+.PHONY: deb try-deb release-check board help demo console test bench mutation coverage fuzz docs generate format format-check install packages test-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -29,6 +29,7 @@ packages:
 test-packages: packages docs-packages
 	@packaging/install-packages test-packages.txt
 
+.PHONY: docs-packages
 docs-packages: packages
 	@packaging/install-packages docs-packages.txt
 
