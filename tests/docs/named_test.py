@@ -24,7 +24,7 @@ from reference.told import told_by
 PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
 INLINE = re.compile(r"(?<!`)`([^`\n]+)`(?!`)")
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$|((?:^    [^\n]*\n|^\n(?=    ))+)", re.MULTILINE | re.DOTALL)
-NAME = re.compile(r"\b(?:bsp_[a-z0-9_]+|board_ipc_[a-z_]+|BSP_[A-Z0-9_]+|PON_ERR_[A-Z_]+)\b")
+NAME = re.compile(r"\b(?:bsp_[a-z0-9_]+|board_ipc_[a-z_]+|BSP_[A-Z0-9_]+|PON_ERR_[A-Z_]+)\b(?!\.\.\.)")
 HEADERS = ["include", "board/include", "board/host/include", "testing/include"]
 VALUES = ("csv", "json")  # of an option that may stand before the command
 REQUEST = re.compile(r"`(GET|POST|DELETE) /api/v1([^`\s?]*)")
@@ -62,7 +62,9 @@ class Named(unittest.TestCase):
         self.assert_none(lines_of("ponctl", "ponsim", "ponfront"), wrong_in)
 
     def test_targets_of_make(self):
-        targets = set(re.findall(r"^([a-z-]+):", text_of(ROOT / "Makefile"), re.MULTILINE)) | {"test-dev"}
+        makefile = text_of(ROOT / "Makefile")
+        presets = re.search(r"^TEST_PRESETS := (.*)$", makefile, re.MULTILINE)[1].split()
+        targets = set(re.findall(r"^([a-z-]+):", makefile, re.MULTILINE)) | {f"test-{preset}" for preset in presets}
         self.assert_none(lines_of("make", "sudo make"), lambda line: line.removeprefix("sudo ").split()[1] not in targets)
 
     def test_functions_and_constants(self):
