@@ -9,8 +9,8 @@ namespace front
 
 // A PageFile is a file that browsers load. Its memory lives as long as the program.
 struct PageFile {
-    std::string_view path; // "/" for the page itself
-    std::string_view type; // as text/html; charset=utf-8
+    std::string_view path;   // "/" for the page itself
+    std::string_view type;   // as text/html; charset=utf-8
     std::string_view packed; // by gzip
     bool is_hashed = false;  // the path names the content, which never changes
 };

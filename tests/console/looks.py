@@ -192,5 +192,5 @@ class Looks(Story):
         self.keeps_the_rules()
         browser.picture("full")
         browser.go("/olts/full/ports/7")
-        browser.sees("128 of 128 ONUs online")
+        browser.sees("128 of 128 ONUs online", "How this port is split is not known.", "plant =")
         self.rows(browser, "7/0", 128)

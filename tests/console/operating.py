@@ -47,6 +47,7 @@ class Operating(Story):
 
     def test_vlans_are_changed_as_lists_and_shown_before_and_after(self) -> None:
         browser = self.as_operator("/olts/campus/onus/1/33")
+        browser.sees("MAC addresses behind it", "06:92:1c:01:10:00")
         browser.press("Change the VLANs of UNI port 2")
         self.assertEqual(browser.run("return document.activeElement.closest('form').ariaLabel"), "VLANs of UNI port 2")
         browser.choose("VLAN mode", "trunk")
