@@ -98,7 +98,7 @@ class Browser:
         field.send_keys(Keys.CONTROL + "a" + Keys.NULL, words or Keys.BACKSPACE)
 
     def choose(self, label: str, option: str) -> None:
-        self.one("select", label).find_element(By.XPATH, f"option[.='{option}']").click()
+        patiently(lambda: self.one("select", label).find_elements(By.XPATH, f"option[.='{option}']"))[0].click()
 
     def keys(self, *keys: str) -> None:
         """Presses keys where the focus is."""

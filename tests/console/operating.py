@@ -96,6 +96,8 @@ class Operating(Story):
         browser.press("Change", "form button")
         self.confirm("Change it", "1/8")
         browser.sees("The bandwidth of ONU 1/8 is changed.", "up to 90.0 Mbit/s", "up to 400.0 Mbit/s")
+        browser.press("Count them")
+        browser.sees("are counted from now on.", "Frames up with errors", "/s")
         self.comes_to_say("90000", "sla", "show", "1/8")
         self.comes_to_say("400000", "sla", "show", "1/8")
 
