@@ -47,6 +47,7 @@ class Operating(Story):
 
     def test_vlans_are_changed_as_lists_and_shown_before_and_after(self) -> None:
         browser = self.as_operator("/olts/campus/onus/1/33")
+        browser.sees("MAC addresses behind it", "06:92:1c:01:10:00")
         browser.press("Change the VLANs of UNI port 2")
         self.assertEqual(browser.run("return document.activeElement.closest('form').ariaLabel"), "VLANs of UNI port 2")
         browser.choose("VLAN mode", "trunk")
@@ -95,6 +96,8 @@ class Operating(Story):
         browser.press("Change", "form button")
         self.confirm("Change it", "1/8")
         browser.sees("The bandwidth of ONU 1/8 is changed.", "up to 90.0 Mbit/s", "up to 400.0 Mbit/s")
+        browser.press("Count them")
+        browser.sees("are counted from now on.", "Frames up with errors", "/s")
         self.comes_to_say("90000", "sla", "show", "1/8")
         self.comes_to_say("400000", "sla", "show", "1/8")
 

@@ -91,7 +91,7 @@ def main(ponsim: str, ponctl: str, ponfront: str, scenario: str, folder: str) ->
                 take(browser, pathlib.Path(folder) / "console-overview.webp", 430)
                 browser.go("/olts/campus/onus/1/3")
                 browser.sees("Bakery", "below the limit", "translation")
-                take(browser, pathlib.Path(folder) / "console-onu.webp", 760)
+                take(browser, pathlib.Path(folder) / "console-onu.webp", 880)
             finally:
                 browser.end()
         finally:

