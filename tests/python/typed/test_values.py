@@ -103,6 +103,11 @@ def test_what_is_wrong_is_told(call, kind, message, olt):
     assert type(refused.value) is kind
 
 
+def test_objects_say_what_they_are():
+    olt = Olt("/run/north")
+    assert (repr(olt), repr(olt.onu(1, 5))) == ("Olt('/run/north')", "Onu(1/5)")
+
+
 def test_exceptions_can_be_sent_to_another_process():
     for error in (StatusError(4005, "bsp_x"), IpcError(-3, "late", "bsp_x")):
         again = pickle.loads(pickle.dumps(error))
