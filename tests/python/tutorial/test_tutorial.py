@@ -1,4 +1,4 @@
-"""The page is what it says: each line of its tutorial is run, and what that shows is compared; its examples are run, too."""
+"""The page is what it says: its tutorial is run, and what each line shows is compared; its examples are run, too."""
 
 import asyncio
 import doctest
