@@ -1,8 +1,8 @@
-"""Writes the classes of bsp_pon.aio, which have the methods of the synchronous ones. Called as a script, with the folder
-of the hand-written modules, that of the generated ones, and the output.
+"""Writes the classes of bsp_pon.aio, which have the methods of the synchronous ones. Called as a script, with the
+folder of the hand-written modules, that of the generated ones, and the output.
 
-The methods are read from the sources, so that nothing has to be compiled before. Each waits for its namesake, which runs
-in a thread of the pool; mypy holds both to the same arguments.
+The methods are read from the sources, so that nothing has to be compiled before. Each waits for its namesake, which
+runs in a thread of the pool; mypy holds both to the same arguments.
 """
 
 import ast
@@ -26,13 +26,13 @@ from .parts import Configuration
 
 AnyRow = TypeVar("AnyRow", bound=Row)'''
 
-# The class of a module, with the modules of its bases from the ground up.
+# Each class, with the module of each class that it is made of, from the ground up.
 CLASSES = {
-    "onu.Onu": ["_onu_base", "_onu_methods", "onu"],
-    **{f"parts.{name}": [f"parts/{module}"] for name, module in {
-        "Configurations": "configuration", "Profiles": "profiles", "Upgrades": "upgrades", "Fdb": "fdb", "P2p": "p2p", "LoopDetection": "loop_detection",
-        "Modules": "modules", "Chip": "chip"}.items()},
-    "olt.Olt": ["_olt_base", "olt"],
+    "onu.Onu": {"OnuBase": "_onu_base", "OnuMethods": "_onu_methods", "Onu": "onu"},
+    **{f"parts.{name}": {name: f"parts/{module}"} for name, module in {
+        "Configurations": "configuration", "Profiles": "profiles", "Upgrades": "upgrades", "Fdb": "fdb", "P2p": "p2p",
+        "LoopDetection": "loop_detection", "Modules": "modules", "Chip": "chip"}.items()},
+    "olt.Olt": {"OltBase": "_olt_base", "Olt": "olt"},
 }
 # Waiting is different where it does not hold up others; what sends nothing needs no thread.
 BY_HAND = ("pause", "wait", "wait_online", "onu")
@@ -41,24 +41,24 @@ BY_HAND = ("pause", "wait", "wait_online", "onu")
 def write(folders, output):
     lines = [OPENING]
     for name, modules in CLASSES.items():
-        lines += class_of(name, [parsed(folders, module) for module in modules])
+        lines += class_of(name, [parsed(folders, module, each) for each, module in modules.items()])
     output.write_text("\n".join(lines) + "\n", encoding="utf-8")
 
 
-def parsed(folders, module):
-    """Returns the classes of a module."""
+def parsed(folders, module, name):
+    """Returns a class of a module."""
     file = next(folder / f"{module}.py" for folder in folders if (folder / f"{module}.py").is_file())
-    return [node for node in ast.parse(file.read_text(encoding="utf-8")).body if isinstance(node, ast.ClassDef)]
+    for node in ast.parse(file.read_text(encoding="utf-8")).body:
+        if isinstance(node, ast.ClassDef) and node.name == name:
+            return node
+    sys.exit(f"make_async.py: {file} has no class {name}")
 
 
-def class_of(name, modules):
+def class_of(name, classes):
     own = name.partition(".")[2]
-    bases = {"onu.Onu": ["OnuBase", "OnuMethods", "Onu"], "olt.Olt": ["OltBase", "Olt"]}.get(name, [own])
-    classes = [each for base, found in zip(bases, modules) for each in found if each.name == base]
-    if len(classes) != len(bases):
-        sys.exit(f"make_async.py: {name} has other bases than this script knows")
     lines = ["", "", f"class {own}:", *docstring(classes[-1], "    "), "",
-             f"    def __init__(self, pool: Pool, made: {name}) -> None:", "        self._pool, self._made = pool, made"]
+             f"    def __init__(self, pool: Pool, made: {name}) -> None:",
+             "        self._pool, self._made = pool, made"]
     if own == "Onu":
         lines += ["        self.port, self.onu_id = made.port, made.onu_id", "",
                   "    def __repr__(self) -> str:", "        return repr(self._made)"]

@@ -1,9 +1,9 @@
 """What setuptools does not do by itself: the modules and the C that follow from the catalogue are made, and the classes
 for asyncio that follow from the others.
 
-In the source tree the catalogue's generator and make_async.py make them, in the folder of the build. A source distribution
-brings them along, because it has no catalogue. The extension is compiled against the headers and libraries that pkg-config
-knows.
+In the source tree the catalogue's generator and make_async.py make them, in the folder of the build. A source
+distribution brings them along, because it has no catalogue. The extension is compiled against the headers and libraries
+that pkg-config knows.
 """
 
 import pathlib

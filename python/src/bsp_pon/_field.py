@@ -121,7 +121,8 @@ class Field:
         if self.type == "ports":
             return sum(1 << number - 1 for number in set(_numbers(value, 1, 8 * self.size))).to_bytes(self.size, "big")
         if self.type == "idset":
-            bits = sum(1 << number for number in set(_numbers(value, 0, 8 * self.size - 1))).to_bytes(self.size, "little")
+            members = set(_numbers(value, 0, 8 * self.size - 1))
+            bits = sum(1 << number for number in members).to_bytes(self.size, "little")
             words = [int.from_bytes(bits[at:at + 4], "little") for at in range(0, self.size, 4)]
             return b"".join(word.to_bytes(4, sys.byteorder) for word in words)
         if not isinstance(value, bytes):

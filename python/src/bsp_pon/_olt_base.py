@@ -31,6 +31,9 @@ class OltBase:
         self.modules = Modules(self.call)
         self.chip = Chip(self.call)
 
+    def __repr__(self) -> str:
+        return f"{type(self).__name__}({self.call.directory!r})"
+
     def ask(self, name: str, **given: int) -> Values | list[Row]:
         """Asks anything that the catalogue has a question for, by its name: olt.ask("optics_diag", pon_port=3).
 

@@ -69,8 +69,10 @@ class Database(_Owned):
         return rows
 
     def rows_of(self, view: type[AnyRow]) -> list[AnyRow]:
-        """Returns the rows as those of a view, and closes the database. Raises AnswerError where there is none, which is
-        no empty table: the service left no result, or one that is larger than the operation takes.
+        """Returns the rows as those of a view, and closes the database.
+
+        Raises AnswerError where there is none, which is no empty table: the service left no result, or one that is
+        larger than the operation takes.
         """
         with self:
             if not self.text():

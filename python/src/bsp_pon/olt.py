@@ -184,7 +184,7 @@ class Olt(OltBase):
             return None
 
     def reject(self, port: int, *, onu_id: int | None = None, mac: str | None = None, text: str | None = None) -> None:
-        """Puts an ONU on the blacklist: one that is bound by its id, or any by its MAC address and with a text of at most
+        """Puts an ONU on the blacklist: one that is bound by its id, or any by its MAC address, with a text of at most
         200 bytes.
         """
         if (onu_id is None) == (mac is None):

@@ -17,7 +17,8 @@ class Onu(OnuMethods):
     """The ONU that is bound to an ONU id of a PON port. Most of it can be asked only while it is online.
 
     There is a method for each question of the catalogue, as get_vlan(uni=1) or wlans(), and one for each setting, as
-    set_vlan(uni=1, pvid=100). A setting is sent as a whole: what is not named stays as it is.
+    set_vlan(uni=1, pvid=100). A setting is sent as a whole: what is not named stays as it is, unless its method says what
+    becomes of it.
     """
 
     def info(self) -> answers.OnuSn:

@@ -107,8 +107,9 @@ def test_settings_are_those_that_ponctl_shows(small):
                                launch_power_high=3, received_power_low=-27.5, received_power_high=-8)
     small.p2p.set_entry(1, 3, "drop", from_onu=1)
     small.set_auth_mode(1, "hybrid")
-    done = subprocess.run([os.environ["PONCTL"], "config", "show"], capture_output=True, text=True, timeout=60, check=True,
-                          env={**os.environ, "BOARD_IPC_DIR": small.call.directory})
+    environment = {**os.environ, "BOARD_IPC_DIR": small.call.directory}
+    done = subprocess.run([os.environ["PONCTL"], "config", "show"], env=environment, capture_output=True, text=True,
+                          timeout=60, check=True)
     shown = {line.partition(" = ")[0] for line in done.stdout.splitlines()}
     mine = {f"{each.table} {each.key} {each.name}".replace("  ", " ") for each in small.config.read().settings()
             if not isinstance(each.value, list)}  # ponctl numbers the values of a list

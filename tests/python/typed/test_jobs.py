@@ -50,8 +50,9 @@ def test_forwarding_between_onus(olt):
     assert olt.p2p.own_port(PORT) == 3
     olt.p2p.set_entry(PORT, 4, "drop", from_onu=1, to_onu=2)
     olt.p2p.set_entry(PORT, 5, "forward", ethertype=0x8863, rate=1000)
-    assert [(row.entry, row.action, row.traffic, row.from_onu, row.to_onu, row.rate)
-            for row in olt.p2p.entries(PORT)] == [(4, "drop", None, 1, 2, None), (5, "forward", 0x8863, None, None, 1000)]
+    entries = [(row.entry, row.action, row.traffic, row.from_onu, row.to_onu, row.rate)
+               for row in olt.p2p.entries(PORT)]
+    assert entries == [(4, "drop", None, 1, 2, None), (5, "forward", 0x8863, None, None, 1000)]
     olt.p2p.remove_entry(PORT, 4)
     assert [row.entry for row in olt.p2p.entries(PORT)] == [5]
 
@@ -235,7 +236,8 @@ def test_uni_ports_are_configured(olt):
     onu.set_mc_vlan(1, operation="add", vlan=[100, 200])
     onu.set_mc_switch(mode="controllable multicast")
     olt.step("1 s")
-    onu.set_mc_group(action="add", control_type="MAC address and VLAN", uni=[1], vlan=[100], group=["01:00:5e:01:02:03"])
+    onu.set_mc_group(action="add", control_type="MAC address and VLAN", uni=[1], vlan=[100],
+                     group=["01:00:5e:01:02:03"])
     olt.step("1 s")
     assert onu.get_admin_state(1) == {"on": "off"} and onu.links()[0].admin is False
     assert onu.get_autoneg_adv(1)["ability"] == ["100BASE-TX", "100BASE-TX-FD"]

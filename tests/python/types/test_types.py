@@ -26,7 +26,8 @@ async def awaits(olt: aio.Olt) -> None:
     await olt.bind("1", "02:00:5e:10:00:01")
     olt.onus(1)[0]
     found: int = await olt.info()
-    fine: int = (await olt.onu(1, 5).get_vlan(1))["pvid"] + (await olt.bandwidth(1))["free"] + fine_too(olt.onu(1, 5).port)
+    fine: int = (await olt.onu(1, 5).get_vlan(1))["pvid"] + (await olt.bandwidth(1))["free"]
+    fine += fine_too(olt.onu(1, 5).port)
 
 
 def fine_too(port: int) -> int:

@@ -1,4 +1,4 @@
-"""This module writes what questions are answered with where it is no table: a TypedDict for each layout of an answer."""
+"""This module writes what questions are answered with that is no table: a TypedDict for each layout of an answer."""
 
 from .text import class_name, docstring, opening
 

@@ -55,8 +55,8 @@ def question(name, operation, view, layout):
         result = f'return self.table(rows.{class_name(view.name)}, "{name}"{passed})'
     else:
         result = f"return cast({kind}, {call})"
-    return ["", f"    def {method}(self{taken}) -> {kind}:", *docstring([about, "", (view or layout).brief], "        "),
-            f"        {result}"]
+    about = docstring([about, "", (view or layout).brief], "        ")
+    return ["", f"    def {method}(self{taken}) -> {kind}:", *about, f"        {result}"]
 
 
 def setting(name, layout, questions):
