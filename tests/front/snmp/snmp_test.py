@@ -38,6 +38,7 @@ def check_walks(world: World) -> None:
     assert len(re.findall(r"^ +1\.[1-4] ", table, re.MULTILINE)) == 4, table
     ports = world.walk("1.3.6.1.2.1.31.1.1.1.1")  # the names of interfaces
     assert [arcs(line)[-1] for line in ports[:4]] == [1001, 1002, 1003, 1004], ports
+    assert f"INTEGER: {len(ports)}" == world.value(".1.3.6.1.2.1.2.1.0"), "interfaces are as many as they are said to be"
 
 
 def check_other_manager(world: World) -> None:
