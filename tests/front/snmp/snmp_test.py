@@ -120,7 +120,8 @@ def check_unanswered_set(world: World) -> None:
         assert scrapes > 1 and len(walk.result()) > 100, "others are answered"
     assert "genError" in lost.result(), lost.result()  # so snmpd calls it that something cannot be undone
     world.expect("whether it was done is not known")
-    assert [(entry["olt"], entry["command"]) for entry in audited(world)[before:]] == [("south", "BSP_CMD_ONU_BIND")], audited(world)
+    noted = [(entry["olt"], entry["command"]) for entry in audited(world)[before:]]
+    assert noted == [("south", "BSP_CMD_ONU_BIND")], noted
     world.set(f"bspOnuName.{north}", "s", "customer 1208")
     world.control("fault", "clear", olt="south")
     world.end("south")
