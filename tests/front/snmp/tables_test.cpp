@@ -65,7 +65,7 @@ TEST_F(SnmpTables, InterfacesOfAllOltsAreCounted)
     EXPECT_EQ(one->get(if_table_last_change)->number, 100u);
     EXPECT_EQ(two->get(if_table_last_change)->number, 500u);
     EXPECT_EQ(two->next(if_number, false)->name, below(if_entry, {1, 1001}));
-    EXPECT_EQ(two->get({1, 3, 6, 1, 2, 1, 2, 1, 1}), std::nullopt);
+    EXPECT_EQ(two->get(Oid{1, 3, 6, 1, 2, 1, 2, 1, 1}), std::nullopt);
     EXPECT_TRUE(two->has_object(if_number));
 
     olts[1].name = "renamed"; // no interface comes or goes
