@@ -141,6 +141,9 @@ snmp::Oid read_root(const Section &section, const snmp::Oid &otherwise)
     }
     constexpr uint32_t most_first = 2, most_second = 39;
     if (root.size() < shortest || root.size() > longest || root[0] > most_first || root[1] > most_second) fail();
+    // Those of standards are nobody's, and their tables would stand in the way.
+    for (const snmp::Oid &standard : {snmp::Oid{1, 3, 6, 1, 2}, snmp::Oid{1, 3, 6, 1, 6}})
+        if (snmp::is_below(root, standard)) fail();
     return root;
 }
 

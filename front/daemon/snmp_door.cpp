@@ -37,9 +37,7 @@ snmp::Note note_in(std::shared_ptr<WriteLog> log, const snmp::AgentSettings &set
 } // namespace
 
 SnmpDoor::SnmpDoor(const Configuration &configuration, std::shared_ptr<WriteLog> log)
-    : settings(settings_of(configuration)),
-      mib(settings.mib),
-      agent(settings, note_in(std::move(log), settings), say)
+    : settings(settings_of(configuration)), mib(settings.mib), agent(settings, note_in(std::move(log), settings), say)
 {
 }
 

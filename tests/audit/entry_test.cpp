@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "bsp_pon.h"
+#include "call/exchange.h"
 
 namespace
 {
@@ -42,6 +43,23 @@ TEST(AuditEntry, NamesTheCommandAndWhatItIsFor)
     EXPECT_THAT(wanted.fields, Contains(Pair("pon_port", "3")));
     EXPECT_THAT(wanted.fields, Contains(Pair("onu_id", "17")));
     EXPECT_THAT(wanted.fields, Contains(Pair("onu_mac", "02:1e:61:a0:01:02")));
+}
+
+TEST(AuditEntry, HasTheClassForWhichThereWasPermission)
+{
+    const bsp_pon_msg record = binding();
+    const auto *bytes = reinterpret_cast<const uint8_t *>(&record);
+    const call::Exchange exchange{.channel = catalogue::find_channel(BSP_MSG_PON),
+                                  .call = catalogue::Call::set,
+                                  .request = {bytes, bytes + sizeof record},
+                                  .response = {}};
+    const auto as = [&](catalogue::Class impact) {
+        return wanted_by(
+            {.doing = {}, .impact = impact, .operation = nullptr, .command = nullptr, .exchange = exchange});
+    };
+    EXPECT_EQ(as(catalogue::Class::write).impact, catalogue::Class::write);
+    EXPECT_EQ(as(catalogue::Class::service_affecting).impact, catalogue::Class::service_affecting);
+    EXPECT_EQ(as(catalogue::Class::write).command, wanted_of(BSP_MSG_PON, catalogue::Call::set, record).command);
 }
 
 TEST(AuditEntry, LeavesOutTextsAndBlocks)

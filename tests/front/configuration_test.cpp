@@ -201,7 +201,8 @@ TEST(Configuration, SaysWhatIsWrongWithSnmp)
 {
     EXPECT_THAT(error_of("[snmp]\nagentx = \"master\"\n"), HasSubstr("front.toml:2: agentx: "));
     EXPECT_THAT(error_of("[snmp]\nagentx = \"master\"\n"), HasSubstr("the path of a Unix socket"));
-    for (const char *root : {"1.3", "1.3.6.x.1", "3.1.1.1", "1.40.1.1", "1.3.6.1.4294967296", ".1.3.6.1"})
+    for (const char *root : {"1.3", "1.3.6.x.1", "3.1.1.1", "1.40.1.1", "1.3.6.1.4294967296", ".1.3.6.1",
+                             "1.3.6.1.2.1.2", "1.3.6.1.6.3.99"})
         EXPECT_THAT(error_of("[snmp]\nroot = \"" + std::string(root) + "\"\n"), HasSubstr("an arc of yours")) << root;
     EXPECT_THAT(error_of("[snmp]\nsets = \"all\"\n"), HasSubstr("sets: "));
     EXPECT_THAT(error_of("[[olt]]\nname = \"a\"\nsocket_dir = \"/a\"\nindex = 2\n[[olt]]\nname = \"b\"\n"),

@@ -1,5 +1,5 @@
 // In this test ten scrapers and a walker of SNMP read full OLTs through ponfront, while the OLTs die and come back.
-// Nothing that ponfront holds grows.
+// Nothing that ponfront holds grows. The long form, with snmpd and its walkers, is "make soak".
 //
 // SOAK_SCRAPES says how many scrapes there are. Without it there are so few that every run of the tests can make them.
 #include <atomic>

@@ -27,8 +27,8 @@ struct SetSettings {
     bool operator==(const SetSettings &) const = default;
 };
 
-// So long an order may take, in seconds, before its outcome counts as unknown; the master waits a little longer. Both are
-// short, because snmpd answers nobody while something is set.
+// So long an order may take, in seconds, before its outcome counts as unknown; the master waits a little longer. Both
+// are short, because snmpd answers nobody while something is set.
 inline constexpr uint8_t order_time = 2, master_time = 4;
 
 // Says whether the order may be carried out, where anything may be set at all. The call is made, but nothing is sent.

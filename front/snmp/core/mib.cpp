@@ -1,11 +1,24 @@
 #include "snmp/core/mib.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace front::snmp
 {
 namespace
 {
+
+const Oid if_entry{1, 3, 6, 1, 2, 1, 2, 2, 1}, if_number{1, 3, 6, 1, 2, 1, 2, 1},
+    if_table_last_change{1, 3, 6, 1, 2, 1, 31, 1, 5};
+
+// Returns a table of one object, whose instance is 0.
+ObjectTable scalar(const Oid &object, std::string_view name, Type type, uint64_t value)
+{
+    const auto part = std::make_shared<Part>(0, 1);
+    part->add_row({});
+    part->put(0, value);
+    return {object, {{.number = 0, .name = name, .type = type}}, {part}};
+}
 
 Oid entry_of(const TableInfo &info, const MibSettings &settings)
 {
@@ -15,12 +28,13 @@ Oid entry_of(const TableInfo &info, const MibSettings &settings)
     return entry;
 }
 
-// Returns what the master is told of: the root, and each table of a standard.
+// Returns what the master is told of: the root, and each table and scalar of a standard.
 std::vector<Oid> regions_of(std::span<const TableInfo *const> infos, const MibSettings &settings)
 {
     std::vector<Oid> regions{settings.root};
     for (const TableInfo *info : infos)
         if (info->is_standard) regions.emplace_back(info->entry.begin(), info->entry.end() - 1);
+    if (settings.standard_tables) regions.insert(regions.end(), {if_number, if_table_last_change});
     std::ranges::sort(regions, OidLess());
     return regions;
 }
@@ -57,6 +71,20 @@ bool Mib::make(const TableInfo &info, const Source &olt, const Times &times, Mad
     return true;
 }
 
+void Mib::add_interface_scalars(std::vector<ObjectTable> &tables, const Times &times)
+{
+    const auto table = std::ranges::find(tables, if_entry, &ObjectTable::entry);
+    Oid now;
+    for (const auto &part : table->parts)
+        for (size_t row = 0; row < part->rows(); ++row)
+            now.push_back(part->index_of(row)[0]);
+    if (now != std::exchange(interfaces, now)) interfaces_changed = times.now;
+    tables.push_back(scalar(if_number, "ifNumber", Type::integer, now.size()));
+    tables.push_back(
+        scalar(if_table_last_change, "ifTableLastChange", Type::time_ticks, time_ticks(interfaces_changed, times)));
+    std::ranges::sort(tables, OidLess(), &ObjectTable::entry);
+}
+
 std::shared_ptr<const Objects> Mib::objects(std::span<const Source> olts, const Times &times)
 {
     bool is_different = !latest;
@@ -78,6 +106,7 @@ std::shared_ptr<const Objects> Mib::objects(std::span<const Source> olts, const 
         for (const auto &[index, what] : made[table])
             if (what.part->rows() > 0) tables.back().parts.push_back(what.part);
     }
+    if (settings.standard_tables) add_interface_scalars(tables, times);
     latest = std::make_shared<const Objects>(std::move(tables), regions_of(infos, settings));
     return latest;
 }

@@ -45,7 +45,12 @@ private:
     // Returns whether something is different from what it was.
     static bool make(const TableInfo &info, const Source &olt, const Times &times, Made &made);
 
+    // Adds what IF-MIB has of the interfaces of all OLTs together.
+    void add_interface_scalars(std::vector<ObjectTable> &tables, const Times &times);
+
     const MibSettings settings;
+    Oid interfaces;                             // by their ifIndex, when they were looked at last
+    UnixTime interfaces_changed = 0;            // when there were others
     std::vector<const TableInfo *> infos;       // in the order of their entries
     std::vector<std::map<uint32_t, Made>> made; // by table and OLT
     std::shared_ptr<const Objects> latest;

@@ -17,9 +17,11 @@ auto part_of(const ObjectTable &table, OidView index)
 Binding binding_of(const ObjectTable &table, size_t column, const Part &part, size_t cell)
 {
     const ColumnKind &kind = table.columns[column];
-    Oid name = table.entry;
-    name.push_back(kind.number);
     const OidView index = part.index_of_cell(column, cell);
+    Oid name;
+    name.reserve(table.entry.size() + 1 + index.size());
+    name = table.entry;
+    name.push_back(kind.number);
     name.insert(name.end(), index.begin(), index.end());
     return {std::move(name), part.value(column, cell, kind.type)};
 }

@@ -10,7 +10,7 @@ namespace front::snmp
 {
 
 // An ObjectTable is found below its entry, column by column, and in a column in the order of the indexes. A group of
-// scalars is a table, too: with one row, whose index is 0.
+// scalars is a table, too: with one row, whose index is 0. A scalar by itself is a table whose only column is 0.
 struct ObjectTable {
     Oid entry;
     std::vector<ColumnKind> columns;                // in the order of their numbers

@@ -21,6 +21,7 @@ bool Part::add_row(OidView index)
 {
     if (rows() > 0 && compare(index_of(rows() - 1), index) >= 0) return false;
     indexes.insert(indexes.end(), index.begin(), index.end());
+    ++count;
     return true;
 }
 

@@ -49,7 +49,7 @@ struct Item {
 class Part
 {
 public:
-    // All indexes have so many arcs.
+    // All indexes have so many arcs. Without any there is one row at most, as of a scalar.
     Part(size_t index_width, size_t columns) : width(index_width), cells(columns) {}
 
     // Starts a row. Returns false, and adds nothing, when it does not stand behind the row before it.
@@ -57,7 +57,7 @@ public:
     // Puts something into a column of the last row. Columns count from 0 here.
     void put(size_t column, const Item &item);
 
-    size_t rows() const { return indexes.size() / width; }
+    size_t rows() const { return count; }
     OidView index_of(size_t row) const { return OidView(indexes).subspan(row * width, width); }
 
     // Returns the first cell of a column whose index is not before this one or, unless `include` says so, is behind it.
@@ -75,6 +75,7 @@ private:
     };
 
     size_t width;
+    size_t count = 0; // of rows
     Oid indexes;
     std::vector<std::vector<Cell>> cells; // by column
     std::string texts;

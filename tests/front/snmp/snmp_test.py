@@ -38,6 +38,7 @@ def check_walks(world: World) -> None:
     assert len(re.findall(r"^ +1\.[1-4] ", table, re.MULTILINE)) == 4, table
     ports = world.walk("1.3.6.1.2.1.31.1.1.1.1")  # the names of interfaces
     assert [arcs(line)[-1] for line in ports[:4]] == [1001, 1002, 1003, 1004], ports
+    assert f"INTEGER: {len(ports)}" == world.value(".1.3.6.1.2.1.2.1.0"), "interfaces are as many as they are said to be"
 
 
 def check_other_manager(world: World) -> None:
@@ -119,7 +120,8 @@ def check_unanswered_set(world: World) -> None:
         assert scrapes > 1 and len(walk.result()) > 100, "others are answered"
     assert "genError" in lost.result(), lost.result()  # so snmpd calls it that something cannot be undone
     world.expect("whether it was done is not known")
-    assert [(entry["olt"], entry["command"]) for entry in audited(world)[before:]] == [("south", "BSP_CMD_ONU_BIND")], audited(world)
+    noted = [(entry["olt"], entry["command"]) for entry in audited(world)[before:]]
+    assert noted == [("south", "BSP_CMD_ONU_BIND")], noted
     world.set(f"bspOnuName.{north}", "s", "customer 1208")
     world.control("fault", "clear", olt="south")
     world.end("south")

@@ -51,6 +51,28 @@ protected:
     Mib mib{MibSettings()};
 };
 
+TEST_F(SnmpTables, InterfacesOfAllOltsAreCounted)
+{
+    const Oid if_number{1, 3, 6, 1, 2, 1, 2, 1, 0}, if_table_last_change{1, 3, 6, 1, 2, 1, 31, 1, 5, 0};
+    Source olts[] = {olt.source(), olt.source()};
+    olts[1].index = 2;
+    const auto looked = [&](std::span<const Source> at, UnixTime now) {
+        return mib.objects(at, {.now = now, .started = started});
+    };
+    const auto one = looked(std::span(olts).first(1), started + 1000), two = looked(olts, started + 5000);
+    EXPECT_GT(one->get(if_number)->number, 0u);
+    EXPECT_EQ(two->get(if_number)->number, 2 * one->get(if_number)->number);
+    EXPECT_EQ(one->get(if_table_last_change)->number, 100u);
+    EXPECT_EQ(two->get(if_table_last_change)->number, 500u);
+    EXPECT_EQ(two->next(if_number, false)->name, below(if_entry, {1, 1001}));
+    EXPECT_EQ(two->get(Oid{1, 3, 6, 1, 2, 1, 2, 1, 1}), std::nullopt);
+    EXPECT_TRUE(two->has_object(if_number));
+
+    olts[1].name = "renamed"; // no interface comes or goes
+    EXPECT_EQ(looked(olts, started + 9000)->get(if_table_last_change)->number, 500u);
+    EXPECT_EQ(Mib({.standard_tables = false}).objects(olts, {})->get(if_number), std::nullopt);
+}
+
 TEST_F(SnmpTables, HaveWhatAnOnuIs)
 {
     EXPECT_EQ(octets(own({1, 4, 1, 2, 1, 1, 5})), std::string("\2\0\0\0\0\5", 6));
