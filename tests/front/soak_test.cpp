@@ -8,7 +8,6 @@
 #include <fstream>
 #include <thread>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "http_client.h"
@@ -20,7 +19,6 @@
 
 namespace
 {
-
 
 // A sanitizer makes the simulator slow. Two OLTs are the fewest that have folders of their own.
 constexpr int olts = keeps_what_is_freed ? 2 : 5, ports = keeps_what_is_freed ? 4 : 16;

@@ -24,7 +24,7 @@ inline size_t memory_of(pid_t process)
     return 0;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef SANITIZED
 inline constexpr bool keeps_what_is_freed = true; // the sanitizer's allocator keeps it
 #else
 inline constexpr bool keeps_what_is_freed = false;
