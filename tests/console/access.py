@@ -27,7 +27,11 @@ class Access(Story):
 
     def test_each_role_is_offered_and_allowed_what_it_may_do(self) -> None:
         # Of each role: what is offered, and what is answered to who asks for what is not.
-        may = {"read": (False, False, 403, 403), "write": (True, False, 200, 403), "service-affecting": (True, True, 200, 428)}
+        may = {
+            "read": (False, False, 403, 403),
+            "write": (True, False, 200, 403),
+            "service-affecting": (True, True, 200, 428),
+        }
         for role, (describes, reboots, described, rebooted) in may.items():
             with self.subTest(role):
                 self.browser.log_in(role)

@@ -162,14 +162,21 @@ async function do_agreed(olt: string, step: Step, agreed: ReadonlySet<string>): 
         const needed = error instanceof ApiError && error.status === 428 ? error.confirmation : undefined;
         if (!needed?.confirm) throw error;
         const other = needed.onus.find(({ mac }) => !agreed.has(mac));
-        if (other) throw new ApiError(409, "conflict", `${other.mac} would be hit as well, which nobody was asked about`);
+        if (other)
+            throw new ApiError(409, "conflict", `${other.mac} would be hit as well, which nobody was asked about`);
         await call(olt, step.operation, step.given, needed.confirm);
     }
 }
 
 // Does several things one after the other, after one question that names all ONUs that they will hit. Says what came of
 // it, and returns whether all was done.
-export async function change_all(olt: string, steps: Step[], title: string, yes: string, done: string): Promise<boolean> {
+export async function change_all(
+    olt: string,
+    steps: Step[],
+    title: string,
+    yes: string,
+    done: string,
+): Promise<boolean> {
     let what = "";
     try {
         const hits = new Map<string, Hit>();
@@ -178,7 +185,8 @@ export async function change_all(olt: string, steps: Step[], title: string, yes:
         const onus = [...hits.values()];
         const online = onus.filter(({ state }) => state === "online").length;
         const all = { confirm: null, target: olt, scope: "onus", count: onus.length, online, onus };
-        if (!(await ask(title, () => [m("p.affects", "This affects service."), hit_list(all)], yes, true))) return false;
+        const content = () => [m("p.affects", "This affects service."), hit_list(all)];
+        if (!(await ask(title, content, yes, true))) return false;
         for (const step of steps) {
             what = step.what;
             await do_agreed(olt, step, new Set(hits.keys()));

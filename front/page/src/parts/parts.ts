@@ -113,7 +113,10 @@ export const Scrolls: m.Closure<{label: string; selector?: string}> = () => {
 export const OpenedForm: m.Closure<{label: string; submit: (event: Event) => void}> = () => {
     const opener = document.activeElement;
     return {
-        oncreate: ({ dom }) => (dom.querySelector<HTMLElement>("[autofocus]") ?? dom.querySelector<HTMLElement>("input, select"))?.focus(),
+        oncreate: ({ dom }) => {
+            const wanted = dom.querySelector<HTMLElement>("[autofocus]");
+            (wanted ?? dom.querySelector<HTMLElement>("input, select"))?.focus();
+        },
         onremove: () => {
             if (opener instanceof HTMLElement && opener.isConnected) opener.focus({ preventScroll: true });
         },

@@ -46,27 +46,29 @@ export const Blacklist: m.Closure<Given> = ({attrs: {olt}}) => {
             { label: "Blacklist" },
             m(
                 "table.plain",
-            m("thead",
-              m("tr",
-                heads.map((title) => m("th", { scope: "col" }, title)),
-                may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Allow")))),
-            m("tbody",
-              all.map(
-                  (row) => m(
-                      "tr",
-                      m("td", text(row.pon_port as number)),
-                      m("th.mono", { scope: "row" }, row.mac),
-                      m("td", text(row.text as string)),
-                      m("td", row.registering ? badge("warn", "tries to come in") : badge("idle", "not on the fibre")),
-                      may("service-affecting") &&
+                m("thead",
+                  m("tr",
+                    heads.map((title) => m("th", { scope: "col" }, title)),
+                    may("service-affecting") && m("th", { scope: "col" }, m("span.hidden", "Allow")))),
+                m("tbody",
+                  all.map(
+                      (row) => m(
+                          "tr",
+                          m("td", text(row.pon_port as number)),
+                          m("th.mono", { scope: "row" }, row.mac),
+                          m("td", text(row.text as string)),
                           m("td",
-                            button(
-                                "Allow again",
-                                () => void allow(row),
-                                { class: "small", "aria-label": `Allow ${row.mac} again` }
-                            )),
-                  )
-              ))),
+                            row.registering ? badge("warn", "tries to come in") : badge("idle", "not on the fibre")),
+                          may("service-affecting") &&
+                              m("td",
+                                button(
+                                    "Allow again",
+                                    () => void allow(row),
+                                    { class: "small", "aria-label": `Allow ${row.mac} again` }
+                                )),
+                      )
+                  )),
+            ),
         );
     }
 

@@ -99,7 +99,10 @@ export const OnuBandwidth: m.Closure<Given> = ({attrs: {olt, port, id}}) => {
             choice(
                 "As in the profile",
                 profile,
-                [["", "none: by hand"], ...profiles().map((one): [string, string] => [String(one.id), String(one.name)])],
+                [
+                    ["", "none: by hand"],
+                    ...profiles().map((one): [string, string] => [String(one.id), String(one.name)]),
+                ],
                 take
             ),
             settings.map(

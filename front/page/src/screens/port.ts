@@ -102,28 +102,29 @@ function traffic(port: Port, before: Counters | undefined): m.Children {
             Scrolls,
             { label: "Frames" },
             m(
-            "table.plain",
-            m("thead",
-              m("tr",
-                ["Frames", "In", "In, rate", "Out", "Out, rate"]
-                    .map((title, place) => m(place ? "th.right" : "th", { scope: "col" }, title)))),
-            m(
-                "tbody",
-                names.map(
-                    (name) => m(
-                        "tr",
-                        m("th", { scope: "row" }, name),
-                        ["in", "out"].flatMap((way) => {
-                            const key = `${way}_${name}`;
-                            const has = key in now;
-                            return [
-                                m("td.right", has ? count(now[key]) : "–"),
-                                m("td.right", has ? per_second(key) : "–")
-                            ];
-                        }),
+                "table.plain",
+                m("thead",
+                  m("tr",
+                    ["Frames", "In", "In, rate", "Out", "Out, rate"]
+                        .map((title, place) => m(place ? "th.right" : "th", { scope: "col" }, title)))),
+                m(
+                    "tbody",
+                    names.map(
+                        (name) => m(
+                            "tr",
+                            m("th", { scope: "row" }, name),
+                            ["in", "out"].flatMap((way) => {
+                                const key = `${way}_${name}`;
+                                const has = key in now;
+                                return [
+                                    m("td.right", has ? count(now[key]) : "–"),
+                                    m("td.right", has ? per_second(key) : "–")
+                                ];
+                            }),
+                        ),
                     ),
                 ),
-            )),
+            ),
         ),
         m("p.muted",
           before ? ["Rates between ", moment(before.read), " and ", moment(now.read), "."] :

@@ -70,7 +70,10 @@ function branch_of(plant: Plant, node: PlantNode): Branch {
              node.counts.onus === 0 && m("span.muted", "no ONUs"),
              falls.map((fall) => m("strong.cut", "✂ ", likely(fall)))],
         is_open: is_troubled || node.splitters.length > 0,
-        below: [...node.splitters.map((each) => branch_of(plant, each)), ...node.onus.map((onu) => leaf(plant.olt, onu))],
+        below: [
+            ...node.splitters.map((each) => branch_of(plant, each)),
+            ...node.onus.map((onu) => leaf(plant.olt, onu)),
+        ],
     };
 }
 
