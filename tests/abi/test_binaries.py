@@ -1,7 +1,8 @@
 """Compares the binary interfaces of the shared libraries, as they are built for a Linux host, with those that programs
 were linked with.
 
-SHARED_LIBRARIES names the libraries, with ';' between. With WRITE_ABI=1 their descriptions are written anew instead; what
+SHARED_LIBRARIES names the libraries, with ';' between, and DEBUG_FOLDER where the debugger's information of installed
+ones is. With WRITE_ABI=1 their descriptions are written anew instead; what
 then differs in them breaks programs, except for what is added.
 """
 
@@ -19,6 +20,7 @@ DESCRIBE = ["abidw", "--exported-interfaces-only", "--no-corpus-path", "--no-com
             "--no-elf-needed", "--drop-private-types",
             *(word for folder in HEADERS for word in ("--headers-dir", folder))]
 COMPARE = ["abidiff", "--exported-interfaces-only", "--no-added-syms", "--drop-private-types",
+           "--debug-info-dir2", os.environ.get("DEBUG_FOLDER", "/usr/lib/debug"),
            *(word for folder in HEADERS for word in ("--headers-dir2", folder))]
 
 
