@@ -2,7 +2,7 @@
 examine the library.
 
 abi.py TARGET OPTIMISATION FOLDER    builds the library's objects and the library into the folder
-abi.py --flags TARGET                prints the compiler with its flags
+abi.py --command TARGET              prints the command of the README, with the sources in their order
 """
 
 import pathlib
@@ -115,7 +115,7 @@ def constants():
     return dict(re.findall(r"^#define (BSP_\w+) (\d+u)", header_text(), re.MULTILINE))
 
 
-if __name__ == "__main__" and sys.argv[1] == "--flags":
-    print(flags_for(sys.argv[2]), WITHOUT_RUNTIME)
+if __name__ == "__main__" and sys.argv[1] == "--command":
+    print(flags_for(sys.argv[2]), *sorted(path.relative_to(ROOT) for path in (ROOT / "src").rglob("*.cpp")), WITHOUT_RUNTIME)
 elif __name__ == "__main__":
     build(sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3]))
