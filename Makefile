@@ -34,7 +34,6 @@ packages:
 test-packages: packages docs-packages
 	@packaging/install-packages test-packages.txt
 
-.PHONY: docs-packages
 docs-packages: packages
 	@packaging/install-packages docs-packages.txt
 
