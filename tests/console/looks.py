@@ -107,7 +107,8 @@ class Looks(Story):
     def search_finds(self, words: str, where: str) -> bool:
         field = self.browser.one("input#search")
         self.browser.type_into(field, words)
-        return where in self.browser.one(".found").text
+        found = self.browser.one(".found").text
+        return where in found and words in found.lower()  # and not what the first letters found
 
     def test_the_tab_key_goes_through_the_page_in_order(self) -> None:
         browser = self.as_newcomer("/olts/campus/onus/1/2")
