@@ -2,7 +2,7 @@
 examine the library.
 
 abi.py TARGET OPTIMISATION FOLDER    builds the library's objects and the library into the folder
-abi.py --command TARGET              prints the command of the README, with the sources in their order
+abi.py --command TARGET              prints the command of docs/board.md, with the sources in their order
 """
 
 import pathlib
@@ -46,7 +46,7 @@ def flags_for(target):
 
 def build(target, optimisation, folder):
     """Builds the library's object files with the flags of its build, and the library from them. Without optimisation
-    the library is built by exactly the command of the README.
+    the library is built by exactly the command of docs/board.md.
     """
     command = BUILD.format(prefix=TARGETS[target])
     flags = flags_for(target)
