@@ -51,22 +51,26 @@ std::string configuration()
     return file;
 }
 
-size_t online_in(const std::string &page)
+// Returns how many of these metrics are 1.
+size_t count_ones(const std::string &page, const std::string &metric)
 {
     size_t count = 0;
-    for (size_t at = 0; (at = page.find("\npon_onu_up{", at)) != page.npos; ++at)
+    for (size_t at = 0; (at = page.find('\n' + metric + '{', at)) != page.npos; ++at)
         count += page.compare(page.find(' ', at), 3, " 1\n") == 0;
     return count;
 }
 
-// Waits until all ONUs are online, for two minutes at most.
+// Waits until all OLTs answer, so that there is a connection to each, and all ONUs are online; for two minutes at most.
 void wait_for_all(uint16_t port)
 {
-    size_t online = 0;
-    for (int tries = 0; tries < 1200 && online < size_t{olts} * ports * onus; ++tries) {
-        online = online_in(http_get(port, "/metrics"));
+    size_t answering = 0, online = 0;
+    for (int tries = 0; tries < 1200 && (answering < olts || online < size_t{olts} * ports * onus); ++tries) {
+        const std::string page = http_get(port, "/metrics");
+        answering = count_ones(page, "pon_olt_up");
+        online = count_ones(page, "pon_onu_up");
         usleep(100'000);
     }
+    EXPECT_EQ(answering, size_t{olts});
     EXPECT_EQ(online, size_t{olts} * ports * onus);
 }
 
@@ -131,6 +135,7 @@ TEST(FrontSoak, NothingGrows)
         wait_for_all(port);
         scrape(port, wanted_scrapes());
         if (round > 0) continue;
+        wait_for_all(port);
         files = open_files(front.process());
         memory = memory_of(front.process());
     }
