@@ -79,6 +79,7 @@ public:
 private:
     void add_planned()
     {
+        counts.resize(plan->size());
         for (size_t node = 0; node < plan->size(); ++node) {
             first_of.push_back(rows.size());
             for (const std::string &name : plan->at(node).onus) {
@@ -127,16 +128,9 @@ private:
                           .state = row.onu ? row.onu->state : "",
                           .since = row.fact ? row.fact->since : 0,
                           .cause = row.fact ? std::string_view(row.fact->cause) : ""});
+        for (; node; node = plan->at(*node).from)
+            counts[*node].add(row);
         rows.push_back(std::move(row));
-    }
-
-    Counts counts_below(size_t node) const
-    {
-        Counts counts;
-        for (size_t index = 0; index < rows.size(); ++index)
-            for (std::optional<size_t> each = placed[index].node; each; each = plan->at(*each).from)
-                if (*each == node) counts.add(rows[index]);
-        return counts;
     }
 
     void write_row(const Row &row)
@@ -158,17 +152,17 @@ private:
         json->EndObject();
     }
 
-    void write_counts(const Counts &counts)
+    void write_counts(const Counts &below)
     {
         json.key("counts");
         json->StartObject();
-        json.member("onus", counts.onus);
-        json.member("online", counts.online);
-        json.member("offline", counts.offline);
-        json.member("unauthenticated", counts.unauthenticated);
-        json.member("waiting", counts.waiting);
-        json.member("missing", counts.missing);
-        json.member("low_light", counts.low_light);
+        json.member("onus", below.onus);
+        json.member("online", below.online);
+        json.member("offline", below.offline);
+        json.member("unauthenticated", below.unauthenticated);
+        json.member("waiting", below.waiting);
+        json.member("missing", below.missing);
+        json.member("low_light", below.low_light);
         json->EndObject();
     }
 
@@ -181,7 +175,7 @@ private:
         json.member("ratio", node.ratio);
         json.member_or_null("place", node.place);
         json.member("length", node.length);
-        write_counts(counts_below(number));
+        write_counts(counts[number]);
         json.key("onus");
         json->StartArray();
         for (size_t index = 0; index < node.onus.size(); ++index)
@@ -232,6 +226,7 @@ private:
     std::vector<Row> rows;         // those of the plan in the order of its nodes, and then the others
     std::vector<PlacedOnu> placed; // likewise
     std::vector<size_t> first_of;  // the first row of each node
+    std::vector<Counts> counts;    // of all below each node
     Json json;
 };
 
