@@ -2,8 +2,8 @@
 
 #include "board/ipc.h"
 #include "board/service.h"
+#include "call/codec/search.h"
 #include "call/outputs.h"
-#include "call/search.h"
 #include "text/words.h"
 
 namespace call

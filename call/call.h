@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "call/codec/members.h"
 #include "call/codec/values.h"
 #include "call/permission.h"
 
@@ -30,12 +31,7 @@ struct Call {
 };
 
 // A Delivered is what an operation delivered through one of its arguments.
-struct Delivered {
-    std::string name;
-    std::string value; // JSON in one line
-
-    bool operator==(const Delivered &) const = default;
-};
+using Delivered = Member;
 
 struct Outcome {
     std::string id;

@@ -8,6 +8,7 @@
 
 #include "board/ipc.h"
 #include "call/codec/decode.h"
+#include "call/record_call.h"
 
 namespace call
 {
@@ -28,6 +29,43 @@ thread_local Exchange last;
 void note_answer(const uint32_t *status)
 {
     last.status = *status;
+}
+
+RecordCall carried_call(uint32_t preset)
+{
+    const catalogue::Record *record = watched.sender->record;
+    return {last.channel, last.call, record ? record : last.channel->record, last.request, preset};
+}
+
+int32_t carry(Carrier &carrier, uint32_t preset, RecordOutcome &outcome)
+{
+    forget_carried();
+    if (!last.channel) return IPC_ERR_SYSTEM;
+    outcome = carrier.carry(carried_call(preset));
+    return outcome.ipc_result;
+}
+
+// These make the exchange by a carrier. The last arguments are those of the IPC library's functions.
+int32_t carry_to(Carrier &carrier, uint32_t *status)
+{
+    RecordOutcome outcome;
+    const int32_t result = carry(carrier, 0, outcome);
+    if (result == IPC_OK) *status = outcome.status;
+    return result;
+}
+
+int32_t carry_to(Carrier &carrier, void *response, uint32_t *length, uint32_t *status)
+{
+    RecordOutcome outcome;
+    const int32_t result = carry(carrier, *length, outcome);
+    if (result != IPC_OK) return result;
+    // A length of 0 states no bound, but that of the channel's record.
+    const size_t room = *length ? *length : last.channel->record->size;
+    *length = static_cast<uint32_t>(std::min(room, outcome.response.size()));
+    std::copy_n(outcome.response.begin(), *length, static_cast<uint8_t *>(response));
+    *status = outcome.status;
+    keep_carried(std::move(outcome));
+    return IPC_OK;
 }
 
 void note_answer(const void *response, const uint32_t *length, const uint32_t *status)
@@ -89,9 +127,18 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
         last.kept_back = true;
         return IPC_OK;
     }
-    const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-    const int32_t result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
-    last.result = result;
+    if (Carrier *const carrier = carrier_of_thread()) {
+        try {
+            last.result = carry_to(*carrier, rest...);
+        } catch (...) {
+            watched.refusal = std::current_exception();
+            last.result = IPC_ERR_SYSTEM;
+        }
+    } else {
+        const auto function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+        last.result = function ? function(module, msg_type, request, request_length, rest...) : IPC_ERR_SYSTEM;
+    }
+    const int32_t result = last.result;
     if (result == IPC_OK) note_answer(rest...);
     return result;
 }

@@ -9,19 +9,10 @@
 
 #include "board/datastore.h"
 #include "call/codec/decode.h"
+#include "call/codec/members.h"
 
 namespace call
 {
-
-// A document can be passed on to this writer. A number stays as it was written, whatever its size and precision.
-template <class Base>
-struct Passing : Base {
-    using Base::Base;
-    bool RawNumber(const char *text, rapidjson::SizeType length, bool)
-    {
-        return Base::RawValue(text, length, rapidjson::kNumberType);
-    }
-};
 
 // This many levels of arrays and objects are nested in each other at most, in what a service delivers.
 inline constexpr size_t deepest_document = 16;

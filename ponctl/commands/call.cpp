@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "call/search.h"
+#include "call/codec/search.h"
 #include "cli/program.h"
 #include "command_line/parse.h"
 #include "describe/operation_page.h"

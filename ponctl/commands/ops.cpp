@@ -1,7 +1,7 @@
 // ponctl ops lists the operations, and shows what the catalogue says of each.
 #include <algorithm>
 
-#include "call/search.h"
+#include "call/codec/search.h"
 #include "cli/list_options.h"
 #include "cli/program.h"
 #include "describe/operation_page.h"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
-#include "call/search.h"
+#include "call/codec/search.h"
 #include "cli/program.h"
 #include "command_line/parse.h"
 #include "describe/operation_page.h"

@@ -1,4 +1,4 @@
-#include "call/search.h"
+#include "call/codec/search.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,0 +1,60 @@
+// This file takes JSON objects apart, whose members are all known.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <rapidjson/document.h>
+
+namespace call
+{
+
+using JsonValue = rapidjson::Value;
+
+// A document can be passed on to this writer. A number stays as it was written, whatever its size and precision.
+template <class Base>
+struct Passing : Base {
+    using Base::Base;
+    bool RawNumber(const char *text, rapidjson::SizeType length, bool)
+    {
+        return Base::RawValue(text, length, rapidjson::kNumberType);
+    }
+};
+
+// Each function throws a UsageError that starts with the name when the value is of another kind.
+[[noreturn]] void refuse_member(const std::string &name, const char *expected);
+std::string read_text(const std::string &name, const JsonValue &value);
+// Null reads as an empty text.
+std::string read_text_or_null(const std::string &name, const JsonValue &value);
+bool read_truth(const std::string &name, const JsonValue &value);
+uint32_t read_number(const std::string &name, const JsonValue &value);
+int32_t read_signed(const std::string &name, const JsonValue &value);
+
+// Returns a text, and a value as it was written.
+std::string text_of(const JsonValue &value);
+std::string json_of(const JsonValue &value);
+
+// Members says what is done with each member of an object.
+using Members =
+    std::map<std::string, std::function<void(const std::string &name, const JsonValue &value)>, std::less<>>;
+
+// Reads an object whose members are all known, and which `what` names in errors. The required members must be there.
+// Throws a UsageError that says what is wrong with the text, and where.
+void read_object(std::string_view json, const std::string &what, const Members &members,
+                 std::initializer_list<const char *> required);
+
+struct Member {
+    std::string name;
+    std::string value; // JSON in one line
+
+    bool operator==(const Member &) const = default;
+};
+
+// Returns the members of a text that is an object. Numbers stay as they were written.
+std::vector<Member> members_of(std::string_view object);
+
+} // namespace call
