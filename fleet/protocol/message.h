@@ -21,7 +21,8 @@ namespace fleet
 
 // A Request is a call of an operation, or an exchange of a record.
 struct Request {
-    // Of what is no mere reading: the same id is never executed twice at an OLT. 1 to 128 printable characters of ASCII.
+    // Of what is no mere reading: the same id is never executed twice at an OLT. 1 to 128 printable characters of
+    // ASCII.
     std::string id;
     uint32_t deadline = 0; // milliseconds from when it was sent: not begun later; 0: none of its own
     std::variant<call::Call, call::RecordCall> what;

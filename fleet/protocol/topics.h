@@ -37,7 +37,7 @@ struct CallTopic {
 class Topics
 {
 public:
-    explicit Topics(std::string root = std::string(default_root)) : root(std::move(root)) {}
+    explicit Topics(std::string below = std::string(default_root)) : root(std::move(below)) {}
 
     std::string call(const CallTopic &topic) const;
     // Returns nothing when it is no topic of requests.
