@@ -75,20 +75,10 @@ void note_answer(const void *response, const uint32_t *length, const uint32_t *s
     note_answer(status);
 }
 
-// Returns the worst class of the commands that the request may be, because some commands share a code.
-Class impact_of(const Sender &sender, const Exchange &exchange, const Command *command)
+Class impact_of(const Sender &sender, const Command *command)
 {
     if (sender.operation && sender.operation->command) return sender.operation->impact;
-    if (!command)
-        return exchange.call == catalogue::Call::set || exchange.call == catalogue::Call::dgram_set
-                   ? Class::service_affecting
-                   : Class::read;
-    Class worst = Class::read;
-    for (const Command &other : catalogue::commands())
-        if (other.channel == command->channel && other.code == command->code &&
-            other.call.value_or(exchange.call) == exchange.call)
-            worst = std::max(worst, other.impact);
-    return worst;
+    return worst_impact(command, last.call);
 }
 
 // Asks whether the request that was noted may be sent. The exceptions of the permission end here, because they must not
@@ -99,8 +89,7 @@ Verdict decide(const Sender &sender)
         const Command *command = sender.operation ? sender.operation->command : nullptr;
         const bool is_known = sender.record && last.channel;
         if (!command && is_known) command = command_of(*sender.record, {last.channel, last.call}, last.request);
-        return watched.permission->decide(
-            {sender.doing, impact_of(sender, last, command), sender.operation, command, last});
+        return watched.permission->decide({sender.doing, impact_of(sender, command), sender.operation, command, last});
     } catch (...) {
         watched.refusal = std::current_exception();
         return Verdict::keep_back;
@@ -144,6 +133,18 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
 }
 
 } // namespace
+
+Class worst_impact(const Command *command, catalogue::Call call)
+{
+    if (!command)
+        return call == catalogue::Call::set || call == catalogue::Call::dgram_set ? Class::service_affecting
+                                                                                  : Class::read;
+    Class worst = Class::read;
+    for (const Command &other : catalogue::commands())
+        if (other.channel == command->channel && other.code == command->code && other.call.value_or(call) == call)
+            worst = std::max(worst, other.impact);
+    return worst;
+}
 
 Watch::Watch(const Sender &sender, Permission &permission)
 {

@@ -48,6 +48,10 @@ public:
     const Exchange &exchange() const;
 };
 
+// Returns the worst class of the commands that a request may be, because some commands share a code. A null command is
+// one that the catalogue does not know: the worst of all, unless the request only asks for an answer.
+catalogue::Class worst_impact(const catalogue::Command *command, catalogue::Call call);
+
 // Returns the last exchange that was noted on this thread.
 const Exchange &last_exchange();
 

@@ -117,7 +117,13 @@ void write_runs(JsonText &json, std::span<const uint8_t> bytes, const std::vecto
     json->EndObject();
 }
 
-// Writes the bytes of a record. What is zero is left out. The command has been written already.
+// Returns whether the command of the record is stated apart. An answer has whatever code the service left there.
+bool states_command(const RecordRole &role)
+{
+    return role.command && !role.is_answer;
+}
+
+// Writes the bytes of a record. What is zero is left out.
 void write_bytes(JsonText &json, const catalogue::Record &record, const RecordRole &role,
                  std::span<const uint8_t> bytes)
 {
@@ -132,7 +138,7 @@ void write_bytes(JsonText &json, const catalogue::Record &record, const RecordRo
             if (std::any_of(marks, marks + field.size, [](bool free) { return !free; })) continue;
             if (!has_form(field, there)) continue;
             std::fill(marks, marks + field.size, false);
-            if (!is_zero(there) && !(role.command && &field == record.command)) write_field(json, field, there);
+            if (!is_zero(there) && !(states_command(role) && &field == record.command)) write_field(json, field, there);
         }
     };
     json.member("length", static_cast<uint32_t>(bytes.size()));
@@ -226,7 +232,7 @@ struct Written {
         if (length > longest) refuse_member("length", "a number from 0 to 8192");
         Bytes made(length);
         const Reading reading = read_record(record, role, made);
-        if (role.command && record.command && length >= record.command->offset + record.command->size)
+        if (states_command(role) && record.command && length >= record.command->offset + record.command->size)
             store(role.command->code, std::span(made).subspan(record.command->offset, record.command->size));
         if (fields.IsObject())
             for (const auto &[key, value] : fields.GetObject()) {
