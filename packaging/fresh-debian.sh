@@ -44,11 +44,13 @@ inside() {
     chroot "$root" env -i DEBIAN_FRONTEND=noninteractive HOME=/root LC_ALL=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"
 }
 
-# says WHAT COMMAND...: runs it, and shows the end of what it says when it fails.
+# says WHAT COMMAND...: runs it, and shows its errors and the end of what it says when it fails.
 says() {
     printf '%s ... ' "$1"
     if ! "${@:2}" >"$work/log" 2>&1; then
         echo failed
+        # A build says much behind its first error.
+        grep -n -m 5 -A 8 -E '^CMake Error|: (fatal )?error: ' "$work/log" >&2 || :
         tail -n 60 "$work/log" >&2
         exit 1
     fi
