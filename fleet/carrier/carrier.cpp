@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <random>
 #include <thread>
 
 #include "board/ipc.h"
@@ -121,20 +120,6 @@ RecordOutcome OltCarrier::after_unknown(const RecordCall &asked, const std::stri
     }
     note(Certainty::unknown, text + "; whether it was executed is not known");
     return failed(IPC_ERR_PEER_LOST);
-}
-
-std::string new_run_id()
-{
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    char day[32];
-    std::strftime(day, sizeof day, "%Y%m%dT%H%M%S", &parts);
-    std::random_device chance;
-    constexpr uint32_t numbers = 0x10000;
-    char digits[16];
-    std::snprintf(digits, sizeof digits, "%04x%04x", chance() % numbers, chance() % numbers);
-    return std::string(day) + "-" + digits;
 }
 
 } // namespace fleet

@@ -59,7 +59,4 @@ private:
     std::string why;
 };
 
-// Returns an id for a new run: the time of day and some digits by chance.
-std::string new_run_id();
-
 } // namespace fleet
