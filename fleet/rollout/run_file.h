@@ -5,10 +5,13 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <sys/types.h>
 
 #include "fleet/rollout/plan.h"
 #include "fleet/rollout/result.h"
@@ -45,9 +48,6 @@ public:
     // Opens the file to resume a run. Throws a call::UsageError that says why it cannot be resumed: there is none, it
     // is over, it is too old, another process has it, or its text is damaged. `now` is in seconds since 1970.
     RunFile(const std::filesystem::path &folder, std::string_view id, uint64_t now);
-    ~RunFile();
-    RunFile(const RunFile &) = delete;
-    RunFile &operator=(const RunFile &) = delete;
 
     const Run &run() const { return what; }
     // Returns what the file said when it was opened.
@@ -58,15 +58,24 @@ public:
     void ended(const std::string &olt, const Result &result);
     void checked(size_t wave, int32_t exit);
     // The run is over. With a reason, it was stopped and can be resumed.
-    void ended(const std::string &stopped);
+    void over(const std::string &stopped);
 
 private:
+    struct Descriptor {
+        Descriptor() = default;
+        Descriptor(const Descriptor &) = delete;
+        ~Descriptor();
+
+        int number = -1;
+    };
+
     void open(int flags);
     void read(std::string_view text);
     void append(const std::string &line);
 
     std::filesystem::path file;
-    int descriptor = -1;
+    Descriptor descriptor;
+    off_t size = 0; // of the whole lines in the file
     Run what;
     Progress before;
     bool is_over = false;
