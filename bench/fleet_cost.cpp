@@ -1,0 +1,154 @@
+// This benchmark measures a call of an OLT through a broker and a bridge. It compares it with a bare request and
+// response of MQTT 5 between two clients of the same broker, with payloads of the same sizes. The two take turns in one
+// run, so that changes in the machine's load affect both.
+//
+//     fleet_cost PORT CERTIFICATES              the bare round trip alone
+//     fleet_cost PORT CERTIFICATES OLT REQUEST  beside it that request, which only reads, to this OLT
+//
+// CERTIFICATES is a folder with ca.crt and those of the client "bench" and the responder "bare", who answers as a
+// bridge for the OLT "bare".
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "mqtt_peer.h"
+#include "processes.h"
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int rounds = 21;
+constexpr int calls_a_round = 200;
+constexpr int at_once = 1000;
+constexpr double goal = 1.5;
+const std::string client = "bench";
+const std::string reply = "pon/client/" + client + "/cost";
+
+std::string topic_of(const std::string &olt)
+{
+    return "pon/olt/" + olt + "/call/read/" + client;
+}
+
+// Answers every request with so many bytes.
+void respond(const Place &place, size_t size, int ready)
+{
+    Peer peer(place);
+    const std::string answer(size, 'a');
+    peer.on_message = [&](const Peer::Message &request) {
+        peer.publish(request.reply_to, answer, {}, request.correlation);
+    };
+    peer.subscribe("pon/olt/bare/call/#");
+    announce(ready);
+    peer.await([] { return false; });
+}
+
+class Asker
+{
+public:
+    explicit Asker(const Place &place) : peer(place)
+    {
+        peer.on_message = [this](const Peer::Message &message) {
+            // An answer to another request would make a round trip look shorter than it is.
+            if (calls_under_way == 1 && message.correlation != correlation) fail("an answer to another request");
+            answer = message.text;
+            --calls_under_way;
+        };
+        peer.subscribe(reply);
+    }
+
+    std::string ask(const std::string &olt, const std::string &request)
+    {
+        send(olt, request);
+        peer.await([this] { return calls_under_way == 0; });
+        return answer;
+    }
+
+    // Returns the microseconds of each of several calls, one after the other.
+    std::vector<double> time_round(const std::string &olt, const std::string &request, size_t size)
+    {
+        std::vector<double> times;
+        for (int call = 0; call < calls_a_round; ++call) {
+            const auto start = Clock::now();
+            if (ask(olt, request).size() != size) fail("answers differ in size");
+            times.push_back(std::chrono::duration<double, std::micro>(Clock::now() - start).count());
+        }
+        return times;
+    }
+
+    // Returns the seconds that so many calls take that are sent at once.
+    double time_burst(const std::string &olt, const std::string &request, int calls)
+    {
+        const auto start = Clock::now();
+        for (int call = 0; call < calls; ++call)
+            send(olt, request);
+        peer.await([this] { return calls_under_way == 0; });
+        return std::chrono::duration<double>(Clock::now() - start).count();
+    }
+
+    [[noreturn]] static void fail(const char *what)
+    {
+        std::fprintf(stderr, "%s\n", what);
+        std::exit(1);
+    }
+
+private:
+    void send(const std::string &olt, const std::string &request)
+    {
+        correlation = std::to_string(++number);
+        ++calls_under_way;
+        peer.publish(topic_of(olt), request, reply, correlation);
+    }
+
+    Peer peer;
+    std::string answer, correlation;
+    uint64_t number = 0;
+    int calls_under_way = 0;
+};
+
+void print(const char *what, std::vector<double> &times)
+{
+    std::ranges::sort(times);
+    std::printf("%-36s p50 %8.1f us, p90 %8.1f us, p99 %8.1f us\n", what, times[times.size() / 2],
+                times[times.size() * 9 / 10], times[times.size() * 99 / 100]);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 3 && argc != 5) Asker::fail("PORT CERTIFICATES [OLT REQUEST]");
+    const Place place{std::atoi(argv[1]), argv[2], client};
+    const std::string olt = argc == 5 ? argv[3] : "bare";
+    const std::string request = argc == 5 ? argv[4] : std::string(130, 'r');
+
+    Asker asker(place);
+    size_t size = 300;
+    if (olt != "bare") {
+        const std::string answer = asker.ask(olt, request);
+        if (!answer.starts_with("{\"outcome\"") && !answer.starts_with("{\"exchanged\"")) Asker::fail(answer.c_str());
+        size = answer.size();
+    }
+    const Server responder(any_processor, [&](int ready) {
+        respond({place.port, place.certificates, "bare"}, size, ready);
+    });
+
+    std::vector<double> bare, bridged, ratios;
+    for (int round = 0; round <= rounds; ++round) {
+        std::vector<double> one = asker.time_round("bare", request, size);
+        std::vector<double> other = olt == "bare" ? one : asker.time_round(olt, request, size);
+        if (round == 0) continue; // it warms up
+        ratios.push_back(median(other) / median(one));
+        bare.insert(bare.end(), one.begin(), one.end());
+        bridged.insert(bridged.end(), other.begin(), other.end());
+    }
+    std::printf("a request of %zu bytes, an answer of %zu, over TLS\n", request.size(), size);
+    print("bare request and response", bare);
+    std::printf("%d bare ones at once: %.3f s\n", at_once, asker.time_burst("bare", request, at_once));
+    if (olt == "bare") return 0;
+    print("through broker and bridge to an OLT", bridged);
+    const double ratio = median(ratios);
+    std::printf("ratio %.2f, at most %.2f%s\n", ratio, goal, ratio <= goal ? "" : "   MISSED");
+    return ratio <= goal ? 0 : 1;
+}
