@@ -17,7 +17,7 @@ constexpr uint32_t most_at_once = 10000;
 
 using call::UsageError;
 
-std::string quoted(std::string_view text)
+std::string in_quotes(std::string_view text)
 {
     return "'" + text::printable(text) + "'";
 }
@@ -27,7 +27,7 @@ uint32_t read_count(const std::string &option, std::string_view text, uint32_t m
     const auto count = text::to_number<uint32_t>(text);
     if (!count || *count == 0 || *count > most)
         throw UsageError(option + ": expected a number from 1 to " + std::to_string(most) + ", and not " +
-                         quoted(text));
+                         in_quotes(text));
     return *count;
 }
 
@@ -66,7 +66,7 @@ std::vector<Share> read_waves(std::string_view text)
 {
     std::vector<std::string> words = text::split(text, ',');
     if (words.back() != "rest")
-        throw UsageError("--waves: " + quoted(text) +
+        throw UsageError("--waves: " + in_quotes(text) +
                          " must end with 'rest', so that each OLT is in a wave, as 1,5%,25%,rest");
     words.pop_back();
     std::vector<Share> waves;
@@ -74,7 +74,7 @@ std::vector<Share> read_waves(std::string_view text)
         const std::optional<Share> share = read_share(word);
         if (!share || share->amount == 0)
             throw UsageError("--waves: expected a number of OLTs or a percentage, as 1,5%,25%,rest, and not " +
-                             quoted(word));
+                             in_quotes(word));
         waves.push_back(*share);
     }
     return waves;
@@ -85,7 +85,7 @@ Share read_max_failures(std::string_view text)
     const std::optional<Share> share = read_share(text);
     if (!share)
         throw UsageError("--max-failures: expected a number of OLTs or a percentage, as 3 or 5%, and not " +
-                         quoted(text));
+                         in_quotes(text));
     return *share;
 }
 
