@@ -108,18 +108,24 @@ std::vector<Group> groups_of(const Results &results)
 
 std::string names_text(const std::vector<std::string> &names, size_t width)
 {
-    std::string text;
+    std::vector<std::string> pieces;
+    const std::vector<Span> spans = spans_of(names);
+    for (const Span &span : spans)
+        pieces.push_back(text_of(span, names));
+    std::string whole = text::join(pieces);
+    if (width == 0 || whole.size() <= width || pieces.empty()) return whole;
+
+    std::string shown;
+    std::string cut; // what is shown, with what says how many are not
     size_t left = names.size();
-    for (const Span &span : spans_of(names)) {
-        std::string with = (text.empty() ? "" : text + ", ") + text_of(span, names);
-        const size_t behind = left - span.count;
-        const std::string rest = behind == 0 ? "" : " and " + with_commas(behind) + " more";
-        if (width != 0 && !text.empty() && with.size() + rest.size() > width)
-            return text + " and " + with_commas(left) + " more";
-        text = std::move(with);
-        left = behind;
+    for (size_t at = 0; at < pieces.size(); ++at) {
+        shown += (at == 0 ? "" : ", ") + pieces[at];
+        left -= spans[at].count;
+        const std::string with_rest = left == 0 ? shown : shown + " and " + with_commas(left) + " more";
+        if (at > 0 && with_rest.size() > width) break;
+        cut = with_rest;
     }
-    return text;
+    return cut;
 }
 
 std::string totals_text(const Results &results, size_t not_begun)
