@@ -49,7 +49,11 @@ public:
     {
     public:
         Turn(Turn &&other) noexcept : journal(std::exchange(other.journal, nullptr)) {}
-        Turn &operator=(Turn &&) = delete;
+        Turn &operator=(Turn &&other) noexcept
+        {
+            std::swap(journal, other.journal);
+            return *this;
+        }
         ~Turn();
 
         // Returns nothing when no such id is known.
