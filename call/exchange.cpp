@@ -103,6 +103,7 @@ int32_t pass_on(const char *name, catalogue::Call call, uint32_t module, uint32_
                 uint32_t request_length, Rest... rest)
 {
     if (!watched.sender) return IPC_ERR_SYSTEM;
+    watched.refusal = nullptr; // of an exchange before this one
     const auto *bytes = static_cast<const uint8_t *>(request);
     last = {.made = true,
             .record = watched.sender->record,

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "board/ipc.h"
+#include "board/service.h"
 #include "call/codec/decode.h"
 #include "fleet/carrier/read_back.h"
 
@@ -54,8 +55,10 @@ Answer OltCarrier::ask(const Request &request, Class impact)
     const std::string text = to_json(request);
     int busy = 0;
     for (int tries = 0; tries < most_tries;) {
-        const std::optional<std::string> answered = link.exchange(text, impact, settings.deadline + grace);
+        const std::optional<std::string> answered = link.exchange(text, impact, request.deadline + grace);
         if (!answered) {
+            // A reading can be asked again by whoever wants it.
+            if (impact == Class::read) break;
             ++tries;
             continue;
         }
@@ -70,9 +73,16 @@ Answer OltCarrier::ask(const Request &request, Class impact)
     return Failure{Problem::unknown, "no answer"};
 }
 
+uint32_t OltCarrier::deadline() const
+{
+    const uint32_t bound = board_ipc_use_thread_timeout(0);
+    board_ipc_use_thread_timeout(bound);
+    return bound != 0 ? bound : settings.deadline;
+}
+
 RecordOutcome OltCarrier::carry(const RecordCall &asked)
 {
-    Request request{.id = {}, .deadline = settings.deadline, .what = asked};
+    Request request{.id = {}, .deadline = deadline(), .what = asked};
     const Class impact = impact_of(asked);
     if (impact != Class::read) {
         const std::string digest = digest_of(request).substr(0, digest_digits);
@@ -106,7 +116,7 @@ RecordOutcome OltCarrier::outcome_of(const Failure &failure, const RecordCall &a
 RecordOutcome OltCarrier::after_unknown(const RecordCall &asked, const std::string &text)
 {
     if (const std::optional<RecordCall> question = question_about(asked)) {
-        const Answer answer = ask({.id = {}, .deadline = settings.deadline, .what = *question}, Class::read);
+        const Answer answer = ask({.id = {}, .deadline = deadline(), .what = *question}, Class::read);
         const auto *outcome = std::get_if<RecordOutcome>(&answer);
         if (outcome && shows(*outcome, *question, asked)) {
             RecordOutcome is_so;

@@ -27,7 +27,7 @@ enum class Certainty : uint8_t {
 struct CarrierSettings {
     std::string run; // of what the requests are: the same run asks for nothing twice at an OLT
     std::string olt;
-    uint32_t deadline = 10'000; // milliseconds for each request
+    uint32_t deadline = 10'000; // milliseconds for each request of a thread that has no bound of its own
 };
 
 class OltCarrier : public call::Carrier
@@ -47,6 +47,7 @@ public:
     const std::string &reason() const { return why; }
 
 private:
+    uint32_t deadline() const;
     Answer ask(const Request &request, catalogue::Class impact);
     call::RecordOutcome outcome_of(const Failure &failure, const call::RecordCall &asked);
     call::RecordOutcome after_unknown(const call::RecordCall &asked, const std::string &text);
