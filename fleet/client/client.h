@@ -3,6 +3,7 @@
 //
 //     Client client(settings);
 //     client.connect(5000);
+//     client.learn(5000); // for whoever needs to know which OLTs there are
 //     client.send("north-3", catalogue::Class::read, request, 5000, [](const Reply &reply) { ... });
 //     while (client.pending()) client.turn(100);
 #pragma once
@@ -35,6 +36,7 @@ struct Reply {
         answered,    // `text` is the answer, a line of message.h
         silent,      // no answer came in its time: whether the request was executed is unknown; `text` says so
         unreachable, // nobody answers for the OLT; nothing was done; `text` says why
+        refused,     // the broker does not permit it; nothing was done; `text` says why
     };
     Kind kind = Kind::silent;
     std::string text;
@@ -51,15 +53,23 @@ public:
     Client(const Client &) = delete;
     Client &operator=(const Client &) = delete;
 
-    // Connects, and waits until all OLTs that the broker knows are known. Throws Unreachable, which says why.
+    // Connects. Throws Unreachable, which says why.
     void connect(uint32_t milliseconds);
+    // Waits until all OLTs that the broker knows are known. Throws Unreachable.
+    void learn(uint32_t milliseconds);
+    // As above, but does not wait.
+    void begin_to_learn();
+    bool has_learnt() const;
 
-    // Returns the OLTs in the order of people, and the one of this name.
+    // Returns the OLTs that are known, in the order of people, and the one of this name.
     std::vector<Olt> olts() const;
     std::optional<Olt> find(const std::string &olt) const;
+    // Returns what was wrong with what others published, for people, and forgets it. Only so much is kept.
+    std::vector<std::string> take_problems();
 
-    // Sends a request, a line of message.h, as one of this class. `done` is called once, from turn(). A request that is
-    // sent when too many are under way waits, and its time counts from when it is sent. Does not wait.
+    // Sends a request, a line of message.h, as one of this class. `done` is called once, from turn(), and throws
+    // nothing. A request waits while there is no connection, and while 1,000 others are under way; its time counts from
+    // when it is sent. Throws a call::UsageError when it is no name of an OLT.
     void send(const std::string &olt, catalogue::Class impact, std::string request, uint32_t milliseconds, Done done);
     // Returns how many requests have no reply yet.
     size_t pending() const;
@@ -72,8 +82,11 @@ public:
 
     // Waits so long at most for something to happen, and does what is due. A connection that is lost is made again.
     void turn(uint32_t milliseconds);
-    // Returns what becomes readable when turn() has something to do, for poll(); -1 without a connection.
+    // Returns what is readable when turn() has something to do, for poll(). A turn is needed each second, too, and when
+    // the time of a request is over.
     int descriptor() const;
+    // Lets a turn that is waiting return. Any thread may call this.
+    void wake() const;
 
 private:
     class Core;

@@ -14,7 +14,7 @@ class MqttLink : public Link
 {
 public:
     MqttLink(Client &of, std::string name) : client(of), olt(std::move(name)) {}
-    // Throws Unreachable.
+    // Throws Unreachable, and call::Refused when the broker does not permit it.
     std::optional<std::string> exchange(const std::string &request, catalogue::Class impact,
                                         uint32_t milliseconds) override;
 
@@ -22,5 +22,8 @@ private:
     Client &client;
     std::string olt;
 };
+
+// Returns the answer that a reply has, or nothing when none came in time. Throws Unreachable and call::Refused.
+std::optional<std::string> answer_of(const Reply &reply);
 
 } // namespace fleet

@@ -35,23 +35,31 @@ public:
     const std::string &lost() const { return reason; }
 
 private:
-    void start(const std::vector<std::string> &words);
-    // Returns the next line, or nothing when none comes until then.
-    std::optional<std::string> read_line(uint64_t until);
-    void take_errors();
+    // Waits until the program can be written to, or has written. Returns false when it is too late.
+    bool wait(bool to_write, uint64_t until);
+    // Writes what can be written at once, and takes it from the text.
+    void write(std::string &text);
+    void read_output();
+    void read_errors();
+    std::optional<std::string> take_line();
+    // Notes that nothing more can be said to the program, and adds what it complained of.
     void lose(const std::string &why);
+    void end();
 
     std::string program;
     pid_t child = -1;
-    int input = -1, output = -1, errors = -1; // of the child
+    int channel = -1; // both its standard input and its standard output
+    int errors = -1;  // its standard error
     Hello said;
-    std::string received;   // of the line that comes
-    std::string complained; // the end of what the child wrote on standard error
+    std::string received;   // behind the last whole line
+    size_t searched = 0;    // so much of it has no newline
+    std::string complained; // the end of what it wrote on standard error
     uint64_t number = 0;    // of the last request
     std::string reason;
 };
 
-// Returns the words that run the program on this host: ssh, without questions at the terminal.
+// Returns the words that run the program on this host: ssh, without questions at the terminal. Throws a
+// call::UsageError when no host has this name.
 std::vector<std::string> ssh_words(const std::string &host);
 
 } // namespace fleet

@@ -16,20 +16,20 @@ namespace fleet
 class SharedClient
 {
 public:
-    // Connects. Throws Unreachable.
-    SharedClient(const Settings &settings, uint32_t milliseconds);
-    // Whoever waits for an answer gets none.
+    // Begins to connect and to learn which OLTs there are. Does not wait: what is asked meanwhile does.
+    explicit SharedClient(const Settings &settings);
+    // Whoever waits for a reply is told that nobody is reached any more.
     ~SharedClient();
     SharedClient(const SharedClient &) = delete;
     SharedClient &operator=(const SharedClient &) = delete;
 
-    // Any thread may call these functions. The second waits for the reply.
+    // Any thread may call these functions. Each waits for what it returns.
     std::vector<Olt> olts() const;
     Reply ask(const std::string &olt, catalogue::Class impact, const std::string &request, uint32_t milliseconds);
 
 private:
-    class Turning;
-    std::unique_ptr<Turning> turning;
+    class Turner;
+    std::unique_ptr<Turner> turner;
 };
 
 // The client must outlive the link.
@@ -37,7 +37,7 @@ class SharedLink : public Link
 {
 public:
     SharedLink(SharedClient &of, std::string name) : client(of), olt(std::move(name)) {}
-    // Throws Unreachable.
+    // Throws Unreachable, and call::Refused when the broker does not permit it.
     std::optional<std::string> exchange(const std::string &request, catalogue::Class impact,
                                         uint32_t milliseconds) override;
 

@@ -127,4 +127,35 @@ Inventory inventory_from_json(std::string_view text)
     return read;
 }
 
+std::string to_json(const BridgeState &state)
+{
+    call::JsonText json;
+    json->StartObject();
+    json.member("state", state.online ? "online" : "offline");
+    if (state.online) {
+        json.member("version", state.version);
+        json.member("olts", state.olts);
+    }
+    json->EndObject();
+    return call::compact(json.written());
+}
+
+BridgeState bridge_state_from_json(std::string_view text)
+{
+    if (text.size() > longest_inventory) throw call::UsageError("the state of the bridge is too long");
+    BridgeState read;
+    read_known(
+        text, "state of the bridge",
+        {{"state",
+          [&](const auto &name, const JsonValue &value) {
+              const std::string state = call::read_text(name, value);
+              if (state != "online" && state != "offline") call::refuse_member(name, "online or offline");
+              read.online = state == "online";
+          }},
+         {"version", [&](const auto &name, const JsonValue &value) { read.version = read_value(name, value); }},
+         {"olts", [&](const auto &name, const JsonValue &value) { read.olts = call::read_number(name, value); }}},
+        {"state"});
+    return read;
+}
+
 } // namespace fleet

@@ -42,6 +42,18 @@ std::string to_json(const Inventory &inventory);
 // version may say more.
 Inventory inventory_from_json(std::string_view text);
 
+// What the retained message of a bridge says of it: {"state":"online","version":"0.1.0","olts":12}.
+struct BridgeState {
+    bool online = false;
+    std::string version = {};
+    uint32_t olts = 0;
+
+    bool operator==(const BridgeState &) const = default;
+};
+std::string to_json(const BridgeState &state);
+// Throws a call::UsageError, as above.
+BridgeState bridge_state_from_json(std::string_view text);
+
 // An Olt is what a client of the fleet knows of one.
 struct Olt {
     Inventory inventory;
