@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "fleet/protocol/topics.h"
 #include "text/words.h"
 #include "toml_file/section.h"
 
@@ -25,7 +26,8 @@ const Keys &configuration_keys()
         for (const TableKind &kind : table_kinds())
             periods.push_back({kind.name});
         return Keys{
-            {"olt", {{"name"}, {"socket_dir"}, {"index"}, {"plant"}}},
+            {"olt", {{"name"}, {"socket_dir"}, {"fleet"}, {"index"}, {"plant"}}},
+            {"fleet", {{"settings"}}, false, true},
             {"periods", periods, false, true},
             {"light", {{"olt_low"}, {"olt_well"}, {"onu_low"}, {"onu_well"}}, false, true},
             {"history", {{"file"}, {"events"}, {"light"}, {"light_hourly"}}, false, true},
@@ -101,26 +103,48 @@ ListenSettings read_listen(const Section &section)
     return listen;
 }
 
+// Returns the fleet through which OLTs are reached, or null when none is configured.
+std::shared_ptr<const Fleet> read_fleet(const Section &file)
+{
+    const auto section = file.table("fleet");
+    if (!section) return nullptr;
+    return std::make_shared<Fleet>(section->text("settings", 1, 4096).value_or(""));
+}
+
+Reach read_reach(const Section &section, const std::shared_ptr<const Fleet> &fleet)
+{
+    Reach reach{.folder = section.text("socket_dir", 1, 4096).value_or(""),
+                .olt = section.text("fleet", 1, 64).value_or("")};
+    if (!reach.folder.empty() && reach.folder[0] != '/')
+        section.fail_expected("socket_dir", "a path from the root, as \"/run/board-ipc\"");
+    if (reach.olt.empty()) return reach;
+    if (!fleet::is_name(reach.olt)) section.fail_expected("fleet", "the name of an OLT of the fleet");
+    if (!reach.folder.empty()) section.fail("fleet", "an OLT with a socket_dir is on this machine");
+    if (!fleet) section.fail("fleet", "no fleet is configured: [fleet] names the file of its settings");
+    reach.fleet = fleet;
+    return reach;
+}
+
 void read_olts(const Section &file, Configuration &configuration)
 {
+    const std::shared_ptr<const Fleet> fleet = read_fleet(file);
     for (const Section &section : file.tables("olt")) {
         const uint32_t place = static_cast<uint32_t>(configuration.olts.size()) + 1;
         OltSettings olt{.name = section.needed_name("name"),
-                        .socket_dir = section.text("socket_dir", 1, 4096).value_or(""),
+                        .reach = read_reach(section, fleet),
                         .index = section.number_or("index", 1, most_olts, std::min(place, most_olts))};
-        if (!olt.socket_dir.empty() && olt.socket_dir[0] != '/')
-            section.fail_expected("socket_dir", "a path from the root, as \"/run/board-ipc\"");
         for (const OltSettings &other : configuration.olts) {
             if (other.name == olt.name) section.fail("name", "another OLT has this name");
             if (other.index == olt.index)
                 section.fail("index", other.name + " has the index " + std::to_string(olt.index));
-            if (other.socket_dir == olt.socket_dir) section.fail("socket_dir", other.name + " has this folder");
+            if (other.reach == olt.reach)
+                section.fail(olt.reach.fleet ? "fleet" : "socket_dir", other.name + " is the same OLT");
         }
         if (const std::string plant = read_path(section, "plant"); !plant.empty())
             configuration.plants[olt.name] = read_plant_file(plant);
         configuration.olts.push_back(std::move(olt));
     }
-    if (configuration.olts.empty()) configuration.olts.push_back({.name = "olt", .socket_dir = {}});
+    if (configuration.olts.empty()) configuration.olts.push_back({.name = "olt", .reach = {}});
 }
 
 snmp::Oid read_root(const Section &section, const snmp::Oid &otherwise)

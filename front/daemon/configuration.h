@@ -13,6 +13,7 @@
 #include "history/history.h"
 #include "metrics/metrics.h"
 #include "plant/plant.h"
+#include "reach/reach.h"
 #include "snmp/agent/agent.h"
 #include "watch/fact.h"
 
@@ -21,8 +22,8 @@ namespace front
 
 struct OltSettings {
     std::string name;
-    std::string socket_dir; // empty: that of the board library
-    uint32_t index = 1;     // in tables of SNMP
+    Reach reach;
+    uint32_t index = 1; // in tables of SNMP
 
     bool operator==(const OltSettings &) const = default;
 };

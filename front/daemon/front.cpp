@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "board/service.h"
 #include "daemon/log.h"
 #include "metrics/metrics.h"
 #include "web/roll_back.h"
@@ -141,7 +140,7 @@ void Front::roll_back(const std::string &olt)
     const auto door = std::ranges::find(doors, olt, [](const OltDoor &one) { return one.state->name; });
     std::string result = "the OLT is collected no more";
     if (door != doors.end()) {
-        board_ipc_use_thread_directory(door->socket_dir.empty() ? nullptr : door->socket_dir.c_str());
+        reach(door->reach);
         result = load_configuration(*before);
     }
     pending.end(olt, result.empty());

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <functional>
 
-#include "board/service.h"
 #include "call/exchange.h"
 #include "collector/clock.h"
 #include "collector/read_table.h"
@@ -41,10 +40,7 @@ Olt::Olt(const OltSettings &settings, const Configuration &configuration, Histor
       looked(std::move(told)),
       watcher(settings.name, configuration.limits, kept.known(settings.name)),
       turn(time_now().steady),
-      workers(std::make_shared<Workers>(call_threads, most_calls,
-                                        [folder = settings.socket_dir] {
-                                            if (!folder.empty()) board_ipc_use_thread_directory(folder.c_str());
-                                        })),
+      workers(std::make_shared<Workers>(call_threads, most_calls, [to = settings.reach] { reach(to); })),
       state(first_state(settings.name, configuration.limits)),
       thread(&Olt::run, this)
 {
@@ -66,7 +62,7 @@ void Olt::run()
     call::UpTo reading(catalogue::Class::read);
     const call::Sender collecting{"reading tables", nullptr};
     const call::Watch watch(collecting, reading);
-    if (!olt.socket_dir.empty()) board_ipc_use_thread_directory(olt.socket_dir.c_str());
+    reach(olt.reach);
     std::unique_lock lock(guard);
     while (!stopping) {
         lock.unlock();
@@ -137,7 +133,7 @@ void Olt::publish(std::shared_ptr<const Snapshot> snapshot, const Watcher::Found
 OltDoor Olt::door() const
 {
     const std::lock_guard lock(guard);
-    return {state, workers, olt.socket_dir};
+    return {state, workers, olt.reach};
 }
 
 } // namespace front

@@ -21,7 +21,7 @@ snmp::AgentSettings settings_of(const Configuration &configuration)
     snmp::AgentSettings settings{
         .master = snmp.master, .mib = snmp.mib, .priority = snmp.priority, .sets = {.up_to = snmp.sets, .olts = {}}};
     for (const OltSettings &olt : configuration.olts)
-        settings.sets.olts[olt.index] = {olt.name, olt.socket_dir};
+        settings.sets.olts[olt.index] = {olt.name, olt.reach};
     return settings;
 }
 

@@ -12,6 +12,7 @@
 #include "history/history.h"
 #include "http/workers.h"
 #include "plant/plant.h"
+#include "reach/reach.h"
 #include "watch/fact.h"
 
 namespace front
@@ -45,7 +46,7 @@ std::shared_ptr<const OltState> state_behind(const OltState &before, std::shared
 struct OltDoor {
     std::shared_ptr<const OltState> state;
     std::shared_ptr<Workers> workers;             // whose calls go to the OLT
-    std::string socket_dir;                       // for threads of others; empty: that of the board library
+    Reach reach;                                  // for threads of others
     std::shared_ptr<const Plant> plant = nullptr; // null: nobody described it
 };
 

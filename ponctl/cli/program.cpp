@@ -11,15 +11,19 @@
 
 #include "board/service.h"
 #include "call/codec/values.h"
+#include "call/record_call.h"
 #include "cli/chart_options.h"
 #include "cli/repeat.h"
 #include "cli/run.h"
+#include "cli/state_folder.h"
 #include "command_line/command_tree.h"
 #include "command_line/parse.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
 #include "output/mode.h"
 #include "output/report.h"
+#include "reach/many.h"
+#include "reach/one.h"
 #include "text/utf8.h"
 #include "text/words.h"
 
@@ -42,6 +46,24 @@ int finish(int code)
     if ((std::fflush(stdout) == 0 && !std::ferror(stdout)) || reader_is_gone()) return code;
     complain(std::string("cannot write the output") + (errno ? std::string(": ") + std::strerror(errno) : ""));
     return exit_output;
+}
+
+// Runs the command line for one OLT: the local one, or that which the thread reaches.
+int run_here(const Program &program, const Action &action, const std::optional<Watching> &watching)
+{
+    start_consent(program.global.yes || program.global.dry_run);
+    return finish(run(action, program.global.output(), watching));
+}
+
+// Runs the command line at each OLT that it chooses.
+int run_at_many(const Program &program, const std::vector<std::string> &words, const Action &action)
+{
+    const ManyRun wanted{.words = words,
+                         .act = [&] { return run_here(program, action, std::nullopt); },
+                         .run_words = [](const auto &other) { return run_line(other); },
+                         .json = program.global.format == "json",
+                         .csv = program.global.format == "csv"};
+    return finish(run_on_many(program.global.fleet, program.global.fleet_requests(), wanted, program.global.output()));
 }
 
 // Returns whether a word behind --watch is its interval.
@@ -104,6 +126,19 @@ void GlobalOptions::export_settings() const
     setenv("BOARD_IPC_TIMEOUT_MS", timeout.c_str(), 1);
 }
 
+bool GlobalOptions::goes_to_fleet() const
+{
+    return !fleet.olt.empty() && !call::carrier_of_thread();
+}
+
+FleetRequests GlobalOptions::fleet_requests() const
+{
+    const std::filesystem::path folder = state_folder();
+    FleetRequests requests{.runs = folder.empty() ? folder : folder / "runs"};
+    if (!timeout.empty()) requests.timeout = parse_number("--timeout", timeout, INT32_MAX);
+    return requests;
+}
+
 Program::Program(const GlobalOptions &defaults)
     : tree("ponctl", "Reaches every operation of an EPON OLT's PON management service."), global(defaults)
 {
@@ -125,6 +160,18 @@ Program::Program(const GlobalOptions &defaults)
                 "DIR");
     tree.option("--timeout", &global.timeout, "milliseconds to wait for an answer; BOARD_IPC_TIMEOUT_MS when left out",
                 "MS");
+    tree.option("--olt", &global.fleet.olt,
+                "OLTs of the fleet: a name, names and patterns with commas between them, site=north and model=..., "
+                "all; or ssh://HOST; the local OLT when left out",
+                "SELECTOR");
+    tree.option("--fleet", &global.fleet.settings, "how the fleet is reached; PONCTL_FLEET when left out", "FILE");
+    tree.option("--concurrency", &global.fleet.concurrency, "of many OLTs, so many at a time; 50 when left out", "N");
+    tree.option("--limit", &global.fleet.limit, "of many OLTs, the first so many", "N");
+    tree.option("--waves", &global.fleet.waves, "go to many OLTs in waves, and on while all is well", "1,5%,25%,rest");
+    tree.option("--max-failures", &global.fleet.max_failures,
+                "go to no further OLT when it failed at more; with waves 0 when left out, else no bound", "N|PERCENT%");
+    tree.option("--check", &global.fleet.check,
+                "command between waves, which must not end worse than before; health when left out", "COMMAND");
     for (const Group add : groups())
         add(*this);
 }
@@ -136,11 +183,19 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
         const command_line::Line line = command_line::parse(program.tree, words);
         const Action &action = static_cast<const Command &>(*line.command).run;
         program.global.export_settings();
+        const bool goes_to_many = program.global.goes_to_fleet() && !is_one_olt(program.global.fleet);
         if (std::ranges::find(program.line_runners, line.command) != program.line_runners.end()) {
+            if (goes_to_many) throw UsageError("--olt: what runs lines goes to one OLT; give each line its --olt");
             mode() = {.quiet = program.global.quiet, .red = program.global.colours_on(STDERR_FILENO)};
             return finish(action(program.global.output()));
         }
+        // What a command line has of a connection lasts as long as the line.
+        std::optional<OneOlt> reached;
+        if (program.global.goes_to_fleet() && !goes_to_many)
+            reached.emplace(program.global.fleet, program.global.fleet_requests());
         const bool follows = std::ranges::find(program.followers, line.command) != program.followers.end();
+        if (goes_to_many && (follows || !program.global.interval.empty()))
+            throw UsageError("--olt: what is read again and again goes to one OLT");
         if (follows && !program.global.dry_run) {
             mode() = {.quiet = program.global.quiet, .watched = true, .red = program.global.colours_on(STDERR_FILENO)};
             return finish(action(program.global.output()));
@@ -153,8 +208,7 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
                   .watched = watching.has_value(),
                   .secrets = program.global.secrets,
                   .red = program.global.colours_on(STDERR_FILENO)};
-        start_consent(program.global.yes || program.global.dry_run);
-        return finish(run(action, program.global.output(), watching));
+        return goes_to_many ? run_at_many(program, words, action) : run_here(program, action, watching);
     } catch (const command_line::TextWanted &wanted) {
         std::fputs(wanted.text.c_str(), stdout);
         return finish(exit_success);

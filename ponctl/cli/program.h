@@ -8,6 +8,7 @@
 
 #include "cli/run.h"
 #include "command_line/command_tree.h"
+#include "reach/options.h"
 #include "selection/selection.h"
 
 namespace ponctl
@@ -26,6 +27,7 @@ struct GlobalOptions {
     std::string count;
     std::string socket_dir;
     std::string timeout;
+    FleetOptions fleet;
     Selection selection; // of a listing
     bool nested = false; // the command line is one of a batch or a shell
 
@@ -37,6 +39,9 @@ struct GlobalOptions {
     // Sets the environment, because the board's libraries read their settings from it, once for each process. Throws
     // UsageError.
     void export_settings() const;
+    // Returns whether the command line goes to OLTs of a fleet. A line that runs for one of them already does not.
+    bool goes_to_fleet() const;
+    FleetRequests fleet_requests() const;
 };
 
 // A Command is a command of the tool, with what it does.

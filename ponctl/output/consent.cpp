@@ -27,6 +27,7 @@ std::vector<KeptRequest> kept;
 std::string previews;
 std::vector<Hit> expected;  // hits of the requests that follow
 std::optional<HitOnu> only; // the one of them that is hit now
+AskUser asked;              // empty: the user is at the terminal
 
 bool is_only(const Hit &hit)
 {
@@ -114,11 +115,21 @@ void start_consent(bool given)
     consented = given;
 }
 
+void ask_through(AskUser asks)
+{
+    asked = std::move(asks);
+}
+
 void ask(const std::string &action, const MakePreview &preview)
 {
     refuse_watched(Class::service_affecting, action);
     show_in_dry_run(preview);
     if (consented) return;
+    if (asked) {
+        consented = asked(preview ? preview().text : std::string(), action);
+        if (!consented) throw Refused("nothing was changed");
+        return;
+    }
     if (!may_ask()) throw Refused("--yes: missing; " + action + " needs it when no terminal is there to ask");
     if (preview) std::cerr << text::printable(preview().text, "\n");
     std::cerr << "ponctl: " << text::printable(action) << "? [y/N] " << std::flush;
@@ -130,7 +141,7 @@ void ask(const std::string &action, const MakePreview &preview)
 
 bool may_ask()
 {
-    return consented || isatty(STDIN_FILENO);
+    return consented || asked || isatty(STDIN_FILENO);
 }
 
 void expect_hits(std::vector<Hit> hits)

@@ -27,6 +27,10 @@ struct Preview {
 // A preview is made only when somebody is asked, and in a dry run, which shows it.
 using MakePreview = std::function<Preview()>;
 
+// Whoever asks the user in place of this process: what will be hit, and what is to be done. Returns whether to do it.
+using AskUser = std::function<bool(const std::string &preview, const std::string &action)>;
+void ask_through(AskUser asks);
+
 // Asks whether to do it, unless this command line has consent already. Throws Refused when the answer is no, and when
 // there is nobody to ask.
 void ask(const std::string &action, const MakePreview &preview = {});

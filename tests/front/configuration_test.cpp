@@ -1,6 +1,10 @@
 // These tests check what a configuration may say, and what is said of a wrong one.
+#include <filesystem>
+#include <fstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "daemon/configuration.h"
 #include "toml_file/section.h"
@@ -65,6 +69,40 @@ metrics = "users"
     EXPECT_THAT(error_of("[http]\nmetrics = \"some\"\n"), HasSubstr("metrics"));
 }
 
+// Holds the settings of a fleet in a file while it lives.
+class FleetFile
+{
+public:
+    explicit FleetFile(const std::string &text) { std::ofstream(name) << text; }
+    ~FleetFile() { std::filesystem::remove(name); }
+    FleetFile(const FleetFile &) = delete;
+    FleetFile &operator=(const FleetFile &) = delete;
+
+    std::string table() const { return "[fleet]\nsettings = \"" + name + "\"\n"; }
+
+private:
+    const std::string name = std::filesystem::temp_directory_path() / ("fleet-" + std::to_string(getpid()) + ".toml");
+};
+
+TEST(Configuration, ReachesOltsThroughAFleet)
+{
+    const FleetFile file("client = \"front\"\n[broker]\nsocket = \"/run/broker\"\n");
+    const std::string olts = "[[olt]]\nname = \"a\"\nfleet = \"north-3\"\n[[olt]]\nname = \"b\"\n";
+    const Configuration configuration = read(file.table() + olts);
+    EXPECT_EQ(configuration.olts[0].reach.olt, "north-3");
+    EXPECT_TRUE(configuration.olts[0].reach.fleet);
+    EXPECT_FALSE(configuration.olts[1].reach.fleet);
+    EXPECT_EQ(configuration.olts, read(file.table() + olts).olts) << "it is the same when it is read again";
+
+    EXPECT_EQ(error_of(olts), "front.toml:3: fleet: no fleet is configured: [fleet] names the file of its settings");
+    EXPECT_EQ(error_of(file.table() + "[[olt]]\nname = \"a\"\nfleet = \"north/3\"\n"),
+              "front.toml:5: fleet: expected the name of an OLT of the fleet, found \"north/3\"");
+    EXPECT_EQ(error_of(file.table() + "[[olt]]\nname = \"a\"\nfleet = \"n\"\n[[olt]]\nname = \"b\"\nfleet = \"n\"\n"),
+              "front.toml:8: fleet: a is the same OLT");
+    EXPECT_EQ(error_of(file.table() + "[[olt]]\nname = \"a\"\nfleet = \"n\"\nsocket_dir = \"/a\"\n"),
+              "front.toml:5: fleet: an OLT with a socket_dir is on this machine");
+}
+
 TEST(Configuration, SaysEverything)
 {
     const Configuration configuration = read(R"(
@@ -91,7 +129,7 @@ listen = "[::1]:8080"
 onus = "optics"
 )");
     ASSERT_THAT(configuration.olts, SizeIs(2));
-    EXPECT_EQ(configuration.olts[1], (OltSettings{"south", "/run/south", 2}));
+    EXPECT_EQ(configuration.olts[1], (OltSettings{"south", {.folder = "/run/south"}, 2}));
     EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::onus)], 10u);
     EXPECT_EQ(configuration.periods[static_cast<size_t>(Table::optics)], 600u);
     EXPECT_EQ(configuration.limits.olt, (LightLimits{-28, -26.5}));
@@ -134,7 +172,7 @@ TEST(Configuration, IsRefusedWithLineAndReason)
     EXPECT_EQ(error_of("[[olt]]\nname = \"a\"\n[[olt]]\nname = \"a\"\nsocket_dir = \"/b\"\n"),
               "front.toml:4: name: another OLT has this name");
     EXPECT_EQ(error_of("[[olt]]\nname = \"a\"\n[[olt]]\nname = \"b\"\n"),
-              "front.toml:3: socket_dir: a has this folder");
+              "front.toml:3: socket_dir: a is the same OLT");
     EXPECT_EQ(error_of("[light]\nolt_low = -20\n"),
               "front.toml:1: olt_well: expected more than olt_low, so that light between them changes nothing");
     EXPECT_EQ(error_of("[light]\nolt_low = 100\n"),

@@ -3,7 +3,6 @@
 #include <chrono>
 
 #include "board/ipc.h"
-#include "board/service.h"
 #include "call/call.h"
 #include "call/exchange.h"
 
@@ -117,7 +116,7 @@ agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings 
     agentx::Committed committed;
     for (size_t i = 0; i < orders.size(); ++i) {
         const SetSettings::Olt &olt = settings.olts.at(orders[i].olt_index);
-        board_ipc_use_thread_directory(olt.folder.empty() ? nullptr : olt.folder.c_str());
+        reach(olt.reach);
         Noted permission(*settings.up_to);
         const Result result = perform(orders[i], permission, until);
         note(olt.name, permission.wanted, result.text);
@@ -132,7 +131,7 @@ agentx::Committed carry_out(const std::vector<Order> &orders, const SetSettings 
         committed.failed = i + 1;
         break;
     }
-    board_ipc_use_thread_directory(nullptr);
+    reach({});
     return committed;
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "audit/entry.h"
+#include "reach/reach.h"
 #include "snmp/agentx/session.h"
 
 namespace front::snmp
@@ -16,7 +17,7 @@ struct SetSettings {
     // An Olt is one to which orders go.
     struct Olt {
         std::string name;
-        std::string folder; // of sockets; empty: that of the board library
+        Reach reach;
 
         bool operator==(const Olt &) const = default;
     };

@@ -84,7 +84,7 @@ protected:
         return {.master = {.path = path, .host = {}},
                 .mib = mib_settings,
                 .priority = 100,
-                .sets = {.up_to = sets, .olts = {{1, {.name = "north", .folder = folder + "/nobody"}}}}};
+                .sets = {.up_to = sets, .olts = {{1, {.name = "north", .reach = {.folder = folder + "/nobody"}}}}}};
     }
 
     const std::string folder = made_folder(), path = folder + "/master";
