@@ -14,9 +14,9 @@ void Client::connect(uint32_t milliseconds)
     core->connect(milliseconds);
 }
 
-void Client::learn(uint32_t milliseconds)
+void Client::open(uint32_t milliseconds)
 {
-    core->learn(milliseconds);
+    core->open(milliseconds);
 }
 
 void Client::begin_to_learn()

@@ -3,7 +3,6 @@
 //
 //     Client client(settings);
 //     client.connect(5000);
-//     client.learn(5000); // for whoever needs to know which OLTs there are
 //     client.send("north-3", catalogue::Class::read, request, 5000, [](const Reply &reply) { ... });
 //     while (client.pending()) client.turn(100);
 #pragma once
@@ -53,12 +52,13 @@ public:
     Client(const Client &) = delete;
     Client &operator=(const Client &) = delete;
 
-    // Connects. Throws Unreachable, which says why.
+    // Connects, and waits until all OLTs that the broker knows are known. Throws Unreachable, which says why.
     void connect(uint32_t milliseconds);
-    // Waits until all OLTs that the broker knows are known. Throws Unreachable.
-    void learn(uint32_t milliseconds);
-    // As above, but does not wait.
+    // Connects, for requests alone: no OLTs are known. Throws Unreachable.
+    void open(uint32_t milliseconds);
+    // Lets the client learn which OLTs there are, from when it is connected. Does not wait.
     void begin_to_learn();
+    // Returns whether all are known.
     bool has_learnt() const;
 
     // Returns the OLTs that are known, in the order of people, and the one of this name.

@@ -69,20 +69,24 @@ void Client::Core::wait(IsSo is_so, uint32_t longest, const std::string &wanted)
         if (!loss.empty()) throw Unreachable(broker + " is not reached: " + loss);
         if (!not_permitted.empty()) throw Unreachable(broker + " " + not_permitted);
         const auto left = std::chrono::ceil<milliseconds>(end - Clock::now()).count();
-        if (left <= 0) throw Unreachable(broker + " " + wanted + " within " + text::time_text(longest));
+        if (left <= 0) throw Unreachable(broker + " " + wanted);
         turn(static_cast<uint32_t>(left));
     }
 }
 
 void Client::Core::connect(uint32_t longest)
 {
-    wait([this] { return is_connected; }, longest, "does not answer");
+    begin_to_learn();
+    const Clock::time_point begin = Clock::now();
+    open(longest);
+    const auto passed = std::chrono::duration_cast<milliseconds>(Clock::now() - begin).count();
+    wait([this] { return learnt; }, longest - static_cast<uint32_t>(std::min<int64_t>(passed, longest)),
+         "does not say which OLTs there are");
 }
 
-void Client::Core::learn(uint32_t longest)
+void Client::Core::open(uint32_t longest)
 {
-    begin_to_learn();
-    wait([this] { return learnt; }, longest, "does not say which OLTs there are");
+    wait([this] { return is_connected; }, longest, "does not answer");
 }
 
 void Client::Core::begin_to_learn()

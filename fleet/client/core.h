@@ -21,7 +21,7 @@ public:
     explicit Core(const Settings &settings);
 
     void connect(uint32_t milliseconds);
-    void learn(uint32_t milliseconds);
+    void open(uint32_t milliseconds);
     void begin_to_learn();
     bool has_learnt() const { return learnt; }
     void send(const std::string &olt, catalogue::Class impact, std::string request, uint32_t milliseconds, Done done);
