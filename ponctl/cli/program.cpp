@@ -217,6 +217,9 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
     } catch (const TooLarge &error) {
         complain(error.what());
         return exit_output;
+    } catch (const NotReached &error) {
+        complain(error.what());
+        return exit_ipc;
     } catch (const Error &error) {
         complain(error.what());
     }

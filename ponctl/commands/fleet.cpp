@@ -13,6 +13,7 @@
 #include "output/report.h"
 #include "output/table.h"
 #include "output/text.h"
+#include "reach/fleet.h"
 #include "text/utf8.h"
 #include "text/words.h"
 
@@ -21,18 +22,10 @@ namespace ponctl
 namespace
 {
 
-constexpr uint32_t connecting = 10'000; // milliseconds
-
 struct FleetCommandOptions {
     std::string selector = "all";
     std::string run;
 };
-
-fleet::Client &connected(fleet::Client &client)
-{
-    client.connect(connecting);
-    return client;
-}
 
 std::string labels_text(const std::map<std::string, std::string> &labels)
 {
@@ -93,8 +86,9 @@ std::vector<fleet::Olt> chosen(const fleet::Client &client, const std::string &s
 ExitCode run_list(const Output &output, const FleetOptions &reached, const FleetCommandOptions &options)
 {
     refuse_hex(output, "a list of OLTs");
-    fleet::Client client(fleet::read_settings(fleet::settings_file(reached.settings)));
-    const std::vector<fleet::Olt> olts = chosen(connected(client), options.selector);
+    fleet::Client client(fleet_settings(reached.settings));
+    connect(client);
+    const std::vector<fleet::Olt> olts = chosen(client, options.selector);
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartArray();
@@ -127,7 +121,7 @@ ExitCode run_list(const Output &output, const FleetOptions &reached, const Fleet
 // Shows lines as they come, until an interrupt.
 ExitCode follow(const Output &output, const FleetOptions &reached, const FleetCommandOptions &options, bool audit)
 {
-    fleet::Client client(fleet::read_settings(fleet::settings_file(reached.settings)));
+    fleet::Client client(fleet_settings(reached.settings));
     const fleet::Selector wanted(options.selector);
     const auto show = [&](const std::string &olt, std::string_view line) {
         const std::optional<fleet::Olt> known = client.find(olt);
@@ -149,7 +143,7 @@ ExitCode follow(const Output &output, const FleetOptions &reached, const FleetCo
     sigaddset(&ending, SIGINT);
     sigaddset(&ending, SIGTERM);
     sigprocmask(SIG_BLOCK, &ending, &before);
-    connected(client);
+    connect(client);
     constexpr timespec at_once{};
     constexpr uint32_t turn = 100; // milliseconds
     while (sigtimedwait(&ending, nullptr, &at_once) < 0)

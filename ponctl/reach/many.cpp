@@ -17,6 +17,7 @@
 #include "fleet/selection/selector.h"
 #include "output/exit_code.h"
 #include "output/report.h"
+#include "reach/fleet.h"
 #include "reach/workers.h"
 #include "text/utf8.h"
 #include "text/words.h"
@@ -30,8 +31,7 @@ using fleet::Result;
 using fleet::Results;
 using fleet::State;
 
-constexpr uint32_t connecting = 10'000; // milliseconds
-constexpr int turning = 200;            // milliseconds
+constexpr int turning = 200; // milliseconds
 constexpr std::string_view default_check = "health";
 
 volatile std::sig_atomic_t interrupts = 0;
@@ -143,11 +143,12 @@ Run::Run(const FleetOptions &options, const FleetRequests &wanted_requests, cons
     : requests(wanted_requests),
       wanted(wanted_run),
       output(wanted_output),
-      client(fleet::read_settings(fleet::settings_file(options.settings))),
+      client(fleet_settings(options.settings)),
       shows_progress(isatty(STDERR_FILENO))
 {
     const fleet::RolloutOptions rollout_options = read_options(options); // what is wrong with it is said at once
-    client.connect(connecting);
+    if (options.resumed.empty()) fleet::Selector(options.olt);
+    connect(client);
     if (options.resumed.empty()) {
         begin_anew(options);
         run.options = rollout_options;

@@ -7,6 +7,7 @@
 #include "fleet/rollout/run_file.h"
 #include "fleet/selection/selector.h"
 #include "output/exit_code.h"
+#include "reach/fleet.h"
 
 namespace ponctl
 {
@@ -14,8 +15,6 @@ namespace
 {
 
 constexpr std::string_view over_ssh = "ssh://";
-constexpr uint32_t connecting = 10'000; // milliseconds
-
 bool is_over_ssh(const std::string &olt)
 {
     return olt.starts_with(over_ssh);
@@ -25,10 +24,9 @@ bool is_over_ssh(const std::string &olt)
 class Brokered : public fleet::Link
 {
 public:
-    explicit Brokered(const FleetOptions &options)
-        : client(fleet::read_settings(fleet::settings_file(options.settings))), link(client, options.olt)
+    explicit Brokered(const FleetOptions &options) : client(fleet_settings(options.settings)), link(client, options.olt)
     {
-        client.connect(connecting);
+        connect(client);
         if (!client.find(options.olt))
             throw UsageError("--olt: the fleet has no OLT '" + options.olt + "'; `ponctl fleet list` shows them");
     }
@@ -48,8 +46,33 @@ std::unique_ptr<fleet::Link> link_to(const FleetOptions &options)
     if (!is_over_ssh(options.olt)) return std::make_unique<Brokered>(options);
     const std::string host = options.olt.substr(over_ssh.size());
     if (host.empty() || host.starts_with('-')) throw UsageError("--olt: ssh:// needs a host, as in ssh://olt-3");
-    return std::make_unique<fleet::ProcessLink>(fleet::ssh_words(host), connecting);
+    constexpr uint32_t connecting = 15'000; // milliseconds
+    try {
+        return std::make_unique<fleet::ProcessLink>(fleet::ssh_words(host), connecting);
+    } catch (const fleet::Unreachable &error) {
+        throw NotReached(error.what());
+    }
 }
+
+// What is wrong with a link is said as the tool says it.
+class SaidLink : public fleet::Link
+{
+public:
+    explicit SaidLink(std::unique_ptr<fleet::Link> of) : link(std::move(of)) {}
+
+    std::optional<std::string> exchange(const std::string &request, catalogue::Class impact,
+                                        uint32_t milliseconds) override
+    {
+        try {
+            return link->exchange(request, impact, milliseconds);
+        } catch (const fleet::Unreachable &error) {
+            throw NotReached(error.what());
+        }
+    }
+
+private:
+    const std::unique_ptr<fleet::Link> link;
+};
 
 } // namespace
 
@@ -58,15 +81,15 @@ class OneOlt::Reached
 public:
     Reached(const FleetOptions &options, const FleetRequests &requests)
         : link(link_to(options)),
-          carrier(*link, {.run = fleet::new_run_id(static_cast<uint64_t>(time(nullptr))),
-                          .olt = options.olt,
-                          .deadline = requests.timeout}),
+          carrier(link, {.run = fleet::new_run_id(static_cast<uint64_t>(time(nullptr))),
+                         .olt = options.olt,
+                         .deadline = requests.timeout}),
           carriage(carrier)
     {
     }
 
 private:
-    std::unique_ptr<fleet::Link> link;
+    SaidLink link;
     fleet::OltCarrier carrier;
     call::Carriage carriage;
 };

@@ -39,7 +39,7 @@ public:
             throw Error("whoever sends the requests is gone");
         const std::optional<Saying> answer = listen_to(socket);
         if (!answer || answer->kind == Said::silence) return std::nullopt;
-        if (answer->kind == Said::failure) throw fleet::Unreachable(answer->text);
+        if (answer->kind == Said::failure) throw NotReached(answer->text);
         return answer->text;
     }
 
@@ -144,7 +144,7 @@ void Workers::work(const Worker &worker, const std::function<int()> &act) const
     try {
         const call::Carriage carriage(carrier);
         code = act();
-    } catch (const fleet::Unreachable &error) {
+    } catch (const NotReached &error) {
         complain(error.what());
     } catch (const Error &error) {
         complain(error.what());
