@@ -11,7 +11,6 @@
 
 #include "text/hex.h"
 #include "text/utf8.h"
-#include "text/written.h"
 
 namespace fleet
 {
@@ -81,12 +80,12 @@ void Client::Core::connect(uint32_t longest)
     open(longest);
     const auto passed = std::chrono::duration_cast<milliseconds>(Clock::now() - begin).count();
     wait([this] { return learnt; }, longest - static_cast<uint32_t>(std::min<int64_t>(passed, longest)),
-         "does not say which OLTs there are");
+         "does not say in time which OLTs there are");
 }
 
 void Client::Core::open(uint32_t longest)
 {
-    wait([this] { return is_connected; }, longest, "does not answer");
+    wait([this] { return is_connected; }, longest, "does not answer in time");
 }
 
 void Client::Core::begin_to_learn()
@@ -197,7 +196,7 @@ void Client::Core::send(const std::string &olt, catalogue::Class impact, std::st
                              .payload = std::move(request),
                              .response_topic = reply_topic,
                              .correlation = correlation,
-                             .expiry = (longest + 999) / 1000},
+                             .expiry = longest / 1000 + (longest % 1000 != 0 ? 1 : 0)},
                  .olt = olt,
                  .time = milliseconds(longest),
                  .done = std::move(done)};
@@ -237,7 +236,7 @@ void Client::Core::give_up_late()
         const auto request = requests.find(deadlines.begin()->second);
         finish(request, Reply::Kind::silent,
                "no answer of the OLT " + request->second.olt + " came within " +
-                   text::time_text(static_cast<uint64_t>(request->second.time.count())));
+                   std::to_string(request->second.time.count()) + " ms");
     }
     if (is_connected) return;
     std::vector<std::string> late;

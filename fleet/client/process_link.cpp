@@ -17,7 +17,6 @@
 
 #include "text/utf8.h"
 #include "text/words.h"
-#include "text/written.h"
 
 namespace fleet
 {
@@ -100,7 +99,7 @@ ProcessLink::ProcessLink(const std::vector<std::string> &words, uint32_t millise
         const uint64_t until = now() + milliseconds;
         std::optional<std::string> line;
         while (!(line = take_line()) && reason.empty())
-            if (!wait(false, until)) lose("said nothing within " + text::time_text(milliseconds));
+            if (!wait(false, until)) lose("said nothing within " + std::to_string(milliseconds) + " ms");
         if (!line) throw Unreachable(reason);
         said = hello_from_line(*line);
     } catch (const call::UsageError &error) {
