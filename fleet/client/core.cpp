@@ -80,7 +80,7 @@ void Client::Core::connect(uint32_t longest)
     open(longest);
     const auto passed = std::chrono::duration_cast<milliseconds>(Clock::now() - begin).count();
     wait([this] { return learnt; }, longest - static_cast<uint32_t>(std::min<int64_t>(passed, longest)),
-         "does not say in time which OLTs there are");
+         "does not say in time which OLTs there are: its max_queued_messages must be as many at least");
 }
 
 void Client::Core::open(uint32_t longest)
@@ -91,7 +91,7 @@ void Client::Core::open(uint32_t longest)
 void Client::Core::begin_to_learn()
 {
     if (std::exchange(learns, true)) return;
-    connection.subscribe({topics.inventory("+"), topics.bridge("+")});
+    connection.subscribe({topics.bridge("+"), topics.inventory("+")});
     if (is_connected) send_marker();
 }
 

@@ -50,7 +50,7 @@ TEST(ProcessLink, ExchangesLines)
 TEST(ProcessLink, CarriesWhatIsLongerThanAPipe)
 {
     ProcessLink link(shell(hello + echo), long_time);
-    const std::string request = "{\"a\":\"" + std::string(1 << 20, 'x') + "\"}";
+    const std::string request = "{\"a\":\"" + std::string(400'000, 'x') + "\"}";
     EXPECT_EQ(link.exchange(request, Class::read, long_time), request);
 }
 

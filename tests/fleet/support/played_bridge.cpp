@@ -33,8 +33,11 @@ PlayedBridge::PlayedBridge(const fleet::Broker &broker, const std::string &calle
             connection.turn(100);
     });
     if (!wait_until([this] { return is_connected(); })) throw std::runtime_error("the bridge is not connected");
+    std::vector<fleet::Message> told;
     for (const std::string &olt : olts)
-        publish(topics.inventory(olt), fleet::to_json(inventory(olt, name)));
+        told.push_back(
+            {.topic = topics.inventory(olt), .payload = fleet::to_json(inventory(olt, name)), .retained = true});
+    publish(told);
     publish_state({.online = true, .version = "1.0", .olts = static_cast<uint32_t>(olts.size())});
 }
 
@@ -47,15 +50,29 @@ PlayedBridge::~PlayedBridge()
 
 void PlayedBridge::publish(const std::string &topic, const std::string &payload, bool retained)
 {
-    int number = 0;
-    const bool is_kept = wait_until([&] {
+    publish({{.topic = topic, .payload = payload, .retained = retained}});
+}
+
+void PlayedBridge::publish(const std::vector<fleet::Message> &messages)
+{
+    std::set<int> numbers;
+    for (const fleet::Message &message : messages) {
+        int number = 0;
+        const bool is_sent = wait_until([&] {
+            const std::lock_guard lock(guard);
+            number = connection.publish(message);
+            return number != 0;
+        });
+        if (!is_sent) throw std::runtime_error("the broker is not there for " + message.topic);
+        numbers.insert(number);
+    }
+    const bool are_taken = wait_until([&] {
         const std::lock_guard lock(guard);
-        if (number == 0) number = connection.publish({.topic = topic, .payload = payload, .retained = retained});
-        return std::ranges::find(acknowledgements, number) != acknowledgements.end();
+        return std::ranges::includes(acknowledgements, numbers);
     });
-    if (!is_kept) throw std::runtime_error("the broker does not take " + topic);
+    if (!are_taken) throw std::runtime_error("the broker does not take " + messages.front().topic);
     const std::lock_guard lock(guard);
-    std::erase(acknowledgements, number);
+    acknowledgements.clear();
 }
 
 std::vector<fleet::Message> PlayedBridge::requests() const
@@ -77,5 +94,5 @@ void PlayedBridge::arrived(fleet::Message message)
 void PlayedBridge::acknowledged(int number, const std::string &)
 {
     const std::lock_guard lock(guard);
-    acknowledgements.push_back(number);
+    acknowledgements.insert(number);
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -35,6 +36,7 @@ public:
     static fleet::Inventory inventory(const std::string &olt, const std::string &bridge);
 
 private:
+    void publish(const std::vector<fleet::Message> &messages);
     void connected() override { ++connections; }
     void lost(const std::string &) override {}
     void refused(size_t) override {}
@@ -46,7 +48,7 @@ private:
     const Answer answer;
     mutable std::mutex guard; // of what follows
     std::vector<fleet::Message> came;
-    std::vector<int> acknowledgements;
+    std::set<int> acknowledgements; // numbers of what the broker has
     std::atomic<int> connections = 0;
     std::atomic<bool> ends = false;
     fleet::Connection connection;
