@@ -158,7 +158,9 @@ std::optional<Pattern> Parser::pattern(std::string_view ends)
     }
     const size_t end = std::min(text.find_first_of(ends, at), text.size());
     if (end == at) return std::nullopt;
-    return Pattern{std::string(text.substr(std::exchange(at, end), end - at))};
+    Pattern bare{std::string(text.substr(at, end - at))};
+    at = end;
+    return bare;
 }
 
 void Parser::check_names(const std::vector<Pattern> &wanted, size_t from)
