@@ -1,7 +1,7 @@
 # The commands of daily work. Each installs what is missing, builds what it needs and can be run on a fresh machine.
 
 PREFIX ?= /usr/local
-TEST_PRESETS := dev asan tsan fortify mips
+TEST_PRESETS := dev asan tsan mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
 .PHONY: deb try-deb same-deb cross-deb image release-check board help demo console test bench soak mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
@@ -9,7 +9,7 @@ SOURCES = $(shell find src board catalog testing sim text command_line toml_file
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
 	@echo 'make console   show the web console of a simulated campus, on 127.0.0.1, until it is interrupted'
-	@echo 'make test      build and run every test: host, sanitizers, fortified, big-endian MIPS'
+	@echo 'make test      build and run every test: host, sanitizers, big-endian MIPS'
 	@echo 'make test-dev  the same for one configuration: $(TEST_PRESETS)'
 	@echo 'make bench     measure operations, exchanges, results and sizes'
 	@echo 'make soak      let OLTs come and go under ponfront with ten walkers and scrapers: MINUTES=10'
