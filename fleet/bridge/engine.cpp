@@ -74,7 +74,9 @@ void Engine::serve(const std::vector<ServedOlt> &wanted, const std::optional<Cli
 void Engine::ask(const std::string &olt, Incoming incoming, Answered answered)
 {
     Failure failure{Problem::unavailable, "no OLT " + olt + " is served here"};
-    {
+    if (incoming.text.size() > longest_request) {
+        failure = {Problem::wrong, "the request: longer than " + std::to_string(longest_request) + " bytes"};
+    } else {
         std::unique_lock lock(guard);
         const auto found = olts.find(olt);
         if (found != olts.end() && !stopping) {

@@ -38,8 +38,6 @@ bool is_too_deep(std::string_view text)
 
 Request request_of(const Incoming &incoming)
 {
-    if (incoming.text.size() > longest_request)
-        throw call::UsageError("the request: longer than " + std::to_string(longest_request) + " bytes");
     if (is_too_deep(incoming.text))
         throw call::UsageError("the request: nested deeper than " + std::to_string(deepest_request) + " levels");
     return request_from_json(incoming.text);

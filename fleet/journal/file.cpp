@@ -78,12 +78,12 @@ std::string File::read(uint64_t from, uint64_t length) const
     return content;
 }
 
-void File::append(std::string_view text) const
+void File::append(std::string_view text, Keep keep) const
 {
     const uint64_t before = size();
     const ssize_t written = write(file, text.data(), text.size());
     const bool is_whole = written == static_cast<ssize_t>(text.size());
-    if (is_whole && fdatasync(file) == 0) return;
+    if (is_whole && (keep == Keep::until_power_fails || fdatasync(file) == 0)) return;
     const std::string reason = written >= 0 && !is_whole ? "there is no room" : std::strerror(errno);
     if (written > 0) cut(before);
     throw std::runtime_error(reason);

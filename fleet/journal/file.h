@@ -28,8 +28,9 @@ public:
     // Returns whether the file has this name: somebody may have given the name to another one.
     bool has_name(const std::string &name) const;
     std::string read(uint64_t from, uint64_t length) const;
-    // Returns when the text is on the disk. Otherwise nothing of it is in the file.
-    void append(std::string_view text) const;
+    // Appends the text, or nothing of it. Where it is to outlive a loss of power, returns when it is on the disk.
+    enum class Keep : uint8_t { until_power_fails, for_good };
+    void append(std::string_view text, Keep keep) const;
     void cut(uint64_t length) const;
 
     // Returns false when another process, or another File, has the lock.

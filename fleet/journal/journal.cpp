@@ -168,7 +168,7 @@ void Journal::begin_anew()
 
 void Journal::append(const std::string &line)
 {
-    file.append(line + '\n');
+    file.append(line + '\n', File::Keep::for_good);
     note(line, known, false);
     known += line.size() + 1;
 }
