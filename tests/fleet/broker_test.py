@@ -55,7 +55,8 @@ for bridge, names in OLTS.items():
         for told in ("inventory", "event", "audit"):
             RULES[f"pon/olt/{olt}/{told}"] = ({bridge}, readers)
 for client in CLIENTS:
-    RULES[f"pon/client/{client}/session-1"] = (set(OLTS), {client})
+    # Whoever publishes to itself learns by that when all has come that was there before.
+    RULES[f"pon/client/{client}/session-1"] = ({client, *OLTS}, {client})
 for topic in ("pon", "pon/olt/north-1", "pon/olt/north-1/call/raw/operator", "elsewhere/olt/north-1/call/read/operator",
               "pon/olt/north-1/call/read/stranger", "pon/client/stranger/session-1", "pon/bridge/bridge-east/state"):
     RULES[topic] = (set(OLTS) if topic.startswith("pon/client/") else set(), set())

@@ -1,0 +1,109 @@
+#!/usr/bin/python3
+"""What a fleet costs: a call through broker and bridge beside the bare round trip, one command for all OLTs, and what a
+broker pays for each connection, inventory, call and event.
+
+fleet_cost.py BUILD
+
+Exit status 1 where a goal is missed.
+"""
+
+import json
+import os
+import pathlib
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "fleet"))
+from broker import Broker  # noqa: E402
+from rig import Rig  # noqa: E402
+
+OLTS, ONUS = 1000, 128
+ROUNDS = 5
+GOAL_ALL = 3.0  # seconds for one read of all OLTs by one command
+
+# A small question and a table, as calls by name.
+QUESTIONS = {
+    "the mode of authentication": {"operation": "bsp_pon_onu_auth_mode_type_get", "arguments": {"pon_port": 1}},
+    "an ONU of the whitelist": {"operation": "bsp_pon_get_w_onu_spec_id", "arguments": {"pon_port": 1, "onu_id": 5}},
+}
+
+
+def processor_time(pid: int) -> float:
+    stat = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="ascii")
+    behind_name = stat.rpartition(")")[2].split()
+    return (int(behind_name[11]) + int(behind_name[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def memory(pid: int) -> int:
+    for line in pathlib.Path(f"/proc/{pid}/status").read_text(encoding="ascii").splitlines():
+        if line.startswith("VmRSS:"):
+            return int(line.split()[1])
+    raise AssertionError("a process has no memory")
+
+
+def bench_call(build: pathlib.Path, rig: Rig) -> bool:
+    met = True
+    for what, call in QUESTIONS.items():
+        request = json.dumps({"deadline_ms": 10000, "call": call}, separators=(",", ":"))
+        words = [build / "bench" / "fleet_cost", str(rig.broker.port), rig.broker.certificates, rig.olts[0].name, request]
+        print(f"{what}:", flush=True)
+        met &= subprocess.run(words, check=False).returncode == 0
+    return met
+
+
+def bench_all(rig: Rig) -> bool:
+    """Times one command that reads all OLTs, and says what each process took for it."""
+    processes = {"broker": rig.broker.running.pid}
+    processes |= {f"bridge {name}": bridge.running.pid for name, bridge in rig.bridges.items()}
+    before = {name: processor_time(pid) for name, pid in processes.items()}
+    times = []
+    for _ in range(ROUNDS):
+        start = time.monotonic()
+        done = rig.ponctl("--olt", "all", "-o", "json", "auth", "show", "1")
+        times.append(time.monotonic() - start)
+        assert done.returncode == 0, done.stderr[-2000:]
+        answered = sum(one["state"] == "done" for one in json.loads(done.stdout))
+        assert answered == len(rig.olts), f"{answered} of {len(rig.olts)} OLTs have answered"
+    least, middle = min(times), statistics.median(times)
+    missed = "" if middle <= GOAL_ALL else "   MISSED"
+    print(f"one read of {len(rig.olts)} OLTs by one command: {middle:.2f} s, at best {least:.2f} s, at most {GOAL_ALL:.0f} s{missed}")
+    for name, pid in processes.items():
+        each = (processor_time(pid) - before[name]) / ROUNDS / len(rig.olts)
+        print(f"  {name}: {each * 1e6:.0f} us of a processor for each OLT; {memory(pid) / 1024:.1f} MiB")
+    return middle <= GOAL_ALL
+
+
+def bench_broker(build: pathlib.Path, folder: pathlib.Path) -> None:
+    table = '[[client]]\nname = "bench"\nclass = "read"\nolts = ["all"]\n[[bridge]]\nname = "bare"\nolts = ["all"]\n'
+    broker = Broker(folder, table, ["bench", "bare"])
+    try:
+        words = [build / "bench" / "fleet_broker_cost", str(broker.port), broker.certificates, str(broker.running.pid)]
+        subprocess.run(words, check=True)
+    finally:
+        broker.end()
+
+
+def main(build: pathlib.Path) -> int:
+    programs = {"ponsim": build / "sim/ponsim", "ponbridge": build / "fleet/ponbridge", "ponctl": build / "ponctl/ponctl"}
+    with tempfile.TemporaryDirectory(prefix="fleet") as name:
+        folder = pathlib.Path(name)
+        bench_broker(build, folder / "b")
+        shutil.rmtree(folder / "b")
+        rig = Rig({name: str(program) for name, program in programs.items()}, folder, OLTS, ONUS)
+        try:
+            start = time.monotonic()
+            rig.start()
+            print(f"{OLTS} OLTs with {OLTS * ONUS} ONUs answer after {time.monotonic() - start:.1f} s", flush=True)
+            met = bench_call(build, rig)
+            met &= bench_all(rig)
+        finally:
+            rig.end()
+    return 0 if met else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main(pathlib.Path(sys.argv[1])))
