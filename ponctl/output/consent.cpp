@@ -28,6 +28,7 @@ std::string previews;
 std::vector<Hit> expected;  // hits of the requests that follow
 std::optional<HitOnu> only; // the one of them that is hit now
 AskUser asked;              // empty: the user is at the terminal
+std::string asked_olt;      // empty: there is only one
 
 bool is_only(const Hit &hit)
 {
@@ -120,6 +121,11 @@ void ask_through(AskUser asks)
     asked = std::move(asks);
 }
 
+void name_asked_olt(std::string olt)
+{
+    asked_olt = std::move(olt);
+}
+
 void ask(const std::string &action, const MakePreview &preview)
 {
     refuse_watched(Class::service_affecting, action);
@@ -132,7 +138,8 @@ void ask(const std::string &action, const MakePreview &preview)
     }
     if (!may_ask()) throw Refused("--yes: missing; " + action + " needs it when no terminal is there to ask");
     if (preview) std::cerr << text::printable(preview().text, "\n");
-    std::cerr << "ponctl: " << text::printable(action) << "? [y/N] " << std::flush;
+    std::cerr << "ponctl: " << text::printable(asked_olt.empty() ? action : asked_olt + ": " + action) << "? [y/N] "
+              << std::flush;
     std::string answer;
     std::getline(std::cin, answer);
     if (answer != "y" && answer != "yes") throw Refused("nothing was changed");

@@ -31,6 +31,9 @@ using MakePreview = std::function<Preview()>;
 using AskUser = std::function<bool(const std::string &preview, const std::string &action)>;
 void ask_through(AskUser asks);
 
+// Names the OLT that is asked about. Empty: there is only one.
+void name_asked_olt(std::string olt);
+
 // Asks whether to do it, unless this command line has consent already. Throws Refused when the answer is no, and when
 // there is nobody to ask.
 void ask(const std::string &action, const MakePreview &preview = {});

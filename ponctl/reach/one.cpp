@@ -6,6 +6,7 @@
 #include "fleet/client/process_link.h"
 #include "fleet/rollout/run_file.h"
 #include "fleet/selection/selector.h"
+#include "output/consent.h"
 #include "output/exit_code.h"
 #include "reach/fleet.h"
 
@@ -86,7 +87,11 @@ public:
                          .deadline = requests.timeout}),
           carriage(carrier)
     {
+        name_asked_olt(options.olt);
     }
+    ~Reached() { name_asked_olt({}); }
+    Reached(const Reached &) = delete;
+    Reached &operator=(const Reached &) = delete;
 
 private:
     SaidLink link;
