@@ -82,7 +82,7 @@ void KnownOlts::forget_old()
         if (told.what.online && told.what.olts > counts[bridge])
             add_problem("the bridge " + bridge + " answers for " + std::to_string(told.what.olts) +
                         " OLTs, and the inventories of " + std::to_string(told.what.olts - counts[bridge]) +
-                        " of them have not come");
+                        " of them have not come: you may not see them, or the broker keeps too few messages");
 }
 
 bool KnownOlts::is_online(const Inventory &inventory) const

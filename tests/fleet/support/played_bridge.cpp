@@ -4,6 +4,21 @@
 #include <chrono>
 #include <stdexcept>
 
+fleet::Settings settings_for(const fleet::Broker &broker)
+{
+    return {.client = "alice", .host = broker.host, .socket = broker.socket, .port = broker.port};
+}
+
+std::optional<std::string> echo(const fleet::Message &request)
+{
+    return "{\"of\":\"" + request.topic + "\",\"said\":" + request.payload + "}";
+}
+
+std::optional<std::string> nothing(const fleet::Message &)
+{
+    return std::nullopt;
+}
+
 bool wait_until(const std::function<bool()> &is_so)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);

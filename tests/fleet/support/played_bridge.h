@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "fleet/client/settings.h"
 #include "fleet/mqtt/connection.h"
 #include "fleet/protocol/topics.h"
 #include "fleet/selection/inventory.h"
@@ -54,6 +55,12 @@ private:
     fleet::Connection connection;
     std::thread thread;
 };
+
+// Returns the settings of a client whose name is alice.
+fleet::Settings settings_for(const fleet::Broker &broker);
+// These are answers: what was asked, and none.
+std::optional<std::string> echo(const fleet::Message &request);
+std::optional<std::string> nothing(const fleet::Message &request);
 
 // Waits until it is so, for half a minute at most. Returns whether it is.
 bool wait_until(const std::function<bool()> &is_so);
