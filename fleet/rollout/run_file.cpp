@@ -165,7 +165,7 @@ void RunFile::read(std::string_view text)
         kept.insert(digest);
 }
 
-void RunFile::append(const std::string &line)
+void RunFile::append(const std::string &line, bool at_once)
 {
     const std::string whole = line + "\n";
     size_t written = 0;
@@ -175,7 +175,7 @@ void RunFile::append(const std::string &line)
         if (part >= 0) written += static_cast<size_t>(part);
         failed = part < 0 && errno != EINTR;
     }
-    if (!failed && fsync(descriptor.number) == 0) {
+    if (!failed && (!at_once || fsync(descriptor.number) == 0)) {
         size += static_cast<off_t>(whole.size());
         return;
     }
@@ -195,7 +195,7 @@ void RunFile::ended(const std::string &olt, const Result &result)
 {
     const std::string digest = digest_of(result);
     const bool is_new = !kept.contains(digest);
-    append((is_new ? line_of_outcome(digest, result) + "\n" : "") + line_of_ended(olt, digest));
+    append((is_new ? line_of_outcome(digest, result) + "\n" : "") + line_of_ended(olt, digest), false);
     kept.insert(digest);
 }
 

@@ -1,6 +1,9 @@
 // A RunFile keeps what is known of a run, so that another process can resume it when this one ended too early: killed,
-// or with the machine. It is a file for its own user only, of one line of JSON for each fact. Each line is on the disk
-// before the function that writes it returns. A last line that is torn counts as not written.
+// or with the machine. It is a file for its own user only, of one line of JSON for each fact. A last line that is torn
+// counts as not written.
+//
+// What is said to begin is on the disk before the function that writes it returns. What ended gets there with the next
+// line of another kind: when the machine stops before that, the OLT is asked again, and answers as it did.
 #pragma once
 
 #include <cstdint>
@@ -71,7 +74,7 @@ private:
 
     void open(int flags);
     void read(std::string_view text);
-    void append(const std::string &line);
+    void append(const std::string &line, bool at_once = true);
 
     std::filesystem::path file;
     Descriptor descriptor;
