@@ -47,13 +47,17 @@ std::vector<Descriptor> take_out(const Descriptor &socket)
             found.push_back(std::move(connection));
         return found;
     }
-    constexpr int most_packets = 1 << 16, most_empty_packets = 1 << 10;
+    constexpr int most_packets = 1 << 16;
+    constexpr pid_t nobody = -1;
     char bytes[4096];
-    // An empty packet looks like the end.
-    for (int packets = 0, empty_packets = 0; packets < most_packets && empty_packets < most_empty_packets; ++packets) {
-        const ssize_t received = receive_packet(socket.get(), bytes, sizeof bytes, MSG_DONTWAIT, found);
-        if (received < 0 || !found.empty()) break;
-        empty_packets += received == 0;
+    // Only a stream has no empty packets. Elsewhere one looks like the end, but for the credentials that it brings.
+    const bool is_stream = has_option(socket.get(), SO_TYPE, SOCK_STREAM);
+    const int wanted = 1;
+    setsockopt(socket.get(), SOL_SOCKET, SO_PASSCRED, &wanted, sizeof wanted);
+    for (int packets = 0; packets < most_packets; ++packets) {
+        ucred sender{.pid = nobody, .uid = 0, .gid = 0};
+        const ssize_t received = receive_packet(socket.get(), bytes, sizeof bytes, MSG_DONTWAIT, found, &sender);
+        if (received < 0 || !found.empty() || (received == 0 && (is_stream || sender.pid == nobody))) break;
     }
     return found;
 }
