@@ -45,7 +45,7 @@ def test_wheels_are_built_from_source_distributions_and_work(environment, tmp_pa
     for package in ("python", "python/pytest-ponsim"):
         # The wheel is built of the source distribution, and that of the sources.
         run(sys.executable, "-m", "build", "--no-isolation", "--outdir", wheels, sources / package, env=environment)
-    names = sorted(file.name.split("-0.1.0")[0] for file in wheels.iterdir())
+    names = sorted(file.name.split("-1.0.0")[0] for file in wheels.iterdir())
     assert names == ["bsp_pon", "bsp_pon", "pytest-ponsim", "pytest_ponsim"]
 
     venv.create(tmp_path / "used", system_site_packages=True, with_pip=False)
