@@ -78,7 +78,7 @@ class Proof:
 
     def roll_out(self) -> list[dict]:
         """Returns the last report."""
-        words = ["--olt", "all", "--waves", "1,5%,25%,rest", "--max-failures", "10%", "--concurrency", self.concurrency(), "--yes"]
+        words = ["--olt", "all", "--waves", "1,5%,25%,rest", "--max-failures", "50%", "--concurrency", self.concurrency(), "--timeout", "2000", "--yes"]
         command = [self.rig.programs["ponctl"], *words, "-o", "json", "onu", "describe", "1", str(ROLLED_OUT), TEXT]
         log = self.rig.folder / "rollout.log"
         with open(log, "w", encoding="utf-8") as stream:
@@ -119,13 +119,17 @@ class Proof:
         runs = self.rig.ponctl("fleet", "runs").stdout.split()
         assert len(runs) == 1, f"there are the runs {runs}"
         for attempt in range(1, MOST_ATTEMPTS + 1):
-            done = self.rig.ponctl("fleet", "resume", runs[0])
+            done = patiently(lambda: self.rig.ponctl("fleet", "resume", runs[0]), lambda end: "is in use" not in end.stderr)
             assert done.stdout.startswith("["), f"the run was not resumed: {done.stdout[-500:]}{done.stderr[-2000:]}"
             report = json.loads(done.stdout)
             states = collections.Counter(one["state"] for one in report)
             self.say(f"resumed, {attempt}: {dict(states)}")
-            open_ones = {one["olt"] for one in report if one["state"] in ("unreachable", "unknown")}
+            # What a killed bridge had begun stays unknown where nothing says how the setting stands.
+            killed = {olt.name for olt in self.rig.olts if olt.bridge == "hut-1"}
+            unknown = {one["olt"] for one in report if one["state"] == "unknown"}
+            open_ones = {one["olt"] for one in report if one["state"] == "unreachable"} | (unknown - killed)
             if len(report) == len(self.rig.olts) and open_ones <= self.dark:
+                self.expect(len(unknown) <= self.rig.threads, f"a bridge had begun at most {self.rig.threads}: {sorted(unknown)}")
                 return report
         raise AssertionError(f"after {MOST_ATTEMPTS} attempts these are open: {sorted(open_ones - self.dark)[:5]}: {done.stderr[-2000:]}")
 
@@ -166,6 +170,9 @@ class Proof:
                 self.expect((state, made) == ("unreachable", []), f"{olt.name} was gone: {state}, {made}")
             elif olt.name in self.refusing:
                 self.expect((state, len(made), texts.get(ROLLED_OUT)) == ("failed", 1, None), f"{olt.name} refuses: {state}, {made}, {texts}")
+            elif state == "unknown":
+                is_so = (made, texts.get(ROLLED_OUT)) in (([], None), (["BSP_OK"], TEXT))
+                self.expect(is_so, f"{olt.name} is unknown: {made}, {texts}")
             else:
                 self.expect((state, made, texts.get(ROLLED_OUT)) == ("done", ["BSP_OK"], TEXT), f"{olt.name}: {state}, {made}, {texts}")
             self.expect(len(writes(olt, TWICE)) <= 1, f"{olt.name} was changed more than once: {writes(olt, TWICE)}")

@@ -77,6 +77,7 @@ class Rig:
         self, programs: dict[str, str], folder: pathlib.Path, olts: int, onus: int, bridges: int = 2, refusing: int = 0, dark: int = 0
     ) -> None:
         self.programs, self.folder, self.onus = programs, folder, onus
+        self.threads = 8  # of each bridge: so many OLTs are asked at once
         folder.mkdir(parents=True, exist_ok=True)
         self.bridge_names = [f"hut-{number}" for number in range(1, bridges + 1)]
         self.olts = [self.olt(number, olts) for number in range(olts)]
@@ -115,7 +116,8 @@ class Rig:
     def bridge(self, name: str) -> Program:
         certificates = self.folder / "broker" / "certs"
         text = (
-            f'name = "{name}"\nstate = "{self.folder}/state-{name}"\n[broker]\nhost = "{ADDRESS}"\nport = PORT\nca = "{certificates}/ca.crt"\n'
+            f'name = "{name}"\nstate = "{self.folder}/state-{name}"\naudit = "{self.audit_of(name)}"\nthreads = {self.threads}\n'
+            f'[broker]\nhost = "{ADDRESS}"\nport = PORT\nca = "{certificates}/ca.crt"\n'
             f'certificate = "{certificates}/{name}.crt"\nkey = "{certificates}/{name}.key"\n'
         )
         for olt in self.olts:
