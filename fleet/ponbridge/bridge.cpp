@@ -135,12 +135,13 @@ void Bridge::watch(const Configuration &wanted)
     };
     for (const BridgedOlt &olt : wanted.olts) {
         if (!wanted.events) break;
-        // The name of the folder belongs to the key, so that an OLT that has moved is watched anew.
-        const std::string key = olt.served.name + " " + olt.served.socket_dir;
+        // All that a watch is made with belongs to its key.
+        const std::string key =
+            olt.served.name + " " + std::to_string(wanted.inventory_period) + " " + olt.served.socket_dir;
         const auto before = watches.find(key);
-        others[key] = before != watches.end()
-                          ? std::move(before->second)
-                          : std::make_unique<OltWatch>(olt.served.name, olt.served.socket_dir, tell);
+        others[key] = before != watches.end() ? std::move(before->second)
+                                              : std::make_unique<OltWatch>(olt.served.name, olt.served.socket_dir,
+                                                                           wanted.inventory_period, tell);
     }
     watches = std::move(others);
 }
@@ -154,14 +155,19 @@ void Bridge::run()
     }
 }
 
-// The broker gets this before the leave. Then the connection ends.
+// A broker that cannot answer what came before the leave takes the connection for lost, and publishes the last will.
 void Bridge::say_offline()
 {
     constexpr int most_turns = 20;
-    publish({.topic = topics.bridge(settings.name), .payload = to_json(BridgeState{}), .retained = true});
-    connection.close();
-    for (int i = 0; i < most_turns && connection.is_connected(); ++i)
+    try {
+        last_number = connection.publish(
+            {.topic = topics.bridge(settings.name), .payload = to_json(BridgeState{}), .retained = true});
+    } catch (const std::runtime_error &error) {
+        warn(error.what());
+    }
+    for (int i = 0; i < most_turns && last_number != 0; ++i)
         connection.turn(50);
+    connection.close();
 }
 
 void Bridge::visit_due()
@@ -262,6 +268,7 @@ void Bridge::refused(size_t subscriptions)
 
 void Bridge::acknowledged(int number, const std::string &error)
 {
+    if (number == last_number) last_number = 0;
     if (!outbox.acknowledged(number, error) && !error.empty()) warn("the broker does not take a message: " + error);
 }
 

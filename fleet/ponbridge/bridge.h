@@ -82,6 +82,7 @@ private:
     std::string last_loss;
     std::unique_ptr<Engine> engine;
     std::map<std::string, std::unique_ptr<OltWatch>> watches; // of the thread that changes
+    int last_number = 0;                                      // of what is published last, until it is answered
     std::atomic<Clock::rep> turned;
     std::atomic<bool> stopping = false;
     std::thread thread;

@@ -21,14 +21,14 @@ using front::Table;
 // Tables from which no events follow are read once a day.
 constexpr uint32_t longest_period = 24 * 3600;
 
-front::Collector::Periods periods()
+front::Collector::Periods periods(uint32_t seconds)
 {
     constexpr Table watched[] = {Table::onus,     Table::alarms, Table::loops,
                                  Table::upgrades, Table::optics, Table::modules};
     front::Collector::Periods periods;
     for (const front::TableKind &kind : front::table_kinds())
         periods[static_cast<size_t>(kind.table)] =
-            std::ranges::count(watched, kind.table) > 0 ? kind.period : longest_period;
+            std::ranges::count(watched, kind.table) > 0 ? std::min(kind.period, seconds) : longest_period;
     return periods;
 }
 
@@ -39,11 +39,11 @@ front::Now time_now()
 
 } // namespace
 
-OltWatch::OltWatch(const std::string &name, std::string socket_dir, Tell tells)
+OltWatch::OltWatch(const std::string &name, std::string socket_dir, uint32_t seconds, Tell tells)
     : olt(name),
       folder(std::move(socket_dir)),
       tell(std::move(tells)),
-      collector(periods(), std::hash<std::string>()(name), time_now),
+      collector(periods(seconds), std::hash<std::string>()(name), time_now),
       watcher(name, front::Limits{}),
       thread(&OltWatch::run, this)
 {

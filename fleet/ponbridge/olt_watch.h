@@ -19,7 +19,8 @@ public:
     // Is called by the thread with a line of JSON for each event.
     using Tell = std::function<void(const std::string &olt, const std::string &event)>;
 
-    OltWatch(const std::string &olt, std::string socket_dir, Tell tell);
+    // Tables from which events follow are read in their usual periods, or in this one where it is shorter.
+    OltWatch(const std::string &olt, std::string socket_dir, uint32_t seconds, Tell tell);
     ~OltWatch(); // ends the thread, after the exchange that is under way
     OltWatch(const OltWatch &) = delete;
     OltWatch &operator=(const OltWatch &) = delete;
