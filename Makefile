@@ -4,7 +4,7 @@ PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan mips
 SOURCES = $(shell find src board catalog testing sim text command_line toml_file storage call audit configuration ponctl front tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
-.PHONY: deb try-deb same-deb cross-deb image release-check board help demo console test bench soak mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
+.PHONY: fleet-proof deb try-deb same-deb cross-deb image release-check board help demo console test bench soak mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
 
 help:
 	@echo 'make demo      build everything, start a simulated OLT, bind and release ONUs on it'
@@ -13,6 +13,7 @@ help:
 	@echo 'make test-dev  the same for one configuration: $(TEST_PRESETS)'
 	@echo 'make bench     measure operations, exchanges, results and sizes'
 	@echo 'make soak      let OLTs come and go under ponfront with ten walkers and scrapers: MINUTES=10'
+	@echo 'make fleet-proof  roll a change out over OLTS=1000 while OLTs, broker, bridges and the command itself fail'
 	@echo 'make mutation  show that the tests notice changes in the library'
 	@echo 'make coverage  count which lines the tests of the dev configuration run'
 	@echo 'make fuzz      look for inputs that programs do not bear: TARGET=NAME, all by default; TIME=SECONDS for each, 60'
@@ -65,6 +66,13 @@ soak: test-packages
 	@cmake --preset release --log-level=WARNING >/dev/null
 	@cmake --build --preset release --target ponsim ponfront -- --quiet
 	/usr/bin/python3 -B tests/front/snmp/soak.py build/release/sim/ponsim build/release/front/ponfront $(MINUTES)
+
+OLTS ?= 1000
+fleet-proof: test-packages
+	@cmake --preset release --log-level=WARNING >/dev/null
+	@cmake --build --preset release --target ponsim ponbridge ponctl -- --quiet
+	/usr/bin/python3 -B tests/fleet/proof.py build/release/sim/ponsim build/release/fleet/ponbridge \
+		build/release/ponctl/ponctl --olts $(OLTS)
 
 mutation: test-packages
 	/usr/bin/python3 tests/mutation/run.py

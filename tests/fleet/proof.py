@@ -171,10 +171,11 @@ class Proof:
             elif olt.name in self.refusing:
                 self.expect((state, len(made), texts.get(ROLLED_OUT)) == ("failed", 1, None), f"{olt.name} refuses: {state}, {made}, {texts}")
             elif state == "unknown":
-                is_so = (made, texts.get(ROLLED_OUT)) in (([], None), (["BSP_OK"], TEXT))
+                is_so = (made, texts.get(ROLLED_OUT)) in (([], ""), (["BSP_OK"], TEXT))
                 self.expect(is_so, f"{olt.name} is unknown: {made}, {texts}")
             else:
-                self.expect((state, made, texts.get(ROLLED_OUT)) == ("done", ["BSP_OK"], TEXT), f"{olt.name}: {state}, {made}, {texts}")
+                said = next((one for one in report if one["olt"] == olt.name), None)
+                self.expect((state, made, texts.get(ROLLED_OUT)) == ("done", ["BSP_OK"], TEXT), f"{olt.name}: {said}, {made}, {texts}")
             self.expect(len(writes(olt, TWICE)) <= 1, f"{olt.name} was changed more than once: {writes(olt, TWICE)}")
             if olt.name in twice:
                 self.expect(texts.get(TWICE) == olt.name, f"{olt.name} acknowledged, and has {texts}")
