@@ -1,7 +1,7 @@
 #include "results/operands.h"
 
-#include "call/codec/values.h"
 #include "call/codec/search.h"
+#include "call/codec/values.h"
 #include "output/exit_code.h"
 #include "text/words.h"
 

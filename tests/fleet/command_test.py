@@ -154,7 +154,9 @@ class CommandTest(unittest.TestCase):
     def test_list_says_what_each_olt_is(self) -> None:
         told = {one["olt"]: one for one in json.loads(self.run_well("-o", "json", "fleet", "list"))}
         self.assertEqual(sorted(told), sorted(self.names))
+        keys = "olt state bridge labels model firmware ports online offline waiting version catalogue at".split()
         for olt in self.rig.olts:
+            self.assertEqual(list(told[olt.name]), keys)
             self.assertEqual(told[olt.name]["state"], "online")
             self.assertEqual(told[olt.name]["labels"], {"site": olt.site})
             self.assertEqual(told[olt.name]["online"], 4)
