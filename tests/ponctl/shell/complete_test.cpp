@@ -15,8 +15,8 @@ namespace
 
 using namespace ponctl;
 using testing::AllOf;
-using testing::ContainsRegex;
 using testing::Contains;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -254,8 +254,7 @@ TEST(HelpAtTheCursor, NamesCommandsWithTheirHelp)
 
 TEST(HelpAtTheCursor, NamesArgumentsWithTypesAndUnits)
 {
-    EXPECT_THAT(help_at("onu show ", an_olt),
-                AllOf(ContainsRegex("  PORT +PON port number"), HasSubstr("--output")));
+    EXPECT_THAT(help_at("onu show ", an_olt), AllOf(ContainsRegex("  PORT +PON port number"), HasSubstr("--output")));
     EXPECT_THAT(help_at("sla set 1 5 --fixed ", an_olt), HasSubstr("KBITS  upstream kbit/s"));
     EXPECT_THAT(help_at("call bsp_pon_bind_onu_spec_id m", an_olt), HasSubstr("mac=      mac; ONU MAC address"));
 }
