@@ -349,6 +349,8 @@ TEST_F(Faked, SaysWhatIsWrongWithItsConfiguration)
     };
     configured(olt("north", "/run/north"));
     says("ponbridge: 1 OLT", 0);
+    std::filesystem::copy_file(EXAMPLE, file, std::filesystem::copy_options::overwrite_existing);
+    says("ponbridge: 1 OLT", 0);
     configured(olt("north", "north"));
     says(file + ":", 2);
     configured(olt("north", "/run/north", "allow = \"all\"\n"));
