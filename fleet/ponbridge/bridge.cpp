@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "audit/entry.h"
-#include "collector/clock.h"
+#include "front/collector/clock.h"
 #include "fleet/ponbridge/inventory_reader.h"
 #include "fleet/ponbridge/log.h"
 #include "storage/private.h"

@@ -2,7 +2,7 @@
 
 #include "call/exchange.h"
 #include "call/permission.h"
-#include "collector/read_table.h"
+#include "front/collector/read_table.h"
 #include "text/hex.h"
 #include "text/sha256.h"
 

@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-#include "collector/clock.h"
+#include "front/collector/clock.h"
 #include "text/json.h"
 #include "text/utf8.h"
 

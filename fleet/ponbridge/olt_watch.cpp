@@ -7,8 +7,8 @@
 #include "call/exchange.h"
 #include "call/json.h"
 #include "call/permission.h"
-#include "collector/clock.h"
-#include "collector/read_table.h"
+#include "front/collector/clock.h"
+#include "front/collector/read_table.h"
 
 namespace fleet
 {

@@ -7,8 +7,8 @@
 #include <string>
 #include <thread>
 
-#include "collector/collector.h"
-#include "watch/watcher.h"
+#include "front/collector/collector.h"
+#include "front/watch/watcher.h"
 
 namespace fleet
 {

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "output/exit_code.h"
+#include "output/report.h"
 #include "toml_file/section.h"
 
 namespace ponctl
@@ -31,6 +32,8 @@ void connect(fleet::Client &client)
     } catch (const fleet::Unreachable &error) {
         throw NotReached(error.what());
     }
+    for (const std::string &problem : client.take_problems())
+        complain(problem);
 }
 
 } // namespace ponctl

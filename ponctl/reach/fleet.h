@@ -12,7 +12,7 @@ namespace ponctl
 // is wrong with the file, or what it should have.
 fleet::Settings fleet_settings(const std::string &given);
 
-// Connects a client. Throws NotReached.
+// Connects a client, and says what is wrong with what others told the broker. Throws NotReached.
 void connect(fleet::Client &client);
 
 } // namespace ponctl
