@@ -10,6 +10,13 @@
 
 namespace fleet
 {
+namespace
+{
+
+// What waits at all OLTs together takes no more memory than this.
+constexpr size_t most_waiting = size_t{64} << 20; // bytes
+
+} // namespace
 
 struct Engine::Olt {
     explicit Olt(const ServedOlt &of) : served(of), journal(of.journal) {}
@@ -62,7 +69,10 @@ void Engine::serve(const std::vector<ServedOlt> &wanted, const std::optional<Cli
         for (const auto &[name, olt] : olts) {
             const auto now = others.find(name);
             if (now != others.end() && now->second == olt) continue;
-            std::ranges::move(std::exchange(olt->waiting, {}), std::back_inserter(left));
+            for (Job &job : std::exchange(olt->waiting, {})) {
+                waiting -= job.size();
+                left.push_back(std::move(job));
+            }
             olt->requests = 0;
         }
         olts = std::move(others);
@@ -80,12 +90,16 @@ void Engine::ask(const std::string &olt, Incoming incoming, Answered answered)
         std::unique_lock lock(guard);
         const auto found = olts.find(olt);
         if (found != olts.end() && !stopping) {
-            if (found->second->requests < settings.queue) {
+            if (waiting + incoming.text.size() > most_waiting) {
+                failure = {Problem::busy, "too much waits here"};
+            } else if (found->second->requests < settings.queue) {
                 ++found->second->requests;
+                waiting += incoming.text.size();
                 queue(lock, found->second, {std::move(incoming), std::move(answered)});
                 return;
+            } else {
+                failure = {Problem::busy, std::to_string(found->second->requests) + " requests wait for this OLT"};
             }
-            failure = {Problem::busy, std::to_string(found->second->requests) + " requests wait for this OLT"};
         }
     }
     answered(answer_of(failure));
@@ -120,6 +134,7 @@ void Engine::work()
             Job job = std::move(olt->waiting.front());
             olt->waiting.pop_front();
             if (job.incoming) --olt->requests;
+            waiting -= job.size();
             const std::shared_ptr<const Clients> permitted = clients;
             lock.unlock();
             perform(*olt, job, permitted);
@@ -136,15 +151,15 @@ void Engine::perform(Olt &olt, Job &job, const std::shared_ptr<const Clients> &p
 {
     const std::string &folder = olt.served.socket_dir;
     board_ipc_use_thread_directory(folder.empty() ? nullptr : folder.c_str());
-    if (job.visit) return job.visit();
     std::string answer;
     try {
+        if (job.visit) return job.visit();
         answer = execute(*job.incoming, {olt.served, olt.journal, permitted.get(), refusals, notes});
     } catch (const std::exception &error) {
         notes.complain(olt.served.name + ": " + error.what());
         answer = answer_of(Failure{Problem::unknown, "the program that serves the OLT failed"});
     }
-    job.answered(std::move(answer));
+    if (job.answered) job.answered(std::move(answer));
 }
 
 } // namespace fleet

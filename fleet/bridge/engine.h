@@ -55,6 +55,8 @@ private:
         std::optional<Incoming> incoming; // none: a visit
         Answered answered = {};
         Visit visit = {};
+
+        size_t size() const { return incoming ? incoming->text.size() : 0; }
     };
     struct Olt;
     using SharedOlt = std::shared_ptr<Olt>;
@@ -71,6 +73,7 @@ private:
     std::mutex guard; // of what follows
     std::map<std::string, SharedOlt, std::less<>> olts;
     std::shared_ptr<const Clients> clients; // null: nobody is named
+    size_t waiting = 0;                     // bytes of requests, at all OLTs
     std::deque<SharedOlt> ready;            // OLTs for which something waits, and at which nothing is executed
     bool stopping = false;
     std::condition_variable changed;

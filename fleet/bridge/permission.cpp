@@ -85,6 +85,9 @@ void OltPermission::begin()
     try {
         turn = journal.take(std::min(asked.end.value_or(Clock::time_point::max()), Clock::now() + patience));
         if (!turn) throw Declined(Problem::busy, "another program changes this OLT");
+        if (const size_t damaged = journal.take_damaged())
+            notes.complain(asked.olt.name + ": " + std::to_string(damaged) +
+                           " lines of its journal are damaged: what they say was done may be done again");
         const std::optional<Journal::Entry> before = turn->find(id);
         if (!before) {
             left();

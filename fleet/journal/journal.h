@@ -75,9 +75,9 @@ public:
     // cannot be used. Who has a turn takes no other one.
     std::optional<Turn> take(Clock::time_point until);
 
-    // Returns how many lines could not be read, because the disk or somebody has changed them. A last line that a loss
-    // of power cut is none of them.
-    size_t damaged() const { return damaged_lines; }
+    // Returns how many lines could not be read since it was asked last, because the disk or somebody has changed them.
+    // A last line that a loss of power cut is none of them.
+    size_t take_damaged() { return std::exchange(damaged_lines, 0); }
 
 private:
     struct Place {

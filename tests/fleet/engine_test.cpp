@@ -307,6 +307,28 @@ TEST_F(AtAnOlt, IsBusyWhenTooManyWaitAndAnswersTheOthers)
     EXPECT_THAT(service->settings(), SizeIs(3));
 }
 
+TEST_F(AtAnOlt, HoldsOnlySoMuchInMemory)
+{
+    Gate gate;
+    serve([&](const board_request &, board_answer *) { gate.pass(); });
+    engine = std::make_unique<Engine>(EngineSettings{.threads = 1, .queue = 1000}, Notes{});
+    engine->serve({olt()}, {});
+    auto held = ask({.client = "ann", .address = "mqtt", .text = reading});
+    gate.wait_for(1);
+    const std::string long_one(longest_request, ' ');
+    std::vector<std::future<std::string>> asked;
+    for (int i = 0; i < 65; ++i)
+        asked.push_back(ask({.client = "ann", .address = "mqtt", .text = long_one}));
+    EXPECT_THAT(asked[64].get(), problem("busy", "too much waits"));
+    engine->serve({}, {});
+    EXPECT_THAT(asked[63].get(), problem("unavailable"));
+    engine->serve({olt()}, {});
+    gate.open();
+    EXPECT_THAT(ask({.client = "ann", .address = "mqtt", .text = long_one}).get(), problem("wrong"))
+        << "what was turned away waits no more";
+    held.get();
+}
+
 TEST_F(AtAnOlt, ServesOltsSideBySideAndEachOneAfterTheOther)
 {
     Gate gate;
@@ -369,6 +391,14 @@ TEST_F(AtAnOlt, NotesOnlySomeOfWhatIsRefused)
         answer(writing, Class::read);
     EXPECT_THAT(audit, SizeIs(testing::Le(32u))) << "a minute may end meanwhile";
     EXPECT_THAT(audit, SizeIs(testing::Ge(16u)));
+}
+
+TEST_F(AtAnOlt, SaysThatItsJournalIsDamaged)
+{
+    serve();
+    std::ofstream(state + "/north") << "{\"begun\":\n";
+    EXPECT_THAT(answer(writing), StartsWith("{\"outcome\":"));
+    EXPECT_THAT(complaints, ElementsAre(HasSubstr("north: 1 lines of its journal are damaged")));
 }
 
 TEST_F(AtAnOlt, DoesNothingThatItCannotKeep)

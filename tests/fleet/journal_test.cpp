@@ -78,7 +78,7 @@ TEST_F(Kept, TakesIdsWithQuotesForWhatTheyAre)
     turn.begin(id, "d");
     turn.end(id, answer);
     EXPECT_EQ(turn.find(id)->answer, answer);
-    EXPECT_EQ(journal.damaged(), 0u);
+    EXPECT_EQ(journal.take_damaged(), 0u);
 }
 
 TEST_F(Kept, ForgetsWhatWasNotDone)
@@ -138,7 +138,7 @@ TEST_F(Kept, PassesOverALastLineThatALossOfPowerCut)
         EXPECT_TRUE(turn.find("a")->ended);
         ASSERT_TRUE(turn.find("b"));
         EXPECT_FALSE(turn.find("b")->ended) << length;
-        EXPECT_EQ(journal.damaged(), 0u);
+        EXPECT_EQ(journal.take_damaged(), 0u);
         turn.end("b", answer);
         EXPECT_EQ(content().size(), all) << "the next line stands alone";
     }
@@ -157,7 +157,7 @@ TEST_F(Kept, CountsLinesThatSomethingHasChanged)
     Journal::Turn turn = turn_of(journal);
     EXPECT_TRUE(turn.find("a"));
     EXPECT_FALSE(turn.find("b"));
-    EXPECT_EQ(journal.damaged(), 3u);
+    EXPECT_EQ(journal.take_damaged(), 3u);
 }
 
 TEST_F(Kept, BeginsAnewAndForgetsOnlyWhatIsOlderThanTheFileBefore)
