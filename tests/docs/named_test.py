@@ -120,6 +120,11 @@ def help_of(command):
     return subprocess.run([PROGRAMS[program], *words, "--help"], capture_output=True, text=True, check=True, timeout=60).stdout
 
 
+def needs_value(program, option):
+    """Returns whether the word behind this one, which may be a global option, is its value."""
+    return option.startswith("--") and bool(re.search(rf"^  (?:-\w,)?{re.escape(option)} [^\s\[]", help_of(program), re.MULTILINE))
+
+
 def wrong_in(line):
     """Returns what the programs do not have of a command line."""
     try:
@@ -129,6 +134,7 @@ def wrong_in(line):
     program, *words = words
     path, wrong, first = program, [], words[:1]
     options = [word for word in words if word.startswith("--")]
+    words = [word for before, word in zip(["", *words], words) if not needs_value(program, before)]
     words = [word for word in words if re.fullmatch("[a-z][a-z0-9-]*", word) and word not in VALUES]
     while words and (group := re.search(rf"^Usage: {path} .*\bSUBCOMMAND", help_of(path), re.MULTILINE)):
         word = words.pop(0)
