@@ -49,13 +49,24 @@ void OltCarrier::note(Certainty certainty, const std::string &text)
     why = text;
 }
 
+std::optional<std::string> OltCarrier::exchange(const std::string &request, Class impact, uint32_t milliseconds)
+{
+    try {
+        return link.exchange(request, impact, milliseconds);
+    } catch (const call::Refused &error) {
+        return answer_of(Failure{Problem::refused, error.what()});
+    } catch (const call::Error &error) {
+        return answer_of(Failure{Problem::unavailable, error.what()});
+    }
+}
+
 Answer OltCarrier::ask(const Request &request, Class impact)
 {
     std::chrono::milliseconds pause = shortest_pause;
     const std::string text = to_json(request);
     int busy = 0;
     for (int tries = 0; tries < most_tries;) {
-        const std::optional<std::string> answered = link.exchange(text, impact, request.deadline + grace);
+        const std::optional<std::string> answered = exchange(text, impact, request.deadline + grace);
         if (!answered) {
             // A reading can be asked again by whoever wants it.
             if (impact == Class::read) break;
@@ -64,6 +75,9 @@ Answer OltCarrier::ask(const Request &request, Class impact)
         }
         Answer answer = answer_from_json(*answered, request);
         const auto *failure = std::get_if<Failure>(&answer);
+        // It cannot be asked now, but a try before this one may have been executed.
+        if (tries > 0 && failure && failure->problem == Problem::unavailable)
+            return Failure{Problem::unknown, failure->text};
         if (!failure || failure->problem != Problem::busy || ++busy == most_busy) return answer;
         std::this_thread::sleep_for(pause);
         pause = std::min(2 * pause, longest_pause);

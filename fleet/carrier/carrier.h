@@ -49,6 +49,8 @@ public:
 private:
     uint32_t deadline() const;
     Answer ask(const Request &request, catalogue::Class impact);
+    // Returns nothing when there was no answer.
+    std::optional<std::string> exchange(const std::string &request, catalogue::Class impact, uint32_t milliseconds);
     call::RecordOutcome outcome_of(const Failure &failure, const call::RecordCall &asked);
     call::RecordOutcome after_unknown(const call::RecordCall &asked, const std::string &text);
     void note(Certainty certainty, const std::string &text);

@@ -12,10 +12,12 @@ Rollout::Rollout(Plan plan, const Progress &progress) : planned(std::move(plan))
         std::vector<std::string> &left = to_do.emplace_back();
         for (const std::string &olt : wave) {
             const auto before = progress.ended.find(olt);
-            if (before == progress.ended.end() || !is_final(before->second.state))
-                left.push_back(olt);
-            else
+            if (before != progress.ended.end() && is_final(before->second.state)) {
                 ++counts[static_cast<size_t>(before->second.state)];
+                continue;
+            }
+            left.push_back(olt);
+            if (before != progress.ended.end()) states_before.emplace(olt, before->second.state);
         }
     }
     go_on();
@@ -37,7 +39,9 @@ void Rollout::ended(const std::string &olt, State state)
 {
     if (run.erase(olt) == 0) throw std::logic_error(olt + " does not run");
     ++counts[static_cast<size_t>(state)];
-    if (state != State::done) ++failures;
+    const auto before = states_before.find(olt);
+    const bool is_known = before != states_before.end() && before->second == state;
+    if (state != State::done && !is_known) ++failures;
     if (planned.most_failures && failures > *planned.most_failures && waiting() > 0)
         stop(std::to_string(failures) + (failures == 1 ? " OLT" : " OLTs") + " failed, and --max-failures permits " +
              std::to_string(*planned.most_failures));

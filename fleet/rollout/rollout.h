@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -30,7 +31,8 @@ struct Progress {
 class Rollout
 {
 public:
-    // OLTs whose result is final are not begun again. Failures of before do not count: whoever resumes has seen them.
+    // OLTs whose result is final are not begun again. Failures of before do not count, nor does an OLT that ends as it
+    // had ended before: whoever resumes has seen them.
     explicit Rollout(Plan plan, const Progress &progress = {});
 
     // Returns the OLTs to begin now, which run from then on. None: until one ends or a wave is checked.
@@ -67,6 +69,7 @@ private:
     size_t current = 0, position = 0;            // the wave, and how many of it have begun
     size_t waves_checked;
     std::set<std::string, std::less<>> run;
+    std::map<std::string, State, std::less<>> states_before; // of OLTs that are begun again
     std::array<size_t, number_of_states> counts{};
     size_t failures = 0; // since the run began or was resumed
     std::string reason;

@@ -24,7 +24,7 @@ namespace
 
 struct FleetCommandOptions {
     std::string selector = "all";
-    std::string run;
+    std::string run, max_failures;
 };
 
 std::string labels_text(const std::map<std::string, std::string> &labels)
@@ -185,6 +185,7 @@ ExitCode run_resume(const Output &, const FleetCommandOptions &options)
     }();
     GlobalOptions defaults;
     defaults.fleet.resumed = options.run;
+    defaults.fleet.resumed_max_failures = options.max_failures;
     return static_cast<ExitCode>(run_line(words, defaults));
 }
 
@@ -214,6 +215,7 @@ void add_fleet(Program &program)
     Command &resumed = fleet.add("resume", "Goes on with a run that ended early; nothing is done twice");
     FleetCommandOptions &options = resumed.runs(run_resume);
     resumed.argument("RUN", &options.run, "the id that the run was given").is_required();
+    resumed.option("--max-failures", &options.max_failures, "in place of those that the run began with", "N|PERCENT%");
     program.line_runners.push_back(&resumed);
 }
 

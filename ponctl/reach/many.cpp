@@ -74,6 +74,20 @@ fleet::RolloutOptions read_options(const FleetOptions &given)
     return options;
 }
 
+// Returns the plan of a run with another bound.
+fleet::Plan with_bound(const fleet::Run &run, const std::string &max_failures)
+{
+    fleet::RolloutOptions options = run.options;
+    options.max_failures = fleet::read_max_failures(max_failures);
+    options.limit.reset(); // the plan has the OLTs that it left
+    std::vector<std::string> olts;
+    for (const std::vector<std::string> &wave : run.plan.waves)
+        olts.insert(olts.end(), wave.begin(), wave.end());
+    fleet::Plan plan = run.plan;
+    plan.most_failures = fleet::plan_for(olts, options).most_failures;
+    return plan;
+}
+
 std::vector<std::string> names_of(const fleet::Client &client, const std::string &selector)
 {
     const std::vector<fleet::Olt> olts = client.olts();
@@ -158,6 +172,7 @@ Run::Run(const FleetOptions &options, const FleetRequests &wanted_requests, cons
     }
     file.emplace(requests.runs, options.resumed, static_cast<uint64_t>(std::time(nullptr)));
     run = file->run();
+    if (!options.resumed_max_failures.empty()) run.plan = with_bound(run, options.resumed_max_failures);
     results = file->progress().ended;
     rollout.emplace(run.plan, file->progress());
 }

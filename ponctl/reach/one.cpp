@@ -8,6 +8,7 @@
 #include "fleet/selection/selector.h"
 #include "output/consent.h"
 #include "output/exit_code.h"
+#include "output/report.h"
 #include "reach/fleet.h"
 
 namespace ponctl
@@ -55,26 +56,6 @@ std::unique_ptr<fleet::Link> link_to(const FleetOptions &options)
     }
 }
 
-// What is wrong with a link is said as the tool says it.
-class SaidLink : public fleet::Link
-{
-public:
-    explicit SaidLink(std::unique_ptr<fleet::Link> of) : link(std::move(of)) {}
-
-    std::optional<std::string> exchange(const std::string &request, catalogue::Class impact,
-                                        uint32_t milliseconds) override
-    {
-        try {
-            return link->exchange(request, impact, milliseconds);
-        } catch (const fleet::Unreachable &error) {
-            throw NotReached(error.what());
-        }
-    }
-
-private:
-    const std::unique_ptr<fleet::Link> link;
-};
-
 } // namespace
 
 class OneOlt::Reached
@@ -82,19 +63,24 @@ class OneOlt::Reached
 public:
     Reached(const FleetOptions &options, const FleetRequests &requests)
         : link(link_to(options)),
-          carrier(link, {.run = fleet::new_run_id(static_cast<uint64_t>(time(nullptr))),
-                         .olt = options.olt,
-                         .deadline = requests.timeout}),
+          carrier(*link, {.run = fleet::new_run_id(static_cast<uint64_t>(time(nullptr))),
+                          .olt = options.olt,
+                          .deadline = requests.timeout}),
           carriage(carrier)
     {
         name_asked_olt(options.olt);
     }
-    ~Reached() { name_asked_olt({}); }
+    // The command has said that an exchange failed, and not why nobody was reached.
+    ~Reached()
+    {
+        name_asked_olt({});
+        if (!carrier.reason().empty()) complain(carrier.reason());
+    }
     Reached(const Reached &) = delete;
     Reached &operator=(const Reached &) = delete;
 
 private:
-    SaidLink link;
+    const std::unique_ptr<fleet::Link> link;
     fleet::OltCarrier carrier;
     call::Carriage carriage;
 };

@@ -13,7 +13,8 @@ struct FleetOptions {
     std::string settings;                  // file of how the fleet is reached; empty: the user's own
     std::string concurrency, limit, waves; // as they were given; empty: not given
     std::string max_failures, check;
-    std::string resumed; // id of the run that goes on; empty: a new one
+    std::string resumed;              // id of the run that goes on; empty: a new one
+    std::string resumed_max_failures; // in place of what its command line says; empty: not given
 };
 
 // How requests are made at OLTs of a fleet.

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -39,7 +40,7 @@ public:
             throw Error("whoever sends the requests is gone");
         const std::optional<Saying> answer = listen_to(socket);
         if (!answer || answer->kind == Said::silence) return std::nullopt;
-        if (answer->kind == Said::failure) throw NotReached(answer->text);
+        if (answer->kind == Said::failure) throw fleet::Unreachable(answer->text);
         return answer->text;
     }
 
@@ -78,6 +79,18 @@ fleet::State state_of(fleet::Certainty certainty, int code)
     return code == exit_success ? fleet::State::done : fleet::State::failed;
 }
 
+// Leaves to a worker nothing of its parent but its own socket: who inherits those of other workers keeps them open, and
+// who inherits the run file keeps it locked. A worker ends with its parent. Returns the socket.
+int keep_only(int socket, pid_t parent)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(exit_ipc);
+    constexpr int first = STDERR_FILENO + 1;
+    dup2(socket, first);
+    close_range(first + 1, ~0u, 0);
+    return first;
+}
+
 } // namespace
 
 struct Workers::Worker {
@@ -112,11 +125,11 @@ void Workers::start(const std::string &olt, const std::function<int()> &act)
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair) != 0)
         throw Error(std::string("no sockets for a process: ") + std::strerror(errno));
     std::fflush(nullptr);
+    const pid_t parent = getpid();
     worker.process = fork();
     if (worker.process == 0) {
-        close(pair[0]);
         worker.socket = pair[1];
-        work(worker, act);
+        work(worker, parent, act);
     }
     close(pair[1]);
     worker.socket = pair[0];
@@ -124,34 +137,33 @@ void Workers::start(const std::string &olt, const std::function<int()> &act)
 }
 
 // An interrupt of the terminal is for the parent, which decides what becomes of those that run.
-void Workers::work(const Worker &worker, const std::function<int()> &act) const
+void Workers::work(const Worker &worker, pid_t parent, const std::function<int()> &act) const
 {
     std::signal(SIGINT, SIG_IGN);
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(nothing, STDIN_FILENO);
     dup2(worker.output, STDOUT_FILENO);
     dup2(worker.errors, STDERR_FILENO);
+    const int socket = keep_only(worker.socket, parent);
     if (rules.answer)
-        ask_through([&worker](const std::string &preview, const std::string &action) {
+        ask_through([socket](const std::string &preview, const std::string &action) {
             const auto nul = std::string(1, '\0');
-            if (!say(worker.socket, {Said::question, 0, 0, preview + nul + action})) return false;
-            const std::optional<Saying> answer = listen_to(worker.socket);
+            if (!say(socket, {Said::question, 0, 0, preview + nul + action})) return false;
+            const std::optional<Saying> answer = listen_to(socket);
             return answer && answer->kind == Said::consent;
         });
-    ParentLink link(worker.socket);
+    ParentLink link(socket);
     fleet::OltCarrier carrier(link, {.run = rules.run, .olt = worker.olt, .deadline = rules.timeout});
     int code = exit_ipc;
     try {
         const call::Carriage carriage(carrier);
         code = act();
-    } catch (const NotReached &error) {
-        complain(error.what());
     } catch (const Error &error) {
         complain(error.what());
         code = exit_usage;
     }
     std::fflush(nullptr);
-    say(worker.socket, {Said::end, static_cast<uint32_t>(carrier.certainty()), 0, carrier.reason()});
+    say(socket, {Said::end, static_cast<uint32_t>(carrier.certainty()), 0, carrier.reason()});
     _exit(code);
 }
 

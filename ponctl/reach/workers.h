@@ -49,7 +49,7 @@ private:
     struct Worker;
     using Place = std::list<Worker>::iterator;
 
-    [[noreturn]] void work(const Worker &worker, const std::function<int()> &act) const;
+    [[noreturn]] void work(const Worker &worker, pid_t parent, const std::function<int()> &act) const;
     // Returns whether the worker lives on.
     bool take(Worker &worker);
     void pass_on(Worker &worker, uint32_t impact, uint32_t milliseconds, std::string request);

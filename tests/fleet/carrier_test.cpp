@@ -129,6 +129,26 @@ TEST_F(Carried, ChangeWithoutAnAnswerIsUnknown)
     EXPECT_THAT(carrier.reason(), HasSubstr("north-3"));
 }
 
+std::optional<std::string> unsendable(const Request &)
+{
+    throw call::Error("the broker is gone");
+}
+
+TEST_F(Carried, WhatCannotBeSentIsUnreachable)
+{
+    script.answers = {unsendable};
+    EXPECT_EQ(carrier.carry(binding).ipc_result, IPC_ERR_NO_SERVICE);
+    EXPECT_EQ(carrier.certainty(), Certainty::unreachable);
+    EXPECT_EQ(carrier.reason(), "north-3: the broker is gone");
+}
+
+TEST_F(Carried, WhatCannotBeAskedAgainIsUnknown)
+{
+    script.answers = {silence, unsendable};
+    EXPECT_EQ(carrier.carry(binding).ipc_result, IPC_ERR_PEER_LOST);
+    EXPECT_EQ(carrier.certainty(), Certainty::unknown);
+}
+
 // Answers the question how the setting stands with this.
 Script::Said showing(const std::string &mode)
 {

@@ -184,6 +184,20 @@ TEST(Rollout, ThatIsResumedGoesWhereItHasNotCome)
     EXPECT_THAT(later.next(), ElementsAre("olt-4"));
 }
 
+TEST(Rollout, ThatIsResumedKnowsWhatEndsAsBefore)
+{
+    Plan plan = plan_for({"a", "b", "c", "d"}, {.concurrency = 1});
+    plan.most_failures = 0;
+    const Progress progress{.ended = {{"a", {.state = State::unknown}}, {"b", {.state = State::unknown}}}, .begun = {}};
+    Rollout rollout(plan, progress);
+    rollout.next();
+    rollout.ended("a", State::unknown);
+    EXPECT_EQ(rollout.stopped(), "");
+    rollout.next();
+    rollout.ended("b", State::failed);
+    EXPECT_NE(rollout.stopped(), "") << "this is no failure of before";
+}
+
 TEST(Rollout, StopsWhenItIsTold)
 {
     Rollout rollout(plan_for(olts(3), {}));
