@@ -186,15 +186,17 @@ TEST(Rollout, ThatIsResumedGoesWhereItHasNotCome)
 
 TEST(Rollout, ThatIsResumedKnowsWhatEndsAsBefore)
 {
-    Plan plan = plan_for({"a", "b", "c", "d"}, {.concurrency = 1});
-    plan.most_failures = 0;
-    const Progress progress{.ended = {{"a", {.state = State::unknown}}, {"b", {.state = State::unknown}}}, .begun = {}};
-    Rollout rollout(plan, progress);
+    RolloutOptions options;
+    options.concurrency = 1;
+    options.max_failures = Share{};
+    Progress progress;
+    progress.ended = {{"olt-1", {State::unknown}}, {"olt-2", {State::unknown}}};
+    Rollout rollout(plan_for(olts(4), options), progress);
     rollout.next();
-    rollout.ended("a", State::unknown);
+    rollout.ended("olt-1", State::unknown);
     EXPECT_EQ(rollout.stopped(), "");
     rollout.next();
-    rollout.ended("b", State::failed);
+    rollout.ended("olt-2", State::failed);
     EXPECT_NE(rollout.stopped(), "") << "this is no failure of before";
 }
 
