@@ -48,6 +48,11 @@ int finish(int code)
     return exit_output;
 }
 
+bool is_in(const std::vector<const command_line::Syntax *> &commands, const command_line::Syntax *command)
+{
+    return std::ranges::find(commands, command) != commands.end();
+}
+
 // Runs the command line for one OLT: the local one, or that which the thread reaches.
 int run_here(const Program &program, const Action &action, const std::optional<Watching> &watching)
 {
@@ -183,17 +188,17 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
         const command_line::Line line = command_line::parse(program.tree, words);
         const Action &action = static_cast<const Command &>(*line.command).run;
         program.global.export_settings();
-        const bool goes_to_many = program.global.goes_to_fleet() && !is_one_olt(program.global.fleet);
-        if (std::ranges::find(program.line_runners, line.command) != program.line_runners.end()) {
+        const bool goes_to_fleet = program.global.goes_to_fleet() && !is_in(program.askless, line.command);
+        const bool goes_to_many = goes_to_fleet && !is_one_olt(program.global.fleet);
+        if (is_in(program.line_runners, line.command)) {
             if (goes_to_many) throw UsageError("--olt: what runs lines goes to one OLT; give each line its --olt");
             mode() = {.quiet = program.global.quiet, .red = program.global.colours_on(STDERR_FILENO)};
             return finish(action(program.global.output()));
         }
         // What a command line has of a connection lasts as long as the line.
         std::optional<OneOlt> reached;
-        if (program.global.goes_to_fleet() && !goes_to_many)
-            reached.emplace(program.global.fleet, program.global.fleet_requests());
-        const bool follows = std::ranges::find(program.followers, line.command) != program.followers.end();
+        if (goes_to_fleet && !goes_to_many) reached.emplace(program.global.fleet, program.global.fleet_requests());
+        const bool follows = is_in(program.followers, line.command);
         if (goes_to_many && (follows || !program.global.interval.empty()))
             throw UsageError("--olt: what is read again and again goes to one OLT");
         if (follows && !program.global.dry_run) {
@@ -201,7 +206,7 @@ int run_line(const std::vector<std::string> &words, const GlobalOptions &default
             return finish(action(program.global.output()));
         }
         const auto watching = follows ? std::nullopt : program.global.watching(words, line.gives(chart_option));
-        const bool plans = std::ranges::find(program.planners, line.command) != program.planners.end();
+        const bool plans = is_in(program.planners, line.command);
         mode() = {.quiet = program.global.quiet,
                   .dry_run = program.global.dry_run && !plans,
                   .planned = program.global.dry_run && plans,

@@ -58,6 +58,7 @@ struct Program {
     std::vector<const command_line::Syntax *> followers;    // these read again and again by themselves, see follow.h
     std::vector<const command_line::Syntax *> line_runners; // these run lines, each line by itself and with the global
                                                             // options
+    std::vector<const command_line::Syntax *> askless;      // these ask no OLT, so they run once, whatever --olt says
     std::vector<const command_line::Syntax *>
         planners; // in a dry run these ask what they need to say what they would do
 };

@@ -23,7 +23,7 @@ namespace
 {
 
 struct FleetCommandOptions {
-    std::string selector = "all";
+    std::string selector; // empty: that of --olt, or all
     std::string run, max_failures;
 };
 
@@ -75,10 +75,16 @@ void write_olt(Json &json, const fleet::Olt &olt)
     json->EndObject();
 }
 
-std::vector<fleet::Olt> chosen(const fleet::Client &client, const std::string &selector)
+// These commands are about the fleet, so --olt says of which OLTs they tell.
+fleet::Selector selector_of(const FleetOptions &reached, const FleetCommandOptions &options)
+{
+    const std::string &given = options.selector.empty() ? reached.olt : options.selector;
+    return fleet::Selector(given.empty() ? "all" : given);
+}
+
+std::vector<fleet::Olt> chosen(const fleet::Client &client, const fleet::Selector &wanted)
 {
     std::vector<fleet::Olt> olts = client.olts();
-    const fleet::Selector wanted(selector);
     std::erase_if(olts, [&](const fleet::Olt &olt) { return !wanted.matches(olt); });
     return olts;
 }
@@ -88,7 +94,7 @@ ExitCode run_list(const Output &output, const FleetOptions &reached, const Fleet
     refuse_hex(output, "a list of OLTs");
     fleet::Client client(fleet_settings(reached.settings));
     connect(client);
-    const std::vector<fleet::Olt> olts = chosen(client, options.selector);
+    const std::vector<fleet::Olt> olts = chosen(client, selector_of(reached, options));
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartArray();
@@ -122,7 +128,7 @@ ExitCode run_list(const Output &output, const FleetOptions &reached, const Fleet
 ExitCode follow(const Output &output, const FleetOptions &reached, const FleetCommandOptions &options, bool audit)
 {
     fleet::Client client(fleet_settings(reached.settings));
-    const fleet::Selector wanted(options.selector);
+    const fleet::Selector wanted = selector_of(reached, options);
     const auto show = [&](const std::string &olt, std::string_view line) {
         const std::optional<fleet::Olt> known = client.find(olt);
         if (!known || !wanted.matches(*known)) return;
@@ -201,7 +207,9 @@ void add_fleet(Program &program)
             command.runs<FleetCommandOptions>([&reached, act](const Output &output, const FleetCommandOptions &given) {
                 return act(output, reached, given);
             });
-        command.argument("SELECTOR", &options.selector, "which OLTs, as --olt takes them; all when left out");
+        program.askless.push_back(&command);
+        command.argument("SELECTOR", &options.selector,
+                         "which OLTs, as --olt takes them; those of --olt, or all, when left out");
         return command;
     };
     add("list", "Lists the OLTs: state, model, ONUs and labels", run_list);
@@ -211,7 +219,9 @@ void add_fleet(Program &program)
     program.followers.push_back(
         &add("audit", "Shows who asks what of the OLTs, as it happens",
              [](const auto &output, const auto &to, const auto &given) { return follow(output, to, given, true); }));
-    fleet.add("runs", "Lists the runs that are kept, the newest first").run = run_runs;
+    Command &runs = fleet.add("runs", "Lists the runs that are kept, the newest first");
+    runs.run = run_runs;
+    program.askless.push_back(&runs);
     Command &resumed = fleet.add("resume", "Goes on with a run that ended early; nothing is done twice");
     FleetCommandOptions &options = resumed.runs(run_resume);
     resumed.argument("RUN", &options.run, "the id that the run was given").is_required();

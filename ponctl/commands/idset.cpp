@@ -98,6 +98,7 @@ ExitCode run_idset(const Output &output, const IdSetOptions &options)
 void add_idset(Program &program)
 {
     Command &idset = program.tree.add("idset", "Prints a set of ONU ids in every form; asks no service");
+    program.askless.push_back(&idset);
     IdSetOptions &options = idset.runs(run_idset);
     idset.argument("SET", &options.ids, "ids from 0 to 127 and runs of them in any order, as 1-5,7,9-12");
     idset.option("--words", &options.words, "the set as its four words, as 0x3e,0,0,0; ids 0 to 31 in the first",

@@ -69,6 +69,7 @@ ExitCode run_ops(const Output &output, const std::vector<std::string> &words)
 void add_ops(Program &program)
 {
     Command &ops = program.tree.add("ops", "Lists the operations and local functions, or shows one of them");
+    program.askless.push_back(&ops);
     std::vector<std::string> &words = ops.runs(run_ops);
     ops.argument("WORD", &words,
                  "words that must all occur in name, brief, family, class or command; an operation's whole name "

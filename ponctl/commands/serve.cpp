@@ -112,6 +112,7 @@ ExitCode run_serve(const Output &, const ServeOptions &options)
 void add_serve(Program &program)
 {
     Command &serve = program.tree.add("serve", "Answers requests of a fleet that come over standard input");
+    program.askless.push_back(&serve); // it answers for the OLT of this machine
     ServeOptions &options = serve.runs(run_serve);
     serve.option("--stdio", &options.stdio, "requests come over standard input, and are answered on standard output");
     serve.option("--allow", &options.allow, "what requests may do at most", "read|write|service-affecting")

@@ -220,6 +220,7 @@ void add_trace(Program &program)
 {
     Command &trace =
         program.tree.add("trace", "Lists what went over the IPC, from a file of BOARD_IPC_TRACE or ponsim --record");
+    program.askless.push_back(&trace);
     TraceOptions &options = trace.runs(run_trace);
     trace.argument("FILE", &options.file, "the recording").is_required();
     trace.option("-v,--verbose", &options.verbose, "show the records too");

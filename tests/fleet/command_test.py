@@ -161,6 +161,7 @@ class CommandTest(unittest.TestCase):
             self.assertEqual(told[olt.name]["labels"], {"site": olt.site})
             self.assertEqual(told[olt.name]["online"], 4)
         self.assertIn("site=north", self.run_well("fleet", "list", "site=north"))
+        self.assertEqual(self.run_well("--olt", "site=north", "fleet", "list"), self.run_well("fleet", "list", "site=north"))
         self.assertNotIn("south", self.run_well("fleet", "list", "site=north"))
 
     def test_who_may_only_read_changes_nothing(self) -> None:
