@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "call/codec/members.h"
+#include "call/codec/member.h"
 #include "call/codec/values.h"
 #include "call/permission.h"
 

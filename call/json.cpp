@@ -30,11 +30,22 @@ struct DepthLimit : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, DepthLimit> 
     size_t depth = 0;
 };
 
+bool is_plain(char character)
+{
+    return (character >= ' ' && character <= '~') || character == '\n';
+}
+
 // Returns a JSON document with escapes for what a terminal must not see. All that is not ASCII stands in its texts.
 std::string with_escapes(std::string_view document)
 {
     std::string safe;
-    while (!document.empty()) {
+    safe.reserve(document.size());
+    while (true) {
+        // Most of it is plain, and taken as a whole.
+        const auto plain = static_cast<size_t>(std::ranges::find_if_not(document, is_plain) - document.begin());
+        safe.append(document, 0, plain);
+        document.remove_prefix(plain);
+        if (document.empty()) return safe;
         const text::Character character = text::first_character(document);
         if (character.shown || character.code == '\n') {
             safe.append(document, 0, character.length);
@@ -45,7 +56,6 @@ std::string with_escapes(std::string_view document)
         }
         document.remove_prefix(character.length);
     }
-    return safe;
 }
 
 template <class Writer>

@@ -10,6 +10,8 @@
 
 #include <rapidjson/document.h>
 
+#include "call/codec/member.h"
+
 namespace call
 {
 
@@ -46,13 +48,6 @@ using Members =
 // Throws a UsageError that says what is wrong with the text, and where.
 void read_object(std::string_view json, const std::string &what, const Members &members,
                  std::initializer_list<const char *> required);
-
-struct Member {
-    std::string name;
-    std::string value; // JSON in one line
-
-    bool operator==(const Member &) const = default;
-};
 
 // Returns the members of a text that is an object. Numbers stay as they were written.
 std::vector<Member> members_of(std::string_view object);

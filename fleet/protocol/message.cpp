@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "call/codec/members.h"
 #include "call/json.h"
 #include "text/hex.h"
 #include "text/sha256.h"
