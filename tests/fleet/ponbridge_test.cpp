@@ -104,11 +104,11 @@ protected:
         })) << to_json(found);
         return found;
     }
-    // Waits until requests of everybody to this OLT are heard.
+    // Waits until requests to this OLT are heard: a bridge subscribes to them before it says that it has the OLT.
     void wait_for(const std::string &name)
     {
         peer.hear(topics.inventory(name));
-        inventory_that([&](const Inventory &one) { return one.olt == name; });
+        EXPECT_TRUE(peer.turn_until([&] { return !peer.take(topics.inventory(name)).payload.empty(); })) << name;
     }
 
     const Mosquitto broker;
@@ -287,6 +287,7 @@ TEST_F(Faked, ServesOtherOltsAfterItsConfigurationWasReadAgain)
     configured(olt("south", south.folder()));
     bridge.send(SIGHUP);
     bridge.expect("goes on by the configuration");
+    wait_for("south");
     EXPECT_THAT(ask("south", Class::service_affecting, binding("b-1", "9")), StartsWith("{\"outcome\":"));
     EXPECT_TRUE(peer.turn_until([&] {
         for (const Message &message : peer.messages)
