@@ -12,6 +12,7 @@ import os
 import pathlib
 import resource
 import shutil
+import socket
 import statistics
 import subprocess
 import sys
@@ -19,11 +20,12 @@ import tempfile
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "fleet"))
-from broker import Broker  # noqa: E402
+from broker import Broker, free_port, patiently  # noqa: E402
 from rig import Rig  # noqa: E402
 
 OLTS, ONUS = 1000, 128
 ROUNDS = 5
+CALLS = 2000
 GOAL_ALL = 3.0  # seconds for one read of all OLTs by one command
 
 # A small question and a table, as calls by name.
@@ -54,6 +56,71 @@ def bench_call(build: pathlib.Path, rig: Rig) -> bool:
         print(f"{what}:", flush=True)
         met &= subprocess.run(words, check=False).returncode == 0
     return met
+
+
+class Spoken:
+    """A program that answers lines, as `ponctl serve --stdio` does here or at the other end of ssh."""
+
+    def __init__(self, command: list[str], environment: dict[str, str]) -> None:
+        self.running = subprocess.Popen(command, env=environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        assert b"hello" in self.running.stdout.readline(), f"{command} does not serve"
+
+    def time_calls(self, call: dict) -> list[float]:
+        """Returns the microseconds of each of several calls, one after the other."""
+        line = json.dumps({"correlation": "1", "class": "read", "request": {"call": call}}).encode() + b"\n"
+        times = []
+        for _ in range(CALLS):
+            start = time.monotonic()
+            self.running.stdin.write(line)
+            self.running.stdin.flush()
+            answer = self.running.stdout.readline()
+            times.append((time.monotonic() - start) * 1e6)
+            assert b'"outcome"' in answer, answer
+        return times
+
+    def end(self) -> None:
+        self.running.stdin.close()
+        self.running.wait(timeout=60)
+        self.running.stdout.close()
+
+
+def bench_lines(rig: Rig, what: str, command: list[str]) -> None:
+    environment = {**os.environ, "BOARD_IPC_DIR": str(rig.olts[0].folder)}
+    spoken = Spoken(command, environment)
+    try:
+        times = sorted(spoken.time_calls(next(iter(QUESTIONS.values()))))
+    finally:
+        spoken.end()
+    print(f"{what:36} p50 {times[CALLS // 2]:8.1f} us, p90 {times[CALLS * 9 // 10]:8.1f} us", flush=True)
+
+
+def bench_ssh(rig: Rig) -> None:
+    """The same calls without a broker: to a child process, and by ssh where its server is installed."""
+    serve = [rig.programs["ponctl"], "serve", "--stdio", "--allow", "read", "--state", str(rig.folder / "served")]
+    bench_lines(rig, "by ponctl serve --stdio", serve)
+    server = shutil.which("sshd", path="/usr/sbin")
+    if not server:
+        print("by ssh: there is no sshd")
+        return
+    folder, port = rig.folder / "ssh", free_port()
+    folder.mkdir(mode=0o700)
+    for name in ("host", "own"):
+        subprocess.run(["ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-f", folder / name], check=True)
+    command = " ".join(["env", f"BOARD_IPC_DIR={rig.olts[0].folder}", *serve])
+    key = (folder / "own.pub").read_text(encoding="ascii")
+    (folder / "authorized").write_text(f'command="{command}",restrict {key}', encoding="ascii")
+    options = [f"HostKey={folder}/host", f"AuthorizedKeysFile={folder}/authorized", "ListenAddress=127.0.0.1", f"Port={port}",
+               "UsePAM=no", "StrictModes=no", "PidFile=none"]
+    words = [word for option in options for word in ("-o", option)]
+    pathlib.Path("/run/sshd").mkdir(exist_ok=True)
+    running = subprocess.Popen([server, "-D", "-e", "-f", "/dev/null", *words], stderr=subprocess.DEVNULL)
+    try:
+        patiently(lambda: socket.create_connection(("127.0.0.1", port)).close() is None)
+        words = ["-i", folder / "own", "-p", str(port), "-o", "StrictHostKeyChecking=no", "-o", "UserKnownHostsFile=/dev/null"]
+        bench_lines(rig, "by ssh", ["ssh", "-q", "-T", "-o", "BatchMode=yes", *words, "127.0.0.1", "whatever"])
+    finally:
+        running.terminate()
+        running.wait(timeout=60)
 
 
 def bench_all(rig: Rig, what: str, goal: float | None, words: list[str]) -> bool:
@@ -106,6 +173,7 @@ def main(build: pathlib.Path) -> int:
             rig.start()
             print(f"{OLTS} OLTs with {OLTS * ONUS} ONUs answer after {time.monotonic() - start:.1f} s", flush=True)
             met = bench_call(build, rig)
+            bench_ssh(rig)
             met &= bench_all(rig, "a read", GOAL_ALL, ["auth", "show", "1"])
             bench_all(rig, "a change", None, ["onu", "describe", "1", "5", "text {}"])
         finally:
@@ -114,4 +182,4 @@ def main(build: pathlib.Path) -> int:
 
 
 if __name__ == "__main__":
-    sys.exit(main(pathlib.Path(sys.argv[1])))
+    sys.exit(main(pathlib.Path(sys.argv[1]).resolve()))
