@@ -164,6 +164,7 @@ class Proof:
         self.rig.simulators["dark"].await_ready()
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
             described = dict(zip((olt.name for olt in self.rig.olts), pool.map(self.described, self.rig.olts)))
+        noted = self.noted()
         for olt in self.rig.olts:
             made, texts, state = writes(olt, ROLLED_OUT), described[olt.name], states.get(olt.name)
             if olt.name in self.dark:
@@ -176,9 +177,17 @@ class Proof:
             else:
                 said = next((one for one in report if one["olt"] == olt.name), None)
                 self.expect((state, made, texts.get(ROLLED_OUT)) == ("done", ["BSP_OK"], TEXT), f"{olt.name}: {said}, {made}, {texts}")
+            if state == "done":
+                self.expect(olt.name in noted, f"{olt.name} is done, and no audit log of a bridge has it")
             self.expect(len(writes(olt, TWICE)) <= 1, f"{olt.name} was changed more than once: {writes(olt, TWICE)}")
             if olt.name in twice:
                 self.expect(texts.get(TWICE) == olt.name, f"{olt.name} acknowledged, and has {texts}")
+
+    def noted(self) -> set[str]:
+        """Returns the OLTs at which a bridge has noted the change."""
+        lines = [line for name in self.rig.bridges for line in self.rig.audit_of(name).read_text(encoding="utf-8").splitlines()]
+        entries = [json.loads(line) for line in lines if DESCRIBE in line]
+        return {one["olt"] for one in entries if one["result"] == "BSP_OK" and one["fields"]["onu_id"] == str(ROLLED_OUT)}
 
     def described(self, olt: Olt) -> dict[int, str]:
         rows = json.loads(self.rig.directly(olt, "-o", "json", "onu", "list", "1"))
