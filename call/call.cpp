@@ -47,9 +47,9 @@ std::vector<Delivered> outputs_of(const Invocation &called)
 {
     std::vector<Delivered> outputs;
     for_each_output(called, [&](size_t index) {
-        JsonText json;
+        JsonText json(JsonLayout::one_line);
         write_output(json, called, index);
-        outputs.push_back({std::string(called.operation().arguments[index].name), compact(json.written())});
+        outputs.push_back({std::string(called.operation().arguments[index].name), json.written()});
     });
     return outputs;
 }

@@ -43,7 +43,7 @@ void read_arguments(const std::string &name, const JsonValue &value, std::vector
 
 std::string to_json(const Call &asked)
 {
-    JsonText json;
+    JsonText json(JsonLayout::one_line);
     json->StartObject();
     if (!asked.id.empty()) json.member("id", asked.id);
     json.member("operation", asked.operation);
@@ -55,7 +55,7 @@ std::string to_json(const Call &asked)
     if (asked.allow_long) json.truth("allow_long", true);
     if (asked.deadline) json.member("deadline_ms", *asked.deadline);
     json->EndObject();
-    return compact(json.written());
+    return json.written();
 }
 
 Call call_from_json(std::string_view text)
@@ -74,7 +74,7 @@ Call call_from_json(std::string_view text)
 
 std::string to_json(const Outcome &outcome)
 {
-    JsonText json;
+    JsonText json(JsonLayout::one_line);
     json->StartObject();
     if (!outcome.id.empty()) json.member("id", outcome.id);
     json.member("operation", outcome.operation);
@@ -89,14 +89,14 @@ std::string to_json(const Outcome &outcome)
         json->StartObject();
         for (const Delivered &delivered : *outcome.outputs) {
             json.key(delivered.name);
-            json.document(delivered.value);
+            json.written_value(delivered.value);
         }
         json->EndObject();
     } else {
         json.null("outputs");
     }
     json->EndObject();
-    return compact(json.written());
+    return json.written();
 }
 
 Outcome outcome_from_json(std::string_view text)

@@ -114,10 +114,7 @@ void write_field(JsonText &json, const Field &field, std::span<const uint8_t> by
 
 } // namespace
 
-JsonText::JsonText() : writer(buffer)
-{
-    writer.SetIndent(' ', 2);
-}
+JsonText::JsonText(JsonLayout layout) : writer(buffer, layout) {}
 
 std::string JsonText::written() const
 {
@@ -230,6 +227,11 @@ void JsonText::content(std::span<const uint8_t> bytes)
         text(text_of(bytes));
     else
         text(text::to_hex(bytes));
+}
+
+void JsonText::written_value(std::string_view value)
+{
+    writer.Raw(value, rapidjson::kObjectType);
 }
 
 void JsonText::document(std::string_view document)

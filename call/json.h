@@ -4,12 +4,11 @@
 #include <memory>
 #include <string>
 
-#include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
 #include "board/datastore.h"
 #include "call/codec/decode.h"
-#include "call/codec/members.h"
+#include "call/codec/json_writer.h"
 
 namespace call
 {
@@ -20,20 +19,19 @@ inline constexpr size_t deepest_document = 16;
 // Returns whether a text is JSON that is not nested deeper.
 bool is_document(std::string_view text);
 
-// A JsonText is a JSON document in memory, laid out for people.
+// A JsonText is a JSON document in memory.
 class JsonText
 {
-    using Writer = Passing<rapidjson::PrettyWriter<rapidjson::StringBuffer>>;
 
 public:
-    JsonText();
+    explicit JsonText(JsonLayout layout = JsonLayout::lines);
     JsonText(const JsonText &) = delete;
     JsonText &operator=(const JsonText &) = delete;
 
     // Returns what was written so far. Its texts have escapes for all that a terminal must not see.
     std::string written() const;
 
-    Writer *operator->() { return &writer; }
+    JsonWriter *operator->() { return &writer; }
 
     void key(std::string_view name) { writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
     // Writes a text that need not be UTF-8. If it is not, each of its bytes counts as one character.
@@ -61,6 +59,8 @@ public:
     void row(db_handle *database, uint32_t row);
     // Writes the contents of a file: as a text if the whole file is text, otherwise as hexadecimal digits.
     void content(std::span<const uint8_t> bytes);
+    // Writes a value that a JsonText has written in one line.
+    void written_value(std::string_view value);
     // Writes a document that is JSON already. If it is not JSON, or nested deeper than deepest_document, it is written
     // as a text: the indentation of such a document could be thousands of times as long as the document.
     void document(std::string_view document);
@@ -81,7 +81,7 @@ public:
 
 private:
     rapidjson::StringBuffer buffer;
-    Writer writer;
+    JsonWriter writer;
 };
 
 // Returns a JSON document in one line.

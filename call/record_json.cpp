@@ -275,7 +275,7 @@ RecordRole answer_role_of(const RecordCall &asked)
 std::string to_json(const RecordCall &asked)
 {
     const RecordRole role = role_of(asked);
-    JsonText json;
+    JsonText json(JsonLayout::one_line);
     json->StartObject();
     json.member("channel", asked.channel->name);
     json.member("call", catalogue::to_text(asked.call));
@@ -284,7 +284,7 @@ std::string to_json(const RecordCall &asked)
     if (has_answer(asked.call)) json.member("preset", asked.preset);
     write_bytes(json, *asked.record, role, asked.request);
     json->EndObject();
-    return compact(json.written());
+    return json.written();
 }
 
 RecordCall record_call_from_json(std::string_view text)
@@ -326,7 +326,7 @@ RecordCall record_call_from_json(std::string_view text)
 std::string to_json(const RecordOutcome &outcome, const RecordCall &asked)
 {
     const RecordRole role = answer_role_of(asked);
-    JsonText json;
+    JsonText json(JsonLayout::one_line);
     json->StartObject();
     json.ipc_result(outcome.ipc_result);
     json.member("status", outcome.status);
@@ -341,7 +341,7 @@ std::string to_json(const RecordOutcome &outcome, const RecordCall &asked)
         json.member("file", text::to_hex(outcome.file.content));
     }
     json->EndObject();
-    return compact(json.written());
+    return json.written();
 }
 
 RecordOutcome record_outcome_from_json(std::string_view text, const RecordCall &asked)

@@ -21,12 +21,12 @@ using Texts = std::initializer_list<std::pair<std::string_view, std::string_view
 
 std::string object_of(Texts members)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     for (const auto &[name, value] : members)
         json.member(name, value);
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 // Returns the line up to the answer.

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "audit/entry.h"
-#include "front/collector/clock.h"
 #include "fleet/ponbridge/inventory_reader.h"
 #include "fleet/ponbridge/log.h"
+#include "front/collector/clock.h"
 #include "storage/private.h"
 
 namespace fleet

@@ -39,7 +39,7 @@ struct FixedSettings {
 struct Configuration {
     FixedSettings fixed;
     uint32_t inventory_period = 60; // seconds
-    bool events = false;            // what happens at OLTs is watched, and published
+    bool events = true;             // what happens at OLTs is watched, and published
     std::vector<BridgedOlt> olts;
     std::optional<Clients> clients; // none: the topics are enough
 };

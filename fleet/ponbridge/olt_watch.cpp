@@ -85,7 +85,7 @@ void OltWatch::run()
 
 std::string to_json(const front::Event &event)
 {
-    call::JsonText json;
+    call::JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.key("at");
     json->Int64(event.at);
@@ -110,7 +110,7 @@ std::string to_json(const front::Event &event)
         json->Null();
     json.member("text", front::sentence_of(event));
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 } // namespace fleet

@@ -20,12 +20,12 @@ constexpr size_t most_under_way = 100;
 
 std::string line_of(const std::string &topic, const std::string &text)
 {
-    call::JsonText json;
+    call::JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.member("topic", topic);
     json.member("text", text);
     json->EndObject();
-    return call::compact(json.written()) + '\n';
+    return json.written() + '\n';
 }
 
 } // namespace

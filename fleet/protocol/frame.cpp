@@ -42,7 +42,7 @@ void pass(const std::string &, const JsonValue &) {}
 
 std::string to_line(const Hello &hello)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.key("hello");
     json->StartObject();
@@ -50,30 +50,30 @@ std::string to_line(const Hello &hello)
     json.member("allow", catalogue::to_text(hello.allow));
     json->EndObject();
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 std::string to_line(const RequestFrame &frame)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.member("correlation", frame.correlation);
     json.member("class", catalogue::to_text(frame.impact));
     json.key("request");
-    json.document(frame.request);
+    json.written_value(frame.request);
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 std::string to_line(const AnswerFrame &frame)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.member("correlation", frame.correlation);
     json.key("answer");
-    json.document(frame.answer);
+    json.written_value(frame.answer);
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 Hello hello_from_line(std::string_view line)

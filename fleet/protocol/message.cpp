@@ -72,14 +72,14 @@ std::string_view name_of(Problem problem)
 
 std::string to_json(const Request &request)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     if (!request.id.empty()) json.member("id", request.id);
     if (request.deadline != 0) json.member("deadline_ms", request.deadline);
     json.key(name_of_form(request));
-    json.document(json_of_what(request));
+    json.written_value(json_of_what(request));
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 Request request_from_json(std::string_view text)
@@ -117,12 +117,12 @@ std::string answer_of(const call::RecordOutcome &outcome, const call::RecordCall
 
 std::string answer_of(const Failure &failure)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.member("problem", name_of(failure.problem));
     json.member("text", failure.text);
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 Answer answer_from_json(std::string_view text, const Request &request)

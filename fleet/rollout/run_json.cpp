@@ -19,11 +19,11 @@ using call::JsonValue;
 template <class Write>
 std::string object(Write write)
 {
-    JsonText json;
+    JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     write(json);
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 std::string text_of(Share share)

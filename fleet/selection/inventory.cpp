@@ -69,7 +69,7 @@ OnuCounts read_counts(const std::string &, const JsonValue &value)
 
 std::string to_json(const Inventory &inventory)
 {
-    call::JsonText json;
+    call::JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.member("olt", inventory.olt);
     json.member("bridge", inventory.bridge);
@@ -93,7 +93,7 @@ std::string to_json(const Inventory &inventory)
     json.key("at");
     json->Uint64(inventory.at);
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 Inventory inventory_from_json(std::string_view text)
@@ -129,7 +129,7 @@ Inventory inventory_from_json(std::string_view text)
 
 std::string to_json(const BridgeState &state)
 {
-    call::JsonText json;
+    call::JsonText json(call::JsonLayout::one_line);
     json->StartObject();
     json.member("state", state.online ? "online" : "offline");
     if (state.online) {
@@ -137,7 +137,7 @@ std::string to_json(const BridgeState &state)
         json.member("olts", state.olts);
     }
     json->EndObject();
-    return call::compact(json.written());
+    return json.written();
 }
 
 BridgeState bridge_state_from_json(std::string_view text)

@@ -48,10 +48,12 @@ class Fleet : public testing::Test
 {
 protected:
     // Writes the configuration, and returns the words that run a bridge by it.
-    std::vector<std::string> configured(const std::string &olts, const std::string &more = {}) const
+    std::vector<std::string> configured(const std::string &olts, const std::string &more = {},
+                                        bool events = false) const
     {
         std::ofstream(file) << "name = \"hut\"\nstate = \"" << broker.folder() << "/state\"\naudit = \""
-                            << broker.folder() << "/audit\"\ninventory_period = 1\n"
+                            << broker.folder()
+                            << "/audit\"\ninventory_period = 1\nevents = " << (events ? "true" : "false") << "\n"
                             << more << "[broker]\nsocket = \"" << broker.folder() << "/socket\"\n"
                             << olts;
         return {PONBRIDGE, "--config", file};
@@ -188,7 +190,7 @@ TEST_F(Simulated, ExecutesAWriteOnceAndSaysWhoAskedForIt)
 
 TEST_F(Simulated, TellsWhatHappens)
 {
-    Program bridge(configured(olt("north", folder), "events = true\n"));
+    Program bridge(configured(olt("north", folder), {}, true));
     peer.hear(topics.event("north"));
     wait_for("north");
     std::string event;

@@ -116,7 +116,7 @@ class Rig:
     def bridge(self, name: str) -> Program:
         certificates = self.folder / "broker" / "certs"
         text = (
-            f'name = "{name}"\nstate = "{self.folder}/state-{name}"\naudit = "{self.audit_of(name)}"\nthreads = {self.threads}\n'
+            f'name = "{name}"\nstate = "{self.folder}/state-{name}"\naudit = "{self.audit_of(name)}"\nthreads = {self.threads}\nevents = false\n'
             f'[broker]\nhost = "{ADDRESS}"\nport = PORT\nca = "{certificates}/ca.crt"\n'
             f'certificate = "{certificates}/{name}.crt"\nkey = "{certificates}/{name}.key"\n'
         )
