@@ -92,9 +92,10 @@ std::vector<fleet::Olt> chosen(const fleet::Client &client, const fleet::Selecto
 ExitCode run_list(const Output &output, const FleetOptions &reached, const FleetCommandOptions &options)
 {
     refuse_hex(output, "a list of OLTs");
+    const fleet::Selector wanted = selector_of(reached, options);
     fleet::Client client(fleet_settings(reached.settings));
     connect(client);
-    const std::vector<fleet::Olt> olts = chosen(client, selector_of(reached, options));
+    const std::vector<fleet::Olt> olts = chosen(client, wanted);
     if (output.format == Format::json) {
         Json json(output.stream);
         json->StartArray();
@@ -127,8 +128,8 @@ ExitCode run_list(const Output &output, const FleetOptions &reached, const Fleet
 // Shows lines as they come, until an interrupt.
 ExitCode follow(const Output &output, const FleetOptions &reached, const FleetCommandOptions &options, bool audit)
 {
-    fleet::Client client(fleet_settings(reached.settings));
     const fleet::Selector wanted = selector_of(reached, options);
+    fleet::Client client(fleet_settings(reached.settings));
     const auto show = [&](const std::string &olt, std::string_view line) {
         const std::optional<fleet::Olt> known = client.find(olt);
         if (!known || !wanted.matches(*known)) return;

@@ -34,6 +34,11 @@ std::string say_unless_class(const std::string &text)
     return fleet::class_named(text) ? "" : "expected read, write or service-affecting";
 }
 
+std::string say_unless_name(const std::string &text)
+{
+    return fleet::is_name(text) ? "" : "expected 1 to 64 letters, digits, '-', '_' and '.'";
+}
+
 uint64_t time_of_day()
 {
     using namespace std::chrono;
@@ -118,7 +123,8 @@ void add_serve(Program &program)
     serve.option("--allow", &options.allow, "what requests may do at most", "read|write|service-affecting")
         .is_checked_by(say_unless_class)
         .shows_default("service-affecting");
-    serve.option("--client", &options.client, "who asks, as the audit log says it; the user by default", "NAME");
+    serve.option("--client", &options.client, "who asks, as the audit log says it; the user by default", "NAME")
+        .is_checked_by(say_unless_name);
     serve.option("--state", &options.state, "where the journal and the audit log are; below the home by default",
                  "FOLDER");
 }

@@ -160,8 +160,7 @@ Run::Run(const FleetOptions &options, const FleetRequests &wanted_requests, cons
       client(fleet_settings(options.settings)),
       shows_progress(isatty(STDERR_FILENO))
 {
-    const fleet::RolloutOptions rollout_options = read_options(options); // what is wrong with it is said at once
-    if (options.resumed.empty()) fleet::Selector(options.olt);
+    const fleet::RolloutOptions rollout_options = read_options(options);
     connect(client);
     if (options.resumed.empty()) {
         begin_anew(options);
@@ -350,6 +349,9 @@ int Run::finish()
 
 int run_on_many(const FleetOptions &options, const FleetRequests &requests, const ManyRun &wanted, const Output &output)
 {
+    // What is wrong with the command line is said before anybody is asked.
+    if (options.resumed.empty()) fleet::Selector(options.olt);
+    fleet::plan_for({options.olt}, read_options(options));
     return Run(options, requests, wanted, output).go();
 }
 
