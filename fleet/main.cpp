@@ -12,7 +12,7 @@
 #include "board/service.h"
 #include "command_line/parse.h"
 #include "fleet/ponbridge/bridge.h"
-#include "fleet/ponbridge/log.h"
+#include "program_log/log.h"
 #include "text/utf8.h"
 #include "toml_file/section.h"
 
@@ -116,9 +116,10 @@ int serve(const Options &options, Configuration configuration, const sigset_t &s
         sd_notify(0, "RELOADING=1");
         try {
             served.change(fleet::read_configuration_file(options.config));
-            fleet::log_line(fleet::LogLevel::info, "goes on by the configuration that was read again");
+            program_log::log_line(program_log::LogLevel::info, "goes on by the configuration that was read again");
         } catch (const std::runtime_error &error) {
-            fleet::log_line(fleet::LogLevel::error, std::string("the configuration is not taken: ") + error.what());
+            program_log::log_line(program_log::LogLevel::error,
+                                  std::string("the configuration is not taken: ") + error.what());
         }
         sd_notify(0, "READY=1");
     }
@@ -128,7 +129,7 @@ int serve(const Options &options, Configuration configuration, const sigset_t &s
 
 int run(const Options &options)
 {
-    fleet::choose_log_form(options.log == "json" ? fleet::LogForm::json : fleet::LogForm::lines);
+    program_log::choose_log_form(options.log == "json" ? program_log::LogForm::json : program_log::LogForm::lines);
     // Only the main thread takes signals, and only where it waits for them.
     sigset_t signals;
     sigemptyset(&signals);

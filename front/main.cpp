@@ -15,8 +15,8 @@
 #include "board/service.h"
 #include "command_line/parse.h"
 #include "daemon/front.h"
-#include "daemon/log.h"
 #include "page/page.h"
+#include "program_log/log.h"
 #include "text/utf8.h"
 #include "toml_file/section.h"
 
@@ -117,9 +117,10 @@ int serve(const Options &options, front::Configuration configuration, const sigs
         sd_notify(0, "RELOADING=1");
         try {
             served.change(read(options));
-            front::log_line(front::LogLevel::info, "goes on by the configuration that was read again");
+            program_log::log_line(program_log::LogLevel::info, "goes on by the configuration that was read again");
         } catch (const std::runtime_error &error) {
-            front::log_line(front::LogLevel::error, std::string("the configuration is not taken: ") + error.what());
+            program_log::log_line(program_log::LogLevel::error,
+                                  std::string("the configuration is not taken: ") + error.what());
         }
         sd_notify(0, "READY=1");
     }
@@ -129,7 +130,7 @@ int serve(const Options &options, front::Configuration configuration, const sigs
 
 int run(const Options &options)
 {
-    front::choose_log_form(options.log == "json" ? front::LogForm::json : front::LogForm::lines);
+    program_log::choose_log_form(options.log == "json" ? program_log::LogForm::json : program_log::LogForm::lines);
     // Only the main thread takes signals, and only where it waits for them.
     sigset_t signals;
     sigemptyset(&signals);

@@ -2,13 +2,16 @@
 
 #include <algorithm>
 
-#include "daemon/log.h"
 #include "metrics/metrics.h"
+#include "program_log/log.h"
 #include "web/roll_back.h"
 #include "web/write_log.h"
 
 namespace front
 {
+
+using program_log::log_line;
+using program_log::LogLevel;
 namespace
 {
 

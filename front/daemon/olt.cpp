@@ -7,10 +7,13 @@
 #include "call/exchange.h"
 #include "collector/clock.h"
 #include "collector/read_table.h"
-#include "daemon/log.h"
+#include "program_log/log.h"
 
 namespace front
 {
+
+using program_log::log_line;
+using program_log::LogLevel;
 
 Now time_now()
 {

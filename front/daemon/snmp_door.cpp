@@ -2,11 +2,14 @@
 
 #include <algorithm>
 
-#include "daemon/log.h"
 #include "daemon/olt.h"
+#include "program_log/log.h"
 
 namespace front
 {
+
+using program_log::log_line;
+using program_log::LogLevel;
 namespace
 {
 

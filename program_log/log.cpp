@@ -1,17 +1,18 @@
-#include "daemon/log.h"
+#include "program_log/log.h"
 
 #include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <string>
 
 #include <unistd.h>
 
-#include "collector/clock.h"
 #include "text/json.h"
 #include "text/utf8.h"
 
-namespace front
+namespace program_log
 {
 namespace
 {
@@ -34,7 +35,9 @@ std::string_view word_of(LogLevel level)
 // Returns the time in the form of RFC 3339, in UTC.
 std::string time_now()
 {
-    const UnixTime milliseconds = unix_time_now();
+    using namespace std::chrono;
+    const int64_t milliseconds =
+        duration_cast<std::chrono::milliseconds>(system_clock::now().time_since_epoch()).count();
     const std::time_t seconds = milliseconds / 1000;
     std::tm parts{};
     gmtime_r(&seconds, &parts);
@@ -70,11 +73,11 @@ void log_line(LogLevel level, std::string_view said)
         writer.EndObject();
         line.assign(buffer.GetString(), buffer.GetSize());
     } else {
-        line = time_now() + " ponfront[" + std::to_string(getpid()) + "] ";
+        line = time_now() + " " + program_invocation_short_name + "[" + std::to_string(getpid()) + "] ";
         line.append(word_of(level)).append(" ").append(text::printable(said));
     }
     line.push_back('\n');
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-} // namespace front
+} // namespace program_log

@@ -1,9 +1,9 @@
-// The log of ponfront, on standard error: lines for people or, on demand, objects of JSON.
+// The log of a program of ours that serves, on standard error: lines for people or, on demand, objects of JSON.
 #pragma once
 
 #include <string_view>
 
-namespace front
+namespace program_log
 {
 
 enum class LogLevel { info, warning, error };
@@ -14,4 +14,4 @@ void choose_log_form(LogForm form);
 // Any thread may call this. A line is written at once.
 void log_line(LogLevel level, std::string_view text);
 
-} // namespace front
+} // namespace program_log
