@@ -1,6 +1,7 @@
 #include "fleet/bridge/engine.h"
 
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "board/service.h"
@@ -15,6 +16,18 @@ namespace
 
 // What waits at all OLTs together takes no more memory than this.
 constexpr size_t most_waiting = size_t{64} << 20; // bytes
+
+// The thread that listens executes the first of what it has queued itself.
+thread_local bool this_thread_listens = false;
+
+// Another folder ends the connection that the thread keeps.
+void go_to(const std::string &folder)
+{
+    static thread_local std::optional<std::string> here;
+    if (here == folder) return;
+    board_ipc_use_thread_directory(folder.empty() ? nullptr : folder.c_str());
+    here = folder;
+}
 
 } // namespace
 
@@ -34,7 +47,15 @@ Engine::Engine(const EngineSettings &wanted, Notes told) : settings(wanted), not
         threads.emplace_back(&Engine::work, this);
 }
 
-Engine::~Engine()
+void Engine::listen(Ear with)
+{
+    const std::lock_guard lock(guard);
+    ear = std::move(with);
+    // However many OLTs are slow, somebody listens.
+    threads.emplace_back(&Engine::work, this);
+}
+
+void Engine::end()
 {
     std::deque<Job> left;
     {
@@ -44,8 +65,10 @@ Engine::~Engine()
             std::ranges::move(std::exchange(olt->waiting, {}), std::back_inserter(left));
     }
     changed.notify_all();
+    if (ear.wake) ear.wake();
     for (std::thread &thread : threads)
         thread.join();
+    threads.clear();
     turn_away(std::move(left), "the program that serves the OLT ends");
 }
 
@@ -118,18 +141,30 @@ void Engine::queue(std::unique_lock<std::mutex> &lock, const SharedOlt &olt, Job
     olt->waiting.push_back(std::move(job));
     if (std::exchange(olt->occupied, true)) return;
     ready.push_back(olt);
+    const bool needs_another = !this_thread_listens || ready.size() > 1;
     lock.unlock();
-    changed.notify_one();
+    if (needs_another) changed.notify_one();
 }
 
 void Engine::work()
 {
     std::unique_lock lock(guard);
     while (true) {
-        changed.wait(lock, [this] { return stopping || !ready.empty(); });
+        changed.wait(lock, [this] { return stopping || can_execute() || (ear.turn && !listening); });
         if (stopping) return;
+        const bool listens = !can_execute();
+        if (listens) {
+            listening = this_thread_listens = true;
+            lock.unlock();
+            ear.turn();
+            lock.lock();
+            listening = this_thread_listens = false;
+            if (stopping) return;
+            if (!can_execute()) continue;
+        }
         const SharedOlt olt = std::move(ready.front());
         ready.pop_front();
+        ++executing;
         if (!olt->waiting.empty()) {
             Job job = std::move(olt->waiting.front());
             olt->waiting.pop_front();
@@ -137,10 +172,12 @@ void Engine::work()
             waiting -= job.size();
             const std::shared_ptr<const Clients> permitted = clients;
             lock.unlock();
+            if (listens) changed.notify_one(); // another one listens now
             perform(*olt, job, permitted);
             job = {};
             lock.lock();
         }
+        --executing;
         // Others have their turn before the same OLT has its next one.
         olt->occupied = !olt->waiting.empty();
         if (olt->occupied) ready.push_back(olt);
@@ -149,8 +186,7 @@ void Engine::work()
 
 void Engine::perform(Olt &olt, Job &job, const std::shared_ptr<const Clients> &permitted)
 {
-    const std::string &folder = olt.served.socket_dir;
-    board_ipc_use_thread_directory(folder.empty() ? nullptr : folder.c_str());
+    go_to(olt.served.socket_dir);
     std::string answer;
     try {
         if (job.visit) return job.visit();

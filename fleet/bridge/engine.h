@@ -32,11 +32,22 @@ public:
     using Answered = std::function<void(std::string answer)>;
     using Visit = std::function<void()>;
 
+    // How requests come: `turn` waits for them for a while and asks for what has come, and `wake` lets it return.
+    struct Ear {
+        std::function<void()> turn, wake;
+    };
+
     Engine(const EngineSettings &settings, Notes notes);
-    // Ends after what is executed just now. What waits is answered, and not executed.
-    ~Engine();
+    ~Engine() { end(); }
     Engine(const Engine &) = delete;
     Engine &operator=(const Engine &) = delete;
+
+    // Ends after what is executed just now. What waits is answered, and not executed. Nothing is asked for later.
+    void end();
+
+    // From now on one thread after the other listens, and executes itself what comes first: nobody has to be woken for
+    // it. Another one listens meanwhile. To be called once at most.
+    void listen(Ear with);
 
     // Serves these OLTs from now on. Those that are as before keep what waits for them.
     void serve(const std::vector<ServedOlt> &olts, const std::optional<Clients> &clients);
@@ -62,6 +73,7 @@ private:
     using SharedOlt = std::shared_ptr<Olt>;
 
     void work();
+    bool can_execute() const { return !ready.empty() && executing < settings.threads; }
     void queue(std::unique_lock<std::mutex> &lock, const SharedOlt &olt, Job job);
     void perform(Olt &olt, Job &job, const std::shared_ptr<const Clients> &permitted);
     static void turn_away(std::deque<Job> jobs, const std::string &reason);
@@ -75,6 +87,9 @@ private:
     std::shared_ptr<const Clients> clients; // null: nobody is named
     size_t waiting = 0;                     // bytes of requests, at all OLTs
     std::deque<SharedOlt> ready;            // OLTs for which something waits, and at which nothing is executed
+    Ear ear;                                // does not become another one while somebody listens
+    uint32_t executing = 0;                 // threads
+    bool listening = false;                 // one of them
     bool stopping = false;
     std::condition_variable changed;
     std::vector<std::thread> threads;

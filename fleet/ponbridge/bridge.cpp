@@ -6,12 +6,15 @@
 
 #include "audit/entry.h"
 #include "fleet/ponbridge/inventory_reader.h"
-#include "fleet/ponbridge/log.h"
 #include "front/collector/clock.h"
+#include "program_log/log.h"
 #include "storage/private.h"
 
 namespace fleet
 {
+
+using program_log::log_line;
+using program_log::LogLevel;
 namespace
 {
 
@@ -57,16 +60,13 @@ Bridge::Bridge(const Configuration &configuration, std::string program_version)
     serve(configuration);
     watch(configuration);
     turned = Clock::now().time_since_epoch().count();
-    thread = std::thread(&Bridge::run, this);
+    engine->listen({.turn = [this] { listen(); }, .wake = [this] { connection.wake(); }});
 }
 
 Bridge::~Bridge()
 {
     watches.clear();
-    stopping = true;
-    connection.wake();
-    thread.join();
-    engine.reset(); // whoever waits is answered
+    engine->end(); // whoever waits is answered
     say_offline();
 }
 
@@ -146,13 +146,11 @@ void Bridge::watch(const Configuration &wanted)
     watches = std::move(others);
 }
 
-void Bridge::run()
+void Bridge::listen()
 {
-    while (!stopping) {
-        turned = Clock::now().time_since_epoch().count();
-        connection.turn(turn_time);
-        visit_due();
-    }
+    turned = Clock::now().time_since_epoch().count();
+    connection.turn(turn_time);
+    visit_due();
 }
 
 // A broker that cannot answer what came before the leave takes the connection for lost, and publishes the last will.

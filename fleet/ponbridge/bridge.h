@@ -8,7 +8,6 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "audit/bounded_log.h"
@@ -56,7 +55,7 @@ private:
     void arrived(Message message) override;
     void acknowledged(int number, const std::string &error) override;
 
-    void run();
+    void listen();
     void visit_due();
     void visit(const std::string &olt);
     void publish(Message message);
@@ -84,8 +83,6 @@ private:
     std::map<std::string, std::unique_ptr<OltWatch>> watches; // of the thread that changes
     int last_number = 0;                                      // of what is published last, until it is answered
     std::atomic<Clock::rep> turned;
-    std::atomic<bool> stopping = false;
-    std::thread thread;
 };
 
 } // namespace fleet

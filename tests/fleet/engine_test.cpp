@@ -348,6 +348,68 @@ TEST_F(AtAnOlt, ServesOltsSideBySideAndEachOneAfterTheOther)
     second.get();
 }
 
+// A Mailbox is how requests come in these tests.
+class Mailbox
+{
+public:
+    void put(std::function<void()> asking)
+    {
+        const std::lock_guard lock(mutex);
+        letters.push_back(std::move(asking));
+        changed.notify_all();
+    }
+    void turn()
+    {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [this] { return awake || !letters.empty(); });
+        const std::vector<std::function<void()>> came = std::exchange(letters, {});
+        lock.unlock();
+        for (const auto &letter : came)
+            letter();
+    }
+    void wake()
+    {
+        const std::lock_guard lock(mutex);
+        awake = true;
+        changed.notify_all();
+    }
+
+private:
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<std::function<void()>> letters;
+    bool awake = false;
+};
+
+TEST_F(AtAnOlt, ListensWhileItExecutes)
+{
+    Gate gate;
+    serve([&](const board_request &, board_answer *) { gate.pass(); });
+    Mailbox mailbox;
+    Engine listening({.threads = 1, .queue = 2}, {.audit = [](auto &, auto &) {}, .complain = [](auto &) {}});
+    listening.serve({olt()}, {});
+    listening.listen({.turn = [&] { mailbox.turn(); }, .wake = [&] { mailbox.wake(); }});
+    const auto asked = [&] {
+        auto answer = std::make_shared<std::promise<std::string>>();
+        mailbox.put([&listening, answer] {
+            listening.ask("north", {.client = "ann", .address = "mqtt", .text = reading},
+                          [answer](std::string text) { answer->set_value(std::move(text)); });
+        });
+        return answer->get_future();
+    };
+    auto held = asked();
+    gate.wait_for(1);
+    auto waiting = asked();
+    auto last = asked();
+    EXPECT_THAT(asked().get(), problem("busy")) << "it is heard while the only request that may be is executed";
+    gate.open();
+    for (auto *answer : {&held, &waiting, &last})
+        EXPECT_THAT(answer->get(), StartsWith("{\"outcome\":"));
+    EXPECT_THAT(asked().get(), StartsWith("{\"outcome\":"));
+    listening.end();
+    EXPECT_THAT(service->received(), SizeIs(4));
+}
+
 TEST_F(AtAnOlt, TurnsAwayWhatItServesNoMore)
 {
     Gate gate;
