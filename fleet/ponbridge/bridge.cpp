@@ -118,6 +118,7 @@ void Bridge::serve(const Configuration &wanted)
         for (const auto &[name, olt] : said)
             if (!others.contains(name)) gone.push_back(name);
         said = std::move(others);
+        next_visit = {};
     }
     engine->serve(olts, wanted.clients);
     for (const std::string &name : gone) {
@@ -170,11 +171,19 @@ void Bridge::say_offline()
 
 void Bridge::visit_due()
 {
+    const Clock::time_point now = Clock::now();
     std::vector<std::string> due;
     {
         const std::lock_guard lock(guard);
+        // This is asked with each message, and there may be a thousand OLTs.
+        if (now < next_visit) return;
+        next_visit = Clock::time_point::max();
         for (auto &[name, olt] : said) {
-            if (olt.visited || olt.due > Clock::now()) continue;
+            if (olt.visited) continue;
+            if (olt.due > now) {
+                next_visit = std::min(next_visit, olt.due);
+                continue;
+            }
             olt.visited = true;
             due.push_back(name);
         }
@@ -202,6 +211,7 @@ void Bridge::visit(const std::string &name)
     olt.visited = false;
     const bool is_well = now.answers;
     olt.due = Clock::now() + (is_well ? period : std::min<std::chrono::seconds>(period, pause_without_answer));
+    next_visit = std::min(next_visit, olt.due);
     const bool is_new_failure = std::exchange(olt.failure, failure) != failure;
     const bool is_other = !std::exchange(olt.known, true) || now != olt.inventory;
     if (is_other) now.at = time_of_day() / 1000;

@@ -77,6 +77,7 @@ private:
     Connection connection;
     std::mutex guard; // of what follows
     std::map<std::string, Said> said;
+    Clock::time_point next_visit{}; // no OLT is due before
     std::chrono::seconds period{0};
     std::string last_loss;
     std::unique_ptr<Engine> engine;
