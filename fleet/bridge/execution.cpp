@@ -113,14 +113,12 @@ private:
     std::string answer_to(const Request &request)
     {
         doing = name_of_request(request);
-        const std::string digest = digest_of(request);
         const auto *called = std::get_if<call::Call>(&request.what);
         const uint32_t own = called ? called->deadline.value_or(0) : 0;
         OltPermission permission({.olt = by.olt,
                                   .clients = by.clients,
                                   .incoming = incoming,
                                   .request = request,
-                                  .digest = digest,
                                   .end = end_of(incoming, request),
                                   .bound = std::min(own, longest_exchange)},
                                  by.journal, by.notes);

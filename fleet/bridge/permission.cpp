@@ -82,6 +82,7 @@ void OltPermission::begin()
 {
     const std::string &id = asked.request.id;
     if (id.empty()) throw Declined(Problem::wrong, "id: missing, and the request is no mere reading");
+    const std::string digest = digest_of(asked.request);
     try {
         turn = journal.take(std::min(asked.end.value_or(Clock::time_point::max()), Clock::now() + patience));
         if (!turn) throw Declined(Problem::busy, "another program changes this OLT");
@@ -91,11 +92,11 @@ void OltPermission::begin()
         const std::optional<Journal::Entry> before = turn->find(id);
         if (!before) {
             left();
-            turn->begin(id, asked.digest);
+            turn->begin(id, digest);
             begun = true;
             return;
         }
-        if (before->digest != asked.digest) throw Declined(Problem::wrong, "id: another request had this id: " + id);
+        if (before->digest != digest) throw Declined(Problem::wrong, "id: another request had this id: " + id);
         if (!before->ended) throw Declined(Problem::unknown, "it was begun before, and what came of it is not known");
         if (before->answer.empty())
             throw Declined(Problem::unknown, "it was executed before, and its answer was too long to be kept");

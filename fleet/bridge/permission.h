@@ -37,7 +37,6 @@ public:
         const Clients *clients; // null: what the way says by which a request came is enough
         const Incoming &incoming;
         const Request &request;
-        const std::string &digest;            // of the request
         std::optional<Clock::time_point> end; // when it is not worth to be begun any more
         uint32_t bound;                       // milliseconds for the exchange; 0: none of its own
     };
