@@ -2,7 +2,7 @@
 
 PREFIX ?= /usr/local
 TEST_PRESETS := dev asan tsan mips
-SOURCES = $(shell find src board catalog testing sim text command_line toml_file program_log storage call audit configuration ponctl front fleet tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
+SOURCES = $(shell find src board catalog testing sim text command_line toml_file program_log serving storage call audit configuration ponctl front fleet tests bench examples -name '*.cpp' -o -name '*.c' -o -name '*.h' | grep -v '^catalog/generated/')
 
 .PHONY: fleet-proof deb try-deb same-deb cross-deb image release-check board help demo console test bench soak mutation coverage fuzz docs pictures generate format format-check install packages test-packages docs-packages $(TEST_PRESETS:%=test-%)
 

@@ -1,18 +1,15 @@
 // This is ponbridge, which lets the clients of a fleet reach OLTs by a broker.
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include <sys/resource.h>
-#include <systemd/sd-daemon.h>
-
 #include "board/service.h"
 #include "command_line/parse.h"
 #include "fleet/ponbridge/bridge.h"
 #include "program_log/log.h"
+#include "serving/serving.h"
 #include "text/utf8.h"
 #include "toml_file/section.h"
 
@@ -55,15 +52,6 @@ int fail(const std::string &reason, int status)
     return status;
 }
 
-// Each OLT has a journal: there may be more of them than the usual limit, which is for programs that cannot have more.
-void allow_many_files()
-{
-    rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
-    limit.rlim_cur = limit.rlim_max;
-    setrlimit(RLIMIT_NOFILE, &limit);
-}
-
 // A Served is the bridge by the configuration that was taken last.
 class Served
 {
@@ -101,42 +89,18 @@ private:
 // Serves until a signal ends it.
 int serve(const Options &options, Configuration configuration, const sigset_t &signals)
 {
-    allow_many_files();
+    serving::allow_many_files(); // each OLT has a journal
     Served served(std::move(configuration));
-    uint64_t watchdog = 0; // microseconds
-    const bool watched = sd_watchdog_enabled(0, &watchdog) > 0;
-    const timespec turn{.tv_sec = watched ? static_cast<time_t>(watchdog / 2'000'000) : 3600,
-                        .tv_nsec = watched ? static_cast<long>(watchdog / 2 % 1'000'000 * 1000) : 0};
-    sd_notify(0, "READY=1");
-    while (true) {
-        const int signal = sigtimedwait(&signals, nullptr, &turn);
-        if ((*served).is_alive()) sd_notify(0, "WATCHDOG=1");
-        if (signal == SIGTERM || signal == SIGINT) break;
-        if (signal != SIGHUP) continue;
-        sd_notify(0, "RELOADING=1");
-        try {
-            served.change(fleet::read_configuration_file(options.config));
-            program_log::log_line(program_log::LogLevel::info, "goes on by the configuration that was read again");
-        } catch (const std::runtime_error &error) {
-            program_log::log_line(program_log::LogLevel::error,
-                                  std::string("the configuration is not taken: ") + error.what());
-        }
-        sd_notify(0, "READY=1");
-    }
-    sd_notify(0, "STOPPING=1");
+    serving::serve_until_ended({.is_alive = [&] { return (*served).is_alive(); },
+                                .reload = [&] { served.change(fleet::read_configuration_file(options.config)); }},
+                               signals);
     return EXIT_SUCCESS;
 }
 
 int run(const Options &options)
 {
     program_log::choose_log_form(options.log == "json" ? program_log::LogForm::json : program_log::LogForm::lines);
-    // Only the main thread takes signals, and only where it waits for them.
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signals, signal);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
+    const sigset_t signals = serving::hold_signals();
     Configuration configuration = fleet::read_configuration_file(options.config);
     if (!options.check) return serve(options, std::move(configuration), signals);
     printf("ponbridge: %zu OLT%s\n", configuration.olts.size(), configuration.olts.size() == 1 ? "" : "s");

@@ -1,14 +1,11 @@
 // This is ponfront, which reads OLTs once and serves many.
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include <sys/resource.h>
-#include <systemd/sd-daemon.h>
 #include <unistd.h>
 
 #include "accounts.h"
@@ -17,6 +14,7 @@
 #include "daemon/front.h"
 #include "page/page.h"
 #include "program_log/log.h"
+#include "serving/serving.h"
 #include "text/utf8.h"
 #include "toml_file/section.h"
 
@@ -84,60 +82,20 @@ front::Configuration read(const Options &options)
     return configuration;
 }
 
-// Tells the service manager that the program lives, as often as it wants to know.
-void tell_alive(const front::Front &served)
-{
-    if (served.is_alive()) sd_notify(0, "WATCHDOG=1");
-}
-
-// Each client is a file: there may be more of them than the usual limit, which is for programs that cannot have more.
-void allow_many_files()
-{
-    rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
-    limit.rlim_cur = limit.rlim_max;
-    setrlimit(RLIMIT_NOFILE, &limit);
-}
-
 // Serves until a signal ends it.
 int serve(const Options &options, front::Configuration configuration, const sigset_t &signals)
 {
-    allow_many_files();
+    serving::allow_many_files(); // each client is one
     front::Front served(std::move(configuration), PONFRONT_VERSION, front::page_files());
-    uint64_t watchdog = 0; // microseconds
-    const bool watched = sd_watchdog_enabled(0, &watchdog) > 0;
-    const timespec turn{.tv_sec = watched ? static_cast<time_t>(watchdog / 2'000'000) : 3600,
-                        .tv_nsec = watched ? static_cast<long>(watchdog / 2 % 1'000'000 * 1000) : 0};
-    sd_notify(0, "READY=1");
-    while (true) {
-        const int signal = sigtimedwait(&signals, nullptr, &turn);
-        tell_alive(served);
-        if (signal == SIGTERM || signal == SIGINT) break;
-        if (signal != SIGHUP) continue;
-        sd_notify(0, "RELOADING=1");
-        try {
-            served.change(read(options));
-            program_log::log_line(program_log::LogLevel::info, "goes on by the configuration that was read again");
-        } catch (const std::runtime_error &error) {
-            program_log::log_line(program_log::LogLevel::error,
-                                  std::string("the configuration is not taken: ") + error.what());
-        }
-        sd_notify(0, "READY=1");
-    }
-    sd_notify(0, "STOPPING=1");
+    serving::serve_until_ended(
+        {.is_alive = [&] { return served.is_alive(); }, .reload = [&] { served.change(read(options)); }}, signals);
     return EXIT_SUCCESS;
 }
 
 int run(const Options &options)
 {
     program_log::choose_log_form(options.log == "json" ? program_log::LogForm::json : program_log::LogForm::lines);
-    // Only the main thread takes signals, and only where it waits for them.
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signals, signal);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
+    const sigset_t signals = serving::hold_signals();
     try {
         front::Configuration configuration = read(options);
         if (options.check) {

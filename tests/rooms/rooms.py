@@ -8,7 +8,7 @@ import sys
 import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-TREES = ["src", "board", "catalog", "testing", "text", "command_line", "toml_file", "program_log", "storage", "call", "audit", "configuration", "front", "fleet", "sim", "ponctl"]
+TREES = ["src", "board", "catalog", "testing", "text", "command_line", "toml_file", "program_log", "serving", "storage", "call", "audit", "configuration", "front", "fleet", "sim", "ponctl"]
 TESTS = ["tests", "bench", "examples"]  # these include what they test, wherever it stands
 
 MOST_FILES = 26  # in a folder
