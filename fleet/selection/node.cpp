@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "text/condition.h"
 #include "text/words.h"
 
 namespace fleet
@@ -10,8 +11,7 @@ namespace fleet
 namespace
 {
 
-// A Truth is empty where an OLT does not have what is compared.
-using Truth = std::optional<bool>;
+using text::Truth; // empty where an OLT does not have what is compared
 
 constexpr std::array<TextKey, 6> text_keys{{
     {"name", true, [](const Olt &olt) { return olt.inventory.olt; }},
@@ -40,40 +40,6 @@ class Everything : public Selector::Node
 {
 public:
     Truth of(const Olt &) const override { return true; }
-};
-
-class Not : public Selector::Node
-{
-public:
-    explicit Not(NodePointer node) : inner(std::move(node)) {}
-    Truth of(const Olt &olt) const override
-    {
-        const Truth truth = inner->of(olt);
-        return truth ? Truth(!*truth) : truth;
-    }
-
-private:
-    NodePointer inner;
-};
-
-class Chain : public Selector::Node
-{
-public:
-    Chain(std::vector<NodePointer> nodes, bool deciding) : parts(std::move(nodes)), decides(deciding) {}
-    Truth of(const Olt &olt) const override
-    {
-        Truth truth = !decides;
-        for (const NodePointer &part : parts) {
-            const Truth one = part->of(olt);
-            if (one == decides) return one;
-            if (!one) truth = one;
-        }
-        return truth;
-    }
-
-private:
-    std::vector<NodePointer> parts;
-    bool decides;
 };
 
 class Text : public Selector::Node
@@ -194,12 +160,12 @@ NodePointer everything()
 
 NodePointer negation(NodePointer node)
 {
-    return std::make_unique<Not>(std::move(node));
+    return std::make_unique<text::Negation<Selector::Node, Olt>>(std::move(node));
 }
 
 NodePointer chain(std::vector<NodePointer> parts, bool decides)
 {
-    return std::make_unique<Chain>(std::move(parts), decides);
+    return std::make_unique<text::Chain<Selector::Node, Olt>>(std::move(parts), decides);
 }
 
 NodePointer text_comparison(const TextKey &key, std::vector<Pattern> patterns, bool unequal)

@@ -1,7 +1,6 @@
 #include "reach/many.h"
 
 #include <algorithm>
-#include <csignal>
 #include <ctime>
 #include <iostream>
 #include <map>
@@ -16,6 +15,7 @@
 #include "fleet/rollout/run_file.h"
 #include "fleet/selection/selector.h"
 #include "output/exit_code.h"
+#include "output/interrupts.h"
 #include "output/report.h"
 #include "reach/fleet.h"
 #include "reach/workers.h"
@@ -33,28 +33,6 @@ using fleet::State;
 
 constexpr int turning = 200; // milliseconds
 constexpr std::string_view default_check = "health";
-
-volatile std::sig_atomic_t interrupts = 0;
-
-// While it lives, an interrupt is counted, and does nothing else.
-class CountedInterrupts
-{
-public:
-    CountedInterrupts()
-    {
-        interrupts = 0;
-        struct sigaction count {
-        };
-        count.sa_handler = [](int) { interrupts = interrupts + 1; };
-        sigaction(SIGINT, &count, &before);
-    }
-    ~CountedInterrupts() { sigaction(SIGINT, &before, nullptr); }
-    CountedInterrupts(const CountedInterrupts &) = delete;
-    CountedInterrupts &operator=(const CountedInterrupts &) = delete;
-
-private:
-    struct sigaction before;
-};
 
 size_t width_of(const Output &output)
 {
@@ -121,7 +99,8 @@ void print_csv(std::FILE *stream, const Results &results, bool headings)
 class Run
 {
 public:
-    Run(const FleetOptions &options, const FleetRequests &requests, const ManyRun &wanted, const Output &output);
+    Run(const FleetOptions &options, const fleet::RolloutOptions &rollout_options, const FleetRequests &requests,
+        const ManyRun &wanted, const Output &output);
 
     int go();
 
@@ -136,7 +115,7 @@ private:
     std::map<std::string, int> check(const std::vector<std::string> &olts);
     bool is_worse(const std::map<std::string, int> &after) const;
     std::vector<std::string> wave_olts() const { return rollout->plan().waves[rollout->wave()]; }
-    int finish();
+    int finish(bool interrupted);
 
     const FleetRequests &requests;
     const ManyRun &wanted;
@@ -152,15 +131,14 @@ private:
     bool shows_progress;
 };
 
-Run::Run(const FleetOptions &options, const FleetRequests &wanted_requests, const ManyRun &wanted_run,
-         const Output &wanted_output)
+Run::Run(const FleetOptions &options, const fleet::RolloutOptions &rollout_options,
+         const FleetRequests &wanted_requests, const ManyRun &wanted_run, const Output &wanted_output)
     : requests(wanted_requests),
       wanted(wanted_run),
       output(wanted_output),
       client(fleet_settings(options.settings)),
       shows_progress(isatty(STDERR_FILENO))
 {
-    const fleet::RolloutOptions rollout_options = read_options(options);
     connect(client);
     if (options.resumed.empty()) {
         begin_anew(options);
@@ -279,7 +257,7 @@ bool Run::is_worse(const std::map<std::string, int> &after) const
 
 int Run::go()
 {
-    const CountedInterrupts counted;
+    const CountedInterrupts interrupts;
     WorkerRules rules{.run = run.id,
                       .timeout = requests.timeout,
                       .before_change = [this](const std::string &olt) { before_change(olt); },
@@ -290,8 +268,8 @@ int Run::go()
         };
     Workers workers(client, rules);
     while (!rollout->is_over()) {
-        if (interrupts > 0) rollout->stop("it was interrupted");
-        if (interrupts > 1) break;
+        if (interrupts.count() > 0) rollout->stop("it was interrupted");
+        if (interrupts.count() > 1) break;
         if (run.plan.checked && rollout->stopped().empty() && checked_wave != rollout->wave()) {
             healthy = check(wave_olts());
             checked_wave = rollout->wave();
@@ -309,10 +287,10 @@ int Run::go()
         show_progress();
     }
     clear_progress();
-    return finish();
+    return finish(interrupts.count() > 0);
 }
 
-int Run::finish()
+int Run::finish(bool interrupted)
 {
     if (wanted.json)
         std::fprintf(output.stream, "%s\n", fleet::report_json(results).c_str());
@@ -340,7 +318,7 @@ int Run::finish()
             complain("`ponctl fleet resume " + run.id + "` goes on with " + std::to_string(open) + " OLT" +
                      (open == 1 ? "" : "s") + "; nothing is done twice");
     }
-    if (interrupts > 0) return exit_interrupted;
+    if (interrupted) return exit_interrupted;
     if (unsure) return exit_ipc;
     return failed || missing > 0 ? exit_status : exit_success;
 }
@@ -351,8 +329,9 @@ int run_on_many(const FleetOptions &options, const FleetRequests &requests, cons
 {
     // What is wrong with the command line is said before anybody is asked.
     if (options.resumed.empty()) fleet::Selector(options.olt);
-    fleet::plan_for({options.olt}, read_options(options));
-    return Run(options, requests, wanted, output).go();
+    const fleet::RolloutOptions rollout_options = read_options(options);
+    fleet::plan_for({options.olt}, rollout_options);
+    return Run(options, rollout_options, requests, wanted, output).go();
 }
 
 } // namespace ponctl

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "call/codec/errors.h"
+#include "text/condition.h"
 #include "text/hex.h"
 #include "text/number.h"
 #include "text/words.h"
@@ -15,8 +16,7 @@ namespace ponctl
 
 using call::UsageError;
 
-// A Truth is empty where a cell is empty.
-using Truth = std::optional<bool>;
+using text::Truth; // empty where a cell is empty
 
 class Where::Node
 {
@@ -30,6 +30,9 @@ namespace
 
 using Node = Where::Node;
 using NodePointer = std::unique_ptr<const Node>;
+using Row = std::vector<ListCell>;
+using Not = text::Negation<Node, Row>;
+using Chain = text::Chain<Node, Row>;
 using catalogue::ColumnType;
 
 [[noreturn]] void refuse(const std::string &message)
@@ -57,41 +60,6 @@ std::string_view sign_of(Operator op)
 {
     return std::ranges::find(operators, op, &std::pair<std::string_view, Operator>::second)->first;
 }
-
-class Not : public Node
-{
-public:
-    explicit Not(NodePointer node) : inner(std::move(node)) {}
-    Truth of(const std::vector<ListCell> &row) const override
-    {
-        const Truth truth = inner->of(row);
-        return truth ? Truth(!*truth) : truth;
-    }
-
-private:
-    NodePointer inner;
-};
-
-// A Chain is parts with "and", of which one that is false decides, or with "or", of which one that is true decides.
-class Chain : public Node
-{
-public:
-    Chain(std::vector<NodePointer> nodes, bool deciding) : parts(std::move(nodes)), decides(deciding) {}
-    Truth of(const std::vector<ListCell> &row) const override
-    {
-        Truth truth = !decides;
-        for (const NodePointer &part : parts) {
-            const Truth one = part->of(row);
-            if (one == decides) return one;
-            if (!one) truth = one;
-        }
-        return truth;
-    }
-
-private:
-    std::vector<NodePointer> parts;
-    bool decides;
-};
 
 // Returns the digits of a MAC address, or of a part of one, however it is written.
 std::string mac_digits(std::string_view text)

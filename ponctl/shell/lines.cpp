@@ -13,6 +13,7 @@
 
 #include "cli/program.h"
 #include "output/exit_code.h"
+#include "output/interrupts.h"
 #include "output/report.h"
 #include "text/words.h"
 
@@ -22,30 +23,6 @@ namespace
 {
 
 constexpr const char *quick_answer = "500"; // in milliseconds
-
-volatile std::sig_atomic_t interrupt_came = 0;
-
-// NotedInterrupts leaves interrupts to the child processes while it lives, and notes that one came.
-class NotedInterrupts
-{
-public:
-    NotedInterrupts()
-    {
-        interrupt_came = 0;
-        struct sigaction note {
-        };
-        note.sa_handler = [](int) { interrupt_came = 1; };
-        sigaction(SIGINT, &note, &before);
-    }
-    ~NotedInterrupts() { sigaction(SIGINT, &before, nullptr); }
-    NotedInterrupts(const NotedInterrupts &) = delete;
-    NotedInterrupts &operator=(const NotedInterrupts &) = delete;
-
-    bool any() const { return interrupt_came; }
-
-private:
-    struct sigaction before;
-};
 
 // Runs a child process from its start to its end. An exception that it cannot handle ends the process, because it must
 // never continue with the parent's work.
@@ -168,7 +145,7 @@ Ended Lines::run(const std::vector<std::string> &line, bool has_input, std::FILE
 {
     std::vector<std::string> words = line;
     const std::optional<std::string> wanted = take_filter(words);
-    const NotedInterrupts interrupts;
+    const CountedInterrupts interrupts; // which are for the child
     int ends[2] = {-1, -1};
     if (wanted && pipe2(ends, O_CLOEXEC)) {
         complain(std::string("cannot make a pipe: ") + std::strerror(errno));
@@ -192,7 +169,7 @@ Ended Lines::run(const std::vector<std::string> &line, bool has_input, std::FILE
         return {exit_ipc, false};
     }
     const int code = wait_for(child);
-    return {code, interrupts.any()};
+    return {code, interrupts.count() > 0};
 }
 
 std::string Lines::json_of(const std::vector<std::string> &words) const
