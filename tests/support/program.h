@@ -17,9 +17,11 @@ public:
 
     // Waits for a line with this text, for half a minute at most, and returns it. Otherwise the test fails.
     std::string expect(const std::string &text);
+    pid_t process() const { return child; }
     void send(int signal) const;
-    // Sends the signal, unless it is 0, and returns the exit code, or the negative number of the signal that ended it.
-    int end(int signal);
+    // Sends the signal, unless it is 0, waits for the end, and returns the exit code, or the negative number of the
+    // signal that ended it.
+    int end(int signal = 0);
 
 private:
     pid_t child = -1;
