@@ -1,5 +1,6 @@
 #include "audit/entry.h"
 
+#include <chrono>
 #include <ctime>
 
 #include <rapidjson/stringbuffer.h>
@@ -147,6 +148,12 @@ std::string line_of_command(uint64_t time, const Author &author, std::string_vie
 }
 
 } // namespace
+
+uint64_t time_of_day()
+{
+    using namespace std::chrono;
+    return static_cast<uint64_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
+}
 
 std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::string_view result)
 {

@@ -44,6 +44,9 @@ struct Client {
     std::string user, address, olt; // empty: nobody, or no OLT
 };
 
+// Returns the time of day of now, in milliseconds since 1970.
+uint64_t time_of_day();
+
 // Time of day is in milliseconds since 1970. Returns the lines without their newlines.
 std::string line_of(uint64_t time, const Who &who, const Wanted &wanted, std::string_view result);
 std::string line_of(uint64_t time, const Client &client, const Wanted &wanted, std::string_view result);

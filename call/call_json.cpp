@@ -120,8 +120,9 @@ Outcome outcome_from_json(std::string_view text)
               if (!value.IsNull() && !value.IsObject()) refuse_member(name, "an object, or null");
           }}},
         {"operation", "sent", "ipc_result", "ipc_text", "status", "status_name", "status_text", "outputs"});
-    for (const Delivered &member : members_of(text))
-        if (member.name == "outputs" && member.value != "null") outcome.outputs = members_of(member.value);
+    const std::vector<Member> members = members_of(text);
+    if (const std::string *outputs = find_member(members, "outputs"); *outputs != "null")
+        outcome.outputs = members_of(*outputs);
     return outcome;
 }
 

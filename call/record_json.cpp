@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstring>
 
+#include "board/ipc.h"
 #include "call/codec/decode.h"
 #include "call/codec/members.h"
 #include "call/codec/numbers.h"
@@ -228,8 +229,7 @@ struct Written {
 
     Bytes read(const catalogue::Record &record, const RecordRole &role) const
     {
-        constexpr uint32_t longest = 8192;
-        if (length > longest) refuse_member("length", "a number from 0 to 8192");
+        if (length > IPC_MAX_LENGTH) refuse_member("length", "a number from 0 to 8192");
         Bytes made(length);
         const Reading reading = read_record(record, role, made);
         if (states_command(role) && record.command && length >= record.command->offset + record.command->size)
@@ -250,9 +250,7 @@ struct Written {
 
 catalogue::Call call_named(const std::string &name, const std::string &text)
 {
-    for (const catalogue::Call call :
-         {catalogue::Call::set, catalogue::Call::get, catalogue::Call::dgram_set, catalogue::Call::dgram_get})
-        if (catalogue::to_text(call) == text) return call;
+    if (const std::optional<catalogue::Call> call = catalogue::find_call(text)) return *call;
     refuse_member(name, "set, get, dgram-set or dgram-get");
 }
 
@@ -315,8 +313,7 @@ RecordCall record_call_from_json(std::string_view text)
     if (!asked.record) asked.record = asked.channel->record;
     if (role.command && role.command->channel != asked.channel)
         throw UsageError("command: " + command + " is no command of " + std::string(asked.channel->name));
-    constexpr uint32_t longest_answer = 8192;
-    if (asked.preset > longest_answer) refuse_member("preset", "a number from 0 to 8192");
+    if (asked.preset > IPC_MAX_LENGTH) refuse_member("preset", "a number from 0 to 8192");
     role.channel = asked.channel;
     role.call = asked.call;
     asked.request = written.read(*asked.record, role);

@@ -114,6 +114,20 @@ std::string_view to_text(Class impact)
     return {};
 }
 
+std::optional<Class> find_class(std::string_view name)
+{
+    for (const Class impact : {Class::read, Class::write, Class::service_affecting})
+        if (to_text(impact) == name) return impact;
+    return std::nullopt;
+}
+
+std::optional<Call> find_call(std::string_view name)
+{
+    for (const Call call : {Call::set, Call::get, Call::dgram_set, Call::dgram_get})
+        if (to_text(call) == name) return call;
+    return std::nullopt;
+}
+
 std::string_view to_text(Call call)
 {
     switch (call) {

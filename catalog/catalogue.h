@@ -293,6 +293,9 @@ const Oddity *find_oddity(const Operation &operation, Facet facet);
 
 std::string_view to_text(Class impact);
 std::string_view to_text(Call call);
+// Each function returns what has this name. Returns nothing when nothing has it.
+std::optional<Class> find_class(std::string_view name);
+std::optional<Call> find_call(std::string_view name);
 std::string_view to_text(FieldType type);
 
 } // namespace catalogue

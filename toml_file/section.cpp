@@ -177,6 +177,14 @@ std::optional<std::string> Section::text(const std::string &key, size_t least, s
     return *text;
 }
 
+std::string Section::path(const std::string &key) const
+{
+    constexpr size_t longest = 4096;
+    std::string path = text(key, 1, longest).value_or("");
+    if (!path.empty() && path[0] != '/') fail_expected(key, "a path from the root");
+    return path;
+}
+
 void Section::check_name(const Value &at, const std::string &key, const std::string &text)
 {
     if (!text::is_name(text))

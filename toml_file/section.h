@@ -70,6 +70,8 @@ public:
     bool flag_or(const std::string &key, bool otherwise) const;
     // Reads UTF-8 without control characters.
     std::optional<std::string> text(const std::string &key, size_t least, size_t most) const;
+    // Reads a path that begins at the root. The text is empty when the key is missing.
+    std::string path(const std::string &key) const;
     // Reads at most 32 letters, digits, '-', '_' and '.', of which the first is a letter or a digit.
     std::optional<std::string> name(const std::string &key) const;
     std::string needed_name(const std::string &key) const;

@@ -1,5 +1,6 @@
 #include "call/codec/members.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <rapidjson/error/en.h>
@@ -148,5 +149,13 @@ std::vector<Member> members_of(std::string_view object)
     rapidjson::Reader().Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(in, apart);
     return apart.members;
 }
+
+const std::string *find_member(const std::vector<Member> &members, std::string_view name)
+{
+    const auto found = std::ranges::find(members, name, &Member::name);
+    return found == members.end() ? nullptr : &found->value;
+}
+
+void pass_over(const std::string &, const JsonValue &) {}
 
 } // namespace call

@@ -44,6 +44,9 @@ std::string json_of(const JsonValue &value);
 using Members =
     std::map<std::string, std::function<void(const std::string &name, const JsonValue &value)>, std::less<>>;
 
+// Does nothing with a member: whoever reads it does so by its JSON.
+void pass_over(const std::string &name, const JsonValue &value);
+
 // Reads an object whose members are all known, and which `what` names in errors. The required members must be there.
 // Throws a UsageError that says what is wrong with the text, and where.
 void read_object(std::string_view json, const std::string &what, const Members &members,
@@ -51,5 +54,7 @@ void read_object(std::string_view json, const std::string &what, const Members &
 
 // Returns the members of a text that is an object. Numbers stay as they were written.
 std::vector<Member> members_of(std::string_view object);
+// Returns the JSON of the member of this name, or null when there is none.
+const std::string *find_member(const std::vector<Member> &members, std::string_view name);
 
 } // namespace call

@@ -174,7 +174,7 @@ private:
         if (was_to_be_sent) {
             if (is_no_reading(*permission) && by.refusals.take(incoming.client)) note(*permission, result);
         } else if (incoming.impact != catalogue::Class::read && by.refusals.take(incoming.client)) {
-            by.notes.audit(by.olt.name, audit::line_of(time_of_day(), client(), doing, result));
+            by.notes.audit(by.olt.name, audit::line_of(audit::time_of_day(), client(), doing, result));
         }
         return answer_of(failure);
     }
@@ -187,16 +187,10 @@ private:
     void note(const OltPermission &permission, const std::string &result)
     {
         if (is_no_reading(permission))
-            by.notes.audit(by.olt.name, audit::line_of(time_of_day(), client(), *permission.wanted(), result));
+            by.notes.audit(by.olt.name, audit::line_of(audit::time_of_day(), client(), *permission.wanted(), result));
     }
 
     audit::Client client() const { return {incoming.client, incoming.address, by.olt.name}; }
-
-    static uint64_t time_of_day()
-    {
-        const auto now = std::chrono::system_clock::now().time_since_epoch();
-        return static_cast<uint64_t>(std::chrono::duration_cast<milliseconds>(now).count());
-    }
 
     static std::string name_of_request(const Request &request)
     {

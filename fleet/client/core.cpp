@@ -158,6 +158,16 @@ void Client::Core::arrived(Message message)
         finish(request, Reply::Kind::answered, std::move(message.payload));
 }
 
+Client::Core::Requests::iterator Client::Core::take_unacknowledged(int number)
+{
+    const auto correlation = unacknowledged.find(number);
+    if (correlation == unacknowledged.end()) return requests.end();
+    const auto request = requests.find(correlation->second);
+    unacknowledged.erase(correlation);
+    if (request != requests.end()) request->second.number = 0;
+    return request;
+}
+
 void Client::Core::acknowledged(int number, const std::string &error)
 {
     if (number == marker) {
@@ -166,24 +176,16 @@ void Client::Core::acknowledged(int number, const std::string &error)
             not_permitted = "does not permit " + settings.client + " to publish to itself, on " +
                             topics.reply(settings.client, "#") + ": " + error;
     }
-    const auto correlation = unacknowledged.find(number);
-    if (correlation == unacknowledged.end()) return;
-    const auto request = requests.find(correlation->second);
-    unacknowledged.erase(correlation);
-    if (request == requests.end()) return;
-    request->second.number = 0;
-    if (!error.empty()) finish(request, Reply::Kind::refused, "the broker does not take the request: " + error);
+    const auto request = take_unacknowledged(number);
+    if (request != requests.end() && !error.empty())
+        finish(request, Reply::Kind::refused, "the broker does not take the request: " + error);
 }
 
 void Client::Core::unheard(int number)
 {
-    const auto correlation = unacknowledged.find(number);
-    if (correlation == unacknowledged.end()) return;
-    const auto request = requests.find(correlation->second);
-    unacknowledged.erase(correlation);
-    if (request == requests.end()) return;
-    request->second.number = 0;
-    finish(request, Reply::Kind::unreachable, "nobody answers for the OLT " + request->second.olt);
+    const auto request = take_unacknowledged(number);
+    if (request != requests.end())
+        finish(request, Reply::Kind::unreachable, "nobody answers for the OLT " + request->second.olt);
 }
 
 void Client::Core::send(const std::string &olt, catalogue::Class impact, std::string request, uint32_t longest,

@@ -61,6 +61,8 @@ private:
     void send_marker();
     void send_waiting();
     void give_up_late();
+    // Returns the request of the message that the broker has answered, or the end of all when nobody waits for it.
+    Requests::iterator take_unacknowledged(int number);
     void finish(Requests::iterator request, Reply::Kind kind, std::string text);
 
     const Settings settings;

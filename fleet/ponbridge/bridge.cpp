@@ -6,7 +6,6 @@
 
 #include "audit/entry.h"
 #include "fleet/ponbridge/inventory_reader.h"
-#include "front/collector/clock.h"
 #include "program_log/log.h"
 #include "storage/private.h"
 
@@ -24,11 +23,6 @@ constexpr int turn_time = 500; // milliseconds
 constexpr std::chrono::seconds longest_turn{120};
 // An OLT that does not answer is asked again this soon.
 constexpr std::chrono::seconds pause_without_answer{5};
-
-uint64_t time_of_day()
-{
-    return static_cast<uint64_t>(front::unix_time_now());
-}
 
 void warn(const std::string &text)
 {
@@ -53,8 +47,9 @@ Bridge::Bridge(const Configuration &configuration, std::string program_version)
                  *this)
 {
     if (!settings.audit.empty())
-        audit_log = std::make_unique<audit::BoundedLog>(
-            settings.audit, audit_limit, warn, [](uint64_t lost) { return audit::line_of_lost(time_of_day(), lost); });
+        audit_log = std::make_unique<audit::BoundedLog>(settings.audit, audit_limit, warn, [](uint64_t lost) {
+            return audit::line_of_lost(audit::time_of_day(), lost);
+        });
     const auto noted = [this](const std::string &olt, const std::string &line) { note(olt, line); };
     engine = std::make_unique<Engine>(settings.engine, Notes{.audit = noted, .complain = warn});
     serve(configuration);
@@ -214,7 +209,7 @@ void Bridge::visit(const std::string &name)
     next_visit = std::min(next_visit, olt.due);
     const bool is_new_failure = std::exchange(olt.failure, failure) != failure;
     const bool is_other = !std::exchange(olt.known, true) || now != olt.inventory;
-    if (is_other) now.at = time_of_day() / 1000;
+    if (is_other) now.at = audit::time_of_day() / 1000;
     olt.inventory = now;
     lock.unlock();
     if (is_new_failure && !failure.empty()) warn(name + ": the inventory cannot be read: " + failure);

@@ -39,13 +39,6 @@ const Keys &configuration_keys()
     return keys;
 }
 
-std::string read_path(const Section &section, const char *key)
-{
-    std::string name = section.text(key, 1, 4096).value_or("");
-    if (!name.empty() && name[0] != '/') section.fail_expected(key, "a path from the root");
-    return name;
-}
-
 Class read_allow(const Section &section)
 {
     return static_cast<Class>(section.choice_or("allow", classes, static_cast<size_t>(Class::service_affecting)));
@@ -70,10 +63,10 @@ void read_broker(const Section &section, FixedSettings &fixed)
 {
     Broker &broker = fixed.broker;
     broker.host = section.text("host", 1, 253).value_or("");
-    broker.socket = read_path(section, "socket");
-    broker.ca = read_path(section, "ca");
-    broker.certificate = read_path(section, "certificate");
-    broker.key = read_path(section, "key");
+    broker.socket = section.path("socket");
+    broker.ca = section.path("ca");
+    broker.certificate = section.path("certificate");
+    broker.key = section.path("key");
     const bool is_local = !broker.socket.empty();
     if (is_local == !broker.host.empty())
         section.fail(is_local ? "socket" : "host", "expected either host, the name of the broker's machine, or socket");
@@ -109,9 +102,7 @@ void read_olts(const Section &file, Configuration &configuration)
 {
     for (const Section &section : file.tables("olt"))
         add(section, "name",
-            {.served = {.name = section.needed_name("name"),
-                        .socket_dir = read_path(section, "socket_dir"),
-                        .journal = {}},
+            {.served = {.name = section.needed_name("name"), .socket_dir = section.path("socket_dir"), .journal = {}},
              .labels = {}},
             configuration);
 }
@@ -120,7 +111,7 @@ void read_olts(const Section &file, Configuration &configuration)
 void read_folders(const Section &file, Configuration &configuration)
 {
     for (const Section &section : file.tables("folder")) {
-        const std::string path = read_path(section, "path");
+        const std::string path = section.path("path");
         if (path.empty()) section.fail_expected("path", "the folder that has those of the OLTs");
         std::vector<std::string> names;
         std::error_code error;
@@ -142,7 +133,7 @@ Clients read_clients(const Section &file)
 {
     Clients clients;
     for (const auto &[name, text] : read_texts(file, "clients", 10'000)) {
-        const std::optional<Class> impact = class_named(text);
+        const std::optional<Class> impact = catalogue::find_class(text);
         if (!impact) file.fail("clients", name + ": expected read, write or service-affecting");
         clients[name] = *impact;
     }
@@ -157,9 +148,9 @@ Configuration configuration_of(const toml_file::Value &value)
     Configuration configuration;
     FixedSettings &fixed = configuration.fixed;
     fixed.name = file.needed_name("name");
-    fixed.state = read_path(file, "state");
+    fixed.state = file.path("state");
     if (fixed.state.empty()) fixed.state = "/var/lib/ponbridge";
-    fixed.audit = read_path(file, "audit");
+    fixed.audit = file.path("audit");
     fixed.engine.threads = file.number_or("threads", 1, 256, fixed.engine.threads);
     fixed.engine.queue = file.number_or("queue", 1, 1024, fixed.engine.queue);
     const auto broker = file.table("broker");

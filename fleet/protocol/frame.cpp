@@ -16,7 +16,7 @@ constexpr size_t longest_correlation = 64;
 
 catalogue::Class read_class(const std::string &name, const JsonValue &value)
 {
-    const auto impact = class_named(call::read_text(name, value));
+    const auto impact = catalogue::find_class(call::read_text(name, value));
     if (!impact) call::refuse_member(name, "read, write or service-affecting");
     return *impact;
 }
@@ -31,12 +31,8 @@ std::string read_correlation(const std::string &name, const JsonValue &value)
 // Returns the JSON of a member that is there.
 std::string json_in(std::string_view line, std::string_view name)
 {
-    for (call::Member &member : call::members_of(line))
-        if (member.name == name) return std::move(member.value);
-    return {};
+    return *call::find_member(call::members_of(line), name);
 }
-
-void pass(const std::string &, const JsonValue &) {}
 
 } // namespace
 
@@ -79,7 +75,7 @@ std::string to_line(const AnswerFrame &frame)
 Hello hello_from_line(std::string_view line)
 {
     Hello hello;
-    call::read_object(line, "line", {{"hello", pass}}, {"hello"});
+    call::read_object(line, "line", {{"hello", call::pass_over}}, {"hello"});
     call::read_object(
         json_in(line, "hello"), "hello",
         {{"version", [&](const auto &name, const JsonValue &value) { hello.version = call::read_text(name, value); }},
@@ -96,7 +92,7 @@ RequestFrame request_from_line(std::string_view line)
         {{"correlation",
           [&](const auto &name, const JsonValue &value) { frame.correlation = read_correlation(name, value); }},
          {"class", [&](const auto &name, const JsonValue &value) { frame.impact = read_class(name, value); }},
-         {"request", pass}},
+         {"request", call::pass_over}},
         {"correlation", "class", "request"});
     frame.request = json_in(line, "request");
     return frame;
@@ -109,7 +105,7 @@ AnswerFrame answer_from_line(std::string_view line)
         line, "line",
         {{"correlation",
           [&](const auto &name, const JsonValue &value) { frame.correlation = read_correlation(name, value); }},
-         {"answer", pass}},
+         {"answer", call::pass_over}},
         {"correlation", "answer"});
     frame.answer = json_in(line, "answer");
     return frame;

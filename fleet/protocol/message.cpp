@@ -54,15 +54,6 @@ Problem problem_named(const std::string &name, const std::string &text)
     return static_cast<Problem>(found - problem_names.begin());
 }
 
-// Members are read for their JSON apart from this, so here they only need to be there.
-void pass(const std::string &, const JsonValue &) {}
-
-const std::string *value_of(const std::vector<Member> &members, std::string_view name)
-{
-    const auto found = std::ranges::find(members, name, &Member::name);
-    return found == members.end() ? nullptr : &found->value;
-}
-
 } // namespace
 
 std::string_view name_of(Problem problem)
@@ -92,11 +83,11 @@ Request request_from_json(std::string_view text)
                             request.deadline = call::read_number(name, value);
                             if (request.deadline == 0) call::refuse_member(name, "milliseconds from 1");
                         }},
-                       {"call", pass},
-                       {"exchange", pass}},
+                       {"call", call::pass_over},
+                       {"exchange", call::pass_over}},
                       {});
     const std::vector<Member> members = call::members_of(text);
-    const std::string *called = value_of(members, "call"), *exchange = value_of(members, "exchange");
+    const std::string *called = call::find_member(members, "call"), *exchange = call::find_member(members, "exchange");
     if ((called == nullptr) == (exchange == nullptr)) throw UsageError("the request: expected either call or exchange");
     if (called)
         request.what = call::call_from_json(*called);
@@ -137,15 +128,15 @@ Answer answer_from_json(std::string_view text, const Request &request)
               has_problem = true;
           }},
          {"text", [&](const auto &name, const JsonValue &value) { failure.text = call::read_text(name, value); }},
-         {"outcome", pass},
-         {"exchanged", pass}},
+         {"outcome", call::pass_over},
+         {"exchanged", call::pass_over}},
         {});
     if (has_problem) return failure;
     const std::vector<Member> members = call::members_of(text);
     const auto *asked = std::get_if<call::RecordCall>(&request.what);
-    if (const std::string *exchanged = value_of(members, "exchanged"); exchanged && asked)
+    if (const std::string *exchanged = call::find_member(members, "exchanged"); exchanged && asked)
         return call::record_outcome_from_json(*exchanged, *asked);
-    if (const std::string *outcome = value_of(members, "outcome"); outcome && !asked)
+    if (const std::string *outcome = call::find_member(members, "outcome"); outcome && !asked)
         return call::outcome_from_json(*outcome);
     throw UsageError("the answer: expected a problem, or what the request came to");
 }

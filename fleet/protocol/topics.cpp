@@ -46,7 +46,7 @@ std::optional<CallTopic> Topics::read_call(std::string_view topic) const
 {
     const std::vector<std::string> levels = levels_of(root, topic);
     if (levels.size() != 5 || levels[0] != "olt" || levels[2] != "call") return std::nullopt;
-    const std::optional<catalogue::Class> impact = class_named(levels[3]);
+    const std::optional<catalogue::Class> impact = catalogue::find_class(levels[3]);
     if (!impact || !is_name(levels[1]) || !is_name(levels[4])) return std::nullopt;
     return CallTopic{levels[1], *impact, levels[4]};
 }
@@ -100,14 +100,6 @@ std::string Topics::bridge_of(std::string_view topic) const
     const std::vector<std::string> levels = levels_of(root, topic);
     const bool is_known = levels.size() == 3 && levels[0] == "bridge" && is_name(levels[1]) && levels[2] == "state";
     return is_known ? levels[1] : std::string();
-}
-
-std::optional<catalogue::Class> class_named(std::string_view name)
-{
-    for (const catalogue::Class impact :
-         {catalogue::Class::read, catalogue::Class::write, catalogue::Class::service_affecting})
-        if (catalogue::to_text(impact) == name) return impact;
-    return std::nullopt;
 }
 
 } // namespace fleet

@@ -61,7 +61,4 @@ private:
     std::string root;
 };
 
-// Returns the class of this name, as catalogue::to_text writes it.
-std::optional<catalogue::Class> class_named(std::string_view name);
-
 } // namespace fleet

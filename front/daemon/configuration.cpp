@@ -78,25 +78,18 @@ std::vector<std::string> read_hosts(const Section &section)
     return hosts;
 }
 
-std::string read_path(const Section &section, const char *key)
-{
-    std::string name = section.text(key, 1, 4096).value_or("");
-    if (!name.empty() && name[0] != '/') section.fail_expected(key, "a path from the root");
-    return name;
-}
-
 ListenSettings read_listen(const Section &section)
 {
     constexpr std::string_view readers[] = {"anyone", "users"};
     ListenSettings listen;
     read_address(section, listen);
-    listen.certificate = read_path(section, "certificate");
-    listen.key = read_path(section, "key");
+    listen.certificate = section.path("certificate");
+    listen.key = section.path("key");
     if (listen.certificate.empty() != listen.key.empty())
         section.fail(listen.key.empty() ? "certificate" : "key", "certificate and key belong together");
     listen.behind_tls = section.flag_or("behind_tls", false);
     listen.hosts = read_hosts(section);
-    listen.users = read_path(section, "users");
+    listen.users = section.path("users");
     listen.metrics_need_user = section.choice_or("metrics", readers, 0) == 1;
     if (listen.metrics_need_user && listen.users.empty())
         section.fail("metrics", "there are no users; name their file");
@@ -140,7 +133,7 @@ void read_olts(const Section &file, Configuration &configuration)
             if (other.reach == olt.reach)
                 section.fail(olt.reach.fleet ? "fleet" : "socket_dir", other.name + " is the same OLT");
         }
-        if (const std::string plant = read_path(section, "plant"); !plant.empty())
+        if (const std::string plant = section.path("plant"); !plant.empty())
             configuration.plants[olt.name] = read_plant_file(plant);
         configuration.olts.push_back(std::move(olt));
     }
@@ -245,7 +238,7 @@ Configuration configuration_of(const toml_file::Value &value)
         configuration.onus =
             static_cast<OnuDetail>(metrics->choice_or("onus", onu_details(), static_cast<size_t>(configuration.onus)));
     }
-    if (const auto audit = file.table("audit")) configuration.audit = read_path(*audit, "file");
+    if (const auto audit = file.table("audit")) configuration.audit = audit->path("file");
     if (const auto snmp = file.table("snmp")) {
         configuration.snmp = read_snmp(*snmp);
         if (!snmp->flag_or("enabled", true)) configuration.snmp.reset();

@@ -11,18 +11,13 @@ constexpr uint64_t longest_file = 64ull << 20; // bytes
 constexpr uint32_t refusals_a_minute = 16;
 constexpr size_t most_addresses = 1024;
 
-uint64_t time_of_day()
-{
-    return static_cast<uint64_t>(unix_time_now());
-}
-
 } // namespace
 
 WriteLog::WriteLog(const std::string &file, Say say_line) : say(std::move(say_line))
 {
     if (file.empty()) return;
-    log = std::make_unique<audit::BoundedLog>(file, longest_file, say,
-                                              [](uint64_t lost) { return audit::line_of_lost(time_of_day(), lost); });
+    log = std::make_unique<audit::BoundedLog>(
+        file, longest_file, say, [](uint64_t lost) { return audit::line_of_lost(audit::time_of_day(), lost); });
 }
 
 void WriteLog::write(const std::string &line)
@@ -32,12 +27,12 @@ void WriteLog::write(const std::string &line)
 
 void WriteLog::note(const audit::Client &client, const audit::Wanted &wanted, std::string_view result)
 {
-    write(audit::line_of(time_of_day(), client, wanted, result));
+    write(audit::line_of(audit::time_of_day(), client, wanted, result));
 }
 
 void WriteLog::note(const audit::Client &client, std::string_view action, std::string_view result)
 {
-    write(audit::line_of(time_of_day(), client, action, result));
+    write(audit::line_of(audit::time_of_day(), client, action, result));
 }
 
 void WriteLog::note_refused(const audit::Client &client, std::string_view action, std::string_view reason)

@@ -31,18 +31,12 @@ struct ServeOptions {
 
 std::string say_unless_class(const std::string &text)
 {
-    return fleet::class_named(text) ? "" : "expected read, write or service-affecting";
+    return catalogue::find_class(text) ? "" : "expected read, write or service-affecting";
 }
 
 std::string say_unless_name(const std::string &text)
 {
     return fleet::is_name(text) ? "" : "expected 1 to 64 letters, digits, '-', '_' and '.'";
-}
-
-uint64_t time_of_day()
-{
-    using namespace std::chrono;
-    return static_cast<uint64_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
 }
 
 std::string name_of_user()
@@ -79,7 +73,7 @@ void keep(const std::filesystem::path &file, const std::string &line)
     for (int tries = 1;; ++tries) {
         try {
             audit::BoundedLog log(file.string(), audit_limit, complain,
-                                  [](uint64_t lost) { return audit::line_of_lost(time_of_day(), lost); });
+                                  [](uint64_t lost) { return audit::line_of_lost(audit::time_of_day(), lost); });
             return log.append(line);
         } catch (const std::runtime_error &error) {
             if (tries == most_tries) return complain(error.what());
@@ -94,7 +88,7 @@ ExitCode run_serve(const Output &, const ServeOptions &options)
     const std::filesystem::path folder = folder_of(options);
     const fleet::ServedOlt olt{.name = name_of_machine(),
                                .socket_dir = {},
-                               .allow = *fleet::class_named(options.allow),
+                               .allow = *catalogue::find_class(options.allow),
                                .journal = (folder / "journal.jsonl").string()};
     try {
         fleet::serve_lines(

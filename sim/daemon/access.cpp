@@ -14,15 +14,6 @@ namespace
 
 using catalogue::Class;
 
-constexpr Class classes[] = {Class::read, Class::write, Class::service_affecting};
-
-std::optional<Class> find_class(std::string_view text)
-{
-    for (Class one : classes)
-        if (catalogue::to_text(one) == text) return one;
-    return std::nullopt;
-}
-
 std::optional<uid_t> find_user(const std::string &text)
 {
     if (const auto user = text::to_number<uid_t>(text)) return user;
@@ -50,7 +41,7 @@ std::string Access::grant(std::string_view text)
     if (middle == std::string_view::npos || middle == 0)
         return "expected USER=CLASS or @GROUP=CLASS, as in alice=read, @noc=write or *=read";
     const std::string user{text.substr(0, middle)};
-    const std::optional<Class> granted = find_class(text.substr(middle + 1));
+    const std::optional<Class> granted = catalogue::find_class(text.substr(middle + 1));
     if (!granted) return "the class must be read, write or service-affecting";
     if (user == "*") {
         everyone = *granted;

@@ -1,6 +1,5 @@
 #include "daemon/audit.h"
 
-#include <chrono>
 #include <utility>
 
 #include "audit/entry.h"
@@ -13,12 +12,6 @@ namespace
 
 constexpr uint32_t refusals_a_minute = 16;
 constexpr size_t most_users = 1024;
-
-uint64_t time_of_day()
-{
-    using namespace std::chrono;
-    return static_cast<uint64_t>(duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count());
-}
 
 void complain(const std::string &complaint)
 {
@@ -46,25 +39,25 @@ std::string_view line_of_control(const board_request &request)
 Audit::Audit(const std::string &file)
 {
     if (file.empty()) return;
-    log = std::make_unique<audit::BoundedLog>(file, audit_limit, complain,
-                                              [](uint64_t lost) { return audit::line_of_lost(time_of_day(), lost); });
+    log = std::make_unique<audit::BoundedLog>(
+        file, audit_limit, complain, [](uint64_t lost) { return audit::line_of_lost(audit::time_of_day(), lost); });
 }
 
 void Audit::note(const board_request &request, const Message &message, std::string_view result)
 {
     if (!log || only_reads(message)) return;
-    log->append(audit::line_of(time_of_day(), who_of(request), wanted_of(message), result));
+    log->append(audit::line_of(audit::time_of_day(), who_of(request), wanted_of(message), result));
 }
 
 void Audit::note_control(const board_request &request, std::string_view result)
 {
-    if (log) log->append(audit::line_of(time_of_day(), who_of(request), line_of_control(request), result));
+    if (log) log->append(audit::line_of(audit::time_of_day(), who_of(request), line_of_control(request), result));
 }
 
 bool Audit::takes_refusal(uid_t user, std::string &reason)
 {
     constexpr uint64_t ms_per_minute = 60000;
-    const uint64_t minute = time_of_day() / ms_per_minute;
+    const uint64_t minute = audit::time_of_day() / ms_per_minute;
     const std::lock_guard lock(mutex);
     if (refusals.size() >= most_users && !refusals.contains(user)) refusals.clear();
     Refusals &of_user = refusals[user];
@@ -86,14 +79,14 @@ void Audit::note_refused(const board_request &request, const Message &message, c
 {
     std::string result = "refused: " + reason;
     if (log && takes_refusal(request.uid, result))
-        log->append(audit::line_of(time_of_day(), who_of(request), wanted_of(message), result));
+        log->append(audit::line_of(audit::time_of_day(), who_of(request), wanted_of(message), result));
 }
 
 void Audit::note_refused_control(const board_request &request, const std::string &reason)
 {
     std::string result = "refused: " + reason;
     if (log && takes_refusal(request.uid, result))
-        log->append(audit::line_of(time_of_day(), who_of(request), line_of_control(request), result));
+        log->append(audit::line_of(audit::time_of_day(), who_of(request), line_of_control(request), result));
 }
 
 } // namespace ponsim
